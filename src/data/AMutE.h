@@ -1,0 +1,128 @@
+// One XAFS spectrum: its points, their extremes and its two background lines.
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <array>
+
+class QIODevice;
+
+/// One point of a spectrum.
+struct MutPoint {
+    double angle = 0.0;  ///< monochromator angle, degrees; NaN where it has none
+    double energy = 0.0; ///< photon energy, eV, as read: dE is not applied
+    double mut = 0.0;    ///< absorbance mu*t, dimensionless
+};
+
+/// Coefficients of a Victoreen line V(L) = c + a L^3 + b L^4, L in angstrom.
+struct VictoreenLine {
+    double c = 0.0;
+    double a = 0.0;
+    double b = 0.0;
+};
+
+/// One XAFS spectrum in memory.
+///
+/// The points keep the order of the file, and their energies the values of the
+/// file; the working energy of a point is its energy less @c dE. With @c valid
+/// false the contents are not to be used.
+class AMutE
+{
+public:
+    /// Reads a spectrum file in either form: the beamline form that opens with
+    /// "9809", or two plain columns of energy and mut.
+    ///
+    /// @return whether the file gave points; background lines are then fitted.
+    ///         A path that is no readable file changes nothing; any other
+    ///         failure leaves @c valid false.
+    bool readFile(const QString& path);
+
+    /// Whether the first line of the file begins with "9809" after blanks are
+    /// folded. False, with a line in the debug log, when it cannot be opened.
+    bool is9809(const QString& path) const;
+
+    /// The two readers behind readFile(); same result, same effects.
+    bool read9809(const QString& path);
+    bool readPlain(const QString& path);
+
+    /// Index of the first token equal to @p word, -1 when there is none.
+    static int findToken(const QStringList& tokens, const QString& word);
+
+    /// The pre-edge and the post-edge line at energy @p E (eV).
+    double preValue(double E) const;
+    double postValue(double E) const;
+
+    /// The edge jump: post-edge less pre-edge line at @c edgeEnergy.
+    double edgeJump() const;
+
+    /// Fits both lines to the points strictly below @c preEdgeEnd and strictly
+    /// above @c postEdgeStart, in working energies. Does nothing without
+    /// points; a range without points gives a NaN line.
+    void fitLines();
+
+    /// The energy of the steepest rise, as the midpoint of its two working
+    /// energies; half the first working energy when nothing rises or there is
+    /// one point; 0.0 without points.
+    double findEdge() const;
+
+    /// Index of the lower point of the pair that brackets working energy @p E;
+    /// 0 below the spectrum, n - 2 above it, 0 when nothing brackets it.
+    int indexBelow(double E) const;
+
+    /// Raw mut at working energy @p E on straight lines; the end segments are
+    /// extended. 0.0 with fewer than 2 points.
+    double mutAt(double E) const;
+
+    /// Point @p i presented as kind 0 to 4: raw, less pre-edge line, less
+    /// post-edge line, by edge jump, by two lines. 0.0 for any other kind or
+    /// an index outside the points.
+    double value(int kind, int i) const;
+    double checkedValue(int kind, int i) const;
+
+    /// value() interpolated at working energy @p E like mutAt().
+    double valueAt(int kind, double E) const;
+
+    /// Kind 4 at working energy @p E.
+    double normalisedAt(double E) const;
+
+    /// Lowers @p min and raises @p max by the values of the given kind whose
+    /// working energy lies in [from, to]. The caller seeds both.
+    void valueRange(int kind, double from, double to, double* min, double* max) const;
+
+    /// The mut of the spectrum at energy @p E less its post-edge line
+    /// (@p subPost) or its pre-edge line.
+    ///
+    /// The segment is the one that ends at the first point, in file order,
+    /// whose working energy is at or above @p E. Before the first point it
+    /// starts at energy 0, mut 0, so an energy at or below the first point is
+    /// interpolated from the origin.
+    ///
+    /// @return false, with @p out left alone, when no point reaches @p E
+    bool backgroundSubtractedAt(double E, bool subPost, double* out) const;
+
+    bool valid = false;
+    bool unusedFlag = true; ///< kept for the shape of the record; read by nothing
+    QString filePath;
+    QString fileName;
+    double minAngle = 0.0;
+    double maxAngle = 0.0;
+    double minEnergy = 0.0;
+    double maxEnergy = 0.0;
+    double minMut = 0.0;
+    double maxMut = 0.0;
+    QList<MutPoint> points;
+    double preEdgeEnd = 8000.0;    ///< eV, absolute
+    double edgeEnergy = 0.0;       ///< eV
+    double postEdgeStart = 8500.0; ///< eV, absolute
+    double dE = 0.0;               ///< eV, subtracted from every energy on use
+    VictoreenLine preLine;
+    VictoreenLine postLine;
+
+private:
+    double workingEnergy(qsizetype i) const { return points.at(i).energy - dE; }
+    void beginRead();
+    void appendPoint(const MutPoint& point);
+    bool finishRead();
+};

@@ -1,0 +1,29 @@
+// Reads the text form of a map file into an A2DData.
+#pragma once
+
+#include <functional>
+
+class A2DData;
+class QIODevice;
+class QString;
+
+namespace data
+{
+
+/// Takes the energy text of an "ENERGY" comment line, at the moment the line
+/// is read.
+using EnergyHandler = std::function<void(const QString& text)>;
+
+/// Reads a text map from @p device, which is open for reading and not in text
+/// mode (line ends are handled here), into @p map, which is cleared first.
+///
+/// Numbers are read in the C locale; what is no number reads as 0. The kind of
+/// the file comes from its first line ("# 1306", "# 2003901", or any other).
+///
+/// @param energyFound  called once for every "ENERGY" line, during the read
+/// @return whether the map has a size and at least one row. On false the rows
+///         read so far stay in @p map. A size past data::maxMapPixels is a
+///         failed read that leaves the size 0 by 0.
+bool readMapText(QIODevice& device, A2DData& map, const EnergyHandler& energyFound);
+
+} // namespace data

@@ -1,0 +1,40 @@
+// The file row of one spectrum, and the spectrum itself.
+#pragma once
+
+#include "data/AMutE.h"
+#include "rows/AFileSelect.h"
+
+class DispABase;
+
+/// Reads the spectrum file that its row is given, proposes an edge energy and
+/// keeps the energy shift.
+class AXafsFileSelect : public AFileSelect, public AMutE
+{
+    Q_OBJECT
+
+public:
+    explicit AXafsFileSelect(QWidget* parent = nullptr);
+
+    /// Joins the row with the frame it draws in, which may be null, shows the
+    /// dE field and listens to it. Called once for each row.
+    void attach(DispABase* f);
+
+    /// Background-subtracted mut at energy @p E (eV); see
+    /// AMutE::backgroundSubtractedAt().
+    bool MutAt(double E, double* out) const;
+
+    DispABase* frame = nullptr; ///< not owned
+    bool subPost = false;       ///< MutAt() subtracts the post-edge line
+
+public Q_SLOTS:
+    /// Reads the file. A slot of its own beside the one of the file row: paths
+    /// arrive here through the row's newFilePath().
+    void newFile(QString path);
+    void setNewDE();
+
+Q_SIGNALS:
+    /// A spectrum was read whose steepest rise is at @p e (eV).
+    void foundNewEdge(double e);
+    /// The energy shift of a valid spectrum changed.
+    void updated();
+};
