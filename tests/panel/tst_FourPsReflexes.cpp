@@ -445,7 +445,7 @@ void tst_FourPsReflexes::togglingUseRunsTheReflexOnce()
 {
     FourPs panel;
     RunCounter counter(panel);
-    QTest::mouseClick(panel.Refs.RefRows.at(2)->UseCB, Qt::LeftButton);
+    panel.Refs.RefRows.at(2)->UseCB->click();
     QCOMPARE(counter.runs(), 1);
     panel.Refs.RefRows.at(2)->UseCB->setChecked(false);
     QCOMPARE(counter.runs(), 2);
@@ -520,7 +520,9 @@ void tst_FourPsReflexes::numberedReferenceSlotsRefreshTheirColumns()
     FourPs panel;
     for (int i = 0; i < 4; ++i) {
         load(panel.XafsFiles.at(i), files.ref1);
-        panel.EPoints.at(2)->mutEdits.at(i)->setText("typed");
+    }
+    for (QLineEdit* cell : std::as_const(panel.EPoints.at(2)->mutEdits)) {
+        cell->setText("typed");
     }
     panel.receiveNewRef1("ignored");
     QCOMPARE(mut(panel, 2, 0), "1.5");
