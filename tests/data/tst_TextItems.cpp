@@ -29,7 +29,7 @@ private Q_SLOTS:
     void itemsAfterKeyCountsItems_data();
     void itemsAfterKeyCountsItems();
     void itemsAfterKeyLeavesItemsOfOtherLines();
-    void tenMegabytesInOneLineAreQuick();
+    void longLineTakesOneWalk();
 
     void energiesOfList_data();
     void energiesOfList();
@@ -249,16 +249,16 @@ void TestTextItems::itemsAfterKeyLeavesItemsOfOtherLines()
     QCOMPARE(items, QStringList("old"));
 }
 
-void TestTextItems::tenMegabytesInOneLineAreQuick()
+void TestTextItems::longLineTakesOneWalk()
 {
     const DebugLog log;
-    const QString line = QString("0 ").repeated(5'000'000);
+    const QString line = QString("0 ").repeated(1'000'000);
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(data::splitItems(line).size(), 5'000'000);
+    QCOMPARE(data::splitItems(line).size(), 1'000'000);
     QCOMPARE(data::energiesOfList(line, 8), QList<QString>());
-    data::withThousands(QString(10'000'000, '1'));
-    QVERIFY2(timer.elapsed() < 60'000, "a walk whose cost grows with the square takes hours");
+    data::withThousands(QString(2'000'000, '1'));
+    QVERIFY2(timer.elapsed() < 30'000, "a walk for every item takes far longer");
 }
 
 void TestTextItems::energiesOfList_data()
