@@ -13,6 +13,8 @@ struct A2DRow {
     double i0 = 0.0;        ///< incident intensity
     QList<double> values;   ///< one value per result map; empty in a map file
 };
+// Lets a list of rows grow by moving memory instead of row by row.
+Q_DECLARE_TYPEINFO(A2DRow, Q_RELOCATABLE_TYPE);
 
 /// A map in memory: its pixels in file order (x fastest), the comment lines of
 /// its file and its size.
