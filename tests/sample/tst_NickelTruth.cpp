@@ -69,4 +69,4 @@ private Q_SLOTS:
 };
 
 QTEST_APPLESS_MAIN(TestNickelTruth)
-#include "tst_nickeltruth.moc"
+#include "tst_NickelTruth.moc"

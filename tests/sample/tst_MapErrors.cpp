@@ -115,4 +115,4 @@ private:
 };
 
 QTEST_APPLESS_MAIN(TestMapErrors)
-#include "tst_maperrors.moc"
+#include "tst_MapErrors.moc"

@@ -117,4 +117,4 @@ private:
 };
 
 QTEST_APPLESS_MAIN(TestNickelFiles)
-#include "tst_nickelfiles.moc"
+#include "tst_NickelFiles.moc"

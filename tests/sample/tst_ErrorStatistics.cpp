@@ -45,4 +45,4 @@ private Q_SLOTS:
 };
 
 QTEST_APPLESS_MAIN(TestErrorStatistics)
-#include "tst_errorstatistics.moc"
+#include "tst_ErrorStatistics.moc"
