@@ -1,0 +1,229 @@
+// Background lines, normalisation and interpolation of a spectrum.
+#include "analysis/SmallMatrix.h"
+#include "data/AMutE.h"
+
+namespace
+{
+
+constexpr double hcEvAngstrom = 12398.424360387684;
+
+double valueOf(const VictoreenLine& line, double energyEv)
+{
+    const double L = hcEvAngstrom / energyEv;
+    return (line.b * L + line.a) * L * L * L + line.c;
+}
+
+/// The straight line through (e0, v0) and (e1, v1) at @p E.
+double interpolated(double e0, double v0, double e1, double v1, double E)
+{
+    return (v1 - v0) / (e1 - e0) * (E - e0) + v0;
+}
+
+/// Sums of the least-square fit of c + a L^3 + b L^4.
+struct LineSums {
+    double n = 0.0;
+    double s3 = 0.0;
+    double s4 = 0.0;
+    double s6 = 0.0;
+    double s7 = 0.0;
+    double s8 = 0.0;
+    double t0 = 0.0;
+    double t3 = 0.0;
+    double t4 = 0.0;
+
+    void add(double energyEv, double y)
+    {
+        const double L = hcEvAngstrom / energyEv;
+        const double p3 = L * L * L;
+        const double p4 = p3 * L;
+        n += 1.0;
+        s3 += p3;
+        s4 += p4;
+        s6 += p3 * p3;
+        s7 += p3 * p4;
+        s8 += p4 * p4;
+        t0 += y;
+        t3 += y * p3;
+        t4 += y * p4;
+    }
+};
+
+VictoreenLine fittedLine(const LineSums& sums)
+{
+    constexpr int n = 3;
+    const double rows[n][n] = {
+        {sums.n, sums.s3, sums.s4}, {sums.s3, sums.s6, sums.s7}, {sums.s4, sums.s7, sums.s8}};
+    const double right[n] = {sums.t0, sums.t3, sums.t4};
+    const double* const a[n] = {rows[0], rows[1], rows[2]};
+    double lowerRows[n][n];
+    double upperRows[n][n];
+    double* const lower[n] = {lowerRows[0], lowerRows[1], lowerRows[2]};
+    double* const upper[n] = {upperRows[0], upperRows[1], upperRows[2]};
+    double y[n];
+    double x[n];
+    std::int32_t perm[n];
+
+    const SmallMatrix system;
+    system.luDecompose(n, a, lower, upper, perm);
+    system.forwardSolve(n, lower, right, y, perm);
+    system.backSolve(n, upper, y, x, perm);
+    return {x[perm[0]], x[perm[1]], x[perm[2]]};
+}
+
+} // namespace
+
+double AMutE::preValue(double E) const
+{
+    return valueOf(preLine, E);
+}
+
+double AMutE::postValue(double E) const
+{
+    return valueOf(postLine, E);
+}
+
+double AMutE::edgeJump() const
+{
+    return postValue(edgeEnergy) - preValue(edgeEnergy);
+}
+
+void AMutE::fitLines()
+{
+    if (points.isEmpty()) {
+        return;
+    }
+    LineSums pre;
+    LineSums post;
+    for (qsizetype i = 0; i < points.size(); ++i) {
+        const double e = workingEnergy(i);
+        const double y = points.at(i).mut;
+        // Both tests, not either: the limits may overlap.
+        if (e < preEdgeEnd) {
+            pre.add(e, y);
+        }
+        if (e > postEdgeStart) {
+            post.add(e, y);
+        }
+    }
+    preLine = fittedLine(pre);
+    postLine = fittedLine(post);
+}
+
+double AMutE::findEdge() const
+{
+    if (points.isEmpty()) {
+        return 0.0;
+    }
+    qsizetype steepest = -1;
+    double best = -1.0;
+    for (qsizetype i = 0; i + 1 < points.size(); ++i) {
+        const double step = points.at(i + 1).mut - points.at(i).mut;
+        if (step > best) {
+            best = step;
+            steepest = i;
+        }
+    }
+    if (steepest < 0) {
+        return 0.5 * workingEnergy(0);
+    }
+    return 0.5 * (workingEnergy(steepest) + workingEnergy(steepest + 1));
+}
+
+int AMutE::indexBelow(double E) const
+{
+    const qsizetype n = points.size();
+    if (n == 0 || E < workingEnergy(0)) {
+        return 0;
+    }
+    if (E > workingEnergy(n - 1)) {
+        return static_cast<int>(n - 2);
+    }
+    for (qsizetype i = 0; i < n - 1; ++i) {
+        if (E >= workingEnergy(i) && workingEnergy(i + 1) >= E) {
+            return static_cast<int>(i);
+        }
+    }
+    return 0;
+}
+
+double AMutE::mutAt(double E) const
+{
+    return valueAt(0, E);
+}
+
+double AMutE::value(int kind, int i) const
+{
+    if (i < 0 || i >= points.size()) {
+        return 0.0;
+    }
+    const double e = workingEnergy(i);
+    const double m = points.at(i).mut;
+    switch (kind) {
+    case 0:
+        return m;
+    case 1:
+        return m - preValue(e);
+    case 2:
+        return m - postValue(e);
+    case 3:
+        return (m - preValue(e)) / edgeJump();
+    case 4:
+        return (m - preValue(e)) / (postValue(e) - preValue(e));
+    default:
+        return 0.0;
+    }
+}
+
+double AMutE::checkedValue(int kind, int i) const
+{
+    return i < 0 || i >= points.size() ? 0.0 : value(kind, i);
+}
+
+double AMutE::valueAt(int kind, double E) const
+{
+    if (points.size() < 2) {
+        return 0.0;
+    }
+    const int i = indexBelow(E);
+    return interpolated(workingEnergy(i), value(kind, i), workingEnergy(i + 1), value(kind, i + 1),
+                        E);
+}
+
+double AMutE::normalisedAt(double E) const
+{
+    return valueAt(4, E);
+}
+
+void AMutE::valueRange(int kind, double from, double to, double* min, double* max) const
+{
+    for (qsizetype i = 0; i < points.size(); ++i) {
+        const double e = workingEnergy(i);
+        if (!(e >= from && e <= to)) {
+            continue;
+        }
+        const double v = value(kind, static_cast<int>(i));
+        if (v < *min) {
+            *min = v;
+        }
+        if (v > *max) {
+            *max = v;
+        }
+    }
+}
+
+bool AMutE::backgroundSubtractedAt(double E, bool subPost, double* out) const
+{
+    double e0 = 0.0;
+    double mut0 = 0.0;
+    for (const MutPoint& point : points) {
+        const double e1 = point.energy - dE;
+        if (e1 >= E) {
+            const double background = subPost ? postValue(E) : preValue(E);
+            *out = interpolated(e0, mut0, e1, point.mut, E) - background;
+            return true;
+        }
+        e0 = e1;
+        mut0 = point.mut;
+    }
+    return false;
+}

@@ -1,0 +1,126 @@
+// The calculation on the stack of maps.
+
+#include "panel/FourPs.h"
+
+#include "analysis/CalculationChoice.h"
+#include "analysis/MapCalculation.h"
+#include "analysis/ReferenceSet.h"
+#include "display/Histgram.h"
+#include "rows/AEPoint.h"
+
+using analysis::MapStack;
+using analysis::Variant;
+
+void FourPs::calcMap()
+{
+    const QList<analysis::PointState> points = pointStates();
+    const analysis::Selection selection = analysis::selectedMapRows(points);
+    const analysis::MethodRadios radios = methodRadios();
+    if (!radios.nonEquivalent && selection.vRow < 0) {
+        message(tr("V Point is not selected"));
+        return;
+    }
+    const analysis::ReferenceSet refs = references();
+    if (!mapMayRun(refs)) {
+        return;
+    }
+    const analysis::Choice choice =
+        analysis::chooseForMap(radios, selection.count, refs.validCount());
+    switch (choice.variant) {
+    case Variant::ThreePoints:
+    case Variant::ExactFourPoints:
+    case Variant::LeastSquare:
+        mapFourPoints(choice.variant, analysis::collectRows(points, refs), refs);
+        break;
+    case Variant::WrongCount:
+        sayWrongCount(selection.count, choice.needed);
+        break;
+    case Variant::TooFew:
+        message(tr("Number of selected data sets %1 is less than %2.")
+                    .arg(selection.count)
+                    .arg(choice.needed));
+        break;
+    case Variant::NonEquivalentLinear:
+    case Variant::NonEquivalentVictoreen:
+        break; // not part of the four-points family
+    }
+}
+
+bool FourPs::mapMayRun(const analysis::ReferenceSet& refs)
+{
+    if (refs.validCount() < 2) {
+        message(
+            tr("Number of valied Ref Files is %1, which is less than 2.").arg(refs.validCount()));
+    }
+    const int broken = refs.rowWithoutValidCounterpart();
+    if (broken >= 0) {
+        message(tr("Ref File %1 is not valid.").arg(broken));
+        return false;
+    }
+    return true;
+}
+
+void FourPs::mapFourPoints(Variant variant, const analysis::CollectedRows& rows,
+                           const analysis::ReferenceSet& refs)
+{
+    if (!refs.used(1)) {
+        return; // the count has told already that a reference is missing
+    }
+    switch (variant) {
+    case Variant::ThreePoints:
+        map3ps(rows, refs);
+        break;
+    case Variant::ExactFourPoints:
+        map4psExact(rows, refs);
+        break;
+    default:
+        map4psLS(rows, refs);
+        break;
+    }
+}
+
+void FourPs::map3ps(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs)
+{
+    if (!hasUsableRows(rows, 3)) {
+        return;
+    }
+    startMapHistograms();
+    analysis::mapThreePoints(mapStack(rows, refs), BaseData, *HistV, *HistT);
+}
+
+void FourPs::map4psExact(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs)
+{
+    if (!hasUsableRows(rows, 4)) {
+        return;
+    }
+    startMapHistograms();
+    analysis::mapExactFourPoints(mapStack(rows, refs), BaseData, *HistV, *HistT);
+}
+
+void FourPs::map4psLS(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs)
+{
+    startMapHistograms();
+    analysis::mapLeastSquare(mapStack(rows, refs), BaseData, *HistV, *HistT);
+}
+
+void FourPs::startMapHistograms()
+{
+    HistV->init();
+    HistT->init();
+}
+
+MapStack FourPs::mapStack(const analysis::CollectedRows& rows,
+                          const analysis::ReferenceSet& refs) const
+{
+    const auto point = [this](const analysis::PointNumbers& row) {
+        return analysis::MapPoint{EPoints.at(row.row), row.energy, row.r1, row.r2};
+    };
+    MapStack stack;
+    for (const analysis::PointNumbers& row : rows.others) {
+        stack.others.append(point(row));
+    }
+    stack.v = point(rows.v);
+    stack.r = rows.r;
+    stack.mix = refs.valenceMix();
+    return stack;
+}

@@ -2,18 +2,23 @@
 #pragma once
 
 class QFile;
-class QString;
 
 namespace data
 {
 
-/// Opens @p file read-only, without text mode. False for anything but a
-/// readable regular file: a folder, a pipe or a device would fail, block or
-/// never end.
+/// Opens the file that @p file names read-only, without text mode; the caller
+/// adds that with setTextModeEnabled().
+///
+/// @return false, with @p file closed, for anything but a readable regular
+///         file, a link to one included: a folder, a pipe or a device would
+///         fail, block or never end. The call itself never blocks on them.
 bool openForReading(QFile& file);
 
-/// Opens @p file write-only in text mode, replacing its contents. False when
-/// that fails, and for a pipe, whose open would wait for a reader.
+/// Opens the file that @p file names write-only in text mode, replacing its
+/// contents; it is made when it is not there.
+///
+/// @return false, with @p file closed, when that fails, and for a pipe, whose
+///         open would wait for a reader. Devices are taken.
 bool openForWriting(QFile& file);
 
 } // namespace data

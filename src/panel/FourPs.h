@@ -1,1 +1,185 @@
+// The one panel of the program: input rows, calculations and result map.
 #pragma once
+
+#include "analysis/RowCollection.h"
+#include "data/A2DData.h"
+#include "rows/RefFiles.h"
+#include "ui_FourPs.h"
+
+#include <QFrame>
+#include <QList>
+#include <QStringList>
+
+#include <array>
+
+class AEPoint;
+class AFileSelect;
+class AMutE;
+class AXafsFileSelect;
+class Histgram;
+class QButtonGroup;
+
+namespace analysis
+{
+struct MapStack;
+struct MethodRadios;
+enum class Variant;
+struct ValenceMix;
+class ReferenceSet;
+} // namespace analysis
+
+/// Holds the rows of input, the result map and the histograms, and joins them
+/// with signals and slots.
+///
+/// The widgets are the state: numbers and choices are read from line edits and
+/// buttons at each use, and a text that is no number counts as 0. A slot gathers
+/// what it needs once, calls a pure function, and presents its result. Refusals
+/// go to the message box and leave earlier results as they were.
+class FourPs : public QFrame
+{
+    Q_OBJECT
+
+public:
+    explicit FourPs(QWidget* parent = nullptr);
+
+    /// Adds a line to the message box, its white space folded.
+    void message(const QString& text);
+
+    /// The normalisation chosen for graphs: 0 none, 1 less pre-edge line, 3 by
+    /// edge jump, 4 by two lines; 5 when nothing is checked.
+    int NormMode() const;
+
+    /// Lowest and highest valence among the used references and their distance;
+    /// see analysis::ReferenceSet::valenceRange().
+    void ValenceRange(double& lo, double& hi, double& span) const;
+
+    /// Writes the automatic histogram limits where "Auto" is on.
+    void SetHistogramRanges();
+
+    /// Index of the first energy row whose "Show Map" is checked, 0 without one.
+    int CheckedMapRow() const;
+
+    /// State of the own histogram box of the @p n-th used reference, from 0;
+    /// false when there is no such reference.
+    bool ratioChecked(int n) const;
+    bool dMutChecked(int n) const;
+
+    /// The valence histogram, or that of the last checked ratio box.
+    Histgram* currentRatioHist() const;
+
+    /// Edge jump of the first used reference over that of the second.
+    double edgeJumpRatio() const;
+
+    /// Valence of a fraction @p a of the first used reference; 0.0 with fewer
+    /// than two valid used references.
+    double valenceMix(double a) const;
+
+    /// Whether the result file shall have column @p i (0 to 12).
+    bool isColumnWanted(int i) const;
+
+    /// Name of column @p i in the result file, "UnKnown" outside 0 to 12.
+    QString columnName(int i) const;
+
+    /// Index (0 to 12) of the map chosen for display; 0 when none is.
+    int kindOfMap() const;
+
+    Ui_FourPs ui;
+    QLineEdit* MultiEnergys = nullptr; ///< a list of energies for all rows
+    AFileSelect* MultiFiles = nullptr; ///< several maps at once
+    RefFiles Refs;
+    QList<AXafsFileSelect*> XafsFiles; ///< Ref 1 to Ref 4, then the target
+    QList<AEPoint*> EPoints;           ///< eight rows; nobody owns their frames
+    A2DData BaseData;                  ///< result of the latest map calculation
+    QList<AMutE*> DispMuts;            ///< for display only; index as in SelectedFs
+    double TargetV = 0.0;              ///< fraction of the latest target calculation
+    double TargetT = 0.0;              ///< its valence
+    Histgram* HistV = nullptr;         ///< valence
+    Histgram* HistT = nullptr;         ///< total dMut
+    QList<Histgram*> HistRatio;        ///< one per reference, widgets of HistV
+    QList<Histgram*> HistDMut;         ///< one per reference, widgets of HistT
+
+public Q_SLOTS:
+    /// Takes @p e (eV) as the edge energy.
+    void noticedNewEdge(double e);
+    void setEdge();
+    void dispCalcConditions(bool f);
+    void changedSubBGTypeForRef(bool f);
+    void changedSubBGTypeForTarget(bool f);
+    void removeAFile();
+    void receiveNewDir(QString dir);
+    void receiveNewEnergy(double e);
+    void receiveNewFile(QString fname);
+    void receiveNewRef(int n);
+    void receiveNewRef1(QString fname);
+    void receiveNewRef2(QString fname);
+    void receiveNewRef3(QString fname);
+    void receiveNewRef4(QString fname);
+    void receiveNewTarget(QString fname);
+    void receiveNewDispFiles(QStringList paths);
+    void receiveNewPaths(QStringList paths);
+    /// The reflex after a change of input: every calculation in turn, each
+    /// whatever became of the one before.
+    void calcBoth();
+    void calcMap();
+    void calcTarget();
+    void calcAndWrite();
+    void write();
+    void newMultiEnergys();
+
+private:
+    // Construction, in this order.
+    void makeReferenceRows();
+    void makeFileRows();
+    void groupMapRadios();
+    void makeEnergyRows();
+    void layOutEnergyRows();
+    void makeHeadings();
+    void placeEnergyRow(int row);
+    void makeHistograms();
+    void SetDefaultEnergies();
+    void groupNormRadios();
+    void wire();
+    void wireReferences();
+    void wireEnergyRows();
+    void wireFileRows();
+    void wireButtons();
+
+    // Gathering: the widgets' texts and states as plain numbers.
+    QList<analysis::PointState> pointStates() const;
+    analysis::ReferenceSet references() const;
+    analysis::MethodRadios methodRadios() const;
+    analysis::MapStack mapStack(const analysis::CollectedRows& rows,
+                                const analysis::ReferenceSet& refs) const;
+    std::array<QAbstractButton*, 13> recordBoxes() const;
+    std::array<QAbstractButton*, 13> mapRadios() const;
+    std::array<bool, 13> wantedColumns() const;
+
+    // Target calculation.
+    bool targetMayRun(const analysis::ReferenceSet& refs);
+    void target3ps(const analysis::CollectedRows& rows, const QList<analysis::PointState>& points);
+    void target4psExact(const analysis::CollectedRows& rows,
+                        const QList<analysis::PointState>& points);
+    void target4psLS(const analysis::CollectedRows& rows,
+                     const QList<analysis::PointState>& points);
+    void keepTargetResult(double a);
+
+    // Map calculation.
+    bool mapMayRun(const analysis::ReferenceSet& refs);
+    void mapFourPoints(analysis::Variant variant, const analysis::CollectedRows& rows,
+                       const analysis::ReferenceSet& refs);
+    void map3ps(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs);
+    void map4psExact(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs);
+    void map4psLS(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs);
+    void startMapHistograms();
+
+    bool hasUsableRows(const analysis::CollectedRows& rows, int needed);
+    void sayWrongCount(int count, int needed);
+
+    // Reflexes.
+    void RefreshRefColumn(int n);
+    void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy);
+
+    QButtonGroup* m_mapRadioGroup = nullptr;
+    QButtonGroup* m_mapRowGroup = nullptr;
+    QButtonGroup* m_normGroup = nullptr;
+};

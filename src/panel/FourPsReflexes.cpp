@@ -1,0 +1,225 @@
+// The small operations that keep rows, spectra and scales in step.
+
+#include "panel/FourPs.h"
+
+#include "analysis/ReferenceSet.h"
+#include "data/TextItems.h"
+#include "rows/AEPoint.h"
+#include "rows/ARefFile.h"
+#include "rows/LineEditText.h"
+
+#include <memory>
+
+void FourPs::noticedNewEdge(double e)
+{
+    rows::showNumber(ui.EdgeE, e);
+    setEdge();
+}
+
+void FourPs::setEdge()
+{
+    const double edge = rows::numberIn(ui.EdgeE);
+    const double preEdgeEnd = edge + rows::numberIn(ui.PreEEndDE);
+    const double postEdgeStart = edge + rows::numberIn(ui.PostEStartDE);
+    QList<AMutE*> spectra(XafsFiles.cbegin(), XafsFiles.cend());
+    spectra.append(DispMuts);
+    for (AMutE* spectrum : std::as_const(spectra)) {
+        spectrum->preEdgeEnd = preEdgeEnd;
+        spectrum->edgeEnergy = edge;
+        spectrum->postEdgeStart = postEdgeStart;
+        spectrum->fitLines();
+    }
+    for (int i = 0; i < Refs.RefRows.size(); ++i) {
+        receiveNewRef(i);
+    }
+}
+
+void FourPs::dispCalcConditions(bool f)
+{
+    ui.CConds->setVisible(f);
+}
+
+void FourPs::changedSubBGTypeForRef(bool f)
+{
+    for (AEPoint* row : std::as_const(EPoints)) {
+        row->subBGForRef = f;
+    }
+    for (const ARefFile* row : std::as_const(Refs.RefRows)) {
+        row->XafsFS->subPost = f;
+    }
+    for (int i = 0; i < Refs.RefRows.size(); ++i) {
+        receiveNewRef(i);
+    }
+}
+
+void FourPs::changedSubBGTypeForTarget(bool f)
+{
+    for (AEPoint* row : std::as_const(EPoints)) {
+        row->subBGForTarget = f;
+    }
+    ui.TargetFile->subPost = f;
+    receiveNewTarget(QString());
+    calcBoth();
+}
+
+void FourPs::removeAFile()
+{
+    const int current = ui.SelectedFs->currentIndex();
+    if (current < 0 || current >= DispMuts.size()) {
+        return;
+    }
+    const std::unique_ptr<AMutE> removed(DispMuts.takeAt(current));
+    ui.SelectedFs->removeItem(current);
+}
+
+void FourPs::receiveNewDir(QString dir)
+{
+    for (const AEPoint* row : std::as_const(EPoints)) {
+        row->FileSelect->setDir(dir);
+    }
+    for (AXafsFileSelect* row : std::as_const(XafsFiles)) {
+        row->setDir(dir);
+    }
+    // The save row keeps a directory of its own.
+    ui.DispFSelect->setDir(dir);
+    MultiFiles->setDir(dir);
+}
+
+void FourPs::receiveNewEnergy(double)
+{
+    const auto* row = qobject_cast<AEPoint*>(sender());
+    if (!row || !EPoints.contains(row)) {
+        return;
+    }
+    const double energy = rows::numberIn(row->Energy);
+    for (int j = 0; j < Refs.RefRows.size(); ++j) {
+        refreshCell(row->mutEdits.at(j), XafsFiles.at(j), energy);
+    }
+    refreshCell(row->MutT, ui.TargetFile, energy);
+}
+
+void FourPs::receiveNewFile(QString fname)
+{
+    const qsizetype index = XafsFiles.indexOf(qobject_cast<AXafsFileSelect*>(sender()));
+    if (index >= 0 && index < Refs.RefRows.size()) {
+        receiveNewRef(static_cast<int>(index));
+    } else if (index == Refs.RefRows.size()) {
+        receiveNewTarget(fname);
+    }
+    calcBoth();
+}
+
+void FourPs::receiveNewRef(int n)
+{
+    if (n >= 0 && n < Refs.RefRows.size() && XafsFiles.at(n)->valid) {
+        RefreshRefColumn(n);
+    }
+}
+
+void FourPs::receiveNewRef1(QString)
+{
+    receiveNewRef(0);
+}
+
+void FourPs::receiveNewRef2(QString)
+{
+    receiveNewRef(1);
+}
+
+void FourPs::receiveNewRef3(QString)
+{
+    receiveNewRef(2);
+}
+
+void FourPs::receiveNewRef4(QString)
+{
+    receiveNewRef(3);
+}
+
+void FourPs::receiveNewTarget(QString)
+{
+    for (const AEPoint* row : std::as_const(EPoints)) {
+        refreshCell(row->MutT, ui.TargetFile, rows::numberIn(row->Energy));
+    }
+}
+
+void FourPs::receiveNewDispFiles(QStringList paths)
+{
+    for (const QString& path : std::as_const(paths)) {
+        auto spectrum = std::make_unique<AMutE>();
+        if (!spectrum->readFile(path)) {
+            continue;
+        }
+        DispMuts.append(spectrum.release());
+        ui.SelectedFs->addItem(path);
+        setEdge();
+    }
+}
+
+void FourPs::receiveNewPaths(QStringList paths)
+{
+    const qsizetype count = qMin(paths.size(), EPoints.size());
+    for (qsizetype k = 0; k < count; ++k) {
+        EPoints.at(k)->FileSelect->newFile(paths.at(k));
+    }
+}
+
+void FourPs::calcBoth()
+{
+    SetHistogramRanges();
+    calcMap();
+    calcTarget();
+}
+
+void FourPs::newMultiEnergys()
+{
+    const QStringList energies =
+        data::energiesOfList(MultiEnergys->text(), static_cast<int>(EPoints.size()));
+    for (qsizetype i = 0; i < energies.size(); ++i) {
+        EPoints.at(i)->Energy->setText(energies.at(i));
+    }
+}
+
+void FourPs::ValenceRange(double& lo, double& hi, double& span) const
+{
+    const analysis::Limits range = references().valenceRange();
+    lo = range.low;
+    hi = range.high;
+    span = hi - lo;
+}
+
+void FourPs::SetHistogramRanges()
+{
+    const analysis::ReferenceSet refs = references();
+    const auto show = [](QLineEdit* from, QLineEdit* to, const analysis::Limits& limits) {
+        rows::showNumber(from, limits.low);
+        rows::showNumber(to, limits.high);
+    };
+    if (ui.HgAAuto->isChecked()) {
+        show(ui.HgAFrom, ui.HgATo, analysis::valenceHistogramLimits(refs));
+    }
+    if (ui.HgTAuto->isChecked()) {
+        show(ui.HgTFrom, ui.HgTTo, analysis::jumpHistogramLimits(refs));
+    }
+}
+
+void FourPs::RefreshRefColumn(int n)
+{
+    for (const AEPoint* row : std::as_const(EPoints)) {
+        const double energy = rows::numberIn(row->Energy);
+        if (energy > 0) {
+            refreshCell(row->mutEdits.at(n), XafsFiles.at(n), energy);
+        }
+    }
+    calcBoth();
+}
+
+void FourPs::refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy)
+{
+    double mut = 0.0;
+    if (spectrum->MutAt(energy, &mut)) {
+        rows::showNumber(cell, mut);
+    } else {
+        cell->clear();
+    }
+}

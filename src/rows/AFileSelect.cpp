@@ -1,0 +1,165 @@
+#include "rows/AFileSelect.h"
+
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QUrl>
+
+namespace
+{
+
+// The colour tells which fields are the user's to type in.
+constexpr QLatin1String shownOnlyStyle("background-color: rgb(255, 255, 220);");
+constexpr QLatin1String editableStyle("background-color: rgb(255, 255, 255);");
+
+// The directory is asked, not the file: a file yet to be saved has one, too.
+QString canonicalDirectory(const QFileInfo& info)
+{
+    return info.dir().canonicalPath();
+}
+
+// The path that a dropped URL stands for; empty when it is no local file.
+QString droppedPath(const QUrl& url)
+{
+    const QString scheme = QStringLiteral("file://");
+    const QString text = url.toString();
+    if (!text.startsWith(scheme)) {
+        return {};
+    }
+    const QString path = text.mid(scheme.size()).simplified();
+    // What opens with a host name is a network share.
+    return path.startsWith(u'/') ? path : QStringLiteral("//") + path;
+}
+
+} // namespace
+
+AFileSelect::AFileSelect(QWidget* parent, int initialMode)
+    : QFrame(parent)
+    , dialog(new QFileDialog(this, Qt::Window))
+{
+    setupUi(this);
+    dEBase->hide();
+    setAcceptDrops(true);
+    // The field would take a dropped file as text; so it falls to the row.
+    FileName->setAcceptDrops(false);
+
+    dialog->setObjectName(QStringLiteral("dialog"));
+    dialog->setNameFilters({QStringLiteral("Data Files (*.dat)"),
+                            QStringLiteral("2dProc files (*.2dp)"), QStringLiteral("All (* *.*)")});
+    // The toolkit would open the directory of an earlier run.
+    dialog->setDirectory(QDir::currentPath());
+    setMode(initialMode);
+
+    connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::show);
+    connect(ClearB, &QPushButton::clicked, this, &AFileSelect::clearFileName);
+    connect(dialog, &QFileDialog::fileSelected, this, &AFileSelect::newFile);
+    connect(dialog, &QFileDialog::currentChanged, this, &AFileSelect::selectingFile);
+    connect(dialog, &QFileDialog::filesSelected, this, &AFileSelect::newFiles);
+    connect(dE, &QLineEdit::editingFinished, this, &AFileSelect::newDE);
+}
+
+void AFileSelect::setMode(int m)
+{
+    mode = m;
+    const bool saving = mode == SaveMode;
+    if (saving) {
+        dialog->setAcceptMode(QFileDialog::AcceptSave);
+        dialog->setFileMode(QFileDialog::AnyFile);
+    } else {
+        dialog->setAcceptMode(QFileDialog::AcceptOpen);
+        dialog->setFileMode(multi ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+    }
+    FileName->setReadOnly(!saving);
+    FileName->setStyleSheet(saving ? editableStyle : shownOnlyStyle);
+}
+
+QString AFileSelect::fileText() const
+{
+    return FileName->text();
+}
+
+void AFileSelect::newFile(QString path)
+{
+    if (mode == SaveMode && !suffix.isEmpty() && QFileInfo(path).suffix() != suffix) {
+        path += u'.' + suffix;
+    }
+    FileName->setText(path);
+    const QFileInfo info(path);
+    dir = canonicalDirectory(info);
+    fileName = info.fileName();
+    Q_EMIT newDir(dir);
+    Q_EMIT newFilePath(path);
+    Q_EMIT selectedFile();
+}
+
+void AFileSelect::newFiles(QStringList paths)
+{
+    QString names;
+    for (const QString& path : paths) {
+        const QFileInfo info(path);
+        names += info.fileName() + u' ';
+        dir = canonicalDirectory(info);
+    }
+    FileName->setText(names);
+    Q_EMIT newDir(dir);
+    Q_EMIT newFilePaths(paths);
+    Q_EMIT selectedFile();
+}
+
+void AFileSelect::clearFileName()
+{
+    FileName->clear();
+    // No newDir(): the directory in use is as good as before.
+    Q_EMIT newFilePath(QString());
+    Q_EMIT selectedFile();
+}
+
+void AFileSelect::selectingFile(QString path)
+{
+    // The dialog's highlight also moves when code sets it up.
+    if (!dialog->isVisible()) {
+        return;
+    }
+    const QFileInfo info(path);
+    if (info.isFile() && info.isReadable()) {
+        newFile(path);
+    }
+}
+
+void AFileSelect::setDir(QString newDir)
+{
+    if (newDir == dir) {
+        return;
+    }
+    dir = newDir;
+    dialog->setDirectory(newDir);
+}
+
+void AFileSelect::showDE(bool f)
+{
+    dEBase->setVisible(f);
+}
+
+void AFileSelect::dragEnterEvent(QDragEnterEvent* event)
+{
+    event->acceptProposedAction();
+}
+
+void AFileSelect::dropEvent(QDropEvent* event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.isEmpty()) {
+        return;
+    }
+    const QString path = droppedPath(urls.first());
+    if (path.isEmpty()) {
+        return;
+    }
+    // A copy whatever was proposed: the file stays with whom it came from.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    newFile(path);
+}

@@ -1,0 +1,43 @@
+#include "rows/AXafsFileSelect.h"
+
+#include "rows/LineEditText.h"
+
+#include <QDebug>
+
+AXafsFileSelect::AXafsFileSelect(QWidget* parent)
+    : AFileSelect(parent)
+{
+    connect(this, &AFileSelect::newFilePath, this, &AXafsFileSelect::newFile);
+}
+
+void AXafsFileSelect::attach(DispABase* f)
+{
+    frame = f;
+    showDE(true);
+    connect(this, &AFileSelect::newDE, this, &AXafsFileSelect::setNewDE, Qt::UniqueConnection);
+}
+
+bool AXafsFileSelect::MutAt(double E, double* out) const
+{
+    return backgroundSubtractedAt(E, subPost, out);
+}
+
+void AXafsFileSelect::newFile(QString path)
+{
+    // The result counts, not `valid`: after a path that is no file the earlier
+    // spectrum is still there, but it has no new edge to propose.
+    if (readFile(path)) {
+        Q_EMIT foundNewEdge(findEdge());
+    }
+}
+
+void AXafsFileSelect::setNewDE()
+{
+    // The background lines keep the fit made when the file was read.
+    AMutE::dE = rows::numberIn(AFileSelect::dE);
+    qDebug() << "set new de";
+    if (valid) {
+        qDebug() << "bb";
+        Q_EMIT updated();
+    }
+}

@@ -1,0 +1,6 @@
+#include "rows/RefFiles.h"
+
+RefFiles::RefFiles(QObject* parent)
+    : QObject(parent)
+{
+}

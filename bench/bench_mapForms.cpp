@@ -1,0 +1,152 @@
+// The three map forms on a stack of 1000 x 1000 pixels: the plain road, which
+// parses and looks up for every pixel, beside the product's.
+
+#include "analysis/HistogramCounts.h"
+#include "analysis/MapCalculation.h"
+#include "data/A2DData.h"
+#include "support/PlainMapForms.h"
+#include "support/RatioReporter.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QList>
+
+#include <cmath>
+#include <random>
+
+namespace
+{
+
+constexpr int side = 1000;
+constexpr int mapCount = 6;
+constexpr int vRow = 2;
+
+struct PointTexts {
+    const char* energy;
+    const char* r1;
+    const char* r2;
+};
+
+constexpr PointTexts pointTexts[mapCount] = {
+    {"8250", "0.00123", "0.00118"}, {"8320", "0.00345", "0.00351"}, {"8345", "0.612", "0.334"},
+    {"8385", "1.0123", "1.0098"},   {"8430", "1.0034", "1.0011"},   {"8475", "0.9987", "0.9992"}};
+
+// Counts of a measured map: I0 about 1e5, mut about that of the texts above.
+A2DData measuredMap(int k)
+{
+    std::mt19937_64 random(static_cast<unsigned>(k) + 1);
+    std::uniform_real_distribution<double> noise(-0.01, 0.01);
+    A2DData map;
+    map.xNum = side;
+    map.yNum = side;
+    map.rows.reserve(side * side);
+    const double r = QString(QLatin1String(pointTexts[k].r1)).toDouble();
+    for (int i = 0; i < side * side; ++i) {
+        const double mut =
+            0.05 + r * (0.5 + (i % side) / static_cast<double>(side)) + noise(random);
+        map.rows.append(
+            {i % side * 0.5, i / side * 0.5, std::round(1e5 * std::exp(-mut)), 1e5, {}});
+    }
+    return map;
+}
+
+const QList<A2DData>& maps()
+{
+    static const QList<A2DData> made = [] {
+        QList<A2DData> list;
+        for (int k = 0; k < mapCount; ++k) {
+            list.append(measuredMap(k));
+        }
+        return list;
+    }();
+    return made;
+}
+
+tests::PlainStack plainStack(const QList<int>& rows)
+{
+    tests::PlainStack stack;
+    stack.references = {{true, true, QStringLiteral("2")},
+                        {true, true, QStringLiteral("3")},
+                        {false, true, QStringLiteral("4")},
+                        {false, true, QStringLiteral("0")}};
+    stack.r = 1.02;
+    for (const int k : rows) {
+        stack.points.append({&maps().at(k), k == vRow, QLatin1String(pointTexts[k].energy),
+                             QLatin1String(pointTexts[k].r1), QLatin1String(pointTexts[k].r2)});
+    }
+    return stack;
+}
+
+analysis::MapStack productStack(const tests::PlainStack& plain)
+{
+    analysis::MapStack stack;
+    stack.r = plain.r;
+    stack.mix = {true, 2.0, 3.0};
+    for (const tests::PlainPoint& point : plain.points) {
+        const analysis::MapPoint numbers{point.map, point.energy.toDouble(), point.r1.toDouble(),
+                                         point.r2.toDouble()};
+        if (point.vPoint) {
+            stack.v = numbers;
+        } else {
+            stack.others.append(numbers);
+        }
+    }
+    return stack;
+}
+
+template <auto Form>
+void plainForm(benchmark::State& state, const QList<int>& rows)
+{
+    const tests::PlainStack stack = plainStack(rows);
+    A2DData result;
+    for (auto _ : state) {
+        tests::PlainHistogram valence{1.5, 0.04, QList<int>(51, 0), 0, 0, 0};
+        tests::PlainHistogram thickness{-0.5, 0.06, QList<int>(51, 0), 0, 0, 0};
+        Form(stack, result, valence, thickness);
+        benchmark::DoNotOptimize(result.rows.constData());
+    }
+    state.SetItemsProcessed(state.iterations() * side * side);
+}
+
+template <auto Form>
+void productForm(benchmark::State& state, const QList<int>& rows)
+{
+    const analysis::MapStack stack = productStack(plainStack(rows));
+    A2DData result;
+    for (auto _ : state) {
+        HistogramCounts valence;
+        HistogramCounts thickness;
+        valence.start(1.52, 3.52, 51);
+        thickness.start(-0.47, 2.53, 51);
+        Form(stack, result, valence, thickness);
+        benchmark::DoNotOptimize(result.rows.constData());
+    }
+    state.SetItemsProcessed(state.iterations() * side * side);
+}
+
+const QList<int> threeRows{1, 2, 3};
+const QList<int> fourRows{0, 1, 2, 3};
+const QList<int> sixRows{0, 1, 2, 3, 4, 5};
+
+BENCHMARK_CAPTURE(plainForm<tests::plainThreePoints>, threePoints, threeRows)
+    ->Name("threePoints/plain")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(productForm<analysis::mapThreePoints>, threePoints, threeRows)
+    ->Name("threePoints/product")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(plainForm<tests::plainExactFourPoints>, exact, fourRows)
+    ->Name("exactFourPoints/plain")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(productForm<analysis::mapExactFourPoints>, exact, fourRows)
+    ->Name("exactFourPoints/product")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(plainForm<tests::plainLeastSquare>, leastSquare, sixRows)
+    ->Name("leastSquare/plain")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(productForm<analysis::mapLeastSquare>, leastSquare, sixRows)
+    ->Name("leastSquare/product")
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+AELK_BENCHMARK_MAIN()

@@ -1,0 +1,388 @@
+#include "analysis/MapCalculation.h"
+
+#include "analysis/HistogramCounts.h"
+#include "data/A2DData.h"
+#include "support/PlainMapForms.h"
+#include "support/SameDouble.h"
+
+#include <QTest>
+
+#include <array>
+#include <cmath>
+#include <limits>
+#include <random>
+
+using analysis::MapPoint;
+using analysis::MapStack;
+using analysis::ValenceMix;
+
+namespace
+{
+
+constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double Inf = std::numeric_limits<double>::infinity();
+
+// A map whose pixels hold ready values of mut.
+A2DData readyMap(int width, int height, const QList<double>& mut)
+{
+    A2DData map;
+    map.xNum = width;
+    map.yNum = height;
+    for (qsizetype i = 0; i < mut.size(); ++i) {
+        map.rows.append({10.0 + static_cast<double>(i), 20.0, mut.at(i), 0.0, {}});
+    }
+    return map;
+}
+
+struct Result {
+    A2DData map;
+    HistogramCounts valence;
+    HistogramCounts thickness;
+
+    Result()
+    {
+        valence.start(2.0, 3.0, 11);
+        thickness.start(0.0, 2.0, 11);
+    }
+};
+
+using Form = void (*)(const MapStack&, A2DData&, HistogramCounts&, HistogramCounts&);
+using PlainForm = void (*)(const tests::PlainStack&, A2DData&, tests::PlainHistogram&,
+                           tests::PlainHistogram&);
+
+// References 0..4 (R1) and 0..4 with another V value (R2); valences 2 and 3.
+MapStack threePointStack(const A2DData& m0, const A2DData& m1, const A2DData& mv)
+{
+    return {{{&m0, 100, 0, 0}, {&m1, 200, 4, 4}}, {&mv, 150, 3, 1}, 1.0, {true, 2.0, 3.0}};
+}
+
+QString text(double value)
+{
+    return QString::number(value, 'g', 17);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Form)
+Q_DECLARE_METATYPE(PlainForm)
+
+class tst_MapCalculation : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void oneRowPerPixelInScanOrder();
+    void threePointsByHand();
+    void coordinatesComeFromTheVRowsMap();
+    void pixelBeyondTheVRowsRowsHasZeroCoordinates();
+    void rowsOfAnotherSizeAreReadWithTheirOwnWidth();
+    void headerLinesAndSizeComeFromTheVRow();
+    void earlierResultIsReplacedAndNoLongerExtended();
+    void mapWithoutLinesYieldsNoRows();
+    void absurdHeightWithoutWidthEndsAtOnce();
+    void nanPixelStaysAndCountsBelow();
+    void tooFewRowsForAFormDoNothing();
+    void exactFormTakesTheFirstThreeRows();
+    void leastSquareWithoutOtherRowsStillGivesARowPerPixel();
+    void productEqualsPlainRoadToTheLastBit_data();
+    void productEqualsPlainRoadToTheLastBit();
+};
+
+void tst_MapCalculation::oneRowPerPixelInScanOrder()
+{
+    const A2DData map = readyMap(3, 2, {1, 2, 3, 4, 5, 6});
+    Result result;
+    analysis::mapThreePoints(threePointStack(map, map, map), result.map, result.valence,
+                             result.thickness);
+    QCOMPARE(result.map.rows.size(), 6);
+    for (int i = 0; i < 6; ++i) {
+        QCOMPARE(result.map.rows.at(i).x, 10.0 + i);
+        QVERIFY(result.map.rows.at(i).values.isEmpty());
+    }
+}
+
+void tst_MapCalculation::threePointsByHand()
+{
+    // T at the rows 1 and 5, at V 3: f(T) = 1/2, f(R1) = 3/4, f(R2) = 1/4, so
+    // a = 1/2; thickness (5 - 1) / (0.5 * ((4 - 0) + (4 - 0))) = 1.
+    const A2DData m0 = readyMap(1, 1, {1});
+    const A2DData m1 = readyMap(1, 1, {5});
+    const A2DData mv = readyMap(1, 1, {3});
+    Result result;
+    analysis::mapThreePoints(threePointStack(m0, m1, mv), result.map, result.valence,
+                             result.thickness);
+    QCOMPARE(result.map.rows.at(0).intensity, 0.5);
+    QCOMPARE(result.map.rows.at(0).i0, 1.0);
+    // Valence 2.5 lies in the middle bin of eleven centred on 2.0 ... 3.0.
+    QCOMPARE(result.valence.bins.at(5), 1);
+    QCOMPARE(result.thickness.bins.at(5), 1);
+    QCOMPARE(result.valence.total, 1);
+}
+
+void tst_MapCalculation::coordinatesComeFromTheVRowsMap()
+{
+    A2DData m0 = readyMap(1, 1, {1});
+    m0.rows[0].x = 77;
+    A2DData mv = readyMap(1, 1, {3});
+    mv.rows[0].x = -1.5;
+    mv.rows[0].y = 2.5;
+    Result result;
+    analysis::mapThreePoints(threePointStack(m0, m0, mv), result.map, result.valence,
+                             result.thickness);
+    QCOMPARE(result.map.rows.at(0).x, -1.5);
+    QCOMPARE(result.map.rows.at(0).y, 2.5);
+}
+
+void tst_MapCalculation::pixelBeyondTheVRowsRowsHasZeroCoordinates()
+{
+    const A2DData mv = readyMap(2, 1, {3}); // claims two pixels, has one
+    Result result;
+    analysis::mapThreePoints(threePointStack(mv, mv, mv), result.map, result.valence,
+                             result.thickness);
+    QCOMPARE(result.map.rows.size(), 2);
+    QCOMPARE(result.map.rows.at(1).x, 0.0);
+    QCOMPARE(result.map.rows.at(1).y, 0.0);
+}
+
+void tst_MapCalculation::rowsOfAnotherSizeAreReadWithTheirOwnWidth()
+{
+    // V row 20 by 20, another row 10 by 10 whose pixel i holds 1000 + i, the
+    // third one constant. Thickness (T1 - T0) / 4 shows T1 of each pixel.
+    const A2DData mv = readyMap(20, 20, QList<double>(400, 3.0));
+    QList<double> small;
+    for (int i = 0; i < 100; ++i) {
+        small.append(1000 + i);
+    }
+    const A2DData m1 = readyMap(10, 10, small);
+    const A2DData m0 = readyMap(20, 20, QList<double>(400, 0.0));
+    Result result;
+    analysis::mapThreePoints(threePointStack(m0, m1, mv), result.map, result.valence,
+                             result.thickness);
+    for (int y = 0; y < 20; ++y) {
+        for (int x = 0; x < 20; ++x) {
+            const int index = y * 10 + x; // by the small map's width
+            const double t1 = index < 100 ? 1000 + index : -1.0;
+            QCOMPARE(result.map.rows.at(y * 20 + x).i0, t1 / 4);
+        }
+    }
+}
+
+void tst_MapCalculation::headerLinesAndSizeComeFromTheVRow()
+{
+    A2DData m0 = readyMap(1, 1, {1});
+    m0.headerLines = {"# other"};
+    A2DData mv = readyMap(2, 1, {3, 3});
+    mv.headerLines = {"# one", "#  two "};
+    Result result;
+    analysis::mapThreePoints(threePointStack(m0, m0, mv), result.map, result.valence,
+                             result.thickness);
+    QCOMPARE(result.map.headerLines, mv.headerLines);
+    QCOMPARE(result.map.xNum, 2);
+    QCOMPARE(result.map.yNum, 1);
+}
+
+void tst_MapCalculation::earlierResultIsReplacedAndNoLongerExtended()
+{
+    const A2DData mv = readyMap(1, 1, {3});
+    Result result;
+    result.map = readyMap(3, 1, {7, 8, 9});
+    result.map.extended = true;
+    analysis::mapThreePoints(threePointStack(mv, mv, mv), result.map, result.valence,
+                             result.thickness);
+    QCOMPARE(result.map.rows.size(), 1);
+    QVERIFY(!result.map.extended);
+}
+
+void tst_MapCalculation::mapWithoutLinesYieldsNoRows()
+{
+    const A2DData m = readyMap(5, 0, {1, 2, 3, 4, 5});
+    Result result;
+    result.map = m;
+    analysis::mapThreePoints(threePointStack(m, m, m), result.map, result.valence,
+                             result.thickness);
+    QVERIFY(result.map.rows.isEmpty());
+    QCOMPARE(result.map.xNum, 5);
+}
+
+void tst_MapCalculation::absurdHeightWithoutWidthEndsAtOnce()
+{
+    const A2DData m = readyMap(0, std::numeric_limits<int>::max(), {1});
+    Result result;
+    analysis::mapThreePoints(threePointStack(m, m, m), result.map, result.valence,
+                             result.thickness);
+    QVERIFY(result.map.rows.isEmpty());
+}
+
+void tst_MapCalculation::nanPixelStaysAndCountsBelow()
+{
+    const A2DData mv = readyMap(1, 1, {NaN});
+    Result result;
+    analysis::mapThreePoints(threePointStack(mv, mv, mv), result.map, result.valence,
+                             result.thickness);
+    QVERIFY(std::isnan(result.map.rows.at(0).intensity));
+    QCOMPARE(result.valence.under, 1);
+    QCOMPARE(result.thickness.under, 1);
+}
+
+void tst_MapCalculation::tooFewRowsForAFormDoNothing()
+{
+    const A2DData m = readyMap(1, 1, {3});
+    MapStack stack = threePointStack(m, m, m);
+    Result result;
+    result.map = readyMap(1, 1, {42});
+    analysis::mapExactFourPoints(stack, result.map, result.valence, result.thickness);
+    QCOMPARE(result.map.rows.at(0).intensity, 42.0);
+    stack.others.removeLast();
+    analysis::mapThreePoints(stack, result.map, result.valence, result.thickness);
+    QCOMPARE(result.map.rows.at(0).intensity, 42.0);
+}
+
+void tst_MapCalculation::exactFormTakesTheFirstThreeRows()
+{
+    // The half sum of the references of tst_FourPointForms: a = 0.5, t/ts = 1.
+    const A2DData t0 = readyMap(1, 1, {2});
+    const A2DData t1 = readyMap(1, 1, {2.5});
+    const A2DData t2 = readyMap(1, 1, {6.5});
+    const A2DData tv = readyMap(1, 1, {5});
+    const A2DData surplus = readyMap(1, 1, {999});
+    const MapStack stack{{{&t0, 0, 1, 3}, {&t1, 1, 2, 3}, {&t2, 5, 4, 9}, {&surplus, 7, 1, 1}},
+                         {&tv, 2, 8, 2},
+                         1.0,
+                         {true, 2.0, 3.0}};
+    Result result;
+    analysis::mapExactFourPoints(stack, result.map, result.valence, result.thickness);
+    QVERIFY2(std::abs(result.map.rows.at(0).intensity - 0.5) < 1e-14,
+             qPrintable(text(result.map.rows.at(0).intensity)));
+    QVERIFY2(std::abs(result.map.rows.at(0).i0 - 1.0) < 1e-14,
+             qPrintable(text(result.map.rows.at(0).i0)));
+}
+
+void tst_MapCalculation::leastSquareWithoutOtherRowsStillGivesARowPerPixel()
+{
+    const A2DData m = readyMap(2, 1, {3, 4});
+    const MapStack stack{{}, {&m, 150, 3, 1}, 1.0, {true, 2.0, 3.0}};
+    Result result;
+    analysis::mapLeastSquare(stack, result.map, result.valence, result.thickness);
+    QCOMPARE(result.map.rows.size(), 2);
+    QVERIFY(std::isnan(result.map.rows.at(0).intensity));
+}
+
+void tst_MapCalculation::productEqualsPlainRoadToTheLastBit_data()
+{
+    QTest::addColumn<Form>("form");
+    QTest::addColumn<PlainForm>("plain");
+    QTest::addColumn<int>("least"); // rows beside the V row
+    QTest::newRow("three points") << &analysis::mapThreePoints << &tests::plainThreePoints << 2;
+    QTest::newRow("exact") << &analysis::mapExactFourPoints << &tests::plainExactFourPoints << 3;
+    QTest::newRow("least square") << &analysis::mapLeastSquare << &tests::plainLeastSquare << 0;
+}
+
+namespace
+{
+
+const std::array<double, 12> oddValues{0.0,  -0.0,   1.0,   -1.0,   NaN,    Inf,
+                                       -Inf, 5e-324, 1e308, -1e308, 1e-300, 0.1};
+
+A2DData hostileMap(std::mt19937_64& random)
+{
+    std::uniform_real_distribution<double> counts(-10.0, 1e5);
+    const auto pick = [&] {
+        return random() % 5 == 0 ? oddValues[random() % oddValues.size()] : counts(random);
+    };
+    A2DData map;
+    map.xNum = static_cast<int>(random() % 9);
+    map.yNum = static_cast<int>(random() % 7);
+    if (random() % 20 == 0) {
+        map.xNum = -map.xNum;
+    }
+    const auto rows = static_cast<int>(random() % 70);
+    for (int i = 0; i < rows; ++i) {
+        map.rows.append({pick(), pick(), pick(), pick(), {}});
+    }
+    map.headerLines = {QStringLiteral("# %1").arg(rows)};
+    return map;
+}
+
+QString oddText(std::mt19937_64& random)
+{
+    static const QStringList texts{"0", "1.5",  "nan",  "inf",   "-2", "words",
+                                   "",  "8345", "1e-5", "0.125", "7",  "3,5"};
+    return texts.at(static_cast<qsizetype>(random() % 12));
+}
+
+bool sameCounts(const HistogramCounts& counts, const tests::PlainHistogram& plain)
+{
+    return counts.bins == plain.bins && counts.under == plain.under && counts.over == plain.over &&
+           counts.total == plain.total;
+}
+
+bool sameRows(const A2DData& a, const A2DData& b)
+{
+    if (a.rows.size() != b.rows.size() || a.xNum != b.xNum || a.yNum != b.yNum ||
+        a.headerLines != b.headerLines || a.extended != b.extended) {
+        return false;
+    }
+    for (qsizetype i = 0; i < a.rows.size(); ++i) {
+        const A2DRow& p = a.rows.at(i);
+        const A2DRow& q = b.rows.at(i);
+        if (!tests::sameDouble(p.x, q.x) || !tests::sameDouble(p.y, q.y) ||
+            !tests::sameDouble(p.intensity, q.intensity) || !tests::sameDouble(p.i0, q.i0) ||
+            !p.values.isEmpty()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+void tst_MapCalculation::productEqualsPlainRoadToTheLastBit()
+{
+    QFETCH(Form, form);
+    QFETCH(PlainForm, plain);
+    QFETCH(int, least);
+    std::mt19937_64 random(4711);
+    for (int round = 0; round < 2000; ++round) {
+        QList<A2DData> maps;
+        const int others = least + static_cast<int>(random() % 4);
+        for (int i = 0; i <= others; ++i) {
+            maps.append(hostileMap(random));
+        }
+        tests::PlainStack plainStack;
+        plainStack.r = random() % 4 == 0 ? oddValues[random() % oddValues.size()] : 1.1;
+        plainStack.references = {{true, true, oddText(random)},
+                                 {true, random() % 4 != 0, oddText(random)}};
+        MapStack stack;
+        stack.r = plainStack.r;
+        stack.mix = {plainStack.references.at(1).valid,
+                     plainStack.references.at(0).valence.toDouble(),
+                     plainStack.references.at(1).valence.toDouble()};
+        for (int i = 0; i <= others; ++i) {
+            const tests::PlainPoint point{&maps.at(i), i == others, oddText(random),
+                                          oddText(random), oddText(random)};
+            plainStack.points.append(point);
+            const MapPoint numbers{point.map, point.energy.toDouble(), point.r1.toDouble(),
+                                   point.r2.toDouble()};
+            if (point.vPoint) {
+                stack.v = numbers;
+            } else {
+                stack.others.append(numbers);
+            }
+        }
+        Result result;
+        form(stack, result.map, result.valence, result.thickness);
+        Result empty;
+        A2DData plainMap;
+        tests::PlainHistogram valence{
+            empty.valence.minV, empty.valence.step, empty.valence.bins, 0, 0, 0};
+        tests::PlainHistogram thickness{
+            empty.thickness.minV, empty.thickness.step, empty.thickness.bins, 0, 0, 0};
+        plain(plainStack, plainMap, valence, thickness);
+        QVERIFY2(sameRows(result.map, plainMap), qPrintable(QString::number(round)));
+        QVERIFY2(sameCounts(result.valence, valence), qPrintable(QString::number(round)));
+        QVERIFY2(sameCounts(result.thickness, thickness), qPrintable(QString::number(round)));
+    }
+}
+
+QTEST_APPLESS_MAIN(tst_MapCalculation)
+#include "tst_MapCalculation.moc"

@@ -1,0 +1,276 @@
+// Numbers as text against the toolkit's own, which is the definition.
+#include "analysis/NumberText.h"
+
+#include <QTest>
+
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <random>
+
+namespace
+{
+
+using Random = std::mt19937_64;
+using Draw = double (*)(Random&);
+
+constexpr double inf = std::numeric_limits<double>::infinity();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+QByteArray textOf(double value)
+{
+    std::array<char, analysis::generalTextRoom> room;
+    const std::size_t length = analysis::generalText(value, room.data());
+    return QByteArray(room.data(), static_cast<qsizetype>(length));
+}
+
+/// Whether the product's text equals that of the toolkit, in a field of 10.
+bool sameAsToolkit(double value)
+{
+    static const QString format = QStringLiteral("%1");
+    QByteArray text;
+    analysis::appendGeneral(text, value, 10);
+    return format.arg(value, 10, 'g', -1, QLatin1Char(' ')) == QLatin1String(text);
+}
+
+QByteArray complaint(double value)
+{
+    return QByteArray::number(value, 'g', 17) + " reads " + textOf(value);
+}
+
+double uniform(Random& random, double low, double high)
+{
+    return low + (high - low) * static_cast<double>(random() >> 11) * 0x1p-53;
+}
+
+int integer(Random& random, int low, int high)
+{
+    return low + static_cast<int>(random() % static_cast<std::uint64_t>(high - low + 1));
+}
+
+double anyBits(Random& random)
+{
+    return std::bit_cast<double>(random());
+}
+
+double zeroToTen(Random& random)
+{
+    return uniform(random, 0.0, 10.0);
+}
+
+double anyMagnitudeNearOne(Random& random)
+{
+    return std::ldexp(uniform(random, -2.0, 2.0), integer(random, -80, 110));
+}
+
+/// Fractions with few binary digits, many of them exact halves of the sixth
+/// decimal digit.
+double dyadic(Random& random)
+{
+    return std::ldexp(integer(random, -20'000'000, 20'000'000), -integer(random, 0, 24));
+}
+
+/// A decimal of seven digits that ends in 5, as near as a double comes to it,
+/// or one of the two doubles beside it.
+double sevenDigitsEndingInFive(Random& random)
+{
+    const double digits = 10.0 * integer(random, 100'000, 999'999) + 5.0;
+    const int power = integer(random, -28, 28);
+    const double value =
+        power < 0 ? digits / std::pow(10.0, -power) : digits * std::pow(10.0, power);
+    const int step = integer(random, -1, 1);
+    return step == 0 ? value : std::nextafter(value, step * inf);
+}
+
+double wholeNumber(Random& random)
+{
+    return std::floor(std::ldexp(uniform(random, -1.0, 1.0), integer(random, 1, 64)));
+}
+
+double subnormal(Random& random)
+{
+    return std::bit_cast<double>(random() >> integer(random, 12, 63));
+}
+
+double powerOfTenOrBeside(Random& random)
+{
+    const QByteArray text = "1e" + QByteArray::number(integer(random, -323, 308));
+    const double value = text.toDouble();
+    const int step = integer(random, -1, 1);
+    return step == 0 ? value : std::nextafter(value, step * inf);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Draw)
+
+class tst_NumberText : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readsAsPrinted_data();
+    void readsAsPrinted();
+    void edgesAreTheToolkits_data();
+    void edgesAreTheToolkits();
+    void everyPowerOfTenAndItsNeighboursAreTheToolkits();
+    void everyPowerOfTwoIsTheToolkits();
+    void randomNumbersAreTheToolkits_data();
+    void randomNumbersAreTheToolkits();
+    void shortTextIsAlignedToTheRight();
+    void longTextLosesNoDigits();
+    void appendingKeepsWhatIsThere();
+};
+
+// Texts from the rules of the general format, by hand.
+void tst_NumberText::readsAsPrinted_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("zero") << 0.0 << QByteArray("0");
+    QTest::newRow("minus zero has no sign") << -0.0 << QByteArray("0");
+    QTest::newRow("NaN") << notANumber << QByteArray("nan");
+    QTest::newRow("NaN of negative sign") << std::copysign(notANumber, -1.0) << QByteArray("nan");
+    QTest::newRow("infinity") << inf << QByteArray("inf");
+    QTest::newRow("minus infinity") << -inf << QByteArray("-inf");
+    QTest::newRow("one") << 1.0 << QByteArray("1");
+    QTest::newRow("trailing zeros go") << 8300.0 << QByteArray("8300");
+    QTest::newRow("six digits") << 3.14159265 << QByteArray("3.14159");
+    QTest::newRow("negative") << -0.25 << QByteArray("-0.25");
+    QTest::newRow("last without exponent") << 999999.0 << QByteArray("999999");
+    QTest::newRow("first with exponent") << 1e6 << QByteArray("1e+06");
+    QTest::newRow("exponent and digits") << 1234567.0 << QByteArray("1.23457e+06");
+    QTest::newRow("smallest without exponent") << 0.0001 << QByteArray("0.0001");
+    QTest::newRow("small with digits") << 0.000123456 << QByteArray("0.000123456");
+    QTest::newRow("below it an exponent") << 0.00001 << QByteArray("1e-05");
+    QTest::newRow("exact half goes up") << 123456.5 << QByteArray("123457");
+    QTest::newRow("exact half goes away from zero") << -123456.5 << QByteArray("-123457");
+    QTest::newRow("exact half after an even digit") << 1.015625 << QByteArray("1.01563");
+    QTest::newRow("exact half of a large number") << 1234565.0 << QByteArray("1.23457e+06");
+    QTest::newRow("carry through all digits") << 999999.5 << QByteArray("1e+06");
+    QTest::newRow("just below the carry") << 999999.49 << QByteArray("999999");
+    QTest::newRow("carry to one") << 0.99999951 << QByteArray("1");
+    QTest::newRow("carry out of the exponent") << 9.999996e-5 << QByteArray("0.0001");
+    QTest::newRow("three-digit exponent") << -1.2345678e-100 << QByteArray("-1.23457e-100");
+    QTest::newRow("largest") << 1.7976931348623157e308 << QByteArray("1.79769e+308");
+    QTest::newRow("smallest subnormal") << 5e-324 << QByteArray("4.94066e-324");
+}
+
+void tst_NumberText::readsAsPrinted()
+{
+    QFETCH(double, value);
+    QFETCH(QByteArray, text);
+    QCOMPARE(textOf(value), text);
+    QCOMPARE(QStringLiteral("%1").arg(value).toLatin1(), text);
+    QVERIFY(sameAsToolkit(value));
+}
+
+void tst_NumberText::edgesAreTheToolkits_data()
+{
+    QTest::addColumn<double>("value");
+    // Limits of the range in which the text is made without the toolkit.
+    QTest::newRow("2^-74") << 0x1p-74;
+    QTest::newRow("2^-73") << 0x1p-73;
+    QTest::newRow("largest below 2^-73") << std::nextafter(0x1p-73, 0.0);
+    QTest::newRow("2^105") << 0x1p105;
+    QTest::newRow("2^106") << 0x1p106;
+    QTest::newRow("largest below 2^106") << std::nextafter(0x1p106, 0.0);
+    QTest::newRow("smallest normal") << std::numeric_limits<double>::min();
+    QTest::newRow("largest subnormal") << std::nextafter(std::numeric_limits<double>::min(), 0.0);
+    // Halves that no double holds exactly, to either side of them.
+    QTest::newRow("0.1234565") << 0.1234565;
+    QTest::newRow("0.1234575") << 0.1234575;
+    QTest::newRow("1.000005") << 1.000005;
+    QTest::newRow("2.000015") << 2.000015;
+    QTest::newRow("99999.95") << 99999.95;
+    QTest::newRow("0.9999995") << 0.9999995;
+    QTest::newRow("9.999995") << 9.999995;
+    // Exact halves whose power of ten is not exact.
+    QTest::newRow("10000005") << 10000005.0;
+    QTest::newRow("12345650") << 12345650.0;
+    QTest::newRow("1000005e15") << 1000005e15;
+    QTest::newRow("9999995e15") << 9999995e15;
+}
+
+void tst_NumberText::edgesAreTheToolkits()
+{
+    QFETCH(double, value);
+    for (const double each : {value, std::nextafter(value, inf), std::nextafter(value, -inf)}) {
+        QVERIFY2(sameAsToolkit(each), complaint(each).constData());
+        QVERIFY2(sameAsToolkit(-each), complaint(-each).constData());
+    }
+}
+
+void tst_NumberText::everyPowerOfTenAndItsNeighboursAreTheToolkits()
+{
+    for (int power = -324; power <= 308; ++power) {
+        const double value = QByteArray("1e" + QByteArray::number(power)).toDouble();
+        for (const double each : {value, std::nextafter(value, inf), std::nextafter(value, -inf)}) {
+            QVERIFY2(sameAsToolkit(each), complaint(each).constData());
+        }
+    }
+}
+
+void tst_NumberText::everyPowerOfTwoIsTheToolkits()
+{
+    for (int power = -1074; power <= 1023; ++power) {
+        const double value = std::ldexp(1.0, power);
+        QVERIFY2(sameAsToolkit(value), complaint(value).constData());
+    }
+}
+
+void tst_NumberText::randomNumbersAreTheToolkits_data()
+{
+    QTest::addColumn<Draw>("draw");
+    QTest::addColumn<int>("count");
+    QTest::newRow("any bits") << Draw{anyBits} << 500'000;
+    QTest::newRow("0 to 10") << Draw{zeroToTen} << 1'500'000;
+    QTest::newRow("any magnitude near 1") << Draw{anyMagnitudeNearOne} << 1'000'000;
+    QTest::newRow("few binary digits") << Draw{dyadic} << 800'000;
+    QTest::newRow("seven digits ending in 5") << Draw{sevenDigitsEndingInFive} << 800'000;
+    QTest::newRow("whole numbers") << Draw{wholeNumber} << 300'000;
+    QTest::newRow("subnormal") << Draw{subnormal} << 50'000;
+    QTest::newRow("powers of ten") << Draw{powerOfTenOrBeside} << 50'000;
+}
+
+void tst_NumberText::randomNumbersAreTheToolkits()
+{
+    QFETCH(Draw, draw);
+    QFETCH(int, count);
+    Random random(20240607);
+    for (int i = 0; i < count; ++i) {
+        const double value = draw(random);
+        if (!sameAsToolkit(value)) {
+            QFAIL(complaint(value).constData());
+        }
+    }
+}
+
+void tst_NumberText::shortTextIsAlignedToTheRight()
+{
+    QByteArray text;
+    analysis::appendGeneral(text, 8.5, 10);
+    QCOMPARE(text, QByteArray("       8.5"));
+}
+
+void tst_NumberText::longTextLosesNoDigits()
+{
+    QByteArray text;
+    analysis::appendGeneral(text, -1.23456e-5, 10);
+    QCOMPARE(text, QByteArray("-1.23456e-05"));
+    text.clear();
+    analysis::appendGeneral(text, 2.5, 0);
+    QCOMPARE(text, QByteArray("2.5"));
+}
+
+void tst_NumberText::appendingKeepsWhatIsThere()
+{
+    QByteArray text("x=");
+    analysis::appendGeneral(text, 1.5, 4);
+    QCOMPARE(text, QByteArray("x= 1.5"));
+}
+
+QTEST_GUILESS_MAIN(tst_NumberText)
+#include "tst_NumberText.moc"

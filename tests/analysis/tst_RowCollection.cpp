@@ -1,0 +1,128 @@
+#include "analysis/RowCollection.h"
+
+#include "analysis/ReferenceSet.h"
+
+#include <QTest>
+
+using analysis::CollectedRows;
+using analysis::PointState;
+using analysis::ReferenceSet;
+using analysis::Selection;
+
+namespace
+{
+
+PointState point(bool used, bool vPoint, bool hasMap, double energy = 0.0)
+{
+    PointState state;
+    state.used = used;
+    state.vPoint = vPoint;
+    state.hasMap = hasMap;
+    state.energy = energy;
+    state.mut = {energy + 1, energy + 2, energy + 3, energy + 4};
+    state.mutT = energy + 5;
+    return state;
+}
+
+ReferenceSet references(bool first, bool second, bool third)
+{
+    return ReferenceSet({{first, true, 0, 3}, {second, true, 2, 2}, {third, true, 3, 8}});
+}
+
+} // namespace
+
+class tst_RowCollection : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void usedRowWithoutMapIsSelectedForTheTargetOnly();
+    void laterVRowWins();
+    void unusedVRowIsNone();
+    void collectsUsedRowsInOrderWithMapOrWithout();
+    void collectsTheFirstTwoUsedReferences();
+    void twoVRowsLeaveTheEarlierOneOut();
+    void fewerThanTwoUsedReferencesCollectNothing();
+    void withoutAVRowOnlyTheOthersAreUsable();
+};
+
+void tst_RowCollection::usedRowWithoutMapIsSelectedForTheTargetOnly()
+{
+    const QList<PointState> points{point(true, false, false), point(true, true, true),
+                                   point(false, false, true)};
+    QCOMPARE(analysis::selectedRows(points).count, 2);
+    QCOMPARE(analysis::selectedMapRows(points).count, 1);
+}
+
+void tst_RowCollection::laterVRowWins()
+{
+    const QList<PointState> points{point(true, true, true), point(true, false, true),
+                                   point(true, true, true)};
+    QCOMPARE(analysis::selectedRows(points).vRow, 2);
+    QCOMPARE(analysis::selectedMapRows(points).vRow, 2);
+}
+
+void tst_RowCollection::unusedVRowIsNone()
+{
+    const QList<PointState> points{point(false, true, true), point(true, false, true)};
+    QCOMPARE(analysis::selectedRows(points).vRow, -1);
+    QCOMPARE(analysis::selectedMapRows({point(true, true, false)}).vRow, -1);
+}
+
+void tst_RowCollection::collectsUsedRowsInOrderWithMapOrWithout()
+{
+    const CollectedRows rows =
+        analysis::collectRows({point(true, false, false, 100), point(false, false, true, 200),
+                               point(true, true, true, 300), point(true, false, true, 400)},
+                              references(true, true, false));
+    QCOMPARE(rows.others.size(), 2);
+    QCOMPARE(rows.others.at(0).row, 0);
+    QCOMPARE(rows.others.at(0).energy, 100.0);
+    QCOMPARE(rows.others.at(1).row, 3);
+    QCOMPARE(rows.others.at(1).energy, 400.0);
+    QCOMPARE(rows.v.row, 2);
+    QCOMPARE(rows.v.energy, 300.0);
+    QCOMPARE(rows.usable(), 3);
+    QCOMPARE(rows.r, 1.5);
+}
+
+void tst_RowCollection::collectsTheFirstTwoUsedReferences()
+{
+    const QList<PointState> points{point(true, true, true, 300)};
+    const CollectedRows all = analysis::collectRows(points, references(true, true, true));
+    QCOMPARE(all.v.r1, 301.0);
+    QCOMPARE(all.v.r2, 302.0);
+    const CollectedRows late = analysis::collectRows(points, references(false, true, true));
+    QCOMPARE(late.v.r1, 302.0);
+    QCOMPARE(late.v.r2, 303.0);
+    QCOMPARE(late.r, 0.25);
+}
+
+void tst_RowCollection::twoVRowsLeaveTheEarlierOneOut()
+{
+    const CollectedRows rows = analysis::collectRows(
+        {point(true, true, true, 100), point(true, false, true, 200), point(true, true, true, 300)},
+        references(true, true, false));
+    QCOMPARE(rows.v.row, 2);
+    QCOMPARE(rows.others.size(), 1);
+    QCOMPARE(rows.others.at(0).row, 1);
+    QCOMPARE(rows.usable(), 2);
+}
+
+void tst_RowCollection::fewerThanTwoUsedReferencesCollectNothing()
+{
+    const CollectedRows rows =
+        analysis::collectRows({point(true, true, true, 100)}, references(true, false, false));
+    QCOMPARE(rows.usable(), 0);
+    QCOMPARE(rows.v.row, -1);
+}
+
+void tst_RowCollection::withoutAVRowOnlyTheOthersAreUsable()
+{
+    const CollectedRows rows =
+        analysis::collectRows({point(true, false, true, 100)}, references(true, true, false));
+    QCOMPARE(rows.usable(), 1);
+}
+
+QTEST_APPLESS_MAIN(tst_RowCollection)
+#include "tst_RowCollection.moc"

@@ -1,0 +1,99 @@
+#include "app/Body.h"
+
+#include <QLabel>
+#include <QLayout>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTest>
+#include <QTranslator>
+
+namespace
+{
+
+/// A translation that has a word for everything.
+class EveryWord : public QTranslator
+{
+public:
+    QString translate(const char*, const char* source, const char*, int) const override
+    {
+        return "<" + QString::fromUtf8(source) + ">";
+    }
+    bool isEmpty() const override { return false; }
+};
+
+} // namespace
+
+class tst_Body : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void titleIsTheNameOfTheProgram();
+    void titleIsNeverTranslated();
+    void windowGrowsToItsPanel();
+    void panelIsTheOnlyContent();
+    void menuBarAndStatusBarAreThereAndEmpty();
+    void menuBarHasTheGeometryOfTheForm();
+};
+
+void tst_Body::titleIsTheNameOfTheProgram()
+{
+    const Body body;
+    QCOMPARE(body.objectName(), QString("Body"));
+    QCOMPARE(body.windowTitle(), QString("aelk"));
+}
+
+void tst_Body::titleIsNeverTranslated()
+{
+    EveryWord translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    const Body body;
+    QCOMPARE(body.windowTitle(), QString("aelk"));
+}
+
+void tst_Body::windowGrowsToItsPanel()
+{
+    Body body;
+    QCOMPARE(body.size(), QSize(869, 121));
+    body.show();
+    QVERIFY(body.width() > 869);
+    QVERIFY(body.height() > 121);
+    const auto* panel = body.findChild<QFrame*>("FourPs");
+    QVERIFY(panel);
+    QVERIFY(panel->width() >= panel->minimumSizeHint().width());
+    QVERIFY(panel->height() >= panel->minimumSizeHint().height());
+}
+
+void tst_Body::panelIsTheOnlyContent()
+{
+    const Body body;
+    QCOMPARE(body.centralWidget()->objectName(), QString("centralwidget"));
+    QCOMPARE(body.centralWidget()->layout()->objectName(), QString("gridLayout_2"));
+    QLayoutItem* item = body.centralWidget()->layout()->itemAt(0);
+    QCOMPARE(body.centralWidget()->layout()->count(), 1);
+    QVERIFY(item->layout());
+    QCOMPARE(item->layout()->objectName(), QString("bodyLayout"));
+    QCOMPARE(item->layout()->count(), 1);
+    QCOMPARE(item->layout()->itemAt(0)->widget()->objectName(), QString("FourPs"));
+}
+
+void tst_Body::menuBarAndStatusBarAreThereAndEmpty()
+{
+    const Body body;
+    const auto* menuBar = body.findChild<QMenuBar*>("menubar");
+    QVERIFY(menuBar);
+    QVERIFY(menuBar->actions().isEmpty());
+    const auto* statusBar = body.findChild<QStatusBar*>("statusbar");
+    QVERIFY(statusBar);
+    QCOMPARE(statusBar->currentMessage(), QString());
+    QVERIFY(statusBar->findChildren<QLabel*>().isEmpty());
+}
+
+void tst_Body::menuBarHasTheGeometryOfTheForm()
+{
+    const Body body;
+    QCOMPARE(body.findChild<QMenuBar*>("menubar")->geometry(), QRect(0, 0, 869, 17));
+}
+
+QTEST_MAIN(tst_Body)
+#include "tst_Body.moc"

@@ -1,0 +1,766 @@
+// The file row: its form, its two modes, and every road by which a path comes.
+
+#include "rows/AFileSelect.h"
+#include "rows/FormChecks.h"
+#include "support/TestFiles.h"
+
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+
+// Writes down in which order a row's signals came, with their arguments.
+class Journal : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Journal(AFileSelect* row)
+    {
+        connect(row, &AFileSelect::newDir, this,
+                [this](const QString& dir) { entries << QStringLiteral("newDir ") + dir; });
+        connect(row, &AFileSelect::newFilePath, this,
+                [this](const QString& path) { entries << QStringLiteral("newFilePath ") + path; });
+        connect(row, &AFileSelect::newFilePaths, this, [this](const QStringList& paths) {
+            entries << QStringLiteral("newFilePaths ") + paths.join(u'|');
+        });
+        connect(row, &AFileSelect::selectedFile, this,
+                [this] { entries << QStringLiteral("selectedFile"); });
+    }
+
+    QStringList entries;
+};
+
+void enter(AFileSelect* row, const QMimeData& mime, bool* accepted)
+{
+    QDragEnterEvent event(QPoint(5, 5), Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton,
+                          Qt::NoModifier);
+    event.setDropAction(Qt::MoveAction);
+    event.ignore();
+    QCoreApplication::sendEvent(row, &event);
+    *accepted = event.isAccepted();
+}
+
+// Drags @p mime over the row and lets it go. What was done with it, as the
+// place that the drag came from is told, is the result.
+Qt::DropAction drop(AFileSelect* row, const QMimeData& mime)
+{
+    bool accepted = false;
+    enter(row, mime, &accepted);
+    if (!accepted) {
+        return Qt::IgnoreAction;
+    }
+    QDropEvent event(QPointF(5, 5), Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton,
+                     Qt::NoModifier);
+    event.setDropAction(Qt::MoveAction);
+    event.ignore();
+    QCoreApplication::sendEvent(row, &event);
+    return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+}
+
+Qt::DropAction dropUrls(AFileSelect* row, const QList<QUrl>& urls)
+{
+    QMimeData mime;
+    mime.setUrls(urls);
+    return drop(row, mime);
+}
+
+} // namespace
+
+class tst_AFileSelect : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void formHasTheWidgetsOfItsRow_data();
+    void formHasTheWidgetsOfItsRow();
+    void formHasItsLimitsAndSpacings();
+    void shiftFieldIsPartOfItsHolder();
+    void fieldsStartEmpty();
+    void slotsAreCallableByName_data();
+    void slotsAreCallableByName();
+
+    void dialogIsAWindowThatBelongsToTheRow();
+    void dialogOffersItsFiltersInOrder();
+    void firstDialogOpensInTheWorkingDirectory();
+    void selectButtonShowsTheDialogWithoutBlocking();
+
+    void openModeTakesExistingFilesAndAReadOnlyField();
+    void multiOpensSeveralFiles();
+    void multiCountsOnlyOnceTheModeIsSet();
+    void saveModeTakesAnyNameAndATypedField();
+    void modeCanGoBackToOpen();
+    void constructorArgumentChoosesTheMode();
+
+    void newFileShowsThePathAndTellsItInOrder();
+    void newFileStoresTheCanonicalDirectory();
+    void newFileShowsAPathThatCannotBeRead();
+    void directoryOfAFileYetToBeSavedIsKnown();
+    void slotsRunBeforeNewFileReturns();
+    void savePathBearsTheSuffix_data();
+    void savePathBearsTheSuffix();
+    void openPathKeepsItsSuffix();
+
+    void newFilesShowsNamesEachWithABlank();
+    void newFilesKeepsTheDirectoryOfTheLastPath();
+    void newFilesOfNothingEmptiesTheField();
+
+    void clearLeavesTheDirectoryAndTellsAnEmptyPath();
+
+    void highlightedFileLoadsAtOnceAndAgainOnOpen();
+    void openByTheDialogEndsWithThePathOfTheFile();
+    void highlightIsIgnoredWhileTheDialogIsHidden();
+    void highlightedDirectoryPassesWithoutEffect();
+    void highlightedMissingFilePassesWithoutEffect();
+    void highlightedPipePassesWithoutEffect();
+    void highlightedUnreadableFilePassesWithoutEffect();
+    void severalPickedFilesArriveTogether();
+
+    void presentDirectoryDoesNotTouchTheDialog();
+    void newDirectoryGoesToTheDialogInSilence();
+
+    void dragOfAnythingIsAccepted();
+    void dragOverTheSaveFieldFallsToTheRow();
+    void dropLoadsALocalFile_data();
+    void dropLoadsALocalFile();
+    void dropOfAShareKeepsItsHost();
+    void dropOfSeveralFilesCountsAsTheFirst();
+    void dropOfSomethingElseDoesNothing_data();
+    void dropOfSomethingElseDoesNothing();
+    void dropInSaveModeTakesTheSuffix();
+    void droppedFileIsNeverMoved();
+
+    void shiftFieldIsHiddenAtFirst();
+    void showDEShowsAndHidesTheShiftField();
+    void leavingTheShiftFieldTellsNewDE();
+
+private:
+    QString file(const QString& name) const { return tests::writeFile(*folder, name, "1 2 3\n"); }
+
+    std::unique_ptr<QTemporaryDir> folder;
+    QString canonicalFolder;
+};
+
+void tst_AFileSelect::initTestCase()
+{
+    // The dialog keeps its own settings in the home folder.
+    QStandardPaths::setTestModeEnabled(true);
+}
+
+void tst_AFileSelect::init()
+{
+    folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(folder->isValid());
+    canonicalFolder = QDir(folder->path()).canonicalPath();
+}
+
+void tst_AFileSelect::cleanup()
+{
+    folder.reset();
+}
+
+void tst_AFileSelect::formHasTheWidgetsOfItsRow_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("ExInfo") << 4 << "QWidget"
+                            << "";
+    QTest::newRow("label_4") << 5 << "QLabel"
+                             << "File";
+    QTest::newRow("SelectB") << 6 << "QPushButton"
+                             << "Sel.";
+    QTest::newRow("FileName") << 7 << "QLineEdit"
+                              << "";
+    QTest::newRow("ClearB") << 8 << "QPushButton"
+                            << "Clear";
+    QTest::newRow("dEBase") << 9 << "QWidget"
+                            << "";
+}
+
+void tst_AFileSelect::formHasTheWidgetsOfItsRow()
+{
+    const AFileSelect row;
+    const QWidget* widget = tests::ownChild(&row, QString::fromLatin1(QTest::currentDataTag()));
+    QVERIFY(widget != nullptr);
+    QTEST(tests::gridColumn(widget), "column");
+    QTEST(QString::fromLatin1(widget->metaObject()->className()), "kind");
+    QTEST(tests::textOf(widget), "text");
+}
+
+void tst_AFileSelect::formHasItsLimitsAndSpacings()
+{
+    const AFileSelect row;
+    QCOMPARE(row.objectName(), QStringLiteral("AFileSelect"));
+    const auto* grid = qobject_cast<QGridLayout*>(row.layout());
+    QVERIFY(grid != nullptr);
+    QCOMPARE(grid->horizontalSpacing(), 3);
+    QCOMPARE(grid->verticalSpacing(), 3);
+    QCOMPARE(grid->contentsMargins(), QMargins(0, 0, 0, 0));
+    const auto* extra = qobject_cast<QGridLayout*>(row.ExInfo->layout());
+    QVERIFY(extra != nullptr);
+    QCOMPARE(extra->objectName(), QStringLiteral("gridLayout_2"));
+    QCOMPARE(extra->horizontalSpacing(), 1);
+    QCOMPARE(extra->verticalSpacing(), 1);
+    QCOMPARE(extra->contentsMargins(), QMargins(1, 1, 1, 1));
+    QCOMPARE(extra->count(), 0);
+    QCOMPARE(row.SelectB->maximumWidth(), 50);
+    QCOMPARE(row.FileName->minimumWidth(), 250);
+    QCOMPARE(row.ClearB->maximumWidth(), 50);
+}
+
+void tst_AFileSelect::shiftFieldIsPartOfItsHolder()
+{
+    const AFileSelect row;
+    const auto* grid = qobject_cast<QGridLayout*>(row.dEBase->layout());
+    QVERIFY(grid != nullptr);
+    QCOMPARE(grid->objectName(), QStringLiteral("gridLayout_3"));
+    QCOMPARE(grid->horizontalSpacing(), 3);
+    QCOMPARE(grid->verticalSpacing(), 0);
+    QCOMPARE(grid->contentsMargins(), QMargins(0, 0, 0, 0));
+    QCOMPARE(tests::ownChild(row.dEBase, QStringLiteral("label")), row.label);
+    QCOMPARE(row.label->text(), QStringLiteral("dE[eV]"));
+    QCOMPARE(tests::ownChild(row.dEBase, QStringLiteral("dE")), row.dE);
+    QCOMPARE(row.dE->text(), QStringLiteral("0"));
+    QCOMPARE(row.dE->maximumWidth(), 40);
+    QVERIFY(tests::isRightAligned(row.dE));
+}
+
+void tst_AFileSelect::fieldsStartEmpty()
+{
+    const AFileSelect row;
+    QCOMPARE(row.mode, 0);
+    QCOMPARE(row.multi, false);
+    QCOMPARE(row.dir, QString());
+    QCOMPARE(row.fileName, QString());
+    QCOMPARE(row.fileText(), QString());
+    QCOMPARE(row.suffix, QStringLiteral("dat"));
+    QVERIFY(row.acceptDrops());
+}
+
+void tst_AFileSelect::slotsAreCallableByName_data()
+{
+    QTest::addColumn<QByteArray>("signature");
+    for (const char* signature : {"newFile(QString)", "newFiles(QStringList)", "clearFileName()",
+                                  "selectingFile(QString)", "setDir(QString)", "showDE(bool)"}) {
+        QTest::newRow(signature) << QByteArray(signature);
+    }
+}
+
+void tst_AFileSelect::slotsAreCallableByName()
+{
+    QFETCH(QByteArray, signature);
+    QVERIFY(AFileSelect::staticMetaObject.indexOfSlot(signature.constData()) >= 0);
+}
+
+void tst_AFileSelect::dialogIsAWindowThatBelongsToTheRow()
+{
+    const AFileSelect row;
+    QVERIFY(row.dialog != nullptr);
+    QCOMPARE(row.dialog->parentWidget(), &row);
+    QVERIFY(row.dialog->isWindow());
+    QCOMPARE(row.dialog->windowType(), Qt::Window);
+    QVERIFY(!row.dialog->isModal());
+    QCOMPARE(row.dialog->objectName(), QStringLiteral("dialog"));
+}
+
+void tst_AFileSelect::dialogOffersItsFiltersInOrder()
+{
+    const AFileSelect row;
+    const QStringList filters{QStringLiteral("Data Files (*.dat)"),
+                              QStringLiteral("2dProc files (*.2dp)"),
+                              QStringLiteral("All (* *.*)")};
+    QCOMPARE(row.dialog->nameFilters(), filters);
+}
+
+void tst_AFileSelect::firstDialogOpensInTheWorkingDirectory()
+{
+    // An earlier dialog leaves its directory to the next one of the toolkit.
+    {
+        QFileDialog earlier;
+        earlier.setDirectory(folder->path());
+    }
+    const AFileSelect row;
+    QCOMPARE(row.dialog->directory().canonicalPath(), QDir::current().canonicalPath());
+    QCOMPARE(row.dir, QString());
+}
+
+void tst_AFileSelect::selectButtonShowsTheDialogWithoutBlocking()
+{
+    AFileSelect row;
+    row.show();
+    QTest::mouseClick(row.SelectB, Qt::LeftButton);
+    QVERIFY(row.dialog->isVisible());
+    row.dialog->close();
+}
+
+void tst_AFileSelect::openModeTakesExistingFilesAndAReadOnlyField()
+{
+    const AFileSelect row;
+    QCOMPARE(row.dialog->acceptMode(), QFileDialog::AcceptOpen);
+    QCOMPARE(row.dialog->fileMode(), QFileDialog::ExistingFile);
+    QVERIFY(row.FileName->isReadOnly());
+    QCOMPARE(row.FileName->styleSheet(), QStringLiteral("background-color: rgb(255, 255, 220);"));
+}
+
+void tst_AFileSelect::multiOpensSeveralFiles()
+{
+    AFileSelect row;
+    row.multi = true;
+    row.setMode(AFileSelect::OpenMode);
+    QCOMPARE(row.dialog->fileMode(), QFileDialog::ExistingFiles);
+    QCOMPARE(row.dialog->acceptMode(), QFileDialog::AcceptOpen);
+}
+
+void tst_AFileSelect::multiCountsOnlyOnceTheModeIsSet()
+{
+    AFileSelect row;
+    row.multi = true;
+    QCOMPARE(row.dialog->fileMode(), QFileDialog::ExistingFile);
+}
+
+void tst_AFileSelect::saveModeTakesAnyNameAndATypedField()
+{
+    AFileSelect row;
+    row.setMode(1);
+    QCOMPARE(row.mode, 1);
+    QCOMPARE(row.dialog->acceptMode(), QFileDialog::AcceptSave);
+    QCOMPARE(row.dialog->fileMode(), QFileDialog::AnyFile);
+    QVERIFY(!row.FileName->isReadOnly());
+    QCOMPARE(row.FileName->styleSheet(), QStringLiteral("background-color: rgb(255, 255, 255);"));
+}
+
+void tst_AFileSelect::modeCanGoBackToOpen()
+{
+    AFileSelect row(nullptr, AFileSelect::SaveMode);
+    row.setMode(0);
+    QCOMPARE(row.mode, 0);
+    QCOMPARE(row.dialog->acceptMode(), QFileDialog::AcceptOpen);
+    QCOMPARE(row.dialog->fileMode(), QFileDialog::ExistingFile);
+    QVERIFY(row.FileName->isReadOnly());
+    QCOMPARE(row.FileName->styleSheet(), QStringLiteral("background-color: rgb(255, 255, 220);"));
+}
+
+void tst_AFileSelect::constructorArgumentChoosesTheMode()
+{
+    const AFileSelect row(nullptr, AFileSelect::SaveMode);
+    QCOMPARE(row.mode, 1);
+    QCOMPARE(row.dialog->acceptMode(), QFileDialog::AcceptSave);
+    QVERIFY(!row.FileName->isReadOnly());
+}
+
+void tst_AFileSelect::newFileShowsThePathAndTellsItInOrder()
+{
+    AFileSelect row;
+    const Journal journal(&row);
+    const QString path = file(QStringLiteral("map.dat"));
+    row.newFile(path);
+    QCOMPARE(row.fileText(), path);
+    QCOMPARE(row.fileName, QStringLiteral("map.dat"));
+    const QStringList expected{QStringLiteral("newDir ") + canonicalFolder,
+                               QStringLiteral("newFilePath ") + path,
+                               QStringLiteral("selectedFile")};
+    QCOMPARE(journal.entries, expected);
+}
+
+void tst_AFileSelect::newFileStoresTheCanonicalDirectory()
+{
+    QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("real")));
+    file(QStringLiteral("real/map.dat"));
+    QVERIFY(QFile::link(folder->filePath(QStringLiteral("real")),
+                        folder->filePath(QStringLiteral("link"))));
+    AFileSelect row;
+    const QString path = folder->filePath(QStringLiteral("link/../link/map.dat"));
+    row.newFile(path);
+    QCOMPARE(row.dir, canonicalFolder + QStringLiteral("/real"));
+    QCOMPARE(row.fileText(), path);
+}
+
+void tst_AFileSelect::newFileShowsAPathThatCannotBeRead()
+{
+    AFileSelect row;
+    const QSignalSpy paths(&row, &AFileSelect::newFilePath);
+    const QString missing = QStringLiteral("/nowhere/at/all/map.dat");
+    row.newFile(missing);
+    QCOMPARE(row.fileText(), missing);
+    QCOMPARE(row.fileName, QStringLiteral("map.dat"));
+    QCOMPARE(row.dir, QString());
+    QCOMPARE(paths.size(), 1);
+}
+
+void tst_AFileSelect::directoryOfAFileYetToBeSavedIsKnown()
+{
+    AFileSelect row(nullptr, AFileSelect::SaveMode);
+    row.newFile(folder->filePath(QStringLiteral("result.dat")));
+    QCOMPARE(row.dir, canonicalFolder);
+}
+
+void tst_AFileSelect::slotsRunBeforeNewFileReturns()
+{
+    AFileSelect row;
+    QString seen;
+    connect(&row, &AFileSelect::newFilePath, this, [&](const QString& path) { seen = path; });
+    const QString path = file(QStringLiteral("map.dat"));
+    row.newFile(path);
+    QCOMPARE(seen, path);
+}
+
+void tst_AFileSelect::savePathBearsTheSuffix_data()
+{
+    QTest::addColumn<QString>("suffix");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("saved");
+    QTest::newRow("no suffix") << "dat"
+                               << "result"
+                               << "result.dat";
+    QTest::newRow("another suffix") << "dat"
+                                    << "result.txt"
+                                    << "result.txt.dat";
+    QTest::newRow("the suffix itself") << "dat"
+                                       << "result.dat"
+                                       << "result.dat";
+    QTest::newRow("letters of another case") << "dat"
+                                             << "result.DAT"
+                                             << "result.DAT.dat";
+    QTest::newRow("only the last suffix counts") << "dat"
+                                                 << "a.dat.gz"
+                                                 << "a.dat.gz.dat";
+    QTest::newRow("a point at the end") << "dat"
+                                        << "result."
+                                        << "result..dat";
+    QTest::newRow("no suffix is asked for") << ""
+                                            << "result"
+                                            << "result";
+    QTest::newRow("another one is asked for") << "csv"
+                                              << "result.dat"
+                                              << "result.dat.csv";
+}
+
+void tst_AFileSelect::savePathBearsTheSuffix()
+{
+    QFETCH(QString, suffix);
+    QFETCH(QString, name);
+    QFETCH(QString, saved);
+    AFileSelect row(nullptr, AFileSelect::SaveMode);
+    row.suffix = suffix;
+    const QSignalSpy paths(&row, &AFileSelect::newFilePath);
+    row.newFile(folder->filePath(name));
+    QCOMPARE(row.fileText(), folder->filePath(saved));
+    QCOMPARE(row.fileName, saved);
+    QCOMPARE(paths.size(), 1);
+    QCOMPARE(paths.at(0).at(0).toString(), folder->filePath(saved));
+}
+
+void tst_AFileSelect::openPathKeepsItsSuffix()
+{
+    AFileSelect row;
+    const QString path = file(QStringLiteral("map.2dp"));
+    row.newFile(path);
+    QCOMPARE(row.fileText(), path);
+}
+
+void tst_AFileSelect::newFilesShowsNamesEachWithABlank()
+{
+    AFileSelect row;
+    const Journal journal(&row);
+    const QStringList paths{file(QStringLiteral("a.dat")), file(QStringLiteral("b c.dat"))};
+    row.newFiles(paths);
+    QCOMPARE(row.fileText(), QStringLiteral("a.dat b c.dat "));
+    const QStringList expected{QStringLiteral("newDir ") + canonicalFolder,
+                               QStringLiteral("newFilePaths ") + paths.join(u'|'),
+                               QStringLiteral("selectedFile")};
+    QCOMPARE(journal.entries, expected);
+}
+
+void tst_AFileSelect::newFilesKeepsTheDirectoryOfTheLastPath()
+{
+    QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("later")));
+    AFileSelect row;
+    row.newFiles({file(QStringLiteral("a.dat")), file(QStringLiteral("later/b.dat"))});
+    QCOMPARE(row.dir, canonicalFolder + QStringLiteral("/later"));
+}
+
+void tst_AFileSelect::newFilesOfNothingEmptiesTheField()
+{
+    AFileSelect row;
+    row.newFile(file(QStringLiteral("a.dat")));
+    const QSignalSpy paths(&row, &AFileSelect::newFilePaths);
+    row.newFiles({});
+    QCOMPARE(row.fileText(), QString());
+    QCOMPARE(row.dir, canonicalFolder);
+    QCOMPARE(paths.size(), 1);
+}
+
+void tst_AFileSelect::clearLeavesTheDirectoryAndTellsAnEmptyPath()
+{
+    AFileSelect row;
+    row.newFile(file(QStringLiteral("map.dat")));
+    const Journal journal(&row);
+    QTest::mouseClick(row.ClearB, Qt::LeftButton);
+    QCOMPARE(row.fileText(), QString());
+    QCOMPARE(row.dir, canonicalFolder);
+    const QStringList expected{QStringLiteral("newFilePath "), QStringLiteral("selectedFile")};
+    QCOMPARE(journal.entries, expected);
+}
+
+void tst_AFileSelect::highlightedFileLoadsAtOnceAndAgainOnOpen()
+{
+    AFileSelect row;
+    const QSignalSpy paths(&row, &AFileSelect::newFilePath);
+    const QString path = file(QStringLiteral("map.dat"));
+    row.dialog->show();
+    Q_EMIT row.dialog->currentChanged(path);
+    QCOMPARE(paths.size(), 1);
+    QCOMPARE(row.fileText(), path);
+    Q_EMIT row.dialog->fileSelected(path);
+    QCOMPARE(paths.size(), 2);
+    QCOMPARE(paths.at(1).at(0).toString(), path);
+}
+
+void tst_AFileSelect::openByTheDialogEndsWithThePathOfTheFile()
+{
+    AFileSelect row;
+    row.dialog->setOption(QFileDialog::DontUseNativeDialog);
+    const QString path = file(QStringLiteral("map.dat"));
+    row.dialog->show();
+    row.dialog->setDirectory(folder->path());
+    row.dialog->selectFile(path);
+    const QSignalSpy paths(&row, &AFileSelect::newFilePath);
+    const QSignalSpy lists(&row, &AFileSelect::newFilePaths);
+    QVERIFY(QMetaObject::invokeMethod(row.dialog, "accept"));
+    QVERIFY(paths.size() >= 1);
+    QCOMPARE(paths.last().at(0).toString(), path);
+    QCOMPARE(lists.size(), 1);
+    QCOMPARE(row.fileText(), path);
+}
+
+void tst_AFileSelect::highlightIsIgnoredWhileTheDialogIsHidden()
+{
+    AFileSelect row;
+    const Journal journal(&row);
+    Q_EMIT row.dialog->currentChanged(file(QStringLiteral("map.dat")));
+    QCOMPARE(journal.entries, QStringList());
+    QCOMPARE(row.fileText(), QString());
+}
+
+void tst_AFileSelect::highlightedDirectoryPassesWithoutEffect()
+{
+    AFileSelect row;
+    const Journal journal(&row);
+    row.dialog->show();
+    row.selectingFile(folder->path());
+    QCOMPARE(journal.entries, QStringList());
+}
+
+void tst_AFileSelect::highlightedMissingFilePassesWithoutEffect()
+{
+    AFileSelect row;
+    const Journal journal(&row);
+    row.dialog->show();
+    row.selectingFile(folder->filePath(QStringLiteral("missing.dat")));
+    row.selectingFile(QString());
+    QCOMPARE(journal.entries, QStringList());
+}
+
+void tst_AFileSelect::highlightedPipePassesWithoutEffect()
+{
+    const QString pipe = folder->filePath(QStringLiteral("pipe"));
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    AFileSelect row;
+    const Journal journal(&row);
+    row.dialog->show();
+    row.selectingFile(pipe);
+    QCOMPARE(journal.entries, QStringList());
+}
+
+void tst_AFileSelect::highlightedUnreadableFilePassesWithoutEffect()
+{
+    // Root may read everything, so the row is asked as nobody; by the real user
+    // too, which is the one that the question for readability looks at.
+    const QString path = file(QStringLiteral("secret.dat"));
+    QVERIFY(QFile::setPermissions(path, {}));
+    QVERIFY(QFile::setPermissions(folder->path(), QFile::Permissions(0x7755)));
+    AFileSelect row;
+    const Journal journal(&row);
+    row.dialog->show();
+    const bool isRoot = ::geteuid() == 0;
+    QVERIFY(!isRoot || ::setresuid(65534, 65534, 0) == 0);
+    row.selectingFile(path);
+    QVERIFY(!isRoot || ::setresuid(0, 0, 0) == 0);
+    QCOMPARE(journal.entries, QStringList());
+}
+
+void tst_AFileSelect::severalPickedFilesArriveTogether()
+{
+    AFileSelect row;
+    row.multi = true;
+    row.setMode(AFileSelect::OpenMode);
+    const QSignalSpy lists(&row, &AFileSelect::newFilePaths);
+    const QStringList paths{file(QStringLiteral("a.dat")), file(QStringLiteral("b.dat"))};
+    Q_EMIT row.dialog->filesSelected(paths);
+    QCOMPARE(lists.size(), 1);
+    QCOMPARE(lists.at(0).at(0).toStringList(), paths);
+}
+
+void tst_AFileSelect::presentDirectoryDoesNotTouchTheDialog()
+{
+    AFileSelect row;
+    row.setDir(canonicalFolder);
+    // The user went elsewhere in the dialog meanwhile.
+    row.dialog->setDirectory(QDir::rootPath());
+    row.setDir(canonicalFolder);
+    QCOMPARE(row.dialog->directory().path(), QDir::rootPath());
+}
+
+void tst_AFileSelect::newDirectoryGoesToTheDialogInSilence()
+{
+    AFileSelect row;
+    const Journal journal(&row);
+    row.setDir(canonicalFolder);
+    QCOMPARE(row.dir, canonicalFolder);
+    QCOMPARE(row.dialog->directory().canonicalPath(), canonicalFolder);
+    QCOMPARE(journal.entries, QStringList());
+}
+
+void tst_AFileSelect::dragOfAnythingIsAccepted()
+{
+    AFileSelect row;
+    QMimeData mime;
+    mime.setText(QStringLiteral("no file at all"));
+    bool accepted = false;
+    enter(&row, mime, &accepted);
+    QVERIFY(accepted);
+    const Journal journal(&row);
+    QCOMPARE(drop(&row, mime), Qt::IgnoreAction);
+    QCOMPARE(journal.entries, QStringList());
+}
+
+void tst_AFileSelect::dragOverTheSaveFieldFallsToTheRow()
+{
+    const AFileSelect row(nullptr, AFileSelect::SaveMode);
+    QVERIFY(!row.FileName->acceptDrops());
+}
+
+void tst_AFileSelect::dropLoadsALocalFile_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("plain name") << "map.dat";
+    QTest::newRow("blank in the name") << "my map.dat";
+    QTest::newRow("other letters") << QString::fromUtf8("ニッケル.dat");
+}
+
+void tst_AFileSelect::dropLoadsALocalFile()
+{
+    QFETCH(QString, name);
+    const QString path = file(name);
+    AFileSelect row;
+    const QSignalSpy paths(&row, &AFileSelect::newFilePath);
+    dropUrls(&row, {QUrl::fromLocalFile(path)});
+    QCOMPARE(paths.size(), 1);
+    QCOMPARE(paths.at(0).at(0).toString(), path);
+    QCOMPARE(row.fileText(), path);
+    QCOMPARE(row.dir, canonicalFolder);
+}
+
+void tst_AFileSelect::dropOfAShareKeepsItsHost()
+{
+    AFileSelect row;
+    dropUrls(&row, {QUrl(QStringLiteral("file://server/share/map.dat"))});
+    QCOMPARE(row.fileText(), QStringLiteral("//server/share/map.dat"));
+}
+
+void tst_AFileSelect::dropOfSeveralFilesCountsAsTheFirst()
+{
+    AFileSelect row;
+    row.multi = true;
+    row.setMode(AFileSelect::OpenMode);
+    const QSignalSpy paths(&row, &AFileSelect::newFilePath);
+    const QSignalSpy lists(&row, &AFileSelect::newFilePaths);
+    const QString first = file(QStringLiteral("a.dat"));
+    dropUrls(&row,
+             {QUrl::fromLocalFile(first), QUrl::fromLocalFile(file(QStringLiteral("b.dat")))});
+    QCOMPARE(paths.size(), 1);
+    QCOMPARE(row.fileText(), first);
+    QCOMPARE(lists.size(), 0);
+}
+
+void tst_AFileSelect::dropOfSomethingElseDoesNothing_data()
+{
+    QTest::addColumn<QList<QUrl>>("urls");
+    const QUrl local = QUrl::fromLocalFile(QStringLiteral("/tmp/map.dat"));
+    QTest::newRow("a page") << QList<QUrl>{QUrl(QStringLiteral("http://example.org/map.dat"))};
+    QTest::newRow("a name without a scheme") << QList<QUrl>{QUrl(QStringLiteral("/tmp/map.dat"))};
+    QTest::newRow("the second is a file")
+        << QList<QUrl>{QUrl(QStringLiteral("http://example.org/map.dat")), local};
+    QTest::newRow("no URL") << QList<QUrl>{};
+}
+
+void tst_AFileSelect::dropOfSomethingElseDoesNothing()
+{
+    QFETCH(QList<QUrl>, urls);
+    AFileSelect row;
+    row.newFile(file(QStringLiteral("before.dat")));
+    const QString before = row.fileText();
+    const Journal journal(&row);
+    dropUrls(&row, urls);
+    QCOMPARE(journal.entries, QStringList());
+    QCOMPARE(row.fileText(), before);
+}
+
+void tst_AFileSelect::dropInSaveModeTakesTheSuffix()
+{
+    AFileSelect row(nullptr, AFileSelect::SaveMode);
+    const QString path = file(QStringLiteral("result"));
+    dropUrls(&row, {QUrl::fromLocalFile(path)});
+    QCOMPARE(row.fileText(), path + QStringLiteral(".dat"));
+}
+
+void tst_AFileSelect::droppedFileIsNeverMoved()
+{
+    AFileSelect row;
+    const QString path = file(QStringLiteral("map.dat"));
+    QCOMPARE(dropUrls(&row, {QUrl::fromLocalFile(path)}), Qt::CopyAction);
+}
+
+void tst_AFileSelect::shiftFieldIsHiddenAtFirst()
+{
+    const AFileSelect row;
+    QVERIFY(row.dEBase->isHidden());
+}
+
+void tst_AFileSelect::showDEShowsAndHidesTheShiftField()
+{
+    AFileSelect row;
+    row.showDE(true);
+    QVERIFY(!row.dEBase->isHidden());
+    row.showDE(false);
+    QVERIFY(row.dEBase->isHidden());
+}
+
+void tst_AFileSelect::leavingTheShiftFieldTellsNewDE()
+{
+    AFileSelect row;
+    const QSignalSpy shifts(&row, &AFileSelect::newDE);
+    row.dE->setText(QStringLiteral("1.5"));
+    QCOMPARE(shifts.size(), 0);
+    QTest::keyClick(row.dE, Qt::Key_Return);
+    QCOMPARE(shifts.size(), 1);
+}
+
+QTEST_MAIN(tst_AFileSelect)
+#include "tst_AFileSelect.moc"

@@ -1,0 +1,77 @@
+// Numbers in line edits: six digits out, unchecked conversion in.
+
+#include "rows/LineEditText.h"
+#include "support/SameDouble.h"
+
+#include <QLineEdit>
+#include <QtTest>
+
+#include <limits>
+
+class tst_LineEditText : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void numberShowsWithSixSignificantDigits_data();
+    void numberShowsWithSixSignificantDigits();
+    void shownNumberHasItsFirstDigitInView();
+    void textReadsAsNumber_data();
+    void textReadsAsNumber();
+};
+
+void tst_LineEditText::numberShowsWithSixSignificantDigits_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("whole number") << 8350.0 << "8350";
+    QTest::newRow("seventh digit is rounded") << 8333.2469 << "8333.25";
+    QTest::newRow("seven digits before the point") << 1234567.0 << "1.23457e+06";
+    QTest::newRow("small number") << 0.000012345678 << "1.23457e-05";
+    QTest::newRow("negative") << -0.5 << "-0.5";
+    QTest::newRow("zero") << 0.0 << "0";
+    QTest::newRow("nan") << std::numeric_limits<double>::quiet_NaN() << "nan";
+    QTest::newRow("infinity") << std::numeric_limits<double>::infinity() << "inf";
+}
+
+void tst_LineEditText::numberShowsWithSixSignificantDigits()
+{
+    QFETCH(double, value);
+    QLineEdit edit(QStringLiteral("before"));
+    rows::showNumber(&edit, value);
+    QTEST(edit.text(), "text");
+}
+
+void tst_LineEditText::shownNumberHasItsFirstDigitInView()
+{
+    QLineEdit edit;
+    rows::showNumber(&edit, 8333.25);
+    QCOMPARE(edit.cursorPosition(), 0);
+}
+
+void tst_LineEditText::textReadsAsNumber_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("value");
+    QTest::newRow("plain") << "8404.5" << 8404.5;
+    QTest::newRow("exponent") << "1e3" << 1000.0;
+    QTest::newRow("blanks around it") << " 2.5 " << 2.5;
+    QTest::newRow("empty reads as 0") << "" << 0.0;
+    QTest::newRow("words read as 0") << "Ni foil" << 0.0;
+    QTest::newRow("a tail makes it no number") << "8404.5eV" << 0.0;
+    QTest::newRow("decimal comma is no number") << "8404,5" << 0.0;
+    QTest::newRow("infinity is a number") << "inf" << std::numeric_limits<double>::infinity();
+    QTest::newRow("nan is a number") << "nan" << std::numeric_limits<double>::quiet_NaN();
+}
+
+void tst_LineEditText::textReadsAsNumber()
+{
+    QFETCH(QString, text);
+    QFETCH(double, value);
+    const QLineEdit edit(text);
+    const double read = rows::numberIn(&edit);
+    QVERIFY2(tests::sameDouble(read, value), qPrintable(QString::number(read)));
+}
+
+QTEST_MAIN(tst_LineEditText)
+#include "tst_LineEditText.moc"

@@ -1,0 +1,132 @@
+// Short ways to bring a panel into a known state and to read it.
+#pragma once
+
+#include "panel/FourPs.h"
+#include "rows/AEPoint.h"
+#include "rows/ARefFile.h"
+
+#include <QStringList>
+
+namespace tests
+{
+
+/// The lines of the message box so far.
+inline QStringList messages(const FourPs& panel)
+{
+    return panel.ui.Message->toPlainText().split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+inline void clearMessages(FourPs& panel)
+{
+    panel.ui.Message->clear();
+}
+
+/// Types into a field and leaves it.
+inline void enter(QLineEdit* edit, const QString& text)
+{
+    edit->setText(text);
+    Q_EMIT edit->editingFinished();
+}
+
+/// Gives a reference row a spectrum without points whose lines are constants:
+/// its edge jump is @p jump whatever its edge energy.
+inline void makeReferenceValid(FourPs& panel, int row, double jump = 1.0)
+{
+    AMutE& spectrum = *panel.XafsFiles.at(row);
+    spectrum.valid = true;
+    spectrum.preLine = {};
+    spectrum.postLine = {jump, 0.0, 0.0};
+}
+
+inline void makeTargetValid(FourPs& panel)
+{
+    panel.ui.TargetFile->valid = true;
+}
+
+/// Types the numbers of an energy row.
+inline void setPoint(FourPs& panel, int row, const QString& energy, const QString& r1,
+                     const QString& r2, const QString& target = {})
+{
+    AEPoint* point = panel.EPoints.at(row);
+    point->Energy->setText(energy);
+    point->Mut1->setText(r1);
+    point->Mut2->setText(r2);
+    point->MutT->setText(target);
+}
+
+/// Gives an energy row a map of ready mut values, one line of pixels.
+inline void setMap(FourPs& panel, int row, const QList<double>& muts)
+{
+    AEPoint* point = panel.EPoints.at(row);
+    point->clear();
+    for (const double mut : muts) {
+        point->rows.append({static_cast<double>(point->rows.size()), 0.5, mut, 0.0, {}});
+    }
+    point->xNum = static_cast<int>(muts.size());
+    point->yNum = 1;
+    point->loaded = true;
+}
+
+/// Takes exactly these rows into use.
+inline void useRows(FourPs& panel, const QList<int>& rows)
+{
+    for (int i = 0; i < panel.EPoints.size(); ++i) {
+        panel.EPoints.at(i)->UseCB->setChecked(rows.contains(i));
+    }
+}
+
+/// Takes exactly these references into use, without any reflex.
+inline void useReferences(FourPs& panel, const QList<int>& rows)
+{
+    for (int i = 0; i < panel.Refs.RefRows.size(); ++i) {
+        const QSignalBlocker quiet(panel.Refs.RefRows.at(i)->UseCB);
+        panel.Refs.RefRows.at(i)->UseCB->setChecked(rows.contains(i));
+    }
+}
+
+/// Chooses the four-points family, without any reflex.
+inline void chooseFourPoints(FourPs& panel)
+{
+    const QSignalBlocker quiet(panel.ui.TypeNonEquiv);
+    panel.ui.radioButton->setChecked(true);
+}
+
+/// Three points that give a = 1/2 and, on maps, thickness 1: the references
+/// stand at valence 2 and 3, rows 1 and 2 and the V row 3 are in use.
+inline void prepareThreePoints(FourPs& panel)
+{
+    chooseFourPoints(panel);
+    makeReferenceValid(panel, 0);
+    makeReferenceValid(panel, 1);
+    makeTargetValid(panel);
+    panel.Refs.RefRows.at(0)->Valence->setText(QStringLiteral("2"));
+    panel.Refs.RefRows.at(1)->Valence->setText(QStringLiteral("3"));
+    useRows(panel, {0, 1, 2});
+    setPoint(panel, 0, "8313", "0", "0", "1");
+    setPoint(panel, 1, "8381", "4", "4", "5");
+    setPoint(panel, 2, "8390", "3", "1", "3");
+    clearMessages(panel);
+}
+
+/// The same with one-pixel maps in the three rows.
+inline void prepareThreePointMaps(FourPs& panel)
+{
+    prepareThreePoints(panel);
+    setMap(panel, 0, {1});
+    setMap(panel, 1, {5});
+    setMap(panel, 2, {3});
+}
+
+/// Four rows, V row 3, of the half sum of two references: exact four points and
+/// least square give a = 1/2 and t/ts = 1.
+inline void prepareFourPoints(FourPs& panel)
+{
+    prepareThreePoints(panel);
+    useRows(panel, {0, 1, 2, 3});
+    setPoint(panel, 0, "0", "1", "3", "2");
+    setPoint(panel, 1, "1", "2", "3", "2.5");
+    setPoint(panel, 2, "2", "8", "2", "5");
+    setPoint(panel, 3, "5", "4", "9", "6.5");
+}
+
+} // namespace tests

@@ -1,0 +1,57 @@
+// The map calculation on the plain road: every text parsed and every reference
+// looked up for every pixel, matrices allocated for every solve, rows appended
+// one at a time. The product's road must give the same bits.
+#pragma once
+
+#include "data/A2DData.h"
+
+#include <QList>
+#include <QString>
+
+namespace tests
+{
+
+struct PlainReference {
+    bool used = false;
+    bool valid = false;
+    QString valence;
+};
+
+struct PlainPoint {
+    const A2DData* map = nullptr;
+    bool vPoint = false;
+    QString energy;
+    QString r1;
+    QString r2;
+};
+
+struct PlainHistogram {
+    double minV = 0.0;
+    double step = 0.0;
+    QList<int> bins;
+    int total = 0;
+    int under = 0;
+    int over = 0;
+};
+
+struct PlainStack {
+    QList<PlainReference> references;
+    QList<PlainPoint> points; ///< the used rows
+    double r = 0.0;
+};
+
+double plainPixelMut(const A2DData& map, int x, int y);
+
+double plainLeastSquareFourPoints(double TV, double R1V, double R2V, double EV,
+                                  const QList<double>& T, const QList<double>& R1,
+                                  const QList<double>& R2, const QList<double>& E, double r,
+                                  double* tts);
+
+void plainThreePoints(const PlainStack& stack, A2DData& result, PlainHistogram& valence,
+                      PlainHistogram& thickness);
+void plainExactFourPoints(const PlainStack& stack, A2DData& result, PlainHistogram& valence,
+                          PlainHistogram& thickness);
+void plainLeastSquare(const PlainStack& stack, A2DData& result, PlainHistogram& valence,
+                      PlainHistogram& thickness);
+
+} // namespace tests
