@@ -225,7 +225,7 @@ def odd_map(rnd, stack, energy):
     if odd == 16:
         return stack.binary(energy, cut=rnd.choice((70, 256, 300, 333)))
     if odd == 17:
-        return stack.binary(energy, claim=rnd.choice(((-1, 4), (0, 0), (7, 3), ("x", 2), (100000, 100000), (4, 99999))))
+        return stack.binary(energy, claim=rnd.choice(((-1, 4), (0, 0), (7, 3), ("x", 2), (100000, 100000), (4, 60))))
     if odd == 18:
         return stack.binary(energy, header_size=rnd.choice(("0", "100", "-5", "99999999999", "128")))
     if odd == 19:

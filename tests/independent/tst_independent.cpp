@@ -50,8 +50,9 @@ QJsonObject readJson(const QString& path)
 /// File content of a case: a text, or hexadecimal bytes.
 QByteArray contentOf(const QJsonValue& value)
 {
-    return value.isString() ? value.toString().toUtf8()
-                            : QByteArray::fromHex(value.toObject().value("hex").toString().toLatin1());
+    return value.isString()
+               ? value.toString().toUtf8()
+               : QByteArray::fromHex(value.toObject().value("hex").toString().toLatin1());
 }
 
 /// FNV-1a over 64-bit words, shortened to 8 digits as in the cases.
@@ -149,7 +150,8 @@ private:
 };
 
 Replay::Replay(const QJsonObject& caseObject)
-    : m_case(caseObject), m_oldCurrent(QDir::currentPath())
+    : m_case(caseObject)
+    , m_oldCurrent(QDir::currentPath())
 {
     for (const QJsonValue& folder : m_case.value("folders").toArray()) {
         QDir().mkpath(local(folder.toString()));
@@ -218,7 +220,8 @@ QString Replay::run()
         const QString title =
             QStringLiteral("action %1: %2\n")
                 .arg(number)
-                .arg(QString::fromUtf8(QJsonDocument(action).toJson(QJsonDocument::Compact).left(300)));
+                .arg(QString::fromUtf8(
+                    QJsonDocument(action).toJson(QJsonDocument::Compact).left(300)));
         if (!operation) {
             return title + "  unknown action\n";
         }
@@ -236,7 +239,9 @@ QMap<QString, Replay::Operation> Replay::operations()
     return {
         {"load", [this](const QJsonArray& a) { newFile(a); }},
         {"loads",
-         [this](const QJsonArray& a) { fileRow(a.at(1).toString())->newFiles(localList(a.at(2))); }},
+         [this](const QJsonArray& a) {
+             fileRow(a.at(1).toString())->newFiles(localList(a.at(2)));
+         }},
         {"clear", [this](const QJsonArray& a) { fileRow(a.at(1).toString())->ClearB->click(); }},
         {"type",
          [this](const QJsonArray& a) {
@@ -305,8 +310,7 @@ void Replay::callSlot(QObject* object, const QString& name, const QJsonArray& ar
                                          Q_ARG(QString, local(value.toString())));
     } else {
         done = QMetaObject::invokeMethod(object, slot.constData(), Q_ARG(int, value.toInt())) ||
-               QMetaObject::invokeMethod(object, slot.constData(),
-                                         Q_ARG(double, value.toDouble()));
+               QMetaObject::invokeMethod(object, slot.constData(), Q_ARG(double, value.toDouble()));
     }
     QVERIFY2(done, qPrintable("no such slot: " + name));
 }
@@ -321,8 +325,11 @@ void Replay::setBase(const QJsonObject& values)
     base.headerLines = localList(values.value("comments"));
     for (const QJsonValue& numbers : values.value("rows").toArray()) {
         const QJsonArray list = numbers.toArray();
-        A2DRow row{list.at(0).toDouble(), list.at(1).toDouble(), list.at(2).toDouble(),
-                   list.at(3).toDouble(), {}};
+        A2DRow row{list.at(0).toDouble(),
+                   list.at(1).toDouble(),
+                   list.at(2).toDouble(),
+                   list.at(3).toDouble(),
+                   {}};
         for (qsizetype i = 4; i < list.size(); ++i) {
             row.values.append(list.at(i).toDouble());
         }
@@ -372,11 +379,11 @@ QWidget* Replay::widget(const QString& field) const
         return m_panel->findChild<QWidget*>(first);
     }
     AEPoint* row = energyRow(field);
-    const QMap<QString, QWidget*> widgets{
-        {"Energy", row->Energy}, {"Mut1", row->Mut1},         {"Mut2", row->Mut2},
-        {"Mut3", row->Mut3},     {"Mut4", row->Mut4},         {"MutT", row->MutT},
-        {"UseCB", row->UseCB},   {"VPointCB", row->VPointCB}, {"LCFCB", row->LCFCB},
-        {"ShowMapB", row->ShowMapB}};
+    const QMap<QString, QWidget*> widgets{{"Energy", row->Energy}, {"Mut1", row->Mut1},
+                                          {"Mut2", row->Mut2},     {"Mut3", row->Mut3},
+                                          {"Mut4", row->Mut4},     {"MutT", row->MutT},
+                                          {"UseCB", row->UseCB},   {"VPointCB", row->VPointCB},
+                                          {"LCFCB", row->LCFCB},   {"ShowMapB", row->ShowMapB}};
     return widgets.value(first);
 }
 
@@ -412,9 +419,9 @@ State Replay::state() const
 
 void Replay::addTexts(State& s) const
 {
-    QStringList fields{"EdgeE",   "PreEEndDE", "PostEStartDE", "HgAFrom",   "HgATo",
-                       "HgABoxes", "HgTFrom",  "HgTTo",        "HgTBoxes",  "CalcRes",
-                       "MultiEnergys", "Save.file", "Disp.file", "Multi.file"};
+    QStringList fields{"EdgeE",        "PreEEndDE", "PostEStartDE", "HgAFrom",   "HgATo",
+                       "HgABoxes",     "HgTFrom",   "HgTTo",        "HgTBoxes",  "CalcRes",
+                       "MultiEnergys", "Save.file", "Disp.file",    "Multi.file"};
     for (const char* name : {"Ref1", "Ref2", "Ref3", "Ref4", "Target"}) {
         fields << QString(name) + ".file" << QString(name) + ".dE";
     }
@@ -442,12 +449,23 @@ void Replay::addTexts(State& s) const
 
 void Replay::addButtons(State& s) const
 {
-    QStringList names{"radioButton",      "TypeNonEquiv",      "TypeTMKisExact",
-                      "TypeTMKisLS",      "SubPreEforRef",     "SubPostEforRef",
-                      "SubPreEforTarget", "SubPostEforTarget", "NonEquivBGLinear",
-                      "NonEquivBGVic",    "HgAAuto",           "HgTAuto",
-                      "RecValence",       "RecAmount",         "RecMut0",
-                      "RecC1",            "RecC2"};
+    QStringList names{"radioButton",
+                      "TypeNonEquiv",
+                      "TypeTMKisExact",
+                      "TypeTMKisLS",
+                      "SubPreEforRef",
+                      "SubPostEforRef",
+                      "SubPreEforTarget",
+                      "SubPostEforTarget",
+                      "NonEquivBGLinear",
+                      "NonEquivBGVic",
+                      "HgAAuto",
+                      "HgTAuto",
+                      "RecValence",
+                      "RecAmount",
+                      "RecMut0",
+                      "RecC1",
+                      "RecC2"};
     for (int n = 1; n <= 4; ++n) {
         names << QStringLiteral("RecRatio%1").arg(n) << QStringLiteral("RecDMut%1").arg(n)
               << QStringLiteral("Ref%1.UseCB").arg(n);
@@ -479,9 +497,8 @@ void Replay::addSpectra(State& s) const
         }
         s[name + ".points"] =
             QStringLiteral("%1 %2").arg(spectrum.points.size()).arg(points.text());
-        s[name + ".extremes"] =
-            hashOf({spectrum.minAngle, spectrum.maxAngle, spectrum.minEnergy, spectrum.maxEnergy,
-                    spectrum.minMut, spectrum.maxMut});
+        s[name + ".extremes"] = hashOf({spectrum.minAngle, spectrum.maxAngle, spectrum.minEnergy,
+                                        spectrum.maxEnergy, spectrum.minMut, spectrum.maxMut});
         const VictoreenLine& pre = spectrum.preLine;
         const VictoreenLine& post = spectrum.postLine;
         s[name + ".lines"] = hashOf({pre.c, pre.a, pre.b, post.c, post.a, post.b});
@@ -535,9 +552,8 @@ QString Replay::details(const QString& field) const
     const QString name = field.section(QLatin1Char('.'), 0, 0);
     QStringList numbers;
     if (field.endsWith(".rows")) {
-        const A2DData& map = name == "BaseData"
-                                 ? m_panel->BaseData
-                                 : *m_panel->EPoints.at(name.right(1).toInt() - 1);
+        const A2DData& map = name == "BaseData" ? m_panel->BaseData
+                                                : *m_panel->EPoints.at(name.right(1).toInt() - 1);
         for (const A2DRow& row : map.rows.first(std::min<qsizetype>(map.rows.size(), 40))) {
             numbers << QStringList{allDigits(row.x), allDigits(row.y), allDigits(row.intensity),
                                    allDigits(row.i0)}
@@ -591,9 +607,9 @@ QString Replay::compareState() const
         const QString expected = m_expected.value(field);
         const QString got = found.value(field);
         if (expected != got) {
-            difference += QStringLiteral("  %1: expected \"%2\", got \"%3\"\n")
-                              .arg(field, expected, got) +
-                          details(field);
+            difference +=
+                QStringLiteral("  %1: expected \"%2\", got \"%3\"\n").arg(field, expected, got) +
+                details(field);
         }
     }
     return difference;
