@@ -5,11 +5,9 @@
 namespace
 {
 
-constexpr double hcEvAngstrom = 12398.424360387684;
-
 double valueOf(const VictoreenLine& line, double energyEv)
 {
-    const double L = hcEvAngstrom / energyEv;
+    const double L = AMutE::hcEvAngstrom / energyEv;
     return (line.b * L + line.a) * L * L * L + line.c;
 }
 
@@ -33,7 +31,7 @@ struct LineSums {
 
     void add(double energyEv, double y)
     {
-        const double L = hcEvAngstrom / energyEv;
+        const double L = AMutE::hcEvAngstrom / energyEv;
         const double p3 = L * L * L;
         const double p4 = p3 * L;
         n += 1.0;

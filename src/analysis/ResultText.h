@@ -1,6 +1,8 @@
 // The text of a result map file.
 #pragma once
 
+#include "analysis/ValenceMix.h"
+
 #include <QString>
 
 #include <array>
@@ -17,16 +19,6 @@ inline constexpr int columnCount = 13;
 /// Name of result column @p i in the file: "alpha1" ... "Total-dMut"; "UnKnown"
 /// outside 0 to 12.
 QString columnName(int i);
-
-/// How a fraction of the first reference reads as a valence.
-struct ValenceMix {
-    bool enoughReferences = false; ///< two or more used references are valid
-    double v1 = 0.0;               ///< valence of the first used reference
-    double v2 = 0.0;               ///< valence of the second one
-
-    /// (1 - a) * v2 + v1 * a; 0.0 without enough references.
-    double operator()(double a) const { return enoughReferences ? (1 - a) * v2 + v1 * a : 0.0; }
-};
 
 /// Writes the result map file: title line, the map's comment lines, a blank
 /// line and the table of the layout in force (map.extended).

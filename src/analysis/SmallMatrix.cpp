@@ -268,7 +268,7 @@ void SmallMatrix::forwardSolve(Index n, const double* const* l, const double* b,
                                const Index* perm)
 {
     copyVector(n, b, y);
-    for (Index i = 0; i < n - 1; ++i) {
+    for (Index i = 0; i + 1 < n; ++i) {
         const Index p = perm[i];
         y[p] /= l[p][i];
         for (Index k = i + 1; k < n; ++k) {
@@ -281,7 +281,7 @@ void SmallMatrix::backSolve(Index n, const double* const* u, const double* y, do
                             const Index* perm)
 {
     copyVector(n, y, x);
-    for (Index i = n - 1; i >= 0; --i) {
+    for (Index i = std::max(n, 0) - 1; i >= 0; --i) {
         const Index p = perm[i];
         x[p] /= u[p][i];
         for (Index k = i - 1; k >= 0; --k) {

@@ -6,9 +6,9 @@
 /// LU decomposition with partial pivoting, and the small change around it.
 ///
 /// A matrix is an array of n pointers to rows of n doubles, element i, j being
-/// m[i][j]; a vector is an array of n doubles. Nothing here allocates but the
-/// new...() operations, whose storage the caller returns through the matching
-/// free...(). With n below 1 every operation does nothing: new...() then gives
+/// m[i][j]; a vector is an array of n doubles. What the new...() operations
+/// give belongs to the caller, who returns it through the matching free...().
+/// With n below 1 every operation does nothing: new...() then gives
 /// a null pointer and hasNaN...() gives 0. Unless it says otherwise, an
 /// operation may not write to what it reads from.
 ///

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
+#include <cmath>
+
 /// One pixel of a map file, or of a result map.
 struct A2DRow {
     double x = 0.0;         ///< first column of the file
@@ -13,6 +15,8 @@ struct A2DRow {
     double i0 = 0.0;        ///< incident intensity
     QList<double> values;   ///< one value per result map; empty in a map file
 };
+// Lets a list of rows grow by moving memory instead of row by row.
+Q_DECLARE_TYPEINFO(A2DRow, Q_RELOCATABLE_TYPE);
 
 /// A map in memory: its pixels in file order (x fastest), the comment lines of
 /// its file and its size.
@@ -59,6 +63,22 @@ bool isSizeTooLarge(qint64 width, qint64 height);
 /// @return -1.0 outside the rows; the intensity as it stands where i0 is 0.0;
 ///         1.0 where the intensity is 0.0; otherwise ln(i0 / intensity).
 ///         NaN in either field goes on to the logarithm.
-double pixelMut(const A2DData& map, int x, int y);
+///
+/// Inline, since calculations ask for every pixel of every map.
+inline double pixelMut(const A2DData& map, int x, int y)
+{
+    const qint64 i = qint64{y} * map.xNum + x;
+    if (i < 0 || i >= map.rows.size()) {
+        return -1.0;
+    }
+    const A2DRow& pixel = map.rows.at(i);
+    if (pixel.i0 == 0.0) {
+        return pixel.intensity;
+    }
+    if (pixel.intensity == 0.0) {
+        return 1.0;
+    }
+    return std::log(pixel.i0 / pixel.intensity);
+}
 
 } // namespace data

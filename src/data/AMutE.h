@@ -31,26 +31,40 @@ struct VictoreenLine {
 class AMutE
 {
 public:
+    /// Planck's constant times the speed of light, eV times angstrom.
+    static constexpr double hcEvAngstrom = 12398.424360387684;
+
     /// Reads a spectrum file in either form: the beamline form that opens with
-    /// "9809", or two plain columns of energy and mut.
+    /// "9809", or two plain columns of energy and mut. Words where numbers
+    /// belong read as 0.
     ///
     /// @return whether the file gave points; background lines are then fitted.
-    ///         A path that is no readable file changes nothing; any other
-    ///         failure leaves @c valid false.
+    ///         A path that is no readable file changes nothing. A file that
+    ///         gives no points names itself in @c filePath and leaves the
+    ///         record empty and @c valid false.
     bool readFile(const QString& path);
 
     /// Whether the first line of the file begins with "9809" after blanks are
     /// folded. False, with a line in the debug log, when it cannot be opened.
     bool is9809(const QString& path) const;
 
-    /// The two readers behind readFile(); same result, same effects.
+    /// The two readers behind readFile(); same result, and they leave the
+    /// names alone. A file that cannot be opened changes nothing and is told
+    /// in the debug log.
+    ///
+    /// In the beamline form mut is made of the counts of the channels by the
+    /// modes that a "Mode" line gives them: 1 is the incident intensity I0, 2
+    /// transmission, ln(I0 / I) of the first such channel, 3 fluorescence, the
+    /// sum of I / I0. A row whose I0 column is not there or not known is
+    /// skipped, so a file without I0 gives no points.
     bool read9809(const QString& path);
     bool readPlain(const QString& path);
 
     /// Index of the first token equal to @p word, -1 when there is none.
     static int findToken(const QStringList& tokens, const QString& word);
 
-    /// The pre-edge and the post-edge line at energy @p E (eV).
+    /// The pre-edge and the post-edge line at working energy @p E, eV. Infinite
+    /// or NaN at 0.
     double preValue(double E) const;
     double postValue(double E) const;
 
@@ -58,8 +72,9 @@ public:
     double edgeJump() const;
 
     /// Fits both lines to the points strictly below @c preEdgeEnd and strictly
-    /// above @c postEdgeStart, in working energies. Does nothing without
-    /// points; a range without points gives a NaN line.
+    /// above @c postEdgeStart, in working energies: least squares by the normal
+    /// equations. Does nothing without points; a range without points gives a
+    /// NaN line. No other operation refits.
     void fitLines();
 
     /// The energy of the steepest rise, as the midpoint of its two working
@@ -68,11 +83,13 @@ public:
     double findEdge() const;
 
     /// Index of the lower point of the pair that brackets working energy @p E;
-    /// 0 below the spectrum, n - 2 above it, 0 when nothing brackets it.
+    /// 0 below the first point, n - 2 above the last one (-1 with one point),
+    /// 0 when nothing brackets it or there are no points.
     int indexBelow(double E) const;
 
     /// Raw mut at working energy @p E on straight lines; the end segments are
-    /// extended. 0.0 with fewer than 2 points.
+    /// extended. 0.0 with fewer than 2 points; infinite or NaN between points
+    /// of equal energy.
     double mutAt(double E) const;
 
     /// Point @p i presented as kind 0 to 4: raw, less pre-edge line, less

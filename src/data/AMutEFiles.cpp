@@ -16,7 +16,6 @@
 namespace
 {
 
-constexpr double hcEvAngstrom = 12398.424360387684;
 constexpr double hcKevAngstrom = 12.398424360387684;
 constexpr double defaultTwoD = 6.2710632; // angstrom
 constexpr double defaultD = 3.1355316;    // angstrom
@@ -89,7 +88,8 @@ std::optional<MutPoint> plainPoint(const QString& line, Tokens* tokens)
     MutPoint point;
     point.energy = tokens->at(0).toDouble();
     point.mut = tokens->at(1).toDouble();
-    point.angle = std::asin((hcEvAngstrom / point.energy) / defaultTwoD) / shortPi * degreesInPi;
+    point.angle =
+        std::asin((AMutE::hcEvAngstrom / point.energy) / defaultTwoD) / shortPi * degreesInPi;
     return point;
 }
 

@@ -10,8 +10,8 @@ namespace data
 /// adds that with setTextModeEnabled().
 ///
 /// @return false, with @p file closed, for anything but a readable regular
-///         file, a link to one included: a folder, a pipe or a device would
-///         fail, block or never end. The call itself never blocks on them.
+///         file or a link to one: a folder, a pipe or a device would fail,
+///         block or never end
 bool openForReading(QFile& file);
 
 /// Opens the file that @p file names write-only in text mode, replacing its

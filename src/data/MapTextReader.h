@@ -1,6 +1,8 @@
 // Reads the text form of a map file into an A2DData.
 #pragma once
 
+#include <QtGlobal>
+
 #include <functional>
 
 class A2DData;
@@ -10,6 +12,10 @@ class QString;
 namespace data
 {
 
+/// Bytes that the reader asks of its device at a time; a longer line makes the
+/// block grow.
+inline constexpr qsizetype mapTextBlockSize = 256 * 1024;
+
 /// Takes the energy text of an "ENERGY" comment line, at the moment the line
 /// is read.
 using EnergyHandler = std::function<void(const QString& text)>;
@@ -17,8 +23,10 @@ using EnergyHandler = std::function<void(const QString& text)>;
 /// Reads a text map from @p device, which is open for reading and not in text
 /// mode (line ends are handled here), into @p map, which is cleared first.
 ///
-/// Numbers are read in the C locale; what is no number reads as 0. The kind of
-/// the file comes from its first line ("# 1306", "# 2003901", or any other).
+/// The text is UTF-8 unless a byte order mark says otherwise, and every
+/// carriage return is dropped. Numbers are read in the C locale; what is no
+/// number reads as 0. The kind of the file comes from its first line
+/// ("# 1306", "# 2003901", or any other). A device that fails ends the text.
 ///
 /// @param energyFound  called once for every "ENERGY" line, during the read
 /// @return whether the map has a size and at least one row. On false the rows

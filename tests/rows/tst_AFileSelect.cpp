@@ -1,6 +1,8 @@
 // The file row: its form, its two modes, and every road by which a path comes.
 
 #include "rows/AFileSelect.h"
+#include "rows/AsNobody.h"
+#include "rows/DialogSettings.h"
 #include "rows/FormChecks.h"
 #include "support/TestFiles.h"
 
@@ -15,7 +17,6 @@
 
 #include <memory>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace
 {
@@ -150,6 +151,7 @@ private Q_SLOTS:
     void leavingTheShiftFieldTellsNewDE();
 
 private:
+    const QTemporaryDir settingsFolder;
     QString file(const QString& name) const { return tests::writeFile(*folder, name, "1 2 3\n"); }
 
     std::unique_ptr<QTemporaryDir> folder;
@@ -158,8 +160,8 @@ private:
 
 void tst_AFileSelect::initTestCase()
 {
-    // The dialog keeps its own settings in the home folder.
-    QStandardPaths::setTestModeEnabled(true);
+    QVERIFY(settingsFolder.isValid());
+    tests::keepDialogSettingsIn(settingsFolder);
 }
 
 void tst_AFileSelect::init()
@@ -590,18 +592,17 @@ void tst_AFileSelect::highlightedPipePassesWithoutEffect()
 
 void tst_AFileSelect::highlightedUnreadableFilePassesWithoutEffect()
 {
-    // Root may read everything, so the row is asked as nobody; by the real user
-    // too, which is the one that the question for readability looks at.
     const QString path = file(QStringLiteral("secret.dat"));
     QVERIFY(QFile::setPermissions(path, {}));
     QVERIFY(QFile::setPermissions(folder->path(), QFile::Permissions(0x7755)));
     AFileSelect row;
     const Journal journal(&row);
     row.dialog->show();
-    const bool isRoot = ::geteuid() == 0;
-    QVERIFY(!isRoot || ::setresuid(65534, 65534, 0) == 0);
-    row.selectingFile(path);
-    QVERIFY(!isRoot || ::setresuid(0, 0, 0) == 0);
+    {
+        const tests::AsNobody rights;
+        QVERIFY(rights.works());
+        row.selectingFile(path);
+    }
     QCOMPARE(journal.entries, QStringList());
 }
 

@@ -1,0 +1,60 @@
+// Loading a four-column text map of 1000 by 1000 pixels.
+#include "data/A2DData.h"
+#include "data/MapTextReader.h"
+#include "support/BigMap.h"
+#include "support/PlainMapReader.h"
+#include "support/RatioReporter.h"
+
+#include <QFile>
+
+namespace
+{
+
+constexpr int side = 1000;
+
+const QString& mapPath()
+{
+    static const QTemporaryDir dir;
+    static const QString path = bench::writeBigMap(dir, QStringLiteral("map.dat"), side, side);
+    return path;
+}
+
+/// Times @p read, which fills a fresh map and returns whether it is good.
+template <typename Read>
+void measure(benchmark::State& state, Read read)
+{
+    const QString& path = mapPath();
+    for (auto _ : state) {
+        A2DData map;
+        if (!read(path, map) || map.rows.size() != qsizetype{side} * side) {
+            state.SkipWithError("the map was not read");
+            break;
+        }
+        benchmark::DoNotOptimize(map.rows.constData());
+    }
+    state.SetBytesProcessed(state.iterations() * QFile(path).size());
+    state.SetItemsProcessed(state.iterations() * qint64{side} * side);
+}
+
+void ignoreEnergy(const QString&) {}
+
+void mapTextTwin(benchmark::State& state)
+{
+    measure(state, [](const QString& path, A2DData& map) {
+        return tests::readPlainMap(path, map, ignoreEnergy);
+    });
+}
+BENCHMARK(mapTextTwin)->Name("loadTextMap/plain")->Unit(benchmark::kMillisecond);
+
+void mapText(benchmark::State& state)
+{
+    measure(state, [](const QString& path, A2DData& map) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) && data::readMapText(file, map, ignoreEnergy);
+    });
+}
+BENCHMARK(mapText)->Name("loadTextMap/product")->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+AELK_BENCHMARK_MAIN()

@@ -1,0 +1,688 @@
+// Background lines, presentations and interpolation of a spectrum.
+#include "data/AMutE.h"
+#include "support/SameDouble.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+namespace
+{
+
+using Pairs = QList<std::pair<double, double>>; // energy as read (eV), mut
+
+constexpr double hc = 12398.424360387684; // eV angstrom
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+AMutE spectrumOf(const Pairs& pairs, double dE = 0.0)
+{
+    AMutE spectrum;
+    for (const auto& [energy, mut] : pairs) {
+        spectrum.points.append({0.0, energy, mut});
+    }
+    spectrum.dE = dE;
+    return spectrum;
+}
+
+/// Lines that are constants, so that presentations can be done by hand.
+AMutE withConstantLines(AMutE spectrum, double pre, double post)
+{
+    spectrum.preLine = {pre, 0.0, 0.0};
+    spectrum.postLine = {post, 0.0, 0.0};
+    return spectrum;
+}
+
+/// c + a L^3 + b L^4 in powers.
+double lineAt(const VictoreenLine& line, double energyEv)
+{
+    const double L = hc / energyEv;
+    return line.c + line.a * std::pow(L, 3) + line.b * std::pow(L, 4);
+}
+
+bool near(double value, double expected, double tolerance)
+{
+    return std::fabs(value - expected) <= tolerance;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(VictoreenLine)
+
+class tst_AMutELines : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void linesAreVictoreenPolynomials();
+    void linesAreEvaluatedInTheStatedOrder();
+    void linesAtEnergyZeroAreNotFinite();
+    void edgeJumpIsTakenAtTheEdgeEnergy();
+
+    void fitRecoversBothLines();
+    void fitOfTwoOverlappingRangesSharesPoints();
+    void fitUsesSumsInListOrder();
+    void pointAtThePreEdgeEndIsInNeitherLine();
+    void pointAtThePostEdgeStartIsInNeitherLine();
+    void fitUsesWorkingEnergies();
+    void fitWithoutPointsKeepsTheLines();
+    void rangeWithoutPointsGivesANaNLine();
+    void nanEnergyTakesPartInNoFit();
+    void nothingElseRefits();
+
+    void findEdge_data();
+    void findEdge();
+    void indexBelow_data();
+    void indexBelow();
+    void mutAt_data();
+    void mutAt();
+    void energyOnAPointGivesItsMut();
+    void interpolationTakesTheQuotientFirst();
+
+    void presentations_data();
+    void presentations();
+    void lineOfAPresentationIsTakenAtTheWorkingEnergy();
+    void unknownKindIsZero();
+    void indexOutsideIsZero();
+    void zeroEdgeJumpMakesKindThreeInfinite();
+    void crossingLinesMakeKindFourInfinite();
+    void valueAtInterpolatesThePresentation();
+    void normalisedAtIsKindFour();
+    void shortSpectraInterpolateToZero();
+
+    void valueRangeIsClosed();
+    void valueRangeOnlyWidens();
+    void valueRangeUsesWorkingEnergies();
+    void valueRangeIgnoresNaN();
+
+    void shiftChangesNoPoint();
+
+    void backgroundSubtracted_data();
+    void backgroundSubtracted();
+    void backgroundSubtractedBeyondTheSpectrumLeavesTheOutput();
+    void backgroundSubtractedSubtractsTheChosenLineAtTheEnergy();
+    void backgroundSubtractedTakesTheFirstPointThatReaches();
+    void backgroundSubtractedStartsFromWorkingEnergyZero();
+};
+
+void tst_AMutELines::linesAreVictoreenPolynomials()
+{
+    AMutE spectrum;
+    spectrum.preLine = {1.0, 2.0, 3.0};
+    spectrum.postLine = {-1.0, 0.5, 0.25};
+    // L = 2 angstrom: 1 + 2 * 8 + 3 * 16 = 65; -1 + 0.5 * 8 + 0.25 * 16 = 7.
+    QCOMPARE(spectrum.preValue(hc / 2.0), 65.0);
+    QCOMPARE(spectrum.postValue(hc / 2.0), 7.0);
+}
+
+void tst_AMutELines::linesAreEvaluatedInTheStatedOrder()
+{
+    AMutE spectrum;
+    spectrum.preLine = {0.1, 0.7, -0.3};
+    int differentInPowers = 0;
+    for (double E = 8000.0; E < 8100.0; E += 1.0) {
+        const double L = 12398.424360387684 / E;
+        QVERIFY(tests::sameDouble(spectrum.preValue(E), (-0.3 * L + 0.7) * L * L * L + 0.1));
+        differentInPowers += spectrum.preValue(E) == lineAt(spectrum.preLine, E) ? 0 : 1;
+    }
+    QVERIFY(differentInPowers > 0); // the order can be told at all
+}
+
+void tst_AMutELines::linesAtEnergyZeroAreNotFinite()
+{
+    AMutE spectrum;
+    spectrum.preLine = {0.0, 1.0, 1.0};
+    spectrum.postLine = {0.0, 0.0, 0.0};
+    QCOMPARE(spectrum.preValue(0.0), infinity);
+    QVERIFY(std::isnan(spectrum.postValue(0.0))); // 0 * inf
+}
+
+void tst_AMutELines::edgeJumpIsTakenAtTheEdgeEnergy()
+{
+    AMutE spectrum;
+    spectrum.edgeEnergy = hc / 2.0;
+    spectrum.preLine = {1.0, 1.0, 0.0};  // 9 at L = 2
+    spectrum.postLine = {4.0, 0.0, 1.0}; // 20 at L = 2
+    QCOMPARE(spectrum.edgeJump(), 11.0);
+}
+
+void tst_AMutELines::fitRecoversBothLines()
+{
+    const VictoreenLine pre{0.2, 0.3, -0.05};
+    const VictoreenLine post{0.9, 0.4, -0.08};
+    AMutE spectrum;
+    for (double E = 7000.0; E <= 7990.0; E += 10.0) {
+        spectrum.points.append({0.0, E, lineAt(pre, E)});
+    }
+    for (double E = 8510.0; E <= 9500.0; E += 10.0) {
+        spectrum.points.append({0.0, E, lineAt(post, E)});
+    }
+    spectrum.fitLines();
+    // The normal equations have a condition number near 1e8: eight of sixteen
+    // digits remain.
+    for (double E = 7000.0; E <= 9500.0; E += 100.0) {
+        QVERIFY(near(spectrum.preValue(E), lineAt(pre, E), 1e-7));
+        QVERIFY(near(spectrum.postValue(E), lineAt(post, E), 1e-7));
+    }
+}
+
+void tst_AMutELines::fitOfTwoOverlappingRangesSharesPoints()
+{
+    const VictoreenLine line{0.2, 0.3, -0.05};
+    AMutE spectrum;
+    for (double E = 7000.0; E <= 9500.0; E += 100.0) {
+        spectrum.points.append({0.0, E, lineAt(line, E)});
+    }
+    spectrum.preEdgeEnd = 9900.0;
+    spectrum.postEdgeStart = 6000.0;
+    spectrum.fitLines();
+    QVERIFY(tests::sameDouble(spectrum.preLine.c, spectrum.postLine.c));
+    QVERIFY(tests::sameDouble(spectrum.preLine.a, spectrum.postLine.a));
+    QVERIFY(tests::sameDouble(spectrum.preLine.b, spectrum.postLine.b));
+    QVERIFY(near(spectrum.preLine.c, 0.2, 1e-6));
+}
+
+void tst_AMutELines::fitUsesSumsInListOrder()
+{
+    // Two points leave the system singular but for rounding, so the result
+    // hangs on the order of every operation; it is made again here with the
+    // elimination written out.
+    AMutE spectrum = spectrumOf({{7000, 0.31}, {7450, 0.27}, {7900, 0.22}, {7100, 0.305}});
+    spectrum.fitLines();
+
+    double s[9] = {};
+    for (const MutPoint& point : spectrum.points) {
+        const double L = 12398.424360387684 / point.energy;
+        const double p3 = L * L * L;
+        const double p4 = L * L * L * L;
+        const double y = point.mut;
+        const double terms[9] = {1.0, p3, p4, p3 * p3, p3 * p4, p4 * p4, y, y * p3, y * p4};
+        for (int i = 0; i < 9; ++i) {
+            s[i] += terms[i];
+        }
+    }
+    // L is near 1.7, so the rows grow downward: row 2 is the first pivot. Of
+    // the two left, row 0 has the larger remainder in column 1.
+    const double f0 = s[2] == 0.0 ? 0.0 : s[0] / s[2];
+    const double f1 = s[1] / s[2];
+    const double a01 = s[1] - s[4] * f0;
+    const double a02 = s[2] - s[5] * f0;
+    const double b0 = s[6] - s[8] * f0;
+    const double a11 = s[3] - s[4] * f1;
+    const double a12 = s[4] - s[5] * f1;
+    const double b1 = s[7] - s[8] * f1;
+    const bool rowZeroLeads = std::fabs(a01) >= std::fabs(a11);
+    const double p1 = rowZeroLeads ? a01 : a11;
+    const double p2 = rowZeroLeads ? a02 : a12;
+    const double pb = rowZeroLeads ? b0 : b1;
+    const double f2 = (rowZeroLeads ? a11 : a01) / p1;
+    const double c = ((rowZeroLeads ? b1 : b0) - pb * f2) / ((rowZeroLeads ? a12 : a02) - p2 * f2);
+    // Unknowns b (of L^4), a, c in turn.
+    const double x1 = (pb - c * p2) / p1;
+    const double x0 = (s[8] - c * s[5] - x1 * s[4]) / s[2];
+    QVERIFY(tests::sameDouble(spectrum.preLine.c, x0));
+    QVERIFY(tests::sameDouble(spectrum.preLine.a, x1));
+    QVERIFY(tests::sameDouble(spectrum.preLine.b, c));
+}
+
+void tst_AMutELines::pointAtThePreEdgeEndIsInNeitherLine()
+{
+    const Pairs pairs{{7700, 1}, {7800, 1.25}, {7900, 1.5}, {7950, 2}};
+    AMutE without = spectrumOf(pairs);
+    without.fitLines();
+    AMutE with = spectrumOf(pairs + Pairs{{8000, 777}});
+    with.fitLines();
+    QVERIFY(tests::sameDouble(with.preLine.c, without.preLine.c));
+    QVERIFY(tests::sameDouble(with.preLine.a, without.preLine.a));
+    QVERIFY(tests::sameDouble(with.preLine.b, without.preLine.b));
+    QVERIFY(std::isnan(with.postLine.c)); // no point above postEdgeStart
+}
+
+void tst_AMutELines::pointAtThePostEdgeStartIsInNeitherLine()
+{
+    const Pairs pairs{{8600, 1}, {8700, 1.25}, {8800, 1.5}, {8900, 2}};
+    AMutE without = spectrumOf(pairs);
+    without.fitLines();
+    AMutE with = spectrumOf(Pairs{{8500, 777}} + pairs);
+    with.fitLines();
+    QVERIFY(tests::sameDouble(with.postLine.c, without.postLine.c));
+    QVERIFY(tests::sameDouble(with.postLine.a, without.postLine.a));
+    QVERIFY(tests::sameDouble(with.postLine.b, without.postLine.b));
+    QVERIFY(std::isnan(with.preLine.c));
+}
+
+void tst_AMutELines::fitUsesWorkingEnergies()
+{
+    // The same spectrum, read 8 eV higher and shifted back; powers of two and
+    // integers keep the energies exact.
+    const Pairs pairs{{7700, 1}, {7800, 1.25}, {7900, 1.5}, {7999, 2},
+                      {8600, 3}, {8700, 4},    {8800, 4.5}, {8501, 2.5}};
+    AMutE plain = spectrumOf(pairs);
+    plain.fitLines();
+    AMutE shifted = spectrumOf(pairs, 8.0);
+    for (MutPoint& point : shifted.points) {
+        point.energy += 8.0;
+    }
+    shifted.fitLines();
+    for (const double E : {7700.0, 8333.0, 8700.0}) {
+        QVERIFY(tests::sameDouble(shifted.preValue(E), plain.preValue(E)));
+        QVERIFY(tests::sameDouble(shifted.postValue(E), plain.postValue(E)));
+    }
+}
+
+void tst_AMutELines::fitWithoutPointsKeepsTheLines()
+{
+    AMutE spectrum;
+    spectrum.preLine = {1.0, 2.0, 3.0};
+    spectrum.postLine = {4.0, 5.0, 6.0};
+    spectrum.fitLines();
+    QCOMPARE(spectrum.preLine.b, 3.0);
+    QCOMPARE(spectrum.postLine.b, 6.0);
+}
+
+void tst_AMutELines::rangeWithoutPointsGivesANaNLine()
+{
+    AMutE spectrum = spectrumOf({{8100, 1}, {8200, 2}, {8300, 3}, {8400, 3}});
+    spectrum.fitLines();
+    for (const VictoreenLine& line : {spectrum.preLine, spectrum.postLine}) {
+        QVERIFY(std::isnan(line.c));
+        QVERIFY(std::isnan(line.a));
+        QVERIFY(std::isnan(line.b));
+    }
+}
+
+void tst_AMutELines::nanEnergyTakesPartInNoFit()
+{
+    const Pairs pairs{{7700, 1}, {7800, 1.25}, {7900, 1.5}, {7950, 2}};
+    AMutE without = spectrumOf(pairs);
+    without.fitLines();
+    AMutE with = spectrumOf(pairs + Pairs{{notANumber, 3}});
+    with.fitLines();
+    QVERIFY(tests::sameDouble(with.preLine.c, without.preLine.c));
+}
+
+void tst_AMutELines::nothingElseRefits()
+{
+    AMutE spectrum = withConstantLines(spectrumOf({{7700, 1}, {8600, 2}}), 1.0, 2.0);
+    spectrum.dE = 5.0;
+    spectrum.preEdgeEnd = 7000.0;
+    spectrum.edgeEnergy = 8000.0;
+    QCOMPARE(spectrum.edgeJump(), 1.0);
+    QCOMPARE(spectrum.value(4, 1), 1.0);
+    spectrum.findEdge();
+    QCOMPARE(spectrum.preLine.c, 1.0);
+    QCOMPARE(spectrum.postLine.c, 2.0);
+}
+
+void tst_AMutELines::findEdge_data()
+{
+    QTest::addColumn<Pairs>("pairs");
+    QTest::addColumn<double>("dE");
+    QTest::addColumn<double>("edge");
+
+    QTest::newRow("no point") << Pairs{} << 5.0 << 0.0;
+    QTest::newRow("one point gives half its energy") << Pairs{{8300, 1}} << 0.0 << 4150.0;
+    QTest::newRow("one point, shifted") << Pairs{{8300, 1}} << 10.0 << 4145.0;
+    QTest::newRow("steepest step") << Pairs{{1, 0}, {2, 1}, {4, 5}, {8, 6}} << 0.0 << 3.0;
+    QTest::newRow("last step") << Pairs{{1, 0}, {2, 1}, {4, 5}} << 0.0 << 3.0;
+    QTest::newRow("shifted") << Pairs{{10, 0}, {20, 1}, {40, 5}} << 5.0 << 25.0;
+    QTest::newRow("first of equal steps") << Pairs{{1, 0}, {2, 1}, {4, 2}} << 0.0 << 1.5;
+    QTest::newRow("flat takes the first step") << Pairs{{1, 3}, {2, 3}, {4, 3}} << 0.0 << 1.5;
+    QTest::newRow("by difference, not slope") << Pairs{{1, 0}, {2, 1}, {9, 3}} << 0.0 << 5.5;
+    QTest::newRow("slowest fall") << Pairs{{1, 3}, {2, 2.5}, {4, 2.25}} << 0.0 << 3.0;
+    QTest::newRow("all steps at or below -1") << Pairs{{6, 3}, {8, 2}, {10, 0}} << 2.0 << 2.0;
+    QTest::newRow("NaN steps are none") << Pairs{{6, notANumber}, {8, 2}, {10, 2}} << 0.0 << 9.0;
+    QTest::newRow("only NaN") << Pairs{{6, notANumber}, {8, notANumber}} << 0.0 << 3.0;
+    QTest::newRow("descending scan") << Pairs{{9, 5}, {5, 1}, {3, 0.5}} << 0.0 << 4.0;
+}
+
+void tst_AMutELines::findEdge()
+{
+    QFETCH(Pairs, pairs);
+    QFETCH(double, dE);
+    QFETCH(double, edge);
+    QCOMPARE(spectrumOf(pairs, dE).findEdge(), edge);
+}
+
+void tst_AMutELines::indexBelow_data()
+{
+    QTest::addColumn<Pairs>("pairs");
+    QTest::addColumn<double>("dE");
+    QTest::addColumn<double>("E");
+    QTest::addColumn<int>("index");
+
+    const Pairs four{{10, 0}, {20, 0}, {30, 0}, {40, 0}};
+    const Pairs falling{{40, 0}, {30, 0}, {20, 0}, {10, 0}};
+    QTest::newRow("below the first") << four << 0.0 << 5.0 << 0;
+    QTest::newRow("on the first") << four << 0.0 << 10.0 << 0;
+    QTest::newRow("inside") << four << 0.0 << 25.0 << 1;
+    QTest::newRow("on a point: the bracket that ends there") << four << 0.0 << 20.0 << 0;
+    QTest::newRow("on the last") << four << 0.0 << 40.0 << 2;
+    QTest::newRow("above the last") << four << 0.0 << 45.0 << 2;
+    QTest::newRow("NaN falls back to 0") << four << 0.0 << notANumber << 0;
+    QTest::newRow("shifted onto a point") << four << 5.0 << 25.0 << 1;
+    QTest::newRow("shifted past a point") << four << 5.0 << 25.5 << 2;
+    QTest::newRow("shifted above the last") << four << 5.0 << 36.0 << 2;
+    QTest::newRow("falling, inside: below the first") << falling << 0.0 << 25.0 << 0;
+    QTest::newRow("falling, on the first: above the last") << falling << 0.0 << 40.0 << 2;
+    QTest::newRow("up and down, nothing brackets")
+        << Pairs{{10, 0}, {5, 0}, {30, 0}, {notANumber, 0}} << 0.0 << 35.0 << 0;
+    QTest::newRow("first of two brackets")
+        << Pairs{{10, 0}, {30, 0}, {20, 0}, {40, 0}} << 0.0 << 25.0 << 0;
+    QTest::newRow("no point") << Pairs{} << 0.0 << 5.0 << 0;
+    QTest::newRow("one point, below") << Pairs{{10, 0}} << 0.0 << 5.0 << 0;
+    QTest::newRow("one point, on it") << Pairs{{10, 0}} << 0.0 << 10.0 << 0;
+    QTest::newRow("one point, above: n - 2") << Pairs{{10, 0}} << 0.0 << 15.0 << -1;
+}
+
+void tst_AMutELines::indexBelow()
+{
+    QFETCH(Pairs, pairs);
+    QFETCH(double, dE);
+    QFETCH(double, E);
+    QFETCH(int, index);
+    QCOMPARE(spectrumOf(pairs, dE).indexBelow(E), index);
+}
+
+void tst_AMutELines::mutAt_data()
+{
+    QTest::addColumn<Pairs>("pairs");
+    QTest::addColumn<double>("dE");
+    QTest::addColumn<double>("E");
+    QTest::addColumn<double>("mut");
+
+    const Pairs three{{10, 1}, {20, 2}, {40, 6}};
+    QTest::newRow("inside") << three << 0.0 << 15.0 << 1.5;
+    QTest::newRow("second segment") << three << 0.0 << 25.0 << 3.0;
+    QTest::newRow("first segment extended") << three << 0.0 << 0.0 << 0.0;
+    QTest::newRow("last segment extended") << three << 0.0 << 50.0 << 8.0;
+    QTest::newRow("shifted") << three << 5.0 << 10.0 << 1.5;
+    QTest::newRow("one point") << Pairs{{10, 1}} << 0.0 << 10.0 << 0.0;
+    QTest::newRow("one point, above it") << Pairs{{10, 1}} << 0.0 << 20.0 << 0.0;
+    QTest::newRow("no point") << Pairs{} << 0.0 << 10.0 << 0.0;
+    QTest::newRow("equal energies and muts")
+        << Pairs{{10, 1}, {10, 1}} << 0.0 << 10.0 << notANumber;
+    QTest::newRow("equal energies, above") << Pairs{{10, 1}, {10, 2}} << 0.0 << 11.0 << infinity;
+    QTest::newRow("NaN energy") << three << 0.0 << notANumber << notANumber;
+    QTest::newRow("falling scan extends its first segment")
+        << Pairs{{40, 6}, {20, 2}, {10, 1}} << 0.0 << 15.0 << 1.0;
+}
+
+void tst_AMutELines::mutAt()
+{
+    QFETCH(Pairs, pairs);
+    QFETCH(double, dE);
+    QFETCH(double, E);
+    QFETCH(double, mut);
+    QVERIFY(tests::sameDouble(spectrumOf(pairs, dE).mutAt(E), mut));
+}
+
+void tst_AMutELines::energyOnAPointGivesItsMut()
+{
+    const AMutE spectrum = spectrumOf({{8300.1, 0.123}, {8300.7, 0.456}, {8301.9, 0.789}});
+    for (const MutPoint& point : spectrum.points) {
+        QVERIFY(near(spectrum.mutAt(point.energy), point.mut, 1e-15));
+    }
+}
+
+void tst_AMutELines::interpolationTakesTheQuotientFirst()
+{
+    const AMutE spectrum = spectrumOf({{8300.1, 0.123}, {8307.3, 0.456}});
+    int differentOtherwise = 0;
+    for (double E = 8300.25; E < 8307.0; E += 0.125) {
+        const double quotientFirst = (0.456 - 0.123) / (8307.3 - 8300.1) * (E - 8300.1) + 0.123;
+        const double productFirst = (0.456 - 0.123) * (E - 8300.1) / (8307.3 - 8300.1) + 0.123;
+        QVERIFY(tests::sameDouble(spectrum.mutAt(E), quotientFirst));
+        differentOtherwise += quotientFirst == productFirst ? 0 : 1;
+    }
+    QVERIFY(differentOtherwise > 0);
+}
+
+void tst_AMutELines::presentations_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<double>("value");
+
+    // m = 7, pre(e) = 1, post(e) = 3; at the edge 1 and 5.
+    QTest::newRow("raw") << 0 << 7.0;
+    QTest::newRow("less pre-edge line") << 1 << 6.0;
+    QTest::newRow("less post-edge line") << 2 << 4.0;
+    QTest::newRow("by edge jump") << 3 << 1.5;
+    QTest::newRow("by two lines") << 4 << 3.0;
+    QTest::newRow("kind 5 is zero") << 5 << 0.0;
+}
+
+void tst_AMutELines::presentations()
+{
+    QFETCH(int, kind);
+    QFETCH(double, value);
+    AMutE spectrum = spectrumOf({{hc / 4, 100}, {hc / 2, 7}});
+    spectrum.preLine = {1.0, 0.0, 0.0};
+    spectrum.postLine = {-5.0, 1.0, 0.0}; // 3 at L = 2
+    spectrum.edgeEnergy = hc / std::cbrt(10.0);
+    spectrum.postLine = {-5.0, 1.0, 0.0}; // 5 at L^3 = 10
+    QVERIFY(near(spectrum.value(kind, 1), value, 1e-14));
+    QVERIFY(tests::sameDouble(spectrum.checkedValue(kind, 1), spectrum.value(kind, 1)));
+}
+
+void tst_AMutELines::lineOfAPresentationIsTakenAtTheWorkingEnergy()
+{
+    AMutE spectrum = spectrumOf({{hc / 2 + 5.0, 100}}, 5.0);
+    spectrum.preLine = {0.0, 1.0, 0.0};  // 8 at L = 2
+    spectrum.postLine = {0.0, 2.0, 0.0}; // 16 at L = 2
+    spectrum.edgeEnergy = hc;            // absolute: jump 1, whatever dE
+    QVERIFY(near(spectrum.value(1, 0), 92.0, 1e-11));
+    QVERIFY(near(spectrum.value(2, 0), 84.0, 1e-11));
+    QVERIFY(near(spectrum.value(3, 0), 92.0, 1e-11));
+    QVERIFY(near(spectrum.value(4, 0), 11.5, 1e-11));
+}
+
+void tst_AMutELines::unknownKindIsZero()
+{
+    const AMutE spectrum = withConstantLines(spectrumOf({{10, 1}, {20, 2}}), 1.0, 3.0);
+    for (const int kind : {5, 6, 1000, -1, std::numeric_limits<int>::min()}) {
+        QCOMPARE(spectrum.value(kind, 0), 0.0);
+        QCOMPARE(spectrum.checkedValue(kind, 0), 0.0);
+        QCOMPARE(spectrum.valueAt(kind, 15.0), 0.0);
+    }
+}
+
+void tst_AMutELines::indexOutsideIsZero()
+{
+    const AMutE spectrum = withConstantLines(spectrumOf({{10, 1}, {20, 2}}), 1.0, 3.0);
+    for (const int i : {-1, 2, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+        QCOMPARE(spectrum.value(0, i), 0.0);
+        QCOMPARE(spectrum.checkedValue(0, i), 0.0);
+    }
+    QCOMPARE(AMutE().checkedValue(0, 0), 0.0);
+}
+
+void tst_AMutELines::zeroEdgeJumpMakesKindThreeInfinite()
+{
+    AMutE spectrum = withConstantLines(spectrumOf({{10, 5}, {20, 2}}), 2.0, 2.0);
+    spectrum.edgeEnergy = 8333.0;
+    QCOMPARE(spectrum.value(3, 0), infinity);
+    QVERIFY(std::isnan(spectrum.value(3, 1))); // (2 - 2) / 0
+}
+
+void tst_AMutELines::crossingLinesMakeKindFourInfinite()
+{
+    AMutE spectrum = spectrumOf({{hc / 2, 5}, {hc, 5}});
+    spectrum.preLine = {8.0, 0.0, 0.0};
+    spectrum.postLine = {0.0, 1.0, 0.0}; // 8 at L = 2
+    QCOMPARE(spectrum.value(4, 0), -infinity);
+    QVERIFY(std::isfinite(spectrum.value(4, 1)));
+}
+
+void tst_AMutELines::valueAtInterpolatesThePresentation()
+{
+    AMutE spectrum = withConstantLines(spectrumOf({{10, 1}, {20, 3}}), 1.0, 5.0);
+    spectrum.edgeEnergy = 8333.0;
+    QCOMPARE(spectrum.valueAt(0, 15.0), 2.0);
+    QCOMPARE(spectrum.valueAt(1, 15.0), 1.0);
+    QCOMPARE(spectrum.valueAt(2, 15.0), -3.0);
+    QCOMPARE(spectrum.valueAt(3, 15.0), 0.25);
+    QCOMPARE(spectrum.valueAt(4, 15.0), 0.25);
+    QCOMPARE(spectrum.valueAt(4, 30.0), 1.0); // extended
+    spectrum.dE = 5.0;
+    QCOMPARE(spectrum.valueAt(1, 10.0), 1.0);
+}
+
+void tst_AMutELines::normalisedAtIsKindFour()
+{
+    AMutE spectrum = spectrumOf({{8000, 1}, {8100, 3}, {8200, 4}});
+    spectrum.preLine = {0.5, 0.1, 0.02};
+    spectrum.postLine = {2.0, 0.3, -0.01};
+    for (const double E : {7900.0, 8000.0, 8050.0, 8200.0, 8300.0}) {
+        QVERIFY(tests::sameDouble(spectrum.normalisedAt(E), spectrum.valueAt(4, E)));
+    }
+}
+
+void tst_AMutELines::shortSpectraInterpolateToZero()
+{
+    for (const Pairs& pairs : {Pairs{}, Pairs{{10, 1}}}) {
+        const AMutE spectrum = withConstantLines(spectrumOf(pairs), 0.5, 3.0);
+        QCOMPARE(spectrum.mutAt(20.0), 0.0);
+        QCOMPARE(spectrum.normalisedAt(20.0), 0.0);
+        for (int kind = 0; kind <= 4; ++kind) {
+            QCOMPARE(spectrum.valueAt(kind, 20.0), 0.0);
+        }
+    }
+}
+
+void tst_AMutELines::valueRangeIsClosed()
+{
+    const AMutE spectrum = spectrumOf({{9, -100}, {10, -1}, {15, 0}, {20, 2}, {21, 100}});
+    double min = 1e300;
+    double max = -1e300;
+    spectrum.valueRange(0, 10.0, 20.0, &min, &max);
+    QCOMPARE(min, -1.0);
+    QCOMPARE(max, 2.0);
+}
+
+void tst_AMutELines::valueRangeOnlyWidens()
+{
+    const AMutE spectrum = withConstantLines(spectrumOf({{10, 1}, {20, 3}}), 1.0, 5.0);
+    double min = -10.0;
+    double max = 1.0;
+    spectrum.valueRange(1, 0.0, 100.0, &min, &max); // 0 and 2
+    QCOMPARE(min, -10.0);
+    QCOMPARE(max, 2.0);
+    spectrum.valueRange(1, 50.0, 100.0, &min, &max); // no point
+    QCOMPARE(min, -10.0);
+    QCOMPARE(max, 2.0);
+}
+
+void tst_AMutELines::valueRangeUsesWorkingEnergies()
+{
+    const AMutE spectrum = spectrumOf({{10, 1}, {20, 3}, {30, 7}}, 5.0);
+    double min = 1e300;
+    double max = -1e300;
+    spectrum.valueRange(0, 15.0, 25.0, &min, &max);
+    QCOMPARE(min, 3.0);
+    QCOMPARE(max, 7.0);
+}
+
+void tst_AMutELines::valueRangeIgnoresNaN()
+{
+    const AMutE spectrum = spectrumOf({{10, notANumber}, {notANumber, 50}, {20, 3}});
+    double min = 1e300;
+    double max = -1e300;
+    spectrum.valueRange(0, 0.0, 100.0, &min, &max);
+    QCOMPARE(min, 3.0);
+    QCOMPARE(max, 3.0);
+}
+
+void tst_AMutELines::shiftChangesNoPoint()
+{
+    AMutE spectrum = spectrumOf({{7700, 1}, {7800, 2}, {7900, 2.5}, {8600, 4}}, 5.0);
+    spectrum.fitLines();
+    spectrum.mutAt(7750.0);
+    QCOMPARE(spectrum.points.at(0).energy, 7700.0);
+    QCOMPARE(spectrum.points.at(3).energy, 8600.0);
+}
+
+void tst_AMutELines::backgroundSubtracted_data()
+{
+    QTest::addColumn<Pairs>("pairs");
+    QTest::addColumn<double>("dE");
+    QTest::addColumn<double>("E");
+    QTest::addColumn<double>("expected"); // NaN: refused
+
+    const Pairs three{{10, 1}, {20, 2}, {40, 6}};
+    QTest::newRow("inside") << three << 0.0 << 15.0 << 1.5;
+    QTest::newRow("on a point") << three << 0.0 << 20.0 << 2.0;
+    QTest::newRow("on the last point") << three << 0.0 << 40.0 << 6.0;
+    QTest::newRow("above the last point") << three << 0.0 << 40.5 << notANumber;
+    QTest::newRow("below the first point: from the origin") << three << 0.0 << 5.0 << 0.5;
+    QTest::newRow("negative: line through the origin") << three << 0.0 << -10.0 << -1.0;
+    QTest::newRow("one point") << Pairs{{10, 3}} << 0.0 << 5.0 << 1.5;
+    QTest::newRow("no point") << Pairs{} << 0.0 << 5.0 << notANumber;
+    QTest::newRow("NaN reaches nothing") << three << 0.0 << notANumber << notANumber;
+    QTest::newRow("shifted") << three << 5.0 << 10.0 << 1.5;
+    QTest::newRow("shifted beyond") << three << 5.0 << 36.0 << notANumber;
+    QTest::newRow("falling: from the origin to the first point")
+        << Pairs{{40, 8}, {20, 2}} << 0.0 << 10.0 << 2.0;
+}
+
+void tst_AMutELines::backgroundSubtracted()
+{
+    QFETCH(Pairs, pairs);
+    QFETCH(double, dE);
+    QFETCH(double, E);
+    QFETCH(double, expected);
+    AMutE spectrum = withConstantLines(spectrumOf(pairs, dE), 0.25, 0.75);
+    for (const bool subPost : {false, true}) {
+        double out = -77.0;
+        QCOMPARE(spectrum.backgroundSubtractedAt(E, subPost, &out), !std::isnan(expected));
+        const double background = subPost ? 0.75 : 0.25;
+        QCOMPARE(out, std::isnan(expected) ? -77.0 : expected - background);
+    }
+}
+
+void tst_AMutELines::backgroundSubtractedBeyondTheSpectrumLeavesTheOutput()
+{
+    double out = 12.5;
+    QVERIFY(!spectrumOf({{10, 1}, {20, 2}}).backgroundSubtractedAt(20.001, false, &out));
+    QCOMPARE(out, 12.5);
+}
+
+void tst_AMutELines::backgroundSubtractedSubtractsTheChosenLineAtTheEnergy()
+{
+    AMutE spectrum = spectrumOf({{hc / 4 + 5.0, 100}, {hc + 5.0, 100}}, 5.0);
+    spectrum.preLine = {0.0, 1.0, 0.0};  // 8 at L = 2
+    spectrum.postLine = {0.0, 0.0, 2.0}; // 32 at L = 2
+    double out = 0.0;
+    QVERIFY(spectrum.backgroundSubtractedAt(hc / 2, false, &out));
+    QCOMPARE(out, 92.0);
+    QVERIFY(spectrum.backgroundSubtractedAt(hc / 2, true, &out));
+    QCOMPARE(out, 68.0);
+}
+
+void tst_AMutELines::backgroundSubtractedTakesTheFirstPointThatReaches()
+{
+    // In file order: 12 is reached by the second point, on the way from 10.
+    const AMutE spectrum = spectrumOf({{10, 0}, {14, 4}, {11, 100}, {13, 200}});
+    double out = 0.0;
+    AMutE flat = withConstantLines(spectrum, 0.0, 0.0);
+    QVERIFY(flat.backgroundSubtractedAt(12.0, false, &out));
+    QCOMPARE(out, 2.0);
+    // Previous is the point before in the file, not the nearest below.
+    flat.points = {{0.0, 10.0, 0.0}, {0.0, 4.0, 1.0}, {0.0, 14.0, 11.0}};
+    QVERIFY(flat.backgroundSubtractedAt(12.0, false, &out));
+    QCOMPARE(out, 9.0); // 1 + (12 - 4) * 10 / 10
+}
+
+void tst_AMutELines::backgroundSubtractedStartsFromWorkingEnergyZero()
+{
+    // First point at working energy 8: mut 4 at 8 gives 2 at 4. From raw
+    // energy 0, that is -2, it would be 2.4.
+    const AMutE spectrum = withConstantLines(spectrumOf({{10, 4}}, 2.0), 0.0, 0.0);
+    double out = 0.0;
+    QVERIFY(spectrum.backgroundSubtractedAt(4.0, false, &out));
+    QCOMPARE(out, 2.0);
+}
+
+QTEST_APPLESS_MAIN(tst_AMutELines)
+#include "tst_AMutELines.moc"

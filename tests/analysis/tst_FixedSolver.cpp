@@ -1,0 +1,194 @@
+// analysis::solveFixed against SmallMatrix, bit by bit.
+#include "analysis/FixedSolver.h"
+
+#include "analysis/SmallMatrix.h"
+#include "support/SameDouble.h"
+
+#include <QTest>
+
+#include <functional>
+#include <limits>
+#include <random>
+#include <vector>
+
+namespace
+{
+
+template <std::size_t N>
+using Matrix = std::array<std::array<double, N>, N>;
+template <std::size_t N>
+using Vector = std::array<double, N>;
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+template <std::size_t N>
+Vector<N> solvedBySmallMatrix(const Matrix<N>& a, const Vector<N>& b)
+{
+    constexpr auto n = static_cast<std::int32_t>(N);
+    Matrix<N> lower;
+    Matrix<N> upper;
+    std::array<const double*, N> rows;
+    std::array<double*, N> l;
+    std::array<double*, N> u;
+    for (std::size_t i = 0; i < N; ++i) {
+        rows[i] = a[i].data();
+        l[i] = lower[i].data();
+        u[i] = upper[i].data();
+    }
+    Vector<N> y;
+    Vector<N> x;
+    std::array<std::int32_t, N> perm;
+    SmallMatrix::luDecompose(n, rows.data(), l.data(), u.data(), perm.data());
+    SmallMatrix::forwardSolve(n, l.data(), b.data(), y.data(), perm.data());
+    SmallMatrix::backSolve(n, u.data(), y.data(), x.data(), perm.data());
+    Vector<N> unknowns;
+    for (std::size_t k = 0; k < N; ++k) {
+        unknowns[k] = x[static_cast<std::size_t>(perm[k])];
+    }
+    return unknowns;
+}
+
+/// Number of random systems of size N that come out differently.
+template <std::size_t N>
+int differences(const std::function<double()>& element)
+{
+    constexpr int systems = 1000;
+    int different = 0;
+    for (int trial = 0; trial < systems; ++trial) {
+        Matrix<N> a;
+        Vector<N> b;
+        for (std::size_t i = 0; i < N; ++i) {
+            for (double& value : a[i]) {
+                value = element();
+            }
+            b[i] = element();
+        }
+        const Vector<N> expected = solvedBySmallMatrix<N>(a, b);
+        const Vector<N> solved = analysis::solveFixed<N>(a, b);
+        bool same = true;
+        for (std::size_t k = 0; k < N; ++k) {
+            same = same && tests::sameDouble(solved[k], expected[k]);
+        }
+        different += same ? 0 : 1;
+    }
+    return different;
+}
+
+template <std::size_t... Offset>
+int differencesOfAllSizes(const std::function<double()>& element,
+                          std::index_sequence<Offset...> /*from 1 on*/)
+{
+    return (differences<Offset + 1>(element) + ...);
+}
+
+using Element = std::function<double(std::mt19937&)>;
+
+} // namespace
+
+Q_DECLARE_METATYPE(Element)
+
+class tst_FixedSolver : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void solvesAKnownSystem();
+    void unknownsComeInTheOrderOfTheColumns();
+    void firstOfEqualPivotsStays();
+    void negativeZeroPivotDividesAsOne();
+    void zeroMatrixGivesNaN();
+    void nanIsNoPivot();
+    void equalsSmallMatrixToTheLastBit_data();
+    void equalsSmallMatrixToTheLastBit();
+};
+
+void tst_FixedSolver::solvesAKnownSystem()
+{
+    // 2x + y = 5, x - y = 1 has x = 2, y = 1; all steps are exact.
+    const auto x = analysis::solveFixed<2>({{{2, 1}, {1, -1}}}, {5, 1});
+    QCOMPARE(x[0], 2.0);
+    QCOMPARE(x[1], 1.0);
+}
+
+void tst_FixedSolver::unknownsComeInTheOrderOfTheColumns()
+{
+    // The largest element of column 0 is in row 2, of column 1 in row 0.
+    const auto x = analysis::solveFixed<3>({{{0, 8, 0}, {0, 0, 2}, {4, 0, 0}}}, {16, 6, 4});
+    QCOMPARE(x[0], 1.0);
+    QCOMPARE(x[1], 2.0);
+    QCOMPARE(x[2], 3.0);
+}
+
+void tst_FixedSolver::firstOfEqualPivotsStays()
+{
+    // Row 0 as pivot: multiplier 1, 1e-20 is lost in row 1 (1 - 1e-20 = 1), so
+    // x1 = (1 - 0) / (1 - 1e-20) = 1 and x0 = 0 - 1e-20. Row 1 as pivot gives
+    // x0 = 1 - 1 = 0.
+    const auto x = analysis::solveFixed<2>({{{1, 1e-20}, {1, 1}}}, {0, 1});
+    QCOMPARE(x[1], 1.0);
+    QVERIFY(tests::sameDouble(x[0], -1e-20));
+}
+
+void tst_FixedSolver::negativeZeroPivotDividesAsOne()
+{
+    // Column 0 is all zeros: the multipliers are 0 / 1, row 1 stays, x1 = 2,
+    // and x0 = (1 - 2 * 0) / -0 = -inf.
+    const auto x = analysis::solveFixed<2>({{{-0.0, 0}, {0, 1}}}, {1, 2});
+    QCOMPARE(x[1], 2.0);
+    QCOMPARE(x[0], -infinity);
+}
+
+void tst_FixedSolver::zeroMatrixGivesNaN()
+{
+    const auto x = analysis::solveFixed<3>({}, {});
+    for (const double unknown : x) {
+        QVERIFY(std::isnan(unknown));
+    }
+}
+
+void tst_FixedSolver::nanIsNoPivot()
+{
+    // Row 1 is the pivot, the NaN of row 0 spoils x1 and through it x0 alike;
+    // with zeros beside it in the pivot row x0 is NaN all the same (0 * NaN).
+    const auto x = analysis::solveFixed<2>({{{notANumber, 1}, {2, 0}}}, {1, 4});
+    QVERIFY(std::isnan(x[0]));
+    QVERIFY(std::isnan(x[1]));
+}
+
+void tst_FixedSolver::equalsSmallMatrixToTheLastBit_data()
+{
+    QTest::addColumn<Element>("element");
+
+    const auto oneOf = [](std::vector<double> values) {
+        return Element([values](std::mt19937& random) {
+            return values[std::uniform_int_distribution<std::size_t>(0, values.size() - 1)(random)];
+        });
+    };
+    QTest::newRow("ordinary numbers") << Element(
+        [](std::mt19937& random) { return std::uniform_real_distribution<>(-10, 10)(random); });
+    QTest::newRow("all orders of magnitude") << Element([](std::mt19937& random) {
+        return std::uniform_real_distribution<>(-1, 1)(random) *
+               std::pow(10.0, std::uniform_real_distribution<>(-300, 300)(random));
+    });
+    QTest::newRow("ties") << oneOf({-1, 1, 2, -2});
+    QTest::newRow("singular") << oneOf({0, 0, 1});
+    QTest::newRow("zeros of both signs") << oneOf({0.0, -0.0});
+    QTest::newRow("NaN") << oneOf({notANumber, 1, -3, 0.5, 7, 0});
+    QTest::newRow("rare NaN") << oneOf(
+        {notANumber, 1, -3, .5, 7, 2, 9, .1, 3, -8, 12, 6, 5, 4, .7, -.3});
+    QTest::newRow("infinities") << oneOf({infinity, -infinity, 1, -3, 0.5, 7, 0});
+    QTest::newRow("everything") << oneOf(
+        {notANumber, infinity, -infinity, 0.0, -0.0, 1, -1, 1e308, 5e-324, 0.1});
+}
+
+void tst_FixedSolver::equalsSmallMatrixToTheLastBit()
+{
+    QFETCH(Element, element);
+    std::mt19937 random(1);
+    const auto next = [&] { return element(random); };
+    QCOMPARE(differencesOfAllSizes(next, std::make_index_sequence<7>()), 0);
+}
+
+QTEST_APPLESS_MAIN(tst_FixedSolver)
+#include "tst_FixedSolver.moc"

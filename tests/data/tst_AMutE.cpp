@@ -1,0 +1,237 @@
+// The spectrum record itself: what it starts with and what a read leaves.
+#include "data/AMutE.h"
+#include "support/SameDouble.h"
+#include "support/TestFiles.h"
+
+#include <QTest>
+
+#include <limits>
+#include <type_traits>
+
+// A row is a widget and a spectrum at once, so the record stays a plain one.
+static_assert(!std::is_polymorphic_v<AMutE>);
+static_assert(std::is_copy_constructible_v<AMutE>);
+
+class tst_AMutE : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void newRecordIsEmpty();
+    void newPointIsZero();
+    void extremesSpanAllPoints();
+    void extremesOfOnePointAreThatPoint();
+    void extremesIgnoreNaN();
+    void extremesTakeInfinities();
+    void columnOfNaNLeavesTheStartingExtremes();
+    void extremesOfTheFormerFileAreForgotten();
+    void pointsKeepTheOrderOfTheFile();
+    void descendingScanStaysDescending();
+    void readKeepsTheShiftAndTheLimits();
+    void pointsKeepRawEnergiesWithAShift();
+    void readRefitsTheLinesWithTheLimitsInForce();
+    void failedReadKeepsTheLines();
+    void findToken_data();
+    void findToken();
+
+private:
+    bool read(AMutE* spectrum, const QByteArray& content);
+
+    QTemporaryDir dir;
+};
+
+bool tst_AMutE::read(AMutE* spectrum, const QByteArray& content)
+{
+    return spectrum->readFile(tests::writeFile(dir, "spectrum.txt", content));
+}
+
+void tst_AMutE::newRecordIsEmpty()
+{
+    const AMutE spectrum;
+    QVERIFY(!spectrum.valid);
+    QVERIFY(spectrum.unusedFlag);
+    QVERIFY(spectrum.filePath.isEmpty());
+    QVERIFY(spectrum.fileName.isEmpty());
+    QVERIFY(spectrum.points.isEmpty());
+    QCOMPARE(spectrum.preEdgeEnd, 8000.0);
+    QCOMPARE(spectrum.postEdgeStart, 8500.0);
+    for (const double zero :
+         {spectrum.minAngle, spectrum.maxAngle, spectrum.minEnergy, spectrum.maxEnergy,
+          spectrum.minMut, spectrum.maxMut, spectrum.edgeEnergy, spectrum.dE, spectrum.preLine.c,
+          spectrum.preLine.a, spectrum.preLine.b, spectrum.postLine.c, spectrum.postLine.a,
+          spectrum.postLine.b}) {
+        QVERIFY(tests::sameDouble(zero, 0.0));
+    }
+}
+
+void tst_AMutE::newPointIsZero()
+{
+    const MutPoint point;
+    QCOMPARE(point.angle, 0.0);
+    QCOMPARE(point.energy, 0.0);
+    QCOMPARE(point.mut, 0.0);
+}
+
+void tst_AMutE::extremesSpanAllPoints()
+{
+    AMutE spectrum;
+    QVERIFY(read(&spectrum, "8300 0.5\n8200 -1.25\n8400 2\n"));
+    QCOMPARE(spectrum.minEnergy, 8200.0);
+    QCOMPARE(spectrum.maxEnergy, 8400.0);
+    QCOMPARE(spectrum.minMut, -1.25);
+    QCOMPARE(spectrum.maxMut, 2.0);
+    QCOMPARE(spectrum.minAngle, spectrum.points.at(2).angle); // highest energy
+    QCOMPARE(spectrum.maxAngle, spectrum.points.at(1).angle);
+}
+
+void tst_AMutE::extremesOfOnePointAreThatPoint()
+{
+    AMutE spectrum;
+    QVERIFY(read(&spectrum, "8300 -0.5\n"));
+    QCOMPARE(spectrum.minEnergy, 8300.0);
+    QCOMPARE(spectrum.maxEnergy, 8300.0);
+    QCOMPARE(spectrum.minMut, -0.5);
+    QCOMPARE(spectrum.maxMut, -0.5);
+}
+
+void tst_AMutE::extremesIgnoreNaN()
+{
+    AMutE spectrum;
+    QVERIFY(read(&spectrum, "8300 nan\nnan 1\n8400 2\n"));
+    QCOMPARE(spectrum.points.size(), 3);
+    QCOMPARE(spectrum.minMut, 1.0);
+    QCOMPARE(spectrum.maxMut, 2.0);
+    QCOMPARE(spectrum.minEnergy, 8300.0);
+    QCOMPARE(spectrum.maxEnergy, 8400.0);
+}
+
+void tst_AMutE::extremesTakeInfinities()
+{
+    AMutE spectrum;
+    QVERIFY(read(&spectrum, "8300 inf\n8400 2\n8500 -inf\n"));
+    QCOMPARE(spectrum.minMut, -std::numeric_limits<double>::infinity());
+    QCOMPARE(spectrum.maxMut, std::numeric_limits<double>::infinity());
+}
+
+void tst_AMutE::columnOfNaNLeavesTheStartingExtremes()
+{
+    AMutE spectrum;
+    QVERIFY(read(&spectrum, "8300 nan\n"));
+    QCOMPARE(spectrum.minMut, 1e300);
+    QCOMPARE(spectrum.maxMut, -1e300);
+}
+
+void tst_AMutE::extremesOfTheFormerFileAreForgotten()
+{
+    AMutE spectrum;
+    QVERIFY(read(&spectrum, "1000 -100\n9000 100\n"));
+    QVERIFY(read(&spectrum, "8300 1\n8400 2\n"));
+    QCOMPARE(spectrum.points.size(), 2);
+    QCOMPARE(spectrum.minEnergy, 8300.0);
+    QCOMPARE(spectrum.maxEnergy, 8400.0);
+    QCOMPARE(spectrum.minMut, 1.0);
+    QCOMPARE(spectrum.maxMut, 2.0);
+}
+
+void tst_AMutE::pointsKeepTheOrderOfTheFile()
+{
+    AMutE spectrum;
+    QVERIFY(read(&spectrum, "8300 1\n8500 2\n8400 3\n8400 4\n"));
+    QList<double> energies;
+    QList<double> muts;
+    for (const MutPoint& point : spectrum.points) {
+        energies.append(point.energy);
+        muts.append(point.mut);
+    }
+    QCOMPARE(energies, (QList<double>{8300, 8500, 8400, 8400}));
+    QCOMPARE(muts, (QList<double>{1, 2, 3, 4}));
+}
+
+void tst_AMutE::descendingScanStaysDescending()
+{
+    AMutE spectrum;
+    QVERIFY(read(&spectrum, "8500 3\n8400 2\n8300 1\n"));
+    QCOMPARE(spectrum.points.at(0).energy, 8500.0);
+    QCOMPARE(spectrum.points.at(2).energy, 8300.0);
+    QCOMPARE(spectrum.minEnergy, 8300.0);
+    QCOMPARE(spectrum.maxEnergy, 8500.0);
+}
+
+void tst_AMutE::readKeepsTheShiftAndTheLimits()
+{
+    AMutE spectrum;
+    spectrum.dE = 5.0;
+    spectrum.preEdgeEnd = 8320.0;
+    spectrum.edgeEnergy = 8333.0;
+    spectrum.postEdgeStart = 8390.0;
+    QVERIFY(read(&spectrum, "8300 1\n"));
+    QVERIFY(!read(&spectrum, ""));
+    QCOMPARE(spectrum.dE, 5.0);
+    QCOMPARE(spectrum.preEdgeEnd, 8320.0);
+    QCOMPARE(spectrum.edgeEnergy, 8333.0);
+    QCOMPARE(spectrum.postEdgeStart, 8390.0);
+}
+
+void tst_AMutE::pointsKeepRawEnergiesWithAShift()
+{
+    AMutE spectrum;
+    spectrum.dE = 5.0;
+    QVERIFY(read(&spectrum, "8300 1\n8400 2\n"));
+    QCOMPARE(spectrum.points.at(0).energy, 8300.0);
+    QCOMPARE(spectrum.minEnergy, 8300.0);
+}
+
+void tst_AMutE::readRefitsTheLinesWithTheLimitsInForce()
+{
+    // Constant on either side, so the lines are c = 1 and c = 3; tolerance
+    // 1e-6, as the normal equations are badly conditioned.
+    const QByteArray content = "8100 1\n8200 1\n8250 1\n8300 1\n8400 3\n8500 3\n8600 3\n8700 3\n";
+    AMutE spectrum;
+    spectrum.preEdgeEnd = 8350.0;
+    spectrum.postEdgeStart = 8350.0;
+    QVERIFY(read(&spectrum, content));
+    QVERIFY(std::fabs(spectrum.preValue(8200.0) - 1.0) < 1e-6);
+    QVERIFY(std::fabs(spectrum.postValue(8500.0) - 3.0) < 1e-6);
+
+    spectrum.preEdgeEnd = 0.0; // no point left below
+    QVERIFY(read(&spectrum, content));
+    QVERIFY(std::isnan(spectrum.preLine.c));
+    QVERIFY(std::fabs(spectrum.postValue(8500.0) - 3.0) < 1e-6);
+}
+
+void tst_AMutE::failedReadKeepsTheLines()
+{
+    AMutE spectrum;
+    spectrum.preLine = {1.0, 2.0, 3.0};
+    QVERIFY(!read(&spectrum, "# no points\n"));
+    QCOMPARE(spectrum.preLine.c, 1.0);
+    QCOMPARE(spectrum.preLine.a, 2.0);
+    QCOMPARE(spectrum.preLine.b, 3.0);
+}
+
+void tst_AMutE::findToken_data()
+{
+    QTest::addColumn<QStringList>("tokens");
+    QTest::addColumn<QString>("word");
+    QTest::addColumn<int>("index");
+
+    const QStringList line{"Angle(c)", "Mode", "0", "Mode"};
+    QTest::newRow("first of two") << line << "Mode" << 1;
+    QTest::newRow("at the start") << line << "Angle(c)" << 0;
+    QTest::newRow("not there") << line << "Offset" << -1;
+    QTest::newRow("case counts") << line << "mode" << -1;
+    QTest::newRow("whole token only") << line << "Angle" << -1;
+    QTest::newRow("empty list") << QStringList() << "Mode" << -1;
+    QTest::newRow("empty word") << QStringList{"a", ""} << "" << 1;
+}
+
+void tst_AMutE::findToken()
+{
+    QFETCH(QStringList, tokens);
+    QFETCH(QString, word);
+    QFETCH(int, index);
+    QCOMPARE(AMutE::findToken(tokens, word), index);
+}
+
+QTEST_APPLESS_MAIN(tst_AMutE)
+#include "tst_AMutE.moc"

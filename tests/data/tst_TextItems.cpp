@@ -1,0 +1,728 @@
+// Items of a line of text. Expected texts follow from the rules by hand.
+#include "data/TextItems.h"
+#include "support/DebugLog.h"
+
+#include <QElapsedTimer>
+#include <QRegularExpression>
+#include <QTest>
+
+using tests::DebugLog;
+
+class TestTextItems : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void nextItem_data();
+    void nextItem();
+    void blankIsWhatTheExpressionMatches();
+    void lineOfBlanksEndsALoop();
+    void quotedItemsWithoutABlankBetweenAreTwo();
+    void unclosedQuoteIsReported();
+    void quoteAtTheEndOfALineIsReported();
+    void sameQuoteBeforeABlankIsNotReported();
+    void itemMayBeTheLineItself();
+
+    void splitItemsDropsEmptyItems();
+    void splitItemsAfterKeepsEmptyItems();
+    void splitItemsAfterDoesNotLookAtThePrefix();
+    void itemsAfterKeyCountsItems_data();
+    void itemsAfterKeyCountsItems();
+    void itemsAfterKeyLeavesItemsOfOtherLines();
+    void longLineTakesOneWalk();
+
+    void energiesOfList_data();
+    void energiesOfList();
+    void energyListGoesToTheDebugLog();
+
+    void stripComment_data();
+    void stripComment();
+    void lineWithoutCommentLeavesTheCommentUntouched();
+    void isBlankOrComment_data();
+    void isBlankOrComment();
+    void startsWithTextIsCaseSensitive();
+    void trimmedCutsByTheLastIndexOfTheGivenLine_data();
+    void trimmedCutsByTheLastIndexOfTheGivenLine();
+
+    void quotedIfNeeded_data();
+    void quotedIfNeeded();
+    void quotesAreEscapedByABackslash();
+    void joinQuotedFoldsBlanks();
+    void commaField_data();
+    void commaField();
+    void fieldAfter_data();
+    void fieldAfter();
+
+    void endsWithBackslash_data();
+    void endsWithBackslash();
+    void dropBackslashCutsTwoAtMost_data();
+    void dropBackslashCutsTwoAtMost();
+
+    void numberTests_data();
+    void numberTests();
+    void paddedAddsAtMost101Blanks_data();
+    void paddedAddsAtMost101Blanks();
+    void blanksAreAtMost101();
+    void withThousands_data();
+    void withThousands();
+};
+
+void TestTextItems::nextItem_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("item");
+    QTest::addColumn<QString>("rest");
+    QTest::newRow("empty line") << ""
+                                << ""
+                                << "";
+    QTest::newRow("blanks only") << " \t "
+                                 << ""
+                                 << "";
+    QTest::newRow("one item") << "abc"
+                              << "abc"
+                              << "";
+    QTest::newRow("rest keeps its leading blanks") << "  a   b c"
+                                                   << "a"
+                                                   << "   b c";
+    QTest::newRow("tab ends an item") << "a\tb"
+                                      << "a"
+                                      << "\tb";
+    QTest::newRow("line feed ends an item") << "a\nb"
+                                            << "a"
+                                            << "\nb";
+    QTest::newRow("no-break space is no blank") << u"a\u00a0b c"_qs << u"a\u00a0b"_qs << " c";
+    QTest::newRow("quoted item holds blanks") << " \"a b\" c"
+                                              << "a b"
+                                              << " c";
+    QTest::newRow("quoted item ends at its quote") << "\"a\"b"
+                                                   << "a"
+                                                   << "b";
+    QTest::newRow("quoted empty item goes on") << "\"\" b"
+                                               << ""
+                                               << " b";
+    QTest::newRow("no escaping in quotes") << "\"a\\\"b\""
+                                           << "a\\"
+                                           << "b\"";
+    QTest::newRow("doubled quote opens anew") << "\"a\"\"b\""
+                                              << "a"
+                                              << "\"b\"";
+    QTest::newRow("quote in the middle stays") << "a\"b c"
+                                               << "a\"b"
+                                               << " c";
+    QTest::newRow("quote before a blank stays") << "ab\" c"
+                                                << "ab\""
+                                                << " c";
+    QTest::newRow("quote at the end stays") << "a b\""
+                                            << "a"
+                                            << " b\"";
+    QTest::newRow("last item with a quote at its end") << " b\""
+                                                       << "b\""
+                                                       << "";
+    QTest::newRow("unclosed quote takes all") << " \"a b "
+                                              << "a b "
+                                              << "";
+    QTest::newRow("lone quote") << "\""
+                                << ""
+                                << "";
+}
+
+void TestTextItems::nextItem()
+{
+    QFETCH(QString, line);
+    const DebugLog log;
+    QString item = "old";
+    const QString result = data::nextItem(line, item);
+    QTEST(item, "item");
+    QTEST(result, "rest");
+}
+
+void TestTextItems::blankIsWhatTheExpressionMatches()
+{
+    const QRegularExpression blank("\\s");
+    for (char16_t c = 1; c < 0xd800; ++c) {
+        const QString line = QString("a") + QChar(c) + "b";
+        QString item;
+        data::nextItem(line, item);
+        QVERIFY2((item == "a") == QString(QChar(c)).contains(blank), qPrintable(line));
+    }
+}
+
+void TestTextItems::lineOfBlanksEndsALoop()
+{
+    QString rest = "   ";
+    QString item;
+    int rounds = 0;
+    while (!rest.isEmpty() && rounds < 10) {
+        rest = data::nextItem(rest, item);
+        ++rounds;
+    }
+    QCOMPARE(rounds, 1);
+    QVERIFY(item.isEmpty());
+}
+
+void TestTextItems::quotedItemsWithoutABlankBetweenAreTwo()
+{
+    QString item;
+    const QString rest = data::nextItem("\"a b\"\"c d\" e", item);
+    QCOMPARE(item, "a b");
+    QCOMPARE(rest, "\"c d\" e");
+    QCOMPARE(data::nextItem(rest, item), " e");
+    QCOMPARE(item, "c d");
+}
+
+void TestTextItems::unclosedQuoteIsReported()
+{
+    const DebugLog log;
+    QString item;
+    data::nextItem(" \"a b", item);
+    QCOMPARE(log.lines(),
+             QStringList("In a line [ \"a b] item is started from quote but not ended by quote"));
+}
+
+void TestTextItems::quoteAtTheEndOfALineIsReported()
+{
+    const DebugLog log;
+    QString item;
+    data::nextItem(" ab\"", item);
+    QCOMPARE(log.lines(),
+             QStringList("In a line [ ab\"] item is started from not quote but ended by quote"));
+}
+
+void TestTextItems::sameQuoteBeforeABlankIsNotReported()
+{
+    const DebugLog log;
+    QString item;
+    data::nextItem(" ab\" ", item);
+    QCOMPARE(item, "ab\"");
+    QCOMPARE(log.lines(), QStringList());
+}
+
+void TestTextItems::itemMayBeTheLineItself()
+{
+    QString line = "a b c";
+    line = data::nextItem(line, line);
+    QCOMPARE(line, " b c");
+}
+
+void TestTextItems::splitItemsDropsEmptyItems()
+{
+    QCOMPARE(data::splitItems(" a \"\" \"b c\"d  "), QStringList({"a", "b c", "d"}));
+    QCOMPARE(data::splitItems("  "), QStringList());
+    QCOMPARE(data::splitItems(""), QStringList());
+}
+
+void TestTextItems::splitItemsAfterKeepsEmptyItems()
+{
+    QCOMPARE(data::splitItemsAfter("KEY a \"\" b", "KEY"), QStringList({"a", "", "b"}));
+    QCOMPARE(data::splitItemsAfter("KEY a ", "KEY"), QStringList({"a", ""}));
+    QCOMPARE(data::splitItemsAfter("KEY", "KEY"), QStringList());
+}
+
+void TestTextItems::splitItemsAfterDoesNotLookAtThePrefix()
+{
+    QCOMPARE(data::splitItemsAfter("abcd e", "xyz"), QStringList({"d", "e"}));
+    QCOMPARE(data::splitItemsAfter("ab", "xyz"), QStringList());
+}
+
+void TestTextItems::itemsAfterKeyCountsItems_data()
+{
+    QTest::addColumn<int>("minCount");
+    QTest::addColumn<bool>("enough");
+    QTest::newRow("fewer wanted") << 2 << true;
+    QTest::newRow("as many, the empty one counted") << 3 << true;
+    QTest::newRow("more wanted") << 4 << false;
+}
+
+void TestTextItems::itemsAfterKeyCountsItems()
+{
+    QFETCH(int, minCount);
+    QStringList items = {"old"};
+    const bool result = data::itemsAfterKey("KEY: 1 \"\" 2", items, minCount, "KEY:");
+    QTEST(result, "enough");
+    QCOMPARE(items, QStringList({"1", "", "2"}));
+}
+
+void TestTextItems::itemsAfterKeyLeavesItemsOfOtherLines()
+{
+    QStringList items = {"old"};
+    QVERIFY(!data::itemsAfterKey("key: 1", items, 0, "KEY:"));
+    QCOMPARE(items, QStringList("old"));
+}
+
+void TestTextItems::longLineTakesOneWalk()
+{
+    const DebugLog log;
+    const QString line = QString("0 ").repeated(1'000'000);
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(data::splitItems(line).size(), 1'000'000);
+    QCOMPARE(data::energiesOfList(line, 8), QList<QString>());
+    data::withThousands(QString(2'000'000, '1'));
+    QVERIFY2(timer.elapsed() < 30'000, "a walk for every item takes far longer");
+}
+
+void TestTextItems::energiesOfList_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<QStringList>("energies");
+    QTest::newRow("blanks") << "8330 8340.5" << 8 << QStringList({"8330", "8340.5"});
+    QTest::newRow("commas and blanks mixed")
+        << ", 8330 ,, 8340.5,8350 " << 8 << QStringList({"8330", "8340.5", "8350"});
+    QTest::newRow("as typed") << "08330.00 8.34e3 +1" << 8
+                              << QStringList({"08330.00", "8.34e3", "+1"});
+    QTest::newRow("not above zero is skipped")
+        << "0 -1 0.0 8330 x nan 1e-300" << 8 << QStringList({"8330", "1e-300"});
+    QTest::newRow("skipped items use up no row") << "x 1 y 2 z 3" << 2 << QStringList({"1", "2"});
+    QTest::newRow("no more than rows") << "1 2 3" << 2 << QStringList({"1", "2"});
+    QTest::newRow("no rows") << "1 2 3" << 0 << QStringList();
+    QTest::newRow("quotes come off") << "\"8330\" 8340" << 8 << QStringList({"8330", "8340"});
+    QTest::newRow("quotes hold a comma together as a blank")
+        << "\"1,2\" 3" << 8 << QStringList("3");
+    QTest::newRow("quoted empty item") << "\"\" 3" << 8 << QStringList("3");
+    QTest::newRow("blanks beyond ASCII part") << u"1\u30002"_qs << 8 << QStringList({"1", "2"});
+    QTest::newRow("empty") << "" << 8 << QStringList();
+    QTest::newRow("commas only") << ",, ," << 8 << QStringList();
+}
+
+void TestTextItems::energiesOfList()
+{
+    QFETCH(QString, text);
+    QFETCH(int, rows);
+    const DebugLog log;
+    const QStringList result = data::energiesOfList(text, rows);
+    QTEST(result, "energies");
+}
+
+void TestTextItems::energyListGoesToTheDebugLog()
+{
+    const DebugLog log;
+    data::energiesOfList(" 1,2,,  x ", 8);
+    QCOMPARE(log.lines(), QStringList("1 2 x"));
+}
+
+void TestTextItems::stripComment_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("comment");
+    QTest::newRow("mark in the middle") << "a # b # c"
+                                        << "a "
+                                        << " b # c";
+    QTest::newRow("mark at the start") << "#b"
+                                       << ""
+                                       << "b";
+    QTest::newRow("mark at the end") << "a#"
+                                     << "a"
+                                     << "";
+    QTest::newRow("double quotes hide a mark") << "\"a#b\" #c"
+                                               << "\"a#b\" "
+                                               << "c";
+    QTest::newRow("single quotes hide a mark") << "'a#b' #c"
+                                               << "'a#b' "
+                                               << "c";
+    QTest::newRow("one kind closes the other") << "\"a' #c"
+                                               << "\"a' "
+                                               << "c";
+    QTest::newRow("apostrophe within double quotes closes") << "\"a'#b\""
+                                                            << "\"a'"
+                                                            << "b\"";
+    QTest::newRow("open quote hides to the end") << "it's #c"
+                                                 << "it's #c"
+                                                 << "untouched";
+    QTest::newRow("no mark") << "abc"
+                             << "abc"
+                             << "untouched";
+}
+
+void TestTextItems::stripComment()
+{
+    QFETCH(QString, line);
+    QString handedBack = "untouched";
+    const QString result = data::stripComment(line, handedBack);
+    QTEST(result, "text");
+    QTEST(handedBack, "comment");
+}
+
+void TestTextItems::lineWithoutCommentLeavesTheCommentUntouched()
+{
+    QString comment = "of an earlier line";
+    QCOMPARE(data::stripComment("a", comment), "a");
+    QCOMPARE(comment, "of an earlier line");
+}
+
+void TestTextItems::isBlankOrComment_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("empty") << "" << true;
+    QTest::newRow("blanks") << " \t" << true;
+    QTest::newRow("comment") << "  # a" << true;
+    QTest::newRow("text") << "a # b" << false;
+    QTest::newRow("mark in quotes") << "'#'" << false;
+}
+
+void TestTextItems::isBlankOrComment()
+{
+    QFETCH(QString, line);
+    const bool result = data::isBlankOrComment(line);
+    QTEST(result, "expected");
+}
+
+void TestTextItems::startsWithTextIsCaseSensitive()
+{
+    QVERIFY(data::startsWithText("2dData-V0", "2dData"));
+    QVERIFY(data::startsWithText("2dData", "2dData"));
+    QVERIFY(data::startsWithText("2dData", ""));
+    QVERIFY(!data::startsWithText("2DData", "2dData"));
+    QVERIFY(!data::startsWithText("2dDat", "2dData"));
+    QVERIFY(!data::startsWithText(" 2dData", "2dData"));
+}
+
+void TestTextItems::trimmedCutsByTheLastIndexOfTheGivenLine_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("expected");
+    // Last non-blank at index i: the text without its leading blanks, cut to
+    // i - 1 characters.
+    QTest::newRow("no leading blank, i = 5") << "abcdef"
+                                             << "abcd";
+    QTest::newRow("one leading blank, i = 6") << " abcdef"
+                                              << "abcde";
+    QTest::newRow("two leading blanks, i = 7") << "  abcdef"
+                                               << "abcdef";
+    QTest::newRow("trailing blanks are not counted, i = 2") << "abc   "
+                                                            << "a";
+    QTest::newRow("trailing blanks stay within the length, i = 6") << "    abc   "
+                                                                   << "abc  ";
+    QTest::newRow("inner blanks stay, i = 6") << "a b c d"
+                                              << "a b c";
+    QTest::newRow("two characters, i = 1") << "ab"
+                                           << "";
+    QTest::newRow("one character, i = 0") << "a"
+                                          << "";
+    QTest::newRow("blanks only") << "   "
+                                 << "";
+    QTest::newRow("empty") << ""
+                           << "";
+}
+
+void TestTextItems::trimmedCutsByTheLastIndexOfTheGivenLine()
+{
+    QFETCH(QString, line);
+    const QString result = data::trimmed(line);
+    QTEST(result, "expected");
+}
+
+void TestTextItems::quotedIfNeeded_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("plain text stays") << "a b"
+                                      << "a b";
+    QTest::newRow("comma encloses") << "a,b"
+                                    << "\"a,b\"";
+    QTest::newRow("quote is doubled and encloses") << "a\"b"
+                                                   << "\"a\"\"b\"";
+    QTest::newRow("both") << "\"a\",b"
+                          << "\"\"\"a\"\",b\"";
+    QTest::newRow("empty stays") << ""
+                                 << "";
+}
+
+void TestTextItems::quotedIfNeeded()
+{
+    QFETCH(QString, text);
+    const QString result = data::quotedIfNeeded(text);
+    QTEST(result, "expected");
+    QString field;
+    QCOMPARE(data::commaField(result + ",next", field), "next");
+    QCOMPARE(field, text);
+}
+
+void TestTextItems::quotesAreEscapedByABackslash()
+{
+    QCOMPARE(data::quoteEscaped("a\"b\""), "a\\\"b\\\"");
+    QCOMPARE(data::quoteEscaped("a\\b"), "a\\b");
+    QCOMPARE(data::quoted("a\"b"), "\"a\\\"b\"");
+    QCOMPARE(data::quoted(""), "\"\"");
+    QCOMPARE(data::commaQuoted("a\"b"), ",\"a\\\"b\"");
+}
+
+void TestTextItems::joinQuotedFoldsBlanks()
+{
+    QCOMPARE(data::joinQuoted({"a", "b  c", ""}), "\"a\" \"b c\" \"\"");
+    QCOMPARE(data::joinQuoted({" a\"b "}), "\" a\"b \"");
+    QCOMPARE(data::joinQuoted({}), "");
+}
+
+void TestTextItems::commaField_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("strictField");
+    QTest::addColumn<QString>("strictRest");
+    QTest::addColumn<QString>("looseField");
+    QTest::addColumn<QString>("looseRest");
+    QTest::newRow("plain") << "a b,c,d"
+                           << "a b"
+                           << "c,d"
+                           << "a b"
+                           << "c,d";
+    QTest::newRow("last field") << "a"
+                                << "a"
+                                << ""
+                                << "a"
+                                << "";
+    QTest::newRow("comma at the end") << "a,"
+                                      << "a"
+                                      << ""
+                                      << "a"
+                                      << "";
+    QTest::newRow("empty field") << ",b"
+                                 << ""
+                                 << "b"
+                                 << ""
+                                 << "b";
+    QTest::newRow("empty line") << ""
+                                << ""
+                                << ""
+                                << ""
+                                << "";
+    QTest::newRow("comma in quotes") << "\"a,b\",c"
+                                     << "a,b"
+                                     << "c"
+                                     << "a,b"
+                                     << "c";
+    QTest::newRow("doubled quote") << "\"a\"\"b\",c"
+                                   << "a\"b"
+                                   << "c"
+                                   << "a\"b"
+                                   << "c";
+    QTest::newRow("quoted empty field") << "\"\",c"
+                                        << ""
+                                        << "c"
+                                        << ""
+                                        << "c";
+    QTest::newRow("only a doubled quote") << "\"\"\"\",c"
+                                          << "\""
+                                          << "c"
+                                          << "\""
+                                          << "c";
+    QTest::newRow("unclosed quote") << "\"a,b"
+                                    << "a,b"
+                                    << ""
+                                    << "a,b"
+                                    << "";
+    QTest::newRow("text after the closing quote") << "\"a\"b,c"
+                                                  << "ab"
+                                                  << "c"
+                                                  << "ab"
+                                                  << "c";
+    QTest::newRow("quotes within the field") << "a\"b,c\"d,e"
+                                             << "a\"b"
+                                             << "c\"d,e"
+                                             << "ab,cd"
+                                             << "e";
+    QTest::newRow("quotes opened twice") << "\"a,\"b\"c,\",d"
+                                         << "a,b\"c"
+                                         << "\",d"
+                                         << "a,bc,"
+                                         << "d";
+    QTest::newRow("blank before the quote") << " \"a\",b"
+                                            << " \"a\""
+                                            << "b"
+                                            << " a"
+                                            << "b";
+}
+
+void TestTextItems::commaField()
+{
+    QFETCH(QString, line);
+    QString strict = "old";
+    const QString strictResult = data::commaField(line, strict);
+    QTEST(strict, "strictField");
+    QTEST(strictResult, "strictRest");
+    QString loose = "old";
+    const QString looseResult = data::commaFieldLoose(line, loose);
+    QTEST(loose, "looseField");
+    QTEST(looseResult, "looseRest");
+}
+
+void TestTextItems::fieldAfter_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("up to the delimiter") << "x KEY=a b;c"
+                                         << "a b";
+    QTest::newRow("up to the end") << "x KEY=a b"
+                                   << "a b";
+    QTest::newRow("leading delimiters are dropped") << "KEY=;;a;b"
+                                                    << "a";
+    QTest::newRow("delimiters only") << "KEY=;;"
+                                     << "";
+    QTest::newRow("nothing after the word") << "KEY="
+                                            << "";
+    QTest::newRow("no such word") << "key=a"
+                                  << "";
+    QTest::newRow("first word counts") << "KEY=a;KEY=b"
+                                       << "a";
+}
+
+void TestTextItems::fieldAfter()
+{
+    QFETCH(QString, text);
+    const QString result = data::fieldAfter(text, "KEY=", ';');
+    QTEST(result, "expected");
+}
+
+void TestTextItems::endsWithBackslash_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<bool>("marked");
+    QTest::addColumn<QString>("shortened");
+    QTest::newRow("mark at the end") << "a b\\" << true << "a b";
+    QTest::newRow("blanks after the mark") << "a \\ \t" << true << "a ";
+    QTest::newRow("mark alone") << "\\" << true << "";
+    QTest::newRow("two marks lose one") << "a\\\\" << true << "a\\";
+    QTest::newRow("mark within") << "a\\b" << false << "a\\b";
+    QTest::newRow("no mark keeps its blanks") << "a  " << false << "a  ";
+    QTest::newRow("blanks only") << "  " << false << "  ";
+    QTest::newRow("empty") << "" << false << "";
+}
+
+void TestTextItems::endsWithBackslash()
+{
+    QFETCH(QString, line);
+    const bool result = data::endsWithBackslash(line);
+    QTEST(result, "marked");
+    QTEST(line, "shortened");
+}
+
+void TestTextItems::dropBackslashCutsTwoAtMost_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("none") << "a "
+                          << "a ";
+    QTest::newRow("one") << "a \\"
+                         << "a ";
+    QTest::newRow("two") << "a\\ \\ "
+                         << "a";
+    QTest::newRow("three") << "a\\\\\\"
+                           << "a\\";
+}
+
+void TestTextItems::dropBackslashCutsTwoAtMost()
+{
+    QFETCH(QString, line);
+    const QString result = data::dropBackslash(line);
+    QTEST(result, "expected");
+}
+
+void TestTextItems::numberTests_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("real");
+    QTest::addColumn<bool>("integer");
+    QTest::addColumn<bool>("digits");
+    QTest::newRow("digits") << "0129" << true << true << true;
+    QTest::newRow("blanks around") << " 12 " << true << true << true;
+    QTest::newRow("blank within") << "1 2" << false << false << false;
+    QTest::newRow("plus") << "+12" << true << true << false;
+    QTest::newRow("minus") << "-12" << true << true << false;
+    QTest::newRow("sign alone") << "-" << true << true << false;
+    QTest::newRow("two signs") << "+-1" << false << false << false;
+    QTest::newRow("sign behind") << "1-" << false << false << false;
+    QTest::newRow("point within") << "1.5" << true << false << false;
+    QTest::newRow("point first") << ".5" << true << false << false;
+    QTest::newRow("point last") << "5." << true << false << false;
+    QTest::newRow("point alone") << "." << true << false << false;
+    QTest::newRow("sign and point") << "-.5" << true << false << false;
+    QTest::newRow("two points") << "1.5." << false << false << false;
+    QTest::newRow("two points, one first") << ".5." << false << false << false;
+    QTest::newRow("exponent") << "1e5" << false << false << false;
+    QTest::newRow("word") << "nan" << false << false << false;
+    QTest::newRow("empty") << "" << false << false << false;
+    QTest::newRow("blanks only") << "  " << false << false << false;
+    QTest::newRow("full-width digits") << u"\uff11\uff12"_qs << true << true << true;
+    QTest::newRow("a number that is no digit") << u"\u00bd"_qs << true << true << true;
+    QTest::newRow("a letter beyond ASCII") << u"\u00e9"_qs << false << false << false;
+}
+
+void TestTextItems::numberTests()
+{
+    QFETCH(QString, text);
+    const bool isReal = data::isRealNumber(text);
+    QTEST(isReal, "real");
+    const bool isInteger = data::isInteger(text);
+    QTEST(isInteger, "integer");
+    const bool isDigits = data::isDigits(text);
+    QTEST(isDigits, "digits");
+}
+
+void TestTextItems::paddedAddsAtMost101Blanks_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("length");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("padded") << "ab" << 4 << "ab  ";
+    QTest::newRow("exact") << "ab" << 2 << "ab";
+    QTest::newRow("never cut") << "abc" << 2 << "abc";
+    QTest::newRow("negative") << "ab" << -5 << "ab";
+    QTest::newRow("101 are added") << "ab" << 103 << "ab" + QString(101, ' ');
+    QTest::newRow("102 are not") << "ab" << 104 << "ab" + QString(101, ' ');
+    QTest::newRow("smallest int") << "ab" << std::numeric_limits<int>::min() << "ab";
+    QTest::newRow("largest int") << "ab" << std::numeric_limits<int>::max()
+                                 << "ab" + QString(101, ' ');
+}
+
+void TestTextItems::paddedAddsAtMost101Blanks()
+{
+    QFETCH(QString, text);
+    QFETCH(int, length);
+    const QString result = data::padded(text, length);
+    QTEST(result, "expected");
+}
+
+void TestTextItems::blanksAreAtMost101()
+{
+    QCOMPARE(data::blanks(0), "");
+    QCOMPARE(data::blanks(-1), "");
+    QCOMPARE(data::blanks(3), "   ");
+    QCOMPARE(data::blanks(101), QString(101, ' '));
+    QCOMPARE(data::blanks(102), QString(101, ' '));
+}
+
+void TestTextItems::withThousands_data()
+{
+    QTest::addColumn<QString>("number");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("three digits") << "123"
+                                  << "123";
+    QTest::newRow("four digits") << "1234"
+                                 << "1,234";
+    QTest::newRow("six digits") << "123456"
+                                << "123,456";
+    QTest::newRow("seven digits") << "1234567"
+                                  << "1,234,567";
+    QTest::newRow("point") << "1234.5678"
+                           << "1,234.5678";
+    QTest::newRow("point first") << ".5678"
+                                 << ".5678";
+    QTest::newRow("only the first point counts") << "1234.5678.9"
+                                                 << "1,234.5678.9";
+    QTest::newRow("a sign counts as a digit") << "-123"
+                                              << "-,123";
+    QTest::newRow("empty") << ""
+                           << "";
+}
+
+void TestTextItems::withThousands()
+{
+    QFETCH(QString, number);
+    const QString result = data::withThousands(number);
+    QTEST(result, "expected");
+}
+
+QTEST_GUILESS_MAIN(TestTextItems)
+#include "tst_TextItems.moc"

@@ -1,0 +1,465 @@
+// The panel's construction, its message box and its small read-outs.
+
+#include "display/Histgram.h"
+#include "support/PanelTools.h"
+
+#include <QButtonGroup>
+#include <QDir>
+#include <QFileDialog>
+#include <QTest>
+
+using namespace tests;
+
+class tst_FourPs : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void rowsMadeInCodeBearTheirNames();
+    void referencesStartWithTheFirstTwoInUseAndValencesZeroToThree();
+    void energyRowsStartWithDefaults();
+    void seventhAndEighthEnergyStayEmpty();
+    void thirdRowIsTheVPointAndTheFirstRowIsShown();
+    void gridHoldsTheRowsWidgets();
+    void gridHeadings_data();
+    void gridHeadings();
+    void gridNumbersItsRows();
+    void listFieldsStandBelowTheRows();
+    void moreConditionsAreHiddenAtStart();
+    void moreConditionsShowWhenAsked();
+    void fourPointsRadiosCannotBeChangedByTheUser();
+    void histogramLimitsDifferFromTheFormsAfterConstruction();
+    void firstReflexRunsInsideTheConstructorOnce();
+    void showMapButtonsExcludeOneAnother();
+    void mapRadiosExcludeOneAnother();
+    void normalisationRadiosExcludeOneAnother();
+    void autoSwitchesAreIndependent();
+    void saveRowCanBeTypedInAndTheMultiRowsTakeSeveralFiles();
+    void spectrumRowsShowTheirShiftAndTheOthersDoNot();
+    void startsInTheWorkingDirectoryExceptForTheSaveRow();
+    void histogramsShareTheirWidgets();
+
+    void messageFoldsWhiteSpaceAndEndsItsLine();
+    void messagesPileUp();
+    void messageLandsAtTheEndWhereverTheCursorStands();
+
+    void normModeByRadio();
+    void checkedMapRowIsTheFirstOrZero();
+    void histogramBoxesGoByUsedReferences();
+    void lastCheckedRatioBoxDecidesTheHistogram();
+    void columnBoxesByIndex();
+    void kindOfMapIsTheCheckedRadio();
+};
+
+namespace
+{
+
+QString headingAt(const FourPs& panel, int row, int column)
+{
+    const QLayoutItem* item = panel.ui.CLayout->itemAtPosition(row, column);
+    const auto* label = item ? qobject_cast<QLabel*>(item->widget()) : nullptr;
+    return label ? label->text() : QStringLiteral("(none)");
+}
+
+} // namespace
+
+void tst_FourPs::rowsMadeInCodeBearTheirNames()
+{
+    FourPs panel;
+    QCOMPARE(panel.objectName(), "FourPs");
+    QCOMPARE(panel.findChild<QLineEdit*>("MultiEnergys"), panel.MultiEnergys);
+    QCOMPARE(panel.findChild<AFileSelect*>("MultiFiles"), panel.MultiFiles);
+    for (const char* name : {"SaveFSelect", "DispFSelect", "TargetFile"}) {
+        QVERIFY2(panel.findChild<AFileSelect*>(name), name);
+    }
+    QCOMPARE(panel.XafsFiles.size(), 5);
+    QCOMPARE(panel.XafsFiles.at(4), panel.ui.TargetFile);
+    QCOMPARE(panel.EPoints.size(), 8);
+}
+
+void tst_FourPs::referencesStartWithTheFirstTwoInUseAndValencesZeroToThree()
+{
+    FourPs panel;
+    QCOMPARE(panel.Refs.RefRows.size(), 4);
+    for (int i = 0; i < 4; ++i) {
+        const ARefFile* row = panel.Refs.RefRows.at(i);
+        QCOMPARE(row->RefName->text(), QStringLiteral("Ref %1").arg(i + 1));
+        QCOMPARE(row->UseCB->isChecked(), i < 2);
+        QCOMPARE(row->Valence->text(), QString::number(i));
+        QCOMPARE(row->Valence->cursorPosition(), 0);
+        QCOMPARE(panel.XafsFiles.at(i), row->XafsFS);
+    }
+}
+
+void tst_FourPs::energyRowsStartWithDefaults()
+{
+    FourPs panel;
+    const QStringList energies{"8313", "8381", "8390", "8404.5", "8460", "8475"};
+    for (int i = 0; i < 6; ++i) {
+        QCOMPARE(panel.EPoints.at(i)->Energy->text(), energies.at(i));
+        QCOMPARE(panel.EPoints.at(i)->Energy->cursorPosition(), 0);
+    }
+    for (int i = 0; i < 8; ++i) {
+        QCOMPARE(panel.EPoints.at(i)->UseCB->isChecked(), i < 4);
+        QCOMPARE(panel.EPoints.at(i)->NumDisp->text(), QStringLiteral("%1:  ").arg(i + 1));
+    }
+}
+
+void tst_FourPs::seventhAndEighthEnergyStayEmpty()
+{
+    FourPs panel;
+    QVERIFY(panel.EPoints.at(6)->Energy->text().isEmpty());
+    QVERIFY(panel.EPoints.at(7)->Energy->text().isEmpty());
+}
+
+void tst_FourPs::thirdRowIsTheVPointAndTheFirstRowIsShown()
+{
+    FourPs panel;
+    for (int i = 0; i < 8; ++i) {
+        QCOMPARE(panel.EPoints.at(i)->VPointCB->isChecked(), i == 2);
+        QCOMPARE(panel.EPoints.at(i)->ShowMapB->isChecked(), i == 0);
+        QVERIFY(!panel.EPoints.at(i)->LCFCB->isChecked());
+    }
+}
+
+void tst_FourPs::gridHoldsTheRowsWidgets()
+{
+    FourPs panel;
+    for (int i = 0; i < 8; ++i) {
+        const AEPoint* row = panel.EPoints.at(i);
+        const QList<QWidget*> inColumns{row->UseCB, row->VPointCB,   row->LCFCB,   row->Energy,
+                                        row->Mut1,  row->Mut2,       row->Mut3,    row->Mut4,
+                                        row->MutT,  row->FileSelect, row->ShowMapB};
+        for (int k = 0; k < inColumns.size(); ++k) {
+            QLayoutItem* item = panel.ui.CLayout->itemAtPosition(i + 2, k + 1);
+            QVERIFY(item);
+            QCOMPARE(item->widget(), inColumns.at(k));
+            QCOMPARE(item->alignment(), Qt::AlignCenter);
+            QCOMPARE(inColumns.at(k)->parentWidget(), panel.ui.FourPsFiles);
+        }
+    }
+}
+
+void tst_FourPs::gridHeadings_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("upper");
+    QTest::addColumn<QString>("lower"); // as seen: a spanning heading fills both lines
+    QTest::newRow("No.") << 0 << "No."
+                         << "No.";
+    QTest::newRow("Use") << 1 << "Use"
+                         << "Use";
+    QTest::newRow("V point") << 2 << "Non"
+                             << "Equiv.";
+    QTest::newRow("fit") << 3 << "LCF"
+                         << "F.P.";
+    QTest::newRow("energy") << 4 << "Eng."
+                            << "[eV]";
+    QTest::newRow("ref 1") << 5 << "mut"
+                           << "Ref.1";
+    QTest::newRow("ref 2") << 6 << "mut"
+                           << "Ref.2";
+    QTest::newRow("ref 3") << 7 << "mut"
+                           << "Ref.3";
+    QTest::newRow("ref 4") << 8 << "mut"
+                           << "Ref.4";
+    QTest::newRow("target") << 9 << "mut"
+                            << "Target";
+    QTest::newRow("files") << 10 << "Select 2D Map Data"
+                           << "Select 2D Map Data";
+    QTest::newRow("show") << 11 << "Show"
+                          << "Map";
+}
+
+void tst_FourPs::gridHeadings()
+{
+    QFETCH(int, column);
+    FourPs panel;
+    QTEST(headingAt(panel, 0, column), "upper");
+    QTEST(headingAt(panel, 1, column), "lower");
+    const auto* label =
+        qobject_cast<QLabel*>(panel.ui.CLayout->itemAtPosition(0, column)->widget());
+    // The heading of the files alone stands to the left.
+    QCOMPARE(bool(label->alignment() & Qt::AlignLeft), column == 10);
+}
+
+void tst_FourPs::gridNumbersItsRows()
+{
+    FourPs panel;
+    for (int i = 0; i < 8; ++i) {
+        QCOMPARE(headingAt(panel, i + 2, 0), QStringLiteral(" %1").arg(i + 1)); // two wide
+    }
+}
+
+void tst_FourPs::listFieldsStandBelowTheRows()
+{
+    FourPs panel;
+    QCOMPARE(panel.ui.CLayout->itemAtPosition(10, 4)->widget(), panel.MultiEnergys);
+    QCOMPARE(panel.ui.CLayout->itemAtPosition(10, 10)->widget(), panel.MultiFiles);
+}
+
+void tst_FourPs::moreConditionsAreHiddenAtStart()
+{
+    FourPs panel;
+    QVERIFY(panel.ui.CConds->isHidden());
+}
+
+void tst_FourPs::moreConditionsShowWhenAsked()
+{
+    FourPs panel;
+    panel.ui.DispCondsB->click();
+    QVERIFY(!panel.ui.CConds->isHidden());
+    panel.ui.DispCondsB->click();
+    QVERIFY(panel.ui.CConds->isHidden());
+}
+
+void tst_FourPs::fourPointsRadiosCannotBeChangedByTheUser()
+{
+    FourPs panel;
+    panel.show();
+    panel.ui.DispCondsB->click();
+    QTest::mouseClick(panel.ui.TypeTMKisExact, Qt::LeftButton);
+    QVERIFY(!panel.ui.TypeTMKisExact->isChecked());
+    QVERIFY(panel.ui.TypeTMKisLS->isChecked());
+    QVERIFY(!panel.ui.CConds3->isEnabled());
+}
+
+void tst_FourPs::histogramLimitsDifferFromTheFormsAfterConstruction()
+{
+    // Valences 0 and 1 in use, no spectrum: -0.5 to 1.5, and -0.5 to 0.5.
+    FourPs panel;
+    QCOMPARE(panel.ui.HgAFrom->text(), "-0.5");
+    QCOMPARE(panel.ui.HgATo->text(), "1.5");
+    QCOMPARE(panel.ui.HgTFrom->text(), "-0.5");
+    QCOMPARE(panel.ui.HgTTo->text(), "0.5");
+    QCOMPARE(panel.ui.HgABoxes->text(), "51");
+}
+
+void tst_FourPs::firstReflexRunsInsideTheConstructorOnce()
+{
+    // What one run of map and target calculation says about an empty panel.
+    FourPs panel;
+    const QString few("Number of valied Ref Files is 0, which is less than 2.");
+    QCOMPARE(messages(panel),
+             (QStringList{few, "Ref File 0 is not valid.", few, "The 1st Ref File is not valid."}));
+}
+
+void tst_FourPs::showMapButtonsExcludeOneAnother()
+{
+    FourPs panel;
+    panel.EPoints.at(5)->ShowMapB->click();
+    QVERIFY(!panel.EPoints.at(0)->ShowMapB->isChecked());
+    QVERIFY(panel.EPoints.at(5)->ShowMapB->group());
+    QCOMPARE(panel.EPoints.at(5)->ShowMapB->group()->buttons().size(), 8);
+}
+
+void tst_FourPs::mapRadiosExcludeOneAnother()
+{
+    FourPs panel;
+    QList<QAbstractButton*> expected{panel.ui.MapValence, panel.ui.MapAmount, panel.ui.MapRatio1,
+                                     panel.ui.MapRatio2,  panel.ui.MapRatio3, panel.ui.MapRatio4,
+                                     panel.ui.MapDMut1,   panel.ui.MapDMut2,  panel.ui.MapDMut3,
+                                     panel.ui.MapDMut4,   panel.ui.MapMut0,   panel.ui.MapC1,
+                                     panel.ui.MapC2};
+    QVERIFY(panel.ui.MapValence->group());
+    QCOMPARE(panel.ui.MapValence->group()->buttons(), expected);
+    panel.ui.MapC2->click();
+    QVERIFY(!panel.ui.MapValence->isChecked());
+}
+
+void tst_FourPs::normalisationRadiosExcludeOneAnother()
+{
+    FourPs panel;
+    const QList<QAbstractButton*> expected{panel.ui.NNone, panel.ui.NBySubPre, panel.ui.NByEJ,
+                                           panel.ui.NBy2Vics};
+    QVERIFY(panel.ui.NNone->group());
+    QCOMPARE(panel.ui.NNone->group()->buttons(), expected);
+    panel.ui.NNone->click();
+    QVERIFY(!panel.ui.NBy2Vics->isChecked());
+}
+
+void tst_FourPs::autoSwitchesAreIndependent()
+{
+    FourPs panel;
+    QVERIFY(panel.ui.HgAAuto->isChecked() && panel.ui.HgTAuto->isChecked());
+    panel.ui.HgAAuto->click();
+    QVERIFY(!panel.ui.HgAAuto->isChecked());
+    QVERIFY(panel.ui.HgTAuto->isChecked());
+}
+
+void tst_FourPs::saveRowCanBeTypedInAndTheMultiRowsTakeSeveralFiles()
+{
+    FourPs panel;
+    QVERIFY(!panel.ui.SaveFSelect->FileName->isReadOnly());
+    QCOMPARE(panel.ui.SaveFSelect->mode, 1);
+    for (const AFileSelect* row : {panel.ui.DispFSelect, panel.MultiFiles}) {
+        QVERIFY(row->multi);
+        QCOMPARE(row->dialog->fileMode(), QFileDialog::ExistingFiles);
+    }
+    QCOMPARE(panel.EPoints.at(0)->FileSelect->dialog->fileMode(), QFileDialog::ExistingFile);
+}
+
+void tst_FourPs::spectrumRowsShowTheirShiftAndTheOthersDoNot()
+{
+    FourPs panel;
+    for (const AXafsFileSelect* row : std::as_const(panel.XafsFiles)) {
+        QVERIFY(!row->dEBase->isHidden());
+    }
+    for (const AFileSelect* row :
+         {panel.ui.SaveFSelect, panel.ui.DispFSelect, panel.EPoints.at(0)->FileSelect}) {
+        QVERIFY(row->dEBase->isHidden());
+    }
+}
+
+void tst_FourPs::startsInTheWorkingDirectoryExceptForTheSaveRow()
+{
+    FourPs panel;
+    QCOMPARE(panel.EPoints.at(7)->FileSelect->dir, QDir::currentPath());
+    QCOMPARE(panel.XafsFiles.at(0)->dir, QDir::currentPath());
+    QCOMPARE(panel.ui.TargetFile->dir, QDir::currentPath());
+    QCOMPARE(panel.ui.DispFSelect->dir, QDir::currentPath());
+    QCOMPARE(panel.MultiFiles->dir, QDir::currentPath());
+    QVERIFY(panel.ui.SaveFSelect->dir.isEmpty());
+}
+
+void tst_FourPs::histogramsShareTheirWidgets()
+{
+    FourPs panel;
+    QCOMPARE(panel.HistV->fromEdit, panel.ui.HgAFrom);
+    QCOMPARE(panel.HistT->toEdit, panel.ui.HgTTo);
+    QCOMPARE(panel.HistRatio.size(), 4);
+    QCOMPARE(panel.HistDMut.size(), 4);
+    for (int i = 0; i < 4; ++i) {
+        QCOMPARE(panel.HistRatio.at(i)->boxesEdit, panel.ui.HgABoxes);
+        QCOMPARE(panel.HistRatio.at(i)->autoBox, panel.ui.HgAAuto);
+        QCOMPARE(panel.HistDMut.at(i)->fromEdit, panel.ui.HgTFrom);
+        QCOMPARE(panel.HistDMut.at(i)->autoBox, panel.ui.HgTAuto);
+    }
+}
+
+void tst_FourPs::messageFoldsWhiteSpaceAndEndsItsLine()
+{
+    FourPs panel;
+    clearMessages(panel);
+    panel.message("  one \n\n two\tthree  ");
+    panel.message("four");
+    QCOMPARE(panel.ui.Message->toPlainText(), "one two three\nfour\n");
+}
+
+void tst_FourPs::messagesPileUp()
+{
+    FourPs panel;
+    const QString before = panel.ui.Message->toPlainText();
+    for (int i = 0; i < 100; ++i) {
+        panel.message(QString::number(i));
+    }
+    QVERIFY(panel.ui.Message->toPlainText().startsWith(before + "0\n1\n"));
+    QVERIFY(panel.ui.Message->toPlainText().endsWith("98\n99\n"));
+}
+
+void tst_FourPs::messageLandsAtTheEndWhereverTheCursorStands()
+{
+    FourPs panel;
+    clearMessages(panel);
+    panel.message("first");
+    panel.ui.Message->moveCursor(QTextCursor::Start);
+    panel.message("second");
+    QCOMPARE(panel.ui.Message->toPlainText(), "first\nsecond\n");
+    QVERIFY(panel.ui.Message->textCursor().atEnd());
+}
+
+void tst_FourPs::normModeByRadio()
+{
+    FourPs panel;
+    QCOMPARE(panel.NormMode(), 4);
+    panel.ui.NNone->click();
+    QCOMPARE(panel.NormMode(), 0);
+    panel.ui.NBySubPre->click();
+    QCOMPARE(panel.NormMode(), 1);
+    panel.ui.NByEJ->click();
+    QCOMPARE(panel.NormMode(), 3);
+    panel.ui.NByEJ->group()->setExclusive(false);
+    panel.ui.NByEJ->setChecked(false);
+    QCOMPARE(panel.NormMode(), 5);
+}
+
+void tst_FourPs::checkedMapRowIsTheFirstOrZero()
+{
+    FourPs panel;
+    panel.EPoints.at(3)->ShowMapB->click();
+    QCOMPARE(panel.CheckedMapRow(), 3);
+    panel.EPoints.at(3)->ShowMapB->group()->setExclusive(false);
+    panel.EPoints.at(3)->ShowMapB->setChecked(false);
+    QCOMPARE(panel.CheckedMapRow(), 0);
+}
+
+void tst_FourPs::histogramBoxesGoByUsedReferences()
+{
+    FourPs panel;
+    useReferences(panel, {1, 3});
+    panel.ui.HgRatio4->setChecked(true);
+    panel.ui.HgdMut2->setChecked(true);
+    panel.ui.HgdMut4->setChecked(false);
+    QVERIFY(!panel.ratioChecked(0)); // row 1 has HgRatio2
+    QVERIFY(panel.ratioChecked(1));  // row 3 has HgRatio4
+    QVERIFY(panel.dMutChecked(0));
+    QVERIFY(!panel.dMutChecked(1));
+    QVERIFY(!panel.ratioChecked(2)); // no such reference
+    QVERIFY(!panel.dMutChecked(2));
+}
+
+void tst_FourPs::lastCheckedRatioBoxDecidesTheHistogram()
+{
+    FourPs panel;
+    QCOMPARE(panel.currentRatioHist(), panel.HistV);
+    panel.ui.HgRatio1->setChecked(true);
+    QCOMPARE(panel.currentRatioHist(), panel.HistRatio.at(0));
+    panel.ui.HgRatio3->setChecked(true);
+    QCOMPARE(panel.currentRatioHist(), panel.HistRatio.at(2));
+}
+
+void tst_FourPs::columnBoxesByIndex()
+{
+    FourPs panel;
+    const QList<QCheckBox*> boxes{panel.ui.RecRatio1, panel.ui.RecRatio2, panel.ui.RecRatio3,
+                                  panel.ui.RecRatio4, panel.ui.RecDMut1,  panel.ui.RecDMut2,
+                                  panel.ui.RecDMut3,  panel.ui.RecDMut4,  panel.ui.RecMut0,
+                                  panel.ui.RecC1,     panel.ui.RecC2,     panel.ui.RecValence,
+                                  panel.ui.RecAmount};
+    const QStringList names{"alpha1", "alpha2", "alpha3", "alpha4", "dMut1",   "dMut2",     "dMut3",
+                            "dMut4",  "Mut0",   "C1",     "C2",     "Valence", "Total-dMut"};
+    for (int i = 0; i < boxes.size(); ++i) {
+        QCOMPARE(panel.isColumnWanted(i), i >= 11); // as the form starts
+        boxes.at(i)->toggle();
+        QCOMPARE(panel.isColumnWanted(i), i < 11);
+        QCOMPARE(panel.columnName(i), names.at(i));
+    }
+    for (const int outside : {-1, 13}) {
+        QVERIFY(!panel.isColumnWanted(outside));
+        QCOMPARE(panel.columnName(outside), "UnKnown");
+    }
+}
+
+void tst_FourPs::kindOfMapIsTheCheckedRadio()
+{
+    FourPs panel;
+    QCOMPARE(panel.kindOfMap(), 11);
+    const QList<QRadioButton*> radios{panel.ui.MapRatio1, panel.ui.MapRatio2, panel.ui.MapRatio3,
+                                      panel.ui.MapRatio4, panel.ui.MapDMut1,  panel.ui.MapDMut2,
+                                      panel.ui.MapDMut3,  panel.ui.MapDMut4,  panel.ui.MapMut0,
+                                      panel.ui.MapC1,     panel.ui.MapC2,     panel.ui.MapValence,
+                                      panel.ui.MapAmount};
+    for (int i = 0; i < radios.size(); ++i) {
+        radios.at(i)->click();
+        QCOMPARE(panel.kindOfMap(), i);
+    }
+    panel.ui.MapValence->group()->setExclusive(false);
+    panel.ui.MapDMut1->setChecked(true); // index 4, beside 12: the last one counts
+    QCOMPARE(panel.kindOfMap(), 12);
+    panel.ui.MapDMut1->setChecked(false);
+    panel.ui.MapAmount->setChecked(false);
+    QCOMPARE(panel.kindOfMap(), 0);
+}
+
+QTEST_MAIN(tst_FourPs)
+#include "tst_FourPs.moc"

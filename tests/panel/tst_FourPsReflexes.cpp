@@ -1,0 +1,761 @@
+// How the panel answers to its inputs.
+
+#include "support/PanelTools.h"
+#include "support/TestFiles.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cmath>
+
+using namespace tests;
+
+namespace
+{
+
+// A plain spectrum without background: 0 below the edge, @p jump far above it,
+// and the given values at four energies between. Its steepest rise is the step
+// from 8320 to 8370, so it proposes 8345 eV as its edge.
+QByteArray spectrumText(const QByteArray& at8381, const QByteArray& at8390,
+                        const QByteArray& at8404, const QByteArray& jump)
+{
+    QByteArray text("# energy mut\n");
+    for (int energy = 8000; energy <= 8320; energy += 40) {
+        text += QByteArray::number(energy) + " 0\n";
+    }
+    text += "8370 " + at8381 + "\n8381 " + at8381 + "\n8390 " + at8390 + "\n8404.5 " + at8404;
+    for (int energy = 8450; energy <= 8850; energy += 50) {
+        text += "\n" + QByteArray::number(energy) + " " + jump;
+    }
+    return text + "\n";
+}
+
+// One run of the map calculation on a panel without a V row says this once.
+const QString mapRefusal = QStringLiteral("V Point is not selected");
+
+// Counts the runs of calcBoth while alive: every run of the map calculation on
+// a panel with the four-points family chosen and no V row says one line.
+class RunCounter
+{
+public:
+    explicit RunCounter(FourPs& panel)
+        : m_panel(panel)
+    {
+        chooseFourPoints(panel);
+        for (AEPoint* row : std::as_const(panel.EPoints)) {
+            row->VPointCB->setChecked(false);
+        }
+        clearMessages(panel);
+    }
+
+    qsizetype runs() const { return messages(m_panel).count(mapRefusal); }
+    void restart() { clearMessages(m_panel); }
+
+private:
+    FourPs& m_panel;
+};
+
+struct Files {
+    QTemporaryDir dir;
+    QString ref1 = writeFile(dir, "ref1.dat", spectrumText("1.00", "1.5", "1.25", "1"));
+    QString ref2 = writeFile(dir, "ref2.dat", spectrumText("1.00", "0.5", "1.25", "1"));
+    QString target = writeFile(dir, "target.dat", spectrumText("2.00", "2.0", "2.50", "2"));
+    QString broken = writeFile(dir, "broken.dat", "# nothing\n");
+};
+
+void load(AXafsFileSelect* row, const QString& path)
+{
+    static_cast<AFileSelect*>(row)->newFile(path);
+}
+
+QString mut(const FourPs& panel, int row, int reference)
+{
+    return panel.EPoints.at(row)->mutEdits.at(reference)->text();
+}
+
+} // namespace
+
+class tst_FourPsReflexes : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void loadedReferenceFillsItsColumn();
+    void loadedReferenceProposesTheEdge();
+    void loadedReferenceRunsOneReflexForTheEdgeAndTwoForTheFile();
+    void secondReferenceRunsOneReflexPerValidColumnAndTwoForTheFile();
+    void loadedTargetFillsItsColumnAndProposesNoEdge();
+    void emptyEnergyLeavesTheCellUntouched();
+    void energyOfWordsLeavesTheCellUntouched();
+    void energyAboveTheSpectrumClearsTheCell();
+    void targetColumnAsksForNoEnergy();
+    void missingFileOverAGoodSpectrumChangesNothingButRunsTheReflex();
+    void brokenFileInvalidatesTheReference();
+    void clearingARowKeepsItsSpectrum();
+
+    void noticedEdgeIsWrittenWithSixDigits();
+    void setEdgeGivesLimitsToAllSpectra();
+    void setEdgeRefitsBeforeAnyReflex();
+    void setEdgeRefreshesValidReferencesOnly();
+    void edgeLeavesTheTargetColumn();
+    void leavingAnEdgeFieldSetsTheEdge();
+
+    void newEnergyRefreshesItsRowOnly();
+    void newEnergyStartsNoCalculation();
+    void newEnergyRefreshesCellsWithoutTestOfTheEnergy();
+    void newEnergyOfAStrangerDoesNothing();
+
+    void postEdgeForReferencesChangesColumnsAndFlags();
+    void postEdgeForTheTargetChangesItsColumnAndRunsOnce();
+    void preEdgeRadioClickRunsTheReflexToo();
+
+    void togglingUseRunsTheReflexOnce();
+    void setUseRunsTheReflexTwice();
+    void clickingARowsBoxRunsTheReflexOnce();
+    void checkingARowsBoxByCodeRunsNothing();
+    void methodRadiosRunTheReflex();
+    void shiftOfAValidSpectrumRunsTheReflexWithoutRefit();
+
+    void receiveNewRefIgnoresOddNumbers();
+    void numberedReferenceSlotsRefreshTheirColumns();
+    void receiveNewFileFromNowhereRunsTheReflex();
+
+    void displayFilesAreListedWithTheirSpectra();
+    void unreadableDisplayFilesAreDropped();
+    void displayFilesFollowTheEdge();
+    void removeAFileTakesTheCurrentOne();
+    void removeAFileOnAnEmptyListDoesNothing();
+
+    void pathsGoToTheRowsInOrderAndSurplusIsDropped();
+    void directoryReachesEveryRowButTheSaveRow();
+    void listOfEnergiesIsSpreadAsTyped();
+    void listOfEnergiesSkipsWhatIsNoEnergy();
+    void listOfEnergiesEmitsNothing();
+
+    void valenceRangeOfTheUsedReferences();
+    void valenceRangeWithoutReferences();
+    void histogramRangesFollowWhereAutoIsOn();
+    void histogramRangesCountTheUsedJumps();
+    void mapFilesEnergyLineReachesThePanel();
+    void slotsAreCallableByName();
+};
+
+void tst_FourPsReflexes::loadedReferenceFillsItsColumn()
+{
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    // The background is 0, so the cells show the spectrum; 8313 lies on its
+    // zero part, 8460 and 8475 on the flat top.
+    const QStringList expected{"0", "1", "1.5", "1.25", "1", "1"};
+    for (int i = 0; i < expected.size(); ++i) {
+        QCOMPARE(mut(panel, i, 0), expected.at(i));
+        QCOMPARE(panel.EPoints.at(i)->mutEdits.at(0)->cursorPosition(), 0);
+        QVERIFY(mut(panel, i, 1).isEmpty());
+    }
+}
+
+void tst_FourPsReflexes::loadedReferenceProposesTheEdge()
+{
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    QCOMPARE(panel.ui.EdgeE->text(), "8345");
+    QCOMPARE(panel.ui.EdgeE->cursorPosition(), 0);
+    QCOMPARE(panel.XafsFiles.at(0)->edgeEnergy, 8345.0);
+    QCOMPARE(panel.XafsFiles.at(0)->preEdgeEnd, 8295.0);
+    QCOMPARE(panel.XafsFiles.at(0)->postEdgeStart, 8445.0);
+}
+
+void tst_FourPsReflexes::loadedReferenceRunsOneReflexForTheEdgeAndTwoForTheFile()
+{
+    // The proposed edge refreshes every valid column, here its own; the file
+    // then refreshes its column once more and runs the reflex itself.
+    Files files;
+    FourPs panel;
+    RunCounter counter(panel);
+    load(panel.XafsFiles.at(0), files.ref1);
+    QCOMPARE(counter.runs(), 3);
+}
+
+void tst_FourPsReflexes::secondReferenceRunsOneReflexPerValidColumnAndTwoForTheFile()
+{
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    RunCounter counter(panel);
+    load(panel.XafsFiles.at(1), files.ref2);
+    QCOMPARE(counter.runs(), 4); // two columns by the edge, its own, the file
+}
+
+void tst_FourPsReflexes::loadedTargetFillsItsColumnAndProposesNoEdge()
+{
+    Files files;
+    FourPs panel;
+    panel.setEdge();
+    RunCounter counter(panel);
+    load(panel.ui.TargetFile, files.target);
+    QCOMPARE(panel.ui.EdgeE->text(), "8350");
+    QCOMPARE(panel.EPoints.at(1)->MutT->text(), "2");
+    QCOMPARE(panel.EPoints.at(3)->MutT->text(), "2.5");
+    QCOMPARE(counter.runs(), 1);
+}
+
+void tst_FourPsReflexes::emptyEnergyLeavesTheCellUntouched()
+{
+    Files files;
+    FourPs panel;
+    panel.EPoints.at(6)->Mut1->setText("typed");
+    load(panel.XafsFiles.at(0), files.ref1);
+    QCOMPARE(mut(panel, 6, 0), "typed");
+}
+
+void tst_FourPsReflexes::energyOfWordsLeavesTheCellUntouched()
+{
+    Files files;
+    FourPs panel;
+    panel.EPoints.at(0)->Energy->setText("edge");
+    panel.EPoints.at(0)->Mut1->setText("typed");
+    panel.EPoints.at(1)->Energy->setText("-8381");
+    panel.EPoints.at(1)->Mut1->setText("typed");
+    load(panel.XafsFiles.at(0), files.ref1);
+    QCOMPARE(mut(panel, 0, 0), "typed");
+    QCOMPARE(mut(panel, 1, 0), "typed");
+}
+
+void tst_FourPsReflexes::energyAboveTheSpectrumClearsTheCell()
+{
+    Files files;
+    FourPs panel;
+    panel.EPoints.at(0)->Energy->setText("8851");
+    panel.EPoints.at(0)->Mut1->setText("typed");
+    load(panel.XafsFiles.at(0), files.ref1);
+    QVERIFY(mut(panel, 0, 0).isEmpty());
+}
+
+void tst_FourPsReflexes::targetColumnAsksForNoEnergy()
+{
+    Files files;
+    FourPs panel;
+    panel.EPoints.at(0)->Energy->setText("9000");
+    panel.EPoints.at(0)->MutT->setText("typed");
+    panel.EPoints.at(6)->MutT->setText("typed"); // its energy is empty
+    load(panel.ui.TargetFile, files.target);
+    QVERIFY(panel.EPoints.at(0)->MutT->text().isEmpty());
+    QVERIFY(panel.EPoints.at(6)->MutT->text() != "typed");
+}
+
+void tst_FourPsReflexes::missingFileOverAGoodSpectrumChangesNothingButRunsTheReflex()
+{
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    panel.ui.EdgeE->setText("8333");
+    RunCounter counter(panel);
+    load(panel.XafsFiles.at(0), files.dir.filePath("missing.dat"));
+    QVERIFY(panel.XafsFiles.at(0)->valid);
+    QCOMPARE(panel.ui.EdgeE->text(), "8333"); // no edge is proposed
+    QCOMPARE(counter.runs(), 2);              // its column, and the file itself
+}
+
+void tst_FourPsReflexes::brokenFileInvalidatesTheReference()
+{
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    panel.ui.EdgeE->setText("8333");
+    RunCounter counter(panel);
+    load(panel.XafsFiles.at(0), files.broken);
+    QVERIFY(!panel.XafsFiles.at(0)->valid);
+    QCOMPARE(panel.ui.EdgeE->text(), "8333"); // no edge was proposed
+    QCOMPARE(mut(panel, 1, 0), "1");          // the column stays
+    QCOMPARE(counter.runs(), 1);
+}
+
+void tst_FourPsReflexes::clearingARowKeepsItsSpectrum()
+{
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    panel.XafsFiles.at(0)->ClearB->click();
+    QVERIFY(panel.XafsFiles.at(0)->FileName->text().isEmpty());
+    QVERIFY(panel.XafsFiles.at(0)->valid);
+}
+
+void tst_FourPsReflexes::noticedEdgeIsWrittenWithSixDigits()
+{
+    FourPs panel;
+    panel.noticedNewEdge(8333.123456);
+    QCOMPARE(panel.ui.EdgeE->text(), "8333.12");
+    QCOMPARE(panel.XafsFiles.at(3)->edgeEnergy, 8333.12); // as displayed
+}
+
+void tst_FourPsReflexes::setEdgeGivesLimitsToAllSpectra()
+{
+    FourPs panel;
+    panel.ui.EdgeE->setText("8340");
+    panel.ui.PreEEndDE->setText("-30");
+    panel.ui.PostEStartDE->setText("80.5");
+    panel.setEdge();
+    for (const AXafsFileSelect* row : std::as_const(panel.XafsFiles)) {
+        QCOMPARE(row->preEdgeEnd, 8310.0);
+        QCOMPARE(row->edgeEnergy, 8340.0);
+        QCOMPARE(row->postEdgeStart, 8420.5);
+    }
+}
+
+void tst_FourPsReflexes::setEdgeRefitsBeforeAnyReflex()
+{
+    // With the post-edge range moved onto the flat top of both spectra, the
+    // total jump of the first reflex already counts both refitted lines.
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    load(panel.XafsFiles.at(1), files.ref2);
+    enter(panel.ui.PostEStartDE, "1000"); // no point: NaN lines
+    QCOMPARE(panel.ui.HgTTo->text(), "nan");
+    enter(panel.ui.PostEStartDE, "100");
+    QVERIFY(std::abs(panel.ui.HgTTo->text().toDouble() - 2.5) < 1e-4);
+}
+
+void tst_FourPsReflexes::setEdgeRefreshesValidReferencesOnly()
+{
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    panel.EPoints.at(1)->Mut1->setText("typed");
+    panel.EPoints.at(1)->Mut2->setText("typed");
+    RunCounter counter(panel);
+    panel.setEdge();
+    QCOMPARE(mut(panel, 1, 0), "1");
+    QCOMPARE(mut(panel, 1, 1), "typed");
+    QCOMPARE(counter.runs(), 1);
+}
+
+void tst_FourPsReflexes::edgeLeavesTheTargetColumn()
+{
+    Files files;
+    FourPs panel;
+    load(panel.ui.TargetFile, files.target);
+    panel.EPoints.at(1)->MutT->setText("typed");
+    enter(panel.ui.EdgeE, "8341");
+    QCOMPARE(panel.EPoints.at(1)->MutT->text(), "typed");
+}
+
+void tst_FourPsReflexes::leavingAnEdgeFieldSetsTheEdge()
+{
+    FourPs panel;
+    enter(panel.ui.EdgeE, "8000");
+    enter(panel.ui.PreEEndDE, "-10");
+    enter(panel.ui.PostEStartDE, "words"); // reads as 0
+    QCOMPARE(panel.ui.TargetFile->edgeEnergy, 8000.0);
+    QCOMPARE(panel.ui.TargetFile->preEdgeEnd, 7990.0);
+    QCOMPARE(panel.ui.TargetFile->postEdgeStart, 8000.0);
+}
+
+void tst_FourPsReflexes::newEnergyRefreshesItsRowOnly()
+{
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    load(panel.ui.TargetFile, files.target);
+    panel.EPoints.at(1)->Mut1->setText("typed");
+    enter(panel.EPoints.at(0)->Energy, "8390");
+    QCOMPARE(mut(panel, 0, 0), "1.5");
+    QCOMPARE(panel.EPoints.at(0)->MutT->text(), "2");
+    QCOMPARE(mut(panel, 1, 0), "typed");
+}
+
+void tst_FourPsReflexes::newEnergyStartsNoCalculation()
+{
+    FourPs panel;
+    RunCounter counter(panel);
+    enter(panel.EPoints.at(0)->Energy, "8390");
+    QVERIFY(messages(panel).isEmpty());
+}
+
+void tst_FourPsReflexes::newEnergyRefreshesCellsWithoutTestOfTheEnergy()
+{
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    panel.EPoints.at(0)->Mut1->setText("typed");
+    panel.EPoints.at(0)->Mut2->setText("typed"); // no spectrum: cleared
+    enter(panel.EPoints.at(0)->Energy, "");
+    QVERIFY(mut(panel, 0, 0) != "typed");
+    QVERIFY(mut(panel, 0, 1).isEmpty());
+}
+
+void tst_FourPsReflexes::newEnergyOfAStrangerDoesNothing()
+{
+    FourPs panel;
+    AEPoint stranger;
+    panel.EPoints.at(0)->Mut1->setText("typed");
+    connect(&stranger, &AEPoint::newEnergy, &panel, &FourPs::receiveNewEnergy);
+    Q_EMIT stranger.newEnergy(8390);
+    panel.receiveNewEnergy(8390);
+    QCOMPARE(mut(panel, 0, 0), "typed");
+}
+
+void tst_FourPsReflexes::postEdgeForReferencesChangesColumnsAndFlags()
+{
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    RunCounter counter(panel);
+    panel.ui.SubPostEforRef->click();
+    // Less the post-edge line of 1: 1.5 becomes 0.5 (the line is a fit, so to
+    // its rounding).
+    QVERIFY(std::abs(mut(panel, 2, 0).toDouble() - 0.5) < 1e-4);
+    QVERIFY(panel.XafsFiles.at(0)->subPost);
+    QVERIFY(panel.XafsFiles.at(3)->subPost);
+    QVERIFY(!panel.ui.TargetFile->subPost);
+    QVERIFY(panel.EPoints.at(0)->subBGForRef);
+    QVERIFY(!panel.EPoints.at(0)->subBGForTarget);
+    QCOMPARE(counter.runs(), 1);
+    panel.ui.SubPreEforRef->click();
+    QCOMPARE(mut(panel, 2, 0), "1.5");
+    QVERIFY(!panel.EPoints.at(0)->subBGForRef);
+}
+
+void tst_FourPsReflexes::postEdgeForTheTargetChangesItsColumnAndRunsOnce()
+{
+    Files files;
+    FourPs panel;
+    load(panel.ui.TargetFile, files.target);
+    RunCounter counter(panel);
+    panel.ui.SubPostEforTarget->click();
+    QVERIFY(std::abs(panel.EPoints.at(3)->MutT->text().toDouble() - 0.5) < 1e-4);
+    QVERIFY(panel.ui.TargetFile->subPost);
+    QVERIFY(!panel.XafsFiles.at(0)->subPost);
+    QVERIFY(panel.EPoints.at(7)->subBGForTarget);
+    QCOMPARE(counter.runs(), 1);
+}
+
+void tst_FourPsReflexes::preEdgeRadioClickRunsTheReflexToo()
+{
+    FourPs panel;
+    panel.ui.SubPostEforTarget->click();
+    RunCounter counter(panel);
+    panel.ui.SubPreEforTarget->click(); // toggles the other one off
+    QCOMPARE(counter.runs(), 1);
+}
+
+void tst_FourPsReflexes::togglingUseRunsTheReflexOnce()
+{
+    FourPs panel;
+    RunCounter counter(panel);
+    panel.Refs.RefRows.at(2)->UseCB->click();
+    QCOMPARE(counter.runs(), 1);
+    panel.Refs.RefRows.at(2)->UseCB->setChecked(false);
+    QCOMPARE(counter.runs(), 2);
+}
+
+void tst_FourPsReflexes::setUseRunsTheReflexTwice()
+{
+    FourPs panel;
+    RunCounter counter(panel);
+    panel.Refs.RefRows.at(3)->setUse(true);
+    QCOMPARE(counter.runs(), 2);
+    panel.Refs.RefRows.at(3)->setUse(true);
+    QCOMPARE(counter.runs(), 2);
+}
+
+void tst_FourPsReflexes::clickingARowsBoxRunsTheReflexOnce()
+{
+    FourPs panel;
+    RunCounter counter(panel);
+    panel.EPoints.at(5)->UseCB->click();
+    QCOMPARE(counter.runs(), 1);
+    panel.EPoints.at(5)->LCFCB->click();
+    QCOMPARE(counter.runs(), 2);
+}
+
+void tst_FourPsReflexes::checkingARowsBoxByCodeRunsNothing()
+{
+    FourPs panel;
+    RunCounter counter(panel);
+    panel.EPoints.at(5)->UseCB->setChecked(true);
+    QVERIFY(messages(panel).isEmpty());
+}
+
+void tst_FourPsReflexes::methodRadiosRunTheReflex()
+{
+    FourPs panel;
+    RunCounter counter(panel);
+    panel.ui.NonEquivBGVic->click();
+    QCOMPARE(counter.runs(), 1);
+    panel.ui.TypeNonEquiv->click(); // the map is then refused in other words
+    QCOMPARE(messages(panel).count("Ref File 0 is not valid."), 1);
+}
+
+void tst_FourPsReflexes::shiftOfAValidSpectrumRunsTheReflexWithoutRefit()
+{
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    AMutE& spectrum = *panel.XafsFiles.at(0);
+    const double before = spectrum.postValue(8500);
+    RunCounter counter(panel);
+    enter(panel.XafsFiles.at(0)->Ui_AFileSelect::dE, "5");
+    QCOMPARE(spectrum.dE, 5.0);
+    QCOMPARE(spectrum.postValue(8500), before);
+    QCOMPARE(counter.runs(), 1);
+    QCOMPARE(mut(panel, 2, 0), "1.5"); // columns are not rewritten here
+}
+
+void tst_FourPsReflexes::receiveNewRefIgnoresOddNumbers()
+{
+    FourPs panel;
+    RunCounter counter(panel);
+    for (const int n : {-1, 0, 4, 1000}) {
+        panel.receiveNewRef(n); // no valid reference anywhere
+    }
+    QVERIFY(messages(panel).isEmpty());
+}
+
+void tst_FourPsReflexes::numberedReferenceSlotsRefreshTheirColumns()
+{
+    Files files;
+    FourPs panel;
+    for (int i = 0; i < 4; ++i) {
+        load(panel.XafsFiles.at(i), files.ref1);
+    }
+    for (QLineEdit* cell : std::as_const(panel.EPoints.at(2)->mutEdits)) {
+        cell->setText("typed");
+    }
+    panel.receiveNewRef1("ignored");
+    QCOMPARE(mut(panel, 2, 0), "1.5");
+    QCOMPARE(mut(panel, 2, 1), "typed");
+    panel.receiveNewRef2({});
+    panel.receiveNewRef3({});
+    panel.receiveNewRef4({});
+    for (int i = 1; i < 4; ++i) {
+        QCOMPARE(mut(panel, 2, i), "1.5");
+    }
+}
+
+void tst_FourPsReflexes::receiveNewFileFromNowhereRunsTheReflex()
+{
+    FourPs panel;
+    RunCounter counter(panel);
+    panel.receiveNewFile("whatever");
+    QCOMPARE(counter.runs(), 1);
+}
+
+void tst_FourPsReflexes::displayFilesAreListedWithTheirSpectra()
+{
+    Files files;
+    FourPs panel;
+    panel.ui.DispFSelect->newFiles({files.ref1, files.target});
+    QCOMPARE(panel.ui.SelectedFs->count(), 2);
+    QCOMPARE(panel.ui.SelectedFs->itemText(0), files.ref1);
+    QCOMPARE(panel.ui.SelectedFs->itemText(1), files.target);
+    QCOMPARE(panel.DispMuts.size(), 2);
+    QCOMPARE(panel.DispMuts.at(1)->maxMut, 2.5);
+}
+
+void tst_FourPsReflexes::unreadableDisplayFilesAreDropped()
+{
+    Files files;
+    FourPs panel;
+    clearMessages(panel);
+    panel.receiveNewDispFiles(
+        {files.dir.path(), files.dir.filePath("missing"), files.broken, files.ref2, QString()});
+    QCOMPARE(panel.ui.SelectedFs->count(), 1);
+    QCOMPARE(panel.DispMuts.size(), 1);
+    QVERIFY(messages(panel).isEmpty());
+}
+
+void tst_FourPsReflexes::displayFilesFollowTheEdge()
+{
+    Files files;
+    FourPs panel;
+    panel.receiveNewDispFiles({files.ref1});
+    QCOMPARE(panel.DispMuts.at(0)->edgeEnergy, 8350.0);
+    enter(panel.ui.EdgeE, "8340");
+    QCOMPARE(panel.DispMuts.at(0)->edgeEnergy, 8340.0);
+    QCOMPARE(panel.DispMuts.at(0)->postEdgeStart, 8440.0);
+}
+
+void tst_FourPsReflexes::removeAFileTakesTheCurrentOne()
+{
+    Files files;
+    FourPs panel;
+    panel.receiveNewDispFiles({files.ref1, files.ref2, files.target});
+    panel.ui.SelectedFs->setCurrentIndex(1);
+    panel.ui.RemoveAFile->click();
+    QCOMPARE(panel.ui.SelectedFs->count(), 2);
+    QCOMPARE(panel.DispMuts.size(), 2);
+    QCOMPARE(panel.ui.SelectedFs->itemText(1), files.target);
+    QCOMPARE(panel.DispMuts.at(1)->fileName, "target.dat");
+}
+
+void tst_FourPsReflexes::removeAFileOnAnEmptyListDoesNothing()
+{
+    FourPs panel;
+    panel.ui.RemoveAFile->click();
+    QCOMPARE(panel.ui.SelectedFs->count(), 0);
+    panel.ui.SelectedFs->addItem("an item without a spectrum");
+    panel.removeAFile();
+    QCOMPARE(panel.ui.SelectedFs->count(), 1);
+}
+
+void tst_FourPsReflexes::pathsGoToTheRowsInOrderAndSurplusIsDropped()
+{
+    QTemporaryDir dir;
+    QStringList paths;
+    for (int i = 0; i < 10; ++i) {
+        paths.append(writeFile(dir, QStringLiteral("map%1.dat").arg(i),
+                               "# X-NUM 1\n# Y-NUM 1\n0 0 " + QByteArray::number(i) + " 1\n"));
+    }
+    FourPs panel;
+    clearMessages(panel);
+    panel.MultiFiles->newFiles(paths);
+    for (int i = 0; i < 8; ++i) {
+        QCOMPARE(panel.EPoints.at(i)->FileSelect->FileName->text(), paths.at(i));
+        QVERIFY(panel.EPoints.at(i)->loaded);
+        QCOMPARE(panel.EPoints.at(i)->rows.at(0).intensity, static_cast<double>(i));
+    }
+    QVERIFY(messages(panel).isEmpty()); // a map read starts no calculation
+}
+
+void tst_FourPsReflexes::directoryReachesEveryRowButTheSaveRow()
+{
+    FourPs panel;
+    panel.ui.SaveFSelect->dir = "own";
+    Q_EMIT panel.EPoints.at(2)->newDir("/elsewhere");
+    for (const AEPoint* row : std::as_const(panel.EPoints)) {
+        QCOMPARE(row->FileSelect->dir, "/elsewhere");
+    }
+    for (const AXafsFileSelect* row : std::as_const(panel.XafsFiles)) {
+        QCOMPARE(row->dir, "/elsewhere");
+    }
+    QCOMPARE(panel.ui.DispFSelect->dir, "/elsewhere");
+    QCOMPARE(panel.MultiFiles->dir, "/elsewhere");
+    QCOMPARE(panel.ui.SaveFSelect->dir, "own");
+    Q_EMIT panel.XafsFiles.at(4)->newDir("/target");
+    QCOMPARE(panel.EPoints.at(0)->FileSelect->dir, "/target");
+}
+
+void tst_FourPsReflexes::listOfEnergiesIsSpreadAsTyped()
+{
+    FourPs panel;
+    enter(panel.MultiEnergys, "8300.0, 8.35e3,8390 \"8400\"");
+    const QStringList expected{"8300.0", "8.35e3", "8390", "8400", "8460"};
+    for (int i = 0; i < expected.size(); ++i) {
+        QCOMPARE(panel.EPoints.at(i)->Energy->text(), expected.at(i));
+    }
+}
+
+void tst_FourPsReflexes::listOfEnergiesSkipsWhatIsNoEnergy()
+{
+    FourPs panel;
+    enter(panel.MultiEnergys, "eV 0 -5 8300 words 8320");
+    QCOMPARE(panel.EPoints.at(0)->Energy->text(), "8300");
+    QCOMPARE(panel.EPoints.at(1)->Energy->text(), "8320");
+    QCOMPARE(panel.EPoints.at(2)->Energy->text(), "8390");
+}
+
+void tst_FourPsReflexes::listOfEnergiesEmitsNothing()
+{
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    QSignalSpy spy(panel.EPoints.at(0), &AEPoint::newEnergy);
+    enter(panel.MultiEnergys, "8390");
+    QCOMPARE(spy.count(), 0);
+    QCOMPARE(mut(panel, 0, 0), "0"); // still that of 8313
+}
+
+void tst_FourPsReflexes::valenceRangeOfTheUsedReferences()
+{
+    FourPs panel;
+    panel.Refs.RefRows.at(0)->Valence->setText("2.5");
+    panel.Refs.RefRows.at(1)->Valence->setText("words");
+    double lo = 0, hi = 0, span = 0;
+    panel.ValenceRange(lo, hi, span);
+    QCOMPARE(lo, 0.0);
+    QCOMPARE(hi, 2.5);
+    QCOMPARE(span, 2.5);
+}
+
+void tst_FourPsReflexes::valenceRangeWithoutReferences()
+{
+    FourPs panel;
+    useReferences(panel, {});
+    double lo = 0, hi = 1, span = 0;
+    panel.ValenceRange(lo, hi, span);
+    QCOMPARE(lo, 10.0);
+    QCOMPARE(hi, 0.0);
+    QCOMPARE(span, -10.0);
+}
+
+void tst_FourPsReflexes::histogramRangesFollowWhereAutoIsOn()
+{
+    FourPs panel;
+    panel.ui.HgAAuto->setChecked(false);
+    panel.ui.HgAFrom->setText("mine");
+    panel.ui.HgTFrom->setText("mine");
+    panel.SetHistogramRanges();
+    QCOMPARE(panel.ui.HgAFrom->text(), "mine");
+    QCOMPARE(panel.ui.HgTFrom->text(), "-0.5");
+    QCOMPARE(panel.ui.HgTTo->cursorPosition(), 0);
+}
+
+void tst_FourPsReflexes::histogramRangesCountTheUsedJumps()
+{
+    FourPs panel;
+    makeReferenceValid(panel, 0, 1.25);
+    makeReferenceValid(panel, 1, 2.0);
+    makeReferenceValid(panel, 2, 8.0); // not in use
+    panel.SetHistogramRanges();
+    QCOMPARE(panel.ui.HgTTo->text(), "3.75");
+}
+
+void tst_FourPsReflexes::mapFilesEnergyLineReachesThePanel()
+{
+    Files files;
+    FourPs panel;
+    load(panel.XafsFiles.at(0), files.ref1);
+    QTemporaryDir dir;
+    const QString path =
+        writeFile(dir, "map.dat", "# X-NUM 1\n# Y-NUM 1\n# ENERGY : 8390\n0 0 1 1\n");
+    panel.EPoints.at(0)->FileSelect->newFile(path);
+    QCOMPARE(panel.EPoints.at(0)->Energy->text(), "8390");
+    QCOMPARE(mut(panel, 0, 0), "1.5");
+}
+
+void tst_FourPsReflexes::slotsAreCallableByName()
+{
+    FourPs panel;
+    const char* const names[] = {"noticedNewEdge(double)",
+                                 "setEdge()",
+                                 "dispCalcConditions(bool)",
+                                 "changedSubBGTypeForRef(bool)",
+                                 "changedSubBGTypeForTarget(bool)",
+                                 "removeAFile()",
+                                 "receiveNewDir(QString)",
+                                 "receiveNewEnergy(double)",
+                                 "receiveNewFile(QString)",
+                                 "receiveNewRef(int)",
+                                 "receiveNewRef1(QString)",
+                                 "receiveNewRef2(QString)",
+                                 "receiveNewRef3(QString)",
+                                 "receiveNewRef4(QString)",
+                                 "receiveNewTarget(QString)",
+                                 "receiveNewDispFiles(QStringList)",
+                                 "receiveNewPaths(QStringList)",
+                                 "calcBoth()",
+                                 "calcMap()",
+                                 "calcTarget()",
+                                 "calcAndWrite()",
+                                 "write()",
+                                 "newMultiEnergys()"};
+    for (const char* name : names) {
+        QVERIFY2(panel.metaObject()->indexOfSlot(name) >= 0, name);
+    }
+}
+
+QTEST_MAIN(tst_FourPsReflexes)
+#include "tst_FourPsReflexes.moc"

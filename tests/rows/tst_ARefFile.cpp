@@ -1,0 +1,226 @@
+// The line of the reference table: its form, its switch and what it passes on.
+
+#include "rows/ARefFile.h"
+#include "rows/DialogSettings.h"
+#include "rows/FormChecks.h"
+#include "support/TestFiles.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QVBoxLayout>
+#include <QtTest>
+
+namespace
+{
+
+// Clicks where the button's mark is: a radio button is no target over the
+// whole width that a layout may give it.
+void click(QAbstractButton* button)
+{
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
+}
+
+} // namespace
+
+class tst_ARefFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void formHasTheWidgetsOfItsRow_data();
+    void formHasTheWidgetsOfItsRow();
+    void formHasItsLimitsAndStyles();
+    void rowStartsOff();
+
+    void mouseSwitchesTheRowOnAndOff();
+    void switchingByMouseTellsOnce();
+    void switchingByCodeTellsTwice_data();
+    void switchingByCodeTellsTwice();
+    void settingThePresentStateTellsNothing_data();
+    void settingThePresentStateTellsNothing();
+    void rowsDoNotExcludeOneAnother();
+
+    void fileAndEdgeOfTheSpectrumArePassedOn();
+    void wordsInValenceAreKeptAsTyped();
+
+private:
+    const QTemporaryDir settingsFolder;
+};
+
+void tst_ARefFile::initTestCase()
+{
+    QVERIFY(settingsFolder.isValid());
+    tests::keepDialogSettingsIn(settingsFolder);
+}
+
+void tst_ARefFile::formHasTheWidgetsOfItsRow_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("RefName") << 0 << "QLabel"
+                             << "Ref 1";
+    QTest::newRow("UseCB") << 1 << "QRadioButton"
+                           << "Use";
+    QTest::newRow("XafsFS") << 2 << "AXafsFileSelect"
+                            << "";
+    QTest::newRow("label_20") << 3 << "QLabel"
+                              << "Valence";
+    QTest::newRow("Valence") << 4 << "QLineEdit"
+                             << "1";
+    QTest::newRow("label") << 5 << "QLabel"
+                           << "Ratio";
+    QTest::newRow("RatioDisp") << 6 << "QLineEdit"
+                               << "";
+    QTest::newRow("label_2") << 7 << "QLabel"
+                             << "dMut";
+    QTest::newRow("AmountDisp") << 8 << "QLineEdit"
+                                << "";
+}
+
+void tst_ARefFile::formHasTheWidgetsOfItsRow()
+{
+    const ARefFile row;
+    const QWidget* widget = tests::ownChild(&row, QString::fromLatin1(QTest::currentDataTag()));
+    QVERIFY(widget != nullptr);
+    QTEST(tests::gridColumn(widget), "column");
+    QTEST(QString::fromLatin1(widget->metaObject()->className()), "kind");
+    QTEST(tests::textOf(widget), "text");
+}
+
+void tst_ARefFile::formHasItsLimitsAndStyles()
+{
+    const ARefFile row;
+    QCOMPARE(row.objectName(), QStringLiteral("ARefFile"));
+    QCOMPARE(row.frameShape(), QFrame::NoFrame);
+    const auto* grid = qobject_cast<QGridLayout*>(row.layout());
+    QVERIFY(grid != nullptr);
+    QCOMPARE(grid->horizontalSpacing(), 3);
+    QCOMPARE(grid->verticalSpacing(), 3);
+    QCOMPARE(grid->contentsMargins(), QMargins(0, 0, 0, 0));
+    QCOMPARE(row.RefName->minimumWidth(), 50);
+    QCOMPARE(row.Valence->maximumWidth(), 40);
+    QVERIFY(tests::isRightAligned(row.Valence));
+    for (const QLineEdit* result : {row.RatioDisp, row.AmountDisp}) {
+        QCOMPARE(result->maximumWidth(), 40);
+        QCOMPARE(result->styleSheet(), QString(tests::resultStyle));
+    }
+}
+
+void tst_ARefFile::rowStartsOff()
+{
+    const ARefFile row;
+    QVERIFY(!row.UseCB->isChecked());
+    QVERIFY(!row.XafsFS->valid);
+}
+
+void tst_ARefFile::mouseSwitchesTheRowOnAndOff()
+{
+    ARefFile row;
+    row.show();
+    click(row.UseCB);
+    QVERIFY(row.UseCB->isChecked());
+    click(row.UseCB);
+    QVERIFY(!row.UseCB->isChecked());
+}
+
+void tst_ARefFile::switchingByMouseTellsOnce()
+{
+    ARefFile row;
+    row.show();
+    const QSignalSpy uses(&row, &ARefFile::changedUse);
+    click(row.UseCB);
+    QCOMPARE(uses.size(), 1);
+    QCOMPARE(uses.at(0).at(0).toBool(), true);
+    click(row.UseCB);
+    QCOMPARE(uses.size(), 2);
+    QCOMPARE(uses.at(1).at(0).toBool(), false);
+}
+
+void tst_ARefFile::switchingByCodeTellsTwice_data()
+{
+    QTest::addColumn<bool>("from");
+    QTest::newRow("on") << false;
+    QTest::newRow("off") << true;
+}
+
+void tst_ARefFile::switchingByCodeTellsTwice()
+{
+    QFETCH(bool, from);
+    ARefFile row;
+    row.setUse(from);
+    const QSignalSpy uses(&row, &ARefFile::changedUse);
+    row.setUse(!from);
+    QCOMPARE(row.UseCB->isChecked(), !from);
+    QCOMPARE(uses.size(), 2);
+    QCOMPARE(uses.at(0).at(0).toBool(), !from);
+    QCOMPARE(uses.at(1).at(0).toBool(), !from);
+}
+
+void tst_ARefFile::settingThePresentStateTellsNothing_data()
+{
+    QTest::addColumn<bool>("state");
+    QTest::newRow("on") << true;
+    QTest::newRow("off") << false;
+}
+
+void tst_ARefFile::settingThePresentStateTellsNothing()
+{
+    QFETCH(bool, state);
+    ARefFile row;
+    row.setUse(state);
+    const QSignalSpy uses(&row, &ARefFile::changedUse);
+    row.setUse(state);
+    QCOMPARE(row.UseCB->isChecked(), state);
+    QCOMPARE(uses.size(), 0);
+}
+
+void tst_ARefFile::rowsDoNotExcludeOneAnother()
+{
+    QWidget table;
+    auto* layout = new QVBoxLayout(&table);
+    QList<ARefFile*> rows;
+    for (int i = 0; i < 4; ++i) {
+        rows << new ARefFile(&table);
+        layout->addWidget(rows.last());
+    }
+    table.show();
+    for (int i = 0; i < 4; ++i) {
+        click(rows.at(i)->UseCB);
+        for (int j = 0; j < 4; ++j) {
+            QCOMPARE(rows.at(j)->UseCB->isChecked(), j <= i);
+        }
+    }
+    for (ARefFile* row : std::as_const(rows)) {
+        click(row->UseCB);
+        QVERIFY(!row->UseCB->isChecked());
+    }
+}
+
+void tst_ARefFile::fileAndEdgeOfTheSpectrumArePassedOn()
+{
+    const QTemporaryDir folder;
+    const QString path = tests::writeFile(folder, QStringLiteral("ni.dat"), "8000 0\n8010 1\n");
+    ARefFile row;
+    QStringList journal;
+    connect(&row, &ARefFile::foundNewEdge, this,
+            [&](double e) { journal << QStringLiteral("edge %1").arg(e); });
+    connect(&row, &ARefFile::selectedFile, this, [&] { journal << QStringLiteral("selected"); });
+    row.XafsFS->AFileSelect::newFile(path);
+    // Half way between the two points.
+    const QStringList expected{QStringLiteral("edge 8005"), QStringLiteral("selected")};
+    QCOMPARE(journal, expected);
+}
+
+void tst_ARefFile::wordsInValenceAreKeptAsTyped()
+{
+    ARefFile row;
+    row.Valence->setText(QStringLiteral("two"));
+    QTest::keyClick(row.Valence, Qt::Key_Return);
+    QCOMPARE(row.Valence->text(), QStringLiteral("two"));
+}
+
+QTEST_MAIN(tst_ARefFile)
+#include "tst_ARefFile.moc"

@@ -1,0 +1,475 @@
+// The spectrum row: reading where a file is named, the edge that it proposes,
+// its energy shift, and its mut less a background line.
+
+#include "rows/AXafsFileSelect.h"
+#include "rows/AsNobody.h"
+#include "rows/DialogSettings.h"
+#include "support/SameDouble.h"
+#include "support/TestFiles.h"
+
+#include <QFileDialog>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+
+namespace
+{
+
+QStringList debugLines;
+
+void keepDebugLine(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    if (type == QtDebugMsg) {
+        debugLines << text;
+    }
+}
+
+// The rise between 8100 and 8110 is the steepest, so the edge is at 8105.
+const QByteArray goodSpectrum = "8000 0.0\n8100 0.1\n8110 1.1\n8200 1.2\n";
+
+// Straight numbers for hand calculation: mut 0.1 at 8000 eV, 1.1 at 8010 eV
+// and 1.3 at 8020 eV, over flat background lines.
+void fill(AMutE& spectrum)
+{
+    spectrum.points = {{0.0, 8000.0, 0.1}, {0.0, 8010.0, 1.1}, {0.0, 8020.0, 1.3}};
+    spectrum.preLine = {0.25, 0.0, 0.0};
+    spectrum.postLine = {1.5, 0.0, 0.0};
+    spectrum.valid = true;
+}
+
+AMutE& spectrumOf(AXafsFileSelect& row)
+{
+    return row;
+}
+
+} // namespace
+
+class tst_AXafsFileSelect : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+
+    void rowStartsWithoutFrameAndSubtractsThePreEdgeLine();
+    void slotsAreCallableByName();
+
+    void namedFileIsReadAndProposesItsEdge();
+    void edgeIsProposedBeforeTheRowReturns();
+    void dialogAndDropComeByTheSameRoad();
+    void readOverAReadProposesAgain();
+    void failedReadProposesNoEdge_data();
+    void failedReadProposesNoEdge();
+    void unreadableFileProposesNoEdge();
+    void missingFileLeavesTheSpectrumAndProposesNoEdge_data();
+    void missingFileLeavesTheSpectrumAndProposesNoEdge();
+    void fileWithoutPointsMakesAGoodSpectrumInvalid();
+    void spectrumSlotAloneDoesNotTouchTheNameField();
+    void newFileNeedsNoFrame();
+
+    void attachShowsTheShiftField();
+    void shiftFieldIsNotHeardBeforeAttach();
+    void attachIsSafeWithoutAFrame();
+    void attachTwiceHearsTheShiftFieldOnce();
+
+    void shiftOfAValidSpectrumIsStoredAndTold();
+    void shiftWithoutASpectrumIsStoredInSilence();
+    void shiftOfWordsIsZero();
+    void shiftDoesNotRefitTheBackgroundLines();
+    void shiftSurvivesANewFile();
+
+    void mutIsInterpolatedLessThePreEdgeLine_data();
+    void mutIsInterpolatedLessThePreEdgeLine();
+    void mutIsLessThePostEdgeLineWhenChosen();
+    void mutBelowTheSpectrumIsInterpolatedFromTheOrigin();
+    void mutAboveTheSpectrumIsRefusedAndLeavesTheValue();
+    void mutOfAnEmptySpectrumIsRefused();
+    void mutWalksTheWorkingEnergies();
+    void mutOfADescendingScanTakesTheFirstPoint();
+
+private:
+    const QTemporaryDir settingsFolder;
+    std::unique_ptr<QTemporaryDir> folder;
+};
+
+void tst_AXafsFileSelect::initTestCase()
+{
+    QVERIFY(settingsFolder.isValid());
+    tests::keepDialogSettingsIn(settingsFolder);
+}
+
+void tst_AXafsFileSelect::init()
+{
+    folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(folder->isValid());
+}
+
+void tst_AXafsFileSelect::rowStartsWithoutFrameAndSubtractsThePreEdgeLine()
+{
+    const AXafsFileSelect row;
+    QVERIFY(row.frame == nullptr);
+    QCOMPARE(row.subPost, false);
+    QCOMPARE(row.valid, false);
+    QVERIFY(row.dEBase->isHidden());
+}
+
+void tst_AXafsFileSelect::slotsAreCallableByName()
+{
+    AXafsFileSelect row;
+    const QString path = tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum);
+    QVERIFY(QMetaObject::invokeMethod(&row, "newFile", Q_ARG(QString, path)));
+    QVERIFY(row.valid);
+    row.Ui_AFileSelect::dE->setText(QStringLiteral("2"));
+    QVERIFY(QMetaObject::invokeMethod(&row, "setNewDE"));
+    QCOMPARE(spectrumOf(row).dE, 2.0);
+}
+
+void tst_AXafsFileSelect::namedFileIsReadAndProposesItsEdge()
+{
+    AXafsFileSelect row;
+    const QSignalSpy edges(&row, &AXafsFileSelect::foundNewEdge);
+    const QString path = tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum);
+    row.AFileSelect::newFile(path);
+    QVERIFY(row.valid);
+    QCOMPARE(row.points.size(), 4);
+    QCOMPARE(row.fileText(), path);
+    QCOMPARE(edges.size(), 1);
+    QCOMPARE(edges.at(0).at(0).toDouble(), 8105.0);
+}
+
+void tst_AXafsFileSelect::edgeIsProposedBeforeTheRowReturns()
+{
+    AXafsFileSelect row;
+    QStringList journal;
+    // A listener of newFilePath that came later than the row itself, like the
+    // panel, finds the spectrum read.
+    connect(&row, &AXafsFileSelect::foundNewEdge, this, [&] { journal << QStringLiteral("edge"); });
+    connect(&row, &AFileSelect::newFilePath, this, [&] {
+        journal << (row.valid ? QStringLiteral("path, read") : QStringLiteral("path, not read"));
+    });
+    connect(&row, &AFileSelect::selectedFile, this, [&] { journal << QStringLiteral("selected"); });
+    row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum));
+    const QStringList expected{QStringLiteral("edge"), QStringLiteral("path, read"),
+                               QStringLiteral("selected")};
+    QCOMPARE(journal, expected);
+}
+
+void tst_AXafsFileSelect::dialogAndDropComeByTheSameRoad()
+{
+    AXafsFileSelect row;
+    const QString path = tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum);
+    const QSignalSpy edges(&row, &AXafsFileSelect::foundNewEdge);
+    Q_EMIT row.dialog->fileSelected(path);
+    QCOMPARE(edges.size(), 1);
+    QCOMPARE(row.fileText(), path);
+    QCOMPARE(row.AFileSelect::fileName, QStringLiteral("ni.dat"));
+    QCOMPARE(row.AMutE::fileName, QStringLiteral("ni.dat"));
+}
+
+void tst_AXafsFileSelect::readOverAReadProposesAgain()
+{
+    AXafsFileSelect row;
+    const QSignalSpy edges(&row, &AXafsFileSelect::foundNewEdge);
+    row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("a.dat"), goodSpectrum));
+    row.AFileSelect::newFile(
+        tests::writeFile(*folder, QStringLiteral("b.dat"), "7000 0\n7100 1\n7200 1.5\n"));
+    QCOMPARE(edges.size(), 2);
+    QCOMPARE(edges.at(1).at(0).toDouble(), 7050.0);
+    QCOMPARE(row.points.size(), 3);
+}
+
+void tst_AXafsFileSelect::failedReadProposesNoEdge_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("comments only") << QByteArray("# nothing\n# at all\n");
+    QTest::newRow("one column") << QByteArray("8000\n8100\n");
+    QTest::newRow("beamline form without Offset") << QByteArray("9809 Ni\n8000 1 2 3 4 5\n");
+    QTest::newRow("beamline form without rows") << QByteArray("9809 Ni\nMode 0 0 1 2\nOffset 0\n");
+}
+
+void tst_AXafsFileSelect::failedReadProposesNoEdge()
+{
+    QFETCH(QByteArray, content);
+    AXafsFileSelect row;
+    const QSignalSpy edges(&row, &AXafsFileSelect::foundNewEdge);
+    const QSignalSpy paths(&row, &AFileSelect::newFilePath);
+    row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("bad.dat"), content));
+    QVERIFY(!row.valid);
+    QCOMPARE(edges.size(), 0);
+    QCOMPARE(paths.size(), 1);
+}
+
+void tst_AXafsFileSelect::unreadableFileProposesNoEdge()
+{
+    const QString path = tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum);
+    QVERIFY(QFile::setPermissions(path, {}));
+    QVERIFY(QFile::setPermissions(folder->path(), QFile::Permissions(0x7755)));
+    AXafsFileSelect row;
+    const QSignalSpy edges(&row, &AXafsFileSelect::foundNewEdge);
+    {
+        const tests::AsNobody rights;
+        QVERIFY(rights.works());
+        row.AFileSelect::newFile(path);
+    }
+    QVERIFY(!row.valid);
+    QCOMPARE(edges.size(), 0);
+    QCOMPARE(row.fileText(), path);
+}
+
+void tst_AXafsFileSelect::missingFileLeavesTheSpectrumAndProposesNoEdge_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("missing file") << "missing.dat";
+    QTest::newRow("a folder") << ".";
+    QTest::newRow("cleared row") << "";
+}
+
+void tst_AXafsFileSelect::missingFileLeavesTheSpectrumAndProposesNoEdge()
+{
+    QFETCH(QString, name);
+    AXafsFileSelect row;
+    row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum));
+    const QSignalSpy edges(&row, &AXafsFileSelect::foundNewEdge);
+    const QSignalSpy paths(&row, &AFileSelect::newFilePath);
+    if (name.isEmpty()) {
+        QTest::mouseClick(row.ClearB, Qt::LeftButton);
+    } else {
+        row.AFileSelect::newFile(folder->filePath(name));
+    }
+    QVERIFY(row.valid);
+    QCOMPARE(row.points.size(), 4);
+    QCOMPARE(edges.size(), 0);
+    QCOMPARE(paths.size(), 1);
+}
+
+void tst_AXafsFileSelect::fileWithoutPointsMakesAGoodSpectrumInvalid()
+{
+    AXafsFileSelect row;
+    row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum));
+    const QSignalSpy edges(&row, &AXafsFileSelect::foundNewEdge);
+    row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("bad.dat"), "# none\n"));
+    QVERIFY(!row.valid);
+    QCOMPARE(edges.size(), 0);
+}
+
+void tst_AXafsFileSelect::spectrumSlotAloneDoesNotTouchTheNameField()
+{
+    AXafsFileSelect row;
+    const QSignalSpy paths(&row, &AFileSelect::newFilePath);
+    row.newFile(tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum));
+    QVERIFY(row.valid);
+    QCOMPARE(row.fileText(), QString());
+    QCOMPARE(paths.size(), 0);
+}
+
+void tst_AXafsFileSelect::newFileNeedsNoFrame()
+{
+    AXafsFileSelect row;
+    row.attach(nullptr);
+    row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum));
+    QVERIFY(row.valid);
+}
+
+void tst_AXafsFileSelect::attachShowsTheShiftField()
+{
+    AXafsFileSelect row;
+    row.attach(nullptr);
+    QVERIFY(!row.dEBase->isHidden());
+}
+
+void tst_AXafsFileSelect::shiftFieldIsNotHeardBeforeAttach()
+{
+    AXafsFileSelect row;
+    row.Ui_AFileSelect::dE->setText(QStringLiteral("1.5"));
+    Q_EMIT row.newDE();
+    QCOMPARE(spectrumOf(row).dE, 0.0);
+}
+
+void tst_AXafsFileSelect::attachIsSafeWithoutAFrame()
+{
+    AXafsFileSelect row;
+    row.attach(nullptr);
+    QVERIFY(row.frame == nullptr);
+    row.Ui_AFileSelect::dE->setText(QStringLiteral("1.5"));
+    QTest::keyClick(row.Ui_AFileSelect::dE, Qt::Key_Return);
+    QCOMPARE(spectrumOf(row).dE, 1.5);
+}
+
+void tst_AXafsFileSelect::attachTwiceHearsTheShiftFieldOnce()
+{
+    AXafsFileSelect row;
+    row.attach(nullptr);
+    row.attach(nullptr);
+    fill(row);
+    const QSignalSpy updates(&row, &AXafsFileSelect::updated);
+    Q_EMIT row.newDE();
+    QCOMPARE(updates.size(), 1);
+}
+
+void tst_AXafsFileSelect::shiftOfAValidSpectrumIsStoredAndTold()
+{
+    AXafsFileSelect row;
+    row.attach(nullptr);
+    fill(row);
+    const QSignalSpy updates(&row, &AXafsFileSelect::updated);
+    row.Ui_AFileSelect::dE->setText(QStringLiteral("-2.5"));
+    debugLines.clear();
+    const auto before = qInstallMessageHandler(keepDebugLine);
+    QTest::keyClick(row.Ui_AFileSelect::dE, Qt::Key_Return);
+    qInstallMessageHandler(before);
+    QCOMPARE(spectrumOf(row).dE, -2.5);
+    QCOMPARE(updates.size(), 1);
+    const QStringList expected{QStringLiteral("set new de"), QStringLiteral("bb")};
+    QCOMPARE(debugLines, expected);
+}
+
+void tst_AXafsFileSelect::shiftWithoutASpectrumIsStoredInSilence()
+{
+    AXafsFileSelect row;
+    row.attach(nullptr);
+    const QSignalSpy updates(&row, &AXafsFileSelect::updated);
+    row.Ui_AFileSelect::dE->setText(QStringLiteral("3"));
+    debugLines.clear();
+    const auto before = qInstallMessageHandler(keepDebugLine);
+    QTest::keyClick(row.Ui_AFileSelect::dE, Qt::Key_Return);
+    qInstallMessageHandler(before);
+    QCOMPARE(spectrumOf(row).dE, 3.0);
+    QCOMPARE(updates.size(), 0);
+    QCOMPARE(debugLines, QStringList(QStringLiteral("set new de")));
+}
+
+void tst_AXafsFileSelect::shiftOfWordsIsZero()
+{
+    AXafsFileSelect row;
+    spectrumOf(row).dE = 4.0;
+    row.Ui_AFileSelect::dE->setText(QStringLiteral("two"));
+    row.setNewDE();
+    QCOMPARE(spectrumOf(row).dE, 0.0);
+}
+
+void tst_AXafsFileSelect::shiftDoesNotRefitTheBackgroundLines()
+{
+    AXafsFileSelect row;
+    QByteArray spectrum;
+    for (int energy = 7800; energy <= 8700; energy += 10) {
+        const double mut = energy < 8350 ? 0.1 + 1e-4 * energy : 1.5 - 1e-4 * energy;
+        spectrum += QByteArray::number(energy) + ' ' + QByteArray::number(mut, 'g', 17) + '\n';
+    }
+    row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("ni.dat"), spectrum));
+    const VictoreenLine pre = row.preLine;
+    const VictoreenLine post = row.postLine;
+    row.Ui_AFileSelect::dE->setText(QStringLiteral("37.5"));
+    row.setNewDE();
+    QVERIFY(tests::sameDouble(row.preLine.c, pre.c) && tests::sameDouble(row.preLine.a, pre.a) &&
+            tests::sameDouble(row.preLine.b, pre.b));
+    QVERIFY(tests::sameDouble(row.postLine.c, post.c) &&
+            tests::sameDouble(row.postLine.a, post.a) && tests::sameDouble(row.postLine.b, post.b));
+    // A fit of the shifted spectrum would have given other lines.
+    row.fitLines();
+    QVERIFY(!tests::sameDouble(row.preLine.c, pre.c));
+    QVERIFY(!tests::sameDouble(row.postLine.c, post.c));
+}
+
+void tst_AXafsFileSelect::shiftSurvivesANewFile()
+{
+    AXafsFileSelect row;
+    row.Ui_AFileSelect::dE->setText(QStringLiteral("5"));
+    row.setNewDE();
+    const QSignalSpy edges(&row, &AXafsFileSelect::foundNewEdge);
+    row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum));
+    QCOMPARE(spectrumOf(row).dE, 5.0);
+    QCOMPARE(row.points.at(0).energy, 8000.0);
+    QCOMPARE(edges.size(), 1);
+    QCOMPARE(edges.at(0).at(0).toDouble(), 8100.0); // 8105 less the shift
+}
+
+void tst_AXafsFileSelect::mutIsInterpolatedLessThePreEdgeLine_data()
+{
+    QTest::addColumn<double>("energy"); // eV
+    QTest::addColumn<double>("mut");
+    QTest::newRow("between two points") << 8005.0 << 0.6 - 0.25;
+    QTest::newRow("in the second segment") << 8015.0 << 1.2 - 0.25;
+    QTest::newRow("on a point") << 8010.0 << 1.1 - 0.25;
+    QTest::newRow("on the first point") << 8000.0 << 0.1 - 0.25;
+    QTest::newRow("on the last point") << 8020.0 << 1.3 - 0.25;
+}
+
+void tst_AXafsFileSelect::mutIsInterpolatedLessThePreEdgeLine()
+{
+    QFETCH(double, energy);
+    QFETCH(double, mut);
+    AXafsFileSelect row;
+    fill(row);
+    double out = -7.0;
+    QVERIFY(row.MutAt(energy, &out));
+    // A few roundings of numbers near 1.
+    QVERIFY2(qAbs(out - mut) < 1e-12, qPrintable(QString::number(out, 'g', 17)));
+}
+
+void tst_AXafsFileSelect::mutIsLessThePostEdgeLineWhenChosen()
+{
+    AXafsFileSelect row;
+    fill(row);
+    row.subPost = true;
+    double out = -7.0;
+    QVERIFY(row.MutAt(8005.0, &out));
+    QVERIFY2(qAbs(out - (0.6 - 1.5)) < 1e-12, qPrintable(QString::number(out, 'g', 17)));
+}
+
+void tst_AXafsFileSelect::mutBelowTheSpectrumIsInterpolatedFromTheOrigin()
+{
+    AXafsFileSelect row;
+    fill(row);
+    double out = -7.0;
+    // Half way from energy 0, mut 0 to the first point.
+    QVERIFY(row.MutAt(4000.0, &out));
+    QVERIFY2(qAbs(out - (0.05 - 0.25)) < 1e-12, qPrintable(QString::number(out, 'g', 17)));
+}
+
+void tst_AXafsFileSelect::mutAboveTheSpectrumIsRefusedAndLeavesTheValue()
+{
+    AXafsFileSelect row;
+    fill(row);
+    double out = -7.0;
+    QVERIFY(!row.MutAt(8020.5, &out));
+    QCOMPARE(out, -7.0);
+}
+
+void tst_AXafsFileSelect::mutOfAnEmptySpectrumIsRefused()
+{
+    const AXafsFileSelect row;
+    double out = -7.0;
+    QVERIFY(!row.MutAt(8000.0, &out));
+    QCOMPARE(out, -7.0);
+}
+
+void tst_AXafsFileSelect::mutWalksTheWorkingEnergies()
+{
+    AXafsFileSelect row;
+    fill(row);
+    spectrumOf(row).dE = 5.0;
+    double out = -7.0;
+    // The points lie at 7995, 8005 and 8015 now.
+    QVERIFY(row.MutAt(8000.0, &out));
+    QVERIFY2(qAbs(out - (0.6 - 0.25)) < 1e-12, qPrintable(QString::number(out, 'g', 17)));
+    QVERIFY(!row.MutAt(8016.0, &out));
+}
+
+void tst_AXafsFileSelect::mutOfADescendingScanTakesTheFirstPoint()
+{
+    AXafsFileSelect row;
+    fill(row);
+    std::reverse(row.points.begin(), row.points.end());
+    double out = -7.0;
+    // 8020 eV comes first and reaches 8010 eV: from the origin, 1.3 * 8010 / 8020.
+    QVERIFY(row.MutAt(8010.0, &out));
+    QVERIFY2(qAbs(out - (1.3 * 8010.0 / 8020.0 - 0.25)) < 1e-12,
+             qPrintable(QString::number(out, 'g', 17)));
+}
+
+QTEST_MAIN(tst_AXafsFileSelect)
+#include "tst_AXafsFileSelect.moc"

@@ -1,0 +1,70 @@
+// The list of reference rows as one place to listen to.
+
+#include "rows/ARefFile.h"
+#include "rows/DialogSettings.h"
+#include "rows/RefFiles.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class tst_RefFiles : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void listStartsEmpty();
+    void signalsOfAllRowsComeOutAsOne();
+    void rowsAreNotOwned();
+
+private:
+    const QTemporaryDir settingsFolder;
+};
+
+void tst_RefFiles::initTestCase()
+{
+    QVERIFY(settingsFolder.isValid());
+    tests::keepDialogSettingsIn(settingsFolder);
+}
+
+void tst_RefFiles::listStartsEmpty()
+{
+    const RefFiles refs;
+    QVERIFY(refs.RefRows.isEmpty());
+}
+
+void tst_RefFiles::signalsOfAllRowsComeOutAsOne()
+{
+    ARefFile first;
+    ARefFile second;
+    RefFiles refs;
+    refs.RefRows = {&first, &second};
+    for (ARefFile* row : std::as_const(refs.RefRows)) {
+        connect(row, &ARefFile::changedUse, &refs, &RefFiles::changedUse);
+        connect(row, &ARefFile::selectedFile, &refs, &RefFiles::selectedFile);
+    }
+    const QSignalSpy uses(&refs, &RefFiles::changedUse);
+    const QSignalSpy files(&refs, &RefFiles::selectedFile);
+    second.UseCB->click();
+    QCOMPARE(uses.size(), 1);
+    first.setUse(true);
+    QCOMPARE(uses.size(), 3);
+    second.XafsFS->clearFileName();
+    QCOMPARE(files.size(), 1);
+}
+
+void tst_RefFiles::rowsAreNotOwned()
+{
+    ARefFile row;
+    {
+        RefFiles refs;
+        refs.RefRows = {&row};
+    }
+    QVERIFY(row.parent() == nullptr);
+    row.setUse(true);
+    QVERIFY(row.UseCB->isChecked());
+}
+
+QTEST_MAIN(tst_RefFiles)
+#include "tst_RefFiles.moc"
