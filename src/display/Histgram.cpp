@@ -1,0 +1,40 @@
+#include "display/Histgram.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+
+Histgram::Histgram(QLineEdit* from, QLineEdit* to, QLineEdit* boxCount, QAbstractButton* automatic,
+                   QObject* parent)
+    : QObject(parent)
+    , fromEdit(from)
+    , toEdit(to)
+    , boxesEdit(boxCount)
+    , autoBox(automatic)
+{
+}
+
+void Histgram::init()
+{
+    autoMode = autoBox->isChecked();
+    start(fromEdit->text().toDouble(), toEdit->text().toDouble(),
+          boxesFrom(boxesEdit->text().toDouble()));
+}
+
+bool Histgram::write(const QString& path, const QString& name) const
+{
+    const QFileInfo result(path);
+    const QString fileName =
+        result.completeBaseName() + QLatin1Char('_') + name + QLatin1Char('.') + result.suffix();
+    // The canonical path of a file that is not there is empty, and nothing gets
+    // written: users opt in to a histogram file by making it once. Keep it so.
+    const QString target = QFileInfo(QDir(result.canonicalPath()), fileName).canonicalFilePath();
+    QFile file(target);
+    if (target.isEmpty() || !file.open(QIODevice::WriteOnly | QIODevice::Text)) {
+        return false;
+    }
+    const QByteArray text = fileText();
+    return file.write(text) == text.size() && file.flush();
+}

@@ -8,6 +8,8 @@
 class QAbstractButton;
 class QLineEdit;
 
+/// Counts values between the limits that the user typed. The widgets are not
+/// owned; they outlive the calls of init().
 class Histgram : public QObject, public HistogramCounts
 {
     Q_OBJECT
@@ -17,14 +19,20 @@ public:
              QObject* parent = nullptr);
 
     /// Reads the limits and the number of bins from the widgets and zeroes the
-    /// counts.
+    /// counts. Text that is no number counts as 0; see boxesFrom() for what
+    /// becomes of the number of bins.
     void init();
 
-    /// Writes the counts beside the result file @p path, to
-    /// "<complete base name>_<name>.<suffix>".
+    /// Writes fileText() beside the result file @p path, to
+    /// "<complete base name>_<name>.<suffix>" in the folder where that file
+    /// really is; the name ends in a point when @p path has no suffix.
     ///
-    /// @return false when that file could not be opened or written. A file that
-    ///         is not there yet cannot: see the implementation.
+    /// Only a file that is already there gets written, as it were by the user's
+    /// leave. When @p path itself is not there, the working folder stands for
+    /// its own.
+    ///
+    /// @return false when the file is not there, or could not be opened or
+    ///         written to its end
     bool write(const QString& path, const QString& name) const;
 
     QLineEdit* fromEdit;

@@ -30,7 +30,8 @@ QByteArray textOf(double value)
 bool sameAsToolkit(double value)
 {
     static const QString format = QStringLiteral("%1");
-    QByteArray text;
+    static QByteArray text; // keeps its room from call to call
+    text.resize(0);
     analysis::appendGeneral(text, value, 10);
     return format.arg(value, 10, 'g', -1, QLatin1Char(' ')) == QLatin1String(text);
 }

@@ -1,0 +1,177 @@
+// Writing a result map of 1000 by 1000 pixels: the plain twin and the product.
+#include "analysis/ResultText.h"
+
+#include "data/A2DData.h"
+#include "support/PlainResultWriter.h"
+
+#include <QTemporaryFile>
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <map>
+#include <random>
+#include <string>
+
+namespace
+{
+
+constexpr int side = 1000;
+constexpr analysis::ValenceMix mix{true, 2.0, 3.0};
+const tests::PlainValences valences{2, QStringLiteral("2"), QStringLiteral("3")};
+
+/// All columns that a map of two references has.
+constexpr std::array<bool, analysis::columnCount> wanted = {
+    true, true, false, false, true, true, false, false, true, true, false, true, true};
+
+/// Fractions and thicknesses as a sample gives them, with noise in all digits.
+A2DData makeResult(bool extended)
+{
+    std::mt19937_64 random(1);
+    std::normal_distribution<double> noise(0.0, 0.3);
+    A2DData map;
+    map.extended = extended;
+    map.headerLines = {"# 1306", "# generated"};
+    map.xNum = side;
+    map.yNum = side;
+    map.rows.reserve(qsizetype{side} * side);
+    for (int y = 0; y < side; ++y) {
+        for (int x = 0; x < side; ++x) {
+            A2DRow row{double(x), double(y), 0.5 + noise(random), 1.0 + noise(random), {}};
+            for (int i = 0; extended && i < analysis::columnCount; ++i) {
+                row.values << noise(random);
+            }
+            map.rows << row;
+        }
+    }
+    return map;
+}
+
+const A2DData& result(bool extended)
+{
+    static const A2DData simple = makeResult(false);
+    static const A2DData full = makeResult(true);
+    return extended ? full : simple;
+}
+
+/// Takes all and keeps nothing, so that only the making of the text counts.
+class NullDevice : public QIODevice
+{
+public:
+    NullDevice() { open(QIODevice::WriteOnly | QIODevice::Unbuffered); }
+
+protected:
+    qint64 readData(char*, qint64) override { return -1; }
+    qint64 writeData(const char*, qint64 size) override { return size; }
+};
+
+bool writeTwin(QIODevice& device, bool extended)
+{
+    return tests::writePlainResultMap(device, result(extended), valences, wanted);
+}
+
+bool writeProduct(QIODevice& device, bool extended)
+{
+    return analysis::writeResultMap(device, result(extended), mix, wanted);
+}
+
+using Write = bool (*)(QIODevice&, bool extended);
+
+void makeText(benchmark::State& state, Write write, bool extended)
+{
+    result(extended);
+    for ([[maybe_unused]] auto _ : state) {
+        NullDevice device;
+        if (!write(device, extended)) {
+            state.SkipWithError("not written");
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * side * side);
+}
+
+void writeFile(benchmark::State& state, Write write, bool extended)
+{
+    result(extended);
+    QTemporaryFile file;
+    if (!file.open()) {
+        state.SkipWithError("no temporary file");
+        return;
+    }
+    for ([[maybe_unused]] auto _ : state) {
+        if (!file.resize(0) || !file.seek(0) || !write(file, extended)) {
+            state.SkipWithError("not written");
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * side * side);
+}
+
+/// Prints the usual table and, after it, how many times faster than its twin
+/// each product was, in time of the processor: the roads have one thread, and
+/// the machine may have other things to do.
+class RatioReporter : public benchmark::ConsoleReporter
+{
+public:
+    RatioReporter()
+        : ConsoleReporter(OO_None)
+    {
+    }
+
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run& run : runs) {
+            const bool isResult = run.run_type == Run::RT_Iteration ||
+                                  run.aggregate_name == "median"; // after the single runs
+            if (isResult && !run.error_occurred) {
+                m_times[run.run_name.function_name] = run.GetAdjustedCPUTime();
+            }
+        }
+    }
+
+    void Finalize() override
+    {
+        for (const auto& [name, time] : m_times) {
+            const std::string ending = "/product";
+            if (!name.ends_with(ending)) {
+                continue;
+            }
+            const std::string road = name.substr(0, name.size() - ending.size());
+            const auto twin = m_times.find(road + "/twin");
+            if (twin != m_times.end()) {
+                std::printf("%-32s %6.1f times the twin\n", road.c_str(), twin->second / time);
+            }
+        }
+        ConsoleReporter::Finalize();
+    }
+
+private:
+    std::map<std::string, double> m_times;
+};
+
+void registerRoad(const std::string& name, void (*measure)(benchmark::State&, Write, bool),
+                  bool extended)
+{
+    const auto add = [&](const char* ending, Write write) {
+        benchmark::RegisterBenchmark((name + ending).c_str(), measure, write, extended)
+            ->Unit(benchmark::kMillisecond);
+    };
+    add("/twin", writeTwin);
+    add("/product", writeProduct);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    registerRoad("resultText/simple", makeText, false);
+    registerRoad("resultText/extended", makeText, true);
+    registerRoad("resultFile/simple", writeFile, false);
+    registerRoad("resultFile/extended", writeFile, true);
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return 0;
+}

@@ -1,0 +1,303 @@
+// Limits, counting and the file text of histograms.
+#include "analysis/HistogramCounts.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+namespace
+{
+
+constexpr double inf = std::numeric_limits<double>::infinity();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+/// Four bins of width 2 with the edges 0, 2, 4, 6, 8: all exact in binary.
+HistogramCounts fourBins()
+{
+    HistogramCounts counts;
+    counts.start(1.0, 7.0, 4);
+    return counts;
+}
+
+} // namespace
+
+class tst_HistogramCounts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void numberOfBoxesIsTruncatedAndHeld_data();
+    void numberOfBoxesIsTruncatedAndHeld();
+    void limitsAreCentresOfTheOuterBins();
+    void startZeroesAllCounts();
+    void startHoldsTheNumberOfBoxes();
+    void valueLandsWhereItBelongs_data();
+    void valueLandsWhereItBelongs();
+    void valueAtFromLessHalfABinFallsIntoBinZero();
+    void highestCountIsKept();
+    void valuesOutsideDoNotRaiseTheHighestCount();
+    void descendingLimitsCountDownward();
+    void oneBoxCountsAllBelow_data();
+    void oneBoxCountsAllBelow();
+    void noBoxCountsAllOutside();
+    void fileHasTwoLinesMoreThanBoxes_data();
+    void fileHasTwoLinesMoreThanBoxes();
+    void fileLinesHaveEdgesCentreAndCount();
+    void fileOfNoBoxHasTwoLines();
+    void fileOfOneBoxShowsInfinityAndNaN();
+    void fileRoundsHalvesAsAllNumbersOfTheProgram();
+};
+
+void tst_HistogramCounts::numberOfBoxesIsTruncatedAndHeld_data()
+{
+    QTest::addColumn<double>("number");
+    QTest::addColumn<int>("boxes");
+    QTest::newRow("whole") << 50.0 << 50;
+    QTest::newRow("truncated, not rounded") << 10.99 << 10;
+    QTest::newRow("one") << 1.0 << 1;
+    QTest::newRow("below one") << 0.999 << 0;
+    QTest::newRow("zero") << 0.0 << 0;
+    QTest::newRow("negative") << -7.0 << 0;
+    QTest::newRow("NaN") << notANumber << 0;
+    QTest::newRow("minus infinity") << -inf << 0;
+    QTest::newRow("just below the most") << 999999.9 << 999999;
+    QTest::newRow("the most") << 1e6 << 1000000;
+    QTest::newRow("more than the most") << 1000001.0 << 1000000;
+    QTest::newRow("beyond the integers") << 1e300 << 1000000;
+    QTest::newRow("infinity") << inf << 1000000;
+}
+
+void tst_HistogramCounts::numberOfBoxesIsTruncatedAndHeld()
+{
+    QFETCH(double, number);
+    QTEST(HistogramCounts::boxesFrom(number), "boxes");
+}
+
+// 10 steps from 0 to 1. Tolerance: a few units in the last place of 1.
+void tst_HistogramCounts::limitsAreCentresOfTheOuterBins()
+{
+    HistogramCounts counts;
+    counts.start(0.0, 1.0, 11);
+    QCOMPARE(counts.boxes, 11);
+    QVERIFY(std::abs(counts.step - 0.1) < 1e-15);
+    QVERIFY(std::abs(counts.minV + 0.05) < 1e-15);
+    QVERIFY(std::abs(counts.maxV - 1.05) < 1e-15);
+    counts.add(0.0); // the centre of bin 0
+    counts.add(1.0); // the centre of the last bin
+    QCOMPARE(counts.bins.first(), 1);
+    QCOMPARE(counts.bins.last(), 1);
+}
+
+void tst_HistogramCounts::startZeroesAllCounts()
+{
+    HistogramCounts counts = fourBins();
+    for (const double value : {-9.0, 1.0, 1.0, 99.0}) {
+        counts.add(value);
+    }
+    counts.start(1.0, 3.0, 3);
+    QCOMPARE(counts.bins, (QList<int>{0, 0, 0}));
+    QCOMPARE(counts.under, 0);
+    QCOMPARE(counts.over, 0);
+    QCOMPARE(counts.total, 0);
+}
+
+void tst_HistogramCounts::startHoldsTheNumberOfBoxes()
+{
+    HistogramCounts counts;
+    counts.start(0.0, 1.0, -5);
+    QCOMPARE(counts.boxes, 0);
+    QCOMPARE(counts.bins.size(), 0);
+    counts.start(0.0, 1.0, std::numeric_limits<int>::max());
+    QCOMPARE(counts.boxes, 1000000);
+    QCOMPARE(counts.bins.size(), 1000000);
+}
+
+void tst_HistogramCounts::valueLandsWhereItBelongs_data()
+{
+    constexpr int below = -1;
+    constexpr int above = 4;
+    QTest::addColumn<double>("value");
+    QTest::addColumn<int>("place");
+    QTest::newRow("lower edge of bin 0") << 0.0 << 0;
+    QTest::newRow("inside bin 0") << 1.5 << 0;
+    QTest::newRow("an edge belongs to the upper bin") << 2.0 << 1;
+    QTest::newRow("last bin") << 7.999 << 3;
+    QTest::newRow("upper edge of the last bin") << 8.0 << above;
+    QTest::newRow("above") << 100.0 << above;
+    QTest::newRow("half a bin below falls into bin 0") << -1.0 << 0;
+    QTest::newRow("nearly one bin below falls into bin 0") << std::nextafter(-2.0, 0.0) << 0;
+    QTest::newRow("one bin below") << -2.0 << below;
+    QTest::newRow("far below") << -1e9 << below;
+    QTest::newRow("last of the integers") << 4294967294.0 << above;
+    QTest::newRow("beyond the integers") << 4294967296.0 << below;
+    QTest::newRow("huge") << 1e300 << below;
+    QTest::newRow("hugely negative") << -1e300 << below;
+    QTest::newRow("infinity") << inf << below;
+    QTest::newRow("minus infinity") << -inf << below;
+    QTest::newRow("NaN") << notANumber << below;
+}
+
+void tst_HistogramCounts::valueLandsWhereItBelongs()
+{
+    QFETCH(double, value);
+    QFETCH(int, place);
+    HistogramCounts counts = fourBins();
+    counts.add(value);
+    QCOMPARE(counts.under, place == -1 ? 1 : 0);
+    QCOMPARE(counts.over, place == 4 ? 1 : 0);
+    for (int i = 0; i < 4; ++i) {
+        QCOMPARE(counts.bins.at(i), place == i ? 1 : 0);
+    }
+}
+
+// From 1, and half a bin of width 2 below it.
+void tst_HistogramCounts::valueAtFromLessHalfABinFallsIntoBinZero()
+{
+    HistogramCounts counts = fourBins();
+    counts.add(1.0 - 0.5 * 2.0);
+    QCOMPARE(counts.bins.at(0), 1);
+    QCOMPARE(counts.under, 0);
+}
+
+void tst_HistogramCounts::highestCountIsKept()
+{
+    HistogramCounts counts = fourBins();
+    for (const double value : {1.0, 3.0, 3.5, 2.5, 5.0, 5.5}) {
+        counts.add(value);
+    }
+    QCOMPARE(counts.bins, (QList<int>{1, 3, 2, 0}));
+    QCOMPARE(counts.total, 3);
+}
+
+void tst_HistogramCounts::valuesOutsideDoNotRaiseTheHighestCount()
+{
+    HistogramCounts counts = fourBins();
+    for (int i = 0; i < 5; ++i) {
+        counts.add(-50.0);
+        counts.add(50.0);
+    }
+    counts.add(3.0);
+    QCOMPARE(counts.total, 1);
+    QCOMPARE(counts.under, 5);
+    QCOMPARE(counts.over, 5);
+}
+
+// From 7 to 1: a width of -2, bin 0 from 8 down to 6.
+void tst_HistogramCounts::descendingLimitsCountDownward()
+{
+    HistogramCounts counts;
+    counts.start(7.0, 1.0, 4);
+    QCOMPARE(counts.minV, 8.0);
+    QCOMPARE(counts.maxV, 0.0);
+    counts.add(7.0);
+    counts.add(1.0);
+    counts.add(11.0);
+    counts.add(-1.0);
+    QCOMPARE(counts.bins, (QList<int>{1, 0, 0, 1}));
+    QCOMPARE(counts.under, 1);
+    QCOMPARE(counts.over, 1);
+}
+
+void tst_HistogramCounts::oneBoxCountsAllBelow_data()
+{
+    QTest::addColumn<double>("from");
+    QTest::addColumn<double>("to");
+    QTest::newRow("ascending") << 0.0 << 1.0;
+    QTest::newRow("descending") << 1.0 << 0.0;
+    QTest::newRow("equal") << 1.0 << 1.0;
+}
+
+void tst_HistogramCounts::oneBoxCountsAllBelow()
+{
+    QFETCH(double, from);
+    QFETCH(double, to);
+    HistogramCounts counts;
+    counts.start(from, to, 1);
+    QVERIFY(!std::isfinite(counts.step));
+    for (const double value : {0.0, 0.5, 1.0, -1e300, 1e300, inf, -inf, notANumber}) {
+        counts.add(value);
+    }
+    QCOMPARE(counts.bins, (QList<int>{0}));
+    QCOMPARE(counts.under, 8);
+    QCOMPARE(counts.over, 0);
+}
+
+void tst_HistogramCounts::noBoxCountsAllOutside()
+{
+    HistogramCounts counts;
+    counts.start(0.0, 1.0, 0);
+    QCOMPARE(counts.step, -1.0);
+    counts.add(0.0);   // half a width from the edge at 0.5
+    counts.add(100.0); // far on the side where the bins would not be
+    counts.add(notANumber);
+    QCOMPARE(counts.bins.size(), 0);
+    QCOMPARE(counts.over, 1);
+    QCOMPARE(counts.under, 2);
+    QCOMPARE(counts.total, 0);
+}
+
+void tst_HistogramCounts::fileHasTwoLinesMoreThanBoxes_data()
+{
+    QTest::addColumn<int>("boxes");
+    for (const int boxes : {0, 1, 2, 11, 50, 1000}) {
+        QTest::addRow("%d boxes", boxes) << boxes;
+    }
+}
+
+void tst_HistogramCounts::fileHasTwoLinesMoreThanBoxes()
+{
+    QFETCH(int, boxes);
+    HistogramCounts counts;
+    counts.start(0.0, 1.0, boxes);
+    QCOMPARE(counts.fileText().count('\n'), boxes + 2);
+}
+
+void tst_HistogramCounts::fileLinesHaveEdgesCentreAndCount()
+{
+    HistogramCounts counts = fourBins();
+    for (const double value : {-5.0, -5.0, -5.0, 1.0, 3.0, 3.0, 7.0, 8.0, 9.0}) {
+        counts.add(value);
+    }
+    QCOMPARE(counts.fileText(), QByteArray("-2 -1 0  3\n"
+                                           "0 1 2  1\n"
+                                           "2 3 4  2\n"
+                                           "4 5 6  0\n"
+                                           "6 7 8  1\n"
+                                           "8 9 10  2\n"));
+}
+
+// Width -1, lower edge 0.5: the lines of i = -1 and i = 0.
+void tst_HistogramCounts::fileOfNoBoxHasTwoLines()
+{
+    HistogramCounts counts;
+    counts.start(0.0, 1.0, 0);
+    QCOMPARE(counts.fileText(), QByteArray("1.5 1 0.5  0\n"
+                                           "0.5 0 -0.5  0\n"));
+}
+
+// Infinite width from minus infinity: inf * i - inf is NaN for a positive
+// factor, and 0 * inf is NaN as well.
+void tst_HistogramCounts::fileOfOneBoxShowsInfinityAndNaN()
+{
+    HistogramCounts counts;
+    counts.start(0.0, 1.0, 1);
+    counts.add(0.5);
+    QCOMPARE(counts.fileText(), QByteArray("-inf -inf nan  1\n"
+                                           "nan nan nan  0\n"
+                                           "nan nan nan  0\n"));
+}
+
+// Centres at 100000.5 and 100001.5.
+void tst_HistogramCounts::fileRoundsHalvesAsAllNumbersOfTheProgram()
+{
+    HistogramCounts counts;
+    counts.start(100000.5, 100001.5, 2);
+    QCOMPARE(counts.fileText(), QByteArray("99999 99999.5 100000  0\n"
+                                           "100000 100001 100001  0\n"
+                                           "100001 100002 100002  0\n"
+                                           "100002 100003 100003  0\n"));
+}
+
+QTEST_GUILESS_MAIN(tst_HistogramCounts)
+#include "tst_HistogramCounts.moc"
