@@ -11,6 +11,7 @@ cases can be computed without touching a disk. The path "@" stands for the
 folder that a replay makes for itself.
 """
 
+import codecs
 import math
 import posixpath
 import re
@@ -123,6 +124,20 @@ def tokens_of(line):
     return simplified(line).split(" ")
 
 
+def _bad_utf8(error):
+    """One replacement character for each bad byte; an unfinished character at
+    the end of the file is dropped."""
+    data, start = error.object, error.start
+    needed = 1 + (data[start] >= 0xC2) + (data[start] >= 0xE0) + (data[start] >= 0xF0)
+    rest = data[start + 1 :]
+    if data[start] < 0xF5 and len(rest) + 1 < needed and all(0x80 <= byte < 0xC0 for byte in rest):
+        return "", len(data)
+    return "\ufffd", start + 1
+
+
+codecs.register_error("stream", _bad_utf8)
+
+
 def text_lines(content, text_mode=True):
     """The lines of a file as a text stream hands them out."""
     for bom, codec in (
@@ -133,10 +148,10 @@ def text_lines(content, text_mode=True):
         (b"\xef\xbb\xbf", "utf-8"),
     ):
         if content.startswith(bom):
-            text = content[len(bom) :].decode(codec, "replace")
+            text = content[len(bom) :].decode(codec, "stream" if codec == "utf-8" else "replace")
             break
     else:
-        text = content.decode("utf-8", "replace")
+        text = content.decode("utf-8", "stream")
     text = text.replace("\r", "") if text_mode else text.replace("\r\n", "\n")
     lines = text.split("\n")
     if lines[-1] == "":

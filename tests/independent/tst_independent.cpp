@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -116,13 +117,14 @@ private:
     QMap<QString, Operation> operations();
 
     QWidget* widget(const QString& field) const;
+    QWidget* findWidget(const QString& field) const;
     AFileSelect* fileRow(const QString& name) const;
     QLineEdit* edit(const QString& field) const;
     QAbstractButton* button(const QString& name) const;
     AEPoint* energyRow(const QString& field) const;
 
     void newFile(const QJsonArray& action);
-    void callSlot(QObject* object, const QString& name, const QJsonArray& arguments);
+    void callSlot(QObject* object, const QString& name, const QJsonValue& value);
     void setBase(const QJsonObject& values);
 
     State state() const;
@@ -147,6 +149,8 @@ private:
     QMap<QString, QByteArray> m_files; // what must lie in the folder
     QStringList m_messageTable;
     qsizetype m_said = 0;
+    QString m_trouble;
+    mutable QHash<QString, QWidget*> m_found; // by the field's name
 };
 
 Replay::Replay(const QJsonObject& caseObject)
@@ -261,12 +265,10 @@ QMap<QString, Replay::Operation> Replay::operations()
              m_panel->Refs.RefRows.at(a.at(1).toInt() - 1)->setUse(a.at(2).toBool());
          }},
         {"slot",
-         [this](const QJsonArray& a) {
-             callSlot(m_panel.get(), a.at(1).toString(), {a.at(2), a.at(3)});
-         }},
+         [this](const QJsonArray& a) { callSlot(m_panel.get(), a.at(1).toString(), a.at(2)); }},
         {"rowslot",
          [this](const QJsonArray& a) {
-             callSlot(m_panel->EPoints.at(a.at(1).toInt() - 1), a.at(2).toString(), {a.at(3)});
+             callSlot(m_panel->EPoints.at(a.at(1).toInt() - 1), a.at(2).toString(), a.at(3));
          }},
         {"combo",
          [this](const QJsonArray& a) {
@@ -293,26 +295,27 @@ void Replay::newFile(const QJsonArray& action)
 }
 
 /// Calls a slot by its name with what the case has for its one argument.
-void Replay::callSlot(QObject* object, const QString& name, const QJsonArray& arguments)
+void Replay::callSlot(QObject* object, const QString& name, const QJsonValue& value)
 {
-    const QJsonValue value = arguments.at(0);
     const QByteArray slot = name.toLatin1();
+    const char* member = slot.constData();
     bool done = false;
-    if (value.isUndefined() || value.isNull()) {
-        done = QMetaObject::invokeMethod(object, slot.constData());
+    if (value.isUndefined()) {
+        done = QMetaObject::invokeMethod(object, member);
     } else if (value.isBool()) {
-        done = QMetaObject::invokeMethod(object, slot.constData(), Q_ARG(bool, value.toBool()));
+        done = QMetaObject::invokeMethod(object, member, Q_ARG(bool, value.toBool()));
     } else if (value.isArray()) {
-        done = QMetaObject::invokeMethod(object, slot.constData(),
-                                         Q_ARG(QStringList, localList(value)));
+        done = QMetaObject::invokeMethod(object, member, Q_ARG(QStringList, localList(value)));
     } else if (value.isString()) {
-        done = QMetaObject::invokeMethod(object, slot.constData(),
-                                         Q_ARG(QString, local(value.toString())));
+        done = QMetaObject::invokeMethod(object, member, Q_ARG(QString, local(value.toString())));
+    } else if (object->metaObject()->indexOfSlot(slot + "(int)") >= 0) {
+        done = QMetaObject::invokeMethod(object, member, Q_ARG(int, value.toInt()));
     } else {
-        done = QMetaObject::invokeMethod(object, slot.constData(), Q_ARG(int, value.toInt())) ||
-               QMetaObject::invokeMethod(object, slot.constData(), Q_ARG(double, value.toDouble()));
+        done = QMetaObject::invokeMethod(object, member, Q_ARG(double, value.toDouble()));
     }
-    QVERIFY2(done, qPrintable("no such slot: " + name));
+    if (!done) {
+        m_trouble = "  no such slot: " + name + "\n";
+    }
 }
 
 void Replay::setBase(const QJsonObject& values)
@@ -362,6 +365,15 @@ AFileSelect* Replay::fileRow(const QString& name) const
 }
 
 QWidget* Replay::widget(const QString& field) const
+{
+    QWidget*& found = m_found[field];
+    if (!found) {
+        found = findWidget(field);
+    }
+    return found;
+}
+
+QWidget* Replay::findWidget(const QString& field) const
 {
     const QString first = field.section(QLatin1Char('.'), 0, 0);
     const QString second = field.section(QLatin1Char('.'), 1);
@@ -593,7 +605,7 @@ QString Replay::check(const QJsonObject& expected)
     for (const QJsonValue& index : expected.value("say").toArray()) {
         said << m_messageTable.at(index.toInt());
     }
-    return compareState() + compareMessages(said) + compareFiles();
+    return m_trouble + compareState() + compareMessages(said) + compareFiles();
 }
 
 QString Replay::compareState() const
