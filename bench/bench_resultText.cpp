@@ -1,15 +1,14 @@
-// Writing a result map of 1000 by 1000 pixels: the plain twin and the product.
+// Writing a result map of 1000 by 1000 pixels: the plain road and the product's.
 #include "analysis/ResultText.h"
 
 #include "data/A2DData.h"
 #include "support/PlainResultWriter.h"
+#include "support/RatioReporter.h"
 
 #include <QTemporaryFile>
 
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
-#include <map>
 #include <random>
 #include <string>
 
@@ -65,7 +64,7 @@ protected:
     qint64 writeData(const char*, qint64 size) override { return size; }
 };
 
-bool writeTwin(QIODevice& device, bool extended)
+bool writePlain(QIODevice& device, bool extended)
 {
     return tests::writePlainResultMap(device, result(extended), valences, wanted);
 }
@@ -105,73 +104,24 @@ void writeFile(benchmark::State& state, Write write, bool extended)
     state.SetItemsProcessed(state.iterations() * side * side);
 }
 
-/// Prints the usual table and, after it, how many times faster than its twin
-/// each product was, in time of the processor: the roads have one thread, and
-/// the machine may have other things to do.
-class RatioReporter : public benchmark::ConsoleReporter
-{
-public:
-    RatioReporter()
-        : ConsoleReporter(OO_None)
-    {
-    }
+using Measure = void (*)(benchmark::State&, Write, bool);
 
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) {
-            const bool isResult = run.run_type == Run::RT_Iteration ||
-                                  run.aggregate_name == "median"; // after the single runs
-            if (isResult && !run.error_occurred) {
-                m_times[run.run_name.function_name] = run.GetAdjustedCPUTime();
-            }
-        }
-    }
-
-    void Finalize() override
-    {
-        for (const auto& [name, time] : m_times) {
-            const std::string ending = "/product";
-            if (!name.ends_with(ending)) {
-                continue;
-            }
-            const std::string road = name.substr(0, name.size() - ending.size());
-            const auto twin = m_times.find(road + "/twin");
-            if (twin != m_times.end()) {
-                std::printf("%-32s %6.1f times the twin\n", road.c_str(), twin->second / time);
-            }
-        }
-        ConsoleReporter::Finalize();
-    }
-
-private:
-    std::map<std::string, double> m_times;
-};
-
-void registerRoad(const std::string& name, void (*measure)(benchmark::State&, Write, bool),
-                  bool extended)
+bool registerRoad(const std::string& name, Measure measure, bool extended)
 {
     const auto add = [&](const char* ending, Write write) {
         benchmark::RegisterBenchmark((name + ending).c_str(), measure, write, extended)
             ->Unit(benchmark::kMillisecond);
     };
-    add("/twin", writeTwin);
+    add("/plain", writePlain);
     add("/product", writeProduct);
+    return true;
 }
+
+const bool registered = registerRoad("resultText/simple", makeText, false) &&
+                        registerRoad("resultText/extended", makeText, true) &&
+                        registerRoad("resultFile/simple", writeFile, false) &&
+                        registerRoad("resultFile/extended", writeFile, true);
 
 } // namespace
 
-int main(int argc, char** argv)
-{
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
-    }
-    registerRoad("resultText/simple", makeText, false);
-    registerRoad("resultText/extended", makeText, true);
-    registerRoad("resultFile/simple", writeFile, false);
-    registerRoad("resultFile/extended", writeFile, true);
-    RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    return 0;
-}
+AELK_BENCHMARK_MAIN()

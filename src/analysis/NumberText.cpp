@@ -44,11 +44,18 @@ constexpr PowerOfTen powerOfTen(int k)
     return {static_cast<std::uint64_t>((UInt128{1} << numerator) / five), k - numerator};
 }
 
+/// Where 10^k stands in the table.
+constexpr std::size_t powerIndex(int k)
+{
+    const int index = k + lastPower;
+    return static_cast<std::size_t>(index);
+}
+
 /// 10^-lastPower to 10^lastPower.
 constexpr auto powersOfTen = [] {
     std::array<PowerOfTen, 2 * lastPower + 1> powers;
     for (int k = -lastPower; k <= lastPower; ++k) {
-        powers[static_cast<std::size_t>(k + lastPower)] = powerOfTen(k);
+        powers[powerIndex(k)] = powerOfTen(k);
     }
     return powers;
 }();
@@ -97,7 +104,7 @@ struct Scaled {
 /// to 21 bits and the fraction 41 to 48.
 Scaled scale(std::uint64_t mantissa, int binary, int exponent)
 {
-    const PowerOfTen& power = powersOfTen[static_cast<std::size_t>(5 - exponent + lastPower)];
+    const PowerOfTen& power = powersOfTen[powerIndex(5 - exponent)];
     const UInt128 product = UInt128{mantissa} * power.mantissa;
     return {static_cast<std::uint64_t>(product >> 64), -(binary + power.exponent + 1)};
 }
@@ -167,12 +174,14 @@ std::size_t layOut(SixDigits value, char* out)
         return layOutWithExponent(digits.data(), count, value.exponent, out);
     }
     if (value.exponent < 0) {
-        const auto lead = static_cast<std::size_t>(1 - value.exponent);
-        std::memcpy(out, "0.000", 5);
+        const int zeros = -1 - value.exponent;
+        const std::size_t lead = 2 + static_cast<std::size_t>(zeros);
+        std::memset(out, '0', 5);
+        out[1] = '.';
         std::memcpy(out + lead, digits.data(), 8);
         return lead + count;
     }
-    const auto whole = static_cast<std::size_t>(value.exponent + 1);
+    const std::size_t whole = 1 + static_cast<std::size_t>(value.exponent);
     std::memcpy(out, digits.data(), 8);
     if (count <= whole) {
         return whole;

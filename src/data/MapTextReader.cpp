@@ -2,6 +2,7 @@
 
 #include "data/A2DData.h"
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <QDebug>
 #include <QIODevice>
@@ -13,7 +14,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <string_view>
 #include <vector>
@@ -28,14 +28,78 @@ namespace
 // lines of plain ASCII, nearly all lines of a real map, take a shorter road to
 // the same values: their words are found and converted as bytes, in place.
 
-/// The lines of a device, read in blocks. Memory: the block, or a small
+bool hasHighBit(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0x80u) != 0;
+}
+
+/// Whether all bytes are ASCII. Without an early end, which lets the loop run
+/// many bytes at a time.
+bool isAscii(std::string_view bytes)
+{
+    unsigned char seen = 0;
+    for (const char byte : bytes) {
+        seen = static_cast<unsigned char>(seen | static_cast<unsigned char>(byte));
+    }
+    return seen < 0x80;
+}
+
+/// Makes whole UTF-8 of a file's bytes, as QTextStream would understand them.
+///
+/// What a broken sequence gives depends on where a decoder's input is cut: at a
+/// cut it may even swallow the line feed behind it. So the input is cut where
+/// QTextStream cuts it, and one left unfinished at the end of the file is
+/// dropped.
+class Utf8Mender
+{
+public:
+    /// The next bytes of the file, mended; all but the last call bring a
+    /// multiple of pieceSize.
+    QByteArray mended(std::string_view bytes)
+    {
+        m_isInSequence = !bytes.empty() && hasHighBit(bytes.back());
+        QByteArray out;
+        for (std::size_t at = 0; at < bytes.size(); at += pieceSize) {
+            const std::string_view piece = bytes.substr(at, pieceSize);
+            const QString text =
+                m_decoder(QByteArrayView(piece.data(), static_cast<qsizetype>(piece.size())));
+            out += text.toUtf8();
+        }
+        return out;
+    }
+
+    /// Whether @p bytes may be taken as they are instead.
+    bool isNeeded(std::string_view bytes) const { return m_isInSequence || !isAscii(bytes); }
+
+private:
+    static constexpr std::size_t pieceSize = 16384; // what QTextStream reads at a time
+    static_assert(mapTextBlockSize % pieceSize == 0);
+
+    QStringDecoder m_decoder{QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom};
+    bool m_isInSequence = false;
+};
+
+/// Reads until @p size bytes are there or the device has no more.
+std::size_t readFully(QIODevice& device, char* out, std::size_t size)
+{
+    std::size_t filled = 0;
+    while (filled < size) {
+        const qint64 got = device.read(out + filled, static_cast<qint64>(size - filled));
+        if (got <= 0) {
+            break;
+        }
+        filled += static_cast<std::size_t>(got);
+    }
+    return filled;
+}
+
+/// The lines of a device, read in blocks. Memory: some blocks, or a small
 /// multiple of the longest line.
 class Lines
 {
 public:
     explicit Lines(QIODevice& device)
         : m_device(device)
-        , m_block(mapTextBlockSize)
     {
     }
 
@@ -43,79 +107,81 @@ public:
     bool next()
     {
         m_lineBegin = m_lineEnd;
-        std::size_t searched = m_lineBegin;
+        std::size_t searched = 0;
         do {
-            const char* const from = m_block.data() + searched;
-            if (const void* end = std::memchr(from, '\n', m_filled - searched)) {
-                m_lineEnd =
-                    searched + static_cast<std::size_t>(static_cast<const char*>(end) - from) + 1;
+            const std::string_view rest = unread().substr(searched);
+            const std::size_t end = rest.find('\n');
+            if (end != std::string_view::npos) {
+                m_lineEnd = m_lineBegin + searched + end + 1;
                 return true;
             }
-            searched = m_filled - m_lineBegin;
+            searched += rest.size();
         } while (fill());
         m_lineEnd = m_filled;
         return m_lineEnd > m_lineBegin;
     }
 
-    /// The bytes of the line with its line feed, if it has one.
-    std::string_view line() const
-    {
-        return {m_block.data() + m_lineBegin, m_lineEnd - m_lineBegin};
-    }
-
-    /// Where the line begins, counted from the first byte read.
-    std::size_t offset() const { return m_blockOffset + m_lineBegin; }
+    /// The whole UTF-8 of the line with its line feed, if it has one.
+    std::string_view line() const { return unread().substr(0, m_lineEnd - m_lineBegin); }
 
 private:
-    /// Moves the unfinished line to the front and reads on behind it.
+    std::string_view unread() const
+    {
+        return {m_block.data() + m_lineBegin, m_filled - m_lineBegin};
+    }
+
+    /// Reads on behind the unfinished line; false when nothing came.
     bool fill()
     {
-        if (m_lineBegin > 0) {
-            std::copy(m_block.begin() + static_cast<std::ptrdiff_t>(m_lineBegin),
-                      m_block.begin() + static_cast<std::ptrdiff_t>(m_filled), m_block.begin());
-            m_blockOffset += m_lineBegin;
-            m_filled -= m_lineBegin;
-            m_lineBegin = 0;
+        moveUnreadToFront();
+        makeRoom(mapTextBlockSize);
+        char* const out = m_block.data() + m_filled;
+        const std::size_t got = readFully(m_device, out, mapTextBlockSize);
+        if (m_mender.isNeeded({out, got})) {
+            const QByteArray mended = m_mender.mended({out, got});
+            makeRoom(static_cast<std::size_t>(mended.size()));
+            std::copy(mended.cbegin(), mended.cend(), m_block.data() + m_filled);
+            m_filled += static_cast<std::size_t>(mended.size());
+        } else {
+            m_filled += got;
         }
-        if (m_filled == m_block.size()) {
-            m_block.resize(2 * m_block.size());
-        }
-        const qint64 got = m_device.read(m_block.data() + m_filled,
-                                         static_cast<qint64>(m_block.size() - m_filled));
-        m_filled += static_cast<std::size_t>(std::max<qint64>(got, 0));
         return got > 0;
     }
 
+    void moveUnreadToFront()
+    {
+        if (m_lineBegin == 0) {
+            return;
+        }
+        const std::string_view rest = unread();
+        std::copy(rest.begin(), rest.end(), m_block.begin());
+        m_filled = rest.size();
+        m_lineBegin = 0;
+    }
+
+    void makeRoom(std::size_t size)
+    {
+        if (m_block.size() - m_filled < size) {
+            m_block.resize(std::max(m_filled + size, 2 * m_filled));
+        }
+    }
+
     QIODevice& m_device;
+    Utf8Mender m_mender;
     std::vector<char> m_block;
-    std::size_t m_blockOffset = 0;
     std::size_t m_filled = 0;
     std::size_t m_lineBegin = 0;
     std::size_t m_lineEnd = 0;
 };
 
-/// The text of a line that begins @p offset bytes after the start of its file,
-/// without its line end and any other carriage return.
-///
-/// How many replacement characters a broken sequence gives depends on where a
-/// decoder's input is cut, so it is cut where QTextStream cuts it. The line
-/// feed takes part: it tells the decoder that a sequence stays unfinished. At
-/// the end of a file nothing does, and the sequence is dropped.
-QString decoded(std::string_view line, std::size_t offset)
+/// The text of a line, without its line feed and any carriage return.
+QString decoded(std::string_view line)
 {
-    constexpr std::size_t streamPiece = 16384;
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
-    QString text;
-    while (!line.empty()) {
-        const std::size_t size = std::min(line.size(), streamPiece - offset % streamPiece);
-        const QString piece = decoder(QByteArrayView(line.data(), static_cast<qsizetype>(size)));
-        text += piece;
-        line.remove_prefix(size);
-        offset += size;
+    if (line.ends_with('\n')) {
+        line.remove_suffix(1);
     }
-    if (text.endsWith(u'\n')) {
-        text.chop(1);
-    }
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    QString text = decode(QByteArrayView(line.data(), static_cast<qsizetype>(line.size())));
     text.remove(u'\r');
     return text;
 }
@@ -144,22 +210,6 @@ ByteKind byteKind(char byte)
     return byteKinds[static_cast<unsigned char>(byte)];
 }
 
-/// QString::toDouble for a word of plain bytes.
-///
-/// On digits, sign, point and exponent std::from_chars gives the same bits. It
-/// differs on overflow, on words for infinity and NaN, on a leading "+" and on
-/// a number with a tail, which all go to Qt.
-double number(std::string_view word)
-{
-    double value = 0.0;
-    const char* const end = word.data() + word.size();
-    const auto [stop, error] = std::from_chars(word.data(), end, value);
-    if (error == std::errc() && stop == end && std::isfinite(value)) {
-        return value;
-    }
-    return QString::fromLatin1(word.data(), static_cast<qsizetype>(word.size())).toDouble();
-}
-
 /// The words of a line of bytes, one after the other.
 class ByteWords
 {
@@ -176,10 +226,13 @@ public:
         m_end = line.data() + line.size();
     }
 
-    /// Whether the next word begins with @p byte.
+    /// Whether the first word begins with @p byte. To be asked before next().
+    /// A first byte that is not plain leaves isPlain() false: it may stand for
+    /// a blank, or for nothing.
     bool startsWith(char byte)
     {
         skip(ByteKind::Blank);
+        noteOddByte();
         return m_next != m_end && *m_next == byte;
     }
 
@@ -187,16 +240,37 @@ public:
     /// that is not plain, which leaves isPlain() false.
     bool next()
     {
+        if (m_word != nullptr) {
+            skip(ByteKind::Word);
+        }
         skip(ByteKind::Blank);
-        const char* const begin = m_next;
+        m_word = m_next;
+        noteOddByte();
+        return m_plain && m_next != m_end;
+    }
+
+    /// QString::toDouble of the word. A byte in it or right behind it that is
+    /// not plain leaves isPlain() false.
+    ///
+    /// On digits, sign, point and exponent std::from_chars gives the same bits.
+    /// It differs on overflow, on words for infinity and NaN, on a leading "+"
+    /// and on a number with a tail, which all go to Qt.
+    double toDouble()
+    {
+        double value = 0.0;
+        const auto [stop, error] = std::from_chars(m_word, m_end, value);
+        const bool isWholeWord = stop == m_end || byteKind(*stop) == ByteKind::Blank;
+        if (error == std::errc() && isWholeWord && std::isfinite(value)) {
+            m_next = stop;
+            return value;
+        }
+        m_next = m_word;
         skip(ByteKind::Word);
-        m_word = {begin, static_cast<std::size_t>(m_next - begin)};
-        m_plain = m_next == m_end || byteKind(*m_next) != ByteKind::Odd;
-        return m_plain && !m_word.empty();
+        noteOddByte();
+        return QString::fromLatin1(m_word, m_next - m_word).toDouble();
     }
 
     bool isPlain() const { return m_plain; }
-    double toDouble() const { return number(m_word); }
 
 private:
     void skip(ByteKind kind)
@@ -206,9 +280,11 @@ private:
         }
     }
 
-    const char* m_next = nullptr;
+    void noteOddByte() { m_plain = m_next == m_end || byteKind(*m_next) != ByteKind::Odd; }
+
+    const char* m_word = nullptr; ///< where the current word begins
+    const char* m_next = nullptr; ///< in or behind the current word
     const char* m_end = nullptr;
-    std::string_view m_word;
     bool m_plain = true;
 };
 
@@ -421,7 +497,7 @@ void readBlocks(QIODevice& device, MapBuilder& builder)
     Lines lines(device);
     while (lines.next()) {
         if (!builder.takeBytes(lines.line())) {
-            builder.takeText(decoded(lines.line(), lines.offset()));
+            builder.takeText(decoded(lines.line()));
         }
     }
 }

@@ -6,6 +6,7 @@
 
 #include <QDebug>
 #include <QFile>
+#include <QStringDecoder>
 #include <QTextStream>
 
 #include <algorithm>
@@ -147,7 +148,9 @@ bool TDData0::readHeader(TDData0Header& h, const QString& path)
     }
     h.valid = true;
     h.headerSize = headerSizeIn(*firstLine);
-    QTextStream lines(readHeaderBlock(path, h.headerSize));
+    // Decoded in one go: a stream on bytes grows its buffer along a long line.
+    QString block = QStringDecoder(QStringDecoder::Utf8)(readHeaderBlock(path, h.headerSize));
+    QTextStream lines(&block, QIODevice::ReadOnly);
     QString line;
     while (lines.readLineInto(&line)) {
         takeHeaderLine(line, h);

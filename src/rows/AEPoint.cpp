@@ -1,0 +1,96 @@
+#include "rows/AEPoint.h"
+
+#include "data/FileAccess.h"
+#include "data/MapTextReader.h"
+#include "data/TDData0.h"
+#include "rows/LineEditText.h"
+
+#include <QFile>
+
+namespace
+{
+
+double mutIn(const QList<QLineEdit*>& edits, int i)
+{
+    const QLineEdit* edit = edits.value(i);
+    return edit != nullptr ? rows::numberIn(edit) : 0.0;
+}
+
+// Puts the pixels of @p source behind the rows of @p map. What earlier files
+// left stays in front and keeps its positions. Valid flags play no part: every
+// pixel becomes a row.
+void appendPixels(A2DData& map, const TDData0& source)
+{
+    map.rows.reserve(map.rows.size() + source.data.size());
+    qsizetype i = 0;
+    for (int y = 0; y < source.height; ++y) {
+        for (int x = 0; x < source.width; ++x) {
+            // i0 = 0 marks the intensity as a ready mut.
+            map.rows.append({double(x), double(y), source.data.at(i), 0.0, {}});
+            ++i;
+        }
+    }
+}
+
+} // namespace
+
+AEPoint::AEPoint(QWidget* parent)
+    : QFrame(parent)
+{
+    setupUi(this);
+    mutEdits = {Mut1, Mut2, Mut3, Mut4};
+
+    connect(FileSelect, &AFileSelect::newDir, this, &AEPoint::newDir);
+    connect(FileSelect, &AFileSelect::newFilePath, this, &AEPoint::loadData);
+    connect(Energy, &QLineEdit::editingFinished, this, &AEPoint::inNewEnergy);
+    // clicked(), not toggled(): a box set by code asks for no calculation.
+    connect(UseCB, &QCheckBox::clicked, this, &AEPoint::changedCB);
+    connect(LCFCB, &QCheckBox::clicked, this, &AEPoint::changedCB);
+    connect(VPointCB, &QCheckBox::clicked, this, &AEPoint::changedCB);
+}
+
+void AEPoint::energyAndMuts(int i, int j, double* e, double* mi, double* mj) const
+{
+    *e = rows::numberIn(Energy);
+    *mi = mutIn(mutEdits, i);
+    *mj = mutIn(mutEdits, j);
+}
+
+void AEPoint::loadData(QString path)
+{
+    if (TDData0::isTDData0File(path)) {
+        load2dProcData(path);
+        return;
+    }
+    loaded = false;
+    QFile file(path);
+    if (!data::openForReading(file)) {
+        return;
+    }
+    const auto showEnergy = [this](const QString& text) {
+        Energy->setText(text);
+        Energy->setCursorPosition(0);
+        inNewEnergy();
+    };
+    if (data::readMapText(file, *this, showEnergy)) {
+        loaded = true;
+        Q_EMIT newData();
+    }
+}
+
+void AEPoint::load2dProcData(QString path)
+{
+    TDData0 map(0, 0);
+    // A failed load is a map of 0 by 0, and loaded all the same.
+    map.load(path);
+    xNum = map.width;
+    yNum = map.height;
+    appendPixels(*this, map);
+    loaded = true;
+    Q_EMIT newData();
+}
+
+void AEPoint::inNewEnergy()
+{
+    Q_EMIT newEnergy(rows::numberIn(Energy));
+}

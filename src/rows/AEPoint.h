@@ -40,14 +40,29 @@ public:
     QList<QLineEdit*> mutEdits;  ///< Mut1 to Mut4
 
 public Q_SLOTS:
+    /// Reads a map file of any form; its first bytes say which.
+    ///
+    /// An "ENERGY" line of a text map goes to @c Energy and out as newEnergy()
+    /// in the middle of the read. A map with a size and rows is @c loaded and
+    /// told by newData(). Otherwise the row is not loaded: it keeps its old map
+    /// when the file cannot be opened, and what was read in any other case.
     void loadData(QString path);
+
+    /// Appends the pixels of a "2dData" file to the rows, each a ready mut, and
+    /// takes its size. The rows of earlier files stay in front, where pixels
+    /// are found by position. @c loaded is true afterwards and newData() goes
+    /// out, also for a file that is none: its map is 0 by 0.
     void load2dProcData(QString path);
+
+    /// Tells the number in @c Energy, changed or not; words count as 0.
     void inNewEnergy();
 
 Q_SIGNALS:
+    /// The user went to another directory with the file row.
     void newDir(QString dir);
     /// The row's energy (eV) was entered or read from a file.
     void newEnergy(double e);
+    /// A map was loaded.
     void newData();
     /// One of the three check boxes was clicked.
     void changedCB();

@@ -19,7 +19,10 @@ public:
     void setUse(bool f);
 
 Q_SIGNALS:
+    /// The row was switched on or off; twice for one change by setUse().
     void changedUse(bool f);
+    /// The file row was given a path, or cleared.
     void selectedFile();
+    /// A spectrum was read whose steepest rise is at @p e (eV).
     void foundNewEdge(double e);
 };

@@ -27,9 +27,15 @@ public:
     bool subPost = false;       ///< MutAt() subtracts the post-edge line
 
 public Q_SLOTS:
-    /// Reads the file. A slot of its own beside the one of the file row: paths
-    /// arrive here through the row's newFilePath().
+    /// Reads the file and proposes its edge; a failed read proposes none.
+    ///
+    /// A slot of its own beside the one of the file row: paths arrive here
+    /// through the row's newFilePath(). To load a file by code, call
+    /// AFileSelect::newFile().
     void newFile(QString path);
+
+    /// Takes the energy shift (eV) from its field; words count as 0. The
+    /// background lines keep the fit made when the file was read.
     void setNewDE();
 
 Q_SIGNALS:

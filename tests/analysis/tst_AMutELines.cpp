@@ -459,9 +459,8 @@ void tst_AMutELines::presentations()
     QFETCH(double, value);
     AMutE spectrum = spectrumOf({{hc / 4, 100}, {hc / 2, 7}});
     spectrum.preLine = {1.0, 0.0, 0.0};
-    spectrum.postLine = {-5.0, 1.0, 0.0}; // 3 at L = 2
+    spectrum.postLine = {-5.0, 1.0, 0.0}; // 3 at L = 2, 5 at L^3 = 10
     spectrum.edgeEnergy = hc / std::cbrt(10.0);
-    spectrum.postLine = {-5.0, 1.0, 0.0}; // 5 at L^3 = 10
     QVERIFY(near(spectrum.value(kind, 1), value, 1e-14));
     QVERIFY(tests::sameDouble(spectrum.checkedValue(kind, 1), spectrum.value(kind, 1)));
 }

@@ -160,7 +160,7 @@ void tst_FixedSolver::equalsSmallMatrixToTheLastBit_data()
 {
     QTest::addColumn<Element>("element");
 
-    const auto oneOf = [](std::vector<double> values) {
+    const auto oneOf = [](const std::vector<double>& values) {
         return Element([values](std::mt19937& random) {
             return values[std::uniform_int_distribution<std::size_t>(0, values.size() - 1)(random)];
         });

@@ -273,8 +273,8 @@ void tst_FourPsWrite::repeatedSaveUpdatesHistogramFilesMadeByHand()
     panel.ui.HgAFrom->setText("2");
     panel.ui.HgATo->setText("3");
     panel.ui.HgABoxes->setText("3");
-    panel.ui.HgTFrom->setText("2");
-    panel.ui.HgTTo->setText("3");
+    panel.ui.HgTFrom->setText("3");
+    panel.ui.HgTTo->setText("4");
     panel.ui.HgTBoxes->setText("2");
     const QString alpha = writeFile(dir, "a.b_HGAlpha.dat", "old");
     const QString thick = writeFile(dir, "a.b_HGThick.dat", "old");
@@ -286,10 +286,10 @@ void tst_FourPsWrite::repeatedSaveUpdatesHistogramFilesMadeByHand()
                               "2.25 2.5 2.75  1\n"
                               "2.75 3 3.25  0\n"
                               "3.25 3.5 3.75  0\n");
-    QCOMPARE(readFile(thick), "0.5 1 1.5  1\n"
-                              "1.5 2 2.5  0\n"
+    QCOMPARE(readFile(thick), "1.5 2 2.5  1\n"
                               "2.5 3 3.5  0\n"
-                              "3.5 4 4.5  0\n");
+                              "3.5 4 4.5  0\n"
+                              "4.5 5 5.5  0\n");
 }
 
 QTEST_MAIN(tst_FourPsWrite)

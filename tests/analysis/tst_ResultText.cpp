@@ -13,6 +13,7 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <utility>
 
 using analysis::ValenceMix;
 

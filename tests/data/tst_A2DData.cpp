@@ -1,1 +1,252 @@
-int main(){}
+// The map record: its size, its pixels by position, the value of a pixel.
+#include "data/A2DData.h"
+#include "support/SameDouble.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+using tests::sameDouble;
+
+namespace
+{
+
+constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double inf = std::numeric_limits<double>::infinity();
+
+using Points = QList<QPair<double, double>>;
+
+A2DRow pixel(double x, double y, double intensity = 1.0, double i0 = 1.0)
+{
+    return {x, y, intensity, i0, {}};
+}
+
+A2DData mapAt(const Points& points)
+{
+    A2DData map;
+    for (const auto& [x, y] : points) {
+        map.rows.append(pixel(x, y));
+    }
+    return map;
+}
+
+A2DData onePixel(double intensity, double i0)
+{
+    A2DData map;
+    map.rows.append(pixel(0.0, 0.0, intensity, i0));
+    map.xNum = map.yNum = 1;
+    return map;
+}
+
+} // namespace
+
+class tst_A2DData : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startsEmpty();
+    void clearLeavesExtended();
+
+    void deriveSizeCountsTheFirstLineAndColumn_data();
+    void deriveSizeCountsTheFirstLineAndColumn();
+
+    void rowValuesCopiesAValidRow();
+    void rowValuesOutsideTheRowsZeroesAndKeepsTheLength_data();
+    void rowValuesOutsideTheRowsZeroesAndKeepsTheLength();
+
+    void sizeBoundHoldsPixelsAndSides_data();
+    void sizeBoundHoldsPixelsAndSides();
+
+    void pixelMutOfFields_data();
+    void pixelMutOfFields();
+    void pixelIsFoundByPositionNotByCoordinates();
+    void pixelOutsideTheRowsIsMinusOne_data();
+    void pixelOutsideTheRowsIsMinusOne();
+    void pixelPositionIsFormedIn64Bits();
+};
+
+void tst_A2DData::startsEmpty()
+{
+    const A2DData map;
+    QVERIFY(!map.extended);
+    QVERIFY(map.headerLines.isEmpty());
+    QVERIFY(map.rows.isEmpty());
+    QCOMPARE(map.xNum, 0);
+    QCOMPARE(map.yNum, 0);
+}
+
+void tst_A2DData::clearLeavesExtended()
+{
+    A2DData map = onePixel(1.0, 2.0);
+    map.extended = true;
+    map.headerLines = QStringList{QStringLiteral("# a")};
+    map.clear();
+    QVERIFY(map.extended);
+    QVERIFY(map.headerLines.isEmpty());
+    QVERIFY(map.rows.isEmpty());
+    QCOMPARE(map.xNum, 0);
+    QCOMPARE(map.yNum, 0);
+}
+
+void tst_A2DData::deriveSizeCountsTheFirstLineAndColumn_data()
+{
+    QTest::addColumn<Points>("points");
+    QTest::addColumn<int>("xNum");
+    QTest::addColumn<int>("yNum");
+    QTest::newRow("no rows") << Points{} << 0 << 0;
+    QTest::newRow("one row") << Points{{3, 4}} << 1 << 1;
+    QTest::newRow("one row of NaN") << Points{{NaN, NaN}} << 1 << 1;
+    QTest::newRow("3 by 2") << Points{{0, 0}, {1, 0}, {2, 0}, {0, 5}, {1, 5}, {2, 5}} << 3 << 2;
+    QTest::newRow("first x never again") << Points{{0, 0}, {1, 0}, {2, 0}, {3, 1}} << 3 << 1;
+    QTest::newRow("first y never again") << Points{{0, 0}, {0, 1}, {0, 2}} << 1 << 3;
+    QTest::newRow("all on one point") << Points{{1, 1}, {1, 1}, {1, 1}} << 3 << 3;
+    QTest::newRow("comparison is exact") << Points{{0.3, 0}, {0.1 + 0.2, 1}, {0.3, 2}} << 1 << 2;
+    QTest::newRow("zero has no sign") << Points{{0.0, 0.0}, {-0.0, 1}, {1, -0.0}} << 2 << 2;
+    QTest::newRow("NaN equals nothing") << Points{{NaN, NaN}, {NaN, NaN}} << 1 << 1;
+}
+
+void tst_A2DData::deriveSizeCountsTheFirstLineAndColumn()
+{
+    QFETCH(Points, points);
+    A2DData map = mapAt(points);
+    map.xNum = map.yNum = 77;
+    map.deriveSize();
+    QTEST(map.xNum, "xNum");
+    QTEST(map.yNum, "yNum");
+}
+
+void tst_A2DData::rowValuesCopiesAValidRow()
+{
+    A2DData map = mapAt({{0, 0}, {1, 0}});
+    map.rows[1].values = {0.5, -2.0};
+    QList<double> out{9.0, 9.0, 9.0};
+    map.rowValues(1, out);
+    QCOMPARE(out, (QList<double>{0.5, -2.0}));
+    map.rowValues(0, out);
+    QVERIFY(out.isEmpty());
+}
+
+void tst_A2DData::rowValuesOutsideTheRowsZeroesAndKeepsTheLength_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::newRow("below") << -1;
+    QTest::newRow("just past") << 2;
+    QTest::newRow("far past") << std::numeric_limits<int>::max();
+    QTest::newRow("far below") << std::numeric_limits<int>::min();
+}
+
+void tst_A2DData::rowValuesOutsideTheRowsZeroesAndKeepsTheLength()
+{
+    QFETCH(int, index);
+    A2DData map = mapAt({{0, 0}, {1, 0}});
+    map.rows[0].values = map.rows[1].values = {1.0};
+    QList<double> out{9.0, NaN, 7.0};
+    map.rowValues(index, out);
+    QCOMPARE(out, (QList<double>{0.0, 0.0, 0.0}));
+}
+
+void tst_A2DData::sizeBoundHoldsPixelsAndSides_data()
+{
+    QTest::addColumn<qint64>("width");
+    QTest::addColumn<qint64>("height");
+    QTest::addColumn<bool>("tooLarge");
+    const qint64 most = 33554432; // 2^25
+    const qint64 huge = std::numeric_limits<qint64>::max();
+    QTest::newRow("nothing") << qint64{0} << qint64{0} << false;
+    QTest::newRow("negative") << qint64{-5} << qint64{-7} << false;
+    QTest::newRow("at the bound") << qint64{8192} << qint64{4096} << false;
+    QTest::newRow("one line at the bound") << most << qint64{1} << false;
+    QTest::newRow("one pixel past") << most + 1 << qint64{1} << true;
+    QTest::newRow("one line past") << qint64{8192} << qint64{4097} << true;
+    QTest::newRow("absurd width, no height") << most + 1 << qint64{0} << true;
+    QTest::newRow("absurd height, negative width") << qint64{-1} << most + 1 << true;
+    QTest::newRow("product past 32 bits") << qint64{65536} << qint64{65536} << true;
+    QTest::newRow("product past 64 bits") << huge << huge << true;
+}
+
+void tst_A2DData::sizeBoundHoldsPixelsAndSides()
+{
+    QFETCH(qint64, width);
+    QFETCH(qint64, height);
+    QTEST(data::isSizeTooLarge(width, height), "tooLarge");
+}
+
+void tst_A2DData::pixelMutOfFields_data()
+{
+    QTest::addColumn<double>("intensity");
+    QTest::addColumn<double>("i0");
+    QTest::addColumn<double>("mut");
+    QTest::newRow("ln(i0 / intensity)") << 1.0 << std::exp(1.0) << 1.0;
+    QTest::newRow("ratio with i0 1") << 0.5 << 1.0 << std::log(2.0);
+    QTest::newRow("i0 0 is a ready mut") << 0.75 << 0.0 << 0.75;
+    QTest::newRow("i0 -0 is a ready mut") << 0.75 << -0.0 << 0.75;
+    QTest::newRow("both 0 is a ready mut") << 0.0 << 0.0 << 0.0;
+    QTest::newRow("i0 0 passes NaN on") << NaN << 0.0 << NaN;
+    QTest::newRow("intensity 0 is 1") << 0.0 << 5.0 << 1.0;
+    QTest::newRow("intensity -0 is 1") << -0.0 << 5.0 << 1.0;
+    QTest::newRow("intensity 0 under NaN is 1") << 0.0 << NaN << 1.0;
+    QTest::newRow("negative ratio") << -1.0 << 5.0 << NaN;
+    QTest::newRow("NaN i0") << 1.0 << NaN << NaN;
+    QTest::newRow("NaN intensity") << NaN << 1.0 << NaN;
+    QTest::newRow("infinite i0") << 1.0 << inf << inf;
+    QTest::newRow("infinite intensity") << inf << 1.0 << -inf;
+}
+
+void tst_A2DData::pixelMutOfFields()
+{
+    QFETCH(double, intensity);
+    QFETCH(double, i0);
+    QFETCH(double, mut);
+    const double got = data::pixelMut(onePixel(intensity, i0), 0, 0);
+    QVERIFY2(sameDouble(got, mut), qPrintable(QString::number(got, 'g', 17)));
+}
+
+void tst_A2DData::pixelIsFoundByPositionNotByCoordinates()
+{
+    A2DData map;
+    for (int i = 0; i < 6; ++i) {
+        map.rows.append(pixel(100.0 - i, -3.0, i, 0.0));
+    }
+    map.xNum = 3;
+    map.yNum = 2;
+    QCOMPARE(data::pixelMut(map, 2, 1), 5.0);
+    QCOMPARE(data::pixelMut(map, 1, 0), 1.0);
+    // Position alone counts: a column past the line runs into the next one.
+    QCOMPARE(data::pixelMut(map, 4, 0), 4.0);
+    QCOMPARE(data::pixelMut(map, -1, 1), 2.0);
+}
+
+void tst_A2DData::pixelOutsideTheRowsIsMinusOne_data()
+{
+    QTest::addColumn<int>("x");
+    QTest::addColumn<int>("y");
+    QTest::newRow("negative x") << -1 << 0;
+    QTest::newRow("negative y") << 0 << -1;
+    QTest::newRow("first missing row") << 1 << 1;
+    QTest::newRow("past the lines") << 0 << 2;
+    QTest::newRow("largest") << std::numeric_limits<int>::max() << std::numeric_limits<int>::max();
+    QTest::newRow("smallest") << std::numeric_limits<int>::min() << std::numeric_limits<int>::min();
+}
+
+void tst_A2DData::pixelOutsideTheRowsIsMinusOne()
+{
+    QFETCH(int, x);
+    QFETCH(int, y);
+    A2DData map = mapAt({{0, 0}, {1, 0}, {0, 1}});
+    map.xNum = map.yNum = 2;
+    QCOMPARE(data::pixelMut(map, x, y), -1.0);
+    QCOMPARE(data::pixelMut(A2DData(), 0, 0), -1.0);
+}
+
+void tst_A2DData::pixelPositionIsFormedIn64Bits()
+{
+    A2DData map = onePixel(7.0, 0.0);
+    map.xNum = 65536;
+    // 65536 * 65536 is 0 in 32 bits, where the only pixel lies.
+    QCOMPARE(data::pixelMut(map, 0, 65536), -1.0);
+}
+
+QTEST_APPLESS_MAIN(tst_A2DData)
+#include "tst_A2DData.moc"

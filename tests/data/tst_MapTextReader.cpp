@@ -1,1 +1,682 @@
-int main(){}
+// What a text map file means: kinds, comment lines, data lines, size.
+#include "data/A2DData.h"
+#include "data/MapTextReader.h"
+#include "support/SameDouble.h"
+
+#include <QBuffer>
+#include <QStringEncoder>
+#include <QTest>
+
+#include <algorithm>
+#include <limits>
+#include <random>
+
+namespace
+{
+
+struct Reading {
+    bool good = false;
+    A2DData map;
+    QStringList energies;
+};
+
+Reading read(const QByteArray& text)
+{
+    Reading reading;
+    QBuffer device;
+    device.setData(text);
+    device.open(QIODevice::ReadOnly);
+    reading.good = data::readMapText(device, reading.map, [&reading](const QString& energy) {
+        reading.energies.append(energy);
+    });
+    return reading;
+}
+
+using Fields = QList<QList<double>>;
+
+Fields fields(const A2DData& map)
+{
+    Fields all;
+    for (const A2DRow& row : map.rows) {
+        all.append({row.x, row.y, row.intensity, row.i0});
+    }
+    return all;
+}
+
+/// A device that delivers its text and then fails.
+class FailingDevice : public QIODevice
+{
+public:
+    explicit FailingDevice(const QByteArray& text)
+        : m_text(text)
+    {
+        open(ReadOnly);
+    }
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char* out, qint64 maxSize) override
+    {
+        const qint64 size = std::min<qint64>(maxSize, m_text.size());
+        std::copy_n(m_text.constData(), size, out);
+        m_text.remove(0, size);
+        return size > 0 ? size : -1;
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    QByteArray m_text;
+};
+
+const QByteArray twoByOne = "# X-NUM 2\n# Y-NUM 1\n";
+
+} // namespace
+
+class tst_MapTextReader : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void fourColumnsAreXYIntensityAndI0();
+    void threeColumnsAreARatioWithI0One();
+    void furtherWordsAreIgnored();
+    void lineOfFewerThanThreeWordsIsDropped();
+    void wordThatIsNoNumberReadsAsZero();
+    void blankLineIsSkippedInEveryKind_data();
+    void blankLineIsSkippedInEveryKind();
+    void anyWhiteSpaceSeparatesWords();
+
+    void firstLine1306ReadsLikeAnyOther();
+    void firstLine2003901MakesChannels_data();
+    void firstLine2003901MakesChannels();
+
+    void channelsCountAfterTheCoordinates();
+    void channelsWithoutColumnLinesReadTheSameWord();
+    void channelLineTooShortIsDropped();
+    void columnLineTakesEffectFromItsPlaceOn();
+    void columnTextFollowsTheFirstColon_data();
+    void columnTextFollowsTheFirstColon();
+    void columnOfOneOrTwoBelowZeroFallsOnACoordinate();
+    void columnFurtherBelowZeroDropsTheLine();
+    void columnAtTheIntLimitDropsTheLine();
+    void channelSizeIsCountedFromTheRows();
+    void channelSizeOfOneRow();
+    void channelSizeWithoutRepeatedX();
+
+    void commentLineSetsTheSize_data();
+    void commentLineSetsTheSize();
+    void keywordsAreReadInEveryKindButColumnsCountInOne();
+    void energyTextIsHandedOnForEachLine();
+    void energyArrivesDuringTheRead();
+    void energyNeedsNoHandler();
+    void headerLinesAreRawAndInOrder();
+    void hashAfterBlanksIsAComment();
+
+    void pixelWithI0ZeroIsAReadyMut();
+    void pixelWithIntensityZeroIsOne();
+
+    void earlierMapIsReplacedAndExtendedStays();
+    void failedReadKeepsItsRows_data();
+    void failedReadKeepsItsRows();
+    void rowsNeedNotMatchTheSize();
+    void sizePastTheBoundIsAFailedRead_data();
+    void sizePastTheBoundIsAFailedRead();
+    void countedSizePastTheBoundIsAFailedRead();
+    void sizeGoesToTheDebugLog();
+
+    void carriageReturnsVanish_data();
+    void carriageReturnsVanish();
+    void lastLineNeedsNoLineFeed();
+    void byteOrderMarkNamesTheEncoding_data();
+    void byteOrderMarkNamesTheEncoding();
+    void textModeOfTheDeviceIsPutBack();
+    void infinityAndNanWordsAreNumbers();
+    void emptyDeviceIsAFailedRead();
+    void failingDeviceEndsTheText();
+    void closedDeviceIsAFailedRead();
+    void tenMegabytesInOneLine_data();
+    void tenMegabytesInOneLine();
+    void binaryNoiseIsReadWithoutHarm();
+};
+
+void tst_MapTextReader::fourColumnsAreXYIntensityAndI0()
+{
+    const Reading got = read(twoByOne + "1.5 -2 300.25 4e2\n2.5 -2 301 402\n");
+    QVERIFY(got.good);
+    QCOMPARE(fields(got.map), (Fields{{1.5, -2.0, 300.25, 400.0}, {2.5, -2.0, 301.0, 402.0}}));
+    QVERIFY(got.map.rows.first().values.isEmpty());
+    QCOMPARE(got.map.xNum, 2);
+    QCOMPARE(got.map.yNum, 1);
+}
+
+void tst_MapTextReader::threeColumnsAreARatioWithI0One()
+{
+    const Reading got = read(twoByOne + "1 2 0.5\n");
+    QCOMPARE(fields(got.map), (Fields{{1.0, 2.0, 0.5, 1.0}}));
+    QCOMPARE(data::pixelMut(got.map, 0, 0), 0.69314718055994531); // ln 2
+}
+
+void tst_MapTextReader::furtherWordsAreIgnored()
+{
+    const Reading got = read(twoByOne + "1 2 3 4 5 word # 7\n");
+    QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}}));
+}
+
+void tst_MapTextReader::lineOfFewerThanThreeWordsIsDropped()
+{
+    const Reading got = read(twoByOne + "1\n1 2\n1 2 3\n");
+    QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 1}}));
+}
+
+void tst_MapTextReader::wordThatIsNoNumberReadsAsZero()
+{
+    const Reading got = read(twoByOne + "1 x 1,000 4\n5 6 1e 0x10\n");
+    QCOMPARE(fields(got.map), (Fields{{1, 0, 0, 4}, {5, 6, 0, 0}}));
+}
+
+void tst_MapTextReader::blankLineIsSkippedInEveryKind_data()
+{
+    QTest::addColumn<QByteArray>("firstLine");
+    QTest::newRow("1306") << QByteArray("# 1306\n");
+    QTest::newRow("2003901") << QByteArray("# 2003901\n");
+    QTest::newRow("other") << QByteArray("# any\n");
+    QTest::newRow("none") << QByteArray();
+}
+
+void tst_MapTextReader::blankLineIsSkippedInEveryKind()
+{
+    QFETCH(QByteArray, firstLine);
+    const Reading got =
+        read(firstLine + "\n# I0 : 1\n  \t\n# X-NUM 1\n# Y-NUM 1\n\n1 2 3 4\n\n \n");
+    QVERIFY(got.good);
+    QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}}));
+}
+
+void tst_MapTextReader::anyWhiteSpaceSeparatesWords()
+{
+    // Tab, vertical tab, form feed, no-break space, ideographic space, next line.
+    const Reading got = read(twoByOne + "\t1 \v 2\f3\t\t4 \n1\u00a02\u30003\u00854\u00a0\n");
+    QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}, {1, 2, 3, 4}}));
+}
+
+void tst_MapTextReader::firstLine1306ReadsLikeAnyOther()
+{
+    const QByteArray rest = "\n# AXIS 0 a b c d 1\n# Y-NUM 1\n1 2 3\n1 2 3 4 5\n";
+    const Reading known = read("# 1306" + rest);
+    const Reading other = read("# 1307" + rest);
+    QVERIFY(known.good && other.good);
+    QCOMPARE(fields(known.map), (Fields{{1, 2, 3, 1}, {1, 2, 3, 4}}));
+    QCOMPARE(fields(known.map), fields(other.map));
+    QCOMPARE(known.map.xNum, 2);
+    QCOMPARE(other.map.xNum, 2);
+}
+
+void tst_MapTextReader::firstLine2003901MakesChannels_data()
+{
+    QTest::addColumn<QByteArray>("start");
+    QTest::addColumn<bool>("isChannels");
+    QTest::newRow("exact") << QByteArray("# 2003901\n") << true;
+    QTest::newRow("with more behind") << QByteArray("# 20039012 x\n") << true;
+    QTest::newRow("carriage return before it") << QByteArray("\r# 2003901\n") << true;
+    QTest::newRow("no blank") << QByteArray("#2003901\n") << false;
+    QTest::newRow("two blanks") << QByteArray("#  2003901\n") << false;
+    QTest::newRow("blank before it") << QByteArray(" # 2003901\n") << false;
+    QTest::newRow("second line") << QByteArray("\n# 2003901\n") << false;
+    QTest::newRow("cut short") << QByteArray("# 200390\n") << false;
+}
+
+void tst_MapTextReader::firstLine2003901MakesChannels()
+{
+    QFETCH(QByteArray, start);
+    QFETCH(bool, isChannels);
+    const Reading got = read(start + "# X-NUM 9\n# Y-NUM 9\n1 2 3 4\n");
+    QVERIFY(got.good);
+    // As a channel file both fields read word 2, and the size is counted.
+    QCOMPARE(got.map.rows.first().i0, isChannels ? 3.0 : 4.0);
+    QCOMPARE(got.map.xNum, isChannels ? 1 : 9);
+}
+
+void tst_MapTextReader::channelsCountAfterTheCoordinates()
+{
+    const Reading got = read("# 2003901\n# I0 : 2\n# I : 0\n1 2 10 11 12\n");
+    QVERIFY(got.good);
+    QCOMPARE(fields(got.map), (Fields{{1, 2, 10, 12}}));
+}
+
+void tst_MapTextReader::channelsWithoutColumnLinesReadTheSameWord()
+{
+    const Reading got = read("# 2003901\n1 2 10 11\n2 2 -0.5 3\n");
+    QVERIFY(got.good);
+    QCOMPARE(fields(got.map), (Fields{{1, 2, 10, 10}, {2, 2, -0.5, -0.5}}));
+    QCOMPARE(data::pixelMut(got.map, 0, 0), 0.0);
+    QCOMPARE(data::pixelMut(got.map, 1, 0), 0.0);
+}
+
+void tst_MapTextReader::channelLineTooShortIsDropped()
+{
+    const Reading got = read("# 2003901\n# I0 : 1\n# I : 2\n1 2 3 4\n1 2 3 4 5\n");
+    QCOMPARE(fields(got.map), (Fields{{1, 2, 5, 4}}));
+    // Three words are no ratio here.
+    QVERIFY(read("# 2003901\n# I0 : 1\n1 2 3\n").map.rows.isEmpty());
+}
+
+void tst_MapTextReader::columnLineTakesEffectFromItsPlaceOn()
+{
+    const Reading got = read("# 2003901\n1 2 3 4\n# i0 : 1\n1 2 3 4\n# I : 1\n1 2 3 4\n");
+    QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 3}, {1, 2, 3, 4}, {1, 2, 4, 4}}));
+}
+
+void tst_MapTextReader::columnTextFollowsTheFirstColon_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<int>("word"); // the word of the data line that i0 reads
+    QTest::newRow("plain") << QByteArray("# I0 : 1") << 3;
+    QTest::newRow("no blank behind") << QByteArray("# I0 :1") << 3;
+    QTest::newRow("blanks behind") << QByteArray("# I0 :\t 1  ") << 3;
+    QTest::newRow("plus sign") << QByteArray("# I0 : +1") << 3;
+    QTest::newRow("words before the colon") << QByteArray("# I0 channel no.: 1") << 3;
+    QTest::newRow("second colon spoils it") << QByteArray("# I0 : 1 : 2") << 2;
+    QTest::newRow("unit spoils it") << QByteArray("# I0 : 1 counts") << 2;
+    QTest::newRow("fraction is no int") << QByteArray("# I0 : 1.0") << 2;
+    QTest::newRow("past 32 bits") << QByteArray("# I0 : 4294967297") << 2;
+    QTest::newRow("no colon") << QByteArray("# I0 1 1") << 2;
+    QTest::newRow("two words only") << QByteArray("# I0: 1") << 2;
+    QTest::newRow("colon joined to both") << QByteArray("# I0:1 x") << 2;
+    QTest::newRow("keyword not second") << QByteArray("# x I0 : 1") << 2;
+}
+
+void tst_MapTextReader::columnTextFollowsTheFirstColon()
+{
+    QFETCH(QByteArray, line);
+    const Reading got = read("# 2003901\n" + line + "\n0 1 2 3 4\n");
+    QCOMPARE(got.map.rows.size(), 1);
+    QTEST(static_cast<int>(got.map.rows.first().i0), "word");
+}
+
+void tst_MapTextReader::columnOfOneOrTwoBelowZeroFallsOnACoordinate()
+{
+    const Reading got = read("# 2003901\n# I0 : -1\n# I : -2\n7 8 9\n\n7\n7 8\n");
+    QCOMPARE(fields(got.map), (Fields{{7, 8, 7, 8}, {7, 8, 7, 8}}));
+}
+
+void tst_MapTextReader::columnFurtherBelowZeroDropsTheLine()
+{
+    QVERIFY(read("# 2003901\n# I0 : -3\n7 8 9\n").map.rows.isEmpty());
+    QVERIFY(read("# 2003901\n# I : -3\n7 8 9\n").map.rows.isEmpty());
+    QVERIFY(read("# 2003901\n# I : -2147483648\n7 8 9\n").map.rows.isEmpty());
+    // A comment line is seen all the same, even behind a no-break space.
+    const Reading got = read("# 2003901\n# I : -3\n7 8 9\n\u00a0# I : 0\n1 2 3\n");
+    QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 3}}));
+}
+
+void tst_MapTextReader::columnAtTheIntLimitDropsTheLine()
+{
+    QVERIFY(read("# 2003901\n# I0 : 2147483647\n7 8 9\n").map.rows.isEmpty());
+    QVERIFY(read("# 2003901\n# I : 2147483647\n7 8 9\n").map.rows.isEmpty());
+}
+
+void tst_MapTextReader::channelSizeIsCountedFromTheRows()
+{
+    const Reading got = read("# 2003901\n# X-NUM 9\n# Y-NUM 8\n# AXIS 0 a b c d 6\n"
+                             "0 0 1\n1 0 1\n2 0 1\n0 1 1\n1 1 1\n2 1 1\n");
+    QVERIFY(got.good);
+    QCOMPARE(got.map.xNum, 3);
+    QCOMPARE(got.map.yNum, 2);
+}
+
+void tst_MapTextReader::channelSizeOfOneRow()
+{
+    const Reading got = read("# 2003901\n5 6 1\n");
+    QVERIFY(got.good);
+    QCOMPARE(got.map.xNum, 1);
+    QCOMPARE(got.map.yNum, 1);
+}
+
+void tst_MapTextReader::channelSizeWithoutRepeatedX()
+{
+    const Reading got = read("# 2003901\n0 0 1\n1 0 1\n2 0 1\n");
+    QCOMPARE(got.map.xNum, 3);
+    QCOMPARE(got.map.yNum, 1);
+}
+
+void tst_MapTextReader::commentLineSetsTheSize_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<int>("xNum"); // 5 where the line does nothing
+    QTest::addColumn<int>("yNum"); // 6
+    QTest::newRow("X-NUM") << QByteArray("# X-NUM 12") << 12 << 6;
+    QTest::newRow("Y-NUM") << QByteArray("# Y-NUM 12 13") << 5 << 12;
+    QTest::newRow("lower case") << QByteArray("# x-num 12") << 12 << 6;
+    QTest::newRow("mixed case") << QByteArray("# y-Num 12") << 5 << 12;
+    QTest::newRow("joined to the hash") << QByteArray("#X-NUM 12") << 5 << 6;
+    QTest::newRow("joined, more words") << QByteArray("#X-NUM X-NUMB 12") << 5 << 6;
+    QTest::newRow("longer first word") << QByteArray("## X-NUM 12") << 12 << 6;
+    QTest::newRow("keyword alone") << QByteArray("# X-NUM") << 5 << 6;
+    QTest::newRow("hash alone") << QByteArray("#") << 5 << 6;
+    QTest::newRow("word for a number") << QByteArray("# X-NUM twelve") << 0 << 6;
+    QTest::newRow("fraction") << QByteArray("# X-NUM 12.0") << 0 << 6;
+    QTest::newRow("colon for a number") << QByteArray("# X-NUM : 12") << 0 << 6;
+    QTest::newRow("past 32 bits") << QByteArray("# X-NUM 2147483648") << 0 << 6;
+    QTest::newRow("hexadecimal") << QByteArray("# X-NUM 0x10") << 0 << 6;
+    QTest::newRow("negative") << QByteArray("# X-NUM -3") << -3 << 6;
+    QTest::newRow("plus sign") << QByteArray("# X-NUM +3") << 3 << 6;
+    QTest::newRow("leading zeros count ten") << QByteArray("# X-NUM 010") << 10 << 6;
+    QTest::newRow("AXIS 0") << QByteArray("# AXIS 0 a b c d 11") << 12 << 6;
+    QTest::newRow("AXIS 1") << QByteArray("# AXIS 1 a b c d 11 e f") << 5 << 12;
+    QTest::newRow("axis in lower case") << QByteArray("# axis 1 a b c d 11") << 5 << 12;
+    QTest::newRow("AXIS 2 is none") << QByteArray("# AXIS 2 a b c d 11") << 5 << 6;
+    QTest::newRow("AXIS -1 is none") << QByteArray("# AXIS -1 a b c d 11") << 5 << 6;
+    QTest::newRow("AXIS of a word is 0") << QByteArray("# AXIS x a b c d 11") << 12 << 6;
+    QTest::newRow("AXIS past 32 bits is 0")
+        << QByteArray("# AXIS 4294967297 a b c d 11") << 12 << 6;
+    QTest::newRow("AXIS of seven words") << QByteArray("# AXIS 0 a b c 11") << 5 << 6;
+    QTest::newRow("AXIS to a word") << QByteArray("# AXIS 0 a b c d x") << 1 << 6;
+    QTest::newRow("AXIS to -1") << QByteArray("# AXIS 0 a b c d -1") << 0 << 6;
+    QTest::newRow("AXIS to -5") << QByteArray("# AXIS 1 a b c d -5") << 5 << -4;
+}
+
+void tst_MapTextReader::commentLineSetsTheSize()
+{
+    QFETCH(QByteArray, line);
+    QFETCH(int, xNum);
+    QFETCH(int, yNum);
+    const Reading got = read("# X-NUM 5\n# Y-NUM 6\n" + line + "\n1 2 3\n");
+    QCOMPARE(got.map.xNum, xNum);
+    QCOMPARE(got.map.yNum, yNum);
+    QCOMPARE(got.good, xNum > 0 && yNum > 0);
+}
+
+void tst_MapTextReader::keywordsAreReadInEveryKindButColumnsCountInOne()
+{
+    const Reading got = read("# 1306\n# I0 : 9\n# I : 9\n" + twoByOne + "1 2 3 4\n");
+    QVERIFY(got.good);
+    QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}}));
+}
+
+void tst_MapTextReader::energyTextIsHandedOnForEachLine()
+{
+    const Reading got = read("# ENERGY : 8350.50 eV\n# energy = word\n# ENERGY : \n# ENERGY 8300\n"
+                             "#ENERGY : 1\n");
+    QCOMPARE(got.energies, (QStringList{QStringLiteral("8350.50"), QStringLiteral("word")}));
+}
+
+void tst_MapTextReader::energyArrivesDuringTheRead()
+{
+    QBuffer device;
+    device.setData("1 2 3\n# ENERGY : 1\n1 2 3\n# ENERGY : 2\n1 2 3\n");
+    device.open(QIODevice::ReadOnly);
+    A2DData map;
+    QList<qsizetype> rowsThen;
+    data::readMapText(device, map, [&](const QString&) { rowsThen.append(map.rows.size()); });
+    QCOMPARE(rowsThen, (QList<qsizetype>{1, 2}));
+}
+
+void tst_MapTextReader::energyNeedsNoHandler()
+{
+    QBuffer device;
+    device.setData("# ENERGY : 1\n" + twoByOne + "1 2 3\n");
+    device.open(QIODevice::ReadOnly);
+    A2DData map;
+    QVERIFY(data::readMapText(device, map, {}));
+}
+
+void tst_MapTextReader::headerLinesAreRawAndInOrder()
+{
+    const Reading got =
+        read("# 1306  a\t b \n1 2 3\n  # \xc3\xa9\xff \r\n#\n2 2 3 # no comment\n#z");
+    QCOMPARE(got.map.headerLines,
+             (QStringList{QStringLiteral("# 1306  a\t b "), QStringLiteral("  # \u00e9\ufffd "),
+                          QStringLiteral("#"), QStringLiteral("#z")}));
+    QCOMPARE(got.map.rows.size(), 2);
+}
+
+void tst_MapTextReader::hashAfterBlanksIsAComment()
+{
+    const Reading got = read(" \t# X-NUM 4\n\u00a0# Y-NUM 3\n1 2 3\n");
+    QCOMPARE(got.map.xNum, 4);
+    QCOMPARE(got.map.yNum, 3);
+    QCOMPARE(got.map.rows.size(), 1);
+}
+
+void tst_MapTextReader::pixelWithI0ZeroIsAReadyMut()
+{
+    const Reading got = read(twoByOne + "0 0 0.75 0\n1 0 0.25 word\n");
+    QCOMPARE(data::pixelMut(got.map, 0, 0), 0.75);
+    QCOMPARE(data::pixelMut(got.map, 1, 0), 0.25);
+}
+
+void tst_MapTextReader::pixelWithIntensityZeroIsOne()
+{
+    const Reading got = read(twoByOne + "0 0 0 100\n1 0 word 100\n");
+    QCOMPARE(data::pixelMut(got.map, 0, 0), 1.0);
+    QCOMPARE(data::pixelMut(got.map, 1, 0), 1.0);
+}
+
+void tst_MapTextReader::earlierMapIsReplacedAndExtendedStays()
+{
+    Reading got = read(twoByOne + "1 2 3\n");
+    got.map.extended = true;
+    QBuffer device;
+    device.setData("#new\n4 5 6 7\n");
+    device.open(QIODevice::ReadOnly);
+    QVERIFY(!data::readMapText(device, got.map, {}));
+    QCOMPARE(fields(got.map), (Fields{{4, 5, 6, 7}}));
+    QCOMPARE(got.map.headerLines, QStringList{QStringLiteral("#new")});
+    QCOMPARE(got.map.xNum, 0);
+    QVERIFY(got.map.extended);
+}
+
+void tst_MapTextReader::failedReadKeepsItsRows_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<int>("rows");
+    QTest::newRow("no size") << QByteArray("1 2 3\n4 5 6\n") << 2;
+    QTest::newRow("no height") << QByteArray("# X-NUM 2\n1 2 3\n") << 1;
+    QTest::newRow("no width") << QByteArray("# Y-NUM 2\n1 2 3\n") << 1;
+    QTest::newRow("negative width") << QByteArray("# X-NUM -2\n# Y-NUM 2\n1 2 3\n") << 1;
+    QTest::newRow("both negative") << QByteArray("# X-NUM -2\n# Y-NUM -2\n1 2 3\n") << 1;
+    QTest::newRow("no rows") << twoByOne << 0;
+    QTest::newRow("channels without rows") << QByteArray("# 2003901\n# X-NUM 2\n# Y-NUM 1\n") << 0;
+    QTest::newRow("past the bound") << QByteArray("# X-NUM 65536\n# Y-NUM 65536\n1 2 3\n") << 1;
+}
+
+void tst_MapTextReader::failedReadKeepsItsRows()
+{
+    QFETCH(QByteArray, text);
+    const Reading got = read(text);
+    QVERIFY(!got.good);
+    QTEST(static_cast<int>(got.map.rows.size()), "rows");
+}
+
+void tst_MapTextReader::rowsNeedNotMatchTheSize()
+{
+    const Reading fewer = read("# X-NUM 20\n# Y-NUM 30\n0 0 5 0\n");
+    QVERIFY(fewer.good);
+    QCOMPARE(data::pixelMut(fewer.map, 0, 0), 5.0);
+    QCOMPARE(data::pixelMut(fewer.map, 19, 29), -1.0);
+    const Reading more = read("# X-NUM 1\n# Y-NUM 1\n0 0 5 0\n1 0 6 0\n");
+    QVERIFY(more.good);
+    QCOMPARE(more.map.rows.size(), 2);
+}
+
+void tst_MapTextReader::sizePastTheBoundIsAFailedRead_data()
+{
+    QTest::addColumn<QByteArray>("size");
+    QTest::addColumn<bool>("good");
+    QTest::newRow("2^25 by 1") << QByteArray("# X-NUM 33554432\n# Y-NUM 1\n") << true;
+    QTest::newRow("2^25 + 1 by 1") << QByteArray("# X-NUM 33554433\n# Y-NUM 1\n") << false;
+    QTest::newRow("5792 by 5792") << QByteArray("# X-NUM 5792\n# Y-NUM 5792\n") << true;
+    QTest::newRow("5793 by 5793") << QByteArray("# X-NUM 5793\n# Y-NUM 5793\n") << false;
+    QTest::newRow("0 in 32 bits") << QByteArray("# X-NUM 65536\n# Y-NUM 65536\n") << false;
+    QTest::newRow("one absurd side") << QByteArray("# X-NUM 2147483647\n") << false;
+    QTest::newRow("axis held to the int limit")
+        << QByteArray("# AXIS 0 a b c d 2147483647\n# Y-NUM 1\n") << false;
+}
+
+void tst_MapTextReader::sizePastTheBoundIsAFailedRead()
+{
+    QFETCH(QByteArray, size);
+    QFETCH(bool, good);
+    const Reading got = read(size + "1 2 3\n");
+    QCOMPARE(got.good, good);
+    QCOMPARE(got.map.xNum > 0, good);
+    QCOMPARE(got.map.yNum > 0, good);
+    QCOMPARE(got.map.rows.size(), 1);
+}
+
+void tst_MapTextReader::countedSizePastTheBoundIsAFailedRead()
+{
+    // All rows on one point count along both axes: 5793 squared is past 2^25.
+    const QByteArray row = "1 1 2\n";
+    QVERIFY(read("# 2003901\n" + row.repeated(5792)).good);
+    const Reading got = read("# 2003901\n" + row.repeated(5793));
+    QVERIFY(!got.good);
+    QCOMPARE(got.map.xNum, 0);
+    QCOMPARE(got.map.yNum, 0);
+    QCOMPARE(got.map.rows.size(), 5793);
+}
+
+void tst_MapTextReader::sizeGoesToTheDebugLog()
+{
+    QTest::ignoreMessage(QtDebugMsg, "size 2 1");
+    read(twoByOne + "1 2 3\n");
+    QTest::ignoreMessage(QtDebugMsg, "size 0 0");
+    read("");
+}
+
+void tst_MapTextReader::carriageReturnsVanish_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("CRLF") << QByteArray("# X-NUM 2\r\n# Y-NUM 1\r\n12 3 4 5\r\n6 7 8\r\n");
+    QTest::newRow("CRCRLF") << QByteArray("# X-NUM 2\n# Y-NUM 1\n12 3 4 5\r\r\n6 7 8\r\r\n");
+    QTest::newRow("inside a word") << QByteArray("# X-NUM \r2\n# Y-NUM 1\n1\r2 3 4 5\n6 7 8\n");
+    QTest::newRow("at the very end") << QByteArray("# X-NUM 2\n# Y-NUM 1\n12 3 4 5\n6 7 8\r");
+    QTest::newRow("before the line") << QByteArray("\r# X-NUM 2\n# Y-NUM 1\n\r12 3 4 5\n6 7 8");
+}
+
+void tst_MapTextReader::carriageReturnsVanish()
+{
+    QFETCH(QByteArray, text);
+    const Reading got = read(text);
+    QVERIFY(got.good);
+    QCOMPARE(fields(got.map), (Fields{{12, 3, 4, 5}, {6, 7, 8, 1}}));
+    QCOMPARE(got.map.headerLines,
+             (QStringList{QStringLiteral("# X-NUM 2"), QStringLiteral("# Y-NUM 1")}));
+    // Alone it ends no line.
+    QCOMPARE(read("1 2 3\r4 5 6\r7 8 9\r").map.rows.size(), 1);
+}
+
+void tst_MapTextReader::lastLineNeedsNoLineFeed()
+{
+    QCOMPARE(fields(read("1 2 3\n4 5 6 7").map), (Fields{{1, 2, 3, 1}, {4, 5, 6, 7}}));
+}
+
+void tst_MapTextReader::byteOrderMarkNamesTheEncoding_data()
+{
+    QTest::addColumn<int>("encoding");
+    QTest::newRow("UTF-8") << static_cast<int>(QStringConverter::Utf8);
+    QTest::newRow("UTF-16 little-endian") << static_cast<int>(QStringConverter::Utf16LE);
+    QTest::newRow("UTF-16 big-endian") << static_cast<int>(QStringConverter::Utf16BE);
+    QTest::newRow("UTF-32 little-endian") << static_cast<int>(QStringConverter::Utf32LE);
+    QTest::newRow("UTF-32 big-endian") << static_cast<int>(QStringConverter::Utf32BE);
+}
+
+void tst_MapTextReader::byteOrderMarkNamesTheEncoding()
+{
+    QFETCH(int, encoding);
+    QStringEncoder encode(static_cast<QStringConverter::Encoding>(encoding),
+                          QStringConverter::Flag::WriteBom);
+    const QByteArray text = encode(QStringLiteral("# 2003901\r\n# I0 : 1\r\n1 2 3 4\r\n"));
+    const Reading got = read(text);
+    QVERIFY(got.good);
+    QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}}));
+    QCOMPARE(got.map.headerLines.first(), QStringLiteral("# 2003901"));
+}
+
+void tst_MapTextReader::textModeOfTheDeviceIsPutBack()
+{
+    QBuffer device;
+    device.setData("\xef\xbb\xbf" + twoByOne + "1 2 3\n");
+    device.open(QIODevice::ReadOnly);
+    A2DData map;
+    QVERIFY(data::readMapText(device, map, {}));
+    QVERIFY(!device.isTextModeEnabled());
+}
+
+void tst_MapTextReader::infinityAndNanWordsAreNumbers()
+{
+    const Reading got = read(twoByOne + "inf -inf nan 1e400\n+inf -1e400 1e-400 -0\n");
+    const double inf = std::numeric_limits<double>::infinity();
+    const A2DRow& words = got.map.rows.at(0);
+    QVERIFY(words.x == inf && words.y == -inf && words.intensity != words.intensity);
+    QCOMPARE(words.i0, inf);
+    const A2DRow& limits = got.map.rows.at(1);
+    QVERIFY(limits.x == inf && limits.y == -inf);
+    QVERIFY(tests::sameDouble(limits.intensity, 0.0));
+    QVERIFY(tests::sameDouble(limits.i0, -0.0));
+}
+
+void tst_MapTextReader::emptyDeviceIsAFailedRead()
+{
+    const Reading got = read("");
+    QVERIFY(!got.good);
+    QVERIFY(got.map.rows.isEmpty());
+    QVERIFY(got.map.headerLines.isEmpty());
+}
+
+void tst_MapTextReader::failingDeviceEndsTheText()
+{
+    FailingDevice device(twoByOne + "1 2 3\n4 5 6");
+    A2DData map;
+    QVERIFY(data::readMapText(device, map, {}));
+    QCOMPARE(fields(map), (Fields{{1, 2, 3, 1}, {4, 5, 6, 1}}));
+    FailingDevice nothing("");
+    QVERIFY(!data::readMapText(nothing, map, {}));
+    QVERIFY(map.rows.isEmpty());
+}
+
+void tst_MapTextReader::closedDeviceIsAFailedRead()
+{
+    QBuffer device;
+    A2DData map;
+    QVERIFY(!data::readMapText(device, map, {}));
+}
+
+void tst_MapTextReader::tenMegabytesInOneLine_data()
+{
+    QTest::addColumn<QByteArray>("part");
+    QTest::addColumn<int>("rows");
+    QTest::newRow("many words") << QByteArray("7 ") << 1;
+    QTest::newRow("one word") << QByteArray("7") << 0;
+    QTest::newRow("blanks") << QByteArray(" ") << 0;
+    QTest::newRow("NUL") << QByteArray(1, '\0') << 0;
+    QTest::newRow("words that are no ASCII") << QByteArray("\xc3\xa9 ") << 1;
+    QTest::newRow("broken UTF-8") << QByteArray("\xff") << 0;
+    QTest::newRow("carriage returns") << QByteArray("\r") << 0;
+    QTest::newRow("comment") << QByteArray("# ") << 0;
+}
+
+void tst_MapTextReader::tenMegabytesInOneLine()
+{
+    QFETCH(QByteArray, part);
+    const QByteArray line = part.repeated(10'000'000 / part.size());
+    for (const char* const firstLine : {"# 1306\n", "# 2003901\n"}) {
+        const Reading got = read(firstLine + line);
+        QTEST(static_cast<int>(got.map.rows.size()), "rows");
+    }
+}
+
+void tst_MapTextReader::binaryNoiseIsReadWithoutHarm()
+{
+    std::mt19937 random(20230901);
+    QByteArray noise(1 << 20, Qt::Uninitialized);
+    std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random() % 256u); });
+    QVERIFY(!read(noise).good);
+    // Behind a good head what is no line of numbers is still only rows.
+    const Reading got = read(twoByOne + "1 2 3\n" + noise);
+    QVERIFY(got.good);
+    QCOMPARE(fields(got.map).first(), (QList<double>{1, 2, 3, 1}));
+}
+
+QTEST_APPLESS_MAIN(tst_MapTextReader)
+#include "tst_MapTextReader.moc"

@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <cmath>
+#include <memory>
 #include <unistd.h>
 
 namespace

@@ -1,10 +1,10 @@
 // The file row: its form, its two modes, and every road by which a path comes.
 
 #include "rows/AFileSelect.h"
-#include "rows/AsNobody.h"
 #include "rows/DialogSettings.h"
 #include "rows/FormChecks.h"
 #include "support/TestFiles.h"
+#include "support/Unprivileged.h"
 
 #include <QDir>
 #include <QDragEnterEvent>
@@ -599,8 +599,8 @@ void tst_AFileSelect::highlightedUnreadableFilePassesWithoutEffect()
     const Journal journal(&row);
     row.dialog->show();
     {
-        const tests::AsNobody rights;
-        QVERIFY(rights.works());
+        const tests::Unprivileged rights;
+        QVERIFY(rights.holds());
         row.selectingFile(path);
     }
     QCOMPARE(journal.entries, QStringList());

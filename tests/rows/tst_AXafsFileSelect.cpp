@@ -2,10 +2,11 @@
 // its energy shift, and its mut less a background line.
 
 #include "rows/AXafsFileSelect.h"
-#include "rows/AsNobody.h"
 #include "rows/DialogSettings.h"
+#include "support/DebugLog.h"
 #include "support/SameDouble.h"
 #include "support/TestFiles.h"
+#include "support/Unprivileged.h"
 
 #include <QFileDialog>
 #include <QSignalSpy>
@@ -16,15 +17,6 @@
 
 namespace
 {
-
-QStringList debugLines;
-
-void keepDebugLine(QtMsgType type, const QMessageLogContext&, const QString& text)
-{
-    if (type == QtDebugMsg) {
-        debugLines << text;
-    }
-}
 
 // The rise between 8100 and 8110 is the steepest, so the edge is at 8105.
 const QByteArray goodSpectrum = "8000 0.0\n8100 0.1\n8110 1.1\n8200 1.2\n";
@@ -211,8 +203,8 @@ void tst_AXafsFileSelect::unreadableFileProposesNoEdge()
     AXafsFileSelect row;
     const QSignalSpy edges(&row, &AXafsFileSelect::foundNewEdge);
     {
-        const tests::AsNobody rights;
-        QVERIFY(rights.works());
+        const tests::Unprivileged rights;
+        QVERIFY(rights.holds());
         row.AFileSelect::newFile(path);
     }
     QVERIFY(!row.valid);
@@ -317,14 +309,12 @@ void tst_AXafsFileSelect::shiftOfAValidSpectrumIsStoredAndTold()
     fill(row);
     const QSignalSpy updates(&row, &AXafsFileSelect::updated);
     row.Ui_AFileSelect::dE->setText(QStringLiteral("-2.5"));
-    debugLines.clear();
-    const auto before = qInstallMessageHandler(keepDebugLine);
+    const tests::DebugLog log;
     QTest::keyClick(row.Ui_AFileSelect::dE, Qt::Key_Return);
-    qInstallMessageHandler(before);
     QCOMPARE(spectrumOf(row).dE, -2.5);
     QCOMPARE(updates.size(), 1);
     const QStringList expected{QStringLiteral("set new de"), QStringLiteral("bb")};
-    QCOMPARE(debugLines, expected);
+    QCOMPARE(log.lines(), expected);
 }
 
 void tst_AXafsFileSelect::shiftWithoutASpectrumIsStoredInSilence()
@@ -333,13 +323,11 @@ void tst_AXafsFileSelect::shiftWithoutASpectrumIsStoredInSilence()
     row.attach(nullptr);
     const QSignalSpy updates(&row, &AXafsFileSelect::updated);
     row.Ui_AFileSelect::dE->setText(QStringLiteral("3"));
-    debugLines.clear();
-    const auto before = qInstallMessageHandler(keepDebugLine);
+    const tests::DebugLog log;
     QTest::keyClick(row.Ui_AFileSelect::dE, Qt::Key_Return);
-    qInstallMessageHandler(before);
     QCOMPARE(spectrumOf(row).dE, 3.0);
     QCOMPARE(updates.size(), 0);
-    QCOMPARE(debugLines, QStringList(QStringLiteral("set new de")));
+    QCOMPARE(log.lines(), QStringList(QStringLiteral("set new de")));
 }
 
 void tst_AXafsFileSelect::shiftOfWordsIsZero()

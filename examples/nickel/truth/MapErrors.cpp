@@ -1,0 +1,119 @@
+#include "MapErrors.h"
+
+#include <cmath>
+
+namespace nickel
+{
+namespace
+{
+
+using MutValues = std::array<double, mapEnergiesEv.size()>;
+
+double commonShape(std::size_t row)
+{
+    return shape(compounds()[niII], mapEnergiesEv.at(row));
+}
+
+/// s = c0 + c1 E + c2 mut, turned round.
+struct PixelLine {
+    double jump;
+    double backgroundAtV;
+};
+
+PixelLine throughTwoPoints(const MapForm& form, const MutValues& mut)
+{
+    const std::size_t below = form.rows.at(0);
+    const std::size_t above = form.rows.at(1);
+    const double jump = (mut.at(above) - mut.at(below)) / (commonShape(above) - commonShape(below));
+    return {jump, mut.at(below) - jump * commonShape(below)};
+}
+
+PixelLine leastSquares(const MapForm& form, const MutValues& mut)
+{
+    double meanE = 0.0;
+    double meanM = 0.0;
+    double meanS = 0.0;
+    const double n = static_cast<double>(form.rows.size());
+    for (const std::size_t row : form.rows) {
+        meanE += mapEnergiesEv.at(row) / n;
+        meanM += mut.at(row) / n;
+        meanS += commonShape(row) / n;
+    }
+    double ee = 0.0;
+    double em = 0.0;
+    double mm = 0.0;
+    double es = 0.0;
+    double ms = 0.0;
+    for (const std::size_t row : form.rows) {
+        const double e = mapEnergiesEv.at(row) - meanE;
+        const double m = mut.at(row) - meanM;
+        const double s = commonShape(row) - meanS;
+        ee += e * e;
+        em += e * m;
+        mm += m * m;
+        es += e * s;
+        ms += m * s;
+    }
+    const double determinant = ee * mm - em * em;
+    const double c1 = (es * mm - ms * em) / determinant;
+    const double c2 = (ms * ee - es * em) / determinant;
+    const double c0 = meanS - c1 * meanE - c2 * meanM;
+    return {1.0 / c2, -(c0 + c1 * mapEnergiesEv.at(vPoint)) / c2};
+}
+
+void addShare(ExpectedError& sum, double up, double middle, double down)
+{
+    const double share = 0.5 * (up - down);
+    sum.sigma += share * share;
+    sum.bias += 0.5 * (up - 2.0 * middle + down);
+}
+
+} // namespace
+
+const std::vector<MapForm>& mapForms()
+{
+    // The three-point thickness is relative to the first reference alone, that
+    // of the other forms to the mean of both.
+    static const double first = compounds()[niII].jump;
+    static const double mean = 0.5 * (compounds()[niII].jump + compounds()[niIII].jump);
+    static const std::vector<MapForm> forms = {
+        {"three points", "nickel_3points.dat", {1, 3}, false, first},
+        {"exact four points", "nickel_exact4.dat", {0, 1, 3}, true, mean},
+        {"least square", "nickel_leastsquare.dat", {0, 1, 3, 4, 5}, true, mean},
+    };
+    return forms;
+}
+
+MixtureEstimate estimateMixture(const MapForm& form, const MutValues& mut)
+{
+    const PixelLine line = form.fitsSlope ? leastSquares(form, mut) : throughTwoPoints(form, mut);
+    const double shapeII = shape(compounds()[niII], mapEnergiesEv[vPoint]);
+    const double shapeIII = shape(compounds()[niIII], mapEnergiesEv[vPoint]);
+    const double pixelShape = (mut[vPoint] - line.backgroundAtV) / line.jump;
+    return {(pixelShape - shapeIII) / (shapeII - shapeIII), line.jump};
+}
+
+ExpectedErrors expectedErrors(const MapForm& form, int x, int y)
+{
+    MutValues mut;
+    for (std::size_t row = 0; row < mut.size(); ++row) {
+        mut.at(row) = pixelMut(x, y, mapEnergiesEv.at(row));
+    }
+    const MixtureEstimate middle = estimateMixture(form, mut);
+    ExpectedErrors errors;
+    for (std::size_t row = 0; row < mut.size(); ++row) {
+        const double sigma = std::sqrt((1.0 + std::exp(mut.at(row))) / pixelPhotons);
+        MutValues moved = mut;
+        moved.at(row) = mut.at(row) + sigma;
+        const MixtureEstimate up = estimateMixture(form, moved);
+        moved.at(row) = mut.at(row) - sigma;
+        const MixtureEstimate down = estimateMixture(form, moved);
+        addShare(errors.fraction, up.fraction, middle.fraction, down.fraction);
+        addShare(errors.jump, up.jump, middle.jump, down.jump);
+    }
+    errors.fraction.sigma = std::sqrt(errors.fraction.sigma);
+    errors.jump.sigma = std::sqrt(errors.jump.sigma);
+    return errors;
+}
+
+} // namespace nickel

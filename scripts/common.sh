@@ -1,0 +1,63 @@
+# shellcheck shell=bash
+# What ./run and ./test share. Sourced by bash; sets `root`.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+say()
+{
+    printf '%s\n' "aelk: $*"
+}
+
+fail()
+{
+    printf '%s\n' "aelk: $*" >&2
+    exit 1
+}
+
+is_installed()
+{
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+# install_missing PACKAGE...: installs those that are not there, with apt-get.
+install_missing()
+{
+    local missing=() package
+    for package in "$@"; do
+        is_installed "$package" || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+
+    command -v apt-get >/dev/null ||
+        fail "missing packages: ${missing[*]}; there is no apt-get to install them with"
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null ||
+            fail "missing packages: ${missing[*]}; installing them needs root or sudo"
+        as_root=(sudo)
+    fi
+    say "installing ${missing[*]}"
+    # The lists may be old or absent; an update that fails may still leave
+    # lists that are good enough.
+    "${as_root[@]}" apt-get -qq update || true
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get -qq install --yes --no-install-recommends "${missing[@]}" ||
+        fail "could not install ${missing[*]}"
+}
+
+# shellcheck disable=SC2034  # used by the scripts that source this
+build_packages=(g++ cmake ninja-build qt6-base-dev)
+
+# build PRESET TARGET [CMAKE-OPTION...]: configures the preset and builds.
+build()
+{
+    local preset=$1 target=$2
+    shift 2
+    say "building $target ($preset)"
+    # Presets are looked for in the working directory.
+    (
+        cd "$root"
+        cmake --preset "$preset" "$@" >/dev/null &&
+            cmake --build --preset "$preset" --target "$target" --parallel "$(nproc)"
+    ) || fail "the build failed"
+}

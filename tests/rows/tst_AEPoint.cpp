@@ -1,0 +1,862 @@
+// The energy-point row: its form, its signals, and the map files that it loads.
+
+#include "rows/AEPoint.h"
+#include "rows/DialogSettings.h"
+#include "rows/FormChecks.h"
+#include "support/DebugLog.h"
+#include "support/SameDouble.h"
+#include "support/TestFiles.h"
+#include "support/Unprivileged.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QFocusEvent>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <cmath>
+#include <memory>
+#include <random>
+#include <sys/stat.h>
+
+namespace
+{
+
+using Values = QList<double>;
+
+// A map of 2 by 2 pixels: x, y, intensity, i0.
+const QByteArray textMap = "# 1306 map\n"
+                           "# X-NUM 2\n"
+                           "# Y-NUM 2\n"
+                           "# ENERGY : 8381.5\n"
+                           "0 0 10 20\n"
+                           "1 0 11 21\n"
+                           "0 1 12 22\n"
+                           "1 1 13 23\n";
+
+// The same without its energy.
+const QByteArray quietMap = "# X-NUM 2\n# Y-NUM 1\n0 0 5 6\n1 0 7 8\n";
+
+// The bytes of a binary map with the given pixels, all valid.
+QByteArray binaryMap(int width, int height, const Values& pixels)
+{
+    QByteArray bytes = QByteArrayLiteral("2dData-V0.0 HeaderSize: 512").leftJustified(64, ' ');
+    bytes += "\nWIDTH: " + QByteArray::number(width) + "\nHEIGHT: " + QByteArray::number(height) +
+             "\nDATA_ID: mut\nEND_OF_HEADER:\n";
+    bytes = bytes.leftJustified(512, '\0');
+    for (const double pixel : pixels) {
+        bytes.append(reinterpret_cast<const char*>(&pixel), sizeof pixel);
+    }
+    return bytes + QByteArray(pixels.size(), '\1');
+}
+
+// The rows of a map as numbers: x, y, intensity, i0, one row after another.
+Values numbersOf(const A2DData& map)
+{
+    Values numbers;
+    for (const A2DRow& row : map.rows) {
+        numbers << row.x << row.y << row.intensity << row.i0;
+    }
+    return numbers;
+}
+
+// A box without text is a target only where its mark is.
+void click(QAbstractButton* button)
+{
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
+}
+
+void leaveField(QLineEdit* edit)
+{
+    QFocusEvent leave(QEvent::FocusOut, Qt::TabFocusReason);
+    QCoreApplication::sendEvent(edit, &leave);
+}
+
+// Writes down in which order a row's signals came.
+class Journal : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Journal(AEPoint* row)
+    {
+        connect(row, &AEPoint::newDir, this, [this] { entries << QStringLiteral("dir"); });
+        connect(row, &AEPoint::newEnergy, this, [this, row](double e) {
+            entries << QStringLiteral("energy %1, %2, loaded %3")
+                           .arg(e)
+                           .arg(row->Energy->text())
+                           .arg(row->loaded);
+        });
+        connect(row, &AEPoint::newData, this,
+                [this, row] { entries << QStringLiteral("data, loaded %1").arg(row->loaded); });
+        connect(row, &AEPoint::changedCB, this, [this] { entries << QStringLiteral("box"); });
+    }
+
+    QStringList entries;
+};
+
+} // namespace
+
+class tst_AEPoint : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+
+    void formHasTheWidgetsOfItsRow_data();
+    void formHasTheWidgetsOfItsRow();
+    void formHasItsFrameAndSpacings();
+    void fieldsHaveTheirLimits();
+    void linesAreVerticalAndSunken();
+    void fileRowFillsTheWidth();
+    void rowStartsEmpty();
+    void slotsAreCallableByName_data();
+    void slotsAreCallableByName();
+
+    void clickedBoxAsksForACalculation_data();
+    void clickedBoxAsksForACalculation();
+    void boxSetByCodeAsksForNothing_data();
+    void boxSetByCodeAsksForNothing();
+    void showMapButtonAsksForNoCalculation();
+    void typingAMutTellsNothingAndCountsNextTime();
+    void leavingTheEnergyFieldTellsTheEnergy();
+    void unchangedEnergyIsToldAgain();
+    void energyOfWordsReadsAsZero();
+    void energyAndMutsComeFromTheTexts();
+    void mutOutsideTheReferencesReadsAsZero();
+
+    void directoryIsPassedOn();
+    void fileRowLoadsTheMap();
+    void textMapFillsTheRow();
+    void energyLineTellsTheEnergyBeforeTheData();
+    void everyEnergyLineTellsTheEnergyAndTheLastStays();
+    void energyTextIsShownFromItsStart();
+    void oldEnergyStaysWhenTheFileHasNone();
+    void mapWithoutLoadableRowsIsNotLoaded_data();
+    void mapWithoutLoadableRowsIsNotLoaded();
+    void failedReloadKeepsTheRowsItRead();
+    void fileThatCannotBeOpenedKeepsTheOldMap_data();
+    void fileThatCannotBeOpenedKeepsTheOldMap();
+    void unreadableFileKeepsTheOldMap();
+    void clearedFileRowIsNotLoadedAndKeepsTheOldMap();
+    void sizeGoesToTheDebugLog();
+    void textMapReplacesTheMapBefore();
+    void loadRunsNoCalculation();
+
+    void binaryMapFillsTheRowWithReadyMut();
+    void firstBytesDecideTheFormNotTheSuffix();
+    void textThatOpensLikeABinaryMapIsReadAsOne();
+    void secondBinaryMapKeepsTheOldPixelsInFront();
+    void binaryMapAfterATextMapKeepsItsRowsAndHeader();
+    void textMapAfterABinaryMapStartsAfresh();
+    void failedBinaryMapIsLoadedWithSizeZero_data();
+    void failedBinaryMapIsLoadedWithSizeZero();
+    void binaryMapPastTheLimitHasSizeZero();
+    void shortBinaryMapIsAcceptedWithZeroPixels();
+
+    void textMapTruncatedAnywhereIsLoadedOnlyWithSizeAndRows();
+    void binaryMapTruncatedAnywhereIsLoaded();
+    void noiseDoesNoHarm();
+    void longLineDoesNoHarm();
+    void energyFieldTakesAnAbsurdText();
+
+private:
+    QString file(const QString& name, const QByteArray& content) const
+    {
+        return tests::writeFile(*folder, name, content);
+    }
+
+    const QTemporaryDir settingsFolder;
+    std::unique_ptr<QTemporaryDir> folder;
+};
+
+void tst_AEPoint::initTestCase()
+{
+    QVERIFY(settingsFolder.isValid());
+    tests::keepDialogSettingsIn(settingsFolder);
+}
+
+void tst_AEPoint::init()
+{
+    folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(folder->isValid());
+}
+
+void tst_AEPoint::formHasTheWidgetsOfItsRow_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("NumDisp") << 0 << "QLabel"
+                             << "No. ";
+    QTest::newRow("line_2") << 1 << "QFrame"
+                            << "";
+    QTest::newRow("UseCB") << 2 << "QCheckBox"
+                           << "";
+    QTest::newRow("VPointCB") << 5 << "QCheckBox"
+                              << "";
+    QTest::newRow("LCFCB") << 6 << "QCheckBox"
+                           << "";
+    QTest::newRow("line") << 7 << "QFrame"
+                          << "";
+    QTest::newRow("label") << 8 << "QLabel"
+                           << "  Energy(eV)";
+    QTest::newRow("Energy") << 9 << "QLineEdit"
+                            << "";
+    QTest::newRow("label_2") << 10 << "QLabel"
+                             << "  mut(Ref 1)";
+    QTest::newRow("Mut1") << 11 << "QLineEdit"
+                          << "";
+    QTest::newRow("label_3") << 12 << "QLabel"
+                             << "  mut(Ref 2)";
+    QTest::newRow("Mut2") << 13 << "QLineEdit"
+                          << "";
+    QTest::newRow("label_5") << 14 << "QLabel"
+                             << "mut(Ref 3)";
+    QTest::newRow("Mut3") << 15 << "QLineEdit"
+                          << "";
+    QTest::newRow("label_6") << 16 << "QLabel"
+                             << "mut(Ref 4)";
+    QTest::newRow("Mut4") << 17 << "QLineEdit"
+                          << "";
+    QTest::newRow("label_7") << 18 << "QLabel"
+                             << "  mut(Target)";
+    QTest::newRow("MutT") << 19 << "QLineEdit"
+                          << "";
+    QTest::newRow("label_4") << 20 << "QLabel"
+                             << "   2D ";
+    QTest::newRow("FileSelect") << 21 << "AFileSelect"
+                                << "";
+    QTest::newRow("ShowMapB") << 22 << "QRadioButton"
+                              << "";
+}
+
+void tst_AEPoint::formHasTheWidgetsOfItsRow()
+{
+    const AEPoint row;
+    const QWidget* widget = tests::ownChild(&row, QString::fromLatin1(QTest::currentDataTag()));
+    QVERIFY(widget != nullptr);
+    QTEST(tests::gridColumn(widget), "column");
+    QTEST(QString::fromLatin1(widget->metaObject()->className()), "kind");
+    QTEST(tests::textOf(widget), "text");
+}
+
+void tst_AEPoint::formHasItsFrameAndSpacings()
+{
+    const AEPoint row;
+    QCOMPARE(row.objectName(), QStringLiteral("AEPoint"));
+    QCOMPARE(row.windowTitle(), QStringLiteral("Frame"));
+    QCOMPARE(row.size(), QSize(1196, 37));
+    QCOMPARE(row.frameShape(), QFrame::NoFrame);
+    QCOMPARE(row.frameShadow(), QFrame::Raised);
+    const auto* grid = qobject_cast<QGridLayout*>(row.layout());
+    QVERIFY(grid != nullptr);
+    QCOMPARE(grid->objectName(), QStringLiteral("gridLayout"));
+    QCOMPARE(grid->horizontalSpacing(), 1);
+    QCOMPARE(grid->verticalSpacing(), 1);
+    QCOMPARE(grid->contentsMargins(), QMargins(1, 1, 1, 1));
+    QCOMPARE(grid->rowCount(), 1);
+}
+
+void tst_AEPoint::fieldsHaveTheirLimits()
+{
+    const AEPoint row;
+    QCOMPARE(row.NumDisp->sizePolicy().horizontalPolicy(), QSizePolicy::Maximum);
+    QCOMPARE(row.NumDisp->sizePolicy().verticalPolicy(), QSizePolicy::Preferred);
+    for (const QCheckBox* box : {row.UseCB, row.VPointCB, row.LCFCB}) {
+        QCOMPARE(box->sizePolicy().horizontalPolicy(), QSizePolicy::Maximum);
+        QCOMPARE(box->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
+    }
+    QCOMPARE(row.Energy->maximumWidth(), 70);
+    QVERIFY(tests::isRightAligned(row.Energy));
+    for (const QLineEdit* mut : {row.Mut1, row.Mut2, row.Mut3, row.Mut4, row.MutT}) {
+        QCOMPARE(mut->maximumWidth(), 60);
+    }
+    for (const QLineEdit* edit : {row.Energy, row.Mut1, row.Mut2, row.Mut3, row.Mut4, row.MutT}) {
+        QCOMPARE(edit->sizePolicy().horizontalPolicy(), QSizePolicy::Preferred);
+        QCOMPARE(edit->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
+        QVERIFY(!edit->isReadOnly());
+    }
+}
+
+void tst_AEPoint::linesAreVerticalAndSunken()
+{
+    const AEPoint row;
+    for (const char* name : {"line", "line_2"}) {
+        const auto* line = row.findChild<QFrame*>(QLatin1String(name));
+        QVERIFY(line != nullptr);
+        QCOMPARE(line->frameShape(), QFrame::VLine);
+        QCOMPARE(line->frameShadow(), QFrame::Sunken);
+    }
+}
+
+void tst_AEPoint::fileRowFillsTheWidth()
+{
+    const AEPoint row;
+    QCOMPARE(row.FileSelect->frameShape(), QFrame::NoFrame);
+    QCOMPARE(row.FileSelect->frameShadow(), QFrame::Raised);
+    QCOMPARE(row.FileSelect->sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+    QCOMPARE(row.FileSelect->sizePolicy().verticalPolicy(), QSizePolicy::Preferred);
+    QCOMPARE(row.FileSelect->mode, 0);
+    QVERIFY(row.FileSelect->dEBase->isHidden());
+}
+
+void tst_AEPoint::rowStartsEmpty()
+{
+    const AEPoint row;
+    QCOMPARE(row.loaded, false);
+    QCOMPARE(row.subBGForRef, false);
+    QCOMPARE(row.subBGForTarget, false);
+    const QList<QLineEdit*> muts{row.Mut1, row.Mut2, row.Mut3, row.Mut4};
+    QCOMPARE(row.mutEdits, muts);
+    QVERIFY(!row.UseCB->isChecked() && !row.VPointCB->isChecked() && !row.LCFCB->isChecked());
+    QVERIFY(!row.ShowMapB->isChecked());
+    QVERIFY(row.rows.isEmpty());
+    QCOMPARE(row.xNum, 0);
+    QCOMPARE(row.yNum, 0);
+    QCOMPARE(row.extended, false);
+}
+
+void tst_AEPoint::slotsAreCallableByName_data()
+{
+    QTest::addColumn<QByteArray>("signature");
+    for (const char* signature :
+         {"loadData(QString)", "load2dProcData(QString)", "inNewEnergy()"}) {
+        QTest::newRow(signature) << QByteArray(signature);
+    }
+}
+
+void tst_AEPoint::slotsAreCallableByName()
+{
+    QFETCH(QByteArray, signature);
+    QVERIFY(AEPoint::staticMetaObject.indexOfSlot(signature.constData()) >= 0);
+}
+
+void tst_AEPoint::clickedBoxAsksForACalculation_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char* name : {"UseCB", "VPointCB", "LCFCB"}) {
+        QTest::newRow(name) << QString::fromLatin1(name);
+    }
+}
+
+void tst_AEPoint::clickedBoxAsksForACalculation()
+{
+    QFETCH(QString, name);
+    AEPoint row;
+    row.show();
+    const Journal journal(&row);
+    auto* box = row.findChild<QCheckBox*>(name);
+    click(box);
+    QVERIFY(box->isChecked());
+    QCOMPARE(journal.entries, QStringList(QStringLiteral("box")));
+    click(box);
+    QVERIFY(!box->isChecked());
+    QCOMPARE(journal.entries.size(), 2);
+}
+
+void tst_AEPoint::boxSetByCodeAsksForNothing_data()
+{
+    clickedBoxAsksForACalculation_data();
+}
+
+void tst_AEPoint::boxSetByCodeAsksForNothing()
+{
+    QFETCH(QString, name);
+    AEPoint row;
+    const Journal journal(&row);
+    auto* box = row.findChild<QCheckBox*>(name);
+    box->setChecked(true);
+    box->setChecked(false);
+    QCOMPARE(journal.entries, QStringList());
+}
+
+void tst_AEPoint::showMapButtonAsksForNoCalculation()
+{
+    AEPoint row;
+    row.show();
+    const Journal journal(&row);
+    click(row.ShowMapB);
+    QVERIFY(row.ShowMapB->isChecked());
+    QCOMPARE(journal.entries, QStringList());
+}
+
+void tst_AEPoint::typingAMutTellsNothingAndCountsNextTime()
+{
+    AEPoint row;
+    const Journal journal(&row);
+    double e = -1.0;
+    double mi = -1.0;
+    double mj = -1.0;
+    for (QLineEdit* mut : std::as_const(row.mutEdits)) {
+        QTest::keyClicks(mut, QStringLiteral("0.25"));
+        QTest::keyClick(mut, Qt::Key_Return);
+        leaveField(mut);
+    }
+    QTest::keyClicks(row.MutT, QStringLiteral("0.5"));
+    QTest::keyClick(row.MutT, Qt::Key_Return);
+    QCOMPARE(journal.entries, QStringList());
+    row.energyAndMuts(0, 3, &e, &mi, &mj);
+    QCOMPARE(mi, 0.25);
+    QCOMPARE(mj, 0.25);
+}
+
+void tst_AEPoint::leavingTheEnergyFieldTellsTheEnergy()
+{
+    AEPoint row;
+    const QSignalSpy energies(&row, &AEPoint::newEnergy);
+    QTest::keyClicks(row.Energy, QStringLiteral("8404.5"));
+    QCOMPARE(energies.size(), 0);
+    leaveField(row.Energy);
+    QCOMPARE(energies.size(), 1);
+    QCOMPARE(energies.at(0).at(0).toDouble(), 8404.5);
+}
+
+void tst_AEPoint::unchangedEnergyIsToldAgain()
+{
+    AEPoint row;
+    const QSignalSpy energies(&row, &AEPoint::newEnergy);
+    row.Energy->setText(QStringLiteral("8313"));
+    row.inNewEnergy();
+    row.inNewEnergy();
+    QCOMPARE(energies.size(), 2);
+    QCOMPARE(energies.at(1).at(0).toDouble(), 8313.0);
+}
+
+void tst_AEPoint::energyOfWordsReadsAsZero()
+{
+    AEPoint row;
+    const QSignalSpy energies(&row, &AEPoint::newEnergy);
+    row.Energy->setText(QStringLiteral("white line"));
+    row.inNewEnergy();
+    QCOMPARE(energies.size(), 1);
+    QCOMPARE(energies.at(0).at(0).toDouble(), 0.0);
+    double e = -1.0;
+    double mi = -1.0;
+    double mj = -1.0;
+    row.energyAndMuts(0, 1, &e, &mi, &mj);
+    QCOMPARE(e, 0.0);
+}
+
+void tst_AEPoint::energyAndMutsComeFromTheTexts()
+{
+    AEPoint row;
+    row.Energy->setText(QStringLiteral("8381.25"));
+    row.Mut1->setText(QStringLiteral("0.1"));
+    row.Mut2->setText(QStringLiteral("0.2"));
+    row.Mut3->setText(QStringLiteral("half"));
+    row.Mut4->setText(QStringLiteral("0.4"));
+    double e = -1.0;
+    double mi = -1.0;
+    double mj = -1.0;
+    row.energyAndMuts(1, 0, &e, &mi, &mj);
+    QCOMPARE(e, 8381.25);
+    QCOMPARE(mi, 0.2);
+    QCOMPARE(mj, 0.1);
+    row.energyAndMuts(2, 3, &e, &mi, &mj);
+    QCOMPARE(mi, 0.0);
+    QCOMPARE(mj, 0.4);
+}
+
+void tst_AEPoint::mutOutsideTheReferencesReadsAsZero()
+{
+    AEPoint row;
+    row.Mut1->setText(QStringLiteral("1"));
+    double e = -1.0;
+    double mi = -1.0;
+    double mj = -1.0;
+    row.energyAndMuts(-1, 4, &e, &mi, &mj);
+    QCOMPARE(mi, 0.0);
+    QCOMPARE(mj, 0.0);
+}
+
+void tst_AEPoint::directoryIsPassedOn()
+{
+    AEPoint row;
+    const QSignalSpy dirs(&row, &AEPoint::newDir);
+    row.FileSelect->newFile(file(QStringLiteral("map.dat"), textMap));
+    QCOMPARE(dirs.size(), 1);
+    QCOMPARE(dirs.at(0).at(0).toString(), QDir(folder->path()).canonicalPath());
+}
+
+void tst_AEPoint::fileRowLoadsTheMap()
+{
+    AEPoint row;
+    const Journal journal(&row);
+    row.FileSelect->newFile(file(QStringLiteral("map.dat"), quietMap));
+    QVERIFY(row.loaded);
+    const QStringList expected{QStringLiteral("dir"), QStringLiteral("data, loaded 1")};
+    QCOMPARE(journal.entries, expected);
+}
+
+void tst_AEPoint::textMapFillsTheRow()
+{
+    AEPoint row;
+    row.loadData(file(QStringLiteral("map.dat"), textMap));
+    QVERIFY(row.loaded);
+    QCOMPARE(row.xNum, 2);
+    QCOMPARE(row.yNum, 2);
+    QCOMPARE(row.headerLines.size(), 4);
+    QCOMPARE(row.headerLines.at(0), QStringLiteral("# 1306 map"));
+    const Values expected{0, 0, 10, 20, 1, 0, 11, 21, 0, 1, 12, 22, 1, 1, 13, 23};
+    QCOMPARE(numbersOf(row), expected);
+    QCOMPARE(data::pixelMut(row, 1, 1), std::log(23.0 / 13.0));
+}
+
+void tst_AEPoint::energyLineTellsTheEnergyBeforeTheData()
+{
+    AEPoint row;
+    row.Energy->setText(QStringLiteral("1"));
+    row.loaded = true;
+    const Journal journal(&row);
+    row.loadData(file(QStringLiteral("map.dat"), textMap));
+    const QStringList expected{QStringLiteral("energy 8381.5, 8381.5, loaded 0"),
+                               QStringLiteral("data, loaded 1")};
+    QCOMPARE(journal.entries, expected);
+    QCOMPARE(row.Energy->text(), QStringLiteral("8381.5"));
+}
+
+void tst_AEPoint::everyEnergyLineTellsTheEnergyAndTheLastStays()
+{
+    AEPoint row;
+    const QSignalSpy energies(&row, &AEPoint::newEnergy);
+    row.loadData(file(QStringLiteral("map.dat"),
+                      "# ENERGY : 8313\n# X-NUM 1\n# Y-NUM 1\n1 1 1 1\n# energy : 8460.50\n"));
+    QCOMPARE(energies.size(), 2);
+    QCOMPARE(energies.at(0).at(0).toDouble(), 8313.0);
+    QCOMPARE(energies.at(1).at(0).toDouble(), 8460.5);
+    QCOMPARE(row.Energy->text(), QStringLiteral("8460.50"));
+}
+
+void tst_AEPoint::energyTextIsShownFromItsStart()
+{
+    AEPoint row;
+    row.loadData(file(QStringLiteral("map.dat"), textMap));
+    QCOMPARE(row.Energy->cursorPosition(), 0);
+}
+
+void tst_AEPoint::oldEnergyStaysWhenTheFileHasNone()
+{
+    AEPoint row;
+    row.Energy->setText(QStringLiteral("8404.5"));
+    const QSignalSpy energies(&row, &AEPoint::newEnergy);
+    row.loadData(file(QStringLiteral("map.dat"), quietMap));
+    QVERIFY(row.loaded);
+    QCOMPARE(row.Energy->text(), QStringLiteral("8404.5"));
+    QCOMPARE(energies.size(), 0);
+}
+
+void tst_AEPoint::mapWithoutLoadableRowsIsNotLoaded_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<qsizetype>("rowCount");
+    QTest::newRow("empty") << QByteArray() << qsizetype(0);
+    QTest::newRow("no size") << QByteArray("0 0 1 2\n1 0 1 2\n") << qsizetype(2);
+    QTest::newRow("half a size") << QByteArray("# X-NUM 2\n0 0 1 2\n") << qsizetype(1);
+    QTest::newRow("no rows") << QByteArray("# X-NUM 2\n# Y-NUM 2\n") << qsizetype(0);
+    QTest::newRow("rows too short") << QByteArray("# X-NUM 2\n# Y-NUM 2\n1 2\n") << qsizetype(0);
+    QTest::newRow("negative size")
+        << QByteArray("# X-NUM -2\n# Y-NUM 2\n0 0 1 2\n") << qsizetype(1);
+    QTest::newRow("size past the limit")
+        << QByteArray("# X-NUM 100000\n# Y-NUM 100000\n0 0 1 2\n") << qsizetype(1);
+}
+
+void tst_AEPoint::mapWithoutLoadableRowsIsNotLoaded()
+{
+    QFETCH(QByteArray, content);
+    AEPoint row;
+    const QSignalSpy maps(&row, &AEPoint::newData);
+    row.loadData(file(QStringLiteral("map.dat"), content));
+    QVERIFY(!row.loaded);
+    QCOMPARE(maps.size(), 0);
+    QTEST(row.rows.size(), "rowCount");
+}
+
+void tst_AEPoint::failedReloadKeepsTheRowsItRead()
+{
+    AEPoint row;
+    row.loadData(file(QStringLiteral("map.dat"), textMap));
+    row.loadData(file(QStringLiteral("bad.dat"), "# no size\n7 8 9 10\n"));
+    QVERIFY(!row.loaded);
+    const Values expected{7, 8, 9, 10};
+    QCOMPARE(numbersOf(row), expected);
+    QCOMPARE(row.headerLines, QStringList(QStringLiteral("# no size")));
+}
+
+void tst_AEPoint::fileThatCannotBeOpenedKeepsTheOldMap_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("missing") << "missing.dat";
+    QTest::newRow("a folder") << ".";
+    QTest::newRow("a pipe") << "pipe";
+}
+
+void tst_AEPoint::fileThatCannotBeOpenedKeepsTheOldMap()
+{
+    QFETCH(QString, name);
+    QCOMPARE(::mkfifo(QFile::encodeName(folder->filePath(QStringLiteral("pipe"))), 0600), 0);
+    AEPoint row;
+    row.loadData(file(QStringLiteral("map.dat"), textMap));
+    const QSignalSpy maps(&row, &AEPoint::newData);
+    row.loadData(folder->filePath(name));
+    QVERIFY(!row.loaded);
+    QCOMPARE(row.rows.size(), 4);
+    QCOMPARE(row.xNum, 2);
+    QCOMPARE(row.headerLines.size(), 4);
+    QCOMPARE(maps.size(), 0);
+}
+
+void tst_AEPoint::unreadableFileKeepsTheOldMap()
+{
+    AEPoint row;
+    row.loadData(file(QStringLiteral("map.dat"), textMap));
+    const QString path = file(QStringLiteral("secret.dat"), quietMap);
+    QVERIFY(QFile::setPermissions(path, {}));
+    QVERIFY(QFile::setPermissions(folder->path(), QFile::Permissions(0x7755)));
+    const QSignalSpy maps(&row, &AEPoint::newData);
+    {
+        const tests::Unprivileged rights;
+        QVERIFY(rights.holds());
+        row.loadData(path);
+    }
+    QVERIFY(!row.loaded);
+    QCOMPARE(row.rows.size(), 4);
+    QCOMPARE(maps.size(), 0);
+}
+
+void tst_AEPoint::clearedFileRowIsNotLoadedAndKeepsTheOldMap()
+{
+    AEPoint row;
+    row.FileSelect->newFile(file(QStringLiteral("map.dat"), textMap));
+    const Journal journal(&row);
+    row.FileSelect->clearFileName();
+    QVERIFY(!row.loaded);
+    QCOMPARE(row.rows.size(), 4);
+    QCOMPARE(journal.entries, QStringList());
+}
+
+void tst_AEPoint::sizeGoesToTheDebugLog()
+{
+    AEPoint row;
+    const QString good = file(QStringLiteral("map.dat"), textMap);
+    const QString bad = file(QStringLiteral("bad.dat"), "# X-NUM 3\n");
+    const tests::DebugLog log;
+    row.loadData(good);
+    row.loadData(bad);
+    const QStringList expected{QStringLiteral("size 2 2"), QStringLiteral("size 3 0")};
+    QCOMPARE(log.lines(), expected);
+}
+
+void tst_AEPoint::textMapReplacesTheMapBefore()
+{
+    AEPoint row;
+    row.loadData(file(QStringLiteral("a.dat"), textMap));
+    row.extended = true;
+    row.loadData(file(QStringLiteral("b.dat"), quietMap));
+    const Values expected{0, 0, 5, 6, 1, 0, 7, 8};
+    QCOMPARE(numbersOf(row), expected);
+    QCOMPARE(row.xNum, 2);
+    QCOMPARE(row.yNum, 1);
+    QCOMPARE(row.headerLines.size(), 2);
+    QCOMPARE(row.extended, true);
+}
+
+void tst_AEPoint::loadRunsNoCalculation()
+{
+    AEPoint row;
+    const QSignalSpy boxes(&row, &AEPoint::changedCB);
+    row.loadData(file(QStringLiteral("map.dat"), textMap));
+    QCOMPARE(boxes.size(), 0);
+}
+
+void tst_AEPoint::binaryMapFillsTheRowWithReadyMut()
+{
+    AEPoint row;
+    const Journal journal(&row);
+    row.Energy->setText(QStringLiteral("8313"));
+    row.loadData(file(QStringLiteral("map.2dp"), binaryMap(3, 2, {0.1, 0.2, 0.3, 0.4, 0.5, 0.6})));
+    QVERIFY(row.loaded);
+    QCOMPARE(row.xNum, 3);
+    QCOMPARE(row.yNum, 2);
+    const Values expected{0, 0, 0.1, 0, 1, 0, 0.2, 0, 2, 0, 0.3, 0,
+                          0, 1, 0.4, 0, 1, 1, 0.5, 0, 2, 1, 0.6, 0};
+    QCOMPARE(numbersOf(row), expected);
+    QVERIFY(row.rows.at(0).values.isEmpty());
+    QCOMPARE(data::pixelMut(row, 1, 1), 0.5);
+    QCOMPARE(journal.entries, QStringList(QStringLiteral("data, loaded 1")));
+    QCOMPARE(row.Energy->text(), QStringLiteral("8313"));
+}
+
+void tst_AEPoint::firstBytesDecideTheFormNotTheSuffix()
+{
+    AEPoint row;
+    row.loadData(file(QStringLiteral("map.dat"), binaryMap(1, 1, {0.75})));
+    QCOMPARE(data::pixelMut(row, 0, 0), 0.75);
+    row.loadData(file(QStringLiteral("map.2dp"), quietMap));
+    QCOMPARE(data::pixelMut(row, 0, 0), std::log(6.0 / 5.0));
+}
+
+void tst_AEPoint::textThatOpensLikeABinaryMapIsReadAsOne()
+{
+    AEPoint row;
+    row.loadData(file(QStringLiteral("map.dat"), "2dData\n# X-NUM 1\n# Y-NUM 1\n0 0 1 2\n"));
+    QVERIFY(row.loaded);
+    QVERIFY(row.rows.isEmpty());
+    QCOMPARE(row.xNum, 0);
+    QVERIFY(row.headerLines.isEmpty());
+}
+
+void tst_AEPoint::secondBinaryMapKeepsTheOldPixelsInFront()
+{
+    AEPoint row;
+    row.loadData(file(QStringLiteral("a.2dp"), binaryMap(2, 1, {0.1, 0.2})));
+    row.loadData(file(QStringLiteral("b.2dp"), binaryMap(3, 1, {0.7, 0.8, 0.9})));
+    QCOMPARE(row.rows.size(), 5);
+    QCOMPARE(row.xNum, 3);
+    QCOMPARE(row.yNum, 1);
+    QCOMPARE(data::pixelMut(row, 0, 0), 0.1);
+    QCOMPARE(data::pixelMut(row, 1, 0), 0.2);
+    QCOMPARE(data::pixelMut(row, 2, 0), 0.7);
+}
+
+void tst_AEPoint::binaryMapAfterATextMapKeepsItsRowsAndHeader()
+{
+    AEPoint row;
+    row.loadData(file(QStringLiteral("a.dat"), textMap));
+    row.loadData(file(QStringLiteral("b.2dp"), binaryMap(1, 1, {0.5})));
+    QCOMPARE(row.rows.size(), 5);
+    QCOMPARE(row.headerLines.size(), 4);
+    QCOMPARE(row.xNum, 1);
+    QCOMPARE(row.yNum, 1);
+    QCOMPARE(data::pixelMut(row, 0, 0), std::log(20.0 / 10.0));
+}
+
+void tst_AEPoint::textMapAfterABinaryMapStartsAfresh()
+{
+    AEPoint row;
+    row.loadData(file(QStringLiteral("a.2dp"), binaryMap(2, 1, {0.1, 0.2})));
+    row.loadData(file(QStringLiteral("b.dat"), quietMap));
+    QCOMPARE(row.rows.size(), 2);
+    QCOMPARE(data::pixelMut(row, 0, 0), std::log(6.0 / 5.0));
+}
+
+void tst_AEPoint::failedBinaryMapIsLoadedWithSizeZero_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("missing") << "missing.2dp";
+    QTest::newRow("a text map") << "map.dat";
+    QTest::newRow("a folder") << ".";
+}
+
+void tst_AEPoint::failedBinaryMapIsLoadedWithSizeZero()
+{
+    QFETCH(QString, name);
+    const QString text = file(QStringLiteral("map.dat"), textMap);
+    AEPoint row;
+    row.loadData(text);
+    const QSignalSpy maps(&row, &AEPoint::newData);
+    row.load2dProcData(folder->filePath(name));
+    QVERIFY(row.loaded);
+    QCOMPARE(row.xNum, 0);
+    QCOMPARE(row.yNum, 0);
+    QCOMPARE(row.rows.size(), 4);
+    QCOMPARE(maps.size(), 1);
+}
+
+void tst_AEPoint::binaryMapPastTheLimitHasSizeZero()
+{
+    AEPoint row;
+    row.loadData(file(QStringLiteral("map.2dp"), binaryMap(100000, 100000, {0.5})));
+    QVERIFY(row.loaded);
+    QCOMPARE(row.xNum, 0);
+    QCOMPARE(row.yNum, 0);
+    QVERIFY(row.rows.isEmpty());
+    row.loadData(file(QStringLiteral("map.2dp"), binaryMap(-3, 2, {0.5})));
+    QCOMPARE(row.xNum, 0);
+    QVERIFY(row.rows.isEmpty());
+}
+
+void tst_AEPoint::shortBinaryMapIsAcceptedWithZeroPixels()
+{
+    AEPoint row;
+    QByteArray bytes = binaryMap(2, 2, {0.1, 0.2, 0.3, 0.4});
+    bytes.truncate(512 + 2 * 8);
+    row.loadData(file(QStringLiteral("map.2dp"), bytes));
+    QVERIFY(row.loaded);
+    QCOMPARE(row.rows.size(), 4);
+    QCOMPARE(data::pixelMut(row, 1, 0), 0.2);
+    QCOMPARE(data::pixelMut(row, 0, 1), 0.0);
+    QCOMPARE(data::pixelMut(row, 1, 1), 0.0);
+}
+
+void tst_AEPoint::textMapTruncatedAnywhereIsLoadedOnlyWithSizeAndRows()
+{
+    AEPoint row;
+    int loads = 0;
+    connect(&row, &AEPoint::newData, this, [&] { ++loads; });
+    for (qsizetype length = 0; length <= textMap.size(); ++length) {
+        const int before = loads;
+        row.loadData(file(QStringLiteral("map.dat"), textMap.left(length)));
+        QCOMPARE(row.loaded, row.xNum > 0 && row.yNum > 0 && !row.rows.isEmpty());
+        QCOMPARE(loads - before, row.loaded ? 1 : 0);
+    }
+    QVERIFY(row.loaded);
+}
+
+void tst_AEPoint::binaryMapTruncatedAnywhereIsLoaded()
+{
+    const QByteArray whole = binaryMap(2, 2, {0.1, 0.2, 0.3, 0.4});
+    AEPoint row;
+    for (qsizetype length = 6; length <= whole.size(); ++length) {
+        row.rows.clear();
+        row.loadData(file(QStringLiteral("map.2dp"), whole.left(length)));
+        QVERIFY(row.loaded);
+        QCOMPARE(row.rows.size(), qsizetype(row.xNum) * row.yNum);
+    }
+    QCOMPARE(data::pixelMut(row, 1, 1), 0.4);
+}
+
+void tst_AEPoint::noiseDoesNoHarm()
+{
+    std::mt19937 generator(20240607);
+    std::uniform_int_distribution<int> anyByte(0, 255);
+    for (int round = 0; round < 20; ++round) {
+        QByteArray noise = round % 2 == 0 ? QByteArray("# X-NUM 2\n# Y-NUM 2\n") : QByteArray();
+        for (int i = 0; i < 5000; ++i) {
+            noise += static_cast<char>(anyByte(generator));
+        }
+        AEPoint row;
+        row.loadData(file(QStringLiteral("noise.dat"), noise));
+        QCOMPARE(row.loaded, row.xNum > 0 && row.yNum > 0 && !row.rows.isEmpty());
+    }
+}
+
+void tst_AEPoint::longLineDoesNoHarm()
+{
+    AEPoint row;
+    row.loadData(file(QStringLiteral("long.dat"), QByteArray(10'000'000, '7')));
+    QVERIFY(!row.loaded);
+    row.loadData(file(QStringLiteral("long.dat"),
+                      "# X-NUM 1\n# Y-NUM 1\n1 1 1 2 " + QByteArray(10'000'000, '7')));
+    QVERIFY(row.loaded);
+    QCOMPARE(row.rows.size(), 1);
+}
+
+void tst_AEPoint::energyFieldTakesAnAbsurdText()
+{
+    AEPoint row;
+    const QSignalSpy energies(&row, &AEPoint::newEnergy);
+    row.loadData(file(QStringLiteral("map.dat"),
+                      "# ENERGY : " + QByteArray(1'000'000, 'e') + "\n# ENERGY : inf\n"));
+    QCOMPARE(energies.size(), 2);
+    QCOMPARE(energies.at(0).at(0).toDouble(), 0.0);
+    QVERIFY(std::isinf(energies.at(1).at(0).toDouble()));
+    QCOMPARE(row.Energy->text(), QStringLiteral("inf"));
+}
+
+QTEST_MAIN(tst_AEPoint)
+#include "tst_AEPoint.moc"

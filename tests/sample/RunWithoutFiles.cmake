@@ -1,0 +1,12 @@
+# Runs the sample program on a folder without the sample: it has to come to an
+# orderly end, say that its results are off, and fail.
+execute_process(COMMAND ${PROGRAM} ${FOLDER}
+  WORKING_DIRECTORY ${FOLDER}
+  RESULT_VARIABLE status
+  OUTPUT_VARIABLE output)
+if(NOT status EQUAL 1)
+  message(FATAL_ERROR "exit status ${status}")
+endif()
+if(NOT output MATCHES "further off than the noise allows")
+  message(FATAL_ERROR "unexpected output: ${output}")
+endif()
