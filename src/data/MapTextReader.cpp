@@ -228,7 +228,9 @@ void readStream(QIODevice& device, MapBuilder& builder)
     device.setTextModeEnabled(true);
     QTextStream stream(&device);
     QString line;
-    while (stream.readLineInto(&line)) {
+    // QTextStream counts the characters of a line in an int.
+    constexpr qint64 longestLine = 1 << 30;
+    while (stream.readLineInto(&line, longestLine)) {
         builder.takeText(line);
     }
     device.setTextModeEnabled(wasTextMode);
