@@ -300,6 +300,37 @@ def map_text_forms():
     return case.do("load", "Row6", "@/in/unicode.dat").do("rowslot", 6, "inNewEnergy")
 
 
+def odd_characters():
+    """Byte order marks, blanks of every kind, control characters."""
+    points = inputs.spectrum_points(random.Random(24), 2, 9)
+    spectrum = inputs.plain(points)
+    beam = inputs.beamline(points, random.Random(24))
+    grid = "# 2003901\n# I0 : 1\n# I : 0\n0 0 5 6\n1 0 5 7\n"
+    table = "# X-NUM 2\n# Y-NUM 1\n0 0 5 6\n1 0 5 7\n"
+    files = {
+        "@/in/bom.txt": "\ufeff" + beam,
+        "@/in/u16.txt": {"hex": ("\ufeff" + spectrum).encode("utf-16-le").hex()},
+        "@/in/blanks.txt": spectrum.replace(" ", "\u00a0").replace("\n", "\u3000\n\u2003"),
+        "@/in/nul.txt": spectrum.replace(" ", " \0", 2) + "8600\0 1\n8610 \u22121\n8620\x1c2 3\n8630\x0b+.5\n\u2028# x 1\n",
+        "@/in/long.txt": spectrum + "8700." + "0" * 700 + " 1e-400\n8710 -1e-400 " + "word " * 100 + "\n8720 .%s5e801" % ("0" * 800),
+        "@/in/bom.dat": "\ufeff" + grid,
+        "@/in/u16.dat": {"hex": ("\ufeff" + grid).encode("utf-16-be").hex()},
+        "@/in/upper.dat": grid.replace("# I :", "# \u0131 :") + "# ax\u0131s 0 a b c d e 8\n",
+        "@/in/blanks.dat": table.replace(" ", "\u00a0").replace("6\n", "6\u2029\n"),
+        "@/in/nul.dat": table.replace("X-NUM 2", "X-NUM 2\0z").replace("5 7", "5\0 7") + "\x0c1\x0b0\x852\xa0-0\n2 0 \u22123 1e-400\n3 0 -1e-400 -1e400\n",
+        "@/in/cr.dat": table.replace("\n", "\r\n").replace("5 6", "5\r6").replace("# X", "\r#\r X"),
+        "@/in/crs.dat": table.replace("\n", "\r"),
+        "@/in/colon.dat": "# 2003901\n# I0 :\u00a01\n# I:x 1 : 1\n# i x:\t+1 \n# I0 y : 0 : 1\n0 0 5 6\n",
+        "@/in/long.dat": table + "# " + "long " * 100 + "\n0 1 7." + "0" * 700 + " 8\n",
+        "@/in/bad.dat": {"hex": (table.encode() + b"# \xe0\xa7k \xff\xc3\n1 1 2\xa0 3\n4 4 5 6\xe2\x82").hex()},
+    }  # fmt: skip
+    case = Case("odd characters", files)
+    case.do("click", "radioButton")
+    for name in sorted(files):
+        case.do("load", "Row1" if name.endswith("dat") else "Target", name)
+    return case
+
+
 def odd_maps_calculated():
     files, _, _ = measurement(11)
     extra = {
@@ -563,6 +594,7 @@ HAND_WRITTEN = (
     rows_without_maps_and_other_sizes,
     binary_maps,
     map_text_forms,
+    odd_characters,
     odd_maps_calculated,
     edge_and_limits,
     shift_of_energies,

@@ -106,12 +106,14 @@ def number(text):
     else:
         exponent = (exponent or "0").replace("\u2212", "-")
         value = float(mantissa + "e" + exponent)
+        if value == 0.0 and mantissa.strip("0."):
+            return 0.0  # an underflow loses its sign
     return value if sign in ("", "+") else -value
 
 
 def integer(text):
     """A text as a 32-bit integer; what is none is 0."""
-    match = _INTEGER.fullmatch(text)
+    match = _INTEGER.fullmatch(text.split("\0")[0])  # a NUL ends the text
     value = int(match.group(1)) if match else 0
     return value if -(1 << 31) <= value < (1 << 31) else 0
 
