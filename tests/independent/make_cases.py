@@ -14,6 +14,7 @@ import copy
 import json
 import pathlib
 import random
+import struct
 
 import inputs
 import model
@@ -269,6 +270,43 @@ def binary_maps():
     case.do("rowslot", 8, "load2dProcData", "@/in/missing.2dp").do("rowslot", 8, "loadData", "@/in/map1.dat")
     case.do("load", "Row5", "@/in/huge.2dp").do("click", "CalcMapB")  # a V row of 0 by 0
     return case.do("click", "WriteB")
+
+
+def binary_heads():
+    """Headers of binary maps, well formed and not."""
+
+    def head(lines, first="2dData-V0.0 HeaderSize: 256", size=256, values=(0.25, 0.5, -1.0, 1e-7, 7.0, 9.0), end=b"\1" * 6):
+        text = (first.ljust(64) + "\n" + lines).encode()
+        return {"hex": (text.ljust(size, b"\0")[:size] + struct.pack("<%dd" % len(values), *values) + end).hex()}
+
+    size = "WIDTH: 3\nHEIGHT: 2\n"
+    files = {
+        "bom": head(size, first="\ufeff2dData-V0.0 HeaderSize: 256"),
+        "quoted": head('"WIDTH:" 3\n"HEIGHT:"12\n'),
+        "indented": head("  WIDTH: 3\n\tHEIGHT:\t2\n"),
+        "crlf": head(size.replace("\n", "\r\n")),
+        "twice": head("WIDTH: 9\n" + size + "END_OF_HEADER:\nHEIGHT: 1\n"),
+        "lower": head(size.lower()),
+        "plus": head("WIDTH: +3\nHEIGHT:   2  \n"),
+        "real": head("WIDTH: 3.0\nHEIGHT: 2\n"),
+        "noblank": head("WIDTH:3\nHEIGHT: 2\n"),
+        "other": head(size, first="2dDataX any 256"),
+        "quotedsize": head(size, first='"2dData" "x" "256" 9'),
+        "quotedfirst": head(size, first='2dData "x y" 256'),
+        "nosize": head(size, first="2dData-V0.0 HeaderSize:"),
+        "beyond": head(size, first="2dData-V0.0 HeaderSize: 4096"),
+        "inside": head(size, first="2dData-V0.0 HeaderSize: 80"),
+        "cut": head(size, values=(0.5, 0.25), end=b"\1\2\3\4\5"),
+        "specials": head(size, values=(float("nan"), float("inf"), -0.0, 5e-324, -float("inf"), 1e300)),
+        "flat": head("WIDTH: 3\nHEIGHT: 0\n"),
+        "wide": head("WIDTH: 33554433\nHEIGHT: 1\n"),
+        "overflow": head("WIDTH: 65536\nHEIGHT: 65536\n"),
+        "big": head("WIDTH: 2147483648\nHEIGHT: 2\n"),
+    }
+    case = Case("headers of binary maps", {"@/in/%s.2dp" % name: content for name, content in files.items()})
+    for n, name in enumerate(files):
+        case.do("load", "Row%d" % (n % 8 + 1), "@/in/%s.2dp" % name)
+    return case
 
 
 def map_text_forms():
@@ -593,6 +631,7 @@ HAND_WRITTEN = (
     two_v_rows,
     rows_without_maps_and_other_sizes,
     binary_maps,
+    binary_heads,
     map_text_forms,
     odd_characters,
     odd_maps_calculated,
@@ -730,6 +769,36 @@ class RandomCase:
         self.case.files = {p: c for p, c in self.case.files.items() if p.startswith("@/out/") or json.dumps(p) in named}
 
 
+def random_numbers(seed, length=30):
+    """Few files and many numbers in the cells: the arithmetic of the forms."""
+    rnd = random.Random("numbers %s" % seed)
+    files, _, _ = measurement(rnd.random(), 2, 2, 12)
+    pixel = lambda: rnd.choice(("%.5g" % rnd.uniform(0, 9), "%d" % rnd.randrange(3), rnd.choice(inputs.NUMBERS).replace(" ", "") or "7"))  # noqa: E731
+    for n in range(1, 7):
+        body = "".join("%d %d %s %s\n" % (x, y, pixel(), pixel()) for y in range(3) for x in range(3))
+        files["@/in/wild%d.dat" % n] = "# X-NUM 3\n# Y-NUM 3\n" + body
+    names = ["ref1.txt", "ref2.txt", "target.txt"] + ["wild%d.dat" % n for n in range(1, 7)]
+    case = Case("numbers %s" % seed, {**only(files, *names), **HISTOGRAMS})
+    case.do("click", "radioButton")
+    for letter in "AT":
+        case.do("text", "Hg%sBoxes" % letter, str(rnd.randrange(2, 9)))
+    load_all(case, maps=0).do("loads", "Multi", ["@/in/wild%d.dat" % n for n in range(1, 7)])
+    case.do("load", "Save", "@/out/r.dat")
+    few = ["%.3f" % rnd.uniform(-1, 1) for _ in range(4)]
+    for _ in range(length):
+        for _ in range(rnd.randrange(1, 9)):
+            row, cell = rnd.randrange(1, 7), rnd.choice(("Mut1", "Mut2", "MutT", "MutT", "Energy"))
+            plausible = "%.1f" % rnd.uniform(8300, 8480) if cell == "Energy" else "%.*f" % (rnd.randrange(1, 6), rnd.uniform(-1, 2))
+            odd = rnd.choice(inputs.NUMBERS) if cell == "Energy" else rnd.choice(inputs.NUMBERS + tuple(few) * 9)
+            case.do("text", "%s.%d" % (cell, row), odd if rnd.random() < 0.1 else plausible)
+        if rnd.random() < 0.6:
+            case.do("click", "UseCB.%d" % rnd.randrange(1, 7))
+        if rnd.random() < 0.3:
+            case.do("check", rnd.choice(("TypeTMKisExact", "TypeTMKisLS")), True)
+        case.do("click", rnd.choice(("CalcTargetB", "CalcTargetB", "CalcMapB", "WriteB")))
+    return case
+
+
 # --- writing -------------------------------------------------------------------
 
 
@@ -742,17 +811,21 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--out", type=pathlib.Path, default=HERE / "cases")
     parser.add_argument("--random", type=int, default=0, help="make that many random cases and no others")
+    parser.add_argument("--numbers", type=int, default=0, help="the same, of the kind that stresses the arithmetic")
     parser.add_argument("--seed", type=int, default=0, help="the first of the seeds")
     arguments = parser.parse_args()
     arguments.out.mkdir(parents=True, exist_ok=True)
     (arguments.out / "start.json").write_text(json.dumps(start_state(), indent=0, sort_keys=True) + "\n")
-    if arguments.random:
-        for seed in range(arguments.seed, arguments.seed + arguments.random):
-            (arguments.out / ("random-%06d.json" % seed)).write_text(RandomCase(seed).case.json())
+    for seed in range(arguments.seed, arguments.seed + arguments.random):
+        (arguments.out / ("random-%06d.json" % seed)).write_text(RandomCase(seed).case.json())
+    for seed in range(arguments.seed, arguments.seed + arguments.numbers):
+        (arguments.out / ("numbers-%06d.json" % seed)).write_text(random_numbers(seed).json())
+    if arguments.random or arguments.numbers:
         return
     for make in HAND_WRITTEN:
         (arguments.out / (make.__name__.replace("_", "-") + ".json")).write_text(make().json())
-    for seed in range(1, 13):
+    (arguments.out / "numbers-1.json").write_text(random_numbers("committed", length=10).json())
+    for seed in range(1, 11):
         case = RandomCase("committed %d" % seed, length=16, odd_files=4).case
         (arguments.out / ("random-%02d.json" % seed)).write_text(case.json())
 

@@ -1,9 +1,9 @@
 """An independent model of the panel, in plain Python.
 
-It knows the panel from its description only, never from the C++ sources, and
-is written to be read beside that description: widgets are texts in a dict,
-every reflex is a method of the slot's name, every sum stands in the order of
-operations that the program promises. All arithmetic is IEEE double, as in the
+It was written from what the panel is meant to do, without a look at the C++
+sources: widgets are texts in a dict, every reflex is a method of the slot's
+name, every sum stands in the order of operations that the program promises.
+All arithmetic is IEEE double, as in the
 program; log, sin and asin are those of the C library.
 
 Files live in a small virtual file system (a dict of path to bytes), so that
