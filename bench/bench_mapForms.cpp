@@ -94,58 +94,53 @@ analysis::MapStack productStack(const tests::PlainStack& plain)
     return stack;
 }
 
-template <auto Form>
-void plainForm(benchmark::State& state, const QList<int>& rows)
+using PlainForm = decltype(&tests::plainThreePoints);
+using ProductForm = decltype(&analysis::mapThreePoints);
+
+void plainForm(benchmark::State& state, PlainForm form, const QList<int>& rows)
 {
     const tests::PlainStack stack = plainStack(rows);
     A2DData result;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         tests::PlainHistogram valence{1.5, 0.04, QList<int>(51, 0), 0, 0, 0};
         tests::PlainHistogram thickness{-0.5, 0.06, QList<int>(51, 0), 0, 0, 0};
-        Form(stack, result, valence, thickness);
+        form(stack, result, valence, thickness);
         benchmark::DoNotOptimize(result.rows.constData());
     }
     state.SetItemsProcessed(state.iterations() * side * side);
 }
 
-template <auto Form>
-void productForm(benchmark::State& state, const QList<int>& rows)
+void productForm(benchmark::State& state, ProductForm form, const QList<int>& rows)
 {
     const analysis::MapStack stack = productStack(plainStack(rows));
     A2DData result;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         HistogramCounts valence;
         HistogramCounts thickness;
         valence.start(1.52, 3.52, 51);
         thickness.start(-0.47, 2.53, 51);
-        Form(stack, result, valence, thickness);
+        form(stack, result, valence, thickness);
         benchmark::DoNotOptimize(result.rows.constData());
     }
     state.SetItemsProcessed(state.iterations() * side * side);
 }
 
-const QList<int> threeRows{1, 2, 3};
-const QList<int> fourRows{0, 1, 2, 3};
-const QList<int> sixRows{0, 1, 2, 3, 4, 5};
+bool registerForm(const std::string& name, PlainForm plain, ProductForm product,
+                  const QList<int>& rows)
+{
+    benchmark::RegisterBenchmark((name + "/plain").c_str(), plainForm, plain, rows)
+        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark((name + "/product").c_str(), productForm, product, rows)
+        ->Unit(benchmark::kMillisecond);
+    return true;
+}
 
-BENCHMARK_CAPTURE(plainForm<tests::plainThreePoints>, threePoints, threeRows)
-    ->Name("threePoints/plain")
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(productForm<analysis::mapThreePoints>, threePoints, threeRows)
-    ->Name("threePoints/product")
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(plainForm<tests::plainExactFourPoints>, exact, fourRows)
-    ->Name("exactFourPoints/plain")
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(productForm<analysis::mapExactFourPoints>, exact, fourRows)
-    ->Name("exactFourPoints/product")
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(plainForm<tests::plainLeastSquare>, leastSquare, sixRows)
-    ->Name("leastSquare/plain")
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(productForm<analysis::mapLeastSquare>, leastSquare, sixRows)
-    ->Name("leastSquare/product")
-    ->Unit(benchmark::kMillisecond);
+const bool registered =
+    registerForm("threePoints", tests::plainThreePoints, analysis::mapThreePoints, {1, 2, 3}) &&
+    registerForm("exactFourPoints", tests::plainExactFourPoints, analysis::mapExactFourPoints,
+                 {0, 1, 2, 3}) &&
+    registerForm("leastSquare", tests::plainLeastSquare, analysis::mapLeastSquare,
+                 {0, 1, 2, 3, 4, 5});
 
 } // namespace
 

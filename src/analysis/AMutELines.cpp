@@ -61,10 +61,9 @@ VictoreenLine fittedLine(const LineSums& sums)
     double x[n];
     std::int32_t perm[n];
 
-    const SmallMatrix system;
-    system.luDecompose(n, a, lower, upper, perm);
-    system.forwardSolve(n, lower, right, y, perm);
-    system.backSolve(n, upper, y, x, perm);
+    SmallMatrix::luDecompose(n, a, lower, upper, perm);
+    SmallMatrix::forwardSolve(n, lower, right, y, perm);
+    SmallMatrix::backSolve(n, upper, y, x, perm);
     return {x[perm[0]], x[perm[1]], x[perm[2]]};
 }
 

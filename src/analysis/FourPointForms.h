@@ -84,11 +84,8 @@ public:
     ///                 the shortest of the lists counts
     LeastSquarePlane(const QList<double>& R1, const QList<double>& R2, const QList<double>& E);
 
-    /// Number of rows.
-    int size() const { return static_cast<int>(m_rows.size()); }
-
     /// Coefficients c0, c1, c2 of the plane for a target.
-    /// @param T  the target's mut at each row; size() values
+    /// @param T  the target's mut at each row, in row order
     std::array<double, 3> coefficients(const double* T) const;
 
 private:

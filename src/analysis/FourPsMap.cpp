@@ -26,11 +26,16 @@ void FourPs::calcMap()
     }
     const analysis::Choice choice =
         analysis::chooseForMap(radios, selection.count, refs.validCount());
+    const analysis::CollectedRows rows = analysis::collectRows(points, refs);
     switch (choice.variant) {
     case Variant::ThreePoints:
+        map3ps(rows, refs);
+        break;
     case Variant::ExactFourPoints:
+        map4psExact(rows, refs);
+        break;
     case Variant::LeastSquare:
-        mapFourPoints(choice.variant, analysis::collectRows(points, refs), refs);
+        map4psLS(rows, refs);
         break;
     case Variant::WrongCount:
         sayWrongCount(selection.count, choice.needed);
@@ -42,7 +47,7 @@ void FourPs::calcMap()
         break;
     case Variant::NonEquivalentLinear:
     case Variant::NonEquivalentVictoreen:
-        break; // not part of the four-points family
+        break; // nothing runs yet for this method: the earlier result stays
     }
 }
 
@@ -58,25 +63,6 @@ bool FourPs::mapMayRun(const analysis::ReferenceSet& refs)
         return false;
     }
     return true;
-}
-
-void FourPs::mapFourPoints(Variant variant, const analysis::CollectedRows& rows,
-                           const analysis::ReferenceSet& refs)
-{
-    if (!refs.used(1)) {
-        return; // the count has told already that a reference is missing
-    }
-    switch (variant) {
-    case Variant::ThreePoints:
-        map3ps(rows, refs);
-        break;
-    case Variant::ExactFourPoints:
-        map4psExact(rows, refs);
-        break;
-    default:
-        map4psLS(rows, refs);
-        break;
-    }
 }
 
 void FourPs::map3ps(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs)
@@ -99,6 +85,9 @@ void FourPs::map4psExact(const analysis::CollectedRows& rows, const analysis::Re
 
 void FourPs::map4psLS(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs)
 {
+    if (!hasUsableRows(rows, 1)) {
+        return;
+    }
     startMapHistograms();
     analysis::mapLeastSquare(mapStack(rows, refs), BaseData, *HistV, *HistT);
 }

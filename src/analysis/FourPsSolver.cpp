@@ -19,6 +19,9 @@ bool FourPs::hasUsableRows(const analysis::CollectedRows& rows, int needed)
     if (rows.usable() >= needed) {
         return true;
     }
+    if (rows.v.row < 0) {
+        return false; // a reference is missing, which its count has told already
+    }
     // Several V rows: all but the last belong to neither side.
     sayWrongCount(rows.usable(), needed);
     return false;

@@ -42,7 +42,7 @@ void FourPs::calcTarget()
         break;
     case Variant::NonEquivalentLinear:
     case Variant::NonEquivalentVictoreen:
-        break; // not part of the four-points family
+        break; // nothing runs yet for this method: the earlier result stays
     }
 }
 

@@ -11,6 +11,8 @@
 #include <QFileInfo>
 #include <QMessageBox>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -76,9 +78,9 @@ int FourPs::kindOfMap() const
 
 std::array<bool, 13> FourPs::wantedColumns() const
 {
+    const auto boxes = recordBoxes();
     std::array<bool, 13> wanted{};
-    for (std::size_t i = 0; i < wanted.size(); ++i) {
-        wanted.at(i) = isColumnWanted(static_cast<int>(i));
-    }
+    std::transform(boxes.cbegin(), boxes.cend(), wanted.begin(),
+                   [](const QAbstractButton* box) { return box->isChecked(); });
     return wanted;
 }

@@ -20,9 +20,11 @@ void startResult(A2DData& result, const A2DData& base)
     result.xNum = base.xNum;
     result.yNum = base.yNum;
     result.headerLines = base.headerLines;
-    if (base.xNum > 0 && base.yNum > 0) {
-        result.rows.reserve(qsizetype{base.xNum} * base.yNum);
+    const qsizetype pixels = base.xNum > 0 && base.yNum > 0 ? qsizetype{base.xNum} * base.yNum : 0;
+    if (result.rows.capacity() / 2 > pixels) {
+        result.rows = {}; // gives back the room of a much larger map
     }
+    result.rows.reserve(pixels);
 }
 
 // The frame that the forms share: `solve(x, y)` gives a pixel's fraction and

@@ -78,8 +78,9 @@ public:
     void fitLines();
 
     /// The energy of the steepest rise, as the midpoint of its two working
-    /// energies; half the first working energy when nothing rises or there is
-    /// one point; 0.0 without points.
+    /// energies; the first of equal steps, be they flat or falling, wins. Half
+    /// the first working energy when every step falls by 1 or more or there
+    /// is one point; 0.0 without points.
     double findEdge() const;
 
     /// Index of the lower point of the pair that brackets working energy @p E;

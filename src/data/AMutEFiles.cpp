@@ -29,7 +29,7 @@ using Tokens = QList<QStringView>;
 bool openText(QFile& file)
 {
     if (!data::openForReading(file)) {
-        qDebug() << "Can't open a XAFS file" << file.fileName();
+        qDebug().noquote() << "Can't open a XAFS file" << file.fileName();
         return false;
     }
     file.setTextModeEnabled(true);

@@ -1,6 +1,8 @@
 // Opening of files that may be anything.
 #pragma once
 
+#include <QIODevice>
+
 class QFile;
 
 namespace data
@@ -14,11 +16,12 @@ namespace data
 ///         block or never end
 bool openForReading(QFile& file);
 
-/// Opens the file that @p file names write-only in text mode, replacing its
-/// contents; it is made when it is not there.
+/// Opens the file that @p file names write-only, replacing its contents; it is
+/// made when it is not there.
 ///
+/// @param extra  further open flags, text mode for the text files of results
 /// @return false, with @p file closed, when that fails, and for a pipe, whose
 ///         open would wait for a reader. Devices are taken.
-bool openForWriting(QFile& file);
+bool openForWriting(QFile& file, QIODevice::OpenMode extra = QIODevice::Text);
 
 } // namespace data

@@ -11,9 +11,7 @@
 
 #include <algorithm>
 #include <bit>
-#include <filesystem>
 #include <optional>
-#include <system_error>
 
 static_assert(std::endian::native == std::endian::little && sizeof(double) == 8 &&
                   sizeof(bool) == 1,
@@ -106,13 +104,6 @@ QString withFirstLine(const QString& lines, qint64 headerSize)
     return first + lines.sliced(first.size());
 }
 
-/// Opening a pipe for writing waits until somebody reads from it.
-bool isPipe(const QString& path)
-{
-    std::error_code ignored;
-    return std::filesystem::is_fifo(QFile::encodeName(path).toStdString(), ignored);
-}
-
 bool write(QFile& file, const void* bytes, qint64 size)
 {
     return file.write(static_cast<const char*>(bytes), size) == size;
@@ -191,7 +182,7 @@ bool TDData0::save(const QString& path) const
     qDebug().noquote() << "2dData save:" << header << header.size();
 
     QFile file(path);
-    if (!isPipe(path) && file.open(QIODevice::WriteOnly)) {
+    if (data::openForWriting(file, QIODevice::NotOpen)) {
         const QByteArray text = header.toLatin1();
         const bool written = write(file, text.constData(), text.size()) && file.seek(headerSize) &&
                              write(file, data.constData(), data.size() * qint64{sizeof(double)}) &&

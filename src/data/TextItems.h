@@ -67,7 +67,7 @@ bool startsWithText(const QString& text, const QString& start);
 ///
 /// The index counts the leading blanks too, so a line without any loses its
 /// last two characters, one with a single leading blank loses one, and one
-/// with more keeps its text and perhaps trailing blanks. Callers rely on it.
+/// with more keeps its text and perhaps trailing blanks. Kept as it is.
 /// A length below 0 counts as 0; a line of blanks gives an empty string.
 QString trimmed(const QString& line);
 

@@ -1,5 +1,7 @@
 #include "display/Histgram.h"
 
+#include "data/FileAccess.h"
+
 #include <QAbstractButton>
 #include <QDir>
 #include <QFile>
@@ -32,7 +34,7 @@ bool Histgram::write(const QString& path, const QString& name) const
     // written: users opt in to a histogram file by making it once. Keep it so.
     const QString target = QFileInfo(QDir(result.canonicalPath()), fileName).canonicalFilePath();
     QFile file(target);
-    if (target.isEmpty() || !file.open(QIODevice::WriteOnly | QIODevice::Text)) {
+    if (!data::openForWriting(file)) {
         return false;
     }
     const QByteArray text = fileText();

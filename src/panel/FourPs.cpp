@@ -238,25 +238,29 @@ int FourPs::CheckedMapRow() const
 
 bool FourPs::ratioChecked(int n) const
 {
-    const std::array<QCheckBox*, referenceCount> boxes{ui.HgRatio1, ui.HgRatio2, ui.HgRatio3,
-                                                       ui.HgRatio4};
-    const int row = references().usedRow(n);
-    return row >= 0 && boxes.at(static_cast<std::size_t>(row))->isChecked();
+    return isBoxOfUsedChecked(ratioBoxes(), n);
 }
 
 bool FourPs::dMutChecked(int n) const
 {
-    const std::array<QCheckBox*, referenceCount> boxes{ui.HgdMut1, ui.HgdMut2, ui.HgdMut3,
-                                                       ui.HgdMut4};
+    return isBoxOfUsedChecked({ui.HgdMut1, ui.HgdMut2, ui.HgdMut3, ui.HgdMut4}, n);
+}
+
+bool FourPs::isBoxOfUsedChecked(const ReferenceBoxes& boxes, int n) const
+{
     const int row = references().usedRow(n);
     return row >= 0 && boxes.at(static_cast<std::size_t>(row))->isChecked();
+}
+
+FourPs::ReferenceBoxes FourPs::ratioBoxes() const
+{
+    return {ui.HgRatio1, ui.HgRatio2, ui.HgRatio3, ui.HgRatio4};
 }
 
 Histgram* FourPs::currentRatioHist() const
 {
     Histgram* current = HistV;
-    const std::array<QCheckBox*, referenceCount> boxes{ui.HgRatio1, ui.HgRatio2, ui.HgRatio3,
-                                                       ui.HgRatio4};
+    const ReferenceBoxes boxes = ratioBoxes();
     for (std::size_t i = 0; i < boxes.size(); ++i) {
         if (boxes.at(i)->isChecked()) {
             current = HistRatio.at(static_cast<qsizetype>(i));
@@ -273,10 +277,8 @@ QList<analysis::PointState> FourPs::pointStates() const
         point.used = row->UseCB->isChecked();
         point.vPoint = row->VPointCB->isChecked();
         point.hasMap = row->loaded;
-        point.energy = rows::numberIn(row->Energy);
-        for (std::size_t i = 0; i < point.mut.size(); ++i) {
-            point.mut.at(i) = rows::numberIn(row->mutEdits.at(static_cast<qsizetype>(i)));
-        }
+        row->energyAndMuts(0, 1, &point.energy, &point.mut[0], &point.mut[1]);
+        row->energyAndMuts(2, 3, &point.energy, &point.mut[2], &point.mut[3]);
         point.mutT = rows::numberIn(row->MutT);
         points.append(point);
     }
@@ -285,12 +287,12 @@ QList<analysis::PointState> FourPs::pointStates() const
 
 analysis::ReferenceSet FourPs::references() const
 {
-    QList<analysis::ReferenceState> rows;
+    QList<analysis::ReferenceState> states;
     for (const ARefFile* row : Refs.RefRows) {
-        rows.append({row->UseCB->isChecked(), row->XafsFS->valid, rows::numberIn(row->Valence),
-                     row->XafsFS->edgeJump()});
+        states.append({row->UseCB->isChecked(), row->XafsFS->valid, rows::numberIn(row->Valence),
+                       row->XafsFS->edgeJump()});
     }
-    return analysis::ReferenceSet(rows);
+    return analysis::ReferenceSet(states);
 }
 
 analysis::MethodRadios FourPs::methodRadios() const

@@ -23,7 +23,6 @@ namespace analysis
 {
 struct MapStack;
 struct MethodRadios;
-enum class Variant;
 struct ValenceMix;
 class ReferenceSet;
 } // namespace analysis
@@ -99,31 +98,74 @@ public:
     QList<Histgram*> HistDMut;         ///< one per reference, widgets of HistT
 
 public Q_SLOTS:
-    /// Takes @p e (eV) as the edge energy.
+    /// Takes @p e (eV) as the edge energy, to the 6 digits that are shown, and
+    /// sets the edge.
     void noticedNewEdge(double e);
+
+    /// Gives every spectrum the edge and the two limits of the fields, refits
+    /// all background lines, and refreshes the columns of the valid references.
+    /// The target's column stays as it is.
     void setEdge();
+
+    /// Shows or hides the block of further conditions.
     void dispCalcConditions(bool f);
+
+    /// Less the post-edge line (@p f) or the pre-edge line, for references or
+    /// for the target: refreshes the columns concerned and runs the reflex.
     void changedSubBGTypeForRef(bool f);
     void changedSubBGTypeForTarget(bool f);
+
+    /// Removes the file chosen in the list of spectra for display only, if any.
     void removeAFile();
+
+    /// Hands the directory to every file row but the one for saving.
     void receiveNewDir(QString dir);
+
+    /// Refreshes the cells of the row that sent it at the row's energy; the
+    /// argument is not looked at. No calculation follows.
     void receiveNewEnergy(double e);
+
+    /// A spectrum row took another file: refreshes its column, then runs the
+    /// reflex, also when the sender is no spectrum row.
     void receiveNewFile(QString fname);
+
+    /// Writes the column of reference @p n (0 to 3) and runs the reflex, if its
+    /// spectrum is valid; any other number does nothing.
     void receiveNewRef(int n);
     void receiveNewRef1(QString fname);
     void receiveNewRef2(QString fname);
     void receiveNewRef3(QString fname);
     void receiveNewRef4(QString fname);
+
+    /// Writes the column of the target; the name is not looked at.
     void receiveNewTarget(QString fname);
+
+    /// Adds spectra for display only; a file that cannot be read is dropped.
     void receiveNewDispFiles(QStringList paths);
+
+    /// Hands one map file to each energy row, in order; surplus is dropped.
     void receiveNewPaths(QStringList paths);
-    /// The reflex after a change of input: every calculation in turn, each
-    /// whatever became of the one before.
+
+    /// The reflex after a change of input: histogram limits, map calculation,
+    /// target calculation, each whatever became of the one before.
     void calcBoth();
+
+    /// Calculates every pixel of the maps in use into @c BaseData and the
+    /// histograms, by the chosen method.
     void calcMap();
+
+    /// Calculates the target from the numbers in the rows into @c CalcRes.
     void calcTarget();
+
+    /// Calculates the map and writes it; a refused calculation writes the
+    /// earlier result.
     void calcAndWrite();
+
+    /// Writes @c BaseData and the two main histograms to the file named in the
+    /// save row; what cannot be written is told in the message box.
     void write();
+
+    /// Spreads the typed list of energies over the rows, in order.
     void newMultiEnergys();
 
 private:
@@ -143,6 +185,11 @@ private:
     void wireEnergyRows();
     void wireFileRows();
     void wireButtons();
+
+    /// One box of the display choices for each reference row.
+    using ReferenceBoxes = std::array<QCheckBox*, 4>;
+    ReferenceBoxes ratioBoxes() const;
+    bool isBoxOfUsedChecked(const ReferenceBoxes& boxes, int n) const;
 
     // Gathering: the widgets' texts and states as plain numbers.
     QList<analysis::PointState> pointStates() const;
@@ -165,8 +212,6 @@ private:
 
     // Map calculation.
     bool mapMayRun(const analysis::ReferenceSet& refs);
-    void mapFourPoints(analysis::Variant variant, const analysis::CollectedRows& rows,
-                       const analysis::ReferenceSet& refs);
     void map3ps(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs);
     void map4psExact(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs);
     void map4psLS(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs);

@@ -68,8 +68,8 @@ void FourPs::removeAFile()
     if (current < 0 || current >= DispMuts.size()) {
         return;
     }
-    const std::unique_ptr<AMutE> removed(DispMuts.takeAt(current));
     ui.SelectedFs->removeItem(current);
+    delete DispMuts.takeAt(current);
 }
 
 void FourPs::receiveNewDir(QString dir)

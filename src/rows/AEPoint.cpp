@@ -18,17 +18,20 @@ double mutIn(const QList<QLineEdit*>& edits, int i)
 
 // Puts the pixels of @p source behind the rows of @p map. What earlier files
 // left stays in front and keeps its positions. Valid flags play no part: every
-// pixel becomes a row.
+// pixel becomes a row, up to the last one that a position can reach, so that
+// loading again and again does not fill the memory.
 void appendPixels(A2DData& map, const TDData0& source)
 {
-    map.rows.reserve(map.rows.size() + source.data.size());
-    qsizetype i = 0;
-    for (int y = 0; y < source.height; ++y) {
-        for (int x = 0; x < source.width; ++x) {
-            // i0 = 0 marks the intensity as a ready mut.
-            map.rows.append({double(x), double(y), source.data.at(i), 0.0, {}});
-            ++i;
-        }
+    const qsizetype room = qMax(qsizetype{data::maxMapPixels} - map.rows.size(), qsizetype{0});
+    const qsizetype count = qMin(source.data.size(), room);
+    map.rows.reserve(map.rows.size() + count);
+    for (qsizetype i = 0; i < count; ++i) {
+        // i0 = 0 marks the intensity as a ready mut.
+        map.rows.append({static_cast<double>(i % source.width),
+                         static_cast<double>(i / source.width),
+                         source.data.at(i),
+                         0.0,
+                         {}});
     }
 }
 

@@ -10,10 +10,6 @@ using namespace tests;
 namespace
 {
 
-const QString fewReferences =
-    QStringLiteral("Number of valied Ref Files is %1, which is less than 2.");
-const QString wrongCount = QStringLiteral("Number of selected data sets %1 is not %2.");
-
 void prepareFourPointMaps(FourPs& panel)
 {
     prepareFourPoints(panel);
@@ -21,6 +17,24 @@ void prepareFourPointMaps(FourPs& panel)
     setMap(panel, 1, {2.5});
     setMap(panel, 2, {5});
     setMap(panel, 3, {6.5});
+}
+
+// Limits under which a valence of 2.5 and a thickness of 1 land in the middle
+// of three boxes each, and below or above the other's.
+void separateHistograms(FourPs& panel)
+{
+    panel.ui.HgAFrom->setText("2");
+    panel.ui.HgATo->setText("3");
+    panel.ui.HgTFrom->setText("0.5");
+    panel.ui.HgTTo->setText("1.5");
+    panel.ui.HgABoxes->setText("3");
+    panel.ui.HgTBoxes->setText("3");
+}
+
+bool countedApart(const FourPs& panel)
+{
+    const QList<int> middle{0, 1, 0};
+    return panel.HistV->bins == middle && panel.HistT->bins == middle;
 }
 
 bool near(double value, double expected)
@@ -55,6 +69,8 @@ private Q_SLOTS:
     void gapInTheUsedReferencesNamesTheIndexWithoutCounterpart();
     void onlyTheFirstReferenceUsedStopsAfterTheCount();
     void noUsedReferenceStopsAfterTheCount();
+    void oneUsedReferenceAndTwoRowsAreCountedThenTheRowsRefused();
+    void loneSecondReferenceIsCountedThenNamedOne();
     void twoVRowsThatLeaveTooFewOthersAreRefused();
     void refusalLeavesResultAndHistograms();
 
@@ -85,8 +101,10 @@ void tst_FourPsMap::exactFourPointsFillTheResult()
 {
     FourPs panel;
     prepareFourPointMaps(panel);
+    separateHistograms(panel);
     panel.ui.TypeTMKisExact->setChecked(true);
     panel.calcMap();
+    QVERIFY(countedApart(panel));
     QVERIFY(near(panel.BaseData.rows.at(0).intensity, 0.5));
     QVERIFY(near(panel.BaseData.rows.at(0).i0, 1.0));
     QVERIFY(panel.BaseData.rows.at(0).values.isEmpty());
@@ -96,7 +114,9 @@ void tst_FourPsMap::leastSquareFillsTheResult()
 {
     FourPs panel;
     prepareFourPointMaps(panel);
+    separateHistograms(panel);
     panel.calcMap();
+    QVERIFY(countedApart(panel));
     QVERIFY(near(panel.BaseData.rows.at(0).intensity, 0.5));
     QVERIFY(near(panel.BaseData.rows.at(0).i0, 1.0));
 }
@@ -287,6 +307,25 @@ void tst_FourPsMap::noUsedReferenceStopsAfterTheCount()
     QVERIFY(panel.BaseData.rows.isEmpty());
 }
 
+void tst_FourPsMap::oneUsedReferenceAndTwoRowsAreCountedThenTheRowsRefused()
+{
+    FourPs panel;
+    prepareThreePointMaps(panel);
+    useReferences(panel, {0});
+    useRows(panel, {1, 2});
+    panel.calcMap();
+    QCOMPARE(messages(panel), (QStringList{fewReferences.arg(1), wrongCount.arg(2).arg(4)}));
+}
+
+void tst_FourPsMap::loneSecondReferenceIsCountedThenNamedOne()
+{
+    FourPs panel;
+    prepareThreePointMaps(panel);
+    useReferences(panel, {1});
+    panel.calcMap();
+    QCOMPARE(messages(panel), (QStringList{fewReferences.arg(1), "Ref File 1 is not valid."}));
+}
+
 void tst_FourPsMap::twoVRowsThatLeaveTooFewOthersAreRefused()
 {
     FourPs panel;
@@ -314,6 +353,12 @@ void tst_FourPsMap::refusalLeavesResultAndHistograms()
     panel.calcMap();
     QCOMPARE(panel.BaseData.rows.size(), 1);
     QCOMPARE(panel.BaseData.rows.at(0).intensity, 0.5);
+    QCOMPARE(panel.HistV->bins, bins);
+    panel.ui.TypeTMKisExact->setChecked(true);
+    setMap(panel, 3, {7});
+    useRows(panel, {0, 1, 2, 3});
+    panel.calcMap(); // exact, with two rows beside two V rows
+    QCOMPARE(messages(panel).last(), wrongCount.arg(3).arg(4));
     QCOMPARE(panel.HistV->bins, bins);
 }
 

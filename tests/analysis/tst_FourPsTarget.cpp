@@ -6,15 +6,6 @@
 
 using namespace tests;
 
-namespace
-{
-
-const QString fewReferences =
-    QStringLiteral("Number of valied Ref Files is %1, which is less than 2.");
-const QString wrongCount = QStringLiteral("Number of selected data sets %1 is not %2.");
-
-} // namespace
-
 class tst_FourPsTarget : public QObject
 {
     Q_OBJECT
@@ -39,6 +30,7 @@ private Q_SLOTS:
     void oneValidReferenceIsCountedThenTheSecondIsRefused();
     void firstReferenceNotValidIsRefused();
     void targetNotValidIsRefused();
+    void referencesAreAskedBeforeTheTarget();
     void fewerThanTwoUsedReferencesStopAfterTheCount();
     void noUsedReferenceStopsAfterTheCount();
     void countMessageAloneDoesNotStop();
@@ -232,6 +224,17 @@ void tst_FourPsTarget::targetNotValidIsRefused()
     panel.ui.TargetFile->valid = false;
     panel.calcTarget();
     QCOMPARE(messages(panel), QStringList{"Target File1 is not valid."});
+}
+
+void tst_FourPsTarget::referencesAreAskedBeforeTheTarget()
+{
+    FourPs panel;
+    prepareThreePoints(panel);
+    panel.ui.TargetFile->valid = false;
+    panel.XafsFiles.at(1)->valid = false;
+    panel.calcTarget();
+    QCOMPARE(messages(panel),
+             (QStringList{fewReferences.arg(1), "The 2nd Ref File is not valid."}));
 }
 
 void tst_FourPsTarget::fewerThanTwoUsedReferencesStopAfterTheCount()

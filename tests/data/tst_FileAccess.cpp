@@ -108,6 +108,7 @@ void tst_FileAccess::readingRefuses_data()
     QTest::newRow("no name") << QString();
     QTest::newRow("missing file") << "/nowhere/file";
     QTest::newRow("folder") << QStringLiteral("/");
+    QTest::newRow("name that is no valid text") << "/nowhere/" + QString(QChar(0xd800)) + "file";
     QTest::newRow("endless device") << "/dev/zero";
     QTest::newRow("empty device") << "/dev/null";
 }
@@ -194,6 +195,7 @@ void tst_FileAccess::writingRefuses_data()
 
     QTest::newRow("no name") << QString();
     QTest::newRow("folder that is not there") << "/nowhere/file";
+    QTest::newRow("name that is no valid text") << "/nowhere/" + QString(QChar(0xd800)) + "file";
     QTest::newRow("folder") << QStringLiteral("/");
 }
 

@@ -4,6 +4,7 @@
 #include "support/DebugLog.h"
 #include "support/SameDouble.h"
 #include "support/TestFiles.h"
+#include "support/Unprivileged.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -98,30 +99,6 @@ bool isOld(const TDData0& map)
            map.maxVal == 9.0 && map.region == QRect(1, 0, 1, 1) && map.regionSet &&
            map.maskItems.size() == 1;
 }
-
-/// A user without rights, where the test runs as root, who may read all.
-class Unprivileged
-{
-public:
-    Unprivileged()
-        : m_user(geteuid())
-        , m_ok(m_user != 0 || seteuid(65534) == 0)
-    {
-    }
-    ~Unprivileged()
-    {
-        if (seteuid(m_user) != 0) {
-            std::abort();
-        }
-    }
-    Unprivileged(const Unprivileged&) = delete;
-    Unprivileged& operator=(const Unprivileged&) = delete;
-    bool ok() const { return m_ok; }
-
-private:
-    uid_t m_user;
-    bool m_ok;
-};
 
 /// A lower limit on a resource of this process, while it lives.
 class ResourceLimit
@@ -445,8 +422,10 @@ void TestTDData0File::unreadableFileIsReported()
     QVERIFY(QFile::setPermissions(m_dir->path(), QFile::Permissions(0x7055)));
     QVERIFY(QFile::setPermissions(path, QFile::Permissions()));
     const DebugLog log;
-    const Unprivileged user;
-    QVERIFY(user.ok());
+    const tests::Unprivileged user;
+    if (!user.holds()) {
+        QSKIP("needs a user without the rights of root");
+    }
     QVERIFY(!TDData0::isTDData0File(path));
     QCOMPARE(log.lines(), QStringList("can't open " + path));
 }
@@ -823,8 +802,10 @@ void TestTDData0File::saveRefusesAFileWithoutWriteRights()
     QVERIFY(QFile::setPermissions(m_dir->path(), QFile::Permissions(0x7055)));
     QVERIFY(QFile::setPermissions(path, QFile::Permissions(0x4044)));
     const DebugLog log;
-    const Unprivileged user;
-    QVERIFY(user.ok());
+    const tests::Unprivileged user;
+    if (!user.holds()) {
+        QSKIP("needs a user without the rights of root");
+    }
     QVERIFY(!TDData0(2, 2).save(path));
     QCOMPARE(log.lines().last(), "can't open " + path + " to save 2dData");
     QCOMPARE(tests::readFile(path), QByteArray("kept"));

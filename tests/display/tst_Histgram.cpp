@@ -2,6 +2,7 @@
 #include "display/Histgram.h"
 
 #include "support/TestFiles.h"
+#include "support/Unprivileged.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -11,6 +12,7 @@
 
 #include <cmath>
 #include <memory>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
@@ -41,31 +43,6 @@ private:
     QString m_before;
 };
 
-/// Where the tests run as root, which may write everything, acts as nobody
-/// until the end of the scope.
-class Unprivileged
-{
-public:
-    Unprivileged()
-        : m_wasRoot(geteuid() == 0)
-        , m_works(!m_wasRoot || seteuid(65534) == 0)
-    {
-    }
-    ~Unprivileged()
-    {
-        if (m_wasRoot && seteuid(0) != 0) {
-            qFatal("cannot become root again");
-        }
-    }
-    Q_DISABLE_COPY_MOVE(Unprivileged)
-
-    bool works() const { return m_works; }
-
-private:
-    bool m_wasRoot;
-    bool m_works;
-};
-
 } // namespace
 
 class tst_Histgram : public QObject
@@ -92,6 +69,7 @@ private Q_SLOTS:
     void missingResultLeadsToTheWorkingFolder();
     void emptyPathLeadsToTheWorkingFolder();
     void folderOfThatNameIsRefused();
+    void pipeOfThatNameIsRefusedAndDoesNotHang();
     void unwritableFileIsRefused();
     void fullDiskIsReported();
 
@@ -311,6 +289,13 @@ void tst_Histgram::folderOfThatNameIsRefused()
     QVERIFY(!m_histogram.write(at("map.dat"), "HGAlpha"));
 }
 
+void tst_Histgram::pipeOfThatNameIsRefusedAndDoesNotHang()
+{
+    QVERIFY(!tests::writeFile(*m_folder, "map.dat", "result\n").isEmpty());
+    QCOMPARE(::mkfifo(QFile::encodeName(at("map_HGAlpha.dat")).constData(), 0600), 0);
+    QVERIFY(!m_histogram.write(at("map.dat"), "HGAlpha"));
+}
+
 void tst_Histgram::unwritableFileIsRefused()
 {
     QVERIFY(makeFiles("map.dat", "map_HGAlpha.dat"));
@@ -318,8 +303,8 @@ void tst_Histgram::unwritableFileIsRefused()
     const auto forAll = QFile::ReadOther | QFile::ExeOther;
     QVERIFY(QFile::setPermissions(m_folder->path(), QFile::permissions(m_folder->path()) | forAll));
     {
-        const Unprivileged nobody;
-        if (!nobody.works()) {
+        const tests::Unprivileged nobody;
+        if (!nobody.holds()) {
             QSKIP("root without the right to become somebody else");
         }
         QVERIFY(!m_histogram.write(at("map.dat"), "HGAlpha"));

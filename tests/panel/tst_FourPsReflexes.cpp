@@ -1,5 +1,6 @@
 // How the panel answers to its inputs.
 
+#include "display/Histgram.h"
 #include "support/PanelTools.h"
 #include "support/TestFiles.h"
 
@@ -137,6 +138,9 @@ private Q_SLOTS:
     void histogramRangesFollowWhereAutoIsOn();
     void histogramRangesCountTheUsedJumps();
     void mapFilesEnergyLineReachesThePanel();
+    void reflexSetsTheHistogramLimitsFirst();
+    void directoriesOfTheMultiRowsReachTheOthers();
+    void panelWorksWithAConnectionMissing();
     void slotsAreCallableByName();
 };
 
@@ -469,6 +473,8 @@ void tst_FourPsReflexes::clickingARowsBoxRunsTheReflexOnce()
     QCOMPARE(counter.runs(), 1);
     panel.EPoints.at(5)->LCFCB->click();
     QCOMPARE(counter.runs(), 2);
+    panel.EPoints.at(5)->VPointCB->click(); // a V row without a map is none
+    QCOMPARE(counter.runs(), 3);
 }
 
 void tst_FourPsReflexes::checkingARowsBoxByCodeRunsNothing()
@@ -724,6 +730,44 @@ void tst_FourPsReflexes::mapFilesEnergyLineReachesThePanel()
     panel.EPoints.at(0)->FileSelect->newFile(path);
     QCOMPARE(panel.EPoints.at(0)->Energy->text(), "8390");
     QCOMPARE(mut(panel, 0, 0), "1.5");
+}
+
+void tst_FourPsReflexes::reflexSetsTheHistogramLimitsFirst()
+{
+    // The count of the same run goes by the limits of the new valence.
+    FourPs panel;
+    prepareThreePointMaps(panel);
+    panel.ui.HgABoxes->setText("2");
+    panel.Refs.RefRows.at(1)->Valence->setText("5");
+    panel.calcBoth();
+    // From 1.5 to 5.5 in two boxes: the lower edge lies half a box below.
+    QCOMPARE(panel.ui.HgATo->text(), "5.5");
+    QCOMPARE(panel.HistV->step, 4.0);
+    QCOMPARE(panel.HistV->minV, -0.5);
+}
+
+void tst_FourPsReflexes::directoriesOfTheMultiRowsReachTheOthers()
+{
+    FourPs panel;
+    Q_EMIT panel.ui.DispFSelect->newDir("/one");
+    QCOMPARE(panel.XafsFiles.at(0)->dir, "/one");
+    QCOMPARE(panel.MultiFiles->dir, "/one");
+    Q_EMIT panel.MultiFiles->newDir("/two");
+    QCOMPARE(panel.ui.DispFSelect->dir, "/two");
+    QCOMPARE(panel.EPoints.at(7)->FileSelect->dir, "/two");
+    Q_EMIT panel.ui.SaveFSelect->newDir("/three"); // goes nowhere
+    QCOMPARE(panel.XafsFiles.at(0)->dir, "/two");
+}
+
+void tst_FourPsReflexes::panelWorksWithAConnectionMissing()
+{
+    FourPs panel;
+    prepareThreePoints(panel);
+    QVERIFY(disconnect(panel.ui.CalcMapB, nullptr, &panel, nullptr));
+    panel.ui.CalcMapB->click();
+    QVERIFY(messages(panel).isEmpty());
+    panel.ui.CalcTargetB->click();
+    QCOMPARE(messages(panel), QStringList{"3ps: a = 0.5, Valence = 2.5"});
 }
 
 void tst_FourPsReflexes::slotsAreCallableByName()

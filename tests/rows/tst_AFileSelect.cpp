@@ -139,6 +139,7 @@ private Q_SLOTS:
     void dragOverTheSaveFieldFallsToTheRow();
     void dropLoadsALocalFile_data();
     void dropLoadsALocalFile();
+    void dropFoldsTheBlanksOfTheName();
     void dropOfAShareKeepsItsHost();
     void dropOfSeveralFilesCountsAsTheFirst();
     void dropOfSomethingElseDoesNothing_data();
@@ -676,6 +677,13 @@ void tst_AFileSelect::dropLoadsALocalFile()
     QCOMPARE(paths.at(0).at(0).toString(), path);
     QCOMPARE(row.fileText(), path);
     QCOMPARE(row.dir, canonicalFolder);
+}
+
+void tst_AFileSelect::dropFoldsTheBlanksOfTheName()
+{
+    AFileSelect row;
+    dropUrls(&row, {QUrl::fromLocalFile(QStringLiteral("/maps/a  b.dat "))});
+    QCOMPARE(row.fileText(), QStringLiteral("/maps/a b.dat"));
 }
 
 void tst_AFileSelect::dropOfAShareKeepsItsHost()

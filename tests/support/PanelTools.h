@@ -10,6 +10,11 @@
 namespace tests
 {
 
+// Refusals that both ways of calculation share.
+inline const QString fewReferences =
+    QStringLiteral("Number of valied Ref Files is %1, which is less than 2.");
+inline const QString wrongCount = QStringLiteral("Number of selected data sets %1 is not %2.");
+
 /// The lines of the message box so far.
 inline QStringList messages(const FourPs& panel)
 {

@@ -1,0 +1,59 @@
+// The lines of a device, as whole UTF-8.
+#pragma once
+
+#include <QByteArray>
+#include <QStringDecoder>
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+class QIODevice;
+
+namespace data
+{
+
+/// The lines of a device, read in blocks, as QTextStream would understand them
+/// if it took the device for UTF-8.
+///
+/// Broken sequences are mended: replacement characters stand in their place.
+/// What one gives depends on where a decoder's input is cut; at a cut it may
+/// even swallow the line feed behind it. So the input is cut where QTextStream
+/// cuts it, and a sequence left unfinished at the end of the file is dropped.
+///
+/// Memory: some blocks, or a small multiple of the longest line.
+class Utf8Lines
+{
+public:
+    /// @param blockSize  bytes to ask for at a time, a multiple of pieceSize
+    Utf8Lines(QIODevice& device, std::size_t blockSize);
+
+    /// Moves on to the next line; false when there is none.
+    bool next();
+
+    /// The line with its line feed, if it has one. Valid until next().
+    std::string_view line() const { return unread().substr(0, m_lineEnd - m_lineBegin); }
+
+    static constexpr std::size_t pieceSize = 16384; ///< what QTextStream reads at a time
+
+private:
+    std::string_view unread() const
+    {
+        return {m_block.data() + m_lineBegin, m_filled - m_lineBegin};
+    }
+    bool fill();
+    void moveUnreadToFront();
+    void makeRoom(std::size_t size);
+    QByteArray mended(std::string_view bytes);
+
+    QIODevice& m_device;
+    std::size_t m_blockSize;
+    QStringDecoder m_decoder{QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom};
+    bool m_isInSequence = false; ///< the bytes read so far may end inside a sequence
+    std::vector<char> m_block;
+    std::size_t m_filled = 0;
+    std::size_t m_lineBegin = 0;
+    std::size_t m_lineEnd = 0;
+};
+
+} // namespace data
