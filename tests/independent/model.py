@@ -3,8 +3,8 @@
 It was written from what the panel is meant to do, without a look at the C++
 sources: widgets are texts in a dict, every reflex is a method of the slot's
 name, every sum stands in the order of operations that the program promises.
-All arithmetic is IEEE double, as in the
-program; log, sin and asin are those of the C library.
+All arithmetic is IEEE double, as in the program; log, sin and asin are those
+of the C library.
 
 Files live in a small virtual file system (a dict of path to bytes), so that
 cases can be computed without touching a disk. The path "@" stands for the
