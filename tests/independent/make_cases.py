@@ -14,6 +14,7 @@ import copy
 import json
 import pathlib
 import random
+import struct
 
 import inputs
 import model
@@ -271,6 +272,43 @@ def binary_maps():
     return case.do("click", "WriteB")
 
 
+def binary_heads():
+    """Headers of binary maps, well formed and not."""
+
+    def head(lines, first="2dData-V0.0 HeaderSize: 256", size=256, values=(0.25, 0.5, -1.0, 1e-7, 7.0, 9.0), end=b"\1" * 6):
+        text = (first.ljust(64) + "\n" + lines).encode()
+        return {"hex": (text.ljust(size, b"\0")[:size] + struct.pack("<%dd" % len(values), *values) + end).hex()}
+
+    size = "WIDTH: 3\nHEIGHT: 2\n"
+    files = {
+        "bom": head(size, first="\ufeff2dData-V0.0 HeaderSize: 256"),
+        "quoted": head('"WIDTH:" 3\n"HEIGHT:"12\n'),
+        "indented": head("  WIDTH: 3\n\tHEIGHT:\t2\n"),
+        "crlf": head(size.replace("\n", "\r\n")),
+        "twice": head("WIDTH: 9\n" + size + "END_OF_HEADER:\nHEIGHT: 1\n"),
+        "lower": head(size.lower()),
+        "plus": head("WIDTH: +3\nHEIGHT:   2  \n"),
+        "real": head("WIDTH: 3.0\nHEIGHT: 2\n"),
+        "noblank": head("WIDTH:3\nHEIGHT: 2\n"),
+        "other": head(size, first="2dDataX any 256"),
+        "quotedsize": head(size, first='"2dData" "x" "256" 9'),
+        "quotedfirst": head(size, first='2dData "x y" 256'),
+        "nosize": head(size, first="2dData-V0.0 HeaderSize:"),
+        "beyond": head(size, first="2dData-V0.0 HeaderSize: 4096"),
+        "inside": head(size, first="2dData-V0.0 HeaderSize: 80"),
+        "cut": head(size, values=(0.5, 0.25), end=b"\1\2\3\4\5"),
+        "specials": head(size, values=(float("nan"), float("inf"), -0.0, 5e-324, -float("inf"), 1e300)),
+        "flat": head("WIDTH: 3\nHEIGHT: 0\n"),
+        "wide": head("WIDTH: 33554433\nHEIGHT: 1\n"),
+        "overflow": head("WIDTH: 65536\nHEIGHT: 65536\n"),
+        "big": head("WIDTH: 2147483648\nHEIGHT: 2\n"),
+    }
+    case = Case("headers of binary maps", {"@/in/%s.2dp" % name: content for name, content in files.items()})
+    for n, name in enumerate(files):
+        case.do("load", "Row%d" % (n % 8 + 1), "@/in/%s.2dp" % name)
+    return case
+
+
 def map_text_forms():
     rnd = random.Random(10)
     stack = inputs.Stack(rnd, 4, 3)
@@ -298,6 +336,37 @@ def map_text_forms():
     case.do("load", "Row5", "@/in/missing.dat").do("load", "Row5", "@/in")
     case.do("load", "Row1", "@/in/nosize.dat").do("clear", "Row2")
     return case.do("load", "Row6", "@/in/unicode.dat").do("rowslot", 6, "inNewEnergy")
+
+
+def odd_characters():
+    """Byte order marks, blanks of every kind, control characters."""
+    points = inputs.spectrum_points(random.Random(24), 2, 9)
+    spectrum = inputs.plain(points)
+    beam = inputs.beamline(points, random.Random(24))
+    grid = "# 2003901\n# I0 : 1\n# I : 0\n0 0 5 6\n1 0 5 7\n"
+    table = "# X-NUM 2\n# Y-NUM 1\n0 0 5 6\n1 0 5 7\n"
+    files = {
+        "@/in/bom.txt": "\ufeff" + beam,
+        "@/in/u16.txt": {"hex": ("\ufeff" + spectrum).encode("utf-16-le").hex()},
+        "@/in/blanks.txt": spectrum.replace(" ", "\u00a0").replace("\n", "\u3000\n\u2003"),
+        "@/in/nul.txt": spectrum.replace(" ", " \0", 2) + "8600\0 1\n8610 \u22121\n8620\x1c2 3\n8630\x0b+.5\n\u2028# x 1\n",
+        "@/in/long.txt": spectrum + "8700." + "0" * 700 + " 1e-400\n8710 -1e-400 " + "word " * 100 + "\n8720 .%s5e801" % ("0" * 800),
+        "@/in/bom.dat": "\ufeff" + grid,
+        "@/in/u16.dat": {"hex": ("\ufeff" + grid).encode("utf-16-be").hex()},
+        "@/in/upper.dat": grid.replace("# I :", "# \u0131 :") + "# ax\u0131s 0 a b c d e 8\n",
+        "@/in/blanks.dat": table.replace(" ", "\u00a0").replace("6\n", "6\u2029\n"),
+        "@/in/nul.dat": table.replace("X-NUM 2", "X-NUM 2\0z").replace("5 7", "5\0 7") + "\x0c1\x0b0\x852\xa0-0\n2 0 \u22123 1e-400\n3 0 -1e-400 -1e400\n",
+        "@/in/cr.dat": table.replace("\n", "\r\n").replace("5 6", "5\r6").replace("# X", "\r#\r X"),
+        "@/in/crs.dat": table.replace("\n", "\r"),
+        "@/in/colon.dat": "# 2003901\n# I0 :\u00a01\n# I:x 1 : 1\n# i x:\t+1 \n# I0 y : 0 : 1\n0 0 5 6\n",
+        "@/in/long.dat": table + "# " + "long " * 100 + "\n0 1 7." + "0" * 700 + " 8\n",
+        "@/in/bad.dat": {"hex": (table.encode() + b"# \xe0\xa7k \xff\xc3\n1 1 2\xa0 3\n4 4 5 6\xe2\x82").hex()},
+    }  # fmt: skip
+    case = Case("odd characters", files)
+    case.do("click", "radioButton")
+    for name in sorted(files):
+        case.do("load", "Row1" if name.endswith("dat") else "Target", name)
+    return case
 
 
 def odd_maps_calculated():
@@ -562,7 +631,9 @@ HAND_WRITTEN = (
     two_v_rows,
     rows_without_maps_and_other_sizes,
     binary_maps,
+    binary_heads,
     map_text_forms,
+    odd_characters,
     odd_maps_calculated,
     edge_and_limits,
     shift_of_energies,
@@ -698,6 +769,36 @@ class RandomCase:
         self.case.files = {p: c for p, c in self.case.files.items() if p.startswith("@/out/") or json.dumps(p) in named}
 
 
+def random_numbers(seed, length=30):
+    """Few files and many numbers in the cells: the arithmetic of the forms."""
+    rnd = random.Random("numbers %s" % seed)
+    files, _, _ = measurement(rnd.random(), 2, 2, 12)
+    pixel = lambda: rnd.choice(("%.5g" % rnd.uniform(0, 9), "%d" % rnd.randrange(3), rnd.choice(inputs.NUMBERS).replace(" ", "") or "7"))  # noqa: E731
+    for n in range(1, 7):
+        body = "".join("%d %d %s %s\n" % (x, y, pixel(), pixel()) for y in range(3) for x in range(3))
+        files["@/in/wild%d.dat" % n] = "# X-NUM 3\n# Y-NUM 3\n" + body
+    names = ["ref1.txt", "ref2.txt", "target.txt"] + ["wild%d.dat" % n for n in range(1, 7)]
+    case = Case("numbers %s" % seed, {**only(files, *names), **HISTOGRAMS})
+    case.do("click", "radioButton")
+    for letter in "AT":
+        case.do("text", "Hg%sBoxes" % letter, str(rnd.randrange(2, 9)))
+    load_all(case, maps=0).do("loads", "Multi", ["@/in/wild%d.dat" % n for n in range(1, 7)])
+    case.do("load", "Save", "@/out/r.dat")
+    few = ["%.3f" % rnd.uniform(-1, 1) for _ in range(4)]
+    for _ in range(length):
+        for _ in range(rnd.randrange(1, 9)):
+            row, cell = rnd.randrange(1, 7), rnd.choice(("Mut1", "Mut2", "MutT", "MutT", "Energy"))
+            plausible = "%.1f" % rnd.uniform(8300, 8480) if cell == "Energy" else "%.*f" % (rnd.randrange(1, 6), rnd.uniform(-1, 2))
+            odd = rnd.choice(inputs.NUMBERS) if cell == "Energy" else rnd.choice(inputs.NUMBERS + tuple(few) * 9)
+            case.do("text", "%s.%d" % (cell, row), odd if rnd.random() < 0.1 else plausible)
+        if rnd.random() < 0.6:
+            case.do("click", "UseCB.%d" % rnd.randrange(1, 7))
+        if rnd.random() < 0.3:
+            case.do("check", rnd.choice(("TypeTMKisExact", "TypeTMKisLS")), True)
+        case.do("click", rnd.choice(("CalcTargetB", "CalcTargetB", "CalcMapB", "WriteB")))
+    return case
+
+
 # --- writing -------------------------------------------------------------------
 
 
@@ -710,17 +811,21 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--out", type=pathlib.Path, default=HERE / "cases")
     parser.add_argument("--random", type=int, default=0, help="make that many random cases and no others")
+    parser.add_argument("--numbers", type=int, default=0, help="the same, of the kind that stresses the arithmetic")
     parser.add_argument("--seed", type=int, default=0, help="the first of the seeds")
     arguments = parser.parse_args()
     arguments.out.mkdir(parents=True, exist_ok=True)
     (arguments.out / "start.json").write_text(json.dumps(start_state(), indent=0, sort_keys=True) + "\n")
-    if arguments.random:
-        for seed in range(arguments.seed, arguments.seed + arguments.random):
-            (arguments.out / ("random-%06d.json" % seed)).write_text(RandomCase(seed).case.json())
+    for seed in range(arguments.seed, arguments.seed + arguments.random):
+        (arguments.out / ("random-%06d.json" % seed)).write_text(RandomCase(seed).case.json())
+    for seed in range(arguments.seed, arguments.seed + arguments.numbers):
+        (arguments.out / ("numbers-%06d.json" % seed)).write_text(random_numbers(seed).json())
+    if arguments.random or arguments.numbers:
         return
     for make in HAND_WRITTEN:
         (arguments.out / (make.__name__.replace("_", "-") + ".json")).write_text(make().json())
-    for seed in range(1, 13):
+    (arguments.out / "numbers-1.json").write_text(random_numbers("committed", length=10).json())
+    for seed in range(1, 11):
         case = RandomCase("committed %d" % seed, length=16, odd_files=4).case
         (arguments.out / ("random-%02d.json" % seed)).write_text(case.json())
 

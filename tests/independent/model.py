@@ -1,10 +1,10 @@
 """An independent model of the panel, in plain Python.
 
-It knows the panel from its description only, never from the C++ sources, and
-is written to be read beside that description: widgets are texts in a dict,
-every reflex is a method of the slot's name, every sum stands in the order of
-operations that the program promises. All arithmetic is IEEE double, as in the
-program; log, sin and asin are those of the C library.
+It was written from what the panel is meant to do, without a look at the C++
+sources: widgets are texts in a dict, every reflex is a method of the slot's
+name, every sum stands in the order of operations that the program promises.
+All arithmetic is IEEE double, as in the program; log, sin and asin are those
+of the C library.
 
 Files live in a small virtual file system (a dict of path to bytes), so that
 cases can be computed without touching a disk. The path "@" stands for the
@@ -106,12 +106,14 @@ def number(text):
     else:
         exponent = (exponent or "0").replace("\u2212", "-")
         value = float(mantissa + "e" + exponent)
+        if value == 0.0 and mantissa.strip("0."):
+            return 0.0  # an underflow loses its sign
     return value if sign in ("", "+") else -value
 
 
 def integer(text):
     """A text as a 32-bit integer; what is none is 0."""
-    match = _INTEGER.fullmatch(text)
+    match = _INTEGER.fullmatch(text.split("\0")[0])  # a NUL ends the text
     value = int(match.group(1)) if match else 0
     return value if -(1 << 31) <= value < (1 << 31) else 0
 
