@@ -173,6 +173,7 @@ Replay::Replay(const QJsonObject& caseObject)
 
 Replay::~Replay()
 {
+    qDeleteAll(m_panel->DispMuts); // only their removal by the user deletes them
     m_panel.reset();
     QDir::setCurrent(m_oldCurrent);
 }
