@@ -20,6 +20,11 @@ namespace bench
 class RatioReporter : public benchmark::ConsoleReporter
 {
 public:
+    RatioReporter()
+        : ConsoleReporter(OO_None) // no colours: the table goes into files
+    {
+    }
+
     void ReportRuns(const std::vector<Run>& runs) override
     {
         ConsoleReporter::ReportRuns(runs);
