@@ -14,7 +14,7 @@ namespace data
 
 /// Bytes that the reader asks of its device at a time; a longer line makes the
 /// block grow.
-inline constexpr qsizetype mapTextBlockSize = 256 * 1024;
+inline constexpr qsizetype mapTextBlockSize = qsizetype{256} * 1024;
 
 /// Takes the energy text of an "ENERGY" comment line, at the moment the line
 /// is read.

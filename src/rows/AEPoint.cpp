@@ -26,12 +26,11 @@ void appendPixels(A2DData& map, const TDData0& source)
     const qsizetype count = qMin(source.data.size(), room);
     map.rows.reserve(map.rows.size() + count);
     for (qsizetype i = 0; i < count; ++i) {
+        const qsizetype x = i % source.width;
+        const qsizetype y = i / source.width;
         // i0 = 0 marks the intensity as a ready mut.
-        map.rows.append({static_cast<double>(i % source.width),
-                         static_cast<double>(i / source.width),
-                         source.data.at(i),
-                         0.0,
-                         {}});
+        map.rows.append(
+            {static_cast<double>(x), static_cast<double>(y), source.data.at(i), 0.0, {}});
     }
 }
 

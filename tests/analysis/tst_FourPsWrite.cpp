@@ -1,6 +1,7 @@
 #include "display/Histgram.h"
 #include "support/PanelTools.h"
 #include "support/TestFiles.h"
+#include "support/Unprivileged.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -42,6 +43,7 @@ private Q_SLOTS:
     void unopenableFileIsReported_data();
     void unopenableFileIsReported();
     void emptyPathIsReported();
+    void fileWithoutPermissionIsReportedAndKept();
     void fullDiskIsReported();
     void pipeIsReportedAndDoesNotHang();
     void histogramsAreStillWrittenWhenTheResultIsNot();
@@ -212,6 +214,26 @@ void tst_FourPsWrite::emptyPathIsReported()
     clearMessages(panel);
     panel.write();
     QCOMPARE(messages(panel), QStringList{cannotOpen.arg(QString())});
+}
+
+void tst_FourPsWrite::fileWithoutPermissionIsReportedAndKept()
+{
+    QTemporaryDir dir;
+    const QString path = writeFile(dir, "result.dat", "earlier");
+    QCOMPARE(chmod(qPrintable(dir.path()), 0755), 0);
+    QCOMPARE(chmod(qPrintable(path), 0444), 0);
+    FourPs panel;
+    clearMessages(panel);
+    saveTo(panel, path);
+    {
+        const Unprivileged nobody;
+        if (!nobody.holds()) {
+            QSKIP("needs a user without the rights of root");
+        }
+        panel.write();
+    }
+    QCOMPARE(messages(panel), QStringList{cannotOpen.arg(path)});
+    QCOMPARE(readFile(path), "earlier");
 }
 
 void tst_FourPsWrite::fullDiskIsReported()
