@@ -42,8 +42,7 @@ void FourPs::write()
     QFile file(path);
     const bool written =
         data::openForWriting(file) &&
-        analysis::writeResultMap(file, BaseData, references().valenceMix(), wantedColumns()) &&
-        file.flush();
+        analysis::writeResultMap(file, BaseData, references().valenceMix(), wantedColumns());
     file.close();
     if (!written || file.error() != QFileDevice::NoError) {
         message(tr("Can't open the file [%1]").arg(path));

@@ -7,6 +7,8 @@
 
 #include <cmath>
 
+class TDData0;
+
 /// One pixel of a map file, or of a result map.
 struct A2DRow {
     double x = 0.0;         ///< first column of the file
@@ -57,6 +59,14 @@ inline constexpr qint64 maxMapPixels = qint64{1} << 25;
 /// more than maxMapPixels, where a side of 0 or less counts as 1, so that a
 /// single absurd side is refused as well.
 bool isSizeTooLarge(qint64 width, qint64 height);
+
+/// Puts the pixels of @p source behind the rows of @p map as ready values of mut
+/// (i0 = 0). What earlier files left stays in front and keeps its positions.
+/// Valid flags play no part: every pixel becomes a row.
+///
+/// @param most  the rows that @p map may hold in all. No position reaches
+///              further, and loading again and again does not fill the memory.
+void appendPixels(A2DData& map, const TDData0& source, qsizetype most = maxMapPixels);
 
 /// Absorbance mu*t of the pixel at column @p x and line @p y.
 ///

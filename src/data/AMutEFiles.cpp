@@ -2,6 +2,7 @@
 #include "data/AMutE.h"
 
 #include "data/FileAccess.h"
+#include "data/LineWords.h"
 
 #include <QDebug>
 #include <QFile>
@@ -49,22 +50,14 @@ bool nextLine(QTextStream& stream, QString* line)
     return true;
 }
 
-/// The words of a line whose blanks are folded, as a split on "\\s+" gives
-/// them: an empty line has one empty word, and a line that is no valid UTF-16
-/// is one word, since no expression matches in it.
+/// The words of a line whose blanks are folded.
 void split(QStringView line, Tokens* tokens)
 {
     tokens->clear();
-    if (!line.isValidUtf16()) {
-        tokens->append(line);
-        return;
+    data::TextWords words(line);
+    while (words.next()) {
+        tokens->append(words.word());
     }
-    qsizetype from = 0;
-    for (qsizetype blank = line.indexOf(u' '); blank != -1; blank = line.indexOf(u' ', from)) {
-        tokens->append(line.sliced(from, blank - from));
-        from = blank + 1;
-    }
-    tokens->append(line.sliced(from));
 }
 
 template <class List>

@@ -16,24 +16,6 @@ double mutIn(const QList<QLineEdit*>& edits, int i)
     return edit != nullptr ? rows::numberIn(edit) : 0.0;
 }
 
-// Puts the pixels of @p source behind the rows of @p map. What earlier files
-// left stays in front and keeps its positions. Valid flags play no part: every
-// pixel becomes a row, up to the last one that a position can reach, so that
-// loading again and again does not fill the memory.
-void appendPixels(A2DData& map, const TDData0& source)
-{
-    const qsizetype room = qMax(qsizetype{data::maxMapPixels} - map.rows.size(), qsizetype{0});
-    const qsizetype count = qMin(source.data.size(), room);
-    map.rows.reserve(map.rows.size() + count);
-    for (qsizetype i = 0; i < count; ++i) {
-        const qsizetype x = i % source.width;
-        const qsizetype y = i / source.width;
-        // i0 = 0 marks the intensity as a ready mut.
-        map.rows.append(
-            {static_cast<double>(x), static_cast<double>(y), source.data.at(i), 0.0, {}});
-    }
-}
-
 } // namespace
 
 AEPoint::AEPoint(QWidget* parent)
@@ -87,7 +69,7 @@ void AEPoint::load2dProcData(QString path)
     map.load(path);
     xNum = map.width;
     yNum = map.height;
-    appendPixels(*this, map);
+    data::appendPixels(*this, map);
     loaded = true;
     Q_EMIT newData();
 }

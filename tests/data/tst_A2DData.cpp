@@ -1,5 +1,6 @@
 // The map record: its size, its pixels by position, the value of a pixel.
 #include "data/A2DData.h"
+#include "data/TDData0.h"
 #include "support/SameDouble.h"
 
 #include <QTest>
@@ -56,6 +57,8 @@ private Q_SLOTS:
     void rowValuesOutsideTheRowsZeroesAndKeepsTheLength_data();
     void rowValuesOutsideTheRowsZeroesAndKeepsTheLength();
 
+    void appendedPixelsStandBehindTheEarlierRows();
+    void appendedPixelsStopAtTheMostThatPositionsReach();
     void sizeBoundHoldsPixelsAndSides_data();
     void sizeBoundHoldsPixelsAndSides();
 
@@ -145,6 +148,35 @@ void tst_A2DData::rowValuesOutsideTheRowsZeroesAndKeepsTheLength()
     QList<double> out{9.0, NaN, 7.0};
     map.rowValues(index, out);
     QCOMPARE(out, (QList<double>{0.0, 0.0, 0.0}));
+}
+
+void tst_A2DData::appendedPixelsStandBehindTheEarlierRows()
+{
+    TDData0 source(2, 2);
+    source.data = {0.5, 1.5, 2.5, 3.5};
+    A2DData map;
+    map.rows = {{9, 9, 9, 9, {}}};
+    data::appendPixels(map, source);
+    QCOMPARE(map.rows.size(), 5);
+    QCOMPARE(map.rows.at(0).i0, 9.0);
+    const A2DRow& third = map.rows.at(3); // pixel (0, 1): x runs fastest
+    QCOMPARE(third.x, 0.0);
+    QCOMPARE(third.y, 1.0);
+    QCOMPARE(third.intensity, 2.5);
+    QCOMPARE(third.i0, 0.0);
+    QCOMPARE(map.rows.at(2).x, 1.0);
+}
+
+void tst_A2DData::appendedPixelsStopAtTheMostThatPositionsReach()
+{
+    TDData0 source(2, 2);
+    source.data = {0.5, 1.5, 2.5, 3.5};
+    A2DData map;
+    for (int load = 0; load < 3; ++load) {
+        data::appendPixels(map, source, 6);
+    }
+    QCOMPARE(map.rows.size(), 6);
+    QCOMPARE(map.rows.at(5).intensity, 1.5); // the second load got two in
 }
 
 void tst_A2DData::sizeBoundHoldsPixelsAndSides_data()

@@ -63,7 +63,7 @@ int main(int argc, char** argv)
     }
     const QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
-    if (arguments.size() != 2) {
+    if (arguments.size() < 2) { // further ones are ignored, as by aelk
         std::fputs("usage: aelk_sample FOLDER\n", stderr);
         return EXIT_FAILURE;
     }
