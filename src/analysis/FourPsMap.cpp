@@ -26,16 +26,15 @@ void FourPs::calcMap()
     }
     const analysis::Choice choice =
         analysis::chooseForMap(radios, selection.count, refs.validCount());
-    const analysis::CollectedRows rows = analysis::collectRows(points, refs);
     switch (choice.variant) {
     case Variant::ThreePoints:
-        map3ps(rows, refs);
+        map3ps(analysis::collectRowsLS(points, refs), refs);
         break;
     case Variant::ExactFourPoints:
-        map4psExact(rows, refs);
+        map4psExact(analysis::collectRowsExact(points, refs), refs);
         break;
     case Variant::LeastSquare:
-        map4psLS(rows, refs);
+        map4psLS(analysis::collectRowsLS(points, refs), refs);
         break;
     case Variant::WrongCount:
         sayWrongCount(selection.count, choice.needed);

@@ -25,16 +25,15 @@ void FourPs::calcTarget()
         return;
     }
     const analysis::Choice choice = analysis::chooseForTarget(methodRadios(), selection.count);
-    const CollectedRows rows = analysis::collectRows(points, refs);
     switch (choice.variant) {
     case Variant::ThreePoints:
-        target3ps(rows, points);
+        target3ps(analysis::collectRowsLS(points, refs), points);
         break;
     case Variant::ExactFourPoints:
-        target4psExact(rows, points);
+        target4psExact(analysis::collectRowsExact(points, refs), points);
         break;
     case Variant::LeastSquare:
-        target4psLS(rows, points);
+        target4psLS(analysis::collectRowsLS(points, refs), points);
         break;
     case Variant::WrongCount:
     case Variant::TooFew:

@@ -36,7 +36,7 @@ Selection selectedMapRows(const QList<PointState>& points)
     return selectRows(points, [](const PointState& point) { return point.used && point.hasMap; });
 }
 
-CollectedRows collectRows(const QList<PointState>& points, const ReferenceSet& references)
+CollectedRows collectRowsLS(const QList<PointState>& points, const ReferenceSet& references)
 {
     CollectedRows rows;
     const int first = references.usedRow(0);
@@ -58,6 +58,14 @@ CollectedRows collectRows(const QList<PointState>& points, const ReferenceSet& r
             rows.others.append(numbers);
         }
     }
+    return rows;
+}
+
+CollectedRows collectRowsExact(const QList<PointState>& points, const ReferenceSet& references)
+{
+    constexpr qsizetype rowsOfThePlane = 3;
+    CollectedRows rows = collectRowsLS(points, references);
+    rows.others.resize(qMin(rows.others.size(), rowsOfThePlane));
     return rows;
 }
 

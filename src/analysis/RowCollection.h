@@ -56,6 +56,10 @@ struct CollectedRows {
 ///
 /// @pre two used references exist (ReferenceSet::usedRow(1) is not -1);
 ///      otherwise the collection is empty
-CollectedRows collectRows(const QList<PointState>& points, const ReferenceSet& references);
+CollectedRows collectRowsLS(const QList<PointState>& points, const ReferenceSet& references);
+
+/// The same with the first three of the other rows alone, or fewer where there
+/// are no more: the exact form determines its plane by three.
+CollectedRows collectRowsExact(const QList<PointState>& points, const ReferenceSet& references);
 
 } // namespace analysis

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void laterVRowWins();
     void unusedVRowIsNone();
     void collectsUsedRowsInOrderWithMapOrWithout();
+    void exactFormCollectsTheFirstThreeRows();
     void collectsTheFirstTwoUsedReferences();
     void twoVRowsLeaveTheEarlierOneOut();
     void fewerThanTwoUsedReferencesCollectNothing();
@@ -72,9 +73,9 @@ void tst_RowCollection::unusedVRowIsNone()
 void tst_RowCollection::collectsUsedRowsInOrderWithMapOrWithout()
 {
     const CollectedRows rows =
-        analysis::collectRows({point(true, false, false, 100), point(false, false, true, 200),
-                               point(true, true, true, 300), point(true, false, true, 400)},
-                              references(true, true, false));
+        analysis::collectRowsLS({point(true, false, false, 100), point(false, false, true, 200),
+                                 point(true, true, true, 300), point(true, false, true, 400)},
+                                references(true, true, false));
     QCOMPARE(rows.others.size(), 2);
     QCOMPARE(rows.others.at(0).row, 0);
     QCOMPARE(rows.others.at(0).energy, 100.0);
@@ -86,13 +87,27 @@ void tst_RowCollection::collectsUsedRowsInOrderWithMapOrWithout()
     QCOMPARE(rows.r, 1.5);
 }
 
+void tst_RowCollection::exactFormCollectsTheFirstThreeRows()
+{
+    QList<PointState> points{point(true, true, true, 50)};
+    for (const double energy : {100.0, 200.0, 300.0, 400.0}) {
+        points.append(point(true, false, false, energy));
+    }
+    const ReferenceSet refs = references(true, true, false);
+    const CollectedRows rows = analysis::collectRowsExact(points, refs);
+    QCOMPARE(rows.others.size(), 3);
+    QCOMPARE(rows.others.at(2).energy, 300.0);
+    QCOMPARE(rows.v.energy, 50.0);
+    QCOMPARE(analysis::collectRowsExact(points.first(2), refs).others.size(), 1);
+}
+
 void tst_RowCollection::collectsTheFirstTwoUsedReferences()
 {
     const QList<PointState> points{point(true, true, true, 300)};
-    const CollectedRows all = analysis::collectRows(points, references(true, true, true));
+    const CollectedRows all = analysis::collectRowsLS(points, references(true, true, true));
     QCOMPARE(all.v.r1, 301.0);
     QCOMPARE(all.v.r2, 302.0);
-    const CollectedRows late = analysis::collectRows(points, references(false, true, true));
+    const CollectedRows late = analysis::collectRowsLS(points, references(false, true, true));
     QCOMPARE(late.v.r1, 302.0);
     QCOMPARE(late.v.r2, 303.0);
     QCOMPARE(late.r, 0.25);
@@ -100,7 +115,7 @@ void tst_RowCollection::collectsTheFirstTwoUsedReferences()
 
 void tst_RowCollection::twoVRowsLeaveTheEarlierOneOut()
 {
-    const CollectedRows rows = analysis::collectRows(
+    const CollectedRows rows = analysis::collectRowsLS(
         {point(true, true, true, 100), point(true, false, true, 200), point(true, true, true, 300)},
         references(true, true, false));
     QCOMPARE(rows.v.row, 2);
@@ -112,7 +127,7 @@ void tst_RowCollection::twoVRowsLeaveTheEarlierOneOut()
 void tst_RowCollection::fewerThanTwoUsedReferencesCollectNothing()
 {
     const CollectedRows rows =
-        analysis::collectRows({point(true, true, true, 100)}, references(true, false, false));
+        analysis::collectRowsLS({point(true, true, true, 100)}, references(true, false, false));
     QCOMPARE(rows.usable(), 0);
     QCOMPARE(rows.v.row, -1);
 }
@@ -120,7 +135,7 @@ void tst_RowCollection::fewerThanTwoUsedReferencesCollectNothing()
 void tst_RowCollection::withoutAVRowOnlyTheOthersAreUsable()
 {
     const CollectedRows rows =
-        analysis::collectRows({point(true, false, true, 100)}, references(true, true, false));
+        analysis::collectRowsLS({point(true, false, true, 100)}, references(true, true, false));
     QCOMPARE(rows.usable(), 1);
 }
 
