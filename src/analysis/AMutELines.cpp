@@ -11,6 +11,9 @@ double valueOf(const VictoreenLine& line, double energyEv)
     return (line.b * L + line.a) * L * L * L + line.c;
 }
 
+/// Presentation of a spectrum: between the pre-edge and the post-edge line.
+constexpr int normalisedByLines = 4;
+
 /// The straight line through (e0, v0) and (e1, v1) at @p E.
 double interpolated(double e0, double v0, double e1, double v1, double E)
 {
@@ -126,23 +129,6 @@ double AMutE::findEdge() const
     return 0.5 * (workingEnergy(steepest) + workingEnergy(steepest + 1));
 }
 
-int AMutE::indexBelow(double E) const
-{
-    const qsizetype n = points.size();
-    if (n == 0 || E < workingEnergy(0)) {
-        return 0;
-    }
-    if (E > workingEnergy(n - 1)) {
-        return static_cast<int>(n - 2);
-    }
-    for (qsizetype i = 0; i < n - 1; ++i) {
-        if (E >= workingEnergy(i) && workingEnergy(i + 1) >= E) {
-            return static_cast<int>(i);
-        }
-    }
-    return 0;
-}
-
 double AMutE::mutAt(double E) const
 {
     return valueAt(0, E);
@@ -181,14 +167,32 @@ double AMutE::valueAt(int kind, double E) const
     if (points.size() < 2) {
         return 0.0;
     }
-    const int i = indexBelow(E);
+    return onSegment(kind, indexBelow(E), E);
+}
+
+double AMutE::onSegment(int kind, int i, double E) const
+{
     return interpolated(workingEnergy(i), value(kind, i), workingEnergy(i + 1), value(kind, i + 1),
                         E);
 }
 
 double AMutE::normalisedAt(double E) const
 {
-    return valueAt(4, E);
+    return valueAt(normalisedByLines, E);
+}
+
+QList<double> AMutE::normalisedAt(const QList<double>& energies) const
+{
+    if (points.size() < 2) {
+        return QList<double>(energies.size(), 0.0);
+    }
+    const QList<int> indices = indicesBelow(energies);
+    QList<double> values;
+    values.reserve(energies.size());
+    for (qsizetype k = 0; k < energies.size(); ++k) {
+        values.append(onSegment(normalisedByLines, indices.at(k), energies.at(k)));
+    }
+    return values;
 }
 
 void AMutE::valueRange(int kind, double from, double to, double* min, double* max) const

@@ -45,8 +45,11 @@ void FourPs::calcMap()
                     .arg(choice.needed));
         break;
     case Variant::NonEquivalentLinear:
+        mapNEQ(false, points, refs);
+        break;
     case Variant::NonEquivalentVictoreen:
-        break; // nothing runs yet for this method: the earlier result stays
+        mapNEQ(true, points, refs);
+        break;
     }
 }
 

@@ -40,8 +40,11 @@ void FourPs::calcTarget()
         sayWrongCount(selection.count, choice.needed);
         break;
     case Variant::NonEquivalentLinear:
+        targetNEQ(false, points, refs);
+        break;
     case Variant::NonEquivalentVictoreen:
-        break; // nothing runs yet for this method: the earlier result stays
+        targetNEQ(true, points, refs);
+        break;
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include "analysis/FourPointForms.h"
 #include "analysis/HistogramCounts.h"
-#include "data/A2DData.h"
+#include "analysis/PixelWalk.h"
 
 #include <array>
 #include <vector>
@@ -13,48 +13,20 @@ namespace analysis
 namespace
 {
 
-// Clears the result and gives it the base map's size and comment lines.
-void startResult(A2DData& result, const A2DData& base)
-{
-    result.clear();
-    result.xNum = base.xNum;
-    result.yNum = base.yNum;
-    result.headerLines = base.headerLines;
-    const qsizetype pixels = base.xNum > 0 && base.yNum > 0 ? qsizetype{base.xNum} * base.yNum : 0;
-    if (result.rows.capacity() / 2 > pixels) {
-        result.rows = {}; // gives back the room of a much larger map
-    }
-    result.rows.reserve(pixels);
-}
-
 // The frame that the forms share: `solve(x, y)` gives a pixel's fraction and
 // thickness.
 template <class Solve>
 void walk(const MapStack& stack, A2DData& result, HistogramCounts& valence,
           HistogramCounts& thickness, Solve solve)
 {
-    const A2DData& base = *stack.v.map;
-    startResult(result, base);
     const ValenceMix mix = stack.mix;
-    const A2DRow* const baseRows = base.rows.constData();
-    const qsizetype baseCount = base.rows.size();
-    qsizetype i = 0;
-    for (int y = 0; y < base.yNum; ++y) {
-        for (int x = 0; x < base.xNum; ++x, ++i) {
-            const FractionAndThickness pixel = solve(x, y);
-            const bool inside = i < baseCount;
-            result.rows.emplaceBack(A2DRow{inside ? baseRows[i].x : 0.0,
-                                           inside ? baseRows[i].y : 0.0,
-                                           pixel.a,
-                                           pixel.thickness,
-                                           {}});
-            valence.add(mix(pixel.a));
-            thickness.add(pixel.thickness);
-        }
-        if (base.xNum <= 0) {
-            break; // no pixel in any line
-        }
-    }
+    walkPixels(*stack.v.map, result, [&](int x, int y, A2DRow& row) {
+        const FractionAndThickness pixel = solve(x, y);
+        row.intensity = pixel.a;
+        row.i0 = pixel.thickness;
+        valence.add(mix(pixel.a));
+        thickness.add(pixel.thickness);
+    });
     result.extended = false;
 }
 

@@ -230,4 +230,18 @@ void appendGeneral(QByteArray& text, double value, int width)
     text.append(number.data(), length);
 }
 
+QString signedText(double value)
+{
+    return QString::asprintf("% 6.3f", value);
+}
+
+QString signedTexts(const QList<double>& values)
+{
+    QStringList texts;
+    for (const double value : values) {
+        texts.append(signedText(value));
+    }
+    return texts.join(QStringLiteral(" : "));
+}
+
 } // namespace analysis

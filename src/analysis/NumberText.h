@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
+#include <QString>
 
 #include <cstddef>
 
@@ -26,5 +28,12 @@ std::size_t generalText(double value, char* out);
 /// longer number takes the room that it needs. The same bytes as
 /// QString::arg(value, width, 'g', -1, ' ').
 void appendGeneral(QByteArray& text, double value, int width);
+
+/// @p value with three decimals and a place for its sign, so that a positive
+/// and a negative number of one size are equally wide: " 0.250", "-0.250".
+QString signedText(double value);
+
+/// The numbers by signedText(), with " : " between them.
+QString signedTexts(const QList<double>& values);
 
 } // namespace analysis

@@ -96,6 +96,15 @@ double ReferenceSet::totalJump() const
     return total;
 }
 
+QList<double> ReferenceSet::usedValences() const
+{
+    QList<double> valences;
+    for (int k = 0; k < validCount(); ++k) {
+        valences.append(used(k)->valence);
+    }
+    return valences;
+}
+
 std::optional<Limits> mapLimits(int kind, const ReferenceSet& references)
 {
     if (kind >= 0 && kind <= 3) {

@@ -64,6 +64,9 @@ public:
     /// one therefore takes its place in the sum.
     double totalJump() const;
 
+    /// Valences of the first n used references, n as in totalJump().
+    QList<double> usedValences() const;
+
 private:
     QList<ReferenceState> m_rows;
 };

@@ -19,6 +19,7 @@ struct PointState {
     double energy = 0.0; ///< eV
     std::array<double, 4> mut{};
     double mutT = 0.0;
+    bool inFit = false; ///< its energy bounds the range of the linear combination fit
 };
 
 /// How many rows count as selected, and which of them is the V row.

@@ -88,6 +88,11 @@ public:
     /// 0 when nothing brackets it or there are no points.
     int indexBelow(double E) const;
 
+    /// indexBelow() of each of many energies, in their order. Takes n log n
+    /// time where a walk for each energy would take n^2, also for energies that
+    /// fall, repeat or jump, so that no file makes a fit hang.
+    QList<int> indicesBelow(const QList<double>& energies) const;
+
     /// Raw mut at working energy @p E on straight lines; the end segments are
     /// extended. 0.0 with fewer than 2 points; infinite or NaN between points
     /// of equal energy.
@@ -104,6 +109,9 @@ public:
 
     /// Kind 4 at working energy @p E.
     double normalisedAt(double E) const;
+
+    /// The same at each of many energies, by indicesBelow().
+    QList<double> normalisedAt(const QList<double>& energies) const;
 
     /// Lowers @p min and raises @p max by the values of the given kind whose
     /// working energy lies in [from, to]. The caller seeds both.
@@ -140,6 +148,7 @@ public:
 
 private:
     double workingEnergy(qsizetype i) const { return points.at(i).energy - dE; }
+    double onSegment(int kind, int i, double E) const;
     void beginRead();
     void appendPoint(const MutPoint& point);
     bool finishRead();

@@ -280,6 +280,7 @@ QList<analysis::PointState> FourPs::pointStates() const
         row->energyAndMuts(0, 1, &point.energy, &point.mut[0], &point.mut[1]);
         row->energyAndMuts(2, 3, &point.energy, &point.mut[2], &point.mut[3]);
         point.mutT = rows::numberIn(row->MutT);
+        point.inFit = row->LCFCB->isChecked();
         points.append(point);
     }
     return points;

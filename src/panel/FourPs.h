@@ -3,6 +3,7 @@
 
 #include "analysis/RowCollection.h"
 #include "data/A2DData.h"
+#include "display/CColors.h"
 #include "rows/RefFiles.h"
 #include "ui_FourPs.h"
 
@@ -17,15 +18,27 @@ class AFileSelect;
 class AMutE;
 class AXafsFileSelect;
 class Histgram;
+class MouseC;
 class QButtonGroup;
 
 namespace analysis
 {
 struct MapStack;
 struct MethodRadios;
+struct NeqInputs;
 struct ValenceMix;
 class ReferenceSet;
 } // namespace analysis
+
+/// One run of the linear combination fit beside the target's result at that
+/// time.
+struct LCFPoint {
+    double fourPsA = 0.0;       ///< TargetV
+    double fourPsValence = 0.0; ///< TargetT
+    double lcfA = 0.0;          ///< fraction of the first reference by the fit
+    double lcfValence = 0.0;    ///< valence of the fit
+    int color = 0;              ///< place in the list of colours
+};
 
 /// Holds the rows of input, the result map and the histograms, and joins them
 /// with signals and slots.
@@ -90,12 +103,16 @@ public:
     QList<AEPoint*> EPoints;           ///< eight rows; nobody owns their frames
     A2DData BaseData;                  ///< result of the latest map calculation
     QList<AMutE*> DispMuts;            ///< for display only; index as in SelectedFs
-    double TargetV = 0.0;              ///< fraction of the latest target calculation
+    AMutE* LCFMut = nullptr;           ///< fitted curve of the latest fit; not marked valid
+    double TargetV = 0.0;              ///< first fraction of the latest target calculation
     double TargetT = 0.0;              ///< its valence
-    Histgram* HistV = nullptr;         ///< valence
-    Histgram* HistT = nullptr;         ///< total dMut
-    QList<Histgram*> HistRatio;        ///< one per reference, widgets of HistV
-    QList<Histgram*> HistDMut;         ///< one per reference, widgets of HistT
+    QList<LCFPoint> LCFvs4PS;          ///< one for each fit since the last clearing
+    int LCFColor = 0;                  ///< colour of the next of them
+    CColors Colors;
+    Histgram* HistV = nullptr;  ///< valence
+    Histgram* HistT = nullptr;  ///< total dMut
+    QList<Histgram*> HistRatio; ///< one per reference, widgets of HistV
+    QList<Histgram*> HistDMut;  ///< one per reference, widgets of HistT
 
 public Q_SLOTS:
     /// Takes @p e (eV) as the edge energy, to the 6 digits that are shown, and
@@ -147,15 +164,30 @@ public Q_SLOTS:
     void receiveNewPaths(QStringList paths);
 
     /// The reflex after a change of input: histogram limits, map calculation,
-    /// target calculation, each whatever became of the one before.
+    /// target calculation, linear combination fit, each whatever became of the
+    /// one before.
     void calcBoth();
 
     /// Calculates every pixel of the maps in use into @c BaseData and the
     /// histograms, by the chosen method.
     void calcMap();
 
-    /// Calculates the target from the numbers in the rows into @c CalcRes.
+    /// Calculates the target into @c CalcRes: from the numbers in the rows by
+    /// the four-points family, from the spectra by the non-equivalent method.
     void calcTarget();
+
+    /// Fits the target spectrum, between the marked energies, by the valid
+    /// references into @c LCFRes and @c LCFMut, and adds a point to
+    /// @c LCFvs4PS.
+    void lcf();
+
+    /// Starts the comparison of fits and target results afresh; the argument is
+    /// not looked at.
+    void clearLCFvs4PS(MouseC* m);
+
+    /// The next points of the comparison take another colour; the argument is
+    /// not looked at.
+    void newColorLCFvs4PS(MouseC* m);
 
     /// Calculates the map and writes it; a refused calculation writes the
     /// earlier result.
@@ -194,6 +226,9 @@ private:
     // Gathering: the widgets' texts and states as plain numbers.
     QList<analysis::PointState> pointStates() const;
     analysis::ReferenceSet references() const;
+    QList<const AMutE*> usedSpectra(const analysis::ReferenceSet& refs) const;
+    analysis::NeqInputs neqPrepare(const QList<analysis::PointState>& points,
+                                   const analysis::ReferenceSet& refs) const;
     analysis::MethodRadios methodRadios() const;
     analysis::MapStack mapStack(const analysis::CollectedRows& rows,
                                 const analysis::ReferenceSet& refs) const;
@@ -208,14 +243,21 @@ private:
                         const QList<analysis::PointState>& points);
     void target4psLS(const analysis::CollectedRows& rows,
                      const QList<analysis::PointState>& points);
+    void targetNEQ(bool victoreen, const QList<analysis::PointState>& points,
+                   const analysis::ReferenceSet& refs);
     void keepTargetResult(double a);
+    bool areSpectraValid(const analysis::ReferenceSet& refs);
+    void showShares(const QList<double>& values, const analysis::ReferenceSet& refs);
 
     // Map calculation.
     bool mapMayRun(const analysis::ReferenceSet& refs);
     void map3ps(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs);
     void map4psExact(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs);
     void map4psLS(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs);
+    void mapNEQ(bool victoreen, const QList<analysis::PointState>& points,
+                const analysis::ReferenceSet& refs);
     void startMapHistograms();
+    void startReferenceHistograms();
 
     bool hasUsableRows(const analysis::CollectedRows& rows, int needed);
     void sayWrongCount(int count, int needed);

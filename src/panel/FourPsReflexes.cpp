@@ -169,6 +169,7 @@ void FourPs::calcBoth()
     SetHistogramRanges();
     calcMap();
     calcTarget();
+    lcf();
 }
 
 void FourPs::newMultiEnergys()

@@ -51,6 +51,7 @@ void FourPs::wireButtons()
 {
     connect(ui.WriteB, &QPushButton::clicked, this, &FourPs::calcAndWrite);
     connect(ui.CalcTargetB, &QPushButton::clicked, this, &FourPs::calcTarget);
+    connect(ui.LCFB, &QPushButton::clicked, this, &FourPs::lcf);
     connect(ui.CalcMapB, &QPushButton::clicked, this, &FourPs::calcMap);
     connect(ui.TypeNonEquiv, &QRadioButton::toggled, this, &FourPs::calcBoth);
     connect(ui.NonEquivBGLinear, &QRadioButton::toggled, this, &FourPs::calcBoth);

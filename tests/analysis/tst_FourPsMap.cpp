@@ -78,7 +78,7 @@ private Q_SLOTS:
     void usedRowWithoutMapEntersWithMinusOnePixels();
     void surplusUsedRowsAreLeftOutByTheExactForm();
     void mapOfNoLinesYieldsNoRows();
-    void calcBothRunsTargetThoughTheMapIsRefused();
+    void calcBothRunsTargetAndFitThoughTheMapIsRefused();
 };
 
 void tst_FourPsMap::threePointsFillResultAndHistograms()
@@ -415,13 +415,13 @@ void tst_FourPsMap::mapOfNoLinesYieldsNoRows()
     QCOMPARE(panel.HistV->total, 0);
 }
 
-void tst_FourPsMap::calcBothRunsTargetThoughTheMapIsRefused()
+void tst_FourPsMap::calcBothRunsTargetAndFitThoughTheMapIsRefused()
 {
     FourPs panel;
     prepareThreePoints(panel); // no map at all
     panel.calcBoth();
     QCOMPARE(messages(panel),
-             (QStringList{"V Point is not selected", "3ps: a = 0.5, Valence = 2.5"}));
+             (QStringList{"V Point is not selected", "3ps: a = 0.5, Valence = 2.5", noFitRange}));
 }
 
 QTEST_MAIN(tst_FourPsMap)

@@ -237,11 +237,11 @@ void tst_FourPs::histogramLimitsDifferFromTheFormsAfterConstruction()
 
 void tst_FourPs::firstReflexRunsInsideTheConstructorOnce()
 {
-    // What one run of map and target calculation says about an empty panel.
+    // What one run of map, target and fit says about an empty panel.
     FourPs panel;
     const QString few("Number of valied Ref Files is 0, which is less than 2.");
-    QCOMPARE(messages(panel),
-             (QStringList{few, "Ref File 0 is not valid.", few, "The 1st Ref File is not valid."}));
+    QCOMPARE(messages(panel), (QStringList{few, "Ref File 0 is not valid.", few,
+                                           "The 1st Ref File is not valid.", noFitRange}));
 }
 
 void tst_FourPs::showMapButtonsExcludeOneAnother()

@@ -15,6 +15,10 @@ inline const QString fewReferences =
     QStringLiteral("Number of valied Ref Files is %1, which is less than 2.");
 inline const QString wrongCount = QStringLiteral("Number of selected data sets %1 is not %2.");
 
+// What the linear combination fit says with fewer than two marked rows.
+inline const QString noFitRange =
+    QStringLiteral("Energy Range is not selected, which should by selected by CB of TR.");
+
 /// The lines of the message box so far.
 inline QStringList messages(const FourPs& panel)
 {

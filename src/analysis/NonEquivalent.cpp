@@ -1,0 +1,163 @@
+#include "analysis/NonEquivalent.h"
+
+#include "analysis/ReferenceSet.h"
+#include "analysis/RowCollection.h"
+#include "data/AMutE.h"
+
+#include <algorithm>
+
+namespace analysis
+{
+
+namespace
+{
+
+// Presentation of a spectrum: 1 is less the pre-edge line, 2 the post-edge line.
+int kindOf(bool subPost)
+{
+    return subPost ? 2 : 1;
+}
+
+int shortest(const QList<QList<double>>& refValues, const QList<double>& energies)
+{
+    qsizetype rows = energies.size();
+    for (const QList<double>& values : refValues) {
+        rows = std::min(rows, values.size());
+    }
+    return static_cast<int>(rows);
+}
+
+std::vector<double> basisOf(bool victoreen, const QList<QList<double>>& refValues, int references,
+                            const QList<double>& energies, int rows)
+{
+    std::vector<double> basis;
+    for (int row = 0; row < rows; ++row) {
+        for (int j = 0; j < references; ++j) {
+            basis.push_back(refValues.at(j).at(row));
+        }
+        basis.push_back(1.0);
+        const double E = energies.at(row);
+        if (victoreen) {
+            const double L = AMutE::hcEvAngstrom / E;
+            const double L3 = L * L * L;
+            basis.push_back(L3);
+            basis.push_back(L3 * L);
+        } else {
+            basis.push_back(E);
+        }
+    }
+    return basis;
+}
+
+int referencesOf(const QList<QList<double>>& refValues)
+{
+    return static_cast<int>(std::min(refValues.size(), qsizetype{neq::references}));
+}
+
+} // namespace
+
+NeqInputs neqPrepare(const QList<PointState>& points, const ReferenceSet& references,
+                     const QList<const AMutE*>& spectra, bool subPost)
+{
+    NeqInputs inputs;
+    inputs.refValues.resize(spectra.size());
+    for (int i = 0; i < points.size(); ++i) {
+        if (!points.at(i).used) {
+            continue;
+        }
+        const double E = points.at(i).energy;
+        for (qsizetype j = 0; j < spectra.size(); ++j) {
+            inputs.refValues[j].append(spectra.at(j)->valueAt(kindOf(subPost), E));
+        }
+        inputs.energies.append(E);
+        inputs.rowIndices.append(i);
+    }
+    inputs.jumpSum = references.totalJump();
+    inputs.valences = references.usedValences();
+    for (int j = 0; j < spectra.size(); ++j) {
+        inputs.weights.append(references.used(j)->edgeJump / inputs.jumpSum);
+    }
+    if (!inputs.rowIndices.isEmpty()) {
+        inputs.baseRow = inputs.rowIndices.first();
+    }
+    return inputs;
+}
+
+QList<double> neqTargetValues(const AMutE& target, const QList<double>& energies, bool subPost)
+{
+    QList<double> values;
+    for (const double E : energies) {
+        values.append(target.valueAt(kindOf(subPost), E));
+    }
+    return values;
+}
+
+NeqFit::NeqFit(bool victoreen, const QList<QList<double>>& refValues, const QList<double>& energies,
+               const QList<double>& weights)
+    : m_victoreen(victoreen)
+    , m_references(referencesOf(refValues))
+    , m_rows(shortest(refValues, energies))
+    , m_weights(weights)
+    , m_fit(m_references + (victoreen ? 3 : 2),
+            basisOf(victoreen, refValues, m_references, energies, m_rows))
+{
+    m_weights.resize(m_references);
+}
+
+double NeqFit::solve(const double* t, double* out) const
+{
+    const std::array<double, LinearCombination::maxUnknowns> x = m_fit.coefficients(t);
+    const auto background = static_cast<std::size_t>(m_references);
+    std::fill_n(out, neq::count, 0.0);
+    double sum = 0.0;
+    for (int i = 0; i < m_references; ++i) {
+        out[i] = x[static_cast<std::size_t>(i)] * m_weights.at(i);
+        sum += out[i];
+    }
+    // Places without a reference too: with a sum of 0 or NaN they show it.
+    for (int i = 0; i < neq::references; ++i) {
+        out[i] /= sum;
+    }
+    out[neq::mut0] = x[background];
+    out[neq::c1] = x[background + 1];
+    out[neq::c2] = m_victoreen ? x[background + 2] : 0.0;
+    return sum;
+}
+
+void neqSolve(bool victoreen, const QList<double>& T, const QList<QList<double>>& refValues,
+              const QList<double>& energies, const QList<double>& weights, double* sum,
+              QList<double>& out)
+{
+    const NeqFit fit(victoreen, refValues, energies.first(std::min(T.size(), energies.size())),
+                     weights);
+    out.resize(neq::count);
+    *sum = fit.solve(T.constData(), out.data());
+}
+
+double neqValence(const QList<double>& out, const QList<double>& valences)
+{
+    double valence = 0.0;
+    const qsizetype count = std::min(valences.size(), qsizetype{neq::references});
+    for (qsizetype i = 0; i < count; ++i) {
+        valence += out.at(i) * valences.at(i);
+    }
+    return valence;
+}
+
+QList<double> neqTargetResult(bool victoreen, const QList<double>& T, const NeqInputs& inputs)
+{
+    QList<double> out;
+    double sum = 0.0;
+    neqSolve(victoreen, T, inputs.refValues, inputs.energies, inputs.weights, &sum, out);
+    // Formed first, unlike on the way of the maps: a difference in rounding
+    // that keeps both comparable with earlier data.
+    const double total = sum * inputs.jumpSum;
+    for (int i = 0; i < referencesOf(inputs.refValues); ++i) {
+        out[neq::dMut + i] = out.at(i) * total;
+    }
+    out[neq::valence] = neqValence(out, inputs.valences);
+    out[neq::totalDMut] = total;
+    return out;
+}
+
+} // namespace analysis

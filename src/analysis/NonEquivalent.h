@@ -1,0 +1,99 @@
+// The non-equivalent method: every reference's share of a target, by one linear
+// least-square fit over all energies in use.
+#pragma once
+
+#include "analysis/LinearCombination.h"
+
+#include <QList>
+
+class AMutE;
+
+namespace analysis
+{
+
+struct PointState;
+class ReferenceSet;
+
+/// Places in the list of values that the method gives, whatever the number of
+/// references in use. Result files and map displays know the values by place.
+namespace neq
+{
+
+inline constexpr int references = 4;        ///< reference rows of the panel
+inline constexpr int share = 0;             ///< shares of the references; they add up to 1
+inline constexpr int dMut = references;     ///< edge jumps of the references in the target
+inline constexpr int mut0 = 2 * references; ///< constant of the background
+inline constexpr int c1 = mut0 + 1;         ///< its slope: with L^3, or with E
+inline constexpr int c2 = mut0 + 2;         ///< with L^4; 0 with the linear background
+inline constexpr int valence = mut0 + 3;    ///< shares times valences
+inline constexpr int totalDMut = mut0 + 4;  ///< sum of the references' dMut
+inline constexpr int count = 2 * references + 5;
+
+} // namespace neq
+
+/// What the fit knows of the references, made once per calculation.
+struct NeqInputs {
+    QList<QList<double>> refValues; ///< for each reference, its mut at each row, background off
+    QList<double> energies;         ///< of the rows, eV
+    QList<double> weights;          ///< for each reference, its edge jump over jumpSum
+    QList<double> valences;         ///< of the references
+    double jumpSum = 0.0;           ///< sum of the references' edge jumps
+    int baseRow = 0;                ///< the first of the rows; 0 without any
+    QList<int> rowIndices;          ///< the rows in use, with a map or without
+};
+
+/// Gathers the references at all used rows.
+///
+/// @param spectra  the spectra of the first n used references, n being the
+///                 number of used and valid ones
+/// @param subPost  take the post-edge line off, instead of the pre-edge line
+NeqInputs neqPrepare(const QList<PointState>& points, const ReferenceSet& references,
+                     const QList<const AMutE*>& spectra, bool subPost);
+
+/// A target spectrum's mut at each of @p energies (eV), with a line taken off.
+QList<double> neqTargetValues(const AMutE& target, const QList<double>& energies, bool subPost);
+
+/// The fit with all that does not depend on the target made beforehand.
+///
+/// The model is T(E) = sum_j x_j R_j(E) + Mut0 + C1 L^3 + C2 L^4 with
+/// L = hc / E (Victoreen), or + C1 E in place of the last two terms (linear).
+class NeqFit
+{
+public:
+    /// @param refValues  as in NeqInputs; the shortest of its lists and
+    ///                   @p energies counts. More than four references are cut.
+    NeqFit(bool victoreen, const QList<QList<double>>& refValues, const QList<double>& energies,
+           const QList<double>& weights);
+
+    /// The places share and mut0 to c2 of @p out for the target values @p t,
+    /// one for each row; all other places become 0.
+    /// @param out  neq::count values
+    /// @return the sum of the coefficients, each times its weight
+    double solve(const double* t, double* out) const;
+
+    int rows() const { return m_rows; }
+    int references() const { return m_references; }
+
+private:
+    bool m_victoreen = false;
+    int m_references = 0;
+    int m_rows = 0;
+    QList<double> m_weights;
+    LinearCombination m_fit;
+};
+
+/// The fit of one target by itself: @p out gets neq::count values as from
+/// NeqFit::solve() and @p sum its sum. @p T may have fewer values than there
+/// are energies; then only the first rows count.
+void neqSolve(bool victoreen, const QList<double>& T, const QList<QList<double>>& refValues,
+              const QList<double>& energies, const QList<double>& weights, double* sum,
+              QList<double>& out);
+
+/// The valence that shares stand for: the sum of share times valence over the
+/// references. A reference without a valence counts as 0.
+double neqValence(const QList<double>& out, const QList<double>& valences);
+
+/// All values of one target spectrum.
+QList<double> neqTargetResult(bool victoreen, const QList<double>& T, const NeqInputs& inputs);
+
+} // namespace analysis

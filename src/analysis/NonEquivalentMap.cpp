@@ -1,0 +1,85 @@
+#include "analysis/NonEquivalentMap.h"
+
+#include "analysis/HistogramCounts.h"
+#include "analysis/PixelWalk.h"
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+namespace analysis
+{
+
+namespace
+{
+
+// A pixel's values from the mut at each row, finished as the maps do it.
+class PixelSolver
+{
+public:
+    explicit PixelSolver(const NeqStack& stack)
+        : m_inputs(stack.inputs)
+        , m_fit(stack.victoreen, m_inputs.refValues, m_inputs.energies, m_inputs.weights)
+    {
+    }
+
+    int references() const { return m_fit.references(); }
+
+    QList<double> values(const double* t) const
+    {
+        QList<double> values(neq::count);
+        double* const out = values.data();
+        const double sum = m_fit.solve(t, out);
+        for (int i = 0; i < m_fit.references(); ++i) {
+            // From left to right, unlike on the way of the target: see there.
+            out[neq::dMut + i] = out[i] * sum * m_inputs.jumpSum;
+        }
+        out[neq::valence] = neqValence(values, m_inputs.valences);
+        out[neq::totalDMut] = sum * m_inputs.jumpSum;
+        return values;
+    }
+
+private:
+    const NeqInputs& m_inputs;
+    NeqFit m_fit;
+};
+
+void count(const QList<double>& values, int references, const NeqHistograms& histograms)
+{
+    histograms.valence->add(values.at(neq::valence));
+    histograms.totalDMut->add(values.at(neq::totalDMut));
+    for (int i = 0; i < references; ++i) {
+        histograms.share.at(i)->add(values.at(neq::share + i));
+        histograms.dMut.at(i)->add(values.at(neq::dMut + i));
+    }
+}
+
+} // namespace
+
+void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistograms& histograms)
+{
+    const PixelSolver solver(stack);
+    const auto rows = static_cast<std::size_t>(stack.maps.size());
+    std::vector<double> t(rows); // reused from pixel to pixel
+    std::vector<double> previous;
+    QList<double> values;
+    walkPixels(*stack.base, result, [&](int x, int y, A2DRow& row) {
+        for (std::size_t k = 0; k < rows; ++k) {
+            t[k] = data::pixelMut(*stack.maps.at(static_cast<qsizetype>(k)), x, y);
+        }
+        // Pixels beyond the data of all maps are alike and share one list, so
+        // that a size which a file only claims takes no memory for values.
+        if (previous.empty() ||
+            std::memcmp(previous.data(), t.data(), rows * sizeof(double)) != 0) {
+            values = solver.values(t.data());
+            previous = t;
+        }
+        row.values = values;
+        row.intensity = values.at(neq::share);
+        row.i0 = values.at(neq::totalDMut);
+        count(values, solver.references(), histograms);
+    });
+    result.extended = true;
+}
+
+} // namespace analysis
