@@ -131,6 +131,9 @@ private Q_SLOTS:
     void shortTextIsAlignedToTheRight();
     void longTextLosesNoDigits();
     void appendingKeepsWhatIsThere();
+    void bothSignsTakeTheSameWidth_data();
+    void bothSignsTakeTheSameWidth();
+    void severalNumbersStandBetweenColons();
 };
 
 // Texts from the rules of the general format, by hand.
@@ -279,6 +282,31 @@ void tst_NumberText::appendingKeepsWhatIsThere()
     QByteArray text("x=");
     analysis::appendGeneral(text, 1.5, 4);
     QCOMPARE(text, QByteArray("x= 1.5"));
+}
+
+void tst_NumberText::bothSignsTakeTheSameWidth_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("positive") << 0.25 << " 0.250";
+    QTest::newRow("negative") << -0.25 << "-0.250";
+    QTest::newRow("third decimal rounded") << 2.64951 << " 2.650";
+    QTest::newRow("wide") << 12345.5 << " 12345.500";
+    QTest::newRow("wide and negative") << -12345.5 << "-12345.500";
+}
+
+void tst_NumberText::bothSignsTakeTheSameWidth()
+{
+    QFETCH(double, value);
+    QFETCH(QString, text);
+    QCOMPARE(analysis::signedText(value), text);
+}
+
+void tst_NumberText::severalNumbersStandBetweenColons()
+{
+    QCOMPARE(analysis::signedTexts({}), QString());
+    QCOMPARE(analysis::signedTexts({1}), " 1.000");
+    QCOMPARE(analysis::signedTexts({0.5, -0.5, 1}), " 0.500 : -0.500 :  1.000");
 }
 
 QTEST_GUILESS_MAIN(tst_NumberText)

@@ -39,6 +39,7 @@ private Q_SLOTS:
     void negativeValenceDoesNotLowerTheHighest();
     void unusedRowsDoNotEnterTheValenceRange();
     void totalJumpSumsUsedReferences();
+    void valencesAreThoseOfAsManyUsedReferencesAsAreValid();
     void usedRowWithoutSpectrumShiftsTheTermsOfTheTotal();
     void mapLimitsByColumn_data();
     void mapLimitsByColumn();
@@ -174,6 +175,16 @@ void tst_ReferenceSet::unusedRowsDoNotEnterTheValenceRange()
                              .valenceRange();
     QCOMPARE(range.low, 2.0);
     QCOMPARE(range.high, 3.0);
+}
+
+void tst_ReferenceSet::valencesAreThoseOfAsManyUsedReferencesAsAreValid()
+{
+    // The second row is not in use; the third, used but without a spectrum,
+    // takes its place and pushes the last one out.
+    const ReferenceSet refs(
+        {{true, true, 2, 1}, {false, true, 3, 1}, {true, false, 4, 1}, {true, true, 5, 1}});
+    QCOMPARE(refs.usedValences(), (QList<double>{2, 4}));
+    QCOMPARE(ReferenceSet(QList<ReferenceState>()).usedValences(), QList<double>{});
 }
 
 void tst_ReferenceSet::totalJumpSumsUsedReferences()

@@ -49,25 +49,6 @@ double valenceOf(const PlainStack& stack, double a)
     return (1 - a) * valences.at(1) + valences.at(0) * a;
 }
 
-void count(PlainHistogram& histogram, double value)
-{
-    const double quotient = (value - histogram.minV) / histogram.step;
-    int b = std::numeric_limits<int>::min();
-    if (quotient > -2147483649.0 && quotient < 2147483648.0) {
-        b = static_cast<int>(quotient);
-    }
-    if (b < 0) {
-        ++histogram.under;
-    } else if (b >= histogram.bins.size()) {
-        ++histogram.over;
-    } else {
-        ++histogram.bins[b];
-        if (histogram.bins[b] > histogram.total) {
-            histogram.total = histogram.bins[b];
-        }
-    }
-}
-
 template <class Form>
 void forEachPixel(const PlainStack& stack, const A2DData& base, A2DData& result,
                   PlainHistogram& valence, PlainHistogram& thickness, Form form)
@@ -88,14 +69,33 @@ void forEachPixel(const PlainStack& stack, const A2DData& base, A2DData& result,
             }
             form(x, y, row);
             result.rows.append(row);
-            count(valence, valenceOf(stack, row.intensity));
-            count(thickness, row.i0);
+            plainCount(valence, valenceOf(stack, row.intensity));
+            plainCount(thickness, row.i0);
         }
     }
     result.extended = false;
 }
 
 } // namespace
+
+void plainCount(PlainHistogram& histogram, double value)
+{
+    const double quotient = (value - histogram.minV) / histogram.step;
+    int b = std::numeric_limits<int>::min();
+    if (quotient > -2147483649.0 && quotient < 2147483648.0) {
+        b = static_cast<int>(quotient);
+    }
+    if (b < 0) {
+        ++histogram.under;
+    } else if (b >= histogram.bins.size()) {
+        ++histogram.over;
+    } else {
+        ++histogram.bins[b];
+        if (histogram.bins[b] > histogram.total) {
+            histogram.total = histogram.bins[b];
+        }
+    }
+}
 
 double plainPixelMut(const A2DData& map, int x, int y)
 {

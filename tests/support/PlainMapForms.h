@@ -40,6 +40,9 @@ struct PlainStack {
     double r = 0.0;
 };
 
+/// Counts one value, the bin found by plain truncation.
+void plainCount(PlainHistogram& histogram, double value);
+
 double plainPixelMut(const A2DData& map, int x, int y);
 
 double plainLeastSquareFourPoints(double TV, double R1V, double R2V, double EV,

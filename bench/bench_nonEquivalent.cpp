@@ -1,0 +1,150 @@
+// The non-equivalent method on a stack of 1000 x 1000 pixels: the plain road,
+// which allocates, builds, factorises and solves a matrix and parses the
+// valences for every pixel, beside the product's.
+
+#include "analysis/HistogramCounts.h"
+#include "analysis/NonEquivalentMap.h"
+#include "data/A2DData.h"
+#include "support/PlainFits.h"
+#include "support/RatioReporter.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QList>
+
+#include <cmath>
+#include <random>
+
+namespace
+{
+
+constexpr int side = 1000;
+constexpr int mapCount = 8;
+constexpr double energiesEv[mapCount] = {8250, 8320, 8338, 8345, 8352, 8385, 8430, 8475};
+constexpr double edgesEv[4] = {8343.6, 8345.4, 8347.2, 8333.0};
+
+// An edge with a white line, background off.
+double absorbed(int reference, double energyEv)
+{
+    const double d = energyEv - edgesEv[reference];
+    return 0.5 * (1 + std::erf(d / 3)) + 0.15 * (3 - reference) * std::exp(-0.03 * d * d);
+}
+
+// Counts of a measured map: I0 about 1e5, a ramp of two references in x.
+A2DData measuredMap(int k)
+{
+    std::mt19937_64 random(static_cast<unsigned>(k) + 1);
+    std::uniform_real_distribution<double> noise(-0.01, 0.01);
+    A2DData map;
+    map.xNum = side;
+    map.yNum = side;
+    map.rows.reserve(side * side);
+    for (int i = 0; i < side * side; ++i) {
+        const double f = (i % side) / static_cast<double>(side);
+        const double mut = 0.05 + f * absorbed(0, energiesEv[k]) +
+                           (1 - f) * absorbed(1, energiesEv[k]) + noise(random);
+        map.rows.append(
+            {i % side * 0.5, i / side * 0.5, std::round(1e5 * std::exp(-mut)), 1e5, {}});
+    }
+    return map;
+}
+
+const QList<A2DData>& maps()
+{
+    static const QList<A2DData> made = [] {
+        QList<A2DData> list;
+        for (int k = 0; k < mapCount; ++k) {
+            list.append(measuredMap(k));
+        }
+        return list;
+    }();
+    return made;
+}
+
+tests::PlainNeqStack plainStack(bool victoreen, int references, const QList<int>& rows)
+{
+    tests::PlainNeqStack stack;
+    stack.victoreen = victoreen;
+    stack.jumpSum = references;
+    for (int j = 0; j < references; ++j) {
+        QList<double> values;
+        for (const int k : rows) {
+            values.append(absorbed(j, energiesEv[k]));
+        }
+        stack.refValues.append(values);
+        stack.weights.append(1.0 / references);
+        stack.valences.append(QString::number((j + 2) % 5));
+    }
+    for (const int k : rows) {
+        stack.energies.append(energiesEv[k]);
+        stack.maps.append(&maps().at(k));
+    }
+    return stack;
+}
+
+analysis::NeqStack productStack(const tests::PlainNeqStack& plain)
+{
+    analysis::NeqStack stack;
+    stack.victoreen = plain.victoreen;
+    stack.inputs.refValues = plain.refValues;
+    stack.inputs.energies = plain.energies;
+    stack.inputs.weights = plain.weights;
+    stack.inputs.jumpSum = plain.jumpSum;
+    for (const QString& valence : plain.valences) {
+        stack.inputs.valences.append(valence.toDouble());
+    }
+    stack.maps = plain.maps;
+    stack.base = plain.maps.first();
+    return stack;
+}
+
+void plainRoad(benchmark::State& state, bool victoreen, int references, const QList<int>& rows)
+{
+    const tests::PlainNeqStack stack = plainStack(victoreen, references, rows);
+    A2DData result;
+    for ([[maybe_unused]] auto _ : state) {
+        const tests::PlainHistogram shares{-0.5, 0.04, QList<int>(51, 0), 0, 0, 0};
+        tests::PlainNeqHistograms histograms{shares, shares, {}, {}};
+        histograms.ratio = QList<tests::PlainHistogram>(4, shares);
+        histograms.dMut = histograms.ratio;
+        tests::plainNonEquivalent(stack, result, histograms);
+        benchmark::DoNotOptimize(result.rows.constData());
+    }
+    state.SetItemsProcessed(state.iterations() * side * side);
+}
+
+void productRoad(benchmark::State& state, bool victoreen, int references, const QList<int>& rows)
+{
+    const analysis::NeqStack stack = productStack(plainStack(victoreen, references, rows));
+    A2DData result;
+    for ([[maybe_unused]] auto _ : state) {
+        std::array<HistogramCounts, 10> counts;
+        for (HistogramCounts& histogram : counts) {
+            histogram.start(-0.48, 1.52, 51);
+        }
+        analysis::mapNonEquivalent(stack, result,
+                                   {&counts[0],
+                                    &counts[1],
+                                    {&counts[2], &counts[3], &counts[4], &counts[5]},
+                                    {&counts[6], &counts[7], &counts[8], &counts[9]}});
+        benchmark::DoNotOptimize(result.rows.constData());
+    }
+    state.SetItemsProcessed(state.iterations() * side * side);
+}
+
+bool registerRoads(const std::string& name, bool victoreen, int references, const QList<int>& rows)
+{
+    benchmark::RegisterBenchmark((name + "/plain").c_str(), plainRoad, victoreen, references, rows)
+        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark((name + "/product").c_str(), productRoad, victoreen, references,
+                                 rows)
+        ->Unit(benchmark::kMillisecond);
+    return true;
+}
+
+const bool registered = registerRoads("twoReferencesLinear", false, 2, {1, 3, 5, 7}) &&
+                        registerRoads("fourReferencesVictoreen", true, 4, {0, 1, 2, 3, 4, 5, 6, 7});
+
+} // namespace
+
+AELK_BENCHMARK_MAIN()

@@ -1,0 +1,152 @@
+// analysis::LinearCombination, by hand and bit by bit against a matrix that is
+// built, factorised and solved afresh.
+#include "analysis/LinearCombination.h"
+
+#include "support/PlainFits.h"
+#include "support/SameDouble.h"
+
+#include <QTest>
+
+#include <functional>
+#include <limits>
+#include <random>
+
+using analysis::LinearCombination;
+
+namespace
+{
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+using Element = std::function<double(std::mt19937&)>;
+
+double uniform(std::mt19937& random)
+{
+    return std::uniform_real_distribution<double>(-2.0, 2.0)(random);
+}
+
+/// Number of values that come out differently for random bases of all sizes,
+/// each with several sets of values.
+int differences(const Element& element)
+{
+    std::mt19937 random(7);
+    int different = 0;
+    for (int trial = 0; trial < 3000; ++trial) {
+        const int unknowns = 1 + trial % LinearCombination::maxUnknowns;
+        const int rows = static_cast<int>(random() % 10);
+        std::vector<double> basis(static_cast<std::size_t>(unknowns * rows));
+        for (double& value : basis) {
+            value = element(random);
+        }
+        const LinearCombination fit(unknowns, basis);
+        for (int set = 0; set < 3; ++set) {
+            QList<double> y;
+            for (int row = 0; row < rows; ++row) {
+                y.append(element(random));
+            }
+            const auto fill = [&](qsizetype row, double* phi) {
+                std::copy_n(basis.data() + row * unknowns, unknowns, phi);
+            };
+            const QList<double> expected = tests::plainCoefficients(unknowns, fill, y);
+            const auto x = fit.coefficients(y.constData());
+            for (int i = 0; i < unknowns; ++i) {
+                different +=
+                    tests::sameDouble(x[static_cast<std::size_t>(i)], expected.at(i)) ? 0 : 1;
+            }
+        }
+    }
+    return different;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Element)
+
+class tst_LinearCombination : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void straightLineThroughItsPoints();
+    void leastSquaresBetweenPoints();
+    void placesBehindTheUnknownsAreZero();
+    void noRowGivesNaN();
+    void oneFitServesManySetsOfValues();
+    void equalsFreshMatrixToTheLastBit_data();
+    void equalsFreshMatrixToTheLastBit();
+};
+
+void tst_LinearCombination::straightLineThroughItsPoints()
+{
+    // 1 + 2 t at t = 0, 1: the matrix {2, 1}, {1, 1} is exact.
+    const LinearCombination fit(2, {1, 0, 1, 1});
+    const std::array<double, 2> y{1, 3};
+    const auto x = fit.coefficients(y.data());
+    QCOMPARE(x[0], 1.0);
+    QCOMPARE(x[1], 2.0);
+}
+
+void tst_LinearCombination::leastSquaresBetweenPoints()
+{
+    // The best constant is the mean.
+    const LinearCombination fit(1, {1, 1, 1, 1});
+    const std::array<double, 4> y{1, 2, 3, 10};
+    QCOMPARE(fit.coefficients(y.data())[0], 4.0);
+}
+
+void tst_LinearCombination::placesBehindTheUnknownsAreZero()
+{
+    const LinearCombination fit(1, {2});
+    const double y = 6;
+    const auto x = fit.coefficients(&y);
+    QCOMPARE(x[0], 3.0);
+    for (std::size_t i = 1; i < x.size(); ++i) {
+        QCOMPARE(x[i], 0.0);
+    }
+}
+
+void tst_LinearCombination::noRowGivesNaN()
+{
+    const LinearCombination fit(3, {});
+    const auto x = fit.coefficients(nullptr);
+    for (std::size_t i = 0; i < 3; ++i) {
+        QVERIFY(std::isnan(x[i]));
+    }
+}
+
+void tst_LinearCombination::oneFitServesManySetsOfValues()
+{
+    const LinearCombination fit(1, {1, 1});
+    const std::array<double, 2> first{notANumber, 1};
+    const std::array<double, 2> second{2, 4};
+    QVERIFY(std::isnan(fit.coefficients(first.data())[0]));
+    QCOMPARE(fit.coefficients(second.data())[0], 3.0);
+}
+
+void tst_LinearCombination::equalsFreshMatrixToTheLastBit_data()
+{
+    QTest::addColumn<Element>("element");
+    QTest::newRow("random") << Element(uniform);
+    QTest::newRow("many equal, many singular")
+        << Element([](std::mt19937& random) { return static_cast<double>(random() % 3) - 1.0; });
+    QTest::newRow("zeros") << Element([](std::mt19937&) { return 0.0; });
+    QTest::newRow("negative zeros")
+        << Element([](std::mt19937& random) { return random() % 2 == 0 ? -0.0 : 1.0; });
+    QTest::newRow("some NaN") << Element(
+        [](std::mt19937& random) { return random() % 10 == 0 ? notANumber : uniform(random); });
+    QTest::newRow("some infinite") << Element(
+        [](std::mt19937& random) { return random() % 10 == 0 ? infinity : uniform(random); });
+    QTest::newRow("all magnitudes") << Element([](std::mt19937& random) {
+        return std::ldexp(uniform(random), static_cast<int>(random() % 1000) - 500);
+    });
+}
+
+void tst_LinearCombination::equalsFreshMatrixToTheLastBit()
+{
+    QFETCH(Element, element);
+    QCOMPARE(differences(element), 0);
+}
+
+QTEST_APPLESS_MAIN(tst_LinearCombination)
+#include "tst_LinearCombination.moc"

@@ -1,0 +1,313 @@
+// The linear combination fit of a target spectrum.
+#include "analysis/LinearFit.h"
+
+#include "analysis/RowCollection.h"
+#include "support/PlainFits.h"
+#include "support/SameDouble.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+using analysis::FitRange;
+using analysis::LinearFit;
+using analysis::PointState;
+
+namespace
+{
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+// Straight pieces through the given mut at 100, 200, ... eV. The lines are the
+// constants 0 and 1, so that a point's mut is its normalised value.
+AMutE spectrum(const QList<double>& muts)
+{
+    AMutE made;
+    made.valid = true;
+    for (qsizetype i = 0; i < muts.size(); ++i) {
+        const auto number = static_cast<double>(i + 1);
+        made.points.append({number, 100.0 * number, muts.at(i)});
+    }
+    made.preLine = {0, 0, 0};
+    made.postLine = {1, 0, 0};
+    return made;
+}
+
+PointState marked(double energy, bool used = true)
+{
+    PointState state;
+    state.used = used;
+    state.energy = energy;
+    state.inFit = true;
+    return state;
+}
+
+bool isNear(double a, double b)
+{
+    return std::fabs(a - b) <= 1e-9;
+}
+
+const FitRange everything{0, 1e6, 2};
+
+bool sameFit(const LinearFit& a, const tests::PlainFit& b)
+{
+    bool same = a.fractions.size() == b.fractions.size() && a.curve.size() == b.curve.size() &&
+                tests::sameDouble(a.valence, b.valence) && tests::sameDouble(a.base, b.base);
+    for (qsizetype i = 0; same && i < a.fractions.size(); ++i) {
+        same = tests::sameDouble(a.fractions.at(i), b.fractions.at(i));
+    }
+    for (qsizetype i = 0; same && i < a.curve.size(); ++i) {
+        same = tests::sameDouble(a.curve.at(i).angle, b.curve.at(i).angle) &&
+               tests::sameDouble(a.curve.at(i).energy, b.curve.at(i).energy) &&
+               tests::sameDouble(a.curve.at(i).mut, b.curve.at(i).mut);
+    }
+    return same;
+}
+
+} // namespace
+
+class tst_LinearFit : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void rangeSpansMarkedRowsInUseOrNot();
+    void unmarkedRowsDoNotCount();
+    void oneMarkedRowIsNoRange();
+    void twoMarkedRowsAtOneEnergyAreARange();
+    void energyThatIsNoNumberCountsButBoundsNothing();
+    void mixtureComesBack();
+    void targetEqualToTheFirstReferenceIsAllOfIt();
+    void valenceIsNotDividedByTheSum();
+    void bothEndsOfTheRangeBelongToIt();
+    void shiftsOfTargetAndReferenceApply();
+    void curveKeepsAnglesAndWorkingEnergies();
+    void rangeWithoutAPointGivesNaNAndAnEmptyCurve();
+    void referenceWithoutPointsCountsAsZeros();
+    void equalsPlainRoadToTheLastBit_data();
+    void equalsPlainRoadToTheLastBit();
+    void hugeZigzagSpectrumDoesNotHang();
+};
+
+void tst_LinearFit::rangeSpansMarkedRowsInUseOrNot()
+{
+    const FitRange range = analysis::fitRange({marked(300), marked(100, false), marked(200)});
+    QCOMPARE(range.lowest, 100.0);
+    QCOMPARE(range.highest, 300.0);
+    QCOMPARE(range.rows, 3);
+    QVERIFY(range.isSelected());
+}
+
+void tst_LinearFit::unmarkedRowsDoNotCount()
+{
+    PointState unmarked = marked(500);
+    unmarked.inFit = false;
+    const FitRange range = analysis::fitRange({marked(100), unmarked});
+    QCOMPARE(range.highest, 100.0);
+    QCOMPARE(range.rows, 1);
+    const FitRange none = analysis::fitRange({unmarked});
+    QCOMPARE(none.lowest, 1e300);
+    QCOMPARE(none.highest, -1e300);
+    QVERIFY(!none.isSelected());
+}
+
+void tst_LinearFit::oneMarkedRowIsNoRange()
+{
+    QVERIFY(!analysis::fitRange({marked(100)}).isSelected());
+}
+
+void tst_LinearFit::twoMarkedRowsAtOneEnergyAreARange()
+{
+    const FitRange range = analysis::fitRange({marked(200), marked(200)});
+    QVERIFY(range.isSelected());
+    const AMutE a = spectrum({0, 1, 2});
+    const AMutE b = spectrum({3, 1, 4});
+    const LinearFit fit = analysis::fitLinearCombination(a, {&a, &b}, {1, 2}, range);
+    QCOMPARE(fit.curve.size(), 1);
+    QCOMPARE(fit.curve.first().energy, 200.0);
+}
+
+void tst_LinearFit::energyThatIsNoNumberCountsButBoundsNothing()
+{
+    const FitRange range = analysis::fitRange({marked(notANumber), marked(200)});
+    QCOMPARE(range.rows, 2);
+    QCOMPARE(range.lowest, 200.0);
+    QCOMPARE(range.highest, 200.0);
+    QVERIFY(!analysis::fitRange({marked(notANumber), marked(notANumber)}).isSelected());
+}
+
+void tst_LinearFit::mixtureComesBack()
+{
+    // 0.25 a + 0.75 b + 0.5
+    const AMutE a = spectrum({0, 1, 4, 2});
+    const AMutE b = spectrum({2, 0, 2, 6});
+    const AMutE target = spectrum({2, 0.75, 3, 5.5});
+    const LinearFit fit = analysis::fitLinearCombination(target, {&a, &b}, {2, 4}, everything);
+    QVERIFY(isNear(fit.fractions.at(0), 0.25));
+    QVERIFY(isNear(fit.fractions.at(1), 0.75));
+    QVERIFY(isNear(fit.valence, 3.5));
+    QVERIFY(isNear(fit.base, 0.5));
+    for (int i = 0; i < 4; ++i) {
+        QVERIFY(isNear(fit.curve.at(i).mut, target.points.at(i).mut));
+    }
+}
+
+void tst_LinearFit::targetEqualToTheFirstReferenceIsAllOfIt()
+{
+    const AMutE a = spectrum({0, 1, 4, 2});
+    const AMutE b = spectrum({2, 0, 2, 6});
+    const LinearFit fit = analysis::fitLinearCombination(a, {&a, &b}, {2.5, 4}, everything);
+    QVERIFY(isNear(fit.fractions.at(0), 1));
+    QVERIFY(isNear(fit.fractions.at(1), 0));
+    QVERIFY(isNear(fit.base, 0));
+    QVERIFY(isNear(fit.valence, 2.5));
+}
+
+void tst_LinearFit::valenceIsNotDividedByTheSum()
+{
+    // 2 a + 2 b: fractions of a half, but a valence of 2 * 2 + 2 * 4.
+    const AMutE a = spectrum({0, 1, 4, 2});
+    const AMutE b = spectrum({2, 0, 2, 6});
+    const AMutE target = spectrum({4, 2, 12, 16});
+    const LinearFit fit = analysis::fitLinearCombination(target, {&a, &b}, {2, 4}, everything);
+    QVERIFY(isNear(fit.fractions.at(0), 0.5));
+    QVERIFY(isNear(fit.fractions.at(1), 0.5));
+    QVERIFY(isNear(fit.valence, 12));
+}
+
+void tst_LinearFit::bothEndsOfTheRangeBelongToIt()
+{
+    const AMutE a = spectrum({0, 1, 4, 2, 5});
+    const AMutE b = spectrum({2, 0, 2, 6, 1});
+    const LinearFit fit =
+        analysis::fitLinearCombination(a, {&a, &b}, {1, 1}, FitRange{200, 400, 2});
+    QCOMPARE(fit.curve.size(), 3);
+    QCOMPARE(fit.curve.first().energy, 200.0);
+    QCOMPARE(fit.curve.last().energy, 400.0);
+}
+
+void tst_LinearFit::shiftsOfTargetAndReferenceApply()
+{
+    // The target stands 30 eV too high, the reference 50 eV too low.
+    const AMutE a = spectrum({0, 1, 4, 2});
+    const AMutE b = spectrum({2, 0, 2, 6});
+    AMutE target = spectrum({2, 0.75, 3, 5.5});
+    for (MutPoint& point : target.points) {
+        point.energy += 30;
+    }
+    target.dE = 30;
+    AMutE shifted = a;
+    for (MutPoint& point : shifted.points) {
+        point.energy -= 50;
+    }
+    shifted.dE = -50;
+    const LinearFit fit =
+        analysis::fitLinearCombination(target, {&shifted, &b}, {2, 4}, FitRange{100, 400, 2});
+    QCOMPARE(fit.curve.size(), 4);
+    QVERIFY(isNear(fit.fractions.at(0), 0.25));
+    QVERIFY(isNear(fit.base, 0.5));
+}
+
+void tst_LinearFit::curveKeepsAnglesAndWorkingEnergies()
+{
+    const AMutE a = spectrum({0, 1, 4, 2});
+    const AMutE b = spectrum({2, 0, 2, 6});
+    AMutE target = a;
+    target.dE = 10;
+    const LinearFit fit =
+        analysis::fitLinearCombination(target, {&a, &b}, {1, 1}, FitRange{150, 1000, 2});
+    QCOMPARE(fit.curve.size(), 3);
+    QCOMPARE(fit.curve.first().angle, 2.0);
+    QCOMPARE(fit.curve.first().energy, 190.0);
+}
+
+void tst_LinearFit::rangeWithoutAPointGivesNaNAndAnEmptyCurve()
+{
+    const AMutE a = spectrum({0, 1, 4, 2});
+    const AMutE b = spectrum({2, 0, 2, 6});
+    const LinearFit fit =
+        analysis::fitLinearCombination(a, {&a, &b}, {1, 1}, FitRange{110, 190, 2});
+    QVERIFY(fit.curve.isEmpty());
+    QCOMPARE(fit.fractions.size(), 2);
+    QVERIFY(std::isnan(fit.fractions.at(0)));
+    QVERIFY(std::isnan(fit.valence));
+    QVERIFY(std::isnan(fit.base));
+}
+
+void tst_LinearFit::referenceWithoutPointsCountsAsZeros()
+{
+    // A column of zeros is singular: not a number, and no crash.
+    const AMutE empty;
+    const AMutE a = spectrum({0, 1, 4, 2});
+    const LinearFit fit = analysis::fitLinearCombination(a, {&a, &empty}, {1, 1}, everything);
+    QVERIFY(!std::isfinite(fit.fractions.at(1)));
+}
+
+void tst_LinearFit::equalsPlainRoadToTheLastBit_data()
+{
+    QTest::addColumn<QString>("energies");
+    for (const char* kind : {"rising", "falling", "equal neighbours", "zigzag", "NaN"}) {
+        QTest::newRow(kind) << QString(kind);
+    }
+}
+
+void tst_LinearFit::equalsPlainRoadToTheLastBit()
+{
+    QFETCH(QString, energies);
+    std::mt19937 random(17);
+    std::uniform_real_distribution<double> uniform(0.0, 1.0);
+    const auto made = [&](int count) {
+        AMutE spectrum;
+        for (int i = 0; i < count; ++i) {
+            double e = 8300.0 + i;
+            if (energies == "falling") {
+                e = 8300.0 + count - i;
+            } else if (energies == "equal neighbours") {
+                e = 8300.0 + i / 3;
+            } else if (energies == "zigzag") {
+                e = 8300.0 + static_cast<double>(random() % 60);
+            } else if (energies == "NaN" && random() % 5 == 0) {
+                e = notANumber;
+            }
+            spectrum.points.append({uniform(random), e, uniform(random)});
+        }
+        spectrum.dE = std::floor(4 * uniform(random));
+        spectrum.preLine = {0.1 * uniform(random), 0.01, -0.01};
+        spectrum.postLine = {1 + uniform(random), 0.01, -0.02};
+        return spectrum;
+    };
+    for (int trial = 0; trial < 60; ++trial) {
+        const QList<AMutE> spectra{made(60), made(50), made(70), made(3 + trial % 3)};
+        const AMutE target = made(55);
+        QList<const AMutE*> references;
+        QList<double> valences;
+        for (int j = 0; j < 2 + trial % 3; ++j) {
+            references.append(&spectra.at(j));
+            valences.append(uniform(random));
+        }
+        const FitRange range{8300.0 + trial % 10, 8345.0 + trial % 20, 2};
+        QVERIFY(sameFit(
+            analysis::fitLinearCombination(target, references, valences, range),
+            tests::plainLinearFit(target, references, valences, range.lowest, range.highest)));
+    }
+}
+
+void tst_LinearFit::hugeZigzagSpectrumDoesNotHang()
+{
+    // A walk for each point would take 4e10 steps and longer than the test may.
+    AMutE spectrum;
+    for (int i = 0; i < 200000; ++i) {
+        spectrum.points.append({0.0, i % 2 == 0 ? 1e6 + i : 8000.0 - i * 0.001, 1.0 / (i + 1)});
+    }
+    spectrum.postLine = {1, 0, 0};
+    AMutE other = spectrum;
+    other.points[5].mut = 2;
+    const LinearFit fit = analysis::fitLinearCombination(spectrum, {&spectrum, &other}, {1, 2},
+                                                         FitRange{-1e9, 1e9, 2});
+    QCOMPARE(fit.curve.size(), 200000);
+}
+
+QTEST_APPLESS_MAIN(tst_LinearFit)
+#include "tst_LinearFit.moc"

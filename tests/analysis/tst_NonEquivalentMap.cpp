@@ -1,0 +1,376 @@
+// The non-equivalent method on a stack of maps.
+#include "analysis/NonEquivalentMap.h"
+
+#include "analysis/HistogramCounts.h"
+#include "data/A2DData.h"
+#include "support/PlainFits.h"
+#include "support/SameDouble.h"
+
+#include <QTest>
+
+#include <array>
+#include <limits>
+#include <random>
+
+namespace neq = analysis::neq;
+
+namespace
+{
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+// A map whose pixels hold ready values of mut.
+A2DData readyMap(int width, int height, const QList<double>& muts)
+{
+    A2DData map;
+    map.xNum = width;
+    map.yNum = height;
+    for (qsizetype i = 0; i < muts.size(); ++i) {
+        map.rows.append({10.0 + static_cast<double>(i), 20.0, muts.at(i), 0.0, {}});
+    }
+    return map;
+}
+
+struct Result {
+    A2DData map;
+    std::array<HistogramCounts, 10> counts;
+
+    Result()
+    {
+        for (HistogramCounts& histogram : counts) {
+            histogram.start(-0.48, 1.52, 51);
+        }
+    }
+
+    analysis::NeqHistograms histograms()
+    {
+        return {&counts[0],
+                &counts[1],
+                {&counts[2], &counts[3], &counts[4], &counts[5]},
+                {&counts[6], &counts[7], &counts[8], &counts[9]}};
+    }
+};
+
+int counted(const HistogramCounts& histogram)
+{
+    int sum = histogram.under + histogram.over;
+    for (const int bin : histogram.bins) {
+        sum += bin;
+    }
+    return sum;
+}
+
+// Two references that a pixel's values 1, 0, 3, 5 can be told by.
+analysis::NeqStack twoReferenceStack(const QList<const A2DData*>& maps)
+{
+    analysis::NeqStack stack;
+    stack.inputs.refValues = {{0, 1, 0, 4}, {1, 0, 2, 4}};
+    stack.inputs.energies = {1, 2, 3, 4};
+    stack.inputs.weights = {0.5, 0.5};
+    stack.inputs.valences = {2, 3};
+    stack.inputs.jumpSum = 2.0;
+    stack.inputs.rowIndices = {0, 1, 2, 3};
+    stack.maps = maps;
+    stack.base = maps.first();
+    return stack;
+}
+
+bool sameHistogram(const HistogramCounts& product, const tests::PlainHistogram& plain)
+{
+    return product.bins == plain.bins && product.total == plain.total &&
+           product.under == plain.under && product.over == plain.over;
+}
+
+bool sameRow(const A2DRow& a, const A2DRow& b)
+{
+    bool same = tests::sameDouble(a.x, b.x) && tests::sameDouble(a.y, b.y) &&
+                tests::sameDouble(a.intensity, b.intensity) && tests::sameDouble(a.i0, b.i0) &&
+                a.values.size() == b.values.size();
+    for (qsizetype i = 0; same && i < a.values.size(); ++i) {
+        same = tests::sameDouble(a.values.at(i), b.values.at(i));
+    }
+    return same;
+}
+
+} // namespace
+
+class tst_NonEquivalentMap : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void mixtureOfAPixelComesBack();
+    void baseMapFixesSizeCoordinatesAndHeader();
+    void baseMapWithoutPixelsGivesAnEmptyExtendedResult();
+    void pixelOutsideAllDataYieldsAFullRow();
+    void mapOfAnotherSizeIsReadWithItsOwnWidth();
+    void linearBackgroundHasNoSecondSlopeInAnyRow();
+    void everyPixelIsCountedForTheReferencesInUseAlone();
+    void rowsThatShareValuesCanBeChangedApart();
+    void claimedSizeTakesNoMemoryForValues();
+    void totalIsMultipliedFromLeftToRight();
+    void equalsPlainRoadToTheLastBit_data();
+    void equalsPlainRoadToTheLastBit();
+};
+
+void tst_NonEquivalentMap::mixtureOfAPixelComesBack()
+{
+    // T = R1 + 3 R2: sum (1 + 3) / 2 = 2, shares 1/4 and 3/4, valence 2.75,
+    // total 2 * 2 = 4, of which the references have 1 and 3.
+    const A2DData m0 = readyMap(1, 1, {3});
+    const A2DData m1 = readyMap(1, 1, {1});
+    const A2DData m2 = readyMap(1, 1, {6});
+    const A2DData m3 = readyMap(1, 1, {16});
+    Result result;
+    analysis::mapNonEquivalent(twoReferenceStack({&m0, &m1, &m2, &m3}), result.map,
+                               result.histograms());
+    QCOMPARE(result.map.rows.size(), 1);
+    const A2DRow& row = result.map.rows.first();
+    const QList<double> expected{0.25, 0.75, 0, 0, 1, 3, 0, 0, 0, 0, 0, 2.75, 4};
+    QCOMPARE(row.values.size(), 13);
+    for (int i = 0; i < neq::count; ++i) {
+        QVERIFY2(std::fabs(row.values.at(i) - expected.at(i)) < 1e-12,
+                 qPrintable(QString("%1: %2").arg(i).arg(row.values.at(i))));
+    }
+    QCOMPARE(row.intensity, row.values.at(0));
+    QCOMPARE(row.i0, row.values.at(12));
+    QVERIFY(result.map.extended);
+}
+
+void tst_NonEquivalentMap::baseMapFixesSizeCoordinatesAndHeader()
+{
+    A2DData base = readyMap(2, 2, {1, 2, 3}); // one row short of its size
+    base.headerLines = QStringList{"# first", "# second"};
+    const A2DData other = readyMap(1, 1, {1});
+    Result result;
+    result.map.headerLines = QStringList{"# earlier"};
+    analysis::mapNonEquivalent(twoReferenceStack({&base, &other, &other, &other}), result.map,
+                               result.histograms());
+    QCOMPARE(result.map.xNum, 2);
+    QCOMPARE(result.map.yNum, 2);
+    QCOMPARE(result.map.headerLines, base.headerLines);
+    QCOMPARE(result.map.rows.size(), 4);
+    QCOMPARE(result.map.rows.at(2).x, 12.0);
+    QCOMPARE(result.map.rows.at(2).y, 20.0);
+    QCOMPARE(result.map.rows.at(3).x, 0.0);
+    QCOMPARE(result.map.rows.at(3).y, 0.0);
+}
+
+void tst_NonEquivalentMap::baseMapWithoutPixelsGivesAnEmptyExtendedResult()
+{
+    const A2DData none;
+    const A2DData other = readyMap(1, 1, {1});
+    Result result;
+    result.map = other;
+    analysis::mapNonEquivalent(twoReferenceStack({&none, &other, &other, &other}), result.map,
+                               result.histograms());
+    QVERIFY(result.map.rows.isEmpty());
+    QCOMPARE(result.map.xNum, 0);
+    QVERIFY(result.map.extended);
+}
+
+void tst_NonEquivalentMap::pixelOutsideAllDataYieldsAFullRow()
+{
+    // T = -1 everywhere is a constant background: coefficients of about 0, and
+    // shares that mean nothing, but a row like any other.
+    A2DData base = readyMap(3, 1, {1});
+    Result result;
+    analysis::mapNonEquivalent(twoReferenceStack({&base, &base, &base, &base}), result.map,
+                               result.histograms());
+    QCOMPARE(result.map.rows.size(), 3);
+    for (const int i : {1, 2}) {
+        QCOMPARE(result.map.rows.at(i).values.size(), 13);
+        QVERIFY(std::fabs(result.map.rows.at(i).values.at(neq::mut0) + 1) < 1e-12);
+        QVERIFY(std::fabs(result.map.rows.at(i).values.at(neq::totalDMut)) < 1e-12);
+    }
+    QCOMPARE(counted(result.counts[0]), 3);
+}
+
+void tst_NonEquivalentMap::mapOfAnotherSizeIsReadWithItsOwnWidth()
+{
+    // Pixel (0, 1) of a map that is 1 wide is its second value; of a base that
+    // is 2 wide its third.
+    const A2DData base = readyMap(2, 2, {0, 0, 3, 0});
+    const A2DData narrow = readyMap(1, 2, {7, 1});
+    const A2DData third = readyMap(2, 2, {0, 0, 6, 0});
+    const A2DData fourth = readyMap(2, 2, {0, 0, 16, 0});
+    Result result;
+    analysis::mapNonEquivalent(twoReferenceStack({&base, &narrow, &third, &fourth}), result.map,
+                               result.histograms());
+    QVERIFY(std::fabs(result.map.rows.at(2).values.at(0) - 0.25) < 1e-12);
+}
+
+void tst_NonEquivalentMap::linearBackgroundHasNoSecondSlopeInAnyRow()
+{
+    const A2DData a = readyMap(3, 1, {1, 2, 3});
+    const A2DData b = readyMap(3, 1, {5, 1, 0});
+    Result result;
+    analysis::mapNonEquivalent(twoReferenceStack({&a, &b, &b, &a}), result.map,
+                               result.histograms());
+    for (const A2DRow& row : std::as_const(result.map.rows)) {
+        QCOMPARE(row.values.at(neq::c2), 0.0);
+        QVERIFY(row.values.at(neq::c1) != 0.0);
+    }
+}
+
+void tst_NonEquivalentMap::everyPixelIsCountedForTheReferencesInUseAlone()
+{
+    const A2DData a = readyMap(3, 1, {1, 2, notANumber});
+    const A2DData b = readyMap(3, 1, {5, 1, 0});
+    Result result;
+    analysis::mapNonEquivalent(twoReferenceStack({&a, &b, &b, &a}), result.map,
+                               result.histograms());
+    const std::array<int, 10> pixels{3, 3, 3, 3, 0, 0, 3, 3, 0, 0};
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        QCOMPARE(counted(result.counts[i]), pixels[i]);
+    }
+    QVERIFY(result.counts[0].under >= 1); // the NaN
+}
+
+void tst_NonEquivalentMap::rowsThatShareValuesCanBeChangedApart()
+{
+    const A2DData base = readyMap(3, 1, {});
+    Result result;
+    analysis::mapNonEquivalent(twoReferenceStack({&base, &base, &base, &base}), result.map,
+                               result.histograms());
+    const double before = result.map.rows.at(2).values.at(8);
+    result.map.rows[1].values[8] = 77.0;
+    QCOMPARE(result.map.rows.at(2).values.at(8), before);
+}
+
+void tst_NonEquivalentMap::claimedSizeTakesNoMemoryForValues()
+{
+    const A2DData base = readyMap(1000, 1, {1, 2});
+    Result result;
+    analysis::mapNonEquivalent(twoReferenceStack({&base, &base, &base, &base}), result.map,
+                               result.histograms());
+    QCOMPARE(result.map.rows.size(), 1000);
+    QVERIFY(result.map.rows.at(2).values.constData() == result.map.rows.at(999).values.constData());
+    QVERIFY(result.map.rows.at(0).values.constData() != result.map.rows.at(1).values.constData());
+}
+
+void tst_NonEquivalentMap::totalIsMultipliedFromLeftToRight()
+{
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> uniform(0.0, 3.0);
+    int roundsOtherwise = 0;
+    for (int trial = 0; trial < 50; ++trial) {
+        QList<A2DData> made;
+        QList<const A2DData*> maps;
+        QList<double> T;
+        for (int k = 0; k < 4; ++k) {
+            T.append(uniform(random));
+            made.append(readyMap(1, 1, {T.last()}));
+        }
+        for (const A2DData& map : std::as_const(made)) {
+            maps.append(&map);
+        }
+        analysis::NeqStack stack = twoReferenceStack(maps);
+        stack.inputs.jumpSum = uniform(random);
+        double sum = 0.0;
+        QList<double> out;
+        analysis::neqSolve(false, T, stack.inputs.refValues, stack.inputs.energies,
+                           stack.inputs.weights, &sum, out);
+        Result result;
+        analysis::mapNonEquivalent(stack, result.map, result.histograms());
+        const QList<double> values = result.map.rows.first().values;
+        for (int i = 0; i < 2; ++i) {
+            QVERIFY(values.at(neq::dMut + i) ==
+                    out.at(i) * sum * stack.inputs.jumpSum); // to the last bit
+            roundsOtherwise +=
+                values.at(neq::dMut + i) != out.at(i) * (sum * stack.inputs.jumpSum) ? 1 : 0;
+        }
+    }
+    QVERIFY(roundsOtherwise > 0);
+}
+
+void tst_NonEquivalentMap::equalsPlainRoadToTheLastBit_data()
+{
+    QTest::addColumn<bool>("victoreen");
+    QTest::addColumn<int>("references");
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<QString>("kind");
+    for (const char* kind : {"random", "singular", "NaN"}) {
+        for (int references = 2; references <= 4; ++references) {
+            for (const bool victoreen : {false, true}) {
+                const int unknowns = references + (victoreen ? 3 : 2);
+                for (const int rows : {unknowns, 8}) {
+                    QTest::addRow("%s, %d references, %s, %d rows", kind, references,
+                                  victoreen ? "Victoreen" : "linear", rows)
+                        << victoreen << references << rows << QString(kind);
+                }
+            }
+        }
+    }
+}
+
+void tst_NonEquivalentMap::equalsPlainRoadToTheLastBit()
+{
+    QFETCH(bool, victoreen);
+    QFETCH(int, references);
+    QFETCH(int, rows);
+    QFETCH(QString, kind);
+    std::mt19937 random(static_cast<unsigned>(references * 100 + rows));
+    std::uniform_real_distribution<double> uniform(-0.5, 2.5);
+    const auto value = [&] {
+        return kind == "NaN" && random() % 9 == 0 ? notANumber : uniform(random);
+    };
+    const int side = 20;
+    tests::PlainNeqStack plain;
+    plain.victoreen = victoreen;
+    plain.jumpSum = uniform(random);
+    QList<A2DData> maps;
+    for (int k = 0; k < rows; ++k) {
+        QList<double> muts;
+        for (int i = 0; i < side * side - 10 * k; ++i) {
+            muts.append(value());
+        }
+        maps.append(readyMap(side - k % 3, side, muts));
+        plain.energies.append(kind == "singular" ? 8300 : 8300 + 25.5 * k);
+    }
+    for (const A2DData& map : std::as_const(maps)) {
+        plain.maps.append(&map);
+    }
+    for (int j = 0; j < references; ++j) {
+        QList<double> values;
+        for (int k = 0; k < rows; ++k) {
+            values.append(kind == "singular" ? k % 2 : value());
+        }
+        plain.refValues.append(values);
+        plain.weights.append(kind == "singular" && j == 0 ? 0.0 : value());
+        plain.valences.append(QString::number(uniform(random), 'g', 4));
+    }
+    analysis::NeqStack stack;
+    stack.victoreen = victoreen;
+    stack.inputs = {plain.refValues, plain.energies, plain.weights, {}, plain.jumpSum, 0, {}};
+    for (const QString& valence : std::as_const(plain.valences)) {
+        stack.inputs.valences.append(valence.toDouble());
+    }
+    stack.maps = plain.maps;
+    stack.base = plain.maps.first();
+
+    Result product;
+    analysis::mapNonEquivalent(stack, product.map, product.histograms());
+    A2DData expected;
+    const tests::PlainHistogram counts{
+        product.counts[0].minV, product.counts[0].step, QList<int>(51, 0), 0, 0, 0};
+    tests::PlainNeqHistograms plainCounts{counts, counts, QList<tests::PlainHistogram>(4, counts),
+                                          QList<tests::PlainHistogram>(4, counts)};
+    tests::plainNonEquivalent(plain, expected, plainCounts);
+
+    QCOMPARE(product.map.rows.size(), expected.rows.size());
+    for (qsizetype i = 0; i < expected.rows.size(); ++i) {
+        QVERIFY2(sameRow(product.map.rows.at(i), expected.rows.at(i)),
+                 qPrintable(QString("pixel %1").arg(i)));
+    }
+    QVERIFY(sameHistogram(product.counts[0], plainCounts.valence));
+    QVERIFY(sameHistogram(product.counts[1], plainCounts.total));
+    for (int i = 0; i < 4; ++i) {
+        const auto place = static_cast<std::size_t>(i);
+        QVERIFY(sameHistogram(product.counts[2 + place], plainCounts.ratio.at(i)));
+        QVERIFY(sameHistogram(product.counts[6 + place], plainCounts.dMut.at(i)));
+    }
+}
+
+QTEST_APPLESS_MAIN(tst_NonEquivalentMap)
+#include "tst_NonEquivalentMap.moc"

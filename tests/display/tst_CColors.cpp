@@ -1,0 +1,96 @@
+#include "display/CColors.h"
+
+#include <QTest>
+
+class tst_CColors : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void baseListIsFifteenColoursThreeTimes_data();
+    void baseListIsFifteenColoursThreeTimes();
+    void defaultListDoesNotGrow();
+    void growingDerivesFromNeighboursAndWraps();
+    void brightColoursAreDarkened();
+    void growingStopsAtTheNumberWanted();
+    void laterRoundsDeriveFromTheLongerList();
+    void emptyListStaysEmpty();
+    void longerListIsKept();
+};
+
+void tst_CColors::baseListIsFifteenColoursThreeTimes_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QColor>("color");
+    const QList<QColor> once{QColor(0, 0, 0),       QColor(255, 0, 0),     QColor(0, 0, 255),
+                             QColor(120, 220, 120), QColor(200, 200, 0),   QColor(240, 0, 240),
+                             QColor(0, 240, 240),   QColor(160, 0, 0),     QColor(0, 160, 0),
+                             QColor(0, 0, 160),     QColor(255, 160, 160), QColor(160, 160, 160),
+                             QColor(120, 220, 120), QColor(160, 160, 255), QColor(240, 160, 0)};
+    for (int i = 0; i < 15; ++i) {
+        QTest::addRow("%d", i) << i << once.at(i);
+    }
+}
+
+void tst_CColors::baseListIsFifteenColoursThreeTimes()
+{
+    QFETCH(int, index);
+    QFETCH(QColor, color);
+    const CColors colors;
+    QCOMPARE(colors.colors.at(index), color);
+    QCOMPARE(colors.colors.at(15 + index), color);
+    QCOMPARE(colors.colors.at(30 + index), color);
+}
+
+void tst_CColors::defaultListDoesNotGrow()
+{
+    QCOMPARE(CColors().colors.size(), 45);
+    QCOMPARE(CColors(45).colors.size(), 45);
+}
+
+void tst_CColors::growingDerivesFromNeighboursAndWraps()
+{
+    // From (100, 10, 7) and (40, 20, 7): red falls, so (40 + 200) / 3; green
+    // rises, so 20; blue is equal, so 7. The last wraps to the first.
+    const CColors colors({QColor(100, 10, 7), QColor(40, 20, 7)}, 4);
+    QCOMPARE(colors.colors.at(2), QColor(80, 20, 7));
+    QCOMPARE(colors.colors.at(3), QColor(100, (10 + 40) / 3, 7));
+}
+
+void tst_CColors::brightColoursAreDarkened()
+{
+    // 200 + 180 + 121 = 501 is above 500; 200 + 180 + 120 is not.
+    const CColors bright({QColor(200, 180, 121)}, 2);
+    QCOMPARE(bright.colors.at(1), QColor(160, 108, 96)); // 96.8 is cut
+    const CColors dark({QColor(200, 180, 120)}, 2);
+    QCOMPARE(dark.colors.at(1), QColor(200, 180, 120));
+}
+
+void tst_CColors::growingStopsAtTheNumberWanted()
+{
+    QCOMPARE(CColors(47).colors.size(), 47);
+    QCOMPARE(CColors({QColor(1, 2, 3), QColor(3, 2, 1)}, 3).colors.size(), 3);
+}
+
+void tst_CColors::laterRoundsDeriveFromTheLongerList()
+{
+    // One colour doubles with itself; the second round wraps at two.
+    const CColors colors({QColor(30, 60, 90)}, 4);
+    for (const QColor& color : colors.colors) {
+        QCOMPARE(color, QColor(30, 60, 90));
+    }
+    QCOMPARE(colors.colors.size(), 4);
+}
+
+void tst_CColors::emptyListStaysEmpty()
+{
+    QVERIFY(CColors({}, 5).colors.isEmpty());
+}
+
+void tst_CColors::longerListIsKept()
+{
+    QCOMPARE(CColors({QColor(1, 2, 3), QColor(3, 2, 1)}, 1).colors.size(), 2);
+}
+
+QTEST_APPLESS_MAIN(tst_CColors)
+#include "tst_CColors.moc"

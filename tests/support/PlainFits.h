@@ -1,0 +1,58 @@
+// The two linear fits on the plain road: a matrix allocated, built, factorised
+// and solved for every pixel, every text parsed there, every interpolation a
+// walk from the first point. The product's road must give the same bits.
+#pragma once
+
+#include "data/A2DData.h"
+#include "data/AMutE.h"
+#include "support/PlainMapForms.h"
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+namespace tests
+{
+
+/// The coefficients of the basis functions for the values @p y; @p basis writes
+/// the functions' values at a row.
+QList<double> plainCoefficients(int unknowns,
+                                const std::function<void(qsizetype row, double* phi)>& basis,
+                                const QList<double>& y);
+
+struct PlainNeqStack {
+    bool victoreen = false;
+    QList<QList<double>> refValues;
+    QList<double> energies;
+    QList<double> weights;
+    double jumpSum = 0.0;
+    QList<QString> valences;
+    QList<const A2DData*> maps; ///< the first one is the base
+};
+
+struct PlainNeqHistograms {
+    PlainHistogram valence;
+    PlainHistogram total;
+    QList<PlainHistogram> ratio;
+    QList<PlainHistogram> dMut;
+};
+
+void plainNeqSolve(bool victoreen, const QList<double>& T, const QList<QList<double>>& refValues,
+                   const QList<double>& energies, const QList<double>& weights, double* sum,
+                   QList<double>& out);
+
+void plainNonEquivalent(const PlainNeqStack& stack, A2DData& result,
+                        PlainNeqHistograms& histograms);
+
+struct PlainFit {
+    QList<double> fractions;
+    double valence = 0.0;
+    double base = 0.0;
+    QList<MutPoint> curve;
+};
+
+PlainFit plainLinearFit(const AMutE& target, const QList<const AMutE*>& references,
+                        const QList<double>& valences, double lowest, double highest);
+
+} // namespace tests
