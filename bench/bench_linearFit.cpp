@@ -1,0 +1,82 @@
+// The linear combination fit of one target spectrum by four references, as it
+// runs at the end of every reflex: the plain road, which walks each reference
+// from its first point for every point of the target, beside the product's.
+
+#include "analysis/LinearFit.h"
+#include "data/AMutE.h"
+#include "support/PlainFits.h"
+#include "support/RatioReporter.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+
+namespace
+{
+
+// An edge at `edgeEv` over a falling background, `count` points over 1000 eV.
+AMutE spectrum(double edgeEv, int count)
+{
+    AMutE made;
+    for (int i = 0; i < count; ++i) {
+        const double e = 8000.0 + 1000.0 * i / count;
+        made.points.append({0.0, e, 1.0 / e + 0.5 * (1 + std::erf((e - edgeEv) / 3))});
+    }
+    made.preEdgeEnd = 8300;
+    made.postEdgeStart = 8450;
+    made.edgeEnergy = edgeEv;
+    made.valid = true;
+    made.fitLines();
+    return made;
+}
+
+struct Spectra {
+    explicit Spectra(int count)
+        : target(spectrum(8345, count))
+        , made{spectrum(8343.6, count), spectrum(8345.4, count), spectrum(8347.2, count),
+               spectrum(8333, count)}
+    {
+        for (const AMutE& reference : made) {
+            references.append(&reference);
+        }
+    }
+
+    AMutE target;
+    QList<AMutE> made;
+    QList<const AMutE*> references;
+    QList<double> valences{2, 3, 4, 0};
+};
+
+void plainRoad(benchmark::State& state, int count)
+{
+    const Spectra spectra(count);
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(tests::plainLinearFit(spectra.target, spectra.references,
+                                                       spectra.valences, 8000, 9000));
+    }
+}
+
+void productRoad(benchmark::State& state, int count)
+{
+    const Spectra spectra(count);
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(analysis::fitLinearCombination(spectra.target, spectra.references,
+                                                                spectra.valences, {8000, 9000, 2}));
+    }
+}
+
+bool registerRoads(int count)
+{
+    const std::string name = std::to_string(count) + "points";
+    benchmark::RegisterBenchmark((name + "/plain").c_str(), plainRoad, count)
+        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark((name + "/product").c_str(), productRoad, count)
+        ->Unit(benchmark::kMillisecond);
+    return true;
+}
+
+const bool registered = registerRoads(500) && registerRoads(5000);
+
+} // namespace
+
+AELK_BENCHMARK_MAIN()
