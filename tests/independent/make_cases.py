@@ -3,6 +3,8 @@
     python3 make_cases.py                        the committed cases, into cases/
     python3 make_cases.py --random 2000 --seed 7 --out /tmp/cases
                                                  random ones only, into a folder
+    python3 make_cases.py --fits 500 --seed 7 --out /tmp/fits
+                                                 odd numbers for the fits
 
 A case is a list of actions on the panel with the state that model.py expects
 after each. States are written as differences from the state before; the first
@@ -94,7 +96,7 @@ ENERGIES = (8313, 8340, 8352, 8360, 8400, 8460)
 
 
 def measurement(seed, width=5, height=4, count=30):
-    """Four references, a target, six maps and two binary maps, as files."""
+    """Four references, a target, six maps and a binary map, as files."""
     rnd = random.Random(seed)
     files = {}
     for n, valence in enumerate(VALENCES):
@@ -127,6 +129,34 @@ def load_all(case, refs=2, maps=4, target=True):
 MAPS = ["map%d.dat" % (n + 1) for n in range(6)]
 BASIC = ["ref1.txt", "ref2.txt", "target.txt"] + MAPS[:4]
 HISTOGRAMS = {"@/out/r_HGAlpha.dat": "old\n", "@/out/r_HGThick.dat": "old\n"}
+
+
+MORE_ENERGIES = (8346, 8420)
+
+
+def fit_measurement(seed, width=2, height=1, count=12):
+    """The same with eight maps: enough for four references and a background."""
+    files, rnd, stack = measurement(seed, width, height, count)
+    for n, energy in enumerate(MORE_ENERGIES):
+        files["@/in/map%d.dat" % (n + 7)] = stack.text(energy)
+    return files, rnd, stack
+
+
+def load_fit(case, refs=2, rows=5, boxes=4):
+    """References, target and maps, so that the references fit the rows."""
+    case.do("text", "HgABoxes", str(boxes)).do("text", "HgTBoxes", str(boxes))
+    for row in range(5, rows + 1):
+        case.do("check", "UseCB.%d" % row, True)
+    case.do("loads", "Multi", ["@/in/map%d.dat" % (n + 1) for n in range(rows)])
+    for n in range(refs):
+        case.do("load", "Ref%d" % (n + 1), "@/in/ref%d.txt" % (n + 1))
+        if n >= 2:
+            case.do("click", "Ref%d.UseCB" % (n + 1))
+    return case.do("load", "Target", "@/in/target.txt")
+
+
+FIT = ["ref1.txt", "ref2.txt", "target.txt"] + ["map%d.dat" % (n + 1) for n in range(5)]
+FIT_ALL = FIT + ["ref3.txt", "ref4.txt"] + ["map%d.dat" % (n + 6) for n in range(3)]
 
 
 def write_to(case, path="@/out/r.dat"):
@@ -621,6 +651,215 @@ def slots_by_name():
     return case
 
 
+def non_equivalent_two_to_four_references():
+    files, _, _ = fit_measurement(30)
+    case = Case("non-equivalent, two to four references", {**only(files, *FIT_ALL), **HISTOGRAMS})
+    load_fit(case, refs=4, rows=8).do("click", "CalcTargetB").do("click", "CalcMapB")
+    write_to(case).do("click", "NonEquivBGVic").do("click", "WriteB")
+    # As many equations as unknowns, then one row too few.
+    case.do("click", "UseCB.8").do("click", "WriteB").do("click", "UseCB.7")
+    case.do("click", "Ref4.UseCB").do("click", "WriteB").do("click", "NonEquivBGLinear").do("click", "UseCB.6")
+    case.do("click", "Ref3.UseCB").do("click", "NonEquivBGVic").do("click", "WriteB").do("click", "NonEquivBGLinear")
+    case.do("click", "UseCB.1").do("click", "WriteB").do("click", "Ref1.UseCB").do("click", "CalcTargetB")
+    return case.do("click", "Ref3.UseCB").do("click", "CalcTargetB").do("click", "CalcMapB").do("setUse", 4, True)
+
+
+def non_equivalent_backgrounds():
+    files, _, _ = fit_measurement(31)
+    case = Case("non-equivalent, choice of the background line", only(files, *FIT_ALL))
+    load_fit(case, refs=3, rows=7)
+    for button in ("SubPostEforRef", "SubPostEforTarget", "NonEquivBGVic", "SubPreEforRef", "SubPreEforTarget"):
+        case.do("click", button).do("click", "CalcTargetB")
+    # The radio decides, whatever the slots were told.
+    case.do("slot", "changedSubBGTypeForRef", True).do("slot", "changedSubBGTypeForTarget", True)
+    case.do("text", "MutT.1", "7").do("text", "Mut1.2", "7").do("click", "CalcTargetB").do("click", "CalcMapB")
+    case.do("type", "PreEEndDE", "-20").do("type", "PostEStartDE", "40").do("click", "CalcTargetB")
+    return case.do("type", "EdgeE", "8350.5").do("type", "PostEStartDE", "5000").do("type", "PostEStartDE", "30")
+
+
+def non_equivalent_columns():
+    files, _, _ = fit_measurement(32)
+    case = Case("columns of the result file", only(files, *FIT_ALL))
+    load_fit(case, refs=3, rows=6).do("load", "Save", "@/out/c.dat").do("slot", "calcMap").do("slot", "write")
+    case.do("check", "RecValence", False).do("check", "RecAmount", False).do("slot", "write")
+    for box in model.COLUMN_BOXES:
+        case.do("click", box).do("slot", "write").do("check", box, False)
+    for box in model.COLUMN_BOXES:
+        case.do("check", box, True)
+    case.do("slot", "write").do("click", "NonEquivBGVic").do("slot", "write")
+    for box in ("RecRatio2", "RecC1", "RecValence", "RecDMut4"):
+        case.do("click", box)
+    case.do("click", "WriteB").do("click", "radioButton").do("click", "WriteB")  # refused: no V row was needed before
+    return case.do("click", "VPointCB.1").do("click", "WriteB").do("click", "TypeNonEquiv").do("slot", "write")
+
+
+def non_equivalent_refusals():
+    files, _, _ = fit_measurement(33)
+    case = Case("non-equivalent refusals one after the other", only(files, *FIT))
+    both = lambda: case.do("click", "CalcTargetB").do("click", "CalcMapB")  # noqa: E731
+    both().do("click", "Ref1.UseCB").do("click", "Ref2.UseCB")
+    both().do("loads", "Multi", ["@/in/map%d.dat" % (n + 1) for n in range(5)]).do("check", "UseCB.5", True)
+    both().do("click", "NonEquivBGVic").do("click", "UseCB.2").do("click", "UseCB.3")  # no reference at all
+    both().do("click", "UseCB.3").do("click", "Ref1.UseCB")
+    both().do("load", "Ref1", "@/in/ref1.txt").do("click", "UseCB.2")  # one reference
+    both().do("click", "Ref2.UseCB")
+    both().do("load", "Ref2", "@/in/ref2.txt")
+    both().do("load", "Target", "@/in/target.txt")
+    both().do("click", "VPointCB.3")  # only the target wants a V row
+    both().do("click", "UseCB.1").do("click", "NonEquivBGLinear")
+    both().do("click", "UseCB.2").do("click", "VPointCB.4")
+    return both()
+
+
+def non_equivalent_base_rows():
+    files, rnd, stack = fit_measurement(34, 3, 2)
+    wild = "0.5 0\n0 5\n nan 3\n3 inf\n-3 3\n1e-300 1e300\n".replace("\n ", "\n").split("\n")[:-1]
+    extra = {
+        "@/in/small.dat": inputs.Stack(rnd, 2, 2).text(8340.0, head=False),
+        "@/in/wide.dat": inputs.Stack(rnd, 4, 1).text(8352.0, head=False),
+        "@/in/wild.dat": "# X-NUM 3\n# Y-NUM 2\n" + "".join("%d %d %s\n" % (i % 3, i // 3, v) for i, v in enumerate(wild)),
+        "@/in/short.dat": "# X-NUM 2\n# Y-NUM 2\n# comment \n0.25 0 5 6\n",
+    }
+    case = Case("rows without maps and of other sizes, non-equivalent", {**only(files, *FIT_ALL), **extra, **HISTOGRAMS})
+    load_fit(case, rows=6).do("load", "Save", "@/out/r.dat").do("click", "WriteB")
+    case.do("load", "Row2", "@/in/small.dat").do("click", "CalcMapB").do("load", "Row1", "@/in/wide.dat").do("click", "CalcMapB")
+    case.do("load", "Row4", "@/in/wild.dat").do("click", "WriteB").do("load", "Row1", "@/in/wild.dat").do("click", "WriteB")
+    case.do("load", "Row1", "@/in/short.dat").do("click", "WriteB")
+    case.do("clear", "Row1").do("click", "WriteB")  # cleared, its pixels stay and it is still the base
+    case.do("click", "UseCB.1").do("click", "UseCB.7").do("load", "Row7", "@/in/map1.dat").do("click", "CalcMapB")
+    case.do("click", "UseCB.2").do("clear", "Row8").do("click", "UseCB.8").do("click", "CalcMapB")
+    return case
+
+
+def non_equivalent_empty_base():
+    files, _, _ = fit_measurement(35)
+    case = Case("a base row that never held a map", {**only(files, *FIT[:2], *FIT[3:]), **HISTOGRAMS})
+    case.do("text", "HgABoxes", "2").do("text", "HgTBoxes", "2").do("check", "UseCB.5", True)
+    for n in (1, 2):
+        case.do("load", "Ref%d" % n, "@/in/ref%d.txt" % n)
+    for row in range(2, 6):
+        case.do("load", "Row%d" % row, "@/in/map%d.dat" % (row - 1))
+    case.do("load", "Save", "@/out/r.dat").do("click", "WriteB").do("click", "UseCB.1").do("click", "WriteB")
+    case.do("click", "UseCB.1").do("click", "radioButton").do("click", "VPointCB.1").do("click", "WriteB")
+    return case.do("click", "VPointCB.1").do("click", "VPointCB.2").do("click", "WriteB")
+
+
+def invalid_third_reference():
+    files, _, _ = fit_measurement(36)
+    case = Case("a reference that is not valid among valid ones", {**only(files, *FIT_ALL), "@/in/none.txt": "#\n"})
+    for row in (1, 5):
+        case.do("check", "LCFCB.%d" % row, True)
+    load_fit(case, rows=8).do("load", "Ref4", "@/in/ref4.txt").do("click", "VPointCB.1").do("click", "VPointCB.3")
+    case.do("click", "Ref3.UseCB").do("click", "CalcTargetB").do("click", "CalcMapB")  # two valid of three
+    case.do("click", "Ref4.UseCB").do("click", "CalcTargetB").do("click", "LCFB").do("click", "CalcMapB")
+    case.do("click", "NonEquivBGVic").do("click", "UseCB.8").do("check", "UseCB.7", False).do("check", "UseCB.6", False)
+    case.do("check", "UseCB.5", False).do("click", "CalcTargetB").do("check", "UseCB.5", True)
+    case.do("load", "Ref3", "@/in/ref3.txt").do("load", "Ref3", "@/in/none.txt").do("click", "LCFB")
+    case.do("load", "Ref1", "@/in/none.txt").do("click", "LCFB").do("click", "Ref1.UseCB").do("click", "CalcTargetB")
+    return case.do("load", "Ref3", "@/in/ref3.txt").do("click", "Ref4.UseCB")
+
+
+def fits_of_odd_spectra():
+    files, rnd, _ = fit_measurement(37)
+    points = inputs.spectrum_points(rnd, 2, 14)
+    extra = {
+        "@/in/falling.txt": inputs.plain(points[::-1]),
+        "@/in/twice.txt": inputs.plain([p for p in points for _ in (0, 1)]),
+        "@/in/mixed.txt": inputs.plain(points[7:] + points[:7]),
+        "@/in/one.txt": "8300 0.5\n",
+        "@/in/two.txt": "8300 0.5\n8400 1.5",
+        "@/in/flat.txt": "".join("%d 1\n" % e for e in range(8200, 8500, 20)),
+        "@/in/nan.txt": inputs.plain(points[:9]) + "8600 nan\n8610 inf\nnan 1\ninf 2\n0 1\n8450 0.7\n8500 0.6\n8550 0.5\n",
+    }
+    case = Case("fits of odd spectra", {**only(files, *FIT), **extra})
+    for row in (1, 5):
+        case.do("check", "LCFCB.%d" % row, True)
+    load_fit(case, rows=5).do("check", "VPointCB.1", True)
+    for name in ("falling", "twice", "mixed", "one", "two", "flat", "nan"):
+        case.do("load", "Ref1", "@/in/%s.txt" % name)
+    case.do("load", "Ref2", "@/in/flat.txt").do("load", "Ref1", "@/in/flat.txt").do("click", "NonEquivBGVic")
+    case.do("load", "Ref1", "@/in/ref1.txt").do("load", "Ref2", "@/in/ref1.txt")  # the same one twice
+    case.do("click", "NonEquivBGLinear").do("load", "Ref2", "@/in/ref2.txt")
+    for name in ("falling", "twice", "one", "nan", "ref1", "mixed"):
+        case.do("load", "Target", "@/in/%s.txt" % name)
+    return case.do("load", "Ref1", "@/in/falling.txt").do("load", "Target", "@/in/ref2.txt")
+
+
+def fits_of_odd_numbers():
+    files, _, _ = fit_measurement(38)
+    case = Case("fits of odd numbers", only(files, *FIT))
+    case.do("check", "LCFCB.1", True).do("check", "LCFCB.5", True)
+    load_fit(case).do("check", "VPointCB.1", True).do("load", "Save", "@/out/r.dat")
+    for field, text in (
+        ("Ref1.Valence", "-2.5"), ("Ref2.Valence", "1e300"), ("Ref1.Valence", "nan"), ("Ref2.Valence", "abc"), ("Ref1.Valence", "-inf"),
+        ("Ref1.Valence", "1"), ("Energy.2", "abc"), ("Energy.2", "nan"), ("Energy.2", "inf"), ("Energy.2", "1e-300"),
+        ("Energy.3", "9000"), ("Energy.5", "-8400"), ("HgABoxes", "0"), ("HgTBoxes", "-1"),
+    ):  # fmt: skip
+        case.do("text", field, text)
+        case.do("click", "NonEquivBGLinear" if case.panel.checked["NonEquivBGVic"] else "NonEquivBGVic")
+    case.do("click", "WriteB")
+    for row in range(2, 6):  # rows of one energy
+        case.do("text", "Energy.%d" % row, "8313")
+    case.do("click", "NonEquivBGLinear").do("click", "NonEquivBGVic")
+    for field, text in (("Ref1.dE", "2.5"), ("Ref2.dE", "nan"), ("Ref2.dE", "-1"), ("Target.dE", "3"), ("Target.dE", "inf")):
+        case.do("type", field, text)
+    return case.do("type", "EdgeE", "abc").do("type", "EdgeE", "8349")
+
+
+def result_fields_of_the_target():
+    files, _, _ = fit_measurement(39)
+    case = Case("result fields of the target", only(files, *FIT_ALL))
+    for field in ("Ref1.RatioDisp", "Ref2.AmountDisp", "Ref3.RatioDisp", "Ref4.AmountDisp", "TargetDMut", "LCFRes", "CalcRes"):
+        case.do("text", field, "old  text")
+    load_fit(case, refs=3, rows=5).do("check", "VPointCB.2", True).do("click", "CalcTargetB")
+    case.do("click", "Ref1.UseCB").do("click", "Ref3.UseCB")  # what they show stays
+    case.do("load", "Ref4", "@/in/ref4.txt").do("click", "Ref4.UseCB").do("clear", "Target").do("click", "CalcTargetB")
+    return case.do("click", "radioButton").do("click", "CalcTargetB").do("click", "TypeNonEquiv")
+
+
+def fit_range():
+    files, _, _ = fit_measurement(40)
+    points = [line.split()[0] for line in files["@/in/target.txt"].splitlines()]
+    case = Case("range of the linear combination fit", only(files, *BASIC[:3]))
+    case.do("click", "LCFB").do("click", "LCFCB.2").do("click", "LCFCB.3")  # no valid reference
+    load_all(case, maps=0).do("click", "LCFCB.3").do("click", "LCFCB.1")  # one row, then 1 and 2
+    case.do("click", "UseCB.1").do("click", "LCFCB.2").do("check", "LCFCB.8", True).do("click", "LCFB")
+    for one, eight in (
+        (points[3], points[3]), ("8300.001", "8300.002"), (points[2], points[9]), (points[9], points[2]), ("abc", "8500"), ("", ""),
+        ("nan", "8500"), ("nan", "nan"), ("-inf", "inf"), ("inf", "inf"), ("8200", points[4]), ("8300", "8460"),
+    ):  # fmt: skip
+        case.do("text", "Energy.1", one).do("text", "Energy.8", eight).do("click", "LCFB")
+    case.do("click", "LCFCB.5").do("text", "Energy.5", "8600").do("slot", "lcf")
+    case.do("type", "Target.dE", "4").do("slot", "lcf").do("type", "Ref2.dE", "-3")
+    return case.do("check", "Ref2.UseCB", False).do("click", "LCFB")
+
+
+def fit_references():
+    files, _, _ = fit_measurement(41)
+    case = Case("references of the linear combination fit", {**only(files, *FIT_ALL[:3], "ref3.txt"), "@/in/none.txt": "#\n"})
+    case.do("check", "LCFCB.1", True).do("check", "LCFCB.6", True)
+    for n in range(3):
+        case.do("load", "Ref%d" % (n + 1), "@/in/ref%d.txt" % (n + 1))
+    case.do("click", "LCFB").do("load", "Target", "@/in/target.txt")  # before, there was no target
+    case.do("click", "Ref3.UseCB").do("click", "Ref1.UseCB").do("type", "Ref3.Valence", "abc").do("click", "LCFB")
+    case.do("load", "Target", "@/in/ref2.txt").do("load", "Ref1", "@/in/none.txt").do("click", "Ref1.UseCB")
+    case.do("load", "Ref3", "@/in/ref2.txt").do("load", "Target", "@/in/none.txt").do("load", "Target", "@/in/target.txt")
+    return case.do("type", "PreEEndDE", "-9999").do("type", "PreEEndDE", "-30").do("click", "Ref2.UseCB")
+
+
+def comparison_points():
+    files, _, _ = fit_measurement(42)
+    case = Case("points of the comparison with the fit", only(files, *BASIC))
+    case.do("slot", "newColorLCFvs4PS").do("slot", "clearLCFvs4PS").do("click", "radioButton")
+    load_all(case).do("click", "LCFB").do("check", "LCFCB.1", True).do("check", "LCFCB.4", True)
+    case.do("click", "LCFB").do("slot", "newColorLCFvs4PS").do("slot", "lcf").do("click", "CalcTargetB").do("slot", "calcBoth")
+    for _ in range(43):
+        case.do("slot", "newColorLCFvs4PS")
+    case.do("slot", "lcf").do("slot", "newColorLCFvs4PS").do("slot", "lcf").do("slot", "newColorLCFvs4PS")
+    case.do("click", "TypeNonEquiv").do("slot", "clearLCFvs4PS").do("slot", "clearLCFvs4PS")
+    return case.do("type", "Ref1.dE", "1").do("check", "UseCB.4", False).do("click", "LCFB")
+
+
 HAND_WRITTEN = (
     three_points_end_to_end,
     exact_four_points_end_to_end,
@@ -648,6 +887,19 @@ HAND_WRITTEN = (
     files_change_on_disk,
     typed_cells,
     slots_by_name,
+    non_equivalent_two_to_four_references,
+    non_equivalent_backgrounds,
+    non_equivalent_columns,
+    non_equivalent_refusals,
+    non_equivalent_base_rows,
+    non_equivalent_empty_base,
+    invalid_third_reference,
+    fits_of_odd_spectra,
+    fits_of_odd_numbers,
+    result_fields_of_the_target,
+    fit_range,
+    fit_references,
+    comparison_points,
 )
 
 
@@ -661,7 +913,7 @@ class RandomCase:
         self.rnd = random.Random("case %s" % seed)
         rnd = self.rnd
         width, height = rnd.choice(((5, 4), (3, 2), (4, 3), (2, 2)))
-        files, _, self.stack = measurement(rnd.random(), width, height, rnd.choice((12, 18, 24)))
+        files, _, self.stack = fit_measurement(rnd.random(), width, height, rnd.choice((12, 18, 24)))
         for n in range(odd_files):
             files["@/in/odd%d.txt" % n] = inputs.odd_spectrum(rnd)
             files["@/in/odd%d.dat" % n] = inputs.odd_map(rnd, self.stack, rnd.uniform(8300, 8480))
@@ -671,30 +923,40 @@ class RandomCase:
         self.good_spectra = ["@/in/ref%d.txt" % n for n in range(1, 5)] + ["@/in/target.txt", "@/in/beam.dat"]
         self.map_files = [p for p in files if p.startswith("@/in/") and p.endswith(("dat", "2dp"))]
         self.map_files.append("@/in/missing.dat")
-        self.good_maps = ["@/in/map%d.dat" % n for n in range(1, 7)] + ["@/in/bin3.2dp"]
+        self.good_maps = ["@/in/map%d.dat" % n for n in range(1, 9)] + ["@/in/bin3.2dp"]
         self.case = Case("random %s" % seed, files)
         self._prepare()
         for _ in range(length or rnd.randrange(12, 26)):
             self._act()
-        self._forget_unused_files()
+        forget_unused_files(self.case)
 
     def _prepare(self):
         rnd, do = self.rnd, self.case.do
-        if rnd.random() < 0.9:
+        four_points = rnd.random() < 0.45
+        if four_points:
             do("click", "radioButton")
+        elif rnd.random() < 0.4:
+            do("click", "NonEquivBGVic")
         if rnd.random() < 0.4:
             do("check", "TypeTMKisExact", True)
+        if rnd.random() < 0.6:
+            for row in rnd.sample(range(1, 9), 2):
+                do("check", "LCFCB.%d" % row, True)
+        for box in rnd.sample(model.COLUMN_BOXES, rnd.choice((0, 0, 1, 4, 13))):
+            do("click", box)
         for letter in "AT":
             if rnd.random() < 0.9:
                 do("text", "Hg%sBoxes" % letter, str(rnd.randrange(2, 9)))
-        rows = rnd.choice((3, 3, 4, 4, 4, 5, 6))
+        rows = rnd.choice((3, 3, 4, 4, 4, 5, 6) if four_points else (4, 5, 5, 6, 6, 7, 8))
         for row in range(1, 9):
             if (row <= rows) != (row <= 4):
                 do("check", "UseCB.%d" % row, row <= rows)
         if rnd.random() < 0.1:
             return
-        for n in range(rnd.choice((1, 2, 2, 2, 2, 3, 4))):
+        for n in range(rnd.choice((1, 2, 2, 2, 2, 3, 4) if four_points else (1, 2, 2, 3, 3, 4, 4))):
             do("load", "Ref%d" % (n + 1), rnd.choice(self.good_spectra))
+            if n >= 2 and rnd.random() < 0.7:
+                do("click", "Ref%d.UseCB" % (n + 1))
         if rnd.random() < 0.9:
             do("load", "Target", rnd.choice(self.good_spectra))
         paths = [rnd.choice(self.good_maps[k : k + 1] * 4 + self.map_files) for k in range(rows)]
@@ -726,7 +988,7 @@ class RandomCase:
             "v row": lambda: do("click", "VPointCB.%d" % used),
             "use ref": lambda: do("click", "Ref%d.UseCB" % ref),
             "set use": lambda: do("setUse", ref, rnd.random() < 0.7),
-            "method": lambda: do("click", rnd.choice(("radioButton", "radioButton", "TypeNonEquiv"))),
+            "method": lambda: do("click", rnd.choice(("radioButton", "TypeNonEquiv"))),
             "form": lambda: do("check", rnd.choice(("TypeTMKisExact", "TypeTMKisLS")), True),
             "line": lambda: do("click", rnd.choice(("NonEquivBGLinear", "NonEquivBGVic"))),
             "background": lambda: do("click", "Sub%sEfor%s" % (rnd.choice(("Pre", "Post")), rnd.choice(("Ref", "Target")))),
@@ -740,6 +1002,13 @@ class RandomCase:
             "display": lambda: do("loads", "Disp", [rnd.choice(self.spectra) for _ in range(rnd.randrange(3))]),
             "remove": lambda: do("click", "RemoveAFile"),
             "slot": lambda: do("slot", rnd.choice(("setEdge", "calcBoth", "write", "calcAndWrite", "newMultiEnergys", "calcMap"))),
+            "fit": lambda: do(*rnd.choice((("click", "LCFB"), ("slot", "lcf")))),
+            "fit row": lambda: do("click", "LCFCB.%d" % row),
+            "comparison": lambda: do("slot", rnd.choice(("clearLCFvs4PS", "newColorLCFvs4PS", "newColorLCFvs4PS"))),
+            "column": lambda: do("click", rnd.choice(model.COLUMN_BOXES)),
+            "more rows": lambda: do("click", "UseCB.%d" % row),
+            "more map files": lambda: do("load", "Row%d" % row, rnd.choice(self.good_maps)),
+            "more spectra": lambda: do("load", spectrum_row, rnd.choice(self.good_spectra)),
             "refresh": lambda: do("slot", "receiveNewTarget", ""),
             "overwrite map": lambda: self._overwrite(self.good_maps),
             "overwrite spectrum": lambda: self._overwrite(self.good_spectra),
@@ -763,10 +1032,11 @@ class RandomCase:
         rows = ["Row%d" % n for n in range(1, 6)] if path in self.good_maps else ["Ref1", "Ref2", "Target"]
         self.case.do("load", self.rnd.choice(rows), path)
 
-    def _forget_unused_files(self):
-        """Files that no action names are not needed; those in out/ are."""
-        named = json.dumps([step["do"] for step in self.case.steps])
-        self.case.files = {p: c for p, c in self.case.files.items() if p.startswith("@/out/") or json.dumps(p) in named}
+
+def forget_unused_files(case):
+    """Files that no action names are not needed; those in out/ are."""
+    named = json.dumps([step["do"] for step in case.steps])
+    case.files = {p: c for p, c in case.files.items() if p.startswith("@/out/") or json.dumps(p) in named}
 
 
 def random_numbers(seed, length=30):
@@ -799,6 +1069,64 @@ def random_numbers(seed, length=30):
     return case
 
 
+def random_fits(seed, length=30):
+    """Odd pixels, energies, spectra and valences for the non-equivalent method
+    and the linear combination fit."""
+    rnd = random.Random("fits %s" % seed)
+    files, _, _ = fit_measurement(rnd.random(), 2, 2, 12)
+    wild = ["%.5g" % rnd.uniform(0, 9) for _ in range(6)] + ["0", "-1", "1e200", "nan"]
+    for n in range(1, 9):
+        body = "".join("%d %d %s %s\n" % (x, y, rnd.choice(wild), rnd.choice(wild)) for y in range(2) for x in range(3))
+        files["@/in/wild%d.dat" % n] = "# X-NUM %d\n# Y-NUM 2\n" % rnd.choice((2, 3, 3)) + body
+    few = ["%.1f" % rnd.uniform(8250, 8560) for _ in range(5)] + ["8250", "8300", "8300"]
+    for n in range(6):
+        points = [(rnd.choice(few), rnd.choice(wild[:7])) for _ in range(rnd.randrange(1, 9))]
+        files["@/in/few%d.txt" % n] = "".join("%s %s\n" % p for p in points)
+    for n in range(6):
+        files["@/in/odd%d.txt" % n] = inputs.odd_spectrum(rnd)
+    good = ["ref%d.txt" % n for n in range(1, 5)] + ["target.txt", "beam.dat"]
+    names = ["wild%d.dat" % n for n in range(1, 9)] + ["map%d.dat" % n for n in range(1, 9)] + good
+    names += ["few%d.txt" % n for n in range(6)] + ["odd%d.txt" % n for n in range(6)]
+    case = Case("fits %s" % seed, {**only(files, *names), **HISTOGRAMS})
+    refs = rnd.randrange(2, 5)
+    load_fit(case, refs, rnd.randrange(4, 9)).do("check", "VPointCB.1", True).do("load", "Save", "@/out/r.dat")
+    for row in rnd.sample(range(1, 9), 3):
+        case.do("check", "LCFCB.%d" % row, True)
+    for box in rnd.sample(model.COLUMN_BOXES, 6):
+        case.do("click", box)
+    for _ in range(length):
+        row, ref = rnd.randrange(1, 9), rnd.randrange(1, 5)
+        spectrum = rnd.choice(("Target", "Ref%d" % ref))
+        energy = rnd.choice(inputs.NUMBERS) if rnd.random() < 0.15 else rnd.choice(few + ["%.1f" % rnd.uniform(8250, 8560)] * 4)
+        small = rnd.choice(inputs.NUMBERS) if rnd.random() < 0.15 else "%.2f" % rnd.uniform(-5, 5)
+        for _ in range(rnd.randrange(1, 3)):
+            case.do(
+                *rnd.choice(
+                    (
+                        ("type", "Energy.%d" % row, energy),
+                        ("text", "Energy.%d" % row, energy),
+                        ("text", "Ref%d.Valence" % ref, small),
+                        ("type", spectrum + ".dE", small),
+                        ("type", rnd.choice(("EdgeE", "EdgeE", "PreEEndDE", "PostEStartDE")), rnd.choice(("8346", "8350", "-30", "60"))),
+                        ("load", "Row%d" % row, "@/in/" + rnd.choice(("wild", "map")) + "%d.dat" % row),
+                        ("load", spectrum, "@/in/" + rnd.choice(good)),
+                        ("load", spectrum, "@/in/" + rnd.choice(good)),
+                        ("load", spectrum, "@/in/" + rnd.choice(names[-12:])),
+                        ("click", "UseCB.%d" % row),
+                        ("click", "LCFCB.%d" % row),
+                        ("click", "Ref%d.UseCB" % ref),
+                        ("click", rnd.choice(("NonEquivBGVic", "NonEquivBGLinear"))),
+                        ("click", "Sub%sEfor%s" % (rnd.choice(("Pre", "Post")), rnd.choice(("Ref", "Target")))),
+                        ("text", "Hg%s%s" % (rnd.choice("AT"), rnd.choice(("From", "To"))), small),
+                        ("slot", rnd.choice(("newColorLCFvs4PS", "clearLCFvs4PS"))),
+                    )
+                )
+            )
+        case.do("click", rnd.choice(("CalcTargetB", "CalcMapB", "WriteB", "LCFB")))
+    forget_unused_files(case)
+    return case
+
+
 # --- writing -------------------------------------------------------------------
 
 
@@ -812,6 +1140,7 @@ def main():
     parser.add_argument("--out", type=pathlib.Path, default=HERE / "cases")
     parser.add_argument("--random", type=int, default=0, help="make that many random cases and no others")
     parser.add_argument("--numbers", type=int, default=0, help="the same, of the kind that stresses the arithmetic")
+    parser.add_argument("--fits", type=int, default=0, help="the same, for the fits of several references")
     parser.add_argument("--seed", type=int, default=0, help="the first of the seeds")
     arguments = parser.parse_args()
     arguments.out.mkdir(parents=True, exist_ok=True)
@@ -820,13 +1149,16 @@ def main():
         (arguments.out / ("random-%06d.json" % seed)).write_text(RandomCase(seed).case.json())
     for seed in range(arguments.seed, arguments.seed + arguments.numbers):
         (arguments.out / ("numbers-%06d.json" % seed)).write_text(random_numbers(seed).json())
-    if arguments.random or arguments.numbers:
+    for seed in range(arguments.seed, arguments.seed + arguments.fits):
+        (arguments.out / ("fits-%06d.json" % seed)).write_text(random_fits(seed).json())
+    if arguments.random or arguments.numbers or arguments.fits:
         return
     for make in HAND_WRITTEN:
         (arguments.out / (make.__name__.replace("_", "-") + ".json")).write_text(make().json())
     (arguments.out / "numbers-1.json").write_text(random_numbers("committed", length=10).json())
+    (arguments.out / "fits-1.json").write_text(random_fits("committed", length=6).json())
     for seed in range(1, 11):
-        case = RandomCase("committed %d" % seed, length=16, odd_files=4).case
+        case = RandomCase("committed %d" % seed, length=12, odd_files=4).case
         (arguments.out / ("random-%02d.json" % seed)).write_text(case.json())
 
 

@@ -16,7 +16,7 @@ import math
 import posixpath
 import re
 import struct
-from decimal import ROUND_HALF_UP, Context
+from decimal import ROUND_HALF_UP, Context, Decimal
 
 HC = 12398.424360387684  # h times c, eV times angstrom
 HC_KEV = 12.398424360387684
@@ -25,6 +25,7 @@ DEFAULT_D = 3.1355316
 SHORT_PI = 3.1415926535
 MAX_PIXELS = 1 << 25
 MAX_BOXES = 1_000_000
+COLOURS = 45  # in the list that a panel starts with
 
 NAN = math.nan
 INF = math.inf
@@ -83,6 +84,19 @@ def general(v):
     else:
         text = text[: exponent + 1] + "." + text[exponent + 1 :]
     return ("-" if sign else "") + text
+
+
+_THREE_PLACES = Context(prec=400, rounding=ROUND_HALF_UP)
+
+
+def fixed3(v):
+    """The C format "% 6.3f" as the toolkit prints it; only a true zero loses
+    its minus sign."""
+    if v != v:
+        return "   nan"
+    if math.isinf(v):
+        return "   inf" if v > 0 else "  -inf"
+    return ("-" if v < 0 else " ") + format(Decimal(abs(v)).quantize(Decimal("0.001"), context=_THREE_PLACES), "f")
 
 
 _SPACE = "\t\n\v\f\r \x85\xa0\u1680\u2000-\u200a\u2028\u2029\u202f\u205f\u3000"
@@ -197,12 +211,12 @@ def hash_text(text):
 # --- linear systems -----------------------------------------------------------
 
 
-def solve(matrix, right):
-    """LU with a row permutation; a zero pivot divides as 1.0 in the
-    elimination and as itself in the back substitution."""
-    n = len(matrix)
+def lu_decompose(a):
+    """Rows stay where they are and perm tells their order. A zero pivot divides
+    as 1.0 but keeps its value."""
+    n = len(a)
     perm = list(range(n))
-    work = [list(row) for row in matrix]
+    work = [list(row) for row in a]
     for c in range(n):
         best, position = -1e300, c
         for k in range(c, n):
@@ -218,18 +232,59 @@ def solve(matrix, right):
             row[c] = div(row[c], pivot)
             for j in range(c + 1, n):
                 row[j] -= work[perm[c]][j] * row[c]
-    y = list(right)
+    u = [[0.0] * n for _ in range(n)]
+    for i in range(n):
+        p = perm[i]
+        for j in range(i, n):
+            u[p][j] = work[p][j]
+            work[p][j] = 1.0 if i == j else 0.0
+    return work, u, perm
+
+
+def forward_solve(lower, b, perm):
+    n = len(b)
+    y = list(b)
     for i in range(n - 1):
         p = perm[i]
+        y[p] = div(y[p], lower[p][i])
         for k in range(i + 1, n):
-            y[perm[k]] -= y[p] * work[perm[k]][i]
-    x = y
+            y[perm[k]] -= y[p] * lower[perm[k]][i]
+    return y
+
+
+def back_solve(u, y, perm):
+    n = len(y)
+    x = list(y)
     for i in range(n - 1, -1, -1):
         p = perm[i]
-        x[p] = div(x[p], work[p][i])
+        x[p] = div(x[p], u[p][i])
         for k in range(i - 1, -1, -1):
-            x[perm[k]] -= x[p] * work[perm[k]][i]
-    return [x[perm[k]] for k in range(n)]
+            x[perm[k]] -= x[p] * u[perm[k]][i]
+    return x
+
+
+def solve(matrix, right):
+    lower, u, perm = lu_decompose(matrix)
+    x = back_solve(u, forward_solve(lower, right, perm), perm)
+    return [x[p] for p in perm]
+
+
+class NormalEquations:
+    """Sums of a linear least-square fit, one equation added after the other."""
+
+    def __init__(self, unknowns):
+        self.matrix = [[0.0] * unknowns for _ in range(unknowns)]
+        self.right = [0.0] * unknowns
+
+    def add(self, phi, y):
+        for i, left in enumerate(phi):
+            row = self.matrix[i]
+            for k, top in enumerate(phi):
+                row[k] += left * top
+            self.right[i] += left * y
+
+    def solution(self):
+        return solve(self.matrix, self.right)
 
 
 # --- spectra ------------------------------------------------------------------
@@ -347,6 +402,37 @@ class Spectrum:
 
     def jump(self):
         return self.post(self.edge_energy) - self.pre(self.edge_energy)
+
+    def value(self, kind, i):
+        """Point i with a background taken off: 1 pre-edge line, 2 post-edge
+        line, 4 by both lines."""
+        e, m = self.working(i), self.points[i][2]
+        if kind == 1:
+            return m - self.pre(e)
+        if kind == 2:
+            return m - self.post(e)
+        return div(m - self.pre(e), self.post(e) - self.pre(e))
+
+    def index_below(self, energy):
+        n = len(self.points)
+        if n == 0 or energy < self.working(0):
+            return 0
+        if energy > self.working(n - 1):
+            return max(n - 2, 0)
+        for i in range(n - 1):
+            if energy >= self.working(i) and self.working(i + 1) >= energy:
+                return i
+        return 0
+
+    def value_at(self, kind, energy):
+        """The presentation on a straight line between two points, the end
+        segments going on beyond them."""
+        if len(self.points) < 2:
+            return 0.0
+        i = self.index_below(energy)
+        e0, e1 = self.working(i), self.working(i + 1)
+        v0, v1 = self.value(kind, i), self.value(kind, i + 1)
+        return div(v1 - v0, e1 - e0) * (energy - e0) + v0
 
     def fit_lines(self):
         if not self.points:
@@ -555,6 +641,11 @@ class Histogram:
             lines.append("%s %s %s  %d\n" % (*map(general, edges), count))
         return "".join(lines)
 
+    def numbers(self):
+        """Limits and all counts."""
+        counts = [self.under, self.over, max(self.bins, default=0), *self.bins]
+        return [self.min, self.max, self.step, *map(float, counts)]
+
 
 # --- files --------------------------------------------------------------------
 
@@ -643,6 +734,8 @@ class Panel:
             "HgTTo": "1.2",
             "HgTBoxes": "51",
             "CalcRes": "",
+            "LCFRes": "",
+            "TargetDMut": "",
             "MultiEnergys": "",
         }
         self.checked = {
@@ -661,6 +754,11 @@ class Panel:
         self.base = Map()
         self.target_v = self.target_t = 0.0
         self.hist_v, self.hist_t = Histogram(), Histogram()
+        self.hist_ratio = [Histogram() for _ in REFS]
+        self.hist_dmut = [Histogram() for _ in REFS]
+        self.lcf_mut = None
+        self.lcf_points = []  # (a and valence of the target, a and valence of the fit, colour)
+        self.lcf_color = 0
 
         for name in ("Ref1", "Ref2", "Ref3", "Ref4", "Target"):
             self.text[name + ".file"] = ""
@@ -671,6 +769,8 @@ class Panel:
             self.text[row] = ""
         for n in REFS:
             self.text["Ref%d.Valence" % (n + 1)] = str(n)
+            self.text["Ref%d.RatioDisp" % (n + 1)] = ""
+            self.text["Ref%d.AmountDisp" % (n + 1)] = ""
             self.checked["Ref%d.UseCB" % (n + 1)] = n < 2
         energies = (8313, 8381, 8390, 8404.5, 8460, 8475)
         for n in ROWS:
@@ -843,6 +943,7 @@ class Panel:
         self.set_histogram_ranges()
         self.calcMap()
         self.calcTarget()
+        self.lcf()
 
     # file rows
 
@@ -914,11 +1015,17 @@ class Panel:
         checked = [n for n in REFS if self.used(n)]
         return checked[position] if position < len(checked) else None
 
+    def first_checked(self, count):
+        return [n for n in REFS if self.used(n)][:count]
+
+    def valence_of(self, n):
+        return self.value("Ref%d.Valence" % (n + 1))
+
     def valence_mix(self, a):
         if self.valid_references() < 2:
             return 0.0
-        v1 = self.value("Ref%d.Valence" % (self.checked_reference(0) + 1))
-        v2 = self.value("Ref%d.Valence" % (self.checked_reference(1) + 1))
+        v1 = self.valence_of(self.checked_reference(0))
+        v2 = self.valence_of(self.checked_reference(1))
         return (1 - a) * v2 + v1 * a
 
     def report_few_references(self):
@@ -1009,7 +1116,7 @@ class Panel:
             needed = 4 if self.checked["NonEquivBGLinear"] else 5
             if n < needed:
                 raise Refused("Number of selected data sets %d is not %d." % (n, needed))
-            return
+            return self._non_equivalent_target()
         form = self.form_of(n)
         rows, v, run = self.solver(form)
         a, thickness = run([self.cell("MutT", row) for row in rows], self.cell("MutT", v))
@@ -1050,9 +1157,11 @@ class Panel:
             bound = self.valid_references() + (2 if self.checked["NonEquivBGLinear"] else 3)
             if n < bound:
                 raise Refused("Number of selected data sets %d is less than %d." % (n, bound))
-            return
+            if self.valid_references() < 2:
+                raise Refused(None)
+            return self._non_equivalent_map()
         rows, v, run = self.solver(self.form_of(n))
-        self._start_histograms()
+        self._start_histograms([self.hist_v], [self.hist_t])
         base_row = self.maps[v]
         self.base.clear()
         self.base.x_num, self.base.y_num = base_row.x_num, base_row.y_num
@@ -1068,9 +1177,112 @@ class Panel:
                 self.hist_t.add(thickness)
         self.base.extended = False
 
-    def _start_histograms(self):
-        for histogram, letter in ((self.hist_v, "A"), (self.hist_t, "T")):
-            histogram.start(*(self.value("Hg%s%s" % (letter, part)) for part in ("From", "To", "Boxes")))
+    def _start_histograms(self, valence, thickness):
+        for histograms, letter in ((valence, "A"), (thickness, "T")):
+            for histogram in histograms:
+                histogram.start(*(self.value("Hg%s%s" % (letter, part)) for part in ("From", "To", "Boxes")))
+
+    # the non-equivalent method
+
+    def _non_equivalent_target(self):
+        for n in self.first_checked(self.valid_references()):
+            if not self.spectra[n].valid:
+                raise Refused("Ref File %d is not valid." % n)
+        fit = NonEquivalent(self)
+        kind = 2 if self.checked["SubPostEforTarget"] else 1
+        T = [self.spectra[4].value_at(kind, energy) for energy in fit.energies]
+        out, total_of_shares = fit.solve(T)
+        total = total_of_shares * fit.jump_sum
+        for i in range(len(fit.refs)):
+            out[4 + i] = out[i] * total
+        valence = fit.finish(out, total)
+        self.text["TargetDMut"] = general(total)
+        for i, n in enumerate(fit.refs):
+            self.text["Ref%d.RatioDisp" % (n + 1)] = general(out[i])
+            self.text["Ref%d.AmountDisp" % (n + 1)] = general(out[4 + i])
+        shares = " : ".join(fixed3(out[i]) for i in range(len(fit.refs)))
+        text = "Result of NEQ :: %s, Valence = %s, t = %s" % (shares, fixed3(valence), fixed3(total))
+        self.message(text)
+        self.text["CalcRes"] = text
+        self.target_v, self.target_t = out[0], valence
+
+    def _non_equivalent_map(self):
+        self._start_histograms([self.hist_v, *self.hist_ratio], [self.hist_t, *self.hist_dmut])
+        fit = NonEquivalent(self)
+        base_row = self.maps[fit.rows[0]]
+        self.base.clear()
+        self.base.x_num, self.base.y_num = base_row.x_num, base_row.y_num
+        self.base.header_lines = list(base_row.header_lines)
+        for y in range(base_row.y_num):
+            for x in range(base_row.x_num):
+                out, total_of_shares = fit.solve([self.maps[row].pixel(x, y) for row in fit.rows])
+                total = total_of_shares * fit.jump_sum
+                for i in range(len(fit.refs)):
+                    out[4 + i] = out[i] * total_of_shares * fit.jump_sum
+                valence = fit.finish(out, total)
+                i = y * base_row.x_num + x
+                at = base_row.rows[i][:2] if i < len(base_row.rows) else (0.0, 0.0)
+                self.base.values[len(self.base.rows)] = out
+                self.base.rows.append((*at, out[0], total))
+                self.hist_v.add(valence)
+                self.hist_t.add(total)
+                for i in range(len(fit.refs)):
+                    self.hist_ratio[i].add(out[i])
+                    self.hist_dmut[i].add(out[4 + i])
+        self.base.extended = True
+
+    # linear combination fit
+
+    def lcf(self):
+        lowest, highest, count = 1e300, -1e300, 0
+        for row in ROWS:
+            if self.checked["LCFCB.%d" % (row + 1)]:
+                energy = self.cell("Energy", row)
+                count += 1
+                if energy < lowest:
+                    lowest = energy
+                if energy > highest:
+                    highest = energy
+        if lowest > highest or count < 2:
+            self.message("Energy Range is not selected, which should by selected by CB of TR.")
+            return
+        valid = self.valid_references()
+        if valid < 2:
+            self.message("Number of Valid Reference files is %d, which is less than 2" % valid)
+            return
+        refs = self.first_checked(valid)
+        target = self.spectra[4]
+        sums = NormalEquations(valid + 1)
+        kept = []  # (angle, energy, values of the references)
+        for i, point in enumerate(target.points):
+            e = target.working(i)
+            if e >= lowest and e <= highest:
+                values = [self.spectra[n].value_at(4, e) for n in refs]
+                sums.add(values + [1.0], target.value(4, i))
+                kept.append((point[0], e, values))
+        sol = sums.solution()
+        total = valence = 0.0
+        for i, n in enumerate(refs):
+            total += sol[i]
+            valence += sol[i] * self.valence_of(n)
+        shares = " : ".join(fixed3(div(sol[i], total)) for i in range(valid))
+        text = "Result of LCF :: %s, Valence = %s, Base = %s" % (shares, fixed3(valence), fixed3(sol[valid]))
+        self.message(text)
+        self.text["LCFRes"] = text
+        self.lcf_points.append((self.target_v, self.target_t, div(sol[0], total), valence, self.lcf_color))
+        self.lcf_mut = Spectrum()
+        for angle, e, values in kept:
+            fitted = sol[valid]
+            for i in range(valid):
+                fitted += sol[i] * values[i]
+            self.lcf_mut.points.append((angle, e, fitted))
+
+    def clearLCFvs4PS(self):
+        self.lcf_color = 0
+        self.lcf_points = []
+
+    def newColorLCFvs4PS(self):
+        self.lcf_color = (self.lcf_color + 1) % COLOURS
 
     # output
 
@@ -1121,6 +1333,8 @@ class Panel:
             self.calcMap()
         elif button == "WriteB":
             self.calcAndWrite()
+        elif button == "LCFB":
+            self.lcf()
         elif button == "RemoveAFile":
             self.removeAFile()
         elif button.startswith("ShowMapB"):
@@ -1202,6 +1416,21 @@ class Panel:
                 state[name] = "%s %d < %d > %d highest %d" % (limits, *counts)
         state["TargetV"] = hash_doubles([self.target_v])[:8] if self.target_v != 0.0 else ""
         state["TargetT"] = hash_doubles([self.target_t])[:8] if self.target_t != 0.0 else ""
+        for name, histograms in (("HistRatio", self.hist_ratio), ("HistDMut", self.hist_dmut)):
+            if any(h.bins or h.under or h.over for h in histograms):
+                flat = [v for h in histograms for v in h.numbers()]
+                state[name] = "%d %s" % (len(flat), hash_doubles(flat)[:8])
+        if self.lcf_mut is not None:
+            fit = self.lcf_mut
+            flat = [v for point in fit.points for v in point]
+            state["LCFMut"] = "%d %s" % (len(fit.points), hash_doubles(flat)[:8])
+            state["LCFMut.valid"] = "yes" if fit.valid else ""
+            fields = (*fit.extremes, fit.pre_edge_end, fit.post_edge_start, fit.dE, *fit.pre_line, *fit.post_line)
+            state["LCFMut.fields"] = hash_doubles(fields)[:8]
+        if self.lcf_points:
+            flat = [float(v) for point in self.lcf_points for v in point]
+            state["LCFvs4PS"] = "%d %s" % (len(self.lcf_points), hash_doubles(flat)[:8])
+        state["LCFColor"] = str(self.lcf_color) if self.lcf_color else ""
         state["SelectedFs"] = "\n".join(self.disp_items)
         state["SelectedFs.current"] = "" if self.disp_current < 0 else str(self.disp_current)
         return {key: text for key, text in state.items() if text}
@@ -1209,7 +1438,9 @@ class Panel:
     @staticmethod
     def _map_state(name, m):
         flat = [v for row in m.rows for v in row]
+        lists = [v for i in range(len(m.rows)) for v in (float(len(m.values.get(i, ()))), *m.values.get(i, ()))]
         return {
+            name + ".values": "%d %s" % (len(m.rows), hash_doubles(lists)[:8]) if any(m.values.values()) else "",
             name + ".size": "%d x %d" % (m.x_num, m.y_num) if m.x_num or m.y_num else "",
             name + ".rows": "%d %s" % (len(m.rows), hash_doubles(flat)[:8]) if m.rows else "",
             name + ".comments": hash_text("\n".join(m.header_lines))[:8] if m.header_lines else "",
@@ -1265,6 +1496,58 @@ def least_square(T, TV, R1, R1V, R2, R2V, E, EV, r):
     tts = div(1.0, K * 0.5)
     B = div(-c1, K) * EV + div(-c0, K)
     return div((B - TV) * p * q + R2V * p, R2V * p - R1V * q), tts
+
+
+class NonEquivalent:
+    """What is the same for every pixel: rows in use and references there. The
+    result is the list of the thirteen columns."""
+
+    def __init__(self, panel):
+        self.linear = panel.checked["NonEquivBGLinear"]
+        self.refs = panel.first_checked(panel.valid_references())
+        self.rows = [row for row in ROWS if panel.row_used(row)]
+        self.energies = [panel.cell("Energy", row) for row in self.rows]
+        self.valences = [panel.valence_of(n) for n in self.refs]
+        spectra = [panel.spectra[n] for n in self.refs]
+        kind = 2 if panel.checked["SubPostEforRef"] else 1
+        self.ref_values = [[spectrum.value_at(kind, energy) for energy in self.energies] for spectrum in spectra]
+        self.jump_sum = 0.0
+        for spectrum in spectra:
+            self.jump_sum += spectrum.jump()
+        self.weights = [div(spectrum.jump(), self.jump_sum) for spectrum in spectra]
+
+    def solve(self, T):
+        """The columns as far as the fit tells them, and the sum before the
+        shares were made to add up to 1."""
+        n = len(self.refs)
+        sums = NormalEquations(n + (2 if self.linear else 3))
+        for e, y in enumerate(T):
+            phi = [values[e] for values in self.ref_values] + [1.0]
+            if self.linear:
+                phi.append(self.energies[e])
+            else:
+                L = div(HC, self.energies[e])
+                cube = L * L * L
+                phi += [cube, cube * L]
+            sums.add(phi, y)
+        x = sums.solution()
+        out = [0.0] * 13
+        for i in range(n):
+            out[i] = x[i] * self.weights[i]
+        out[8], out[9], out[10] = x[n], x[n + 1], 0.0 if self.linear else x[n + 2]
+        total = 0.0
+        for i in range(4):
+            total += out[i]
+        for i in range(4):
+            out[i] = div(out[i], total)
+        return out, total
+
+    def finish(self, out, total):
+        valence = 0.0
+        for i, v in enumerate(self.valences):
+            valence += out[i] * v
+        out[11], out[12] = valence, total
+        return valence
 
 
 # --- replaying a list of actions ----------------------------------------------
