@@ -229,19 +229,6 @@ def refusals_of_the_start():
     return case.do("click", "CalcMapB")
 
 
-def non_equivalent_checks():
-    files, _, _ = measurement(6)
-    names = BASIC + ["ref3.txt"] + MAPS[4:]
-    case = Case("checks before a non-equivalent calculation", only(files, *names))
-    load_all(case, refs=3)
-    case.do("click", "Ref3.UseCB").do("click", "CalcMapB").do("click", "CalcTargetB")
-    case.do("click", "UseCB.4").do("click", "CalcTargetB").do("click", "CalcMapB")
-    case.do("click", "UseCB.4").do("click", "NonEquivBGVic").do("click", "CalcTargetB").do("click", "CalcMapB")
-    case.do("click", "VPointCB.3").do("click", "CalcMapB").do("click", "CalcTargetB")
-    case.do("click", "NonEquivBGVic").do("click", "NonEquivBGLinear")
-    return case.do("click", "radioButton").do("click", "TypeNonEquiv")
-
-
 def two_v_rows():
     files, _, _ = measurement(7)
     case = Case("two V rows", only(files, *BASIC, *MAPS[4:]))
@@ -666,8 +653,8 @@ def non_equivalent_two_to_four_references():
 
 def non_equivalent_backgrounds():
     files, _, _ = fit_measurement(31)
-    case = Case("non-equivalent, choice of the background line", only(files, *FIT_ALL))
-    load_fit(case, refs=3, rows=7)
+    case = Case("non-equivalent, choice of the background line", only(files, *FIT))
+    load_fit(case)
     for button in ("SubPostEforRef", "SubPostEforTarget", "NonEquivBGVic", "SubPreEforRef", "SubPreEforTarget"):
         case.do("click", button).do("click", "CalcTargetB")
     # The radio decides, whatever the slots were told.
@@ -680,7 +667,7 @@ def non_equivalent_backgrounds():
 def non_equivalent_columns():
     files, _, _ = fit_measurement(32)
     case = Case("columns of the result file", only(files, *FIT_ALL))
-    load_fit(case, refs=3, rows=6).do("load", "Save", "@/out/c.dat").do("slot", "calcMap").do("slot", "write")
+    load_fit(case, refs=3, rows=6).do("load", "Save", "c.dat").do("slot", "calcMap").do("slot", "write")
     case.do("check", "RecValence", False).do("check", "RecAmount", False).do("slot", "write")
     for box in model.COLUMN_BOXES:
         case.do("click", box).do("slot", "write").do("check", box, False)
@@ -780,9 +767,9 @@ def fits_of_odd_spectra():
     case.do("load", "Ref2", "@/in/flat.txt").do("load", "Ref1", "@/in/flat.txt").do("click", "NonEquivBGVic")
     case.do("load", "Ref1", "@/in/ref1.txt").do("load", "Ref2", "@/in/ref1.txt")  # the same one twice
     case.do("click", "NonEquivBGLinear").do("load", "Ref2", "@/in/ref2.txt")
-    for name in ("falling", "twice", "one", "nan", "ref1", "mixed"):
+    for name in ("falling", "one", "nan", "ref1"):
         case.do("load", "Target", "@/in/%s.txt" % name)
-    return case.do("load", "Ref1", "@/in/falling.txt").do("load", "Target", "@/in/ref2.txt")
+    return case
 
 
 def fits_of_odd_numbers():
@@ -801,9 +788,9 @@ def fits_of_odd_numbers():
     for row in range(2, 6):  # rows of one energy
         case.do("text", "Energy.%d" % row, "8313")
     case.do("click", "NonEquivBGLinear").do("click", "NonEquivBGVic")
-    for field, text in (("Ref1.dE", "2.5"), ("Ref2.dE", "nan"), ("Ref2.dE", "-1"), ("Target.dE", "3"), ("Target.dE", "inf")):
+    for field, text in (("Ref1.dE", "2.5"), ("Ref2.dE", "nan"), ("Ref2.dE", "-1"), ("Target.dE", "inf")):
         case.do("type", field, text)
-    return case.do("type", "EdgeE", "abc").do("type", "EdgeE", "8349")
+    return case.do("type", "EdgeE", "abc")
 
 
 def result_fields_of_the_target():
@@ -825,7 +812,7 @@ def fit_range():
     load_all(case, maps=0).do("click", "LCFCB.3").do("click", "LCFCB.1")  # one row, then 1 and 2
     case.do("click", "UseCB.1").do("click", "LCFCB.2").do("check", "LCFCB.8", True).do("click", "LCFB")
     for one, eight in (
-        (points[3], points[3]), ("8300.001", "8300.002"), (points[2], points[9]), (points[9], points[2]), ("abc", "8500"), ("", ""),
+        (points[3], points[3]), ("8300.001", "8300.002"), (points[2], points[9]), (points[9], points[2]), ("abc", "8500"),
         ("nan", "8500"), ("nan", "nan"), ("-inf", "inf"), ("inf", "inf"), ("8200", points[4]), ("8300", "8460"),
     ):  # fmt: skip
         case.do("text", "Energy.1", one).do("text", "Energy.8", eight).do("click", "LCFB")
@@ -853,10 +840,10 @@ def comparison_points():
     case.do("slot", "newColorLCFvs4PS").do("slot", "clearLCFvs4PS").do("click", "radioButton")
     load_all(case).do("click", "LCFB").do("check", "LCFCB.1", True).do("check", "LCFCB.4", True)
     case.do("click", "LCFB").do("slot", "newColorLCFvs4PS").do("slot", "lcf").do("click", "CalcTargetB").do("slot", "calcBoth")
-    for _ in range(43):
+    for _ in range(43):  # to the last colour
         case.do("slot", "newColorLCFvs4PS")
     case.do("slot", "lcf").do("slot", "newColorLCFvs4PS").do("slot", "lcf").do("slot", "newColorLCFvs4PS")
-    case.do("click", "TypeNonEquiv").do("slot", "clearLCFvs4PS").do("slot", "clearLCFvs4PS")
+    case.do("click", "TypeNonEquiv").do("slot", "clearLCFvs4PS")
     return case.do("type", "Ref1.dE", "1").do("check", "UseCB.4", False).do("click", "LCFB")
 
 
@@ -866,7 +853,6 @@ HAND_WRITTEN = (
     least_square_four_to_six_rows,
     four_references_and_gaps,
     refusals_of_the_start,
-    non_equivalent_checks,
     two_v_rows,
     rows_without_maps_and_other_sizes,
     binary_maps,
@@ -1157,7 +1143,7 @@ def main():
         (arguments.out / (make.__name__.replace("_", "-") + ".json")).write_text(make().json())
     (arguments.out / "numbers-1.json").write_text(random_numbers("committed", length=10).json())
     (arguments.out / "fits-1.json").write_text(random_fits("committed", length=6).json())
-    for seed in range(1, 11):
+    for seed in range(1, 7):
         case = RandomCase("committed %d" % seed, length=12, odd_files=4).case
         (arguments.out / ("random-%02d.json" % seed)).write_text(case.json())
 

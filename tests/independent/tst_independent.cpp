@@ -92,6 +92,28 @@ QString hashOf(const QString& text)
     return hash.text();
 }
 
+/// Limits and counts of histograms, one after the other.
+QList<double> numbersOf(const QList<Histgram*>& histograms)
+{
+    QList<double> numbers;
+    for (const Histgram* h : histograms) {
+        numbers << h->minV << h->maxV << h->step << h->under << h->over << h->total;
+        for (const int count : h->bins) {
+            numbers << count;
+        }
+    }
+    return numbers;
+}
+
+QString countAndHash(const QList<double>& numbers)
+{
+    Hash hash;
+    for (const double number : numbers) {
+        hash.add(number);
+    }
+    return QStringLiteral("%1 %2").arg(numbers.size()).arg(hash.text());
+}
+
 /// A number with all its digits, for the reader of a difference.
 QString allDigits(double value)
 {
@@ -133,6 +155,7 @@ private:
     void addSpectra(State& s) const;
     void addMap(State& s, const QString& name, const A2DData& map) const;
     void addResults(State& s) const;
+    void addFit(State& s) const;
     QString details(const QString& field) const;
 
     QString check(const QJsonObject& expected);
@@ -174,6 +197,7 @@ Replay::Replay(const QJsonObject& caseObject)
 Replay::~Replay()
 {
     qDeleteAll(m_panel->DispMuts); // only their removal by the user deletes them
+    delete m_panel->LCFMut;        // only the next fit deletes it
     m_panel.reset();
     QDir::setCurrent(m_oldCurrent);
 }
@@ -301,7 +325,10 @@ void Replay::callSlot(QObject* object, const QString& name, const QJsonValue& va
     const QByteArray slot = name.toLatin1();
     const char* member = slot.constData();
     bool done = false;
-    if (value.isUndefined()) {
+    if (object->metaObject()->indexOfSlot(slot + "(MouseC*)") >= 0) {
+        MouseC* nowhere = nullptr;
+        done = QMetaObject::invokeMethod(object, member, Q_ARG(MouseC*, nowhere));
+    } else if (value.isUndefined()) {
         done = QMetaObject::invokeMethod(object, member);
     } else if (value.isBool()) {
         done = QMetaObject::invokeMethod(object, member, Q_ARG(bool, value.toBool()));
@@ -342,7 +369,8 @@ void Replay::setBase(const QJsonObject& values)
 }
 
 // Finding widgets: "Energy.3" is a widget of the third energy row, "Ref2.dE"
-// and "Target.dE" one of a spectrum's row, anything else bears its own name.
+// and "Target.dE" one of a spectrum's row, "Ref1.RatioDisp" one of a
+// reference's row, anything else bears its own name.
 
 AEPoint* Replay::energyRow(const QString& field) const
 {
@@ -384,9 +412,13 @@ QWidget* Replay::findWidget(const QString& field) const
     if (second == "dE") {
         return fileRow(first)->dE;
     }
-    if (second == "Valence" || second == "UseCB") {
+    if (first.startsWith("Ref") && !second.isEmpty()) {
         ARefFile* row = m_panel->Refs.RefRows.at(first.right(1).toInt() - 1);
-        return second == "UseCB" ? static_cast<QWidget*>(row->UseCB) : row->Valence;
+        const QMap<QString, QWidget*> widgets{{"Valence", row->Valence},
+                                              {"UseCB", row->UseCB},
+                                              {"RatioDisp", row->RatioDisp},
+                                              {"AmountDisp", row->AmountDisp}};
+        return widgets.value(second);
     }
     if (second.isEmpty()) {
         return m_panel->findChild<QWidget*>(first);
@@ -432,14 +464,17 @@ State Replay::state() const
 
 void Replay::addTexts(State& s) const
 {
-    QStringList fields{"EdgeE",        "PreEEndDE", "PostEStartDE", "HgAFrom",   "HgATo",
-                       "HgABoxes",     "HgTFrom",   "HgTTo",        "HgTBoxes",  "CalcRes",
+    QStringList fields{"EdgeE",        "PreEEndDE", "PostEStartDE", "HgAFrom",
+                       "HgATo",        "HgABoxes",  "HgTFrom",      "HgTTo",
+                       "HgTBoxes",     "CalcRes",   "LCFRes",       "TargetDMut",
                        "MultiEnergys", "Save.file", "Disp.file",    "Multi.file"};
     for (const char* name : {"Ref1", "Ref2", "Ref3", "Ref4", "Target"}) {
         fields << QString(name) + ".file" << QString(name) + ".dE";
     }
     for (int n = 1; n <= 4; ++n) {
-        fields << QStringLiteral("Ref%1.Valence").arg(n);
+        for (const char* name : {"Valence", "RatioDisp", "AmountDisp"}) {
+            fields << QStringLiteral("Ref%1.%2").arg(n).arg(name);
+        }
     }
     for (int n = 1; n <= 8; ++n) {
         fields << QStringLiteral("Row%1.file").arg(n);
@@ -525,11 +560,21 @@ void Replay::addMap(State& s, const QString& name, const A2DData& map) const
     }
     if (!map.rows.isEmpty()) {
         Hash rows;
+        Hash lists;
+        bool hasLists = false;
         for (const A2DRow& row : map.rows) {
             rows.add(row.x);
             rows.add(row.y);
             rows.add(row.intensity);
             rows.add(row.i0);
+            hasLists = hasLists || !row.values.isEmpty();
+            lists.add(static_cast<double>(row.values.size()));
+            for (const double value : row.values) {
+                lists.add(value);
+            }
+        }
+        if (hasLists) {
+            s[name + ".values"] = QStringLiteral("%1 %2").arg(map.rows.size()).arg(lists.text());
         }
         s[name + ".rows"] = QStringLiteral("%1 %2").arg(map.rows.size()).arg(rows.text());
     }
@@ -557,35 +602,102 @@ void Replay::addResults(State& s) const
                               .arg(h.total);
         }
     }
+    const QMap<QString, QList<Histgram*>> perReference{{"HistRatio", m_panel->HistRatio},
+                                                       {"HistDMut", m_panel->HistDMut}};
+    for (auto it = perReference.begin(); it != perReference.end(); ++it) {
+        bool used = false;
+        for (const Histgram* h : it.value()) {
+            used = used || !h->bins.isEmpty() || h->under != 0 || h->over != 0;
+        }
+        if (used) {
+            s[it.key()] = countAndHash(numbersOf(it.value()));
+        }
+    }
+    addFit(s);
+}
+
+void Replay::addFit(State& s) const
+{
+    if (m_panel->LCFMut) {
+        const AMutE& fit = *m_panel->LCFMut;
+        Hash points;
+        for (const MutPoint& point : fit.points) {
+            points.add(point.angle);
+            points.add(point.energy);
+            points.add(point.mut);
+        }
+        s["LCFMut"] = QStringLiteral("%1 %2").arg(fit.points.size()).arg(points.text());
+        s["LCFMut.valid"] = fit.valid ? "yes" : "";
+        s["LCFMut.fields"] =
+            hashOf({fit.minAngle, fit.maxAngle, fit.minEnergy, fit.maxEnergy, fit.minMut,
+                    fit.maxMut, fit.preEdgeEnd, fit.postEdgeStart, fit.dE, fit.preLine.c,
+                    fit.preLine.a, fit.preLine.b, fit.postLine.c, fit.postLine.a, fit.postLine.b});
+    }
+    if (!m_panel->LCFvs4PS.isEmpty()) {
+        Hash points;
+        for (const LCFPoint& point : m_panel->LCFvs4PS) {
+            points.add(point.fourPsA);
+            points.add(point.fourPsValence);
+            points.add(point.lcfA);
+            points.add(point.lcfValence);
+            points.add(static_cast<double>(point.color));
+        }
+        s["LCFvs4PS"] = QStringLiteral("%1 %2").arg(m_panel->LCFvs4PS.size()).arg(points.text());
+    }
+    s["LCFColor"] = m_panel->LCFColor == 0 ? QString() : QString::number(m_panel->LCFColor);
+}
+
+/// Numbers of one line, with all their digits.
+QString lineOf(const QList<double>& numbers)
+{
+    QStringList texts;
+    for (const double number : numbers) {
+        texts << allDigits(number);
+    }
+    return texts.join(QLatin1Char(' '));
+}
+
+QStringList linesOf(const AMutE& spectrum)
+{
+    QStringList lines;
+    for (const MutPoint& point : spectrum.points) {
+        lines << lineOf({point.angle, point.energy, point.mut});
+    }
+    for (const VictoreenLine& line : {spectrum.preLine, spectrum.postLine}) {
+        lines << "line " + lineOf({line.c, line.a, line.b});
+    }
+    return lines;
 }
 
 /// What stands behind a hash, for the reader of a difference.
 QString Replay::details(const QString& field) const
 {
     const QString name = field.section(QLatin1Char('.'), 0, 0);
-    QStringList numbers;
-    if (field.endsWith(".rows")) {
+    QStringList lines;
+    if (field.endsWith(".rows") || field.endsWith(".values")) {
         const A2DData& map = name == "BaseData" ? m_panel->BaseData
                                                 : *m_panel->EPoints.at(name.right(1).toInt() - 1);
         for (const A2DRow& row : map.rows.first(std::min<qsizetype>(map.rows.size(), 40))) {
-            numbers << QStringList{allDigits(row.x), allDigits(row.y), allDigits(row.intensity),
-                                   allDigits(row.i0)}
-                           .join(QLatin1Char(' '));
+            lines << lineOf(field.endsWith(".values")
+                                ? row.values
+                                : QList<double>{row.x, row.y, row.intensity, row.i0});
         }
     } else if (field.endsWith(".points") || field.endsWith(".lines")) {
-        const AMutE& spectrum =
-            *m_panel->XafsFiles.at(name == "Target" ? 4 : name.right(1).toInt() - 1);
-        for (const MutPoint& point : spectrum.points) {
-            numbers << QStringList{allDigits(point.angle), allDigits(point.energy),
-                                   allDigits(point.mut)}
-                           .join(QLatin1Char(' '));
+        lines = linesOf(*m_panel->XafsFiles.at(name == "Target" ? 4 : name.right(1).toInt() - 1));
+    } else if (name == "LCFMut" && m_panel->LCFMut) {
+        lines = linesOf(*m_panel->LCFMut);
+    } else if (name == "LCFvs4PS") {
+        for (const LCFPoint& point : m_panel->LCFvs4PS) {
+            lines << lineOf({point.fourPsA, point.fourPsValence, point.lcfA, point.lcfValence,
+                             static_cast<double>(point.color)});
         }
-        for (const VictoreenLine& line : {spectrum.preLine, spectrum.postLine}) {
-            numbers << QStringList{"line", allDigits(line.c), allDigits(line.a), allDigits(line.b)}
-                           .join(QLatin1Char(' '));
+    } else if (name == "HistRatio" || name == "HistDMut") {
+        const bool ratios = name == "HistRatio";
+        for (Histgram* h : ratios ? m_panel->HistRatio : m_panel->HistDMut) {
+            lines << lineOf(numbersOf({h}));
         }
     }
-    return numbers.isEmpty() ? QString() : "      " + numbers.join("\n      ") + "\n";
+    return lines.isEmpty() ? QString() : "      " + lines.join("\n      ") + "\n";
 }
 
 QString Replay::check(const QJsonObject& expected)
