@@ -5,7 +5,10 @@
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
 
+#include <QSignalBlocker>
 #include <QStringList>
+
+#include <vector>
 
 namespace tests
 {
@@ -52,6 +55,22 @@ inline void makeTargetValid(FourPs& panel)
     panel.ui.TargetFile->valid = true;
 }
 
+/// Gives a spectrum one point at each energy (eV) of @p energies, in this order
+/// and at angles of 10, 11, ... degrees, and two lines; its mut is
+/// @p muts above the pre-edge line.
+inline void setSpectrum(AMutE& spectrum, const QList<double>& energies, const QList<double>& muts,
+                        const VictoreenLine& pre, const VictoreenLine& post)
+{
+    spectrum.valid = true;
+    spectrum.preLine = pre;
+    spectrum.postLine = post;
+    spectrum.points.clear();
+    for (int i = 0; i < energies.size(); ++i) {
+        const double energy = energies.at(i);
+        spectrum.points.append({10.0 + i, energy, muts.at(i) + spectrum.preValue(energy)});
+    }
+}
+
 /// Types the numbers of an energy row.
 inline void setPoint(FourPs& panel, int row, const QString& energy, const QString& r1,
                      const QString& r2, const QString& target = {})
@@ -93,11 +112,21 @@ inline void useReferences(FourPs& panel, const QList<int>& rows)
     }
 }
 
+/// Chooses one of exclusive buttons, without any reflex.
+inline void chooseQuietly(QAbstractButton* button)
+{
+    std::vector<QSignalBlocker> quiet;
+    const auto neighbours = button->parentWidget()->findChildren<QAbstractButton*>();
+    for (QAbstractButton* neighbour : neighbours) {
+        quiet.emplace_back(neighbour);
+    }
+    button->setChecked(true);
+}
+
 /// Chooses the four-points family, without any reflex.
 inline void chooseFourPoints(FourPs& panel)
 {
-    const QSignalBlocker quiet(panel.ui.TypeNonEquiv);
-    panel.ui.radioButton->setChecked(true);
+    chooseQuietly(panel.ui.radioButton);
 }
 
 /// Three points that give a = 1/2 and, on maps, thickness 1: the references
