@@ -1022,7 +1022,10 @@ void tst_FourPsNonEquivalent::rowWithoutMapEntersWithMinusOne()
     panel.calcMap();
     QVERIFY(near(panel.BaseData.rows.at(0).intensity, 0.25));
     QVERIFY(near(panel.BaseData.rows.at(0).values.at(8), mix.constant));
-    setPixels(panel, {quarter}, 3);
+    // Under another constant it does not fit to the others.
+    for (const int row : {0, 1, 2, 4, 5}) {
+        setMap(panel, row, {quarter.at(row)});
+    }
     panel.calcMap();
     QVERIFY(!near(panel.BaseData.rows.at(0).intensity, 0.25));
 }
@@ -1156,6 +1159,8 @@ void tst_FourPsNonEquivalent::pixelOfZeroesIsKeptAndCountedBelow()
     QCOMPARE(panel.BaseData.rows.size(), 2);
     QVERIFY(std::isnan(panel.BaseData.rows.at(0).intensity));
     QVERIFY(std::isnan(panel.BaseData.rows.at(0).values.at(11)));
+    QVERIFY(std::isnan(panel.BaseData.rows.at(0).values.at(3))); // 0 over a sum of 0
+    QCOMPARE(panel.BaseData.rows.at(0).values.at(7), 0.0);
     QCOMPARE(panel.BaseData.rows.at(0).i0, 0.0);
     QCOMPARE(panel.HistV->under, 1);
     QCOMPARE(panel.HistRatio.at(0)->under, 1);
