@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 using namespace nickel;
 
@@ -22,9 +23,9 @@ QString pathOf(const char* name)
     return QStringLiteral(SAMPLE_FOLDER "/") + QLatin1String(name);
 }
 
-bool readMap(double energyEv, A2DData& map, QStringList& energies)
+bool readMap(const Image& image, double energyEv, A2DData& map, QStringList& energies)
 {
-    QFile file(pathOf(mapFileName(energyEv).c_str()));
+    QFile file(pathOf(image.fileName(energyEv).c_str()));
     return file.open(QIODevice::ReadOnly) &&
            data::readMapText(file, map, [&energies](const QString& text) { energies << text; });
 }
@@ -39,16 +40,14 @@ private Q_SLOTS:
     void spectraLieOnTheirTruthWithinNoise()
     {
         for (const Compound& compound : compounds()) {
-            AMutE spectrum;
-            QVERIFY(spectrum.readFile(pathOf(compound.fileName)));
-            QVERIFY(spectrum.points.size() > 500);
-            for (const MutPoint& point : spectrum.points) {
-                const double mut = referenceMut(compound, point.energy);
-                // six standard deviations and the last printed digit
-                const double allowed =
-                    6.0 * std::sqrt((1.0 + std::exp(mut)) / spectrumPhotons) + 1e-6;
-                QVERIFY(std::abs(point.mut - mut) < allowed);
-            }
+            QVERIFY(isNearTruth(compound.fileName, [&compound](double energyEv) {
+                return referenceMut(compound, energyEv);
+            }));
+        }
+        for (const Target* target : {&targetOfTwo(), &targetOfFour()}) {
+            QVERIFY(isNearTruth(target->fileName, [target](double energyEv) {
+                return targetMut(*target, energyEv);
+            }));
         }
     }
 
@@ -69,15 +68,17 @@ private Q_SLOTS:
 
     void textMapsHaveTheirSizeEnergyAndTruth()
     {
-        for (const double energyEv : mapEnergiesEv) {
-            A2DData map;
-            QStringList energies;
-            QVERIFY(readMap(energyEv, map, energies));
-            QCOMPARE(energies, QStringList{QString::number(energyEv)});
-            QCOMPARE(map.xNum, mapWidth);
-            QCOMPARE(map.yNum, mapHeight);
-            QCOMPARE(map.rows.size(), mapWidth * mapHeight);
-            QVERIFY(pixelsAreNearTheirTruth(map, energyEv));
+        for (const Image* image : {&imageOfTwo(), &imageOfFour()}) {
+            for (const double energyEv : image->energiesEv) {
+                A2DData map;
+                QStringList energies;
+                QVERIFY(readMap(*image, energyEv, map, energies));
+                QCOMPARE(energies, QStringList{QString::number(energyEv)});
+                QCOMPARE(map.xNum, image->width);
+                QCOMPARE(map.yNum, image->height);
+                QCOMPARE(map.rows.size(), image->width * image->height);
+                QVERIFY(pixelsAreNearTheirTruth(*image, map, energyEv));
+            }
         }
     }
 
@@ -85,7 +86,7 @@ private Q_SLOTS:
     {
         A2DData map;
         QStringList energies;
-        QVERIFY(readMap(mapEnergiesEv[vPoint], map, energies));
+        QVERIFY(readMap(imageOfTwo(), mapEnergiesEv[vPoint], map, energies));
         TDData0 binary(0, 0);
         QVERIFY(TDData0::isTDData0File(pathOf("map_8345ev.2dp")));
         QVERIFY(binary.load(pathOf("map_8345ev.2dp")));
@@ -101,11 +102,25 @@ private Q_SLOTS:
     }
 
 private:
-    static bool pixelsAreNearTheirTruth(const A2DData& map, double energyEv)
+    static bool isNearTruth(const char* fileName, const std::function<double(double)>& mutAt)
     {
-        for (int y = 0; y < mapHeight; ++y) {
-            for (int x = 0; x < mapWidth; ++x) {
-                const double mut = nickel::pixelMut(x, y, energyEv);
+        AMutE spectrum;
+        return spectrum.readFile(pathOf(fileName)) && spectrum.points.size() > 500 &&
+               std::all_of(spectrum.points.begin(), spectrum.points.end(),
+                           [&mutAt](const MutPoint& point) {
+                               const double mut = mutAt(point.energy);
+                               // six standard deviations and the last printed digit
+                               const double allowed =
+                                   6.0 * std::sqrt((1.0 + std::exp(mut)) / spectrumPhotons) + 1e-6;
+                               return std::abs(point.mut - mut) < allowed;
+                           });
+    }
+
+    static bool pixelsAreNearTheirTruth(const Image& image, const A2DData& map, double energyEv)
+    {
+        for (int y = 0; y < image.height; ++y) {
+            for (int x = 0; x < image.width; ++x) {
+                const double mut = image.mutAt(x, y, energyEv);
                 const double sigma = std::sqrt((1.0 + std::exp(mut)) / pixelPhotons);
                 if (!(std::abs(data::pixelMut(map, x, y) - mut) < 6.0 * sigma)) {
                     return false;

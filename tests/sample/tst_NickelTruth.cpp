@@ -3,6 +3,7 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace nickel;
@@ -60,8 +61,71 @@ private Q_SLOTS:
         QCOMPARE(amountAt(58, 45), 0.6);
     }
 
+    void fourCompoundsMeetInTheCornersOfTheirImage()
+    {
+        const Image& image = imageOfFour();
+        QCOMPARE(image.width, 32);
+        QCOMPARE(image.height, 24);
+        QVERIFY((image.fractionsAt(0, 0) == Fractions{1.0, 0.0, 0.0, 0.0}));
+        QVERIFY((image.fractionsAt(31, 0) == Fractions{0.0, 1.0, 0.0, 0.0}));
+        QVERIFY((image.fractionsAt(0, 23) == Fractions{0.0, 0.0, 1.0, 0.0}));
+        QVERIFY((image.fractionsAt(31, 23) == Fractions{0.0, 0.0, 0.0, 1.0}));
+        const Fractions inside = image.fractionsAt(10, 6);
+        QCOMPARE(inside.at(0), 21.0 / 31.0 * 17.0 / 23.0);
+        QCOMPARE(inside.at(1), 10.0 / 31.0 * 17.0 / 23.0);
+        QCOMPARE(inside.at(2), 21.0 / 31.0 * 6.0 / 23.0);
+        QCOMPARE(inside.at(3), 10.0 / 31.0 * 6.0 / 23.0);
+    }
+
+    void theirAmountIsADisk()
+    {
+        const Image& image = imageOfFour();
+        QCOMPARE(image.amountAt(16, 12), 1.4);
+        QCOMPARE(image.amountAt(16, 3), 1.4); // 8.5 pixels above the middle
+        QCOMPARE(image.amountAt(16, 2), 0.7);
+        QCOMPARE(image.amountAt(0, 0), 0.7);
+    }
+
+    void pixelAbsorbsItsCompoundsAndTheCommonBackground()
+    {
+        QCOMPARE(imageOfFour().mutAt(31, 0, 8347.0), 0.05 + 0.7 * shape(compounds()[niIII], 8347));
+        // a ring on a ramp: 2.1 at the left
+        QCOMPARE(imageOfTwo().mutAt(0, 0, 8345.0),
+                 0.05 + 0.6 * (0.9 * shape(compounds()[niII], 8345) +
+                               0.1 * shape(compounds()[niIII], 8345)));
+        QCOMPARE(pixelMut(0, 0, 8345.0), imageOfTwo().mutAt(0, 0, 8345.0));
+    }
+
+    void targetsHaveTheBackgroundOfTheFirstCompound()
+    {
+        for (const Target* target : {&targetOfTwo(), &targetOfFour()}) {
+            QVERIFY(std::abs(targetMut(*target, 8100) - referenceMut(compounds()[niII], 8100)) <
+                    1e-12);
+            const double sum = target->fractions[0] + target->fractions[1] + target->fractions[2] +
+                               target->fractions[3];
+            QVERIFY(std::abs(sum - 1.0) < 1e-15);
+        }
+        const double pureMetal = mixture({0.0, 0.0, 0.0, 1.0}, 8340.0);
+        QCOMPARE(pureMetal, shape(compounds()[3], 8340.0));
+    }
+
+    void spectraHaveAPointAtTheEnergyOfEachMap()
+    {
+        const std::vector<double>& scan = scanEnergies();
+        for (const Image* image : {&imageOfTwo(), &imageOfFour()}) {
+            for (const double energyEv : image->energiesEv) {
+                QVERIFY(std::find(scan.begin(), scan.end(), energyEv) != scan.end());
+            }
+        }
+    }
+
     void mapNamesSortInTheOrderOfTheirEnergies()
     {
+        const std::vector<double>& four = imageOfFour().energiesEv;
+        for (std::size_t row = 1; row < four.size(); ++row) {
+            QVERIFY(imageOfFour().fileName(four.at(row - 1)) <
+                    imageOfFour().fileName(four.at(row)));
+        }
         for (std::size_t row = 1; row < mapEnergiesEv.size(); ++row) {
             QVERIFY(mapFileName(mapEnergiesEv.at(row - 1)) < mapFileName(mapEnergiesEv.at(row)));
         }

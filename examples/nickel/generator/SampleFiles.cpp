@@ -44,16 +44,6 @@ std::string line(const char* format, Values... values)
     return text;
 }
 
-std::vector<double> scanEnergies()
-{
-    std::vector<double> energies;
-    for (double energyEv = 8000.0; energyEv <= 8900.0;) {
-        energies.push_back(energyEv);
-        energyEv += energyEv < 8310.0 ? 2.0 : energyEv < 8400.0 ? 0.5 : 2.5;
-    }
-    return energies;
-}
-
 using Scan = std::vector<Counts>;
 
 Scan scan(PhotonCounter& counter, const std::function<double(double)>& mutAt)
@@ -68,7 +58,7 @@ Scan scan(PhotonCounter& counter, const std::function<double(double)>& mutAt)
 std::string plainSpectrum(const char* title, const Scan& points)
 {
     std::string text = line("# %s\n# energy[eV] mut\n", title);
-    const std::vector<double> energies = scanEnergies();
+    const std::vector<double>& energies = scanEnergies();
     for (std::size_t i = 0; i < points.size(); ++i) {
         text += line("%.1f %.6f\n", energies.at(i), points.at(i).mut());
     }
@@ -84,7 +74,7 @@ std::string beamlineSpectrum(const char* title, const Scan& points)
                             "      Mode         0         0         1         2\n"
                             "    Offset         0         0     0.000     0.000\n",
                             title, crystalSpacing);
-    const std::vector<double> energies = scanEnergies();
+    const std::vector<double>& energies = scanEnergies();
     for (std::size_t i = 0; i < points.size(); ++i) {
         const double angle =
             std::asin(hcEvAngstrom / (2.0 * crystalSpacing * energies.at(i))) * degreesPerRadian;
@@ -97,28 +87,29 @@ std::string beamlineSpectrum(const char* title, const Scan& points)
 
 using CountMap = std::vector<Counts>; // row-major, x fastest
 
-CountMap countMap(PhotonCounter& counter, double energyEv)
+CountMap countMap(PhotonCounter& counter, const Image& image, double energyEv)
 {
     CountMap pixels;
-    for (int y = 0; y < mapHeight; ++y) {
-        for (int x = 0; x < mapWidth; ++x) {
-            pixels.push_back(count(counter, pixelPhotons, pixelMut(x, y, energyEv)));
+    for (int y = 0; y < image.height; ++y) {
+        for (int x = 0; x < image.width; ++x) {
+            pixels.push_back(count(counter, pixelPhotons, image.mutAt(x, y, energyEv)));
         }
     }
     return pixels;
 }
 
-std::string textMap(double energyEv, const CountMap& pixels)
+std::string textMap(const Image& image, double energyEv, const CountMap& pixels)
 {
+    const auto width = static_cast<std::size_t>(image.width);
     std::string text = line("# Nickel sample: transmission map\n"
                             "# ENERGY : %.0f\n"
                             "# X-NUM %d\n"
                             "# Y-NUM %d\n"
                             "# columns : x[um] y[um] I I0\n",
-                            energyEv, mapWidth, mapHeight);
+                            energyEv, image.width, image.height);
     for (std::size_t i = 0; i < pixels.size(); ++i) {
-        const auto x = static_cast<double>(i % mapWidth);
-        const auto y = static_cast<double>(i / mapWidth);
+        const auto x = static_cast<double>(i % width);
+        const auto y = static_cast<double>(i / width);
         text += line("%g %g %lld %lld\n", x * pixelSizeUm, y * pixelSizeUm,
                      static_cast<long long>(pixels.at(i).transmitted),
                      static_cast<long long>(pixels.at(i).incident));
@@ -175,6 +166,13 @@ std::string binaryMap(double energyEv, const CountMap& pixels)
     return bytes;
 }
 
+SampleFile targetFile(PhotonCounter& counter, const Target& target)
+{
+    const Scan points =
+        scan(counter, [&target](double energyEv) { return targetMut(target, energyEv); });
+    return {target.fileName, plainSpectrum(target.name, points)};
+}
+
 } // namespace
 
 std::vector<SampleFile> sampleFiles(std::uint64_t seed)
@@ -189,13 +187,20 @@ std::vector<SampleFile> sampleFiles(std::uint64_t seed)
             files.push_back({"ref_ni2_9809.dat", beamlineSpectrum(compound.name, points)});
         }
     }
-    files.push_back({"target.dat", plainSpectrum("Ni(II) and Ni(III)", scan(counter, targetMut))});
+    files.push_back(targetFile(counter, targetOfTwo()));
     for (const double energyEv : mapEnergiesEv) {
-        const CountMap pixels = countMap(counter, energyEv);
-        files.push_back({mapFileName(energyEv), textMap(energyEv, pixels)});
+        const CountMap pixels = countMap(counter, imageOfTwo(), energyEv);
+        files.push_back({mapFileName(energyEv), textMap(imageOfTwo(), energyEv, pixels)});
         if (energyEv == mapEnergiesEv[vPoint]) {
             files.push_back({"map_8345ev.2dp", binaryMap(energyEv, pixels)});
         }
+    }
+    // What came later draws later, so that the earlier files keep their noise.
+    files.push_back(targetFile(counter, targetOfFour()));
+    for (const double energyEv : imageOfFour().energiesEv) {
+        const CountMap pixels = countMap(counter, imageOfFour(), energyEv);
+        files.push_back(
+            {imageOfFour().fileName(energyEv), textMap(imageOfFour(), energyEv, pixels)});
     }
     return files;
 }

@@ -14,7 +14,8 @@ struct SampleFile {
 };
 
 /// All files of the sample, with noise drawn from @p seed: references and
-/// target, the six text maps, and one map once more in the binary form.
+/// targets, the text maps of both images, and one map once more in the binary
+/// form.
 std::vector<SampleFile> sampleFiles(std::uint64_t seed);
 
 } // namespace nickel

@@ -53,10 +53,30 @@ double background(const Compound& compound, double energyEv)
     return compound.c + compound.a * cube + compound.b * cube * wavelength;
 }
 
-double mixture(double fraction, double energyEv)
+Fractions letterFractionsAt(int x, int y)
 {
-    return fraction * shape(compoundTable[niII], energyEv) +
-           (1.0 - fraction) * shape(compoundTable[niIII], energyEv);
+    const double fraction = fractionAt(x, y);
+    return {fraction, 1.0 - fraction, 0.0, 0.0};
+}
+
+constexpr int squareWidth = 32;
+constexpr int squareHeight = 24;
+
+Fractions squareFractionsAt(int x, int y)
+{
+    const double right = static_cast<double>(x) / (squareWidth - 1);
+    const double down = static_cast<double>(y) / (squareHeight - 1);
+    return {(1.0 - right) * (1.0 - down), right * (1.0 - down), (1.0 - right) * down, right * down};
+}
+
+double squareAmountAt(int x, int y)
+{
+    return std::hypot(x - 15.5, y - 11.5) < 9.0 ? 1.4 : 0.7;
+}
+
+std::string squareFileName(double energyEv)
+{
+    return "mix_" + std::to_string(std::lround(energyEv)) + "ev.dat";
 }
 
 } // namespace
@@ -79,10 +99,46 @@ double referenceMut(const Compound& compound, double energyEv)
     return background(compound, energyEv) + compound.jump * shape(compound, energyEv);
 }
 
-double targetMut(double energyEv)
+double mixture(const Fractions& fractions, double energyEv)
+{
+    double sum = 0.0;
+    for (std::size_t i = 0; i < compoundTable.size(); ++i) {
+        sum += fractions.at(i) * shape(compoundTable.at(i), energyEv);
+    }
+    return sum;
+}
+
+const Target& targetOfTwo()
+{
+    static constexpr Target target = {
+        "Ni(II) and Ni(III)", "target.dat", {targetFraction, 1.0 - targetFraction, 0.0, 0.0}, 1.2};
+    return target;
+}
+
+const Target& targetOfFour()
+{
+    static constexpr Target target = {
+        "Ni(II), Ni(III), Ni(IV) and Ni metal", "target_mix.dat", {0.4, 0.3, 0.2, 0.1}, 1.2};
+    return target;
+}
+
+double targetMut(const Target& target, double energyEv)
 {
     return background(compoundTable[niII], energyEv) +
-           targetJump * mixture(targetFraction, energyEv);
+           target.jump * mixture(target.fractions, energyEv);
+}
+
+const std::vector<double>& scanEnergies()
+{
+    static const std::vector<double> energies = [] {
+        std::vector<double> points;
+        for (double energyEv = 8000.0; energyEv <= 8900.0;) {
+            points.push_back(energyEv);
+            energyEv += energyEv < 8310.0 ? 2.0 : energyEv < 8400.0 ? 0.5 : 2.5;
+        }
+        return points;
+    }();
+    return energies;
 }
 
 double valenceAt(int x, int y)
@@ -114,12 +170,39 @@ double amountAt(int x, int y)
 
 double pixelMut(int x, int y, double energyEv)
 {
-    return mapBackground + amountAt(x, y) * mixture(fractionAt(x, y), energyEv);
+    return imageOfTwo().mutAt(x, y, energyEv);
 }
 
 std::string mapFileName(double energyEv)
 {
     return "map_" + std::to_string(std::lround(energyEv)) + "ev.dat";
+}
+
+double Image::mutAt(int x, int y, double energyEv) const
+{
+    return mapBackground + amountAt(x, y) * mixture(fractionsAt(x, y), energyEv);
+}
+
+const Image& imageOfTwo()
+{
+    static const Image image = {{mapEnergiesEv.begin(), mapEnergiesEv.end()},
+                                mapWidth,
+                                mapHeight,
+                                letterFractionsAt,
+                                nickel::amountAt,
+                                mapFileName};
+    return image;
+}
+
+const Image& imageOfFour()
+{
+    static const Image image = {{8250, 8320, 8338, 8343, 8347, 8356, 8370, 8475},
+                                squareWidth,
+                                squareHeight,
+                                squareFractionsAt,
+                                squareAmountAt,
+                                squareFileName};
+    return image;
 }
 
 } // namespace nickel

@@ -4,6 +4,7 @@
 #include <array>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace nickel
 {
@@ -30,9 +31,8 @@ inline constexpr double mapBackground = 0.05;
 inline constexpr double pixelPhotons = 1e5;
 inline constexpr double spectrumPhotons = 1e8;
 
-/// The target: this fraction of Ni(II), the rest Ni(III), and its edge jump.
+/// The target of the two: this fraction of Ni(II), the rest Ni(III).
 inline constexpr double targetFraction = 0.35;
-inline constexpr double targetJump = 1.2;
 
 /// One reference compound. Its absorption is a Victoreen background plus
 /// @c jump times a shape that is 0 far below the edge and wiggles around 1
@@ -62,8 +62,31 @@ double shape(const Compound& compound, double energyEv);
 /// mu*t of the reference at @p energyEv, background included.
 double referenceMut(const Compound& compound, double energyEv);
 
-/// mu*t of the target at @p energyEv; it has the background of Ni(II).
-double targetMut(double energyEv);
+/// Parts of the edge jump that the compounds have, in their order; they add up
+/// to 1.
+using Fractions = std::array<double, 4>;
+
+/// Absorption of a mixture in units of its edge jump, without background.
+double mixture(const Fractions& fractions, double energyEv);
+
+/// A target spectrum. It has the background of Ni(II).
+struct Target {
+    const char* name;
+    const char* fileName;
+    Fractions fractions;
+    double jump; ///< mu*t
+};
+
+/// The target of two compounds, and that of all four.
+const Target& targetOfTwo();
+const Target& targetOfFour();
+
+/// mu*t of a target at @p energyEv.
+double targetMut(const Target& target, double energyEv);
+
+/// Energies of the points of every spectrum, eV. Those of the maps are among
+/// them.
+const std::vector<double>& scanEnergies();
 
 /// True valence of a pixel, 2.1 to 2.9: a ring on a ramp from left to right.
 /// @param x,y  pixel, 0 at the left and top
@@ -80,5 +103,28 @@ double pixelMut(int x, int y, double energyEv);
 
 /// File name of the text map at @p energyEv.
 std::string mapFileName(double energyEv);
+
+/// An image: maps of the same pixels at several energies, in the order of
+/// aelk's rows.
+struct Image {
+    std::vector<double> energiesEv;
+    int width;
+    int height;
+    Fractions (*fractionsAt)(int x, int y);
+    double (*amountAt)(int x, int y); ///< edge jump
+    std::string (*fileName)(double energyEv);
+
+    /// mu*t of a pixel at @p energyEv.
+    double mutAt(int x, int y, double energyEv) const;
+};
+
+/// The letters, of Ni(II) and Ni(III): what valenceAt() and amountAt() tell.
+const Image& imageOfTwo();
+
+/// Each corner is one of the four compounds, Ni(II) and Ni(III) at the left and
+/// right of the first line, Ni(IV) and the metal at the last, with even
+/// mixtures between; twice as thick inside a disk. Its energies tell all four
+/// apart.
+const Image& imageOfFour();
 
 } // namespace nickel
