@@ -1,6 +1,6 @@
 #include "MapErrors.h"
 
-#include <cmath>
+#include <algorithm>
 
 namespace nickel
 {
@@ -61,13 +61,6 @@ PixelLine leastSquares(const MapForm& form, const MutValues& mut)
     return {1.0 / c2, -(c0 + c1 * mapEnergiesEv.at(vPoint)) / c2};
 }
 
-void addShare(ExpectedError& sum, double up, double middle, double down)
-{
-    const double share = 0.5 * (up - down);
-    sum.sigma += share * share;
-    sum.bias += 0.5 * (up - 2.0 * middle + down);
-}
-
 } // namespace
 
 const std::vector<MapForm>& mapForms()
@@ -95,25 +88,20 @@ MixtureEstimate estimateMixture(const MapForm& form, const MutValues& mut)
 
 ExpectedErrors expectedErrors(const MapForm& form, int x, int y)
 {
-    MutValues mut;
-    for (std::size_t row = 0; row < mut.size(); ++row) {
-        mut.at(row) = pixelMut(x, y, mapEnergiesEv.at(row));
+    std::vector<double> mut;
+    std::vector<double> sigmas;
+    for (const double energyEv : mapEnergiesEv) {
+        mut.push_back(pixelMut(x, y, energyEv));
+        sigmas.push_back(countingSigma(mut.back(), pixelPhotons));
     }
-    const MixtureEstimate middle = estimateMixture(form, mut);
-    ExpectedErrors errors;
-    for (std::size_t row = 0; row < mut.size(); ++row) {
-        const double sigma = std::sqrt((1.0 + std::exp(mut.at(row))) / pixelPhotons);
-        MutValues moved = mut;
-        moved.at(row) = mut.at(row) + sigma;
-        const MixtureEstimate up = estimateMixture(form, moved);
-        moved.at(row) = mut.at(row) - sigma;
-        const MixtureEstimate down = estimateMixture(form, moved);
-        addShare(errors.fraction, up.fraction, middle.fraction, down.fraction);
-        addShare(errors.jump, up.jump, middle.jump, down.jump);
-    }
-    errors.fraction.sigma = std::sqrt(errors.fraction.sigma);
-    errors.jump.sigma = std::sqrt(errors.jump.sigma);
-    return errors;
+    const auto calculation = [&form](const std::vector<double>& moved) {
+        MutValues values;
+        std::copy(moved.begin(), moved.end(), values.begin());
+        const MixtureEstimate estimate = estimateMixture(form, values);
+        return std::vector<double>{estimate.fraction, estimate.jump};
+    };
+    const std::vector<ExpectedError> errors = propagate(calculation, mut, sigmas);
+    return {errors[0], errors[1]};
 }
 
 } // namespace nickel

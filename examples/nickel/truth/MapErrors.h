@@ -2,6 +2,7 @@
 #pragma once
 
 #include "NickelTruth.h"
+#include "Propagation.h"
 
 #include <vector>
 
@@ -38,23 +39,13 @@ struct MixtureEstimate {
 MixtureEstimate estimateMixture(const MapForm& form,
                                 const std::array<double, mapEnergiesEv.size()>& mut);
 
-/// Error of a result to be expected from counting noise.
-struct ExpectedError {
-    double sigma = 0.0; ///< standard deviation
-    double bias = 0.0;  ///< shift of the mean, from the form's curvature
-};
-
 struct ExpectedErrors {
     ExpectedError fraction;
     ExpectedError jump;
 };
 
-/// Standard deviation and bias of the pixel's results.
-///
-/// A value mut = ln(I0 / I) has the variance 1/I0 + 1/I. Each value is moved up
-/// and down by its standard deviation: half the difference of the two results
-/// is its share of the error (added in squares), half their second difference
-/// its share of the bias.
+/// Standard deviation and bias of the pixel's results, from the noise of its
+/// own values.
 ExpectedErrors expectedErrors(const MapForm& form, int x, int y);
 
 } // namespace nickel

@@ -1,0 +1,73 @@
+// What the linear combination fit has to give.
+#include "CombinationErrors.h"
+
+#include "SpectrumErrors.h"
+
+#include <QTest>
+
+#include <cmath>
+
+using namespace nickel;
+
+namespace
+{
+
+bool near(const std::vector<double>& values, const std::vector<double>& wanted, double tolerance)
+{
+    if (values.size() != wanted.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (!(std::abs(values[i] - wanted[i]) <= tolerance)) {
+            qWarning("value %zu is %.9f instead of %.9f", i, values[i], wanted[i]);
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+class TestCombinationErrors : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void spectraWithLinesAlikeGiveTheFractionsThemselves()
+    {
+        QVERIFY(near(expectedCombination(combinationForms().at(0)), {0.35, 0.65, 2.65, 0.0}, 1e-8));
+    }
+
+    void spectraWithLinesOfTheirOwnMoveTheFractions()
+    {
+        // from normal equations over the same points, apart from this program
+        QVERIFY(near(expectedCombination(combinationForms().at(1)),
+                     {0.3967273, 0.2987123, 0.2030649, 0.1014955, 2.5019257, 4.64e-06}, 1e-7));
+    }
+
+    void targetThatIsAReferenceIsAllOfIt()
+    {
+        for (const CombinationForm& form : combinationForms()) {
+            std::vector<SpectrumLines> spectra = noiseFreeSpectra(form.references, nullptr);
+            spectra.push_back(spectra.at(1));
+            std::vector<double> wanted(form.references + 2, 0.0);
+            wanted.at(1) = 1.0;
+            wanted.at(form.references) = 3.0;
+            QVERIFY(near(combination(form, spectra), wanted, 1e-9));
+        }
+    }
+
+    void noiseReachesTheFractionsDilutedByTheNumberOfPoints()
+    {
+        // One point, on the rising edge where the references are some 0.5 apart,
+        // knows the fraction to 2.5e-4 / 0.5; the edge has a dozen of them.
+        const std::vector<double> sigmas = combinationErrors(combinationForms().at(0));
+        QVERIFY(std::abs(sigmas.at(0) - sigmas.at(1)) < 1e-12);
+        QVERIFY(sigmas.at(0) > 5e-4 / 12.0);
+        QVERIFY(sigmas.at(0) < 5e-4);
+        QCOMPARE(sigmas.size(), std::size_t{4});
+    }
+};
+
+QTEST_APPLESS_MAIN(TestCombinationErrors)
+#include "tst_CombinationErrors.moc"

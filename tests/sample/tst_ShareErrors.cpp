@@ -1,0 +1,196 @@
+// What the non-equivalent method has to give, and how uncertain it is: numbers
+// from the normal equations and error propagation by matrices, worked out apart
+// from this program.
+#include "ShareErrors.h"
+
+#include "SpectrumErrors.h"
+
+#include <QTest>
+
+#include <cmath>
+
+using namespace nickel;
+
+namespace
+{
+
+bool near(const std::vector<double>& values, const std::vector<double>& wanted, double tolerance)
+{
+    if (values.size() != wanted.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (!(std::abs(values[i] - wanted[i]) <= tolerance)) {
+            qWarning("value %zu is %.9f instead of %.9f", i, values[i], wanted[i]);
+            return false;
+        }
+    }
+    return true;
+}
+
+const ShareForm& formAt(int index)
+{
+    return shareForms().at(static_cast<std::size_t>(index));
+}
+
+ShareFit noiseFreeFit(const ShareForm& form)
+{
+    return {form, noiseFreeSpectra(form.references, nullptr)};
+}
+
+std::vector<double> sigmasOf(const std::vector<ExpectedError>& errors)
+{
+    std::vector<double> sigmas;
+    for (const ExpectedError& error : errors) {
+        sigmas.push_back(error.sigma);
+    }
+    return sigmas;
+}
+
+} // namespace
+
+class TestShareErrors : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void equalShapesGiveTheFractionsThemselves()
+    {
+        // 0.974884: edge jump by the lines over that of the step
+        const ShareFit fit = noiseFreeFit(formAt(0));
+        QVERIFY(near(fit.expected({0.35, 0.65, 0.0, 0.0}, 1.2),
+                     {0.35, 0.65, 2.65, 1.2 * 0.974883963}, 1e-8));
+    }
+
+    void pureCompoundIsItselfWithTheJumpOfItsLines()
+    {
+        const ShareFit fit = noiseFreeFit(formAt(2));
+        QVERIFY(near(fit.expected({0.0, 0.0, 1.0, 0.0}, 2.0),
+                     {0.0, 0.0, 1.0, 0.0, 4.0, 2.0 * 0.999948462}, 1e-8));
+        QVERIFY(near(fit.expected({0.0, 0.0, 0.0, 1.0}, 1.0),
+                     {0.0, 0.0, 0.0, 1.0, 0.0, 0.996544652}, 1e-8));
+    }
+
+    void fractionsAreWeightedWithTheJumpsOfTheLines()
+    {
+        // f_j K_j / J_j over their sum, with the three factors above
+        const ShareFit fit = noiseFreeFit(formAt(2));
+        QVERIFY(near(fit.expected({0.4, 0.3, 0.2, 0.1}, 1.2),
+                     {0.3970760, 0.2978070, 0.2036424, 0.1014746, 2.5021426, 1.1784755}, 1e-7));
+    }
+
+    void noiseFreeTargetGivesWhatIsExpected_data() { addForms(); }
+    void noiseFreeTargetGivesWhatIsExpected()
+    {
+        QFETCH(int, index);
+        const ShareForm& form = formAt(index);
+        const auto spectra = noiseFreeSpectra(form.references, &form.target);
+        const ShareFit fit(form, spectra);
+        QVERIFY(near(fit.valuesForTarget(spectra.back()),
+                     fit.expected(form.target.fractions, form.target.jump), 1e-7));
+    }
+
+    void noiseFreePixelGivesWhatIsExpected_data() { addForms(); }
+    void noiseFreePixelGivesWhatIsExpected()
+    {
+        QFETCH(int, index);
+        const ShareForm& form = formAt(index);
+        const ShareFit fit = noiseFreeFit(form);
+        for (const auto& [x, y] : {std::pair{0, 0}, std::pair{8, 12}, std::pair{20, 23}}) {
+            std::vector<double> mut;
+            for (const double energyEv : form.image.energiesEv) {
+                mut.push_back(form.image.mutAt(x, y, energyEv));
+            }
+            QVERIFY(near(fit.valuesFor(mut),
+                         fit.expected(form.image.fractionsAt(x, y), form.image.amountAt(x, y)),
+                         1e-7));
+        }
+    }
+
+    void backgroundOfThePixelGoesIntoTheBackgroundTerms_data() { addForms(); }
+    void backgroundOfThePixelGoesIntoTheBackgroundTerms()
+    {
+        QFETCH(int, index);
+        const ShareForm& form = formAt(index);
+        std::vector<double> plain;
+        std::vector<double> sloped;
+        for (const double energyEv : form.image.energiesEv) {
+            const double ratio = 8340.0 / energyEv;
+            const double background = form.victoreen
+                                          ? 0.3 * std::pow(ratio, 3) - 0.2 * std::pow(ratio, 4)
+                                          : 1e-4 * (energyEv - 8000.0);
+            plain.push_back(form.image.mutAt(3, 3, energyEv));
+            sloped.push_back(plain.back() + background);
+        }
+        const ShareFit fit = noiseFreeFit(form);
+        QVERIFY(near(fit.valuesFor(sloped), fit.valuesFor(plain), 1e-7));
+    }
+
+    void pixelErrorsAreThoseOfALinearFit_data()
+    {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<int>("x");
+        QTest::addColumn<int>("y");
+        QTest::addColumn<QList<double>>("wanted");
+        QTest::newRow("two, linear")
+            << 0 << 0 << 0 << QList<double>{0.029703, 0.029703, 0.029703, 0.009951};
+        QTest::newRow("two, Victoreen")
+            << 1 << 0 << 0 << QList<double>{0.030771, 0.030771, 0.030771, 0.009839};
+        QTest::newRow("four, linear, a corner")
+            << 2 << 0 << 0
+            << QList<double>{0.037753, 0.059419, 0.030210, 0.009631, 0.024209, 0.006369};
+        QTest::newRow("four, linear")
+            << 2 << 16 << 12
+            << QList<double>{0.019809, 0.034881, 0.019060, 0.004437, 0.014743, 0.007689};
+        QTest::newRow("four, Victoreen")
+            << 3 << 16 << 12
+            << QList<double>{0.019997, 0.035493, 0.019151, 0.004574, 0.015418, 0.007670};
+    }
+    void pixelErrorsAreThoseOfALinearFit()
+    {
+        QFETCH(int, index);
+        QFETCH(int, x);
+        QFETCH(int, y);
+        QFETCH(QList<double>, wanted);
+        const ShareForm& form = formAt(index);
+        // 5e-6: the wanted ones leave out the curvature of the shares
+        QVERIFY(near(sigmasOf(pixelErrors(form, noiseFreeFit(form), x, y)),
+                     {wanted.begin(), wanted.end()}, 5e-6));
+    }
+
+    void errorsOfSharesAndValenceBelongTogether()
+    {
+        // Two shares add up to 1, and their valences are 1 apart.
+        const std::vector<double> references = referenceErrors(formAt(0));
+        const std::vector<double> target = targetErrors(formAt(0));
+        for (const std::vector<double>& sigmas : {references, target}) {
+            QVERIFY(std::abs(sigmas.at(0) - sigmas.at(1)) < 1e-12);
+            QVERIFY(std::abs(sigmas.at(0) - sigmas.at(2)) < 1e-12);
+        }
+    }
+
+    void targetAddsItsOwnNoiseToThatOfTheReferences_data() { addForms(); }
+    void targetAddsItsOwnNoiseToThatOfTheReferences()
+    {
+        QFETCH(int, index);
+        const std::vector<double> references = referenceErrors(formAt(index));
+        const std::vector<double> target = targetErrors(formAt(index));
+        for (std::size_t k = 0; k < target.size(); ++k) {
+            QVERIFY(references.at(k) > 0.0);
+            QVERIFY(target.at(k) > references.at(k));
+            QVERIFY(target.at(k) < 4.0 * references.at(k));
+        }
+    }
+
+private:
+    static void addForms()
+    {
+        QTest::addColumn<int>("index");
+        for (int i = 0; i < 4; ++i) {
+            QTest::newRow(formAt(i).name) << i;
+        }
+    }
+};
+
+QTEST_APPLESS_MAIN(TestShareErrors)
+#include "tst_ShareErrors.moc"
