@@ -3,8 +3,10 @@
 // With a display the windows stay open; without one it runs off screen. Either
 // way it writes the result maps into out/ and says how near they come to the
 // truth; the exit status is 0 when all of them are within their bounds.
+#include "CombinationErrors.h"
 #include "MapErrors.h"
 #include "SampleRun.h"
+#include "ShareErrors.h"
 
 #include "app/Body.h"
 #include "panel/FourPs.h"
@@ -26,27 +28,31 @@ bool hasDisplay()
            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
-void print(const FormOutcome& outcome)
+bool report(const SampleOutcome& outcome)
 {
-    std::printf("\n%s: %s\n", qPrintable(outcome.form), outcome.isGood() ? "good" : "OFF");
-    std::printf("  %-40s %10s %10s\n", "", "measured", "bound");
-    for (const SampleCheck& check : outcome.checks) {
-        std::printf("  %-40s %10.4f %10.4f%s\n", qPrintable(check.what), check.measured,
-                    check.bound, check.isGood() ? "" : "  OFF");
-    }
-    std::printf("  result map: %s%s\n", qPrintable(outcome.resultPath),
-                outcome.written ? "" : "  NOT WRITTEN");
+    outcome.print();
+    return outcome.isGood();
 }
 
-bool runAllForms(SampleRun& run)
+/// All methods: the one that the program starts with, the fit beside it, and
+/// the four-points family. Ends where it began.
+bool runAllMethods(SampleRun& run)
 {
+    const auto& shares = nickel::shareForms();
     bool good = true;
     run.load();
-    for (const nickel::MapForm& form : nickel::mapForms()) {
-        const FormOutcome outcome = run.calculate(form);
-        print(outcome);
-        good = good && outcome.isGood();
+    for (const nickel::CombinationForm& fit : nickel::combinationForms()) {
+        for (const nickel::ShareForm& form : shares) {
+            if (form.references == fit.references) {
+                good &= report(run.calculate(form));
+            }
+        }
+        good &= report(run.calculate(fit));
     }
+    for (const nickel::MapForm& form : nickel::mapForms()) {
+        good &= report(run.calculate(form));
+    }
+    run.restart();
     std::printf("\n%s\n", good ? "All results are within the bounds that the noise allows."
                                : "Some results are further off than the noise allows.");
     std::fflush(stdout);
@@ -81,7 +87,7 @@ int main(int argc, char** argv)
         return EXIT_FAILURE;
     }
     SampleRun run(*panel, QDir(arguments.at(1)), QDir(output));
-    const bool good = runAllForms(run);
+    const bool good = runAllMethods(run);
     if (display) {
         QApplication::exec();
     }

@@ -1,7 +1,10 @@
 #include "SampleRun.h"
 
+#include "CombinationErrors.h"
 #include "ErrorStatistics.h"
 #include "MapErrors.h"
+#include "ShareErrors.h"
+#include "SpectrumErrors.h"
 
 #include "panel/FourPs.h"
 #include "rows/AEPoint.h"
@@ -11,22 +14,24 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QRegularExpression>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <numeric>
 
 namespace
 {
 
-// What the noise of the spectra themselves may add, four standard deviations;
-// examples/nickel/README.md derives them.
-constexpr double referenceTermFraction = 0.003;
-constexpr double referenceTermThickness = 0.0012; // of the thickness
-constexpr double targetTermFraction = 0.0045;
+// What the noise of the spectra themselves adds to a result of the four-points
+// family; examples/nickel/README.md derives them.
+constexpr double referenceSigmaFraction = 0.00075;
+constexpr double referenceSigmaThickness = 0.0003; // of the thickness
+constexpr double targetSigmaFraction = 0.0011;
 
-constexpr double rmsBound = 1.15;  // in expected standard deviations
-constexpr double worstBound = 6.0; // in expected standard deviations
-constexpr double meanSigmas = 4.0;
+constexpr double targetSigmas = 4.0;
+constexpr double fitDigit = 0.0005; // half of the last digit in the line of the fit
 
 /// Makes an empty file where there is none: the panel updates a histogram file
 /// only when it is already there.
@@ -36,24 +41,39 @@ void touch(const QString& path)
     file.open(QIODevice::Append);
 }
 
-QList<SampleCheck> checksOf(const QString& quantity, const nickel::ErrorStatistics& statistics,
-                            double referenceTerm)
+QString nameOf(std::size_t compound)
 {
-    return {
-        {quantity + QStringLiteral(": rms error / expected"), statistics.rms(), rmsBound},
-        {quantity + QStringLiteral(": worst error / expected"), statistics.worst(), worstBound},
-        {quantity + QStringLiteral(": mean error"), std::abs(statistics.meanError()),
-         meanSigmas * statistics.meanSigma() + referenceTerm},
-    };
+    return QString::fromLatin1(nickel::compounds()[compound].name);
+}
+
+double valenceOf(const nickel::Fractions& fractions)
+{
+    double valence = 0.0;
+    for (std::size_t i = 0; i < fractions.size(); ++i) {
+        valence += fractions.at(i) * nickel::compounds()[i].valence;
+    }
+    return valence;
+}
+
+std::vector<std::size_t> rowsOf(const nickel::Image& image)
+{
+    std::vector<std::size_t> rows(image.energiesEv.size());
+    std::iota(rows.begin(), rows.end(), std::size_t{0});
+    return rows;
+}
+
+/// The numbers of a result line, in order.
+QList<double> numbersIn(const QString& line)
+{
+    static const QRegularExpression number(QStringLiteral("-?\\d+\\.\\d+|nan|inf"));
+    QList<double> numbers;
+    for (auto match = number.globalMatch(line); match.hasNext();) {
+        numbers << match.next().captured().toDouble();
+    }
+    return numbers;
 }
 
 } // namespace
-
-bool FormOutcome::isGood() const
-{
-    return written && std::all_of(checks.begin(), checks.end(),
-                                  [](const SampleCheck& check) { return check.isGood(); });
-}
 
 SampleRun::SampleRun(FourPs& fourPs, const QDir& sampleFolder, const QDir& outputFolder)
     : panel(fourPs)
@@ -64,20 +84,12 @@ SampleRun::SampleRun(FourPs& fourPs, const QDir& sampleFolder, const QDir& outpu
 
 void SampleRun::load()
 {
-    panel.ui.radioButton->click(); // "multi points": the four-points family
     loadReferences();
-
     // Each reference has proposed an edge of its own, so the common one comes
     // after them; and the target after that, since a change of edge leaves the
     // target's column as it was.
     typeInto(panel.ui.EdgeE, QString::number(nickel::edgeEv));
-    panel.XafsFiles.last()->AFileSelect::newFile(sample.filePath(QStringLiteral("target.dat")));
-
-    QStringList maps;
-    for (const double energyEv : nickel::mapEnergiesEv) {
-        maps << sample.filePath(QString::fromStdString(nickel::mapFileName(energyEv)));
-    }
-    panel.MultiFiles->newFiles(maps);
+    loadFiles(nickel::imageOfTwo(), nickel::targetOfTwo());
 }
 
 void SampleRun::loadReferences()
@@ -91,24 +103,161 @@ void SampleRun::loadReferences()
     }
 }
 
+void SampleRun::loadFiles(const nickel::Image& image, const nickel::Target& target)
+{
+    if (loaded == &image) {
+        return;
+    }
+    loaded = &image;
+    panel.XafsFiles.last()->AFileSelect::newFile(
+        sample.filePath(QString::fromLatin1(target.fileName)));
+    QStringList maps;
+    for (const double energyEv : image.energiesEv) {
+        maps << sample.filePath(QString::fromStdString(image.fileName(energyEv)));
+    }
+    panel.MultiFiles->newFiles(maps);
+    useRows(rowsOf(image));
+}
+
 void SampleRun::typeInto(QLineEdit* field, const QString& text)
 {
     field->setText(text);
     Q_EMIT field->editingFinished();
 }
 
-FormOutcome SampleRun::calculate(const nickel::MapForm& form)
+void SampleRun::turn(QAbstractButton* button, bool on)
 {
-    chooseSolver(form);
-    chooseRows(form);
+    if (button->isChecked() != on) {
+        button->click();
+    }
+}
+
+void SampleRun::useReferences(std::size_t count)
+{
+    for (qsizetype i = 0; i < panel.Refs.RefRows.size(); ++i) {
+        turn(panel.Refs.RefRows.at(i)->UseCB, static_cast<std::size_t>(i) < count);
+    }
+}
+
+void SampleRun::useRows(const std::vector<std::size_t>& rows)
+{
+    for (qsizetype i = 0; i < panel.EPoints.size(); ++i) {
+        turn(panel.EPoints.at(i)->UseCB,
+             std::find(rows.begin(), rows.end(), static_cast<std::size_t>(i)) != rows.end());
+    }
+}
+
+void SampleRun::recordShares(std::size_t count)
+{
+    const std::array<QAbstractButton*, 4> boxes = {panel.ui.RecRatio1, panel.ui.RecRatio2,
+                                                   panel.ui.RecRatio3, panel.ui.RecRatio4};
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        turn(boxes.at(i), i < count);
+    }
+}
+
+/// A calculation that is refused must not show the results of the one before.
+void SampleRun::clearResults()
+{
+    for (const ARefFile* row : std::as_const(panel.Refs.RefRows)) {
+        row->RatioDisp->clear();
+        row->AmountDisp->clear();
+    }
+    panel.ui.TargetDMut->clear();
+    panel.ui.CalcRes->clear();
+    panel.ui.LCFRes->clear();
+}
+
+SampleOutcome SampleRun::calculate(const nickel::ShareForm& form)
+{
+    panel.ui.TypeNonEquiv->click();
+    loadFiles(form.image, form.target);
+    useReferences(form.references);
+    (form.victoreen ? panel.ui.NonEquivBGVic : panel.ui.NonEquivBGLinear)->click();
+    clearResults();
     panel.ui.CalcTargetB->click();
 
-    FormOutcome outcome;
-    outcome.form = QString::fromLatin1(form.name);
+    SampleOutcome outcome;
+    outcome.title = QStringLiteral("Non-equivalent method, ") + QLatin1String(form.name);
+    outcome.line = panel.ui.CalcRes->text();
+    outcome.target = checkTarget(form);
+    recordShares(form.references);
     outcome.resultPath = output.filePath(QString::fromLatin1(form.fileName));
-    outcome.written = write(outcome.resultPath);
-    outcome.checks = checkTarget() + checkMap(form);
+    outcome.written = write(outcome.resultPath) && isComplete(form.image);
+    if (outcome.written) {
+        outcome.map = checkMap(form);
+    }
     return outcome;
+}
+
+SampleOutcome SampleRun::calculate(const nickel::CombinationForm& form)
+{
+    useReferences(form.references);
+    for (qsizetype i = 0; i < panel.EPoints.size(); ++i) {
+        const double energyEv = loaded->energiesEv.size() > static_cast<std::size_t>(i)
+                                    ? loaded->energiesEv.at(static_cast<std::size_t>(i))
+                                    : 0.0;
+        turn(panel.EPoints.at(i)->LCFCB, energyEv == form.lowestEv || energyEv == form.highestEv);
+    }
+    clearResults();
+    panel.ui.LCFB->click();
+
+    SampleOutcome outcome;
+    outcome.title = QStringLiteral("Linear combination fit, ") + QLatin1String(form.name);
+    outcome.line = panel.ui.LCFRes->text();
+    const QList<double> results = numbersIn(outcome.line);
+    const std::vector<double> expected = nickel::expectedCombination(form);
+    const std::vector<double> sigmas = nickel::combinationErrors(form);
+    for (std::size_t k = 0; k < expected.size(); ++k) {
+        const bool fraction = k < form.references;
+        const bool valence = k == form.references;
+        outcome.target << TargetCheck{fraction  ? QStringLiteral("fraction of ") + nameOf(k)
+                                      : valence ? QStringLiteral("valence")
+                                                : QStringLiteral("constant"),
+                                      fraction  ? form.target.fractions.at(k)
+                                      : valence ? valenceOf(form.target.fractions)
+                                                : 0.0,
+                                      expected[k],
+                                      results.value(static_cast<qsizetype>(k), std::nan("")),
+                                      targetSigmas * sigmas[k] + fitDigit};
+    }
+    return outcome;
+}
+
+SampleOutcome SampleRun::calculate(const nickel::MapForm& form)
+{
+    panel.ui.radioButton->click(); // "multi points": the four-points family
+    loadFiles(nickel::imageOfTwo(), nickel::targetOfTwo());
+    useReferences(2);
+    chooseSolver(form);
+    std::vector<std::size_t> rows = form.rows;
+    rows.push_back(nickel::vPoint); // marked as such from the start
+    useRows(rows);
+    clearResults();
+    panel.ui.CalcTargetB->click();
+
+    SampleOutcome outcome;
+    outcome.title = QStringLiteral("Four-points family, ") + QLatin1String(form.name);
+    outcome.line = panel.ui.CalcRes->text();
+    outcome.target = {{QStringLiteral("a, part of ") + nameOf(nickel::niII), nickel::targetFraction,
+                       nickel::targetFraction, panel.TargetV, targetSigmas * targetSigmaFraction}};
+    outcome.resultPath = output.filePath(QString::fromLatin1(form.fileName));
+    outcome.written = write(outcome.resultPath) && isComplete(nickel::imageOfTwo());
+    if (outcome.written) {
+        outcome.map = checkMap(form);
+    }
+    return outcome;
+}
+
+void SampleRun::restart()
+{
+    panel.ui.TypeNonEquiv->click();
+    panel.ui.NonEquivBGLinear->click();
+    loadFiles(nickel::imageOfTwo(), nickel::targetOfTwo());
+    useReferences(2);
+    useRows(rowsOf(nickel::imageOfTwo()));
+    recordShares(0);
+    panel.calcBoth();
 }
 
 void SampleRun::chooseSolver(const nickel::MapForm& form)
@@ -118,22 +267,6 @@ void SampleRun::chooseSolver(const nickel::MapForm& form)
     (exact ? panel.ui.TypeTMKisExact : panel.ui.TypeTMKisLS)->setChecked(true);
 }
 
-void SampleRun::chooseRows(const nickel::MapForm& form)
-{
-    for (qsizetype i = 0; i < panel.EPoints.size(); ++i) {
-        const auto row = static_cast<std::size_t>(i);
-        const bool wanted = row == nickel::vPoint ||
-                            std::find(form.rows.begin(), form.rows.end(), row) != form.rows.end();
-        AEPoint* point = panel.EPoints.at(i);
-        if (point->UseCB->isChecked() != wanted) {
-            point->UseCB->click();
-        }
-        if (point->VPointCB->isChecked() != (row == nickel::vPoint)) {
-            point->VPointCB->click();
-        }
-    }
-}
-
 bool SampleRun::write(const QString& path)
 {
     const QFileInfo info(path);
@@ -141,30 +274,85 @@ bool SampleRun::write(const QString& path)
     for (const char* histogram : {"_HGAlpha.", "_HGThick."}) {
         touch(output.filePath(info.completeBaseName() + QLatin1String(histogram) + info.suffix()));
     }
+    panel.BaseData.rows.clear(); // so that a refused calculation leaves nothing to write
     panel.ui.SaveFSelect->newFile(path);
     panel.ui.WriteB->click();
     return QFileInfo(path).size() > 0;
 }
 
-QList<SampleCheck> SampleRun::checkTarget() const
-{
-    return {{QStringLiteral("target: error of the Ni(II) fraction"),
-             std::abs(panel.TargetV - nickel::targetFraction), targetTermFraction}};
-}
-
-QList<SampleCheck> SampleRun::checkMap(const nickel::MapForm& form) const
+bool SampleRun::isComplete(const nickel::Image& image) const
 {
     const A2DData& result = panel.BaseData;
-    const bool complete = result.xNum == nickel::mapWidth && result.yNum == nickel::mapHeight &&
-                          result.rows.size() == nickel::mapWidth * nickel::mapHeight;
-    if (!complete) {
-        return {{QStringLiteral("map: pixels missing"), 1.0, 0.0}};
+    return result.xNum == image.width && result.yNum == image.height &&
+           result.rows.size() == image.width * image.height;
+}
+
+QList<TargetCheck> SampleRun::checkTarget(const nickel::ShareForm& form) const
+{
+    const nickel::Target& target = form.target;
+    const nickel::ShareFit fit(form, nickel::noiseFreeSpectra(form.references, nullptr));
+    const nickel::ShareValues expected = fit.expected(target.fractions, target.jump);
+    const std::vector<double> sigmas = nickel::targetErrors(form);
+    QList<TargetCheck> checks;
+    for (std::size_t j = 0; j < form.references; ++j) {
+        const ARefFile* row = panel.Refs.RefRows.at(static_cast<qsizetype>(j));
+        bool isNumber = false;
+        const double share = row->RatioDisp->text().toDouble(&isNumber);
+        checks << TargetCheck{QStringLiteral("share of ") + nameOf(j), target.fractions.at(j),
+                              expected[j], isNumber ? share : std::nan(""),
+                              targetSigmas * sigmas[j]};
     }
+    checks << TargetCheck{QStringLiteral("valence"), valenceOf(target.fractions),
+                          expected[form.references], panel.TargetT,
+                          targetSigmas * sigmas[form.references]};
+    checks << TargetCheck{QStringLiteral("amount dMut"), target.jump, expected.back(),
+                          panel.ui.TargetDMut->text().toDouble(), targetSigmas * sigmas.back()};
+    return checks;
+}
+
+QList<MapCheck> SampleRun::checkMap(const nickel::ShareForm& form) const
+{
+    const nickel::Image& image = form.image;
+    const nickel::ShareFit fit(form, nickel::noiseFreeSpectra(form.references, nullptr));
+    const std::size_t quantities = form.references + 2;
+    std::vector<nickel::ErrorStatistics> statistics(quantities);
+    for (int y = 0; y < image.height; ++y) {
+        for (int x = 0; x < image.width; ++x) {
+            const A2DRow& pixel = panel.BaseData.rows.at(y * image.width + x);
+            const nickel::ShareValues expected =
+                fit.expected(image.fractionsAt(x, y), image.amountAt(x, y));
+            const auto errors = nickel::pixelErrors(form, fit, x, y);
+            for (std::size_t k = 0; k < quantities; ++k) {
+                // Shares come first in the panel's list, valence and total last.
+                const qsizetype place =
+                    k < form.references
+                        ? static_cast<qsizetype>(k)
+                        : pixel.values.size() - static_cast<qsizetype>(quantities - k);
+                // The amount as a part of the true one.
+                const double unit = k + 1 == quantities ? expected[k] : 1.0;
+                statistics[k].add((pixel.values.value(place, std::nan("")) - expected[k]) / unit,
+                                  errors[k].sigma / unit, errors[k].bias / unit);
+            }
+        }
+    }
+    const std::vector<double> common = nickel::referenceErrors(form);
+    QList<MapCheck> checks;
+    for (std::size_t k = 0; k < quantities; ++k) {
+        const QString what = k < form.references    ? QStringLiteral("share of ") + nameOf(k)
+                             : k == form.references ? QStringLiteral("valence")
+                                                    : QStringLiteral("amount dMut");
+        checks << MapCheck(what, statistics[k], common[k]);
+    }
+    return checks;
+}
+
+QList<MapCheck> SampleRun::checkMap(const nickel::MapForm& form) const
+{
     nickel::ErrorStatistics valence;
     nickel::ErrorStatistics thickness;
     for (int y = 0; y < nickel::mapHeight; ++y) {
         for (int x = 0; x < nickel::mapWidth; ++x) {
-            const A2DRow& pixel = result.rows.at(y * nickel::mapWidth + x);
+            const A2DRow& pixel = panel.BaseData.rows.at(y * nickel::mapWidth + x);
             const nickel::ExpectedErrors expected = nickel::expectedErrors(form, x, y);
             // Between valences 2 and 3 an error of the fraction is one of the
             // valence.
@@ -175,6 +363,6 @@ QList<SampleCheck> SampleRun::checkMap(const nickel::MapForm& form) const
                           expected.jump.bias / jump);
         }
     }
-    return checksOf(QStringLiteral("valence"), valence, referenceTermFraction) +
-           checksOf(QStringLiteral("thickness"), thickness, referenceTermThickness);
+    return {{QStringLiteral("valence"), valence, referenceSigmaFraction},
+            {QStringLiteral("thickness"), thickness, referenceSigmaThickness}};
 }

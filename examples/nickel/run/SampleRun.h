@@ -1,37 +1,26 @@
 // Works aelk's panel on the nickel sample, as a user's hand would.
 #pragma once
 
+#include "SampleOutcome.h"
+
 #include <QDir>
 #include <QList>
 #include <QString>
 
+#include <vector>
+
 class FourPs;
+class QAbstractButton;
 class QLineEdit;
 
 namespace nickel
 {
+struct CombinationForm;
+struct Image;
 struct MapForm;
-}
-
-/// One number of the report: how far off, and how far off is allowed.
-struct SampleCheck {
-    QString what;
-    double measured = 0.0;
-    double bound = 0.0;
-
-    /// False also for NaN.
-    bool isGood() const { return measured <= bound; }
-};
-
-/// What came of one form of the four-points family.
-struct FormOutcome {
-    QString form;
-    QString resultPath; ///< where the result map was to be written
-    bool written = false;
-    QList<SampleCheck> checks;
-
-    bool isGood() const;
-};
+struct ShareForm;
+struct Target;
+} // namespace nickel
 
 /// Loads the sample through the rows' own slots, calculates, writes result maps
 /// and compares them with what the sample is made of.
@@ -43,24 +32,45 @@ public:
     /// @param output existing folder for the result maps
     SampleRun(FourPs& panel, const QDir& sample, const QDir& output);
 
-    /// Names all files to the rows, and sets valences and edge. A file that is
-    /// not there leaves its row empty; the checks then fail.
+    /// Names the references, the first target and the first maps to the rows,
+    /// and sets valences and edge. A file that is not there leaves its row
+    /// empty; the checks then fail.
     void load();
 
-    /// Chooses the rows of @p form, calculates target and maps, writes the
-    /// result map and both histograms, and compares.
-    FormOutcome calculate(const nickel::MapForm& form);
+    /// Calculates target and maps by the non-equivalent method, with the
+    /// references, files and background of @p form, writes the result map and
+    /// both histograms, and compares.
+    SampleOutcome calculate(const nickel::ShareForm& form);
+
+    /// Fits the target of @p form and compares.
+    SampleOutcome calculate(const nickel::CombinationForm& form);
+
+    /// The same by a form of the four-points family; the first two references
+    /// and the first files have to be in use.
+    SampleOutcome calculate(const nickel::MapForm& form);
+
+    /// Back to the first files, two references and the method that the program
+    /// starts with.
+    void restart();
 
 private:
     void loadReferences();
+    void loadFiles(const nickel::Image& image, const nickel::Target& target);
     void typeInto(QLineEdit* field, const QString& text);
-    void chooseRows(const nickel::MapForm& form);
+    void turn(QAbstractButton* button, bool on);
+    void useReferences(std::size_t count);
+    void useRows(const std::vector<std::size_t>& rows);
+    void recordShares(std::size_t count);
     void chooseSolver(const nickel::MapForm& form);
+    void clearResults();
     bool write(const QString& path);
-    QList<SampleCheck> checkTarget() const;
-    QList<SampleCheck> checkMap(const nickel::MapForm& form) const;
+    QList<TargetCheck> checkTarget(const nickel::ShareForm& form) const;
+    QList<MapCheck> checkMap(const nickel::ShareForm& form) const;
+    QList<MapCheck> checkMap(const nickel::MapForm& form) const;
+    bool isComplete(const nickel::Image& image) const;
 
     FourPs& panel;
     QDir sample;
     QDir output;
+    const nickel::Image* loaded = nullptr; ///< the image in the rows
 };
