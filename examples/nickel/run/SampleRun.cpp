@@ -284,7 +284,7 @@ bool SampleRun::isComplete(const nickel::Image& image) const
 {
     const A2DData& result = panel.BaseData;
     return result.xNum == image.width && result.yNum == image.height &&
-           result.rows.size() == image.width * image.height;
+           result.rows.size() == qsizetype{image.width} * image.height;
 }
 
 QList<TargetCheck> SampleRun::checkTarget(const nickel::ShareForm& form) const

@@ -109,6 +109,7 @@ ShareValues ShareFit::expected(const Fractions& fractions, double jump) const
 ShareValues ShareFit::valuesForTarget(const SpectrumLines& target) const
 {
     std::vector<double> mut;
+    mut.reserve(energiesEv.size());
     for (const double energyEv : energiesEv) {
         mut.push_back(target.abovePre(scanIndex(energyEv)));
     }
@@ -119,6 +120,7 @@ std::vector<ExpectedError> pixelErrors(const ShareForm& form, const ShareFit& fi
 {
     const std::vector<double> mut = pixelValues(form.image, x, y);
     std::vector<double> sigmas;
+    sigmas.reserve(mut.size());
     for (const double value : mut) {
         sigmas.push_back(countingSigma(value, pixelPhotons));
     }
