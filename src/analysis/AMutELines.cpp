@@ -11,9 +11,6 @@ double valueOf(const VictoreenLine& line, double energyEv)
     return (line.b * L + line.a) * L * L * L + line.c;
 }
 
-/// Presentation of a spectrum: between the pre-edge and the post-edge line.
-constexpr int normalisedByLines = 4;
-
 /// The straight line through (e0, v0) and (e1, v1) at @p E.
 double interpolated(double e0, double v0, double e1, double v1, double E)
 {
@@ -131,7 +128,7 @@ double AMutE::findEdge() const
 
 double AMutE::mutAt(double E) const
 {
-    return valueAt(0, E);
+    return valueAt(raw, E);
 }
 
 double AMutE::value(int kind, int i) const
@@ -142,15 +139,15 @@ double AMutE::value(int kind, int i) const
     const double e = workingEnergy(i);
     const double m = points.at(i).mut;
     switch (kind) {
-    case 0:
+    case raw:
         return m;
-    case 1:
+    case lessPreEdge:
         return m - preValue(e);
-    case 2:
+    case lessPostEdge:
         return m - postValue(e);
-    case 3:
+    case byEdgeJump:
         return (m - preValue(e)) / edgeJump();
-    case 4:
+    case normalisedByLines:
         return (m - preValue(e)) / (postValue(e) - preValue(e));
     default:
         return 0.0;

@@ -30,7 +30,7 @@ analysis::NeqInputs FourPs::neqPrepare(const QList<analysis::PointState>& points
 void FourPs::targetNEQ(bool victoreen, const QList<analysis::PointState>& points,
                        const analysis::ReferenceSet& refs)
 {
-    if (!areSpectraValid(refs)) {
+    if (!usedSpectraMayRun(refs)) {
         return;
     }
     const analysis::NeqInputs inputs = neqPrepare(points, refs);
@@ -51,7 +51,7 @@ void FourPs::targetNEQ(bool victoreen, const QList<analysis::PointState>& points
 
 // The general checks ask for the first two references alone. One without a
 // spectrum further down would pass as a spectrum of zeros.
-bool FourPs::areSpectraValid(const analysis::ReferenceSet& refs)
+bool FourPs::usedSpectraMayRun(const analysis::ReferenceSet& refs)
 {
     for (int k = 0; k < refs.validCount(); ++k) {
         if (!refs.used(k)->valid) {

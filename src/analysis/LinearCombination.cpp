@@ -2,6 +2,8 @@
 
 #include "analysis/SmallMatrix.h"
 
+#include <QtGlobal>
+
 #include <algorithm>
 
 namespace analysis
@@ -29,8 +31,8 @@ void LinearCombination::factorise()
             }
         }
     }
-    std::array<Row, maxUnknowns> l;
-    std::array<Row, maxUnknowns> u;
+    std::array<Row, maxUnknowns> l{};
+    std::array<Row, maxUnknowns> u{};
     std::array<double*, maxUnknowns> matrixRows;
     std::array<double*, maxUnknowns> lRows;
     std::array<double*, maxUnknowns> uRows;
@@ -49,7 +51,7 @@ void LinearCombination::factorise()
 }
 
 template <std::size_t N>
-LinearCombination::Row LinearCombination::solve(const double* values) const
+LinearCombination::Row LinearCombination::solve(std::span<const double> values) const
 {
     std::array<double, N> right{};
     for (std::size_t row = 0; row < m_basis.size(); ++row) {
@@ -67,9 +69,10 @@ LinearCombination::Row LinearCombination::solve(const double* values) const
             x[k] -= x[i] * m_lower[k][i];
         }
     }
-    for (std::size_t i = N; i-- > 0;) {
+    for (std::size_t step = 0; step < N; ++step) {
+        const std::size_t i = N - 1 - step;
         x[i] /= m_upper[i][i];
-        for (std::size_t k = i; k-- > 0;) {
+        for (std::size_t k = 0; k < i; ++k) {
             x[k] -= x[i] * m_upper[k][i];
         }
     }
@@ -81,8 +84,9 @@ LinearCombination::Row LinearCombination::solve(const double* values) const
 // The sizes are told apart here so that the loops over the unknowns unroll: a
 // map calculation solves once per pixel.
 std::array<double, LinearCombination::maxUnknowns>
-LinearCombination::coefficients(const double* values) const
+LinearCombination::coefficients(std::span<const double> values) const
 {
+    Q_ASSERT(values.size() >= m_basis.size());
     switch (m_unknowns) {
     case 1:
         return solve<1>(values);

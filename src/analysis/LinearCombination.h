@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace analysis
@@ -13,10 +14,12 @@ namespace analysis
 /// values, by the normal equations.
 ///
 /// The matrix depends on the basis alone, so it is built and factorised once,
-/// and a solve for other values costs the right side and two substitutions.
+/// and a solve for other values costs the right side and two substitutions
+/// (solveFixed() serves fits whose matrix changes with the values).
 /// Equal to the last bit (all NaN taken as equal) to a matrix built, factorised
-/// and solved afresh with SmallMatrix for each set of values: a singular basis
-/// gives infinities or NaN, and no error.
+/// and solved afresh with SmallMatrix for each set of values: a singular basis,
+/// also one with fewer rows than unknowns, gives infinities or NaN, and no
+/// error.
 class LinearCombination
 {
 public:
@@ -27,11 +30,10 @@ public:
     ///                  row for each value that will be fitted
     LinearCombination(int unknowns, const std::vector<double>& basis);
 
-    int unknowns() const { return m_unknowns; }
-
-    /// The coefficients for @p values, one for each row of the basis: as many
-    /// as there are unknowns, and zeros behind them.
-    std::array<double, maxUnknowns> coefficients(const double* values) const;
+    /// The coefficients for @p values: as many as there are unknowns, and zeros
+    /// behind them.
+    /// @pre a value for each row of the basis
+    std::array<double, maxUnknowns> coefficients(std::span<const double> values) const;
 
 private:
     using Row = std::array<double, maxUnknowns>;
@@ -39,7 +41,7 @@ private:
     void factorise();
 
     template <std::size_t N>
-    Row solve(const double* values) const;
+    Row solve(std::span<const double> values) const;
 
     int m_unknowns = 0;
     std::vector<Row> m_basis;

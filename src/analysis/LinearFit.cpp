@@ -4,6 +4,8 @@
 #include "analysis/RowCollection.h"
 
 #include <algorithm>
+#include <array>
+#include <vector>
 
 namespace analysis
 {
@@ -29,7 +31,7 @@ KeptPoints pointsInside(const AMutE& target, const FitRange& range)
         if (e >= range.lowest && e <= range.highest) {
             kept.angles.append(point.angle);
             kept.energies.append(e);
-            kept.y.push_back(target.value(4, i));
+            kept.y.push_back(target.value(AMutE::normalisedByLines, i));
         }
     }
     return kept;
@@ -87,7 +89,7 @@ LinearFit fitLinearCombination(const AMutE& target, const QList<const AMutE*>& r
     }
     const auto count = static_cast<int>(refValues.size());
     const LinearCombination combination(count + 1, basis);
-    const auto solution = combination.coefficients(kept.y.data());
+    const auto solution = combination.coefficients(kept.y);
 
     LinearFit fit;
     double sum = 0.0;

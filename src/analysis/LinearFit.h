@@ -37,8 +37,9 @@ struct LinearFit {
 /// spectra normalised by their two lines: least squares by the normal
 /// equations.
 ///
-/// @param references  one to four spectra; more are left out
-/// @param valences    of the references
+/// @param references  one to four spectra; more are left out. One with fewer
+///                    than two points counts as 0.0 throughout.
+/// @param valences    of the references; a missing one counts as 0
 ///
 /// The valence is that of the coefficients as they are and not divided by
 /// their sum, unlike the fractions: both stay comparable with earlier data, and

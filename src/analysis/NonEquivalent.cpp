@@ -12,13 +12,12 @@ namespace analysis
 namespace
 {
 
-// Presentation of a spectrum: 1 is less the pre-edge line, 2 the post-edge line.
 int kindOf(bool subPost)
 {
-    return subPost ? 2 : 1;
+    return subPost ? AMutE::lessPostEdge : AMutE::lessPreEdge;
 }
 
-int shortest(const QList<QList<double>>& refValues, const QList<double>& energies)
+int commonRows(const QList<QList<double>>& refValues, const QList<double>& energies)
 {
     qsizetype rows = energies.size();
     for (const QList<double>& values : refValues) {
@@ -60,13 +59,14 @@ NeqInputs neqPrepare(const QList<PointState>& points, const ReferenceSet& refere
                      const QList<const AMutE*>& spectra, bool subPost)
 {
     NeqInputs inputs;
-    inputs.refValues.resize(spectra.size());
+    const int count = std::min(references.validCount(), static_cast<int>(spectra.size()));
+    inputs.refValues.resize(count);
     for (int i = 0; i < points.size(); ++i) {
         if (!points.at(i).used) {
             continue;
         }
         const double E = points.at(i).energy;
-        for (qsizetype j = 0; j < spectra.size(); ++j) {
+        for (int j = 0; j < count; ++j) {
             inputs.refValues[j].append(spectra.at(j)->valueAt(kindOf(subPost), E));
         }
         inputs.energies.append(E);
@@ -74,7 +74,7 @@ NeqInputs neqPrepare(const QList<PointState>& points, const ReferenceSet& refere
     }
     inputs.jumpSum = references.totalJump();
     inputs.valences = references.usedValences();
-    for (int j = 0; j < spectra.size(); ++j) {
+    for (int j = 0; j < count; ++j) {
         inputs.weights.append(references.used(j)->edgeJump / inputs.jumpSum);
     }
     if (!inputs.rowIndices.isEmpty()) {
@@ -96,7 +96,7 @@ NeqFit::NeqFit(bool victoreen, const QList<QList<double>>& refValues, const QLis
                const QList<double>& weights)
     : m_victoreen(victoreen)
     , m_references(referencesOf(refValues))
-    , m_rows(shortest(refValues, energies))
+    , m_rows(commonRows(refValues, energies))
     , m_weights(weights)
     , m_fit(m_references + (victoreen ? 3 : 2),
             basisOf(victoreen, refValues, m_references, energies, m_rows))
@@ -104,19 +104,19 @@ NeqFit::NeqFit(bool victoreen, const QList<QList<double>>& refValues, const QLis
     m_weights.resize(m_references);
 }
 
-double NeqFit::solve(const double* t, double* out) const
+double NeqFit::solve(std::span<const double> t, std::span<double, neq::count> out) const
 {
     const std::array<double, LinearCombination::maxUnknowns> x = m_fit.coefficients(t);
     const auto background = static_cast<std::size_t>(m_references);
-    std::fill_n(out, neq::count, 0.0);
+    std::fill(out.begin(), out.end(), 0.0);
     double sum = 0.0;
-    for (int i = 0; i < m_references; ++i) {
-        out[i] = x[static_cast<std::size_t>(i)] * m_weights.at(i);
+    for (std::size_t i = 0; i < background; ++i) {
+        out[i] = x[i] * m_weights.at(static_cast<qsizetype>(i));
         sum += out[i];
     }
     // Places without a reference too: with a sum of 0 or NaN they show it.
-    for (int i = 0; i < neq::references; ++i) {
-        out[i] /= sum;
+    for (double& share : out.first<neq::references>()) {
+        share /= sum;
     }
     out[neq::mut0] = x[background];
     out[neq::c1] = x[background + 1];
@@ -131,7 +131,7 @@ void neqSolve(bool victoreen, const QList<double>& T, const QList<QList<double>>
     const NeqFit fit(victoreen, refValues, energies.first(std::min(T.size(), energies.size())),
                      weights);
     out.resize(neq::count);
-    *sum = fit.solve(T.constData(), out.data());
+    *sum = fit.solve(T, std::span<double, neq::count>(out));
 }
 
 double neqValence(const QList<double>& out, const QList<double>& valences)

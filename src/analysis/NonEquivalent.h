@@ -6,6 +6,8 @@
 
 #include <QList>
 
+#include <span>
+
 class AMutE;
 
 namespace analysis
@@ -45,31 +47,34 @@ struct NeqInputs {
 /// Gathers the references at all used rows.
 ///
 /// @param spectra  the spectra of the first n used references, n being the
-///                 number of used and valid ones
+///                 number of used and valid ones; a surplus is left out
 /// @param subPost  take the post-edge line off, instead of the pre-edge line
 NeqInputs neqPrepare(const QList<PointState>& points, const ReferenceSet& references,
                      const QList<const AMutE*>& spectra, bool subPost);
 
-/// A target spectrum's mut at each of @p energies (eV), with a line taken off.
+/// A target spectrum's mut at each of @p energies (eV), less its post-edge line
+/// (@p subPost) or its pre-edge line.
 QList<double> neqTargetValues(const AMutE& target, const QList<double>& energies, bool subPost);
 
 /// The fit with all that does not depend on the target made beforehand.
 ///
 /// The model is T(E) = sum_j x_j R_j(E) + Mut0 + C1 L^3 + C2 L^4 with
-/// L = hc / E (Victoreen), or + C1 E in place of the last two terms (linear).
+/// L = hc / E (Victoreen), or + C1 E in place of the last two terms (linear);
+/// E in eV, L in angstrom. An energy of 0 makes L infinite and all results NaN.
 class NeqFit
 {
 public:
     /// @param refValues  as in NeqInputs; the shortest of its lists and
-    ///                   @p energies counts. More than four references are cut.
+    ///                   @p energies counts. More than four references are cut,
+    ///                   and one without a weight counts with 0.
     NeqFit(bool victoreen, const QList<QList<double>>& refValues, const QList<double>& energies,
            const QList<double>& weights);
 
-    /// The places share and mut0 to c2 of @p out for the target values @p t,
-    /// one for each row; all other places become 0.
-    /// @param out  neq::count values
+    /// The places share and mut0 to c2 of @p out for the target values @p t;
+    /// all other places become 0.
     /// @return the sum of the coefficients, each times its weight
-    double solve(const double* t, double* out) const;
+    /// @pre a target value for each of rows()
+    double solve(std::span<const double> t, std::span<double, neq::count> out) const;
 
     int rows() const { return m_rows; }
     int references() const { return m_references; }

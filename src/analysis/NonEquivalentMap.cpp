@@ -24,13 +24,14 @@ public:
     }
 
     int references() const { return m_fit.references(); }
+    int rows() const { return m_fit.rows(); }
 
-    QList<double> values(const double* t) const
+    QList<double> values(std::span<const double> t) const
     {
         QList<double> values(neq::count);
-        double* const out = values.data();
+        const std::span<double, neq::count> out(values);
         const double sum = m_fit.solve(t, out);
-        for (int i = 0; i < m_fit.references(); ++i) {
+        for (std::size_t i = 0; i < static_cast<std::size_t>(m_fit.references()); ++i) {
             // From left to right, unlike on the way of the target: see there.
             out[neq::dMut + i] = out[i] * sum * m_inputs.jumpSum;
         }
@@ -44,7 +45,7 @@ private:
     NeqFit m_fit;
 };
 
-void count(const QList<double>& values, int references, const NeqHistograms& histograms)
+void countPixel(const QList<double>& values, int references, const NeqHistograms& histograms)
 {
     histograms.valence->add(values.at(neq::valence));
     histograms.totalDMut->add(values.at(neq::totalDMut));
@@ -59,6 +60,7 @@ void count(const QList<double>& values, int references, const NeqHistograms& his
 void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistograms& histograms)
 {
     const PixelSolver solver(stack);
+    Q_ASSERT(solver.rows() == stack.maps.size());
     const auto rows = static_cast<std::size_t>(stack.maps.size());
     std::vector<double> t(rows); // reused from pixel to pixel
     std::vector<double> previous;
@@ -67,17 +69,18 @@ void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistogram
         for (std::size_t k = 0; k < rows; ++k) {
             t[k] = data::pixelMut(*stack.maps.at(static_cast<qsizetype>(k)), x, y);
         }
-        // Pixels beyond the data of all maps are alike and share one list, so
-        // that a size which a file only claims takes no memory for values.
+        // A scan that was stopped early claims more pixels than it has. Those
+        // beyond all data are alike and share one list: no time and no memory
+        // goes into their values.
         if (previous.empty() ||
             std::memcmp(previous.data(), t.data(), rows * sizeof(double)) != 0) {
-            values = solver.values(t.data());
+            values = solver.values(t);
             previous = t;
         }
         row.values = values;
         row.intensity = values.at(neq::share);
         row.i0 = values.at(neq::totalDMut);
-        count(values, solver.references(), histograms);
+        countPixel(values, solver.references(), histograms);
     });
     result.extended = true;
 }

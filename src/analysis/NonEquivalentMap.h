@@ -13,7 +13,7 @@ namespace analysis
 struct NeqStack {
     bool victoreen = false;
     NeqInputs inputs;
-    QList<const A2DData*> maps;    ///< of inputs.rowIndices; an empty map counts as a mut of -1.0
+    QList<const A2DData*> maps;    ///< one for each of inputs.rowIndices; may be empty
     const A2DData* base = nullptr; ///< the map of inputs.baseRow; fixes the walk; never null
 };
 

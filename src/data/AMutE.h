@@ -31,6 +31,15 @@ struct VictoreenLine {
 class AMutE
 {
 public:
+    /// Presentations of a spectrum, the kinds of value() and valueAt(): as read,
+    /// less either background line, in units of the edge jump, and between the
+    /// two lines.
+    static constexpr int raw = 0;
+    static constexpr int lessPreEdge = 1;
+    static constexpr int lessPostEdge = 2;
+    static constexpr int byEdgeJump = 3;
+    static constexpr int normalisedByLines = 4;
+
     /// Planck's constant times the speed of light, eV times angstrom.
     static constexpr double hcEvAngstrom = 12398.424360387684;
 
@@ -89,8 +98,8 @@ public:
     int indexBelow(double E) const;
 
     /// indexBelow() of each of many energies, in their order. Takes n log n
-    /// time where a walk for each energy would take n^2, also for energies that
-    /// fall, repeat or jump, so that no file makes a fit hang.
+    /// time where a walk for each energy would take n^2, also for points whose
+    /// energies fall, repeat or jump.
     QList<int> indicesBelow(const QList<double>& energies) const;
 
     /// Raw mut at working energy @p E on straight lines; the end segments are
@@ -98,16 +107,15 @@ public:
     /// of equal energy.
     double mutAt(double E) const;
 
-    /// Point @p i presented as kind 0 to 4: raw, less pre-edge line, less
-    /// post-edge line, by edge jump, by two lines. 0.0 for any other kind or
-    /// an index outside the points.
+    /// Point @p i presented as @p kind (raw to normalisedByLines). 0.0 for any
+    /// other kind or an index outside the points.
     double value(int kind, int i) const;
     double checkedValue(int kind, int i) const;
 
     /// value() interpolated at working energy @p E like mutAt().
     double valueAt(int kind, double E) const;
 
-    /// Kind 4 at working energy @p E.
+    /// Between the two lines at working energy @p E.
     double normalisedAt(double E) const;
 
     /// The same at each of many energies, by indicesBelow().

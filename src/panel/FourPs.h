@@ -176,9 +176,9 @@ public Q_SLOTS:
     /// the four-points family, from the spectra by the non-equivalent method.
     void calcTarget();
 
-    /// Fits the target spectrum, between the marked energies, by the valid
-    /// references into @c LCFRes and @c LCFMut, and adds a point to
-    /// @c LCFvs4PS.
+    /// Fits the target spectrum, between the marked energies, by the first n
+    /// used references (n being the number of used and valid ones) into
+    /// @c LCFRes and @c LCFMut, and adds a point to @c LCFvs4PS.
     void lcf();
 
     /// Starts the comparison of fits and target results afresh; the argument is
@@ -246,7 +246,7 @@ private:
     void targetNEQ(bool victoreen, const QList<analysis::PointState>& points,
                    const analysis::ReferenceSet& refs);
     void keepTargetResult(double a);
-    bool areSpectraValid(const analysis::ReferenceSet& refs);
+    bool usedSpectraMayRun(const analysis::ReferenceSet& refs);
     void showShares(const QList<double>& values, const analysis::ReferenceSet& refs);
 
     // Map calculation.

@@ -80,12 +80,15 @@ private Q_SLOTS:
     void energyThatIsNoNumberCountsButBoundsNothing();
     void mixtureComesBack();
     void targetEqualToTheFirstReferenceIsAllOfIt();
+    void spectraAreTakenBetweenTheirTwoLines();
     void valenceIsNotDividedByTheSum();
     void bothEndsOfTheRangeBelongToIt();
     void shiftsOfTargetAndReferenceApply();
     void curveKeepsAnglesAndWorkingEnergies();
     void rangeWithoutAPointGivesNaNAndAnEmptyCurve();
     void referenceWithoutPointsCountsAsZeros();
+    void fifthReferenceIsLeftOut();
+    void missingValenceCountsAsZero();
     void equalsPlainRoadToTheLastBit_data();
     void equalsPlainRoadToTheLastBit();
     void hugeZigzagSpectrumDoesNotHang();
@@ -163,6 +166,24 @@ void tst_LinearFit::targetEqualToTheFirstReferenceIsAllOfIt()
     QVERIFY(isNear(fit.fractions.at(1), 0));
     QVERIFY(isNear(fit.base, 0));
     QVERIFY(isNear(fit.valence, 2.5));
+}
+
+void tst_LinearFit::spectraAreTakenBetweenTheirTwoLines()
+{
+    // The target of mixtureComesBack() on lines of 0.5 and 2.5, and its second
+    // reference on lines of 1 and 5: mut = pre + value * (post - pre).
+    const AMutE a = spectrum({0, 1, 4, 2});
+    AMutE b = spectrum({1 + 2 * 4, 1, 1 + 2 * 4, 1 + 6 * 4});
+    b.preLine = {1, 0, 0};
+    b.postLine = {5, 0, 0};
+    AMutE target = spectrum({0.5 + 2 * 2, 0.5 + 0.75 * 2, 0.5 + 3 * 2, 0.5 + 5.5 * 2});
+    target.preLine = {0.5, 0, 0};
+    target.postLine = {2.5, 0, 0};
+    const LinearFit fit = analysis::fitLinearCombination(target, {&a, &b}, {2, 4}, everything);
+    QVERIFY(isNear(fit.fractions.at(0), 0.25));
+    QVERIFY(isNear(fit.fractions.at(1), 0.75));
+    QVERIFY(isNear(fit.base, 0.5));
+    QVERIFY(isNear(fit.curve.at(1).mut, 0.75));
 }
 
 void tst_LinearFit::valenceIsNotDividedByTheSum()
@@ -245,6 +266,27 @@ void tst_LinearFit::referenceWithoutPointsCountsAsZeros()
     QVERIFY(!std::isfinite(fit.fractions.at(1)));
 }
 
+void tst_LinearFit::fifthReferenceIsLeftOut()
+{
+    const AMutE a = spectrum({0, 1, 4, 2, 7, 1});
+    const AMutE b = spectrum({2, 0, 2, 6, 1, 1});
+    const AMutE c = spectrum({1, 5, 2, 2, 0, 3});
+    const AMutE d = spectrum({3, 1, 2, 8, 4, 0});
+    const LinearFit four =
+        analysis::fitLinearCombination(c, {&a, &b, &c, &d}, {1, 2, 3, 4}, everything);
+    const LinearFit five =
+        analysis::fitLinearCombination(c, {&a, &b, &c, &d, &a}, {1, 2, 3, 4, 5}, everything);
+    QCOMPARE(five.fractions, four.fractions);
+}
+
+void tst_LinearFit::missingValenceCountsAsZero()
+{
+    const AMutE a = spectrum({0, 1, 4, 2});
+    const AMutE b = spectrum({2, 0, 2, 6});
+    const AMutE target = spectrum({2, 0.75, 3, 5.5});
+    QVERIFY(isNear(analysis::fitLinearCombination(target, {&a, &b}, {2}, everything).valence, 0.5));
+}
+
 void tst_LinearFit::equalsPlainRoadToTheLastBit_data()
 {
     QTest::addColumn<QString>("energies");
@@ -296,10 +338,11 @@ void tst_LinearFit::equalsPlainRoadToTheLastBit()
 
 void tst_LinearFit::hugeZigzagSpectrumDoesNotHang()
 {
-    // A walk for each point would take 4e10 steps and longer than the test may.
+    // Between its ends the energies go up 3 and down 2, so that a walk for each
+    // point would take some 2e10 steps and longer than the test may.
     AMutE spectrum;
     for (int i = 0; i < 200000; ++i) {
-        spectrum.points.append({0.0, i % 2 == 0 ? 1e6 + i : 8000.0 - i * 0.001, 1.0 / (i + 1)});
+        spectrum.points.append({0.0, 8000.0 + i / 2 + (i % 2 == 0 ? 0 : 3), 1.0 / (i + 1)});
     }
     spectrum.postLine = {1, 0, 0};
     AMutE other = spectrum;
@@ -307,6 +350,8 @@ void tst_LinearFit::hugeZigzagSpectrumDoesNotHang()
     const LinearFit fit = analysis::fitLinearCombination(spectrum, {&spectrum, &other}, {1, 2},
                                                          FitRange{-1e9, 1e9, 2});
     QCOMPARE(fit.curve.size(), 200000);
+    const double e = 8000.0 + 199999 / 2 - 4;
+    QCOMPARE(spectrum.indicesBelow({e}).first(), spectrum.indexBelow(e));
 }
 
 QTEST_APPLESS_MAIN(tst_LinearFit)

@@ -89,6 +89,9 @@ private Q_SLOTS:
     void linearBackgroundHasNoSecondSlope();
     void thirteenValuesWithTwoReferences();
     void fewerTargetValuesThanEnergiesFitTheFirstRows();
+    void fifthReferenceIsCut();
+    void missingWeightCountsAsZero();
+    void surplusSpectraAreLeftOut();
     void sumOfZeroShowsInEveryShare();
     void proportionalReferencesShowAsNoNumber();
     void valenceIsTheSumOfSharesTimesValences();
@@ -254,6 +257,36 @@ void tst_NonEquivalent::fewerTargetValuesThanEnergiesFitTheFirstRows()
     const Solved same =
         solve(false, {1, 5, 2, 7}, {{0, 1, 3, 2}, {1, 0, 2, 4}}, {100, 200, 300, 400}, {0.5, 0.5});
     QCOMPARE(four.out, same.out);
+}
+
+void tst_NonEquivalent::fifthReferenceIsCut()
+{
+    const QList<double> E{1, 2, 3, 4, 5, 6, 7, 8};
+    const QList<double> T{3, 1, 4, 1, 5, 9, 2, 6};
+    QList<QList<double>> refValues{{1, 0, 0, 2, 0, 0, 1, 0},
+                                   {0, 1, 0, 0, 2, 0, 0, 1},
+                                   {0, 0, 1, 0, 0, 2, 0, 0},
+                                   {1, 1, 0, 0, 0, 0, 2, 2}};
+    const QList<double> weights{0.1, 0.2, 0.3, 0.4};
+    const QList<double> four = solve(true, T, refValues, E, weights).out;
+    refValues.append({5, 5, 6, 6, 7, 7, 8, 9});
+    QCOMPARE(solve(true, T, refValues, E, weights + QList<double>{0.5}).out, four);
+}
+
+void tst_NonEquivalent::missingWeightCountsAsZero()
+{
+    const Solved solved = solve(false, {1, 5, 2, 7, 3}, twoReferences, fiveEnergies, {0.5});
+    QCOMPARE(solved.out.at(0), 1.0);
+    QCOMPARE(solved.out.at(1), 0.0);
+}
+
+void tst_NonEquivalent::surplusSpectraAreLeftOut()
+{
+    const AMutE a = spectrum({1, 1});
+    const ReferenceSet refs({{true, true, 2, 1}, {true, true, 3, 1}, {}, {}});
+    const NeqInputs inputs = analysis::neqPrepare({point(true, 100)}, refs, {&a, &a, &a}, false);
+    QCOMPARE(inputs.refValues.size(), 2);
+    QCOMPARE(inputs.weights.size(), 2);
 }
 
 void tst_NonEquivalent::sumOfZeroShowsInEveryShare()

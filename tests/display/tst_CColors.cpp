@@ -59,9 +59,10 @@ void tst_CColors::growingDerivesFromNeighboursAndWraps()
 
 void tst_CColors::brightColoursAreDarkened()
 {
-    // 200 + 180 + 121 = 501 is above 500; 200 + 180 + 120 is not.
-    const CColors bright({QColor(200, 180, 121)}, 2);
-    QCOMPARE(bright.colors.at(1), QColor(160, 108, 96)); // 96.8 is cut
+    // 201 + 181 + 121 = 503 is above 500; 200 + 180 + 120 is not.
+    // The products 160.8, 108.6 and 96.8 are cut.
+    const CColors bright({QColor(201, 181, 121)}, 2);
+    QCOMPARE(bright.colors.at(1), QColor(160, 108, 96));
     const CColors dark({QColor(200, 180, 120)}, 2);
     QCOMPARE(dark.colors.at(1), QColor(200, 180, 120));
 }
@@ -74,12 +75,14 @@ void tst_CColors::growingStopsAtTheNumberWanted()
 
 void tst_CColors::laterRoundsDeriveFromTheLongerList()
 {
-    // One colour doubles with itself; the second round wraps at two.
-    const CColors colors({QColor(30, 60, 90)}, 4);
-    for (const QColor& color : colors.colors) {
-        QCOMPARE(color, QColor(30, 60, 90));
+    // Reds of 90 and 30 give (30 + 180) / 3 = 70 and 90; from 90, 30, 70, 90 the
+    // second round gives 70 once more, then 70, 90, and 90 by wrapping.
+    const CColors colors({QColor(90, 0, 0), QColor(30, 0, 0)}, 8);
+    const QList<int> reds{90, 30, 70, 90, 70, 70, 90, 90};
+    QCOMPARE(colors.colors.size(), 8);
+    for (qsizetype i = 0; i < reds.size(); ++i) {
+        QCOMPARE(colors.colors.at(i), QColor(reds.at(i), 0, 0));
     }
-    QCOMPARE(colors.colors.size(), 4);
 }
 
 void tst_CColors::emptyListStaysEmpty()
