@@ -4,15 +4,13 @@
 #include "analysis/HistogramCounts.h"
 #include "analysis/MapCalculation.h"
 #include "data/A2DData.h"
+#include "support/MeasuredMaps.h"
 #include "support/PlainMapForms.h"
 #include "support/RatioReporter.h"
 
 #include <benchmark/benchmark.h>
 
 #include <QList>
-
-#include <cmath>
-#include <random>
 
 namespace
 {
@@ -31,34 +29,12 @@ constexpr PointTexts pointTexts[mapCount] = {
     {"8250", "0.00123", "0.00118"}, {"8320", "0.00345", "0.00351"}, {"8345", "0.612", "0.334"},
     {"8385", "1.0123", "1.0098"},   {"8430", "1.0034", "1.0011"},   {"8475", "0.9987", "0.9992"}};
 
-// Counts of a measured map: I0 about 1e5, mut about that of the texts above.
-A2DData measuredMap(int k)
-{
-    std::mt19937_64 random(static_cast<unsigned>(k) + 1);
-    std::uniform_real_distribution<double> noise(-0.01, 0.01);
-    A2DData map;
-    map.xNum = side;
-    map.yNum = side;
-    map.rows.reserve(side * side);
-    const double r = QString(QLatin1String(pointTexts[k].r1)).toDouble();
-    for (int i = 0; i < side * side; ++i) {
-        const double mut =
-            0.05 + r * (0.5 + (i % side) / static_cast<double>(side)) + noise(random);
-        map.rows.append(
-            {i % side * 0.5, i / side * 0.5, std::round(1e5 * std::exp(-mut)), 1e5, {}});
-    }
-    return map;
-}
-
+// About the muts of the texts above, thicker along each line.
 const QList<A2DData>& maps()
 {
-    static const QList<A2DData> made = [] {
-        QList<A2DData> list;
-        for (int k = 0; k < mapCount; ++k) {
-            list.append(measuredMap(k));
-        }
-        return list;
-    }();
+    static const QList<A2DData> made = bench::measuredMaps(mapCount, side, [](int k, double f) {
+        return 0.05 + QString(QLatin1String(pointTexts[k].r1)).toDouble() * (0.5 + f);
+    });
     return made;
 }
 

@@ -5,6 +5,7 @@
 #include "analysis/HistogramCounts.h"
 #include "analysis/NonEquivalentMap.h"
 #include "data/A2DData.h"
+#include "support/MeasuredMaps.h"
 #include "support/PlainFits.h"
 #include "support/RatioReporter.h"
 
@@ -13,7 +14,6 @@
 #include <QList>
 
 #include <cmath>
-#include <random>
 
 namespace
 {
@@ -30,34 +30,12 @@ double absorbed(int reference, double energyEv)
     return 0.5 * (1 + std::erf(d / 3)) + 0.15 * (3 - reference) * std::exp(-0.03 * d * d);
 }
 
-// Counts of a measured map: I0 about 1e5, a ramp of two references in x.
-A2DData measuredMap(int k)
-{
-    std::mt19937_64 random(static_cast<unsigned>(k) + 1);
-    std::uniform_real_distribution<double> noise(-0.01, 0.01);
-    A2DData map;
-    map.xNum = side;
-    map.yNum = side;
-    map.rows.reserve(side * side);
-    for (int i = 0; i < side * side; ++i) {
-        const double f = (i % side) / static_cast<double>(side);
-        const double mut = 0.05 + f * absorbed(0, energiesEv[k]) +
-                           (1 - f) * absorbed(1, energiesEv[k]) + noise(random);
-        map.rows.append(
-            {i % side * 0.5, i / side * 0.5, std::round(1e5 * std::exp(-mut)), 1e5, {}});
-    }
-    return map;
-}
-
+// A ramp from the second reference to the first along each line.
 const QList<A2DData>& maps()
 {
-    static const QList<A2DData> made = [] {
-        QList<A2DData> list;
-        for (int k = 0; k < mapCount; ++k) {
-            list.append(measuredMap(k));
-        }
-        return list;
-    }();
+    static const QList<A2DData> made = bench::measuredMaps(mapCount, side, [](int k, double f) {
+        return 0.05 + f * absorbed(0, energiesEv[k]) + (1 - f) * absorbed(1, energiesEv[k]);
+    });
     return made;
 }
 
@@ -82,22 +60,6 @@ tests::PlainNeqStack plainStack(bool victoreen, int references, const QList<int>
     return stack;
 }
 
-analysis::NeqStack productStack(const tests::PlainNeqStack& plain)
-{
-    analysis::NeqStack stack;
-    stack.victoreen = plain.victoreen;
-    stack.inputs.refValues = plain.refValues;
-    stack.inputs.energies = plain.energies;
-    stack.inputs.weights = plain.weights;
-    stack.inputs.jumpSum = plain.jumpSum;
-    for (const QString& valence : plain.valences) {
-        stack.inputs.valences.append(valence.toDouble());
-    }
-    stack.maps = plain.maps;
-    stack.base = plain.maps.first();
-    return stack;
-}
-
 void plainRoad(benchmark::State& state, bool victoreen, int references, const QList<int>& rows)
 {
     const tests::PlainNeqStack stack = plainStack(victoreen, references, rows);
@@ -115,7 +77,7 @@ void plainRoad(benchmark::State& state, bool victoreen, int references, const QL
 
 void productRoad(benchmark::State& state, bool victoreen, int references, const QList<int>& rows)
 {
-    const analysis::NeqStack stack = productStack(plainStack(victoreen, references, rows));
+    const analysis::NeqStack stack = tests::neqStackOf(plainStack(victoreen, references, rows));
     A2DData result;
     for ([[maybe_unused]] auto _ : state) {
         std::array<HistogramCounts, 10> counts;

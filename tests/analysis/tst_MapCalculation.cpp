@@ -3,6 +3,7 @@
 #include "analysis/HistogramCounts.h"
 #include "data/A2DData.h"
 #include "support/PlainMapForms.h"
+#include "support/ReadyMap.h"
 #include "support/SameDouble.h"
 
 #include <QTest>
@@ -15,24 +16,13 @@
 using analysis::MapPoint;
 using analysis::MapStack;
 using analysis::ValenceMix;
+using tests::readyMap;
 
 namespace
 {
 
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double Inf = std::numeric_limits<double>::infinity();
-
-// A map whose pixels hold ready values of mut.
-A2DData readyMap(int width, int height, const QList<double>& mut)
-{
-    A2DData map;
-    map.xNum = width;
-    map.yNum = height;
-    for (qsizetype i = 0; i < mut.size(); ++i) {
-        map.rows.append({10.0 + static_cast<double>(i), 20.0, mut.at(i), 0.0, {}});
-    }
-    return map;
-}
 
 struct Result {
     A2DData map;

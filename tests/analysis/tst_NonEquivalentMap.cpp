@@ -4,6 +4,7 @@
 #include "analysis/HistogramCounts.h"
 #include "data/A2DData.h"
 #include "support/PlainFits.h"
+#include "support/ReadyMap.h"
 #include "support/SameDouble.h"
 
 #include <QTest>
@@ -14,23 +15,12 @@
 #include <random>
 
 namespace neq = analysis::neq;
+using tests::readyMap;
 
 namespace
 {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-
-// A map whose pixels hold ready values of mut.
-A2DData readyMap(int width, int height, const QList<double>& muts)
-{
-    A2DData map;
-    map.xNum = width;
-    map.yNum = height;
-    for (qsizetype i = 0; i < muts.size(); ++i) {
-        map.rows.append({10.0 + static_cast<double>(i), 20.0, muts.at(i), 0.0, {}});
-    }
-    return map;
-}
 
 struct Result {
     A2DData map;
@@ -137,22 +127,6 @@ tests::PlainNeqStack randomStack(bool victoreen, int references, const QList<A2D
         plain.valences.append(QString::number(number({}, random), 'g', 4));
     }
     return plain;
-}
-
-analysis::NeqStack productStack(const tests::PlainNeqStack& plain)
-{
-    analysis::NeqStack stack;
-    stack.victoreen = plain.victoreen;
-    stack.inputs.refValues = plain.refValues;
-    stack.inputs.energies = plain.energies;
-    stack.inputs.weights = plain.weights;
-    stack.inputs.jumpSum = plain.jumpSum;
-    for (const QString& valence : plain.valences) {
-        stack.inputs.valences.append(valence.toDouble());
-    }
-    stack.maps = plain.maps;
-    stack.base = plain.maps.first();
-    return stack;
 }
 
 } // namespace
@@ -366,7 +340,7 @@ void tst_NonEquivalentMap::equalsPlainRoadToTheLastBit()
     const tests::PlainNeqStack plain = randomStack(victoreen, references, maps, kind, random);
 
     Result product;
-    analysis::mapNonEquivalent(productStack(plain), product.map, product.histograms());
+    analysis::mapNonEquivalent(tests::neqStackOf(plain), product.map, product.histograms());
     A2DData expected;
     const tests::PlainHistogram counts{
         product.counts[0].minV, product.counts[0].step, QList<int>(51, 0), 0, 0, 0};

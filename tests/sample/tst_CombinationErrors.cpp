@@ -2,31 +2,14 @@
 #include "CombinationErrors.h"
 
 #include "SpectrumErrors.h"
+#include "support/NearValues.h"
 
 #include <QTest>
 
 #include <cmath>
 
 using namespace nickel;
-
-namespace
-{
-
-bool near(const std::vector<double>& values, const std::vector<double>& wanted, double tolerance)
-{
-    if (values.size() != wanted.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        if (!(std::abs(values[i] - wanted[i]) <= tolerance)) {
-            qWarning("value %zu is %.9f instead of %.9f", i, values[i], wanted[i]);
-            return false;
-        }
-    }
-    return true;
-}
-
-} // namespace
+using tests::near;
 
 class TestCombinationErrors : public QObject
 {

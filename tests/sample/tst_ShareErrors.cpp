@@ -4,29 +4,17 @@
 #include "ShareErrors.h"
 
 #include "SpectrumErrors.h"
+#include "support/NearValues.h"
 
 #include <QTest>
 
 #include <cmath>
 
 using namespace nickel;
+using tests::near;
 
 namespace
 {
-
-bool near(const std::vector<double>& values, const std::vector<double>& wanted, double tolerance)
-{
-    if (values.size() != wanted.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        if (!(std::abs(values[i] - wanted[i]) <= tolerance)) {
-            qWarning("value %zu is %.9f instead of %.9f", i, values[i], wanted[i]);
-            return false;
-        }
-    }
-    return true;
-}
 
 const ShareForm& formAt(int index)
 {

@@ -79,6 +79,22 @@ void plainNeqSolve(bool victoreen, const QList<double>& T, const QList<QList<dou
     out[10] = victoreen ? x.at(references + 2) : 0.0;
 }
 
+analysis::NeqStack neqStackOf(const tests::PlainNeqStack& plain)
+{
+    analysis::NeqStack stack;
+    stack.victoreen = plain.victoreen;
+    stack.inputs.refValues = plain.refValues;
+    stack.inputs.energies = plain.energies;
+    stack.inputs.weights = plain.weights;
+    stack.inputs.jumpSum = plain.jumpSum;
+    for (const QString& valence : plain.valences) {
+        stack.inputs.valences.append(valence.toDouble());
+    }
+    stack.maps = plain.maps;
+    stack.base = plain.maps.first();
+    return stack;
+}
+
 void plainNonEquivalent(const PlainNeqStack& stack, A2DData& result, PlainNeqHistograms& histograms)
 {
     const A2DData& base = *stack.maps.first();

@@ -3,6 +3,7 @@
 // walk from the first point. The product's road must give the same bits.
 #pragma once
 
+#include "analysis/NonEquivalentMap.h"
 #include "data/A2DData.h"
 #include "data/AMutE.h"
 #include "support/PlainMapForms.h"
@@ -41,6 +42,9 @@ struct PlainNeqHistograms {
 void plainNeqSolve(bool victoreen, const QList<double>& T, const QList<QList<double>>& refValues,
                    const QList<double>& energies, const QList<double>& weights, double* sum,
                    QList<double>& out);
+
+/// The same for the product.
+analysis::NeqStack neqStackOf(const PlainNeqStack& plain);
 
 void plainNonEquivalent(const PlainNeqStack& stack, A2DData& result,
                         PlainNeqHistograms& histograms);

@@ -1,0 +1,37 @@
+// Stacks of measured maps for the benchmarks, made on the spot.
+#pragma once
+
+#include "data/A2DData.h"
+
+#include <QList>
+
+#include <cmath>
+#include <random>
+
+namespace bench
+{
+
+/// @p count square maps of counts: I0 1e5, and I by mut = mutOf(map, f) with a
+/// little noise, where f rises from 0 to 1 along each line.
+template <class MutOf>
+QList<A2DData> measuredMaps(int count, int side, MutOf mutOf)
+{
+    QList<A2DData> maps;
+    for (int k = 0; k < count; ++k) {
+        std::mt19937_64 random(static_cast<unsigned>(k) + 1);
+        std::uniform_real_distribution<double> noise(-0.01, 0.01);
+        A2DData map;
+        map.xNum = side;
+        map.yNum = side;
+        map.rows.reserve(qsizetype{side} * side);
+        for (int i = 0; i < side * side; ++i) {
+            const double mut = mutOf(k, (i % side) / static_cast<double>(side)) + noise(random);
+            map.rows.append(
+                {i % side * 0.5, i / side * 0.5, std::round(1e5 * std::exp(-mut)), 1e5, {}});
+        }
+        maps.append(map);
+    }
+    return maps;
+}
+
+} // namespace bench
