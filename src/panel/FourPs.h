@@ -108,11 +108,11 @@ public:
     double TargetT = 0.0;              ///< its valence
     QList<LCFPoint> LCFvs4PS;          ///< one for each fit since the last clearing
     int LCFColor = 0;                  ///< colour of the next of them
-    CColors Colors;
-    Histgram* HistV = nullptr;  ///< valence
-    Histgram* HistT = nullptr;  ///< total dMut
-    QList<Histgram*> HistRatio; ///< one per reference, widgets of HistV
-    QList<Histgram*> HistDMut;  ///< one per reference, widgets of HistT
+    CColors Colors;                    ///< those that graphs draw with
+    Histgram* HistV = nullptr;         ///< valence
+    Histgram* HistT = nullptr;         ///< total dMut
+    QList<Histgram*> HistRatio;        ///< one per reference, widgets of HistV
+    QList<Histgram*> HistDMut;         ///< one per reference, widgets of HistT
 
 public Q_SLOTS:
     /// Takes @p e (eV) as the edge energy, to the 6 digits that are shown, and

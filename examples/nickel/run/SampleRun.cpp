@@ -168,14 +168,21 @@ void SampleRun::clearResults()
     panel.ui.LCFRes->clear();
 }
 
+void SampleRun::calculateTarget()
+{
+    clearResults();
+    panel.TargetV = std::nan("");
+    panel.TargetT = std::nan("");
+    panel.ui.CalcTargetB->click();
+}
+
 SampleOutcome SampleRun::calculate(const nickel::ShareForm& form)
 {
     panel.ui.TypeNonEquiv->click();
     loadFiles(form.image, form.target);
     useReferences(form.references);
     (form.victoreen ? panel.ui.NonEquivBGVic : panel.ui.NonEquivBGLinear)->click();
-    clearResults();
-    panel.ui.CalcTargetB->click();
+    calculateTarget();
 
     SampleOutcome outcome;
     outcome.title = QStringLiteral("Non-equivalent method, ") + QLatin1String(form.name);
@@ -233,8 +240,7 @@ SampleOutcome SampleRun::calculate(const nickel::MapForm& form)
     std::vector<std::size_t> rows = form.rows;
     rows.push_back(nickel::vPoint); // marked as such from the start
     useRows(rows);
-    clearResults();
-    panel.ui.CalcTargetB->click();
+    calculateTarget();
 
     SampleOutcome outcome;
     outcome.title = QStringLiteral("Four-points family, ") + QLatin1String(form.name);

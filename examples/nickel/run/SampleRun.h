@@ -63,6 +63,7 @@ private:
     void recordShares(std::size_t count);
     void chooseSolver(const nickel::MapForm& form);
     void clearResults();
+    void calculateTarget();
     bool write(const QString& path);
     QList<TargetCheck> checkTarget(const nickel::ShareForm& form) const;
     QList<MapCheck> checkMap(const nickel::ShareForm& form) const;
