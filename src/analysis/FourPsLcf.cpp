@@ -5,6 +5,7 @@
 #include "analysis/LinearFit.h"
 #include "analysis/NumberText.h"
 #include "analysis/ReferenceSet.h"
+#include "display/Displays.h"
 #include "rows/AXafsFileSelect.h"
 
 void FourPs::lcf()
@@ -32,12 +33,14 @@ void FourPs::lcf()
     delete LCFMut;
     LCFMut = new AMutE;
     LCFMut->points = fit.curve;
+    Disps->update();
 }
 
 void FourPs::clearLCFvs4PS(MouseC*)
 {
     LCFvs4PS.clear();
     LCFColor = 0;
+    Disps->update();
 }
 
 void FourPs::newColorLCFvs4PS(MouseC*)

@@ -5,6 +5,7 @@
 #include "analysis/CalculationChoice.h"
 #include "analysis/MapCalculation.h"
 #include "analysis/ReferenceSet.h"
+#include "display/Displays.h"
 #include "display/Histgram.h"
 #include "rows/AEPoint.h"
 
@@ -74,6 +75,7 @@ void FourPs::map3ps(const analysis::CollectedRows& rows, const analysis::Referen
     }
     startMapHistograms();
     analysis::mapThreePoints(mapStack(rows, refs), BaseData, *HistV, *HistT);
+    Disps->update();
 }
 
 void FourPs::map4psExact(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs)
@@ -83,6 +85,7 @@ void FourPs::map4psExact(const analysis::CollectedRows& rows, const analysis::Re
     }
     startMapHistograms();
     analysis::mapExactFourPoints(mapStack(rows, refs), BaseData, *HistV, *HistT);
+    Disps->update();
 }
 
 void FourPs::map4psLS(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs)
@@ -92,6 +95,7 @@ void FourPs::map4psLS(const analysis::CollectedRows& rows, const analysis::Refer
     }
     startMapHistograms();
     analysis::mapLeastSquare(mapStack(rows, refs), BaseData, *HistV, *HistT);
+    Disps->update();
 }
 
 void FourPs::startMapHistograms()

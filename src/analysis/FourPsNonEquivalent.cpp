@@ -5,10 +5,11 @@
 #include "analysis/NonEquivalentMap.h"
 #include "analysis/NumberText.h"
 #include "analysis/ReferenceSet.h"
+#include "display/Displays.h"
 #include "display/Histgram.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
-#include "rows/LineEditText.h"
+#include "display/LineEditText.h"
 
 namespace neq = analysis::neq;
 
@@ -64,11 +65,11 @@ bool FourPs::usedSpectraMayRun(const analysis::ReferenceSet& refs)
 
 void FourPs::showShares(const QList<double>& values, const analysis::ReferenceSet& refs)
 {
-    rows::showNumber(ui.TargetDMut, values.at(neq::totalDMut));
+    display::showNumber(ui.TargetDMut, values.at(neq::totalDMut));
     for (int k = 0; k < refs.validCount(); ++k) {
         const ARefFile* row = Refs.RefRows.at(refs.usedRow(k));
-        rows::showNumber(row->RatioDisp, values.at(neq::share + k));
-        rows::showNumber(row->AmountDisp, values.at(neq::dMut + k));
+        display::showNumber(row->RatioDisp, values.at(neq::share + k));
+        display::showNumber(row->AmountDisp, values.at(neq::dMut + k));
     }
 }
 
@@ -88,6 +89,7 @@ void FourPs::mapNEQ(bool victoreen, const QList<analysis::PointState>& points,
     const QList<HistogramCounts*> shares(HistRatio.cbegin(), HistRatio.cend());
     const QList<HistogramCounts*> amounts(HistDMut.cbegin(), HistDMut.cend());
     analysis::mapNonEquivalent(stack, BaseData, {HistV, HistT, shares, amounts});
+    Disps->update();
 }
 
 void FourPs::startReferenceHistograms()

@@ -3,10 +3,12 @@
 #include "analysis/CalculationChoice.h"
 #include "analysis/ReferenceSet.h"
 #include "analysis/ResultText.h"
+#include "display/DispMBase.h"
+#include "display/Displays.h"
 #include "display/Histgram.h"
+#include "display/LineEditText.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
-#include "rows/LineEditText.h"
 
 #include <QButtonGroup>
 #include <QDir>
@@ -39,6 +41,8 @@ FourPs::FourPs(QWidget* parent)
     ui.setupUi(this);
     makeReferenceRows();
     makeFileRows();
+    makeDisplays();
+    makeMapWindows();
     groupMapRadios();
     ui.SaveFSelect->setMode(AFileSelect::SaveMode);
     makeEnergyRows();
@@ -52,6 +56,7 @@ FourPs::FourPs(QWidget* parent)
     ui.CConds->setVisible(ui.DispCondsB->isChecked());
     // "4 Points Meth." stays at its default on purpose: nothing enables it again.
     ui.CConds3->setEnabled(false);
+    makeMarkLines();
     // Wired only now, so that setting the rows up above starts no calculation.
     wire();
     receiveNewDir(QDir::currentPath());
@@ -82,9 +87,28 @@ void FourPs::makeFileRows()
     MultiFiles->setObjectName(QStringLiteral("MultiFiles"));
     MultiFiles->multi = true;
     MultiFiles->setMode(AFileSelect::OpenMode);
-    for (AXafsFileSelect* row : std::as_const(XafsFiles)) {
-        row->attach(nullptr);
+}
+
+void FourPs::makeDisplays()
+{
+    Disps = new Displays;
+    for (int i = 0; i < Refs.RefRows.size(); ++i) {
+        XafsFiles.at(i)->attach(Disps->frame(static_cast<Displays::DispId>(Displays::DRef1 + i)));
     }
+    ui.TargetFile->attach(Disps->frame(Displays::DTarget));
+}
+
+void FourPs::makeMapWindows()
+{
+    const auto window = [](const char* name, const QString& title) {
+        auto* frame = new DispMBase;
+        frame->setObjectName(QLatin1String(name));
+        frame->Title->setText(title);
+        frame->setWindowTitle(title);
+        return frame;
+    };
+    MapDisp = window("MapDisp", tr("Result Map"));
+    DMapDisp = window("DMapDisp", tr("Data Map"));
 }
 
 void FourPs::groupMapRadios()
@@ -193,7 +217,7 @@ void FourPs::SetDefaultEnergies()
     EPoints.at(2)->VPointCB->setChecked(true);
     const std::array<double, 6> energiesEv{8313, 8381, 8390, 8404.5, 8460, 8475};
     for (std::size_t i = 0; i < energiesEv.size(); ++i) {
-        rows::showNumber(EPoints.at(static_cast<qsizetype>(i))->Energy, energiesEv.at(i));
+        display::showNumber(EPoints.at(static_cast<qsizetype>(i))->Energy, energiesEv.at(i));
     }
 }
 
@@ -279,7 +303,7 @@ QList<analysis::PointState> FourPs::pointStates() const
         point.hasMap = row->loaded;
         row->energyAndMuts(0, 1, &point.energy, &point.mut[0], &point.mut[1]);
         row->energyAndMuts(2, 3, &point.energy, &point.mut[2], &point.mut[3]);
-        point.mutT = rows::numberIn(row->MutT);
+        point.mutT = display::numberIn(row->MutT);
         point.inFit = row->LCFCB->isChecked();
         points.append(point);
     }
@@ -290,7 +314,7 @@ analysis::ReferenceSet FourPs::references() const
 {
     QList<analysis::ReferenceState> states;
     for (const ARefFile* row : Refs.RefRows) {
-        states.append({row->UseCB->isChecked(), row->XafsFS->valid, rows::numberIn(row->Valence),
+        states.append({row->UseCB->isChecked(), row->XafsFS->valid, display::numberIn(row->Valence),
                        row->XafsFS->edgeJump()});
     }
     return analysis::ReferenceSet(states);

@@ -17,6 +17,8 @@ class AEPoint;
 class AFileSelect;
 class AMutE;
 class AXafsFileSelect;
+class DispMBase;
+class Displays;
 class Histgram;
 class MouseC;
 class QButtonGroup;
@@ -109,6 +111,9 @@ public:
     QList<LCFPoint> LCFvs4PS;          ///< one for each fit since the last clearing
     int LCFColor = 0;                  ///< colour of the next of them
     CColors Colors;                    ///< those that graphs draw with
+    Displays* Disps = nullptr;         ///< the graph window
+    DispMBase* MapDisp = nullptr;      ///< the window of the result map
+    DispMBase* DMapDisp = nullptr;     ///< the window of the measured map
     Histgram* HistV = nullptr;         ///< valence
     Histgram* HistT = nullptr;         ///< total dMut
     QList<Histgram*> HistRatio;        ///< one per reference, widgets of HistV
@@ -204,6 +209,8 @@ private:
     // Construction, in this order.
     void makeReferenceRows();
     void makeFileRows();
+    void makeDisplays();
+    void makeMapWindows();
     void groupMapRadios();
     void makeEnergyRows();
     void layOutEnergyRows();
@@ -212,11 +219,13 @@ private:
     void makeHistograms();
     void SetDefaultEnergies();
     void groupNormRadios();
+    void makeMarkLines();
     void wire();
     void wireReferences();
     void wireEnergyRows();
     void wireFileRows();
     void wireButtons();
+    void wireGraphs();
 
     /// One box of the display choices for each reference row.
     using ReferenceBoxes = std::array<QCheckBox*, 4>;

@@ -4,23 +4,24 @@
 
 #include "analysis/ReferenceSet.h"
 #include "data/TextItems.h"
+#include "display/Displays.h"
+#include "display/LineEditText.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
-#include "rows/LineEditText.h"
 
 #include <memory>
 
 void FourPs::noticedNewEdge(double e)
 {
-    rows::showNumber(ui.EdgeE, e);
+    display::showNumber(ui.EdgeE, e);
     setEdge();
 }
 
 void FourPs::setEdge()
 {
-    const double edge = rows::numberIn(ui.EdgeE);
-    const double preEdgeEnd = edge + rows::numberIn(ui.PreEEndDE);
-    const double postEdgeStart = edge + rows::numberIn(ui.PostEStartDE);
+    const double edge = display::numberIn(ui.EdgeE);
+    const double preEdgeEnd = edge + display::numberIn(ui.PreEEndDE);
+    const double postEdgeStart = edge + display::numberIn(ui.PostEStartDE);
     QList<AMutE*> spectra(XafsFiles.cbegin(), XafsFiles.cend());
     spectra.append(DispMuts);
     for (AMutE* spectrum : std::as_const(spectra)) {
@@ -32,6 +33,7 @@ void FourPs::setEdge()
     for (int i = 0; i < Refs.RefRows.size(); ++i) {
         receiveNewRef(i);
     }
+    Disps->update();
 }
 
 void FourPs::dispCalcConditions(bool f)
@@ -91,11 +93,12 @@ void FourPs::receiveNewEnergy(double)
     if (!row || !EPoints.contains(row)) {
         return;
     }
-    const double energy = rows::numberIn(row->Energy);
+    const double energy = display::numberIn(row->Energy);
     for (int j = 0; j < Refs.RefRows.size(); ++j) {
         refreshCell(row->mutEdits.at(j), XafsFiles.at(j), energy);
     }
     refreshCell(row->MutT, ui.TargetFile, energy);
+    Disps->update();
 }
 
 void FourPs::receiveNewFile(QString fname)
@@ -139,8 +142,9 @@ void FourPs::receiveNewRef4(QString)
 void FourPs::receiveNewTarget(QString)
 {
     for (const AEPoint* row : std::as_const(EPoints)) {
-        refreshCell(row->MutT, ui.TargetFile, rows::numberIn(row->Energy));
+        refreshCell(row->MutT, ui.TargetFile, display::numberIn(row->Energy));
     }
+    Disps->update();
 }
 
 void FourPs::receiveNewDispFiles(QStringList paths)
@@ -153,6 +157,7 @@ void FourPs::receiveNewDispFiles(QStringList paths)
         DispMuts.append(spectrum.release());
         ui.SelectedFs->addItem(path);
         setEdge();
+        Disps->update();
     }
 }
 
@@ -193,8 +198,8 @@ void FourPs::SetHistogramRanges()
 {
     const analysis::ReferenceSet refs = references();
     const auto show = [](QLineEdit* from, QLineEdit* to, const analysis::Limits& limits) {
-        rows::showNumber(from, limits.low);
-        rows::showNumber(to, limits.high);
+        display::showNumber(from, limits.low);
+        display::showNumber(to, limits.high);
     };
     if (ui.HgAAuto->isChecked()) {
         show(ui.HgAFrom, ui.HgATo, analysis::valenceHistogramLimits(refs));
@@ -207,19 +212,20 @@ void FourPs::SetHistogramRanges()
 void FourPs::RefreshRefColumn(int n)
 {
     for (const AEPoint* row : std::as_const(EPoints)) {
-        const double energy = rows::numberIn(row->Energy);
+        const double energy = display::numberIn(row->Energy);
         if (energy > 0) {
             refreshCell(row->mutEdits.at(n), XafsFiles.at(n), energy);
         }
     }
     calcBoth();
+    Disps->update();
 }
 
 void FourPs::refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy)
 {
     double mut = 0.0;
     if (spectrum->MutAt(energy, &mut)) {
-        rows::showNumber(cell, mut);
+        display::showNumber(cell, mut);
     } else {
         cell->clear();
     }

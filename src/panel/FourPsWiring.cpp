@@ -2,8 +2,16 @@
 
 #include "panel/FourPs.h"
 
+#include "display/DispABase.h"
+#include "display/Displays.h"
+#include "display/MarkLine.h"
+#include "display/MarkLines.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
+
+#include <QButtonGroup>
+
+#include <initializer_list>
 
 void FourPs::wire()
 {
@@ -11,6 +19,7 @@ void FourPs::wire()
     wireEnergyRows();
     wireFileRows();
     wireButtons();
+    wireGraphs();
 }
 
 void FourPs::wireReferences()
@@ -39,6 +48,7 @@ void FourPs::wireFileRows()
         connect(row, &AFileSelect::newDir, this, &FourPs::receiveNewDir);
         connect(row, &AFileSelect::newFilePath, this, &FourPs::receiveNewFile);
         connect(row, &AXafsFileSelect::updated, this, &FourPs::calcBoth);
+        connect(row, &AXafsFileSelect::updated, Disps, &Displays::update);
     }
     connect(ui.DispFSelect, &AFileSelect::newDir, this, &FourPs::receiveNewDir);
     connect(ui.DispFSelect, &AFileSelect::newFilePaths, this, &FourPs::receiveNewDispFiles);
@@ -61,4 +71,66 @@ void FourPs::wireButtons()
     connect(ui.SubPostEforRef, &QRadioButton::toggled, this, &FourPs::changedSubBGTypeForRef);
     connect(ui.SubPostEforTarget, &QRadioButton::toggled, this, &FourPs::changedSubBGTypeForTarget);
     connect(ui.DispCondsB, &QCheckBox::toggled, this, &FourPs::dispCalcConditions);
+}
+
+void FourPs::wireGraphs()
+{
+    connect(ui.ShowDAB, &QPushButton::clicked, Disps, &Displays::show);
+    const DispABase* comparison = Disps->frame(Displays::DLCFvs4PS);
+    connect(comparison, &DispABase::mDClicked, this, &FourPs::clearLCFvs4PS);
+    connect(comparison, &DispABase::mReleased, this, &FourPs::newColorLCFvs4PS);
+    connect(m_normGroup, &QButtonGroup::buttonToggled, Disps, &Displays::update);
+    connect(m_normGroup, &QButtonGroup::buttonToggled, Disps->frame(Displays::DMuts),
+            &DispABase::clearScale);
+    connect(ui.SelectedFs, &QComboBox::currentIndexChanged, Disps, &Displays::update);
+    // The radios among them only repaint; nothing reads them.
+    for (const QAbstractButton* choice : std::initializer_list<const QAbstractButton*>{
+             ui.HgValence, ui.HgRatio1, ui.HgRatio2, ui.HgRatio3, ui.HgRatio4, ui.HgAmount,
+             ui.HgdMut1, ui.HgdMut2, ui.HgdMut3, ui.HgdMut4, ui.HgMut0, ui.HgC1, ui.HgC2}) {
+        connect(choice, &QAbstractButton::toggled, Disps, &Displays::update);
+    }
+}
+
+namespace
+{
+
+constexpr int vertical = 0;
+
+/// A set of vertical lines, one for each edit. The second and the third hold
+/// offsets from the first.
+MarkLines* edgeSet(const QList<QLineEdit*>& edits)
+{
+    auto* set = new MarkLines;
+    for (QLineEdit* edit : edits) {
+        auto* line = new MarkLine(edit, vertical);
+        line->index = static_cast<int>(set->lines.size());
+        line->relative = line->index == 1 || line->index == 2;
+        line->baseIndex = line->relative ? 0 : -1;
+        set->add(line);
+    }
+    return set;
+}
+
+} // namespace
+
+void FourPs::makeMarkLines()
+{
+    const QList<QLineEdit*> edgeEdits{ui.EdgeE, ui.PreEEndDE, ui.PostEStartDE};
+    QList<QLineEdit*> allEdits = edgeEdits;
+    for (const AEPoint* row : std::as_const(EPoints)) {
+        allEdits.append(row->Energy);
+    }
+    MarkLines* allSpectra = edgeSet(allEdits);
+    Disps->frame(Displays::DMuts)->DispA->markLines = allSpectra;
+    MarkLines* singleSpectrum = edgeSet(edgeEdits);
+    // Ref 3 and Ref 4 carry no lines, on purpose.
+    for (const auto id : {Displays::DRef1, Displays::DRef2, Displays::DTarget}) {
+        Disps->frame(id)->DispA->markLines = singleSpectrum;
+    }
+    connect(singleSpectrum, &MarkLines::moving, Disps, &Displays::update);
+    for (const MarkLines* set : {allSpectra, singleSpectrum}) {
+        connect(set, &MarkLines::moving, this, &FourPs::setEdge);
+        connect(set, &MarkLines::newPos, this, &FourPs::setEdge);
+        connect(set, &MarkLines::newPos, this, &FourPs::calcBoth);
+    }
 }

@@ -3,7 +3,7 @@
 #include "data/FileAccess.h"
 #include "data/MapTextReader.h"
 #include "data/TDData0.h"
-#include "rows/LineEditText.h"
+#include "display/LineEditText.h"
 
 #include <QFile>
 
@@ -13,7 +13,7 @@ namespace
 double mutIn(const QList<QLineEdit*>& edits, int i)
 {
     const QLineEdit* edit = edits.value(i);
-    return edit != nullptr ? rows::numberIn(edit) : 0.0;
+    return edit != nullptr ? display::numberIn(edit) : 0.0;
 }
 
 } // namespace
@@ -35,7 +35,7 @@ AEPoint::AEPoint(QWidget* parent)
 
 void AEPoint::energyAndMuts(int i, int j, double* e, double* mi, double* mj) const
 {
-    *e = rows::numberIn(Energy);
+    *e = display::numberIn(Energy);
     *mi = mutIn(mutEdits, i);
     *mj = mutIn(mutEdits, j);
 }
@@ -76,5 +76,5 @@ void AEPoint::load2dProcData(QString path)
 
 void AEPoint::inNewEnergy()
 {
-    Q_EMIT newEnergy(rows::numberIn(Energy));
+    Q_EMIT newEnergy(display::numberIn(Energy));
 }

@@ -1,8 +1,10 @@
 #include "rows/AXafsFileSelect.h"
 
-#include "rows/LineEditText.h"
+#include "display/DispABase.h"
+#include "display/LineEditText.h"
 
 #include <QDebug>
+#include <QStylePainter>
 
 AXafsFileSelect::AXafsFileSelect(QWidget* parent)
     : AFileSelect(parent)
@@ -12,7 +14,16 @@ AXafsFileSelect::AXafsFileSelect(QWidget* parent)
 
 void AXafsFileSelect::attach(DispABase* f)
 {
+    if (frame) {
+        disconnect(frame, &DispABase::draw, this, &AXafsFileSelect::draw);
+    }
     frame = f;
+    if (frame) {
+        connect(frame, &DispABase::draw, this, &AXafsFileSelect::draw);
+        connect(frame, &DispABase::mPressed, this, &AXafsFileSelect::mPressed);
+        connect(frame, &DispABase::mReleased, this, &AXafsFileSelect::mReleased);
+        connect(frame, &DispABase::mDragging, this, &AXafsFileSelect::mDragging);
+    }
     showDE(true);
     connect(this, &AFileSelect::newDE, this, &AXafsFileSelect::setNewDE, Qt::UniqueConnection);
 }
@@ -24,6 +35,9 @@ bool AXafsFileSelect::MutAt(double E, double* out) const
 
 void AXafsFileSelect::newFile(QString path)
 {
+    if (frame) {
+        frame->clearScale();
+    }
     // The result counts, not `valid`: after a path that is no file the earlier
     // spectrum is still there, but it has no new edge to propose.
     if (readFile(path)) {
@@ -34,7 +48,7 @@ void AXafsFileSelect::newFile(QString path)
 void AXafsFileSelect::setNewDE()
 {
     // The background lines keep the fit made when the file was read.
-    AMutE::dE = rows::numberIn(AFileSelect::dE);
+    AMutE::dE = display::numberIn(AFileSelect::dE);
     qDebug() << "set new de";
     if (valid) {
         qDebug() << "bb";

@@ -3,7 +3,7 @@
 
 class QLineEdit;
 
-namespace rows
+namespace display
 {
 
 /// Shows @p value with 6 significant digits, the first of them in view.
@@ -12,4 +12,4 @@ void showNumber(QLineEdit* edit, double value);
 /// The number in the field; text that is no number reads as 0.
 double numberIn(const QLineEdit* edit);
 
-} // namespace rows
+} // namespace display

@@ -1,6 +1,6 @@
 // Numbers in line edits: six digits out, unchecked conversion in.
 
-#include "rows/LineEditText.h"
+#include "display/LineEditText.h"
 #include "support/SameDouble.h"
 
 #include <QLineEdit>
@@ -38,14 +38,14 @@ void tst_LineEditText::numberShowsWithSixSignificantDigits()
 {
     QFETCH(double, value);
     QLineEdit edit(QStringLiteral("before"));
-    rows::showNumber(&edit, value);
+    display::showNumber(&edit, value);
     QTEST(edit.text(), "text");
 }
 
 void tst_LineEditText::shownNumberHasItsFirstDigitInView()
 {
     QLineEdit edit;
-    rows::showNumber(&edit, 8333.25);
+    display::showNumber(&edit, 8333.25);
     QCOMPARE(edit.cursorPosition(), 0);
 }
 
@@ -69,7 +69,7 @@ void tst_LineEditText::textReadsAsNumber()
     QFETCH(QString, text);
     QFETCH(double, value);
     const QLineEdit edit(text);
-    const double read = rows::numberIn(&edit);
+    const double read = display::numberIn(&edit);
     QVERIFY2(tests::sameDouble(read, value), qPrintable(QString::number(read)));
 }
 

@@ -1,9 +1,9 @@
-#include "rows/LineEditText.h"
+#include "display/LineEditText.h"
 
 #include <QLineEdit>
 #include <QString>
 
-namespace rows
+namespace display
 {
 
 void showNumber(QLineEdit* edit, double value)
@@ -17,4 +17,4 @@ double numberIn(const QLineEdit* edit)
     return edit->text().toDouble();
 }
 
-} // namespace rows
+} // namespace display

@@ -1,0 +1,108 @@
+#include "display/DispABase.h"
+
+#include "display/LineEditText.h"
+#include "display/Pixels.h"
+
+#include <QStylePainter>
+
+#include <cmath>
+
+using display::truncated;
+
+namespace
+{
+
+constexpr double maxTitlePoints = 12.0;
+
+} // namespace
+
+DispABase::DispABase(QWidget* parent)
+    : QFrame(parent)
+{
+    setupUi(this);
+    pop = new PopBase(this);
+    popLayout = pop->PopBaseLayout;
+    connect(DispA, &DispArea::nowPos, this, &DispABase::receiveNowPos);
+    connect(DispA, &DispArea::draw, this, &DispABase::receiveDraw);
+    connect(this, &DispABase::draw, pop, &PopBase::update);
+    connect(PopDockB, &QPushButton::clicked, this, &DispABase::popDock);
+    connect(pop, &PopBase::closed, this, &DispABase::popDock);
+    connect(DispA, &DispArea::mPressed, this, &DispABase::mPressed);
+    connect(DispA, &DispArea::mDragging, this, &DispABase::mDragging);
+    connect(DispA, &DispArea::mReleased, this, &DispABase::mReleased);
+    connect(DispA, &DispArea::mDClicked, this, &DispABase::mDClicked);
+}
+
+void DispABase::setRealCoord(double x0, double y0, double x1, double y1)
+{
+    if (DispA->hasScale) {
+        return;
+    }
+    DispA->cc.setReal(x0, y0, x1, y1);
+    DispA->hasScale = true;
+}
+
+void DispABase::setXYTitle(const QString& x, const QString& y)
+{
+    xTitle = x;
+    yTitle = y;
+    XTitle->setText(xTitleInArea ? QString() : xTitle);
+    YTitle->setText(yTitleInArea ? QString() : yTitle);
+}
+
+void DispABase::receiveNowPos(double rx, double ry)
+{
+    display::showNumber(XPos, rx);
+    display::showNumber(YPos, ry);
+}
+
+void DispABase::receiveDraw(QStylePainter* p)
+{
+    Q_EMIT draw(p);
+    if (DispA->cc.drawn) {
+        drawXYTitle(p);
+    }
+}
+
+void DispABase::popDock()
+{
+    pop->popDock(DispABFrame, gridLayout, &docked);
+}
+
+void DispABase::drawXYTitle(QStylePainter* p)
+{
+    const ChCoord& cc = DispA->cc;
+    const double h = (cc.areaY1 - cc.areaY0) / cc.titleDiv; // negative
+    const int H = truncated(h);
+    const double rise = -1.0 * truncated(H * cc.textFill);
+    DrawText text;
+    const auto title = [&](const QRectF& box, const QString& words) {
+        text.drawText(p, box, QFont(), Qt::AlignCenter, DrawText::fit, words, maxTitlePoints);
+    };
+    p->setPen(Qt::black);
+    if (xTitleInArea) {
+        const double top = 1.0 * truncated(cc.areaY0) - truncated((1.0 - cc.textFill) * H);
+        title({1.0 * truncated(cc.areaX0), top, 1.0 * truncated(std::fabs(cc.areaX1 - cc.areaX0)),
+               rise},
+              xTitle);
+    }
+    if (yTitleInArea) {
+        const int W = truncated(std::fabs(cc.scrY1 - cc.scrY0));
+        p->rotate(270.0);
+        title({-1.0 * W, rise, 1.0 * W, 1.0 * truncated(std::abs(H) * cc.textFill)}, yTitle);
+        p->rotate(-270.0);
+    }
+}
+
+void DispABase::clearScale()
+{
+    DispA->hasScale = false;
+}
+
+void DispABase::update()
+{
+    QFrame::update();
+    if (!docked) {
+        DispA->update();
+    }
+}

@@ -1,0 +1,74 @@
+#include "display/DispMBase.h"
+
+#include "display/LineEditText.h"
+
+#include <QStylePainter>
+
+DispMBase::DispMBase(QWidget* parent)
+    : QFrame(parent)
+{
+    setupUi(this);
+    pop = new PopBase(this);
+    popLayout = pop->PopBaseLayout;
+    connect(DispA, &DispArea::nowPos, this, &DispMBase::receiveNowPos);
+    connect(DispA, &DispArea::draw, this, &DispMBase::receiveDraw);
+    connect(this, &DispMBase::draw, pop, &PopBase::update);
+    connect(PopDockB, &QPushButton::clicked, this, &DispMBase::popDock);
+    connect(pop, &PopBase::closed, this, &DispMBase::popDock);
+    connect(DispA, &DispArea::mPressed, this, &DispMBase::mPressed);
+    connect(DispA, &DispArea::mDragging, this, &DispMBase::mDragging);
+    connect(DispA, &DispArea::mReleased, this, &DispMBase::mReleased);
+    connect(DispA, &DispArea::mDClicked, this, &DispMBase::mDClicked);
+    connect(DispA, &DispArea::nowPos, this, &DispMBase::nowPos);
+    connect(MaxV, &QLineEdit::editingFinished, this, &DispMBase::newZmax);
+    connect(MinV, &QLineEdit::editingFinished, this, &DispMBase::newZmin);
+    connect(CBar, &cBar::newScale, this, &DispMBase::update);
+}
+
+void DispMBase::setRealCoord(double x0, double y0, double x1, double y1)
+{
+    if (DispA->hasScale) {
+        return;
+    }
+    DispA->cc.setReal(x0, y0, x1, y1);
+    DispA->hasScale = true;
+}
+
+void DispMBase::receiveNowPos(double rx, double ry)
+{
+    XPos->setText(QString::number(rx, 'g', 6));
+    YPos->setText(QString::number(ry, 'g', 6));
+}
+
+void DispMBase::receiveDraw(QStylePainter* p)
+{
+    Q_EMIT draw(p);
+}
+
+void DispMBase::popDock()
+{
+    pop->popDock(DispABFrame, gridLayout, &docked);
+}
+
+void DispMBase::clearScale()
+{
+    DispA->hasScale = false;
+}
+
+void DispMBase::newZmax()
+{
+    CBar->newZmax(display::numberIn(MaxV));
+}
+
+void DispMBase::newZmin()
+{
+    CBar->newZmin(display::numberIn(MinV));
+}
+
+void DispMBase::update()
+{
+    QFrame::update();
+    if (!docked) {
+        DispA->update();
+    }
+}

@@ -1,0 +1,58 @@
+// The frame of one colour map.
+#pragma once
+
+#include "display/DispArea.h"
+#include "display/PopBase.h"
+#include "display/cBar.h"
+#include "ui_DispMBase.h"
+
+#include <QFrame>
+
+/// Holds the surface @c DispA of a map, its colour bar with the two limits, a
+/// strip with its name, the place of the mouse and the value there, and a
+/// button that moves them into a window of their own and back. Clients connect
+/// to the frame, never to the surface.
+class DispMBase : public QFrame, public Ui_DispMBase
+{
+    Q_OBJECT
+
+public:
+    explicit DispMBase(QWidget* parent = nullptr);
+
+    /// Sets the automatic range, in data values. Does nothing while the surface
+    /// has a range; so it may be called on every draw, and the first call after
+    /// a reset counts.
+    void setRealCoord(double x0, double y0, double x1, double y1);
+
+    PopBase* pop;           ///< the window for the drawing
+    QVBoxLayout* popLayout; ///< inside @c pop
+    bool docked = true;     ///< the drawing sits in the frame
+
+public Q_SLOTS:
+    /// Shows a place (data values) in the strip.
+    void receiveNowPos(double rx, double ry);
+
+    /// Has the client draw.
+    void receiveDraw(QStylePainter* p);
+
+    /// Moves the drawing into its window, or back.
+    void popDock();
+
+    /// The next paint fits the range to the data.
+    void clearScale();
+
+    /// Hand the number of a limit's edit to the colour bar; words count as 0.
+    void newZmax();
+    void newZmin();
+
+    /// Repaints the frame, and its drawing wherever that is.
+    void update();
+
+Q_SIGNALS:
+    void draw(QStylePainter* p);
+    void nowPos(double x, double y);
+    void mPressed(MouseC* m);
+    void mDragging(MouseC* m);
+    void mReleased(MouseC* m);
+    void mDClicked(MouseC* m);
+};

@@ -1,0 +1,35 @@
+#include "display/PopBase.h"
+
+#include <QCloseEvent>
+#include <QGridLayout>
+
+PopBase::PopBase(QWidget* owner)
+    : QFrame(owner, Qt::Window)
+{
+    setupUi(this);
+    resize(800, 600);
+    hide();
+}
+
+void PopBase::popDock(QWidget* content, QGridLayout* home, bool* docked)
+{
+    if (*docked) {
+        PopBaseLayout->addWidget(content);
+        show();
+    } else {
+        home->addWidget(content, 1, 0);
+        hide();
+    }
+    *docked = !*docked;
+}
+
+void PopBase::update()
+{
+    QWidget::update(QRegion(rect()) - childrenRegion());
+}
+
+void PopBase::closeEvent(QCloseEvent* event)
+{
+    Q_EMIT closed();
+    event->accept();
+}

@@ -1,0 +1,206 @@
+#include "display/cBar.h"
+
+#include "display/ColorTables.h"
+#include "display/Pixels.h"
+#include "ui_cBar.h"
+
+#include <QMouseEvent>
+#include <QStylePainter>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace
+{
+
+constexpr double hitDistance = 10.0; // pixels
+
+enum Handle { UpperLine, LowerLine };
+
+} // namespace
+
+cBar::cBar(QWidget* parent)
+    : QFrame(parent)
+{
+    Ui_cBar().setupUi(this);
+    setCBarType(0);
+}
+
+cBar::~cBar()
+{
+    qDeleteAll(table);
+}
+
+void cBar::setCBarType(int type)
+{
+    qDeleteAll(table);
+    table.clear();
+    const QList<QColor> colors = display::colorTable(type);
+    for (const QColor& color : colors) {
+        table.append(new QColor(color));
+    }
+    nColors = static_cast<int>(table.size());
+    minIdx = 0;
+    maxIdx = nColors;
+    imin = 0.0;
+    imax = nColors;
+    update();
+}
+
+const QColor& cBar::color(double v) const
+{
+    const double place = (imax - imin) / (zmax - zmin) * (v - zmin) + imin;
+    if (place >= nColors) {
+        // An infinite place is no place above the table: it has none.
+        return entry(std::isinf(place) ? 0 : nColors - 1);
+    }
+    return entry(place > 0.0 ? static_cast<int>(place) : 0); // NaN goes to 0 too
+}
+
+const QColor& cBar::entry(int i) const
+{
+    return *table.at(invert ? nColors - 1 - i : i);
+}
+
+void cBar::checkOrder()
+{
+    if (zmax < zmin) {
+        std::swap(zmax, zmin);
+    }
+    Q_EMIT newScale();
+}
+
+void cBar::setAutoScale(bool f)
+{
+    autoScale = f;
+    Q_EMIT newScale();
+}
+
+void cBar::newZmax(double max)
+{
+    zmax = max;
+    checkOrder();
+}
+
+void cBar::newZmin(double min)
+{
+    zmin = min;
+    checkOrder();
+}
+
+int cBar::maxCBarTypes()
+{
+    return display::colorTableCount;
+}
+
+void cBar::setInvertCBar(bool f)
+{
+    invert = f;
+}
+
+void cBar::paintEvent(QPaintEvent*)
+{
+    QStylePainter p;
+    p.begin(this);
+    p.setRenderHint(QPainter::SmoothPixmapTransform);
+    cc.setScreen(0.0, height(), width(), 0.0);
+    cc.setReal(0.0, imin, 1.0, imax);
+    fillRows(&p, rowOf(minIdx), rowOf(imin), belowColor);
+    drawTable(&p);
+    fillRows(&p, rowOf(imax), rowOf(maxIdx), aboveColor);
+    drawDragLines(&p);
+}
+
+int cBar::rowOf(double place) const
+{
+    return display::truncated(cc.r2sY(place));
+}
+
+/// Fills the rows from @p top to before @p bottom, across the width.
+void cBar::fillRows(QPainter* p, int top, int bottom, const QColor& color) const
+{
+    const int first = std::max(top, 0);
+    const int end = std::min(bottom, height());
+    if (first < end) {
+        p->fillRect(0, first, width(), end - first, color);
+    }
+}
+
+void cBar::drawTable(QPainter* p) const
+{
+    // On the screen y grows downward, so the height of an entry is negative as
+    // a rule, and its band stands upon its row; it hangs below it while the
+    // lines are dragged past each other.
+    const double entryHeight = cc.r2sdY(1.0);
+    const int band = std::max(display::truncated(std::fabs(entryHeight) + 1.0), 1);
+    for (int i = 0; i < nColors; ++i) {
+        const int row = rowOf(i);
+        if (row < -band || row > height() + band) {
+            continue;
+        }
+        const int top = entryHeight < 0.0 ? row - band + 1 : row;
+        fillRows(p, top, top + band, entry(i));
+    }
+}
+
+void cBar::drawDragLines(QPainter* p)
+{
+    const int last = height() - 1;
+    const auto held = [last](int row) { return std::max(0, std::min(row, last)); };
+    p->setPen(lineColor);
+    maxLineY = held(rowOf(maxIdx));
+    minLineY = held(rowOf(minIdx));
+    p->drawLine(0, maxLineY, width(), maxLineY);
+    p->drawLine(0, minLineY, width(), minLineY);
+}
+
+void cBar::mousePressEvent(QMouseEvent* event)
+{
+    mouse.recordPressed(event);
+    // The lower line wins when both are near. A press near neither leaves the
+    // last handle armed, and so does a release, on purpose.
+    if (std::fabs(mouse.pressPos.y() - cc.r2sY(maxIdx)) < hitDistance) {
+        dragHandle = UpperLine;
+    }
+    if (std::fabs(mouse.pressPos.y() - cc.r2sY(minIdx)) < hitDistance) {
+        dragHandle = LowerLine;
+    }
+}
+
+void cBar::mouseMoveEvent(QMouseEvent* event)
+{
+    mouse.moved(event);
+    if (mouse.pressed) {
+        stretchTo(mouse.now.y());
+    }
+    update();
+}
+
+void cBar::stretchTo(int y)
+{
+    const double upper = dragHandle == UpperLine ? y : rowOf(maxIdx);
+    const double lower = dragHandle == LowerLine ? y : rowOf(minIdx);
+    if (upper == lower) {
+        return;
+    }
+    const double d = (maxIdx - minIdx) / (upper - lower);
+    imax = -lower * d + minIdx;
+    imin = (height() - lower) * d + minIdx;
+    Q_EMIT newScale();
+}
+
+void cBar::mouseReleaseEvent(QMouseEvent* event)
+{
+    mouse.released(event);
+    update();
+}
+
+void cBar::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    mouse.dClicked(event);
+    imin = minIdx;
+    imax = maxIdx;
+    // The map beside it follows at its own next paint.
+    update();
+}

@@ -1,0 +1,84 @@
+// How a spectrum row draws itself in its frame of the graph window.
+
+#include "rows/AXafsFileSelect.h"
+
+#include "display/CurvePainter.h"
+#include "display/DispABase.h"
+#include "display/Pixels.h"
+
+#include <QStylePainter>
+
+#include <cmath>
+
+using display::truncated;
+
+void AXafsFileSelect::draw(QStylePainter* p)
+{
+    ChCoord& cc = frame->DispA->cc;
+    cc.computeArea();
+    frame->setXYTitle(tr("Eng.[eV]"), tr("mut"));
+    p->fillRect(QRectF(0.0, 0.0, std::fabs(cc.scrX1 - cc.scrX0) - 1.0,
+                       std::fabs(cc.scrY1 - cc.scrY0) - 1.0),
+                Qt::white);
+    if (points.isEmpty()) {
+        cc.drawn = false;
+        return;
+    }
+    // The range rests on the energies as read: a shift moves the curve in it.
+    const double dx = (maxEnergy - minEnergy) * 0.05;
+    const double dy = (maxMut - minMut) * 0.05;
+    frame->setRealCoord(minEnergy - dx, minMut - dy, maxEnergy + dx, maxMut + dy);
+    drawLimits(p, cc, minMut - dy, maxMut + dy);
+    drawCurves(p, cc);
+    frame->DispA->drawFrame(p, true);
+    drawEdgeJump(p, cc);
+}
+
+void AXafsFileSelect::drawLimits(QStylePainter* p, const ChCoord& cc, double bottom,
+                                 double top) const
+{
+    const auto vertical = [&](double energyEv, const QColor& color) {
+        const double x = cc.r2sX(energyEv);
+        if (const auto line = display::pixelLine({x, cc.r2sY(bottom)}, {x, cc.r2sY(top)})) {
+            p->setPen(color);
+            p->drawLine(*line);
+        }
+    };
+    const QColor limitColor(255, 200, 200);
+    vertical(preEdgeEnd, limitColor);
+    vertical(postEdgeStart, limitColor);
+    vertical(edgeEnergy, QColor(255, 0, 0));
+}
+
+void AXafsFileSelect::drawCurves(QStylePainter* p, const ChCoord& cc) const
+{
+    const auto curve = [&](const QColor& color, const auto& valueOf) {
+        p->setPen(color);
+        CurvePainter painter(p, cc);
+        for (const MutPoint& point : points) {
+            const double working = point.energy - AMutE::dE;
+            painter.add(working, valueOf(point, working));
+        }
+    };
+    curve(Qt::black, [](const MutPoint& point, double) { return point.mut; });
+    curve(QColor(0, 200, 0), [this](const MutPoint&, double E) { return preValue(E); });
+    curve(QColor(0, 0, 200), [this](const MutPoint&, double E) { return postValue(E); });
+}
+
+void AXafsFileSelect::drawEdgeJump(QStylePainter* p, const ChCoord& cc) const
+{
+    const int T = truncated((cc.areaY1 - cc.areaY0) / cc.titleDiv); // negative
+    const int L = truncated((cc.scrX1 - cc.scrX0) * cc.marginLeft);
+    const QRectF box(truncated(cc.areaX1) - 3 * L,
+                     truncated(cc.areaY1) - truncated(T * (1.0 - cc.textFill)), 3 * L,
+                     truncated(std::abs(T) * cc.textFill));
+    DrawText text;
+    text.drawText(p, box, QFont(), (Qt::AlignLeft | Qt::AlignVCenter).toInt(), DrawText::fit,
+                  tr("Edge Jump : %1").arg(edgeJump()), -1.0);
+}
+
+void AXafsFileSelect::mPressed(MouseC*) {}
+
+void AXafsFileSelect::mDragging(MouseC*) {}
+
+void AXafsFileSelect::mReleased(MouseC*) {}
