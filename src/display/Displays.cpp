@@ -40,6 +40,7 @@ void Displays::addDisp(DispABase* d, const QString& title, DispId id, int col, i
 {
     d->xTitleInArea = true;
     d->yTitleInArea = true;
+    d->setXYTitle(d->xTitle, d->yTitle); // empties the strip's before the first draw
     d->Title->setText(title);
     if (col >= 0 && row >= 0) {
         DispL->addWidget(d, row, col, rowSpan, colSpan);

@@ -51,7 +51,9 @@ QRectF DrawText::drawText(QStylePainter* p, const QRectF& box, const QFont& font
     const QRectF room = normalize(box);
     QRectF measured;
     bool visible = true;
+    int drawingFlags = flags;
     if (mode == fit) {
+        drawingFlags |= Qt::TextDontClip;
         measured = measure(p, sized(font, trialPoints), flags, text);
         const double points = limited(fittingPoints(room, measured), maxPoints);
         visible = points > 0.0;
@@ -62,7 +64,7 @@ QRectF DrawText::drawText(QStylePainter* p, const QRectF& box, const QFont& font
         measured = measure(p, font, flags, text);
     }
     if (visible) {
-        p->drawText(room, flags, text);
+        p->drawText(room, drawingFlags, text);
     }
     p->setFont(font);
     return measured;
