@@ -73,9 +73,7 @@ void FourPs::map3ps(const analysis::CollectedRows& rows, const analysis::Referen
     if (!hasUsableRows(rows, 3)) {
         return;
     }
-    startMapHistograms();
-    analysis::mapThreePoints(mapStack(rows, refs), BaseData, *HistV, *HistT);
-    Disps->update();
+    runMapForm(Variant::ThreePoints, analysis::mapThreePoints, mapStack(rows, refs));
 }
 
 void FourPs::map4psExact(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs)
@@ -83,9 +81,7 @@ void FourPs::map4psExact(const analysis::CollectedRows& rows, const analysis::Re
     if (!hasUsableRows(rows, 4)) {
         return;
     }
-    startMapHistograms();
-    analysis::mapExactFourPoints(mapStack(rows, refs), BaseData, *HistV, *HistT);
-    Disps->update();
+    runMapForm(Variant::ExactFourPoints, analysis::mapExactFourPoints, mapStack(rows, refs));
 }
 
 void FourPs::map4psLS(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs)
@@ -93,8 +89,14 @@ void FourPs::map4psLS(const analysis::CollectedRows& rows, const analysis::Refer
     if (!hasUsableRows(rows, 1)) {
         return;
     }
-    startMapHistograms();
-    analysis::mapLeastSquare(mapStack(rows, refs), BaseData, *HistV, *HistT);
+    runMapForm(Variant::LeastSquare, analysis::mapLeastSquare, mapStack(rows, refs));
+}
+
+void FourPs::runMapForm(Variant variant, MapForm form, const MapStack& stack)
+{
+    m_latestMap.run(
+        analysis::inputsOf(variant, stack), BaseData, {HistV, HistT},
+        [this] { startMapHistograms(); }, [&] { form(stack, BaseData, *HistV, *HistT); });
     Disps->update();
 }
 

@@ -7,9 +7,9 @@
 #include "analysis/ReferenceSet.h"
 #include "display/Displays.h"
 #include "display/Histgram.h"
+#include "display/LineEditText.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
-#include "display/LineEditText.h"
 
 namespace neq = analysis::neq;
 
@@ -79,8 +79,6 @@ void FourPs::mapNEQ(bool victoreen, const QList<analysis::PointState>& points,
     if (refs.usedRow(1) < 0) {
         return; // a reference is missing, which its count has told already
     }
-    startMapHistograms();
-    startReferenceHistograms();
     analysis::NeqStack stack{victoreen, neqPrepare(points, refs), {}, nullptr};
     for (const int row : std::as_const(stack.inputs.rowIndices)) {
         stack.maps.append(EPoints.at(row));
@@ -88,7 +86,16 @@ void FourPs::mapNEQ(bool victoreen, const QList<analysis::PointState>& points,
     stack.base = EPoints.at(stack.inputs.baseRow);
     const QList<HistogramCounts*> shares(HistRatio.cbegin(), HistRatio.cend());
     const QList<HistogramCounts*> amounts(HistDMut.cbegin(), HistDMut.cend());
-    analysis::mapNonEquivalent(stack, BaseData, {HistV, HistT, shares, amounts});
+    m_latestMap.run(
+        analysis::inputsOf(stack), BaseData,
+        QList<HistogramCounts*>{HistV, HistT} + shares + amounts,
+        [this] {
+            startMapHistograms();
+            startReferenceHistograms();
+        },
+        [&] {
+            analysis::mapNonEquivalent(stack, BaseData, {HistV, HistT, shares, amounts});
+        });
     Disps->update();
 }
 

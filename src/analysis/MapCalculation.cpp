@@ -96,4 +96,20 @@ void mapLeastSquare(const MapStack& stack, A2DData& result, HistogramCounts& val
     });
 }
 
+MapMemory::Inputs inputsOf(Variant form, const MapStack& stack)
+{
+    MapMemory::Inputs inputs;
+    inputs.numbers = {static_cast<double>(form), stack.r, stack.mix.enoughReferences ? 1.0 : 0.0,
+                      stack.mix.v1, stack.mix.v2};
+    const auto add = [&inputs](const MapPoint& point) {
+        inputs.numbers << point.energy << point.r1 << point.r2;
+        inputs.maps << point.map;
+    };
+    add(stack.v);
+    for (const MapPoint& point : stack.others) {
+        add(point);
+    }
+    return inputs;
+}
+
 } // namespace analysis

@@ -1,6 +1,8 @@
 // From a stack of maps to a result map, pixel by pixel.
 #pragma once
 
+#include "analysis/CalculationChoice.h"
+#include "analysis/MapMemory.h"
 #include "analysis/ValenceMix.h"
 
 #include <QList>
@@ -43,5 +45,8 @@ void mapExactFourPoints(const MapStack& stack, A2DData& result, HistogramCounts&
                         HistogramCounts& thickness);
 void mapLeastSquare(const MapStack& stack, A2DData& result, HistogramCounts& valence,
                     HistogramCounts& thickness);
+
+/// All that @p form reads of @p stack.
+MapMemory::Inputs inputsOf(Variant form, const MapStack& stack);
 
 } // namespace analysis

@@ -1,5 +1,6 @@
 #include "analysis/NonEquivalentMap.h"
 
+#include "analysis/CalculationChoice.h"
 #include "analysis/HistogramCounts.h"
 #include "analysis/PixelWalk.h"
 
@@ -83,6 +84,26 @@ void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistogram
         countPixel(values, solver.references(), histograms);
     });
     result.extended = true;
+}
+
+MapMemory::Inputs inputsOf(const NeqStack& stack)
+{
+    const Variant form =
+        stack.victoreen ? Variant::NonEquivalentVictoreen : Variant::NonEquivalentLinear;
+    MapMemory::Inputs inputs;
+    inputs.numbers = {static_cast<double>(form), stack.inputs.jumpSum};
+    const auto add = [&inputs](const QList<double>& numbers) {
+        inputs.numbers << static_cast<double>(numbers.size()) << numbers;
+    };
+    for (const QList<double>& values : stack.inputs.refValues) {
+        add(values);
+    }
+    add(stack.inputs.energies);
+    add(stack.inputs.weights);
+    add(stack.inputs.valences);
+    inputs.maps = stack.maps;
+    inputs.maps << stack.base;
+    return inputs;
 }
 
 } // namespace analysis

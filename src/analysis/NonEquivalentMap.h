@@ -1,6 +1,7 @@
 // The non-equivalent method on a stack of maps, pixel by pixel.
 #pragma once
 
+#include "analysis/MapMemory.h"
 #include "analysis/NonEquivalent.h"
 
 class A2DData;
@@ -33,5 +34,8 @@ struct NeqHistograms {
 /// shares and amounts. No pixel is skipped; one that a map lacks counts as a
 /// mut of -1.0. Each map is read with its own width.
 void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistograms& histograms);
+
+/// All that the method reads of @p stack.
+MapMemory::Inputs inputsOf(const NeqStack& stack);
 
 } // namespace analysis

@@ -1,6 +1,7 @@
 // The one panel of the program: input rows, calculations and result map.
 #pragma once
 
+#include "analysis/MapMemory.h"
 #include "analysis/RowCollection.h"
 #include "data/A2DData.h"
 #include "display/CColors.h"
@@ -28,8 +29,8 @@ namespace analysis
 struct MapStack;
 struct MethodRadios;
 struct NeqInputs;
-struct ValenceMix;
 class ReferenceSet;
+enum class Variant;
 } // namespace analysis
 
 /// One run of the linear combination fit beside the target's result at that
@@ -265,6 +266,9 @@ private:
     void map4psLS(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs);
     void mapNEQ(bool victoreen, const QList<analysis::PointState>& points,
                 const analysis::ReferenceSet& refs);
+    using MapForm = void (*)(const analysis::MapStack& stack, A2DData& result,
+                             HistogramCounts& valence, HistogramCounts& thickness);
+    void runMapForm(analysis::Variant variant, MapForm form, const analysis::MapStack& stack);
     void startMapHistograms();
     void startReferenceHistograms();
 
@@ -275,6 +279,7 @@ private:
     void RefreshRefColumn(int n);
     void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy);
 
+    analysis::MapMemory m_latestMap;
     QButtonGroup* m_mapRadioGroup = nullptr;
     QButtonGroup* m_mapRowGroup = nullptr;
     QButtonGroup* m_normGroup = nullptr;

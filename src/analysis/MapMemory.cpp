@@ -1,0 +1,70 @@
+#include "analysis/MapMemory.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace analysis
+{
+
+namespace
+{
+
+bool sameBits(const QList<double>& a, const QList<double>& b)
+{
+    return a.size() == b.size() &&
+           (a.isEmpty() || std::memcmp(a.constData(), b.constData(),
+                                       static_cast<std::size_t>(a.size()) * sizeof(double)) == 0);
+}
+
+/// Whether both share their pixels, and claim the same of them.
+bool isUnchanged(const A2DData& kept, const A2DData& now)
+{
+    return kept.rows.constData() == now.rows.constData() && kept.rows.size() == now.rows.size() &&
+           kept.xNum == now.xNum && kept.yNum == now.yNum && kept.extended == now.extended &&
+           kept.headerLines == now.headerLines;
+}
+
+} // namespace
+
+QList<HistogramCounts> MapMemory::countsOf(const QList<HistogramCounts*>& histograms)
+{
+    QList<HistogramCounts> counts;
+    for (const HistogramCounts* histogram : histograms) {
+        counts.append(*histogram);
+    }
+    return counts;
+}
+
+void MapMemory::restore(const QList<HistogramCounts*>& histograms,
+                        const QList<HistogramCounts>& counts)
+{
+    for (qsizetype i = 0; i < histograms.size(); ++i) {
+        *histograms.at(i) = counts.at(i);
+    }
+}
+
+bool MapMemory::isRepetition(const Inputs& inputs, const A2DData& result,
+                             const QList<HistogramCounts>& counts,
+                             const QList<HistogramCounts>& started) const
+{
+    return m_known && sameBits(m_numbers, inputs.numbers) &&
+           std::equal(
+               m_maps.cbegin(), m_maps.cend(), inputs.maps.cbegin(), inputs.maps.cend(),
+               [](const A2DData& kept, const A2DData* now) { return isUnchanged(kept, *now); }) &&
+           isUnchanged(m_result, result) && m_started == started && m_counts == counts;
+}
+
+void MapMemory::keep(const Inputs& inputs, const A2DData& result,
+                     const QList<HistogramCounts>& counts, const QList<HistogramCounts>& started)
+{
+    m_known = true;
+    m_numbers = inputs.numbers;
+    for (const A2DData* map : inputs.maps) {
+        m_maps.append(*map);
+    }
+    m_result = result;
+    m_counts = counts;
+    m_started = started;
+}
+
+} // namespace analysis

@@ -1,0 +1,173 @@
+// When a map calculation may be spared because it would give what is there.
+
+#include "analysis/MapMemory.h"
+#include "support/ReadyMap.h"
+
+#include <QtTest>
+
+#include <functional>
+#include <limits>
+
+using analysis::MapMemory;
+
+namespace
+{
+
+// A stand-in for a calculation: its result is the sum of the maps' first pixels
+// and the numbers, counted in one histogram.
+struct Scene {
+    A2DData first = tests::readyMap(2, 1, {1.0, 2.0});
+    A2DData second = tests::readyMap(2, 1, {3.0, 4.0});
+    QList<double> numbers{5.0, 6.0};
+    A2DData result;
+    HistogramCounts histogram;
+    double from = 0.0;
+    MapMemory memory;
+    int walks = 0;
+
+    void calculate()
+    {
+        memory.run(
+            {numbers, {&first, &second}}, result, {&histogram},
+            [this] { histogram.start(from, 100.0, 11); },
+            [this] {
+                ++walks;
+                double sum = 0.0;
+                for (const double number : std::as_const(numbers)) {
+                    sum += number;
+                }
+                sum += first.rows.first().intensity + second.rows.first().intensity;
+                result.clear();
+                result.rows.append({0.0, 0.0, sum, 0.0, {}});
+                result.xNum = 1;
+                result.yNum = 1;
+                histogram.add(sum);
+            });
+    }
+};
+
+using Change = std::function<void(Scene&)>;
+
+} // namespace
+Q_DECLARE_METATYPE(Change)
+
+class tst_MapMemory : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void firstCalculationWalks();
+    void repetitionLeavesResultAndCountsWithoutAWalk();
+    void anyChangeMakesItWalkAgain_data();
+    void anyChangeMakesItWalkAgain();
+    void oppositeZerosAreDifferentNumbers();
+    void equalNaNsAreTheSameNumber();
+    void resultIsNotSharedWhileItIsMade();
+    void changeAndBackWalksAgain();
+};
+
+void tst_MapMemory::firstCalculationWalks()
+{
+    Scene scene;
+    scene.calculate();
+    QCOMPARE(scene.walks, 1);
+    QCOMPARE(scene.result.rows.first().intensity, 15.0); // 5 + 6 + 1 + 3
+    QCOMPARE(scene.histogram.bins.at(2), 1);             // edges at -5, 5, 15, 25, ...
+}
+
+void tst_MapMemory::repetitionLeavesResultAndCountsWithoutAWalk()
+{
+    Scene scene;
+    scene.calculate();
+    const A2DRow* pixels = scene.result.rows.constData();
+    const HistogramCounts counts = scene.histogram;
+    scene.calculate();
+    scene.calculate();
+    QCOMPARE(scene.walks, 1);
+    QCOMPARE(scene.result.rows.constData(), pixels);
+    QVERIFY(scene.histogram == counts);
+    QCOMPARE(scene.histogram.total, 1);
+}
+
+void tst_MapMemory::anyChangeMakesItWalkAgain_data()
+{
+    QTest::addColumn<Change>("change");
+    const auto row = [](const char* name, const Change& change) { QTest::newRow(name) << change; };
+    row("a number", [](Scene& s) { s.numbers[1] = 7.0; });
+    row("one number more", [](Scene& s) { s.numbers.append(0.0); });
+    row("the last bit of a number", [](Scene& s) { s.numbers[0] = std::nextafter(5.0, 6.0); });
+    row("a pixel in its place", [](Scene& s) { s.second.rows[0].intensity = 8.0; });
+    row("a pixel beside the ones looked at", [](Scene& s) { s.second.rows[1].i0 = 8.0; });
+    row("a map read anew with equal pixels", [](Scene& s) {
+        s.first = tests::readyMap(2, 1, {1.0, 2.0});
+    });
+    row("the width of a map", [](Scene& s) { s.first.xNum = 1; });
+    row("the height of a map", [](Scene& s) { s.first.yNum = 2; });
+    row("comment lines of a map", [](Scene& s) { s.first.headerLines << QStringLiteral("# x"); });
+    row("maps exchanged", [](Scene& s) { std::swap(s.first, s.second); });
+    row("a limit of the histogram", [](Scene& s) { s.from = 1.0; });
+    row("a count", [](Scene& s) { ++s.histogram.bins[3]; });
+    row("a count outside", [](Scene& s) { ++s.histogram.over; });
+    row("a pixel of the result", [](Scene& s) { s.result.rows[0].intensity = 0.0; });
+    row("the size of the result", [](Scene& s) { s.result.xNum = 2; });
+    row("what the result carries", [](Scene& s) { s.result.extended = true; });
+    row("the result emptied", [](Scene& s) { s.result.clear(); });
+}
+
+void tst_MapMemory::anyChangeMakesItWalkAgain()
+{
+    QFETCH(Change, change);
+    Scene scene;
+    scene.calculate();
+    change(scene);
+    scene.calculate();
+    QCOMPARE(scene.walks, 2);
+    scene.calculate();
+    QCOMPARE(scene.walks, 2);
+}
+
+void tst_MapMemory::oppositeZerosAreDifferentNumbers()
+{
+    Scene scene;
+    scene.numbers = {0.0};
+    scene.calculate();
+    scene.numbers = {-0.0};
+    scene.calculate();
+    QCOMPARE(scene.walks, 2);
+}
+
+void tst_MapMemory::equalNaNsAreTheSameNumber()
+{
+    Scene scene;
+    scene.numbers = {std::numeric_limits<double>::quiet_NaN()};
+    scene.calculate();
+    scene.calculate();
+    QCOMPARE(scene.walks, 1);
+}
+
+void tst_MapMemory::resultIsNotSharedWhileItIsMade()
+{
+    Scene scene;
+    scene.calculate();
+    scene.numbers[0] = 9.0;
+    bool shared = true;
+    scene.memory.run(
+        {scene.numbers, {}}, scene.result, {}, [] {},
+        [&] { shared = !scene.result.rows.isDetached(); });
+    QVERIFY(!shared);
+}
+
+void tst_MapMemory::changeAndBackWalksAgain()
+{
+    Scene scene;
+    scene.calculate();
+    scene.numbers[0] = 9.0;
+    scene.calculate();
+    scene.numbers[0] = 5.0;
+    scene.calculate();
+    QCOMPARE(scene.walks, 3);
+    QCOMPARE(scene.result.rows.first().intensity, 15.0);
+}
+
+QTEST_APPLESS_MAIN(tst_MapMemory)
+#include "tst_MapMemory.moc"
