@@ -110,6 +110,9 @@ void FourPs::receiveNewFile(QString fname)
         receiveNewTarget(fname);
     }
     calcBoth();
+    // A file that gave no spectrum has refreshed nothing so far, and its plot
+    // still shows the one before.
+    Disps->update();
 }
 
 void FourPs::receiveNewRef(int n)
