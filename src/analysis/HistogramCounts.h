@@ -45,8 +45,6 @@ struct HistogramCounts {
     /// Numbers as QString::arg(double) gives them.
     QByteArray fileText() const;
 
-    bool operator==(const HistogramCounts& other) const = default;
-
     double minV = 0.0; ///< lower edge of bin 0
     double maxV = 0.0; ///< upper edge of the last bin
     double step = 0.0; ///< width of one bin

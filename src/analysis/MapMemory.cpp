@@ -16,6 +16,19 @@ bool sameBits(const QList<double>& a, const QList<double>& b)
                                        static_cast<std::size_t>(a.size()) * sizeof(double)) == 0);
 }
 
+bool sameCounts(const HistogramCounts& a, const HistogramCounts& b)
+{
+    return sameBits({a.minV, a.maxV, a.step}, {b.minV, b.maxV, b.step}) && a.boxes == b.boxes &&
+           a.total == b.total && a.bins == b.bins && a.under == b.under && a.over == b.over;
+}
+
+bool sameCounts(const QList<HistogramCounts>& a, const QList<HistogramCounts>& b)
+{
+    return std::equal(
+        a.cbegin(), a.cend(), b.cbegin(), b.cend(),
+        [](const HistogramCounts& x, const HistogramCounts& y) { return sameCounts(x, y); });
+}
+
 /// Whether both share their pixels, and claim the same of them.
 bool isUnchanged(const A2DData& kept, const A2DData& now)
 {
@@ -51,7 +64,8 @@ bool MapMemory::isRepetition(const Inputs& inputs, const A2DData& result,
            std::equal(
                m_maps.cbegin(), m_maps.cend(), inputs.maps.cbegin(), inputs.maps.cend(),
                [](const A2DData& kept, const A2DData* now) { return isUnchanged(kept, *now); }) &&
-           isUnchanged(m_result, result) && m_started == started && m_counts == counts;
+           isUnchanged(m_result, result) && sameCounts(m_started, started) &&
+           sameCounts(m_counts, counts);
 }
 
 void MapMemory::keep(const Inputs& inputs, const A2DData& result,

@@ -15,7 +15,8 @@ namespace analysis
 /// the last bit.
 ///
 /// Maps and result are kept as implicitly shared lists. Whoever changes one of
-/// them afterwards gets a copy of his own, which is how the change is seen.
+/// them afterwards gets a copy of his own, which is how the change is seen. What
+/// was replaced stays in memory until the next calculation.
 class MapMemory
 {
 public:

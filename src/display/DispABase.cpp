@@ -3,8 +3,6 @@
 #include "display/LineEditText.h"
 #include "display/Pixels.h"
 
-#include <QStylePainter>
-
 #include <cmath>
 
 using display::truncated;

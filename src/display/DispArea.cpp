@@ -7,7 +7,6 @@
 #include "ui_DispArea.h"
 
 #include <QMouseEvent>
-#include <QStylePainter>
 #include <QWheelEvent>
 
 #include <cmath>

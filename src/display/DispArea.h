@@ -6,10 +6,10 @@
 #include "display/MouseC.h"
 
 #include <QFrame>
+#include <QStylePainter>
 
 class MarkLine;
 class MarkLines;
-class QStylePainter;
 
 /// A painting surface. It draws nothing of its own: each paint prepares a
 /// painter and the coordinates and asks, by draw(), whoever is connected.

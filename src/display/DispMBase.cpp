@@ -2,8 +2,6 @@
 
 #include "display/LineEditText.h"
 
-#include <QStylePainter>
-
 DispMBase::DispMBase(QWidget* parent)
     : QFrame(parent)
 {
@@ -23,6 +21,13 @@ DispMBase::DispMBase(QWidget* parent)
     connect(MaxV, &QLineEdit::editingFinished, this, &DispMBase::newZmax);
     connect(MinV, &QLineEdit::editingFinished, this, &DispMBase::newZmin);
     connect(CBar, &cBar::newScale, this, &DispMBase::update);
+}
+
+DispMBase::~DispMBase()
+{
+    // A limit that has the focus finishes its editing as it dies, after this.
+    MaxV->disconnect(this);
+    MinV->disconnect(this);
 }
 
 void DispMBase::setRealCoord(double x0, double y0, double x1, double y1)

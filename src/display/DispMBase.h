@@ -18,6 +18,7 @@ class DispMBase : public QFrame, public Ui_DispMBase
 
 public:
     explicit DispMBase(QWidget* parent = nullptr);
+    ~DispMBase() override;
 
     /// Sets the automatic range, in data values. Does nothing while the surface
     /// has a range; so it may be called on every draw, and the first call after

@@ -1,7 +1,5 @@
 #include "display/Displays.h"
 
-#include <QStylePainter>
-
 Displays::Displays(QWidget* parent)
     : QFrame(parent)
 {

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <limits>
-#include <utility>
 
 namespace
 {
@@ -20,29 +19,36 @@ bool isWithinReach(const QPointF& p)
     return std::fabs(p.x()) <= reach && std::fabs(p.y()) <= reach;
 }
 
-/// A span of the way from one end of a segment (0) to the other (1).
-struct Part {
-    double begin = 0.0;
-    double end = 1.0;
-
-    /// Leaves what lies within reach on an axis; false when nothing does.
-    bool narrow(double from, double to)
-    {
-        // Halves, since the distance of two finite numbers may be infinite.
-        const double half = 0.5 * to - 0.5 * from;
-        if (half == 0.0) {
-            return std::fabs(from) <= reach;
-        }
-        double enters = (-0.5 * reach - 0.5 * from) / half;
-        double leaves = (0.5 * reach - 0.5 * from) / half;
-        if (enters > leaves) {
-            std::swap(enters, leaves);
-        }
-        begin = std::fmax(begin, enters);
-        end = std::fmin(end, leaves);
-        return begin <= end;
-    }
+/// An end of what is left of a segment: how far along the way from one end (0)
+/// to the other (1), and where it meets the reach on an axis.
+struct Cut {
+    double part;
+    std::optional<double> x;
+    std::optional<double> y;
 };
+
+/// Moves both ends to where the segment is within reach on one axis; false when
+/// it never is.
+bool cutOnAxis(double from, double to, Cut& begin, Cut& end, std::optional<double> Cut::*axis)
+{
+    // Halves, since the distance of two finite numbers may be infinite.
+    const double half = 0.5 * to - 0.5 * from;
+    if (half == 0.0) {
+        return std::fabs(from) <= reach;
+    }
+    const double near = half > 0.0 ? -reach : reach;
+    const double enters = (0.5 * near - 0.5 * from) / half;
+    const double leaves = (-0.5 * near - 0.5 * from) / half;
+    if (enters > begin.part) {
+        begin = {enters, {}, {}};
+        begin.*axis = near;
+    }
+    if (leaves < end.part) {
+        end = {leaves, {}, {}};
+        end.*axis = -near;
+    }
+    return begin.part <= end.part;
+}
 
 double onTheWay(double from, double to, double part)
 {
@@ -76,13 +82,15 @@ std::optional<QLine> display::pixelLine(const QPointF& from, const QPointF& to)
     if (isWithinReach(from) && isWithinReach(to)) {
         return QLine(truncatedPoint(from.x(), from.y()), truncatedPoint(to.x(), to.y()));
     }
-    Part part;
-    if (!isFinite(from) || !isFinite(to) || !part.narrow(from.x(), to.x()) ||
-        !part.narrow(from.y(), to.y())) {
+    Cut begin{0.0, {}, {}};
+    Cut end{1.0, {}, {}};
+    if (!isFinite(from) || !isFinite(to) || !cutOnAxis(from.x(), to.x(), begin, end, &Cut::x) ||
+        !cutOnAxis(from.y(), to.y(), begin, end, &Cut::y)) {
         return std::nullopt;
     }
-    const auto at = [&](double t) {
-        return truncatedPoint(onTheWay(from.x(), to.x(), t), onTheWay(from.y(), to.y(), t));
+    const auto at = [&](const Cut& cut) {
+        return truncatedPoint(cut.x.value_or(onTheWay(from.x(), to.x(), cut.part)),
+                              cut.y.value_or(onTheWay(from.y(), to.y(), cut.part)));
     };
-    return QLine(at(part.begin), at(part.end));
+    return QLine(at(begin), at(end));
 }

@@ -30,6 +30,11 @@ void PopBase::update()
 
 void PopBase::closeEvent(QCloseEvent* event)
 {
-    Q_EMIT closed();
+    // A second close may come before the first one has been shown, when a
+    // calculation kept the windows waiting. It must not take the drawing back
+    // into a window that is closing.
+    if (isVisible()) {
+        Q_EMIT closed();
+    }
     event->accept();
 }

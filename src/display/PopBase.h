@@ -27,6 +27,7 @@ public Q_SLOTS:
     void update();
 
 Q_SIGNALS:
+    /// The window was closed while it was in sight.
     void closed();
 
 protected:

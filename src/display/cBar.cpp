@@ -129,18 +129,14 @@ void cBar::fillRows(QPainter* p, int top, int bottom, const QColor& color) const
 
 void cBar::drawTable(QPainter* p) const
 {
-    // On the screen y grows downward, so the height of an entry is negative as
-    // a rule, and its band stands upon its row; it hangs below it while the
-    // lines are dragged past each other.
-    const double entryHeight = cc.r2sdY(1.0);
-    const int band = std::max(display::truncated(std::fabs(entryHeight) + 1.0), 1);
+    // On the screen y grows downward: the height of an entry is negative, and
+    // its band stands upon its row.
+    const int band = std::max(display::truncated(std::fabs(cc.r2sdY(1.0)) + 1.0), 1);
     for (int i = 0; i < nColors; ++i) {
         const int row = rowOf(i);
-        if (row < -band || row > height() + band) {
-            continue;
+        if (row >= 0 && row - band < height()) {
+            fillRows(p, row - band + 1, row + 1, entry(i));
         }
-        const int top = entryHeight < 0.0 ? row - band + 1 : row;
-        fillRows(p, top, top + band, entry(i));
     }
 }
 

@@ -4,7 +4,6 @@
 #include "display/LineEditText.h"
 
 #include <QDebug>
-#include <QStylePainter>
 
 AXafsFileSelect::AXafsFileSelect(QWidget* parent)
     : AFileSelect(parent)

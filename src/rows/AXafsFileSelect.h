@@ -44,7 +44,7 @@ public Q_SLOTS:
 
     /// Draws the spectrum, its two background lines and the limits between
     /// them, over working energies (eV), with the edge jump as a text. Without
-    /// points the frame stays white.
+    /// points the frame stays white. Nothing without a frame.
     void draw(QStylePainter* p);
 
     /// Do nothing: dragging is the business of the frame's marker lines.

@@ -6,14 +6,15 @@
 #include "display/DispABase.h"
 #include "display/Pixels.h"
 
-#include <QStylePainter>
-
 #include <cmath>
 
 using display::truncated;
 
 void AXafsFileSelect::draw(QStylePainter* p)
 {
+    if (!frame) {
+        return;
+    }
     ChCoord& cc = frame->DispA->cc;
     cc.computeArea();
     frame->setXYTitle(tr("Eng.[eV]"), tr("mut"));

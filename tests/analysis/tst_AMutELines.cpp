@@ -56,7 +56,7 @@ class tst_AMutELines : public QObject
 
 private Q_SLOTS:
     void linesAreVictoreenPolynomials();
-    void linesAreEvaluatedInTheStatedOrder();
+    void linesAreEvaluatedFromTheHighestPowerDown();
     void linesAtEnergyZeroAreNotFinite();
     void edgeJumpIsTakenAtTheEdgeEnergy();
 
@@ -116,7 +116,7 @@ void tst_AMutELines::linesAreVictoreenPolynomials()
     QCOMPARE(spectrum.postValue(hc / 2.0), 7.0);
 }
 
-void tst_AMutELines::linesAreEvaluatedInTheStatedOrder()
+void tst_AMutELines::linesAreEvaluatedFromTheHighestPowerDown()
 {
     AMutE spectrum;
     spectrum.preLine = {0.1, 0.7, -0.3};

@@ -142,7 +142,7 @@ constexpr Control controls[] = {
     {"FullRangeCB", "QCheckBox", "gridLayout_23", 0, 6, 1, "Full Range"},
     {"label_3", "QLabel", "gridLayout_16", 0, 0, 1, "Target"},
     {"label", "QLabel", "gridLayout_12", 2, 1, 1, "Amount dMut"},
-    // The rows of the program's own, and the holders with a stated place.
+    // The rows of the program's own, and the holders with a place of their own.
     {"TargetFile", "AXafsFileSelect", "gridLayout_16", 0, 1, 1, nullptr},
     {"DispFSelect", "AFileSelect", "gridLayout_14", 0, 1, 1, nullptr},
     {"SaveFSelect", "AFileSelect", "gridLayout_8", 0, 1, 1, nullptr},

@@ -19,7 +19,7 @@ struct PlainValences {
 };
 
 /// Writes a result map number by number through QString::arg and a text
-/// stream, line by line as the layouts are described.
+/// stream, line by line in the order of the file.
 /// @return whether the stream is still well after the last line
 bool writePlainResultMap(QIODevice& device, const A2DData& map, const PlainValences& valences,
                          const std::array<bool, 13>& wanted);
