@@ -16,6 +16,11 @@ private Q_SLOTS:
     void laterRoundsDeriveFromTheLongerList();
     void emptyListStaysEmpty();
     void longerListIsKept();
+    void fewerThanNoneAreWanted();
+    void baseListGrowsFromItsOwnNeighbours();
+    void roundStopsInItsMiddle();
+    void sumDecidesNotTheChannels();
+    void derivedColoursAreOpaque();
 };
 
 void tst_CColors::baseListIsFifteenColoursThreeTimes_data()
@@ -93,6 +98,54 @@ void tst_CColors::emptyListStaysEmpty()
 void tst_CColors::longerListIsKept()
 {
     QCOMPARE(CColors({QColor(1, 2, 3), QColor(3, 2, 1)}, 1).colors.size(), 2);
+}
+
+void tst_CColors::fewerThanNoneAreWanted()
+{
+    QCOMPARE(CColors(0).colors.size(), 45);
+    QCOMPARE(CColors(-7).colors.size(), 45);
+    QVERIFY(CColors({}, -1).colors.isEmpty());
+}
+
+// The colours 0, 1 and 2 are black, red and blue; 44 is (240, 160, 0).
+void tst_CColors::baseListGrowsFromItsOwnNeighbours()
+{
+    const CColors colors(91);
+    QCOMPARE(colors.colors.size(), 91);
+    QCOMPARE(colors.colors.at(45), QColor(255, 0, 0));
+    QCOMPARE(colors.colors.at(46), QColor(510 / 3, 0, 255));
+    // From (120, 220, 120) to (200, 200, 0): 200, (200 + 440) / 3, 240 / 3.
+    QCOMPARE(colors.colors.at(48), QColor(200, 213, 80));
+    // The first round ends by wrapping to black.
+    QCOMPARE(colors.colors.at(89), QColor(480 / 3, 320 / 3, 0));
+    // The second starts at the front again.
+    QCOMPARE(colors.colors.at(90), QColor(255, 0, 0));
+}
+
+// Reds of 30, 60 and 90 rise to 60, 90; the third is not wanted any more.
+void tst_CColors::roundStopsInItsMiddle()
+{
+    const CColors colors({QColor(30, 0, 0), QColor(60, 0, 0), QColor(90, 0, 0)}, 5);
+    const QList<int> reds{30, 60, 90, 60, 90};
+    QCOMPARE(colors.colors.size(), reds.size());
+    for (qsizetype i = 0; i < reds.size(); ++i) {
+        QCOMPARE(colors.colors.at(i), QColor(reds.at(i), 0, 0));
+    }
+}
+
+// 255 + 245 + 0 is not above 500 and stays; with one more, the products 204,
+// 147 and 0.8 are cut.
+void tst_CColors::sumDecidesNotTheChannels()
+{
+    QCOMPARE(CColors({QColor(255, 245, 0)}, 2).colors.at(1), QColor(255, 245, 0));
+    QCOMPARE(CColors({QColor(255, 245, 1)}, 2).colors.at(1), QColor(204, 147, 0));
+}
+
+void tst_CColors::derivedColoursAreOpaque()
+{
+    const CColors colors({QColor(10, 20, 30, 40)}, 2);
+    QCOMPARE(colors.colors.at(0), QColor(10, 20, 30, 40));
+    QCOMPARE(colors.colors.at(1), QColor(10, 20, 30));
 }
 
 QTEST_APPLESS_MAIN(tst_CColors)

@@ -1,0 +1,457 @@
+// Data values and pixels: layout, conversions, edge bands and tick distances.
+#include "display/ChCoord.h"
+
+#include "support/SameDouble.h"
+
+#include <QTest>
+
+#include <functional>
+#include <limits>
+
+namespace
+{
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinite = std::numeric_limits<double>::infinity();
+
+using Conversion = std::function<double(const ChCoord&, double)>;
+using EdgeTest = std::function<bool(const ChCoord&, double)>;
+
+Conversion call(double (ChCoord::*operation)(double) const)
+{
+    return [operation](const ChCoord& cc, double v) { return (cc.*operation)(v); };
+}
+
+EdgeTest ask(bool (ChCoord::*question)(double) const)
+{
+    return [question](const ChCoord& cc, double p) { return (cc.*question)(p); };
+}
+
+/// A surface of 400 by 300 pixels. The plot area runs from 40 to 380 and from
+/// 270 up to 15, so 17 units of x take 20 pixels each, 5 units of y 51 each.
+struct Surface : ChCoord {
+    Surface()
+    {
+        setScreen(0, 300, 400, 0);
+        computeArea();
+        setReal(10, -1, 27, 4);
+    }
+};
+
+bool isArea(const ChCoord& cc, double x0, double y0, double x1, double y1)
+{
+    return cc.areaX0 == x0 && cc.areaY0 == y0 && cc.areaX1 == x1 && cc.areaY1 == y1;
+}
+
+bool isScreen(const ChCoord& cc, double x0, double y0, double x1, double y1)
+{
+    return cc.scrX0 == x0 && cc.scrY0 == y0 && cc.scrX1 == x1 && cc.scrY1 == y1;
+}
+
+bool isReal(const ChCoord& cc, double x0, double y0, double x1, double y1)
+{
+    return cc.realX0 == x0 && cc.realY0 == y0 && cc.realX1 == x1 && cc.realY1 == y1;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Conversion)
+Q_DECLARE_METATYPE(EdgeTest)
+
+class tst_ChCoord : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startsAsUnitSquares();
+    void startsWithTheUsualLayout();
+    void screenSetsThePlotAreaToo();
+    void areaLeavesTheScreen();
+    void realLimitsAreSetTogetherOrByAxis();
+    void marginsAreCutToWholePixels_data();
+    void marginsAreCutToWholePixels();
+    void marginsFollowTheirFractions();
+    void convertsOnASurface_data();
+    void convertsOnASurface();
+    void convertsReversedRanges_data();
+    void convertsReversedRanges();
+    void clampingHoldsAtBothEnds_data();
+    void clampingHoldsAtBothEnds();
+    void emptyRealRangeGivesInfinitiesAndNaN();
+    void emptyPlotAreaGivesInfinitiesAndNaN();
+    void edgeBandsLieAtBothEnds_data();
+    void edgeBandsLieAtBothEnds();
+    void edgeBandsAreOpen();
+    void edgeBandsHaveTheirOwnFractions();
+    void tickStepIsTheFirstWideEnough_data();
+    void tickStepIsTheFirstWideEnough();
+    void tickStepGivesUpAfterEightDecades_data();
+    void tickStepGivesUpAfterEightDecades();
+    void emptyRealRangeMakesEveryTickWide();
+    void ticksOfYUseTheScaleOfX();
+};
+
+void tst_ChCoord::startsAsUnitSquares()
+{
+    const ChCoord cc;
+    QVERIFY(isScreen(cc, 0, 0, 1, 1));
+    QVERIFY(isArea(cc, 0, 0, 1, 1));
+    QVERIFY(isReal(cc, 0, 0, 1, 1));
+}
+
+void tst_ChCoord::startsWithTheUsualLayout()
+{
+    const ChCoord cc;
+    QCOMPARE(cc.scrEdge, 0.1);
+    QCOMPARE(cc.areaEdge, 0.1);
+    QCOMPARE(cc.marginLeft, 0.1);
+    QCOMPARE(cc.marginRight, 0.05);
+    QCOMPARE(cc.marginTop, 0.05);
+    QCOMPARE(cc.marginBottom, 0.1);
+    QCOMPARE(cc.titleDiv, 20);
+    QCOMPARE(cc.tickDiv, 25);
+    QCOMPARE(cc.textFill, 0.85);
+    QVERIFY(cc.drawn);
+}
+
+void tst_ChCoord::screenSetsThePlotAreaToo()
+{
+    ChCoord cc;
+    cc.setScreen(1, 2, 3, 4); // both corners: x0, y0, x1, y1
+    QVERIFY(isScreen(cc, 1, 2, 3, 4));
+    QVERIFY(isArea(cc, 1, 2, 3, 4));
+    QVERIFY(isReal(cc, 0, 0, 1, 1));
+}
+
+void tst_ChCoord::areaLeavesTheScreen()
+{
+    ChCoord cc;
+    cc.setArea(5, 6, 7, 8);
+    QVERIFY(isArea(cc, 5, 6, 7, 8));
+    QVERIFY(isScreen(cc, 0, 0, 1, 1));
+    QVERIFY(isReal(cc, 0, 0, 1, 1));
+}
+
+void tst_ChCoord::realLimitsAreSetTogetherOrByAxis()
+{
+    ChCoord cc;
+    cc.setReal(1, 2, 3, 4);
+    QVERIFY(isReal(cc, 1, 2, 3, 4));
+    cc.setRealX(-5, 5);
+    QVERIFY(isReal(cc, -5, 2, 5, 4));
+    cc.setRealY(9, 7);
+    QVERIFY(isReal(cc, -5, 9, 5, 7));
+    QVERIFY(isArea(cc, 0, 0, 1, 1));
+    QVERIFY(isScreen(cc, 0, 0, 1, 1));
+}
+
+void tst_ChCoord::marginsAreCutToWholePixels_data()
+{
+    QTest::addColumn<QRectF>("screen"); // x0, y0, then the way to x1, y1
+    QTest::addColumn<QRectF>("area");
+    // Margins 40, 20, 30 and 15.
+    QTest::newRow("400 by 300") << QRectF(0, 300, 400, -300) << QRectF(40, 270, 340, -255);
+    // 39.9, 19.95, 29.9 and 14.95 lose their fractions.
+    QTest::newRow("399 by 299") << QRectF(0, 299, 399, -299) << QRectF(39, 270, 341, -256);
+    QTest::newRow("one pixel") << QRectF(0, 1, 1, -1) << QRectF(0, 1, 1, -1);
+    QTest::newRow("nothing") << QRectF(0, 0, 0, 0) << QRectF(0, 0, 0, 0);
+    // Margins 20 and 10, and 10 and 5.
+    QTest::newRow("off the corner") << QRectF(10, 120, 200, -100) << QRectF(30, 110, 170, -85);
+    QTest::newRow("y downward") << QRectF(0, 0, 400, 300) << QRectF(40, 30, 340, 255);
+}
+
+void tst_ChCoord::marginsAreCutToWholePixels()
+{
+    QFETCH(QRectF, screen);
+    QFETCH(QRectF, area);
+    ChCoord cc;
+    cc.setScreen(screen.left(), screen.top(), screen.right(), screen.bottom());
+    cc.computeArea();
+    QVERIFY(isArea(cc, area.left(), area.top(), area.right(), area.bottom()));
+    QVERIFY(isScreen(cc, screen.left(), screen.top(), screen.right(), screen.bottom()));
+}
+
+void tst_ChCoord::marginsFollowTheirFractions()
+{
+    ChCoord cc;
+    cc.setScreen(0, 200, 400, 0);
+    cc.marginLeft = 0.25;
+    cc.marginRight = 0.125;
+    cc.marginTop = 0.5;
+    cc.marginBottom = 0.0625; // 12.5 pixels
+    cc.computeArea();
+    QVERIFY(isArea(cc, 100, 188, 350, 100));
+}
+
+void tst_ChCoord::convertsOnASurface_data()
+{
+    QTest::addColumn<Conversion>("conversion");
+    QTest::addColumn<double>("from");
+    QTest::addColumn<double>("to");
+    QTest::newRow("x to pixels, left end") << call(&ChCoord::r2sX) << 10.0 << 40.0;
+    QTest::newRow("x to pixels, right end") << call(&ChCoord::r2sX) << 27.0 << 380.0;
+    QTest::newRow("x to pixels, inside") << call(&ChCoord::r2sX) << 15.0 << 140.0;
+    QTest::newRow("x to pixels, outside") << call(&ChCoord::r2sX) << 5.0 << -60.0;
+    QTest::newRow("y to pixels, bottom") << call(&ChCoord::r2sY) << -1.0 << 270.0;
+    QTest::newRow("y to pixels, top") << call(&ChCoord::r2sY) << 4.0 << 15.0;
+    QTest::newRow("y to pixels, inside") << call(&ChCoord::r2sY) << 0.0 << 219.0;
+    QTest::newRow("y to pixels, outside") << call(&ChCoord::r2sY) << -2.0 << 321.0;
+    QTest::newRow("distance in x") << call(&ChCoord::r2sdX) << 2.0 << 40.0;
+    QTest::newRow("backward distance in x") << call(&ChCoord::r2sdX) << -1.0 << -20.0;
+    QTest::newRow("distance in y points up") << call(&ChCoord::r2sdY) << 1.0 << -51.0;
+    QTest::newRow("x of a pixel") << call(&ChCoord::s2rX) << 140.0 << 15.0;
+    QTest::newRow("x of a pixel outside") << call(&ChCoord::s2rX) << 0.0 << 8.0;
+    QTest::newRow("y of a pixel") << call(&ChCoord::s2rY) << 219.0 << 0.0;
+    QTest::newRow("y of a pixel outside") << call(&ChCoord::s2rY) << 321.0 << -2.0;
+    QTest::newRow("x from the first limit") << call(&ChCoord::s2rOffX) << 140.0 << 5.0;
+    QTest::newRow("y from the first limit") << call(&ChCoord::s2rOffY) << 219.0 << 1.0;
+    QTest::newRow("pixels as a distance in x") << call(&ChCoord::s2rdX) << 40.0 << 2.0;
+    QTest::newRow("pixels as a distance in y") << call(&ChCoord::s2rdY) << 102.0 << -2.0;
+}
+
+// Tolerance: a few units in the last place of 400.
+void tst_ChCoord::convertsOnASurface()
+{
+    QFETCH(Conversion, conversion);
+    QFETCH(double, from);
+    QFETCH(double, to);
+    const Surface cc;
+    QVERIFY(qAbs(conversion(cc, from) - to) < 1e-12);
+}
+
+void tst_ChCoord::convertsReversedRanges_data()
+{
+    QTest::addColumn<Conversion>("conversion");
+    QTest::addColumn<double>("from");
+    QTest::addColumn<double>("to");
+    QTest::newRow("x to pixels, left end") << call(&ChCoord::r2sX) << 27.0 << 40.0;
+    QTest::newRow("x to pixels, right end") << call(&ChCoord::r2sX) << 10.0 << 380.0;
+    QTest::newRow("y to pixels, bottom") << call(&ChCoord::r2sY) << 4.0 << 270.0;
+    QTest::newRow("y to pixels, inside") << call(&ChCoord::r2sY) << 0.0 << 66.0;
+    QTest::newRow("distance in x points left") << call(&ChCoord::r2sdX) << 1.0 << -20.0;
+    QTest::newRow("distance in y points down") << call(&ChCoord::r2sdY) << 1.0 << 51.0;
+    QTest::newRow("x of a pixel") << call(&ChCoord::s2rX) << 0.0 << 29.0;
+    QTest::newRow("y of a pixel") << call(&ChCoord::s2rY) << 66.0 << 0.0;
+    QTest::newRow("x from the first limit") << call(&ChCoord::s2rOffX) << 140.0 << -5.0;
+    QTest::newRow("y from the first limit") << call(&ChCoord::s2rOffY) << 219.0 << -1.0;
+    QTest::newRow("pixels as a distance in x") << call(&ChCoord::s2rdX) << 20.0 << -1.0;
+    QTest::newRow("pixels as a distance in y") << call(&ChCoord::s2rdY) << 51.0 << 1.0;
+}
+
+// Tolerance as above.
+void tst_ChCoord::convertsReversedRanges()
+{
+    QFETCH(Conversion, conversion);
+    QFETCH(double, from);
+    QFETCH(double, to);
+    Surface cc;
+    cc.setReal(27, 4, 10, -1);
+    QVERIFY(qAbs(conversion(cc, from) - to) < 1e-12);
+}
+
+void tst_ChCoord::clampingHoldsAtBothEnds_data()
+{
+    QTest::addColumn<bool>("reversed");
+    QTest::addColumn<Conversion>("conversion");
+    QTest::addColumn<double>("pixel");
+    QTest::addColumn<double>("value");
+    const Conversion x = call(&ChCoord::s2rClampX);
+    const Conversion y = call(&ChCoord::s2rClampY);
+    QTest::newRow("x, left of the area") << false << x << 0.0 << 10.0;
+    QTest::newRow("x, inside") << false << x << 140.0 << 15.0;
+    QTest::newRow("x, right of the area") << false << x << 400.0 << 27.0;
+    QTest::newRow("y, below the area") << false << y << 300.0 << -1.0;
+    QTest::newRow("y, inside") << false << y << 219.0 << 0.0;
+    QTest::newRow("y, above the area") << false << y << 0.0 << 4.0;
+    QTest::newRow("reversed x, left of the area") << true << x << 0.0 << 27.0;
+    QTest::newRow("reversed x, inside") << true << x << 140.0 << 22.0;
+    QTest::newRow("reversed x, right of the area") << true << x << 400.0 << 10.0;
+    QTest::newRow("reversed y, below the area") << true << y << 300.0 << 4.0;
+    QTest::newRow("reversed y, inside") << true << y << 219.0 << 3.0;
+    QTest::newRow("reversed y, above the area") << true << y << 0.0 << -1.0;
+}
+
+// Tolerance as above.
+void tst_ChCoord::clampingHoldsAtBothEnds()
+{
+    QFETCH(bool, reversed);
+    QFETCH(Conversion, conversion);
+    QFETCH(double, pixel);
+    QFETCH(double, value);
+    Surface cc;
+    if (reversed) {
+        cc.setReal(27, 4, 10, -1);
+    }
+    QVERIFY(qAbs(conversion(cc, pixel) - value) < 1e-12);
+}
+
+void tst_ChCoord::emptyRealRangeGivesInfinitiesAndNaN()
+{
+    Surface cc;
+    cc.setReal(5, 5, 5, 5);
+    QVERIFY(tests::sameDouble(cc.r2sX(6), infinite)); // 340 / 0 * 1
+    QVERIFY(tests::sameDouble(cc.r2sX(4), -infinite));
+    QVERIFY(tests::sameDouble(cc.r2sX(5), notANumber));
+    QVERIFY(tests::sameDouble(cc.r2sY(6), -infinite)); // -255 / 0 * 1
+    QVERIFY(tests::sameDouble(cc.r2sY(5), notANumber));
+    QVERIFY(tests::sameDouble(cc.r2sdX(1), infinite));
+    QVERIFY(tests::sameDouble(cc.r2sdX(0), notANumber));
+    QVERIFY(tests::sameDouble(cc.r2sdY(1), -infinite));
+    QCOMPARE(cc.s2rX(123), 5.0);
+    QCOMPARE(cc.s2rY(123), 5.0);
+    QCOMPARE(cc.s2rClampX(123), 5.0);
+}
+
+void tst_ChCoord::emptyPlotAreaGivesInfinitiesAndNaN()
+{
+    Surface cc;
+    cc.setArea(40, 30, 40, 30);
+    QCOMPARE(cc.r2sX(15), 40.0);
+    QCOMPARE(cc.r2sY(3), 30.0);
+    QVERIFY(tests::sameDouble(cc.s2rX(41), infinite)); // 17 / 0 * 1
+    QVERIFY(tests::sameDouble(cc.s2rX(40), notANumber));
+    QVERIFY(tests::sameDouble(cc.s2rY(29), -infinite));
+    QVERIFY(tests::sameDouble(cc.s2rOffY(31), infinite));
+    QVERIFY(tests::sameDouble(cc.s2rdX(-1), -infinite));
+    QVERIFY(tests::sameDouble(cc.s2rdY(0), notANumber));
+    QCOMPARE(cc.s2rClampX(41), 27.0);
+    QCOMPARE(cc.s2rClampX(39), 10.0);
+}
+
+void tst_ChCoord::edgeBandsLieAtBothEnds_data()
+{
+    QTest::addColumn<EdgeTest>("isNear");
+    QTest::addColumn<QList<double>>("nearPixels");
+    QTest::addColumn<QList<double>>("farPixels");
+    // Bands of 34 pixels in 40 to 380, of 25.5 in 15 to 270, 40 and 30.
+    QTest::newRow("x of the area")
+        << ask(&ChCoord::nearAreaEdgeX) << QList<double>{-1000, 0, 40, 73, 347, 380, 400, 1000}
+        << QList<double>{75, 210, 345};
+    QTest::newRow("y of the area")
+        << ask(&ChCoord::nearAreaEdgeY) << QList<double>{-1000, 0, 15, 40, 245, 270, 300, 1000}
+        << QList<double>{41, 140, 244};
+    QTest::newRow("x of the widget")
+        << ask(&ChCoord::nearScrEdgeX) << QList<double>{-1000, -1, 0, 39, 361, 400, 1000}
+        << QList<double>{41, 200, 359};
+    QTest::newRow("y of the widget")
+        << ask(&ChCoord::nearScrEdgeY) << QList<double>{-1000, -1, 0, 29, 271, 300, 1000}
+        << QList<double>{31, 150, 269};
+}
+
+void tst_ChCoord::edgeBandsLieAtBothEnds()
+{
+    QFETCH(EdgeTest, isNear);
+    QFETCH(QList<double>, nearPixels);
+    QFETCH(QList<double>, farPixels);
+    const Surface cc;
+    for (const double p : nearPixels) {
+        QVERIFY2(isNear(cc, p), qPrintable(QString::number(p)));
+    }
+    for (const double p : farPixels) {
+        QVERIFY2(!isNear(cc, p), qPrintable(QString::number(p)));
+    }
+}
+
+// A quarter of 340 pixels: 40 + 85 and 380 - 85 are not near, exactly.
+void tst_ChCoord::edgeBandsAreOpen()
+{
+    Surface cc;
+    cc.areaEdge = 0.25;
+    QVERIFY(!cc.nearAreaEdgeX(125.0));
+    QVERIFY(cc.nearAreaEdgeX(124.999));
+    QVERIFY(!cc.nearAreaEdgeX(295.0));
+    QVERIFY(cc.nearAreaEdgeX(295.001));
+    cc.areaEdge = 0.0;
+    QVERIFY(!cc.nearAreaEdgeX(40.0));
+    QVERIFY(cc.nearAreaEdgeX(39.999));
+}
+
+void tst_ChCoord::edgeBandsHaveTheirOwnFractions()
+{
+    Surface cc;
+    cc.areaEdge = 0.4; // 136 and 102 pixels
+    QVERIFY(cc.nearAreaEdgeX(170.0));
+    QVERIFY(cc.nearAreaEdgeY(110.0));
+    QVERIFY(!cc.nearScrEdgeX(170.0));
+    QVERIFY(!cc.nearScrEdgeY(110.0));
+    cc.areaEdge = 0.1;
+    cc.scrEdge = 0.45; // 180 and 135 pixels
+    QVERIFY(cc.nearScrEdgeX(170.0));
+    QVERIFY(cc.nearScrEdgeY(110.0));
+    QVERIFY(!cc.nearAreaEdgeX(170.0));
+    QVERIFY(!cc.nearAreaEdgeY(110.0));
+}
+
+// A unit of x takes 20 pixels.
+void tst_ChCoord::tickStepIsTheFirstWideEnough_data()
+{
+    QTest::addColumn<double>("base");
+    QTest::addColumn<double>("minPixels");
+    QTest::addColumn<double>("step");
+    QTest::newRow("the base itself") << 1.0 << 10.0 << 1.0;
+    QTest::newRow("exactly the pixels is too few") << 1.0 << 20.0 << 2.0;
+    QTest::newRow("five follows two") << 1.0 << 40.0 << 5.0;
+    QTest::newRow("ten follows five") << 1.0 << 100.0 << 10.0;
+    QTest::newRow("twenty") << 1.0 << 200.0 << 20.0;
+    QTest::newRow("fifty") << 1.0 << 400.0 << 50.0;
+    QTest::newRow("smaller base") << 0.125 << 10.0 << 0.625; // 2.5, 5, 12.5 pixels
+    QTest::newRow("base that is no power of ten") << 3.0 << 100.0 << 6.0;
+    QTest::newRow("no pixels wanted") << 1.0 << 0.0 << 1.0;
+    // 5e7 units are 1e9 pixels, the last that is tried.
+    QTest::newRow("last round") << 1.0 << 999999999.0 << 5e7;
+}
+
+void tst_ChCoord::tickStepIsTheFirstWideEnough()
+{
+    QFETCH(double, base);
+    QFETCH(double, minPixels);
+    QFETCH(double, step);
+    const Surface cc;
+    QCOMPARE(cc.tickStep(base, minPixels), step);
+}
+
+void tst_ChCoord::tickStepGivesUpAfterEightDecades_data()
+{
+    QTest::addColumn<QRectF>("xRange"); // area x0 and x1, then real x0 and x1
+    QTest::addColumn<double>("base");
+    QTest::addColumn<double>("minPixels");
+    QTest::addColumn<double>("step");
+    QTest::newRow("too many pixels wanted") << QRectF(40, 380, 10, 27) << 1.0 << 1e9 << 1e8;
+    QTest::newRow("narrow area") << QRectF(0, 1, 0, 1e12) << 1.0 << 10.0 << 1e8;
+    QTest::newRow("no area") << QRectF(40, 40, 10, 27) << 0.5 << 10.0 << 5e7;
+    QTest::newRow("nothing at all") << QRectF(40, 40, 10, 10) << 2.0 << 10.0 << 2e8;
+    QTest::newRow("reversed range") << QRectF(40, 380, 27, 10) << 3.0 << 10.0 << 3e8;
+}
+
+void tst_ChCoord::tickStepGivesUpAfterEightDecades()
+{
+    QFETCH(QRectF, xRange);
+    QFETCH(double, base);
+    QFETCH(double, minPixels);
+    QFETCH(double, step);
+    ChCoord cc;
+    cc.setArea(xRange.x(), 300, xRange.y(), 0);
+    cc.setRealX(xRange.width(), xRange.height());
+    QCOMPARE(cc.tickStep(base, minPixels), step);
+}
+
+void tst_ChCoord::emptyRealRangeMakesEveryTickWide()
+{
+    Surface cc;
+    cc.setRealX(10, 10); // infinitely many pixels for a unit
+    QCOMPARE(cc.tickStep(0.5, 10), 0.5);
+}
+
+void tst_ChCoord::ticksOfYUseTheScaleOfX()
+{
+    Surface cc;
+    cc.setRealY(0, 1e6);
+    QCOMPARE(cc.tickStepY(1.0, 40), 5.0);
+    cc.setRealY(7, 7);
+    QCOMPARE(cc.tickStepY(1.0, 40), 5.0);
+    cc.setRealX(27, 10);
+    QCOMPARE(cc.tickStepY(1.0, 40), 1e8);
+}
+
+QTEST_APPLESS_MAIN(tst_ChCoord)
+#include "tst_ChCoord.moc"

@@ -1,0 +1,725 @@
+// Text that fits its box: sizes as they reach the painter, places by pixels.
+#include "display/DrawText.h"
+
+#include "support/DebugLog.h"
+#include "support/TextRecorder.h"
+
+#include <QImage>
+#include <QMouseEvent>
+#include <QStylePainter>
+#include <QTest>
+#include <QWidget>
+
+#include <cmath>
+#include <functional>
+
+namespace
+{
+
+constexpr int leftMiddle = Qt::AlignLeft | Qt::AlignVCenter;
+const QString word = QStringLiteral("Thick");
+const QString longerWord = QStringLiteral("Thickness");
+
+using Drawing = std::function<void(QStylePainter*)>;
+
+QFont givenFont()
+{
+    QFont font;
+    font.setPointSizeF(17.0);
+    return font;
+}
+
+QFont tenPoints()
+{
+    QFont font;
+    font.setPointSizeF(10.0);
+    return font;
+}
+
+/// A white widget of 300 by 200 pixels that shows one drawing.
+class Canvas : public QWidget
+{
+public:
+    explicit Canvas(Drawing drawing)
+        : m_drawing(std::move(drawing))
+    {
+        setFixedSize(300, 200);
+    }
+    QImage image() { return grab().toImage(); }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QStylePainter p(this);
+        p.fillRect(rect(), Qt::white);
+        m_drawing(&p);
+    }
+
+private:
+    Drawing m_drawing;
+};
+
+QImage drawn(const Drawing& drawing)
+{
+    return Canvas(drawing).image();
+}
+
+/// The smallest rectangle with all pixels that are not white.
+QRect ink(const QImage& image)
+{
+    QRect found;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixelColor(x, y) != Qt::white) {
+                found |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    return found;
+}
+
+bool near(double a, double b, double tolerance)
+{
+    return std::abs(a - b) <= tolerance;
+}
+
+bool nearRect(const QRectF& a, const QRectF& b, double tolerance)
+{
+    return near(a.left(), b.left(), tolerance) && near(a.top(), b.top(), tolerance) &&
+           near(a.right(), b.right(), tolerance) && near(a.bottom(), b.bottom(), tolerance);
+}
+
+} // namespace
+
+class tst_DrawText : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startsWithItsColours();
+
+    void fittedSizeFollowsTheTighterSide_data();
+    void fittedSizeFollowsTheTighterSide();
+    void fittedSizeGrowsWithTheBox();
+    void fittedSizeStopsAtTheCeiling_data();
+    void fittedSizeStopsAtTheCeiling();
+    void measuresAtTenPoints();
+    void emptyTextMeasuresNothing();
+    void otherModesTakeTheFontAsItIs_data();
+    void otherModesTakeTheFontAsItIs();
+    void givenFontStaysOnThePainter_data();
+    void givenFontStaysOnThePainter();
+    void negativeBoxIsTheSameBox_data();
+    void negativeBoxIsTheSameBox();
+    void fittedTextStaysInItsBox_data();
+    void fittedTextStaysInItsBox();
+    void boxOfNoSizeShowsNothing_data();
+    void boxOfNoSizeShowsNothing();
+    void boxWithoutASideFitsTheOther_data();
+    void boxWithoutASideFitsTheOther();
+
+    void textBoxTellsWhereTheTextGoes_data();
+    void textBoxTellsWhereTheTextGoes();
+    void textBoxKnowsNoCeiling();
+    void fitSizeFollowsTheTighterSide_data();
+    void fitSizeFollowsTheTighterSide();
+
+    void listSharesTheSmallestSizeInWholePoints();
+    void listMovesItsBox();
+    void listFitsEachLineInOtherModes_data();
+    void listFitsEachLineInOtherModes();
+    void pairsStandAtBothEndsOfTheirRow();
+    void pairsShareTheSizeOfTheLongestRow();
+    void emptyListsShowNothing();
+
+    void usedBoxesAreFound_data();
+    void usedBoxesAreFound();
+    void boxesAreKeptInOrder();
+    void normalizeKeepsThePlace_data();
+    void normalizeKeepsThePlace();
+
+    void buttonIsASquareWithItsState_data();
+    void buttonIsASquareWithItsState();
+    void buttonTextStandsBesideTheSquare();
+    void buttonIsHitStrictlyInside_data();
+    void buttonIsHitStrictlyInside();
+
+private:
+    /// What @p drawing sends to a painter.
+    QList<tests::DrawnText> texts(const Drawing& drawing);
+    /// One text drawn with the font given() says.
+    tests::DrawnText one(const QRectF& box, int flags, int mode, const QString& text,
+                         double maxPoints);
+    /// The size of a text at 10 points, by the painter itself.
+    QSizeF measured(const QString& text, int flags = leftMiddle);
+
+    tests::TextRecorder m_recorder;
+    QWidget m_styled;
+    DrawText m_dt;
+};
+
+QList<tests::DrawnText> tst_DrawText::texts(const Drawing& drawing)
+{
+    m_recorder.clear();
+    QStylePainter p(&m_recorder, &m_styled);
+    drawing(&p);
+    p.end();
+    return m_recorder.texts();
+}
+
+tests::DrawnText tst_DrawText::one(const QRectF& box, int flags, int mode, const QString& text,
+                                   double maxPoints)
+{
+    const QList<tests::DrawnText> all = texts([&](QStylePainter* p) {
+        m_dt.drawText(p, box, givenFont(), flags, mode, text, maxPoints);
+    });
+    return all.size() == 1 ? all.first() : tests::DrawnText();
+}
+
+QSizeF tst_DrawText::measured(const QString& text, int flags)
+{
+    QPainter p(&m_recorder);
+    p.setFont(tenPoints());
+    return p.boundingRect(QRectF(0, 0, 5000, 5000), flags, text).size();
+}
+
+void tst_DrawText::startsWithItsColours()
+{
+    const DrawText dt;
+    QCOMPARE(dt.align, -1);
+    QVERIFY(dt.boxes.isEmpty());
+    QCOMPARE(dt.buttonLine, QColor(0, 220, 220));
+    QCOMPARE(dt.buttonOn, QColor(170, 255, 170));
+    QCOMPARE(dt.buttonOff, QColor(140, 180, 140));
+    QCOMPARE(dt.buttonText, QColor(0, 0, 0));
+}
+
+void tst_DrawText::fittedSizeFollowsTheTighterSide_data()
+{
+    QTest::addColumn<QSizeF>("room"); // in sizes of the text at 10 points
+    QTest::addColumn<double>("points");
+    QTest::newRow("the text's own size") << QSizeF(1, 1) << 10.0;
+    QTest::newRow("width is tight") << QSizeF(0.5, 3) << 5.0;
+    QTest::newRow("height is tight") << QSizeF(4, 1.5) << 15.0;
+    QTest::newRow("both grow") << QSizeF(2.5, 2.5) << 25.0;
+    QTest::newRow("small") << QSizeF(0.25, 0.75) << 2.5;
+}
+
+// Tolerance: fonts keep sizes to a hundredth of a point.
+void tst_DrawText::fittedSizeFollowsTheTighterSide()
+{
+    QFETCH(QSizeF, room);
+    QFETCH(double, points);
+    const QSizeF size = measured(word);
+    const QRectF box(20, 30, room.width() * size.width(), room.height() * size.height());
+    const tests::DrawnText text = one(box, leftMiddle, 1, word, -1.0);
+    QCOMPARE(text.text, word);
+    QVERIFY2(near(text.points, points, 0.01), qPrintable(QString::number(text.points)));
+}
+
+// There is no search: a box of twice the size doubles the font, exactly.
+void tst_DrawText::fittedSizeGrowsWithTheBox()
+{
+    const double small = one({5, 5, 40, 11}, leftMiddle, 1, word, -1.0).points;
+    const double large = one({5, 5, 80, 22}, leftMiddle, 1, word, -1.0).points;
+    QVERIFY(small > 0.0);
+    QVERIFY(near(large, 2.0 * small, 0.02));
+}
+
+void tst_DrawText::fittedSizeStopsAtTheCeiling_data()
+{
+    QTest::addColumn<double>("maxPoints");
+    QTest::addColumn<double>("points");
+    QTest::newRow("below") << 12.0 << 12.0;
+    QTest::newRow("far below") << 1.5 << 1.5;
+    QTest::newRow("above") << 31.0 << 30.0;
+    QTest::newRow("none") << -1.0 << 30.0;
+    QTest::newRow("zero is none") << 0.0 << 30.0;
+}
+
+// A box with room for 30 points. Tolerance as above.
+void tst_DrawText::fittedSizeStopsAtTheCeiling()
+{
+    QFETCH(double, maxPoints);
+    QFETCH(double, points);
+    const QRectF box(QPointF(10, 10), 3.0 * measured(word));
+    QVERIFY(near(one(box, leftMiddle, 1, word, maxPoints).points, points, 0.01));
+}
+
+void tst_DrawText::measuresAtTenPoints()
+{
+    QRectF fitted;
+    texts([&](QStylePainter* p) {
+        fitted = m_dt.drawText(p, {50, 60, 200, 100}, givenFont(), leftMiddle, 1, word, 12.0);
+    });
+    QCOMPARE(fitted.size(), measured(word));
+}
+
+void tst_DrawText::emptyTextMeasuresNothing()
+{
+    const tests::DebugLog log;
+    const auto all = texts([&](QStylePainter* p) {
+        const QRectF box(20, 30, 100, 20);
+        QVERIFY(m_dt.drawText(p, box, givenFont(), leftMiddle, 1, {}, 12.0).size().isNull());
+        QCOMPARE(p->font(), givenFont());
+        QCOMPARE(m_dt.fitSize(p, box, givenFont(), leftMiddle, {}), 10.0);
+        QCOMPARE(m_dt.fitSize(p, {0, 0, 1, 1}, givenFont(), leftMiddle, {}), 10.0);
+        m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {QString(), QString()}, -1.0);
+    });
+    QVERIFY(all.isEmpty());
+    QCOMPARE(log.lines(), QStringList());
+}
+
+void tst_DrawText::otherModesTakeTheFontAsItIs_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("0") << 0;
+    QTest::newRow("2") << 2;
+    QTest::newRow("-1") << -1;
+}
+
+void tst_DrawText::otherModesTakeTheFontAsItIs()
+{
+    QFETCH(int, mode);
+    QCOMPARE(one({10, 10, 400, 200}, leftMiddle, mode, word, 12.0).points, 17.0);
+    QCOMPARE(one({10, 10, 40, 5}, leftMiddle, mode, word, -1.0).points, 17.0);
+}
+
+void tst_DrawText::givenFontStaysOnThePainter_data()
+{
+    using Operation = std::function<void(DrawText&, QStylePainter*)>;
+    QTest::addColumn<Operation>("operation");
+    const QRectF box(10, 10, 200, 20);
+    QTest::newRow("drawText, fitted") << Operation([=](DrawText& dt, QStylePainter* p) {
+        dt.drawText(p, box, givenFont(), leftMiddle, 1, word, 12.0);
+    });
+    QTest::newRow("drawText, as given") << Operation([=](DrawText& dt, QStylePainter* p) {
+        dt.drawText(p, box, givenFont(), leftMiddle, 0, word, 12.0);
+    });
+    QTest::newRow("drawText, no room") << Operation([=](DrawText& dt, QStylePainter* p) {
+        dt.drawText(p, QRectF(), givenFont(), leftMiddle, 1, word, 12.0);
+    });
+    QTest::newRow("textBox") << Operation([=](DrawText& dt, QStylePainter* p) {
+        dt.textBox(p, box, givenFont(), leftMiddle, 1, word);
+    });
+    QTest::newRow("drawTexts") << Operation([=](DrawText& dt, QStylePainter* p) {
+        dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {word, longerWord}, 12.0);
+    });
+    QTest::newRow("drawTextPairs") << Operation([=](DrawText& dt, QStylePainter* p) {
+        dt.drawTextPairs(p, box, 0, 20, givenFont(), {word}, {longerWord}, 12.0);
+    });
+}
+
+void tst_DrawText::givenFontStaysOnThePainter()
+{
+    using Operation = std::function<void(DrawText&, QStylePainter*)>;
+    QFETCH(Operation, operation);
+    texts([&](QStylePainter* p) {
+        p->setFont(tenPoints());
+        operation(m_dt, p);
+        QCOMPARE(p->font(), givenFont());
+    });
+}
+
+void tst_DrawText::negativeBoxIsTheSameBox_data()
+{
+    QTest::addColumn<QRectF>("box");
+    QTest::newRow("grows to the left") << QRectF(120, 30, -100, 20);
+    QTest::newRow("grows upward") << QRectF(20, 50, 100, -20);
+    QTest::newRow("both") << QRectF(120, 50, -100, -20);
+}
+
+void tst_DrawText::negativeBoxIsTheSameBox()
+{
+    QFETCH(QRectF, box);
+    const QRectF positive(20, 30, 100, 20);
+    for (const int mode : {0, 1}) {
+        for (const int flags : {leftMiddle, int(Qt::AlignRight | Qt::AlignTop)}) {
+            const auto a = one(box, flags, mode, word, -1.0);
+            const auto b = one(positive, flags, mode, word, -1.0);
+            QCOMPARE(a.text, word);
+            QCOMPARE(a.points, b.points);
+            QCOMPARE(a.at, b.at);
+        }
+    }
+    texts([&](QStylePainter* p) {
+        QCOMPARE(m_dt.textBox(p, box, givenFont(), leftMiddle, 1, word),
+                 m_dt.textBox(p, positive, givenFont(), leftMiddle, 1, word));
+    });
+}
+
+void tst_DrawText::fittedTextStaysInItsBox_data()
+{
+    QTest::addColumn<QRectF>("box");
+    QTest::addColumn<int>("flags");
+    QTest::newRow("left") << QRectF(50, 60, 160, 30) << leftMiddle;
+    QTest::newRow("right") << QRectF(50, 60, 160, 30) << int(Qt::AlignRight | Qt::AlignVCenter);
+    QTest::newRow("negative") << QRectF(210, 90, -160, -30) << int(Qt::AlignCenter);
+    QTest::newRow("narrow") << QRectF(50, 60, 40, 90) << int(Qt::AlignCenter);
+}
+
+// Tolerance: fonts come in whole pixels, so a text may be a few wider or narrower
+// than wanted, and letters hang over by one.
+void tst_DrawText::fittedTextStaysInItsBox()
+{
+    QFETCH(QRectF, box);
+    QFETCH(int, flags);
+    const QRect found = ink(
+        drawn([&](QStylePainter* p) { m_dt.drawText(p, box, givenFont(), flags, 1, word, -1.0); }));
+    const QRectF room = box.normalized();
+    QVERIFY(!found.isEmpty());
+    QVERIFY(room.adjusted(-3, -1, 3, 1).contains(QRectF(found)));
+    if (flags & Qt::AlignLeft) {
+        QVERIFY(near(found.left(), room.left(), 3.0));
+    }
+    if (flags & Qt::AlignRight) {
+        QVERIFY(near(found.right() + 1.0, room.right(), 3.0));
+    }
+    QVERIFY(near(QRectF(found).center().y(), room.center().y(), 3.0));
+}
+
+void tst_DrawText::boxOfNoSizeShowsNothing_data()
+{
+    QTest::addColumn<QRectF>("box");
+    QTest::newRow("nothing") << QRectF(40, 40, 0, 0);
+    QTest::newRow("no width") << QRectF(40, 40, 0, 50);
+    QTest::newRow("no height") << QRectF(40, 40, 100, 0);
+    QTest::newRow("no height, negative width") << QRectF(140, 40, -100, 0);
+}
+
+void tst_DrawText::boxOfNoSizeShowsNothing()
+{
+    QFETCH(QRectF, box);
+    const tests::DebugLog log;
+    const QImage image = drawn([&](QStylePainter* p) {
+        m_dt.drawText(p, box, givenFont(), leftMiddle, 1, word, 12.0);
+        m_dt.drawText(p, box, givenFont(), leftMiddle, 1, word, -1.0);
+        m_dt.textBox(p, box, givenFont(), leftMiddle, 1, word);
+        m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 1, {word, word}, -1.0);
+    });
+    QVERIFY(ink(image).isEmpty());
+    QCOMPARE(log.lines(), QStringList());
+}
+
+void tst_DrawText::boxWithoutASideFitsTheOther_data()
+{
+    QTest::addColumn<QSizeF>("room"); // in sizes of the text at 10 points
+    QTest::addColumn<double>("points");
+    QTest::newRow("no width, high") << QSizeF(0, 2) << 10.0;
+    QTest::newRow("no width, low") << QSizeF(0, 0.5) << 5.0;
+    QTest::newRow("no height, wide") << QSizeF(2, 0) << 10.0;
+    QTest::newRow("no height, narrow") << QSizeF(0.25, 0) << 2.5;
+    QTest::newRow("nothing") << QSizeF(0, 0) << 10.0;
+}
+
+// An empty side counts as one that fits at 10 points.
+void tst_DrawText::boxWithoutASideFitsTheOther()
+{
+    QFETCH(QSizeF, room);
+    QFETCH(double, points);
+    const QSizeF size = measured(word);
+    const QRectF box(20, 30, room.width() * size.width(), room.height() * size.height());
+    texts([&](QStylePainter* p) {
+        QCOMPARE(m_dt.fitSize(p, box, givenFont(), leftMiddle, word), points);
+    });
+}
+
+void tst_DrawText::textBoxTellsWhereTheTextGoes_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<int>("flags");
+    QTest::newRow("fitted, left") << 1 << leftMiddle;
+    QTest::newRow("fitted, right") << 1 << int(Qt::AlignRight | Qt::AlignVCenter);
+    QTest::newRow("fitted, centre") << 1 << int(Qt::AlignCenter);
+    QTest::newRow("as given, left") << 0 << leftMiddle;
+    QTest::newRow("as given, bottom right") << 0 << int(Qt::AlignRight | Qt::AlignBottom);
+}
+
+// Letters are lower than their line and may hang over by a pixel.
+void tst_DrawText::textBoxTellsWhereTheTextGoes()
+{
+    QFETCH(int, mode);
+    QFETCH(int, flags);
+    const QRectF box(40, 50, 200, 60);
+    QRectF place;
+    const QImage measuredOnly = drawn(
+        [&](QStylePainter* p) { place = m_dt.textBox(p, box, givenFont(), flags, mode, word); });
+    QVERIFY(ink(measuredOnly).isEmpty());
+    const QRect found = ink(drawn(
+        [&](QStylePainter* p) { m_dt.drawText(p, box, givenFont(), flags, mode, word, -1.0); }));
+    QVERIFY(place.adjusted(-2, -1, 2, 1).contains(QRectF(found)));
+    QVERIFY(near(found.left(), place.left(), 6.0));
+    QVERIFY(near(found.right() + 1.0, place.right(), 6.0));
+}
+
+// A box of the text's shape is filled, as far as fonts of whole pixels do.
+void tst_DrawText::textBoxKnowsNoCeiling()
+{
+    const QRectF box(QPointF(40, 50), 4.0 * measured(word));
+    texts([&](QStylePainter* p) {
+        const QRectF place = m_dt.textBox(p, box, givenFont(), leftMiddle, 1, word);
+        QVERIFY(nearRect(place, box, 0.05 * box.width()));
+    });
+}
+
+void tst_DrawText::fitSizeFollowsTheTighterSide_data()
+{
+    fittedSizeFollowsTheTighterSide_data();
+}
+
+void tst_DrawText::fitSizeFollowsTheTighterSide()
+{
+    QFETCH(QSizeF, room);
+    QFETCH(double, points);
+    const QSizeF size = measured(word);
+    const QRectF box(20, 30, room.width() * size.width(), room.height() * size.height());
+    const auto all = texts([&](QStylePainter* p) {
+        QCOMPARE(m_dt.fitSize(p, box, givenFont(), leftMiddle, word), points);
+    });
+    QVERIFY(all.isEmpty());
+}
+
+// Room for 25.9 points of the longer word, and more of the shorter one.
+void tst_DrawText::listSharesTheSmallestSizeInWholePoints()
+{
+    const QSizeF size = measured(longerWord);
+    const QRectF box(20, 30, 2.59 * size.width(), 10.0 * size.height());
+    const auto all = texts([&](QStylePainter* p) {
+        m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {word, longerWord, word}, 12.0);
+    });
+    QCOMPARE(all.size(), 3);
+    for (const tests::DrawnText& text : all) {
+        QCOMPARE(text.points, 25.0);
+    }
+}
+
+void tst_DrawText::listMovesItsBox()
+{
+    const auto all = texts([&](QStylePainter* p) {
+        m_dt.drawTexts(p, {20, 130, 100, -30}, 7.5, -20.25, givenFont(), leftMiddle, 0,
+                       {word, longerWord, word}, -1.0);
+    });
+    QCOMPARE(all.size(), 3);
+    QCOMPARE(all.at(0).text, word);
+    QCOMPARE(all.at(1).text, longerWord);
+    QCOMPARE(all.at(2).text, word);
+    QVERIFY(near(all.at(0).at.x(), 20.0, 1.0));
+    QCOMPARE(all.at(1).at - all.at(0).at, QPointF(7.5, -20.25));
+    QCOMPARE(all.at(2).at - all.at(0).at, QPointF(15.0, -40.5));
+}
+
+void tst_DrawText::listFitsEachLineInOtherModes_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("1") << 1;
+    QTest::newRow("2") << 2;
+}
+
+// Twice the shorter word's width at 10 points, and high enough for all.
+void tst_DrawText::listFitsEachLineInOtherModes()
+{
+    QFETCH(int, mode);
+    const double width = 2.0 * measured(word).width();
+    const double fitting = 10.0 * width / measured(longerWord).width();
+    const QRectF box(20, 30, width, 100);
+    const auto drawWith = [&](double maxPoints) {
+        return texts([&](QStylePainter* p) {
+            m_dt.drawTexts(p, box, 0, 50, givenFont(), leftMiddle, mode, {word, longerWord},
+                           maxPoints);
+        });
+    };
+    const auto free = drawWith(-1.0);
+    QCOMPARE(free.size(), 2);
+    QVERIFY(near(free.at(0).points, 20.0, 0.01));
+    QVERIFY(near(free.at(1).points, fitting, 0.01));
+    QVERIFY(near(free.at(1).at.x() - free.at(0).at.x(), 0.0, 1e-9));
+    const auto held = drawWith(12.0);
+    QCOMPARE(held.size(), 2);
+    QVERIFY(near(held.at(0).points, 12.0, 0.01));
+    QVERIFY(near(held.at(1).points, std::min(12.0, fitting), 0.01));
+}
+
+void tst_DrawText::pairsStandAtBothEndsOfTheirRow()
+{
+    const auto all = texts([&](QStylePainter* p) {
+        m_dt.drawTextPairs(p, {20, 30, 300, 20}, 5, 25, givenFont(), {"First", "Third"},
+                           {"Second", "Fourth"}, -1.0);
+    });
+    QCOMPARE(all.size(), 4);
+    QCOMPARE(all.at(0).text, QString("First"));
+    QCOMPARE(all.at(1).text, QString("Second"));
+    QCOMPARE(all.at(2).text, QString("Third"));
+    QCOMPARE(all.at(3).text, QString("Fourth"));
+    QVERIFY(near(all.at(0).at.x(), 20.0, 1.0));
+    QVERIFY(near(all.at(1).at.x() + all.at(1).width, 320.0, 1.0));
+    QVERIFY(near(all.at(2).at.x(), 25.0, 1.0));
+    QVERIFY(near(all.at(3).at.x() + all.at(3).width, 325.0, 1.0));
+    QCOMPARE(all.at(0).at.y(), all.at(1).at.y());
+    QCOMPARE(all.at(2).at.y() - all.at(0).at.y(), 25.0);
+}
+
+// Room for 15.9 points of the joined texts of the second row.
+void tst_DrawText::pairsShareTheSizeOfTheLongestRow()
+{
+    const QSizeF size = measured(longerWord + word, Qt::AlignVCenter);
+    const QRectF box(20, 30, 1.59 * size.width(), 10.0 * size.height());
+    const auto all = texts([&](QStylePainter* p) {
+        m_dt.drawTextPairs(p, box, 0, 25, givenFont(), {"a", longerWord}, {"b", word}, 12.0);
+    });
+    QCOMPARE(all.size(), 4);
+    for (const tests::DrawnText& text : all) {
+        QCOMPARE(text.points, 15.0);
+    }
+}
+
+void tst_DrawText::emptyListsShowNothing()
+{
+    const tests::DebugLog log;
+    const auto all = texts([&](QStylePainter* p) {
+        const QRectF box(20, 30, 100, 20);
+        m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {}, -1.0);
+        m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 1, {}, -1.0);
+        m_dt.drawTextPairs(p, box, 0, 20, givenFont(), {}, {}, -1.0);
+        // Less than one point is none.
+        m_dt.drawTexts(p, {20, 30, 0.5, 0.5}, 0, 20, givenFont(), leftMiddle, 0, {word}, -1.0);
+    });
+    QVERIFY(all.isEmpty());
+    QCOMPARE(log.lines(), QStringList());
+}
+
+void tst_DrawText::usedBoxesAreFound_data()
+{
+    QTest::addColumn<QRectF>("box");
+    QTest::addColumn<bool>("found");
+    QTest::newRow("inside") << QRectF(20, 20, 5, 5) << true;
+    QTest::newRow("around") << QRectF(0, 0, 500, 500) << true;
+    QTest::newRow("over an edge") << QRectF(0, 15, 11, 2) << true;
+    QTest::newRow("over an edge, negative") << QRectF(11, 17, -11, -2) << true;
+    QTest::newRow("touching") << QRectF(0, 15, 10, 2) << false;
+    QTest::newRow("beside, negative") << QRectF(9, 17, -9, -2) << false;
+    QTest::newRow("the second box") << QRectF(190, 95, 20, 10) << true;
+    QTest::newRow("between both") << QRectF(60, 60, 100, 30) << false;
+}
+
+// Boxes from (10, 10) to (50, 40) and from (200, 100) to (210, 110).
+void tst_DrawText::usedBoxesAreFound()
+{
+    QFETCH(QRectF, box);
+    DrawText dt;
+    QVERIFY(!dt.overlaps(box));
+    dt.addBox({10, 10, 40, 30});
+    dt.addBox({200, 100, 10, 10});
+    QTEST(dt.overlaps(box), "found");
+}
+
+void tst_DrawText::boxesAreKeptInOrder()
+{
+    DrawText dt;
+    dt.addBox({1, 2, 3, 4});
+    dt.addBox({5, 6, 7, 8});
+    QCOMPARE(dt.boxes, (QList<QRectF>{{1, 2, 3, 4}, {5, 6, 7, 8}}));
+    dt.overlaps({0, 0, 100, 100});
+    QCOMPARE(dt.boxes.size(), 2);
+}
+
+void tst_DrawText::normalizeKeepsThePlace_data()
+{
+    QTest::addColumn<QRectF>("box");
+    QTest::addColumn<QRectF>("normal");
+    QTest::newRow("positive") << QRectF(1, 2, 3, 4) << QRectF(1, 2, 3, 4);
+    QTest::newRow("negative width") << QRectF(10, 2, -3, 4) << QRectF(7, 2, 3, 4);
+    QTest::newRow("negative height") << QRectF(10, 20, 3, -4) << QRectF(10, 16, 3, 4);
+    QTest::newRow("both") << QRectF(10, 20, -3, -4) << QRectF(7, 16, 3, 4);
+    QTest::newRow("empty") << QRectF(10, 20, 0, 0) << QRectF(10, 20, 0, 0);
+}
+
+void tst_DrawText::normalizeKeepsThePlace()
+{
+    QFETCH(QRectF, box);
+    QTEST(DrawText::normalize(box), "normal");
+}
+
+void tst_DrawText::buttonIsASquareWithItsState_data()
+{
+    QTest::addColumn<bool>("on");
+    QTest::addColumn<QColor>("inside");
+    QTest::newRow("on") << true << QColor(1, 200, 3);
+    QTest::newRow("off") << false << QColor(4, 5, 200);
+}
+
+// The square of side 30 with its lower left at (40, 100).
+void tst_DrawText::buttonIsASquareWithItsState()
+{
+    QFETCH(bool, on);
+    QFETCH(QColor, inside);
+    DrawText dt;
+    dt.buttonOn = QColor(1, 200, 3);
+    dt.buttonOff = QColor(4, 5, 200);
+    dt.buttonLine = QColor(200, 7, 8);
+    const QImage image =
+        drawn([&](QStylePainter* p) { dt.drawButton(p, on, {}, 40, 100, 200, 30); });
+    QCOMPARE(ink(image), QRect(40, 70, 31, 31));
+    for (const QPoint at : {QPoint(40, 70), QPoint(70, 70), QPoint(40, 100), QPoint(70, 100),
+                            QPoint(40, 85), QPoint(55, 100)}) {
+        QCOMPARE(image.pixelColor(at), dt.buttonLine);
+    }
+    for (const QPoint at : {QPoint(41, 71), QPoint(69, 71), QPoint(55, 85), QPoint(69, 99)}) {
+        QCOMPARE(image.pixelColor(at), inside);
+    }
+}
+
+// Beside a square of side 30: from x = 40 + 36 on, from y = 100 - 28.5 to 27
+// below that, no wider than 200 - 36.
+void tst_DrawText::buttonTextStandsBesideTheSquare()
+{
+    DrawText dt;
+    dt.buttonText = QColor(12, 34, 56);
+    const auto all = texts([&](QStylePainter* p) {
+        p->setFont(givenFont());
+        dt.drawButton(p, true, word, 40, 100, 200, 30);
+    });
+    QCOMPARE(all.size(), 1);
+    QCOMPARE(all.first().text, word);
+    QCOMPARE(all.first().color, dt.buttonText);
+    QVERIFY(near(all.first().at.x(), 76.0, 1.0));
+    const QSizeF size = measured(word);
+    const double points = 10.0 * std::min(164.0 / size.width(), 27.0 / size.height());
+    QVERIFY(near(all.first().points, points, 0.01));
+
+    const QRect found = ink(drawn([&](QStylePainter* p) {
+                                dt.drawButton(p, true, word, 40, 100, 200, 30);
+                            }).copy(72, 0, 228, 200));
+    QVERIFY(QRectF(2, 70.5, 168, 29).contains(QRectF(found)));
+}
+
+void tst_DrawText::buttonIsHitStrictlyInside_data()
+{
+    QTest::addColumn<QPointF>("at");
+    QTest::addColumn<bool>("hit");
+    QTest::newRow("middle") << QPointF(20, 40) << true;
+    QTest::newRow("left edge") << QPointF(10, 40) << false;
+    QTest::newRow("right edge") << QPointF(30, 40) << false;
+    QTest::newRow("lower edge") << QPointF(20, 50) << false;
+    QTest::newRow("upper edge") << QPointF(20, 30) << false;
+    QTest::newRow("rounded onto the left edge") << QPointF(10.4, 40) << false;
+    QTest::newRow("rounded off the left edge") << QPointF(10.5, 40) << true;
+    QTest::newRow("rounded onto the right edge") << QPointF(29.5, 40) << false;
+    QTest::newRow("rounded off the right edge") << QPointF(29.4, 40) << true;
+    QTest::newRow("rounded onto the upper edge") << QPointF(20, 30.4) << false;
+    QTest::newRow("rounded off the upper edge") << QPointF(20, 30.5) << true;
+    QTest::newRow("rounded onto the lower edge") << QPointF(20, 49.5) << false;
+    QTest::newRow("rounded off the lower edge") << QPointF(20, 49.4) << true;
+    QTest::newRow("below the lower left") << QPointF(20, 60) << false;
+}
+
+// The square from (10, 50) to (30, 30).
+void tst_DrawText::buttonIsHitStrictlyInside()
+{
+    QFETCH(QPointF, at);
+    const QMouseEvent event(QEvent::MouseButtonPress, at, at, Qt::LeftButton, Qt::LeftButton,
+                            Qt::NoModifier);
+    QTEST(DrawText::inButton(&event, 10, 50, 20), "hit");
+}
+
+QTEST_MAIN(tst_DrawText)
+#include "tst_DrawText.moc"

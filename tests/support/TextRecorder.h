@@ -1,0 +1,84 @@
+// A paint device that remembers the texts drawn on it.
+#pragma once
+
+#include <QColor>
+#include <QList>
+#include <QPaintDevice>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QPointF>
+#include <QString>
+
+namespace tests
+{
+
+/// A text as it came: its size in points, where its baseline begins, how wide
+/// it is (pixels), and its colour.
+struct DrawnText {
+    QString text;
+    double points = 0.0;
+    QPointF at;
+    double width = 0.0;
+    QColor color;
+};
+
+/// Takes everything and keeps the texts; 1000 by 800 pixels, 96 to the inch.
+class TextRecorder : public QPaintDevice
+{
+public:
+    QPaintEngine* paintEngine() const override { return &m_engine; }
+
+    const QList<DrawnText>& texts() const { return m_engine.texts; }
+    void clear() { m_engine.texts.clear(); }
+
+protected:
+    int metric(PaintDeviceMetric which) const override
+    {
+        switch (which) {
+        case PdmWidth:
+            return 1000;
+        case PdmHeight:
+            return 800;
+        case PdmDpiX:
+        case PdmDpiY:
+        case PdmPhysicalDpiX:
+        case PdmPhysicalDpiY:
+            return 96;
+        case PdmDepth:
+            return 32;
+        case PdmDevicePixelRatio:
+            return 1;
+        default:
+            return which == PdmDevicePixelRatioScaled ? static_cast<int>(devicePixelRatioFScale())
+                                                      : 0;
+        }
+    }
+
+private:
+    class Engine : public QPaintEngine
+    {
+    public:
+        Engine()
+            : QPaintEngine(AllFeatures)
+        {
+        }
+        bool begin(QPaintDevice*) override { return true; }
+        bool end() override { return true; }
+        Type type() const override { return User; }
+        void updateState(const QPaintEngineState&) override {}
+        void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
+        void drawPath(const QPainterPath&) override {}
+        void drawPolygon(const QPointF*, int, PolygonDrawMode) override {}
+        void drawTextItem(const QPointF& at, const QTextItem& item) override
+        {
+            texts.append({item.text(), item.font().pointSizeF(), at, item.width(),
+                          painter()->pen().color()});
+        }
+
+        QList<DrawnText> texts;
+    };
+
+    mutable Engine m_engine;
+};
+
+} // namespace tests
