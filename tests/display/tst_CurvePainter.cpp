@@ -1,0 +1,290 @@
+// Curves on whole pixels: the picture of single lines, whatever the points are.
+#include "display/CurvePainter.h"
+
+#include "display/ChCoord.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QPen>
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+#include <optional>
+
+namespace
+{
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinite = std::numeric_limits<double>::infinity();
+constexpr double huge = std::numeric_limits<double>::max();
+
+using Points = QList<QPointF>;
+
+/// A surface of 400 by 300 pixels whose plot area runs from 40 to 380 and from
+/// 270 up to 15, for x from 10 to 27 and y from -1 to 4: 20 and 51 pixels a unit.
+struct Surface : ChCoord {
+    Surface()
+    {
+        setScreen(0, 300, 400, 0);
+        computeArea();
+        setReal(10, -1, 27, 4);
+    }
+};
+
+QImage whiteImage()
+{
+    QImage image(400, 300, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    return image;
+}
+
+QImage curve(const ChCoord& cc, const Points& points, const QPen& pen = {})
+{
+    QImage image = whiteImage();
+    QPainter p(&image);
+    p.setPen(pen);
+    {
+        CurvePainter painter(&p, cc);
+        for (const QPointF& point : points) {
+            painter.add(point.x(), point.y());
+        }
+    }
+    return image;
+}
+
+/// The pixel of a point of Surface, by its numbers; none for a point without
+/// one. For points near the plot only.
+std::optional<QPoint> pixelOf(const QPointF& point)
+{
+    const double x = 40.0 + 340.0 / 17.0 * (point.x() - 10.0);
+    const double y = 270.0 - 255.0 / 5.0 * (point.y() + 1.0);
+    if (!std::isfinite(x) || !std::isfinite(y)) {
+        return std::nullopt;
+    }
+    return QPoint(static_cast<int>(x), static_cast<int>(y));
+}
+
+/// The same curve as one call for each segment.
+QImage singleLines(const Points& points, const QPen& pen = {})
+{
+    QImage image = whiteImage();
+    QPainter p(&image);
+    p.setPen(pen);
+    for (qsizetype i = 1; i < points.size(); ++i) {
+        const auto from = pixelOf(points.at(i - 1));
+        const auto to = pixelOf(points.at(i));
+        if (from && to) {
+            p.drawLine(*from, *to);
+        }
+    }
+    return image;
+}
+
+/// Points in the plot and around it, the same ones for the same seed.
+Points randomPoints(int count, quint32 seed)
+{
+    QRandomGenerator random(seed);
+    Points points;
+    for (int i = 0; i < count; ++i) {
+        points.append({5.0 + random.bounded(27.0), -3.0 + random.bounded(9.0)});
+    }
+    return points;
+}
+
+bool isDark(const QImage& image, int x, int y)
+{
+    return image.pixelColor(x, y) == Qt::black;
+}
+
+} // namespace
+
+class tst_CurvePainter : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void looksLikeSingleLines_data();
+    void looksLikeSingleLines();
+    void pointsAreTruncated();
+    void lessThanTwoPointsShowNothing();
+    void twoPointsInOnePlaceAreADot();
+    void lastSegmentsComeWithTheEnd();
+    void pointWithoutAPlaceTakesItsSegments_data();
+    void pointWithoutAPlaceTakesItsSegments();
+    void emptyRangesShowNothing();
+    void deepZoomKeepsWhatCrosses_data();
+    void deepZoomKeepsWhatCrosses();
+    void farPointsKeepTheLevel();
+    void anyNumbersAreSafe();
+};
+
+void tst_CurvePainter::looksLikeSingleLines_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QPen>("pen");
+    const QPen thin(Qt::black);
+    const QPen cosmetic(Qt::blue, 0.0);
+    const QPen wide(QColor(255, 0, 0), 2.0);
+    const QPen wider(QColor(255, 200, 255), 3.0);
+    const QPen translucent(QColor(0, 0, 0, 100), 3.0);
+    QTest::newRow("two points") << 2 << thin;
+    QTest::newRow("255 segments") << 256 << thin;
+    QTest::newRow("256 segments") << 257 << thin;
+    QTest::newRow("257 segments") << 258 << thin;
+    QTest::newRow("512 segments") << 513 << wide;
+    QTest::newRow("long") << 1500 << thin;
+    QTest::newRow("long, cosmetic pen") << 700 << cosmetic;
+    QTest::newRow("long, wide pen") << 700 << wide;
+    QTest::newRow("long, wider pen") << 700 << wider;
+    // Shows whether crossings are painted once or twice.
+    QTest::newRow("long, translucent pen") << 601 << translucent;
+    QTest::newRow("long, dashed pen") << 700 << QPen(Qt::black, 1.0, Qt::DashLine);
+}
+
+void tst_CurvePainter::looksLikeSingleLines()
+{
+    QFETCH(int, count);
+    QFETCH(QPen, pen);
+    for (const quint32 seed : {1U, 20U, 300U}) {
+        const Points points = randomPoints(count, seed);
+        QCOMPARE(curve(Surface(), points, pen), singleLines(points, pen));
+    }
+}
+
+// The points lie at (140.8, 219.9) and (181.6, 219.4).
+void tst_CurvePainter::pointsAreTruncated()
+{
+    const QImage image = curve(Surface(), {{15.04, -0.9 / 51.0}, {17.08, -0.4 / 51.0}});
+    for (int x = 139; x <= 183; ++x) {
+        QCOMPARE(isDark(image, x, 219), x >= 140 && x <= 181);
+        QVERIFY(!isDark(image, x, 218) && !isDark(image, x, 220));
+    }
+}
+
+void tst_CurvePainter::lessThanTwoPointsShowNothing()
+{
+    QCOMPARE(curve(Surface(), {}), whiteImage());
+    QCOMPARE(curve(Surface(), {{15, 0}}), whiteImage());
+}
+
+void tst_CurvePainter::twoPointsInOnePlaceAreADot()
+{
+    QImage wanted = whiteImage();
+    wanted.setPixelColor(140, 219, Qt::black);
+    QCOMPARE(curve(Surface(), {{15, 0}, {15, 0}}), wanted);
+}
+
+void tst_CurvePainter::lastSegmentsComeWithTheEnd()
+{
+    const Surface cc;
+    QImage image = whiteImage();
+    QPainter p(&image);
+    {
+        CurvePainter painter(&p, cc);
+        painter.add(12, 0);
+        painter.add(20, 2);
+    }
+    p.end();
+    QCOMPARE(image, singleLines({{12, 0}, {20, 2}}));
+}
+
+void tst_CurvePainter::pointWithoutAPlaceTakesItsSegments_data()
+{
+    QTest::addColumn<QPointF>("point");
+    QTest::newRow("NaN in x") << QPointF(notANumber, 1);
+    QTest::newRow("NaN in y") << QPointF(20, notANumber);
+    QTest::newRow("infinite x") << QPointF(infinite, 1);
+    QTest::newRow("negative infinite x") << QPointF(-infinite, 1);
+    QTest::newRow("infinite y") << QPointF(20, infinite);
+    QTest::newRow("negative infinite y") << QPointF(20, -infinite);
+    QTest::newRow("beyond doubles on the screen") << QPointF(20, -huge);
+}
+
+// At the front, inside, where bunches meet, twice in a row and at the end.
+void tst_CurvePainter::pointWithoutAPlaceTakesItsSegments()
+{
+    QFETCH(QPointF, point);
+    Points points = randomPoints(620, 4);
+    for (const int i : {0, 3, 100, 254, 255, 256, 257, 400, 512, 619}) {
+        points[i] = point;
+    }
+    QCOMPARE(curve(Surface(), points), singleLines(points));
+}
+
+void tst_CurvePainter::emptyRangesShowNothing()
+{
+    const Points points = randomPoints(10, 5);
+    Surface noWidth;
+    noWidth.setRealX(15, 15);
+    QCOMPARE(curve(noWidth, points), whiteImage());
+    Surface noHeight;
+    noHeight.setRealY(2, 2);
+    QCOMPARE(curve(noHeight, points), whiteImage());
+}
+
+void tst_CurvePainter::deepZoomKeepsWhatCrosses_data()
+{
+    QTest::addColumn<double>("half"); // half of the range that is shown
+    QTest::newRow("hundredths") << 1e-2;
+    QTest::newRow("millionths") << 1e-6;
+    QTest::newRow("billionths") << 1e-9;
+    QTest::newRow("next to the doubles' own steps") << 1e-12;
+}
+
+// The line from (-3, -3) to (4, 4), zoomed in on (0.5, 0.5): it goes through
+// both corners of the plot area, 340 pixels over and 255 up.
+// Tolerance: two rows, for the truncations and a line that steps by pixels.
+void tst_CurvePainter::deepZoomKeepsWhatCrosses()
+{
+    QFETCH(double, half);
+    Surface cc;
+    cc.setReal(0.5 - half, 0.5 - half, 0.5 + half, 0.5 + half);
+    const QImage image = curve(cc, {{-3, -3}, {4, 4}});
+    for (int x = 40; x <= 380; ++x) {
+        const int row = static_cast<int>(270.0 - 0.75 * (x - 40.0));
+        bool found = false;
+        for (int y = 0; y < 300; ++y) {
+            const bool near = std::abs(y - row) <= 2;
+            found |= near && isDark(image, x, y);
+            QVERIFY2(near || !isDark(image, x, y), qPrintable(QString::number(x)));
+        }
+        QVERIFY2(found, qPrintable(QString::number(x)));
+    }
+}
+
+// 2 is on row 117; the ends are 2e10 pixels out.
+void tst_CurvePainter::farPointsKeepTheLevel()
+{
+    const QImage image = curve(Surface(), {{-1e9, 2}, {1e9, 2}});
+    QImage wanted = whiteImage();
+    for (int x = 0; x < 400; ++x) {
+        wanted.setPixelColor(x, 117, Qt::black);
+    }
+    QCOMPARE(image, wanted);
+}
+
+// Nothing to look at; the sanitizers are the judges.
+void tst_CurvePainter::anyNumbersAreSafe()
+{
+    const QList<double> values{0,    1,       -1,     1e9,   -1e10,      1e20,     -1e20,
+                               1e30, -1e300,  1e300,  huge,  -huge,      infinite, -infinite,
+                               20,   -5e-324, 1e-310, 2.5e9, notANumber, 4};
+    Points points;
+    for (const double x : values) {
+        for (const double y : values) {
+            points.append({x, y});
+            points.append({y, 2.0});
+        }
+    }
+    Surface cc;
+    QVERIFY(!curve(cc, points).isNull());
+    cc.setReal(0, 0, 5e-324, 5e-324);
+    QVERIFY(!curve(cc, points).isNull());
+    cc.setReal(-huge, -huge, huge, huge);
+    QVERIFY(!curve(cc, points).isNull());
+}
+
+QTEST_MAIN(tst_CurvePainter)
+#include "tst_CurvePainter.moc"

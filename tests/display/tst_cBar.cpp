@@ -1,0 +1,1032 @@
+// The colour bar: values to colours, what it shows, and its two lines under the
+// mouse.
+#include "display/cBar.h"
+
+#include "display/ColorTables.h"
+
+#include <QImage>
+#include <QMetaMethod>
+#include <QMouseEvent>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <limits>
+
+namespace
+{
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinite = std::numeric_limits<double>::infinity();
+constexpr double huge = std::numeric_limits<double>::max();
+
+/// Tables with a ramp more each, by plain arithmetic: yellow over blue (256
+/// entries), blue to green to red (512), black to red to yellow to white (768).
+QColor entryOf(int type, int i)
+{
+    const auto level = [](int v) { return std::clamp(v, 0, 255); };
+    switch (type) {
+    case 11:
+        return {i, i, 255 - i};
+    case 8:
+        return i < 256 ? QColor(0, i, 255 - i) : QColor(i - 256, 511 - i, 0);
+    default:
+        return {level(i), level(i - 256), level(i - 512)};
+    }
+}
+
+/// Counts the paints of a widget.
+class PaintCounter : public QObject
+{
+public:
+    explicit PaintCounter(QWidget* widget)
+    {
+        QCoreApplication::processEvents();
+        widget->installEventFilter(this);
+    }
+
+    /// Paints since the last call, once all waiting ones are done.
+    int take()
+    {
+        QCoreApplication::processEvents();
+        return std::exchange(m_count, 0);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        m_count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+
+private:
+    int m_count = 0;
+};
+
+/// A bar that is on the screen and 256 pixels high, one for each entry of its
+/// table: a row is 256 less the entry that stands on it.
+class ShownBar : public cBar
+{
+public:
+    ShownBar()
+    {
+        setCBarType(11);
+        resize(40, 256);
+        show();
+    }
+
+    bool isReady() { return QTest::qWaitForWindowExposed(this) && height() == 256; }
+
+    void press(int y, Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mousePress(this, button, {}, {20, y});
+    }
+    void move(int y)
+    {
+        QTest::mouseMove(this, {20, y});
+        QCoreApplication::processEvents();
+    }
+    void release(int y, Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mouseRelease(this, button, {}, {20, y});
+        QCoreApplication::processEvents();
+    }
+    void drag(int from, int to, Qt::MouseButton button = Qt::LeftButton)
+    {
+        press(from, button);
+        move(to);
+        release(to, button);
+    }
+    /// An event that QTest has no call for.
+    void send(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held)
+    {
+        QMouseEvent event(type, at, mapToGlobal(at), button, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(this, &event);
+        QCoreApplication::processEvents();
+    }
+};
+
+/// Places the lines on two rows, as a drag would.
+void placeLines(cBar& bar, int upper, int lower)
+{
+    const double d = static_cast<double>(bar.nColors) / (upper - lower);
+    bar.imax = -lower * d;
+    bar.imin = (bar.height() - lower) * d;
+}
+
+bool isRow(const QImage& image, int y, const std::function<bool(const QColor&)>& wanted)
+{
+    const QList<int> columns{0, image.width() / 2, image.width() - 1};
+    return std::all_of(columns.begin(), columns.end(),
+                       [&](int x) { return wanted(image.pixelColor(x, y)); });
+}
+
+bool isRow(const QImage& image, int y, const QColor& wanted)
+{
+    return isRow(image, y, [&](const QColor& color) { return color == wanted; });
+}
+
+/// Whether a colour is that of entry @p i or of one beside it.
+bool isAbout(const QColor& color, int type, int i, bool invert)
+{
+    const int last = type == 11 ? 255 : type == 8 ? 511 : 767;
+    for (const int near : {i - 1, i, i + 1}) {
+        const int held = std::clamp(near, 0, last);
+        if (color == entryOf(type, invert ? last - held : held)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+class tst_cBar : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startsWithTheFirstTable();
+    void startsAsItsFormSays();
+    void slotsComeInTheirOrder();
+
+    void typeBuildsItsTable_data();
+    void typeBuildsItsTable();
+    void typeResetsTheLines();
+
+    void valuesFindTheirEntry_data();
+    void valuesFindTheirEntry();
+    void valuesThatHaveNoPlaceTakeTheFirst_data();
+    void valuesThatHaveNoPlaceTakeTheFirst();
+    void extremeLimitsStillPlaceValues_data();
+    void extremeLimitsStillPlaceValues();
+    void linesStretchTheValuesToo_data();
+    void linesStretchTheValuesToo();
+
+    void limitsStayInOrder_data();
+    void limitsStayInOrder();
+    void orderIsCheckedOnDemand();
+    void automaticScaleIsTold();
+    void inversionIsNotTold();
+
+    void rowsShowWhatTheirValuesTake_data();
+    void rowsShowWhatTheirValuesTake();
+    void entriesStandOnTheirRows();
+    void highEntriesReachUpToTheNext();
+    void outsideOfTheTableHasItsOwnColours();
+    void linesHoldAtTheBarsEnds_data();
+    void linesHoldAtTheBarsEnds();
+    void tinyBarsAreSafe();
+    void wildLinesAreSafe_data();
+    void wildLinesAreSafe();
+
+    void pressNearALineArmsIt_data();
+    void pressNearALineArmsIt();
+    void lowerLineWinsWhenBothAreNear_data();
+    void lowerLineWinsWhenBothAreNear();
+    void pressIsRoundedFirst();
+    void anyButtonDrags_data();
+    void anyButtonDrags();
+    void draggedUpperLineLiftsTheTop();
+    void draggedLowerLineSinksTheBottom();
+    void bothLinesDragOneAfterTheOther();
+    void eachMoveStartsFromTheOtherLine();
+    void lastLineStaysArmed_data();
+    void lastLineStaysArmed();
+    void dragWithoutALineTellsTheSameScale();
+    void linesOnOneRowChangeNothing();
+    void linesMayCross();
+    void moveWithoutAButtonOnlyRepaints();
+    void releaseRepaints();
+    void doubleClickRestoresQuietly();
+    void doubleClickIsNoPress();
+    void mouseIsRecorded();
+};
+
+void tst_cBar::startsWithTheFirstTable()
+{
+    const cBar bar;
+    QCOMPARE(bar.table.size(), 768);
+    QCOMPARE(bar.nColors, 768);
+    QCOMPARE(bar.maxIdx, 768);
+    QCOMPARE(bar.minIdx, 0);
+    QCOMPARE(bar.imax, 768.0);
+    QCOMPARE(bar.imin, 0.0);
+    QCOMPARE(bar.zmax, 1.0);
+    QCOMPARE(bar.zmin, 0.0);
+    QVERIFY(bar.autoScale);
+    QVERIFY(!bar.invert);
+    QCOMPARE(bar.dragHandle, 2);
+    QCOMPARE(bar.aboveColor, QColor(255, 255, 255));
+    QCOMPARE(bar.belowColor, QColor(0, 0, 0));
+    QCOMPARE(bar.lineColor, QColor(150, 150, 150));
+    QVERIFY(!bar.mouse.pressed);
+}
+
+void tst_cBar::startsAsItsFormSays()
+{
+    const cBar bar;
+    QCOMPARE(bar.objectName(), QString("cBar"));
+    QCOMPARE(bar.windowTitle(), QString("Frame"));
+    QCOMPARE(bar.size(), QSize(400, 300));
+    QCOMPARE(bar.frameShape(), QFrame::StyledPanel);
+    QCOMPARE(bar.frameShadow(), QFrame::Raised);
+}
+
+void tst_cBar::slotsComeInTheirOrder()
+{
+    QStringList signals_;
+    QStringList slots_;
+    const QMetaObject& meta = cBar::staticMetaObject;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        const QMetaMethod method = meta.method(i);
+        const bool isSignal = method.methodType() == QMetaMethod::Signal;
+        (isSignal ? signals_ : slots_).append(QString::fromLatin1(method.methodSignature()));
+        QCOMPARE(method.access(), QMetaMethod::Public);
+    }
+    QCOMPARE(signals_, QStringList{"newScale()"});
+    QCOMPARE(slots_, (QStringList{"setAutoScale(bool)", "newZmax(double)", "newZmin(double)",
+                                  "maxCBarTypes()", "setInvertCBar(bool)"}));
+    cBar bar;
+    int types = 0;
+    QVERIFY(QMetaObject::invokeMethod(&bar, "maxCBarTypes", Q_RETURN_ARG(int, types)));
+    QCOMPARE(types, 12);
+}
+
+void tst_cBar::typeBuildsItsTable_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("builds");
+    for (int type = 0; type < 12; ++type) {
+        QTest::addRow("%d", type) << type << type;
+    }
+    QTest::newRow("one below") << -1 << 0;
+    QTest::newRow("one above") << 12 << 0;
+    QTest::newRow("far away") << std::numeric_limits<int>::max() << 0;
+}
+
+void tst_cBar::typeBuildsItsTable()
+{
+    QFETCH(int, type);
+    QFETCH(int, builds);
+    cBar bar;
+    bar.setCBarType(9);
+    bar.setCBarType(type);
+    QList<QColor> colors;
+    for (const QColor* entry : bar.table) {
+        colors.append(*entry);
+    }
+    QCOMPARE(colors, display::colorTable(builds));
+    QCOMPARE(bar.nColors, colors.size());
+    QCOMPARE(bar.maxIdx, colors.size());
+}
+
+void tst_cBar::typeResetsTheLines()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    bar.drag(5, 100);
+    bar.drag(250, 200);
+    bar.zmax = 7.0;
+    bar.zmin = -3.0;
+    QSignalSpy spy(&bar, &cBar::newScale);
+    PaintCounter paints(&bar);
+    bar.setCBarType(3);
+    QCOMPARE(bar.nColors, 512);
+    QCOMPARE(bar.maxIdx, 512);
+    QCOMPARE(bar.minIdx, 0);
+    QCOMPARE(bar.imax, 512.0);
+    QCOMPARE(bar.imin, 0.0);
+    QCOMPARE(bar.zmax, 7.0);
+    QCOMPARE(bar.zmin, -3.0);
+    QCOMPARE(paints.take(), 1);
+    QCOMPARE(bar.maxLineY, 0);
+    QCOMPARE(bar.minLineY, 255);
+    QCOMPARE(spy.count(), 0);
+}
+
+void tst_cBar::valuesFindTheirEntry_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<int>("entry");
+    QTest::newRow("lower limit") << -384.0 << 0;
+    QTest::newRow("inside the first entry") << -383.01 << 0;
+    QTest::newRow("second entry") << -383.0 << 1;
+    QTest::newRow("end of the first ramp") << -128.25 << 255;
+    QTest::newRow("second ramp") << -128.0 << 256;
+    QTest::newRow("middle") << 0.0 << 384;
+    QTest::newRow("third ramp") << 128.0 << 512;
+    QTest::newRow("last entry") << 383.5 << 767;
+    QTest::newRow("upper limit") << 384.0 << 767;
+    QTest::newRow("just below") << -384.5 << 0;
+    QTest::newRow("below") << -400.0 << 0;
+    QTest::newRow("just above") << 385.0 << 767;
+    QTest::newRow("above") << 1000.0 << 767;
+    QTest::newRow("beyond any int below") << -1e20 << 0;
+    QTest::newRow("beyond any int above") << 1e20 << 767;
+    QTest::newRow("far below") << -1e300 << 0;
+    QTest::newRow("far above") << 1e300 << 767;
+}
+
+// Limits of -384 and 384 and the 768 entries of table 0: value and entry differ
+// by 384.
+void tst_cBar::valuesFindTheirEntry()
+{
+    QFETCH(double, value);
+    QFETCH(int, entry);
+    cBar bar;
+    bar.newZmin(-384.0);
+    bar.newZmax(384.0);
+    QCOMPARE(bar.color(value), entryOf(0, entry));
+    bar.setInvertCBar(true);
+    QCOMPARE(bar.color(value), entryOf(0, 767 - entry));
+}
+
+void tst_cBar::valuesThatHaveNoPlaceTakeTheFirst_data()
+{
+    QTest::addColumn<double>("zmin");
+    QTest::addColumn<double>("zmax");
+    QTest::addColumn<double>("value");
+    QTest::newRow("NaN") << 0.0 << 1.0 << notANumber;
+    QTest::newRow("infinity") << 0.0 << 1.0 << infinite;
+    QTest::newRow("negative infinity") << 0.0 << 1.0 << -infinite;
+    QTest::newRow("equal limits, at them") << 2.0 << 2.0 << 2.0;
+    QTest::newRow("equal limits, above") << 2.0 << 2.0 << 3.0;
+    QTest::newRow("equal limits, below") << 2.0 << 2.0 << 1.0;
+    QTest::newRow("equal limits, far above") << 0.0 << 0.0 << 1e300;
+    QTest::newRow("limits a step apart") << 0.0 << 5e-324 << 1.0;
+    QTest::newRow("NaN as the lower limit") << notANumber << 1.0 << 0.5;
+    QTest::newRow("NaN as the upper limit") << 0.0 << notANumber << 0.5;
+    QTest::newRow("infinite upper limit") << 0.0 << infinite << 0.5;
+    QTest::newRow("infinite lower limit") << -infinite << 1.0 << 0.5;
+}
+
+void tst_cBar::valuesThatHaveNoPlaceTakeTheFirst()
+{
+    QFETCH(double, value);
+    cBar bar;
+    QFETCH(double, zmin);
+    QFETCH(double, zmax);
+    bar.zmin = zmin;
+    bar.zmax = zmax;
+    bar.setCBarType(8);
+    QCOMPARE(bar.color(value), QColor(0, 0, 255));
+    bar.setInvertCBar(true);
+    QCOMPARE(bar.color(value), QColor(255, 0, 0));
+}
+
+void tst_cBar::extremeLimitsStillPlaceValues_data()
+{
+    QTest::addColumn<double>("zmin");
+    QTest::addColumn<double>("zmax");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<int>("entry");
+    QTest::newRow("lower limit") << -1e300 << 1e300 << -1e300 << 0;
+    QTest::newRow("middle") << -1e300 << 1e300 << 0.0 << 384;
+    QTest::newRow("three quarters") << -1e300 << 1e300 << 5e299 << 576;
+    QTest::newRow("upper limit") << -1e300 << 1e300 << 1e300 << 767;
+    QTest::newRow("beyond") << -1e300 << 1e300 << 1.7e308 << 767;
+    // As extremes start before any value.
+    QTest::newRow("reversed, middle") << 1e300 << -1e300 << 0.0 << 384;
+    QTest::newRow("reversed, quarter") << 1e300 << -1e300 << 5e299 << 192;
+    QTest::newRow("span beyond doubles") << -huge << huge << 0.0 << 0;
+    QTest::newRow("span beyond doubles, top") << -huge << huge << huge << 0;
+}
+
+void tst_cBar::extremeLimitsStillPlaceValues()
+{
+    QFETCH(double, zmin);
+    QFETCH(double, zmax);
+    QFETCH(double, value);
+    QFETCH(int, entry);
+    cBar bar;
+    bar.zmin = zmin;
+    bar.zmax = zmax;
+    QVERIFY(isAbout(bar.color(value), 0, entry, false));
+}
+
+void tst_cBar::linesStretchTheValuesToo_data()
+{
+    QTest::addColumn<double>("imin");
+    QTest::addColumn<double>("imax");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<int>("entry");
+    QTest::newRow("upper line halfway, low") << 0.0 << 512.0 << 0.25 << 128;
+    QTest::newRow("upper line halfway, last entry") << 0.0 << 512.0 << 0.499 << 255;
+    QTest::newRow("upper line halfway, above") << 0.0 << 512.0 << 0.501 << 255;
+    QTest::newRow("upper line halfway, top") << 0.0 << 512.0 << 1.0 << 255;
+    QTest::newRow("lower line halfway, bottom") << -256.0 << 256.0 << 0.0 << 0;
+    QTest::newRow("lower line halfway, below") << -256.0 << 256.0 << 0.499 << 0;
+    QTest::newRow("lower line halfway, high") << -256.0 << 256.0 << 0.75 << 128;
+    QTest::newRow("part of the table, bottom") << 64.0 << 192.0 << 0.0 << 64;
+    QTest::newRow("part of the table, top") << 64.0 << 192.0 << 1.0 << 192;
+    QTest::newRow("part of the table, beyond") << 64.0 << 192.0 << 1.25 << 224;
+}
+
+void tst_cBar::linesStretchTheValuesToo()
+{
+    QFETCH(double, value);
+    QFETCH(int, entry);
+    cBar bar;
+    bar.setCBarType(11);
+    QFETCH(double, imin);
+    QFETCH(double, imax);
+    bar.imin = imin;
+    bar.imax = imax;
+    QCOMPARE(bar.color(value), entryOf(11, entry));
+}
+
+void tst_cBar::limitsStayInOrder_data()
+{
+    QTest::addColumn<bool>("upper");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<double>("zmin");
+    QTest::addColumn<double>("zmax");
+    QTest::newRow("maximum up") << true << 9.0 << 2.0 << 9.0;
+    QTest::newRow("maximum down") << true << 3.0 << 2.0 << 3.0;
+    QTest::newRow("maximum onto the minimum") << true << 2.0 << 2.0 << 2.0;
+    QTest::newRow("maximum below the minimum") << true << -1.0 << -1.0 << 2.0;
+    QTest::newRow("minimum down") << false << -9.0 << -9.0 << 5.0;
+    QTest::newRow("minimum up") << false << 3.0 << 3.0 << 5.0;
+    QTest::newRow("minimum onto the maximum") << false << 5.0 << 5.0 << 5.0;
+    QTest::newRow("minimum above the maximum") << false << 8.0 << 5.0 << 8.0;
+}
+
+// Limits of 2 and 5; each change is told once.
+void tst_cBar::limitsStayInOrder()
+{
+    QFETCH(bool, upper);
+    QFETCH(double, value);
+    cBar bar;
+    bar.zmin = 2.0;
+    bar.zmax = 5.0;
+    QSignalSpy spy(&bar, &cBar::newScale);
+    if (upper) {
+        bar.newZmax(value);
+    } else {
+        bar.newZmin(value);
+    }
+    QTEST(bar.zmin, "zmin");
+    QTEST(bar.zmax, "zmax");
+    QCOMPARE(spy.count(), 1);
+}
+
+void tst_cBar::orderIsCheckedOnDemand()
+{
+    cBar bar;
+    bar.zmin = 4.0;
+    bar.zmax = -4.0;
+    QSignalSpy spy(&bar, &cBar::newScale);
+    bar.checkOrder();
+    QCOMPARE(bar.zmin, -4.0);
+    QCOMPARE(bar.zmax, 4.0);
+    QCOMPARE(spy.count(), 1);
+    bar.checkOrder();
+    QCOMPARE(bar.zmin, -4.0);
+    QCOMPARE(bar.zmax, 4.0);
+}
+
+void tst_cBar::automaticScaleIsTold()
+{
+    cBar bar;
+    QSignalSpy spy(&bar, &cBar::newScale);
+    bar.setAutoScale(false);
+    QVERIFY(!bar.autoScale);
+    QCOMPARE(spy.count(), 1);
+    bar.setAutoScale(true);
+    QVERIFY(bar.autoScale);
+    bar.setAutoScale(true);
+    QCOMPARE(spy.count(), 3);
+}
+
+void tst_cBar::inversionIsNotTold()
+{
+    cBar bar;
+    QSignalSpy spy(&bar, &cBar::newScale);
+    bar.setInvertCBar(true);
+    QVERIFY(bar.invert);
+    bar.setInvertCBar(false);
+    QVERIFY(!bar.invert);
+    QCOMPARE(spy.count(), 0);
+}
+
+void tst_cBar::rowsShowWhatTheirValuesTake_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("upper"); // rows of the two lines, parts of the height
+    QTest::addColumn<int>("lower");
+    const QList<QPair<int, int>> lines{{0, 100},   {25, 100}, {0, 75},     {30, 60},
+                                       {-40, 100}, {0, 170},  {-300, 900}, {45, 52}};
+    for (const int type : {11, 8, 0}) {
+        for (const int height : {100, 256, 300, 512, 700, 1000}) {
+            for (const auto& [upper, lower] : lines) {
+                QTest::addRow("table %d, height %d, lines at %d%% and %d%%", type, height, upper,
+                              lower)
+                    << type << height << upper * height / 100 << lower * height / 100;
+            }
+        }
+    }
+}
+
+// Row y has the place (height - y) / height of the way from imin to imax.
+// Tolerance: one entry, and a row for where a line stands.
+void tst_cBar::rowsShowWhatTheirValuesTake()
+{
+    QFETCH(int, type);
+    QFETCH(int, height);
+    QFETCH(int, upper);
+    QFETCH(int, lower);
+    cBar bar;
+    bar.setCBarType(type);
+    bar.resize(12, height);
+    placeLines(bar, upper, lower);
+    for (const bool invert : {false, true}) {
+        bar.setInvertCBar(invert);
+        const QImage image = bar.grab().toImage();
+        QCOMPARE(image.height(), height);
+        QVERIFY(std::abs(bar.maxLineY - std::clamp(upper, 0, height - 1)) <= 1);
+        QVERIFY(std::abs(bar.minLineY - std::clamp(lower, 0, height - 1)) <= 1);
+        for (int y = 0; y < height; ++y) {
+            const double part = static_cast<double>(height - y) / height;
+            const int i = static_cast<int>(bar.imin + part * (bar.imax - bar.imin));
+            const auto isEntry = [&](const QColor& c) { return isAbout(c, type, i, invert); };
+            const bool fits = y == bar.maxLineY || y == bar.minLineY
+                                  ? isRow(image, y, bar.lineColor)
+                              : y < bar.maxLineY ? isRow(image, y, bar.aboveColor)
+                              : y > bar.minLineY ? isRow(image, y, bar.belowColor)
+                                                 : isRow(image, y, isEntry);
+            QVERIFY2(fits, QByteArray::number(y));
+            QVERIFY2(isEntry(bar.color(part)), QByteArray::number(y));
+        }
+    }
+}
+
+// 256 rows for 256 entries, without any rounding: entry i is on row 256 - i.
+void tst_cBar::entriesStandOnTheirRows()
+{
+    cBar bar;
+    bar.setCBarType(11);
+    bar.resize(30, 256);
+    const QImage image = bar.grab().toImage();
+    for (int y = 1; y < 255; ++y) {
+        QVERIFY(isRow(image, y, entryOf(11, 256 - y)));
+    }
+}
+
+// Three rows for each entry: i is on row 768 - 3 i and the two above it.
+void tst_cBar::highEntriesReachUpToTheNext()
+{
+    cBar bar;
+    bar.setCBarType(11);
+    bar.resize(30, 768);
+    const QImage image = bar.grab().toImage();
+    for (int i = 1; i < 255; ++i) {
+        for (const int y : {768 - 3 * i, 768 - 3 * i - 1, 768 - 3 * i - 2}) {
+            QVERIFY(isRow(image, y, entryOf(11, i)));
+        }
+    }
+}
+
+void tst_cBar::outsideOfTheTableHasItsOwnColours()
+{
+    cBar bar;
+    bar.setCBarType(11);
+    bar.resize(30, 256);
+    bar.aboveColor = QColor(1, 2, 3);
+    bar.belowColor = QColor(40, 50, 60);
+    bar.lineColor = QColor(200, 0, 200);
+    placeLines(bar, 64, 192); // two entries a row, exactly
+    for (const bool invert : {false, true}) {
+        bar.setInvertCBar(invert);
+        const QImage image = bar.grab().toImage();
+        QVERIFY(isRow(image, 0, bar.aboveColor));
+        QVERIFY(isRow(image, 63, bar.aboveColor));
+        QVERIFY(isRow(image, 64, bar.lineColor));
+        QVERIFY(isRow(image, 65, entryOf(11, invert ? 1 : 254)));
+        QVERIFY(isRow(image, 128, entryOf(11, invert ? 127 : 128)));
+        QVERIFY(isRow(image, 191, entryOf(11, invert ? 253 : 2)));
+        QVERIFY(isRow(image, 192, bar.lineColor));
+        QVERIFY(isRow(image, 193, bar.belowColor));
+        QVERIFY(isRow(image, 255, bar.belowColor));
+    }
+}
+
+void tst_cBar::linesHoldAtTheBarsEnds_data()
+{
+    QTest::addColumn<int>("upper");
+    QTest::addColumn<int>("lower");
+    QTest::addColumn<int>("maxLineY");
+    QTest::addColumn<int>("minLineY");
+    QTest::newRow("at the ends") << 0 << 256 << 0 << 255;
+    QTest::newRow("on the last row") << 128 << 256 << 128 << 255;
+    QTest::newRow("inside") << 64 << 192 << 64 << 192;
+    QTest::newRow("above the bar") << -256 << 256 << 0 << 255;
+    QTest::newRow("below the bar") << 0 << 512 << 0 << 255;
+    QTest::newRow("both above") << -512 << -256 << 0 << 0;
+    QTest::newRow("both below") << 512 << 1024 << 255 << 255;
+    QTest::newRow("crossed") << 192 << 64 << 192 << 64;
+}
+
+// Rows that are exact in powers of two.
+void tst_cBar::linesHoldAtTheBarsEnds()
+{
+    QFETCH(int, upper);
+    QFETCH(int, lower);
+    cBar bar;
+    bar.setCBarType(11);
+    bar.resize(30, 256);
+    placeLines(bar, upper, lower);
+    const QImage image = bar.grab().toImage();
+    QTEST(bar.maxLineY, "maxLineY");
+    QTEST(bar.minLineY, "minLineY");
+    QVERIFY(isRow(image, bar.maxLineY, bar.lineColor));
+    QVERIFY(isRow(image, bar.minLineY, bar.lineColor));
+}
+
+void tst_cBar::tinyBarsAreSafe()
+{
+    cBar bar;
+    for (const QSize size : {QSize(1, 1), QSize(1, 2), QSize(5, 1), QSize(1, 5), QSize(0, 0)}) {
+        bar.resize(size);
+        for (const int type : {0, 5, 10}) {
+            bar.setCBarType(type);
+            bar.grab();
+            QVERIFY(bar.maxLineY >= 0 && bar.maxLineY < qMax(1, bar.height()));
+            QVERIFY(bar.minLineY >= bar.maxLineY);
+        }
+    }
+}
+
+void tst_cBar::wildLinesAreSafe_data()
+{
+    QTest::addColumn<double>("imin");
+    QTest::addColumn<double>("imax");
+    QTest::newRow("far") << -1e12 << 1e12;
+    QTest::newRow("beyond") << -1e300 << 1e300;
+    QTest::newRow("next to nothing") << 3.0 << 3.0000001;
+    QTest::newRow("nothing") << 3.0 << 3.0;
+    QTest::newRow("not finite") << -infinite << notANumber;
+}
+
+// No more than that the sanitizers find nothing.
+void tst_cBar::wildLinesAreSafe()
+{
+    QFETCH(double, imin);
+    QFETCH(double, imax);
+    cBar bar;
+    bar.imin = imin;
+    bar.imax = imax;
+    QCOMPARE(bar.grab().toImage().isNull(), false);
+    bar.color(0.5);
+    bar.color(1e300);
+}
+
+void tst_cBar::pressNearALineArmsIt_data()
+{
+    QTest::addColumn<int>("y");
+    QTest::addColumn<int>("handle");
+    QTest::newRow("on the upper line") << 64 << 0;
+    QTest::newRow("nine above it") << 55 << 0;
+    QTest::newRow("ten above it") << 54 << 2;
+    QTest::newRow("nine below it") << 73 << 0;
+    QTest::newRow("ten below it") << 74 << 2;
+    QTest::newRow("between") << 128 << 2;
+    QTest::newRow("on the lower line") << 192 << 1;
+    QTest::newRow("nine above the lower line") << 183 << 1;
+    QTest::newRow("ten above the lower line") << 182 << 2;
+    QTest::newRow("nine below the lower line") << 201 << 1;
+    QTest::newRow("ten below the lower line") << 202 << 2;
+}
+
+void tst_cBar::pressNearALineArmsIt()
+{
+    QFETCH(int, y);
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    placeLines(bar, 64, 192);
+    bar.repaint();
+    QSignalSpy spy(&bar, &cBar::newScale);
+    bar.press(y);
+    QTEST(bar.dragHandle, "handle");
+    bar.release(y);
+    QTEST(bar.dragHandle, "handle");
+    QCOMPARE(spy.count(), 0);
+}
+
+void tst_cBar::lowerLineWinsWhenBothAreNear_data()
+{
+    QTest::addColumn<int>("y");
+    QTest::addColumn<int>("handle");
+    QTest::newRow("upper line only") << 119 << 0;
+    QTest::newRow("both, nearer to the upper one") << 129 << 1;
+    QTest::newRow("both, on the upper line") << 128 << 1;
+    QTest::newRow("both, at the edge of the lower one") << 127 << 1;
+    QTest::newRow("ten away from the lower one") << 126 << 0;
+    QTest::newRow("lower line only") << 138 << 1;
+}
+
+// The lines are on rows 128 and 136.
+void tst_cBar::lowerLineWinsWhenBothAreNear()
+{
+    QFETCH(int, y);
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    placeLines(bar, 128, 136);
+    bar.repaint();
+    bar.press(y);
+    QTEST(bar.dragHandle, "handle");
+    bar.release(y);
+}
+
+void tst_cBar::pressIsRoundedFirst()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    const auto pressAt = [&](double y) {
+        bar.send(QEvent::MouseButtonPress, {20, y}, Qt::LeftButton, Qt::LeftButton);
+        bar.send(QEvent::MouseButtonRelease, {20, y}, Qt::LeftButton, Qt::NoButton);
+    };
+    pressAt(9.5); // 10 pixels from the upper line
+    QCOMPARE(bar.dragHandle, 2);
+    pressAt(9.4);
+    QCOMPARE(bar.dragHandle, 0);
+    pressAt(246.4); // 10 pixels from the lower line, on row 256
+    QCOMPARE(bar.dragHandle, 0);
+    pressAt(246.5);
+    QCOMPARE(bar.dragHandle, 1);
+}
+
+void tst_cBar::anyButtonDrags_data()
+{
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::newRow("left") << Qt::LeftButton;
+    QTest::newRow("middle") << Qt::MiddleButton;
+    QTest::newRow("right") << Qt::RightButton;
+}
+
+void tst_cBar::anyButtonDrags()
+{
+    QFETCH(Qt::MouseButton, button);
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    bar.drag(3, 128, button);
+    QCOMPARE(bar.dragHandle, 0);
+    QCOMPARE(bar.imax, 512.0);
+    QCOMPARE(bar.imin, 0.0);
+}
+
+// From row 0 to 128: 256 / (128 - 256) = -2 entries a row, and 256 rows of them
+// above the lower line.
+void tst_cBar::draggedUpperLineLiftsTheTop()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    QSignalSpy spy(&bar, &cBar::newScale);
+    PaintCounter paints(&bar);
+    bar.press(5);
+    QCOMPARE(spy.count(), 0);
+    paints.take();
+    bar.move(128);
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(paints.take(), 1);
+    bar.release(128);
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(bar.imax, 512.0);
+    QCOMPARE(bar.imin, 0.0);
+    QCOMPARE(bar.maxIdx, 256);
+    QCOMPARE(bar.minIdx, 0);
+    QCOMPARE(bar.zmax, 1.0);
+    QCOMPARE(bar.zmin, 0.0);
+    QCOMPARE(bar.maxLineY, 128);
+    QCOMPARE(bar.minLineY, 255);
+    // Half of the values are beyond the table now.
+    QCOMPARE(bar.color(1.0), entryOf(11, 255));
+    QCOMPARE(bar.color(0.55), entryOf(11, 255));
+    QCOMPARE(bar.color(0.25), entryOf(11, 128));
+    QVERIFY(isRow(bar.grab().toImage(), 100, bar.aboveColor));
+}
+
+// From row 256 to 128: 256 / (0 - 128) = -2 entries a row, and 128 rows of them
+// below the line.
+void tst_cBar::draggedLowerLineSinksTheBottom()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    QSignalSpy spy(&bar, &cBar::newScale);
+    bar.drag(250, 128);
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(bar.dragHandle, 1);
+    QCOMPARE(bar.imax, 256.0);
+    QCOMPARE(bar.imin, -256.0);
+    QCOMPARE(bar.maxLineY, 0);
+    QCOMPARE(bar.minLineY, 128);
+    QCOMPARE(bar.color(0.0), entryOf(11, 0));
+    QCOMPARE(bar.color(0.45), entryOf(11, 0));
+    QCOMPARE(bar.color(0.75), entryOf(11, 128));
+    QVERIFY(isRow(bar.grab().toImage(), 150, bar.belowColor));
+}
+
+// To rows 128 and 192: 256 / (128 - 192) = -4 entries a row, 192 rows above the
+// lower line and 64 below it.
+void tst_cBar::bothLinesDragOneAfterTheOther()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    bar.drag(9, 128);
+    bar.drag(247, 192);
+    QCOMPARE(bar.imax, 768.0);
+    QCOMPARE(bar.imin, -256.0);
+    QCOMPARE(bar.maxLineY, 128);
+    QCOMPARE(bar.minLineY, 192);
+    // And the upper one back beyond the bar: 256 / (-64 - 192) = -1.
+    bar.drag(120, -64);
+    QCOMPARE(bar.imax, 192.0);
+    QCOMPARE(bar.imin, -64.0);
+    QCOMPARE(bar.maxLineY, 0);
+    QCOMPARE(bar.minLineY, 192);
+}
+
+void tst_cBar::eachMoveStartsFromTheOtherLine()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    QSignalSpy spy(&bar, &cBar::newScale);
+    bar.press(2);
+    for (const int y : {20, 77, 191, -33, 255, 64}) {
+        bar.move(y);
+    }
+    bar.move(192);
+    bar.release(192);
+    QCOMPARE(spy.count(), 7);
+    // 256 / (192 - 256) = -4.
+    QCOMPARE(bar.imax, 1024.0);
+    QCOMPARE(bar.imin, 0.0);
+}
+
+void tst_cBar::lastLineStaysArmed_data()
+{
+    QTest::addColumn<int>("armAt");
+    QTest::addColumn<int>("handle");
+    QTest::addColumn<double>("imin");
+    QTest::addColumn<double>("imax");
+    // 256 / (128 - 256) = -2 and 256 / (0 - 128) = -2.
+    QTest::newRow("upper line") << 4 << 0 << 0.0 << 512.0;
+    QTest::newRow("lower line") << 252 << 1 << -256.0 << 256.0;
+}
+
+void tst_cBar::lastLineStaysArmed()
+{
+    QFETCH(int, armAt);
+    QFETCH(int, handle);
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    bar.press(armAt);
+    bar.release(armAt);
+    QCOMPARE(bar.dragHandle, handle);
+    bar.press(100); // near neither
+    QCOMPARE(bar.dragHandle, handle);
+    bar.move(128);
+    bar.release(128);
+    QCOMPARE(bar.dragHandle, handle);
+    QTEST(bar.imin, "imin");
+    QTEST(bar.imax, "imax");
+}
+
+void tst_cBar::dragWithoutALineTellsTheSameScale()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    QSignalSpy spy(&bar, &cBar::newScale);
+    bar.drag(100, 150);
+    QCOMPARE(bar.dragHandle, 2);
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(bar.imax, 256.0);
+    QCOMPARE(bar.imin, 0.0);
+}
+
+void tst_cBar::linesOnOneRowChangeNothing()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    bar.drag(254, 128);
+    QSignalSpy spy(&bar, &cBar::newScale);
+    bar.press(3);
+    PaintCounter paints(&bar);
+    bar.move(128);
+    QCOMPARE(paints.take(), 1);
+    QCOMPARE(spy.count(), 0);
+    QCOMPARE(bar.imax, 256.0);
+    QCOMPARE(bar.imin, -256.0);
+    bar.release(128);
+    bar.press(128);
+    QCOMPARE(bar.dragHandle, 1);
+    bar.move(0);
+    QCOMPARE(spy.count(), 0);
+    QCOMPARE(bar.imax, 256.0);
+    QCOMPARE(bar.imin, -256.0);
+    bar.release(0);
+}
+
+// The upper line to row 192, the lower one on 128: 256 / (192 - 128) = 4, so
+// the places fall upward.
+void tst_cBar::linesMayCross()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    bar.drag(254, 128);
+    bar.drag(3, 192);
+    QCOMPARE(bar.imax, -512.0);
+    QCOMPARE(bar.imin, 512.0);
+    QCOMPARE(bar.maxLineY, 192);
+    QCOMPARE(bar.minLineY, 128);
+    QCOMPARE(bar.color(0.0), entryOf(11, 255));
+    QCOMPARE(bar.color(0.375), entryOf(11, 128));
+    QCOMPARE(bar.color(1.0), entryOf(11, 0));
+}
+
+void tst_cBar::moveWithoutAButtonOnlyRepaints()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    bar.drag(3, 128);
+    bar.setMouseTracking(true); // else such moves do not even arrive
+    QSignalSpy spy(&bar, &cBar::newScale);
+    PaintCounter paints(&bar);
+    bar.send(QEvent::MouseMove, {20, 30}, Qt::NoButton, Qt::NoButton);
+    QCOMPARE(paints.take(), 1);
+    QCOMPARE(spy.count(), 0);
+    QCOMPARE(bar.imax, 512.0);
+    QCOMPARE(bar.imin, 0.0);
+    QCOMPARE(bar.mouse.now, QPoint(20, 30));
+}
+
+void tst_cBar::releaseRepaints()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    QSignalSpy spy(&bar, &cBar::newScale);
+    bar.press(3);
+    PaintCounter paints(&bar);
+    bar.release(90);
+    QCOMPARE(paints.take(), 1);
+    QCOMPARE(spy.count(), 0);
+    QCOMPARE(bar.imax, 256.0);
+}
+
+// As it comes from a mouse: press, release, double click, release.
+void tst_cBar::doubleClickRestoresQuietly()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    bar.drag(3, 128);
+    bar.drag(254, 192);
+    QVERIFY(bar.imax != 256.0 && bar.imin != 0.0);
+    QSignalSpy spy(&bar, &cBar::newScale);
+    bar.press(220);
+    bar.release(220);
+    PaintCounter paints(&bar);
+    QTest::mouseDClick(&bar, Qt::LeftButton, {}, {20, 220});
+    QCOMPARE(paints.take(), 1);
+    QCOMPARE(bar.imax, 256.0);
+    QCOMPARE(bar.imin, 0.0);
+    QCOMPARE(bar.maxLineY, 0);
+    QCOMPARE(bar.minLineY, 255);
+    bar.release(220);
+    QCOMPARE(spy.count(), 0);
+    QCOMPARE(bar.mouse.dClickPos, QPoint(20, 220));
+}
+
+void tst_cBar::doubleClickIsNoPress()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    QSignalSpy spy(&bar, &cBar::newScale);
+    bar.send(QEvent::MouseButtonDblClick, {20, 3}, Qt::RightButton, Qt::RightButton);
+    QVERIFY(!bar.mouse.pressed);
+    QCOMPARE(bar.dragHandle, 2);
+    bar.send(QEvent::MouseMove, {20, 128}, Qt::NoButton, Qt::RightButton);
+    QCOMPARE(spy.count(), 0);
+    QCOMPARE(bar.imax, 256.0);
+}
+
+void tst_cBar::mouseIsRecorded()
+{
+    ShownBar bar;
+    QVERIFY(bar.isReady());
+    bar.press(100, Qt::RightButton);
+    QVERIFY(bar.mouse.pressed);
+    QCOMPARE(bar.mouse.pressPos, QPoint(20, 100));
+    QCOMPARE(bar.mouse.pressButton, Qt::RightButton);
+    bar.move(110);
+    QCOMPARE(bar.mouse.now, QPoint(20, 110));
+    QCOMPARE(bar.mouse.prev, QPoint(20, 100));
+    bar.release(120, Qt::RightButton);
+    QVERIFY(!bar.mouse.pressed);
+    QCOMPARE(bar.mouse.releasePos, QPoint(20, 120));
+    QCOMPARE(bar.mouse.releaseButton, Qt::RightButton);
+}
+
+QTEST_MAIN(tst_cBar)
+#include "tst_cBar.moc"
