@@ -117,6 +117,8 @@ private Q_SLOTS:
     void deepZoomKeepsWhatCrosses_data();
     void deepZoomKeepsWhatCrosses();
     void farPointsKeepTheLevel();
+    void spikeHasBothFlanks_data();
+    void spikeHasBothFlanks();
     void anyNumbersAreSafe();
 };
 
@@ -263,6 +265,28 @@ void tst_CurvePainter::farPointsKeepTheLevel()
         wanted.setPixelColor(x, 117, Qt::black);
     }
     QCOMPARE(image, wanted);
+}
+
+void tst_CurvePainter::spikeHasBothFlanks_data()
+{
+    QTest::addColumn<double>("height");
+    QTest::newRow("a million") << 1e6;
+    QTest::newRow("1e12") << 1e12;
+    QTest::newRow("1e20") << 1e20;
+    QTest::newRow("1e300") << 1e300;
+}
+
+// From (16, 0) on pixel (160, 219) out of the picture at x = 18 and back to
+// (20, 0) on (240, 219): a line of such a height is upright as far as one sees.
+// Tolerance: a column, for the truncation at the far end.
+void tst_CurvePainter::spikeHasBothFlanks()
+{
+    QFETCH(double, height);
+    const QImage image = curve(Surface(), {{16, 0}, {18, height}, {20, 0}});
+    for (int y = 0; y < 219; ++y) {
+        QVERIFY2(isDark(image, 160, y) || isDark(image, 161, y), "rising");
+        QVERIFY2(isDark(image, 240, y) || isDark(image, 239, y), "falling");
+    }
 }
 
 // Nothing to look at; the sanitizers are the judges.

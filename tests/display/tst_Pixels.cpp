@@ -130,6 +130,12 @@ void tst_Pixels::longLinesAreCutOnTheirWay_data()
         << QPointF(0, 0) << QPointF(4e6, 2e6) << QLine(0, 0, reach, reach / 2);
     QTest::newRow("other end out")
         << QPointF(4e6, 2e6) << QPointF(0, 0) << QLine(reach, reach / 2, 0, 0);
+    QTest::newRow("level, of the largest doubles")
+        << QPointF(-huge, 50.5) << QPointF(huge, 50.5) << QLine(-reach, 50, reach, 50);
+    QTest::newRow("upright, from far out")
+        << QPointF(70.5, -1e30) << QPointF(70.5, 20.5) << QLine(70, -reach, 70, 20);
+    QTest::newRow("upright, far out")
+        << QPointF(70.5, 20.5) << QPointF(70.5, -1e30) << QLine(70, 20, 70, -reach);
     // y = 2 x meets y = -reach and y = reach.
     QTest::newRow("through, steep")
         << QPointF(-2.0 * reach, -4.0 * reach) << QPointF(2.0 * reach, 4.0 * reach)
