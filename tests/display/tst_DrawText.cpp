@@ -396,6 +396,8 @@ void tst_DrawText::boxOfNoSizeShowsNothing()
         m_dt.drawText(p, box, givenFont(), leftMiddle, 1, word, -1.0);
         m_dt.textBox(p, box, givenFont(), leftMiddle, 1, word);
         m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 1, {word, word}, -1.0);
+        m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {word, word}, -1.0);
+        m_dt.drawTextPairs(p, box, 0, 20, givenFont(), {word}, {word}, -1.0);
     });
     QVERIFY(ink(image).isEmpty());
     QCOMPARE(log.lines(), QStringList());
