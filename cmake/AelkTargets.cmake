@@ -11,7 +11,7 @@ target_compile_definitions(aelk_options INTERFACE QT_NO_FOREACH QT_NO_KEYWORDS)
 
 if(AELK_SANITIZE)
   target_compile_options(aelk_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1)
+    -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=undefined,float-cast-overflow -fno-omit-frame-pointer -O1)
   target_link_options(aelk_options INTERFACE -fsanitize=address,undefined)
 endif()
 
