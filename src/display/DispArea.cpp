@@ -34,15 +34,30 @@ void DispArea::paintEvent(QPaintEvent*)
     p.begin(this);
     p.setRenderHint(QPainter::SmoothPixmapTransform);
     cc.drawn = true;
-    cc.setScreen(0.0, height(), width(), 0.0);
+    takeWholeWidget();
+    m_painted = true;
     if (!hasScale) {
         cc.setReal(0.0, 0.0, 1.0, 1.0);
     }
     Q_EMIT draw(&p);
 }
 
+void DispArea::takeWholeWidget()
+{
+    cc.setScreen(0.0, height(), width(), 0.0);
+}
+
+void DispArea::takeWholeWidgetUntilPainted()
+{
+    // After that the plot area is the one that the client last drew with.
+    if (!m_painted) {
+        takeWholeWidget();
+    }
+}
+
 void DispArea::mousePressEvent(QMouseEvent* event)
 {
+    takeWholeWidgetUntilPainted();
     mouse.recordPressed(event);
     const bool plain = !(mouse.pressMods & (Qt::ShiftModifier | controlOrAlt));
     if (mouse.pressButton != Qt::LeftButton || !plain) {
@@ -54,6 +69,7 @@ void DispArea::mousePressEvent(QMouseEvent* event)
 
 void DispArea::mouseMoveEvent(QMouseEvent* event)
 {
+    takeWholeWidgetUntilPainted();
     mouse.moved(event);
     Q_EMIT nowPos(cc.s2rX(mouse.now.x()), cc.s2rY(mouse.now.y()));
     // What the keys were at the press decides, not what they are now.
@@ -70,6 +86,7 @@ void DispArea::mouseMoveEvent(QMouseEvent* event)
 
 void DispArea::mouseReleaseEvent(QMouseEvent* event)
 {
+    takeWholeWidgetUntilPainted();
     mouse.released(event);
     endMarkDrag();
     Q_EMIT mReleased(&mouse);
@@ -85,6 +102,7 @@ void DispArea::mouseDoubleClickEvent(QMouseEvent* event)
 
 void DispArea::wheelEvent(QWheelEvent* event)
 {
+    takeWholeWidgetUntilPainted();
     // One step for each event, however fine the device reports its turn.
     const double turn = event->angleDelta().y() * 0.125 / 15.0;
     zoom(turn < 0.0 ? 1.1 : 1.0 / 1.1);

@@ -59,6 +59,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void takeWholeWidget();
+    void takeWholeWidgetUntilPainted();
     void selectMarkLine();
     void dragMarkLine();
     void endMarkDrag();
@@ -67,4 +69,6 @@ private:
     void zoom(double factor);
     void fillMargins(QStylePainter* p) const;
     void drawRangeLabels(QStylePainter* p);
+
+    bool m_painted = false;
 };
