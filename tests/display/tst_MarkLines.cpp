@@ -1,0 +1,212 @@
+// Marker lines: their values are what stands in their edits.
+
+#include "support/MarkedLines.h"
+#include "support/MemberOrder.h"
+
+#include <QPointer>
+#include <QTest>
+
+using tests::horizontal;
+using tests::MarkedLines;
+using tests::vertical;
+
+class tst_MarkLines : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void lineUsesTheEditItIsGiven();
+    void lineWithoutEditMakesOneThatIsNeverShown();
+    void lineStartsAloneAndAbsolute();
+    void lineBelongsToItsParent();
+
+    void setStartsEmptyWithNothingSelected();
+    void addAppends();
+    void clearForgetsTheLinesButLeavesThemAlive();
+    void clearForgetsTheSelection();
+
+    void valueIsTheNumberInTheEdit_data();
+    void valueIsTheNumberInTheEdit();
+    void typingMovesTheLine();
+    void relativeLineCountsFromItsBase_data();
+    void relativeLineCountsFromItsBase();
+    void baseCountsAsItIsWrittenEvenIfItIsRelativeItself();
+    void baseOfALineThatIsNotRelativeIsNotLookedAt();
+    void baseMayStandBehindTheLineOrAcross();
+    void signalsAreMovingAndNewPos();
+};
+
+void tst_MarkLines::lineUsesTheEditItIsGiven()
+{
+    QLineEdit edit("8333");
+    const MarkLine line(&edit, horizontal);
+    QCOMPARE(line.edit, &edit);
+    QCOMPARE(line.direction, horizontal);
+    QCOMPARE(edit.text(), "8333");
+}
+
+void tst_MarkLines::lineWithoutEditMakesOneThatIsNeverShown()
+{
+    const MarkLine line(nullptr, vertical);
+    const std::unique_ptr<QLineEdit> edit(line.edit);
+    QVERIFY(edit);
+    QVERIFY(!edit->parent());
+    QVERIFY(!edit->isVisible());
+    QCOMPARE(edit->text(), QString());
+}
+
+void tst_MarkLines::lineStartsAloneAndAbsolute()
+{
+    QLineEdit edit;
+    const MarkLine line(&edit, vertical);
+    QCOMPARE(line.direction, vertical);
+    QVERIFY(!line.relative);
+    QCOMPARE(line.baseIndex, -1);
+}
+
+void tst_MarkLines::lineBelongsToItsParent()
+{
+    QLineEdit edit;
+    QPointer<MarkLine> line;
+    {
+        QObject parent;
+        line = new MarkLine(&edit, vertical, &parent);
+        QCOMPARE(line->parent(), &parent);
+    }
+    QVERIFY(!line);
+    QCOMPARE(edit.text(), QString()); // the edit is not the line's
+}
+
+void tst_MarkLines::setStartsEmptyWithNothingSelected()
+{
+    const MarkLines set;
+    QVERIFY(set.lines.isEmpty());
+    QVERIFY(!set.selected);
+    QCOMPARE(set.selectedIndex, -1);
+}
+
+void tst_MarkLines::addAppends()
+{
+    QLineEdit edit;
+    MarkLine first(&edit, vertical);
+    MarkLine second(&edit, vertical);
+    MarkLines set;
+    set.add(&first);
+    set.add(&second);
+    QCOMPARE(set.lines, (QList<MarkLine*>{&first, &second}));
+}
+
+void tst_MarkLines::clearForgetsTheLinesButLeavesThemAlive()
+{
+    QLineEdit edit;
+    const QPointer<MarkLine> line = new MarkLine(&edit, vertical, this);
+    MarkLines set;
+    set.add(line);
+    set.clear();
+    QVERIFY(set.lines.isEmpty());
+    QVERIFY(line);
+    delete line;
+}
+
+void tst_MarkLines::clearForgetsTheSelection()
+{
+    MarkedLines lines;
+    lines.add("1");
+    lines.hold(0);
+    lines.set.clear();
+    QVERIFY(!lines.set.selected);
+    QCOMPARE(lines.set.selectedIndex, -1);
+}
+
+void tst_MarkLines::valueIsTheNumberInTheEdit_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("value");
+    QTest::newRow("number") << "8333.25" << 8333.25;
+    QTest::newRow("exponent") << "-1.5e3" << -1500.0;
+    QTest::newRow("words stand at 0") << "edge" << 0.0;
+    QTest::newRow("a number with a tail stands at 0") << "8333eV" << 0.0;
+    QTest::newRow("nothing stands at 0") << "" << 0.0;
+}
+
+void tst_MarkLines::valueIsTheNumberInTheEdit()
+{
+    QFETCH(QString, text);
+    QFETCH(double, value);
+    MarkedLines lines;
+    lines.add(text, vertical);
+    lines.add(text, horizontal);
+    QCOMPARE(lines.set.value(0), value);
+    QCOMPARE(lines.set.value(1), value);
+}
+
+void tst_MarkLines::typingMovesTheLine()
+{
+    MarkedLines lines;
+    MarkLine* line = lines.add("10");
+    QTest::keyClicks(line->edit, "5");
+    QCOMPARE(lines.set.value(0), 105.0);
+}
+
+void tst_MarkLines::relativeLineCountsFromItsBase_data()
+{
+    QTest::addColumn<QString>("base");
+    QTest::addColumn<QString>("offset");
+    QTest::addColumn<double>("value");
+    QTest::newRow("above the base") << "8333"
+                                    << "50" << 8383.0;
+    QTest::newRow("below the base") << "8333"
+                                    << "-30" << 8303.0;
+    QTest::newRow("base of words counts as 0") << "edge"
+                                               << "50" << 50.0;
+    QTest::newRow("offset of words counts as 0") << "8333"
+                                                 << "far" << 8333.0;
+    QTest::newRow("both of words") << "edge"
+                                   << "far" << 0.0;
+}
+
+void tst_MarkLines::relativeLineCountsFromItsBase()
+{
+    QFETCH(QString, base);
+    QFETCH(QString, offset);
+    MarkedLines lines;
+    lines.add(base);
+    lines.add(offset, vertical, 0);
+    QTEST(lines.set.value(1), "value");
+}
+
+// 7 + 20, and not 7 + 20 + 100.
+void tst_MarkLines::baseCountsAsItIsWrittenEvenIfItIsRelativeItself()
+{
+    MarkedLines lines;
+    lines.add("100");
+    lines.add("20", vertical, 0);
+    lines.add("7", vertical, 1);
+    QCOMPARE(lines.set.value(1), 120.0);
+    QCOMPARE(lines.set.value(2), 27.0);
+}
+
+void tst_MarkLines::baseOfALineThatIsNotRelativeIsNotLookedAt()
+{
+    MarkedLines lines;
+    lines.add("100");
+    lines.add("20", vertical, 0)->relative = false;
+    QCOMPARE(lines.set.value(1), 20.0);
+}
+
+void tst_MarkLines::baseMayStandBehindTheLineOrAcross()
+{
+    MarkedLines lines;
+    lines.add("20", vertical, 1);
+    lines.add("100", horizontal);
+    QCOMPARE(lines.set.value(0), 120.0);
+}
+
+void tst_MarkLines::signalsAreMovingAndNewPos()
+{
+    QCOMPARE(tests::memberNames(MarkLines::staticMetaObject, QMetaMethod::Signal),
+             (QStringList{"moving()", "newPos()"}));
+}
+
+QTEST_MAIN(tst_MarkLines)
+#include "tst_MarkLines.moc"

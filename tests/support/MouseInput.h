@@ -1,0 +1,62 @@
+// Mouse events with every detail chosen: fractional places, keys held during a
+// move, wheel turns of any size.
+#pragma once
+
+#include <QCoreApplication>
+#include <QMouseEvent>
+#include <QWheelEvent>
+#include <QWidget>
+
+namespace tests
+{
+
+/// Sends one mouse event to @p widget, at @p at in its own coordinates.
+inline void sendMouse(QWidget* widget, QEvent::Type type, const QPointF& at, Qt::MouseButton button,
+                      Qt::MouseButtons held, Qt::KeyboardModifiers keys)
+{
+    QMouseEvent event(type, at, widget->mapToGlobal(at), button, held, keys);
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+inline void press(QWidget* widget, const QPointF& at, Qt::MouseButton button = Qt::LeftButton,
+                  Qt::KeyboardModifiers keys = {})
+{
+    sendMouse(widget, QEvent::MouseButtonPress, at, button, button, keys);
+}
+
+inline void release(QWidget* widget, const QPointF& at, Qt::MouseButton button = Qt::LeftButton,
+                    Qt::KeyboardModifiers keys = {})
+{
+    sendMouse(widget, QEvent::MouseButtonRelease, at, button, {}, keys);
+}
+
+/// The second press of a double click; the first one and the releases are not
+/// part of it.
+inline void doubleClick(QWidget* widget, const QPointF& at, Qt::MouseButton button = Qt::LeftButton,
+                        Qt::KeyboardModifiers keys = {})
+{
+    sendMouse(widget, QEvent::MouseButtonDblClick, at, button, button, keys);
+}
+
+/// A move with the buttons @p held.
+inline void move(QWidget* widget, const QPointF& at, Qt::MouseButtons held = {},
+                 Qt::KeyboardModifiers keys = {})
+{
+    sendMouse(widget, QEvent::MouseMove, at, Qt::NoButton, held, keys);
+}
+
+/// A move with the left button held.
+inline void drag(QWidget* widget, const QPointF& at, Qt::KeyboardModifiers keys = {})
+{
+    move(widget, at, Qt::LeftButton, keys);
+}
+
+/// A turn of the wheel; @p delta in eighths of a degree, a notch is 120.
+inline void turnWheel(QWidget* widget, const QPointF& at, const QPoint& delta)
+{
+    QWheelEvent event(at, widget->mapToGlobal(at), QPoint(), delta, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+} // namespace tests
