@@ -1,0 +1,1070 @@
+// The surface under the mouse: marker lines, panning, the wheel.
+
+#include "display/DispArea.h"
+#include "support/MarkedLines.h"
+#include "support/MemberOrder.h"
+#include "support/MouseInput.h"
+#include "support/PaintCounter.h"
+
+#include <QSignalSpy>
+#include <QStylePainter>
+#include <QTest>
+
+#include <cmath>
+#include <memory>
+
+using namespace tests;
+
+// Every surface here is 400 by 300 pixels with the margins of a plot: the plot
+// area goes from 40 to 380 and from 270 up to 15. With the real range 0 to 340
+// and 0 to 255, one pixel is one unit: x = column - 40, y = 270 - row.
+
+namespace
+{
+
+const QList<double> unitRange{0.0, 0.0, 340.0, 255.0};
+
+enum Action { Drag, Pan, Nothing };
+
+struct KeyCase {
+    const char* name;
+    Qt::KeyboardModifiers keys;
+    Action action;
+};
+
+const QList<KeyCase> keysAtThePress{
+    {"none", Qt::NoModifier, Drag},
+    {"Shift", Qt::ShiftModifier, Pan},
+    {"Control", Qt::ControlModifier, Nothing},
+    {"Alt", Qt::AltModifier, Nothing},
+    {"Control Alt", Qt::ControlModifier | Qt::AltModifier, Nothing},
+    {"Shift Control", Qt::ShiftModifier | Qt::ControlModifier, Nothing},
+    {"Shift Alt", Qt::ShiftModifier | Qt::AltModifier, Nothing},
+    {"Shift Control Alt", Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier, Nothing},
+    {"Meta", Qt::MetaModifier, Drag},
+    {"Keypad", Qt::KeypadModifier, Drag},
+    {"Shift Meta", Qt::ShiftModifier | Qt::MetaModifier, Pan},
+};
+
+} // namespace
+
+class tst_DispArea : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void placeFollowsEveryMoveWithoutAButton();
+    void placeFollowsEveryMoveWithAnyButton_data();
+    void placeFollowsEveryMoveWithAnyButton();
+    void placeCountsFromTheWholeWidgetWithoutMargins();
+    void placeIsThatOfTheNearestPixel();
+    void pointerOverAWindowIsFollowedWithoutAButton();
+
+    void pressAnnouncesItselfByButtonAndKeys_data();
+    void pressAnnouncesItselfByButtonAndKeys();
+    void announcedRecordIsTheSurfacesOwn();
+    void keysAtThePressDecideWhatAMoveDoes_data();
+    void keysAtThePressDecideWhatAMoveDoes();
+    void moveAfterARightPressDoesNothing();
+    void moveWithoutAPressDoesNothing();
+    void moveAfterTheReleaseDoesNothing();
+    void lastPressOfSeveralButtonsDecides();
+
+    void pressWithinTwentyPixelsSelectsTheLine_data();
+    void pressWithinTwentyPixelsSelectsTheLine();
+    void nearestLineIsTaken_data();
+    void nearestLineIsTaken();
+    void lineIsHitInTheMarginsToo_data();
+    void lineIsHitInTheMarginsToo();
+    void lineBesideThePlotAreaIsHitWhereItWouldStand();
+    void relativeLineIsHitWhereItStands();
+    void lineOfWordsIsHitAtZero();
+    void pressFarFromAllLinesKeepsTheSelection();
+    void pressOnAnEmptySetSelectsNothing();
+    void pressWithoutASetIsAnnounced();
+    void anotherPressLetsTheHeldLineGoFirst();
+    void lineIsSelectedWhenThePressIsAnnounced();
+
+    void dragWritesTheTextFromItsStart();
+    void dragMovesAHorizontalLineInY();
+    void relativeLineIsDraggedAsADistanceFromItsBase_data();
+    void relativeLineIsDraggedAsADistanceFromItsBase();
+    void dragLeavesOtherLinesAlone();
+    void dragAsksForNoPaint();
+    void dragTextIsWrittenBeforeMovingAndMovingComesBeforeDragging();
+    void dragOfASelectionOutsideTheSetIsHarmless_data();
+    void dragOfASelectionOutsideTheSetIsHarmless();
+
+    void releaseOfAnyButtonEndsTheDragWithOneMoreStep_data();
+    void releaseOfAnyButtonEndsTheDragWithOneMoreStep();
+    void releaseTellsMovingThenNewPosThenReleased();
+    void releaseWithoutASelectionIsOnlyAnnounced();
+    void releaseWithoutASetIsOnlyAnnounced();
+    void rightPressMovesNothingButItsReleaseEndsTheDrag();
+    void setOfTwoSurfacesIsLetGoByEither();
+
+    void panMovesTheContentsWithTheMouse();
+    void panMovesAgainFromTheLastPlace();
+    void panRepaintsAndLeavesTheScaleFlag_data();
+    void panRepaintsAndLeavesTheScaleFlag();
+    void placeUnderAPanIsTheOneBeforeIt();
+
+    void doubleClickOfAnyButtonReturnsToTheAutomaticRange_data();
+    void doubleClickOfAnyButtonReturnsToTheAutomaticRange();
+    void doubleClickLeavesThePlaceOfTheMouse();
+    void doubleClickOnALineDoesNotHoldIt();
+    void doubleClickByHandLeavesNothingHeld();
+
+    void wheelZoomsAboutThePointer_data();
+    void wheelZoomsAboutThePointer();
+    void wheelStepDoesNotDependOnTheTurn_data();
+    void wheelStepDoesNotDependOnTheTurn();
+    void wheelBesideAnAxisChangesThatAxisOnly_data();
+    void wheelBesideAnAxisChangesThatAxisOnly();
+    void edgeBandIsATenthOfThePlotArea_data();
+    void edgeBandIsATenthOfThePlotArea();
+    void wheelLooksAtTheLastMoveAndNotAtItsOwnPlace();
+    void wheelThereAndBackIsNoChange();
+    void wheelRepaintsOnceAndLeavesTheScaleFlag();
+    void automaticRangeOverwritesAWheelStepAtTheNextPaint();
+    void wheelTellsNobody();
+
+    void signalsComeInTheirOrder();
+
+private:
+    std::unique_ptr<DispArea> makeSurface() const;
+    QList<double> range() const;
+    bool rangeIs(const QList<double>& wanted) const;
+    void record();
+
+    std::unique_ptr<DispArea> m_area;
+    std::unique_ptr<MarkedLines> m_lines;
+    QStringList m_order;
+};
+
+std::unique_ptr<DispArea> tst_DispArea::makeSurface() const
+{
+    auto area = std::make_unique<DispArea>();
+    DispArea* surface = area.get();
+    connect(surface, &DispArea::draw, surface, [surface] { surface->cc.computeArea(); });
+    area->cc.setReal(0.0, 0.0, 340.0, 255.0);
+    area->hasScale = true;
+    return area;
+}
+
+void tst_DispArea::init()
+{
+    m_lines = std::make_unique<MarkedLines>();
+    m_area = makeSurface();
+    m_area->markLines = &m_lines->set;
+    m_area->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_area.get()));
+    QTRY_COMPARE(m_area->cc.areaX0, 40.0);
+    QCOMPARE(m_area->cc.areaX1, 380.0);
+    QCOMPARE(m_area->cc.areaY0, 270.0);
+    QCOMPARE(m_area->cc.areaY1, 15.0);
+    m_order.clear();
+}
+
+void tst_DispArea::cleanup()
+{
+    m_area.reset();
+    m_lines.reset();
+}
+
+QList<double> tst_DispArea::range() const
+{
+    const ChCoord& cc = m_area->cc;
+    return {cc.realX0, cc.realY0, cc.realX1, cc.realY1};
+}
+
+// Tolerance 1e-9: a few hundred units through two or three operations.
+bool tst_DispArea::rangeIs(const QList<double>& wanted) const
+{
+    const QList<double> got = range();
+    for (qsizetype i = 0; i < got.size(); ++i) {
+        if (!(std::abs(got.at(i) - wanted.at(i)) <= 1e-9)) {
+            qWarning() << "range (x0, y0, x1, y1) is" << got << "instead of" << wanted;
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Writes down all signals of the surface and of the lines, with what was
+/// selected at that moment.
+void tst_DispArea::record()
+{
+    const auto note = [this](const char* name) {
+        const MarkLines& set = m_lines->set;
+        m_order << QStringLiteral("%1 %2").arg(name).arg(set.selected ? set.selectedIndex : -1);
+    };
+    connect(m_area.get(), &DispArea::nowPos, this, [note] { note("nowPos"); });
+    connect(m_area.get(), &DispArea::mPressed, this, [note] { note("pressed"); });
+    connect(m_area.get(), &DispArea::mDragging, this, [note] { note("dragging"); });
+    connect(m_area.get(), &DispArea::mReleased, this, [note] { note("released"); });
+    connect(m_area.get(), &DispArea::mDClicked, this, [note] { note("dClicked"); });
+    connect(&m_lines->set, &MarkLines::moving, this, [note] { note("moving"); });
+    connect(&m_lines->set, &MarkLines::newPos, this, [note] { note("newPos"); });
+}
+
+void tst_DispArea::placeFollowsEveryMoveWithoutAButton()
+{
+    const QSignalSpy places(m_area.get(), &DispArea::nowPos);
+    tests::move(m_area.get(), {140.0, 170.0});
+    tests::move(m_area.get(), {30.0, 290.0});
+    QCOMPARE(places.size(), 2);
+    QCOMPARE(places.at(0), (QVariantList{100.0, 100.0}));
+    QCOMPARE(places.at(1), (QVariantList{-10.0, -20.0}));
+}
+
+void tst_DispArea::placeFollowsEveryMoveWithAnyButton_data()
+{
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::newRow("left") << Qt::LeftButton;
+    QTest::newRow("right") << Qt::RightButton;
+    QTest::newRow("middle") << Qt::MiddleButton;
+}
+
+void tst_DispArea::placeFollowsEveryMoveWithAnyButton()
+{
+    QFETCH(Qt::MouseButton, button);
+    const QSignalSpy places(m_area.get(), &DispArea::nowPos);
+    press(m_area.get(), {140.0, 170.0}, button);
+    QCOMPARE(places.size(), 0);
+    tests::move(m_area.get(), {150.0, 150.0}, button);
+    release(m_area.get(), {160.0, 150.0}, button);
+    QCOMPARE(places.size(), 1);
+    QCOMPARE(places.at(0), (QVariantList{110.0, 120.0}));
+}
+
+// A quarter of 400 pixels from the left, a quarter of 300 from the bottom.
+void tst_DispArea::placeCountsFromTheWholeWidgetWithoutMargins()
+{
+    DispArea bare;
+    bare.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bare));
+    QTRY_COMPARE(bare.cc.areaX1, 400.0);
+    const QSignalSpy places(&bare, &DispArea::nowPos);
+    tests::move(&bare, {100.0, 225.0});
+    QCOMPARE(places.size(), 1);
+    QCOMPARE(places.at(0), (QVariantList{0.25, 0.25}));
+}
+
+void tst_DispArea::placeIsThatOfTheNearestPixel()
+{
+    const QSignalSpy places(m_area.get(), &DispArea::nowPos);
+    tests::move(m_area.get(), {139.5, 170.25});
+    QCOMPARE(places.at(0), (QVariantList{100.0, 100.0}));
+}
+
+void tst_DispArea::pointerOverAWindowIsFollowedWithoutAButton()
+{
+    QVERIFY(m_area->hasMouseTracking());
+    const QSignalSpy places(m_area.get(), &DispArea::nowPos);
+    QTest::mouseMove(m_area->windowHandle(), QPoint(140, 170));
+    QCoreApplication::processEvents();
+    QVERIFY(!places.isEmpty());
+    QCOMPARE(places.last(), (QVariantList{100.0, 100.0}));
+}
+
+void tst_DispArea::pressAnnouncesItselfByButtonAndKeys_data()
+{
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::addColumn<Qt::KeyboardModifiers>("keys");
+    QTest::addColumn<bool>("announced");
+    for (const KeyCase& at : keysAtThePress) {
+        QTest::addRow("left %s", at.name) << Qt::LeftButton << at.keys << (at.action == Drag);
+        QTest::addRow("right %s", at.name) << Qt::RightButton << at.keys << false;
+        QTest::addRow("middle %s", at.name) << Qt::MiddleButton << at.keys << false;
+    }
+}
+
+void tst_DispArea::pressAnnouncesItselfByButtonAndKeys()
+{
+    QFETCH(Qt::MouseButton, button);
+    QFETCH(Qt::KeyboardModifiers, keys);
+    QFETCH(bool, announced);
+    m_lines->add("100");
+    record();
+    press(m_area.get(), {140.0, 170.0}, button, keys);
+    QCOMPARE(m_order, announced ? QStringList{"pressed 0"} : QStringList());
+    QCOMPARE(m_lines->set.selected, announced);
+    // Recorded it is in any case.
+    QVERIFY(m_area->mouse.pressed);
+    QCOMPARE(m_area->mouse.pressPos, QPoint(140, 170));
+    QCOMPARE(m_area->mouse.pressButton, button);
+    QCOMPARE(m_area->mouse.pressMods, keys);
+}
+
+void tst_DispArea::announcedRecordIsTheSurfacesOwn()
+{
+    QList<MouseC*> records;
+    const auto keep = [&records](MouseC* m) { records << m; };
+    connect(m_area.get(), &DispArea::mPressed, this, keep);
+    connect(m_area.get(), &DispArea::mDragging, this, keep);
+    connect(m_area.get(), &DispArea::mReleased, this, keep);
+    connect(m_area.get(), &DispArea::mDClicked, this, keep);
+    press(m_area.get(), {140.0, 170.0});
+    drag(m_area.get(), {150.0, 170.0});
+    release(m_area.get(), {160.0, 170.0});
+    doubleClick(m_area.get(), {160.0, 170.0});
+    QCOMPARE(records, QList<MouseC*>(4, &m_area->mouse));
+}
+
+void tst_DispArea::keysAtThePressDecideWhatAMoveDoes_data()
+{
+    QTest::addColumn<Qt::KeyboardModifiers>("atPress");
+    QTest::addColumn<Qt::KeyboardModifiers>("atMove");
+    QTest::addColumn<int>("action");
+    for (const KeyCase& before : keysAtThePress) {
+        for (const KeyCase& now : keysAtThePress) {
+            QTest::addRow("%s, then %s", before.name, now.name)
+                << before.keys << now.keys << int(before.action);
+        }
+    }
+}
+
+// From (100, 100) to (120, 120) in data values: a line is dragged to 120, a pan
+// takes 20 off all limits. The line is marked as held whatever the press found,
+// so that a step of the drag would show.
+void tst_DispArea::keysAtThePressDecideWhatAMoveDoes()
+{
+    QFETCH(Qt::KeyboardModifiers, atPress);
+    QFETCH(Qt::KeyboardModifiers, atMove);
+    QFETCH(int, action);
+    m_lines->add("100");
+    press(m_area.get(), {140.0, 170.0}, Qt::LeftButton, atPress);
+    m_lines->hold(0);
+    record();
+    drag(m_area.get(), {160.0, 150.0}, atMove);
+    QStringList wanted{"nowPos 0"};
+    if (action == Drag) {
+        wanted << "moving 0"
+               << "dragging 0";
+    }
+    QCOMPARE(m_order, wanted);
+    QCOMPARE(m_lines->text(0), action == Drag ? "120" : "100");
+    QVERIFY(rangeIs(action == Pan ? QList<double>{-20.0, -20.0, 320.0, 235.0} : unitRange));
+}
+
+void tst_DispArea::moveAfterARightPressDoesNothing()
+{
+    m_lines->add("100");
+    press(m_area.get(), {140.0, 170.0}, Qt::RightButton, Qt::ShiftModifier);
+    m_lines->hold(0);
+    record();
+    tests::move(m_area.get(), {160.0, 150.0}, Qt::RightButton, Qt::ShiftModifier);
+    press(m_area.get(), {140.0, 170.0}, Qt::RightButton);
+    tests::move(m_area.get(), {160.0, 150.0}, Qt::RightButton);
+    QCOMPARE(m_order, (QStringList{"nowPos 0", "nowPos 0"}));
+    QCOMPARE(m_lines->text(0), "100");
+    QVERIFY(rangeIs(unitRange));
+}
+
+// What the move says about buttons is not looked at: the record of the press is.
+void tst_DispArea::moveWithoutAPressDoesNothing()
+{
+    m_lines->add("100");
+    m_lines->hold(0);
+    record();
+    drag(m_area.get(), {160.0, 150.0});
+    drag(m_area.get(), {170.0, 150.0}, Qt::ShiftModifier);
+    QCOMPARE(m_order, (QStringList{"nowPos 0", "nowPos 0"}));
+    QCOMPARE(m_lines->text(0), "100");
+    QVERIFY(rangeIs(unitRange));
+}
+
+void tst_DispArea::moveAfterTheReleaseDoesNothing()
+{
+    m_lines->add("100");
+    press(m_area.get(), {140.0, 170.0});
+    release(m_area.get(), {140.0, 170.0});
+    m_lines->hold(0);
+    record();
+    drag(m_area.get(), {160.0, 150.0});
+    QCOMPARE(m_order, QStringList{"nowPos 0"});
+    QCOMPARE(m_lines->text(0), "100");
+}
+
+void tst_DispArea::lastPressOfSeveralButtonsDecides()
+{
+    m_lines->add("100");
+    press(m_area.get(), {140.0, 170.0});
+    press(m_area.get(), {140.0, 170.0}, Qt::MiddleButton);
+    record();
+    drag(m_area.get(), {160.0, 150.0});
+    QCOMPARE(m_order, QStringList{"nowPos 0"});
+    QCOMPARE(m_lines->text(0), "100");
+}
+
+void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine_data()
+{
+    QTest::addColumn<int>("direction");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QPointF>("at");
+    QTest::addColumn<bool>("hit");
+    // Column 140 and row 170 are the value 100.
+    QTest::newRow("vertical, on it") << vertical << "100" << QPointF(140, 60) << true;
+    QTest::newRow("vertical, 19 right") << vertical << "100" << QPointF(159, 60) << true;
+    QTest::newRow("vertical, 19 left") << vertical << "100" << QPointF(121, 60) << true;
+    QTest::newRow("vertical, 20 right") << vertical << "100" << QPointF(160, 60) << false;
+    QTest::newRow("vertical, 20 left") << vertical << "100" << QPointF(120, 60) << false;
+    QTest::newRow("vertical, 19.75") << vertical << "99.75" << QPointF(120, 60) << true;
+    QTest::newRow("vertical, 20.25") << vertical << "100.25" << QPointF(120, 60) << false;
+    QTest::newRow("vertical, rounded to 19") << vertical << "100" << QPointF(159.25, 60) << true;
+    QTest::newRow("vertical, rounded to 20") << vertical << "100" << QPointF(159.5, 60) << false;
+    QTest::newRow("horizontal, on it") << horizontal << "100" << QPointF(300, 170) << true;
+    QTest::newRow("horizontal, 19 up") << horizontal << "100" << QPointF(300, 151) << true;
+    QTest::newRow("horizontal, 19 down") << horizontal << "100" << QPointF(300, 189) << true;
+    QTest::newRow("horizontal, 20 up") << horizontal << "100" << QPointF(300, 150) << false;
+    QTest::newRow("horizontal, 20 down") << horizontal << "100" << QPointF(300, 190) << false;
+    QTest::newRow("horizontal, 19.75 down") << horizontal << "99.75" << QPointF(300, 190) << true;
+    QTest::newRow("horizontal, 20.25 up") << horizontal << "99.75" << QPointF(300, 150) << false;
+    QTest::newRow("horizontal, 19.75 up") << horizontal << "100.25" << QPointF(300, 150) << true;
+    QTest::newRow("any direction but 0 is horizontal") << -7 << "100" << QPointF(300, 170) << true;
+}
+
+void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine()
+{
+    QFETCH(int, direction);
+    QFETCH(QString, text);
+    QFETCH(QPointF, at);
+    QFETCH(bool, hit);
+    m_lines->add(text, direction);
+    record();
+    press(m_area.get(), at);
+    QCOMPARE(m_lines->set.selected, hit);
+    QCOMPARE(m_lines->set.selectedIndex, hit ? 0 : -1);
+    QCOMPARE(m_order, QStringList{hit ? "pressed 0" : "pressed -1"});
+    QCOMPARE(m_lines->text(0), text);
+}
+
+void tst_DispArea::nearestLineIsTaken_data()
+{
+    QTest::addColumn<QStringList>("values");
+    QTest::addColumn<QList<int>>("directions");
+    QTest::addColumn<int>("taken");
+    // The press is at the value 105 in both x and y.
+    const QList<int> upright{vertical, vertical, vertical};
+    QTest::newRow("middle one") << QStringList{"90", "104", "110"} << upright << 1;
+    QTest::newRow("last one") << QStringList{"90", "100", "106"} << upright << 2;
+    QTest::newRow("midway between two, lower first")
+        << QStringList{"100", "110", "300"} << upright << 0;
+    QTest::newRow("midway between two, upper first")
+        << QStringList{"300", "110", "100"} << upright << 1;
+    QTest::newRow("two in one place") << QStringList{"300", "105", "105"} << upright << 1;
+    QTest::newRow("horizontal one is nearer")
+        << QStringList{"100", "107", "300"} << QList<int>{vertical, horizontal, vertical} << 1;
+    QTest::newRow("as far in x as in y")
+        << QStringList{"300", "100", "110"} << QList<int>{vertical, horizontal, vertical} << 1;
+}
+
+void tst_DispArea::nearestLineIsTaken()
+{
+    QFETCH(QStringList, values);
+    QFETCH(QList<int>, directions);
+    QFETCH(int, taken);
+    for (int i = 0; i < values.size(); ++i) {
+        m_lines->add(values.at(i), directions.at(i));
+    }
+    press(m_area.get(), {145.0, 165.0});
+    QVERIFY(m_lines->set.selected);
+    QCOMPARE(m_lines->set.selectedIndex, taken);
+}
+
+void tst_DispArea::lineIsHitInTheMarginsToo_data()
+{
+    QTest::addColumn<int>("direction");
+    QTest::addColumn<QPointF>("at");
+    QTest::newRow("above") << vertical << QPointF(140, 0);
+    QTest::newRow("below") << vertical << QPointF(140, 299);
+    QTest::newRow("left") << horizontal << QPointF(0, 170);
+    QTest::newRow("right") << horizontal << QPointF(399, 170);
+}
+
+void tst_DispArea::lineIsHitInTheMarginsToo()
+{
+    QFETCH(int, direction);
+    QFETCH(QPointF, at);
+    m_lines->add("100", direction);
+    press(m_area.get(), at);
+    QVERIFY(m_lines->set.selected);
+}
+
+// -25 belongs to column 15, in the left margin.
+void tst_DispArea::lineBesideThePlotAreaIsHitWhereItWouldStand()
+{
+    m_lines->add("-25");
+    press(m_area.get(), {40.0, 100.0});
+    QVERIFY(!m_lines->set.selected);
+    press(m_area.get(), {34.0, 100.0});
+    QVERIFY(m_lines->set.selected);
+}
+
+void tst_DispArea::relativeLineIsHitWhereItStands()
+{
+    m_lines->add("200");
+    m_lines->add("-100", vertical, 0);
+    press(m_area.get(), {140.0, 100.0});
+    QVERIFY(m_lines->set.selected);
+    QCOMPARE(m_lines->set.selectedIndex, 1);
+}
+
+void tst_DispArea::lineOfWordsIsHitAtZero()
+{
+    m_lines->add("edge");
+    press(m_area.get(), {40.0, 100.0});
+    QVERIFY(m_lines->set.selected);
+}
+
+void tst_DispArea::pressFarFromAllLinesKeepsTheSelection()
+{
+    m_lines->add("100");
+    m_lines->add("200");
+    press(m_area.get(), {240.0, 100.0});
+    record();
+    press(m_area.get(), {340.0, 100.0});
+    QCOMPARE(m_order, QStringList{"pressed 1"});
+}
+
+void tst_DispArea::pressOnAnEmptySetSelectsNothing()
+{
+    record();
+    press(m_area.get(), {140.0, 170.0});
+    drag(m_area.get(), {160.0, 150.0});
+    QCOMPARE(m_order, (QStringList{"pressed -1", "nowPos -1", "dragging -1"}));
+    QCOMPARE(m_lines->set.selectedIndex, -1);
+}
+
+void tst_DispArea::pressWithoutASetIsAnnounced()
+{
+    m_area->markLines = nullptr;
+    record();
+    press(m_area.get(), {140.0, 170.0});
+    drag(m_area.get(), {160.0, 150.0});
+    QCOMPARE(m_order, (QStringList{"pressed -1", "nowPos -1", "dragging -1"}));
+}
+
+// The line that was held is still the selected one while newPos() runs.
+void tst_DispArea::anotherPressLetsTheHeldLineGoFirst()
+{
+    m_lines->add("100");
+    m_lines->add("200");
+    press(m_area.get(), {140.0, 170.0});
+    record();
+    press(m_area.get(), {240.0, 170.0});
+    QCOMPARE(m_order, (QStringList{"newPos 0", "pressed 1"}));
+    QCOMPARE(m_lines->text(0), "100");
+    QCOMPARE(m_lines->text(1), "200");
+}
+
+void tst_DispArea::lineIsSelectedWhenThePressIsAnnounced()
+{
+    m_lines->add("300");
+    m_lines->add("100");
+    record();
+    press(m_area.get(), {141.0, 170.0});
+    QCOMPARE(m_order, QStringList{"pressed 1"});
+}
+
+// 100 units over 340 pixels: column 177 is 8300 + 137 * 100 / 340 = 8340.29411...
+void tst_DispArea::dragWritesTheTextFromItsStart()
+{
+    m_area->cc.setRealX(8300.0, 8400.0);
+    const MarkLine* line = m_lines->add("8350"); // column 210
+    press(m_area.get(), {210.0, 100.0});
+    drag(m_area.get(), {177.0, 20.0});
+    QCOMPARE(m_lines->text(0), "8340.29");
+    QCOMPARE(line->edit->cursorPosition(), 0);
+}
+
+void tst_DispArea::dragMovesAHorizontalLineInY()
+{
+    m_lines->add("100", horizontal);
+    press(m_area.get(), {300.0, 170.0});
+    drag(m_area.get(), {200.0, 150.0});
+    QCOMPARE(m_lines->text(0), "120");
+}
+
+void tst_DispArea::relativeLineIsDraggedAsADistanceFromItsBase_data()
+{
+    QTest::addColumn<int>("direction");
+    QTest::addColumn<QString>("base");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("value");
+    // The line is dragged to x = 200 or y = 120.
+    QTest::newRow("above the base") << vertical << "150"
+                                    << "50" << 200.0;
+    QTest::newRow("below the base") << vertical << "300.5"
+                                    << "-100.5" << 200.0;
+    QTest::newRow("horizontal") << horizontal << "150"
+                                << "-30" << 120.0;
+    QTest::newRow("base of words counts as 0") << vertical << "edge"
+                                               << "200" << 200.0;
+}
+
+void tst_DispArea::relativeLineIsDraggedAsADistanceFromItsBase()
+{
+    QFETCH(int, direction);
+    QFETCH(QString, base);
+    QFETCH(QString, text);
+    QFETCH(double, value);
+    m_lines->add(base, direction);
+    MarkLine* line = m_lines->add("7", direction, 0);
+    press(m_area.get(), {380.0, 15.0}); // finds no line
+    m_lines->hold(1);
+    line->edit->setCursorPosition(1);
+    drag(m_area.get(), {240.0, 150.0});
+    QCOMPARE(line->edit->text(), text);
+    QCOMPARE(line->edit->cursorPosition(), 0);
+    QCOMPARE(m_lines->set.value(1), value);
+    QCOMPARE(m_lines->text(0), base);
+}
+
+void tst_DispArea::dragLeavesOtherLinesAlone()
+{
+    m_lines->add("100");
+    m_lines->add("110");
+    press(m_area.get(), {150.0, 170.0});
+    drag(m_area.get(), {140.0, 170.0}); // over the first one
+    drag(m_area.get(), {130.0, 170.0});
+    QCOMPARE(m_lines->text(0), "100");
+    QCOMPARE(m_lines->text(1), "90");
+}
+
+// Whoever listens to moving() repaints.
+void tst_DispArea::dragAsksForNoPaint()
+{
+    m_lines->add("100");
+    PaintCounter paints(m_area.get());
+    paints.settle();
+    press(m_area.get(), {140.0, 170.0});
+    drag(m_area.get(), {160.0, 150.0});
+    release(m_area.get(), {160.0, 150.0});
+    QCOMPARE(paints.within(50), 0);
+}
+
+void tst_DispArea::dragTextIsWrittenBeforeMovingAndMovingComesBeforeDragging()
+{
+    m_lines->add("100");
+    press(m_area.get(), {140.0, 170.0});
+    const auto note = [this](const QString& name) { m_order << name + m_lines->text(0); };
+    connect(&m_lines->set, &MarkLines::moving, this, [note] { note("moving "); });
+    connect(m_area.get(), &DispArea::mDragging, this, [note] { note("dragging "); });
+    drag(m_area.get(), {141.0, 170.0});
+    drag(m_area.get(), {142.0, 170.0});
+    QCOMPARE(m_order, (QStringList{"moving 101", "dragging 101", "moving 102", "dragging 102"}));
+}
+
+void tst_DispArea::dragOfASelectionOutsideTheSetIsHarmless_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::newRow("below") << -1;
+    QTest::newRow("above") << 1;
+}
+
+void tst_DispArea::dragOfASelectionOutsideTheSetIsHarmless()
+{
+    QFETCH(int, index);
+    m_lines->add("100");
+    press(m_area.get(), {300.0, 170.0});
+    m_lines->hold(index);
+    const QSignalSpy moving(&m_lines->set, &MarkLines::moving);
+    drag(m_area.get(), {160.0, 150.0});
+    release(m_area.get(), {160.0, 150.0});
+    QCOMPARE(moving.size(), 0);
+    QCOMPARE(m_lines->text(0), "100");
+    QVERIFY(!m_lines->set.selected);
+}
+
+void tst_DispArea::releaseOfAnyButtonEndsTheDragWithOneMoreStep_data()
+{
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::addColumn<Qt::KeyboardModifiers>("keys");
+    for (const KeyCase& at : keysAtThePress) {
+        QTest::addRow("left %s", at.name) << Qt::LeftButton << at.keys;
+    }
+    QTest::newRow("right") << Qt::RightButton << Qt::KeyboardModifiers();
+    QTest::newRow("middle") << Qt::MiddleButton << Qt::KeyboardModifiers();
+}
+
+void tst_DispArea::releaseOfAnyButtonEndsTheDragWithOneMoreStep()
+{
+    QFETCH(Qt::MouseButton, button);
+    QFETCH(Qt::KeyboardModifiers, keys);
+    m_lines->add("100");
+    press(m_area.get(), {140.0, 170.0});
+    drag(m_area.get(), {160.0, 150.0});
+    release(m_area.get(), {175.0, 150.0}, button, keys);
+    QCOMPARE(m_lines->text(0), "135");
+    QVERIFY(!m_lines->set.selected);
+    QCOMPARE(m_lines->set.selectedIndex, -1);
+    QCOMPARE(m_area->mouse.releaseButton, button);
+    QCOMPARE(m_area->mouse.releaseMods, keys);
+    QVERIFY(!m_area->mouse.pressed);
+}
+
+void tst_DispArea::releaseTellsMovingThenNewPosThenReleased()
+{
+    m_lines->add("300");
+    m_lines->add("100");
+    press(m_area.get(), {140.0, 170.0});
+    record();
+    release(m_area.get(), {150.0, 170.0});
+    QCOMPARE(m_order, (QStringList{"moving 1", "newPos 1", "released -1"}));
+    QCOMPARE(m_lines->text(1), "110");
+}
+
+void tst_DispArea::releaseWithoutASelectionIsOnlyAnnounced()
+{
+    m_lines->add("100");
+    press(m_area.get(), {300.0, 170.0});
+    record();
+    release(m_area.get(), {140.0, 170.0});
+    QCOMPARE(m_order, QStringList{"released -1"});
+    QCOMPARE(m_lines->text(0), "100");
+}
+
+void tst_DispArea::releaseWithoutASetIsOnlyAnnounced()
+{
+    m_area->markLines = nullptr;
+    record();
+    release(m_area.get(), {140.0, 170.0}, Qt::MiddleButton, Qt::ShiftModifier);
+    QCOMPARE(m_order, QStringList{"released -1"});
+    QCOMPARE(m_area->mouse.releasePos, QPoint(140, 170));
+}
+
+void tst_DispArea::rightPressMovesNothingButItsReleaseEndsTheDrag()
+{
+    m_lines->add("100");
+    press(m_area.get(), {140.0, 170.0});
+    record();
+    press(m_area.get(), {150.0, 170.0}, Qt::RightButton);
+    QCOMPARE(m_order, QStringList());
+    QCOMPARE(m_lines->text(0), "100");
+    release(m_area.get(), {160.0, 170.0}, Qt::RightButton);
+    QCOMPARE(m_order, (QStringList{"moving 0", "newPos 0", "released -1"}));
+    QCOMPARE(m_lines->text(0), "120");
+}
+
+void tst_DispArea::setOfTwoSurfacesIsLetGoByEither()
+{
+    const std::unique_ptr<DispArea> other = makeSurface();
+    other->markLines = &m_lines->set;
+    other->show();
+    QVERIFY(QTest::qWaitForWindowExposed(other.get()));
+    QTRY_COMPARE(other->cc.areaX0, 40.0);
+    m_lines->add("100");
+    press(m_area.get(), {140.0, 170.0});
+    record();
+    release(other.get(), {190.0, 170.0});
+    QCOMPARE(m_order, (QStringList{"moving 0", "newPos 0"}));
+    QCOMPARE(m_lines->text(0), "150");
+    QVERIFY(!m_lines->set.selected);
+}
+
+// The value 100 is under the mouse before and after, in x and in y.
+void tst_DispArea::panMovesTheContentsWithTheMouse()
+{
+    record();
+    press(m_area.get(), {140.0, 170.0}, Qt::LeftButton, Qt::ShiftModifier);
+    drag(m_area.get(), {150.0, 150.0}, Qt::ShiftModifier);
+    QVERIFY(rangeIs({-10.0, -20.0, 330.0, 235.0}));
+    QCOMPARE(m_area->cc.s2rX(150.0), 100.0);
+    QCOMPARE(m_area->cc.s2rY(150.0), 100.0);
+    release(m_area.get(), {150.0, 150.0}, Qt::LeftButton, Qt::ShiftModifier);
+    QVERIFY(rangeIs({-10.0, -20.0, 330.0, 235.0}));
+    QCOMPARE(m_order, (QStringList{"nowPos -1", "released -1"}));
+}
+
+void tst_DispArea::panMovesAgainFromTheLastPlace()
+{
+    press(m_area.get(), {140.0, 170.0}, Qt::LeftButton, Qt::ShiftModifier);
+    drag(m_area.get(), {150.0, 150.0}, Qt::ShiftModifier);
+    drag(m_area.get(), {110.0, 150.0}, Qt::ShiftModifier);
+    QVERIFY(rangeIs({30.0, -20.0, 370.0, 235.0}));
+    drag(m_area.get(), {110.0, 180.0}, Qt::ShiftModifier);
+    QVERIFY(rangeIs({30.0, 10.0, 370.0, 265.0}));
+}
+
+void tst_DispArea::panRepaintsAndLeavesTheScaleFlag_data()
+{
+    QTest::addColumn<bool>("hasScale");
+    QTest::newRow("fixed range") << true;
+    QTest::newRow("automatic range") << false;
+}
+
+void tst_DispArea::panRepaintsAndLeavesTheScaleFlag()
+{
+    QFETCH(bool, hasScale);
+    PaintCounter paints(m_area.get());
+    paints.settle();
+    m_area->hasScale = hasScale;
+    press(m_area.get(), {140.0, 170.0}, Qt::LeftButton, Qt::ShiftModifier);
+    QCOMPARE(paints.within(50), 0);
+    drag(m_area.get(), {150.0, 150.0}, Qt::ShiftModifier);
+    QVERIFY(rangeIs({-10.0, -20.0, 330.0, 235.0}));
+    QCOMPARE(m_area->hasScale, hasScale);
+    QCOMPARE(paints.within(50), 1);
+    QCOMPARE(m_area->hasScale, hasScale);
+    // With nobody to set an automatic range it is 0 to 1 at each paint.
+    QVERIFY(rangeIs(hasScale ? QList<double>{-10.0, -20.0, 330.0, 235.0}
+                             : QList<double>{0.0, 0.0, 1.0, 1.0}));
+}
+
+void tst_DispArea::placeUnderAPanIsTheOneBeforeIt()
+{
+    const QSignalSpy places(m_area.get(), &DispArea::nowPos);
+    press(m_area.get(), {140.0, 170.0}, Qt::LeftButton, Qt::ShiftModifier);
+    drag(m_area.get(), {150.0, 150.0}, Qt::ShiftModifier);
+    QCOMPARE(places.size(), 1);
+    QCOMPARE(places.at(0), (QVariantList{110.0, 120.0}));
+}
+
+void tst_DispArea::doubleClickOfAnyButtonReturnsToTheAutomaticRange_data()
+{
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::addColumn<Qt::KeyboardModifiers>("keys");
+    QTest::newRow("left") << Qt::LeftButton << Qt::KeyboardModifiers();
+    QTest::newRow("right") << Qt::RightButton << Qt::KeyboardModifiers();
+    QTest::newRow("middle") << Qt::MiddleButton << Qt::KeyboardModifiers();
+    QTest::newRow("left with Shift") << Qt::LeftButton << Qt::KeyboardModifiers(Qt::ShiftModifier);
+}
+
+void tst_DispArea::doubleClickOfAnyButtonReturnsToTheAutomaticRange()
+{
+    QFETCH(Qt::MouseButton, button);
+    QFETCH(Qt::KeyboardModifiers, keys);
+    PaintCounter paints(m_area.get());
+    paints.settle();
+    record();
+    bool scaleWhenTold = true;
+    connect(m_area.get(), &DispArea::mDClicked, this,
+            [&](const MouseC*) { scaleWhenTold = m_area->hasScale; });
+    doubleClick(m_area.get(), {140.0, 170.0}, button, keys);
+    QCOMPARE(m_order, QStringList{"dClicked -1"});
+    QVERIFY(!m_area->hasScale);
+    QVERIFY(!scaleWhenTold);
+    QCOMPARE(m_area->mouse.dClickPos, QPoint(140, 170));
+    QCOMPARE(m_area->mouse.dClickButton, button);
+    QCOMPARE(m_area->mouse.dClickMods, keys);
+    QVERIFY(rangeIs(unitRange)); // until the paint
+    QCOMPARE(paints.within(50), 1);
+    QVERIFY(rangeIs({0.0, 0.0, 1.0, 1.0}));
+}
+
+void tst_DispArea::doubleClickLeavesThePlaceOfTheMouse()
+{
+    tests::move(m_area.get(), {50.0, 60.0});
+    tests::move(m_area.get(), {70.0, 80.0});
+    doubleClick(m_area.get(), {140.0, 170.0});
+    QCOMPARE(m_area->mouse.prev, QPoint(50, 60));
+    QCOMPARE(m_area->mouse.now, QPoint(70, 80));
+    QVERIFY(!m_area->mouse.pressed);
+}
+
+void tst_DispArea::doubleClickOnALineDoesNotHoldIt()
+{
+    m_lines->add("100");
+    doubleClick(m_area.get(), {140.0, 170.0});
+    QVERIFY(!m_lines->set.selected);
+    drag(m_area.get(), {160.0, 170.0});
+    release(m_area.get(), {160.0, 170.0});
+    QCOMPARE(m_lines->text(0), "100");
+}
+
+// Press, release, double click, release: a press before the double click and a
+// release after it are treated as any others.
+void tst_DispArea::doubleClickByHandLeavesNothingHeld()
+{
+    m_lines->add("100");
+    record();
+    press(m_area.get(), {140.0, 170.0});
+    release(m_area.get(), {140.0, 170.0});
+    doubleClick(m_area.get(), {140.0, 170.0});
+    release(m_area.get(), {140.0, 170.0});
+    QCOMPARE(m_order, (QStringList{"pressed 0", "moving 0", "newPos 0", "released -1",
+                                   "dClicked -1", "released -1"}));
+    QVERIFY(!m_area->mouse.pressed);
+}
+
+void tst_DispArea::wheelZoomsAboutThePointer_data()
+{
+    QTest::addColumn<int>("turn");
+    QTest::addColumn<QList<double>>("wanted");
+    // About (100, 100): limits 100 below and 240 or 155 above it, by 1.1.
+    QTest::newRow("towards the user, out") << -120 << QList<double>{-10.0, -10.0, 364.0, 270.5};
+    QTest::newRow("away from the user, in")
+        << 120
+        << QList<double>{100.0 - 1000.0 / 11.0, 100.0 - 1000.0 / 11.0, 100.0 + 2400.0 / 11.0,
+                         100.0 + 1550.0 / 11.0};
+}
+
+void tst_DispArea::wheelZoomsAboutThePointer()
+{
+    QFETCH(int, turn);
+    QFETCH(QList<double>, wanted);
+    tests::move(m_area.get(), {140.0, 170.0});
+    turnWheel(m_area.get(), {140.0, 170.0}, {0, turn});
+    QVERIFY(rangeIs(wanted));
+    QVERIFY(std::abs(m_area->cc.s2rX(140.0) - 100.0) <= 1e-9);
+    QVERIFY(std::abs(m_area->cc.s2rY(170.0) - 100.0) <= 1e-9);
+}
+
+void tst_DispArea::wheelStepDoesNotDependOnTheTurn_data()
+{
+    QTest::addColumn<QPoint>("turn");
+    QTest::addColumn<double>("width"); // of x, 340 before
+    const double in = 3400.0 / 11.0;
+    const double out = 374.0;
+    QTest::newRow("finest step away") << QPoint(0, 1) << in;
+    QTest::newRow("a notch away") << QPoint(0, 120) << in;
+    QTest::newRow("many notches away") << QPoint(0, 2400) << in;
+    QTest::newRow("finest step back") << QPoint(0, -1) << out;
+    QTest::newRow("a notch back") << QPoint(0, -120) << out;
+    QTest::newRow("many notches back") << QPoint(0, -2400) << out;
+    QTest::newRow("no turn at all zooms in") << QPoint(0, 0) << in;
+    QTest::newRow("a turn sideways counts as none") << QPoint(-120, 0) << in;
+}
+
+void tst_DispArea::wheelStepDoesNotDependOnTheTurn()
+{
+    QFETCH(QPoint, turn);
+    QFETCH(double, width);
+    tests::move(m_area.get(), {140.0, 170.0});
+    turnWheel(m_area.get(), {140.0, 170.0}, turn);
+    const double got = m_area->cc.realX1 - m_area->cc.realX0;
+    QVERIFY2(std::abs(got - width) <= 1e-9, qPrintable(QString::number(got, 'g', 12)));
+}
+
+void tst_DispArea::wheelBesideAnAxisChangesThatAxisOnly_data()
+{
+    QTest::addColumn<QPointF>("at");
+    QTest::addColumn<QList<double>>("wanted");
+    // Out by 1.1 about x = column - 40 and y = 270 - row.
+    QTest::newRow("middle: both") << QPointF(140, 170) << QList<double>{-10.0, -10.0, 364.0, 270.5};
+    QTest::newRow("left label column: y")
+        << QPointF(20, 170) << QList<double>{0.0, -10.0, 340.0, 270.5};
+    QTest::newRow("inside the left edge: y")
+        << QPointF(50, 170) << QList<double>{0.0, -10.0, 340.0, 270.5};
+    QTest::newRow("right of the plot: y")
+        << QPointF(390, 170) << QList<double>{0.0, -10.0, 340.0, 270.5};
+    QTest::newRow("row of the labels of x: x")
+        << QPointF(140, 285) << QList<double>{-10.0, 0.0, 364.0, 255.0};
+    QTest::newRow("inside the lower edge: x")
+        << QPointF(140, 260) << QList<double>{-10.0, 0.0, 364.0, 255.0};
+    QTest::newRow("above the plot: x")
+        << QPointF(140, 5) << QList<double>{-10.0, 0.0, 364.0, 255.0};
+    // About (-20, -15), (10, 10), (350, 265) and (330, 5).
+    QTest::newRow("lower left corner, outside: both")
+        << QPointF(20, 285) << QList<double>{2.0, 1.5, 376.0, 282.0};
+    QTest::newRow("lower left corner, inside: both")
+        << QPointF(50, 260) << QList<double>{-1.0, -1.0, 373.0, 279.5};
+    QTest::newRow("upper right corner, outside: both")
+        << QPointF(390, 5) << QList<double>{-35.0, -26.5, 339.0, 254.0};
+    QTest::newRow("lower right corner, inside: both")
+        << QPointF(370, 265) << QList<double>{-33.0, -0.5, 341.0, 280.0};
+}
+
+void tst_DispArea::wheelBesideAnAxisChangesThatAxisOnly()
+{
+    QFETCH(QPointF, at);
+    QFETCH(QList<double>, wanted);
+    tests::move(m_area.get(), at);
+    turnWheel(m_area.get(), at, {0, -120});
+    QVERIFY(rangeIs(wanted));
+}
+
+void tst_DispArea::edgeBandIsATenthOfThePlotArea_data()
+{
+    QTest::addColumn<QPointF>("at");
+    QTest::addColumn<bool>("besideY");
+    QTest::addColumn<bool>("besideX");
+    // 34 pixels inside 40 and 380; 25.5 pixels inside 15 and 270.
+    QTest::newRow("last column of the left band") << QPointF(73, 170) << true << false;
+    QTest::newRow("first column behind it") << QPointF(74, 170) << false << false;
+    QTest::newRow("last column before the right band") << QPointF(346, 170) << false << false;
+    QTest::newRow("first column of the right band") << QPointF(347, 170) << true << false;
+    QTest::newRow("last row of the upper band") << QPointF(140, 40) << false << true;
+    QTest::newRow("first row below it") << QPointF(140, 41) << false << false;
+    QTest::newRow("last row before the lower band") << QPointF(140, 244) << false << false;
+    QTest::newRow("first row of the lower band") << QPointF(140, 245) << false << true;
+}
+
+void tst_DispArea::edgeBandIsATenthOfThePlotArea()
+{
+    QFETCH(QPointF, at);
+    QFETCH(bool, besideY);
+    QFETCH(bool, besideX);
+    tests::move(m_area.get(), at);
+    turnWheel(m_area.get(), at, {0, -120});
+    const bool xChanged = m_area->cc.realX1 - m_area->cc.realX0 > 341.0;
+    const bool yChanged = m_area->cc.realY1 - m_area->cc.realY0 > 256.0;
+    QCOMPARE(xChanged, !besideY);
+    QCOMPARE(yChanged, !besideX);
+}
+
+void tst_DispArea::wheelLooksAtTheLastMoveAndNotAtItsOwnPlace()
+{
+    tests::move(m_area.get(), {140.0, 170.0});
+    turnWheel(m_area.get(), {20.0, 285.0}, {0, -120});
+    QVERIFY(rangeIs({-10.0, -10.0, 364.0, 270.5}));
+    QCOMPARE(m_area->mouse.now, QPoint(140, 170));
+}
+
+void tst_DispArea::wheelThereAndBackIsNoChange()
+{
+    tests::move(m_area.get(), {200.0, 100.0});
+    turnWheel(m_area.get(), {200.0, 100.0}, {0, 120});
+    QVERIFY(m_area->cc.realX0 > 1.0);
+    turnWheel(m_area.get(), {200.0, 100.0}, {0, -120});
+    QVERIFY(rangeIs(unitRange));
+}
+
+void tst_DispArea::wheelRepaintsOnceAndLeavesTheScaleFlag()
+{
+    tests::move(m_area.get(), {140.0, 170.0});
+    PaintCounter paints(m_area.get());
+    paints.settle();
+    turnWheel(m_area.get(), {140.0, 170.0}, {0, -120});
+    QVERIFY(m_area->hasScale);
+    QCOMPARE(paints.within(50), 1);
+    QVERIFY(m_area->hasScale);
+    QVERIFY(rangeIs({-10.0, -10.0, 364.0, 270.5}));
+}
+
+void tst_DispArea::automaticRangeOverwritesAWheelStepAtTheNextPaint()
+{
+    tests::move(m_area.get(), {140.0, 170.0});
+    m_area->hasScale = false;
+    turnWheel(m_area.get(), {140.0, 170.0}, {0, -120});
+    QVERIFY(!m_area->hasScale);
+    QVERIFY(rangeIs({-10.0, -10.0, 364.0, 270.5}));
+    m_area->repaint();
+    QVERIFY(rangeIs({0.0, 0.0, 1.0, 1.0}));
+}
+
+void tst_DispArea::wheelTellsNobody()
+{
+    m_lines->add("100");
+    tests::move(m_area.get(), {140.0, 170.0});
+    record();
+    turnWheel(m_area.get(), {140.0, 170.0}, {0, -120});
+    QCOMPARE(m_order, QStringList());
+    QCOMPARE(m_lines->text(0), "100");
+}
+
+void tst_DispArea::signalsComeInTheirOrder()
+{
+    QCOMPARE(memberNames(DispArea::staticMetaObject, QMetaMethod::Signal),
+             (QStringList{"nowPos(double,double)", "draw(QStylePainter*)", "mPressed(MouseC*)",
+                          "mDragging(MouseC*)", "mReleased(MouseC*)", "mDClicked(MouseC*)"}));
+    QCOMPARE(memberNames(DispArea::staticMetaObject, QMetaMethod::Slot), QStringList());
+}
+
+QTEST_MAIN(tst_DispArea)
+#include "tst_DispArea.moc"
