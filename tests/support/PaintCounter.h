@@ -22,7 +22,10 @@ public:
         m_count = 0;
     }
 
-    /// The paints since settle(), those of the next @p milliseconds included.
+    /// The paints since settle().
+    int count() const { return m_count; }
+
+    /// The same, those of the next @p milliseconds included.
     int within(int milliseconds) const
     {
         QTest::qWait(milliseconds);

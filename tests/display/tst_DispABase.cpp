@@ -1,0 +1,460 @@
+// The frame of a plot: its form, its read-outs and the titles of its axes.
+
+#include "display/DispABase.h"
+#include "rows/FormChecks.h"
+#include "support/MemberOrder.h"
+#include "support/MouseInput.h"
+
+#include <QGridLayout>
+#include <QPushButton>
+#include <QStylePainter>
+#include <QTest>
+
+using namespace tests;
+
+// A surface of 400 by 300 pixels with the margins of a plot has its plot area
+// from column 40 to 380 and from row 270 up to 15. Rows of text are
+// trunc((15 - 270) / 20) = -12 pixels, of which the text fills trunc(-10.2), and
+// the gap below the plot is trunc(-1.8).
+
+namespace
+{
+
+constexpr QSize surfaceSize(400, 300);
+const QRectF xTitleBox(40.0, 271.0, 340.0, 10.0);
+// Turned by 270 degrees about the upper left corner: columns 10 to 20 of the
+// screen, from the bottom row up to the top one.
+const QRectF yTitleBox(-300.0, 10.0, 300.0, 10.0);
+
+void drawTitle(QStylePainter* p, const QRectF& box, const QString& text)
+{
+    DrawText().drawText(p, box, QFont(), Qt::AlignCenter, 1, text, 12.0);
+}
+
+/// What a widget looks like; a part of a window has the format of a whole one.
+QImage picture(QWidget* widget)
+{
+    return widget->grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+/// A surface with these titles, drawn by hand.
+QImage expectedTitles(const QString& x, const QString& y)
+{
+    DispArea area;
+    area.resize(surfaceSize);
+    QObject::connect(&area, &DispArea::draw, &area, [&](QStylePainter* p) {
+        p->fillRect(area.rect(), Qt::white);
+        p->setPen(Qt::black);
+        drawTitle(p, xTitleBox, x);
+        p->rotate(270.0);
+        drawTitle(p, yTitleBox, y);
+    });
+    return picture(&area);
+}
+
+/// The rectangle around all dark pixels.
+QRect inkOf(const QImage& image)
+{
+    QRect ink;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qGray(image.pixel(x, y)) < 150) {
+                ink |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    return ink;
+}
+
+} // namespace
+
+class tst_DispABase : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void frameIsAsTheFormHasIt();
+    void drawingStandsInRowOneOfTheFrame();
+    void stripStandsAboveTheSurface();
+    void stripHoldsItsWidgetsFromLeftToRight_data();
+    void stripHoldsItsWidgetsFromLeftToRight();
+    void readOutsAreYellowishAndReadOnly_data();
+    void readOutsAreYellowishAndReadOnly();
+    void buttonIsNarrow();
+    void startsDockedWithTitlesInTheStrip();
+    void signalsAndSlotsComeInTheirOrder();
+
+    void readOutFollowsTheMouse();
+    void readOutShowsSixDigitsFromTheirStart_data();
+    void readOutShowsSixDigitsFromTheirStart();
+
+    void stripShowsTheTitlesThatAreNotInThePlot_data();
+    void stripShowsTheTitlesThatAreNotInThePlot();
+    void plotShowsTheTitlesThatBelongThere_data();
+    void plotShowsTheTitlesThatBelongThere();
+    void titleOfXStandsBetweenTheRangeLabels();
+    void titleOfYRunsUpwardAtTheLeft();
+    void titlesFitOddSizes();
+    void titlesOfLargePlotsHaveTwelvePoints();
+    void titlesAreBlackAndLeaveThePainterAsItWas();
+    void titlesAreDrawnAfterTheClient();
+    void clientWithNothingToShowGetsNoTitlesButTheReadOutFollows();
+    void clientThatShowsSomethingAgainGetsItsTitlesBack();
+
+private:
+    QImage paintedTitles(bool xInArea, bool yInArea);
+
+    std::unique_ptr<DispABase> m_frame;
+};
+
+void tst_DispABase::init()
+{
+    m_frame = std::make_unique<DispABase>();
+}
+
+void tst_DispABase::cleanup()
+{
+    m_frame.reset();
+}
+
+/// The surface of the frame, white, with its titles "Energy" and "mut" set.
+QImage tst_DispABase::paintedTitles(bool xInArea, bool yInArea)
+{
+    DispArea* area = m_frame->DispA;
+    m_frame->xTitleInArea = xInArea;
+    m_frame->yTitleInArea = yInArea;
+    m_frame->setXYTitle("Energy", "mut");
+    connect(m_frame.get(), &DispABase::draw, area, [area](QStylePainter* p) {
+        p->fillRect(area->rect(), Qt::white);
+        area->cc.computeArea();
+    });
+    area->setFixedSize(surfaceSize);
+    return picture(area);
+}
+
+void tst_DispABase::frameIsAsTheFormHasIt()
+{
+    QCOMPARE(m_frame->objectName(), "DispABase");
+    QCOMPARE(m_frame->windowTitle(), "Frame");
+    QCOMPARE(m_frame->size(), QSize(528, 528));
+    QCOMPARE(m_frame->frameShape(), QFrame::StyledPanel);
+    QCOMPARE(m_frame->frameShadow(), QFrame::Raised);
+}
+
+void tst_DispABase::drawingStandsInRowOneOfTheFrame()
+{
+    const auto* grid = qobject_cast<QGridLayout*>(m_frame->layout());
+    QVERIFY(grid);
+    QCOMPARE(grid->objectName(), "gridLayout");
+    QCOMPARE(grid->contentsMargins(), QMargins(2, 2, 2, 2));
+    QCOMPARE(grid->horizontalSpacing(), 2);
+    QCOMPARE(grid->verticalSpacing(), 2);
+    QCOMPARE(grid->count(), 1);
+    QVERIFY(grid->itemAtPosition(1, 0));
+    QCOMPARE(grid->itemAtPosition(1, 0)->widget(), m_frame->DispABFrame);
+    QCOMPARE(m_frame->DispABFrame->objectName(), "DispABFrame");
+    QCOMPARE(m_frame->DispABFrame->frameShadow(), QFrame::Raised);
+}
+
+void tst_DispABase::stripStandsAboveTheSurface()
+{
+    const auto* grid = qobject_cast<QGridLayout*>(m_frame->DispABFrame->layout());
+    QVERIFY(grid);
+    QCOMPARE(grid->objectName(), "gridLayout_3");
+    QCOMPARE(grid->contentsMargins(), QMargins(0, 0, 0, 0));
+    QCOMPARE(grid->horizontalSpacing(), 0);
+    QCOMPARE(grid->verticalSpacing(), 0);
+    QCOMPARE(grid->count(), 2);
+    QCOMPARE(grid->itemAtPosition(0, 0)->widget(), m_frame->frame);
+    QCOMPARE(grid->itemAtPosition(1, 0)->widget(), m_frame->DispA);
+    QCOMPARE(m_frame->frame->objectName(), "frame");
+    QCOMPARE(m_frame->frame->frameShadow(), QFrame::Plain);
+    QCOMPARE(m_frame->frame->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
+    QCOMPARE(m_frame->DispA->objectName(), "DispA");
+}
+
+void tst_DispABase::stripHoldsItsWidgetsFromLeftToRight_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QByteArray>("kind");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("Title") << 0 << QByteArray("QLabel") << "TextLabel";
+    QTest::newRow("label") << 1 << QByteArray("QLabel") << " x:";
+    QTest::newRow("XTitle") << 2 << QByteArray("QLabel") << "x-title";
+    QTest::newRow("XPos") << 3 << QByteArray("QLineEdit") << "";
+    QTest::newRow("label_2") << 4 << QByteArray("QLabel") << "y:"; // no blank, on purpose
+    QTest::newRow("YTitle") << 5 << QByteArray("QLabel") << "y-title";
+    QTest::newRow("YPos") << 6 << QByteArray("QLineEdit") << "";
+    QTest::newRow("PopDockB") << 7 << QByteArray("QPushButton") << "P/D";
+}
+
+void tst_DispABase::stripHoldsItsWidgetsFromLeftToRight()
+{
+    QFETCH(int, column);
+    QFETCH(QByteArray, kind);
+    QFETCH(QString, text);
+    const auto* grid = qobject_cast<QGridLayout*>(m_frame->frame->layout());
+    QVERIFY(grid);
+    QCOMPARE(grid->objectName(), "gridLayout_2");
+    QCOMPARE(grid->contentsMargins(), QMargins(3, 3, 3, 3));
+    QCOMPARE(grid->horizontalSpacing(), 3);
+    QCOMPARE(grid->verticalSpacing(), 3);
+    QCOMPARE(grid->count(), 8);
+    const QWidget* widget = ownChild(m_frame->frame, QTest::currentDataTag());
+    QVERIFY(widget);
+    QCOMPARE(gridColumn(widget), column);
+    QCOMPARE(QByteArray(widget->metaObject()->className()), kind);
+    QCOMPARE(textOf(widget), text);
+}
+
+void tst_DispABase::readOutsAreYellowishAndReadOnly_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("x") << "XPos";
+    QTest::newRow("y") << "YPos";
+}
+
+void tst_DispABase::readOutsAreYellowishAndReadOnly()
+{
+    QFETCH(QString, name);
+    const auto* edit = m_frame->findChild<QLineEdit*>(name);
+    QVERIFY(edit);
+    QVERIFY(edit->isReadOnly());
+    QVERIFY(isRightAligned(edit));
+    QCOMPARE(edit->styleSheet(), QString(resultStyle));
+}
+
+void tst_DispABase::buttonIsNarrow()
+{
+    QCOMPARE(m_frame->PopDockB->maximumWidth(), 50);
+}
+
+void tst_DispABase::startsDockedWithTitlesInTheStrip()
+{
+    QVERIFY(m_frame->docked);
+    QVERIFY(!m_frame->xTitleInArea);
+    QVERIFY(!m_frame->yTitleInArea);
+    QCOMPARE(m_frame->xTitle, QString());
+    QCOMPARE(m_frame->yTitle, QString());
+}
+
+void tst_DispABase::signalsAndSlotsComeInTheirOrder()
+{
+    const QMetaObject& meta = DispABase::staticMetaObject;
+    QCOMPARE(memberNames(meta, QMetaMethod::Signal),
+             (QStringList{"draw(QStylePainter*)", "mPressed(MouseC*)", "mDragging(MouseC*)",
+                          "mReleased(MouseC*)", "mDClicked(MouseC*)"}));
+    QCOMPARE(memberNames(meta, QMetaMethod::Slot).first(5),
+             (QStringList{"receiveNowPos(double,double)", "receiveDraw(QStylePainter*)",
+                          "popDock()", "drawXYTitle(QStylePainter*)", "clearScale()"}));
+}
+
+void tst_DispABase::readOutFollowsTheMouse()
+{
+    m_frame->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
+    m_frame->DispA->cc.setArea(0.0, 200.0, 100.0, 0.0);
+    m_frame->DispA->cc.setReal(0.0, 0.0, 1.0, 1.0);
+    tests::move(m_frame->DispA, {75.0, 150.0});
+    QCOMPARE(m_frame->XPos->text(), "0.75");
+    QCOMPARE(m_frame->YPos->text(), "0.25");
+    tests::move(m_frame->DispA, {-25.0, 250.0});
+    QCOMPARE(m_frame->XPos->text(), "-0.25");
+    QCOMPARE(m_frame->YPos->text(), "-0.25");
+}
+
+void tst_DispABase::readOutShowsSixDigitsFromTheirStart_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("energy") << 8333.2469 << "8333.25";
+    QTest::newRow("large") << 1234567.0 << "1.23457e+06";
+    QTest::newRow("small") << -0.000012345678 << "-1.23457e-05";
+}
+
+void tst_DispABase::readOutShowsSixDigitsFromTheirStart()
+{
+    QFETCH(double, value);
+    QFETCH(QString, text);
+    m_frame->receiveNowPos(value, 2.0 * value);
+    QCOMPARE(m_frame->XPos->text(), text);
+    QCOMPARE(m_frame->XPos->cursorPosition(), 0);
+    QCOMPARE(m_frame->YPos->cursorPosition(), 0);
+    m_frame->receiveNowPos(0.0, value);
+    QCOMPARE(m_frame->XPos->text(), "0");
+    QCOMPARE(m_frame->YPos->text(), text);
+}
+
+void tst_DispABase::stripShowsTheTitlesThatAreNotInThePlot_data()
+{
+    QTest::addColumn<bool>("xInArea");
+    QTest::addColumn<bool>("yInArea");
+    QTest::newRow("both in the strip") << false << false;
+    QTest::newRow("x in the plot") << true << false;
+    QTest::newRow("y in the plot") << false << true;
+    QTest::newRow("both in the plot") << true << true;
+}
+
+void tst_DispABase::stripShowsTheTitlesThatAreNotInThePlot()
+{
+    QFETCH(bool, xInArea);
+    QFETCH(bool, yInArea);
+    m_frame->xTitleInArea = xInArea;
+    m_frame->yTitleInArea = yInArea;
+    m_frame->setXYTitle("Energy", "mut");
+    QCOMPARE(m_frame->xTitle, "Energy");
+    QCOMPARE(m_frame->yTitle, "mut");
+    QCOMPARE(m_frame->XTitle->text(), xInArea ? "" : "Energy");
+    QCOMPARE(m_frame->YTitle->text(), yInArea ? "" : "mut");
+}
+
+void tst_DispABase::plotShowsTheTitlesThatBelongThere_data()
+{
+    stripShowsTheTitlesThatAreNotInThePlot_data();
+}
+
+void tst_DispABase::plotShowsTheTitlesThatBelongThere()
+{
+    QFETCH(bool, xInArea);
+    QFETCH(bool, yInArea);
+    QCOMPARE(paintedTitles(xInArea, yInArea),
+             expectedTitles(xInArea ? "Energy" : "", yInArea ? "mut" : ""));
+}
+
+// In the row of the labels of the range, with room at both sides.
+void tst_DispABase::titleOfXStandsBetweenTheRangeLabels()
+{
+    const QRect ink = inkOf(paintedTitles(true, false));
+    QVERIFY(ink.width() > 10);
+    QVERIFY(ink.top() >= 269 && ink.bottom() <= 284);
+    QVERIFY(ink.left() > 120 && ink.right() < 300);
+    QVERIFY(qAbs(ink.center().x() - 210) <= 3);
+}
+
+// Turned to run upward, the bar of a "T" is at its left, and what comes first
+// in a title is at the bottom.
+void tst_DispABase::titleOfYRunsUpwardAtTheLeft()
+{
+    const QRect ink = inkOf(paintedTitles(false, true));
+    QVERIFY(ink.height() > 10);
+    QVERIFY(ink.left() >= 8 && ink.right() <= 22);
+    QVERIFY(qAbs(ink.center().y() - 150) <= 3);
+
+    m_frame->setXYTitle("", "T");
+    const QImage letter = picture(m_frame->DispA);
+    const QRect all = inkOf(letter);
+    const QImage left = letter.copy(all.left(), all.top(), 2, all.height());
+    const QImage right = letter.copy(all.right() - 1, all.top(), 2, all.height());
+    QVERIFY(inkOf(left).height() > inkOf(right).height());
+
+    m_frame->setXYTitle("", "T.....");
+    const QImage word = picture(m_frame->DispA).copy(0, 0, 40, 300);
+    const QRect whole = inkOf(word);
+    const int half = whole.height() / 2;
+    const QRect lower = inkOf(word.copy(whole.adjusted(0, half, 0, 0)));
+    const QRect upper = inkOf(word.copy(whole.adjusted(0, 0, 0, -half)));
+    QVERIFY(lower.width() > upper.width());
+}
+
+// Plot area of 333 by 217: 33 to 317, 196 up to 10. Rows of trunc(-9.3) = -9,
+// text of 7 (7.65), gap of 1 (1.35).
+void tst_DispABase::titlesFitOddSizes()
+{
+    paintedTitles(true, true);
+    m_frame->DispA->setFixedSize(333, 217);
+    const QImage titles = picture(m_frame->DispA);
+    DispArea byHand;
+    byHand.resize(333, 217);
+    connect(&byHand, &DispArea::draw, &byHand, [&](QStylePainter* p) {
+        p->fillRect(byHand.rect(), Qt::white);
+        p->setPen(Qt::black);
+        drawTitle(p, {33.0, 197.0, 284.0, 7.0}, "Energy");
+        p->rotate(270.0);
+        drawTitle(p, {-217.0, 7.0, 217.0, 7.0}, "mut");
+    });
+    QCOMPARE(titles, picture(&byHand));
+}
+
+// Plot area of 800 by 900: 80 to 760, 810 up to 45. Rows of trunc(-38.25) = -38,
+// text of 32 (32.3), gap of 5 (5.7): room for 24 points.
+void tst_DispABase::titlesOfLargePlotsHaveTwelvePoints()
+{
+    paintedTitles(true, true);
+    m_frame->DispA->setFixedSize(800, 900);
+    const QImage titles = picture(m_frame->DispA);
+    DispArea byHand;
+    byHand.resize(800, 900);
+    connect(&byHand, &DispArea::draw, &byHand, [&](QStylePainter* p) {
+        QFont font;
+        font.setPointSizeF(12.0);
+        p->fillRect(byHand.rect(), Qt::white);
+        p->setPen(Qt::black);
+        p->setFont(font);
+        p->drawText(QRectF(80.0, 815.0, 680.0, 32.0), Qt::AlignCenter, "Energy");
+        p->rotate(270.0);
+        p->drawText(QRectF(-900.0, 32.0, 900.0, 32.0), Qt::AlignCenter, "mut");
+    });
+    QCOMPARE(titles, picture(&byHand));
+}
+
+void tst_DispABase::titlesAreBlackAndLeaveThePainterAsItWas()
+{
+    bool turnedBack = false;
+    connect(m_frame.get(), &DispABase::draw, this, [&](QStylePainter* p) {
+        DispArea* area = m_frame->DispA;
+        p->fillRect(area->rect(), Qt::white);
+        area->cc.computeArea();
+        area->cc.drawn = false; // so that they are drawn here only
+        p->setPen(Qt::red);
+        m_frame->drawXYTitle(p);
+        const QPointF corner = p->transform().map(QPointF(100.0, 50.0));
+        turnedBack = QLineF(corner, QPointF(100.0, 50.0)).length() < 1e-9;
+    });
+    m_frame->xTitleInArea = true;
+    m_frame->yTitleInArea = true;
+    m_frame->setXYTitle("Energy", "mut");
+    m_frame->DispA->setFixedSize(surfaceSize);
+    QCOMPARE(picture(m_frame->DispA), expectedTitles("Energy", "mut"));
+    QVERIFY(turnedBack);
+}
+
+// A client that fills the surface does not cover them; that is what
+// paintedTitles() relies on too.
+void tst_DispABase::titlesAreDrawnAfterTheClient()
+{
+    QVERIFY(!inkOf(paintedTitles(true, false)).isEmpty());
+    QVERIFY(!inkOf(paintedTitles(false, true)).isEmpty());
+}
+
+void tst_DispABase::clientWithNothingToShowGetsNoTitlesButTheReadOutFollows()
+{
+    connect(m_frame.get(), &DispABase::draw, this,
+            [this](QStylePainter*) { m_frame->DispA->cc.drawn = false; });
+    QVERIFY(inkOf(paintedTitles(true, true)).isEmpty());
+    m_frame->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
+    m_frame->DispA->cc.setArea(0.0, 200.0, 100.0, 0.0);
+    m_frame->DispA->cc.setReal(0.0, 0.0, 1.0, 1.0);
+    tests::move(m_frame->DispA, {75.0, 150.0});
+    QCOMPARE(m_frame->XPos->text(), "0.75");
+    QCOMPARE(m_frame->YPos->text(), "0.25");
+}
+
+void tst_DispABase::clientThatShowsSomethingAgainGetsItsTitlesBack()
+{
+    bool empty = true;
+    connect(m_frame.get(), &DispABase::draw, this, [&](QStylePainter*) {
+        if (empty) {
+            m_frame->DispA->cc.drawn = false;
+        }
+    });
+    QVERIFY(inkOf(paintedTitles(true, true)).isEmpty());
+    empty = false;
+    QCOMPARE(picture(m_frame->DispA), expectedTitles("Energy", "mut"));
+}
+
+QTEST_MAIN(tst_DispABase)
+#include "tst_DispABase.moc"

@@ -1,0 +1,504 @@
+// What the plot frame and the map frame have in common: their surface's
+// signals, the automatic range, and the window for the drawing.
+
+#include "display/DispABase.h"
+#include "display/DispMBase.h"
+#include "support/MarkedLines.h"
+#include "support/MouseInput.h"
+#include "support/PaintCounter.h"
+
+#include <QGridLayout>
+#include <QPointer>
+#include <QPushButton>
+#include <QStylePainter>
+#include <QTest>
+#include <QWindow>
+
+#include <functional>
+#include <memory>
+
+using namespace tests;
+
+namespace
+{
+
+/// A frame of either kind, with what both have under the same names, and a
+/// list of its signals so far.
+struct AnyFrame {
+    template <class Frame>
+    explicit AnyFrame(Frame* made)
+        : frame(made)
+        , area(made->DispA)
+        , content(made->DispABFrame)
+        , strip(made->frame)
+        , title(made->Title)
+        , xPos(made->XPos)
+        , button(made->PopDockB)
+        , pop(made->pop)
+        , popLayout(made->popLayout)
+        , grid(made->gridLayout)
+        , docked([made] { return made->docked; })
+        , popDock([made] { made->popDock(); })
+        , clearScale([made] { made->clearScale(); })
+        , update([made] { made->update(); })
+        , setRealCoord([made](double x0, double y0, double x1, double y1) {
+            made->setRealCoord(x0, y0, x1, y1);
+        })
+    {
+        QObject::connect(made, &Frame::draw, made, [this](QStylePainter* p) {
+            if (client) {
+                client(p);
+            }
+        });
+        note(made, &Frame::mPressed, "mPressed");
+        note(made, &Frame::mDragging, "mDragging");
+        note(made, &Frame::mReleased, "mReleased");
+        note(made, &Frame::mDClicked, "mDClicked");
+    }
+
+    ~AnyFrame() { delete frame; }
+    Q_DISABLE_COPY_MOVE(AnyFrame)
+
+    template <class Frame>
+    void note(Frame* made, void (Frame::*signal)(MouseC*), const QString& name)
+    {
+        QObject::connect(made, signal, made, [this, name](const MouseC* mouse) {
+            heard << (mouse == &area->mouse ? name : name + " with another record");
+        });
+    }
+
+    bool showDocked() const
+    {
+        frame->show();
+        return QTest::qWaitForWindowExposed(frame.get());
+    }
+
+    bool showPoppedOut() const
+    {
+        const bool shown = showDocked();
+        popDock();
+        return shown && QTest::qWaitForWindowExposed(pop);
+    }
+
+    bool rangeIs(double x0, double y0, double x1, double y1) const
+    {
+        const ChCoord& cc = area->cc;
+        return cc.realX0 == x0 && cc.realY0 == y0 && cc.realX1 == x1 && cc.realY1 == y1;
+    }
+
+    bool isDocked() const
+    {
+        return docked() && content->parent() == frame && !pop->isVisible() &&
+               grid->itemAtPosition(1, 0) && grid->itemAtPosition(1, 0)->widget() == content &&
+               popLayout->indexOf(content) < 0;
+    }
+
+    bool isPoppedOut() const
+    {
+        return !docked() && content->window() == pop && pop->isVisible() &&
+               popLayout->indexOf(content) == 0 && grid->indexOf(content) < 0;
+    }
+
+    QPointer<QFrame> frame; ///< its own, unless a parent was faster
+    DispArea* area;
+    QFrame* content;
+    QFrame* strip;
+    QLabel* title;
+    QLineEdit* xPos;
+    QPushButton* button;
+    PopBase* pop;
+    QVBoxLayout* popLayout;
+    QGridLayout* grid;
+    std::function<bool()> docked;
+    std::function<void()> popDock;
+    std::function<void()> clearScale;
+    std::function<void()> update; ///< the frame's own, which is not QWidget's
+    std::function<void(double, double, double, double)> setRealCoord;
+    std::function<void(QStylePainter*)> client;
+    QStringList heard;
+};
+
+void click(QPushButton* button)
+{
+    QTest::mouseClick(button, Qt::LeftButton);
+}
+
+constexpr int settled = 60; // milliseconds
+constexpr int idle = 200;   // milliseconds
+
+} // namespace
+
+class tst_DispFrames : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void drawComesWithTheSurfacesPainter_data() { kinds(); }
+    void drawComesWithTheSurfacesPainter();
+    void mouseSignalsComeFromTheSurface_data() { kinds(); }
+    void mouseSignalsComeFromTheSurface();
+
+    void firstRangeAfterAResetCounts_data() { kinds(); }
+    void firstRangeAfterAResetCounts();
+    void rangeSetAtEachDrawDoesNotUndoAZoom_data() { kinds(); }
+    void rangeSetAtEachDrawDoesNotUndoAZoom();
+    void doubleClickBringsTheRangeOfTheNextDraw_data() { kinds(); }
+    void doubleClickBringsTheRangeOfTheNextDraw();
+    void clearScaleAsksForNoPaint_data() { kinds(); }
+    void clearScaleAsksForNoPaint();
+    void clearScaleOfAHiddenFrameShowsAtItsNextPaint_data() { kinds(); }
+    void clearScaleOfAHiddenFrameShowsAtItsNextPaint();
+
+    void windowForTheDrawingIsAHiddenChild_data() { kinds(); }
+    void windowForTheDrawingIsAHiddenChild();
+    void buttonMovesTheDrawingIntoItsWindowAndBack_data() { kinds(); }
+    void buttonMovesTheDrawingIntoItsWindowAndBack();
+    void closingTheWindowDocksAndTheButtonPopsOutAgain_data() { kinds(); }
+    void closingTheWindowDocksAndTheButtonPopsOutAgain();
+    void closingTheWindowInCodeDocksToo_data() { kinds(); }
+    void closingTheWindowInCodeDocksToo();
+    void viewAndMarkerLinesSurviveTheMove_data() { kinds(); }
+    void viewAndMarkerLinesSurviveTheMove();
+    void stripMovesWithTheDrawing_data() { kinds(); }
+    void stripMovesWithTheDrawing();
+    void mouseWorksInTheWindow_data() { kinds(); }
+    void mouseWorksInTheWindow();
+    void emptiedFrameKeepsItsPlace_data() { kinds(); }
+    void emptiedFrameKeepsItsPlace();
+    void frameTakesItsPoppedOutDrawingWithIt_data() { kinds(); }
+    void frameTakesItsPoppedOutDrawingWithIt();
+
+    void idleSurfaceDoesNotPaint_data() { kindsAndPlaces(); }
+    void idleSurfaceDoesNotPaint();
+    void updateOfTheFramePaintsTheSurfaceOnce_data() { kindsAndPlaces(); }
+    void updateOfTheFramePaintsTheSurfaceOnce();
+    void updateOfTheSurfacePaintsItOnce_data() { kindsAndPlaces(); }
+    void updateOfTheSurfacePaintsItOnce();
+    void updateOfAHiddenFramePaintsNothing_data() { kinds(); }
+    void updateOfAHiddenFramePaintsNothing();
+    void paintOfTheSurfaceRepaintsTheWindowsBackground_data() { kinds(); }
+    void paintOfTheSurfaceRepaintsTheWindowsBackground();
+
+private:
+    void kinds();
+    void kindsAndPlaces();
+
+    std::unique_ptr<AnyFrame> m;
+};
+
+void tst_DispFrames::kinds()
+{
+    QTest::addColumn<bool>("map");
+    QTest::newRow("plot") << false;
+    QTest::newRow("map") << true;
+}
+
+void tst_DispFrames::kindsAndPlaces()
+{
+    QTest::addColumn<bool>("map");
+    QTest::addColumn<bool>("out");
+    QTest::newRow("plot, docked") << false << false;
+    QTest::newRow("plot, popped out") << false << true;
+    QTest::newRow("map, docked") << true << false;
+    QTest::newRow("map, popped out") << true << true;
+}
+
+void tst_DispFrames::init()
+{
+    QFETCH(bool, map);
+    m = map ? std::make_unique<AnyFrame>(new DispMBase) : std::make_unique<AnyFrame>(new DispABase);
+}
+
+void tst_DispFrames::cleanup()
+{
+    m.reset();
+}
+
+void tst_DispFrames::drawComesWithTheSurfacesPainter()
+{
+    QList<QPaintDevice*> devices;
+    m->client = [&devices](QStylePainter* p) { devices << p->device(); };
+    m->area->grab();
+    QCOMPARE(devices, QList<QPaintDevice*>{m->area});
+}
+
+void tst_DispFrames::mouseSignalsComeFromTheSurface()
+{
+    QVERIFY(m->showDocked());
+    press(m->area, {100.0, 100.0});
+    QCOMPARE(m->heard, QStringList{"mPressed"});
+    drag(m->area, {110.0, 100.0});
+    QCOMPARE(m->heard, (QStringList{"mPressed", "mDragging"}));
+    release(m->area, {110.0, 100.0});
+    QCOMPARE(m->heard, (QStringList{"mPressed", "mDragging", "mReleased"}));
+    doubleClick(m->area, {110.0, 100.0});
+    QCOMPARE(m->heard, (QStringList{"mPressed", "mDragging", "mReleased", "mDClicked"}));
+}
+
+void tst_DispFrames::firstRangeAfterAResetCounts()
+{
+    m->setRealCoord(1.0, 2.0, 3.0, 4.0);
+    QVERIFY(m->area->hasScale);
+    QVERIFY(m->rangeIs(1.0, 2.0, 3.0, 4.0));
+    m->setRealCoord(5.0, 6.0, 7.0, 8.0);
+    QVERIFY(m->rangeIs(1.0, 2.0, 3.0, 4.0));
+    m->clearScale();
+    QVERIFY(!m->area->hasScale);
+    QVERIFY(m->rangeIs(1.0, 2.0, 3.0, 4.0));
+    m->setRealCoord(5.0, 6.0, 7.0, 8.0);
+    QVERIFY(m->area->hasScale);
+    QVERIFY(m->rangeIs(5.0, 6.0, 7.0, 8.0));
+}
+
+void tst_DispFrames::rangeSetAtEachDrawDoesNotUndoAZoom()
+{
+    m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
+    QVERIFY(m->showDocked());
+    QTRY_VERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
+    tests::move(m->area, QPointF(m->area->width() / 2.0, m->area->height() / 2.0));
+    turnWheel(m->area, {1.0, 1.0}, {0, -120});
+    QVERIFY(m->area->cc.realX1 > 10.25);
+    const double x1 = m->area->cc.realX1;
+    m->area->repaint();
+    QCOMPARE(m->area->cc.realX1, x1);
+}
+
+void tst_DispFrames::doubleClickBringsTheRangeOfTheNextDraw()
+{
+    m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
+    QVERIFY(m->showDocked());
+    QTRY_VERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
+    m->area->cc.setReal(3.0, 3.0, 4.0, 4.0);
+    doubleClick(m->area, {50.0, 50.0}, Qt::RightButton);
+    QTRY_VERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
+    QVERIFY(m->area->hasScale);
+}
+
+void tst_DispFrames::clearScaleAsksForNoPaint()
+{
+    m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
+    QVERIFY(m->showDocked());
+    PaintCounter paints(m->area);
+    paints.settle();
+    m->area->cc.setReal(3.0, 3.0, 4.0, 4.0);
+    m->clearScale();
+    QCOMPARE(paints.within(settled), 0);
+    QVERIFY(m->rangeIs(3.0, 3.0, 4.0, 4.0));
+    m->area->repaint();
+    QVERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
+}
+
+void tst_DispFrames::clearScaleOfAHiddenFrameShowsAtItsNextPaint()
+{
+    m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
+    QVERIFY(m->showDocked());
+    QTRY_VERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
+    m->area->cc.setReal(3.0, 3.0, 4.0, 4.0);
+    m->frame->hide();
+    PaintCounter paints(m->area);
+    paints.settle();
+    m->clearScale();
+    QCOMPARE(paints.within(settled), 0);
+    QVERIFY(!m->frame->isVisible());
+    QVERIFY(m->rangeIs(3.0, 3.0, 4.0, 4.0));
+    QVERIFY(m->showDocked());
+    QTRY_VERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
+}
+
+void tst_DispFrames::windowForTheDrawingIsAHiddenChild()
+{
+    QCOMPARE(m->pop->parent(), m->frame);
+    QVERIFY(m->pop->isWindow());
+    QCOMPARE(m->pop->windowType(), Qt::Window);
+    QCOMPARE(m->pop->size(), QSize(800, 600));
+    QVERIFY(m->pop->isHidden());
+    QCOMPARE(m->popLayout, m->pop->findChild<QVBoxLayout*>("PopBaseLayout"));
+    QVERIFY(m->isDocked());
+    QVERIFY(m->showDocked());
+    QVERIFY(m->isDocked());
+}
+
+// The button is clicked where it is: in the frame, then in the window.
+void tst_DispFrames::buttonMovesTheDrawingIntoItsWindowAndBack()
+{
+    QVERIFY(m->showDocked());
+    for (int round = 0; round < 2; ++round) {
+        click(m->button);
+        QVERIFY(m->isPoppedOut());
+        QVERIFY(QTest::qWaitForWindowExposed(m->pop));
+        QTRY_VERIFY(m->area->isVisible());
+        QCOMPARE(m->button->window(), m->pop);
+        QCOMPARE(m->pop->size(), QSize(800, 600));
+        click(m->button);
+        QVERIFY(m->isDocked());
+        QTRY_VERIFY(m->area->isVisible());
+        QCOMPARE(m->button->window(), m->frame);
+    }
+}
+
+void tst_DispFrames::closingTheWindowDocksAndTheButtonPopsOutAgain()
+{
+    QVERIFY(m->showPoppedOut());
+    for (int round = 0; round < 2; ++round) {
+        QVERIFY(m->isPoppedOut());
+        QVERIFY(m->pop->windowHandle()->close()); // as the window manager's button does
+        QVERIFY(m->isDocked());
+        QTRY_VERIFY(m->area->isVisible());
+        click(m->button);
+        QVERIFY(m->isPoppedOut());
+        QVERIFY(QTest::qWaitForWindowExposed(m->pop));
+    }
+}
+
+void tst_DispFrames::closingTheWindowInCodeDocksToo()
+{
+    QVERIFY(m->showPoppedOut());
+    QVERIFY(m->pop->close());
+    QVERIFY(m->isDocked());
+}
+
+void tst_DispFrames::viewAndMarkerLinesSurviveTheMove()
+{
+    MarkedLines lines;
+    lines.add("5");
+    m->area->markLines = &lines.set;
+    m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
+    QVERIFY(m->showDocked());
+    QTRY_VERIFY(m->area->hasScale);
+    m->area->cc.setReal(1.0, 2.0, 3.0, 4.0);
+    const QList<DispArea*> surfaces = m->frame->findChildren<DispArea*>();
+    QCOMPARE(surfaces, QList<DispArea*>{m->area});
+    PaintCounter paints(m->area);
+    for (int move = 0; move < 2; ++move) {
+        m->popDock();
+        paints.settle();
+        m->area->repaint();
+        QCOMPARE(paints.count(), 1);
+        QVERIFY(m->area->hasScale);
+        QVERIFY(m->rangeIs(1.0, 2.0, 3.0, 4.0));
+        QCOMPARE(m->area->markLines, &lines.set);
+        QCOMPARE(m->frame->findChildren<DispArea*>(), surfaces); // nothing is copied
+    }
+    QVERIFY(m->isDocked());
+}
+
+void tst_DispFrames::stripMovesWithTheDrawing()
+{
+    m->title->setText("Ref1");
+    QVERIFY(m->showPoppedOut());
+    for (const QWidget* part : QList<QWidget*>{m->strip, m->title, m->xPos, m->button, m->area}) {
+        QCOMPARE(part->window(), m->pop);
+        QTRY_VERIFY(part->isVisible());
+    }
+    QCOMPARE(m->title->text(), "Ref1");
+    m->popDock();
+    for (const QWidget* part : QList<QWidget*>{m->strip, m->title, m->xPos, m->button, m->area}) {
+        QCOMPARE(part->window(), m->frame);
+        QTRY_VERIFY(part->isVisible());
+    }
+}
+
+void tst_DispFrames::mouseWorksInTheWindow()
+{
+    QVERIFY(m->showPoppedOut());
+    m->area->cc.setArea(0.0, 100.0, 100.0, 0.0);
+    m->area->cc.setReal(0.0, 0.0, 1.0, 1.0);
+    press(m->area, {25.0, 50.0});
+    drag(m->area, {75.0, 50.0});
+    release(m->area, {75.0, 50.0});
+    QCOMPARE(m->heard, (QStringList{"mPressed", "mDragging", "mReleased"}));
+    QCOMPARE(m->xPos->text(), "0.75");
+}
+
+void tst_DispFrames::emptiedFrameKeepsItsPlace()
+{
+    QWidget window;
+    window.resize(700, 400);
+    QGridLayout places(&window);
+    QFrame neighbour;
+    places.addWidget(&neighbour, 0, 0);
+    places.addWidget(m->frame, 0, 1);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    m->popDock();
+    QTest::qWait(settled);
+    QVERIFY(m->isPoppedOut());
+    QCOMPARE(places.itemAtPosition(0, 1)->widget(), m->frame);
+    QVERIFY(m->frame->isVisible());
+    QVERIFY(m->frame->width() > 0);
+    m->popDock();
+    QVERIFY(m->isDocked());
+    QCOMPARE(m->area->window(), &window);
+    QTRY_VERIFY(m->area->isVisible());
+}
+
+void tst_DispFrames::frameTakesItsPoppedOutDrawingWithIt()
+{
+    QVERIFY(m->showPoppedOut());
+    const QPointer<PopBase> pop(m->pop);
+    const QPointer<DispArea> area(m->area);
+    m.reset();
+    QVERIFY(!pop);
+    QVERIFY(!area);
+}
+
+// A surface whose own paint asked for another one would never come to rest.
+void tst_DispFrames::idleSurfaceDoesNotPaint()
+{
+    QFETCH(bool, out);
+    QVERIFY(out ? m->showPoppedOut() : m->showDocked());
+    PaintCounter paints(m->area);
+    paints.settle();
+    QCOMPARE(paints.within(idle), 0);
+}
+
+void tst_DispFrames::updateOfTheFramePaintsTheSurfaceOnce()
+{
+    QFETCH(bool, out);
+    QVERIFY(out ? m->showPoppedOut() : m->showDocked());
+    int drawings = 0;
+    PaintCounter paints(m->area);
+    paints.settle();
+    m->client = [&drawings](QStylePainter*) { ++drawings; };
+    m->update();
+    QCOMPARE(paints.count(), 0); // it is asked for, not done
+    QCOMPARE(paints.within(settled), 1);
+    QCOMPARE(paints.within(settled), 1);
+    QCOMPARE(drawings, 1);
+}
+
+void tst_DispFrames::updateOfTheSurfacePaintsItOnce()
+{
+    QFETCH(bool, out);
+    QVERIFY(out ? m->showPoppedOut() : m->showDocked());
+    PaintCounter paints(m->area);
+    paints.settle();
+    m->area->update();
+    QCOMPARE(paints.within(settled), 1);
+    QCOMPARE(paints.within(settled), 1);
+}
+
+void tst_DispFrames::updateOfAHiddenFramePaintsNothing()
+{
+    PaintCounter paints(m->area);
+    m->update();
+    QCOMPARE(paints.within(settled), 0);
+}
+
+void tst_DispFrames::paintOfTheSurfaceRepaintsTheWindowsBackground()
+{
+    QVERIFY(m->showPoppedOut());
+    PaintCounter surface(m->area);
+    PaintCounter window(m->pop);
+    surface.settle();
+    window.settle();
+    m->area->update();
+    QVERIFY(window.within(settled) >= 1);
+    QCOMPARE(surface.count(), 1);
+}
+
+QTEST_MAIN(tst_DispFrames)
+#include "tst_DispFrames.moc"

@@ -1,0 +1,440 @@
+// The frame of a map: its form, its read-outs, and the limits of its colours.
+
+#include "display/DispMBase.h"
+#include "rows/FormChecks.h"
+#include "support/MemberOrder.h"
+#include "support/MouseInput.h"
+#include "support/PaintCounter.h"
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStylePainter>
+#include <QTest>
+
+using namespace tests;
+
+class tst_DispMBase : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void frameIsAsTheFormHasIt();
+    void drawingStandsInRowOneOfTheFrame();
+    void surfaceStandsBelowTheStripAndBesideTheBar();
+    void barStandsBetweenItsLimits();
+    void stripHoldsItsWidgetsFromLeftToRight_data();
+    void stripHoldsItsWidgetsFromLeftToRight();
+    void readOutsAreYellowishAndOnlyOneIsReadOnly_data();
+    void readOutsAreYellowishAndOnlyOneIsReadOnly();
+    void limitsAreNarrowAndRightAligned_data();
+    void limitsAreNarrowAndRightAligned();
+    void buttonIsNarrow();
+    void signalsAndSlotsComeInTheirOrder();
+
+    void readOutFollowsTheMouse();
+    void placeOfTheMouseIsPassedOn();
+    void valueIsLeftToTheClient();
+    void readOutLeavesTheCursorAtTheEnd();
+    void readOutShowsSixDigits();
+
+    void limitIsTakenWhenTypingEnds_data();
+    void limitIsTakenWhenTypingEnds();
+    void limitIsNotTakenWhileTyping();
+    void limitOfWordsIsZero_data();
+    void limitOfWordsIsZero();
+    void limitsAcrossEachOtherAreSwapped_data();
+    void limitsAcrossEachOtherAreSwapped();
+    void limitsLeaveTheTextsAndTheAutomaticScale();
+
+    void newScaleRepaintsTheSurfaceOnce_data();
+    void newScaleRepaintsTheSurfaceOnce();
+    void newLimitRepaintsTheSurface_data() { newScaleRepaintsTheSurfaceOnce_data(); }
+    void newLimitRepaintsTheSurface();
+    void drawIsFollowedByNoTitles();
+
+private:
+    bool show();
+    void type(QLineEdit* edit, const QString& text, bool leave);
+
+    std::unique_ptr<DispMBase> m_frame;
+};
+
+void tst_DispMBase::init()
+{
+    m_frame = std::make_unique<DispMBase>();
+}
+
+// A limit that has the focus is taken when its field is left, which is too late
+// inside the frame's destructor.
+void tst_DispMBase::cleanup()
+{
+    if (QWidget* typedIn = QApplication::focusWidget()) {
+        typedIn->clearFocus();
+    }
+    m_frame.reset();
+}
+
+bool tst_DispMBase::show()
+{
+    m_frame->show();
+    QApplication::setActiveWindow(m_frame.get());
+    return QTest::qWaitForWindowActive(m_frame.get());
+}
+
+/// Types a text in place of the old one, and ends with Return or by going to
+/// another field.
+void tst_DispMBase::type(QLineEdit* edit, const QString& text, bool leave)
+{
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClicks(edit, text);
+    if (leave) {
+        m_frame->Val->setFocus();
+    } else {
+        QTest::keyClick(edit, Qt::Key_Return);
+    }
+}
+
+void tst_DispMBase::frameIsAsTheFormHasIt()
+{
+    QCOMPARE(m_frame->objectName(), "DispMBase");
+    QCOMPARE(m_frame->windowTitle(), "Frame");
+    QCOMPARE(m_frame->size(), QSize(578, 528));
+    QCOMPARE(m_frame->frameShape(), QFrame::StyledPanel);
+    QCOMPARE(m_frame->frameShadow(), QFrame::Raised);
+}
+
+void tst_DispMBase::drawingStandsInRowOneOfTheFrame()
+{
+    const auto* grid = qobject_cast<QGridLayout*>(m_frame->layout());
+    QVERIFY(grid);
+    QCOMPARE(grid->objectName(), "gridLayout");
+    QCOMPARE(grid->contentsMargins(), QMargins(2, 2, 2, 2));
+    QCOMPARE(grid->count(), 1);
+    QVERIFY(grid->itemAtPosition(1, 0));
+    QCOMPARE(grid->itemAtPosition(1, 0)->widget(), m_frame->DispABFrame);
+    QCOMPARE(m_frame->DispABFrame->objectName(), "DispABFrame");
+}
+
+void tst_DispMBase::surfaceStandsBelowTheStripAndBesideTheBar()
+{
+    const auto* grid = qobject_cast<QGridLayout*>(m_frame->DispABFrame->layout());
+    QVERIFY(grid);
+    QCOMPARE(grid->objectName(), "gridLayout_3");
+    QCOMPARE(grid->contentsMargins(), QMargins(0, 0, 0, 0));
+    QCOMPARE(grid->count(), 3);
+    for (const int column : {0, 1, 2, 3}) {
+        QVERIFY(grid->itemAtPosition(0, column));
+        QCOMPARE(grid->itemAtPosition(0, column)->widget(), m_frame->frame);
+    }
+    QVERIFY(!grid->itemAtPosition(0, 4));
+    QCOMPARE(grid->itemAtPosition(1, 0)->widget(), m_frame->DispA);
+    QVERIFY(!grid->itemAtPosition(1, 1));
+    QCOMPARE(grid->itemAtPosition(1, 2)->widget(), m_frame->frame_2);
+    QCOMPARE(m_frame->frame->objectName(), "frame");
+    QCOMPARE(m_frame->frame->frameShape(), QFrame::NoFrame);
+    QCOMPARE(m_frame->frame->frameShadow(), QFrame::Plain);
+    QCOMPARE(m_frame->frame->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
+    QCOMPARE(m_frame->DispA->objectName(), "DispA");
+    QCOMPARE(m_frame->DispA->sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+    QCOMPARE(m_frame->DispA->sizePolicy().verticalPolicy(), QSizePolicy::Expanding);
+}
+
+void tst_DispMBase::barStandsBetweenItsLimits()
+{
+    QCOMPARE(m_frame->frame_2->objectName(), "frame_2");
+    const auto* grid = qobject_cast<QGridLayout*>(m_frame->frame_2->layout());
+    QVERIFY(grid);
+    QCOMPARE(grid->objectName(), "gridLayout_4");
+    QCOMPARE(grid->contentsMargins(), QMargins(1, 1, 1, 1));
+    QCOMPARE(grid->verticalSpacing(), 3);
+    QCOMPARE(grid->count(), 3);
+    QCOMPARE(grid->itemAtPosition(0, 0)->widget(), m_frame->MaxV);
+    QCOMPARE(grid->itemAtPosition(1, 0)->widget(), m_frame->CBar);
+    QCOMPARE(grid->itemAtPosition(2, 0)->widget(), m_frame->MinV);
+    QCOMPARE(m_frame->CBar->objectName(), "CBar");
+    QCOMPARE(m_frame->CBar->minimumWidth(), 30);
+}
+
+void tst_DispMBase::stripHoldsItsWidgetsFromLeftToRight_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QByteArray>("kind");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("Title") << 0 << QByteArray("QLabel") << "TextLabel";
+    QTest::newRow("label") << 1 << QByteArray("QLabel") << "  x:";
+    QTest::newRow("XPos") << 2 << QByteArray("QLineEdit") << "";
+    QTest::newRow("label_2") << 3 << QByteArray("QLabel") << "  y:";
+    QTest::newRow("YPos") << 4 << QByteArray("QLineEdit") << "";
+    QTest::newRow("label_3") << 5 << QByteArray("QLabel") << "  Val:";
+    QTest::newRow("Val") << 6 << QByteArray("QLineEdit") << "";
+    QTest::newRow("PopDockB") << 7 << QByteArray("QPushButton") << "P/D";
+}
+
+void tst_DispMBase::stripHoldsItsWidgetsFromLeftToRight()
+{
+    QFETCH(int, column);
+    QFETCH(QByteArray, kind);
+    QFETCH(QString, text);
+    const auto* grid = qobject_cast<QGridLayout*>(m_frame->frame->layout());
+    QVERIFY(grid);
+    QCOMPARE(grid->objectName(), "gridLayout_2");
+    QCOMPARE(grid->contentsMargins(), QMargins(3, 3, 3, 3));
+    QCOMPARE(grid->count(), 8);
+    const QWidget* widget = ownChild(m_frame->frame, QTest::currentDataTag());
+    QVERIFY(widget);
+    QCOMPARE(gridColumn(widget), column);
+    QCOMPARE(QByteArray(widget->metaObject()->className()), kind);
+    QCOMPARE(textOf(widget), text);
+}
+
+void tst_DispMBase::readOutsAreYellowishAndOnlyOneIsReadOnly_data()
+{
+    QTest::addColumn<bool>("readOnly");
+    QTest::newRow("XPos") << false;
+    QTest::newRow("YPos") << true;
+    QTest::newRow("Val") << false;
+}
+
+void tst_DispMBase::readOutsAreYellowishAndOnlyOneIsReadOnly()
+{
+    QFETCH(bool, readOnly);
+    const auto* edit = m_frame->findChild<QLineEdit*>(QTest::currentDataTag());
+    QVERIFY(edit);
+    QCOMPARE(edit->isReadOnly(), readOnly);
+    QVERIFY(isRightAligned(edit));
+    QCOMPARE(edit->styleSheet(), QString(resultStyle));
+}
+
+void tst_DispMBase::limitsAreNarrowAndRightAligned_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("upper") << "MaxV";
+    QTest::newRow("lower") << "MinV";
+}
+
+void tst_DispMBase::limitsAreNarrowAndRightAligned()
+{
+    QFETCH(QString, name);
+    const auto* edit = m_frame->findChild<QLineEdit*>(name);
+    QVERIFY(edit);
+    QCOMPARE(edit->maximumWidth(), 60);
+    QVERIFY(isRightAligned(edit));
+    QVERIFY(!edit->isReadOnly());
+    QCOMPARE(edit->text(), QString());
+}
+
+void tst_DispMBase::buttonIsNarrow()
+{
+    QCOMPARE(m_frame->PopDockB->maximumWidth(), 50);
+}
+
+void tst_DispMBase::signalsAndSlotsComeInTheirOrder()
+{
+    const QMetaObject& meta = DispMBase::staticMetaObject;
+    QCOMPARE(memberNames(meta, QMetaMethod::Signal),
+             (QStringList{"draw(QStylePainter*)", "nowPos(double,double)", "mPressed(MouseC*)",
+                          "mDragging(MouseC*)", "mReleased(MouseC*)", "mDClicked(MouseC*)"}));
+    QCOMPARE(memberNames(meta, QMetaMethod::Slot).first(6),
+             (QStringList{"receiveNowPos(double,double)", "receiveDraw(QStylePainter*)",
+                          "popDock()", "clearScale()", "newZmax()", "newZmin()"}));
+}
+
+void tst_DispMBase::readOutFollowsTheMouse()
+{
+    QVERIFY(show());
+    m_frame->DispA->cc.setArea(0.0, 200.0, 100.0, 0.0);
+    m_frame->DispA->cc.setReal(0.0, 0.0, 1.0, 1.0);
+    tests::move(m_frame->DispA, {75.0, 150.0});
+    QCOMPARE(m_frame->XPos->text(), "0.75");
+    QCOMPARE(m_frame->YPos->text(), "0.25");
+}
+
+// The client finds the read-outs written when it hears of the place.
+void tst_DispMBase::placeOfTheMouseIsPassedOn()
+{
+    QVERIFY(show());
+    m_frame->DispA->cc.setArea(0.0, 200.0, 100.0, 0.0);
+    m_frame->DispA->cc.setReal(0.0, 0.0, 1.0, 1.0);
+    QStringList shown;
+    connect(m_frame.get(), &DispMBase::nowPos, this,
+            [&] { shown << m_frame->XPos->text() << m_frame->YPos->text(); });
+    const QSignalSpy places(m_frame.get(), &DispMBase::nowPos);
+    tests::move(m_frame->DispA, {75.0, 150.0});
+    press(m_frame->DispA, {75.0, 150.0});
+    drag(m_frame->DispA, {50.0, 100.0});
+    QCOMPARE(places.size(), 2);
+    QCOMPARE(places.at(0), (QVariantList{0.75, 0.25}));
+    QCOMPARE(places.at(1), (QVariantList{0.5, 0.5}));
+    QCOMPARE(shown, (QStringList{"0.75", "0.25", "0.5", "0.5"}));
+}
+
+void tst_DispMBase::valueIsLeftToTheClient()
+{
+    m_frame->Val->setText("client's");
+    m_frame->receiveNowPos(1.0, 2.0);
+    QCOMPARE(m_frame->Val->text(), "client's");
+}
+
+// Unlike the plot's.
+void tst_DispMBase::readOutLeavesTheCursorAtTheEnd()
+{
+    m_frame->receiveNowPos(8333.2469, -1.5);
+    QCOMPARE(m_frame->XPos->cursorPosition(), 7);
+    QCOMPARE(m_frame->YPos->cursorPosition(), 4);
+}
+
+void tst_DispMBase::readOutShowsSixDigits()
+{
+    m_frame->receiveNowPos(8333.2469, 1234567.0);
+    QCOMPARE(m_frame->XPos->text(), "8333.25");
+    QCOMPARE(m_frame->YPos->text(), "1.23457e+06");
+}
+
+void tst_DispMBase::limitIsTakenWhenTypingEnds_data()
+{
+    QTest::addColumn<bool>("leave");
+    QTest::newRow("Return") << false;
+    QTest::newRow("the field is left") << true;
+}
+
+void tst_DispMBase::limitIsTakenWhenTypingEnds()
+{
+    QFETCH(bool, leave);
+    QVERIFY(show());
+    type(m_frame->MaxV, "2.5", leave);
+    QCOMPARE(m_frame->CBar->zmax, 2.5);
+    QCOMPARE(m_frame->CBar->zmin, 0.0);
+    type(m_frame->MinV, "-1e-2", leave);
+    QCOMPARE(m_frame->CBar->zmin, -0.01);
+    QCOMPARE(m_frame->CBar->zmax, 2.5);
+}
+
+void tst_DispMBase::limitIsNotTakenWhileTyping()
+{
+    QVERIFY(show());
+    const QSignalSpy scales(m_frame->CBar, &cBar::newScale);
+    m_frame->MaxV->setFocus();
+    QTest::keyClicks(m_frame->MaxV, "25");
+    QCOMPARE(m_frame->CBar->zmax, 1.0);
+    QCOMPARE(scales.size(), 0);
+    m_frame->MinV->setText("-7"); // as the client does
+    QCOMPARE(m_frame->CBar->zmin, 0.0);
+}
+
+void tst_DispMBase::limitOfWordsIsZero_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("word") << "high";
+    QTest::newRow("comma") << "2,5";
+    QTest::newRow("number with a unit") << "2.5um";
+    QTest::newRow("blank") << " ";
+}
+
+void tst_DispMBase::limitOfWordsIsZero()
+{
+    QFETCH(QString, text);
+    QVERIFY(show());
+    m_frame->CBar->zmin = -2.0;
+    type(m_frame->MaxV, text, false);
+    QCOMPARE(m_frame->CBar->zmax, 0.0);
+    QCOMPARE(m_frame->CBar->zmin, -2.0);
+    type(m_frame->MinV, text, false);
+    QCOMPARE(m_frame->CBar->zmin, 0.0);
+    QCOMPARE(m_frame->CBar->zmax, 0.0);
+}
+
+void tst_DispMBase::limitsAcrossEachOtherAreSwapped_data()
+{
+    QTest::addColumn<bool>("upper"); // of 1 to 3
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("zmin");
+    QTest::addColumn<double>("zmax");
+    QTest::newRow("upper limit below the lower one") << true << "-5" << -5.0 << 1.0;
+    QTest::newRow("upper limit of words") << true << "high" << 0.0 << 1.0;
+    QTest::newRow("upper limit on the lower one") << true << "1" << 1.0 << 1.0;
+    QTest::newRow("lower limit above the upper one") << false << "7" << 3.0 << 7.0;
+    QTest::newRow("lower limit on the upper one") << false << "3" << 3.0 << 3.0;
+}
+
+void tst_DispMBase::limitsAcrossEachOtherAreSwapped()
+{
+    QFETCH(bool, upper);
+    QFETCH(QString, text);
+    m_frame->CBar->zmin = 1.0;
+    m_frame->CBar->zmax = 3.0;
+    QVERIFY(show());
+    type(upper ? m_frame->MaxV : m_frame->MinV, text, false);
+    QTEST(m_frame->CBar->zmin, "zmin");
+    QTEST(m_frame->CBar->zmax, "zmax");
+}
+
+// The client writes them, from what the bar says.
+void tst_DispMBase::limitsLeaveTheTextsAndTheAutomaticScale()
+{
+    QVERIFY(show());
+    type(m_frame->MaxV, "-5", false);
+    QCOMPARE(m_frame->MaxV->text(), "-5");
+    QCOMPARE(m_frame->MinV->text(), QString());
+    QVERIFY(m_frame->CBar->autoScale);
+}
+
+void tst_DispMBase::newScaleRepaintsTheSurfaceOnce_data()
+{
+    QTest::addColumn<bool>("out");
+    QTest::newRow("docked") << false;
+    QTest::newRow("popped out") << true;
+}
+
+void tst_DispMBase::newScaleRepaintsTheSurfaceOnce()
+{
+    QFETCH(bool, out);
+    QVERIFY(show());
+    if (out) {
+        m_frame->popDock();
+        QVERIFY(QTest::qWaitForWindowExposed(m_frame->pop));
+    }
+    PaintCounter paints(m_frame->DispA);
+    paints.settle();
+    m_frame->CBar->setAutoScale(true);
+    QCOMPARE(paints.within(60), 1);
+    QCOMPARE(paints.within(60), 1);
+}
+
+void tst_DispMBase::newLimitRepaintsTheSurface()
+{
+    QFETCH(bool, out);
+    QVERIFY(show());
+    if (out) {
+        m_frame->popDock();
+        QVERIFY(QTest::qWaitForWindowExposed(m_frame->pop));
+    }
+    m_frame->MaxV->setText("4");
+    PaintCounter paints(m_frame->DispA);
+    paints.settle();
+    QTest::keyClick(m_frame->MaxV, Qt::Key_Return);
+    QCOMPARE(m_frame->CBar->zmax, 4.0);
+    QVERIFY(paints.within(60) >= 1);
+}
+
+void tst_DispMBase::drawIsFollowedByNoTitles()
+{
+    connect(m_frame.get(), &DispMBase::draw, this, [this](QStylePainter* p) {
+        p->fillRect(m_frame->DispA->rect(), Qt::white);
+        m_frame->DispA->cc.computeArea();
+    });
+    const QImage image = m_frame->DispA->grab().toImage();
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            QCOMPARE(image.pixelColor(x, y), QColor(Qt::white));
+        }
+    }
+}
+
+QTEST_MAIN(tst_DispMBase)
+#include "tst_DispMBase.moc"
