@@ -258,6 +258,7 @@ void tst_DispArea::placeIsThatOfTheNearestPixel()
 {
     const QSignalSpy places(m_area.get(), &DispArea::nowPos);
     tests::move(m_area.get(), {139.5, 170.25});
+    QCOMPARE(places.size(), 1);
     QCOMPARE(places.at(0), (QVariantList{100.0, 100.0}));
 }
 

@@ -497,6 +497,8 @@ void tst_DispFrames::paintOfTheSurfaceRepaintsTheWindowsBackground()
     window.settle();
     m->area->update();
     QVERIFY(window.within(settled) >= 1);
+    QVERIFY(window.region().contains(m->pop->rect().topLeft()));
+    QVERIFY(window.region().contains(m->pop->rect().bottomRight()));
     QCOMPARE(surface.count(), 1);
 }
 

@@ -132,6 +132,8 @@ void tst_PopBase::updateLeavesTheContentAlone()
     content.settle();
     home.pop.update();
     QCOMPARE(window.within(settled), 1);
+    QVERIFY(window.region().contains(home.pop.rect().topLeft()));
+    QVERIFY(!window.region().contains(home.content.geometry().center()));
     QCOMPARE(content.count(), 0);
 }
 

@@ -3,6 +3,8 @@
 
 #include <QEvent>
 #include <QObject>
+#include <QPaintEvent>
+#include <QRegion>
 #include <QTest>
 #include <QWidget>
 
@@ -20,6 +22,7 @@ public:
     {
         QTest::qWait(60);
         m_count = 0;
+        m_region = {};
     }
 
     /// The paints since settle().
@@ -32,15 +35,22 @@ public:
         return m_count;
     }
 
+    /// What they painted, all together.
+    const QRegion& region() const { return m_region; }
+
 protected:
     bool eventFilter(QObject*, QEvent* event) override
     {
-        m_count += event->type() == QEvent::Paint;
+        if (event->type() == QEvent::Paint) {
+            ++m_count;
+            m_region += static_cast<QPaintEvent*>(event)->region();
+        }
         return false;
     }
 
 private:
     int m_count = 0;
+    QRegion m_region;
 };
 
 } // namespace tests
