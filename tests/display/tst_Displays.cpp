@@ -1,0 +1,572 @@
+// The graph window: its eleven plots, what it says of them, and their repaints.
+
+#include "display/Displays.h"
+#include "support/MemberOrder.h"
+#include "support/MouseInput.h"
+#include "support/SurfacePaints.h"
+
+#include <QPointer>
+#include <QSignalSpy>
+#include <QStylePainter>
+#include <QTest>
+#include <QTranslator>
+
+using namespace tests;
+
+namespace
+{
+
+struct Place {
+    int row = -1;
+    int column = -1;
+    int rowSpan = -1;
+    int columnSpan = -1;
+
+    bool operator==(const Place&) const = default;
+};
+
+Place placeOf(const Displays& graphs, QWidget* plot)
+{
+    Place place;
+    const int index = graphs.DispL->indexOf(plot);
+    if (index >= 0) {
+        graphs.DispL->getItemPosition(index, &place.row, &place.column, &place.rowSpan,
+                                      &place.columnSpan);
+    }
+    return place;
+}
+
+Displays::DispId idAt(int value)
+{
+    return static_cast<Displays::DispId>(value);
+}
+
+/// What one of the three mouse signals said.
+struct Told {
+    QString signal;
+    DispABase* plot = nullptr;
+    MouseC* mouse = nullptr;
+
+    bool operator==(const Told&) const = default;
+};
+
+/// Keeps what the mouse signals of a window say.
+class Listener : public QObject
+{
+public:
+    explicit Listener(Displays& graphs)
+    {
+        connect(&graphs, &Displays::mPressed, this, [this](DispABase* plot, MouseC* m) {
+            told.append({QStringLiteral("pressed"), plot, m});
+        });
+        connect(&graphs, &Displays::mDragging, this, [this](DispABase* plot, MouseC* m) {
+            told.append({QStringLiteral("dragging"), plot, m});
+        });
+        connect(&graphs, &Displays::mReleased, this, [this](DispABase* plot, MouseC* m) {
+            told.append({QStringLiteral("released"), plot, m});
+        });
+    }
+
+    QList<Told> told;
+};
+
+/// Has a word for all that is asked for in one context, but for
+/// the title of the comparison.
+class TitleTranslator : public QTranslator
+{
+public:
+    QString translate(const char* context, const char* source, const char*, int) const override
+    {
+        const QString text = QString::fromUtf8(source);
+        const bool known = QLatin1String(context) == QLatin1String("Displays") &&
+                           text != QLatin1String("LCF vs MPS");
+        return known ? QLatin1Char('<') + text + QLatin1Char('>') : QString();
+    }
+    bool isEmpty() const override { return false; }
+};
+
+bool showAndSettle(QWidget& window)
+{
+    window.show();
+    return QTest::qWaitForWindowExposed(&window);
+}
+
+} // namespace
+
+class tst_Displays : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void windowIsAsItsFormSays();
+    void signalsAndSlotsStandInOrder();
+
+    void plotStandsInItsPlaceUnderItsName_data();
+    void plotStandsInItsPlaceUnderItsName();
+    void elevenPlotsAreListedInTheOrderOfTheirValues();
+    void plotOutsideTheGridStaysAHiddenWindow();
+    void axisTitlesGoIntoThePlotsAndNotIntoTheirStrips();
+    void titlesAreTranslatedButForTheComparison();
+    void frameOfAnUnlistedValueIsNull();
+
+    void addedPlotTakesTheGivenPlaceAndSpans();
+    void negativeColumnOrRowKeepsOutOfTheGrid_data();
+    void negativeColumnOrRowKeepsOutOfTheGrid();
+    void firstOfTwoPlotsUnderOneValueIsFound();
+    void plotListedTwiceIsToldUnderBothValues();
+
+    void drawNamesThePlot_data();
+    void drawNamesThePlot();
+    void drawArrivesWithinThePaint();
+    void mouseSignalsNameThePlot_data();
+    void mouseSignalsNameThePlot();
+    void rightPressIsNotToldButItsReleaseIs();
+    void doubleClickIsNotTold();
+
+    void doubleClickResetsTheRangeOfThatPlotOnly();
+    void clearedScaleWaitsForTheNextPaint();
+
+    void updatePaintsEveryPlotOnce();
+    void updatesInARowPaintOnce();
+    void updatePaintsAPoppedOutPlotOnce();
+    void updateReachesAPoppedOutPlotWhileTheWindowIsHidden();
+    void updateReachesThePlotOutsideTheGridWhenItIsPoppedOut();
+    void updateOfAHiddenWindowPaintsNothing();
+    void nothingIsPaintedWithoutReason();
+
+    void closingHidesTheWindowAndItOpensAgain();
+    void plotsLiveAsLongAsTheWindow();
+};
+
+void tst_Displays::windowIsAsItsFormSays()
+{
+    const Displays graphs;
+    QCOMPARE(graphs.objectName(), QStringLiteral("Displays"));
+    QCOMPARE(graphs.windowTitle(), QStringLiteral("Frame"));
+    QCOMPARE(graphs.size(), QSize(850, 853));
+    QCOMPARE(graphs.frameShape(), QFrame::StyledPanel);
+    QCOMPARE(graphs.frameShadow(), QFrame::Raised);
+    QVERIFY(graphs.isWindow());
+    QVERIFY(graphs.isHidden());
+    QVERIFY(!graphs.parent());
+    QCOMPARE(graphs.layout(), static_cast<QLayout*>(graphs.gridLayout));
+    QCOMPARE(graphs.gridLayout->contentsMargins(), QMargins(2, 2, 2, 2));
+    QCOMPARE(graphs.gridLayout->horizontalSpacing(), 2);
+    QCOMPARE(graphs.gridLayout->verticalSpacing(), 2);
+    QCOMPARE(graphs.gridLayout->itemAtPosition(0, 0)->layout(),
+             static_cast<QLayout*>(graphs.DispL));
+    QCOMPARE(graphs.DispL->horizontalSpacing(), 2);
+    QCOMPARE(graphs.DispL->verticalSpacing(), 2);
+}
+
+void tst_Displays::signalsAndSlotsStandInOrder()
+{
+    const QStringList wantedSignals{
+        QStringLiteral("draw(Displays::DispId,DispABase*,QStylePainter*)"),
+        QStringLiteral("mPressed(DispABase*,MouseC*)"),
+        QStringLiteral("mDragging(DispABase*,MouseC*)"),
+        QStringLiteral("mReleased(DispABase*,MouseC*)")};
+    QCOMPARE(memberNames(Displays::staticMetaObject, QMetaMethod::Signal), wantedSignals);
+    const QStringList wantedSlots{
+        QStringLiteral("receiveDraw(QStylePainter*)"), QStringLiteral("receiveMPressed(MouseC*)"),
+        QStringLiteral("receiveMDragging(MouseC*)"), QStringLiteral("receiveMReleased(MouseC*)")};
+    QCOMPARE(memberNames(Displays::staticMetaObject, QMetaMethod::Slot).first(4), wantedSlots);
+}
+
+void tst_Displays::plotStandsInItsPlaceUnderItsName_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("columnSpan");
+    const auto plot = [](const char* name, int id, int value, const char* title, int column,
+                         int row, int columnSpan) {
+        QTest::newRow(name) << id << value << QString::fromLatin1(title) << column << row
+                            << columnSpan;
+    };
+    plot("DRef1", Displays::DRef1, 0, "Ref1", 0, 0, 1);
+    plot("DRef2", Displays::DRef2, 1, "Ref2", 1, 0, 1);
+    plot("DRef3", Displays::DRef3, 2, "Ref3", 2, 0, 1);
+    plot("DRef4", Displays::DRef4, 3, "Ref4", 3, 0, 1);
+    plot("DTarget", Displays::DTarget, 4, "Target", 0, 1, 1);
+    plot("DMuts", Displays::DMuts, 5, "Muts", 1, 1, 2);
+    plot("DLCFvs4PS", Displays::DLCFvs4PS, 6, "LCF vs MPS", 3, 1, 1);
+    plot("DHistA", Displays::DHistA, 7, "Histgram of a", 0, 2, 1);
+    plot("DHistDMut", Displays::DHistDMut, 8, "Histgram of dMut", 1, 2, 1);
+    plot("DDMutVsA", Displays::DDMutVsA, 9, "dMut/v or a", 2, 2, 1);
+}
+
+void tst_Displays::plotStandsInItsPlaceUnderItsName()
+{
+    QFETCH(int, id);
+    QFETCH(QString, title);
+    QFETCH(int, column);
+    QFETCH(int, row);
+    QFETCH(int, columnSpan);
+    QTEST(id, "value");
+    const Displays graphs;
+    DispABase* plot = graphs.frame(idAt(id));
+    QVERIFY(plot);
+    QCOMPARE(plot->objectName(), QLatin1String(QTest::currentDataTag()));
+    QCOMPARE(plot->Title->text(), title);
+    QVERIFY(placeOf(graphs, plot) == (Place{row, column, 1, columnSpan}));
+    QCOMPARE(plot->parent(), &graphs);
+}
+
+void tst_Displays::elevenPlotsAreListedInTheOrderOfTheirValues()
+{
+    const Displays graphs;
+    QCOMPARE(graphs.disps.size(), 11);
+    QCOMPARE(graphs.ids.size(), 11);
+    for (int i = 0; i < 11; ++i) {
+        QCOMPARE(static_cast<int>(graphs.ids.at(i)), i);
+        QCOMPARE(graphs.frame(idAt(i)), graphs.disps.at(i));
+    }
+    QCOMPARE(graphs.DispL->count(), 10);
+}
+
+void tst_Displays::plotOutsideTheGridStaysAHiddenWindow()
+{
+    Displays graphs;
+    DispABase* plane = graphs.frame(Displays::DM2M3);
+    QCOMPARE(static_cast<int>(Displays::DM2M3), 10);
+    QVERIFY(plane);
+    QCOMPARE(plane->objectName(), QStringLiteral("DM2M3"));
+    QCOMPARE(plane->Title->text(), QStringLiteral("M2/M3"));
+    QVERIFY(!plane->parent());
+    QVERIFY(plane->isWindow());
+    QVERIFY(showAndSettle(graphs));
+    QCOMPARE(graphs.DispL->indexOf(plane), -1);
+    QVERIFY(!plane->isVisible());
+    QVERIFY(graphs.frame(Displays::DHistA)->isVisible());
+}
+
+void tst_Displays::axisTitlesGoIntoThePlotsAndNotIntoTheirStrips()
+{
+    const Displays graphs;
+    for (DispABase* plot : graphs.disps) {
+        QVERIFY2(plot->xTitleInArea && plot->yTitleInArea, qPrintable(plot->objectName()));
+        plot->setXYTitle(QStringLiteral("Eng."), QStringLiteral("mut"));
+        QCOMPARE(plot->XTitle->text(), QString());
+        QCOMPARE(plot->YTitle->text(), QString());
+    }
+}
+
+void tst_Displays::titlesAreTranslatedButForTheComparison()
+{
+    TitleTranslator translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    const Displays graphs;
+    QCOMPARE(graphs.frame(Displays::DRef1)->Title->text(), QStringLiteral("<Ref1>"));
+    QCOMPARE(graphs.frame(Displays::DM2M3)->Title->text(), QStringLiteral("<M2/M3>"));
+    // A table has its word under another text, which is not asked for.
+    QCOMPARE(graphs.frame(Displays::DLCFvs4PS)->Title->text(), QStringLiteral("LCF vs MPS"));
+}
+
+void tst_Displays::frameOfAnUnlistedValueIsNull()
+{
+    const Displays graphs;
+    QVERIFY(!graphs.frame(idAt(11)));
+    QVERIFY(!graphs.frame(idAt(15)));
+}
+
+void tst_Displays::addedPlotTakesTheGivenPlaceAndSpans()
+{
+    Displays graphs;
+    auto* plot = new DispABase;
+    graphs.addDisp(plot, QStringLiteral("More"), idAt(11), 5, 7, 2, 3);
+    QVERIFY(placeOf(graphs, plot) == (Place{7, 5, 3, 2}));
+    QCOMPARE(plot->Title->text(), QStringLiteral("More"));
+    QVERIFY(plot->xTitleInArea && plot->yTitleInArea);
+    QCOMPARE(graphs.frame(idAt(11)), plot);
+    QCOMPARE(graphs.disps.last(), plot);
+    QCOMPARE(graphs.ids.last(), idAt(11));
+}
+
+void tst_Displays::negativeColumnOrRowKeepsOutOfTheGrid_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<int>("row");
+    QTest::newRow("column") << -1 << 3;
+    QTest::newRow("row") << 3 << -1;
+    QTest::newRow("both") << -1 << -1;
+}
+
+void tst_Displays::negativeColumnOrRowKeepsOutOfTheGrid()
+{
+    QFETCH(int, column);
+    QFETCH(int, row);
+    Displays graphs;
+    auto* plot = new DispABase;
+    graphs.addDisp(plot, QStringLiteral("More"), idAt(11), column, row, 1, 1);
+    QCOMPARE(graphs.DispL->indexOf(plot), -1);
+    QVERIFY(!plot->parent());
+    QCOMPARE(graphs.frame(idAt(11)), plot);
+}
+
+void tst_Displays::firstOfTwoPlotsUnderOneValueIsFound()
+{
+    Displays graphs;
+    auto* first = new DispABase;
+    auto* second = new DispABase;
+    graphs.addDisp(first, QStringLiteral("A"), idAt(11), 0, 4, 1, 1);
+    graphs.addDisp(second, QStringLiteral("B"), idAt(11), 1, 4, 1, 1);
+    QCOMPARE(graphs.frame(idAt(11)), first);
+}
+
+void tst_Displays::plotListedTwiceIsToldUnderBothValues()
+{
+    Displays graphs;
+    auto* plot = new DispABase;
+    graphs.disps.append(plot);
+    graphs.ids.append(idAt(12));
+    graphs.addDisp(plot, QStringLiteral("More"), idAt(11), 0, 4, 1, 1);
+    QList<int> drawn;
+    connect(&graphs, &Displays::draw, this,
+            [&drawn](Displays::DispId id) { drawn.append(static_cast<int>(id)); });
+    plot->DispA->grab();
+    QCOMPARE(drawn, (QList<int>{12, 11}));
+}
+
+void tst_Displays::drawNamesThePlot_data()
+{
+    QTest::addColumn<int>("id");
+    for (int id = Displays::DRef1; id <= Displays::DM2M3; ++id) {
+        QTest::addRow("%d", id) << id;
+    }
+}
+
+void tst_Displays::drawNamesThePlot()
+{
+    QFETCH(int, id);
+    Displays graphs;
+    DispABase* plot = graphs.frame(idAt(id));
+    int draws = 0;
+    connect(&graphs, &Displays::draw, this,
+            [&](Displays::DispId from, DispABase* frame, QStylePainter* p) {
+                ++draws;
+                QCOMPARE(static_cast<int>(from), id);
+                QCOMPARE(frame, plot);
+                QVERIFY(p->isActive());
+            });
+    plot->DispA->grab();
+    QCOMPARE(draws, 1);
+}
+
+void tst_Displays::drawArrivesWithinThePaint()
+{
+    Displays graphs;
+    DispABase* plot = graphs.frame(Displays::DHistA);
+    plot->DispA->setFixedSize(100, 80);
+    connect(&graphs, &Displays::draw, this,
+            [](Displays::DispId, DispABase* frame, QStylePainter* p) {
+                p->fillRect(frame->DispA->rect(), QColor(10, 20, 30));
+                frame->DispA->cc.drawn = false;
+            });
+    const QImage image = plot->DispA->grab().toImage();
+    QCOMPARE(image.pixelColor(99, 79), QColor(10, 20, 30));
+    QCOMPARE(image.pixelColor(50, 40), QColor(10, 20, 30));
+}
+
+void tst_Displays::mouseSignalsNameThePlot_data()
+{
+    drawNamesThePlot_data();
+}
+
+void tst_Displays::mouseSignalsNameThePlot()
+{
+    QFETCH(int, id);
+    Displays graphs;
+    DispABase* plot = graphs.frame(idAt(id));
+    const Listener listener(graphs);
+    press(plot->DispA, {30, 20});
+    drag(plot->DispA, {40, 20});
+    release(plot->DispA, {40, 20});
+    MouseC* mouse = &plot->DispA->mouse;
+    QVERIFY(listener.told == (QList<Told>{{QStringLiteral("pressed"), plot, mouse},
+                                          {QStringLiteral("dragging"), plot, mouse},
+                                          {QStringLiteral("released"), plot, mouse}}));
+}
+
+void tst_Displays::rightPressIsNotToldButItsReleaseIs()
+{
+    Displays graphs;
+    DispABase* plot = graphs.frame(Displays::DMuts);
+    const Listener listener(graphs);
+    press(plot->DispA, {30, 20}, Qt::RightButton);
+    move(plot->DispA, {40, 20}, Qt::RightButton);
+    QVERIFY(listener.told.isEmpty());
+    release(plot->DispA, {40, 20}, Qt::RightButton);
+    QVERIFY(listener.told ==
+            (QList<Told>{{QStringLiteral("released"), plot, &plot->DispA->mouse}}));
+}
+
+void tst_Displays::doubleClickIsNotTold()
+{
+    Displays graphs;
+    DispABase* plot = graphs.frame(Displays::DMuts);
+    const Listener listener(graphs);
+    const QSignalSpy ofThePlot(plot, &DispABase::mDClicked);
+    doubleClick(plot->DispA, {30, 20});
+    QCOMPARE(ofThePlot.size(), 1);
+    QVERIFY(listener.told.isEmpty());
+}
+
+void tst_Displays::doubleClickResetsTheRangeOfThatPlotOnly()
+{
+    Displays graphs;
+    QVERIFY(showAndSettle(graphs));
+    for (DispABase* plot : std::as_const(graphs.disps)) {
+        plot->setRealCoord(1.0, 2.0, 3.0, 4.0);
+    }
+    SurfacePaints paints(graphs);
+    DispABase* clicked = graphs.frame(Displays::DHistDMut);
+    doubleClick(clicked->DispA, {30, 20});
+    for (const DispABase* plot : std::as_const(graphs.disps)) {
+        QCOMPARE(plot->DispA->hasScale, plot != clicked);
+        QCOMPARE(plot->DispA->cc.realX1, 3.0);
+    }
+    QList<int> wanted(11, 0);
+    wanted[Displays::DHistDMut] = 1;
+    QCOMPARE(paints.counts(), wanted);
+    // Nobody draws here, so the paint leaves the range of an empty plot.
+    QCOMPARE(clicked->DispA->cc.realX1, 1.0);
+    QCOMPARE(graphs.frame(Displays::DHistA)->DispA->cc.realX1, 3.0);
+}
+
+void tst_Displays::clearedScaleWaitsForTheNextPaint()
+{
+    Displays graphs;
+    QVERIFY(showAndSettle(graphs));
+    DispABase* plot = graphs.frame(Displays::DMuts);
+    plot->setRealCoord(1.0, 2.0, 3.0, 4.0);
+    SurfacePaints paints(graphs);
+    plot->clearScale();
+    QCOMPARE(paints.counts(), inTheGrid(0));
+    QCOMPARE(plot->DispA->cc.realY1, 4.0);
+    graphs.update();
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(plot->DispA->cc.realY1, 1.0);
+}
+
+void tst_Displays::updatePaintsEveryPlotOnce()
+{
+    Displays graphs;
+    QVERIFY(showAndSettle(graphs));
+    SurfacePaints paints(graphs);
+    graphs.update();
+    QCOMPARE(paints.counts(), inTheGrid(1));
+}
+
+void tst_Displays::updatesInARowPaintOnce()
+{
+    Displays graphs;
+    QVERIFY(showAndSettle(graphs));
+    SurfacePaints paints(graphs);
+    for (int i = 0; i < 5; ++i) {
+        graphs.update();
+    }
+    QCOMPARE(paints.counts(), inTheGrid(1));
+}
+
+void tst_Displays::updatePaintsAPoppedOutPlotOnce()
+{
+    Displays graphs;
+    QVERIFY(showAndSettle(graphs));
+    DispABase* plot = graphs.frame(Displays::DTarget);
+    plot->popDock();
+    QVERIFY(QTest::qWaitForWindowExposed(plot->pop));
+    SurfacePaints paints(graphs);
+    graphs.update();
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    plot->popDock();
+    paints.restart();
+    graphs.update();
+    QCOMPARE(paints.counts(), inTheGrid(1));
+}
+
+void tst_Displays::updateReachesAPoppedOutPlotWhileTheWindowIsHidden()
+{
+    Displays graphs;
+    DispABase* plot = graphs.frame(Displays::DTarget);
+    plot->popDock();
+    QVERIFY(QTest::qWaitForWindowExposed(plot->pop));
+    QVERIFY(!graphs.isVisible());
+    SurfacePaints paints(graphs);
+    graphs.update();
+    QList<int> wanted(11, 0);
+    wanted[Displays::DTarget] = 1;
+    QCOMPARE(paints.counts(), wanted);
+}
+
+void tst_Displays::updateReachesThePlotOutsideTheGridWhenItIsPoppedOut()
+{
+    Displays graphs;
+    QVERIFY(showAndSettle(graphs));
+    DispABase* plane = graphs.frame(Displays::DM2M3);
+    plane->popDock();
+    QVERIFY(QTest::qWaitForWindowExposed(plane->pop));
+    SurfacePaints paints(graphs);
+    graphs.update();
+    QCOMPARE(paints.counts(), QList<int>(11, 1));
+}
+
+void tst_Displays::updateOfAHiddenWindowPaintsNothing()
+{
+    Displays graphs;
+    SurfacePaints paints(graphs);
+    graphs.update();
+    QCOMPARE(paints.counts(), QList<int>(11, 0));
+    QVERIFY(showAndSettle(graphs));
+    graphs.hide();
+    paints.restart();
+    graphs.update();
+    QCOMPARE(paints.counts(), QList<int>(11, 0));
+}
+
+void tst_Displays::nothingIsPaintedWithoutReason()
+{
+    Displays graphs;
+    QVERIFY(showAndSettle(graphs));
+    DispABase* plot = graphs.frame(Displays::DRef1);
+    plot->popDock();
+    QVERIFY(QTest::qWaitForWindowExposed(plot->pop));
+    SurfacePaints paints(graphs);
+    graphs.update(); // a paint must not ask for the next one
+    paints.restart();
+    QTest::qWait(200);
+    QCOMPARE(paints.counts(), inTheGrid(0));
+}
+
+void tst_Displays::closingHidesTheWindowAndItOpensAgain()
+{
+    Displays graphs;
+    QVERIFY(showAndSettle(graphs));
+    QVERIFY(graphs.close());
+    QTest::qWait(10);
+    QVERIFY(!graphs.isVisible());
+    QVERIFY(!graphs.testAttribute(Qt::WA_DeleteOnClose));
+    QCOMPARE(graphs.disps.size(), 11);
+    QVERIFY(showAndSettle(graphs));
+    SurfacePaints paints(graphs);
+    graphs.update();
+    QCOMPARE(paints.counts(), inTheGrid(1));
+}
+
+void tst_Displays::plotsLiveAsLongAsTheWindow()
+{
+    QList<QPointer<DispABase>> plots;
+    {
+        const Displays graphs;
+        plots = QList<QPointer<DispABase>>(graphs.disps.cbegin(), graphs.disps.cend());
+        QVERIFY(!plots.contains(nullptr));
+    }
+    for (const QPointer<DispABase>& plot : std::as_const(plots)) {
+        QVERIFY(plot.isNull());
+    }
+}
+
+QTEST_MAIN(tst_Displays)
+#include "tst_Displays.moc"

@@ -1,0 +1,68 @@
+// How often each plot of a graph window is painted.
+#pragma once
+
+#include "display/Displays.h"
+
+#include <QEvent>
+#include <QList>
+#include <QObject>
+#include <QTest>
+
+namespace tests
+{
+
+/// Counts the paint events of every surface, in the order of the plots.
+class SurfacePaints : public QObject
+{
+public:
+    explicit SurfacePaints(const Displays& graphs)
+    {
+        for (const DispABase* plot : graphs.disps) {
+            m_surfaces.append(plot->DispA);
+            plot->DispA->installEventFilter(this);
+        }
+        restart();
+    }
+
+    /// Lets what is still under way arrive, then counts from 0.
+    void restart()
+    {
+        arrive();
+        m_counts = QList<int>(m_surfaces.size(), 0);
+    }
+
+    /// The paints since restart(), what is still under way included.
+    QList<int> counts()
+    {
+        arrive();
+        return m_counts;
+    }
+
+protected:
+    bool eventFilter(QObject* surface, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            ++m_counts[m_surfaces.indexOf(surface)];
+        }
+        return false;
+    }
+
+private:
+    static void arrive()
+    {
+        constexpr int enoughForAPaint = 30; // ms
+        QTest::qWait(enoughForAPaint);
+    }
+
+    QList<QObject*> m_surfaces;
+    QList<int> m_counts;
+};
+
+/// What counts() says when the ten plots in the grid were painted @p times each
+/// and the one outside of it never.
+inline QList<int> inTheGrid(int times)
+{
+    return QList<int>(10, times) + QList<int>{0};
+}
+
+} // namespace tests
