@@ -1,0 +1,914 @@
+// How a spectrum row draws itself in its frame.
+
+#include "display/Displays.h"
+#include "rows/AXafsFileSelect.h"
+#include "rows/DialogSettings.h"
+#include "support/MouseInput.h"
+#include "support/TestFiles.h"
+
+#include <QStylePainter>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+
+using namespace tests;
+
+namespace
+{
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+const QColor limitColor(255, 200, 200);
+const QColor edgeColor(255, 0, 0);
+const QColor preColor(0, 200, 0);
+const QColor postColor(0, 0, 200);
+const QColor outlineColor(150, 150, 150);
+
+// On a surface of 387 by 257 pixels the margins are 38 and 19 pixels wide (0.1
+// and 0.05 of 387, cut) and 25 and 12 high. The plot area goes from column 38 to
+// 368 and from row 232 up to 12: 330 by 220 pixels.
+//
+// A spectrum that spans 300 eV and 2 in mut has a range of 330 eV and 2.2, so
+// that a pixel is 1 eV wide and 0.01 high:
+//     column = 53 + (energy - lowest energy)
+//     row = 222 - 100 * (mut - lowest mut)
+const QSize evenSize(387, 257);
+const QRect evenOutline(38, 12, 330, 220);
+
+// A size at which nothing of this comes out even.
+const QSize oddSize(401, 307);
+
+/// Gives the row these points; the extremes as a reader would find them.
+void setPoints(AMutE& spectrum, const QList<QPointF>& energyAndMut)
+{
+    spectrum.points.clear();
+    spectrum.minEnergy = spectrum.minMut = 1e300;
+    spectrum.maxEnergy = spectrum.maxMut = -1e300;
+    for (const QPointF& point : energyAndMut) {
+        spectrum.points.append({0.0, point.x(), point.y()});
+        spectrum.minEnergy = std::fmin(spectrum.minEnergy, point.x());
+        spectrum.maxEnergy = std::fmax(spectrum.maxEnergy, point.x());
+        spectrum.minMut = std::fmin(spectrum.minMut, point.y());
+        spectrum.maxMut = std::fmax(spectrum.maxMut, point.y());
+    }
+    spectrum.valid = true;
+}
+
+/// A flat line at a level.
+VictoreenLine level(double value)
+{
+    return {value, 0.0, 0.0};
+}
+
+/// 8000 to 8300 eV, mut 1 to 3; the middle part rises by a pixel a column. The
+/// background lines lie at 1.155 and 2.855, which is a jump of 1.7, the limits
+/// at 8050.5 and 8180.5 and the edge at 8150.5: all to the left of the text.
+void setStep(AMutE& spectrum)
+{
+    setPoints(spectrum, {{8000, 1}, {8100.5, 1.505}, {8200.5, 2.505}, {8300, 3}});
+    spectrum.preEdgeEnd = 8050.5;
+    spectrum.edgeEnergy = 8150.5;
+    spectrum.postEdgeStart = 8180.5;
+    spectrum.preLine = level(1.155);
+    spectrum.postLine = level(2.855);
+}
+
+/// The same with the limits and the edge out of sight.
+void setBareStep(AMutE& spectrum)
+{
+    setStep(spectrum);
+    spectrum.preEdgeEnd = spectrum.edgeEnergy = spectrum.postEdgeStart = 9000.0;
+}
+
+/// A row in a frame whose surface has a chosen size.
+struct Plot {
+    explicit Plot(const QSize& size = evenSize)
+    {
+        frame.xTitleInArea = true;
+        frame.yTitleInArea = true;
+        frame.DispA->setFixedSize(size);
+        row.attach(&frame);
+    }
+
+    AMutE& spectrum() { return row; }
+    ChCoord& cc() { return frame.DispA->cc; }
+
+    /// What the surface shows now.
+    QImage paint() { return frame.DispA->grab().toImage(); }
+
+    /// Chooses the range, as a zoom would.
+    void setRange(double x0, double y0, double x1, double y1)
+    {
+        cc().setReal(x0, y0, x1, y1);
+        frame.DispA->hasScale = true;
+    }
+
+    DispABase frame;
+    AXafsFileSelect row;
+};
+
+/// A frame that says how many slots hear a signal of it.
+class CountingFrame : public DispABase
+{
+public:
+    int hearers(const char* signal) const { return receivers(signal); }
+};
+
+/// The picture by plain means: one call for each line and text, all by hand.
+class PlainPicture : public QWidget
+{
+public:
+    PlainPicture(const QSize& size, const AMutE& drawn)
+        : spectrum(drawn)
+    {
+        setFixedSize(size);
+        left = size.width() / 10;
+        right = size.width() - size.width() / 20;
+        bottom = size.height() - size.height() / 10;
+        top = size.height() / 20;
+        marginX = 0.05 * (spectrum.maxEnergy - spectrum.minEnergy);
+        marginY = 0.05 * (spectrum.maxMut - spectrum.minMut);
+        range = QRectF(QPointF(spectrum.minEnergy - marginX, spectrum.minMut - marginY),
+                       QPointF(spectrum.maxEnergy + marginX, spectrum.maxMut + marginY));
+    }
+
+    QPoint place(double energyEv, double mut) const
+    {
+        return {static_cast<int>(left + (right - left) * (energyEv - range.left()) / range.width()),
+                static_cast<int>(bottom - (bottom - top) * (mut - range.top()) / range.height())};
+    }
+
+    /// The text of @p words fitted to the place of the edge jump: three margins
+    /// wide, at the right end of the plot area, a row of text below its top.
+    void drawJump(QStylePainter* p, const QString& words) const
+    {
+        p->setPen(Qt::black);
+        DrawText().drawText(p, jumpBox(), QFont(), Qt::AlignLeft | Qt::AlignVCenter, 1, words,
+                            -1.0);
+    }
+
+    QRect jumpBox() const
+    {
+        return {right - 3 * left, top + static_cast<int>(rowHeight() * 0.15), 3 * left,
+                textHeight()};
+    }
+
+    /// The pixels that one row of text has, and those that the text fills.
+    int rowHeight() const { return (bottom - top) / 20; }
+    int textHeight() const { return static_cast<int>(rowHeight() * 0.85); }
+
+    const AMutE& spectrum;
+    QRectF range; ///< x in eV, y in mut, its "top" the lowest mut
+    double marginX = 0.0;
+    double marginY = 0.0;
+    int left = 0;
+    int right = 0;
+    int bottom = 0;
+    int top = 0;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QStylePainter p(this);
+        p.fillRect(rect(), Qt::white);
+        drawVerticals(&p);
+        drawCurve(&p, Qt::black, [](const MutPoint& point, double) { return point.mut; });
+        drawCurve(&p, preColor, [this](const MutPoint&, double e) { return spectrum.preValue(e); });
+        drawCurve(&p, postColor,
+                  [this](const MutPoint&, double e) { return spectrum.postValue(e); });
+        drawMargins(&p);
+        drawLabels(&p);
+        const double jump =
+            spectrum.postValue(spectrum.edgeEnergy) - spectrum.preValue(spectrum.edgeEnergy);
+        drawJump(&p, QStringLiteral("Edge Jump : ") + QString::number(jump));
+        drawTitles(&p);
+    }
+
+private:
+    void drawVerticals(QStylePainter* p) const
+    {
+        const QList<std::pair<double, QColor>> verticals{{spectrum.preEdgeEnd, limitColor},
+                                                         {spectrum.postEdgeStart, limitColor},
+                                                         {spectrum.edgeEnergy, edgeColor}};
+        for (const auto& [energyEv, color] : verticals) {
+            p->setPen(color);
+            p->drawLine(place(energyEv, spectrum.minMut - marginY),
+                        place(energyEv, spectrum.maxMut + marginY));
+        }
+    }
+
+    template <typename Value>
+    void drawCurve(QStylePainter* p, const QColor& color, Value value) const
+    {
+        p->setPen(color);
+        for (qsizetype i = 1; i < spectrum.points.size(); ++i) {
+            const MutPoint& from = spectrum.points.at(i - 1);
+            const MutPoint& to = spectrum.points.at(i);
+            const double fromE = from.energy - spectrum.dE;
+            const double toE = to.energy - spectrum.dE;
+            p->drawLine(place(fromE, value(from, fromE)), place(toE, value(to, toE)));
+        }
+    }
+
+    void drawMargins(QStylePainter* p) const
+    {
+        p->fillRect(QRect(0, 0, left, height()), Qt::white);
+        p->fillRect(QRect(0, bottom, width(), height() - bottom), Qt::white);
+        p->fillRect(QRect(0, 0, width(), top), Qt::white);
+        p->fillRect(QRect(right, 0, width() - right, height()), Qt::white);
+        p->setPen(outlineColor);
+        p->drawRect(QRect(left, top, right - left, bottom - top));
+    }
+
+    void drawLabels(QStylePainter* p) const
+    {
+        const int text = textHeight();
+        const int below = bottom + static_cast<int>(rowHeight() * 0.15);
+        const auto label = [&](const QRectF& box, Qt::Alignment side, double value, int length) {
+            DrawText().drawText(p, box, QFont(), (Qt::AlignVCenter | side).toInt(), 1,
+                                QString::number(value, 'g', 6).left(length), 12.0);
+        };
+        p->setPen(Qt::black);
+        label(QRectF(0, top, 0.95 * left, text), Qt::AlignRight, range.bottom(), 5);
+        label(QRectF(0, bottom - text, 0.95 * left, text), Qt::AlignRight, range.top(), 5);
+        label(QRectF(left, below, 2 * left, text), Qt::AlignLeft, range.left(), 6);
+        label(QRectF(right - 2 * left, below, 2 * left, text), Qt::AlignRight, range.right(), 6);
+    }
+
+    void drawTitles(QStylePainter* p) const
+    {
+        const int text = textHeight();
+        const int below = bottom + static_cast<int>(rowHeight() * 0.15);
+        p->setPen(Qt::black);
+        DrawText().drawText(p, QRectF(left, below, right - left, text), QFont(), Qt::AlignCenter, 1,
+                            QStringLiteral("Eng.[eV]"), 12.0);
+        p->rotate(270.0);
+        DrawText().drawText(p, QRectF(-height(), text, height(), text), QFont(), Qt::AlignCenter, 1,
+                            QStringLiteral("mut"), 12.0);
+        p->rotate(-270.0);
+    }
+};
+
+/// Whether both pictures are the same; the first pixel that differs goes to the
+/// log.
+bool isSame(const QImage& image, const QImage& wanted)
+{
+    if (image.size() != wanted.size()) {
+        qWarning() << "sizes" << image.size() << wanted.size();
+        return false;
+    }
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixelColor(x, y) != wanted.pixelColor(x, y)) {
+                qWarning() << "pixel" << x << y << "is" << image.pixelColor(x, y) << "instead of"
+                           << wanted.pixelColor(x, y);
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+int count(const QImage& image, const QRect& part, const QColor& color)
+{
+    int pixels = 0;
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        for (int x = part.left(); x <= part.right(); ++x) {
+            pixels += image.pixelColor(x, y) == color;
+        }
+    }
+    return pixels;
+}
+
+bool isAll(const QImage& image, const QRect& part, const QColor& color)
+{
+    return count(image, part, color) == part.width() * part.height();
+}
+
+/// The pixels strictly inside the outline of the even plot.
+QRect evenInside()
+{
+    return evenOutline.adjusted(1, 1, 0, 0); // an outline is a pixel wider than its rectangle
+}
+
+/// Nothing but the text at the place of the edge jump.
+class JumpPicture : public PlainPicture
+{
+public:
+    JumpPicture(const QSize& size, const AMutE& drawn, const QString& words)
+        : PlainPicture(size, drawn)
+        , m_words(words)
+    {
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QStylePainter p(this);
+        p.fillRect(rect(), Qt::white);
+        drawJump(&p, m_words);
+    }
+
+private:
+    QString m_words;
+};
+
+/// Whether the place of the edge jump shows exactly @p words.
+bool showsJump(Plot& plot, const QString& words)
+{
+    const QImage image = plot.paint();
+    JumpPicture wanted(image.size(), plot.spectrum(), words);
+    const QRect inside = wanted.jumpBox().adjusted(0, 0, -1, 0);
+    return isSame(image.copy(inside), wanted.grab().toImage().copy(inside));
+}
+
+} // namespace
+
+class tst_SpectrumPlot : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void attachJoinsTheRowWithTheFramesSignals();
+    void reattachingStopsDrawingInTheFormerFrame();
+    void reattachingTheSameFrameDrawsOnce();
+    void attachShowsTheShiftField();
+    void mouseOnTheFrameLeavesTheSpectrum();
+
+    void withoutPointsTheFrameIsWhiteAndUntitled();
+    void withoutPointsTheFillLeavesTheLastColumnAndRow();
+    void withoutPointsARangeIsNotFitted();
+    void invalidSpectrumWithPointsIsDrawn();
+    void titlesAreSetOnEveryDraw();
+
+    void rangeHasMarginsOfATwentieth();
+    void rangeRestsOnTheEnergiesAsRead();
+    void rangeIsFittedOnceAndKept();
+    void changedShiftMovesTheCurveAndKeepsTheRange();
+    void newFileFitsTheRangeAfresh();
+    void resizedFrameKeepsTheRange();
+
+    void limitsAndEdgeAreVerticalLines_data();
+    void limitsAndEdgeAreVerticalLines();
+    void edgeIsDrawnOverTheLimits();
+    void limitsOutsideTheRangeAreMasked();
+    void curvesRunThroughTheirPixels_data();
+    void curvesRunThroughTheirPixels();
+    void curvesCoverTheLimitsAndOneAnother();
+    void wholePictureIsThePlainOne_data();
+    void wholePictureIsThePlainOne();
+
+    void onePointCollapsesTheRange();
+    void onePointInAChosenRangeHasLinesAndNoSegments();
+    void missingMutDropsItsTwoSegmentsOnly();
+    void unfittedLinesAreNotDrawn();
+    void segmentAcrossADeepZoomIsSeen();
+    void markerAcrossADeepZoomIsSeen();
+
+    void jumpIsTakenAtTheRowsEdge();
+    void jumpUsesTheLinesAsLastFitted();
+    void jumpIsNotShifted();
+    void jumpIsShownInSixDigits();
+
+private:
+    const QTemporaryDir m_settings;
+};
+
+void tst_SpectrumPlot::initTestCase()
+{
+    QVERIFY(m_settings.isValid());
+    keepDialogSettingsIn(m_settings);
+}
+
+void tst_SpectrumPlot::attachJoinsTheRowWithTheFramesSignals()
+{
+    CountingFrame frame;
+    const char* const draw = SIGNAL(draw(QStylePainter*));
+    const int before = frame.hearers(draw);
+    AXafsFileSelect row;
+    row.attach(&frame);
+    QCOMPARE(row.frame, &frame);
+    QCOMPARE(frame.hearers(draw), before + 1);
+    QCOMPARE(frame.hearers(SIGNAL(mPressed(MouseC*))), 1);
+    QCOMPARE(frame.hearers(SIGNAL(mDragging(MouseC*))), 1);
+    QCOMPARE(frame.hearers(SIGNAL(mReleased(MouseC*))), 1);
+    QCOMPARE(frame.hearers(SIGNAL(mDClicked(MouseC*))), 0);
+}
+
+void tst_SpectrumPlot::reattachingStopsDrawingInTheFormerFrame()
+{
+    DispABase second;
+    second.DispA->setFixedSize(evenSize);
+    Plot plot;
+    setStep(plot.spectrum());
+    plot.paint();
+    plot.frame.clearScale();
+    plot.row.attach(&second);
+    QCOMPARE(plot.row.frame, &second);
+    const QImage former = plot.paint();
+    QVERIFY(!plot.frame.DispA->hasScale);
+    QCOMPARE(count(former, evenInside(), edgeColor), 0);
+    const QImage image = second.DispA->grab().toImage();
+    QVERIFY(second.DispA->hasScale);
+    QCOMPARE(image.pixelColor(203, 40), edgeColor);
+}
+
+void tst_SpectrumPlot::reattachingTheSameFrameDrawsOnce()
+{
+    CountingFrame frame;
+    const char* const draw = SIGNAL(draw(QStylePainter*));
+    const int before = frame.hearers(draw);
+    AXafsFileSelect row;
+    row.attach(&frame);
+    row.attach(&frame);
+    QCOMPARE(frame.hearers(draw), before + 1);
+    CountingFrame other;
+    row.attach(&other);
+    QCOMPARE(frame.hearers(draw), before);
+    QCOMPARE(other.hearers(draw), before + 1);
+}
+
+void tst_SpectrumPlot::attachShowsTheShiftField()
+{
+    AXafsFileSelect row;
+    QVERIFY(!row.dEBase->isVisibleTo(&row));
+    DispABase frame;
+    row.attach(&frame);
+    QVERIFY(row.dEBase->isVisibleTo(&row));
+}
+
+void tst_SpectrumPlot::mouseOnTheFrameLeavesTheSpectrum()
+{
+    Plot plot;
+    setStep(plot.spectrum());
+    const QImage before = plot.paint();
+    press(plot.frame.DispA, {203, 100});
+    drag(plot.frame.DispA, {250, 100});
+    release(plot.frame.DispA, {250, 100});
+    QCOMPARE(plot.spectrum().edgeEnergy, 8150.5);
+    QVERIFY(isSame(plot.paint(), before));
+}
+
+void tst_SpectrumPlot::withoutPointsTheFrameIsWhiteAndUntitled()
+{
+    Plot plot;
+    const QImage image = plot.paint();
+    QCOMPARE(image.size(), evenSize);
+    QVERIFY(isAll(image, QRect(0, 0, 386, 256), Qt::white));
+    QVERIFY(!plot.cc().drawn);
+    QCOMPARE(plot.frame.xTitle, QStringLiteral("Eng.[eV]"));
+    setStep(plot.spectrum());
+    plot.paint();
+    QVERIFY(plot.cc().drawn);
+}
+
+void tst_SpectrumPlot::withoutPointsTheFillLeavesTheLastColumnAndRow()
+{
+    Plot plot;
+    const QColor background(10, 20, 30);
+    QPalette palette = plot.frame.palette();
+    palette.setColor(QPalette::Window, background);
+    plot.frame.DispA->setPalette(palette);
+    plot.frame.DispA->setAutoFillBackground(true);
+    const QImage image = plot.paint();
+    QVERIFY(isAll(image, QRect(0, 0, 386, 256), Qt::white));
+    QVERIFY(isAll(image, QRect(386, 0, 1, 257), background));
+    QVERIFY(isAll(image, QRect(0, 256, 387, 1), background));
+    // The margins of a drawn plot are white to the end.
+    setStep(plot.spectrum());
+    QCOMPARE(count(plot.paint(), QRect(QPoint(0, 0), evenSize), background), 0);
+}
+
+void tst_SpectrumPlot::withoutPointsARangeIsNotFitted()
+{
+    Plot plot;
+    plot.paint();
+    QVERIFY(!plot.frame.DispA->hasScale);
+    QCOMPARE(plot.cc().realX1, 1.0);
+    plot.setRange(1.0, 2.0, 3.0, 4.0);
+    plot.paint();
+    QVERIFY(plot.frame.DispA->hasScale);
+    QCOMPARE(plot.cc().realX1, 3.0);
+}
+
+void tst_SpectrumPlot::invalidSpectrumWithPointsIsDrawn()
+{
+    Plot plot;
+    setStep(plot.spectrum());
+    plot.spectrum().valid = false;
+    QCOMPARE(plot.paint().pixelColor(203, 40), edgeColor);
+}
+
+void tst_SpectrumPlot::titlesAreSetOnEveryDraw()
+{
+    Plot plot;
+    plot.frame.setXYTitle(QStringLiteral("a"), QStringLiteral("b"));
+    plot.paint();
+    QCOMPARE(plot.frame.xTitle, QStringLiteral("Eng.[eV]"));
+    QCOMPARE(plot.frame.yTitle, QStringLiteral("mut"));
+    plot.frame.setXYTitle(QStringLiteral("a"), QStringLiteral("b"));
+    setStep(plot.spectrum());
+    plot.paint();
+    QCOMPARE(plot.frame.xTitle, QStringLiteral("Eng.[eV]"));
+    QCOMPARE(plot.frame.yTitle, QStringLiteral("mut"));
+}
+
+void tst_SpectrumPlot::rangeHasMarginsOfATwentieth()
+{
+    Plot plot;
+    setStep(plot.spectrum());
+    plot.paint();
+    // 5 % of 300 eV are 15 eV, 5 % of 2 are 0.1.
+    QCOMPARE(plot.cc().realX0, 7985.0);
+    QCOMPARE(plot.cc().realX1, 8315.0);
+    QCOMPARE(plot.cc().realY0, 0.9);
+    QCOMPARE(plot.cc().realY1, 3.1);
+    QVERIFY(plot.frame.DispA->hasScale);
+}
+
+void tst_SpectrumPlot::rangeRestsOnTheEnergiesAsRead()
+{
+    Plot plot;
+    setStep(plot.spectrum());
+    plot.spectrum().dE = 40.0;
+    plot.paint();
+    QCOMPARE(plot.cc().realX0, 7985.0);
+    QCOMPARE(plot.cc().realX1, 8315.0);
+}
+
+void tst_SpectrumPlot::rangeIsFittedOnceAndKept()
+{
+    Plot plot;
+    setStep(plot.spectrum());
+    plot.paint();
+    setPoints(plot.spectrum(), {{7000, 0}, {7100, 10}});
+    plot.paint();
+    QCOMPARE(plot.cc().realX0, 7985.0);
+    QCOMPARE(plot.cc().realY1, 3.1);
+    plot.frame.clearScale();
+    plot.paint();
+    QCOMPARE(plot.cc().realX0, 6995.0);
+    QCOMPARE(plot.cc().realX1, 7105.0);
+    QCOMPARE(plot.cc().realY0, -0.5);
+    QCOMPARE(plot.cc().realY1, 10.5);
+}
+
+void tst_SpectrumPlot::changedShiftMovesTheCurveAndKeepsTheRange()
+{
+    Plot plot;
+    setStep(plot.spectrum());
+    // Column 203 is 8150.5, the middle of the step: 2.005, row 121.
+    QCOMPARE(plot.paint().pixelColor(203, 121), QColor(Qt::black));
+    plot.row.Ui_AFileSelect::dE->setText(QStringLiteral("40"));
+    QTest::keyClick(plot.row.Ui_AFileSelect::dE, Qt::Key_Return);
+    QCOMPARE(plot.spectrum().dE, 40.0);
+    const QImage image = plot.paint();
+    QCOMPARE(image.pixelColor(163, 121), QColor(Qt::black));
+    QCOMPARE(plot.cc().realX0, 7985.0);
+    QCOMPARE(plot.cc().realX1, 8315.0);
+    QCOMPARE(image.pixelColor(203, 121), edgeColor); // the edge stays where it was
+}
+
+void tst_SpectrumPlot::newFileFitsTheRangeAfresh()
+{
+    const QTemporaryDir folder;
+    QVERIFY(folder.isValid());
+    Plot plot;
+    setStep(plot.spectrum());
+    plot.paint();
+    plot.setRange(8100.0, 1.0, 8200.0, 2.0);
+    plot.row.AFileSelect::newFile(
+        writeFile(folder, QStringLiteral("b.dat"), "7000 0\n7050 4\n7200 10\n"));
+    QVERIFY(!plot.frame.DispA->hasScale);
+    plot.paint();
+    QCOMPARE(plot.cc().realX0, 6990.0);
+    QCOMPARE(plot.cc().realX1, 7210.0);
+    QCOMPARE(plot.cc().realY0, -0.5);
+    QCOMPARE(plot.cc().realY1, 10.5);
+}
+
+void tst_SpectrumPlot::resizedFrameKeepsTheRange()
+{
+    Plot plot;
+    setStep(plot.spectrum());
+    plot.paint();
+    plot.frame.DispA->setFixedSize(2 * evenSize);
+    const QImage image = plot.paint();
+    QCOMPARE(plot.cc().realX0, 7985.0);
+    // Twice 387 is 774: margins of 77 and 38, 659 pixels for 330 eV; the edge
+    // 165.5 eV from the left is at 77 + 330.5.
+    QCOMPARE(image.pixelColor(407, 60), edgeColor);
+    QCOMPARE(image.pixelColor(406, 60), QColor(Qt::white));
+    QCOMPARE(image.pixelColor(408, 60), QColor(Qt::white));
+}
+
+void tst_SpectrumPlot::limitsAndEdgeAreVerticalLines_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QColor>("color");
+    QTest::newRow("end of the pre-edge part") << 103 << limitColor;
+    QTest::newRow("edge") << 203 << edgeColor;
+    QTest::newRow("start of the post-edge part") << 233 << limitColor;
+}
+
+void tst_SpectrumPlot::limitsAndEdgeAreVerticalLines()
+{
+    QFETCH(int, column);
+    QFETCH(QColor, color);
+    Plot plot;
+    setStep(plot.spectrum());
+    const QImage image = plot.paint();
+    // From the top of the plot area to its bottom: 2 rows are taken by the
+    // background lines and 1 by the spectrum.
+    QCOMPARE(count(image, QRect(column, 13, 1, 219), color), 216);
+    QCOMPARE(image.pixelColor(column, 13), color);
+    QCOMPARE(image.pixelColor(column, 231), color);
+    QCOMPARE(count(image, QRect(column - 1, 13, 1, 219), color), 0);
+    QCOMPARE(count(image, QRect(column + 1, 13, 1, 219), color), 0);
+    QCOMPARE(image.pixelColor(column, 12), outlineColor);
+    QCOMPARE(image.pixelColor(column, 232), outlineColor);
+}
+
+void tst_SpectrumPlot::edgeIsDrawnOverTheLimits()
+{
+    Plot plot;
+    setStep(plot.spectrum());
+    plot.spectrum().preEdgeEnd = 8150.5;
+    plot.spectrum().postEdgeStart = 8150.5;
+    QCOMPARE(plot.paint().pixelColor(203, 60), edgeColor);
+    QCOMPARE(count(plot.paint(), evenInside(), limitColor), 0);
+}
+
+void tst_SpectrumPlot::limitsOutsideTheRangeAreMasked()
+{
+    Plot plot;
+    setStep(plot.spectrum());
+    plot.spectrum().preEdgeEnd = 7970.5;    // column 23
+    plot.spectrum().postEdgeStart = 8330.5; // column 383
+    plot.spectrum().edgeEnergy = 9000.0;
+    const QImage image = plot.paint();
+    QCOMPARE(count(image, QRect(QPoint(0, 0), evenSize), limitColor), 0);
+    QCOMPARE(count(image, QRect(QPoint(0, 0), evenSize), edgeColor), 0);
+}
+
+void tst_SpectrumPlot::curvesRunThroughTheirPixels_data()
+{
+    QTest::addColumn<QPoint>("pixel");
+    QTest::addColumn<QColor>("color");
+    // 222 - 100 * 0.505 = 171.5 at 8100.5, column 153; 71.5 at 8200.5, column 253
+    QTest::newRow("start of the step") << QPoint(153, 171) << QColor(Qt::black);
+    QTest::newRow("end of the step") << QPoint(253, 71) << QColor(Qt::black);
+    QTest::newRow("quarter of the step") << QPoint(178, 146) << QColor(Qt::black);
+    QTest::newRow("above the step") << QPoint(178, 145) << QColor(Qt::white);
+    QTest::newRow("below the step") << QPoint(178, 147) << QColor(Qt::white);
+    // 222 - 100 * 0.155 = 206.5 and 222 - 100 * 1.855 = 36.5
+    QTest::newRow("pre-edge line") << QPoint(60, 206) << preColor;
+    QTest::newRow("pre-edge line behind the edge") << QPoint(340, 206) << preColor;
+    QTest::newRow("above the pre-edge line") << QPoint(60, 205) << QColor(Qt::white);
+    QTest::newRow("below the pre-edge line") << QPoint(60, 207) << QColor(Qt::white);
+    QTest::newRow("pre-edge line ends with the points") << QPoint(45, 206) << QColor(Qt::white);
+    QTest::newRow("post-edge line") << QPoint(340, 36) << postColor;
+    QTest::newRow("post-edge line before the edge") << QPoint(60, 36) << postColor;
+    QTest::newRow("above the post-edge line") << QPoint(340, 35) << QColor(Qt::white);
+    QTest::newRow("post-edge line ends with the points") << QPoint(360, 36) << QColor(Qt::white);
+}
+
+void tst_SpectrumPlot::curvesRunThroughTheirPixels()
+{
+    QFETCH(QPoint, pixel);
+    Plot plot;
+    setStep(plot.spectrum());
+    QTEST(plot.paint().pixelColor(pixel), "color");
+}
+
+void tst_SpectrumPlot::curvesCoverTheLimitsAndOneAnother()
+{
+    Plot plot;
+    setStep(plot.spectrum());
+    QImage image = plot.paint();
+    QCOMPARE(image.pixelColor(203, 206), preColor);
+    QCOMPARE(image.pixelColor(203, 36), postColor);
+    QCOMPARE(image.pixelColor(203, 121), QColor(Qt::black));
+    // All three on one level: the post-edge line is the last.
+    setPoints(plot.spectrum(), {{8000, 1}, {8100, 2.005}, {8200, 2.005}, {8300, 3}});
+    plot.spectrum().preLine = level(2.005);
+    plot.spectrum().postLine = level(2.005);
+    image = plot.paint();
+    QVERIFY(isAll(image, QRect(160, 121, 80, 1), postColor));
+    plot.spectrum().postLine = level(1.505);
+    image = plot.paint();
+    QVERIFY(isAll(image, QRect(160, 121, 80, 1), preColor));
+}
+
+void tst_SpectrumPlot::wholePictureIsThePlainOne_data()
+{
+    QTest::addColumn<double>("dE");
+    QTest::addColumn<bool>("backwards");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("as read") << 0.0 << false << oddSize;
+    QTest::newRow("shifted") << 12.3456 << false << oddSize;
+    QTest::newRow("shifted the other way") << -17.3 << false << oddSize;
+    QTest::newRow("descending scan") << 0.0 << true << oddSize;
+    QTest::newRow("wide") << 0.0 << false << QSize(797, 163);
+    QTest::newRow("high") << 3.3 << false << QSize(211, 503);
+}
+
+void tst_SpectrumPlot::wholePictureIsThePlainOne()
+{
+    QFETCH(double, dE);
+    QFETCH(bool, backwards);
+    QFETCH(QSize, size);
+    QList<QPointF> points;
+    for (int i = 0; i < 600; ++i) {
+        // An edge with wiggles at uneven energies.
+        const double e = 8103.7 + 0.91 * i + 0.3 * std::sin(1.7 * i);
+        points.append({e, 0.31 + 1.17 / (1.0 + std::exp((8347.3 - e) / 4.1)) +
+                              0.09 * std::sin(0.11 * (e - 8300.0))});
+    }
+    if (backwards) {
+        std::reverse(points.begin(), points.end());
+    }
+    Plot plot(size);
+    AMutE& spectrum = plot.spectrum();
+    setPoints(spectrum, points);
+    spectrum.dE = dE;
+    spectrum.preEdgeEnd = 8297.3;
+    spectrum.edgeEnergy = 8347.3;
+    spectrum.postEdgeStart = 8447.3;
+    spectrum.preLine = {0.113, 0.071, -0.0031};
+    spectrum.postLine = {0.917, 0.211, -0.0123};
+    PlainPicture wanted(size, spectrum);
+    QVERIFY(isSame(plot.paint(), wanted.grab().toImage()));
+}
+
+void tst_SpectrumPlot::onePointCollapsesTheRange()
+{
+    Plot plot;
+    setPoints(plot.spectrum(), {{8100, 1}});
+    plot.spectrum().edgeEnergy = 8100.0;
+    plot.spectrum().preLine = level(0.25);
+    plot.spectrum().postLine = level(1.5);
+    const QImage image = plot.paint();
+    QVERIFY(plot.frame.DispA->hasScale);
+    QCOMPARE(plot.cc().realX0, 8100.0);
+    QCOMPARE(plot.cc().realX1, 8100.0);
+    QCOMPARE(plot.cc().realY0, 1.0);
+    QCOMPARE(plot.cc().realY1, 1.0);
+    QCOMPARE(count(image, QRect(38, 12, 331, 1), outlineColor), 331);
+    QCOMPARE(count(image, QRect(38, 232, 331, 1), outlineColor), 331);
+    QCOMPARE(count(image, QRect(38, 12, 1, 221), outlineColor), 221);
+    QCOMPARE(count(image, QRect(368, 12, 1, 221), outlineColor), 221);
+    QVERIFY(plot.cc().drawn);
+    QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 1.25")));
+}
+
+void tst_SpectrumPlot::onePointInAChosenRangeHasLinesAndNoSegments()
+{
+    Plot plot;
+    setPoints(plot.spectrum(), {{8100, 2.005}});
+    plot.spectrum().preEdgeEnd = 8050.5;
+    plot.spectrum().edgeEnergy = 8150.5;
+    plot.spectrum().postEdgeStart = 8250.5;
+    plot.spectrum().preLine = level(1.255);
+    plot.spectrum().postLine = level(2.755);
+    plot.setRange(7985.0, 0.9, 8315.0, 3.1);
+    const QImage image = plot.paint();
+    // The lines reach from the lowest to the highest mut, which is a point each.
+    QCOMPARE(image.pixelColor(103, 121), limitColor);
+    QCOMPARE(image.pixelColor(203, 121), edgeColor);
+    QCOMPARE(image.pixelColor(303, 121), limitColor);
+    QCOMPARE(count(image, evenInside(), limitColor), 2);
+    QCOMPARE(count(image, evenInside(), edgeColor), 1);
+    QCOMPARE(count(image, evenInside(), preColor), 0);
+    QCOMPARE(count(image, evenInside(), postColor), 0);
+    const QRect belowTheText = evenInside().adjusted(0, 20, 0, 0);
+    QCOMPARE(count(image, belowTheText, Qt::black), 0);
+}
+
+void tst_SpectrumPlot::missingMutDropsItsTwoSegmentsOnly()
+{
+    Plot plot;
+    AMutE& spectrum = plot.spectrum();
+    setPoints(spectrum, {{8000, 1},
+                         {8050.5, 2.005},
+                         {8100.5, 2.005},
+                         {8150.5, notANumber},
+                         {8200.5, 2.005},
+                         {8250.5, 2.005},
+                         {8300, 3}});
+    spectrum.preEdgeEnd = spectrum.edgeEnergy = spectrum.postEdgeStart = 9000.0;
+    spectrum.preLine = level(1.255);
+    spectrum.postLine = level(2.755);
+    const QImage image = plot.paint();
+    QVERIFY(isAll(image, QRect(103, 121, 51, 1), Qt::black)); // 8050.5 to 8100.5
+    QVERIFY(isAll(image, QRect(154, 60, 99, 130), Qt::white));
+    QVERIFY(isAll(image, QRect(253, 121, 51, 1), Qt::black)); // 8200.5 to 8250.5
+    // The background lines have a place there.
+    QVERIFY(isAll(image, QRect(60, 196, 280, 1), preColor));
+    QVERIFY(isAll(image, QRect(60, 46, 280, 1), postColor));
+}
+
+void tst_SpectrumPlot::unfittedLinesAreNotDrawn()
+{
+    Plot plot;
+    setStep(plot.spectrum());
+    plot.spectrum().preLine = level(notANumber);
+    plot.spectrum().postLine = level(std::numeric_limits<double>::infinity());
+    const QImage image = plot.paint();
+    QCOMPARE(count(image, evenInside(), preColor), 0);
+    QCOMPARE(count(image, evenInside(), postColor), 0);
+    QCOMPARE(image.pixelColor(203, 121), QColor(Qt::black));
+    QCOMPARE(image.pixelColor(203, 60), edgeColor);
+}
+
+void tst_SpectrumPlot::segmentAcrossADeepZoomIsSeen()
+{
+    Plot plot;
+    setPoints(plot.spectrum(), {{8000, 0}, {9000, 1}});
+    plot.spectrum().preLine = level(-1.0);
+    plot.spectrum().postLine = level(-1.0);
+    // The segment passes (8500, 0.5), the middle of the view, and climbs by the
+    // view's height over its width; its ends are 8e10 pixels away.
+    plot.setRange(8500.0 - 1e-6, 0.5 - 1e-9, 8500.0 + 1e-6, 0.5 + 1e-9);
+    const QImage image = plot.paint();
+    // 330 columns and 220 rows: two thirds of a row for each column.
+    const auto isNear = [&image](int column, int row) {
+        return count(image, QRect(column, row - 4, 1, 9), Qt::black) > 0;
+    };
+    QVERIFY(isNear(203, 122));
+    QVERIFY(isNear(143, 162));
+    QVERIFY(isNear(263, 82));
+    QVERIFY(!isNear(143, 122));
+    QVERIFY(!isNear(263, 122));
+}
+
+void tst_SpectrumPlot::markerAcrossADeepZoomIsSeen()
+{
+    Plot plot;
+    setStep(plot.spectrum());
+    plot.setRange(8150.5 - 1.65e-4, 2.2 - 1e-10, 8150.5 + 1.65e-4, 2.2 + 1e-10);
+    const QImage image = plot.paint();
+    // The middle of the view is column 38 + 165, give or take the rounding of
+    // the limits.
+    const int red = count(image, QRect(202, 13, 3, 219), edgeColor);
+    QCOMPARE(red, 219);
+    QCOMPARE(count(image, evenInside(), limitColor), 0);
+}
+
+void tst_SpectrumPlot::jumpIsTakenAtTheRowsEdge()
+{
+    Plot plot;
+    setBareStep(plot.spectrum());
+    plot.spectrum().preLine = level(1.0);
+    // 4 L^3 at the wavelength L: 0.5 at L = 1/2, 4 at L = 1.
+    plot.spectrum().postLine = {1.0, 4.0, 0.0};
+    plot.spectrum().edgeEnergy = 2.0 * AMutE::hcEvAngstrom;
+    QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 0.5")));
+    plot.spectrum().edgeEnergy = AMutE::hcEvAngstrom;
+    QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 4")));
+    QVERIFY(!showsJump(plot, QStringLiteral("Edge Jump : 5")));
+}
+
+void tst_SpectrumPlot::jumpUsesTheLinesAsLastFitted()
+{
+    Plot plot;
+    setBareStep(plot.spectrum());
+    QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 1.7")));
+    // Other limits alone fit nothing.
+    plot.spectrum().preEdgeEnd = 8400.0;
+    plot.spectrum().postEdgeStart = 7900.0;
+    QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 1.7")));
+    QCOMPARE(plot.spectrum().preLine.c, 1.155);
+}
+
+void tst_SpectrumPlot::jumpIsNotShifted()
+{
+    Plot plot;
+    setBareStep(plot.spectrum());
+    plot.spectrum().preLine = level(1.0);
+    plot.spectrum().postLine = {1.0, 4.0, 0.0};
+    plot.spectrum().edgeEnergy = AMutE::hcEvAngstrom;
+    plot.spectrum().dE = 0.5 * AMutE::hcEvAngstrom;
+    QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 4")));
+}
+
+void tst_SpectrumPlot::jumpIsShownInSixDigits()
+{
+    Plot plot;
+    setBareStep(plot.spectrum());
+    plot.spectrum().preLine = level(0.0);
+    plot.spectrum().postLine = level(1.23456789);
+    QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 1.23457")));
+    plot.spectrum().postLine = level(-1e-9);
+    QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : -1e-09")));
+    plot.spectrum().postLine = level(notANumber);
+    QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : nan")));
+}
+
+QTEST_MAIN(tst_SpectrumPlot)
+#include "tst_SpectrumPlot.moc"
