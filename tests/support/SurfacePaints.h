@@ -16,6 +16,7 @@ class SurfacePaints : public QObject
 {
 public:
     explicit SurfacePaints(const Displays& graphs)
+        : m_counts(graphs.disps.size(), 0)
     {
         for (const DispABase* plot : graphs.disps) {
             m_surfaces.append(plot->DispA);
@@ -28,7 +29,7 @@ public:
     void restart()
     {
         arrive();
-        m_counts = QList<int>(m_surfaces.size(), 0);
+        m_counts.fill(0);
     }
 
     /// The paints since restart(), what is still under way included.
@@ -50,7 +51,7 @@ protected:
 private:
     static void arrive()
     {
-        constexpr int enoughForAPaint = 30; // ms
+        constexpr int enoughForAPaint = 20; // ms
         QTest::qWait(enoughForAPaint);
     }
 

@@ -1,0 +1,1129 @@
+// The panel and its graph window: marker lines under the mouse, what repaints
+// the window, and how it opens and closes.
+
+#include "display/DispMBase.h"
+#include "display/Displays.h"
+#include "display/MarkLine.h"
+#include "display/MarkLines.h"
+#include "support/MouseInput.h"
+#include "support/PanelTools.h"
+#include "support/SurfacePaints.h"
+#include "support/TestFiles.h"
+
+#include <QRegularExpression>
+#include <QtTest>
+
+#include <cmath>
+#include <functional>
+#include <memory>
+
+using namespace tests;
+
+namespace
+{
+
+// A plain spectrum without background from 8000 to 8850 eV: 0 below the edge,
+// @p jump far above it, and the given values at four energies between.
+QByteArray spectrumText(const QByteArray& at8381, const QByteArray& at8390,
+                        const QByteArray& at8404, const QByteArray& jump)
+{
+    QByteArray text("# energy mut\n");
+    for (int energy = 8000; energy <= 8320; energy += 40) {
+        text += QByteArray::number(energy) + " 0\n";
+    }
+    text += "8370 " + at8381 + "\n8381 " + at8381 + "\n8390 " + at8390 + "\n8404.5 " + at8404;
+    for (int energy = 8450; energy <= 8850; energy += 50) {
+        text += "\n" + QByteArray::number(energy) + " " + jump;
+    }
+    return text + "\n";
+}
+
+// The range of its plot: 850 eV and a twentieth of that on each side.
+constexpr double lowestEv = 7957.5;
+constexpr double highestEv = 8892.5;
+
+struct Files {
+    QTemporaryDir dir;
+    QString ref1 = writeFile(dir, "ref1.dat", spectrumText("1.00", "1.5", "1.25", "1"));
+    QString ref2 = writeFile(dir, "ref2.dat", spectrumText("1.00", "0.5", "1.25", "1"));
+    QString target = writeFile(dir, "target.dat", spectrumText("2.00", "2.0", "2.50", "2"));
+    QString other = writeFile(dir, "other.dat", "7000 0\n7050 4\n7200 10\n");
+    QString broken = writeFile(dir, "broken.dat", "# nothing\n");
+};
+
+void load(AXafsFileSelect* row, const QString& path)
+{
+    static_cast<AFileSelect*>(row)->newFile(path);
+}
+
+/// Columns and energies of a plot, worked out from its width and its range: the
+/// margins are a tenth at the left and a twentieth at the right, cut to whole
+/// pixels.
+struct Axis {
+    explicit Axis(const DispABase* plot, double from = lowestEv, double to = highestEv)
+        : left(plot->DispA->width() / 10)
+        , right(plot->DispA->width() - plot->DispA->width() / 20)
+        , low(from)
+        , high(to)
+    {
+    }
+
+    double energyAt(int column) const
+    {
+        return low + (high - low) * (column - left) / (right - left);
+    }
+    double columnOf(double energyEv) const
+    {
+        return left + (energyEv - low) * (right - left) / (high - low);
+    }
+    int near(double energyEv) const { return static_cast<int>(std::lround(columnOf(energyEv))); }
+
+    int left;
+    int right;
+    double low;
+    double high;
+};
+
+QString sixDigits(double value)
+{
+    return QString::number(value, 'g', 6);
+}
+
+/// Whether the plot shows its edge at this energy and at no other column.
+bool showsEdgeAt(DispABase* plot, double energyEv, double from = lowestEv, double to = highestEv)
+{
+    const QImage image = plot->DispA->grab().toImage();
+    const int row = plot->DispA->height() / 4; // under the text, above the edge's foot
+    QList<int> columns;
+    for (int x = 0; x < image.width(); ++x) {
+        if (image.pixelColor(x, row) == QColor(255, 0, 0)) {
+            columns.append(x);
+        }
+    }
+    const QList<int> wanted{static_cast<int>(Axis(plot, from, to).columnOf(energyEv))};
+    if (columns != wanted) {
+        qWarning() << "edge at columns" << columns << "instead of" << wanted;
+    }
+    return columns == wanted;
+}
+
+/// Lines of the message box that one run of the reflex leaves on a panel whose
+/// map and target calculation are refused: one for each, and one of the fit.
+constexpr int linesOfARun = 3;
+
+struct Step {
+    const char* name;
+    std::function<void(FourPs&)> run;
+};
+
+} // namespace
+
+class tst_FourPsGraphs : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanupTestCase();
+
+    void constructionOpensNothingAndCalculatesOnce();
+    void rowsAreJoinedWithTheirPlots();
+    void buttonOpensTheGraphWindow();
+    void closingTheGraphWindowHidesIt();
+
+    void oneSetOfThreeEdgeLinesServesThreePlots();
+    void setOfTheAllSpectraPlotHasTheEnergiesToo();
+
+    void dragOfTheEdgeWritesItsField_data();
+    void dragOfTheEdgeWritesItsField();
+    void dragOfALimitWritesItsOffset_data();
+    void dragOfALimitWritesItsOffset();
+    void dragOfTheEdgeMovesTheLimitsAlong();
+    void thirdAndFourthReferenceHaveNoLines_data();
+    void thirdAndFourthReferenceHaveNoLines();
+    void pressAwayFromTheLinesDragsNothing();
+    void dragRunsAReflexPerValidReference_data();
+    void dragRunsAReflexPerValidReference();
+    void pressAloneRunsTheReflexAtItsRelease();
+    void allSpectraSetRunsTheSameReflexes();
+    void newPlaceSetsTheEdgeBeforeItCalculates();
+    void movingSetsTheEdgeBeforeItCalculates();
+    void columnsAndResultFollowTheDraggedEdge();
+    void plotsFollowTheDraggedEdge();
+
+    void wheelZoomsOnePlotOnly();
+    void shiftDragMovesOnePlotOnly();
+    void doubleClickFitsOnePlotOnly();
+    void zoomSurvivesPopOutAndBack();
+    void markersAreDraggedInThePoppedOutWindow();
+
+    void releaseInTheComparisonTakesTheNextColor_data();
+    void releaseInTheComparisonTakesTheNextColor();
+    void colorsWrapAround();
+    void nextPointsTakeTheNewColor();
+    void doubleClickInTheComparisonClearsIt();
+    void wholeDoubleClickInTheComparisonEndsAtTheSecondColor();
+    void otherPlotsLeaveTheComparison_data();
+    void otherPlotsLeaveTheComparison();
+
+    void normalisationRadioRepaintsAndClearsTheScale_data();
+    void normalisationRadioRepaintsAndClearsTheScale();
+    void histogramChoiceRepaints_data();
+    void histogramChoiceRepaints();
+    void stepRepaintsTheGraphs_data();
+    void stepRepaintsTheGraphs();
+    void stepRepaintsNothing_data();
+    void stepRepaintsNothing();
+    void mapWithoutRowsRepaintsTheGraphs();
+    void displayFilesRepaintTheGraphs();
+    void chosenDisplayFileRepaintsTheGraphs();
+    void removedDisplayFileRepaintsTheGraphs();
+
+    void leavingTheEdgeFieldByTabMovesTheLine();
+    void shiftMovesTheCurveAndKeepsTheRange();
+    void newFileFitsItsPlotAfresh();
+
+private:
+    DispABase* plot(Displays::DispId id) const { return m_panel->Disps->frame(id); }
+    void resetRows();
+    void resetSpectra();
+    void resetPlots();
+    void makeValid(int references);
+    void refuseMapAndTarget();
+    void prepareMaps(const QList<int>& rows);
+    int middle(const DispABase* of) const { return of->DispA->height() / 2; }
+
+    const Files m_files;
+    std::unique_ptr<FourPs> m_panel;
+};
+
+void tst_FourPsGraphs::initTestCase()
+{
+    m_panel = std::make_unique<FourPs>();
+    load(m_panel->XafsFiles.at(0), m_files.ref1);
+    load(m_panel->XafsFiles.at(1), m_files.ref2);
+    load(m_panel->ui.TargetFile, m_files.target);
+}
+
+void tst_FourPsGraphs::cleanupTestCase()
+{
+    m_panel->Disps->hide();
+    m_panel.reset();
+}
+
+/// Two references and the target are loaded, the edge is at 8350 with the limits
+/// -50 and 100, every calculation is refused, and all plots show all they have.
+void tst_FourPsGraphs::init()
+{
+    resetRows();
+    resetSpectra();
+    m_panel->setEdge();
+    m_panel->LCFvs4PS.clear();
+    m_panel->LCFColor = 0;
+    clearMessages(*m_panel);
+    resetPlots();
+}
+
+void tst_FourPsGraphs::resetRows()
+{
+    FourPs& panel = *m_panel;
+    chooseFourPoints(panel);
+    useReferences(panel, {0, 1});
+    useRows(panel, {0, 1, 2});
+    const QStringList energies{"8313", "8381", "8390", "8404.5", "8460", "8475", "", ""};
+    for (int row = 0; row < panel.EPoints.size(); ++row) {
+        panel.EPoints.at(row)->VPointCB->setChecked(false);
+        panel.EPoints.at(row)->LCFCB->setChecked(false);
+        panel.EPoints.at(row)->Energy->setText(energies.at(row));
+        panel.EPoints.at(row)->loaded = false;
+    }
+    panel.ui.EdgeE->setText("8350");
+    panel.ui.PreEEndDE->setText("-50");
+    panel.ui.PostEStartDE->setText("100");
+}
+
+void tst_FourPsGraphs::resetSpectra()
+{
+    for (int i = 0; i < 5; ++i) {
+        AXafsFileSelect* row = m_panel->XafsFiles.at(i);
+        row->Ui_AFileSelect::dE->setText("0");
+        row->AMutE::dE = 0.0;
+        if (i == 2 || i == 3) {
+            row->points.clear();
+        }
+        row->valid = !row->points.isEmpty();
+    }
+}
+
+void tst_FourPsGraphs::resetPlots()
+{
+    for (DispABase* each : std::as_const(m_panel->Disps->disps)) {
+        if (!each->docked) {
+            each->popDock();
+        }
+        each->clearScale();
+        each->DispA->cc.setReal(0.0, 0.0, 1.0, 1.0);
+    }
+    m_panel->Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
+    m_panel->Disps->update();
+    QTest::qWait(10);
+}
+
+/// Makes the first references valid and no other; the third takes the points of
+/// the first.
+void tst_FourPsGraphs::makeValid(int references)
+{
+    AMutE& third = *m_panel->XafsFiles.at(2);
+    static_cast<AMutE&>(third) = *m_panel->XafsFiles.at(0);
+    for (int i = 0; i < 4; ++i) {
+        m_panel->XafsFiles.at(i)->valid = i < references;
+    }
+}
+
+/// A run of the reflex then says three lines, and adds a point when the fit may
+/// run.
+void tst_FourPsGraphs::refuseMapAndTarget()
+{
+    m_panel->EPoints.at(1)->LCFCB->setChecked(true);
+    m_panel->EPoints.at(5)->LCFCB->setChecked(true);
+}
+
+/// One-pixel maps in the given rows, of which the third is the V row.
+void tst_FourPsGraphs::prepareMaps(const QList<int>& rows)
+{
+    useRows(*m_panel, rows);
+    m_panel->EPoints.at(2)->VPointCB->setChecked(true);
+    for (const int row : rows) {
+        setMap(*m_panel, row, {1.0 + row});
+    }
+}
+
+void tst_FourPsGraphs::constructionOpensNothingAndCalculatesOnce()
+{
+    const FourPs panel;
+    QVERIFY(panel.Disps->isWindow());
+    QVERIFY(!panel.Disps->parent());
+    QVERIFY(panel.Disps->isHidden());
+    QVERIFY(panel.MapDisp->isHidden());
+    QVERIFY(panel.DMapDisp->isHidden());
+    for (const DispABase* each : std::as_const(panel.Disps->disps)) {
+        QVERIFY(each->docked);
+        QVERIFY(each->pop->isHidden());
+        QVERIFY(!each->DispA->hasScale);
+    }
+    // One run of the reflex with no file loaded: the map by the non-equivalent
+    // method and the target lack their references, the fit its range.
+    const QStringList once{fewReferences.arg(0), QStringLiteral("Ref File 0 is not valid."),
+                           fewReferences.arg(0), QStringLiteral("The 1st Ref File is not valid."),
+                           noFitRange};
+    QCOMPARE(messages(panel), once);
+    QVERIFY(panel.LCFvs4PS.isEmpty());
+    QCOMPARE(panel.LCFColor, 0);
+}
+
+void tst_FourPsGraphs::rowsAreJoinedWithTheirPlots()
+{
+    for (int i = 0; i < 5; ++i) {
+        const AXafsFileSelect* row = m_panel->XafsFiles.at(i);
+        QCOMPARE(row->frame, plot(static_cast<Displays::DispId>(i)));
+        QVERIFY(row->dEBase->isVisibleTo(row));
+    }
+    // Each draws its own spectrum: 1.5, 1.5 and 2.5 at most, a twentieth above.
+    QCOMPARE(plot(Displays::DRef1)->DispA->cc.realY1, 1.575);
+    QCOMPARE(plot(Displays::DRef2)->DispA->cc.realY1, 1.3125);
+    QCOMPARE(plot(Displays::DTarget)->DispA->cc.realY1, 2.625);
+    QVERIFY(!plot(Displays::DRef3)->DispA->hasScale);
+    QCOMPARE(plot(Displays::DRef1)->DispA->cc.realX0, lowestEv);
+    QCOMPARE(plot(Displays::DRef1)->DispA->cc.realX1, highestEv);
+    QVERIFY(showsEdgeAt(plot(Displays::DRef1), 8350.0));
+}
+
+void tst_FourPsGraphs::buttonOpensTheGraphWindow()
+{
+    m_panel->Disps->hide();
+    QTest::mouseClick(m_panel->ui.ShowDAB, Qt::LeftButton);
+    QVERIFY(m_panel->Disps->isVisible());
+    QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
+    QTest::mouseClick(m_panel->ui.ShowDAB, Qt::LeftButton);
+    QVERIFY(m_panel->Disps->isVisible());
+    QVERIFY(messages(*m_panel).isEmpty());
+}
+
+void tst_FourPsGraphs::closingTheGraphWindowHidesIt()
+{
+    plot(Displays::DRef1)->DispA->cc.setReal(8200.0, 0.0, 8400.0, 1.0);
+    QVERIFY(m_panel->Disps->close());
+    QTest::qWait(10);
+    QVERIFY(!m_panel->Disps->isVisible());
+    m_panel->ui.ShowDAB->click();
+    QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
+    // The zoom is still there.
+    QVERIFY(showsEdgeAt(plot(Displays::DRef1), 8350.0, 8200.0, 8400.0));
+}
+
+void tst_FourPsGraphs::oneSetOfThreeEdgeLinesServesThreePlots()
+{
+    const MarkLines* set = plot(Displays::DRef1)->DispA->markLines;
+    QVERIFY(set);
+    QCOMPARE(plot(Displays::DRef2)->DispA->markLines, set);
+    QCOMPARE(plot(Displays::DTarget)->DispA->markLines, set);
+    for (const auto id : {Displays::DRef3, Displays::DRef4, Displays::DLCFvs4PS, Displays::DHistA,
+                          Displays::DHistDMut, Displays::DDMutVsA, Displays::DM2M3}) {
+        QVERIFY(!plot(id)->DispA->markLines);
+    }
+    const QList<QLineEdit*> edits{m_panel->ui.EdgeE, m_panel->ui.PreEEndDE,
+                                  m_panel->ui.PostEStartDE};
+    QCOMPARE(set->lines.size(), 3);
+    for (int i = 0; i < 3; ++i) {
+        const MarkLine* line = set->lines.at(i);
+        QCOMPARE(line->edit, edits.at(i));
+        QCOMPARE(line->index, i);
+        QCOMPARE(line->direction, 0);
+        QCOMPARE(line->relative, i > 0);
+        QCOMPARE(line->baseIndex, i > 0 ? 0 : -1);
+    }
+    QCOMPARE(set->value(0), 8350.0);
+    QCOMPARE(set->value(1), 8300.0);
+    QCOMPARE(set->value(2), 8450.0);
+}
+
+void tst_FourPsGraphs::setOfTheAllSpectraPlotHasTheEnergiesToo()
+{
+    const MarkLines* set = plot(Displays::DMuts)->DispA->markLines;
+    QVERIFY(set);
+    QVERIFY(set != plot(Displays::DRef1)->DispA->markLines);
+    QList<QLineEdit*> edits{m_panel->ui.EdgeE, m_panel->ui.PreEEndDE, m_panel->ui.PostEStartDE};
+    for (const AEPoint* row : std::as_const(m_panel->EPoints)) {
+        edits.append(row->Energy);
+    }
+    QCOMPARE(set->lines.size(), 11);
+    for (int i = 0; i < 11; ++i) {
+        const MarkLine* line = set->lines.at(i);
+        QCOMPARE(line->edit, edits.at(i));
+        QCOMPARE(line->index, i);
+        QCOMPARE(line->direction, 0);
+        QCOMPARE(line->relative, i == 1 || i == 2);
+        QCOMPARE(line->baseIndex, line->relative ? 0 : -1);
+    }
+    QCOMPARE(set->value(2), 8450.0);
+    QCOMPARE(set->value(3), 8313.0);
+}
+
+void tst_FourPsGraphs::dragOfTheEdgeWritesItsField_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::newRow("first reference") << int(Displays::DRef1);
+    QTest::newRow("second reference") << int(Displays::DRef2);
+    QTest::newRow("target") << int(Displays::DTarget);
+}
+
+void tst_FourPsGraphs::dragOfTheEdgeWritesItsField()
+{
+    QFETCH(int, id);
+    DispABase* of = plot(static_cast<Displays::DispId>(id));
+    const Axis axis(of);
+    const int start = axis.near(8350.0);
+    QLineEdit* edge = m_panel->ui.EdgeE;
+    edge->setCursorPosition(4);
+    QTest::mousePress(of->DispA, Qt::LeftButton, {}, {start, middle(of)});
+    QCOMPARE(edge->text(), QStringLiteral("8350"));
+    QTest::mouseMove(of->DispA, {start + 3, middle(of)});
+    QCOMPARE(edge->text(), sixDigits(axis.energyAt(start + 3)));
+    QCOMPARE(edge->cursorPosition(), 0);
+    QTest::mouseMove(of->DispA, {start - 20, 3});
+    QCOMPARE(edge->text(), sixDigits(axis.energyAt(start - 20)));
+    // The release is a drag step of its own.
+    QTest::mouseRelease(of->DispA, Qt::LeftButton, {}, {start + 11, middle(of)});
+    const double wanted = sixDigits(axis.energyAt(start + 11)).toDouble();
+    QCOMPARE(edge->text(), sixDigits(axis.energyAt(start + 11)));
+    for (const AXafsFileSelect* row : std::as_const(m_panel->XafsFiles)) {
+        QCOMPARE(row->edgeEnergy, wanted);
+        QCOMPARE(row->preEdgeEnd, wanted - 50.0);
+        QCOMPARE(row->postEdgeStart, wanted + 100.0);
+    }
+    QTest::mouseMove(of->DispA, {start, middle(of)});
+    QCOMPARE(edge->text(), sixDigits(axis.energyAt(start + 11)));
+    QCOMPARE(m_panel->ui.PreEEndDE->text(), QStringLiteral("-50"));
+    QCOMPARE(m_panel->ui.PostEStartDE->text(), QStringLiteral("100"));
+}
+
+void tst_FourPsGraphs::dragOfALimitWritesItsOffset_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<bool>("post");
+    for (const auto& [name, id] :
+         {std::pair{"first reference", Displays::DRef1},
+          std::pair{"second reference", Displays::DRef2}, std::pair{"target", Displays::DTarget}}) {
+        QTest::addRow("end of the pre-edge part, %s", name) << int(id) << false;
+        QTest::addRow("start of the post-edge part, %s", name) << int(id) << true;
+    }
+}
+
+void tst_FourPsGraphs::dragOfALimitWritesItsOffset()
+{
+    QFETCH(int, id);
+    QFETCH(bool, post);
+    DispABase* of = plot(static_cast<Displays::DispId>(id));
+    const Axis axis(of);
+    QLineEdit* edit = post ? m_panel->ui.PostEStartDE : m_panel->ui.PreEEndDE;
+    const int start = axis.near(post ? 8450.0 : 8300.0);
+    const int end = start + (post ? 9 : -9);
+    press(of->DispA, QPointF(start, middle(of)));
+    drag(of->DispA, QPointF(end, middle(of)));
+    const QString wanted = sixDigits(axis.energyAt(end) - 8350.0);
+    QCOMPARE(edit->text(), wanted);
+    QCOMPARE(edit->cursorPosition(), 0);
+    release(of->DispA, QPointF(end, middle(of)));
+    QCOMPARE(edit->text(), wanted);
+    const AXafsFileSelect* row = m_panel->XafsFiles.at(0);
+    QCOMPARE(post ? row->postEdgeStart : row->preEdgeEnd, 8350.0 + wanted.toDouble());
+    QCOMPARE(m_panel->ui.EdgeE->text(), QStringLiteral("8350"));
+    QCOMPARE((post ? m_panel->ui.PreEEndDE : m_panel->ui.PostEStartDE)->text(),
+             post ? QStringLiteral("-50") : QStringLiteral("100"));
+}
+
+void tst_FourPsGraphs::dragOfTheEdgeMovesTheLimitsAlong()
+{
+    DispABase* of = plot(Displays::DRef1);
+    const Axis axis(of);
+    const int start = axis.near(8350.0);
+    press(of->DispA, QPointF(start, middle(of)));
+    drag(of->DispA, QPointF(start + 10, middle(of)));
+    const MarkLines* set = of->DispA->markLines;
+    const double edge = m_panel->ui.EdgeE->text().toDouble();
+    QCOMPARE(set->value(1), edge - 50.0);
+    QCOMPARE(set->value(2), edge + 100.0);
+    release(of->DispA, QPointF(start + 10, middle(of)));
+}
+
+void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoLines_data()
+{
+    QTest::addColumn<int>("reference");
+    QTest::newRow("third reference") << 2;
+    QTest::newRow("fourth reference") << 3;
+}
+
+void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoLines()
+{
+    QFETCH(int, reference);
+    AXafsFileSelect* row = m_panel->XafsFiles.at(reference);
+    static_cast<AMutE&>(*row) = *m_panel->XafsFiles.at(0);
+    DispABase* of = plot(static_cast<Displays::DispId>(reference));
+    QVERIFY(showsEdgeAt(of, 8350.0)); // drawn, but not to be held
+    const int start = Axis(of).near(8350.0);
+    press(of->DispA, QPointF(start, middle(of)));
+    drag(of->DispA, QPointF(start + 10, middle(of)));
+    release(of->DispA, QPointF(start + 10, middle(of)));
+    QCOMPARE(m_panel->ui.EdgeE->text(), QStringLiteral("8350"));
+    QVERIFY(messages(*m_panel).isEmpty());
+}
+
+void tst_FourPsGraphs::pressAwayFromTheLinesDragsNothing()
+{
+    DispABase* of = plot(Displays::DRef1);
+    const Axis axis(of);
+    const int start = axis.near(8300.0) - 21; // further than 20 pixels from any
+    press(of->DispA, QPointF(start, middle(of)));
+    drag(of->DispA, QPointF(start + 25, middle(of)));
+    release(of->DispA, QPointF(start + 25, middle(of)));
+    QCOMPARE(m_panel->ui.EdgeE->text(), QStringLiteral("8350"));
+    QCOMPARE(m_panel->ui.PreEEndDE->text(), QStringLiteral("-50"));
+    QVERIFY(messages(*m_panel).isEmpty());
+}
+
+void tst_FourPsGraphs::dragRunsAReflexPerValidReference_data()
+{
+    QTest::addColumn<int>("valid");
+    QTest::addColumn<int>("perMove");    // runs
+    QTest::addColumn<int>("perRelease"); // its own step, the edge, the reflex
+    QTest::newRow("no reference") << 0 << 0 << 1;
+    QTest::newRow("one reference") << 1 << 1 << 3;
+    QTest::newRow("two references") << 2 << 2 << 5;
+    QTest::newRow("three references, two in use") << 3 << 3 << 7;
+}
+
+void tst_FourPsGraphs::dragRunsAReflexPerValidReference()
+{
+    QFETCH(int, valid);
+    QFETCH(int, perMove);
+    QFETCH(int, perRelease);
+    refuseMapAndTarget();
+    makeValid(valid);
+    DispABase* of = plot(Displays::DTarget);
+    const int start = Axis(of).near(8350.0);
+    const bool fits = valid >= 2;
+    press(of->DispA, QPointF(start, middle(of)));
+    QVERIFY(messages(*m_panel).isEmpty());
+    for (int step = 1; step <= 2; ++step) {
+        drag(of->DispA, QPointF(start + step, middle(of)));
+        QCOMPARE(messages(*m_panel).size(), step * perMove * linesOfARun);
+        QCOMPARE(m_panel->LCFvs4PS.size(), fits ? step * perMove : 0);
+    }
+    clearMessages(*m_panel);
+    m_panel->LCFvs4PS.clear();
+    release(of->DispA, QPointF(start + 2, middle(of)));
+    QCOMPARE(messages(*m_panel).size(), perRelease * linesOfARun);
+    QCOMPARE(m_panel->LCFvs4PS.size(), fits ? perRelease : 0);
+}
+
+void tst_FourPsGraphs::pressAloneRunsTheReflexAtItsRelease()
+{
+    refuseMapAndTarget();
+    DispABase* of = plot(Displays::DRef2);
+    const Axis axis(of);
+    const int start = axis.near(8350.0) + 2;
+    press(of->DispA, QPointF(start, middle(of)));
+    QVERIFY(m_panel->LCFvs4PS.isEmpty());
+    release(of->DispA, QPointF(start, middle(of)));
+    // The line jumps to the mouse at the release.
+    QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(axis.energyAt(start)));
+    QCOMPARE(m_panel->LCFvs4PS.size(), 5);
+}
+
+void tst_FourPsGraphs::allSpectraSetRunsTheSameReflexes()
+{
+    refuseMapAndTarget();
+    MarkLines* set = plot(Displays::DMuts)->DispA->markLines;
+    m_panel->ui.EdgeE->setText("8345");
+    Q_EMIT set->moving();
+    QCOMPARE(m_panel->XafsFiles.at(3)->edgeEnergy, 8345.0);
+    QCOMPARE(m_panel->LCFvs4PS.size(), 2);
+    m_panel->ui.EdgeE->setText("8346");
+    Q_EMIT set->newPos();
+    QCOMPARE(m_panel->XafsFiles.at(3)->edgeEnergy, 8346.0);
+    QCOMPARE(m_panel->LCFvs4PS.size(), 2 + 3);
+    QCOMPARE(messages(*m_panel).size(), 5 * linesOfARun);
+}
+
+void tst_FourPsGraphs::newPlaceSetsTheEdgeBeforeItCalculates()
+{
+    refuseMapAndTarget();
+    m_panel->lcf();
+    const double before = m_panel->LCFvs4PS.last().lcfValence;
+    for (const auto id : {Displays::DMuts, Displays::DRef1}) {
+        m_panel->LCFvs4PS.clear();
+        m_panel->ui.EdgeE->setText("8440");
+        Q_EMIT plot(id)->DispA->markLines->newPos();
+        QCOMPARE(m_panel->LCFvs4PS.size(), 3);
+        for (const LCFPoint& point : std::as_const(m_panel->LCFvs4PS)) {
+            QVERIFY(point.lcfValence != before);
+            QCOMPARE(point.lcfValence, m_panel->LCFvs4PS.last().lcfValence);
+        }
+        m_panel->ui.EdgeE->setText("8350");
+        m_panel->setEdge();
+    }
+}
+
+void tst_FourPsGraphs::movingSetsTheEdgeBeforeItCalculates()
+{
+    refuseMapAndTarget();
+    m_panel->lcf();
+    const double before = m_panel->LCFvs4PS.takeLast().lcfValence;
+    m_panel->ui.EdgeE->setText("8440");
+    Q_EMIT plot(Displays::DRef1)->DispA->markLines->moving();
+    QCOMPARE(m_panel->LCFvs4PS.size(), 2);
+    QVERIFY(m_panel->LCFvs4PS.first().lcfValence != before);
+}
+
+void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
+{
+    // With the edge at 8440 the pre-edge part reaches into the rise and its
+    // line is wrong; from 8350 on it lies at 0, so that the columns show the
+    // spectra themselves: 0, 1, 1.5 and 0, 1, 0.5.
+    FourPs& panel = *m_panel;
+    panel.EPoints.at(2)->VPointCB->setChecked(true);
+    panel.Refs.RefRows.at(0)->Valence->setText("2");
+    panel.Refs.RefRows.at(1)->Valence->setText("3");
+    enter(panel.ui.EdgeE, "8440");
+    const auto cell = [&panel](int row, int reference) {
+        return panel.EPoints.at(row)->mutEdits.at(reference)->text().toDouble();
+    };
+    QVERIFY(std::abs(cell(1, 0) - 1.0) > 0.05);
+    // A base of 1 and a thickness of 4: 1 + 4 * 0, 1 + 4 * 1, and at the V row
+    // 1 + 4 * (a * 1.5 + (1 - a) * 0.5) for a = 1/2.
+    panel.EPoints.at(0)->MutT->setText("1");
+    panel.EPoints.at(1)->MutT->setText("5");
+    panel.EPoints.at(2)->MutT->setText("5");
+    DispABase* of = plot(Displays::DRef1);
+    const Axis axis(of);
+    press(of->DispA, QPointF(axis.near(8440.0), middle(of)));
+    drag(of->DispA, QPointF(axis.near(8350.0), middle(of)));
+    const QList<QList<double>> wanted{{0.0, 0.0}, {1.0, 1.0}, {1.5, 0.5}};
+    constexpr double tolerance = 1e-3; // the fit of three terms to constants
+    for (int row = 0; row < 3; ++row) {
+        for (int reference = 0; reference < 2; ++reference) {
+            QVERIFY(std::abs(cell(row, reference) - wanted.at(row).at(reference)) < tolerance);
+        }
+    }
+    const QRegularExpression result(QStringLiteral("^3ps: a = (.*), Valence = (.*)$"));
+    const QRegularExpressionMatch found = result.match(panel.ui.CalcRes->text());
+    QVERIFY(found.hasMatch());
+    QVERIFY(std::abs(found.captured(1).toDouble() - 0.5) < tolerance);
+    QVERIFY(std::abs(found.captured(2).toDouble() - 2.5) < tolerance);
+    // The target's column is not written.
+    QCOMPARE(panel.EPoints.at(1)->MutT->text(), QStringLiteral("5"));
+    release(of->DispA, QPointF(axis.near(8350.0), middle(of)));
+    QVERIFY(std::abs(cell(2, 0) - 1.5) < tolerance);
+}
+
+void tst_FourPsGraphs::plotsFollowTheDraggedEdge()
+{
+    SurfacePaints paints(*m_panel->Disps);
+    DispABase* of = plot(Displays::DRef1);
+    const Axis axis(of);
+    const int start = axis.near(8350.0);
+    press(of->DispA, QPointF(start, middle(of)));
+    QCOMPARE(paints.counts(), inTheGrid(0));
+    drag(of->DispA, QPointF(start + 13, middle(of)));
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    const double edge = m_panel->ui.EdgeE->text().toDouble();
+    QVERIFY(showsEdgeAt(of, edge));
+    QVERIFY(showsEdgeAt(plot(Displays::DTarget), edge));
+    paints.restart();
+    release(of->DispA, QPointF(start + 13, middle(of)));
+    QCOMPARE(paints.counts(), inTheGrid(1));
+}
+
+void tst_FourPsGraphs::wheelZoomsOnePlotOnly()
+{
+    SurfacePaints paints(*m_panel->Disps);
+    DispABase* of = plot(Displays::DRef1);
+    const int column = of->DispA->width() / 2;
+    const double centre = Axis(of).energyAt(column);
+    move(of->DispA, QPointF(column, middle(of)));
+    turnWheel(of->DispA, QPointF(column, middle(of)), {0, 120});
+    QList<int> wanted(11, 0);
+    wanted[Displays::DRef1] = 1;
+    QCOMPARE(paints.counts(), wanted);
+    const auto near = [](double value, double other) { return std::abs(value - other) < 1e-6; };
+    QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
+    QVERIFY(near(of->DispA->cc.realX1, centre + (highestEv - centre) / 1.1));
+    QCOMPARE(plot(Displays::DRef2)->DispA->cc.realX0, lowestEv);
+    // It lasts through the reflexes.
+    enter(m_panel->ui.EdgeE, "8360");
+    QTest::qWait(30);
+    QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
+    QVERIFY(near(m_panel->Disps->frame(Displays::DTarget)->DispA->cc.realX0, lowestEv));
+}
+
+void tst_FourPsGraphs::shiftDragMovesOnePlotOnly()
+{
+    DispABase* of = plot(Displays::DTarget);
+    const Axis axis(of);
+    const int start = axis.near(8350.0); // on the edge, which is not taken along
+    press(of->DispA, QPointF(start, middle(of)), Qt::LeftButton, Qt::ShiftModifier);
+    drag(of->DispA, QPointF(start + 15, middle(of)));
+    release(of->DispA, QPointF(start + 15, middle(of)));
+    const double moved = axis.energyAt(15) - axis.energyAt(0);
+    QVERIFY(std::abs(of->DispA->cc.realX0 - (lowestEv - moved)) < 1e-6);
+    QVERIFY(std::abs(of->DispA->cc.realX1 - (highestEv - moved)) < 1e-6);
+    QCOMPARE(plot(Displays::DRef1)->DispA->cc.realX0, lowestEv);
+    QCOMPARE(m_panel->ui.EdgeE->text(), QStringLiteral("8350"));
+    QVERIFY(messages(*m_panel).isEmpty());
+}
+
+void tst_FourPsGraphs::doubleClickFitsOnePlotOnly()
+{
+    for (const auto id : {Displays::DRef1, Displays::DRef2, Displays::DTarget}) {
+        plot(id)->DispA->cc.setReal(8100.0, 0.0, 8200.0, 1.0);
+    }
+    m_panel->LCFvs4PS.append(LCFPoint());
+    doubleClick(plot(Displays::DRef2)->DispA, {5, 5});
+    QTest::qWait(30);
+    QCOMPARE(plot(Displays::DRef2)->DispA->cc.realX0, lowestEv);
+    QCOMPARE(plot(Displays::DRef2)->DispA->cc.realX1, highestEv);
+    QCOMPARE(plot(Displays::DRef1)->DispA->cc.realX0, 8100.0);
+    QCOMPARE(plot(Displays::DTarget)->DispA->cc.realX0, 8100.0);
+    QCOMPARE(m_panel->LCFvs4PS.size(), 1);
+}
+
+void tst_FourPsGraphs::zoomSurvivesPopOutAndBack()
+{
+    DispABase* of = plot(Displays::DRef1);
+    of->DispA->cc.setReal(8300.0, 0.0, 8400.0, 1.0);
+    QTest::mouseClick(of->PopDockB, Qt::LeftButton);
+    QVERIFY(QTest::qWaitForWindowExposed(of->pop));
+    QVERIFY(!of->docked);
+    QCOMPARE(of->DispA->window(), of->pop);
+    QVERIFY(showsEdgeAt(of, 8350.0, 8300.0, 8400.0));
+    QVERIFY(of->pop->close());
+    QTest::qWait(20);
+    QVERIFY(of->docked);
+    QCOMPARE(of->DispA->window(), m_panel->Disps);
+    QVERIFY(of->DispA->hasScale);
+    QCOMPARE(of->DispA->cc.realX0, 8300.0);
+    QVERIFY(showsEdgeAt(of, 8350.0, 8300.0, 8400.0));
+}
+
+void tst_FourPsGraphs::markersAreDraggedInThePoppedOutWindow()
+{
+    DispABase* of = plot(Displays::DRef1);
+    of->popDock();
+    QVERIFY(QTest::qWaitForWindowExposed(of->pop));
+    QTest::qWait(20);
+    const Axis axis(of);
+    QVERIFY(axis.right - axis.left > 600); // 800 less the margins
+    SurfacePaints paints(*m_panel->Disps);
+    const int start = axis.near(8350.0);
+    press(of->DispA, QPointF(start, middle(of)));
+    drag(of->DispA, QPointF(start + 33, middle(of)));
+    QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(axis.energyAt(start + 33)));
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    QVERIFY(showsEdgeAt(of, m_panel->ui.EdgeE->text().toDouble()));
+    release(of->DispA, QPointF(start + 33, middle(of)));
+}
+
+void tst_FourPsGraphs::releaseInTheComparisonTakesTheNextColor_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::newRow("left") << int(Qt::LeftButton);
+    QTest::newRow("right") << int(Qt::RightButton);
+}
+
+void tst_FourPsGraphs::releaseInTheComparisonTakesTheNextColor()
+{
+    QFETCH(int, button);
+    SurfacePaints paints(*m_panel->Disps);
+    m_panel->LCFvs4PS.append(LCFPoint());
+    DispArea* surface = plot(Displays::DLCFvs4PS)->DispA;
+    press(surface, {20, 20}, static_cast<Qt::MouseButton>(button));
+    QCOMPARE(m_panel->LCFColor, 0);
+    release(surface, {20, 20}, static_cast<Qt::MouseButton>(button));
+    QCOMPARE(m_panel->LCFColor, 1);
+    QCOMPARE(m_panel->LCFvs4PS.size(), 1);
+    QCOMPARE(paints.counts(), inTheGrid(0));
+}
+
+void tst_FourPsGraphs::colorsWrapAround()
+{
+    QCOMPARE(m_panel->Colors.colors.size(), 45);
+    DispArea* surface = plot(Displays::DLCFvs4PS)->DispA;
+    m_panel->LCFColor = 43;
+    QTest::mouseClick(surface, Qt::LeftButton);
+    QCOMPARE(m_panel->LCFColor, 44);
+    QTest::mouseClick(surface, Qt::LeftButton);
+    QCOMPARE(m_panel->LCFColor, 0);
+}
+
+void tst_FourPsGraphs::nextPointsTakeTheNewColor()
+{
+    refuseMapAndTarget();
+    m_panel->ui.LCFB->click();
+    QTest::mouseClick(plot(Displays::DLCFvs4PS)->DispA, Qt::LeftButton);
+    m_panel->ui.LCFB->click();
+    QCOMPARE(m_panel->LCFvs4PS.size(), 2);
+    QCOMPARE(m_panel->LCFvs4PS.first().color, 0);
+    QCOMPARE(m_panel->LCFvs4PS.last().color, 1);
+}
+
+void tst_FourPsGraphs::doubleClickInTheComparisonClearsIt()
+{
+    SurfacePaints paints(*m_panel->Disps);
+    m_panel->LCFvs4PS.append(LCFPoint());
+    m_panel->LCFColor = 7;
+    doubleClick(plot(Displays::DLCFvs4PS)->DispA, {20, 20});
+    QVERIFY(m_panel->LCFvs4PS.isEmpty());
+    QCOMPARE(m_panel->LCFColor, 0);
+    // The clicked plot asks for a paint of its own besides.
+    QList<int> counts = paints.counts();
+    QVERIFY(counts.takeAt(Displays::DLCFvs4PS) >= 1);
+    QCOMPARE(counts, inTheGrid(1).mid(1));
+}
+
+void tst_FourPsGraphs::wholeDoubleClickInTheComparisonEndsAtTheSecondColor()
+{
+    m_panel->LCFvs4PS.append(LCFPoint());
+    m_panel->LCFColor = 7;
+    DispArea* surface = plot(Displays::DLCFvs4PS)->DispA;
+    press(surface, {20, 20});
+    release(surface, {20, 20});
+    QCOMPARE(m_panel->LCFColor, 8);
+    doubleClick(surface, {20, 20});
+    QCOMPARE(m_panel->LCFColor, 0);
+    // Its own release steps on from there.
+    release(surface, {20, 20});
+    QCOMPARE(m_panel->LCFColor, 1);
+    QVERIFY(m_panel->LCFvs4PS.isEmpty());
+}
+
+void tst_FourPsGraphs::otherPlotsLeaveTheComparison_data()
+{
+    QTest::addColumn<int>("id");
+    for (int id = Displays::DRef1; id <= Displays::DM2M3; ++id) {
+        if (id != Displays::DLCFvs4PS) {
+            QTest::addRow("%d", id) << id;
+        }
+    }
+}
+
+void tst_FourPsGraphs::otherPlotsLeaveTheComparison()
+{
+    QFETCH(int, id);
+    m_panel->LCFvs4PS.append(LCFPoint());
+    m_panel->LCFColor = 7;
+    DispArea* surface = plot(static_cast<Displays::DispId>(id))->DispA;
+    doubleClick(surface, {1, 1}, Qt::RightButton);
+    release(surface, {1, 1}, Qt::RightButton);
+    QCOMPARE(m_panel->LCFvs4PS.size(), 1);
+    QCOMPARE(m_panel->LCFColor, 7);
+}
+
+void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::newRow("NNone") << "NBy2Vics";
+    QTest::newRow("NBySubPre") << "NNone";
+    QTest::newRow("NByEJ") << "NBySubPre";
+    QTest::newRow("NBy2Vics") << "NByEJ";
+}
+
+void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale()
+{
+    QFETCH(QString, before);
+    chooseQuietly(m_panel->findChild<QAbstractButton*>(before));
+    DispABase* all = plot(Displays::DMuts);
+    all->setRealCoord(8300.0, -0.1, 8450.0, 1.1);
+    SurfacePaints paints(*m_panel->Disps);
+    auto* radio = m_panel->findChild<QAbstractButton*>(QLatin1String(QTest::currentDataTag()));
+    QVERIFY(radio && !radio->isChecked());
+    radio->click();
+    QVERIFY(radio->isChecked());
+    QVERIFY(!all->DispA->hasScale);
+    QVERIFY(plot(Displays::DRef1)->DispA->hasScale);
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    QVERIFY(messages(*m_panel).isEmpty());
+    // A click on the chosen one changes nothing.
+    all->setRealCoord(8300.0, -0.1, 8450.0, 1.1);
+    paints.restart();
+    radio->click();
+    QVERIFY(all->DispA->hasScale);
+    QCOMPARE(paints.counts(), inTheGrid(0));
+}
+
+void tst_FourPsGraphs::histogramChoiceRepaints_data()
+{
+    QTest::addColumn<QString>("before"); // the one chosen before among radios
+    for (const char* box : {"HgValence", "HgRatio1", "HgRatio2", "HgRatio3", "HgRatio4", "HgAmount",
+                            "HgdMut1", "HgdMut2", "HgdMut3", "HgdMut4"}) {
+        QTest::newRow(box) << QString();
+    }
+    QTest::newRow("HgMut0") << "HgC2";
+    QTest::newRow("HgC1") << "HgMut0";
+    QTest::newRow("HgC2") << "HgC1";
+}
+
+void tst_FourPsGraphs::histogramChoiceRepaints()
+{
+    QFETCH(QString, before);
+    auto* choice = m_panel->findChild<QAbstractButton*>(QLatin1String(QTest::currentDataTag()));
+    QVERIFY(choice);
+    if (!before.isEmpty()) {
+        m_panel->findChild<QAbstractButton*>(before)->setChecked(true);
+    }
+    const bool checked = choice->isChecked();
+    SurfacePaints paints(*m_panel->Disps);
+    choice->click();
+    QCOMPARE(choice->isChecked(), !checked);
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    if (before.isEmpty()) {
+        paints.restart();
+        choice->click();
+        QCOMPARE(choice->isChecked(), checked);
+        QCOMPARE(paints.counts(), inTheGrid(1));
+    }
+    QVERIFY(messages(*m_panel).isEmpty());
+}
+
+void tst_FourPsGraphs::stepRepaintsTheGraphs_data()
+{
+    QTest::addColumn<std::function<void(FourPs&)>>("step");
+    QTest::addColumn<QList<int>>("maps");
+    const auto add = [](const char* name, const QList<int>& maps,
+                        const std::function<void(FourPs&)>& step) {
+        QTest::newRow(name) << step << maps;
+    };
+    add("the edge is set", {}, [](FourPs& panel) { panel.setEdge(); });
+    add("an edge is noticed", {}, [](FourPs& panel) { panel.noticedNewEdge(8351.0); });
+    add("an edge field is left", {}, [](FourPs& panel) { enter(panel.ui.PreEEndDE, "-40"); });
+    add("a reference's column is written", {}, [](FourPs& panel) { panel.receiveNewRef(1); });
+    add("the target's column is written", {},
+        [](FourPs& panel) { panel.receiveNewTarget(QString()); });
+    add("a row has a new energy", {},
+        [](FourPs& panel) { enter(panel.EPoints.at(0)->Energy, "8314"); });
+    add("a spectrum is shifted", {},
+        [](FourPs& panel) { enter(panel.ui.TargetFile->Ui_AFileSelect::dE, "1.5"); });
+    add("the comparison is cleared", {}, [](FourPs& panel) { panel.clearLCFvs4PS(nullptr); });
+    add("the target is fitted", {}, [](FourPs& panel) {
+        panel.EPoints.at(1)->LCFCB->setChecked(true);
+        panel.EPoints.at(5)->LCFCB->setChecked(true);
+        panel.lcf();
+    });
+    add("a map is calculated from three points", {0, 1, 2}, [](FourPs& panel) { panel.calcMap(); });
+    add("a map is calculated from exact four points", {0, 1, 2, 3}, [](FourPs& panel) {
+        chooseQuietly(panel.ui.TypeTMKisExact);
+        panel.calcMap();
+        chooseQuietly(panel.ui.TypeTMKisLS);
+    });
+    add("a map is calculated by least square", {0, 1, 2, 3},
+        [](FourPs& panel) { panel.calcMap(); });
+    add("a map is calculated with a line as background", {0, 1, 2, 3, 4}, [](FourPs& panel) {
+        chooseQuietly(panel.ui.TypeNonEquiv);
+        panel.ui.NonEquivBGLinear->setChecked(true);
+        panel.calcMap();
+    });
+    add("the same map is calculated again", {0, 1, 2}, [](FourPs& panel) { panel.calcMap(); });
+}
+
+void tst_FourPsGraphs::stepRepaintsTheGraphs()
+{
+    QFETCH(std::function<void(FourPs&)>, step);
+    QFETCH(QList<int>, maps);
+    if (!maps.isEmpty()) {
+        prepareMaps(maps);
+    }
+    const bool linear = m_panel->ui.NonEquivBGLinear->isChecked();
+    SurfacePaints paints(*m_panel->Disps);
+    step(*m_panel);
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    chooseFourPoints(*m_panel);
+    m_panel->ui.NonEquivBGLinear->setChecked(linear);
+}
+
+void tst_FourPsGraphs::stepRepaintsNothing_data()
+{
+    QTest::addColumn<std::function<void(FourPs&)>>("step");
+    const auto add = [](const char* name, const std::function<void(FourPs&)>& step) {
+        QTest::newRow(name) << step;
+    };
+    add("the map calculation is refused", [](FourPs& panel) { panel.calcMap(); });
+    add("the fit is refused", [](FourPs& panel) { panel.lcf(); });
+    add("the reflex is refused", [](FourPs& panel) { panel.calcBoth(); });
+    add("an invalid reference", [](FourPs& panel) { panel.receiveNewRef(3); });
+    add("another colour", [](FourPs& panel) { panel.newColorLCFvs4PS(nullptr); });
+    add("no file to remove", [](FourPs& panel) { panel.ui.RemoveAFile->click(); });
+    add("text in the edge field before it is left",
+        [](FourPs& panel) { panel.ui.EdgeE->setText("8355"); });
+    add("the energy of a stranger", [](FourPs& panel) { panel.receiveNewEnergy(8313.0); });
+}
+
+void tst_FourPsGraphs::stepRepaintsNothing()
+{
+    QFETCH(std::function<void(FourPs&)>, step);
+    SurfacePaints paints(*m_panel->Disps);
+    step(*m_panel);
+    QCOMPARE(paints.counts(), inTheGrid(0));
+}
+
+void tst_FourPsGraphs::mapWithoutRowsRepaintsTheGraphs()
+{
+    prepareMaps({0, 1, 2});
+    A2DData& map = *m_panel->EPoints.at(2);
+    map.clear();
+    SurfacePaints paints(*m_panel->Disps);
+    m_panel->calcMap();
+    QVERIFY(m_panel->BaseData.rows.isEmpty());
+    QCOMPARE(paints.counts(), inTheGrid(1));
+}
+
+void tst_FourPsGraphs::displayFilesRepaintTheGraphs()
+{
+    SurfacePaints paints(*m_panel->Disps);
+    Q_EMIT m_panel->ui.DispFSelect->newFilePaths({m_files.broken});
+    QCOMPARE(paints.counts(), inTheGrid(0));
+    Q_EMIT m_panel->ui.DispFSelect->newFilePaths({m_files.ref1});
+    QCOMPARE(m_panel->DispMuts.size(), 1);
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    m_panel->removeAFile();
+}
+
+void tst_FourPsGraphs::chosenDisplayFileRepaintsTheGraphs()
+{
+    m_panel->receiveNewDispFiles({m_files.ref1, m_files.ref2});
+    QCOMPARE(m_panel->ui.SelectedFs->currentIndex(), 0);
+    clearMessages(*m_panel);
+    SurfacePaints paints(*m_panel->Disps);
+    m_panel->ui.SelectedFs->setCurrentIndex(1);
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    QVERIFY(messages(*m_panel).isEmpty());
+    m_panel->removeAFile();
+    m_panel->removeAFile();
+}
+
+void tst_FourPsGraphs::removedDisplayFileRepaintsTheGraphs()
+{
+    m_panel->receiveNewDispFiles({m_files.ref1, m_files.ref2});
+    const AMutE* second = m_panel->DispMuts.last();
+    m_panel->ui.SelectedFs->setCurrentIndex(0);
+    SurfacePaints paints(*m_panel->Disps);
+    m_panel->ui.RemoveAFile->click();
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(m_panel->DispMuts, QList<AMutE*>{const_cast<AMutE*>(second)});
+    QCOMPARE(m_panel->ui.SelectedFs->currentText(), m_files.ref2);
+    paints.restart();
+    m_panel->ui.RemoveAFile->click();
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    QVERIFY(m_panel->DispMuts.isEmpty());
+}
+
+void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheLine()
+{
+    m_panel->show();
+    m_panel->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_panel.get()));
+    QLineEdit* edge = m_panel->ui.EdgeE;
+    edge->setFocus();
+    edge->selectAll();
+    QTest::keyClicks(edge, "8412.5");
+    SurfacePaints paints(*m_panel->Disps);
+    QCOMPARE(m_panel->XafsFiles.at(0)->edgeEnergy, 8350.0);
+    QTest::keyClick(edge, Qt::Key_Tab);
+    QVERIFY(!edge->hasFocus());
+    QCOMPARE(m_panel->XafsFiles.at(0)->edgeEnergy, 8412.5);
+    QCOMPARE(m_panel->XafsFiles.at(4)->postEdgeStart, 8512.5);
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    QVERIFY(showsEdgeAt(plot(Displays::DRef1), 8412.5));
+    QVERIFY(showsEdgeAt(plot(Displays::DTarget), 8412.5));
+    m_panel->hide();
+}
+
+void tst_FourPsGraphs::shiftMovesTheCurveAndKeepsTheRange()
+{
+    refuseMapAndTarget();
+    DispABase* of = plot(Displays::DRef1);
+    const QImage before = of->DispA->grab().toImage();
+    enter(m_panel->XafsFiles.at(0)->Ui_AFileSelect::dE, "40");
+    QCOMPARE(m_panel->LCFvs4PS.size(), 1); // one run of the reflex
+    QTest::qWait(30);
+    QCOMPARE(of->DispA->cc.realX0, lowestEv);
+    QCOMPARE(of->DispA->cc.realX1, highestEv);
+    QVERIFY(of->DispA->grab().toImage() != before);
+    QVERIFY(showsEdgeAt(of, 8350.0));
+}
+
+void tst_FourPsGraphs::newFileFitsItsPlotAfresh()
+{
+    FourPs panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
+    load(panel.XafsFiles.at(1), m_files.ref2);
+    panel.Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
+    QTest::qWait(20);
+    DispArea* first = panel.Disps->frame(Displays::DRef1)->DispA;
+    DispArea* second = panel.Disps->frame(Displays::DRef2)->DispA;
+    first->cc.setReal(8300.0, 0.0, 8400.0, 1.0);
+    second->cc.setReal(8300.0, 0.0, 8400.0, 1.0);
+    load(panel.XafsFiles.at(0), m_files.other);
+    QTest::qWait(30);
+    // 7000 to 7200 eV and 0 to 10, a twentieth more on each side.
+    QCOMPARE(first->cc.realX0, 6990.0);
+    QCOMPARE(first->cc.realX1, 7210.0);
+    QCOMPARE(first->cc.realY0, -0.5);
+    QCOMPARE(first->cc.realY1, 10.5);
+    QCOMPARE(second->cc.realX0, 8300.0);
+    panel.Disps->hide();
+}
+
+QTEST_MAIN(tst_FourPsGraphs)
+#include "tst_FourPsGraphs.moc"
