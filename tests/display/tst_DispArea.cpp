@@ -132,6 +132,7 @@ private Q_SLOTS:
     void automaticRangeOverwritesAWheelStepAtTheNextPaint();
     void wheelTellsNobody();
 
+    void placesBeforeTheFirstPaintTakeTheWholeWidget();
     void signalsComeInTheirOrder();
 
 private:
@@ -1057,6 +1058,17 @@ void tst_DispArea::wheelTellsNobody()
     turnWheel(m_area.get(), {140.0, 170.0}, {0, -120});
     QCOMPARE(m_order, QStringList());
     QCOMPARE(m_lines->text(0), "100");
+}
+
+// 400 by 300 pixels for 0 to 1 on both axes; y runs upward.
+void tst_DispArea::placesBeforeTheFirstPaintTakeTheWholeWidget()
+{
+    DispArea area;
+    const QSignalSpy places(&area, &DispArea::nowPos);
+    move(&area, {100.0, 75.0});
+    QCOMPARE(places.size(), 1);
+    QCOMPARE(places.first().at(0).toDouble(), 0.25);
+    QCOMPARE(places.first().at(1).toDouble(), 0.75);
 }
 
 void tst_DispArea::signalsComeInTheirOrder()

@@ -23,6 +23,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
+    void frameDiesWithALimitBeingTyped();
     void frameIsAsTheFormHasIt();
     void drawingStandsInRowOneOfTheFrame();
     void surfaceStandsBelowTheStripAndBesideTheBar();
@@ -73,10 +74,21 @@ void tst_DispMBase::init()
 // inside the frame's destructor.
 void tst_DispMBase::cleanup()
 {
-    if (QWidget* typedIn = QApplication::focusWidget()) {
-        typedIn->clearFocus();
-    }
     m_frame.reset();
+}
+
+// The edit finishes its editing when the dying window takes the focus from it.
+void tst_DispMBase::frameDiesWithALimitBeingTyped()
+{
+    auto frame = std::make_unique<DispMBase>();
+    frame->show();
+    QVERIFY(QTest::qWaitForWindowActive(frame.get()));
+    frame->MaxV->setFocus();
+    QTest::keyClicks(frame->MaxV, QStringLiteral("5"));
+    QVERIFY(frame->MaxV->hasFocus());
+    const QSignalSpy finished(frame->MaxV, &QLineEdit::editingFinished);
+    frame.reset();
+    QCOMPARE(finished.size(), 1);
 }
 
 bool tst_DispMBase::show()

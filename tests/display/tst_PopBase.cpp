@@ -4,6 +4,7 @@
 #include "support/MemberOrder.h"
 #include "support/PaintCounter.h"
 
+#include <QCloseEvent>
 #include <QGridLayout>
 #include <QSignalSpy>
 #include <QTest>
@@ -39,6 +40,7 @@ private Q_SLOTS:
     void formIsAFrameAroundOneLayout();
     void startsAsAHiddenWindowOfItsOwner();
     void closingTellsItOnce();
+    void secondCloseTellsNothing();
     void hidingDoesNotTell();
     void contentMovesInAndBackToRowOne();
     void updateLeavesTheContentAlone();
@@ -87,6 +89,22 @@ void tst_PopBase::closingTellsItOnce()
     QVERIFY(pop.windowHandle()->close());
     QCOMPARE(closed.size(), 1);
     QVERIFY(!pop.isVisible());
+}
+
+// As when a calculation keeps the windows waiting and the user clicks twice.
+void tst_PopBase::secondCloseTellsNothing()
+{
+    QWidget owner;
+    PopBase pop(&owner);
+    pop.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&pop));
+    const QSignalSpy closed(&pop, &PopBase::closed);
+    QWindow* window = pop.windowHandle();
+    for (int i = 0; i < 2; ++i) {
+        QCloseEvent event;
+        QCoreApplication::sendEvent(window, &event);
+    }
+    QCOMPARE(closed.size(), 1);
 }
 
 void tst_PopBase::hidingDoesNotTell()

@@ -183,6 +183,7 @@ private Q_SLOTS:
     void leavingTheEdgeFieldByTabMovesTheLine();
     void shiftMovesTheCurveAndKeepsTheRange();
     void newFileFitsItsPlotAfresh();
+    void fileWithoutASpectrumEmptiesItsPlot();
 
 private:
     DispABase* plot(Displays::DispId id) const { return m_panel->Disps->frame(id); }
@@ -1122,6 +1123,21 @@ void tst_FourPsGraphs::newFileFitsItsPlotAfresh()
     QCOMPARE(first->cc.realY0, -0.5);
     QCOMPARE(first->cc.realY1, 10.5);
     QCOMPARE(second->cc.realX0, 8300.0);
+    panel.Disps->hide();
+}
+
+void tst_FourPsGraphs::fileWithoutASpectrumEmptiesItsPlot()
+{
+    FourPs panel;
+    load(panel.XafsFiles.at(2), m_files.ref1);
+    panel.Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
+    SurfacePaints paints(*panel.Disps);
+    DispArea* plot = panel.Disps->frame(Displays::DRef3)->DispA;
+    QVERIFY(plot->cc.drawn);
+    load(panel.XafsFiles.at(2), m_files.broken);
+    QCOMPARE(paints.counts().at(Displays::DRef3), 1);
+    QVERIFY(!plot->cc.drawn);
     panel.Disps->hide();
 }
 
