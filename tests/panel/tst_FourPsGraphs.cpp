@@ -151,6 +151,7 @@ private Q_SLOTS:
     void movingSetsTheEdgeBeforeItCalculates();
     void columnsAndResultFollowTheDraggedEdge();
     void plotsFollowTheDraggedEdge();
+    void movingOfTheEdgeLinesRepaintsByItself();
 
     void wheelZoomsOnePlotOnly();
     void shiftDragMovesOnePlotOnly();
@@ -687,6 +688,24 @@ void tst_FourPsGraphs::plotsFollowTheDraggedEdge()
     QCOMPARE(paints.counts(), inTheGrid(1));
 }
 
+void tst_FourPsGraphs::movingOfTheEdgeLinesRepaintsByItself()
+{
+    FourPs panel;
+    MarkLines* single = panel.Disps->frame(Displays::DRef1)->DispA->markLines;
+    MarkLines* all = panel.Disps->frame(Displays::DMuts)->DispA->markLines;
+    // The edge repaints as well; without it what the set does alone is seen.
+    QVERIFY(disconnect(single, &MarkLines::moving, &panel, nullptr));
+    QVERIFY(disconnect(all, &MarkLines::moving, &panel, nullptr));
+    panel.Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
+    SurfacePaints paints(*panel.Disps);
+    Q_EMIT all->moving();
+    QCOMPARE(paints.counts(), inTheGrid(0));
+    Q_EMIT single->moving();
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    panel.Disps->hide();
+}
+
 void tst_FourPsGraphs::wheelZoomsOnePlotOnly()
 {
     SurfacePaints paints(*m_panel->Disps);
@@ -925,7 +944,13 @@ void tst_FourPsGraphs::histogramChoiceRepaints()
     }
     const bool checked = choice->isChecked();
     SurfacePaints paints(*m_panel->Disps);
-    choice->click();
+    {
+        // A radio that goes off asks for a paint, too, and would hide a missing one.
+        QObject nobody;
+        QObject* other = before.isEmpty() ? &nobody : m_panel->findChild<QObject*>(before);
+        const QSignalBlocker quiet(other);
+        choice->click();
+    }
     QCOMPARE(choice->isChecked(), !checked);
     QCOMPARE(paints.counts(), inTheGrid(1));
     if (before.isEmpty()) {
@@ -946,6 +971,12 @@ void tst_FourPsGraphs::stepRepaintsTheGraphs_data()
         QTest::newRow(name) << step << maps;
     };
     add("the edge is set", {}, [](FourPs& panel) { panel.setEdge(); });
+    add("the edge is set without a reference", {}, [](FourPs& panel) {
+        for (AXafsFileSelect* row : std::as_const(panel.XafsFiles)) {
+            row->valid = false;
+        }
+        panel.setEdge();
+    });
     add("an edge is noticed", {}, [](FourPs& panel) { panel.noticedNewEdge(8351.0); });
     add("an edge field is left", {}, [](FourPs& panel) { enter(panel.ui.PreEEndDE, "-40"); });
     add("a reference's column is written", {}, [](FourPs& panel) { panel.receiveNewRef(1); });
