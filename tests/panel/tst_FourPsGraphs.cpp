@@ -7,6 +7,7 @@
 #include "display/MarkLines.h"
 #include "support/MouseInput.h"
 #include "support/PanelTools.h"
+#include "support/SpectrumText.h"
 #include "support/SurfacePaints.h"
 #include "support/TestFiles.h"
 
@@ -22,23 +23,7 @@ using namespace tests;
 namespace
 {
 
-// A plain spectrum without background from 8000 to 8850 eV: 0 below the edge,
-// @p jump far above it, and the given values at four energies between.
-QByteArray spectrumText(const QByteArray& at8381, const QByteArray& at8390,
-                        const QByteArray& at8404, const QByteArray& jump)
-{
-    QByteArray text("# energy mut\n");
-    for (int energy = 8000; energy <= 8320; energy += 40) {
-        text += QByteArray::number(energy) + " 0\n";
-    }
-    text += "8370 " + at8381 + "\n8381 " + at8381 + "\n8390 " + at8390 + "\n8404.5 " + at8404;
-    for (int energy = 8450; energy <= 8850; energy += 50) {
-        text += "\n" + QByteArray::number(energy) + " " + jump;
-    }
-    return text + "\n";
-}
-
-// The range of its plot: 850 eV and a twentieth of that on each side.
+// The range of a plot of spectrumText(): 850 eV and a twentieth of that on each side.
 constexpr double lowestEv = 7957.5;
 constexpr double highestEv = 8892.5;
 
