@@ -33,11 +33,7 @@ DispABase::DispABase(QWidget* parent)
 
 void DispABase::setRealCoord(double x0, double y0, double x1, double y1)
 {
-    if (DispA->hasScale) {
-        return;
-    }
-    DispA->cc.setReal(x0, y0, x1, y1);
-    DispA->hasScale = true;
+    DispA->fitTo(x0, y0, x1, y1);
 }
 
 void DispABase::setXYTitle(const QString& x, const QString& y)

@@ -55,6 +55,15 @@ void DispArea::takeWholeWidgetUntilPainted()
     }
 }
 
+void DispArea::fitTo(double x0, double y0, double x1, double y1)
+{
+    if (hasScale) {
+        return;
+    }
+    cc.setReal(x0, y0, x1, y1);
+    hasScale = true;
+}
+
 void DispArea::mousePressEvent(QMouseEvent* event)
 {
     takeWholeWidgetUntilPainted();

@@ -24,6 +24,10 @@ class DispArea : public QFrame
 public:
     explicit DispArea(QWidget* parent = nullptr);
 
+    /// Sets the real range for a client that fits it to its data. Does nothing
+    /// while there is one.
+    void fitTo(double x0, double y0, double x1, double y1);
+
     /// Draws the outline of the plot area and the four labels of its range, the
     /// numbers cut to their first 5 (y) or 6 (x) characters: a rough reminder.
     /// With @p maskMargins the margins are filled white first, which covers

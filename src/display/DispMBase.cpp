@@ -32,11 +32,7 @@ DispMBase::~DispMBase()
 
 void DispMBase::setRealCoord(double x0, double y0, double x1, double y1)
 {
-    if (DispA->hasScale) {
-        return;
-    }
-    DispA->cc.setReal(x0, y0, x1, y1);
-    DispA->hasScale = true;
+    DispA->fitTo(x0, y0, x1, y1);
 }
 
 void DispMBase::receiveNowPos(double rx, double ry)
