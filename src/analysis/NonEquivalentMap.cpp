@@ -91,7 +91,8 @@ MapMemory::Inputs inputsOf(const NeqStack& stack)
     const Variant form =
         stack.victoreen ? Variant::NonEquivalentVictoreen : Variant::NonEquivalentLinear;
     MapMemory::Inputs inputs;
-    inputs.numbers = {static_cast<double>(form), stack.inputs.jumpSum};
+    inputs.numbers = {static_cast<double>(form), stack.inputs.jumpSum,
+                      static_cast<double>(stack.inputs.refValues.size())};
     const auto add = [&inputs](const QList<double>& numbers) {
         inputs.numbers << static_cast<double>(numbers.size()) << numbers;
     };

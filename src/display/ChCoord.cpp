@@ -1,5 +1,7 @@
 #include "display/ChCoord.h"
 
+#include "display/Pixels.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -169,4 +171,14 @@ double ChCoord::tickStep(double base, double minPixels) const
 double ChCoord::tickStepY(double base, double minPixels) const
 {
     return tickStep(base, minPixels);
+}
+
+int ChCoord::textRow() const
+{
+    return display::truncated((areaY1 - areaY0) / titleDiv);
+}
+
+int ChCoord::labelWidth() const
+{
+    return display::truncated((scrX1 - scrX0) * marginLeft);
 }

@@ -74,6 +74,14 @@ public:
     /// both axes of a plot step alike.
     double tickStepY(double base, double minPixels) const;
 
+    /// Height of a row of text in whole pixels, with the sense of y: negative on
+    /// a surface.
+    int textRow() const;
+
+    /// Width of the left margin in whole pixels, the measure of what is written
+    /// beside and on the plot.
+    int labelWidth() const;
+
     double scrX0 = 0.0;
     double scrX1 = 1.0;
     double scrY0 = 0.0;

@@ -66,8 +66,7 @@ void DispABase::popDock()
 void DispABase::drawXYTitle(QStylePainter* p)
 {
     const ChCoord& cc = DispA->cc;
-    const double h = (cc.areaY1 - cc.areaY0) / cc.titleDiv; // negative
-    const int H = truncated(h);
+    const int H = cc.textRow(); // negative
     const double rise = -1.0 * truncated(H * cc.textFill);
     DrawText text;
     const auto title = [&](const QRectF& box, const QString& words) {
@@ -96,6 +95,11 @@ void DispABase::clearScale()
 void DispABase::update()
 {
     QFrame::update();
+    updatePoppedOut();
+}
+
+void DispABase::updatePoppedOut()
+{
     if (!docked) {
         DispA->update();
     }

@@ -27,6 +27,10 @@ public:
     /// plot.
     void setXYTitle(const QString& x, const QString& y);
 
+    /// Repaints the drawing if it is in its own window, which an update of the
+    /// windows around the frame does not reach.
+    void updatePoppedOut();
+
     PopBase* pop;           ///< the window for the drawing
     QVBoxLayout* popLayout; ///< inside @c pop
     bool docked = true;     ///< the drawing sits in the frame

@@ -229,8 +229,8 @@ void DispArea::drawRangeLabels(QStylePainter* p)
     constexpr int yCharacters = 5;
     constexpr int xCharacters = 6;
     constexpr double maxPoints = 12.0;
-    const int T = truncated((cc.areaY1 - cc.areaY0) / cc.titleDiv); // negative
-    const int L = truncated((cc.scrX1 - cc.scrX0) * cc.marginLeft);
+    const int T = cc.textRow(); // negative
+    const int L = cc.labelWidth();
     const int rise = truncated(T * cc.textFill);
     const double below = cc.areaY0 - truncated((1.0 - cc.textFill) * T);
     const auto label = [&](double value, int characters, const QRectF& box, Qt::Alignment side) {

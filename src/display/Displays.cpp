@@ -89,10 +89,9 @@ void Displays::receiveMReleased(MouseC* m)
 
 void Displays::update()
 {
+    // That reaches the docked ones; asking each of them too would paint twice.
     QFrame::update();
     for (DispABase* d : std::as_const(disps)) {
-        if (!d->docked) {
-            d->DispA->update();
-        }
+        d->updatePoppedOut();
     }
 }

@@ -11,6 +11,10 @@ namespace
 {
 
 constexpr double trialPoints = 10.0;
+
+/// Where a common size starts to shrink from.
+constexpr double anySize = 100000.0;
+
 QFont sized(const QFont& font, double points)
 {
     QFont copy(font);
@@ -18,7 +22,8 @@ QFont sized(const QFont& font, double points)
     return copy;
 }
 
-/// The size at which a text of size @p measured at the trial size fills @p box.
+/// The size at which a text that measures @p measured at the trial size fills
+/// @p box.
 double fittingPoints(const QRectF& box, const QRectF& measured)
 {
     if (measured.width() == 0.0 && measured.height() == 0.0) {
@@ -33,9 +38,6 @@ double limited(double points, double maxPoints)
 {
     return maxPoints > 0.0 && points > maxPoints ? maxPoints : points;
 }
-
-/// Where a common size starts to shrink from.
-constexpr double anySize = 100000.0;
 
 QRectF rowBox(const QRectF& first, double dx, double dy, qsizetype row)
 {

@@ -135,7 +135,7 @@ void cBar::drawTable(QPainter* p) const
     for (int i = 0; i < nColors; ++i) {
         const int row = rowOf(i);
         if (row >= 0 && row - band < height()) {
-            fillRows(p, row - band + 1, row + 1, entry(i));
+            fillRows(p, row - band + 1, std::min(row, height()) + 1, entry(i));
         }
     }
 }

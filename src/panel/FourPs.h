@@ -279,7 +279,7 @@ private:
     void RefreshRefColumn(int n);
     void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy);
 
-    analysis::MapMemory m_latestMap;
+    analysis::MapMemory m_latestMap; ///< spares walks that would give what is there
     QButtonGroup* m_mapRadioGroup = nullptr;
     QButtonGroup* m_mapRowGroup = nullptr;
     QButtonGroup* m_normGroup = nullptr;

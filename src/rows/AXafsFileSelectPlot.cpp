@@ -68,8 +68,8 @@ void AXafsFileSelect::drawCurves(QStylePainter* p, const ChCoord& cc) const
 
 void AXafsFileSelect::drawEdgeJump(QStylePainter* p, const ChCoord& cc) const
 {
-    const int T = truncated((cc.areaY1 - cc.areaY0) / cc.titleDiv); // negative
-    const int L = truncated((cc.scrX1 - cc.scrX0) * cc.marginLeft);
+    const int T = cc.textRow(); // negative
+    const int L = cc.labelWidth();
     const QRectF box(truncated(cc.areaX1) - 3 * L,
                      truncated(cc.areaY1) - truncated(T * (1.0 - cc.textFill)), 3 * L,
                      truncated(std::abs(T) * cc.textFill));

@@ -1,6 +1,9 @@
 // When a map calculation may be spared because it would give what is there.
 
 #include "analysis/MapMemory.h"
+
+#include "analysis/MapCalculation.h"
+#include "analysis/NonEquivalentMap.h"
 #include "support/ReadyMap.h"
 
 #include <QtTest>
@@ -48,8 +51,41 @@ struct Scene {
 
 using Change = std::function<void(Scene&)>;
 
+const A2DData someMap;
+const A2DData otherMap;
+
+// Stacks whose numbers all differ, so that none can stand for another.
+analysis::MapStack fourPoints()
+{
+    return {{{&someMap, 1.0, 2.0, 3.0}, {&someMap, 4.0, 5.0, 6.0}},
+            {&someMap, 7.0, 8.0, 9.0},
+            10.0,
+            {true, 11.0, 12.0}};
+}
+
+analysis::NeqStack nonEquivalent()
+{
+    analysis::NeqInputs inputs;
+    inputs.refValues = {{1.0, 2.0}, {3.0, 4.0}};
+    inputs.energies = {5.0, 6.0};
+    inputs.weights = {7.0, 8.0};
+    inputs.valences = {9.0, 10.0};
+    inputs.jumpSum = 11.0;
+    return {false, inputs, {&someMap, &someMap}, &someMap};
+}
+
+bool areEqual(const MapMemory::Inputs& a, const MapMemory::Inputs& b)
+{
+    return a.numbers == b.numbers && a.maps == b.maps;
+}
+
+using FourPointsChange = std::function<void(analysis::MapStack&)>;
+using NonEquivalentChange = std::function<void(analysis::NeqStack&)>;
+
 } // namespace
 Q_DECLARE_METATYPE(Change)
+Q_DECLARE_METATYPE(FourPointsChange)
+Q_DECLARE_METATYPE(NonEquivalentChange)
 
 class tst_MapMemory : public QObject
 {
@@ -64,6 +100,11 @@ private Q_SLOTS:
     void equalNaNsAreTheSameNumber();
     void resultIsNotSharedWhileItIsMade();
     void changeAndBackWalksAgain();
+    void inputsTellTheFormsApart();
+    void fourPointsInputsTellEveryChange_data();
+    void fourPointsInputsTellEveryChange();
+    void nonEquivalentInputsTellEveryChange_data();
+    void nonEquivalentInputsTellEveryChange();
 };
 
 void tst_MapMemory::firstCalculationWalks()
@@ -167,6 +208,81 @@ void tst_MapMemory::changeAndBackWalksAgain()
     scene.calculate();
     QCOMPARE(scene.walks, 3);
     QCOMPARE(scene.result.rows.first().intensity, 15.0);
+}
+
+void tst_MapMemory::inputsTellTheFormsApart()
+{
+    using analysis::Variant;
+    const analysis::MapStack stack = fourPoints();
+    const auto exact = analysis::inputsOf(Variant::ExactFourPoints, stack);
+    QVERIFY(areEqual(exact, analysis::inputsOf(Variant::ExactFourPoints, fourPoints())));
+    QVERIFY(!areEqual(exact, analysis::inputsOf(Variant::LeastSquare, stack)));
+    QVERIFY(!areEqual(exact, analysis::inputsOf(Variant::ThreePoints, stack)));
+}
+
+void tst_MapMemory::fourPointsInputsTellEveryChange_data()
+{
+    QTest::addColumn<FourPointsChange>("change");
+    const auto row = [](const char* name, const FourPointsChange& change) {
+        QTest::newRow(name) << change;
+    };
+    using Stack = analysis::MapStack;
+    row("the map of the V row", [](Stack& s) { s.v.map = &otherMap; });
+    row("the energy of the V row", [](Stack& s) { s.v.energy = 0.0; });
+    row("the first reference at the V row", [](Stack& s) { s.v.r1 = 0.0; });
+    row("the second reference at the V row", [](Stack& s) { s.v.r2 = 0.0; });
+    row("the map of another row", [](Stack& s) { s.others[1].map = &otherMap; });
+    row("the energy of another row", [](Stack& s) { s.others[1].energy = 0.0; });
+    row("the first reference at another row", [](Stack& s) { s.others[1].r1 = 0.0; });
+    row("the second reference at another row", [](Stack& s) { s.others[1].r2 = 0.0; });
+    row("one row less", [](Stack& s) { s.others.removeLast(); });
+    row("the order of rows", [](Stack& s) { s.others.swapItemsAt(0, 1); });
+    row("the ratio of the jumps", [](Stack& s) { s.r = 0.0; });
+    row("enough references", [](Stack& s) { s.mix.enoughReferences = false; });
+    row("the first valence", [](Stack& s) { s.mix.v1 = 0.0; });
+    row("the second valence", [](Stack& s) { s.mix.v2 = 0.0; });
+}
+
+void tst_MapMemory::fourPointsInputsTellEveryChange()
+{
+    QFETCH(FourPointsChange, change);
+    analysis::MapStack changed = fourPoints();
+    change(changed);
+    constexpr auto form = analysis::Variant::LeastSquare;
+    QVERIFY(!areEqual(analysis::inputsOf(form, changed), analysis::inputsOf(form, fourPoints())));
+}
+
+void tst_MapMemory::nonEquivalentInputsTellEveryChange_data()
+{
+    QTest::addColumn<NonEquivalentChange>("change");
+    const auto row = [](const char* name, const NonEquivalentChange& change) {
+        QTest::newRow(name) << change;
+    };
+    using Stack = analysis::NeqStack;
+    row("the background", [](Stack& s) { s.victoreen = true; });
+    row("a reference at a row", [](Stack& s) { s.inputs.refValues[1][0] = 0.0; });
+    row("one reference less", [](Stack& s) { s.inputs.refValues.removeLast(); });
+    row("the order of references", [](Stack& s) { s.inputs.refValues.swapItemsAt(0, 1); });
+    row("an energy", [](Stack& s) { s.inputs.energies[1] = 0.0; });
+    row("a weight", [](Stack& s) { s.inputs.weights[1] = 0.0; });
+    row("a valence", [](Stack& s) { s.inputs.valences[1] = 0.0; });
+    row("one valence less", [](Stack& s) { s.inputs.valences.removeLast(); });
+    row("the sum of the jumps", [](Stack& s) { s.inputs.jumpSum = 0.0; });
+    row("the map of a row", [](Stack& s) { s.maps[1] = &otherMap; });
+    row("the base map", [](Stack& s) { s.base = &otherMap; });
+    row("a list cut where the next one goes on", [](Stack& s) {
+        s.inputs.energies = {5.0};
+        s.inputs.weights = {6.0, 7.0, 8.0};
+    });
+}
+
+void tst_MapMemory::nonEquivalentInputsTellEveryChange()
+{
+    QFETCH(NonEquivalentChange, change);
+    analysis::NeqStack changed = nonEquivalent();
+    QVERIFY(areEqual(analysis::inputsOf(changed), analysis::inputsOf(nonEquivalent())));
+    change(changed);
+    QVERIFY(!areEqual(analysis::inputsOf(changed), analysis::inputsOf(nonEquivalent())));
 }
 
 QTEST_APPLESS_MAIN(tst_MapMemory)

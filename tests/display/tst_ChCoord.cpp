@@ -89,6 +89,7 @@ private Q_SLOTS:
     void tickStepGivesUpAfterEightDecades();
     void emptyRealRangeMakesEveryTickWide();
     void ticksOfYUseTheScaleOfX();
+    void rowsOfTextAndLabelsAreWholePixels();
 };
 
 void tst_ChCoord::startsAsUnitSquares()
@@ -451,6 +452,19 @@ void tst_ChCoord::ticksOfYUseTheScaleOfX()
     QCOMPARE(cc.tickStepY(1.0, 40), 5.0);
     cc.setRealX(27, 10);
     QCOMPARE(cc.tickStepY(1.0, 40), 1e8);
+}
+
+// 399 by 299: the area runs from 270 (299 less 29) up to 14, and -256 / 20 is
+// -12.8; a tenth of 399 is 39.9.
+void tst_ChCoord::rowsOfTextAndLabelsAreWholePixels()
+{
+    ChCoord cc;
+    cc.setScreen(0.0, 299.0, 399.0, 0.0);
+    cc.computeArea();
+    QCOMPARE(cc.textRow(), -12);
+    QCOMPARE(cc.labelWidth(), 39);
+    cc.titleDiv = 0; // no row at all: -256 / 0 is no int
+    QCOMPARE(cc.textRow(), std::numeric_limits<int>::min());
 }
 
 QTEST_APPLESS_MAIN(tst_ChCoord)

@@ -8,12 +8,14 @@
 #include "display/DispMBase.h"
 #include "display/Displays.h"
 #include "panel/FourPs.h"
-#include "rows/AXafsFileSelect.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTextStream>
+
+#include <initializer_list>
+#include <utility>
 
 namespace
 {
@@ -27,9 +29,9 @@ bool grab(QWidget* window, const QSize& size, const QString& path)
     for (int i = 0; i < 3; ++i) {
         QCoreApplication::processEvents();
     }
-    // Few colours keep the file small; the drawings have no shades.
+    constexpr int smallestFile = 0;
     const QImage picture = window->grab().toImage().convertToFormat(QImage::Format_RGB888);
-    return picture.save(path, "PNG", 0);
+    return picture.save(path, "PNG", smallestFile);
 }
 
 bool grabDocuments(const FourPs& panel, const QDir& output)
