@@ -5,6 +5,7 @@
 #include "analysis/CalculationChoice.h"
 #include "analysis/MapCalculation.h"
 #include "analysis/ReferenceSet.h"
+#include "display/DispMBase.h"
 #include "display/Displays.h"
 #include "display/Histgram.h"
 #include "rows/AEPoint.h"
@@ -98,6 +99,8 @@ void FourPs::runMapForm(Variant variant, MapForm form, const MapStack& stack)
         analysis::inputsOf(variant, stack), BaseData, {HistV, HistT},
         [this] { startMapHistograms(); }, [&] { form(stack, BaseData, *HistV, *HistT); });
     Disps->update();
+    // The view and the limits stay; the picture must not be the one before.
+    MapDisp->update();
 }
 
 void FourPs::startMapHistograms()

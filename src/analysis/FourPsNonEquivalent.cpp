@@ -5,6 +5,7 @@
 #include "analysis/NonEquivalentMap.h"
 #include "analysis/NumberText.h"
 #include "analysis/ReferenceSet.h"
+#include "display/DispMBase.h"
 #include "display/Displays.h"
 #include "display/Histgram.h"
 #include "display/LineEditText.h"
@@ -97,6 +98,8 @@ void FourPs::mapNEQ(bool victoreen, const QList<analysis::PointState>& points,
             analysis::mapNonEquivalent(stack, BaseData, {HistV, HistT, shares, amounts});
         });
     Disps->update();
+    MapDisp->clearScale();
+    MapDisp->update();
 }
 
 void FourPs::startReferenceHistograms()

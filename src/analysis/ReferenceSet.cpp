@@ -96,6 +96,13 @@ double ReferenceSet::totalJump() const
     return total;
 }
 
+Limits ReferenceSet::firstTwoValences() const
+{
+    const ReferenceState* first = used(0);
+    const ReferenceState* second = used(1);
+    return {first ? first->valence : 0.0, second ? second->valence : 0.0};
+}
+
 QList<double> ReferenceSet::usedValences() const
 {
     QList<double> valences;

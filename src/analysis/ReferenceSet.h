@@ -1,6 +1,7 @@
 // What the four reference rows mean to a calculation.
 #pragma once
 
+#include "analysis/Limits.h"
 #include "analysis/ValenceMix.h"
 
 #include <QList>
@@ -16,12 +17,6 @@ struct ReferenceState {
     bool valid = false;    ///< a spectrum was read
     double valence = 0.0;  ///< number in the row's valence field
     double edgeJump = 0.0; ///< post-edge less pre-edge line at the spectrum's edge energy
-};
-
-/// Two ends of a scale.
-struct Limits {
-    double low = 0.0;
-    double high = 0.0;
 };
 
 /// The reference rows in list order. "Used" and "valid" are different notions,
@@ -63,6 +58,11 @@ public:
     /// of used and valid ones. A used row without a spectrum ahead of a valid
     /// one therefore takes its place in the sum.
     double totalJump() const;
+
+    /// Valences of the first two used references, valid or not, as the lower and
+    /// the upper end of a graph's scale, in this order whichever is the larger. A
+    /// missing one counts as 0.
+    Limits firstTwoValences() const;
 
     /// Valences of the first n used references, n as in totalJump().
     QList<double> usedValences() const;

@@ -137,7 +137,7 @@ public:
     bool backgroundSubtractedAt(double E, bool subPost, double* out) const;
 
     bool valid = false;
-    bool unusedFlag = true; ///< kept for the shape of the record; read by nothing
+    bool switchedOn = true; ///< drawn among all spectra; toggled in their legend
     QString filePath;
     QString fileName;
     double minAngle = 0.0;

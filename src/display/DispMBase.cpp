@@ -2,6 +2,8 @@
 
 #include "display/LineEditText.h"
 
+#include <algorithm>
+
 DispMBase::DispMBase(QWidget* parent)
     : QFrame(parent)
 {
@@ -33,6 +35,19 @@ DispMBase::~DispMBase()
 void DispMBase::setRealCoord(double x0, double y0, double x1, double y1)
 {
     DispA->fitTo(x0, y0, x1, y1);
+}
+
+void DispMBase::setZRange(double lo, double hi)
+{
+    const auto [low, high] = std::minmax(lo, hi);
+    CBar->newZmin(low);
+    CBar->newZmax(high);
+    // A lower limit above the earlier upper one has changed places with it.
+    if (CBar->zmin != low) {
+        CBar->newZmin(low);
+    }
+    display::showNumber(MinV, lo);
+    display::showNumber(MaxV, hi);
 }
 
 void DispMBase::receiveNowPos(double rx, double ry)

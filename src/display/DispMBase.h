@@ -25,6 +25,10 @@ public:
     /// a reset counts.
     void setRealCoord(double x0, double y0, double x1, double y1);
 
+    /// Gives the colour bar its value limits and shows them in their edits, as
+    /// given; the bar itself holds reversed ones the right way round.
+    void setZRange(double lo, double hi);
+
     PopBase* pop;           ///< the window for the drawing
     QVBoxLayout* popLayout; ///< inside @c pop
     bool docked = true;     ///< the drawing sits in the frame

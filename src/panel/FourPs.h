@@ -5,6 +5,7 @@
 #include "analysis/RowCollection.h"
 #include "data/A2DData.h"
 #include "display/CColors.h"
+#include "display/Displays.h"
 #include "rows/RefFiles.h"
 #include "ui_FourPs.h"
 
@@ -19,13 +20,13 @@ class AFileSelect;
 class AMutE;
 class AXafsFileSelect;
 class DispMBase;
-class Displays;
+class Graph;
 class Histgram;
-class MouseC;
 class QButtonGroup;
 
 namespace analysis
 {
+class MapQuantity;
 struct MapStack;
 struct MethodRadios;
 struct NeqInputs;
@@ -67,6 +68,11 @@ public:
     /// Lowest and highest valence among the used references and their distance;
     /// see analysis::ReferenceSet::valenceRange().
     void ValenceRange(double& lo, double& hi, double& span) const;
+
+    /// Gives the result map the limits that its quantity has beforehand, see
+    /// analysis::mapLimits(); false, with the limits left alone, where it has
+    /// none.
+    bool SetMapScale();
 
     /// Writes the automatic histogram limits where "Auto" is on.
     void SetHistogramRanges();
@@ -111,6 +117,7 @@ public:
     double TargetT = 0.0;              ///< its valence
     QList<LCFPoint> LCFvs4PS;          ///< one for each fit since the last clearing
     int LCFColor = 0;                  ///< colour of the next of them
+    bool unusedFlag = false;           ///< kept for the shape of the panel; read by nothing
     CColors Colors;                    ///< those that graphs draw with
     Displays* Disps = nullptr;         ///< the graph window
     DispMBase* MapDisp = nullptr;      ///< the window of the result map
@@ -119,6 +126,10 @@ public:
     Histgram* HistT = nullptr;         ///< total dMut
     QList<Histgram*> HistRatio;        ///< one per reference, widgets of HistV
     QList<Histgram*> HistDMut;         ///< one per reference, widgets of HistT
+    double scaleX0 = 0.0;              ///< automatic range of the graph drawn last
+    double scaleY0 = 0.0;
+    double scaleX1 = 0.0;
+    double scaleY1 = 0.0;
 
 public Q_SLOTS:
     /// Takes @p e (eV) as the edge energy, to the 6 digits that are shown, and
@@ -129,6 +140,9 @@ public Q_SLOTS:
     /// all background lines, and refreshes the columns of the valid references.
     /// The target's column stays as it is.
     void setEdge();
+
+    /// Repaints both map windows; the argument is not looked at.
+    void updateMaps(bool f);
 
     /// Shows or hides the block of further conditions.
     void dispCalcConditions(bool f);
@@ -182,10 +196,13 @@ public Q_SLOTS:
     /// the four-points family, from the spectra by the non-equivalent method.
     void calcTarget();
 
-    /// Fits the target spectrum, between the marked energies, by the first n
-    /// used references (n being the number of used and valid ones) into
-    /// @c LCFRes and @c LCFMut, and adds a point to @c LCFvs4PS.
-    void lcf();
+    /// Calculates the map and writes it; a refused calculation writes the
+    /// earlier result.
+    void calcAndWrite();
+
+    /// Writes @c BaseData and the two main histograms to the file named in the
+    /// save row; what cannot be written is told in the message box.
+    void write();
 
     /// Starts the comparison of fits and target results afresh; the argument is
     /// not looked at.
@@ -195,13 +212,39 @@ public Q_SLOTS:
     /// not looked at.
     void newColorLCFvs4PS(MouseC* m);
 
-    /// Calculates the map and writes it; a refused calculation writes the
-    /// earlier result.
-    void calcAndWrite();
+    /// Repaints the window of the measured map, the view fitted to it anew.
+    void updateDMap();
 
-    /// Writes @c BaseData and the two main histograms to the file named in the
-    /// save row; what cannot be written is told in the message box.
-    void write();
+    /// Draws the graph @p id of the analysis (DMuts to DM2M3) in its frame; any
+    /// other one is drawn by its spectrum row.
+    void draw(Displays::DispId id, DispABase* dab, QStylePainter* p);
+
+    /// Draw the chosen quantity of the result, and the measured map of the
+    /// chosen energy row, on the surface of their window.
+    void drawMap(QStylePainter* p);
+    void drawDMap(QStylePainter* p);
+
+    /// Repaints the result map in the limits of the quantity now chosen.
+    void selectedNewMap();
+
+    /// Show the value at a place in the view (pixels of the map): outside the
+    /// map 0 of the result and -1 of the measured map. Nothing changes while
+    /// there is no such map.
+    void receiveNowPosInMap(double x, double y);
+    void receiveNowPosInDMap(double x, double y);
+
+    /// Fits the target spectrum, between the marked energies, by the first n
+    /// used references (n being the number of used and valid ones) into
+    /// @c LCFRes and @c LCFMut, and adds a point to @c LCFvs4PS.
+    void lcf();
+
+    /// Switches the spectrum whose row of the legend was pressed on or off.
+    void mPressedInAllMut(MouseC* m);
+
+    /// Left double click in the result map: limits from all pixels; with Shift
+    /// the same, raising limits only; with Control those that the quantity has
+    /// beforehand. The next paint, which fits the view again, sets its own.
+    void dClickedInMap(MouseC* m);
 
     /// Spreads the typed list of energies over the rows, in order.
     void newMultiEnergys();
@@ -227,6 +270,7 @@ private:
     void wireFileRows();
     void wireButtons();
     void wireGraphs();
+    void wireMaps();
 
     /// One box of the display choices for each reference row.
     using ReferenceBoxes = std::array<QCheckBox*, 4>;
@@ -274,6 +318,27 @@ private:
 
     bool hasUsableRows(const analysis::CollectedRows& rows, int needed);
     void sayWrongCount(int count, int needed);
+
+    // Graphs.
+    void drawGraph(const Graph& graph, DispABase* dab, QStylePainter* p, const QString& xTitle,
+                   const QString& yTitle);
+    void drawAllMut(DispABase* dab, QStylePainter* p);
+    void drawComparison(DispABase* dab, QStylePainter* p);
+    void drawHistograms(DispABase* dab, QStylePainter* p, const QString& xTitle,
+                        const Histgram& main, const QAbstractButton* mainBox,
+                        const QList<Histgram*>& ofReferences, bool (FourPs::*isShown)(int n) const);
+    void drawThickness(DispABase* dab, QStylePainter* p);
+    void drawPlane(DispABase* dab, QStylePainter* p);
+    QColor colorOf(qsizetype i) const;
+    QList<AMutE*> shownSpectra() const;
+
+    // Map windows.
+    bool hasResult() const;
+    analysis::MapQuantity shownQuantity() const;
+    void scanMapLimits(bool keep);
+    template <class ValueAt>
+    void drawCells(const DispMBase* view, QStylePainter* p, const A2DData& map,
+                   ValueAt valueAt) const;
 
     // Reflexes.
     void RefreshRefColumn(int n);

@@ -3,6 +3,7 @@
 #include "panel/FourPs.h"
 
 #include "display/DispABase.h"
+#include "display/DispMBase.h"
 #include "display/Displays.h"
 #include "display/MarkLine.h"
 #include "display/MarkLines.h"
@@ -20,6 +21,7 @@ void FourPs::wire()
     wireFileRows();
     wireButtons();
     wireGraphs();
+    wireMaps();
 }
 
 void FourPs::wireReferences()
@@ -38,6 +40,7 @@ void FourPs::wireEnergyRows()
         connect(row, &AEPoint::newDir, this, &FourPs::receiveNewDir);
         connect(row, &AEPoint::newEnergy, this, &FourPs::receiveNewEnergy);
         connect(row, &AEPoint::changedCB, this, &FourPs::calcBoth);
+        connect(row, &AEPoint::newData, this, &FourPs::updateDMap);
     }
     connect(MultiEnergys, &QLineEdit::editingFinished, this, &FourPs::newMultiEnergys);
 }
@@ -76,19 +79,35 @@ void FourPs::wireButtons()
 void FourPs::wireGraphs()
 {
     connect(ui.ShowDAB, &QPushButton::clicked, Disps, &Displays::show);
+    connect(Disps, &Displays::draw, this, &FourPs::draw);
     const DispABase* comparison = Disps->frame(Displays::DLCFvs4PS);
     connect(comparison, &DispABase::mDClicked, this, &FourPs::clearLCFvs4PS);
     connect(comparison, &DispABase::mReleased, this, &FourPs::newColorLCFvs4PS);
+    connect(Disps->frame(Displays::DMuts), &DispABase::mPressed, this, &FourPs::mPressedInAllMut);
     connect(m_normGroup, &QButtonGroup::buttonToggled, Disps, &Displays::update);
     connect(m_normGroup, &QButtonGroup::buttonToggled, Disps->frame(Displays::DMuts),
             &DispABase::clearScale);
     connect(ui.SelectedFs, &QComboBox::currentIndexChanged, Disps, &Displays::update);
-    // The radios among them only repaint; nothing reads them.
+    // The three radios only repaint: no graph reads them.
     for (const QAbstractButton* choice : std::initializer_list<const QAbstractButton*>{
              ui.HgValence, ui.HgRatio1, ui.HgRatio2, ui.HgRatio3, ui.HgRatio4, ui.HgAmount,
              ui.HgdMut1, ui.HgdMut2, ui.HgdMut3, ui.HgdMut4, ui.HgMut0, ui.HgC1, ui.HgC2}) {
         connect(choice, &QAbstractButton::toggled, Disps, &Displays::update);
     }
+}
+
+void FourPs::wireMaps()
+{
+    connect(ui.ShowMap, &QPushButton::clicked, MapDisp, &DispMBase::show);
+    connect(MapDisp, &DispMBase::draw, this, &FourPs::drawMap);
+    connect(MapDisp, &DispMBase::nowPos, this, &FourPs::receiveNowPosInMap);
+    connect(MapDisp, &DispMBase::mDClicked, this, &FourPs::dClickedInMap);
+    connect(ui.ShowDMap, &QPushButton::clicked, DMapDisp, &DispMBase::show);
+    connect(DMapDisp, &DispMBase::draw, this, &FourPs::drawDMap);
+    connect(DMapDisp, &DispMBase::nowPos, this, &FourPs::receiveNowPosInDMap);
+    connect(ui.MapWGrid, &QCheckBox::toggled, this, &FourPs::updateMaps);
+    connect(m_mapRadioGroup, &QButtonGroup::buttonToggled, this, &FourPs::selectedNewMap);
+    connect(m_mapRowGroup, &QButtonGroup::buttonToggled, this, &FourPs::updateDMap);
 }
 
 namespace

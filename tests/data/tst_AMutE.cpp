@@ -49,7 +49,7 @@ void tst_AMutE::newRecordIsEmpty()
 {
     const AMutE spectrum;
     QVERIFY(!spectrum.valid);
-    QVERIFY(spectrum.unusedFlag);
+    QVERIFY(spectrum.switchedOn);
     QVERIFY(spectrum.filePath.isEmpty());
     QVERIFY(spectrum.fileName.isEmpty());
     QVERIFY(spectrum.points.isEmpty());

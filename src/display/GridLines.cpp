@@ -1,0 +1,66 @@
+#include "display/GridLines.h"
+
+#include "display/ChCoord.h"
+#include "display/Pixels.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+/// Calls @p drawAt with each pixel from 0 to before @p size that a value falls
+/// on, once.
+///
+/// @param toPixel  from a value to its place, pixels
+/// @param spacing  distance of two neighbouring values, pixels, with its sign
+template <class ToPixel, class DrawAt>
+void forEachPixel(const display::GridValues& values, double spacing, int size, ToPixel toPixel,
+                  DrawAt drawAt)
+{
+    const double steps = std::floor((values.last - values.first) / values.step);
+    const double begin = toPixel(values.first);
+    if (!(values.step > 0.0) || !(steps >= 0.0) || !std::isfinite(values.last) ||
+        !std::isfinite(begin) || !std::isfinite(spacing)) {
+        return;
+    }
+    if (std::fabs(spacing) < 1.0) {
+        // A line on every pixel between the ends.
+        const auto [low, high] = std::minmax(begin, begin + spacing * steps);
+        const double end = std::min(std::trunc(high), size - 1.0);
+        for (double pixel = std::trunc(std::max(low, 0.0)); pixel <= end; ++pixel) {
+            drawAt(static_cast<int>(pixel));
+        }
+        return;
+    }
+    const auto stepsTo = [&](double pixel) { return (pixel - begin) / spacing; };
+    const double near = std::min(stepsTo(-1.0), stepsTo(size));
+    const double start = std::max(0.0, std::floor(near));
+    // A step is a pixel or more, so that no more than these are in view.
+    for (int k = 0; k <= size + 2 && start + k <= steps; ++k) {
+        const double place = toPixel(values.first + values.step * (start + k));
+        if (place > -1.0 && place < size) {
+            drawAt(static_cast<int>(place));
+        }
+    }
+}
+
+} // namespace
+
+void display::drawVerticalGrid(QPainter* p, const ChCoord& cc, const GridValues& values)
+{
+    const int bottom = truncated(cc.scrY0);
+    forEachPixel(
+        values, cc.r2sdX(values.step), truncated(cc.scrX1), [&](double v) { return cc.r2sX(v); },
+        [&](int x) { p->drawLine(x, 0, x, bottom); });
+}
+
+void display::drawHorizontalGrid(QPainter* p, const ChCoord& cc, const GridValues& values)
+{
+    const int right = truncated(cc.scrX1);
+    forEachPixel(
+        values, cc.r2sdY(values.step), truncated(cc.scrY0), [&](double v) { return cc.r2sY(v); },
+        [&](int y) { p->drawLine(0, y, right, y); });
+}

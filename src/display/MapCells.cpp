@@ -1,0 +1,58 @@
+#include "display/MapCells.h"
+
+#include "display/ChCoord.h"
+#include "display/Pixels.h"
+
+#include <algorithm>
+#include <cmath>
+
+/// @param size     pixels of the widget on this axis
+/// @param toPixel  from a whole number, the edge of a cell, to its place
+template <class ToPixel>
+MapCells::Axis MapCells::layOut(int cells, double size, ToPixel toPixel)
+{
+    Axis axis;
+    if (!std::isfinite(toPixel(0.0)) || !std::isfinite(toPixel(cells))) {
+        return axis;
+    }
+    const int end = display::truncated(size);
+    // Held just out of view, where no edge shows and every number is an int.
+    const auto edge = [&](int i) {
+        return display::truncated(std::clamp(toPixel(i), -1.0, size + 1.0));
+    };
+    int before = edge(0);
+    axis.edges.append(before);
+    for (int cell = 0; cell < cells; ++cell) {
+        const int after = edge(cell + 1);
+        if (after == before) {
+            continue;
+        }
+        const int start = std::max(std::min(before, after), 0);
+        const int length = std::min(std::max(before, after), end) - start;
+        if (length > 0) {
+            axis.bands.append({cell, start, length});
+        }
+        axis.edges.append(after);
+        before = after;
+    }
+    const auto [low, high] = std::minmax(axis.edges.first(), axis.edges.last());
+    axis.low = low;
+    axis.high = high;
+    return axis;
+}
+
+MapCells::MapCells(const ChCoord& cc, int width, int height)
+    : m_x(layOut(width, cc.scrX1, [&cc](double v) { return cc.r2sX(v); }))
+    , m_y(layOut(height, cc.scrY0, [&cc](double v) { return cc.r2sY(v); }))
+{
+}
+
+void MapCells::outline(QPainter* p) const
+{
+    for (const int x : m_x.edges) {
+        p->drawLine(x, m_y.low, x, m_y.high);
+    }
+    for (const int y : m_y.edges) {
+        p->drawLine(m_x.low, y, m_x.high, y);
+    }
+}

@@ -1,0 +1,33 @@
+// The graph of thickness against valence.
+#pragma once
+
+#include "analysis/MapQuantity.h"
+#include "display/Graph.h"
+
+#include <QColor>
+
+/// One point for each pixel of the result map: the valence on x, the thickness
+/// or total dMut on y.
+class ThicknessGraph : public Graph
+{
+public:
+    /// @param map  the result, which must outlive the graph
+    /// @param mix  valence of a fraction
+    ThicknessGraph(const A2DData& map, const analysis::ValenceMix& mix);
+
+    bool isEmpty() const override { return m_count == 0; }
+    Range range() const override { return limits; }
+
+    Range limits;       ///< those of the two histograms
+    double lower = 0.0; ///< valence of the first used reference
+    double upper = 0.0; ///< valence of the second one
+    QColor color;
+
+protected:
+    void drawData(QStylePainter* p, const ChCoord& cc) const override;
+
+private:
+    analysis::MapQuantity m_valence;
+    analysis::MapQuantity m_thickness;
+    qsizetype m_count;
+};
