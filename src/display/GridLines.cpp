@@ -28,7 +28,8 @@ void forEachPixel(const display::GridValues& values, double spacing, int size, T
     }
     if (std::fabs(spacing) < 1.0) {
         // A line on every pixel between the ends.
-        const auto [low, high] = std::minmax(begin, begin + spacing * steps);
+        const double last = begin + spacing * steps;
+        const auto [low, high] = std::minmax(begin, last);
         const double end = std::min(std::trunc(high), size - 1.0);
         for (double pixel = std::trunc(std::max(low, 0.0)); pixel <= end; ++pixel) {
             drawAt(static_cast<int>(pixel));

@@ -1,0 +1,141 @@
+// One paint of a result map of 1000 x 1000 pixels on a surface of 800 x 800: the
+// plain loop of one filled rectangle for each cell beside the product's; and one
+// paint of the histograms and of the plot of thickness against valence of the
+// same result.
+
+#include "display/DispMBase.h"
+#include "display/Displays.h"
+#include "display/Histgram.h"
+#include "panel/FourPs.h"
+#include "support/PlainMapCells.h"
+#include "support/RatioReporter.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+
+#include <cmath>
+#include <random>
+
+namespace
+{
+
+constexpr int side = 1000;
+constexpr QSize surfaceSize(800, 800);
+constexpr int valence = 11;
+constexpr int totalDMut = 12;
+
+/// A ramp of the valence and a wave of the amount, with as much noise as a
+/// measurement has.
+A2DData resultMap(double noise)
+{
+    std::mt19937_64 random(5);
+    std::normal_distribution<double> error(0.0, noise);
+    A2DData map;
+    map.extended = true;
+    map.xNum = side;
+    map.yNum = side;
+    map.rows.reserve(qsizetype{side} * side);
+    for (int i = 0; i < side * side; ++i) {
+        QList<double> values(13, 0.0);
+        values[valence] = 2.0 + (i % side) / static_cast<double>(side) + error(random);
+        values[totalDMut] = 1.0 + 0.5 * std::sin(0.02 * (i / side)) + error(random);
+        map.rows.append({0.0, 0.0, 0.0, values[totalDMut], values});
+    }
+    return map;
+}
+
+/// A panel that shows a result.
+struct Desk {
+    explicit Desk(double noise)
+    {
+        panel.BaseData = resultMap(noise);
+        panel.MapDisp->setZRange(1.5, 3.5);
+        const auto set = [](QLineEdit* edit, const char* text) {
+            edit->setText(QLatin1String(text));
+        };
+        set(panel.ui.HgAFrom, "1.5");
+        set(panel.ui.HgATo, "3.5");
+        set(panel.ui.HgTFrom, "0");
+        set(panel.ui.HgTTo, "2");
+        panel.HistV->init();
+        panel.HistT->init();
+        for (const A2DRow& row : std::as_const(panel.BaseData.rows)) {
+            panel.HistV->add(row.values.at(valence));
+            panel.HistT->add(row.values.at(totalDMut));
+        }
+        for (DispArea* surface : {panel.MapDisp->DispA, plot(Displays::DHistA),
+                                  plot(Displays::DHistDMut), plot(Displays::DDMutVsA)}) {
+            surface->setFixedSize(surfaceSize);
+        }
+    }
+
+    DispArea* plot(Displays::DispId id) const { return panel.Disps->frame(id)->DispA; }
+
+    FourPs panel;
+};
+
+void paint(benchmark::State& state, const QList<DispArea*>& surfaces)
+{
+    QImage picture(surfaceSize, QImage::Format_RGB32);
+    for ([[maybe_unused]] auto run : state) {
+        for (DispArea* surface : surfaces) {
+            surface->render(&picture);
+        }
+        benchmark::DoNotOptimize(picture.constBits());
+    }
+}
+
+void plainMap(benchmark::State& state, double noise)
+{
+    const Desk desk(noise);
+    const A2DData& map = desk.panel.BaseData;
+    const cBar* bar = desk.panel.MapDisp->CBar;
+    DispArea surface;
+    surface.setFixedSize(surfaceSize);
+    QObject::connect(&surface, &DispArea::draw, &surface, [&](QStylePainter* p) {
+        p->fillRect(surface.rect(), Qt::white);
+        surface.fitTo(0.0, 0.0, side, side);
+        tests::plainCells(p, surface.cc, side, side, [&](int x, int y) {
+            return bar->color(map.rows.at(y * side + x).values.at(valence));
+        });
+    });
+    paint(state, {&surface});
+}
+
+void productMap(benchmark::State& state, double noise)
+{
+    const Desk desk(noise);
+    desk.panel.MapDisp->DispA->fitTo(0.0, 0.0, side, side);
+    paint(state, {desk.panel.MapDisp->DispA});
+}
+
+void histogramPair(benchmark::State& state)
+{
+    const Desk desk(0.02);
+    paint(state, {desk.plot(Displays::DHistA), desk.plot(Displays::DHistDMut)});
+}
+
+void thicknessPlot(benchmark::State& state)
+{
+    const Desk desk(0.02);
+    paint(state, {desk.plot(Displays::DDMutVsA)});
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    for (const auto& [name, noise] :
+         {std::pair("resultMap/smooth", 0.0), {"resultMap/noisy", 0.02}}) {
+        benchmark::RegisterBenchmark((std::string(name) + "/plain").c_str(), plainMap, noise)
+            ->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark((std::string(name) + "/product").c_str(), productMap, noise)
+            ->Unit(benchmark::kMillisecond);
+    }
+    benchmark::RegisterBenchmark("histogramPair", histogramPair)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("thicknessPlot", thicknessPlot)->Unit(benchmark::kMillisecond);
+    return bench::runWithRatios(argc, argv);
+}
