@@ -2,6 +2,9 @@
 
 #include "display/ChCoord.h"
 #include "display/Pixels.h"
+#include "display/VectorRegisters.h"
+
+#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -45,6 +48,20 @@ MapCells::MapCells(const ChCoord& cc, int width, int height)
     : m_x(layOut(width, cc.scrX1, [&cc](double v) { return cc.r2sX(v); }))
     , m_y(layOut(height, cc.scrY0, [&cc](double v) { return cc.r2sY(v); }))
 {
+}
+
+void MapCells::fillLine(QPainter* p, const Band& line, const QColor* const* colors) const
+{
+    for (qsizetype i = 0; i < m_x.bands.size();) {
+        const QColor* color = colors[i];
+        const int start = m_x.bands.at(i).start;
+        int length = 0;
+        for (; i < m_x.bands.size() && colors[i] == color; ++i) {
+            length += m_x.bands.at(i).length;
+        }
+        p->fillRect(start, line.start, length, line.length, *color);
+        display::cleanVectorRegisters();
+    }
 }
 
 void MapCells::outline(QPainter* p) const

@@ -3,9 +3,10 @@
 
 #include <QColor>
 #include <QList>
-#include <QPainter>
+#include <QVarLengthArray>
 
 class ChCoord;
+class QPainter;
 
 /// Paints a map as filled rectangles, one for each pixel of the measurement: the
 /// cell of (x, y) spans (x, y) to (x + 1, y + 1) in data values, its edges
@@ -30,24 +31,14 @@ public:
     template <class ColorAt>
     void fill(QPainter* p, ColorAt colorAt) const
     {
+        QVarLengthArray<const QColor*, 2048> colors(m_x.bands.size());
         for (const Band& line : m_y.bands) {
-            const QColor* color = nullptr;
-            QRect run;
-            for (const Band& column : m_x.bands) {
-                const QColor* next = &colorAt(column.cell, line.cell);
-                if (next == color) {
-                    run.setWidth(run.width() + column.length);
-                    continue;
-                }
-                if (color) {
-                    p->fillRect(run, *color);
-                }
-                color = next;
-                run = QRect(column.start, line.start, column.length, line.length);
+            // Asked for in a row: the pixels of a large map come from far away in
+            // memory, and several of them are under way at once.
+            for (qsizetype i = 0; i < colors.size(); ++i) {
+                colors[i] = &colorAt(m_x.bands.at(i).cell, line.cell);
             }
-            if (color) {
-                p->fillRect(run, *color);
-            }
+            fillLine(p, line, colors.constData());
         }
     }
 
@@ -61,6 +52,8 @@ private:
         int start;
         int length;
     };
+
+    void fillLine(QPainter* p, const Band& line, const QColor* const* colors) const;
 
     struct Axis {
         QList<Band> bands; ///< those that show, in the order of cells, without a gap
