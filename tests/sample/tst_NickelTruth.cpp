@@ -45,20 +45,20 @@ private Q_SLOTS:
     {
         QCOMPARE(valenceAt(0, 0), 2.1);
         QCOMPARE(valenceAt(63, 47), 2.6);
-        QCOMPARE(valenceAt(31, 6), 2.9); // 17.5 pixels above the middle
+        QCOMPARE(valenceAt(31, 6), 2.9); // 17.5 pixels from the middle
         QVERIFY(valenceAt(31, 23) < 2.4);
     }
 
     void amountSpellsTwoLetters()
     {
-        QCOMPARE(amountAt(0, 0), 0.6);
-        QCOMPARE(amountAt(5, 3), 1.4);   // upper left of the N
-        QCOMPARE(amountAt(20, 3), 0.6);  // between its legs
-        QCOMPARE(amountAt(50, 5), 1.4);  // the dot of the i
-        QCOMPARE(amountAt(50, 10), 0.6); // the gap under it
-        QCOMPARE(amountAt(58, 44), 1.4); // lower right of the i
-        QCOMPARE(amountAt(59, 44), 0.6);
-        QCOMPARE(amountAt(58, 45), 0.6);
+        QCOMPARE(amountAt(0, 47), 0.6);
+        QCOMPARE(amountAt(5, 44), 1.4);  // upper left of the N
+        QCOMPARE(amountAt(20, 44), 0.6); // between its legs
+        QCOMPARE(amountAt(50, 42), 1.4); // the dot of the i
+        QCOMPARE(amountAt(50, 37), 0.6); // the gap under it
+        QCOMPARE(amountAt(58, 3), 1.4);  // lower right of the i
+        QCOMPARE(amountAt(59, 3), 0.6);
+        QCOMPARE(amountAt(58, 2), 0.6);
     }
 
     void fourCompoundsMeetInTheCornersOfTheirImage()

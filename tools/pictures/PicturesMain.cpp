@@ -3,7 +3,9 @@
 // makes the pictures of the documents; with "all" every window at half, at its
 // own and at double size, to look at after a change.
 
+#include "CombinationErrors.h"
 #include "SampleRun.h"
+#include "WindowPictures.h"
 
 #include "display/DispMBase.h"
 #include "display/Displays.h"
@@ -14,50 +16,45 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 
-#include <initializer_list>
 #include <utility>
 
 namespace
 {
 
-/// The picture of a window at a size, as a user would see it.
-bool grab(QWidget* window, const QSize& size, const QString& path)
+/// Pops a plot out, zoomed in x as by a few turns of the wheel.
+bool grabPlot(DispABase* plot, double fromEv, double toEv, const QString& path)
 {
-    window->show();
-    window->resize(size);
-    // A moved or resized drawing settles in the events after it.
-    for (int i = 0; i < 3; ++i) {
-        QCoreApplication::processEvents();
-    }
-    constexpr int smallestFile = 0;
-    const QImage picture = window->grab().toImage().convertToFormat(QImage::Format_RGB888);
-    return picture.save(path, "PNG", smallestFile);
+    plot->popDock();
+    plot->DispA->cc.setRealX(fromEv, toEv);
+    const bool good = savePicture(plot->pop, {640, 480}, path);
+    plot->popDock();
+    return good;
 }
 
 bool grabDocuments(const FourPs& panel, const QDir& output)
 {
+    const auto path = [&output](const char* name) { return output.filePath(QLatin1String(name)); };
     Displays* graphs = panel.Disps;
-    bool good = grab(graphs, graphs->size(), output.filePath(QStringLiteral("graphs.png")));
-    DispABase* target = graphs->frame(Displays::DTarget);
-    target->popDock();
-    // As a few turns of the wheel at the edge would show it.
-    target->DispA->cc.setRealX(8280.0, 8480.0);
-    good &= grab(target->pop, {640, 480}, output.filePath(QStringLiteral("target.png")));
-    target->popDock();
+    bool good = savePicture(graphs, graphs->size(), path("graphs.png"));
+    good &= grabPlot(graphs->frame(Displays::DTarget), 8280.0, 8480.0, path("target.png"));
+    good &= grabPlot(graphs->frame(Displays::DMuts), 8320.0, 8400.0, path("muts.png"));
+    const QSize mapSize(460, 440);
+    good &= savePicture(panel.MapDisp, mapSize, path("valence.png"));
+    panel.ui.MapAmount->click();
+    good &= savePicture(panel.MapDisp, mapSize, path("amount.png"));
+    good &= savePicture(panel.DMapDisp, mapSize, path("measured.png"));
     return good;
 }
 
-bool grabAll(const FourPs& panel, const QDir& output)
+bool grabAll(const QList<QWidget*>& windows, const QDir& output)
 {
     bool good = true;
-    for (QWidget* window : std::initializer_list<QWidget*>{panel.window(), panel.Disps,
-                                                           panel.Disps->frame(Displays::DM2M3),
-                                                           panel.MapDisp, panel.DMapDisp}) {
+    for (QWidget* window : windows) {
         const QSize size = window->size();
         for (const auto& [name, factor] : {std::pair("own", 1.0), {"half", 0.5}, {"double", 2.0}}) {
             const QString file =
                 QStringLiteral("%1-%2.png").arg(window->objectName(), QLatin1String(name));
-            good &= grab(window, size * factor, output.filePath(file));
+            good &= savePicture(window, size * factor, output.filePath(file));
         }
         window->resize(size);
         window->hide();
@@ -79,8 +76,11 @@ int main(int argc, char* argv[])
     FourPs panel;
     SampleRun run(panel, QDir(arguments.at(1)), QDir(results.path()));
     run.load();
+    run.calculate(nickel::combinationForms().front());
     const QDir output(arguments.at(2));
-    const bool good = arguments.value(3) == QLatin1String("all") ? grabAll(panel, output)
-                                                                 : grabDocuments(panel, output);
+    const bool good =
+        arguments.value(3) == QLatin1String("all")
+            ? grabAll(run.windows() + QList<QWidget*>{panel.Disps->frame(Displays::DM2M3)}, output)
+            : grabDocuments(panel, output);
     return good ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -1,12 +1,13 @@
 // aelk on the nickel sample: aelk_sample FOLDER
 //
-// With a display the windows stay open; without one it runs off screen. Either
-// way it writes the result maps into out/ and says how near they come to the
-// truth; the exit status is 0 when all of them are within their bounds.
+// With a display all windows open and stay; without one their pictures go into
+// out/. Either way it writes the result maps there and says how near they come to
+// the truth; the exit status is 0 when all of them are within their bounds.
 #include "CombinationErrors.h"
 #include "MapErrors.h"
 #include "SampleRun.h"
 #include "ShareErrors.h"
+#include "WindowPictures.h"
 
 #include "app/Body.h"
 #include "panel/FourPs.h"
@@ -87,9 +88,17 @@ int main(int argc, char** argv)
         return EXIT_FAILURE;
     }
     SampleRun run(*panel, QDir(arguments.at(1)), QDir(output));
-    const bool good = runAllMethods(run);
+    bool good = runAllMethods(run);
     if (display) {
+        for (QWidget* window : run.windows()) {
+            window->show();
+        }
         QApplication::exec();
+    } else if (savePictures(run.windows(), QDir(output))) {
+        std::printf("Pictures of all windows are in %s\n", qPrintable(output));
+    } else {
+        std::fprintf(stderr, "aelk_sample: cannot save pictures in %s\n", qPrintable(output));
+        good = false;
     }
     return good ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -6,6 +6,7 @@
 #include "ShareErrors.h"
 #include "SpectrumErrors.h"
 
+#include "display/DispMBase.h"
 #include "panel/FourPs.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
@@ -117,6 +118,8 @@ void SampleRun::loadFiles(const nickel::Image& image, const nickel::Target& targ
     }
     panel.MultiFiles->newFiles(maps);
     useRows(rowsOf(image));
+    // Well above the edge the amount shows in the measured map.
+    turn(panel.EPoints.at(maps.size() - 1)->ShowMapB, true);
 }
 
 void SampleRun::typeInto(QLineEdit* field, const QString& text)
@@ -263,7 +266,13 @@ void SampleRun::restart()
     useReferences(2);
     useRows(rowsOf(nickel::imageOfTwo()));
     recordShares(0);
+    panel.clearLCFvs4PS(nullptr); // the points of other targets
     panel.calcBoth();
+}
+
+QList<QWidget*> SampleRun::windows() const
+{
+    return {panel.window(), panel.Disps, panel.MapDisp, panel.DMapDisp};
 }
 
 void SampleRun::chooseSolver(const nickel::MapForm& form)

@@ -12,6 +12,7 @@
 class FourPs;
 class QAbstractButton;
 class QLineEdit;
+class QWidget;
 
 namespace nickel
 {
@@ -52,6 +53,10 @@ public:
     /// Back to the first files, two references and the method that the program
     /// starts with.
     void restart();
+
+    /// The program's windows: the main one, the graphs, the result map and the
+    /// map measured at the highest energy.
+    QList<QWidget*> windows() const;
 
 private:
     void loadReferences();

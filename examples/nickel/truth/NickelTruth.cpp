@@ -159,11 +159,12 @@ double amountAt(int x, int y)
 {
     constexpr double thin = 0.6;
     constexpr double thick = 1.4;
-    if (x < letterLeft || y < letterTop) {
+    const int fromTop = mapHeight - 1 - y; // the last line of a map is shown on top
+    if (x < letterLeft || fromTop < letterTop) {
         return thin;
     }
     const std::size_t column = static_cast<std::size_t>((x - letterLeft) / letterScale);
-    const std::size_t line = static_cast<std::size_t>((y - letterTop) / letterScale);
+    const std::size_t line = static_cast<std::size_t>((fromTop - letterTop) / letterScale);
     const bool marked = line < letters.size() && column < 9 && letters.at(line)[column] == '#';
     return marked ? thick : thin;
 }

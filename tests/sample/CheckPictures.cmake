@@ -1,0 +1,11 @@
+# The run without a display leaves a picture of each window behind.
+foreach(window Body Displays MapDisp DMapDisp)
+  set(picture ${FOLDER}/${window}.png)
+  if(NOT EXISTS ${picture})
+    message(FATAL_ERROR "${picture} is missing")
+  endif()
+  file(SIZE ${picture} size)
+  if(size LESS 1000)
+    message(FATAL_ERROR "${picture} is empty")
+  endif()
+endforeach()
