@@ -3,6 +3,7 @@
 
 #include "analysis/Limits.h"
 #include "data/A2DData.h"
+#include "data/VectorRegisters.h"
 
 #include <optional>
 
@@ -16,6 +17,7 @@ namespace analysis
 template <class ValueAt>
 std::optional<Limits> scanMap(const A2DData& map, ValueAt valueAt)
 {
+    data::cleanVectorRegisters();
     Limits found{1e300, -1e300};
     for (int y = 0; y < map.yNum; ++y) {
         for (int x = 0; x < map.xNum; ++x) {

@@ -1,5 +1,7 @@
 #include "analysis/PixelWalk.h"
 
+#include "data/VectorRegisters.h"
+
 namespace analysis
 {
 
@@ -14,6 +16,7 @@ void startResult(A2DData& result, const A2DData& base)
         result.rows = {}; // gives back the room of a much larger map
     }
     result.rows.reserve(pixels);
+    data::cleanVectorRegisters();
 }
 
 } // namespace analysis

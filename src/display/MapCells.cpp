@@ -1,8 +1,8 @@
 #include "display/MapCells.h"
 
+#include "data/VectorRegisters.h"
 #include "display/ChCoord.h"
 #include "display/Pixels.h"
-#include "display/VectorRegisters.h"
 
 #include <QPainter>
 
@@ -60,7 +60,7 @@ void MapCells::fillLine(QPainter* p, const Band& line, const QColor* const* colo
             length += m_x.bands.at(i).length;
         }
         p->fillRect(start, line.start, length, line.length, *color);
-        display::cleanVectorRegisters();
+        data::cleanVectorRegisters();
     }
 }
 

@@ -1,4 +1,4 @@
-#include "display/VectorRegisters.h"
+#include "data/VectorRegisters.h"
 
 #if defined(__x86_64__)
 
@@ -14,7 +14,7 @@ __attribute__((target("avx"))) void clearUpperHalves()
 
 } // namespace
 
-void display::cleanVectorRegisters()
+void data::cleanVectorRegisters()
 {
     static const bool hasWideRegisters = __builtin_cpu_supports("avx") != 0;
     if (hasWideRegisters) {
@@ -24,6 +24,6 @@ void display::cleanVectorRegisters()
 
 #else
 
-void display::cleanVectorRegisters() {}
+void data::cleanVectorRegisters() {}
 
 #endif
