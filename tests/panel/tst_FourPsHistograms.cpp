@@ -1,0 +1,840 @@
+// The panel's two histogram plots: which histograms they show, in which colours
+// and places, and the range and the grid that go with them.
+
+#include "display/Displays.h"
+#include "display/Histgram.h"
+#include "support/MouseInput.h"
+#include "support/PanelTools.h"
+#include "support/PlainGraphs.h"
+#include "support/SurfacePaints.h"
+
+#include <QtTest>
+
+#include <memory>
+
+using namespace tests;
+
+namespace
+{
+
+/// What the rows of a reference and the main histogram are drawn in.
+const QList<QColor> rowColors{{0, 0, 0}, {255, 0, 0}, {0, 0, 255}, {120, 220, 120}};
+const QColor mainColor(160, 160, 160);
+
+/// One of the two plots and what it draws.
+struct Family {
+    DispABase* plot;
+    HistogramCounts* main;
+    QList<HistogramCounts*> ofReferences;
+    QAbstractButton* mainBox;
+    QList<QAbstractButton*> boxes;
+    QLineEdit* from;
+    QLineEdit* to;
+    QLineEdit* number;
+    QAbstractButton* automatic;
+};
+
+QList<HistogramCounts*> plainCounts(const QList<Histgram*>& histograms)
+{
+    return {histograms.begin(), histograms.end()};
+}
+
+Family familyOf(FourPs& panel, int id)
+{
+    const auto& ui = panel.ui;
+    DispABase* plot = panel.Disps->frame(static_cast<Displays::DispId>(id));
+    if (id == Displays::DHistA) {
+        return {plot,
+                panel.HistV,
+                plainCounts(panel.HistRatio),
+                ui.HgValence,
+                {ui.HgRatio1, ui.HgRatio2, ui.HgRatio3, ui.HgRatio4},
+                ui.HgAFrom,
+                ui.HgATo,
+                ui.HgABoxes,
+                ui.HgAAuto};
+    }
+    return {plot,
+            panel.HistT,
+            plainCounts(panel.HistDMut),
+            ui.HgAmount,
+            {ui.HgdMut1, ui.HgdMut2, ui.HgdMut3, ui.HgdMut4},
+            ui.HgTFrom,
+            ui.HgTTo,
+            ui.HgTBoxes,
+            ui.HgTAuto};
+}
+
+void checkBoxes(const Family& family, bool main, const QList<int>& boxes)
+{
+    family.mainBox->setChecked(main);
+    for (int i = 0; i < family.boxes.size(); ++i) {
+        family.boxes.at(i)->setChecked(boxes.contains(i));
+    }
+}
+
+/// Takes these rows into use, and gives exactly those of @p valid a spectrum.
+void setReferences(FourPs& panel, const QList<int>& used, const QList<int>& valid)
+{
+    useReferences(panel, used);
+    for (int i = 0; i < 4; ++i) {
+        makeReferenceValid(panel, i);
+        panel.XafsFiles.at(i)->valid = valid.contains(i);
+    }
+}
+
+QImage shownOn(const Family& family)
+{
+    return family.plot->DispA->grab().toImage();
+}
+
+/// The plot with the automatic range of the given highest count.
+PlainPlot automaticPlot(const Family& family, int highest)
+{
+    return {family.plot->DispA->size(), family.from->text().toDouble(), -0.1 * highest,
+            family.to->text().toDouble(), 1.1 * highest};
+}
+
+/// A histogram that is shown: the how manieth reference in use, and its row.
+struct Shown {
+    int k;
+    int row;
+};
+
+PlainHistograms plainHistograms(const Family& family, bool main, const QList<Shown>& shown)
+{
+    PlainHistograms plain;
+    plain.from = family.from->text().toDouble();
+    plain.to = family.to->text().toDouble();
+    plain.main = *family.main;
+    if (main) {
+        plain.mainColor = mainColor;
+    }
+    for (const Shown& each : shown) {
+        plain.references.append({*family.ofReferences.at(each.k), rowColors.at(each.row)});
+    }
+    return plain;
+}
+
+int highestCount(const PlainHistograms& plain)
+{
+    int highest = plain.mainColor ? plain.main.total : 0;
+    for (const auto& bars : plain.references) {
+        highest = std::max(highest, bars.counts.total);
+    }
+    return highest;
+}
+
+/// Whether the plot shows exactly these histograms in its automatic range.
+bool showsOnly(const Family& family, bool main, const QList<Shown>& shown)
+{
+    const PlainHistograms plain = plainHistograms(family, main, shown);
+    const PlainPlot plot = automaticPlot(family, highestCount(plain));
+    return sameIn(plot.inside(), shownOn(family), plain.picture(plot));
+}
+
+void addBothPlots()
+{
+    QTest::addColumn<int>("id");
+    QTest::newRow("valence") << int(Displays::DHistA);
+    QTest::newRow("thickness") << int(Displays::DHistDMut);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Shown)
+
+class tst_FourPsHistograms : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanupTestCase();
+
+    void titlesNameTheQuantity_data();
+    void titlesNameTheQuantity();
+    void beforeTheFirstCountThePlotIsWhite_data();
+    void beforeTheFirstCountThePlotIsWhite();
+    void countsOfReferencesAloneLeaveThePlotWhite_data();
+    void countsOfReferencesAloneLeaveThePlotWhite();
+    void withoutACheckedBoxThePlotIsWhite_data();
+    void withoutACheckedBoxThePlotIsWhite();
+    void boxesOfTheOtherPlotShowNothing_data();
+    void boxesOfTheOtherPlotShowNothing();
+    void plotWithoutAnythingKeepsItsAutomaticRange_data();
+    void plotWithoutAnythingKeepsItsAutomaticRange();
+
+    void boxesChooseTheHistograms_data();
+    void boxesChooseTheHistograms();
+    void boxesOfTheFormAreThoseOfTheStart();
+
+    void limitsOfXAreTheTypedOnes_data();
+    void limitsOfXAreTheTypedOnes();
+    void limitsOfYHoldWhatIsShown_data();
+    void limitsOfYHoldWhatIsShown();
+    void rangeOfTheViewStaysUntilTheDoubleClick();
+    void zoomedOutViewShowsTheOuterBins_data();
+    void zoomedOutViewShowsTheOuterBins();
+    void overhangingBarsAreWipedFromTheMargins_data();
+    void overhangingBarsAreWipedFromTheMargins();
+    void highestCountZeroShowsTheTitlesOnly_data();
+    void highestCountZeroShowsTheTitlesOnly();
+
+    void gridStepsFollowTheScaleOfX_data();
+    void gridStepsFollowTheScaleOfX();
+    void horizontalLinesEndAtTheMainHistogramsHighest();
+    void limitsFromHighToLowMirrorThePlot();
+    void hostileLimitsStillPaint_data();
+    void hostileLimitsStillPaint();
+    void oneBoxStillPaints();
+
+    void calculatedMapIsShownAtOnce();
+    void toggledBoxShowsItsBarsAtOnce_data();
+    void toggledBoxShowsItsBarsAtOnce();
+    void toggledBoxRepaintsThePoppedOutPlot_data();
+    void toggledBoxRepaintsThePoppedOutPlot();
+
+    void boxOfAnUnusedRowIsNotAsked();
+    void currentHistogramOfSharesIsTheLastChecked_data();
+    void currentHistogramOfSharesIsTheLastChecked();
+    void currentHistogramOfSharesLeavesThePlotAlone();
+
+private:
+    Family family(int id) { return familyOf(*m_panel, id); }
+    void fillHistograms(const Family& family);
+
+    std::unique_ptr<FourPs> m_panel;
+};
+
+void tst_FourPsHistograms::initTestCase()
+{
+    m_panel = std::make_unique<FourPs>();
+    m_panel->Disps->resize(1500, 1100);
+    m_panel->Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
+}
+
+void tst_FourPsHistograms::cleanupTestCase()
+{
+    m_panel->Disps->hide();
+    m_panel.reset();
+}
+
+/// All four references used and valid, every box off, all histograms counted
+/// between 1 and 4, and every plot without a range.
+void tst_FourPsHistograms::init()
+{
+    setReferences(*m_panel, {0, 1, 2, 3}, {0, 1, 2, 3});
+    for (const int id : {Displays::DHistA, Displays::DHistDMut}) {
+        const Family of = family(id);
+        of.from->setText("1");
+        of.to->setText("4");
+        of.number->setText("11");
+        checkBoxes(of, false, {});
+        fillHistograms(of);
+        if (!of.plot->docked) {
+            of.plot->popDock();
+        }
+        of.plot->clearScale();
+    }
+    QTest::qWait(10);
+}
+
+/// Eleven bins each, no two alike; the highest counts are 40, and 50, 35, 60 and
+/// 20, those outside larger.
+void tst_FourPsHistograms::fillHistograms(const Family& of)
+{
+    *of.main = readyCounts(1.0, 4.0, {3, 40, 7, 0, 12, 31, 25, 1, 9, 38, 22}, 90, 75);
+    const QList<int> highest{50, 35, 60, 20};
+    for (int k = 0; k < 4; ++k) {
+        QList<int> bins;
+        for (int i = 0; i < 11; ++i) {
+            bins.append((7 * i + 5 * k * i + 3 * k) % highest.at(k));
+        }
+        bins[2 * k + 1] = highest.at(k);
+        *of.ofReferences.at(k) = readyCounts(1.0, 4.0, bins, 30 + 5 * k, 55 - 5 * k);
+    }
+}
+
+void tst_FourPsHistograms::titlesNameTheQuantity_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QString>("title");
+    QTest::newRow("valence") << int(Displays::DHistA) << "Valence";
+    QTest::newRow("thickness") << int(Displays::DHistDMut) << "Thick.";
+}
+
+void tst_FourPsHistograms::titlesNameTheQuantity()
+{
+    QFETCH(int, id);
+    const Family of = family(id);
+    checkBoxes(of, true, {});
+    of.plot->setXYTitle({}, {});
+    shownOn(of);
+    QTEST(of.plot->xTitle, "title");
+    QCOMPARE(of.plot->yTitle, QStringLiteral("Num."));
+    QVERIFY(of.plot->DispA->cc.drawn);
+}
+
+void tst_FourPsHistograms::beforeTheFirstCountThePlotIsWhite_data()
+{
+    addBothPlots();
+}
+
+void tst_FourPsHistograms::beforeTheFirstCountThePlotIsWhite()
+{
+    QFETCH(int, id);
+    FourPs panel;
+    setReferences(panel, {0, 1}, {0, 1});
+    const Family of = familyOf(panel, id);
+    checkBoxes(of, true, {0, 1, 2, 3});
+    panel.Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
+    QVERIFY(isWhite(shownOn(of)));
+    QVERIFY(!of.plot->DispA->cc.drawn);
+    panel.Disps->hide();
+}
+
+void tst_FourPsHistograms::countsOfReferencesAloneLeaveThePlotWhite_data()
+{
+    addBothPlots();
+}
+
+void tst_FourPsHistograms::countsOfReferencesAloneLeaveThePlotWhite()
+{
+    QFETCH(int, id);
+    const Family of = family(id);
+    checkBoxes(of, true, {0, 1, 2, 3});
+    *of.main = {};
+    QVERIFY(isWhite(shownOn(of)));
+    QVERIFY(!of.plot->DispA->cc.drawn);
+}
+
+void tst_FourPsHistograms::withoutACheckedBoxThePlotIsWhite_data()
+{
+    addBothPlots();
+}
+
+void tst_FourPsHistograms::withoutACheckedBoxThePlotIsWhite()
+{
+    QFETCH(int, id);
+    const Family of = family(id);
+    QVERIFY(isWhite(shownOn(of)));
+    QVERIFY(!of.plot->DispA->cc.drawn);
+}
+
+void tst_FourPsHistograms::boxesOfTheOtherPlotShowNothing_data()
+{
+    addBothPlots();
+}
+
+void tst_FourPsHistograms::boxesOfTheOtherPlotShowNothing()
+{
+    QFETCH(int, id);
+    const int other = id == Displays::DHistA ? Displays::DHistDMut : Displays::DHistA;
+    checkBoxes(family(other), true, {0, 1, 2, 3});
+    QVERIFY(isWhite(shownOn(family(id))));
+}
+
+void tst_FourPsHistograms::plotWithoutAnythingKeepsItsAutomaticRange_data()
+{
+    addBothPlots();
+}
+
+void tst_FourPsHistograms::plotWithoutAnythingKeepsItsAutomaticRange()
+{
+    QFETCH(int, id);
+    const Family of = family(id);
+    shownOn(of);
+    QVERIFY(!of.plot->DispA->hasScale);
+    checkBoxes(of, true, {});
+    QVERIFY(showsOnly(of, true, {}));
+    QVERIFY(of.plot->DispA->hasScale);
+}
+
+void tst_FourPsHistograms::boxesChooseTheHistograms_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QList<int>>("used");
+    QTest::addColumn<QList<int>>("valid");
+    QTest::addColumn<bool>("main");
+    QTest::addColumn<QList<int>>("boxes");
+    QTest::addColumn<QList<Shown>>("shown");
+    const QList<int> all{0, 1, 2, 3};
+    const auto add = [](const char* name, const QList<int>& used, const QList<int>& valid,
+                        bool main, const QList<int>& boxes, const QList<Shown>& shown) {
+        QTest::addRow("valence: %s", name)
+            << int(Displays::DHistA) << used << valid << main << boxes << shown;
+        QTest::addRow("thickness: %s", name)
+            << int(Displays::DHistDMut) << used << valid << main << boxes << shown;
+    };
+    add("the main one alone", {0, 1}, {0, 1}, true, {}, {});
+    add("one reference over it", {0, 1}, {0, 1}, true, {0}, {{0, 0}});
+    add("one reference alone", {0, 1}, {0, 1}, false, {0}, {{0, 0}});
+    add("the second alone", {0, 1}, {0, 1}, false, {1}, {{1, 1}});
+    add("two references", {0, 1}, {0, 1}, true, {0, 1}, {{0, 0}, {1, 1}});
+    add("three references", {0, 1, 2}, all, true, {0, 1, 2}, {{0, 0}, {1, 1}, {2, 2}});
+    add("four references", all, all, true, all, {{0, 0}, {1, 1}, {2, 2}, {3, 3}});
+    add("four references alone", all, all, false, all, {{0, 0}, {1, 1}, {2, 2}, {3, 3}});
+    add("the first and the last", all, all, true, {0, 3}, {{0, 0}, {3, 3}});
+    add("an unused row in between", {0, 2}, all, true, all, {{0, 0}, {1, 2}});
+    add("unused rows in front", {2, 3}, all, false, all, {{0, 2}, {1, 3}});
+    add("two unused rows in between", {0, 3}, all, true, all, {{0, 0}, {1, 3}});
+    add("an invalid row in between", {0, 1, 2}, {0, 2, 3}, true, all, {{0, 0}, {2, 2}});
+    add("an invalid row in front", {0, 1, 2}, {1, 2}, true, all, {{1, 1}, {2, 2}});
+    add("unused and invalid rows in between", {0, 2, 3}, {0, 1, 3}, true, all, {{0, 0}, {2, 3}});
+    add("all invalid", all, {}, true, all, {});
+    add("none used", {}, all, true, all, {});
+    add("box of the row and not of the place", {1, 3}, all, true, {3}, {{1, 3}});
+    add("box of a row not in use", {1, 3}, all, true, {0, 2}, {});
+    add("box of the second row, first in use", {1, 3}, all, true, {1}, {{0, 1}});
+}
+
+void tst_FourPsHistograms::boxesChooseTheHistograms()
+{
+    QFETCH(int, id);
+    QFETCH(QList<int>, used);
+    QFETCH(QList<int>, valid);
+    QFETCH(bool, main);
+    QFETCH(QList<int>, boxes);
+    QFETCH(QList<Shown>, shown);
+    setReferences(*m_panel, used, valid);
+    const Family of = family(id);
+    checkBoxes(of, main, boxes);
+    QVERIFY(showsOnly(of, main, shown));
+}
+
+// At the start the valence and, of the thickness, everything is checked.
+void tst_FourPsHistograms::boxesOfTheFormAreThoseOfTheStart()
+{
+    FourPs panel;
+    setReferences(panel, {0, 1}, {0, 1});
+    panel.Disps->resize(1500, 1100);
+    panel.Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
+    const Family valence = familyOf(panel, Displays::DHistA);
+    const Family thickness = familyOf(panel, Displays::DHistDMut);
+    for (const Family& of : {valence, thickness}) {
+        of.from->setText("1");
+        of.to->setText("4");
+        fillHistograms(of);
+    }
+    QVERIFY(showsOnly(valence, true, {}));
+    QVERIFY(showsOnly(thickness, true, {{0, 0}, {1, 1}}));
+    panel.Disps->hide();
+}
+
+void tst_FourPsHistograms::limitsOfXAreTheTypedOnes_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<bool>("automatic");
+    QTest::newRow("valence, automatic") << int(Displays::DHistA) << true;
+    QTest::newRow("valence, by hand") << int(Displays::DHistA) << false;
+    QTest::newRow("thickness, automatic") << int(Displays::DHistDMut) << true;
+    QTest::newRow("thickness, by hand") << int(Displays::DHistDMut) << false;
+}
+
+// The bins keep the limits that they were counted with, 1 and 4.
+void tst_FourPsHistograms::limitsOfXAreTheTypedOnes()
+{
+    QFETCH(int, id);
+    QFETCH(bool, automatic);
+    const Family of = family(id);
+    of.automatic->setChecked(automatic);
+    static_cast<Histgram*>(of.main)->autoMode = automatic;
+    of.from->setText("-0.7");
+    of.to->setText("3.25");
+    checkBoxes(of, true, {1});
+    QVERIFY(showsOnly(of, true, {{1, 1}}));
+    QCOMPARE(of.plot->DispA->cc.realX0, -0.7);
+    QCOMPARE(of.plot->DispA->cc.realX1, 3.25);
+    QCOMPARE(of.from->text(), QStringLiteral("-0.7"));
+}
+
+void tst_FourPsHistograms::limitsOfYHoldWhatIsShown_data()
+{
+    QTest::addColumn<bool>("main");
+    QTest::addColumn<QList<int>>("boxes");
+    QTest::addColumn<int>("highest");
+    QTest::newRow("main") << true << QList<int>{} << 40;
+    QTest::newRow("first") << false << QList<int>{0} << 50;
+    QTest::newRow("second") << false << QList<int>{1} << 35;
+    QTest::newRow("fourth") << false << QList<int>{3} << 20;
+    QTest::newRow("main over the fourth") << true << QList<int>{3} << 40;
+    QTest::newRow("first over main") << true << QList<int>{0, 3} << 50;
+    QTest::newRow("third over all") << true << QList<int>{0, 1, 2, 3} << 60;
+}
+
+void tst_FourPsHistograms::limitsOfYHoldWhatIsShown()
+{
+    QFETCH(bool, main);
+    QFETCH(QList<int>, boxes);
+    QFETCH(int, highest);
+    for (const int id : {Displays::DHistA, Displays::DHistDMut}) {
+        const Family of = family(id);
+        checkBoxes(of, main, boxes);
+        shownOn(of);
+        QCOMPARE(of.plot->DispA->cc.realY0, -0.1 * highest);
+        QCOMPARE(of.plot->DispA->cc.realY1, 1.1 * highest);
+    }
+}
+
+void tst_FourPsHistograms::rangeOfTheViewStaysUntilTheDoubleClick()
+{
+    const Family of = family(Displays::DHistA);
+    checkBoxes(of, true, {});
+    shownOn(of);
+    of.from->setText("0");
+    checkBoxes(of, true, {2});
+    shownOn(of);
+    QCOMPARE(of.plot->DispA->cc.realX0, 1.0);
+    QCOMPARE(of.plot->DispA->cc.realY1, 1.1 * 40);
+    doubleClick(of.plot->DispA, {50, 50});
+    QVERIFY(showsOnly(of, true, {{2, 2}}));
+    QCOMPARE(of.plot->DispA->cc.realX0, 0.0);
+    QCOMPARE(of.plot->DispA->cc.realY1, 1.1 * 60);
+}
+
+void tst_FourPsHistograms::zoomedOutViewShowsTheOuterBins_data()
+{
+    addBothPlots();
+}
+
+void tst_FourPsHistograms::zoomedOutViewShowsTheOuterBins()
+{
+    QFETCH(int, id);
+    const Family of = family(id);
+    checkBoxes(of, true, {0, 1, 3});
+    of.plot->setRealCoord(-1.5, -20.0, 7.25, 130.0);
+    const PlainPlot plot(of.plot->DispA->size(), -1.5, -20.0, 7.25, 130.0);
+    const PlainHistograms plain = plainHistograms(of, true, {{0, 0}, {1, 1}, {3, 3}});
+    QVERIFY(sameIn(plot.inside(), shownOn(of), plain.picture(plot)));
+    QCOMPARE(of.plot->DispA->cc.realX0, -1.5);
+    // The bin below the limits stands from 0.55 to 0.85 and is 90 high.
+    const QPoint inTheBinBelow(plot.column(0.8), plot.row(88.0));
+    QCOMPARE(shownOn(of).pixelColor(inTheBinBelow), mainColor);
+}
+
+void tst_FourPsHistograms::overhangingBarsAreWipedFromTheMargins_data()
+{
+    addBothPlots();
+}
+
+void tst_FourPsHistograms::overhangingBarsAreWipedFromTheMargins()
+{
+    QFETCH(int, id);
+    const Family of = family(id);
+    checkBoxes(of, false, {1, 2});
+    of.plot->setRealCoord(1.9, 2.0, 2.6, 9.0);
+    const PlainPlot plot(of.plot->DispA->size(), 1.9, 2.0, 2.6, 9.0);
+    const QImage shown = shownOn(of);
+    QVERIFY(pixelsOf(rowColors.at(1), shown, plot.inside()) > 0);
+    QVERIFY(pixelsOf(rowColors.at(2), shown, plot.inside()) > 0);
+    QCOMPARE(pixelsInMargins(rowColors.at(1), shown, plot), 0);
+    QCOMPARE(pixelsInMargins(rowColors.at(2), shown, plot), 0);
+    // The outline of the plot area lies over them.
+    QVERIFY(hasOutline(shown, plot));
+}
+
+void tst_FourPsHistograms::highestCountZeroShowsTheTitlesOnly_data()
+{
+    addBothPlots();
+}
+
+// Everything lay outside the limits.
+void tst_FourPsHistograms::highestCountZeroShowsTheTitlesOnly()
+{
+    QFETCH(int, id);
+    const Family of = family(id);
+    checkBoxes(of, true, {});
+    *of.main = readyCounts(1.0, 4.0, QList<int>(11, 0), 30, 20);
+    const QImage shown = shownOn(of);
+    QVERIFY(of.plot->DispA->cc.drawn);
+    QVERIFY(!isWhite(shown));
+    QCOMPARE(pixelsOf(mainColor, shown, automaticPlot(of, 1).inside()), 0);
+}
+
+void tst_FourPsHistograms::gridStepsFollowTheScaleOfX_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+    QTest::newRow("no whole number between") << "1.1"
+                                             << "1.9";
+    QTest::newRow("one line") << "1.5"
+                              << "3.5";
+    QTest::newRow("from and to are whole") << "1"
+                                           << "4";
+    QTest::newRow("every one") << "-3.3"
+                               << "12.8";
+    QTest::newRow("every second") << "-20.5"
+                                  << "35.7";
+    QTest::newRow("every fifth") << "-60.5"
+                                 << "70.2";
+    QTest::newRow("every tenth") << "-103"
+                                 << "199";
+    QTest::newRow("every fiftieth") << "0"
+                                    << "1000";
+    QTest::newRow("every hundredth") << "-12.5"
+                                     << "2500";
+}
+
+void tst_FourPsHistograms::gridStepsFollowTheScaleOfX()
+{
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    for (const int id : {Displays::DHistA, Displays::DHistDMut}) {
+        const Family of = family(id);
+        of.from->setText(from);
+        of.to->setText(to);
+        checkBoxes(of, false, {3});
+        *of.main = readyCounts(1.0, 4.0, {400, 3, 1});
+        *of.ofReferences.at(3) = readyCounts(1.0, 4.0, {350, 3, 1});
+        QVERIFY(showsOnly(of, false, {{3, 3}}));
+    }
+}
+
+void tst_FourPsHistograms::horizontalLinesEndAtTheMainHistogramsHighest()
+{
+    const Family of = family(Displays::DHistA);
+    checkBoxes(of, false, {0});
+    *of.main = readyCounts(1.0, 4.0, {0, 7, 0});
+    *of.ofReferences.at(0) = readyCounts(1.0, 4.0, {0, 12, 0});
+    const QImage shown = shownOn(of);
+    const PlainPlot plot = automaticPlot(of, 12);
+    // Left of the bars, between the vertical lines: a line for each of 0 to 7.
+    QList<int> rows;
+    const int column = plot.column(1.5);
+    for (int y = plot.inside().top(); y <= plot.inside().bottom(); ++y) {
+        if (shown.pixelColor(column, y) == plainGrid) {
+            rows.prepend(y);
+        }
+    }
+    QList<int> wanted;
+    for (int count = 0; count <= 7; ++count) {
+        wanted.append(plot.row(count));
+    }
+    QCOMPARE(rows, wanted);
+}
+
+// From 4 to 1: bin 0 is that of 4, at the left; no grid line lies below To.
+void tst_FourPsHistograms::limitsFromHighToLowMirrorThePlot()
+{
+    const Family of = family(Displays::DHistA);
+    of.from->setText("4");
+    of.to->setText("1");
+    checkBoxes(of, true, {1});
+    *of.main = readyCounts(4.0, 1.0, {5, 1, 2, 40});
+    *of.ofReferences.at(1) = readyCounts(4.0, 1.0, {2, 30, 0, 1});
+    QVERIFY(showsOnly(of, true, {{1, 1}}));
+}
+
+void tst_FourPsHistograms::hostileLimitsStillPaint_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+    QTest::newRow("equal") << "2"
+                           << "2";
+    QTest::newRow("words") << "low"
+                           << "high";
+    QTest::newRow("empty") << ""
+                           << "";
+    QTest::newRow("nan") << "nan"
+                         << "nan";
+    QTest::newRow("nan to 4") << "nan"
+                              << "4";
+    QTest::newRow("infinite") << "-inf"
+                              << "inf";
+    QTest::newRow("infinite to 4") << "inf"
+                                   << "4";
+    QTest::newRow("1 to infinite") << "1"
+                                   << "inf";
+    QTest::newRow("very wide") << "-1e300"
+                               << "1e300";
+    QTest::newRow("wider than numbers") << "-1.7e308"
+                                        << "1.7e308";
+    QTest::newRow("very wide, reversed") << "1e300"
+                                         << "-1e300";
+    QTest::newRow("very narrow") << "1"
+                                 << "1.0000000000000002";
+    QTest::newRow("tiny") << "1e-300"
+                          << "2e-300";
+    QTest::newRow("far away") << "1e17"
+                              << "2e17";
+}
+
+void tst_FourPsHistograms::hostileLimitsStillPaint()
+{
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    for (const int id : {Displays::DHistA, Displays::DHistDMut}) {
+        const Family of = family(id);
+        of.from->setText(from);
+        of.to->setText(to);
+        checkBoxes(of, true, {0, 1, 2, 3});
+        shownOn(of); // counted with other limits
+        of.plot->clearScale();
+        const double low = from.toDouble();
+        const double high = to.toDouble();
+        *of.main = readyCounts(low, high, {1, 40, 2}, 5, 6);
+        *of.ofReferences.at(2) = readyCounts(low, high, {1, 40, 2}, 5, 6);
+        const QImage shown = shownOn(of);
+        QVERIFY(of.plot->DispA->cc.drawn);
+        const PlainPlot plot = automaticPlot(of, 60);
+        QVERIFY(hasOutline(shown, plot));
+    }
+}
+
+// One box divides by zero, so that no bar has a place.
+void tst_FourPsHistograms::oneBoxStillPaints()
+{
+    const Family of = family(Displays::DHistA);
+    checkBoxes(of, true, {1});
+    *of.main = readyCounts(1.0, 4.0, {8}, 20, 30);
+    *of.ofReferences.at(1) = readyCounts(1.0, 4.0, {8}, 20, 30);
+    const QImage shown = shownOn(of);
+    QVERIFY(of.plot->DispA->cc.drawn);
+    const QRect inside = automaticPlot(of, 8).inside();
+    QCOMPARE(pixelsOf(mainColor, shown, inside), 0);
+    QCOMPARE(pixelsOf(rowColors.at(1), shown, inside), 0);
+    QVERIFY(pixelsOf(plainGrid, shown, inside) > 0);
+}
+
+// One pixel of a = 1/2 between valences 2 and 3, thickness 1: a count of one in
+// the bin at 2.5, and one in the bin at 1.
+void tst_FourPsHistograms::calculatedMapIsShownAtOnce()
+{
+    FourPs panel;
+    panel.Disps->resize(1500, 1100);
+    panel.Disps->show();
+    prepareThreePointMaps(panel);
+    QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
+    panel.ui.HgAFrom->setText("1");
+    panel.ui.HgATo->setText("4");
+    panel.ui.HgABoxes->setText("7"); // centres every half
+    panel.ui.HgTFrom->setText("0");
+    panel.ui.HgTTo->setText("2");
+    panel.ui.HgTBoxes->setText("5");
+    SurfacePaints paints(*panel.Disps);
+    panel.calcMap();
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    const Family valence = familyOf(panel, Displays::DHistA);
+    const Family thickness = familyOf(panel, Displays::DHistDMut);
+    checkBoxes(thickness, true, {});
+    *valence.main = readyCounts(1.0, 4.0, {0, 0, 0, 1, 0, 0, 0});
+    *thickness.main = readyCounts(0.0, 2.0, {0, 0, 1, 0, 0});
+    const QImage asCountedByHand = shownOn(valence);
+    const QImage thicknessByHand = shownOn(thickness);
+    panel.calcMap();
+    QVERIFY(sameIn(asCountedByHand.rect(), shownOn(valence), asCountedByHand));
+    QVERIFY(sameIn(thicknessByHand.rect(), shownOn(thickness), thicknessByHand));
+    QVERIFY(showsOnly(valence, true, {}));
+    QVERIFY(showsOnly(thickness, true, {}));
+    panel.Disps->hide();
+}
+
+void tst_FourPsHistograms::toggledBoxShowsItsBarsAtOnce_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QString>("box");
+    QTest::addColumn<bool>("main");
+    QTest::addColumn<QList<Shown>>("shown");
+    const int valence = Displays::DHistA;
+    const int thickness = Displays::DHistDMut;
+    QTest::newRow("HgValence") << valence << "HgValence" << true << QList<Shown>{};
+    QTest::newRow("HgRatio1") << valence << "HgRatio1" << false << QList<Shown>{{0, 0}};
+    QTest::newRow("HgRatio2") << valence << "HgRatio2" << false << QList<Shown>{{1, 1}};
+    QTest::newRow("HgRatio3") << valence << "HgRatio3" << false << QList<Shown>{{2, 2}};
+    QTest::newRow("HgRatio4") << valence << "HgRatio4" << false << QList<Shown>{{3, 3}};
+    QTest::newRow("HgAmount") << thickness << "HgAmount" << true << QList<Shown>{};
+    QTest::newRow("HgdMut1") << thickness << "HgdMut1" << false << QList<Shown>{{0, 0}};
+    QTest::newRow("HgdMut2") << thickness << "HgdMut2" << false << QList<Shown>{{1, 1}};
+    QTest::newRow("HgdMut3") << thickness << "HgdMut3" << false << QList<Shown>{{2, 2}};
+    QTest::newRow("HgdMut4") << thickness << "HgdMut4" << false << QList<Shown>{{3, 3}};
+}
+
+void tst_FourPsHistograms::toggledBoxShowsItsBarsAtOnce()
+{
+    QFETCH(int, id);
+    QFETCH(QString, box);
+    QFETCH(bool, main);
+    QFETCH(QList<Shown>, shown);
+    const Family of = family(id);
+    SurfacePaints paints(*m_panel->Disps);
+    m_panel->findChild<QAbstractButton*>(box)->click();
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    QVERIFY(showsOnly(of, main, shown));
+    m_panel->findChild<QAbstractButton*>(box)->click();
+    QCOMPARE(paints.counts().at(id), 3); // the second toggle, and the picture taken in between
+    QVERIFY(isWhite(shownOn(of)));
+}
+
+void tst_FourPsHistograms::toggledBoxRepaintsThePoppedOutPlot_data()
+{
+    addBothPlots();
+}
+
+void tst_FourPsHistograms::toggledBoxRepaintsThePoppedOutPlot()
+{
+    QFETCH(int, id);
+    const Family of = family(id);
+    of.plot->popDock();
+    QVERIFY(QTest::qWaitForWindowExposed(of.plot->pop));
+    SurfacePaints paints(*m_panel->Disps);
+    of.boxes.at(1)->click();
+    QVERIFY(paints.counts().at(id) >= 1);
+    QVERIFY(showsOnly(of, false, {{1, 1}}));
+}
+
+void tst_FourPsHistograms::boxOfAnUnusedRowIsNotAsked()
+{
+    setReferences(*m_panel, {1, 3}, {});
+    checkBoxes(family(Displays::DHistA), false, {0, 3});
+    checkBoxes(family(Displays::DHistDMut), false, {1, 2});
+    QVERIFY(!m_panel->ratioChecked(0)); // row 1
+    QVERIFY(m_panel->ratioChecked(1));  // row 3, valid or not
+    QVERIFY(m_panel->dMutChecked(0));
+    QVERIFY(!m_panel->dMutChecked(1));
+    QVERIFY(!m_panel->ratioChecked(2)); // no such reference
+    QVERIFY(!m_panel->dMutChecked(2));
+    QVERIFY(!m_panel->ratioChecked(-1));
+    QVERIFY(!m_panel->dMutChecked(-1));
+}
+
+void tst_FourPsHistograms::currentHistogramOfSharesIsTheLastChecked_data()
+{
+    QTest::addColumn<QList<int>>("boxes");
+    QTest::addColumn<int>("current"); // -1: the main one
+    QTest::newRow("none") << QList<int>{} << -1;
+    for (int i = 0; i < 4; ++i) {
+        QTest::addRow("only %d", i) << QList<int>{i} << i;
+    }
+    QTest::newRow("two") << QList<int>{0, 2} << 2;
+    QTest::newRow("all") << QList<int>{0, 1, 2, 3} << 3;
+}
+
+void tst_FourPsHistograms::currentHistogramOfSharesIsTheLastChecked()
+{
+    QFETCH(QList<int>, boxes);
+    QFETCH(int, current);
+    // Unlike ratioChecked() it goes by the row, used or not.
+    setReferences(*m_panel, {}, {});
+    checkBoxes(family(Displays::DHistA), true, boxes);
+    const Histgram* wanted = current < 0 ? m_panel->HistV : m_panel->HistRatio.at(current);
+    QCOMPARE(m_panel->currentRatioHist(), wanted);
+}
+
+// The third row is the second in use: the box of the row, the histogram of the
+// place.
+void tst_FourPsHistograms::currentHistogramOfSharesLeavesThePlotAlone()
+{
+    setReferences(*m_panel, {0, 2}, {0, 2});
+    const Family of = family(Displays::DHistA);
+    checkBoxes(of, false, {2});
+    QCOMPARE(m_panel->currentRatioHist(), m_panel->HistRatio.at(2));
+    QVERIFY(showsOnly(of, false, {{1, 2}}));
+}
+
+QTEST_MAIN(tst_FourPsHistograms)
+#include "tst_FourPsHistograms.moc"
