@@ -1,0 +1,544 @@
+// The panel's plot of the plane of two references' absorbance: its points, its
+// lines and its range.
+
+#include "display/Displays.h"
+#include "support/MouseInput.h"
+#include "support/PanelTools.h"
+#include "support/PlainGraphs.h"
+
+#include <QtTest>
+
+#include <memory>
+
+using namespace tests;
+
+namespace
+{
+
+const QColor red(255, 0, 0);
+const QColor blue(0, 0, 255);
+const QColor yellow(255, 255, 0);
+const QColor magenta(255, 0, 255);
+const QColor cyan(0, 255, 255);
+
+/// A line y = slope x + constant.
+struct Line {
+    double slope = 0.0;
+    double constant = 0.0;
+};
+
+struct PlainPlane {
+    QImage picture(const PlainPlot& plot) const
+    {
+        QImage image = plot.white();
+        QPainter p(&image);
+        p.setPen(Qt::black);
+        plainHorizontal(p, plot, 0.0);
+        plainVertical(p, plot, 0.0);
+        drawLine(p, plot, k1, yellow);
+        drawLine(p, plot, k2, magenta);
+        drawLine(p, plot, ab, cyan);
+        for (int i = 0; i < points.size(); ++i) {
+            p.setPen(vRows.contains(i) ? red : blue);
+            plainMark(p, plot, points.at(i).x(), points.at(i).y());
+        }
+        return image;
+    }
+
+    QList<QPointF> points;
+    QList<int> vRows;
+    std::optional<Line> k1;
+    std::optional<Line> k2;
+    std::optional<Line> ab;
+
+private:
+    static void drawLine(QPainter& p, const PlainPlot& plot, const std::optional<Line>& line,
+                         const QColor& color)
+    {
+        if (!line) {
+            return;
+        }
+        const auto place = [&](double x) {
+            return QPoint(plot.column(x), plot.row(line->slope * x + line->constant));
+        };
+        p.setPen(color);
+        p.drawLine(place(plot.x0), place(plot.x1));
+    }
+};
+
+/// Mut of the first and of the second reference in the eight rows. Rows 0, 1 and
+/// 3 lie on y = 0.5 x + 0.3, row 2 is the V row; in use are rows 0 to 3.
+const QList<QPointF> usualPoints{{0.2, 0.4},  {1.4, 1.0},  {0.9, 1.35}, {2.0, 1.3},
+                                 {-0.4, 0.9}, {1.7, -0.2}, {2.4, 1.9},  {0.6, 2.2}};
+
+} // namespace
+
+class tst_FourPsPlane : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanupTestCase();
+
+    void frameHasNoPlaceInTheGrid();
+    void titlesNameTheAxes();
+    void fewerThanTwoReferencesShowNothing_data();
+    void fewerThanTwoReferencesShowNothing();
+    void pointsAndLinesOfTheRows();
+    void columnsAreThoseOfTheFirstTwoUsed_data();
+    void columnsAreThoseOfTheFirstTwoUsed();
+    void validSpectraAreNotAskedFor();
+    void allRowsGiveAPointUsedOrNot();
+    void targetColumnIsNotLookedAt();
+
+    void rangeHasATenthOfTheSpanAround();
+    void equalNumbersHaveATenthAround_data();
+    void equalNumbersHaveATenthAround();
+    void viewStaysUntilTheDoubleClick();
+    void linesRunAcrossTheZoomedView();
+    void everythingIsWipedFromTheMargins();
+
+    void yellowLineFollowsTheEdgeJumps_data();
+    void yellowLineFollowsTheEdgeJumps();
+    void withoutAVPointTheMagentaLineIsMissing();
+    void vPointOutOfUseIsRedWithoutALine();
+    void lastOfSeveralVPointsGivesTheLine();
+    void vPointAtZeroHasNoLine();
+    void cyanLineIsTheLeastSquareOfTheOthers();
+    void othersThatGiveNoLineShowNone_data();
+    void othersThatGiveNoLineShowNone();
+    void pointsLieOverTheLines();
+
+    void wordsAndEmptyTextsAreZero();
+    void hostileTextsStillPaint_data();
+    void hostileTextsStillPaint();
+
+private:
+    DispABase* plot() const { return m_panel->Disps->frame(Displays::DM2M3); }
+    QImage shown() const { return plot()->DispA->grab().toImage(); }
+    /// -0.4 to 2.4 and -0.2 to 2.2, a tenth of the span on each side.
+    PlainPlot usualView() const { return {plot()->DispA->size(), -0.68, -0.44, 2.68, 2.44}; }
+    /// Jumps of 1.5 and 2, row 2 over 0.9, and the line through the others.
+    static PlainPlane usualPlane()
+    {
+        return {usualPoints, {2}, Line{2.0 / 1.5}, Line{1.35 / 0.9}, Line{0.5, 0.3}};
+    }
+    bool shows(const PlainPlane& plain, const PlainPlot& view) const
+    {
+        return sameIn(view.inside(), shown(), plain.picture(view));
+    }
+    void setMuts(int column, const QStringList& texts) const
+    {
+        for (int row = 0; row < 8; ++row) {
+            m_panel->EPoints.at(row)->mutEdits.at(column)->setText(texts.at(row));
+        }
+    }
+    void setPoints(const QList<QPointF>& points, int first = 0, int second = 1) const
+    {
+        for (int row = 0; row < 8; ++row) {
+            const AEPoint* point = m_panel->EPoints.at(row);
+            point->mutEdits.at(first)->setText(QString::number(points.at(row).x()));
+            point->mutEdits.at(second)->setText(QString::number(points.at(row).y()));
+        }
+    }
+    void markVPoints(const QList<int>& rows) const
+    {
+        for (int row = 0; row < 8; ++row) {
+            m_panel->EPoints.at(row)->VPointCB->setChecked(rows.contains(row));
+        }
+    }
+
+    std::unique_ptr<FourPs> m_panel;
+};
+
+void tst_FourPsPlane::initTestCase()
+{
+    m_panel = std::make_unique<FourPs>();
+    plot()->resize(460, 420);
+    plot()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(plot()));
+}
+
+void tst_FourPsPlane::cleanupTestCase()
+{
+    plot()->hide();
+    m_panel.reset();
+}
+
+void tst_FourPsPlane::init()
+{
+    useReferences(*m_panel, {0, 1});
+    const QList<double> jumps{1.5, 2.0, 3.0, 4.0};
+    for (int i = 0; i < 4; ++i) {
+        makeReferenceValid(*m_panel, i, jumps.at(i));
+        setMuts(i, QStringList(8, QStringLiteral("5.5")));
+    }
+    for (AEPoint* row : std::as_const(m_panel->EPoints)) {
+        row->MutT->setText("0.7");
+    }
+    setPoints(usualPoints);
+    useRows(*m_panel, {0, 1, 2, 3});
+    markVPoints({2});
+    plot()->clearScale();
+}
+
+void tst_FourPsPlane::frameHasNoPlaceInTheGrid()
+{
+    const FourPs panel;
+    panel.Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
+    const DispABase* frame = panel.Disps->frame(Displays::DM2M3);
+    QVERIFY(!frame->isVisible());
+    QCOMPARE(panel.Disps->DispL->indexOf(frame), -1);
+    panel.Disps->hide();
+}
+
+void tst_FourPsPlane::titlesNameTheAxes()
+{
+    plot()->setXYTitle({}, {});
+    shown();
+    QCOMPARE(plot()->xTitle, QStringLiteral("M2"));
+    QCOMPARE(plot()->yTitle, QStringLiteral("M3"));
+    QVERIFY(plot()->DispA->cc.drawn);
+}
+
+void tst_FourPsPlane::fewerThanTwoReferencesShowNothing_data()
+{
+    QTest::addColumn<QList<int>>("used");
+    QTest::newRow("none") << QList<int>{};
+    for (int row = 0; row < 4; ++row) {
+        QTest::addRow("only row %d", row) << QList<int>{row};
+    }
+}
+
+void tst_FourPsPlane::fewerThanTwoReferencesShowNothing()
+{
+    QFETCH(QList<int>, used);
+    useReferences(*m_panel, used);
+    QVERIFY(isWhite(shown()));
+    QVERIFY(!plot()->DispA->cc.drawn);
+    QVERIFY(!plot()->DispA->hasScale);
+}
+
+void tst_FourPsPlane::pointsAndLinesOfTheRows()
+{
+    QVERIFY(shows(usualPlane(), usualView()));
+}
+
+void tst_FourPsPlane::columnsAreThoseOfTheFirstTwoUsed_data()
+{
+    QTest::addColumn<QList<int>>("used");
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("second");
+    QTest::addColumn<double>("k1"); // second jump over the first
+    QTest::newRow("1 and 2") << QList<int>{0, 1} << 0 << 1 << 2.0 / 1.5;
+    QTest::newRow("1 and 3") << QList<int>{0, 2} << 0 << 2 << 2.0;
+    QTest::newRow("2 and 4") << QList<int>{1, 3} << 1 << 3 << 2.0;
+    QTest::newRow("3 and 4") << QList<int>{2, 3} << 2 << 3 << 4.0 / 3.0;
+    QTest::newRow("the first two of three") << QList<int>{1, 2, 3} << 1 << 2 << 1.5;
+    QTest::newRow("the first two of all") << QList<int>{0, 1, 2, 3} << 0 << 1 << 2.0 / 1.5;
+}
+
+void tst_FourPsPlane::columnsAreThoseOfTheFirstTwoUsed()
+{
+    QFETCH(QList<int>, used);
+    QFETCH(int, first);
+    QFETCH(int, second);
+    QFETCH(double, k1);
+    for (int i = 0; i < 4; ++i) {
+        setMuts(i, QStringList(8, QStringLiteral("5.5")));
+    }
+    setPoints(usualPoints, first, second);
+    useReferences(*m_panel, used);
+    PlainPlane plain = usualPlane();
+    plain.k1 = Line{k1};
+    QVERIFY(shows(plain, usualView()));
+}
+
+void tst_FourPsPlane::validSpectraAreNotAskedFor()
+{
+    for (int i = 0; i < 4; ++i) {
+        m_panel->XafsFiles.at(i)->valid = false;
+    }
+    QVERIFY(shows(usualPlane(), usualView()));
+}
+
+void tst_FourPsPlane::allRowsGiveAPointUsedOrNot()
+{
+    useRows(*m_panel, {});
+    PlainPlane plain = usualPlane();
+    plain.k2.reset();
+    plain.ab.reset();
+    QVERIFY(shows(plain, usualView()));
+    useRows(*m_panel, {0, 1, 2, 3, 4, 5, 6, 7});
+    QVERIFY(pixelsOf(blue, shown(), usualView().inside()) >= 7 * 8);
+}
+
+void tst_FourPsPlane::targetColumnIsNotLookedAt()
+{
+    for (AEPoint* row : std::as_const(m_panel->EPoints)) {
+        row->MutT->setText("-9");
+        row->Energy->setText("0");
+    }
+    QVERIFY(shows(usualPlane(), usualView()));
+}
+
+// Tolerance: rounding of two or three operations on numbers near 1.
+void tst_FourPsPlane::rangeHasATenthOfTheSpanAround()
+{
+    shown();
+    const ChCoord& cc = plot()->DispA->cc;
+    QVERIFY(std::fabs(cc.realX0 + 0.68) < 1e-14);
+    QVERIFY(std::fabs(cc.realX1 - 2.68) < 1e-14);
+    QVERIFY(std::fabs(cc.realY0 + 0.44) < 1e-14);
+    QVERIFY(std::fabs(cc.realY1 - 2.44) < 1e-14);
+}
+
+void tst_FourPsPlane::equalNumbersHaveATenthAround_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("value");
+    QTest::newRow("above 0") << "1.5" << 1.5;
+    QTest::newRow("0") << "0" << 0.0;
+    QTest::newRow("below 0") << "-2.25" << -2.25;
+}
+
+void tst_FourPsPlane::equalNumbersHaveATenthAround()
+{
+    QFETCH(QString, text);
+    QFETCH(double, value);
+    const ChCoord& cc = plot()->DispA->cc;
+    setMuts(0, QStringList(8, text));
+    shown();
+    QCOMPARE(cc.realX0, value - 0.1);
+    QCOMPARE(cc.realX1, value + 0.1);
+    QVERIFY(std::fabs(cc.realY1 - 2.44) < 1e-14);
+    setMuts(1, QStringList(8, text));
+    plot()->clearScale();
+    const QImage image = shown();
+    QCOMPARE(cc.realX0, value - 0.1);
+    QCOMPARE(cc.realY0, value - 0.1);
+    QCOMPARE(cc.realY1, value + 0.1);
+    const PlainPlot view(plot()->DispA->size(), value - 0.1, value - 0.1, value + 0.1, value + 0.1);
+    QVERIFY(pixelsOf(blue, image, view.inside()) > 0);
+}
+
+void tst_FourPsPlane::viewStaysUntilTheDoubleClick()
+{
+    plot()->setRealCoord(-1.0, -1.5, 3.0, 4.0);
+    QVERIFY(shows(usualPlane(), {plot()->DispA->size(), -1.0, -1.5, 3.0, 4.0}));
+    doubleClick(plot()->DispA, {30, 30});
+    QVERIFY(shows(usualPlane(), usualView()));
+}
+
+void tst_FourPsPlane::linesRunAcrossTheZoomedView()
+{
+    plot()->setRealCoord(0.31, 0.22, 1.12, 1.23);
+    QVERIFY(shows(usualPlane(), {plot()->DispA->size(), 0.31, 0.22, 1.12, 1.23}));
+}
+
+void tst_FourPsPlane::everythingIsWipedFromTheMargins()
+{
+    plot()->setRealCoord(0.6, 0.8, 1.4, 1.9);
+    const PlainPlot view(plot()->DispA->size(), 0.6, 0.8, 1.4, 1.9);
+    const QImage image = shown();
+    for (const QColor& color : {yellow, magenta, cyan}) {
+        QVERIFY(pixelsOf(color, image, view.inside()) > 0);
+    }
+    for (const QColor& color : {yellow, magenta, cyan, red, blue}) {
+        QCOMPARE(pixelsInMargins(color, image, view), 0);
+    }
+    QVERIFY(hasOutline(image, view));
+}
+
+void tst_FourPsPlane::yellowLineFollowsTheEdgeJumps_data()
+{
+    QTest::addColumn<double>("first");
+    QTest::addColumn<double>("second");
+    QTest::addColumn<bool>("hasLine");
+    QTest::newRow("equal") << 1.25 << 1.25 << true;
+    QTest::newRow("the first larger") << 3.0 << 1.1 << true;
+    QTest::newRow("the second larger") << 1.1 << 1.9 << true;
+    QTest::newRow("of opposite signs") << -2.0 << 0.7 << true;
+    QTest::newRow("the second is zero") << 2.0 << 0.0 << true; // along the axis
+    QTest::newRow("the first is zero") << 0.0 << 2.0 << false;
+    QTest::newRow("both are zero") << 0.0 << 0.0 << false;
+}
+
+void tst_FourPsPlane::yellowLineFollowsTheEdgeJumps()
+{
+    QFETCH(double, first);
+    QFETCH(double, second);
+    QFETCH(bool, hasLine);
+    makeReferenceValid(*m_panel, 0, first);
+    makeReferenceValid(*m_panel, 1, second);
+    PlainPlane plain = usualPlane();
+    plain.k1.reset();
+    if (hasLine) {
+        plain.k1 = Line{second / first};
+    }
+    QVERIFY(shows(plain, usualView()));
+}
+
+void tst_FourPsPlane::withoutAVPointTheMagentaLineIsMissing()
+{
+    markVPoints({});
+    setPoints({{0.2, 0.4},
+               {1.4, 1.0},
+               {0.9, 0.75},
+               {2.0, 1.3},
+               {-0.4, 0.9},
+               {1.7, -0.2},
+               {2.4, 1.9},
+               {0.6, 2.2}});
+    PlainPlane plain = usualPlane();
+    plain.points[2] = {0.9, 0.75}; // on the line of the others
+    plain.vRows = {};
+    plain.k2.reset();
+    QVERIFY(shows(plain, usualView()));
+}
+
+void tst_FourPsPlane::vPointOutOfUseIsRedWithoutALine()
+{
+    useRows(*m_panel, {0, 1, 3});
+    PlainPlane plain = usualPlane();
+    plain.k2.reset();
+    QVERIFY(shows(plain, usualView()));
+}
+
+// All are red, and none of them belongs to the others.
+void tst_FourPsPlane::lastOfSeveralVPointsGivesTheLine()
+{
+    useRows(*m_panel, {0, 1, 2, 3, 6, 7});
+    markVPoints({2, 6, 7});
+    PlainPlane plain = usualPlane();
+    plain.vRows = {2, 6, 7};
+    plain.k2 = Line{2.2 / 0.6};
+    QVERIFY(shows(plain, usualView()));
+    useRows(*m_panel, {0, 1, 2, 3, 6});
+    plain.k2 = Line{1.9 / 2.4};
+    QVERIFY(shows(plain, usualView()));
+}
+
+void tst_FourPsPlane::vPointAtZeroHasNoLine()
+{
+    m_panel->EPoints.at(2)->Mut1->setText("0");
+    PlainPlane plain = usualPlane();
+    plain.points[2] = {0.0, 1.35};
+    plain.k2.reset();
+    QVERIFY(shows(plain, usualView()));
+    m_panel->EPoints.at(2)->Mut2->setText("0");
+    plain.points[2] = {0.0, 0.0};
+    QVERIFY(shows(plain, usualView()));
+}
+
+// Centred sums: the slope is sum (x - mx)(y - my) / sum (x - mx)^2.
+void tst_FourPsPlane::cyanLineIsTheLeastSquareOfTheOthers()
+{
+    const QList<int> rows{0, 3, 4, 5, 6};
+    useRows(*m_panel, {0, 2, 3, 4, 5, 6});
+    double meanX = 0.0;
+    double meanY = 0.0;
+    for (const int row : rows) {
+        meanX += usualPoints.at(row).x() / 5.0;
+        meanY += usualPoints.at(row).y() / 5.0;
+    }
+    double products = 0.0;
+    double squares = 0.0;
+    for (const int row : rows) {
+        const double x = usualPoints.at(row).x() - meanX;
+        products += x * (usualPoints.at(row).y() - meanY);
+        squares += x * x;
+    }
+    PlainPlane plain = usualPlane();
+    plain.ab = Line{products / squares, meanY - products / squares * meanX};
+    QVERIFY(shows(plain, usualView()));
+}
+
+void tst_FourPsPlane::othersThatGiveNoLineShowNone_data()
+{
+    QTest::addColumn<QList<int>>("rows");
+    QTest::addColumn<bool>("equal");
+    QTest::newRow("none") << QList<int>{2} << false;
+    QTest::newRow("one") << QList<int>{2, 3} << false;
+    QTest::newRow("two of one x") << QList<int>{0, 1, 2} << true;
+}
+
+void tst_FourPsPlane::othersThatGiveNoLineShowNone()
+{
+    QFETCH(QList<int>, rows);
+    QFETCH(bool, equal);
+    useRows(*m_panel, rows);
+    PlainPlane plain = usualPlane();
+    if (equal) {
+        m_panel->EPoints.at(0)->Mut1->setText("1.5");
+        m_panel->EPoints.at(1)->Mut1->setText("1.5");
+        plain.points[0] = {1.5, 0.4};
+        plain.points[1] = {1.5, 1.0};
+    }
+    plain.ab.reset();
+    QVERIFY(shows(plain, usualView()));
+}
+
+// The V row on its own line, others on theirs: whole circles all the same.
+void tst_FourPsPlane::pointsLieOverTheLines()
+{
+    const QImage image = shown();
+    const PlainPlot view = usualView();
+    const QPoint v(view.column(0.9), view.row(1.35));
+    QImage circles = view.white();
+    QPainter p(&circles);
+    p.setPen(red);
+    plainMark(p, view, 0.9, 1.35);
+    p.end();
+    const QRect around(v - QPoint(3, 3), QSize(7, 7));
+    QCOMPARE(pixelsOf(red, image, around), pixelsOf(red, circles, around));
+}
+
+void tst_FourPsPlane::wordsAndEmptyTextsAreZero()
+{
+    m_panel->EPoints.at(4)->Mut1->setText("word");
+    m_panel->EPoints.at(4)->Mut2->setText("");
+    m_panel->EPoints.at(6)->Mut1->setText("2.4 ");
+    m_panel->EPoints.at(6)->Mut2->setText("1,9");
+    PlainPlane plain = usualPlane();
+    plain.points[4] = {0.0, 0.0};
+    plain.points[6] = {2.4, 0.0};
+    // Now 0 to 2.4 on x, the same on y.
+    QVERIFY(shows(plain, {plot()->DispA->size(), -0.24, -0.44, 2.64, 2.44}));
+}
+
+void tst_FourPsPlane::hostileTextsStillPaint_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char* text : {"nan", "inf", "-inf", "1e300", "-1e300", "1.7e308", "-1.7e308",
+                             "1e-300", "5e-324", "word", "", "2147483648", "-4294967296"}) {
+        QTest::newRow(*text ? text : "empty") << QString::fromLatin1(text);
+    }
+}
+
+// In one cell of a point, of the V point, of an unused row, and in all cells.
+void tst_FourPsPlane::hostileTextsStillPaint()
+{
+    QFETCH(QString, text);
+    for (const QList<int>& rows : {QList<int>{0}, {2}, {7}, {0, 1, 2, 3, 4, 5, 6, 7}}) {
+        for (const QList<int>& columns : {QList<int>{0}, {1}, {0, 1}}) {
+            init();
+            for (const int row : rows) {
+                for (const int column : columns) {
+                    m_panel->EPoints.at(row)->mutEdits.at(column)->setText(text);
+                }
+            }
+            QVERIFY(hasOutline(shown(), usualView()));
+            QVERIFY(plot()->DispA->cc.drawn);
+            plot()->clearScale();
+            plot()->setRealCoord(-0.68, -0.44, 2.68, 2.44);
+            QVERIFY(hasOutline(shown(), usualView()));
+        }
+    }
+}
+
+QTEST_MAIN(tst_FourPsPlane)
+#include "tst_FourPsPlane.moc"

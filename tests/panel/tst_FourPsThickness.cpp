@@ -1,0 +1,542 @@
+// The panel's plot of thickness against valence: its points, their colour, its
+// grid and its range.
+
+#include "display/Displays.h"
+#include "support/MouseInput.h"
+#include "support/PanelTools.h"
+#include "support/PlainGraphs.h"
+#include "support/SurfacePaints.h"
+
+#include <QtTest>
+
+#include <limits>
+#include <memory>
+
+using namespace tests;
+
+namespace
+{
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+using Points = QList<QPointF>; // valence and thickness
+
+/// A pixel of the four-points family: the fraction and the thickness.
+A2DRow fraction(double a, double thickness)
+{
+    return {1.0, 2.0, a, thickness, {}};
+}
+
+/// A pixel of the non-equivalent method; its two stored numbers and its other
+/// values are none of those that are drawn.
+A2DRow values(double valence, double totalDMut)
+{
+    return {
+        1.0, 2.0, 0.25, 0.75, {.1, .2, .3, .4, .5, .6, .7, .8, .9, 1., 1.1, valence, totalDMut}};
+}
+
+struct PlainThickness {
+    QImage picture(const PlainPlot& plot) const
+    {
+        QImage image = plot.white();
+        QPainter p(&image);
+        p.setPen(plainGrid);
+        for (int k = 0; lower + 0.1 * k <= upper + 0.05; ++k) {
+            plainVertical(p, plot, lower + 0.1 * k);
+        }
+        p.setPen(color);
+        for (const QPointF& point : points) {
+            plainMark(p, plot, point.x(), point.y());
+        }
+        return image;
+    }
+
+    double lower = 2.0;
+    double upper = 3.0;
+    QColor color{0, 0, 0};
+    Points points;
+};
+
+} // namespace
+
+class tst_FourPsThickness : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanupTestCase();
+
+    void titlesNameTheQuantities();
+    void withoutAResultThePlotIsWhite();
+    void fractionsStandAtTheirValence();
+    void valuesStandAtTheirValenceAndTotal();
+    void flagOfTheResultDecidesAndNotTheValues();
+    void shortListsOfValuesReadAsZero();
+    void chosenMapIsNotLookedAt();
+    void valenceFollowsTheFieldsOfTheReferences();
+    void unusedReferencesAreLeftOut();
+    void withOneValidReferenceAllValencesAreZero();
+
+    void pointsThatAreNoNumbersAreLeftOut_data();
+    void pointsThatAreNoNumbersAreLeftOut();
+    void farPointsAreLeftOut();
+    void circlesReachInFromOutside_data();
+    void circlesReachInFromOutside();
+    void manyPointsOnAPlaceLookLikeAll();
+    void pointsAreWipedFromTheMargins();
+    void colorIsTheCurrentOne_data();
+    void colorIsTheCurrentOne();
+    void releaseInTheComparisonChangesTheColor();
+
+    void limitsAreThoseOfBothHistograms();
+    void viewStaysUntilTheDoubleClick();
+    void gridGoesFromTheFirstToTheSecondValence_data();
+    void gridGoesFromTheFirstToTheSecondValence();
+    void gridLinesAreVerticalOnly();
+    void endlessGridFillsTheView();
+    void hostileTextsStillPaint_data();
+    void hostileTextsStillPaint();
+    void calculatedMapIsShownAtOnce();
+
+private:
+    DispABase* plot() const { return m_panel->Disps->frame(Displays::DDMutVsA); }
+    QImage shown() const { return plot()->DispA->grab().toImage(); }
+    PlainPlot automaticPlot() const { return {plot()->DispA->size(), 1.5, -0.5, 3.5, 2.0}; }
+    bool shows(const PlainThickness& plain, const PlainPlot& view) const
+    {
+        return sameIn(view.inside(), shown(), plain.picture(view));
+    }
+    bool showsPoints(const Points& points) const
+    {
+        PlainThickness plain;
+        plain.points = points;
+        return shows(plain, automaticPlot());
+    }
+    void setResult(const QList<A2DRow>& rows, bool extended) const
+    {
+        m_panel->BaseData.rows = rows;
+        m_panel->BaseData.extended = extended;
+    }
+    void setValences(const QString& first, const QString& second) const
+    {
+        m_panel->Refs.RefRows.at(0)->Valence->setText(first);
+        m_panel->Refs.RefRows.at(1)->Valence->setText(second);
+    }
+
+    std::unique_ptr<FourPs> m_panel;
+};
+
+void tst_FourPsThickness::initTestCase()
+{
+    m_panel = std::make_unique<FourPs>();
+    m_panel->Disps->resize(1500, 1100);
+    m_panel->Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
+}
+
+void tst_FourPsThickness::cleanupTestCase()
+{
+    m_panel->Disps->hide();
+    m_panel.reset();
+}
+
+/// Two references of valence 2 and 3, a view from 1.5 to 3.5 and -0.5 to 2, no
+/// result, the first colour.
+void tst_FourPsThickness::init()
+{
+    useReferences(*m_panel, {0, 1});
+    for (int i = 0; i < 4; ++i) {
+        makeReferenceValid(*m_panel, i);
+        m_panel->Refs.RefRows.at(i)->Valence->setText(QString::number(i + 2));
+    }
+    m_panel->ui.HgAFrom->setText("1.5");
+    m_panel->ui.HgATo->setText("3.5");
+    m_panel->ui.HgTFrom->setText("-0.5");
+    m_panel->ui.HgTTo->setText("2");
+    m_panel->LCFColor = 0;
+    m_panel->BaseData.clear();
+    m_panel->BaseData.extended = false;
+    plot()->clearScale();
+    QTest::qWait(10);
+}
+
+void tst_FourPsThickness::titlesNameTheQuantities()
+{
+    setResult({fraction(0.5, 1.0)}, false);
+    plot()->setXYTitle({}, {});
+    shown();
+    QCOMPARE(plot()->xTitle, QStringLiteral("Valence"));
+    QCOMPARE(plot()->yTitle, QStringLiteral("Thick."));
+    QVERIFY(plot()->DispA->cc.drawn);
+}
+
+void tst_FourPsThickness::withoutAResultThePlotIsWhite()
+{
+    QVERIFY(isWhite(shown()));
+    QVERIFY(!plot()->DispA->cc.drawn);
+    QVERIFY(!plot()->DispA->hasScale);
+}
+
+// (1 - a) * 3 + a * 2
+void tst_FourPsThickness::fractionsStandAtTheirValence()
+{
+    setResult({fraction(0.0, 0.1), fraction(0.25, 1.1), fraction(0.5, 0.7), fraction(1.0, 0.3),
+               fraction(1.375, -0.2)},
+              false);
+    QVERIFY(showsPoints({{3.0, 0.1}, {2.75, 1.1}, {2.5, 0.7}, {2.0, 0.3}, {1.625, -0.2}}));
+}
+
+void tst_FourPsThickness::valuesStandAtTheirValenceAndTotal()
+{
+    setResult({values(2.1, 0.9), values(3.3, -0.4), values(1.7, 1.9)}, true);
+    QVERIFY(showsPoints({{2.1, 0.9}, {3.3, -0.4}, {1.7, 1.9}}));
+}
+
+void tst_FourPsThickness::flagOfTheResultDecidesAndNotTheValues()
+{
+    setResult({values(2.1, 0.9)}, false);
+    QVERIFY(showsPoints({{2.75, 0.75}}));
+}
+
+void tst_FourPsThickness::shortListsOfValuesReadAsZero()
+{
+    m_panel->ui.HgAFrom->setText("-1");
+    A2DRow withoutTotal = values(2.1, 0.9);
+    withoutTotal.values.removeLast();
+    A2DRow withoutBoth = withoutTotal;
+    withoutBoth.values.removeLast();
+    setResult({withoutTotal, withoutBoth, fraction(0.5, 0.5)}, true);
+    PlainThickness plain;
+    plain.points = {{2.1, 0.0}, {0.0, 0.0}};
+    QVERIFY(shows(plain, {plot()->DispA->size(), -1.0, -0.5, 3.5, 2.0}));
+}
+
+void tst_FourPsThickness::chosenMapIsNotLookedAt()
+{
+    setResult({values(2.1, 0.9)}, true);
+    m_panel->ui.MapDMut2->setChecked(true);
+    QVERIFY(showsPoints({{2.1, 0.9}}));
+    m_panel->ui.MapValence->setChecked(true);
+}
+
+void tst_FourPsThickness::valenceFollowsTheFieldsOfTheReferences()
+{
+    setResult({fraction(0.3125, 1.1)}, false);
+    shown();
+    setValences("1.6", "2.8");
+    PlainThickness plain;
+    plain.lower = 1.6;
+    plain.upper = 2.8;
+    plain.points = {{2.425, 1.1}}; // 0.6875 * 2.8 + 0.3125 * 1.6
+    QVERIFY(shows(plain, automaticPlot()));
+}
+
+// The second and the fourth row, of valence 3 and 5.
+void tst_FourPsThickness::unusedReferencesAreLeftOut()
+{
+    useReferences(*m_panel, {1, 3});
+    m_panel->ui.HgATo->setText("5.5");
+    setResult({fraction(0.25, 1.1), fraction(0.75, 0.4)}, false);
+    PlainThickness plain;
+    plain.lower = 3.0;
+    plain.upper = 5.0;
+    plain.points = {{4.5, 1.1}, {3.5, 0.4}};
+    QVERIFY(shows(plain, {plot()->DispA->size(), 1.5, -0.5, 5.5, 2.0}));
+}
+
+void tst_FourPsThickness::withOneValidReferenceAllValencesAreZero()
+{
+    m_panel->XafsFiles.at(1)->valid = false;
+    m_panel->ui.HgAFrom->setText("-1");
+    setResult({fraction(0.25, 1.1), fraction(0.75, 0.4)}, false);
+    PlainThickness plain;
+    plain.points = {{0.0, 1.1}, {0.0, 0.4}};
+    QVERIFY(shows(plain, {plot()->DispA->size(), -1.0, -0.5, 3.5, 2.0}));
+}
+
+void tst_FourPsThickness::pointsThatAreNoNumbersAreLeftOut_data()
+{
+    QTest::addColumn<double>("valence");
+    QTest::addColumn<double>("thickness");
+    QTest::newRow("valence NaN") << notANumber << 1.0;
+    QTest::newRow("thickness NaN") << 2.5 << notANumber;
+    QTest::newRow("both NaN") << notANumber << notANumber;
+    QTest::newRow("valence infinite") << infinity << 1.0;
+    QTest::newRow("valence minus infinite") << -infinity << 1.0;
+    QTest::newRow("thickness infinite") << 2.5 << infinity;
+    QTest::newRow("thickness minus infinite") << 2.5 << -infinity;
+    QTest::newRow("valence beyond pixels") << 1e300 << 1.0;
+    QTest::newRow("thickness beyond pixels") << 2.5 << -1e300;
+    QTest::newRow("where pixels wrap around") << 2.5 << 4294967296.0;
+}
+
+void tst_FourPsThickness::pointsThatAreNoNumbersAreLeftOut()
+{
+    QFETCH(double, valence);
+    QFETCH(double, thickness);
+    setResult({values(2.2, 0.3), values(valence, thickness), values(2.8, 1.4)}, true);
+    QVERIFY(showsPoints({{2.2, 0.3}, {2.8, 1.4}}));
+    // A fraction that gives this valence, 3 - a.
+    const A2DRow odd = fraction(3.0 - valence, thickness);
+    setResult({fraction(0.5, 0.3), odd, fraction(0.25, 1.4)}, false);
+    QVERIFY(showsPoints({{2.5, 0.3}, {2.75, 1.4}}));
+}
+
+void tst_FourPsThickness::farPointsAreLeftOut()
+{
+    setResult({values(-40.0, 1.0), values(40.0, 1.0), values(2.5, 90.0), values(2.5, -90.0)}, true);
+    QVERIFY(showsPoints({}));
+    QVERIFY(plot()->DispA->cc.drawn);
+}
+
+void tst_FourPsThickness::circlesReachInFromOutside_data()
+{
+    QTest::addColumn<int>("pixels");
+    for (int pixels = -4; pixels <= 4; ++pixels) {
+        QTest::addRow("%d pixels from the edge", pixels) << pixels;
+    }
+}
+
+// The centre about one of the four edges of the plot area, in steps of a pixel.
+void tst_FourPsThickness::circlesReachInFromOutside()
+{
+    QFETCH(int, pixels);
+    const PlainPlot view = automaticPlot();
+    const double dx = 2.0 * (pixels + 0.25) / (view.right - view.left);
+    const double dy = 2.5 * (pixels + 0.25) / (view.bottom - view.top);
+    const Points points{{1.5 + dx, 0.31}, {3.5 + dx, 0.87}, {2.13, -0.5 + dy}, {2.77, 2.0 + dy}};
+    QList<A2DRow> rows;
+    for (const QPointF& point : points) {
+        rows.append(values(point.x(), point.y()));
+    }
+    setResult(rows, true);
+    QVERIFY(showsPoints(points));
+}
+
+void tst_FourPsThickness::manyPointsOnAPlaceLookLikeAll()
+{
+    QList<A2DRow> rows;
+    Points points;
+    for (int i = 0; i < 60000; ++i) {
+        const double valence = 2.5 + 0.4 * std::sin(i * 0.37) + 1e-7 * i;
+        const double thickness = 0.8 + 0.5 * std::cos(i * 0.91) * std::sin(i * 0.013);
+        rows.append(values(valence, thickness));
+        points.append({valence, thickness});
+    }
+    setResult(rows, true);
+    QVERIFY(showsPoints(points));
+}
+
+void tst_FourPsThickness::pointsAreWipedFromTheMargins()
+{
+    m_panel->LCFColor = 5; // no colour of frame or text
+    QList<A2DRow> rows;
+    for (int i = 0; i <= 100; ++i) {
+        rows.append(values(1.0 + 0.03 * i, -1.0 + 0.035 * i));
+    }
+    setResult(rows, true);
+    const QImage image = shown();
+    const QColor magenta(240, 0, 240);
+    QVERIFY(pixelsOf(magenta, image, automaticPlot().inside()) > 100);
+    QCOMPARE(pixelsInMargins(magenta, image, automaticPlot()), 0);
+    QVERIFY(hasOutline(image, automaticPlot()));
+}
+
+void tst_FourPsThickness::colorIsTheCurrentOne_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QColor>("color");
+    QTest::newRow("first") << 0 << QColor(0, 0, 0);
+    QTest::newRow("second") << 1 << QColor(255, 0, 0);
+    QTest::newRow("fifth") << 4 << QColor(200, 200, 0);
+    QTest::newRow("fifteenth") << 14 << QColor(240, 160, 0);
+    QTest::newRow("last") << 44 << QColor(240, 160, 0);
+    QTest::newRow("the round before") << 31 << QColor(255, 0, 0);
+}
+
+void tst_FourPsThickness::colorIsTheCurrentOne()
+{
+    QFETCH(int, index);
+    m_panel->LCFColor = index;
+    setResult({values(2.1, 0.9), values(3.3, 1.4)}, true);
+    PlainThickness plain;
+    QFETCH(QColor, color);
+    plain.color = color;
+    plain.points = {{2.1, 0.9}, {3.3, 1.4}};
+    QVERIFY(shows(plain, automaticPlot()));
+}
+
+void tst_FourPsThickness::releaseInTheComparisonChangesTheColor()
+{
+    setResult({values(2.1, 0.9)}, true);
+    DispArea* comparison = m_panel->Disps->frame(Displays::DLCFvs4PS)->DispA;
+    press(comparison, {20, 20});
+    release(comparison, {20, 20});
+    PlainThickness plain;
+    plain.color = QColor(255, 0, 0);
+    plain.points = {{2.1, 0.9}};
+    QVERIFY(shows(plain, automaticPlot()));
+}
+
+void tst_FourPsThickness::limitsAreThoseOfBothHistograms()
+{
+    m_panel->ui.HgAFrom->setText("-1.25");
+    m_panel->ui.HgATo->setText("4.75");
+    m_panel->ui.HgTFrom->setText("-3.5");
+    m_panel->ui.HgTTo->setText("7.25");
+    setResult({values(2.1, 0.9), values(-0.6, 6.4)}, true);
+    PlainThickness plain;
+    plain.points = {{2.1, 0.9}, {-0.6, 6.4}};
+    QVERIFY(shows(plain, {plot()->DispA->size(), -1.25, -3.5, 4.75, 7.25}));
+}
+
+void tst_FourPsThickness::viewStaysUntilTheDoubleClick()
+{
+    setResult({values(2.1, 0.9)}, true);
+    shown();
+    m_panel->ui.HgAFrom->setText("0");
+    m_panel->ui.HgTTo->setText("5");
+    QVERIFY(showsPoints({{2.1, 0.9}}));
+    doubleClick(plot()->DispA, {30, 30});
+    PlainThickness plain;
+    plain.points = {{2.1, 0.9}};
+    QVERIFY(shows(plain, {plot()->DispA->size(), 0.0, -0.5, 3.5, 5.0}));
+}
+
+void tst_FourPsThickness::gridGoesFromTheFirstToTheSecondValence_data()
+{
+    QTest::addColumn<QList<int>>("used");
+    QTest::addColumn<QString>("first");
+    QTest::addColumn<QString>("second");
+    QTest::addColumn<double>("lower");
+    QTest::addColumn<double>("upper");
+    const QList<int> two{0, 1};
+    QTest::newRow("2 to 3") << two << "2"
+                            << "3" << 2.0 << 3.0;
+    QTest::newRow("between the tenths") << two << "1.73"
+                                        << "2.91" << 1.73 << 2.91;
+    QTest::newRow("half a tenth is one more") << two << "2.01"
+                                              << "2.17" << 2.01 << 2.17;
+    QTest::newRow("less than half a tenth is none") << two << "2.01"
+                                                    << "2.14" << 2.01 << 2.14;
+    QTest::newRow("equal") << two << "2.5"
+                           << "2.5" << 2.5 << 2.5;
+    QTest::newRow("a little below") << two << "2.5"
+                                    << "2.46" << 2.5 << 2.46;
+    QTest::newRow("the larger first") << two << "3"
+                                      << "2" << 3.0 << 2.0;
+    QTest::newRow("beyond the view") << two << "0.3"
+                                     << "9.4" << 0.3 << 9.4;
+    QTest::newRow("negative") << two << "-2"
+                              << "3" << -2.0 << 3.0;
+    QTest::newRow("words") << two << "two"
+                           << "2" << 0.0 << 2.0;
+    QTest::newRow("one reference") << QList<int>{0} << "2"
+                                   << "3" << 2.0 << 0.0;
+    QTest::newRow("one negative reference") << QList<int>{0} << "-2"
+                                            << "3" << -2.0 << 0.0;
+    QTest::newRow("no reference") << QList<int>{} << "2"
+                                  << "3" << 0.0 << 0.0;
+    QTest::newRow("the third is the second") << QList<int>{0, 2} << "2"
+                                             << "3" << 2.0 << 4.0;
+}
+
+void tst_FourPsThickness::gridGoesFromTheFirstToTheSecondValence()
+{
+    QFETCH(QList<int>, used);
+    QFETCH(QString, first);
+    QFETCH(QString, second);
+    QFETCH(double, lower);
+    QFETCH(double, upper);
+    useReferences(*m_panel, used);
+    setValences(first, second);
+    for (const double from : {1.5, -2.5}) {
+        m_panel->ui.HgAFrom->setText(QString::number(from));
+        plot()->clearScale();
+        setResult({values(2.1, 0.9)}, true);
+        PlainThickness plain;
+        plain.lower = lower;
+        plain.upper = upper;
+        plain.points = {{2.1, 0.9}};
+        QVERIFY(shows(plain, {plot()->DispA->size(), from, -0.5, 3.5, 2.0}));
+    }
+}
+
+// A column between two lines holds nothing.
+void tst_FourPsThickness::gridLinesAreVerticalOnly()
+{
+    setResult({values(1.6, 0.9)}, true);
+    const QImage image = shown();
+    const PlainPlot view = automaticPlot();
+    const QRect inside = view.inside();
+    const QRect between(view.column(2.55), inside.top(), 1, inside.height());
+    QCOMPARE(pixelsOf(Qt::white, image, between), inside.height());
+    const QRect on(view.column(2.5), inside.top(), 1, inside.height());
+    QCOMPARE(pixelsOf(plainGrid, image, on), inside.height());
+}
+
+// Ten lines to a unit from 2 on; where a pixel would take several, it is full.
+void tst_FourPsThickness::endlessGridFillsTheView()
+{
+    setValences("2", "1e300");
+    setResult({values(-5000.0, 0.9)}, true);
+    PlainThickness plain;
+    plain.upper = 3.6;
+    QVERIFY(shows(plain, automaticPlot()));
+    plot()->clearScale();
+    plot()->setRealCoord(-500.0, 0.0, 500.0, 1.0);
+    const PlainPlot wide(plot()->DispA->size(), -500.0, 0.0, 500.0, 1.0);
+    plain.upper = 501.0;
+    QVERIFY(shows(plain, wide));
+}
+
+void tst_FourPsThickness::hostileTextsStillPaint_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char* text : {"nan", "inf", "-inf", "1e300", "-1e300", "1.7e308", "-1.7e308",
+                             "1e-300", "word", "", "4294967296"}) {
+        QTest::newRow(*text ? text : "empty") << QString::fromLatin1(text);
+    }
+}
+
+// In each of the six fields by itself, and in all of them.
+void tst_FourPsThickness::hostileTextsStillPaint()
+{
+    QFETCH(QString, text);
+    const QList<QLineEdit*> fields{m_panel->Refs.RefRows.at(0)->Valence,
+                                   m_panel->Refs.RefRows.at(1)->Valence,
+                                   m_panel->ui.HgAFrom,
+                                   m_panel->ui.HgATo,
+                                   m_panel->ui.HgTFrom,
+                                   m_panel->ui.HgTTo};
+    for (int i = 0; i <= fields.size(); ++i) {
+        init();
+        setResult({values(2.1, 0.9), values(0.0, 0.0)}, true);
+        for (int field = 0; field < fields.size(); ++field) {
+            if (field == i || i == fields.size()) {
+                fields.at(field)->setText(text);
+            }
+        }
+        QVERIFY(hasOutline(shown(), automaticPlot()));
+        m_panel->BaseData.extended = false;
+        QVERIFY(hasOutline(shown(), automaticPlot()));
+        QVERIFY(plot()->DispA->cc.drawn);
+    }
+}
+
+// One pixel of a = 1/2 between valences 2 and 3, thickness 1.
+void tst_FourPsThickness::calculatedMapIsShownAtOnce()
+{
+    prepareThreePointMaps(*m_panel);
+    SurfacePaints paints(*m_panel->Disps);
+    m_panel->calcMap();
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(m_panel->BaseData.rows.size(), 1);
+    QVERIFY(showsPoints({{2.5, 1.0}}));
+}
+
+QTEST_MAIN(tst_FourPsThickness)
+#include "tst_FourPsThickness.moc"
