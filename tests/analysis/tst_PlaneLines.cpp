@@ -1,0 +1,236 @@
+// The three lines in the plane of the two references' absorbance.
+#include "analysis/PlaneLines.h"
+#include "analysis/RowCollection.h"
+
+#include <QTest>
+
+#include <cmath>
+
+using analysis::CollectedRows;
+using analysis::PlaneLines;
+using analysis::planeLines;
+
+namespace
+{
+
+using Place = QPair<double, double>; // R1 and R2
+using Places = QList<Place>;
+
+/// Rows at the given places, and a V row at (2, 3); r = 0.5. The energies are no
+/// part of it.
+CollectedRows rowsAt(const Places& places)
+{
+    CollectedRows rows;
+    for (const auto& [r1, r2] : places) {
+        rows.others.append({static_cast<int>(rows.others.size()), 8300.0, r1, r2});
+    }
+    rows.v = {7, 8390.0, 2.0, 3.0};
+    rows.r = 0.5;
+    return rows;
+}
+
+bool isNear(double value, double wanted, double tolerance)
+{
+    if (!(std::fabs(value - wanted) <= tolerance)) {
+        qWarning() << value << "instead of" << wanted;
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+class tst_PlaneLines : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void firstSlopeIsOneOverTheJumpRatio_data();
+    void firstSlopeIsOneOverTheJumpRatio();
+    void secondSlopeIsThatOfTheVRow_data();
+    void secondSlopeIsThatOfTheVRow();
+    void vRowAtZeroGivesNoFiniteSlope();
+    void withoutAVRowTheSecondSlopeIsNaN();
+    void firstRowMayBeTheVRow();
+    void rowsOnALineGiveThatLine_data();
+    void rowsOnALineGiveThatLine();
+    void rowsBesideALineGiveTheLeastSquares();
+    void orderOfTheRowsPlaysNoPart();
+    void vRowIsNoneOfTheOthers();
+    void fewerThanTwoRowsGiveNoLine_data();
+    void fewerThanTwoRowsGiveNoLine();
+    void rowsOfOneXGiveNoFiniteLine();
+    void numberThatIsNoneSpoilsItsLineOnly();
+    void emptyCollectionDeterminesNothing();
+};
+
+void tst_PlaneLines::firstSlopeIsOneOverTheJumpRatio_data()
+{
+    QTest::addColumn<double>("r");
+    QTest::addColumn<double>("k1");
+    QTest::newRow("equal jumps") << 1.0 << 1.0;
+    QTest::newRow("first larger") << 4.0 << 0.25;
+    QTest::newRow("second larger") << 0.125 << 8.0;
+    QTest::newRow("negative") << -2.0 << -0.5;
+    QTest::newRow("second jump zero") << HUGE_VAL << 0.0;
+    QTest::newRow("first jump zero") << 0.0 << HUGE_VAL;
+}
+
+void tst_PlaneLines::firstSlopeIsOneOverTheJumpRatio()
+{
+    QFETCH(double, r);
+    CollectedRows rows = rowsAt({{0.0, 0.0}, {1.0, 1.0}});
+    rows.r = r;
+    QTEST(planeLines(rows).k1, "k1");
+}
+
+void tst_PlaneLines::secondSlopeIsThatOfTheVRow_data()
+{
+    QTest::addColumn<double>("r1");
+    QTest::addColumn<double>("r2");
+    QTest::addColumn<double>("k2");
+    QTest::newRow("first quadrant") << 2.0 << 3.0 << 1.5;
+    QTest::newRow("negative x") << -4.0 << 1.0 << -0.25;
+    QTest::newRow("on the x axis") << 2.0 << 0.0 << 0.0;
+    QTest::newRow("below one") << 0.5 << 0.125 << 0.25;
+}
+
+void tst_PlaneLines::secondSlopeIsThatOfTheVRow()
+{
+    QFETCH(double, r1);
+    QFETCH(double, r2);
+    CollectedRows rows = rowsAt({{0.0, 0.0}, {1.0, 1.0}});
+    rows.v = {5, 8390.0, r1, r2};
+    QTEST(planeLines(rows).k2, "k2");
+}
+
+void tst_PlaneLines::vRowAtZeroGivesNoFiniteSlope()
+{
+    CollectedRows rows = rowsAt({{0.0, 0.0}, {1.0, 1.0}});
+    rows.v = {5, 8390.0, 0.0, 3.0};
+    QVERIFY(!std::isfinite(planeLines(rows).k2));
+    rows.v = {5, 8390.0, 0.0, 0.0};
+    QVERIFY(!std::isfinite(planeLines(rows).k2));
+    QCOMPARE(planeLines(rows).k1, 2.0);
+    QCOMPARE(planeLines(rows).a, 1.0);
+}
+
+// Whatever numbers are left in it.
+void tst_PlaneLines::withoutAVRowTheSecondSlopeIsNaN()
+{
+    CollectedRows rows = rowsAt({{0.0, 1.0}, {1.0, 3.0}});
+    rows.v.row = -1;
+    const PlaneLines lines = planeLines(rows);
+    QVERIFY(std::isnan(lines.k2));
+    QCOMPARE(lines.k1, 2.0);
+    QCOMPARE(lines.a, 2.0);
+    QCOMPARE(lines.b, 1.0);
+}
+
+void tst_PlaneLines::firstRowMayBeTheVRow()
+{
+    CollectedRows rows = rowsAt({{0.0, 1.0}, {1.0, 3.0}});
+    rows.v.row = 0;
+    QCOMPARE(planeLines(rows).k2, 1.5);
+}
+
+void tst_PlaneLines::rowsOnALineGiveThatLine_data()
+{
+    QTest::addColumn<double>("a");
+    QTest::addColumn<double>("b");
+    QTest::newRow("through the origin") << 2.0 << 0.0;
+    QTest::newRow("above it") << 0.5 << 1.25;
+    QTest::newRow("falling") << -3.0 << 4.0;
+    QTest::newRow("level") << 0.0 << -0.75;
+}
+
+// Small numbers with few binary digits: every sum is exact.
+void tst_PlaneLines::rowsOnALineGiveThatLine()
+{
+    QFETCH(double, a);
+    QFETCH(double, b);
+    for (const QList<double>& xs : {QList<double>{1.0, 3.0},
+                                    {0.5, 1.0, 4.0},
+                                    {-2.0, 0.0, 1.0, 1.0, 5.0},
+                                    {0.0, 1.0, 2.0, 3.0, 4.0, 5.0, 6.0}}) {
+        Places places;
+        for (const double x : xs) {
+            places.append({x, a * x + b});
+        }
+        const PlaneLines lines = planeLines(rowsAt(places));
+        QVERIFY(isNear(lines.a, a, 1e-14));
+        QVERIFY(isNear(lines.b, b, 1e-14));
+    }
+}
+
+// (0,0), (1,2), (2,1), (3,5): means 1.5 and 2, products
+// (-1.5)(-2) + 0 + 0.5 (-1) + 1.5 * 3 = 7, squares 5; a = 1.4 and b = 2 - 2.1.
+void tst_PlaneLines::rowsBesideALineGiveTheLeastSquares()
+{
+    const PlaneLines lines = planeLines(rowsAt({{0.0, 0.0}, {1.0, 2.0}, {2.0, 1.0}, {3.0, 5.0}}));
+    QVERIFY(isNear(lines.a, 1.4, 1e-15));
+    QVERIFY(isNear(lines.b, -0.1, 1e-15));
+}
+
+void tst_PlaneLines::orderOfTheRowsPlaysNoPart()
+{
+    const PlaneLines lines = planeLines(rowsAt({{3.0, 5.0}, {1.0, 2.0}, {0.0, 0.0}, {2.0, 1.0}}));
+    QVERIFY(isNear(lines.a, 1.4, 1e-15));
+    QVERIFY(isNear(lines.b, -0.1, 1e-15));
+}
+
+void tst_PlaneLines::vRowIsNoneOfTheOthers()
+{
+    CollectedRows rows = rowsAt({{0.0, 1.0}, {1.0, 3.0}});
+    rows.v = {5, 8390.0, 100.0, -700.0};
+    QCOMPARE(planeLines(rows).a, 2.0);
+    QCOMPARE(planeLines(rows).b, 1.0);
+}
+
+void tst_PlaneLines::fewerThanTwoRowsGiveNoLine_data()
+{
+    QTest::addColumn<Places>("places");
+    QTest::newRow("none") << Places{};
+    QTest::newRow("one") << Places{{1.0, 2.0}};
+    QTest::newRow("one at the origin") << Places{{0.0, 0.0}};
+}
+
+void tst_PlaneLines::fewerThanTwoRowsGiveNoLine()
+{
+    QFETCH(Places, places);
+    const PlaneLines lines = planeLines(rowsAt(places));
+    QVERIFY(!std::isfinite(lines.a));
+    QVERIFY(!std::isfinite(lines.b));
+    QCOMPARE(lines.k1, 2.0);
+    QCOMPARE(lines.k2, 1.5);
+}
+
+void tst_PlaneLines::rowsOfOneXGiveNoFiniteLine()
+{
+    const PlaneLines lines = planeLines(rowsAt({{1.5, 2.0}, {1.5, 4.0}, {1.5, 7.0}}));
+    QVERIFY(!std::isfinite(lines.a));
+    QVERIFY(!std::isfinite(lines.b));
+}
+
+void tst_PlaneLines::numberThatIsNoneSpoilsItsLineOnly()
+{
+    for (const double odd : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+        const PlaneLines lines = planeLines(rowsAt({{0.0, 1.0}, {odd, 3.0}, {2.0, 5.0}}));
+        QVERIFY(!std::isfinite(lines.a));
+        QCOMPARE(lines.k1, 2.0);
+        QCOMPARE(lines.k2, 1.5);
+    }
+}
+
+// What is collected with fewer than two used references: r is 0.
+void tst_PlaneLines::emptyCollectionDeterminesNothing()
+{
+    const PlaneLines lines = planeLines(CollectedRows());
+    QVERIFY(!std::isfinite(lines.k1));
+    QVERIFY(std::isnan(lines.k2));
+    QVERIFY(!std::isfinite(lines.a));
+    QVERIFY(!std::isfinite(lines.b));
+}
+
+QTEST_GUILESS_MAIN(tst_PlaneLines)
+#include "tst_PlaneLines.moc"
