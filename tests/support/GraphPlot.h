@@ -22,7 +22,6 @@ public:
         connect(this, &DispABase::draw, this, [this, &graph](QStylePainter* p) {
             graph.paint(this, p, QStringLiteral("abscissa"), QStringLiteral("ordinate"), &range);
         });
-        show();
     }
 
     QImage picture() { return DispA->grab().toImage(); }
