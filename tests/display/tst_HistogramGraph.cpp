@@ -388,7 +388,6 @@ void tst_HistogramGraph::barsAreCutAtTheViewOnly_data()
     QTest::newRow("inside in y only") << -10.0 << 20.0 << 10.0 << 10.001;
     QTest::newRow("below the bar") << 3.0 << 5.0 << -50.0 << 2.0;
     QTest::newRow("above its foot") << 3.0 << 5.0 << 15.0 << 95.0;
-    QTest::newRow("turned upside down") << 3.0 << 5.0 << 33.0 << -3.0;
     QTest::newRow("shifted bars at the left edge") << 3.495 << 5.0 << -3.0 << 33.0;
 }
 
@@ -406,11 +405,6 @@ void tst_HistogramGraph::barsAreCutAtTheViewOnly()
     GraphPlot plot(graph);
     plot.setRealCoord(x0, y0, x1, y1);
     const PlainPlot view(surface, x0, y0, x1, y1);
-    if (y1 < y0) {
-        // Bars hang down from their count then; there is no height to fill.
-        QCOMPARE(pixelsOf(grey, plot.picture(), view.inside()), 0);
-        return;
-    }
     QVERIFY(sameIn(view.inside(), plot.picture(), plainOf(graph).picture(view)));
 }
 
