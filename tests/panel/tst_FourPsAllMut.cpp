@@ -1,0 +1,1208 @@
+// The panel's plot of all spectra: what it shows, its legend under the mouse, and
+// its marker lines.
+
+#include "display/Displays.h"
+#include "display/MarkLines.h"
+#include "rows/AXafsFileSelect.h"
+#include "support/MouseInput.h"
+#include "support/PanelTools.h"
+#include "support/PlainSpectra.h"
+#include "support/SurfacePaints.h"
+
+#include <QButtonGroup>
+#include <QtTest>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <vector>
+
+using namespace tests;
+
+namespace
+{
+
+const QColor black(0, 0, 0);
+const QColor red(255, 0, 0);
+const QColor blue(0, 0, 255);
+const QColor green(120, 220, 120); // of the fourth reference
+const QColor ochre(200, 200, 0);   // of the first displayed file
+const QColor pink(255, 200, 255);  // of the fitted curve
+const QColor guideGreen(80, 255, 80);
+const QColor guideGrey(200, 200, 200);
+const QColor offGrey(220, 220, 220);
+
+// The plot area goes from column 38 to 368 and from row 232 up to 12. The window
+// from 8300 to 8450 eV takes 2.2 pixels an eV, a span of 2 takes 100 a unit.
+const QSize evenSize(387, 257);
+const PlotRange evenRange{8300.0, -0.1, 8450.0, 2.1};
+
+// The rows of the legend there: 38 pixels are the left margin, rows are 11 high
+// with 9 of text, and the first one begins a pixel below the top of the area.
+// A press hits from column 292 to 368 and from row 12 + 11 - 9 to 12 + 11, all
+// four excluded.
+constexpr QPoint firstRow(320, 18);
+constexpr int rowStep = 11;
+
+/// Energy and presented value of each point, by the formulas of the
+/// presentations.
+QList<QPointF> presented(const AMutE& spectrum, int kind)
+{
+    const auto line = [](const VictoreenLine& v, double energyEv) {
+        const double L = 12398.424360387684 / energyEv;
+        return (v.b * L + v.a) * L * L * L + v.c;
+    };
+    const double jump =
+        line(spectrum.postLine, spectrum.edgeEnergy) - line(spectrum.preLine, spectrum.edgeEnergy);
+    QList<QPointF> points;
+    for (const MutPoint& point : spectrum.points) {
+        const double energyEv = point.energy - spectrum.dE;
+        const double above = point.mut - line(spectrum.preLine, energyEv);
+        const double between = line(spectrum.postLine, energyEv) - line(spectrum.preLine, energyEv);
+        const QList<double> values{point.mut, above, 0.0, above / jump, above / between};
+        points.append({energyEv, values.at(kind)});
+    }
+    return points;
+}
+
+/// Points at these places, two flat lines at 0.25 and 2.25, the edge at 8350.
+void setPoints(AMutE& spectrum, const QString& name, const QList<QPointF>& energyAndMut)
+{
+    spectrum.valid = true;
+    spectrum.fileName = name;
+    spectrum.edgeEnergy = 8350.0;
+    spectrum.preLine = {0.25, 0.0, 0.0};
+    spectrum.postLine = {2.25, 0.0, 0.0};
+    spectrum.points.clear();
+    for (const QPointF& point : energyAndMut) {
+        spectrum.points.append({0.0, point.x(), point.y()});
+    }
+}
+
+QList<QPointF> rising()
+{
+    return {{8280.2, 0.0}, {8320.2, 0.005}, {8360.2, 1.205}, {8430.2, 1.505}, {8480.2, 1.905}};
+}
+
+QList<QPointF> falling()
+{
+    return {{8290.2, 2.305}, {8310.2, 2.0}, {8350.2, 0.905}, {8420.2, 0.305}, {8449.8, 0.0}};
+}
+
+QString sixDigits(double value)
+{
+    return QString::number(value, 'g', 6);
+}
+
+/// Lines of the message box that one run of the reflex leaves on a panel whose
+/// map and target calculation are refused: one for each, and one of the fit.
+constexpr int linesOfARun = 3;
+
+} // namespace
+
+class tst_FourPsAllMut : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    // What is to see
+    void withoutSpectraThePlotIsBlank();
+    void withoutSpectraTheViewStaysAutomatic();
+    void spectraWithoutPointsArePaintedAway();
+    void showsSpectraGuidesAndLegend_data();
+    void showsSpectraGuidesAndLegend();
+    void normalisationDecidesWhatIsShown_data();
+    void normalisationDecidesWhatIsShown();
+    void withoutANormalisationTheValuesAreZero();
+    void windowIsTheEdgeAndItsTwoOffsets();
+    void textThatIsNoNumberCountsAsZero();
+    void energyLineTellsFitAndUse_data();
+    void energyLineTellsFitAndUse();
+    void energyLineOfALaterRowCoversAnEarlierOne();
+    void energyLinesCoverTheGuides();
+    void emptyEnergyIsALineFarOut();
+    void targetIsNotShown();
+    void invalidSpectrumIsNotDrawnButKeepsItsColor();
+    void switchedOffSpectrumIsNotDrawnAndItsNameIsGrey();
+    void singlePointIsNoCurveButHasAName();
+    void validSpectrumWithoutPointsHasAName();
+    void shiftedSpectrumIsDrawnAtItsWorkingEnergies();
+    void displayedFilesAreThinInTheColorsAfterTheReferences();
+    void colorsBeginAgainAfterTheLast();
+    void percentSignsInNamesStay();
+    void fittedCurveIsDrawnLastAndAsItIs();
+    void fittedCurveAloneShowsNothing();
+    void laterSpectraCoverEarlierOnes();
+
+    // The range
+    void rangeTakesAllSpectraWithPoints_data();
+    void rangeTakesAllSpectraWithPoints();
+    void rangeLeavesOutWhatLiesOutsideTheWindow();
+    void windowTakesWorkingEnergies();
+    void windowEndsBelongToTheRange();
+    void rangeLeavesOutTheTargetAndTheFit();
+    void noValueInTheWindowLeavesTheViewAutomatic();
+    void laterSpectrumDoesNotChangeTheRange();
+    void normalisationFitsThisPlotAfresh();
+    void edgeTextAfterAZoomMovesTheGuidesButNotTheRange();
+    void doubleClickAfterAZoomBringsTheRangeBack();
+    void zoomedPlotIsMaskedAtItsMargins();
+
+    // The high widget
+    void verticalLinesStopShortOnAHighWidget();
+    void highWidgetIsDrawnAsStated();
+
+    // The legend under the mouse
+    void legendClickTogglesItsSpectrum_data();
+    void legendClickTogglesItsSpectrum();
+    void legendCountsOnlyValidSpectra();
+    void legendRowsEndWhereTheyEnd_data();
+    void legendRowsEndWhereTheyEnd();
+    void leftmostStripOfTheLegendIsDead();
+    void legendClickOnAZoomedPlotKeepsTheRange();
+    void legendClickRepaintsTheGraphs();
+    void legendTakesPlainLeftPressesOnly_data();
+    void legendTakesPlainLeftPressesOnly();
+    void pressInAnotherPlotTogglesNothing();
+
+    // Dispatch
+    void valuesBelowFiveDrawNothing_data();
+    void valuesBelowFiveDrawNothing();
+    void titlesOfTheGraphs_data();
+    void titlesOfTheGraphs();
+
+    // The marker lines
+    void dragOfAMarkerWritesItsField_data();
+    void dragOfAMarkerWritesItsField();
+    void dragSetsTheEdgeAndItsReleaseCalculates_data();
+    void dragSetsTheEdgeAndItsReleaseCalculates();
+    void draggedEnergyRefreshesItsCells();
+    void draggedLineIsSeenWhereTheMouseIs();
+
+private:
+    DispABase* frame() const { return m_panel->Disps->frame(Displays::DMuts); }
+    DispArea* surface() const { return frame()->DispA; }
+    ChCoord& cc() const { return surface()->cc; }
+    AMutE& reference(int i) const { return *m_panel->XafsFiles.at(i); }
+    AMutE& displayed(const QString& name, const QList<QPointF>& energyAndMut);
+    QImage paint() const { return surface()->grab().toImage(); }
+    void setSize(const QSize& size) const { surface()->setFixedSize(size); }
+    void setTwoReferences() const;
+    void setFit(const QList<QPointF>& energyAndMut);
+    void clearEnergies() const;
+    void press(const QPoint& at) const { tests::press(surface(), at); }
+    void click(const QPoint& at) const;
+    PlainSpectra plain(const PlotRange& range = evenRange, int kind = 0) const;
+    bool isAutomatic(double y0, double y1) const;
+    QList<bool> on() const;
+
+    std::unique_ptr<FourPs> m_panel;
+    std::vector<std::unique_ptr<AMutE>> m_displayed;
+    std::unique_ptr<AMutE> m_fitted;
+};
+
+/// An edge at 8350 with the limits -50 and 100 is what a panel starts with.
+void tst_FourPsAllMut::init()
+{
+    m_panel = std::make_unique<FourPs>();
+    clearEnergies();
+    chooseQuietly(m_panel->ui.NNone);
+    clearMessages(*m_panel);
+    setSize(evenSize);
+    m_panel->Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
+}
+
+void tst_FourPsAllMut::cleanup()
+{
+    m_panel->Disps->hide();
+    m_panel->DispMuts.clear();
+    m_panel->LCFMut = nullptr;
+    m_fitted.reset();
+    m_displayed.clear();
+    m_panel.reset();
+}
+
+/// Takes the lines of the energy rows out of the picture.
+void tst_FourPsAllMut::clearEnergies() const
+{
+    for (const AEPoint* row : std::as_const(m_panel->EPoints)) {
+        row->Energy->clear();
+    }
+}
+
+AMutE& tst_FourPsAllMut::displayed(const QString& name, const QList<QPointF>& energyAndMut)
+{
+    m_displayed.push_back(std::make_unique<AMutE>());
+    AMutE& spectrum = *m_displayed.back();
+    setPoints(spectrum, name, energyAndMut);
+    m_panel->DispMuts.append(&spectrum);
+    return spectrum;
+}
+
+void tst_FourPsAllMut::setTwoReferences() const
+{
+    setPoints(reference(0), "rising.dat", rising());
+    setPoints(reference(1), "falling.dat", falling());
+}
+
+void tst_FourPsAllMut::click(const QPoint& at) const
+{
+    tests::press(surface(), at);
+    tests::release(surface(), at);
+}
+
+/// The picture that is to be seen, by the spectra, the fields and the rows as
+/// they are.
+PlainSpectra tst_FourPsAllMut::plain(const PlotRange& range, int kind) const
+{
+    PlainSpectra picture(surface()->size(), range);
+    picture.xTitle = QStringLiteral("Eng.[eV]");
+    picture.yTitle = QStringLiteral("mut");
+    picture.edge = m_panel->ui.EdgeE->text().toDouble();
+    picture.from = picture.edge + m_panel->ui.PreEEndDE->text().toDouble();
+    picture.to = picture.edge + m_panel->ui.PostEStartDE->text().toDouble();
+    for (const AEPoint* row : std::as_const(m_panel->EPoints)) {
+        picture.energies.append({row->Energy->text().toDouble(),
+                                 row->LCFCB->isChecked() ? red : blue,
+                                 row->UseCB->isChecked() ? 3 : 1});
+    }
+    const QList<QColor> ofReferences{black, red, blue, green};
+    for (int i = 0; i < 4; ++i) {
+        if (const AMutE& each = reference(i); each.valid) {
+            picture.curves.append(
+                {presented(each, kind), ofReferences.at(i), 2, each.fileName, each.switchedOn});
+        }
+    }
+    return picture;
+}
+
+/// Whether the plot shows the window and these values, as its automatic range.
+bool tst_FourPsAllMut::isAutomatic(double y0, double y1) const
+{
+    paint();
+    const double off = std::abs(cc().realY0 - y0) + std::abs(cc().realY1 - y1);
+    if (off > 1e-12) {
+        qWarning("from %.9g to %.9g", cc().realY0, cc().realY1);
+    }
+    return surface()->hasScale && cc().realX0 == 8300.0 && cc().realX1 == 8450.0 && off <= 1e-12;
+}
+
+/// Which of the references are switched on.
+QList<bool> tst_FourPsAllMut::on() const
+{
+    return {reference(0).switchedOn, reference(1).switchedOn, reference(2).switchedOn,
+            reference(3).switchedOn};
+}
+
+void tst_FourPsAllMut::setFit(const QList<QPointF>& energyAndMut)
+{
+    m_fitted = std::make_unique<AMutE>();
+    for (const QPointF& point : energyAndMut) {
+        m_fitted->points.append({0.0, point.x(), point.y()});
+    }
+    m_panel->LCFMut = m_fitted.get();
+}
+
+void tst_FourPsAllMut::withoutSpectraThePlotIsBlank()
+{
+    m_panel->EPoints.at(0)->Energy->setText("8320");
+    QVERIFY(isBlank(paint())); // neither lines nor titles nor labels
+    QVERIFY(!cc().drawn);
+    QCOMPARE(frame()->xTitle, QStringLiteral("Eng.[eV]"));
+    QCOMPARE(frame()->yTitle, QStringLiteral("mut"));
+}
+
+void tst_FourPsAllMut::withoutSpectraTheViewStaysAutomatic()
+{
+    paint();
+    QVERIFY(!surface()->hasScale);
+    QCOMPARE(cc().realX1, 1.0);
+    setTwoReferences();
+    QVERIFY(isAutomatic(-0.1, 2.1));
+}
+
+void tst_FourPsAllMut::spectraWithoutPointsArePaintedAway()
+{
+    setTwoReferences();
+    QVERIFY(!isBlank(paint()));
+    reference(0).points.clear();
+    reference(1).points.clear();
+    QVERIFY(isBlank(paint()));
+    QVERIFY(!cc().drawn);
+}
+
+void tst_FourPsAllMut::showsSpectraGuidesAndLegend_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("even") << evenSize;
+    QTest::newRow("odd") << QSize(401, 307);
+    QTest::newRow("small") << QSize(133, 101);
+    QTest::newRow("wide") << QSize(611, 150);
+}
+
+void tst_FourPsAllMut::showsSpectraGuidesAndLegend()
+{
+    QFETCH(QSize, size);
+    setSize(size);
+    setTwoReferences();
+    const QImage image = paint();
+    QVERIFY(isSamePicture(image, plain().picture()));
+    QVERIFY(cc().drawn);
+    const QRect inside = plain().place.inside();
+    for (const QColor& color : {guideGrey, guideGreen, black, red}) {
+        QVERIFY2(countOf(image, inside, color) > 20, qPrintable(color.name()));
+    }
+}
+
+void tst_FourPsAllMut::normalisationDecidesWhatIsShown_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::newRow("NNone") << 0;
+    QTest::newRow("NBySubPre") << 1;
+    QTest::newRow("NByEJ") << 3;
+    QTest::newRow("NBy2Vics") << 4;
+}
+
+void tst_FourPsAllMut::normalisationDecidesWhatIsShown()
+{
+    QFETCH(int, kind);
+    setTwoReferences();
+    for (int i = 0; i < 2; ++i) {
+        reference(i).preLine = {0.1, 0.2, -0.01};
+        reference(i).postLine = {0.4 + i, 0.5, 0.02};
+        reference(i).edgeEnergy = 8350.0 + 400.0 * i;
+    }
+    auto* radio = m_panel->findChild<QAbstractButton*>(QLatin1String(QTest::currentDataTag()));
+    QVERIFY(radio);
+    chooseQuietly(radio);
+    double lo = 1e300;
+    double hi = -1e300;
+    for (int i = 0; i < 2; ++i) {
+        for (const QPointF& point : presented(reference(i), kind)) {
+            if (point.x() >= 8300.0 && point.x() <= 8450.0) {
+                lo = std::fmin(lo, point.y());
+                hi = std::fmax(hi, point.y());
+            }
+        }
+    }
+    const PlotRange range{8300.0, lo - 0.05 * (hi - lo), 8450.0, hi + 0.05 * (hi - lo)};
+    QVERIFY(isSamePicture(paint(), plain(range, kind).picture()));
+    QVERIFY(isAutomatic(range.y0, range.y1));
+}
+
+void tst_FourPsAllMut::withoutANormalisationTheValuesAreZero()
+{
+    setTwoReferences();
+    for (QRadioButton* radio :
+         {m_panel->ui.NNone, m_panel->ui.NBySubPre, m_panel->ui.NByEJ, m_panel->ui.NBy2Vics}) {
+        radio->group()->setExclusive(false);
+        radio->setChecked(false);
+    }
+    QCOMPARE(m_panel->NormMode(), 5);
+    QVERIFY(isAutomatic(0.0, 0.0));
+}
+
+void tst_FourPsAllMut::windowIsTheEdgeAndItsTwoOffsets()
+{
+    setTwoReferences();
+    m_panel->ui.EdgeE->setText("8340.5");
+    m_panel->ui.PreEEndDE->setText("-25.5");
+    m_panel->ui.PostEStartDE->setText("81.25");
+    PlainSpectra wanted = plain();
+    paint();
+    QCOMPARE(cc().realX0, 8315.0);
+    QCOMPARE(cc().realX1, 8421.75);
+    // In it lie 0.005 and 1.205 of the one and 0.905 and 0.305 of the other.
+    QCOMPARE(cc().realY0, 0.005 - 0.05 * (1.205 - 0.005));
+    QCOMPARE(cc().realY1, 1.205 + 0.05 * (1.205 - 0.005));
+    wanted.place.range = {8315.0, cc().realY0, 8421.75, cc().realY1};
+    QVERIFY(isSamePicture(paint(), wanted.picture()));
+}
+
+void tst_FourPsAllMut::textThatIsNoNumberCountsAsZero()
+{
+    setTwoReferences();
+    m_panel->ui.PreEEndDE->setText("minus fifty");
+    paint();
+    QCOMPARE(cc().realX0, 8350.0);
+    QCOMPARE(cc().realX1, 8450.0);
+}
+
+void tst_FourPsAllMut::energyLineTellsFitAndUse_data()
+{
+    QTest::addColumn<bool>("inFit");
+    QTest::addColumn<bool>("used");
+    QTest::addColumn<QColor>("color");
+    QTest::addColumn<QList<int>>("columns"); // about the line's own
+    QTest::newRow("neither") << false << false << blue << QList<int>{0};
+    QTest::newRow("fit") << true << false << red << QList<int>{0};
+    QTest::newRow("used") << false << true << blue << QList<int>{-1, 0, 1};
+    QTest::newRow("both") << true << true << red << QList<int>{-1, 0, 1};
+}
+
+void tst_FourPsAllMut::energyLineTellsFitAndUse()
+{
+    QFETCH(bool, inFit);
+    QFETCH(bool, used);
+    QFETCH(QColor, color);
+    QFETCH(QList<int>, columns);
+    setPoints(reference(3), "r4", {{8400, 0.0}, {8401, 2.0}}); // neither red nor blue
+    for (const int row : {1, 7}) {
+        AEPoint* point = m_panel->EPoints.at(row);
+        chooseQuietly(m_panel->EPoints.at(0)->ShowMapB);
+        const QSignalBlocker quiet(point);
+        point->Energy->setText("8320.2"); // on column 38 + 44
+        point->LCFCB->setChecked(inFit);
+        point->UseCB->setChecked(used);
+        const QImage image = paint();
+        for (int x = 70; x < 95; ++x) {
+            QCOMPARE(image.pixelColor(x, 60) == color, columns.contains(x - 82));
+        }
+        QVERIFY(isSamePicture(image, plain().picture()));
+        point->Energy->clear();
+    }
+}
+
+void tst_FourPsAllMut::energyLineOfALaterRowCoversAnEarlierOne()
+{
+    setTwoReferences();
+    useRows(*m_panel, {4, 5});
+    for (const int row : {4, 5, 6}) {
+        m_panel->EPoints.at(row)->Energy->setText("8330.2"); // on column 38 + 66
+        m_panel->EPoints.at(row)->LCFCB->setChecked(row == 5);
+    }
+    // A wide blue one, a wide red one over it, and a narrow blue one on top.
+    const QImage image = paint();
+    QCOMPARE(image.pixelColor(103, 100), red);
+    QCOMPARE(image.pixelColor(104, 100), blue);
+    QCOMPARE(image.pixelColor(105, 100), red);
+    QVERIFY(isSamePicture(image, plain().picture()));
+}
+
+void tst_FourPsAllMut::energyLinesCoverTheGuides()
+{
+    setTwoReferences();
+    m_panel->EPoints.at(7)->Energy->setText("8350");
+    const QImage image = paint();
+    const PlainSpectra wanted = plain();
+    const int column = wanted.place.pixel(8350.0, 0.0).x();
+    QCOMPARE(countOf(image, QRect(column, 13, 1, 219), guideGreen), 0);
+    const int row = wanted.place.pixel(0.0, 1.0).y();
+    QCOMPARE(image.pixelColor(column, row), blue);
+    QCOMPARE(image.pixelColor(column - 3, row), guideGrey);
+}
+
+void tst_FourPsAllMut::emptyEnergyIsALineFarOut()
+{
+    setPoints(reference(0), "r1", {{-40, 0.0}, {90, 2.0}});
+    m_panel->ui.EdgeE->setText("0");
+    for (const AEPoint* row : std::as_const(m_panel->EPoints)) {
+        row->Energy->setText("1e9");
+    }
+    const QRect line(148, 13, 1, 219); // 0 eV, 50 of 150 along the plot
+    QCOMPARE(countOf(paint(), line, blue), 0);
+    m_panel->EPoints.at(6)->Energy->clear();
+    QVERIFY(countOf(paint(), line, blue) > 200);
+    m_panel->EPoints.at(6)->Energy->setText("nan");
+    QCOMPARE(countOf(paint(), line, blue), 0);
+}
+
+void tst_FourPsAllMut::targetIsNotShown()
+{
+    setTwoReferences();
+    const QImage without = paint();
+    setPoints(*m_panel->ui.TargetFile, "target.dat", {{8300, 0.2}, {8400, 1.8}});
+    QVERIFY(isSamePicture(paint(), without));
+}
+
+void tst_FourPsAllMut::invalidSpectrumIsNotDrawnButKeepsItsColor()
+{
+    setTwoReferences();
+    setPoints(reference(3), "fourth.dat", {{8300, 0.5}, {8440, 0.6}});
+    reference(0).valid = false;
+    const QImage image = paint();
+    PlainSpectra wanted = plain();
+    QCOMPARE(wanted.curves.size(), 2);
+    QCOMPARE(wanted.curves.first().color, red);
+    QVERIFY(isSamePicture(image, wanted.picture()));
+    QVERIFY(countOf(image, wanted.place.inside(), green) > 100);
+    QCOMPARE(countOf(image, wanted.place.inside(), black), 0);
+}
+
+void tst_FourPsAllMut::switchedOffSpectrumIsNotDrawnAndItsNameIsGrey()
+{
+    setTwoReferences();
+    reference(0).switchedOn = false;
+    const QImage image = paint();
+    QVERIFY(isSamePicture(image, plain().picture()));
+    // The box of its name: columns 288 to 364, rows 13 to 21.
+    QVERIFY(countOf(image, QRect(288, 13, 76, 9), offGrey) > 300);
+    QCOMPARE(countOf(image, QRect(39, 23, 240, 200), black), 0);
+    QCOMPARE(countOf(image, QRect(288, 24, 76, 9), offGrey), 0);
+    QVERIFY(countOf(image, QRect(39, 23, 240, 200), red) > 100);
+}
+
+void tst_FourPsAllMut::singlePointIsNoCurveButHasAName()
+{
+    setPoints(reference(0), "single", {{8330, 1.0}});
+    setPoints(reference(1), "falling", falling());
+    const QImage image = paint();
+    QVERIFY(isSamePicture(image, plain().picture()));
+    QCOMPARE(countOf(image, QRect(39, 23, 240, 200), black), 0);
+    QVERIFY(countOf(image, QRect(288, 13, 76, 9), Qt::white) < 76 * 9); // its name
+}
+
+void tst_FourPsAllMut::validSpectrumWithoutPointsHasAName()
+{
+    setTwoReferences();
+    reference(0).points.clear();
+    reference(2).valid = true;
+    reference(2).fileName = "empty";
+    PlainSpectra wanted = plain();
+    QCOMPARE(wanted.curves.size(), 3);
+    QVERIFY(isSamePicture(paint(), wanted.picture()));
+}
+
+void tst_FourPsAllMut::shiftedSpectrumIsDrawnAtItsWorkingEnergies()
+{
+    setTwoReferences();
+    const QImage before = paint();
+    reference(0).dE = 12.5;
+    const QImage image = paint();
+    QVERIFY(!isSamePicture(image, before));
+    QVERIFY(isSamePicture(image, plain().picture()));
+}
+
+void tst_FourPsAllMut::displayedFilesAreThinInTheColorsAfterTheReferences()
+{
+    setTwoReferences();
+    const AMutE& first = displayed("first.dat", {{8300, 0.1}, {8449, 1.8}});
+    const AMutE& second = displayed("second.dat", {{8300, 0.3}, {8449, 1.6}});
+    PlainSpectra wanted = plain();
+    wanted.curves.append({presented(first, 0), ochre, 1, "first.dat"});
+    wanted.curves.append({presented(second, 0), QColor(240, 0, 240), 1, "second.dat"});
+    QVERIFY(isSamePicture(paint(), wanted.picture()));
+    // Of the two, only the valid one has a name, in its own colour.
+    m_displayed.front()->valid = false;
+    wanted.curves.removeAt(2);
+    QVERIFY(isSamePicture(paint(), wanted.picture()));
+}
+
+void tst_FourPsAllMut::colorsBeginAgainAfterTheLast()
+{
+    for (int i = 0; i < 42; ++i) {
+        displayed("last", {}).valid = false;
+    }
+    // Files 41 and 42 are spectra 45 and 46 of 45 colours.
+    for (const auto& [file, color] : {std::pair{40, QColor(240, 160, 0)}, std::pair{41, black}}) {
+        AMutE& spectrum = *m_panel->DispMuts.at(file);
+        setPoints(spectrum, "last", falling());
+        PlainSpectra wanted = plain();
+        wanted.curves = {{presented(spectrum, 0), color, 1, "last"}};
+        QVERIFY(isSamePicture(paint(), wanted.picture()));
+        spectrum.valid = false;
+    }
+}
+
+void tst_FourPsAllMut::percentSignsInNamesStay()
+{
+    setTwoReferences();
+    reference(0).fileName = "50%1 %L2 %n%%";
+    QVERIFY(isSamePicture(paint(), plain().picture()));
+}
+
+void tst_FourPsAllMut::fittedCurveIsDrawnLastAndAsItIs()
+{
+    chooseQuietly(m_panel->ui.NBySubPre);
+    setTwoReferences();
+    const QList<QPointF> points{{8299.8, 1.0}, {8400.2, 1.0}, {8449.8, 1.5}};
+    const AMutE& file = displayed("file.dat", {{8299.8, 1.25}, {8449.8, 1.25}}); // 1 above its line
+    setFit(points);
+    m_fitted->preLine = {5.0, 0.0, 0.0}; // it is normalised already
+    PlainSpectra wanted = plain({8300.0, -0.35, 8450.0, 1.85}, 1);
+    wanted.curves.append({presented(file, 1), ochre, 1, "file.dat"});
+    wanted.fitted = points;
+    const QImage image = paint();
+    QVERIFY(isSamePicture(image, wanted.picture()));
+    const int row = wanted.place.pixel(0.0, 1.0).y();
+    for (const int off : {-1, 0, 1}) {
+        QVERIFY(isAllOf(image, QRect(39, row + off, 200, 1), pink));
+    }
+    QVERIFY(image.pixelColor(60, row - 2) != pink && image.pixelColor(60, row + 2) != pink);
+}
+
+void tst_FourPsAllMut::fittedCurveAloneShowsNothing()
+{
+    setFit({{8310.0, 0.0}, {8440.0, 1.0}});
+    QVERIFY(isBlank(paint()));
+}
+
+void tst_FourPsAllMut::laterSpectraCoverEarlierOnes()
+{
+    const QList<QPointF> level{{8310.0, 0.505}, {8390.0, 0.505}};
+    const QList<QPointF> peak{{8420.0, 0.0}, {8421.0, 2.0}};
+    setPoints(reference(0), "r1", level + peak);
+    setPoints(reference(1), "r2", level + peak);
+    displayed("file", level);
+    // Two rows of the red one cover the black one, the thin one covers one of them.
+    const QImage image = paint();
+    const QRect part(70, 160, 150, 30);
+    QCOMPARE(countOf(image, part, black), 0);
+    QVERIFY(countOf(image, part, red) >= 149);
+    QVERIFY(countOf(image, part, red) <= 150);
+    QVERIFY(countOf(image, part, ochre) >= 149);
+}
+
+void tst_FourPsAllMut::rangeTakesAllSpectraWithPoints_data()
+{
+    QTest::addColumn<int>("index"); // 4 for a displayed file
+    QTest::addColumn<bool>("valid");
+    QTest::addColumn<bool>("on");
+    QTest::newRow("third reference") << 2 << true << true;
+    QTest::newRow("fourth reference") << 3 << true << true;
+    QTest::newRow("displayed file") << 4 << true << true;
+    QTest::newRow("invalid reference") << 2 << false << true;
+    QTest::newRow("switched off reference") << 2 << true << false;
+    QTest::newRow("switched off file") << 4 << true << false;
+}
+
+void tst_FourPsAllMut::rangeTakesAllSpectraWithPoints()
+{
+    QFETCH(int, index);
+    QFETCH(bool, valid);
+    QFETCH(bool, on);
+    setTwoReferences();
+    AMutE& spectrum = index < 4 ? reference(index) : displayed("file", {});
+    setPoints(spectrum, "single", {{8400.0, 4.0}});
+    spectrum.valid = valid;
+    spectrum.switchedOn = on;
+    QVERIFY(isAutomatic(-0.2, 4.2)); // 0 to 4 and a twentieth of that
+}
+
+void tst_FourPsAllMut::rangeLeavesOutWhatLiesOutsideTheWindow()
+{
+    setTwoReferences();
+    reference(0).points.append({0.0, 8450.001, 9.0});
+    reference(0).points.prepend({0.0, 8299.999, -9.0});
+    QVERIFY(isAutomatic(-0.1, 2.1));
+}
+
+void tst_FourPsAllMut::windowTakesWorkingEnergies()
+{
+    setTwoReferences();
+    reference(1).dE = -20.0; // brings 2.305 in and 0 out
+    QVERIFY(isAutomatic(0.005 - 0.05 * 2.3, 2.305 + 0.05 * 2.3));
+}
+
+void tst_FourPsAllMut::windowEndsBelongToTheRange()
+{
+    setPoints(reference(0), "ends", {{8300.0, -1.0}, {8450.0, 3.0}});
+    QVERIFY(isAutomatic(-1.2, 3.2));
+}
+
+void tst_FourPsAllMut::rangeLeavesOutTheTargetAndTheFit()
+{
+    setTwoReferences();
+    setPoints(*m_panel->ui.TargetFile, "target.dat", {{8300, -9.0}, {8400, 9.0}});
+    setFit({{8310.0, -7.0}, {8440.0, 7.0}});
+    QVERIFY(isAutomatic(-0.1, 2.1));
+}
+
+void tst_FourPsAllMut::noValueInTheWindowLeavesTheViewAutomatic()
+{
+    setPoints(reference(0), "far", {{8000.0, 0.3}, {8100.0, 0.4}, {8900.0, 0.6}});
+    const QImage image = paint();
+    QVERIFY(!surface()->hasScale);
+    QVERIFY(cc().drawn);
+    QVERIFY(isSamePicture(image, plain({8300.0, 0.0, 8450.0, 1.0}).picture()));
+    // Fits as soon as there is a value.
+    setTwoReferences();
+    QVERIFY(isAutomatic(-0.1, 2.1));
+}
+
+void tst_FourPsAllMut::laterSpectrumDoesNotChangeTheRange()
+{
+    setTwoReferences();
+    QVERIFY(isAutomatic(-0.1, 2.1));
+    setPoints(reference(2), "third", {{8310.0, -5.0}, {8400.0, 5.0}});
+    QVERIFY(isAutomatic(-0.1, 2.1));
+    frame()->clearScale();
+    QVERIFY(isAutomatic(-5.5, 5.5));
+}
+
+void tst_FourPsAllMut::normalisationFitsThisPlotAfresh()
+{
+    setTwoReferences();
+    paint();
+    cc().setReal(8310.0, 0.5, 8320.0, 0.6);
+    DispABase* other = m_panel->Disps->frame(Displays::DRef1);
+    other->setRealCoord(8310.0, 0.5, 8320.0, 0.6);
+    SurfacePaints paints(*m_panel->Disps);
+    m_panel->ui.NBySubPre->click();
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    // The flat line at 0.25 is off.
+    QVERIFY(surface()->hasScale);
+    QVERIFY(isAutomatic(-0.35, 1.85));
+    QCOMPARE(other->DispA->cc.realX0, 8310.0);
+    QCOMPARE(other->DispA->cc.realX1, 8320.0);
+}
+
+void tst_FourPsAllMut::edgeTextAfterAZoomMovesTheGuidesButNotTheRange()
+{
+    setTwoReferences();
+    paint();
+    move(surface(), QPointF(150, 120));
+    turnWheel(surface(), QPointF(150, 120), {0, 120});
+    const PlotRange zoomed{cc().realX0, cc().realY0, cc().realX1, cc().realY1};
+    QVERIFY(zoomed.x0 > 8300.0 && zoomed.x1 < 8450.0 && zoomed.y0 > -0.1 && zoomed.y1 < 2.1);
+    enter(m_panel->ui.EdgeE, "8361.5");
+    const QImage image = paint();
+    QCOMPARE(cc().realX0, zoomed.x0);
+    QCOMPARE(cc().realX1, zoomed.x1);
+    QCOMPARE(cc().realY0, zoomed.y0);
+    QCOMPARE(cc().realY1, zoomed.y1);
+    const PlainSpectra wanted = plain(zoomed);
+    const int column = wanted.place.pixel(8361.5, 0.0).x();
+    QVERIFY(countOf(image, QRect(column, 13, 1, 219), guideGreen) > 200);
+    QVERIFY(isSamePicture(image, plain(zoomed).picture()));
+}
+
+void tst_FourPsAllMut::doubleClickAfterAZoomBringsTheRangeBack()
+{
+    setTwoReferences();
+    paint();
+    cc().setReal(8310.0, 0.5, 8320.0, 0.6);
+    enter(m_panel->ui.EdgeE, "8360");
+    paint();
+    QCOMPARE(cc().realX0, 8310.0);
+    doubleClick(surface(), QPointF(100, 200));
+    QTest::qWait(20);
+    // The window about the new edge.
+    QVERIFY(surface()->hasScale);
+    QCOMPARE(cc().realX0, 8310.0);
+    QCOMPARE(cc().realX1, 8460.0);
+    QCOMPARE(cc().realY0, -0.1);
+    QCOMPARE(cc().realY1, 2.1);
+}
+
+void tst_FourPsAllMut::zoomedPlotIsMaskedAtItsMargins()
+{
+    setTwoReferences();
+    m_panel->EPoints.at(0)->Energy->setText("8330");
+    paint();
+    const PlotRange zoomed{8325.0, 0.4, 8385.0, 1.1};
+    cc().setReal(zoomed.x0, zoomed.y0, zoomed.x1, zoomed.y1);
+    const QImage image = paint();
+    QVERIFY(isSamePicture(image, plain(zoomed).picture()));
+    // Nothing but the outline between the area and the margins' texts.
+    QVERIFY(isAllOf(image, QRect(39, 2, 325, 10), Qt::white));
+    QVERIFY(isAllOf(image, QRect(370, 2, 17, 228), Qt::white));
+}
+
+void tst_FourPsAllMut::verticalLinesStopShortOnAHighWidget()
+{
+    setSize({120, 400});
+    setPoints(reference(3), "r4", {{8330, 0.0}, {8331, 2.0}});
+    useRows(*m_panel, {});
+    m_panel->EPoints.at(0)->Energy->setText("8380.2");
+    const QImage image = paint();
+    const PlotPlace place(image.size(), evenRange);
+    QCOMPARE(place.bottom, 360);
+    const int guide = place.pixel(8350.0, 0.0).x();
+    const int energy = place.pixel(8380.2, 0.0).x();
+    QVERIFY(isAllOf(image, QRect(guide, 21, 1, 100), guideGreen)); // down to row 120
+    QVERIFY(isAllOf(image, QRect(energy, 21, 1, 100), blue));
+    const QRect below(13, 121, 100, 239);
+    QCOMPARE(countOf(image, below, guideGreen), 0);
+    QCOMPARE(countOf(image, below, blue), 0);
+    // The horizontal ones are whole: 1 lies in the middle of 21 rows.
+    QVERIFY(countOf(image, QRect(13, place.pixel(0, 0.5).y(), 101, 1), guideGrey) > 90);
+}
+
+void tst_FourPsAllMut::highWidgetIsDrawnAsStated()
+{
+    setSize({133, 402});
+    setTwoReferences();
+    m_panel->EPoints.at(0)->Energy->setText("8380");
+    m_panel->EPoints.at(5)->Energy->setText("8310");
+    QVERIFY(isSamePicture(paint(), plain().picture()));
+}
+
+void tst_FourPsAllMut::legendClickTogglesItsSpectrum_data()
+{
+    QTest::addColumn<int>("row");
+    for (int row = 0; row < 6; ++row) {
+        QTest::addRow("%d", row) << row;
+    }
+}
+
+void tst_FourPsAllMut::legendClickTogglesItsSpectrum()
+{
+    QFETCH(int, row);
+    QList<AMutE*> spectra;
+    for (int i = 0; i < 4; ++i) {
+        setPoints(reference(i), "reference", falling());
+        spectra.append(&reference(i));
+    }
+    spectra.append({&displayed("first", rising()), &displayed("second", rising())});
+    paint();
+    for (const bool wanted : {false, true}) {
+        click(firstRow + QPoint(0, row * rowStep));
+        for (int i = 0; i < spectra.size(); ++i) {
+            QCOMPARE(spectra.at(i)->switchedOn, i == row ? wanted : true);
+        }
+    }
+    QCOMPARE(m_panel->ui.PostEStartDE->text(), QStringLiteral("100"));
+}
+
+void tst_FourPsAllMut::legendCountsOnlyValidSpectra()
+{
+    setTwoReferences();
+    setPoints(reference(2), "third", rising());
+    reference(0).valid = false;
+    paint();
+    click(firstRow);
+    QCOMPARE(on(), QList<bool>({true, false, true, true}));
+    click(firstRow + QPoint(0, rowStep));
+    QCOMPARE(on(), QList<bool>({true, false, false, true}));
+    click(firstRow + QPoint(0, 2 * rowStep)); // no row there
+    QCOMPARE(on(), QList<bool>({true, false, false, true}));
+}
+
+void tst_FourPsAllMut::legendRowsEndWhereTheyEnd_data()
+{
+    QTest::addColumn<QPoint>("place");
+    QTest::addColumn<int>("row"); // -1 for none
+    QTest::newRow("left of the box") << QPoint(292, 18) << -1;
+    QTest::newRow("leftmost column") << QPoint(293, 18) << 0;
+    QTest::newRow("rightmost column") << QPoint(367, 18) << 0;
+    QTest::newRow("right of the box") << QPoint(368, 18) << -1;
+    QTest::newRow("above the first row") << QPoint(320, 14) << -1;
+    QTest::newRow("top of the first row") << QPoint(320, 15) << 0;
+    QTest::newRow("bottom of the first row") << QPoint(320, 22) << 0;
+    QTest::newRow("below the first row") << QPoint(320, 23) << -1;
+    QTest::newRow("above the second row") << QPoint(320, 25) << -1;
+    QTest::newRow("top of the second row") << QPoint(320, 26) << 1;
+    QTest::newRow("bottom of the second row") << QPoint(320, 33) << 1;
+    QTest::newRow("below the second row") << QPoint(320, 34) << -1;
+    QTest::newRow("where a third row would be") << QPoint(320, 40) << -1;
+}
+
+void tst_FourPsAllMut::legendRowsEndWhereTheyEnd()
+{
+    QFETCH(QPoint, place);
+    QFETCH(int, row);
+    setTwoReferences();
+    paint();
+    press(place);
+    QCOMPARE(on(), QList<bool>({row != 0, row != 1, true, true}));
+}
+
+void tst_FourPsAllMut::leftmostStripOfTheLegendIsDead()
+{
+    setTwoReferences();
+    paint();
+    click(firstRow);
+    QVERIFY(!reference(0).switchedOn);
+    const QImage image = paint();
+    // Drawn from column 288 (368 less 79.8) on, hit from column 293 on.
+    QCOMPARE(countOf(image, QRect(280, 13, 8, 9), offGrey), 0);
+    for (int x = 289; x <= 292; ++x) {
+        QVERIFY(countOf(image, QRect(x, 13, 1, 9), offGrey) > 0);
+        press({x, 18});
+        QVERIFY(!reference(0).switchedOn);
+    }
+    press({293, 18});
+    QVERIFY(reference(0).switchedOn);
+}
+
+void tst_FourPsAllMut::legendClickOnAZoomedPlotKeepsTheRange()
+{
+    setTwoReferences();
+    paint();
+    const PlotRange zoomed{8320.0, 0.25, 8400.0, 1.5};
+    cc().setReal(zoomed.x0, zoomed.y0, zoomed.x1, zoomed.y1);
+    click(firstRow + QPoint(0, rowStep));
+    QCOMPARE(on(), QList<bool>({true, false, true, true}));
+    QVERIFY(surface()->hasScale);
+    QVERIFY(isSamePicture(paint(), plain(zoomed).picture()));
+    QCOMPARE(cc().realX0, 8320.0);
+    QCOMPARE(cc().realY1, 1.5);
+}
+
+void tst_FourPsAllMut::legendClickRepaintsTheGraphs()
+{
+    setTwoReferences();
+    SurfacePaints paints(*m_panel->Disps);
+    press(firstRow);
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    paints.restart();
+    press({100, 200}); // beside the legend, too
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    QVERIFY(messages(*m_panel).isEmpty());
+}
+
+void tst_FourPsAllMut::legendTakesPlainLeftPressesOnly_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::addColumn<int>("keys");
+    QTest::addColumn<bool>("toggles");
+    QTest::newRow("left") << int(Qt::LeftButton) << int(Qt::NoModifier) << true;
+    QTest::newRow("right") << int(Qt::RightButton) << int(Qt::NoModifier) << false;
+    QTest::newRow("middle") << int(Qt::MiddleButton) << int(Qt::NoModifier) << false;
+    QTest::newRow("Shift") << int(Qt::LeftButton) << int(Qt::ShiftModifier) << false;
+    QTest::newRow("Control") << int(Qt::LeftButton) << int(Qt::ControlModifier) << false;
+    QTest::newRow("Alt") << int(Qt::LeftButton) << int(Qt::AltModifier) << false;
+    QTest::newRow("Meta") << int(Qt::LeftButton) << int(Qt::MetaModifier) << true;
+}
+
+void tst_FourPsAllMut::legendTakesPlainLeftPressesOnly()
+{
+    QFETCH(int, button);
+    QFETCH(int, keys);
+    QFETCH(bool, toggles);
+    setTwoReferences();
+    paint();
+    tests::press(surface(), firstRow, static_cast<Qt::MouseButton>(button),
+                 static_cast<Qt::KeyboardModifiers>(keys));
+    QCOMPARE(reference(0).switchedOn, !toggles);
+}
+
+void tst_FourPsAllMut::pressInAnotherPlotTogglesNothing()
+{
+    setTwoReferences();
+    paint();
+    for (int id = Displays::DRef1; id <= Displays::DM2M3; ++id) {
+        if (id != Displays::DMuts) {
+            tests::press(m_panel->Disps->frame(static_cast<Displays::DispId>(id))->DispA, firstRow);
+        }
+    }
+    QCOMPARE(on(), QList<bool>({true, true, true, true}));
+}
+
+void tst_FourPsAllMut::valuesBelowFiveDrawNothing_data()
+{
+    QTest::addColumn<int>("id");
+    for (const int id : {0, 1, 2, 3, 4, 11}) {
+        QTest::addRow("%d", id) << id;
+    }
+}
+
+void tst_FourPsAllMut::valuesBelowFiveDrawNothing()
+{
+    QFETCH(int, id);
+    setTwoReferences();
+    m_panel->LCFvs4PS.append(LCFPoint());
+    DispABase plot;
+    plot.setXYTitle("before", "too");
+    plot.DispA->cc.setReal(1.0, 2.0, 3.0, 4.0);
+    QImage image(evenSize, QImage::Format_RGB32);
+    image.fill(Qt::cyan);
+    QStylePainter p(&image, &plot);
+    m_panel->draw(static_cast<Displays::DispId>(id), &plot, &p);
+    p.end();
+    QVERIFY(isAllOf(image, image.rect(), Qt::cyan));
+    QCOMPARE(plot.xTitle, QStringLiteral("before"));
+    QCOMPARE(plot.yTitle, QStringLiteral("too"));
+    QVERIFY(plot.DispA->cc.drawn);
+    QVERIFY(!plot.DispA->hasScale);
+    QCOMPARE(plot.DispA->cc.realX1, 3.0);
+}
+
+void tst_FourPsAllMut::titlesOfTheGraphs_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QString>("x");
+    QTest::addColumn<QString>("y");
+    QTest::newRow("all spectra") << int(Displays::DMuts) << "Eng.[eV]"
+                                 << "mut";
+    QTest::newRow("comparison") << int(Displays::DLCFvs4PS) << "LCF"
+                                << "MPs";
+    QTest::newRow("valence") << int(Displays::DHistA) << "Valence"
+                             << "Num.";
+    QTest::newRow("thickness") << int(Displays::DHistDMut) << "Thick."
+                               << "Num.";
+    QTest::newRow("thickness against valence") << int(Displays::DDMutVsA) << "Valence"
+                                               << "Thick.";
+    QTest::newRow("plane") << int(Displays::DM2M3) << "M2"
+                           << "M3";
+}
+
+void tst_FourPsAllMut::titlesOfTheGraphs()
+{
+    QFETCH(int, id);
+    QFETCH(QString, x);
+    QFETCH(QString, y);
+    DispABase* plot = m_panel->Disps->frame(static_cast<Displays::DispId>(id));
+    plot->setXYTitle("other", "titles");
+    plot->DispA->grab();
+    QCOMPARE(plot->xTitle, x);
+    QCOMPARE(plot->yTitle, y);
+}
+
+void tst_FourPsAllMut::dragOfAMarkerWritesItsField_data()
+{
+    QTest::addColumn<int>("line");
+    QTest::newRow("edge") << 0;
+    QTest::newRow("end of the pre-edge part") << 1;
+    QTest::newRow("start of the post-edge part") << 2;
+    for (int row = 1; row <= 8; ++row) {
+        QTest::addRow("energy of row %d", row) << 2 + row;
+    }
+}
+
+void tst_FourPsAllMut::dragOfAMarkerWritesItsField()
+{
+    QFETCH(int, line);
+    displayed("file", falling());
+    QList<QLineEdit*> edits{m_panel->ui.EdgeE, m_panel->ui.PreEEndDE, m_panel->ui.PostEStartDE};
+    const QList<double> energies{8309, 8318, 8327, 8336, 8371, 8382, 8393, 8404};
+    for (int row = 0; row < 8; ++row) {
+        edits.append(m_panel->EPoints.at(row)->Energy);
+        edits.last()->setText(QString::number(energies.at(row)));
+    }
+    paint();
+    const PlotPlace place(evenSize, evenRange);
+    const QList<double> places = QList<double>{8350, 8300, 8450} + energies;
+    const double base = line == 1 || line == 2 ? 8350.0 : 0.0;
+    QStringList texts;
+    for (const QLineEdit* edit : std::as_const(edits)) {
+        texts.append(edit->text());
+    }
+    const int start = static_cast<int>(std::lround(place.columnOf(places.at(line))));
+    const auto isWritten = [&](int column) {
+        texts[line] = sixDigits(place.valueAt(column) - base);
+        QStringList now;
+        for (const QLineEdit* edit : std::as_const(edits)) {
+            now.append(edit->text());
+        }
+        return now == texts && edits.at(line)->cursorPosition() == 0;
+    };
+    edits.at(line)->setCursorPosition(2);
+    press({start, 128});
+    QCOMPARE(edits.at(line)->text(), texts.at(line)); // a press writes nothing
+    drag(surface(), QPointF(start + 7, 128));
+    QVERIFY(isWritten(start + 7));
+    drag(surface(), QPointF(start - 13, 3));
+    QVERIFY(isWritten(start - 13));
+    release(surface(), QPointF(start + 5, 250));
+    QVERIFY(isWritten(start + 5));
+    move(surface(), QPointF(start, 128));
+    QVERIFY(isWritten(start + 5)); // the line is left there
+}
+
+void tst_FourPsAllMut::dragSetsTheEdgeAndItsReleaseCalculates_data()
+{
+    QTest::addColumn<int>("line");
+    QTest::addColumn<int>("valid");      // references
+    QTest::addColumn<int>("perMove");    // runs of the reflex
+    QTest::addColumn<int>("perRelease"); // its own step, the edge, the reflex
+    for (const int line : {0, 1, 2, 3, 10}) {
+        QTest::addRow("line %d, no reference", line) << line << 0 << 0 << 1;
+        QTest::addRow("line %d, one reference", line) << line << 1 << 1 << 3;
+        QTest::addRow("line %d, two references", line) << line << 2 << 2 << 5;
+    }
+}
+
+void tst_FourPsAllMut::dragSetsTheEdgeAndItsReleaseCalculates()
+{
+    QFETCH(int, line);
+    QFETCH(int, valid);
+    QFETCH(int, perMove);
+    QFETCH(int, perRelease);
+    chooseFourPoints(*m_panel);
+    displayed("file", falling());
+    for (int i = 0; i < valid; ++i) {
+        makeReferenceValid(*m_panel, i);
+    }
+    useRows(*m_panel, {0});
+    m_panel->EPoints.at(0)->Energy->setText("8309");
+    m_panel->EPoints.at(7)->Energy->setText("8404");
+    paint();
+    clearMessages(*m_panel);
+    const MarkLines* set = surface()->markLines;
+    const int start =
+        static_cast<int>(std::lround(PlotPlace(evenSize, evenRange).columnOf(set->value(line))));
+    const auto isEdgeSet = [this, set](int reference) {
+        const AMutE& spectrum = *m_panel->XafsFiles.at(reference);
+        const AMutE& file = *m_panel->DispMuts.first();
+        return spectrum.edgeEnergy == set->value(0) && spectrum.preEdgeEnd == set->value(1) &&
+               spectrum.postEdgeStart == set->value(2) && file.preEdgeEnd == set->value(1);
+    };
+    press({start, 128});
+    QVERIFY(messages(*m_panel).isEmpty());
+    for (int step = 1; step <= 2; ++step) {
+        reference(3).edgeEnergy = 1.0; // so that a missing step shows
+        drag(surface(), QPointF(start + step, 128));
+        QVERIFY(isEdgeSet(3));
+        QCOMPARE(messages(*m_panel).size(), step * perMove * linesOfARun);
+    }
+    clearMessages(*m_panel);
+    release(surface(), QPointF(start + 3, 128));
+    QVERIFY(isEdgeSet(4));
+    QCOMPARE(messages(*m_panel).size(), perRelease * linesOfARun);
+}
+
+void tst_FourPsAllMut::draggedEnergyRefreshesItsCells()
+{
+    // Nothing below 8310 eV, from there on a hundredth an eV.
+    setPoints(reference(0), "line",
+              {{8000, 0},
+               {8100, 0},
+               {8200, 0},
+               {8290, 0},
+               {8310, 0},
+               {8410, 1},
+               {8500, 1},
+               {8600, 1},
+               {8700, 1},
+               {8800, 1}});
+    m_panel->EPoints.at(4)->Energy->setText("8340");
+    m_panel->EPoints.at(5)->Energy->setText("8390");
+    m_panel->EPoints.at(5)->Mut1->setText("before");
+    paint();
+    const PlotPlace place(evenSize, {8300.0, 0.0, 8450.0, 1.0});
+    const int start = static_cast<int>(std::lround(place.columnOf(8340.0)));
+    press({start, 128});
+    for (const int column : {start + 4, start + 20}) {
+        drag(surface(), QPointF(column, 128));
+        const double energyEv = sixDigits(place.valueAt(column)).toDouble();
+        QCOMPARE(m_panel->EPoints.at(4)->Mut1->text(), sixDigits((energyEv - 8310.0) / 100.0));
+        QCOMPARE(m_panel->EPoints.at(5)->Mut1->text(), QStringLiteral("0.8"));
+        QVERIFY(m_panel->EPoints.at(4)->MutT->text().isEmpty());
+    }
+    release(surface(), QPointF(start + 20, 128));
+}
+
+void tst_FourPsAllMut::draggedLineIsSeenWhereTheMouseIs()
+{
+    displayed("file", falling());
+    useRows(*m_panel, {6});
+    m_panel->EPoints.at(6)->Energy->setText("8380");
+    paint();
+    const PlotPlace place(evenSize, evenRange);
+    const int start = static_cast<int>(std::lround(place.columnOf(8380.0)));
+    SurfacePaints paints(*m_panel->Disps);
+    press({start, 128});
+    paints.restart();
+    drag(surface(), QPointF(start + 31, 128));
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    QImage image = paint();
+    QVERIFY(isAllOf(image, QRect(start + 30, 30, 2, 70), blue));
+    QCOMPARE(countOf(image, QRect(start - 2, 30, 5, 70), blue), 0);
+    paints.restart();
+    release(surface(), QPointF(start + 50, 128));
+    QCOMPARE(paints.counts(), inTheGrid(1));
+    image = paint();
+    QVERIFY(isAllOf(image, QRect(start + 49, 30, 2, 70), blue));
+    PlainSpectra wanted = plain();
+    wanted.curves = {{presented(*m_panel->DispMuts.first(), 0), ochre, 1, "file"}};
+    QVERIFY(isSamePicture(image, wanted.picture()));
+}
+
+QTEST_MAIN(tst_FourPsAllMut)
+#include "tst_FourPsAllMut.moc"

@@ -1,0 +1,550 @@
+// The panel's plot of the fit against the target calculation: what it shows, and
+// what the mouse does in it.
+
+#include "display/Displays.h"
+#include "rows/AXafsFileSelect.h"
+#include "support/MouseInput.h"
+#include "support/PanelTools.h"
+#include "support/PlainComparison.h"
+#include "support/SurfacePaints.h"
+
+#include <QtTest>
+
+#include <limits>
+#include <memory>
+
+using namespace tests;
+
+namespace
+{
+
+const QColor black(0, 0, 0);
+const QColor red(255, 0, 0);
+const QColor blue(0, 0, 255);
+const QColor gridBlue(200, 200, 255);
+const QColor diagonalGreen(0, 200, 0);
+
+// Columns 38 to 368, rows 232 up to 12: 330 by 220 pixels.
+const QSize evenSize(387, 257);
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinite = std::numeric_limits<double>::infinity();
+
+/// A point as a run of the fit leaves it; the shares are not shown.
+LCFPoint pointAt(double fit, double target, int color = 0)
+{
+    return {0.125, target, 0.875, fit, color};
+}
+
+} // namespace
+
+class tst_FourPsComparison : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void withoutPointsThePlotIsBlank();
+    void showsPointsOverGridAndDiagonal_data();
+    void showsPointsOverGridAndDiagonal();
+    void fitIsOnXAndTargetOnY();
+    void pointsTakeTheColorsOfTheirRuns();
+    void colorBeyondTheListBeginsAgain();
+    void lastPointIsRedOutside();
+    void singlePointIsTheLast();
+    void newPointTakesTheRedAlong();
+    void laterPointsCoverEarlierOnes();
+    void pointsCoverTheDiagonalAndItTheGrid();
+    void pointsBesideThePlotAreMasked();
+    void pointsWithoutAPlaceAreLeftOut_data();
+    void pointsWithoutAPlaceAreLeftOut();
+
+    void rangeGoesByTheFirstTwoUsedRows_data();
+    void rangeGoesByTheFirstTwoUsedRows();
+    void rangeDoesNotAskForValidSpectra();
+    void gridHasALineForEachTenth();
+    void fallingValencesShowTheAxesReversed();
+    void valencesBeyondMeasureAreSafe_data();
+    void valencesBeyondMeasureAreSafe();
+    void zoomKeepsItsRangeWhileTheGridFollowsTheValences();
+
+    void doubleClickClearsThePlot();
+    void pointAfterAClearingFitsTheRangeAfresh();
+    void clickGivesTheNextPointsAnotherColor();
+    void releaseOfAnyButtonTakesTheNextColor_data();
+    void releaseOfAnyButtonTakesTheNextColor();
+    void nextColorComesRoundAfterTheLast();
+    void runOfTheFitShowsItsPointAtOnce();
+
+private:
+    DispABase* frame() const { return m_panel->Disps->frame(Displays::DLCFvs4PS); }
+    DispArea* surface() const { return frame()->DispA; }
+    QImage paint() const { return surface()->grab().toImage(); }
+    void setValences(const QStringList& valences) const;
+    PlainComparison plain(double first = 2.0, double second = 3.0) const;
+
+    std::unique_ptr<FourPs> m_panel;
+};
+
+/// Ref 1 and Ref 2 are in use at valence 2 and 3.
+void tst_FourPsComparison::init()
+{
+    m_panel = std::make_unique<FourPs>();
+    setValences({"2", "3", "7", "9"});
+    clearMessages(*m_panel);
+    surface()->setFixedSize(evenSize);
+    m_panel->Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
+}
+
+void tst_FourPsComparison::cleanup()
+{
+    m_panel->Disps->hide();
+    m_panel.reset();
+}
+
+void tst_FourPsComparison::setValences(const QStringList& valences) const
+{
+    for (int i = 0; i < 4; ++i) {
+        m_panel->Refs.RefRows.at(i)->Valence->setText(valences.at(i));
+    }
+}
+
+/// The picture that is to be seen for the points as they are, of colours 0 to 2.
+PlainComparison tst_FourPsComparison::plain(double first, double second) const
+{
+    const QList<QColor> colors{black, red, blue};
+    PlainComparison picture(surface()->size(), first, second);
+    for (const LCFPoint& point : std::as_const(m_panel->LCFvs4PS)) {
+        picture.points.append({point.lcfValence, point.fourPsValence, colors.at(point.color)});
+    }
+    return picture;
+}
+
+void tst_FourPsComparison::withoutPointsThePlotIsBlank()
+{
+    QVERIFY(isBlank(paint()));
+    QVERIFY(!surface()->cc.drawn);
+    QVERIFY(!surface()->hasScale);
+    QCOMPARE(frame()->xTitle, QStringLiteral("LCF"));
+    QCOMPARE(frame()->yTitle, QStringLiteral("MPs"));
+}
+
+void tst_FourPsComparison::showsPointsOverGridAndDiagonal_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("even") << evenSize;
+    QTest::newRow("odd") << QSize(401, 307);
+    QTest::newRow("small") << QSize(123, 91);
+    QTest::newRow("high") << QSize(150, 420);
+}
+
+void tst_FourPsComparison::showsPointsOverGridAndDiagonal()
+{
+    QFETCH(QSize, size);
+    surface()->setFixedSize(size);
+    m_panel->LCFvs4PS = {pointAt(2.03, 2.87), pointAt(2.5, 2.35, 2), pointAt(2.77, 2.71)};
+    const QImage image = paint();
+    QVERIFY(isSamePicture(image, plain().picture()));
+    QVERIFY(surface()->cc.drawn);
+    const QRect inside = plain().place.inside();
+    QVERIFY(countOf(image, inside, gridBlue) > 500);
+    QVERIFY(countOf(image, inside, diagonalGreen) > 30);
+    QVERIFY(countOf(image, inside, black) >= 10);
+    QVERIFY(countOf(image, inside, blue) >= 10);
+    QVERIFY(countOf(image, inside, red) >= 8);
+}
+
+void tst_FourPsComparison::fitIsOnXAndTargetOnY()
+{
+    m_panel->LCFvs4PS = {pointAt(2.1, 2.905)};
+    const QImage image = paint();
+    // 0.3 of 1.4 along and 1.105 of 1.4 up, in a 330 by 220 area.
+    const QPoint centre(38 + 70, 232 - 174);
+    QVERIFY(countOf(image, QRect(centre - QPoint(2, 2), QSize(5, 5)), red) >= 8);
+    QCOMPARE(countOf(image, image.rect(), red),
+             countOf(image, QRect(centre - QPoint(2, 2), QSize(5, 5)), red));
+}
+
+void tst_FourPsComparison::pointsTakeTheColorsOfTheirRuns()
+{
+    m_panel->LCFColor = 4; // of the next one, not of these
+    m_panel->LCFvs4PS = {pointAt(2.15, 2.25, 2), pointAt(2.35, 2.15, 8), pointAt(2.75, 2.45, 2)};
+    PlainComparison wanted(evenSize, 2.0, 3.0);
+    wanted.points = {{2.15, 2.25, blue}, {2.35, 2.15, QColor(0, 160, 0)}, {2.75, 2.45, blue}};
+    QVERIFY(isSamePicture(paint(), wanted.picture()));
+}
+
+void tst_FourPsComparison::colorBeyondTheListBeginsAgain()
+{
+    m_panel->LCFvs4PS = {pointAt(2.15, 2.25, 44), pointAt(2.35, 2.15, 45), pointAt(2.75, 2.45, 47)};
+    PlainComparison wanted(evenSize, 2.0, 3.0);
+    wanted.points = {{2.15, 2.25, QColor(240, 160, 0)}, {2.35, 2.15, black}, {2.75, 2.45, blue}};
+    QVERIFY(isSamePicture(paint(), wanted.picture()));
+}
+
+void tst_FourPsComparison::lastPointIsRedOutside()
+{
+    m_panel->LCFvs4PS = {pointAt(2.25, 2.85, 2), pointAt(2.75, 2.15, 2)};
+    const QImage image = paint();
+    const PlotPlace& place = plain().place;
+    const QSize box(5, 5);
+    const QRect first(place.pixel(2.25, 2.85) - QPoint(2, 2), box);
+    const QRect last(place.pixel(2.75, 2.15) - QPoint(2, 2), box);
+    QCOMPARE(countOf(image, first, red), 0);
+    QVERIFY(countOf(image, last, red) >= 8);
+    // The inner circle keeps its colour.
+    QVERIFY(countOf(image, last, blue) >= 4);
+    QVERIFY(countOf(image, first, blue) >= countOf(image, last, blue) + 8);
+}
+
+void tst_FourPsComparison::singlePointIsTheLast()
+{
+    m_panel->LCFvs4PS = {pointAt(2.75, 2.15, 2)};
+    QVERIFY(isSamePicture(paint(), plain().picture()));
+    QVERIFY(countOf(paint(), plain().place.inside(), red) >= 8);
+}
+
+void tst_FourPsComparison::newPointTakesTheRedAlong()
+{
+    m_panel->LCFvs4PS = {pointAt(2.25, 2.85, 2)};
+    paint();
+    m_panel->LCFvs4PS.append(pointAt(2.75, 2.15, 2));
+    const QImage image = paint();
+    const PlotPlace& place = plain().place;
+    const QRect first(place.pixel(2.25, 2.85) - QPoint(2, 2), QSize(5, 5));
+    QCOMPARE(countOf(image, first, red), 0);
+    QVERIFY(isSamePicture(image, plain().picture()));
+}
+
+void tst_FourPsComparison::laterPointsCoverEarlierOnes()
+{
+    m_panel->LCFvs4PS = {pointAt(2.25, 2.85, 2), pointAt(2.25, 2.85, 0), pointAt(2.9, 2.1, 0)};
+    const QImage image = paint();
+    QCOMPARE(countOf(image, image.rect(), blue), 0);
+    QVERIFY(isSamePicture(image, plain().picture()));
+}
+
+void tst_FourPsComparison::pointsCoverTheDiagonalAndItTheGrid()
+{
+    m_panel->LCFvs4PS = {pointAt(2.5, 2.5, 2), pointAt(2.9, 2.1, 0)};
+    const QImage image = paint();
+    const PlainComparison wanted = plain();
+    QVERIFY(isSamePicture(image, wanted.picture()));
+    // The diagonal begins where two lines of the grid cross.
+    QCOMPARE(image.pixelColor(wanted.place.pixel(2.0, 2.0)), diagonalGreen);
+    QCOMPARE(image.pixelColor(wanted.place.pixel(3.0, 3.0)), diagonalGreen);
+    // A circle's side stands on the diagonal's row: 5 pixels about (2.5, 2.5).
+    const QRect mark(wanted.place.pixel(2.5, 2.5) - QPoint(2, 2), QSize(5, 5));
+    QVERIFY(countOf(image, mark, blue) >= 12);
+    QVERIFY(countOf(image, mark, diagonalGreen) <= 3);
+}
+
+void tst_FourPsComparison::pointsBesideThePlotAreMasked()
+{
+    m_panel->LCFvs4PS = {pointAt(1.797, 2.5, 2),  pointAt(2.5, 3.21, 2),  pointAt(3.205, 1.79, 2),
+                         pointAt(2.4, -50.0, 2), pointAt(900.0, 2.1, 2), pointAt(2.5, 1.7, 2)};
+    const QImage image = paint();
+    QVERIFY(isSamePicture(image, plain().picture()));
+    const PlotPlace& place = plain().place;
+    QCOMPARE(countOf(image, image.rect(), blue), countOf(image, place.inside(), blue));
+    QCOMPARE(countOf(image, image.rect(), red), 0);    // the last is in the margin
+    QVERIFY(countOf(image, place.inside(), blue) > 0); // the first reaches in
+}
+
+void tst_FourPsComparison::pointsWithoutAPlaceAreLeftOut_data()
+{
+    QTest::addColumn<double>("fit");
+    QTest::addColumn<double>("target");
+    QTest::newRow("no fit") << notANumber << 2.5;
+    QTest::newRow("no target") << 2.5 << notANumber;
+    QTest::newRow("infinite fit") << infinite << 2.5;
+    QTest::newRow("infinite target") << 2.5 << -infinite;
+    QTest::newRow("huge fit") << -1e300 << 2.5;
+    QTest::newRow("huge target") << 2.5 << 1e300;
+    QTest::newRow("beyond whole numbers") << 1e10 << -1e10;
+}
+
+void tst_FourPsComparison::pointsWithoutAPlaceAreLeftOut()
+{
+    QFETCH(double, fit);
+    QFETCH(double, target);
+    m_panel->LCFvs4PS = {pointAt(2.75, 2.15, 2)};
+    const PlainComparison wanted = plain();
+    m_panel->LCFvs4PS.prepend(pointAt(fit, target, 2));
+    QVERIFY(isSamePicture(paint(), wanted.picture()));
+    // As the newest it leaves no red.
+    m_panel->LCFvs4PS.append(pointAt(fit, target, 2));
+    const QImage image = paint();
+    QCOMPARE(countOf(image, image.rect(), red), 0);
+    QVERIFY(countOf(image, wanted.place.inside(), blue) >= 12);
+}
+
+void tst_FourPsComparison::rangeGoesByTheFirstTwoUsedRows_data()
+{
+    QTest::addColumn<QList<int>>("used");
+    QTest::addColumn<QStringList>("valences");
+    QTest::addColumn<double>("lower");
+    QTest::addColumn<double>("upper");
+    const QStringList usual{"2", "3", "7.5", "9"};
+    QTest::newRow("first and second") << QList<int>{0, 1} << usual << 2.0 << 3.0;
+    QTest::newRow("first and third") << QList<int>{0, 2} << usual << 2.0 << 7.5;
+    QTest::newRow("third and fourth") << QList<int>{2, 3} << usual << 7.5 << 9.0;
+    QTest::newRow("three") << QList<int>{0, 1, 2} << usual << 2.0 << 3.0;
+    QTest::newRow("all") << QList<int>{0, 1, 2, 3} << usual << 2.0 << 3.0;
+    QTest::newRow("only the first")
+        << QList<int>{0} << QStringList{"-1", "3", "7", "9"} << -1.0 << 0.0;
+    QTest::newRow("only the fourth")
+        << QList<int>{3} << QStringList{"2", "3", "7", "-0.5"} << -0.5 << 0.0;
+    QTest::newRow("none") << QList<int>() << usual << 0.0 << 0.0;
+    QTest::newRow("equal ones") << QList<int>{0, 1} << QStringList{"3", "3", "7", "9"} << 3.0
+                                << 3.0;
+    QTest::newRow("second is no number")
+        << QList<int>{0, 1} << QStringList{"-2", "three", "7", "9"} << -2.0 << 0.0;
+}
+
+void tst_FourPsComparison::rangeGoesByTheFirstTwoUsedRows()
+{
+    QFETCH(QList<int>, used);
+    QFETCH(QStringList, valences);
+    QFETCH(double, lower);
+    QFETCH(double, upper);
+    useReferences(*m_panel, used);
+    setValences(valences);
+    m_panel->LCFvs4PS = {pointAt(0.5 * (lower + upper), lower)};
+    QVERIFY(isSamePicture(paint(), plain(lower, upper).picture()));
+    const ChCoord& cc = surface()->cc;
+    QCOMPARE(cc.realX0, lower - 0.2);
+    QCOMPARE(cc.realY0, lower - 0.2);
+    QCOMPARE(cc.realX1, upper + 0.2);
+    QCOMPARE(cc.realY1, upper + 0.2);
+}
+
+void tst_FourPsComparison::rangeDoesNotAskForValidSpectra()
+{
+    makeReferenceValid(*m_panel, 2);
+    makeReferenceValid(*m_panel, 3);
+    m_panel->LCFvs4PS = {pointAt(2.5, 2.5)};
+    paint();
+    QCOMPARE(surface()->cc.realX0, 1.8);
+    QCOMPARE(surface()->cc.realX1, 3.2);
+}
+
+void tst_FourPsComparison::gridHasALineForEachTenth()
+{
+    setValences({"2", "2.36", "0", "0"});
+    m_panel->LCFvs4PS = {pointAt(2.18, 2.55)};
+    const QImage image = paint();
+    // 2, 2.1, 2.2, 2.3 and 2.4, which is within 0.05 of the upper valence.
+    QList<int> columns;
+    for (int x = 39; x < 368; ++x) {
+        if (image.pixelColor(x, 14) == gridBlue) {
+            columns.append(x);
+        }
+    }
+    QList<int> rows;
+    for (int y = 13; y < 232; ++y) {
+        if (image.pixelColor(40, y) == gridBlue) {
+            rows.prepend(y);
+        }
+    }
+    const PlotPlace place(evenSize, {1.8, 1.8, 2.36 + 0.2, 2.36 + 0.2});
+    QList<int> wantedColumns;
+    QList<int> wantedRows;
+    for (int i = 0; i <= 4; ++i) {
+        wantedColumns.append(place.pixel(2.0 + 0.1 * i, 0.0).x());
+        wantedRows.append(place.pixel(0.0, 2.0 + 0.1 * i).y());
+    }
+    QCOMPARE(columns, wantedColumns);
+    QCOMPARE(rows, wantedRows);
+    // They go through the whole plot area.
+    QCOMPARE(image.pixelColor(columns.first(), 231), gridBlue);
+    QCOMPARE(image.pixelColor(367, rows.last()), gridBlue);
+}
+
+void tst_FourPsComparison::fallingValencesShowTheAxesReversed()
+{
+    setValences({"3", "2", "0", "0"});
+    m_panel->LCFvs4PS = {pointAt(2.75, 2.15, 2)};
+    const QImage image = paint();
+    QCOMPARE(surface()->cc.realX0, 2.8);
+    QCOMPARE(surface()->cc.realX1, 2.2);
+    const PlainComparison wanted = plain(3.0, 2.0);
+    QVERIFY(isSamePicture(image, wanted.picture()));
+    QCOMPARE(countOf(image, wanted.place.inside(), gridBlue), 0);
+    QVERIFY(countOf(image, wanted.place.inside(), diagonalGreen) > 100);
+}
+
+void tst_FourPsComparison::valencesBeyondMeasureAreSafe_data()
+{
+    QTest::addColumn<QString>("first");
+    QTest::addColumn<QString>("second");
+    QTest::newRow("millions of lines") << "0"
+                                       << "1e9";
+    QTest::newRow("huge") << "-1e300"
+                          << "1e300";
+    QTest::newRow("beyond a double's steps") << "1e17"
+                                             << "1.0000001e17";
+    QTest::newRow("infinite") << "0"
+                              << "inf";
+    QTest::newRow("both infinite") << "-inf"
+                                   << "inf";
+    QTest::newRow("NaN") << "nan"
+                         << "3";
+    QTest::newRow("NaN above") << "2"
+                               << "nan";
+    QTest::newRow("falling") << "1e300"
+                             << "-1e300";
+}
+
+// That it comes back at all is what counts; the margins stay clean.
+void tst_FourPsComparison::valencesBeyondMeasureAreSafe()
+{
+    QFETCH(QString, first);
+    QFETCH(QString, second);
+    setValences({first, second, "0", "0"});
+    m_panel->LCFvs4PS = {pointAt(2.5, 2.5), pointAt(1e300, infinite)};
+    const QImage image = paint();
+    QVERIFY(surface()->cc.drawn);
+    QVERIFY(isAllOf(image, QRect(40, 2, 300, 9), Qt::white));
+    QVERIFY(isAllOf(image, QRect(370, 2, 17, 228), Qt::white));
+}
+
+void tst_FourPsComparison::zoomKeepsItsRangeWhileTheGridFollowsTheValences()
+{
+    m_panel->LCFvs4PS = {pointAt(2.5, 2.35, 2), pointAt(2.6, 2.45)};
+    paint();
+    const PlotRange zoomed{2.25, 2.2, 2.75, 2.6};
+    surface()->cc.setReal(zoomed.x0, zoomed.y0, zoomed.x1, zoomed.y1);
+    QVERIFY(surface()->hasScale);
+    setValences({"2.43", "2.62", "0", "0"});
+    PlainComparison wanted(evenSize, 2.43, 2.62, zoomed);
+    wanted.points = {{2.5, 2.35, blue}, {2.6, 2.45, black}};
+    QVERIFY(isSamePicture(paint(), wanted.picture()));
+    QCOMPARE(surface()->cc.realX0, 2.25);
+    doubleClick(frame()->DispA, {50, 50}); // which clears the points as well
+    QVERIFY(!surface()->hasScale);
+}
+
+void tst_FourPsComparison::doubleClickClearsThePlot()
+{
+    m_panel->LCFvs4PS = {pointAt(2.5, 2.35, 2), pointAt(2.6, 2.45)};
+    m_panel->LCFColor = 7;
+    QVERIFY(!isBlank(paint()));
+    SurfacePaints paints(*m_panel->Disps);
+    QTest::mouseDClick(surface(), Qt::LeftButton, {}, {100, 100});
+    QVERIFY(m_panel->LCFvs4PS.isEmpty());
+    QList<int> counts = paints.counts();
+    QVERIFY(counts.takeAt(Displays::DLCFvs4PS) >= 1);
+    QCOMPARE(counts, inTheGrid(1).mid(1));
+    QVERIFY(isBlank(paint()));
+    QVERIFY(!surface()->cc.drawn);
+    QVERIFY(!surface()->hasScale);
+}
+
+void tst_FourPsComparison::pointAfterAClearingFitsTheRangeAfresh()
+{
+    m_panel->LCFvs4PS = {pointAt(2.5, 2.35, 2)};
+    paint();
+    surface()->cc.setReal(2.3, 2.3, 2.4, 2.4);
+    doubleClick(surface(), {100, 100});
+    paint();
+    setValences({"1", "4", "0", "0"});
+    m_panel->LCFvs4PS = {pointAt(2.5, 2.35, 2)};
+    QVERIFY(isSamePicture(paint(), plain(1.0, 4.0).picture()));
+}
+
+void tst_FourPsComparison::clickGivesTheNextPointsAnotherColor()
+{
+    const auto run = [this](double fit) { // as a run of the fit adds its point
+        m_panel->LCFvs4PS.append(pointAt(fit, 2.35, m_panel->LCFColor));
+    };
+    run(2.05);
+    run(2.15);
+    QTest::mouseClick(surface(), Qt::LeftButton, {}, {100, 100});
+    run(2.25);
+    QTest::mouseClick(surface(), Qt::LeftButton, {}, {200, 150});
+    run(2.35);
+    run(2.45);
+    run(2.55);
+    PlainComparison wanted(evenSize, 2.0, 3.0);
+    wanted.points = {{2.05, 2.35, black}, {2.15, 2.35, black}, {2.25, 2.35, red},
+                     {2.35, 2.35, blue},  {2.45, 2.35, blue},  {2.55, 2.35, blue}};
+    QVERIFY(isSamePicture(paint(), wanted.picture()));
+}
+
+void tst_FourPsComparison::releaseOfAnyButtonTakesTheNextColor_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::addColumn<int>("keys");
+    QTest::newRow("left") << int(Qt::LeftButton) << int(Qt::NoModifier);
+    QTest::newRow("right") << int(Qt::RightButton) << int(Qt::NoModifier);
+    QTest::newRow("left with Shift") << int(Qt::LeftButton) << int(Qt::ShiftModifier);
+}
+
+void tst_FourPsComparison::releaseOfAnyButtonTakesTheNextColor()
+{
+    QFETCH(int, button);
+    QFETCH(int, keys);
+    const auto which = static_cast<Qt::MouseButton>(button);
+    const auto held = static_cast<Qt::KeyboardModifiers>(keys);
+    m_panel->LCFvs4PS = {pointAt(2.5, 2.35, 2)};
+    const QImage before = paint();
+    press(surface(), {100, 100}, which, held);
+    QCOMPARE(m_panel->LCFColor, 0);
+    release(surface(), {100, 100}, which, held);
+    QCOMPARE(m_panel->LCFColor, 1);
+    // What is there keeps its colour.
+    QVERIFY(isSamePicture(paint(), before));
+}
+
+void tst_FourPsComparison::nextColorComesRoundAfterTheLast()
+{
+    const QSize size(200, 150);
+    surface()->setFixedSize(size);
+    for (int i = 1; i <= 45; ++i) {
+        QTest::mouseClick(surface(), Qt::LeftButton, {}, {100, 100});
+        QCOMPARE(m_panel->LCFColor, i % 45);
+    }
+    m_panel->Colors.colors = {blue, red};
+    m_panel->LCFColor = 1;
+    QTest::mouseClick(surface(), Qt::LeftButton, {}, {100, 100});
+    QCOMPARE(m_panel->LCFColor, 0);
+}
+
+// The target is 3/5 of the one and 2/5 of the other reference, between 0 and 1.
+void tst_FourPsComparison::runOfTheFitShowsItsPointAtOnce()
+{
+    const QList<double> energies{8300, 8350, 8400, 8450, 8500};
+    const QList<double> first{0.1, 0.9, 0.4, 0.7, 0.2};
+    const QList<double> second{0.3, 0.2, 0.8, 0.1, 0.9};
+    QList<double> target;
+    for (int i = 0; i < 5; ++i) {
+        target.append(0.6 * first.at(i) + 0.4 * second.at(i));
+    }
+    setSpectrum(*m_panel->XafsFiles.at(0), energies, first, {}, {1.0, 0.0, 0.0});
+    setSpectrum(*m_panel->XafsFiles.at(1), energies, second, {}, {1.0, 0.0, 0.0});
+    setSpectrum(*m_panel->ui.TargetFile, energies, target, {}, {1.0, 0.0, 0.0});
+    {
+        const QSignalBlocker quiet1(m_panel->EPoints.at(0));
+        const QSignalBlocker quiet2(m_panel->EPoints.at(5));
+        m_panel->EPoints.at(0)->LCFCB->setChecked(true);
+        m_panel->EPoints.at(0)->Energy->setText("8290");
+        m_panel->EPoints.at(5)->LCFCB->setChecked(true);
+        m_panel->EPoints.at(5)->Energy->setText("8510");
+    }
+    m_panel->TargetT = 2.805;
+    QVERIFY(m_panel->LCFvs4PS.isEmpty());
+    m_panel->ui.LCFB->click();
+    QTest::qWait(20);
+    QCOMPARE(m_panel->LCFvs4PS.size(), 1);
+    QVERIFY(surface()->cc.drawn);
+    PlainComparison wanted(evenSize, 2.0, 3.0);
+    wanted.points = {{2.0 * 0.6 + 3.0 * 0.4, 2.805, black}}; // 179.4 pixels along
+    QVERIFY(isSamePicture(paint(), wanted.picture()));
+}
+
+QTEST_MAIN(tst_FourPsComparison)
+#include "tst_FourPsComparison.moc"
