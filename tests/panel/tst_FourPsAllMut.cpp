@@ -105,8 +105,10 @@ class tst_FourPsAllMut : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
     void cleanup();
+    void cleanupTestCase();
 
     // What is to see
     void withoutSpectraThePlotIsBlank();
@@ -192,7 +194,7 @@ private:
     void setSize(const QSize& size) const { surface()->setFixedSize(size); }
     void setTwoReferences() const;
     void setFit(const QList<QPointF>& energyAndMut);
-    void clearEnergies() const;
+    void resetFields() const;
     void press(const QPoint& at) const { tests::press(surface(), at); }
     void click(const QPoint& at) const;
     PlainSpectra plain(const PlotRange& range = evenRange, int kind = 0) const;
@@ -204,13 +206,32 @@ private:
     std::unique_ptr<AMutE> m_fitted;
 };
 
-/// An edge at 8350 with the limits -50 and 100 is what a panel starts with.
-void tst_FourPsAllMut::init()
+void tst_FourPsAllMut::initTestCase()
 {
     m_panel = std::make_unique<FourPs>();
-    clearEnergies();
-    chooseQuietly(m_panel->ui.NNone);
+}
+
+void tst_FourPsAllMut::cleanupTestCase()
+{
+    m_panel->Disps->hide();
+    m_panel.reset();
+}
+
+/// No spectrum, an edge at 8350 with the limits -50 and 100, presented as read.
+void tst_FourPsAllMut::init()
+{
+    resetFields();
+    for (AMutE* spectrum : std::as_const(m_panel->XafsFiles)) {
+        *spectrum = AMutE();
+    }
+    m_panel->setEdge();
     clearMessages(*m_panel);
+    for (DispABase* each : std::as_const(m_panel->Disps->disps)) {
+        each->clearScale();
+        if (MarkLines* set = each->DispA->markLines) {
+            set->selected = false;
+        }
+    }
     setSize(evenSize);
     m_panel->Disps->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
@@ -218,20 +239,27 @@ void tst_FourPsAllMut::init()
 
 void tst_FourPsAllMut::cleanup()
 {
-    m_panel->Disps->hide();
     m_panel->DispMuts.clear();
+    m_displayed.clear();
     m_panel->LCFMut = nullptr;
     m_fitted.reset();
-    m_displayed.clear();
-    m_panel.reset();
+    m_panel->LCFvs4PS.clear();
 }
 
-/// Takes the lines of the energy rows out of the picture.
-void tst_FourPsAllMut::clearEnergies() const
+/// The lines of the energy rows are out of the picture.
+void tst_FourPsAllMut::resetFields() const
 {
-    for (const AEPoint* row : std::as_const(m_panel->EPoints)) {
+    m_panel->ui.EdgeE->setText("8350");
+    m_panel->ui.PreEEndDE->setText("-50");
+    m_panel->ui.PostEStartDE->setText("100");
+    for (AEPoint* row : std::as_const(m_panel->EPoints)) {
+        const QSignalBlocker quiet(row);
         row->Energy->clear();
+        row->LCFCB->setChecked(false);
+        row->UseCB->setChecked(false);
+        row->Mut1->clear();
     }
+    chooseQuietly(m_panel->ui.NNone);
 }
 
 AMutE& tst_FourPsAllMut::displayed(const QString& name, const QList<QPointF>& energyAndMut)
@@ -397,13 +425,12 @@ void tst_FourPsAllMut::normalisationDecidesWhatIsShown()
 void tst_FourPsAllMut::withoutANormalisationTheValuesAreZero()
 {
     setTwoReferences();
-    for (QRadioButton* radio :
-         {m_panel->ui.NNone, m_panel->ui.NBySubPre, m_panel->ui.NByEJ, m_panel->ui.NBy2Vics}) {
-        radio->group()->setExclusive(false);
-        radio->setChecked(false);
-    }
+    QButtonGroup* group = m_panel->ui.NNone->group();
+    group->setExclusive(false);
+    m_panel->ui.NNone->setChecked(false);
     QCOMPARE(m_panel->NormMode(), 5);
     QVERIFY(isAutomatic(0.0, 0.0));
+    group->setExclusive(true);
 }
 
 void tst_FourPsAllMut::windowIsTheEdgeAndItsTwoOffsets()
@@ -573,7 +600,7 @@ void tst_FourPsAllMut::shiftedSpectrumIsDrawnAtItsWorkingEnergies()
     const QImage before = paint();
     reference(0).dE = 12.5;
     const QImage image = paint();
-    QVERIFY(!isSamePicture(image, before));
+    QVERIFY(image != before);
     QVERIFY(isSamePicture(image, plain().picture()));
 }
 
@@ -827,6 +854,7 @@ void tst_FourPsAllMut::highWidgetIsDrawnAsStated()
 {
     setSize({133, 402});
     setTwoReferences();
+    useRows(*m_panel, {0});
     m_panel->EPoints.at(0)->Energy->setText("8380");
     m_panel->EPoints.at(5)->Energy->setText("8310");
     QVERIFY(isSamePicture(paint(), plain().picture()));

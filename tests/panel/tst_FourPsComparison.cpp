@@ -43,8 +43,9 @@ class tst_FourPsComparison : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
-    void cleanup();
+    void cleanupTestCase();
 
     void withoutPointsThePlotIsBlank();
     void showsPointsOverGridAndDiagonal_data();
@@ -88,21 +89,33 @@ private:
     std::unique_ptr<FourPs> m_panel;
 };
 
-/// Ref 1 and Ref 2 are in use at valence 2 and 3.
-void tst_FourPsComparison::init()
+void tst_FourPsComparison::initTestCase()
 {
     m_panel = std::make_unique<FourPs>();
-    setValences({"2", "3", "7", "9"});
-    clearMessages(*m_panel);
-    surface()->setFixedSize(evenSize);
-    m_panel->Disps->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
 }
 
-void tst_FourPsComparison::cleanup()
+void tst_FourPsComparison::cleanupTestCase()
 {
     m_panel->Disps->hide();
     m_panel.reset();
+}
+
+/// Ref 1 and Ref 2 are in use at valence 2 and 3; there is no spectrum.
+void tst_FourPsComparison::init()
+{
+    for (AMutE* spectrum : std::as_const(m_panel->XafsFiles)) {
+        *spectrum = AMutE();
+    }
+    useReferences(*m_panel, {0, 1});
+    setValences({"2", "3", "7", "9"});
+    clearMessages(*m_panel);
+    m_panel->LCFvs4PS.clear();
+    m_panel->LCFColor = 0;
+    m_panel->Colors.colors = CColors().colors;
+    surface()->setFixedSize(evenSize);
+    frame()->clearScale();
+    m_panel->Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
 }
 
 void tst_FourPsComparison::setValences(const QStringList& valences) const
@@ -244,7 +257,7 @@ void tst_FourPsComparison::pointsCoverTheDiagonalAndItTheGrid()
 
 void tst_FourPsComparison::pointsBesideThePlotAreMasked()
 {
-    m_panel->LCFvs4PS = {pointAt(1.797, 2.5, 2),  pointAt(2.5, 3.21, 2),  pointAt(3.205, 1.79, 2),
+    m_panel->LCFvs4PS = {pointAt(1.797, 2.5, 2), pointAt(2.5, 3.21, 2),  pointAt(3.205, 1.79, 2),
                          pointAt(2.4, -50.0, 2), pointAt(900.0, 2.1, 2), pointAt(2.5, 1.7, 2)};
     const QImage image = paint();
     QVERIFY(isSamePicture(image, plain().picture()));
