@@ -1,0 +1,151 @@
+// The graph of the fit against the target calculation, by itself.
+#include "display/ComparisonGraph.h"
+
+#include "display/DispABase.h"
+#include "support/PlainComparison.h"
+
+#include <QTest>
+
+#include <limits>
+
+using namespace tests;
+
+namespace
+{
+
+const QSize evenSize(387, 257);
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+/// What a frame shows in which @p graph draws itself.
+QImage painted(const ComparisonGraph& graph, const QSize& size = evenSize)
+{
+    DispABase frame;
+    frame.xTitleInArea = true;
+    frame.yTitleInArea = true;
+    frame.DispA->setFixedSize(size);
+    QObject::connect(&frame, &DispABase::draw, &frame, [&](QStylePainter* p) {
+        Graph::Range range;
+        graph.paint(&frame, p, QStringLiteral("LCF"), QStringLiteral("MPs"), &range);
+    });
+    return frame.DispA->grab().toImage();
+}
+
+void fill(ComparisonGraph* graph, double lower, double upper, const QList<PlainPoint>& points)
+{
+    graph->lower = lower;
+    graph->upper = upper;
+    for (const PlainPoint& point : points) {
+        graph->points.append({point.fit, point.target, point.color});
+    }
+}
+
+QImage plain(double lower, double upper, const QList<PlainPoint>& points,
+             const QSize& size = evenSize)
+{
+    PlainComparison picture(size, lower, upper);
+    picture.points = points;
+    return picture.picture();
+}
+
+} // namespace
+
+class tst_ComparisonGraph : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void withoutPointsItIsEmpty();
+    void rangeIsTheValencesWithAFifthAround();
+    void looksLikeSingleLinesAndCircles_data();
+    void looksLikeSingleLinesAndCircles();
+    void lastPointWithoutAPlaceLeavesNoRed();
+    void diagonalGoesNoFurtherThanTheValences();
+    void linesOfTheGridAreUnderTheDiagonal();
+};
+
+void tst_ComparisonGraph::withoutPointsItIsEmpty()
+{
+    ComparisonGraph graph;
+    QVERIFY(graph.isEmpty());
+    QVERIFY(isBlank(painted(graph)));
+    graph.points.append({2.0, 3.0, Qt::black});
+    QVERIFY(!graph.isEmpty());
+}
+
+void tst_ComparisonGraph::rangeIsTheValencesWithAFifthAround()
+{
+    ComparisonGraph graph;
+    graph.lower = -1.25;
+    graph.upper = 3.5;
+    const Graph::Range range = graph.range();
+    QVERIFY(range.isFitted);
+    QCOMPARE(range.x0, -1.25 - 0.2);
+    QCOMPARE(range.y0, -1.25 - 0.2);
+    QCOMPARE(range.x1, 3.5 + 0.2);
+    QCOMPARE(range.y1, 3.5 + 0.2);
+}
+
+void tst_ComparisonGraph::looksLikeSingleLinesAndCircles_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<double>("lower");
+    QTest::addColumn<double>("upper");
+    QTest::newRow("one") << evenSize << 2.0 << 3.0;
+    QTest::newRow("odd size") << QSize(433, 311) << 2.0 << 3.0;
+    QTest::newRow("tiny") << QSize(30, 30) << 2.0 << 3.0;
+    QTest::newRow("no distance") << evenSize << 2.5 << 2.5;
+    QTest::newRow("a lot of lines") << evenSize << -20.0 << 25.0;
+    QTest::newRow("more lines than pixels") << evenSize << -50.0 << 55.0;
+    QTest::newRow("falling") << evenSize << 3.0 << 2.0;
+    QTest::newRow("little less") << evenSize << 2.52 << 2.48;
+}
+
+void tst_ComparisonGraph::looksLikeSingleLinesAndCircles()
+{
+    QFETCH(QSize, size);
+    QFETCH(double, lower);
+    QFETCH(double, upper);
+    const QList<PlainPoint> points{{2.41, 2.53, Qt::blue},  {2.5, 2.5, QColor(0, 160, 0)},
+                                   {2.91, 2.14, Qt::black}, {2.91, 2.15, QColor(240, 0, 240)},
+                                   {3.3, 1.7, Qt::blue},    {2.55, 2.43, Qt::black}};
+    ComparisonGraph graph;
+    fill(&graph, lower, upper, points);
+    QVERIFY(isSamePicture(painted(graph, size), plain(lower, upper, points, size)));
+}
+
+void tst_ComparisonGraph::lastPointWithoutAPlaceLeavesNoRed()
+{
+    ComparisonGraph graph;
+    fill(&graph, 2.0, 3.0, {{2.5, 2.35, Qt::blue}, {notANumber, 2.5, Qt::blue}});
+    const QImage image = painted(graph);
+    QCOMPARE(countOf(image, image.rect(), Qt::red), 0);
+    QVERIFY(countOf(image, image.rect(), Qt::blue) > 12);
+}
+
+void tst_ComparisonGraph::diagonalGoesNoFurtherThanTheValences()
+{
+    ComparisonGraph graph;
+    fill(&graph, 2.0, 3.0, {{2.5, 2.35, Qt::blue}});
+    const QImage image = painted(graph);
+    // From column 38 + 47.1 to 38 + 282.9 and from row 232 - 31.4 to 232 - 188.6.
+    const QRect part(QPoint(85, 43), QPoint(320, 200));
+    QCOMPARE(image.pixelColor(85, 200), QColor(0, 200, 0));
+    QCOMPARE(image.pixelColor(320, 43), QColor(0, 200, 0));
+    QCOMPARE(countOf(image, image.rect(), QColor(0, 200, 0)),
+             countOf(image, part, QColor(0, 200, 0)));
+}
+
+void tst_ComparisonGraph::linesOfTheGridAreUnderTheDiagonal()
+{
+    ComparisonGraph graph;
+    fill(&graph, 2.0, 3.0, {{2.5, 2.15, Qt::blue}});
+    const QImage image = painted(graph);
+    // A pixel of the diagonal in each column that it crosses.
+    for (int x = 85; x <= 320; ++x) {
+        QVERIFY(countOf(image, QRect(x, 13, 1, 219), QColor(0, 200, 0)) >= 1);
+    }
+}
+
+QTEST_MAIN(tst_ComparisonGraph)
+#include "tst_ComparisonGraph.moc"

@@ -1,0 +1,365 @@
+// Grid lines: the picture of a plain loop, in a time that the widget bounds.
+#include "display/GridLines.h"
+
+#include "display/ChCoord.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QRandomGenerator>
+#include <QSet>
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+using display::GridValues;
+
+namespace
+{
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinite = std::numeric_limits<double>::infinity();
+constexpr double huge = std::numeric_limits<double>::max();
+constexpr double least = std::numeric_limits<double>::denorm_min();
+
+constexpr int width = 400;
+constexpr int height = 300;
+
+// Where a pixel takes a second line, it is darker than where it takes one.
+const QColor translucent(0, 0, 200, 90);
+const QColor opaque(0, 0, 200);
+
+/// A surface of 400 by 300 pixels whose plot area runs from 40 to 380 and from
+/// 270 up to 15.
+struct Surface : ChCoord {
+    Surface(double x0, double y0, double x1, double y1)
+    {
+        setScreen(0, height, width, 0);
+        computeArea();
+        setReal(x0, y0, x1, y1);
+    }
+};
+
+QImage whiteImage()
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    return image;
+}
+
+QImage grid(const ChCoord& cc, const GridValues& values, bool vertical,
+            const QColor& pen = translucent)
+{
+    QImage image = whiteImage();
+    QPainter p(&image);
+    p.setPen(pen);
+    vertical ? display::drawVerticalGrid(&p, cc, values)
+             : display::drawHorizontalGrid(&p, cc, values);
+    return image;
+}
+
+/// One line across the picture at each of these pixels.
+QImage lines(const QSet<int>& pixels, bool vertical, const QColor& pen = translucent)
+{
+    QImage image = whiteImage();
+    QPainter p(&image);
+    p.setPen(pen);
+    for (const int at : pixels) {
+        vertical ? p.drawLine(at, 0, at, height) : p.drawLine(0, at, width, at);
+    }
+    return image;
+}
+
+/// Walks all values, in view or not; for those that are not too many.
+QImage plainGrid(const ChCoord& cc, const GridValues& values, bool vertical)
+{
+    const double slope =
+        vertical ? 340.0 / (cc.realX1 - cc.realX0) : -255.0 / (cc.realY1 - cc.realY0);
+    const double from = vertical ? cc.realX0 : cc.realY0;
+    const double origin = vertical ? 40.0 : 270.0;
+    QSet<int> pixels;
+    for (int i = 0; values.first + i * values.step <= values.last; ++i) {
+        const double place = slope * (values.first + i * values.step - from) + origin;
+        if (place > -1.0 && place < (vertical ? width : height)) {
+            pixels.insert(static_cast<int>(place));
+        }
+    }
+    return lines(pixels, vertical, opaque);
+}
+
+/// The same on both axes.
+bool looksPlain(const ChCoord& cc, const GridValues& values)
+{
+    return grid(cc, values, true, opaque) == plainGrid(cc, values, true) &&
+           grid(cc, values, false, opaque) == plainGrid(cc, values, false);
+}
+
+bool isEmpty(const ChCoord& cc, const GridValues& values)
+{
+    return grid(cc, values, true) == whiteImage() && grid(cc, values, false) == whiteImage();
+}
+
+} // namespace
+
+class tst_GridLines : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void linesStandAtTheirValues();
+    void linesCrossTheWholeWidget();
+    void linesTakeThePen();
+    void looksLikeAPlainLoop_data();
+    void looksLikeAPlainLoop();
+    void anyGridLooksLikeAPlainLoop();
+    void denseGridHasOneLineAPixel();
+    void millionsOfLinesAreOneAPixel();
+    void zoomInAGreatGridKeepsItsPlaces();
+    void firstValueIsALineWithoutASecond();
+    void gridsOfNothing_data();
+    void gridsOfNothing();
+    void anyNumbersComeBack();
+    void valenceGridEndsWithinHalfAStep();
+};
+
+// 20 pixels a unit on x, 51 on y.
+void tst_GridLines::linesStandAtTheirValues()
+{
+    const Surface cc(10, -1, 27, 4);
+    QCOMPARE(grid(cc, {12, 2.51, 20}, true), lines({80, 130, 180, 230}, true));
+    QCOMPARE(grid(cc, {-0.5, 1.1, 3}, false), lines({244, 188, 132, 76}, false));
+    // Beyond the plot area as far as the widget goes.
+    QCOMPARE(grid(cc, {7, 1.5, 29}, true),
+             lines({10, 40, 70, 100, 130, 160, 190, 220, 250, 280, 310, 340, 370}, true));
+}
+
+void tst_GridLines::linesCrossTheWholeWidget()
+{
+    const Surface cc(10, -1, 27, 4);
+    const QImage vertical = grid(cc, {15, 100, 16}, true);
+    const QImage horizontal = grid(cc, {0, 100, 1}, false);
+    const QColor line = vertical.pixelColor(140, 100);
+    QVERIFY(line != Qt::white);
+    for (int y = 0; y < height; ++y) {
+        QCOMPARE(vertical.pixelColor(140, y), line);
+    }
+    for (int x = 0; x < width; ++x) {
+        QCOMPARE(horizontal.pixelColor(x, 219), line);
+    }
+}
+
+void tst_GridLines::linesTakeThePen()
+{
+    const Surface cc(10, -1, 27, 4);
+    QImage image = whiteImage();
+    QPainter p(&image);
+    p.setPen(QPen(Qt::red, 3));
+    display::drawVerticalGrid(&p, cc, {15, 100, 16});
+    p.setPen(Qt::green);
+    display::drawHorizontalGrid(&p, cc, {0, 100, 1});
+    p.end();
+    for (int x = 136; x <= 144; ++x) {
+        QCOMPARE(image.pixelColor(x, 50), QColor(x >= 139 && x <= 141 ? Qt::red : Qt::white));
+    }
+    QCOMPARE(image.pixelColor(140, 219), QColor(Qt::green));
+    QCOMPARE(display::gridColor, QColor(200, 200, 255));
+}
+
+void tst_GridLines::looksLikeAPlainLoop_data()
+{
+    QTest::addColumn<QRectF>("range");         // left, top to right, bottom: x0, y0 to x1, y1
+    QTest::addColumn<QList<double>>("values"); // first, step, last
+    const auto range = [](double x0, double y0, double x1, double y1) {
+        return QRectF(x0, y0, x1 - x0, y1 - y0);
+    };
+    using Values = QList<double>;
+    QTest::newRow("tenths") << range(1.8, 1.8, 3.2, 3.2) << Values{2.0, 0.1, 3.05};
+    QTest::newRow("all in view") << range(10, 10, 27, 27) << Values{12, 1.25, 25};
+    QTest::newRow("beyond both ends") << range(10, 10, 27, 27) << Values{-200, 0.7, 300};
+    QTest::newRow("begin out of view") << range(10, 10, 27, 27) << Values{-200.5, 3.3, 15};
+    QTest::newRow("end out of view") << range(10, 10, 27, 27) << Values{15, 3.3, 1500};
+    QTest::newRow("wholly before") << range(10, 10, 27, 27) << Values{-50, 1, -20};
+    QTest::newRow("wholly after") << range(10, 10, 27, 27) << Values{80, 1, 90};
+    QTest::newRow("between two lines") << range(10, 10, 11, 11) << Values{0, 100, 500};
+    QTest::newRow("reversed axes") << range(27, 27, 10, 10) << Values{-200, 0.7, 300};
+    QTest::newRow("reversed axes, begin in view") << range(27, 27, 10, 10) << Values{15, 0.7, 300};
+    QTest::newRow("last is one of them") << range(0, 0, 17, 17) << Values{1, 2, 9};
+    QTest::newRow("a pixel apart on x") << range(0, 0, 340, 340) << Values{-100, 1, 500};
+    QTest::newRow("a pixel apart on y") << range(0, 0, 255, 255) << Values{-100, 1, 500};
+    QTest::newRow("little more than a pixel") << range(0, 0, 337, 251) << Values{-60, 1, 500};
+    QTest::newRow("dense") << range(0, 0, 1000, 1000) << Values{200, 1, 700};
+    QTest::newRow("dense beyond both ends") << range(0, 0, 1000, 1000) << Values{-9000, 1, 9000};
+    QTest::newRow("dense, reversed axes") << range(1000, 1000, 0, 0) << Values{200, 1, 700};
+    QTest::newRow("dense, before") << range(0, 0, 1000, 1000) << Values{-9000, 1, -500};
+    QTest::newRow("dense, after") << range(0, 0, 1000, 1000) << Values{1500, 1, 9000};
+    QTest::newRow("dense, to the left end") << range(0, 0, 1000, 1000) << Values{-9000, 1, -118};
+    QTest::newRow("dense, from the right end") << range(0, 0, 1000, 1000) << Values{1057, 1, 1070};
+}
+
+void tst_GridLines::looksLikeAPlainLoop()
+{
+    QFETCH(QRectF, range);
+    QFETCH(QList<double>, values);
+    const Surface cc(range.left(), range.top(), range.left() + range.width(),
+                     range.top() + range.height());
+    QVERIFY(looksPlain(cc, {values.at(0), values.at(1), values.at(2)}));
+}
+
+void tst_GridLines::anyGridLooksLikeAPlainLoop()
+{
+    QRandomGenerator random(7);
+    const auto number = [&random](double span) { return span * (random.generateDouble() - 0.5); };
+    int seen = 0;
+    for (int i = 0; i < 400; ++i) {
+        const double x0 = number(20.0);
+        const double y0 = number(20.0);
+        const Surface cc(x0, y0, x0 + number(40.0), y0 + number(40.0));
+        const GridValues values{number(60.0), std::pow(10.0, number(4.0) - 0.5), number(90.0)};
+        QVERIFY2(looksPlain(cc, values), qPrintable(QStringLiteral("%1 %2 %3, x %4 %5, y %6 %7")
+                                                        .arg(values.first)
+                                                        .arg(values.step)
+                                                        .arg(values.last)
+                                                        .arg(cc.realX0)
+                                                        .arg(cc.realX1)
+                                                        .arg(cc.realY0)
+                                                        .arg(cc.realY1)));
+        seen += isEmpty(cc, values) ? 0 : 1;
+    }
+    QVERIFY(seen > 100);
+}
+
+// A tenth of a pixel apart, from column 57 to 210.
+void tst_GridLines::denseGridHasOneLineAPixel()
+{
+    const Surface cc(0, 0, 340, 255);
+    QSet<int> columns;
+    for (int x = 57; x <= 210; ++x) {
+        columns.insert(x);
+    }
+    QCOMPARE(grid(cc, {17.05, 0.1, 170.5}, true), lines(columns, true));
+}
+
+void tst_GridLines::millionsOfLinesAreOneAPixel()
+{
+    QSet<int> columns;
+    for (int x = 0; x < width; ++x) {
+        columns.insert(x);
+    }
+    QSet<int> rows;
+    for (int y = 0; y < height; ++y) {
+        rows.insert(y);
+    }
+    for (const double end : {1e7, 1e12, 1e300}) {
+        const Surface cc(0, 0, end, end);
+        QCOMPARE(grid(cc, {-end, 0.1, 2 * end}, true), lines(columns, true));
+        QCOMPARE(grid(cc, {-end, 0.1, 2 * end}, false), lines(rows, false));
+    }
+}
+
+// A step is 34 pixels on x and 25.5 on y; the first of a thousand million lines
+// lies far to the left. The range begins at a line and a half.
+void tst_GridLines::zoomInAGreatGridKeepsItsPlaces()
+{
+    const Surface cc(5e8 + 0.5, 5e8 + 0.5, 5e8 + 10.5, 5e8 + 10.5);
+    const GridValues values{0.0, 1.0, 1e9};
+    QSet<int> columns;
+    for (int k = -1; k <= 10; ++k) {
+        columns.insert(40 + 17 + 34 * k);
+    }
+    QCOMPARE(grid(cc, values, true), lines(columns, true));
+    QSet<int> rows;
+    for (int k = -1; k <= 10; ++k) {
+        const double place = 270.0 - 12.75 - 25.5 * k;
+        if (place > -1.0) {
+            rows.insert(static_cast<int>(place));
+        }
+    }
+    QCOMPARE(grid(cc, values, false), lines(rows, false));
+}
+
+void tst_GridLines::firstValueIsALineWithoutASecond()
+{
+    const Surface cc(10, -1, 27, 4);
+    QCOMPARE(grid(cc, {15, 3, 15}, true), lines({140}, true));
+    QCOMPARE(grid(cc, {15, 3, 17.9}, true), lines({140}, true));
+    QCOMPARE(grid(cc, {15, 1e300, 16}, true), lines({140}, true));
+    QCOMPARE(grid(cc, {0, 3, 0}, false), lines({219}, false));
+}
+
+void tst_GridLines::gridsOfNothing_data()
+{
+    QTest::addColumn<QList<double>>("values"); // first, step, last
+    using Values = QList<double>;
+    QTest::newRow("last below the first") << Values{20, 1, 19.999};
+    QTest::newRow("last far below the first") << Values{1e300, 1, -1e300};
+    QTest::newRow("no step") << Values{12, 0, 20};
+    QTest::newRow("step down") << Values{12, -1, 20};
+    QTest::newRow("step down to a last below") << Values{20, -1, 12};
+    QTest::newRow("NaN first") << Values{notANumber, 1, 20};
+    QTest::newRow("NaN step") << Values{12, notANumber, 20};
+    QTest::newRow("NaN last") << Values{12, 1, notANumber};
+    QTest::newRow("infinite first") << Values{-infinite, 1, 20};
+    QTest::newRow("infinite step") << Values{12, infinite, 20};
+    QTest::newRow("infinite last") << Values{12, 1, infinite};
+    QTest::newRow("all infinite") << Values{-infinite, infinite, infinite};
+}
+
+void tst_GridLines::gridsOfNothing()
+{
+    QFETCH(QList<double>, values);
+    const GridValues grid{values.at(0), values.at(1), values.at(2)};
+    QVERIFY(isEmpty(Surface(10, 10, 27, 27), grid));
+    QVERIFY(isEmpty(Surface(27, 27, 10, 10), grid));
+}
+
+// Each of them in an instant; what is seen of most is nobody's business.
+void tst_GridLines::anyNumbersComeBack()
+{
+    const QList<double> numbers{0,    0.1,   -1,       1e17,      1e300,     -1e300,
+                                huge, least, infinite, -infinite, notANumber};
+    QImage some = whiteImage();
+    QImage none = whiteImage(); // what no grid was drawn on
+    for (const double first : numbers) {
+        for (const double step : numbers) {
+            for (const double last : numbers) {
+                const bool isGrid =
+                    std::isfinite(first) && step > 0.0 && step < infinite && std::isfinite(last);
+                QPainter p(isGrid ? &some : &none);
+                for (const auto& [from, to] : {std::pair{0.0, 10.0}, std::pair{-huge, huge},
+                                               std::pair{0.0, least}, std::pair{2e17, 1e17}}) {
+                    const Surface cc(from, from, to, to);
+                    display::drawVerticalGrid(&p, cc, {first, step, last});
+                    display::drawHorizontalGrid(&p, cc, {first, step, last});
+                }
+            }
+        }
+    }
+    QVERIFY(some != whiteImage());
+    QCOMPARE(none, whiteImage());
+}
+
+void tst_GridLines::valenceGridEndsWithinHalfAStep()
+{
+    const GridValues values = display::valenceGrid(2.0, 3.0);
+    QCOMPARE(values.first, 2.0);
+    QCOMPARE(values.step, 0.1);
+    QCOMPARE(values.last, 3.05);
+    // 2 to 3 in eleven lines; of 2.36 the fifth, of 2.34 the fourth is the last.
+    const Surface cc(1.9, 0, 3.6, 1); // 200 pixels a unit, from 60.0 on
+    const auto linesOf = [&cc](double upper) {
+        int count = 0;
+        const QImage image = grid(cc, display::valenceGrid(2.0, upper), true);
+        for (int x = 0; x < width; ++x) {
+            count += image.pixelColor(x, 9) == Qt::white ? 0 : 1;
+        }
+        return count;
+    };
+    QCOMPARE(linesOf(3.0), 11);
+    QCOMPARE(linesOf(2.36), 5);
+    QCOMPARE(linesOf(2.34), 4);
+    QCOMPARE(linesOf(1.96), 1);
+    QCOMPARE(linesOf(1.94), 0);
+}
+
+QTEST_MAIN(tst_GridLines)
+#include "tst_GridLines.moc"

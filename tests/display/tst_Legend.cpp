@@ -1,0 +1,158 @@
+// The rows of a legend: where they are drawn, and where a press hits them.
+#include "display/Legend.h"
+
+#include "display/ChCoord.h"
+
+#include <QTest>
+
+namespace
+{
+
+/// The plot area of a surface with the margins of a plot.
+struct Plot : ChCoord {
+    explicit Plot(int width, int height)
+    {
+        setScreen(0, height, width, 0);
+        computeArea();
+    }
+};
+
+} // namespace
+
+class tst_Legend : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void boxesOfTheRows_data();
+    void boxesOfTheRows();
+    void pressesThatHit_data();
+    void pressesThatHit();
+    void rowsNeverShareAPress();
+    void leftmostStripOfADrawnBoxIsDead();
+    void hitReachesBeyondTheDrawnBoxAtItsRight();
+    void tinyPlotHasNothingToHit();
+    void followsThePlotAsItIsNow();
+};
+
+void tst_Legend::boxesOfTheRows_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QRectF>("box");
+    // Area from column 40 to 380 and from row 270 up to 15. Rows of text are 12
+    // pixels high (12.75), the text 10 (10.2), the gap above it 1 (1.8). A box is
+    // 2 * 40 wide and begins 2.1 * 40 before 380.
+    QTest::newRow("first") << QSize(400, 300) << 0 << QRectF(296, 16, 80, 10);
+    QTest::newRow("second") << QSize(400, 300) << 1 << QRectF(296, 28, 80, 10);
+    QTest::newRow("eighth") << QSize(400, 300) << 7 << QRectF(296, 100, 80, 10);
+    // Margins of 52 and 26 columns (52.9, 26.45), of 27 and 13 rows (27.7, 13.85):
+    // to column 503 and from row 250 up to 13, in rows of 11 (11.85), text 9.
+    QTest::newRow("odd, third") << QSize(529, 277) << 2 << QRectF(503 - 2.1 * 52, 36, 104, 9);
+    // 20 rows of exactly 17 pixels: 340 of 400.
+    QTest::newRow("even, first") << QSize(200, 400) << 0 << QRectF(148, 22, 40, 14);
+}
+
+void tst_Legend::boxesOfTheRows()
+{
+    QFETCH(QSize, size);
+    QFETCH(int, row);
+    QFETCH(QRectF, box);
+    const Plot plot(size.width(), size.height());
+    QCOMPARE(Legend(plot).box(row).normalized(), box);
+}
+
+void tst_Legend::pressesThatHit_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QList<QRect>>("rows"); // the pixels that hit
+    // From 380 - 80 to 380, both excluded; the first row's lower edge is 15 + 12
+    // and its upper one 10 above, both excluded.
+    QTest::newRow("400 by 300") << QSize(400, 300)
+                                << QList<QRect>{{301, 18, 79, 9},
+                                                {301, 30, 79, 9},
+                                                {301, 42, 79, 9},
+                                                {301, 54, 79, 9}};
+    QTest::newRow("529 by 277") << QSize(529, 277)
+                                << QList<QRect>{{400, 16, 103, 8}, {400, 27, 103, 8}};
+    // Rows of 16 (340 / 20 = 17, but of 399 by 39 and 19: 341 / 20).
+    QTest::newRow("200 by 399") << QSize(200, 399) << QList<QRect>{{151, 23, 39, 13}};
+}
+
+void tst_Legend::pressesThatHit()
+{
+    QFETCH(QSize, size);
+    QFETCH(QList<QRect>, rows);
+    const Plot plot(size.width(), size.height());
+    const Legend legend(plot);
+    for (int row = 0; row < rows.size(); ++row) {
+        for (int y = -5; y < size.height() + 5; ++y) {
+            for (int x = -5; x < size.width() + 5; ++x) {
+                if (legend.isHit(row, {x, y}) != rows.at(row).contains(x, y)) {
+                    QFAIL(qPrintable(QStringLiteral("%1: %2, %3").arg(row).arg(x).arg(y)));
+                }
+            }
+        }
+    }
+}
+
+void tst_Legend::rowsNeverShareAPress()
+{
+    const Plot plot(387, 257);
+    const Legend legend(plot);
+    for (int y = 0; y < 257; ++y) {
+        int hits = 0;
+        for (int row = 0; row < 20; ++row) {
+            hits += legend.isHit(row, {330, y}) ? 1 : 0;
+        }
+        // Rows of 11 pixels from row 12 on: of each, 8 hit after 3 that do not.
+        const bool inARow = y >= 12 && y < 12 + 20 * 11 && (y - 12) % 11 >= 3;
+        QCOMPARE(hits, inARow ? 1 : 0);
+    }
+}
+
+void tst_Legend::leftmostStripOfADrawnBoxIsDead()
+{
+    const Plot plot(400, 300);
+    const Legend legend(plot);
+    for (int x = 296; x <= 300; ++x) { // a tenth of 40 pixels, and the border
+        QVERIFY(legend.box(0).normalized().contains(QPointF(x, 20)));
+        QVERIFY(!legend.isHit(0, {x, 20}));
+    }
+    QVERIFY(legend.isHit(0, {301, 20}));
+}
+
+void tst_Legend::hitReachesBeyondTheDrawnBoxAtItsRight()
+{
+    const Plot plot(400, 300);
+    const Legend legend(plot);
+    QVERIFY(!legend.box(0).normalized().contains(QPointF(379, 20)));
+    QVERIFY(legend.isHit(0, {379, 20}));
+}
+
+void tst_Legend::tinyPlotHasNothingToHit()
+{
+    const Plot plot(9, 9); // no margin at all, and rows of 0 pixels
+    const Legend legend(plot);
+    for (int y = -2; y < 11; ++y) {
+        for (int x = -2; x < 11; ++x) {
+            QVERIFY(!legend.isHit(0, {x, y}));
+        }
+    }
+}
+
+void tst_Legend::followsThePlotAsItIsNow()
+{
+    Plot plot(400, 300);
+    plot.textFill = 0.5;
+    plot.titleDiv = 10; // rows of 25 pixels (25.5), 12 of them text, a gap of 12
+    plot.marginLeft = 0.2;
+    const Legend legend(plot);
+    QCOMPARE(legend.box(1).normalized(), QRectF(380 - 168, 15 + 12 + 25, 160, 12));
+    QVERIFY(legend.isHit(1, {221, 15 + 50 - 11}));
+    QVERIFY(!legend.isHit(1, {221, 15 + 50 - 12}));
+    QVERIFY(!legend.isHit(1, {220, 15 + 50 - 11}));
+}
+
+QTEST_APPLESS_MAIN(tst_Legend)
+#include "tst_Legend.moc"

@@ -1,0 +1,183 @@
+// The marks of single points: their pixels, and the points that have none.
+#include "display/PointMarks.h"
+
+#include "display/ChCoord.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QTest>
+
+#include <limits>
+
+namespace
+{
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinite = std::numeric_limits<double>::infinity();
+constexpr double huge = std::numeric_limits<double>::max();
+
+const QColor ink(10, 20, 230);
+
+/// A surface of 400 by 300 pixels whose plot area runs from 40 to 380 and from
+/// 270 up to 15, for x from 10 to 27 and y from -1 to 4: 20 and 51 pixels a unit.
+struct Surface : ChCoord {
+    Surface()
+    {
+        setScreen(0, 300, 400, 0);
+        computeArea();
+        setReal(10, -1, 27, 4);
+    }
+};
+
+QImage whiteImage()
+{
+    QImage image(400, 300, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    return image;
+}
+
+/// The circles of these radii on one place, each by a call of its own.
+QImage circles(const QPoint& centre, const QList<int>& radii)
+{
+    QImage image = whiteImage();
+    QPainter p(&image);
+    p.setPen(ink);
+    for (const int r : radii) {
+        p.drawEllipse(QRect(centre.x() - r, centre.y() - r, 2 * r, 2 * r));
+    }
+    return image;
+}
+
+} // namespace
+
+class tst_PointMarks : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void placeIsTheTruncatedPixel_data();
+    void placeIsTheTruncatedPixel();
+    void pointsOutOfViewHaveNoPlace_data();
+    void pointsOutOfViewHaveNoPlace();
+    void everyMarkThatReachesInHasAPlace();
+    void noRangeHasNoPlaces();
+    void circleStandsInTheSquareOfItsRadius();
+    void circleTakesThePenAndTheBrush();
+    void markIsACircleOfOneAndOneOfTwo();
+};
+
+void tst_PointMarks::placeIsTheTruncatedPixel_data()
+{
+    QTest::addColumn<QPointF>("point");
+    QTest::addColumn<QPoint>("place");
+    QTest::newRow("corner") << QPointF(10, -1) << QPoint(40, 270);
+    QTest::newRow("other corner") << QPointF(27, 4) << QPoint(380, 15);
+    QTest::newRow("inside") << QPointF(15.0, 0.0) << QPoint(140, 219);
+    QTest::newRow("fractions") << QPointF(15.04, -0.9 / 51.0) << QPoint(140, 219);
+    QTest::newRow("more of them") << QPointF(15.049, -0.1 / 51.0) << QPoint(140, 219);
+    QTest::newRow("in the margin") << QPointF(8.5, 4.2) << QPoint(10, 4);
+    QTest::newRow("just out of the left") << QPointF(8.0 - 0.9 / 20.0, 0.0) << QPoint(0, 219);
+}
+
+void tst_PointMarks::placeIsTheTruncatedPixel()
+{
+    QFETCH(QPointF, point);
+    QFETCH(QPoint, place);
+    const auto found = display::markPlace(Surface(), point.x(), point.y());
+    QVERIFY(found);
+    QCOMPARE(*found, place);
+}
+
+void tst_PointMarks::pointsOutOfViewHaveNoPlace_data()
+{
+    QTest::addColumn<QPointF>("point");
+    for (const auto& [name, value] :
+         {std::pair{"NaN", notANumber}, std::pair{"infinite", infinite},
+          std::pair{"negative infinite", -infinite}, std::pair{"1e300", 1e300},
+          std::pair{"-1e300", -1e300}, std::pair{"largest", huge}, std::pair{"1e9", 1e9},
+          std::pair{"far", 400.0}}) {
+        QTest::addRow("%s on x", name) << QPointF(value, 0.0);
+        QTest::addRow("%s on y", name) << QPointF(15.0, value);
+        QTest::addRow("%s on both", name) << QPointF(value, -value);
+    }
+}
+
+void tst_PointMarks::pointsOutOfViewHaveNoPlace()
+{
+    QFETCH(QPointF, point);
+    QVERIFY(!display::markPlace(Surface(), point.x(), point.y()));
+}
+
+// Whole pixels, so that truncation does not matter: a mark of radius 2 shows from
+// two pixels left of the picture to one pixel right of it, the same on y.
+void tst_PointMarks::everyMarkThatReachesInHasAPlace()
+{
+    const Surface cc;
+    for (int off = -8; off <= 8; ++off) {
+        for (const QPoint& at :
+             {QPoint(off, 100), QPoint(400 + off, 100), QPoint(100, off), QPoint(100, 300 + off)}) {
+            const double x = 10.0 + (at.x() + 0.5 - 40.0) / 20.0;
+            const double y = (270.0 - at.y() - 0.5) / 51.0 - 1.0;
+            const bool shows = circles(at, {2}) != whiteImage();
+            const auto place = display::markPlace(cc, x, y);
+            QVERIFY2(place || !shows, qPrintable(QStringLiteral("%1 %2").arg(at.x()).arg(at.y())));
+            if (at.x() >= 0 && at.y() >= 0 && at.x() < 400 && at.y() < 300) {
+                QCOMPARE(*place, at);
+            }
+        }
+    }
+    QVERIFY(!display::markPlace(cc, 10.0 + (-4.0 - 40.0) / 20.0, 0.0));
+    QVERIFY(!display::markPlace(cc, 10.0 + (404.0 - 40.0) / 20.0, 0.0));
+}
+
+void tst_PointMarks::noRangeHasNoPlaces()
+{
+    Surface cc;
+    cc.setRealX(15, 15);
+    QVERIFY(!display::markPlace(cc, 15.0, 0.0));
+    cc.setReal(10, notANumber, 27, 4);
+    QVERIFY(!display::markPlace(cc, 15.0, 0.0));
+}
+
+void tst_PointMarks::circleStandsInTheSquareOfItsRadius()
+{
+    for (const int radius : {1, 2, 5}) {
+        QImage image = whiteImage();
+        QPainter p(&image);
+        p.setPen(ink);
+        display::drawCircle(&p, {150, 120}, radius);
+        p.end();
+        QCOMPARE(image, circles({150, 120}, {radius}));
+        QCOMPARE(image.pixelColor(150, 120 - radius), ink);
+        QCOMPARE(image.pixelColor(150 - radius, 120), ink);
+        QCOMPARE(image.pixelColor(150, 120), QColor(Qt::white));
+    }
+}
+
+void tst_PointMarks::circleTakesThePenAndTheBrush()
+{
+    QImage image = whiteImage();
+    QPainter p(&image);
+    p.setPen(Qt::red);
+    p.setBrush(Qt::green);
+    display::drawCircle(&p, {150, 120}, 4);
+    p.end();
+    QCOMPARE(image.pixelColor(150, 116), QColor(Qt::red));
+    QCOMPARE(image.pixelColor(150, 120), QColor(Qt::green));
+}
+
+void tst_PointMarks::markIsACircleOfOneAndOneOfTwo()
+{
+    for (const QPoint& at : {QPoint(150, 120), QPoint(0, 0), QPoint(-2, 299), QPoint(401, 3)}) {
+        QImage image = whiteImage();
+        QPainter p(&image);
+        p.setPen(ink);
+        display::drawMark(&p, at);
+        p.end();
+        QCOMPARE(image, circles(at, {1, 2}));
+        QVERIFY(image != circles(at, {1}));
+    }
+}
+
+QTEST_MAIN(tst_PointMarks)
+#include "tst_PointMarks.moc"

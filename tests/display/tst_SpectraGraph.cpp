@@ -1,0 +1,387 @@
+// The graph of all spectra, by itself.
+#include "display/SpectraGraph.h"
+
+#include "data/AMutE.h"
+#include "display/DispABase.h"
+#include "support/PlainSpectra.h"
+
+#include <QTest>
+
+#include <limits>
+
+using namespace tests;
+
+namespace
+{
+
+// Columns 38 to 368, rows 232 up to 12: 330 by 220 pixels.
+const QSize evenSize(387, 257);
+const PlotRange evenRange{8300.0, -0.1, 8450.0, 2.1};
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinite = std::numeric_limits<double>::infinity();
+
+/// A valid spectrum that is presented as read.
+AMutE spectrumOf(const QList<QPointF>& energyAndMut)
+{
+    AMutE spectrum;
+    spectrum.valid = true;
+    for (const QPointF& point : energyAndMut) {
+        spectrum.points.append({0.0, point.x(), point.y()});
+    }
+    return spectrum;
+}
+
+/// A graph of the window from 8300 to 8450 about 8350 with its own spectra, and
+/// the picture that it is to give.
+struct Drawing {
+    explicit Drawing(const QSize& size = evenSize, const PlotRange& values = evenRange)
+        : wanted(size, values)
+    {
+        graph.edge = wanted.edge = 8350.0;
+        graph.from = wanted.from = 8300.0;
+        graph.to = wanted.to = 8450.0;
+        wanted.xTitle = QStringLiteral("over");
+        wanted.yTitle = QStringLiteral("up");
+    }
+
+    void add(const AMutE& spectrum, const QColor& color, int width, const QString& name)
+    {
+        graph.curves.append({&spectrum, color, width, name});
+        QList<QPointF> points;
+        for (const MutPoint& point : spectrum.points) {
+            points.append({point.energy - spectrum.dE, point.mut});
+        }
+        if (spectrum.valid) {
+            wanted.curves.append({points, color, width, name, spectrum.switchedOn});
+        }
+    }
+
+    QImage painted()
+    {
+        DispABase frame;
+        frame.xTitleInArea = true;
+        frame.yTitleInArea = true;
+        frame.DispA->setFixedSize(wanted.place.size);
+        QObject::connect(&frame, &DispABase::draw, &frame, [&](QStylePainter* p) {
+            graph.paint(&frame, p, wanted.xTitle, wanted.yTitle, &range);
+        });
+        return frame.DispA->grab().toImage();
+    }
+
+    bool isRight() { return isSamePicture(painted(), wanted.picture()); }
+
+    SpectraGraph graph;
+    PlainSpectra wanted;
+    Graph::Range range;
+};
+
+const QList<QPointF> wave{{8280, 1.1}, {8310, 0.0}, {8340, 2.0}, {8370, 0.3}, {8470, 1.9}};
+
+} // namespace
+
+class tst_SpectraGraph : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void withoutPointsItIsEmpty();
+    void rangeIsTheWindowAndATwentiethAround();
+    void rangeOfOneValueHasNoHeight();
+    void rangeWithoutAValueIsNotFitted();
+    void rangeOfNaNsIsNotFitted();
+    void looksLikeSingleLines_data();
+    void looksLikeSingleLines();
+    void widthOfACurveIsThatOfItsPen_data();
+    void widthOfACurveIsThatOfItsPen();
+    void orderOfDrawingIsGuidesMarksCurvesFit();
+    void legendStandsOverFrameAndCurves();
+    void curveWithoutSpectrumToShowIsLeftOut_data();
+    void curveWithoutSpectrumToShowIsLeftOut();
+    void valuesWithoutAPlaceBreakACurve();
+    void energiesWithoutAPlaceAreLeftOut();
+    void fitTakesItsShiftButNoPresentation();
+    void legendTextsFillTheirRowsWithoutACeiling();
+    void windowTheWrongWayRoundShowsNoValue();
+};
+
+void tst_SpectraGraph::withoutPointsItIsEmpty()
+{
+    Drawing drawing;
+    QVERIFY(drawing.graph.isEmpty());
+    const AMutE none = spectrumOf({});
+    drawing.add(none, Qt::black, 2, "none");
+    QVERIFY(drawing.graph.isEmpty());
+    QVERIFY(isBlank(drawing.painted()));
+    const AMutE fit = spectrumOf(wave);
+    drawing.graph.fitted = &fit;
+    QVERIFY(drawing.graph.isEmpty());
+    AMutE one = spectrumOf({{8000, 1}});
+    one.valid = one.switchedOn = false;
+    drawing.add(one, Qt::black, 2, "one");
+    QVERIFY(!drawing.graph.isEmpty());
+}
+
+void tst_SpectraGraph::rangeIsTheWindowAndATwentiethAround()
+{
+    Drawing drawing;
+    const AMutE first = spectrumOf({{8299.9, 99}, {8300, -1}, {8400, 2}, {8450.1, 99}});
+    const AMutE second = spectrumOf({{8450, 4}});
+    drawing.add(first, Qt::black, 2, "first");
+    drawing.add(second, Qt::red, 1, "second");
+    const Graph::Range range = drawing.graph.range();
+    QVERIFY(range.isFitted);
+    QCOMPARE(range.x0, 8300.0);
+    QCOMPARE(range.x1, 8450.0);
+    QCOMPARE(range.y0, -1.25);
+    QCOMPARE(range.y1, 4.25);
+    // The lines of a presentation are asked for, too.
+    drawing.graph.kind = AMutE::lessPostEdge;
+    drawing.graph.curves.removeLast();
+    AMutE lifted = spectrumOf({{8400, 4}, {8410, 6}});
+    lifted.postLine = {10.0, 0.0, 0.0};
+    drawing.graph.curves.first().spectrum = &lifted;
+    QCOMPARE(drawing.graph.range().y0, -6.0 - 0.1);
+    QCOMPARE(drawing.graph.range().y1, -4.0 + 0.1);
+}
+
+void tst_SpectraGraph::rangeOfOneValueHasNoHeight()
+{
+    Drawing drawing;
+    const AMutE level = spectrumOf({{8310, 0.7}, {8400, 0.7}});
+    drawing.add(level, Qt::black, 2, "level");
+    QVERIFY(drawing.graph.range().isFitted);
+    QCOMPARE(drawing.graph.range().y0, 0.7);
+    QCOMPARE(drawing.graph.range().y1, 0.7);
+    // No row for anything; the frame, the labels and the legend are there.
+    const QImage image = drawing.painted();
+    QCOMPARE(image.pixelColor(38, 100), QColor(150, 150, 150));
+    QVERIFY(countOf(image, QRect(288, 13, 76, 9), Qt::white) < 76 * 9);
+}
+
+void tst_SpectraGraph::rangeWithoutAValueIsNotFitted()
+{
+    Drawing drawing(evenSize, {8300.0, 0.0, 8450.0, 1.0});
+    const AMutE far = spectrumOf({{8000, 0.4}, {9000, 0.6}});
+    drawing.add(far, Qt::black, 2, "far");
+    const Graph::Range range = drawing.graph.range();
+    QVERIFY(!range.isFitted);
+    QCOMPARE(range.x0, 8300.0);
+    QCOMPARE(range.x1, 8450.0);
+    QCOMPARE(range.y0, 0.0);
+    QCOMPARE(range.y1, 1.0);
+    QVERIFY(drawing.isRight());
+}
+
+void tst_SpectraGraph::rangeOfNaNsIsNotFitted()
+{
+    Drawing drawing;
+    const AMutE nothing = spectrumOf({{8310, notANumber}, {8400, notANumber}});
+    drawing.add(nothing, Qt::black, 2, "nothing");
+    QVERIFY(!drawing.graph.isEmpty());
+    QVERIFY(!drawing.graph.range().isFitted);
+    const AMutE second = spectrumOf({{8310, 0.0}, {8400, 2.0}, {8410, notANumber}});
+    drawing.add(second, Qt::red, 2, "second");
+    QCOMPARE(drawing.graph.range().y0, -0.1);
+    QCOMPARE(drawing.graph.range().y1, 2.1);
+}
+
+void tst_SpectraGraph::looksLikeSingleLines_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("even") << evenSize;
+    QTest::newRow("odd") << QSize(433, 311);
+    QTest::newRow("high") << QSize(151, 433);
+    QTest::newRow("wide") << QSize(701, 123);
+    QTest::newRow("tiny") << QSize(40, 30);
+}
+
+void tst_SpectraGraph::looksLikeSingleLines()
+{
+    QFETCH(QSize, size);
+    Drawing drawing(size);
+    AMutE first = spectrumOf(wave);
+    first.dE = 4.5;
+    AMutE second = spectrumOf({{8300, 1.0}, {8445, 1.2}});
+    second.switchedOn = false;
+    const AMutE third = spectrumOf({{8441.2, 0.1}, {8391.5, 1.7}, {8391.5, 0.4}, {8307.0, 1.6}});
+    drawing.add(first, Qt::black, 2, "first spectrum with a long name");
+    drawing.add(second, Qt::red, 2, "second");
+    drawing.add(third, QColor(200, 200, 0), 1, "");
+    drawing.graph.marks = {{8313.0, true, false}, {8381.0, false, true}, {0.0, true, true}};
+    drawing.wanted.energies = {{8313.0, Qt::red, 1}, {8381.0, Qt::blue, 3}, {0.0, Qt::red, 3}};
+    const AMutE fit = spectrumOf({{8320, 0.2}, {8330, 1.9}, {8440, 1.0}});
+    drawing.graph.fitted = &fit;
+    drawing.wanted.fitted = {{8320, 0.2}, {8330, 1.9}, {8440, 1.0}};
+    QVERIFY(drawing.isRight());
+}
+
+void tst_SpectraGraph::widthOfACurveIsThatOfItsPen_data()
+{
+    QTest::addColumn<int>("width");
+    for (const int width : {1, 2, 3}) {
+        QTest::addRow("%d", width) << width;
+    }
+}
+
+void tst_SpectraGraph::widthOfACurveIsThatOfItsPen()
+{
+    QFETCH(int, width);
+    Drawing drawing;
+    const AMutE level = spectrumOf({{8310, 0.0}, {8311, 2.0}, {8320, 1.255}, {8440, 1.255}});
+    drawing.add(level, Qt::red, width, "");
+    const QImage image = drawing.painted();
+    QCOMPARE(countOf(image, QRect(200, 50, 1, 100), Qt::red), width);
+    QVERIFY(drawing.isRight());
+}
+
+// A level curve and a fit over a green guide and a mark, all on one crossing.
+void tst_SpectraGraph::orderOfDrawingIsGuidesMarksCurvesFit()
+{
+    Drawing drawing;
+    const AMutE level = spectrumOf({{8310, 0.0}, {8311, 2.0}, {8312, 1.0}, {8440, 1.0}});
+    drawing.add(level, Qt::black, 1, "");
+    const PlotPlace& place = drawing.wanted.place;
+    const QPoint crossing = place.pixel(8350.0, 1.0); // of the edge and the guide at 1
+    drawing.graph.curves.first().width = 1;
+    AMutE hidden = level;
+    hidden.switchedOn = false;
+    drawing.graph.curves.first().spectrum = &hidden;
+    QCOMPARE(drawing.painted().pixelColor(crossing), QColor(80, 255, 80));
+    drawing.graph.marks = {{8350.0, false, false}};
+    QCOMPARE(drawing.painted().pixelColor(crossing), QColor(Qt::blue));
+    drawing.graph.curves.first().spectrum = &level;
+    QCOMPARE(drawing.painted().pixelColor(crossing), QColor(Qt::black));
+    const AMutE fit = spectrumOf({{8320, 1.0}, {8400, 1.0}});
+    drawing.graph.fitted = &fit;
+    QCOMPARE(drawing.painted().pixelColor(crossing), QColor(255, 200, 255));
+}
+
+void tst_SpectraGraph::legendStandsOverFrameAndCurves()
+{
+    Drawing drawing;
+    AMutE off = spectrumOf({{8310, 0.0}, {8440, 2.0}});
+    off.switchedOn = false;
+    const AMutE steep = spectrumOf({{8430, 0.0}, {8430.5, 2.0}, {8440, 1.9}});
+    drawing.add(steep, Qt::black, 2, "");
+    for (int i = 0; i < 25; ++i) { // down over the outline at the bottom
+        drawing.add(off, Qt::red, 2, "");
+    }
+    const QImage image = drawing.painted();
+    QVERIFY(isAllOf(image, QRect(290, 24, 70, 9), QColor(220, 220, 220)));
+    QVERIFY(countOf(image, QRect(320, 23, 30, 209), Qt::black) > 0); // the curve between rows
+    // Row 19 lies on 13 + 19 * 11 and the next one on the outline's foot at 232.
+    QVERIFY(isAllOf(image, QRect(290, 222, 70, 9), QColor(220, 220, 220)));
+    QVERIFY(isAllOf(image, QRect(290, 233, 70, 3), QColor(220, 220, 220)));
+    QVERIFY(drawing.isRight());
+}
+
+void tst_SpectraGraph::curveWithoutSpectrumToShowIsLeftOut_data()
+{
+    QTest::addColumn<bool>("valid");
+    QTest::addColumn<bool>("on");
+    QTest::addColumn<bool>("drawn");
+    QTest::newRow("valid and on") << true << true << true;
+    QTest::newRow("off") << true << false << false;
+    QTest::newRow("not valid") << false << true << false;
+    QTest::newRow("neither") << false << false << false;
+}
+
+void tst_SpectraGraph::curveWithoutSpectrumToShowIsLeftOut()
+{
+    QFETCH(bool, valid);
+    QFETCH(bool, on);
+    QFETCH(bool, drawn);
+    Drawing drawing;
+    AMutE spectrum = spectrumOf(wave);
+    spectrum.valid = valid;
+    spectrum.switchedOn = on;
+    drawing.add(spectrum, Qt::black, 2, "");
+    drawing.wanted.curves.removeIf([](const PlainCurve& curve) { return !curve.on; });
+    const QImage image = drawing.painted();
+    QCOMPARE(countOf(image, QRect(39, 24, 240, 200), Qt::black) > 100, drawn);
+    // Grey is the row of a valid one that is off.
+    QCOMPARE(countOf(image, QRect(290, 13, 70, 9), QColor(220, 220, 220)) == 630, valid && !on);
+    QCOMPARE(countOf(image, QRect(290, 13, 70, 9), QColor(220, 220, 220)) > 0, valid && !on);
+}
+
+void tst_SpectraGraph::valuesWithoutAPlaceBreakACurve()
+{
+    for (const double value : {notANumber, infinite, -infinite}) {
+        Drawing drawing;
+        const AMutE ends = spectrumOf({{8310, 0.0}, {8311, 2.0}});
+        AMutE broken =
+            spectrumOf({{8320, 0.5}, {8340, 1.5}, {8350, 0.7}, {8390, 1.5}, {8400, 0.3}});
+        drawing.add(ends, Qt::black, 2, "");
+        broken.points[2].energy = value; // out of every window
+        drawing.graph.curves.append({&broken, Qt::red, 2, "broken"});
+        drawing.wanted.curves.append({{{8320, 0.5}, {8340, 1.5}}, Qt::red, 2, "broken"});
+        QVERIFY(countOf(drawing.painted(), QRect(39, 24, 240, 200), Qt::red) > 100);
+        const QImage image = drawing.painted();
+        // Nothing between the second and the fourth point.
+        QCOMPARE(countOf(image, QRect(38 + 92, 24, 100, 200), Qt::red), 0);
+        QVERIFY(countOf(image, QRect(38 + 198, 24, 22, 200), Qt::red) > 50);
+    }
+}
+
+void tst_SpectraGraph::energiesWithoutAPlaceAreLeftOut()
+{
+    Drawing drawing;
+    const AMutE spectrum = spectrumOf(wave);
+    drawing.add(spectrum, Qt::black, 2, "");
+    drawing.graph.marks = {{notANumber, true, true}, {infinite, true, true}, {1e300, true, true},
+                           {-1e300, false, true},    {1e10, false, false},   {8330, true, true}};
+    drawing.wanted.energies = {{8330, Qt::red, 3}};
+    QVERIFY(drawing.isRight());
+}
+
+void tst_SpectraGraph::fitTakesItsShiftButNoPresentation()
+{
+    Drawing drawing;
+    const AMutE spectrum = spectrumOf(wave);
+    drawing.add(spectrum, Qt::black, 2, "");
+    AMutE fit = spectrumOf({{8327.5, 0.2}, {8407.5, 1.2}});
+    fit.dE = 2.5;
+    fit.valid = fit.switchedOn = false;
+    fit.preLine = fit.postLine = {7.0, 0.0, 0.0};
+    drawing.graph.kind = AMutE::lessPreEdge; // of lines at 0
+    drawing.graph.fitted = &fit;
+    drawing.wanted.fitted = {{8325, 0.2}, {8405, 1.2}};
+    QVERIFY(drawing.isRight());
+    fit.points.clear();
+    drawing.wanted.fitted.clear();
+    QVERIFY(drawing.isRight());
+}
+
+// On a big surface a short name grows beyond the 12 points of the labels.
+void tst_SpectraGraph::legendTextsFillTheirRowsWithoutACeiling()
+{
+    Drawing drawing(QSize(900, 900));
+    const AMutE spectrum = spectrumOf(wave);
+    drawing.add(spectrum, Qt::magenta, 1, "Hg");
+    QVERIFY(drawing.isRight());
+    const QImage image = drawing.painted();
+    int top = 900;
+    int bottom = 0;
+    for (int y = 46; y < 90; ++y) {
+        if (countOf(image, QRect(660, y, 180, 1), Qt::magenta) > 0) {
+            top = std::min(top, y);
+            bottom = std::max(bottom, y);
+        }
+    }
+    QVERIFY2(bottom - top >= 20, qPrintable(QString::number(bottom - top)));
+}
+
+void tst_SpectraGraph::windowTheWrongWayRoundShowsNoValue()
+{
+    Drawing drawing(evenSize, {8450.0, 0.0, 8300.0, 1.0});
+    std::swap(drawing.graph.from, drawing.graph.to);
+    std::swap(drawing.wanted.from, drawing.wanted.to);
+    const AMutE spectrum = spectrumOf(wave);
+    drawing.add(spectrum, Qt::black, 2, "wave");
+    QVERIFY(!drawing.graph.range().isFitted);
+    QVERIFY(drawing.isRight()); // mirrored
+}
+
+QTEST_MAIN(tst_SpectraGraph)
+#include "tst_SpectraGraph.moc"
