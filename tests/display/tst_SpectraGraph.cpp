@@ -57,7 +57,8 @@ struct Drawing {
         }
     }
 
-    QImage painted()
+    /// In a view of its own, if one is given.
+    QImage painted(const PlotRange* view = nullptr)
     {
         DispABase frame;
         frame.xTitleInArea = true;
@@ -66,6 +67,9 @@ struct Drawing {
         QObject::connect(&frame, &DispABase::draw, &frame, [&](QStylePainter* p) {
             graph.paint(&frame, p, wanted.xTitle, wanted.yTitle, &range);
         });
+        if (view) {
+            frame.setRealCoord(view->x0, view->y0, view->x1, view->y1);
+        }
         return frame.DispA->grab().toImage();
     }
 
@@ -94,6 +98,7 @@ private Q_SLOTS:
     void looksLikeSingleLines();
     void widthOfACurveIsThatOfItsPen_data();
     void widthOfACurveIsThatOfItsPen();
+    void guidesOfTheWindowShowInAWiderView();
     void orderOfDrawingIsGuidesMarksCurvesFit();
     void legendStandsOverFrameAndCurves();
     void curveWithoutSpectrumToShowIsLeftOut_data();
@@ -233,6 +238,24 @@ void tst_SpectraGraph::widthOfACurveIsThatOfItsPen()
     const QImage image = drawing.painted();
     QCOMPARE(countOf(image, QRect(200, 50, 1, 100), Qt::red), width);
     QVERIFY(drawing.isRight());
+}
+
+// Their own automatic range hides two of them under the frame.
+void tst_SpectraGraph::guidesOfTheWindowShowInAWiderView()
+{
+    const PlotRange view{8270.0, -0.1, 8490.0, 2.1}; // a pixel and a half an eV
+    Drawing drawing(evenSize, view);
+    const AMutE spectrum = spectrumOf(wave);
+    drawing.add(spectrum, Qt::black, 2, "wave");
+    const QImage image = drawing.painted(&view);
+    QVERIFY(isSamePicture(image, drawing.wanted.picture()));
+    QList<int> columns;
+    for (int x = 39; x < 368; ++x) {
+        if (countOf(image, QRect(x, 100, 1, 100), QColor(80, 255, 80)) > 50) {
+            columns.append(x);
+        }
+    }
+    QCOMPARE(columns, QList<int>({38 + 45, 38 + 120, 38 + 270}));
 }
 
 // A level curve and a fit over a green guide and a mark, all on one crossing.
