@@ -101,6 +101,7 @@ private Q_SLOTS:
     void guidesOfTheWindowShowInAWiderView();
     void orderOfDrawingIsGuidesMarksCurvesFit();
     void legendStandsOverFrameAndCurves();
+    void legendHasNoRowForAnInvalidSpectrum();
     void curveWithoutSpectrumToShowIsLeftOut_data();
     void curveWithoutSpectrumToShowIsLeftOut();
     void valuesWithoutAPlaceBreakACurve();
@@ -296,6 +297,20 @@ void tst_SpectraGraph::legendStandsOverFrameAndCurves()
     // Row 19 lies on 13 + 19 * 11 and the next one on the outline's foot at 232.
     QVERIFY(isAllOf(image, QRect(290, 222, 70, 9), QColor(220, 220, 220)));
     QVERIFY(isAllOf(image, QRect(290, 233, 70, 3), QColor(220, 220, 220)));
+    QVERIFY(drawing.isRight());
+}
+
+void tst_SpectraGraph::legendHasNoRowForAnInvalidSpectrum()
+{
+    Drawing drawing;
+    const AMutE first = spectrumOf(wave);
+    AMutE second = first;
+    second.valid = false;
+    const AMutE third = spectrumOf({{8320, 0.3}, {8440, 1.3}});
+    drawing.add(first, Qt::black, 2, "first");
+    drawing.add(second, Qt::red, 2, "second");
+    drawing.add(third, Qt::blue, 1, "third");
+    QCOMPARE(drawing.wanted.curves.size(), 2);
     QVERIFY(drawing.isRight());
 }
 

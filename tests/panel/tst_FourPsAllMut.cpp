@@ -621,11 +621,12 @@ void tst_FourPsAllMut::displayedFilesAreThinInTheColorsAfterTheReferences()
 
 void tst_FourPsAllMut::colorsBeginAgainAfterTheLast()
 {
-    for (int i = 0; i < 42; ++i) {
+    for (int i = 0; i < 43; ++i) {
         displayed("last", {}).valid = false;
     }
-    // Files 41 and 42 are spectra 45 and 46 of 45 colours.
-    for (const auto& [file, color] : {std::pair{40, QColor(240, 160, 0)}, std::pair{41, black}}) {
+    // Files 41 to 43 are spectra 45 to 47 of 45 colours.
+    for (const auto& [file, color] :
+         {std::pair{40, QColor(240, 160, 0)}, std::pair{41, black}, std::pair{42, red}}) {
         AMutE& spectrum = *m_panel->DispMuts.at(file);
         setPoints(spectrum, "last", falling());
         PlainSpectra wanted = plain();
