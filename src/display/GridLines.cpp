@@ -22,8 +22,8 @@ void forEachPixel(const display::GridValues& values, double spacing, int size, T
 {
     const double steps = std::floor((values.last - values.first) / values.step);
     const double begin = toPixel(values.first);
-    if (!(values.step > 0.0) || !(steps >= 0.0) || !std::isfinite(values.last) ||
-        !std::isfinite(begin) || !std::isfinite(spacing)) {
+    if (!(values.step > 0.0) || values.last < values.first || !(steps >= 0.0) ||
+        !std::isfinite(values.last) || !std::isfinite(begin) || !std::isfinite(spacing)) {
         return;
     }
     if (std::fabs(spacing) < 1.0) {
@@ -40,10 +40,13 @@ void forEachPixel(const display::GridValues& values, double spacing, int size, T
     const double near = std::min(stepsTo(-1.0), stepsTo(size));
     const double start = std::max(0.0, std::floor(near));
     // A step is a pixel or more, so that no more than these are in view.
+    int before = -1;
     for (int k = 0; k <= size + 2 && start + k <= steps; ++k) {
         const double place = toPixel(values.first + values.step * (start + k));
-        if (place > -1.0 && place < size) {
-            drawAt(static_cast<int>(place));
+        const int pixel = place > -1.0 && place < size ? static_cast<int>(place) : before;
+        if (pixel != before) { // two places about 0 truncate to it
+            drawAt(pixel);
+            before = pixel;
         }
     }
 }

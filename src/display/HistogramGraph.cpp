@@ -107,6 +107,9 @@ Graph::Range HistogramGraph::range() const
     for (const Series& series : references) {
         widen(series.counts);
     }
+    if (high <= 0.0) {
+        return {from, 0.0, to, 1.0, false}; // nothing counted inside the limits
+    }
     return {from, low, to, high};
 }
 

@@ -25,7 +25,7 @@ public:
     bool isEmpty() const override;
 
     /// From @c from to @c to, and the highest count of all that is shown with a
-    /// tenth of it around.
+    /// tenth of it around; 0 to 1 and not fitted while none is above 0.
     Range range() const override;
 
     double from = 0.0; ///< the user's limits, whatever the bins were counted with

@@ -114,6 +114,7 @@ private Q_SLOTS:
     void anyGridLooksLikeAPlainLoop();
     void denseGridHasOneLineAPixel();
     void millionsOfLinesAreOneAPixel();
+    void placesAboutZeroShareALine();
     void zoomInAGreatGridKeepsItsPlaces();
     void firstValueIsALineWithoutASecond();
     void gridsOfNothing_data();
@@ -258,6 +259,14 @@ void tst_GridLines::millionsOfLinesAreOneAPixel()
 
 // A step is 34 pixels on x and 25.5 on y; the first of a thousand million lines
 // lies far to the left. The range begins at a line and a half.
+// 340 pixels stand for 337, and pixel 40 for 0: -40.25 and -39.25 lie at -0.61
+// and 0.40, and both are truncated to pixel 0.
+void tst_GridLines::placesAboutZeroShareALine()
+{
+    const Surface cc(0.0, 0.0, 337.0, 1.0);
+    QCOMPARE(grid(cc, {-40.25, 1.0, -39.25}, true), lines({0}, true));
+}
+
 void tst_GridLines::zoomInAGreatGridKeepsItsPlaces()
 {
     const Surface cc(5e8 + 0.5, 5e8 + 0.5, 5e8 + 10.5, 5e8 + 10.5);
@@ -292,6 +301,7 @@ void tst_GridLines::gridsOfNothing_data()
     using Values = QList<double>;
     QTest::newRow("last below the first") << Values{20, 1, 19.999};
     QTest::newRow("last far below the first") << Values{1e300, 1, -1e300};
+    QTest::newRow("last below the first by less than a part of the step") << Values{least, 20, 0};
     QTest::newRow("no step") << Values{12, 0, 20};
     QTest::newRow("step down") << Values{12, -1, 20};
     QTest::newRow("step down to a last below") << Values{20, -1, 12};

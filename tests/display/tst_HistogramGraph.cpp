@@ -124,6 +124,7 @@ private Q_SLOTS:
     void emptyGraphIsWhiteAndLeavesTheRange();
     void rangeIsATenthAroundTheHighestShown_data();
     void rangeIsATenthAroundTheHighestShown();
+    void rangeOfNoCountsIsNotFitted();
     void automaticRangeIsHandedOut();
     void handedOutRangeIsNotThatOfTheView();
 
@@ -194,7 +195,7 @@ void tst_HistogramGraph::rangeIsATenthAroundTheHighestShown_data()
     QTest::newRow("main and lower series") << true << QList<int>{7, 29} << 30;
     QTest::newRow("main and a higher one") << true << QList<int>{7, 31} << 31;
     QTest::newRow("the first is the highest") << false << QList<int>{50, 7} << 50;
-    QTest::newRow("nothing counted") << false << QList<int>{0} << 0;
+    QTest::newRow("one counted") << false << QList<int>{1} << 1;
     QTest::newRow("the largest") << false << QList<int>{2147483647} << 2147483647;
 }
 
@@ -217,6 +218,21 @@ void tst_HistogramGraph::rangeIsATenthAroundTheHighestShown()
     QVERIFY(range.y0 == -0.1 * wanted);
     QVERIFY(range.y1 == 1.1 * wanted);
     QVERIFY(range.isFitted);
+}
+
+void tst_HistogramGraph::rangeOfNoCountsIsNotFitted()
+{
+    HistogramGraph graph;
+    fillGraph(graph, oneBin(4, 30));
+    addSeries(graph, oneBin(2, 0), red, 700, 600);
+    graph.from = -1.5;
+    graph.to = 4.25;
+    const Graph::Range range = graph.range();
+    QCOMPARE(range.x0, -1.5);
+    QCOMPARE(range.x1, 4.25);
+    QCOMPARE(range.y0, 0.0);
+    QCOMPARE(range.y1, 1.0);
+    QVERIFY(!range.isFitted);
 }
 
 void tst_HistogramGraph::automaticRangeIsHandedOut()

@@ -181,6 +181,8 @@ private Q_SLOTS:
     void overhangingBarsAreWipedFromTheMargins();
     void highestCountZeroShowsTheTitlesOnly_data();
     void highestCountZeroShowsTheTitlesOnly();
+    void plotOfNoCountsFitsOnceThereAreSome_data();
+    void plotOfNoCountsFitsOnceThereAreSome();
 
     void gridStepsFollowTheScaleOfX_data();
     void gridStepsFollowTheScaleOfX();
@@ -561,6 +563,26 @@ void tst_FourPsHistograms::highestCountZeroShowsTheTitlesOnly()
     QVERIFY(of.plot->DispA->cc.drawn);
     QVERIFY(!isWhite(shown));
     QCOMPARE(pixelsOf(mainColor, shown, automaticPlot(of, 1).inside()), 0);
+}
+
+void tst_FourPsHistograms::plotOfNoCountsFitsOnceThereAreSome_data()
+{
+    addBothPlots();
+}
+
+void tst_FourPsHistograms::plotOfNoCountsFitsOnceThereAreSome()
+{
+    QFETCH(int, id);
+    const Family of = family(id);
+    checkBoxes(of, true, {});
+    *of.main = readyCounts(1.0, 4.0, QList<int>(11, 0), 30, 20);
+    shownOn(of);
+    QVERIFY(!of.plot->DispA->hasScale);
+    *of.main = readyCounts(1.0, 4.0, QList<int>(11, 20), 30, 20);
+    shownOn(of);
+    QVERIFY(of.plot->DispA->hasScale);
+    QCOMPARE(of.plot->DispA->cc.realY0, -2.0);
+    QCOMPARE(of.plot->DispA->cc.realY1, 22.0);
 }
 
 void tst_FourPsHistograms::gridStepsFollowTheScaleOfX_data()
