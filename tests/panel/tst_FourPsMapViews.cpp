@@ -1,0 +1,642 @@
+// The picture of the result map and the limits of its colours.
+
+#include "support/MapWindows.h"
+
+#include <QButtonGroup>
+#include <QTest>
+
+#include <limits>
+
+using namespace tests;
+
+namespace
+{
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+enum Quantity { Ratio1, Ratio2, DMut1 = 4, Mut0 = 8, C1, C2, Valence, Amount };
+
+// A value that is another one for each pixel and each quantity.
+double ownValue(int pixel, int quantity)
+{
+    return 0.37 * pixel - 0.4 + 0.11 * quantity;
+}
+
+QList<QList<double>> ownValues(int pixels)
+{
+    QList<QList<double>> all;
+    for (int pixel = 0; pixel < pixels; ++pixel) {
+        QList<double> values;
+        for (int quantity = 0; quantity < 13; ++quantity) {
+            values.append(ownValue(pixel, quantity));
+        }
+        all.append(values);
+    }
+    return all;
+}
+
+// Limits with the references of setTwoReferences(): the jumps add up to 8.
+constexpr double amountLow = -0.8;
+const double amountHigh = 8.0 * 1.1;
+
+QColor colorAt(const QImage& image, const QPointF& place)
+{
+    return image.pixelColor(place.toPoint());
+}
+
+} // namespace
+
+class tst_FourPsMapViews : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void noResultIsWhite();
+    void resultWithoutSizeIsWhite_data();
+    void resultWithoutSizeIsWhite();
+    void whiteFillsTheWholeSurfaceBeforeTheCells();
+
+    void everyQuantityOfTheNonEquivalentMethodShows_data();
+    void everyQuantityOfTheNonEquivalentMethodShows();
+    void everyQuantityOfTheFourPointsFamilyShows_data();
+    void everyQuantityOfTheFourPointsFamilyShows();
+    void shareOfTheFirstReferenceIsNotTheStoredListsWithoutOne();
+    void valenceFollowsTheReferencesOfNow();
+    void firstRowLiesAtTheBottomAndFirstColumnAtTheLeft();
+    void coloursAreThoseOfTheTable();
+    void pixelOutsideTheRecordsCountsAsZero();
+    void recordWithTooFewValuesCountsAsZero();
+    void surplusRecordsAreNotShown();
+    void pixelWithoutNumberTakesTheFirstColour_data();
+    void pixelWithoutNumberTakesTheFirstColour();
+    void mapLargerThanTheSurfaceShows();
+    void gridOutlinesEveryCell();
+    void noGridWithoutItsBox();
+    void noQuantityCheckedShowsTheFirst();
+
+    void presetLimitsByQuantity_data();
+    void presetLimitsByQuantity();
+    void presetNeedsNoResult();
+    void presetOfBackgroundSlopesLeavesTheLimits_data();
+    void presetOfBackgroundSlopesLeavesTheLimits();
+    void presetShowsSixDigitsFromTheirStart();
+    void valencePresetStartsFromTenAndZero_data();
+    void valencePresetStartsFromTenAndZero();
+    void jumpsAreSummedOverTheFirstCheckedReferences_data();
+    void jumpsAreSummedOverTheFirstCheckedReferences();
+
+    void slopesAreScanned_data();
+    void slopesAreScanned();
+    void scanCountsPixelsOutsideTheRecordsAsZero();
+    void scanPassesOverWhatIsNoNumber();
+    void scanWithoutAnyNumberLeavesTheLimits();
+    void infinitePixelWidensTheLimits_data();
+    void infinitePixelWidensTheLimits();
+    void equalValuesTakeTheFirstColour();
+
+    void paintWithoutAScaleFitsTheWholeMap();
+    void paintWithAScaleKeepsLimitsAndView();
+    void typedLimitColoursTheMap();
+    void zoomedAndPannedViewShowsItsPart();
+    void squeezedBarColoursTheMap();
+
+private:
+    DispMBase* window() const { return m_panel->MapDisp; }
+    QList<double> shown(int quantity, int pixels) const;
+
+    std::unique_ptr<PanelWithMaps> m_panel;
+};
+
+void tst_FourPsMapViews::init()
+{
+    m_panel = std::make_unique<PanelWithMaps>();
+    setTwoReferences(*m_panel);
+    QVERIFY(showWindow(window()));
+}
+
+void tst_FourPsMapViews::cleanup()
+{
+    m_panel.reset();
+}
+
+void tst_FourPsMapViews::noResultIsWhite()
+{
+    QVERIFY(isWhite(window()));
+    QVERIFY(!window()->DispA->hasScale);
+    QCOMPARE(limitTexts(window()), QStringList({"", ""}));
+}
+
+void tst_FourPsMapViews::resultWithoutSizeIsWhite_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::newRow("no columns") << 0 << 1;
+    QTest::newRow("no lines") << 2 << 0;
+    QTest::newRow("negative width") << -1 << 2;
+    QTest::newRow("negative height") << 2 << -1;
+}
+
+void tst_FourPsMapViews::resultWithoutSizeIsWhite()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    setQuantity(*m_panel, C1, width, height, {1.0, 2.0});
+    QVERIFY(isWhite(window()));
+    QVERIFY(!window()->DispA->hasScale);
+    QCOMPARE(barLimits(window()), QList<double>({0.0, 1.0}));
+}
+
+void tst_FourPsMapViews::whiteFillsTheWholeSurfaceBeforeTheCells()
+{
+    setQuantity(*m_panel, Ratio1, 1, 1, {-0.1});
+    QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {-0.1}, -0.1, 1.1}));
+    window()->DispA->cc.setReal(-1.0, -1.0, 2.0, 2.0);
+    const QImage image = picture(window());
+    QCOMPARE(image.pixelColor(0, 0), QColor(Qt::white));
+    QCOMPARE(image.pixelColor(image.width() - 1, image.height() - 1), QColor(Qt::white));
+    QCOMPARE(image.pixelColor(image.width() / 2, image.height() / 2), QColor(Qt::black));
+}
+
+void tst_FourPsMapViews::everyQuantityOfTheNonEquivalentMethodShows_data()
+{
+    QTest::addColumn<int>("quantity");
+    QTest::addColumn<double>("low");
+    QTest::addColumn<double>("high");
+    for (int i = 0; i < 4; ++i) {
+        QTest::addRow("share %d", i + 1) << i << -0.1 << 1.1;
+        QTest::addRow("dMut %d", i + 1) << 4 + i << amountLow << amountHigh;
+    }
+    QTest::newRow("mut0") << 8 << amountLow << amountHigh;
+    // Scanned: those of the first and the last pixel.
+    QTest::newRow("c1") << 9 << ownValue(0, 9) << ownValue(5, 9);
+    QTest::newRow("c2") << 10 << ownValue(0, 10) << ownValue(5, 10);
+    QTest::newRow("valence") << 11 << 1.5 << 3.5;
+    QTest::newRow("amount") << 12 << amountLow << amountHigh;
+}
+
+void tst_FourPsMapViews::everyQuantityOfTheNonEquivalentMethodShows()
+{
+    QFETCH(int, quantity);
+    QFETCH(double, low);
+    QFETCH(double, high);
+    setResult(*m_panel, 3, 2, ownValues(6));
+    mapRadio(*m_panel, quantity)->setChecked(true);
+    const QImage image = picture(window());
+    QCOMPARE(barLimits(window()), QList<double>({low, high}));
+    QCOMPARE(image, plainPicture(window(), {3, 2, shown(quantity, 6), low, high}));
+}
+
+QList<double> tst_FourPsMapViews::shown(int quantity, int pixels) const
+{
+    QList<double> values;
+    for (int pixel = 0; pixel < pixels; ++pixel) {
+        values.append(ownValue(pixel, quantity));
+    }
+    return values;
+}
+
+void tst_FourPsMapViews::everyQuantityOfTheFourPointsFamilyShows_data()
+{
+    using Values = QList<double>;
+    QTest::addColumn<int>("quantity");
+    QTest::addColumn<Values>("values");
+    QTest::addColumn<double>("low");
+    QTest::addColumn<double>("high");
+    const Values none{0, 0, 0, 0};
+    QTest::newRow("share 1") << 0 << Values{0.25, 0.75, 0.5, 1.0} << -0.1 << 1.1;
+    QTest::newRow("share 2") << 1 << Values{0.75, 0.25, 0.5, 0.0} << -0.1 << 1.1;
+    QTest::newRow("share 3") << 2 << none << -0.1 << 1.1;
+    QTest::newRow("share 4") << 3 << none << -0.1 << 1.1;
+    for (int i = 0; i < 4; ++i) {
+        QTest::addRow("dMut %d", i + 1) << 4 + i << none << amountLow << amountHigh;
+    }
+    QTest::newRow("mut0") << 8 << none << amountLow << amountHigh;
+    QTest::newRow("c1") << 9 << none << 0.0 << 0.0;
+    QTest::newRow("c2") << 10 << none << 0.0 << 0.0;
+    // 2 a + 3 (1 - a)
+    QTest::newRow("valence") << 11 << Values{2.75, 2.25, 2.5, 2.0} << 1.5 << 3.5;
+    QTest::newRow("amount") << 12 << Values{1.0, 2.0, -0.5, 8.0} << amountLow << amountHigh;
+}
+
+void tst_FourPsMapViews::everyQuantityOfTheFourPointsFamilyShows()
+{
+    QFETCH(int, quantity);
+    QFETCH(QList<double>, values);
+    QFETCH(double, low);
+    QFETCH(double, high);
+    setFractions(*m_panel, 2, 2, {{0.25, 1.0}, {0.75, 2.0}, {0.5, -0.5}, {1.0, 8.0}});
+    mapRadio(*m_panel, quantity)->setChecked(true);
+    const QImage image = picture(window());
+    QCOMPARE(barLimits(window()), QList<double>({low, high}));
+    QCOMPARE(image, plainPicture(window(), {2, 2, values, low, high}));
+}
+
+// Both kinds of result have an intensity; which one counts, the kind says.
+void tst_FourPsMapViews::shareOfTheFirstReferenceIsNotTheStoredListsWithoutOne()
+{
+    setQuantity(*m_panel, Ratio1, 1, 1, {0.2});
+    m_panel->BaseData.rows[0].intensity = 0.8;
+    QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {0.2}, -0.1, 1.1}));
+    m_panel->BaseData.extended = false;
+    QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {0.8}, -0.1, 1.1}));
+}
+
+void tst_FourPsMapViews::valenceFollowsTheReferencesOfNow()
+{
+    setFractions(*m_panel, 1, 1, {{0.25, 1.0}});
+    QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {2.75}, 1.5, 3.5}));
+    m_panel->Refs.RefRows.at(0)->Valence->setText("1");
+    // The limits stay, the fraction reads 0.25 * 1 + 0.75 * 3.
+    QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {2.5}, 1.5, 3.5}));
+    // With one valid reference alone it reads 0.
+    m_panel->XafsFiles.at(1)->valid = false;
+    QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {0.0}, 1.5, 3.5}));
+}
+
+void tst_FourPsMapViews::firstRowLiesAtTheBottomAndFirstColumnAtTheLeft()
+{
+    setQuantity(*m_panel, Ratio1, 2, 2, {-0.1, 0.3, 0.7, 1.1});
+    const QImage image = picture(window());
+    const int right = image.width() - 1;
+    const int bottom = image.height() - 1;
+    QCOMPARE(image.pixelColor(0, bottom), QColor(0, 0, 0));
+    QCOMPARE(image.pixelColor(right, bottom), plainMapColor(0.3, -0.1, 1.1));
+    QCOMPARE(image.pixelColor(0, 0), plainMapColor(0.7, -0.1, 1.1));
+    QCOMPARE(image.pixelColor(right, 0), QColor(255, 255, 255));
+}
+
+// Between 0 and 768 a value is its place in the table.
+void tst_FourPsMapViews::coloursAreThoseOfTheTable()
+{
+    const QList<double> values{-5.0, 0.0, 1.0, 255.9, 256.0, 300.5, 511.0, 512.5, 767.0, 768.0};
+    const QList<QColor> colors{{0, 0, 0},       {0, 0, 0},      {1, 0, 0},     {255, 0, 0},
+                               {255, 0, 0},     {255, 44, 0},   {255, 255, 0}, {255, 255, 0},
+                               {255, 255, 255}, {255, 255, 255}};
+    setQuantity(*m_panel, C1, 10, 1, values);
+    picture(window());
+    window()->CBar->newZmin(0.0);
+    window()->CBar->newZmax(768.0);
+    const QImage image = picture(window());
+    for (int x = 0; x < 10; ++x) {
+        QCOMPARE(colorAt(image, middleOf(window(), 10, 1, x, 0)), colors.at(x));
+    }
+}
+
+void tst_FourPsMapViews::pixelOutsideTheRecordsCountsAsZero()
+{
+    setQuantity(*m_panel, Ratio1, 3, 2, {0.5, 0.6, 0.7, 0.8});
+    QCOMPARE(picture(window()),
+             plainPicture(window(), {3, 2, {0.5, 0.6, 0.7, 0.8, 0.0, 0.0}, -0.1, 1.1}));
+    setFractions(*m_panel, 3, 1, {{0.5, 1.0}});
+    mapRadio(*m_panel, Ratio2)->setChecked(true);
+    window()->DispA->hasScale = false;
+    // 0 also for what a fraction of 0 would give another value.
+    QCOMPARE(picture(window()), plainPicture(window(), {3, 1, {0.5, 0.0, 0.0}, -0.1, 1.1}));
+}
+
+void tst_FourPsMapViews::recordWithTooFewValuesCountsAsZero()
+{
+    setResult(*m_panel, 2, 1, {{0.9, 0.8}, {0.7}});
+    mapRadio(*m_panel, Ratio2)->setChecked(true);
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {0.8, 0.0}, -0.1, 1.1}));
+}
+
+void tst_FourPsMapViews::surplusRecordsAreNotShown()
+{
+    setQuantity(*m_panel, C1, 2, 1, {1.0, 3.0, -50.0, 50.0});
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 3.0}, 1.0, 3.0}));
+    QCOMPARE(limitTexts(window()), QStringList({"1", "3"}));
+}
+
+void tst_FourPsMapViews::pixelWithoutNumberTakesTheFirstColour_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::newRow("not a number") << notANumber;
+    QTest::newRow("infinity") << infinity;
+    QTest::newRow("minus infinity") << -infinity;
+}
+
+void tst_FourPsMapViews::pixelWithoutNumberTakesTheFirstColour()
+{
+    QFETCH(double, value);
+    setQuantity(*m_panel, Ratio1, 3, 1, {0.5, value, 1.0});
+    const QImage image = picture(window());
+    QCOMPARE(colorAt(image, middleOf(window(), 3, 1, 1, 0)), QColor(0, 0, 0));
+    QCOMPARE(image, plainPicture(window(), {3, 1, {0.5, -9.0, 1.0}, -0.1, 1.1}));
+}
+
+void tst_FourPsMapViews::mapLargerThanTheSurfaceShows()
+{
+    const int width = 700;
+    const int height = 600;
+    QVERIFY(window()->DispA->width() < width && window()->DispA->height() < height);
+    QList<double> values;
+    for (int i = 0; i < width * height; ++i) {
+        values.append(i % 11 * 0.1);
+    }
+    setQuantity(*m_panel, Ratio1, width, height, values);
+    QCOMPARE(picture(window()), plainPicture(window(), {width, height, values, -0.1, 1.1}));
+}
+
+void tst_FourPsMapViews::gridOutlinesEveryCell()
+{
+    setQuantity(*m_panel, Ratio1, 3, 2, {0.0, 0.1, 0.2, 0.3, 0.4, 0.5});
+    m_panel->ui.MapWGrid->setChecked(true);
+    const PlainMap map{3, 2, {0.0, 0.1, 0.2, 0.3, 0.4, 0.5}, -0.1, 1.1, true};
+    const QImage image = picture(window());
+    QCOMPARE(image, plainPicture(window(), map));
+    QCOMPARE(image.pixelColor(0, 0), QColor(200, 200, 200));
+    window()->DispA->cc.setReal(0.3, -0.2, 2.1, 1.9);
+    QCOMPARE(picture(window()), plainPicture(window(), map, {{}, 0.3, -0.2, 2.1, 1.9}));
+}
+
+void tst_FourPsMapViews::noGridWithoutItsBox()
+{
+    QVERIFY(!m_panel->ui.MapWGrid->isChecked());
+    setQuantity(*m_panel, Ratio1, 2, 1, {0.2, 0.2});
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {0.2, 0.2}, -0.1, 1.1}));
+}
+
+void tst_FourPsMapViews::noQuantityCheckedShowsTheFirst()
+{
+    setResult(*m_panel, 3, 2, ownValues(6));
+    QButtonGroup* group = m_panel->ui.MapValence->group();
+    group->setExclusive(false);
+    m_panel->ui.MapValence->setChecked(false);
+    QCOMPARE(picture(window()), plainPicture(window(), {3, 2, shown(Ratio1, 6), -0.1, 1.1}));
+}
+
+void tst_FourPsMapViews::presetLimitsByQuantity_data()
+{
+    QTest::addColumn<int>("quantity");
+    QTest::addColumn<double>("low");
+    QTest::addColumn<double>("high");
+    QTest::addColumn<QStringList>("texts");
+    for (int i = 0; i < 4; ++i) {
+        QTest::addRow("share %d", i + 1) << i << -0.1 << 1.1 << QStringList{"-0.1", "1.1"};
+        QTest::addRow("dMut %d", i + 1)
+            << 4 + i << amountLow << amountHigh << QStringList{"-0.8", "8.8"};
+    }
+    QTest::newRow("mut0") << 8 << amountLow << amountHigh << QStringList{"-0.8", "8.8"};
+    QTest::newRow("valence") << 11 << 1.5 << 3.5 << QStringList{"1.5", "3.5"};
+    QTest::newRow("amount") << 12 << amountLow << amountHigh << QStringList{"-0.8", "8.8"};
+}
+
+void tst_FourPsMapViews::presetLimitsByQuantity()
+{
+    QFETCH(int, quantity);
+    QFETCH(double, low);
+    QFETCH(double, high);
+    setResult(*m_panel, 1, 1, ownValues(1));
+    mapRadio(*m_panel, quantity)->setChecked(true);
+    window()->setZRange(40.0, 50.0);
+    QVERIFY(m_panel->SetMapScale());
+    QCOMPARE(barLimits(window()), QList<double>({low, high}));
+    QTEST(limitTexts(window()), "texts");
+    // The next paint without a scale takes the same.
+    window()->setZRange(40.0, 50.0);
+    window()->DispA->hasScale = false;
+    picture(window());
+    QCOMPARE(barLimits(window()), QList<double>({low, high}));
+    QTEST(limitTexts(window()), "texts");
+}
+
+void tst_FourPsMapViews::presetNeedsNoResult()
+{
+    mapRadio(*m_panel, Ratio2)->setChecked(true);
+    window()->setZRange(40.0, 50.0);
+    QVERIFY(m_panel->SetMapScale());
+    QCOMPARE(limitTexts(window()), QStringList({"-0.1", "1.1"}));
+    QVERIFY(isWhite(window()));
+    QVERIFY(!window()->DispA->hasScale);
+}
+
+void tst_FourPsMapViews::presetOfBackgroundSlopesLeavesTheLimits_data()
+{
+    QTest::addColumn<int>("quantity");
+    QTest::newRow("c1") << int(C1);
+    QTest::newRow("c2") << int(C2);
+}
+
+void tst_FourPsMapViews::presetOfBackgroundSlopesLeavesTheLimits()
+{
+    QFETCH(int, quantity);
+    setQuantity(*m_panel, quantity, 2, 1, {1.0, 2.0});
+    window()->setZRange(40.0, 50.0);
+    QVERIFY(!m_panel->SetMapScale());
+    QCOMPARE(barLimits(window()), QList<double>({40.0, 50.0}));
+    QCOMPARE(limitTexts(window()), QStringList({"40", "50"}));
+}
+
+void tst_FourPsMapViews::presetShowsSixDigitsFromTheirStart()
+{
+    makeReferenceValid(*m_panel, 0, 12345678.0);
+    makeReferenceValid(*m_panel, 1, 0.0);
+    mapRadio(*m_panel, Amount)->setChecked(true);
+    QVERIFY(m_panel->SetMapScale());
+    QCOMPARE(limitTexts(window()), QStringList({"-1.23457e+06", "1.35802e+07"}));
+    QCOMPARE(window()->MinV->cursorPosition(), 0);
+    QCOMPARE(window()->MaxV->cursorPosition(), 0);
+    QCOMPARE(barLimits(window()), QList<double>({-1234567.8, 12345678.0 * 1.1}));
+}
+
+void tst_FourPsMapViews::valencePresetStartsFromTenAndZero_data()
+{
+    using Rows = QList<int>;
+    QTest::addColumn<Rows>("used");
+    QTest::addColumn<QStringList>("valences");
+    QTest::addColumn<QStringList>("texts");
+    const QStringList usual{"2", "3", "7", "-4"};
+    QTest::newRow("two") << Rows{0, 1} << usual << QStringList{"1.5", "3.5"};
+    QTest::newRow("upside down") << Rows{2, 1} << usual << QStringList{"2.5", "7.5"};
+    QTest::newRow("one") << Rows{2} << usual << QStringList{"6.5", "7.5"};
+    QTest::newRow("negative") << Rows{3} << usual << QStringList{"-4.5", "0.5"};
+    QTest::newRow("above ten") << Rows{0, 1} << QStringList{"12", "14", "0", "0"}
+                               << QStringList{"9.5", "14.5"};
+    QTest::newRow("words") << Rows{0, 1} << QStringList{"iron", "3", "", ""}
+                           << QStringList{"-0.5", "3.5"};
+    // Reversed; the bar holds them the right way round.
+    QTest::newRow("none") << Rows{} << usual << QStringList{"9.5", "0.5"};
+}
+
+void tst_FourPsMapViews::valencePresetStartsFromTenAndZero()
+{
+    QFETCH(QList<int>, used);
+    QFETCH(QStringList, valences);
+    QFETCH(QStringList, texts);
+    useReferences(*m_panel, used);
+    for (int i = 0; i < 4; ++i) {
+        m_panel->Refs.RefRows.at(i)->Valence->setText(valences.at(i));
+    }
+    QVERIFY(m_panel->SetMapScale());
+    QCOMPARE(limitTexts(window()), texts);
+    QList<double> limits{texts.at(0).toDouble(), texts.at(1).toDouble()};
+    std::sort(limits.begin(), limits.end());
+    QCOMPARE(barLimits(window()), limits);
+}
+
+void tst_FourPsMapViews::jumpsAreSummedOverTheFirstCheckedReferences_data()
+{
+    using Rows = QList<int>;
+    QTest::addColumn<Rows>("used");
+    QTest::addColumn<Rows>("valid");
+    QTest::addColumn<QStringList>("texts");
+    // The jumps of the four rows are 10, 20, 40, 80.
+    QTest::newRow("two of two") << Rows{0, 1} << Rows{0, 1, 2, 3} << QStringList{"-3", "33"};
+    QTest::newRow("with a gap") << Rows{1, 3} << Rows{1, 3} << QStringList{"-10", "110"};
+    QTest::newRow("all") << Rows{0, 1, 2, 3} << Rows{0, 1, 2, 3} << QStringList{"-15", "165"};
+    QTest::newRow("invalid one last") << Rows{0, 1, 2} << Rows{0, 1} << QStringList{"-3", "33"};
+    // Two valid ones make two terms, and these are the first two checked rows.
+    QTest::newRow("invalid one ahead") << Rows{0, 1, 3} << Rows{1, 3} << QStringList{"-3", "33"};
+}
+
+void tst_FourPsMapViews::jumpsAreSummedOverTheFirstCheckedReferences()
+{
+    QFETCH(QList<int>, used);
+    QFETCH(QList<int>, valid);
+    const QList<double> jumps{10, 20, 40, 80};
+    for (int i = 0; i < 4; ++i) {
+        makeReferenceValid(*m_panel, i, jumps.at(i));
+        m_panel->XafsFiles.at(i)->valid = valid.contains(i);
+    }
+    useReferences(*m_panel, used);
+    mapRadio(*m_panel, DMut1)->setChecked(true);
+    window()->setZRange(40.0, 50.0);
+    QVERIFY(m_panel->SetMapScale());
+    QTEST(limitTexts(window()), "texts");
+}
+
+void tst_FourPsMapViews::slopesAreScanned_data()
+{
+    presetOfBackgroundSlopesLeavesTheLimits_data();
+}
+
+void tst_FourPsMapViews::slopesAreScanned()
+{
+    QFETCH(int, quantity);
+    setQuantity(*m_panel, quantity, 2, 2, {3.0, -1234567.0, 7.5, 4.0});
+    picture(window());
+    QCOMPARE(barLimits(window()), QList<double>({-1234567.0, 7.5}));
+    QCOMPARE(limitTexts(window()), QStringList({"-1.23457e+06", "7.5"}));
+    QCOMPARE(window()->MinV->cursorPosition(), 0);
+    QCOMPARE(window()->MaxV->cursorPosition(), 0);
+}
+
+void tst_FourPsMapViews::scanCountsPixelsOutsideTheRecordsAsZero()
+{
+    setQuantity(*m_panel, C2, 2, 2, {3.0, 5.0, 4.0});
+    picture(window());
+    QCOMPARE(barLimits(window()), QList<double>({0.0, 5.0}));
+    setQuantity(*m_panel, C2, 2, 2, {-3.0, -5.0});
+    window()->DispA->hasScale = false;
+    picture(window());
+    QCOMPARE(barLimits(window()), QList<double>({-5.0, 0.0}));
+}
+
+void tst_FourPsMapViews::scanPassesOverWhatIsNoNumber()
+{
+    setQuantity(*m_panel, C1, 4, 1, {notANumber, 2.0, notANumber, 6.0});
+    QCOMPARE(picture(window()),
+             plainPicture(window(), {4, 1, {notANumber, 2.0, notANumber, 6.0}, 2.0, 6.0}));
+    QCOMPARE(barLimits(window()), QList<double>({2.0, 6.0}));
+}
+
+void tst_FourPsMapViews::scanWithoutAnyNumberLeavesTheLimits()
+{
+    window()->setZRange(40.0, 50.0);
+    setQuantity(*m_panel, C1, 2, 1, {notANumber, notANumber});
+    QCOMPARE(picture(window()),
+             plainPicture(window(), {2, 1, {notANumber, notANumber}, 40.0, 50.0}));
+    QCOMPARE(barLimits(window()), QList<double>({40.0, 50.0}));
+    QCOMPARE(limitTexts(window()), QStringList({"40", "50"}));
+    QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 2.0, 1.0}));
+}
+
+void tst_FourPsMapViews::infinitePixelWidensTheLimits_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QStringList>("texts");
+    QTest::newRow("infinity") << infinity << QStringList{"2", "inf"};
+    QTest::newRow("minus infinity") << -infinity << QStringList{"-inf", "6"};
+}
+
+void tst_FourPsMapViews::infinitePixelWidensTheLimits()
+{
+    QFETCH(double, value);
+    setQuantity(*m_panel, C1, 3, 1, {2.0, value, 6.0});
+    // No finite distance between the limits: everything has the first colour.
+    QCOMPARE(picture(window()), plainPicture(window(), {3, 1, {0.0, 0.0, 0.0}, 0.0, 1.0}));
+    QTEST(limitTexts(window()), "texts");
+}
+
+void tst_FourPsMapViews::equalValuesTakeTheFirstColour()
+{
+    setQuantity(*m_panel, C1, 2, 2, {4.0, 4.0, 4.0, 4.0});
+    QImage black(window()->DispA->size(), QImage::Format_RGB32);
+    black.fill(Qt::black);
+    QCOMPARE(picture(window()), black);
+    QCOMPARE(barLimits(window()), QList<double>({4.0, 4.0}));
+    QCOMPARE(limitTexts(window()), QStringList({"4", "4"}));
+}
+
+void tst_FourPsMapViews::paintWithoutAScaleFitsTheWholeMap()
+{
+    setQuantity(*m_panel, Ratio1, 5, 3, QList<double>(15, 0.5));
+    QVERIFY(!window()->DispA->hasScale);
+    picture(window());
+    QVERIFY(window()->DispA->hasScale);
+    QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 5.0, 3.0}));
+}
+
+void tst_FourPsMapViews::paintWithAScaleKeepsLimitsAndView()
+{
+    setQuantity(*m_panel, C1, 2, 1, {1.0, 2.0});
+    picture(window());
+    // Another result of another size and range, as a run that keeps the scale.
+    setQuantity(*m_panel, C1, 3, 1, {1.5, 5.0, 1.25});
+    const PlainMap map{3, 1, {1.5, 5.0, 1.25}, 1.0, 2.0};
+    QCOMPARE(picture(window()), plainPicture(window(), map, {{}, 0.0, 0.0, 2.0, 1.0}));
+    QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
+}
+
+void tst_FourPsMapViews::typedLimitColoursTheMap()
+{
+    setQuantity(*m_panel, Ratio1, 2, 1, {0.0, 1.0});
+    picture(window());
+    enter(window()->MaxV, "2.3");
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {0.0, 1.0}, -0.1, 2.3}));
+    enter(window()->MinV, "-4");
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {0.0, 1.0}, -4.0, 2.3}));
+}
+
+void tst_FourPsMapViews::zoomedAndPannedViewShowsItsPart()
+{
+    const QList<double> values{0.0, 0.2, 0.4, 0.6, 0.8, 1.0};
+    setQuantity(*m_panel, Ratio1, 3, 2, values);
+    picture(window());
+    const PlainMap map{3, 2, values, -0.1, 1.1};
+    window()->DispA->cc.setReal(0.75, 0.5, 1.3, 1.7);
+    QCOMPARE(picture(window()), plainPicture(window(), map, {{}, 0.75, 0.5, 1.3, 1.7}));
+    window()->DispA->cc.setReal(-2.5, -1.25, 4.0, 5.0);
+    QCOMPARE(picture(window()), plainPicture(window(), map, {{}, -2.5, -1.25, 4.0, 5.0}));
+}
+
+// The upper limit stands for twice the table, so that all from its middle on is
+// white.
+void tst_FourPsMapViews::squeezedBarColoursTheMap()
+{
+    setQuantity(*m_panel, C1, 3, 1, {0.0, 192.0, 768.0});
+    picture(window());
+    window()->CBar->imax = 1536.0;
+    const QImage image = picture(window());
+    QCOMPARE(colorAt(image, middleOf(window(), 3, 1, 0, 0)), QColor(0, 0, 0));
+    QCOMPARE(colorAt(image, middleOf(window(), 3, 1, 1, 0)), QColor(255, 128, 0));
+    QCOMPARE(colorAt(image, middleOf(window(), 3, 1, 2, 0)), QColor(255, 255, 255));
+}
+
+QTEST_MAIN(tst_FourPsMapViews)
+#include "tst_FourPsMapViews.moc"

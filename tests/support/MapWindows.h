@@ -1,0 +1,198 @@
+// The two map windows of a panel: results made by hand, what their surfaces
+// show, and what they have to show.
+#pragma once
+
+#include "display/DispMBase.h"
+#include "support/PanelTools.h"
+#include "support/PlainMapCells.h"
+
+#include <QImage>
+#include <QTest>
+
+#include <array>
+#include <cmath>
+
+namespace tests
+{
+
+/// A panel whose windows go with it.
+class PanelWithMaps : public FourPs
+{
+public:
+    ~PanelWithMaps() override
+    {
+        for (QWidget* window : {static_cast<QWidget*>(MapDisp), static_cast<QWidget*>(DMapDisp),
+                                static_cast<QWidget*>(Disps)}) {
+            window->hide();
+        }
+    }
+};
+
+inline bool showWindow(QWidget* window)
+{
+    window->show();
+    return QTest::qWaitForWindowExposed(window);
+}
+
+/// Moves the drawing of a shown map window into a window of its own.
+inline bool popOut(DispMBase* window)
+{
+    window->popDock();
+    return QTest::qWaitForWindowExposed(window->pop);
+}
+
+/// The radio of a quantity, by its place in the value list of a pixel.
+inline QRadioButton* mapRadio(const FourPs& panel, int quantity)
+{
+    const std::array<QRadioButton*, 13> radios{
+        panel.ui.MapRatio1, panel.ui.MapRatio2, panel.ui.MapRatio3, panel.ui.MapRatio4,
+        panel.ui.MapDMut1,  panel.ui.MapDMut2,  panel.ui.MapDMut3,  panel.ui.MapDMut4,
+        panel.ui.MapMut0,   panel.ui.MapC1,     panel.ui.MapC2,     panel.ui.MapValence,
+        panel.ui.MapAmount};
+    return radios.at(static_cast<std::size_t>(quantity));
+}
+
+/// References 1 and 2 at valence 2 and 3, with edge jumps of 2 and 6.
+inline void setTwoReferences(FourPs& panel)
+{
+    makeReferenceValid(panel, 0, 2.0);
+    makeReferenceValid(panel, 1, 6.0);
+    panel.Refs.RefRows.at(0)->Valence->setText(QStringLiteral("2"));
+    panel.Refs.RefRows.at(1)->Valence->setText(QStringLiteral("3"));
+}
+
+/// A result of the non-equivalent method: for each pixel its thirteen values.
+inline void setResult(FourPs& panel, int width, int height, const QList<QList<double>>& pixels)
+{
+    panel.BaseData.clear();
+    panel.BaseData.extended = true;
+    panel.BaseData.xNum = width;
+    panel.BaseData.yNum = height;
+    for (const QList<double>& values : pixels) {
+        panel.BaseData.rows.append({0.0, 0.0, -77.0, -78.0, values});
+    }
+}
+
+/// The same with one quantity in sight, all others far away.
+inline void setQuantity(FourPs& panel, int quantity, int width, int height,
+                        const QList<double>& values)
+{
+    QList<QList<double>> pixels;
+    for (const double value : values) {
+        QList<double> all(13, 1e6);
+        all[quantity] = value;
+        pixels.append(all);
+    }
+    setResult(panel, width, height, pixels);
+    mapRadio(panel, quantity)->setChecked(true);
+}
+
+/// A result of the four-points family.
+struct FractionPixel {
+    double a;
+    double thickness;
+};
+
+inline void setFractions(FourPs& panel, int width, int height, const QList<FractionPixel>& pixels)
+{
+    panel.BaseData.clear();
+    panel.BaseData.extended = false;
+    panel.BaseData.xNum = width;
+    panel.BaseData.yNum = height;
+    for (const FractionPixel& pixel : pixels) {
+        panel.BaseData.rows.append({-77.0, -78.0, pixel.a, pixel.thickness, {}});
+    }
+}
+
+/// Place of a value in the table of 768 colours between two limits; what is
+/// not finite counts as the lowest place.
+inline int plainColorPlace(double value, double low, double high)
+{
+    const double place = 768.0 / (high - low) * (value - low);
+    return std::isfinite(place) ? static_cast<int>(std::clamp(place, 0.0, 767.0)) : 0;
+}
+
+/// From black over red and yellow to white.
+inline QColor plainMapColor(double value, double low, double high)
+{
+    const int place = plainColorPlace(value, low, high);
+    if (place < 256) {
+        return {place, 0, 0};
+    }
+    return place < 512 ? QColor(255, place - 256, 0) : QColor(255, 255, place - 512);
+}
+
+/// What the surface shows when it is painted now.
+inline QImage picture(DispMBase* window)
+{
+    return window->DispA->grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+/// A map and how it is to be seen.
+struct PlainMap {
+    int width;
+    int height;
+    QList<double> values; ///< x fastest
+    double low;
+    double high;
+    bool grid = false;
+};
+
+/// What the surface has to show in @p view, of which the size is the surface's.
+inline QImage plainPicture(const DispMBase* window, const PlainMap& map, PlainMapView view)
+{
+    view.surface = window->DispA->size();
+    QImage image(view.surface, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter p(&image);
+    plainFill(&p, view, map.width, map.height, [&map](int x, int y) {
+        return plainMapColor(map.values.at(y * map.width + x), map.low, map.high);
+    });
+    if (map.grid) {
+        p.setPen(QColor(200, 200, 200));
+        plainOutline(&p, view, map.width, map.height);
+    }
+    return image;
+}
+
+/// The same of the whole map.
+inline QImage plainPicture(const DispMBase* window, const PlainMap& map)
+{
+    return plainPicture(window, map, {{}, 0.0, 0.0, double(map.width), double(map.height)});
+}
+
+/// Whether the surface is white all over.
+inline bool isWhite(DispMBase* window)
+{
+    QImage white(window->DispA->size(), QImage::Format_RGB32);
+    white.fill(Qt::white);
+    return picture(window) == white;
+}
+
+/// The limits that the bar holds, and those that its edits show.
+inline QList<double> barLimits(const DispMBase* window)
+{
+    return {window->CBar->zmin, window->CBar->zmax};
+}
+
+inline QStringList limitTexts(const DispMBase* window)
+{
+    return {window->MinV->text(), window->MaxV->text()};
+}
+
+/// The data values at the surface's edges: left, lower, right, upper.
+inline QList<double> viewOf(const DispMBase* window)
+{
+    const ChCoord& cc = window->DispA->cc;
+    return {cc.realX0, cc.realY0, cc.realX1, cc.realY1};
+}
+
+/// The middle of a pixel of the map on a surface that shows @p width by
+/// @p height of them.
+inline QPointF middleOf(const DispMBase* window, int width, int height, int x, int y)
+{
+    const QSize size = window->DispA->size();
+    return {size.width() * (x + 0.5) / width, size.height() * (1.0 - (y + 0.5) / height)};
+}
+
+} // namespace tests
