@@ -1,0 +1,553 @@
+// The mouse over the result map: double clicks and read-outs.
+
+#include "support/MapWindows.h"
+#include "support/MouseInput.h"
+#include "support/PaintCounter.h"
+
+#include <QTest>
+
+#include <limits>
+
+using namespace tests;
+
+namespace
+{
+
+constexpr int ratio1 = 0;
+constexpr int ratio2 = 1;
+constexpr int c1 = 9;
+constexpr int valence = 11;
+
+/// A double click as the user makes it.
+void clickTwice(QWidget* surface, Qt::MouseButton button, Qt::KeyboardModifiers keys)
+{
+    const QPointF at(30.0, 40.0);
+    press(surface, at, button, keys);
+    release(surface, at, button, keys);
+    doubleClick(surface, at, button, keys);
+    release(surface, at, button, keys);
+}
+
+QString sixDigits(double value)
+{
+    return QString::number(value, 'g', 6);
+}
+
+} // namespace
+
+class tst_FourPsMapMouse : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void doubleClickChoosesLimits_data();
+    void doubleClickChoosesLimits();
+    void otherDoubleClicksLeaveTheLimits_data();
+    void otherDoubleClicksLeaveTheLimits();
+    void shiftOnlyRaisesTheLimits_data();
+    void shiftOnlyRaisesTheLimits();
+    void shiftAgainAndAgainChangesNothingMore();
+    void controlScansWhereTheQuantityHasNoLimits();
+    void scanOfADoubleClickTakesTheShownQuantity();
+    void scanOfADoubleClickCountsMissingPixelsAsZero();
+    void doubleClickOnEqualValuesPutsTheLimitsTogether();
+    void nextPaintSetsItsOwnLimits_data();
+    void nextPaintSetsItsOwnLimits();
+    void everyDoubleClickShowsTheWholeMapAgain_data();
+    void everyDoubleClickShowsTheWholeMapAgain();
+    void doubleClickRepaintsThePanel();
+    void doubleClickWithoutResultDoesNothing_data();
+    void doubleClickWithoutResultDoesNothing();
+    void doubleClickInThePoppedOutWindowCounts();
+    void singleClickLeavesViewAndLimits();
+
+    void moveShowsPlaceAndValueOfEachPixel();
+    void moveShowsTheChosenQuantity();
+    void moveOverAFourPointsResultShowsItsQuantities_data();
+    void moveOverAFourPointsResultShowsItsQuantities();
+    void placeOutsideTheMapReadsZero_data();
+    void placeOutsideTheMapReadsZero();
+    void placeOnTheEdgeOfAPixelBelongsToTheNext_data();
+    void placeOnTheEdgeOfAPixelBelongsToTheNext();
+    void moveBesideTheMapReadsZero();
+    void pixelOutsideTheRecordsReadsZero();
+    void valueShowsSixDigitsFromItsStart();
+    void valueWithoutNumberIsShownAsSuch();
+    void valueIsLeftAloneBeforeResults();
+    void moveInTheZoomedViewReadsItsPixel();
+    void moveInThePoppedOutWindowReads();
+    void dragReadsAsWell();
+
+private:
+    DispMBase* window() const { return m_panel->MapDisp; }
+    DispArea* surface() const { return m_panel->MapDisp->DispA; }
+
+    std::unique_ptr<PanelWithMaps> m_panel;
+};
+
+void tst_FourPsMapMouse::init()
+{
+    m_panel = std::make_unique<PanelWithMaps>();
+    setTwoReferences(*m_panel);
+    QVERIFY(showWindow(window()));
+}
+
+void tst_FourPsMapMouse::cleanup()
+{
+    m_panel.reset();
+}
+
+void tst_FourPsMapMouse::doubleClickChoosesLimits_data()
+{
+    using Keys = Qt::KeyboardModifiers;
+    QTest::addColumn<Keys>("keys");
+    QTest::addColumn<QStringList>("texts");
+    const QStringList scanned{"0.45", "0.9"};
+    const QStringList kept{"0.47", "2"};
+    const QStringList preset{"-0.1", "1.1"};
+    QTest::newRow("no key") << Keys(Qt::NoModifier) << scanned;
+    QTest::newRow("Shift") << Keys(Qt::ShiftModifier) << kept;
+    QTest::newRow("Control") << Keys(Qt::ControlModifier) << preset;
+    QTest::newRow("Meta alone") << Keys(Qt::MetaModifier) << scanned;
+    QTest::newRow("keypad alone") << Keys(Qt::KeypadModifier) << scanned;
+    QTest::newRow("Shift and Meta") << (Qt::ShiftModifier | Qt::MetaModifier) << kept;
+    QTest::newRow("Control and Meta") << (Qt::ControlModifier | Qt::MetaModifier) << preset;
+}
+
+void tst_FourPsMapMouse::doubleClickChoosesLimits()
+{
+    QFETCH(Qt::KeyboardModifiers, keys);
+    QFETCH(QStringList, texts);
+    setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
+    picture(window());
+    window()->setZRange(0.47, 2.0);
+    window()->MinV->setCursorPosition(2);
+    clickTwice(surface(), Qt::LeftButton, keys);
+    QCOMPARE(limitTexts(window()), texts);
+    QCOMPARE(barLimits(window()), QList<double>({texts.at(0).toDouble(), texts.at(1).toDouble()}));
+    QCOMPARE(window()->MinV->cursorPosition(), 0);
+    QCOMPARE(window()->MaxV->cursorPosition(), 0);
+}
+
+void tst_FourPsMapMouse::otherDoubleClicksLeaveTheLimits_data()
+{
+    using Keys = Qt::KeyboardModifiers;
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::addColumn<Keys>("keys");
+    QTest::newRow("Alt") << Qt::LeftButton << Keys(Qt::AltModifier);
+    QTest::newRow("Shift and Control")
+        << Qt::LeftButton << (Qt::ShiftModifier | Qt::ControlModifier);
+    QTest::newRow("Shift and Alt") << Qt::LeftButton << (Qt::ShiftModifier | Qt::AltModifier);
+    QTest::newRow("Control and Alt") << Qt::LeftButton << (Qt::ControlModifier | Qt::AltModifier);
+    QTest::newRow("all three") << Qt::LeftButton
+                               << (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
+    QTest::newRow("right") << Qt::RightButton << Keys(Qt::NoModifier);
+    QTest::newRow("right with Shift") << Qt::RightButton << Keys(Qt::ShiftModifier);
+    QTest::newRow("right with Control") << Qt::RightButton << Keys(Qt::ControlModifier);
+    QTest::newRow("middle") << Qt::MiddleButton << Keys(Qt::NoModifier);
+}
+
+void tst_FourPsMapMouse::otherDoubleClicksLeaveTheLimits()
+{
+    QFETCH(Qt::MouseButton, button);
+    QFETCH(Qt::KeyboardModifiers, keys);
+    setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
+    picture(window());
+    window()->setZRange(0.6, 0.7);
+    clickTwice(surface(), button, keys);
+    QCOMPARE(limitTexts(window()), QStringList({"0.6", "0.7"}));
+    QCOMPARE(barLimits(window()), QList<double>({0.6, 0.7}));
+}
+
+void tst_FourPsMapMouse::shiftOnlyRaisesTheLimits_data()
+{
+    QTest::addColumn<double>("low");
+    QTest::addColumn<double>("high");
+    QTest::addColumn<QStringList>("texts");
+    QTest::newRow("both below the values") << 0.1 << 0.2 << QStringList{"0.45", "0.9"};
+    QTest::newRow("within the values") << 0.6 << 0.7 << QStringList{"0.6", "0.9"};
+    QTest::newRow("around the values") << -1.0 << 3.0 << QStringList{"0.45", "3"};
+    QTest::newRow("both above the values") << 2.0 << 3.0 << QStringList{"2", "3"};
+}
+
+void tst_FourPsMapMouse::shiftOnlyRaisesTheLimits()
+{
+    QFETCH(double, low);
+    QFETCH(double, high);
+    setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
+    picture(window());
+    window()->setZRange(low, high);
+    clickTwice(surface(), Qt::LeftButton, Qt::ShiftModifier);
+    QTEST(limitTexts(window()), "texts");
+}
+
+void tst_FourPsMapMouse::shiftAgainAndAgainChangesNothingMore()
+{
+    setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
+    picture(window());
+    window()->setZRange(0.6, 0.7);
+    clickTwice(surface(), Qt::LeftButton, Qt::ShiftModifier);
+    clickTwice(surface(), Qt::LeftButton, Qt::ShiftModifier);
+    QCOMPARE(limitTexts(window()), QStringList({"0.6", "0.9"}));
+}
+
+// Not the scan that only raises: both limits go down here.
+void tst_FourPsMapMouse::controlScansWhereTheQuantityHasNoLimits()
+{
+    setQuantity(*m_panel, c1, 3, 1, {-5.0, -9.0, -4.5});
+    picture(window());
+    window()->setZRange(2.0, 3.0);
+    clickTwice(surface(), Qt::LeftButton, Qt::ControlModifier);
+    QCOMPARE(limitTexts(window()), QStringList({"-9", "-4.5"}));
+}
+
+void tst_FourPsMapMouse::scanOfADoubleClickTakesTheShownQuantity()
+{
+    setFractions(*m_panel, 2, 1, {{0.25, 1.0}, {0.75, 5.0}});
+    for (const auto& [quantity, texts] : {std::pair<int, QStringList>{ratio1, {"0.25", "0.75"}},
+                                          {ratio2, {"0.25", "0.75"}},
+                                          {valence, {"2.25", "2.75"}},
+                                          {12, {"1", "5"}},
+                                          {4, {"0", "0"}}}) {
+        mapRadio(*m_panel, quantity)->setChecked(true);
+        window()->setZRange(40.0, 50.0);
+        clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+        QCOMPARE(limitTexts(window()), texts);
+    }
+}
+
+void tst_FourPsMapMouse::scanOfADoubleClickCountsMissingPixelsAsZero()
+{
+    setQuantity(*m_panel, ratio1, 2, 2, {0.5, 0.9, 0.45});
+    clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+    QCOMPARE(limitTexts(window()), QStringList({"0", "0.9"}));
+}
+
+void tst_FourPsMapMouse::doubleClickOnEqualValuesPutsTheLimitsTogether()
+{
+    setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.5});
+    clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+    QCOMPARE(barLimits(window()), QList<double>({0.5, 0.5}));
+    QCOMPARE(limitTexts(window()), QStringList({"0.5", "0.5"}));
+}
+
+void tst_FourPsMapMouse::nextPaintSetsItsOwnLimits_data()
+{
+    using Keys = Qt::KeyboardModifiers;
+    QTest::addColumn<int>("quantity");
+    QTest::addColumn<Keys>("keys");
+    QTest::addColumn<QStringList>("texts");
+    for (const Keys& keys : {Keys(Qt::NoModifier), Keys(Qt::ShiftModifier),
+                             Keys(Qt::ControlModifier), Keys(Qt::AltModifier)}) {
+        QTest::addRow("presets, keys %d", keys.toInt())
+            << ratio1 << keys << QStringList{"-0.1", "1.1"};
+        QTest::addRow("scan, keys %d", keys.toInt()) << c1 << keys << QStringList{"0.45", "0.9"};
+    }
+}
+
+void tst_FourPsMapMouse::nextPaintSetsItsOwnLimits()
+{
+    QFETCH(int, quantity);
+    QFETCH(Qt::KeyboardModifiers, keys);
+    QFETCH(QStringList, texts);
+    const QList<double> values{0.5, 0.9, 0.45};
+    setQuantity(*m_panel, quantity, 3, 1, values);
+    picture(window());
+    window()->setZRange(2.0, 3.0);
+    clickTwice(surface(), Qt::LeftButton, keys);
+    PaintCounter paints(surface());
+    QVERIFY(paints.within(60) >= 1);
+    QCOMPARE(limitTexts(window()), texts);
+    const double low = texts.at(0).toDouble();
+    const double high = texts.at(1).toDouble();
+    QCOMPARE(picture(window()), plainPicture(window(), {3, 1, values, low, high}));
+}
+
+void tst_FourPsMapMouse::everyDoubleClickShowsTheWholeMapAgain_data()
+{
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::newRow("left") << Qt::LeftButton;
+    QTest::newRow("right") << Qt::RightButton;
+    QTest::newRow("middle") << Qt::MiddleButton;
+}
+
+void tst_FourPsMapMouse::everyDoubleClickShowsTheWholeMapAgain()
+{
+    QFETCH(Qt::MouseButton, button);
+    setQuantity(*m_panel, ratio1, 3, 2, QList<double>(6, 0.5));
+    picture(window());
+    tests::move(surface(), {100.0, 100.0});
+    turnWheel(surface(), {100.0, 100.0}, {0, 120});
+    picture(window());
+    QVERIFY(viewOf(window()) != QList<double>({0.0, 0.0, 3.0, 2.0}));
+    clickTwice(surface(), button, Qt::NoModifier);
+    QTest::qWait(20);
+    QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 3.0, 2.0}));
+    QVERIFY(surface()->hasScale);
+}
+
+void tst_FourPsMapMouse::doubleClickRepaintsThePanel()
+{
+    QVERIFY(showWindow(m_panel.get()));
+    setQuantity(*m_panel, ratio1, 1, 1, {0.5});
+    PaintCounter paints(m_panel.get());
+    paints.settle();
+    clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+    QCOMPARE(paints.within(60), 1);
+    clickTwice(surface(), Qt::RightButton, Qt::NoModifier);
+    QCOMPARE(paints.within(60), 2);
+    m_panel->BaseData.clear();
+    clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+    QCOMPARE(paints.within(60), 2);
+    m_panel->hide();
+}
+
+void tst_FourPsMapMouse::doubleClickWithoutResultDoesNothing_data()
+{
+    using Keys = Qt::KeyboardModifiers;
+    QTest::addColumn<Keys>("keys");
+    QTest::newRow("no key") << Keys(Qt::NoModifier);
+    QTest::newRow("Shift") << Keys(Qt::ShiftModifier);
+    QTest::newRow("Control") << Keys(Qt::ControlModifier);
+}
+
+void tst_FourPsMapMouse::doubleClickWithoutResultDoesNothing()
+{
+    QFETCH(Qt::KeyboardModifiers, keys);
+    window()->setZRange(2.0, 3.0);
+    clickTwice(surface(), Qt::LeftButton, keys);
+    QTest::qWait(20);
+    QCOMPARE(limitTexts(window()), QStringList({"2", "3"}));
+    QCOMPARE(barLimits(window()), QList<double>({2.0, 3.0}));
+    QVERIFY(isWhite(window()));
+}
+
+void tst_FourPsMapMouse::doubleClickInThePoppedOutWindowCounts()
+{
+    setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
+    QVERIFY(popOut(window()));
+    window()->setZRange(0.6, 0.7);
+    clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+    QCOMPARE(limitTexts(window()), QStringList({"0.45", "0.9"}));
+    QTest::qWait(40);
+    QCOMPARE(limitTexts(window()), QStringList({"-0.1", "1.1"}));
+    window()->popDock();
+}
+
+void tst_FourPsMapMouse::singleClickLeavesViewAndLimits()
+{
+    setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
+    picture(window());
+    surface()->cc.setReal(1.0, 0.25, 2.0, 0.75);
+    window()->setZRange(0.6, 0.7);
+    QTest::mouseClick(surface(), Qt::LeftButton, {}, {30, 40});
+    QTest::qWait(20);
+    QCOMPARE(viewOf(window()), QList<double>({1.0, 0.25, 2.0, 0.75}));
+    QCOMPARE(limitTexts(window()), QStringList({"0.6", "0.7"}));
+}
+
+void tst_FourPsMapMouse::moveShowsPlaceAndValueOfEachPixel()
+{
+    setQuantity(*m_panel, ratio1, 3, 2, {0.125, 0.25, 0.375, 0.5, 0.625, 0.75});
+    picture(window());
+    const double width = surface()->width();
+    const double height = surface()->height();
+    for (int pixel = 0; pixel < 6; ++pixel) {
+        const QPoint at = middleOf(window(), 3, 2, pixel % 3, pixel / 3).toPoint();
+        tests::move(surface(), at);
+        QCOMPARE(window()->XPos->text(), sixDigits(3.0 / width * at.x()));
+        QCOMPARE(window()->YPos->text(), sixDigits(2.0 / height * (height - at.y())));
+        QCOMPARE(window()->Val->text(), sixDigits(0.125 * (pixel + 1)));
+    }
+}
+
+void tst_FourPsMapMouse::moveShowsTheChosenQuantity()
+{
+    QList<double> values;
+    for (int quantity = 0; quantity < 13; ++quantity) {
+        values.append(10.5 + quantity);
+    }
+    setResult(*m_panel, 1, 1, {values});
+    for (int quantity = 0; quantity < 13; ++quantity) {
+        mapRadio(*m_panel, quantity)->setChecked(true);
+        m_panel->receiveNowPosInMap(0.5, 0.5);
+        QCOMPARE(window()->Val->text(), sixDigits(10.5 + quantity));
+    }
+}
+
+void tst_FourPsMapMouse::moveOverAFourPointsResultShowsItsQuantities_data()
+{
+    QTest::addColumn<int>("quantity");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("share 1") << 0 << "0.25";
+    QTest::newRow("share 2") << 1 << "0.75";
+    QTest::newRow("share 3") << 2 << "0";
+    QTest::newRow("dMut 1") << 4 << "0";
+    QTest::newRow("mut0") << 8 << "0";
+    QTest::newRow("c2") << 10 << "0";
+    QTest::newRow("valence") << 11 << "2.75";
+    QTest::newRow("amount") << 12 << "1.5";
+}
+
+void tst_FourPsMapMouse::moveOverAFourPointsResultShowsItsQuantities()
+{
+    QFETCH(int, quantity);
+    setFractions(*m_panel, 1, 1, {{0.25, 1.5}});
+    mapRadio(*m_panel, quantity)->setChecked(true);
+    picture(window());
+    tests::move(surface(), middleOf(window(), 1, 1, 0, 0));
+    QTEST(window()->Val->text(), "text");
+}
+
+void tst_FourPsMapMouse::placeOutsideTheMapReadsZero_data()
+{
+    QTest::addColumn<double>("x");
+    QTest::addColumn<double>("y");
+    QTest::newRow("left") << -0.5 << 0.5;
+    QTest::newRow("left, in the second line") << -0.5 << 1.5;
+    QTest::newRow("far left, in the second line") << -1.5 << 1.5;
+    QTest::newRow("right, in the first line") << 3.5 << 0.5;
+    QTest::newRow("on the right edge") << 3.0 << 0.5;
+    QTest::newRow("below") << 0.5 << -0.5;
+    QTest::newRow("far below") << 2.5 << -1.5;
+    QTest::newRow("above") << 0.5 << 2.5;
+    QTest::newRow("on the upper edge") << 0.5 << 2.0;
+    QTest::newRow("beyond whole numbers") << 1e300 << 0.5;
+    QTest::newRow("below whole numbers") << 0.5 << -1e300;
+    QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << 0.5;
+    QTest::newRow("infinity") << 0.5 << std::numeric_limits<double>::infinity();
+}
+
+void tst_FourPsMapMouse::placeOutsideTheMapReadsZero()
+{
+    QFETCH(double, x);
+    QFETCH(double, y);
+    setQuantity(*m_panel, ratio1, 3, 2, {0.125, 0.25, 0.375, 0.5, 0.625, 0.75});
+    window()->Val->setText("old");
+    m_panel->receiveNowPosInMap(x, y);
+    QCOMPARE(window()->Val->text(), "0");
+}
+
+void tst_FourPsMapMouse::placeOnTheEdgeOfAPixelBelongsToTheNext_data()
+{
+    QTest::addColumn<double>("x");
+    QTest::addColumn<double>("y");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("origin") << 0.0 << 0.0 << "0.125";
+    QTest::newRow("second column") << 1.0 << 0.0 << "0.25";
+    QTest::newRow("just before it") << 0.999999 << 0.0 << "0.125";
+    QTest::newRow("second line") << 0.0 << 1.0 << "0.5";
+    QTest::newRow("just before it too") << 0.0 << 0.999999 << "0.125";
+    QTest::newRow("last corner") << 2.999999 << 1.999999 << "0.75";
+}
+
+void tst_FourPsMapMouse::placeOnTheEdgeOfAPixelBelongsToTheNext()
+{
+    QFETCH(double, x);
+    QFETCH(double, y);
+    setQuantity(*m_panel, ratio1, 3, 2, {0.125, 0.25, 0.375, 0.5, 0.625, 0.75});
+    m_panel->receiveNowPosInMap(x, y);
+    QTEST(window()->Val->text(), "text");
+}
+
+void tst_FourPsMapMouse::moveBesideTheMapReadsZero()
+{
+    setQuantity(*m_panel, ratio1, 2, 2, {0.125, 0.25, 0.375, 0.5});
+    picture(window());
+    // The map takes the middle half of the view.
+    surface()->cc.setReal(-1.0, -1.0, 3.0, 3.0);
+    const double width = surface()->width();
+    const double height = surface()->height();
+    for (const QPointF& part :
+         {QPointF(0.2, 0.4), QPointF(0.8, 0.6), QPointF(0.4, 0.1), QPointF(0.6, 0.9)}) {
+        window()->Val->setText("old");
+        tests::move(surface(), {width * part.x(), height * part.y()});
+        QCOMPARE(window()->Val->text(), "0");
+    }
+    tests::move(surface(), {width * 0.6, height * 0.6});
+    QCOMPARE(window()->Val->text(), "0.25");
+}
+
+void tst_FourPsMapMouse::pixelOutsideTheRecordsReadsZero()
+{
+    setQuantity(*m_panel, ratio1, 2, 2, {0.125, 0.25, 0.375});
+    m_panel->receiveNowPosInMap(0.5, 1.5);
+    QCOMPARE(window()->Val->text(), "0.375");
+    m_panel->receiveNowPosInMap(1.5, 1.5);
+    QCOMPARE(window()->Val->text(), "0");
+}
+
+void tst_FourPsMapMouse::valueShowsSixDigitsFromItsStart()
+{
+    setQuantity(*m_panel, ratio1, 1, 1, {-1.0 / 3.0});
+    window()->Val->setText("a long text");
+    window()->Val->setCursorPosition(9);
+    m_panel->receiveNowPosInMap(0.5, 0.5);
+    QCOMPARE(window()->Val->text(), "-0.333333");
+    QCOMPARE(window()->Val->cursorPosition(), 0);
+}
+
+void tst_FourPsMapMouse::valueWithoutNumberIsShownAsSuch()
+{
+    setQuantity(
+        *m_panel, ratio1, 2, 1,
+        {std::numeric_limits<double>::quiet_NaN(), -std::numeric_limits<double>::infinity()});
+    m_panel->receiveNowPosInMap(0.5, 0.5);
+    QCOMPARE(window()->Val->text(), "nan");
+    m_panel->receiveNowPosInMap(1.5, 0.5);
+    QCOMPARE(window()->Val->text(), "-inf");
+}
+
+void tst_FourPsMapMouse::valueIsLeftAloneBeforeResults()
+{
+    picture(window());
+    window()->Val->setText("old");
+    const double width = surface()->width();
+    tests::move(surface(), {60.0, 70.0});
+    QCOMPARE(window()->Val->text(), "old");
+    QCOMPARE(window()->XPos->text(), sixDigits(60.0 / width));
+}
+
+void tst_FourPsMapMouse::moveInTheZoomedViewReadsItsPixel()
+{
+    QList<double> values;
+    for (int i = 0; i < 100; ++i) {
+        values.append(0.01 * i);
+    }
+    setQuantity(*m_panel, ratio1, 10, 10, values);
+    picture(window());
+    // Column 4 and line 7 alone, and what is right above.
+    surface()->cc.setReal(4.0, 7.0, 5.0, 9.0);
+    const double width = surface()->width();
+    const double height = surface()->height();
+    tests::move(surface(), {width * 0.5, height * 0.75});
+    QCOMPARE(window()->Val->text(), "0.74");
+    tests::move(surface(), {width * 0.5, height * 0.25});
+    QCOMPARE(window()->Val->text(), "0.84");
+}
+
+void tst_FourPsMapMouse::moveInThePoppedOutWindowReads()
+{
+    setQuantity(*m_panel, ratio1, 2, 1, {0.125, 0.25});
+    QVERIFY(popOut(window()));
+    picture(window());
+    tests::move(surface(), middleOf(window(), 2, 1, 1, 0));
+    QCOMPARE(window()->Val->text(), "0.25");
+    window()->popDock();
+}
+
+void tst_FourPsMapMouse::dragReadsAsWell()
+{
+    setQuantity(*m_panel, ratio1, 2, 1, {0.125, 0.25});
+    picture(window());
+    press(surface(), middleOf(window(), 2, 1, 0, 0));
+    drag(surface(), middleOf(window(), 2, 1, 1, 0));
+    QCOMPARE(window()->Val->text(), "0.25");
+    release(surface(), middleOf(window(), 2, 1, 1, 0));
+}
+
+QTEST_MAIN(tst_FourPsMapMouse)
+#include "tst_FourPsMapMouse.moc"
