@@ -164,9 +164,10 @@ inline QImage plainPicture(const DispMBase* window, const PlainMap& map)
 /// Whether the surface is white all over.
 inline bool isWhite(DispMBase* window)
 {
-    QImage white(window->DispA->size(), QImage::Format_RGB32);
+    const QImage image = picture(window);
+    QImage white(image.size(), QImage::Format_RGB32);
     white.fill(Qt::white);
-    return picture(window) == white;
+    return image == white;
 }
 
 /// The limits that the bar holds, and those that its edits show.

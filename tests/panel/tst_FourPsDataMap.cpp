@@ -1,0 +1,543 @@
+// The window of the measured maps: picture, limits, choice of a row, new files.
+
+#include "support/MapWindows.h"
+#include "support/MouseInput.h"
+#include "support/TestFiles.h"
+
+#include <QButtonGroup>
+#include <QTest>
+
+#include <limits>
+
+using namespace tests;
+
+namespace
+{
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+struct Counts {
+    double intensity;
+    double i0;
+};
+
+/// Gives an energy row a map of counted pixels.
+void setCounts(FourPs& panel, int row, int width, int height, const QList<Counts>& pixels)
+{
+    AEPoint* point = panel.EPoints.at(row);
+    point->clear();
+    point->xNum = width;
+    point->yNum = height;
+    for (const Counts& pixel : pixels) {
+        point->rows.append({0.0, 0.0, pixel.intensity, pixel.i0, {}});
+    }
+    point->loaded = true;
+}
+
+/// The same of ready values of mut.
+void setMuts(FourPs& panel, int row, int width, int height, const QList<double>& muts)
+{
+    QList<Counts> pixels;
+    for (const double mut : muts) {
+        pixels.append({mut, 0.0});
+    }
+    setCounts(panel, row, width, height, pixels);
+}
+
+/// A map file of @p width columns whose pixels show the given ready muts.
+QByteArray mapText(int width, int height, const QList<double>& muts)
+{
+    QByteArray text = "# map\n# X-NUM " + QByteArray::number(width) + "\n# Y-NUM " +
+                      QByteArray::number(height) + "\n";
+    for (const double mut : muts) {
+        text += "0 0 " + QByteArray::number(mut) + " 0\n";
+    }
+    return text;
+}
+
+QString sixDigits(double value)
+{
+    return QString::number(value, 'g', 6);
+}
+
+} // namespace
+
+class tst_FourPsDataMap : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void rowWithoutDataIsWhite();
+    void mapWithoutSizeIsWhite_data();
+    void mapWithoutSizeIsWhite();
+    void rowThatIsNotLoadedIsWhiteWhateverItHolds();
+    void firstRowIsShownAtFirst();
+    void noRowCheckedShowsTheFirst();
+
+    void countsShowAsLogarithm();
+    void countsThatAreReadyMutsShowAsTheyStand();
+    void pixelOfNoIntensityShowsAsOne();
+    void pixelOutsideTheRowsShowsAsMinusOne();
+    void surplusRowsAreNotShown();
+    void pixelWithoutNumberTakesTheFirstColour();
+    void firstRowOfPixelsLiesAtTheBottom();
+    void mapLargerThanTheSurfaceShows();
+    void gridOutlinesEveryCell();
+
+    void limitsAreThoseOfTheValues_data();
+    void limitsAreThoseOfTheValues();
+    void limitsShowSixDigitsFromTheirStart();
+    void limitsOfNoNumberAreLeft();
+    void equalValuesTakeTheFirstColour();
+    void paintWithAScaleKeepsLimitsAndView();
+    void doubleClickFitsViewAndLimitsAgain_data();
+    void doubleClickFitsViewAndLimitsAgain();
+    void doubleClickLeavesTheResultMap();
+
+    void chosenRowFitsViewAndLimits();
+    void chosenRowWithoutDataIsWhiteAndLeavesTheLimits();
+    void loadedFileFitsViewAndLimits();
+    void loadedFileOfAnotherRowLeavesThePicture();
+    void secondFileOfARowReplacesItsPicture();
+    void filesForAllRowsFitTheShownOne();
+    void loadedFileShowsInThePoppedOutWindow();
+
+    void moveShowsPlaceAndValueOfEachPixel();
+    void placeOutsideTheMapReadsMinusOne_data();
+    void placeOutsideTheMapReadsMinusOne();
+    void pixelOutsideTheRowsReadsMinusOne();
+    void readOutTakesTheChosenRow();
+    void valueShowsSixDigitsFromItsStart();
+    void valueIsLeftAloneWithoutData();
+    void moveLeavesTheReadOutOfTheOtherWindow();
+
+private:
+    DispMBase* window() const { return m_panel->DMapDisp; }
+    DispArea* surface() const { return m_panel->DMapDisp->DispA; }
+    void load(int row, const QString& path) { m_panel->EPoints.at(row)->FileSelect->newFile(path); }
+
+    QTemporaryDir m_dir;
+    std::unique_ptr<PanelWithMaps> m_panel;
+};
+
+void tst_FourPsDataMap::init()
+{
+    m_panel = std::make_unique<PanelWithMaps>();
+    QVERIFY(showWindow(window()));
+}
+
+void tst_FourPsDataMap::cleanup()
+{
+    m_panel.reset();
+}
+
+void tst_FourPsDataMap::rowWithoutDataIsWhite()
+{
+    QVERIFY(isWhite(window()));
+    QVERIFY(!surface()->hasScale);
+    QCOMPARE(limitTexts(window()), QStringList({"", ""}));
+}
+
+void tst_FourPsDataMap::mapWithoutSizeIsWhite_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::newRow("no size") << 0 << 0;
+    QTest::newRow("no columns") << 0 << 1;
+    QTest::newRow("no lines") << 2 << 0;
+    QTest::newRow("negative") << -2 << -1;
+}
+
+void tst_FourPsDataMap::mapWithoutSizeIsWhite()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    setMuts(*m_panel, 0, width, height, {1.0, 2.0});
+    QVERIFY(isWhite(window()));
+    QVERIFY(!surface()->hasScale);
+    QCOMPARE(barLimits(window()), QList<double>({0.0, 1.0}));
+}
+
+void tst_FourPsDataMap::rowThatIsNotLoadedIsWhiteWhateverItHolds()
+{
+    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
+    m_panel->EPoints.at(0)->loaded = false;
+    QVERIFY(isWhite(window()));
+    QVERIFY(!surface()->hasScale);
+}
+
+void tst_FourPsDataMap::firstRowIsShownAtFirst()
+{
+    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
+    setMuts(*m_panel, 1, 2, 1, {5.0, 4.0});
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
+}
+
+void tst_FourPsDataMap::noRowCheckedShowsTheFirst()
+{
+    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
+    m_panel->EPoints.at(0)->ShowMapB->group()->setExclusive(false);
+    m_panel->EPoints.at(0)->ShowMapB->setChecked(false);
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
+}
+
+void tst_FourPsDataMap::countsShowAsLogarithm()
+{
+    setCounts(*m_panel, 0, 2, 2, {{1.0, 2.0}, {4.0, 2.0}, {1.0, 8.0}, {3.0, 3.0}});
+    const QList<double> values{std::log(2.0), std::log(0.5), std::log(8.0), 0.0};
+    QCOMPARE(picture(window()),
+             plainPicture(window(), {2, 2, values, std::log(0.5), std::log(8.0)}));
+    QCOMPARE(limitTexts(window()), QStringList({"-0.693147", "2.07944"}));
+}
+
+void tst_FourPsDataMap::countsThatAreReadyMutsShowAsTheyStand()
+{
+    setCounts(*m_panel, 0, 3, 1, {{1.0, 0.0}, {4.0, 0.0}, {0.0, 0.0}});
+    QCOMPARE(picture(window()), plainPicture(window(), {3, 1, {1.0, 4.0, 0.0}, 0.0, 4.0}));
+}
+
+void tst_FourPsDataMap::pixelOfNoIntensityShowsAsOne()
+{
+    setCounts(*m_panel, 0, 3, 1, {{0.0, 5.0}, {0.25, 0.0}, {0.0, -2.0}});
+    QCOMPARE(picture(window()), plainPicture(window(), {3, 1, {1.0, 0.25, 1.0}, 0.25, 1.0}));
+}
+
+void tst_FourPsDataMap::pixelOutsideTheRowsShowsAsMinusOne()
+{
+    setMuts(*m_panel, 0, 2, 2, {1.0, 2.0, 3.0});
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 2, {1.0, 2.0, 3.0, -1.0}, -1.0, 3.0}));
+    QCOMPARE(limitTexts(window()), QStringList({"-1", "3"}));
+}
+
+void tst_FourPsDataMap::surplusRowsAreNotShown()
+{
+    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0, 30.0, -30.0});
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
+}
+
+void tst_FourPsDataMap::pixelWithoutNumberTakesTheFirstColour()
+{
+    // The logarithm of a negative ratio has no number.
+    setCounts(*m_panel, 0, 4, 1, {{1.0, 0.0}, {-1.0, 2.0}, {notANumber, 0.0}, {2.0, 0.0}});
+    const QList<double> values{1.0, notANumber, notANumber, 2.0};
+    const QImage image = picture(window());
+    QCOMPARE(image, plainPicture(window(), {4, 1, values, 1.0, 2.0}));
+    QCOMPARE(image.pixelColor(middleOf(window(), 4, 1, 1, 0).toPoint()), QColor(0, 0, 0));
+    QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
+}
+
+void tst_FourPsDataMap::firstRowOfPixelsLiesAtTheBottom()
+{
+    setMuts(*m_panel, 0, 2, 2, {0.0, 256.0, 512.0, 768.0});
+    const QImage image = picture(window());
+    const int right = image.width() - 1;
+    const int bottom = image.height() - 1;
+    QCOMPARE(image.pixelColor(0, bottom), QColor(0, 0, 0));
+    QCOMPARE(image.pixelColor(right, bottom), QColor(255, 0, 0));
+    QCOMPARE(image.pixelColor(0, 0), QColor(255, 255, 0));
+    QCOMPARE(image.pixelColor(right, 0), QColor(255, 255, 255));
+}
+
+void tst_FourPsDataMap::mapLargerThanTheSurfaceShows()
+{
+    const int width = 600;
+    const int height = 700;
+    QVERIFY(surface()->width() < width && surface()->height() < height);
+    QList<double> values;
+    for (int i = 0; i < width * height; ++i) {
+        values.append(i % 13 * 0.1);
+    }
+    setMuts(*m_panel, 0, width, height, values);
+    QCOMPARE(picture(window()), plainPicture(window(), {width, height, values, 0.0, 12 * 0.1}));
+}
+
+void tst_FourPsDataMap::gridOutlinesEveryCell()
+{
+    setMuts(*m_panel, 0, 3, 2, {1.0, 2.0, 3.0, 4.0, 5.0, 6.0});
+    const PlainMap map{3, 2, {1.0, 2.0, 3.0, 4.0, 5.0, 6.0}, 1.0, 6.0};
+    QCOMPARE(picture(window()), plainPicture(window(), map));
+    m_panel->ui.MapWGrid->setChecked(true);
+    PlainMap outlined = map;
+    outlined.grid = true;
+    QCOMPARE(picture(window()), plainPicture(window(), outlined));
+    surface()->cc.setReal(-0.4, 0.3, 2.6, 1.8);
+    QCOMPARE(picture(window()), plainPicture(window(), outlined, {{}, -0.4, 0.3, 2.6, 1.8}));
+}
+
+void tst_FourPsDataMap::limitsAreThoseOfTheValues_data()
+{
+    using Muts = QList<double>;
+    QTest::addColumn<Muts>("muts");
+    QTest::addColumn<QStringList>("texts");
+    QTest::newRow("positive") << Muts{3.0, 2.0, 5.0, 4.0} << QStringList{"2", "5"};
+    QTest::newRow("negative") << Muts{-3.0, -2.0, -5.0, -4.0} << QStringList{"-5", "-2"};
+    QTest::newRow("first and last") << Muts{1.0, 2.0, 3.0, 4.0} << QStringList{"1", "4"};
+    QTest::newRow("falling") << Muts{4.0, 3.0, 2.0, 1.0} << QStringList{"1", "4"};
+    QTest::newRow("infinity") << Muts{4.0, infinity, 2.0, 1.0} << QStringList{"1", "inf"};
+}
+
+void tst_FourPsDataMap::limitsAreThoseOfTheValues()
+{
+    QFETCH(QList<double>, muts);
+    setMuts(*m_panel, 0, 2, 2, muts);
+    picture(window());
+    QTEST(limitTexts(window()), "texts");
+    const auto [low, high] = std::minmax_element(muts.cbegin(), muts.cend());
+    QCOMPARE(barLimits(window()), QList<double>({*low, *high}));
+}
+
+void tst_FourPsDataMap::limitsShowSixDigitsFromTheirStart()
+{
+    setMuts(*m_panel, 0, 2, 1, {-1.0 / 3.0, 123456789.0});
+    picture(window());
+    QCOMPARE(limitTexts(window()), QStringList({"-0.333333", "1.23457e+08"}));
+    QCOMPARE(window()->MinV->cursorPosition(), 0);
+    QCOMPARE(window()->MaxV->cursorPosition(), 0);
+}
+
+void tst_FourPsDataMap::limitsOfNoNumberAreLeft()
+{
+    window()->setZRange(40.0, 50.0);
+    setMuts(*m_panel, 0, 2, 1, {notANumber, notANumber});
+    picture(window());
+    QCOMPARE(limitTexts(window()), QStringList({"40", "50"}));
+    QCOMPARE(barLimits(window()), QList<double>({40.0, 50.0}));
+    QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 2.0, 1.0}));
+}
+
+void tst_FourPsDataMap::equalValuesTakeTheFirstColour()
+{
+    setMuts(*m_panel, 0, 2, 1, {3.0, 3.0});
+    QImage black(surface()->size(), QImage::Format_RGB32);
+    black.fill(Qt::black);
+    QCOMPARE(picture(window()), black);
+    QCOMPARE(barLimits(window()), QList<double>({3.0, 3.0}));
+}
+
+void tst_FourPsDataMap::paintWithAScaleKeepsLimitsAndView()
+{
+    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
+    picture(window());
+    surface()->cc.setReal(0.5, 0.25, 1.75, 0.75);
+    enter(window()->MaxV, "4");
+    setMuts(*m_panel, 0, 2, 1, {1.5, 9.0});
+    const PlainMap map{2, 1, {1.5, 9.0}, 1.0, 4.0};
+    QCOMPARE(picture(window()), plainPicture(window(), map, {{}, 0.5, 0.25, 1.75, 0.75}));
+}
+
+void tst_FourPsDataMap::doubleClickFitsViewAndLimitsAgain_data()
+{
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::newRow("left") << Qt::LeftButton;
+    QTest::newRow("right") << Qt::RightButton;
+}
+
+void tst_FourPsDataMap::doubleClickFitsViewAndLimitsAgain()
+{
+    QFETCH(Qt::MouseButton, button);
+    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
+    picture(window());
+    surface()->cc.setReal(0.5, 0.25, 1.75, 0.75);
+    window()->setZRange(-4.0, 4.0);
+    doubleClick(surface(), {30.0, 40.0}, button);
+    // No limits of its own: those come with the next paint.
+    QCOMPARE(limitTexts(window()), QStringList({"-4", "4"}));
+    QTest::qWait(20);
+    QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
+}
+
+void tst_FourPsDataMap::doubleClickLeavesTheResultMap()
+{
+    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
+    setQuantity(*m_panel, 0, 2, 1, {0.5, 0.6});
+    picture(m_panel->MapDisp);
+    m_panel->MapDisp->setZRange(0.25, 0.75);
+    for (const auto& keys : {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier}) {
+        doubleClick(surface(), {30.0, 40.0}, Qt::LeftButton, keys);
+    }
+    QCOMPARE(limitTexts(m_panel->MapDisp), QStringList({"0.25", "0.75"}));
+    QVERIFY(m_panel->MapDisp->DispA->hasScale);
+}
+
+void tst_FourPsDataMap::chosenRowFitsViewAndLimits()
+{
+    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
+    setMuts(*m_panel, 5, 3, 2, {6.0, 5.0, 4.0, 3.0, 8.0, 9.0});
+    picture(window());
+    surface()->cc.setReal(0.5, 0.25, 1.75, 0.75);
+    m_panel->EPoints.at(5)->ShowMapB->click();
+    QCOMPARE(picture(window()),
+             plainPicture(window(), {3, 2, {6.0, 5.0, 4.0, 3.0, 8.0, 9.0}, 3.0, 9.0}));
+    QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 3.0, 2.0}));
+    QCOMPARE(limitTexts(window()), QStringList({"3", "9"}));
+    m_panel->EPoints.at(0)->ShowMapB->click();
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
+}
+
+void tst_FourPsDataMap::chosenRowWithoutDataIsWhiteAndLeavesTheLimits()
+{
+    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
+    picture(window());
+    m_panel->EPoints.at(7)->ShowMapB->click();
+    QVERIFY(isWhite(window()));
+    QVERIFY(!surface()->hasScale);
+    QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
+    QCOMPARE(barLimits(window()), QList<double>({1.0, 2.0}));
+}
+
+void tst_FourPsDataMap::loadedFileFitsViewAndLimits()
+{
+    setMuts(*m_panel, 0, 3, 1, {10.0, 20.0, 30.0});
+    picture(window());
+    surface()->cc.setReal(0.5, 0.25, 1.75, 0.75);
+    load(0, writeFile(m_dir, "a.dat", mapText(2, 2, {1.0, 2.0, 4.0, 3.0})));
+    QVERIFY(!surface()->hasScale);
+    QTest::qWait(20);
+    QVERIFY(surface()->hasScale);
+    QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 2.0, 2.0}));
+    QCOMPARE(limitTexts(window()), QStringList({"1", "4"}));
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 2, {1.0, 2.0, 4.0, 3.0}, 1.0, 4.0}));
+}
+
+void tst_FourPsDataMap::loadedFileOfAnotherRowLeavesThePicture()
+{
+    setMuts(*m_panel, 0, 3, 1, {10.0, 20.0, 30.0});
+    picture(window());
+    load(1, writeFile(m_dir, "a.dat", mapText(2, 2, {1.0, 2.0, 4.0, 3.0})));
+    QTest::qWait(20);
+    QCOMPARE(picture(window()), plainPicture(window(), {3, 1, {10.0, 20.0, 30.0}, 10.0, 30.0}));
+}
+
+void tst_FourPsDataMap::secondFileOfARowReplacesItsPicture()
+{
+    const QString first = writeFile(m_dir, "a.dat", mapText(2, 2, {1.0, 2.0, 4.0, 3.0}));
+    const QString second = writeFile(m_dir, "b.dat", mapText(3, 1, {7.0, 9.0, 8.0}));
+    load(0, first);
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 2, {1.0, 2.0, 4.0, 3.0}, 1.0, 4.0}));
+    load(0, second);
+    QCOMPARE(picture(window()), plainPicture(window(), {3, 1, {7.0, 9.0, 8.0}, 7.0, 9.0}));
+}
+
+void tst_FourPsDataMap::filesForAllRowsFitTheShownOne()
+{
+    QStringList paths;
+    for (int row = 0; row < 8; ++row) {
+        paths << writeFile(m_dir, QStringLiteral("row%1.dat").arg(row),
+                           mapText(1, 2, {10.0 + row, 20.0}));
+    }
+    m_panel->EPoints.at(6)->ShowMapB->click();
+    m_panel->receiveNewPaths(paths);
+    QCOMPARE(picture(window()), plainPicture(window(), {1, 2, {16.0, 20.0}, 16.0, 20.0}));
+}
+
+void tst_FourPsDataMap::loadedFileShowsInThePoppedOutWindow()
+{
+    QVERIFY(popOut(window()));
+    load(0, writeFile(m_dir, "a.dat", mapText(2, 1, {1.0, 2.0})));
+    QTest::qWait(40);
+    QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 2.0, 1.0}));
+    QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
+    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
+    window()->popDock();
+}
+
+void tst_FourPsDataMap::moveShowsPlaceAndValueOfEachPixel()
+{
+    setCounts(*m_panel, 0, 3, 2,
+              {{1.0, 2.0}, {0.0, 2.0}, {2.5, 0.0}, {4.0, 2.0}, {0.0, 0.0}, {1.0, 10.0}});
+    const QStringList texts{"0.693147", "1", "2.5", "-0.693147", "0", "2.30259"};
+    picture(window());
+    const double width = surface()->width();
+    const double height = surface()->height();
+    for (int pixel = 0; pixel < 6; ++pixel) {
+        const QPoint at = middleOf(window(), 3, 2, pixel % 3, pixel / 3).toPoint();
+        tests::move(surface(), at);
+        QCOMPARE(window()->XPos->text(), sixDigits(3.0 / width * at.x()));
+        QCOMPARE(window()->YPos->text(), sixDigits(2.0 / height * (height - at.y())));
+        QCOMPARE(window()->Val->text(), texts.at(pixel));
+    }
+}
+
+void tst_FourPsDataMap::placeOutsideTheMapReadsMinusOne_data()
+{
+    QTest::addColumn<double>("x");
+    QTest::addColumn<double>("y");
+    QTest::newRow("left") << -0.5 << 0.5;
+    QTest::newRow("left, in the second line") << -0.5 << 1.5;
+    QTest::newRow("far left, in the second line") << -1.5 << 1.5;
+    QTest::newRow("right, in the first line") << 3.5 << 0.5;
+    QTest::newRow("on the right edge") << 3.0 << 0.5;
+    QTest::newRow("below") << 0.5 << -0.5;
+    QTest::newRow("above") << 0.5 << 2.5;
+    QTest::newRow("on the upper edge") << 0.5 << 2.0;
+    QTest::newRow("beyond whole numbers") << 1e300 << 0.5;
+    QTest::newRow("no number") << 0.5 << notANumber;
+    QTest::newRow("infinity") << infinity << 0.5;
+}
+
+void tst_FourPsDataMap::placeOutsideTheMapReadsMinusOne()
+{
+    QFETCH(double, x);
+    QFETCH(double, y);
+    setMuts(*m_panel, 0, 3, 2, {1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0, 8.0, 9.0});
+    window()->Val->setText("old");
+    m_panel->receiveNowPosInDMap(x, y);
+    QCOMPARE(window()->Val->text(), "-1");
+}
+
+void tst_FourPsDataMap::pixelOutsideTheRowsReadsMinusOne()
+{
+    setMuts(*m_panel, 0, 2, 2, {1.0, 2.0, 3.0});
+    m_panel->receiveNowPosInDMap(0.5, 1.5);
+    QCOMPARE(window()->Val->text(), "3");
+    m_panel->receiveNowPosInDMap(1.5, 1.5);
+    QCOMPARE(window()->Val->text(), "-1");
+}
+
+void tst_FourPsDataMap::readOutTakesTheChosenRow()
+{
+    setMuts(*m_panel, 0, 1, 1, {1.0});
+    setMuts(*m_panel, 4, 1, 1, {5.0});
+    m_panel->receiveNowPosInDMap(0.5, 0.5);
+    QCOMPARE(window()->Val->text(), "1");
+    m_panel->EPoints.at(4)->ShowMapB->click();
+    m_panel->receiveNowPosInDMap(0.5, 0.5);
+    QCOMPARE(window()->Val->text(), "5");
+}
+
+void tst_FourPsDataMap::valueShowsSixDigitsFromItsStart()
+{
+    setMuts(*m_panel, 0, 1, 1, {-1.0 / 3.0});
+    m_panel->receiveNowPosInDMap(0.5, 0.5);
+    QCOMPARE(window()->Val->text(), "-0.333333");
+    QCOMPARE(window()->Val->cursorPosition(), 0);
+}
+
+void tst_FourPsDataMap::valueIsLeftAloneWithoutData()
+{
+    setMuts(*m_panel, 1, 1, 1, {5.0});
+    picture(window());
+    window()->Val->setText("old");
+    tests::move(surface(), {60.0, 70.0});
+    QCOMPARE(window()->Val->text(), "old");
+    QCOMPARE(window()->XPos->text(), sixDigits(60.0 / surface()->width()));
+}
+
+void tst_FourPsDataMap::moveLeavesTheReadOutOfTheOtherWindow()
+{
+    setMuts(*m_panel, 0, 1, 1, {5.0});
+    setQuantity(*m_panel, 0, 1, 1, {0.5});
+    picture(window());
+    tests::move(surface(), middleOf(window(), 1, 1, 0, 0));
+    QCOMPARE(window()->Val->text(), "5");
+    QCOMPARE(m_panel->MapDisp->Val->text(), QString());
+    QCOMPARE(m_panel->MapDisp->XPos->text(), QString());
+}
+
+QTEST_MAIN(tst_FourPsDataMap)
+#include "tst_FourPsDataMap.moc"

@@ -1,0 +1,597 @@
+// What opens the two map windows and what repaints them.
+
+#include "support/MapWindows.h"
+#include "support/MouseInput.h"
+#include "support/PaintCounter.h"
+
+#include <QTest>
+
+using namespace tests;
+
+namespace
+{
+
+constexpr int ratio1 = 0;
+constexpr int ratio2 = 1;
+constexpr int dMut1 = 4;
+constexpr int c1 = 9;
+constexpr int c2 = 10;
+
+/// Two references at four energies, the non-equivalent method with a linear
+/// background, and a line of pixels in each of the four rows.
+void prepareNonEquivalent(FourPs& panel, const QList<double>& parts)
+{
+    const QList<double> energies{1000, 2000, 3000, 4000, 5000};
+    const QList<QList<double>> shapes{{1, 0, 3, 2, 1}, {0, 1, 1, 3, 5}};
+    chooseQuietly(panel.ui.TypeNonEquiv);
+    setSpectrum(*panel.XafsFiles.at(0), energies, shapes.at(0), {0.25, 0, 0}, {2.25, 0, 0});
+    setSpectrum(*panel.XafsFiles.at(1), energies, shapes.at(1), {0.5, 0, 0}, {6.5, 0, 0});
+    useReferences(panel, {0, 1});
+    useRows(panel, {0, 1, 2, 3, 4});
+    for (int row = 0; row < 5; ++row) {
+        panel.EPoints.at(row)->Energy->setText(QString::number(energies.at(row)));
+        QList<double> muts;
+        for (const double part : parts) {
+            muts.append(part * shapes.at(0).at(row) + shapes.at(1).at(row));
+        }
+        setMap(panel, row, muts);
+    }
+    clearMessages(panel);
+}
+
+/// The values of one quantity as the calculation stored them.
+QList<double> storedValues(const FourPs& panel, int quantity)
+{
+    QList<double> values;
+    for (const A2DRow& row : panel.BaseData.rows) {
+        values.append(row.values.at(quantity));
+    }
+    return values;
+}
+
+struct WindowPaints {
+    explicit WindowPaints(const FourPs& panel)
+        : result(panel.MapDisp->DispA)
+        , data(panel.DMapDisp->DispA)
+    {
+        result.settle();
+        data.settle();
+    }
+
+    /// Those of the result map and of the data map.
+    QList<int> counts() const { return {result.within(60), data.count()}; }
+
+    /// Whether the result map, or else the data map, was painted alone. A paint
+    /// that sets limits brings another one with it.
+    bool wereOfOne(bool ofTheResult) const
+    {
+        const QList<int> times = counts();
+        return ofTheResult ? times.at(0) > 0 && times.at(1) == 0
+                           : times.at(0) == 0 && times.at(1) > 0;
+    }
+
+    PaintCounter result;
+    PaintCounter data;
+};
+
+} // namespace
+
+class tst_FourPsMapRepaints : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void buttonsOpenTheirWindow_data();
+    void buttonsOpenTheirWindow();
+    void buttonLeavesAnOpenWindowOpen();
+    void reopenedWindowKeepsZoomAndLimits();
+
+    void chosenQuantityKeepsTheZoom();
+    void chosenQuantityTakesItsLimitsAtOnce();
+    void chosenSlopeKeepsTheLimitsInAZoomedView();
+    void chosenSlopeKeepsTheLimitsInTheWholeView();
+    void choiceBeforeResultsSetsTheLimits();
+    void chosenQuantityRepaintsTheResultMap_data();
+    void chosenQuantityRepaintsTheResultMap();
+    void everyRadioIsHeard_data();
+    void everyRadioIsHeard();
+
+    void gridBoxRepaintsBothWindows_data();
+    void gridBoxRepaintsBothWindows();
+    void gridBoxKeepsZoomAndLimits();
+    void updateOfBothMapsIgnoresItsArgument();
+
+    void chosenRowRepaintsTheDataMapAlone_data();
+    void chosenRowRepaintsTheDataMapAlone();
+    void everyRowRadioIsHeard();
+    void newDataOfEveryRowFitsTheDataMapAfresh_data();
+    void newDataOfEveryRowFitsTheDataMapAfresh();
+    void updateOfTheDataMapClearsItsScaleAtOnce();
+
+    void nonEquivalentRunFitsTheResultMapAfresh_data();
+    void nonEquivalentRunFitsTheResultMapAfresh();
+    void repeatedNonEquivalentRunFitsTheResultMapAfresh();
+    void refusedRunLeavesTheResultMap();
+    void fourPointsRunKeepsViewAndLimits_data();
+    void fourPointsRunKeepsViewAndLimits();
+    void repeatedFourPointsRunKeepsViewAndLimits();
+    void firstFourPointsRunFitsTheView();
+    void runsLeaveTheDataMap();
+
+    void paintThatSetsLimitsComesToRest_data();
+    void paintThatSetsLimitsComesToRest();
+
+private:
+    DispMBase* result() const { return m_panel->MapDisp; }
+    DispMBase* data() const { return m_panel->DMapDisp; }
+    bool showBoth(bool out);
+
+    std::unique_ptr<PanelWithMaps> m_panel;
+};
+
+void tst_FourPsMapRepaints::init()
+{
+    m_panel = std::make_unique<PanelWithMaps>();
+    setTwoReferences(*m_panel);
+}
+
+void tst_FourPsMapRepaints::cleanup()
+{
+    m_panel.reset();
+}
+
+bool tst_FourPsMapRepaints::showBoth(bool out)
+{
+    return showWindow(result()) && showWindow(data()) &&
+           (!out || (popOut(result()) && popOut(data())));
+}
+
+void tst_FourPsMapRepaints::buttonsOpenTheirWindow_data()
+{
+    QTest::addColumn<bool>("ofTheResult");
+    QTest::newRow("result map") << true;
+    QTest::newRow("data map") << false;
+}
+
+void tst_FourPsMapRepaints::buttonsOpenTheirWindow()
+{
+    QFETCH(bool, ofTheResult);
+    QVERIFY(result()->isWindow() && data()->isWindow());
+    QVERIFY(result()->isHidden() && data()->isHidden());
+    QTest::mouseClick(ofTheResult ? m_panel->ui.ShowMap : m_panel->ui.ShowDMap, Qt::LeftButton);
+    QVERIFY(QTest::qWaitForWindowExposed(ofTheResult ? result() : data()));
+    QCOMPARE(result()->isVisible(), ofTheResult);
+    QCOMPARE(data()->isVisible(), !ofTheResult);
+    QVERIFY(m_panel->Disps->isHidden());
+}
+
+void tst_FourPsMapRepaints::buttonLeavesAnOpenWindowOpen()
+{
+    for (int i = 0; i < 2; ++i) {
+        QTest::mouseClick(m_panel->ui.ShowMap, Qt::LeftButton);
+        QTest::mouseClick(m_panel->ui.ShowDMap, Qt::LeftButton);
+        QVERIFY(result()->isVisible());
+        QVERIFY(data()->isVisible());
+    }
+}
+
+void tst_FourPsMapRepaints::reopenedWindowKeepsZoomAndLimits()
+{
+    setQuantity(*m_panel, ratio1, 3, 2, QList<double>(6, 0.5));
+    QVERIFY(showWindow(result()));
+    picture(result());
+    result()->DispA->cc.setReal(1.0, 0.5, 2.0, 1.5);
+    enter(result()->MaxV, "0.75");
+    QVERIFY(result()->close());
+    m_panel->ui.ShowMap->click();
+    QVERIFY(QTest::qWaitForWindowExposed(result()));
+    QTest::qWait(20);
+    QCOMPARE(viewOf(result()), QList<double>({1.0, 0.5, 2.0, 1.5}));
+    QCOMPARE(barLimits(result()), QList<double>({-0.1, 0.75}));
+}
+
+void tst_FourPsMapRepaints::chosenQuantityKeepsTheZoom()
+{
+    setResult(*m_panel, 2, 2, {{0.1, 0.9}, {0.2, 0.8}, {0.3, 0.7}, {0.4, 0.6}});
+    mapRadio(*m_panel, ratio1)->click();
+    QVERIFY(showWindow(result()));
+    picture(result());
+    const QSize size = result()->DispA->size();
+    const QPoint at(size.width() / 2, size.height() / 2);
+    tests::move(result()->DispA, at);
+    turnWheel(result()->DispA, at, {0, 120});
+    // By 1 / 1.1 about the middle, which is cut to a whole pixel.
+    const double x = 2.0 * at.x() / size.width();
+    const double y = 2.0 * (size.height() - at.y()) / size.height();
+    const QList<double> zoomed{x - x / 1.1, y - y / 1.1, x + (2.0 - x) / 1.1, y + (2.0 - y) / 1.1};
+    mapRadio(*m_panel, ratio2)->click();
+    const QImage image = picture(result());
+    for (int i = 0; i < 4; ++i) {
+        QVERIFY(std::abs(viewOf(result()).at(i) - zoomed.at(i)) < 1e-12);
+    }
+    const QList<double> view = viewOf(result());
+    QCOMPARE(image, plainPicture(result(), {2, 2, {0.9, 0.8, 0.7, 0.6}, -0.1, 1.1},
+                                 {{}, view.at(0), view.at(1), view.at(2), view.at(3)}));
+}
+
+void tst_FourPsMapRepaints::chosenQuantityTakesItsLimitsAtOnce()
+{
+    setQuantity(*m_panel, ratio1, 1, 1, {0.5});
+    picture(result());
+    QVERIFY(result()->DispA->hasScale);
+    mapRadio(*m_panel, dMut1)->click();
+    QCOMPARE(limitTexts(result()), QStringList({"-0.8", "8.8"}));
+    m_panel->ui.MapValence->click();
+    QCOMPARE(limitTexts(result()), QStringList({"1.5", "3.5"}));
+    QVERIFY(result()->DispA->hasScale);
+    // Called by itself it does the same.
+    result()->setZRange(40.0, 50.0);
+    m_panel->selectedNewMap();
+    QCOMPARE(limitTexts(result()), QStringList({"1.5", "3.5"}));
+}
+
+void tst_FourPsMapRepaints::chosenSlopeKeepsTheLimitsInAZoomedView()
+{
+    const QList<double> values{0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.5, 7.0, 2.5, 0.0};
+    setResult(*m_panel, 1, 1, {values});
+    picture(result());
+    result()->DispA->cc.setReal(-1.0, -1.0, 1.0, 1.0);
+    mapRadio(*m_panel, c1)->click();
+    QCOMPARE(picture(result()),
+             plainPicture(result(), {1, 1, {0.5}, 1.5, 3.5}, {{}, -1.0, -1.0, 1.0, 1.0}));
+    QCOMPARE(limitTexts(result()), QStringList({"1.5", "3.5"}));
+}
+
+// The automatic range is set by the first paint, and no choice clears it.
+void tst_FourPsMapRepaints::chosenSlopeKeepsTheLimitsInTheWholeView()
+{
+    setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
+    picture(result());
+    setQuantity(*m_panel, c2, 2, 1, {0.3, 0.9});
+    QCOMPARE(picture(result()), plainPicture(result(), {2, 1, {0.3, 0.9}, -0.1, 1.1}));
+}
+
+void tst_FourPsMapRepaints::choiceBeforeResultsSetsTheLimits()
+{
+    mapRadio(*m_panel, ratio2)->click();
+    QCOMPARE(limitTexts(result()), QStringList({"-0.1", "1.1"}));
+    mapRadio(*m_panel, c1)->click();
+    QCOMPARE(limitTexts(result()), QStringList({"-0.1", "1.1"}));
+    QVERIFY(isWhite(result()));
+}
+
+void tst_FourPsMapRepaints::chosenQuantityRepaintsTheResultMap_data()
+{
+    QTest::addColumn<bool>("out");
+    QTest::addColumn<int>("quantity");
+    QTest::newRow("with limits, docked") << false << ratio1;
+    QTest::newRow("with limits, popped out") << true << ratio1;
+    QTest::newRow("without limits, docked") << false << c1;
+    QTest::newRow("without limits, popped out") << true << c1;
+}
+
+void tst_FourPsMapRepaints::chosenQuantityRepaintsTheResultMap()
+{
+    QFETCH(bool, out);
+    QFETCH(int, quantity);
+    setResult(*m_panel, 1, 1, {QList<double>(13, 0.5)});
+    QVERIFY(showBoth(out));
+    const WindowPaints paints(*m_panel);
+    mapRadio(*m_panel, quantity)->click();
+    QCOMPARE(paints.counts(), QList<int>({1, 0}));
+    if (out) {
+        result()->popDock();
+        data()->popDock();
+    }
+}
+
+void tst_FourPsMapRepaints::everyRadioIsHeard_data()
+{
+    QTest::addColumn<int>("quantity");
+    for (int quantity = 0; quantity < 13; ++quantity) {
+        QTest::addRow("quantity %d", quantity) << quantity;
+    }
+}
+
+void tst_FourPsMapRepaints::everyRadioIsHeard()
+{
+    QFETCH(int, quantity);
+    // Away from it and back to it, so that the last one is heard too.
+    mapRadio(*m_panel, quantity == 0 ? 1 : 0)->setChecked(true);
+    QVERIFY(showWindow(result()));
+    PaintCounter paints(result()->DispA);
+    paints.settle();
+    mapRadio(*m_panel, quantity)->click();
+    QCOMPARE(paints.within(60), 1);
+    for (int other = 0; other < 13; ++other) {
+        QCOMPARE(mapRadio(*m_panel, other)->isChecked(), other == quantity);
+    }
+}
+
+void tst_FourPsMapRepaints::gridBoxRepaintsBothWindows_data()
+{
+    QTest::addColumn<bool>("out");
+    QTest::newRow("docked") << false;
+    QTest::newRow("popped out") << true;
+}
+
+void tst_FourPsMapRepaints::gridBoxRepaintsBothWindows()
+{
+    QFETCH(bool, out);
+    setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
+    setMap(*m_panel, 0, {1.0, 2.0});
+    QVERIFY(showBoth(out));
+    const WindowPaints paints(*m_panel);
+    m_panel->ui.MapWGrid->click();
+    QCOMPARE(paints.counts(), QList<int>({1, 1}));
+    QCOMPARE(picture(result()), plainPicture(result(), {2, 1, {0.5, 0.6}, -0.1, 1.1, true}));
+    QCOMPARE(picture(data()), plainPicture(data(), {2, 1, {1.0, 2.0}, 1.0, 2.0, true}));
+    const WindowPaints back(*m_panel);
+    m_panel->ui.MapWGrid->click();
+    QCOMPARE(back.counts(), QList<int>({1, 1}));
+    QCOMPARE(picture(result()), plainPicture(result(), {2, 1, {0.5, 0.6}, -0.1, 1.1}));
+    QCOMPARE(picture(data()), plainPicture(data(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
+    if (out) {
+        result()->popDock();
+        data()->popDock();
+    }
+}
+
+void tst_FourPsMapRepaints::gridBoxKeepsZoomAndLimits()
+{
+    setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
+    setMap(*m_panel, 0, {1.0, 2.0});
+    for (DispMBase* window : {result(), data()}) {
+        picture(window);
+        window->DispA->cc.setReal(0.5, 0.25, 1.5, 0.75);
+        window->setZRange(0.25, 4.0);
+    }
+    m_panel->ui.MapWGrid->click();
+    for (DispMBase* window : {result(), data()}) {
+        picture(window);
+        QCOMPARE(viewOf(window), QList<double>({0.5, 0.25, 1.5, 0.75}));
+        QCOMPARE(barLimits(window), QList<double>({0.25, 4.0}));
+    }
+}
+
+void tst_FourPsMapRepaints::updateOfBothMapsIgnoresItsArgument()
+{
+    QVERIFY(showBoth(false));
+    for (const bool argument : {false, true}) {
+        const WindowPaints paints(*m_panel);
+        m_panel->updateMaps(argument);
+        QCOMPARE(paints.counts(), QList<int>({1, 1}));
+    }
+}
+
+void tst_FourPsMapRepaints::chosenRowRepaintsTheDataMapAlone_data()
+{
+    gridBoxRepaintsBothWindows_data();
+}
+
+void tst_FourPsMapRepaints::chosenRowRepaintsTheDataMapAlone()
+{
+    QFETCH(bool, out);
+    setMap(*m_panel, 0, {1.0, 2.0});
+    setMap(*m_panel, 3, {5.0, 7.0, 6.0});
+    QVERIFY(showBoth(out));
+    const WindowPaints paints(*m_panel);
+    m_panel->EPoints.at(3)->ShowMapB->click();
+    QVERIFY(paints.wereOfOne(false));
+    QCOMPARE(picture(data()), plainPicture(data(), {3, 1, {5.0, 7.0, 6.0}, 5.0, 7.0}));
+    if (out) {
+        result()->popDock();
+        data()->popDock();
+    }
+}
+
+void tst_FourPsMapRepaints::everyRowRadioIsHeard()
+{
+    for (const int row : {1, 2, 3, 4, 5, 6, 7, 0}) {
+        data()->DispA->hasScale = true;
+        m_panel->EPoints.at(row)->ShowMapB->click();
+        QVERIFY(!data()->DispA->hasScale);
+        QCOMPARE(m_panel->CheckedMapRow(), row);
+    }
+}
+
+void tst_FourPsMapRepaints::newDataOfEveryRowFitsTheDataMapAfresh_data()
+{
+    QTest::addColumn<int>("row");
+    for (int row = 0; row < 8; ++row) {
+        QTest::addRow("row %d", row + 1) << row;
+    }
+}
+
+void tst_FourPsMapRepaints::newDataOfEveryRowFitsTheDataMapAfresh()
+{
+    QFETCH(int, row);
+    QVERIFY(showBoth(false));
+    const WindowPaints paints(*m_panel);
+    result()->DispA->hasScale = true;
+    data()->DispA->hasScale = true;
+    Q_EMIT m_panel->EPoints.at(row)->newData();
+    QVERIFY(!data()->DispA->hasScale);
+    QVERIFY(result()->DispA->hasScale);
+    QCOMPARE(paints.counts(), QList<int>({0, 1}));
+}
+
+void tst_FourPsMapRepaints::updateOfTheDataMapClearsItsScaleAtOnce()
+{
+    data()->DispA->hasScale = true;
+    result()->DispA->hasScale = true;
+    m_panel->updateDMap();
+    QVERIFY(!data()->DispA->hasScale);
+    QVERIFY(result()->DispA->hasScale);
+}
+
+void tst_FourPsMapRepaints::nonEquivalentRunFitsTheResultMapAfresh_data()
+{
+    gridBoxRepaintsBothWindows_data();
+}
+
+void tst_FourPsMapRepaints::nonEquivalentRunFitsTheResultMapAfresh()
+{
+    QFETCH(bool, out);
+    prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});
+    setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
+    QVERIFY(showBoth(out));
+    const WindowPaints paints(*m_panel);
+    QVERIFY(result()->DispA->hasScale);
+    result()->DispA->cc.setReal(0.5, 0.25, 1.5, 0.75);
+    m_panel->ui.CalcMapB->click();
+    QVERIFY(messages(*m_panel).isEmpty());
+    QVERIFY(!result()->DispA->hasScale);
+    QVERIFY(paints.wereOfOne(true));
+    QVERIFY(result()->DispA->hasScale);
+    QCOMPARE(m_panel->BaseData.xNum, 3);
+    QCOMPARE(picture(result()),
+             plainPicture(result(), {3, 1, storedValues(*m_panel, ratio1), -0.1, 1.1}));
+    if (out) {
+        result()->popDock();
+        data()->popDock();
+    }
+}
+
+void tst_FourPsMapRepaints::repeatedNonEquivalentRunFitsTheResultMapAfresh()
+{
+    prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});
+    mapRadio(*m_panel, ratio1)->setChecked(true);
+    m_panel->calcMap();
+    QVERIFY(showBoth(false));
+    picture(result());
+    result()->DispA->cc.setReal(0.5, 0.25, 1.5, 0.75);
+    result()->setZRange(0.25, 0.5);
+    const WindowPaints paints(*m_panel);
+    const A2DRow* before = m_panel->BaseData.rows.constData();
+    m_panel->ui.CalcMapB->click();
+    // Nothing was calculated anew.
+    QCOMPARE(m_panel->BaseData.rows.constData(), before);
+    QVERIFY(!result()->DispA->hasScale);
+    QVERIFY(paints.wereOfOne(true));
+    QCOMPARE(viewOf(result()), QList<double>({0.0, 0.0, 3.0, 1.0}));
+    QCOMPARE(limitTexts(result()), QStringList({"-0.1", "1.1"}));
+}
+
+void tst_FourPsMapRepaints::refusedRunLeavesTheResultMap()
+{
+    prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});
+    m_panel->calcMap();
+    QVERIFY(showBoth(false));
+    picture(result());
+    result()->DispA->cc.setReal(0.5, 0.25, 1.5, 0.75);
+    result()->setZRange(0.25, 0.5);
+    useRows(*m_panel, {0, 1});
+    const WindowPaints paints(*m_panel);
+    m_panel->ui.CalcMapB->click();
+    QCOMPARE(messages(*m_panel).size(), 1);
+    QVERIFY(result()->DispA->hasScale);
+    QCOMPARE(paints.counts(), QList<int>({0, 0}));
+    QCOMPARE(viewOf(result()), QList<double>({0.5, 0.25, 1.5, 0.75}));
+    QCOMPARE(limitTexts(result()), QStringList({"0.25", "0.5"}));
+}
+
+void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits_data()
+{
+    gridBoxRepaintsBothWindows_data();
+}
+
+void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits()
+{
+    QFETCH(bool, out);
+    // a = 1/2 in the one pixel.
+    prepareThreePointMaps(*m_panel);
+    setQuantity(*m_panel, ratio1, 2, 1, {0.2, 0.3});
+    QVERIFY(showBoth(out));
+    picture(result());
+    result()->DispA->cc.setReal(-0.5, -0.25, 1.5, 2.75);
+    result()->setZRange(0.25, 0.75);
+    const WindowPaints paints(*m_panel);
+    m_panel->ui.CalcMapB->click();
+    QVERIFY(messages(*m_panel).isEmpty());
+    QVERIFY(result()->DispA->hasScale);
+    QCOMPARE(paints.counts(), QList<int>({1, 0}));
+    QCOMPARE(m_panel->BaseData.rows.at(0).intensity, 0.5);
+    QCOMPARE(picture(result()),
+             plainPicture(result(), {1, 1, {0.5}, 0.25, 0.75}, {{}, -0.5, -0.25, 1.5, 2.75}));
+    QCOMPARE(limitTexts(result()), QStringList({"0.25", "0.75"}));
+    if (out) {
+        result()->popDock();
+        data()->popDock();
+    }
+}
+
+void tst_FourPsMapRepaints::repeatedFourPointsRunKeepsViewAndLimits()
+{
+    prepareThreePointMaps(*m_panel);
+    m_panel->calcMap();
+    QVERIFY(showBoth(false));
+    picture(result());
+    result()->DispA->cc.setReal(-0.5, -0.25, 1.5, 2.75);
+    result()->setZRange(0.25, 0.75);
+    m_panel->calcMap();
+    QVERIFY(result()->DispA->hasScale);
+    picture(result());
+    QCOMPARE(viewOf(result()), QList<double>({-0.5, -0.25, 1.5, 2.75}));
+    QCOMPARE(limitTexts(result()), QStringList({"0.25", "0.75"}));
+}
+
+void tst_FourPsMapRepaints::firstFourPointsRunFitsTheView()
+{
+    prepareThreePointMaps(*m_panel);
+    mapRadio(*m_panel, ratio1)->setChecked(true);
+    QVERIFY(showBoth(false));
+    QVERIFY(isWhite(result()));
+    m_panel->calcMap();
+    QTest::qWait(20);
+    QCOMPARE(viewOf(result()), QList<double>({0.0, 0.0, 1.0, 1.0}));
+    QVERIFY(result()->DispA->hasScale);
+    QCOMPARE(picture(result()), plainPicture(result(), {1, 1, {0.5}, -0.1, 1.1}));
+}
+
+void tst_FourPsMapRepaints::runsLeaveTheDataMap()
+{
+    prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});
+    picture(data());
+    data()->DispA->cc.setReal(0.5, 0.25, 1.5, 0.75);
+    data()->setZRange(0.25, 0.5);
+    m_panel->calcMap();
+    QVERIFY(!result()->DispA->hasScale);
+    QVERIFY(data()->DispA->hasScale);
+    picture(data());
+    QCOMPARE(viewOf(data()), QList<double>({0.5, 0.25, 1.5, 0.75}));
+    QCOMPARE(limitTexts(data()), QStringList({"0.25", "0.5"}));
+}
+
+void tst_FourPsMapRepaints::paintThatSetsLimitsComesToRest_data()
+{
+    gridBoxRepaintsBothWindows_data();
+}
+
+// New limits ask for another paint, which has a scale and asks for none.
+void tst_FourPsMapRepaints::paintThatSetsLimitsComesToRest()
+{
+    QFETCH(bool, out);
+    setQuantity(*m_panel, c1, 2, 1, {0.5, 0.6});
+    setMap(*m_panel, 0, {1.0, 2.0});
+    QVERIFY(showBoth(out));
+    const WindowPaints paints(*m_panel);
+    result()->clearScale();
+    result()->update();
+    m_panel->updateDMap();
+    QTest::qWait(60);
+    const QList<int> soon = paints.counts();
+    QVERIFY(soon.at(0) >= 1 && soon.at(1) >= 1);
+    QTest::qWait(60);
+    QCOMPARE(paints.counts(), soon);
+    if (out) {
+        result()->popDock();
+        data()->popDock();
+    }
+}
+
+QTEST_MAIN(tst_FourPsMapRepaints)
+#include "tst_FourPsMapRepaints.moc"
