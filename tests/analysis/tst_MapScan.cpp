@@ -1,0 +1,177 @@
+// The extremes of a map, and the place of a point on it.
+
+#include "analysis/MapScan.h"
+
+#include <QTest>
+
+#include <limits>
+
+namespace
+{
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+A2DData sized(int width, int height)
+{
+    A2DData map;
+    map.xNum = width;
+    map.yNum = height;
+    return map;
+}
+
+/// The extremes of @p values, x fastest.
+std::optional<analysis::Limits> scan(int width, int height, const QList<double>& values)
+{
+    return analysis::scanMap(sized(width, height),
+                             [&](int x, int y) { return values.at(y * width + x); });
+}
+
+} // namespace
+
+class tst_MapScan : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void extremesOfTheValues_data();
+    void extremesOfTheValues();
+    void nothingWithoutANumber_data();
+    void nothingWithoutANumber();
+    void everyClaimedPixelIsAskedOnce();
+    void rowsOfTheMapPlayNoPart();
+    void linesWithoutColumnsEndSoon();
+
+    void pixelOfAPlace_data();
+    void pixelOfAPlace();
+    void noPixelOutsideTheMap_data();
+    void noPixelOutsideTheMap();
+};
+
+void tst_MapScan::extremesOfTheValues_data()
+{
+    using Values = QList<double>;
+    QTest::addColumn<Values>("values"); // of 2 by 2 pixels
+    QTest::addColumn<double>("low");
+    QTest::addColumn<double>("high");
+    QTest::newRow("rising") << Values{1, 2, 3, 4} << 1.0 << 4.0;
+    QTest::newRow("falling") << Values{4, 3, 2, 1} << 1.0 << 4.0;
+    QTest::newRow("in the middle") << Values{2, 4, 1, 3} << 1.0 << 4.0;
+    QTest::newRow("negative") << Values{-2, -4, -1, -3} << -4.0 << -1.0;
+    QTest::newRow("equal") << Values{7, 7, 7, 7} << 7.0 << 7.0;
+    QTest::newRow("no number first") << Values{notANumber, 2, 3, 1} << 1.0 << 3.0;
+    QTest::newRow("no number last") << Values{3, 1, 2, notANumber} << 1.0 << 3.0;
+    QTest::newRow("one number") << Values{notANumber, 5, notANumber, notANumber} << 5.0 << 5.0;
+    QTest::newRow("infinity") << Values{1, infinity, 2, 3} << 1.0 << infinity;
+    QTest::newRow("minus infinity") << Values{1, -infinity, 2, 3} << -infinity << 3.0;
+    QTest::newRow("both") << Values{infinity, -infinity, 2, 3} << -infinity << infinity;
+    QTest::newRow("large") << Values{1e299, -1e299, 2, 3} << -1e299 << 1e299;
+}
+
+void tst_MapScan::extremesOfTheValues()
+{
+    QFETCH(QList<double>, values);
+    const auto limits = scan(2, 2, values);
+    QVERIFY(limits);
+    QTEST(limits->low, "low");
+    QTEST(limits->high, "high");
+}
+
+void tst_MapScan::nothingWithoutANumber_data()
+{
+    using Values = QList<double>;
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<Values>("values");
+    QTest::newRow("no numbers") << 2 << 1 << Values{notANumber, notANumber};
+    QTest::newRow("no columns") << 0 << 2 << Values{};
+    QTest::newRow("no lines") << 2 << 0 << Values{};
+    QTest::newRow("negative width") << -2 << 3 << Values{};
+    QTest::newRow("negative height") << 2 << -3 << Values{};
+}
+
+void tst_MapScan::nothingWithoutANumber()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(QList<double>, values);
+    QVERIFY(!scan(width, height, values));
+}
+
+void tst_MapScan::everyClaimedPixelIsAskedOnce()
+{
+    QList<int> asked(3 * 4, 0);
+    analysis::scanMap(sized(3, 4), [&](int x, int y) {
+        ++asked[y * 3 + x];
+        return 0.0;
+    });
+    QCOMPARE(asked, QList<int>(3 * 4, 1));
+}
+
+void tst_MapScan::rowsOfTheMapPlayNoPart()
+{
+    A2DData map = sized(2, 1);
+    map.rows.append({0.0, 0.0, 99.0, -99.0, {}});
+    const auto limits = analysis::scanMap(map, [](int x, int) { return 1.0 + x; });
+    QVERIFY(limits);
+    QCOMPARE(limits->low, 1.0);
+    QCOMPARE(limits->high, 2.0);
+}
+
+// A claim of two thousand million empty lines would take its time.
+void tst_MapScan::linesWithoutColumnsEndSoon()
+{
+    QVERIFY(!scan(0, std::numeric_limits<int>::max(), {}));
+    QVERIFY(!scan(-1, std::numeric_limits<int>::max(), {}));
+}
+
+void tst_MapScan::pixelOfAPlace_data()
+{
+    QTest::addColumn<double>("x");
+    QTest::addColumn<double>("y");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<int>("line");
+    QTest::newRow("origin") << 0.0 << 0.0 << 0 << 0;
+    QTest::newRow("minus zero") << -0.0 << -0.0 << 0 << 0;
+    QTest::newRow("within the first") << 0.9999 << 0.9999 << 0 << 0;
+    QTest::newRow("on an edge in x") << 1.0 << 0.5 << 1 << 0;
+    QTest::newRow("on an edge in y") << 0.5 << 1.0 << 0 << 1;
+    QTest::newRow("last") << 2.9999 << 1.9999 << 2 << 1;
+}
+
+void tst_MapScan::pixelOfAPlace()
+{
+    QFETCH(double, x);
+    QFETCH(double, y);
+    const auto pixel = analysis::pixelAt(sized(3, 2), x, y);
+    QVERIFY(pixel);
+    QTEST(pixel->x, "column");
+    QTEST(pixel->y, "line");
+}
+
+void tst_MapScan::noPixelOutsideTheMap_data()
+{
+    QTest::addColumn<double>("x");
+    QTest::addColumn<double>("y");
+    QTest::newRow("left") << -1e-9 << 0.5;
+    QTest::newRow("right edge") << 3.0 << 0.5;
+    QTest::newRow("below") << 0.5 << -1e-9;
+    QTest::newRow("upper edge") << 0.5 << 2.0;
+    QTest::newRow("far") << 1e300 << 0.5;
+    QTest::newRow("far below") << 0.5 << -1e300;
+    QTest::newRow("no number in x") << notANumber << 0.5;
+    QTest::newRow("no number in y") << 0.5 << notANumber;
+    QTest::newRow("infinity") << infinity << 0.5;
+    QTest::newRow("minus infinity") << 0.5 << -infinity;
+}
+
+void tst_MapScan::noPixelOutsideTheMap()
+{
+    QFETCH(double, x);
+    QFETCH(double, y);
+    QVERIFY(!analysis::pixelAt(sized(3, 2), x, y));
+    QVERIFY(!analysis::pixelAt(sized(0, 0), 0.0, 0.0));
+}
+
+QTEST_MAIN(tst_MapScan)
+#include "tst_MapScan.moc"
