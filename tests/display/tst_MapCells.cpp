@@ -75,23 +75,16 @@ QImage drawn(const Map& map, const PlainMapView& view, bool grid)
     return image;
 }
 
-/// Painted with some pixels more around the surface: drawRects() loses a corner
-/// that lies on the border itself.
 QImage plain(const Map& map, const PlainMapView& view, bool grid)
 {
-    constexpr int more = 3;
-    const QSize size = view.surface;
-    QImage image(size.width() + 2 * more, size.height() + 2 * more, QImage::Format_RGB32);
-    image.fill(Qt::white);
+    QImage image = blank(view);
     QPainter p(&image);
-    p.translate(more, more);
     plainFill(&p, view, map.width, map.height, [&map](int x, int y) { return map.at(x, y); });
     if (grid) {
         p.setPen(gridColor);
         plainOutline(&p, view, map.width, map.height);
     }
-    p.end();
-    return image.copy(more, more, size.width(), size.height());
+    return image;
 }
 
 /// Whether both roads give the same picture, with the grid and without.

@@ -66,15 +66,27 @@ void plainFill(QPainter* p, const PlainMapView& view, int width, int height, Col
     }
 }
 
-/// In the painter's pen.
+/// In the painter's pen. drawRects() loses corners of rectangles that reach out
+/// of the surface, so these are drawn side by side.
 inline void plainOutline(QPainter* p, const PlainMapView& view, int width, int height)
 {
+    const QRect surface({0, 0}, view.surface);
     p->setBrush(Qt::NoBrush);
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
-            if (const auto cell = plainCell(view, x, y)) {
-                p->drawRects(&*cell, 1);
+            const auto cell = plainCell(view, x, y);
+            if (!cell) {
+                continue;
             }
+            const QRect outline = cell->adjusted(0, 0, 1, 1); // its right() and bottom() count
+            if (surface.contains(outline)) {
+                p->drawRects(&*cell, 1);
+                continue;
+            }
+            p->drawLine(outline.topLeft(), outline.topRight());
+            p->drawLine(outline.bottomLeft(), outline.bottomRight());
+            p->drawLine(outline.topLeft(), outline.bottomLeft());
+            p->drawLine(outline.topRight(), outline.bottomRight());
         }
     }
 }
