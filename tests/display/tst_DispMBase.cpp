@@ -52,6 +52,15 @@ private Q_SLOTS:
     void limitsAcrossEachOtherAreSwapped();
     void limitsLeaveTheTextsAndTheAutomaticScale();
 
+    void rangeSetsBarAndTexts_data();
+    void rangeSetsBarAndTexts();
+    void rangeShowsSixDigitsFromTheirStart();
+    void rangeOfNoNumberIsShownAndLeftAgain_data();
+    void rangeOfNoNumberIsShownAndLeftAgain();
+    void rangeLeavesTheView();
+    void rangeRepaintsTheSurface_data() { newScaleRepaintsTheSurfaceOnce_data(); }
+    void rangeRepaintsTheSurface();
+
     void newScaleRepaintsTheSurfaceOnce_data();
     void newScaleRepaintsTheSurfaceOnce();
     void newLimitRepaintsTheSurface_data() { newScaleRepaintsTheSurfaceOnce_data(); }
@@ -394,6 +403,108 @@ void tst_DispMBase::limitsLeaveTheTextsAndTheAutomaticScale()
     QCOMPARE(m_frame->MaxV->text(), "-5");
     QCOMPARE(m_frame->MinV->text(), QString());
     QVERIFY(m_frame->CBar->autoScale);
+}
+
+void tst_DispMBase::rangeSetsBarAndTexts_data()
+{
+    QTest::addColumn<double>("lo");
+    QTest::addColumn<double>("hi");
+    QTest::addColumn<QStringList>("texts");
+    // From 10 to 20.
+    QTest::newRow("up") << 30.0 << 40.0 << QStringList{"30", "40"};
+    QTest::newRow("up, across") << 15.0 << 40.0 << QStringList{"15", "40"};
+    QTest::newRow("up, from the upper limit on") << 20.0 << 40.0 << QStringList{"20", "40"};
+    QTest::newRow("down") << -40.0 << -30.0 << QStringList{"-40", "-30"};
+    QTest::newRow("down, across") << -40.0 << 15.0 << QStringList{"-40", "15"};
+    QTest::newRow("down, to the lower limit") << -40.0 << 10.0 << QStringList{"-40", "10"};
+    QTest::newRow("within") << 12.0 << 18.0 << QStringList{"12", "18"};
+    QTest::newRow("around") << -5.0 << 50.0 << QStringList{"-5", "50"};
+    QTest::newRow("the same") << 10.0 << 20.0 << QStringList{"10", "20"};
+    QTest::newRow("together") << 15.0 << 15.0 << QStringList{"15", "15"};
+    QTest::newRow("together above") << 30.0 << 30.0 << QStringList{"30", "30"};
+    // The texts tell what was asked for.
+    QTest::newRow("reversed above") << 40.0 << 30.0 << QStringList{"40", "30"};
+    QTest::newRow("reversed below") << -30.0 << -40.0 << QStringList{"-30", "-40"};
+    QTest::newRow("reversed within") << 18.0 << 12.0 << QStringList{"18", "12"};
+    QTest::newRow("reversed around") << 50.0 << -5.0 << QStringList{"50", "-5"};
+    QTest::newRow("infinite") << -qInf() << qInf() << QStringList{"-inf", "inf"};
+}
+
+void tst_DispMBase::rangeSetsBarAndTexts()
+{
+    QFETCH(double, lo);
+    QFETCH(double, hi);
+    m_frame->CBar->zmin = 10.0;
+    m_frame->CBar->zmax = 20.0;
+    m_frame->setZRange(lo, hi);
+    QCOMPARE(m_frame->CBar->zmin, qMin(lo, hi));
+    QCOMPARE(m_frame->CBar->zmax, qMax(lo, hi));
+    QTEST((QStringList{m_frame->MinV->text(), m_frame->MaxV->text()}), "texts");
+}
+
+void tst_DispMBase::rangeShowsSixDigitsFromTheirStart()
+{
+    m_frame->setZRange(-1.0 / 3.0, 1234567.0);
+    QCOMPARE(m_frame->MinV->text(), "-0.333333");
+    QCOMPARE(m_frame->MaxV->text(), "1.23457e+06");
+    QCOMPARE(m_frame->MinV->cursorPosition(), 0);
+    QCOMPARE(m_frame->MaxV->cursorPosition(), 0);
+    // The bar takes all digits.
+    QCOMPARE(m_frame->CBar->zmin, -1.0 / 3.0);
+    QCOMPARE(m_frame->CBar->zmax, 1234567.0);
+}
+
+void tst_DispMBase::rangeOfNoNumberIsShownAndLeftAgain_data()
+{
+    QTest::addColumn<double>("lo");
+    QTest::addColumn<double>("hi");
+    QTest::addColumn<QStringList>("texts");
+    QTest::newRow("lower") << qQNaN() << 2.0 << QStringList{"nan", "2"};
+    QTest::newRow("upper") << 2.0 << qQNaN() << QStringList{"2", "nan"};
+    QTest::newRow("both") << qQNaN() << qQNaN() << QStringList{"nan", "nan"};
+}
+
+void tst_DispMBase::rangeOfNoNumberIsShownAndLeftAgain()
+{
+    QFETCH(double, lo);
+    QFETCH(double, hi);
+    m_frame->setZRange(lo, hi);
+    QTEST((QStringList{m_frame->MinV->text(), m_frame->MaxV->text()}), "texts");
+    // No place in the table: the first colour.
+    QCOMPARE(m_frame->CBar->color(2.0), QColor(0, 0, 0));
+    m_frame->setZRange(3.0, 4.0);
+    QCOMPARE(m_frame->CBar->zmin, 3.0);
+    QCOMPARE(m_frame->CBar->zmax, 4.0);
+    m_frame->setZRange(lo, hi);
+    m_frame->setZRange(-4.0, -3.0);
+    QCOMPARE(m_frame->CBar->zmin, -4.0);
+    QCOMPARE(m_frame->CBar->zmax, -3.0);
+}
+
+void tst_DispMBase::rangeLeavesTheView()
+{
+    m_frame->setRealCoord(1.0, 2.0, 3.0, 4.0);
+    m_frame->setZRange(5.0, 6.0);
+    QVERIFY(m_frame->DispA->hasScale);
+    QCOMPARE(m_frame->DispA->cc.realX0, 1.0);
+    QCOMPARE(m_frame->DispA->cc.realY1, 4.0);
+    QVERIFY(m_frame->CBar->autoScale);
+    QCOMPARE(m_frame->CBar->imin, 0.0);
+    QCOMPARE(m_frame->CBar->imax, 768.0);
+}
+
+void tst_DispMBase::rangeRepaintsTheSurface()
+{
+    QFETCH(bool, out);
+    QVERIFY(show());
+    if (out) {
+        m_frame->popDock();
+        QVERIFY(QTest::qWaitForWindowExposed(m_frame->pop));
+    }
+    PaintCounter paints(m_frame->DispA);
+    paints.settle();
+    m_frame->setZRange(5.0, 6.0);
+    QCOMPARE(paints.within(60), 1);
 }
 
 void tst_DispMBase::newScaleRepaintsTheSurfaceOnce_data()

@@ -1,6 +1,7 @@
 // The panel's construction, its message box and its small read-outs.
 
 #include "display/Histgram.h"
+#include "support/MemberOrder.h"
 #include "support/PanelTools.h"
 
 #include <QButtonGroup>
@@ -49,6 +50,7 @@ private Q_SLOTS:
     void lastCheckedRatioBoxDecidesTheHistogram();
     void columnBoxesByIndex();
     void kindOfMapIsTheCheckedRadio();
+    void slotsComeInTheirOrder();
 };
 
 namespace
@@ -459,6 +461,49 @@ void tst_FourPs::kindOfMapIsTheCheckedRadio()
     panel.ui.MapDMut1->setChecked(false);
     panel.ui.MapAmount->setChecked(false);
     QCOMPARE(panel.kindOfMap(), 0);
+}
+
+void tst_FourPs::slotsComeInTheirOrder()
+{
+    const QStringList slotNames = memberNames(FourPs::staticMetaObject, QMetaMethod::Slot);
+    QCOMPARE(slotNames.size(), 36);
+    QCOMPARE(slotNames,
+             (QStringList{"noticedNewEdge(double)",
+                          "setEdge()",
+                          "updateMaps(bool)",
+                          "dispCalcConditions(bool)",
+                          "changedSubBGTypeForRef(bool)",
+                          "changedSubBGTypeForTarget(bool)",
+                          "removeAFile()",
+                          "receiveNewDir(QString)",
+                          "receiveNewEnergy(double)",
+                          "receiveNewFile(QString)",
+                          "receiveNewRef(int)",
+                          "receiveNewRef1(QString)",
+                          "receiveNewRef2(QString)",
+                          "receiveNewRef3(QString)",
+                          "receiveNewRef4(QString)",
+                          "receiveNewTarget(QString)",
+                          "receiveNewDispFiles(QStringList)",
+                          "receiveNewPaths(QStringList)",
+                          "calcBoth()",
+                          "calcMap()",
+                          "calcTarget()",
+                          "calcAndWrite()",
+                          "write()",
+                          "clearLCFvs4PS(MouseC*)",
+                          "newColorLCFvs4PS(MouseC*)",
+                          "updateDMap()",
+                          "draw(Displays::DispId,DispABase*,QStylePainter*)",
+                          "drawMap(QStylePainter*)",
+                          "drawDMap(QStylePainter*)",
+                          "selectedNewMap()",
+                          "receiveNowPosInMap(double,double)",
+                          "receiveNowPosInDMap(double,double)",
+                          "lcf()",
+                          "mPressedInAllMut(MouseC*)",
+                          "dClickedInMap(MouseC*)",
+                          "newMultiEnergys()"}));
 }
 
 QTEST_MAIN(tst_FourPs)

@@ -68,8 +68,9 @@ class tst_FourPsDataMap : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
-    void cleanup();
+    void cleanupTestCase();
 
     void rowWithoutDataIsWhite();
     void mapWithoutSizeIsWhite_data();
@@ -121,17 +122,24 @@ private:
     void load(int row, const QString& path) { m_panel->EPoints.at(row)->FileSelect->newFile(path); }
 
     QTemporaryDir m_dir;
-    std::unique_ptr<PanelWithMaps> m_panel;
+    std::unique_ptr<FourPs> m_panel;
 };
+
+void tst_FourPsDataMap::initTestCase()
+{
+    m_panel = std::make_unique<FourPs>();
+}
 
 void tst_FourPsDataMap::init()
 {
-    m_panel = std::make_unique<PanelWithMaps>();
+    resetMaps(*m_panel);
     QVERIFY(showWindow(window()));
 }
 
-void tst_FourPsDataMap::cleanup()
+// The windows have no parent.
+void tst_FourPsDataMap::cleanupTestCase()
 {
+    resetMaps(*m_panel);
     m_panel.reset();
 }
 
@@ -443,7 +451,6 @@ void tst_FourPsDataMap::loadedFileShowsInThePoppedOutWindow()
     QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 2.0, 1.0}));
     QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
-    window()->popDock();
 }
 
 void tst_FourPsDataMap::moveShowsPlaceAndValueOfEachPixel()

@@ -40,8 +40,9 @@ class tst_FourPsMapMouse : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
-    void cleanup();
+    void cleanupTestCase();
 
     void doubleClickChoosesLimits_data();
     void doubleClickChoosesLimits();
@@ -85,18 +86,24 @@ private:
     DispMBase* window() const { return m_panel->MapDisp; }
     DispArea* surface() const { return m_panel->MapDisp->DispA; }
 
-    std::unique_ptr<PanelWithMaps> m_panel;
+    std::unique_ptr<FourPs> m_panel;
 };
+
+void tst_FourPsMapMouse::initTestCase()
+{
+    m_panel = std::make_unique<FourPs>();
+}
 
 void tst_FourPsMapMouse::init()
 {
-    m_panel = std::make_unique<PanelWithMaps>();
-    setTwoReferences(*m_panel);
+    resetMaps(*m_panel);
     QVERIFY(showWindow(window()));
 }
 
-void tst_FourPsMapMouse::cleanup()
+// The windows have no parent.
+void tst_FourPsMapMouse::cleanupTestCase()
 {
+    resetMaps(*m_panel);
     m_panel.reset();
 }
 
@@ -334,7 +341,6 @@ void tst_FourPsMapMouse::doubleClickInThePoppedOutWindowCounts()
     QCOMPARE(limitTexts(window()), QStringList({"0.45", "0.9"}));
     QTest::qWait(40);
     QCOMPARE(limitTexts(window()), QStringList({"-0.1", "1.1"}));
-    window()->popDock();
 }
 
 void tst_FourPsMapMouse::singleClickLeavesViewAndLimits()
@@ -536,7 +542,6 @@ void tst_FourPsMapMouse::moveInThePoppedOutWindowReads()
     picture(window());
     tests::move(surface(), middleOf(window(), 2, 1, 1, 0));
     QCOMPARE(window()->Val->text(), "0.25");
-    window()->popDock();
 }
 
 void tst_FourPsMapMouse::dragReadsAsWell()

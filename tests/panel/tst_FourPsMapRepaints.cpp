@@ -81,8 +81,9 @@ class tst_FourPsMapRepaints : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
-    void cleanup();
+    void cleanupTestCase();
 
     void buttonsOpenTheirWindow_data();
     void buttonsOpenTheirWindow();
@@ -129,17 +130,23 @@ private:
     DispMBase* data() const { return m_panel->DMapDisp; }
     bool showBoth(bool out);
 
-    std::unique_ptr<PanelWithMaps> m_panel;
+    std::unique_ptr<FourPs> m_panel;
 };
+
+void tst_FourPsMapRepaints::initTestCase()
+{
+    m_panel = std::make_unique<FourPs>();
+}
 
 void tst_FourPsMapRepaints::init()
 {
-    m_panel = std::make_unique<PanelWithMaps>();
-    setTwoReferences(*m_panel);
+    resetMaps(*m_panel);
 }
 
-void tst_FourPsMapRepaints::cleanup()
+// The windows have no parent.
+void tst_FourPsMapRepaints::cleanupTestCase()
 {
+    resetMaps(*m_panel);
     m_panel.reset();
 }
 
@@ -282,10 +289,6 @@ void tst_FourPsMapRepaints::chosenQuantityRepaintsTheResultMap()
     const WindowPaints paints(*m_panel);
     mapRadio(*m_panel, quantity)->click();
     QCOMPARE(paints.counts(), QList<int>({1, 0}));
-    if (out) {
-        result()->popDock();
-        data()->popDock();
-    }
 }
 
 void tst_FourPsMapRepaints::everyRadioIsHeard_data()
@@ -334,10 +337,6 @@ void tst_FourPsMapRepaints::gridBoxRepaintsBothWindows()
     QCOMPARE(back.counts(), QList<int>({1, 1}));
     QCOMPARE(picture(result()), plainPicture(result(), {2, 1, {0.5, 0.6}, -0.1, 1.1}));
     QCOMPARE(picture(data()), plainPicture(data(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
-    if (out) {
-        result()->popDock();
-        data()->popDock();
-    }
 }
 
 void tst_FourPsMapRepaints::gridBoxKeepsZoomAndLimits()
@@ -382,10 +381,6 @@ void tst_FourPsMapRepaints::chosenRowRepaintsTheDataMapAlone()
     m_panel->EPoints.at(3)->ShowMapB->click();
     QVERIFY(paints.wereOfOne(false));
     QCOMPARE(picture(data()), plainPicture(data(), {3, 1, {5.0, 7.0, 6.0}, 5.0, 7.0}));
-    if (out) {
-        result()->popDock();
-        data()->popDock();
-    }
 }
 
 void tst_FourPsMapRepaints::everyRowRadioIsHeard()
@@ -450,10 +445,6 @@ void tst_FourPsMapRepaints::nonEquivalentRunFitsTheResultMapAfresh()
     QCOMPARE(m_panel->BaseData.xNum, 3);
     QCOMPARE(picture(result()),
              plainPicture(result(), {3, 1, storedValues(*m_panel, ratio1), -0.1, 1.1}));
-    if (out) {
-        result()->popDock();
-        data()->popDock();
-    }
 }
 
 void tst_FourPsMapRepaints::repeatedNonEquivalentRunFitsTheResultMapAfresh()
@@ -518,10 +509,6 @@ void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits()
     QCOMPARE(picture(result()),
              plainPicture(result(), {1, 1, {0.5}, 0.25, 0.75}, {{}, -0.5, -0.25, 1.5, 2.75}));
     QCOMPARE(limitTexts(result()), QStringList({"0.25", "0.75"}));
-    if (out) {
-        result()->popDock();
-        data()->popDock();
-    }
 }
 
 void tst_FourPsMapRepaints::repeatedFourPointsRunKeepsViewAndLimits()
@@ -587,10 +574,6 @@ void tst_FourPsMapRepaints::paintThatSetsLimitsComesToRest()
     QVERIFY(soon.at(0) >= 1 && soon.at(1) >= 1);
     QTest::qWait(60);
     QCOMPARE(paints.counts(), soon);
-    if (out) {
-        result()->popDock();
-        data()->popDock();
-    }
 }
 
 QTEST_MAIN(tst_FourPsMapRepaints)

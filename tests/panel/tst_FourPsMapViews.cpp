@@ -52,8 +52,9 @@ class tst_FourPsMapViews : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
-    void cleanup();
+    void cleanupTestCase();
 
     void noResultIsWhite();
     void resultWithoutSizeIsWhite_data();
@@ -108,18 +109,24 @@ private:
     DispMBase* window() const { return m_panel->MapDisp; }
     QList<double> shown(int quantity, int pixels) const;
 
-    std::unique_ptr<PanelWithMaps> m_panel;
+    std::unique_ptr<FourPs> m_panel;
 };
+
+void tst_FourPsMapViews::initTestCase()
+{
+    m_panel = std::make_unique<FourPs>();
+}
 
 void tst_FourPsMapViews::init()
 {
-    m_panel = std::make_unique<PanelWithMaps>();
-    setTwoReferences(*m_panel);
+    resetMaps(*m_panel);
     QVERIFY(showWindow(window()));
 }
 
-void tst_FourPsMapViews::cleanup()
+// The windows have no parent.
+void tst_FourPsMapViews::cleanupTestCase()
 {
+    resetMaps(*m_panel);
     m_panel.reset();
 }
 

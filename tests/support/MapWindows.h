@@ -6,6 +6,7 @@
 #include "support/PanelTools.h"
 #include "support/PlainMapCells.h"
 
+#include <QButtonGroup>
 #include <QImage>
 #include <QTest>
 
@@ -14,19 +15,6 @@
 
 namespace tests
 {
-
-/// A panel whose windows go with it.
-class PanelWithMaps : public FourPs
-{
-public:
-    ~PanelWithMaps() override
-    {
-        for (QWidget* window : {static_cast<QWidget*>(MapDisp), static_cast<QWidget*>(DMapDisp),
-                                static_cast<QWidget*>(Disps)}) {
-            window->hide();
-        }
-    }
-};
 
 inline bool showWindow(QWidget* window)
 {
@@ -59,6 +47,51 @@ inline void setTwoReferences(FourPs& panel)
     makeReferenceValid(panel, 1, 6.0);
     panel.Refs.RefRows.at(0)->Valence->setText(QStringLiteral("2"));
     panel.Refs.RefRows.at(1)->Valence->setText(QStringLiteral("3"));
+}
+
+/// Hides a map window and gives it back what it starts with.
+inline void resetWindow(DispMBase* window)
+{
+    if (!window->docked) {
+        window->popDock();
+    }
+    window->hide();
+    window->clearScale();
+    window->DispA->cc.setReal(0.0, 0.0, 1.0, 1.0);
+    window->CBar->setCBarType(0);
+    window->CBar->zmin = 0.0;
+    window->CBar->zmax = 1.0;
+    for (QLineEdit* edit : {window->MinV, window->MaxV, window->XPos, window->YPos, window->Val}) {
+        edit->clear();
+    }
+}
+
+/// Brings a panel that tests share back to its start: no result and no maps,
+/// hidden windows, the valence and the first row chosen; and the references of
+/// setTwoReferences().
+inline void resetMaps(FourPs& panel)
+{
+    resetWindow(panel.MapDisp);
+    resetWindow(panel.DMapDisp);
+    panel.BaseData = {};
+    for (AEPoint* row : std::as_const(panel.EPoints)) {
+        row->clear();
+        row->loaded = false;
+    }
+    for (QAbstractButton* first : {static_cast<QAbstractButton*>(panel.ui.MapValence),
+                                   static_cast<QAbstractButton*>(panel.EPoints.at(0)->ShowMapB)}) {
+        const QSignalBlocker quiet(first->group());
+        first->group()->setExclusive(true);
+        first->setChecked(true);
+    }
+    const QSignalBlocker quiet(panel.ui.MapWGrid);
+    panel.ui.MapWGrid->setChecked(false);
+    for (AXafsFileSelect* spectrum : std::as_const(panel.XafsFiles)) {
+        spectrum->valid = false;
+    }
+    setTwoReferences(panel);
+    useReferences(panel, {0, 1});
+    clearMessages(panel);
 }
 
 /// A result of the non-equivalent method: for each pixel its thirteen values.
