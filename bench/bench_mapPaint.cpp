@@ -96,7 +96,8 @@ void plainMap(benchmark::State& state, double noise)
     QObject::connect(&surface, &DispArea::draw, &surface, [&](QStylePainter* p) {
         p->fillRect(surface.rect(), Qt::white);
         surface.fitTo(0.0, 0.0, side, side);
-        tests::plainCells(p, surface.cc, side, side, [&](int x, int y) {
+        const tests::PlainMapView view{surfaceSize, 0.0, 0.0, side, side};
+        tests::plainFill(p, view, side, side, [&](int x, int y) {
             return bar->color(map.rows.at(y * side + x).values.at(valence));
         });
     });
