@@ -17,7 +17,7 @@ namespace analysis
 template <class ValueAt>
 std::optional<Limits> scanMap(const A2DData& map, ValueAt valueAt)
 {
-    data::cleanVectorRegisters();
+    data::cleanVectorRegisters(); // most often this runs within a paint
     Limits found{1e300, -1e300};
     for (int y = 0; y < map.yNum; ++y) {
         for (int x = 0; x < map.xNum; ++x) {

@@ -16,7 +16,7 @@ void startResult(A2DData& result, const A2DData& base)
         result.rows = {}; // gives back the room of a much larger map
     }
     result.rows.reserve(pixels);
-    data::cleanVectorRegisters();
+    data::cleanVectorRegisters(); // a paint may have come before
 }
 
 } // namespace analysis

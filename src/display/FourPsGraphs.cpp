@@ -162,16 +162,15 @@ void FourPs::drawThickness(DispABase* dab, QStylePainter* p)
 void FourPs::drawPlane(DispABase* dab, QStylePainter* p)
 {
     const analysis::ReferenceSet refs = references();
-    const int first = refs.usedRow(0);
-    const int second = refs.usedRow(1);
+    const QList<analysis::PointState> points = pointStates();
     PlaneGraph graph;
-    for (const AEPoint* row : std::as_const(EPoints)) {
-        if (second < 0) {
-            break;
+    if (refs.usedRow(1) >= 0) {
+        const auto first = static_cast<std::size_t>(refs.usedRow(0));
+        const auto second = static_cast<std::size_t>(refs.usedRow(1));
+        for (const analysis::PointState& point : points) {
+            graph.points.append({point.mut.at(first), point.mut.at(second), point.vPoint});
         }
-        graph.points.append({numberIn(row->mutEdits.at(first)), numberIn(row->mutEdits.at(second)),
-                             row->VPointCB->isChecked()});
     }
-    graph.lines = analysis::planeLines(analysis::collectRowsLS(pointStates(), refs));
+    graph.lines = analysis::planeLines(analysis::collectRowsLS(points, refs));
     drawGraph(graph, dab, p, tr("M2"), tr("M3"));
 }

@@ -10,6 +10,8 @@
 #include "display/MapCells.h"
 #include "rows/AEPoint.h"
 
+#include <QSignalBlocker>
+
 #include <algorithm>
 
 using analysis::Limits;
@@ -32,6 +34,7 @@ void FourPs::drawMap(QStylePainter* p)
         return;
     }
     if (!MapDisp->DispA->hasScale) {
+        const QSignalBlocker quiet(MapDisp->CBar); // this paint shows the new limits
         if (!SetMapScale()) {
             scanMapLimits(false);
         }
@@ -52,6 +55,7 @@ void FourPs::drawDMap(QStylePainter* p)
     }
     const auto valueAt = [&map](int x, int y) { return data::pixelMut(map, x, y); };
     if (!DMapDisp->DispA->hasScale) {
+        const QSignalBlocker quiet(DMapDisp->CBar); // this paint shows the new limits
         DMapDisp->setRealCoord(0.0, 0.0, map.xNum, map.yNum);
         if (const auto limits = analysis::scanMap(map, valueAt)) {
             DMapDisp->setZRange(limits->low, limits->high);

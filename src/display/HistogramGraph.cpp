@@ -37,7 +37,8 @@ public:
     void add(double left, double right, int count)
     {
         const double end = m_coord.scrX1;
-        if (count <= 0 || !(left < end && right > -1.0)) {
+        // A view without any height has no place for a count.
+        if (count <= 0 || !(left < end && right > -1.0) || std::isnan(m_coord.r2sY(count))) {
             return;
         }
         const int x = display::truncated(std::max(left, -1.0));

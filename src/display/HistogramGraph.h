@@ -7,8 +7,6 @@
 #include <QColor>
 #include <QList>
 
-#include <optional>
-
 class QPainter;
 
 /// The histogram of all references together behind those of single references,

@@ -66,6 +66,9 @@ void MapCells::fillLine(QPainter* p, const Band& line, const QColor* const* colo
 
 void MapCells::outline(QPainter* p) const
 {
+    if (m_x.edges.isEmpty() || m_y.edges.isEmpty()) {
+        return;
+    }
     for (const int x : m_x.edges) {
         p->drawLine(x, m_y.low, x, m_y.high);
     }

@@ -15,7 +15,7 @@ class QPainter;
 ///
 /// The picture is the one of a single fillRect() for each cell, pixel for pixel;
 /// cells out of view or without a pixel are left out, and neighbours of one
-/// colour in a line are filled in one call.
+/// colour in a line are filled in one call. Values of x grow to the right in it.
 class MapCells
 {
 public:

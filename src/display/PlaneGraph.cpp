@@ -29,7 +29,8 @@ Graph::Range PlaneGraph::range() const
 {
     const analysis::Limits x = spanOf(points, &Point::m2);
     const analysis::Limits y = spanOf(points, &Point::m3);
-    return {x.low, y.low, x.high, y.high};
+    // Reversed where no point has a number.
+    return {x.low, y.low, x.high, y.high, x.low <= x.high && y.low <= y.high};
 }
 
 void PlaneGraph::drawData(QStylePainter* p, const ChCoord& cc) const

@@ -21,7 +21,7 @@ public:
     bool isEmpty() const override { return points.isEmpty(); }
 
     /// The span of the points with a tenth of it around; 0.1 around where they
-    /// agree.
+    /// agree. Not fitted while no point has a number.
     Range range() const override;
 
     QList<Point> points; ///< none with fewer than two used references
