@@ -24,6 +24,7 @@ public:
     MapQuantity(const A2DData& result, const ValenceMix& mix, int kind)
         : m_rows(result.rows.constData())
         , m_count(result.rows.size())
+        , m_width(result.xNum)
         , m_extended(result.extended)
         , m_mix(mix)
         , m_kind(kind)
@@ -44,6 +45,9 @@ public:
         return m_kind >= 0 && m_kind < row.values.size() ? row.values.at(m_kind) : 0.0;
     }
 
+    /// The value of the pixel at (x, y), which is found by its position.
+    double at(int x, int y) const { return at(qint64{y} * m_width + x); }
+
 private:
     double ofFraction(const A2DRow& row) const
     {
@@ -63,6 +67,7 @@ private:
 
     const A2DRow* m_rows;
     qsizetype m_count;
+    int m_width;
     bool m_extended;
     ValenceMix m_mix;
     int m_kind;

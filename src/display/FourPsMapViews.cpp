@@ -14,7 +14,6 @@
 
 #include <algorithm>
 
-using analysis::Limits;
 using analysis::MapQuantity;
 
 MapQuantity FourPs::shownQuantity() const
@@ -41,8 +40,7 @@ void FourPs::drawMap(QStylePainter* p)
         MapDisp->setRealCoord(0.0, 0.0, BaseData.xNum, BaseData.yNum);
     }
     const MapQuantity quantity = shownQuantity();
-    drawCells(MapDisp, p, BaseData,
-              [&](int x, int y) { return quantity.at(qint64{y} * BaseData.xNum + x); });
+    drawCells(MapDisp, p, BaseData, [&](int x, int y) { return quantity.at(x, y); });
 }
 
 void FourPs::drawDMap(QStylePainter* p)
@@ -90,8 +88,7 @@ bool FourPs::SetMapScale()
 void FourPs::scanMapLimits(bool keep)
 {
     const MapQuantity quantity = shownQuantity();
-    auto limits = analysis::scanMap(
-        BaseData, [&](int x, int y) { return quantity.at(qint64{y} * BaseData.xNum + x); });
+    auto limits = analysis::scanMap(BaseData, [&](int x, int y) { return quantity.at(x, y); });
     if (!limits) {
         return; // no pixel has a number, and the limits stay what they are
     }
@@ -127,9 +124,7 @@ void FourPs::receiveNowPosInMap(double x, double y)
         return;
     }
     const auto pixel = analysis::pixelAt(BaseData, x, y);
-    const double value =
-        pixel ? shownQuantity().at(qint64{pixel->y} * BaseData.xNum + pixel->x) : 0.0;
-    display::showNumber(MapDisp->Val, value);
+    display::showNumber(MapDisp->Val, pixel ? shownQuantity().at(pixel->x, pixel->y) : 0.0);
 }
 
 void FourPs::receiveNowPosInDMap(double x, double y)

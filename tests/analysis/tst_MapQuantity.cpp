@@ -44,6 +44,7 @@ class tst_MapQuantity : public QObject
 private Q_SLOTS:
     void storedValuesAreReadByTheirPlace_data();
     void storedValuesAreReadByTheirPlace();
+    void pixelIsFoundByItsPosition();
     void fractionGivesItsQuantities_data();
     void fractionGivesItsQuantities();
     void fractionWithoutValuesReadsAlike();
@@ -116,6 +117,17 @@ void tst_MapQuantity::fractionWithoutValuesReadsAlike()
                      MapQuantity(full, twoToThree, kind).at(i));
         }
     }
+}
+
+void tst_MapQuantity::pixelIsFoundByItsPosition()
+{
+    A2DData result = usualResult(true);
+    result.xNum = 3;
+    const MapQuantity quantity(result, ValenceMix{}, 4);
+    QCOMPARE(quantity.at(2, 0), 204.0);
+    QCOMPARE(quantity.at(0, 1), 304.0);
+    QCOMPARE(quantity.at(1, 1), 0.0); // beyond the rows
+    QCOMPARE(quantity.at(0, 1 << 30), 0.0);
 }
 
 void tst_MapQuantity::storedValuesDoNotNeedTheReferences()
