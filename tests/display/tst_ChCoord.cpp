@@ -1,12 +1,16 @@
 // Data values and pixels: layout, conversions, edge bands and tick distances.
 #include "display/ChCoord.h"
 
+#include "support/PlotSurface.h"
+
 #include "support/SameDouble.h"
 
 #include <QTest>
 
 #include <functional>
 #include <limits>
+
+using namespace tests;
 
 namespace
 {
@@ -26,17 +30,6 @@ EdgeTest ask(bool (ChCoord::*question)(double) const)
 {
     return [question](const ChCoord& cc, double p) { return (cc.*question)(p); };
 }
-
-/// A surface of 400 by 300 pixels. The plot area runs from 40 to 380 and from
-/// 270 up to 15, so 17 units of x take 20 pixels each, 5 units of y 51 each.
-struct Surface : ChCoord {
-    Surface()
-    {
-        setScreen(0, 300, 400, 0);
-        computeArea();
-        setReal(10, -1, 27, 4);
-    }
-};
 
 bool isArea(const ChCoord& cc, double x0, double y0, double x1, double y1)
 {
@@ -216,7 +209,7 @@ void tst_ChCoord::convertsOnASurface()
     QFETCH(Conversion, conversion);
     QFETCH(double, from);
     QFETCH(double, to);
-    const Surface cc;
+    const PlotSurface cc;
     QVERIFY(qAbs(conversion(cc, from) - to) < 1e-12);
 }
 
@@ -245,7 +238,7 @@ void tst_ChCoord::convertsReversedRanges()
     QFETCH(Conversion, conversion);
     QFETCH(double, from);
     QFETCH(double, to);
-    Surface cc;
+    PlotSurface cc;
     cc.setReal(27, 4, 10, -1);
     QVERIFY(qAbs(conversion(cc, from) - to) < 1e-12);
 }
@@ -279,7 +272,7 @@ void tst_ChCoord::clampingHoldsAtBothEnds()
     QFETCH(Conversion, conversion);
     QFETCH(double, pixel);
     QFETCH(double, value);
-    Surface cc;
+    PlotSurface cc;
     if (reversed) {
         cc.setReal(27, 4, 10, -1);
     }
@@ -288,7 +281,7 @@ void tst_ChCoord::clampingHoldsAtBothEnds()
 
 void tst_ChCoord::emptyRealRangeGivesInfinitiesAndNaN()
 {
-    Surface cc;
+    PlotSurface cc;
     cc.setReal(5, 5, 5, 5);
     QVERIFY(tests::sameDouble(cc.r2sX(6), infinite)); // 340 / 0 * 1
     QVERIFY(tests::sameDouble(cc.r2sX(4), -infinite));
@@ -305,7 +298,7 @@ void tst_ChCoord::emptyRealRangeGivesInfinitiesAndNaN()
 
 void tst_ChCoord::emptyPlotAreaGivesInfinitiesAndNaN()
 {
-    Surface cc;
+    PlotSurface cc;
     cc.setArea(40, 30, 40, 30);
     QCOMPARE(cc.r2sX(15), 40.0);
     QCOMPARE(cc.r2sY(3), 30.0);
@@ -344,7 +337,7 @@ void tst_ChCoord::edgeBandsLieAtBothEnds()
     QFETCH(EdgeTest, isNear);
     QFETCH(QList<double>, nearPixels);
     QFETCH(QList<double>, farPixels);
-    const Surface cc;
+    const PlotSurface cc;
     for (const double p : nearPixels) {
         QVERIFY2(isNear(cc, p), qPrintable(QString::number(p)));
     }
@@ -356,7 +349,7 @@ void tst_ChCoord::edgeBandsLieAtBothEnds()
 // A quarter of 340 pixels: 40 + 85 and 380 - 85 are not near, exactly.
 void tst_ChCoord::edgeBandsAreOpen()
 {
-    Surface cc;
+    PlotSurface cc;
     cc.areaEdge = 0.25;
     QVERIFY(!cc.nearAreaEdgeX(125.0));
     QVERIFY(cc.nearAreaEdgeX(124.999));
@@ -369,7 +362,7 @@ void tst_ChCoord::edgeBandsAreOpen()
 
 void tst_ChCoord::edgeBandsHaveTheirOwnFractions()
 {
-    Surface cc;
+    PlotSurface cc;
     cc.areaEdge = 0.4; // 136 and 102 pixels
     QVERIFY(cc.nearAreaEdgeX(170.0));
     QVERIFY(cc.nearAreaEdgeY(110.0));
@@ -407,7 +400,7 @@ void tst_ChCoord::tickStepIsTheFirstWideEnough()
     QFETCH(double, base);
     QFETCH(double, minPixels);
     QFETCH(double, step);
-    const Surface cc;
+    const PlotSurface cc;
     QCOMPARE(cc.tickStep(base, minPixels), step);
 }
 
@@ -438,14 +431,14 @@ void tst_ChCoord::tickStepGivesUpAfterEightDecades()
 
 void tst_ChCoord::emptyRealRangeMakesEveryTickWide()
 {
-    Surface cc;
+    PlotSurface cc;
     cc.setRealX(10, 10); // infinitely many pixels for a unit
     QCOMPARE(cc.tickStep(0.5, 10), 0.5);
 }
 
 void tst_ChCoord::ticksOfYUseTheScaleOfX()
 {
-    Surface cc;
+    PlotSurface cc;
     cc.setRealY(0, 1e6);
     QCOMPARE(cc.tickStepY(1.0, 40), 5.0);
     cc.setRealY(7, 7);

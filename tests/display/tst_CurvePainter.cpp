@@ -1,7 +1,7 @@
 // Curves on whole pixels: the picture of single lines, whatever the points are.
 #include "display/CurvePainter.h"
 
-#include "display/ChCoord.h"
+#include "support/PlotSurface.h"
 
 #include <QImage>
 #include <QPainter>
@@ -13,6 +13,8 @@
 #include <limits>
 #include <optional>
 
+using namespace tests;
+
 namespace
 {
 
@@ -22,27 +24,9 @@ constexpr double huge = std::numeric_limits<double>::max();
 
 using Points = QList<QPointF>;
 
-/// A surface of 400 by 300 pixels whose plot area runs from 40 to 380 and from
-/// 270 up to 15, for x from 10 to 27 and y from -1 to 4: 20 and 51 pixels a unit.
-struct Surface : ChCoord {
-    Surface()
-    {
-        setScreen(0, 300, 400, 0);
-        computeArea();
-        setReal(10, -1, 27, 4);
-    }
-};
-
-QImage whiteImage()
-{
-    QImage image(400, 300, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    return image;
-}
-
 QImage curve(const ChCoord& cc, const Points& points, const QPen& pen = {})
 {
-    QImage image = whiteImage();
+    QImage image = whiteSurface();
     QPainter p(&image);
     p.setPen(pen);
     {
@@ -54,7 +38,7 @@ QImage curve(const ChCoord& cc, const Points& points, const QPen& pen = {})
     return image;
 }
 
-/// The pixel of a point of Surface, by its numbers; none for a point without
+/// The pixel of a point of PlotSurface, by its numbers; none for a point without
 /// one. For points near the plot only.
 std::optional<QPoint> pixelOf(const QPointF& point)
 {
@@ -69,7 +53,7 @@ std::optional<QPoint> pixelOf(const QPointF& point)
 /// The same curve as one call for each segment.
 QImage singleLines(const Points& points, const QPen& pen = {})
 {
-    QImage image = whiteImage();
+    QImage image = whiteSurface();
     QPainter p(&image);
     p.setPen(pen);
     for (qsizetype i = 1; i < points.size(); ++i) {
@@ -151,14 +135,14 @@ void tst_CurvePainter::looksLikeSingleLines()
     QFETCH(QPen, pen);
     for (const quint32 seed : {1U, 20U, 300U}) {
         const Points points = randomPoints(count, seed);
-        QCOMPARE(curve(Surface(), points, pen), singleLines(points, pen));
+        QCOMPARE(curve(PlotSurface(), points, pen), singleLines(points, pen));
     }
 }
 
 // The points lie at (140.8, 219.9) and (181.6, 219.4).
 void tst_CurvePainter::pointsAreTruncated()
 {
-    const QImage image = curve(Surface(), {{15.04, -0.9 / 51.0}, {17.08, -0.4 / 51.0}});
+    const QImage image = curve(PlotSurface(), {{15.04, -0.9 / 51.0}, {17.08, -0.4 / 51.0}});
     for (int x = 139; x <= 183; ++x) {
         QCOMPARE(isDark(image, x, 219), x >= 140 && x <= 181);
         QVERIFY(!isDark(image, x, 218) && !isDark(image, x, 220));
@@ -167,21 +151,21 @@ void tst_CurvePainter::pointsAreTruncated()
 
 void tst_CurvePainter::lessThanTwoPointsShowNothing()
 {
-    QCOMPARE(curve(Surface(), {}), whiteImage());
-    QCOMPARE(curve(Surface(), {{15, 0}}), whiteImage());
+    QCOMPARE(curve(PlotSurface(), {}), whiteSurface());
+    QCOMPARE(curve(PlotSurface(), {{15, 0}}), whiteSurface());
 }
 
 void tst_CurvePainter::twoPointsInOnePlaceAreADot()
 {
-    QImage wanted = whiteImage();
+    QImage wanted = whiteSurface();
     wanted.setPixelColor(140, 219, Qt::black);
-    QCOMPARE(curve(Surface(), {{15, 0}, {15, 0}}), wanted);
+    QCOMPARE(curve(PlotSurface(), {{15, 0}, {15, 0}}), wanted);
 }
 
 void tst_CurvePainter::lastSegmentsComeWithTheEnd()
 {
-    const Surface cc;
-    QImage image = whiteImage();
+    const PlotSurface cc;
+    QImage image = whiteSurface();
     QPainter p(&image);
     {
         CurvePainter painter(&p, cc);
@@ -212,18 +196,18 @@ void tst_CurvePainter::pointWithoutAPlaceTakesItsSegments()
     for (const int i : {0, 3, 100, 254, 255, 256, 257, 400, 512, 619}) {
         points[i] = point;
     }
-    QCOMPARE(curve(Surface(), points), singleLines(points));
+    QCOMPARE(curve(PlotSurface(), points), singleLines(points));
 }
 
 void tst_CurvePainter::emptyRangesShowNothing()
 {
     const Points points = randomPoints(10, 5);
-    Surface noWidth;
+    PlotSurface noWidth;
     noWidth.setRealX(15, 15);
-    QCOMPARE(curve(noWidth, points), whiteImage());
-    Surface noHeight;
+    QCOMPARE(curve(noWidth, points), whiteSurface());
+    PlotSurface noHeight;
     noHeight.setRealY(2, 2);
-    QCOMPARE(curve(noHeight, points), whiteImage());
+    QCOMPARE(curve(noHeight, points), whiteSurface());
 }
 
 void tst_CurvePainter::deepZoomKeepsWhatCrosses_data()
@@ -241,7 +225,7 @@ void tst_CurvePainter::deepZoomKeepsWhatCrosses_data()
 void tst_CurvePainter::deepZoomKeepsWhatCrosses()
 {
     QFETCH(double, half);
-    Surface cc;
+    PlotSurface cc;
     cc.setReal(0.5 - half, 0.5 - half, 0.5 + half, 0.5 + half);
     const QImage image = curve(cc, {{-3, -3}, {4, 4}});
     for (int x = 40; x <= 380; ++x) {
@@ -259,8 +243,8 @@ void tst_CurvePainter::deepZoomKeepsWhatCrosses()
 // 2 is on row 117; the ends are 2e10 pixels out.
 void tst_CurvePainter::farPointsKeepTheLevel()
 {
-    const QImage image = curve(Surface(), {{-1e9, 2}, {1e9, 2}});
-    QImage wanted = whiteImage();
+    const QImage image = curve(PlotSurface(), {{-1e9, 2}, {1e9, 2}});
+    QImage wanted = whiteSurface();
     for (int x = 0; x < 400; ++x) {
         wanted.setPixelColor(x, 117, Qt::black);
     }
@@ -282,7 +266,7 @@ void tst_CurvePainter::spikeHasBothFlanks_data()
 void tst_CurvePainter::spikeHasBothFlanks()
 {
     QFETCH(double, height);
-    const QImage image = curve(Surface(), {{16, 0}, {18, height}, {20, 0}});
+    const QImage image = curve(PlotSurface(), {{16, 0}, {18, height}, {20, 0}});
     for (int y = 0; y < 219; ++y) {
         QVERIFY2(isDark(image, 160, y) || isDark(image, 161, y), "rising");
         QVERIFY2(isDark(image, 240, y) || isDark(image, 239, y), "falling");
@@ -302,7 +286,7 @@ void tst_CurvePainter::anyNumbersAreSafe()
             points.append({y, 2.0});
         }
     }
-    Surface cc;
+    PlotSurface cc;
     QVERIFY(!curve(cc, points).isNull());
     cc.setReal(0, 0, 5e-324, 5e-324);
     QVERIFY(!curve(cc, points).isNull());

@@ -2,6 +2,7 @@
 
 #include "display/DispArea.h"
 #include "support/PaintCounter.h"
+#include "support/PictureTools.h"
 
 #include <QStylePainter>
 #include <QTest>
@@ -13,6 +14,8 @@
 // from column 40 to 380 and from row 270 up to 15. Rows of text are
 // (15 - 270) / 20 = -12.75, cut to 12 pixels; 0.85 of that are 10 pixels (10.2),
 // and the gap below the plot is 0.15 of it, 1 pixel (1.8).
+
+using namespace tests;
 
 namespace
 {
@@ -99,21 +102,6 @@ int darkPixels(const QImage& image, const QRect& part)
     return count;
 }
 
-/// Whether all of @p part has one colour; the first pixel that has not goes to
-/// the log.
-bool isAll(const QImage& image, const QRect& part, const QColor& color)
-{
-    for (int y = part.top(); y <= part.bottom(); ++y) {
-        for (int x = part.left(); x <= part.right(); ++x) {
-            if (image.pixelColor(x, y) != color) {
-                qWarning() << "pixel" << x << y << "is" << image.pixelColor(x, y);
-                return false;
-            }
-        }
-    }
-    return true;
-}
-
 } // namespace
 
 class tst_DispAreaPainting : public QObject
@@ -178,7 +166,7 @@ void tst_DispAreaPainting::startsWithTheAutomaticRangeAndNoMarkerLines()
 void tst_DispAreaPainting::surfacePaintsNothingOfItsOwn()
 {
     const QImage image = painted(usual, [](DispArea&, QStylePainter*) {});
-    QVERIFY(isAll(image, image.rect(), image.pixelColor(200, 150)));
+    QVERIFY(isAllOf(image, image.rect(), image.pixelColor(200, 150)));
 }
 
 void tst_DispAreaPainting::eachPaintAsksOnceForADrawing()
@@ -308,7 +296,7 @@ void tst_DispAreaPainting::drawingIsNotClipped()
         QVERIFY(!p->hasClipping());
         fill(area, p, Qt::red);
     });
-    QVERIFY(isAll(image, image.rect(), Qt::red));
+    QVERIFY(isAllOf(image, image.rect(), Qt::red));
 }
 
 void tst_DispAreaPainting::nothingIsKeptBetweenPaints()
@@ -320,11 +308,11 @@ void tst_DispAreaPainting::nothingIsKeptBetweenPaints()
             fill(area, p, Qt::red);
         }
     });
-    QVERIFY(isAll(area.grab().toImage(), area.rect(), Qt::red));
+    QVERIFY(isAllOf(area.grab().toImage(), area.rect(), Qt::red));
     draws = false;
     const QImage second = area.grab().toImage();
     QVERIFY(second.pixelColor(200, 150) != QColor(Qt::red));
-    QVERIFY(isAll(second, area.rect(), second.pixelColor(200, 150)));
+    QVERIFY(isAllOf(second, area.rect(), second.pixelColor(200, 150)));
 }
 
 void tst_DispAreaPainting::frameMasksTheMarginsWhenAsked()
@@ -334,12 +322,12 @@ void tst_DispAreaPainting::frameMasksTheMarginsWhenAsked()
         area.cc.computeArea();
         area.drawFrame(p, true);
     });
-    QVERIFY(isAll(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::red));
-    QVERIFY(isAll(image, QRect(QPoint(0, 0), QPoint(399, 14)), Qt::white));
-    QVERIFY(isAll(image, QRect(QPoint(0, 30), QPoint(39, 250)), Qt::white));
-    QVERIFY(isAll(image, QRect(QPoint(381, 0), QPoint(399, 299)), Qt::white));
-    QVERIFY(isAll(image, QRect(QPoint(0, 285), QPoint(399, 299)), Qt::white));
-    QVERIFY(isAll(image, QRect(QPoint(121, 271), QPoint(299, 284)), Qt::white));
+    QVERIFY(isAllOf(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::red));
+    QVERIFY(isAllOf(image, QRect(QPoint(0, 0), QPoint(399, 14)), Qt::white));
+    QVERIFY(isAllOf(image, QRect(QPoint(0, 30), QPoint(39, 250)), Qt::white));
+    QVERIFY(isAllOf(image, QRect(QPoint(381, 0), QPoint(399, 299)), Qt::white));
+    QVERIFY(isAllOf(image, QRect(QPoint(0, 285), QPoint(399, 299)), Qt::white));
+    QVERIFY(isAllOf(image, QRect(QPoint(121, 271), QPoint(299, 284)), Qt::white));
 }
 
 void tst_DispAreaPainting::frameLeavesTheMarginsOtherwise()
@@ -349,11 +337,11 @@ void tst_DispAreaPainting::frameLeavesTheMarginsOtherwise()
         area.cc.computeArea();
         area.drawFrame(p, false);
     });
-    QVERIFY(isAll(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::red));
-    QVERIFY(isAll(image, QRect(QPoint(0, 0), QPoint(399, 14)), Qt::red));
-    QVERIFY(isAll(image, QRect(QPoint(0, 30), QPoint(39, 250)), Qt::red));
-    QVERIFY(isAll(image, QRect(QPoint(381, 0), QPoint(399, 299)), Qt::red));
-    QVERIFY(isAll(image, QRect(QPoint(0, 285), QPoint(399, 299)), Qt::red));
+    QVERIFY(isAllOf(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::red));
+    QVERIFY(isAllOf(image, QRect(QPoint(0, 0), QPoint(399, 14)), Qt::red));
+    QVERIFY(isAllOf(image, QRect(QPoint(0, 30), QPoint(39, 250)), Qt::red));
+    QVERIFY(isAllOf(image, QRect(QPoint(381, 0), QPoint(399, 299)), Qt::red));
+    QVERIFY(isAllOf(image, QRect(QPoint(0, 285), QPoint(399, 299)), Qt::red));
 }
 
 void tst_DispAreaPainting::outlineStandsOnTheEdgesOfThePlotArea_data()
@@ -371,11 +359,11 @@ void tst_DispAreaPainting::outlineStandsOnTheEdgesOfThePlotArea()
         area.cc.computeArea();
         area.drawFrame(p, maskMargins);
     });
-    QVERIFY(isAll(image, QRect(QPoint(40, 15), QPoint(380, 15)), outlineGrey));
-    QVERIFY(isAll(image, QRect(QPoint(40, 270), QPoint(380, 270)), outlineGrey));
-    QVERIFY(isAll(image, QRect(QPoint(40, 15), QPoint(40, 270)), outlineGrey));
-    QVERIFY(isAll(image, QRect(QPoint(380, 15), QPoint(380, 270)), outlineGrey));
-    QVERIFY(isAll(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::white));
+    QVERIFY(isAllOf(image, QRect(QPoint(40, 15), QPoint(380, 15)), outlineGrey));
+    QVERIFY(isAllOf(image, QRect(QPoint(40, 270), QPoint(380, 270)), outlineGrey));
+    QVERIFY(isAllOf(image, QRect(QPoint(40, 15), QPoint(40, 270)), outlineGrey));
+    QVERIFY(isAllOf(image, QRect(QPoint(380, 15), QPoint(380, 270)), outlineGrey));
+    QVERIFY(isAllOf(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::white));
 }
 
 void tst_DispAreaPainting::outlineIsNotFilledWhateverTheBrush()
@@ -386,7 +374,7 @@ void tst_DispAreaPainting::outlineIsNotFilledWhateverTheBrush()
         area.cc.computeArea();
         area.drawFrame(p, false);
     });
-    QVERIFY(isAll(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::white));
+    QVERIFY(isAllOf(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::white));
 }
 
 void tst_DispAreaPainting::labelsShowTheFirstCharactersOfTheRange_data()
@@ -537,9 +525,9 @@ void tst_DispAreaPainting::framePaintedAtNoRangeIsHarmless()
         area.cc.setReal(range.at(0), range.at(1), range.at(2), range.at(3));
         area.drawFrame(p, true);
     });
-    QVERIFY(isAll(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::red));
-    QVERIFY(isAll(image, QRect(QPoint(40, 15), QPoint(380, 15)), outlineGrey));
-    QVERIFY(isAll(image, QRect(QPoint(0, 285), QPoint(399, 299)), Qt::white));
+    QVERIFY(isAllOf(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::red));
+    QVERIFY(isAllOf(image, QRect(QPoint(40, 15), QPoint(380, 15)), outlineGrey));
+    QVERIFY(isAllOf(image, QRect(QPoint(0, 285), QPoint(399, 299)), Qt::white));
 }
 
 QTEST_MAIN(tst_DispAreaPainting)

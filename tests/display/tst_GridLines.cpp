@@ -1,7 +1,7 @@
 // Grid lines: the picture of a plain loop, in a time that the widget bounds.
 #include "display/GridLines.h"
 
-#include "display/ChCoord.h"
+#include "support/PlotSurface.h"
 
 #include <QImage>
 #include <QPainter>
@@ -13,6 +13,7 @@
 #include <limits>
 
 using display::GridValues;
+using namespace tests;
 
 namespace
 {
@@ -29,28 +30,10 @@ constexpr int height = 300;
 const QColor translucent(0, 0, 200, 90);
 const QColor opaque(0, 0, 200);
 
-/// A surface of 400 by 300 pixels whose plot area runs from 40 to 380 and from
-/// 270 up to 15.
-struct Surface : ChCoord {
-    Surface(double x0, double y0, double x1, double y1)
-    {
-        setScreen(0, height, width, 0);
-        computeArea();
-        setReal(x0, y0, x1, y1);
-    }
-};
-
-QImage whiteImage()
-{
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    return image;
-}
-
 QImage grid(const ChCoord& cc, const GridValues& values, bool vertical,
             const QColor& pen = translucent)
 {
-    QImage image = whiteImage();
+    QImage image = whiteSurface();
     QPainter p(&image);
     p.setPen(pen);
     vertical ? display::drawVerticalGrid(&p, cc, values)
@@ -61,7 +44,7 @@ QImage grid(const ChCoord& cc, const GridValues& values, bool vertical,
 /// One line across the picture at each of these pixels.
 QImage lines(const QSet<int>& pixels, bool vertical, const QColor& pen = translucent)
 {
-    QImage image = whiteImage();
+    QImage image = whiteSurface();
     QPainter p(&image);
     p.setPen(pen);
     for (const int at : pixels) {
@@ -96,7 +79,7 @@ bool looksPlain(const ChCoord& cc, const GridValues& values)
 
 bool isEmpty(const ChCoord& cc, const GridValues& values)
 {
-    return grid(cc, values, true) == whiteImage() && grid(cc, values, false) == whiteImage();
+    return grid(cc, values, true) == whiteSurface() && grid(cc, values, false) == whiteSurface();
 }
 
 } // namespace
@@ -126,7 +109,7 @@ private Q_SLOTS:
 // 20 pixels a unit on x, 51 on y.
 void tst_GridLines::linesStandAtTheirValues()
 {
-    const Surface cc(10, -1, 27, 4);
+    const PlotSurface cc(10, -1, 27, 4);
     QCOMPARE(grid(cc, {12, 2.51, 20}, true), lines({80, 130, 180, 230}, true));
     QCOMPARE(grid(cc, {-0.5, 1.1, 3}, false), lines({244, 188, 132, 76}, false));
     // Beyond the plot area as far as the widget goes.
@@ -136,7 +119,7 @@ void tst_GridLines::linesStandAtTheirValues()
 
 void tst_GridLines::linesCrossTheWholeWidget()
 {
-    const Surface cc(10, -1, 27, 4);
+    const PlotSurface cc(10, -1, 27, 4);
     const QImage vertical = grid(cc, {15, 100, 16}, true);
     const QImage horizontal = grid(cc, {0, 100, 1}, false);
     const QColor line = vertical.pixelColor(140, 100);
@@ -151,8 +134,8 @@ void tst_GridLines::linesCrossTheWholeWidget()
 
 void tst_GridLines::linesTakeThePen()
 {
-    const Surface cc(10, -1, 27, 4);
-    QImage image = whiteImage();
+    const PlotSurface cc(10, -1, 27, 4);
+    QImage image = whiteSurface();
     QPainter p(&image);
     p.setPen(QPen(Qt::red, 3));
     display::drawVerticalGrid(&p, cc, {15, 100, 16});
@@ -201,8 +184,8 @@ void tst_GridLines::looksLikeAPlainLoop()
 {
     QFETCH(QRectF, range);
     QFETCH(QList<double>, values);
-    const Surface cc(range.left(), range.top(), range.left() + range.width(),
-                     range.top() + range.height());
+    const PlotSurface cc(range.left(), range.top(), range.left() + range.width(),
+                         range.top() + range.height());
     QVERIFY(looksPlain(cc, {values.at(0), values.at(1), values.at(2)}));
 }
 
@@ -214,7 +197,7 @@ void tst_GridLines::anyGridLooksLikeAPlainLoop()
     for (int i = 0; i < 400; ++i) {
         const double x0 = number(20.0);
         const double y0 = number(20.0);
-        const Surface cc(x0, y0, x0 + number(40.0), y0 + number(40.0));
+        const PlotSurface cc(x0, y0, x0 + number(40.0), y0 + number(40.0));
         const GridValues values{number(60.0), std::pow(10.0, number(4.0) - 0.5), number(90.0)};
         QVERIFY2(looksPlain(cc, values), qPrintable(QStringLiteral("%1 %2 %3, x %4 %5, y %6 %7")
                                                         .arg(values.first)
@@ -232,7 +215,7 @@ void tst_GridLines::anyGridLooksLikeAPlainLoop()
 // A tenth of a pixel apart, from column 57 to 210.
 void tst_GridLines::denseGridHasOneLineAPixel()
 {
-    const Surface cc(0, 0, 340, 255);
+    const PlotSurface cc(0, 0, 340, 255);
     QSet<int> columns;
     for (int x = 57; x <= 210; ++x) {
         columns.insert(x);
@@ -251,7 +234,7 @@ void tst_GridLines::millionsOfLinesAreOneAPixel()
         rows.insert(y);
     }
     for (const double end : {1e7, 1e12, 1e300}) {
-        const Surface cc(0, 0, end, end);
+        const PlotSurface cc(0, 0, end, end);
         QCOMPARE(grid(cc, {-end, 0.1, 2 * end}, true), lines(columns, true));
         QCOMPARE(grid(cc, {-end, 0.1, 2 * end}, false), lines(rows, false));
     }
@@ -263,13 +246,13 @@ void tst_GridLines::millionsOfLinesAreOneAPixel()
 // and 0.40, and both are truncated to pixel 0.
 void tst_GridLines::placesAboutZeroShareALine()
 {
-    const Surface cc(0.0, 0.0, 337.0, 1.0);
+    const PlotSurface cc(0.0, 0.0, 337.0, 1.0);
     QCOMPARE(grid(cc, {-40.25, 1.0, -39.25}, true), lines({0}, true));
 }
 
 void tst_GridLines::zoomInAGreatGridKeepsItsPlaces()
 {
-    const Surface cc(5e8 + 0.5, 5e8 + 0.5, 5e8 + 10.5, 5e8 + 10.5);
+    const PlotSurface cc(5e8 + 0.5, 5e8 + 0.5, 5e8 + 10.5, 5e8 + 10.5);
     const GridValues values{0.0, 1.0, 1e9};
     QSet<int> columns;
     for (int k = -1; k <= 10; ++k) {
@@ -288,7 +271,7 @@ void tst_GridLines::zoomInAGreatGridKeepsItsPlaces()
 
 void tst_GridLines::firstValueIsALineWithoutASecond()
 {
-    const Surface cc(10, -1, 27, 4);
+    const PlotSurface cc(10, -1, 27, 4);
     QCOMPARE(grid(cc, {15, 3, 15}, true), lines({140}, true));
     QCOMPARE(grid(cc, {15, 3, 17.9}, true), lines({140}, true));
     QCOMPARE(grid(cc, {15, 1e300, 16}, true), lines({140}, true));
@@ -318,8 +301,8 @@ void tst_GridLines::gridsOfNothing()
 {
     QFETCH(QList<double>, values);
     const GridValues grid{values.at(0), values.at(1), values.at(2)};
-    QVERIFY(isEmpty(Surface(10, 10, 27, 27), grid));
-    QVERIFY(isEmpty(Surface(27, 27, 10, 10), grid));
+    QVERIFY(isEmpty(PlotSurface(10, 10, 27, 27), grid));
+    QVERIFY(isEmpty(PlotSurface(27, 27, 10, 10), grid));
 }
 
 // Each of them in an instant; what is seen of most is nobody's business.
@@ -327,8 +310,8 @@ void tst_GridLines::anyNumbersComeBack()
 {
     const QList<double> numbers{0,    0.1,   -1,       1e17,      1e300,     -1e300,
                                 huge, least, infinite, -infinite, notANumber};
-    QImage some = whiteImage();
-    QImage none = whiteImage(); // what no grid was drawn on
+    QImage some = whiteSurface();
+    QImage none = whiteSurface(); // what no grid was drawn on
     for (const double first : numbers) {
         for (const double step : numbers) {
             for (const double last : numbers) {
@@ -337,15 +320,15 @@ void tst_GridLines::anyNumbersComeBack()
                 QPainter p(isGrid ? &some : &none);
                 for (const auto& [from, to] : {std::pair{0.0, 10.0}, std::pair{-huge, huge},
                                                std::pair{0.0, least}, std::pair{2e17, 1e17}}) {
-                    const Surface cc(from, from, to, to);
+                    const PlotSurface cc(from, from, to, to);
                     display::drawVerticalGrid(&p, cc, {first, step, last});
                     display::drawHorizontalGrid(&p, cc, {first, step, last});
                 }
             }
         }
     }
-    QVERIFY(some != whiteImage());
-    QCOMPARE(none, whiteImage());
+    QVERIFY(some != whiteSurface());
+    QCOMPARE(none, whiteSurface());
 }
 
 void tst_GridLines::valenceGridEndsWithinHalfAStep()
@@ -355,7 +338,7 @@ void tst_GridLines::valenceGridEndsWithinHalfAStep()
     QCOMPARE(values.step, 0.1);
     QCOMPARE(values.last, 3.05);
     // 2 to 3 in eleven lines; of 2.36 the fifth, of 2.34 the fourth is the last.
-    const Surface cc(1.9, 0, 3.6, 1); // 200 pixels a unit, from 60.0 on
+    const PlotSurface cc(1.9, 0, 3.6, 1); // 200 pixels a unit, from 60.0 on
     const auto linesOf = [&cc](double upper) {
         int count = 0;
         const QImage image = grid(cc, display::valenceGrid(2.0, upper), true);

@@ -1,13 +1,16 @@
 // The marks of single points: their pixels, and the points that have none.
 #include "display/PointMarks.h"
 
-#include "display/ChCoord.h"
+#include "support/PlainStrokes.h"
+#include "support/PlotSurface.h"
 
 #include <QImage>
 #include <QPainter>
 #include <QTest>
 
 #include <limits>
+
+using namespace tests;
 
 namespace
 {
@@ -18,32 +21,14 @@ constexpr double huge = std::numeric_limits<double>::max();
 
 const QColor ink(10, 20, 230);
 
-/// A surface of 400 by 300 pixels whose plot area runs from 40 to 380 and from
-/// 270 up to 15, for x from 10 to 27 and y from -1 to 4: 20 and 51 pixels a unit.
-struct Surface : ChCoord {
-    Surface()
-    {
-        setScreen(0, 300, 400, 0);
-        computeArea();
-        setReal(10, -1, 27, 4);
-    }
-};
-
-QImage whiteImage()
-{
-    QImage image(400, 300, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    return image;
-}
-
 /// The circles of these radii on one place, each by a call of its own.
 QImage circles(const QPoint& centre, const QList<int>& radii)
 {
-    QImage image = whiteImage();
+    QImage image = whiteSurface();
     QPainter p(&image);
     p.setPen(ink);
     for (const int r : radii) {
-        p.drawEllipse(QRect(centre.x() - r, centre.y() - r, 2 * r, 2 * r));
+        plainCircle(&p, centre, r);
     }
     return image;
 }
@@ -83,7 +68,7 @@ void tst_PointMarks::placeIsTheTruncatedPixel()
 {
     QFETCH(QPointF, point);
     QFETCH(QPoint, place);
-    const auto found = display::markPlace(Surface(), point.x(), point.y());
+    const auto found = display::markPlace(PlotSurface(), point.x(), point.y());
     QVERIFY(found);
     QCOMPARE(*found, place);
 }
@@ -105,20 +90,20 @@ void tst_PointMarks::pointsOutOfViewHaveNoPlace_data()
 void tst_PointMarks::pointsOutOfViewHaveNoPlace()
 {
     QFETCH(QPointF, point);
-    QVERIFY(!display::markPlace(Surface(), point.x(), point.y()));
+    QVERIFY(!display::markPlace(PlotSurface(), point.x(), point.y()));
 }
 
 // Whole pixels, so that truncation does not matter: a mark of radius 2 shows from
 // two pixels left of the picture to one pixel right of it, the same on y.
 void tst_PointMarks::everyMarkThatReachesInHasAPlace()
 {
-    const Surface cc;
+    const PlotSurface cc;
     for (int off = -8; off <= 8; ++off) {
         for (const QPoint& at :
              {QPoint(off, 100), QPoint(400 + off, 100), QPoint(100, off), QPoint(100, 300 + off)}) {
             const double x = 10.0 + (at.x() + 0.5 - 40.0) / 20.0;
             const double y = (270.0 - at.y() - 0.5) / 51.0 - 1.0;
-            const bool shows = circles(at, {2}) != whiteImage();
+            const bool shows = circles(at, {2}) != whiteSurface();
             const auto place = display::markPlace(cc, x, y);
             QVERIFY2(place || !shows, qPrintable(QStringLiteral("%1 %2").arg(at.x()).arg(at.y())));
             if (at.x() >= 0 && at.y() >= 0 && at.x() < 400 && at.y() < 300) {
@@ -132,7 +117,7 @@ void tst_PointMarks::everyMarkThatReachesInHasAPlace()
 
 void tst_PointMarks::noRangeHasNoPlaces()
 {
-    Surface cc;
+    PlotSurface cc;
     cc.setRealX(15, 15);
     QVERIFY(!display::markPlace(cc, 15.0, 0.0));
     cc.setReal(10, notANumber, 27, 4);
@@ -142,7 +127,7 @@ void tst_PointMarks::noRangeHasNoPlaces()
 void tst_PointMarks::circleStandsInTheSquareOfItsRadius()
 {
     for (const int radius : {1, 2, 5}) {
-        QImage image = whiteImage();
+        QImage image = whiteSurface();
         QPainter p(&image);
         p.setPen(ink);
         display::drawCircle(&p, {150, 120}, radius);
@@ -156,7 +141,7 @@ void tst_PointMarks::circleStandsInTheSquareOfItsRadius()
 
 void tst_PointMarks::circleTakesThePenAndTheBrush()
 {
-    QImage image = whiteImage();
+    QImage image = whiteSurface();
     QPainter p(&image);
     p.setPen(Qt::red);
     p.setBrush(Qt::green);
@@ -169,7 +154,7 @@ void tst_PointMarks::circleTakesThePenAndTheBrush()
 void tst_PointMarks::markIsACircleOfOneAndOneOfTwo()
 {
     for (const QPoint& at : {QPoint(150, 120), QPoint(0, 0), QPoint(-2, 299), QPoint(401, 3)}) {
-        QImage image = whiteImage();
+        QImage image = whiteSurface();
         QPainter p(&image);
         p.setPen(ink);
         display::drawMark(&p, at);

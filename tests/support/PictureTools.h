@@ -1,0 +1,70 @@
+// What pictures show: comparison pixel by pixel, and counts of pixels.
+#pragma once
+
+#include <QColor>
+#include <QDebug>
+#include <QImage>
+#include <QRect>
+
+namespace tests
+{
+
+inline QImage whitePicture(const QSize& size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    return image;
+}
+
+/// Whether two pictures of one size agree in @p part, which has to lie in them;
+/// the first pixel where they do not goes to the log.
+inline bool isSamePicture(const QImage& image, const QImage& wanted, const QRect& part)
+{
+    if (image.size() != wanted.size() || !image.rect().contains(part)) {
+        qWarning() << "sizes" << image.size() << wanted.size() << "for" << part;
+        return false;
+    }
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        for (int x = part.left(); x <= part.right(); ++x) {
+            if (image.pixelColor(x, y) != wanted.pixelColor(x, y)) {
+                qWarning() << "pixel" << x << y << "is" << image.pixelColor(x, y) << "instead of"
+                           << wanted.pixelColor(x, y);
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+inline bool isSamePicture(const QImage& image, const QImage& wanted)
+{
+    return isSamePicture(image, wanted, image.rect());
+}
+
+/// Whether all of @p part has this colour; the first pixel that has not goes to
+/// the log.
+inline bool isAllOf(const QImage& image, const QRect& part, const QColor& color)
+{
+    QImage wanted(image.size(), QImage::Format_RGB32);
+    wanted.fill(color);
+    return isSamePicture(image, wanted, part);
+}
+
+inline bool isBlank(const QImage& image)
+{
+    return isAllOf(image, image.rect(), Qt::white);
+}
+
+/// The pixels of @p part that have this colour.
+inline int countOf(const QImage& image, const QRect& part, const QColor& color)
+{
+    int pixels = 0;
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        for (int x = part.left(); x <= part.right(); ++x) {
+            pixels += image.pixelColor(x, y) == color ? 1 : 0;
+        }
+    }
+    return pixels;
+}
+
+} // namespace tests
