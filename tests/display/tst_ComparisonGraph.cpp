@@ -1,7 +1,7 @@
 // The graph of the fit against the target calculation, by itself.
 #include "display/ComparisonGraph.h"
 
-#include "display/DispABase.h"
+#include "support/GraphPlot.h"
 #include "support/PlainComparison.h"
 
 #include <QTest>
@@ -20,15 +20,7 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 /// What a frame shows in which @p graph draws itself.
 QImage painted(const ComparisonGraph& graph, const QSize& size = evenSize)
 {
-    DispABase frame;
-    frame.xTitleInArea = true;
-    frame.yTitleInArea = true;
-    frame.DispA->setFixedSize(size);
-    QObject::connect(&frame, &DispABase::draw, &frame, [&](QStylePainter* p) {
-        Graph::Range range;
-        graph.paint(&frame, p, QStringLiteral("LCF"), QStringLiteral("MPs"), &range);
-    });
-    return frame.DispA->grab().toImage();
+    return GraphPlot(graph, size, QStringLiteral("LCF"), QStringLiteral("MPs")).picture();
 }
 
 void fill(ComparisonGraph* graph, double lower, double upper, const QList<PlainPoint>& points)

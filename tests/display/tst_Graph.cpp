@@ -1,7 +1,7 @@
 // What all graphs of the analysis have in common.
 #include "display/Graph.h"
 
-#include "display/DispABase.h"
+#include "support/GraphPlot.h"
 #include "support/PlainPlot.h"
 
 #include <QTest>
@@ -11,7 +11,7 @@ using namespace tests;
 namespace
 {
 
-const QSize size(387, 257); // margins of 38, 19, 25 and 12 pixels
+const QSize surface(387, 257); // margins of 38, 19, 25 and 12 pixels
 
 /// A graph that paints one colour everywhere and another one on top.
 class Flood : public Graph
@@ -26,7 +26,7 @@ public:
 protected:
     void drawData(QStylePainter* p, const ChCoord& cc) const override
     {
-        p->fillRect(QRect(QPoint(0, 0), size), Qt::cyan);
+        p->fillRect(QRect(QPoint(0, 0), surface), Qt::cyan);
         p->fillRect(QRectF(cc.r2sX(13.0), cc.r2sY(0.5), 10, 10), Qt::magenta);
     }
     void drawOnTop(QStylePainter* p, const ChCoord&) const override
@@ -63,28 +63,18 @@ protected:
     void drawOnTop(QStylePainter* p, const ChCoord& cc) const override { Graph::drawOnTop(p, cc); }
 };
 
-/// A frame in which a graph draws itself.
-struct Plot {
+struct Plot : GraphPlot {
     explicit Plot(const Graph& drawn)
+        : GraphPlot(drawn, surface, QStringLiteral("over"), QStringLiteral("up"))
     {
-        frame.xTitleInArea = true;
-        frame.yTitleInArea = true;
-        frame.DispA->setFixedSize(size);
-        QObject::connect(&frame, &DispABase::draw, &frame, [this, &drawn](QStylePainter* p) {
-            drawn.paint(&frame, p, QStringLiteral("over"), QStringLiteral("up"), &range);
-        });
     }
 
-    QImage paint() { return frame.DispA->grab().toImage(); }
-    ChCoord& cc() { return frame.DispA->cc; }
-
-    DispABase frame;
-    Graph::Range range{-7.0, -8.0, -9.0, -10.0};
+    ChCoord& cc() { return DispA->cc; }
 };
 
 PlainFlood plainFlood(const PlotRange& range)
 {
-    PlainFlood picture(size, range);
+    PlainFlood picture(surface, range);
     picture.xTitle = QStringLiteral("over");
     picture.yTitle = QStringLiteral("up");
     return picture;
@@ -113,7 +103,7 @@ void tst_Graph::frameMasksTheDataAndStandsUnderWhatIsOnTop()
 {
     const Flood graph;
     Plot plot(graph);
-    const QImage image = plot.paint();
+    const QImage image = plot.picture();
     QVERIFY(isSamePicture(image, plainFlood({10.0, -1.0, 43.0, 4.5}).picture()));
     QCOMPARE(image.pixelColor(200, 5), QColor(Qt::white));
     QCOMPARE(image.pixelColor(200, 12), QColor(150, 150, 150));
@@ -127,7 +117,7 @@ void tst_Graph::nothingIsOnTopUnlessAGraphSaysSo()
     Plot plot(graph);
     PlainFlood wanted = plainFlood({10.0, -1.0, 43.0, 4.5});
     wanted.onTop = false;
-    QVERIFY(isSamePicture(plot.paint(), wanted.picture()));
+    QVERIFY(isSamePicture(plot.picture(), wanted.picture()));
 }
 
 // 10 pixels a unit on x from column 38 on, 40 on y from row 232 up.
@@ -135,7 +125,7 @@ void tst_Graph::plotAreaIsComputedBeforeAnyData()
 {
     const Flood graph;
     Plot plot(graph);
-    const QImage image = plot.paint();
+    const QImage image = plot.picture();
     QCOMPARE(plot.cc().areaX0, 38.0);
     QCOMPARE(plot.cc().areaX1, 368.0);
     QCOMPARE(plot.cc().areaY0, 232.0);
@@ -148,23 +138,23 @@ void tst_Graph::firstRangeAfterAResetCounts()
 {
     Flood graph;
     Plot plot(graph);
-    QVERIFY(!plot.frame.DispA->hasScale);
-    plot.paint();
-    QVERIFY(plot.frame.DispA->hasScale);
+    QVERIFY(!plot.DispA->hasScale);
+    plot.picture();
+    QVERIFY(plot.DispA->hasScale);
     graph.automatic = {0.0, 0.0, 33.0, 5.5};
-    QVERIFY(isSamePicture(plot.paint(), plainFlood({10.0, -1.0, 43.0, 4.5}).picture()));
-    plot.frame.clearScale();
-    QVERIFY(isSamePicture(plot.paint(), plainFlood({0.0, 0.0, 33.0, 5.5}).picture()));
+    QVERIFY(isSamePicture(plot.picture(), plainFlood({10.0, -1.0, 43.0, 4.5}).picture()));
+    plot.clearScale();
+    QVERIFY(isSamePicture(plot.picture(), plainFlood({0.0, 0.0, 33.0, 5.5}).picture()));
 }
 
 void tst_Graph::zoomedViewStaysButTheAutomaticRangeIsTold()
 {
     const Flood graph;
     Plot plot(graph);
-    plot.paint();
+    plot.picture();
     plot.cc().setReal(12.0, 0.0, 15.3, 1.1);
     plot.range = {};
-    QVERIFY(isSamePicture(plot.paint(), plainFlood({12.0, 0.0, 15.3, 1.1}).picture()));
+    QVERIFY(isSamePicture(plot.picture(), plainFlood({12.0, 0.0, 15.3, 1.1}).picture()));
     QCOMPARE(plot.range.x0, 10.0);
     QCOMPARE(plot.range.y0, -1.0);
     QCOMPARE(plot.range.x1, 43.0);
@@ -176,11 +166,11 @@ void tst_Graph::rangeThatIsNotFittedLeavesTheViewAutomatic()
     Flood graph;
     graph.automatic = {5.0, 0.0, 38.0, 1.1, false};
     Plot plot(graph);
-    QVERIFY(isSamePicture(plot.paint(), plainFlood({5.0, 0.0, 38.0, 1.1}).picture()));
-    QVERIFY(!plot.frame.DispA->hasScale);
+    QVERIFY(isSamePicture(plot.picture(), plainFlood({5.0, 0.0, 38.0, 1.1}).picture()));
+    QVERIFY(!plot.DispA->hasScale);
     graph.automatic = {0.0, 0.0, 33.0, 5.5, true};
-    QVERIFY(isSamePicture(plot.paint(), plainFlood({0.0, 0.0, 33.0, 5.5}).picture()));
-    QVERIFY(plot.frame.DispA->hasScale);
+    QVERIFY(isSamePicture(plot.picture(), plainFlood({0.0, 0.0, 33.0, 5.5}).picture()));
+    QVERIFY(plot.DispA->hasScale);
 }
 
 void tst_Graph::rangeThatIsNotFittedLeavesAZoomAlone()
@@ -188,9 +178,9 @@ void tst_Graph::rangeThatIsNotFittedLeavesAZoomAlone()
     Flood graph;
     graph.automatic.isFitted = false;
     Plot plot(graph);
-    plot.frame.setRealCoord(12.0, 0.0, 15.3, 1.1);
-    QVERIFY(isSamePicture(plot.paint(), plainFlood({12.0, 0.0, 15.3, 1.1}).picture()));
-    QVERIFY(plot.frame.DispA->hasScale);
+    plot.setRealCoord(12.0, 0.0, 15.3, 1.1);
+    QVERIFY(isSamePicture(plot.picture(), plainFlood({12.0, 0.0, 15.3, 1.1}).picture()));
+    QVERIFY(plot.DispA->hasScale);
 }
 
 void tst_Graph::emptyGraphIsWhiteWithoutTitles()
@@ -198,10 +188,10 @@ void tst_Graph::emptyGraphIsWhiteWithoutTitles()
     Flood graph;
     graph.empty = true;
     Plot plot(graph);
-    QVERIFY(isBlank(plot.paint()));
+    QVERIFY(isBlank(plot.picture()));
     QVERIFY(!plot.cc().drawn);
-    QCOMPARE(plot.frame.xTitle, QStringLiteral("over"));
-    QCOMPARE(plot.frame.yTitle, QStringLiteral("up"));
+    QCOMPARE(plot.xTitle, QStringLiteral("over"));
+    QCOMPARE(plot.yTitle, QStringLiteral("up"));
     QCOMPARE(plot.cc().areaX0, 38.0); // the mouse's places go by the plot area
 }
 
@@ -210,25 +200,25 @@ void tst_Graph::emptyGraphLeavesRangesAlone()
     Flood graph;
     graph.empty = true;
     Plot plot(graph);
-    plot.paint();
-    QVERIFY(!plot.frame.DispA->hasScale);
-    QCOMPARE(plot.range.x0, -7.0);
-    QCOMPARE(plot.range.y1, -10.0);
-    plot.frame.setRealCoord(12.0, 0.0, 15.3, 1.1);
-    plot.paint();
+    plot.picture();
+    QVERIFY(!plot.DispA->hasScale);
+    QCOMPARE(plot.range.x0, -1.0);
+    QCOMPARE(plot.range.y1, -4.0);
+    plot.setRealCoord(12.0, 0.0, 15.3, 1.1);
+    plot.picture();
     QCOMPARE(plot.cc().realX0, 12.0);
-    QVERIFY(plot.frame.DispA->hasScale);
+    QVERIFY(plot.DispA->hasScale);
 }
 
 void tst_Graph::graphThatEmptiesLosesItsTitlesAndGetsThemBack()
 {
     Flood graph;
     Plot plot(graph);
-    const QImage full = plot.paint();
+    const QImage full = plot.picture();
     graph.empty = true;
-    QVERIFY(isBlank(plot.paint()));
+    QVERIFY(isBlank(plot.picture()));
     graph.empty = false;
-    QVERIFY(isSamePicture(plot.paint(), full));
+    QVERIFY(isSamePicture(plot.picture(), full));
     QVERIFY(plot.cc().drawn);
 }
 

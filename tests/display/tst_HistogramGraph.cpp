@@ -2,7 +2,9 @@
 
 #include "display/HistogramGraph.h"
 #include "support/GraphPlot.h"
-#include "support/PlainGraphs.h"
+#include "support/HostileNumbers.h"
+#include "support/PlainHistograms.h"
+#include "support/PlotChecks.h"
 
 #include <QTest>
 
@@ -64,7 +66,7 @@ PlainHistograms plainOf(const HistogramGraph& graph)
 QRect boxOf(const QColor& color, const QImage& image)
 {
     QRect box;
-    const QRect inside = PlainPlot(surface, 0, 0, 1, 1).inside();
+    const QRect inside = PlotPlace(surface, {0, 0, 1, 1}).inside();
     for (int y = inside.top(); y <= inside.bottom(); ++y) {
         for (int x = inside.left(); x <= inside.right(); ++x) {
             if (image.pixelColor(x, y) == color) {
@@ -176,7 +178,7 @@ void tst_HistogramGraph::emptyGraphIsWhiteAndLeavesTheRange()
     HistogramGraph graph;
     fillGraph(graph, oneBin(4, 8));
     GraphPlot plot(graph);
-    QVERIFY(isWhite(plot.picture()));
+    QVERIFY(isBlank(plot.picture()));
     QVERIFY(!plot.DispA->cc.drawn);
     QVERIFY(!plot.DispA->hasScale);
     QCOMPARE(plot.range.x0, -1.0);
@@ -334,8 +336,8 @@ void tst_HistogramGraph::fourSeriesStandSideBySide()
     }
     QCOMPARE(boxOf(grey, image).right(), 219); // and the main one behind them
     const PlainHistograms plain = plainOf(graph);
-    const PlainPlot view(surface, 0.0, -3.0, 8.5, 33.0);
-    QVERIFY(sameIn(view.inside(), image, plain.picture(view)));
+    const PlotPlace view(surface, {0.0, -3.0, 8.5, 33.0});
+    QVERIFY(isSamePicture(image, plain.picture(view), view.inside()));
 }
 
 // Bins of two columns: the bars of three overlap.
@@ -355,8 +357,8 @@ void tst_HistogramGraph::laterSeriesLieOverEarlierOnes()
                         {readyCounts(0.0, 170.0, bins.mid(50) + bins.first(50)), blue},
                         {readyCounts(0.0, 170.0, bins.mid(99) + bins.first(99)), green}};
     GraphPlot plot(graph);
-    const PlainPlot view(surface, 0.0, -10.0, 170.0, 110.0);
-    QVERIFY(sameIn(view.inside(), plot.picture(), plainOf(graph).picture(view)));
+    const PlotPlace view(surface, {0.0, -10.0, 170.0, 110.0});
+    QVERIFY(isSamePicture(plot.picture(), plainOf(graph).picture(view), view.inside()));
 }
 
 // Bins of 0 to 9 and the outer ones at -1 and 10, in a view of 20 columns to a
@@ -372,9 +374,9 @@ void tst_HistogramGraph::outerBinsStandBesideTheOthers()
     const QImage image = plot.picture();
     QCOMPARE(boxOf(red, image), QRect(QPoint(90, 36), QPoint(329, 247)));
     // -1.5 to -0.5 is 90 to 110, 9.5 to 10.5 is 310 to 330; the lower one is 20.
-    QCOMPARE(pixelsOf(red, image, {90, 36, 20, 212}), 20 * (248 - 107));
-    QCOMPARE(pixelsOf(red, image, {310, 36, 20, 212}), 20 * 212);
-    QCOMPARE(pixelsOf(red, image, {110, 36, 200, 212}), 0);
+    QCOMPARE(countOf(image, {90, 36, 20, 212}, red), 20 * (248 - 107));
+    QCOMPARE(countOf(image, {310, 36, 20, 212}, red), 20 * 212);
+    QCOMPARE(countOf(image, {110, 36, 200, 212}, red), 0);
 }
 
 void tst_HistogramGraph::emptyBinsHaveNoBar()
@@ -386,7 +388,7 @@ void tst_HistogramGraph::emptyBinsHaveNoBar()
     plot.setRealCoord(0.0, -3.0, 8.5, 33.0);
     // The bar of 9 alone, from 8.5 on, is at the view's very end.
     const QImage image = plot.picture();
-    QCOMPARE(pixelsOf(red, image, {41, 16, 330, 253}), 0);
+    QCOMPARE(countOf(image, {41, 16, 330, 253}, red), 0);
     QCOMPARE(boxOf(red, image), QRect(376, 36, 3, 212));
 }
 
@@ -420,8 +422,8 @@ void tst_HistogramGraph::barsAreCutAtTheViewOnly()
     addSeries(graph, {7, 2, 11, 6, 27, 16, 5, 0, 1, 2}, blue);
     GraphPlot plot(graph);
     plot.setRealCoord(x0, y0, x1, y1);
-    const PlainPlot view(surface, x0, y0, x1, y1);
-    QVERIFY(sameIn(view.inside(), plot.picture(), plainOf(graph).picture(view)));
+    const PlotPlace view(surface, {x0, y0, x1, y1});
+    QVERIFY(isSamePicture(plot.picture(), plainOf(graph).picture(view), view.inside()));
 }
 
 void tst_HistogramGraph::viewAwayFromTheBarsShowsNone_data()
@@ -451,9 +453,9 @@ void tst_HistogramGraph::viewAwayFromTheBarsShowsNone()
     GraphPlot plot(graph);
     plot.setRealCoord(x0, y0, x1, y1);
     const QImage image = plot.picture();
-    const QRect inside = PlainPlot(surface, x0, y0, x1, y1).inside();
-    QCOMPARE(pixelsOf(grey, image, inside), 0);
-    QCOMPARE(pixelsOf(red, image, inside), 0);
+    const QRect inside = PlotPlace(surface, {x0, y0, x1, y1}).inside();
+    QCOMPARE(countOf(image, inside, grey), 0);
+    QCOMPARE(countOf(image, inside, red), 0);
 }
 
 void tst_HistogramGraph::manyBinsLookLikeBarByBar_data()
@@ -493,8 +495,8 @@ void tst_HistogramGraph::manyBinsLookLikeBarByBar()
                         {readyCounts(0.0, 10.0, others.mid(7) + others.first(7)), blue}};
     GraphPlot plot(graph);
     plot.setRealCoord(x0, -25.0, x1, 280.0);
-    const PlainPlot view(surface, x0, -25.0, x1, 280.0);
-    QVERIFY(sameIn(view.inside(), plot.picture(), plainOf(graph).picture(view)));
+    const PlotPlace view(surface, {x0, -25.0, x1, 280.0});
+    QVERIFY(isSamePicture(plot.picture(), plainOf(graph).picture(view), view.inside()));
 }
 
 void tst_HistogramGraph::countsUpToTheLargestAreDrawn()
@@ -603,14 +605,7 @@ void tst_HistogramGraph::crowdedHorizontalLinesFillTheirPart()
 
 void tst_HistogramGraph::hostileNumbersStillPaint_data()
 {
-    QTest::addColumn<double>("number");
-    QTest::newRow("NaN") << std::numeric_limits<double>::quiet_NaN();
-    QTest::newRow("infinity") << std::numeric_limits<double>::infinity();
-    QTest::newRow("minus infinity") << -std::numeric_limits<double>::infinity();
-    QTest::newRow("huge") << 1e300;
-    QTest::newRow("hugely negative") << -1e300;
-    QTest::newRow("the largest") << std::numeric_limits<double>::max();
-    QTest::newRow("the smallest") << std::numeric_limits<double>::denorm_min();
+    addHostileNumbers();
     QTest::newRow("zero") << 0.0;
 }
 
@@ -629,10 +624,10 @@ void tst_HistogramGraph::hostileNumbersStillPaint()
         *fields.at(field) = number;
         graph.references[0].counts.step = graph.main.step;
         GraphPlot plot(graph);
-        QVERIFY(hasOutline(plot.picture(), {surface, 0, 0, 1, 1}));
+        QVERIFY(hasOutline(plot.picture(), {surface, {0, 0, 1, 1}}));
         plot.clearScale();
         plot.setRealCoord(view.x0, view.y0, view.x1, view.y1);
-        QVERIFY(hasOutline(plot.picture(), {surface, 0, 0, 1, 1}));
+        QVERIFY(hasOutline(plot.picture(), {surface, {0, 0, 1, 1}}));
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "display/ChCoord.h"
 #include "display/MapCells.h"
+#include "support/PictureTools.h"
 #include "support/PlainMapCells.h"
 
 #include <QImage>
@@ -55,16 +56,9 @@ MapCells cellsOf(const Map& map, const PlainMapView& view)
     return {cc, map.width, map.height};
 }
 
-QImage blank(const PlainMapView& view)
-{
-    QImage image(view.surface, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    return image;
-}
-
 QImage drawn(const Map& map, const PlainMapView& view, bool grid)
 {
-    QImage image = blank(view);
+    QImage image = whitePicture(view.surface);
     QPainter p(&image);
     const MapCells cells = cellsOf(map, view);
     cells.fill(&p, [&map](int x, int y) -> const QColor& { return map.at(x, y); });
@@ -77,7 +71,7 @@ QImage drawn(const Map& map, const PlainMapView& view, bool grid)
 
 QImage plain(const Map& map, const PlainMapView& view, bool grid)
 {
-    QImage image = blank(view);
+    QImage image = whitePicture(view.surface);
     QPainter p(&image);
     plainFill(&p, view, map.width, map.height, [&map](int x, int y) { return map.at(x, y); });
     if (grid) {
@@ -282,9 +276,9 @@ void tst_MapCells::mapFarAwayLeavesTheSurface()
     const Map map = randomMap(random, 5, 5);
     for (const double away : {6.0, 1e3, 1e9, 1e15, -2.0, -1e9}) {
         const PlainMapView view{{50, 40}, away, away, away + 1.0, away + 1.0};
-        QCOMPARE(drawn(map, view, true), blank(view));
+        QCOMPARE(drawn(map, view, true), whitePicture(view.surface));
         const PlainMapView beside{{50, 40}, 0.0, away, 5.0, away + 1.0};
-        QCOMPARE(drawn(map, beside, true), blank(beside));
+        QCOMPARE(drawn(map, beside, true), whitePicture(beside.surface));
     }
 }
 
@@ -297,7 +291,7 @@ void tst_MapCells::distantViewIsAPixelOrNothing()
         QVERIFY(looksPlain(map, {{100, 80}, 0.0, 0.0, span, span}));
     }
     const PlainMapView everything{{100, 80}, -1e300, -1e300, 1e300, 1e300};
-    QCOMPARE(drawn(map, everything, false), blank(everything));
+    QCOMPARE(drawn(map, everything, false), whitePicture(everything.surface));
 }
 
 void tst_MapCells::viewWithoutExtentHasNoCells_data()
@@ -323,7 +317,7 @@ void tst_MapCells::viewWithoutExtentHasNoCells()
                                      PlainMapView{{50, 40}, 0.0, left, 3.0, right},
                                      PlainMapView{{50, 40}, left, left, right, right}}) {
         int asked = 0;
-        QImage image = blank(view);
+        QImage image = whitePicture(view.surface);
         QPainter p(&image);
         cellsOf(map, view).fill(&p, [&](int x, int y) -> const QColor& {
             ++asked;
@@ -331,7 +325,7 @@ void tst_MapCells::viewWithoutExtentHasNoCells()
         });
         p.end();
         QCOMPARE(asked, 0);
-        QCOMPARE(image, blank(view));
+        QCOMPARE(image, whitePicture(view.surface));
     }
 }
 
@@ -348,7 +342,7 @@ void tst_MapCells::mapWithoutPixelsHasNoCells()
     QFETCH(QSize, size);
     const PlainMapView view{{50, 40}, 0.0, 0.0, 3.0, 3.0};
     const Map map{size.width(), size.height(), {}};
-    QCOMPARE(drawn(map, view, false), blank(view));
+    QCOMPARE(drawn(map, view, false), whitePicture(view.surface));
 }
 
 // 3 by 2 pixels on 10 by 5: columns start at 0, 3, 6, lines end at 5 and 2.
@@ -381,12 +375,12 @@ void tst_MapCells::outlineTakesThePen()
 {
     const Map map{2, 2, {0, 1, 2, 3}};
     const PlainMapView view{{20, 20}, -1.0, -1.0, 3.0, 3.0};
-    QImage image = blank(view);
+    QImage image = whitePicture(view.surface);
     QPainter p(&image);
     p.setPen(QColor(1, 2, 3));
     cellsOf(map, view).outline(&p);
     p.end();
-    QImage wanted = blank(view);
+    QImage wanted = whitePicture(view.surface);
     QPainter q(&wanted);
     q.setPen(QColor(1, 2, 3));
     plainOutline(&q, view, 2, 2);
@@ -402,7 +396,7 @@ void tst_MapCells::narrowCellsAreAllGrid()
     std::mt19937 random(19);
     const Map map = randomMap(random, 200, 200);
     const PlainMapView view = wholeView(map, {50, 50});
-    QImage grid = blank(view);
+    QImage grid = whitePicture(view.surface);
     grid.fill(gridColor);
     QCOMPARE(drawn(map, view, true), grid);
 }
@@ -428,7 +422,7 @@ void tst_MapCells::coloursAreAskedForShownCellsAlone()
     const PlainMapView view{{120, 90}, seen.left(), seen.top(), seen.right(), seen.bottom()};
     const Map map{20, 10, QList<int>(200, 0)};
     QSet<int> asked;
-    QImage image = blank(view);
+    QImage image = whitePicture(view.surface);
     QPainter p(&image);
     cellsOf(map, view).fill(&p, [&](int x, int y) -> const QColor& {
         asked.insert(y * 20 + x);
@@ -450,7 +444,7 @@ void tst_MapCells::coloursAreAskedOnceAtMost()
     const PlainMapView view = wholeView(map, {50, 40});
     QList<int> asked(60000, 0);
     int total = 0;
-    QImage image = blank(view);
+    QImage image = whitePicture(view.surface);
     QPainter p(&image);
     cellsOf(map, view).fill(&p, [&](int x, int y) -> const QColor& {
         ++asked[y * 300 + x];

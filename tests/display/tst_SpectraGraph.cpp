@@ -2,7 +2,7 @@
 #include "display/SpectraGraph.h"
 
 #include "data/AMutE.h"
-#include "display/DispABase.h"
+#include "support/GraphPlot.h"
 #include "support/PlainSpectra.h"
 
 #include <QTest>
@@ -60,24 +60,17 @@ struct Drawing {
     /// In a view of its own, if one is given.
     QImage painted(const PlotRange* view = nullptr)
     {
-        DispABase frame;
-        frame.xTitleInArea = true;
-        frame.yTitleInArea = true;
-        frame.DispA->setFixedSize(wanted.place.size);
-        QObject::connect(&frame, &DispABase::draw, &frame, [&](QStylePainter* p) {
-            graph.paint(&frame, p, wanted.xTitle, wanted.yTitle, &range);
-        });
+        GraphPlot plot(graph, wanted.place.size, wanted.xTitle, wanted.yTitle);
         if (view) {
-            frame.setRealCoord(view->x0, view->y0, view->x1, view->y1);
+            plot.setRealCoord(view->x0, view->y0, view->x1, view->y1);
         }
-        return frame.DispA->grab().toImage();
+        return plot.picture();
     }
 
     bool isRight() { return isSamePicture(painted(), wanted.picture()); }
 
     SpectraGraph graph;
     PlainSpectra wanted;
-    Graph::Range range;
 };
 
 const QList<QPointF> wave{{8280, 1.1}, {8310, 0.0}, {8340, 2.0}, {8370, 0.3}, {8470, 1.9}};

@@ -2,7 +2,9 @@
 
 #include "display/ThicknessGraph.h"
 #include "support/GraphPlot.h"
-#include "support/PlainGraphs.h"
+#include "support/HostileNumbers.h"
+#include "support/PlainThickness.h"
+#include "support/PlotChecks.h"
 
 #include <QTest>
 
@@ -60,29 +62,19 @@ struct UsualGraph {
     ThicknessGraph graph{result, twoToThree};
 };
 
-const PlainPlot usualView(surface, 1.5, 0.0, 3.5, 2.0);
+const PlotPlace usualView(surface, {1.5, 0.0, 3.5, 2.0});
 
-QImage plainPicture(const PlainPlot& view, const QList<QPointF>& points, double lower = 2.0,
-                    double upper = 3.0)
+/// What the usual graph has to show in a view.
+QImage plainPicture(const PlotPlace& view, const QList<QPointF>& points)
 {
-    QImage image = view.white();
-    QPainter p(&image);
-    p.setPen(plainGrid);
-    for (int k = 0; lower + 0.1 * k <= upper + 0.05; ++k) {
-        plainVertical(p, view, lower + 0.1 * k);
-    }
-    p.setPen(red);
-    for (const QPointF& point : points) {
-        plainMark(p, view, point.x(), point.y());
-    }
-    return image;
+    return PlainThickness{points, red}.picture(view);
 }
 
 bool showsPoints(const A2DData& result, const QList<QPointF>& points)
 {
     const UsualGraph usual(result);
     GraphPlot plot(usual.graph);
-    return sameIn(usualView.inside(), plot.picture(), plainPicture(usualView, points));
+    return isSamePicture(plot.picture(), plainPicture(usualView, points), usualView.inside());
 }
 
 /// Points all over the view and around it, many of them on the same pixels.
@@ -134,7 +126,7 @@ void tst_ThicknessGraph::graphWithoutPixelsIsEmpty()
     const UsualGraph usual(result);
     QVERIFY(usual.graph.isEmpty());
     GraphPlot plot(usual.graph);
-    QVERIFY(isWhite(plot.picture()));
+    QVERIFY(isBlank(plot.picture()));
     QVERIFY(!plot.DispA->cc.drawn);
     QCOMPARE(plot.range.x0, -1.0); // left alone
 }
@@ -145,7 +137,7 @@ void tst_ThicknessGraph::graphOfHiddenPixelsIsNotEmpty()
     const UsualGraph usual(stored({{notANumber, 1.0}}));
     QVERIFY(!usual.graph.isEmpty());
     GraphPlot plot(usual.graph);
-    QVERIFY(pixelsOf(plainGrid, plot.picture(), usualView.inside()) > 0);
+    QVERIFY(countOf(plot.picture(), usualView.inside(), plainGrid) > 0);
     QVERIFY(plot.DispA->cc.drawn);
 }
 
@@ -166,7 +158,7 @@ void tst_ThicknessGraph::markIsTwoCirclesAboutThePixel()
 {
     const UsualGraph usual(stored({{2.25, 1.0}}));
     const QImage image = GraphPlot(usual.graph).picture();
-    QCOMPARE(pixelsOf(red, image, {165, 140, 5, 5}), pixelsOf(red, image, usualView.inside()));
+    QCOMPARE(countOf(image, {165, 140, 5, 5}, red), countOf(image, usualView.inside(), red));
     for (const QPoint& on :
          {QPoint(167, 140), QPoint(167, 144), QPoint(165, 142), QPoint(169, 142), QPoint(167, 141),
           QPoint(167, 143), QPoint(166, 142), QPoint(168, 142)}) {
@@ -197,8 +189,9 @@ void tst_ThicknessGraph::withoutReferencesFractionsStandAtZero()
     graph.upper = 3.0;
     graph.color = red;
     GraphPlot plot(graph);
-    const PlainPlot view(surface, -1.0, 0.0, 3.5, 2.0);
-    QVERIFY(sameIn(view.inside(), plot.picture(), plainPicture(view, {{0.0, 0.5}, {0.0, 1.5}})));
+    const PlotPlace view(surface, {-1.0, 0.0, 3.5, 2.0});
+    QVERIFY(
+        isSamePicture(plot.picture(), plainPicture(view, {{0.0, 0.5}, {0.0, 1.5}}), view.inside()));
 }
 
 void tst_ThicknessGraph::oddPixelsAreLeftOut_data()
@@ -276,10 +269,10 @@ void tst_ThicknessGraph::gridEndsHalfATenthBeyondTheUpperValence()
     usual.graph.lower = lower;
     usual.graph.upper = upper;
     const QImage image = GraphPlot(usual.graph).picture();
-    QTEST(pixelsOf(plainGrid, image, {41, 100, 339, 1}), "lines");
+    QTEST(countOf(image, {41, 100, 339, 1}, plainGrid), "lines");
     // Whole columns and nothing else.
     QFETCH(int, lines);
-    QCOMPARE(pixelsOf(plainGrid, image, usualView.inside()), lines * 254);
+    QCOMPARE(countOf(image, usualView.inside(), plainGrid), lines * 254);
 }
 
 void tst_ThicknessGraph::pointsLieOverTheGrid()
@@ -293,14 +286,7 @@ void tst_ThicknessGraph::pointsLieOverTheGrid()
 
 void tst_ThicknessGraph::hostileNumbersStillPaint_data()
 {
-    QTest::addColumn<double>("number");
-    QTest::newRow("NaN") << notANumber;
-    QTest::newRow("infinity") << infinity;
-    QTest::newRow("minus infinity") << -infinity;
-    QTest::newRow("huge") << 1e300;
-    QTest::newRow("hugely negative") << -1e300;
-    QTest::newRow("the largest") << std::numeric_limits<double>::max();
-    QTest::newRow("the smallest") << std::numeric_limits<double>::denorm_min();
+    addHostileNumbers();
     QTest::newRow("large") << 1e17;
 }
 

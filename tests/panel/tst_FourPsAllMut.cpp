@@ -5,8 +5,8 @@
 #include "display/MarkLines.h"
 #include "rows/AXafsFileSelect.h"
 #include "support/MouseInput.h"
-#include "support/PanelTools.h"
 #include "support/PlainSpectra.h"
+#include "support/SharedPanel.h"
 #include "support/SurfacePaints.h"
 
 #include <QButtonGroup>
@@ -87,11 +87,6 @@ QList<QPointF> rising()
 QList<QPointF> falling()
 {
     return {{8290.2, 2.305}, {8310.2, 2.0}, {8350.2, 0.905}, {8420.2, 0.305}, {8449.8, 0.0}};
-}
-
-QString sixDigits(double value)
-{
-    return QString::number(value, 'g', 6);
 }
 
 /// Lines of the message box that one run of the reflex leaves on a panel whose
@@ -194,7 +189,6 @@ private:
     void setSize(const QSize& size) const { surface()->setFixedSize(size); }
     void setTwoReferences() const;
     void setFit(const QList<QPointF>& energyAndMut);
-    void resetFields() const;
     void press(const QPoint& at) const { tests::press(surface(), at); }
     void click(const QPoint& at) const;
     PlainSpectra plain(const PlotRange& range = evenRange, int kind = 0) const;
@@ -213,25 +207,21 @@ void tst_FourPsAllMut::initTestCase()
 
 void tst_FourPsAllMut::cleanupTestCase()
 {
-    m_panel->Disps->hide();
-    m_panel.reset();
+    closePanel(m_panel);
 }
 
-/// No spectrum, an edge at 8350 with the limits -50 and 100, presented as read.
+/// An edge at 8350 with the limits -50 and 100, spectra presented as read. The
+/// lines of the energy rows are out of the picture.
 void tst_FourPsAllMut::init()
 {
-    resetFields();
-    for (AMutE* spectrum : std::as_const(m_panel->XafsFiles)) {
-        *spectrum = AMutE();
-    }
+    resetPanel(*m_panel);
+    m_displayed.clear();
+    m_panel->ui.EdgeE->setText("8350");
+    m_panel->ui.PreEEndDE->setText("-50");
+    m_panel->ui.PostEStartDE->setText("100");
+    chooseQuietly(m_panel->ui.NNone);
     m_panel->setEdge();
     clearMessages(*m_panel);
-    for (DispABase* each : std::as_const(m_panel->Disps->disps)) {
-        each->clearScale();
-        if (MarkLines* set = each->DispA->markLines) {
-            set->selected = false;
-        }
-    }
     setSize(evenSize);
     m_panel->Disps->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
@@ -239,27 +229,8 @@ void tst_FourPsAllMut::init()
 
 void tst_FourPsAllMut::cleanup()
 {
-    m_panel->DispMuts.clear();
-    m_displayed.clear();
     m_panel->LCFMut = nullptr;
     m_fitted.reset();
-    m_panel->LCFvs4PS.clear();
-}
-
-/// The lines of the energy rows are out of the picture.
-void tst_FourPsAllMut::resetFields() const
-{
-    m_panel->ui.EdgeE->setText("8350");
-    m_panel->ui.PreEEndDE->setText("-50");
-    m_panel->ui.PostEStartDE->setText("100");
-    for (AEPoint* row : std::as_const(m_panel->EPoints)) {
-        const QSignalBlocker quiet(row);
-        row->Energy->clear();
-        row->LCFCB->setChecked(false);
-        row->UseCB->setChecked(false);
-        row->Mut1->clear();
-    }
-    chooseQuietly(m_panel->ui.NNone);
 }
 
 AMutE& tst_FourPsAllMut::displayed(const QString& name, const QList<QPointF>& energyAndMut)

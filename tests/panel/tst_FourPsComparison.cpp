@@ -4,8 +4,8 @@
 #include "display/Displays.h"
 #include "rows/AXafsFileSelect.h"
 #include "support/MouseInput.h"
-#include "support/PanelTools.h"
 #include "support/PlainComparison.h"
+#include "support/SharedPanel.h"
 #include "support/SurfacePaints.h"
 
 #include <QtTest>
@@ -96,24 +96,16 @@ void tst_FourPsComparison::initTestCase()
 
 void tst_FourPsComparison::cleanupTestCase()
 {
-    m_panel->Disps->hide();
-    m_panel.reset();
+    closePanel(m_panel);
 }
 
-/// Ref 1 and Ref 2 are in use at valence 2 and 3; there is no spectrum.
+/// Ref 1 and Ref 2 are in use at valence 2 and 3.
 void tst_FourPsComparison::init()
 {
-    for (AMutE* spectrum : std::as_const(m_panel->XafsFiles)) {
-        *spectrum = AMutE();
-    }
+    resetPanel(*m_panel);
     useReferences(*m_panel, {0, 1});
     setValences({"2", "3", "7", "9"});
-    clearMessages(*m_panel);
-    m_panel->LCFvs4PS.clear();
-    m_panel->LCFColor = 0;
-    m_panel->Colors.colors = CColors().colors;
     surface()->setFixedSize(evenSize);
-    frame()->clearScale();
     m_panel->Disps->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
 }

@@ -56,11 +56,6 @@ QByteArray mapText(int width, int height, const QList<double>& muts)
     return text;
 }
 
-QString sixDigits(double value)
-{
-    return QString::number(value, 'g', 6);
-}
-
 } // namespace
 
 class tst_FourPsDataMap : public QObject
@@ -136,16 +131,14 @@ void tst_FourPsDataMap::init()
     QVERIFY(showWindow(window()));
 }
 
-// The windows have no parent.
 void tst_FourPsDataMap::cleanupTestCase()
 {
-    resetMaps(*m_panel);
-    m_panel.reset();
+    closePanel(m_panel);
 }
 
 void tst_FourPsDataMap::rowWithoutDataIsWhite()
 {
-    QVERIFY(isWhite(window()));
+    QVERIFY(isBlank(picture(window())));
     QVERIFY(!surface()->hasScale);
     QCOMPARE(limitTexts(window()), QStringList({"", ""}));
 }
@@ -165,7 +158,7 @@ void tst_FourPsDataMap::mapWithoutSizeIsWhite()
     QFETCH(int, width);
     QFETCH(int, height);
     setMuts(*m_panel, 0, width, height, {1.0, 2.0});
-    QVERIFY(isWhite(window()));
+    QVERIFY(isBlank(picture(window())));
     QVERIFY(!surface()->hasScale);
     QCOMPARE(barLimits(window()), QList<double>({0.0, 1.0}));
 }
@@ -174,7 +167,7 @@ void tst_FourPsDataMap::rowThatIsNotLoadedIsWhiteWhateverItHolds()
 {
     setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
     m_panel->EPoints.at(0)->loaded = false;
-    QVERIFY(isWhite(window()));
+    QVERIFY(isBlank(picture(window())));
     QVERIFY(!surface()->hasScale);
 }
 
@@ -392,7 +385,7 @@ void tst_FourPsDataMap::chosenRowWithoutDataIsWhiteAndLeavesTheLimits()
     setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
     picture(window());
     m_panel->EPoints.at(7)->ShowMapB->click();
-    QVERIFY(isWhite(window()));
+    QVERIFY(isBlank(picture(window())));
     QVERIFY(!surface()->hasScale);
     QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
     QCOMPARE(barLimits(window()), QList<double>({1.0, 2.0}));

@@ -6,7 +6,8 @@
 #include "display/MarkLine.h"
 #include "display/MarkLines.h"
 #include "support/MouseInput.h"
-#include "support/PanelTools.h"
+#include "support/PlotPlace.h"
+#include "support/SharedPanel.h"
 #include "support/SpectrumText.h"
 #include "support/SurfacePaints.h"
 #include "support/TestFiles.h"
@@ -41,37 +42,15 @@ void load(AXafsFileSelect* row, const QString& path)
     static_cast<AFileSelect*>(row)->newFile(path);
 }
 
-/// Columns and energies of a plot, worked out from its width and its range: the
-/// margins are a tenth at the left and a twentieth at the right, cut to whole
-/// pixels.
-struct Axis {
-    explicit Axis(const DispABase* plot, double from = lowestEv, double to = highestEv)
-        : left(plot->DispA->width() / 10)
-        , right(plot->DispA->width() - plot->DispA->width() / 20)
-        , low(from)
-        , high(to)
-    {
-    }
-
-    double energyAt(int column) const
-    {
-        return low + (high - low) * (column - left) / (right - left);
-    }
-    double columnOf(double energyEv) const
-    {
-        return left + (energyEv - low) * (right - left) / (high - low);
-    }
-    int near(double energyEv) const { return static_cast<int>(std::lround(columnOf(energyEv))); }
-
-    int left;
-    int right;
-    double low;
-    double high;
-};
-
-QString sixDigits(double value)
+/// Where the energies of a plot have their columns.
+PlotPlace placeOf(const DispABase* plot, double from = lowestEv, double to = highestEv)
 {
-    return QString::number(value, 'g', 6);
+    return {plot->DispA->size(), {from, 0.0, to, 1.0}};
+}
+
+int columnNear(const PlotPlace& place, double energyEv)
+{
+    return static_cast<int>(std::lround(place.columnOf(energyEv)));
 }
 
 /// Whether the plot shows its edge at this energy and at no other column.
@@ -85,7 +64,7 @@ bool showsEdgeAt(DispABase* plot, double energyEv, double from = lowestEv, doubl
             columns.append(x);
         }
     }
-    const QList<int> wanted{static_cast<int>(Axis(plot, from, to).columnOf(energyEv))};
+    const QList<int> wanted{placeOf(plot, from, to).column(energyEv)};
     if (columns != wanted) {
         qWarning() << "edge at columns" << columns << "instead of" << wanted;
     }
@@ -175,7 +154,6 @@ private:
     DispABase* plot(Displays::DispId id) const { return m_panel->Disps->frame(id); }
     void resetRows();
     void resetSpectra();
-    void resetPlots();
     void makeValid(int references);
     void refuseMapAndTarget();
     void prepareMaps(const QList<int>& rows);
@@ -195,8 +173,7 @@ void tst_FourPsGraphs::initTestCase()
 
 void tst_FourPsGraphs::cleanupTestCase()
 {
-    m_panel->Disps->hide();
-    m_panel.reset();
+    closePanel(m_panel);
 }
 
 /// Two references and the target are loaded, the edge is at 8350 with the limits
@@ -206,10 +183,13 @@ void tst_FourPsGraphs::init()
     resetRows();
     resetSpectra();
     m_panel->setEdge();
-    m_panel->LCFvs4PS.clear();
-    m_panel->LCFColor = 0;
+    resetComparison(*m_panel);
     clearMessages(*m_panel);
-    resetPlots();
+    resetPlots(*m_panel);
+    m_panel->Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
+    m_panel->Disps->update();
+    QTest::qWait(10);
 }
 
 void tst_FourPsGraphs::resetRows()
@@ -241,21 +221,6 @@ void tst_FourPsGraphs::resetSpectra()
         }
         row->valid = !row->points.isEmpty();
     }
-}
-
-void tst_FourPsGraphs::resetPlots()
-{
-    for (DispABase* each : std::as_const(m_panel->Disps->disps)) {
-        if (!each->docked) {
-            each->popDock();
-        }
-        each->clearScale();
-        each->DispA->cc.setReal(0.0, 0.0, 1.0, 1.0);
-    }
-    m_panel->Disps->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
-    m_panel->Disps->update();
-    QTest::qWait(10);
 }
 
 /// Makes the first references valid and no other; the third takes the points of
@@ -410,28 +375,28 @@ void tst_FourPsGraphs::dragOfTheEdgeWritesItsField()
 {
     QFETCH(int, id);
     DispABase* of = plot(static_cast<Displays::DispId>(id));
-    const Axis axis(of);
-    const int start = axis.near(8350.0);
+    const PlotPlace place = placeOf(of);
+    const int start = columnNear(place, 8350.0);
     QLineEdit* edge = m_panel->ui.EdgeE;
     edge->setCursorPosition(4);
     QTest::mousePress(of->DispA, Qt::LeftButton, {}, {start, middle(of)});
     QCOMPARE(edge->text(), QStringLiteral("8350"));
     QTest::mouseMove(of->DispA, {start + 3, middle(of)});
-    QCOMPARE(edge->text(), sixDigits(axis.energyAt(start + 3)));
+    QCOMPARE(edge->text(), sixDigits(place.valueAt(start + 3)));
     QCOMPARE(edge->cursorPosition(), 0);
     QTest::mouseMove(of->DispA, {start - 20, 3});
-    QCOMPARE(edge->text(), sixDigits(axis.energyAt(start - 20)));
+    QCOMPARE(edge->text(), sixDigits(place.valueAt(start - 20)));
     // The release is a drag step of its own.
     QTest::mouseRelease(of->DispA, Qt::LeftButton, {}, {start + 11, middle(of)});
-    const double wanted = sixDigits(axis.energyAt(start + 11)).toDouble();
-    QCOMPARE(edge->text(), sixDigits(axis.energyAt(start + 11)));
+    const double wanted = sixDigits(place.valueAt(start + 11)).toDouble();
+    QCOMPARE(edge->text(), sixDigits(place.valueAt(start + 11)));
     for (const AXafsFileSelect* row : std::as_const(m_panel->XafsFiles)) {
         QCOMPARE(row->edgeEnergy, wanted);
         QCOMPARE(row->preEdgeEnd, wanted - 50.0);
         QCOMPARE(row->postEdgeStart, wanted + 100.0);
     }
     QTest::mouseMove(of->DispA, {start, middle(of)});
-    QCOMPARE(edge->text(), sixDigits(axis.energyAt(start + 11)));
+    QCOMPARE(edge->text(), sixDigits(place.valueAt(start + 11)));
     QCOMPARE(m_panel->ui.PreEEndDE->text(), QStringLiteral("-50"));
     QCOMPARE(m_panel->ui.PostEStartDE->text(), QStringLiteral("100"));
 }
@@ -453,13 +418,13 @@ void tst_FourPsGraphs::dragOfALimitWritesItsOffset()
     QFETCH(int, id);
     QFETCH(bool, post);
     DispABase* of = plot(static_cast<Displays::DispId>(id));
-    const Axis axis(of);
+    const PlotPlace place = placeOf(of);
     QLineEdit* edit = post ? m_panel->ui.PostEStartDE : m_panel->ui.PreEEndDE;
-    const int start = axis.near(post ? 8450.0 : 8300.0);
+    const int start = columnNear(place, post ? 8450.0 : 8300.0);
     const int end = start + (post ? 9 : -9);
     press(of->DispA, QPointF(start, middle(of)));
     drag(of->DispA, QPointF(end, middle(of)));
-    const QString wanted = sixDigits(axis.energyAt(end) - 8350.0);
+    const QString wanted = sixDigits(place.valueAt(end) - 8350.0);
     QCOMPARE(edit->text(), wanted);
     QCOMPARE(edit->cursorPosition(), 0);
     release(of->DispA, QPointF(end, middle(of)));
@@ -474,8 +439,8 @@ void tst_FourPsGraphs::dragOfALimitWritesItsOffset()
 void tst_FourPsGraphs::dragOfTheEdgeMovesTheLimitsAlong()
 {
     DispABase* of = plot(Displays::DRef1);
-    const Axis axis(of);
-    const int start = axis.near(8350.0);
+    const PlotPlace place = placeOf(of);
+    const int start = columnNear(place, 8350.0);
     press(of->DispA, QPointF(start, middle(of)));
     drag(of->DispA, QPointF(start + 10, middle(of)));
     const MarkLines* set = of->DispA->markLines;
@@ -499,7 +464,7 @@ void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoLines()
     static_cast<AMutE&>(*row) = *m_panel->XafsFiles.at(0);
     DispABase* of = plot(static_cast<Displays::DispId>(reference));
     QVERIFY(showsEdgeAt(of, 8350.0)); // drawn, but not to be held
-    const int start = Axis(of).near(8350.0);
+    const int start = columnNear(placeOf(of), 8350.0);
     press(of->DispA, QPointF(start, middle(of)));
     drag(of->DispA, QPointF(start + 10, middle(of)));
     release(of->DispA, QPointF(start + 10, middle(of)));
@@ -510,8 +475,8 @@ void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoLines()
 void tst_FourPsGraphs::pressAwayFromTheLinesDragsNothing()
 {
     DispABase* of = plot(Displays::DRef1);
-    const Axis axis(of);
-    const int start = axis.near(8300.0) - 21; // further than 20 pixels from any
+    const PlotPlace place = placeOf(of);
+    const int start = columnNear(place, 8300.0) - 21; // further than 20 pixels from any
     press(of->DispA, QPointF(start, middle(of)));
     drag(of->DispA, QPointF(start + 25, middle(of)));
     release(of->DispA, QPointF(start + 25, middle(of)));
@@ -539,7 +504,7 @@ void tst_FourPsGraphs::dragRunsAReflexPerValidReference()
     refuseMapAndTarget();
     makeValid(valid);
     DispABase* of = plot(Displays::DTarget);
-    const int start = Axis(of).near(8350.0);
+    const int start = columnNear(placeOf(of), 8350.0);
     const bool fits = valid >= 2;
     press(of->DispA, QPointF(start, middle(of)));
     QVERIFY(messages(*m_panel).isEmpty());
@@ -559,13 +524,13 @@ void tst_FourPsGraphs::pressAloneRunsTheReflexAtItsRelease()
 {
     refuseMapAndTarget();
     DispABase* of = plot(Displays::DRef2);
-    const Axis axis(of);
-    const int start = axis.near(8350.0) + 2;
+    const PlotPlace place = placeOf(of);
+    const int start = columnNear(place, 8350.0) + 2;
     press(of->DispA, QPointF(start, middle(of)));
     QVERIFY(m_panel->LCFvs4PS.isEmpty());
     release(of->DispA, QPointF(start, middle(of)));
     // The line jumps to the mouse at the release.
-    QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(axis.energyAt(start)));
+    QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(place.valueAt(start)));
     QCOMPARE(m_panel->LCFvs4PS.size(), 5);
 }
 
@@ -634,9 +599,9 @@ void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
     panel.EPoints.at(1)->MutT->setText("5");
     panel.EPoints.at(2)->MutT->setText("5");
     DispABase* of = plot(Displays::DRef1);
-    const Axis axis(of);
-    press(of->DispA, QPointF(axis.near(8440.0), middle(of)));
-    drag(of->DispA, QPointF(axis.near(8350.0), middle(of)));
+    const PlotPlace place = placeOf(of);
+    press(of->DispA, QPointF(columnNear(place, 8440.0), middle(of)));
+    drag(of->DispA, QPointF(columnNear(place, 8350.0), middle(of)));
     const QList<QList<double>> wanted{{0.0, 0.0}, {1.0, 1.0}, {1.5, 0.5}};
     constexpr double tolerance = 1e-3; // the fit of three terms to constants
     for (int row = 0; row < 3; ++row) {
@@ -651,7 +616,7 @@ void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
     QVERIFY(std::abs(found.captured(2).toDouble() - 2.5) < tolerance);
     // The target's column is not written.
     QCOMPARE(panel.EPoints.at(1)->MutT->text(), QStringLiteral("5"));
-    release(of->DispA, QPointF(axis.near(8350.0), middle(of)));
+    release(of->DispA, QPointF(columnNear(place, 8350.0), middle(of)));
     QVERIFY(std::abs(cell(2, 0) - 1.5) < tolerance);
 }
 
@@ -659,8 +624,8 @@ void tst_FourPsGraphs::plotsFollowTheDraggedEdge()
 {
     SurfacePaints paints(*m_panel->Disps);
     DispABase* of = plot(Displays::DRef1);
-    const Axis axis(of);
-    const int start = axis.near(8350.0);
+    const PlotPlace place = placeOf(of);
+    const int start = columnNear(place, 8350.0);
     press(of->DispA, QPointF(start, middle(of)));
     QCOMPARE(paints.counts(), inTheGrid(0));
     drag(of->DispA, QPointF(start + 13, middle(of)));
@@ -696,7 +661,7 @@ void tst_FourPsGraphs::wheelZoomsOnePlotOnly()
     SurfacePaints paints(*m_panel->Disps);
     DispABase* of = plot(Displays::DRef1);
     const int column = of->DispA->width() / 2;
-    const double centre = Axis(of).energyAt(column);
+    const double centre = placeOf(of).valueAt(column);
     move(of->DispA, QPointF(column, middle(of)));
     turnWheel(of->DispA, QPointF(column, middle(of)), {0, 120});
     QList<int> wanted(11, 0);
@@ -716,12 +681,12 @@ void tst_FourPsGraphs::wheelZoomsOnePlotOnly()
 void tst_FourPsGraphs::shiftDragMovesOnePlotOnly()
 {
     DispABase* of = plot(Displays::DTarget);
-    const Axis axis(of);
-    const int start = axis.near(8350.0); // on the edge, which is not taken along
+    const PlotPlace place = placeOf(of);
+    const int start = columnNear(place, 8350.0); // on the edge, which is not taken along
     press(of->DispA, QPointF(start, middle(of)), Qt::LeftButton, Qt::ShiftModifier);
     drag(of->DispA, QPointF(start + 15, middle(of)));
     release(of->DispA, QPointF(start + 15, middle(of)));
-    const double moved = axis.energyAt(15) - axis.energyAt(0);
+    const double moved = place.valueAt(15) - place.valueAt(0);
     QVERIFY(std::abs(of->DispA->cc.realX0 - (lowestEv - moved)) < 1e-6);
     QVERIFY(std::abs(of->DispA->cc.realX1 - (highestEv - moved)) < 1e-6);
     QCOMPARE(plot(Displays::DRef1)->DispA->cc.realX0, lowestEv);
@@ -768,13 +733,13 @@ void tst_FourPsGraphs::markersAreDraggedInThePoppedOutWindow()
     of->popDock();
     QVERIFY(QTest::qWaitForWindowExposed(of->pop));
     QTest::qWait(20);
-    const Axis axis(of);
-    QVERIFY(axis.right - axis.left > 600); // 800 less the margins
+    const PlotPlace place = placeOf(of);
+    QVERIFY(place.right - place.left > 600); // 800 less the margins
     SurfacePaints paints(*m_panel->Disps);
-    const int start = axis.near(8350.0);
+    const int start = columnNear(place, 8350.0);
     press(of->DispA, QPointF(start, middle(of)));
     drag(of->DispA, QPointF(start + 33, middle(of)));
-    QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(axis.energyAt(start + 33)));
+    QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(place.valueAt(start + 33)));
     QCOMPARE(paints.counts(), inTheGrid(1));
     QVERIFY(showsEdgeAt(of, m_panel->ui.EdgeE->text().toDouble()));
     release(of->DispA, QPointF(start + 33, middle(of)));

@@ -4,8 +4,9 @@
 #include "display/Displays.h"
 #include "display/Histgram.h"
 #include "support/MouseInput.h"
-#include "support/PanelTools.h"
-#include "support/PlainGraphs.h"
+#include "support/PlainHistograms.h"
+#include "support/PlotChecks.h"
+#include "support/SharedPanel.h"
 #include "support/SurfacePaints.h"
 
 #include <QtTest>
@@ -89,10 +90,11 @@ QImage shownOn(const Family& family)
 }
 
 /// The plot with the automatic range of the given highest count.
-PlainPlot automaticPlot(const Family& family, int highest)
+PlotPlace automaticPlot(const Family& family, int highest)
 {
-    return {family.plot->DispA->size(), family.from->text().toDouble(), -0.1 * highest,
-            family.to->text().toDouble(), 1.1 * highest};
+    return {family.plot->DispA->size(),
+            {family.from->text().toDouble(), -0.1 * highest, family.to->text().toDouble(),
+             1.1 * highest}};
 }
 
 /// A histogram that is shown: the how manieth reference in use, and its row.
@@ -129,8 +131,8 @@ int highestCount(const PlainHistograms& plain)
 bool showsOnly(const Family& family, bool main, const QList<Shown>& shown)
 {
     const PlainHistograms plain = plainHistograms(family, main, shown);
-    const PlainPlot plot = automaticPlot(family, highestCount(plain));
-    return sameIn(plot.inside(), shownOn(family), plain.picture(plot));
+    const PlotPlace plot = automaticPlot(family, highestCount(plain));
+    return isSamePicture(shownOn(family), plain.picture(plot), plot.inside());
 }
 
 void addBothPlots()
@@ -220,14 +222,14 @@ void tst_FourPsHistograms::initTestCase()
 
 void tst_FourPsHistograms::cleanupTestCase()
 {
-    m_panel->Disps->hide();
-    m_panel.reset();
+    closePanel(m_panel);
 }
 
 /// All four references used and valid, every box off, all histograms counted
 /// between 1 and 4, and every plot without a range.
 void tst_FourPsHistograms::init()
 {
+    resetPanel(*m_panel);
     setReferences(*m_panel, {0, 1, 2, 3}, {0, 1, 2, 3});
     for (const int id : {Displays::DHistA, Displays::DHistDMut}) {
         const Family of = family(id);
@@ -236,10 +238,6 @@ void tst_FourPsHistograms::init()
         of.number->setText("11");
         checkBoxes(of, false, {});
         fillHistograms(of);
-        if (!of.plot->docked) {
-            of.plot->popDock();
-        }
-        of.plot->clearScale();
     }
     QTest::qWait(10);
 }
@@ -301,7 +299,7 @@ void tst_FourPsHistograms::beforeTheFirstCountThePlotIsWhite()
     checkBoxes(of, true, {0, 1, 2, 3});
     panel.Disps->show();
     QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
-    QVERIFY(isWhite(shownOn(of)));
+    QVERIFY(isBlank(shownOn(of)));
     QVERIFY(!of.plot->DispA->cc.drawn);
     panel.Disps->hide();
 }
@@ -317,7 +315,7 @@ void tst_FourPsHistograms::countsOfReferencesAloneLeaveThePlotWhite()
     const Family of = family(id);
     checkBoxes(of, true, {0, 1, 2, 3});
     *of.main = {};
-    QVERIFY(isWhite(shownOn(of)));
+    QVERIFY(isBlank(shownOn(of)));
     QVERIFY(!of.plot->DispA->cc.drawn);
 }
 
@@ -330,7 +328,7 @@ void tst_FourPsHistograms::withoutACheckedBoxThePlotIsWhite()
 {
     QFETCH(int, id);
     const Family of = family(id);
-    QVERIFY(isWhite(shownOn(of)));
+    QVERIFY(isBlank(shownOn(of)));
     QVERIFY(!of.plot->DispA->cc.drawn);
 }
 
@@ -344,7 +342,7 @@ void tst_FourPsHistograms::boxesOfTheOtherPlotShowNothing()
     QFETCH(int, id);
     const int other = id == Displays::DHistA ? Displays::DHistDMut : Displays::DHistA;
     checkBoxes(family(other), true, {0, 1, 2, 3});
-    QVERIFY(isWhite(shownOn(family(id))));
+    QVERIFY(isBlank(shownOn(family(id))));
 }
 
 void tst_FourPsHistograms::plotWithoutAnythingKeepsItsAutomaticRange_data()
@@ -517,12 +515,12 @@ void tst_FourPsHistograms::zoomedOutViewShowsTheOuterBins()
     const Family of = family(id);
     checkBoxes(of, true, {0, 1, 3});
     of.plot->setRealCoord(-1.5, -20.0, 7.25, 130.0);
-    const PlainPlot plot(of.plot->DispA->size(), -1.5, -20.0, 7.25, 130.0);
+    const PlotPlace plot(of.plot->DispA->size(), {-1.5, -20.0, 7.25, 130.0});
     const PlainHistograms plain = plainHistograms(of, true, {{0, 0}, {1, 1}, {3, 3}});
-    QVERIFY(sameIn(plot.inside(), shownOn(of), plain.picture(plot)));
+    QVERIFY(isSamePicture(shownOn(of), plain.picture(plot), plot.inside()));
     QCOMPARE(of.plot->DispA->cc.realX0, -1.5);
     // The bin below the limits stands from 0.55 to 0.85 and is 90 high.
-    const QPoint inTheBinBelow(plot.column(0.8), plot.row(88.0));
+    const QPoint inTheBinBelow = plot.pixel(0.8, 88.0);
     QCOMPARE(shownOn(of).pixelColor(inTheBinBelow), mainColor);
 }
 
@@ -537,12 +535,12 @@ void tst_FourPsHistograms::overhangingBarsAreWipedFromTheMargins()
     const Family of = family(id);
     checkBoxes(of, false, {1, 2});
     of.plot->setRealCoord(1.9, 2.0, 2.6, 9.0);
-    const PlainPlot plot(of.plot->DispA->size(), 1.9, 2.0, 2.6, 9.0);
+    const PlotPlace plot(of.plot->DispA->size(), {1.9, 2.0, 2.6, 9.0});
     const QImage shown = shownOn(of);
-    QVERIFY(pixelsOf(rowColors.at(1), shown, plot.inside()) > 0);
-    QVERIFY(pixelsOf(rowColors.at(2), shown, plot.inside()) > 0);
-    QCOMPARE(pixelsInMargins(rowColors.at(1), shown, plot), 0);
-    QCOMPARE(pixelsInMargins(rowColors.at(2), shown, plot), 0);
+    QVERIFY(countOf(shown, plot.inside(), rowColors.at(1)) > 0);
+    QVERIFY(countOf(shown, plot.inside(), rowColors.at(2)) > 0);
+    QCOMPARE(countInMargins(shown, plot, rowColors.at(1)), 0);
+    QCOMPARE(countInMargins(shown, plot, rowColors.at(2)), 0);
     // The outline of the plot area lies over them.
     QVERIFY(hasOutline(shown, plot));
 }
@@ -561,8 +559,8 @@ void tst_FourPsHistograms::highestCountZeroShowsTheTitlesOnly()
     *of.main = readyCounts(1.0, 4.0, QList<int>(11, 0), 30, 20);
     const QImage shown = shownOn(of);
     QVERIFY(of.plot->DispA->cc.drawn);
-    QVERIFY(!isWhite(shown));
-    QCOMPARE(pixelsOf(mainColor, shown, automaticPlot(of, 1).inside()), 0);
+    QVERIFY(!isBlank(shown));
+    QCOMPARE(countOf(shown, automaticPlot(of, 1).inside(), mainColor), 0);
 }
 
 void tst_FourPsHistograms::plotOfNoCountsFitsOnceThereAreSome_data()
@@ -631,7 +629,7 @@ void tst_FourPsHistograms::horizontalLinesEndAtTheMainHistogramsHighest()
     *of.main = readyCounts(1.0, 4.0, {0, 7, 0});
     *of.ofReferences.at(0) = readyCounts(1.0, 4.0, {0, 12, 0});
     const QImage shown = shownOn(of);
-    const PlainPlot plot = automaticPlot(of, 12);
+    const PlotPlace plot = automaticPlot(of, 12);
     // Left of the bars, between the vertical lines: a line for each of 0 to 7.
     QList<int> rows;
     const int column = plot.column(1.5);
@@ -710,7 +708,7 @@ void tst_FourPsHistograms::hostileLimitsStillPaint()
         *of.ofReferences.at(2) = readyCounts(low, high, {1, 40, 2}, 5, 6);
         const QImage shown = shownOn(of);
         QVERIFY(of.plot->DispA->cc.drawn);
-        const PlainPlot plot = automaticPlot(of, 60);
+        const PlotPlace plot = automaticPlot(of, 60);
         QVERIFY(hasOutline(shown, plot));
     }
 }
@@ -725,9 +723,9 @@ void tst_FourPsHistograms::oneBoxStillPaints()
     const QImage shown = shownOn(of);
     QVERIFY(of.plot->DispA->cc.drawn);
     const QRect inside = automaticPlot(of, 8).inside();
-    QCOMPARE(pixelsOf(mainColor, shown, inside), 0);
-    QCOMPARE(pixelsOf(rowColors.at(1), shown, inside), 0);
-    QVERIFY(pixelsOf(plainGrid, shown, inside) > 0);
+    QCOMPARE(countOf(shown, inside, mainColor), 0);
+    QCOMPARE(countOf(shown, inside, rowColors.at(1)), 0);
+    QVERIFY(countOf(shown, inside, plainGrid) > 0);
 }
 
 // One pixel of a = 1/2 between valences 2 and 3, thickness 1: a count of one in
@@ -756,8 +754,8 @@ void tst_FourPsHistograms::calculatedMapIsShownAtOnce()
     const QImage asCountedByHand = shownOn(valence);
     const QImage thicknessByHand = shownOn(thickness);
     panel.calcMap();
-    QVERIFY(sameIn(asCountedByHand.rect(), shownOn(valence), asCountedByHand));
-    QVERIFY(sameIn(thicknessByHand.rect(), shownOn(thickness), thicknessByHand));
+    QVERIFY(isSamePicture(shownOn(valence), asCountedByHand));
+    QVERIFY(isSamePicture(shownOn(thickness), thicknessByHand));
     QVERIFY(showsOnly(valence, true, {}));
     QVERIFY(showsOnly(thickness, true, {}));
     panel.Disps->hide();
@@ -796,7 +794,7 @@ void tst_FourPsHistograms::toggledBoxShowsItsBarsAtOnce()
     QVERIFY(showsOnly(of, main, shown));
     m_panel->findChild<QAbstractButton*>(box)->click();
     QCOMPARE(paints.counts().at(id), 3); // the second toggle, and the picture taken in between
-    QVERIFY(isWhite(shownOn(of)));
+    QVERIFY(isBlank(shownOn(of)));
 }
 
 void tst_FourPsHistograms::toggledBoxRepaintsThePoppedOutPlot_data()

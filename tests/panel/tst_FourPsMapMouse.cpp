@@ -28,11 +28,6 @@ void clickTwice(QWidget* surface, Qt::MouseButton button, Qt::KeyboardModifiers 
     release(surface, at, button, keys);
 }
 
-QString sixDigits(double value)
-{
-    return QString::number(value, 'g', 6);
-}
-
 } // namespace
 
 class tst_FourPsMapMouse : public QObject
@@ -100,11 +95,9 @@ void tst_FourPsMapMouse::init()
     QVERIFY(showWindow(window()));
 }
 
-// The windows have no parent.
 void tst_FourPsMapMouse::cleanupTestCase()
 {
-    resetMaps(*m_panel);
-    m_panel.reset();
+    closePanel(m_panel);
 }
 
 void tst_FourPsMapMouse::doubleClickChoosesLimits_data()
@@ -329,7 +322,7 @@ void tst_FourPsMapMouse::doubleClickWithoutResultDoesNothing()
     QTest::qWait(20);
     QCOMPARE(limitTexts(window()), QStringList({"2", "3"}));
     QCOMPARE(barLimits(window()), QList<double>({2.0, 3.0}));
-    QVERIFY(isWhite(window()));
+    QVERIFY(isBlank(picture(window())));
 }
 
 void tst_FourPsMapMouse::doubleClickInThePoppedOutWindowCounts()

@@ -123,16 +123,14 @@ void tst_FourPsMapViews::init()
     QVERIFY(showWindow(window()));
 }
 
-// The windows have no parent.
 void tst_FourPsMapViews::cleanupTestCase()
 {
-    resetMaps(*m_panel);
-    m_panel.reset();
+    closePanel(m_panel);
 }
 
 void tst_FourPsMapViews::noResultIsWhite()
 {
-    QVERIFY(isWhite(window()));
+    QVERIFY(isBlank(picture(window())));
     QVERIFY(!window()->DispA->hasScale);
     QCOMPARE(limitTexts(window()), QStringList({"", ""}));
 }
@@ -152,7 +150,7 @@ void tst_FourPsMapViews::resultWithoutSizeIsWhite()
     QFETCH(int, width);
     QFETCH(int, height);
     setQuantity(*m_panel, C1, width, height, {1.0, 2.0});
-    QVERIFY(isWhite(window()));
+    QVERIFY(isBlank(picture(window())));
     QVERIFY(!window()->DispA->hasScale);
     QCOMPARE(barLimits(window()), QList<double>({0.0, 1.0}));
 }
@@ -418,7 +416,7 @@ void tst_FourPsMapViews::presetNeedsNoResult()
     window()->setZRange(40.0, 50.0);
     QVERIFY(m_panel->SetMapScale());
     QCOMPARE(limitTexts(window()), QStringList({"-0.1", "1.1"}));
-    QVERIFY(isWhite(window()));
+    QVERIFY(isBlank(picture(window())));
     QVERIFY(!window()->DispA->hasScale);
 }
 

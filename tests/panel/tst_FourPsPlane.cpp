@@ -3,12 +3,14 @@
 
 #include "display/Displays.h"
 #include "support/MouseInput.h"
-#include "support/PanelTools.h"
-#include "support/PlainGraphs.h"
+#include "support/PlainStrokes.h"
+#include "support/PlotChecks.h"
+#include "support/SharedPanel.h"
 
 #include <QtTest>
 
 #include <memory>
+#include <optional>
 
 using namespace tests;
 
@@ -28,19 +30,19 @@ struct Line {
 };
 
 struct PlainPlane {
-    QImage picture(const PlainPlot& plot) const
+    QImage picture(const PlotPlace& plot) const
     {
-        QImage image = plot.white();
+        QImage image = whitePicture(plot.size);
         QPainter p(&image);
         p.setPen(Qt::black);
-        plainHorizontal(p, plot, 0.0);
-        plainVertical(p, plot, 0.0);
-        drawLine(p, plot, k1, yellow);
-        drawLine(p, plot, k2, magenta);
-        drawLine(p, plot, ab, cyan);
+        plainHorizontal(&p, plot, 0.0);
+        plainVertical(&p, plot, 0.0);
+        drawLine(&p, plot, k1, yellow);
+        drawLine(&p, plot, k2, magenta);
+        drawLine(&p, plot, ab, cyan);
         for (int i = 0; i < points.size(); ++i) {
             p.setPen(vRows.contains(i) ? red : blue);
-            plainMark(p, plot, points.at(i).x(), points.at(i).y());
+            plainMark(&p, plot, points.at(i).x(), points.at(i).y());
         }
         return image;
     }
@@ -52,17 +54,17 @@ struct PlainPlane {
     std::optional<Line> ab;
 
 private:
-    static void drawLine(QPainter& p, const PlainPlot& plot, const std::optional<Line>& line,
+    static void drawLine(QPainter* p, const PlotPlace& plot, const std::optional<Line>& line,
                          const QColor& color)
     {
         if (!line) {
             return;
         }
         const auto place = [&](double x) {
-            return QPoint(plot.column(x), plot.row(line->slope * x + line->constant));
+            return plot.pixel(x, line->slope * x + line->constant);
         };
-        p.setPen(color);
-        p.drawLine(place(plot.x0), place(plot.x1));
+        p->setPen(color);
+        p->drawLine(place(plot.range.x0), place(plot.range.x1));
     }
 };
 
@@ -119,15 +121,15 @@ private:
     DispABase* plot() const { return m_panel->Disps->frame(Displays::DM2M3); }
     QImage shown() const { return plot()->DispA->grab().toImage(); }
     /// -0.4 to 2.4 and -0.2 to 2.2, a tenth of the span on each side.
-    PlainPlot usualView() const { return {plot()->DispA->size(), -0.68, -0.44, 2.68, 2.44}; }
+    PlotPlace usualView() const { return {plot()->DispA->size(), {-0.68, -0.44, 2.68, 2.44}}; }
     /// Jumps of 1.5 and 2, row 2 over 0.9, and the line through the others.
     static PlainPlane usualPlane()
     {
         return {usualPoints, {2}, Line{2.0 / 1.5}, Line{1.35 / 0.9}, Line{0.5, 0.3}};
     }
-    bool shows(const PlainPlane& plain, const PlainPlot& view) const
+    bool shows(const PlainPlane& plain, const PlotPlace& view) const
     {
-        return sameIn(view.inside(), shown(), plain.picture(view));
+        return isSamePicture(shown(), plain.picture(view), view.inside());
     }
     void setMuts(int column, const QStringList& texts) const
     {
@@ -163,12 +165,12 @@ void tst_FourPsPlane::initTestCase()
 
 void tst_FourPsPlane::cleanupTestCase()
 {
-    plot()->hide();
-    m_panel.reset();
+    closePanel(m_panel);
 }
 
 void tst_FourPsPlane::init()
 {
+    resetPanel(*m_panel);
     useReferences(*m_panel, {0, 1});
     const QList<double> jumps{1.5, 2.0, 3.0, 4.0};
     for (int i = 0; i < 4; ++i) {
@@ -181,7 +183,6 @@ void tst_FourPsPlane::init()
     setPoints(usualPoints);
     useRows(*m_panel, {0, 1, 2, 3});
     markVPoints({2});
-    plot()->clearScale();
 }
 
 void tst_FourPsPlane::frameHasNoPlaceInTheGrid()
@@ -217,7 +218,7 @@ void tst_FourPsPlane::fewerThanTwoReferencesShowNothing()
 {
     QFETCH(QList<int>, used);
     useReferences(*m_panel, used);
-    QVERIFY(isWhite(shown()));
+    QVERIFY(isBlank(shown()));
     QVERIFY(!plot()->DispA->cc.drawn);
     QVERIFY(!plot()->DispA->hasScale);
 }
@@ -273,7 +274,7 @@ void tst_FourPsPlane::allRowsGiveAPointUsedOrNot()
     plain.ab.reset();
     QVERIFY(shows(plain, usualView()));
     useRows(*m_panel, {0, 1, 2, 3, 4, 5, 6, 7});
-    QVERIFY(pixelsOf(blue, shown(), usualView().inside()) >= 7 * 8);
+    QVERIFY(countOf(shown(), usualView().inside(), blue) >= 7 * 8);
 }
 
 void tst_FourPsPlane::targetColumnIsNotLookedAt()
@@ -321,14 +322,15 @@ void tst_FourPsPlane::equalNumbersHaveATenthAround()
     QCOMPARE(cc.realX0, value - 0.1);
     QCOMPARE(cc.realY0, value - 0.1);
     QCOMPARE(cc.realY1, value + 0.1);
-    const PlainPlot view(plot()->DispA->size(), value - 0.1, value - 0.1, value + 0.1, value + 0.1);
-    QVERIFY(pixelsOf(blue, image, view.inside()) > 0);
+    const PlotPlace view(plot()->DispA->size(),
+                         {value - 0.1, value - 0.1, value + 0.1, value + 0.1});
+    QVERIFY(countOf(image, view.inside(), blue) > 0);
 }
 
 void tst_FourPsPlane::viewStaysUntilTheDoubleClick()
 {
     plot()->setRealCoord(-1.0, -1.5, 3.0, 4.0);
-    QVERIFY(shows(usualPlane(), {plot()->DispA->size(), -1.0, -1.5, 3.0, 4.0}));
+    QVERIFY(shows(usualPlane(), {plot()->DispA->size(), {-1.0, -1.5, 3.0, 4.0}}));
     doubleClick(plot()->DispA, {30, 30});
     QVERIFY(shows(usualPlane(), usualView()));
 }
@@ -336,19 +338,19 @@ void tst_FourPsPlane::viewStaysUntilTheDoubleClick()
 void tst_FourPsPlane::linesRunAcrossTheZoomedView()
 {
     plot()->setRealCoord(0.31, 0.22, 1.12, 1.23);
-    QVERIFY(shows(usualPlane(), {plot()->DispA->size(), 0.31, 0.22, 1.12, 1.23}));
+    QVERIFY(shows(usualPlane(), {plot()->DispA->size(), {0.31, 0.22, 1.12, 1.23}}));
 }
 
 void tst_FourPsPlane::everythingIsWipedFromTheMargins()
 {
     plot()->setRealCoord(0.6, 0.8, 1.4, 1.9);
-    const PlainPlot view(plot()->DispA->size(), 0.6, 0.8, 1.4, 1.9);
+    const PlotPlace view(plot()->DispA->size(), {0.6, 0.8, 1.4, 1.9});
     const QImage image = shown();
     for (const QColor& color : {yellow, magenta, cyan}) {
-        QVERIFY(pixelsOf(color, image, view.inside()) > 0);
+        QVERIFY(countOf(image, view.inside(), color) > 0);
     }
     for (const QColor& color : {yellow, magenta, cyan, red, blue}) {
-        QCOMPARE(pixelsInMargins(color, image, view), 0);
+        QCOMPARE(countInMargins(image, view, color), 0);
     }
     QVERIFY(hasOutline(image, view));
 }
@@ -486,15 +488,15 @@ void tst_FourPsPlane::othersThatGiveNoLineShowNone()
 void tst_FourPsPlane::pointsLieOverTheLines()
 {
     const QImage image = shown();
-    const PlainPlot view = usualView();
-    const QPoint v(view.column(0.9), view.row(1.35));
-    QImage circles = view.white();
+    const PlotPlace view = usualView();
+    const QPoint v = view.pixel(0.9, 1.35);
+    QImage circles = whitePicture(view.size);
     QPainter p(&circles);
     p.setPen(red);
-    plainMark(p, view, 0.9, 1.35);
+    plainMark(&p, view, 0.9, 1.35);
     p.end();
     const QRect around(v - QPoint(3, 3), QSize(7, 7));
-    QCOMPARE(pixelsOf(red, image, around), pixelsOf(red, circles, around));
+    QCOMPARE(countOf(image, around, red), countOf(circles, around, red));
 }
 
 void tst_FourPsPlane::wordsAndEmptyTextsAreZero()
@@ -507,7 +509,7 @@ void tst_FourPsPlane::wordsAndEmptyTextsAreZero()
     plain.points[4] = {0.0, 0.0};
     plain.points[6] = {2.4, 0.0};
     // Now 0 to 2.4 on x, the same on y.
-    QVERIFY(shows(plain, {plot()->DispA->size(), -0.24, -0.44, 2.64, 2.44}));
+    QVERIFY(shows(plain, {plot()->DispA->size(), {-0.24, -0.44, 2.64, 2.44}}));
 }
 
 void tst_FourPsPlane::hostileTextsStillPaint_data()

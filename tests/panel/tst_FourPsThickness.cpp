@@ -3,8 +3,9 @@
 
 #include "display/Displays.h"
 #include "support/MouseInput.h"
-#include "support/PanelTools.h"
-#include "support/PlainGraphs.h"
+#include "support/PlainThickness.h"
+#include "support/PlotChecks.h"
+#include "support/SharedPanel.h"
 #include "support/SurfacePaints.h"
 
 #include <QtTest>
@@ -35,28 +36,6 @@ A2DRow values(double valence, double totalDMut)
     return {
         1.0, 2.0, 0.25, 0.75, {.1, .2, .3, .4, .5, .6, .7, .8, .9, 1., 1.1, valence, totalDMut}};
 }
-
-struct PlainThickness {
-    QImage picture(const PlainPlot& plot) const
-    {
-        QImage image = plot.white();
-        QPainter p(&image);
-        p.setPen(plainGrid);
-        for (int k = 0; lower + 0.1 * k <= upper + 0.05; ++k) {
-            plainVertical(p, plot, lower + 0.1 * k);
-        }
-        p.setPen(color);
-        for (const QPointF& point : points) {
-            plainMark(p, plot, point.x(), point.y());
-        }
-        return image;
-    }
-
-    double lower = 2.0;
-    double upper = 3.0;
-    QColor color{0, 0, 0};
-    Points points;
-};
 
 } // namespace
 
@@ -104,10 +83,10 @@ private Q_SLOTS:
 private:
     DispABase* plot() const { return m_panel->Disps->frame(Displays::DDMutVsA); }
     QImage shown() const { return plot()->DispA->grab().toImage(); }
-    PlainPlot automaticPlot() const { return {plot()->DispA->size(), 1.5, -0.5, 3.5, 2.0}; }
-    bool shows(const PlainThickness& plain, const PlainPlot& view) const
+    PlotPlace automaticPlot() const { return {plot()->DispA->size(), {1.5, -0.5, 3.5, 2.0}}; }
+    bool shows(const PlainThickness& plain, const PlotPlace& view) const
     {
-        return sameIn(view.inside(), shown(), plain.picture(view));
+        return isSamePicture(shown(), plain.picture(view), view.inside());
     }
     bool showsPoints(const Points& points) const
     {
@@ -139,14 +118,14 @@ void tst_FourPsThickness::initTestCase()
 
 void tst_FourPsThickness::cleanupTestCase()
 {
-    m_panel->Disps->hide();
-    m_panel.reset();
+    closePanel(m_panel);
 }
 
 /// Two references of valence 2 and 3, a view from 1.5 to 3.5 and -0.5 to 2, no
 /// result, the first colour.
 void tst_FourPsThickness::init()
 {
+    resetPanel(*m_panel);
     useReferences(*m_panel, {0, 1});
     for (int i = 0; i < 4; ++i) {
         makeReferenceValid(*m_panel, i);
@@ -156,10 +135,6 @@ void tst_FourPsThickness::init()
     m_panel->ui.HgATo->setText("3.5");
     m_panel->ui.HgTFrom->setText("-0.5");
     m_panel->ui.HgTTo->setText("2");
-    m_panel->LCFColor = 0;
-    m_panel->BaseData.clear();
-    m_panel->BaseData.extended = false;
-    plot()->clearScale();
     QTest::qWait(10);
 }
 
@@ -175,7 +150,7 @@ void tst_FourPsThickness::titlesNameTheQuantities()
 
 void tst_FourPsThickness::withoutAResultThePlotIsWhite()
 {
-    QVERIFY(isWhite(shown()));
+    QVERIFY(isBlank(shown()));
     QVERIFY(!plot()->DispA->cc.drawn);
     QVERIFY(!plot()->DispA->hasScale);
 }
@@ -211,7 +186,7 @@ void tst_FourPsThickness::shortListsOfValuesReadAsZero()
     setResult({withoutTotal, withoutBoth, fraction(0.5, 0.5)}, true);
     PlainThickness plain;
     plain.points = {{2.1, 0.0}, {0.0, 0.0}};
-    QVERIFY(shows(plain, {plot()->DispA->size(), -1.0, -0.5, 3.5, 2.0}));
+    QVERIFY(shows(plain, {plot()->DispA->size(), {-1.0, -0.5, 3.5, 2.0}}));
 }
 
 void tst_FourPsThickness::chosenMapIsNotLookedAt()
@@ -244,7 +219,7 @@ void tst_FourPsThickness::unusedReferencesAreLeftOut()
     plain.lower = 3.0;
     plain.upper = 5.0;
     plain.points = {{4.5, 1.1}, {3.5, 0.4}};
-    QVERIFY(shows(plain, {plot()->DispA->size(), 1.5, -0.5, 5.5, 2.0}));
+    QVERIFY(shows(plain, {plot()->DispA->size(), {1.5, -0.5, 5.5, 2.0}}));
 }
 
 void tst_FourPsThickness::withOneValidReferenceAllValencesAreZero()
@@ -254,7 +229,7 @@ void tst_FourPsThickness::withOneValidReferenceAllValencesAreZero()
     setResult({fraction(0.25, 1.1), fraction(0.75, 0.4)}, false);
     PlainThickness plain;
     plain.points = {{0.0, 1.1}, {0.0, 0.4}};
-    QVERIFY(shows(plain, {plot()->DispA->size(), -1.0, -0.5, 3.5, 2.0}));
+    QVERIFY(shows(plain, {plot()->DispA->size(), {-1.0, -0.5, 3.5, 2.0}}));
 }
 
 void tst_FourPsThickness::pointsThatAreNoNumbersAreLeftOut_data()
@@ -304,7 +279,7 @@ void tst_FourPsThickness::circlesReachInFromOutside_data()
 void tst_FourPsThickness::circlesReachInFromOutside()
 {
     QFETCH(int, pixels);
-    const PlainPlot view = automaticPlot();
+    const PlotPlace view = automaticPlot();
     const double dx = 2.0 * (pixels + 0.25) / (view.right - view.left);
     const double dy = 2.5 * (pixels + 0.25) / (view.bottom - view.top);
     const Points points{{1.5 + dx, 0.31}, {3.5 + dx, 0.87}, {2.13, -0.5 + dy}, {2.77, 2.0 + dy}};
@@ -340,8 +315,8 @@ void tst_FourPsThickness::pointsAreWipedFromTheMargins()
     setResult(rows, true);
     const QImage image = shown();
     const QColor magenta(240, 0, 240);
-    QVERIFY(pixelsOf(magenta, image, automaticPlot().inside()) > 100);
-    QCOMPARE(pixelsInMargins(magenta, image, automaticPlot()), 0);
+    QVERIFY(countOf(image, automaticPlot().inside(), magenta) > 100);
+    QCOMPARE(countInMargins(image, automaticPlot(), magenta), 0);
     QVERIFY(hasOutline(image, automaticPlot()));
 }
 
@@ -390,7 +365,7 @@ void tst_FourPsThickness::limitsAreThoseOfBothHistograms()
     setResult({values(2.1, 0.9), values(-0.6, 6.4)}, true);
     PlainThickness plain;
     plain.points = {{2.1, 0.9}, {-0.6, 6.4}};
-    QVERIFY(shows(plain, {plot()->DispA->size(), -1.25, -3.5, 4.75, 7.25}));
+    QVERIFY(shows(plain, {plot()->DispA->size(), {-1.25, -3.5, 4.75, 7.25}}));
 }
 
 void tst_FourPsThickness::viewStaysUntilTheDoubleClick()
@@ -403,7 +378,7 @@ void tst_FourPsThickness::viewStaysUntilTheDoubleClick()
     doubleClick(plot()->DispA, {30, 30});
     PlainThickness plain;
     plain.points = {{2.1, 0.9}};
-    QVERIFY(shows(plain, {plot()->DispA->size(), 0.0, -0.5, 3.5, 5.0}));
+    QVERIFY(shows(plain, {plot()->DispA->size(), {0.0, -0.5, 3.5, 5.0}}));
 }
 
 void tst_FourPsThickness::gridGoesFromTheFirstToTheSecondValence_data()
@@ -461,7 +436,7 @@ void tst_FourPsThickness::gridGoesFromTheFirstToTheSecondValence()
         plain.lower = lower;
         plain.upper = upper;
         plain.points = {{2.1, 0.9}};
-        QVERIFY(shows(plain, {plot()->DispA->size(), from, -0.5, 3.5, 2.0}));
+        QVERIFY(shows(plain, {plot()->DispA->size(), {from, -0.5, 3.5, 2.0}}));
     }
 }
 
@@ -470,12 +445,12 @@ void tst_FourPsThickness::gridLinesAreVerticalOnly()
 {
     setResult({values(1.6, 0.9)}, true);
     const QImage image = shown();
-    const PlainPlot view = automaticPlot();
+    const PlotPlace view = automaticPlot();
     const QRect inside = view.inside();
     const QRect between(view.column(2.55), inside.top(), 1, inside.height());
-    QCOMPARE(pixelsOf(Qt::white, image, between), inside.height());
+    QCOMPARE(countOf(image, between, Qt::white), inside.height());
     const QRect on(view.column(2.5), inside.top(), 1, inside.height());
-    QCOMPARE(pixelsOf(plainGrid, image, on), inside.height());
+    QCOMPARE(countOf(image, on, plainGrid), inside.height());
 }
 
 // Ten lines to a unit from 2 on; where a pixel would take several, it is full.
@@ -488,7 +463,7 @@ void tst_FourPsThickness::endlessGridFillsTheView()
     QVERIFY(shows(plain, automaticPlot()));
     plot()->clearScale();
     plot()->setRealCoord(-500.0, 0.0, 500.0, 1.0);
-    const PlainPlot wide(plot()->DispA->size(), -500.0, 0.0, 500.0, 1.0);
+    const PlotPlace wide(plot()->DispA->size(), {-500.0, 0.0, 500.0, 1.0});
     plain.upper = 501.0;
     QVERIFY(shows(plain, wide));
 }

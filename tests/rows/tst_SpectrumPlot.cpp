@@ -4,6 +4,7 @@
 #include "rows/AXafsFileSelect.h"
 #include "rows/DialogSettings.h"
 #include "support/MouseInput.h"
+#include "support/PlainPlot.h"
 #include "support/TestFiles.h"
 
 #include <QStylePainter>
@@ -117,74 +118,60 @@ public:
     int hearers(const char* signal) const { return receivers(signal); }
 };
 
+/// A spectrum with its range and a margin of a twentieth around.
+PlotRange rangeOf(const AMutE& spectrum)
+{
+    const double marginX = 0.05 * (spectrum.maxEnergy - spectrum.minEnergy);
+    const double marginY = 0.05 * (spectrum.maxMut - spectrum.minMut);
+    return {spectrum.minEnergy - marginX, spectrum.minMut - marginY, spectrum.maxEnergy + marginX,
+            spectrum.maxMut + marginY};
+}
+
+/// Three margins wide, at the right end of the plot area, a row of text below its
+/// top.
+QRect jumpBox(const PlotPlace& place)
+{
+    return {place.right - 3 * place.left, place.top + place.gap(), 3 * place.left,
+            place.textHeight()};
+}
+
+/// The text of @p words fitted to the place of the edge jump.
+void drawJump(QStylePainter* p, const PlotPlace& place, const QString& words)
+{
+    p->setPen(Qt::black);
+    DrawText().drawText(p, jumpBox(place), QFont(), Qt::AlignLeft | Qt::AlignVCenter, 1, words,
+                        -1.0);
+}
+
 /// The picture by plain means: one call for each line and text, all by hand.
-class PlainPicture : public QWidget
+class PlainPicture : public PlainPlot
 {
 public:
     PlainPicture(const QSize& size, const AMutE& drawn)
-        : spectrum(drawn)
+        : PlainPlot(size, rangeOf(drawn))
+        , spectrum(drawn)
     {
-        setFixedSize(size);
-        left = size.width() / 10;
-        right = size.width() - size.width() / 20;
-        bottom = size.height() - size.height() / 10;
-        top = size.height() / 20;
-        marginX = 0.05 * (spectrum.maxEnergy - spectrum.minEnergy);
-        marginY = 0.05 * (spectrum.maxMut - spectrum.minMut);
-        range = QRectF(QPointF(spectrum.minEnergy - marginX, spectrum.minMut - marginY),
-                       QPointF(spectrum.maxEnergy + marginX, spectrum.maxMut + marginY));
+        xTitle = QStringLiteral("Eng.[eV]");
+        yTitle = QStringLiteral("mut");
     }
-
-    QPoint place(double energyEv, double mut) const
-    {
-        return {static_cast<int>(left + (right - left) * (energyEv - range.left()) / range.width()),
-                static_cast<int>(bottom - (bottom - top) * (mut - range.top()) / range.height())};
-    }
-
-    /// The text of @p words fitted to the place of the edge jump: three margins
-    /// wide, at the right end of the plot area, a row of text below its top.
-    void drawJump(QStylePainter* p, const QString& words) const
-    {
-        p->setPen(Qt::black);
-        DrawText().drawText(p, jumpBox(), QFont(), Qt::AlignLeft | Qt::AlignVCenter, 1, words,
-                            -1.0);
-    }
-
-    QRect jumpBox() const
-    {
-        return {right - 3 * left, top + static_cast<int>(rowHeight() * 0.15), 3 * left,
-                textHeight()};
-    }
-
-    /// The pixels that one row of text has, and those that the text fills.
-    int rowHeight() const { return (bottom - top) / 20; }
-    int textHeight() const { return static_cast<int>(rowHeight() * 0.85); }
 
     const AMutE& spectrum;
-    QRectF range; ///< x in eV, y in mut, its "top" the lowest mut
-    double marginX = 0.0;
-    double marginY = 0.0;
-    int left = 0;
-    int right = 0;
-    int bottom = 0;
-    int top = 0;
 
 protected:
-    void paintEvent(QPaintEvent*) override
+    void drawData(QStylePainter* p) const override
     {
-        QStylePainter p(this);
-        p.fillRect(rect(), Qt::white);
-        drawVerticals(&p);
-        drawCurve(&p, Qt::black, [](const MutPoint& point, double) { return point.mut; });
-        drawCurve(&p, preColor, [this](const MutPoint&, double e) { return spectrum.preValue(e); });
-        drawCurve(&p, postColor,
+        drawVerticals(p);
+        drawCurve(p, Qt::black, [](const MutPoint& point, double) { return point.mut; });
+        drawCurve(p, preColor, [this](const MutPoint&, double e) { return spectrum.preValue(e); });
+        drawCurve(p, postColor,
                   [this](const MutPoint&, double e) { return spectrum.postValue(e); });
-        drawMargins(&p);
-        drawLabels(&p);
+    }
+
+    void drawOnTop(QStylePainter* p) const override
+    {
         const double jump =
             spectrum.postValue(spectrum.edgeEnergy) - spectrum.preValue(spectrum.edgeEnergy);
-        drawJump(&p, QStringLiteral("Edge Jump : ") + QString::number(jump));
-        drawTitles(&p);
+        drawJump(p, place, QStringLiteral("Edge Jump : ") + QString::number(jump));
     }
 
 private:
@@ -195,8 +182,8 @@ private:
                                                          {spectrum.edgeEnergy, edgeColor}};
         for (const auto& [energyEv, color] : verticals) {
             p->setPen(color);
-            p->drawLine(place(energyEv, spectrum.minMut - marginY),
-                        place(energyEv, spectrum.maxMut + marginY));
+            p->drawLine(place.pixel(energyEv, place.range.y0),
+                        place.pixel(energyEv, place.range.y1));
         }
     }
 
@@ -209,84 +196,10 @@ private:
             const MutPoint& to = spectrum.points.at(i);
             const double fromE = from.energy - spectrum.dE;
             const double toE = to.energy - spectrum.dE;
-            p->drawLine(place(fromE, value(from, fromE)), place(toE, value(to, toE)));
+            p->drawLine(place.pixel(fromE, value(from, fromE)), place.pixel(toE, value(to, toE)));
         }
-    }
-
-    void drawMargins(QStylePainter* p) const
-    {
-        p->fillRect(QRect(0, 0, left, height()), Qt::white);
-        p->fillRect(QRect(0, bottom, width(), height() - bottom), Qt::white);
-        p->fillRect(QRect(0, 0, width(), top), Qt::white);
-        p->fillRect(QRect(right, 0, width() - right, height()), Qt::white);
-        p->setPen(outlineColor);
-        p->drawRect(QRect(left, top, right - left, bottom - top));
-    }
-
-    void drawLabels(QStylePainter* p) const
-    {
-        const int text = textHeight();
-        const int below = bottom + static_cast<int>(rowHeight() * 0.15);
-        const auto label = [&](const QRectF& box, Qt::Alignment side, double value, int length) {
-            DrawText().drawText(p, box, QFont(), (Qt::AlignVCenter | side).toInt(), 1,
-                                QString::number(value, 'g', 6).left(length), 12.0);
-        };
-        p->setPen(Qt::black);
-        label(QRectF(0, top, 0.95 * left, text), Qt::AlignRight, range.bottom(), 5);
-        label(QRectF(0, bottom - text, 0.95 * left, text), Qt::AlignRight, range.top(), 5);
-        label(QRectF(left, below, 2 * left, text), Qt::AlignLeft, range.left(), 6);
-        label(QRectF(right - 2 * left, below, 2 * left, text), Qt::AlignRight, range.right(), 6);
-    }
-
-    void drawTitles(QStylePainter* p) const
-    {
-        const int text = textHeight();
-        const int below = bottom + static_cast<int>(rowHeight() * 0.15);
-        p->setPen(Qt::black);
-        DrawText().drawText(p, QRectF(left, below, right - left, text), QFont(), Qt::AlignCenter, 1,
-                            QStringLiteral("Eng.[eV]"), 12.0);
-        p->rotate(270.0);
-        DrawText().drawText(p, QRectF(-height(), text, height(), text), QFont(), Qt::AlignCenter, 1,
-                            QStringLiteral("mut"), 12.0);
-        p->rotate(-270.0);
     }
 };
-
-/// Whether both pictures are the same; the first pixel that differs goes to the
-/// log.
-bool isSame(const QImage& image, const QImage& wanted)
-{
-    if (image.size() != wanted.size()) {
-        qWarning() << "sizes" << image.size() << wanted.size();
-        return false;
-    }
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixelColor(x, y) != wanted.pixelColor(x, y)) {
-                qWarning() << "pixel" << x << y << "is" << image.pixelColor(x, y) << "instead of"
-                           << wanted.pixelColor(x, y);
-                return false;
-            }
-        }
-    }
-    return true;
-}
-
-int count(const QImage& image, const QRect& part, const QColor& color)
-{
-    int pixels = 0;
-    for (int y = part.top(); y <= part.bottom(); ++y) {
-        for (int x = part.left(); x <= part.right(); ++x) {
-            pixels += image.pixelColor(x, y) == color;
-        }
-    }
-    return pixels;
-}
-
-bool isAll(const QImage& image, const QRect& part, const QColor& color)
-{
-    return count(image, part, color) == part.width() * part.height();
-}
 
 /// The pixels strictly inside the outline of the even plot.
 QRect evenInside()
@@ -294,23 +207,19 @@ QRect evenInside()
     return evenOutline.adjusted(1, 1, 0, 0); // an outline is a pixel wider than its rectangle
 }
 
-/// Nothing but the text at the place of the edge jump.
-class JumpPicture : public PlainPicture
+/// Nothing but the frame and the text at the place of the edge jump.
+class JumpPicture : public PlainPlot
 {
 public:
     JumpPicture(const QSize& size, const AMutE& drawn, const QString& words)
-        : PlainPicture(size, drawn)
+        : PlainPlot(size, rangeOf(drawn))
         , m_words(words)
     {
     }
 
 protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        QStylePainter p(this);
-        p.fillRect(rect(), Qt::white);
-        drawJump(&p, m_words);
-    }
+    void drawData(QStylePainter*) const override {}
+    void drawOnTop(QStylePainter* p) const override { drawJump(p, place, m_words); }
 
 private:
     QString m_words;
@@ -320,9 +229,8 @@ private:
 bool showsJump(Plot& plot, const QString& words)
 {
     const QImage image = plot.paint();
-    JumpPicture wanted(image.size(), plot.spectrum(), words);
-    const QRect inside = wanted.jumpBox().adjusted(0, 0, -1, 0);
-    return isSame(image.copy(inside), wanted.grab().toImage().copy(inside));
+    const JumpPicture wanted(image.size(), plot.spectrum(), words);
+    return isSamePicture(image, wanted.picture(), jumpBox(wanted.place).adjusted(0, 0, -1, 0));
 }
 
 } // namespace
@@ -412,7 +320,7 @@ void tst_SpectrumPlot::reattachingStopsDrawingInTheFormerFrame()
     QCOMPARE(plot.row.frame, &second);
     const QImage former = plot.paint();
     QVERIFY(!plot.frame.DispA->hasScale);
-    QCOMPARE(count(former, evenInside(), edgeColor), 0);
+    QCOMPARE(countOf(former, evenInside(), edgeColor), 0);
     const QImage image = second.DispA->grab().toImage();
     QVERIFY(second.DispA->hasScale);
     QCOMPARE(image.pixelColor(203, 40), edgeColor);
@@ -451,7 +359,7 @@ void tst_SpectrumPlot::mouseOnTheFrameLeavesTheSpectrum()
     drag(plot.frame.DispA, {250, 100});
     release(plot.frame.DispA, {250, 100});
     QCOMPARE(plot.spectrum().edgeEnergy, 8150.5);
-    QVERIFY(isSame(plot.paint(), before));
+    QVERIFY(isSamePicture(plot.paint(), before));
 }
 
 void tst_SpectrumPlot::withoutPointsTheFrameIsWhiteAndUntitled()
@@ -459,7 +367,7 @@ void tst_SpectrumPlot::withoutPointsTheFrameIsWhiteAndUntitled()
     Plot plot;
     const QImage image = plot.paint();
     QCOMPARE(image.size(), evenSize);
-    QVERIFY(isAll(image, QRect(0, 0, 386, 256), Qt::white));
+    QVERIFY(isAllOf(image, QRect(0, 0, 386, 256), Qt::white));
     QVERIFY(!plot.cc().drawn);
     QCOMPARE(plot.frame.xTitle, QStringLiteral("Eng.[eV]"));
     setStep(plot.spectrum());
@@ -476,12 +384,12 @@ void tst_SpectrumPlot::withoutPointsTheFillLeavesTheLastColumnAndRow()
     plot.frame.DispA->setPalette(palette);
     plot.frame.DispA->setAutoFillBackground(true);
     const QImage image = plot.paint();
-    QVERIFY(isAll(image, QRect(0, 0, 386, 256), Qt::white));
-    QVERIFY(isAll(image, QRect(386, 0, 1, 257), background));
-    QVERIFY(isAll(image, QRect(0, 256, 387, 1), background));
+    QVERIFY(isAllOf(image, QRect(0, 0, 386, 256), Qt::white));
+    QVERIFY(isAllOf(image, QRect(386, 0, 1, 257), background));
+    QVERIFY(isAllOf(image, QRect(0, 256, 387, 1), background));
     // The margins of a drawn plot are white to the end.
     setStep(plot.spectrum());
-    QCOMPARE(count(plot.paint(), QRect(QPoint(0, 0), evenSize), background), 0);
+    QCOMPARE(countOf(plot.paint(), QRect(QPoint(0, 0), evenSize), background), 0);
 }
 
 void tst_SpectrumPlot::withoutPointsARangeIsNotFitted()
@@ -625,11 +533,11 @@ void tst_SpectrumPlot::limitsAndEdgeAreVerticalLines()
     const QImage image = plot.paint();
     // From the top of the plot area to its bottom: 2 rows are taken by the
     // background lines and 1 by the spectrum.
-    QCOMPARE(count(image, QRect(column, 13, 1, 219), color), 216);
+    QCOMPARE(countOf(image, QRect(column, 13, 1, 219), color), 216);
     QCOMPARE(image.pixelColor(column, 13), color);
     QCOMPARE(image.pixelColor(column, 231), color);
-    QCOMPARE(count(image, QRect(column - 1, 13, 1, 219), color), 0);
-    QCOMPARE(count(image, QRect(column + 1, 13, 1, 219), color), 0);
+    QCOMPARE(countOf(image, QRect(column - 1, 13, 1, 219), color), 0);
+    QCOMPARE(countOf(image, QRect(column + 1, 13, 1, 219), color), 0);
     QCOMPARE(image.pixelColor(column, 12), outlineColor);
     QCOMPARE(image.pixelColor(column, 232), outlineColor);
 }
@@ -641,7 +549,7 @@ void tst_SpectrumPlot::edgeIsDrawnOverTheLimits()
     plot.spectrum().preEdgeEnd = 8150.5;
     plot.spectrum().postEdgeStart = 8150.5;
     QCOMPARE(plot.paint().pixelColor(203, 60), edgeColor);
-    QCOMPARE(count(plot.paint(), evenInside(), limitColor), 0);
+    QCOMPARE(countOf(plot.paint(), evenInside(), limitColor), 0);
 }
 
 void tst_SpectrumPlot::limitsOutsideTheRangeAreMasked()
@@ -652,8 +560,8 @@ void tst_SpectrumPlot::limitsOutsideTheRangeAreMasked()
     plot.spectrum().postEdgeStart = 8330.5; // column 383
     plot.spectrum().edgeEnergy = 9000.0;
     const QImage image = plot.paint();
-    QCOMPARE(count(image, QRect(QPoint(0, 0), evenSize), limitColor), 0);
-    QCOMPARE(count(image, QRect(QPoint(0, 0), evenSize), edgeColor), 0);
+    QCOMPARE(countOf(image, QRect(QPoint(0, 0), evenSize), limitColor), 0);
+    QCOMPARE(countOf(image, QRect(QPoint(0, 0), evenSize), edgeColor), 0);
 }
 
 void tst_SpectrumPlot::curvesRunThroughTheirPixels_data()
@@ -699,10 +607,10 @@ void tst_SpectrumPlot::curvesCoverTheLimitsAndOneAnother()
     plot.spectrum().preLine = level(2.005);
     plot.spectrum().postLine = level(2.005);
     image = plot.paint();
-    QVERIFY(isAll(image, QRect(160, 121, 80, 1), postColor));
+    QVERIFY(isAllOf(image, QRect(160, 121, 80, 1), postColor));
     plot.spectrum().postLine = level(1.505);
     image = plot.paint();
-    QVERIFY(isAll(image, QRect(160, 121, 80, 1), preColor));
+    QVERIFY(isAllOf(image, QRect(160, 121, 80, 1), preColor));
 }
 
 void tst_SpectrumPlot::wholePictureIsThePlainOne_data()
@@ -743,7 +651,7 @@ void tst_SpectrumPlot::wholePictureIsThePlainOne()
     spectrum.preLine = {0.113, 0.071, -0.0031};
     spectrum.postLine = {0.917, 0.211, -0.0123};
     PlainPicture wanted(size, spectrum);
-    QVERIFY(isSame(plot.paint(), wanted.grab().toImage()));
+    QVERIFY(isSamePicture(plot.paint(), wanted.picture()));
 }
 
 void tst_SpectrumPlot::onePointCollapsesTheRange()
@@ -759,10 +667,10 @@ void tst_SpectrumPlot::onePointCollapsesTheRange()
     QCOMPARE(plot.cc().realX1, 8100.0);
     QCOMPARE(plot.cc().realY0, 1.0);
     QCOMPARE(plot.cc().realY1, 1.0);
-    QCOMPARE(count(image, QRect(38, 12, 331, 1), outlineColor), 331);
-    QCOMPARE(count(image, QRect(38, 232, 331, 1), outlineColor), 331);
-    QCOMPARE(count(image, QRect(38, 12, 1, 221), outlineColor), 221);
-    QCOMPARE(count(image, QRect(368, 12, 1, 221), outlineColor), 221);
+    QCOMPARE(countOf(image, QRect(38, 12, 331, 1), outlineColor), 331);
+    QCOMPARE(countOf(image, QRect(38, 232, 331, 1), outlineColor), 331);
+    QCOMPARE(countOf(image, QRect(38, 12, 1, 221), outlineColor), 221);
+    QCOMPARE(countOf(image, QRect(368, 12, 1, 221), outlineColor), 221);
     QVERIFY(plot.cc().drawn);
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 1.25")));
 }
@@ -782,12 +690,12 @@ void tst_SpectrumPlot::onePointInAChosenRangeHasLinesAndNoSegments()
     QCOMPARE(image.pixelColor(103, 121), limitColor);
     QCOMPARE(image.pixelColor(203, 121), edgeColor);
     QCOMPARE(image.pixelColor(303, 121), limitColor);
-    QCOMPARE(count(image, evenInside(), limitColor), 2);
-    QCOMPARE(count(image, evenInside(), edgeColor), 1);
-    QCOMPARE(count(image, evenInside(), preColor), 0);
-    QCOMPARE(count(image, evenInside(), postColor), 0);
+    QCOMPARE(countOf(image, evenInside(), limitColor), 2);
+    QCOMPARE(countOf(image, evenInside(), edgeColor), 1);
+    QCOMPARE(countOf(image, evenInside(), preColor), 0);
+    QCOMPARE(countOf(image, evenInside(), postColor), 0);
     const QRect belowTheText = evenInside().adjusted(0, 20, 0, 0);
-    QCOMPARE(count(image, belowTheText, Qt::black), 0);
+    QCOMPARE(countOf(image, belowTheText, Qt::black), 0);
 }
 
 void tst_SpectrumPlot::missingMutDropsItsTwoSegmentsOnly()
@@ -805,12 +713,12 @@ void tst_SpectrumPlot::missingMutDropsItsTwoSegmentsOnly()
     spectrum.preLine = level(1.255);
     spectrum.postLine = level(2.755);
     const QImage image = plot.paint();
-    QVERIFY(isAll(image, QRect(103, 121, 51, 1), Qt::black)); // 8050.5 to 8100.5
-    QVERIFY(isAll(image, QRect(154, 60, 99, 130), Qt::white));
-    QVERIFY(isAll(image, QRect(253, 121, 51, 1), Qt::black)); // 8200.5 to 8250.5
+    QVERIFY(isAllOf(image, QRect(103, 121, 51, 1), Qt::black)); // 8050.5 to 8100.5
+    QVERIFY(isAllOf(image, QRect(154, 60, 99, 130), Qt::white));
+    QVERIFY(isAllOf(image, QRect(253, 121, 51, 1), Qt::black)); // 8200.5 to 8250.5
     // The background lines have a place there.
-    QVERIFY(isAll(image, QRect(60, 196, 280, 1), preColor));
-    QVERIFY(isAll(image, QRect(60, 46, 280, 1), postColor));
+    QVERIFY(isAllOf(image, QRect(60, 196, 280, 1), preColor));
+    QVERIFY(isAllOf(image, QRect(60, 46, 280, 1), postColor));
 }
 
 void tst_SpectrumPlot::unfittedLinesAreNotDrawn()
@@ -820,8 +728,8 @@ void tst_SpectrumPlot::unfittedLinesAreNotDrawn()
     plot.spectrum().preLine = level(notANumber);
     plot.spectrum().postLine = level(std::numeric_limits<double>::infinity());
     const QImage image = plot.paint();
-    QCOMPARE(count(image, evenInside(), preColor), 0);
-    QCOMPARE(count(image, evenInside(), postColor), 0);
+    QCOMPARE(countOf(image, evenInside(), preColor), 0);
+    QCOMPARE(countOf(image, evenInside(), postColor), 0);
     QCOMPARE(image.pixelColor(203, 121), QColor(Qt::black));
     QCOMPARE(image.pixelColor(203, 60), edgeColor);
 }
@@ -838,7 +746,7 @@ void tst_SpectrumPlot::segmentAcrossADeepZoomIsSeen()
     const QImage image = plot.paint();
     // 330 columns and 220 rows: two thirds of a row for each column.
     const auto isNear = [&image](int column, int row) {
-        return count(image, QRect(column, row - 4, 1, 9), Qt::black) > 0;
+        return countOf(image, QRect(column, row - 4, 1, 9), Qt::black) > 0;
     };
     QVERIFY(isNear(203, 122));
     QVERIFY(isNear(143, 162));
@@ -855,9 +763,9 @@ void tst_SpectrumPlot::markerAcrossADeepZoomIsSeen()
     const QImage image = plot.paint();
     // The middle of the view is column 38 + 165, give or take the rounding of
     // the limits.
-    const int red = count(image, QRect(202, 13, 3, 219), edgeColor);
+    const int red = countOf(image, QRect(202, 13, 3, 219), edgeColor);
     QCOMPARE(red, 219);
-    QCOMPARE(count(image, evenInside(), limitColor), 0);
+    QCOMPARE(countOf(image, evenInside(), limitColor), 0);
 }
 
 void tst_SpectrumPlot::jumpIsTakenAtTheRowsEdge()

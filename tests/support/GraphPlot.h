@@ -10,17 +10,21 @@
 namespace tests
 {
 
-/// A frame whose surface is 400 by 300 pixels, so that the plot area reaches
-/// from column 40 to 380 and from row 270 up to 15. It paints the graph at each
-/// picture().
+/// A frame that paints the graph at each picture(), with titles in the plot.
+/// With its usual size the plot area reaches from column 40 to 380 and from row
+/// 270 up to 15.
 class GraphPlot : public DispABase
 {
 public:
-    explicit GraphPlot(const Graph& graph)
+    explicit GraphPlot(const Graph& graph, const QSize& size = {400, 300},
+                       const QString& over = QStringLiteral("abscissa"),
+                       const QString& up = QStringLiteral("ordinate"))
     {
-        DispA->setFixedSize(400, 300);
-        connect(this, &DispABase::draw, this, [this, &graph](QStylePainter* p) {
-            graph.paint(this, p, QStringLiteral("abscissa"), QStringLiteral("ordinate"), &range);
+        xTitleInArea = true;
+        yTitleInArea = true;
+        DispA->setFixedSize(size);
+        connect(this, &DispABase::draw, this, [this, &graph, over, up](QStylePainter* p) {
+            graph.paint(this, p, over, up, &range);
         });
     }
 

@@ -2,9 +2,9 @@
 // show, and what they have to show.
 #pragma once
 
-#include "display/DispMBase.h"
-#include "support/PanelTools.h"
+#include "support/PictureTools.h"
 #include "support/PlainMapCells.h"
+#include "support/SharedPanel.h"
 
 #include <QButtonGroup>
 #include <QImage>
@@ -49,35 +49,11 @@ inline void setTwoReferences(FourPs& panel)
     panel.Refs.RefRows.at(1)->Valence->setText(QStringLiteral("3"));
 }
 
-/// Hides a map window and gives it back what it starts with.
-inline void resetWindow(DispMBase* window)
-{
-    if (!window->docked) {
-        window->popDock();
-    }
-    window->hide();
-    window->clearScale();
-    window->DispA->cc.setReal(0.0, 0.0, 1.0, 1.0);
-    window->CBar->setCBarType(0);
-    window->CBar->zmin = 0.0;
-    window->CBar->zmax = 1.0;
-    for (QLineEdit* edit : {window->MinV, window->MaxV, window->XPos, window->YPos, window->Val}) {
-        edit->clear();
-    }
-}
-
-/// Brings a panel that tests share back to its start: no result and no maps,
-/// hidden windows, the valence and the first row chosen; and the references of
-/// setTwoReferences().
+/// Brings a panel that tests share back to its start, with the valence and the
+/// first row chosen and the references of setTwoReferences().
 inline void resetMaps(FourPs& panel)
 {
-    resetWindow(panel.MapDisp);
-    resetWindow(panel.DMapDisp);
-    panel.BaseData = {};
-    for (AEPoint* row : std::as_const(panel.EPoints)) {
-        row->clear();
-        row->loaded = false;
-    }
+    resetPanel(panel);
     for (QAbstractButton* first : {static_cast<QAbstractButton*>(panel.ui.MapValence),
                                    static_cast<QAbstractButton*>(panel.EPoints.at(0)->ShowMapB)}) {
         const QSignalBlocker quiet(first->group());
@@ -86,12 +62,8 @@ inline void resetMaps(FourPs& panel)
     }
     const QSignalBlocker quiet(panel.ui.MapWGrid);
     panel.ui.MapWGrid->setChecked(false);
-    for (AXafsFileSelect* spectrum : std::as_const(panel.XafsFiles)) {
-        spectrum->valid = false;
-    }
     setTwoReferences(panel);
     useReferences(panel, {0, 1});
-    clearMessages(panel);
 }
 
 /// A result of the non-equivalent method: for each pixel its thirteen values.
@@ -175,8 +147,7 @@ struct PlainMap {
 inline QImage plainPicture(const DispMBase* window, const PlainMap& map, PlainMapView view)
 {
     view.surface = window->DispA->size();
-    QImage image(view.surface, QImage::Format_RGB32);
-    image.fill(Qt::white);
+    QImage image = whitePicture(view.surface);
     QPainter p(&image);
     plainFill(&p, view, map.width, map.height, [&map](int x, int y) {
         return plainMapColor(map.values.at(y * map.width + x), map.low, map.high);
@@ -192,15 +163,6 @@ inline QImage plainPicture(const DispMBase* window, const PlainMap& map, PlainMa
 inline QImage plainPicture(const DispMBase* window, const PlainMap& map)
 {
     return plainPicture(window, map, {{}, 0.0, 0.0, double(map.width), double(map.height)});
-}
-
-/// Whether the surface is white all over.
-inline bool isWhite(DispMBase* window)
-{
-    const QImage image = picture(window);
-    QImage white(image.size(), QImage::Format_RGB32);
-    white.fill(Qt::white);
-    return image == white;
 }
 
 /// The limits that the bar holds, and those that its edits show.

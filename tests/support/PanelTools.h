@@ -33,6 +33,12 @@ inline void clearMessages(FourPs& panel)
     panel.ui.Message->clear();
 }
 
+/// A number as fields show it.
+inline QString sixDigits(double value)
+{
+    return QString::number(value, 'g', 6);
+}
+
 /// Types into a field and leaves it.
 inline void enter(QLineEdit* edit, const QString& text)
 {

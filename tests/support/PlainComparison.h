@@ -2,6 +2,7 @@
 #pragma once
 
 #include "support/PlainPlot.h"
+#include "support/PlainStrokes.h"
 
 #include <QList>
 
@@ -40,31 +41,19 @@ public:
 protected:
     void drawData(QStylePainter* p) const override
     {
-        p->setPen(QColor(200, 200, 255));
+        p->setPen(plainGrid);
+        plainTenths(p, place, lower, upper);
         for (int i = 0; lower + 0.1 * i <= upper + 0.05; ++i) {
-            const int column = static_cast<int>(place.columnOf(lower + 0.1 * i));
-            p->drawLine(column, 0, column, height());
-        }
-        for (int i = 0; lower + 0.1 * i <= upper + 0.05; ++i) {
-            const int row = static_cast<int>(place.rowOf(lower + 0.1 * i));
-            p->drawLine(0, row, width(), row);
+            plainHorizontal(p, place, lower + 0.1 * i);
         }
         p->setPen(QColor(0, 200, 0));
         p->drawLine(place.pixel(lower, lower), place.pixel(upper, upper));
         for (const PlainPoint& point : points) {
             p->setPen(point.color);
-            drawCircle(p, point, 1);
-            drawCircle(p, point, 2);
+            plainMark(p, place, point.fit, point.target);
         }
         p->setPen(QColor(255, 0, 0));
-        drawCircle(p, points.last(), 2);
-    }
-
-private:
-    void drawCircle(QStylePainter* p, const PlainPoint& point, int radius) const
-    {
-        const QPoint centre = place.pixel(point.fit, point.target);
-        p->drawEllipse(QRect(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius));
+        plainCircle(p, place.pixel(points.last().fit, points.last().target), 2);
     }
 };
 

@@ -2,12 +2,11 @@
 // of its pixels, every edge worked out anew.
 #pragma once
 
+#include "support/PlotPlace.h"
+
 #include <QColor>
 #include <QPainter>
-#include <QRect>
-#include <QSize>
 
-#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -23,32 +22,19 @@ struct PlainMapView {
     double top = 1.0;
 };
 
-/// A place on the screen as a whole number, cut towards zero. A million pixels
-/// are further than any surface reaches, and few enough for a painter.
-inline int plainPixel(double place)
-{
-    constexpr double reach = 1e6;
-    return static_cast<int>(std::trunc(std::clamp(place, -reach, reach)));
-}
-
 /// The rectangle of a pixel of a map; nothing in a view without extent.
 inline std::optional<QRect> plainCell(const PlainMapView& view, int x, int y)
 {
-    const double width = view.surface.width();
-    const double height = view.surface.height();
-    const auto toX = [&](int v) {
-        return width / (view.right - view.left) * (v - view.left) + 0.0;
-    };
-    const auto toY = [&](int v) {
-        return (0.0 - height) / (view.top - view.bottom) * (v - view.bottom) + height;
-    };
-    for (const double place : {toX(x), toX(x + 1), toY(y), toY(y + 1)}) {
-        if (!std::isfinite(place)) {
+    const PlotPlace place =
+        PlotPlace::withoutMargins(view.surface, {view.left, view.bottom, view.right, view.top});
+    for (const double at :
+         {place.columnOf(x), place.columnOf(x + 1), place.rowOf(y), place.rowOf(y + 1)}) {
+        if (!std::isfinite(at)) {
             return std::nullopt;
         }
     }
-    const QPoint lowerLeft(plainPixel(toX(x)), plainPixel(toY(y)));
-    const QPoint upperRight(plainPixel(toX(x + 1)), plainPixel(toY(y + 1)));
+    const QPoint lowerLeft = place.pixel(x, y);
+    const QPoint upperRight = place.pixel(x + 1, y + 1);
     return QRect(lowerLeft.x(), upperRight.y(), upperRight.x() - lowerLeft.x(),
                  lowerLeft.y() - upperRight.y());
 }

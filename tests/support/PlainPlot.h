@@ -3,76 +3,14 @@
 #pragma once
 
 #include "display/DrawText.h"
+#include "support/PictureTools.h"
+#include "support/PlotPlace.h"
 
-#include <QImage>
 #include <QStylePainter>
 #include <QWidget>
 
-#include <cmath>
-
 namespace tests
 {
-
-/// Data values at the edges of a plot area.
-struct PlotRange {
-    double x0 = 0.0;
-    double y0 = 0.0;
-    double x1 = 1.0;
-    double y1 = 1.0;
-};
-
-/// The margins of a plot are a tenth at the left and at the bottom and a
-/// twentieth at the right and at the top, each cut to whole pixels; a row of text
-/// is a twentieth of the plot area high, and its text fills 0.85 of it.
-struct PlotPlace {
-    PlotPlace(const QSize& surface, const PlotRange& values)
-        : size(surface)
-        , range(values)
-        , left(size.width() / 10)
-        , right(size.width() - size.width() / 20)
-        , top(size.height() / 20)
-        , bottom(size.height() - size.height() / 10)
-    {
-    }
-
-    /// Where a value falls, in pixels.
-    double columnOf(double x) const
-    {
-        return (right - left) / (range.x1 - range.x0) * (x - range.x0) + left;
-    }
-    double rowOf(double y) const
-    {
-        return (top - bottom) / (range.y1 - range.y0) * (y - range.y0) + bottom;
-    }
-
-    /// The value that a column shows.
-    double valueAt(int column) const
-    {
-        return (range.x1 - range.x0) / (right - left) * (column - left) + range.x0;
-    }
-
-    /// The pixel of a point; for finite ones near the plot.
-    QPoint pixel(double x, double y) const
-    {
-        return {static_cast<int>(columnOf(x)), static_cast<int>(rowOf(y))};
-    }
-
-    QRect area() const { return {left, top, right - left, bottom - top}; }
-
-    /// The pixels that the outline of the plot area leaves to the data.
-    QRect inside() const { return area().adjusted(1, 1, 0, 0); }
-
-    int rowHeight() const { return (bottom - top) / 20; }
-    int textHeight() const { return static_cast<int>(rowHeight() * 0.85); }
-    int gap() const { return static_cast<int>(rowHeight() * (1.0 - 0.85)); }
-
-    QSize size;
-    PlotRange range;
-    int left;
-    int right;
-    int top;
-    int bottom;
-};
 
 /// White ground, what the derived class draws, the margins wiped over it, the
 /// outline with its labels, what stands on top, and the titles in the plot.
@@ -138,7 +76,7 @@ private:
         p->fillRect(QRect(at.right, 0, width() - at.right, height()), Qt::white);
         p->setPen(QColor(150, 150, 150));
         p->setBrush(Qt::NoBrush);
-        p->drawRect(at.area());
+        p->drawRect(at.area().adjusted(0, 0, -1, -1));
         drawLabels(p);
     }
 
@@ -172,50 +110,5 @@ private:
         p->rotate(-270.0);
     }
 };
-
-/// Whether both pictures are the same; the first pixel that differs goes to the
-/// log.
-inline bool isSamePicture(const QImage& image, const QImage& wanted)
-{
-    if (image.size() != wanted.size()) {
-        qWarning("sizes %dx%d and %dx%d", image.width(), image.height(), wanted.width(),
-                 wanted.height());
-        return false;
-    }
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixelColor(x, y) != wanted.pixelColor(x, y)) {
-                qWarning("pixel %d, %d is %s instead of %s", x, y,
-                         qPrintable(image.pixelColor(x, y).name()),
-                         qPrintable(wanted.pixelColor(x, y).name()));
-                return false;
-            }
-        }
-    }
-    return true;
-}
-
-/// The pixels of @p part that have this colour.
-inline int countOf(const QImage& image, const QRect& part, const QColor& color)
-{
-    int pixels = 0;
-    for (int y = part.top(); y <= part.bottom(); ++y) {
-        for (int x = part.left(); x <= part.right(); ++x) {
-            pixels += image.pixelColor(x, y) == color ? 1 : 0;
-        }
-    }
-    return pixels;
-}
-
-/// Whether all of @p part has this colour.
-inline bool isAllOf(const QImage& image, const QRect& part, const QColor& color)
-{
-    return countOf(image, part, color) == part.width() * part.height();
-}
-
-inline bool isBlank(const QImage& image)
-{
-    return isAllOf(image, image.rect(), Qt::white);
-}
 
 } // namespace tests

@@ -51,7 +51,7 @@ protected:
     {
         p->setPen(QColor(200, 200, 200));
         for (const double value : {0.0, 0.5, 1.0}) {
-            const int row = static_cast<int>(place.rowOf(value));
+            const int row = place.row(value);
             p->drawLine(0, row, width(), row);
         }
         p->setPen(QColor(80, 255, 80));
@@ -87,7 +87,7 @@ private:
     /// Down to the row that the widget is wide, not high.
     void drawVertical(QStylePainter* p, double energyEv) const
     {
-        const int column = static_cast<int>(place.columnOf(energyEv));
+        const int column = place.column(energyEv);
         p->drawLine(column, 0, column, width());
     }
 
