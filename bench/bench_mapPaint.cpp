@@ -3,11 +3,11 @@
 // paint of the histograms and of the plot of thickness against valence of the
 // same result.
 
+#include "display/ChCoord.h"
 #include "display/DispMBase.h"
 #include "display/Displays.h"
 #include "display/Histgram.h"
 #include "panel/FourPs.h"
-#include "support/PlainMapCells.h"
 #include "support/RatioReporter.h"
 
 #include <benchmark/benchmark.h>
@@ -86,6 +86,22 @@ void paint(benchmark::State& state, const QList<DispArea*>& surfaces)
     }
 }
 
+/// As a first version does it: four conversions and one call for each cell, in
+/// view or not.
+template <class ColorAt>
+void plainCells(QPainter* p, const ChCoord& cc, ColorAt colorAt)
+{
+    for (int y = 0; y < side; ++y) {
+        for (int x = 0; x < side; ++x) {
+            const int left = static_cast<int>(cc.r2sX(x));
+            const int right = static_cast<int>(cc.r2sX(x + 1));
+            const int top = static_cast<int>(cc.r2sY(y + 1));
+            const int bottom = static_cast<int>(cc.r2sY(y));
+            p->fillRect(left, top, right - left, bottom - top, colorAt(x, y));
+        }
+    }
+}
+
 void plainMap(benchmark::State& state, double noise)
 {
     const Desk desk(noise);
@@ -96,8 +112,7 @@ void plainMap(benchmark::State& state, double noise)
     QObject::connect(&surface, &DispArea::draw, &surface, [&](QStylePainter* p) {
         p->fillRect(surface.rect(), Qt::white);
         surface.fitTo(0.0, 0.0, side, side);
-        const tests::PlainMapView view{surfaceSize, 0.0, 0.0, side, side};
-        tests::plainFill(p, view, side, side, [&](int x, int y) {
+        plainCells(p, surface.cc, [&](int x, int y) {
             return bar->color(map.rows.at(y * side + x).values.at(valence));
         });
     });
