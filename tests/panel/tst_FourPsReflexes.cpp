@@ -125,7 +125,6 @@ private Q_SLOTS:
     void reflexSetsTheHistogramLimitsFirst();
     void directoriesOfTheMultiRowsReachTheOthers();
     void panelWorksWithAConnectionMissing();
-    void slotsAreCallableByName();
 };
 
 void tst_FourPsReflexes::loadedReferenceFillsItsColumn()
@@ -752,37 +751,6 @@ void tst_FourPsReflexes::panelWorksWithAConnectionMissing()
     QVERIFY(messages(panel).isEmpty());
     panel.ui.CalcTargetB->click();
     QCOMPARE(messages(panel), QStringList{"3ps: a = 0.5, Valence = 2.5"});
-}
-
-void tst_FourPsReflexes::slotsAreCallableByName()
-{
-    FourPs panel;
-    const char* const names[] = {"noticedNewEdge(double)",
-                                 "setEdge()",
-                                 "dispCalcConditions(bool)",
-                                 "changedSubBGTypeForRef(bool)",
-                                 "changedSubBGTypeForTarget(bool)",
-                                 "removeAFile()",
-                                 "receiveNewDir(QString)",
-                                 "receiveNewEnergy(double)",
-                                 "receiveNewFile(QString)",
-                                 "receiveNewRef(int)",
-                                 "receiveNewRef1(QString)",
-                                 "receiveNewRef2(QString)",
-                                 "receiveNewRef3(QString)",
-                                 "receiveNewRef4(QString)",
-                                 "receiveNewTarget(QString)",
-                                 "receiveNewDispFiles(QStringList)",
-                                 "receiveNewPaths(QStringList)",
-                                 "calcBoth()",
-                                 "calcMap()",
-                                 "calcTarget()",
-                                 "calcAndWrite()",
-                                 "write()",
-                                 "newMultiEnergys()"};
-    for (const char* name : names) {
-        QVERIFY2(panel.metaObject()->indexOfSlot(name) >= 0, name);
-    }
 }
 
 QTEST_MAIN(tst_FourPsReflexes)
