@@ -38,6 +38,7 @@ private Q_SLOTS:
     void valenceAboveTenDoesNotRaiseTheLowest();
     void negativeValenceDoesNotLowerTheHighest();
     void unusedRowsDoNotEnterTheValenceRange();
+    void firstTwoValencesKeepTheirOrderAndMissingOnesAreZero();
     void totalJumpSumsUsedReferences();
     void valencesAreThoseOfAsManyUsedReferencesAsAreValid();
     void usedRowWithoutSpectrumShiftsTheTermsOfTheTotal();
@@ -185,6 +186,18 @@ void tst_ReferenceSet::valencesAreThoseOfAsManyUsedReferencesAsAreValid()
         {{true, true, 2, 1}, {false, true, 3, 1}, {true, false, 4, 1}, {true, true, 5, 1}});
     QCOMPARE(refs.usedValences(), (QList<double>{2, 4}));
     QCOMPARE(ReferenceSet(QList<ReferenceState>()).usedValences(), QList<double>{});
+}
+
+void tst_ReferenceSet::firstTwoValencesKeepTheirOrderAndMissingOnesAreZero()
+{
+    const ReferenceSet refs(
+        {{false, true, 9, 1}, {true, false, 3, 1}, {true, true, 2, 1}, {true, true, 5, 1}});
+    QCOMPARE(refs.firstTwoValences().low, 3.0);
+    QCOMPARE(refs.firstTwoValences().high, 2.0);
+    const ReferenceSet one(QList<ReferenceState>{{true, true, 3, 1}, {false, true, 4, 1}});
+    QCOMPARE(one.firstTwoValences().low, 3.0);
+    QCOMPARE(one.firstTwoValences().high, 0.0);
+    QCOMPARE(ReferenceSet(QList<ReferenceState>()).firstTwoValences().low, 0.0);
 }
 
 void tst_ReferenceSet::totalJumpSumsUsedReferences()
