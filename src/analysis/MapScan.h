@@ -18,12 +18,10 @@ template <class ValueAt>
 std::optional<Limits> scanMap(const A2DData& map, ValueAt valueAt)
 {
     data::cleanVectorRegisters(); // most often this runs within a paint
-    Limits found{1e300, -1e300};
+    Limits found = noLimits;
     for (int y = 0; y < map.yNum; ++y) {
         for (int x = 0; x < map.xNum; ++x) {
-            const double value = valueAt(x, y);
-            found.low = value < found.low ? value : found.low;
-            found.high = value > found.high ? value : found.high;
+            found.widen(valueAt(x, y));
         }
         if (map.xNum <= 0) {
             break; // no pixel in any line

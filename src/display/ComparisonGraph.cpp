@@ -21,10 +21,7 @@ void ComparisonGraph::drawData(QStylePainter* p, const ChCoord& cc) const
     display::drawHorizontalGrid(p, cc, grid);
     const QPointF bottom(cc.r2sX(lower), cc.r2sY(lower));
     const QPointF top(cc.r2sX(upper), cc.r2sY(upper));
-    if (const auto diagonal = display::pixelLine(bottom, top)) {
-        p->setPen(QColor(0, 200, 0));
-        p->drawLine(*diagonal);
-    }
+    display::drawPixelLine(p, QColor(0, 200, 0), bottom, top);
     for (const Point& point : points) {
         if (const auto place = display::markPlace(cc, point.fit, point.target)) {
             p->setPen(point.color);

@@ -1,5 +1,7 @@
 #include "display/Pixels.h"
 
+#include <QPainter>
+
 #include <cmath>
 #include <limits>
 
@@ -93,4 +95,12 @@ std::optional<QLine> display::pixelLine(const QPointF& from, const QPointF& to)
                               cut.y.value_or(onTheWay(from.y(), to.y(), cut.part)));
     };
     return QLine(at(begin), at(end));
+}
+
+void display::drawPixelLine(QPainter* p, const QPen& pen, const QPointF& from, const QPointF& to)
+{
+    if (const auto line = pixelLine(from, to)) {
+        p->setPen(pen);
+        p->drawLine(*line);
+    }
 }

@@ -7,6 +7,9 @@
 
 #include <optional>
 
+class QPainter;
+class QPen;
+
 namespace display
 {
 
@@ -26,5 +29,8 @@ QPoint nearestPixel(const QPointF& p);
 /// far its ends are. Nothing when a coordinate is not finite or the segment
 /// stays out there.
 std::optional<QLine> pixelLine(const QPointF& from, const QPointF& to);
+
+/// Draws pixelLine() in @p pen; without a line the painter keeps its own.
+void drawPixelLine(QPainter* p, const QPen& pen, const QPointF& from, const QPointF& to);
 
 } // namespace display

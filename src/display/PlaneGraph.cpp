@@ -12,11 +12,9 @@ namespace
 
 analysis::Limits spanOf(const QList<PlaneGraph::Point>& points, double PlaneGraph::Point::*axis)
 {
-    analysis::Limits span{1e300, -1e300};
+    analysis::Limits span = analysis::noLimits;
     for (const PlaneGraph::Point& point : points) {
-        const double value = point.*axis;
-        span.low = value < span.low ? value : span.low;
-        span.high = value > span.high ? value : span.high;
+        span.widen(point.*axis);
     }
     const double width = span.high - span.low;
     const double around = width == 0.0 ? 0.1 : width * 0.1;
@@ -35,19 +33,13 @@ Graph::Range PlaneGraph::range() const
 
 void PlaneGraph::drawData(QStylePainter* p, const ChCoord& cc) const
 {
-    const auto draw = [&](const QColor& color, const QPointF& from, const QPointF& to) {
-        if (const auto line = display::pixelLine(from, to)) {
-            p->setPen(color);
-            p->drawLine(*line);
-        }
-    };
-    draw(Qt::black, {cc.scrX0, cc.r2sY(0.0)}, {cc.scrX1, cc.r2sY(0.0)});
-    draw(Qt::black, {cc.r2sX(0.0), cc.scrY1}, {cc.r2sX(0.0), cc.scrY0});
+    display::drawPixelLine(p, QPen(Qt::black), {cc.scrX0, cc.r2sY(0.0)}, {cc.scrX1, cc.r2sY(0.0)});
+    display::drawPixelLine(p, QPen(Qt::black), {cc.r2sX(0.0), cc.scrY1}, {cc.r2sX(0.0), cc.scrY0});
     const auto across = [&](const QColor& color, double slope, double constant) {
         const auto place = [&](double x) {
             return QPointF(cc.r2sX(x), cc.r2sY(slope * x + constant));
         };
-        draw(color, place(cc.realX0), place(cc.realX1));
+        display::drawPixelLine(p, color, place(cc.realX0), place(cc.realX1));
     };
     across(QColor(255, 255, 0), lines.k1, 0.0);
     across(QColor(255, 0, 255), lines.k2, 0.0);

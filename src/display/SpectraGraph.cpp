@@ -14,20 +14,12 @@
 namespace
 {
 
-void drawLine(QPainter* p, const QPen& pen, const QPointF& from, const QPointF& to)
-{
-    if (const auto line = display::pixelLine(from, to)) {
-        p->setPen(pen);
-        p->drawLine(*line);
-    }
-}
-
 /// From the top as far down as the widget is wide, not high, on purpose: on a
 /// widget higher than wide the line stops short.
 void drawEnergy(QPainter* p, const ChCoord& cc, const QPen& pen, double energyEv)
 {
     const double x = cc.r2sX(energyEv);
-    drawLine(p, pen, {x, cc.scrX0}, {x, cc.scrX1});
+    display::drawPixelLine(p, pen, {x, cc.scrX0}, {x, cc.scrX1});
 }
 
 } // namespace
@@ -70,7 +62,7 @@ void SpectraGraph::drawGuides(QStylePainter* p, const ChCoord& cc) const
 {
     for (const double value : {0.0, 0.5, 1.0}) {
         const double y = cc.r2sY(value);
-        drawLine(p, QColor(200, 200, 200), {cc.scrX0, y}, {cc.scrX1, y});
+        display::drawPixelLine(p, QColor(200, 200, 200), {cc.scrX0, y}, {cc.scrX1, y});
     }
     for (const double energyEv : {edge, from, to}) {
         drawEnergy(p, cc, QColor(80, 255, 80), energyEv);

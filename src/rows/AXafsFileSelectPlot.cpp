@@ -40,10 +40,7 @@ void AXafsFileSelect::drawLimits(QStylePainter* p, const ChCoord& cc, double bot
 {
     const auto vertical = [&](double energyEv, const QColor& color) {
         const double x = cc.r2sX(energyEv);
-        if (const auto line = display::pixelLine({x, cc.r2sY(bottom)}, {x, cc.r2sY(top)})) {
-            p->setPen(color);
-            p->drawLine(*line);
-        }
+        display::drawPixelLine(p, color, {x, cc.r2sY(bottom)}, {x, cc.r2sY(top)});
     };
     const QColor limitColor(255, 200, 200);
     vertical(preEdgeEnd, limitColor);
