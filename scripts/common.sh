@@ -46,7 +46,7 @@ install_missing()
 }
 
 # shellcheck disable=SC2034  # used by the scripts that source this
-build_packages=(g++ cmake ninja-build qt6-base-dev)
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-l10n-tools)
 
 # build PRESET TARGET [CMAKE-OPTION...]: configures the preset and builds.
 build()

@@ -3,6 +3,8 @@
 
 #include <QStringList>
 
+class QTranslator;
+
 namespace app
 {
 
@@ -14,5 +16,13 @@ enum class Language { Japanese, English };
 /// compared exactly, and any other argument is ignored. Japanese when neither
 /// is given.
 Language languageFromArguments(const QStringList& arguments);
+
+/// Has the application speak @p language from now on: windows have to be built
+/// after it. English is the language of the sources, for which nothing is
+/// installed. A Japanese text that cannot be loaded leaves English, silently.
+///
+/// @param translator  holds the text; has to live as long as the application
+///                    speaks it
+void speak(Language language, QTranslator& translator);
 
 } // namespace app
