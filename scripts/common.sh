@@ -45,6 +45,16 @@ install_missing()
         fail "could not install ${missing[*]}"
 }
 
+# install_japanese_font: installs one where none is found. Any will do, so one
+# that the user has chosen stays the only one.
+install_japanese_font()
+{
+    install_missing fontconfig
+    if [ -z "$(fc-list :lang=ja)" ]; then
+        install_missing fonts-noto-cjk
+    fi
+}
+
 # shellcheck disable=SC2034  # used by the scripts that source this
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-l10n-tools)
 

@@ -1,43 +1,69 @@
 // Grabs the program's windows, with the sample loaded, into picture files.
-//   aelk_pictures SAMPLE-FOLDER OUTPUT-FOLDER [all]
+//   aelk_pictures SAMPLE-FOLDER OUTPUT-FOLDER [all] [-e | -j]
 // makes the pictures of the documents; with "all" every window at half, at its
-// own and at double size, to look at after a change.
+// own and at double size, to look at after a change. The folder of the sample is
+// on the pictures as it is named here.
 
 #include "CombinationErrors.h"
 #include "SampleRun.h"
 #include "WindowPictures.h"
 
+#include "app/Body.h"
+#include "app/Language.h"
 #include "display/DispMBase.h"
 #include "display/Displays.h"
 #include "panel/FourPs.h"
+#include "rows/AXafsFileSelect.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTextStream>
+#include <QTranslator>
 
 #include <utility>
 
 namespace
 {
 
-/// Pops a plot out, zoomed in x as by a few turns of the wheel.
-bool grabPlot(DispABase* plot, double fromEv, double toEv, const QString& path)
+/// Pops a plot out, its range as a few turns of the wheel make it.
+bool grabPlot(DispABase* plot, const QString& path)
 {
     plot->popDock();
-    plot->DispA->cc.setRealX(fromEv, toEv);
     const bool good = savePicture(plot->pop, {640, 480}, path);
     plot->popDock();
+    return good;
+}
+
+bool grabPlot(DispABase* plot, double fromEv, double toEv, const QString& path)
+{
+    plot->DispA->cc.setRealX(fromEv, toEv);
+    return grabPlot(plot, path);
+}
+
+bool grabPlots(const Displays& graphs, const QDir& output)
+{
+    const auto path = [&output](const char* name) { return output.filePath(QLatin1String(name)); };
+    bool good = grabPlot(graphs.frame(Displays::DTarget), 8280.0, 8480.0, path("target.png"));
+    good &= grabPlot(graphs.frame(Displays::DMuts), 8320.0, 8400.0, path("muts.png"));
+    good &= grabPlot(graphs.frame(Displays::DHistA), path("histogram.png"));
+    good &= grabPlot(graphs.frame(Displays::DDMutVsA), path("thickness.png"));
+    good &= grabPlot(graphs.frame(Displays::DLCFvs4PS), path("comparison.png"));
     return good;
 }
 
 bool grabDocuments(const FourPs& panel, const QDir& output)
 {
     const auto path = [&output](const char* name) { return output.filePath(QLatin1String(name)); };
+    QWidget* main = panel.window();
+    bool good = savePicture(main, main->size(), path("main.png"));
+    panel.ui.DispCondsB->click();
+    good &= savePicture(main, main->size().expandedTo(main->minimumSizeHint()),
+                        path("more-conditions.png"));
+    panel.ui.DispCondsB->click();
     Displays* graphs = panel.Disps;
-    bool good = savePicture(graphs, graphs->size(), path("graphs.png"));
-    good &= grabPlot(graphs->frame(Displays::DTarget), 8280.0, 8480.0, path("target.png"));
-    good &= grabPlot(graphs->frame(Displays::DMuts), 8320.0, 8400.0, path("muts.png"));
+    good &= savePicture(graphs, graphs->size(), path("graphs.png"));
+    good &= grabPlots(*graphs, output);
     const QSize mapSize(460, 440);
     good &= savePicture(panel.MapDisp, mapSize, path("valence.png"));
     panel.ui.MapAmount->click();
@@ -62,25 +88,43 @@ bool grabAll(const QList<QWidget*>& windows, const QDir& output)
     return good;
 }
 
+/// The state that the pictures show: that of a first walk through the sample,
+/// with the comparison filled by targets of known valence first.
+void walkThroughSample(FourPs& panel, SampleRun& run, const QDir& sample)
+{
+    run.load();
+    run.calculate(nickel::combinationForms().front());
+    run.restart();
+    for (const char* target : {"ref_ni2.dat", "ref_ni3.dat", "target.dat"}) {
+        panel.ui.TargetFile->AFileSelect::newFile(sample.filePath(QLatin1String(target)));
+    }
+    panel.ui.SaveFSelect->newFile(QStringLiteral("nickel.dat"));
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    QApplication application(argc, argv);
+    const QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     QTemporaryDir results;
     if (arguments.size() < 3 || !QDir().mkpath(arguments.at(2)) || !results.isValid()) {
-        QTextStream(stderr) << "aelk_pictures SAMPLE-FOLDER OUTPUT-FOLDER [all]\n";
+        QTextStream(stderr) << "aelk_pictures SAMPLE-FOLDER OUTPUT-FOLDER [all] [-e | -j]\n";
         return EXIT_FAILURE;
     }
-    FourPs panel;
-    SampleRun run(panel, QDir(arguments.at(1)), QDir(results.path()));
-    run.load();
-    run.calculate(nickel::combinationForms().front());
+    const QStringList wishes = arguments.mid(3);
+    QTranslator translator;
+    app::speak(app::languageFromArguments(wishes), translator);
+
+    Body body;
+    auto* panel = body.findChild<FourPs*>();
+    const QDir sample(arguments.at(1));
+    SampleRun run(*panel, sample, QDir(results.path()));
+    walkThroughSample(*panel, run, sample);
     const QDir output(arguments.at(2));
     const bool good =
-        arguments.value(3) == QLatin1String("all")
-            ? grabAll(run.windows() + QList<QWidget*>{panel.Disps->frame(Displays::DM2M3)}, output)
-            : grabDocuments(panel, output);
+        wishes.contains(QLatin1String("all"))
+            ? grabAll(run.windows() + QList<QWidget*>{panel->Disps->frame(Displays::DM2M3)}, output)
+            : grabDocuments(*panel, output);
     return good ? EXIT_SUCCESS : EXIT_FAILURE;
 }

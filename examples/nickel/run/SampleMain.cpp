@@ -1,4 +1,4 @@
-// aelk on the nickel sample: aelk_sample FOLDER
+// aelk on the nickel sample: aelk_sample FOLDER [-e | -j]
 //
 // With a display all windows open and stay; without one their pictures go into
 // out/. Either way it writes the result maps there and says how near they come to
@@ -10,9 +10,11 @@
 #include "WindowPictures.h"
 
 #include "app/Body.h"
+#include "app/Language.h"
 #include "panel/FourPs.h"
 
 #include <QApplication>
+#include <QTranslator>
 
 #include <cstdio>
 #include <cstdlib>
@@ -71,7 +73,7 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() < 2) { // further ones are ignored, as by aelk
-        std::fputs("usage: aelk_sample FOLDER\n", stderr);
+        std::fputs("usage: aelk_sample FOLDER [-e | -j]\n", stderr);
         return EXIT_FAILURE;
     }
     const QString output = QDir::current().filePath(QStringLiteral("out"));
@@ -79,6 +81,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "aelk_sample: cannot make the folder %s\n", qPrintable(output));
         return EXIT_FAILURE;
     }
+    QTranslator translator;
+    app::speak(app::languageFromArguments(arguments.mid(2)), translator);
 
     Body body;
     body.show();
