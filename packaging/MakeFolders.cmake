@@ -1,0 +1,23 @@
+# Run by the installation before everything else: makes those of the list
+# `folders` that are not there, and lets everyone read them. CMake itself would
+# make them by the umask of who installs. Folders that are there keep their
+# permissions.
+function(make_folder folder)
+  if(EXISTS ${folder})
+    return()
+  endif()
+  get_filename_component(parent ${folder} DIRECTORY)
+  make_folder(${parent})
+  file(MAKE_DIRECTORY ${folder})
+  file(CHMOD ${folder} PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE
+    GROUP_READ GROUP_EXECUTE
+    WORLD_READ WORLD_EXECUTE)
+endfunction()
+
+foreach(folder IN LISTS folders)
+  if(NOT IS_ABSOLUTE ${folder})
+    set(folder ${CMAKE_INSTALL_PREFIX}/${folder})
+  endif()
+  make_folder("$ENV{DESTDIR}${folder}")
+endforeach()
