@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# NamedVersion.sh PACKAGING VERSION: the newest release of the metainfo and the
+# foot of the man pages name the project's version, and one date.
+set -euo pipefail
+packaging=$1 version=$2
+
+release=$(grep -o -m1 '<release [^>]*>' "$packaging/org.aelk.aelk.metainfo.xml")
+[[ $release == *" version=\"$version\" "* ]] || {
+    echo "the metainfo's newest release is $release, not $version"
+    exit 1
+}
+date=$(sed -E 's/.* date="([0-9-]+)".*/\1/' <<<"$release")
+for page in "$packaging/aelk.1" "$packaging/ja/aelk.1"; do
+    grep -q "^\.TH AELK 1 $date \"aelk $version\" " "$page" || {
+        echo "$page does not name aelk $version of $date"
+        exit 1
+    }
+done
