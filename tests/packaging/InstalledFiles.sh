@@ -16,7 +16,9 @@ expected()
     cat <<'END'
 bin/aelk
 share/applications/aelk.desktop
+share/doc/aelk/ARCHITECTURE.md
 share/doc/aelk/CHANGELOG.md
+share/doc/aelk/CONTRIBUTING.md
 share/doc/aelk/README.md
 share/doc/aelk/copyright
 share/doc/aelk/examples/nickel/README.md
