@@ -19,6 +19,7 @@ share/applications/aelk.desktop
 share/doc/aelk/ARCHITECTURE.md
 share/doc/aelk/CHANGELOG.md
 share/doc/aelk/CONTRIBUTING.md
+share/doc/aelk/README.ja.md
 share/doc/aelk/README.md
 share/doc/aelk/copyright
 share/doc/aelk/examples/nickel/README.md
@@ -28,8 +29,7 @@ share/man/man1/aelk.1
 share/metainfo/org.aelk.aelk.metainfo.xml
 END
     cd "$source"
-    find README.ja.md docs -name '*.md' -printf 'share/doc/aelk/%p\n' 2>/dev/null || true
-    find docs -name '*.png' -printf 'share/doc/aelk/%p\n'
+    find docs \( -name '*.md' -o -name '*.png' \) -printf 'share/doc/aelk/%p\n'
     find examples/nickel/data -type f -printf 'share/doc/aelk/%p\n'
 }
 

@@ -5,9 +5,10 @@ set -euo pipefail
 export LC_ALL=C.UTF-8
 
 # anchors FILE: the names of its headings in links: small letters, no
-# punctuation, hyphens for blanks.
+# punctuation, hyphens for blanks; and those that it gives itself.
 anchors()
 {
+    grep -oP '<a id="\K[^"]+' "$1" || true
     sed -nE 's/^#+ +//p' "$1" | sed -E 's/.*/\L&/; s/[^[:alnum:] _-]//g; s/ /-/g'
 }
 
