@@ -214,7 +214,8 @@
     </message>
     <message>
         <source>Map</source>
-        <translation>マップ</translation>
+        <extracomment>Second line of the column &quot;Show Map&quot;.</extracomment>
+        <translation>表示</translation>
     </message>
     <message>
         <source>Map Select</source>
@@ -263,7 +264,7 @@
     </message>
     <message>
         <source>Number of selected data sets %1 is not %2.</source>
-        <translation>選択されたデータは %1 組です。ちょうど %2 組が必要です。</translation>
+        <translation>選択されたデータは %1 組です。%2 組が必要です。</translation>
     </message>
     <message>
         <source>Number of valied Ref Files is %1, which is less than 2.</source>
@@ -375,7 +376,8 @@
     </message>
     <message>
         <source>Show</source>
-        <translation>表示</translation>
+        <extracomment>First line of the column &quot;Show Map&quot;, in the order of Japanese.</extracomment>
+        <translation>マップ</translation>
     </message>
     <message>
         <source>Show Data Map</source>
@@ -418,7 +420,7 @@
     <message>
         <source>Thick.</source>
         <extracomment>Thickness, or amount, in units of the references&apos; edge jump; axis title.</extracomment>
-        <translation>厚さ</translation>
+        <translation>元素量</translation>
     </message>
     <message>
         <source>To</source>
