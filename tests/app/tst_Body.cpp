@@ -1,27 +1,11 @@
 #include "app/Body.h"
+#include "support/EveryWord.h"
 
 #include <QLabel>
 #include <QLayout>
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QTest>
-#include <QTranslator>
-
-namespace
-{
-
-/// A translation that has a word for everything.
-class EveryWord : public QTranslator
-{
-public:
-    QString translate(const char*, const char* source, const char*, int) const override
-    {
-        return "<" + QString::fromUtf8(source) + ">";
-    }
-    bool isEmpty() const override { return false; }
-};
-
-} // namespace
 
 class tst_Body : public QObject
 {
@@ -45,7 +29,7 @@ void tst_Body::titleIsTheNameOfTheProgram()
 
 void tst_Body::titleIsNeverTranslated()
 {
-    EveryWord translator;
+    tests::EveryWord translator;
     QVERIFY(QCoreApplication::installTranslator(&translator));
     const Body body;
     QCOMPARE(body.windowTitle(), QString("aelk"));

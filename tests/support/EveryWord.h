@@ -1,0 +1,31 @@
+// A translation that has a word for everything, which shows what was asked for.
+#pragma once
+
+#include "support/Vocabulary.h"
+
+#include <QTranslator>
+
+namespace tests
+{
+
+/// Puts every text between marks that no source has, and remembers what it was
+/// asked. Install it before the windows are built.
+class EveryWord : public QTranslator
+{
+public:
+    QString translate(const char* context, const char* source, const char*, int) const override
+    {
+        m_asked.insert({QString::fromUtf8(context), QString::fromUtf8(source)});
+        return marked(QString::fromUtf8(source));
+    }
+    bool isEmpty() const override { return false; }
+
+    static QString marked(const QString& source) { return u'«' + source + u'»'; }
+
+    const QSet<Asked>& asked() const { return m_asked; }
+
+private:
+    mutable QSet<Asked> m_asked;
+};
+
+} // namespace tests

@@ -1,0 +1,204 @@
+// The words of the program: the source texts of the table of translations, by
+// the class that asks for them. Typed by hand, from the design of the forms and
+// of the messages.
+#pragma once
+
+#include <QMap>
+#include <QPair>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+namespace tests
+{
+
+/// A text as it is asked for: the class's name and the English source.
+using Asked = QPair<QString, QString>;
+
+inline const QStringList panelWords{
+    "Frame",
+    "  Non Equiv. Meth.",
+    "%1",
+    ", Valence = %1, Base = %2",
+    ", Valence = %1, t = %2",
+    "-0.2",
+    "-50",
+    "1.2",
+    "1.5",
+    "100",
+    "3.5",
+    "3ps: a = %1, Valence = %2",
+    "4 Points Meth.",
+    "4 points.",
+    "4ps",
+    "4ps2: a = %1, Valence = %2, t/ts = %3",
+    "51",
+    "8350",
+    "Amount",
+    "Amount dMut",
+    "Amouont",
+    "Auto",
+    "B.G.Line Type: ",
+    "Boxes",
+    "C1",
+    "C2",
+    "Calc.",
+    "Calc. Type for t, mu0, and k: ",
+    "Can't open the file [%1]",
+    "Data Map",
+    "Data Processing",
+    "Disp Select : ",
+    "Disp. Only",
+    "Edge[eV]",
+    "Energy Range is not selected, which should by selected by CB of TR.",
+    "Eng.",
+    "Eng.[eV]",
+    "Equiv.",
+    "Exact 4 points",
+    "Exec. and Results",
+    "F.P.",
+    "From",
+    "Full Range",
+    "Hist Grams",
+    "LCF",
+    "Least Square",
+    "Linear",
+    "M2",
+    "M3",
+    "Map",
+    "Map Select",
+    "More Conds",
+    "No normalize",
+    "No.",
+    "Non",
+    "Non Equiv. Meth.",
+    "Normalized by 2 Vics ",
+    "Normalized by edge jump",
+    "Num.",
+    "Number of Valid Reference files is %1, which is less than 2",
+    "Number of selected data sets %1 is less than %2.",
+    "Number of selected data sets %1 is not %2.",
+    "Number of valied Ref Files is %1, which is less than 2.",
+    "Params for Vic. Lines",
+    "Post E. Line",
+    "Post Edge Start [eV]",
+    "Pre E. Line",
+    "Pre Edge End [eV]",
+    "Ratio 1",
+    "Ratio 2",
+    "Ratio 3",
+    "Ratio 4",
+    "Ratio2",
+    "Rattio 1",
+    "Record Select :",
+    "Ref %1",
+    "Ref File %1 is not valid.",
+    "Ref.1",
+    "Ref.2",
+    "Ref.3",
+    "Ref.4",
+    "Refs/Target XAFS Spectra",
+    "Refs: Sub.",
+    "Remove",
+    "Result Map",
+    "Result of LCF :: ",
+    "Result of NEQ :: ",
+    "Select 2D Map Data",
+    "Show",
+    "Show Data Map",
+    "Show Graphs",
+    "Show Res. Map",
+    "Sub pre Vic.",
+    "Target",
+    "Target File1 is not valid.",
+    "Target: Sub.",
+    "The 1st Ref File is not valid.",
+    "The 2nd Ref File is not valid.",
+    "Thick.",
+    "To",
+    "Use",
+    "V Point is not selected",
+    "V Point is not selected.",
+    "Valence",
+    "Vic.",
+    "When drawing all mut",
+    "Write",
+    "XAFS spectra",
+    "[eV]",
+    "a = %1, Valence = %2, t/ts = %3",
+    "dMut",
+    "dMut 1",
+    "dMut 2",
+    "dMut 3",
+    "dMut 4",
+    "mu0",
+    "mut",
+    "mut0",
+};
+
+/// The source texts of each of the twelve contexts.
+inline const QMap<QString, QStringList> vocabulary{
+    {"FourPs", panelWords},
+    {"Displays",
+     {"Frame", "Ref1", "Ref2", "Ref3", "Ref4", "Target", "Muts", "LCF vs 4PS", "Histgram of a",
+      "Histgram of dMut", "dMut/v or a", "M2/M3"}},
+    {"AEPoint",
+     {"Frame", "No. ", "  Energy(eV)", "  mut(Ref 1)", "  mut(Ref 2)", "mut(Ref 3)", "mut(Ref 4)",
+      "  mut(Target)", "   2D "}},
+    {"ARefFile", {"Frame", "Ref 1", "Use", "Valence", "1", "Ratio", "dMut"}},
+    {"DispABase", {"Frame", "TextLabel", " x:", "x-title", "y:", "y-title", "P/D"}},
+    {"AFileSelect", {"Frame", "File", "Sel.", "Clear", "dE[eV]", "0"}},
+    {"DispMBase", {"Frame", "TextLabel", "  x:", "  y:", "  Val:", "P/D"}},
+    {"AXafsFileSelect", {"Frame", "Eng.[eV]", "mut", "Edge Jump : %1"}},
+    {"Body", {"MainWindow"}},
+    {"DispArea", {"Frame"}},
+    {"PopBase", {"Frame"}},
+    {"cBar", {"Frame"}},
+};
+
+/// What the program asks for and the table does not have: it shows its source
+/// in both languages.
+inline const QSet<Asked> askedInVain{
+    {"Displays", "LCF vs MPS"},
+    {"FourPs", "MPs"},
+    {"FourPs", "multi points"},
+    {"FourPs", "with Grid"},
+};
+
+/// What the table has and nobody asks for.
+inline const QSet<Asked> neverAsked{
+    {"FourPs", "Rattio 1"},       {"FourPs", "4ps"},
+    {"FourPs", "4 points."},      {"Displays", "LCF vs 4PS"},
+    {"AXafsFileSelect", "Frame"},
+};
+
+/// Everything that the table has.
+inline QSet<Asked> allWords()
+{
+    QSet<Asked> words;
+    for (auto context = vocabulary.cbegin(); context != vocabulary.cend(); ++context) {
+        for (const QString& source : context.value()) {
+            words.insert({context.key(), source});
+        }
+    }
+    return words;
+}
+
+/// Everything that the program asks for.
+inline QSet<Asked> allAsked()
+{
+    return (allWords() - neverAsked) + askedInVain;
+}
+
+/// For a failed comparison: what is in @p some and not in @p others, in order.
+inline QStringList surplus(const QSet<Asked>& some, const QSet<Asked>& others)
+{
+    QStringList texts;
+    for (const Asked& asked : some - others) {
+        texts << asked.first + QLatin1String(": ") + asked.second;
+    }
+    texts.sort();
+    return texts;
+}
+
+} // namespace tests

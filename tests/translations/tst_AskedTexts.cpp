@@ -1,0 +1,100 @@
+// Whether the table of translations and the sources speak of the same texts.
+
+#include "support/QmReader.h"
+#include "support/TestFiles.h"
+#include "support/Vocabulary.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QXmlStreamReader>
+
+using namespace tests;
+
+namespace
+{
+
+/// The pairs of class and text in a translation source file.
+QSet<Asked> readTs(const QString& path)
+{
+    QSet<Asked> texts;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return texts;
+    }
+    QXmlStreamReader xml(&file);
+    QString context;
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement) {
+            continue;
+        }
+        if (xml.name() == QLatin1String("name")) {
+            context = xml.readElementText();
+        } else if (xml.name() == QLatin1String("source")) {
+            texts.insert({context, xml.readElementText()});
+        }
+    }
+    return xml.hasError() ? QSet<Asked>() : texts;
+}
+
+} // namespace
+
+class tst_AskedTexts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void sourcesAskForNothingElseThanTheTableHas();
+    void tableHasNothingElseThanTheSourcesAskFor();
+    void sourcesAskForTheWholeVocabulary();
+
+private:
+    QSet<Asked> m_inSources;
+    QSet<Asked> m_inTable;
+};
+
+void tst_AskedTexts::initTestCase()
+{
+    const QTemporaryDir folder;
+    QVERIFY(folder.isValid());
+    const QString list = folder.filePath(QStringLiteral("asked.ts"));
+    QProcess lupdate;
+    lupdate.setProcessChannelMode(QProcess::MergedChannels);
+    lupdate.start(QStringLiteral(AELK_LUPDATE),
+                  {"-silent", "-recursive", QStringLiteral(AELK_SOURCES), "-ts", list});
+    QVERIFY2(lupdate.waitForFinished(), qPrintable(lupdate.errorString()));
+    const QByteArray words = lupdate.readAll();
+    QVERIFY2(lupdate.exitStatus() == QProcess::NormalExit && lupdate.exitCode() == 0,
+             words.constData());
+    // It warns of a tr() that it cannot assign to a class.
+    QCOMPARE(words, QByteArray());
+    m_inSources = readTs(list);
+    QVERIFY(!m_inSources.isEmpty());
+
+    const std::optional<QmTable> table = readQm(readFile(QStringLiteral(":/qelk_ja_JP.qm")));
+    QVERIFY(table);
+    for (const QmMessage& message : table->messages) {
+        m_inTable.insert({QString::fromUtf8(message.context), QString::fromUtf8(message.source)});
+    }
+}
+
+void tst_AskedTexts::sourcesAskForNothingElseThanTheTableHas()
+{
+    QCOMPARE(surplus(m_inSources, m_inTable), surplus(askedInVain, {}));
+}
+
+void tst_AskedTexts::tableHasNothingElseThanTheSourcesAskFor()
+{
+    QCOMPARE(surplus(m_inTable, m_inSources), surplus(neverAsked, {}));
+}
+
+void tst_AskedTexts::sourcesAskForTheWholeVocabulary()
+{
+    QCOMPARE(surplus(m_inSources, allAsked()), QStringList());
+    QCOMPARE(surplus(allAsked(), m_inSources), QStringList());
+}
+
+QTEST_GUILESS_MAIN(tst_AskedTexts)
+#include "tst_AskedTexts.moc"

@@ -1,0 +1,457 @@
+// Every text that comes to the screen was asked for as a translation.
+
+#include "app/Body.h"
+#include "app/Language.h"
+#include "display/DispMBase.h"
+#include "display/Displays.h"
+#include "rows/AXafsFileSelect.h"
+#include "support/EveryWord.h"
+#include "support/SharedPanel.h"
+#include "support/TestFiles.h"
+#include "support/TextRecorder.h"
+
+#include <QFileDialog>
+#include <QRegularExpression>
+#include <QStylePainter>
+#include <QtTest>
+
+#include <functional>
+#include <memory>
+
+using namespace tests;
+
+namespace
+{
+
+constexpr int rowCount = 8;
+
+/// Something done to a panel.
+using Action = std::function<void(FourPs&)>;
+
+/// Whether a widget is one of Qt's own dialogs or inside one.
+bool isOfDialog(const QWidget* widget)
+{
+    for (; widget; widget = widget->parentWidget()) {
+        if (qobject_cast<const QFileDialog*>(widget)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Every widget of the program, in windows or without one.
+QWidgetList ownWidgets()
+{
+    QWidgetList widgets = QApplication::allWidgets();
+    widgets.removeIf(isOfDialog);
+    return widgets;
+}
+
+bool isMarked(const QString& text)
+{
+    return text.startsWith(u'«') && text.endsWith(u'»');
+}
+
+/// The texts on a painter that shows a plot as it is now.
+QStringList drawnTexts(DispABase* plot)
+{
+    // Takes the size, as a paint does, for a plot that no window shows.
+    plot->DispA->grab();
+    plot->DispA->cc.drawn = true;
+    TextRecorder recorder;
+    QStylePainter painter(&recorder, plot->DispA);
+    plot->receiveDraw(&painter);
+    painter.end();
+    QStringList texts;
+    for (const DrawnText& drawn : recorder.texts()) {
+        texts << drawn.text;
+    }
+    return texts;
+}
+
+bool isNumber(const QString& text)
+{
+    bool is = false;
+    text.toDouble(&is);
+    return is;
+}
+
+/// The texts of a plot other than the numbers of its scales.
+QStringList wordsIn(DispABase* plot)
+{
+    QStringList texts = drawnTexts(plot);
+    texts.removeIf(isNumber);
+    texts.sort();
+    return texts;
+}
+
+/// A spectrum of a file of this name: low before an edge at 8350 eV, high after.
+bool loadEdge(AMutE& spectrum, const QTemporaryDir& folder, const QString& name)
+{
+    const QString path = writeFile(folder, name,
+                                   "8250 0.5\n8300 0.5\n8320 0.5\n8340 0.5\n8360 2.5\n"
+                                   "8455 2.5\n8480 2.5\n8490 2.5\n8500 2.5\n");
+    return spectrum.readFile(path);
+}
+
+/// Lines half and two and a half up, whatever was fitted.
+void setLines(AMutE& spectrum)
+{
+    spectrum.preLine = {0.5, 0.0, 0.0};
+    spectrum.postLine = {2.5, 0.0, 0.0};
+}
+
+/// Rows whose energies bound the range of the fit.
+void markFitRange(FourPs& panel)
+{
+    panel.EPoints.at(6)->Energy->setText(QStringLiteral("8250"));
+    panel.EPoints.at(7)->Energy->setText(QStringLiteral("8500"));
+    panel.EPoints.at(6)->LCFCB->setChecked(true);
+    panel.EPoints.at(7)->LCFCB->setChecked(true);
+}
+
+} // namespace
+
+class tst_ScreenTexts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanupTestCase();
+
+    void labelsAndButtonsAreAskedFor();
+    void titlesOfWindowsAreAskedFor();
+    void fieldsHoldNumbersOrAskedTexts();
+    void axisTitlesAreAskedFor_data();
+    void axisTitlesAreAskedFor();
+    void drawnTextsAreAskedForOrNumbers_data();
+    void drawnTextsAreAskedForOrNumbers();
+
+    void refusalsAreAskedFor_data();
+    void refusalsAreAskedFor();
+    void resultsAreAskedFor_data();
+    void resultsAreAskedFor();
+
+    void everythingAskedForIsOfTheVocabulary();
+    void comparisonIsDrawnWithItsSourceInJapanese();
+
+private:
+    FourPs& panel() { return *m_panel; }
+
+    EveryWord m_translator;
+    std::unique_ptr<Body> m_body;
+    FourPs* m_panel = nullptr;
+};
+
+void tst_ScreenTexts::initTestCase()
+{
+    QVERIFY(QCoreApplication::installTranslator(&m_translator));
+    m_body = std::make_unique<Body>();
+    m_panel = m_body->findChild<FourPs*>();
+    QVERIFY(m_panel);
+    // With marks around them the numbers of the form are none.
+    const auto fields = m_body->findChildren<QLineEdit*>();
+    for (QLineEdit* field : fields) {
+        field->setText(field->text().remove(u'«').remove(u'»'));
+    }
+}
+
+void tst_ScreenTexts::init()
+{
+    resetPanel(panel());
+    chooseQuietly(panel().ui.TypeNonEquiv);
+    chooseQuietly(panel().ui.TypeTMKisLS);
+    useReferences(panel(), {0, 1});
+    panel().ui.CalcRes->clear();
+    panel().ui.LCFRes->clear();
+}
+
+void tst_ScreenTexts::cleanupTestCase()
+{
+    resetPanel(panel());
+    m_body.reset();
+}
+
+void tst_ScreenTexts::labelsAndButtonsAreAskedFor()
+{
+    // Numbers of rows that nobody sees: their widgets stand in the panel's grid.
+    QSet<QString> unasked;
+    for (int n = 1; n <= rowCount; ++n) {
+        unasked.insert(QStringLiteral("%1:  ").arg(n));
+    }
+    int asked = 0;
+    const QWidgetList widgets = ownWidgets();
+    for (const QWidget* widget : widgets) {
+        if (!qobject_cast<const QLabel*>(widget) && !qobject_cast<const QAbstractButton*>(widget)) {
+            continue;
+        }
+        const QString text = widget->property("text").toString();
+        QVERIFY2(text.isEmpty() || isMarked(text) || unasked.contains(text), qPrintable(text));
+        asked += isMarked(text) ? 1 : 0;
+    }
+    QVERIFY(asked > 200);
+    const auto shows = [this](const char* name, const char* source) {
+        const auto* widget = m_body->findChild<QWidget*>(QLatin1String(name));
+        return widget && widget->property("text") == EveryWord::marked(QLatin1String(source));
+    };
+    QVERIFY(shows("radioButton", "multi points"));
+    QVERIFY(shows("MapWGrid", "with Grid"));
+    QVERIFY(shows("HgAmount", "Amouont"));
+}
+
+void tst_ScreenTexts::titlesOfWindowsAreAskedFor()
+{
+    int asked = 0;
+    const QWidgetList widgets = ownWidgets();
+    for (const QWidget* widget : widgets) {
+        const QString title = widget->windowTitle();
+        if (widget == m_body.get()) {
+            QCOMPARE(title, QString("aelk"));
+        } else if (widget->isWindow() || !title.isEmpty()) {
+            QVERIFY2(isMarked(title), qPrintable(widget->objectName() + ": " + title));
+            ++asked;
+        }
+    }
+    QVERIFY(asked > 30);
+    QCOMPARE(panel().Disps->windowTitle(), EveryWord::marked("Frame"));
+    QCOMPARE(panel().MapDisp->windowTitle(), EveryWord::marked("Result Map"));
+    QCOMPARE(panel().DMapDisp->windowTitle(), EveryWord::marked("Data Map"));
+    QCOMPARE(panel().MapDisp->pop->windowTitle(), EveryWord::marked("Frame"));
+    QCOMPARE(panel().Disps->frame(Displays::DMuts)->pop->windowTitle(), EveryWord::marked("Frame"));
+}
+
+void tst_ScreenTexts::fieldsHoldNumbersOrAskedTexts()
+{
+    const Body fresh;
+    const QWidgetList widgets = ownWidgets();
+    for (const QWidget* widget : widgets) {
+        if (const auto* field = qobject_cast<const QLineEdit*>(widget)) {
+            QVERIFY2(field->text().isEmpty() || isNumber(field->text()) || isMarked(field->text()),
+                     qPrintable(field->objectName() + ": " + field->text()));
+            QCOMPARE(field->placeholderText(), QString());
+        }
+        QCOMPARE(widget->toolTip(), QString());
+        QCOMPARE(widget->whatsThis(), QString());
+    }
+    QCOMPARE(fresh.findChild<QLineEdit*>("EdgeE")->text(), EveryWord::marked("8350"));
+}
+
+void tst_ScreenTexts::axisTitlesAreAskedFor_data()
+{
+    QTest::addColumn<Displays::DispId>("plot");
+    QTest::addColumn<QString>("x");
+    QTest::addColumn<QString>("y");
+    QTest::newRow("reference 1") << Displays::DRef1 << "Eng.[eV]"
+                                 << "mut";
+    QTest::newRow("reference 4") << Displays::DRef4 << "Eng.[eV]"
+                                 << "mut";
+    QTest::newRow("target") << Displays::DTarget << "Eng.[eV]"
+                            << "mut";
+    QTest::newRow("all spectra") << Displays::DMuts << "Eng.[eV]"
+                                 << "mut";
+    QTest::newRow("comparison") << Displays::DLCFvs4PS << "LCF"
+                                << "MPs";
+    QTest::newRow("valences") << Displays::DHistA << "Valence"
+                              << "Num.";
+    QTest::newRow("amounts") << Displays::DHistDMut << "Thick."
+                             << "Num.";
+    QTest::newRow("amount against valence") << Displays::DDMutVsA << "Valence"
+                                            << "Thick.";
+    QTest::newRow("plane") << Displays::DM2M3 << "M2"
+                           << "M3";
+}
+
+void tst_ScreenTexts::axisTitlesAreAskedFor()
+{
+    QFETCH(Displays::DispId, plot);
+    QFETCH(QString, x);
+    QFETCH(QString, y);
+    DispABase* frame = panel().Disps->frame(plot);
+    drawnTexts(frame);
+    QCOMPARE(frame->xTitle, EveryWord::marked(x));
+    QCOMPARE(frame->yTitle, EveryWord::marked(y));
+}
+
+void tst_ScreenTexts::drawnTextsAreAskedForOrNumbers_data()
+{
+    QTest::addColumn<Displays::DispId>("plot");
+    QTest::addColumn<QStringList>("words");
+    QTest::newRow("reference") << Displays::DRef1
+                               << QStringList{"«Edge Jump : 2»", "«Eng.[eV]»", "«mut»"};
+    QTest::newRow("target") << Displays::DTarget
+                            << QStringList{"«Edge Jump : 2»", "«Eng.[eV]»", "«mut»"};
+    QTest::newRow("all spectra") << Displays::DMuts
+                                 << QStringList{"«Eng.[eV]»", "«first.dat»", "«mut»",
+                                                "«second.dat»"};
+    QTest::newRow("comparison") << Displays::DLCFvs4PS << QStringList{"«LCF»", "«MPs»"};
+    QTest::newRow("valences") << Displays::DHistA << QStringList{"«Num.»", "«Valence»"};
+    QTest::newRow("amounts") << Displays::DHistDMut << QStringList{"«Num.»", "«Thick.»"};
+    QTest::newRow("amount against valence")
+        << Displays::DDMutVsA << QStringList{"«Thick.»", "«Valence»"};
+    QTest::newRow("plane") << Displays::DM2M3 << QStringList{"«M2»", "«M3»"};
+}
+
+void tst_ScreenTexts::drawnTextsAreAskedForOrNumbers()
+{
+    QFETCH(Displays::DispId, plot);
+    QFETCH(QStringList, words);
+    const QTemporaryDir folder;
+    QVERIFY(loadEdge(*panel().XafsFiles.at(0), folder, "first.dat"));
+    QVERIFY(loadEdge(*panel().XafsFiles.at(1), folder, "second.dat"));
+    QVERIFY(loadEdge(*panel().ui.TargetFile, folder, "target.dat"));
+    prepareThreePointMaps(panel());
+    for (AMutE* spectrum : {static_cast<AMutE*>(panel().XafsFiles.at(0)),
+                            static_cast<AMutE*>(panel().XafsFiles.at(1)),
+                            static_cast<AMutE*>(panel().ui.TargetFile)}) {
+        setLines(*spectrum);
+    }
+    panel().calcMap();
+    panel().LCFvs4PS.append({0.5, 2.5, 0.5, 2.5, 0});
+    QCOMPARE(wordsIn(panel().Disps->frame(plot)).join(u' '), words.join(u' '));
+}
+
+void tst_ScreenTexts::refusalsAreAskedFor_data()
+{
+    QTest::addColumn<Action>("spoil");
+    QTest::addColumn<Action>("run");
+    QTest::addColumn<QStringList>("sources"); // with their numbers
+    const Action target = &FourPs::calcTarget;
+    const Action map = &FourPs::calcMap;
+    const Action fit = &FourPs::lcf;
+    const Action write = &FourPs::write;
+    const auto invalidate = [](int row) {
+        return [row](FourPs& panel) { panel.XafsFiles.at(row)->valid = false; };
+    };
+    const auto reduceTo = [](const QList<int>& rows) {
+        return [rows](FourPs& panel) { useRows(panel, rows); };
+    };
+    const Action noVPoint = [](FourPs& panel) { panel.EPoints.at(2)->VPointCB->setChecked(false); };
+    const Action nonEquivalent = [](FourPs& panel) { chooseQuietly(panel.ui.TypeNonEquiv); };
+    const QString oneValid =
+        QStringLiteral("Number of valied Ref Files is 1, which is less than 2.");
+
+    QTest::newRow("target without V point")
+        << noVPoint << target << QStringList{"V Point is not selected."};
+    QTest::newRow("target without first reference")
+        << Action(invalidate(0)) << target
+        << QStringList{oneValid, "The 1st Ref File is not valid."};
+    QTest::newRow("target without second reference")
+        << Action(invalidate(1)) << target
+        << QStringList{oneValid, "The 2nd Ref File is not valid."};
+    QTest::newRow("target without its spectrum")
+        << Action(invalidate(4)) << target << QStringList{"Target File1 is not valid."};
+    QTest::newRow("target of two rows") << Action(reduceTo({1, 2})) << target
+                                        << QStringList{"Number of selected data sets 2 is not 4."};
+    QTest::newRow("target with an invalid third reference")
+        << Action([nonEquivalent](FourPs& panel) {
+               nonEquivalent(panel);
+               useRows(panel, {0, 1, 2, 3});
+               makeReferenceValid(panel, 3);
+               useReferences(panel, {0, 1, 2, 3});
+           })
+        << target << QStringList{"Ref File 2 is not valid."};
+
+    QTest::newRow("map without V point")
+        << noVPoint << map << QStringList{"V Point is not selected"};
+    QTest::newRow("map without second reference")
+        << Action(invalidate(1)) << map << QStringList{oneValid, "Ref File 1 is not valid."};
+    QTest::newRow("map of two rows") << Action(reduceTo({1, 2})) << map
+                                     << QStringList{"Number of selected data sets 2 is not 4."};
+    QTest::newRow("map of too few rows for the non-equivalent method")
+        << nonEquivalent << map << QStringList{"Number of selected data sets 3 is less than 4."};
+
+    QTest::newRow("fit without range")
+        << Action(clearMessages) << fit
+        << QStringList{"Energy Range is not selected, which should by selected by CB of TR."};
+    QTest::newRow("fit with one reference") << Action([](FourPs& panel) {
+        markFitRange(panel);
+        useReferences(panel, {0});
+    }) << fit << QStringList{"Number of Valid Reference files is 1, which is less than 2"};
+
+    QTest::newRow("file that cannot be written") << Action([](FourPs& panel) {
+        panel.ui.SaveFSelect->FileName->setText("no-such-folder/map.dat");
+    }) << write << QStringList{"Can't open the file [no-such-folder/map.dat]"};
+}
+
+void tst_ScreenTexts::refusalsAreAskedFor()
+{
+    QFETCH(Action, spoil);
+    QFETCH(Action, run);
+    QFETCH(QStringList, sources);
+    prepareThreePointMaps(panel());
+    spoil(panel());
+    clearMessages(panel());
+    run(panel());
+    QStringList expected;
+    for (const QString& source : std::as_const(sources)) {
+        expected << EveryWord::marked(source);
+    }
+    QCOMPARE(messages(panel()), expected);
+}
+
+void tst_ScreenTexts::resultsAreAskedFor_data()
+{
+    QTest::addColumn<Action>("prepare");
+    QTest::addColumn<QString>("pattern"); // of the line edit
+    QTest::newRow("three points") << Action(prepareThreePoints) << "«3ps: a = 0.5, Valence = 2.5»";
+    QTest::newRow("exact four points") << Action([](FourPs& panel) {
+        prepareFourPoints(panel);
+        panel.ui.TypeTMKisExact->setChecked(true);
+    }) << "«a = 0.5, Valence = 2.5, t/ts = 1»";
+    QTest::newRow("least square") << Action(prepareFourPoints)
+                                  << "«4ps2: a = 0.5, Valence = 2.5, t/ts = 1»";
+    QTest::newRow("non-equivalent method") << Action([](FourPs& panel) {
+        prepareFourPoints(panel);
+        chooseQuietly(panel.ui.TypeNonEquiv);
+    }) << "«Result of NEQ :: »[^«»]*«, Valence = [^«»]*, t = [^«»]*»";
+}
+
+void tst_ScreenTexts::resultsAreAskedFor()
+{
+    QFETCH(Action, prepare);
+    QFETCH(QString, pattern);
+    const QRegularExpression whole(QRegularExpression::anchoredPattern(pattern));
+    prepare(panel());
+    panel().calcTarget();
+    const QString result = panel().ui.CalcRes->text();
+    QVERIFY2(whole.match(result).hasMatch(), qPrintable(result));
+    for (const QString& line : messages(panel())) {
+        QVERIFY2(line == result.simplified(), qPrintable(line));
+    }
+
+    const QRegularExpression fit(QRegularExpression::anchoredPattern(
+        QStringLiteral("«Result of LCF :: »[^«»]*«, Valence = [^«»]*, Base = [^«»]*»")));
+    markFitRange(panel());
+    panel().lcf();
+    QVERIFY2(fit.match(panel().ui.LCFRes->text()).hasMatch(),
+             qPrintable(panel().ui.LCFRes->text()));
+}
+
+// The last one: by now every way of the program was gone.
+void tst_ScreenTexts::everythingAskedForIsOfTheVocabulary()
+{
+    QSet<Asked> asked = m_translator.asked();
+    asked.removeIf([](const Asked& text) {
+        // Qt's own classes, of which the program has dialogs and fields.
+        return text.first.startsWith(u'Q');
+    });
+    QCOMPARE(surplus(asked, allAsked()), QStringList());
+    QCOMPARE(surplus(allAsked(), asked), QStringList());
+}
+
+void tst_ScreenTexts::comparisonIsDrawnWithItsSourceInJapanese()
+{
+    QCoreApplication::removeTranslator(&m_translator);
+    QTranslator translator;
+    app::speak(app::Language::Japanese, translator);
+    panel().LCFvs4PS.append({0.5, 2.5, 0.5, 2.5, 0});
+    QCOMPARE(wordsIn(panel().Disps->frame(Displays::DLCFvs4PS)), (QStringList{"LCF", "MPs"}));
+    // In a plot of which the table knows the words, it speaks Japanese.
+    drawnTexts(panel().Disps->frame(Displays::DHistA));
+    QCOMPARE(panel().Disps->frame(Displays::DHistA)->xTitle, QStringLiteral("価数"));
+}
+
+QTEST_MAIN(tst_ScreenTexts)
+#include "tst_ScreenTexts.moc"

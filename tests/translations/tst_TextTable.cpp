@@ -1,0 +1,480 @@
+// The Japanese text as it is embedded, byte by byte and as Qt finds it.
+
+#include "app/Language.h"
+#include "support/QmReader.h"
+#include "support/TestFiles.h"
+#include "support/Vocabulary.h"
+
+#include <QDir>
+#include <QResource>
+#include <QStringConverter>
+#include <QTest>
+#include <QTranslator>
+
+#include <algorithm>
+
+using namespace tests;
+
+namespace
+{
+
+const QString tablePath = QStringLiteral(":/qelk_ja_JP.qm");
+
+/// How often each placeholder stands in a text, "%1" to "%9".
+QList<qsizetype> placeholders(const QString& text)
+{
+    QList<qsizetype> counts;
+    for (int n = 1; n <= 9; ++n) {
+        counts.append(text.count(QStringLiteral("%%1").arg(n)));
+    }
+    return counts;
+}
+
+qsizetype leadingBlanks(const QString& text)
+{
+    return std::find_if(text.cbegin(), text.cend(), [](QChar c) { return c != u' '; }) -
+           text.cbegin();
+}
+
+/// What the end of a text means for what is put behind it: a colon, blanks.
+QString ending(const QString& text)
+{
+    qsizetype begin = text.size();
+    while (begin > 0 && (text.at(begin - 1) == u' ' || text.at(begin - 1) == u':')) {
+        --begin;
+    }
+    return text.mid(begin);
+}
+
+/// Whether a character belongs into a Japanese text of this program: printable
+/// ASCII, the two Greek letters of the quantities, Japanese punctuation, the
+/// two syllabaries at full width, and common ideographs.
+bool isOfJapaneseText(QChar c)
+{
+    const char16_t code = c.unicode();
+    const auto between = [code](char16_t first, char16_t last) {
+        return first <= code && code <= last;
+    };
+    return between(0x20, 0x7e) || code == u'μ' || code == u'Δ' || between(0x3001, 0x300f) ||
+           between(0x3041, 0x3093) || between(0x30a1, 0x30f6) || between(0x30fb, 0x30fc) ||
+           between(0x4e00, 0x9fff);
+}
+
+/// Characters of Chinese, and old ones, where Japanese writes 線 価 範 囲 図 選 択 様
+/// 測 結 無 対 計 詳 細 開 記 録 値 数 処 関 軸 験 権 試 設 顕 辺 際 積 総.
+const QString notJapanese = QStringLiteral(
+    "线價价范围圖图选擇择樣样测结无對对计详细开记录值數處处關关轴驗验权试设显邊边际积总");
+
+/// Whether the character set of Japanese has all of a text; true as well when Qt
+/// knows no coding of it.
+bool isInJapaneseSet(const QString& text)
+{
+    QStringEncoder encode("Shift_JIS");
+    QStringDecoder decode("Shift_JIS");
+    if (!encode.isValid() || !decode.isValid()) {
+        return true;
+    }
+    const QByteArray coded = encode(text);
+    return QString(decode(coded)) == text;
+}
+
+} // namespace
+
+class tst_TextTable : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void tableIsTheOneFileAtTheRoot();
+    void tableIsEmbeddedUncompressed();
+    void resourceHasFormatThree();
+
+    void fileOpensWithTheMagic();
+    void fileHasHashesAndMessagesOnly();
+    void everyMessageHasItsHash();
+    void hashesAreSortedForTheSearch();
+    void readerRefusesEveryShortenedFile();
+    void readerStaysInsideADamagedFile();
+
+    void tableHas173Messages();
+    void contextsHaveTheirCounts_data();
+    void contextsHaveTheirCounts();
+    void contextHasExactlyItsSources_data();
+    void contextHasExactlyItsSources();
+    void noMessageIsThereTwice();
+    void noMessageHasACommentOrSeveralTranslations();
+
+    void everyMessageIsFound_data();
+    void everyMessageIsFound();
+    void textWithoutTranslationShowsItsSource();
+    void textThatIsNotInTheTableShowsItsSource();
+    void messageOfAnotherContextIsNotTaken();
+
+    void numbersAndBarePlaceholdersHaveNoTranslation();
+    void labelsOfPlotFramesHaveNoTranslation();
+    void onlyTheseTextsHaveNoTranslation();
+
+    void placeholdersAreKept();
+    void leadingBlanksAreKept();
+    void endingsAreKept();
+    void separatorsBeforeNumbersAreKept();
+    void termsOfTheMethodAreThere_data();
+    void termsOfTheMethodAreThere();
+    void oneWordHasOneTranslation();
+    void charactersAreThoseOfJapanese();
+
+private:
+    QByteArray m_file;
+    QmTable m_table;
+};
+
+void tst_TextTable::initTestCase()
+{
+    m_file = readFile(tablePath);
+    const std::optional<QmTable> table = readQm(m_file);
+    QVERIFY2(table, "the table is not there or damaged");
+    m_table = *table;
+}
+
+void tst_TextTable::tableIsTheOneFileAtTheRoot()
+{
+    // Qt's own parts keep theirs in folders.
+    QCOMPARE(QDir(QStringLiteral(":/")).entryList(QDir::Files), QStringList{"qelk_ja_JP.qm"});
+}
+
+void tst_TextTable::tableIsEmbeddedUncompressed()
+{
+    const QResource resource(tablePath);
+    QVERIFY(resource.isValid());
+    QCOMPARE(resource.compressionAlgorithm(), QResource::NoCompression);
+    QCOMPARE(resource.size(), qint64(m_file.size()));
+}
+
+void tst_TextTable::resourceHasFormatThree()
+{
+    const QString list = QString::fromUtf8(readFile(QStringLiteral(AELK_RESOURCE)));
+    QVERIFY(list.contains(QLatin1String("qRegisterResourceData")));
+    QCOMPARE(list.count(QLatin1String("int version = ")), 2); // for coming and going
+    QCOMPARE(list.count(QLatin1String("int version = 3;")), 2);
+}
+
+void tst_TextTable::fileOpensWithTheMagic()
+{
+    QCOMPARE(m_file.first(16).toHex(), QByteArray("3cb86418caef9c95cd211cbf60a1bddd"));
+}
+
+void tst_TextTable::fileHasHashesAndMessagesOnly()
+{
+    QCOMPARE(m_table.sections, (QList<int>{QmHashes, QmMessages}));
+}
+
+void tst_TextTable::everyMessageHasItsHash()
+{
+    QCOMPARE(m_table.hashes.size(), 173);
+    QMap<quint32, quint32> hashAt;
+    for (const QmHash& hash : m_table.hashes) {
+        QVERIFY(!hashAt.contains(hash.place));
+        hashAt.insert(hash.place, hash.hash);
+    }
+    for (const QmMessage& message : m_table.messages) {
+        QCOMPARE(hashAt.value(message.place), qmHash(message.source + message.comment));
+    }
+}
+
+void tst_TextTable::hashesAreSortedForTheSearch()
+{
+    const auto isLess = [](const QmHash& a, const QmHash& b) { return a.hash < b.hash; };
+    QVERIFY(std::is_sorted(m_table.hashes.cbegin(), m_table.hashes.cend(), isLess));
+}
+
+void tst_TextTable::readerRefusesEveryShortenedFile()
+{
+    for (qsizetype size = 0; size < m_file.size(); ++size) {
+        const std::optional<QmTable> table = readQm(QByteArrayView(m_file).first(size));
+        // Cut between two sections it is a file, of fewer sections.
+        QVERIFY(!table || table->sections.size() < m_table.sections.size());
+    }
+}
+
+void tst_TextTable::readerStaysInsideADamagedFile()
+{
+    // A byte of 255 makes lengths huge and tags unknown; what is read then is
+    // never more than there is.
+    for (qsizetype at = 16; at < m_file.size(); at += 3) {
+        QByteArray damaged = m_file;
+        damaged[at] = '\xff';
+        const std::optional<QmTable> table = readQm(damaged);
+        QVERIFY(!table || table->messages.size() <= m_table.messages.size());
+    }
+}
+
+void tst_TextTable::tableHas173Messages()
+{
+    QCOMPARE(m_table.messages.size(), 173);
+}
+
+void tst_TextTable::contextsHaveTheirCounts_data()
+{
+    QTest::addColumn<int>("messages");
+    QTest::newRow("FourPs") << 118;
+    QTest::newRow("Displays") << 12;
+    QTest::newRow("AEPoint") << 9;
+    QTest::newRow("ARefFile") << 7;
+    QTest::newRow("DispABase") << 7;
+    QTest::newRow("AFileSelect") << 6;
+    QTest::newRow("DispMBase") << 6;
+    QTest::newRow("AXafsFileSelect") << 4;
+    QTest::newRow("Body") << 1;
+    QTest::newRow("DispArea") << 1;
+    QTest::newRow("PopBase") << 1;
+    QTest::newRow("cBar") << 1;
+}
+
+void tst_TextTable::contextsHaveTheirCounts()
+{
+    QFETCH(int, messages);
+    const auto isOfContext = [](const QmMessage& message) {
+        return message.context == QTest::currentDataTag();
+    };
+    QCOMPARE(std::count_if(m_table.messages.cbegin(), m_table.messages.cend(), isOfContext),
+             messages);
+}
+
+void tst_TextTable::contextHasExactlyItsSources_data()
+{
+    QTest::addColumn<QStringList>("expected");
+    for (auto context = vocabulary.cbegin(); context != vocabulary.cend(); ++context) {
+        QTest::newRow(qPrintable(context.key())) << context.value();
+    }
+}
+
+void tst_TextTable::contextHasExactlyItsSources()
+{
+    QFETCH(QStringList, expected);
+    QStringList sources;
+    for (const QmMessage& message : std::as_const(m_table.messages)) {
+        if (message.context == QTest::currentDataTag()) {
+            sources << QString::fromUtf8(message.source);
+        }
+    }
+    sources.sort();
+    expected.sort();
+    QCOMPARE(sources, expected);
+}
+
+void tst_TextTable::noMessageIsThereTwice()
+{
+    QSet<Asked> words;
+    for (const QmMessage& message : std::as_const(m_table.messages)) {
+        const Asked word{QString::fromUtf8(message.context), QString::fromUtf8(message.source)};
+        QVERIFY2(!words.contains(word), message.source.constData());
+        words.insert(word);
+    }
+    QCOMPARE(surplus(words, allWords()), QStringList());
+    QCOMPARE(surplus(allWords(), words), QStringList());
+}
+
+void tst_TextTable::noMessageHasACommentOrSeveralTranslations()
+{
+    for (const QmMessage& message : std::as_const(m_table.messages)) {
+        QCOMPARE(message.comment, QByteArray());
+        QVERIFY2(message.translations <= 1, message.source.constData());
+    }
+}
+
+void tst_TextTable::everyMessageIsFound_data()
+{
+    QTest::addColumn<QmMessage>("message");
+    for (const QmMessage& message : std::as_const(m_table.messages)) {
+        QTest::addRow("%s: %s", message.context.constData(), message.source.constData()) << message;
+    }
+}
+
+void tst_TextTable::everyMessageIsFound()
+{
+    QFETCH(QmMessage, message);
+    QTranslator translator;
+    app::speak(app::Language::Japanese, translator);
+    QVERIFY(!translator.isEmpty());
+    const QString shown =
+        QCoreApplication::translate(message.context.constData(), message.source.constData());
+    QCOMPARE(shown, message.translation.isEmpty() ? QString::fromUtf8(message.source)
+                                                  : message.translation);
+}
+
+void tst_TextTable::textWithoutTranslationShowsItsSource()
+{
+    QTranslator translator;
+    app::speak(app::Language::Japanese, translator);
+    QCOMPARE(QCoreApplication::translate("FourPs", "8350"), QString("8350"));
+    QCOMPARE(QCoreApplication::translate("DispABase", " x:"), QString(" x:"));
+    QCOMPARE(QCoreApplication::translate("DispABase", "P/D"), QString("P/D"));
+    QCOMPARE(QCoreApplication::translate("ARefFile", "1"), QString("1"));
+    QCOMPARE(QCoreApplication::translate("PopBase", "Frame"), QString("Frame"));
+}
+
+void tst_TextTable::textThatIsNotInTheTableShowsItsSource()
+{
+    QTranslator translator;
+    app::speak(app::Language::Japanese, translator);
+    for (const Asked& asked : askedInVain) {
+        QCOMPARE(QCoreApplication::translate(qPrintable(asked.first), qPrintable(asked.second)),
+                 asked.second);
+    }
+}
+
+void tst_TextTable::messageOfAnotherContextIsNotTaken()
+{
+    QTranslator translator;
+    app::speak(app::Language::Japanese, translator);
+    QVERIFY(!translator.translate("FourPs", "Valence").isEmpty());
+    QVERIFY(translator.translate("Displays", "Valence").isEmpty());
+    QVERIFY(translator.translate("", "Valence").isEmpty());
+}
+
+void tst_TextTable::numbersAndBarePlaceholdersHaveNoTranslation()
+{
+    int count = 0;
+    for (const QmMessage& message : std::as_const(m_table.messages)) {
+        bool isNumber = false;
+        message.source.toDouble(&isNumber);
+        if (isNumber || message.source == "%1") {
+            QVERIFY2(message.translation.isEmpty(), message.source.constData());
+            ++count;
+        }
+    }
+    QCOMPARE(count, 11); // eight numbers of the panel, "%1", and one in each of two rows
+}
+
+void tst_TextTable::labelsOfPlotFramesHaveNoTranslation()
+{
+    for (const QmMessage& message : std::as_const(m_table.messages)) {
+        QVERIFY2(message.context != "DispABase" || message.translation.isEmpty(),
+                 message.source.constData());
+    }
+}
+
+void tst_TextTable::onlyTheseTextsHaveNoTranslation()
+{
+    // Beside numbers and the labels of the plot frame: names of windows that
+    // have none, units, symbols, and abbreviations that Japanese has as well.
+    const QSet<QString> international{"Frame",     "C1",   "C2",   "LCF",  "M2",
+                                      "M3",        "No.",  "[eV]", "No. ", "M2/M3",
+                                      "TextLabel", "  x:", "  y:", "P/D",  "dE[eV]"};
+    for (const QmMessage& message : std::as_const(m_table.messages)) {
+        bool isNumber = false;
+        message.source.toDouble(&isNumber);
+        const bool mayBeEmpty = isNumber || message.source == "%1" ||
+                                message.context == "DispABase" ||
+                                international.contains(QString::fromUtf8(message.source));
+        QVERIFY2(mayBeEmpty || !message.translation.isEmpty(), message.source.constData());
+    }
+}
+
+void tst_TextTable::placeholdersAreKept()
+{
+    for (const QmMessage& message : std::as_const(m_table.messages)) {
+        if (!message.translation.isEmpty()) {
+            QVERIFY2(placeholders(message.translation) ==
+                         placeholders(QString::fromUtf8(message.source)),
+                     message.source.constData());
+        }
+    }
+}
+
+void tst_TextTable::leadingBlanksAreKept()
+{
+    for (const QmMessage& message : std::as_const(m_table.messages)) {
+        if (!message.translation.isEmpty()) {
+            QVERIFY2(leadingBlanks(message.translation) ==
+                         leadingBlanks(QString::fromUtf8(message.source)),
+                     message.source.constData());
+        }
+    }
+}
+
+void tst_TextTable::endingsAreKept()
+{
+    QCOMPARE(ending(QStringLiteral("Result of LCF :: ")), QString(" :: "));
+    for (const QmMessage& message : std::as_const(m_table.messages)) {
+        if (!message.translation.isEmpty()) {
+            QVERIFY2(ending(message.translation) == ending(QString::fromUtf8(message.source)),
+                     message.source.constData());
+        }
+    }
+}
+
+void tst_TextTable::separatorsBeforeNumbersAreKept()
+{
+    // "name = %1" stays that, and what is put behind a number begins with a comma.
+    for (const QmMessage& message : std::as_const(m_table.messages)) {
+        if (message.translation.isEmpty()) {
+            continue;
+        }
+        QCOMPARE(message.translation.startsWith(QLatin1String(", ")),
+                 message.source.startsWith(", "));
+        for (int n = 1; n <= 3; ++n) {
+            const QString assignment = QStringLiteral(" = %%1").arg(n);
+            QCOMPARE(message.translation.contains(assignment),
+                     message.source.contains(assignment.toUtf8()));
+        }
+    }
+}
+
+void tst_TextTable::termsOfTheMethodAreThere_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("term");
+    QTest::newRow("valence") << "Valence" << QStringLiteral("価数");
+    QTest::newRow("edge") << "Edge[eV]" << QStringLiteral("吸収端");
+    QTest::newRow("reference") << "Ref %1" << QStringLiteral("参照");
+    QTest::newRow("linear combination fit")
+        << "Result of LCF :: " << QStringLiteral("線形結合フィット");
+    QTest::newRow("non-equivalent method") << "Non Equiv. Meth." << QStringLiteral("非等価法");
+    QTest::newRow("its heading") << "  Non Equiv. Meth." << QStringLiteral("非等価法");
+    QTest::newRow("its result") << "Result of NEQ :: " << QStringLiteral("非等価法");
+}
+
+void tst_TextTable::termsOfTheMethodAreThere()
+{
+    QFETCH(QString, source);
+    QFETCH(QString, term);
+    QTranslator translator;
+    app::speak(app::Language::Japanese, translator);
+    const QString shown = QCoreApplication::translate("FourPs", qPrintable(source));
+    QVERIFY2(shown.contains(term), qPrintable(shown));
+}
+
+void tst_TextTable::oneWordHasOneTranslation()
+{
+    // What several windows say, they say alike; only titles of windows differ.
+    QMap<QByteArray, QString> translations;
+    for (const QmMessage& message : std::as_const(m_table.messages)) {
+        if (message.source == "Frame") {
+            continue;
+        }
+        const QString before = translations.value(message.source, message.translation);
+        QVERIFY2(before == message.translation, message.source.constData());
+        translations.insert(message.source, message.translation);
+    }
+}
+
+void tst_TextTable::charactersAreThoseOfJapanese()
+{
+    QVERIFY(isInJapaneseSet(QStringLiteral("表示選択")));
+    for (const QmMessage& message : std::as_const(m_table.messages)) {
+        QVERIFY2(isInJapaneseSet(message.translation), message.source.constData());
+        for (const QChar c : message.translation) {
+            const QString told = QStringLiteral("U+%1 in the text of \"%2\"")
+                                     .arg(ushort(c.unicode()), 4, 16, QLatin1Char('0'))
+                                     .arg(QString::fromUtf8(message.source));
+            QVERIFY2(isOfJapaneseText(c), qPrintable(told));
+            QVERIFY2(!notJapanese.contains(c), qPrintable(told));
+        }
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_TextTable)
+#include "tst_TextTable.moc"
