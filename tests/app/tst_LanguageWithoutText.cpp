@@ -1,0 +1,66 @@
+// The language of a program into which no Japanese text was linked.
+
+#include "app/Body.h"
+#include "app/Language.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+#include <QTranslator>
+
+namespace
+{
+
+QStringList said;
+
+void listen(QtMsgType, const QMessageLogContext&, const QString& text)
+{
+    said.append(text);
+}
+
+} // namespace
+
+class tst_LanguageWithoutText : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void textIsNotThere();
+    void japaneseStaysSilentAndEnglish_data();
+    void japaneseStaysSilentAndEnglish();
+};
+
+void tst_LanguageWithoutText::textIsNotThere()
+{
+    QVERIFY(!QFile::exists(QStringLiteral(":/qelk_ja_JP.qm")));
+    QVERIFY(!QFile::exists(QStringLiteral(":/qelk_ja_JP")));
+}
+
+void tst_LanguageWithoutText::japaneseStaysSilentAndEnglish_data()
+{
+    QTest::addColumn<app::Language>("language");
+    QTest::newRow("Japanese") << app::Language::Japanese;
+    QTest::newRow("English") << app::Language::English;
+}
+
+void tst_LanguageWithoutText::japaneseStaysSilentAndEnglish()
+{
+    QFETCH(app::Language, language);
+    said.clear();
+    const QtMessageHandler before = qInstallMessageHandler(listen);
+    QTranslator translator;
+    app::speak(language, translator);
+    qInstallMessageHandler(before);
+    QCOMPARE(said, QStringList());
+    QVERIFY(translator.isEmpty());
+    QCOMPARE(QCoreApplication::translate("FourPs", "Valence"), QString("Valence"));
+
+    const Body body;
+    QCOMPARE(body.windowTitle(), QString("aelk"));
+    QCOMPARE(body.findChild<QPushButton*>("CalcTargetB")->text(), QString("Calc."));
+    QCOMPARE(body.findChild<QLabel*>("label_22")->text(), QString("XAFS spectra"));
+}
+
+QTEST_MAIN(tst_LanguageWithoutText)
+#include "tst_LanguageWithoutText.moc"
