@@ -45,13 +45,17 @@ install_missing()
         fail "could not install ${missing[*]}"
 }
 
+# Small, and its lines are no higher than those of Latin text: with the higher
+# ones of larger fonts the main window needs a larger screen.
+japanese_font=fonts-vlgothic
+
 # install_japanese_font: installs one where none is found. Any will do, so one
 # that the user has chosen stays the only one.
 install_japanese_font()
 {
     install_missing fontconfig
     if [ -z "$(fc-list :lang=ja)" ]; then
-        install_missing fonts-noto-cjk
+        install_missing "$japanese_font"
     fi
 }
 

@@ -33,7 +33,7 @@ wants Package aelk
 wants Version "$version"
 wants Section science
 wants Depends libc6 libqt6core6 libqt6gui6 libqt6widgets6
-wants Recommends fonts-noto-cjk
+wants Recommends fonts-vlgothic
 wants Suggests qt6-wayland
 
 expected()
