@@ -102,7 +102,8 @@
     </message>
     <message>
         <source>B.G.Line Type: </source>
-        <translation>背景線の型: </translation>
+        <extracomment>Background of the non-equivalent method; no Victoreen line of a spectrum.</extracomment>
+        <translation>バックグラウンドの形: </translation>
     </message>
     <message>
         <source>Boxes</source>
@@ -152,7 +153,7 @@
     <message>
         <source>Energy Range is not selected, which should by selected by CB of TR.</source>
         <extracomment>The check boxes are those of the column &quot;LCF F.P.&quot;.</extracomment>
-        <translation>エネルギー範囲が選択されていません。「LCF 範囲」の欄のチェックボックスで選択してください。</translation>
+        <translation>エネルギー範囲が選択されていません。「LCF 範囲」の列のチェックボックスで選択してください。</translation>
     </message>
     <message>
         <source>Eng.</source>
@@ -165,7 +166,7 @@
     <message>
         <source>Equiv.</source>
         <extracomment>Second line of the column in which the V point, a row on the rising edge, is marked.</extracomment>
-        <translation>V点</translation>
+        <translation>指定</translation>
     </message>
     <message>
         <source>Exact 4 points</source>
@@ -235,7 +236,7 @@
     </message>
     <message>
         <source>Non</source>
-        <translation>非等価</translation>
+        <translation>V点</translation>
     </message>
     <message>
         <source>Non Equiv. Meth.</source>
@@ -726,7 +727,8 @@
     </message>
     <message>
         <source>Edge Jump : %1</source>
-        <translation>エッジジャンプ : %1</translation>
+        <extracomment>In a small box above a plot: the shorter, the larger its letters.</extracomment>
+        <translation>ジャンプ : %1</translation>
     </message>
 </context>
 <context>

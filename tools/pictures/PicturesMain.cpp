@@ -43,32 +43,31 @@ bool grabPlot(DispABase* plot, double fromEv, double toEv, const QString& path)
 
 bool grabPlots(const Displays& graphs, const QDir& output)
 {
-    const auto path = [&output](const char* name) { return output.filePath(QLatin1String(name)); };
-    bool good = grabPlot(graphs.frame(Displays::DTarget), 8280.0, 8480.0, path("target.png"));
-    good &= grabPlot(graphs.frame(Displays::DMuts), 8320.0, 8400.0, path("muts.png"));
-    good &= grabPlot(graphs.frame(Displays::DHistA), path("histogram.png"));
-    good &= grabPlot(graphs.frame(Displays::DDMutVsA), path("thickness.png"));
-    good &= grabPlot(graphs.frame(Displays::DLCFvs4PS), path("comparison.png"));
+    bool good =
+        grabPlot(graphs.frame(Displays::DTarget), 8280.0, 8480.0, output.filePath("target.png"));
+    good &= grabPlot(graphs.frame(Displays::DMuts), 8320.0, 8400.0, output.filePath("muts.png"));
+    good &= grabPlot(graphs.frame(Displays::DHistA), output.filePath("histogram.png"));
+    good &= grabPlot(graphs.frame(Displays::DDMutVsA), output.filePath("thickness.png"));
+    good &= grabPlot(graphs.frame(Displays::DLCFvs4PS), output.filePath("comparison.png"));
     return good;
 }
 
 bool grabDocuments(const FourPs& panel, const QDir& output)
 {
-    const auto path = [&output](const char* name) { return output.filePath(QLatin1String(name)); };
     QWidget* main = panel.window();
-    bool good = savePicture(main, main->size(), path("main.png"));
+    bool good = savePicture(main, main->size(), output.filePath("main.png"));
     panel.ui.DispCondsB->click();
     good &= savePicture(main, main->size().expandedTo(main->minimumSizeHint()),
-                        path("more-conditions.png"));
+                        output.filePath("more-conditions.png"));
     panel.ui.DispCondsB->click();
     Displays* graphs = panel.Disps;
-    good &= savePicture(graphs, graphs->size(), path("graphs.png"));
+    good &= savePicture(graphs, graphs->size(), output.filePath("graphs.png"));
     good &= grabPlots(*graphs, output);
     const QSize mapSize(460, 440);
-    good &= savePicture(panel.MapDisp, mapSize, path("valence.png"));
+    good &= savePicture(panel.MapDisp, mapSize, output.filePath("valence.png"));
     panel.ui.MapAmount->click();
-    good &= savePicture(panel.MapDisp, mapSize, path("amount.png"));
-    good &= savePicture(panel.DMapDisp, mapSize, path("measured.png"));
+    good &= savePicture(panel.MapDisp, mapSize, output.filePath("amount.png"));
+    good &= savePicture(panel.DMapDisp, mapSize, output.filePath("measured.png"));
     return good;
 }
 

@@ -58,12 +58,10 @@ public:
     /// map measured at the highest energy.
     QList<QWidget*> windows() const;
 
-    /// Types @p text into a field and leaves it.
-    static void typeInto(QLineEdit* field, const QString& text);
-
 private:
     void loadReferences();
     void loadFiles(const nickel::Image& image, const nickel::Target& target);
+    void typeInto(QLineEdit* field, const QString& text);
     void turn(QAbstractButton* button, bool on);
     void useReferences(std::size_t count);
     void useRows(const std::vector<std::size_t>& rows);
