@@ -3,11 +3,11 @@
 # make them by the umask of who installs. Folders that are there keep their
 # permissions.
 function(make_folder folder)
-  if(EXISTS ${folder})
+  if("${folder}" STREQUAL "" OR EXISTS "${folder}")
     return()
   endif()
-  get_filename_component(parent ${folder} DIRECTORY)
-  make_folder(${parent})
+  get_filename_component(parent "${folder}" DIRECTORY)
+  make_folder("${parent}")
   file(MAKE_DIRECTORY ${folder})
   file(CHMOD ${folder} PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE

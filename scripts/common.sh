@@ -50,13 +50,16 @@ install_missing()
 japanese_font=fonts-vlgothic
 
 # install_japanese_font: installs one where none is found. Any will do, so one
-# that the user has chosen stays the only one.
+# that the user has chosen stays the only one. Without a font the program still
+# runs, so that a failure is a remark.
 install_japanese_font()
 {
-    install_missing fontconfig
-    if [ -z "$(fc-list :lang=ja)" ]; then
-        install_missing "$japanese_font"
-    fi
+    (
+        install_missing fontconfig
+        if [ -z "$(fc-list :lang=ja)" ]; then
+            install_missing "$japanese_font"
+        fi
+    ) || say "there may be no font for Japanese; -e asks for English"
 }
 
 # shellcheck disable=SC2034  # used by the scripts that source this

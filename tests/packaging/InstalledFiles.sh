@@ -58,3 +58,21 @@ icon=$(sed -n 's/^Icon=//p' "$entry")
     echo "the menu entry shows $icon"
     exit 1
 }
+
+# A place can also be named from where one stands.
+beside=$tree-beside
+rm -rf "$beside"
+(
+    umask 077
+    cd "$(dirname "$tree")"
+    "$cmake" --install "$build" --prefix "$(basename "$beside")" >/dev/null
+)
+diff -r "$tree/usr" "$beside" || {
+    echo "an installation to a relative place is another one"
+    exit 1
+}
+hidden=$(find "$beside" -type d ! -perm 755)
+[ -z "$hidden" ] || {
+    echo "hidden folders: $hidden"
+    exit 1
+}

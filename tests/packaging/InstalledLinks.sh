@@ -33,7 +33,7 @@ while IFS= read -r document; do
         if [ ! -e "$target" ]; then
             echo "$document: $link is not there"
             bad=$((bad + 1))
-        elif [ -n "$anchor" ] && ! anchors "$target" | grep -qxF -e "$anchor"; then
+        elif [ -n "$anchor" ] && ! anchors "$target" | grep -xF -e "$anchor" >/dev/null; then
             echo "$document: $link names no heading"
             bad=$((bad + 1))
         fi

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# NamedVersion.sh PACKAGING VERSION: the newest release of the metainfo and the
-# foot of the man pages name the project's version, and one date.
+# NamedVersion.sh PACKAGING VERSION: the newest release of the metainfo, the foot
+# of the man pages and a heading of the changelog name the project's version, and
+# one date.
 set -euo pipefail
 packaging=$1 version=$2
 
@@ -16,3 +17,7 @@ for page in "$packaging/aelk.1" "$packaging/ja/aelk.1"; do
         exit 1
     }
 done
+grep -qxF "## $version ($date)" "$packaging/../CHANGELOG.md" || {
+    echo "CHANGELOG.md has no $version of $date"
+    exit 1
+}

@@ -128,6 +128,8 @@ private Q_SLOTS:
     void japaneseIsSpokenAndEnglishIsNot();
     void mainWindowCutsNothing_data() { inBothLanguages(); }
     void mainWindowCutsNothing();
+    void panelOpensAtLeastAsWideAsItsDesign_data() { inBothLanguages(); }
+    void panelOpensAtLeastAsWideAsItsDesign();
     void moreConditionsCutNothing_data() { inBothLanguages(); }
     void moreConditionsCutNothing();
     void graphWindowOpensAtItsSizeAndCutsNothing_data() { inBothLanguages(); }
@@ -164,6 +166,17 @@ void tst_WindowLayout::mainWindowCutsNothing()
     QFETCH(app::Language, language);
     const Speaking program(language);
     QCOMPARE(cutOnesWhenShown(program.body()), QString());
+}
+
+// Japanese words are short: by them alone the window would be so narrow that the
+// absorptions in the rows show four digits.
+void tst_WindowLayout::panelOpensAtLeastAsWideAsItsDesign()
+{
+    QFETCH(app::Language, language);
+    const Speaking program(language);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QVERIFY(program.panel->width() >= 1016);
 }
 
 void tst_WindowLayout::moreConditionsCutNothing()
