@@ -166,7 +166,7 @@
     <message>
         <source>Equiv.</source>
         <extracomment>Second line of the column in which the V point, a row on the rising edge, is marked.</extracomment>
-        <translation>指定</translation>
+        <translation>点</translation>
     </message>
     <message>
         <source>Exact 4 points</source>
@@ -236,7 +236,8 @@
     </message>
     <message>
         <source>Non</source>
-        <translation>V点</translation>
+        <extracomment>First line of the column in which the V point is marked. Beside the second line stands that of the next column, and both must not read as one word.</extracomment>
+        <translation>V</translation>
     </message>
     <message>
         <source>Non Equiv. Meth.</source>
