@@ -54,6 +54,9 @@ AFileSelect::AFileSelect(QWidget* parent, int initialMode)
     setMode(initialMode);
 
     connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::show);
+    // One that is open already may be behind the main window.
+    connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::raise);
+    connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::activateWindow);
     connect(ClearB, &QPushButton::clicked, this, &AFileSelect::clearFileName);
     connect(dialog, &QFileDialog::fileSelected, this, &AFileSelect::newFile);
     connect(dialog, &QFileDialog::currentChanged, this, &AFileSelect::selectingFile);

@@ -100,6 +100,7 @@ private Q_SLOTS:
     void dialogOffersItsFiltersInOrder();
     void firstDialogOpensInTheWorkingDirectory();
     void selectButtonShowsTheDialogWithoutBlocking();
+    void selectButtonBringsAnOpenDialogToTheFront();
 
     void openModeTakesExistingFilesAndAReadOnlyField();
     void multiOpensSeveralFiles();
@@ -310,6 +311,20 @@ void tst_AFileSelect::selectButtonShowsTheDialogWithoutBlocking()
     QTest::mouseClick(row.SelectB, Qt::LeftButton);
     QVERIFY(row.dialog->isVisible());
     row.dialog->close();
+}
+
+void tst_AFileSelect::selectButtonBringsAnOpenDialogToTheFront()
+{
+    AFileSelect row;
+    row.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&row));
+    row.SelectB->click();
+    QTRY_COMPARE(QGuiApplication::focusWindow(), row.dialog->windowHandle());
+    row.activateWindow();
+    QTRY_COMPARE(QGuiApplication::focusWindow(), row.windowHandle());
+
+    row.SelectB->click();
+    QTRY_COMPARE(QGuiApplication::focusWindow(), row.dialog->windowHandle());
 }
 
 void tst_AFileSelect::openModeTakesExistingFilesAndAReadOnlyField()
