@@ -36,12 +36,13 @@ install_missing()
             fail "missing packages: ${missing[*]}; installing them needs root or sudo"
         as_root=(sudo)
     fi
-    say "installing ${missing[*]}"
+    say "installing ${missing[*]}; this may take some minutes"
     # The lists may be old or absent; an update that fails may still leave
     # lists that are good enough.
     "${as_root[@]}" apt-get -qq update || true
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get -qq install --yes --no-install-recommends "${missing[@]}" ||
+        apt-get -qq -o Dpkg::Use-Pty=0 install --yes --no-install-recommends "${missing[@]}" \
+        >/dev/null ||
         fail "could not install ${missing[*]}"
 }
 

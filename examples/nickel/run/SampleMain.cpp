@@ -34,6 +34,8 @@ bool hasDisplay()
 bool report(const SampleOutcome& outcome)
 {
     outcome.print();
+    // What the readers remark goes past the buffer, into the other stream.
+    std::fflush(stdout);
     return outcome.isGood();
 }
 
