@@ -53,10 +53,16 @@ endfunction()
 
 # A Qt Test program, run off screen.
 # aelk_add_test(tst_name libraries...)
+#
+# The meta-object code is made for the one source that has any. AUTOMOC would scan
+# for it and compile an empty source beside each program, which took an eighth of
+# the time of a whole build.
 function(aelk_add_test name)
-  add_executable(${name} ${name}.cpp)
-  set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC OFF)
-  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  qt_generate_moc(${name}.cpp ${name}.moc)
+  add_executable(${name} ${name}.cpp ${CMAKE_CURRENT_BINARY_DIR}/${name}.moc)
+  set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF)
+  target_include_directories(${name} PRIVATE
+    ${PROJECT_SOURCE_DIR}/tests ${CMAKE_CURRENT_BINARY_DIR})
   target_link_libraries(${name} PRIVATE aelk_options Qt6::Test ${ARGN})
   target_compile_options(${name} PRIVATE ${AELK_NO_TEST_FOLDERS})
   if("aelk_gui" IN_LIST ARGN)
