@@ -40,14 +40,18 @@ endfunction()
 #
 # Qt names each test's folders by macros, which no test here asks for; they are
 # taken back, since programs share headers only if their macros agree.
-set(AELK_NO_TEST_FOLDERS -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
+set(AELK_TEST_OPTIONS -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
+if(AELK_SANITIZE)
+  # A test is compiled longer than it runs.
+  list(APPEND AELK_TEST_OPTIONS -O0)
+endif()
 function(aelk_add_test_headers name library)
   set(source ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
   file(CONFIGURE OUTPUT ${source} CONTENT "// Its headers alone are wanted.\n")
   add_library(${name} OBJECT ${source})
   set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF)
   target_link_libraries(${name} PRIVATE aelk_options Qt6::Test ${library})
-  target_compile_options(${name} PRIVATE ${AELK_NO_TEST_FOLDERS})
+  target_compile_options(${name} PRIVATE ${AELK_TEST_OPTIONS})
   target_precompile_headers(${name} PRIVATE ${ARGN})
 endfunction()
 
@@ -64,7 +68,7 @@ function(aelk_add_test name)
   target_include_directories(${name} PRIVATE
     ${PROJECT_SOURCE_DIR}/tests ${CMAKE_CURRENT_BINARY_DIR})
   target_link_libraries(${name} PRIVATE aelk_options Qt6::Test ${ARGN})
-  target_compile_options(${name} PRIVATE ${AELK_NO_TEST_FOLDERS})
+  target_compile_options(${name} PRIVATE ${AELK_TEST_OPTIONS})
   if("aelk_gui" IN_LIST ARGN)
     target_precompile_headers(${name} REUSE_FROM aelk_gui_test_headers)
   else()
