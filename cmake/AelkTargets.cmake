@@ -42,7 +42,7 @@ endfunction()
 # taken back, since programs share headers only if their macros agree.
 set(AELK_TEST_OPTIONS -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
 if(AELK_SANITIZE)
-  # A test is compiled longer than it runs.
+  # To compile a test takes longer than to run it.
   list(APPEND AELK_TEST_OPTIONS -O0)
 endif()
 function(aelk_add_test_headers name library)
@@ -59,8 +59,8 @@ endfunction()
 # aelk_add_test(tst_name libraries...)
 #
 # The meta-object code is made for the one source that has any. AUTOMOC would scan
-# for it and compile an empty source beside each program, which took an eighth of
-# the time of a whole build.
+# for it and compile an empty source beside each program, which took a tenth of
+# the time of a whole run.
 function(aelk_add_test name)
   qt_generate_moc(${name}.cpp ${name}.moc)
   add_executable(${name} ${name}.cpp ${CMAKE_CURRENT_BINARY_DIR}/${name}.moc)
