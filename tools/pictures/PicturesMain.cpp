@@ -26,7 +26,7 @@
 namespace
 {
 
-/// Pops a plot out, its range as a few turns of the wheel make it.
+/// Of a plot in a window of its own.
 bool grabPlot(DispABase* plot, const QString& path)
 {
     plot->popDock();
@@ -35,6 +35,7 @@ bool grabPlot(DispABase* plot, const QString& path)
     return good;
 }
 
+/// The same with the x range that a few turns of the wheel would give it.
 bool grabPlot(DispABase* plot, double fromEv, double toEv, const QString& path)
 {
     plot->DispA->cc.setRealX(fromEv, toEv);
