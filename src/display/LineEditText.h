@@ -1,7 +1,10 @@
 // Numbers in line edits, the way every row and the panel write and read them.
 #pragma once
 
+class QFontMetricsF;
 class QLineEdit;
+class QString;
+class QWidget;
 
 namespace display
 {
@@ -11,5 +14,15 @@ void showNumber(QLineEdit* edit, double value);
 
 /// The number in the field; text that is no number reads as 0.
 double numberIn(const QLineEdit* edit);
+
+/// Gives a field or text box with a light background of its own black text, so
+/// that it can be read on desktops with light text, too.
+void setBlackText(QWidget* field);
+
+/// @p text with an ellipsis in place of what is too much for @p width pixels: in
+/// a number the last digits, before the exponent or at the end, in any other
+/// text the middle. The exponent stays even where there is no room for it, since
+/// without it a number would read as one of another magnitude.
+QString shortened(const QString& text, const QFontMetricsF& metrics, double width);
 
 } // namespace display

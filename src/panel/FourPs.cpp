@@ -5,6 +5,7 @@
 #include "analysis/ResultText.h"
 #include "display/DispMBase.h"
 #include "display/Displays.h"
+#include "display/FittedEdit.h"
 #include "display/Histgram.h"
 #include "display/LineEditText.h"
 #include "rows/AEPoint.h"
@@ -39,6 +40,7 @@ FourPs::FourPs(QWidget* parent)
     : QFrame(parent)
 {
     ui.setupUi(this);
+    display::setBlackText(ui.Message);
     makeReferenceRows();
     makeFileRows();
     makeDisplays();
@@ -81,7 +83,7 @@ void FourPs::makeFileRows()
 {
     ui.DispFSelect->multi = true;
     ui.DispFSelect->setMode(AFileSelect::OpenMode);
-    MultiEnergys = new QLineEdit;
+    MultiEnergys = new FittedEdit;
     MultiEnergys->setObjectName(QStringLiteral("MultiEnergys"));
     MultiFiles = new AFileSelect;
     MultiFiles->setObjectName(QStringLiteral("MultiFiles"));

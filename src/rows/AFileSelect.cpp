@@ -76,6 +76,7 @@ void AFileSelect::setMode(int m)
         dialog->setFileMode(multi ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
     }
     FileName->setReadOnly(!saving);
+    FileName->setFocusPolicy(saving ? Qt::StrongFocus : Qt::ClickFocus);
     FileName->setStyleSheet(saving ? editableStyle : shownOnlyStyle);
 }
 

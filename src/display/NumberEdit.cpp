@@ -1,0 +1,26 @@
+#include "display/NumberEdit.h"
+
+#include <QMouseEvent>
+
+void NumberEdit::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    FittedEdit::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton) {
+        selectAll();
+        m_selectedWhole = true;
+    }
+}
+
+void NumberEdit::mouseMoveEvent(QMouseEvent* event)
+{
+    // A hand that is not quite still must not cut the selection short.
+    if (!m_selectedWhole) {
+        FittedEdit::mouseMoveEvent(event);
+    }
+}
+
+void NumberEdit::mouseReleaseEvent(QMouseEvent* event)
+{
+    m_selectedWhole = false;
+    FittedEdit::mouseReleaseEvent(event);
+}

@@ -1,0 +1,22 @@
+// A line edit that holds one number.
+#pragma once
+
+#include "display/FittedEdit.h"
+
+/// A field for a number: a double click selects all of it, where an ordinary
+/// field would stop at the decimal point and leave the rest behind what is typed.
+///
+/// No Q_OBJECT: to forms and style sheets it is a QLineEdit.
+class NumberEdit : public FittedEdit
+{
+public:
+    using FittedEdit::FittedEdit;
+
+protected:
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    bool m_selectedWhole = false; ///< from a double click to the release of it
+};
