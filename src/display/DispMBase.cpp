@@ -23,6 +23,10 @@ DispMBase::DispMBase(QWidget* parent)
     connect(MaxV, &QLineEdit::editingFinished, this, &DispMBase::newZmax);
     connect(MinV, &QLineEdit::editingFinished, this, &DispMBase::newZmin);
     connect(CBar, &cBar::newScale, this, &DispMBase::update);
+    connect(CBar, &cBar::newScale, this, &DispMBase::showBarLimits);
+    showBarLimits();
+    // Otherwise the first field would have the caret when the window opens.
+    setFocus();
 }
 
 DispMBase::~DispMBase()
@@ -46,8 +50,20 @@ void DispMBase::setZRange(double lo, double hi)
     if (CBar->zmin != low) {
         CBar->newZmin(low);
     }
+    showLimits(lo, hi);
+}
+
+void DispMBase::showBarLimits()
+{
+    showLimits(CBar->zmin, CBar->zmax);
+}
+
+void DispMBase::showLimits(double lo, double hi)
+{
     display::showNumber(MinV, lo);
     display::showNumber(MaxV, hi);
+    m_shownMin = {MinV->text(), CBar->zmin};
+    m_shownMax = {MaxV->text(), CBar->zmax};
 }
 
 void DispMBase::receiveNowPos(double rx, double ry)
@@ -73,11 +89,17 @@ void DispMBase::clearScale()
 
 void DispMBase::newZmax()
 {
+    if (m_shownMax == Shown{MaxV->text(), CBar->zmax}) {
+        return;
+    }
     CBar->newZmax(display::numberIn(MaxV));
 }
 
 void DispMBase::newZmin()
 {
+    if (m_shownMin == Shown{MinV->text(), CBar->zmin}) {
+        return;
+    }
     CBar->newZmin(display::numberIn(MinV));
 }
 

@@ -46,7 +46,10 @@ public Q_SLOTS:
     /// The next paint fits the range to the data.
     void clearScale();
 
-    /// Hand the number of a limit's edit to the colour bar; words count as 0.
+    /// Hand the number of a limit's edit to the colour bar, words as 0, and show
+    /// the limits that the bar has then: it swaps reversed ones. Nothing happens
+    /// while the edit has the text that was shown last: that is rounded, and the
+    /// bar would lose the other digits of its limit.
     void newZmax();
     void newZmin();
 
@@ -60,4 +63,18 @@ Q_SIGNALS:
     void mDragging(MouseC* m);
     void mReleased(MouseC* m);
     void mDClicked(MouseC* m);
+
+private:
+    /// The text of a limit's edit as shown last, and the bar's limit at that time.
+    struct Shown {
+        QString text;
+        double limit = 0.0;
+        bool operator==(const Shown&) const = default;
+    };
+
+    void showBarLimits();
+    void showLimits(double lo, double hi);
+
+    Shown m_shownMin;
+    Shown m_shownMax;
 };

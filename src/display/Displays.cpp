@@ -22,6 +22,8 @@ Displays::Displays(QWidget* parent)
     make("DDMutVsA", DDMutVsA, tr("dMut/v or a"), 2, 2, 1);
     // Without a place in the grid it stays hidden: nothing shows it.
     make("DM2M3", DM2M3, tr("M2/M3"), -1, -1, 1);
+    // Otherwise a blank typed into the window as it opens would pop out a plot.
+    setFocus();
 }
 
 Displays::~Displays()

@@ -2,6 +2,12 @@
 
 #include <QMouseEvent>
 
+void NumberEdit::mousePressEvent(QMouseEvent* event)
+{
+    m_selectedWhole = false;
+    FittedEdit::mousePressEvent(event);
+}
+
 void NumberEdit::mouseDoubleClickEvent(QMouseEvent* event)
 {
     FittedEdit::mouseDoubleClickEvent(event);

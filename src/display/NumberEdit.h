@@ -13,10 +13,11 @@ public:
     using FittedEdit::FittedEdit;
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    bool m_selectedWhole = false; ///< from a double click to the release of it
+    bool m_selectedWhole = false; ///< from a double click to the release of the button
 };

@@ -9,6 +9,8 @@ PopBase::PopBase(QWidget* owner)
     setupUi(this);
     resize(800, 600);
     hide();
+    // Otherwise the first field would have the caret when the window opens.
+    setFocus();
 }
 
 void PopBase::popDock(QWidget* content, QGridLayout* home, bool* docked)

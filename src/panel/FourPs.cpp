@@ -14,6 +14,8 @@
 #include <QButtonGroup>
 #include <QDir>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -59,6 +61,7 @@ FourPs::FourPs(QWidget* parent)
     // "4 Points Meth." stays at its default on purpose: nothing enables it again.
     ui.CConds3->setEnabled(false);
     makeMarkLines();
+    orderFocusChain();
     // Wired only now, so that setting the rows up above starts no calculation.
     wire();
     receiveNewDir(QDir::currentPath());
@@ -228,6 +231,39 @@ void FourPs::groupNormRadios()
     m_normGroup = new QButtonGroup;
     for (QAbstractButton* radio : {ui.NNone, ui.NBySubPre, ui.NByEJ, ui.NBy2Vics}) {
         m_normGroup->addButton(radio);
+    }
+}
+
+void FourPs::orderFocusChain()
+{
+    // The rows come behind the form's own widgets, which were made before them;
+    // a reader meets them further up.
+    QList<QWidget*> references;
+    QList<QWidget*> spectraAndProcessing;
+    QList<QWidget*> energyRows;
+    QList<QWidget*> actions;
+    const auto isReference = [this](const QWidget* widget) {
+        return std::any_of(Refs.RefRows.cbegin(), Refs.RefRows.cend(),
+                           [widget](const ARefFile* row) { return row->isAncestorOf(widget); });
+    };
+    for (QWidget* widget = nextInFocusChain(); widget != this;
+         widget = widget->nextInFocusChain()) {
+        if (!isAncestorOf(widget) || widget->focusPolicy() == Qt::NoFocus) {
+            continue;
+        }
+        if (isReference(widget)) {
+            references.append(widget);
+        } else if (ui.FourPsFiles->isAncestorOf(widget)) {
+            energyRows.append(widget);
+        } else if (ui.FourPsAction->isAncestorOf(widget) || widget == ui.Message) {
+            actions.append(widget);
+        } else {
+            spectraAndProcessing.append(widget);
+        }
+    }
+    const QList<QWidget*> order = references + spectraAndProcessing + energyRows + actions;
+    for (qsizetype i = 1; i < order.size(); ++i) {
+        setTabOrder(order.at(i - 1), order.at(i));
     }
 }
 

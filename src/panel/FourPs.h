@@ -263,6 +263,7 @@ private:
     void makeHistograms();
     void SetDefaultEnergies();
     void groupNormRadios();
+    void orderFocusChain();
     void makeMarkLines();
     void wire();
     void wireReferences();

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void readOutsAreYellowishAndOnlyOneIsReadOnly();
     void limitsAreNarrowAndRightAligned_data();
     void limitsAreNarrowAndRightAligned();
+    void limitsOpenWithThoseOfTheBar();
     void buttonIsNarrow();
     void signalsAndSlotsComeInTheirOrder();
 
@@ -50,7 +51,11 @@ private Q_SLOTS:
     void limitOfWordsIsZero();
     void limitsAcrossEachOtherAreSwapped_data();
     void limitsAcrossEachOtherAreSwapped();
-    void limitsLeaveTheTextsAndTheAutomaticScale();
+    void limitsTypedAcrossEachOtherAreShownAsTheBarHasThem();
+    void everyLimitOfTheBarIsShown();
+    void leavingALimitUntouchedKeepsAllItsDigits_data();
+    void leavingALimitUntouchedKeepsAllItsDigits();
+    void limitsLeaveTheAutomaticScale();
 
     void rangeSetsBarAndTexts_data();
     void rangeSetsBarAndTexts();
@@ -247,7 +252,12 @@ void tst_DispMBase::limitsAreNarrowAndRightAligned()
     QCOMPARE(edit->maximumWidth(), 60);
     QVERIFY(isRightAligned(edit));
     QVERIFY(!edit->isReadOnly());
-    QCOMPARE(edit->text(), QString());
+}
+
+void tst_DispMBase::limitsOpenWithThoseOfTheBar()
+{
+    QCOMPARE(m_frame->MaxV->text(), "1");
+    QCOMPARE(m_frame->MinV->text(), "0");
 }
 
 void tst_DispMBase::buttonIsNarrow()
@@ -395,13 +405,59 @@ void tst_DispMBase::limitsAcrossEachOtherAreSwapped()
     QTEST(m_frame->CBar->zmax, "zmax");
 }
 
-// The client writes them, from what the bar says.
-void tst_DispMBase::limitsLeaveTheTextsAndTheAutomaticScale()
+void tst_DispMBase::limitsTypedAcrossEachOtherAreShownAsTheBarHasThem()
+{
+    m_frame->setZRange(1.5, 3.5);
+    QVERIFY(show());
+    type(m_frame->MaxV, "1", false);
+    QCOMPARE(m_frame->MinV->text(), "1");
+    QCOMPARE(m_frame->MaxV->text(), "1.5");
+    type(m_frame->MinV, "0.5", false);
+    QCOMPARE(m_frame->CBar->zmin, 0.5);
+    QCOMPARE(m_frame->CBar->zmax, 1.5);
+    QCOMPARE(m_frame->MinV->text(), "0.5");
+    QCOMPARE(m_frame->MaxV->text(), "1.5");
+}
+
+void tst_DispMBase::everyLimitOfTheBarIsShown()
+{
+    m_frame->CBar->newZmax(7.25);
+    QCOMPARE(m_frame->MaxV->text(), "7.25");
+    m_frame->CBar->newZmin(8.5);
+    QCOMPARE(m_frame->MinV->text(), "7.25");
+    QCOMPARE(m_frame->MaxV->text(), "8.5");
+}
+
+void tst_DispMBase::leavingALimitUntouchedKeepsAllItsDigits_data()
+{
+    QTest::addColumn<double>("lo");
+    QTest::addColumn<double>("hi");
+    QTest::newRow("limits with more digits than are shown") << 1.23456789 << 3.98765432;
+    QTest::newRow("reversed limits") << 9.5 << 0.5;
+}
+
+void tst_DispMBase::leavingALimitUntouchedKeepsAllItsDigits()
+{
+    QFETCH(double, lo);
+    QFETCH(double, hi);
+    m_frame->setZRange(lo, hi);
+    QVERIFY(show());
+    const QSignalSpy scales(m_frame->CBar, &cBar::newScale);
+    for (QLineEdit* edit : {m_frame->MaxV, m_frame->MinV, m_frame->MaxV}) {
+        QTest::mouseClick(edit, Qt::LeftButton);
+        QVERIFY(edit->hasFocus());
+        QTest::keyClick(edit, Qt::Key_Return);
+        QTest::keyClick(edit, Qt::Key_Tab);
+    }
+    QCOMPARE(m_frame->CBar->zmin, std::min(lo, hi));
+    QCOMPARE(m_frame->CBar->zmax, std::max(lo, hi));
+    QCOMPARE(scales.size(), 0);
+}
+
+void tst_DispMBase::limitsLeaveTheAutomaticScale()
 {
     QVERIFY(show());
     type(m_frame->MaxV, "-5", false);
-    QCOMPARE(m_frame->MaxV->text(), "-5");
-    QCOMPARE(m_frame->MinV->text(), QString());
     QVERIFY(m_frame->CBar->autoScale);
 }
 

@@ -1,0 +1,320 @@
+// Line edits whose text cannot be misread: letters, cursor, tool tip and colour.
+
+#include "display/FittedEdit.h"
+#include "support/PictureTools.h"
+
+#include <QFontInfo>
+#include <QHBoxLayout>
+#include <QtTest>
+
+#include <memory>
+
+namespace
+{
+
+const QString shownOnly = QStringLiteral("background-color: rgb(255, 255, 220);");
+
+bool isInk(const QColor& color)
+{
+    return color.lightness() < 128;
+}
+
+/// The smallest rectangle around all dark pixels inside a field's frame.
+QRect inkOf(const QImage& picture)
+{
+    QRect ink;
+    for (int y = 4; y < picture.height() - 4; ++y) {
+        for (int x = 3; x < picture.width() - 3; ++x) {
+            if (isInk(picture.pixelColor(x, y))) {
+                ink |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    return ink;
+}
+
+QImage pictureOf(QWidget* widget)
+{
+    return widget->grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+/// The text of @p edit in its present letters, in a field with room for it.
+QImage inkWithRoom(const FittedEdit& edit)
+{
+    QLineEdit wide;
+    wide.setFont(edit.font());
+    wide.setFrame(edit.hasFrame());
+    wide.setStyleSheet(edit.styleSheet());
+    wide.setAlignment(edit.alignment());
+    wide.resize(800, edit.height());
+    wide.setText(edit.text());
+    wide.setCursorPosition(0);
+    const QImage picture = pictureOf(&wide);
+    return picture.copy(inkOf(picture));
+}
+
+bool isWholeInSight(FittedEdit& edit)
+{
+    const QImage picture = pictureOf(&edit);
+    return picture.copy(inkOf(picture)) == inkWithRoom(edit);
+}
+
+} // namespace
+
+class tst_FittedEdit : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_window.reset(); }
+
+    void isALineEditToFormsAndStyleSheets();
+    void numberOfUpToTwelveCharactersIsWholeInAMutField_data();
+    void numberOfUpToTwelveCharactersIsWholeInAMutField();
+    void readOutWithToldBackgroundShowsItsExponent();
+    void lettersStayWithinTheirLimits();
+    void shortNumberHasOrdinaryLetters();
+    void ordinaryLettersComeBackWithAShortText();
+    void ordinaryLettersComeBackWithMoreRoom();
+    void letterChangeLeavesTheSizeHints();
+    void fieldTakesTheLettersOfItsSurroundings();
+    void textThatFitsHasNoToolTip();
+    void textThatIsLongerStillHasAToolTip();
+    void longerNumberShowsItsExponentWithoutFocus();
+    void longerTextShowsItsBeginningAndItsEndWithoutFocus();
+    void longerTextCanBeReadThroughWithFocus();
+    void leavingByTabReturnsTheCursorToTheFront();
+    void windowInTheBackgroundKeepsTheCursor();
+    void textOnAToldBackgroundIsBlackOnADarkDesktop();
+    void textWithoutABackgroundHasTheDesktopsColour();
+
+private:
+    FittedEdit* field(int width);
+
+    std::unique_ptr<QWidget> m_window;
+    FittedEdit* m_edit = nullptr; ///< 60 wide, without focus
+    QLineEdit* m_other = nullptr;
+};
+
+void tst_FittedEdit::init()
+{
+    m_window = std::make_unique<QWidget>();
+    auto* layout = new QHBoxLayout(m_window.get());
+    m_edit = new FittedEdit;
+    m_edit->setFixedWidth(60);
+    m_other = new QLineEdit;
+    layout->addWidget(m_edit);
+    layout->addWidget(m_other);
+    m_window->show();
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    m_other->setFocus();
+}
+
+void tst_FittedEdit::isALineEditToFormsAndStyleSheets()
+{
+    QCOMPARE(QByteArray(m_edit->metaObject()->className()), QByteArray("QLineEdit"));
+}
+
+void tst_FittedEdit::numberOfUpToTwelveCharactersIsWholeInAMutField_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char* text : {"-9.60021e-05", "3.6918e-05", "0.000224002", "-0.000463358",
+                             "5159e-05", "-1.23457e+10", "8340.75", "-8.88888e-88", "1"}) {
+        QTest::newRow(text) << QString::fromLatin1(text);
+    }
+}
+
+void tst_FittedEdit::numberOfUpToTwelveCharactersIsWholeInAMutField()
+{
+    QFETCH(QString, text);
+    m_edit->setText(text);
+    QVERIFY(isWholeInSight(*m_edit));
+    m_edit->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    QVERIFY(isWholeInSight(*m_edit));
+}
+
+void tst_FittedEdit::readOutWithToldBackgroundShowsItsExponent()
+{
+    m_edit->setStyleSheet(shownOnly);
+    m_edit->setText("-9.60021e-05");
+    QVERIFY(isWholeInSight(*m_edit));
+    m_edit->setFrame(false);
+    m_edit->setText("3.6918e-05");
+    QVERIFY(isWholeInSight(*m_edit));
+}
+
+void tst_FittedEdit::lettersStayWithinTheirLimits()
+{
+    m_edit->setText(QString(200, u'8'));
+    QCOMPARE(m_edit->font().pointSizeF(), 7.0);
+    QCOMPARE(m_edit->font().stretch(), 65);
+}
+
+void tst_FittedEdit::shortNumberHasOrdinaryLetters()
+{
+    m_edit->setText("8340");
+    QCOMPARE(m_edit->font(), m_other->font());
+}
+
+void tst_FittedEdit::ordinaryLettersComeBackWithAShortText()
+{
+    m_edit->setText("-9.60021e-05");
+    QVERIFY(QFontInfo(m_edit->font()).pointSizeF() < QFontInfo(m_other->font()).pointSizeF());
+    m_edit->setText("8340");
+    QCOMPARE(m_edit->font(), m_other->font());
+}
+
+void tst_FittedEdit::ordinaryLettersComeBackWithMoreRoom()
+{
+    m_edit->setText("-9.60021e-05");
+    m_edit->setFixedWidth(200);
+    QCoreApplication::processEvents();
+    QCOMPARE(m_edit->font(), m_other->font());
+}
+
+void tst_FittedEdit::letterChangeLeavesTheSizeHints()
+{
+    m_edit->setText("8340");
+    const QSize hint = m_edit->sizeHint();
+    const QSize minimum = m_edit->minimumSizeHint();
+    const int height = m_edit->height();
+    m_edit->setText(QString(200, u'8'));
+    QCoreApplication::processEvents();
+    QCOMPARE(m_edit->sizeHint(), hint);
+    QCOMPARE(m_edit->minimumSizeHint(), minimum);
+    QCOMPARE(m_edit->height(), height);
+}
+
+void tst_FittedEdit::fieldTakesTheLettersOfItsSurroundings()
+{
+    m_edit->setText("-9.60021e-05");
+    QFont large = m_window->font();
+    large.setPointSizeF(16.0);
+    m_window->setFont(large);
+    m_edit->setText("8");
+    QCOMPARE(m_edit->font().pointSizeF(), 16.0);
+}
+
+void tst_FittedEdit::textThatFitsHasNoToolTip()
+{
+    m_edit->setText("-9.60021e-05");
+    QCOMPARE(m_edit->toolTip(), QString());
+}
+
+void tst_FittedEdit::textThatIsLongerStillHasAToolTip()
+{
+    const QString text("-1.2345678901234567890123e-05");
+    m_edit->setText(text);
+    QCOMPARE(m_edit->toolTip(), text);
+    m_edit->setText("1");
+    QCOMPARE(m_edit->toolTip(), QString());
+}
+
+// In a field of 40, the width of shares and amounts, not even the smallest
+// letters have room for twelve characters.
+void tst_FittedEdit::longerNumberShowsItsExponentWithoutFocus()
+{
+    m_edit->setFixedWidth(40);
+    QCoreApplication::processEvents();
+    m_edit->setText("-9.60021e-05");
+    QCOMPARE(m_edit->toolTip(), QString("-9.60021e-05"));
+    const QImage picture = pictureOf(m_edit);
+    const QImage seen = picture.copy(inkOf(picture));
+    QStringList readings;
+    for (const char* front : {"-", "-9", "-9.", "-9.6", "-9.60", "-9.600", "-9.6002"}) {
+        FittedEdit wide;
+        wide.setFixedWidth(400);
+        wide.setFont(m_edit->font());
+        wide.resize(400, m_edit->height());
+        wide.setText(front + QString(QChar(0x2026)) + "e-05");
+        if (inkWithRoom(wide) == seen) {
+            readings.append(wide.text());
+        }
+    }
+    QCOMPARE(readings.size(), 1);
+}
+
+void tst_FittedEdit::longerTextShowsItsBeginningAndItsEndWithoutFocus()
+{
+    const QString path = "/data/" + QString(300, u'x') + "/ref_ni2.dat";
+    m_edit->setFixedWidth(150);
+    QCoreApplication::processEvents();
+    m_edit->setText(path);
+    const QImage seen = pictureOf(m_edit);
+    FittedEdit elided;
+    elided.resize(m_edit->size());
+    elided.setText(QFontMetricsF(m_edit->font()).elidedText(path, Qt::ElideMiddle, 150 - 8));
+    QVERIFY(elided.text().startsWith("/data/"));
+    QVERIFY(elided.text().endsWith("ni2.dat"));
+    QCOMPARE(m_edit->text(), path);
+    QCOMPARE(m_edit->toolTip(), path);
+    QVERIFY(!inkOf(seen).isEmpty());
+    // Not the beginning alone, which is what a line edit shows.
+    QLineEdit cut;
+    cut.setFont(m_edit->font());
+    cut.resize(m_edit->size());
+    cut.setText(path);
+    cut.setCursorPosition(0);
+    QVERIFY(pictureOf(&cut) != seen);
+}
+
+void tst_FittedEdit::longerTextCanBeReadThroughWithFocus()
+{
+    m_edit->setText(QString(100, u'1') + QString(100, u'8'));
+    m_edit->setFocus();
+    QTest::keyClick(m_edit, Qt::Key_Home);
+    const QImage front = pictureOf(m_edit);
+    QTest::keyClick(m_edit, Qt::Key_End);
+    QVERIFY(pictureOf(m_edit) != front);
+}
+
+void tst_FittedEdit::leavingByTabReturnsTheCursorToTheFront()
+{
+    m_edit->setFocus();
+    QTest::keyClicks(m_edit, "-1.2345159e-05");
+    QCOMPARE(m_edit->cursorPosition(), 14);
+    QTest::keyClick(m_edit, Qt::Key_Tab);
+    QVERIFY(m_other->hasFocus());
+    QCOMPARE(m_edit->cursorPosition(), 0);
+}
+
+void tst_FittedEdit::windowInTheBackgroundKeepsTheCursor()
+{
+    m_edit->setFocus();
+    QTest::keyClicks(m_edit, "83");
+    QFocusEvent leave(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(m_edit, &leave);
+    QCOMPARE(m_edit->cursorPosition(), 2);
+}
+
+void tst_FittedEdit::textOnAToldBackgroundIsBlackOnADarkDesktop()
+{
+    const QPalette before = QApplication::palette();
+    QPalette dark(Qt::white, QColor(40, 40, 40), Qt::lightGray, Qt::black, Qt::gray, Qt::white,
+                  Qt::white, QColor(30, 30, 30), QColor(40, 40, 40));
+    m_edit->setStyleSheet(shownOnly);
+    m_edit->setText("8340");
+    QApplication::setPalette(dark);
+    QCoreApplication::processEvents();
+    const QImage picture = pictureOf(m_edit);
+    QApplication::setPalette(before);
+    QCOMPARE(picture.pixelColor(picture.width() - 8, picture.height() / 2), QColor(255, 255, 220));
+    QVERIFY(!inkOf(picture).isEmpty());
+}
+
+void tst_FittedEdit::textWithoutABackgroundHasTheDesktopsColour()
+{
+    const QPalette before = QApplication::palette();
+    QPalette dark(before);
+    dark.setColor(QPalette::Text, QColor(200, 255, 200));
+    QApplication::setPalette(dark);
+    QCoreApplication::processEvents();
+    const QColor text = m_edit->palette().color(QPalette::Text);
+    QApplication::setPalette(before);
+    QCOMPARE(text, QColor(200, 255, 200));
+}
+
+QTEST_MAIN(tst_FittedEdit)
+#include "tst_FittedEdit.moc"

@@ -1,0 +1,114 @@
+// Fields for one number: what a double click selects.
+
+#include "display/NumberEdit.h"
+
+#include <QHBoxLayout>
+#include <QtTest>
+
+#include <memory>
+
+class tst_NumberEdit : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { m_window.reset(); }
+
+    void doubleClickSelectsTheWholeNumber_data();
+    void doubleClickSelectsTheWholeNumber();
+    void typingAfterADoubleClickReplacesTheNumber();
+    void handThatMovesDuringTheDoubleClickKeepsTheSelection();
+    void dragAfterwardsSelectsAPartAgain();
+    void otherTextIsSelectedWordByWord();
+
+private:
+    QPoint place(int character) const;
+
+    std::unique_ptr<QWidget> m_window;
+    NumberEdit* m_edit = nullptr;
+};
+
+void tst_NumberEdit::init()
+{
+    m_window = std::make_unique<QWidget>();
+    auto* layout = new QHBoxLayout(m_window.get());
+    m_edit = new NumberEdit;
+    layout->addWidget(m_edit);
+    m_window->show();
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    m_edit->setText("8340.75");
+}
+
+QPoint tst_NumberEdit::place(int character) const
+{
+    const QFontMetrics metrics(m_edit->font());
+    return {4 + metrics.horizontalAdvance(m_edit->text().left(character)) + 1,
+            m_edit->height() / 2};
+}
+
+void tst_NumberEdit::doubleClickSelectsTheWholeNumber_data()
+{
+    QTest::addColumn<int>("character");
+    QTest::newRow("before the point") << 1;
+    QTest::newRow("behind the point") << 6;
+}
+
+void tst_NumberEdit::doubleClickSelectsTheWholeNumber()
+{
+    QFETCH(int, character);
+    QTest::mouseDClick(m_edit, Qt::LeftButton, {}, place(character));
+    QCOMPARE(m_edit->selectedText(), QString("8340.75"));
+}
+
+void tst_NumberEdit::typingAfterADoubleClickReplacesTheNumber()
+{
+    QTest::mouseDClick(m_edit, Qt::LeftButton, {}, place(1));
+    QTest::keyClicks(m_edit, "8340");
+    QCOMPARE(m_edit->text(), QString("8340"));
+}
+
+void tst_NumberEdit::handThatMovesDuringTheDoubleClickKeepsTheSelection()
+{
+    const QPoint at = place(2);
+    QTest::mouseClick(m_edit, Qt::LeftButton, {}, at);
+    QMouseEvent second(QEvent::MouseButtonDblClick, at, m_edit->mapToGlobal(at), Qt::LeftButton,
+                       Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_edit, &second);
+    const QPoint next = at + QPoint(15, 0);
+    QMouseEvent move(QEvent::MouseMove, next, m_edit->mapToGlobal(next), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_edit, &move);
+    QTest::mouseRelease(m_edit, Qt::LeftButton, {}, next);
+    QCOMPARE(m_edit->selectedText(), QString("8340.75"));
+}
+
+void tst_NumberEdit::dragAfterwardsSelectsAPartAgain()
+{
+    QTest::mouseDClick(m_edit, Qt::LeftButton, {}, place(1));
+    // Long enough after it not to count as a third click.
+    QTest::qWait(QApplication::doubleClickInterval() + 50);
+    m_edit->deselect();
+    QTest::mousePress(m_edit, Qt::LeftButton, {}, place(0));
+    const QPoint end = place(4);
+    QMouseEvent move(QEvent::MouseMove, end, m_edit->mapToGlobal(end), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QCoreApplication::sendEvent(m_edit, &move);
+    QTest::mouseRelease(m_edit, Qt::LeftButton, {}, end);
+    QVERIFY2(QString("8340.75").startsWith(m_edit->selectedText()),
+             qPrintable(m_edit->selectedText()));
+    QVERIFY(m_edit->selectedText().size() > 2 && m_edit->selectedText().size() < 7);
+}
+
+void tst_NumberEdit::otherTextIsSelectedWordByWord()
+{
+    FittedEdit list;
+    list.setText("8250 8320");
+    list.resize(200, 25);
+    QTest::mouseDClick(&list, Qt::LeftButton, {}, QPoint(8, 12));
+    QCOMPARE(list.selectedText().simplified(), QString("8250"));
+}
+
+QTEST_MAIN(tst_NumberEdit)
+#include "tst_NumberEdit.moc"
