@@ -271,6 +271,8 @@ private:
     void wireButtons();
     void wireGraphs();
     void wireMaps();
+    void wireGraphRepaints();
+    void wireMapRepaints();
 
     /// One box of the display choices for each reference row.
     using ReferenceBoxes = std::array<QCheckBox*, 4>;
@@ -315,6 +317,7 @@ private:
     void runMapForm(analysis::Variant variant, MapForm form, const analysis::MapStack& stack);
     void startMapHistograms();
     void startReferenceHistograms();
+    void fitResultView();
 
     bool hasUsableRows(const analysis::CollectedRows& rows, int needed);
     void sayWrongCount(int count, int needed);
@@ -341,6 +344,8 @@ private:
                    ValueAt valueAt) const;
 
     // Reflexes.
+    bool isReflexLong() const;
+    bool isSpectrumWorkLong() const;
     void RefreshRefColumn(int n);
     void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy);
 

@@ -3,13 +3,24 @@
 #include "panel/FourPs.h"
 
 #include "analysis/ReferenceSet.h"
+#include "analysis/WorkEstimate.h"
 #include "data/TextItems.h"
 #include "display/Displays.h"
 #include "display/LineEditText.h"
+#include "display/WaitCursor.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
 
+#include <algorithm>
 #include <memory>
+
+namespace
+{
+
+// From here on a user begins to wonder whether anything happens.
+constexpr double longWorkSeconds = 0.1;
+
+} // namespace
 
 void FourPs::noticedNewEdge(double e)
 {
@@ -19,6 +30,7 @@ void FourPs::noticedNewEdge(double e)
 
 void FourPs::setEdge()
 {
+    const WaitCursor cursor(isReflexLong());
     const double edge = display::numberIn(ui.EdgeE);
     const double preEdgeEnd = edge + display::numberIn(ui.PreEEndDE);
     const double postEdgeStart = edge + display::numberIn(ui.PostEStartDE);
@@ -43,6 +55,7 @@ void FourPs::dispCalcConditions(bool f)
 
 void FourPs::changedSubBGTypeForRef(bool f)
 {
+    const WaitCursor cursor(isReflexLong());
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForRef = f;
     }
@@ -56,6 +69,7 @@ void FourPs::changedSubBGTypeForRef(bool f)
 
 void FourPs::changedSubBGTypeForTarget(bool f)
 {
+    const WaitCursor cursor(isReflexLong());
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForTarget = f;
     }
@@ -103,6 +117,7 @@ void FourPs::receiveNewEnergy(double)
 
 void FourPs::receiveNewFile(QString fname)
 {
+    const WaitCursor cursor;
     const qsizetype index = XafsFiles.indexOf(qobject_cast<AXafsFileSelect*>(sender()));
     if (index >= 0 && index < Refs.RefRows.size()) {
         receiveNewRef(static_cast<int>(index));
@@ -152,6 +167,7 @@ void FourPs::receiveNewTarget(QString)
 
 void FourPs::receiveNewDispFiles(QStringList paths)
 {
+    const WaitCursor cursor;
     for (const QString& path : std::as_const(paths)) {
         auto spectrum = std::make_unique<AMutE>();
         if (!spectrum->readFile(path)) {
@@ -166,6 +182,7 @@ void FourPs::receiveNewDispFiles(QStringList paths)
 
 void FourPs::receiveNewPaths(QStringList paths)
 {
+    const WaitCursor cursor;
     const qsizetype count = qMin(paths.size(), EPoints.size());
     for (qsizetype k = 0; k < count; ++k) {
         EPoints.at(k)->FileSelect->newFile(paths.at(k));
@@ -174,10 +191,34 @@ void FourPs::receiveNewPaths(QStringList paths)
 
 void FourPs::calcBoth()
 {
+    const WaitCursor cursor(isReflexLong());
     SetHistogramRanges();
     calcMap();
     calcTarget();
     lcf();
+}
+
+// The marker of the edge is dragged over this: with little input the pointer
+// must not flicker.
+bool FourPs::isReflexLong() const
+{
+    analysis::Work maps;
+    for (const AEPoint* row : EPoints) {
+        if (row->UseCB->isChecked() && row->loaded) {
+            maps.pixels = std::max(maps.pixels, 1.0 * row->xNum * row->yNum);
+            ++maps.rows;
+        }
+    }
+    return isSpectrumWorkLong() || analysis::secondsOnASlowMachine(maps) >= longWorkSeconds;
+}
+
+bool FourPs::isSpectrumWorkLong() const
+{
+    analysis::Work spectra;
+    for (const AMutE* spectrum : QList<AMutE*>(XafsFiles.cbegin(), XafsFiles.cend()) + DispMuts) {
+        spectra.points += static_cast<double>(spectrum->points.size());
+    }
+    return analysis::secondsOnASlowMachine(spectra) >= longWorkSeconds;
 }
 
 void FourPs::newMultiEnergys()
