@@ -153,7 +153,6 @@ void FourPs::wireGraphRepaints()
     repaintOn(spectra, ui.EdgeE, ui.PreEEndDE, ui.PostEStartDE);
     repaintOn(valenceCounts, ui.HgAFrom, ui.HgATo);
     repaintOn(thicknessCounts, ui.HgTFrom, ui.HgTTo);
-    repaintOn(thickness, ui.HgAFrom, ui.HgATo, ui.HgTFrom, ui.HgTTo);
     for (const AEPoint* row : std::as_const(EPoints)) {
         repaintOn(spectra, row->Energy, row->UseCB, row->LCFCB);
         repaintOn(plane, row->Mut1, row->Mut2, row->Mut3, row->Mut4, row->UseCB, row->VPointCB);
@@ -165,7 +164,9 @@ void FourPs::wireGraphRepaints()
         repaintOn(thickness, row->UseCB, row->Valence);
         repaintOn(plane, row->UseCB);
     }
-    // It is drawn in the colour that a release in the comparison moves on.
+    // It takes the limits of the histograms for its range alone, which it keeps
+    // from its first paint on, and it is drawn in the colour that a release in the
+    // comparison moves on.
     connect(comparison, &DispABase::mReleased, thickness, &DispABase::update);
 }
 
