@@ -12,11 +12,13 @@ namespace
 constexpr double secondsPerValue = 250e-9;
 constexpr double secondsPerPoint = 5e-6;
 
+constexpr double longSeconds = 0.1;
+
 } // namespace
 
-double secondsOnASlowMachine(const Work& work)
+bool mayTakeLong(const Work& work)
 {
-    return work.pixels * work.rows * secondsPerValue + work.points * secondsPerPoint;
+    return work.pixels * work.rows * secondsPerValue + work.points * secondsPerPoint >= longSeconds;
 }
 
 } // namespace analysis

@@ -11,8 +11,9 @@ struct Work {
     double points = 0.0; ///< of all spectra together
 };
 
-/// Seconds that a calculation with all its consequences may take on a slow
-/// machine; deliberately a high estimate. 0 without input.
-double secondsOnASlowMachine(const Work& work);
+/// Whether a calculation with all its consequences may take a tenth of a second
+/// on a slow machine, from where on a user begins to wonder whether anything
+/// happens. Says yes rather too early than too late; no without input.
+bool mayTakeLong(const Work& work);
 
 } // namespace analysis

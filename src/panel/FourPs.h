@@ -32,6 +32,7 @@ struct MethodRadios;
 struct NeqInputs;
 class ReferenceSet;
 enum class Variant;
+struct Work;
 } // namespace analysis
 
 /// One run of the linear combination fit beside the target's result at that
@@ -344,8 +345,9 @@ private:
                    ValueAt valueAt) const;
 
     // Reflexes.
-    bool isReflexLong() const;
+    analysis::Work spectrumWork() const;
     bool isSpectrumWorkLong() const;
+    bool isReflexLong() const;
     void RefreshRefColumn(int n);
     void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy);
 

@@ -14,14 +14,6 @@
 #include <algorithm>
 #include <memory>
 
-namespace
-{
-
-// From here on a user begins to wonder whether anything happens.
-constexpr double longWorkSeconds = 0.1;
-
-} // namespace
-
 void FourPs::noticedNewEdge(double e)
 {
     display::showNumber(ui.EdgeE, e);
@@ -198,27 +190,30 @@ void FourPs::calcBoth()
     lcf();
 }
 
-// The marker of the edge is dragged over this: with little input the pointer
-// must not flicker.
-bool FourPs::isReflexLong() const
+analysis::Work FourPs::spectrumWork() const
 {
-    analysis::Work maps;
-    for (const AEPoint* row : EPoints) {
-        if (row->UseCB->isChecked() && row->loaded) {
-            maps.pixels = std::max(maps.pixels, 1.0 * row->xNum * row->yNum);
-            ++maps.rows;
-        }
+    analysis::Work work;
+    for (const AMutE* spectrum : QList<AMutE*>(XafsFiles.cbegin(), XafsFiles.cend()) + DispMuts) {
+        work.points += static_cast<double>(spectrum->points.size());
     }
-    return isSpectrumWorkLong() || analysis::secondsOnASlowMachine(maps) >= longWorkSeconds;
+    return work;
 }
 
 bool FourPs::isSpectrumWorkLong() const
 {
-    analysis::Work spectra;
-    for (const AMutE* spectrum : QList<AMutE*>(XafsFiles.cbegin(), XafsFiles.cend()) + DispMuts) {
-        spectra.points += static_cast<double>(spectrum->points.size());
+    return analysis::mayTakeLong(spectrumWork());
+}
+
+bool FourPs::isReflexLong() const
+{
+    analysis::Work work = spectrumWork();
+    for (const AEPoint* row : EPoints) {
+        if (row->UseCB->isChecked() && row->loaded) {
+            work.pixels = std::max(work.pixels, 1.0 * row->xNum * row->yNum);
+            ++work.rows;
+        }
     }
-    return analysis::secondsOnASlowMachine(spectra) >= longWorkSeconds;
+    return analysis::mayTakeLong(work);
 }
 
 void FourPs::newMultiEnergys()

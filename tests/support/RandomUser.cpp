@@ -5,14 +5,12 @@
 #include "display/MarkLines.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
+#include "support/DropInput.h"
 #include "support/MouseInput.h"
 #include "support/SpectrumText.h"
 #include "support/TestFiles.h"
 
-#include <QDropEvent>
-#include <QMimeData>
 #include <QTest>
-#include <QUrl>
 
 namespace tests
 {
@@ -245,10 +243,7 @@ QString RandomUser::drop()
     const bool ofASpectrum = upTo(2) == 0;
     AFileSelect* row = ofASpectrum ? oneOf(m_panel.XafsFiles) : oneOf(m_panel.EPoints)->FileSelect;
     const QString path = oneOf((ofASpectrum ? m_spectra : m_maps) + m_noFiles.first(3));
-    QMimeData mime;
-    mime.setUrls({QUrl::fromLocalFile(path)});
-    QDropEvent event(QPointF(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(row, &event);
+    dropFile(row, path);
     return path;
 }
 
