@@ -164,10 +164,14 @@ void FourPs::wireGraphRepaints()
         repaintOn(thickness, row->UseCB, row->Valence);
         repaintOn(plane, row->UseCB);
     }
-    // It takes the limits of the histograms for its range alone, which it keeps
-    // from its first paint on, and it is drawn in the colour that a release in the
-    // comparison moves on.
-    connect(comparison, &DispABase::mReleased, thickness, &DispABase::update);
+    // Only its range comes from the limits of the histograms, and stays from its
+    // first paint on. Its colour is the one that a release in the comparison moves
+    // on; without a result it is blank.
+    connect(comparison, &DispABase::mReleased, thickness, [this, thickness] {
+        if (hasResult()) {
+            thickness->update();
+        }
+    });
 }
 
 void FourPs::wireMapRepaints()
