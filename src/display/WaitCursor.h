@@ -2,7 +2,7 @@
 #pragma once
 
 /// Shows the wait cursor over all windows of the program from construction to
-/// destruction, on whatever way the scope is left. Guards may be nested: the
+/// destruction, however the scope is left. Guards may be nested: the
 /// outermost one alone sets the cursor and takes it away again.
 ///
 /// No events are processed. GUI thread only.

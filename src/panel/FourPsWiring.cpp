@@ -167,7 +167,7 @@ void FourPs::wireGraphRepaints()
     // Only its range comes from the limits of the histograms, and stays from its
     // first paint on. Its colour is the one that a release in the comparison moves
     // on; without a result it is blank.
-    connect(comparison, &DispABase::mReleased, thickness, [this, thickness] {
+    connect(comparison, &DispABase::mReleased, this, [this, thickness] {
         if (hasResult()) {
             thickness->update();
         }

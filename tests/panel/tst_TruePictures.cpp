@@ -315,6 +315,12 @@ void tst_TruePictures::mutFieldsMoveThePointsOfThePlane()
     COMPARE_CHANGED([&] { row(1)->Mut1->setText(QStringLiteral("0.3")); }, {"M2/M3"});
     COMPARE_CHANGED([&] { row(1)->VPointCB->setChecked(true); }, {"M2/M3"});
     COMPARE_CHANGED([&] { row(1)->UseCB->setChecked(false); }, ({"Muts", "M2/M3"}));
+    const PaintCounter paints(surface(Displays::DM2M3));
+    arrive();
+    const int before = paints.count();
+    m_panel->Disps->update();
+    arrive();
+    QCOMPARE(paints.count(), before + 1);
 }
 
 void tst_TruePictures::poppedOutPicturesAreTrueToo()
