@@ -6,10 +6,12 @@
 #include "analysis/NumberText.h"
 #include "analysis/ReferenceSet.h"
 #include "display/Displays.h"
+#include "display/WaitCursor.h"
 #include "rows/AXafsFileSelect.h"
 
 void FourPs::lcf()
 {
+    const WaitCursor cursor(isSpectrumWorkLong());
     const analysis::FitRange range = analysis::fitRange(pointStates());
     if (!range.isSelected()) {
         message(tr("Energy Range is not selected, which should by selected by CB of TR."));

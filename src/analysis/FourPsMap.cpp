@@ -8,13 +8,17 @@
 #include "display/DispMBase.h"
 #include "display/Displays.h"
 #include "display/Histgram.h"
+#include "display/WaitCursor.h"
 #include "rows/AEPoint.h"
+
+#include <utility>
 
 using analysis::MapStack;
 using analysis::Variant;
 
 void FourPs::calcMap()
 {
+    const WaitCursor cursor(isReflexLong());
     const QList<analysis::PointState> points = pointStates();
     const analysis::Selection selection = analysis::selectedMapRows(points);
     const analysis::MethodRadios radios = methodRadios();
@@ -95,12 +99,28 @@ void FourPs::map4psLS(const analysis::CollectedRows& rows, const analysis::Refer
 
 void FourPs::runMapForm(Variant variant, MapForm form, const MapStack& stack)
 {
+    const std::pair sizeBefore(BaseData.xNum, BaseData.yNum);
     m_latestMap.run(
         analysis::inputsOf(variant, stack), BaseData, {HistV, HistT},
         [this] { startMapHistograms(); }, [&] { form(stack, BaseData, *HistV, *HistT); });
+    // These methods know no shares of single references, and what the latest
+    // non-equivalent run counted is not of this result.
+    startReferenceHistograms();
+    if (std::pair(BaseData.xNum, BaseData.yNum) != sizeBefore) {
+        fitResultView();
+    }
     Disps->update();
-    // The view and the limits stay; the picture must not be the one before.
+    // The limits stay, and so does the view of a map of the same size.
     MapDisp->update();
+}
+
+// Not by clearScale(), after which the next paint would set limits of its own
+// over those that the user chose. Without a scale that paint fits the view.
+void FourPs::fitResultView()
+{
+    if (MapDisp->DispA->hasScale && BaseData.xNum > 0 && BaseData.yNum > 0) {
+        MapDisp->DispA->cc.setReal(0.0, 0.0, BaseData.xNum, BaseData.yNum);
+    }
 }
 
 void FourPs::startMapHistograms()

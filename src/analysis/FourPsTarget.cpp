@@ -5,6 +5,7 @@
 #include "analysis/CalculationChoice.h"
 #include "analysis/FourPointForms.h"
 #include "analysis/ReferenceSet.h"
+#include "display/WaitCursor.h"
 #include "rows/AXafsFileSelect.h"
 
 using analysis::CollectedRows;
@@ -14,6 +15,7 @@ using analysis::Variant;
 
 void FourPs::calcTarget()
 {
+    const WaitCursor cursor(isSpectrumWorkLong());
     const QList<PointState> points = pointStates();
     const analysis::Selection selection = analysis::selectedRows(points);
     if (selection.vRow < 0) {

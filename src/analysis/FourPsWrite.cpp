@@ -6,6 +6,7 @@
 #include "analysis/ResultText.h"
 #include "data/FileAccess.h"
 #include "display/Histgram.h"
+#include "display/WaitCursor.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -29,12 +30,14 @@ void prepareOverwriteQuestion(const QFileInfo& target)
 
 void FourPs::calcAndWrite()
 {
+    const WaitCursor cursor;
     calcMap();
     write();
 }
 
 void FourPs::write()
 {
+    const WaitCursor cursor;
     const QString path = ui.SaveFSelect->fileText();
     if (const QFileInfo target(path); target.exists()) {
         prepareOverwriteQuestion(target);

@@ -94,6 +94,10 @@ void Displays::update()
     // That reaches the docked ones; asking each of them too would paint twice.
     QFrame::update();
     for (DispABase* d : std::as_const(disps)) {
-        d->updatePoppedOut();
+        if (d->parent()) {
+            d->updatePoppedOut();
+        } else {
+            d->update(); // a window of its own
+        }
     }
 }

@@ -32,6 +32,7 @@ struct MethodRadios;
 struct NeqInputs;
 class ReferenceSet;
 enum class Variant;
+struct Work;
 } // namespace analysis
 
 /// One run of the linear combination fit beside the target's result at that
@@ -272,6 +273,8 @@ private:
     void wireButtons();
     void wireGraphs();
     void wireMaps();
+    void wireGraphRepaints();
+    void wireMapRepaints();
 
     /// One box of the display choices for each reference row.
     using ReferenceBoxes = std::array<QCheckBox*, 4>;
@@ -316,6 +319,7 @@ private:
     void runMapForm(analysis::Variant variant, MapForm form, const analysis::MapStack& stack);
     void startMapHistograms();
     void startReferenceHistograms();
+    void fitResultView();
 
     bool hasUsableRows(const analysis::CollectedRows& rows, int needed);
     void sayWrongCount(int count, int needed);
@@ -342,6 +346,9 @@ private:
                    ValueAt valueAt) const;
 
     // Reflexes.
+    analysis::Work spectrumWork() const;
+    bool isSpectrumWorkLong() const;
+    bool isReflexLong() const;
     void RefreshRefColumn(int n);
     void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy);
 

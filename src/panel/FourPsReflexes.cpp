@@ -3,12 +3,15 @@
 #include "panel/FourPs.h"
 
 #include "analysis/ReferenceSet.h"
+#include "analysis/WorkEstimate.h"
 #include "data/TextItems.h"
 #include "display/Displays.h"
 #include "display/LineEditText.h"
+#include "display/WaitCursor.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
 
+#include <algorithm>
 #include <memory>
 
 void FourPs::noticedNewEdge(double e)
@@ -19,6 +22,7 @@ void FourPs::noticedNewEdge(double e)
 
 void FourPs::setEdge()
 {
+    const WaitCursor cursor(isReflexLong());
     const double edge = display::numberIn(ui.EdgeE);
     const double preEdgeEnd = edge + display::numberIn(ui.PreEEndDE);
     const double postEdgeStart = edge + display::numberIn(ui.PostEStartDE);
@@ -43,6 +47,7 @@ void FourPs::dispCalcConditions(bool f)
 
 void FourPs::changedSubBGTypeForRef(bool f)
 {
+    const WaitCursor cursor(isReflexLong());
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForRef = f;
     }
@@ -56,6 +61,7 @@ void FourPs::changedSubBGTypeForRef(bool f)
 
 void FourPs::changedSubBGTypeForTarget(bool f)
 {
+    const WaitCursor cursor(isReflexLong());
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForTarget = f;
     }
@@ -103,6 +109,7 @@ void FourPs::receiveNewEnergy(double)
 
 void FourPs::receiveNewFile(QString fname)
 {
+    const WaitCursor cursor;
     const qsizetype index = XafsFiles.indexOf(qobject_cast<AXafsFileSelect*>(sender()));
     if (index >= 0 && index < Refs.RefRows.size()) {
         receiveNewRef(static_cast<int>(index));
@@ -152,6 +159,7 @@ void FourPs::receiveNewTarget(QString)
 
 void FourPs::receiveNewDispFiles(QStringList paths)
 {
+    const WaitCursor cursor;
     for (const QString& path : std::as_const(paths)) {
         auto spectrum = std::make_unique<AMutE>();
         if (!spectrum->readFile(path)) {
@@ -166,6 +174,7 @@ void FourPs::receiveNewDispFiles(QStringList paths)
 
 void FourPs::receiveNewPaths(QStringList paths)
 {
+    const WaitCursor cursor;
     const qsizetype count = qMin(paths.size(), EPoints.size());
     for (qsizetype k = 0; k < count; ++k) {
         EPoints.at(k)->FileSelect->newFile(paths.at(k));
@@ -174,10 +183,37 @@ void FourPs::receiveNewPaths(QStringList paths)
 
 void FourPs::calcBoth()
 {
+    const WaitCursor cursor(isReflexLong());
     SetHistogramRanges();
     calcMap();
     calcTarget();
     lcf();
+}
+
+analysis::Work FourPs::spectrumWork() const
+{
+    analysis::Work work;
+    for (const AMutE* spectrum : QList<AMutE*>(XafsFiles.cbegin(), XafsFiles.cend()) + DispMuts) {
+        work.points += static_cast<double>(spectrum->points.size());
+    }
+    return work;
+}
+
+bool FourPs::isSpectrumWorkLong() const
+{
+    return analysis::mayTakeLong(spectrumWork());
+}
+
+bool FourPs::isReflexLong() const
+{
+    analysis::Work work = spectrumWork();
+    for (const AEPoint* row : EPoints) {
+        if (row->UseCB->isChecked() && row->loaded) {
+            work.pixels = std::max(work.pixels, 1.0 * row->xNum * row->yNum);
+            ++work.rows;
+        }
+    }
+    return analysis::mayTakeLong(work);
 }
 
 void FourPs::newMultiEnergys()

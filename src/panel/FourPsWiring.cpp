@@ -22,6 +22,8 @@ void FourPs::wire()
     wireButtons();
     wireGraphs();
     wireMaps();
+    wireGraphRepaints();
+    wireMapRepaints();
 }
 
 void FourPs::wireReferences()
@@ -108,6 +110,81 @@ void FourPs::wireMaps()
     connect(ui.MapWGrid, &QCheckBox::toggled, this, &FourPs::updateMaps);
     connect(m_mapRadioGroup, &QButtonGroup::buttonToggled, this, &FourPs::selectedNewMap);
     connect(m_mapRowGroup, &QButtonGroup::buttonToggled, this, &FourPs::updateDMap);
+}
+
+// Drawings read fields and buttons as they are at the paint. Each picture
+// therefore follows those that it reads, whether or not a calculation runs after
+// a change, or refuses; no calculation starts here. It follows no others, since
+// the picture of a large map takes its time.
+
+namespace
+{
+
+template <class Picture>
+void follow(Picture* picture, const QLineEdit* edit)
+{
+    QObject::connect(edit, &QLineEdit::textChanged, picture, &Picture::update);
+}
+
+template <class Picture>
+void follow(Picture* picture, const QAbstractButton* button)
+{
+    QObject::connect(button, &QAbstractButton::toggled, picture, &Picture::update);
+}
+
+template <class Picture, class... Inputs>
+void repaintOn(Picture* picture, const Inputs*... inputs)
+{
+    (follow(picture, inputs), ...);
+}
+
+} // namespace
+
+// All plots follow the buttons of "Disp Select" and of the normalisation, and
+// what is read from spectrum files; see above.
+void FourPs::wireGraphRepaints()
+{
+    DispABase* spectra = Disps->frame(Displays::DMuts);
+    DispABase* comparison = Disps->frame(Displays::DLCFvs4PS);
+    DispABase* valenceCounts = Disps->frame(Displays::DHistA);
+    DispABase* thicknessCounts = Disps->frame(Displays::DHistDMut);
+    DispABase* thickness = Disps->frame(Displays::DDMutVsA);
+    DispABase* plane = Disps->frame(Displays::DM2M3);
+    repaintOn(spectra, ui.EdgeE, ui.PreEEndDE, ui.PostEStartDE);
+    repaintOn(valenceCounts, ui.HgAFrom, ui.HgATo);
+    repaintOn(thicknessCounts, ui.HgTFrom, ui.HgTTo);
+    for (const AEPoint* row : std::as_const(EPoints)) {
+        repaintOn(spectra, row->Energy, row->UseCB, row->LCFCB);
+        repaintOn(plane, row->Mut1, row->Mut2, row->Mut3, row->Mut4, row->UseCB, row->VPointCB);
+    }
+    for (const ARefFile* row : std::as_const(Refs.RefRows)) {
+        repaintOn(comparison, row->UseCB, row->Valence);
+        repaintOn(valenceCounts, row->UseCB);
+        repaintOn(thicknessCounts, row->UseCB);
+        repaintOn(thickness, row->UseCB, row->Valence);
+        repaintOn(plane, row->UseCB);
+    }
+    // Only its range comes from the limits of the histograms, and stays from its
+    // first paint on. Its colour is the one that a release in the comparison moves
+    // on; without a result it is blank.
+    connect(comparison, &DispABase::mReleased, this, [this, thickness] {
+        if (hasResult()) {
+            thickness->update();
+        }
+    });
+}
+
+void FourPs::wireMapRepaints()
+{
+    for (const ARefFile* row : std::as_const(Refs.RefRows)) {
+        // The valence of a pixel follows from the valid references in use.
+        repaintOn(MapDisp, row->UseCB, row->Valence);
+        connect(row->XafsFS, &AFileSelect::newFilePath, MapDisp, &DispMBase::update);
+    }
+    for (const AEPoint* row : std::as_const(EPoints)) {
+        // A read that failed has left the row without a map.
+        connect(row->FileSelect, &AFileSelect::newFilePath, DMapDisp, &DispMBase::update);
+    }
 }
 
 namespace

@@ -4,6 +4,7 @@
 #include "data/MapTextReader.h"
 #include "data/TDData0.h"
 #include "display/LineEditText.h"
+#include "display/WaitCursor.h"
 
 #include <QFile>
 
@@ -42,6 +43,7 @@ void AEPoint::energyAndMuts(int i, int j, double* e, double* mi, double* mj) con
 
 void AEPoint::loadData(QString path)
 {
+    const WaitCursor cursor;
     if (TDData0::isTDData0File(path)) {
         load2dProcData(path);
         return;
@@ -64,6 +66,7 @@ void AEPoint::loadData(QString path)
 
 void AEPoint::load2dProcData(QString path)
 {
+    const WaitCursor cursor;
     TDData0 map(0, 0);
     // A failed load is a map of 0 by 0, and loaded all the same.
     map.load(path);

@@ -2,6 +2,7 @@
 
 #include "display/DispABase.h"
 #include "display/LineEditText.h"
+#include "display/WaitCursor.h"
 
 #include <QDebug>
 
@@ -34,6 +35,7 @@ bool AXafsFileSelect::MutAt(double E, double* out) const
 
 void AXafsFileSelect::newFile(QString path)
 {
+    const WaitCursor cursor;
     if (frame) {
         frame->clearScale();
     }

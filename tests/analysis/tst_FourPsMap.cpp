@@ -37,6 +37,27 @@ bool countedApart(const FourPs& panel)
     return panel.HistV->bins == middle && panel.HistT->bins == middle;
 }
 
+// What a non-equivalent run would leave.
+void countForReferences(FourPs& panel)
+{
+    for (Histgram* histogram : panel.HistRatio + panel.HistDMut) {
+        histogram->start(-1.0, 2.0, 51);
+        histogram->add(0.5);
+        histogram->add(-7.0);
+        histogram->add(7.0);
+    }
+}
+
+// Whether a histogram of a reference is one that the panel's main one was when
+// its run began.
+bool isStartedLike(const Histgram* histogram, const Histgram* main)
+{
+    return histogram->minV == main->minV && histogram->maxV == main->maxV &&
+           histogram->step == main->step && histogram->boxes == main->boxes &&
+           histogram->bins == QList<int>(main->boxes, 0) && histogram->total == 0 &&
+           histogram->under == 0 && histogram->over == 0;
+}
+
 bool near(double value, double expected)
 {
     return std::abs(value - expected) < 1e-12;
@@ -57,6 +78,8 @@ private Q_SLOTS:
     void valenceHalfABinUnderFromFallsIntoTheFirstBin();
     void limitsAreReadAtTheStartOfEachRun();
     void targetNeedNotBeValid();
+    void histogramsOfReferencesHoldNothing_data();
+    void histogramsOfReferencesHoldNothing();
 
     void vPointIsAskedForWithoutAPeriod();
     void nonEquivalentMethodNeedsNoVPoint();
@@ -73,6 +96,7 @@ private Q_SLOTS:
     void loneSecondReferenceIsCountedThenNamedOne();
     void twoVRowsThatLeaveTooFewOthersAreRefused();
     void refusalLeavesResultAndHistograms();
+    void refusalLeavesTheHistogramsOfReferences();
 
     void vRowWithoutMapGivesAnEmptyResult();
     void usedRowWithoutMapEntersWithMinusOnePixels();
@@ -188,6 +212,46 @@ void tst_FourPsMap::targetNeedNotBeValid()
     panel.calcMap();
     QVERIFY(messages(panel).isEmpty());
     QCOMPARE(panel.BaseData.rows.size(), 1);
+}
+
+void tst_FourPsMap::histogramsOfReferencesHoldNothing_data()
+{
+    QTest::addColumn<int>("maps");
+    QTest::addColumn<bool>("exact");
+    QTest::addColumn<bool>("repeated");
+    for (const bool repeated : {false, true}) {
+        const char* times = repeated ? "repeated" : "first";
+        QTest::addRow("three points, %s", times) << 3 << false << repeated;
+        QTest::addRow("exact four points, %s", times) << 4 << true << repeated;
+        QTest::addRow("least square, %s", times) << 4 << false << repeated;
+    }
+}
+
+// A repeated run is skipped, since it would give the same result.
+void tst_FourPsMap::histogramsOfReferencesHoldNothing()
+{
+    QFETCH(int, maps);
+    QFETCH(bool, exact);
+    QFETCH(bool, repeated);
+    FourPs panel;
+    if (maps == 3) {
+        prepareThreePointMaps(panel);
+    } else {
+        prepareFourPointMaps(panel);
+    }
+    panel.ui.TypeTMKisExact->setChecked(exact);
+    separateHistograms(panel);
+    if (repeated) {
+        panel.calcMap();
+    }
+    countForReferences(panel);
+    panel.calcMap();
+    QVERIFY(messages(panel).isEmpty());
+    for (int i = 0; i < 4; ++i) {
+        QVERIFY(isStartedLike(panel.HistRatio.at(i), panel.HistV));
+        QVERIFY(isStartedLike(panel.HistDMut.at(i), panel.HistT));
+    }
+    QVERIFY(countedApart(panel));
 }
 
 void tst_FourPsMap::vPointIsAskedForWithoutAPeriod()
@@ -360,6 +424,26 @@ void tst_FourPsMap::refusalLeavesResultAndHistograms()
     panel.calcMap(); // exact, with two rows beside two V rows
     QCOMPARE(messages(panel).last(), wrongCount.arg(3).arg(4));
     QCOMPARE(panel.HistV->bins, bins);
+}
+
+void tst_FourPsMap::refusalLeavesTheHistogramsOfReferences()
+{
+    FourPs panel;
+    prepareThreePointMaps(panel);
+    countForReferences(panel);
+    useReferences(panel, {0});
+    panel.calcMap();
+    useReferences(panel, {0, 1});
+    useRows(panel, {0, 2});
+    panel.calcMap();
+    panel.EPoints.at(2)->VPointCB->setChecked(false);
+    panel.calcMap();
+    for (const Histgram* histogram : panel.HistRatio + panel.HistDMut) {
+        QCOMPARE(histogram->boxes, 51);
+        QCOMPARE(histogram->total, 1);
+        QCOMPARE(histogram->under, 1);
+        QCOMPARE(histogram->over, 1);
+    }
 }
 
 void tst_FourPsMap::vRowWithoutMapGivesAnEmptyResult()

@@ -302,7 +302,7 @@ private Q_SLOTS:
     void histogramsCountValenceTotalSharesAndAmounts();
     void allHistogramsStartAfresh();
     void pixelOfZeroesIsKeptAndCountedBelow();
-    void fourPointsRunLeavesTheHistogramsOfTheReferences();
+    void fourPointsRunEmptiesTheHistogramsOfTheReferences();
     void mapBoundFollowsTheReferences_data();
     void mapBoundFollowsTheReferences();
     void mapRunsAtItsBound_data();
@@ -1169,7 +1169,7 @@ void tst_FourPsNonEquivalent::pixelOfZeroesIsKeptAndCountedBelow()
     QVERIFY(near(scaledValues(panel, 1), quarterValues));
 }
 
-void tst_FourPsNonEquivalent::fourPointsRunLeavesTheHistogramsOfTheReferences()
+void tst_FourPsNonEquivalent::fourPointsRunEmptiesTheHistogramsOfTheReferences()
 {
     FourPs panel;
     prepareMap(panel, {quarter});
@@ -1181,6 +1181,12 @@ void tst_FourPsNonEquivalent::fourPointsRunLeavesTheHistogramsOfTheReferences()
     QVERIFY(!panel.BaseData.extended);
     QCOMPARE(panel.BaseData.rows.size(), 2);
     QVERIFY(panel.BaseData.rows.at(0).values.isEmpty());
+    for (const Histgram* histogram : panel.HistRatio + panel.HistDMut) {
+        QVERIFY(isEmpty(histogram));
+    }
+    chooseQuietly(panel.ui.TypeNonEquiv);
+    setPixels(panel, {quarter});
+    panel.calcMap();
     QCOMPARE(hits(panel.HistRatio.at(1)), QList<int>{1});
     QCOMPARE(hits(panel.HistDMut.at(1)), QList<int>{3});
 }

@@ -1161,7 +1161,8 @@ class Panel:
                 raise Refused(None)
             return self._non_equivalent_map()
         rows, v, run = self.solver(self.form_of(n))
-        self._start_histograms([self.hist_v], [self.hist_t])
+        # A run of this family counts nothing for a single reference.
+        self._start_histograms([self.hist_v, *self.hist_ratio], [self.hist_t, *self.hist_dmut])
         base_row = self.maps[v]
         self.base.clear()
         self.base.x_num, self.base.y_num = base_row.x_num, base_row.y_num

@@ -140,6 +140,7 @@ private Q_SLOTS:
     void stepRepaintsTheGraphs();
     void stepRepaintsNothing_data();
     void stepRepaintsNothing();
+    void textInTheEdgeFieldMovesTheLinesOfItsPlotAlone();
     void mapWithoutRowsRepaintsTheGraphs();
     void displayFilesRepaintTheGraphs();
     void chosenDisplayFileRepaintsTheGraphs();
@@ -985,8 +986,6 @@ void tst_FourPsGraphs::stepRepaintsNothing_data()
     add("an invalid reference", [](FourPs& panel) { panel.receiveNewRef(3); });
     add("another colour", [](FourPs& panel) { panel.newColorLCFvs4PS(nullptr); });
     add("no file to remove", [](FourPs& panel) { panel.ui.RemoveAFile->click(); });
-    add("text in the edge field before it is left",
-        [](FourPs& panel) { panel.ui.EdgeE->setText("8355"); });
     add("the energy of a stranger", [](FourPs& panel) { panel.receiveNewEnergy(8313.0); });
 }
 
@@ -996,6 +995,18 @@ void tst_FourPsGraphs::stepRepaintsNothing()
     SurfacePaints paints(*m_panel->Disps);
     step(*m_panel);
     QCOMPARE(paints.counts(), inTheGrid(0));
+}
+
+// Before it is left, and so before the spectra take the edge.
+void tst_FourPsGraphs::textInTheEdgeFieldMovesTheLinesOfItsPlotAlone()
+{
+    SurfacePaints paints(*m_panel->Disps);
+    const double edge = m_panel->XafsFiles.at(0)->edgeEnergy;
+    m_panel->ui.EdgeE->setText("8355");
+    QList<int> wanted = inTheGrid(0);
+    wanted[Displays::DMuts] = 1;
+    QCOMPARE(paints.counts(), wanted);
+    QCOMPARE(m_panel->XafsFiles.at(0)->edgeEnergy, edge);
 }
 
 void tst_FourPsGraphs::mapWithoutRowsRepaintsTheGraphs()

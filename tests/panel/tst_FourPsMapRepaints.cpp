@@ -120,6 +120,12 @@ private Q_SLOTS:
     void fourPointsRunKeepsViewAndLimits();
     void repeatedFourPointsRunKeepsViewAndLimits();
     void firstFourPointsRunFitsTheView();
+    void resultOfAnotherSizeFitsTheViewAndKeepsTheLimits_data();
+    void resultOfAnotherSizeFitsTheViewAndKeepsTheLimits();
+    void sizeChangedWhileTheWindowWasClosedFitsTheView();
+    void resultOfAnotherSizeTakesItsLimitsInAWindowNeverShown();
+    void resultWithoutASizeKeepsTheViewUntilTheNext();
+    void limitsTypedBeforeAnotherSizeStay();
     void runsLeaveTheDataMap();
 
     void paintThatSetsLimitsIsTheOnlyOne_data();
@@ -493,7 +499,7 @@ void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits()
     QFETCH(bool, out);
     // a = 1/2 in the one pixel.
     prepareThreePointMaps(*m_panel);
-    setQuantity(*m_panel, ratio1, 2, 1, {0.2, 0.3});
+    setQuantity(*m_panel, ratio1, 1, 1, {0.2});
     QVERIFY(showBoth(out));
     picture(result());
     result()->DispA->cc.setReal(-0.5, -0.25, 1.5, 2.75);
@@ -535,6 +541,99 @@ void tst_FourPsMapRepaints::firstFourPointsRunFitsTheView()
     QCOMPARE(viewOf(result()), QList<double>({0.0, 0.0, 1.0, 1.0}));
     QVERIFY(result()->DispA->hasScale);
     QCOMPARE(picture(result()), plainPicture(result(), {1, 1, {0.5}, -0.1, 1.1}));
+}
+
+void tst_FourPsMapRepaints::resultOfAnotherSizeFitsTheViewAndKeepsTheLimits_data()
+{
+    gridBoxRepaintsBothWindows_data();
+}
+
+void tst_FourPsMapRepaints::resultOfAnotherSizeFitsTheViewAndKeepsTheLimits()
+{
+    QFETCH(bool, out);
+    prepareThreePointMaps(*m_panel);
+    setQuantity(*m_panel, ratio1, 3, 2, {0.2, 0.3, 0.4, 0.5, 0.6, 0.7});
+    QVERIFY(showBoth(out));
+    picture(result());
+    move(result()->DispA, {30.0, 40.0});
+    turnWheel(result()->DispA, {30.0, 40.0}, {0, 120});
+    result()->setZRange(0.25, 0.75);
+    const WindowPaints paints(*m_panel);
+    m_panel->ui.CalcMapB->click();
+    QCOMPARE(paints.counts(), QList<int>({1, 0}));
+    QVERIFY(result()->DispA->hasScale);
+    QCOMPARE(viewOf(result()), QList<double>({0.0, 0.0, 1.0, 1.0}));
+    QCOMPARE(picture(result()), plainPicture(result(), {1, 1, {0.5}, 0.25, 0.75}));
+    QCOMPARE(limitTexts(result()), QStringList({"0.25", "0.75"}));
+    QCOMPARE(barLimits(result()), QList<double>({0.25, 0.75}));
+}
+
+void tst_FourPsMapRepaints::sizeChangedWhileTheWindowWasClosedFitsTheView()
+{
+    prepareThreePointMaps(*m_panel);
+    m_panel->calcMap();
+    mapRadio(*m_panel, ratio1)->setChecked(true);
+    QVERIFY(showBoth(false));
+    picture(result());
+    result()->DispA->cc.setReal(-0.5, -0.25, 1.5, 2.75);
+    result()->setZRange(0.25, 0.75);
+    result()->close();
+    setMap(*m_panel, 0, {1, 1});
+    setMap(*m_panel, 1, {5, 5});
+    setMap(*m_panel, 2, {3, 3});
+    m_panel->calcMap();
+    QVERIFY(showWindow(result()));
+    QCOMPARE(viewOf(result()), QList<double>({0.0, 0.0, 2.0, 1.0}));
+    QCOMPARE(picture(result()), plainPicture(result(), {2, 1, {0.5, 0.5}, 0.25, 0.75}));
+}
+
+void tst_FourPsMapRepaints::resultOfAnotherSizeTakesItsLimitsInAWindowNeverShown()
+{
+    prepareThreePointMaps(*m_panel);
+    m_panel->calcMap();
+    setMap(*m_panel, 2, {3, 3});
+    mapRadio(*m_panel, ratio1)->setChecked(true);
+    m_panel->calcMap();
+    QVERIFY(!result()->DispA->hasScale);
+    QVERIFY(showWindow(result()));
+    picture(result());
+    QCOMPARE(viewOf(result()), QList<double>({0.0, 0.0, 2.0, 1.0}));
+    QCOMPARE(limitTexts(result()), QStringList({"-0.1", "1.1"}));
+}
+
+void tst_FourPsMapRepaints::resultWithoutASizeKeepsTheViewUntilTheNext()
+{
+    prepareThreePointMaps(*m_panel);
+    m_panel->calcMap();
+    QVERIFY(showBoth(false));
+    picture(result());
+    result()->DispA->cc.setReal(-0.5, -0.25, 1.5, 2.75);
+    result()->setZRange(0.25, 0.75);
+    m_panel->EPoints.at(2)->yNum = 0;
+    m_panel->calcMap();
+    QVERIFY(isBlank(picture(result())));
+    QCOMPARE(viewOf(result()), QList<double>({-0.5, -0.25, 1.5, 2.75}));
+    setMap(*m_panel, 2, {3, 3});
+    m_panel->calcMap();
+    QCOMPARE(viewOf(result()), QList<double>({0.0, 0.0, 2.0, 1.0}));
+    QCOMPARE(limitTexts(result()), QStringList({"0.25", "0.75"}));
+}
+
+void tst_FourPsMapRepaints::limitsTypedBeforeAnotherSizeStay()
+{
+    prepareThreePointMaps(*m_panel);
+    m_panel->calcMap();
+    QVERIFY(showBoth(false));
+    picture(result());
+    result()->MaxV->selectAll();
+    QTest::keyClicks(result()->MaxV, "2.75");
+    QTest::keyClick(result()->MaxV, Qt::Key_Return);
+    const double lower = result()->CBar->zmin;
+    setMap(*m_panel, 2, {3, 3});
+    m_panel->calcMap();
+    QTest::qWait(20);
+    QCOMPARE(viewOf(result()), QList<double>({0.0, 0.0, 2.0, 1.0}));
+    QCOMPARE(barLimits(result()), QList<double>({lower, 2.75}));
 }
 
 void tst_FourPsMapRepaints::runsLeaveTheDataMap()

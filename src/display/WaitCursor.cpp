@@ -1,0 +1,26 @@
+#include "display/WaitCursor.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+
+namespace
+{
+
+int guards = 0; // that want the cursor and are alive
+
+} // namespace
+
+WaitCursor::WaitCursor(bool isWanted)
+    : m_isWanted(isWanted)
+{
+    if (m_isWanted && guards++ == 0) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    }
+}
+
+WaitCursor::~WaitCursor()
+{
+    if (m_isWanted && --guards == 0) {
+        QGuiApplication::restoreOverrideCursor();
+    }
+}

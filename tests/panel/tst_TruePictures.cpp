@@ -1,0 +1,422 @@
+// What each window shows is what it would show after being painted again.
+
+#include "display/Histgram.h"
+#include "support/MapWindows.h"
+#include "support/MouseInput.h"
+#include "support/PaintCounter.h"
+#include "support/RandomUser.h"
+#include "support/ShownPictures.h"
+#include "support/SpectrumText.h"
+#include "support/TestFiles.h"
+
+#include <QTest>
+
+#include <functional>
+
+using namespace tests;
+
+namespace
+{
+
+/// Shows the panel and its three windows, those of the maps small.
+bool showAll(FourPs& panel)
+{
+    panel.MapDisp->resize(260, 200);
+    panel.DMapDisp->resize(260, 200);
+    return showWindow(&panel) && showWindow(panel.Disps) && showWindow(panel.MapDisp) &&
+           showWindow(panel.DMapDisp);
+}
+
+void popSomeOut(FourPs& panel, bool many)
+{
+    for (const auto id : {Displays::DHistA, Displays::DDMutVsA}) {
+        panel.Disps->frame(id)->pop->resize(300, 250);
+        panel.Disps->frame(id)->popDock();
+    }
+    if (many) {
+        panel.Disps->frame(Displays::DMuts)->popDock();
+        panel.MapDisp->popDock();
+        panel.DMapDisp->popDock();
+    }
+}
+
+/// Types a text in place of the one before, without leaving the field.
+void enterText(QLineEdit* edit, const QString& text)
+{
+    edit->selectAll();
+    QTest::keyClicks(edit, text);
+}
+
+} // namespace
+
+class tst_TruePictures : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase();
+
+    void everyPictureIsTrueAfterEveryAction_data();
+    void everyPictureIsTrueAfterEveryAction();
+
+    void useOfARowWidensItsLineWhileTheCalculationIsRefused();
+    void fitBoxOfARowColorsItsLineWhileTheCalculationIsRefused();
+    void listOfEnergiesMovesTheLines();
+    void typedEnergyMovesItsLineAtOnce();
+    void typedEdgeMovesItsLineAtOnce();
+    void valenceMovesTheGridsAndColorsTheMap();
+    void useOfAReferenceChangesWhatItIsPartOf();
+    void limitsOfTheValenceHistogramMoveItsGrid();
+    void limitsOfTheThicknessHistogramMoveItsGrid();
+    void seriesBoxShowsItsHistogram();
+    void failedReadOfAReferenceColorsTheResultMap();
+    void failedReadOfTheShownRowEmptiesTheDataMap();
+    void clearingTheShownRowEmptiesTheDataMap();
+    void releaseInTheComparisonColorsTheThickness();
+    void mutFieldsMoveThePointsOfThePlane();
+    void poppedOutPicturesAreTrueToo();
+
+    void energyRepaintsThePlotOfTheSpectraAlone();
+    void fieldsThatNoPictureReadsRepaintNothing_data();
+    void fieldsThatNoPictureReadsRepaintNothing();
+    void changesThatRepaintStartNoCalculation();
+    void doubleClickOnTheBarLeavesItsMap();
+
+private:
+    using Action = std::function<void()>;
+
+    void prepareRefusedPanel();
+    QStringList changedBy(const Action& action, QStringList* untrue);
+    AEPoint* row(int index) const { return m_panel->EPoints.at(index); }
+    DispArea* surface(Displays::DispId id) const { return m_panel->Disps->frame(id)->DispA; }
+
+    std::unique_ptr<FourPs> m_panel;
+    QTemporaryDir m_dir;
+};
+
+// The pictures that an action changes, while it leaves none of them untrue.
+#define COMPARE_CHANGED(action, wanted)                                                            \
+    do {                                                                                           \
+        QStringList untrue;                                                                        \
+        QCOMPARE(changedBy(action, &untrue), QStringList wanted);                                  \
+        QCOMPARE(untrue, QStringList());                                                           \
+    } while (false)
+
+void tst_TruePictures::initTestCase()
+{
+    m_panel = std::make_unique<FourPs>();
+    QVERIFY(showAll(*m_panel));
+}
+
+void tst_TruePictures::cleanupTestCase()
+{
+    closePanel(m_panel);
+}
+
+void tst_TruePictures::everyPictureIsTrueAfterEveryAction_data()
+{
+    QTest::addColumn<unsigned>("seed");
+    for (unsigned seed = 1; seed <= 3; ++seed) {
+        QTest::addRow("seed %u", seed) << seed;
+    }
+}
+
+void tst_TruePictures::everyPictureIsTrueAfterEveryAction()
+{
+    QFETCH(unsigned, seed);
+    // Of its own, so that a seed gives the same actions when it is run alone.
+    auto panel = std::make_unique<FourPs>();
+    QVERIFY(showAll(*panel));
+    popSomeOut(*panel, seed % 2 == 0);
+    RandomUser user(*panel, seed);
+    repaintedPictures(*panel);
+    constexpr int steps = 80;
+    for (int step = 0; step < steps; ++step) {
+        const QString action = user.act();
+        arrive();
+        const QList<ShownPicture> shown = shownPictures(*panel);
+        QStringList untrue = differences(shown, repaintedPictures(*panel));
+        untrue.removeAll(user.leftBehind());
+        QVERIFY2(untrue.isEmpty(), qPrintable(QStringLiteral("seed %1, step %2, %3: stale is %4")
+                                                  .arg(seed)
+                                                  .arg(step)
+                                                  .arg(action, untrue.join(u", "))));
+    }
+    closePanel(panel);
+}
+
+// Everything has something to show: three references of which two are in use, a
+// point of the comparison, a result, counts, and a measured map. No V point is
+// chosen and no range for the fit, so that every calculation is refused.
+void tst_TruePictures::prepareRefusedPanel()
+{
+    resetMaps(*m_panel);
+    QVERIFY(showAll(*m_panel));
+    enterText(m_panel->MultiEnergys, "8313 8381 8390 8404.5 8460 8475");
+    m_panel->newMultiEnergys();
+    enterText(m_panel->ui.PreEEndDE, "-50");
+    enterText(m_panel->ui.PostEStartDE, "100");
+    enterText(m_panel->ui.HgAFrom, "0.5");
+    enterText(m_panel->ui.HgATo, "3.5");
+    enterText(m_panel->ui.HgTFrom, "-0.5");
+    enterText(m_panel->ui.HgTTo, "3.5");
+    const QString first = writeFile(m_dir, "a.dat", spectrumText("0.5", "2", "1.5", "1"));
+    const QString second = writeFile(m_dir, "b.dat", spectrumText("0.25", "0.5", "1.75", "1.5"));
+    for (int i = 0; i < 3; ++i) {
+        m_panel->XafsFiles.at(i)->AFileSelect::newFile(i == 1 ? second : first);
+        m_panel->Refs.RefRows.at(i)->Valence->setText(QString::number(i + 1));
+    }
+    row(2)->VPointCB->setChecked(false);
+    chooseFourPoints(*m_panel);
+    setFractions(*m_panel, 3, 1, {{0.25, 0.5}, {0.5, 1.0}, {0.75, 1.5}});
+    m_panel->LCFvs4PS = {{0.5, 1.5, 0.5, 1.75, 0}};
+    setMap(*m_panel, 0, {1.0, 2.0, 3.0});
+    enter(m_panel->ui.HgABoxes, QStringLiteral("11"));
+    QList<Histgram*> histograms{m_panel->HistV, m_panel->HistT};
+    for (Histgram* histogram : histograms + m_panel->HistRatio + m_panel->HistDMut) {
+        histogram->init();
+        for (const double value : {0.5, 1.5, 1.5}) {
+            histogram->add(value);
+        }
+    }
+    for (QAbstractButton* box : {m_panel->ui.HgRatio1, m_panel->ui.HgdMut1, m_panel->ui.HgRatio2}) {
+        box->setChecked(true);
+    }
+    row(1)->UseCB->setChecked(true);
+    m_panel->ui.HgAAuto->setChecked(false);
+    m_panel->ui.HgTAuto->setChecked(false);
+    repaintedPictures(*m_panel);
+}
+
+QStringList tst_TruePictures::changedBy(const Action& action, QStringList* untrue)
+{
+    const QList<ShownPicture> before = repaintedPictures(*m_panel);
+    action();
+    arrive();
+    const QList<ShownPicture> after = shownPictures(*m_panel);
+    *untrue = differences(after, repaintedPictures(*m_panel));
+    return differences(before, after);
+}
+
+void tst_TruePictures::useOfARowWidensItsLineWhileTheCalculationIsRefused()
+{
+    prepareRefusedPanel();
+    COMPARE_CHANGED([&] { row(1)->UseCB->click(); }, {"Muts"});
+    COMPARE_CHANGED([&] { row(1)->UseCB->setChecked(true); }, {"Muts"});
+}
+
+void tst_TruePictures::fitBoxOfARowColorsItsLineWhileTheCalculationIsRefused()
+{
+    prepareRefusedPanel();
+    COMPARE_CHANGED([&] { row(1)->LCFCB->click(); }, {"Muts"});
+}
+
+void tst_TruePictures::listOfEnergiesMovesTheLines()
+{
+    prepareRefusedPanel();
+    const auto spread = [&] {
+        QTest::keyClicks(m_panel->MultiEnergys, "8345 8360");
+        QTest::keyClick(m_panel->MultiEnergys, Qt::Key_Return);
+    };
+    COMPARE_CHANGED(spread, {"Muts"});
+}
+
+void tst_TruePictures::typedEnergyMovesItsLineAtOnce()
+{
+    prepareRefusedPanel();
+    row(0)->Energy->setText(QStringLiteral("834"));
+    COMPARE_CHANGED([&] { QTest::keyClicks(row(0)->Energy, "5"); }, {"Muts"});
+}
+
+void tst_TruePictures::typedEdgeMovesItsLineAtOnce()
+{
+    prepareRefusedPanel();
+    m_panel->ui.EdgeE->setText(QStringLiteral("834"));
+    COMPARE_CHANGED([&] { QTest::keyClicks(m_panel->ui.EdgeE, "5"); }, {"Muts"});
+    COMPARE_CHANGED([&] { m_panel->ui.PostEStartDE->setText(QStringLiteral("60")); }, {"Muts"});
+}
+
+void tst_TruePictures::valenceMovesTheGridsAndColorsTheMap()
+{
+    prepareRefusedPanel();
+    QLineEdit* valence = m_panel->Refs.RefRows.at(1)->Valence;
+    COMPARE_CHANGED([&] { QTest::keyClicks(valence, ".5"); },
+                    ({"LCF vs MPS", "dMut/v or a", "Result Map"}));
+}
+
+void tst_TruePictures::useOfAReferenceChangesWhatItIsPartOf()
+{
+    prepareRefusedPanel();
+    COMPARE_CHANGED(
+        [&] { m_panel->Refs.RefRows.at(0)->UseCB->click(); },
+        ({"LCF vs MPS", "Histgram of a", "Histgram of dMut", "dMut/v or a", "Result Map"}));
+}
+
+void tst_TruePictures::limitsOfTheValenceHistogramMoveItsGrid()
+{
+    prepareRefusedPanel();
+    COMPARE_CHANGED([&] { enterText(m_panel->ui.HgATo, "2"); }, {"Histgram of a"});
+    COMPARE_CHANGED([&] { enterText(m_panel->ui.HgAFrom, "2"); }, {"Histgram of a"});
+}
+
+void tst_TruePictures::limitsOfTheThicknessHistogramMoveItsGrid()
+{
+    prepareRefusedPanel();
+    COMPARE_CHANGED([&] { enterText(m_panel->ui.HgTTo, "2"); }, {"Histgram of dMut"});
+    COMPARE_CHANGED([&] { enterText(m_panel->ui.HgTFrom, "2"); }, {"Histgram of dMut"});
+}
+
+void tst_TruePictures::seriesBoxShowsItsHistogram()
+{
+    prepareRefusedPanel();
+    COMPARE_CHANGED([&] { m_panel->ui.HgRatio2->click(); }, {"Histgram of a"});
+    COMPARE_CHANGED([&] { m_panel->ui.HgdMut1->click(); }, {"Histgram of dMut"});
+}
+
+void tst_TruePictures::failedReadOfAReferenceColorsTheResultMap()
+{
+    prepareRefusedPanel();
+    const QString nothing = writeFile(m_dir, "empty.dat", {});
+    QStringList untrue;
+    const QStringList changed =
+        changedBy([&] { m_panel->XafsFiles.at(1)->AFileSelect::newFile(nothing); }, &untrue);
+    QCOMPARE(untrue, QStringList());
+    QVERIFY(changed.contains(QStringLiteral("Result Map")));
+    QVERIFY(changed.contains(QStringLiteral("Ref2")));
+}
+
+void tst_TruePictures::failedReadOfTheShownRowEmptiesTheDataMap()
+{
+    prepareRefusedPanel();
+    const QString words = writeFile(m_dir, "words.dat", "no number\n");
+    COMPARE_CHANGED([&] { row(0)->FileSelect->newFile(words); }, {"Data Map"});
+    QVERIFY(isBlank(shownImage(m_panel->DMapDisp->DispA)));
+}
+
+void tst_TruePictures::clearingTheShownRowEmptiesTheDataMap()
+{
+    prepareRefusedPanel();
+    COMPARE_CHANGED([&] { row(0)->FileSelect->ClearB->click(); }, {"Data Map"});
+    QVERIFY(isBlank(shownImage(m_panel->DMapDisp->DispA)));
+}
+
+void tst_TruePictures::releaseInTheComparisonColorsTheThickness()
+{
+    prepareRefusedPanel();
+    COMPARE_CHANGED([&] { release(surface(Displays::DLCFvs4PS), {20, 20}); }, {"dMut/v or a"});
+}
+
+// Nothing in the program shows this plot.
+void tst_TruePictures::mutFieldsMoveThePointsOfThePlane()
+{
+    prepareRefusedPanel();
+    QVERIFY(showWindow(m_panel->Disps->frame(Displays::DM2M3)));
+    COMPARE_CHANGED([&] { row(1)->Mut1->setText(QStringLiteral("0.3")); }, {"M2/M3"});
+    COMPARE_CHANGED([&] { row(1)->VPointCB->setChecked(true); }, {"M2/M3"});
+    COMPARE_CHANGED([&] { row(1)->UseCB->setChecked(false); }, ({"Muts", "M2/M3"}));
+    const PaintCounter paints(surface(Displays::DM2M3));
+    arrive();
+    const int before = paints.count();
+    m_panel->Disps->update();
+    arrive();
+    QCOMPARE(paints.count(), before + 1);
+}
+
+void tst_TruePictures::poppedOutPicturesAreTrueToo()
+{
+    prepareRefusedPanel();
+    for (const auto id : {Displays::DMuts, Displays::DDMutVsA}) {
+        m_panel->Disps->frame(id)->popDock();
+    }
+    QVERIFY(popOut(m_panel->MapDisp));
+    QVERIFY(popOut(m_panel->DMapDisp));
+    COMPARE_CHANGED([&] { row(1)->UseCB->click(); }, {"Muts"});
+    QLineEdit* valence = m_panel->Refs.RefRows.at(1)->Valence;
+    COMPARE_CHANGED([&] { QTest::keyClicks(valence, ".5"); },
+                    ({"LCF vs MPS", "dMut/v or a", "Result Map"}));
+    COMPARE_CHANGED([&] { row(0)->FileSelect->ClearB->click(); }, {"Data Map"});
+}
+
+// The plot of the thickness and both maps may have a million pixels each.
+void tst_TruePictures::energyRepaintsThePlotOfTheSpectraAlone()
+{
+    prepareRefusedPanel();
+    const PaintCounter spectra(surface(Displays::DMuts));
+    const PaintCounter thickness(surface(Displays::DDMutVsA));
+    const PaintCounter result(m_panel->MapDisp->DispA);
+    const PaintCounter data(m_panel->DMapDisp->DispA);
+    arrive();
+    const int before = spectra.count();
+    const int others = thickness.count() + result.count() + data.count();
+    QTest::keyClicks(row(0)->Energy, "5");
+    row(0)->UseCB->setChecked(false);
+    arrive();
+    QCOMPARE(spectra.count(), before + 1);
+    QCOMPARE(thickness.count() + result.count() + data.count(), others);
+}
+
+void tst_TruePictures::fieldsThatNoPictureReadsRepaintNothing_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char* name : {"CalcRes", "LCFRes", "TargetDMut", "HgABoxes", "MultiEnergys", "MutT",
+                             "RatioDisp", "AmountDisp"}) {
+        QTest::newRow(name) << QString::fromLatin1(name);
+    }
+}
+
+void tst_TruePictures::fieldsThatNoPictureReadsRepaintNothing()
+{
+    QFETCH(QString, name);
+    prepareRefusedPanel();
+    QLineEdit* field = m_panel->findChild<QLineEdit*>(name);
+    QVERIFY(field);
+    std::vector<std::unique_ptr<PaintCounter>> counters;
+    const QList<ShownPicture> surfaces = surfacesOf(*m_panel);
+    for (const ShownPicture& picture : surfaces) {
+        counters.push_back(std::make_unique<PaintCounter>(const_cast<QWidget*>(picture.widget)));
+    }
+    field->setText(QStringLiteral("0.123"));
+    arrive();
+    for (const auto& counter : counters) {
+        QCOMPARE(counter->count(), 0);
+    }
+}
+
+void tst_TruePictures::changesThatRepaintStartNoCalculation()
+{
+    prepareRefusedPanel();
+    clearMessages(*m_panel);
+    QTest::keyClicks(row(0)->Energy, "5");
+    QTest::keyClicks(row(0)->Mut1, "5");
+    QTest::keyClicks(m_panel->ui.EdgeE, "5");
+    QTest::keyClicks(m_panel->ui.HgAFrom, "5");
+    QTest::keyClicks(m_panel->Refs.RefRows.at(1)->Valence, "5");
+    row(0)->UseCB->setChecked(false);
+    row(0)->LCFCB->setChecked(true);
+    row(0)->FileSelect->ClearB->click();
+    release(surface(Displays::DLCFvs4PS), {20, 20});
+    arrive();
+    QCOMPARE(messages(*m_panel), QStringList());
+}
+
+// On purpose: it catches up when it is painted next.
+void tst_TruePictures::doubleClickOnTheBarLeavesItsMap()
+{
+    prepareRefusedPanel();
+    cBar* bar = m_panel->MapDisp->CBar;
+    press(bar, {3.0, double(bar->maxLineY)});
+    drag(bar, {3.0, bar->height() / 2.0});
+    release(bar, {3.0, bar->height() / 2.0});
+    QStringList untrue;
+    QCOMPARE(changedBy(
+                 [&] {
+                     doubleClick(bar, {3.0, 3.0});
+                 },
+                 &untrue),
+             QStringList{"Result Map, bar"});
+    QCOMPARE(untrue, QStringList{"Result Map"});
+}
+
+QTEST_MAIN(tst_TruePictures)
+#include "tst_TruePictures.moc"

@@ -1,0 +1,352 @@
+// The wait cursor is there while files are read or written and while long
+// calculations run, and at no other time.
+
+#include "display/WaitCursor.h"
+
+#include "display/MarkLines.h"
+#include "support/DropInput.h"
+#include "support/SharedPanel.h"
+#include "support/SpectrumText.h"
+#include "support/TestFiles.h"
+
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QTest>
+
+#include <functional>
+
+using namespace tests;
+
+namespace
+{
+
+bool isWaiting()
+{
+    const QCursor* cursor = QGuiApplication::overrideCursor();
+    return cursor && cursor->shape() == Qt::WaitCursor;
+}
+
+/// Whether the wait cursor was there at each emission of a signal.
+class CursorSpy : public QObject
+{
+public:
+    template <class Sender, class Signal>
+    CursorSpy(const Sender* sender, Signal signal)
+    {
+        connect(sender, signal, this, [this] { seen.append(isWaiting()); });
+    }
+
+    QList<bool> seen;
+};
+
+const QByteArray mapText = "# map\n# ENERGY : 8381\n# X-NUM 2\n# Y-NUM 1\n0 0 1 2\n0 0 1 3\n";
+
+} // namespace
+
+class tst_WaitCursor : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void guardShowsTheCursorWhileItLives();
+    void nestedGuardsCountOnce();
+    void guardThatIsNotWantedDoesNothing();
+    void guardKeepsTheCursorOfOthers();
+
+    void mapIsReadUnderTheCursor();
+    void manyMapsAreReadUnderOneCursor();
+    void droppedMapIsReadUnderTheCursor();
+    void failedReadsTakeTheCursorAway_data();
+    void failedReadsTakeTheCursorAway();
+    void spectrumIsReadAndUsedUnderTheCursor_data();
+    void spectrumIsReadAndUsedUnderTheCursor();
+    void spectraForDisplayAreReadUnderTheCursor();
+    void resultIsWrittenUnderTheCursor();
+
+    void longCalculationShowsTheCursor_data();
+    void longCalculationShowsTheCursor();
+    void longSpectraShowTheCursorAtTheFit();
+    void shortCalculationLeavesThePointer();
+    void draggedEdgeLeavesThePointerOverLittleData();
+    void refusedCalculationTakesTheCursorAway();
+
+private:
+    void prepareLargeMaps();
+    AEPoint* row(int index) const { return m_panel->EPoints.at(index); }
+
+    std::unique_ptr<FourPs> m_panel;
+    QTemporaryDir m_dir;
+};
+
+void tst_WaitCursor::initTestCase()
+{
+    m_panel = std::make_unique<FourPs>();
+}
+
+void tst_WaitCursor::init()
+{
+    resetPanel(*m_panel);
+    m_panel->ui.SelectedFs->clear();
+}
+
+void tst_WaitCursor::cleanup()
+{
+    QVERIFY(!QGuiApplication::overrideCursor());
+}
+
+void tst_WaitCursor::cleanupTestCase()
+{
+    closePanel(m_panel);
+}
+
+void tst_WaitCursor::guardShowsTheCursorWhileItLives()
+{
+    QVERIFY(!isWaiting());
+    {
+        const WaitCursor cursor;
+        QVERIFY(isWaiting());
+    }
+    QVERIFY(!QGuiApplication::overrideCursor());
+}
+
+void tst_WaitCursor::nestedGuardsCountOnce()
+{
+    const auto nested = [] {
+        const WaitCursor inner;
+        QVERIFY(isWaiting());
+    };
+    {
+        const WaitCursor outer;
+        nested();
+        QVERIFY(isWaiting());
+        QGuiApplication::restoreOverrideCursor();
+        QVERIFY(!QGuiApplication::overrideCursor()); // there was but one
+    }
+    QVERIFY(!QGuiApplication::overrideCursor());
+}
+
+void tst_WaitCursor::guardThatIsNotWantedDoesNothing()
+{
+    const WaitCursor unwanted(false);
+    QVERIFY(!isWaiting());
+    {
+        const WaitCursor cursor;
+        const WaitCursor inner(false);
+        QVERIFY(isWaiting());
+    }
+    QVERIFY(!isWaiting());
+}
+
+void tst_WaitCursor::guardKeepsTheCursorOfOthers()
+{
+    QGuiApplication::setOverrideCursor(Qt::CrossCursor);
+    {
+        const WaitCursor cursor;
+        QVERIFY(isWaiting());
+    }
+    QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::CrossCursor);
+    QGuiApplication::restoreOverrideCursor();
+}
+
+void tst_WaitCursor::mapIsReadUnderTheCursor()
+{
+    const CursorSpy inside(row(0), &AEPoint::newEnergy);
+    const CursorSpy after(row(0), &AEPoint::newData);
+    row(0)->FileSelect->newFile(writeFile(m_dir, "map.dat", mapText));
+    QCOMPARE(inside.seen, QList<bool>{true});
+    QCOMPARE(after.seen, QList<bool>{true});
+}
+
+void tst_WaitCursor::manyMapsAreReadUnderOneCursor()
+{
+    const QString path = writeFile(m_dir, "map.dat", mapText);
+    const CursorSpy first(row(0)->FileSelect, &AFileSelect::newDir);
+    const CursorSpy last(row(1)->FileSelect, &AFileSelect::selectedFile);
+    m_panel->MultiFiles->newFiles({path, path});
+    QCOMPARE(first.seen, QList<bool>{true});
+    QCOMPARE(last.seen, QList<bool>{true});
+}
+
+void tst_WaitCursor::droppedMapIsReadUnderTheCursor()
+{
+    const CursorSpy inside(row(0), &AEPoint::newEnergy);
+    dropFile(row(0)->FileSelect, writeFile(m_dir, "map.dat", mapText));
+    QCOMPARE(inside.seen, QList<bool>{true});
+}
+
+void tst_WaitCursor::failedReadsTakeTheCursorAway_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("missing file") << m_dir.filePath("missing.dat");
+    QTest::newRow("empty file") << writeFile(m_dir, "empty.dat", {});
+    QTest::newRow("folder") << m_dir.path();
+    QTest::newRow("no name") << QString();
+    QTest::newRow("binary map cut short") << writeFile(m_dir, "short.2dp", "2dData");
+}
+
+void tst_WaitCursor::failedReadsTakeTheCursorAway()
+{
+    QFETCH(QString, path);
+    row(0)->FileSelect->newFile(path);
+    QVERIFY(!isWaiting());
+    m_panel->XafsFiles.at(0)->AFileSelect::newFile(path);
+    QVERIFY(!isWaiting());
+    m_panel->ui.DispFSelect->newFiles({path});
+    QVERIFY(!isWaiting());
+    m_panel->MultiFiles->newFiles({path});
+    QVERIFY(!isWaiting());
+}
+
+void tst_WaitCursor::spectrumIsReadAndUsedUnderTheCursor_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::newRow("reference") << 0;
+    QTest::newRow("target") << 4;
+}
+
+void tst_WaitCursor::spectrumIsReadAndUsedUnderTheCursor()
+{
+    QFETCH(int, index);
+    const CursorSpy read(m_panel->XafsFiles.at(index), &AXafsFileSelect::foundNewEdge);
+    const CursorSpy used(m_panel->ui.Message, &QTextEdit::textChanged);
+    m_panel->XafsFiles.at(index)->AFileSelect::newFile(
+        writeFile(m_dir, "a.dat", spectrumText("0.5", "2", "1.5", "1")));
+    QCOMPARE(read.seen, QList<bool>{true});
+    QVERIFY(!used.seen.isEmpty());
+    QVERIFY(!used.seen.contains(false));
+}
+
+void tst_WaitCursor::spectraForDisplayAreReadUnderTheCursor()
+{
+    const QString path = writeFile(m_dir, "a.dat", spectrumText("0.5", "2", "1.5", "1"));
+    const CursorSpy inside(m_panel->ui.SelectedFs, &QComboBox::currentIndexChanged);
+    m_panel->ui.DispFSelect->newFiles({path, path});
+    QCOMPARE(inside.seen, QList<bool>{true}); // the first one is chosen
+}
+
+// A path that cannot be written is told in the message box meanwhile.
+void tst_WaitCursor::resultIsWrittenUnderTheCursor()
+{
+    m_panel->ui.SaveFSelect->FileName->clear();
+    const CursorSpy inside(m_panel->ui.Message, &QTextEdit::textChanged);
+    m_panel->write();
+    QCOMPARE(inside.seen, QList<bool>{true});
+    m_panel->ui.WriteB->click();
+    QVERIFY(!inside.seen.contains(false));
+    m_panel->ui.SaveFSelect->FileName->setText(m_dir.filePath("result.dat"));
+    m_panel->ui.WriteB->click();
+    QVERIFY(!isWaiting());
+}
+
+// Three maps of 400 by 400.
+void tst_WaitCursor::prepareLargeMaps()
+{
+    prepareThreePointMaps(*m_panel);
+    for (int i = 0; i < 3; ++i) {
+        A2DRow pixel = row(i)->rows.at(0);
+        row(i)->rows.fill(pixel, 400 * 400);
+        row(i)->xNum = 400;
+        row(i)->yNum = 400;
+    }
+    row(0)->LCFCB->setChecked(true);
+    row(2)->LCFCB->setChecked(true);
+    for (QLineEdit* shown : {m_panel->ui.CalcRes, m_panel->ui.LCFRes, m_panel->ui.HgAFrom}) {
+        shown->clear();
+    }
+    m_panel->ui.HgAAuto->setChecked(true);
+}
+
+void tst_WaitCursor::longCalculationShowsTheCursor_data()
+{
+    using Run = std::function<void(FourPs*)>;
+    QTest::addColumn<Run>("run");
+    QTest::newRow("all calculations") << Run(&FourPs::calcBoth);
+    QTest::newRow("edge") << Run(&FourPs::setEdge);
+    QTest::newRow("click on a row") << Run([](FourPs* panel) {
+        panel->EPoints.at(7)->UseCB->click();
+        panel->EPoints.at(7)->UseCB->click();
+    });
+    QTest::newRow("background of references") << Run([](FourPs* panel) {
+        panel->changedSubBGTypeForRef(panel->ui.SubPostEforRef->isChecked());
+    });
+    QTest::newRow("background of the target") << Run([](FourPs* panel) {
+        panel->changedSubBGTypeForTarget(panel->ui.SubPostEforTarget->isChecked());
+    });
+}
+
+void tst_WaitCursor::longCalculationShowsTheCursor()
+{
+    QFETCH(std::function<void(FourPs*)>, run);
+    prepareLargeMaps();
+    CursorSpy limits(m_panel->ui.HgAFrom, &QLineEdit::textChanged);
+    CursorSpy target(m_panel->ui.CalcRes, &QLineEdit::textChanged);
+    CursorSpy fit(m_panel->ui.LCFRes, &QLineEdit::textChanged);
+    run(m_panel.get());
+    for (const CursorSpy* spy : {&limits, &target, &fit}) {
+        QVERIFY(!spy->seen.isEmpty());
+        QVERIFY(!spy->seen.contains(false));
+    }
+    QVERIFY(!isWaiting());
+}
+
+void tst_WaitCursor::longSpectraShowTheCursorAtTheFit()
+{
+    prepareThreePoints(*m_panel);
+    row(0)->LCFCB->setChecked(true);
+    row(2)->LCFCB->setChecked(true);
+    QList<MutPoint>& points = m_panel->ui.TargetFile->points;
+    points.fill({10.0, 9000.0, 1.0}, 100'000);
+    m_panel->ui.LCFRes->clear();
+    m_panel->ui.CalcRes->clear();
+    const CursorSpy fit(m_panel->ui.LCFRes, &QLineEdit::textChanged);
+    const CursorSpy target(m_panel->ui.CalcRes, &QLineEdit::textChanged);
+    m_panel->ui.LCFB->click();
+    m_panel->ui.CalcTargetB->click();
+    QCOMPARE(fit.seen, QList<bool>{true});
+    QCOMPARE(target.seen, QList<bool>{true});
+}
+
+void tst_WaitCursor::shortCalculationLeavesThePointer()
+{
+    prepareThreePointMaps(*m_panel);
+    row(0)->LCFCB->setChecked(true);
+    row(2)->LCFCB->setChecked(true);
+    m_panel->ui.CalcRes->clear();
+    m_panel->ui.LCFRes->clear();
+    const CursorSpy target(m_panel->ui.CalcRes, &QLineEdit::textChanged);
+    const CursorSpy fit(m_panel->ui.LCFRes, &QLineEdit::textChanged);
+    m_panel->calcBoth();
+    QCOMPARE(target.seen, QList<bool>{false});
+    QCOMPARE(fit.seen, QList<bool>{false});
+}
+
+void tst_WaitCursor::draggedEdgeLeavesThePointerOverLittleData()
+{
+    prepareThreePointMaps(*m_panel);
+    const CursorSpy messages(m_panel->ui.Message, &QTextEdit::textChanged);
+    const MarkLines* lines = m_panel->Disps->frame(Displays::DMuts)->DispA->markLines;
+    Q_EMIT const_cast<MarkLines*>(lines)->moving();
+    Q_EMIT const_cast<MarkLines*>(lines)->newPos();
+    QVERIFY(!messages.seen.isEmpty());
+    QVERIFY(!messages.seen.contains(true));
+}
+
+void tst_WaitCursor::refusedCalculationTakesTheCursorAway()
+{
+    prepareLargeMaps();
+    row(2)->VPointCB->setChecked(false);
+    const CursorSpy refusal(m_panel->ui.Message, &QTextEdit::textChanged);
+    m_panel->ui.CalcMapB->click();
+    QCOMPARE(refusal.seen, QList<bool>{true});
+    QVERIFY(!isWaiting());
+    m_panel->calcBoth();
+    QVERIFY(!isWaiting());
+}
+
+QTEST_MAIN(tst_WaitCursor)
+#include "tst_WaitCursor.moc"

@@ -1,0 +1,81 @@
+// A user who does at random what the windows of a panel offer.
+#pragma once
+
+#include "panel/FourPs.h"
+
+#include <QAbstractButton>
+#include <QLineEdit>
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <random>
+
+namespace tests
+{
+
+/// Acts on a panel whose windows are shown, by mouse, keys, files and drops. The
+/// same seed gives the same actions, on every platform.
+class RandomUser
+{
+public:
+    /// Chooses small files of its own in all rows, so that every calculation
+    /// runs at first.
+    RandomUser(FourPs& panel, unsigned seed);
+
+    /// Does one thing and says what it was.
+    QString act();
+
+    /// The surface that the latest action leaves as it was by design; empty for
+    /// every other action.
+    QString leftBehind() const { return m_leftBehind; }
+
+private:
+    struct Kind {
+        QString name;
+        int weight;
+        std::function<QString()> act;
+    };
+
+    void makeFiles();
+    void makeKinds();
+    void makeMouseKinds();
+
+    int upTo(int count);
+    template <class List>
+    auto oneOf(const List& list)
+    {
+        return list.at(upTo(static_cast<int>(list.size())));
+    }
+
+    QString click(QAbstractButton* button);
+    QString type(QLineEdit* edit, const QStringList& texts);
+    QString load();
+    QString drop();
+    QString loadEverything();
+    QString turnTheWheel();
+    QString dragInPlot();
+    QString doubleClickInPlot();
+    QString pressInLegend();
+    QString dragLine();
+    QString dragBar();
+    QString doubleClickBar();
+    QString popOrDock();
+    QList<DispArea*> surfaces() const;
+    QList<DispMBase*> maps() const;
+    QPointF placeIn(const QWidget* widget);
+
+    FourPs& m_panel;
+    std::mt19937 m_random;
+    QTemporaryDir m_dir;
+    QStringList m_spectra;
+    QStringList m_maps;
+    QStringList m_noFiles;
+    QList<Kind> m_kinds;
+    int m_weight = 0;
+    QString m_leftBehind;
+};
+
+} // namespace tests
