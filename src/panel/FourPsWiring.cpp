@@ -164,14 +164,9 @@ void FourPs::wireGraphRepaints()
         repaintOn(thickness, row->UseCB, row->Valence);
         repaintOn(plane, row->UseCB);
     }
-    // Only its range comes from the limits of the histograms, and stays from its
-    // first paint on. Its colour is the one that a release in the comparison moves
-    // on; without a result it is blank.
-    connect(comparison, &DispABase::mReleased, this, [this, thickness] {
-        if (hasResult()) {
-            thickness->update();
-        }
-    });
+    // The thickness plot takes the limits of the histograms for its first range
+    // alone. A release in the comparison, which changes the colour of its next
+    // paint, repaints nothing on purpose.
 }
 
 void FourPs::wireMapRepaints()

@@ -255,7 +255,8 @@ void tst_WaitCursor::prepareLargeMaps()
     }
     row(0)->LCFCB->setChecked(true);
     row(2)->LCFCB->setChecked(true);
-    for (QLineEdit* shown : {m_panel->ui.CalcRes, m_panel->ui.LCFRes, m_panel->ui.HgAFrom}) {
+    for (QLineEdit* shown :
+         QList<QLineEdit*>{m_panel->ui.CalcRes, m_panel->ui.LCFRes, m_panel->ui.HgAFrom}) {
         shown->clear();
     }
     m_panel->ui.HgAAuto->setChecked(true);

@@ -107,7 +107,7 @@ void RandomUser::makeKinds()
         boxes += {row->UseCB, row->LCFCB, row->VPointCB};
         shown += row->ShowMapB;
         energyEdits += row->Energy;
-        muts += row->mutEdits + QList{row->MutT};
+        muts += row->mutEdits + QList<QLineEdit*>{row->MutT};
     }
     QList<QAbstractButton*> uses;
     QList<QLineEdit*> valences;
@@ -289,8 +289,16 @@ QString RandomUser::dragInPlot()
     drag(surface, placeIn(surface), keys);
     if (upTo(2) == 0) {
         release(surface, placeIn(surface), Qt::LeftButton, keys);
+        leaveThicknessBehind(surface);
     }
     return surface->parentWidget()->parentWidget()->objectName();
+}
+
+void RandomUser::leaveThicknessBehind(const DispArea* released)
+{
+    if (released == m_panel.Disps->frame(Displays::DLCFvs4PS)->DispA) {
+        m_leftBehind = m_panel.Disps->frame(Displays::DDMutVsA)->Title->text();
+    }
 }
 
 QString RandomUser::doubleClickInPlot()
@@ -302,6 +310,7 @@ QString RandomUser::doubleClickInPlot()
                                                         Qt::ShiftModifier, Qt::ControlModifier});
     press(surface, at, button, keys);
     release(surface, at, button, keys);
+    leaveThicknessBehind(surface);
     doubleClick(surface, at, button, keys);
     if (upTo(2) == 0) {
         release(surface, at, button, keys);

@@ -58,6 +58,7 @@ private:
     QString turnTheWheel();
     QString dragInPlot();
     QString doubleClickInPlot();
+    void leaveThicknessBehind(const DispArea* released);
     QString pressInLegend();
     QString dragLine();
     QString dragBar();
