@@ -22,6 +22,7 @@ namespace
 // Names of the toolkit's own widgets.
 constexpr QLatin1String nameEditName("fileNameEdit");
 constexpr QLatin1String fileListName("treeView");
+constexpr QLatin1String iconListName("listView");
 
 enum Column { NameColumn, SizeColumn, KindColumn, DateColumn };
 
@@ -61,15 +62,37 @@ int widenColumns(const QTreeView* list)
     return header->length();
 }
 
+// Ends the watch of the folder, quietly: what comes in its place is no folder
+// for "Back" to return to.
+void leaveFolder(QFileSystemModel* model)
+{
+    const QSignalBlocker quiet(model);
+    model->setRootPath(QString());
+}
+
 } // namespace
 
-// The base lists the folder that it is made with, so it gets a small one.
+// The base reads the folder that it is made with, so it gets a small one and
+// leaves it at once. Not by rest(): the kernel takes some 10 ms to end the watch
+// of a model, which has hardly begun here.
 FileDialog::FileDialog(QWidget* parent)
     : QFileDialog(parent, QString(), QDir::rootPath())
     , m_folder(QDir::currentPath())
 {
     setWindowFlags(Qt::Window);
-    rest();
+    takeCompleter();
+    if (QFileSystemModel* model = fileModel()) {
+        leaveFolder(model);
+        // What stays there would read it again.
+        if (m_completer) {
+            m_completer->setCompletionPrefix(QString());
+        }
+        for (const QLatin1String name : {fileListName, iconListName}) {
+            if (auto* view = findChild<QAbstractItemView*>(name)) {
+                view->setRootIndex(QModelIndex());
+            }
+        }
+    }
 }
 
 void FileDialog::setDirectory(const QString& folder)
@@ -116,17 +139,22 @@ QLineEdit* FileDialog::nameEdit() const
 
 void FileDialog::rest()
 {
-    if (QLineEdit* edit = nameEdit(); edit && edit->completer()) {
-        // The folder is read in a thread: matches may come, and open the list
-        // of the completer, after the dialog has gone. Without its field the
-        // completer hides its list and cannot open it.
-        m_completer = edit->completer();
-        edit->setCompleter(nullptr);
-    }
-    // The model keeps its folder: left without one, its views would read the
-    // folder again.
+    takeCompleter();
+    // The model keeps its folder, and the list its place: sent elsewhere, the
+    // list would read the folder again.
     if (QFileSystemModel* model = fileModel()) {
         model->setOption(QFileSystemModel::DontWatchForChanges);
+    }
+}
+
+void FileDialog::takeCompleter()
+{
+    // The folder is read in a thread: matches may come, and open the list of
+    // the completer, after the dialog has gone. Without its field the completer
+    // hides its list and cannot open it.
+    if (QLineEdit* edit = nameEdit(); edit && edit->completer()) {
+        m_completer = edit->completer();
+        edit->setCompleter(nullptr);
     }
 }
 
@@ -134,10 +162,8 @@ void FileDialog::wake()
 {
     if (QFileSystemModel* model = fileModel()) {
         model->setOption(QFileSystemModel::DontWatchForChanges, false);
-        // The same folder, too, is to be read again. The pause in between is
-        // none for "Back" to return to.
-        const QSignalBlocker quiet(model);
-        model->setRootPath(QString());
+        // The same folder, too, is to be read again.
+        leaveFolder(model);
     }
     QFileDialog::setDirectory(existingFolder(m_folder));
     if (QLineEdit* edit = nameEdit()) {

@@ -45,6 +45,7 @@ private:
     QFileSystemModel* fileModel() const;
     QLineEdit* nameEdit() const;
     void rest();
+    void takeCompleter();
     void wake();
     void makeReadable();
 

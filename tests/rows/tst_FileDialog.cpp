@@ -153,6 +153,7 @@ void tst_FileDialog::hiddenDialogOnlyRemembersItsFolder()
     QTest::qWait(quietMs);
     QVERIFY(!isWatched(m_path));
     QVERIFY(!isWatched(QDir::currentPath()));
+    QVERIFY(!isWatched(QDir::rootPath()));
     for (const QList<QVariant>& load : loads) {
         QCOMPARE(load.first().toString(), QDir::rootPath());
     }
@@ -300,6 +301,10 @@ void tst_FileDialog::pausesAreNoPlacesToGoBackTo()
     QVERIFY(back && back->isEnabled());
     QTest::mouseClick(back, Qt::LeftButton);
     QCOMPARE(desk.model->rootPath(), m_path);
+    while (back->isEnabled()) {
+        QTest::mouseClick(back, Qt::LeftButton);
+        QVERIFY(!desk.model->rootPath().isEmpty());
+    }
 }
 
 void tst_FileDialog::completionListGoesWithItsDialog()
@@ -330,9 +335,12 @@ void tst_FileDialog::matchesThatComeLateOpenNoList()
     Desk desk;
     desk.dialog.setDirectory(m_path);
     const QSignalSpy loads(desk.model, &QFileSystemModel::directoryLoaded);
-    QVERIFY(desk.open());
+    desk.dialog.show();
     QTest::keyClicks(desk.name, QStringLiteral("ref"));
     desk.dialog.close();
+    QCOMPARE(loads.size(), 0); // so nothing matches yet
+    // Without a field a completer opens nothing.
+    QVERIFY(!desk.completer->widget());
     QTRY_VERIFY(!loads.isEmpty() && loads.last().first().toString() == m_path);
     QTest::qWait(quietMs);
     QVERIFY(!QApplication::activePopupWidget());
