@@ -50,6 +50,7 @@ FourPs::FourPs(QWidget* parent)
     groupMapRadios();
     ui.SaveFSelect->setMode(AFileSelect::SaveMode);
     makeEnergyRows();
+    titleDialogs();
     layOutEnergyRows();
     makeHistograms();
     SetDefaultEnergies();
@@ -133,6 +134,22 @@ void FourPs::makeEnergyRows()
         row->NumDisp->setText(QStringLiteral("%1:  ").arg(n));
         row->UseCB->setChecked(n <= 4);
         EPoints.append(row);
+    }
+}
+
+void FourPs::titleDialogs()
+{
+    for (const ARefFile* row : std::as_const(Refs.RefRows)) {
+        row->XafsFS->dialog->setWindowTitle(row->RefName->text());
+    }
+    ui.TargetFile->dialog->setWindowTitle(tr("Target"));
+    ui.DispFSelect->dialog->setWindowTitle(tr("Disp. Only"));
+    ui.SaveFSelect->dialog->setWindowTitle(tr("Write"));
+    const QString maps = tr("Select 2D Map Data");
+    MultiFiles->dialog->setWindowTitle(maps);
+    for (int i = 0; i < EPoints.size(); ++i) {
+        EPoints.at(i)->FileSelect->dialog->setWindowTitle(
+            QStringLiteral("%1 %2").arg(maps).arg(i + 1));
     }
 }
 

@@ -156,7 +156,8 @@ public Q_SLOTS:
     /// Removes the file chosen in the list of spectra for display only, if any.
     void removeAFile();
 
-    /// Hands the directory to every file row but the one for saving.
+    /// Hands the directory to every file row but the one for saving. An empty
+    /// one, of a file on a share that is not mounted, goes to no row.
     void receiveNewDir(QString dir);
 
     /// Refreshes the cells of the row that sent it at the row's energy; the
@@ -258,6 +259,7 @@ private:
     void makeMapWindows();
     void groupMapRadios();
     void makeEnergyRows();
+    void titleDialogs();
     void layOutEnergyRows();
     void makeHeadings();
     void placeEnergyRow(int row);

@@ -82,6 +82,10 @@ void FourPs::removeAFile()
 
 void FourPs::receiveNewDir(QString dir)
 {
+    // A file on a share that is not mounted is in no directory.
+    if (dir.isEmpty()) {
+        return;
+    }
     for (const AEPoint* row : std::as_const(EPoints)) {
         row->FileSelect->setDir(dir);
     }

@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMimeData>
 #include <QUrl>
@@ -38,7 +37,7 @@ QString droppedPath(const QUrl& url)
 
 AFileSelect::AFileSelect(QWidget* parent, int initialMode)
     : QFrame(parent)
-    , dialog(new QFileDialog(this, Qt::Window))
+    , dialog(new FileDialog(this))
 {
     setupUi(this);
     dEBase->hide();
@@ -49,8 +48,7 @@ AFileSelect::AFileSelect(QWidget* parent, int initialMode)
     dialog->setObjectName(QStringLiteral("dialog"));
     dialog->setNameFilters({QStringLiteral("Data Files (*.dat)"),
                             QStringLiteral("2dProc files (*.2dp)"), QStringLiteral("All (* *.*)")});
-    // The toolkit would open the directory of an earlier run.
-    dialog->setDirectory(QDir::currentPath());
+    dialog->installEventFilter(this);
     setMode(initialMode);
 
     connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::show);
@@ -61,6 +59,7 @@ AFileSelect::AFileSelect(QWidget* parent, int initialMode)
     connect(dialog, &QFileDialog::fileSelected, this, &AFileSelect::newFile);
     connect(dialog, &QFileDialog::currentChanged, this, &AFileSelect::selectingFile);
     connect(dialog, &QFileDialog::filesSelected, this, &AFileSelect::newFiles);
+    connect(dialog, &QFileDialog::finished, this, &AFileSelect::endDialog);
     connect(dE, &QLineEdit::editingFinished, this, &AFileSelect::newDE);
 }
 
@@ -166,4 +165,25 @@ void AFileSelect::dropEvent(QDropEvent* event)
     event->setDropAction(Qt::CopyAction);
     event->accept();
     newFile(path);
+}
+
+bool AFileSelect::eventFilter(QObject* watched, QEvent* event)
+{
+    // A spontaneous one brings a minimized dialog back.
+    if (watched == dialog && event->type() == QEvent::Show && !event->spontaneous()) {
+        m_choiceBefore = Choice{FileName->text(), dir, fileName};
+    }
+    return QFrame::eventFilter(watched, event);
+}
+
+void AFileSelect::endDialog(int result)
+{
+    // Highlighted files were written into the field of a save row. Left there
+    // after "Cancel", the next result would overwrite one of them.
+    if (result == QDialog::Rejected && mode == SaveMode && m_choiceBefore) {
+        FileName->setText(m_choiceBefore->text);
+        dir = m_choiceBefore->dir;
+        fileName = m_choiceBefore->fileName;
+    }
+    m_choiceBefore.reset();
 }

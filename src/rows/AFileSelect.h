@@ -1,13 +1,14 @@
 // The row through which every file of the program is named.
 #pragma once
 
+#include "rows/FileDialog.h"
 #include "ui_AFileSelect.h"
 
 #include <QFrame>
 #include <QString>
 #include <QStringList>
 
-class QFileDialog;
+#include <optional>
 
 /// A button that opens a file dialog, a field that shows the choice, a clear
 /// button, drag and drop, and an optional energy shift field. It hands paths
@@ -36,13 +37,14 @@ public:
     bool multi = false;                     ///< several files may be picked; set before setMode()
     QString dir;                            ///< the directory last used
     QString fileName;                       ///< the name without its directory
-    QFileDialog* dialog = nullptr;          ///< the one dialog of the row, its child
+    FileDialog* dialog = nullptr;           ///< the one dialog of the row, its child
     QString suffix = QStringLiteral("dat"); ///< what a save path must bear
 
 public Q_SLOTS:
     /// Takes a path, which need not be a file: shows it and tells newDir(),
     /// newFilePath() and selectedFile(). In save mode a path that does not bear
-    /// @c suffix gets it appended.
+    /// @c suffix gets it appended. A symbolic link to a file is in the folder
+    /// of the link, not in that of the file.
     void newFile(QString path);
 
     /// Takes several paths: shows their names and tells newDir() with the
@@ -54,7 +56,9 @@ public Q_SLOTS:
     void clearFileName();
 
     /// Preview while the user browses: newFile() for a readable regular file,
-    /// nothing for anything else and while the dialog is hidden.
+    /// nothing for anything else and while the dialog is hidden. When the
+    /// dialog of a save row is cancelled, the text of the name field, @c dir and
+    /// @c fileName are again what they were when it opened; no signal goes out.
     void selectingFile(QString path);
 
     /// Sends the dialog to @p newDir without telling, so that a directory
@@ -67,7 +71,8 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     /// A path came from @p dir, a canonical path; empty when there is no such
-    /// directory.
+    /// directory, as for a share that is not mounted. The folder of a symbolic
+    /// link to a file is that of the link.
     void newDir(QString dir);
 
     /// The row names @p path now; empty after it was cleared.
@@ -88,4 +93,18 @@ protected:
     /// newFile() for the first URL of the drop; nothing when that is no
     /// "file://" one. Blanks in the path are folded.
     void dropEvent(QDropEvent* event) override;
+
+    /// Notes what the row names when its dialog opens.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    struct Choice {
+        QString text;
+        QString dir;
+        QString fileName;
+    };
+
+    void endDialog(int result);
+
+    std::optional<Choice> m_choiceBefore; // while the dialog is open
 };

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void normalisationRadiosExcludeOneAnother();
     void autoSwitchesAreIndependent();
     void saveRowCanBeTypedInAndTheMultiRowsTakeSeveralFiles();
+    void dialogsAreTitledByTheirRows();
     void spectrumRowsShowTheirShiftAndTheOthersDoNot();
     void startsInTheWorkingDirectoryExceptForTheSaveRow();
     void histogramsShareTheirWidgets();
@@ -299,6 +300,23 @@ void tst_FourPs::saveRowCanBeTypedInAndTheMultiRowsTakeSeveralFiles()
         QCOMPARE(row->dialog->fileMode(), QFileDialog::ExistingFiles);
     }
     QCOMPARE(panel.EPoints.at(0)->FileSelect->dialog->fileMode(), QFileDialog::ExistingFile);
+}
+
+void tst_FourPs::dialogsAreTitledByTheirRows()
+{
+    FourPs panel;
+    for (int i = 0; i < panel.Refs.RefRows.size(); ++i) {
+        QCOMPARE(panel.Refs.RefRows.at(i)->XafsFS->dialog->windowTitle(),
+                 QStringLiteral("Ref %1").arg(i + 1));
+    }
+    QCOMPARE(panel.ui.TargetFile->dialog->windowTitle(), QStringLiteral("Target"));
+    QCOMPARE(panel.ui.DispFSelect->dialog->windowTitle(), QStringLiteral("Disp. Only"));
+    QCOMPARE(panel.ui.SaveFSelect->dialog->windowTitle(), QStringLiteral("Write"));
+    QCOMPARE(panel.MultiFiles->dialog->windowTitle(), QStringLiteral("Select 2D Map Data"));
+    for (int i = 0; i < panel.EPoints.size(); ++i) {
+        QCOMPARE(panel.EPoints.at(i)->FileSelect->dialog->windowTitle(),
+                 QStringLiteral("Select 2D Map Data %1").arg(i + 1));
+    }
 }
 
 void tst_FourPs::spectrumRowsShowTheirShiftAndTheOthersDoNot()

@@ -5,8 +5,12 @@
 #include "support/SpectrumText.h"
 #include "support/TestFiles.h"
 
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
+#include <QUrl>
 
 #include <cmath>
 
@@ -113,6 +117,7 @@ private Q_SLOTS:
 
     void pathsGoToTheRowsInOrderAndSurplusIsDropped();
     void directoryReachesEveryRowButTheSaveRow();
+    void dropFromAShareMovesNoDialog();
     void listOfEnergiesIsSpreadAsTyped();
     void listOfEnergiesSkipsWhatIsNoEnergy();
     void listOfEnergiesEmitsNothing();
@@ -607,6 +612,34 @@ void tst_FourPsReflexes::pathsGoToTheRowsInOrderAndSurplusIsDropped()
         QCOMPARE(panel.EPoints.at(i)->rows.at(0).intensity, static_cast<double>(i));
     }
     QVERIFY(messages(panel).isEmpty()); // a map read starts no calculation
+}
+
+void tst_FourPsReflexes::dropFromAShareMovesNoDialog()
+{
+    FourPs panel;
+    panel.show();
+    const QList<AFileSelect*> rows = panel.findChildren<AFileSelect*>();
+    QCOMPARE(rows.size(), 16);
+    const QTemporaryDir folder;
+    panel.receiveNewDir(folder.path());
+    panel.ui.SaveFSelect->dialog->setDirectory(folder.path());
+    AFileSelect* open = panel.XafsFiles.at(1);
+    QTest::mouseClick(open->SelectB, Qt::LeftButton);
+
+    QMimeData mime;
+    mime.setUrls({QUrl(QStringLiteral("file://server/share/x.dat"))});
+    AFileSelect* row = panel.XafsFiles.at(0);
+    QDragEnterEvent enter(row->rect().center(), Qt::CopyAction, &mime, Qt::LeftButton,
+                          Qt::NoModifier);
+    QCoreApplication::sendEvent(row, &enter);
+    QDropEvent event(row->rect().center(), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(row, &event);
+    QCOMPARE(row->fileText(), QStringLiteral("//server/share/x.dat"));
+    for (const AFileSelect* each : rows) {
+        QCOMPARE(each->dialog->directory().path(), folder.path());
+        QVERIFY(each == row || each == panel.ui.SaveFSelect || each->dir == folder.path());
+    }
+    open->dialog->close();
 }
 
 void tst_FourPsReflexes::directoryReachesEveryRowButTheSaveRow()

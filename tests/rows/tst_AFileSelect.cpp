@@ -6,15 +6,20 @@
 #include "support/TestFiles.h"
 #include "support/Unprivileged.h"
 
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QFileSystemModel>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTreeView>
+#include <QWindow>
 #include <QtTest>
 
+#include <functional>
 #include <memory>
 #include <sys/stat.h>
 
@@ -77,7 +82,63 @@ Qt::DropAction dropUrls(AFileSelect* row, const QList<QUrl>& urls)
     return drop(row, mime);
 }
 
+/// How a user ends a dialog.
+using End = std::function<void(QFileDialog*)>;
+
+/// The place of a file in the list of the row's open dialog; invalid as long as
+/// it is not listed.
+QModelIndex fileCell(const AFileSelect& row, const QString& path)
+{
+    const auto* list = row.dialog->findChild<QTreeView*>(QStringLiteral("treeView"));
+    const auto* model = qobject_cast<const QFileSystemModel*>(list->model());
+    for (int i = 0; i < model->rowCount(list->rootIndex()); ++i) {
+        const QModelIndex cell = model->index(i, 0, list->rootIndex());
+        if (model->filePath(cell) == path) {
+            return cell;
+        }
+    }
+    return {};
+}
+
+/// Clicks on a file in the list of the row's open dialog.
+bool clickFile(const AFileSelect& row, const QString& path)
+{
+    const auto* list = row.dialog->findChild<QTreeView*>(QStringLiteral("treeView"));
+    const bool listed =
+        QTest::qWaitForWindowActive(row.dialog) &&
+        QTest::qWaitFor([&] { return fileCell(row, path).isValid(); }) &&
+        QTest::qWaitFor([&] { return !list->visualRect(fileCell(row, path)).isEmpty(); });
+    if (listed) {
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          list->visualRect(fileCell(row, path)).center());
+    }
+    return listed;
+}
+
+/// A shown save row that names a result, with its dialog at @p folder.
+struct SaveRow {
+    explicit SaveRow(const QString& folder)
+    {
+        row->newFile(QStringLiteral("/results/") + fileName);
+        row->dir = dir;
+        row->dialog->setDirectory(folder);
+        row->show();
+    }
+
+    AFileSelect* operator->() const { return row.get(); }
+    AFileSelect& operator*() const { return *row; }
+    AFileSelect* get() const { return row.get(); }
+
+    std::unique_ptr<AFileSelect> row =
+        std::make_unique<AFileSelect>(nullptr, AFileSelect::SaveMode);
+    QString dir = QStringLiteral("/results");
+    QString fileName = QStringLiteral("result_1.dat");
+    QString text = QStringLiteral("/results/result_1.dat");
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(End)
 
 class tst_AFileSelect : public QObject
 {
@@ -111,6 +172,7 @@ private Q_SLOTS:
 
     void newFileShowsThePathAndTellsItInOrder();
     void newFileStoresTheCanonicalDirectory();
+    void linkToAFileIsInTheFolderOfTheLink();
     void newFileShowsAPathThatCannotBeRead();
     void directoryOfAFileYetToBeSavedIsKnown();
     void slotsRunBeforeNewFileReturns();
@@ -132,6 +194,15 @@ private Q_SLOTS:
     void highlightedPipePassesWithoutEffect();
     void highlightedUnreadableFilePassesWithoutEffect();
     void severalPickedFilesArriveTogether();
+    void openingByTheButtonLoadsNothing();
+
+    void cancelGivesTheSaveRowItsEarlierNameBack_data();
+    void cancelGivesTheSaveRowItsEarlierNameBack();
+    void selectButtonOfAnOpenDialogIsNoOpening();
+    void eachOpeningOfTheSaveRowCountsAnew();
+    void savedNameStays();
+    void cancelOfAHiddenDialogChangesNothing();
+    void cancelInOpenModeKeepsThePreview();
 
     void presentDirectoryDoesNotTouchTheDialog();
     void newDirectoryGoesToTheDialogInSilence();
@@ -409,6 +480,17 @@ void tst_AFileSelect::newFileStoresTheCanonicalDirectory()
     QCOMPARE(row.fileText(), path);
 }
 
+void tst_AFileSelect::linkToAFileIsInTheFolderOfTheLink()
+{
+    QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("measured")));
+    QVERIFY(QFile::link(file(QStringLiteral("measured/map.dat")),
+                        folder->filePath(QStringLiteral("link.dat"))));
+    AFileSelect row;
+    row.newFile(folder->filePath(QStringLiteral("link.dat")));
+    QCOMPARE(row.dir, canonicalFolder);
+    QCOMPARE(row.fileName, QStringLiteral("link.dat"));
+}
+
 void tst_AFileSelect::newFileShowsAPathThatCannotBeRead()
 {
     AFileSelect row;
@@ -632,6 +714,110 @@ void tst_AFileSelect::severalPickedFilesArriveTogether()
     Q_EMIT row.dialog->filesSelected(paths);
     QCOMPARE(lists.size(), 1);
     QCOMPARE(lists.at(0).at(0).toStringList(), paths);
+}
+
+void tst_AFileSelect::openingByTheButtonLoadsNothing()
+{
+    const QString path = file(QStringLiteral("first.dat"));
+    AFileSelect row;
+    row.show();
+    row.setDir(canonicalFolder);
+    const Journal journal(&row);
+    QTest::mouseClick(row.SelectB, Qt::LeftButton);
+    QTRY_VERIFY(fileCell(row, path).isValid());
+    QTest::qWait(50);
+    QCOMPARE(journal.entries, QStringList());
+}
+
+void tst_AFileSelect::cancelGivesTheSaveRowItsEarlierNameBack_data()
+{
+    QTest::addColumn<End>("end");
+    QTest::newRow("Cancel") << End([](QFileDialog* dialog) {
+        const auto* buttons = dialog->findChild<QDialogButtonBox*>();
+        QTest::mouseClick(buttons->button(QDialogButtonBox::Cancel), Qt::LeftButton);
+    });
+    QTest::newRow("Escape") << End(
+        [](QFileDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    QTest::newRow("closed by the window manager")
+        << End([](QFileDialog* dialog) { dialog->windowHandle()->close(); });
+}
+
+void tst_AFileSelect::cancelGivesTheSaveRowItsEarlierNameBack()
+{
+    QFETCH(End, end);
+    const SaveRow row(canonicalFolder);
+    const QString measured = file(QStringLiteral("map.dat"));
+    QTest::mouseClick(row->SelectB, Qt::LeftButton);
+    QVERIFY(clickFile(*row, measured));
+    QCOMPARE(row->fileText(), measured);
+
+    const Journal journal(row.get());
+    end(row->dialog);
+    QVERIFY(row->dialog->isHidden());
+    QCOMPARE(row->fileText(), row.text);
+    QCOMPARE(row->dir, row.dir);
+    QCOMPARE(row->fileName, row.fileName);
+    QCOMPARE(journal.entries, QStringList());
+}
+
+void tst_AFileSelect::selectButtonOfAnOpenDialogIsNoOpening()
+{
+    const SaveRow row(canonicalFolder);
+    QTest::mouseClick(row->SelectB, Qt::LeftButton);
+    QVERIFY(clickFile(*row, file(QStringLiteral("map.dat"))));
+    QTest::mouseClick(row->SelectB, Qt::LeftButton);
+    QTest::keyClick(row->dialog, Qt::Key_Escape);
+    QCOMPARE(row->fileText(), row.text);
+}
+
+void tst_AFileSelect::eachOpeningOfTheSaveRowCountsAnew()
+{
+    const SaveRow row(canonicalFolder);
+    row->dialog->show();
+    row->dialog->reject();
+    row->FileName->setText(QStringLiteral("typed.dat"));
+    QTest::mouseClick(row->SelectB, Qt::LeftButton);
+    QVERIFY(clickFile(*row, file(QStringLiteral("map.dat"))));
+    QTest::keyClick(row->dialog, Qt::Key_Escape);
+    QCOMPARE(row->fileText(), QStringLiteral("typed.dat"));
+}
+
+void tst_AFileSelect::savedNameStays()
+{
+    const SaveRow row(canonicalFolder);
+    QTest::mouseClick(row->SelectB, Qt::LeftButton);
+    QVERIFY(QTest::qWaitForWindowActive(row->dialog));
+    auto* name = row->dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    QTest::keyClicks(name, QStringLiteral("result"));
+    QTest::keyClick(name, Qt::Key_Return);
+    QVERIFY(row->dialog->isHidden());
+    const QString saved = canonicalFolder + QStringLiteral("/result.dat");
+    QCOMPARE(row->fileText(), saved);
+    QCOMPARE(row->dir, canonicalFolder);
+    QCOMPARE(row->fileName, QStringLiteral("result.dat"));
+}
+
+void tst_AFileSelect::cancelOfAHiddenDialogChangesNothing()
+{
+    const SaveRow row(canonicalFolder);
+    row->dialog->show();
+    row->dialog->reject();
+    row->FileName->setText(QStringLiteral("typed.dat"));
+    row->dialog->reject();
+    QCOMPARE(row->fileText(), QStringLiteral("typed.dat"));
+}
+
+void tst_AFileSelect::cancelInOpenModeKeepsThePreview()
+{
+    const QString path = file(QStringLiteral("map.dat"));
+    AFileSelect row;
+    row.show();
+    row.setDir(canonicalFolder);
+    QTest::mouseClick(row.SelectB, Qt::LeftButton);
+    QVERIFY(clickFile(row, path));
+    QTest::keyClick(row.dialog, Qt::Key_Escape);
+    QVERIFY(row.dialog->isHidden());
+    QCOMPARE(row.fileText(), path);
 }
 
 void tst_AFileSelect::presentDirectoryDoesNotTouchTheDialog()
