@@ -62,7 +62,7 @@ inline void resetRow(FourPs& panel, int index)
     const QSignalBlocker quiet(row);
     row->clear();
     row->loaded = false;
-    for (QLineEdit* edit : row->mutEdits + QList{row->Energy, row->MutT}) {
+    for (QLineEdit* edit : row->mutEdits + QList<QLineEdit*>{row->Energy, row->MutT}) {
         edit->clear();
     }
     row->UseCB->setChecked(false);
