@@ -4,8 +4,10 @@
 
 #include <QMouseEvent>
 #include <QStylePainter>
+#include <QTextLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace
 {
@@ -39,6 +41,45 @@ double limited(double points, double maxPoints)
     return maxPoints > 0.0 && points > maxPoints ? maxPoints : points;
 }
 
+/// From the top of the line that @p text makes to its baseline. Where letters come
+/// from a second font, as Japanese ones do, that is not the ascent of the first.
+double ascentOf(const QStylePainter* p, const QString& text)
+{
+    QTextLayout layout(text, p->font(), p->device());
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    return line.ascent();
+}
+
+/// The top for @p line of text with the painter's font: its baseline is on a
+/// whole pixel, and what it paints is inside @p room, where that is possible. A
+/// line may be higher than the room by a pixel, its letters hardly ever are.
+double topInside(const QRectF& room, const QStylePainter* p, const QRectF& line,
+                 const QString& text)
+{
+    const double ascent = ascentOf(p, text);
+    const QRectF ink = QFontMetricsF(p->font(), p->device()).tightBoundingRect(text);
+    const double highest = std::ceil(room.top() - ink.top());
+    const double lowest = std::floor(room.bottom() - ink.bottom());
+    return std::max(std::min(std::round(line.top() + ascent), lowest), highest) - ascent;
+}
+
+/// Draws @p text with the painter's font into @p room. Where it is wider than the
+/// room it is squeezed to the room's width; it is not clipped.
+void drawHeld(QStylePainter* p, const QRectF& room, int flags, const QString& text)
+{
+    const QRectF line = p->boundingRect(room, flags, text);
+    const double width = std::max(line.width(), room.width());
+    const QRectF place(0.0, topInside(room, p, line, text), width, room.height());
+    const int placing = (flags & ~Qt::AlignVertical_Mask) | Qt::AlignTop | Qt::TextDontClip;
+    const QTransform before = p->transform();
+    p->translate(room.left(), 0.0);
+    p->scale(room.width() / width, 1.0);
+    p->drawText(place, placing, text);
+    p->setTransform(before);
+}
+
 QRectF rowBox(const QRectF& first, double dx, double dy, qsizetype row)
 {
     const auto steps = static_cast<double>(row);
@@ -51,22 +92,15 @@ QRectF DrawText::drawText(QStylePainter* p, const QRectF& box, const QFont& font
                           int mode, const QString& text, double maxPoints)
 {
     const QRectF room = normalize(box);
-    QRectF measured;
-    bool visible = true;
-    int drawingFlags = flags;
+    const QRectF measured = measure(p, mode == fit ? sized(font, trialPoints) : font, flags, text);
     if (mode == fit) {
-        drawingFlags |= Qt::TextDontClip;
-        measured = measure(p, sized(font, trialPoints), flags, text);
         const double points = limited(fittingPoints(room, measured), maxPoints);
-        visible = points > 0.0;
-        if (visible) {
+        if (points > 0.0) {
             p->setFont(sized(font, points));
+            drawHeld(p, room, flags, text);
         }
     } else {
-        measured = measure(p, font, flags, text);
-    }
-    if (visible) {
-        p->drawText(room, drawingFlags, text);
+        p->drawText(room, flags, text);
     }
     p->setFont(font);
     return measured;
