@@ -16,6 +16,7 @@ public:
     /// Lowers the rows of what is inside @p form now, which also owns this.
     explicit LowRows(QWidget* form);
 
+    /// Lowers them again after a change of the font or style; takes no event away.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

@@ -6,6 +6,7 @@
 #include "display/DispMBase.h"
 #include "display/Displays.h"
 #include "panel/FourPs.h"
+#include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
 #include "support/SpectrumText.h"
 #include "support/TestFiles.h"
@@ -14,6 +15,7 @@
 #include <QAbstractButton>
 #include <QFontDatabase>
 #include <QLabel>
+#include <QStyleFactory>
 #include <QTranslator>
 #include <QtTest>
 
@@ -59,6 +61,22 @@ QString cutOnes(const QWidget* window)
     return cut.join(u'\n');
 }
 
+/// The same for the height alone: a maximum width that the design gives cuts what
+/// a desktop makes larger.
+QString tooLowOnes(const QWidget* window)
+{
+    QStringList low;
+    for (const QWidget* child : window->findChildren<QWidget*>()) {
+        const bool edit = qobject_cast<const QLineEdit*>(child);
+        const bool reads = edit || !child->property("text").toString().isEmpty();
+        if (reads && child->isVisibleTo(window) &&
+            child->height() < child->fontMetrics().height()) {
+            low << child->objectName();
+        }
+    }
+    return low.join(u'\n');
+}
+
 QString cutOnesWhenShown(QWidget* window)
 {
     window->show();
@@ -87,6 +105,114 @@ QString cutOnesPoppedOut(Frame* frame)
     frame->popDock();
     return cut;
 }
+
+/// Pairs in sight on @p window that share a parent and meet, a line for each.
+QString overlaps(const QWidget* window)
+{
+    QStringList met;
+    const auto name = [](const QWidget* w) {
+        return w->objectName() + u' ' + w->property("text").toString();
+    };
+    for (const QWidget* parent : window->findChildren<QWidget*>()) {
+        const auto children = parent->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        for (qsizetype i = 0; i < children.size() && parent->layout(); ++i) {
+            for (qsizetype j = 0; j < i; ++j) {
+                if (children.at(i)->isVisibleTo(window) && children.at(j)->isVisibleTo(window) &&
+                    children.at(i)->geometry().intersects(children.at(j)->geometry())) {
+                    met << name(children.at(i)) + QStringLiteral(" and ") + name(children.at(j));
+                }
+            }
+        }
+    }
+    return met.join(u'\n');
+}
+
+/// Where @p widget is on its window: its left edge and its width.
+std::pair<int, int> columnOf(const QWidget* widget)
+{
+    return {widget->mapTo(widget->window(), QPoint()).x(), widget->width()};
+}
+
+/// The parts of the list of energies and of the bulk row that are not in line
+/// with those of the rows above them.
+QStringList outOfLine(const FourPs* panel)
+{
+    QStringList found;
+    const auto compare = [&](const QWidget* below, const QWidget* above) {
+        if (columnOf(below) != columnOf(above)) {
+            found << below->objectName();
+        }
+    };
+    for (const AEPoint* row : panel->EPoints) {
+        compare(panel->MultiEnergys, row->Energy);
+        compare(panel->MultiFiles, row->FileSelect);
+        compare(panel->MultiFiles->SelectB, row->FileSelect->SelectB);
+        compare(panel->MultiFiles->FileName, row->FileSelect->FileName);
+        compare(panel->MultiFiles->ClearB, row->FileSelect->ClearB);
+    }
+    return found;
+}
+
+/// The fields with the paths of maps, references and target.
+QList<QWidget*> pathFields(const FourPs* panel)
+{
+    QList<QWidget*> fields{panel->MultiFiles->FileName};
+    for (const AEPoint* row : panel->EPoints) {
+        fields << row->FileSelect->FileName;
+    }
+    for (const AXafsFileSelect* row : panel->XafsFiles) {
+        fields << row->FileName;
+    }
+    return fields;
+}
+
+bool resized(QWidget* window, int width, int height)
+{
+    window->resize(width, height);
+    QCoreApplication::processEvents();
+    return window->size() == QSize(width, height);
+}
+
+/// The rows of pixels that the text of @p edit paints when it is @p height high.
+int rowsOfInk(QLineEdit* edit, int height)
+{
+    edit->resize(200, height);
+    const QImage picture = edit->grab(edit->rect().adjusted(4, 1, -4, -1)).toImage();
+    int rows = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        bool dark = false;
+        for (int x = 0; x < picture.width(); ++x) {
+            dark = dark || qGray(picture.pixel(x, y)) < 128;
+        }
+        rows += dark ? 1 : 0;
+    }
+    return rows;
+}
+
+/// Another style or font of the whole desktop, for the time of a test.
+class OtherDesktop
+{
+public:
+    OtherDesktop(const QString& style, int points)
+        : m_font(QApplication::font())
+        , m_style(QApplication::style()->name())
+    {
+        QFont font(m_font);
+        font.setPointSize(points);
+        QApplication::setFont(font);
+        QApplication::setStyle(style);
+    }
+    ~OtherDesktop()
+    {
+        QApplication::setFont(m_font);
+        QApplication::setStyle(m_style);
+    }
+    Q_DISABLE_COPY_MOVE(OtherDesktop)
+
+private:
+    QFont m_font;
+    QString m_style;
+};
 
 /// Whether @p edit shows @p number whole: no digit outside, no ellipsis.
 bool showsWhole(QLineEdit* edit, const QString& number)
@@ -214,6 +340,18 @@ private Q_SLOTS:
     void mainWindowCutsNothing();
     void panelOpensAtLeastAsWideAsItsDesign_data() { inBothLanguages(); }
     void panelOpensAtLeastAsWideAsItsDesign();
+    void mainWindowFitsOnASmallScreen_data() { inBothLanguages(); }
+    void mainWindowFitsOnASmallScreen();
+    void mainWindowLetsNothingOverlap_data() { inBothLanguages(); }
+    void mainWindowLetsNothingOverlap();
+    void lowFieldsShowWholeLetters();
+    void pathsGetTheWidthOfAWideWindow_data() { inBothLanguages(); }
+    void pathsGetTheWidthOfAWideWindow();
+    void listOfEnergiesAndBulkRowAreInLine_data() { inBothLanguages(); }
+    void listOfEnergiesAndBulkRowAreInLine();
+    void heightOfAHighWindowIsLeftBelow();
+    void otherDesktopsCutNothing_data();
+    void otherDesktopsCutNothing();
     void moreConditionsCutNothing_data() { inBothLanguages(); }
     void moreConditionsCutNothing();
     void graphWindowShowsWholeNumbersInAllReadOuts_data() { inBothLanguages(); }
@@ -269,6 +407,128 @@ void tst_WindowLayout::panelOpensAtLeastAsWideAsItsDesign()
     program.body()->show();
     QVERIFY(QTest::qWaitForWindowExposed(program.body()));
     QVERIFY(program.panel->width() >= 1016);
+}
+
+// A screen of 768 rows has about 740 for a window and its frame.
+void tst_WindowLayout::mainWindowFitsOnASmallScreen()
+{
+    constexpr int frameOfADesktop = 25;
+    QFETCH(app::Language, language);
+    const Speaking program(language);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QVERIFY2(program.body()->height() + frameOfADesktop <= 720,
+             qPrintable(QString::number(program.body()->height())));
+    QVERIFY(program.body()->width() <= 1366);
+    // Three messages and the empty line behind them.
+    const QTextEdit* messages = program.panel->ui.Message;
+    QVERIFY(messages->viewport()->height() >= 4 * messages->fontMetrics().height());
+    QVERIFY(messages->height() <= 60);
+}
+
+void tst_WindowLayout::mainWindowLetsNothingOverlap()
+{
+    QFETCH(app::Language, language);
+    const Speaking program(language);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QCOMPARE(overlaps(program.body()), QString());
+    program.panel->ui.DispCondsB->click();
+    QCoreApplication::processEvents();
+    QCOMPARE(overlaps(program.body()), QString());
+}
+
+// The highest and the lowest letters, in a field of the panel and in one with all
+// the height that it could want.
+void tst_WindowLayout::lowFieldsShowWholeLetters()
+{
+    const Speaking program(app::Language::English);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    const QString text = QStringLiteral("gjpqyÉ(8)[µ]価");
+    for (const QLineEdit* field : {program.panel->ui.EdgeE, program.panel->EPoints.at(0)->Energy}) {
+        QLineEdit sample;
+        sample.setText(text);
+        QCOMPARE(rowsOfInk(&sample, field->height()), rowsOfInk(&sample, 40));
+    }
+}
+
+void tst_WindowLayout::pathsGetTheWidthOfAWideWindow()
+{
+    QFETCH(app::Language, language);
+    const Speaking program(language);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    const int opening = program.body()->width();
+    const int height = program.body()->height();
+    const QList<QWidget*> fields = pathFields(program.panel);
+    QList<int> widths;
+    for (const QWidget* field : fields) {
+        widths << field->width();
+    }
+    for (const int width : {1600, 3840}) {
+        QVERIFY(resized(program.body(), width, height));
+        for (qsizetype i = 0; i < fields.size(); ++i) {
+            QCOMPARE(fields.at(i)->width() - widths.at(i), width - opening);
+        }
+        QCOMPARE(overlaps(program.body()), QString());
+    }
+}
+
+void tst_WindowLayout::listOfEnergiesAndBulkRowAreInLine()
+{
+    QFETCH(app::Language, language);
+    const Speaking program(language);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QCOMPARE(outOfLine(program.panel), QStringList());
+    for (const int width : {1600, 3840}) {
+        QVERIFY(resized(program.body(), width, program.body()->height()));
+        QCOMPARE(outOfLine(program.panel), QStringList());
+    }
+}
+
+void tst_WindowLayout::heightOfAHighWindowIsLeftBelow()
+{
+    const Speaking program(app::Language::English);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    const Ui_FourPs& ui = program.panel->ui;
+    const QList<QWidget*> blocks{ui.frame_5, ui.frame_6, ui.FourPsFiles, ui.FourPsAction,
+                                 ui.Message};
+    QList<QRect> places;
+    for (const QWidget* block : blocks) {
+        places << block->geometry();
+    }
+    QVERIFY(resized(program.body(), program.body()->width(), 1000));
+    for (qsizetype i = 0; i < blocks.size(); ++i) {
+        QCOMPARE(blocks.at(i)->geometry(), places.at(i));
+    }
+}
+
+void tst_WindowLayout::otherDesktopsCutNothing_data()
+{
+    QTest::addColumn<QString>("style");
+    QTest::addColumn<int>("points");
+    QTest::addColumn<app::Language>("language");
+    QTest::newRow("small letters") << "fusion" << 7 << app::Language::English;
+    QTest::newRow("large letters") << "fusion" << 12 << app::Language::Japanese;
+    QTest::newRow("very large letters") << "fusion" << 16 << app::Language::English;
+    QTest::newRow("another style") << "windows" << 9 << app::Language::English;
+    QTest::newRow("another style, large letters") << "windows" << 14 << app::Language::Japanese;
+}
+
+void tst_WindowLayout::otherDesktopsCutNothing()
+{
+    QFETCH(QString, style);
+    QFETCH(int, points);
+    QFETCH(app::Language, language);
+    const OtherDesktop desktop(style, points);
+    const Speaking program(language);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QCOMPARE(tooLowOnes(program.body()), QString());
+    QCOMPARE(overlaps(program.body()), QString());
 }
 
 void tst_WindowLayout::moreConditionsCutNothing()
