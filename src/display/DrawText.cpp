@@ -52,31 +52,29 @@ double ascentOf(const QStylePainter* p, const QString& text)
     return line.ascent();
 }
 
-/// The top for @p line of text with the painter's font: its baseline is on a
-/// whole pixel, and what it paints is inside @p room, where that is possible. A
-/// line may be higher than the room by a pixel, its letters hardly ever are.
-double topInside(const QRectF& room, const QStylePainter* p, const QRectF& line,
-                 const QString& text)
-{
-    const double ascent = ascentOf(p, text);
-    const QRectF ink = QFontMetricsF(p->font(), p->device()).tightBoundingRect(text);
-    const double highest = std::ceil(room.top() - ink.top());
-    const double lowest = std::floor(room.bottom() - ink.bottom());
-    return std::max(std::min(std::round(line.top() + ascent), lowest), highest) - ascent;
-}
-
 /// Draws @p text with the painter's font into @p room. Where it is wider than the
-/// room it is squeezed to the room's width; it is not clipped.
+/// room it is squeezed to the room's width, and where it would paint above or
+/// below the room it is moved inside, if that is possible: a line may be higher
+/// than the room by a pixel, its letters hardly ever are. It is not clipped.
 void drawHeld(QStylePainter* p, const QRectF& room, int flags, const QString& text)
 {
     const QRectF line = p->boundingRect(room, flags, text);
+    const double ascent = ascentOf(p, text);
+    const double baseline = line.top() + ascent;
+    const QRectF ink = QFontMetricsF(p->font(), p->device()).tightBoundingRect(text);
+    const double highest = std::ceil(room.top() - ink.top());
+    const double lowest = std::floor(room.bottom() - ink.bottom());
+    if (line.width() <= room.width() && baseline >= highest && baseline <= lowest) {
+        p->drawText(room, flags | Qt::TextDontClip, text);
+        return;
+    }
     const double width = std::max(line.width(), room.width());
-    const QRectF place(0.0, topInside(room, p, line, text), width, room.height());
-    const int placing = (flags & ~Qt::AlignVertical_Mask) | Qt::AlignTop | Qt::TextDontClip;
+    const double held = std::max(std::min(std::round(baseline), lowest), highest);
     const QTransform before = p->transform();
     p->translate(room.left(), 0.0);
     p->scale(room.width() / width, 1.0);
-    p->drawText(place, placing, text);
+    p->drawText(QRectF(0.0, held - ascent, width, room.height()),
+                (flags & ~Qt::AlignVertical_Mask) | Qt::AlignTop | Qt::TextDontClip, text);
     p->setTransform(before);
 }
 
