@@ -52,28 +52,29 @@ double ascentOf(const QStylePainter* p, const QString& text)
     return line.ascent();
 }
 
-/// Draws @p text with the painter's font into @p room. Where it is wider than the
-/// room it is squeezed to the room's width, and where it would paint above or
-/// below the room it is moved inside, if that is possible: a line may be higher
-/// than the room by a pixel, its letters hardly ever are. It is not clipped.
-void drawHeld(QStylePainter* p, const QRectF& room, int flags, const QString& text)
+/// Draws @p text with the painter's font into @p box. Where it is wider than the
+/// box it is squeezed to the box's width, and where it would paint above or
+/// below the box it is moved inside, if that is possible: a line may be higher
+/// than the box by a pixel, its letters hardly ever are. It is not clipped.
+void drawHeld(QStylePainter* p, const QRectF& box, int flags, const QString& text)
 {
-    const QRectF line = p->boundingRect(room, flags, text);
+    const QRectF line = p->boundingRect(box, flags, text);
     const double ascent = ascentOf(p, text);
     const double baseline = line.top() + ascent;
     const QRectF ink = QFontMetricsF(p->font(), p->device()).tightBoundingRect(text);
-    const double highest = std::ceil(room.top() - ink.top());
-    const double lowest = std::floor(room.bottom() - ink.bottom());
-    if (line.width() <= room.width() && baseline >= highest && baseline <= lowest) {
-        p->drawText(room, flags | Qt::TextDontClip, text);
+    const double highest = std::ceil(box.top() - ink.top());
+    const double lowest = std::floor(box.bottom() - ink.bottom());
+    const bool tooWide = line.width() > box.width();
+    if (!tooWide && baseline >= highest && baseline <= lowest) {
+        p->drawText(box, flags | Qt::TextDontClip, text);
         return;
     }
-    const double width = std::max(line.width(), room.width());
+    const double width = tooWide ? line.width() : box.width();
     const double held = std::max(std::min(std::round(baseline), lowest), highest);
     const QTransform before = p->transform();
-    p->translate(room.left(), 0.0);
-    p->scale(room.width() / width, 1.0);
-    p->drawText(QRectF(0.0, held - ascent, width, room.height()),
+    p->translate(box.left(), 0.0);
+    p->scale(tooWide ? box.width() / width : 1.0, 1.0);
+    p->drawText(QRectF(0.0, held - ascent, width, box.height()),
                 (flags & ~Qt::AlignVertical_Mask) | Qt::AlignTop | Qt::TextDontClip, text);
     p->setTransform(before);
 }
@@ -89,16 +90,16 @@ QRectF rowBox(const QRectF& first, double dx, double dy, qsizetype row)
 QRectF DrawText::drawText(QStylePainter* p, const QRectF& box, const QFont& font, int flags,
                           int mode, const QString& text, double maxPoints)
 {
-    const QRectF room = normalize(box);
+    const QRectF normal = normalize(box);
     const QRectF measured = measure(p, mode == fit ? sized(font, trialPoints) : font, flags, text);
     if (mode == fit) {
-        const double points = limited(fittingPoints(room, measured), maxPoints);
+        const double points = limited(fittingPoints(normal, measured), maxPoints);
         if (points > 0.0) {
             p->setFont(sized(font, points));
-            drawHeld(p, room, flags, text);
+            drawHeld(p, normal, flags, text);
         }
     } else {
-        p->drawText(room, flags, text);
+        p->drawText(normal, flags, text);
     }
     p->setFont(font);
     return measured;

@@ -219,9 +219,9 @@ bool showsWhole(QLineEdit* edit, const QString& number)
 {
     edit->setText(number);
     // What the toolkit leaves free beside a text, and the cursor.
-    const int room = edit->contentsRect().width() - 2 * 2 - 1;
+    const int free = edit->contentsRect().width() - 2 * 2 - 1;
     return edit->toolTip().isEmpty() &&
-           QFontMetricsF(edit->font()).horizontalAdvance(number) <= room;
+           QFontMetricsF(edit->font()).horizontalAdvance(number) <= free;
 }
 
 /// The plots that have a place in the graph window.
@@ -264,7 +264,7 @@ QStringList outside(const QList<tests::DrawnText>& texts, double from, double to
     return found;
 }
 
-/// The texts of a spectrum's plot that leave their boxes: both labels of the y
+/// The texts of a spectrum's plot that are outside their boxes: both labels of the y
 /// axis the left margin, both of the x axis two margins' width below the plot,
 /// and the edge jump three margins' width at the right of it.
 QStringList labelsOutsideTheirBoxes(DispABase* plot)
