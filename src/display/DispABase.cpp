@@ -3,6 +3,7 @@
 #include "display/LineEditText.h"
 #include "display/Pixels.h"
 
+#include <algorithm>
 #include <cmath>
 
 using display::truncated;
@@ -11,6 +12,8 @@ namespace
 {
 
 constexpr double maxTitlePoints = 12.0;
+constexpr int buttonPadding = 8; // pixels, both sides together
+constexpr int buttonColumn = 7;
 
 } // namespace
 
@@ -18,6 +21,10 @@ DispABase::DispABase(QWidget* parent)
     : QFrame(parent)
 {
     setupUi(this);
+    // No wider than its words need: the read-outs have use for every pixel.
+    const int words = PopDockB->fontMetrics().horizontalAdvance(PopDockB->text());
+    gridLayout_2->setColumnMinimumWidth(buttonColumn,
+                                        std::min(words + buttonPadding, PopDockB->maximumWidth()));
     pop = new PopBase(this);
     popLayout = pop->PopBaseLayout;
     connect(DispA, &DispArea::nowPos, this, &DispABase::receiveNowPos);
@@ -40,8 +47,11 @@ void DispABase::setXYTitle(const QString& x, const QString& y)
 {
     xTitle = x;
     yTitle = y;
+    // An empty label would still cost the strip its spacing.
     XTitle->setText(xTitleInArea ? QString() : xTitle);
+    XTitle->setHidden(XTitle->text().isEmpty());
     YTitle->setText(yTitleInArea ? QString() : yTitle);
+    YTitle->setHidden(YTitle->text().isEmpty());
 }
 
 void DispABase::receiveNowPos(double rx, double ry)
@@ -60,6 +70,7 @@ void DispABase::receiveDraw(QStylePainter* p)
 
 void DispABase::popDock()
 {
+    pop->setWindowTitle(Title->text());
     pop->popDock(DispABFrame, gridLayout, &docked);
 }
 

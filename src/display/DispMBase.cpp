@@ -79,6 +79,7 @@ void DispMBase::receiveDraw(QStylePainter* p)
 
 void DispMBase::popDock()
 {
+    pop->setWindowTitle(Title->text());
     pop->popDock(DispABFrame, gridLayout, &docked);
 }
 

@@ -4,8 +4,10 @@
 
 #include <QMouseEvent>
 #include <QStylePainter>
+#include <QTextLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace
 {
@@ -39,6 +41,44 @@ double limited(double points, double maxPoints)
     return maxPoints > 0.0 && points > maxPoints ? maxPoints : points;
 }
 
+/// From the top of the line that @p text makes to its baseline. Where letters come
+/// from a second font, as Japanese ones do, that is not the ascent of the first.
+double ascentOf(const QStylePainter* p, const QString& text)
+{
+    QTextLayout layout(text, p->font(), p->device());
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    return line.ascent();
+}
+
+/// Draws @p text with the painter's font into @p box. Where it is wider than the
+/// box it is squeezed to the box's width, and where it would paint above or
+/// below the box it is moved inside, if that is possible: a line may be higher
+/// than the box by a pixel, its letters hardly ever are. It is not clipped.
+void drawHeld(QStylePainter* p, const QRectF& box, int flags, const QString& text)
+{
+    const QRectF line = p->boundingRect(box, flags, text);
+    const double ascent = ascentOf(p, text);
+    const double baseline = line.top() + ascent;
+    const QRectF ink = QFontMetricsF(p->font(), p->device()).tightBoundingRect(text);
+    const double highest = std::ceil(box.top() - ink.top());
+    const double lowest = std::floor(box.bottom() - ink.bottom());
+    const bool tooWide = line.width() > box.width();
+    if (!tooWide && baseline >= highest && baseline <= lowest) {
+        p->drawText(box, flags | Qt::TextDontClip, text);
+        return;
+    }
+    const double width = tooWide ? line.width() : box.width();
+    const double held = std::max(std::min(std::round(baseline), lowest), highest);
+    const QTransform before = p->transform();
+    p->translate(box.left(), 0.0);
+    p->scale(tooWide ? box.width() / width : 1.0, 1.0);
+    p->drawText(QRectF(0.0, held - ascent, width, box.height()),
+                (flags & ~Qt::AlignVertical_Mask) | Qt::AlignTop | Qt::TextDontClip, text);
+    p->setTransform(before);
+}
+
 QRectF rowBox(const QRectF& first, double dx, double dy, qsizetype row)
 {
     const auto steps = static_cast<double>(row);
@@ -50,23 +90,16 @@ QRectF rowBox(const QRectF& first, double dx, double dy, qsizetype row)
 QRectF DrawText::drawText(QStylePainter* p, const QRectF& box, const QFont& font, int flags,
                           int mode, const QString& text, double maxPoints)
 {
-    const QRectF room = normalize(box);
-    QRectF measured;
-    bool visible = true;
-    int drawingFlags = flags;
+    const QRectF normal = normalize(box);
+    const QRectF measured = measure(p, mode == fit ? sized(font, trialPoints) : font, flags, text);
     if (mode == fit) {
-        drawingFlags |= Qt::TextDontClip;
-        measured = measure(p, sized(font, trialPoints), flags, text);
-        const double points = limited(fittingPoints(room, measured), maxPoints);
-        visible = points > 0.0;
-        if (visible) {
+        const double points = limited(fittingPoints(normal, measured), maxPoints);
+        if (points > 0.0) {
             p->setFont(sized(font, points));
+            drawHeld(p, normal, flags, text);
         }
     } else {
-        measured = measure(p, font, flags, text);
-    }
-    if (visible) {
-        p->drawText(room, drawingFlags, text);
+        p->drawText(normal, flags, text);
     }
     p->setFont(font);
     return measured;

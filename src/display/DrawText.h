@@ -29,8 +29,9 @@ public:
     using QObject::QObject;
 
     /// Draws @p text into @p box and leaves the painter with @p font. Fitted
-    /// text is not clipped to its box: fonts come in whole pixels, so a small
-    /// one may be a little wider than it should, and must not lose a digit.
+    /// text is not clipped to its box, so that it cannot lose a digit. Fonts come
+    /// in whole pixels, so that it may be wider than the size says; then it is
+    /// squeezed to the width of the box.
     ///
     /// @param mode       1 fits the size; anything else takes @p font as it is
     /// @param maxPoints  the largest size when fitting; no limit at 0 or below

@@ -8,6 +8,7 @@
 #include "display/FittedEdit.h"
 #include "display/Histgram.h"
 #include "display/LineEditText.h"
+#include "panel/LowRows.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
 
@@ -52,6 +53,7 @@ FourPs::FourPs(QWidget* parent)
     makeEnergyRows();
     titleDialogs();
     layOutEnergyRows();
+    new LowRows(this);
     makeHistograms();
     SetDefaultEnergies();
     setEdge();
@@ -163,8 +165,10 @@ void FourPs::layOutEnergyRows()
     }
     EPoints.first()->ShowMapB->setChecked(true);
     const int below = energyRowCount + headingRows;
-    ui.CLayout->addWidget(MultiEnergys, below, EnergyColumn);
-    ui.CLayout->addWidget(MultiFiles, below, MapFileColumn);
+    // In line with the fields above.
+    MultiEnergys->setMaximumWidth(EPoints.first()->Energy->maximumWidth());
+    ui.CLayout->addWidget(MultiEnergys, below, EnergyColumn, Qt::AlignCenter);
+    ui.CLayout->addWidget(MultiFiles, below, MapFileColumn, Qt::AlignVCenter);
 }
 
 void FourPs::makeHeadings()
@@ -214,7 +218,9 @@ void FourPs::placeEnergyRow(int row)
         {point->ShowMapB, ShowMapColumn},
     }};
     for (const auto& [widget, column] : cells) {
-        ui.CLayout->addWidget(widget, line, column, Qt::AlignCenter);
+        // The paths take all the width that there is; the others are centred.
+        const bool path = column == MapFileColumn;
+        ui.CLayout->addWidget(widget, line, column, path ? Qt::AlignVCenter : Qt::AlignCenter);
     }
 }
 

@@ -143,7 +143,7 @@ void tst_Displays::windowIsAsItsFormSays()
     const Displays graphs;
     QCOMPARE(graphs.objectName(), QStringLiteral("Displays"));
     QCOMPARE(graphs.windowTitle(), QStringLiteral("Frame"));
-    QCOMPARE(graphs.size(), QSize(850, 853));
+    QCOMPARE(graphs.size(), QSize(1100, 853));
     QCOMPARE(graphs.frameShape(), QFrame::StyledPanel);
     QCOMPARE(graphs.frameShadow(), QFrame::Raised);
     QVERIFY(graphs.isWindow());

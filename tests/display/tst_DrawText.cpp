@@ -67,10 +67,11 @@ QImage drawn(const Drawing& drawing)
 /// The smallest rectangle with all pixels that are not white.
 QRect ink(const QImage& image)
 {
+    const QRgb paper = QColor(Qt::white).rgb();
     QRect found;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
-            if (image.pixelColor(x, y) != Qt::white) {
+            if (image.pixel(x, y) != paper) {
                 found |= QRect(x, y, 1, 1);
             }
         }
@@ -113,6 +114,10 @@ private Q_SLOTS:
     void negativeBoxIsTheSameBox();
     void fittedTextStaysInItsBox_data();
     void fittedTextStaysInItsBox();
+    void smallTextStaysInItsBox_data();
+    void smallTextStaysInItsBox();
+    void boxAtTheEdgeLosesNoPartOfADigit_data() { smallTextStaysInItsBox_data(); }
+    void boxAtTheEdgeLosesNoPartOfADigit();
     void boxOfNoSizeShowsNothing_data();
     void boxOfNoSizeShowsNothing();
     void boxWithoutASideFitsTheOther_data();
@@ -358,8 +363,8 @@ void tst_DrawText::fittedTextStaysInItsBox_data()
     QTest::newRow("narrow") << QRectF(50, 60, 40, 90) << int(Qt::AlignCenter);
 }
 
-// Tolerance: fonts come in whole pixels, so a text may be a few wider or narrower
-// than wanted, and letters hang over by one.
+// Tolerance: fonts come in whole pixels, so a text may be a few narrower than
+// wanted, and letters hang over by one.
 void tst_DrawText::fittedTextStaysInItsBox()
 {
     QFETCH(QRectF, box);
@@ -368,7 +373,7 @@ void tst_DrawText::fittedTextStaysInItsBox()
         drawn([&](QStylePainter* p) { m_dt.drawText(p, box, givenFont(), flags, 1, word, -1.0); }));
     const QRectF room = box.normalized();
     QVERIFY(!found.isEmpty());
-    QVERIFY(room.adjusted(-3, -1, 3, 1).contains(QRectF(found)));
+    QVERIFY(room.adjusted(-1, -1, 1, 1).contains(QRectF(found)));
     if (flags & Qt::AlignLeft) {
         QVERIFY(near(found.left(), room.left(), 3.0));
     }
@@ -376,6 +381,61 @@ void tst_DrawText::fittedTextStaysInItsBox()
         QVERIFY(near(found.right() + 1.0, room.right(), 3.0));
     }
     QVERIFY(near(QRectF(found).center().y(), room.center().y(), 3.0));
+}
+
+void tst_DrawText::smallTextStaysInItsBox_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("flags");
+    const int rightMiddle = Qt::AlignRight | Qt::AlignVCenter;
+    QTest::newRow("range") << "544.5" << rightMiddle;
+    QTest::newRow("negative range") << "-198." << rightMiddle;
+    QTest::newRow("range at the left") << "2.5470" << leftMiddle;
+    QTest::newRow("edge jump") << "Edge Jump : 0.974817" << leftMiddle;
+    QTest::newRow("edge jump in Japanese") << QStringLiteral("ジャンプ : 0.974817") << leftMiddle;
+    QTest::newRow("title") << "Eng.[eV]" << int(Qt::AlignCenter);
+    QTest::newRow("title in Japanese") << QStringLiteral("画素数") << int(Qt::AlignCenter);
+}
+
+// Widths from that of a plot in a small window on, in steps that are no whole
+// pixels. At the top and bottom letters may hang over by a pixel.
+void tst_DrawText::smallTextStaysInItsBox()
+{
+    QFETCH(QString, text);
+    QFETCH(int, flags);
+    for (double width = 12.0; width < 90.0; width += 3.1) {
+        for (const double height : {8.0, 11.0}) {
+            const QRectF box(50.0, 60.0, width, height);
+            const QRect found = ink(drawn(
+                [&](QStylePainter* p) { m_dt.drawText(p, box, QFont(), flags, 1, text, 12.0); }));
+            const QRect allowed = box.toAlignedRect().adjusted(0, -1, 0, 1);
+            QVERIFY2(found.isEmpty() || allowed.contains(found),
+                     qPrintable(QStringLiteral("in a box of %1 by %2, from %3 to %4")
+                                    .arg(width)
+                                    .arg(height)
+                                    .arg(found.left())
+                                    .arg(found.right())));
+        }
+    }
+}
+
+// What a widget's edge would cut is there when the same box is further inside.
+void tst_DrawText::boxAtTheEdgeLosesNoPartOfADigit()
+{
+    QFETCH(QString, text);
+    QFETCH(int, flags);
+    constexpr int inside = 40;
+    for (double width = 12.0; width < 90.0; width += 3.1) {
+        const auto at = [&](double left) {
+            return drawn([&](QStylePainter* p) {
+                m_dt.drawText(p, {left, 60.0, width, 9.0}, QFont(), flags, 1, text, 12.0);
+            });
+        };
+        const QImage edge = at(0.0);
+        const QImage whole = at(inside);
+        QCOMPARE(ink(edge).translated(inside, 0), ink(whole));
+        QCOMPARE(edge.copy(0, 0, 150, 200), whole.copy(inside, 0, 150, 200));
+    }
 }
 
 void tst_DrawText::boxOfNoSizeShowsNothing_data()

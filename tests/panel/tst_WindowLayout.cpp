@@ -1,15 +1,21 @@
 // What a user reads on every window as it opens, in either language: no label or
-// button is cut.
+// button is cut, numbers are whole, and what belongs together is in line.
 
 #include "app/Body.h"
 #include "app/Language.h"
 #include "display/DispMBase.h"
 #include "display/Displays.h"
 #include "panel/FourPs.h"
+#include "rows/AEPoint.h"
+#include "rows/ARefFile.h"
+#include "support/SpectrumText.h"
+#include "support/TestFiles.h"
+#include "support/TextRecorder.h"
 
 #include <QAbstractButton>
 #include <QFontDatabase>
 #include <QLabel>
+#include <QStyleFactory>
 #include <QTranslator>
 #include <QtTest>
 
@@ -26,7 +32,11 @@ QSize roomFor(const QWidget* widget)
     const QString text = widget->property("text").toString();
     // Nothing to read still has the height of a line.
     const QSize words = text.isEmpty() ? QSize() : widget->fontMetrics().size(0, text);
-    return widget->sizeHint().boundedTo(widget->maximumSize()).expandedTo(words);
+    // This button gives what it does not need to the read-outs beside it.
+    const QSize most = widget->objectName() == QStringLiteral("PopDockB")
+                           ? QSize(0, widget->maximumHeight())
+                           : widget->maximumSize();
+    return widget->sizeHint().boundedTo(most).expandedTo(words);
 }
 
 /// Labels and buttons in sight on @p window that have not the room they need, a
@@ -49,6 +59,22 @@ QString cutOnes(const QWidget* window)
         }
     }
     return cut.join(u'\n');
+}
+
+/// The same for the height alone: a maximum width that the design gives cuts what
+/// a desktop makes larger.
+QString tooLowOnes(const QWidget* window)
+{
+    QStringList low;
+    for (const QWidget* child : window->findChildren<QWidget*>()) {
+        const bool edit = qobject_cast<const QLineEdit*>(child);
+        const bool reads = edit || !child->property("text").toString().isEmpty();
+        if (reads && child->isVisibleTo(window) &&
+            child->height() < child->fontMetrics().height()) {
+            low << child->objectName();
+        }
+    }
+    return low.join(u'\n');
 }
 
 QString cutOnesWhenShown(QWidget* window)
@@ -78,6 +104,190 @@ QString cutOnesPoppedOut(Frame* frame)
     }
     frame->popDock();
     return cut;
+}
+
+/// Pairs in sight on @p window that share a parent and meet, a line for each.
+QString overlaps(const QWidget* window)
+{
+    QStringList met;
+    const auto name = [](const QWidget* w) {
+        return w->objectName() + u' ' + w->property("text").toString();
+    };
+    for (const QWidget* parent : window->findChildren<QWidget*>()) {
+        const auto children = parent->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        for (qsizetype i = 0; i < children.size() && parent->layout(); ++i) {
+            for (qsizetype j = 0; j < i; ++j) {
+                if (children.at(i)->isVisibleTo(window) && children.at(j)->isVisibleTo(window) &&
+                    children.at(i)->geometry().intersects(children.at(j)->geometry())) {
+                    met << name(children.at(i)) + QStringLiteral(" and ") + name(children.at(j));
+                }
+            }
+        }
+    }
+    return met.join(u'\n');
+}
+
+/// Where @p widget is on its window: its left edge and its width.
+std::pair<int, int> columnOf(const QWidget* widget)
+{
+    return {widget->mapTo(widget->window(), QPoint()).x(), widget->width()};
+}
+
+/// The parts of the list of energies and of the bulk row that are not in line
+/// with those of the rows above them.
+QStringList outOfLine(const FourPs* panel)
+{
+    QStringList found;
+    const auto compare = [&](const QWidget* below, const QWidget* above) {
+        if (columnOf(below) != columnOf(above)) {
+            found << below->objectName();
+        }
+    };
+    for (const AEPoint* row : panel->EPoints) {
+        compare(panel->MultiEnergys, row->Energy);
+        compare(panel->MultiFiles, row->FileSelect);
+        compare(panel->MultiFiles->SelectB, row->FileSelect->SelectB);
+        compare(panel->MultiFiles->FileName, row->FileSelect->FileName);
+        compare(panel->MultiFiles->ClearB, row->FileSelect->ClearB);
+    }
+    return found;
+}
+
+/// The fields with the paths of maps, references and target.
+QList<QWidget*> pathFields(const FourPs* panel)
+{
+    QList<QWidget*> fields{panel->MultiFiles->FileName};
+    for (const AEPoint* row : panel->EPoints) {
+        fields << row->FileSelect->FileName;
+    }
+    for (const AXafsFileSelect* row : panel->XafsFiles) {
+        fields << row->FileName;
+    }
+    return fields;
+}
+
+bool resized(QWidget* window, int width, int height)
+{
+    window->resize(width, height);
+    QCoreApplication::processEvents();
+    return window->size() == QSize(width, height);
+}
+
+/// The rows of pixels that the text of @p edit paints when it is @p height high.
+int rowsOfInk(QLineEdit* edit, int height)
+{
+    edit->resize(200, height);
+    const QImage picture = edit->grab(edit->rect().adjusted(4, 1, -4, -1)).toImage();
+    int rows = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        bool dark = false;
+        for (int x = 0; x < picture.width(); ++x) {
+            dark = dark || qGray(picture.pixel(x, y)) < 128;
+        }
+        rows += dark ? 1 : 0;
+    }
+    return rows;
+}
+
+/// Another style or font of the whole desktop, for the time of a test.
+class OtherDesktop
+{
+public:
+    OtherDesktop(const QString& style, int points)
+        : m_font(QApplication::font())
+        , m_style(QApplication::style()->name())
+    {
+        QFont font(m_font);
+        font.setPointSize(points);
+        QApplication::setFont(font);
+        QApplication::setStyle(style);
+    }
+    ~OtherDesktop()
+    {
+        QApplication::setFont(m_font);
+        QApplication::setStyle(m_style);
+    }
+    Q_DISABLE_COPY_MOVE(OtherDesktop)
+
+private:
+    QFont m_font;
+    QString m_style;
+};
+
+/// Whether @p edit shows @p number whole: no digit outside, no ellipsis.
+bool showsWhole(QLineEdit* edit, const QString& number)
+{
+    edit->setText(number);
+    // What the toolkit leaves free beside a text, and the cursor.
+    const int free = edit->contentsRect().width() - 2 * 2 - 1;
+    return edit->toolTip().isEmpty() &&
+           QFontMetricsF(edit->font()).horizontalAdvance(number) <= free;
+}
+
+/// The plots that have a place in the graph window.
+QList<DispABase*> plotsIn(const Displays* graphs)
+{
+    QList<DispABase*> plots;
+    for (DispABase* plot : graphs->disps) {
+        if (plot->parentWidget() == graphs) {
+            plots.append(plot);
+        }
+    }
+    return plots;
+}
+
+/// The texts on the surface of @p plot, as they reach a painter.
+QList<tests::DrawnText> textsOn(DispABase* plot)
+{
+    tests::TextRecorder recorder;
+    QStylePainter p(&recorder, plot->DispA);
+    Q_EMIT plot->DispA->draw(&p);
+    p.end();
+    return recorder.texts();
+}
+
+/// Texts that begin at the left of @p from or end at the right of @p to, pixels.
+QStringList outside(const QList<tests::DrawnText>& texts, double from, double to)
+{
+    constexpr double rounding = 1e-6;
+    QStringList found;
+    for (const tests::DrawnText& text : texts) {
+        if (text.at.x() < from - rounding || text.at.x() + text.width > to + rounding) {
+            found << QStringLiteral("\"%1\" from %2 to %3, outside %4 to %5")
+                         .arg(text.text)
+                         .arg(text.at.x())
+                         .arg(text.at.x() + text.width)
+                         .arg(from)
+                         .arg(to);
+        }
+    }
+    return found;
+}
+
+/// The texts of a spectrum's plot that are outside their boxes: both labels of the y
+/// axis the left margin, both of the x axis two margins' width below the plot,
+/// and the edge jump three margins' width at the right of it.
+QStringList labelsOutsideTheirBoxes(DispABase* plot)
+{
+    const ChCoord& cc = plot->DispA->cc;
+    const int margin = static_cast<int>(0.1 * plot->DispA->width());
+    const QList<tests::DrawnText> texts = textsOn(plot);
+    if (texts.size() < 7) {
+        return {QStringLiteral("too few texts")};
+    }
+    // The frame's four labels, the edge jump, and then both titles. A text of
+    // letters from two fonts comes in parts.
+    QStringList found = outside(texts.mid(0, 2), 0.0, 0.95 * margin) +
+                        outside(texts.mid(2, 1), cc.areaX0, cc.areaX0 + 2 * margin) +
+                        outside(texts.mid(3, 1), cc.areaX1 - 2 * margin, cc.areaX1);
+    for (const tests::DrawnText& text : texts.mid(4)) {
+        const bool titleOfX = text.at.y() > cc.areaY0;
+        const bool titleOfY = text.at.x() < cc.areaX0;
+        if (!titleOfY) {
+            found += outside({text}, titleOfX ? cc.areaX0 : cc.areaX1 - 3 * margin, cc.areaX1);
+        }
+    }
+    return found;
 }
 
 /// The program in one language, made anew.
@@ -130,8 +340,28 @@ private Q_SLOTS:
     void mainWindowCutsNothing();
     void panelOpensAtLeastAsWideAsItsDesign_data() { inBothLanguages(); }
     void panelOpensAtLeastAsWideAsItsDesign();
+    void mainWindowFitsOnASmallScreen_data() { inBothLanguages(); }
+    void mainWindowFitsOnASmallScreen();
+    void mainWindowLetsNothingOverlap_data() { inBothLanguages(); }
+    void mainWindowLetsNothingOverlap();
+    void lowFieldsShowWholeLetters();
+    void pathsGetTheWidthOfAWideWindow_data() { inBothLanguages(); }
+    void pathsGetTheWidthOfAWideWindow();
+    void listOfEnergiesAndBulkRowAreInLine_data() { inBothLanguages(); }
+    void listOfEnergiesAndBulkRowAreInLine();
+    void heightOfAHighWindowIsLeftBelow();
+    void otherDesktopsCutNothing_data();
+    void otherDesktopsCutNothing();
     void moreConditionsCutNothing_data() { inBothLanguages(); }
     void moreConditionsCutNothing();
+    void graphWindowShowsWholeNumbersInAllReadOuts_data() { inBothLanguages(); }
+    void graphWindowShowsWholeNumbersInAllReadOuts();
+    void graphWindowHasEqualColumns_data() { inBothLanguages(); }
+    void graphWindowHasEqualColumns();
+    void plotLabelsStayInTheirBoxes_data() { inBothLanguages(); }
+    void plotLabelsStayInTheirBoxes();
+    void poppedOutWindowsCarryTheNamesOfTheirPlots_data() { inBothLanguages(); }
+    void poppedOutWindowsCarryTheNamesOfTheirPlots();
     void graphWindowOpensAtItsSizeAndCutsNothing_data() { inBothLanguages(); }
     void graphWindowOpensAtItsSizeAndCutsNothing();
     void mapWindowsOpenAtTheirSizeAndCutNothing_data() { inBothLanguages(); }
@@ -179,6 +409,128 @@ void tst_WindowLayout::panelOpensAtLeastAsWideAsItsDesign()
     QVERIFY(program.panel->width() >= 1016);
 }
 
+// A screen of 768 rows has about 740 for a window and its frame.
+void tst_WindowLayout::mainWindowFitsOnASmallScreen()
+{
+    constexpr int frameOfADesktop = 25;
+    QFETCH(app::Language, language);
+    const Speaking program(language);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QVERIFY2(program.body()->height() + frameOfADesktop <= 720,
+             qPrintable(QString::number(program.body()->height())));
+    QVERIFY(program.body()->width() <= 1366);
+    // Three messages and the empty line behind them.
+    const QTextEdit* messages = program.panel->ui.Message;
+    QVERIFY(messages->viewport()->height() >= 4 * messages->fontMetrics().height());
+    QVERIFY(messages->height() <= 60);
+}
+
+void tst_WindowLayout::mainWindowLetsNothingOverlap()
+{
+    QFETCH(app::Language, language);
+    const Speaking program(language);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QCOMPARE(overlaps(program.body()), QString());
+    program.panel->ui.DispCondsB->click();
+    QCoreApplication::processEvents();
+    QCOMPARE(overlaps(program.body()), QString());
+}
+
+// The highest and the lowest letters, in a field of the panel and in one with all
+// the height that it could want.
+void tst_WindowLayout::lowFieldsShowWholeLetters()
+{
+    const Speaking program(app::Language::English);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    const QString text = QStringLiteral("gjpqyÉ(8)[µ]価");
+    for (const QLineEdit* field : {program.panel->ui.EdgeE, program.panel->EPoints.at(0)->Energy}) {
+        QLineEdit sample;
+        sample.setText(text);
+        QCOMPARE(rowsOfInk(&sample, field->height()), rowsOfInk(&sample, 40));
+    }
+}
+
+void tst_WindowLayout::pathsGetTheWidthOfAWideWindow()
+{
+    QFETCH(app::Language, language);
+    const Speaking program(language);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    const int opening = program.body()->width();
+    const int height = program.body()->height();
+    const QList<QWidget*> fields = pathFields(program.panel);
+    QList<int> widths;
+    for (const QWidget* field : fields) {
+        widths << field->width();
+    }
+    for (const int width : {1600, 3840}) {
+        QVERIFY(resized(program.body(), width, height));
+        for (qsizetype i = 0; i < fields.size(); ++i) {
+            QCOMPARE(fields.at(i)->width() - widths.at(i), width - opening);
+        }
+        QCOMPARE(overlaps(program.body()), QString());
+    }
+}
+
+void tst_WindowLayout::listOfEnergiesAndBulkRowAreInLine()
+{
+    QFETCH(app::Language, language);
+    const Speaking program(language);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QCOMPARE(outOfLine(program.panel), QStringList());
+    for (const int width : {1600, 3840}) {
+        QVERIFY(resized(program.body(), width, program.body()->height()));
+        QCOMPARE(outOfLine(program.panel), QStringList());
+    }
+}
+
+void tst_WindowLayout::heightOfAHighWindowIsLeftBelow()
+{
+    const Speaking program(app::Language::English);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    const Ui_FourPs& ui = program.panel->ui;
+    const QList<QWidget*> blocks{ui.frame_5, ui.frame_6, ui.FourPsFiles, ui.FourPsAction,
+                                 ui.Message};
+    QList<QRect> places;
+    for (const QWidget* block : blocks) {
+        places << block->geometry();
+    }
+    QVERIFY(resized(program.body(), program.body()->width(), 1000));
+    for (qsizetype i = 0; i < blocks.size(); ++i) {
+        QCOMPARE(blocks.at(i)->geometry(), places.at(i));
+    }
+}
+
+void tst_WindowLayout::otherDesktopsCutNothing_data()
+{
+    QTest::addColumn<QString>("style");
+    QTest::addColumn<int>("points");
+    QTest::addColumn<app::Language>("language");
+    QTest::newRow("small letters") << "fusion" << 7 << app::Language::English;
+    QTest::newRow("large letters") << "fusion" << 12 << app::Language::Japanese;
+    QTest::newRow("very large letters") << "fusion" << 16 << app::Language::English;
+    QTest::newRow("another style") << "windows" << 9 << app::Language::English;
+    QTest::newRow("another style, large letters") << "windows" << 14 << app::Language::Japanese;
+}
+
+void tst_WindowLayout::otherDesktopsCutNothing()
+{
+    QFETCH(QString, style);
+    QFETCH(int, points);
+    QFETCH(app::Language, language);
+    const OtherDesktop desktop(style, points);
+    const Speaking program(language);
+    program.body()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QCOMPARE(tooLowOnes(program.body()), QString());
+    QCOMPARE(overlaps(program.body()), QString());
+}
+
 void tst_WindowLayout::moreConditionsCutNothing()
 {
     QFETCH(app::Language, language);
@@ -193,7 +545,84 @@ void tst_WindowLayout::graphWindowOpensAtItsSizeAndCutsNothing()
     QFETCH(app::Language, language);
     const Speaking program(language);
     QCOMPARE(cutOnesWhenShown(program.panel->Disps), QString());
-    QCOMPARE(program.panel->Disps->size(), QSize(850, 853));
+    QCOMPARE(program.panel->Disps->size(), QSize(1100, 853));
+}
+
+void tst_WindowLayout::graphWindowShowsWholeNumbersInAllReadOuts()
+{
+    QFETCH(app::Language, language);
+    const Speaking program(language);
+    program.panel->Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.panel->Disps));
+    const QList<DispABase*> plots = plotsIn(program.panel->Disps);
+    QCOMPARE(plots.size(), 10);
+    for (const DispABase* plot : plots) {
+        for (const char* number : {"316.038", "8550.12", "-0.0123", "8888.88"}) {
+            QVERIFY2(showsWhole(plot->XPos, number), qPrintable(plot->Title->text()));
+            QVERIFY2(showsWhole(plot->YPos, number), qPrintable(plot->Title->text()));
+        }
+    }
+}
+
+void tst_WindowLayout::graphWindowHasEqualColumns()
+{
+    QFETCH(app::Language, language);
+    const Speaking program(language);
+    Displays* graphs = program.panel->Disps;
+    graphs->show();
+    QVERIFY(QTest::qWaitForWindowExposed(graphs));
+    const int column = graphs->frame(Displays::DRef1)->width();
+    const int step = graphs->frame(Displays::DRef2)->x() - graphs->frame(Displays::DRef1)->x();
+    QCOMPARE(step, column + 2);
+    for (const DispABase* plot : plotsIn(graphs)) {
+        const bool wide = plot == graphs->frame(Displays::DMuts);
+        QCOMPARE(plot->width(), wide ? 2 * column + 2 : column);
+        QCOMPARE((plot->x() - graphs->frame(Displays::DRef1)->x()) % step, 0);
+    }
+}
+
+// At several widths, since fonts come in whole pixels: some sizes are rounded up.
+void tst_WindowLayout::plotLabelsStayInTheirBoxes()
+{
+    QFETCH(app::Language, language);
+    const QTemporaryDir dir;
+    const Speaking program(language);
+    Displays* graphs = program.panel->Disps;
+    program.panel->XafsFiles.at(0)->AFileSelect::newFile(
+        tests::writeFile(dir, "a.dat", tests::spectrumText("0.9", "1.1", "1", "0.974817")));
+    DispABase* plot = graphs->frame(Displays::DRef1);
+    graphs->show();
+    QVERIFY(QTest::qWaitForWindowExposed(graphs));
+    for (const int width : {1100, 850, 901, 955, 1013, 1061, 1366}) {
+        graphs->resize(width, 853);
+        QCoreApplication::processEvents();
+        for (const auto& [low, high] : {std::pair(-198.8, 2186.4), {0.4684, 2.2546}}) {
+            plot->DispA->hasScale = true;
+            plot->DispA->cc.setReal(7955.5, low, 8945.5, high);
+            QCOMPARE(labelsOutsideTheirBoxes(plot), QStringList());
+        }
+    }
+}
+
+void tst_WindowLayout::poppedOutWindowsCarryTheNamesOfTheirPlots()
+{
+    QFETCH(app::Language, language);
+    const Speaking program(language);
+    for (DispABase* plot : std::as_const(program.panel->Disps->disps)) {
+        QTest::mouseClick(plot->PopDockB, Qt::LeftButton);
+        QVERIFY(plot->pop->isVisible());
+        QCOMPARE(plot->pop->windowTitle(), plot->Title->text());
+        plot->popDock();
+    }
+    for (DispMBase* window : {program.panel->MapDisp, program.panel->DMapDisp}) {
+        QTest::mouseClick(window->PopDockB, Qt::LeftButton);
+        QVERIFY(window->pop->isVisible());
+        QCOMPARE(window->pop->windowTitle(), window->Title->text());
+        window->popDock();
+    }
+    const bool english = language == app::Language::English;
+    QCOMPARE(program.panel->Disps->frame(Displays::DTarget)->pop->windowTitle(),
+             english ? QString("Target") : QStringLiteral("対象"));
 }
 
 void tst_WindowLayout::mapWindowsOpenAtTheirSizeAndCutNothing()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QColor>
+#include <QLineF>
 #include <QList>
 #include <QPaintDevice>
 #include <QPaintEngine>
@@ -12,8 +13,8 @@
 namespace tests
 {
 
-/// A text as it came: its size in points, where its baseline begins, how wide
-/// it is (pixels), and its colour.
+/// A text as it came: its size in points, where its baseline begins on the
+/// device, how long that is there (pixels), and its colour.
 struct DrawnText {
     QString text;
     double points = 0.0;
@@ -71,7 +72,10 @@ private:
         void drawPolygon(const QPointF*, int, PolygonDrawMode) override {}
         void drawTextItem(const QPointF& at, const QTextItem& item) override
         {
-            texts.append({item.text(), item.font().pointSizeF(), at, item.width(),
+            const QTransform& onDevice = painter()->transform();
+            const QLineF baseline =
+                onDevice.map(QLineF(at, QPointF(at.x() + item.width(), at.y())));
+            texts.append({item.text(), item.font().pointSizeF(), baseline.p1(), baseline.length(),
                           painter()->pen().color()});
         }
 

@@ -1,0 +1,91 @@
+#include "panel/LowRows.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStyle>
+#include <QStyleOptionFrame>
+#include <QWidget>
+
+#include <algorithm>
+
+namespace
+{
+
+/// What the style puts above and below the text of a line edit, pixels.
+int frameOfLineEdits(const QWidget* form)
+{
+    constexpr int trialHeight = 100;
+    QStyleOptionFrame option;
+    option.initFrom(form);
+    option.rect = QRect(0, 0, trialHeight, trialHeight);
+    option.lineWidth = form->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option);
+    option.state |= QStyle::State_Sunken;
+    return trialHeight -
+           form->style()->subElementRect(QStyle::SE_LineEditContents, &option).height();
+}
+
+int heightOfEdits(const QWidget* form)
+{
+    constexpr int padding = 2;
+    return form->fontMetrics().height() + frameOfLineEdits(form) + padding;
+}
+
+int heightOfMarks(const QWidget* form)
+{
+    constexpr int padding = 1;
+    const QStyle* style = form->style();
+    return std::max({form->fontMetrics().height(),
+                     style->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, form),
+                     style->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, nullptr, form)}) +
+           padding;
+}
+
+template <class... Kinds>
+bool isOneOf(const QWidget* widget)
+{
+    return (qobject_cast<const Kinds*>(widget) || ...);
+}
+
+void lowerInside(const QWidget* parent, int edits, int marks)
+{
+    for (QObject* child : parent->children()) {
+        auto* widget = qobject_cast<QWidget*>(child);
+        if (!widget || widget->isWindow()) {
+            continue;
+        }
+        if (isOneOf<QLineEdit, QPushButton, QComboBox>(widget)) {
+            widget->setMaximumHeight(edits);
+        } else if (isOneOf<QCheckBox, QRadioButton>(widget)) {
+            widget->setMaximumHeight(marks);
+        } else {
+            lowerInside(widget, edits, marks);
+        }
+    }
+}
+
+} // namespace
+
+LowRows::LowRows(QWidget* form)
+    : QObject(form)
+    , m_form(form)
+{
+    form->installEventFilter(this);
+    lower();
+}
+
+bool LowRows::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        lower();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void LowRows::lower() const
+{
+    lowerInside(m_form, heightOfEdits(m_form), heightOfMarks(m_form));
+}

@@ -1,0 +1,110 @@
+// Heights of the rows in a form.
+#include "panel/LowRows.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QVBoxLayout>
+
+namespace
+{
+
+/// A form with a holder inside, as forms have, and a dialog of its own.
+struct Form {
+    Form()
+    {
+        auto* holder = new QWidget;
+        auto* inner = new QVBoxLayout(holder);
+        inner->addWidget(edit);
+        inner->addWidget(button);
+        inner->addWidget(list);
+        inner->addWidget(check);
+        inner->addWidget(radio);
+        inner->addWidget(label);
+        auto* outer = new QVBoxLayout(&frame);
+        outer->addWidget(holder);
+        new LowRows(&frame);
+    }
+
+    QFrame frame;
+    QLineEdit* edit = new QLineEdit;
+    QPushButton* button = new QPushButton(QStringLiteral("Calc."));
+    QComboBox* list = new QComboBox;
+    QCheckBox* check = new QCheckBox(QStringLiteral("Valence"));
+    QRadioButton* radio = new QRadioButton(QStringLiteral("Valence"));
+    QLabel* label = new QLabel(QStringLiteral("Valence"));
+    QDialog* dialog = new QDialog(&frame);
+    QPushButton* ofDialog = new QPushButton(dialog);
+};
+
+} // namespace
+
+class tst_LowRows : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void rowsAreAsHighAsALineAndItsFrame();
+    void fieldsOfARowAreEquallyHigh();
+    void marksAreLowerThanFields();
+    void otherWidgetsAndDialogsKeepTheirHeights();
+    void heightsFollowTheFont();
+    void widthsStayFree();
+};
+
+void tst_LowRows::rowsAreAsHighAsALineAndItsFrame()
+{
+    const Form form;
+    const int line = form.frame.fontMetrics().height();
+    QVERIFY(form.edit->maximumHeight() > line);
+    QVERIFY(form.edit->maximumHeight() <= line + 8);
+    QVERIFY(form.edit->maximumHeight() < form.edit->sizeHint().height());
+}
+
+void tst_LowRows::fieldsOfARowAreEquallyHigh()
+{
+    const Form form;
+    QCOMPARE(form.button->maximumHeight(), form.edit->maximumHeight());
+    QCOMPARE(form.list->maximumHeight(), form.edit->maximumHeight());
+}
+
+void tst_LowRows::marksAreLowerThanFields()
+{
+    const Form form;
+    QVERIFY(form.check->maximumHeight() < form.edit->maximumHeight());
+    QVERIFY(form.check->maximumHeight() > form.frame.fontMetrics().height());
+    QCOMPARE(form.radio->maximumHeight(), form.check->maximumHeight());
+}
+
+void tst_LowRows::otherWidgetsAndDialogsKeepTheirHeights()
+{
+    const Form form;
+    QCOMPARE(form.label->maximumHeight(), QWIDGETSIZE_MAX);
+    QCOMPARE(form.ofDialog->maximumHeight(), QWIDGETSIZE_MAX);
+}
+
+void tst_LowRows::heightsFollowTheFont()
+{
+    Form form;
+    const int before = form.edit->maximumHeight();
+    const int line = form.frame.fontMetrics().height();
+    QFont font = form.frame.font();
+    font.setPointSizeF(2.0 * font.pointSizeF());
+    form.frame.setFont(font);
+    QCOMPARE(form.edit->maximumHeight() - before, form.frame.fontMetrics().height() - line);
+    QVERIFY(form.edit->maximumHeight() > before);
+}
+
+void tst_LowRows::widthsStayFree()
+{
+    const Form form;
+    QCOMPARE(form.edit->maximumWidth(), QWIDGETSIZE_MAX);
+}
+
+QTEST_MAIN(tst_LowRows)
+#include "tst_LowRows.moc"
