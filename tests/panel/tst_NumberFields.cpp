@@ -23,11 +23,12 @@ const QString longNumber = QStringLiteral("-9.60021e-05");
 /// Fields that hold paths, a list of numbers, or a sentence.
 const QStringList otherFields{"FileName", "MultiEnergys", "CalcRes", "LCFRes"};
 
-/// Whether the letters of @p edit leave room for its whole text; 3 pixels at
+/// Whether the letters of @p edit leave room for its whole text; up to 3 pixels at
 /// either end are frame and margin.
 bool hasRoom(const QLineEdit* edit)
 {
-    return QFontMetricsF(edit->font()).horizontalAdvance(edit->text()) <= edit->width() - 6;
+    return QFontMetricsF(edit->font()).horizontalAdvance(edit->text()) <=
+           edit->width() - (edit->hasFrame() ? 6 : 4);
 }
 
 QString nameOf(const QWidget* widget)
