@@ -172,6 +172,9 @@ bool AFileSelect::eventFilter(QObject* watched, QEvent* event)
     // A spontaneous one brings a minimized dialog back.
     if (watched == dialog && event->type() == QEvent::Show && !event->spontaneous()) {
         m_choiceBefore = Choice{FileName->text(), dir, fileName};
+        if (mode == SaveMode) {
+            dialog->showName(QFileInfo(FileName->text()).fileName());
+        }
     }
     return QFrame::eventFilter(watched, event);
 }

@@ -1,5 +1,6 @@
 #include "rows/FileDialog.h"
 
+#include <QAbstractButton>
 #include <QCompleter>
 #include <QDateTime>
 #include <QFileInfo>
@@ -21,6 +22,7 @@ namespace
 
 // Names of the toolkit's own widgets.
 constexpr QLatin1String nameEditName("fileNameEdit");
+constexpr QLatin1String backButtonName("backButton");
 constexpr QLatin1String fileListName("treeView");
 constexpr QLatin1String iconListName("listView");
 
@@ -62,8 +64,8 @@ int widenColumns(const QTreeView* list)
     return header->length();
 }
 
-// Ends the watch of the folder, quietly: what comes in its place is no folder
-// for "Back" to return to.
+// Ends the watch of the folder. The model's signals are blocked, or the place
+// between two folders would become one for "Back" to return to.
 void leaveFolder(QFileSystemModel* model)
 {
     const QSignalBlocker quiet(model);
@@ -72,9 +74,9 @@ void leaveFolder(QFileSystemModel* model)
 
 } // namespace
 
-// The base reads the folder that it is made with, so it gets a small one and
-// leaves it at once. Not by rest(): the kernel takes some 10 ms to end the watch
-// of a model, which has hardly begun here.
+// The base reads the folder that it is made with. It gets the root, which is
+// small, and leaves it at once. rest() would end the watch as well, but takes some
+// 10 ms: closing a watch that has just begun is slow.
 FileDialog::FileDialog(QWidget* parent)
     : QFileDialog(parent, QString(), QDir::rootPath())
     , m_folder(QDir::currentPath())
@@ -166,6 +168,9 @@ void FileDialog::wake()
         leaveFolder(model);
     }
     QFileDialog::setDirectory(existingFolder(m_folder));
+    if (auto* back = findChild<QAbstractButton*>(backButtonName); back && !m_readable) {
+        back->setEnabled(false); // the user has been in no folder before this one
+    }
     if (QLineEdit* edit = nameEdit()) {
         if (m_completer) {
             edit->setCompleter(m_completer);
@@ -173,6 +178,22 @@ void FileDialog::wake()
         edit->selectAll();
     }
     makeReadable();
+}
+
+void FileDialog::showName(const QString& name)
+{
+    QLineEdit* edit = nameEdit();
+    if (!edit) {
+        return; // a desktop's own dialog
+    }
+    const QSignalBlocker quiet(this);
+    for (const QLatin1String view : {fileListName, iconListName}) {
+        if (auto* list = findChild<QAbstractItemView*>(view)) {
+            list->selectionModel()->clear();
+        }
+    }
+    edit->setText(name);
+    edit->selectAll();
 }
 
 void FileDialog::makeReadable()

@@ -12,8 +12,9 @@ class QLineEdit;
 
 /// The toolkit's dialog for an owner that keeps it, mostly hidden, for long.
 ///
-/// While it is hidden it reads no folder and watches none: the folder that it
-/// is to show is only remembered, and the dialog goes there when it opens. Call
+/// While it is hidden it reads no folder and watches none, apart from one look at
+/// the root folder as it is made: the folder that it is to show is only remembered,
+/// and the dialog goes there when it opens. Call
 /// setDirectory() and directory() through this class; those of the base know
 /// nothing of the remembered folder.
 ///
@@ -35,6 +36,10 @@ public:
 
     /// The folder that the dialog shows, or will show when it opens.
     QDir directory() const;
+
+    /// Puts @p name, which may be empty, into the name field of the open dialog and
+    /// selects it; no file is highlighted and no signal goes out.
+    void showName(const QString& name);
 
     /// Opens the dialog with the name of its last file selected, so that typing
     /// replaces it, or hides it with everything that belongs to it. It opens

@@ -204,6 +204,7 @@ private Q_SLOTS:
     void cancelOfAHiddenDialogChangesNothing();
     void cancelInOpenModeKeepsThePreview();
 
+    void saveDialogOpensWithTheNameOfItsRow();
     void presentDirectoryDoesNotTouchTheDialog();
     void newDirectoryGoesToTheDialogInSilence();
 
@@ -758,6 +759,28 @@ void tst_AFileSelect::cancelGivesTheSaveRowItsEarlierNameBack()
     QCOMPARE(row->dir, row.dir);
     QCOMPARE(row->fileName, row.fileName);
     QCOMPARE(journal.entries, QStringList());
+}
+
+// Also after another file was highlighted and the dialog cancelled: "Save" must
+// not be one keystroke away from that file.
+void tst_AFileSelect::saveDialogOpensWithTheNameOfItsRow()
+{
+    const SaveRow row(canonicalFolder);
+    const QString measured = file(QStringLiteral("map.dat"));
+    for (int opening = 0; opening < 2; ++opening) {
+        const Journal journal(row.get());
+        QTest::mouseClick(row->SelectB, Qt::LeftButton);
+        const auto* name = row->dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QVERIFY(name);
+        QCOMPARE(name->text(), row.fileName);
+        QCOMPARE(name->selectedText(), row.fileName);
+        QCOMPARE(journal.entries, QStringList());
+        QVERIFY(clickFile(*row, measured));
+        QTest::keyClick(row->dialog, Qt::Key_Escape);
+    }
+    row->clearFileName();
+    QTest::mouseClick(row->SelectB, Qt::LeftButton);
+    QCOMPARE(row->dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text(), QString());
 }
 
 void tst_AFileSelect::selectButtonOfAnOpenDialogIsNoOpening()

@@ -96,6 +96,7 @@ private Q_SLOTS:
     void emptyFolderIsNoFolder();
     void openingHighlightsNoFile();
     void pausesAreNoPlacesToGoBackTo();
+    void firstOpeningHasNoPlaceToGoBackTo();
 
     void completionListGoesWithItsDialog();
     void matchesThatComeLateOpenNoList();
@@ -305,6 +306,17 @@ void tst_FileDialog::pausesAreNoPlacesToGoBackTo()
         QTest::mouseClick(back, Qt::LeftButton);
         QVERIFY(!desk.model->rootPath().isEmpty());
     }
+}
+
+void tst_FileDialog::firstOpeningHasNoPlaceToGoBackTo()
+{
+    Desk desk;
+    desk.dialog.setDirectory(m_path);
+    QVERIFY(desk.open());
+    const auto* back = desk.dialog.findChild<QAbstractButton*>(QStringLiteral("backButton"));
+    QVERIFY(back && !back->isEnabled());
+    desk.dialog.setDirectory(QDir::tempPath());
+    QVERIFY(back->isEnabled());
 }
 
 void tst_FileDialog::completionListGoesWithItsDialog()
