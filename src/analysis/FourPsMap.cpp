@@ -111,6 +111,7 @@ void FourPs::runMapForm(Variant variant, MapForm form, const MapStack& stack)
     }
     Disps->update();
     // The limits stay, and so does the view of a map of the same size.
+    MapDisp->Val->clear(); // it was a value of the result before
     MapDisp->update();
 }
 

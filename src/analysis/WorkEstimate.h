@@ -11,9 +11,9 @@ struct Work {
     double points = 0.0; ///< of all spectra together
 };
 
-/// Whether a calculation with all its consequences may take a tenth of a second
-/// on a slow machine, from where on a user begins to wonder whether anything
-/// happens. Says yes rather too early than too late; no without input.
+/// Whether a calculation, with the repetitions that one change of input causes,
+/// may take a tenth of a second or more on a slow machine. A rough upper estimate:
+/// true for some work that is faster. False without input.
 bool mayTakeLong(const Work& work);
 
 } // namespace analysis

@@ -10,4 +10,5 @@ Body::Body()
     setWindowTitle(QStringLiteral("aelk"));
     panel = new FourPs;
     ui.bodyLayout->addWidget(panel);
+    panel->focusFirstStep();
 }

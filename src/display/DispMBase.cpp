@@ -2,6 +2,8 @@
 
 #include "display/LineEditText.h"
 
+#include <QShowEvent>
+
 #include <algorithm>
 
 DispMBase::DispMBase(QWidget* parent)
@@ -24,9 +26,7 @@ DispMBase::DispMBase(QWidget* parent)
     connect(MinV, &QLineEdit::editingFinished, this, &DispMBase::newZmin);
     connect(CBar, &cBar::newScale, this, &DispMBase::update);
     connect(CBar, &cBar::newScale, this, &DispMBase::showBarLimits);
-    showBarLimits();
-    // Otherwise the first field would have the caret when the window opens.
-    setFocus();
+    showLimits(CBar->zmin, CBar->zmax);
 }
 
 DispMBase::~DispMBase()
@@ -34,6 +34,15 @@ DispMBase::~DispMBase()
     // A limit that has the focus finishes its editing as it dies, after this.
     MaxV->disconnect(this);
     MinV->disconnect(this);
+}
+
+void DispMBase::showEvent(QShowEvent* event)
+{
+    QFrame::showEvent(event);
+    // Otherwise a field would have the caret when the window opens.
+    if (!event->spontaneous()) {
+        setFocus();
+    }
 }
 
 void DispMBase::setRealCoord(double x0, double y0, double x1, double y1)
@@ -55,7 +64,10 @@ void DispMBase::setZRange(double lo, double hi)
 
 void DispMBase::showBarLimits()
 {
-    showLimits(CBar->zmin, CBar->zmax);
+    // Reversed limits that the client gave stay as given.
+    if (m_shownMin.limit != CBar->zmin || m_shownMax.limit != CBar->zmax) {
+        showLimits(CBar->zmin, CBar->zmax);
+    }
 }
 
 void DispMBase::showLimits(double lo, double hi)

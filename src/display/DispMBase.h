@@ -64,6 +64,10 @@ Q_SIGNALS:
     void mReleased(MouseC* m);
     void mDClicked(MouseC* m);
 
+protected:
+    /// Gives the focus to the frame itself.
+    void showEvent(QShowEvent* event) override;
+
 private:
     /// The text of a limit's edit as shown last, and the bar's limit at that time.
     struct Shown {

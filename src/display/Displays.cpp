@@ -1,5 +1,7 @@
 #include "display/Displays.h"
 
+#include <QShowEvent>
+
 Displays::Displays(QWidget* parent)
     : QFrame(parent)
 {
@@ -22,8 +24,6 @@ Displays::Displays(QWidget* parent)
     make("DDMutVsA", DDMutVsA, tr("dMut/v or a"), 2, 2, 1);
     // Without a place in the grid it stays hidden: nothing shows it.
     make("DM2M3", DM2M3, tr("M2/M3"), -1, -1, 1);
-    // Otherwise a blank typed into the window as it opens would pop out a plot.
-    setFocus();
 }
 
 Displays::~Displays()
@@ -87,6 +87,15 @@ void Displays::receiveMDragging(MouseC* m)
 void Displays::receiveMReleased(MouseC* m)
 {
     Q_EMIT mReleased(senderFrame(), m);
+}
+
+void Displays::showEvent(QShowEvent* event)
+{
+    QFrame::showEvent(event);
+    // Otherwise a blank typed into the window as it opens would pop out a plot.
+    if (!event->spontaneous()) {
+        setFocus();
+    }
 }
 
 void Displays::update()

@@ -60,6 +60,10 @@ Q_SIGNALS:
     void mDragging(DispABase* dab, MouseC* m);
     void mReleased(DispABase* dab, MouseC* m);
 
+protected:
+    /// Gives the focus to the window itself.
+    void showEvent(QShowEvent* event) override;
+
 private:
     DispABase* senderFrame() const;
 };

@@ -10,6 +10,7 @@
 #include <QScopedValueRollback>
 #include <QStyle>
 #include <QStyleOptionFrame>
+#include <QTextDocument>
 
 #include <algorithm>
 #include <cmath>
@@ -82,13 +83,28 @@ void FittedEdit::changeEvent(QEvent* event)
     }
 }
 
+void FittedEdit::keyPressEvent(QKeyEvent* event)
+{
+    m_hasKeys = true;
+    QLineEdit::keyPressEvent(event);
+    update();
+}
+
 void FittedEdit::focusOutEvent(QFocusEvent* event)
 {
     QLineEdit::focusOutEvent(event);
     // A window that lost the focus, or a menu of the field, is not left for good.
     if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason) {
         setCursorPosition(0);
+        endEditing();
     }
+}
+
+void FittedEdit::endEditing()
+{
+    setModified(false);
+    m_hasKeys = false;
+    update();
 }
 
 void FittedEdit::resizeEvent(QResizeEvent* event)
@@ -107,11 +123,6 @@ QRect FittedEdit::textRect() const
         .adjusted(sideMargin, 0, -sideMargin, 0);
 }
 
-int FittedEdit::textRoom() const
-{
-    return textRect().width();
-}
-
 void FittedEdit::takeLetters(const QFont& font)
 {
     const QScopedValueRollback<bool> own(m_takingLetters, true);
@@ -128,25 +139,33 @@ void FittedEdit::fit()
         takeLetters(QFont()); // those of the surroundings
     }
     const QFont ordinary = font();
-    const int room = textRoom();
+    const int available = textRect().width();
     int step = 0;
-    while (step < steps && widthOf(lettersOf(ordinary, step), text()) > room) {
+    while (step < steps && widthOf(lettersOf(ordinary, step), text()) > available) {
         ++step;
     }
     const QFont letters = lettersOf(ordinary, step);
-    m_overflows = step == steps && widthOf(letters, text()) > room;
+    m_overflows = step == steps && widthOf(letters, text()) > available;
     if (step > 0) {
         m_hint = QLineEdit::sizeHint();
         m_minimumHint = QLineEdit::minimumSizeHint();
         m_fitted = true;
         takeLetters(letters);
     }
-    setToolTip(m_overflows ? text() : QString());
+    // A tool tip would take some texts for its own markup.
+    const QString tip = Qt::mightBeRichText(text()) ? text().toHtmlEscaped() : text();
+    setToolTip(m_overflows ? tip : QString());
+}
+
+bool FittedEdit::isBeingEdited() const
+{
+    const bool isPartSelected = hasSelectedText() && selectedText() != text();
+    return hasFocus() && (m_hasKeys || isModified() || isPartSelected);
 }
 
 void FittedEdit::paintEvent(QPaintEvent* event)
 {
-    if (m_overflows && !hasFocus()) {
+    if (m_overflows && !isBeingEdited()) {
         paintShortened();
     } else {
         QLineEdit::paintEvent(event);
@@ -159,11 +178,14 @@ void FittedEdit::paintShortened()
     QStyleOptionFrame option;
     initStyleOption(&option);
     style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &p, this);
-    const QRect room = textRect();
+    const QRect place = textRect();
     p.setFont(font());
-    p.setPen(palette().color(QPalette::Text));
-    p.drawText(room,
+    if (hasSelectedText()) {
+        p.fillRect(place, palette().brush(QPalette::Highlight));
+    }
+    p.setPen(palette().color(hasSelectedText() ? QPalette::HighlightedText : QPalette::Text));
+    p.drawText(place,
                static_cast<int>(Qt::AlignVCenter |
                                 QStyle::visualAlignment(layoutDirection(), alignment())),
-               display::shortened(text(), QFontMetricsF(font()), room.width()));
+               display::shortened(text(), QFontMetricsF(font()), place.width()));
 }

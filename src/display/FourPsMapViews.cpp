@@ -109,11 +109,13 @@ void FourPs::updateMaps(bool)
 void FourPs::updateDMap()
 {
     DMapDisp->clearScale();
+    DMapDisp->Val->clear(); // it was a value of the map before
     DMapDisp->update();
 }
 
 void FourPs::selectedNewMap()
 {
+    MapDisp->Val->clear(); // it was a value of the quantity before
     MapDisp->update();
     SetMapScale();
 }

@@ -4,6 +4,27 @@
 #include <QLineEdit>
 #include <QString>
 
+namespace
+{
+
+/// The whole items at the front of @p text, which blanks or commas separate, and
+/// an ellipsis; without any that fits, or in a path, the text without its middle.
+QString shortenedItems(const QString& text, const QFontMetricsF& metrics, double width)
+{
+    if (!text.contains(u'/')) {
+        for (qsizetype end = text.size(); end > 0; --end) {
+            const bool endsAnItem = text.at(end - 1) == u' ' || text.at(end - 1) == u',';
+            const QString front = text.left(end) + QChar(0x2026);
+            if (endsAnItem && metrics.horizontalAdvance(front) <= width) {
+                return front;
+            }
+        }
+    }
+    return metrics.elidedText(text, Qt::ElideMiddle, width);
+}
+
+} // namespace
+
 namespace display
 {
 
@@ -36,7 +57,7 @@ QString shortened(const QString& text, const QFontMetricsF& metrics, double widt
         return text;
     }
     if (!isNumber) {
-        return metrics.elidedText(text, Qt::ElideMiddle, width);
+        return shortenedItems(text, metrics, width);
     }
     const qsizetype e = text.indexOf(u'e', 0, Qt::CaseInsensitive);
     const QString mantissa = text.left(e); // all of it without an exponent

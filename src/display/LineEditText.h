@@ -20,8 +20,9 @@ double numberIn(const QLineEdit* edit);
 void setBlackText(QWidget* field);
 
 /// @p text with an ellipsis in place of what is too much for @p width pixels: in
-/// a number the last digits, before the exponent or at the end, in any other
-/// text the middle. The exponent stays even where there is no room for it, since
+/// a number the last digits, before the exponent or at the end, in a path the
+/// middle, in any other text what follows a whole item of it. A list with half a
+/// number in it could be misread. The exponent stays even where it does not fit, since
 /// without it a number would read as one of another magnitude.
 QString shortened(const QString& text, const QFontMetricsF& metrics, double width);
 

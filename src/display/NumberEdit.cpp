@@ -1,6 +1,16 @@
 #include "display/NumberEdit.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
+
+void NumberEdit::keyPressEvent(QKeyEvent* event)
+{
+    FittedEdit::keyPressEvent(event);
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        endEditing();
+        selectAll();
+    }
+}
 
 void NumberEdit::mousePressEvent(QMouseEvent* event)
 {

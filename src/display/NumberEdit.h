@@ -5,6 +5,7 @@
 
 /// A field for a number: a double click selects all of it, where an ordinary
 /// field would stop at the decimal point and leave the rest behind what is typed.
+/// Enter selects it, too, so that the next number replaces it.
 ///
 /// No Q_OBJECT: to forms and style sheets it is a QLineEdit.
 class NumberEdit : public FittedEdit
@@ -13,6 +14,7 @@ public:
     using FittedEdit::FittedEdit;
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;

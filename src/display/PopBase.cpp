@@ -9,8 +9,6 @@ PopBase::PopBase(QWidget* owner)
     setupUi(this);
     resize(800, 600);
     hide();
-    // Otherwise the first field would have the caret when the window opens.
-    setFocus();
 }
 
 void PopBase::popDock(QWidget* content, QGridLayout* home, bool* docked)
@@ -18,6 +16,8 @@ void PopBase::popDock(QWidget* content, QGridLayout* home, bool* docked)
     if (*docked) {
         PopBaseLayout->addWidget(content);
         show();
+        // Otherwise a field, or the button that docks, would have the focus.
+        setFocus();
     } else {
         home->addWidget(content, 1, 0);
         hide();

@@ -6,7 +6,7 @@
 namespace
 {
 
-int guards = 0; // that want the cursor and are alive
+int guards = 0; // those that show the cursor now
 
 } // namespace
 

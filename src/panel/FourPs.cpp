@@ -290,6 +290,11 @@ void FourPs::orderFocusChain()
     }
 }
 
+void FourPs::focusFirstStep()
+{
+    Refs.RefRows.first()->XafsFS->SelectB->setFocus();
+}
+
 void FourPs::message(const QString& text)
 {
     ui.Message->moveCursor(QTextCursor::End);

@@ -62,6 +62,10 @@ public:
     /// Adds a line to the message box, its white space folded.
     void message(const QString& text);
 
+    /// Gives the focus to the button for the file of the first reference, with which
+    /// a session begins. Call it when the panel is in its window.
+    void focusFirstStep();
+
     /// The normalisation chosen for graphs: 0 none, 1 less pre-edge line, 3 by
     /// edge jump, 4 by two lines; 5 when nothing is checked.
     int NormMode() const;

@@ -165,8 +165,8 @@ void FourPs::wireGraphRepaints()
         repaintOn(plane, row->UseCB);
     }
     // The thickness plot takes the limits of the histograms for its first range
-    // alone. A release in the comparison, which changes the colour of its next
-    // paint, repaints nothing on purpose.
+    // alone. A release in the comparison repaints nothing: its new colour is for
+    // what comes next.
 }
 
 void FourPs::wireMapRepaints()

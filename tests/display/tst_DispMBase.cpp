@@ -443,6 +443,8 @@ void tst_DispMBase::leavingALimitUntouchedKeepsAllItsDigits()
     m_frame->setZRange(lo, hi);
     QVERIFY(show());
     const QSignalSpy scales(m_frame->CBar, &cBar::newScale);
+    const QString lower = m_frame->MinV->text();
+    const QString upper = m_frame->MaxV->text();
     for (QLineEdit* edit : {m_frame->MaxV, m_frame->MinV, m_frame->MaxV}) {
         QTest::mouseClick(edit, Qt::LeftButton);
         QVERIFY(edit->hasFocus());
@@ -452,6 +454,9 @@ void tst_DispMBase::leavingALimitUntouchedKeepsAllItsDigits()
     QCOMPARE(m_frame->CBar->zmin, std::min(lo, hi));
     QCOMPARE(m_frame->CBar->zmax, std::max(lo, hi));
     QCOMPARE(scales.size(), 0);
+    Q_EMIT m_frame->CBar->newScale(); // as when its lines are dragged
+    QCOMPARE(m_frame->MinV->text(), lower);
+    QCOMPARE(m_frame->MaxV->text(), upper);
 }
 
 void tst_DispMBase::limitsLeaveTheAutomaticScale()

@@ -82,6 +82,9 @@ private Q_SLOTS:
     void textThatFitsHasNoToolTip();
     void textThatIsLongerStillHasAToolTip();
     void longerNumberShowsItsExponentWithoutFocus();
+    void clickInALongerNumberKeepsItsExponentInSight();
+    void keyInALongerNumberShowsThePlaceOfTheCursor();
+    void toolTipShowsMarkupAsItIs();
     void longerTextShowsItsBeginningAndItsEndWithoutFocus();
     void longerTextCanBeReadThroughWithFocus();
     void leavingByTabReturnsTheCursorToTheFront();
@@ -234,6 +237,42 @@ void tst_FittedEdit::longerNumberShowsItsExponentWithoutFocus()
         }
     }
     QCOMPARE(readings.size(), 1);
+}
+
+void tst_FittedEdit::clickInALongerNumberKeepsItsExponentInSight()
+{
+    m_edit->setFixedWidth(40);
+    QCoreApplication::processEvents();
+    m_edit->setText("-9.60021e-05");
+    const QImage before = pictureOf(m_edit);
+    QTest::mouseClick(m_edit, Qt::LeftButton, {}, QPoint(20, m_edit->height() / 2));
+    QVERIFY(m_edit->hasFocus());
+    // The frame of a field with focus has another colour.
+    const QImage after = pictureOf(m_edit);
+    QCOMPARE(after.copy(inkOf(before)), before.copy(inkOf(before)));
+}
+
+void tst_FittedEdit::keyInALongerNumberShowsThePlaceOfTheCursor()
+{
+    m_edit->setFixedWidth(40);
+    QCoreApplication::processEvents();
+    m_edit->setText("-9.60021e-05");
+    m_edit->setFocus();
+    const QImage shortened = pictureOf(m_edit);
+    QTest::keyClick(m_edit, Qt::Key_End);
+    const QImage atTheEnd = pictureOf(m_edit);
+    QVERIFY(atTheEnd != shortened);
+    QTest::keyClick(m_edit, Qt::Key_Home);
+    QVERIFY(pictureOf(m_edit) != atTheEnd);
+    QTest::keyClick(m_edit, Qt::Key_Tab);
+    m_edit->setFocus();
+    QCOMPARE(pictureOf(m_edit), shortened);
+}
+
+void tst_FittedEdit::toolTipShowsMarkupAsItIs()
+{
+    m_edit->setText("/data/<b>nickel</b>/" + QString(100, u'8') + ".dat");
+    QVERIFY(m_edit->toolTip().contains("&lt;b&gt;"));
 }
 
 void tst_FittedEdit::longerTextShowsItsBeginningAndItsEndWithoutFocus()

@@ -3,6 +3,7 @@
 #include "display/LineEditText.h"
 #include "support/SameDouble.h"
 
+#include <QFontMetricsF>
 #include <QLineEdit>
 #include <QtTest>
 
@@ -18,6 +19,8 @@ private Q_SLOTS:
     void shownNumberHasItsFirstDigitInView();
     void textReadsAsNumber_data();
     void textReadsAsNumber();
+    void shortenedTextCannotBeMisread_data();
+    void shortenedTextCannotBeMisread();
 };
 
 void tst_LineEditText::numberShowsWithSixSignificantDigits_data()
@@ -71,6 +74,40 @@ void tst_LineEditText::textReadsAsNumber()
     const QLineEdit edit(text);
     const double read = display::numberIn(&edit);
     QVERIFY2(tests::sameDouble(read, value), qPrintable(QString::number(read)));
+}
+
+void tst_LineEditText::shortenedTextCannotBeMisread_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("as"); // the width is that of this text
+    QTest::addColumn<QString>("wanted");
+    const QString dots(QChar(0x2026));
+    QTest::newRow("text that fits") << "-9.60021e-05"
+                                    << "-9.60021e-05"
+                                    << "-9.60021e-05";
+    QTest::newRow("number with an exponent") << "-9.60021e-05"
+                                             << "-9.6" + dots + "e-05"
+                                             << "-9.6" + dots + "e-05";
+    QTest::newRow("exponent that does not fit alone") << "-9.60021e-05"
+                                                      << "-9" << dots + "e-05";
+    QTest::newRow("number without an exponent") << "83333333.25"
+                                                << "8333" + dots << "8333" + dots;
+    QTest::newRow("list by blanks") << "7050 7100 7150 7220"
+                                    << "7050 7100 715" + dots << "7050 7100 " + dots;
+    QTest::newRow("list by commas") << "7050,7100,7150,7220"
+                                    << "7050,7100,715" + dots << "7050,7100," + dots;
+}
+
+void tst_LineEditText::shortenedTextCannotBeMisread()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, as);
+    const QFontMetricsF metrics{QFont()};
+    QTEST(display::shortened(text, metrics, metrics.horizontalAdvance(as)), "wanted");
+    // A path keeps both its ends.
+    const QString path = QStringLiteral("/data/nickel oxide/2026-11-22/ref_ni2.dat");
+    const QString cut = display::shortened(path, metrics, metrics.horizontalAdvance(path.left(30)));
+    QVERIFY2(cut.startsWith("/data") && cut.endsWith("ni2.dat"), qPrintable(cut));
 }
 
 QTEST_MAIN(tst_LineEditText)

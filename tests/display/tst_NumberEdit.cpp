@@ -21,6 +21,8 @@ private Q_SLOTS:
     void handThatMovesDuringTheDoubleClickKeepsTheSelection();
     void dragAfterwardsSelectsAPartAgain();
     void otherTextIsSelectedWordByWord();
+    void numberTypedAfterEnterReplacesTheOneBefore();
+    void numberOfTheProgramAfterEnterIsSelectedToo();
 
 private:
     QPoint place(int character) const;
@@ -108,6 +110,24 @@ void tst_NumberEdit::otherTextIsSelectedWordByWord()
     list.resize(200, 25);
     QTest::mouseDClick(&list, Qt::LeftButton, {}, QPoint(8, 12));
     QCOMPARE(list.selectedText().simplified(), QString("8250"));
+}
+
+void tst_NumberEdit::numberTypedAfterEnterReplacesTheOneBefore()
+{
+    m_edit->setFocus();
+    m_edit->selectAll();
+    QTest::keyClicks(m_edit, "8340");
+    QTest::keyClick(m_edit, Qt::Key_Return);
+    QTest::keyClicks(m_edit, "8341");
+    QCOMPARE(m_edit->text(), QString("8341"));
+}
+
+void tst_NumberEdit::numberOfTheProgramAfterEnterIsSelectedToo()
+{
+    connect(m_edit, &QLineEdit::editingFinished, m_edit, [this] { m_edit->setText("1.5"); });
+    m_edit->setFocus();
+    QTest::keyClick(m_edit, Qt::Key_Enter);
+    QCOMPARE(m_edit->selectedText(), QString("1.5"));
 }
 
 QTEST_MAIN(tst_NumberEdit)

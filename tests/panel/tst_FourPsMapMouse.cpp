@@ -64,6 +64,7 @@ private Q_SLOTS:
     void moveShowsTheChosenQuantity();
     void moveOverAFourPointsResultShowsItsQuantities_data();
     void moveOverAFourPointsResultShowsItsQuantities();
+    void valueOfAnotherQuantityOrResultIsNotKept();
     void placeOutsideTheMapReadsZero_data();
     void placeOutsideTheMapReadsZero();
     void placeOnTheEdgeOfAPixelBelongsToTheNext_data();
@@ -399,6 +400,20 @@ void tst_FourPsMapMouse::moveOverAFourPointsResultShowsItsQuantities()
     picture(window());
     tests::move(surface(), middleOf(window(), 1, 1, 0, 0));
     QTEST(window()->Val->text(), "text");
+}
+
+void tst_FourPsMapMouse::valueOfAnotherQuantityOrResultIsNotKept()
+{
+    prepareThreePointMaps(*m_panel);
+    m_panel->calcMap();
+    m_panel->receiveNowPosInMap(0.5, 0.5);
+    QVERIFY(!m_panel->MapDisp->Val->text().isEmpty());
+    m_panel->ui.MapAmount->click();
+    QCOMPARE(m_panel->MapDisp->Val->text(), QString());
+    m_panel->receiveNowPosInMap(0.5, 0.5);
+    m_panel->calcMap();
+    QCOMPARE(m_panel->MapDisp->Val->text(), QString());
+    m_panel->ui.MapValence->click();
 }
 
 void tst_FourPsMapMouse::placeOutsideTheMapReadsZero_data()

@@ -71,12 +71,16 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
+    void programStartsAtTheFirstReference();
     void tabGoesThroughTheFieldsInReadingOrder();
     void tabReachesEveryFieldThatIsTypedIn();
+    void tabPassesMoreConditionsBetweenResultsAndEnergies();
     void tabPassesResultsByAndAClickTakesThem();
     void theSaveNameIsReachedByTab();
     void mapWindowOpensWithTheCaretInNoField();
     void poppedOutMapOpensWithTheCaretInNoField();
+    void eachOpeningOfAMapWindowTakesTheCaretFromItsField();
+    void clickOnTheButtonThatPopsOutGivesItNoFocus();
     void whatIsTypedIntoAFreshMapWindowIsLost();
     void graphWindowOpensWithoutAFocusedButton();
     void tabGoesFromTheUpperToTheLowerLimit();
@@ -113,6 +117,16 @@ QList<QLineEdit*> tst_TabOrder::typedFields() const
     return fields;
 }
 
+void tst_TabOrder::programStartsAtTheFirstReference()
+{
+    const ARefFile* row = m_panel->Refs.RefRows.first();
+    QVERIFY(row->XafsFS->SelectB->hasFocus());
+    for (int i = 0; i < 3; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    QVERIFY(row->Valence->hasFocus());
+}
+
 void tst_TabOrder::tabGoesThroughTheFieldsInReadingOrder()
 {
     QWidget* first = m_panel->Refs.RefRows.first()->UseCB;
@@ -134,6 +148,22 @@ void tst_TabOrder::tabReachesEveryFieldThatIsTypedIn()
         QVERIFY2(reached.count(edit) == 1, qPrintable(nameOf(edit)));
     }
     QCOMPARE(reached.size(), typed.size());
+}
+
+void tst_TabOrder::tabPassesMoreConditionsBetweenResultsAndEnergies()
+{
+    m_panel->ui.DispCondsB->click();
+    QList<QWidget*> visited;
+    QWidget* widget = m_panel->ui.LCFB;
+    widget->setFocus();
+    while (widget != m_panel->EPoints.first()->UseCB && visited.size() < 20) {
+        QTest::keyClick(widget, Qt::Key_Tab);
+        widget = QApplication::focusWidget();
+        visited.append(widget);
+    }
+    QVERIFY(visited.contains(m_panel->ui.SubPreEforRef));
+    QVERIFY(visited.contains(m_panel->ui.NonEquivBGLinear));
+    QCOMPARE(visited.last(), m_panel->EPoints.first()->UseCB);
 }
 
 void tst_TabOrder::tabPassesResultsByAndAClickTakesThem()
@@ -173,6 +203,41 @@ void tst_TabOrder::poppedOutMapOpensWithTheCaretInNoField()
     QVERIFY(QTest::qWaitForWindowActive(m_panel->MapDisp->pop));
     QVERIFY(!qobject_cast<QLineEdit*>(QApplication::focusWidget()));
     m_panel->MapDisp->popDock();
+}
+
+void tst_TabOrder::eachOpeningOfAMapWindowTakesTheCaretFromItsField()
+{
+    DispMBase* window = m_panel->MapDisp;
+    for (int opening = 0; opening < 2; ++opening) {
+        window->show();
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        QVERIFY(!qobject_cast<QLineEdit*>(QApplication::focusWidget()));
+        window->MaxV->setFocus();
+        window->hide();
+    }
+    for (int opening = 0; opening < 2; ++opening) {
+        window->popDock();
+        window->pop->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window->pop));
+        QVERIFY(!qobject_cast<QLineEdit*>(QApplication::focusWidget()));
+        QVERIFY(!qobject_cast<QAbstractButton*>(QApplication::focusWidget()));
+        window->MinV->setFocus();
+        window->popDock();
+    }
+}
+
+void tst_TabOrder::clickOnTheButtonThatPopsOutGivesItNoFocus()
+{
+    m_panel->Disps->show();
+    m_panel->Disps->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_panel->Disps));
+    DispABase* plot = m_panel->Disps->frame(Displays::DRef1);
+    QTest::mouseClick(plot->PopDockB, Qt::LeftButton);
+    QVERIFY(!plot->docked);
+    QTest::mouseClick(plot->PopDockB, Qt::LeftButton);
+    QVERIFY(plot->docked);
+    QVERIFY(!plot->PopDockB->hasFocus());
 }
 
 void tst_TabOrder::whatIsTypedIntoAFreshMapWindowIsLost()

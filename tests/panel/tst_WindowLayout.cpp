@@ -358,6 +358,8 @@ private Q_SLOTS:
     void graphWindowShowsWholeNumbersInAllReadOuts();
     void graphWindowHasEqualColumns_data() { inBothLanguages(); }
     void graphWindowHasEqualColumns();
+    void titlesOnEndStayInTheirBoxes_data() { inBothLanguages(); }
+    void titlesOnEndStayInTheirBoxes();
     void plotLabelsStayInTheirBoxes_data() { inBothLanguages(); }
     void plotLabelsStayInTheirBoxes();
     void poppedOutWindowsCarryTheNamesOfTheirPlots_data() { inBothLanguages(); }
@@ -582,6 +584,35 @@ void tst_WindowLayout::graphWindowHasEqualColumns()
 }
 
 // At several widths, since fonts come in whole pixels: some sizes are rounded up.
+// The box of such a title: its height, and as much from the left edge; it is as long
+// as the plot is high. The labels of the axis are at both ends of the margin.
+void tst_WindowLayout::titlesOnEndStayInTheirBoxes()
+{
+    QFETCH(app::Language, language);
+    const QTemporaryDir dir;
+    const Speaking program(language);
+    program.panel->XafsFiles.at(0)->AFileSelect::newFile(
+        tests::writeFile(dir, "a.dat", tests::spectrumText("0.9", "1.1", "1", "0.974817")));
+    program.panel->Disps->show();
+    QVERIFY(QTest::qWaitForWindowExposed(program.panel->Disps));
+    for (const auto id : {Displays::DRef1, Displays::DMuts}) {
+        DispArea* surface = program.panel->Disps->frame(id)->DispA;
+        const QImage picture = surface->grab().toImage();
+        const ChCoord& cc = surface->cc;
+        const int box = static_cast<int>(std::abs(cc.textRow()) * cc.textFill);
+        int ink = 0;
+        for (int y = picture.height() / 5; y < picture.height() * 4 / 5; ++y) {
+            for (int x = 2; x < static_cast<int>(cc.areaX0) - 1; ++x) {
+                if (picture.pixelColor(x, y).lightness() < 160) {
+                    ++ink;
+                    QVERIFY2(x >= box - 1 && x <= 2 * box, qPrintable(QString::number(x)));
+                }
+            }
+        }
+        QVERIFY(ink > 10);
+    }
+}
+
 void tst_WindowLayout::plotLabelsStayInTheirBoxes()
 {
     QFETCH(app::Language, language);

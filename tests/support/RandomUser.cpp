@@ -310,10 +310,10 @@ QString RandomUser::doubleClickInPlot()
                                                         Qt::ShiftModifier, Qt::ControlModifier});
     press(surface, at, button, keys);
     release(surface, at, button, keys);
-    leaveThicknessBehind(surface);
     doubleClick(surface, at, button, keys);
     if (upTo(2) == 0) {
         release(surface, at, button, keys);
+        leaveThicknessBehind(surface);
     }
     return surface->parentWidget()->parentWidget()->objectName();
 }

@@ -6,16 +6,17 @@
 #include "panel/FourPs.h"
 
 #include <QBackingStore>
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QImage>
 #include <QList>
 #include <QString>
+#include <QTest>
 #include <QWidget>
 
 namespace tests
 {
 
-/// A surface or a colour bar, and what stands in its place in its window.
+/// A surface or a colour bar, and what its window shows at its place.
 struct ShownPicture {
     QString name;
     const QWidget* widget;
@@ -28,6 +29,9 @@ inline void arrive()
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();
+    if (QGuiApplication::platformName() != QLatin1String("offscreen")) {
+        QTest::qWait(40); // a display server asks for some of them later
+    }
 }
 
 /// What is painted at the place of @p widget; nothing while it is hidden.
@@ -37,7 +41,10 @@ inline QImage shownImage(const QWidget* widget)
     if (!widget->isVisible() || !window->backingStore()) {
         return {};
     }
-    const auto* store = static_cast<const QImage*>(window->backingStore()->paintDevice());
+    const auto* store = dynamic_cast<const QImage*>(window->backingStore()->paintDevice());
+    if (!store) {
+        return {}; // nothing was painted yet
+    }
     return store->copy(QRect(widget->mapTo(window, QPoint()), widget->size()));
 }
 
