@@ -74,6 +74,14 @@ struct WindowPaints {
     PaintCounter data;
 };
 
+/// Paints the map, and then gives it a view and limits that no paint would choose.
+void paintAndSetByHand(DispMBase* window)
+{
+    picture(window);
+    window->DispA->cc.setReal(-0.5, -0.25, 1.5, 2.75);
+    window->setZRange(0.25, 0.75);
+}
+
 } // namespace
 
 class tst_FourPsMapRepaints : public QObject
@@ -501,9 +509,7 @@ void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits()
     prepareThreePointMaps(*m_panel);
     setQuantity(*m_panel, ratio1, 1, 1, {0.2});
     QVERIFY(showBoth(out));
-    picture(result());
-    result()->DispA->cc.setReal(-0.5, -0.25, 1.5, 2.75);
-    result()->setZRange(0.25, 0.75);
+    paintAndSetByHand(result());
     const WindowPaints paints(*m_panel);
     m_panel->ui.CalcMapB->click();
     QVERIFY(messages(*m_panel).isEmpty());
@@ -520,9 +526,7 @@ void tst_FourPsMapRepaints::repeatedFourPointsRunKeepsViewAndLimits()
     prepareThreePointMaps(*m_panel);
     m_panel->calcMap();
     QVERIFY(showBoth(false));
-    picture(result());
-    result()->DispA->cc.setReal(-0.5, -0.25, 1.5, 2.75);
-    result()->setZRange(0.25, 0.75);
+    paintAndSetByHand(result());
     m_panel->calcMap();
     QVERIFY(result()->DispA->hasScale);
     picture(result());
@@ -574,9 +578,7 @@ void tst_FourPsMapRepaints::sizeChangedWhileTheWindowWasClosedFitsTheView()
     m_panel->calcMap();
     mapRadio(*m_panel, ratio1)->setChecked(true);
     QVERIFY(showBoth(false));
-    picture(result());
-    result()->DispA->cc.setReal(-0.5, -0.25, 1.5, 2.75);
-    result()->setZRange(0.25, 0.75);
+    paintAndSetByHand(result());
     result()->close();
     setMap(*m_panel, 0, {1, 1});
     setMap(*m_panel, 1, {5, 5});
@@ -606,9 +608,7 @@ void tst_FourPsMapRepaints::resultWithoutASizeKeepsTheViewUntilTheNext()
     prepareThreePointMaps(*m_panel);
     m_panel->calcMap();
     QVERIFY(showBoth(false));
-    picture(result());
-    result()->DispA->cc.setReal(-0.5, -0.25, 1.5, 2.75);
-    result()->setZRange(0.25, 0.75);
+    paintAndSetByHand(result());
     m_panel->EPoints.at(2)->yNum = 0;
     m_panel->calcMap();
     QVERIFY(isBlank(picture(result())));
