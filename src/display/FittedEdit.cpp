@@ -76,9 +76,7 @@ void FittedEdit::changeEvent(QEvent* event)
     if (event->type() == QEvent::StyleChange && !styleSheet().isEmpty()) {
         display::setBlackText(this);
     }
-    const bool ownChange = m_takingLetters && event->type() == QEvent::FontChange;
-    if (!ownChange &&
-        (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange)) {
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange) {
         fit();
     }
 }

@@ -11,16 +11,20 @@ namespace
 /// an ellipsis; without any that fits, or in a path, the text without its middle.
 QString shortenedItems(const QString& text, const QFontMetricsF& metrics, double width)
 {
-    if (!text.contains(u'/')) {
-        for (qsizetype end = text.size(); end > 0; --end) {
-            const bool endsAnItem = text.at(end - 1) == u' ' || text.at(end - 1) == u',';
-            const QString front = text.left(end) + QChar(0x2026);
-            if (endsAnItem && metrics.horizontalAdvance(front) <= width) {
-                return front;
-            }
+    const qsizetype last = text.contains(u'/') ? 0 : text.size();
+    QString front;
+    // From the front: no more than what fits is measured, however long the text.
+    for (qsizetype end = 1; end <= last; ++end) {
+        if (text.at(end - 1) != u' ' && text.at(end - 1) != u',') {
+            continue;
         }
+        const QString longer = text.left(end) + QChar(0x2026);
+        if (metrics.horizontalAdvance(longer) > width) {
+            break;
+        }
+        front = longer;
     }
-    return metrics.elidedText(text, Qt::ElideMiddle, width);
+    return front.isEmpty() ? metrics.elidedText(text, Qt::ElideMiddle, width) : front;
 }
 
 } // namespace
@@ -62,9 +66,10 @@ QString shortened(const QString& text, const QFontMetricsF& metrics, double widt
     const qsizetype e = text.indexOf(u'e', 0, Qt::CaseInsensitive);
     const QString mantissa = text.left(e); // all of it without an exponent
     const QString tail = QChar(0x2026) + (e < 0 ? QString() : text.mid(e));
-    qsizetype kept = mantissa.size() - 1;
-    while (kept > 0 && !fits(mantissa.left(kept) + tail)) {
-        --kept;
+    // From the front, too: a file may bring a number of thousands of digits.
+    qsizetype kept = 0;
+    while (kept + 1 < mantissa.size() && fits(mantissa.left(kept + 1) + tail)) {
+        ++kept;
     }
     return mantissa.left(kept) + tail;
 }

@@ -140,8 +140,8 @@ void repaintOn(Picture* picture, const Inputs*... inputs)
 
 } // namespace
 
-// All plots follow the buttons of "Disp Select" and of the normalisation, and
-// what is read from spectrum files; see above.
+// The buttons of "Disp Select" and of the normalisation, and spectra that are read,
+// repaint all plots already.
 void FourPs::wireGraphRepaints()
 {
     DispABase* spectra = Disps->frame(Displays::DMuts);

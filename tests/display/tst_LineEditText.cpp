@@ -94,6 +94,11 @@ void tst_LineEditText::shortenedTextCannotBeMisread_data()
                                                 << "8333" + dots << "8333" + dots;
     QTest::newRow("list by blanks") << "7050 7100 7150 7220"
                                     << "7050 7100 715" + dots << "7050 7100 " + dots;
+    QTest::newRow("number of many digits") << "8." + QString(30000, u'8') + "e-05"
+                                           << "8.8" + dots + "e-05"
+                                           << "8.8" + dots + "e-05";
+    QTest::newRow("list of many numbers")
+        << QString("7050 ").repeated(6000) << "7050 7050 7" + dots << "7050 7050 " + dots;
     QTest::newRow("list by commas") << "7050,7100,7150,7220"
                                     << "7050,7100,715" + dots << "7050,7100," + dots;
 }
