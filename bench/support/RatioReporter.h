@@ -1,6 +1,5 @@
-// Prints, beside the absolute times, how many times faster each "x/product" is
-// than its "x/plain" of the same call, by the best processor time of each: the
-// roads run in one thread, and a busy machine spoils wall times.
+// Prints, beside the absolute times, how many times faster each "NAME/product" is
+// than its reference implementation "NAME/plain" of the same call.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -9,7 +8,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <limits>
 #include <map>
 #include <string>
 #include <vector>
@@ -17,6 +15,8 @@
 namespace bench
 {
 
+/// Ratios of processor times, each the median of all repetitions: the program
+/// calculates in one thread, and a busy machine spoils wall times.
 class RatioReporter : public benchmark::ConsoleReporter
 {
 public:
@@ -30,8 +30,7 @@ public:
         ConsoleReporter::ReportRuns(runs);
         for (const Run& run : runs) {
             if (run.run_type == Run::RT_Iteration && !run.error_occurred) {
-                double& best = m_best.try_emplace(run.benchmark_name(), noTime).first->second;
-                best = std::min(best, run.GetAdjustedCPUTime());
+                m_times[run.benchmark_name()].push_back(run.GetAdjustedCPUTime());
             }
         }
     }
@@ -39,36 +38,73 @@ public:
     void Finalize() override
     {
         ConsoleReporter::Finalize();
-        for (const auto& [name, time] : m_best) {
-            const std::size_t end = name.rfind("/plain");
-            if (end == std::string::npos) {
-                continue;
-            }
-            const auto product = m_best.find(name.substr(0, end) + "/product");
-            if (product != m_best.end()) {
+        for (const auto& [name, times] : m_times) {
+            const std::size_t end = name.rfind("/product");
+            const double plain = end == std::string::npos ? 0.0 : plainTime(name.substr(0, end));
+            if (plain > 0.0) {
                 std::printf("ratio %-28s plain / product = %.1f\n", name.substr(0, end).c_str(),
-                            time / product->second);
+                            plain / median(times));
             }
         }
     }
 
+    /// The median time of the benchmark @p name, in its unit; 0 if it did not run.
+    double medianOf(const std::string& name) const
+    {
+        const auto times = m_times.find(name);
+        return times == m_times.end() ? 0.0 : median(times->second);
+    }
+
 private:
-    static constexpr double noTime = std::numeric_limits<double>::infinity();
-    std::map<std::string, double> m_best;
+    static double median(std::vector<double> times)
+    {
+        std::sort(times.begin(), times.end());
+        const std::size_t middle = times.size() / 2;
+        return times.size() % 2 == 1 ? times[middle] : 0.5 * (times[middle - 1] + times[middle]);
+    }
+
+    /// Variants such as "NAME/again" share the reference implementation of "NAME".
+    double plainTime(const std::string& name) const
+    {
+        const double time = medianOf(name + "/plain");
+        const std::size_t variant = name.rfind('/');
+        return time > 0.0 || variant == std::string::npos
+                   ? time
+                   : medianOf(name.substr(0, variant) + "/plain");
+    }
+
+    std::map<std::string, std::vector<double>> m_times;
 };
 
-/// Runs the benchmarks of the program and prints the ratios.
-inline int runWithRatios(int argc, char** argv)
+/// Runs the benchmarks of the program, each five times in a random order unless
+/// the command line says otherwise, and prints the ratios.
+///
+/// @param more  called with the reporter at the end, for further lines
+template <class More>
+int runWithRatios(int argc, char** argv, More more)
 {
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+    std::string repetitions = "--benchmark_repetitions=5";
+    std::string interleaving = "--benchmark_enable_random_interleaving=true";
+    std::vector<char*> arguments(argv, argv + argc);
+    arguments.insert(arguments.begin() + std::min(argc, 1),
+                     {repetitions.data(), interleaving.data()});
+    int count = static_cast<int>(arguments.size());
+    arguments.push_back(nullptr);
+    benchmark::Initialize(&count, arguments.data());
+    if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
         return 1;
     }
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
+    more(reporter);
     benchmark::Shutdown();
     return 0;
+}
+
+inline int runWithRatios(int argc, char** argv)
+{
+    return runWithRatios(argc, argv, [](const RatioReporter&) {});
 }
 
 } // namespace bench
