@@ -2,11 +2,12 @@
 
 # Options for our own code: warnings are errors, and the arithmetic stays what
 # the source says (no contraction into fused operations, no fast-math), so that
-# results are the same to the last bit whatever the compiler's mood.
+# results are the same to the last bit with every compiler. How vectors are passed
+# between functions (psabi) is no matter here: functions on them are inlined.
 add_library(aelk_options INTERFACE)
 target_compile_options(aelk_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
-  -ffp-contract=off)
+  -ffp-contract=off -Wno-psabi)
 target_compile_definitions(aelk_options INTERFACE QT_NO_FOREACH QT_NO_KEYWORDS)
 
 if(AELK_SANITIZE)

@@ -1,6 +1,6 @@
 #include "analysis/FourPointForms.h"
 
-#include "analysis/FixedSolver.h"
+#include "analysis/LaneSolver.h"
 
 #include <algorithm>
 
@@ -8,36 +8,60 @@ namespace analysis
 {
 
 LeastSquarePlane::LeastSquarePlane(const QList<double>& R1, const QList<double>& R2,
-                                   const QList<double>& E)
+                                   const QList<double>& E, const VPointNumbers& v)
+    : m_rows(static_cast<std::size_t>(std::min({R1.size(), R2.size(), E.size()})))
+    , m_v(v)
 {
-    const qsizetype count = std::min({R1.size(), R2.size(), E.size()});
-    m_rows.reserve(count);
-    for (qsizetype i = 0; i < count; ++i) {
-        const Row row{E.at(i), R1.at(i) + R2.at(i)};
+    qsizetype i = 0;
+    for (Row& row : m_rows) {
+        row = {E.at(i), R1.at(i) + R2.at(i)};
         m_n += 1.0;
         m_sE += row.E;
         m_sEE += row.E * row.E;
         m_sS += row.S;
         m_sSE += row.S * row.E;
-        m_rows.append(row);
+        ++i;
     }
 }
 
-std::array<double, 3> LeastSquarePlane::coefficients(const double* T) const
+/// Four targets, the first of them at @p at in the blocks.
+void LeastSquarePlane::solveAt(const double* const* T, const double* TV, int at, Block& a,
+                               Block& thickness) const
 {
-    double sT = 0.0;
-    double sET = 0.0;
-    double sTT = 0.0;
-    double sST = 0.0;
+    Lanes sT{};
+    Lanes sET{};
+    Lanes sTT{};
+    Lanes sST{};
     for (const Row& row : m_rows) {
-        const double t = *T++;
+        const Lanes t = loadLanes(*T++ + at);
         sT += t;
         sET += row.E * t;
         sTT += t * t;
         sST += row.S * t;
     }
-    return solveFixed<3>({{{m_n, m_sE, sT}, {m_sE, m_sEE, sET}, {sT, sET, sTT}}},
-                         {m_sS, m_sSE, sST});
+    const Lanes n = allLanes(m_n);
+    const Lanes sE = allLanes(m_sE);
+    LaneSystem<3> c{{{{n, sE, sT}, {sE, allLanes(m_sEE), sET}, {sT, sET, sTT}}},
+                    {allLanes(m_sS), allLanes(m_sSE), sST}};
+    solveLanes(c);
+    const Lanes K = c.b[2];
+    const Lanes p = m_v.r * K / (m_v.r + 1);
+    const Lanes q = K / (m_v.r + 1);
+    const Lanes B = (-c.b[1] / K) * m_v.EV + (-c.b[0] / K);
+    storeLanes(a.data() + at,
+               ((B - loadLanes(TV + at)) * p * q + m_v.R2V * p) / (m_v.R2V * p - m_v.R1V * q));
+    storeLanes(thickness.data() + at, 1.0 / (K * 0.5));
+}
+
+void LeastSquarePlane::solve(const double* const* T, const double* TV, int count, Block& a,
+                             Block& thickness, Instructions instructions) const
+{
+    runKernel(
+        instructions, [&]() __attribute__((always_inline)) {
+            for (int at = 0; at < count; at += laneCount) {
+                solveAt(T, TV, at, a, thickness);
+            }
+        });
 }
 
 double leastSquareFourPoints(double TV, double R1V, double R2V, double EV, const QList<double>& T,
@@ -45,11 +69,22 @@ double leastSquareFourPoints(double TV, double R1V, double R2V, double EV, const
                              const QList<double>& E, double r, double* tts)
 {
     const qsizetype count = std::min({T.size(), R1.size(), R2.size(), E.size()});
-    const LeastSquarePlane plane(R1.first(count), R2.first(count), E.first(count));
-    const FractionAndThickness result =
-        fractionFromPlane(plane.coefficients(T.constData()), TV, {R1V, R2V, EV, r});
-    *tts = result.thickness;
-    return result.a;
+    const LeastSquarePlane plane(R1.first(count), R2.first(count), E.first(count),
+                                 {R1V, R2V, EV, r});
+    // One target in the first place of a block.
+    std::vector<Block> values(static_cast<std::size_t>(count) + 1);
+    std::vector<const double*> t;
+    for (qsizetype i = 0; i < count; ++i) {
+        Block& block = values[static_cast<std::size_t>(i)];
+        block.front() = T.at(i);
+        t.push_back(block.data());
+    }
+    values.back().front() = TV;
+    Block a;
+    Block thickness;
+    plane.solve(t.data(), values.back().data(), 1, a, thickness);
+    *tts = thickness.front();
+    return a.front();
 }
 
 } // namespace analysis

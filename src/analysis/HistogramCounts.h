@@ -12,6 +12,9 @@ struct HistogramCounts {
     /// The most bins that are counted, whatever number was asked for.
     static constexpr int maxBoxes = 1'000'000;
 
+    /// 2^31. The place of a bin is below it, or no int.
+    static constexpr double beyondInt = 2147483648.0;
+
     /// The number of bins that a number typed by the user stands for: truncated,
     /// 0 below 1 and for NaN, at most maxBoxes.
     static int boxesFrom(double number);
@@ -53,7 +56,4 @@ struct HistogramCounts {
     QList<int> bins;
     int under = 0;
     int over = 0;
-
-private:
-    static constexpr double beyondInt = 2147483648.0; ///< 2^31
 };

@@ -41,67 +41,59 @@ void LinearCombination::factorise()
         lRows[i] = l[i].data();
         uRows[i] = u[i].data();
     }
+    std::array<std::int32_t, maxUnknowns> perm{};
     SmallMatrix::luDecompose(m_unknowns, matrixRows.data(), lRows.data(), uRows.data(),
-                             m_perm.data());
+                             perm.data());
     for (std::size_t i = 0; i < n; ++i) {
-        const auto p = static_cast<std::size_t>(m_perm[i]);
+        const auto p = static_cast<std::size_t>(perm[i]);
         m_lower[i] = l[p];
         m_upper[i] = u[p];
     }
+    for (Row& phi : m_basis) {
+        const Row inGivenOrder = phi;
+        for (std::size_t i = 0; i < n; ++i) {
+            phi[i] = inGivenOrder[static_cast<std::size_t>(perm[i])];
+        }
+    }
 }
 
-template <std::size_t N>
-LinearCombination::Row LinearCombination::solve(std::span<const double> values) const
+namespace
 {
-    std::array<double, N> right{};
-    for (std::size_t row = 0; row < m_basis.size(); ++row) {
-        const double y = values[row];
-        for (std::size_t i = 0; i < N; ++i) {
-            right[i] += m_basis[row][i] * y;
-        }
-    }
+
+template <std::size_t N>
+std::array<double, LinearCombination::maxUnknowns> solveOne(const LinearCombination& fit,
+                                                            std::span<const double> values)
+{
     std::array<double, N> x;
-    for (std::size_t i = 0; i < N; ++i) {
-        x[i] = right[static_cast<std::size_t>(m_perm[i])];
-    }
-    for (std::size_t i = 0; i + 1 < N; ++i) {
-        for (std::size_t k = i + 1; k < N; ++k) {
-            x[k] -= x[i] * m_lower[k][i];
-        }
-    }
-    for (std::size_t step = 0; step < N; ++step) {
-        const std::size_t i = N - 1 - step;
-        x[i] /= m_upper[i][i];
-        for (std::size_t k = 0; k < i; ++k) {
-            x[k] -= x[i] * m_upper[k][i];
-        }
-    }
-    Row solution{};
+    fit.solve(
+        [&](std::size_t row) __attribute__((always_inline)) { return values[row]; }, x);
+    std::array<double, LinearCombination::maxUnknowns> solution{};
     std::copy(x.begin(), x.end(), solution.begin());
     return solution;
 }
 
-// The sizes are told apart here so that the loops over the unknowns unroll: a
-// map calculation solves once per pixel.
+} // namespace
+
+// The sizes are told apart here so that the loops over the unknowns unroll.
 std::array<double, LinearCombination::maxUnknowns>
 LinearCombination::coefficients(std::span<const double> values) const
 {
     Q_ASSERT(values.size() >= m_basis.size());
     switch (m_unknowns) {
     case 1:
-        return solve<1>(values);
+        return solveOne<1>(*this, values);
     case 2:
-        return solve<2>(values);
+        return solveOne<2>(*this, values);
     case 3:
-        return solve<3>(values);
+        return solveOne<3>(*this, values);
     case 4:
-        return solve<4>(values);
+        return solveOne<4>(*this, values);
     case 5:
-        return solve<5>(values);
+        return solveOne<5>(*this, values);
     case 6:
-        return solve<6>(values);
+        return solveOne<6>(*this, values);
     default:
-        return solve<maxUnknowns>(values);
+        return solveOne<maxUnknowns>(*this, values);
     }
 }
 

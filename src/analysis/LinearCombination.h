@@ -1,9 +1,12 @@
 // Least-square fits of values by a fixed set of basis functions.
+//
+// The fit may do without a matrix for each set of values, since the matrix and
+// its factors depend on the basis alone. The operations on the values are those
+// of the matrix library, in its order.
 #pragma once
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -14,8 +17,7 @@ namespace analysis
 /// values, by the normal equations.
 ///
 /// The matrix depends on the basis alone, so it is built and factorised once,
-/// and a solve for other values costs the right side and two substitutions
-/// (solveFixed() serves fits whose matrix changes with the values).
+/// and a solve for other values costs the right side and two substitutions.
 /// Equal to the last bit (all NaN taken as equal) to a matrix built, factorised
 /// and solved afresh with SmallMatrix for each set of values: a singular basis,
 /// also one with fewer rows than unknowns, gives infinities or NaN, and no
@@ -35,21 +37,48 @@ public:
     /// @pre a value for each row of the basis
     std::array<double, maxUnknowns> coefficients(std::span<const double> values) const;
 
+    /// The coefficients for one set of values, or for as many as @p Number has
+    /// numbers side by side; @p N is the number of unknowns.
+    ///
+    /// @param valueAt  called as valueAt(row) for each row of the basis, in order
+    template <std::size_t N, class Number, class ValueAt>
+    [[gnu::always_inline]] inline void solve(ValueAt valueAt, std::array<Number, N>& x) const
+    {
+        for (Number& each : x) {
+            each = Number{};
+        }
+        for (std::size_t row = 0; row < m_basis.size(); ++row) {
+            const Number y = valueAt(row);
+            for (std::size_t i = 0; i < N; ++i) {
+                x[i] += m_basis[row][i] * y;
+            }
+        }
+        for (std::size_t i = 0; i + 1 < N; ++i) {
+            for (std::size_t k = i + 1; k < N; ++k) {
+                x[k] -= x[i] * m_lower[k][i];
+            }
+        }
+        for (std::size_t step = 0; step < N; ++step) {
+            const std::size_t i = N - 1 - step;
+            x[i] /= m_upper[i][i];
+            for (std::size_t k = 0; k < i; ++k) {
+                x[k] -= x[i] * m_upper[k][i];
+            }
+        }
+    }
+
 private:
     using Row = std::array<double, maxUnknowns>;
 
     void factorise();
 
-    template <std::size_t N>
-    Row solve(std::span<const double> values) const;
-
     int m_unknowns = 0;
+    /// The basis with its functions in the order of the pivots, and the
+    /// triangles with their rows in that order; the diagonal of the lower one is
+    /// 1 throughout.
     std::vector<Row> m_basis;
-    /// The triangles, their rows in the order of the pivots; the diagonal of
-    /// the lower one is 1 throughout.
     std::array<Row, maxUnknowns> m_lower{};
     std::array<Row, maxUnknowns> m_upper{};
-    std::array<std::int32_t, maxUnknowns> m_perm{};
 };
 
 } // namespace analysis

@@ -1,11 +1,11 @@
 #include "analysis/MapCalculation.h"
 
+#include "analysis/CalculationMemory.h"
 #include "analysis/FourPointForms.h"
-#include "analysis/HistogramCounts.h"
-#include "analysis/PixelWalk.h"
+#include "analysis/HistogramCounter.h"
+#include "analysis/PixelBlocks.h"
 
-#include <array>
-#include <vector>
+#include <algorithm>
 
 namespace analysis
 {
@@ -13,21 +13,78 @@ namespace analysis
 namespace
 {
 
-// The frame that the forms share: `solve(x, y)` gives a pixel's fraction and
-// thickness.
-template <class Solve>
-void walk(const MapStack& stack, A2DData& result, HistogramCounts& valence,
-          HistogramCounts& thickness, Solve solve)
+void fillRows(A2DRow* rows, int count, const Block& a, const Block& thickness)
 {
+    for (int i = 0; i < count; ++i) {
+        rows[i].intensity = a[static_cast<std::size_t>(i)];
+        rows[i].i0 = thickness[static_cast<std::size_t>(i)];
+        if (!rows[i].values.isEmpty()) {
+            rows[i].values = {}; // of an earlier result
+        }
+    }
+}
+
+/// The frame that the forms share.
+///
+/// @param points  the rows whose maps are read
+/// @param solve   called as solve(t, count, a, thickness): from the absorbances of
+///                the points at a block to fractions and thicknesses
+template <class Solve>
+void calculate(const MapStack& stack, const QList<MapPoint>& points, A2DData& result,
+               HistogramCounts& valence, HistogramCounts& thickness, Solve solve)
+{
+    QList<const A2DData*> maps;
+    for (const MapPoint& point : points) {
+        maps.append(point.map);
+    }
+    CalculationMemory ownMemory;
+    CalculationMemory& memory = stack.memory != nullptr ? *stack.memory : ownMemory;
+    memory.absorbances.prepare(maps);
+    memory.values.keepFirst(0); // the result has no such lists
+    HistogramCounter valences(valence);
+    HistogramCounter thicknesses(thickness);
     const ValenceMix mix = stack.mix;
-    walkPixels(*stack.v.map, result, [&](int x, int y, A2DRow& row) {
-        const FractionAndThickness pixel = solve(x, y);
-        row.intensity = pixel.a;
-        row.i0 = pixel.thickness;
-        valence.add(mix(pixel.a));
-        thickness.add(pixel.thickness);
+    Block a;
+    Block t;
+    Block v;
+    calculateBlocks(maps, memory.absorbances, *stack.v.map, result, [&](const PixelBlock& block) {
+        solve(block.absorbances, block.count, a, t);
+        std::transform(a.begin(), a.begin() + block.count, v.begin(), mix);
+        fillRows(block.rows, block.count, a, t);
+        valences.add(v, block.count);
+        thicknesses.add(t, block.count);
     });
+    valences.finish();
+    thicknesses.finish();
     result.extended = false;
+}
+
+/// The frame of the two forms in closed form: a whole block with four pixels side
+/// by side.
+///
+/// @param solve  called as solve(t, a, thickness) with the absorbances of the
+///               points at four pixels
+template <std::size_t Points, class Solve>
+void calculateByLanes(const MapStack& stack, const QList<MapPoint>& points, A2DData& result,
+                      HistogramCounts& valence, HistogramCounts& thickness, Solve solve)
+{
+    const auto solveBlock = [&](const double* const* values, int count, Block& a, Block& t) {
+        runKernel(
+            fastestInstructions(), [&]() __attribute__((always_inline)) {
+                for (int at = 0; at < count; at += laneCount) {
+                    std::array<Lanes, Points> four;
+                    for (std::size_t k = 0; k < Points; ++k) {
+                        four[k] = loadLanes(values[k] + at);
+                    }
+                    Lanes fraction;
+                    Lanes thick;
+                    solve(four, fraction, thick);
+                    storeLanes(a.data() + at, fraction);
+                    storeLanes(t.data() + at, thick);
+                }
+            });
+    };
+    calculate(stack, points, result, valence, thickness, solveBlock);
 }
 
 } // namespace
@@ -38,16 +95,17 @@ void mapThreePoints(const MapStack& stack, A2DData& result, HistogramCounts& val
     if (stack.others.size() < 2) {
         return;
     }
-    const MapPoint p0 = stack.others.at(0);
-    const MapPoint p1 = stack.others.at(1);
-    const MapPoint pv = stack.v;
-    const ThreeValues r1{p0.r1, p1.r1, pv.r1};
-    const ThreeValues r2{p0.r2, p1.r2, pv.r2};
-    walk(stack, result, valence, thickness, [=](int x, int y) {
-        const ThreeValues t{data::pixelMut(*p0.map, x, y), data::pixelMut(*p1.map, x, y),
-                            data::pixelMut(*pv.map, x, y)};
-        return FractionAndThickness{threePointFraction(t, r1, r2), threePointThickness(t, r1, r2)};
-    });
+    const QList<MapPoint> p{stack.others.at(0), stack.others.at(1), stack.v};
+    const ThreeValues r1{p.at(0).r1, p.at(1).r1, p.at(2).r1};
+    const ThreeValues r2{p.at(0).r2, p.at(1).r2, p.at(2).r2};
+    calculateByLanes<3>(
+        stack, p, result, valence, thickness,
+        [&](const std::array<Lanes, 3>& values, Lanes& a, Lanes& thick)
+            __attribute__((always_inline)) {
+                const ThreeOf<Lanes> t{values[0], values[1], values[2]};
+                a = threePointFraction(t, r1, r2);
+                thick = threePointThickness(t, r1, r2);
+            });
 }
 
 void mapExactFourPoints(const MapStack& stack, A2DData& result, HistogramCounts& valence,
@@ -61,14 +119,13 @@ void mapExactFourPoints(const MapStack& stack, A2DData& result, HistogramCounts&
     const MapPoint p2 = stack.others.at(2);
     const MapPoint pv = stack.v;
     const double r = stack.r;
-    walk(stack, result, valence, thickness, [=](int x, int y) {
-        FractionAndThickness pixel;
-        pixel.a = exactFourPoints(data::pixelMut(*p0.map, x, y), data::pixelMut(*p1.map, x, y),
-                                  data::pixelMut(*p2.map, x, y), data::pixelMut(*pv.map, x, y),
-                                  p0.r1, p1.r1, p2.r1, pv.r1, p0.r2, p1.r2, p2.r2, pv.r2, p0.energy,
-                                  p1.energy, p2.energy, pv.energy, r, &pixel.thickness);
-        return pixel;
-    });
+    calculateByLanes<4>(
+        stack, {p0, p1, p2, pv}, result, valence, thickness,
+        [&](const std::array<Lanes, 4>& t, Lanes& a, Lanes& thick) __attribute__((always_inline)) {
+            a = exactFourPointsOf(t[0], t[1], t[2], t[3], p0.r1, p1.r1, p2.r1, pv.r1, p0.r2, p1.r2,
+                                  p2.r2, pv.r2, p0.energy, p1.energy, p2.energy, pv.energy, r,
+                                  &thick);
+        });
 }
 
 void mapLeastSquare(const MapStack& stack, A2DData& result, HistogramCounts& valence,
@@ -77,28 +134,23 @@ void mapLeastSquare(const MapStack& stack, A2DData& result, HistogramCounts& val
     QList<double> r1;
     QList<double> r2;
     QList<double> energies;
-    std::vector<const A2DData*> maps;
     for (const MapPoint& point : stack.others) {
         r1.append(point.r1);
         r2.append(point.r2);
         energies.append(point.energy);
-        maps.push_back(point.map);
     }
-    const LeastSquarePlane plane(r1, r2, energies);
-    const VPointNumbers v{stack.v.r1, stack.v.r2, stack.v.energy, stack.r};
-    const A2DData* const vMap = stack.v.map;
-    std::vector<double> t(maps.size()); // reused from pixel to pixel
-    walk(stack, result, valence, thickness, [&](int x, int y) {
-        for (std::size_t k = 0; k < maps.size(); ++k) {
-            t[k] = data::pixelMut(*maps[k], x, y);
-        }
-        return fractionFromPlane(plane.coefficients(t.data()), data::pixelMut(*vMap, x, y), v);
-    });
+    const LeastSquarePlane plane(r1, r2, energies,
+                                 {stack.v.r1, stack.v.r2, stack.v.energy, stack.r});
+    const qsizetype others = stack.others.size();
+    calculate(stack, stack.others + QList<MapPoint>{stack.v}, result, valence, thickness,
+              [&](const double* const* t, int count, Block& a, Block& thicknesses) {
+                  plane.solve(t, t[others], count, a, thicknesses);
+              });
 }
 
-MapMemory::Inputs inputsOf(Variant form, const MapStack& stack)
+MapResultCache::Inputs inputsOf(Variant form, const MapStack& stack)
 {
-    MapMemory::Inputs inputs;
+    MapResultCache::Inputs inputs;
     inputs.numbers = {static_cast<double>(form), stack.r, stack.mix.enoughReferences ? 1.0 : 0.0,
                       stack.mix.v1, stack.mix.v2};
     const auto add = [&inputs](const MapPoint& point) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "analysis/CalculationChoice.h"
-#include "analysis/MapMemory.h"
+#include "analysis/MapResultCache.h"
 #include "analysis/ValenceMix.h"
 
 #include <QList>
@@ -12,6 +12,8 @@ struct HistogramCounts;
 
 namespace analysis
 {
+
+struct CalculationMemory;
 
 /// One energy-point row of a map calculation.
 struct MapPoint {
@@ -23,10 +25,11 @@ struct MapPoint {
 
 /// What a form works on, gathered once.
 struct MapStack {
-    QList<MapPoint> others; ///< the rows beside the V row, in row order
-    MapPoint v;             ///< the V row; its map fixes the walk
-    double r = 0.0;         ///< edge jump of the first over the second reference
-    ValenceMix mix;         ///< valence of a fraction, for the histogram
+    QList<MapPoint> others;              ///< the rows beside the V row, in row order
+    MapPoint v;                          ///< the V row; its map places the pixels
+    double r = 0.0;                      ///< edge jump of the first over the second reference
+    ValenceMix mix;                      ///< valence of a fraction, for the histogram
+    CalculationMemory* memory = nullptr; ///< null: nothing is kept for the next run
 };
 
 /// Three forms of the four-points method. Each replaces @p result by one row
@@ -47,6 +50,6 @@ void mapLeastSquare(const MapStack& stack, A2DData& result, HistogramCounts& val
                     HistogramCounts& thickness);
 
 /// All that @p form reads of @p stack.
-MapMemory::Inputs inputsOf(Variant form, const MapStack& stack);
+MapResultCache::Inputs inputsOf(Variant form, const MapStack& stack);
 
 } // namespace analysis

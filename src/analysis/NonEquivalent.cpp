@@ -94,34 +94,13 @@ QList<double> neqTargetValues(const AMutE& target, const QList<double>& energies
 
 NeqFit::NeqFit(bool victoreen, const QList<QList<double>>& refValues, const QList<double>& energies,
                const QList<double>& weights)
-    : m_victoreen(victoreen)
-    , m_references(referencesOf(refValues))
+    : m_references(referencesOf(refValues))
+    , m_terms(victoreen ? 3 : 2)
     , m_rows(commonRows(refValues, energies))
-    , m_weights(weights)
-    , m_fit(m_references + (victoreen ? 3 : 2),
-            basisOf(victoreen, refValues, m_references, energies, m_rows))
+    , m_fit(m_references + m_terms, basisOf(victoreen, refValues, m_references, energies, m_rows))
 {
-    m_weights.resize(m_references);
-}
-
-double NeqFit::solve(std::span<const double> t, std::span<double, neq::count> out) const
-{
-    const std::array<double, LinearCombination::maxUnknowns> x = m_fit.coefficients(t);
-    const auto background = static_cast<std::size_t>(m_references);
-    std::fill(out.begin(), out.end(), 0.0);
-    double sum = 0.0;
-    for (std::size_t i = 0; i < background; ++i) {
-        out[i] = x[i] * m_weights.at(static_cast<qsizetype>(i));
-        sum += out[i];
-    }
-    // Places without a reference too: with a sum of 0 or NaN they show it.
-    for (double& share : out.first<neq::references>()) {
-        share /= sum;
-    }
-    out[neq::mut0] = x[background];
-    out[neq::c1] = x[background + 1];
-    out[neq::c2] = m_victoreen ? x[background + 2] : 0.0;
-    return sum;
+    std::copy_n(weights.cbegin(), std::min<qsizetype>(weights.size(), m_references),
+                m_weights.begin());
 }
 
 void neqSolve(bool victoreen, const QList<double>& T, const QList<QList<double>>& refValues,
@@ -130,8 +109,15 @@ void neqSolve(bool victoreen, const QList<double>& T, const QList<QList<double>>
 {
     const NeqFit fit(victoreen, refValues, energies.first(std::min(T.size(), energies.size())),
                      weights);
-    out.resize(neq::count);
-    *sum = fit.solve(T, std::span<double, neq::count>(out));
+    std::array<double, neq::count> values;
+    fit.withSize([&](auto size) {
+        const auto targetAt = [&](std::size_t row) __attribute__((always_inline))
+        {
+            return T.at(static_cast<qsizetype>(row));
+        };
+        *sum = fit.solve(size, targetAt, values);
+    });
+    out = QList<double>(values.cbegin(), values.cend());
 }
 
 double neqValence(const QList<double>& out, const QList<double>& valences)

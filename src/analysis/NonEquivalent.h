@@ -6,7 +6,8 @@
 
 #include <QList>
 
-#include <span>
+#include <array>
+#include <cstddef>
 
 class AMutE;
 
@@ -70,20 +71,73 @@ public:
     NeqFit(bool victoreen, const QList<QList<double>>& refValues, const QList<double>& energies,
            const QList<double>& weights);
 
-    /// The places share and mut0 to c2 of @p out for the target values @p t;
-    /// all other places become 0.
+    /// The numbers of references and of background terms, known to the compiler.
+    template <std::size_t References, std::size_t Terms>
+    struct Size {
+    };
+
+    /// Calls @p solve with the Size of this fit.
+    template <class Solve>
+    void withSize(Solve solve) const
+    {
+        m_terms == 3 ? withReferences<3>(solve) : withReferences<2>(solve);
+    }
+
+    /// The places share and mut0 to c2 of @p out for one target, or for as many
+    /// as @p Number has numbers side by side; all other places become 0.
+    ///
+    /// @param targetAt  called as targetAt(row) for each of rows(), in order
     /// @return the sum of the coefficients, each times its weight
-    /// @pre a target value for each of rows()
-    double solve(std::span<const double> t, std::span<double, neq::count> out) const;
+    template <std::size_t References, std::size_t Terms, class Number, class TargetAt>
+    [[gnu::always_inline]] inline Number solve(Size<References, Terms> /*of this fit*/,
+                                               TargetAt targetAt,
+                                               std::array<Number, neq::count>& out) const
+    {
+        std::array<Number, References + Terms> x;
+        m_fit.solve(targetAt, x);
+        for (Number& each : out) {
+            each = Number{};
+        }
+        Number sum{};
+        for (std::size_t i = 0; i < References; ++i) {
+            out[i] = x[i] * m_weights[i];
+            sum += out[i];
+        }
+        // Places without a reference too: with a sum of 0 or NaN they show it.
+        for (std::size_t i = 0; i < neq::references; ++i) {
+            out[i] /= sum;
+        }
+        for (std::size_t term = 0; term < Terms; ++term) {
+            out[neq::mut0 + term] = x[References + term];
+        }
+        return sum;
+    }
 
     int rows() const { return m_rows; }
     int references() const { return m_references; }
 
 private:
-    bool m_victoreen = false;
+    template <std::size_t Terms, class Solve>
+    void withReferences(Solve solve) const
+    {
+        switch (m_references) {
+        case 0:
+            return solve(Size<0, Terms>());
+        case 1:
+            return solve(Size<1, Terms>());
+        case 2:
+            return solve(Size<2, Terms>());
+        case 3:
+            return solve(Size<3, Terms>());
+        default:
+            return solve(Size<neq::references, Terms>());
+        }
+    }
+
     int m_references = 0;
+    int m_terms = 0; ///< of the background
     int m_rows = 0;
-    QList<double> m_weights;
+    std::array<double, neq::references> m_weights{};
     LinearCombination m_fit;
 };
 

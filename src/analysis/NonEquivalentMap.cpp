@@ -1,11 +1,11 @@
 #include "analysis/NonEquivalentMap.h"
 
 #include "analysis/CalculationChoice.h"
-#include "analysis/HistogramCounts.h"
-#include "analysis/PixelWalk.h"
+#include "analysis/CalculationMemory.h"
+#include "analysis/HistogramCounter.h"
+#include "analysis/PixelBlocks.h"
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 namespace analysis
@@ -14,45 +14,142 @@ namespace analysis
 namespace
 {
 
-// A pixel's values from the mut at each row, finished as the maps do it.
-class PixelSolver
+using ValueBlocks = std::array<Block, neq::count>;
+
+/// All values of a block of pixels from the absorbances at each row.
+class BlockSolver
 {
 public:
-    explicit PixelSolver(const NeqStack& stack)
-        : m_inputs(stack.inputs)
-        , m_fit(stack.victoreen, m_inputs.refValues, m_inputs.energies, m_inputs.weights)
+    explicit BlockSolver(const NeqStack& stack)
+        : m_fit(stack.victoreen, stack.inputs.refValues, stack.inputs.energies,
+                stack.inputs.weights)
+        , m_jumpSum(stack.inputs.jumpSum)
+        , m_valenceCount(std::min<std::size_t>(stack.inputs.valences.size(), neq::references))
     {
+        std::copy_n(stack.inputs.valences.cbegin(), m_valenceCount, m_valences.begin());
     }
 
     int references() const { return m_fit.references(); }
     int rows() const { return m_fit.rows(); }
 
-    QList<double> values(std::span<const double> t) const
+    void solve(const double* const* t, int count, ValueBlocks& out) const
     {
-        QList<double> values(neq::count);
-        const std::span<double, neq::count> out(values);
-        const double sum = m_fit.solve(t, out);
-        for (std::size_t i = 0; i < static_cast<std::size_t>(m_fit.references()); ++i) {
-            // From left to right, unlike on the way of the target: see there.
-            out[neq::dMut + i] = out[i] * sum * m_inputs.jumpSum;
-        }
-        out[neq::valence] = neqValence(values, m_inputs.valences);
-        out[neq::totalDMut] = sum * m_inputs.jumpSum;
-        return values;
+        m_fit.withSize([&](auto size) {
+            runKernel(
+                fastestInstructions(), [&]() __attribute__((always_inline)) {
+                    for (int at = 0; at < count; at += laneCount) {
+                        solveAt(size, t, at, out);
+                    }
+                });
+        });
     }
 
 private:
-    const NeqInputs& m_inputs;
+    /// Four pixels, the first of them at @p at in the blocks.
+    template <std::size_t References, std::size_t Terms>
+    [[gnu::always_inline]] inline void solveAt(NeqFit::Size<References, Terms> size,
+                                               const double* const* t, int at,
+                                               ValueBlocks& out) const
+    {
+        std::array<Lanes, neq::count> values;
+        const auto targetAt = [&](std::size_t row) __attribute__((always_inline))
+        {
+            return loadLanes(t[row] + at);
+        };
+        const Lanes sum = m_fit.solve(size, targetAt, values);
+        for (std::size_t i = 0; i < References; ++i) {
+            // From left to right, unlike on the way of the target: see there.
+            values[neq::dMut + i] = values[i] * sum * m_jumpSum;
+        }
+        Lanes valence{};
+        for (std::size_t i = 0; i < m_valenceCount; ++i) {
+            valence += values[i] * m_valences[i];
+        }
+        values[neq::valence] = valence;
+        values[neq::totalDMut] = sum * m_jumpSum;
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            storeLanes(out[i].data() + at, values[i]);
+        }
+    }
+
     NeqFit m_fit;
+    double m_jumpSum;
+    std::size_t m_valenceCount;
+    std::array<double, neq::references> m_valences{};
 };
 
-void countPixel(const QList<double>& values, int references, const NeqHistograms& histograms)
+/// The histograms while they are counted.
+class Counters
 {
-    histograms.valence->add(values.at(neq::valence));
-    histograms.totalDMut->add(values.at(neq::totalDMut));
-    for (int i = 0; i < references; ++i) {
-        histograms.share.at(i)->add(values.at(neq::share + i));
-        histograms.dMut.at(i)->add(values.at(neq::dMut + i));
+public:
+    Counters(const NeqHistograms& histograms, int references)
+    {
+        add(neq::valence, histograms.valence);
+        add(neq::totalDMut, histograms.totalDMut);
+        for (int i = 0; i < references; ++i) {
+            add(neq::share + i, histograms.share.at(i));
+            add(neq::dMut + i, histograms.dMut.at(i));
+        }
+    }
+
+    void count(const ValueBlocks& values, int count)
+    {
+        for (Counter& each : m_counters) {
+            each.counter.add(values[each.place], count);
+        }
+    }
+
+    void finish()
+    {
+        for (Counter& each : m_counters) {
+            each.counter.finish();
+        }
+    }
+
+private:
+    struct Counter {
+        std::size_t place; ///< of the value that is counted
+        HistogramCounter counter;
+    };
+
+    void add(int place, HistogramCounts* histogram)
+    {
+        m_counters.push_back({static_cast<std::size_t>(place), HistogramCounter(*histogram)});
+    }
+
+    std::vector<Counter> m_counters;
+};
+
+/// Fills the fields of the rows beside their lists.
+void fillRows(const ValueBlocks& values, const PixelBlock& block)
+{
+    for (int i = 0; i < block.count; ++i) {
+        block.rows[i].intensity = values[neq::share][static_cast<std::size_t>(i)];
+        block.rows[i].i0 = values[neq::totalDMut][static_cast<std::size_t>(i)];
+    }
+}
+
+/// Writes the lists pixel by pixel.
+void fillLists(const ValueBlocks& values, int count, double* list)
+{
+    for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
+        for (const Block& value : values) {
+            *list++ = value[i];
+        }
+    }
+}
+
+/// A scan that was stopped early claims more pixels than it has. Those beyond all
+/// data are alike and share one list, so that no memory goes into their values.
+void shareList(const ValueBlocks& values, const PixelBlock& block, QList<double>& shared)
+{
+    if (shared.isEmpty()) {
+        for (const Block& value : values) {
+            shared.append(value.front());
+        }
+    }
+    for (int i = 0; i < block.count; ++i) {
+        block.rows[i].values = shared;
     }
 }
 
@@ -60,37 +157,36 @@ void countPixel(const QList<double>& values, int references, const NeqHistograms
 
 void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistograms& histograms)
 {
-    const PixelSolver solver(stack);
+    const BlockSolver solver(stack);
     Q_ASSERT(solver.rows() == stack.maps.size());
-    const auto rows = static_cast<std::size_t>(stack.maps.size());
-    std::vector<double> t(rows); // reused from pixel to pixel
-    std::vector<double> previous;
-    QList<double> values;
-    walkPixels(*stack.base, result, [&](int x, int y, A2DRow& row) {
-        for (std::size_t k = 0; k < rows; ++k) {
-            t[k] = data::pixelMut(*stack.maps.at(static_cast<qsizetype>(k)), x, y);
-        }
-        // A scan that was stopped early claims more pixels than it has. Those
-        // beyond all data are alike and share one list: no time and no memory
-        // goes into their values.
-        if (previous.empty() ||
-            std::memcmp(previous.data(), t.data(), rows * sizeof(double)) != 0) {
-            values = solver.values(t);
-            previous = t;
-        }
-        row.values = values;
-        row.intensity = values.at(neq::share);
-        row.i0 = values.at(neq::totalDMut);
-        countPixel(values, solver.references(), histograms);
-    });
+    CalculationMemory ownMemory;
+    CalculationMemory& memory = stack.memory != nullptr ? *stack.memory : ownMemory;
+    memory.absorbances.prepare(stack.maps);
+    memory.values.keepFirst(blockCount(*stack.base));
+    Counters counters(histograms, solver.references());
+    QList<double> sharedOutside;
+    ValueBlocks values;
+    calculateBlocks(
+        stack.maps, memory.absorbances, *stack.base, result, [&](const PixelBlock& block) {
+            solver.solve(block.absorbances, block.count, values);
+            fillRows(values, block);
+            if (block.isOutside) {
+                shareList(values, block, sharedOutside);
+            } else {
+                fillLists(values, block.count,
+                          memory.values.share(block.index, block.rows, block.count, neq::count));
+            }
+            counters.count(values, block.count);
+        });
+    counters.finish();
     result.extended = true;
 }
 
-MapMemory::Inputs inputsOf(const NeqStack& stack)
+MapResultCache::Inputs inputsOf(const NeqStack& stack)
 {
     const Variant form =
         stack.victoreen ? Variant::NonEquivalentVictoreen : Variant::NonEquivalentLinear;
-    MapMemory::Inputs inputs;
+    MapResultCache::Inputs inputs;
     inputs.numbers = {static_cast<double>(form), stack.inputs.jumpSum,
                       static_cast<double>(stack.inputs.refValues.size())};
     const auto add = [&inputs](const QList<double>& numbers) {

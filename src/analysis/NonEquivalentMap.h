@@ -1,7 +1,7 @@
 // The non-equivalent method on a stack of maps, pixel by pixel.
 #pragma once
 
-#include "analysis/MapMemory.h"
+#include "analysis/MapResultCache.h"
 #include "analysis/NonEquivalent.h"
 
 class A2DData;
@@ -10,12 +10,15 @@ struct HistogramCounts;
 namespace analysis
 {
 
+struct CalculationMemory;
+
 /// What the method works on, gathered once.
 struct NeqStack {
     bool victoreen = false;
     NeqInputs inputs;
     QList<const A2DData*> maps;    ///< one for each of inputs.rowIndices; may be empty
-    const A2DData* base = nullptr; ///< the map of inputs.baseRow; fixes the walk; never null
+    const A2DData* base = nullptr; ///< the map of inputs.baseRow; places the pixels; never null
+    CalculationMemory* memory = nullptr; ///< null: nothing is kept for the next run
 };
 
 /// Histograms, started by the caller; those of shares and amounts in the order
@@ -36,6 +39,6 @@ struct NeqHistograms {
 void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistograms& histograms);
 
 /// All that the method reads of @p stack.
-MapMemory::Inputs inputsOf(const NeqStack& stack);
+MapResultCache::Inputs inputsOf(const NeqStack& stack);
 
 } // namespace analysis

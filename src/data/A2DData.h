@@ -68,20 +68,11 @@ bool isSizeTooLarge(qint64 width, qint64 height);
 ///              further, and loading again and again does not fill the memory.
 void appendPixels(A2DData& map, const TDData0& source, qsizetype most = maxMapPixels);
 
-/// Absorbance mu*t of the pixel at column @p x and line @p y.
-///
-/// @return -1.0 outside the rows; the intensity as it stands where i0 is 0.0;
-///         1.0 where the intensity is 0.0; otherwise ln(i0 / intensity).
-///         NaN in either field goes on to the logarithm.
-///
-/// Inline, since calculations ask for every pixel of every map.
-inline double pixelMut(const A2DData& map, int x, int y)
+/// Absorbance mu*t of a pixel: the intensity as it stands where i0 is 0.0; 1.0
+/// where the intensity is 0.0; otherwise ln(i0 / intensity). NaN in either field
+/// goes on to the logarithm.
+inline double absorbance(const A2DRow& pixel)
 {
-    const qint64 i = qint64{y} * map.xNum + x;
-    if (i < 0 || i >= map.rows.size()) {
-        return -1.0;
-    }
-    const A2DRow& pixel = map.rows.at(i);
     if (pixel.i0 == 0.0) {
         return pixel.intensity;
     }
@@ -89,6 +80,17 @@ inline double pixelMut(const A2DData& map, int x, int y)
         return 1.0;
     }
     return std::log(pixel.i0 / pixel.intensity);
+}
+
+/// What a pixel outside the rows of its map counts as.
+inline constexpr double absorbanceOutside = -1.0;
+
+/// The absorbance of the pixel at column @p x and line @p y; absorbanceOutside
+/// outside the rows.
+inline double pixelMut(const A2DData& map, int x, int y)
+{
+    const qint64 i = qint64{y} * map.xNum + x;
+    return i < 0 || i >= map.rows.size() ? absorbanceOutside : absorbance(map.rows.at(i));
 }
 
 } // namespace data

@@ -1,7 +1,7 @@
 // The one panel of the program: input rows, calculations and result map.
 #pragma once
 
-#include "analysis/MapMemory.h"
+#include "analysis/MapResultCache.h"
 #include "analysis/RowCollection.h"
 #include "data/A2DData.h"
 #include "display/CColors.h"
@@ -358,7 +358,7 @@ private:
     void RefreshRefColumn(int n);
     void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy);
 
-    analysis::MapMemory m_latestMap; ///< spares walks that would give what is there
+    analysis::MapResultCache m_latestMap; ///< spares walks that would give what is there
     QButtonGroup* m_mapRadioGroup = nullptr;
     QButtonGroup* m_mapRowGroup = nullptr;
     QButtonGroup* m_normGroup = nullptr;

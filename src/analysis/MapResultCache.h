@@ -17,7 +17,7 @@ namespace analysis
 /// Maps and result are kept as implicitly shared lists. Whoever changes one of
 /// them afterwards gets a copy of his own, which is how the change is seen. What
 /// was replaced stays in memory until the next calculation.
-class MapMemory
+class MapResultCache
 {
 public:
     /// All that a calculation reads, beside the limits of its histograms.

@@ -1,4 +1,4 @@
-#include "analysis/MapMemory.h"
+#include "analysis/MapResultCache.h"
 
 #include <algorithm>
 #include <cstring>
@@ -39,7 +39,7 @@ bool isUnchanged(const A2DData& kept, const A2DData& now)
 
 } // namespace
 
-QList<HistogramCounts> MapMemory::countsOf(const QList<HistogramCounts*>& histograms)
+QList<HistogramCounts> MapResultCache::countsOf(const QList<HistogramCounts*>& histograms)
 {
     QList<HistogramCounts> counts;
     for (const HistogramCounts* histogram : histograms) {
@@ -48,17 +48,17 @@ QList<HistogramCounts> MapMemory::countsOf(const QList<HistogramCounts*>& histog
     return counts;
 }
 
-void MapMemory::restore(const QList<HistogramCounts*>& histograms,
-                        const QList<HistogramCounts>& counts)
+void MapResultCache::restore(const QList<HistogramCounts*>& histograms,
+                             const QList<HistogramCounts>& counts)
 {
     for (qsizetype i = 0; i < histograms.size(); ++i) {
         *histograms.at(i) = counts.at(i);
     }
 }
 
-bool MapMemory::isRepetition(const Inputs& inputs, const A2DData& result,
-                             const QList<HistogramCounts>& counts,
-                             const QList<HistogramCounts>& started) const
+bool MapResultCache::isRepetition(const Inputs& inputs, const A2DData& result,
+                                  const QList<HistogramCounts>& counts,
+                                  const QList<HistogramCounts>& started) const
 {
     return m_known && sameBits(m_numbers, inputs.numbers) &&
            std::equal(
@@ -68,8 +68,9 @@ bool MapMemory::isRepetition(const Inputs& inputs, const A2DData& result,
            sameCounts(m_counts, counts);
 }
 
-void MapMemory::keep(const Inputs& inputs, const A2DData& result,
-                     const QList<HistogramCounts>& counts, const QList<HistogramCounts>& started)
+void MapResultCache::keep(const Inputs& inputs, const A2DData& result,
+                          const QList<HistogramCounts>& counts,
+                          const QList<HistogramCounts>& started)
 {
     m_known = true;
     m_numbers = inputs.numbers;

@@ -1,0 +1,65 @@
+#include "analysis/HistogramCounter.h"
+
+#include "analysis/HistogramCounts.h"
+
+#include <algorithm>
+
+namespace analysis
+{
+
+namespace
+{
+
+using LaneInts [[gnu::vector_size(16)]] = std::int32_t;
+
+} // namespace
+
+HistogramCounter::HistogramCounter(HistogramCounts& counts)
+    : m_counts(counts)
+    , m_tables(counts.boxes <= mostBoxesOfTables ? tables : 1)
+    , m_places(counts.boxes + 2)
+    , m_found(static_cast<std::size_t>(m_tables) * static_cast<std::size_t>(m_places), 0)
+{
+}
+
+void HistogramCounter::add(const Block& values, int count, Instructions instructions)
+{
+    std::array<std::int32_t, blockPixels> places;
+    const double minV = m_counts.minV;
+    const double step = m_counts.step;
+    const int boxes = m_counts.boxes;
+    runKernel(
+        instructions, [&]() __attribute__((always_inline)) {
+            for (int at = 0; at < count; at += laneCount) {
+                const Lanes place = (loadLanes(values.data() + at) - minV) / step;
+                const LaneBits fits = (place > -1.0) & (place < HistogramCounts::beyondInt);
+                const Lanes known = fits ? place : allLanes(-1.0);
+                const LaneInts bins = __builtin_convertvector(known, LaneInts);
+                const LaneInts isOver = bins >= boxes;
+                const LaneInts place0 = (isOver ? LaneInts{} + boxes : bins) + 1;
+                std::memcpy(places.data() + at, &place0, sizeof place0);
+            }
+        });
+    const int nextTable = m_tables > 1 ? m_places : 0;
+    int* const found = m_found.data();
+    for (int i = 0; i < count; ++i) {
+        ++found[(i % tables) * nextTable + places[static_cast<std::size_t>(i)]];
+    }
+}
+
+void HistogramCounter::finish()
+{
+    for (int table = 0; table < m_tables; ++table) {
+        const int* const found = m_found.data() + table * m_places;
+        m_counts.under += found[0];
+        for (int i = 0; i < m_counts.boxes; ++i) {
+            m_counts.bins[i] += found[i + 1];
+        }
+        m_counts.over += found[m_counts.boxes + 1];
+    }
+    for (const int bin : std::as_const(m_counts.bins)) {
+        m_counts.total = std::max(m_counts.total, bin);
+    }
+}
+
+} // namespace analysis

@@ -1,0 +1,140 @@
+// Gaussian elimination with partial pivoting for four small systems side by side,
+// for loops over pixels.
+//
+// It may differ from the matrix library in form, since it makes the same
+// operations in the same order for each system. What the library does by a
+// branch is done here by a choice between two values, which has equal bits.
+#pragma once
+
+#include "analysis/Lanes.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+#include <utility>
+
+namespace analysis
+{
+
+namespace detail
+{
+
+/// Calls @p step with each index from @p First to @p Last - 1, as a type whose
+/// value is a constant.
+///
+/// A loop that the optimiser unrolls comes too late for it to keep the matrix
+/// in registers; written out like this it does.
+template <std::size_t First, std::size_t Last, class Step>
+[[gnu::always_inline]] inline void forEachIndex(Step step)
+{
+    if constexpr (First < Last) {
+        [&]<std::size_t... Offset>(std::index_sequence<Offset...>) __attribute__((always_inline))
+        {
+            (step(std::integral_constant<std::size_t, First + Offset>()), ...);
+        }
+        (std::make_index_sequence<Last - First>());
+    }
+}
+
+[[gnu::always_inline]] inline Lanes absolute(const Lanes& value)
+{
+    constexpr std::int64_t allButSign = INT64_MAX;
+    return Lanes(LaneBits(value) & LaneBits{allButSign, allButSign, allButSign, allButSign});
+}
+
+/// Exchanges both values in the lanes where @p wanted.
+[[gnu::always_inline]] inline void swapIf(const LaneBits& wanted, Lanes& a, Lanes& b)
+{
+    const Lanes first = a;
+    const Lanes second = b;
+    a = wanted ? second : first;
+    b = wanted ? first : second;
+}
+
+} // namespace detail
+
+/// Four systems a x = b, on their way to triangular form.
+template <std::size_t N>
+struct LaneSystem {
+    std::array<std::array<Lanes, N>, N> a;
+    std::array<Lanes, N> b;
+
+    /// The row, from @p C on, with the largest absolute value in column @p C:
+    /// the first of equal ones, and @p C itself when all are NaN.
+    template <std::size_t C>
+    [[gnu::always_inline]] LaneBits pivotRow() const
+    {
+        LaneBits row = LaneBits{} + std::int64_t{C};
+        Lanes best = allLanes(-1e300);
+        detail::forEachIndex<C, N>([&](auto k) __attribute__((always_inline)) {
+            const Lanes size = detail::absolute(a[k][C]);
+            const LaneBits larger = size > best;
+            best = larger ? size : best;
+            row = larger ? LaneBits{} + std::int64_t{k} : row;
+        });
+        return row;
+    }
+
+    /// Exchanges row @p C with a later one, from column @p C on.
+    template <std::size_t C>
+    [[gnu::always_inline]] void moveUp(const LaneBits& row)
+    {
+        detail::forEachIndex<C + 1, N>([&](auto k) __attribute__((always_inline)) {
+            const LaneBits wanted = row == std::int64_t{k};
+            detail::forEachIndex<C, N>([&](auto j) __attribute__((always_inline)) {
+                detail::swapIf(wanted, a[C][j], a[k][j]);
+            });
+            detail::swapIf(wanted, b[C], b[k]);
+        });
+    }
+
+    /// Clears column @p C below the diagonal; the zeros are not written.
+    template <std::size_t C>
+    [[gnu::always_inline]] void eliminate()
+    {
+        const LaneBits isZero = a[C][C] == 0.0;
+        const Lanes divisor = isZero ? allLanes(1.0) : a[C][C];
+        detail::forEachIndex<C + 1, N>([&](auto k) __attribute__((always_inline)) {
+            const Lanes factor = a[k][C] / divisor;
+            detail::forEachIndex<C + 1, N>([&](auto j) __attribute__((always_inline)) {
+                a[k][j] -= a[C][j] * factor;
+            });
+            b[k] -= b[C] * factor;
+        });
+    }
+
+    /// Turns @p b into the solution.
+    [[gnu::always_inline]] void substituteBack()
+    {
+        detail::forEachIndex<0, N>([&](auto step) __attribute__((always_inline)) {
+            constexpr std::size_t i = N - 1 - step;
+            b[i] /= a[i][i];
+            detail::forEachIndex<0, i>([&](auto k) __attribute__((always_inline)) {
+                b[k] -= b[i] * a[k][i];
+            });
+        });
+    }
+};
+
+/// Turns the right sides b of the systems a x = b into the solutions, unknowns in
+/// the order of the columns; a is used up.
+///
+/// Equal to the last bit to SmallMatrix's luDecompose(), forwardSolve() and
+/// backSolve() read through the permutation, whatever the numbers (all NaN
+/// taken as equal): the same choice of pivots, a pivot of 0 that divides as 1.0
+/// in the elimination and as itself at the end. So a singular system gives
+/// infinities or NaN, and no error.
+///
+/// Rows are moved here instead of being reached through a permutation.
+template <std::size_t N>
+[[gnu::always_inline]] inline void solveLanes(LaneSystem<N>& system)
+{
+    detail::forEachIndex<0, N>([&](auto c) __attribute__((always_inline)) {
+        system.template moveUp<c>(system.template pivotRow<c>());
+        system.template eliminate<c>();
+    });
+    system.substituteBack();
+}
+
+} // namespace analysis

@@ -1,0 +1,104 @@
+// The pixels of a map calculation, block by block.
+//
+// Blocks may take the place of the loop over single pixels because no pixel's
+// result depends on another one. Within a pixel nothing is done in another order.
+#pragma once
+
+#include "analysis/Lanes.h"
+#include "data/A2DData.h"
+#include "data/AbsorbanceCache.h"
+
+#include <QList>
+
+#include <algorithm>
+#include <vector>
+
+namespace analysis
+{
+
+/// Gives @p result the size and the comment lines of @p base and a row for each
+/// of its pixels, in scan order. The fields of the rows are left to the caller,
+/// who finds there what an earlier result had: its memory is used again where
+/// nobody shares it.
+/// @return the rows
+A2DRow* startResult(A2DData& result, const A2DData& base);
+
+/// Gives @p rows, the pixels of a result from @p first on, x and y of the rows of
+/// @p base at this place, or 0.0 where it has none.
+void copyCoordinates(const A2DData& base, qint64 first, int count, A2DRow* rows);
+
+/// The absorbances of a stack of maps at the pixels of a base map, as pixelMut()
+/// gives them: each map with its own width.
+class StackBlocks
+{
+public:
+    /// @param cache  made ready for all of @p maps; like them, must outlive this
+    /// @param base   its width and height place the pixels
+    StackBlocks(const QList<const A2DData*>& maps, const data::AbsorbanceCache& cache,
+                const A2DData& base);
+
+    /// Reads the pixels from @p first on (index in scan order), @p count of them,
+    /// at most blockPixels.
+    /// @return whether any of the maps has any of them
+    bool read(qint64 first, int count);
+
+    /// For each map the block that was read last; numbers behind its pixels mean
+    /// nothing.
+    const double* const* values() const { return m_values.data(); }
+
+private:
+    struct Source {
+        const double* absorbance;
+        qint64 size;
+        qint64 width;
+    };
+
+    bool copy(const Source& source, qint64 first, int count, Block& block) const;
+
+    qint64 m_width;
+    std::vector<Source> m_sources;
+    std::vector<Block> m_blocks;
+    std::vector<const double*> m_values;
+};
+
+/// A block of a calculation.
+struct PixelBlock {
+    std::size_t index;                ///< in scan order
+    int count;                        ///< pixels, at most blockPixels
+    A2DRow* rows;                     ///< of the result; they have x and y
+    const double* const* absorbances; ///< of the maps, as of StackBlocks
+    bool isOutside;                   ///< none of the maps has any of these pixels
+};
+
+/// Makes @p result, one row for each pixel of @p base, in scan order, with the size
+/// and the comment lines of @p base. No pixel is skipped.
+///
+/// @param cache  made ready for all of @p maps
+/// @param fill   called as fill(block) for each PixelBlock, to set the fields of its
+///               rows beside x and y
+template <class Fill>
+void calculateBlocks(const QList<const A2DData*>& maps, const data::AbsorbanceCache& cache,
+                     const A2DData& base, A2DData& result, Fill fill)
+{
+    A2DRow* const rows = startResult(result, base);
+    StackBlocks stack(maps, cache, base);
+    const qint64 pixels = result.rows.size();
+    PixelBlock block{0, 0, rows, stack.values(), false};
+    for (qint64 first = 0; first < pixels; first += blockPixels) {
+        block.count = static_cast<int>(std::min<qint64>(blockPixels, pixels - first));
+        block.rows = rows + first;
+        copyCoordinates(base, first, block.count, block.rows);
+        block.isOutside = !stack.read(first, block.count);
+        fill(block);
+        ++block.index;
+    }
+}
+
+/// Blocks of a result with the size of @p base.
+inline std::size_t blockCount(const A2DData& base)
+{
+    const qint64 pixels = base.xNum > 0 && base.yNum > 0 ? qint64{base.xNum} * base.yNum : 0;
+    return static_cast<std::size_t>((pixels + blockPixels - 1) / blockPixels);
+}
+
+} // namespace analysis

@@ -1,0 +1,44 @@
+// The memory of the lists of values in a result's rows.
+#pragma once
+
+#include "data/A2DData.h"
+
+#include <QArrayDataPointer>
+
+#include <vector>
+
+namespace data
+{
+
+/// Gives the rows of a result their lists of values as views on a few blocks of
+/// memory, and fills the same blocks again for the next result.
+///
+/// A block may stand for the lists of many rows because the toolkit's list counts
+/// the owners of its memory and need not begin where that begins. A copy of a list
+/// keeps its block alive and unchanged, and whoever writes to a list gets memory of
+/// his own for it.
+class ValueBlocks
+{
+public:
+    /// Forgets all blocks from @p count on; their lists stay.
+    void keepFirst(std::size_t count);
+
+    /// Gives each of @p rows a list of @p length values in block @p index. Lists
+    /// that are there already, and that nobody else has a copy of, stay and are
+    /// filled anew.
+    ///
+    /// @param count  number of rows, above 0. A write to one list allocates up to
+    ///               the whole block again, so a block is better kept small.
+    /// @return where the values of the first row begin; those of the others follow
+    ///         without a gap. To be filled before a list is read or copied
+    double* share(std::size_t index, A2DRow* rows, int count, int length);
+
+private:
+    using Memory = QArrayDataPointer<double>;
+
+    static bool isFree(Memory& memory, const A2DRow* rows, int count, int length);
+
+    std::vector<Memory> m_blocks;
+};
+
+} // namespace data
