@@ -34,7 +34,7 @@ using ThreeValues = ThreeOf<double>;
 
 /// Fraction of the first reference by three points:
 /// a = (f(T) - f(R2)) / (f(R1) - f(R2)) with f(X) = (X_V - X_0) / (X_1 - X_0).
-template <class Number>
+template <class Number = double>
 [[gnu::always_inline]] inline Number
 threePointFraction(const ThreeOf<Number>& t, const ThreeValues& r1, const ThreeValues& r2)
 {
@@ -47,7 +47,7 @@ threePointFraction(const ThreeOf<Number>& t, const ThreeValues& r1, const ThreeV
 /// Thickness by three points. The divisor mixes both references on purpose
 /// (the second reference's row 0 under the first one's row 1): results stay
 /// comparable with earlier data.
-template <class Number>
+template <class Number = double>
 [[gnu::always_inline]] inline Number
 threePointThickness(const ThreeOf<Number>& t, const ThreeValues& r1, const ThreeValues& r2)
 {

@@ -130,8 +130,7 @@ void FourPs::startMapHistograms()
     HistT->init();
 }
 
-MapStack FourPs::mapStack(const analysis::CollectedRows& rows,
-                          const analysis::ReferenceSet& refs) const
+MapStack FourPs::mapStack(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs)
 {
     const auto point = [this](const analysis::PointNumbers& row) {
         return analysis::MapPoint{EPoints.at(row.row), row.energy, row.r1, row.r2};
@@ -143,5 +142,6 @@ MapStack FourPs::mapStack(const analysis::CollectedRows& rows,
     stack.v = point(rows.v);
     stack.r = rows.r;
     stack.mix = refs.valenceMix();
+    stack.memory = &m_calculationMemory;
     return stack;
 }

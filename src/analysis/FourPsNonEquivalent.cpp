@@ -80,11 +80,12 @@ void FourPs::mapNEQ(bool victoreen, const QList<analysis::PointState>& points,
     if (refs.usedRow(1) < 0) {
         return; // a reference is missing, which its count has told already
     }
-    analysis::NeqStack stack{victoreen, neqPrepare(points, refs), {}, nullptr};
+    analysis::NeqStack stack{victoreen, neqPrepare(points, refs)};
     for (const int row : std::as_const(stack.inputs.rowIndices)) {
         stack.maps.append(EPoints.at(row));
     }
     stack.base = EPoints.at(stack.inputs.baseRow);
+    stack.memory = &m_calculationMemory;
     const QList<HistogramCounts*> shares(HistRatio.cbegin(), HistRatio.cend());
     const QList<HistogramCounts*> amounts(HistDMut.cbegin(), HistDMut.cend());
     m_latestMap.run(

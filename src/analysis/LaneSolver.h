@@ -7,12 +7,11 @@
 #pragma once
 
 #include "analysis/Lanes.h"
+#include "analysis/Unrolled.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <type_traits>
-#include <utility>
 
 namespace analysis
 {
@@ -20,27 +19,10 @@ namespace analysis
 namespace detail
 {
 
-/// Calls @p step with each index from @p First to @p Last - 1, as a type whose
-/// value is a constant.
-///
-/// A loop that the optimiser unrolls comes too late for it to keep the matrix
-/// in registers; written out like this it does.
-template <std::size_t First, std::size_t Last, class Step>
-[[gnu::always_inline]] inline void forEachIndex(Step step)
-{
-    if constexpr (First < Last) {
-        [&]<std::size_t... Offset>(std::index_sequence<Offset...>) __attribute__((always_inline))
-        {
-            (step(std::integral_constant<std::size_t, First + Offset>()), ...);
-        }
-        (std::make_index_sequence<Last - First>());
-    }
-}
-
 [[gnu::always_inline]] inline Lanes absolute(const Lanes& value)
 {
     constexpr std::int64_t allButSign = INT64_MAX;
-    return Lanes(LaneBits(value) & LaneBits{allButSign, allButSign, allButSign, allButSign});
+    return Lanes(LaneBits(value) & (LaneBits{} + allButSign));
 }
 
 /// Exchanges both values in the lanes where @p wanted.
@@ -67,7 +49,7 @@ struct LaneSystem {
     {
         LaneBits row = LaneBits{} + std::int64_t{C};
         Lanes best = allLanes(-1e300);
-        detail::forEachIndex<C, N>([&](auto k) __attribute__((always_inline)) {
+        forEachIndex<C, N>([&](auto k) __attribute__((always_inline)) {
             const Lanes size = detail::absolute(a[k][C]);
             const LaneBits larger = size > best;
             best = larger ? size : best;
@@ -80,9 +62,9 @@ struct LaneSystem {
     template <std::size_t C>
     [[gnu::always_inline]] void moveUp(const LaneBits& row)
     {
-        detail::forEachIndex<C + 1, N>([&](auto k) __attribute__((always_inline)) {
+        forEachIndex<C + 1, N>([&](auto k) __attribute__((always_inline)) {
             const LaneBits wanted = row == std::int64_t{k};
-            detail::forEachIndex<C, N>([&](auto j) __attribute__((always_inline)) {
+            forEachIndex<C, N>([&](auto j) __attribute__((always_inline)) {
                 detail::swapIf(wanted, a[C][j], a[k][j]);
             });
             detail::swapIf(wanted, b[C], b[k]);
@@ -95,9 +77,9 @@ struct LaneSystem {
     {
         const LaneBits isZero = a[C][C] == 0.0;
         const Lanes divisor = isZero ? allLanes(1.0) : a[C][C];
-        detail::forEachIndex<C + 1, N>([&](auto k) __attribute__((always_inline)) {
+        forEachIndex<C + 1, N>([&](auto k) __attribute__((always_inline)) {
             const Lanes factor = a[k][C] / divisor;
-            detail::forEachIndex<C + 1, N>([&](auto j) __attribute__((always_inline)) {
+            forEachIndex<C + 1, N>([&](auto j) __attribute__((always_inline)) {
                 a[k][j] -= a[C][j] * factor;
             });
             b[k] -= b[C] * factor;
@@ -107,12 +89,11 @@ struct LaneSystem {
     /// Turns @p b into the solution.
     [[gnu::always_inline]] void substituteBack()
     {
-        detail::forEachIndex<0, N>([&](auto step) __attribute__((always_inline)) {
+        forEachIndex<0, N>([&](auto step) __attribute__((always_inline)) {
             constexpr std::size_t i = N - 1 - step;
             b[i] /= a[i][i];
-            detail::forEachIndex<0, i>([&](auto k) __attribute__((always_inline)) {
-                b[k] -= b[i] * a[k][i];
-            });
+            forEachIndex<0, i>([&](auto k)
+                                   __attribute__((always_inline)) { b[k] -= b[i] * a[k][i]; });
         });
     }
 };
@@ -130,7 +111,7 @@ struct LaneSystem {
 template <std::size_t N>
 [[gnu::always_inline]] inline void solveLanes(LaneSystem<N>& system)
 {
-    detail::forEachIndex<0, N>([&](auto c) __attribute__((always_inline)) {
+    forEachIndex<0, N>([&](auto c) __attribute__((always_inline)) {
         system.template moveUp<c>(system.template pivotRow<c>());
         system.template eliminate<c>();
     });

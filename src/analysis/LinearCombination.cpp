@@ -65,8 +65,9 @@ std::array<double, LinearCombination::maxUnknowns> solveOne(const LinearCombinat
                                                             std::span<const double> values)
 {
     std::array<double, N> x;
-    fit.solve(
+    fit.substituteForward(
         [&](std::size_t row) __attribute__((always_inline)) { return values[row]; }, x);
+    fit.substituteBack(x);
     std::array<double, LinearCombination::maxUnknowns> solution{};
     std::copy(x.begin(), x.end(), solution.begin());
     return solution;

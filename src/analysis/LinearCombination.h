@@ -5,6 +5,8 @@
 // of the matrix library, in its order.
 #pragma once
 
+#include "analysis/Unrolled.h"
+
 #include <array>
 #include <cstddef>
 #include <span>
@@ -37,12 +39,14 @@ public:
     /// @pre a value for each row of the basis
     std::array<double, maxUnknowns> coefficients(std::span<const double> values) const;
 
-    /// The coefficients for one set of values, or for as many as @p Number has
-    /// numbers side by side; @p N is the number of unknowns.
+    /// The first half of a solve, for one set of values or for as many as
+    /// @p Number has numbers side by side: the right sides and the forward
+    /// substitution. @p N is the number of unknowns.
     ///
     /// @param valueAt  called as valueAt(row) for each row of the basis, in order
     template <std::size_t N, class Number, class ValueAt>
-    [[gnu::always_inline]] inline void solve(ValueAt valueAt, std::array<Number, N>& x) const
+    [[gnu::always_inline]] inline void substituteForward(ValueAt valueAt,
+                                                         std::array<Number, N>& x) const
     {
         for (Number& each : x) {
             each = Number{};
@@ -53,18 +57,24 @@ public:
                 x[i] += m_basis[row][i] * y;
             }
         }
-        for (std::size_t i = 0; i + 1 < N; ++i) {
-            for (std::size_t k = i + 1; k < N; ++k) {
+        forEachIndex<0, N>([&](auto i) __attribute__((always_inline)) {
+            forEachIndex<i + 1, N>([&](auto k) __attribute__((always_inline)) {
                 x[k] -= x[i] * m_lower[k][i];
-            }
-        }
-        for (std::size_t step = 0; step < N; ++step) {
-            const std::size_t i = N - 1 - step;
+            });
+        });
+    }
+
+    /// The second half: turns @p x into the coefficients.
+    template <std::size_t N, class Number>
+    [[gnu::always_inline]] inline void substituteBack(std::array<Number, N>& x) const
+    {
+        forEachIndex<0, N>([&](auto step) __attribute__((always_inline)) {
+            constexpr std::size_t i = N - 1 - step;
             x[i] /= m_upper[i][i];
-            for (std::size_t k = 0; k < i; ++k) {
+            forEachIndex<0, i>([&](auto k) __attribute__((always_inline)) {
                 x[k] -= x[i] * m_upper[k][i];
-            }
-        }
+            });
+        });
     }
 
 private:

@@ -51,8 +51,8 @@ void calculate(const MapStack& stack, const QList<MapPoint>& points, A2DData& re
         solve(block.absorbances, block.count, a, t);
         std::transform(a.begin(), a.begin() + block.count, v.begin(), mix);
         fillRows(block.rows, block.count, a, t);
-        valences.add(v, block.count);
-        thicknesses.add(t, block.count);
+        valences.add(v, block.count, stack.instructions);
+        thicknesses.add(t, block.count, stack.instructions);
     });
     valences.finish();
     thicknesses.finish();
@@ -144,7 +144,7 @@ void mapLeastSquare(const MapStack& stack, A2DData& result, HistogramCounts& val
     const qsizetype others = stack.others.size();
     calculate(stack, stack.others + QList<MapPoint>{stack.v}, result, valence, thickness,
               [&](const double* const* t, int count, Block& a, Block& thicknesses) {
-                  plane.solve(t, t[others], count, a, thicknesses);
+                  plane.solve(t, t[others], count, a, thicknesses, stack.instructions);
               });
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "analysis/CalculationChoice.h"
+#include "analysis/Lanes.h"
 #include "analysis/MapResultCache.h"
 #include "analysis/ValenceMix.h"
 
@@ -30,6 +31,7 @@ struct MapStack {
     double r = 0.0;                      ///< edge jump of the first over the second reference
     ValenceMix mix;                      ///< valence of a fraction, for the histogram
     CalculationMemory* memory = nullptr; ///< null: nothing is kept for the next run
+    Instructions instructions = fastestInstructions(); ///< all give the same bits
 };
 
 /// Three forms of the four-points method. Each replaces @p result by one row

@@ -9,10 +9,13 @@
 namespace analysis
 {
 
-/// Spares the walk over all pixels when a map calculation is repeated with
-/// nothing changed: one drag of the edge runs the whole reflex once for each
-/// reference, and its release once more for each. The outcome stays the same to
-/// the last bit.
+/// Leaves out a map calculation that is repeated with nothing changed: one drag of
+/// the edge runs the whole reflex once for each reference, and its release once
+/// more for each.
+///
+/// A calculation may be left out since it depends on nothing but its inputs, and
+/// result and counts are compared as well. The outcome is the same to the last
+/// bit.
 ///
 /// Maps and result are kept as implicitly shared lists. Whoever changes one of
 /// them afterwards gets a copy of his own, which is how the change is seen. What
@@ -29,7 +32,7 @@ public:
     /// Starts the histograms and runs the calculation, or leaves @p result and
     /// the counts as they are when they are what it would give.
     ///
-    /// @param start      zeroes the histograms with the limits of now
+    /// @param start      zeroes the histograms with the present limits
     /// @param calculate  fills @p result and counts
     template <class Start, class Calculate>
     void run(const Inputs& inputs, A2DData& result, const QList<HistogramCounts*>& histograms,

@@ -115,7 +115,9 @@ void neqSolve(bool victoreen, const QList<double>& T, const QList<QList<double>>
         {
             return T.at(static_cast<qsizetype>(row));
         };
-        *sum = fit.solve(size, targetAt, values);
+        std::array<double, size.unknowns> x;
+        fit.begin(size, targetAt, x);
+        *sum = fit.finish(size, x, values);
     });
     out = QList<double>(values.cbegin(), values.cend());
 }

@@ -74,6 +74,7 @@ public:
     /// The numbers of references and of background terms, known to the compiler.
     template <std::size_t References, std::size_t Terms>
     struct Size {
+        static constexpr std::size_t unknowns = References + Terms;
     };
 
     /// Calls @p solve with the Size of this fit.
@@ -83,18 +84,27 @@ public:
         m_terms == 3 ? withReferences<3>(solve) : withReferences<2>(solve);
     }
 
-    /// The places share and mut0 to c2 of @p out for one target, or for as many
-    /// as @p Number has numbers side by side; all other places become 0.
+    /// The first half of a solve, for one target or for as many as @p Number has
+    /// numbers side by side.
     ///
     /// @param targetAt  called as targetAt(row) for each of rows(), in order
-    /// @return the sum of the coefficients, each times its weight
     template <std::size_t References, std::size_t Terms, class Number, class TargetAt>
-    [[gnu::always_inline]] inline Number solve(Size<References, Terms> /*of this fit*/,
-                                               TargetAt targetAt,
-                                               std::array<Number, neq::count>& out) const
+    [[gnu::always_inline]] inline void begin(Size<References, Terms> /*of this fit*/,
+                                             TargetAt targetAt,
+                                             std::array<Number, References + Terms>& x) const
     {
-        std::array<Number, References + Terms> x;
-        m_fit.solve(targetAt, x);
+        m_fit.substituteForward(targetAt, x);
+    }
+
+    /// The second half: the places share and mut0 to c2 of @p out; all other
+    /// places become 0.
+    /// @return the sum of the coefficients, each times its weight
+    template <std::size_t References, std::size_t Terms, class Number>
+    [[gnu::always_inline]] inline Number finish(Size<References, Terms> /*of this fit*/,
+                                                std::array<Number, References + Terms>& x,
+                                                std::array<Number, neq::count>& out) const
+    {
+        m_fit.substituteBack(x);
         for (Number& each : out) {
             each = Number{};
         }

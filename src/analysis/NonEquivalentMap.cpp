@@ -23,6 +23,7 @@ public:
     explicit BlockSolver(const NeqStack& stack)
         : m_fit(stack.victoreen, stack.inputs.refValues, stack.inputs.energies,
                 stack.inputs.weights)
+        , m_instructions(stack.instructions)
         , m_jumpSum(stack.inputs.jumpSum)
         , m_valenceCount(std::min<std::size_t>(stack.inputs.valences.size(), neq::references))
     {
@@ -35,10 +36,16 @@ public:
     void solve(const double* const* t, int count, ValueBlocks& out) const
     {
         m_fit.withSize([&](auto size) {
+            std::array<Block, size.unknowns> x;
             runKernel(
                 fastestInstructions(), [&]() __attribute__((always_inline)) {
+                    // Two loops, since each quotient of the second one waits for the
+                    // one before: in a short loop those of several pixels overlap.
                     for (int at = 0; at < count; at += laneCount) {
-                        solveAt(size, t, at, out);
+                        beginAt(size, t, at, x);
+                    }
+                    for (int at = 0; at < count; at += laneCount) {
+                        finishAt(size, x, at, out);
                     }
                 });
         });
@@ -46,17 +53,32 @@ public:
 
 private:
     /// Four pixels, the first of them at @p at in the blocks.
-    template <std::size_t References, std::size_t Terms>
-    [[gnu::always_inline]] inline void solveAt(NeqFit::Size<References, Terms> size,
-                                               const double* const* t, int at,
-                                               ValueBlocks& out) const
+    template <class Size>
+    [[gnu::always_inline]] inline void beginAt(Size size, const double* const* t, int at,
+                                               std::array<Block, Size::unknowns>& x) const
     {
-        std::array<Lanes, neq::count> values;
+        std::array<Lanes, Size::unknowns> four;
         const auto targetAt = [&](std::size_t row) __attribute__((always_inline))
         {
             return loadLanes(t[row] + at);
         };
-        const Lanes sum = m_fit.solve(size, targetAt, values);
+        m_fit.begin(size, targetAt, four);
+        for (std::size_t i = 0; i < four.size(); ++i) {
+            storeLanes(x[i].data() + at, four[i]);
+        }
+    }
+
+    template <std::size_t References, std::size_t Terms>
+    [[gnu::always_inline]] inline void finishAt(NeqFit::Size<References, Terms> size,
+                                                const std::array<Block, References + Terms>& x,
+                                                int at, ValueBlocks& out) const
+    {
+        std::array<Lanes, References + Terms> four;
+        for (std::size_t i = 0; i < four.size(); ++i) {
+            four[i] = loadLanes(x[i].data() + at);
+        }
+        std::array<Lanes, neq::count> values;
+        const Lanes sum = m_fit.finish(size, four, values);
         for (std::size_t i = 0; i < References; ++i) {
             // From left to right, unlike on the way of the target: see there.
             values[neq::dMut + i] = values[i] * sum * m_jumpSum;
@@ -73,6 +95,7 @@ private:
     }
 
     NeqFit m_fit;
+    Instructions m_instructions;
     double m_jumpSum;
     std::size_t m_valenceCount;
     std::array<double, neq::references> m_valences{};
@@ -92,10 +115,10 @@ public:
         }
     }
 
-    void count(const ValueBlocks& values, int count)
+    void count(const ValueBlocks& values, int count, Instructions instructions)
     {
         for (Counter& each : m_counters) {
-            each.counter.add(values[each.place], count);
+            each.counter.add(values[each.place], count, instructions);
         }
     }
 
@@ -176,7 +199,7 @@ void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistogram
                 fillLists(values, block.count,
                           memory.values.share(block.index, block.rows, block.count, neq::count));
             }
-            counters.count(values, block.count);
+            counters.count(values, block.count, stack.instructions);
         });
     counters.finish();
     result.extended = true;

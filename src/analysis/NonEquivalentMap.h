@@ -1,6 +1,7 @@
 // The non-equivalent method on a stack of maps, pixel by pixel.
 #pragma once
 
+#include "analysis/Lanes.h"
 #include "analysis/MapResultCache.h"
 #include "analysis/NonEquivalent.h"
 
@@ -18,7 +19,8 @@ struct NeqStack {
     NeqInputs inputs;
     QList<const A2DData*> maps;    ///< one for each of inputs.rowIndices; may be empty
     const A2DData* base = nullptr; ///< the map of inputs.baseRow; places the pixels; never null
-    CalculationMemory* memory = nullptr; ///< null: nothing is kept for the next run
+    CalculationMemory* memory = nullptr;               ///< null: nothing is kept for the next run
+    Instructions instructions = fastestInstructions(); ///< all give the same bits
 };
 
 /// Histograms, started by the caller; those of shares and amounts in the order

@@ -1,6 +1,7 @@
 // The one panel of the program: input rows, calculations and result map.
 #pragma once
 
+#include "analysis/CalculationMemory.h"
 #include "analysis/MapResultCache.h"
 #include "analysis/RowCollection.h"
 #include "data/A2DData.h"
@@ -295,7 +296,7 @@ private:
                                    const analysis::ReferenceSet& refs) const;
     analysis::MethodRadios methodRadios() const;
     analysis::MapStack mapStack(const analysis::CollectedRows& rows,
-                                const analysis::ReferenceSet& refs) const;
+                                const analysis::ReferenceSet& refs);
     std::array<QAbstractButton*, 13> recordBoxes() const;
     std::array<QAbstractButton*, 13> mapRadios() const;
     std::array<bool, 13> wantedColumns() const;
@@ -358,7 +359,8 @@ private:
     void RefreshRefColumn(int n);
     void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy);
 
-    analysis::MapResultCache m_latestMap; ///< spares walks that would give what is there
+    analysis::MapResultCache m_latestMap; ///< for calculations that would give what is there
+    analysis::CalculationMemory m_calculationMemory;
     QButtonGroup* m_mapRadioGroup = nullptr;
     QButtonGroup* m_mapRowGroup = nullptr;
     QButtonGroup* m_normGroup = nullptr;

@@ -270,7 +270,9 @@ void tst_NonEquivalentMap::pixelsBeyondAllDataShareTheirValues()
     analysis::mapNonEquivalent(twoReferenceStack({&base, &base, &base, &base}), result.map,
                                result.histograms());
     QCOMPARE(result.map.rows.size(), 1000);
-    QVERIFY(result.map.rows.at(2).values.constData() == result.map.rows.at(999).values.constData());
+    // Outside of the block that has some.
+    QVERIFY(result.map.rows.at(64).values.constData() ==
+            result.map.rows.at(999).values.constData());
     QVERIFY(result.map.rows.at(0).values.constData() != result.map.rows.at(1).values.constData());
 }
 

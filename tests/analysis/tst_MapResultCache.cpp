@@ -1,6 +1,6 @@
-// When a map calculation may be spared because it would give what is there.
+// When a map calculation may be left out because it would give what is there.
 
-#include "analysis/MapMemory.h"
+#include "analysis/MapResultCache.h"
 
 #include "analysis/MapCalculation.h"
 #include "analysis/NonEquivalentMap.h"
@@ -11,7 +11,7 @@
 #include <functional>
 #include <limits>
 
-using analysis::MapMemory;
+using analysis::MapResultCache;
 
 namespace
 {
@@ -25,8 +25,8 @@ struct Scene {
     A2DData result;
     HistogramCounts histogram;
     double from = 0.0;
-    MapMemory memory;
-    int walks = 0;
+    MapResultCache memory;
+    int runs = 0;
 
     void calculate()
     {
@@ -34,7 +34,7 @@ struct Scene {
             {numbers, {&first, &second}}, result, {&histogram},
             [this] { histogram.start(from, 100.0, 11); },
             [this] {
-                ++walks;
+                ++runs;
                 double sum = 0.0;
                 for (const double number : std::as_const(numbers)) {
                     sum += number;
@@ -74,7 +74,7 @@ analysis::NeqStack nonEquivalent()
     return {false, inputs, {&someMap, &someMap}, &someMap};
 }
 
-bool areEqual(const MapMemory::Inputs& a, const MapMemory::Inputs& b)
+bool areEqual(const MapResultCache::Inputs& a, const MapResultCache::Inputs& b)
 {
     return a.numbers == b.numbers && a.maps == b.maps;
 }
@@ -87,19 +87,19 @@ Q_DECLARE_METATYPE(Change)
 Q_DECLARE_METATYPE(FourPointsChange)
 Q_DECLARE_METATYPE(NonEquivalentChange)
 
-class tst_MapMemory : public QObject
+class tst_MapResultCache : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void firstCalculationWalks();
-    void repetitionLeavesResultAndCountsWithoutAWalk();
-    void anyChangeMakesItWalkAgain_data();
-    void anyChangeMakesItWalkAgain();
+    void firstCalculationRuns();
+    void repetitionLeavesResultAndCountsWithoutARun();
+    void anyChangeMakesItCalculateAgain_data();
+    void anyChangeMakesItCalculateAgain();
     void oppositeZerosAreDifferentNumbers();
     void equalNaNsAreTheSameNumber();
     void resultIsNotSharedWhileItIsMade();
-    void changeAndBackWalksAgain();
+    void changeAndBackCalculatesAgain();
     void inputsTellTheFormsApart();
     void fourPointsInputsTellEveryChange_data();
     void fourPointsInputsTellEveryChange();
@@ -107,16 +107,16 @@ private Q_SLOTS:
     void nonEquivalentInputsTellEveryChange();
 };
 
-void tst_MapMemory::firstCalculationWalks()
+void tst_MapResultCache::firstCalculationRuns()
 {
     Scene scene;
     scene.calculate();
-    QCOMPARE(scene.walks, 1);
+    QCOMPARE(scene.runs, 1);
     QCOMPARE(scene.result.rows.first().intensity, 15.0); // 5 + 6 + 1 + 3
     QCOMPARE(scene.histogram.bins.at(2), 1);             // edges at -5, 5, 15, 25, ...
 }
 
-void tst_MapMemory::repetitionLeavesResultAndCountsWithoutAWalk()
+void tst_MapResultCache::repetitionLeavesResultAndCountsWithoutARun()
 {
     Scene scene;
     scene.calculate();
@@ -124,13 +124,13 @@ void tst_MapMemory::repetitionLeavesResultAndCountsWithoutAWalk()
     const QByteArray counts = scene.histogram.fileText();
     scene.calculate();
     scene.calculate();
-    QCOMPARE(scene.walks, 1);
+    QCOMPARE(scene.runs, 1);
     QCOMPARE(scene.result.rows.constData(), pixels);
     QCOMPARE(scene.histogram.fileText(), counts);
     QCOMPARE(scene.histogram.total, 1);
 }
 
-void tst_MapMemory::anyChangeMakesItWalkAgain_data()
+void tst_MapResultCache::anyChangeMakesItCalculateAgain_data()
 {
     QTest::addColumn<Change>("change");
     const auto row = [](const char* name, const Change& change) { QTest::newRow(name) << change; };
@@ -155,38 +155,38 @@ void tst_MapMemory::anyChangeMakesItWalkAgain_data()
     row("the result emptied", [](Scene& s) { s.result.clear(); });
 }
 
-void tst_MapMemory::anyChangeMakesItWalkAgain()
+void tst_MapResultCache::anyChangeMakesItCalculateAgain()
 {
     QFETCH(Change, change);
     Scene scene;
     scene.calculate();
     change(scene);
     scene.calculate();
-    QCOMPARE(scene.walks, 2);
+    QCOMPARE(scene.runs, 2);
     scene.calculate();
-    QCOMPARE(scene.walks, 2);
+    QCOMPARE(scene.runs, 2);
 }
 
-void tst_MapMemory::oppositeZerosAreDifferentNumbers()
+void tst_MapResultCache::oppositeZerosAreDifferentNumbers()
 {
     Scene scene;
     scene.numbers = {0.0};
     scene.calculate();
     scene.numbers = {-0.0};
     scene.calculate();
-    QCOMPARE(scene.walks, 2);
+    QCOMPARE(scene.runs, 2);
 }
 
-void tst_MapMemory::equalNaNsAreTheSameNumber()
+void tst_MapResultCache::equalNaNsAreTheSameNumber()
 {
     Scene scene;
     scene.numbers = {std::numeric_limits<double>::quiet_NaN()};
     scene.calculate();
     scene.calculate();
-    QCOMPARE(scene.walks, 1);
+    QCOMPARE(scene.runs, 1);
 }
 
-void tst_MapMemory::resultIsNotSharedWhileItIsMade()
+void tst_MapResultCache::resultIsNotSharedWhileItIsMade()
 {
     Scene scene;
     scene.calculate();
@@ -198,7 +198,7 @@ void tst_MapMemory::resultIsNotSharedWhileItIsMade()
     QVERIFY(!shared);
 }
 
-void tst_MapMemory::changeAndBackWalksAgain()
+void tst_MapResultCache::changeAndBackCalculatesAgain()
 {
     Scene scene;
     scene.calculate();
@@ -206,11 +206,11 @@ void tst_MapMemory::changeAndBackWalksAgain()
     scene.calculate();
     scene.numbers[0] = 5.0;
     scene.calculate();
-    QCOMPARE(scene.walks, 3);
+    QCOMPARE(scene.runs, 3);
     QCOMPARE(scene.result.rows.first().intensity, 15.0);
 }
 
-void tst_MapMemory::inputsTellTheFormsApart()
+void tst_MapResultCache::inputsTellTheFormsApart()
 {
     using analysis::Variant;
     const analysis::MapStack stack = fourPoints();
@@ -220,7 +220,7 @@ void tst_MapMemory::inputsTellTheFormsApart()
     QVERIFY(!areEqual(exact, analysis::inputsOf(Variant::ThreePoints, stack)));
 }
 
-void tst_MapMemory::fourPointsInputsTellEveryChange_data()
+void tst_MapResultCache::fourPointsInputsTellEveryChange_data()
 {
     QTest::addColumn<FourPointsChange>("change");
     const auto row = [](const char* name, const FourPointsChange& change) {
@@ -243,7 +243,7 @@ void tst_MapMemory::fourPointsInputsTellEveryChange_data()
     row("the second valence", [](Stack& s) { s.mix.v2 = 0.0; });
 }
 
-void tst_MapMemory::fourPointsInputsTellEveryChange()
+void tst_MapResultCache::fourPointsInputsTellEveryChange()
 {
     QFETCH(FourPointsChange, change);
     analysis::MapStack changed = fourPoints();
@@ -252,7 +252,7 @@ void tst_MapMemory::fourPointsInputsTellEveryChange()
     QVERIFY(!areEqual(analysis::inputsOf(form, changed), analysis::inputsOf(form, fourPoints())));
 }
 
-void tst_MapMemory::nonEquivalentInputsTellEveryChange_data()
+void tst_MapResultCache::nonEquivalentInputsTellEveryChange_data()
 {
     QTest::addColumn<NonEquivalentChange>("change");
     const auto row = [](const char* name, const NonEquivalentChange& change) {
@@ -276,7 +276,7 @@ void tst_MapMemory::nonEquivalentInputsTellEveryChange_data()
     });
 }
 
-void tst_MapMemory::nonEquivalentInputsTellEveryChange()
+void tst_MapResultCache::nonEquivalentInputsTellEveryChange()
 {
     QFETCH(NonEquivalentChange, change);
     analysis::NeqStack changed = nonEquivalent();
@@ -285,5 +285,5 @@ void tst_MapMemory::nonEquivalentInputsTellEveryChange()
     QVERIFY(!areEqual(analysis::inputsOf(changed), analysis::inputsOf(nonEquivalent())));
 }
 
-QTEST_APPLESS_MAIN(tst_MapMemory)
-#include "tst_MapMemory.moc"
+QTEST_APPLESS_MAIN(tst_MapResultCache)
+#include "tst_MapResultCache.moc"

@@ -1,11 +1,12 @@
-// analysis::solveFixed against SmallMatrix, bit by bit.
-#include "analysis/FixedSolver.h"
+// Four systems side by side against SmallMatrix, bit by bit.
+#include "analysis/LaneSolver.h"
 
 #include "analysis/SmallMatrix.h"
 #include "support/SameDouble.h"
 
 #include <QTest>
 
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <random>
@@ -49,28 +50,68 @@ Vector<N> solvedBySmallMatrix(const Matrix<N>& a, const Vector<N>& b)
     return unknowns;
 }
 
+/// Four systems solved side by side.
+template <std::size_t N>
+std::array<Vector<N>, analysis::laneCount>
+solvedInLanes(const std::array<Matrix<N>, analysis::laneCount>& a,
+              const std::array<Vector<N>, analysis::laneCount>& b,
+              analysis::Instructions instructions)
+{
+    analysis::LaneSystem<N> system;
+    for (std::size_t lane = 0; lane < analysis::laneCount; ++lane) {
+        for (std::size_t i = 0; i < N; ++i) {
+            for (std::size_t k = 0; k < N; ++k) {
+                system.a[i][k][lane] = a[lane][i][k];
+            }
+            system.b[i][lane] = b[lane][i];
+        }
+    }
+    analysis::runKernel(
+        instructions, [&]() __attribute__((always_inline)) { analysis::solveLanes(system); });
+    std::array<Vector<N>, analysis::laneCount> x;
+    for (std::size_t lane = 0; lane < analysis::laneCount; ++lane) {
+        for (std::size_t i = 0; i < N; ++i) {
+            x[lane][i] = system.b[i][lane];
+        }
+    }
+    return x;
+}
+
+/// One system, in the third place beside three others.
+template <std::size_t N>
+Vector<N> solved(const Matrix<N>& a, const Vector<N>& b)
+{
+    return solvedInLanes<N>({Matrix<N>{}, Matrix<N>{}, a, Matrix<N>{}},
+                            {Vector<N>{}, Vector<N>{}, b, Vector<N>{}},
+                            analysis::fastestInstructions())[2];
+}
+
 /// Number of random systems of size N that come out differently.
 template <std::size_t N>
 int differences(const std::function<double()>& element)
 {
-    constexpr int systems = 1000;
+    constexpr int rounds = 250; // of four systems
     int different = 0;
-    for (int trial = 0; trial < systems; ++trial) {
-        Matrix<N> a;
-        Vector<N> b;
-        for (std::size_t i = 0; i < N; ++i) {
-            for (double& value : a[i]) {
-                value = element();
+    for (int round = 0; round < rounds; ++round) {
+        std::array<Matrix<N>, analysis::laneCount> a;
+        std::array<Vector<N>, analysis::laneCount> b;
+        for (std::size_t lane = 0; lane < analysis::laneCount; ++lane) {
+            for (std::size_t i = 0; i < N; ++i) {
+                for (double& value : a[lane][i]) {
+                    value = element();
+                }
+                b[lane][i] = element();
             }
-            b[i] = element();
         }
-        const Vector<N> expected = solvedBySmallMatrix<N>(a, b);
-        const Vector<N> solved = analysis::solveFixed<N>(a, b);
-        bool same = true;
-        for (std::size_t k = 0; k < N; ++k) {
-            same = same && tests::sameDouble(solved[k], expected[k]);
+        for (const analysis::Instructions instructions : analysis::availableInstructions()) {
+            const auto x = solvedInLanes<N>(a, b, instructions);
+            for (std::size_t lane = 0; lane < analysis::laneCount; ++lane) {
+                const Vector<N> expected = solvedBySmallMatrix<N>(a[lane], b[lane]);
+                const bool same =
+                    std::equal(x[lane].begin(), x[lane].end(), expected.begin(), tests::sameDouble);
+                different += same ? 0 : 1;
+            }
         }
-        different += same ? 0 : 1;
     }
     return different;
 }
@@ -88,7 +129,7 @@ using Element = std::function<double(std::mt19937&)>;
 
 Q_DECLARE_METATYPE(Element)
 
-class tst_FixedSolver : public QObject
+class tst_LaneSolver : public QObject
 {
     Q_OBJECT
 
@@ -102,51 +143,51 @@ private Q_SLOTS:
     void equalsSmallMatrixToTheLastBit();
 };
 
-void tst_FixedSolver::solvesAKnownSystem()
+void tst_LaneSolver::solvesAKnownSystem()
 {
     // 2x + y = 5, x - y = 1 has x = 2, y = 1; all steps are exact.
-    const auto x = analysis::solveFixed<2>({{{2, 1}, {1, -1}}}, {5, 1});
+    const auto x = solved<2>({{{2, 1}, {1, -1}}}, {5, 1});
     QCOMPARE(x[0], 2.0);
     QCOMPARE(x[1], 1.0);
 }
 
-void tst_FixedSolver::unknownsComeInTheOrderOfTheColumns()
+void tst_LaneSolver::unknownsComeInTheOrderOfTheColumns()
 {
     // The largest element of column 0 is in row 2, of column 1 in row 0.
-    const auto x = analysis::solveFixed<3>({{{0, 8, 0}, {0, 0, 2}, {4, 0, 0}}}, {16, 6, 4});
+    const auto x = solved<3>({{{0, 8, 0}, {0, 0, 2}, {4, 0, 0}}}, {16, 6, 4});
     QCOMPARE(x[0], 1.0);
     QCOMPARE(x[1], 2.0);
     QCOMPARE(x[2], 3.0);
 }
 
-void tst_FixedSolver::firstOfEqualPivotsStays()
+void tst_LaneSolver::firstOfEqualPivotsStays()
 {
     // Row 0 as pivot: multiplier 1, 1e-20 is lost in row 1 (1 - 1e-20 = 1), so
     // x1 = (1 - 0) / (1 - 1e-20) = 1 and x0 = 0 - 1e-20. Row 1 as pivot gives
     // x0 = 1 - 1 = 0.
-    const auto x = analysis::solveFixed<2>({{{1, 1e-20}, {1, 1}}}, {0, 1});
+    const auto x = solved<2>({{{1, 1e-20}, {1, 1}}}, {0, 1});
     QCOMPARE(x[1], 1.0);
     QVERIFY(tests::sameDouble(x[0], -1e-20));
 }
 
-void tst_FixedSolver::negativeZeroPivotDividesAsOne()
+void tst_LaneSolver::negativeZeroPivotDividesAsOne()
 {
     // Column 0 is all zeros: the multipliers are 0 / 1, row 1 stays, x1 = 2,
     // and x0 = (1 - 2 * 0) / -0 = -inf.
-    const auto x = analysis::solveFixed<2>({{{-0.0, 0}, {0, 1}}}, {1, 2});
+    const auto x = solved<2>({{{-0.0, 0}, {0, 1}}}, {1, 2});
     QCOMPARE(x[1], 2.0);
     QCOMPARE(x[0], -infinity);
 }
 
-void tst_FixedSolver::zeroMatrixGivesNaN()
+void tst_LaneSolver::zeroMatrixGivesNaN()
 {
-    const auto x = analysis::solveFixed<3>({}, {});
+    const auto x = solved<3>({}, {});
     for (const double unknown : x) {
         QVERIFY(std::isnan(unknown));
     }
 }
 
-void tst_FixedSolver::equalsSmallMatrixToTheLastBit_data()
+void tst_LaneSolver::equalsSmallMatrixToTheLastBit_data()
 {
     QTest::addColumn<Element>("element");
 
@@ -172,7 +213,7 @@ void tst_FixedSolver::equalsSmallMatrixToTheLastBit_data()
         {notANumber, infinity, -infinity, 0.0, -0.0, 1, -1, 1e308, 5e-324, 0.1});
 }
 
-void tst_FixedSolver::equalsSmallMatrixToTheLastBit()
+void tst_LaneSolver::equalsSmallMatrixToTheLastBit()
 {
     QFETCH(Element, element);
     std::mt19937 random(1);
@@ -180,5 +221,5 @@ void tst_FixedSolver::equalsSmallMatrixToTheLastBit()
     QCOMPARE(differencesOfAllSizes(next, std::make_index_sequence<7>()), 0);
 }
 
-QTEST_APPLESS_MAIN(tst_FixedSolver)
-#include "tst_FixedSolver.moc"
+QTEST_APPLESS_MAIN(tst_LaneSolver)
+#include "tst_LaneSolver.moc"

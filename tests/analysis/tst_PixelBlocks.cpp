@@ -1,0 +1,143 @@
+// The blocks of pixels that every map calculation goes through.
+#include "analysis/PixelBlocks.h"
+
+#include "support/ReadyMap.h"
+
+#include <QTest>
+
+using analysis::PixelBlock;
+
+namespace
+{
+
+/// Calls @p fill for all blocks of a result of the size of @p base, from the map
+/// @p base alone.
+template <class Fill>
+void calculate(const A2DData& base, A2DData& result, Fill fill)
+{
+    data::AbsorbanceCache cache;
+    cache.prepare({&base});
+    analysis::calculateBlocks({&base}, cache, base, result, fill);
+}
+
+} // namespace
+
+class tst_PixelBlocks : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyPixelIsInOneBlockInScanOrder();
+    void coordinatesComeFromTheBaseOrAreZero();
+    void coordinatesOfAnEarlierResultAreReplaced();
+    void extendedFlagIsLeftToTheCaller();
+    void muchLargerEarlierResultGivesItsMemoryBack();
+    void similarEarlierResultKeepsItsMemory();
+    void sharedEarlierResultStaysAsItWas();
+    void blocksBeyondAllRowsAreOutside();
+};
+
+void tst_PixelBlocks::everyPixelIsInOneBlockInScanOrder()
+{
+    A2DData base = tests::readyMap(50, 3, {});
+    for (int i = 0; i < 150; ++i) {
+        base.rows.append({0.0, 0.0, static_cast<double>(i), 0.0, {}});
+    }
+    base.headerLines = QStringList{"# a"};
+    A2DData result;
+    QList<int> counts;
+    calculate(base, result, [&](const PixelBlock& block) {
+        QCOMPARE(block.index, static_cast<std::size_t>(counts.size()));
+        counts.append(block.count);
+        for (int i = 0; i < block.count; ++i) {
+            block.rows[i].intensity = block.absorbances[0][i];
+        }
+    });
+    QCOMPARE(counts, (QList<int>{64, 64, 22}));
+    for (int i = 0; i < 150; ++i) {
+        QCOMPARE(result.rows.at(i).intensity, static_cast<double>(i));
+    }
+    QCOMPARE(result.headerLines, base.headerLines);
+    QCOMPARE(result.xNum, 50);
+    QCOMPARE(result.yNum, 3);
+}
+
+void tst_PixelBlocks::coordinatesComeFromTheBaseOrAreZero()
+{
+    A2DData base = tests::readyMap(2, 1, {9.0});
+    base.rows[0].x = 7.0;
+    base.rows[0].y = 8.0;
+    A2DData result;
+    calculate(base, result, [](const PixelBlock&) {});
+    QCOMPARE(result.rows.at(0).x, 7.0);
+    QCOMPARE(result.rows.at(0).y, 8.0);
+    QCOMPARE(result.rows.at(1).x, 0.0);
+    QCOMPARE(result.rows.at(1).y, 0.0);
+}
+
+void tst_PixelBlocks::coordinatesOfAnEarlierResultAreReplaced()
+{
+    const A2DData base = tests::readyMap(2, 1, {9.0});
+    A2DData result;
+    result.rows = {{1, 2, 3, 4, {}}, {5, 6, 7, 8, {}}};
+    calculate(base, result, [](const PixelBlock&) {});
+    QCOMPARE(result.rows.at(0).x, 10.0);
+    QCOMPARE(result.rows.at(0).y, 20.0);
+    QCOMPARE(result.rows.at(1).x, 0.0);
+    QCOMPARE(result.rows.at(1).y, 0.0);
+}
+
+void tst_PixelBlocks::extendedFlagIsLeftToTheCaller()
+{
+    A2DData result;
+    result.extended = true;
+    analysis::startResult(result, A2DData());
+    QVERIFY(result.extended);
+}
+
+void tst_PixelBlocks::muchLargerEarlierResultGivesItsMemoryBack()
+{
+    const A2DData base = tests::readyMap(10, 1, {});
+    A2DData result;
+    result.rows.resize(100000);
+    analysis::startResult(result, base);
+    QCOMPARE(result.rows.size(), 10);
+    QVERIFY(result.rows.capacity() < 100);
+}
+
+void tst_PixelBlocks::similarEarlierResultKeepsItsMemory()
+{
+    const A2DData base = tests::readyMap(900, 1, {});
+    A2DData result;
+    result.rows.resize(1000);
+    const A2DRow* const before = result.rows.constData();
+    QVERIFY(analysis::startResult(result, base) == before);
+    QCOMPARE(result.rows.size(), 900);
+}
+
+void tst_PixelBlocks::sharedEarlierResultStaysAsItWas()
+{
+    const A2DData base = tests::readyMap(1, 1, {9.0});
+    A2DData result;
+    result.rows = {{1, 2, 3, 4, {}}};
+    const QList<A2DRow> copy = result.rows;
+    calculate(base, result, [](const PixelBlock& block) { block.rows[0].i0 = 5.0; });
+    QCOMPARE(result.rows.first().i0, 5.0);
+    QCOMPARE(copy.first().i0, 4.0);
+    QCOMPARE(copy.first().x, 1.0);
+}
+
+void tst_PixelBlocks::blocksBeyondAllRowsAreOutside()
+{
+    const A2DData base = tests::readyMap(100, 2, QList<double>(65, 3.0));
+    A2DData result;
+    QList<bool> outside;
+    calculate(base, result, [&](const PixelBlock& block) {
+        outside.append(block.isOutside);
+        QCOMPARE(block.absorbances[0][block.count - 1], block.index == 0 ? 3.0 : -1.0);
+    });
+    QCOMPARE(outside, (QList<bool>{false, false, true, true}));
+}
+
+QTEST_APPLESS_MAIN(tst_PixelBlocks)
+#include "tst_PixelBlocks.moc"
