@@ -7,7 +7,7 @@
 #include "analysis/HistogramCounts.h"
 #include "analysis/NonEquivalentMap.h"
 #include "data/A2DData.h"
-#include "support/MeasuredMaps.h"
+#include "support/NeqStacks.h"
 #include "support/PlainFits.h"
 #include "support/RatioReporter.h"
 
@@ -15,51 +15,27 @@
 
 #include <QList>
 
-#include <cmath>
+#include <map>
 
 namespace
 {
 
 constexpr int side = 1000;
-constexpr int mapCount = 8;
-constexpr double energiesEv[mapCount] = {8250, 8320, 8338, 8345, 8352, 8385, 8430, 8475};
-constexpr double edgesEv[4] = {8343.6, 8345.4, 8347.2, 8333.0};
 
-// An edge with a white line, background off.
-double absorbed(int reference, double energyEv)
+/// One map for each of @p rows; made once.
+const QList<A2DData>& mapsOf(const QList<int>& rows)
 {
-    const double d = energyEv - edgesEv[reference];
-    return 0.5 * (1 + std::erf(d / 3)) + 0.15 * (3 - reference) * std::exp(-0.03 * d * d);
-}
-
-// A ramp from the second reference to the first along each line.
-const QList<A2DData>& maps()
-{
-    static const QList<A2DData> made = bench::measuredMaps(mapCount, side, [](int k, double f) {
-        return 0.05 + f * absorbed(0, energiesEv[k]) + (1 - f) * absorbed(1, energiesEv[k]);
-    });
-    return made;
+    static std::map<QList<int>, QList<A2DData>> made;
+    QList<A2DData>& maps = made[rows];
+    if (maps.isEmpty()) {
+        maps = bench::neqMaps(side, rows);
+    }
+    return maps;
 }
 
 tests::PlainNeqStack plainStack(bool victoreen, int references, const QList<int>& rows)
 {
-    tests::PlainNeqStack stack;
-    stack.victoreen = victoreen;
-    stack.jumpSum = references;
-    for (int j = 0; j < references; ++j) {
-        QList<double> values;
-        for (const int k : rows) {
-            values.append(absorbed(j, energiesEv[k]));
-        }
-        stack.refValues.append(values);
-        stack.weights.append(1.0 / references);
-        stack.valences.append(QString::number((j + 2) % 5));
-    }
-    for (const int k : rows) {
-        stack.energies.append(energiesEv[k]);
-        stack.maps.append(&maps().at(k));
-    }
-    return stack;
+    return bench::neqStack(mapsOf(rows), victoreen, references, rows);
 }
 
 void runPlain(benchmark::State& state, bool victoreen, int references, const QList<int>& rows)

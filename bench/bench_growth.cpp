@@ -1,0 +1,108 @@
+// What a pixel of the non-equivalent method costs in a large map over what it
+// costs in a small one, with maps that are new to the program; and the memory that
+// the large ones take.
+
+#include "analysis/CalculationMemory.h"
+#include "analysis/HistogramCounts.h"
+#include "analysis/NonEquivalentMap.h"
+#include "support/NeqStacks.h"
+#include "support/RatioReporter.h"
+
+#include <array>
+#include <fstream>
+#include <string>
+
+namespace
+{
+
+constexpr int smallSide = 1000;
+constexpr int largeSide = 3000;
+constexpr int runs = 3;
+
+std::string nameOf(int side)
+{
+    return "twoReferencesLinear/" + std::to_string(side);
+}
+
+void calculate(const analysis::NeqStack& stack, A2DData& result)
+{
+    std::array<HistogramCounts, 6> counts;
+    for (HistogramCounts& histogram : counts) {
+        histogram.start(-0.48, 1.52, 51);
+    }
+    analysis::mapNonEquivalent(
+        stack, result,
+        {&counts[0], &counts[1], {&counts[2], &counts[3]}, {&counts[4], &counts[5]}});
+    benchmark::DoNotOptimize(result.rows.constData());
+}
+
+/// The most memory that the program ever had, MB; 0 where the system tells none.
+long peakMemory()
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        if (word == "VmHWM:") {
+            long kilobytes = 0;
+            status >> kilobytes;
+            return kilobytes / 1024;
+        }
+    }
+    return 0;
+}
+
+long peakOfFirstCalculation = 0;
+
+/// Maps of the same numbers that nothing is known of.
+QList<A2DData> copiesOf(const QList<A2DData>& maps)
+{
+    QList<A2DData> copies = maps;
+    for (A2DData& map : copies) {
+        map.rows.detach();
+    }
+    return copies;
+}
+
+void measure(benchmark::State& state, int side)
+{
+    const QList<int> rows{1, 3, 5, 7};
+    const QList<A2DData> first = bench::neqMaps(side, rows);
+    analysis::CalculationMemory memory;
+    A2DData result;
+    const auto calculateFrom = [&](const QList<A2DData>& maps) {
+        analysis::NeqStack stack = tests::neqStackOf(bench::neqStack(maps, false, 2, rows));
+        stack.memory = &memory;
+        calculate(stack, result);
+    };
+    calculateFrom(first); // takes fresh memory from the system
+    if (side == largeSide && peakOfFirstCalculation == 0) {
+        peakOfFirstCalculation = peakMemory();
+    }
+    const QList<A2DData> second = copiesOf(first);
+    bool isSecondNext = true;
+    for ([[maybe_unused]] auto _ : state) {
+        calculateFrom(isSecondNext ? second : first);
+        isSecondNext = !isSecondNext;
+    }
+    state.SetItemsProcessed(state.iterations() * qint64{side} * side);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    for (const int side : {largeSide, smallSide}) {
+        benchmark::RegisterBenchmark(nameOf(side).c_str(), measure, side)
+            ->Unit(benchmark::kMillisecond)
+            ->Iterations(runs);
+    }
+    return bench::runWithRatios(argc, argv, [](const bench::RatioReporter& reporter) {
+        const auto perPixel = [&](int side) {
+            return reporter.medianOf(nameOf(side) + "/iterations:" + std::to_string(runs)) /
+                   (static_cast<double>(side) * side);
+        };
+        std::printf("growth twoReferencesLinear %d / %d = %.2f\n", largeSide, smallSide,
+                    perPixel(largeSide) / perPixel(smallSide));
+        std::printf("peak memory, four maps of %d x %d = %ld MB\n", largeSide, largeSide,
+                    peakOfFirstCalculation);
+    });
+}
