@@ -9,7 +9,9 @@
 namespace
 {
 
-/// Energies that wait for the first pair of points that brackets them.
+/// Energies that wait for the first pair of points that brackets them, in a
+/// disjoint-set forest (union-find with path halving) over the sorted energies:
+/// the ones that were served are skipped in almost constant time.
 class WaitingEnergies
 {
 public:
@@ -46,7 +48,7 @@ private:
         qsizetype place = 0;
     };
 
-    // The first one from k on; the way there is halved for the next search.
+    // The first one from k on: the find operation, with path halving.
     std::size_t stillWaiting(std::size_t k)
     {
         while (m_next[k] != k) {

@@ -55,7 +55,7 @@ namespace data
 /// The most pixels that a map may claim, whatever its file holds.
 inline constexpr qint64 maxMapPixels = qint64{1} << 25;
 
-/// Whether a claimed size is past what a calculation may be asked to walk:
+/// Whether a claimed size is past what a calculation may be asked to go through:
 /// more than maxMapPixels, where a side of 0 or less counts as 1, so that a
 /// single absurd side is refused as well.
 bool isSizeTooLarge(qint64 width, qint64 height);

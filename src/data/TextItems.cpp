@@ -93,7 +93,7 @@ SplitLine splitPlain(QStringView line, qsizetype start)
     return {line.sliced(start, at - start), line.sliced(at)};
 }
 
-// On views, so that a long line is taken apart in one walk.
+// On views, so that a long line is taken apart in one pass.
 SplitLine splitFirst(QStringView line)
 {
     const qsizetype start = firstNonBlank(line);

@@ -29,8 +29,8 @@ struct Cut {
     std::optional<double> y;
 };
 
-/// Moves both ends to where the segment is within reach on one axis; false when
-/// it never is.
+/// One axis of Liang-Barsky clipping: moves both ends to where the segment is within
+/// reach on this axis; false when it never is.
 bool cutOnAxis(double from, double to, Cut& begin, Cut& end, std::optional<double> Cut::*axis)
 {
     // Halves, since the distance of two finite numbers may be infinite.
