@@ -28,10 +28,10 @@ void copyCoordinates(const A2DData& base, qint64 first, int count, A2DRow* rows)
 {
     const auto known =
         static_cast<int>(std::clamp<qint64>(base.rows.size() - first, 0, qint64{count}));
-    const A2DRow* const from = base.rows.constData() + first;
     for (int i = 0; i < known; ++i) {
-        rows[i].x = from[i].x;
-        rows[i].y = from[i].y;
+        const A2DRow& from = base.rows.at(first + i);
+        rows[i].x = from.x;
+        rows[i].y = from.y;
     }
     for (int i = known; i < count; ++i) {
         rows[i].x = 0.0;
