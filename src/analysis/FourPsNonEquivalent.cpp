@@ -80,7 +80,9 @@ void FourPs::mapNEQ(bool victoreen, const QList<analysis::PointState>& points,
     if (refs.usedRow(1) < 0) {
         return; // a reference is missing, which its count has told already
     }
-    analysis::NeqStack stack{victoreen, neqPrepare(points, refs), {}};
+    analysis::NeqStack stack;
+    stack.victoreen = victoreen;
+    stack.inputs = neqPrepare(points, refs);
     for (const int row : std::as_const(stack.inputs.rowIndices)) {
         stack.maps.append(EPoints.at(row));
     }

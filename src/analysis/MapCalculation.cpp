@@ -70,7 +70,7 @@ void calculateByLanes(const MapStack& stack, const QList<MapPoint>& points, A2DD
 {
     const auto solveBlock = [&](const double* const* values, int count, Block& a, Block& t) {
         runKernel(
-            fastestInstructions(), [&]() __attribute__((always_inline)) {
+            stack.instructions, [&]() __attribute__((always_inline)) {
                 for (int at = 0; at < count; at += laneCount) {
                     std::array<Lanes, Points> four;
                     for (std::size_t k = 0; k < Points; ++k) {

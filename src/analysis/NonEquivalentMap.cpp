@@ -38,7 +38,7 @@ public:
         m_fit.withSize([&](auto size) {
             std::array<Block, size.unknowns> x;
             runKernel(
-                fastestInstructions(), [&]() __attribute__((always_inline)) {
+                m_instructions, [&]() __attribute__((always_inline)) {
                     // Two loops, since each quotient of the second one waits for the
                     // one before: in a short loop those of several pixels overlap.
                     for (int at = 0; at < count; at += laneCount) {
