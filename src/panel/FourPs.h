@@ -1,6 +1,7 @@
 // The one panel of the program: input rows, calculations and result map.
 #pragma once
 
+#include "analysis/LCFPoint.h"
 #include "analysis/MapMemory.h"
 #include "analysis/RowCollection.h"
 #include "data/A2DData.h"
@@ -34,16 +35,6 @@ class ReferenceSet;
 enum class Variant;
 struct Work;
 } // namespace analysis
-
-/// One run of the linear combination fit beside the target's result at that
-/// time.
-struct LCFPoint {
-    double fourPsA = 0.0;       ///< TargetV
-    double fourPsValence = 0.0; ///< TargetT
-    double lcfA = 0.0;          ///< fraction of the first reference by the fit
-    double lcfValence = 0.0;    ///< valence of the fit
-    int color = 0;              ///< place in the list of colours
-};
 
 /// Holds the rows of input, the result map and the histograms, and joins them
 /// with signals and slots.

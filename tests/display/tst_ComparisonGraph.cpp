@@ -27,8 +27,14 @@ void fill(ComparisonGraph* graph, double lower, double upper, const QList<PlainP
 {
     graph->lower = lower;
     graph->upper = upper;
+    graph->points.clear();
+    graph->colors.clear();
     for (const PlainPoint& point : points) {
-        graph->points.append({point.fit, point.target, point.color});
+        if (!graph->colors.contains(point.color)) {
+            graph->colors.append(point.color);
+        }
+        graph->points.append({0.125, point.target, 0.875, point.fit,
+                              static_cast<int>(graph->colors.indexOf(point.color))});
     }
 }
 
@@ -61,7 +67,7 @@ void tst_ComparisonGraph::withoutPointsItIsEmpty()
     ComparisonGraph graph;
     QVERIFY(graph.isEmpty());
     QVERIFY(isBlank(painted(graph)));
-    graph.points.append({2.0, 3.0, Qt::black});
+    graph.points.append({0.125, 3.0, 0.875, 2.0, 0});
     QVERIFY(!graph.isEmpty());
 }
 
