@@ -15,7 +15,7 @@ class MarkPlaces;
 }
 
 /// Each run of the linear combination fit beside the target's result at that
-/// time, as valences (fit on x, target on y), with the diagonal on which the two agree.
+/// time, as valences (fit on x, target on y), with the diagonal on which they agree.
 class ComparisonGraph : public Graph
 {
 public:
