@@ -36,13 +36,6 @@ public:
     /// @return the bits of those that were not there
     std::uint64_t insertRow(const QPoint& at, std::uint64_t bits);
 
-    /// Whether a pixel of the area is in the set.
-    bool contains(const QPoint& at) const
-    {
-        const int x = at.x() - m_area.left();
-        return (m_words[wordOf(x, at.y())] >> (x & 63) & 1) != 0;
-    }
-
     /// The pixels of the @p stamp about each pixel of the set: the dilation of
     /// the bitmap, 64 pixels at a time.
     ///
@@ -65,7 +58,8 @@ public:
         }
     }
 
-    /// Fills the pixels, one rectangle for each run.
+    /// Fills the pixels, one rectangle for each run; the painter keeps its pen and
+    /// its brush.
     void fill(QPainter* p, const QColor& color) const;
 
     QRect area() const { return m_area; }
