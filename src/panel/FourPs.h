@@ -7,6 +7,7 @@
 #include "data/A2DData.h"
 #include "display/CColors.h"
 #include "display/Displays.h"
+#include "panel/MessageLines.h"
 #include "rows/RefFiles.h"
 #include "ui_FourPs.h"
 
@@ -349,6 +350,7 @@ private:
     void RefreshRefColumn(int n);
     void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy);
 
+    MessageLines m_messages;
     analysis::MapMemory m_latestMap; ///< spares walks that would give what is there
     QButtonGroup* m_mapRadioGroup = nullptr;
     QButtonGroup* m_mapRowGroup = nullptr;

@@ -22,6 +22,7 @@ void FourPs::noticedNewEdge(double e)
 
 void FourPs::setEdge()
 {
+    const MessageLines::Batch lines(&m_messages);
     const WaitCursor cursor(isReflexLong());
     const double edge = display::numberIn(ui.EdgeE);
     const double preEdgeEnd = edge + display::numberIn(ui.PreEEndDE);
@@ -47,6 +48,7 @@ void FourPs::dispCalcConditions(bool f)
 
 void FourPs::changedSubBGTypeForRef(bool f)
 {
+    const MessageLines::Batch lines(&m_messages);
     const WaitCursor cursor(isReflexLong());
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForRef = f;
@@ -61,6 +63,7 @@ void FourPs::changedSubBGTypeForRef(bool f)
 
 void FourPs::changedSubBGTypeForTarget(bool f)
 {
+    const MessageLines::Batch lines(&m_messages);
     const WaitCursor cursor(isReflexLong());
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForTarget = f;
@@ -113,6 +116,7 @@ void FourPs::receiveNewEnergy(double)
 
 void FourPs::receiveNewFile(QString fname)
 {
+    const MessageLines::Batch lines(&m_messages);
     const WaitCursor cursor;
     const qsizetype index = XafsFiles.indexOf(qobject_cast<AXafsFileSelect*>(sender()));
     if (index >= 0 && index < Refs.RefRows.size()) {
@@ -163,6 +167,7 @@ void FourPs::receiveNewTarget(QString)
 
 void FourPs::receiveNewDispFiles(QStringList paths)
 {
+    const MessageLines::Batch lines(&m_messages);
     const WaitCursor cursor;
     for (const QString& path : std::as_const(paths)) {
         auto spectrum = std::make_unique<AMutE>();
@@ -187,6 +192,7 @@ void FourPs::receiveNewPaths(QStringList paths)
 
 void FourPs::calcBoth()
 {
+    const MessageLines::Batch lines(&m_messages);
     const WaitCursor cursor(isReflexLong());
     SetHistogramRanges();
     calcMap();
