@@ -66,9 +66,11 @@ struct Plot {
         QPainter p(&image);
         state(&p);
         p.setPen(pen);
-        const QRectF shown = QRectF({0, 0}, place.size).adjusted(-3, -3, 3, 3);
         for (const QPointF& point : points) {
-            if (shown.contains({place.columnOf(point.x()), place.rowOf(point.y())})) {
+            const double column = place.columnOf(point.x());
+            const double row = place.rowOf(point.y());
+            if (column > -3.0 && column < place.size.width() + 3.0 && row > -3.0 &&
+                row < place.size.height() + 3.0) {
                 plainMark(&p, place, point.x(), point.y());
             }
         }
