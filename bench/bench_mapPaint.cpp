@@ -1,11 +1,15 @@
 // One paint of a result map of 1000 x 1000 pixels on a surface of 800 x 800: the
-// plain loop of one filled rectangle for each cell beside the product's; and one
-// paint of the histograms and of the plot of thickness against valence of the
-// same result.
+// plain loop of one filled rectangle for each cell beside the product's; one paint
+// of the histograms of the same result; and one paint of the plot of thickness
+// against valence of a million records, spread over the plot: two circles for
+// each record, one after the other, beside the product's. The two pictures of the
+// plot are compared first.
 
 #include "display/ChCoord.h"
 #include "display/DispMBase.h"
 #include "display/Displays.h"
+#include "display/Graph.h"
+#include "display/GridLines.h"
 #include "display/Histgram.h"
 #include "panel/FourPs.h"
 #include "support/RatioReporter.h"
@@ -13,8 +17,10 @@
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QStylePainter>
 
 #include <cmath>
+#include <cstdio>
 #include <random>
 
 namespace
@@ -132,10 +138,80 @@ void histogramPair(benchmark::State& state)
     paint(state, {desk.plot(Displays::DHistA), desk.plot(Displays::DHistDMut)});
 }
 
+/// Records all over the plot of a panel that shows them.
+struct SpreadDesk : Desk {
+    SpreadDesk()
+        : Desk(0.02)
+    {
+        std::mt19937_64 random(7);
+        std::uniform_real_distribution<double> valences(1.5, 3.5);
+        std::uniform_real_distribution<double> amounts(0.0, 2.0);
+        for (A2DRow& row : panel.BaseData.rows) {
+            row.values[valence] = valences(random);
+            row.values[totalDMut] = amounts(random);
+            row.i0 = row.values.at(totalDMut);
+        }
+    }
+};
+
+/// The plot record by record: two circles for each, in view or not.
+class PlainThickness : public Graph
+{
+public:
+    explicit PlainThickness(const FourPs& panel)
+        : m_panel(panel)
+    {
+    }
+
+    bool isEmpty() const override { return false; }
+    Range range() const override { return {1.5, 0.0, 3.5, 2.0}; }
+
+protected:
+    void drawData(QStylePainter* p, const ChCoord& cc) const override
+    {
+        p->setPen(display::gridColor);
+        display::drawVerticalGrid(p, cc, display::valenceGrid(0.0, 1.0));
+        p->setPen(m_panel.Colors.colors.first());
+        for (const A2DRow& row : m_panel.BaseData.rows) {
+            const int x = static_cast<int>(cc.r2sX(row.values.at(valence)));
+            const int y = static_cast<int>(cc.r2sY(row.values.at(totalDMut)));
+            for (const int radius : {1, 2}) {
+                p->drawEllipse(QRect(x - radius, y - radius, 2 * radius, 2 * radius));
+            }
+        }
+    }
+
+private:
+    const FourPs& m_panel;
+};
+
+/// A panel whose plot is drawn record by record.
+struct PlainSpreadDesk : SpreadDesk {
+    PlainSpreadDesk()
+    {
+        QObject::disconnect(panel.Disps, &Displays::draw, &panel, &FourPs::draw);
+        QObject::connect(panel.Disps, &Displays::draw, &panel,
+                         [this](Displays::DispId, DispABase* frame, QStylePainter* p) {
+                             Graph::Range range;
+                             PlainThickness(panel).paint(frame, p, "Valence", "Thick.", &range);
+                         });
+    }
+};
+
+template <class SomeDesk>
 void thicknessPlot(benchmark::State& state)
 {
-    const Desk desk(0.02);
+    const SomeDesk desk;
     paint(state, {desk.plot(Displays::DDMutVsA)});
+}
+
+/// Whether both ways to draw the plot give the same picture.
+bool isSameThicknessPlot()
+{
+    const SpreadDesk product;
+    const PlainSpreadDesk plain;
+    return product.plot(Displays::DDMutVsA)->grab().toImage() ==
+           plain.plot(Displays::DDMutVsA)->grab().toImage();
 }
 
 } // namespace
@@ -152,6 +228,13 @@ int main(int argc, char** argv)
             ->Unit(benchmark::kMillisecond);
     }
     benchmark::RegisterBenchmark("histogramPair", histogramPair)->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("thicknessPlot", thicknessPlot)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("thicknessPlot/plain", thicknessPlot<PlainSpreadDesk>)
+        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("thicknessPlot/product", thicknessPlot<SpreadDesk>)
+        ->Unit(benchmark::kMillisecond);
+    if (!isSameThicknessPlot()) {
+        std::fputs("The pictures of thicknessPlot differ.\n", stderr);
+        return 1;
+    }
     return bench::runWithRatios(argc, argv);
 }

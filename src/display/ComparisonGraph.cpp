@@ -2,6 +2,8 @@
 
 #include "display/ChCoord.h"
 #include "display/GridLines.h"
+#include "display/LayeredMarks.h"
+#include "display/MarkPlaces.h"
 #include "display/Pixels.h"
 #include "display/PointMarks.h"
 
@@ -22,16 +24,38 @@ void ComparisonGraph::drawData(QStylePainter* p, const ChCoord& cc) const
     const QPointF bottom(cc.r2sX(lower), cc.r2sY(lower));
     const QPointF top(cc.r2sX(upper), cc.r2sY(upper));
     display::drawPixelLine(p, QColor(0, 200, 0), bottom, top);
-    for (const Point& point : points) {
-        if (const auto place = display::markPlace(cc, point.fit, point.target)) {
-            p->setPen(point.color);
-            display::drawMark(p, *place);
-        }
-    }
+    drawPoints(p, display::MarkPlaces(cc));
     // The newest stands out.
-    const Point& last = points.last();
-    if (const auto place = display::markPlace(cc, last.fit, last.target)) {
+    const LCFPoint& last = points.last();
+    if (const auto place = display::markPlace(cc, last.lcfValence, last.fourPsValence)) {
         p->setPen(Qt::red);
         display::drawCircle(p, *place, display::outerRadius);
+    }
+}
+
+void ComparisonGraph::drawPoints(QPainter* p, const display::MarkPlaces& places) const
+{
+    const auto stamp = display::LayeredMarks::stampOf(*p, colors);
+    if (!stamp) {
+        drawOneByOne(p, places);
+        return;
+    }
+    display::LayeredMarks marks(*stamp, places, colors);
+    for (auto point = points.crbegin(); point != points.crend(); ++point) {
+        if (const auto place = places.at(point->lcfValence, point->fourPsValence)) {
+            marks.addBelow(*place, point->color % colors.size());
+        }
+    }
+    marks.draw(p);
+}
+
+void ComparisonGraph::drawOneByOne(QPainter* p, const display::MarkPlaces& places) const
+{
+    for (const LCFPoint& point : points) {
+        if (const auto place = places.at(point.lcfValence, point.fourPsValence)) {
+            p->setPen(colors.isEmpty() ? QColor(Qt::black)
+                                       : colors.at(point.color % colors.size()));
+            display::drawMark(p, *place);
+        }
     }
 }

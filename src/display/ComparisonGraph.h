@@ -1,22 +1,24 @@
 // The graph of the fit against the target calculation.
 #pragma once
 
+#include "analysis/LCFPoint.h"
 #include "display/Graph.h"
 
 #include <QColor>
 #include <QList>
 
+class QPainter;
+
+namespace display
+{
+class MarkPlaces;
+}
+
 /// Each run of the linear combination fit beside the target's result at that
-/// time, as valences, with the diagonal on which the two agree.
+/// time, as valences (fit on x, target on y), with the diagonal on which they agree.
 class ComparisonGraph : public Graph
 {
 public:
-    struct Point {
-        double fit;    ///< valence by the fit, on x
-        double target; ///< valence by the target calculation, on y
-        QColor color;
-    };
-
     bool isEmpty() const override { return points.isEmpty(); }
 
     /// From the lower to the upper valence with 0.2 around, on both axes.
@@ -24,8 +26,13 @@ public:
 
     double lower = 0.0; ///< valence of the first used reference
     double upper = 0.0; ///< valence of the second one
-    QList<Point> points;
+    QList<LCFPoint> points;
+    QList<QColor> colors; ///< those of the runs, from the start again beyond the last; else black
 
 protected:
     void drawData(QStylePainter* p, const ChCoord& cc) const override;
+
+private:
+    void drawPoints(QPainter* p, const display::MarkPlaces& places) const;
+    void drawOneByOne(QPainter* p, const display::MarkPlaces& places) const;
 };

@@ -120,9 +120,8 @@ void FourPs::drawComparison(DispABase* dab, QStylePainter* p)
     const auto [lower, upper] = references().firstTwoValences();
     graph.lower = lower;
     graph.upper = upper;
-    for (const LCFPoint& point : std::as_const(LCFvs4PS)) {
-        graph.points.append({point.lcfValence, point.fourPsValence, colorOf(point.color)});
-    }
+    graph.points = LCFvs4PS;
+    graph.colors = Colors.colors;
     drawGraph(graph, dab, p, tr("LCF"), tr("MPs"));
 }
 

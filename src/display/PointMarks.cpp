@@ -1,29 +1,12 @@
 #include "display/PointMarks.h"
 
-#include "display/ChCoord.h"
-#include "display/Pixels.h"
+#include "display/MarkPlaces.h"
 
 #include <QPainter>
 
-namespace
-{
-
-bool showsAt(double place, double size)
-{
-    constexpr double reach = display::outerRadius + 1.0;
-    return place > -reach && place < size + reach;
-}
-
-} // namespace
-
 std::optional<QPoint> display::markPlace(const ChCoord& cc, double x, double y)
 {
-    const double column = cc.r2sX(x);
-    const double row = cc.r2sY(y);
-    if (!showsAt(column, cc.scrX1) || !showsAt(row, cc.scrY0)) {
-        return std::nullopt;
-    }
-    return QPoint(truncated(column), truncated(row));
+    return MarkPlaces(cc).at(x, y);
 }
 
 void display::drawCircle(QPainter* p, const QPoint& centre, int radius)

@@ -15,8 +15,7 @@ namespace display
 inline constexpr int innerRadius = 1;
 inline constexpr int outerRadius = 2;
 
-/// The pixel of a point, coordinates truncated; nothing when its mark would not
-/// show on the widget, and for NaN.
+/// The pixel of a single point, see MarkPlaces.
 std::optional<QPoint> markPlace(const ChCoord& cc, double x, double y);
 
 /// Draws a circle in the painter's pen.

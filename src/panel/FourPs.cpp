@@ -44,6 +44,7 @@ FourPs::FourPs(QWidget* parent)
 {
     ui.setupUi(this);
     display::setBlackText(ui.Message);
+    m_messages.setBox(ui.Message);
     makeReferenceRows();
     makeFileRows();
     makeDisplays();
@@ -297,9 +298,7 @@ void FourPs::focusFirstStep()
 
 void FourPs::message(const QString& text)
 {
-    ui.Message->moveCursor(QTextCursor::End);
-    ui.Message->insertPlainText(text.simplified() + QLatin1Char('\n'));
-    ui.Message->moveCursor(QTextCursor::End);
+    m_messages.append(text.simplified());
 }
 
 int FourPs::NormMode() const

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "analysis/CalculationMemory.h"
+#include "analysis/LCFPoint.h"
 #include "analysis/MapResultCache.h"
 #include "analysis/RowCollection.h"
 #include "data/A2DData.h"
 #include "display/CColors.h"
 #include "display/Displays.h"
+#include "panel/MessageLines.h"
 #include "rows/RefFiles.h"
 #include "ui_FourPs.h"
 
@@ -35,16 +37,6 @@ class ReferenceSet;
 enum class Variant;
 struct Work;
 } // namespace analysis
-
-/// One run of the linear combination fit beside the target's result at that
-/// time.
-struct LCFPoint {
-    double fourPsA = 0.0;       ///< TargetV
-    double fourPsValence = 0.0; ///< TargetT
-    double lcfA = 0.0;          ///< fraction of the first reference by the fit
-    double lcfValence = 0.0;    ///< valence of the fit
-    int color = 0;              ///< place in the list of colours
-};
 
 /// Holds the rows of input, the result map and the histograms, and joins them
 /// with signals and slots.
@@ -359,6 +351,7 @@ private:
     void RefreshRefColumn(int n);
     void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy);
 
+    MessageLines m_messages;
     analysis::MapResultCache m_latestMap; ///< for calculations that would give what is there
     analysis::CalculationMemory m_calculationMemory;
     QButtonGroup* m_mapRadioGroup = nullptr;

@@ -23,6 +23,7 @@ void FourPs::noticedNewEdge(double e)
 void FourPs::setEdge()
 {
     const WaitCursor cursor(isReflexLong());
+    const MessageLines::Batch lines(&m_messages);
     const double edge = display::numberIn(ui.EdgeE);
     const double preEdgeEnd = edge + display::numberIn(ui.PreEEndDE);
     const double postEdgeStart = edge + display::numberIn(ui.PostEStartDE);
@@ -48,6 +49,7 @@ void FourPs::dispCalcConditions(bool f)
 void FourPs::changedSubBGTypeForRef(bool f)
 {
     const WaitCursor cursor(isReflexLong());
+    const MessageLines::Batch lines(&m_messages);
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForRef = f;
     }
@@ -62,6 +64,7 @@ void FourPs::changedSubBGTypeForRef(bool f)
 void FourPs::changedSubBGTypeForTarget(bool f)
 {
     const WaitCursor cursor(isReflexLong());
+    const MessageLines::Batch lines(&m_messages);
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForTarget = f;
     }
@@ -114,6 +117,7 @@ void FourPs::receiveNewEnergy(double)
 void FourPs::receiveNewFile(QString fname)
 {
     const WaitCursor cursor;
+    const MessageLines::Batch lines(&m_messages);
     const qsizetype index = XafsFiles.indexOf(qobject_cast<AXafsFileSelect*>(sender()));
     if (index >= 0 && index < Refs.RefRows.size()) {
         receiveNewRef(static_cast<int>(index));
@@ -164,6 +168,7 @@ void FourPs::receiveNewTarget(QString)
 void FourPs::receiveNewDispFiles(QStringList paths)
 {
     const WaitCursor cursor;
+    const MessageLines::Batch lines(&m_messages);
     for (const QString& path : std::as_const(paths)) {
         auto spectrum = std::make_unique<AMutE>();
         if (!spectrum->readFile(path)) {
@@ -188,6 +193,7 @@ void FourPs::receiveNewPaths(QStringList paths)
 void FourPs::calcBoth()
 {
     const WaitCursor cursor(isReflexLong());
+    const MessageLines::Batch lines(&m_messages);
     SetHistogramRanges();
     calcMap();
     calcTarget();

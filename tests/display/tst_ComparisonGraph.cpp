@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <limits>
+#include <random>
 
 using namespace tests;
 
@@ -27,8 +28,14 @@ void fill(ComparisonGraph* graph, double lower, double upper, const QList<PlainP
 {
     graph->lower = lower;
     graph->upper = upper;
+    graph->points.clear();
+    graph->colors.clear();
     for (const PlainPoint& point : points) {
-        graph->points.append({point.fit, point.target, point.color});
+        if (!graph->colors.contains(point.color)) {
+            graph->colors.append(point.color);
+        }
+        graph->points.append({0.125, point.target, 0.875, point.fit,
+                              static_cast<int>(graph->colors.indexOf(point.color))});
     }
 }
 
@@ -40,7 +47,24 @@ QImage plain(double lower, double upper, const QList<PlainPoint>& points,
     return picture.picture();
 }
 
+/// Points about the diagonal, in four colours, some of them beside the plot.
+QList<PlainPoint> crowd(int count)
+{
+    const QList<QColor> inks{Qt::blue, QColor(0, 160, 0), Qt::black, QColor(240, 0, 240)};
+    std::mt19937_64 random(static_cast<unsigned>(count));
+    std::uniform_real_distribution<double> along(1.7, 3.3);
+    std::uniform_real_distribution<double> across(-0.2, 0.2);
+    QList<PlainPoint> points;
+    for (int i = 0; i < count; ++i) {
+        const double fit = along(random);
+        points.append({fit, fit + across(random), inks.at(static_cast<int>(random() % 4))});
+    }
+    return points;
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(tests::PlotRange)
 
 class tst_ComparisonGraph : public QObject
 {
@@ -52,6 +76,11 @@ private Q_SLOTS:
     void looksLikeSingleLinesAndCircles_data();
     void looksLikeSingleLinesAndCircles();
     void lastPointWithoutAPlaceLeavesNoRed();
+    void crowdLooksLikePointByPoint_data();
+    void crowdLooksLikePointByPoint();
+    void transparentColorsShowEveryPoint();
+    void colorsBeginAgainAfterTheLast();
+    void withoutColorsPointsAreBlack();
     void diagonalGoesNoFurtherThanTheValences();
     void linesOfTheGridAreUnderTheDiagonal();
 };
@@ -61,7 +90,7 @@ void tst_ComparisonGraph::withoutPointsItIsEmpty()
     ComparisonGraph graph;
     QVERIFY(graph.isEmpty());
     QVERIFY(isBlank(painted(graph)));
-    graph.points.append({2.0, 3.0, Qt::black});
+    graph.points.append({0.125, 3.0, 0.875, 2.0, 0});
     QVERIFY(!graph.isEmpty());
 }
 
@@ -113,6 +142,67 @@ void tst_ComparisonGraph::lastPointWithoutAPlaceLeavesNoRed()
     const QImage image = painted(graph);
     QCOMPARE(countOf(image, image.rect(), Qt::red), 0);
     QVERIFY(countOf(image, image.rect(), Qt::blue) > 12);
+}
+
+void tst_ComparisonGraph::crowdLooksLikePointByPoint_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<PlotRange>("view");
+    const PlotRange all{1.8, 1.8, 3.2, 3.2};
+    QTest::newRow("some") << 300 << evenSize << all;
+    QTest::newRow("many") << 6000 << evenSize << all;
+    QTest::newRow("small") << 3000 << QSize(60, 50) << all;
+    QTest::newRow("zoomed") << 6000 << evenSize << PlotRange{2.3, 2.4, 2.5, 2.6};
+    QTest::newRow("scrolled") << 6000 << evenSize << PlotRange{2.8, 1.0, 3.9, 2.1};
+}
+
+void tst_ComparisonGraph::crowdLooksLikePointByPoint()
+{
+    QFETCH(int, count);
+    QFETCH(QSize, size);
+    QFETCH(PlotRange, view);
+    const QList<PlainPoint> points = crowd(count);
+    ComparisonGraph graph;
+    fill(&graph, 2.0, 3.0, points);
+    GraphPlot plot(graph, size, QStringLiteral("LCF"), QStringLiteral("MPs"));
+    plot.DispA->cc.setReal(view.x0, view.y0, view.x1, view.y1);
+    plot.DispA->hasScale = true;
+    PlainComparison wanted(size, 2.0, 3.0, view);
+    wanted.points = points;
+    QVERIFY(isSamePicture(plot.picture(), wanted.picture()));
+}
+
+void tst_ComparisonGraph::transparentColorsShowEveryPoint()
+{
+    QList<PlainPoint> points = crowd(400);
+    for (PlainPoint& point : points) {
+        point.color.setAlpha(100);
+    }
+    ComparisonGraph graph;
+    fill(&graph, 2.0, 3.0, points);
+    QVERIFY(isSamePicture(painted(graph), plain(2.0, 3.0, points)));
+}
+
+void tst_ComparisonGraph::colorsBeginAgainAfterTheLast()
+{
+    ComparisonGraph graph;
+    graph.lower = 2.0;
+    graph.upper = 3.0;
+    graph.colors = {Qt::blue, Qt::black};
+    graph.points = {{0.0, 2.2, 0.0, 2.4, 2}, {0.0, 2.6, 0.0, 2.4, 5}};
+    QVERIFY(isSamePicture(painted(graph),
+                          plain(2.0, 3.0, {{2.4, 2.2, Qt::blue}, {2.4, 2.6, Qt::black}})));
+}
+
+void tst_ComparisonGraph::withoutColorsPointsAreBlack()
+{
+    ComparisonGraph graph;
+    graph.lower = 2.0;
+    graph.upper = 3.0;
+    graph.points = {{0.0, 2.2, 0.0, 2.4, 2}, {0.0, 2.6, 0.0, 2.4, 0}};
+    QVERIFY(isSamePicture(painted(graph),
+                          plain(2.0, 3.0, {{2.4, 2.2, Qt::black}, {2.4, 2.6, Qt::black}})));
 }
 
 void tst_ComparisonGraph::diagonalGoesNoFurtherThanTheValences()

@@ -1,0 +1,169 @@
+// Marks in several colours that cover one another.
+#include "display/LayeredMarks.h"
+
+#include "display/MarkPlaces.h"
+#include "support/MarkPainters.h"
+#include "support/PlainStrokes.h"
+#include "support/PlotSurface.h"
+
+#include <QTest>
+
+#include <random>
+
+using namespace tests;
+
+namespace
+{
+
+const QList<QColor> inks{Qt::blue, QColor(0, 160, 0), Qt::black, QColor(240, 0, 240)};
+
+struct Mark {
+    QPoint place;
+    qsizetype layer = 0;
+};
+
+/// Marks on @p part of the surface, in the order in which they come.
+QList<Mark> crowd(int count, const QRect& part)
+{
+    std::mt19937 random(static_cast<unsigned>(count));
+    const auto below = [&random](int end) {
+        return static_cast<int>(random() % static_cast<unsigned>(end));
+    };
+    QList<Mark> marks;
+    for (int i = 0; i < count; ++i) {
+        const int x = part.left() + below(part.width());
+        const int y = part.top() + below(part.height());
+        marks.append({{x, y}, below(static_cast<int>(inks.size()))});
+    }
+    return marks;
+}
+
+QImage layered(const QList<Mark>& marks, const PainterState& state)
+{
+    QImage image = whiteSurface();
+    QPainter p(&image);
+    state(&p);
+    const auto stamp = display::LayeredMarks::stampOf(p, inks);
+    if (!stamp) {
+        return {};
+    }
+    display::LayeredMarks layers(*stamp, display::MarkPlaces(PlotSurface()), inks);
+    for (auto mark = marks.crbegin(); mark != marks.crend(); ++mark) {
+        layers.addBelow(mark->place, mark->layer);
+    }
+    layers.draw(&p);
+    return image;
+}
+
+QImage oneByOne(const QList<Mark>& marks, const PainterState& state)
+{
+    QImage image = whiteSurface();
+    QPainter p(&image);
+    state(&p);
+    for (const Mark& mark : marks) {
+        p.setPen(inks.at(mark.layer));
+        plainCircle(&p, mark.place, 1);
+        plainCircle(&p, mark.place, 2);
+    }
+    return image;
+}
+
+const auto asItIs = [](QPainter*) {};
+
+} // namespace
+
+class tst_LayeredMarks : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void laterPointCoversEarlierOne();
+    void laterPointOnTheSamePlaceTakesIt();
+    void crowdLooksLikeMarkByMark_data();
+    void crowdLooksLikeMarkByMark();
+    void plainPaintersShowTheOrder_data();
+    void plainPaintersShowTheOrder();
+    void transparentColorsHaveNoStamp();
+    void withoutColorsThereIsNoStamp();
+    void scaledPainterHasNoStamp();
+};
+
+// Radius 2 about (100, 80) and one pixel beside it: both have the pixel two
+// above the first, and the later one takes it.
+void tst_LayeredMarks::laterPointCoversEarlierOne()
+{
+    const QList<Mark> marks{{{100, 80}, 0}, {{101, 80}, 1}};
+    const QImage image = layered(marks, asItIs);
+    QVERIFY(isSamePicture(image, oneByOne(marks, asItIs)));
+    QCOMPARE(image.pixelColor(101, 78), inks.at(1));
+    QCOMPARE(image.pixelColor(98, 80), inks.at(0));
+    const QImage reversed = layered({marks.at(1), marks.at(0)}, asItIs);
+    QCOMPARE(reversed.pixelColor(101, 78), inks.at(0));
+}
+
+void tst_LayeredMarks::laterPointOnTheSamePlaceTakesIt()
+{
+    const QImage image = layered({{{100, 80}, 0}, {{100, 80}, 2}, {{100, 80}, 1}}, asItIs);
+    QVERIFY(isSamePicture(image, oneByOne({{{100, 80}, 1}}, asItIs)));
+}
+
+void tst_LayeredMarks::crowdLooksLikeMarkByMark_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QRect>("part");
+    const QRect all(-3, -3, 406, 306);
+    QTest::newRow("none") << 0 << all;
+    QTest::newRow("a few") << 50 << all;
+    QTest::newRow("many") << 4000 << all;
+    QTest::newRow("on one another") << 4000 << QRect(60, 50, 70, 9);
+    QTest::newRow("a whole drag") << 48000 << QRect(100, 30, 200, 200);
+    QTest::newRow("at the left edge") << 600 << QRect(-3, 0, 8, 300);
+    QTest::newRow("at the right edge") << 600 << QRect(395, 0, 8, 300);
+    QTest::newRow("at the upper edge") << 600 << QRect(0, -3, 400, 8);
+    QTest::newRow("at the lower edge") << 600 << QRect(0, 295, 400, 8);
+}
+
+void tst_LayeredMarks::crowdLooksLikeMarkByMark()
+{
+    QFETCH(int, count);
+    QFETCH(QRect, part);
+    const QList<Mark> marks = crowd(count, part);
+    QVERIFY(isSamePicture(layered(marks, asItIs), oneByOne(marks, asItIs)));
+}
+
+void tst_LayeredMarks::plainPaintersShowTheOrder_data()
+{
+    addPainterStates(true);
+}
+
+void tst_LayeredMarks::plainPaintersShowTheOrder()
+{
+    QFETCH(PainterState, state);
+    const QList<Mark> marks = crowd(4000, {0, 0, 150, 120});
+    QVERIFY(isSamePicture(layered(marks, state), oneByOne(marks, state)));
+}
+
+void tst_LayeredMarks::transparentColorsHaveNoStamp()
+{
+    QImage image = whiteSurface();
+    const QPainter p(&image);
+    QVERIFY(display::LayeredMarks::stampOf(p, inks));
+    QVERIFY(!display::LayeredMarks::stampOf(p, inks + QList<QColor>{QColor(0, 0, 255, 254)}));
+}
+
+void tst_LayeredMarks::withoutColorsThereIsNoStamp()
+{
+    QImage image = whiteSurface();
+    const QPainter p(&image);
+    QVERIFY(!display::LayeredMarks::stampOf(p, {}));
+}
+
+void tst_LayeredMarks::scaledPainterHasNoStamp()
+{
+    QImage image = scaledPicture({40, 30}, 2.0);
+    const QPainter p(&image);
+    QVERIFY(!display::LayeredMarks::stampOf(p, inks));
+}
+
+QTEST_MAIN(tst_LayeredMarks)
+#include "tst_LayeredMarks.moc"

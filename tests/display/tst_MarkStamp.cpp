@@ -1,0 +1,139 @@
+// The pixels of one mark, and the painters for whose marks there are none.
+#include "display/MarkStamp.h"
+
+#include "support/MarkPainters.h"
+#include "support/PlainStrokes.h"
+
+#include <QPicture>
+#include <QTest>
+
+using namespace tests;
+using display::MarkStamp;
+
+class tst_MarkStamp : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void stampIsTheMarkOfTheToolkitAtEachPlace_data();
+    void stampIsTheMarkOfTheToolkitAtEachPlace();
+    void stampIsSmallerThanItsSquare();
+    void plainPaintersHaveAStamp_data();
+    void plainPaintersHaveAStamp();
+    void othersHaveNone_data();
+    void othersHaveNone();
+    void unusualPensHaveNone_data();
+    void unusualPensHaveNone();
+    void deviceWithoutPixelsHasNone();
+};
+
+void tst_MarkStamp::stampIsTheMarkOfTheToolkitAtEachPlace_data()
+{
+    QTest::addColumn<QPen>("pen");
+    QTest::newRow("usual") << QPen(Qt::blue);
+    QTest::newRow("no width") << QPen(Qt::blue, 0);
+    QTest::newRow("white") << QPen(Qt::white);
+    QTest::newRow("round ends") << QPen(Qt::blue, 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+}
+
+// Inside, over each edge and beyond it.
+void tst_MarkStamp::stampIsTheMarkOfTheToolkitAtEachPlace()
+{
+    QFETCH(QPen, pen);
+    for (int y = -4; y < 34; ++y) {
+        for (int x = -4; x < 44; ++x) {
+            QImage image(40, 30, QImage::Format_RGB32);
+            image.fill(Qt::darkGray);
+            QImage wanted = image;
+            QPainter p(&wanted);
+            p.setPen(pen);
+            plainCircle(&p, {x, y}, 1);
+            plainCircle(&p, {x, y}, 2);
+            const auto stamp = MarkStamp::of(p, pen);
+            QVERIFY(stamp);
+            for (int row = 0; row < 2 * MarkStamp::reach + 1; ++row) {
+                for (int column = 0; column < 2 * MarkStamp::reach + 1; ++column) {
+                    const QPoint at(x + column - MarkStamp::reach, y + row - MarkStamp::reach);
+                    if ((stamp->rows().at(static_cast<std::size_t>(row)) >> column & 1) &&
+                        image.rect().contains(at)) {
+                        image.setPixelColor(at, pen.color());
+                    }
+                }
+            }
+            p.end();
+            QVERIFY(image == wanted);
+        }
+    }
+}
+
+// Nothing of a mark is cut off.
+void tst_MarkStamp::stampIsSmallerThanItsSquare()
+{
+    QImage image(9, 9, QImage::Format_RGB32);
+    const QPainter p(&image);
+    const auto stamp = MarkStamp::of(p, QPen(Qt::blue));
+    QVERIFY(stamp);
+    QCOMPARE(stamp->rows().size(), std::size_t{2 * MarkStamp::reach + 1});
+    QCOMPARE(stamp->rows().front(), std::uint64_t{0});
+    QCOMPARE(stamp->rows().back(), std::uint64_t{0});
+    for (const std::uint64_t row : stamp->rows()) {
+        QVERIFY((row & 1) == 0 && row < std::uint64_t{1} << (2 * MarkStamp::reach));
+    }
+}
+
+void tst_MarkStamp::plainPaintersHaveAStamp_data()
+{
+    addPainterStates(true);
+}
+
+void tst_MarkStamp::plainPaintersHaveAStamp()
+{
+    QFETCH(PainterState, state);
+    QImage image = whitePicture({150, 120});
+    QPainter p(&image);
+    state(&p);
+    QVERIFY(MarkStamp::of(p, QPen(Qt::blue)));
+}
+
+void tst_MarkStamp::othersHaveNone_data()
+{
+    addPainterStates(false);
+}
+
+void tst_MarkStamp::othersHaveNone()
+{
+    QFETCH(PainterState, state);
+    QFETCH(double, scale);
+    QImage image = scaledPicture({150, 120}, scale);
+    QPainter p(&image);
+    state(&p);
+    QVERIFY(!MarkStamp::of(p, QPen(Qt::blue)));
+}
+
+void tst_MarkStamp::unusualPensHaveNone_data()
+{
+    QTest::addColumn<QPen>("pen");
+    QTest::newRow("broad") << QPen(Qt::blue, 2);
+    QTest::newRow("dashed") << QPen(Qt::blue, 1, Qt::DashLine);
+    QTest::newRow("none") << QPen(Qt::NoPen);
+    QTest::newRow("transparent") << QPen(QColor(0, 0, 255, 120));
+    QTest::newRow("pattern") << QPen(QBrush(Qt::blue, Qt::Dense4Pattern), 1);
+}
+
+void tst_MarkStamp::unusualPensHaveNone()
+{
+    QFETCH(QPen, pen);
+    QImage image = whitePicture({150, 120});
+    const QPainter p(&image);
+    QVERIFY(!MarkStamp::of(p, pen));
+}
+
+void tst_MarkStamp::deviceWithoutPixelsHasNone()
+{
+    QPicture picture;
+    const QPainter p(&picture);
+    QVERIFY(!MarkStamp::of(p, QPen(Qt::blue)));
+}
+
+QTEST_MAIN(tst_MarkStamp)
+#include "tst_MarkStamp.moc"

@@ -1,0 +1,193 @@
+// The set of pixels: what it holds, its dilation, its runs and how it is filled.
+#include "display/PixelSet.h"
+
+#include "support/PictureTools.h"
+
+#include <QPainter>
+#include <QTest>
+
+#include <random>
+#include <set>
+
+using namespace tests;
+using display::PixelSet;
+
+namespace
+{
+
+const QRect area(-3, -5, 150, 20);
+
+using Pixels = std::set<std::pair<int, int>>; // y and x
+
+Pixels pixelsOf(const PixelSet& set)
+{
+    Pixels pixels;
+    set.forEachRun([&](int x, int y, int length) {
+        for (int i = 0; i < length; ++i) {
+            pixels.insert({y, x + i});
+        }
+    });
+    return pixels;
+}
+
+/// Pixels all over the area, one in @p of.
+Pixels scattered(unsigned of)
+{
+    std::mt19937 random(of);
+    Pixels pixels;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x) {
+            if (random() % of == 0) {
+                pixels.insert({y, x});
+            }
+        }
+    }
+    return pixels;
+}
+
+PixelSet setOf(const Pixels& pixels)
+{
+    PixelSet set(area);
+    for (const auto& [y, x] : pixels) {
+        set.insert({x, y});
+    }
+    return set;
+}
+
+} // namespace
+
+class tst_PixelSet : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void newSetIsEmpty();
+    void pixelIsNewOnce();
+    void rowTellsItsNewPixels_data();
+    void rowTellsItsNewPixels();
+    void runsAreAllPixelsInOrder_data();
+    void runsAreAllPixelsInOrder();
+    void runsAreAsLongAsTheyCanBe();
+    void dilationPutsTheStampAboutEachPixel_data();
+    void dilationPutsTheStampAboutEachPixel();
+    void fillDrawsThePixelsAndNothingElse();
+    void painterKeepsItsPenAndBrush();
+};
+
+void tst_PixelSet::newSetIsEmpty()
+{
+    QVERIFY(pixelsOf(PixelSet(area)).empty());
+    QVERIFY(pixelsOf(PixelSet(QRect())).empty());
+}
+
+void tst_PixelSet::pixelIsNewOnce()
+{
+    PixelSet set(area);
+    for (const QPoint& at : {area.topLeft(), area.bottomRight(), QPoint(60, 0), QPoint(61, 0)}) {
+        QVERIFY(set.insert(at));
+        QVERIFY(!set.insert(at));
+    }
+    QCOMPARE(pixelsOf(set).size(), std::size_t{4});
+}
+
+void tst_PixelSet::rowTellsItsNewPixels_data()
+{
+    QTest::addColumn<int>("x");
+    QTest::newRow("first word") << area.left();
+    QTest::newRow("over the end of a word") << area.left() + 59;
+    QTest::newRow("last pixel of a word") << area.left() + 63;
+    QTest::newRow("second word") << area.left() + 64;
+    QTest::newRow("at the right edge") << area.right() - 8;
+}
+
+void tst_PixelSet::rowTellsItsNewPixels()
+{
+    QFETCH(int, x);
+    PixelSet set(area);
+    QCOMPARE(set.insertRow({x, 2}, 0b100010001u), std::uint64_t{0b100010001});
+    QCOMPARE(set.insertRow({x, 2}, 0b101010001u), std::uint64_t{0b001000000});
+    QCOMPARE(set.insertRow({x, 2}, 0b101010001u), std::uint64_t{0});
+    QCOMPARE(pixelsOf(set), (Pixels{{2, x}, {2, x + 4}, {2, x + 6}, {2, x + 8}}));
+}
+
+void tst_PixelSet::runsAreAllPixelsInOrder_data()
+{
+    QTest::addColumn<unsigned>("of");
+    QTest::newRow("all") << 1u;
+    QTest::newRow("half") << 2u;
+    QTest::newRow("a few") << 100u;
+}
+
+void tst_PixelSet::runsAreAllPixelsInOrder()
+{
+    QFETCH(unsigned, of);
+    const Pixels pixels = scattered(of);
+    QCOMPARE(pixelsOf(setOf(pixels)), pixels);
+}
+
+void tst_PixelSet::runsAreAsLongAsTheyCanBe()
+{
+    QList<QRect> runs;
+    setOf(scattered(1)).forEachRun([&](int x, int y, int length) {
+        runs.append({x, y, length, 1});
+    });
+    QCOMPARE(runs.size(), area.height());
+    QCOMPARE(runs.first(), QRect(area.left(), area.top(), area.width(), 1));
+    QCOMPARE(runs.last(), QRect(area.left(), area.bottom(), area.width(), 1));
+}
+
+void tst_PixelSet::dilationPutsTheStampAboutEachPixel_data()
+{
+    QTest::addColumn<unsigned>("of");
+    QTest::newRow("all") << 1u;
+    QTest::newRow("some") << 20u;
+    QTest::newRow("a few") << 300u;
+}
+
+void tst_PixelSet::dilationPutsTheStampAboutEachPixel()
+{
+    QFETCH(unsigned, of);
+    const std::vector<std::uint64_t> stamp{0b00100, 0, 0b10001, 0b01000, 0b00001};
+    const Pixels pixels = scattered(of);
+    Pixels wanted;
+    for (const auto& [y, x] : pixels) {
+        for (int row = 0; row < 5; ++row) {
+            for (int column = 0; column < 5; ++column) {
+                if (stamp.at(static_cast<std::size_t>(row)) >> column & 1) {
+                    wanted.insert({y + row - 2, x + column - 2});
+                }
+            }
+        }
+    }
+    QCOMPARE(pixelsOf(setOf(pixels).dilated(stamp)), wanted);
+}
+
+void tst_PixelSet::fillDrawsThePixelsAndNothingElse()
+{
+    const Pixels pixels = scattered(3);
+    QImage image = whitePicture({200, 40});
+    QImage wanted = image;
+    QPainter p(&image);
+    p.translate(10, 12);
+    setOf(pixels).fill(&p, Qt::blue);
+    p.end();
+    for (const auto& [y, x] : pixels) {
+        wanted.setPixelColor(x + 10, y + 12, Qt::blue);
+    }
+    QVERIFY(isSamePicture(image, wanted));
+}
+
+void tst_PixelSet::painterKeepsItsPenAndBrush()
+{
+    QImage image = whitePicture({200, 40});
+    QPainter p(&image);
+    const QPen pen(Qt::green, 3, Qt::DashLine);
+    p.setPen(pen);
+    p.setBrush(Qt::red);
+    setOf(scattered(3)).fill(&p, Qt::blue);
+    QCOMPARE(p.pen(), pen);
+    QCOMPARE(p.brush(), QBrush(Qt::red));
+}
+
+QTEST_APPLESS_MAIN(tst_PixelSet)
+#include "tst_PixelSet.moc"

@@ -1,0 +1,234 @@
+// The message box under many lines: its text, what it shows, and the work that a
+// reflex makes in it.
+
+#include "rows/AXafsFileSelect.h"
+#include "support/PictureTools.h"
+#include "support/SharedPanel.h"
+
+#include <QScrollBar>
+#include <QtTest>
+
+#include <functional>
+#include <memory>
+
+using namespace tests;
+
+Q_DECLARE_METATYPE(std::function<void(FourPs&)>)
+
+class tst_FourPsMessages : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanupTestCase();
+
+    void boxKeepsEveryLine();
+    void lineAtTheEndIsShown_data();
+    void lineAtTheEndIsShown();
+    void boxLooksAsWithSingleLines();
+    void reflexWritesTheSameLinesAsItsParts();
+    void linesOfAReflexAreLaidOutOnce_data();
+    void linesOfAReflexAreLaidOutOnce();
+    void textIsWholeWithinAReflex();
+    void reflexWithoutLinesLeavesTheCursorAlone();
+    void lineAfterAReflexIsOnItsOwn();
+
+private:
+    QTextEdit* box() const { return m_panel->ui.Message; }
+    bool showsItsEnd() const;
+
+    std::unique_ptr<FourPs> m_panel;
+};
+
+void tst_FourPsMessages::initTestCase()
+{
+    m_panel = std::make_unique<FourPs>();
+}
+
+void tst_FourPsMessages::cleanupTestCase()
+{
+    closePanel(m_panel);
+}
+
+void tst_FourPsMessages::init()
+{
+    resetPanel(*m_panel);
+    useReferences(*m_panel, {0, 1, 2, 3});
+    m_panel->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_panel.get()));
+}
+
+/// Whether the cursor is behind the last line, nothing is selected, and the box is
+/// scrolled to it.
+bool tst_FourPsMessages::showsItsEnd() const
+{
+    const QTextCursor cursor = box()->textCursor();
+    return cursor.atEnd() && !cursor.hasSelection() &&
+           box()->viewport()->rect().contains(box()->cursorRect());
+}
+
+void tst_FourPsMessages::boxKeepsEveryLine()
+{
+    QString wanted;
+    for (int i = 0; i < 5000; ++i) {
+        m_panel->message(QStringLiteral("  line \n %1 ").arg(i));
+        wanted += QStringLiteral("line %1\n").arg(i);
+    }
+    QCOMPARE(box()->toPlainText(), wanted);
+}
+
+void tst_FourPsMessages::lineAtTheEndIsShown_data()
+{
+    QTest::addColumn<bool>("isReflex");
+    QTest::newRow("a line") << false;
+    QTest::newRow("a reflex") << true;
+}
+
+// Wherever the user has scrolled to, and whatever is selected.
+void tst_FourPsMessages::lineAtTheEndIsShown()
+{
+    QFETCH(bool, isReflex);
+    for (int i = 0; i < 200; ++i) {
+        m_panel->message(QString::number(i));
+    }
+    QVERIFY(showsItsEnd());
+    const auto write = [&] {
+        if (isReflex) {
+            m_panel->calcBoth();
+        } else {
+            m_panel->message(QStringLiteral("new"));
+        }
+    };
+    box()->moveCursor(QTextCursor::Start);
+    QVERIFY(!showsItsEnd());
+    write();
+    QVERIFY(showsItsEnd());
+    box()->selectAll();
+    write();
+    QVERIFY(showsItsEnd());
+    box()->verticalScrollBar()->setValue(0);
+    write();
+    QVERIFY(showsItsEnd());
+    QCOMPARE(messages(*m_panel).first(), QStringLiteral("0"));
+}
+
+// A box of its own that gets each line by itself, and the panel's after reflexes.
+void tst_FourPsMessages::boxLooksAsWithSingleLines()
+{
+    for (int i = 0; i < 4; ++i) {
+        makeReferenceValid(*m_panel, i);
+    }
+    QTextEdit plain;
+    plain.setReadOnly(true);
+    plain.setPalette(box()->palette());
+    plain.setStyleSheet(box()->styleSheet());
+    plain.setFixedSize(box()->size());
+    plain.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&plain));
+    for (int i = 0; i < 30; ++i) {
+        m_panel->setEdge();
+        const QStringList lines = messages(*m_panel);
+        const qsizetype before = plain.document()->blockCount() - 1;
+        QVERIFY(lines.size() >= before + 4);
+        for (const QString& line : lines.mid(before)) {
+            plain.moveCursor(QTextCursor::End);
+            plain.insertPlainText(line + '\n');
+            plain.moveCursor(QTextCursor::End);
+        }
+        QCoreApplication::processEvents();
+        QCOMPARE(box()->toPlainText(), plain.toPlainText());
+        QVERIFY(isSamePicture(box()->grab().toImage(), plain.grab().toImage()));
+    }
+}
+
+void tst_FourPsMessages::reflexWritesTheSameLinesAsItsParts()
+{
+    m_panel->calcMap();
+    m_panel->calcTarget();
+    m_panel->lcf();
+    const QStringList parts = messages(*m_panel);
+    QVERIFY(parts.size() > 2);
+    clearMessages(*m_panel);
+    m_panel->calcBoth();
+    QCOMPARE(messages(*m_panel), parts);
+}
+
+void tst_FourPsMessages::linesOfAReflexAreLaidOutOnce_data()
+{
+    QTest::addColumn<std::function<void(FourPs&)>>("reflex");
+    const auto add = [](const char* name, const std::function<void(FourPs&)>& reflex) {
+        QTest::newRow(name) << reflex;
+    };
+    add("calculation", [](FourPs& panel) { panel.calcBoth(); });
+    add("edge", [](FourPs& panel) { panel.setEdge(); });
+    add("kind of line of the references",
+        [](FourPs& panel) { panel.changedSubBGTypeForRef(false); });
+    add("kind of line of the target",
+        [](FourPs& panel) { panel.changedSubBGTypeForTarget(false); });
+    add("file",
+        [](FourPs& panel) { Q_EMIT panel.XafsFiles.first()->newFilePath(QStringLiteral("a")); });
+}
+
+void tst_FourPsMessages::linesOfAReflexAreLaidOutOnce()
+{
+    QFETCH(std::function<void(FourPs&)>, reflex);
+    for (int i = 0; i < 4; ++i) {
+        makeReferenceValid(*m_panel, i);
+    }
+    clearMessages(*m_panel);
+    const QSignalSpy changes(box()->document(), &QTextDocument::contentsChanged);
+    reflex(*m_panel);
+    QVERIFY(messages(*m_panel).size() >= 2);
+    QCOMPARE(changes.size(), 1);
+    QVERIFY(showsItsEnd());
+}
+
+void tst_FourPsMessages::textIsWholeWithinAReflex()
+{
+    prepareThreePoints(*m_panel);
+    m_panel->calcTarget();
+    const QString line = messages(*m_panel).last();
+    m_panel->ui.CalcRes->clear();
+    clearMessages(*m_panel);
+    QStringList seen;
+    const QObject context;
+    connect(m_panel->ui.CalcRes, &QLineEdit::textChanged, &context,
+            [&] { seen = messages(*m_panel); });
+    m_panel->calcBoth();
+    // The result goes to its field ahead of its line; the map's refusal is there.
+    QVERIFY(!seen.isEmpty());
+    QCOMPARE(messages(*m_panel).mid(0, seen.size()), seen);
+    QVERIFY(messages(*m_panel).contains(line));
+}
+
+void tst_FourPsMessages::reflexWithoutLinesLeavesTheCursorAlone()
+{
+    for (int i = 0; i < 50; ++i) {
+        m_panel->message(QString::number(i));
+    }
+    box()->moveCursor(QTextCursor::Start);
+    box()->moveCursor(QTextCursor::NextWord, QTextCursor::KeepAnchor);
+    const QTextCursor before = box()->textCursor();
+    const int top = box()->verticalScrollBar()->value();
+    m_panel->setEdge(); // no reference has a spectrum
+    QCOMPARE(box()->textCursor().position(), before.position());
+    QCOMPARE(box()->textCursor().anchor(), before.anchor());
+    QCOMPARE(box()->verticalScrollBar()->value(), top);
+    QCOMPARE(messages(*m_panel).size(), 50);
+}
+
+void tst_FourPsMessages::lineAfterAReflexIsOnItsOwn()
+{
+    m_panel->calcBoth();
+    const QSignalSpy changes(box()->document(), &QTextDocument::contentsChanged);
+    m_panel->message(QStringLiteral("one"));
+    QCOMPARE(changes.size(), 1);
+    QVERIFY(showsItsEnd());
+    m_panel->message(QStringLiteral("two"));
+    QCOMPARE(changes.size(), 2);
+}
+
+QTEST_MAIN(tst_FourPsMessages)
+#include "tst_FourPsMessages.moc"

@@ -1,0 +1,64 @@
+// Painters in every state that marks may meet.
+#pragma once
+
+#include "support/PictureTools.h"
+
+#include <QPainter>
+#include <QTest>
+
+#include <functional>
+
+namespace tests
+{
+
+/// Sets a painter's state up, ahead of the pen.
+using PainterState = std::function<void(QPainter*)>;
+
+/// Rows of a state and the scale of the device, for marks that every place gives
+/// the same pixels (@p plain) or for all others.
+inline void addPainterStates(bool plain)
+{
+    QTest::addColumn<PainterState>("state");
+    QTest::addColumn<double>("scale");
+    const auto add = [](const char* name, const PainterState& state, double scale = 1.0) {
+        QTest::newRow(name) << state << scale;
+    };
+    if (plain) {
+        add("as it is", [](QPainter*) {});
+        add("moved by whole pixels", [](QPainter* p) { p->translate(13, -7); });
+        add("clipped to a rectangle", [](QPainter* p) { p->setClipRect(31, 22, 97, 83); });
+        add("clipped to a region", [](QPainter* p) {
+            p->setClipRegion(QRegion(20, 20, 90, 90, QRegion::Ellipse).xored({60, 40, 200, 33}));
+        });
+        return;
+    }
+    add("moved by part of a pixel", [](QPainter* p) { p->translate(0.5, 0.25); });
+    add("scaled", [](QPainter* p) { p->scale(1.5, 0.75); });
+    add("mirrored", [](QPainter* p) {
+        p->translate(150, 0);
+        p->scale(-1, 1);
+    });
+    add("turned", [](QPainter* p) { p->rotate(20); });
+    add("smooth", [](QPainter* p) { p->setRenderHint(QPainter::Antialiasing); });
+    add("half seen", [](QPainter* p) { p->setOpacity(0.5); });
+    add("filled", [](QPainter* p) { p->setBrush(Qt::yellow); });
+    add("combined", [](QPainter* p) { p->setCompositionMode(QPainter::CompositionMode_Xor); });
+    add(
+        "fine device", [](QPainter*) {}, 2.0);
+    add(
+        "device in between", [](QPainter*) {}, 1.25);
+}
+
+/// A white picture of @p size, device pixels of that scale.
+inline QImage scaledPicture(const QSize& size, double scale,
+                            QImage::Format format = QImage::Format_RGB32)
+{
+    QImage image(size * scale, format);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::white);
+    return image;
+}
+
+} // namespace tests
+
+Q_DECLARE_METATYPE(tests::PainterState)
