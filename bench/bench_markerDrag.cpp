@@ -1,9 +1,15 @@
 // What one move and one release of a dragged edge marker cost, from the mouse
 // event to the repainted graph window: with nothing loaded, and with four
 // references, a target and eight maps of 1000 x 1000 pixels. Each valid
-// reference runs the whole reflex within a move.
+// reference runs the whole reflex within a move. Beside the loaded move stands one
+// calculation and one paint of the plots by the reference implementations.
 
 #include "support/PanelDesk.h"
+#include "support/PlainFits.h"
+#include "support/PlainHistograms.h"
+#include "support/PlainSpectra.h"
+#include "support/PlainThickness.h"
+#include "support/RatioReporter.h"
 
 #include <benchmark/benchmark.h>
 
@@ -14,6 +20,83 @@ namespace
 {
 
 using Desk = bench::PanelDesk<1000>;
+
+tests::PlainNeqStack plainStack(const FourPs& panel)
+{
+    constexpr int references = 4;
+    tests::PlainNeqStack stack;
+    stack.jumpSum = references;
+    for (int j = 0; j < references; ++j) {
+        QList<double> values;
+        for (const double energyEv : bench::desk::energiesEv) {
+            values.append(bench::desk::absorbed(j, energyEv) - 0.1);
+        }
+        stack.refValues.append(values);
+        stack.weights.append(1.0 / references);
+        stack.valences.append(QString::number(j));
+    }
+    stack.energies =
+        QList<double>(bench::desk::energiesEv.cbegin(), bench::desk::energiesEv.cend());
+    for (const AEPoint* row : panel.EPoints) {
+        stack.maps.append(row);
+    }
+    return stack;
+}
+
+tests::PlainCurve curveOf(const AMutE& spectrum)
+{
+    tests::PlainCurve curve;
+    for (const MutPoint& point : spectrum.points) {
+        curve.points.append(QPointF(point.energy, point.mut));
+    }
+    return curve;
+}
+
+/// One picture of each plot with data: the spectra's own plots, all of them in one,
+/// the histograms, and thickness against valence.
+void paintPlainPlots(const FourPs& panel, const A2DData& result,
+                     const tests::PlainNeqHistograms& counts)
+{
+    const auto sizeOf = [&](Displays::DispId id) { return panel.Disps->frame(id)->DispA->size(); };
+    const tests::PlotRange energies{8100.0, 0.0, 8999.0, 1.4};
+    tests::PlainSpectra all(sizeOf(Displays::DMuts), energies);
+    for (const AXafsFileSelect* row : panel.XafsFiles) {
+        all.curves.append(curveOf(*row));
+        tests::PlainSpectra single(sizeOf(Displays::DRef1), energies);
+        single.curves = {all.curves.last()};
+        benchmark::DoNotOptimize(single.picture());
+    }
+    benchmark::DoNotOptimize(all.picture());
+    for (const tests::PlainHistogram& histogram : {counts.valence, counts.total}) {
+        tests::PlainHistograms bars;
+        bars.main = tests::readyCounts(-0.48, 1.52, histogram.bins);
+        bars.mainColor = Qt::blue;
+        const double highest = bars.main.total + 1.0;
+        benchmark::DoNotOptimize(
+            bars.picture({sizeOf(Displays::DHistA), {-0.5, 0.0, 1.5, highest}}));
+    }
+    tests::PlainThickness thickness;
+    for (const A2DRow& row : result.rows) {
+        thickness.points.append(QPointF(row.values.at(11), row.values.at(12)));
+    }
+    benchmark::DoNotOptimize(
+        thickness.picture({sizeOf(Displays::DDMutVsA), {-0.5, -0.5, 4.5, 4.5}}));
+}
+
+/// One calculation and one paint.
+void movePlain(benchmark::State& state)
+{
+    const Desk desk(true);
+    const tests::PlainNeqStack stack = plainStack(desk.panel);
+    for ([[maybe_unused]] auto run : state) {
+        const tests::PlainHistogram shares{-0.5, 0.04, QList<int>(51, 0), 0, 0, 0};
+        const QList<tests::PlainHistogram> ofReferences(4, shares);
+        tests::PlainNeqHistograms histograms{shares, shares, ofReferences, ofReferences};
+        A2DData result;
+        tests::plainNonEquivalent(stack, result, histograms);
+        paintPlainPlots(desk.panel, result, histograms);
+    }
+}
 
 void move(benchmark::State& state, bool loaded)
 {
@@ -48,16 +131,14 @@ void release(benchmark::State& state, bool loaded)
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
-    QApplication application(argc, argv);
-    for (const bool loaded : {false, true}) {
-        const std::string name = loaded ? "/loaded" : "/nothing";
-        benchmark::RegisterBenchmark(("move" + name).c_str(), move, loaded)
-            ->Unit(benchmark::kMillisecond);
-        benchmark::RegisterBenchmark(("release" + name).c_str(), release, loaded)
-            ->Unit(benchmark::kMillisecond);
-    }
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    const QApplication application(argc, argv);
+    const auto add = [](const char* name, auto measure, auto... arguments) {
+        benchmark::RegisterBenchmark(name, measure, arguments...)->Unit(benchmark::kMillisecond);
+    };
+    add("markerMove/plain", movePlain);
+    add("markerMove/product", move, true);
+    add("move/nothing", move, false);
+    add("release/nothing", release, false);
+    add("release/loaded", release, true);
+    return bench::runWithRatios(argc, argv);
 }
