@@ -4,10 +4,15 @@
 #include "display/GridLines.h"
 #include "display/LayeredMarks.h"
 #include "display/MarkPlaces.h"
+#include "display/MarkStamp.h"
+#include "display/PixelSet.h"
 #include "display/Pixels.h"
 #include "display/PointMarks.h"
 
 #include <QStylePainter>
+
+#include <algorithm>
+#include <vector>
 
 Graph::Range ComparisonGraph::range() const
 {
@@ -49,13 +54,30 @@ void ComparisonGraph::drawPoints(QPainter* p, const display::MarkPlaces& places)
     marks.draw(p);
 }
 
+/// Where a pixel of the plot is none of the device, as on a fine screen. A point
+/// that has a newer one on its very place is left out where it does not show.
 void ComparisonGraph::drawOneByOne(QPainter* p, const display::MarkPlaces& places) const
 {
-    for (const LCFPoint& point : points) {
-        if (const auto place = places.at(point.lcfValence, point.fourPsValence)) {
-            p->setPen(colors.isEmpty() ? QColor(Qt::black)
-                                       : colors.at(point.color % colors.size()));
-            display::drawMark(p, *place);
+    const auto colorOf = [this](const LCFPoint& point) {
+        return colors.isEmpty() ? QColor(Qt::black) : colors.at(point.color % colors.size());
+    };
+    const bool isCovered = std::all_of(colors.cbegin(), colors.cend(), [p](const QColor& color) {
+        return display::isSameDrawnTwice(*p, QPen(color));
+    });
+    struct Mark {
+        QPoint place;
+        const LCFPoint* point;
+    };
+    std::vector<Mark> marks; // the newest first
+    display::PixelSet taken(places.area());
+    for (auto point = points.crbegin(); point != points.crend(); ++point) {
+        const auto place = places.at(point->lcfValence, point->fourPsValence);
+        if (place && (taken.insert(*place) || !isCovered)) {
+            marks.push_back({*place, &*point});
         }
+    }
+    for (auto mark = marks.crbegin(); mark != marks.crend(); ++mark) {
+        p->setPen(colorOf(*mark->point));
+        display::drawMark(p, mark->place);
     }
 }

@@ -2,10 +2,12 @@
 #include "display/ComparisonGraph.h"
 
 #include "support/GraphPlot.h"
+#include "support/MarkPainters.h"
 #include "support/PlainComparison.h"
 
 #include <QTest>
 
+#include <algorithm>
 #include <limits>
 #include <random>
 
@@ -79,6 +81,8 @@ private Q_SLOTS:
     void crowdLooksLikePointByPoint_data();
     void crowdLooksLikePointByPoint();
     void transparentColorsShowEveryPoint();
+    void fineScreenShowsTheNewestAtEachPlace_data();
+    void fineScreenShowsTheNewestAtEachPlace();
     void colorsBeginAgainAfterTheLast();
     void withoutColorsPointsAreBlack();
     void diagonalGoesNoFurtherThanTheValences();
@@ -182,6 +186,43 @@ void tst_ComparisonGraph::transparentColorsShowEveryPoint()
     ComparisonGraph graph;
     fill(&graph, 2.0, 3.0, points);
     QVERIFY(isSamePicture(painted(graph), plain(2.0, 3.0, points)));
+}
+
+void tst_ComparisonGraph::fineScreenShowsTheNewestAtEachPlace_data()
+{
+    QTest::addColumn<int>("alpha");
+    QTest::addColumn<bool>("showsOlderOnes");
+    QTest::newRow("opaque") << 255 << false;
+    QTest::newRow("transparent") << 100 << true;
+}
+
+void tst_ComparisonGraph::fineScreenShowsTheNewestAtEachPlace()
+{
+    QFETCH(int, alpha);
+    QFETCH(bool, showsOlderOnes);
+    const auto pictureOf = [](const QList<PlainPoint>& points) {
+        ComparisonGraph graph;
+        fill(&graph, 2.0, 3.0, points);
+        const GraphPlot plot(graph, evenSize, QStringLiteral("LCF"), QStringLiteral("MPs"));
+        QImage picture = scaledPicture(evenSize, 2.0);
+        plot.DispA->render(&picture);
+        return picture;
+    };
+    // Places that overlap, in an order that matters, each taken many times.
+    QList<PlainPoint> newest = crowd(200);
+    for (PlainPoint& point : newest) {
+        point.color.setAlpha(alpha);
+    }
+    QList<PlainPoint> older;
+    for (int round = 1; round < 20; ++round) {
+        for (int i = 0; i < newest.size(); ++i) {
+            const QColor color = newest.at((i + round) % newest.size()).color;
+            older.append({newest.at(i).fit, newest.at(i).target, color});
+        }
+    }
+    QCOMPARE(pictureOf(older + newest) != pictureOf(newest), showsOlderOnes);
+    std::reverse(newest.begin(), newest.end());
+    QVERIFY(pictureOf(older + newest) == pictureOf(newest) || showsOlderOnes);
 }
 
 void tst_ComparisonGraph::colorsBeginAgainAfterTheLast()
