@@ -43,11 +43,12 @@ const QList<double> secondShape{0.02, 0.01, 0.1, 0.5, 0.8, 1.4, 1.05, 1.0};
 constexpr int width = 13;
 constexpr int height = 11;
 
-/// A text map of intensities that follow from @p seed.
+/// A text map of intensities that follow from @p seed; maps of one size differ in
+/// nothing else.
 QByteArray textMap(int seed, int columns = width, int lines = height)
 {
-    QByteArray text = "# map " + QByteArray::number(seed) + "\n# X-NUM " +
-                      QByteArray::number(columns) + "\n# Y-NUM " + QByteArray::number(lines) + '\n';
+    QByteArray text =
+        "# X-NUM " + QByteArray::number(columns) + "\n# Y-NUM " + QByteArray::number(lines) + '\n';
     std::mt19937_64 random(static_cast<unsigned>(seed));
     for (int y = 0; y < lines; ++y) {
         for (int x = 0; x < columns; ++x) {
