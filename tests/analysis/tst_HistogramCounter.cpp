@@ -1,0 +1,332 @@
+// Counting of whole blocks, beside the counting of single values.
+#include "analysis/HistogramCounter.h"
+
+#include "analysis/HistogramCounts.h"
+#include "support/OddMaps.h"
+#include "support/PlainMapForms.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+using analysis::Block;
+using analysis::blockPixels;
+using analysis::HistogramCounter;
+using analysis::Instructions;
+
+namespace
+{
+
+using Values = std::vector<double>;
+
+constexpr double inf = std::numeric_limits<double>::infinity();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+bool sameCounts(const HistogramCounts& a, const HistogramCounts& b)
+{
+    return a.bins == b.bins && a.under == b.under && a.over == b.over && a.total == b.total &&
+           a.boxes == b.boxes && tests::sameDouble(a.minV, b.minV) &&
+           tests::sameDouble(a.maxV, b.maxV) && tests::sameDouble(a.step, b.step);
+}
+
+bool sameCounts(const HistogramCounts& a, const tests::PlainHistogram& plain)
+{
+    return a.bins == plain.bins && a.under == plain.under && a.over == plain.over &&
+           a.total == plain.total;
+}
+
+/// Counts @p values in blocks of @p perBlock; behind them in each block stand
+/// numbers that @p counts would count.
+/// @return whether @p counts were left alone until the end
+bool countInBlocks(HistogramCounts& counts, const Values& values, int perBlock,
+                   Instructions instructions)
+{
+    HistogramCounter counter(counts);
+    const HistogramCounts before = counts;
+    for (std::size_t first = 0; first < values.size();) {
+        Block block;
+        block.fill(first % 2 == 0 ? before.minV : notANumber);
+        int count = 0;
+        for (; count < perBlock && first < values.size(); ++count, ++first) {
+            block[static_cast<std::size_t>(count)] = values[first];
+        }
+        counter.add(block, count, instructions);
+    }
+    const bool isUntouched = sameCounts(counts, before);
+    counter.finish();
+    return isUntouched;
+}
+
+/// Values on, beside and between the edges of bins, outside of them, and none.
+Values valuesFor(const HistogramCounts& counts, std::mt19937_64& random, int number)
+{
+    Values values;
+    for (int i = 0; i < number; ++i) {
+        const int bin = tests::wholeNumber(random, -3, counts.boxes + 3);
+        const double edge = counts.minV + counts.step * bin;
+        switch (tests::wholeNumber(random, 0, 6)) {
+        case 0:
+            values.push_back(edge);
+            break;
+        case 1:
+            values.push_back(std::nextafter(edge, inf));
+            break;
+        case 2:
+            values.push_back(std::nextafter(edge, -inf));
+            break;
+        case 3:
+            values.push_back(tests::oddNumbers[random() % tests::oddNumbers.size()]);
+            break;
+        case 4: // around the integer range
+            values.push_back(counts.minV +
+                             counts.step * (2147483648.0 * (tests::onceIn(random, 2) ? 1 : -1) +
+                                            tests::wholeNumber(random, -2, 2)));
+            break;
+        default:
+            values.push_back(edge + counts.step *
+                                        std::uniform_real_distribution<double>(0.0, 1.0)(random));
+        }
+    }
+    return values;
+}
+
+/// Whether counting in blocks and one by one, by either means, is the same.
+bool isCountedAlike(double from, double to, int boxes, const Values& values, int perBlock)
+{
+    HistogramCounts started;
+    started.start(from, to, boxes);
+    HistogramCounts expected = started;
+    tests::PlainHistogram plain{started.minV, started.step, started.bins, 0, 0, 0};
+    for (const double value : values) {
+        expected.add(value);
+        tests::plainCount(plain, value);
+    }
+    bool isAlike = sameCounts(expected, plain);
+    for (const Instructions instructions : analysis::availableInstructions()) {
+        HistogramCounts counts = started;
+        isAlike = countInBlocks(counts, values, perBlock, instructions) && isAlike;
+        isAlike = sameCounts(counts, expected) && isAlike;
+    }
+    return isAlike;
+}
+
+} // namespace
+
+class tst_HistogramCounter : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyValueIsCountedAsByItself_data();
+    void everyValueIsCountedAsByItself();
+    void everyLengthOfABlockIsCounted();
+    void valuesBehindTheCountAreNotCounted_data();
+    void valuesBehindTheCountAreNotCounted();
+    void edgesBelongToTheBinAbove();
+    void lessThanOneBinBelowFallsIntoTheFirst();
+    void valuesPastTheIntegersCountBelow();
+    void sameBinThroughoutIsCountedWhole();
+    void earlierCountsStay();
+    void higherEarlierCountStaysTheHighest();
+    void nothingIsCountedBeforeTheEnd();
+    void noBlockAtAllChangesNothing();
+};
+
+void tst_HistogramCounter::everyValueIsCountedAsByItself_data()
+{
+    QTest::addColumn<double>("from");
+    QTest::addColumn<double>("to");
+    QTest::addColumn<int>("boxes");
+    const QList<std::pair<double, double>> limits{
+        {0.0, 1.0},        {-0.48, 1.52},     {1.52, -0.48},   {1.0, 1.0},
+        {notANumber, 1.0}, {0.0, notANumber}, {0.0, inf},      {-inf, inf},
+        {-1e308, 1e308},   {0.0, 5e-324},     {1e15, 1e15 + 8}};
+    for (const int boxes : {0, 1, 2, 51, 1023, 1024, 1025}) {
+        for (const auto& [from, to] : limits) {
+            QTest::addRow("%d boxes, %g to %g", boxes, from, to) << from << to << boxes;
+        }
+    }
+    QTest::newRow("1000000 boxes") << 0.0 << 1.0 << 1000000;
+    QTest::newRow("1000000 boxes, descending") << 7.0 << -1.0 << 1000000;
+}
+
+void tst_HistogramCounter::everyValueIsCountedAsByItself()
+{
+    QFETCH(double, from);
+    QFETCH(double, to);
+    QFETCH(int, boxes);
+    HistogramCounts counts;
+    counts.start(from, to, boxes);
+    std::mt19937_64 random(static_cast<unsigned>(boxes) + 1U);
+    QVERIFY(isCountedAlike(from, to, boxes, valuesFor(counts, random, 3000), blockPixels));
+    if (boxes <= 2000) {
+        QVERIFY(isCountedAlike(from, to, boxes, valuesFor(counts, random, 500), 7));
+    }
+}
+
+void tst_HistogramCounter::everyLengthOfABlockIsCounted()
+{
+    HistogramCounts counts;
+    counts.start(0.0, 1.0, 11);
+    std::mt19937_64 random(3);
+    for (int perBlock = 1; perBlock <= blockPixels; ++perBlock) {
+        QVERIFY(
+            isCountedAlike(0.0, 1.0, 11, valuesFor(counts, random, 2 * perBlock + 1), perBlock));
+    }
+}
+
+void tst_HistogramCounter::valuesBehindTheCountAreNotCounted_data()
+{
+    QTest::addColumn<int>("boxes");
+    QTest::addColumn<int>("count");
+    for (const int boxes : {11, 2000}) {
+        for (int count = 0; count <= blockPixels; ++count) {
+            QTest::addRow("%d boxes, %d values", boxes, count) << boxes << count;
+        }
+    }
+}
+
+void tst_HistogramCounter::valuesBehindTheCountAreNotCounted()
+{
+    QFETCH(int, boxes);
+    QFETCH(int, count);
+    for (const Instructions instructions : analysis::availableInstructions()) {
+        HistogramCounts counts;
+        counts.start(0.0, 1.0, boxes);
+        Block block;
+        block.fill(1.0); // would be in the last bin
+        std::fill_n(block.begin(), count, 0.0);
+        HistogramCounter counter(counts);
+        counter.add(block, count, instructions);
+        counter.add(block, 0, instructions);
+        counter.finish();
+        QCOMPARE(counts.bins.first(), count);
+        QCOMPARE(counts.bins.last(), 0);
+        QCOMPARE(counts.total, count);
+        QCOMPARE(counts.under + counts.over, 0);
+    }
+}
+
+// Four bins of width 2 with the edges 0, 2, 4, 6, 8: all exact in binary.
+void tst_HistogramCounter::edgesBelongToTheBinAbove()
+{
+    for (const Instructions instructions : analysis::availableInstructions()) {
+        HistogramCounts counts;
+        counts.start(1.0, 7.0, 4);
+        Block block{};
+        const Values edges{0.0, 2.0, 4.0, 6.0, 8.0, std::nextafter(8.0, 0.0)};
+        std::copy(edges.begin(), edges.end(), block.begin());
+        HistogramCounter counter(counts);
+        counter.add(block, 6, instructions);
+        counter.finish();
+        QCOMPARE(counts.bins, (QList<int>{1, 1, 1, 2}));
+        QCOMPARE(counts.over, 1);
+        QCOMPARE(counts.under, 0);
+    }
+}
+
+void tst_HistogramCounter::lessThanOneBinBelowFallsIntoTheFirst()
+{
+    for (const Instructions instructions : analysis::availableInstructions()) {
+        HistogramCounts counts;
+        counts.start(1.0, 7.0, 4);
+        Block block{};
+        const Values below{-0.0, -5e-324, -1.0, std::nextafter(-2.0, 0.0), -2.0, -3.0};
+        std::copy(below.begin(), below.end(), block.begin());
+        HistogramCounter counter(counts);
+        counter.add(block, 6, instructions);
+        counter.finish();
+        QCOMPARE(counts.bins, (QList<int>{4, 0, 0, 0}));
+        QCOMPARE(counts.under, 2);
+    }
+}
+
+// 2^31 bins of width 2 above the lower edge of 0.
+void tst_HistogramCounter::valuesPastTheIntegersCountBelow()
+{
+    for (const Instructions instructions : analysis::availableInstructions()) {
+        HistogramCounts counts;
+        counts.start(1.0, 7.0, 4);
+        Block block{};
+        const Values far{4294967294.0, 4294967295.9, 4294967296.0, 1e300, inf, -inf, notANumber};
+        std::copy(far.begin(), far.end(), block.begin());
+        HistogramCounter counter(counts);
+        counter.add(block, 7, instructions);
+        counter.finish();
+        QCOMPARE(counts.over, 2);
+        QCOMPARE(counts.under, 5);
+        QCOMPARE(counts.total, 0);
+    }
+}
+
+void tst_HistogramCounter::sameBinThroughoutIsCountedWhole()
+{
+    QVERIFY(isCountedAlike(0.0, 1.0, 11, Values(1000, 0.5), blockPixels));
+    QVERIFY(isCountedAlike(0.0, 1.0, 5000, Values(1000, 0.5), blockPixels));
+}
+
+void tst_HistogramCounter::earlierCountsStay()
+{
+    for (const int boxes : {3, 2000}) {
+        HistogramCounts counts;
+        counts.start(0.0, 1.0, boxes);
+        std::mt19937_64 random(5);
+        HistogramCounts expected = counts;
+        for (int round = 0; round < 4; ++round) {
+            const Values values = valuesFor(counts, random, 100);
+            for (const double value : values) {
+                expected.add(value);
+            }
+            if (round % 2 == 0) {
+                QVERIFY(
+                    countInBlocks(counts, values, blockPixels, analysis::fastestInstructions()));
+            } else {
+                for (const double value : values) {
+                    counts.add(value);
+                }
+            }
+            QVERIFY(sameCounts(counts, expected));
+        }
+    }
+}
+
+void tst_HistogramCounter::higherEarlierCountStaysTheHighest()
+{
+    HistogramCounts counts;
+    counts.start(0.0, 1.0, 11);
+    for (int i = 0; i < 9; ++i) {
+        counts.add(0.0);
+    }
+    QVERIFY(countInBlocks(counts, Values(4, 1.0), blockPixels, analysis::fastestInstructions()));
+    QCOMPARE(counts.total, 9);
+    QVERIFY(countInBlocks(counts, Values(6, 1.0), blockPixels, analysis::fastestInstructions()));
+    QCOMPARE(counts.total, 10);
+}
+
+void tst_HistogramCounter::nothingIsCountedBeforeTheEnd()
+{
+    HistogramCounts counts;
+    counts.start(0.0, 1.0, 11);
+    Block block;
+    block.fill(0.5);
+    HistogramCounter counter(counts);
+    counter.add(block, blockPixels);
+    QCOMPARE(counts.bins, QList<int>(11, 0));
+    counter.finish();
+    QCOMPARE(counts.bins.at(5), blockPixels);
+}
+
+void tst_HistogramCounter::noBlockAtAllChangesNothing()
+{
+    HistogramCounts counts;
+    counts.start(0.0, 1.0, 11);
+    counts.add(0.5);
+    const HistogramCounts before = counts;
+    HistogramCounter counter(counts);
+    counter.finish();
+    QVERIFY(sameCounts(counts, before));
+}
+
+QTEST_APPLESS_MAIN(tst_HistogramCounter)
+#include "tst_HistogramCounter.moc"

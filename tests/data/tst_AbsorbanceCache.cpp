@@ -1,0 +1,418 @@
+// The absorbance of maps that is kept from one calculation to the next.
+#include "data/AbsorbanceCache.h"
+
+#include "support/OddMaps.h"
+#include "support/PlainMapForms.h"
+#include "support/ReadyMap.h"
+
+#include <QTest>
+
+#include <functional>
+#include <utility>
+
+using data::AbsorbanceCache;
+using tests::Kind;
+using tests::readyMap;
+using tests::sameDouble;
+
+namespace
+{
+
+using Change = std::function<void(A2DData&)>;
+
+/// Whether @p cache has the absorbance of each row of @p map.
+bool isRight(const AbsorbanceCache& cache, const A2DData& map)
+{
+    const double* const values = cache.of(map);
+    if (map.rows.isEmpty() || values == nullptr) {
+        return map.rows.isEmpty() && values == nullptr;
+    }
+    A2DData line = map; // its rows in a single line
+    line.xNum = static_cast<int>(map.rows.size());
+    line.yNum = 1;
+    for (int i = 0; i < line.xNum; ++i) {
+        if (!sameDouble(values[i], data::pixelMut(line, i, 0)) ||
+            !sameDouble(values[i], tests::plainPixelMut(line, i, 0))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// A map with a row for each pair of odd numbers.
+A2DData mapOfOddPairs()
+{
+    A2DData map;
+    for (const double intensity : tests::oddNumbers) {
+        for (const double i0 : tests::oddNumbers) {
+            map.rows.append({1.0, 2.0, intensity, i0, {}});
+        }
+    }
+    map.xNum = map.yNum = static_cast<int>(tests::oddNumbers.size());
+    return map;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Change)
+
+class tst_AbsorbanceCache : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void numbersAreThoseOfThePixels_data();
+    void numbersAreThoseOfThePixels();
+    void absorbanceByHand();
+    void claimedSizePlaysNoPart();
+    void nothingIsKnownOfAMapThatWasNotMadeReady();
+    void emptyMapsHaveNoAbsorbance();
+    void sameMapTwiceInTheListHasOneArray();
+    void mapsThatShareTheirRowsShareOneArray();
+    void absorbanceOutlivesTheMap();
+    void changeIsSeenAndReadAgain_data();
+    void changeIsSeenAndReadAgain();
+    void changeOfOneOfTwoSharingMapsLeavesTheOther();
+    void unchangedMapKeepsItsArray();
+    void mapsNotAskedForAreForgotten();
+    void rowsOfAChangedMapAreLetGo();
+    void emptyListForgetsAll();
+    void memoryOfAForgottenMapIsUsedAgain();
+    void memoryThatIsTooSmallIsReplaced();
+    void muchLargerMemoryIsGivenBack();
+    void randomHistory_data();
+    void randomHistory();
+};
+
+void tst_AbsorbanceCache::numbersAreThoseOfThePixels_data()
+{
+    QTest::addColumn<A2DData>("map");
+    std::mt19937_64 random(1);
+    QTest::newRow("odd pairs") << mapOfOddPairs();
+    for (const Kind kind : tests::allKinds) {
+        for (const int rows : {1, 3, 63, 64, 65, 300}) {
+            QTest::addRow("%s, %d rows", tests::nameOf(kind), rows)
+                << tests::mapOf(kind, 7, 9, rows, random);
+        }
+    }
+}
+
+void tst_AbsorbanceCache::numbersAreThoseOfThePixels()
+{
+    QFETCH(A2DData, map);
+    AbsorbanceCache cache;
+    cache.prepare({&map});
+    QVERIFY(cache.of(map) != nullptr);
+    QVERIFY(isRight(cache, map));
+}
+
+void tst_AbsorbanceCache::absorbanceByHand()
+{
+    A2DData map;
+    map.rows = {{0, 0, 5.0, 0.0, {}}, {0, 0, 0.0, 3.0, {}}, {0, 0, 1.0, 1.0, {}}};
+    AbsorbanceCache cache;
+    cache.prepare({&map});
+    QCOMPARE(cache.of(map)[0], 5.0); // ready
+    QCOMPARE(cache.of(map)[1], 1.0); // nothing came through
+    QCOMPARE(cache.of(map)[2], 0.0); // ln(1)
+}
+
+void tst_AbsorbanceCache::claimedSizePlaysNoPart()
+{
+    A2DData map = readyMap(3, 1, {1, 2, 3});
+    AbsorbanceCache cache;
+    cache.prepare({&map});
+    for (const int width : {-3, 0, 1, 3, 1000}) {
+        map.xNum = width;
+        map.yNum = width;
+        QVERIFY(isRight(cache, map));
+        cache.prepare({&map});
+        QVERIFY(isRight(cache, map));
+    }
+}
+
+void tst_AbsorbanceCache::nothingIsKnownOfAMapThatWasNotMadeReady()
+{
+    const A2DData map = readyMap(2, 1, {1, 2});
+    const A2DData equal = readyMap(2, 1, {1, 2});
+    AbsorbanceCache cache;
+    QVERIFY(cache.of(map) == nullptr);
+    cache.prepare({&map});
+    QVERIFY(cache.of(map) != nullptr);
+    QVERIFY(cache.of(equal) == nullptr);
+}
+
+void tst_AbsorbanceCache::emptyMapsHaveNoAbsorbance()
+{
+    const A2DData none;
+    A2DData cleared = readyMap(2, 1, {1, 2});
+    cleared.rows.clear();
+    A2DData claiming;
+    claiming.xNum = claiming.yNum = 4;
+    const A2DData map = readyMap(2, 1, {1, 2});
+    AbsorbanceCache cache;
+    cache.prepare({&none, &map, &cleared, &claiming});
+    QVERIFY(cache.of(none) == nullptr);
+    QVERIFY(cache.of(cleared) == nullptr);
+    QVERIFY(cache.of(claiming) == nullptr);
+    QVERIFY(isRight(cache, map));
+}
+
+void tst_AbsorbanceCache::sameMapTwiceInTheListHasOneArray()
+{
+    const A2DData a = readyMap(2, 1, {1, 2});
+    const A2DData b = readyMap(2, 1, {3, 4});
+    AbsorbanceCache cache;
+    for (int round = 0; round < 2; ++round) {
+        cache.prepare({&a, &b, &a, &a, &b});
+        QVERIFY(isRight(cache, a));
+        QVERIFY(isRight(cache, b));
+        QVERIFY(cache.of(a) != cache.of(b));
+    }
+    cache.prepare({}); // no second entry holds them
+    QVERIFY(a.rows.isDetached());
+    QVERIFY(b.rows.isDetached());
+}
+
+void tst_AbsorbanceCache::mapsThatShareTheirRowsShareOneArray()
+{
+    const A2DData a = readyMap(3, 1, {1, 2, 3});
+    A2DData b = a;
+    b.xNum = 1;
+    b.yNum = 3;
+    AbsorbanceCache cache;
+    cache.prepare({&a, &b});
+    QVERIFY(cache.of(a) != nullptr);
+    QVERIFY(cache.of(a) == cache.of(b));
+    const A2DData later = a;
+    QVERIFY(cache.of(later) == cache.of(a));
+}
+
+void tst_AbsorbanceCache::absorbanceOutlivesTheMap()
+{
+    AbsorbanceCache cache;
+    const double* values = nullptr;
+    {
+        const A2DData map = readyMap(2, 1, {1, 2});
+        cache.prepare({&map});
+        values = cache.of(map);
+    }
+    QCOMPARE(values[1], 2.0);
+    // Rows that were let go of cannot be taken for those of a new map.
+    for (int round = 0; round < 100; ++round) {
+        const A2DData map = readyMap(2, 1, {5, 6});
+        QVERIFY(cache.of(map) == nullptr);
+    }
+}
+
+void tst_AbsorbanceCache::changeIsSeenAndReadAgain_data()
+{
+    QTest::addColumn<Change>("change");
+    const auto row = [](const char* name, const Change& change) { QTest::newRow(name) << change; };
+    row("first pixel in place", [](A2DData& map) { map.rows[0].intensity = 50.0; });
+    row("last pixel in place", [](A2DData& map) { map.rows.last().i0 = 50.0; });
+    row("written with what it was", [](A2DData& map) { map.rows[0].x = map.rows.at(0).x; });
+    row("row appended", [](A2DData& map) { map.rows.append({0, 0, 50.0, 0.0, {}}); });
+    row("row in front", [](A2DData& map) { map.rows.prepend({0, 0, 50.0, 0.0, {}}); });
+    row("row removed", [](A2DData& map) { map.rows.removeLast(); });
+    row("first row removed", [](A2DData& map) { map.rows.removeFirst(); });
+    row("truncated", [](A2DData& map) { map.rows.resize(3); });
+    row("made longer", [](A2DData& map) { map.rows.resize(100); });
+    row("exchanged within", [](A2DData& map) { map.rows.swapItemsAt(0, 4); });
+    row("filled", [](A2DData& map) { map.rows.fill({0, 0, 50.0, 0.0, {}}); });
+    row("equal copy", [](A2DData& map) { map = tests::ownCopy(map); });
+    row("detached", [](A2DData& map) { map.rows.detach(); });
+    row("another map", [](A2DData& map) { map = readyMap(5, 1, {9, 8, 7, 6, 5}); });
+    row("read again", [](A2DData& map) {
+        map.clear();
+        for (int i = 0; i < 5; ++i) {
+            map.rows.append({0, 0, 50.0 + i, 0.0, {}});
+        }
+    });
+    row("moved away and read again", [](A2DData& map) {
+        const QList<A2DRow> elsewhere = std::move(map.rows);
+        map.rows = readyMap(5, 1, {9, 8, 7, 6, 5}).rows;
+    });
+    row("changed in a copy", [](A2DData& map) {
+        A2DData copy = map;
+        copy.rows[2].intensity = 50.0;
+        map = copy;
+    });
+    row("cleared", [](A2DData& map) { map.clear(); });
+}
+
+void tst_AbsorbanceCache::changeIsSeenAndReadAgain()
+{
+    QFETCH(Change, change);
+    A2DData map = readyMap(5, 1, {1, 2, 3, 4, 5});
+    AbsorbanceCache cache;
+    cache.prepare({&map});
+    QVERIFY(isRight(cache, map));
+    change(map);
+    QVERIFY(cache.of(map) == nullptr);
+    cache.prepare({&map});
+    QVERIFY(isRight(cache, map));
+    change(map); // once more, from there
+    cache.prepare({&map});
+    QVERIFY(isRight(cache, map));
+}
+
+void tst_AbsorbanceCache::changeOfOneOfTwoSharingMapsLeavesTheOther()
+{
+    const A2DData a = readyMap(3, 1, {1, 2, 3});
+    A2DData b = a;
+    AbsorbanceCache cache;
+    cache.prepare({&a, &b});
+    const double* const before = cache.of(a);
+    b.rows[1].intensity = 50.0;
+    QVERIFY(cache.of(b) == nullptr);
+    QVERIFY(cache.of(a) == before);
+    cache.prepare({&b, &a});
+    QVERIFY(isRight(cache, a));
+    QVERIFY(isRight(cache, b));
+    QVERIFY(cache.of(a) == before);
+}
+
+void tst_AbsorbanceCache::unchangedMapKeepsItsArray()
+{
+    const A2DData a = readyMap(3, 1, {1, 2, 3});
+    const A2DData b = readyMap(3, 1, {4, 5, 6});
+    const A2DData c = readyMap(3, 1, {7, 8, 9});
+    AbsorbanceCache cache;
+    cache.prepare({&a, &b});
+    const double* const before = cache.of(b);
+    cache.prepare({&c, &b});
+    QVERIFY(cache.of(b) == before);
+    cache.prepare({&b});
+    QVERIFY(cache.of(b) == before);
+    QVERIFY(isRight(cache, b));
+}
+
+void tst_AbsorbanceCache::mapsNotAskedForAreForgotten()
+{
+    const A2DData a = readyMap(2, 1, {1, 2});
+    const A2DData b = readyMap(2, 1, {3, 4});
+    const A2DData c = readyMap(2, 1, {5, 6});
+    AbsorbanceCache cache;
+    cache.prepare({&a, &b});
+    QVERIFY(!a.rows.isDetached());
+    cache.prepare({&b, &c});
+    QVERIFY(cache.of(a) == nullptr);
+    QVERIFY(a.rows.isDetached());
+    QVERIFY(!b.rows.isDetached());
+    QVERIFY(isRight(cache, c));
+}
+
+void tst_AbsorbanceCache::rowsOfAChangedMapAreLetGo()
+{
+    A2DData map = readyMap(2, 1, {1, 2});
+    AbsorbanceCache cache;
+    cache.prepare({&map});
+    const QList<A2DRow> earlier = map.rows;
+    map.rows[0].intensity = 9.0;
+    QVERIFY(!earlier.isDetached());
+    cache.prepare({&map});
+    QVERIFY(earlier.isDetached());
+}
+
+void tst_AbsorbanceCache::emptyListForgetsAll()
+{
+    const A2DData map = readyMap(2, 1, {1, 2});
+    AbsorbanceCache cache;
+    cache.prepare({&map});
+    cache.prepare({});
+    QVERIFY(cache.of(map) == nullptr);
+    QVERIFY(map.rows.isDetached());
+}
+
+void tst_AbsorbanceCache::memoryOfAForgottenMapIsUsedAgain()
+{
+    A2DData map = readyMap(100, 1, QList<double>(100, 1.0));
+    AbsorbanceCache cache;
+    cache.prepare({&map});
+    const double* const before = cache.of(map);
+    for (const int rows : {100, 80, 100, 50}) {
+        map = readyMap(rows, 1, QList<double>(rows, 1.0 * rows));
+        cache.prepare({&map});
+        QVERIFY(cache.of(map) == before);
+        QVERIFY(isRight(cache, map));
+    }
+}
+
+void tst_AbsorbanceCache::memoryThatIsTooSmallIsReplaced()
+{
+    AbsorbanceCache cache;
+    for (const int rows : {10, 11, 5000, 5001}) {
+        const A2DData map = readyMap(rows, 1, QList<double>(rows, 1.0 * rows));
+        cache.prepare({&map});
+        QVERIFY(isRight(cache, map));
+    }
+}
+
+// The memory of a large map comes from pages of its own, so what a small one
+// gets cannot begin at the same place.
+void tst_AbsorbanceCache::muchLargerMemoryIsGivenBack()
+{
+    A2DData map = readyMap(10, 1, QList<double>(10, 1.0));
+    const A2DData small = map;
+    map.rows.resize(1'000'000);
+    AbsorbanceCache cache;
+    cache.prepare({&map});
+    const double* const before = cache.of(map);
+    map.clear();
+    cache.prepare({&small});
+    QVERIFY(cache.of(small) != before);
+    QVERIFY(isRight(cache, small));
+}
+
+void tst_AbsorbanceCache::randomHistory_data()
+{
+    QTest::addColumn<int>("seed");
+    for (int seed = 1; seed <= 8; ++seed) {
+        QTest::addRow("seed %d", seed) << seed;
+    }
+}
+
+void tst_AbsorbanceCache::randomHistory()
+{
+    QFETCH(int, seed);
+    std::mt19937_64 random(static_cast<unsigned>(seed));
+    QList<A2DData> maps(6);
+    const auto anyMap = [&]() -> A2DData& { return maps[tests::wholeNumber(random, 0, 5)]; };
+    AbsorbanceCache cache;
+    for (int round = 0; round < 150; ++round) {
+        A2DData& map = anyMap();
+        switch (tests::wholeNumber(random, 0, 6)) {
+        case 0:
+            map = tests::mapOf(Kind::Odd, 3, 3, tests::wholeNumber(random, 0, 90), random);
+            break;
+        case 1:
+            map.rows.append(tests::rowOf(Kind::Odd, random));
+            break;
+        case 2:
+            map = A2DData(anyMap());
+            break;
+        case 3:
+            map.clear();
+            break;
+        default:
+            if (!map.rows.isEmpty()) {
+                map.rows.last() = tests::rowOf(Kind::Odd, random);
+            }
+        }
+        QList<const A2DData*> wanted;
+        while (!tests::onceIn(random, 5)) {
+            wanted.append(&anyMap());
+        }
+        cache.prepare(wanted);
+        for (const A2DData* each : std::as_const(wanted)) {
+            QVERIFY(isRight(cache, *each));
+        }
+        for (const A2DData& each : std::as_const(maps)) {
+            QVERIFY(cache.of(each) == nullptr || isRight(cache, each));
+        }
+    }
+}
+
+QTEST_APPLESS_MAIN(tst_AbsorbanceCache)
+#include "tst_AbsorbanceCache.moc"

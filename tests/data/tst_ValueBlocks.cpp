@@ -1,0 +1,606 @@
+// The shared memory behind the lists of values in a result's rows.
+#include "data/ValueBlocks.h"
+
+#include "support/OddMaps.h"
+
+#include <QTest>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <utility>
+
+using data::ValueBlocks;
+using tests::ownCopy;
+
+namespace
+{
+
+using Rows = QList<A2DRow>;
+using Values = QList<double>;
+using Write = std::function<void(Values&)>;
+
+constexpr int length = 13;
+constexpr int blockRows = 64;
+
+/// What a fill numbered @p fill gives row @p row.
+Values valuesOf(qsizetype row, double fill, int count = length)
+{
+    Values values;
+    for (int k = 0; k < count; ++k) {
+        values.append(fill * 1e6 + static_cast<double>(row) * 100.0 + k);
+    }
+    return values;
+}
+
+/// Fills all of @p rows, block by block, and forgets the blocks behind.
+/// @return where each block begins
+QList<const double*> refill(ValueBlocks& blocks, Rows& rows, double fill, int count = length)
+{
+    QList<const double*> places;
+    const auto number = (rows.size() + blockRows - 1) / blockRows;
+    blocks.keepFirst(static_cast<std::size_t>(number));
+    for (qsizetype first = 0; first < rows.size(); first += blockRows) {
+        const auto here = static_cast<int>(std::min<qsizetype>(blockRows, rows.size() - first));
+        double* place = blocks.share(static_cast<std::size_t>(first / blockRows),
+                                     rows.data() + first, here, count);
+        places.append(place);
+        for (int i = 0; i < here; ++i) {
+            const Values values = valuesOf(first + i, fill, count);
+            place = std::copy(values.cbegin(), values.cend(), place);
+        }
+    }
+    return places;
+}
+
+bool areFilled(const Rows& rows, double fill, int count = length)
+{
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        if (rows.at(i).values != valuesOf(i, fill, count)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void addWrites()
+{
+    QTest::addColumn<Write>("write");
+    const auto row = [](const char* name, const Write& write) { QTest::newRow(name) << write; };
+    row("one value", [](Values& list) { list[3] = -1.0; });
+    row("the last value", [](Values& list) { list.last() = -1.0; });
+    row("a pointer", [](Values& list) { list.data()[0] = -1.0; });
+    row("iterators", [](Values& list) { std::reverse(list.begin(), list.end()); });
+    row("fill", [](Values& list) { list.fill(-1.0); });
+    row("fill longer", [](Values& list) { list.fill(-1.0, 900); });
+    row("append", [](Values& list) { list.append(-1.0); });
+    row("append many", [](Values& list) {
+        for (int i = 0; i < 2000; ++i) {
+            list.append(-i);
+        }
+    });
+    row("append itself", [](Values& list) { list.append(list); });
+    row("prepend", [](Values& list) { list.prepend(-1.0); });
+    row("prepend many", [](Values& list) {
+        for (int i = 0; i < 2000; ++i) {
+            list.prepend(-i);
+        }
+    });
+    row("insert", [](Values& list) { list.insert(5, 20, -1.0); });
+    row("erase", [](Values& list) { list.erase(list.begin() + 2, list.begin() + 6); });
+    row("remove the first", [](Values& list) { list.removeFirst(); });
+    row("remove the last", [](Values& list) { list.removeLast(); });
+    row("take, then append", [](Values& list) { list.append(list.takeFirst()); });
+    row("clear", [](Values& list) { list.clear(); });
+    row("clear, then append", [](Values& list) {
+        list.clear();
+        list.append(-1.0);
+    });
+    row("shorter", [](Values& list) { list.resize(4); });
+    row("longer", [](Values& list) { list.resize(40); });
+    row("longer than the block", [](Values& list) { list.resize(5000); });
+    row("reserve", [](Values& list) { list.reserve(2000); });
+    row("squeeze", [](Values& list) { list.squeeze(); });
+    row("reserve, append, squeeze", [](Values& list) {
+        list.reserve(100);
+        list.append(-1.0);
+        list.squeeze();
+    });
+    row("exchange", [](Values& list) {
+        Values other{-1.0, -2.0};
+        list.swap(other);
+    });
+    row("move away", [](Values& list) {
+        const Values elsewhere = std::move(list);
+        list = {-1.0};
+    });
+    row("detach", [](Values& list) { list.detach(); });
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Write)
+
+class tst_ValueBlocks : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void listsHaveTheirLengthAndTheirValues_data();
+    void listsHaveTheirLengthAndTheirValues();
+    void listsOfABlockFollowEachOther();
+    void earlierListsOfTheRowsAreReplaced();
+
+    void refillTakesTheSameMemory();
+    void refillAfterACopyIsGoneTakesTheSameMemory();
+    void refillWhileThereIsACopyTakesOtherMemory_data();
+    void refillWhileThereIsACopyTakesOtherMemory();
+    void copyInOneBlockLeavesTheMemoryOfOthers();
+
+    void copyOfAListStaysWhateverComes_data();
+    void copyOfAListStaysWhateverComes();
+    void copyOfAllRowsStaysWhateverComes();
+    void listsOutliveTheBlocks();
+
+    void writeLeavesTheNeighboursAlone_data();
+    void writeLeavesTheNeighboursAlone();
+    void writeOfTheLastOwnerIsRight_data();
+    void writeOfTheLastOwnerIsRight();
+    void writtenListIsReplacedByTheNextFill_data();
+    void writtenListIsReplacedByTheNextFill();
+
+    void rowsInAnotherOrderAreFilledRight();
+    void copiedRowIsFilledRight();
+    void rowWithTheListOfAnotherIsFilledRight();
+    void shorterLastBlockIsFilledRight();
+    void otherLengthIsFilledRight();
+    void otherRowsAreFilledRight();
+    void forgottenBlocksLeaveTheirLists();
+    void laterBlockMayComeFirst();
+
+    void randomHistory_data();
+    void randomHistory();
+};
+
+void tst_ValueBlocks::listsHaveTheirLengthAndTheirValues_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<int>("count");
+    for (const int number : {0, 1, 2, 63, 64, 65, 127, 128, 129, 1000}) {
+        for (const int count : {1, 13}) {
+            QTest::addRow("%d rows of %d", number, count) << number << count;
+        }
+    }
+}
+
+void tst_ValueBlocks::listsHaveTheirLengthAndTheirValues()
+{
+    QFETCH(int, number);
+    QFETCH(int, count);
+    ValueBlocks blocks;
+    Rows rows(number);
+    for (int fill = 1; fill <= 3; ++fill) {
+        refill(blocks, rows, fill, count);
+        QVERIFY(areFilled(rows, fill, count));
+    }
+}
+
+void tst_ValueBlocks::listsOfABlockFollowEachOther()
+{
+    ValueBlocks blocks;
+    Rows rows(5);
+    const double* const place = blocks.share(0, rows.data(), 5, length);
+    for (int i = 0; i < 5; ++i) {
+        QVERIFY(rows.at(i).values.constData() == place + i * length);
+        QCOMPARE(rows.at(i).values.size(), length);
+    }
+}
+
+void tst_ValueBlocks::earlierListsOfTheRowsAreReplaced()
+{
+    ValueBlocks blocks;
+    Rows rows(70);
+    const Values shared(20, -1.0);
+    for (A2DRow& row : rows) {
+        row.values = shared;
+    }
+    refill(blocks, rows, 1);
+    QVERIFY(areFilled(rows, 1));
+    QCOMPARE(shared, Values(20, -1.0));
+    QVERIFY(shared.isDetached());
+}
+
+void tst_ValueBlocks::refillTakesTheSameMemory()
+{
+    ValueBlocks blocks;
+    Rows rows(150);
+    const QList<const double*> places = refill(blocks, rows, 1);
+    for (int fill = 2; fill < 5; ++fill) {
+        QCOMPARE(refill(blocks, rows, fill), places);
+        QVERIFY(areFilled(rows, fill));
+    }
+}
+
+void tst_ValueBlocks::refillAfterACopyIsGoneTakesTheSameMemory()
+{
+    ValueBlocks blocks;
+    Rows rows(64);
+    const QList<const double*> places = refill(blocks, rows, 1);
+    {
+        const Values copy = rows.at(7).values;
+        const Rows all = rows;
+        QCOMPARE(copy, valuesOf(7, 1));
+    }
+    QCOMPARE(refill(blocks, rows, 2), places);
+    QVERIFY(areFilled(rows, 2));
+}
+
+void tst_ValueBlocks::refillWhileThereIsACopyTakesOtherMemory_data()
+{
+    QTest::addColumn<int>("row");
+    for (const int row : {0, 1, 30, 62, 63}) {
+        QTest::addRow("row %d", row) << row;
+    }
+}
+
+void tst_ValueBlocks::refillWhileThereIsACopyTakesOtherMemory()
+{
+    QFETCH(int, row);
+    ValueBlocks blocks;
+    Rows rows(64);
+    const QList<const double*> places = refill(blocks, rows, 1);
+    const Values copy = rows.at(row).values;
+    const QList<const double*> other = refill(blocks, rows, 2);
+    QVERIFY(other != places);
+    QVERIFY(areFilled(rows, 2));
+    QCOMPARE(copy, valuesOf(row, 1));
+    QCOMPARE(refill(blocks, rows, 3), other); // nobody has a copy of those
+    QVERIFY(areFilled(rows, 3));
+    QCOMPARE(copy, valuesOf(row, 1));
+}
+
+void tst_ValueBlocks::copyInOneBlockLeavesTheMemoryOfOthers()
+{
+    ValueBlocks blocks;
+    Rows rows(192);
+    const QList<const double*> places = refill(blocks, rows, 1);
+    const Values copy = rows.at(64).values;
+    const QList<const double*> other = refill(blocks, rows, 2);
+    QVERIFY(other.at(0) == places.at(0));
+    QVERIFY(other.at(1) != places.at(1));
+    QVERIFY(other.at(2) == places.at(2));
+    QCOMPARE(copy, valuesOf(64, 1));
+}
+
+void tst_ValueBlocks::copyOfAListStaysWhateverComes_data()
+{
+    QTest::addColumn<QString>("event");
+    for (const char* event : {"refilled", "rows cleared", "rows gone", "rows fewer", "blocks gone",
+                              "blocks forgotten", "all gone", "list written", "calculated anew"}) {
+        QTest::newRow(event) << QString(event);
+    }
+}
+
+void tst_ValueBlocks::copyOfAListStaysWhateverComes()
+{
+    QFETCH(QString, event);
+    auto blocks = std::make_unique<ValueBlocks>();
+    Rows rows(100);
+    refill(*blocks, rows, 1);
+    const QList<Values> copies{rows.at(0).values, rows.at(50).values, rows.at(63).values,
+                               rows.at(64).values, rows.at(99).values};
+    if (event == "rows cleared" || event == "calculated anew") {
+        rows.clear();
+    } else if (event == "rows gone") {
+        rows = {};
+    } else if (event == "rows fewer") {
+        rows.resize(30);
+    } else if (event == "blocks gone") {
+        blocks = std::make_unique<ValueBlocks>();
+    } else if (event == "blocks forgotten") {
+        blocks->keepFirst(0);
+    } else if (event == "list written") {
+        for (A2DRow& row : rows) {
+            row.values[0] = -1.0;
+        }
+    } else if (event == "all gone") {
+        rows = {};
+        blocks.reset();
+    }
+    if (event == "calculated anew") {
+        rows.resize(100);
+    }
+    if (blocks != nullptr) {
+        refill(*blocks, rows, 2);
+        QVERIFY(areFilled(rows, 2));
+        refill(*blocks, rows, 3);
+        QVERIFY(areFilled(rows, 3));
+    }
+    QCOMPARE(copies, (QList<Values>{valuesOf(0, 1), valuesOf(50, 1), valuesOf(63, 1),
+                                    valuesOf(64, 1), valuesOf(99, 1)}));
+}
+
+void tst_ValueBlocks::copyOfAllRowsStaysWhateverComes()
+{
+    auto blocks = std::make_unique<ValueBlocks>();
+    Rows rows(100);
+    refill(*blocks, rows, 1);
+    const Rows first = rows;
+    refill(*blocks, rows, 2);
+    Rows second = rows;
+    QVERIFY(areFilled(first, 1));
+    rows = {};
+    blocks.reset();
+    QVERIFY(areFilled(first, 1));
+    QVERIFY(areFilled(second, 2));
+    second[3].values[0] = -1.0;
+    QCOMPARE(second.at(4).values, valuesOf(4, 2));
+    QVERIFY(areFilled(first, 1));
+}
+
+void tst_ValueBlocks::listsOutliveTheBlocks()
+{
+    Rows rows(70);
+    {
+        ValueBlocks blocks;
+        refill(blocks, rows, 1);
+    }
+    QVERIFY(areFilled(rows, 1));
+    ValueBlocks others;
+    refill(others, rows, 2);
+    QVERIFY(areFilled(rows, 2));
+}
+
+void tst_ValueBlocks::writeLeavesTheNeighboursAlone_data()
+{
+    addWrites();
+}
+
+void tst_ValueBlocks::writeLeavesTheNeighboursAlone()
+{
+    QFETCH(Write, write);
+    for (const int place : {0, 1, 30, 63, 64, 69}) {
+        ValueBlocks blocks;
+        Rows rows(70);
+        refill(blocks, rows, 1);
+        Values expected = valuesOf(place, 1);
+        write(expected);
+        write(rows[place].values);
+        QCOMPARE(rows.at(place).values, expected);
+        rows[place].values = valuesOf(place, 1);
+        QVERIFY(areFilled(rows, 1));
+    }
+}
+
+void tst_ValueBlocks::writeOfTheLastOwnerIsRight_data()
+{
+    addWrites();
+}
+
+// One list is left of the block, with the memory of the others before and
+// behind it.
+void tst_ValueBlocks::writeOfTheLastOwnerIsRight()
+{
+    QFETCH(Write, write);
+    for (const int place : {0, 1, 30, 63}) {
+        Values last;
+        {
+            ValueBlocks blocks;
+            Rows rows(64);
+            refill(blocks, rows, 1);
+            last = rows.at(place).values;
+        }
+        QVERIFY(last.isDetached());
+        Values expected = valuesOf(place, 1);
+        for (int round = 0; round < 3; ++round) {
+            write(expected);
+            write(last);
+            QCOMPARE(last, expected);
+            if (expected.size() < length) {
+                expected.resize(length);
+                last.resize(length);
+                QCOMPARE(last, expected);
+            }
+        }
+    }
+}
+
+void tst_ValueBlocks::writtenListIsReplacedByTheNextFill_data()
+{
+    addWrites();
+}
+
+void tst_ValueBlocks::writtenListIsReplacedByTheNextFill()
+{
+    QFETCH(Write, write);
+    ValueBlocks blocks;
+    Rows rows(70);
+    refill(blocks, rows, 1);
+    for (const int place : {5, 69}) {
+        write(rows[place].values);
+        const Values written = rows.at(place).values;
+        const Values expected = ownCopy(written);
+        refill(blocks, rows, 2);
+        QVERIFY(areFilled(rows, 2));
+        QCOMPARE(written, expected);
+    }
+}
+
+void tst_ValueBlocks::rowsInAnotherOrderAreFilledRight()
+{
+    ValueBlocks blocks;
+    Rows rows(64);
+    refill(blocks, rows, 1);
+    rows.swapItemsAt(3, 40);
+    QCOMPARE(rows.at(3).values, valuesOf(40, 1));
+    refill(blocks, rows, 2);
+    QVERIFY(areFilled(rows, 2));
+    rows.move(0, 63);
+    QCOMPARE(rows.at(63).values, valuesOf(0, 2));
+    refill(blocks, rows, 3);
+    QVERIFY(areFilled(rows, 3));
+    std::reverse(rows.begin(), rows.end());
+    refill(blocks, rows, 4);
+    QVERIFY(areFilled(rows, 4));
+}
+
+// As many owners as before the exchange, one of them another one.
+void tst_ValueBlocks::copiedRowIsFilledRight()
+{
+    ValueBlocks blocks;
+    Rows rows(64);
+    refill(blocks, rows, 1);
+    A2DRow elsewhere = rows.at(3);
+    rows[3].values = {};
+    refill(blocks, rows, 2);
+    QVERIFY(areFilled(rows, 2));
+    QCOMPARE(elsewhere.values, valuesOf(3, 1));
+    std::swap(elsewhere, rows[5]);
+    QCOMPARE(rows.at(5).values, valuesOf(3, 1));
+    refill(blocks, rows, 3);
+    QVERIFY(areFilled(rows, 3));
+    QCOMPARE(elsewhere.values, valuesOf(5, 2));
+}
+
+void tst_ValueBlocks::rowWithTheListOfAnotherIsFilledRight()
+{
+    ValueBlocks blocks;
+    Rows rows(64);
+    refill(blocks, rows, 1);
+    rows[10].values = rows.at(11).values;
+    refill(blocks, rows, 2);
+    QVERIFY(areFilled(rows, 2));
+    rows.removeAt(0);
+    rows.append(rows.last());
+    refill(blocks, rows, 3);
+    QVERIFY(areFilled(rows, 3));
+    rows[0].values.resize(length - 1); // at its place, of another length
+    refill(blocks, rows, 4);
+    QVERIFY(areFilled(rows, 4));
+}
+
+void tst_ValueBlocks::shorterLastBlockIsFilledRight()
+{
+    ValueBlocks blocks;
+    Rows rows;
+    int fill = 0;
+    for (const int number : {100, 70, 64, 65, 128, 129, 1, 63, 64, 0, 100, 90, 100}) {
+        const Rows before = rows;
+        const int fillBefore = fill++;
+        rows.resize(number);
+        refill(blocks, rows, fill);
+        QVERIFY(areFilled(rows, fill));
+        QVERIFY(before.isEmpty() || areFilled(before, fillBefore));
+    }
+    // The same without a copy of the rows.
+    for (const int number : {70, 64, 65, 128, 129, 1, 63, 64, 0, 100, 90, 100}) {
+        rows.resize(number);
+        refill(blocks, rows, ++fill);
+        QVERIFY(areFilled(rows, fill));
+    }
+}
+
+void tst_ValueBlocks::otherLengthIsFilledRight()
+{
+    for (const int number : {70, 1, 65}) { // a list at the start of a block stays there
+        ValueBlocks blocks;
+        Rows rows(number);
+        int fill = 0;
+        for (const int count : {13, 1, 13, 12, 14, 13}) {
+            refill(blocks, rows, ++fill, count);
+            QVERIFY(areFilled(rows, fill, count));
+        }
+    }
+}
+
+void tst_ValueBlocks::otherRowsAreFilledRight()
+{
+    ValueBlocks blocks;
+    Rows rows(70);
+    Rows others(70);
+    refill(blocks, rows, 1);
+    refill(blocks, others, 2);
+    QVERIFY(areFilled(rows, 1));
+    QVERIFY(areFilled(others, 2));
+    refill(blocks, rows, 3);
+    QVERIFY(areFilled(rows, 3));
+    QVERIFY(areFilled(others, 2));
+}
+
+void tst_ValueBlocks::forgottenBlocksLeaveTheirLists()
+{
+    ValueBlocks blocks;
+    Rows rows(130);
+    const QList<const double*> places = refill(blocks, rows, 1);
+    blocks.keepFirst(5); // more than there are
+    blocks.keepFirst(1);
+    QVERIFY(areFilled(rows, 1));
+    const QList<const double*> other = refill(blocks, rows, 2);
+    QVERIFY(other.at(0) == places.at(0));
+    QVERIFY(other.at(1) != places.at(1));
+    QVERIFY(other.at(2) != places.at(2));
+    QVERIFY(areFilled(rows, 2));
+}
+
+void tst_ValueBlocks::laterBlockMayComeFirst()
+{
+    ValueBlocks blocks;
+    Rows late(2);
+    double* const place = blocks.share(7, late.data(), 2, 3);
+    std::fill_n(place, 6, 5.0);
+    Rows early(2);
+    std::fill_n(blocks.share(0, early.data(), 2, 3), 6, 4.0);
+    QCOMPARE(late.at(1).values, Values(3, 5.0));
+    QCOMPARE(early.at(1).values, Values(3, 4.0));
+    QVERIFY(blocks.share(7, late.data(), 2, 3) == place);
+}
+
+void tst_ValueBlocks::randomHistory_data()
+{
+    QTest::addColumn<int>("seed");
+    for (int seed = 1; seed <= 8; ++seed) {
+        QTest::addRow("seed %d", seed) << seed;
+    }
+}
+
+void tst_ValueBlocks::randomHistory()
+{
+    QFETCH(int, seed);
+    std::mt19937_64 random(static_cast<unsigned>(seed));
+    ValueBlocks blocks;
+    Rows rows;
+    QList<std::pair<Values, Values>> copies; // the second of memory of its own
+    QList<std::pair<Rows, double>> allCopies;
+    for (int fill = 1; fill <= 80; ++fill) {
+        rows.resize(tests::wholeNumber(random, 0, 3) * 64 + tests::wholeNumber(random, 0, 2));
+        refill(blocks, rows, fill);
+        QVERIFY(areFilled(rows, fill));
+        if (tests::onceIn(random, 4)) {
+            allCopies.append({rows, fill});
+        }
+        for (int i = 0; i < 3 && !rows.isEmpty(); ++i) {
+            const int row = tests::wholeNumber(random, 0, static_cast<int>(rows.size()) - 1);
+            copies.append({rows.at(row).values, ownCopy(rows.at(row).values)});
+            if (tests::onceIn(random, 3)) {
+                rows[row].values.append(-1.0);
+            } else if (tests::onceIn(random, 3)) {
+                rows.removeAt(row);
+            }
+        }
+        while (copies.size() > 20 || (!copies.isEmpty() && tests::onceIn(random, 2))) {
+            copies.removeAt(tests::wholeNumber(random, 0, static_cast<int>(copies.size()) - 1));
+        }
+        while (allCopies.size() > 2) {
+            allCopies.removeFirst();
+        }
+        for (const auto& [copy, expected] : std::as_const(copies)) {
+            QCOMPARE(copy, expected);
+        }
+        for (const auto& [copy, fillThen] : std::as_const(allCopies)) {
+            QVERIFY(areFilled(copy, fillThen));
+        }
+    }
+}
+
+QTEST_APPLESS_MAIN(tst_ValueBlocks)
+#include "tst_ValueBlocks.moc"

@@ -1,0 +1,445 @@
+// Maps that change between calculations in the ways that a user can change them:
+// each result is that of a panel which never calculated before.
+#include "display/Histgram.h"
+#include "display/LineEditText.h"
+#include "rows/AXafsFileSelect.h"
+#include "support/OddMaps.h"
+#include "support/PlainMapForms.h"
+#include "support/SharedPanel.h"
+#include "support/TestFiles.h"
+
+#include <QTest>
+
+#include <functional>
+#include <memory>
+
+using namespace tests;
+
+namespace
+{
+
+using Action = std::function<void(FourPs&)>;
+
+/// A method of calculation with as many rows as it is tried with.
+struct Method {
+    const char* name;
+    int rows;
+    bool nonEquivalent;
+    bool exact;
+    bool linear;
+};
+
+constexpr std::array<Method, 5> methods{{{"three points", 3, false, false, false},
+                                         {"exact four points", 4, false, true, false},
+                                         {"least square", 6, false, false, false},
+                                         {"linear", 6, true, false, true},
+                                         {"Victoreen", 7, true, false, false}}};
+
+const QList<double> energies{8300, 8320, 8335, 8345, 8350, 8360, 8380, 8420};
+const QList<double> firstShape{0.01, 0.02, 0.4, 0.9, 1.3, 1.1, 0.95, 1.0};
+const QList<double> secondShape{0.02, 0.01, 0.1, 0.5, 0.8, 1.4, 1.05, 1.0};
+
+// More pixels than a block, and no whole number of blocks.
+constexpr int width = 13;
+constexpr int height = 11;
+
+/// A text map of intensities that follow from @p seed; maps of one size differ in
+/// nothing else.
+QByteArray textMap(int seed, int columns = width, int lines = height)
+{
+    QByteArray text =
+        "# X-NUM " + QByteArray::number(columns) + "\n# Y-NUM " + QByteArray::number(lines) + '\n';
+    std::mt19937_64 random(static_cast<unsigned>(seed));
+    for (int y = 0; y < lines; ++y) {
+        for (int x = 0; x < columns; ++x) {
+            text += QByteArray::number(x) + ' ' + QByteArray::number(y) + ' ' +
+                    QByteArray::number(wholeNumber(random, 100, 900)) + " 1000\n";
+        }
+    }
+    return text;
+}
+
+/// A binary map of ready values that follow from @p seed.
+QByteArray binaryMap(int seed, int columns, int lines)
+{
+    QByteArray bytes = QByteArrayLiteral("2dData-V0.0 HeaderSize: 512").leftJustified(64, ' ');
+    bytes += "\nWIDTH: " + QByteArray::number(columns) + "\nHEIGHT: " + QByteArray::number(lines) +
+             "\nDATA_ID: mut\nEND_OF_HEADER:\n";
+    bytes = bytes.leftJustified(512, '\0');
+    std::mt19937_64 random(static_cast<unsigned>(seed));
+    for (int i = 0; i < columns * lines; ++i) {
+        const double value = wholeNumber(random, 0, 2000) * 0.001;
+        bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
+    }
+    return bytes + QByteArray(columns * lines, '\1');
+}
+
+/// References, and the numbers of all rows.
+void prepareNumbers(FourPs& panel)
+{
+    for (int i = 0; i < 2; ++i) {
+        setSpectrum(*panel.XafsFiles.at(i), energies, i == 0 ? firstShape : secondShape,
+                    {0.1, 0, 0}, {1.1 + 0.25 * i, 0, 0});
+    }
+    useReferences(panel, {0, 1});
+    panel.Refs.RefRows.at(0)->Valence->setText("2");
+    panel.Refs.RefRows.at(1)->Valence->setText("3");
+    for (int row = 0; row < panel.EPoints.size(); ++row) {
+        setPoint(panel, row, QString::number(energies.at(row)), QString::number(firstShape.at(row)),
+                 QString::number(secondShape.at(row)));
+    }
+}
+
+QString nameOf(int row)
+{
+    return QStringLiteral("row%1.dat").arg(row);
+}
+
+void choose(FourPs& panel, const Method& method)
+{
+    chooseQuietly(method.nonEquivalent ? panel.ui.TypeNonEquiv : panel.ui.radioButton);
+    chooseQuietly(method.exact ? panel.ui.TypeTMKisExact : panel.ui.TypeTMKisLS);
+    chooseQuietly(method.linear ? panel.ui.NonEquivBGLinear : panel.ui.NonEquivBGVic);
+}
+
+/// Everything that a map calculation reads, copied to another panel.
+void copyState(const FourPs& from, FourPs& to)
+{
+    for (int row = 0; row < from.EPoints.size(); ++row) {
+        const AEPoint* source = from.EPoints.at(row);
+        AEPoint* target = to.EPoints.at(row);
+        static_cast<A2DData&>(*target) = ownCopy(*source);
+        target->loaded = source->loaded;
+        target->UseCB->setChecked(source->UseCB->isChecked());
+        target->VPointCB->setChecked(source->VPointCB->isChecked());
+        target->Energy->setText(source->Energy->text());
+        for (int i = 0; i < source->mutEdits.size(); ++i) {
+            target->mutEdits.at(i)->setText(source->mutEdits.at(i)->text());
+        }
+    }
+    for (int i = 0; i < from.Refs.RefRows.size(); ++i) {
+        to.Refs.RefRows.at(i)->Valence->setText(from.Refs.RefRows.at(i)->Valence->text());
+    }
+    const QList<QLineEdit*> source{from.ui.HgAFrom, from.ui.HgATo, from.ui.HgABoxes,
+                                   from.ui.HgTFrom, from.ui.HgTTo, from.ui.HgTBoxes};
+    const QList<QLineEdit*> target{to.ui.HgAFrom, to.ui.HgATo, to.ui.HgABoxes,
+                                   to.ui.HgTFrom, to.ui.HgTTo, to.ui.HgTBoxes};
+    for (int i = 0; i < source.size(); ++i) {
+        target.at(i)->setText(source.at(i)->text());
+    }
+}
+
+/// What a calculation left.
+struct Left {
+    A2DData map; ///< with memory of its own
+    QList<HistogramCounts> counts;
+    bool isRefused = false;
+};
+
+Left calculate(FourPs& panel)
+{
+    clearMessages(panel);
+    panel.calcMap();
+    Left left{ownCopy(panel.BaseData), {*panel.HistV, *panel.HistT}, false};
+    for (const Histgram* histogram : panel.HistRatio + panel.HistDMut) {
+        left.counts.append(*histogram);
+    }
+    left.isRefused = !messages(panel).isEmpty();
+    return left;
+}
+
+/// Leaves nothing of earlier calculations: neither a result, nor any of what the
+/// panel keeps for the next one, since its maps are empty in the last of them.
+void makeLikeNew(FourPs& panel)
+{
+    panel.BaseData = {};
+    for (int row = 0; row < panel.EPoints.size(); ++row) {
+        panel.EPoints.at(row)->clear();
+        panel.EPoints.at(row)->loaded = true;
+        panel.EPoints.at(row)->VPointCB->setChecked(row == 2);
+    }
+    useRows(panel, {0, 1, 2});
+    choose(panel, methods[0]);
+    panel.calcMap();
+    panel.BaseData = {};
+}
+
+QString differenceOf(const Left& a, const Left& b)
+{
+    for (qsizetype i = 0; i < a.counts.size(); ++i) {
+        const HistogramCounts& p = a.counts.at(i);
+        const HistogramCounts& q = b.counts.at(i);
+        if (p.bins != q.bins || p.total != q.total || p.under != q.under || p.over != q.over ||
+            !sameDouble(p.minV, q.minV) || !sameDouble(p.step, q.step)) {
+            return QStringLiteral("histogram %1").arg(i);
+        }
+    }
+    return tests::differenceOf(a.map, b.map);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Action)
+
+class tst_StaleMaps : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase();
+
+    void resultIsThatOfAFreshPanel_data();
+    void resultIsThatOfAFreshPanel();
+    void resultIsThatOfANewPanel();
+    void filesReachTheResult();
+    void resultThatWasCopiedStays();
+
+private:
+    QString file(const QString& name, const QByteArray& content) const
+    {
+        return writeFile(*m_folder, name, content);
+    }
+    void loadAll(FourPs& panel) const;
+    void addFileActions();
+    void addChoiceActions();
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<FourPs> m_panel; ///< calculates in all tests
+    std::unique_ptr<FourPs> m_other; ///< made like new before each of its calculations
+};
+
+void tst_StaleMaps::initTestCase()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    for (int row = 0; row < 8; ++row) {
+        file(nameOf(row), textMap(row));
+    }
+    m_panel = std::make_unique<FourPs>();
+    m_other = std::make_unique<FourPs>();
+    prepareNumbers(*m_panel);
+    prepareNumbers(*m_other);
+}
+
+void tst_StaleMaps::cleanupTestCase()
+{
+    closePanel(m_panel);
+    closePanel(m_other);
+}
+
+/// The state that each test begins with: a text map in each row.
+void tst_StaleMaps::loadAll(FourPs& panel) const
+{
+    file(nameOf(2), textMap(2)); // which a test may have written anew
+    prepareNumbers(panel);
+    for (int row = 0; row < panel.EPoints.size(); ++row) {
+        panel.EPoints.at(row)->loadData(m_folder->filePath(nameOf(row)));
+        panel.EPoints.at(row)->VPointCB->setChecked(row == 2);
+    }
+}
+
+void tst_StaleMaps::resultIsThatOfAFreshPanel_data()
+{
+    QTest::addColumn<Action>("action");
+    QTest::addColumn<bool>("changes"); // the result, with every method
+    addFileActions();
+    addChoiceActions();
+}
+
+void tst_StaleMaps::addFileActions()
+{
+    const auto row = [](const char* name, bool changes, const Action& action) {
+        QTest::newRow(name) << action << changes;
+    };
+    row("another file of the same size", true,
+        [this](FourPs& panel) { panel.EPoints.at(0)->loadData(file("other.dat", textMap(100))); });
+    row("the same file written anew", true,
+        [this](FourPs& panel) { panel.EPoints.at(2)->loadData(file("row2.dat", textMap(101))); });
+    row("another file of another size in the first row", true, [this](FourPs& panel) {
+        panel.EPoints.at(0)->loadData(file("small.dat", textMap(102, 7, 10)));
+    });
+    row("another file of another size in the V row", true, [this](FourPs& panel) {
+        panel.EPoints.at(2)->loadData(file("large.dat", textMap(103, 16, 12)));
+    });
+    row("path that cannot be read", false,
+        [](FourPs& panel) { panel.EPoints.at(1)->loadData(QStringLiteral("/nowhere/map.dat")); });
+    row("file without rows", false, [this](FourPs& panel) {
+        panel.EPoints.at(1)->loadData(file("empty.dat", "# X-NUM 13\n# Y-NUM 11\n"));
+    });
+    row("file without a size", false, [this](FourPs& panel) {
+        panel.EPoints.at(1)->loadData(file("sizeless.dat", "1 2 300 1000\n2 2 400 1000\n"));
+    });
+    row("failed load, then a good one", true, [this](FourPs& panel) {
+        panel.EPoints.at(1)->loadData(QStringLiteral("/nowhere/map.dat"));
+        panel.calcMap();
+        panel.EPoints.at(1)->loadData(file("other.dat", textMap(104)));
+    });
+    row("larger binary map behind a text map", true, [this](FourPs& panel) {
+        panel.EPoints.at(2)->loadData(file("map.2dp", binaryMap(105, 20, 10)));
+    });
+    row("binary maps behind text maps throughout", true, [this](FourPs& panel) {
+        for (int i = 0; i < panel.EPoints.size(); ++i) {
+            panel.EPoints.at(i)->loadData(file("map.2dp", binaryMap(120 + i, 20, 10)));
+        }
+    });
+    row("text map after a binary map", true, [this](FourPs& panel) {
+        panel.EPoints.at(1)->loadData(file("map.2dp", binaryMap(107, width, height)));
+        panel.calcMap();
+        panel.EPoints.at(1)->loadData(file("other.dat", textMap(108)));
+    });
+    row("binary map twice", true, [this](FourPs& panel) {
+        for (int round = 0; round < 2; ++round) {
+            panel.EPoints.at(0)->loadData(file("map.2dp", binaryMap(109 + round, 20, 12)));
+            panel.EPoints.at(2)->loadData(file("map.2dp", binaryMap(111 + round, 20, 20)));
+            panel.calcMap();
+        }
+    });
+    row("the same map in two rows", true, [this](FourPs& panel) {
+        panel.EPoints.at(0)->loadData(file("both.dat", textMap(113)));
+        panel.EPoints.at(1)->loadData(file("both.dat", textMap(113)));
+    });
+}
+
+void tst_StaleMaps::addChoiceActions()
+{
+    const auto row = [](const char* name, bool changes, const Action& action) {
+        QTest::newRow(name) << action << changes;
+    };
+    row("another method and back", false, [](FourPs& panel) {
+        const QList<QAbstractButton*> chosen{panel.ui.TypeNonEquiv, panel.ui.radioButton};
+        const bool isNonEquivalent = panel.ui.TypeNonEquiv->isChecked();
+        chosen.at(isNonEquivalent ? 1 : 0)->click();
+        panel.calcMap();
+        chosen.at(isNonEquivalent ? 0 : 1)->click();
+    });
+    row("row unchecked and checked again", false, [](FourPs& panel) {
+        panel.EPoints.at(1)->UseCB->click();
+        panel.calcMap();
+        panel.EPoints.at(1)->UseCB->click();
+    });
+    row("another row for one", true, [](FourPs& panel) {
+        panel.EPoints.at(0)->UseCB->click();
+        panel.EPoints.at(7)->UseCB->click();
+    });
+    row("V point in another row", false, [](FourPs& panel) {
+        panel.EPoints.at(1)->VPointCB->click();
+        panel.EPoints.at(2)->VPointCB->click();
+    });
+    row("valence", false, [](FourPs& panel) {
+        enter(panel.Refs.RefRows.at(1)->Valence, QStringLiteral("2.25"));
+        panel.calcBoth();
+    });
+    row("energy", false,
+        [](FourPs& panel) { enter(panel.EPoints.at(1)->Energy, QStringLiteral("8327")); });
+}
+
+// The change is made, and calculated before and after it, with each method in
+// turn; another panel, which has nothing of before, is brought to the same state.
+void tst_StaleMaps::resultIsThatOfAFreshPanel()
+{
+    QFETCH(Action, action);
+    QFETCH(bool, changes);
+    for (const Method& method : methods) {
+        loadAll(*m_panel);
+        QList<int> rows;
+        for (int i = 0; i < method.rows; ++i) {
+            rows.append(i);
+        }
+        useRows(*m_panel, rows);
+        choose(*m_panel, method);
+        const Left before = calculate(*m_panel);
+        QVERIFY2(!before.isRefused && before.map.rows.size() == width * height, method.name);
+        action(*m_panel);
+        const Left after = calculate(*m_panel);
+        QVERIFY2(!changes || !differenceOf(after, before).isEmpty(), method.name);
+
+        makeLikeNew(*m_other);
+        choose(*m_other, method);
+        copyState(*m_panel, *m_other);
+        const Left expected = calculate(*m_other);
+        QCOMPARE(after.isRefused, expected.isRefused);
+        if (after.isRefused) {
+            QCOMPARE(tests::differenceOf(after.map, before.map), QString());
+        } else {
+            QVERIFY2(
+                differenceOf(after, expected).isEmpty(),
+                qPrintable(method.name + QStringLiteral(": ") + differenceOf(after, expected)));
+        }
+    }
+}
+
+void tst_StaleMaps::resultIsThatOfANewPanel()
+{
+    loadAll(*m_panel);
+    useRows(*m_panel, {0, 1, 2, 3, 4, 5});
+    choose(*m_panel, methods[3]);
+    calculate(*m_panel);
+    m_panel->EPoints.at(0)->loadData(file("other.dat", textMap(300)));
+    m_panel->EPoints.at(4)->loadData(file("map.2dp", binaryMap(301, 20, 10)));
+    FourPs made;
+    prepareNumbers(made);
+    for (const Method& method : methods) {
+        const bool isThreePoints = method.rows == 3;
+        useRows(*m_panel, isThreePoints ? QList<int>{0, 1, 2} : QList<int>{0, 2, 3, 4, 5, 6});
+        choose(*m_panel, method);
+        const Left left = calculate(*m_panel);
+        choose(made, method);
+        copyState(*m_panel, made);
+        const Left expected = calculate(made);
+        QCOMPARE(left.isRefused, expected.isRefused);
+        QVERIFY2(left.isRefused || differenceOf(left, expected).isEmpty(), method.name);
+    }
+}
+
+// A binary map behind a text map: the pixels by position, first those of the text.
+void tst_StaleMaps::filesReachTheResult()
+{
+    FourPs& panel = *m_panel;
+    loadAll(panel);
+    useRows(panel, {0, 1, 2});
+    choose(panel, methods[0]);
+    calculate(panel);
+    const double ofText = data::pixelMut(*panel.EPoints.at(2), 3, 4);
+    panel.EPoints.at(2)->loadData(file("map.2dp", binaryMap(200, 20, 10)));
+    const AEPoint& base = *panel.EPoints.at(2);
+    QCOMPARE(base.rows.size(), width * height + 200);
+    QCOMPARE(data::pixelMut(base, 15, 2), ofText); // 4 * 13 + 3 is 2 * 20 + 15
+    const A2DData result = calculate(panel).map;
+    QCOMPARE(result.rows.size(), 200);
+
+    PlainStack stack;
+    for (int row = 0; row < 3; ++row) {
+        const AEPoint* point = panel.EPoints.at(row);
+        stack.points.append(
+            {point, row == 2, point->Energy->text(), point->Mut1->text(), point->Mut2->text()});
+    }
+    A2DData expected;
+    PlainHistogram unused{0.0, 1.0, {}, 0, 0, 0};
+    plainThreePoints(stack, expected, unused, unused);
+    QCOMPARE(tests::differenceOf(result, expected), QString());
+}
+
+void tst_StaleMaps::resultThatWasCopiedStays()
+{
+    FourPs& panel = *m_panel;
+    loadAll(panel);
+    useRows(panel, {0, 1, 2, 3, 4, 5});
+    choose(panel, methods[3]);
+    calculate(panel);
+    const A2DData copy = panel.BaseData;
+    const A2DData then = ownCopy(copy);
+    const QList<double> list = copy.rows.at(64).values;
+    const QList<double> listThen = ownCopy(list);
+    panel.EPoints.at(0)->loadData(file("other.dat", textMap(201)));
+    QVERIFY(!tests::differenceOf(calculate(panel).map, then).isEmpty());
+    QCOMPARE(tests::differenceOf(copy, then), QString());
+    for (const Method& method : methods) {
+        choose(panel, method);
+        calculate(panel);
+        QVERIFY(sameNumbers(list, listThen));
+    }
+    QCOMPARE(tests::differenceOf(copy, then), QString());
+}
+
+QTEST_MAIN(tst_StaleMaps)
+#include "tst_StaleMaps.moc"

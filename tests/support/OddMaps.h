@@ -1,0 +1,156 @@
+// Numbers and maps of all kinds, made by chance.
+#pragma once
+
+#include "data/A2DData.h"
+#include "support/SameDouble.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <limits>
+#include <random>
+
+namespace tests
+{
+
+inline constexpr std::array<double, 16> oddNumbers{0.0,
+                                                   -0.0,
+                                                   1.0,
+                                                   -1.0,
+                                                   0.1,
+                                                   -2.5,
+                                                   std::numeric_limits<double>::quiet_NaN(),
+                                                   -std::numeric_limits<double>::quiet_NaN(),
+                                                   std::numeric_limits<double>::infinity(),
+                                                   -std::numeric_limits<double>::infinity(),
+                                                   std::numeric_limits<double>::max(),
+                                                   std::numeric_limits<double>::lowest(),
+                                                   std::numeric_limits<double>::min(),
+                                                   std::numeric_limits<double>::denorm_min(),
+                                                   1e300,
+                                                   -1e-300};
+
+/// What the numbers of a test have among them, beside ordinary ones.
+enum class Kind { Random, Singular, Zero, Infinite, NaN, Odd };
+
+inline constexpr std::array<Kind, 6> allKinds{Kind::Random,   Kind::Singular, Kind::Zero,
+                                              Kind::Infinite, Kind::NaN,      Kind::Odd};
+
+inline const char* nameOf(Kind kind)
+{
+    constexpr std::array<const char*, 6> names{"random",   "singular", "zero",
+                                               "infinite", "NaN",      "odd"};
+    return names[static_cast<std::size_t>(kind)];
+}
+
+/// A whole number from @p low to @p high.
+inline int wholeNumber(std::mt19937_64& random, int low, int high)
+{
+    return std::uniform_int_distribution<int>(low, high)(random);
+}
+
+/// Whether something happens that happens once in @p rounds.
+inline bool onceIn(std::mt19937_64& random, int rounds)
+{
+    return wholeNumber(random, 1, rounds) == 1;
+}
+
+/// An ordinary number, or one out of five that @p kind has among them.
+inline double numberOf(Kind kind, std::mt19937_64& random)
+{
+    const double ordinary = std::uniform_real_distribution<double>(-0.5, 2.5)(random);
+    if (!onceIn(random, 5)) {
+        return ordinary;
+    }
+    switch (kind) {
+    case Kind::Random:
+        break;
+    case Kind::Singular:
+        return 1.0;
+    case Kind::Zero:
+        return onceIn(random, 2) ? 0.0 : -0.0;
+    case Kind::Infinite:
+        return onceIn(random, 2) ? oddNumbers[8] : oddNumbers[9];
+    case Kind::NaN:
+        return oddNumbers[6];
+    case Kind::Odd:
+        return oddNumbers[random() % oddNumbers.size()];
+    }
+    return ordinary;
+}
+
+/// A row as files give it, or a ready value of mut.
+inline A2DRow rowOf(Kind kind, std::mt19937_64& random)
+{
+    const bool isReady = onceIn(random, 3);
+    return {numberOf(kind, random),
+            numberOf(kind, random),
+            numberOf(kind, random),
+            isReady ? 0.0 : numberOf(kind, random),
+            {}};
+}
+
+/// A map that claims @p width by @p height pixels and has @p rows.
+inline A2DData mapOf(Kind kind, int width, int height, int rows, std::mt19937_64& random)
+{
+    A2DData map;
+    map.xNum = width;
+    map.yNum = height;
+    for (int i = 0; i < rows; ++i) {
+        map.rows.append(rowOf(kind, random));
+    }
+    map.headerLines = QStringList{QStringLiteral("# %1").arg(random())};
+    return map;
+}
+
+inline bool sameNumbers(const QList<double>& a, const QList<double>& b)
+{
+    return std::equal(a.cbegin(), a.cend(), b.cbegin(), b.cend(), sameDouble);
+}
+
+/// Where @p a and @p b differ; empty where they are the same to the last bit.
+inline QString differenceOf(const A2DData& a, const A2DData& b)
+{
+    if (a.xNum != b.xNum || a.yNum != b.yNum || a.extended != b.extended ||
+        a.headerLines != b.headerLines || a.rows.size() != b.rows.size()) {
+        return QStringLiteral("size, comment lines or extended");
+    }
+    for (qsizetype i = 0; i < a.rows.size(); ++i) {
+        const A2DRow& p = a.rows.at(i);
+        const A2DRow& q = b.rows.at(i);
+        if (!sameDouble(p.x, q.x) || !sameDouble(p.y, q.y)) {
+            return QStringLiteral("place of pixel %1").arg(i);
+        }
+        if (!sameDouble(p.intensity, q.intensity) || !sameDouble(p.i0, q.i0)) {
+            return QStringLiteral("fields of pixel %1").arg(i);
+        }
+        if (!sameNumbers(p.values, q.values)) {
+            return QStringLiteral("values of pixel %1").arg(i);
+        }
+    }
+    return {};
+}
+
+/// A list of its own with the same numbers.
+inline QList<double> ownCopy(const QList<double>& list)
+{
+    return {list.cbegin(), list.cend()};
+}
+
+/// A map with the same contents that shares no list of numbers with @p map.
+inline A2DData ownCopy(const A2DData& map)
+{
+    A2DData copy;
+    copy.extended = map.extended;
+    copy.headerLines = map.headerLines;
+    copy.xNum = map.xNum;
+    copy.yNum = map.yNum;
+    for (const A2DRow& row : map.rows) {
+        copy.rows.append({row.x, row.y, row.intensity, row.i0, ownCopy(row.values)});
+    }
+    return copy;
+}
+
+} // namespace tests
