@@ -37,7 +37,8 @@ std::size_t layOut(std::uint32_t number, std::size_t decimals, char* out)
     const std::size_t count = (bits + 7) / 8; // without trailing zeros
     if (decimals > 5) {
         const std::size_t lead = decimals - 4; // "0." and zeros
-        std::memcpy(out, "0.000", 5);
+        std::memset(out, '0', 5);
+        out[1] = '.';
         qToLittleEndian(text, out + lead);
         return lead + count;
     }
@@ -73,6 +74,7 @@ std::size_t writeWithoutExponent(double magnitude, char* out)
         --decimals;
         scaled = magnitude * powersOfTen[decimals];
     }
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): halves are refused below
     const auto number = static_cast<std::uint32_t>(scaled + 0.5);
     const double distance = 0.5 - std::abs(scaled - number);
     if (distance < keptDistance || number == 1'000'000) {

@@ -35,16 +35,6 @@ QString decoded(std::string_view line)
     return text;
 }
 
-/// Which words of a data line make a pixel, besides x and y in words 0 and 1.
-struct PixelColumns {
-    qint64 intensity = 2;
-    qint64 i0 = 3;
-    bool isI0Optional = true; ///< a line that ends before i0 has i0 1.0
-
-    qint64 last() const { return std::max({qint64{1}, intensity, i0}); }
-};
-constexpr PixelColumns channelColumns = {2, 2, false}; ///< both on channel 0
-
 /// The numbers of a row as a map file gives them.
 struct Pixel {
     double x = 0.0;
@@ -53,37 +43,55 @@ struct Pixel {
     double i0 = 1.0;
 };
 
-/// Reads the next words as a pixel; false when words are missing, as the one of
-/// a column below 0 always is.
+/// Reads the next words as x, y, intensity and i0; without the last, which then
+/// is 1.0, they are a pixel too. False when more words are missing.
 template <typename Words>
-bool readPixel(Words& words, const PixelColumns& columns, Pixel& pixel)
+bool readFourColumns(Words& words, Pixel& pixel)
+{
+    int found = 0;
+    for (double* const number : {&pixel.x, &pixel.y, &pixel.intensity, &pixel.i0}) {
+        if (!words.next()) {
+            break;
+        }
+        *number = words.toDouble();
+        ++found;
+    }
+    return found >= 3;
+}
+
+/// Words of a data line of channels.
+struct ChannelColumns {
+    qint64 intensity = 2;
+    qint64 i0 = 2;
+};
+
+/// Reads the next words as x, y and channels; false when words are missing, as
+/// the one of a column below 0 always is.
+template <typename Words>
+bool readChannels(Words& words, const ChannelColumns& columns, Pixel& pixel)
 {
     if (columns.intensity < 0 || columns.i0 < 0) {
         return false;
     }
-    const qint64 last = columns.last();
-    qint64 found = 0;
-    for (; found <= last && words.next(); ++found) {
-        const bool isIntensity = found == columns.intensity;
-        const bool isI0 = found == columns.i0;
-        if (found > 1 && !isIntensity && !isI0) {
-            continue;
+    const qint64 last = std::max({qint64{1}, columns.intensity, columns.i0});
+    for (qint64 column = 0; column <= last; ++column) {
+        if (!words.next()) {
+            return false;
         }
-        const double value = words.toDouble();
-        if (found == 0) {
-            pixel.x = value;
+        if (column == 0) {
+            pixel.x = words.toDouble();
         }
-        if (found == 1) {
-            pixel.y = value;
+        if (column == 1) {
+            pixel.y = words.toDouble();
         }
-        if (isIntensity) {
-            pixel.intensity = value;
+        if (column == columns.intensity) {
+            pixel.intensity = words.toDouble();
         }
-        if (isI0) {
-            pixel.i0 = value;
+        if (column == columns.i0) {
+            pixel.i0 = words.toDouble();
         }
     }
-    return found > (columns.isI0Optional ? columns.intensity : last);
+    return true;
 }
 
 enum class MapKind {
@@ -123,9 +131,6 @@ public:
         if (m_isFirstLine) {
             m_isFirstLine = false;
             m_kind = kindOf(line);
-            if (m_kind == MapKind::Channels) {
-                m_columns = channelColumns;
-            }
         }
         const QString simplified = line.simplified();
         TextWords words(simplified);
@@ -135,7 +140,7 @@ public:
             return;
         }
         Pixel pixel;
-        if (readPixel(words, m_columns, pixel)) {
+        if (readPixel(words, pixel)) {
             append(pixel);
         }
     }
@@ -163,7 +168,7 @@ private:
             return false;
         }
         Pixel pixel;
-        const bool isPixel = readPixel(words, m_columns, pixel);
+        const bool isPixel = readPixel(words, pixel);
         if (isPixel && words.isPlain()) {
             append(pixel);
         }
@@ -188,6 +193,13 @@ private:
                                                                 : MapKind::Other;
     }
 
+    template <typename Words>
+    bool readPixel(Words& words, Pixel& pixel) const
+    {
+        return m_kind == MapKind::Channels ? readChannels(words, m_columns, pixel)
+                                           : readFourColumns(words, pixel);
+    }
+
     /// Acts on the keyword of a comment line, its second word.
     void takeKeyword(const QString& line, TextWords& words)
     {
@@ -208,9 +220,9 @@ private:
                 m_energyFound(word.at(3).toString());
             }
         } else if (keyword == QLatin1String("I0") && count > 2) {
-            m_columns.i0 = columnAfterColon(line, m_columns.i0);
+            m_columns.i0 = columnAfterColon(line);
         } else if (keyword == QLatin1String("I") && count > 2) {
-            m_columns.intensity = columnAfterColon(line, m_columns.intensity);
+            m_columns.intensity = columnAfterColon(line);
         }
     }
 
@@ -225,19 +237,19 @@ private:
         }
     }
 
-    /// The word that a column line names in a file of channels, which follow the
-    /// two coordinates, and @p current in any other. A column of -1 or -2 falls on
-    /// a coordinate. What is no int, as is a line without a colon, reads as 0.
-    qint64 columnAfterColon(const QString& line, qint64 current) const
+    /// The word of the channel that a column line names. The channels follow the
+    /// two coordinates; a channel of -1 or -2 falls on these. What is no int, as
+    /// is a line without a colon, reads as 0.
+    static qint64 columnAfterColon(const QString& line)
     {
-        const int column = QStringView(line).sliced(line.indexOf(u':') + 1).toInt();
-        return m_kind == MapKind::Channels ? qint64{column} + 2 : current;
+        const int channel = QStringView(line).sliced(line.indexOf(u':') + 1).toInt();
+        return qint64{channel} + 2;
     }
 
     A2DData& m_map;
     const EnergyHandler& m_energyFound;
     MapKind m_kind = MapKind::Other;
-    PixelColumns m_columns;
+    ChannelColumns m_columns;
     bool m_isFirstLine = true;
 };
 
