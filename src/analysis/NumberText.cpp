@@ -1,6 +1,7 @@
 #include "analysis/NumberText.h"
 
 #include <QString>
+#include <QtEndian>
 
 #include <array>
 #include <bit>
@@ -8,7 +9,6 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
-#include <optional>
 
 namespace analysis
 {
@@ -16,184 +16,74 @@ namespace analysis
 namespace
 {
 
-static_assert(std::numeric_limits<double>::is_iec559 && sizeof(double) == sizeof(std::uint64_t));
-
-__extension__ typedef unsigned __int128 UInt128; // NOLINT(modernize-use-using)
-
-/// 10^k as mantissa * 2^exponent, the mantissa's top bit set. Exact for k >= 0;
-/// for k < 0 the mantissa is cut off, so it is too small by less than 1.
-struct PowerOfTen {
-    std::uint64_t mantissa = 0;
-    int exponent = 0;
-};
-
-/// 5^27 is the last power of five that fits the mantissa.
-constexpr int lastPower = 27;
-
-constexpr PowerOfTen powerOfTen(int k)
-{
-    std::uint64_t five = 1;
-    for (int i = 0; i < (k < 0 ? -k : k); ++i) {
-        five *= 5;
-    }
-    const int lead = std::countl_zero(five);
-    if (k >= 0) {
-        return {five << lead, k - lead};
-    }
-    const int numerator = 127 - lead;
-    return {static_cast<std::uint64_t>((UInt128{1} << numerator) / five), k - numerator};
-}
-
-/// Where 10^k stands in the table.
-constexpr std::size_t powerIndex(int k)
-{
-    const int index = k + lastPower;
-    return static_cast<std::size_t>(index);
-}
-
-/// 10^-lastPower to 10^lastPower.
-constexpr auto powersOfTen = [] {
-    std::array<PowerOfTen, 2 * lastPower + 1> powers;
-    for (int k = -lastPower; k <= lastPower; ++k) {
-        powers[powerIndex(k)] = powerOfTen(k);
-    }
-    return powers;
-}();
-
-/// "000" to "999", each in four bytes.
+/// "000" to "999", the first character in the lowest byte.
 constexpr auto threeDigits = [] {
-    std::array<char, 4000> text{};
-    for (std::size_t n = 0; n < 1000; ++n) {
-        text[4 * n] = static_cast<char>('0' + n / 100);
-        text[4 * n + 1] = static_cast<char>('0' + n / 10 % 10);
-        text[4 * n + 2] = static_cast<char>('0' + n % 10);
+    std::array<std::uint32_t, 1000> texts{};
+    for (std::uint32_t n = 0; n < 1000; ++n) {
+        texts[n] = 0x303030 + n / 100 + (n / 10 % 10 << 8) + (n % 10 << 16);
     }
-    return text;
+    return texts;
 }();
 
-/// number * 10^(exponent - 5), the number from 100000 to 999999.
-struct SixDigits {
-    std::uint32_t number = 0;
-    int exponent = 0;
-};
-
-/// Binary exponents for which every power of ten that may be asked for is in
-/// the table: magnitudes from 1.06e-22 up to 8.1e31.
-constexpr int lowestBinary = -73;
-constexpr int highestBinary = 105;
-
-/// floor(binary * log10(2)), for |binary| up to 1650.
-constexpr int decimalExponentBelow(int binary)
+/// Writes number * 10^-decimals, the number of six digits, without trailing
+/// zeros. Writes eight bytes at a time, which is faster than the exact count;
+/// what is too much lies within generalTextRoom.
+std::size_t layOut(std::uint32_t number, std::size_t decimals, char* out)
 {
-    return (binary * 78913) >> 18;
-}
-static_assert(decimalExponentBelow(lowestBinary) >= 5 - lastPower);
-static_assert(decimalExponentBelow(highestBinary) + 1 <= 5 + lastPower);
-
-/// A magnitude times a power of ten: the upper half of a 128-bit product, whose
-/// lowest @c fractionBits bits are the fraction.
-struct Scaled {
-    std::uint64_t high = 0;
-    int fractionBits = 0;
-
-    std::uint64_t whole() const { return high >> fractionBits; }
-};
-
-/// mantissa * 2^(binary - 63) * 10^(5 - exponent). Since 10^exponent is below
-/// the magnitude and at most a factor of 20 away from it, the whole part has 17
-/// to 21 bits and the fraction 41 to 48.
-Scaled scale(std::uint64_t mantissa, int binary, int exponent)
-{
-    const PowerOfTen& power = powersOfTen[powerIndex(5 - exponent)];
-    const UInt128 product = UInt128{mantissa} * power.mantissa;
-    return {static_cast<std::uint64_t>(product >> 64), -(binary + power.exponent + 1)};
-}
-
-/// Rounds a magnitude, given by its bits, to six digits; exact halves go up.
-/// nullopt where this arithmetic cannot tell.
-///
-/// With an exact power of ten the product is exact, and the bits below `high`
-/// cannot make a fraction less than a half into one. With a power that was cut
-/// off, the true product is larger by less than one unit of `high`: the only
-/// fraction that may or may not reach the half is the one just below it.
-std::optional<SixDigits> roundToSixDigits(std::uint64_t bits)
-{
-    const int binary = static_cast<int>(bits >> 52) - 1023;
-    if (binary < lowestBinary || binary > highestBinary) {
-        return std::nullopt;
-    }
-    const std::uint64_t mantissa = (bits << 11) | (std::uint64_t{1} << 63);
-    int exponent = decimalExponentBelow(binary);
-    Scaled scaled = scale(mantissa, binary, exponent);
-    if (scaled.whole() >= 1'000'000) {
-        ++exponent;
-        scaled = scale(mantissa, binary, exponent);
-    }
-    const std::uint64_t half = std::uint64_t{1} << (scaled.fractionBits - 1);
-    const std::uint64_t fraction = scaled.high & (2 * half - 1);
-    if (fraction == half - 1 && exponent > 5) {
-        return std::nullopt;
-    }
-    const auto number = static_cast<std::uint32_t>(scaled.whole() + (fraction >= half ? 1 : 0));
-    if (number == 1'000'000) {
-        return SixDigits{100'000, exponent + 1};
-    }
-    return SixDigits{number, exponent};
-}
-
-/// Lays @p count digits out as d.ddde+dd; the exponent is of at most two digits.
-std::size_t layOutWithExponent(const char* digits, std::size_t count, int exponent, char* out)
-{
-    std::size_t length = 0;
-    out[length++] = digits[0];
-    if (count > 1) {
-        out[length++] = '.';
-        std::memcpy(out + length, digits + 1, 8);
-        length += count - 1;
-    }
-    const auto power = static_cast<std::size_t>(exponent < 0 ? -exponent : exponent);
-    out[length++] = 'e';
-    out[length++] = exponent < 0 ? '-' : '+';
-    std::memcpy(out + length, threeDigits.data() + 4 * power + 1, 2);
-    return length + 2;
-}
-
-/// Writes the digits without trailing zeros, with an exponent below 1e-4 and
-/// from 1e6 on. Copies are of fixed length, which is faster than of the exact
-/// one; what is too much lies within generalTextRoom and is not counted.
-std::size_t layOut(SixDigits value, char* out)
-{
-    std::array<char, 16> digits{};
-    std::memcpy(digits.data(), threeDigits.data() + std::size_t{4} * (value.number / 1000), 4);
-    std::memcpy(digits.data() + 3, threeDigits.data() + std::size_t{4} * (value.number % 1000), 4);
-    std::size_t count = 6;
-    while (digits[count - 1] == '0') { // the first digit is none
-        --count;
-    }
-    if (value.exponent < -4 || value.exponent > 5) {
-        return layOutWithExponent(digits.data(), count, value.exponent, out);
-    }
-    if (value.exponent < 0) {
-        const int zeros = -1 - value.exponent;
-        const std::size_t lead = 2 + static_cast<std::size_t>(zeros);
+    constexpr std::uint64_t zeros = 0x303030303030; // the text "000000"
+    const std::uint64_t low = threeDigits[number % 1000];
+    const std::uint64_t text = threeDigits[number / 1000] | (low << 24);
+    const auto bits = static_cast<std::size_t>(std::bit_width(text ^ zeros));
+    const std::size_t count = (bits + 7) / 8; // without trailing zeros
+    if (decimals > 5) {
+        const std::size_t lead = decimals - 4; // "0." and zeros
         std::memset(out, '0', 5);
         out[1] = '.';
-        std::memcpy(out + lead, digits.data(), 8);
+        qToLittleEndian(text, out + lead);
         return lead + count;
     }
-    const std::size_t whole = 1 + static_cast<std::size_t>(value.exponent);
-    std::memcpy(out, digits.data(), 8);
+    const std::size_t whole = 6 - decimals;
+    qToLittleEndian(text, out);
     if (count <= whole) {
         return whole;
     }
     out[whole] = '.';
-    std::memcpy(out + whole + 1, digits.data() + whole, 8);
+    qToLittleEndian(text >> (8 * whole), out + whole + 1);
     return count + 1;
 }
 
-/// The road that the other ones must equal. Taken where it is needed: for
-/// magnitudes far from 1, NaN, infinity, and a few exact halves.
-std::size_t textOfToolkit(double value, char* out)
+/// Writes a magnitude from 1e-4 to less than 1e6, rounded to six digits and
+/// without trailing zeros. 0, with nothing decided, where it is too close to the
+/// middle of two such numbers, and where the rounding carries through all digits.
+///
+/// The power of ten is exact and the product correctly rounded, so the product
+/// is off by no more than 10^6 * 2^-53, a ninth of the distance kept here.
+std::size_t writeWithoutExponent(double magnitude, char* out)
+{
+    static_assert(std::numeric_limits<double>::is_iec559);
+    static constexpr std::array<double, 11> powersOfTen = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5,
+                                                           1e6, 1e7, 1e8, 1e9, 1e10};
+    constexpr double keptDistance = 1e-9;
+
+    // The decimal exponent of 2^binary, binary * log10(2), is that of the
+    // magnitude or one less.
+    const int binary = static_cast<int>(std::bit_cast<std::uint64_t>(magnitude) >> 52) - 1023;
+    auto decimals = static_cast<std::size_t>(5 - ((binary * 78913) >> 18));
+    double scaled = magnitude * powersOfTen[decimals];
+    if (scaled >= 1e6) {
+        --decimals;
+        scaled = magnitude * powersOfTen[decimals];
+    }
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): halves are refused below
+    const auto number = static_cast<std::uint32_t>(scaled + 0.5);
+    const double distance = 0.5 - std::abs(scaled - number);
+    if (distance < keptDistance || number == 1'000'000) {
+        return 0;
+    }
+    return layOut(number, decimals, out);
+}
+
+std::size_t writeByToolkit(double value, char* out)
 {
     const QByteArray text = QStringLiteral("%1").arg(value).toLatin1();
     const auto length = static_cast<std::size_t>(text.size());
@@ -210,14 +100,16 @@ std::size_t generalText(double value, char* out)
         *out = '0'; // of either sign
         return 1;
     }
-    const auto magnitude = std::bit_cast<std::uint64_t>(value) & ~(std::uint64_t{1} << 63);
-    const std::optional<SixDigits> rounded = roundToSixDigits(magnitude);
-    if (!rounded) {
-        return textOfToolkit(value, out);
+    const double magnitude = std::abs(value);
+    if (magnitude >= 1e-4 && magnitude < 1e6) {
+        const std::size_t sign = value < 0.0 ? 1 : 0;
+        *out = '-'; // overwritten where there is no sign
+        const std::size_t length = writeWithoutExponent(magnitude, out + sign);
+        if (length > 0) {
+            return sign + length;
+        }
     }
-    const std::size_t sign = value < 0.0 ? 1 : 0;
-    *out = '-'; // overwritten where there is no sign
-    return sign + layOut(*rounded, out + sign);
+    return writeByToolkit(value, out);
 }
 
 void appendGeneral(QByteArray& text, double value, int width)

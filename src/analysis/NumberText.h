@@ -1,4 +1,9 @@
 // Numbers as text, to the digit as the toolkit writes them, but faster.
+//
+// Most numbers take a fast path: one multiplication by an exact power of ten puts
+// their six digits before the point, where they are rounded. That is allowed
+// because its error is known, and a number for which it could matter goes to the
+// toolkit, as do all below 1e-4, from 1e6 on and those that are not finite.
 #pragma once
 
 #include <QByteArray>
@@ -10,8 +15,8 @@
 namespace analysis
 {
 
-/// Room that generalText() may need. The text itself has at most
-/// generalTextLength characters; the rest may be used as scratch.
+/// Bytes that generalText() may write. The text itself has at most
+/// generalTextLength characters; the rest is scratch.
 inline constexpr std::size_t generalTextRoom = 32;
 
 /// Length of the longest text, such as "-1.23457e-100".

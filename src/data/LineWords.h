@@ -1,6 +1,8 @@
 // The words of a line of a text file, taken one at a time.
 #pragma once
 
+#include "data/DecimalNumber.h"
+
 #include <QString>
 #include <QStringView>
 
@@ -19,12 +21,13 @@ namespace data
 enum class ByteKind : unsigned char {
     Word,
     Blank,
+    LineFeed,
     Odd, ///< means something only to a decoder, or is dropped by it
 };
 
 inline constexpr std::array<ByteKind, 256> byteKinds = [] {
     std::array<ByteKind, 256> kinds{};
-    for (const char blank : {' ', '\t', '\n', '\v', '\f'}) {
+    for (const char blank : {' ', '\t', '\v', '\f'}) {
         kinds[static_cast<unsigned char>(blank)] = ByteKind::Blank;
     }
     for (std::size_t byte = 0x80; byte < kinds.size(); ++byte) {
@@ -32,6 +35,7 @@ inline constexpr std::array<ByteKind, 256> byteKinds = [] {
     }
     kinds['\0'] = ByteKind::Odd;
     kinds['\r'] = ByteKind::Odd;
+    kinds['\n'] = ByteKind::LineFeed;
     return kinds;
 }();
 
@@ -44,16 +48,10 @@ inline ByteKind byteKind(char byte)
 class ByteWords
 {
 public:
-    explicit ByteWords(std::string_view line)
+    /// @param line  begins a line, which ends in a line feed
+    explicit ByteWords(const char* line)
+        : m_next(line)
     {
-        if (line.ends_with('\n')) {
-            line.remove_suffix(1);
-        }
-        if (line.ends_with('\r')) {
-            line.remove_suffix(1);
-        }
-        m_next = line.data();
-        m_end = line.data() + line.size();
     }
 
     /// Whether the first word begins with @p byte. To be asked before next().
@@ -63,7 +61,7 @@ public:
     {
         skip(ByteKind::Blank);
         noteOddByte();
-        return m_next != m_end && *m_next == byte;
+        return *m_next == byte;
     }
 
     /// Moves on to the next word; false at the end of the line, and at a byte
@@ -74,48 +72,61 @@ public:
             skip(ByteKind::Word);
         }
         skip(ByteKind::Blank);
-        m_word = m_next;
         noteOddByte();
-        return m_plain && m_next != m_end;
+        m_word = m_next;
+        return byteKind(*m_word) == ByteKind::Word;
     }
 
     /// QString::toDouble of the word. A byte in it or right behind it that is
     /// not plain leaves isPlain() false.
-    ///
-    /// On digits, sign, point and exponent std::from_chars gives the same bits.
-    /// It differs on overflow, on words for infinity and NaN, on a leading "+"
-    /// and on a number with a tail, which all go to Qt.
     double toDouble()
     {
-        double value = 0.0;
-        const auto [stop, error] = std::from_chars(m_word, m_end, value);
-        const bool isWholeWord = stop == m_end || byteKind(*stop) == ByteKind::Blank;
-        if (error == std::errc() && isWholeWord && std::isfinite(value)) {
-            m_next = stop;
-            return value;
-        }
         m_next = m_word;
-        skip(ByteKind::Word);
+        double value = 0.0;
+        if (!readDecimal(m_next, value) || byteKind(*m_next) == ByteKind::Word) {
+            skip(ByteKind::Word);
+            value = toDouble({m_word, m_next});
+        }
         noteOddByte();
-        return QString::fromLatin1(m_word, m_next - m_word).toDouble();
+        return value;
     }
 
-    bool isPlain() const { return m_plain; }
+    bool isPlain() const { return m_isPlain; }
+
+    /// A byte of the line that is not beyond the line feed.
+    const char* position() const { return m_next; }
 
 private:
+    /// On digits, minus sign, point and exponent std::from_chars gives the same
+    /// bits as QString::toDouble. It differs on overflow, on words for infinity
+    /// and NaN, on a leading "+" and on a number with a tail.
+    static double toDouble(std::string_view word)
+    {
+        const char* const end = word.data() + word.size();
+        double value = 0.0;
+        const auto [stop, error] = std::from_chars(word.data(), end, value);
+        if (error == std::errc() && stop == end && std::isfinite(value)) {
+            return value;
+        }
+        return QString::fromLatin1(word.data(), static_cast<qsizetype>(word.size())).toDouble();
+    }
+
     void skip(ByteKind kind)
     {
-        while (m_next != m_end && byteKind(*m_next) == kind) {
+        while (byteKind(*m_next) == kind) {
             ++m_next;
         }
     }
 
-    void noteOddByte() { m_plain = m_next == m_end || byteKind(*m_next) != ByteKind::Odd; }
+    /// A carriage return at the end of the line is no odd byte.
+    void noteOddByte()
+    {
+        m_isPlain = byteKind(*m_next) != ByteKind::Odd || (*m_next == '\r' && m_next[1] == '\n');
+    }
 
     const char* m_word = nullptr; ///< where the current word begins
-    const char* m_next = nullptr; ///< in or behind the current word
-    const char* m_end = nullptr;
-    bool m_plain = true;
+    const char* m_next;           ///< in or behind the current word
+    bool m_isPlain = true;
 };
 
 /// The words of a simplified line of text, one after the other.

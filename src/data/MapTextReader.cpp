@@ -2,7 +2,7 @@
 
 #include "data/A2DData.h"
 #include "data/LineWords.h"
-#include "data/Utf8Lines.h"
+#include "data/Utf8Blocks.h"
 
 #include <QByteArrayView>
 #include <QDebug>
@@ -14,7 +14,6 @@
 #include <algorithm>
 #include <limits>
 #include <string_view>
-#include <utility>
 
 namespace data
 {
@@ -23,52 +22,76 @@ namespace
 
 // The result of reading is that of a QTextStream in text mode whose lines are
 // simplified, split at white space and converted by QString::toDouble. Data
-// lines of plain ASCII, nearly all lines of a real map, take a shorter road to
-// the same values: their words are found and converted as bytes, in place.
+// lines of plain ASCII, nearly all lines of a real map, take a fast path to the
+// same values: their words are found and converted as bytes, in place.
 
-/// The text of a line, without its line feed and any carriage return.
+/// The text of a line that has a line feed, without that and any carriage return.
 QString decoded(std::string_view line)
 {
-    if (line.ends_with('\n')) {
-        line.remove_suffix(1);
-    }
+    line.remove_suffix(1);
     QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
     QString text = decode(QByteArrayView(line.data(), static_cast<qsizetype>(line.size())));
     text.remove(u'\r');
     return text;
 }
 
-/// Which words of a data line make a pixel, besides x and y in words 0 and 1.
-struct PixelColumns {
-    qint64 intensity = 2;
-    qint64 i0 = 3;
-    bool isI0Optional = true; ///< a line that ends before i0 has i0 1.0
-
-    qint64 last() const { return std::max({qint64{1}, intensity, i0}); }
+/// The numbers of a row as a map file gives them.
+struct Pixel {
+    double x = 0.0;
+    double y = 0.0;
+    double intensity = 0.0;
+    double i0 = 1.0;
 };
 
-/// Reads the next words as a pixel; false when words are missing.
+/// Reads the next words as x, y, intensity and i0; without the last, which then
+/// is 1.0, they are a pixel too. False when more words are missing.
 template <typename Words>
-bool readPixel(Words& words, const PixelColumns& columns, A2DRow& pixel)
+bool readFourColumns(Words& words, Pixel& pixel)
 {
-    pixel.i0 = 1.0;
-    const qint64 last = columns.last();
-    qint64 found = 0;
-    for (; found <= last && words.next(); ++found) {
-        if (found == 0) {
+    int found = 0;
+    for (double* const number : {&pixel.x, &pixel.y, &pixel.intensity, &pixel.i0}) {
+        if (!words.next()) {
+            break;
+        }
+        *number = words.toDouble();
+        ++found;
+    }
+    return found >= 3;
+}
+
+/// Words of a data line of channels.
+struct ChannelColumns {
+    qint64 intensity = 2;
+    qint64 i0 = 2;
+};
+
+/// Reads the next words as x, y and channels; false when words are missing, as
+/// the one of a column below 0 always is.
+template <typename Words>
+bool readChannels(Words& words, const ChannelColumns& columns, Pixel& pixel)
+{
+    if (columns.intensity < 0 || columns.i0 < 0) {
+        return false;
+    }
+    const qint64 last = std::max({qint64{1}, columns.intensity, columns.i0});
+    for (qint64 column = 0; column <= last; ++column) {
+        if (!words.next()) {
+            return false;
+        }
+        if (column == 0) {
             pixel.x = words.toDouble();
         }
-        if (found == 1) {
+        if (column == 1) {
             pixel.y = words.toDouble();
         }
-        if (found == columns.intensity) {
+        if (column == columns.intensity) {
             pixel.intensity = words.toDouble();
         }
-        if (found == columns.i0) {
+        if (column == columns.i0) {
             pixel.i0 = words.toDouble();
         }
     }
-    return found > (columns.isI0Optional ? columns.intensity : last);
+    return true;
 }
 
 enum class MapKind {
@@ -87,20 +110,19 @@ public:
     {
     }
 
-    /// Takes a line as bytes if it is a plain data line; false, with nothing
-    /// changed, if it has to be taken as text.
-    bool takeBytes(std::string_view line)
+    /// Takes lines of UTF-8, each with its line feed.
+    void takeLines(std::string_view lines)
     {
-        ByteWords words(line);
-        if (m_isFirstLine || words.startsWith('#')) {
-            return false;
+        const char* const end = lines.data() + lines.size();
+        for (const char* line = lines.data(); line != end;) {
+            ByteWords words(line);
+            const bool isTaken = takeBytes(words);
+            const char* const next = std::find(words.position(), end, '\n') + 1;
+            if (!isTaken) {
+                takeText(decoded({line, next}));
+            }
+            line = next;
         }
-        A2DRow pixel;
-        const bool isPixel = readDataLine(words, pixel);
-        if (isPixel && words.isPlain()) {
-            m_map.rows.append(std::move(pixel));
-        }
-        return words.isPlain();
     }
 
     /// Takes any line, without its line end.
@@ -117,9 +139,9 @@ public:
             takeKeyword(line, words);
             return;
         }
-        A2DRow pixel;
-        if (readDataLine(words, pixel)) {
-            m_map.rows.append(std::move(pixel));
+        Pixel pixel;
+        if (readPixel(words, pixel)) {
+            append(pixel);
         }
     }
 
@@ -138,6 +160,30 @@ public:
     }
 
 private:
+    /// Takes a line as bytes if it is a plain data line; false, with nothing
+    /// changed, if it has to be taken as text.
+    bool takeBytes(ByteWords& words)
+    {
+        if (m_isFirstLine || words.startsWith('#')) {
+            return false;
+        }
+        Pixel pixel;
+        const bool isPixel = readPixel(words, pixel);
+        if (isPixel && words.isPlain()) {
+            append(pixel);
+        }
+        return words.isPlain();
+    }
+
+    void append(const Pixel& pixel)
+    {
+        A2DRow& row = m_map.rows.emplaceBack(); // filled in place: a move costs more
+        row.x = pixel.x;
+        row.y = pixel.y;
+        row.intensity = pixel.intensity;
+        row.i0 = pixel.i0;
+    }
+
     static MapKind kindOf(const QString& firstLine)
     {
         if (firstLine.startsWith(QLatin1String("# 1306"))) {
@@ -148,15 +194,10 @@ private:
     }
 
     template <typename Words>
-    bool readDataLine(Words& words, A2DRow& pixel) const
+    bool readPixel(Words& words, Pixel& pixel) const
     {
-        if (m_kind != MapKind::Channels) {
-            return readPixel(words, PixelColumns(), pixel);
-        }
-        // The channels follow the two coordinates. A column of -1 or -2 falls
-        // on these; one below has no word to fall on.
-        const PixelColumns columns{qint64{m_iColumn} + 2, qint64{m_i0Column} + 2, false};
-        return columns.intensity >= 0 && columns.i0 >= 0 && readPixel(words, columns, pixel);
+        return m_kind == MapKind::Channels ? readChannels(words, m_columns, pixel)
+                                           : readFourColumns(words, pixel);
     }
 
     /// Acts on the keyword of a comment line, its second word.
@@ -179,9 +220,9 @@ private:
                 m_energyFound(word.at(3).toString());
             }
         } else if (keyword == QLatin1String("I0") && count > 2) {
-            m_i0Column = valueAfterColon(line);
+            m_columns.i0 = columnAfterColon(line);
         } else if (keyword == QLatin1String("I") && count > 2) {
-            m_iColumn = valueAfterColon(line);
+            m_columns.intensity = columnAfterColon(line);
         }
     }
 
@@ -196,28 +237,28 @@ private:
         }
     }
 
-    /// 0 for what is no int, which a line without a colon never is.
-    static int valueAfterColon(const QString& line)
+    /// The word of the channel that a column line names. The channels follow the
+    /// two coordinates; a channel of -1 or -2 falls on these. What is no int, as
+    /// is a line without a colon, reads as 0.
+    static qint64 columnAfterColon(const QString& line)
     {
-        return QStringView(line).sliced(line.indexOf(u':') + 1).toInt();
+        const int channel = QStringView(line).sliced(line.indexOf(u':') + 1).toInt();
+        return qint64{channel} + 2;
     }
 
     A2DData& m_map;
     const EnergyHandler& m_energyFound;
     MapKind m_kind = MapKind::Other;
-    int m_i0Column = 0;
-    int m_iColumn = 0;
+    ChannelColumns m_columns;
     bool m_isFirstLine = true;
 };
 
 /// Hands all lines of a UTF-8 device to @p builder.
 void readBlocks(QIODevice& device, MapBuilder& builder)
 {
-    Utf8Lines lines(device, static_cast<std::size_t>(mapTextBlockSize));
-    while (lines.next()) {
-        if (!builder.takeBytes(lines.line())) {
-            builder.takeText(decoded(lines.line()));
-        }
+    Utf8Blocks blocks(device, static_cast<std::size_t>(mapTextBlockSize));
+    while (blocks.next()) {
+        builder.takeLines(blocks.lines());
     }
 }
 

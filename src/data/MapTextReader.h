@@ -1,4 +1,8 @@
 // Reads the text form of a map file into an A2DData.
+//
+// Data lines of plain ASCII take a fast path that finds and converts the words in
+// the bytes of the file, without a string for each line. That is allowed because
+// such bytes mean the same to any decoder; any other line is taken as text.
 #pragma once
 
 #include <QtGlobal>

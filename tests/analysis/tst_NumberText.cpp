@@ -93,6 +93,14 @@ double sevenDigitsEndingInFive(Random& random)
     return step == 0 ? value : std::nextafter(value, step * inf);
 }
 
+/// As above, at a distance of about what the fast path keeps from the half.
+double closeToAHalf(Random& random)
+{
+    const double half = integer(random, 100'000, 999'999) + 0.5;
+    const double distance = std::ldexp(uniform(random, -1.0, 1.0), -integer(random, 24, 36));
+    return (half + distance) / std::pow(10.0, integer(random, 0, 9));
+}
+
 double wholeNumber(Random& random)
 {
     return std::floor(std::ldexp(uniform(random, -1.0, 1.0), integer(random, 1, 64)));
@@ -182,13 +190,17 @@ void tst_NumberText::readsAsPrinted()
 void tst_NumberText::edgesAreTheToolkits_data()
 {
     QTest::addColumn<double>("value");
-    // Limits of the range in which the text is made without the toolkit.
-    QTest::newRow("2^-74") << 0x1p-74;
-    QTest::newRow("2^-73") << 0x1p-73;
-    QTest::newRow("largest below 2^-73") << std::nextafter(0x1p-73, 0.0);
-    QTest::newRow("2^105") << 0x1p105;
+    // Limits of the fast path.
+    QTest::newRow("1e-4") << 1e-4;
+    QTest::newRow("rounds to 1e-4") << 9.9999995e-5;
+    QTest::newRow("2^-14") << 0x1p-14;
+    QTest::newRow("2^-13") << 0x1p-13;
+    QTest::newRow("999998.5") << 999998.5;
+    QTest::newRow("999999") << 999999.0;
+    QTest::newRow("999999.5") << 999999.5;
+    QTest::newRow("1e6") << 1e6;
     QTest::newRow("2^106") << 0x1p106;
-    QTest::newRow("largest below 2^106") << std::nextafter(0x1p106, 0.0);
+    QTest::newRow("largest") << std::numeric_limits<double>::max();
     QTest::newRow("smallest normal") << std::numeric_limits<double>::min();
     QTest::newRow("largest subnormal") << std::nextafter(std::numeric_limits<double>::min(), 0.0);
     // Halves that no double holds exactly, to either side of them.
@@ -199,7 +211,15 @@ void tst_NumberText::edgesAreTheToolkits_data()
     QTest::newRow("99999.95") << 99999.95;
     QTest::newRow("0.9999995") << 0.9999995;
     QTest::newRow("9.999995") << 9.999995;
-    // Exact halves whose power of ten is not exact.
+    QTest::newRow("2.5e-5") << 2.5e-5;
+    QTest::newRow("0.0002000005") << 0.0002000005;
+    QTest::newRow("0.001234565") << 0.001234565;
+    // Exact halves.
+    QTest::newRow("0.5") << 0.5;
+    QTest::newRow("1000005") << 1000005.0;
+    QTest::newRow("100000.5") << 100000.5;
+    QTest::newRow("10000.25") << 10000.25;
+    QTest::newRow("12345.75") << 12345.75;
     QTest::newRow("10000005") << 10000005.0;
     QTest::newRow("12345650") << 12345650.0;
     QTest::newRow("1000005e15") << 1000005e15;
@@ -237,12 +257,13 @@ void tst_NumberText::randomNumbersAreTheToolkits_data()
 {
     QTest::addColumn<Draw>("draw");
     QTest::addColumn<int>("count");
-    QTest::newRow("any bits") << Draw{anyBits} << 500'000;
-    QTest::newRow("0 to 10") << Draw{zeroToTen} << 1'500'000;
-    QTest::newRow("any magnitude near 1") << Draw{anyMagnitudeNearOne} << 1'000'000;
-    QTest::newRow("few binary digits") << Draw{dyadic} << 800'000;
-    QTest::newRow("seven digits ending in 5") << Draw{sevenDigitsEndingInFive} << 800'000;
-    QTest::newRow("whole numbers") << Draw{wholeNumber} << 300'000;
+    QTest::newRow("any bits") << Draw{anyBits} << 100'000;
+    QTest::newRow("0 to 10") << Draw{zeroToTen} << 600'000;
+    QTest::newRow("any magnitude near 1") << Draw{anyMagnitudeNearOne} << 400'000;
+    QTest::newRow("few binary digits") << Draw{dyadic} << 300'000;
+    QTest::newRow("seven digits ending in 5") << Draw{sevenDigitsEndingInFive} << 400'000;
+    QTest::newRow("close to a half") << Draw{closeToAHalf} << 400'000;
+    QTest::newRow("whole numbers") << Draw{wholeNumber} << 100'000;
     QTest::newRow("subnormal") << Draw{subnormal} << 50'000;
     QTest::newRow("powers of ten") << Draw{powerOfTenOrBeside} << 50'000;
 }

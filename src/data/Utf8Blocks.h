@@ -1,4 +1,4 @@
-// The lines of a device, as whole UTF-8.
+// The text of a device in blocks of whole lines, as whole UTF-8.
 #pragma once
 
 #include <QByteArray>
@@ -13,7 +13,7 @@ class QIODevice;
 namespace data
 {
 
-/// The lines of a device, read in blocks, as QTextStream would understand them
+/// The lines of a device, many at a time, as QTextStream would understand them
 /// if it took the device for UTF-8.
 ///
 /// Broken sequences are mended: replacement characters stand in their place.
@@ -22,27 +22,25 @@ namespace data
 /// cuts it, and a sequence left unfinished at the end of the file is dropped.
 ///
 /// Memory: some blocks, or a small multiple of the longest line.
-class Utf8Lines
+class Utf8Blocks
 {
 public:
     /// @param blockSize  bytes to ask for at a time, a multiple of pieceSize
-    Utf8Lines(QIODevice& device, std::size_t blockSize);
+    Utf8Blocks(QIODevice& device, std::size_t blockSize);
 
-    /// Moves on to the next line; false when there is none.
+    /// Moves on to the next lines; false when there are none.
     bool next();
 
-    /// The line with its line feed, if it has one. Valid until next().
-    std::string_view line() const { return unread().substr(0, m_lineEnd - m_lineBegin); }
+    /// At least one line, each with its line feed; a last line without one gets
+    /// it here. Valid until next().
+    std::string_view lines() const { return {m_block.data(), m_linesSize}; }
 
     static constexpr std::size_t pieceSize = 16384; ///< what QTextStream reads at a time
 
 private:
-    std::string_view unread() const
-    {
-        return {m_block.data() + m_lineBegin, m_filled - m_lineBegin};
-    }
     bool fill();
-    void moveUnreadToFront();
+    void append(std::string_view text);
+    void dropLines();
     void makeRoom(std::size_t size);
     QByteArray mended(std::string_view bytes);
 
@@ -50,10 +48,9 @@ private:
     std::size_t m_blockSize;
     QStringDecoder m_decoder{QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom};
     bool m_isInSequence = false; ///< the bytes read so far may end inside a sequence
-    std::vector<char> m_block;
+    std::vector<char> m_block;   ///< whole lines, then an unfinished one, then free bytes
+    std::size_t m_linesSize = 0;
     std::size_t m_filled = 0;
-    std::size_t m_lineBegin = 0;
-    std::size_t m_lineEnd = 0;
 };
 
 } // namespace data

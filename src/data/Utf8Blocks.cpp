@@ -1,4 +1,4 @@
-#include "data/Utf8Lines.h"
+#include "data/Utf8Blocks.h"
 
 #include <QByteArrayView>
 #include <QIODevice>
@@ -43,67 +43,71 @@ std::size_t readFully(QIODevice& device, char* out, std::size_t size)
 
 } // namespace
 
-Utf8Lines::Utf8Lines(QIODevice& device, std::size_t blockSize)
+Utf8Blocks::Utf8Blocks(QIODevice& device, std::size_t blockSize)
     : m_device(device)
     , m_blockSize(blockSize)
 {
     Q_ASSERT(blockSize > 0 && blockSize % pieceSize == 0);
 }
 
-bool Utf8Lines::next()
+bool Utf8Blocks::next()
 {
-    m_lineBegin = m_lineEnd;
-    std::size_t searched = 0;
-    do {
-        const std::string_view rest = unread().substr(searched);
-        const std::size_t end = rest.find('\n');
-        if (end != std::string_view::npos) {
-            m_lineEnd = m_lineBegin + searched + end + 1;
+    dropLines();
+    std::size_t searched = m_filled;
+    while (fill()) {
+        const std::string_view added(m_block.data() + searched, m_filled - searched);
+        const std::size_t last = added.rfind('\n');
+        if (last != std::string_view::npos) {
+            m_linesSize = searched + last + 1;
             return true;
         }
-        searched += rest.size();
-    } while (fill());
-    m_lineEnd = m_filled;
-    return m_lineEnd > m_lineBegin;
+        searched = m_filled;
+    }
+    if (m_filled > 0) {
+        append("\n");
+    }
+    m_linesSize = m_filled;
+    return m_filled > 0;
 }
 
 /// Reads on behind the unfinished line; false when nothing came.
-bool Utf8Lines::fill()
+bool Utf8Blocks::fill()
 {
-    moveUnreadToFront();
     makeRoom(m_blockSize);
     char* const out = m_block.data() + m_filled;
     const std::size_t got = readFully(m_device, out, m_blockSize);
     if (m_isInSequence || !isAscii({out, got})) {
         const QByteArray text = mended({out, got});
-        makeRoom(static_cast<std::size_t>(text.size()));
-        std::copy(text.cbegin(), text.cend(), m_block.data() + m_filled);
-        m_filled += static_cast<std::size_t>(text.size());
+        append({text.data(), static_cast<std::size_t>(text.size())});
     } else {
         m_filled += got;
     }
     return got > 0;
 }
 
-void Utf8Lines::moveUnreadToFront()
+void Utf8Blocks::append(std::string_view text)
 {
-    if (m_lineBegin == 0) {
-        return;
-    }
-    const std::string_view rest = unread();
-    std::copy(rest.begin(), rest.end(), m_block.begin());
-    m_filled = rest.size();
-    m_lineBegin = 0;
+    makeRoom(text.size());
+    std::copy(text.begin(), text.end(), m_block.data() + m_filled);
+    m_filled += text.size();
 }
 
-void Utf8Lines::makeRoom(std::size_t size)
+/// Moves the unfinished line to the front.
+void Utf8Blocks::dropLines()
+{
+    std::copy(m_block.data() + m_linesSize, m_block.data() + m_filled, m_block.data());
+    m_filled -= m_linesSize;
+    m_linesSize = 0;
+}
+
+void Utf8Blocks::makeRoom(std::size_t size)
 {
     if (m_block.size() - m_filled < size) {
         m_block.resize(std::max(m_filled + size, 2 * m_filled));
     }
 }
 
-QByteArray Utf8Lines::mended(std::string_view bytes)
+QByteArray Utf8Blocks::mended(std::string_view bytes)
 {
     m_isInSequence = !bytes.empty() && hasHighBit(bytes.back());
     QByteArray out;
