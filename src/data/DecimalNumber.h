@@ -40,6 +40,7 @@ inline bool readDecimal(const char*& text, double& value)
     const bool isNegative = *text == '-';
     std::uint64_t number = 0; // wraps around beyond mostDigits
     const auto skipDigits = [&number](const char* next) {
+#pragma GCC unroll 4
         for (; digitValue(*next) < 10; ++next) {
             number = 10 * number + digitValue(*next);
         }

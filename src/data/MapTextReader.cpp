@@ -12,6 +12,8 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <limits>
 #include <string_view>
 
@@ -123,11 +125,13 @@ public:
             }
             line = next;
         }
+        appendTaken();
     }
 
     /// Takes any line, without its line end.
     void takeText(const QString& line)
     {
+        appendTaken(); // whoever hears of an energy may look at the rows
         if (m_isFirstLine) {
             m_isFirstLine = false;
             m_kind = kindOf(line);
@@ -141,7 +145,8 @@ public:
         }
         Pixel pixel;
         if (readPixel(words, pixel)) {
-            append(pixel);
+            take(pixel);
+            appendTaken();
         }
     }
 
@@ -170,18 +175,36 @@ private:
         Pixel pixel;
         const bool isPixel = readPixel(words, pixel);
         if (isPixel && words.isPlain()) {
-            append(pixel);
+            take(pixel);
         }
         return words.isPlain();
     }
 
-    void append(const Pixel& pixel)
+    void take(const Pixel& pixel)
     {
-        A2DRow& row = m_map.rows.emplaceBack(); // filled in place: a move costs more
-        row.x = pixel.x;
-        row.y = pixel.y;
-        row.intensity = pixel.intensity;
-        row.i0 = pixel.i0;
+        m_taken[m_takenCount] = pixel;
+        if (++m_takenCount == m_taken.size()) {
+            appendTaken();
+        }
+    }
+
+    /// Puts the pixels taken behind the rows: many together, since the list looks
+    /// each time whether it is shared and has room.
+    void appendTaken()
+    {
+        if (m_takenCount == 0) {
+            return;
+        }
+        const qsizetype before = m_map.rows.size();
+        m_map.rows.resize(before + static_cast<qsizetype>(m_takenCount));
+        A2DRow* row = m_map.rows.data() + before;
+        for (std::size_t i = 0; i < m_takenCount; ++i, ++row) {
+            row->x = m_taken[i].x;
+            row->y = m_taken[i].y;
+            row->intensity = m_taken[i].intensity;
+            row->i0 = m_taken[i].i0;
+        }
+        m_takenCount = 0;
     }
 
     static MapKind kindOf(const QString& firstLine)
@@ -251,6 +274,8 @@ private:
     MapKind m_kind = MapKind::Other;
     ChannelColumns m_columns;
     bool m_isFirstLine = true;
+    std::array<Pixel, 64> m_taken;
+    std::size_t m_takenCount = 0;
 };
 
 /// Hands all lines of a UTF-8 device to @p builder.
