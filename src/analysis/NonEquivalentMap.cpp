@@ -195,6 +195,7 @@ void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistogram
             fillRows(values, block);
             if (block.isOutside) {
                 shareList(values, block, sharedOutside);
+                memory.values.forget(block.index);
             } else {
                 fillLists(values, block.count,
                           memory.values.share(block.index, block.rows, block.count, neq::count));

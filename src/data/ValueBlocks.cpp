@@ -11,6 +11,13 @@ void ValueBlocks::keepFirst(std::size_t count)
     m_blocks.resize(std::min(m_blocks.size(), count));
 }
 
+void ValueBlocks::forget(std::size_t index)
+{
+    if (index < m_blocks.size()) {
+        m_blocks[index] = {};
+    }
+}
+
 double* ValueBlocks::share(std::size_t index, A2DRow* rows, int count, int length)
 {
     if (m_blocks.size() <= index) {

@@ -23,6 +23,9 @@ public:
     /// Forgets all blocks from @p count on; their lists stay.
     void keepFirst(std::size_t count);
 
+    /// Forgets block @p index; its lists stay.
+    void forget(std::size_t index);
+
     /// Gives each of @p rows a list of @p length values in block @p index. Lists
     /// that are there already, and that nobody else has a copy of, stay and are
     /// filled anew.

@@ -156,6 +156,7 @@ private Q_SLOTS:
     void otherLengthIsFilledRight();
     void otherRowsAreFilledRight();
     void forgottenBlocksLeaveTheirLists();
+    void forgottenBlockGivesItsMemoryBack();
     void laterBlockMayComeFirst();
 
     void randomHistory_data();
@@ -540,6 +541,21 @@ void tst_ValueBlocks::forgottenBlocksLeaveTheirLists()
     QVERIFY(other.at(1) != places.at(1));
     QVERIFY(other.at(2) != places.at(2));
     QVERIFY(areFilled(rows, 2));
+}
+
+void tst_ValueBlocks::forgottenBlockGivesItsMemoryBack()
+{
+    ValueBlocks blocks;
+    Rows rows(blockRows);
+    refill(blocks, rows, 1.0);
+    Values last = rows.last().values;
+    rows.clear();
+    QVERIFY(!last.isDetached()); // the block has the other half
+    blocks.forget(7);            // there is none
+    QVERIFY(!last.isDetached());
+    blocks.forget(0);
+    QVERIFY(last.isDetached());
+    QCOMPARE(last, valuesOf(blockRows - 1, 1.0));
 }
 
 void tst_ValueBlocks::laterBlockMayComeFirst()
