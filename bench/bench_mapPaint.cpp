@@ -92,7 +92,7 @@ void paint(benchmark::State& state, const QList<DispArea*>& surfaces)
     }
 }
 
-/// As a first version does it: four conversions and one call for each cell, in
+/// The reference implementation: four conversions and one call for each cell, in
 /// view or not.
 template <class ColorAt>
 void plainCells(QPainter* p, const ChCoord& cc, ColorAt colorAt)

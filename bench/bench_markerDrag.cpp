@@ -1,8 +1,8 @@
 // What one move and one release of a dragged edge marker cost, from the mouse
 // event to the repainted graph window: with nothing loaded, and with four
 // references, a target and eight maps of 1000 x 1000 pixels. Each valid
-// reference runs the whole reflex within a move. Beside the loaded move stands one
-// calculation and one paint of the plots by the reference implementations.
+// reference runs the whole reflex within a move. The reference implementation of
+// a loaded move is one plain calculation and one plain paint of the plots.
 
 #include "support/PanelDesk.h"
 #include "support/PlainFits.h"

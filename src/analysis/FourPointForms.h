@@ -4,6 +4,10 @@
 //
 // None of them guards against a zero divisor: infinities and NaN flow into the
 // results, where the user sees them. All of them run once per pixel of a map.
+//
+// The forms may work on several pixels side by side because each operation is made
+// for each pixel in the order of the formula. The sums over the rows that do not
+// depend on the target are made beforehand, from the same terms in the same order.
 #pragma once
 
 #include "analysis/Lanes.h"
@@ -118,7 +122,7 @@ public:
                      const VPointNumbers& v);
 
     /// Fraction and thickness of the first @p count targets of a block, at most
-    /// blockPixels; what stands behind them in both results means nothing.
+    /// blockPixels; both results are undefined from there on.
     ///
     /// @param T             for each row the block of the targets' mut
     /// @param TV            the targets' mut at the V row

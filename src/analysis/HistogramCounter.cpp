@@ -16,10 +16,11 @@ using LaneInts [[gnu::vector_size(16)]] = std::int32_t;
 
 HistogramCounter::HistogramCounter(HistogramCounts& counts)
     : m_counts(counts)
-    , m_tables(counts.boxes <= mostBoxesOfTables ? tables : 1)
     , m_places(counts.boxes + 2)
-    , m_found(static_cast<std::size_t>(m_tables) * static_cast<std::size_t>(m_places), 0)
 {
+    if (counts.boxes <= mostBoxesOfTables) {
+        m_found.resize(static_cast<std::size_t>(tables * m_places));
+    }
 }
 
 void HistogramCounter::add(const Block& values, int count, Instructions instructions)
@@ -40,25 +41,47 @@ void HistogramCounter::add(const Block& values, int count, Instructions instruct
                 std::memcpy(places.data() + at, &place0, sizeof place0);
             }
         });
-    const int nextTable = m_tables > 1 ? m_places : 0;
+    if (m_found.empty()) {
+        countDirectly(places.data(), count);
+        return;
+    }
     int* const found = m_found.data();
     for (int i = 0; i < count; ++i) {
-        ++found[(i % tables) * nextTable + places[static_cast<std::size_t>(i)]];
+        ++found[(i % tables) * m_places + places[static_cast<std::size_t>(i)]];
+    }
+}
+
+void HistogramCounter::countDirectly(const int* places, int count)
+{
+    int* const bins = m_counts.bins.data();
+    for (int i = 0; i < count; ++i) {
+        const int place = places[i];
+        if (place == 0) {
+            ++m_counts.under;
+        } else if (place > m_counts.boxes) {
+            ++m_counts.over;
+        } else {
+            m_counts.total = std::max(m_counts.total, ++bins[place - 1]);
+        }
     }
 }
 
 void HistogramCounter::finish()
 {
-    for (int table = 0; table < m_tables; ++table) {
+    if (m_found.empty()) {
+        return;
+    }
+    int* const bins = m_counts.bins.data();
+    for (int table = 0; table < tables; ++table) {
         const int* const found = m_found.data() + table * m_places;
         m_counts.under += found[0];
         for (int i = 0; i < m_counts.boxes; ++i) {
-            m_counts.bins[i] += found[i + 1];
+            bins[i] += found[i + 1];
         }
         m_counts.over += found[m_counts.boxes + 1];
     }
-    for (const int bin : std::as_const(m_counts.bins)) {
-        m_counts.total = std::max(m_counts.total, bin);
+    for (int i = 0; i < m_counts.boxes; ++i) {
+        m_counts.total = std::max(m_counts.total, bins[i]);
     }
 }
 

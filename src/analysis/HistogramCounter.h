@@ -18,8 +18,8 @@ namespace analysis
 class HistogramCounter
 {
 public:
-    /// @param counts  started by the caller; must outlive this, and is unchanged
-    ///                until finish()
+    /// @param counts  started by the caller; must outlive this; has all of the
+    ///                counts after finish() and not before
     explicit HistogramCounter(HistogramCounts& counts);
 
     /// Counts the first @p count values of a block. All instructions that are
@@ -32,14 +32,16 @@ public:
 private:
     /// Neighbouring pixels often fall into the same bin, and a count can only
     /// grow after it has been written: with several counts for each bin they do
-    /// not wait for each other.
+    /// not wait for each other. Very many bins are counted in the histogram itself,
+    /// since to prepare and to add up so many would take longer than to wait.
     static constexpr int tables = 4;
     static constexpr int mostBoxesOfTables = 1024;
 
+    void countDirectly(const int* places, int count);
+
     HistogramCounts& m_counts;
-    int m_tables;
-    int m_places; ///< of a table: one for what lies below, the bins, one for above
-    std::vector<int> m_found;
+    int m_places = 0;         ///< of a table: one for what lies below, the bins, one for above
+    std::vector<int> m_found; ///< the tables; empty where they are not used
 };
 
 } // namespace analysis

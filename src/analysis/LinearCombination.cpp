@@ -75,7 +75,7 @@ std::array<double, LinearCombination::maxUnknowns> solveOne(const LinearCombinat
 
 } // namespace
 
-// The sizes are told apart here so that the loops over the unknowns unroll.
+// A version for each size, so that the loops over the unknowns unroll.
 std::array<double, LinearCombination::maxUnknowns>
 LinearCombination::coefficients(std::span<const double> values) const
 {

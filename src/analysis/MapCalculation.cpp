@@ -24,6 +24,19 @@ void fillRows(A2DRow* rows, int count, const Block& a, const Block& thickness)
     }
 }
 
+/// Whether the absorbance of @p maps is kept for the next calculation. That of very
+/// large maps is not, which saves more memory than it costs time: these forms are
+/// short, and each logarithm is taken once.
+bool isKept(const QList<const A2DData*>& maps)
+{
+    constexpr qsizetype mostPixels = qsizetype{1} << 24; // 128 MB
+    qsizetype pixels = 0;
+    for (const A2DData* map : maps) {
+        pixels += map->rows.size();
+    }
+    return pixels <= mostPixels;
+}
+
 /// The frame that the forms share.
 ///
 /// @param points  the rows whose maps are read
@@ -39,8 +52,8 @@ void calculate(const MapStack& stack, const QList<MapPoint>& points, A2DData& re
     }
     CalculationMemory ownMemory;
     CalculationMemory& memory = stack.memory != nullptr ? *stack.memory : ownMemory;
-    memory.absorbances.prepare(maps);
     memory.values.keepFirst(0); // the result has no such lists
+    memory.absorbances.prepare(isKept(maps) ? maps : QList<const A2DData*>());
     HistogramCounter valences(valence);
     HistogramCounter thicknesses(thickness);
     const ValenceMix mix = stack.mix;

@@ -137,8 +137,8 @@ QList<double> neqTargetResult(bool victoreen, const QList<double>& T, const NeqI
     QList<double> out;
     double sum = 0.0;
     neqSolve(victoreen, T, inputs.refValues, inputs.energies, inputs.weights, &sum, out);
-    // Formed first, unlike on the way of the maps: a difference in rounding
-    // that keeps both comparable with earlier data.
+    // Formed first, unlike in mapNonEquivalent(): a difference in rounding that keeps
+    // both comparable with earlier data.
     const double total = sum * inputs.jumpSum;
     for (int i = 0; i < referencesOf(inputs.refValues); ++i) {
         out[neq::dMut + i] = out.at(i) * total;

@@ -6,6 +6,7 @@
 #include "analysis/PixelBlocks.h"
 
 #include <algorithm>
+#include <cstring>
 #include <vector>
 
 namespace analysis
@@ -14,7 +15,7 @@ namespace analysis
 namespace
 {
 
-using ValueBlocks = std::array<Block, neq::count>;
+using BlockValues = std::array<Block, neq::count>;
 
 /// All values of a block of pixels from the absorbances at each row.
 class BlockSolver
@@ -33,7 +34,7 @@ public:
     int references() const { return m_fit.references(); }
     int rows() const { return m_fit.rows(); }
 
-    void solve(const double* const* t, int count, ValueBlocks& out) const
+    void solve(const double* const* t, int count, BlockValues& out) const
     {
         m_fit.withSize([&](auto size) {
             std::array<Block, size.unknowns> x;
@@ -71,7 +72,7 @@ private:
     template <std::size_t References, std::size_t Terms>
     [[gnu::always_inline]] inline void finishAt(NeqFit::Size<References, Terms> size,
                                                 const std::array<Block, References + Terms>& x,
-                                                int at, ValueBlocks& out) const
+                                                int at, BlockValues& out) const
     {
         std::array<Lanes, References + Terms> four;
         for (std::size_t i = 0; i < four.size(); ++i) {
@@ -80,7 +81,7 @@ private:
         std::array<Lanes, neq::count> values;
         const Lanes sum = m_fit.finish(size, four, values);
         for (std::size_t i = 0; i < References; ++i) {
-            // From left to right, unlike on the way of the target: see there.
+            // From left to right, unlike neqTargetResult(): see there.
             values[neq::dMut + i] = values[i] * sum * m_jumpSum;
         }
         Lanes valence{};
@@ -115,7 +116,7 @@ public:
         }
     }
 
-    void count(const ValueBlocks& values, int count, Instructions instructions)
+    void count(const BlockValues& values, int count, Instructions instructions)
     {
         for (Counter& each : m_counters) {
             each.counter.add(values[each.place], count, instructions);
@@ -144,7 +145,7 @@ private:
 };
 
 /// Fills the fields of the rows beside their lists.
-void fillRows(const ValueBlocks& values, const PixelBlock& block)
+void fillRows(const BlockValues& values, const PixelBlock& block)
 {
     for (int i = 0; i < block.count; ++i) {
         block.rows[i].intensity = values[neq::share][static_cast<std::size_t>(i)];
@@ -153,7 +154,7 @@ void fillRows(const ValueBlocks& values, const PixelBlock& block)
 }
 
 /// Writes the lists pixel by pixel.
-void fillLists(const ValueBlocks& values, int count, double* list)
+void fillLists(const BlockValues& values, int count, double* list)
 {
     for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
         for (const Block& value : values) {
@@ -162,19 +163,56 @@ void fillLists(const ValueBlocks& values, int count, double* list)
     }
 }
 
-/// A scan that was stopped early claims more pixels than it has. Those beyond all
-/// data are alike and share one list, so that no memory goes into their values.
-void shareList(const ValueBlocks& values, const PixelBlock& block, QList<double>& shared)
+/// The list that pixels share which are alike in all maps. A scan that was stopped
+/// early claims more pixels than it has, and a masked one has many of the same
+/// value: no memory goes into their values.
+class SharedList
 {
-    if (shared.isEmpty()) {
-        for (const Block& value : values) {
-            shared.append(value.front());
+public:
+    explicit SharedList(qsizetype maps)
+        : m_absorbances(static_cast<std::size_t>(maps))
+    {
+    }
+
+    /// Whether all pixels of @p block are alike. Different pixels mostly differ in
+    /// the first of them.
+    bool fits(const PixelBlock& block) const
+    {
+        const auto others = static_cast<std::size_t>(block.count - 1) * sizeof(double);
+        for (std::size_t k = 0; k < m_absorbances.size(); ++k) {
+            const double* const values = block.absorbances[k];
+            if (std::memcmp(values, values + 1, others) != 0) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    /// Gives the rows of such a block the list, a new one if they differ from the
+    /// pixels that have it.
+    void share(const BlockValues& values, const PixelBlock& block)
+    {
+        bool isNew = m_list.isEmpty();
+        for (std::size_t k = 0; k < m_absorbances.size(); ++k) {
+            const double absorbance = block.absorbances[k][0];
+            isNew |= std::memcmp(&absorbance, &m_absorbances[k], sizeof absorbance) != 0;
+            m_absorbances[k] = absorbance;
+        }
+        if (isNew) {
+            m_list.clear();
+            for (const Block& value : values) {
+                m_list.append(value.front());
+            }
+        }
+        for (int i = 0; i < block.count; ++i) {
+            block.rows[i].values = m_list;
         }
     }
-    for (int i = 0; i < block.count; ++i) {
-        block.rows[i].values = shared;
-    }
-}
+
+private:
+    std::vector<double> m_absorbances;
+    QList<double> m_list;
+};
 
 } // namespace
 
@@ -187,14 +225,14 @@ void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistogram
     memory.absorbances.prepare(stack.maps);
     memory.values.keepFirst(blockCount(*stack.base));
     Counters counters(histograms, solver.references());
-    QList<double> sharedOutside;
-    ValueBlocks values;
+    SharedList alike(stack.maps.size());
+    BlockValues values;
     calculateBlocks(
         stack.maps, memory.absorbances, *stack.base, result, [&](const PixelBlock& block) {
             solver.solve(block.absorbances, block.count, values);
             fillRows(values, block);
-            if (block.isOutside) {
-                shareList(values, block, sharedOutside);
+            if (alike.fits(block)) {
+                alike.share(values, block);
                 memory.values.forget(block.index);
             } else {
                 fillLists(values, block.count,

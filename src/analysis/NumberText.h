@@ -3,7 +3,7 @@
 // Most numbers take a fast path: one multiplication by an exact power of ten puts
 // their six digits before the point, where they are rounded. That is allowed
 // because its error is known, and a number for which it could matter goes to the
-// toolkit, as do all below 1e-4, from 1e6 on and those that are not finite.
+// toolkit, as do all below 1e-16, from 1e27 on and those that are not finite.
 #pragma once
 
 #include <QByteArray>

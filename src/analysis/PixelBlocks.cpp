@@ -13,9 +13,10 @@ A2DRow* startResult(A2DData& result, const A2DData& base)
     result.yNum = base.yNum;
     result.headerLines = base.headerLines;
     const qsizetype pixels = base.xNum > 0 && base.yNum > 0 ? qsizetype{base.xNum} * base.yNum : 0;
-    // Rows that are shared would be copied, and those of a much larger map keep
-    // too much memory.
-    if (!result.rows.isDetached() || result.rows.capacity() / 2 > pixels) {
+    // Rows that are shared or too few would be copied, and those of a much larger
+    // map keep too much memory.
+    const qsizetype capacity = result.rows.capacity();
+    if (!result.rows.isDetached() || capacity < pixels || capacity / 2 > pixels) {
         result.rows = {};
     }
     result.rows.reserve(pixels);
@@ -46,31 +47,28 @@ StackBlocks::StackBlocks(const QList<const A2DData*>& maps, const data::Absorban
     , m_values(static_cast<std::size_t>(maps.size()))
 {
     for (const A2DData* map : maps) {
-        m_sources.push_back({cache.of(*map), map->rows.size(), map->xNum});
+        m_sources.push_back({cache.of(*map), map->rows.constData(), map->rows.size(), map->xNum});
     }
 }
 
-bool StackBlocks::read(qint64 first, int count)
+void StackBlocks::read(qint64 first, int count)
 {
-    bool isAnyInside = false;
     for (std::size_t k = 0; k < m_sources.size(); ++k) {
         const Source& source = m_sources[k];
-        if (source.width == m_width && first + blockPixels <= source.size) {
+        if (source.absorbance != nullptr && source.width == m_width &&
+            first + blockPixels <= source.size) {
             m_values[k] = source.absorbance + first;
-            isAnyInside = true;
         } else {
-            isAnyInside |= copy(source, first, count, m_blocks[k]);
+            copy(source, first, count, m_blocks[k]);
             m_values[k] = m_blocks[k].data();
         }
     }
-    return isAnyInside;
 }
 
 /// In pieces of one line each, since the map may have a width of its own.
-bool StackBlocks::copy(const Source& source, qint64 first, int count, Block& block) const
+void StackBlocks::copy(const Source& source, qint64 first, int count, Block& block) const
 {
     block.fill(data::absorbanceOutside);
-    bool isAnyInside = false;
     const qint64 end = first + count;
     for (qint64 at = first; at < end;) {
         const qint64 y = at / m_width;
@@ -79,12 +77,12 @@ bool StackBlocks::copy(const Source& source, qint64 first, int count, Block& blo
         const qint64 from = std::clamp(qint64{0}, at + toSource, pieceEnd + toSource);
         const qint64 to = std::clamp(source.size, from, std::max(from, pieceEnd + toSource));
         for (qint64 i = from; i < to; ++i) {
-            block[static_cast<std::size_t>(i - toSource - first)] = source.absorbance[i];
+            block[static_cast<std::size_t>(i - toSource - first)] =
+                source.absorbance != nullptr ? source.absorbance[i]
+                                             : data::absorbance(source.rows[i]);
         }
-        isAnyInside |= from < to;
         at = pieceEnd;
     }
-    return isAnyInside;
 }
 
 } // namespace analysis

@@ -32,15 +32,15 @@ void copyCoordinates(const A2DData& base, qint64 first, int count, A2DRow* rows)
 class StackBlocks
 {
 public:
-    /// @param cache  made ready for all of @p maps; like them, must outlive this
+    /// @param cache  has the absorbance of some of @p maps, that of the others is
+    ///               calculated where it is asked for; like them, must outlive this
     /// @param base   its width and height place the pixels
     StackBlocks(const QList<const A2DData*>& maps, const data::AbsorbanceCache& cache,
                 const A2DData& base);
 
     /// Reads the pixels from @p first on (index in scan order), @p count of them,
     /// at most blockPixels.
-    /// @return whether any of the maps has any of them
-    bool read(qint64 first, int count);
+    void read(qint64 first, int count);
 
     /// For each map the block that was read last; numbers behind its pixels mean
     /// nothing.
@@ -48,12 +48,13 @@ public:
 
 private:
     struct Source {
-        const double* absorbance;
+        const double* absorbance; ///< of all rows; null where it is not kept
+        const A2DRow* rows;
         qint64 size;
         qint64 width;
     };
 
-    bool copy(const Source& source, qint64 first, int count, Block& block) const;
+    void copy(const Source& source, qint64 first, int count, Block& block) const;
 
     qint64 m_width;
     std::vector<Source> m_sources;
@@ -67,13 +68,12 @@ struct PixelBlock {
     int count;                        ///< pixels, at most blockPixels
     A2DRow* rows;                     ///< of the result; they have x and y
     const double* const* absorbances; ///< of the maps, as of StackBlocks
-    bool isOutside;                   ///< none of the maps has any of these pixels
 };
 
 /// Makes @p result, one row for each pixel of @p base, in scan order, with the size
 /// and the comment lines of @p base. No pixel is skipped.
 ///
-/// @param cache  made ready for all of @p maps
+/// @param cache  as of StackBlocks
 /// @param fill   called as fill(block) for each PixelBlock, to set the fields of its
 ///               rows beside x and y
 template <class Fill>
@@ -83,12 +83,12 @@ void calculateBlocks(const QList<const A2DData*>& maps, const data::AbsorbanceCa
     A2DRow* const rows = startResult(result, base);
     StackBlocks stack(maps, cache, base);
     const qint64 pixels = result.rows.size();
-    PixelBlock block{0, 0, rows, stack.values(), false};
+    PixelBlock block{0, 0, rows, stack.values()};
     for (qint64 first = 0; first < pixels; first += blockPixels) {
         block.count = static_cast<int>(std::min<qint64>(blockPixels, pixels - first));
         block.rows = rows + first;
         copyCoordinates(base, first, block.count, block.rows);
-        block.isOutside = !stack.read(first, block.count);
+        stack.read(first, block.count);
         fill(block);
         ++block.index;
     }

@@ -68,7 +68,7 @@ bool isSizeTooLarge(qint64 width, qint64 height);
 ///              further, and loading again and again does not fill the memory.
 void appendPixels(A2DData& map, const TDData0& source, qsizetype most = maxMapPixels);
 
-/// Absorbance mu*t of a pixel: the intensity as it stands where i0 is 0.0; 1.0
+/// Absorbance mu*t of a pixel: the intensity itself where i0 is 0.0; 1.0
 /// where the intensity is 0.0; otherwise ln(i0 / intensity). NaN in either field
 /// goes on to the logarithm.
 inline double absorbance(const A2DRow& pixel)

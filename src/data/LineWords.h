@@ -1,4 +1,8 @@
 // The words of a line of a text file, taken one at a time.
+//
+// Words of plain ASCII may be found and converted as bytes because the toolkit's
+// simplified and split text has the same words. A line with any other byte goes
+// through that text.
 #pragma once
 
 #include "data/DecimalNumber.h"

@@ -1,4 +1,8 @@
 // The text of a device in blocks of whole lines, as whole UTF-8.
+//
+// Blocks may take the place of single lines because no byte of UTF-8 but the line
+// feed itself looks like one. Text that is not plain ASCII goes through the toolkit's
+// decoder, cut where QTextStream cuts it.
 #pragma once
 
 #include <QByteArray>

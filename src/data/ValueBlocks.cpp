@@ -32,7 +32,7 @@ double* ValueBlocks::share(std::size_t index, A2DRow* rows, int count, int lengt
     Q_CHECK_PTR(memory.data());
     for (int i = 0; i < count; ++i) {
         Memory list = memory; // one owner more
-        list.ptr += qsizetype{length} * i;
+        list.setBegin(list.data() + qsizetype{length} * i);
         list.size = length;
         rows[i].values = QList<double>(std::move(list));
     }

@@ -13,10 +13,14 @@ namespace data
 /// Gives the rows of a result their lists of values as views on a few blocks of
 /// memory, and fills the same blocks again for the next result.
 ///
-/// A block may stand for the lists of many rows because the toolkit's list counts
+/// A block may stand for the lists of many rows because a list of the toolkit counts
 /// the owners of its memory and need not begin where that begins. A copy of a list
 /// keeps its block alive and unchanged, and whoever writes to a list gets memory of
 /// his own for it.
+///
+/// To make such a list takes QArrayDataPointer and the list's constructor from it:
+/// public in the toolkit's headers, but not documented. Checked with Qt 6.4, where
+/// tst_ValueBlocks tries each operation of a list on them; run it with a new version.
 class ValueBlocks
 {
 public:
@@ -30,6 +34,7 @@ public:
     /// that are there already, and that nobody else has a copy of, stay and are
     /// filled anew.
     ///
+    /// @param length  above 0
     /// @param count  number of rows, above 0. A write to one list allocates up to
     ///               the whole block again, so a block is better kept small.
     /// @return where the values of the first row begin; those of the others follow

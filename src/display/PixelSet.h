@@ -1,4 +1,7 @@
 // A set of pixels, one bit each.
+//
+// A fill of the set may take the place of single drawings in one colour because
+// drawing a pixel again does not change it. Neighbours in a line are filled together.
 #pragma once
 
 #include <QRect>

@@ -144,6 +144,7 @@ private Q_SLOTS:
     void linearBackgroundHasNoSecondSlopeInAnyRow();
     void everyPixelIsCountedForTheReferencesInUseAlone();
     void pixelsBeyondAllDataShareTheirValues();
+    void blocksOfAlikePixelsShareTheirValues();
     void totalIsMultipliedFromLeftToRight();
     void equalsPlainRoadToTheLastBit_data();
     void equalsPlainRoadToTheLastBit();
@@ -274,6 +275,27 @@ void tst_NonEquivalentMap::pixelsBeyondAllDataShareTheirValues()
     QVERIFY(result.map.rows.at(64).values.constData() ==
             result.map.rows.at(999).values.constData());
     QVERIFY(result.map.rows.at(0).values.constData() != result.map.rows.at(1).values.constData());
+}
+
+void tst_NonEquivalentMap::blocksOfAlikePixelsShareTheirValues()
+{
+    // Blocks of 64: one of 1, two of 2, one of 2 but for its last pixel, one of NaN.
+    QList<double> muts(64, 1.0);
+    muts += QList<double>(191, 2.0) + QList<double>{3.0} + QList<double>(64, notANumber);
+    const A2DData base = readyMap(320, 1, muts);
+    const A2DData flat = readyMap(320, 1, QList<double>(320, 0.5));
+    Result result;
+    analysis::mapNonEquivalent(twoReferenceStack({&base, &flat, &flat, &base}), result.map,
+                               result.histograms());
+    const auto listOf = [&](int pixel) { return result.map.rows.at(pixel).values.constData(); };
+    QVERIFY(listOf(0) == listOf(63));
+    QVERIFY(listOf(64) == listOf(191));
+    QVERIFY(listOf(0) != listOf(64));
+    QVERIFY(listOf(192) != listOf(193));
+    QVERIFY(listOf(256) == listOf(319));
+    QCOMPARE(result.map.rows.at(192).values, result.map.rows.at(64).values);
+    QVERIFY(result.map.rows.at(0).values != result.map.rows.at(64).values);
+    QVERIFY(result.map.rows.at(255).values != result.map.rows.at(254).values);
 }
 
 void tst_NonEquivalentMap::totalIsMultipliedFromLeftToRight()

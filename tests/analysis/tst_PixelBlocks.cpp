@@ -34,7 +34,9 @@ private Q_SLOTS:
     void muchLargerEarlierResultGivesItsMemoryBack();
     void similarEarlierResultKeepsItsMemory();
     void sharedEarlierResultStaysAsItWas();
-    void blocksBeyondAllRowsAreOutside();
+    void pixelsBeyondTheRowsCountAsOutside();
+    void absorbanceThatIsNotKeptIsCalculated();
+    void growingResultTakesNewMemory();
 };
 
 void tst_PixelBlocks::everyPixelIsInOneBlockInScanOrder()
@@ -127,16 +129,49 @@ void tst_PixelBlocks::sharedEarlierResultStaysAsItWas()
     QCOMPARE(copy.first().x, 1.0);
 }
 
-void tst_PixelBlocks::blocksBeyondAllRowsAreOutside()
+void tst_PixelBlocks::pixelsBeyondTheRowsCountAsOutside()
 {
     const A2DData base = tests::readyMap(100, 2, QList<double>(65, 3.0));
     A2DData result;
-    QList<bool> outside;
-    calculate(base, result, [&](const PixelBlock& block) {
-        outside.append(block.isOutside);
-        QCOMPARE(block.absorbances[0][block.count - 1], block.index == 0 ? 3.0 : -1.0);
-    });
-    QCOMPARE(outside, (QList<bool>{false, false, true, true}));
+    QList<double> last;
+    calculate(base, result,
+              [&](const PixelBlock& block) { last.append(block.absorbances[0][block.count - 1]); });
+    QCOMPARE(last, (QList<double>{3.0, -1.0, -1.0, -1.0}));
+}
+
+void tst_PixelBlocks::absorbanceThatIsNotKeptIsCalculated()
+{
+    A2DData base = tests::readyMap(70, 1, {});
+    A2DData narrow = tests::readyMap(7, 20, {});
+    for (int i = 0; i < 90; ++i) {
+        base.rows.append({0.0, 0.0, 1.0 + i, 100.0, {}});
+        narrow.rows.append({0.0, 0.0, 2.0 + i, 50.0, {}});
+    }
+    data::AbsorbanceCache cache;
+    cache.prepare({&narrow});
+    for (const QList<const A2DData*>& maps :
+         {QList<const A2DData*>{&base, &narrow}, QList<const A2DData*>{&narrow, &base}}) {
+        A2DData result;
+        int pixel = 0;
+        analysis::calculateBlocks(maps, cache, base, result, [&](const PixelBlock& block) {
+            for (int i = 0; i < block.count; ++i, ++pixel) {
+                for (qsizetype k = 0; k < maps.size(); ++k) {
+                    QCOMPARE(block.absorbances[k][i], data::pixelMut(*maps.at(k), pixel, 0));
+                }
+            }
+        });
+        QCOMPARE(pixel, 70);
+    }
+}
+
+void tst_PixelBlocks::growingResultTakesNewMemory()
+{
+    // Rows that are copied into a longer list take their values with them.
+    A2DData result;
+    result.rows.append({1.0, 2.0, 3.0, 4.0, {5.0}});
+    analysis::startResult(result, tests::readyMap(100, 1, {}));
+    QCOMPARE(result.rows.size(), 100);
+    QVERIFY(result.rows.first().values.isEmpty());
 }
 
 QTEST_APPLESS_MAIN(tst_PixelBlocks)
