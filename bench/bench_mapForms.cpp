@@ -56,23 +56,6 @@ tests::PlainStack plainStack(const QList<int>& rows)
     return stack;
 }
 
-analysis::MapStack productStack(const tests::PlainStack& plain)
-{
-    analysis::MapStack stack;
-    stack.r = plain.r;
-    stack.mix = {true, 2.0, 3.0};
-    for (const tests::PlainPoint& point : plain.points) {
-        const analysis::MapPoint numbers{point.map, point.energy.toDouble(), point.r1.toDouble(),
-                                         point.r2.toDouble()};
-        if (point.vPoint) {
-            stack.v = numbers;
-        } else {
-            stack.others.append(numbers);
-        }
-    }
-    return stack;
-}
-
 using PlainForm = decltype(&tests::plainThreePoints);
 using ProductForm = decltype(&analysis::mapThreePoints);
 
@@ -91,7 +74,7 @@ void plainForm(benchmark::State& state, PlainForm form, const QList<int>& rows)
 
 void productForm(benchmark::State& state, ProductForm form, const QList<int>& rows, bool isNew)
 {
-    analysis::MapStack stack = productStack(plainStack(rows));
+    analysis::MapStack stack = tests::mapStackOf(plainStack(rows));
     analysis::CalculationMemory memory;
     stack.memory = &memory;
     A2DData result;

@@ -28,14 +28,14 @@ void HistogramCounter::add(const Block& values, int count, Instructions instruct
     std::array<std::int32_t, blockPixels> places;
     const double minV = m_counts.minV;
     const double step = m_counts.step;
-    const Lanes most = allLanes(m_counts.boxes); // whatever is above the bins
+    const Lanes most = allLanes(m_counts.boxes); // the index of all values above the range
     runKernel(
         instructions, [&]() __attribute__((always_inline)) {
             for (int at = 0; at < count; at += laneCount) {
                 const Lanes place = (loadLanes(values.data() + at) - minV) / step;
                 const LaneBits fits = (place > -1.0) & (place < HistogramCounts::beyondInt);
                 const Lanes known = fits ? place : allLanes(-1.0);
-                // Held before the conversion, so that 1 more is an int as well.
+                // Clamped before the conversion: index + 1 must fit an int.
                 const Lanes held = known < most ? known : most;
                 const LaneInts place0 = __builtin_convertvector(held, LaneInts) + 1;
                 std::memcpy(places.data() + at, &place0, sizeof place0);

@@ -12,7 +12,7 @@ struct HistogramCounts {
     /// The most bins that are counted, whatever number was asked for.
     static constexpr int maxBoxes = 1'000'000;
 
-    /// 2^31. The place of a bin is below it, or no int.
+    /// 2^31, the first number that is too large for the index of a bin.
     static constexpr double beyondInt = 2147483648.0;
 
     /// The number of bins that a number typed by the user stands for: truncated,

@@ -12,7 +12,7 @@ A2DRow* startResult(A2DData& result, const A2DData& base)
     result.xNum = base.xNum;
     result.yNum = base.yNum;
     result.headerLines = base.headerLines;
-    const qsizetype pixels = base.xNum > 0 && base.yNum > 0 ? qsizetype{base.xNum} * base.yNum : 0;
+    const qsizetype pixels = pixelCount(base);
     // Rows that are shared or too few would be copied, and those of a much larger
     // map keep too much memory.
     const qsizetype capacity = result.rows.capacity();

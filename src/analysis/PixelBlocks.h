@@ -16,6 +16,12 @@
 namespace analysis
 {
 
+/// The pixels that @p base claims; none where a side is 0 or less.
+inline qsizetype pixelCount(const A2DData& base)
+{
+    return base.xNum > 0 && base.yNum > 0 ? qsizetype{base.xNum} * base.yNum : 0;
+}
+
 /// Gives @p result the size and the comment lines of @p base and a row for each
 /// of its pixels, in scan order. The fields of the rows are left to the caller,
 /// who finds there what an earlier result had: its memory is used again where
@@ -97,8 +103,7 @@ void calculateBlocks(const QList<const A2DData*>& maps, const data::AbsorbanceCa
 /// Blocks of a result with the size of @p base.
 inline std::size_t blockCount(const A2DData& base)
 {
-    const qint64 pixels = base.xNum > 0 && base.yNum > 0 ? qint64{base.xNum} * base.yNum : 0;
-    return static_cast<std::size_t>((pixels + blockPixels - 1) / blockPixels);
+    return static_cast<std::size_t>((pixelCount(base) + blockPixels - 1) / blockPixels);
 }
 
 } // namespace analysis

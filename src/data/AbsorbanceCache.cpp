@@ -15,7 +15,7 @@ void AbsorbanceCache::prepare(const QList<const A2DData*>& maps)
                            [&](const A2DData* map) { return entry.holds(*map); });
     };
     const auto firstFree = std::partition(m_entries.begin(), m_entries.end(), isWanted);
-    // Their rows first, so that those are gone before anything is made.
+    // Releases the old maps' rows before new memory is allocated.
     std::for_each(firstFree, m_entries.end(), [](Entry& entry) { entry.rows = {}; });
     std::vector<Entry> free(std::make_move_iterator(firstFree),
                             std::make_move_iterator(m_entries.end()));
@@ -48,7 +48,7 @@ void AbsorbanceCache::Entry::fill(const QList<A2DRow>& newRows)
 {
     rows = newRows;
     const qsizetype size = rows.size();
-    // The memory of an earlier map is taken again, unless it is far too much.
+    // Reuses the array of an earlier map unless it is more than twice too large.
     if (capacity < size || capacity / 2 > size) {
         values = nullptr;
         values = std::make_unique_for_overwrite<double[]>(static_cast<std::size_t>(size));

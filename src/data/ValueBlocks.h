@@ -13,7 +13,7 @@ namespace data
 /// Gives the rows of a result their lists of values as views on a few blocks of
 /// memory, and fills the same blocks again for the next result.
 ///
-/// A block may stand for the lists of many rows because a list of the toolkit counts
+/// A block may replace the memory of many lists because a list of the toolkit counts
 /// the owners of its memory and need not begin where that begins. A copy of a list
 /// keeps its block alive and unchanged, and whoever writes to a list gets memory of
 /// his own for it.
@@ -34,9 +34,9 @@ public:
     /// that are there already, and that nobody else has a copy of, stay and are
     /// filled anew.
     ///
+    /// @param count   number of rows, above 0. A write to one list allocates up to
+    ///                the whole block again, so a block is better kept small.
     /// @param length  above 0
-    /// @param count  number of rows, above 0. A write to one list allocates up to
-    ///               the whole block again, so a block is better kept small.
     /// @return where the values of the first row begin; those of the others follow
     ///         without a gap. To be filled before a list is read or copied
     double* share(std::size_t index, A2DRow* rows, int count, int length);

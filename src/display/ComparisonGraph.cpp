@@ -54,8 +54,8 @@ void ComparisonGraph::drawPoints(QPainter* p, const display::MarkPlaces& places)
     marks.draw(p);
 }
 
-/// Where a pixel of the plot is none of the device, as on a fine screen. A point
-/// that has a newer one on its very place is left out where it does not show.
+/// For painters that scale, as on a high-resolution screen. A point is skipped when a
+/// newer one at the same place hides it.
 void ComparisonGraph::drawOneByOne(QPainter* p, const display::MarkPlaces& places) const
 {
     const auto colorOf = [this](const LCFPoint& point) {

@@ -27,7 +27,7 @@ public:
     double lower = 0.0; ///< valence of the first used reference
     double upper = 0.0; ///< valence of the second one
     QList<LCFPoint> points;
-    QList<QColor> colors; ///< those of the runs, from the start again beyond the last; else black
+    QList<QColor> colors; ///< of the runs, used cyclically; black without any
 
 protected:
     void drawData(QStylePainter* p, const ChCoord& cc) const override;

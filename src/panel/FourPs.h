@@ -352,7 +352,7 @@ private:
     void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy);
 
     MessageLines m_messages;
-    analysis::MapResultCache m_latestMap; ///< for calculations that would give what is there
+    analysis::MapResultCache m_latestMap; ///< skips those with unchanged inputs
     analysis::CalculationMemory m_calculationMemory;
     QButtonGroup* m_mapRadioGroup = nullptr;
     QButtonGroup* m_mapRowGroup = nullptr;

@@ -138,25 +138,6 @@ Outcome expectedOf(const Task& task)
     return expected;
 }
 
-analysis::MapStack stackOf(const tests::PlainStack& plain)
-{
-    analysis::MapStack stack;
-    stack.r = plain.r;
-    stack.mix = {plain.references.at(0).valid && plain.references.at(1).valid,
-                 plain.references.at(0).valence.toDouble(),
-                 plain.references.at(1).valence.toDouble()};
-    for (const tests::PlainPoint& point : plain.points) {
-        const analysis::MapPoint numbers{point.map, point.energy.toDouble(), point.r1.toDouble(),
-                                         point.r2.toDouble()};
-        if (point.vPoint) {
-            stack.v = numbers;
-        } else {
-            stack.others.append(numbers);
-        }
-    }
-    return stack;
-}
-
 /// By the program, into what an earlier calculation left.
 void calculate(const Task& task, Outcome& outcome, CalculationMemory* memory,
                Instructions instructions)
@@ -174,7 +155,7 @@ void calculate(const Task& task, Outcome& outcome, CalculationMemory* memory,
                                     {&counts[6], &counts[7], &counts[8], &counts[9]}});
         return;
     }
-    analysis::MapStack stack = stackOf(task.points);
+    analysis::MapStack stack = tests::mapStackOf(task.points);
     stack.memory = memory;
     stack.instructions = instructions;
     if (task.method == Method::ThreePoints) {

@@ -36,7 +36,7 @@ bool sameCounts(const HistogramCounts& a, const tests::PlainHistogram& plain)
            a.total == plain.total;
 }
 
-/// Counts @p values in blocks of @p perBlock; behind them in each block stand
+/// Counts @p values in blocks of @p perBlock; the rest of each block holds
 /// numbers that @p counts would count.
 /// @return whether a copy of the counts that was taken meanwhile stays as it was
 bool countInBlocks(HistogramCounts& counts, const Values& values, int perBlock,

@@ -1,4 +1,4 @@
-// When a map calculation may be left out because it would give what is there.
+// When a map calculation is skipped because its inputs are unchanged.
 
 #include "analysis/MapResultCache.h"
 

@@ -97,6 +97,25 @@ void plainCount(PlainHistogram& histogram, double value)
     }
 }
 
+analysis::MapStack mapStackOf(const PlainStack& plain)
+{
+    analysis::MapStack stack;
+    stack.r = plain.r;
+    stack.mix = {plain.references.at(0).valid && plain.references.at(1).valid,
+                 plain.references.at(0).valence.toDouble(),
+                 plain.references.at(1).valence.toDouble()};
+    for (const PlainPoint& point : plain.points) {
+        const analysis::MapPoint numbers{point.map, point.energy.toDouble(), point.r1.toDouble(),
+                                         point.r2.toDouble()};
+        if (point.vPoint) {
+            stack.v = numbers;
+        } else {
+            stack.others.append(numbers);
+        }
+    }
+    return stack;
+}
+
 double plainPixelMut(const A2DData& map, int x, int y)
 {
     const qint64 i = qint64{y} * map.xNum + x;

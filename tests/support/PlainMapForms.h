@@ -3,6 +3,7 @@
 // one at a time. The product's road must give the same bits.
 #pragma once
 
+#include "analysis/MapCalculation.h"
 #include "data/A2DData.h"
 
 #include <QList>
@@ -42,6 +43,9 @@ struct PlainStack {
 
 /// Counts one value, the bin found by plain truncation.
 void plainCount(PlainHistogram& histogram, double value);
+
+/// The same for the product; the first two of the references are used.
+analysis::MapStack mapStackOf(const PlainStack& plain);
 
 double plainPixelMut(const A2DData& map, int x, int y);
 
