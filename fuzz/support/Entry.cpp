@@ -1,0 +1,34 @@
+// The function that libFuzzer and the replay driver call for each input.
+
+#include "support/FuzzTarget.h"
+
+#include <QString>
+#include <QtGlobal>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+namespace
+{
+
+void dropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
+
+} // namespace
+
+void fuzz::fail(const char* what, const char* file, int line)
+{
+    std::fprintf(stderr, "%s:%d: does not hold: %s\n", file, line, what);
+    std::abort();
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    // The debug log of millions of odd inputs is of no use.
+    [[maybe_unused]] static const auto former = qInstallMessageHandler(dropMessage);
+    // A copy of the input's very size, so that reading past its end is seen.
+    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    fuzz::tryInput(bytes);
+    return 0;
+}
