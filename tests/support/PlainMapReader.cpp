@@ -109,7 +109,7 @@ bool readPlainMap(const QString& path, A2DData& map, const data::EnergyHandler& 
     if (state.kind == 1) {
         map.deriveSize();
     }
-    if (data::isSizeTooLarge(map.xNum, map.yNum)) {
+    if (data::isSizeTooLarge(map.xNum, map.yNum, map.rows.size())) {
         map.xNum = map.yNum = 0;
     }
     return map.xNum > 0 && map.yNum > 0 && !map.rows.isEmpty();
