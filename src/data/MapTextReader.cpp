@@ -18,6 +18,7 @@
 #include <cstddef>
 #include <limits>
 #include <string_view>
+#include <vector>
 
 namespace data
 {
@@ -104,13 +105,17 @@ enum class MapKind {
     Other = 2,       ///< read like FourColumns
 };
 
-/// Takes the lines of a map file in order and builds the map from them.
+/// Takes the lines of a map file in order and builds the map from them, or only
+/// counts its rows.
 class MapBuilder
 {
 public:
-    MapBuilder(A2DData& map, const EnergyHandler& energyFound)
+    enum class Purpose { Build, Count };
+
+    MapBuilder(A2DData& map, const EnergyHandler& energyFound, Purpose purpose = Purpose::Build)
         : m_map(map)
         , m_energyFound(energyFound)
+        , m_purpose(purpose)
     {
     }
 
@@ -154,16 +159,23 @@ public:
         return !m_isRefused;
     }
 
-    /// Gives the map up, with a line in the debug log, and its memory back.
+    /// Gives the map up, and its memory back, with a line in the debug log.
     void refuse(const char* reason)
     {
         reportRefusal(reason);
+        giveUp();
+    }
+
+    void giveUp()
+    {
         m_isRefused = true;
         m_takenCount = 0;
         m_map.clear();
         m_map.rows = {};
         m_map.headerLines = {};
     }
+
+    bool isRefused() const { return m_isRefused; }
 
     /// Settles the size; whether the map has one, and a row.
     bool finish()
@@ -211,14 +223,9 @@ private:
         if (m_takenCount == 0 || !canAppendTaken()) {
             return;
         }
-        const qsizetype before = m_map.rows.size();
-        m_map.rows.resize(before + static_cast<qsizetype>(m_takenCount));
-        A2DRow* row = m_map.rows.data() + before;
-        for (std::size_t i = 0; i < m_takenCount; ++i, ++row) {
-            row->x = m_taken[i].x;
-            row->y = m_taken[i].y;
-            row->intensity = m_taken[i].intensity;
-            row->i0 = m_taken[i].i0;
+        m_rowCount += static_cast<qsizetype>(m_takenCount);
+        if (m_purpose == Purpose::Build) {
+            storeTaken();
         }
         m_takenCount = 0;
     }
@@ -226,12 +233,24 @@ private:
     bool canAppendTaken()
     {
         const auto count = static_cast<qsizetype>(m_takenCount);
-        if (m_map.rows.size() + count > maxMapPixels) {
+        if (m_rowCount + count > maxMapPixels) {
             refuse("more rows than a map may have");
-        } else if (!canGrow(m_map.rows, count)) {
+        } else if (m_purpose == Purpose::Build && !canGrow(m_map.rows, count)) {
             refuse("no memory for its rows");
         }
         return !m_isRefused;
+    }
+
+    void storeTaken()
+    {
+        m_map.rows.resize(m_rowCount);
+        A2DRow* row = m_map.rows.data() + m_rowCount - m_takenCount;
+        for (std::size_t i = 0; i < m_takenCount; ++i, ++row) {
+            row->x = m_taken[i].x;
+            row->y = m_taken[i].y;
+            row->intensity = m_taken[i].intensity;
+            row->i0 = m_taken[i].i0;
+        }
     }
 
     static MapKind kindOf(const QString& firstLine)
@@ -309,6 +328,8 @@ private:
 
     A2DData& m_map;
     const EnergyHandler& m_energyFound;
+    Purpose m_purpose;
+    qsizetype m_rowCount = 0;
     MapKind m_kind = MapKind::Other;
     ChannelColumns m_columns;
     bool m_isFirstLine = true;
@@ -350,6 +371,49 @@ void readStream(QIODevice& device, MapBuilder& builder)
     device.setTextModeEnabled(wasTextMode);
 }
 
+void readLines(QIODevice& device, MapBuilder& builder)
+{
+    if (QStringConverter::encodingForData(device.peek(4))) {
+        readStream(device, builder);
+    } else {
+        readBlocks(device, builder);
+    }
+}
+
+/// Whether a device has as many line feeds as a map may have rows, or more.
+bool hasManyLines(QIODevice& device)
+{
+    std::vector<char> block(static_cast<std::size_t>(mapTextBlockSize));
+    qint64 lines = 0;
+    for (qint64 got = 1; got > 0;) {
+        got = device.read(block.data(), mapTextBlockSize);
+        lines += std::count(block.data(), block.data() + std::max(got, qint64{0}), '\n');
+    }
+    return lines >= maxMapPixels;
+}
+
+/// Whether a device has more rows than a map may have, found without storing them:
+/// such a file would take two gigabytes before it is refused. Only the largest files
+/// are looked through for it; the device stays where it is.
+bool hasTooManyRows(QIODevice& device)
+{
+    constexpr qint64 shortestRow = 4; // two channels of one digit
+    const qint64 start = device.pos();
+    if (device.isSequential() || (device.size() - start) / shortestRow < maxMapPixels) {
+        return false;
+    }
+    bool tooMany = false;
+    if (hasManyLines(device) && device.seek(start)) {
+        A2DData comments;
+        const EnergyHandler noEnergy;
+        MapBuilder counter(comments, noEnergy, MapBuilder::Purpose::Count);
+        readLines(device, counter);
+        tooMany = counter.isRefused();
+    }
+    device.seek(start);
+    return tooMany;
+}
+
 } // namespace
 
 bool readMapText(QIODevice& device, A2DData& map, const EnergyHandler& energyFound)
@@ -358,10 +422,10 @@ bool readMapText(QIODevice& device, A2DData& map, const EnergyHandler& energyFou
     MapBuilder builder(map, energyFound);
     if (!canAllocate(0)) {
         builder.refuse("no memory to read it");
-    } else if (QStringConverter::encodingForData(device.peek(4))) {
-        readStream(device, builder);
+    } else if (hasTooManyRows(device)) {
+        builder.giveUp();
     } else {
-        readBlocks(device, builder);
+        readLines(device, builder);
     }
     return builder.finish();
 }
