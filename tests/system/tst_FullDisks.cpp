@@ -72,13 +72,13 @@ void tst_FullDisks::resultCutShortIsTold_data()
     QTest::newRow("nothing") << qint64{0};
     QTest::newRow("part of the title") << qint64{10};
     QTest::newRow("part of the pixels") << qint64{5000};
-    QTest::newRow("part of a later block") << qint64{400000};
+    QTest::newRow("part of a later block") << qint64{130000};
 }
 
 void tst_FullDisks::resultCutShortIsTold()
 {
     QFETCH(qint64, limit);
-    const ChildRun run = write("100", QByteArray::number(limit), "11", "11");
+    const ChildRun run = write("50", QByteArray::number(limit), "11", "11");
     QCOMPARE(run.trouble, QString());
     QCOMPARE(messagesOf(run.lastStep()), QStringList{cannotOpen(path("result.dat"))});
     QVERIFY(run.lastStep()["isPanelUnchanged"].toBool());
@@ -206,7 +206,6 @@ void tst_FullDisks::fullDiskIsToldForResultAndHistogram()
     QCOMPARE(messagesOf(left.at(1)), QStringList{cannotOpen(result)});
     QVERIFY(left.at(1)["isPanelUnchanged"].toBool());
     QVERIFY(left.at(2)["size"].toInt() <= 64 * 1024);
-    QVERIFY(!left.at(2)["isWholeLines"].toBool());
     QCOMPARE(messagesOf(left.at(7)), QStringList{cannotOpen(alpha)});
     QVERIFY(left.at(7)["isPanelUnchanged"].toBool());
     QVERIFY(left.at(8)["isWholeLines"].toBool());

@@ -19,7 +19,7 @@ QByteArray textMap()
 
 QByteArray channelMap()
 {
-    return "# 2003901\n# I0 :0\n# I :1\n" + QByteArray("1 2 3 4\n").repeated(manyRows);
+    return "# 2003901\n# I0 = :0\n# I = :1\n" + QByteArray("1 2 3 4\n").repeated(manyRows);
 }
 
 QByteArray commentedMap()

@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QTest>
 
+#include <filesystem>
+
 #include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -68,6 +70,7 @@ class tst_OddPaths : public QObject
 
 private Q_SLOTS:
     void init();
+    void cleanup();
     void readingKeepsWhatTheRowsHave_data();
     void readingKeepsWhatTheRowsHave();
     void writingIsRefusedAndTold_data();
@@ -100,6 +103,13 @@ void tst_OddPaths::init()
 QByteArray tst_OddPaths::inFolder(const QByteArray& name) const
 {
     return QFile::encodeName(m_folder->path()) + '/' + name;
+}
+
+/// The toolkit cannot remove what it cannot name.
+void tst_OddPaths::cleanup()
+{
+    std::error_code error;
+    std::filesystem::remove_all(QFile::encodeName(m_folder->path()).toStdString(), error);
 }
 
 /// Makes one of the odd things and returns its path.

@@ -3,7 +3,6 @@
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
-#include <QFileInfo>
 #include <QTest>
 
 using namespace tests;
@@ -32,7 +31,6 @@ class tst_Signals : public QObject
 private Q_SLOTS:
     void programLivesWhenNobodyReadsItsRemarks();
     void programTellsOfAFileThatMayNotGrow();
-    void programTellsOfAHistogramThatMayNotGrow();
     void childLivesWhenNobodyReadsItsRemarks();
 };
 
@@ -61,22 +59,6 @@ void tst_Signals::programTellsOfAFileThatMayNotGrow()
     QCOMPARE(run.trouble, QString());
     QVERIFY(run.output.endsWith("Can't open the file [" + path + "]\n"));
     QCOMPARE(readFile(QFile::decodeName(path)), QByteArray("# qelk r"));
-}
-
-void tst_Signals::programTellsOfAHistogramThatMayNotGrow()
-{
-    const QTemporaryDir folder;
-    const QString real = QFileInfo(folder.path()).canonicalFilePath();
-    const QByteArray path = QFile::encodeName(real) + "/result.dat";
-    const QByteArray histogram = QFile::encodeName(real) + "/result_HGAlpha.dat";
-    writeFile(folder, "result_HGAlpha.dat", "older");
-    ChildProcess child = program("type HgABoxes 100; type SaveFSelect.FileName " + path +
-                                 "; click CalcMapB; click WriteB; tell Message; exit 0");
-    child.limitFileSize(1000);
-    const ChildRun run = child.run(english);
-    QCOMPARE(run.trouble, QString());
-    QVERIFY(!run.output.contains("[" + path + "]"));
-    QVERIFY(run.output.endsWith("Can't open the file [" + histogram + "]\n"));
 }
 
 void tst_Signals::childLivesWhenNobodyReadsItsRemarks()

@@ -97,13 +97,21 @@ struct Steps::Kind {
 const QList<Steps::Kind>& Steps::kinds()
 {
     static const QList<Kind> all{
-        {"map", 1, &Steps::map},           {"spectrum", 1, &Steps::spectrum},
-        {"drop", 1, &Steps::drop},         {"folder", 1, &Steps::folder},
-        {"panelMap", 2, &Steps::panelMap}, {"calculate", 2, &Steps::calculate},
-        {"bins", 2, &Steps::bins},         {"write", 1, &Steps::write},
-        {"file", 1, &Steps::file},         {"littleMemory", 1, &Steps::littleMemory},
-        {"fileSize", 1, &Steps::fileSize}, {"nobody", 0, &Steps::nobody},
-        {"remark", 1, &Steps::remark},     {"happens", 5, &Steps::happens},
+        {"map", 1, &Steps::map},
+        {"spectrum", 1, &Steps::spectrum},
+        {"drop", 1, &Steps::drop},
+        {"folder", 1, &Steps::folder},
+        {"panelMap", 2, &Steps::panelMap},
+        {"calculate", 2, &Steps::calculate},
+        {"bins", 2, &Steps::bins},
+        {"write", 1, &Steps::write},
+        {"file", 1, &Steps::file},
+        {"make", 2, &Steps::make},
+        {"littleMemory", 1, &Steps::littleMemory},
+        {"fileSize", 1, &Steps::fileSize},
+        {"nobody", 0, &Steps::nobody},
+        {"remark", 1, &Steps::remark},
+        {"happens", 5, &Steps::happens},
     };
     return all;
 }
