@@ -94,6 +94,8 @@ private Q_SLOTS:
     void spectrumLineMayHave16Mebibytes();
     void spectrumOfTooManyPointsIsRefused();
     void spectrumMayHaveManyPoints();
+    void headerOfABinaryMapTakesLittleMemory_data();
+    void headerOfABinaryMapTakesLittleMemory();
 
 private:
     ChildRun read(const char* step, const QString& path);
@@ -307,6 +309,24 @@ void tst_BigFiles::spectrumMayHaveManyPoints()
     QVERIFY(step["valid"].toBool());
     QCOMPARE(static_cast<qint64>(step["points"].toDouble()), mostPoints);
     QCOMPARE(memoryTrouble(step), QString());
+}
+
+void tst_BigFiles::headerOfABinaryMapTakesLittleMemory_data()
+{
+    QTest::addColumn<QByteArray>("size");
+    QTest::newRow("as long as the file") << QByteArray("1572864000");
+    QTest::newRow("longer than the file") << QByteArray("2147483647");
+}
+
+void tst_BigFiles::headerOfABinaryMapTakesLittleMemory()
+{
+    QFETCH(QByteArray, size);
+    const QTemporaryDir folder;
+    const QByteArray head = "2dData-V0.0 HeaderSize: " + size + "\nWIDTH: 4\nHEIGHT: 3\n";
+    const ChildRun run = read("map", makeFile(folder, head, zeroByte, 1500 * mebibyte));
+    QCOMPARE(run.trouble, QString());
+    QVERIFY(run.lastStep()["rows"].toInt() <= 12);
+    QCOMPARE(memoryTrouble(run.lastStep()), QString());
 }
 
 QTEST_GUILESS_MAIN(tst_BigFiles)

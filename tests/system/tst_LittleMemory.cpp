@@ -19,7 +19,11 @@ QByteArray textMap()
 
 QByteArray channelMap()
 {
-    return "# 2003901\n# I0 = :0\n# I = :1\n" + QByteArray("1 2 3 4\n").repeated(manyRows);
+    QByteArray text("# 2003901\n# I0 = :0\n# I = :1\n");
+    for (int row = 0; row < manyRows; ++row) {
+        text += QByteArray::number(row % 500) + ' ' + QByteArray::number(row / 500) + " 3 4\n";
+    }
+    return text;
 }
 
 QByteArray commentedMap()
