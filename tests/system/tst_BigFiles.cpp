@@ -30,7 +30,7 @@ QByteArray utf16(const QByteArray& text)
 /// The size of the files that the disk really holds.
 qint64 realSize()
 {
-    return isFullSize() ? 1500 * mebibyte : 300 * mebibyte;
+    return isFullSize() ? 1500 * mebibyte : 100 * mebibyte;
 }
 
 QString mapTrouble(const ChildRun& run, qint64 mostMemory = mostWhileReading)
@@ -117,7 +117,7 @@ void tst_BigFiles::bigMapsAreRefused_data()
     QTest::addColumn<qint64>("size");
 
     const qint64 someLines = 20 * mebibyte;
-    QTest::newRow("short comment lines") << QByteArray() << QByteArray("#\n") << 60 * mebibyte;
+    QTest::newRow("short comment lines") << QByteArray() << QByteArray("#\n") << 20 * mebibyte;
     QTest::newRow("long comment lines") << onePixel << '#' + QByteArray(100000, 'c') + '\n'
                                         << 100 * mebibyte;
     QTest::newRow("one line of zeros") << QByteArray() << QByteArray("0") << realSize();
@@ -127,12 +127,12 @@ void tst_BigFiles::bigMapsAreRefused_data()
     QTest::newRow("long comment line") << onePixel + "# " << QByteArray("c") << someLines;
     QTest::newRow("blanks behind a pixel") << onePixel + "1 2 3" << QByteArray(" ") << someLines;
     QTest::newRow("one line of letters with marks")
-        << QByteArray() << QByteArray("\xc3\xa9") << 50 * mebibyte;
+        << QByteArray() << QByteArray("\xc3\xa9") << 40 * mebibyte;
     QTest::newRow("one line of bytes that are no text")
-        << QByteArray() << QByteArray("\xff") << 50 * mebibyte;
+        << QByteArray() << QByteArray("\xff") << someLines;
     QTest::newRow("one line of 16-bit zeros") << utf16Mark << utf16("0") << realSize();
     QTest::newRow("16-bit zero bytes") << utf16Mark << zeroByte << 1500 * mebibyte;
-    QTest::newRow("short comment lines of 16 bits") << utf16Mark << utf16("#\n") << 60 * mebibyte;
+    QTest::newRow("short comment lines of 16 bits") << utf16Mark << utf16("#\n") << 20 * mebibyte;
 }
 
 void tst_BigFiles::bigMapsAreRefused()
