@@ -80,6 +80,7 @@ class tst_BigFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void bigMapsAreRefused_data();
     void bigMapsAreRefused();
     void mapBeforeABigOneIsNotInUseAnyMore();
@@ -100,6 +101,13 @@ private Q_SLOTS:
 private:
     ChildRun read(const char* step, const QString& path);
 };
+
+void tst_BigFiles::initTestCase()
+{
+    if (isUnderAddressSanitizer()) {
+        QSKIP("takes minutes, and what memory is used is not to be seen");
+    }
+}
 
 ChildRun tst_BigFiles::read(const char* step, const QString& path)
 {
