@@ -6,8 +6,11 @@
 //                    with a semicolon between them:
 //                      look          adds what is on screen to the report
 //                      click NAME    presses the button of this object name
+//                      type NAME TEXT  puts the text into the field of this name
+//                      tell NAME     prints what the widget of this name says
 //                      close NAME    closes the window of this object name
 //                      exit NUMBER   ends the event loop with this number
+//                    "A.B" names the widget B inside the widget A.
 //   AELK_EYE_REPORT  the file of the report: a JSON list, an entry for each look
 
 #include <QAbstractButton>
@@ -18,8 +21,11 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
+#include <QLineEdit>
 #include <QSaveFile>
 #include <QStatusBar>
+#include <QTextEdit>
+#include <QTextStream>
 #include <QTimer>
 
 #include <algorithm>
@@ -59,11 +65,22 @@ QJsonObject seen(const QWidget* widget)
 
 QWidget* widgetNamed(const QString& name)
 {
+    if (name.contains(u'.')) {
+        const QWidget* outer = widgetNamed(name.section(u'.', 0, -2));
+        return outer->findChild<QWidget*>(name.section(u'.', -1));
+    }
     const QWidgetList all = QApplication::allWidgets();
     const auto found = std::find_if(all.cbegin(), all.cend(), [&name](const QWidget* widget) {
         return widget->objectName() == name;
     });
     return found == all.cend() ? nullptr : *found;
+}
+
+/// The text of a field, a button or a box of text.
+QString wordsOf(const QWidget* widget)
+{
+    const auto* box = qobject_cast<const QTextEdit*>(widget);
+    return box ? box->toPlainText().trimmed() : widget->property("text").toString();
 }
 
 /// A window's name, and a number where several have the same.
@@ -101,6 +118,12 @@ private:
             look();
         } else if (verb == QLatin1String("click")) {
             qobject_cast<QAbstractButton*>(widgetNamed(rest))->click();
+        } else if (verb == QLatin1String("type")) {
+            auto* edit = qobject_cast<QLineEdit*>(widgetNamed(rest.section(u' ', 0, 0)));
+            edit->setText(rest.section(u' ', 1));
+            Q_EMIT edit->editingFinished();
+        } else if (verb == QLatin1String("tell")) {
+            QTextStream(stdout) << wordsOf(widgetNamed(rest)) << '\n';
         } else if (verb == QLatin1String("close")) {
             widgetNamed(rest)->close();
         } else if (verb == QLatin1String("exit")) {

@@ -1,0 +1,35 @@
+// Runs the steps that its arguments name, each with the words that it needs, all
+// percent-encoded: system_child map /tmp/a%20map.dat write /tmp/result.dat
+//
+// Its memory and its files are limited by whoever starts it; see
+// tests/support/ChildProcess.h.
+
+#include "Steps.h"
+
+#include <QApplication>
+
+#if __has_include("app/Signals.h")
+#include "app/Signals.h"
+#else
+#include <csignal>
+namespace app
+{
+static void ignoreSignals()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+} // namespace app
+#endif
+
+int main(int argc, char* argv[])
+{
+    app::ignoreSignals();
+    QList<QByteArray> words;
+    for (int i = 1; i < argc; ++i) {
+        words.append(QByteArray::fromPercentEncoding(argv[i]));
+    }
+    const QApplication application(argc, argv);
+    Steps steps;
+    return steps.run(words) ? 0 : 2;
+}

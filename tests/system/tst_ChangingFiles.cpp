@@ -1,0 +1,243 @@
+// Files that change while they are read: whatever is made of them, the program
+// goes on, and the row takes the next file.
+#include "support/TestFiles.h"
+#include "system/SystemChild.h"
+
+#include <QTest>
+
+using namespace tests;
+
+namespace
+{
+
+constexpr int manyRows = 100000;
+constexpr int callsTried = 5; ///< opens and closes of a file, more than any reader has
+
+QByteArray textMap(int rows)
+{
+    return "# X-NUM 10\n# Y-NUM 10\n" + QByteArray("1 2 3\n").repeated(rows);
+}
+
+/// A binary map of 4 by 3 pixels, each 1.0.
+QByteArray binaryMap(const QByteArray& width = "4")
+{
+    constexpr int pixels = 12;
+    QByteArray head = QByteArray("2dData-V0.0 HeaderSize: 256").leftJustified(64, ' ') + '\n';
+    head += "WIDTH: " + width + "\nHEIGHT: 3\nEND_OF_HEADER:\n";
+    const QByteArray one("\0\0\0\0\0\0\xf0\x3f", 8);
+    return head.leftJustified(256, '\0') + one.repeated(pixels) + QByteArray(pixels, '\1');
+}
+
+const QByteArray plainSpectrum("8000 1\n8100 2\n8200 3\n");
+const QByteArray beamlineSpectrum("9809\n Mode 0 0 1 2\n Offset 0 0 0\n"
+                                  " 1 13.5 1 800 100\n 2 13.4 1 800 100\n");
+
+/// A change that system_child makes to a file: its name and its argument.
+struct Change {
+    const char* name;
+    QByteArray argument;
+};
+
+} // namespace
+
+class tst_ChangingFiles : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void mapThatEndsWhileItIsReadGivesTheRowsThatCame();
+    void mapThatGrowsWhileItIsReadGivesTheNewRowsToo();
+    void mapThatCannotBeReadOnGivesTheRowsThatCame();
+    void binaryMapThatEndsAfterItsHeaderHasZeros();
+    void binaryMapThatCannotBeReadOnHasZeros();
+    void binaryMapThatBecomesTextIsNoMap();
+    void binaryMapWhoseClaimGrowsTakesNoMemory();
+    void spectrumThatEndsWhileItIsReadGivesThePointsThatCame();
+    void spectrumRemovedBetweenThePassesIsWholeOrRefused();
+    void anyChangeAtAnyCallLeavesTheRowsUsable_data();
+    void anyChangeAtAnyCallLeavesTheRowsUsable();
+
+private:
+    ChildRun runWith(const char* step, const QByteArray& content, const QList<QByteArray>& happens);
+};
+
+/// Reads a file of @p content at which something happens: call, number, change
+/// and its argument.
+ChildRun tst_ChangingFiles::runWith(const char* step, const QByteArray& content,
+                                    const QList<QByteArray>& happens)
+{
+    const QTemporaryDir folder;
+    const QByteArray path = QFile::encodeName(writeFile(folder, "changing.dat", content));
+    return systemChild().runSteps(
+        {"happens", happens.at(0), happens.at(1), path, happens.at(2), happens.at(3), step, path});
+}
+
+void tst_ChangingFiles::mapThatEndsWhileItIsReadGivesTheRowsThatCame()
+{
+    const ChildRun run = runWith("map", textMap(manyRows), {"atRead", "3", "shrinks", "30000"});
+    QCOMPARE(run.trouble, QString());
+    QVERIFY(run.lastStep()["loaded"].toBool());
+    QVERIFY(run.lastStep()["rows"].toInt() > 1000);
+    QVERIFY(run.lastStep()["rows"].toInt() < manyRows);
+}
+
+void tst_ChangingFiles::mapThatGrowsWhileItIsReadGivesTheNewRowsToo()
+{
+    const ChildRun run = runWith("map", textMap(manyRows), {"atRead", "3", "grows", "4 5 6\n"});
+    QCOMPARE(run.trouble, QString());
+    QVERIFY(run.lastStep()["loaded"].toBool());
+    QCOMPARE(run.lastStep()["rows"].toInt(), manyRows + 1);
+}
+
+void tst_ChangingFiles::mapThatCannotBeReadOnGivesTheRowsThatCame()
+{
+    const ChildRun run = runWith("map", textMap(manyRows), {"atRead", "4+", "fails", "EIO"});
+    QCOMPARE(run.trouble, QString());
+    QVERIFY(run.lastStep()["loaded"].toBool());
+    QVERIFY(run.lastStep()["rows"].toInt() > 1000);
+    QVERIFY(run.lastStep()["rows"].toInt() < manyRows);
+}
+
+void tst_ChangingFiles::binaryMapThatEndsAfterItsHeaderHasZeros()
+{
+    // 256 bytes of header and five pixels are left.
+    const ChildRun run = runWith("map", binaryMap(), {"atOpen", "4", "shrinks", "296"});
+    QCOMPARE(run.trouble, QString());
+    QVERIFY(run.lastStep()["loaded"].toBool());
+    QCOMPARE(run.lastStep()["rows"].toInt(), 12);
+    QVERIFY(run.lastStep()["sum"].toDouble() <= 12.0);
+}
+
+void tst_ChangingFiles::binaryMapThatCannotBeReadOnHasZeros()
+{
+    for (int number = 1; number <= callsTried; ++number) {
+        const ChildRun run = runWith("map", binaryMap(),
+                                     {"atRead", QByteArray::number(number) + '+', "fails", "EIO"});
+        QCOMPARE(run.trouble, QString());
+        const int rows = run.lastStep()["rows"].toInt();
+        QVERIFY(rows == 0 || rows == 12);
+        QVERIFY(run.lastStep()["sum"].toDouble() <= rows);
+    }
+}
+
+void tst_ChangingFiles::binaryMapThatBecomesTextIsNoMap()
+{
+    const QTemporaryDir folder;
+    const QByteArray path = QFile::encodeName(writeFile(folder, "changing.dat", binaryMap()));
+    const QByteArray text = QFile::encodeName(writeFile(folder, "text.dat", textMap(3)));
+    const ChildRun run =
+        systemChild().runSteps({"happens", "atClose", "1", path, "isReplaced", text, "map", path});
+    QCOMPARE(run.trouble, QString());
+    QCOMPARE(run.lastStep()["rows"].toInt(), 0);
+    QCOMPARE(run.lastStep()["xNum"].toInt(), 0);
+    QVERIFY(logOf(run.lastStep()).contains(QString::fromUtf8(path) + " is not a TDData0 file."));
+}
+
+void tst_ChangingFiles::binaryMapWhoseClaimGrowsTakesNoMemory()
+{
+    for (int number = 1; number <= callsTried; ++number) {
+        const QTemporaryDir folder;
+        const QByteArray path = QFile::encodeName(writeFile(folder, "changing.dat", binaryMap()));
+        const QByteArray lying =
+            QFile::encodeName(writeFile(folder, "lying.dat", binaryMap("11184810")));
+        const ChildRun run =
+            systemChild().runSteps({"happens", "atOpen", QByteArray::number(number), path,
+                                    "isRewritten", lying, "map", path});
+        QCOMPARE(run.trouble, QString());
+        QVERIFY(run.lastStep()["rows"].toInt() <= 12);
+        QCOMPARE(memoryTrouble(run.lastStep()), QString());
+    }
+}
+
+void tst_ChangingFiles::spectrumThatEndsWhileItIsReadGivesThePointsThatCame()
+{
+    QByteArray content;
+    for (int point = 0; point < manyRows; ++point) {
+        content += QByteArray::number(7000 + point) + " 1\n";
+    }
+    const ChildRun run = runWith("spectrum", content, {"atRead", "4", "shrinks", "40000"});
+    QCOMPARE(run.trouble, QString());
+    QVERIFY(run.lastStep()["valid"].toBool());
+    QVERIFY(run.lastStep()["points"].toInt() > 1000);
+    QVERIFY(run.lastStep()["points"].toInt() < manyRows);
+}
+
+void tst_ChangingFiles::spectrumRemovedBetweenThePassesIsWholeOrRefused()
+{
+    const QTemporaryDir folder;
+    const QByteArray before = QFile::encodeName(writeFile(folder, "before.dat", plainSpectrum));
+    const QByteArray path = QFile::encodeName(writeFile(folder, "changing.dat", beamlineSpectrum));
+    const ChildRun run = systemChild().runSteps(
+        {"spectrum", before, "happens", "atClose", "1", path, "isRemoved", "", "spectrum", path});
+    QCOMPARE(run.trouble, QString());
+    const QJsonObject step = run.lastStep();
+    if (step["newEdges"].toInt() == 1) {
+        QCOMPARE(step["points"].toInt(), 2);
+    } else {
+        // Nothing was opened, so the spectrum before is still there.
+        QVERIFY(logOf(step).contains("Can't open a XAFS file " + QString::fromUtf8(path)));
+        QCOMPARE(step["points"].toInt(), 3);
+    }
+}
+
+void tst_ChangingFiles::anyChangeAtAnyCallLeavesTheRowsUsable_data()
+{
+    QTest::addColumn<QByteArray>("step");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QByteArray>("other");
+
+    QTest::newRow("text map becomes binary") << QByteArray("map") << textMap(9) << binaryMap();
+    QTest::newRow("binary map becomes text") << QByteArray("map") << binaryMap() << textMap(9);
+    QTest::newRow("plain spectrum becomes the beamline's")
+        << QByteArray("spectrum") << plainSpectrum << beamlineSpectrum;
+    QTest::newRow("the beamline's spectrum becomes plain")
+        << QByteArray("spectrum") << beamlineSpectrum << plainSpectrum;
+}
+
+void tst_ChangingFiles::anyChangeAtAnyCallLeavesTheRowsUsable()
+{
+    QFETCH(QByteArray, step);
+    QFETCH(QByteArray, content);
+    QFETCH(QByteArray, other);
+    const QTemporaryDir folder;
+    QList<QByteArray> steps;
+    int files = 0;
+    const auto file = [&](const QByteArray& bytes) {
+        return QFile::encodeName(writeFile(folder, QString::number(++files), bytes));
+    };
+    const QByteArray good = file(content);
+    const QByteArray otherFile = file(other);
+    for (const char* call : {"atOpen", "atRead", "atClose"}) {
+        for (int number = 1; number <= callsTried; ++number) {
+            for (const Change& change :
+                 {Change{"shrinks", "0"}, Change{"shrinks", "70"}, Change{"isRemoved", ""},
+                  Change{"isReplaced", file(other)}, Change{"isRewritten", otherFile},
+                  Change{"fails", "EIO"}}) {
+                const QByteArray path = file(content);
+                steps += {"happens", call,        QByteArray::number(number),
+                          path,      change.name, change.argument,
+                          step,      path,        step,
+                          good};
+            }
+        }
+    }
+    const ChildRun run = systemChild().runSteps(steps);
+    QCOMPARE(run.trouble, QString());
+    const QList<QJsonObject> left = run.steps();
+    for (int at = 1; at + 1 < left.size(); at += 3) {
+        const QJsonObject& changed = left.at(at);
+        const QJsonObject& next = left.at(at + 1);
+        if (step == "spectrum") {
+            QCOMPARE(next["newEdges"].toInt(), 1);
+            QVERIFY(next["points"].toInt() > 0);
+            QVERIFY(changed["newEdges"].toInt() == 0 || changed["points"].toInt() > 0);
+        } else {
+            QVERIFY(next["loaded"].toBool());
+            QVERIFY(changed["newData"].toInt() == (changed["loaded"].toBool() ? 1 : 0) ||
+                    logOf(changed).contains("can't open"));
+        }
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_ChangingFiles)
+#include "tst_ChangingFiles.moc"

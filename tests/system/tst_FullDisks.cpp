@@ -1,0 +1,217 @@
+// A disk that fills in the middle of a result or of a histogram: what could not be
+// written whole is told, each file by its own name, and the panel keeps its
+// result.
+#include "support/TestFiles.h"
+#include "system/SystemChild.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTest>
+
+using namespace tests;
+
+namespace
+{
+
+QString cannotOpen(const QString& path)
+{
+    return QStringLiteral("Can't open the file [%1]").arg(path);
+}
+
+} // namespace
+
+class tst_FullDisks : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void resultCutShortIsTold_data();
+    void resultCutShortIsTold();
+    void olderResultIsReplacedByTheBeginningOfTheNewOne();
+    void resultThatJustFitsIsWhole();
+    void histogramCutShortIsTold_data();
+    void histogramCutShortIsTold();
+    void histogramThatIsNotThereIsNotTold();
+    void everyFileCutShortIsTold();
+    void writingAgainWithMorePlaceIsWhole();
+    void fullDiskIsToldForResultAndHistogram();
+
+private:
+    QByteArray path(const char* name) const;
+    ChildRun write(const QByteArray& size, const QByteArray& limit, const QByteArray& alphaBins,
+                   const QByteArray& thicknessBins) const;
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_FullDisks::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+}
+
+/// The message of a histogram names the real path of its file.
+QByteArray tst_FullDisks::path(const char* name) const
+{
+    return QFile::encodeName(QFileInfo(m_folder->path()).canonicalFilePath()) + '/' + name;
+}
+
+/// Writes a result of @p size by @p size pixels when no file may be longer than
+/// @p limit bytes.
+ChildRun tst_FullDisks::write(const QByteArray& size, const QByteArray& limit,
+                              const QByteArray& alphaBins, const QByteArray& thicknessBins) const
+{
+    return systemChild().runSteps({"calculate", size, size, "bins", alphaBins, thicknessBins,
+                                   "fileSize", limit, "write", path("result.dat")});
+}
+
+void tst_FullDisks::resultCutShortIsTold_data()
+{
+    QTest::addColumn<qint64>("limit");
+    QTest::newRow("nothing") << qint64{0};
+    QTest::newRow("part of the title") << qint64{10};
+    QTest::newRow("part of the pixels") << qint64{5000};
+    QTest::newRow("part of a later block") << qint64{130000};
+}
+
+void tst_FullDisks::resultCutShortIsTold()
+{
+    QFETCH(qint64, limit);
+    const ChildRun run = write("50", QByteArray::number(limit), "11", "11");
+    QCOMPARE(run.trouble, QString());
+    QCOMPARE(messagesOf(run.lastStep()), QStringList{cannotOpen(path("result.dat"))});
+    QVERIFY(run.lastStep()["isPanelUnchanged"].toBool());
+    const QByteArray left = readFile(path("result.dat"));
+    QVERIFY(left.size() <= limit);
+    QVERIFY(QByteArray("# qelk result map V1.0\n")
+                .startsWith(left.first(std::min<qsizetype>(left.size(), 23))));
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{"result.dat"});
+}
+
+void tst_FullDisks::olderResultIsReplacedByTheBeginningOfTheNewOne()
+{
+    writeFile(*m_folder, "result.dat", QByteArray(20000, 'o'));
+    const ChildRun run = write("20", "5000", "11", "11");
+    QCOMPARE(run.trouble, QString());
+    QCOMPARE(messagesOf(run.lastStep()), QStringList{cannotOpen(path("result.dat"))});
+    const QByteArray left = readFile(path("result.dat"));
+    QVERIFY(left.size() <= 5000);
+    QVERIFY(!left.contains('o'));
+}
+
+void tst_FullDisks::resultThatJustFitsIsWhole()
+{
+    QCOMPARE(write("20", "any", "11", "11").trouble, QString());
+    const QByteArray whole = readFile(path("result.dat"));
+    const QByteArray size = QByteArray::number(whole.size());
+    QCOMPARE(messagesOf(write("20", size, "11", "11").lastStep()), QStringList());
+    QCOMPARE(readFile(path("result.dat")), whole);
+    const QByteArray less = QByteArray::number(whole.size() - 1);
+    QCOMPARE(messagesOf(write("20", less, "11", "11").lastStep()),
+             QStringList{cannotOpen(path("result.dat"))});
+}
+
+void tst_FullDisks::histogramCutShortIsTold_data()
+{
+    QTest::addColumn<QByteArray>("alphaBins");
+    QTest::addColumn<QByteArray>("thicknessBins");
+    QTest::addColumn<QList<QByteArray>>("told");
+    const QByteArray alpha("result_HGAlpha.dat");
+    const QByteArray thickness("result_HGThick.dat");
+    QTest::newRow("valence") << QByteArray("2000") << QByteArray("11") << QList{alpha};
+    QTest::newRow("thickness") << QByteArray("11") << QByteArray("2000") << QList{thickness};
+    QTest::newRow("both") << QByteArray("2000") << QByteArray("2000") << QList{alpha, thickness};
+    // More than is kept back until the file is closed.
+    QTest::newRow("large") << QByteArray("200000") << QByteArray("11") << QList{alpha};
+}
+
+void tst_FullDisks::histogramCutShortIsTold()
+{
+    QFETCH(QByteArray, alphaBins);
+    QFETCH(QByteArray, thicknessBins);
+    QFETCH(QList<QByteArray>, told);
+    writeFile(*m_folder, "result_HGAlpha.dat", "older");
+    writeFile(*m_folder, "result_HGThick.dat", "older");
+    const ChildRun run = write("2", "3000", alphaBins, thicknessBins);
+    QCOMPARE(run.trouble, QString());
+    QStringList expected;
+    for (const QByteArray& name : std::as_const(told)) {
+        expected += cannotOpen(path(name.constData()));
+    }
+    QCOMPARE(messagesOf(run.lastStep()), expected);
+    QVERIFY(run.lastStep()["isPanelUnchanged"].toBool());
+    QVERIFY(readFile(path("result.dat")).endsWith("\n\n")); // whole
+    for (const char* name : {"result_HGAlpha.dat", "result_HGThick.dat"}) {
+        const QByteArray left = readFile(path(name));
+        QVERIFY(left.size() <= 3000);
+        QVERIFY(!left.startsWith("older"));
+        QCOMPARE(left.count('\n') == 13, !told.contains(QByteArray(name)));
+    }
+}
+
+void tst_FullDisks::histogramThatIsNotThereIsNotTold()
+{
+    const ChildRun run = write("2", "3000", "2000", "2000");
+    QCOMPARE(run.trouble, QString());
+    QCOMPARE(messagesOf(run.lastStep()), QStringList());
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{"result.dat"});
+}
+
+void tst_FullDisks::everyFileCutShortIsTold()
+{
+    writeFile(*m_folder, "result_HGAlpha.dat", "older");
+    writeFile(*m_folder, "result_HGThick.dat", "older");
+    const ChildRun run = write("20", "3000", "2000", "2000");
+    QCOMPARE(run.trouble, QString());
+    const QStringList expected{cannotOpen(path("result.dat")),
+                               cannotOpen(path("result_HGAlpha.dat")),
+                               cannotOpen(path("result_HGThick.dat"))};
+    QCOMPARE(messagesOf(run.lastStep()), expected);
+    QVERIFY(run.lastStep()["isPanelUnchanged"].toBool());
+}
+
+void tst_FullDisks::writingAgainWithMorePlaceIsWhole()
+{
+    const QByteArray result = path("result.dat");
+    const ChildRun run = systemChild().runSteps(
+        {"calculate", "20", "20", "write", result, "file", result, "fileSize", "3000", "write",
+         result, "fileSize", "any", "write", result, "file", result});
+    QCOMPARE(run.trouble, QString());
+    QCOMPARE(run.steps().size(), 8);
+    QCOMPARE(messagesOf(run.steps().at(4)), QStringList{cannotOpen(result)});
+    QCOMPARE(messagesOf(run.steps().at(6)), QStringList());
+    QCOMPARE(run.steps().at(7)["checksum"], run.steps().at(2)["checksum"]);
+}
+
+void tst_FullDisks::fullDiskIsToldForResultAndHistogram()
+{
+    if (!ChildProcess::canMountDisks()) {
+        QSKIP("no disk can be mounted for a single program here");
+    }
+    const QByteArray result = path("result.dat");
+    const QByteArray alpha = path("result_HGAlpha.dat");
+    const QByteArray filling = path("filling");
+    ChildProcess child = systemChild();
+    child.mountDisk(m_folder->path(), 64 * 1024);
+    const QList<QByteArray> tooLarge{"calculate", "60", "60", "write", result, "file", result};
+    const QList<QByteArray> littleLeft{"calculate", "2",    "2",     "write", result, "make", alpha,
+                                       "5",         "make", filling, "40000", "bins", "2000", "11",
+                                       "write",     result, "file",  result,  "file", alpha};
+    const ChildRun run = child.runSteps(tooLarge + littleLeft);
+    QCOMPARE(run.trouble, QString());
+    const QList<QJsonObject> left = run.steps();
+    QCOMPARE(left.size(), 11);
+    QCOMPARE(messagesOf(left.at(1)), QStringList{cannotOpen(result)});
+    QVERIFY(left.at(1)["isPanelUnchanged"].toBool());
+    QVERIFY(left.at(2)["size"].toInt() <= 64 * 1024);
+    QCOMPARE(messagesOf(left.at(4)), QStringList());
+    QVERIFY(left.at(6)["isMade"].toBool());
+    QCOMPARE(messagesOf(left.at(8)), QStringList{cannotOpen(alpha)});
+    QVERIFY(left.at(8)["isPanelUnchanged"].toBool());
+    QVERIFY(left.at(9)["isWholeLines"].toBool());
+    QVERIFY(left.at(10)["size"].toInt() < 64 * 1024 - 40000);
+}
+
+QTEST_GUILESS_MAIN(tst_FullDisks)
+#include "tst_FullDisks.moc"

@@ -1,0 +1,167 @@
+// Reading with less and less memory: a file is read whole, or refused with a
+// reason; the program never ends for it.
+#include "support/TestFiles.h"
+#include "system/SystemChild.h"
+
+#include <QTest>
+
+using namespace tests;
+
+namespace
+{
+
+constexpr int manyRows = 100000; ///< 6 MB as rows of a map, 2 MB as points
+
+QByteArray textMap()
+{
+    return "# X-NUM 500\n# Y-NUM 200\n" + QByteArray("1 2 3\n").repeated(manyRows);
+}
+
+QByteArray channelMap()
+{
+    QByteArray text("# 2003901\n# I0 = :0\n# I = :1\n");
+    for (int row = 0; row < manyRows; ++row) {
+        text += QByteArray::number(row % 500) + ' ' + QByteArray::number(row / 500) + " 3 4\n";
+    }
+    return text;
+}
+
+QByteArray commentedMap()
+{
+    return textMap() + QByteArray("# a comment of some length\n").repeated(60000);
+}
+
+QByteArray wideMap()
+{
+    QByteArray wide("\xff\xfe");
+    for (const char byte : textMap()) {
+        wide += byte;
+        wide += '\0';
+    }
+    return wide;
+}
+
+QByteArray longLineMap()
+{
+    return textMap() + "# " + QByteArray(4 * mebibyte, 'c') + '\n';
+}
+
+QByteArray binaryMap()
+{
+    QByteArray head = QByteArray("2dData-V0.0 HeaderSize: 256").leftJustified(64, ' ') + '\n';
+    head += "WIDTH: 500\nHEIGHT: 200\nEND_OF_HEADER:\n";
+    return head.leftJustified(256, '\0') + QByteArray(manyRows * 9, '\1');
+}
+
+QByteArray binaryMapOfLongHeader()
+{
+    QByteArray head = QByteArray("2dData-V0.0 HeaderSize: 4194304").leftJustified(64, ' ') + '\n';
+    head += "WIDTH: 500\nHEIGHT: 200\nEND_OF_HEADER:\n";
+    return head.leftJustified(4 * mebibyte, 'h') + QByteArray(manyRows * 9, '\1');
+}
+
+QByteArray plainSpectrum()
+{
+    return QByteArray("8000 1\n").repeated(manyRows);
+}
+
+QByteArray beamlineSpectrum()
+{
+    return "9809\n Mode 0 0 1 2\n Offset\n" + QByteArray("1 13.5 1 800 100\n").repeated(manyRows);
+}
+
+QByteArray longLineSpectrum()
+{
+    return plainSpectrum() + "# " + QByteArray(4 * mebibyte, 'c') + '\n';
+}
+
+} // namespace
+
+class tst_LittleMemory : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void fileIsReadWholeOrRefused_data();
+    void fileIsReadWholeOrRefused();
+    void refusedFileIsReadLaterWithMoreMemory_data();
+    void refusedFileIsReadLaterWithMoreMemory();
+};
+
+void tst_LittleMemory::fileIsReadWholeOrRefused_data()
+{
+    QTest::addColumn<QByteArray>("step");
+    QTest::addColumn<QByteArray>("content");
+    const QByteArray map("map");
+    const QByteArray spectrum("spectrum");
+    QTest::newRow("text map") << map << textMap();
+    QTest::newRow("map of channels") << map << channelMap();
+    QTest::newRow("map with many comments") << map << commentedMap();
+    QTest::newRow("map of 16-bit text") << map << wideMap();
+    QTest::newRow("map with a long line") << map << longLineMap();
+    QTest::newRow("binary map") << map << binaryMap();
+    QTest::newRow("binary map with a long header") << map << binaryMapOfLongHeader();
+    QTest::newRow("plain spectrum") << spectrum << plainSpectrum();
+    QTest::newRow("beamline spectrum") << spectrum << beamlineSpectrum();
+    QTest::newRow("spectrum with a long line") << spectrum << longLineSpectrum();
+}
+
+void tst_LittleMemory::fileIsReadWholeOrRefused()
+{
+    if (isUnderAddressSanitizer()) {
+        QSKIP("the sanitizer needs all addresses");
+    }
+    QFETCH(QByteArray, step);
+    QFETCH(QByteArray, content);
+    const QTemporaryDir folder;
+    const QByteArray path = QFile::encodeName(writeFile(folder, "file.dat", content));
+    QStringList complaints;
+    int whole = 0;
+    for (const char* mebibytes : {"1", "3", "5", "8", "14", "30", "400"}) {
+        const ChildRun run = systemChild().runSteps({"littleMemory", mebibytes, step, path});
+        const QJsonObject left = run.lastStep();
+        const bool isMap = step == "map";
+        const bool isWhole = left[isMap ? "rows" : "points"].toInt() == manyRows &&
+                             (isMap ? left["loaded"] : left["valid"]).toBool();
+        const bool isRefused = hasReason(left) && left[isMap ? "rows" : "points"].toInt() == 0 &&
+                               left[isMap ? "xNum" : "newEdges"].toInt() == 0;
+        if (!run.trouble.isEmpty()) {
+            complaints += QStringLiteral("%1 MiB: %2").arg(mebibytes, run.trouble);
+        } else if (!isWhole && !isRefused) {
+            complaints += QStringLiteral("%1 MiB: neither whole nor refused").arg(mebibytes);
+        }
+        whole += isWhole ? 1 : 0;
+    }
+    QCOMPARE(complaints.join("; "), QString());
+    QVERIFY(whole >= 1);
+    QVERIFY(whole < 7);
+}
+
+void tst_LittleMemory::refusedFileIsReadLaterWithMoreMemory_data()
+{
+    QTest::addColumn<QByteArray>("step");
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("text map") << QByteArray("map") << textMap();
+    QTest::newRow("binary map") << QByteArray("map") << binaryMap();
+    QTest::newRow("spectrum") << QByteArray("spectrum") << plainSpectrum();
+}
+
+void tst_LittleMemory::refusedFileIsReadLaterWithMoreMemory()
+{
+    if (isUnderAddressSanitizer()) {
+        QSKIP("the sanitizer needs all addresses");
+    }
+    QFETCH(QByteArray, step);
+    QFETCH(QByteArray, content);
+    const QTemporaryDir folder;
+    const QByteArray path = QFile::encodeName(writeFile(folder, "file.dat", content));
+    const ChildRun run = systemChild().runSteps(
+        {"littleMemory", "2", step, path, "littleMemory", "400", step, path});
+    QCOMPARE(run.trouble, QString());
+    const QJsonObject left = run.lastStep();
+    QCOMPARE(left[step == "map" ? "rows" : "points"].toInt(), manyRows);
+    QVERIFY((step == "map" ? left["loaded"] : left["valid"]).toBool());
+}
+
+QTEST_GUILESS_MAIN(tst_LittleMemory)
+#include "tst_LittleMemory.moc"

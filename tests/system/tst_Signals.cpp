@@ -1,0 +1,75 @@
+// Signals by which the system ends a program whose pipe has no reader, or whose
+// file grows beyond what is allowed: both are failed writes and no more.
+#include "support/TestFiles.h"
+#include "system/SystemChild.h"
+
+#include <QTest>
+
+using namespace tests;
+
+namespace
+{
+
+/// The program itself, in English; the plugin in it takes the steps.
+ChildProcess program(const QByteArray& steps)
+{
+    ChildProcess child{QStringLiteral(AELK_PROGRAM)};
+    child.setVariable(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("aelkeye"));
+    child.setVariable(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(AELK_PLUGINS));
+    child.setVariable(QStringLiteral("AELK_EYE_STEPS"), QString::fromUtf8(steps));
+    return child;
+}
+
+const QStringList english{QStringLiteral("-e")};
+
+} // namespace
+
+class tst_Signals : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void programLivesWhenNobodyReadsItsRemarks();
+    void programTellsOfAFileThatMayNotGrow();
+    void childLivesWhenNobodyReadsItsRemarks();
+};
+
+void tst_Signals::programLivesWhenNobodyReadsItsRemarks()
+{
+    // An energy row without a file says that it cannot open it.
+    const QByteArray steps("click FileSelect.ClearB; click FileSelect.ClearB; tell WriteB; exit 0");
+    const ChildRun read = program(steps).run(english);
+    QCOMPARE(read.trouble, QString());
+    QVERIFY(read.errors.contains("can't open"));
+    ChildProcess unread = program(steps);
+    unread.closeReaderOfErrors();
+    const ChildRun run = unread.run(english);
+    QCOMPARE(run.trouble, QString());
+    QCOMPARE(run.output, QByteArray("Write\n"));
+}
+
+void tst_Signals::programTellsOfAFileThatMayNotGrow()
+{
+    const QTemporaryDir folder;
+    const QByteArray path = QFile::encodeName(writeFile(folder, "result.dat", "an older result\n"));
+    ChildProcess child =
+        program("type SaveFSelect.FileName " + path + "; click WriteB; tell Message; exit 0");
+    child.limitFileSize(8);
+    const ChildRun run = child.run(english);
+    QCOMPARE(run.trouble, QString());
+    QVERIFY(run.output.endsWith("Can't open the file [" + path + "]\n"));
+    QCOMPARE(readFile(QFile::decodeName(path)), QByteArray("# qelk r"));
+}
+
+void tst_Signals::childLivesWhenNobodyReadsItsRemarks()
+{
+    ChildProcess child = systemChild();
+    child.closeReaderOfErrors();
+    const ChildRun run = child.runSteps({"remark", "one", "remark", "two", "map", "/nowhere"});
+    QCOMPARE(run.trouble, QString());
+    QCOMPARE(run.steps().size(), 3);
+    QCOMPARE(logOf(run.steps().at(1)), QStringList{"two"});
+}
+
+QTEST_GUILESS_MAIN(tst_Signals)
+#include "tst_Signals.moc"
