@@ -46,8 +46,8 @@ public:
     /// over. Reading runs to the end of the header block: of two lines with the
     /// same key the later one counts.
     ///
-    /// @return false, with @p h as it was, if the file is not of this form, or if a
-    ///         line is past data::longestLine
+    /// @return false, with @p h as it was, if the file is not of this form, if a
+    ///         line is past data::longestLine, or if there is no memory to read it
     static bool readHeader(TDData0Header& h, const QString& path);
 
     /// Reads a file. Region and mask items stay, and so do pixels and flags,

@@ -130,6 +130,10 @@ bool TDData0::readHeader(TDData0Header& h, const QString& path)
     TDData0Header header = h;
     header.valid = true;
     header.headerSize = headerSizeIn(*firstLine);
+    if (!data::canAllocate(0)) {
+        data::reportRefusal("no memory to read it");
+        return false;
+    }
     QFile file(path);
     if (data::openForReading(file)) {
         constexpr std::size_t blockSize = 4 * data::Utf8Blocks::pieceSize;
