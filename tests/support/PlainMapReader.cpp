@@ -111,7 +111,7 @@ bool readPlainMap(QIODevice& device, A2DData& map, const data::EnergyHandler& en
     if (state.kind == 1) {
         map.deriveSize();
     }
-    if (data::isSizeTooLarge(map.xNum, map.yNum)) {
+    if (data::isSizeTooLarge(map.xNum, map.yNum, map.rows.size())) {
         map.xNum = map.yNum = 0;
     }
     return map.xNum > 0 && map.yNum > 0 && !map.rows.isEmpty();
