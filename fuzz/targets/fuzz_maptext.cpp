@@ -4,6 +4,7 @@
 #include "data/A2DData.h"
 #include "data/MapTextReader.h"
 #include "support/FuzzTarget.h"
+#include "support/Memory.h"
 #include "support/OddDevice.h"
 #include "support/OneIn.h"
 #include "support/PlainMapReader.h"
@@ -99,6 +100,20 @@ void checkPixels(const A2DData& map)
     FUZZ_REQUIRE(values.size() == (map.rows.isEmpty() ? 2 : 0));
 }
 
+/// Without memory for all rows the map is refused and left empty.
+void checkLittleMemory(const Reading& expected, const QByteArray& bytes)
+{
+    const fuzz::LittleMemory memory(bytes.size() * 4);
+    Reading found;
+    readBuffer(found, bytes);
+    if (found.map.rows.size() == expected.map.rows.size()) {
+        checkSame(found, expected);
+    } else {
+        FUZZ_REQUIRE(!found.good && found.map.rows.isEmpty() && found.map.headerLines.isEmpty());
+        FUZZ_REQUIRE(found.map.xNum == 0 && found.map.yNum == 0);
+    }
+}
+
 void checkFile(const QByteArray& bytes)
 {
     const Reading expected = plainReading(bytes);
@@ -118,6 +133,9 @@ void checkFile(const QByteArray& bytes)
         readBuffer(again, bytes.sliced(bytes.size() / 2)); // another file before
         readBuffer(again, bytes);
         checkSame(again, expected);
+    }
+    if (fuzz::oneIn(11, bytes)) {
+        checkLittleMemory(expected, bytes);
     }
 }
 

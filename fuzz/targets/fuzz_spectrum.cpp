@@ -3,6 +3,7 @@
 // The input is the file.
 #include "data/AMutE.h"
 #include "support/FuzzTarget.h"
+#include "support/Memory.h"
 #include "support/MemoryFile.h"
 #include "support/OneIn.h"
 #include "support/PlainSpectrumReader.h"
@@ -48,6 +49,14 @@ bool isSame(const AMutE& a, const AMutE& b)
            a.maxAngle == b.maxAngle && a.minEnergy == b.minEnergy && a.maxEnergy == b.maxEnergy &&
            a.minMut == b.minMut && a.maxMut == b.maxMut && isSame(a.preLine, b.preLine) &&
            isSame(a.postLine, b.postLine);
+}
+
+bool readDevice(AMutE& record, const QByteArray& bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    FUZZ_REQUIRE(buffer.open(QIODevice::ReadOnly));
+    return record.readDevice(buffer);
 }
 
 const fuzz::MemoryFile& fileOf(const QByteArray& bytes)
@@ -97,8 +106,8 @@ void checkPoints(const AMutE& record, bool isRead, const QByteArray& bytes)
 void checkSecondRead(const AMutE& first, const QByteArray& bytes)
 {
     AMutE record = recordFor(bytes);
-    record.readFile(fileOf(bytes.sliced(bytes.size() / 2)).path());
-    FUZZ_REQUIRE(record.readFile(fileOf(bytes).path()) == first.valid);
+    readDevice(record, bytes.sliced(bytes.size() / 2));
+    FUZZ_REQUIRE(readDevice(record, bytes) == first.valid);
     // A failed read leaves the lines of the one before, and nothing uses them.
     if (!first.valid) {
         record.preLine = first.preLine;
@@ -107,14 +116,32 @@ void checkSecondRead(const AMutE& first, const QByteArray& bytes)
     FUZZ_REQUIRE(isSame(record, first));
 }
 
-void checkPathThatIsNoFile(const AMutE& before)
+void checkPath(const AMutE& expected, const QByteArray& bytes)
 {
-    AMutE record = before;
-    for (const QString& path : {QString(), QStringLiteral("/proc/self/fd"),
-                                QStringLiteral("/dev/null"), QStringLiteral("no such file")}) {
-        FUZZ_REQUIRE(!record.readFile(path));
+    AMutE record = recordFor(bytes);
+    const QString path = fileOf(bytes).path();
+    FUZZ_REQUIRE(record.readFile(path) == expected.valid);
+    FUZZ_REQUIRE(isSame(record, expected));
+    FUZZ_REQUIRE(record.filePath == path && !record.fileName.isEmpty());
+    const AMutE before = record;
+    for (const QString& noFile : {QString(), QStringLiteral("/proc/self/fd"),
+                                  QStringLiteral("/dev/null"), QStringLiteral("no such file")}) {
+        FUZZ_REQUIRE(!record.readFile(noFile));
         FUZZ_REQUIRE(isSame(record, before));
-        FUZZ_REQUIRE(record.filePath == before.filePath && record.fileName == before.fileName);
+        FUZZ_REQUIRE(record.filePath == path && record.fileName == before.fileName);
+    }
+}
+
+/// Without memory for all points the read fails and leaves none.
+void checkLittleMemory(const AMutE& expected, const QByteArray& bytes)
+{
+    const fuzz::LittleMemory memory(bytes.size() * 4);
+    AMutE record = recordFor(bytes);
+    if (readDevice(record, bytes)) {
+        FUZZ_REQUIRE(isSame(record, expected));
+    } else {
+        FUZZ_REQUIRE(!record.valid && record.points.isEmpty());
+        FUZZ_REQUIRE(record.minEnergy == 1e300 && record.maxEnergy == -1e300);
     }
 }
 
@@ -198,7 +225,7 @@ void checkBackground(const AMutE& record, double energy)
     }
 }
 
-void checkValues(AMutE& record)
+void checkValues(AMutE record)
 {
     const QList<double> energies = energiesAround(record);
     checkIndices(record, energies);
@@ -222,15 +249,19 @@ void checkValues(AMutE& record)
 void fuzz::tryInput(const QByteArray& bytes)
 {
     AMutE record = recordFor(bytes);
-    const QString path = fileOf(bytes).path();
-    const bool isRead = record.readFile(path);
-    FUZZ_REQUIRE(record.filePath == path && !record.fileName.isEmpty());
+    const bool isRead = readDevice(record, bytes);
+    FUZZ_REQUIRE(record.filePath.isEmpty() && record.fileName.isEmpty());
     checkPoints(record, isRead, bytes);
     if (oneIn(4, bytes)) {
+        checkValues(record);
+    }
+    if (oneIn(5, bytes)) {
         checkSecondRead(record, bytes);
     }
-    if (oneIn(16, bytes)) {
-        checkPathThatIsNoFile(record);
+    if (oneIn(7, bytes)) {
+        checkLittleMemory(record, bytes);
     }
-    checkValues(record);
+    if (oneIn(16, bytes)) {
+        checkPath(record, bytes);
+    }
 }

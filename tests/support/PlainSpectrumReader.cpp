@@ -18,7 +18,10 @@ QList<QStringList> tokensOfLines(QIODevice& device)
     QList<QStringList> lines;
     QTextStream stream(&device);
     while (!stream.atEnd()) {
-        lines.append(stream.readLine().simplified().split(blanks));
+        const QString line = stream.readLine().simplified();
+        // The only blank that is left is the space, which is split at in less time; but
+        // an expression finds nothing in text with half a surrogate pair.
+        lines.append(line.isValidUtf16() ? line.split(u' ') : line.split(blanks));
     }
     return lines;
 }
