@@ -50,8 +50,18 @@ void FourPs::write()
     if (!written || file.error() != QFileDevice::NoError) {
         message(tr("Can't open the file [%1]").arg(path));
     }
-    HistV->write(path, QStringLiteral("HGAlpha"));
-    HistT->write(path, QStringLiteral("HGThick"));
+    writeHistogram(*HistV, path, QStringLiteral("HGAlpha"));
+    writeHistogram(*HistT, path, QStringLiteral("HGThick"));
+}
+
+// A file that is not there is nothing to be told: the user has not asked for it.
+void FourPs::writeHistogram(const Histgram& histogram, const QString& path, const QString& name)
+{
+    QString cutShort;
+    histogram.write(path, name, &cutShort);
+    if (!cutShort.isEmpty()) {
+        message(tr("Can't open the file [%1]").arg(cutShort));
+    }
 }
 
 bool FourPs::isColumnWanted(int i) const

@@ -2,12 +2,14 @@
 
 #include "app/Body.h"
 #include "app/Language.h"
+#include "app/Signals.h"
 
 #include <QApplication>
 #include <QTranslator>
 
 int main(int argc, char* argv[])
 {
+    app::ignoreSignals();
     QApplication application(argc, argv);
     const app::Language language = app::languageFromArguments(QCoreApplication::arguments().mid(1));
     QTranslator translator;

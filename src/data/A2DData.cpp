@@ -1,7 +1,5 @@
 #include "data/A2DData.h"
 
-#include "data/TDData0.h"
-
 #include <algorithm>
 #include <limits>
 
@@ -43,25 +41,18 @@ void A2DData::rowValues(int i, QList<double>& out) const
 namespace data
 {
 
-bool isSizeTooLarge(qint64 width, qint64 height)
+bool isSizeTooLarge(qint64 width, qint64 height, qint64 held)
 {
     const qint64 columns = std::max(width, qint64{1});
     const qint64 lines = std::max(height, qint64{1});
     // The sides first: the product of two lying sides may not fit 64 bits.
-    return columns > maxMapPixels || lines > maxMapPixels || columns * lines > maxMapPixels;
-}
-
-void appendPixels(A2DData& map, const TDData0& source, qsizetype most)
-{
-    const qsizetype room = std::max(most - map.rows.size(), qsizetype{0});
-    const qsizetype count = std::min(source.data.size(), room);
-    map.rows.reserve(map.rows.size() + count);
-    for (qsizetype i = 0; i < count; ++i) {
-        const qsizetype x = i % source.width;
-        const qsizetype y = i / source.width;
-        map.rows.append(
-            {static_cast<double>(x), static_cast<double>(y), source.data.at(i), 0.0, {}});
+    if (columns > maxMapPixels || lines > maxMapPixels || columns * lines > maxMapPixels) {
+        return true;
     }
+    const qint64 pixels = columns * lines;
+    // Not more than that bound is held to the product, which may not fit either.
+    return pixels > pixelsOnTrust &&
+           pixels > std::clamp(held, qint64{0}, maxMapPixels) * pixelsForEachHeld;
 }
 
 } // namespace data

@@ -7,8 +7,6 @@
 
 #include <cmath>
 
-class TDData0;
-
 /// One pixel of a map file, or of a result map.
 struct A2DRow {
     double x = 0.0;         ///< first column of the file
@@ -55,18 +53,16 @@ namespace data
 /// The most pixels that a map may claim, whatever its file holds.
 inline constexpr qint64 maxMapPixels = qint64{1} << 25;
 
-/// Whether a claimed size is past what a calculation may be asked to go through:
-/// more than maxMapPixels, where a side of 0 or less counts as 1, so that a
-/// single absurd side is refused as well.
-bool isSizeTooLarge(qint64 width, qint64 height);
+/// A claim of this many pixels is taken on its word. A larger one is a lie unless
+/// the file holds one pixel for each pixelsForEachHeld claimed.
+inline constexpr qint64 pixelsOnTrust = qint64{1} << 20;
+inline constexpr qint64 pixelsForEachHeld = 64;
 
-/// Puts the pixels of @p source behind the rows of @p map as ready values of mut
-/// (i0 = 0). What earlier files left stays in front and keeps its positions.
-/// Valid flags play no part: every pixel becomes a row.
-///
-/// @param most  the rows that @p map may hold in all. No position reaches
-///              further, and loading again and again does not fill the memory.
-void appendPixels(A2DData& map, const TDData0& source, qsizetype most = maxMapPixels);
+/// Whether a claimed size is past what a calculation may be asked to go through:
+/// more than maxMapPixels, or more than pixelsOnTrust and out of proportion to the
+/// @p held pixels of the file. A side of 0 or less counts as 1, so that a single
+/// absurd side is refused as well.
+bool isSizeTooLarge(qint64 width, qint64 height, qint64 held);
 
 /// Absorbance mu*t of a pixel: the intensity itself where i0 is 0.0; 1.0
 /// where the intensity is 0.0; otherwise ln(i0 / intensity). NaN in either field

@@ -1,5 +1,8 @@
 #include "data/AMutE.h"
 
+#include "data/MemoryCheck.h"
+#include "data/ReadBounds.h"
+
 namespace
 {
 
@@ -25,12 +28,19 @@ void AMutE::beginRead()
     maxAngle = maxEnergy = maxMut = -beyondAll;
 }
 
-void AMutE::appendPoint(const MutPoint& point)
+const char* AMutE::appendPoint(const MutPoint& point)
 {
+    if (points.size() >= data::maxSpectrumPoints) {
+        return "more points than a spectrum may have";
+    }
+    if (!data::canGrow(points, 1)) {
+        return "no memory for its points";
+    }
     points.append(point);
     widen(point.angle, &minAngle, &maxAngle);
     widen(point.energy, &minEnergy, &maxEnergy);
     widen(point.mut, &minMut, &maxMut);
+    return nullptr;
 }
 
 bool AMutE::finishRead()

@@ -50,16 +50,24 @@ public:
     /// @return whether the file gave points; background lines are then fitted.
     ///         A path that is no readable file changes nothing. A file that
     ///         gives no points names itself in @c filePath and leaves the
-    ///         record empty and @c valid false.
+    ///         record empty and @c valid false. So does one past a bound of
+    ///         data/ReadBounds.h, with the reason in the debug log.
     bool readFile(const QString& path);
+
+    /// The same from a device that is open for reading and can seek; the text
+    /// begins where it stands. The names stay.
+    bool readDevice(QIODevice& device);
 
     /// Whether the first line of the file begins with "9809" after blanks are
     /// folded. False, with a line in the debug log, when it cannot be opened.
     bool is9809(const QString& path) const;
 
-    /// The two readers behind readFile(); same result, and they leave the
-    /// names alone. A file that cannot be opened changes nothing and is told
-    /// in the debug log.
+    /// The same for a device in text mode.
+    bool is9809(QIODevice& device) const;
+
+    /// The two readers behind readFile(), by path or from a device in text mode;
+    /// same result, and they leave the names alone. A file that cannot be opened
+    /// changes nothing and is told in the debug log.
     ///
     /// In the beamline form mut is made of the counts of the channels by the
     /// modes that a "Mode" line gives them: 1 is the incident intensity I0, 2
@@ -67,7 +75,9 @@ public:
     /// sum of I / I0. A row whose I0 column is not there or not known is
     /// skipped, so a file without I0 gives no points.
     bool read9809(const QString& path);
+    bool read9809(QIODevice& device);
     bool readPlain(const QString& path);
+    bool readPlain(QIODevice& device);
 
     /// Index of the first token equal to @p word, -1 when there is none.
     static int findToken(const QStringList& tokens, const QString& word);
@@ -158,6 +168,9 @@ private:
     double workingEnergy(qsizetype i) const { return points.at(i).energy - dE; }
     double onSegment(int kind, int i, double E) const;
     void beginRead();
-    void appendPoint(const MutPoint& point);
+    const char* appendPoint(const MutPoint& point); // why it is refused; null when it is not
     bool finishRead();
+
+    template <typename PointOf>
+    bool readLines(QIODevice& device, const PointOf& pointOf);
 };

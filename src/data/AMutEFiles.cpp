@@ -3,6 +3,8 @@
 
 #include "data/FileAccess.h"
 #include "data/LineWords.h"
+#include "data/MemoryCheck.h"
+#include "data/ReadBounds.h"
 
 #include <QDebug>
 #include <QFile>
@@ -24,8 +26,46 @@ constexpr double defaultD = 3.1355316;    // angstrom
 constexpr double shortPi = 3.1415926535;
 constexpr double degreesInPi = 180.0;
 
-/// Views of the words of one line; they live as long as the line.
-using Tokens = QList<QStringView>;
+/// The words of a line, as long as the line lives.
+class Tokens
+{
+public:
+    /// @param line  with its blanks folded
+    void split(QStringView line)
+    {
+        m_line = line;
+        m_ends.clear();
+        qsizetype end = -1;
+        data::TextWords words(line);
+        while (words.next()) {
+            end += 1 + words.word().size();
+            m_ends.append(static_cast<int>(end));
+        }
+    }
+
+    qsizetype size() const { return m_ends.size(); }
+
+    QStringView at(qsizetype i) const
+    {
+        const qsizetype begin = i == 0 ? 0 : m_ends.at(i - 1) + 1;
+        return m_line.sliced(begin, m_ends.at(i) - begin);
+    }
+
+    /// Index of the first one equal to @p word, -1 without one.
+    qsizetype indexOf(QStringView word) const
+    {
+        for (qsizetype i = 0; i < size(); ++i) {
+            if (at(i) == word) {
+                return i;
+            }
+        }
+        return -1;
+    }
+
+private:
+    QStringView m_line;
+    QList<int> m_ends; ///< a line may have some million words: no views are kept
+};
 
 bool openText(QFile& file)
 {
@@ -37,35 +77,36 @@ bool openText(QFile& file)
     return true;
 }
 
-/// Puts the next line of @p stream with its blanks folded into @p line; false
-/// at the end, or when the device fails.
-bool nextLine(QTextStream& stream, QString* line)
+/// The lines of a spectrum, their blanks folded.
+class Lines
 {
-    // QTextStream counts the characters of a line in an int.
-    constexpr qint64 longestLine = 1 << 30;
-    if (!stream.readLineInto(line, longestLine)) {
-        return false;
+public:
+    explicit Lines(QIODevice& device)
+        : m_stream(&device)
+    {
     }
-    *line = std::move(*line).simplified();
-    return true;
-}
 
-/// The words of a line whose blanks are folded.
-void split(QStringView line, Tokens* tokens)
-{
-    tokens->clear();
-    data::TextWords words(line);
-    while (words.next()) {
-        tokens->append(words.word());
+    /// Moves on to the next line; false at the end, when the device fails, and at
+    /// a line past data::longestLine.
+    bool next()
+    {
+        // One character more is asked for than a line may have.
+        if (m_isTooLong || !m_stream.readLineInto(&m_line, data::longestLine + 1)) {
+            return false;
+        }
+        m_isTooLong = m_line.size() > data::longestLine;
+        m_line = std::move(m_line).simplified();
+        return !m_isTooLong;
     }
-}
 
-template <class List>
-qsizetype indexOfToken(const List& tokens, QStringView word)
-{
-    const auto found = std::find(tokens.cbegin(), tokens.cend(), word);
-    return found == tokens.cend() ? -1 : found - tokens.cbegin();
-}
+    const QString& line() const { return m_line; }
+    bool isTooLong() const { return m_isTooLong; }
+
+private:
+    QTextStream m_stream;
+    QString m_line;
+    bool m_isTooLong = false;
+};
 
 /// Energy and mut of a line of the plain form; nothing for a comment and for
 /// a line of one word.
@@ -74,7 +115,7 @@ std::optional<MutPoint> plainPoint(const QString& line, Tokens* tokens)
     if (line.startsWith(u'#')) {
         return {};
     }
-    split(line, tokens);
+    tokens->split(line);
     if (tokens->size() < 2) {
         return {};
     }
@@ -98,7 +139,7 @@ public:
         takeModes(tokens);
         // The numbers beside the word are no part of the counts: no offset is
         // subtracted.
-        started = started || indexOfToken(tokens, u"Offset") != -1;
+        started = started || tokens.indexOf(u"Offset") != -1;
         takeSpacing(tokens);
         return point;
     }
@@ -166,7 +207,7 @@ private:
     /// one, and leaves the kind as the first one set it.
     void takeModes(const Tokens& tokens)
     {
-        if (indexOfToken(tokens, u"Mode") == -1) {
+        if (tokens.indexOf(u"Mode") == -1) {
             return;
         }
         modes.clear();
@@ -183,7 +224,7 @@ private:
 
     void takeSpacing(const Tokens& tokens)
     {
-        const qsizetype at = indexOfToken(tokens, u"D=");
+        const qsizetype at = tokens.indexOf(u"D=");
         if (at != -1 && at + 1 < tokens.size()) {
             d = tokens.at(at + 1).toDouble();
         }
@@ -206,59 +247,85 @@ bool AMutE::readFile(const QString& path)
     }
     filePath = path;
     fileName = info.fileName();
-    return is9809(path) ? read9809(path) : readPlain(path);
+    QFile file(path);
+    return openText(file) && readDevice(file);
+}
+
+bool AMutE::readDevice(QIODevice& device)
+{
+    const bool wasTextMode = device.isTextModeEnabled();
+    const qint64 start = device.pos();
+    device.setTextModeEnabled(true);
+    const bool isBeamline = is9809(device);
+    device.seek(start);
+    const bool isRead = isBeamline ? read9809(device) : readPlain(device);
+    device.setTextModeEnabled(wasTextMode);
+    return isRead;
 }
 
 bool AMutE::is9809(const QString& path) const
 {
     QFile file(path);
-    if (!openText(file)) {
-        return false;
-    }
-    QTextStream stream(&file);
-    QString line;
-    return nextLine(stream, &line) && line.startsWith(u"9809");
+    return openText(file) && is9809(file);
+}
+
+bool AMutE::is9809(QIODevice& device) const
+{
+    Lines lines(device);
+    return lines.next() && lines.line().startsWith(u"9809");
 }
 
 bool AMutE::read9809(const QString& path)
 {
     QFile file(path);
-    if (!openText(file)) {
-        return false;
-    }
-    beginRead();
-    QTextStream stream(&file);
-    BeamlineReader reader;
-    QString line;
+    return openText(file) && read9809(file);
+}
+
+bool AMutE::read9809(QIODevice& device)
+{
     Tokens tokens;
-    while (nextLine(stream, &line)) {
-        split(line, &tokens);
-        if (const auto point = reader.take(tokens)) {
-            appendPoint(*point);
-        }
-    }
-    return finishRead();
+    BeamlineReader reader;
+    return readLines(device, [&](const QString& line) {
+        tokens.split(line);
+        return reader.take(tokens);
+    });
 }
 
 bool AMutE::readPlain(const QString& path)
 {
     QFile file(path);
-    if (!openText(file)) {
-        return false;
-    }
-    beginRead();
-    QTextStream stream(&file);
-    QString line;
+    return openText(file) && readPlain(file);
+}
+
+bool AMutE::readPlain(QIODevice& device)
+{
     Tokens tokens;
-    while (nextLine(stream, &line)) {
-        if (const auto point = plainPoint(line, &tokens)) {
-            appendPoint(*point);
+    return readLines(device, [&](const QString& line) { return plainPoint(line, &tokens); });
+}
+
+template <typename PointOf>
+bool AMutE::readLines(QIODevice& device, const PointOf& pointOf)
+{
+    beginRead();
+    Lines lines(device);
+    const char* refusal = data::canAllocate(0) ? nullptr : "no memory to read it";
+    while (refusal == nullptr && lines.next()) {
+        if (const auto point = pointOf(lines.line())) {
+            refusal = appendPoint(*point);
         }
+    }
+    if (lines.isTooLong()) {
+        refusal = "a line is longer than a line may be";
+    }
+    if (refusal != nullptr) {
+        data::reportRefusal(refusal);
+        beginRead();
+        points = {};
     }
     return finishRead();
 }
 
 int AMutE::findToken(const QStringList& tokens, const QString& word)
 {
-    return static_cast<int>(indexOfToken(tokens, word));
+    return static_cast<int>(tokens.indexOf(word));
 }

@@ -2,6 +2,8 @@
 
 #include "data/A2DData.h"
 #include "data/LineWords.h"
+#include "data/MemoryCheck.h"
+#include "data/ReadBounds.h"
 #include "data/Utf8Blocks.h"
 
 #include <QByteArrayView>
@@ -112,11 +114,11 @@ public:
     {
     }
 
-    /// Takes lines of UTF-8, each with its line feed.
-    void takeLines(std::string_view lines)
+    /// Takes lines of UTF-8, each with its line feed; false once the map is refused.
+    bool takeLines(std::string_view lines)
     {
         const char* const end = lines.data() + lines.size();
-        for (const char* line = lines.data(); line != end;) {
+        for (const char* line = lines.data(); line != end && !m_isRefused;) {
             ByteWords words(line);
             const bool isTaken = takeBytes(words);
             const char* const next = std::find(words.position(), end, '\n') + 1;
@@ -126,28 +128,41 @@ public:
             line = next;
         }
         appendTaken();
+        return !m_isRefused;
     }
 
-    /// Takes any line, without its line end.
-    void takeText(const QString& line)
+    /// Takes any line, without its line end; false once the map is refused.
+    bool takeText(const QString& line)
     {
         appendTaken(); // whoever hears of an energy may look at the rows
+        if (m_isRefused) {
+            return false;
+        }
         if (m_isFirstLine) {
             m_isFirstLine = false;
             m_kind = kindOf(line);
         }
         const QString simplified = line.simplified();
         TextWords words(simplified);
-        if (simplified.startsWith(u'#')) {
-            m_map.headerLines.append(line);
-            takeKeyword(line, words);
-            return;
-        }
         Pixel pixel;
-        if (readPixel(words, pixel)) {
+        if (simplified.startsWith(u'#')) {
+            takeComment(line, words);
+        } else if (readPixel(words, pixel)) {
             take(pixel);
             appendTaken();
         }
+        return !m_isRefused;
+    }
+
+    /// Gives the map up, with a line in the debug log, and its memory back.
+    void refuse(const char* reason)
+    {
+        reportRefusal(reason);
+        m_isRefused = true;
+        m_takenCount = 0;
+        m_map.clear();
+        m_map.rows = {};
+        m_map.headerLines = {};
     }
 
     /// Settles the size; whether the map has one, and a row.
@@ -156,7 +171,8 @@ public:
         if (m_kind == MapKind::Channels) {
             m_map.deriveSize();
         }
-        if (isSizeTooLarge(m_map.xNum, m_map.yNum)) {
+        if (isSizeTooLarge(m_map.xNum, m_map.yNum, m_map.rows.size())) {
+            reportRefusal("the size is past the bound, or past what its rows allow");
             m_map.xNum = 0;
             m_map.yNum = 0;
         }
@@ -189,10 +205,10 @@ private:
     }
 
     /// Puts the pixels taken behind the rows: many together, since the list looks
-    /// each time whether it is shared and has room.
+    /// each time whether it is shared and has memory for them.
     void appendTaken()
     {
-        if (m_takenCount == 0) {
+        if (m_takenCount == 0 || !canAppendTaken()) {
             return;
         }
         const qsizetype before = m_map.rows.size();
@@ -205,6 +221,17 @@ private:
             row->i0 = m_taken[i].i0;
         }
         m_takenCount = 0;
+    }
+
+    bool canAppendTaken()
+    {
+        const auto count = static_cast<qsizetype>(m_takenCount);
+        if (m_map.rows.size() + count > maxMapPixels) {
+            refuse("more rows than a map may have");
+        } else if (!canGrow(m_map.rows, count)) {
+            refuse("no memory for its rows");
+        }
+        return !m_isRefused;
     }
 
     static MapKind kindOf(const QString& firstLine)
@@ -221,6 +248,17 @@ private:
     {
         return m_kind == MapKind::Channels ? readChannels(words, m_columns, pixel)
                                            : readFourColumns(words, pixel);
+    }
+
+    void takeComment(const QString& line, TextWords& words)
+    {
+        m_commentText += line.size() + commentLineCost;
+        if (m_commentText > maxCommentText) {
+            refuse("more comment lines than a map may have");
+            return;
+        }
+        m_map.headerLines.append(line);
+        takeKeyword(line, words);
     }
 
     /// Acts on the keyword of a comment line, its second word.
@@ -274,16 +312,22 @@ private:
     MapKind m_kind = MapKind::Other;
     ChannelColumns m_columns;
     bool m_isFirstLine = true;
+    bool m_isRefused = false;
+    qint64 m_commentText = 0; ///< what the comment lines count against maxCommentText
     std::array<Pixel, 64> m_taken;
     std::size_t m_takenCount = 0;
 };
+
+constexpr auto tooLongLine = "a line is longer than a line may be";
 
 /// Hands all lines of a UTF-8 device to @p builder.
 void readBlocks(QIODevice& device, MapBuilder& builder)
 {
     Utf8Blocks blocks(device, static_cast<std::size_t>(mapTextBlockSize));
-    while (blocks.next()) {
-        builder.takeLines(blocks.lines());
+    while (blocks.next() && builder.takeLines(blocks.lines())) {
+    }
+    if (blocks.isLineTooLong()) {
+        builder.refuse(tooLongLine);
     }
 }
 
@@ -294,10 +338,14 @@ void readStream(QIODevice& device, MapBuilder& builder)
     device.setTextModeEnabled(true);
     QTextStream stream(&device);
     QString line;
-    // QTextStream counts the characters of a line in an int.
-    constexpr qint64 longestLine = 1 << 30;
-    while (stream.readLineInto(&line, longestLine)) {
-        builder.takeText(line);
+    while (stream.readLineInto(&line, longestLine + 1)) {
+        if (line.size() > longestLine) {
+            builder.refuse(tooLongLine);
+            break;
+        }
+        if (!builder.takeText(line)) {
+            break;
+        }
     }
     device.setTextModeEnabled(wasTextMode);
 }
@@ -308,7 +356,9 @@ bool readMapText(QIODevice& device, A2DData& map, const EnergyHandler& energyFou
 {
     map.clear();
     MapBuilder builder(map, energyFound);
-    if (QStringConverter::encodingForData(device.peek(4))) {
+    if (!canAllocate(0)) {
+        builder.refuse("no memory to read it");
+    } else if (QStringConverter::encodingForData(device.peek(4))) {
         readStream(device, builder);
     } else {
         readBlocks(device, builder);

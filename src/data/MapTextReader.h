@@ -32,10 +32,14 @@ using EnergyHandler = std::function<void(const QString& text)>;
 /// number reads as 0. The kind of the file comes from its first line
 /// ("# 1306", "# 2003901", or any other). A device that fails ends the text.
 ///
+/// Past a bound of data/ReadBounds.h, beyond data::maxMapPixels rows, or without the
+/// memory, the file is refused: reading stops, and the map is left empty.
+///
 /// @param energyFound  called once for every "ENERGY" line, during the read
 /// @return whether the map has a size and at least one row. On false the rows
-///         read so far stay in @p map. A size past data::maxMapPixels is a
-///         failed read that leaves the size 0 by 0.
+///         read so far stay in @p map unless the file was refused. A size that
+///         data::isSizeTooLarge() is a failed read that leaves the size 0 by 0.
+///         Refusals are told in the debug log
 bool readMapText(QIODevice& device, A2DData& map, const EnergyHandler& energyFound);
 
 } // namespace data

@@ -46,15 +46,17 @@ public:
     /// over. Reading runs to the end of the header block: of two lines with the
     /// same key the later one counts.
     ///
-    /// @return false, with @p h as it was, if the file is not of this form
+    /// @return false, with @p h as it was, if the file is not of this form, or if a
+    ///         line is past data::longestLine
     static bool readHeader(TDData0Header& h, const QString& path);
 
     /// Reads a file. Region and mask items stay, and so do pixels and flags,
     /// by their index, that a short file leaves out.
     ///
     /// @return false, with the object as it was and a line in the debug log, if
-    ///         the file is not of this form, or if its size is negative or past
-    ///         data::maxMapPixels
+    ///         the file is not of this form, if its size is negative or
+    ///         data::isSizeTooLarge() for the pixels that it holds, or if there is
+    ///         no memory for them
     bool load(const QString& path);
 
     /// Writes a file, in place of one that is there.

@@ -1,21 +1,19 @@
 #include "data/TDData0.h"
 
-#include "data/A2DData.h"
 #include "data/FileAccess.h"
+#include "data/MemoryCheck.h"
+#include "data/PixelFile.h"
+#include "data/ReadBounds.h"
 #include "data/TextItems.h"
+#include "data/Utf8Blocks.h"
 
 #include <QDebug>
 #include <QFile>
-#include <QStringDecoder>
 #include <QTextStream>
 
 #include <algorithm>
-#include <bit>
 #include <optional>
-
-static_assert(std::endian::native == std::endian::little && sizeof(double) == 8 &&
-                  sizeof(bool) == 1,
-              "pixels and flags are moved between lists and file as they are");
+#include <string_view>
 
 namespace
 {
@@ -45,17 +43,6 @@ int headerSizeIn(const QString& firstLine)
         rest = data::nextItem(rest, item);
     }
     return item.toInt();
-}
-
-/// The header block, or what the file has of it: the size is the file's claim
-/// and is not allocated on its word.
-QByteArray readHeaderBlock(const QString& path, qint64 headerSize)
-{
-    QFile file(path);
-    if (!data::openForReading(file)) {
-        return {};
-    }
-    return file.read(std::clamp<qint64>(headerSize, 0, file.size()));
 }
 
 void takeHeaderLine(const QString& line, TDData0Header& header)
@@ -109,18 +96,21 @@ bool write(QFile& file, const void* bytes, qint64 size)
     return file.write(static_cast<const char*>(bytes), size) == size;
 }
 
-void readPixels(QFile& file, QList<double>& pixels)
+/// Takes each line of a header; false at one past the bound.
+bool takeHeaderLines(data::Utf8Blocks& blocks, TDData0Header& header)
 {
-    file.read(reinterpret_cast<char*>(pixels.data()), pixels.size() * qint64{sizeof(double)});
-}
-
-void readFlags(QFile& file, QList<bool>& flags)
-{
-    char* const bytes = reinterpret_cast<char*>(flags.data());
-    file.read(bytes, flags.size());
-    // A bool may not hold what any byte of a file may.
-    std::transform(bytes, bytes + flags.size(), bytes,
-                   [](char byte) { return static_cast<char>(byte != 0); });
+    while (blocks.next()) {
+        for (std::string_view rest = blocks.lines(); !rest.empty();) {
+            std::string_view line = rest.substr(0, rest.find('\n'));
+            rest.remove_prefix(line.size() + 1);
+            if (!line.empty() && line.back() == '\r') {
+                line.remove_suffix(1);
+            }
+            takeHeaderLine(QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size())),
+                           header);
+        }
+    }
+    return !blocks.isLineTooLong();
 }
 
 } // namespace
@@ -137,40 +127,43 @@ bool TDData0::readHeader(TDData0Header& h, const QString& path)
     if (!firstLine || !firstLine->startsWith(formName)) {
         return false;
     }
-    h.valid = true;
-    h.headerSize = headerSizeIn(*firstLine);
-    // Decoded in one go: a stream on bytes grows its buffer along a long line.
-    QString block = QStringDecoder(QStringDecoder::Utf8)(readHeaderBlock(path, h.headerSize));
-    QTextStream lines(&block, QIODevice::ReadOnly);
-    QString line;
-    while (lines.readLineInto(&line)) {
-        takeHeaderLine(line, h);
+    TDData0Header header = h;
+    header.valid = true;
+    header.headerSize = headerSizeIn(*firstLine);
+    QFile file(path);
+    if (data::openForReading(file)) {
+        constexpr std::size_t blockSize = 4 * data::Utf8Blocks::pieceSize;
+        data::Utf8Blocks blocks(file, blockSize, std::max(header.headerSize, qint64{0}));
+        if (!takeHeaderLines(blocks, header)) {
+            data::reportRefusal("a line is longer than a line may be");
+            return false;
+        }
     }
+    h = header;
     return true;
 }
 
 bool TDData0::load(const QString& path)
 {
-    TDData0Header header;
-    if (!readHeader(header, path) || header.width < 0 || header.height < 0 ||
-        data::isSizeTooLarge(header.width, header.height)) {
-        qDebug().noquote() << path << "is not a TDData0 file.";
+    data::PixelFile file;
+    if (!file.open(path)) {
         return false;
     }
-    minVal = header.minVal;
-    maxVal = header.maxVal;
-    width = header.width;
-    height = header.height;
-    dataId = header.dataId;
-    const qsizetype pixels = qsizetype{width} * height;
+    const qsizetype pixels = file.pixelCount();
+    constexpr qint64 bytesOfAPixel = sizeof(double) + sizeof(bool);
+    if (!data::canAllocate(pixels * bytesOfAPixel)) {
+        data::reportRefusal("no memory for its pixels");
+        return false;
+    }
+    minVal = file.header().minVal;
+    maxVal = file.header().maxVal;
+    width = file.header().width;
+    height = file.header().height;
+    dataId = file.header().dataId;
     data.resize(pixels);
     validFlags.resize(pixels);
-
-    QFile file(path);
-    if (data::openForReading(file) && file.seek(header.headerSize)) {
-        readPixels(file, data);
-        readFlags(file, validFlags);
-    }
+    file.readValues(data.data(), pixels);
+    file.readFlags(validFlags.data(), pixels);
     return true;
 }
 

@@ -1,5 +1,7 @@
 #include "data/Utf8Blocks.h"
 
+#include "data/ReadBounds.h"
+
 #include <QByteArrayView>
 #include <QIODevice>
 #include <QString>
@@ -27,6 +29,19 @@ bool isAscii(std::string_view bytes)
     return seen < 0x80;
 }
 
+/// The characters of UTF-16 that hold a text of UTF-8.
+std::size_t characterCount(std::string_view text)
+{
+    std::size_t count = 0;
+    for (const char byte : text) {
+        const auto bits = static_cast<unsigned char>(byte);
+        const bool isContinuation = (bits & 0xC0u) == 0x80u;
+        const bool opensFourBytes = bits >= 0xF0u;
+        count += (isContinuation ? 0u : 1u) + (opensFourBytes ? 1u : 0u);
+    }
+    return count;
+}
+
 /// Reads until @p size bytes are there or the device has no more.
 std::size_t readFully(QIODevice& device, char* out, std::size_t size)
 {
@@ -43,9 +58,10 @@ std::size_t readFully(QIODevice& device, char* out, std::size_t size)
 
 } // namespace
 
-Utf8Blocks::Utf8Blocks(QIODevice& device, std::size_t blockSize)
+Utf8Blocks::Utf8Blocks(QIODevice& device, std::size_t blockSize, qint64 most)
     : m_device(device)
     , m_blockSize(blockSize)
+    , m_left(most)
 {
     Q_ASSERT(blockSize > 0 && blockSize % pieceSize == 0);
 }
@@ -55,6 +71,12 @@ bool Utf8Blocks::next()
     dropLines();
     std::size_t searched = m_filled;
     while (fill()) {
+        if (isFirstLineTooLong(searched)) {
+            m_isLineTooLong = true;
+            m_filled = 0;
+            m_left = 0;
+            return false;
+        }
         const std::string_view added(m_block.data() + searched, m_filled - searched);
         const std::size_t last = added.rfind('\n');
         if (last != std::string_view::npos) {
@@ -70,12 +92,30 @@ bool Utf8Blocks::next()
     return m_filled > 0;
 }
 
+/// Whether the line at the front, of which the first @p searched bytes have no
+/// line feed, is past the bound. Blocks are smaller than that, and so is any other
+/// line.
+bool Utf8Blocks::isFirstLineTooLong(std::size_t searched)
+{
+    constexpr auto most = static_cast<std::size_t>(longestLine);
+    if (m_filled <= most) {
+        return false;
+    }
+    const std::string_view text(m_block.data(), m_filled);
+    const std::size_t end = std::min(text.find('\n', searched), text.size());
+    m_characters += characterCount(text.substr(m_counted, end - m_counted));
+    m_counted = end;
+    return m_characters > most;
+}
+
 /// Reads on behind the unfinished line; false when nothing came.
 bool Utf8Blocks::fill()
 {
+    const auto size = static_cast<std::size_t>(std::min(static_cast<qint64>(m_blockSize), m_left));
     makeRoom(m_blockSize);
     char* const out = m_block.data() + m_filled;
-    const std::size_t got = readFully(m_device, out, m_blockSize);
+    const std::size_t got = readFully(m_device, out, size);
+    m_left -= static_cast<qint64>(got);
     if (m_isInSequence || !isAscii({out, got})) {
         const QByteArray text = mended({out, got});
         append({text.data(), static_cast<std::size_t>(text.size())});
@@ -98,6 +138,8 @@ void Utf8Blocks::dropLines()
     std::copy(m_block.data() + m_linesSize, m_block.data() + m_filled, m_block.data());
     m_filled -= m_linesSize;
     m_linesSize = 0;
+    m_counted = 0;
+    m_characters = 0;
 }
 
 void Utf8Blocks::makeRoom(std::size_t size)

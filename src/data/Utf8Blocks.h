@@ -9,6 +9,7 @@
 #include <QStringDecoder>
 
 #include <cstddef>
+#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -25,15 +26,21 @@ namespace data
 /// even swallow the line feed behind it. So the input is cut where QTextStream
 /// cuts it, and a sequence left unfinished at the end of the file is dropped.
 ///
-/// Memory: some blocks, or a small multiple of the longest line.
+/// Memory: some blocks, or twice a line of the bound.
 class Utf8Blocks
 {
 public:
     /// @param blockSize  bytes to ask for at a time, a multiple of pieceSize
-    Utf8Blocks(QIODevice& device, std::size_t blockSize);
+    /// @param most       bytes to read in all
+    Utf8Blocks(QIODevice& device, std::size_t blockSize,
+               qint64 most = std::numeric_limits<qint64>::max());
 
-    /// Moves on to the next lines; false when there are none.
+    /// Moves on to the next lines; false when there are none, and at a line of more
+    /// than data::longestLine characters, where the text ends.
     bool next();
+
+    /// Whether the text ended at a line past that bound.
+    bool isLineTooLong() const { return m_isLineTooLong; }
 
     /// At least one line, each with its line feed; a last line without one gets
     /// it here. Valid until next().
@@ -43,6 +50,7 @@ public:
 
 private:
     bool fill();
+    bool isFirstLineTooLong(std::size_t searched);
     void append(std::string_view text);
     void dropLines();
     void makeRoom(std::size_t size);
@@ -50,11 +58,15 @@ private:
 
     QIODevice& m_device;
     std::size_t m_blockSize;
+    qint64 m_left; ///< bytes that may still be read
     QStringDecoder m_decoder{QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom};
+    bool m_isLineTooLong = false;
     bool m_isInSequence = false; ///< the bytes read so far may end inside a sequence
     std::vector<char> m_block;   ///< whole lines, then an unfinished one, then free bytes
     std::size_t m_linesSize = 0;
     std::size_t m_filled = 0;
+    std::size_t m_counted = 0;    ///< bytes of a long unfinished line whose characters
+    std::size_t m_characters = 0; ///< are counted, and their number
 };
 
 } // namespace data

@@ -25,7 +25,7 @@ void Histgram::init()
           boxesFrom(boxesEdit->text().toDouble()));
 }
 
-bool Histgram::write(const QString& path, const QString& name) const
+bool Histgram::write(const QString& path, const QString& name, QString* cutShort) const
 {
     const QFileInfo result(path);
     const QString fileName =
@@ -38,5 +38,8 @@ bool Histgram::write(const QString& path, const QString& name) const
         return false;
     }
     const QByteArray text = fileText();
-    return file.write(text) == text.size() && file.flush();
+    if ((file.write(text) != text.size() || !file.flush()) && cutShort != nullptr) {
+        *cutShort = target;
+    }
+    return true;
 }

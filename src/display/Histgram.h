@@ -31,9 +31,10 @@ public:
     /// leave. When @p path itself is not there, the working folder stands for
     /// its own.
     ///
-    /// @return false when the file is not there, or could not be opened or
-    ///         written to its end
-    bool write(const QString& path, const QString& name) const;
+    /// @param cutShort  takes the path of a file that could be opened but not
+    ///                  written to its end; left alone otherwise
+    /// @return whether the file could be opened
+    bool write(const QString& path, const QString& name, QString* cutShort = nullptr) const;
 
     QLineEdit* fromEdit;
     QLineEdit* toEdit;

@@ -292,6 +292,7 @@ private:
     std::array<QAbstractButton*, 13> recordBoxes() const;
     std::array<QAbstractButton*, 13> mapRadios() const;
     std::array<bool, 13> wantedColumns() const;
+    void writeHistogram(const Histgram& histogram, const QString& path, const QString& name);
 
     // Target calculation.
     bool targetMayRun(const analysis::ReferenceSet& refs);

@@ -2,6 +2,7 @@
 
 #include "data/FileAccess.h"
 #include "data/MapTextReader.h"
+#include "data/PixelFile.h"
 #include "data/TDData0.h"
 #include "display/LineEditText.h"
 #include "display/WaitCursor.h"
@@ -67,12 +68,8 @@ void AEPoint::loadData(QString path)
 void AEPoint::load2dProcData(QString path)
 {
     const WaitCursor cursor;
-    TDData0 map(0, 0);
     // A failed load is a map of 0 by 0, and loaded all the same.
-    map.load(path);
-    xNum = map.width;
-    yNum = map.height;
-    data::appendPixels(*this, map);
+    data::appendPixelFile(path, *this);
     loaded = true;
     Q_EMIT newData();
 }

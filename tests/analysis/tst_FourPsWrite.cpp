@@ -45,6 +45,7 @@ private Q_SLOTS:
     void emptyPathIsReported();
     void fileWithoutPermissionIsReportedAndKept();
     void fullDiskIsReported();
+    void histogramThatIsNotWrittenWholeIsReportedByItsName();
     void pipeIsReportedAndDoesNotHang();
     void histogramsAreStillWrittenWhenTheResultIsNot();
     void firstSaveLeavesNoHistogramFile();
@@ -246,6 +247,22 @@ void tst_FourPsWrite::fullDiskIsReported()
     saveTo(panel, "/dev/full");
     panel.calcAndWrite();
     QCOMPARE(messages(panel), QStringList{cannotOpen.arg("/dev/full")});
+}
+
+void tst_FourPsWrite::histogramThatIsNotWrittenWholeIsReportedByItsName()
+{
+    if (!QFileInfo::exists("/dev/full")) {
+        QSKIP("needs the device that is always full");
+    }
+    QTemporaryDir dir;
+    FourPs panel;
+    prepareThreePointMaps(panel);
+    saveTo(panel, dir.filePath("map.dat"));
+    QVERIFY(QFile::link("/dev/full", dir.filePath("map_HGThick.dat")));
+    panel.calcAndWrite();
+    QCOMPARE(messages(panel), QStringList{cannotOpen.arg("/dev/full")});
+    QVERIFY(readFile(dir.filePath("map.dat")).startsWith("# qelk result map V1.0\n"));
+    QVERIFY(!QFileInfo::exists(dir.filePath("map_HGAlpha.dat")));
 }
 
 void tst_FourPsWrite::pipeIsReportedAndDoesNotHang()

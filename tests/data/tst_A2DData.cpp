@@ -1,6 +1,5 @@
 // The map record: its size, its pixels by position, the value of a pixel.
 #include "data/A2DData.h"
-#include "data/TDData0.h"
 #include "support/SameDouble.h"
 
 #include <QTest>
@@ -15,6 +14,8 @@ namespace
 
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double inf = std::numeric_limits<double>::infinity();
+
+constexpr qint64 most = 33554432; // 2^25
 
 using Points = QList<QPair<double, double>>;
 
@@ -57,10 +58,10 @@ private Q_SLOTS:
     void rowValuesOutsideTheRowsZeroesAndKeepsTheLength_data();
     void rowValuesOutsideTheRowsZeroesAndKeepsTheLength();
 
-    void appendedPixelsStandBehindTheEarlierRows();
-    void appendedPixelsStopAtTheMostThatPositionsReach();
     void sizeBoundHoldsPixelsAndSides_data();
     void sizeBoundHoldsPixelsAndSides();
+    void largeClaimNeedsARowForEach64Pixels_data();
+    void largeClaimNeedsARowForEach64Pixels();
 
     void pixelMutOfFields_data();
     void pixelMutOfFields();
@@ -150,41 +151,11 @@ void tst_A2DData::rowValuesOutsideTheRowsZeroesAndKeepsTheLength()
     QCOMPARE(out, (QList<double>{0.0, 0.0, 0.0}));
 }
 
-void tst_A2DData::appendedPixelsStandBehindTheEarlierRows()
-{
-    TDData0 source(2, 2);
-    source.data = {0.5, 1.5, 2.5, 3.5};
-    A2DData map;
-    map.rows = {{9, 9, 9, 9, {}}};
-    data::appendPixels(map, source);
-    QCOMPARE(map.rows.size(), 5);
-    QCOMPARE(map.rows.at(0).i0, 9.0);
-    const A2DRow& third = map.rows.at(3); // pixel (0, 1): x runs fastest
-    QCOMPARE(third.x, 0.0);
-    QCOMPARE(third.y, 1.0);
-    QCOMPARE(third.intensity, 2.5);
-    QCOMPARE(third.i0, 0.0);
-    QCOMPARE(map.rows.at(2).x, 1.0);
-}
-
-void tst_A2DData::appendedPixelsStopAtTheMostThatPositionsReach()
-{
-    TDData0 source(2, 2);
-    source.data = {0.5, 1.5, 2.5, 3.5};
-    A2DData map;
-    for (int load = 0; load < 3; ++load) {
-        data::appendPixels(map, source, 6);
-    }
-    QCOMPARE(map.rows.size(), 6);
-    QCOMPARE(map.rows.at(5).intensity, 1.5); // the second load got two in
-}
-
 void tst_A2DData::sizeBoundHoldsPixelsAndSides_data()
 {
     QTest::addColumn<qint64>("width");
     QTest::addColumn<qint64>("height");
     QTest::addColumn<bool>("tooLarge");
-    const qint64 most = 33554432; // 2^25
     const qint64 huge = std::numeric_limits<qint64>::max();
     QTest::newRow("nothing") << qint64{0} << qint64{0} << false;
     QTest::newRow("negative") << qint64{-5} << qint64{-7} << false;
@@ -202,7 +173,34 @@ void tst_A2DData::sizeBoundHoldsPixelsAndSides()
 {
     QFETCH(qint64, width);
     QFETCH(qint64, height);
-    QTEST(data::isSizeTooLarge(width, height), "tooLarge");
+    QTEST(data::isSizeTooLarge(width, height, most), "tooLarge");
+}
+
+void tst_A2DData::largeClaimNeedsARowForEach64Pixels_data()
+{
+    QTest::addColumn<qint64>("width");
+    QTest::addColumn<qint64>("height");
+    QTest::addColumn<qint64>("held");
+    QTest::addColumn<bool>("tooLarge");
+    const qint64 million = 1048576; // 2^20
+    QTest::newRow("2^20 pixels on trust") << qint64{1024} << qint64{1024} << qint64{0} << false;
+    QTest::newRow("one more, just enough rows")
+        << million + 1 << qint64{1} << qint64{16385} << false;
+    QTest::newRow("one more, a row too few") << million + 1 << qint64{1} << qint64{16384} << true;
+    QTest::newRow("2^25 with 2^19") << most << qint64{1} << qint64{524288} << false;
+    QTest::newRow("2^25 with one row less") << most << qint64{1} << qint64{524287} << true;
+    QTest::newRow("2^25 with none") << most << qint64{1} << qint64{0} << true;
+    QTest::newRow("a number of rows below 0") << most << qint64{1} << qint64{-1} << true;
+    QTest::newRow("rows past 64 bits times 64")
+        << most << qint64{1} << std::numeric_limits<qint64>::max() << false;
+}
+
+void tst_A2DData::largeClaimNeedsARowForEach64Pixels()
+{
+    QFETCH(qint64, width);
+    QFETCH(qint64, height);
+    QFETCH(qint64, held);
+    QTEST(data::isSizeTooLarge(width, height, held), "tooLarge");
 }
 
 void tst_A2DData::pixelMutOfFields_data()

@@ -4,6 +4,7 @@
 #include "support/TestFiles.h"
 #include "support/Unprivileged.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QRegularExpression>
 #include <QTest>
@@ -227,6 +228,13 @@ private Q_SLOTS:
     void binaryNoiseReadsLikeTheTwin();
     void tenMegabytesInOneLine_data();
     void tenMegabytesInOneLine();
+    void lineOf16MiBIsRead_data();
+    void lineOf16MiBIsRead();
+    void longerLineRefusesTheSpectrum_data();
+    void longerLineRefusesTheSpectrum();
+    void deviceGivesTheSameAsItsFile_data();
+    void deviceGivesTheSameAsItsFile();
+    void deviceIsReadFromWhereItStands();
 
 private:
     QString write(const QByteArray& content);
@@ -817,6 +825,89 @@ void tst_AMutEFiles::tenMegabytesInOneLine()
     AMutE spectrum;
     QCOMPARE(read(&spectrum, content), points > 0);
     QCOMPARE(spectrum.points.size(), points);
+}
+
+// A line of 16 MiB, ended or not.
+void tst_AMutEFiles::lineOf16MiBIsRead_data()
+{
+    QTest::addColumn<QByteArray>("start");
+    QTest::addColumn<QByteArray>("end");
+    const QByteArray header = "9809\nMode 0 0 1 2\n";
+    QTest::newRow("plain") << QByteArray() << QByteArray("\n1 2\n");
+    QTest::newRow("plain, last line") << QByteArray("1 2\n") << QByteArray();
+    QTest::newRow("9809") << header << QByteArray("\nOffset\n0 30 0 800 100\n");
+    QTest::newRow("9809, last line") << header + "Offset\n0 30 0 800 100\n" << QByteArray();
+}
+
+void tst_AMutEFiles::lineOf16MiBIsRead()
+{
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("takes minutes with the realloc of the sanitizer");
+#endif
+    QFETCH(QByteArray, start);
+    QFETCH(QByteArray, end);
+    AMutE spectrum;
+    QVERIFY(read(&spectrum, start + QByteArray(16777216, 'x') + end));
+    QCOMPARE(spectrum.points.size(), 1);
+}
+
+void tst_AMutEFiles::longerLineRefusesTheSpectrum_data()
+{
+    lineOf16MiBIsRead_data();
+}
+
+void tst_AMutEFiles::longerLineRefusesTheSpectrum()
+{
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("takes minutes with the realloc of the sanitizer");
+#endif
+    QFETCH(QByteArray, start);
+    QFETCH(QByteArray, end);
+    AMutE spectrum;
+    QVERIFY(read(&spectrum, "1 2\n3 4\n"));
+    QTest::ignoreMessage(QtDebugMsg, "the file is refused: a line is longer than a line may be");
+    QVERIFY(!read(&spectrum, start + QByteArray(16777217, 'x') + end));
+    QVERIFY(!spectrum.valid);
+    QCOMPARE(spectrum.points.capacity(), 0);
+    QCOMPARE(spectrum.minEnergy, 1e300);
+    QCOMPARE(spectrum.maxEnergy, -1e300);
+}
+
+void tst_AMutEFiles::deviceGivesTheSameAsItsFile_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("plain") << QByteArray("# Ni\r\n8300 0.5\r\n8400 1.5\r\n");
+    QTest::newRow("9809") << beamline("Mode 0 0 1 2", "0 30 0 800 100\n");
+    QTest::newRow("words") << QByteArray("no number\n");
+    QTest::newRow("empty") << QByteArray();
+}
+
+void tst_AMutEFiles::deviceGivesTheSameAsItsFile()
+{
+    QFETCH(QByteArray, content);
+    AMutE ofFile;
+    const bool isRead = read(&ofFile, content);
+    QBuffer device(&content);
+    QVERIFY(device.open(QIODevice::ReadOnly));
+    AMutE ofDevice;
+    ofDevice.fileName = "kept";
+    QCOMPARE(ofDevice.readDevice(device), isRead);
+    QVERIFY(same(energies(ofDevice), energies(ofFile)));
+    QVERIFY(same(muts(ofDevice), muts(ofFile)));
+    QVERIFY(same(angles(ofDevice), angles(ofFile)));
+    QCOMPARE(ofDevice.valid, ofFile.valid);
+    QCOMPARE(ofDevice.fileName, QString("kept"));
+    QVERIFY(!device.isTextModeEnabled());
+}
+
+void tst_AMutEFiles::deviceIsReadFromWhereItStands()
+{
+    QByteArray content = "9809\n8300 0.5\n";
+    QBuffer device(&content);
+    QVERIFY(device.open(QIODevice::ReadOnly) && device.seek(5));
+    AMutE spectrum;
+    QVERIFY(spectrum.readDevice(device));
+    QCOMPARE(energies(spectrum), Values{8300.0});
 }
 
 QTEST_APPLESS_MAIN(tst_AMutEFiles)

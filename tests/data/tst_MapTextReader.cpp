@@ -122,6 +122,17 @@ private Q_SLOTS:
     void sizePastTheBoundIsAFailedRead_data();
     void sizePastTheBoundIsAFailedRead();
     void countedSizePastTheBoundIsAFailedRead();
+    void claimOutOfProportionToTheRowsIsAFailedRead();
+    void lineOf16MiBIsRead_data();
+    void lineOf16MiBIsRead();
+    void lineIsCountedInCharacters();
+    void longerLineRefusesTheMap_data();
+    void longerLineRefusesTheMap();
+    void commentLinesOf64MiBAreKept();
+    void moreCommentLinesRefuseTheMap();
+    void shortCommentLinesCountWhatTheyTakeInMemory();
+    void refusedMapGivesItsMemoryBack();
+    void refusalGoesToTheDebugLog();
     void sizeGoesToTheDebugLog();
 
     void carriageReturnsVanish_data();
@@ -517,23 +528,139 @@ void tst_MapTextReader::sizePastTheBoundIsAFailedRead()
 {
     QFETCH(QByteArray, size);
     QFETCH(bool, good);
-    const Reading got = read(size + "1 2 3\n");
+    const int rows = 524288; // enough for 2^25 pixels
+    const Reading got = read(size + QByteArray("1 2 3\n").repeated(rows));
     QCOMPARE(got.good, good);
     QCOMPARE(got.map.xNum > 0, good);
     QCOMPARE(got.map.yNum > 0, good);
-    QCOMPARE(got.map.rows.size(), 1);
+    QCOMPARE(got.map.rows.size(), rows);
 }
 
 void tst_MapTextReader::countedSizePastTheBoundIsAFailedRead()
 {
-    // All rows on one point count along both axes: 5793 squared is past 2^25.
+    // All rows on one point count along both axes: 1025 squared is more than 2^20
+    // and than 64 times 1025.
     const QByteArray row = "1 1 2\n";
-    QVERIFY(read("# 2003901\n" + row.repeated(5792)).good);
-    const Reading got = read("# 2003901\n" + row.repeated(5793));
+    QVERIFY(read("# 2003901\n" + row.repeated(1024)).good);
+    const Reading got = read("# 2003901\n" + row.repeated(1025));
     QVERIFY(!got.good);
     QCOMPARE(got.map.xNum, 0);
     QCOMPARE(got.map.yNum, 0);
-    QCOMPARE(got.map.rows.size(), 5793);
+    QCOMPARE(got.map.rows.size(), 1025);
+}
+
+void tst_MapTextReader::claimOutOfProportionToTheRowsIsAFailedRead()
+{
+    // 1,048,640 pixels are 64 times 16,385 rows.
+    const QByteArray size = "# X-NUM 1048640\n# Y-NUM 1\n";
+    const QByteArray row = "1 2 3\n";
+    QVERIFY(read(size + row.repeated(16385)).good);
+    const Reading got = read(size + row.repeated(16384));
+    QVERIFY(!got.good);
+    QCOMPARE(got.map.xNum, 0);
+    QCOMPARE(got.map.yNum, 0);
+    QCOMPARE(got.map.rows.size(), 16384);
+}
+
+void tst_MapTextReader::lineOf16MiBIsRead_data()
+{
+    QTest::addColumn<QByteArray>("start");
+    QTest::newRow("data") << QByteArray("1 2 3 ");
+    QTest::newRow("comment") << QByteArray("# ");
+#ifndef __SANITIZE_ADDRESS__ // its realloc takes minutes for the buffer of a text stream
+    QTest::newRow("with a byte order mark") << QByteArray("\xEF\xBB\xBF# ");
+#endif
+}
+
+void tst_MapTextReader::lineOf16MiBIsRead()
+{
+    QFETCH(QByteArray, start);
+    const qsizetype mark = start.startsWith('\xEF') ? 3 : 0;
+    const QByteArray line = start.leftJustified(16777216 + mark, 'x');
+    QVERIFY(read(twoByOne + "1 2 3\n" + line.mid(mark) + "\n4 5 6\n").good);
+    QVERIFY(read(line + '\n' + twoByOne + "1 2 3\n").good);
+}
+
+// A character beyond the 16-bit plane counts as the two that hold it; a broken
+// sequence as its replacement character.
+void tst_MapTextReader::lineIsCountedInCharacters()
+{
+    const auto reads = [](const QByteArray& part, int count) {
+        return read(twoByOne + "1 2 3\n#" + part.repeated(count) + '\n').good;
+    };
+    QVERIFY(reads("\xE3\x81\x82", 16777215)); // あ
+    QVERIFY(!reads("\xE3\x81\x82", 16777216));
+    QVERIFY(reads("\xF0\x9F\x98\x80", 8388607));
+    QVERIFY(!reads("\xF0\x9F\x98\x80", 8388608));
+    QVERIFY(reads("\xFF", 16777215));
+    QVERIFY(!reads("\xFF", 16777216));
+}
+
+void tst_MapTextReader::longerLineRefusesTheMap_data()
+{
+    lineOf16MiBIsRead_data();
+}
+
+void tst_MapTextReader::longerLineRefusesTheMap()
+{
+    QFETCH(QByteArray, start);
+    const qsizetype mark = start.startsWith('\xEF') ? 3 : 0;
+    const QByteArray line = start.leftJustified(16777217 + mark, 'x');
+    for (const QByteArray& text : {line + '\n' + twoByOne + "1 2 3\n", // first, in the middle, last
+                                   twoByOne + "1 2 3\n" + line.mid(mark) + "\n4 5 6\n",
+                                   twoByOne + "1 2 3\n" + line.mid(mark)}) {
+        const Reading got = read(text);
+        QVERIFY(!got.good);
+        QVERIFY(got.map.rows.isEmpty());
+        QVERIFY(got.map.headerLines.isEmpty());
+    }
+}
+
+// 1 MiB each with the 64 that a line counts besides.
+void tst_MapTextReader::commentLinesOf64MiBAreKept()
+{
+    const QByteArray line = QByteArray("#").leftJustified(1048576 - 64, ' ') + '\n';
+    const Reading got = read("# X-NUM 1\n# Y-NUM 1\n1 2 3\n" + line.repeated(63));
+    QVERIFY(got.good);
+    QCOMPARE(got.map.headerLines.size(), 65);
+}
+
+void tst_MapTextReader::moreCommentLinesRefuseTheMap()
+{
+    const QByteArray line = QByteArray("#").leftJustified(1048576 - 64, ' ') + '\n';
+    QVERIFY(read("1 2 3\n" + line.repeated(64)).map.headerLines.size() == 64);
+    const Reading got = read("# X-NUM 1\n# Y-NUM 1\n1 2 3\n" + line.repeated(64));
+    QVERIFY(!got.good);
+    QVERIFY(got.map.headerLines.isEmpty());
+}
+
+// 65 for each: 1,032,444 of them fit.
+void tst_MapTextReader::shortCommentLinesCountWhatTheyTakeInMemory()
+{
+    QCOMPARE(read(QByteArray("#\n").repeated(1032444)).map.headerLines.size(), 1032444);
+    QVERIFY(read(QByteArray("#\n").repeated(1032445)).map.headerLines.isEmpty());
+}
+
+void tst_MapTextReader::refusedMapGivesItsMemoryBack()
+{
+    const Reading got =
+        read(twoByOne + QByteArray("1 2 3\n").repeated(1000) + QByteArray(16777217, ' ') + '\n');
+    QVERIFY(!got.good);
+    QCOMPARE(got.map.rows.capacity(), 0);
+    QCOMPARE(got.map.headerLines.capacity(), 0);
+    QCOMPARE(got.map.xNum, 0);
+    QCOMPARE(got.map.yNum, 0);
+}
+
+void tst_MapTextReader::refusalGoesToTheDebugLog()
+{
+    QTest::ignoreMessage(QtDebugMsg, "the file is refused: a line is longer than a line may be");
+    read(QByteArray(16777217, ' '));
+    QTest::ignoreMessage(QtDebugMsg, "the file is refused: more comment lines than a map may have");
+    read(QByteArray("#\n").repeated(1032445));
+    QTest::ignoreMessage(
+        QtDebugMsg, "the file is refused: the size is past the bound, or past what its rows allow");
+    read("# X-NUM 2097152\n# Y-NUM 1\n1 2 3\n");
 }
 
 void tst_MapTextReader::sizeGoesToTheDebugLog()

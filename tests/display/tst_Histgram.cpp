@@ -71,7 +71,8 @@ private Q_SLOTS:
     void folderOfThatNameIsRefused();
     void pipeOfThatNameIsRefusedAndDoesNotHang();
     void unwritableFileIsRefused();
-    void fullDiskIsReported();
+    void fileThatIsNotWrittenWholeIsNamed();
+    void fileThatIsWrittenWholeOrNotThereIsNotNamed();
 
 private:
     /// The path of a file in the folder of this test.
@@ -312,14 +313,25 @@ void tst_Histgram::unwritableFileIsRefused()
     QCOMPARE(tests::readFile(at("map_HGAlpha.dat")), earlierText);
 }
 
-void tst_Histgram::fullDiskIsReported()
+void tst_Histgram::fileThatIsNotWrittenWholeIsNamed()
 {
     if (!QFile::exists("/dev/full")) {
         QSKIP("this system has no /dev/full");
     }
     QVERIFY(!tests::writeFile(*m_folder, "map.dat", "result\n").isEmpty());
     QVERIFY(QFile::link("/dev/full", at("map_HGAlpha.dat")));
-    QVERIFY(!m_histogram.write(at("map.dat"), "HGAlpha"));
+    QString cutShort;
+    QVERIFY(m_histogram.write(at("map.dat"), "HGAlpha", &cutShort));
+    QCOMPARE(cutShort, QString("/dev/full"));
+}
+
+void tst_Histgram::fileThatIsWrittenWholeOrNotThereIsNotNamed()
+{
+    QVERIFY(makeFiles("map.dat", "map_HGAlpha.dat"));
+    QString cutShort = "as before";
+    QVERIFY(m_histogram.write(at("map.dat"), "HGAlpha", &cutShort));
+    QVERIFY(!m_histogram.write(at("map.dat"), "HGThick", &cutShort));
+    QCOMPARE(cutShort, QString("as before"));
 }
 
 QTEST_MAIN(tst_Histgram)

@@ -99,17 +99,19 @@ void takeAllLines(QTextStream& stream, PlainState& state, A2DData& map,
 bool readPlainMap(const QString& path, A2DData& map, const data::EnergyHandler& energyFound)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        return false;
-    }
+    return file.open(QIODevice::ReadOnly | QIODevice::Text) && readPlainMap(file, map, energyFound);
+}
+
+bool readPlainMap(QIODevice& device, A2DData& map, const data::EnergyHandler& energyFound)
+{
     map.clear();
     PlainState state;
-    QTextStream stream(&file);
+    QTextStream stream(&device);
     takeAllLines(stream, state, map, energyFound);
     if (state.kind == 1) {
         map.deriveSize();
     }
-    if (data::isSizeTooLarge(map.xNum, map.yNum)) {
+    if (data::isSizeTooLarge(map.xNum, map.yNum, map.rows.size())) {
         map.xNum = map.yNum = 0;
     }
     return map.xNum > 0 && map.yNum > 0 && !map.rows.isEmpty();

@@ -11,6 +11,7 @@
 
 #include "app/Body.h"
 #include "app/Language.h"
+#include "app/Signals.h"
 #include "panel/FourPs.h"
 
 #include <QApplication>
@@ -68,6 +69,7 @@ bool runAllMethods(SampleRun& run)
 
 int main(int argc, char** argv)
 {
+    app::ignoreSignals();
     const bool display = hasDisplay();
     if (!display) {
         qputenv("QT_QPA_PLATFORM", "offscreen");

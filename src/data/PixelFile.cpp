@@ -1,0 +1,110 @@
+#include "data/PixelFile.h"
+
+#include "data/FileAccess.h"
+#include "data/MemoryCheck.h"
+#include "data/ReadBounds.h"
+
+#include <QDebug>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+
+static_assert(std::endian::native == std::endian::little && sizeof(double) == 8 &&
+                  sizeof(bool) == 1,
+              "pixels and flags are read as the file has them");
+
+namespace data
+{
+namespace
+{
+
+/// Pixels that a file of @p size bytes has whole values of.
+qint64 pixelsHeld(qint64 size, qint64 headerSize)
+{
+    return headerSize < 0 ? 0 : std::max(size - headerSize, qint64{0}) / qint64{sizeof(double)};
+}
+
+bool isSizeLawful(const TDData0Header& header, qint64 held)
+{
+    return header.width >= 0 && header.height >= 0 &&
+           !isSizeTooLarge(header.width, header.height, held);
+}
+
+} // namespace
+
+bool PixelFile::open(const QString& path)
+{
+    m_header = {};
+    m_file.close();
+    m_file.setFileName(path);
+    if (TDData0::readHeader(m_header, path)) {
+        if (!openForReading(m_file) || !m_file.seek(m_header.headerSize)) {
+            m_file.close(); // it holds no pixels
+        }
+        if (isSizeLawful(m_header,
+                         pixelsHeld(m_file.isOpen() ? m_file.size() : 0, m_header.headerSize))) {
+            return true;
+        }
+        m_file.close();
+    }
+    qDebug().noquote() << path << "is not a TDData0 file.";
+    return false;
+}
+
+void PixelFile::readValues(double* out, qsizetype count)
+{
+    if (!m_file.isOpen()) {
+        return;
+    }
+    m_file.read(reinterpret_cast<char*>(out), count * qint64{sizeof(double)});
+}
+
+void PixelFile::readFlags(bool* out, qsizetype count)
+{
+    if (!m_file.isOpen()) {
+        return;
+    }
+    char* const bytes = reinterpret_cast<char*>(out);
+    m_file.read(bytes, count);
+    // A bool may not hold what any byte of a file may.
+    std::transform(bytes, bytes + count, bytes,
+                   [](char byte) { return static_cast<char>(byte != 0); });
+}
+
+bool appendPixelFile(const QString& path, A2DData& map, qsizetype most)
+{
+    map.xNum = 0;
+    map.yNum = 0;
+    PixelFile file;
+    if (!file.open(path)) {
+        return false;
+    }
+    const qsizetype before = map.rows.size();
+    const qsizetype count = std::clamp(most - before, qsizetype{0}, file.pixelCount());
+    if (!canGrow(map.rows, count)) {
+        reportRefusal("no memory for its pixels");
+        return false;
+    }
+    if (map.rows.isEmpty()) {
+        map.rows.reserve(count); // no more than they need
+    }
+    map.xNum = file.header().width;
+    map.yNum = file.header().height;
+    map.rows.resize(before + count);
+    A2DRow* row = map.rows.data() + before;
+    std::array<double, 4096> values;
+    for (qsizetype first = 0; first < count; first += qsizetype{values.size()}) {
+        const qsizetype here = std::min(count - first, qsizetype{values.size()});
+        values.fill(0.0);
+        file.readValues(values.data(), here);
+        for (qsizetype i = first; i < first + here; ++i, ++row) {
+            row->x = static_cast<double>(i % map.xNum);
+            row->y = static_cast<double>(i / map.xNum);
+            row->intensity = values[static_cast<std::size_t>(i - first)];
+        }
+    }
+    return true;
+}
+
+} // namespace data

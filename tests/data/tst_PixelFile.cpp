@@ -1,0 +1,193 @@
+// The rows that a binary map file puts behind those of a map.
+#include "data/MemoryCheck.h"
+#include "data/PixelFile.h"
+#include "data/TDData0.h"
+#include "support/DebugLog.h"
+#include "support/SameDouble.h"
+#include "support/TestFiles.h"
+
+#include <QTest>
+
+#include <limits>
+
+using tests::sameDouble;
+
+namespace
+{
+
+/// A header of 256 bytes that claims the size.
+QByteArray header(const QByteArray& width, const QByteArray& height)
+{
+    return ("2dData-V0.0 HeaderSize: 256\nWIDTH: " + width + "\nHEIGHT: " + height + '\n')
+        .leftJustified(256, '\0');
+}
+
+/// The eight bytes of 1.0.
+const QByteArray one = QByteArray::fromHex("000000000000f03f");
+
+} // namespace
+
+class tst_PixelFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void pixelsStandBehindTheEarlierRows();
+    void rowsAreThoseOfTheLoadedMap_data();
+    void rowsAreThoseOfTheLoadedMap();
+    void pixelsStopAtTheMostThatPositionsReach();
+    void otherFileIsAMapWithoutSize_data();
+    void otherFileIsAMapWithoutSize();
+    void pixelsBeforeTheHeaderAreNotRead();
+    void largeClaimNeedsAPixelForEach64_data();
+    void largeClaimNeedsAPixelForEach64();
+    void memoryThatCannotBeHadIsNotTaken();
+
+private:
+    QString path(const QByteArray& content) { return tests::writeFile(m_dir, "map.2dp", content); }
+
+    QTemporaryDir m_dir;
+};
+
+void tst_PixelFile::pixelsStandBehindTheEarlierRows()
+{
+    TDData0 source(2, 2);
+    source.data = {0.5, 1.5, 2.5, 3.5};
+    QVERIFY(source.save(m_dir.filePath("map.2dp")));
+    A2DData map;
+    map.rows = {{9, 9, 9, 9, {}}};
+    map.headerLines = {"# earlier"};
+    QVERIFY(data::appendPixelFile(m_dir.filePath("map.2dp"), map));
+    QCOMPARE(map.xNum, 2);
+    QCOMPARE(map.yNum, 2);
+    QCOMPARE(map.rows.size(), 5);
+    QCOMPARE(map.headerLines, QStringList{"# earlier"});
+    QCOMPARE(map.rows.at(0).i0, 9.0);
+    const A2DRow& third = map.rows.at(3); // pixel (0, 1): x runs fastest
+    QCOMPARE(third.x, 0.0);
+    QCOMPARE(third.y, 1.0);
+    QCOMPARE(third.intensity, 2.5);
+    QCOMPARE(third.i0, 0.0);
+    QCOMPARE(map.rows.at(2).x, 1.0);
+}
+
+void tst_PixelFile::rowsAreThoseOfTheLoadedMap_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("bytes"); // that the file has of its pixels
+    QTest::newRow("none") << 0 << 3 << 0;
+    QTest::newRow("one") << 1 << 1 << 9;
+    QTest::newRow("a block") << 64 << 64 << 36864;
+    QTest::newRow("a block and a pixel") << 17 << 241 << 36873;
+    QTest::newRow("some blocks") << 100 << 123 << 110700;
+    QTest::newRow("cut in a value") << 100 << 123 << 40003;
+    QTest::newRow("without flags") << 100 << 123 << 98400;
+    QTest::newRow("without pixels") << 100 << 123 << 0;
+}
+
+void tst_PixelFile::rowsAreThoseOfTheLoadedMap()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(int, bytes);
+    QByteArray pixels(bytes, '\0');
+    for (int i = 0; i < bytes; ++i) {
+        pixels[i] = static_cast<char>(i * 37 % 251); // some are NaN
+    }
+    const QString file =
+        path(header(QByteArray::number(width), QByteArray::number(height)) + pixels);
+    TDData0 loaded(0, 0);
+    QVERIFY(loaded.load(file));
+    A2DData map;
+    QVERIFY(data::appendPixelFile(file, map));
+    QCOMPARE(map.rows.size(), qsizetype{width} * height);
+    for (qsizetype i = 0; i < map.rows.size(); ++i) {
+        QVERIFY(sameDouble(map.rows.at(i).intensity, loaded.data.at(i)));
+        QCOMPARE(map.rows.at(i).x, static_cast<double>(i % width));
+        QCOMPARE(map.rows.at(i).y, static_cast<double>(i / width));
+    }
+}
+
+void tst_PixelFile::pixelsStopAtTheMostThatPositionsReach()
+{
+    TDData0 source(2, 2);
+    source.data = {0.5, 1.5, 2.5, 3.5};
+    QVERIFY(source.save(m_dir.filePath("map.2dp")));
+    A2DData map;
+    for (int load = 0; load < 3; ++load) {
+        QVERIFY(data::appendPixelFile(m_dir.filePath("map.2dp"), map, 6));
+    }
+    QCOMPARE(map.rows.size(), 6);
+    QCOMPARE(map.rows.at(5).intensity, 1.5); // the second load got two in
+}
+
+void tst_PixelFile::otherFileIsAMapWithoutSize_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("text") << QByteArray("# X-NUM 2\n1 2 3\n");
+    QTest::newRow("width below 0") << header("-1", "1");
+    QTest::newRow("height below 0") << header("1", "-1");
+    QTest::newRow("past the bound") << header("33554433", "1");
+    QTest::newRow("a header line past the bound")
+        << "2dData-V0.0 HeaderSize: 20000000\n" + QByteArray(16777217, 'x');
+}
+
+void tst_PixelFile::otherFileIsAMapWithoutSize()
+{
+    QFETCH(QByteArray, content);
+    const QString file = path(content);
+    A2DData map;
+    map.rows = {{9, 9, 9, 9, {}}};
+    map.xNum = map.yNum = 1;
+    const tests::DebugLog log;
+    QVERIFY(!data::appendPixelFile(file, map));
+    QCOMPARE(log.lines().last(), file + " is not a TDData0 file.");
+    QCOMPARE(map.xNum, 0);
+    QCOMPARE(map.yNum, 0);
+    QCOMPARE(map.rows.size(), 1);
+}
+
+void tst_PixelFile::pixelsBeforeTheHeaderAreNotRead()
+{
+    A2DData map;
+    QVERIFY(
+        data::appendPixelFile(path("2dData-V0.0 HeaderSize: -8\n" + QByteArray(100, 'x')), map));
+    QCOMPARE(map.rows.size(), 0); // a header of no bytes names no size
+}
+
+void tst_PixelFile::largeClaimNeedsAPixelForEach64_data()
+{
+    QTest::addColumn<int>("held");
+    QTest::addColumn<bool>("good");
+    QTest::newRow("enough") << 16385 << true;
+    QTest::newRow("a pixel too few") << 16384 << false;
+}
+
+void tst_PixelFile::largeClaimNeedsAPixelForEach64()
+{
+    QFETCH(int, held);
+    QFETCH(bool, good);
+    // 1,048,640 pixels are 64 times 16,385.
+    const QString file = path(header("1048640", "1") + one.repeated(held) + "1234567");
+    A2DData map;
+    QCOMPARE(data::appendPixelFile(file, map), good);
+    QCOMPARE(map.rows.size(), good ? 1048640 : 0);
+    TDData0 loaded(0, 0);
+    QCOMPARE(loaded.load(file), good);
+}
+
+void tst_PixelFile::memoryThatCannotBeHadIsNotTaken()
+{
+    QVERIFY(data::canAllocate(0));
+    QVERIFY(data::canGrow(QList<double>(), 1000));
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("the sanitizer ends the process at such a size");
+#endif
+    QVERIFY(!data::canAllocate(qint64{1} << 60));
+    QVERIFY(!data::canGrow(QList<double>(), qsizetype{1} << 56));
+}
+
+QTEST_GUILESS_MAIN(tst_PixelFile)
+#include "tst_PixelFile.moc"
