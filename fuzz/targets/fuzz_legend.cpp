@@ -55,7 +55,7 @@ void tryShortened(fuzz::ByteReader& in)
     font.setPointSize(in.number(1, 30));
     const QFontMetricsF metrics(font);
     const QString text = nextText(in);
-    const double width = in.number(0, 7) == 7 ? in.anyDouble() : in.number(0, 300);
+    const int width = in.number(-2, 300);
     const QString shown = display::shortened(text, metrics, width);
     if (metrics.horizontalAdvance(text) <= width) {
         FUZZ_REQUIRE(shown == text);
