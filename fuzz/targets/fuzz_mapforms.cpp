@@ -13,6 +13,7 @@
 #include "analysis/NonEquivalentMap.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace
@@ -140,6 +141,9 @@ public:
         for (const Kept& kept : m_kept) {
             requireSame(kept.result, kept.wanted);
         }
+        for (const auto& [list, copy] : m_keptLists) {
+            FUZZ_REQUIRE(same(list, copy));
+        }
     }
 
     /// What may happen between two calculations: a map that changes, somebody who
@@ -161,11 +165,14 @@ public:
             break;
         }
         case 3:
-        case 4:
             m_kept.push_back({m_result, deepCopy(m_result)});
+            break;
+        case 4:
+            keepList();
             break;
         case 5:
             m_kept.clear();
+            m_keptLists.clear();
             break;
         case 6:
             writeToResult();
@@ -363,6 +370,15 @@ private:
         }
     }
 
+    /// The values of a single pixel, while the rows stay with the result alone.
+    void keepList()
+    {
+        if (!m_result.rows.isEmpty()) {
+            const QList<double>& values = m_result.rows.at(anyIndex(m_result.rows.size())).values;
+            m_keptLists.emplace_back(values, QList<double>(values.cbegin(), values.cend()));
+        }
+    }
+
     void writeToResult()
     {
         if (m_result.rows.isEmpty()) {
@@ -393,6 +409,7 @@ private:
     QList<HistogramCounts> m_latest;
     A2DData m_result;
     std::vector<Kept> m_kept;
+    std::vector<std::pair<QList<double>, QList<double>>> m_keptLists;
 };
 
 } // namespace
