@@ -46,7 +46,7 @@ public:
             return;
         }
         // Shared lists would be copied by the calculation's writing.
-        *this = {};
+        *this = MapResultCache();
         calculate();
         keep(inputs, result, countsOf(histograms), started);
     }

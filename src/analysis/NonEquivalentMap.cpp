@@ -26,7 +26,8 @@ public:
                 stack.inputs.weights)
         , m_instructions(stack.instructions)
         , m_jumpSum(stack.inputs.jumpSum)
-        , m_valenceCount(std::min<std::size_t>(stack.inputs.valences.size(), neq::references))
+        , m_valenceCount(static_cast<std::size_t>(
+              std::min<qsizetype>(stack.inputs.valences.size(), neq::references)))
     {
         std::copy_n(stack.inputs.valences.cbegin(), m_valenceCount, m_valences.begin());
     }

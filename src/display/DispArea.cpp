@@ -236,7 +236,7 @@ void DispArea::drawRangeLabels(QStylePainter* p)
     const auto label = [&](double value, int characters, const QRectF& box, Qt::Alignment side) {
         // Cut, not rounded: an exponent may be gone.
         const QString text = QString::number(value, 'g', 6).left(characters);
-        dt.drawText(p, box, QFont(), (Qt::AlignVCenter | side).toInt(), DrawText::fit, text,
+        dt.drawText(p, box, QFont(), static_cast<int>(Qt::AlignVCenter | side), DrawText::fit, text,
                     maxPoints);
     };
     p->setPen(Qt::black);

@@ -99,12 +99,14 @@ void takeAllLines(QTextStream& stream, PlainState& state, A2DData& map,
 bool readPlainMap(const QString& path, A2DData& map, const data::EnergyHandler& energyFound)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        return false;
-    }
+    return file.open(QIODevice::ReadOnly | QIODevice::Text) && readPlainMap(file, map, energyFound);
+}
+
+bool readPlainMap(QIODevice& device, A2DData& map, const data::EnergyHandler& energyFound)
+{
     map.clear();
     PlainState state;
-    QTextStream stream(&file);
+    QTextStream stream(&device);
     takeAllLines(stream, state, map, energyFound);
     if (state.kind == 1) {
         map.deriveSize();

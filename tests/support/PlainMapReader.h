@@ -4,6 +4,7 @@
 #include "data/MapTextReader.h"
 
 class A2DData;
+class QIODevice;
 class QString;
 
 namespace tests
@@ -16,5 +17,8 @@ namespace tests
 /// @return whether the map has a size and a row, as data::readMapText does;
 ///         false, with @p map left alone, for a file that cannot be opened
 bool readPlainMap(const QString& path, A2DData& map, const data::EnergyHandler& energyFound);
+
+/// The same for a device that is open for reading, in text mode.
+bool readPlainMap(QIODevice& device, A2DData& map, const data::EnergyHandler& energyFound);
 
 } // namespace tests

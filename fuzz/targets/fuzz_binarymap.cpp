@@ -1,0 +1,396 @@
+// Binary maps: reading and writing their file, smoothing, copying, appending.
+//
+// An input that begins with "2dData" is a file. Any other one is a list of bytes that
+// maps and operations on them are made of.
+#include "data/A2DData.h"
+#include "data/PixelFile.h"
+#include "data/TDData0.h"
+#include "support/ByteReader.h"
+#include "support/FuzzTarget.h"
+#include "support/Memory.h"
+#include "support/MemoryFile.h"
+#include "support/OneIn.h"
+#include "support/SameDouble.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <optional>
+
+namespace
+{
+
+using fuzz::ByteReader;
+using tests::sameDouble;
+
+fuzz::MemoryFile& inputFile()
+{
+    static fuzz::MemoryFile file;
+    return file;
+}
+
+fuzz::MemoryFile& savedFile()
+{
+    static fuzz::MemoryFile file;
+    return file;
+}
+
+bool areSame(const QList<double>& a, const QList<double>& b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), sameDouble);
+}
+
+bool isSame(const TDData0& a, const TDData0& b)
+{
+    return a.width == b.width && a.height == b.height && a.dataId == b.dataId &&
+           areSame(a.data, b.data) && a.validFlags == b.validFlags &&
+           sameDouble(a.minVal, b.minVal) && sameDouble(a.maxVal, b.maxVal) &&
+           a.region == b.region && a.regionSet == b.regionSet;
+}
+
+void copyFields(TDData0& to, const TDData0& from)
+{
+    to.width = from.width;
+    to.height = from.height;
+    to.dataId = from.dataId;
+    to.data = from.data;
+    to.validFlags = from.validFlags;
+    to.minVal = from.minVal;
+    to.maxVal = from.maxVal;
+    to.region = from.region;
+    to.regionSet = from.regionSet;
+}
+
+/// What an extreme is after it was written with 6 significant digits.
+double written(double extreme)
+{
+    return QString::number(extreme, 'g', 6).toDouble();
+}
+
+/// Saves the map and loads it again: all that the file holds comes back.
+void checkRoundTrip(const TDData0& map)
+{
+    const QString path = savedFile().path();
+    FUZZ_REQUIRE(map.save(path));
+    FUZZ_REQUIRE(TDData0::isTDData0File(path));
+    TDData0Header header;
+    FUZZ_REQUIRE(TDData0::readHeader(header, path));
+    FUZZ_REQUIRE(header.valid && header.headerSize > 0 && header.headerSize % 256 == 0);
+    TDData0 again(1, 2);
+    FUZZ_REQUIRE(again.load(path));
+    FUZZ_REQUIRE(again.width == map.width && again.height == map.height);
+    FUZZ_REQUIRE(areSame(again.data, map.data) && again.validFlags == map.validFlags);
+    FUZZ_REQUIRE(sameDouble(again.minVal, written(map.minVal)));
+    FUZZ_REQUIRE(sameDouble(again.maxVal, written(map.maxVal)));
+    const QByteArray id = map.dataId.toLatin1();
+    const bool isAscii =
+        std::all_of(id.begin(), id.end(), [](char c) { return c >= ' ' && c < 127; });
+    if (isAscii) {
+        FUZZ_REQUIRE(again.dataId == QString::fromLatin1(id));
+        const QByteArray first = savedFile().contents();
+        FUZZ_REQUIRE(again.save(path) && savedFile().contents() == first);
+    }
+}
+
+/// The value of pixel @p i in the file, whole; nothing where the file is shorter.
+std::optional<double> valueInFile(const QByteArray& bytes, qint64 begin, qint64 i)
+{
+    const qint64 at = begin + 8 * i;
+    double value = 0.0;
+    if (begin < 0 || at + 8 > bytes.size()) {
+        return {};
+    }
+    std::memcpy(&value, bytes.constData() + at, sizeof value);
+    return value;
+}
+
+void checkPixels(const TDData0& map, const QByteArray& bytes, qint64 begin)
+{
+    const qint64 pixels = qint64{map.width} * map.height;
+    FUZZ_REQUIRE(map.data.size() == pixels && map.validFlags.size() == pixels);
+    FUZZ_REQUIRE(!data::isSizeTooLarge(map.width, map.height, bytes.size() / 8));
+    for (qint64 i = 0; i < std::min<qint64>(pixels, 1000); ++i) {
+        const auto value = valueInFile(bytes, begin, i);
+        FUZZ_REQUIRE(!value || sameDouble(map.data.at(i), *value));
+        FUZZ_REQUIRE(value || begin + 8 * i < bytes.size() || map.data.at(i) == 0.0);
+        const qint64 flag = begin + 8 * pixels + i;
+        const bool isSet = begin >= 0 && flag < bytes.size() && bytes.at(flag) != 0;
+        FUZZ_REQUIRE(map.validFlags.at(i) == isSet);
+    }
+}
+
+/// Puts the file behind three rows: they stay, and the pixels follow as mut.
+void checkAppended(const TDData0& map, bool isLoaded, int most)
+{
+    A2DData rows;
+    rows.rows = QList<A2DRow>(3, {9, 9, 9, 9, {}});
+    rows.headerLines = QStringList{QStringLiteral("stays")};
+    rows.xNum = 7;
+    FUZZ_REQUIRE(data::appendPixelFile(inputFile().path(), rows, most) == isLoaded);
+    FUZZ_REQUIRE(rows.headerLines.size() == 1);
+    FUZZ_REQUIRE(rows.xNum == (isLoaded ? map.width : 0));
+    FUZZ_REQUIRE(rows.yNum == (isLoaded ? map.height : 0));
+    const qsizetype expected = isLoaded ? std::clamp<qsizetype>(most - 3, 0, map.data.size()) : 0;
+    FUZZ_REQUIRE(rows.rows.size() == 3 + expected);
+    FUZZ_REQUIRE(rows.rows.at(2).i0 == 9.0);
+    for (qsizetype i = 0; i < std::min<qsizetype>(expected, 100); ++i) {
+        const A2DRow& row = rows.rows.at(3 + i);
+        FUZZ_REQUIRE(row.x == static_cast<double>(i % map.width));
+        FUZZ_REQUIRE(row.y == static_cast<double>(i / map.width));
+        FUZZ_REQUIRE(sameDouble(row.intensity, map.data.at(i)) && row.i0 == 0.0);
+        FUZZ_REQUIRE(row.values.isEmpty());
+    }
+}
+
+void checkLittleMemory(const QString& path)
+{
+    const fuzz::LittleMemory memory(100);
+    TDData0 map(2, 1);
+    TDData0 before(2, 1);
+    if (!map.load(path)) {
+        FUZZ_REQUIRE(isSame(map, before));
+    } else {
+        FUZZ_REQUIRE(map.data.size() <= 100 / 8);
+    }
+}
+
+/// A failed load leaves a map that is there alone; another one replaces it.
+void checkLoadOver(const TDData0& fresh, bool isLoaded, const QString& path)
+{
+    TDData0 map(2, 3);
+    map.data[1] = 4.5;
+    map.dataId = QStringLiteral("before");
+    map.setRegion(QRect(1, 1, 1, 1));
+    TDData0 before(0, 0);
+    copyFields(before, map);
+    FUZZ_REQUIRE(map.load(path) == isLoaded);
+    if (isLoaded) {
+        FUZZ_REQUIRE(map.width == fresh.width && map.height == fresh.height);
+        FUZZ_REQUIRE(map.data.size() == fresh.data.size() && map.dataId == fresh.dataId);
+        FUZZ_REQUIRE(map.regionSet && map.region == before.region);
+    } else {
+        FUZZ_REQUIRE(isSame(map, before));
+    }
+}
+
+void checkFile(const QByteArray& bytes)
+{
+    inputFile().setContents(bytes);
+    const QString path = inputFile().path();
+    TDData0Header header;
+    FUZZ_REQUIRE(TDData0::isTDData0File(path));
+    FUZZ_REQUIRE(TDData0::readHeader(header, path) && header.valid);
+    const bool isLarge = qint64{header.width} * header.height > (1 << 14);
+    if (isLarge && !fuzz::oneIn(64, bytes)) {
+        return; // millions of zeros take long
+    }
+    TDData0 map(0, 0);
+    const bool isLoaded = map.load(path);
+    FUZZ_REQUIRE(isLoaded || (map.width == 0 && map.height == 0 && map.minVal == 1e300));
+    if (isLoaded) {
+        FUZZ_REQUIRE(map.width == header.width && map.height == header.height);
+        FUZZ_REQUIRE(map.dataId == header.dataId && sameDouble(map.minVal, header.minVal));
+        checkPixels(map, bytes, header.headerSize);
+        checkRoundTrip(map);
+    }
+    checkLoadOver(map, isLoaded, path);
+    checkAppended(map, isLoaded, static_cast<int>(bytes.size() % 200));
+    checkLittleMemory(path);
+}
+
+/// A file of no such form gives false everywhere and changes nothing.
+void checkOtherFile(const QByteArray& bytes)
+{
+    inputFile().setContents(bytes);
+    const QString path = inputFile().path();
+    TDData0Header header;
+    FUZZ_REQUIRE(!TDData0::isTDData0File(path));
+    FUZZ_REQUIRE(!TDData0::readHeader(header, path) && !header.valid && header.width == 0);
+    checkLoadOver(TDData0(0, 0), false, path);
+    checkAppended(TDData0(0, 0), false, 100);
+}
+
+/// A map whose lists may be shorter than its size says.
+void fill(TDData0& map, ByteReader& reader, bool isExact)
+{
+    for (qsizetype i = 0; i < map.data.size(); ++i) {
+        map.data[i] = isExact ? reader.number(-8, 8) : reader.anyDouble();
+        map.validFlags[i] = reader.byte() % 3 != 0;
+    }
+    if (reader.byte() % 8 == 0) {
+        map.data.resize(reader.number(0, static_cast<int>(map.data.size())));
+    }
+    if (reader.byte() % 8 == 0) {
+        map.validFlags.resize(reader.number(0, static_cast<int>(map.validFlags.size())));
+    }
+}
+
+bool hasPixel(const TDData0& map, qint64 i)
+{
+    return i < map.data.size() && i < map.validFlags.size();
+}
+
+bool holdsData(const TDData0& map, int x, int y)
+{
+    const qint64 i = qint64{y} * map.width + x;
+    return hasPixel(map, i) && map.validFlags.at(i);
+}
+
+/// Means of whole numbers, which the running sum gives exactly too.
+void setPlainMeans(const TDData0& map, TDData0& dest, bool alongX, qint64 n)
+{
+    for (int y = 0; y < std::min(map.height, dest.height); ++y) {
+        for (int x = 0; x < std::min(map.width, dest.width); ++x) {
+            double sum = 0.0;
+            int count = 0;
+            for (int other = 0; other < (alongX ? map.width : map.height); ++other) {
+                const int sx = alongX ? other : x;
+                const int sy = alongX ? y : other;
+                if (std::abs(qint64{other} - (alongX ? x : y)) <= n && holdsData(map, sx, sy)) {
+                    sum += map.data.at(qint64{sy} * map.width + sx);
+                    ++count;
+                }
+            }
+            const qint64 to = qint64{y} * dest.width + x;
+            if (count > 0 && holdsData(map, x, y) && hasPixel(dest, to)) {
+                dest.data[to] = sum / count;
+                dest.validFlags[to] = true;
+                dest.minVal = std::min(dest.minVal, sum / count);
+                dest.maxVal = std::max(dest.maxVal, sum / count);
+            }
+        }
+    }
+}
+
+void checkSmoothing(const TDData0& map, const TDData0& dest, ByteReader& reader, bool isExact)
+{
+    const std::array windows{-1, 0, 1, 2, 3, 7, std::numeric_limits<int>::max()};
+    const int n = reader.oneOf(windows);
+    for (const bool alongX : {false, true}) {
+        TDData0 found(0, 0);
+        copyFields(found, dest);
+        alongX ? map.smoothAlongX(&found, n) : map.smoothAlongY(&found, n);
+        TDData0 expected(0, 0);
+        copyFields(expected, dest);
+        setPlainMeans(map, expected, alongX, n);
+        FUZZ_REQUIRE(!isExact || isSame(found, expected));
+        FUZZ_REQUIRE(found.validFlags == expected.validFlags);
+    }
+    const std::unique_ptr<TDData0> both(map.smoothed(n, reader.number(-1, 2)));
+    FUZZ_REQUIRE(both->width == map.width && both->height == map.height);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void copyPlainly(const TDData0& map, TDData0& dest, const QRect& r, bool toOrigin)
+{
+    for (int y = 0; y < map.height; ++y) {
+        for (int x = 0; x < map.width; ++x) {
+            const bool isInside =
+                x >= r.left() && x <= r.right() && y >= r.top() && y <= r.bottom();
+            const qint64 toX = qint64{x} - (toOrigin ? r.left() : 0);
+            const qint64 toY = qint64{y} - (toOrigin ? r.top() : 0);
+            const qint64 from = qint64{y} * map.width + x;
+            if (!isInside || toX >= dest.width || toY >= dest.height || !hasPixel(map, from) ||
+                !hasPixel(dest, toY * dest.width + toX)) {
+                continue;
+            }
+            dest.data[toY * dest.width + toX] = map.data.at(from);
+            dest.validFlags[toY * dest.width + toX] = map.validFlags.at(from);
+            dest.minVal = std::min(dest.minVal, map.data.at(from));
+            dest.maxVal = std::max(dest.maxVal, map.data.at(from));
+        }
+    }
+    dest.dataId = map.dataId;
+    dest.region =
+        map.regionSet ? map.region : QRect(QPoint(0, 0), QPoint(map.width - 1, map.height - 1));
+    dest.regionSet = true;
+}
+
+int coordinate(ByteReader& reader)
+{
+    switch (reader.byte() % 16) {
+    case 0:
+        return std::numeric_limits<int>::min();
+    case 1:
+        return std::numeric_limits<int>::max();
+    default:
+        return reader.number(-2, 8);
+    }
+}
+
+void checkCopy(const TDData0& map, const TDData0& dest, ByteReader& reader)
+{
+    const QPoint topLeft(coordinate(reader), coordinate(reader));
+    const QRect block(topLeft, QPoint(coordinate(reader), coordinate(reader)));
+    const bool toOrigin = reader.byte() % 2 == 0;
+    TDData0 found(0, 0);
+    copyFields(found, dest);
+    map.copyBlockTo(&found, block, toOrigin);
+    TDData0 expected(0, 0);
+    copyFields(expected, dest);
+    copyPlainly(map, expected, block, toOrigin);
+    FUZZ_REQUIRE(isSame(found, expected));
+}
+
+void checkFileSafeId(const TDData0& map)
+{
+    QString expected = map.dataId;
+    expected = expected.split(u'/').join(QLatin1String("div"));
+    expected = expected.split(QLatin1String("__")).join(u'_');
+    FUZZ_REQUIRE(map.fileSafeId() == expected);
+}
+
+void checkSetSize(TDData0& map, int width, int height)
+{
+    map.setSize(width, height);
+    const qsizetype pixels = qsizetype{std::max(width, 0)} * std::max(height, 0);
+    FUZZ_REQUIRE(map.data == QList<double>(pixels, 0.0));
+    FUZZ_REQUIRE(map.validFlags == QList<bool>(pixels, false));
+    FUZZ_REQUIRE(pixels == 0 || (!(map.minVal > 0.0) && !(map.maxVal < 0.0)));
+}
+
+void checkOperations(const QByteArray& bytes)
+{
+    ByteReader reader(bytes);
+    const bool isExact = reader.byte() % 2 == 0;
+    TDData0 map(reader.number(0, 6), reader.number(0, 6));
+    TDData0 dest(reader.number(0, 6), reader.number(0, 6));
+    map.dataId = reader.text(12);
+    if (reader.byte() % 4 == 0) {
+        map.setRegion(QRect(1, 2, 3, 4));
+    }
+    fill(map, reader, isExact);
+    fill(dest, reader, isExact);
+    checkSmoothing(map, dest, reader, isExact);
+    checkCopy(map, dest, reader);
+    checkFileSafeId(map);
+    if (map.data.size() == qsizetype{map.width} * map.height &&
+        map.validFlags.size() == map.data.size() && !map.dataId.contains(u'\n')) {
+        checkRoundTrip(map);
+    }
+    checkSetSize(dest, reader.number(-3, 5), reader.number(-3, 5));
+}
+
+} // namespace
+
+void fuzz::tryInput(const QByteArray& bytes)
+{
+    static int count = 1;
+    static char name[] = "fuzz_binarymap";
+    static char* names[] = {name, nullptr};
+    // For the map that smoothing leaves to be deleted later.
+    static const QCoreApplication application(count, names);
+    if (QString::fromUtf8(bytes.left(64)).startsWith(QLatin1String("2dData"))) {
+        checkFile(bytes);
+        return;
+    }
+    checkOperations(bytes);
+    if (oneIn(8, bytes)) {
+        checkOtherFile(bytes);
+    }
+}

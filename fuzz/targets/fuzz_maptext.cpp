@@ -1,0 +1,153 @@
+// A text map of any of the three header kinds, against the reference reader.
+//
+// The input is the file.
+#include "data/A2DData.h"
+#include "data/MapTextReader.h"
+#include "support/FuzzTarget.h"
+#include "support/Memory.h"
+#include "support/OddDevice.h"
+#include "support/OneIn.h"
+#include "support/PlainMapReader.h"
+#include "support/SameDouble.h"
+
+#include <QBuffer>
+#include <QStringConverter>
+#include <QStringList>
+
+#include <algorithm>
+
+namespace
+{
+
+struct Reading {
+    bool good = false;
+    A2DData map;
+    QStringList energies;
+};
+
+bool isSame(const A2DRow& a, const A2DRow& b)
+{
+    return tests::sameDouble(a.x, b.x) && tests::sameDouble(a.y, b.y) &&
+           tests::sameDouble(a.intensity, b.intensity) && tests::sameDouble(a.i0, b.i0) &&
+           a.values.isEmpty() && b.values.isEmpty();
+}
+
+void checkSame(const Reading& found, const Reading& expected)
+{
+    FUZZ_REQUIRE(found.good == expected.good);
+    FUZZ_REQUIRE(found.map.xNum == expected.map.xNum);
+    FUZZ_REQUIRE(found.map.yNum == expected.map.yNum);
+    FUZZ_REQUIRE(found.map.headerLines == expected.map.headerLines);
+    FUZZ_REQUIRE(found.energies == expected.energies);
+    FUZZ_REQUIRE(std::equal(found.map.rows.begin(), found.map.rows.end(), expected.map.rows.begin(),
+                            expected.map.rows.end(),
+                            [](const A2DRow& a, const A2DRow& b) { return isSame(a, b); }));
+}
+
+/// Reads once more into what @p reading holds.
+void readInto(Reading& reading, QIODevice& device)
+{
+    reading.energies.clear();
+    reading.good = data::readMapText(device, reading.map,
+                                     [&](const QString& text) { reading.energies.append(text); });
+}
+
+void readBuffer(Reading& reading, const QByteArray& bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    FUZZ_REQUIRE(buffer.open(QIODevice::ReadOnly));
+    readInto(reading, buffer);
+}
+
+Reading plainReading(const QByteArray& bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    FUZZ_REQUIRE(buffer.open(QIODevice::ReadOnly | QIODevice::Text));
+    Reading reading;
+    reading.good = tests::readPlainMap(buffer, reading.map,
+                                       [&](const QString& text) { reading.energies.append(text); });
+    return reading;
+}
+
+/// Whatever the file says, no calculation is asked to go through more than this.
+void checkBounds(const Reading& reading)
+{
+    const A2DData& map = reading.map;
+    const qint64 pixels = std::max<qint64>(map.xNum, 1) * std::max<qint64>(map.yNum, 1);
+    FUZZ_REQUIRE(pixels <= data::maxMapPixels);
+    FUZZ_REQUIRE(reading.good == (map.xNum > 0 && map.yNum > 0 && !map.rows.isEmpty()));
+    FUZZ_REQUIRE(!map.extended);
+}
+
+/// Pixels everywhere, outside the rows too, and values that no row carries.
+void checkPixels(const A2DData& map)
+{
+    for (const int x : {-1, 0, 1, map.xNum - 1, map.xNum, 1 << 30}) {
+        for (const int y : {-1, 0, map.yNum - 1, map.yNum, 1 << 30}) {
+            const qint64 i = qint64{y} * map.xNum + x;
+            const bool isInside = i >= 0 && i < map.rows.size();
+            const double expected =
+                isInside ? data::absorbance(map.rows.at(i)) : data::absorbanceOutside;
+            FUZZ_REQUIRE(tests::sameDouble(data::pixelMut(map, x, y), expected));
+        }
+    }
+    QList<double> values{1.0, 2.0};
+    map.rowValues(-1, values);
+    FUZZ_REQUIRE((values == QList<double>{0.0, 0.0}));
+    map.rowValues(0, values);
+    FUZZ_REQUIRE(values.size() == (map.rows.isEmpty() ? 2 : 0));
+}
+
+/// Without memory for all rows the map is refused and left empty.
+void checkLittleMemory(const Reading& expected, const QByteArray& bytes)
+{
+    const fuzz::LittleMemory memory(bytes.size() * 4);
+    Reading found;
+    readBuffer(found, bytes);
+    if (found.map.rows.size() == expected.map.rows.size()) {
+        checkSame(found, expected);
+    } else {
+        FUZZ_REQUIRE(!found.good && found.map.rows.isEmpty() && found.map.headerLines.isEmpty());
+        FUZZ_REQUIRE(found.map.xNum == 0 && found.map.yNum == 0);
+    }
+}
+
+void checkFile(const QByteArray& bytes)
+{
+    const Reading expected = plainReading(bytes);
+    Reading found;
+    // Behind a byte order mark what broken text decodes to depends on the pieces.
+    if (fuzz::oneIn(4, bytes) && !QStringConverter::encodingForData(bytes.left(4))) {
+        fuzz::OddDevice device(bytes, 1 + bytes.size() % 9, bytes.size() % 2 == 0);
+        readInto(found, device);
+    } else {
+        readBuffer(found, bytes);
+    }
+    checkSame(found, expected);
+    checkBounds(found);
+    checkPixels(found.map);
+    if (fuzz::oneIn(8, bytes)) {
+        Reading again;
+        readBuffer(again, bytes.sliced(bytes.size() / 2)); // another file before
+        readBuffer(again, bytes);
+        checkSame(again, expected);
+    }
+    if (fuzz::oneIn(11, bytes)) {
+        checkLittleMemory(expected, bytes);
+    }
+}
+
+} // namespace
+
+void fuzz::tryInput(const QByteArray& bytes)
+{
+    checkFile(bytes);
+    if (oneIn(64, bytes)) {
+        // The decoder's input is cut within the input.
+        constexpr qsizetype piece = 16384;
+        const qsizetype before = piece - 2 - bytes.size() % 1000;
+        checkFile("#" + QByteArray(before, ' ') + "\n" + bytes);
+    }
+}

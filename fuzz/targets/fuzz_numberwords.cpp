@@ -1,0 +1,104 @@
+// Words of numbers in the lines of files, against the toolkit's conversion.
+//
+// The input is a line; what follows its line feed is not looked at.
+#include "data/DecimalNumber.h"
+#include "data/LineWords.h"
+#include "support/FuzzTarget.h"
+#include "support/SameDouble.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <algorithm>
+#include <vector>
+
+namespace
+{
+
+/// The line as a file's reader sees it: with a line feed, and nothing behind.
+std::vector<char> lineOf(const QByteArray& bytes)
+{
+    const auto end = std::find(bytes.begin(), bytes.end(), '\n');
+    std::vector<char> line(bytes.begin(), end);
+    line.push_back('\n');
+    return line;
+}
+
+QString decoded(const std::vector<char>& line)
+{
+    QString text = QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size()) - 1);
+    return text.remove(u'\r').simplified();
+}
+
+/// The words as an expression splits them; none of an empty line.
+QStringList plainWords(const QString& line)
+{
+    static const QRegularExpression blanks(QStringLiteral("\\s+"));
+    return line.isEmpty() ? QStringList() : line.split(blanks);
+}
+
+void checkTextWords(const QString& line, const QStringList& expected)
+{
+    data::TextWords words(line);
+    for (const QString& word : expected) {
+        FUZZ_REQUIRE(words.next());
+        FUZZ_REQUIRE(words.word() == word);
+        FUZZ_REQUIRE(tests::sameDouble(words.toDouble(), word.toDouble()));
+    }
+    FUZZ_REQUIRE(!words.next());
+}
+
+/// Every @p step-th word converted, the others passed over. A line that says at the
+/// end that it is plain must have given the words of the text.
+void checkByteWords(const std::vector<char>& line, const QStringList& expected, int step)
+{
+    data::ByteWords words(line.data());
+    const bool isComment = words.startsWith('#');
+    std::vector<std::pair<int, double>> numbers;
+    int count = 0;
+    for (; words.next(); ++count) {
+        if (count % step == 0) {
+            numbers.emplace_back(count, words.toDouble());
+        }
+    }
+    FUZZ_REQUIRE(words.position() >= line.data() && words.position() < line.data() + line.size());
+    if (!words.isPlain()) {
+        return;
+    }
+    FUZZ_REQUIRE(count == expected.size());
+    FUZZ_REQUIRE(isComment == expected.value(0).startsWith(u'#'));
+    for (const auto& [word, number] : numbers) {
+        FUZZ_REQUIRE(tests::sameDouble(number, expected.at(word).toDouble()));
+    }
+}
+
+/// A number read from any place on is that of the characters that it took.
+void checkDecimals(const std::vector<char>& line)
+{
+    for (const char* begin = line.data(); *begin != '\n'; ++begin) {
+        const char* end = begin;
+        double value = -7.25;
+        if (data::readDecimal(end, value)) {
+            FUZZ_REQUIRE(end > begin && end < line.data() + line.size());
+            const QString text = QString::fromLatin1(begin, end - begin);
+            bool isNumber = false;
+            FUZZ_REQUIRE(tests::sameDouble(value, text.toDouble(&isNumber)));
+            FUZZ_REQUIRE(isNumber);
+        } else {
+            FUZZ_REQUIRE(end == begin && value == -7.25);
+        }
+    }
+}
+
+} // namespace
+
+void fuzz::tryInput(const QByteArray& bytes)
+{
+    const std::vector<char> line = lineOf(bytes);
+    const QString text = decoded(line);
+    const QStringList words = plainWords(text);
+    checkTextWords(text, words);
+    checkByteWords(line, words, 1);
+    checkByteWords(line, words, 3);
+    checkDecimals(line);
+}

@@ -1,0 +1,287 @@
+// Lists that are views on blocks of memory, held against lists of their own, and
+// absorbances that are kept.
+
+#include "support/ByteReader.h"
+#include "support/FuzzTarget.h"
+#include "support/SameDouble.h"
+
+#include "data/AbsorbanceCache.h"
+#include "data/ValueBlocks.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace
+{
+
+constexpr int mostRows = 6;
+constexpr int mostBlocks = 3;
+constexpr int mostSteps = 40;
+constexpr qsizetype mostLength = 40;
+
+bool same(const QList<double>& a, const QList<double>& b)
+{
+    return std::equal(a.cbegin(), a.cend(), b.cbegin(), b.cend(), tests::sameDouble);
+}
+
+/// Memory of its own.
+QList<double> deepCopy(const QList<double>& list)
+{
+    QList<double> copy;
+    std::copy(list.cbegin(), list.cend(), std::back_inserter(copy));
+    return copy;
+}
+
+/// A list of the product beside one that shares nothing.
+struct Pair {
+    QList<double> list;
+    QList<double> wanted;
+};
+
+class Lists
+{
+public:
+    explicit Lists(fuzz::ByteReader& in)
+        : m_in(in)
+        , m_rows(static_cast<std::size_t>(mostBlocks * mostRows))
+        , m_wanted(m_rows.size())
+    {
+    }
+
+    void step()
+    {
+        switch (m_in.number(0, 7)) {
+        case 0:
+        case 1:
+            share();
+            break;
+        case 2:
+            m_kept.push_back({m_rows[row()].values, {}});
+            m_kept.back().wanted = deepCopy(m_kept.back().list);
+            break;
+        case 3:
+            if (!m_kept.empty()) {
+                m_kept.erase(m_kept.begin() + keptPlace());
+            }
+            break;
+        case 4:
+            forget();
+            break;
+        case 5:
+            exchange();
+            break;
+        case 6:
+            if (!m_kept.empty()) {
+                Pair& kept = m_kept[static_cast<std::size_t>(keptPlace())];
+                change(kept.list, kept.wanted);
+            }
+            break;
+        default:
+            const std::size_t r = row();
+            change(m_rows[r].values, m_wanted[r]);
+            break;
+        }
+    }
+
+    void check() const
+    {
+        for (std::size_t r = 0; r < m_rows.size(); ++r) {
+            FUZZ_REQUIRE(same(m_rows[r].values, m_wanted[r]));
+        }
+        for (const Pair& kept : m_kept) {
+            FUZZ_REQUIRE(same(kept.list, kept.wanted));
+        }
+    }
+
+private:
+    std::size_t row()
+    {
+        return static_cast<std::size_t>(m_in.number(0, mostBlocks * mostRows - 1));
+    }
+
+    std::ptrdiff_t keptPlace() { return m_in.number(0, static_cast<int>(m_kept.size()) - 1); }
+
+    /// As a calculation does: a block of its own for each piece of the rows.
+    void share()
+    {
+        const int block = m_in.number(0, mostBlocks - 1);
+        const int count = m_in.number(1, mostRows);
+        const int length = m_in.oneOf(QList<int>{13, 1, 2, 3, 13});
+        const auto first = static_cast<std::size_t>(block * mostRows);
+        double* values =
+            m_blocks.share(static_cast<std::size_t>(block), &m_rows[first], count, length);
+        for (int r = 0; r < count; ++r) {
+            QList<double>& wanted = m_wanted[first + static_cast<std::size_t>(r)];
+            wanted.clear();
+            for (int i = 0; i < length; ++i) {
+                *values = ++m_next;
+                wanted.append(*values++);
+            }
+        }
+    }
+
+    void forget()
+    {
+        const auto block = static_cast<std::size_t>(m_in.number(0, mostBlocks));
+        if (m_in.number(0, 1) == 0) {
+            m_blocks.forget(block);
+        } else {
+            m_blocks.keepFirst(block);
+        }
+    }
+
+    void exchange()
+    {
+        const std::size_t a = row();
+        const std::size_t b = row();
+        if (m_in.number(0, 1) == 0) {
+            std::swap(m_rows[a].values, m_rows[b].values);
+            std::swap(m_wanted[a], m_wanted[b]);
+        } else {
+            m_rows[a].values = m_rows[b].values;
+            m_wanted[a] = deepCopy(m_wanted[b]);
+        }
+    }
+
+    /// One operation on both.
+    void change(QList<double>& list, QList<double>& wanted)
+    {
+        const int operation = m_in.number(0, 11);
+        const qsizetype at = m_in.number(0, static_cast<int>(wanted.size()));
+        const double value = ++m_next;
+        if (wanted.size() > mostLength) {
+            list.clear();
+            wanted.clear();
+            return;
+        }
+        for (QList<double>* each : {&list, &wanted}) {
+            apply(*each, operation, at, value);
+        }
+    }
+
+    static void apply(QList<double>& list, int operation, qsizetype at, double value)
+    {
+        const bool hasPlace = at < list.size();
+        switch (operation) {
+        case 0:
+            list.append(value);
+            break;
+        case 1:
+            list.prepend(value);
+            break;
+        case 2:
+            list.insert(at, value);
+            break;
+        case 3:
+            list.insert(at, 3, value);
+            break;
+        case 4:
+            list.resize(at);
+            break;
+        case 5:
+            list = list.mid(at) + list.first(at);
+            break;
+        case 6:
+            list.fill(value, at);
+            break;
+        case 7:
+            list.squeeze();
+            list.reserve(at + 2);
+            break;
+        case 8:
+            std::reverse(list.begin(), list.end());
+            break;
+        case 9:
+            list.clear();
+            break;
+        case 10:
+            if (hasPlace) {
+                list.removeAt(at);
+            }
+            break;
+        default:
+            if (hasPlace) {
+                list[at] = value;
+            }
+            break;
+        }
+    }
+
+    fuzz::ByteReader& m_in;
+    double m_next = 0.0; ///< a new number for each place
+    data::ValueBlocks m_blocks;
+    std::vector<A2DRow> m_rows; ///< in blocks
+    std::vector<QList<double>> m_wanted;
+    std::vector<Pair> m_kept;
+};
+
+void checkAbsorbances(const data::AbsorbanceCache& cache, const std::vector<A2DData>& maps,
+                      const QList<const A2DData*>& ready)
+{
+    for (const A2DData& map : maps) {
+        const double* values = cache.of(map);
+        FUZZ_REQUIRE(values != nullptr || map.rows.isEmpty() || !ready.contains(&map));
+        for (qsizetype i = 0; values != nullptr && i < map.rows.size(); ++i) {
+            FUZZ_REQUIRE(tests::sameDouble(values[i], data::absorbance(map.rows.at(i))));
+        }
+    }
+}
+
+void tryCache(fuzz::ByteReader& in)
+{
+    constexpr int mostMaps = 3;
+    data::AbsorbanceCache cache;
+    std::vector<A2DData> maps(mostMaps);
+    const auto anyMap = [&]() -> A2DData& {
+        return maps[static_cast<std::size_t>(in.number(0, mostMaps - 1))];
+    };
+    QList<const A2DData*> ready;
+    for (int step = 0; step < mostSteps && !in.atEnd(); ++step) {
+        switch (in.number(0, 4)) {
+        case 0:
+            ready.clear();
+            for (int count = in.number(0, mostMaps); count > 0; --count) {
+                ready.append(&anyMap());
+            }
+            cache.prepare(ready);
+            break;
+        case 1:
+            anyMap() = anyMap();
+            ready.clear();
+            break;
+        case 2: {
+            A2DData& map = anyMap();
+            if (!map.rows.isEmpty()) {
+                map.rows[in.number(0, static_cast<int>(map.rows.size()) - 1)].i0 = in.anyDouble();
+            }
+            ready.clear();
+            break;
+        }
+        case 3:
+            anyMap().rows.resize(in.number(0, 12));
+            ready.clear();
+            break;
+        default:
+            anyMap().rows.append({0.0, 0.0, in.anyDouble(), in.anyDouble(), {}});
+            ready.clear();
+            break;
+        }
+        checkAbsorbances(cache, maps, ready);
+    }
+}
+
+} // namespace
+
+void fuzz::tryInput(const QByteArray& bytes)
+{
+    ByteReader in(bytes);
+    if (in.number(0, 3) == 3) {
+        tryCache(in);
+        return;
+    }
+    Lists lists(in);
+    for (int step = 0; step < mostSteps && !in.atEnd(); ++step) {
+        lists.step();
+        lists.check();
+    }
+}
