@@ -38,6 +38,37 @@ seek_font()
     [[ $said == *"went on" ]] || wrong "it ended: $said"
 }
 
+# A tree with the scripts and one target, whose program is a stand-in: it notes its
+# options, and FUZZ_FINDS leaves an input where finds go.
+make_fuzz_tree()
+{
+    mkdir -p "$work/tree/scripts" "$work/tree/fuzz/targets" "$work/tree/fuzz/corpus/some" \
+        "$work/tree/build/fuzz/bin"
+    cp "$source/scripts/common.sh" "$source/scripts/fuzz" "$work/tree/scripts"
+    touch "$work/tree/fuzz/targets/fuzz_some.cpp" "$work/tree/fuzz/targets/fuzz_other.cpp"
+    stand_in cmake "printf '%s\n' \"\$*\" >>'$work/cmake.log'"
+    touch "$work/cmake.log"
+    stand_in fuzz_some "printf '%s\n' \"\$*\" >>'$work/fuzz.log'
+for option; do
+    case \$option in
+    -exact_artifact_path=*) echo s >\"\${option#*=}\"; exit 1 ;;
+    -artifact_prefix=*) prefix=\${option#*=} ;;
+    esac
+done
+[ -z \"\$FUZZ_FINDS\" ] || { echo large >\"\${prefix}crash-1\"; exit 77; }"
+    mv "$work/fuzz_some" "$work/tree/build/fuzz/bin"
+    export XDG_CACHE_HOME=$work/cache FUZZ_FINDS=''
+}
+fuzz()
+{
+    said=$("$work/tree/scripts/fuzz" "$@" 2>&1)
+}
+nothing_was_installed()
+{
+    [ ! -s "$work/apt.log" ] || wrong "apt-get was told: $(cat "$work/apt.log")"
+    [ ! -s "$work/cmake.log" ] || wrong "cmake was told: $(cat "$work/cmake.log")"
+}
+
 case $case in
 font_is_installed_where_none_is_found)
     seek_font
@@ -63,6 +94,56 @@ run_without_a_display_installs_nothing)
         wrong "it succeeded"
     [[ $said == *"./run sample works without one" ]] || wrong "it said: $said"
     [ ! -s "$work/apt.log" ] || wrong "apt-get was told: $(cat "$work/apt.log")"
+    ;;
+fuzz_without_a_target_lists_them)
+    make_fuzz_tree
+    fuzz || wrong "it failed: $said"
+    [[ $said == *$'other\nsome' ]] || wrong "it said: $said"
+    nothing_was_installed
+    ;;
+fuzz_of_an_unknown_target_installs_nothing)
+    make_fuzz_tree
+    for target in none ../some fuzz_some; do
+        ! fuzz "$target" || wrong "it took $target"
+        [[ $said == *"there is no target $target"* ]] || wrong "it said: $said"
+    done
+    nothing_was_installed
+    ;;
+fuzz_for_no_number_of_seconds_installs_nothing)
+    make_fuzz_tree
+    for seconds in 0 -5 x 1.5 ''; do
+        ! fuzz some "$seconds" || wrong "it took $seconds"
+    done
+    ! fuzz some 1 2 || wrong "it took a third argument"
+    ! RUNS=x fuzz some || wrong "it took x runs"
+    nothing_was_installed
+    ;;
+fuzz_installs_what_is_missing_and_builds_the_one_target)
+    make_fuzz_tree
+    MISSING='libclang-rt-dev'
+    fuzz some 5 || wrong "it failed: $said"
+    installs libclang-rt-dev || wrong "apt-get was told: $(cat "$work/apt.log")"
+    grep -q -- '--build --preset fuzz --target fuzz_some ' "$work/cmake.log" ||
+        wrong "cmake was told: $(cat "$work/cmake.log")"
+    ;;
+fuzz_keeps_its_corpus_outside_the_tree)
+    make_fuzz_tree
+    MISSING=''
+    fuzz some 5 || wrong "it failed: $said"
+    grep -q -- "-max_total_time=5 $work/cache/aelk-fuzz/some $work/tree/fuzz/corpus/some\$" \
+        "$work/fuzz.log" || wrong "the program was told: $(cat "$work/fuzz.log")"
+    RUNS=70 fuzz some || wrong "it failed: $said"
+    grep -q -- '-runs=70 ' "$work/fuzz.log" ||
+        wrong "the program was told: $(cat "$work/fuzz.log")"
+    [ -d "$work/cache/aelk-fuzz/some" ] || wrong "there is no corpus"
+    ;;
+fuzz_makes_a_find_smaller_and_says_where_it_is)
+    make_fuzz_tree
+    MISSING='' FUZZ_FINDS=yes
+    ! fuzz some 5 || wrong "it succeeded"
+    find=$(ls "$work"/cache/aelk-fuzz/finds/some/*/crash-1)
+    [ "$(cat "$find")" = s ] || wrong "it was not made smaller"
+    [[ $said == *"fuzz_some $find"* ]] || wrong "it said: $said"
     ;;
 *)
     wrong "there is no such case"

@@ -1,0 +1,7 @@
+// A target that fails, for the test of the driver.
+#include "support/FuzzTarget.h"
+
+void fuzz::tryInput(const QByteArray& bytes)
+{
+    FUZZ_REQUIRE(!bytes.contains("bad"));
+}
