@@ -56,11 +56,23 @@ std::size_t readFully(QIODevice& device, char* out, std::size_t size)
     return filled;
 }
 
+/// @p blockSize, or less where the device is known to have less: most files are much
+/// smaller than a block.
+std::size_t sizeWorthWhile(const QIODevice& device, std::size_t blockSize)
+{
+    if (device.isSequential()) {
+        return blockSize;
+    }
+    constexpr qint64 piece = Utf8Blocks::pieceSize;
+    const qint64 pieces = std::max(device.size() - device.pos(), qint64{0}) / piece + 1;
+    return static_cast<std::size_t>(std::min(pieces * piece, static_cast<qint64>(blockSize)));
+}
+
 } // namespace
 
 Utf8Blocks::Utf8Blocks(QIODevice& device, std::size_t blockSize, qint64 most)
     : m_device(device)
-    , m_blockSize(blockSize)
+    , m_blockSize(sizeWorthWhile(device, blockSize))
     , m_left(most)
 {
     Q_ASSERT(blockSize > 0 && blockSize % pieceSize == 0);
