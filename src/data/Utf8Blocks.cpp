@@ -89,7 +89,7 @@ bool Utf8Blocks::next()
             m_left = 0;
             return false;
         }
-        const std::string_view added(m_block.data() + searched, m_filled - searched);
+        const std::string_view added(m_block.get() + searched, m_filled - searched);
         const std::size_t last = added.rfind('\n');
         if (last != std::string_view::npos) {
             m_linesSize = searched + last + 1;
@@ -113,7 +113,7 @@ bool Utf8Blocks::isFirstLineTooLong(std::size_t searched)
     if (m_filled <= most) {
         return false;
     }
-    const std::string_view text(m_block.data(), m_filled);
+    const std::string_view text(m_block.get(), m_filled);
     const std::size_t end = std::min(text.find('\n', searched), text.size());
     m_characters += characterCount(text.substr(m_counted, end - m_counted));
     m_counted = end;
@@ -125,7 +125,7 @@ bool Utf8Blocks::fill()
 {
     const auto size = static_cast<std::size_t>(std::min(static_cast<qint64>(m_blockSize), m_left));
     makeRoom(m_blockSize);
-    char* const out = m_block.data() + m_filled;
+    char* const out = m_block.get() + m_filled;
     const std::size_t got = readFully(m_device, out, size);
     m_left -= static_cast<qint64>(got);
     if (m_isInSequence || !isAscii({out, got})) {
@@ -140,14 +140,14 @@ bool Utf8Blocks::fill()
 void Utf8Blocks::append(std::string_view text)
 {
     makeRoom(text.size());
-    std::copy(text.begin(), text.end(), m_block.data() + m_filled);
+    std::copy(text.begin(), text.end(), m_block.get() + m_filled);
     m_filled += text.size();
 }
 
 /// Moves the unfinished line to the front.
 void Utf8Blocks::dropLines()
 {
-    std::copy(m_block.data() + m_linesSize, m_block.data() + m_filled, m_block.data());
+    std::copy(m_block.get() + m_linesSize, m_block.get() + m_filled, m_block.get());
     m_filled -= m_linesSize;
     m_linesSize = 0;
     m_counted = 0;
@@ -156,9 +156,13 @@ void Utf8Blocks::dropLines()
 
 void Utf8Blocks::makeRoom(std::size_t size)
 {
-    if (m_block.size() - m_filled < size) {
-        m_block.resize(std::max(m_filled + size, 2 * m_filled));
+    if (m_capacity - m_filled >= size) {
+        return;
     }
+    m_capacity = std::max(m_filled + size, 2 * m_filled);
+    auto larger = std::make_unique_for_overwrite<char[]>(m_capacity);
+    std::copy_n(m_block.get(), m_filled, larger.get());
+    m_block = std::move(larger);
 }
 
 QByteArray Utf8Blocks::mended(std::string_view bytes)

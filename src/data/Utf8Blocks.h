@@ -10,8 +10,8 @@
 
 #include <cstddef>
 #include <limits>
+#include <memory>
 #include <string_view>
-#include <vector>
 
 class QIODevice;
 
@@ -44,7 +44,7 @@ public:
 
     /// At least one line, each with its line feed; a last line without one gets
     /// it here. Valid until next().
-    std::string_view lines() const { return {m_block.data(), m_linesSize}; }
+    std::string_view lines() const { return {m_block.get(), m_linesSize}; }
 
     static constexpr std::size_t pieceSize = 16384; ///< what QTextStream reads at a time
 
@@ -61,8 +61,9 @@ private:
     qint64 m_left; ///< bytes that may still be read
     QStringDecoder m_decoder{QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom};
     bool m_isLineTooLong = false;
-    bool m_isInSequence = false; ///< the bytes read so far may end inside a sequence
-    std::vector<char> m_block;   ///< whole lines, then an unfinished one, then free bytes
+    bool m_isInSequence = false;     ///< the bytes read so far may end inside a sequence
+    std::unique_ptr<char[]> m_block; ///< whole lines, then an unfinished one, then free bytes
+    std::size_t m_capacity = 0;
     std::size_t m_linesSize = 0;
     std::size_t m_filled = 0;
     std::size_t m_counted = 0;    ///< bytes of a long unfinished line whose characters
