@@ -1,0 +1,83 @@
+#include "random/PanelWindows.h"
+
+#include "app/Body.h"
+#include "display/DispMBase.h"
+#include "display/Displays.h"
+#include "panel/FourPs.h"
+#include "support/ShownPictures.h"
+
+namespace tests
+{
+
+PanelWindows::PanelWindows(Body& body)
+    : m_body(body)
+    , m_panel(*body.findChild<FourPs*>())
+    , m_windows{&body, m_panel.Disps, m_panel.MapDisp, m_panel.DMapDisp}
+{
+    for (const DispABase* plot : std::as_const(m_panel.Disps->disps)) {
+        m_windows.append(plot->pop);
+    }
+    m_windows += {m_panel.MapDisp->pop, m_panel.DMapDisp->pop};
+    reset();
+    m_panel.DMapDisp->show();
+    m_panel.ui.DispCondsB->setChecked(true);
+    for (DispABase* plot : std::as_const(m_panel.Disps->disps)) {
+        plot->popDock();
+    }
+    m_panel.MapDisp->popDock();
+    m_panel.DMapDisp->popDock();
+    arrive();
+    m_panel.ui.DispCondsB->setChecked(false);
+    reset();
+}
+
+void PanelWindows::reset()
+{
+    for (QWidget* window : std::as_const(m_windows)) {
+        const bool isAlwaysShown =
+            window == &m_body || window == m_panel.Disps || window == m_panel.MapDisp;
+        if (isAlwaysShown) {
+            window->show();
+        } else {
+            window->close(); // docks what was popped out
+        }
+        window->resize(ordinarySize(window));
+    }
+    arrive();
+}
+
+QSize PanelWindows::ordinarySize(const QWidget* window) const
+{
+    if (window == &m_body) {
+        return {1016, 673};
+    }
+    return window == m_panel.Disps ? QSize(480, 360) : QSize(220, 170);
+}
+
+QString PanelWindows::nameOf(const QWidget* widget)
+{
+    QStringList names{widget->objectName()};
+    const QWidget* parent = widget->parentWidget();
+    for (int i = 0; i < 3 && parent; ++i) {
+        if (const auto* title =
+                parent->findChild<QLabel*>(QStringLiteral("Title"), Qt::FindDirectChildrenOnly)) {
+            names.append(title->text());
+            break;
+        }
+        parent = parent->parentWidget();
+    }
+    return names.join(u" of ");
+}
+
+void PanelWindows::tidy()
+{
+    for (QWidget* window : std::as_const(m_windows)) {
+        const QSize ordinary = ordinarySize(window);
+        if (window->width() > 2 * ordinary.width() || window->height() > 2 * ordinary.height()) {
+            window->resize(ordinary);
+        }
+    }
+    m_body.show();
+}
+
+} // namespace tests
