@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QSignalBlocker>
 #include <QTextEdit>
 
 namespace tests
@@ -18,6 +19,8 @@ namespace tests
 
 namespace
 {
+
+constexpr int longText = 100000; // characters
 
 void pressKey(QWidget* widget, int key, Qt::KeyboardModifiers keys = {}, const QString& text = {})
 {
@@ -77,7 +80,7 @@ QString oddText(Draw& draw)
         QString::fromUtf8("\xf0\x9f\x98\x80"),
         QString(QChar(0x202e)) + QStringLiteral("12")};
     if (draw.onceIn(60)) {
-        return QString(100000, draw.onceIn(2) ? u'7' : QChar(0x4e8c));
+        return QString(longText, draw.onceIn(2) ? u'7' : QChar(0x4e8c));
     }
     return draw.oneOf(texts);
 }
@@ -90,6 +93,33 @@ QString shortened(const QString& text)
 }
 
 } // namespace
+
+WidgetActions::WidgetActions(PanelWindows& windows)
+    : m_windows(windows)
+{
+    const QList<QLineEdit*> fields = fieldsOfLongTexts();
+    for (QLineEdit* field : fields) {
+        const QSignalBlocker quiet(field);
+        const QString text = field->text();
+        field->insert(QString(longText, u'0'));
+        field->setText(text);
+    }
+}
+
+// One of each use, for the time and the memory that they take.
+QList<QLineEdit*> WidgetActions::fieldsOfLongTexts() const
+{
+    const FourPs& panel = m_windows.panel();
+    return {panel.EPoints.first()->Energy,
+            panel.EPoints.first()->Mut1,
+            panel.Refs.RefRows.first()->Valence,
+            panel.MultiEnergys,
+            panel.ui.EdgeE,
+            panel.ui.HgAFrom,
+            panel.ui.HgTBoxes,
+            panel.ui.SaveFSelect->FileName,
+            panel.MapDisp->MaxV};
+}
 
 QList<ActionKind> WidgetActions::kinds()
 {
@@ -163,7 +193,10 @@ QString WidgetActions::type(QLineEdit* edit, Draw& draw)
 {
     static const QStringList numbers{"0.5", "1", "2.25", "3", "-1", "8350", "8381", "100", "-50"};
     const QString name = PanelWindows::nameOf(edit);
-    const QString text = draw.onceIn(2) ? draw.oneOf(numbers) : oddText(draw);
+    QString text = draw.onceIn(2) ? draw.oneOf(numbers) : oddText(draw);
+    if (!fieldsOfLongTexts().contains(edit)) {
+        text.truncate(longText / 100);
+    }
     goTo(edit);
     if (!draw.onceIn(3)) {
         pressKey(edit, Qt::Key_A, Qt::ControlModifier);

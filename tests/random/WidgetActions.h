@@ -13,10 +13,9 @@ namespace tests
 class WidgetActions
 {
 public:
-    explicit WidgetActions(PanelWindows& windows)
-        : m_windows(windows)
-    {
-    }
+    /// Types a very long text into the fields that get such texts: a field keeps the
+    /// memory that its longest list of things to take back had.
+    explicit WidgetActions(PanelWindows& windows);
 
     QList<ActionKind> kinds();
 
@@ -28,6 +27,7 @@ public:
     static void enterText(QLineEdit* edit, const QString& text);
 
 private:
+    QList<QLineEdit*> fieldsOfLongTexts() const;
     QString pressAny(Draw& draw);
     QString pressInPanel(Draw& draw);
     QString calculate(Draw& draw);
