@@ -180,6 +180,7 @@ QString FileActions::useDialog(Draw& draw)
     WidgetActions::click(row->SelectB);
     const QString done = useOpenDialog(row, draw);
     m_boxes.setAccepting(false);
+    closeDialogs(); // files that come and go would move the highlight at any time
     return PanelWindows::nameOf(row) + done;
 }
 
@@ -203,7 +204,7 @@ QString FileActions::useOpenDialog(AFileSelect* row, Draw& draw)
     const bool isSave = row->mode == AFileSelect::SaveMode;
     const int which = draw.upTo(4);
     if (which == 0) {
-        return done + ", open"; // a later action may find it so
+        return done + ", closed";
     }
     const auto button = which == 1 ? QDialogButtonBox::Cancel
                         : isSave   ? QDialogButtonBox::Save
