@@ -68,7 +68,9 @@ void PanelChecks::followLimits()
 void PanelChecks::calculationEnded()
 {
     const ExpectedResult expected(m_panel);
+    ++m_calculations;
     if (!expected.isRefused()) {
+        ++m_results;
         m_result = expected.calculated(m_result);
     }
     checkResult();
@@ -92,8 +94,17 @@ void PanelChecks::checkResult()
     }
 }
 
+void PanelChecks::beforeAction(int action)
+{
+    m_written.forget();
+    m_copies.keep(m_panel.BaseData, action);
+}
+
 QStringList PanelChecks::afterAction(const QStringList& leftBehind)
 {
+    if (!m_copies.areTheSame()) {
+        complain(QStringLiteral("a calculation changed the copy of an earlier result"));
+    }
     checkResult(); // nothing but a calculation changes it
     checkLimits(m_panel.MapDisp);
     checkLimits(m_panel.DMapDisp);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "random/ExpectedResult.h"
+#include "random/KeptCopies.h"
 #include "random/WrittenFiles.h"
 
 #include <QObject>
@@ -23,12 +24,16 @@ public:
     /// Follows the calculations of @p panel from now on.
     explicit PanelChecks(FourPs& panel);
 
-    /// Call it before each action.
-    void beforeAction() { m_written.forget(); }
+    /// Call it before each action, with its number.
+    void beforeAction(int action);
 
     /// What is wrong after an action; empty when nothing is. Pictures named in
     /// @p leftBehind may be older than what they show.
     QStringList afterAction(const QStringList& leftBehind);
+
+    /// How many calculations ended so far, and how many of them gave a result.
+    int calculations() const { return m_calculations; }
+    int results() const { return m_results; }
 
 private:
     void followCalculations();
@@ -43,8 +48,11 @@ private:
     FourPs& m_panel;
     MapResult m_result; ///< that the panel has to have
     WrittenFiles m_written;
+    KeptCopies m_copies;
     QSet<const QLineEdit*> m_inTyping; ///< limits with a text that is not confirmed
     QStringList m_complaints;
+    int m_calculations = 0;
+    int m_results = 0;
 };
 
 } // namespace tests

@@ -125,7 +125,7 @@ private:
     bool doAction(int action)
     {
         m_log.begin(action, m_user.kindOf(action));
-        m_checks.beforeAction();
+        m_checks.beforeAction(action);
         const double pixels = m_user.pixels();
         const std::clock_t start = std::clock();
         const QString done = m_user.act(action);
@@ -157,9 +157,11 @@ private:
         // Bytes; caches of the toolkit fill slowly.
         const double allowed = 1.5e6 + 1e3 * double(m_options.actions.size());
         const double grown = tests::allocatedBytes() - m_figures.memoryBefore;
-        std::printf("seed %u: %d actions, slowest %d with %.2f s, memory grew by %.0f kB\n",
-                    m_options.seed, int(m_options.actions.size()), m_figures.slowestAction,
-                    m_figures.slowest, grown / 1000.0);
+        std::printf("seed %u: %d actions, %d results of %d calculations, slowest action %d with "
+                    "%.2f s, memory grew by %.0f kB\n",
+                    m_options.seed, int(m_options.actions.size()), m_checks.results(),
+                    m_checks.calculations(), m_figures.slowestAction, m_figures.slowest,
+                    grown / 1000.0);
         if (grown > allowed) {
             complain(int(m_options.actions.size()), QStringLiteral("the end"),
                      QStringLiteral("memory grew by %1 bytes").arg(grown));
