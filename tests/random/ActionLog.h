@@ -36,7 +36,7 @@ public:
             m_file.seek(0);
             m_file.write(QByteArray::number(action) + ' ' + kind.toUtf8() + '\n');
         }
-        constexpr unsigned longest = 120; // s; the machine may be busy with other things
+        constexpr unsigned longest = 60; // s; the machine may be busy with other things
         ::alarm(longest);
     }
 

@@ -11,7 +11,7 @@ namespace tests
 {
 
 /// Files in a folder of their own, which is deleted at the end. Every call makes
-/// its file anew, whatever stands in its place, so that what an action finds does
+/// its file anew, whatever is in its place, so that what an action finds does
 /// not depend on earlier ones. There are few names, so that the folder stays small.
 class RandomFiles
 {

@@ -131,7 +131,7 @@ QList<ActionKind> WidgetActions::kinds()
         {"number", 16, [this](Draw& draw) { return typeUseful(draw); }},
         {"limit", 6, [this](Draw& draw) { return typeLimit(draw); }},
         {"keys", 3, [this](Draw& draw) { return pressKeys(draw); }},
-        {"list of spectra", 2, [this](Draw& draw) { return turnCombo(draw); }},
+        {"list of spectra", 3, [this](Draw& draw) { return turnCombo(draw); }},
         {"window", 6, [this](Draw& draw) { return showOrHide(draw); }},
         {"P/D", 3, [this](Draw& draw) { return popOrDock(draw); }},
         {"size", 3, [this](Draw& draw) { return resizeWindow(draw); }},
@@ -284,6 +284,9 @@ QString WidgetActions::pressKeys(Draw& draw)
 
 QString WidgetActions::turnCombo(Draw& draw)
 {
+    if (draw.onceIn(2)) {
+        return click(m_windows.panel().ui.RemoveAFile);
+    }
     QComboBox* list = m_windows.panel().ui.SelectedFs;
     goTo(list);
     pressKey(list, draw.onceIn(2) ? Qt::Key_Up : Qt::Key_Down);
