@@ -56,17 +56,24 @@ QSize PanelWindows::ordinarySize(const QWidget* window) const
 
 QString PanelWindows::nameOf(const QWidget* widget)
 {
-    QStringList names{widget->objectName()};
+    QString name = widget->objectName();
     const QWidget* parent = widget->parentWidget();
-    for (int i = 0; i < 3 && parent; ++i) {
-        if (const auto* title =
-                parent->findChild<QLabel*>(QStringLiteral("Title"), Qt::FindDirectChildrenOnly)) {
-            names.append(title->text());
-            break;
-        }
-        parent = parent->parentWidget();
+    if (!parent) {
+        return name;
     }
-    return names.join(u" of ");
+    const auto alike = parent->findChildren<QWidget*>(name, Qt::FindDirectChildrenOnly);
+    if (alike.size() > 1) {
+        name += u' ' + QString::number(alike.indexOf(const_cast<QWidget*>(widget)) + 1);
+    }
+    for (; parent; parent = parent->parentWidget()) {
+        if (const auto* plot = qobject_cast<const DispABase*>(parent)) {
+            return name + " of " + plot->Title->text();
+        }
+        if (const auto* map = qobject_cast<const DispMBase*>(parent)) {
+            return name + " of " + map->Title->text();
+        }
+    }
+    return name;
 }
 
 void PanelWindows::tidy()

@@ -42,8 +42,8 @@ public:
         return found;
     }
 
-    /// The place of a name among them: a widget's own, and that of the frame or row
-    /// around it.
+    /// The name of a widget, with its number where there are others of that name beside
+    /// it, and with the title of the plot or map that it belongs to.
     static QString nameOf(const QWidget* widget);
 
     /// Has everything docked and small, and the main window, the plots and the result
