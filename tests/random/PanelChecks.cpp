@@ -34,7 +34,11 @@ void PanelChecks::followCalculations()
         connect(row, &AFileSelect::newFilePath, this, ended);
         connect(row, &AXafsFileSelect::updated, this, ended);
     }
-    connect(ui.DispFSelect, &AFileSelect::newFilePaths, this, ended);
+    connect(ui.DispFSelect, &AFileSelect::newFilePaths, this, [this] {
+        if (m_panel.DispMuts != m_spectra) { // none of the files may have been a spectrum
+            calculationEnded();
+        }
+    });
     connect(ui.CalcMapB, &QPushButton::clicked, this, ended);
     connect(ui.WriteB, &QPushButton::clicked, this, [this] { writeEnded(); });
     for (const QRadioButton* radio :
@@ -98,6 +102,7 @@ void PanelChecks::beforeAction(int action)
 {
     m_written.forget();
     m_copies.keep(m_panel.BaseData, action);
+    m_spectra = m_panel.DispMuts;
 }
 
 QStringList PanelChecks::afterAction(const QStringList& leftBehind)

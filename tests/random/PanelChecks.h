@@ -9,6 +9,7 @@
 #include <QSet>
 #include <QStringList>
 
+class AMutE;
 class DispMBase;
 class FourPs;
 class QLineEdit;
@@ -49,6 +50,7 @@ private:
     MapResult m_result; ///< that the panel has to have
     WrittenFiles m_written;
     KeptCopies m_copies;
+    QList<AMutE*> m_spectra;           ///< for display, before the action
     QSet<const QLineEdit*> m_inTyping; ///< limits with a text that is not confirmed
     QStringList m_complaints;
     int m_calculations = 0;
