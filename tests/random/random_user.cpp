@@ -154,8 +154,8 @@ private:
     {
         m_user.settle();
         m_checks.afterAction({});
-        // Bytes; caches of the toolkit fill slowly.
-        const double allowed = 1.5e6 + 1e3 * double(m_options.actions.size());
+        // Bytes; caches of the toolkit fill slowly, and a long text keeps megabytes.
+        const double allowed = 3e6 + 1e3 * double(m_options.actions.size());
         const double grown = tests::allocatedBytes() - m_figures.memoryBefore;
         std::printf("seed %u: %d actions, %d results of %d calculations, slowest action %d with "
                     "%.2f s, memory grew by %.0f kB\n",
