@@ -1,0 +1,40 @@
+// Answers to the questions of file dialogs.
+#pragma once
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+
+namespace tests
+{
+
+/// Answers every message box that opens during its lifetime, which would wait for
+/// ever otherwise.
+class ModalBoxes : public QObject
+{
+public:
+    ModalBoxes()
+    {
+        connect(&m_timer, &QTimer::timeout, this, [this] { answer(); });
+        constexpr int interval = 5; // ms
+        m_timer.start(interval);
+    }
+
+    /// Whether the answer is yes from now on, where there is one; no at first.
+    void setAccepting(bool accepts) { m_accepts = accepts; }
+
+private:
+    void answer()
+    {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            QAbstractButton* yes = box->button(QMessageBox::Yes);
+            m_accepts&& yes ? yes->click() : box->reject();
+        }
+    }
+
+    QTimer m_timer;
+    bool m_accepts = false;
+};
+
+} // namespace tests

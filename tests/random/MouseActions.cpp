@@ -1,0 +1,205 @@
+#include "random/MouseActions.h"
+
+#include "display/DispMBase.h"
+#include "display/Displays.h"
+#include "display/Legend.h"
+#include "display/MarkLines.h"
+#include "panel/FourPs.h"
+#include "support/MouseInput.h"
+
+namespace tests
+{
+
+namespace
+{
+
+/// In the widget, most of the time.
+QPointF placeIn(const QWidget* widget, Draw& draw)
+{
+    if (draw.onceIn(12)) {
+        return draw.oneOf<QPointF>({{-5, -5}, {1e5, -1e5}, {0, 0}, {2e9, 2e9}});
+    }
+    const int x = draw.upTo(widget->width());
+    return {x + 0.25 * draw.upTo(4), double(draw.upTo(widget->height()))};
+}
+
+Qt::MouseButton buttonOf(Draw& draw)
+{
+    return draw.oneOf({Qt::LeftButton, Qt::LeftButton, Qt::LeftButton, Qt::RightButton,
+                       Qt::MiddleButton, Qt::BackButton});
+}
+
+Qt::KeyboardModifiers keysOf(Draw& draw)
+{
+    return draw.oneOf<Qt::KeyboardModifiers>(
+        {Qt::NoModifier, Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier,
+         Qt::AltModifier, Qt::ShiftModifier | Qt::ControlModifier});
+}
+
+} // namespace
+
+QList<ActionKind> MouseActions::kinds()
+{
+    return {
+        {"wheel", 6, [this](Draw& draw) { return turn(draw); }},
+        {"move", 3, [this](Draw& draw) { return moveAround(draw); }},
+        {"stroke", 8, [this](Draw& draw) { return stroke(draw); }},
+        {"double click", 8, [this](Draw& draw) { return doubleClickAt(draw); }},
+        {"legend", 3, [this](Draw& draw) { return pressInLegend(draw); }},
+        {"line", 5, [this](Draw& draw) { return dragLine(draw); }},
+        {"bar", 4, [this](Draw& draw) { return dragBar(draw); }},
+    };
+}
+
+QStringList MouseActions::takeLeftBehind()
+{
+    return std::exchange(m_leftBehind, {});
+}
+
+QList<QWidget*> MouseActions::surfaces() const
+{
+    QList<QWidget*> all;
+    const auto areas = m_windows.visible<DispArea>();
+    const auto bars = m_windows.visible<cBar>();
+    for (DispArea* area : areas) {
+        all.append(area);
+    }
+    for (cBar* bar : bars) {
+        all.append(bar);
+    }
+    return all;
+}
+
+void MouseActions::letGo(QWidget* widget, const QPointF& at, Qt::MouseButton button,
+                         Qt::KeyboardModifiers keys)
+{
+    const Displays* graphs = m_windows.panel().Disps;
+    release(widget, at, button, keys);
+    if (widget == graphs->frame(Displays::DLCFvs4PS)->DispA) {
+        m_leftBehind.append(graphs->frame(Displays::DDMutVsA)->Title->text());
+    }
+}
+
+QString MouseActions::turn(Draw& draw)
+{
+    const QList<QWidget*> all = surfaces();
+    if (all.isEmpty()) {
+        return {};
+    }
+    QWidget* surface = draw.oneOf(all);
+    const QPointF at = placeIn(surface, draw);
+    move(surface, at);
+    const int turns = draw.onceIn(20) ? 300 : 1 + draw.upTo(3);
+    const int notch = draw.onceIn(2) ? 120 : -120;
+    for (int i = 0; i < turns; ++i) {
+        turnWheel(surface, at, {0, notch});
+    }
+    return QStringLiteral("%1 times in %2").arg(turns).arg(PanelWindows::nameOf(surface));
+}
+
+QString MouseActions::moveAround(Draw& draw)
+{
+    const QList<QWidget*> all = surfaces();
+    if (all.isEmpty()) {
+        return {};
+    }
+    QWidget* surface = draw.oneOf(all);
+    for (int i = 0; i < 3; ++i) {
+        move(surface, placeIn(surface, draw));
+    }
+    return PanelWindows::nameOf(surface);
+}
+
+// A press, moves and a release, or a part of these.
+QString MouseActions::stroke(Draw& draw)
+{
+    const QList<QWidget*> all = surfaces();
+    if (all.isEmpty()) {
+        return {};
+    }
+    QWidget* surface = draw.oneOf(all);
+    const Qt::MouseButton button = buttonOf(draw);
+    const Qt::KeyboardModifiers keys = keysOf(draw);
+    if (!draw.onceIn(6)) {
+        press(surface, placeIn(surface, draw), button, keys);
+    }
+    for (int i = draw.upTo(4); i > 0; --i) {
+        move(surface, placeIn(surface, draw), button, keys);
+    }
+    if (!draw.onceIn(3)) {
+        letGo(surface, placeIn(surface, draw), button, keys);
+    }
+    return PanelWindows::nameOf(surface);
+}
+
+QString MouseActions::doubleClickAt(Draw& draw)
+{
+    const QList<QWidget*> all = surfaces();
+    if (all.isEmpty()) {
+        return {};
+    }
+    QWidget* surface = draw.oneOf(all);
+    const QPointF at = placeIn(surface, draw);
+    const Qt::MouseButton button = buttonOf(draw);
+    const Qt::KeyboardModifiers keys = keysOf(draw);
+    press(surface, at, button, keys);
+    letGo(surface, at, button, keys);
+    doubleClick(surface, at, button, keys);
+    if (!draw.onceIn(3)) {
+        letGo(surface, at, button, keys);
+    }
+    for (const DispMBase* map : {m_windows.panel().MapDisp, m_windows.panel().DMapDisp}) {
+        if (surface == map->CBar) {
+            m_leftBehind.append(map->Title->text());
+        }
+    }
+    return PanelWindows::nameOf(surface);
+}
+
+QString MouseActions::pressInLegend(Draw& draw)
+{
+    DispArea* surface = m_windows.panel().Disps->frame(Displays::DMuts)->DispA;
+    const int row = draw.upTo(8);
+    if (surface->isVisible()) {
+        const QPointF at = Legend(surface->cc).box(row).center();
+        press(surface, at);
+        letGo(surface, at, Qt::LeftButton, {});
+    }
+    return QString::number(row);
+}
+
+QString MouseActions::dragLine(Draw& draw)
+{
+    const auto id = draw.oneOf({Displays::DMuts, Displays::DRef1, Displays::DTarget});
+    DispArea* surface = m_windows.panel().Disps->frame(id)->DispA;
+    const int line = draw.upTo(static_cast<int>(surface->markLines->lines.size()));
+    const double step = draw.oneOf({7.0, -4.0, 0.5});
+    const bool isLetGo = !draw.onceIn(3);
+    if (surface->isVisible()) {
+        const QPointF from(surface->cc.r2sX(surface->markLines->value(line)), 20.0);
+        press(surface, from);
+        move(surface, from + QPointF(step, 0.0), Qt::LeftButton);
+        if (isLetGo) {
+            letGo(surface, from + QPointF(1.5 * step, 0.0), Qt::LeftButton, {});
+        }
+    }
+    return QString::number(line) + (isLetGo ? ", let go" : "");
+}
+
+QString MouseActions::dragBar(Draw& draw)
+{
+    const FourPs& panel = m_windows.panel();
+    cBar* bar = draw.oneOf({panel.MapDisp, panel.DMapDisp})->CBar;
+    const int row = draw.onceIn(2) ? bar->maxLineY : bar->minLineY;
+    const QPointF to = placeIn(bar, draw);
+    if (bar->isVisible()) {
+        press(bar, {3.0, double(row)});
+        move(bar, to, Qt::LeftButton);
+        if (!draw.onceIn(3)) {
+            release(bar, to);
+        }
+    }
+    return PanelWindows::nameOf(bar);
+}
+
+} // namespace tests

@@ -1,0 +1,157 @@
+#include "random/PanelChecks.h"
+
+#include "display/MarkLines.h"
+#include "panel/FourPs.h"
+#include "rows/AEPoint.h"
+#include "rows/ARefFile.h"
+#include "rows/AXafsFileSelect.h"
+#include "support/PanelTools.h"
+#include "support/ShownPictures.h"
+
+namespace tests
+{
+
+PanelChecks::PanelChecks(FourPs& panel)
+    : m_panel(panel)
+    , m_result(resultOf(panel))
+    , m_written(panel)
+{
+    followCalculations();
+    followLimits();
+}
+
+// Slots run in the order of their connections: the panel has calculated before
+// these are called.
+void PanelChecks::followCalculations()
+{
+    const auto ended = [this] { calculationEnded(); };
+    const auto& ui = m_panel.ui;
+    connect(&m_panel.Refs, &RefFiles::changedUse, this, ended);
+    for (const AEPoint* row : std::as_const(m_panel.EPoints)) {
+        connect(row, &AEPoint::changedCB, this, ended);
+    }
+    for (const AXafsFileSelect* row : std::as_const(m_panel.XafsFiles)) {
+        connect(row, &AFileSelect::newFilePath, this, ended);
+        connect(row, &AXafsFileSelect::updated, this, ended);
+    }
+    connect(ui.DispFSelect, &AFileSelect::newFilePaths, this, [this] {
+        if (m_panel.DispMuts != m_spectra) { // none of the files may have been a spectrum
+            calculationEnded();
+        }
+    });
+    connect(ui.CalcMapB, &QPushButton::clicked, this, ended);
+    connect(ui.WriteB, &QPushButton::clicked, this, [this] { writeEnded(); });
+    for (const QRadioButton* radio :
+         {ui.TypeNonEquiv, ui.NonEquivBGLinear, ui.SubPostEforRef, ui.SubPostEforTarget}) {
+        connect(radio, &QRadioButton::toggled, this, ended);
+    }
+    for (const QLineEdit* edit : {ui.EdgeE, ui.PreEEndDE, ui.PostEStartDE}) {
+        connect(edit, &QLineEdit::editingFinished, this, ended);
+    }
+    for (const auto id : {Displays::DMuts, Displays::DTarget}) {
+        const MarkLines* set = m_panel.Disps->frame(id)->DispA->markLines;
+        connect(set, &MarkLines::moving, this, ended);
+        connect(set, &MarkLines::newPos, this, ended);
+    }
+}
+
+void PanelChecks::followLimits()
+{
+    for (const DispMBase* map : {m_panel.MapDisp, m_panel.DMapDisp}) {
+        for (const QLineEdit* edit : {map->MinV, map->MaxV}) {
+            // Not modified after setText().
+            connect(edit, &QLineEdit::textChanged, this, [this, edit] {
+                edit->isModified() ? void(m_inTyping.insert(edit)) : void(m_inTyping.remove(edit));
+            });
+            connect(edit, &QLineEdit::editingFinished, this,
+                    [this, edit] { m_inTyping.remove(edit); });
+        }
+    }
+}
+
+void PanelChecks::calculationEnded()
+{
+    const ExpectedResult expected(m_panel);
+    ++m_calculations;
+    if (!expected.isRefused()) {
+        ++m_results;
+        m_result = expected.calculated(m_result);
+    }
+    checkResult();
+}
+
+void PanelChecks::writeEnded()
+{
+    calculationEnded();
+    if (const QString wrong = m_written.check(); !wrong.isEmpty()) {
+        complain(wrong);
+    }
+}
+
+void PanelChecks::checkResult()
+{
+    const MapResult found = resultOf(m_panel);
+    if (const QString difference = differenceOf(found, m_result); !difference.isEmpty()) {
+        complain(QStringLiteral("the result is not that of the reference implementation: ") +
+                 difference);
+        m_result = found; // told once
+    }
+}
+
+void PanelChecks::beforeAction(int action)
+{
+    m_written.forget();
+    m_copies.keep(m_panel.BaseData, action);
+    m_spectra = m_panel.DispMuts;
+}
+
+QStringList PanelChecks::afterAction(const QStringList& leftBehind)
+{
+    if (!m_copies.areTheSame()) {
+        complain(QStringLiteral("a calculation changed the copy of an earlier result"));
+    }
+    checkResult(); // nothing but a calculation changes it
+    checkLimits(m_panel.MapDisp);
+    checkLimits(m_panel.DMapDisp);
+    checkPictures(leftBehind);
+    return std::exchange(m_complaints, {});
+}
+
+// The client may give the result map reversed limits, which are shown as given. A
+// number counts, not its text: a typed one that changes no limit stays as it is.
+void PanelChecks::checkLimits(const DispMBase* map)
+{
+    const auto shown = [](const QLineEdit* edit) { return sixDigits(edit->text().toDouble()); };
+    const QString low = sixDigits(map->CBar->zmin);
+    const QString high = sixDigits(map->CBar->zmax);
+    const bool isLowTyped = m_inTyping.contains(map->MinV);
+    const bool isHighTyped = m_inTyping.contains(map->MaxV);
+    const bool isShown =
+        (isLowTyped || shown(map->MinV) == low) && (isHighTyped || shown(map->MaxV) == high);
+    const bool isReversed = map == m_panel.MapDisp && (isLowTyped || shown(map->MinV) == high) &&
+                            (isHighTyped || shown(map->MaxV) == low);
+    if (!isShown && !isReversed) {
+        complain(QStringLiteral("%1: limits [%2, %3], shown [%4, %5]")
+                     .arg(map->Title->text(), low, high, map->MinV->text(), map->MaxV->text()));
+    }
+}
+
+// A hidden surface shows nothing, and is not compared.
+void PanelChecks::checkPictures(const QStringList& leftBehind)
+{
+    const QList<ShownPicture> shown = shownPictures(m_panel);
+    QStringList untrue = differences(shown, repaintedPictures(m_panel));
+    for (const QString& name : leftBehind) {
+        untrue.removeAll(name);
+    }
+    if (!untrue.isEmpty()) {
+        complain(QStringLiteral("stale picture: ") + untrue.join(u", "));
+    }
+}
+
+void PanelChecks::complain(const QString& text)
+{
+    m_complaints.append(text);
+}
+
+} // namespace tests

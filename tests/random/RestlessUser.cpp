@@ -1,0 +1,138 @@
+#include "random/RestlessUser.h"
+
+#include "panel/FourPs.h"
+#include "rows/AEPoint.h"
+#include "support/ShownPictures.h"
+
+#include <QPixmapCache>
+
+namespace tests
+{
+
+namespace
+{
+
+constexpr int mostMessages = 300;
+constexpr int mostSpectra = 6;
+constexpr int mostPoints = 300;
+constexpr double mostBoxes = 2000;
+
+} // namespace
+
+RestlessUser::RestlessUser(Body& body, RandomFiles& files, unsigned seed)
+    : m_seed(seed)
+    , m_windows(body)
+    , m_widgets(m_windows)
+    , m_mouse(m_windows)
+    , m_files(m_windows, files)
+    , m_kinds(m_widgets.kinds() + m_mouse.kinds() + m_files.kinds())
+{
+    for (const ActionKind& kind : std::as_const(m_kinds)) {
+        m_weight += kind.weight;
+    }
+    settle();
+}
+
+const ActionKind& RestlessUser::chosen(Draw& draw) const
+{
+    int place = draw.upTo(m_weight);
+    for (const ActionKind& kind : m_kinds) {
+        place -= kind.weight;
+        if (place < 0) {
+            return kind;
+        }
+    }
+    return m_kinds.last();
+}
+
+QString RestlessUser::kindOf(int action) const
+{
+    Draw draw(m_seed, action);
+    return chosen(draw).name;
+}
+
+QString RestlessUser::act(int action)
+{
+    Draw draw(m_seed, action);
+    const ActionKind& kind = chosen(draw);
+    const QString done = kind.name + QStringLiteral(": ") + kind.act(draw);
+    arrive();
+    return done;
+}
+
+void RestlessUser::tidy()
+{
+    clearWhatGrows();
+    const auto& ui = m_windows.panel().ui;
+    for (QLineEdit* edit : {ui.HgABoxes, ui.HgTBoxes}) {
+        if (edit->text().toDouble() > mostBoxes) {
+            edit->setText(QStringLiteral("51"));
+        }
+    }
+    m_windows.tidy();
+}
+
+void RestlessUser::clearWhatGrows()
+{
+    FourPs& panel = m_windows.panel();
+    if (panel.ui.Message->document()->blockCount() > mostMessages) {
+        panel.ui.Message->clear();
+    }
+    while (panel.DispMuts.size() > mostSpectra) {
+        panel.removeAFile();
+        panel.ui.SelectedFs->setCurrentIndex(0);
+    }
+    if (panel.LCFvs4PS.size() > mostPoints) {
+        panel.clearLCFvs4PS(nullptr);
+    }
+}
+
+// Everything that a result, or a list of the toolkit, may be large by.
+void RestlessUser::settle()
+{
+    FourPs& panel = m_windows.panel();
+    m_files.closeDialogs();
+    m_windows.reset();
+    for (QLineEdit* edit : {panel.ui.HgABoxes, panel.ui.HgTBoxes}) {
+        edit->setText(QStringLiteral("51"));
+    }
+    Draw draw(0, 0);
+    m_files.loadEverything(draw);
+    for (AEPoint* row : std::as_const(panel.EPoints)) {
+        row->rows.squeeze();
+    }
+    while (!panel.DispMuts.isEmpty()) {
+        panel.ui.SelectedFs->setCurrentIndex(0);
+        panel.removeAFile();
+    }
+    panel.clearLCFvs4PS(nullptr);
+    panel.ui.Message->clear();
+    forgetUndo();
+    arrive();
+    QPixmapCache::clear();
+}
+
+// Each field keeps what was typed, to take it back.
+void RestlessUser::forgetUndo()
+{
+    for (const QWidget* window : m_windows.all()) {
+        const auto edits = window->findChildren<QLineEdit*>();
+        for (QLineEdit* edit : edits) {
+            edit->setText(edit->text().left(200));
+        }
+    }
+}
+
+double RestlessUser::pixels() const
+{
+    double pixels = 0.0;
+    for (const AEPoint* row : std::as_const(m_windows.panel().EPoints)) {
+        pixels += 1.0 * row->xNum * row->yNum;
+    }
+    for (const QWidget* window : m_windows.all()) {
+        pixels += window->isVisible() ? 1.0 * window->width() * window->height() : 0.0;
+    }
+    return pixels;
+}
+
+} // namespace tests

@@ -1,0 +1,121 @@
+#include "random/WrittenFiles.h"
+
+#include "display/Histgram.h"
+#include "panel/FourPs.h"
+#include "rows/ARefFile.h"
+#include "support/PlainResultWriter.h"
+#include "support/TestFiles.h"
+
+#include <QBuffer>
+#include <QFileInfo>
+#include <QTextEdit>
+
+namespace tests
+{
+
+namespace
+{
+
+PlainValences valencesOf(const FourPs& panel)
+{
+    PlainValences valences;
+    QStringList used;
+    for (const ARefFile* row : panel.Refs.RefRows) {
+        if (row->UseCB->isChecked()) {
+            used.append(row->Valence->text());
+            valences.validReferences += row->XafsFS->valid ? 1 : 0;
+        }
+    }
+    valences.first = used.value(0);
+    valences.second = used.value(1);
+    if (used.size() < 2) {
+        valences.validReferences = 0;
+    }
+    return valences;
+}
+
+/// The text of a histogram file, number by number.
+QByteArray histogramText(const HistogramCounts& counts)
+{
+    QString text;
+    const auto line = [&](int i, int count) {
+        text += QStringLiteral("%1 %2 %3  %4\n")
+                    .arg(counts.step * i + counts.minV)
+                    .arg(counts.step * (i + 0.5) + counts.minV)
+                    .arg(counts.step * (i + 1) + counts.minV)
+                    .arg(count);
+    };
+    line(-1, counts.under);
+    for (int i = 0; i < counts.boxes; ++i) {
+        line(i, counts.bins.at(i));
+    }
+    line(counts.boxes, counts.over);
+    return text.toUtf8();
+}
+
+} // namespace
+
+void WrittenFiles::forget()
+{
+    m_messagesBefore = m_panel.ui.Message->toPlainText().size();
+}
+
+QString WrittenFiles::check()
+{
+    const QString path = m_panel.ui.SaveFSelect->fileText();
+    const QString complaint = QStringLiteral("Can't open the file [%1]").arg(path).simplified();
+    const QString messages = m_panel.ui.Message->toPlainText().mid(m_messagesBefore);
+    const bool isRefused = messages.split(u'\n').contains(complaint);
+    forget();
+    const QFileInfo file(path);
+    if (isRefused) {
+        const bool isPossible = !path.isEmpty() && file.isFile() && file.isWritable();
+        return isPossible ? QStringLiteral("a file that can be written was refused") : QString();
+    }
+    if (!file.exists()) {
+        return QStringLiteral("no file was written, and no complaint made");
+    }
+    if (!file.isFile()) {
+        return {}; // a device keeps nothing to read again
+    }
+    if (readFile(path) != expectedMap()) {
+        return QStringLiteral("the written file is not the result");
+    }
+    const QString first = checkHistogram(path, 0);
+    return first.isEmpty() ? checkHistogram(path, 1) : first;
+}
+
+QByteArray WrittenFiles::expectedMap() const
+{
+    const auto& ui = m_panel.ui;
+    const std::array<const QAbstractButton*, 13> boxes{
+        ui.RecRatio1, ui.RecRatio2,  ui.RecRatio3, ui.RecRatio4, ui.RecDMut1,
+        ui.RecDMut2,  ui.RecDMut3,   ui.RecDMut4,  ui.RecMut0,   ui.RecC1,
+        ui.RecC2,     ui.RecValence, ui.RecAmount};
+    std::array<bool, 13> wanted{};
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        wanted.at(i) = boxes.at(i)->isChecked();
+    }
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    writePlainResultMap(buffer, m_panel.BaseData, valencesOf(m_panel), wanted);
+    return buffer.data();
+}
+
+// Only a file that was there is written; no file is made.
+QString WrittenFiles::checkHistogram(const QString& path, int which) const
+{
+    const QFileInfo result(path);
+    const QString name = which == 0 ? QStringLiteral("HGAlpha") : QStringLiteral("HGThick");
+    const QFileInfo file(QFileInfo(path).canonicalPath() + u'/' + result.completeBaseName() + u'_' +
+                         name + u'.' + result.suffix());
+    if (!file.isFile() || !file.isWritable()) {
+        return {};
+    }
+    const HistogramCounts& counts = which == 0 ? *m_panel.HistV : *m_panel.HistT;
+    return readFile(file.filePath()) == histogramText(counts)
+               ? QString()
+               : QStringLiteral("the written file is not the histogram: ") + name;
+}
+
+} // namespace tests
