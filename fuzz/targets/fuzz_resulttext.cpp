@@ -22,8 +22,8 @@ class SmallDevice : public QIODevice
 {
 public:
     /// @param takesPart  whether the write that does not fit leaves what fits
-    SmallDevice(qint64 room, bool takesPart)
-        : m_room(room)
+    SmallDevice(qint64 capacity, bool takesPart)
+        : m_capacity(capacity)
         , m_takesPart(takesPart)
     {
         open(QIODevice::WriteOnly | QIODevice::Unbuffered);
@@ -36,7 +36,7 @@ protected:
 
     qint64 writeData(const char* data, qint64 size) override
     {
-        const qint64 fits = m_room - m_written.size();
+        const qint64 fits = m_capacity - m_written.size();
         if (size > fits && !m_takesPart) {
             return -1;
         }
@@ -46,7 +46,7 @@ protected:
     }
 
 private:
-    qint64 m_room;
+    qint64 m_capacity;
     bool m_takesPart;
     QByteArray m_written;
 };
@@ -153,7 +153,7 @@ void fuzz::tryInput(const QByteArray& bytes)
     const tests::PlainValences valences{in.number(0, 4), nextNumberText(in), nextNumberText(in)};
     const analysis::ValenceMix mix{valences.validReferences >= 2, valences.first.toDouble(),
                                    valences.second.toDouble()};
-    const double room = in.doubleIn(0.0, 1.2);
+    const double share = in.doubleIn(0.0, 1.2);
     const bool takesPart = in.number(0, 1) == 1;
     const A2DData map = nextMap(in);
 
@@ -166,7 +166,7 @@ void fuzz::tryInput(const QByteArray& bytes)
     FUZZ_REQUIRE(written.data() == plain.data());
     checkReadAgain(written.data(), map, wanted, mix);
 
-    SmallDevice small(static_cast<qint64>(static_cast<double>(plain.size()) * room), takesPart);
+    SmallDevice small(static_cast<qint64>(static_cast<double>(plain.size()) * share), takesPart);
     const bool isWhole = analysis::writeResultMap(small, map, mix, wanted);
     FUZZ_REQUIRE(plain.data().startsWith(small.written()));
     FUZZ_REQUIRE(isWhole == (small.written().size() == plain.size()));

@@ -55,7 +55,7 @@ public:
     bool readFile(const QString& path);
 
     /// The same from a device that is open for reading and can seek; the text
-    /// begins where it stands. The names stay.
+    /// begins at its position. The names stay.
     bool readDevice(QIODevice& device);
 
     /// Whether the first line of the file begins with "9809" after blanks are

@@ -234,7 +234,7 @@ private Q_SLOTS:
     void longerLineRefusesTheSpectrum();
     void deviceGivesTheSameAsItsFile_data();
     void deviceGivesTheSameAsItsFile();
-    void deviceIsReadFromWhereItStands();
+    void deviceIsReadFromItsPosition();
 
 private:
     QString write(const QByteArray& content);
@@ -900,7 +900,7 @@ void tst_AMutEFiles::deviceGivesTheSameAsItsFile()
     QVERIFY(!device.isTextModeEnabled());
 }
 
-void tst_AMutEFiles::deviceIsReadFromWhereItStands()
+void tst_AMutEFiles::deviceIsReadFromItsPosition()
 {
     QByteArray content = "9809\n8300 0.5\n";
     QBuffer device(&content);
