@@ -54,7 +54,7 @@ void FourPs::write()
     writeHistogram(*HistT, path, QStringLiteral("HGThick"));
 }
 
-// A file that is not there is nothing to be told: the user has not asked for it.
+// No message for a histogram file that does not exist: the user has not asked for one.
 void FourPs::writeHistogram(const Histgram& histogram, const QString& path, const QString& name)
 {
     QString cutShort;

@@ -50,7 +50,7 @@ bool isSizeTooLarge(qint64 width, qint64 height, qint64 held)
         return true;
     }
     const qint64 pixels = columns * lines;
-    // Not more than that bound is held to the product, which may not fit either.
+    // Clamped, since this product may not fit 64 bits either.
     return pixels > pixelsOnTrust &&
            pixels > std::clamp(held, qint64{0}, maxMapPixels) * pixelsForEachHeld;
 }

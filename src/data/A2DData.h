@@ -53,8 +53,8 @@ namespace data
 /// The most pixels that a map may claim, whatever its file holds.
 inline constexpr qint64 maxMapPixels = qint64{1} << 25;
 
-/// A claim of this many pixels is taken on its word. A larger one is a lie unless
-/// the file holds one pixel for each pixelsForEachHeld claimed.
+/// A file may claim this many pixels whatever it holds. A larger claim needs a pixel
+/// in the file for each pixelsForEachHeld claimed.
 inline constexpr qint64 pixelsOnTrust = qint64{1} << 20;
 inline constexpr qint64 pixelsForEachHeld = 64;
 

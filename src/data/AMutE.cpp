@@ -28,12 +28,12 @@ void AMutE::beginRead()
     maxAngle = maxEnergy = maxMut = -beyondAll;
 }
 
-const char* AMutE::appendPoint(const MutPoint& point)
+const char* AMutE::appendPoint(const MutPoint& point, qint64 besides)
 {
     if (points.size() >= data::maxSpectrumPoints) {
         return "more points than a spectrum may have";
     }
-    if (!data::canGrow(points, 1)) {
+    if (!data::canGrow(points, 1, besides)) {
         return "no memory for its points";
     }
     points.append(point);

@@ -168,7 +168,8 @@ private:
     double workingEnergy(qsizetype i) const { return points.at(i).energy - dE; }
     double onSegment(int kind, int i, double E) const;
     void beginRead();
-    const char* appendPoint(const MutPoint& point); // why it is refused; null when it is not
+    // Why the point is refused, null when it is taken; besides: memory to leave, bytes.
+    const char* appendPoint(const MutPoint& point, qint64 besides);
     bool finishRead();
 
     template <typename PointOf>

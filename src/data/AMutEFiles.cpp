@@ -308,10 +308,11 @@ bool AMutE::readLines(QIODevice& device, const PointOf& pointOf)
 {
     beginRead();
     Lines lines(device);
-    const char* refusal = data::canAllocate(0) ? nullptr : "no memory to read it";
+    const qint64 besides = data::memoryToRead(device);
+    const char* refusal = data::canAllocate(besides) ? nullptr : "no memory to read it";
     while (refusal == nullptr && lines.next()) {
         if (const auto point = pointOf(lines.line())) {
-            refusal = appendPoint(*point);
+            refusal = appendPoint(*point, besides);
         }
     }
     if (lines.isTooLong()) {

@@ -1,6 +1,7 @@
 #include "data/MapTextReader.h"
 
 #include "data/A2DData.h"
+#include "data/LineScan.h"
 #include "data/LineWords.h"
 #include "data/MemoryCheck.h"
 #include "data/ReadBounds.h"
@@ -18,7 +19,6 @@
 #include <cstddef>
 #include <limits>
 #include <string_view>
-#include <vector>
 
 namespace data
 {
@@ -112,10 +112,15 @@ class MapBuilder
 public:
     enum class Purpose { Build, Count };
 
-    MapBuilder(A2DData& map, const EnergyHandler& energyFound, Purpose purpose = Purpose::Build)
+    /// @param most     the most rows
+    /// @param besides  bytes of memory that the rows have to leave
+    MapBuilder(A2DData& map, const EnergyHandler& energyFound, Purpose purpose, qsizetype most,
+               qint64 besides)
         : m_map(map)
         , m_energyFound(energyFound)
         , m_purpose(purpose)
+        , m_most(most)
+        , m_besides(besides)
     {
     }
 
@@ -233,9 +238,9 @@ private:
     bool canAppendTaken()
     {
         const auto count = static_cast<qsizetype>(m_takenCount);
-        if (m_rowCount + count > maxMapPixels) {
+        if (m_rowCount + count > m_most) {
             refuse("more rows than a map may have");
-        } else if (m_purpose == Purpose::Build && !canGrow(m_map.rows, count)) {
+        } else if (m_purpose == Purpose::Build && !canGrow(m_map.rows, count, m_besides)) {
             refuse("no memory for its rows");
         }
         return !m_isRefused;
@@ -276,7 +281,10 @@ private:
             refuse("more comment lines than a map may have");
             return;
         }
-        m_map.headerLines.append(line);
+        if (m_purpose == Purpose::Build) {
+            m_map.headerLines.append(line);
+            m_map.headerLines.last().squeeze();
+        }
         takeKeyword(line, words);
     }
 
@@ -329,6 +337,8 @@ private:
     A2DData& m_map;
     const EnergyHandler& m_energyFound;
     Purpose m_purpose;
+    qsizetype m_most;
+    qint64 m_besides;
     qsizetype m_rowCount = 0;
     MapKind m_kind = MapKind::Other;
     ChannelColumns m_columns;
@@ -380,49 +390,38 @@ void readLines(QIODevice& device, MapBuilder& builder)
     }
 }
 
-/// Whether a device has as many line feeds as a map may have rows, or more.
-bool hasManyLines(QIODevice& device)
+/// Whether a file will be refused, found without storing its rows: they might take
+/// two gigabytes before. Small files are not looked at, and the device stays where it
+/// is. A sequential device cannot be read twice and counts as small.
+bool isKnownToBeRefused(QIODevice& device, qsizetype most)
 {
-    std::vector<char> block(static_cast<std::size_t>(mapTextBlockSize));
-    qint64 lines = 0;
-    for (qint64 got = 1; got > 0;) {
-        got = device.read(block.data(), mapTextBlockSize);
-        lines += std::count(block.data(), block.data() + std::max(got, qint64{0}), '\n');
-    }
-    return lines >= maxMapPixels;
-}
-
-/// Whether a device has more rows than a map may have, found without storing them:
-/// such a file would take two gigabytes before it is refused. Only the largest files
-/// are looked through for it; the device stays where it is.
-bool hasTooManyRows(QIODevice& device)
-{
-    constexpr qint64 shortestRow = 4; // two channels of one digit
+    constexpr qint64 smallFile = 12 * 1024 * 1024;
     const qint64 start = device.pos();
-    if (device.isSequential() || (device.size() - start) / shortestRow < maxMapPixels) {
+    if (device.isSequential() || device.size() - start <= smallFile) {
         return false;
     }
-    bool tooMany = false;
-    if (hasManyLines(device) && device.seek(start)) {
-        A2DData comments;
+    bool isRefused = false;
+    if (mayBeRefused(device) && device.seek(start)) {
+        A2DData noRows;
         const EnergyHandler noEnergy;
-        MapBuilder counter(comments, noEnergy, MapBuilder::Purpose::Count);
+        MapBuilder counter(noRows, noEnergy, MapBuilder::Purpose::Count, most, 0);
         readLines(device, counter);
-        tooMany = counter.isRefused();
+        isRefused = counter.isRefused();
     }
     device.seek(start);
-    return tooMany;
+    return isRefused;
 }
 
 } // namespace
 
-bool readMapText(QIODevice& device, A2DData& map, const EnergyHandler& energyFound)
+bool readMapText(QIODevice& device, A2DData& map, const EnergyHandler& energyFound, qsizetype most)
 {
     map.clear();
-    MapBuilder builder(map, energyFound);
-    if (!canAllocate(0)) {
+    const qint64 besides = memoryToRead(device);
+    MapBuilder builder(map, energyFound, MapBuilder::Purpose::Build, most, besides);
+    if (!canAllocate(besides)) {
         builder.refuse("no memory to read it");
-    } else if (hasTooManyRows(device)) {
+    } else if (isKnownToBeRefused(device, most)) {
         builder.giveUp();
     } else {
         readLines(device, builder);

@@ -5,11 +5,12 @@
 // such bytes mean the same to any decoder; any other line is taken as text.
 #pragma once
 
+#include "data/A2DData.h"
+
 #include <QtGlobal>
 
 #include <functional>
 
-class A2DData;
 class QIODevice;
 class QString;
 
@@ -32,14 +33,19 @@ using EnergyHandler = std::function<void(const QString& text)>;
 /// number reads as 0. The kind of the file comes from its first line
 /// ("# 1306", "# 2003901", or any other). A device that fails ends the text.
 ///
-/// Past a bound of data/ReadBounds.h, beyond data::maxMapPixels rows, or without the
-/// memory, the file is refused: reading stops, and the map is left empty.
+/// Past a bound of data/ReadBounds.h, beyond @p most rows, or without the memory, the
+/// file is refused: the map is left empty. Large files are read twice for it, so that
+/// their rows are not stored before; a sequential device cannot be.
 ///
-/// @param energyFound  called once for every "ENERGY" line, during the read
+/// @param energyFound  called once for every "ENERGY" line, at the moment the line is
+///                     read: also when the map turns out to have no size, or when
+///                     what follows refuses it
+/// @param most         the rows that the map may have
 /// @return whether the map has a size and at least one row. On false the rows
 ///         read so far stay in @p map unless the file was refused. A size that
 ///         data::isSizeTooLarge() is a failed read that leaves the size 0 by 0.
 ///         Refusals are told in the debug log
-bool readMapText(QIODevice& device, A2DData& map, const EnergyHandler& energyFound);
+bool readMapText(QIODevice& device, A2DData& map, const EnergyHandler& energyFound,
+                 qsizetype most = maxMapPixels);
 
 } // namespace data

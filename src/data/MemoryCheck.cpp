@@ -1,12 +1,33 @@
 #include "data/MemoryCheck.h"
 
+#include <QIODevice>
+
+#include <algorithm>
 #include <new>
 
-bool data::canAllocate(qint64 bytes)
+namespace data
+{
+
+bool canAllocate(qint64 bytes)
 {
     // Volatile, so that the compiler leaves the pair of calls alone.
-    void* volatile memory =
-        ::operator new(static_cast<std::size_t>(bytes + memoryLeftFree), std::nothrow);
+    void* volatile memory = ::operator new(static_cast<std::size_t>(bytes), std::nothrow);
     ::operator delete(memory);
     return memory != nullptr;
 }
+
+qint64 memoryToRead(const QIODevice& device)
+{
+    constexpr qint64 mebibyte = 1024 * 1024;
+    constexpr qint64 windows = 32 * mebibyte;
+    // A line at the bound takes 300 MiB when it is all words, and comment lines at
+    // theirs 130 MiB.
+    constexpr qint64 mostForText = 448 * mebibyte;
+    constexpr qint64 forEachByte = 16;
+    if (device.isSequential() || device.size() > mostForText / forEachByte) {
+        return windows + mostForText;
+    }
+    return windows + forEachByte * device.size();
+}
+
+} // namespace data

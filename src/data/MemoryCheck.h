@@ -5,21 +5,25 @@
 #include <QtGlobal>
 #include <QtMath>
 
+class QIODevice;
+
 namespace data
 {
 
-/// Left free by every read: for its lines and buffers, and for the windows that
-/// show what was read.
-inline constexpr qint64 memoryLeftFree = qint64{128} * 1024 * 1024;
-
-/// Whether @p bytes more and memoryLeftFree can be allocated now.
+/// Whether @p bytes more can be allocated now.
 bool canAllocate(qint64 bytes);
 
-/// Whether @p list can grow by @p more elements. The toolkit takes a power of two
-/// for it, and moves large blocks of memory by their pages, without a second copy,
-/// while nobody shares the list.
+/// What the reading of a text takes at most besides the rows or points that are
+/// kept: a line in its several forms, its words, the comment lines; and a little for
+/// the windows that show what was read. Bytes; in proportion to the file as long as
+/// that is small.
+qint64 memoryToRead(const QIODevice& device);
+
+/// Whether @p list can grow by @p more elements, with @p besides bytes left. The
+/// toolkit takes a power of two for it, and moves large blocks of memory by their
+/// pages, without a second copy, while nobody shares the list.
 template <typename T>
-bool canGrow(const QList<T>& list, qsizetype more)
+bool canGrow(const QList<T>& list, qsizetype more, qint64 besides)
 {
     const qsizetype needed = list.size() + more;
     const qsizetype owned = list.isDetached() ? list.capacity() : 0;
@@ -28,7 +32,7 @@ bool canGrow(const QList<T>& list, qsizetype more)
     }
     constexpr qint64 size = sizeof(T);
     const auto grown = static_cast<qint64>(qNextPowerOfTwo(static_cast<quint64>(needed * size)));
-    return canAllocate(grown - owned * size);
+    return canAllocate(grown - owned * size + besides);
 }
 
 } // namespace data

@@ -25,7 +25,7 @@ qint64 pixelsHeld(qint64 size, qint64 headerSize)
     return headerSize < 0 ? 0 : std::max(size - headerSize, qint64{0}) / qint64{sizeof(double)};
 }
 
-bool isSizeLawful(const TDData0Header& header, qint64 held)
+bool isSizeAllowed(const TDData0Header& header, qint64 held)
 {
     return header.width >= 0 && header.height >= 0 &&
            !isSizeTooLarge(header.width, header.height, held);
@@ -42,8 +42,8 @@ bool PixelFile::open(const QString& path)
         if (!openForReading(m_file) || !m_file.seek(m_header.headerSize)) {
             m_file.close(); // it holds no pixels
         }
-        if (isSizeLawful(m_header,
-                         pixelsHeld(m_file.isOpen() ? m_file.size() : 0, m_header.headerSize))) {
+        if (isSizeAllowed(m_header,
+                          pixelsHeld(m_file.isOpen() ? m_file.size() : 0, m_header.headerSize))) {
             return true;
         }
         m_file.close();
@@ -82,7 +82,8 @@ bool appendPixelFile(const QString& path, A2DData& map, qsizetype most)
     }
     const qsizetype before = map.rows.size();
     const qsizetype count = std::clamp(most - before, qsizetype{0}, file.pixelCount());
-    if (!canGrow(map.rows, count)) {
+    constexpr qint64 forWindows = 32 * 1024 * 1024;
+    if (!canGrow(map.rows, count, forWindows)) {
         reportRefusal("no memory for its pixels");
         return false;
     }

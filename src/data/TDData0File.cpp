@@ -7,8 +7,10 @@
 #include "data/TextItems.h"
 #include "data/Utf8Blocks.h"
 
+#include <QByteArrayView>
 #include <QDebug>
 #include <QFile>
+#include <QStringDecoder>
 #include <QTextStream>
 
 #include <algorithm>
@@ -96,18 +98,29 @@ bool write(QFile& file, const void* bytes, qint64 size)
     return file.write(static_cast<const char*>(bytes), size) == size;
 }
 
-/// Takes each line of a header; false at one past the bound.
+/// A line of a header as text, without its line end.
+QString headerLine(std::string_view line)
+{
+    if (!line.empty() && line.back() == '\r') {
+        line.remove_suffix(1);
+    }
+    // A byte order mark is a character here.
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return decode(QByteArrayView(line.data(), static_cast<qsizetype>(line.size())));
+}
+
+/// Takes each line of a header; false at one past the bound, here in bytes.
 bool takeHeaderLines(data::Utf8Blocks& blocks, TDData0Header& header)
 {
+    constexpr auto most = static_cast<std::size_t>(data::longestLine);
     while (blocks.next()) {
         for (std::string_view rest = blocks.lines(); !rest.empty();) {
-            std::string_view line = rest.substr(0, rest.find('\n'));
-            rest.remove_prefix(line.size() + 1);
-            if (!line.empty() && line.back() == '\r') {
-                line.remove_suffix(1);
+            const std::string_view line = rest.substr(0, rest.find('\n'));
+            if (line.size() > most) {
+                return false;
             }
-            takeHeaderLine(QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size())),
-                           header);
+            takeHeaderLine(headerLine(line), header);
+            rest.remove_prefix(line.size() + 1);
         }
     }
     return !blocks.isLineTooLong();
@@ -130,12 +143,12 @@ bool TDData0::readHeader(TDData0Header& h, const QString& path)
     TDData0Header header = h;
     header.valid = true;
     header.headerSize = headerSizeIn(*firstLine);
-    if (!data::canAllocate(0)) {
-        data::reportRefusal("no memory to read it");
-        return false;
-    }
     QFile file(path);
     if (data::openForReading(file)) {
+        if (!data::canAllocate(data::memoryToRead(file))) {
+            data::reportRefusal("no memory to read it");
+            return false;
+        }
         constexpr std::size_t blockSize = 4 * data::Utf8Blocks::pieceSize;
         data::Utf8Blocks blocks(file, blockSize, std::max(header.headerSize, qint64{0}));
         if (!takeHeaderLines(blocks, header)) {
@@ -154,7 +167,8 @@ bool TDData0::load(const QString& path)
         return false;
     }
     const qsizetype pixels = file.pixelCount();
-    constexpr qint64 bytesOfAPixel = sizeof(double) + sizeof(bool);
+    // Lists that grow take up to twice what they need.
+    constexpr qint64 bytesOfAPixel = 2 * (sizeof(double) + sizeof(bool));
     if (!data::canAllocate(pixels * bytesOfAPixel)) {
         data::reportRefusal("no memory for its pixels");
         return false;

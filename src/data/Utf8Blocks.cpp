@@ -29,7 +29,7 @@ bool isAscii(std::string_view bytes)
     return seen < 0x80;
 }
 
-/// The characters of UTF-16 that hold a text of UTF-8.
+/// The characters of UTF-16 that hold a text of UTF-8 without its carriage returns.
 std::size_t characterCount(std::string_view text)
 {
     std::size_t count = 0;
@@ -37,7 +37,8 @@ std::size_t characterCount(std::string_view text)
         const auto bits = static_cast<unsigned char>(byte);
         const bool isContinuation = (bits & 0xC0u) == 0x80u;
         const bool opensFourBytes = bits >= 0xF0u;
-        count += (isContinuation ? 0u : 1u) + (opensFourBytes ? 1u : 0u);
+        const bool isDropped = byte == '\r';
+        count += (isContinuation || isDropped ? 0u : 1u) + (opensFourBytes ? 1u : 0u);
     }
     return count;
 }

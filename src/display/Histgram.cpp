@@ -38,7 +38,9 @@ bool Histgram::write(const QString& path, const QString& name, QString* cutShort
         return false;
     }
     const QByteArray text = fileText();
-    if ((file.write(text) != text.size() || !file.flush()) && cutShort != nullptr) {
+    const bool isTaken = file.write(text) == text.size();
+    file.close();
+    if ((!isTaken || file.error() != QFileDevice::NoError) && cutShort != nullptr) {
         *cutShort = target;
     }
     return true;

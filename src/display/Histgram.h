@@ -27,9 +27,8 @@ public:
     /// "<complete base name>_<name>.<suffix>" in the folder where that file
     /// really is; the name ends in a point when @p path has no suffix.
     ///
-    /// Only a file that is already there gets written, as it were by the user's
-    /// leave. When @p path itself is not there, the working folder stands for
-    /// its own.
+    /// Existing files only: creating one is the opt-in. When @p path itself is not
+    /// there, the working folder counts as its own.
     ///
     /// @param cutShort  takes the path of a file that could be opened but not
     ///                  written to its end; left alone otherwise

@@ -68,6 +68,36 @@ private:
     QByteArray m_text;
 };
 
+/// A device that has another text once it has been read to its end.
+class ChangingDevice : public QIODevice
+{
+public:
+    ChangingDevice(const QByteArray& before, const QByteArray& after)
+        : m_text(before)
+        , m_after(after)
+    {
+        open(ReadOnly | Unbuffered);
+    }
+    qint64 size() const override { return m_text.size(); }
+
+protected:
+    qint64 readData(char* out, qint64 maxSize) override
+    {
+        const qint64 at = std::min<qint64>(pos(), m_text.size());
+        const qint64 size = std::min<qint64>(maxSize, m_text.size() - at);
+        std::copy_n(m_text.constData() + at, size, out);
+        if (at == m_text.size()) {
+            m_text = m_after;
+        }
+        return size;
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    QByteArray m_text;
+    QByteArray m_after;
+};
+
 const QByteArray twoByOne = "# X-NUM 2\n# Y-NUM 1\n";
 
 } // namespace
@@ -132,6 +162,13 @@ private Q_SLOTS:
     void moreCommentLinesRefuseTheMap();
     void shortCommentLinesCountWhatTheyTakeInMemory();
     void refusedMapGivesItsMemoryBack();
+    void asManyRowsAsAMapMayHaveAreRead_data();
+    void asManyRowsAsAMapMayHaveAreRead();
+    void energiesBeforeARefusalAreHandedOn();
+    void largeFileIsRefusedBeforeItIsRead_data();
+    void largeFileIsRefusedBeforeItIsRead();
+    void largeFileThatNeedsACloserLookIsRead();
+    void largeFileThatChangesBetweenTheLooksIsReadAsItIsThen();
     void refusalGoesToTheDebugLog();
     void sizeGoesToTheDebugLog();
 
@@ -592,6 +629,7 @@ void tst_MapTextReader::lineIsCountedInCharacters()
     QVERIFY(!reads("\xE3\x81\x82", 16777216));
     QVERIFY(reads("\xF0\x9F\x98\x80", 8388607));
     QVERIFY(!reads("\xF0\x9F\x98\x80", 8388608));
+    QVERIFY(reads("\r", 16777215 * 2)); // dropped
     QVERIFY(reads("\xFF", 16777215));
     QVERIFY(!reads("\xFF", 16777216));
 }
@@ -650,6 +688,82 @@ void tst_MapTextReader::refusedMapGivesItsMemoryBack()
     QCOMPARE(got.map.headerLines.capacity(), 0);
     QCOMPARE(got.map.xNum, 0);
     QCOMPARE(got.map.yNum, 0);
+}
+
+void tst_MapTextReader::asManyRowsAsAMapMayHaveAreRead_data()
+{
+    QTest::addColumn<QByteArray>("row");
+    QTest::newRow("plain") << QByteArray("1 2 3\n");
+    QTest::newRow("not ASCII") << QByteArray("1 2 3 \xC3\xA9\n");
+}
+
+void tst_MapTextReader::asManyRowsAsAMapMayHaveAreRead()
+{
+    QFETCH(QByteArray, row);
+    const auto rowsOf = [&row](int count) {
+        QByteArray text = twoByOne + row.repeated(count);
+        QBuffer device(&text);
+        device.open(QIODevice::ReadOnly);
+        A2DData map;
+        const bool good = data::readMapText(device, map, {}, 130);
+        return good ? map.rows.size() : -map.rows.size() - 1;
+    };
+    QCOMPARE(rowsOf(130), 130);
+    QCOMPARE(rowsOf(131), -1);
+    QCOMPARE(rowsOf(1000), -1);
+}
+
+void tst_MapTextReader::energiesBeforeARefusalAreHandedOn()
+{
+    const Reading got =
+        read("# ENERGY : 8345\n" + QByteArray("#\n").repeated(1032445) + "# ENERGY : 1\n");
+    QVERIFY(!got.good);
+    QCOMPARE(got.energies, QStringList{"8345"});
+}
+
+void tst_MapTextReader::largeFileIsRefusedBeforeItIsRead_data()
+{
+    QTest::addColumn<QByteArray>("end");
+    QTest::newRow("long line") << QByteArray(16777217, ' ') + '\n';
+    QTest::newRow("long last line") << QByteArray(16777217, '1');
+    QTest::newRow("long comment") << '#' + QByteArray(16777217, 'c');
+    QTest::newRow("many comments") << QByteArray(" #\n").repeated(1032445);
+}
+
+void tst_MapTextReader::largeFileIsRefusedBeforeItIsRead()
+{
+    QFETCH(QByteArray, end);
+    const QByteArray rows = QByteArray("1 2 3\n").repeated(2100000); // more than 12 MiB
+    const Reading got = read(twoByOne + "# ENERGY : 8345\n" + rows + end);
+    QVERIFY(!got.good);
+    QCOMPARE(got.energies, QStringList());
+    QCOMPARE(got.map.rows.capacity(), 0);
+}
+
+// Zero bytes between the characters look like comments at first.
+void tst_MapTextReader::largeFileThatNeedsACloserLookIsRead()
+{
+    const QString rows = QStringLiteral("1 2 3\n").repeated(1100000);
+    QStringEncoder encode(QStringEncoder::Utf16, QStringEncoder::Flag::WriteBom);
+    const QByteArray text = encode(QString::fromLatin1(twoByOne) + rows);
+    const Reading got = read(text);
+    QVERIFY(got.good);
+    QCOMPARE(got.map.rows.size(), 1100000);
+    QCOMPARE(got.map.headerLines.size(), 2);
+}
+
+void tst_MapTextReader::largeFileThatChangesBetweenTheLooksIsReadAsItIsThen()
+{
+    const QByteArray many = twoByOne + QByteArray("1 2 3\n").repeated(2100000);
+    const QByteArray few = twoByOne + "1 2 3\n";
+    const QByteArray longer = many + QByteArray(16777217, ' ');
+    A2DData map;
+    ChangingDevice shrinks(many, few);
+    QVERIFY(data::readMapText(shrinks, map, {}));
+    QCOMPARE(map.rows.size(), 1);
+    ChangingDevice grows(many, longer);
+    QVERIFY(!data::readMapText(grows, map, {}));
+    QVERIFY(map.rows.isEmpty());
 }
 
 void tst_MapTextReader::refusalGoesToTheDebugLog()

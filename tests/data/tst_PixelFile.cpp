@@ -32,7 +32,7 @@ class tst_PixelFile : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void pixelsStandBehindTheEarlierRows();
+    void pixelsFollowTheEarlierRows();
     void rowsAreThoseOfTheLoadedMap_data();
     void rowsAreThoseOfTheLoadedMap();
     void pixelsStopAtTheMostThatPositionsReach();
@@ -49,7 +49,7 @@ private:
     QTemporaryDir m_dir;
 };
 
-void tst_PixelFile::pixelsStandBehindTheEarlierRows()
+void tst_PixelFile::pixelsFollowTheEarlierRows()
 {
     TDData0 source(2, 2);
     source.data = {0.5, 1.5, 2.5, 3.5};
@@ -181,12 +181,12 @@ void tst_PixelFile::largeClaimNeedsAPixelForEach64()
 void tst_PixelFile::memoryThatCannotBeHadIsNotTaken()
 {
     QVERIFY(data::canAllocate(0));
-    QVERIFY(data::canGrow(QList<double>(), 1000));
+    QVERIFY(data::canGrow(QList<double>(), 1000, 0));
 #ifdef __SANITIZE_ADDRESS__
     QSKIP("the sanitizer ends the process at such a size");
 #endif
     QVERIFY(!data::canAllocate(qint64{1} << 60));
-    QVERIFY(!data::canGrow(QList<double>(), qsizetype{1} << 56));
+    QVERIFY(!data::canGrow(QList<double>(), qsizetype{1} << 56, 0));
 }
 
 QTEST_GUILESS_MAIN(tst_PixelFile)

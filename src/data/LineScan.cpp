@@ -1,0 +1,89 @@
+#include "data/LineScan.h"
+
+#include "data/A2DData.h"
+#include "data/LineWords.h"
+#include "data/ReadBounds.h"
+
+#include <QIODevice>
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace data
+{
+namespace
+{
+
+/// Counts lines, from blocks of bytes that may end anywhere.
+class LineScan
+{
+public:
+    void take(const char* at, const char* end)
+    {
+        while (at != end) {
+            if (m_isBeforeText) {
+                at = skipBlanks(at, end);
+            }
+            const std::string_view rest(at, end);
+            const std::size_t length = std::min(rest.find('\n'), rest.size());
+            m_length += static_cast<qint64>(length);
+            if (length == rest.size()) {
+                return;
+            }
+            endLine();
+            at += length + 1;
+        }
+    }
+
+    void endLine()
+    {
+        ++m_lines;
+        m_longest = std::max(m_longest, m_length);
+        m_comments += m_isComment ? m_length + commentLineCost : 0;
+        m_length = 0;
+        m_isComment = false;
+        m_isBeforeText = true;
+    }
+
+    bool isPastABound() const
+    {
+        return m_lines > maxMapPixels || m_longest > longestLine || m_comments > maxCommentText;
+    }
+
+private:
+    const char* skipBlanks(const char* at, const char* end)
+    {
+        const char* const text =
+            std::find_if_not(at, end, [](char byte) { return byteKind(byte) == ByteKind::Blank; });
+        m_length += text - at;
+        if (text != end) {
+            m_isBeforeText = false;
+            m_isComment = *text == '#' || byteKind(*text) == ByteKind::Odd;
+        }
+        return text;
+    }
+
+    qint64 m_lines = 0;
+    qint64 m_longest = 0;  ///< bytes
+    qint64 m_comments = 0; ///< as they count against maxCommentText
+    qint64 m_length = 0;   ///< of the line under way
+    bool m_isBeforeText = true;
+    bool m_isComment = false;
+};
+
+} // namespace
+
+bool mayBeRefused(QIODevice& device)
+{
+    std::array<char, 65536> block;
+    LineScan lines;
+    for (qint64 got = 1; got > 0;) {
+        got = device.read(block.data(), qint64{block.size()});
+        lines.take(block.data(), block.data() + std::max(got, qint64{0}));
+    }
+    lines.endLine();
+    return lines.isPastABound();
+}
+
+} // namespace data
