@@ -121,7 +121,7 @@ void checkFile(const QByteArray& bytes)
     Reading found;
     // Behind a byte order mark what broken text decodes to depends on the pieces.
     if (fuzz::oneIn(4, bytes) && !QStringConverter::encodingForData(bytes.left(4))) {
-        fuzz::OddDevice device(bytes, 1 + bytes.size() % 9, bytes.size() % 2 == 0);
+        tests::OddDevice device(bytes, 1 + bytes.size() % 9, bytes.size() % 2 == 0);
         readInto(found, device);
     } else {
         readBuffer(found, bytes);
