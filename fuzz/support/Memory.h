@@ -3,6 +3,8 @@
 
 #include <QtGlobal>
 
+#include <utility>
+
 namespace fuzz
 {
 
@@ -11,7 +13,11 @@ namespace fuzz
 inline constexpr qint64 plentyOfMemory = qint64{1} << 40;
 inline qint64 freeMemory = plentyOfMemory; // bytes
 
-/// Leaves only @p bytes free while it lives.
+/// The most that the product has asked for at once; below 0 while it has not asked.
+inline qint64 mostAsked = -1; // bytes
+
+/// Leaves only @p bytes free while it lives. What the product asks for counts whole,
+/// with what it wants to keep free beside: mostAskedBy() tells how much that is.
 class LittleMemory
 {
 public:
@@ -19,5 +25,21 @@ public:
     ~LittleMemory() { freeMemory = plentyOfMemory; }
     Q_DISABLE_COPY_MOVE(LittleMemory)
 };
+
+/// The most bytes that the product asks for at once in @p action, with plenty free.
+/// With as many free the action must succeed, with any fewer it must fail.
+template <typename Action>
+qint64 mostAskedBy(Action&& action)
+{
+    mostAsked = -1;
+    std::forward<Action>(action)();
+    return mostAsked;
+}
+
+/// A number of bytes below @p most, close to it or about half of it.
+inline qint64 tooLittle(qint64 most, bool isClose)
+{
+    return isClose || most < 2 ? most - 1 : most / 2;
+}
 
 } // namespace fuzz

@@ -101,18 +101,34 @@ void checkPixels(const A2DData& map)
     FUZZ_REQUIRE(values.size() == (map.rows.isEmpty() ? 2 : 0));
 }
 
-/// Without memory for all rows the map is refused and left empty.
+/// With just the memory that is asked for the map is read; with less it is refused and
+/// left empty.
 void checkLittleMemory(const Reading& expected, const QByteArray& bytes)
 {
-    const fuzz::LittleMemory memory(bytes.size() * 4);
     Reading found;
-    readBuffer(found, bytes);
-    if (found.map.rows.size() == expected.map.rows.size()) {
+    const qint64 most = fuzz::mostAskedBy([&] { readBuffer(found, bytes); });
+    {
+        const fuzz::LittleMemory memory(most);
+        found = {};
+        readBuffer(found, bytes);
         checkSame(found, expected);
-    } else {
-        FUZZ_REQUIRE(!found.good && found.map.rows.isEmpty() && found.map.headerLines.isEmpty());
-        FUZZ_REQUIRE(found.map.xNum == 0 && found.map.yNum == 0);
     }
+    const fuzz::LittleMemory memory(fuzz::tooLittle(most, bytes.size() % 2 == 0));
+    found = {};
+    readBuffer(found, bytes);
+    FUZZ_REQUIRE(!found.good && found.map.rows.isEmpty() && found.map.headerLines.isEmpty());
+    FUZZ_REQUIRE(found.map.xNum == 0 && found.map.yNum == 0);
+}
+
+/// A device that fails ends the text.
+void checkFailingDevice(const QByteArray& bytes)
+{
+    const qint64 end = qChecksum(QByteArrayView(bytes)) % (bytes.size() + 1);
+    tests::OddDevice device(bytes, 1 + bytes.size() % 300, bytes.size() % 2 == 0);
+    device.failAt(end);
+    Reading found;
+    readInto(found, device);
+    checkSame(found, plainReading(bytes.left(end)));
 }
 
 void checkFile(const QByteArray& bytes)
@@ -120,8 +136,9 @@ void checkFile(const QByteArray& bytes)
     const Reading expected = plainReading(bytes);
     Reading found;
     // Behind a byte order mark what broken text decodes to depends on the pieces.
-    if (fuzz::oneIn(4, bytes) && !QStringConverter::encodingForData(bytes.left(4))) {
-        fuzz::OddDevice device(bytes, 1 + bytes.size() % 9, bytes.size() % 2 == 0);
+    const bool hasMark = QStringConverter::encodingForData(bytes.left(4)).has_value();
+    if (!hasMark && fuzz::oneIn(4, bytes)) {
+        tests::OddDevice device(bytes, 1 + bytes.size() % 9, bytes.size() % 2 == 0);
         readInto(found, device);
     } else {
         readBuffer(found, bytes);
@@ -134,6 +151,9 @@ void checkFile(const QByteArray& bytes)
         readBuffer(again, bytes.sliced(bytes.size() / 2)); // another file before
         readBuffer(again, bytes);
         checkSame(again, expected);
+    }
+    if (!hasMark && fuzz::oneIn(13, bytes)) {
+        checkFailingDevice(bytes);
     }
     if (fuzz::oneIn(11, bytes)) {
         checkLittleMemory(expected, bytes);

@@ -5,11 +5,13 @@
 #include "support/FuzzTarget.h"
 #include "support/Memory.h"
 #include "support/MemoryFile.h"
+#include "support/OddDevice.h"
 #include "support/OneIn.h"
 #include "support/PlainSpectrumReader.h"
 #include "support/SameDouble.h"
 
 #include <QBuffer>
+#include <QStringConverter>
 
 #include <algorithm>
 #include <array>
@@ -132,17 +134,47 @@ void checkPath(const AMutE& expected, const QByteArray& bytes)
     }
 }
 
-/// Without memory for all points the read fails and leaves none.
+/// With just the memory that is asked for the points are read; with less the read
+/// fails and leaves none.
 void checkLittleMemory(const AMutE& expected, const QByteArray& bytes)
 {
-    const fuzz::LittleMemory memory(bytes.size() * 4);
     AMutE record = recordFor(bytes);
-    if (readDevice(record, bytes)) {
+    const qint64 most = fuzz::mostAskedBy([&] { readDevice(record, bytes); });
+    {
+        const fuzz::LittleMemory memory(most);
+        record = recordFor(bytes);
+        FUZZ_REQUIRE(readDevice(record, bytes) == expected.valid);
         FUZZ_REQUIRE(isSame(record, expected));
-    } else {
-        FUZZ_REQUIRE(!record.valid && record.points.isEmpty());
-        FUZZ_REQUIRE(record.minEnergy == 1e300 && record.maxEnergy == -1e300);
     }
+    const fuzz::LittleMemory memory(fuzz::tooLittle(most, bytes.size() % 2 == 0));
+    record = recordFor(bytes);
+    FUZZ_REQUIRE(!readDevice(record, bytes));
+    FUZZ_REQUIRE(!record.valid && record.points.isEmpty());
+    FUZZ_REQUIRE(record.minEnergy == 1e300 && record.maxEnergy == -1e300);
+}
+
+/// Whether the text means the same in whatever pieces it is decoded.
+bool isPlainUtf8(const QByteArray& bytes)
+{
+    return !QStringConverter::encodingForData(bytes.left(4)) &&
+           QString::fromUtf8(bytes).toUtf8() == bytes;
+}
+
+/// A device that delivers odd pieces, and one that fails: the text ends there.
+void checkOddDevices(const AMutE& expected, const QByteArray& bytes)
+{
+    const qint64 largest = 1 + bytes.size() % 300;
+    tests::OddDevice device(bytes, largest, false);
+    AMutE record = recordFor(bytes);
+    FUZZ_REQUIRE(record.readDevice(device) == expected.valid);
+    FUZZ_REQUIRE(isSame(record, expected));
+
+    const qint64 end = qChecksum(QByteArrayView(bytes)) % (bytes.size() + 1);
+    tests::OddDevice failing(bytes, largest, false);
+    failing.failAt(end);
+    record = recordFor(bytes);
+    const bool isRead = record.readDevice(failing);
+    checkPoints(record, isRead, bytes.left(end));
 }
 
 /// Energies at, between and beyond the points, and such as are none.
@@ -257,6 +289,9 @@ void fuzz::tryInput(const QByteArray& bytes)
     }
     if (oneIn(5, bytes)) {
         checkSecondRead(record, bytes);
+    }
+    if (oneIn(6, bytes) && isPlainUtf8(bytes)) {
+        checkOddDevices(record, bytes);
     }
     if (oneIn(7, bytes)) {
         checkLittleMemory(record, bytes);

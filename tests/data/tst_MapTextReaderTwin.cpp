@@ -1,6 +1,7 @@
 // The reader of text maps against the plain road: every value and byte equal.
 #include "data/A2DData.h"
 #include "data/MapTextReader.h"
+#include "support/OddDevice.h"
 #include "support/PlainMapReader.h"
 #include "support/TestFiles.h"
 
@@ -27,34 +28,6 @@ data::EnergyHandler collectInto(QStringList& energies)
 {
     return [&energies](const QString& text) { energies.append(text); };
 }
-
-/// A device that delivers at most @p step bytes at a time.
-class DrippingDevice : public QIODevice
-{
-public:
-    DrippingDevice(const QByteArray& text, qint64 step)
-        : m_text(text)
-        , m_step(step)
-    {
-        open(ReadOnly | Unbuffered);
-    }
-    bool isSequential() const override { return true; }
-
-protected:
-    qint64 readData(char* out, qint64 maxSize) override
-    {
-        const qint64 size = std::min({maxSize, m_step, m_text.size() - m_pos});
-        std::copy_n(m_text.constData() + m_pos, size, out);
-        m_pos += size;
-        return size;
-    }
-    qint64 writeData(const char*, qint64) override { return -1; }
-
-private:
-    QByteArray m_text;
-    qint64 m_step;
-    qint64 m_pos = 0;
-};
 
 Reading readFrom(QIODevice& device)
 {
@@ -384,7 +357,7 @@ private Q_SLOTS:
 
 private:
     /// Names the difference between twin and product on @p text; empty when
-    /// they agree, also when the device delivers @p step bytes at a time.
+    /// they agree, also when the device delivers at most @p step bytes at a time.
     QString check(const QByteArray& text, qint64 step = 0);
 
     QTemporaryDir m_dir;
@@ -408,7 +381,7 @@ QString tst_MapTextReaderTwin::check(const QByteArray& text, qint64 step)
     }
     QString found = difference(twin, readFrom(file));
     if (found.isEmpty() && step > 0) {
-        DrippingDevice device(text, step);
+        tests::OddDevice device(text, step, true);
         found = difference(twin, readFrom(device));
     }
     return found.isEmpty() ? found

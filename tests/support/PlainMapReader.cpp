@@ -94,6 +94,33 @@ void takeAllLines(QTextStream& stream, PlainState& state, A2DData& map,
     }
 }
 
+/// As many columns as rows that share the first one's y, as many lines as rows that
+/// share its x. The first row counts even where it holds no number to share.
+void countSize(A2DData& map)
+{
+    map.xNum = map.yNum = 0;
+    for (qsizetype i = 0; i < map.rows.size(); ++i) {
+        if (i == 0 || map.rows.at(i).y == map.rows.at(0).y) {
+            ++map.xNum;
+        }
+        if (i == 0 || map.rows.at(i).x == map.rows.at(0).x) {
+            ++map.yNum;
+        }
+    }
+}
+
+/// The bounds are written out here so that a change of the product's is noticed.
+bool isClaimTooLarge(const A2DData& map)
+{
+    const qint64 columns = map.xNum < 1 ? 1 : map.xNum;
+    const qint64 lines = map.yNum < 1 ? 1 : map.yNum;
+    const qint64 pixels = columns * lines; // two ints fit
+    if (pixels > 1048576 && pixels > 64 * map.rows.size()) {
+        return true;
+    }
+    return pixels > 33554432;
+}
+
 } // namespace
 
 bool readPlainMap(const QString& path, A2DData& map, const data::EnergyHandler& energyFound)
@@ -109,9 +136,9 @@ bool readPlainMap(QIODevice& device, A2DData& map, const data::EnergyHandler& en
     QTextStream stream(&device);
     takeAllLines(stream, state, map, energyFound);
     if (state.kind == 1) {
-        map.deriveSize();
+        countSize(map);
     }
-    if (data::isSizeTooLarge(map.xNum, map.yNum, map.rows.size())) {
+    if (isClaimTooLarge(map)) {
         map.xNum = map.yNum = 0;
     }
     return map.xNum > 0 && map.yNum > 0 && !map.rows.isEmpty();

@@ -1,13 +1,14 @@
-// A device that delivers its bytes in pieces of odd sizes.
+// A device that delivers its bytes in pieces of odd sizes, and may fail.
 #pragma once
 
 #include <QByteArray>
 #include <QIODevice>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
-namespace fuzz
+namespace tests
 {
 
 /// Holds bytes and delivers as few at a time as it likes, down to one. Sequential
@@ -15,14 +16,19 @@ namespace fuzz
 class OddDevice : public QIODevice
 {
 public:
-    /// @param largest  bytes of the largest piece
+    /// @param largest  bytes of the largest piece, 1 or more
     OddDevice(const QByteArray& bytes, qint64 largest, bool isSequential)
         : m_bytes(bytes)
+        , m_failsAt(bytes.size())
         , m_largest(largest)
         , m_isSequential(isSequential)
     {
         open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
+
+    /// Makes every read at and behind byte @p position fail, while size() and atEnd()
+    /// promise the rest.
+    void failAt(qint64 position) { m_failsAt = std::min<qint64>(position, m_bytes.size()); }
 
     bool isSequential() const override { return m_isSequential; }
     qint64 size() const override { return m_isSequential ? 0 : m_bytes.size(); }
@@ -37,8 +43,7 @@ public:
 protected:
     qint64 readData(char* out, qint64 most) override
     {
-        m_piece = m_piece * 5 % 11 + 1;
-        const qint64 count = std::min({most, m_bytes.size() - m_next, 1 + m_piece % m_largest});
+        const qint64 count = std::min({most, m_failsAt - m_next, nextPiece()});
         if (count <= 0) {
             return most == 0 ? 0 : -1;
         }
@@ -50,11 +55,18 @@ protected:
     qint64 writeData(const char*, qint64) override { return -1; }
 
 private:
+    qint64 nextPiece()
+    {
+        m_random = m_random * 1664525u + 1013904223u;
+        return 1 + static_cast<qint64>(m_random >> 8) % m_largest;
+    }
+
     QByteArray m_bytes;
+    qint64 m_failsAt;
     qint64 m_largest;
     bool m_isSequential;
     qint64 m_next = 0;
-    qint64 m_piece = 1;
+    std::uint32_t m_random = 1;
 };
 
-} // namespace fuzz
+} // namespace tests
