@@ -40,9 +40,10 @@ void printNote(std::string_view end)
 }
 
 // The program ends as it would have without it: the signal comes again.
-void onFault(int)
+void onFault(int signal)
 {
     printNote(": the program ended here\n");
+    ::raise(signal);
 }
 
 #ifndef AELK_ASKS_THE_SANITIZER
