@@ -5,6 +5,7 @@
 #include "display/Legend.h"
 #include "display/MarkLines.h"
 #include "panel/FourPs.h"
+#include "random/MouseDraws.h"
 #include "support/MouseInput.h"
 
 namespace tests
@@ -23,17 +24,13 @@ QPointF placeIn(const QWidget* widget, Draw& draw)
     return {x + 0.25 * draw.upTo(4), double(draw.upTo(widget->height()))};
 }
 
-Qt::MouseButton buttonOf(Draw& draw)
+/// A turn of the wheel: a notch up or down most of the time, otherwise part of one,
+/// sideways or aslant.
+QPoint someTurn(Draw& draw)
 {
-    return draw.oneOf({Qt::LeftButton, Qt::LeftButton, Qt::LeftButton, Qt::RightButton,
-                       Qt::MiddleButton, Qt::BackButton});
-}
-
-Qt::KeyboardModifiers keysOf(Draw& draw)
-{
-    return draw.oneOf<Qt::KeyboardModifiers>(
-        {Qt::NoModifier, Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier,
-         Qt::AltModifier, Qt::ShiftModifier | Qt::ControlModifier});
+    const int size = draw.oneOf({120, 120, 120, 15, 1, 1200});
+    const int turn = draw.onceIn(2) ? size : -size;
+    return draw.oneOf<QPoint>({{0, turn}, {0, turn}, {0, turn}, {turn, 0}, {turn, -turn}});
 }
 
 } // namespace
@@ -90,9 +87,10 @@ QString MouseActions::turn(Draw& draw)
     const QPointF at = placeIn(surface, draw);
     move(surface, at);
     const int turns = draw.onceIn(20) ? 300 : 1 + draw.upTo(3);
-    const int notch = draw.onceIn(2) ? 120 : -120;
+    const QPoint delta = someTurn(draw);
+    const Qt::KeyboardModifiers keys = someKeys(draw);
     for (int i = 0; i < turns; ++i) {
-        turnWheel(surface, at, {0, notch});
+        turnWheel(surface, at, delta, keys);
     }
     return QStringLiteral("%1 times in %2").arg(turns).arg(PanelWindows::nameOf(surface));
 }
@@ -118,8 +116,8 @@ QString MouseActions::stroke(Draw& draw)
         return {};
     }
     QWidget* surface = draw.oneOf(all);
-    const Qt::MouseButton button = buttonOf(draw);
-    const Qt::KeyboardModifiers keys = keysOf(draw);
+    const Qt::MouseButton button = someButton(draw);
+    const Qt::KeyboardModifiers keys = someKeys(draw);
     if (!draw.onceIn(6)) {
         press(surface, placeIn(surface, draw), button, keys);
     }
@@ -140,8 +138,8 @@ QString MouseActions::doubleClickAt(Draw& draw)
     }
     QWidget* surface = draw.oneOf(all);
     const QPointF at = placeIn(surface, draw);
-    const Qt::MouseButton button = buttonOf(draw);
-    const Qt::KeyboardModifiers keys = keysOf(draw);
+    const Qt::MouseButton button = someButton(draw);
+    const Qt::KeyboardModifiers keys = someKeys(draw);
     press(surface, at, button, keys);
     letGo(surface, at, button, keys);
     doubleClick(surface, at, button, keys);
@@ -160,10 +158,12 @@ QString MouseActions::pressInLegend(Draw& draw)
 {
     DispArea* surface = m_windows.panel().Disps->frame(Displays::DMuts)->DispA;
     const int row = draw.upTo(8);
+    const Qt::MouseButton button = mostlyLeftButton(draw);
+    const Qt::KeyboardModifiers keys = someKeys(draw);
     if (surface->isVisible()) {
         const QPointF at = Legend(surface->cc).box(row).center();
-        press(surface, at);
-        letGo(surface, at, Qt::LeftButton, {});
+        press(surface, at, button, keys);
+        letGo(surface, at, button, keys);
     }
     return QString::number(row);
 }
@@ -175,12 +175,14 @@ QString MouseActions::dragLine(Draw& draw)
     const int line = draw.upTo(static_cast<int>(surface->markLines->lines.size()));
     const double step = draw.oneOf({7.0, -4.0, 0.5});
     const bool isLetGo = !draw.onceIn(3);
+    const Qt::MouseButton button = mostlyLeftButton(draw);
+    const Qt::KeyboardModifiers keys = someKeys(draw);
     if (surface->isVisible()) {
         const QPointF from(surface->cc.r2sX(surface->markLines->value(line)), 20.0);
-        press(surface, from);
-        move(surface, from + QPointF(step, 0.0), Qt::LeftButton);
+        press(surface, from, button, keys);
+        move(surface, from + QPointF(step, 0.0), button, keys);
         if (isLetGo) {
-            letGo(surface, from + QPointF(1.5 * step, 0.0), Qt::LeftButton, {});
+            letGo(surface, from + QPointF(1.5 * step, 0.0), button, keys);
         }
     }
     return QString::number(line) + (isLetGo ? ", let go" : "");
@@ -192,11 +194,13 @@ QString MouseActions::dragBar(Draw& draw)
     cBar* bar = draw.oneOf({panel.MapDisp, panel.DMapDisp})->CBar;
     const int row = draw.onceIn(2) ? bar->maxLineY : bar->minLineY;
     const QPointF to = placeIn(bar, draw);
+    const Qt::MouseButton button = mostlyLeftButton(draw);
+    const Qt::KeyboardModifiers keys = someKeys(draw);
     if (bar->isVisible()) {
-        press(bar, {3.0, double(row)});
-        move(bar, to, Qt::LeftButton);
+        press(bar, {3.0, double(row)}, button, keys);
+        move(bar, to, button, keys);
         if (!draw.onceIn(3)) {
-            release(bar, to);
+            release(bar, to, button, keys);
         }
     }
     return PanelWindows::nameOf(bar);

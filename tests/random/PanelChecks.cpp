@@ -132,7 +132,8 @@ void PanelChecks::checkLimits(const DispMBase* map)
                             (isHighTyped || shown(map->MaxV) == low);
     if (!isShown && !isReversed) {
         complain(QStringLiteral("%1: limits [%2, %3], shown [%4, %5]")
-                     .arg(map->Title->text(), low, high, map->MinV->text(), map->MaxV->text()));
+                     .arg(map->Title->text(), low, high, map->MinV->text().left(40),
+                          map->MaxV->text().left(40)));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "random/RandomFiles.h"
 
+#include "support/MapText.h"
 #include "support/SpectrumText.h"
 
 #include <QDir>
@@ -14,21 +15,6 @@ namespace tests
 
 namespace
 {
-
-QByteArray mapText(int width, int height, int seed, const QByteArray& energy)
-{
-    QByteArray text = "# map\n# X-NUM " + QByteArray::number(width) + "\n# Y-NUM " +
-                      QByteArray::number(height) + "\n";
-    if (!energy.isEmpty()) {
-        text += "# ENERGY : " + energy + "\n";
-    }
-    for (int i = 0; i < width * height; ++i) {
-        const int counts = 100 + (i * 37 + seed * 53) % 211;
-        text += QByteArray::number(i % width) + ' ' + QByteArray::number(i / width) + ' ' +
-                QByteArray::number(counts) + " 400\n";
-    }
-    return text;
-}
 
 /// A binary map whose header claims @p width by @p height pixels, with the values of
 /// @p pixels.

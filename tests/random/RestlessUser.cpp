@@ -63,6 +63,7 @@ QString RestlessUser::act(int action)
 void RestlessUser::tidy()
 {
     clearWhatGrows();
+    m_widgets.shortenTexts();
     const auto& ui = m_windows.panel().ui;
     for (QLineEdit* edit : {ui.HgABoxes, ui.HgTBoxes}) {
         if (edit->text().toDouble() > mostBoxes) {

@@ -35,8 +35,8 @@ public:
 
     /// Call it after the checks of an action. Keeps what grows by design within
     /// limits: lines of the message box, spectra for display, points of the
-    /// comparison; and what takes long within others: sizes of windows, numbers of
-    /// bins.
+    /// comparison, long texts in fields; and what takes long within others: sizes of windows,
+    /// numbers of bins.
     void tidy();
 
     /// Brings the panel to a state that is always the same size in memory.
@@ -45,6 +45,9 @@ public:
     /// The pixels of the maps in use and of the visible windows together, to which
     /// the time of an action is in proportion.
     double pixels() const;
+
+    /// Bytes that fields keep for ever since they had a long text.
+    double keptByFields() const { return m_widgets.keptByFields(); }
 
 private:
     const ActionKind& chosen(Draw& draw) const;

@@ -2,12 +2,15 @@
 
 #include "display/DispMBase.h"
 #include "panel/FourPs.h"
+#include "random/AllocatedMemory.h"
+#include "random/MouseDraws.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
 #include "rows/AXafsFileSelect.h"
 #include "support/MouseInput.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -20,7 +23,9 @@ namespace tests
 namespace
 {
 
-constexpr int longText = 100000; // characters
+// Characters. Ordinary texts are the longest paths and all shorter ones.
+constexpr int longText = 100000;
+constexpr int ordinaryText = 5000;
 
 void pressKey(QWidget* widget, int key, Qt::KeyboardModifiers keys = {}, const QString& text = {})
 {
@@ -48,7 +53,7 @@ void commit(QWidget* widget, const QString& text)
     QCoreApplication::sendEvent(widget, &event);
 }
 
-/// Texts that no field expects, long ones rarely.
+/// Texts that no field expects.
 QString oddText(Draw& draw)
 {
     static const QStringList texts{
@@ -79,47 +84,10 @@ QString oddText(Draw& draw)
         QString(QChar(0xdc00)) + QStringLiteral("5"),
         QString::fromUtf8("\xf0\x9f\x98\x80"),
         QString(QChar(0x202e)) + QStringLiteral("12")};
-    if (draw.onceIn(60)) {
-        return QString(longText, draw.onceIn(2) ? u'7' : QChar(0x4e8c));
-    }
     return draw.oneOf(texts);
 }
 
-QString shortened(const QString& text)
-{
-    return text.size() < 60
-               ? text
-               : QStringLiteral("%1 characters of %2").arg(text.size()).arg(text.at(0));
-}
-
 } // namespace
-
-WidgetActions::WidgetActions(PanelWindows& windows)
-    : m_windows(windows)
-{
-    const QList<QLineEdit*> fields = fieldsOfLongTexts();
-    for (QLineEdit* field : fields) {
-        const QSignalBlocker quiet(field);
-        const QString text = field->text();
-        field->insert(QString(longText, u'0'));
-        field->setText(text);
-    }
-}
-
-// One of each use, for the time and the memory that they take.
-QList<QLineEdit*> WidgetActions::fieldsOfLongTexts() const
-{
-    const FourPs& panel = m_windows.panel();
-    return {panel.EPoints.first()->Energy,
-            panel.EPoints.first()->Mut1,
-            panel.Refs.RefRows.first()->Valence,
-            panel.MultiEnergys,
-            panel.ui.EdgeE,
-            panel.ui.HgAFrom,
-            panel.ui.HgTBoxes,
-            panel.ui.SaveFSelect->FileName,
-            panel.MapDisp->MaxV};
-}
 
 QList<ActionKind> WidgetActions::kinds()
 {
@@ -128,6 +96,7 @@ QList<ActionKind> WidgetActions::kinds()
         {"choice", 16, [this](Draw& draw) { return pressInPanel(draw); }},
         {"calculation", 10, [this](Draw& draw) { return calculate(draw); }},
         {"text", 14, [this](Draw& draw) { return typeAnywhere(draw); }},
+        {"long text", 1, [this](Draw& draw) { return typeLongText(draw); }},
         {"number", 16, [this](Draw& draw) { return typeUseful(draw); }},
         {"limit", 6, [this](Draw& draw) { return typeLimit(draw); }},
         {"keys", 3, [this](Draw& draw) { return pressKeys(draw); }},
@@ -138,13 +107,14 @@ QList<ActionKind> WidgetActions::kinds()
     };
 }
 
-QString WidgetActions::click(QAbstractButton* button, Qt::MouseButton mouse)
+QString WidgetActions::click(QAbstractButton* button, Qt::MouseButton mouse,
+                             Qt::KeyboardModifiers keys)
 {
     const QString name = PanelWindows::nameOf(button);
     // At the indicator, where a box has one.
     const QPointF at(std::min(8, button->width() / 2), button->height() / 2);
-    press(button, at, mouse);
-    release(button, at, mouse);
+    press(button, at, mouse, keys);
+    release(button, at, mouse, keys);
     return name + (button->isChecked() ? " is on" : "");
 }
 
@@ -158,7 +128,7 @@ QString WidgetActions::pressAny(Draw& draw)
         return {};
     }
     QAbstractButton* button = draw.oneOf(buttons);
-    return click(button, draw.onceIn(20) ? Qt::RightButton : Qt::LeftButton);
+    return draw.onceIn(10) ? click(button, someButton(draw), someKeys(draw)) : click(button);
 }
 
 QString WidgetActions::pressInPanel(Draw& draw)
@@ -193,10 +163,7 @@ QString WidgetActions::type(QLineEdit* edit, Draw& draw)
 {
     static const QStringList numbers{"0.5", "1", "2.25", "3", "-1", "8350", "8381", "100", "-50"};
     const QString name = PanelWindows::nameOf(edit);
-    QString text = draw.onceIn(2) ? draw.oneOf(numbers) : oddText(draw);
-    if (!fieldsOfLongTexts().contains(edit)) {
-        text.truncate(longText / 100);
-    }
+    const QString text = draw.onceIn(2) ? draw.oneOf(numbers) : oddText(draw);
     goTo(edit);
     if (!draw.onceIn(3)) {
         pressKey(edit, Qt::Key_A, Qt::ControlModifier);
@@ -214,13 +181,102 @@ QString WidgetActions::type(QLineEdit* edit, Draw& draw)
         pressKey(edit, draw.onceIn(4) ? Qt::Key_Tab : Qt::Key_Return);
     }
     return QStringLiteral("%1 = %2%3")
-        .arg(name, shortened(text), isConfirmed ? QStringLiteral(", Enter") : QString());
+        .arg(name, text, isConfirmed ? QStringLiteral(", Enter") : QString());
 }
 
 QString WidgetActions::typeAnywhere(Draw& draw)
 {
     const QList<QLineEdit*> edits = m_windows.visible<QLineEdit>();
     return edits.isEmpty() ? QString() : type(draw.oneOf(edits), draw);
+}
+
+QString WidgetActions::typeLongText(Draw& draw)
+{
+    const QList<QLineEdit*> edits = m_windows.visible<QLineEdit>();
+    if (edits.isEmpty()) {
+        return {};
+    }
+    QLineEdit* edit = draw.oneOf(edits);
+    prepareForLongText(edit);
+    m_longTexts.removeAll(edit);
+    m_longTexts.append(edit);
+    const QChar letter = draw.oneOf<QChar>({u'7', u'0', u'x', u' ', QChar(0x4e8c)});
+    goTo(edit);
+    if (!draw.onceIn(3)) {
+        pressKey(edit, Qt::Key_A, Qt::ControlModifier);
+        pressKey(edit, Qt::Key_Delete);
+    }
+    commit(edit, QString(longText, letter));
+    const bool isConfirmed = draw.onceIn(2);
+    if (isConfirmed) {
+        pressKey(edit, Qt::Key_Return);
+    }
+    return QStringLiteral("%1 = %2 times %3%4")
+        .arg(PanelWindows::nameOf(edit))
+        .arg(longText)
+        .arg(letter)
+        .arg(isConfirmed ? QStringLiteral(", Enter") : QString());
+}
+
+// The list of things to take back has an item for each character that came or went,
+// and its memory is kept when it is emptied. Between two calls of shortenTexts() there
+// may be one long text that goes and one that comes.
+void WidgetActions::prepareForLongText(QLineEdit* edit)
+{
+    if (m_preparedFields.contains(edit)) {
+        return;
+    }
+    m_preparedFields.insert(edit);
+    const QSignalBlocker quiet(edit);
+    const QString text = edit->text();
+    const double before = allocatedBytes();
+    edit->insert(QString(2 * longText, u'0'));
+    edit->setText(text);
+    m_keptByFields += allocatedBytes() - before;
+}
+
+// A field may have got its text from another one: energies go on to the rows.
+void WidgetActions::findLongTexts()
+{
+    for (const QWidget* window : m_windows.all()) {
+        const auto edits = window->findChildren<QLineEdit*>();
+        for (QLineEdit* edit : edits) {
+            if (edit->text().size() > ordinaryText && !m_longTexts.contains(edit)) {
+                prepareForLongText(edit);
+                m_longTexts.append(edit);
+            }
+        }
+    }
+}
+
+void WidgetActions::shortenTexts()
+{
+    constexpr int mostLongTexts = 2;
+    findLongTexts();
+    int kept = 0;
+    for (qsizetype i = m_longTexts.size() - 1; i >= 0; --i) {
+        QLineEdit* edit = m_longTexts.at(i);
+        const QString text = edit->text();
+        const bool isLong = text.size() > ordinaryText;
+        const bool stays = isLong && text.size() <= longText && kept < mostLongTexts;
+        {
+            const QSignalBlocker quiet(edit);
+            const bool wasTyped = edit->isModified();
+            edit->setText(stays ? text : text.left(ordinaryText)); // forgets what was
+            edit->setModified(wasTyped);
+        }
+        if (stays) {
+            ++kept;
+            continue;
+        }
+        m_longTexts.removeAt(i);
+        if (isLong) {
+            enterText(edit, QStringLiteral("1"));
+        }
+    }
+    if (QApplication::clipboard()->text().size() > ordinaryText) {
+        QApplication::clipboard()->clear(); // would be pasted into fields that are not ready
+    }
 }
 
 // What calculations read, with numbers that suit, most of the time.

@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <array>
+
 class FourPs;
 
 namespace tests
@@ -27,6 +29,7 @@ public:
     QString check();
 
 private:
+    std::array<bool, 13> wantedColumns() const;
     QByteArray expectedMap() const;
     QString checkHistogram(const QString& path, int which) const;
 

@@ -52,9 +52,10 @@ inline void drag(QWidget* widget, const QPointF& at, Qt::KeyboardModifiers keys 
 }
 
 /// A turn of the wheel; @p delta in eighths of a degree, a notch is 120.
-inline void turnWheel(QWidget* widget, const QPointF& at, const QPoint& delta)
+inline void turnWheel(QWidget* widget, const QPointF& at, const QPoint& delta,
+                      Qt::KeyboardModifiers keys = {})
 {
-    QWheelEvent event(at, widget->mapToGlobal(at), QPoint(), delta, Qt::NoButton, Qt::NoModifier,
+    QWheelEvent event(at, widget->mapToGlobal(at), QPoint(), delta, Qt::NoButton, keys,
                       Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(widget, &event);
 }

@@ -6,6 +6,7 @@
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
 #include "support/DropInput.h"
+#include "support/MapText.h"
 #include "support/MouseInput.h"
 #include "support/SpectrumText.h"
 #include "support/TestFiles.h"
@@ -21,21 +22,6 @@ namespace
 const QStringList numbers{"0.5", "1", "2.25", "3", "-1", "", "x"};
 const QStringList energies{"8313", "8381", "8390", "8404.5", "8460", "8350.25", "", "x"};
 const QStringList offsets{"-50", "-20", "100", "60", "0"};
-
-/// A map of counts, with an energy where @p energy is not empty.
-QByteArray mapText(int width, int height, int seed, const QByteArray& energy)
-{
-    QByteArray text = "# map\n# X-NUM " + QByteArray::number(width) + "\n# Y-NUM " +
-                      QByteArray::number(height) + "\n";
-    if (!energy.isEmpty()) {
-        text += "# ENERGY : " + energy + "\n";
-    }
-    for (int i = 0; i < width * height; ++i) {
-        const int counts = 100 + (i * 37 + seed * 53) % 211;
-        text += "0 0 " + QByteArray::number(counts) + " 400\n";
-    }
-    return text;
-}
 
 } // namespace
 
