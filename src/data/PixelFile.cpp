@@ -12,7 +12,7 @@
 
 static_assert(std::endian::native == std::endian::little && sizeof(double) == 8 &&
                   sizeof(bool) == 1,
-              "pixels and flags are read as the file has them");
+              "pixels and flags are moved between lists and file as they are");
 
 namespace data
 {

@@ -1,5 +1,4 @@
 // The rows that a binary map file puts behind those of a map.
-#include "data/MemoryCheck.h"
 #include "data/PixelFile.h"
 #include "data/TDData0.h"
 #include "support/DebugLog.h"
@@ -41,7 +40,6 @@ private Q_SLOTS:
     void pixelsBeforeTheHeaderAreNotRead();
     void largeClaimNeedsAPixelForEach64_data();
     void largeClaimNeedsAPixelForEach64();
-    void memoryThatCannotBeHadIsNotTaken();
 
 private:
     QString path(const QByteArray& content) { return tests::writeFile(m_dir, "map.2dp", content); }
@@ -176,17 +174,6 @@ void tst_PixelFile::largeClaimNeedsAPixelForEach64()
     QCOMPARE(map.rows.size(), good ? 1048640 : 0);
     TDData0 loaded(0, 0);
     QCOMPARE(loaded.load(file), good);
-}
-
-void tst_PixelFile::memoryThatCannotBeHadIsNotTaken()
-{
-    QVERIFY(data::canAllocate(0));
-    QVERIFY(data::canGrow(QList<double>(), 1000, 0));
-#ifdef __SANITIZE_ADDRESS__
-    QSKIP("the sanitizer ends the process at such a size");
-#endif
-    QVERIFY(!data::canAllocate(qint64{1} << 60));
-    QVERIFY(!data::canGrow(QList<double>(), qsizetype{1} << 56, 0));
 }
 
 QTEST_GUILESS_MAIN(tst_PixelFile)
