@@ -106,22 +106,8 @@ void FourPs::runMapForm(Variant variant, MapForm form, const MapStack& stack)
     // These methods know no shares of single references, and what the latest
     // non-equivalent run counted is not of this result.
     startReferenceHistograms();
-    if (std::pair(BaseData.xNum, BaseData.yNum) != sizeBefore) {
-        fitResultView();
-    }
     Disps->update();
-    // The limits stay, and so does the view of a map of the same size.
-    MapDisp->Val->clear(); // it was a value of the result before
-    MapDisp->update();
-}
-
-// Not by clearScale(), after which the next paint would set limits of its own
-// over those that the user chose. Without a scale that paint fits the view.
-void FourPs::fitResultView()
-{
-    if (MapDisp->DispA->hasScale && BaseData.xNum > 0 && BaseData.yNum > 0) {
-        MapDisp->DispA->cc.setReal(0.0, 0.0, BaseData.xNum, BaseData.yNum);
-    }
+    m_resultMap.showNewResult(std::pair(BaseData.xNum, BaseData.yNum) != sizeBefore);
 }
 
 void FourPs::startMapHistograms()

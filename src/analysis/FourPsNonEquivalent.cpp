@@ -101,9 +101,7 @@ void FourPs::mapNEQ(bool victoreen, const QList<analysis::PointState>& points,
             analysis::mapNonEquivalent(stack, BaseData, {HistV, HistT, shares, amounts});
         });
     Disps->update();
-    MapDisp->Val->clear(); // it was a value of the result before
-    MapDisp->clearScale();
-    MapDisp->update();
+    m_resultMap.showAndFitNewResult();
 }
 
 void FourPs::startReferenceHistograms()

@@ -12,8 +12,6 @@
 #include <QFileInfo>
 #include <QMessageBox>
 
-#include <algorithm>
-
 namespace
 {
 
@@ -43,9 +41,9 @@ void FourPs::write()
         prepareOverwriteQuestion(target);
     }
     QFile file(path);
-    const bool written =
-        data::openForWriting(file) &&
-        analysis::writeResultMap(file, BaseData, references().valenceMix(), wantedColumns());
+    const bool written = data::openForWriting(file) &&
+                         analysis::writeResultMap(file, BaseData, references().valenceMix(),
+                                                  m_inputs.wantedColumns());
     file.close();
     if (!written || file.error() != QFileDevice::NoError) {
         message(tr("Can't open the file [%1]").arg(path));
@@ -66,9 +64,8 @@ void FourPs::writeHistogram(const Histgram& histogram, const QString& path, cons
 
 bool FourPs::isColumnWanted(int i) const
 {
-    const auto boxes = recordBoxes();
-    return i >= 0 && i < static_cast<int>(boxes.size()) &&
-           boxes.at(static_cast<std::size_t>(i))->isChecked();
+    const auto wanted = m_inputs.wantedColumns();
+    return i >= 0 && i < analysis::columnCount && wanted.at(static_cast<std::size_t>(i));
 }
 
 QString FourPs::columnName(int i) const
@@ -78,21 +75,5 @@ QString FourPs::columnName(int i) const
 
 int FourPs::kindOfMap() const
 {
-    const auto radios = mapRadios();
-    int kind = 0;
-    for (std::size_t i = 0; i < radios.size(); ++i) {
-        if (radios.at(i)->isChecked()) {
-            kind = static_cast<int>(i);
-        }
-    }
-    return kind;
-}
-
-std::array<bool, 13> FourPs::wantedColumns() const
-{
-    const auto boxes = recordBoxes();
-    std::array<bool, 13> wanted{};
-    std::transform(boxes.cbegin(), boxes.cend(), wanted.begin(),
-                   [](const QAbstractButton* box) { return box->isChecked(); });
-    return wanted;
+    return m_inputs.kindOfMap();
 }

@@ -8,7 +8,12 @@
 #include "data/A2DData.h"
 #include "display/CColors.h"
 #include "display/Displays.h"
+#include "panel/AnalysisGraphs.h"
+#include "panel/DataMapView.h"
+#include "panel/InputReader.h"
 #include "panel/MessageLines.h"
+#include "panel/ResultMapView.h"
+#include "panel/Widgets.h"
 #include "rows/RefFiles.h"
 #include "ui_FourPs.h"
 
@@ -23,13 +28,10 @@ class AFileSelect;
 class AMutE;
 class AXafsFileSelect;
 class DispMBase;
-class Graph;
 class Histgram;
-class QButtonGroup;
 
 namespace analysis
 {
-class MapQuantity;
 struct MapStack;
 struct MethodRadios;
 struct NeqInputs;
@@ -249,36 +251,7 @@ public Q_SLOTS:
     void newMultiEnergys();
 
 private:
-    // Construction, in this order.
-    void makeReferenceRows();
-    void makeFileRows();
-    void makeDisplays();
-    void makeMapWindows();
-    void groupMapRadios();
-    void makeEnergyRows();
-    void titleDialogs();
-    void layOutEnergyRows();
-    void makeHeadings();
-    void placeEnergyRow(int row);
-    void makeHistograms();
-    void SetDefaultEnergies();
-    void groupNormRadios();
-    void orderFocusChain();
-    void makeMarkLines();
-    void wire();
-    void wireReferences();
-    void wireEnergyRows();
-    void wireFileRows();
-    void wireButtons();
-    void wireGraphs();
-    void wireMaps();
-    void wireGraphRepaints();
-    void wireMapRepaints();
-
-    /// One box of the display choices for each reference row.
-    using ReferenceBoxes = std::array<QCheckBox*, 4>;
-    ReferenceBoxes ratioBoxes() const;
-    bool isBoxOfUsedChecked(const ReferenceBoxes& boxes, int n) const;
+    void listWidgets();
 
     // Gathering: the widgets' texts and states as plain numbers.
     QList<analysis::PointState> pointStates() const;
@@ -289,9 +262,6 @@ private:
     analysis::MethodRadios methodRadios() const;
     analysis::MapStack mapStack(const analysis::CollectedRows& rows,
                                 const analysis::ReferenceSet& refs);
-    std::array<QAbstractButton*, 13> recordBoxes() const;
-    std::array<QAbstractButton*, 13> mapRadios() const;
-    std::array<bool, 13> wantedColumns() const;
     void writeHistogram(const Histgram& histogram, const QString& path, const QString& name);
 
     // Target calculation.
@@ -319,43 +289,22 @@ private:
     void runMapForm(analysis::Variant variant, MapForm form, const analysis::MapStack& stack);
     void startMapHistograms();
     void startReferenceHistograms();
-    void fitResultView();
 
     bool hasUsableRows(const analysis::CollectedRows& rows, int needed);
     void sayWrongCount(int count, int needed);
-
-    // Graphs.
-    void drawGraph(const Graph& graph, DispABase* dab, QStylePainter* p, const QString& xTitle,
-                   const QString& yTitle);
-    void drawAllMut(DispABase* dab, QStylePainter* p);
-    void drawComparison(DispABase* dab, QStylePainter* p);
-    void drawHistograms(DispABase* dab, QStylePainter* p, const QString& xTitle,
-                        const Histgram& main, const QAbstractButton* mainBox,
-                        const QList<Histgram*>& ofReferences, bool (FourPs::*isShown)(int n) const);
-    void drawThickness(DispABase* dab, QStylePainter* p);
-    void drawPlane(DispABase* dab, QStylePainter* p);
-    QColor colorOf(qsizetype i) const;
-    QList<AMutE*> shownSpectra() const;
-
-    // Map windows.
-    bool hasResult() const;
-    analysis::MapQuantity shownQuantity() const;
-    void scanMapLimits(bool keep);
-    template <class ValueAt>
-    void drawCells(const DispMBase* view, QStylePainter* p, const A2DData& map,
-                   ValueAt valueAt) const;
 
     // Reflexes.
     analysis::Work spectrumWork() const;
     bool isSpectrumWorkLong() const;
     bool isReflexLong() const;
     void RefreshRefColumn(int n);
-    void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy);
 
     MessageLines m_messages;
     analysis::MapResultCache m_latestMap; ///< skips those with unchanged inputs
     analysis::CalculationMemory m_calculationMemory;
-    QButtonGroup* m_mapRadioGroup = nullptr;
-    QButtonGroup* m_mapRowGroup = nullptr;
-    QButtonGroup* m_normGroup = nullptr;
+    panel::Widgets m_widgets; ///< for the parts below
+    panel::InputReader m_inputs{m_widgets};
+    panel::AnalysisGraphs m_graphs{m_widgets, m_inputs};
+    panel::ResultMapView m_resultMap{m_widgets, m_inputs, BaseData};
+    panel::DataMapView m_dataMap{m_widgets, m_inputs};
 };

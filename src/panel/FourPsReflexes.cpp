@@ -14,6 +14,22 @@
 #include <algorithm>
 #include <memory>
 
+namespace
+{
+
+/// Shows the mut of @p spectrum at @p energy (eV), or nothing where it has none.
+void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy)
+{
+    double mut = 0.0;
+    if (spectrum->MutAt(energy, &mut)) {
+        display::showNumber(cell, mut);
+    } else {
+        cell->clear();
+    }
+}
+
+} // namespace
+
 void FourPs::noticedNewEdge(double e)
 {
     display::showNumber(ui.EdgeE, e);
@@ -24,15 +40,13 @@ void FourPs::setEdge()
 {
     const WaitCursor cursor(isReflexLong());
     const MessageLines::Batch lines(&m_messages);
-    const double edge = display::numberIn(ui.EdgeE);
-    const double preEdgeEnd = edge + display::numberIn(ui.PreEEndDE);
-    const double postEdgeStart = edge + display::numberIn(ui.PostEStartDE);
+    const panel::InputReader::Edge edge = m_inputs.edge();
     QList<AMutE*> spectra(XafsFiles.cbegin(), XafsFiles.cend());
     spectra.append(DispMuts);
     for (AMutE* spectrum : std::as_const(spectra)) {
-        spectrum->preEdgeEnd = preEdgeEnd;
-        spectrum->edgeEnergy = edge;
-        spectrum->postEdgeStart = postEdgeStart;
+        spectrum->preEdgeEnd = edge.preEdgeEnd;
+        spectrum->edgeEnergy = edge.energy;
+        spectrum->postEdgeStart = edge.postEdgeStart;
         spectrum->fitLines();
     }
     for (int i = 0; i < Refs.RefRows.size(); ++i) {
@@ -268,14 +282,4 @@ void FourPs::RefreshRefColumn(int n)
     }
     calcBoth();
     Disps->update();
-}
-
-void FourPs::refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy)
-{
-    double mut = 0.0;
-    if (spectrum->MutAt(energy, &mut)) {
-        display::showNumber(cell, mut);
-    } else {
-        cell->clear();
-    }
 }
