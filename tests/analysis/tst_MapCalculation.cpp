@@ -13,6 +13,7 @@
 #include <limits>
 #include <random>
 
+using analysis::HistogramCounts;
 using analysis::MapPoint;
 using analysis::MapStack;
 using analysis::ValenceMix;

@@ -14,6 +14,8 @@
 #include <limits>
 #include <random>
 
+using analysis::HistogramCounts;
+
 namespace neq = analysis::neq;
 using tests::readyMap;
 

@@ -9,6 +9,8 @@
 
 #include <memory>
 
+using display::FittedEdit;
+
 namespace
 {
 

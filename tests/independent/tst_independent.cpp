@@ -28,6 +28,8 @@
 #include <functional>
 #include <memory>
 
+using data::VictoreenLine;
+
 namespace
 {
 

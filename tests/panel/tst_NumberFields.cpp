@@ -98,8 +98,8 @@ void tst_NumberFields::everyFieldOfANumberIsANumberField()
     int numbers = 0;
     const QList<QLineEdit*> all = fields();
     for (const QLineEdit* edit : all) {
-        QVERIFY2(dynamic_cast<const FittedEdit*>(edit), qPrintable(nameOf(edit)));
-        const bool isNumber = dynamic_cast<const NumberEdit*>(edit) != nullptr;
+        QVERIFY2(dynamic_cast<const display::FittedEdit*>(edit), qPrintable(nameOf(edit)));
+        const bool isNumber = dynamic_cast<const display::NumberEdit*>(edit) != nullptr;
         QVERIFY2(isNumber != otherFields.contains(edit->objectName()), qPrintable(nameOf(edit)));
         numbers += isNumber ? 1 : 0;
     }

@@ -348,8 +348,8 @@ void tst_AXafsFileSelect::shiftDoesNotRefitTheBackgroundLines()
         spectrum += QByteArray::number(energy) + ' ' + QByteArray::number(mut, 'g', 17) + '\n';
     }
     row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("ni.dat"), spectrum));
-    const VictoreenLine pre = row.preLine;
-    const VictoreenLine post = row.postLine;
+    const data::VictoreenLine pre = row.preLine;
+    const data::VictoreenLine post = row.postLine;
     row.Ui_AFileSelect::dE->setText(QStringLiteral("37.5"));
     row.setNewDE();
     QVERIFY(tests::sameDouble(row.preLine.c, pre.c) && tests::sameDouble(row.preLine.a, pre.a) &&
