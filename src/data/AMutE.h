@@ -113,7 +113,7 @@ public:
     int indexBelow(double E) const;
 
     /// indexBelow() of each of many energies, in their order. Takes n log n
-    /// time where a walk for each energy would take n^2, also for points whose
+    /// time where a search for each energy would take n^2, also for points whose
     /// energies fall, repeat or jump.
     QList<int> indicesBelow(const QList<double>& energies) const;
 

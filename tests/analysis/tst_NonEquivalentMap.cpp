@@ -148,8 +148,8 @@ private Q_SLOTS:
     void pixelsBeyondAllDataShareTheirValues();
     void blocksOfAlikePixelsShareTheirValues();
     void totalIsMultipliedFromLeftToRight();
-    void equalsPlainRoadToTheLastBit_data();
-    void equalsPlainRoadToTheLastBit();
+    void equalsTheReferenceToTheLastBit_data();
+    void equalsTheReferenceToTheLastBit();
 };
 
 void tst_NonEquivalentMap::mixtureOfAPixelComesBack()
@@ -335,7 +335,7 @@ void tst_NonEquivalentMap::totalIsMultipliedFromLeftToRight()
     QVERIFY(roundsOtherwise > 0);
 }
 
-void tst_NonEquivalentMap::equalsPlainRoadToTheLastBit_data()
+void tst_NonEquivalentMap::equalsTheReferenceToTheLastBit_data()
 {
     QTest::addColumn<bool>("victoreen");
     QTest::addColumn<int>("references");
@@ -355,7 +355,7 @@ void tst_NonEquivalentMap::equalsPlainRoadToTheLastBit_data()
     }
 }
 
-void tst_NonEquivalentMap::equalsPlainRoadToTheLastBit()
+void tst_NonEquivalentMap::equalsTheReferenceToTheLastBit()
 {
     QFETCH(bool, victoreen);
     QFETCH(int, references);

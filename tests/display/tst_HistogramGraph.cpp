@@ -49,7 +49,7 @@ void addSeries(HistogramGraph& graph, const QList<int>& bins, const QColor& colo
     graph.references.append({readyCounts(0.0, 9.0, bins, under, over), color});
 }
 
-/// The plain twin of the graph.
+/// The reference plot of the graph.
 PlainHistograms plainOf(const HistogramGraph& graph)
 {
     PlainHistograms plain;

@@ -81,7 +81,7 @@ QImage plain(const Map& map, const PlainMapView& view, bool grid)
     return image;
 }
 
-/// Whether both roads give the same picture, with the grid and without.
+/// Whether cells and reference give the same picture, with the grid and without.
 bool looksPlain(const Map& map, const PlainMapView& view)
 {
     for (const bool grid : {false, true}) {

@@ -51,7 +51,7 @@ private Q_SLOTS:
 
     void namedFileIsReadAndProposesItsEdge();
     void edgeIsProposedBeforeTheRowReturns();
-    void dialogAndDropComeByTheSameRoad();
+    void dialogAndDropHaveTheSameEffect();
     void readOverAReadProposesAgain();
     void failedReadProposesNoEdge_data();
     void failedReadProposesNoEdge();
@@ -79,7 +79,7 @@ private Q_SLOTS:
     void mutBelowTheSpectrumIsInterpolatedFromTheOrigin();
     void mutAboveTheSpectrumIsRefusedAndLeavesTheValue();
     void mutOfAnEmptySpectrumIsRefused();
-    void mutWalksTheWorkingEnergies();
+    void mutUsesTheWorkingEnergies();
     void mutOfADescendingScanTakesTheFirstPoint();
 
 private:
@@ -149,7 +149,7 @@ void tst_AXafsFileSelect::edgeIsProposedBeforeTheRowReturns()
     QCOMPARE(journal, expected);
 }
 
-void tst_AXafsFileSelect::dialogAndDropComeByTheSameRoad()
+void tst_AXafsFileSelect::dialogAndDropHaveTheSameEffect()
 {
     AXafsFileSelect row;
     const QString path = tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum);
@@ -435,7 +435,7 @@ void tst_AXafsFileSelect::mutOfAnEmptySpectrumIsRefused()
     QCOMPARE(out, -7.0);
 }
 
-void tst_AXafsFileSelect::mutWalksTheWorkingEnergies()
+void tst_AXafsFileSelect::mutUsesTheWorkingEnergies()
 {
     AXafsFileSelect row;
     fill(row);
