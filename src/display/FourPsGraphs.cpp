@@ -14,7 +14,7 @@ void FourPs::draw(Displays::DispId id, DispABase* dab, QStylePainter* p)
                                  .colors = Colors,
                                  .valence = {*HistV, HistRatio},
                                  .thickness = {*HistT, HistDMut}};
-    Graph::Range range{scaleX0, scaleY0, scaleX1, scaleY1};
+    display::Graph::Range range{scaleX0, scaleY0, scaleX1, scaleY1};
     m_graphs.draw(id, dab, p, shown, &range);
     scaleX0 = range.x0;
     scaleY0 = range.y0;

@@ -40,14 +40,14 @@ AnalysisGraphs::AnalysisGraphs(const Widgets& widgets, const InputReader& inputs
 {
 }
 
-void AnalysisGraphs::Plot::paint(const Graph& graph, const QString& xTitle,
+void AnalysisGraphs::Plot::paint(const display::Graph& graph, const QString& xTitle,
                                  const QString& yTitle) const
 {
     graph.paint(frame, painter, xTitle, yTitle, range);
 }
 
 void AnalysisGraphs::draw(Displays::DispId id, DispABase* frame, QStylePainter* p,
-                          const GraphData& data, Graph::Range* range) const
+                          const GraphData& data, display::Graph::Range* range) const
 {
     const Ui_FourPs& form = *m_widgets.form;
     const Plot plot{frame, p, range};
@@ -90,7 +90,7 @@ void AnalysisGraphs::drawSpectra(const Plot& plot, const GraphData& data) const
 {
     constexpr int referenceWidth = 2;
     const InputReader::Edge edge = m_inputs.edge();
-    SpectraGraph graph;
+    display::SpectraGraph graph;
     graph.kind = m_inputs.normMode();
     graph.edge = edge.energy;
     graph.from = edge.preEdgeEnd;
@@ -110,7 +110,7 @@ void AnalysisGraphs::drawSpectra(const Plot& plot, const GraphData& data) const
 
 void AnalysisGraphs::switchSpectrumAt(QPoint pos, const QList<AMutE*>& shownOnly) const
 {
-    const Legend legend(m_widgets.graphs->frame(Displays::DMuts)->DispA->cc);
+    const display::Legend legend(m_widgets.graphs->frame(Displays::DMuts)->DispA->cc);
     int row = 0;
     for (AMutE* spectrum : allSpectra(shownOnly)) {
         if (!spectrum->valid) {
@@ -125,7 +125,7 @@ void AnalysisGraphs::switchSpectrumAt(QPoint pos, const QList<AMutE*>& shownOnly
 
 void AnalysisGraphs::drawComparison(const Plot& plot, const GraphData& data) const
 {
-    ComparisonGraph graph;
+    display::ComparisonGraph graph;
     const auto [lower, upper] = m_inputs.references().firstTwoValences();
     graph.lower = lower;
     graph.upper = upper;
@@ -137,7 +137,7 @@ void AnalysisGraphs::drawComparison(const Plot& plot, const GraphData& data) con
 void AnalysisGraphs::drawHistograms(const Plot& plot, const GraphData::Histograms& histograms,
                                     const HistogramChoice& choice, const CColors& colors) const
 {
-    HistogramGraph graph;
+    display::HistogramGraph graph;
     graph.from = numberIn(histograms.main.fromEdit);
     graph.to = numberIn(histograms.main.toEdit);
     graph.main = histograms.main;
@@ -158,7 +158,7 @@ void AnalysisGraphs::drawThickness(const Plot& plot, const GraphData& data) cons
     const analysis::ReferenceSet references = m_inputs.references();
     const Histgram& valence = data.valence.main;
     const Histgram& thickness = data.thickness.main;
-    ThicknessGraph graph(data.result, references.valenceMix());
+    display::ThicknessGraph graph(data.result, references.valenceMix());
     graph.limits = {numberIn(valence.fromEdit), numberIn(thickness.fromEdit),
                     numberIn(valence.toEdit), numberIn(thickness.toEdit)};
     const auto [lower, upper] = references.firstTwoValences();
@@ -172,7 +172,7 @@ void AnalysisGraphs::drawPlane(const Plot& plot) const
 {
     const analysis::ReferenceSet references = m_inputs.references();
     const QList<analysis::PointState> points = m_inputs.points();
-    PlaneGraph graph;
+    display::PlaneGraph graph;
     if (references.usedRow(1) >= 0) {
         const auto first = static_cast<std::size_t>(references.usedRow(0));
         const auto second = static_cast<std::size_t>(references.usedRow(1));

@@ -54,7 +54,7 @@ public:
     ///
     /// @param range  the automatic range, in data values; left alone by an empty graph
     void draw(Displays::DispId id, DispABase* frame, QStylePainter* p, const GraphData& data,
-              Graph::Range* range) const;
+              display::Graph::Range* range) const;
 
     /// Switches the spectrum whose row of the legend of all spectra is at @p pos (pixels
     /// of the surface) on or off.
@@ -65,9 +65,9 @@ private:
     struct Plot {
         DispABase* frame;
         QStylePainter* painter;
-        Graph::Range* range;
+        display::Graph::Range* range;
 
-        void paint(const Graph& graph, const QString& xTitle, const QString& yTitle) const;
+        void paint(const display::Graph& graph, const QString& xTitle, const QString& yTitle) const;
     };
 
     /// What tells the two families of histograms apart.

@@ -39,7 +39,7 @@ void makeFileRows(FourPs& panel)
 {
     panel.ui.DispFSelect->multi = true;
     panel.ui.DispFSelect->setMode(AFileSelect::OpenMode);
-    panel.MultiEnergys = new FittedEdit;
+    panel.MultiEnergys = new display::FittedEdit;
     panel.MultiEnergys->setObjectName(QStringLiteral("MultiEnergys"));
     panel.MultiFiles = new AFileSelect;
     panel.MultiFiles->setObjectName(QStringLiteral("MultiFiles"));
@@ -171,7 +171,7 @@ FourPs::FourPs(QWidget* parent)
     layOutEnergyRows(*this);
     m_widgets.mapRows = newGroup(mapRowButtons(*this));
     EPoints.first()->ShowMapB->setChecked(true);
-    new LowRows(this);
+    new panel::LowRows(this);
     makeHistograms(*this);
     listWidgets();
     SetDefaultEnergies(*this);

@@ -285,7 +285,8 @@ private:
     void mapNEQ(bool victoreen, const QList<analysis::PointState>& points,
                 const analysis::ReferenceSet& refs);
     using MapForm = void (*)(const analysis::MapStack& stack, A2DData& result,
-                             HistogramCounts& valence, HistogramCounts& thickness);
+                             analysis::HistogramCounts& valence,
+                             analysis::HistogramCounts& thickness);
     void runMapForm(analysis::Variant variant, MapForm form, const analysis::MapStack& stack);
     void startMapHistograms();
     void startReferenceHistograms();
@@ -299,7 +300,7 @@ private:
     bool isReflexLong() const;
     void RefreshRefColumn(int n);
 
-    MessageLines m_messages;
+    panel::MessageLines m_messages;
     analysis::MapResultCache m_latestMap; ///< skips those with unchanged inputs
     analysis::CalculationMemory m_calculationMemory;
     panel::Widgets m_widgets; ///< for the parts below

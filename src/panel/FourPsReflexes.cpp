@@ -38,8 +38,8 @@ void FourPs::noticedNewEdge(double e)
 
 void FourPs::setEdge()
 {
-    const WaitCursor cursor(isReflexLong());
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor(isReflexLong());
+    const panel::MessageLines::Batch lines(&m_messages);
     const panel::InputReader::Edge edge = m_inputs.edge();
     QList<AMutE*> spectra(XafsFiles.cbegin(), XafsFiles.cend());
     spectra.append(DispMuts);
@@ -62,8 +62,8 @@ void FourPs::dispCalcConditions(bool f)
 
 void FourPs::changedSubBGTypeForRef(bool f)
 {
-    const WaitCursor cursor(isReflexLong());
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor(isReflexLong());
+    const panel::MessageLines::Batch lines(&m_messages);
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForRef = f;
     }
@@ -77,8 +77,8 @@ void FourPs::changedSubBGTypeForRef(bool f)
 
 void FourPs::changedSubBGTypeForTarget(bool f)
 {
-    const WaitCursor cursor(isReflexLong());
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor(isReflexLong());
+    const panel::MessageLines::Batch lines(&m_messages);
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForTarget = f;
     }
@@ -130,8 +130,8 @@ void FourPs::receiveNewEnergy(double)
 
 void FourPs::receiveNewFile(QString fname)
 {
-    const WaitCursor cursor;
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor;
+    const panel::MessageLines::Batch lines(&m_messages);
     const qsizetype index = XafsFiles.indexOf(qobject_cast<AXafsFileSelect*>(sender()));
     if (index >= 0 && index < Refs.RefRows.size()) {
         receiveNewRef(static_cast<int>(index));
@@ -181,8 +181,8 @@ void FourPs::receiveNewTarget(QString)
 
 void FourPs::receiveNewDispFiles(QStringList paths)
 {
-    const WaitCursor cursor;
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor;
+    const panel::MessageLines::Batch lines(&m_messages);
     for (const QString& path : std::as_const(paths)) {
         auto spectrum = std::make_unique<AMutE>();
         if (!spectrum->readFile(path)) {
@@ -197,7 +197,7 @@ void FourPs::receiveNewDispFiles(QStringList paths)
 
 void FourPs::receiveNewPaths(QStringList paths)
 {
-    const WaitCursor cursor;
+    const display::WaitCursor cursor;
     const qsizetype count = qMin(paths.size(), EPoints.size());
     for (qsizetype k = 0; k < count; ++k) {
         EPoints.at(k)->FileSelect->newFile(paths.at(k));
@@ -206,8 +206,8 @@ void FourPs::receiveNewPaths(QStringList paths)
 
 void FourPs::calcBoth()
 {
-    const WaitCursor cursor(isReflexLong());
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor(isReflexLong());
+    const panel::MessageLines::Batch lines(&m_messages);
     SetHistogramRanges();
     calcMap();
     calcTarget();

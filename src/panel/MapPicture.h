@@ -19,7 +19,7 @@ template <class ValueAt>
 void drawCells(const DispMBase& window, QStylePainter* p, const A2DData& map, bool hasGrid,
                ValueAt valueAt)
 {
-    const MapCells cells(window.DispA->cc, map.xNum, map.yNum);
+    const display::MapCells cells(window.DispA->cc, map.xNum, map.yNum);
     const cBar* bar = window.CBar;
     cells.fill(p, [&](int x, int y) -> const QColor& { return bar->color(valueAt(x, y)); });
     if (hasGrid) {

@@ -37,7 +37,7 @@ private:
     void fillAllGraphs();
     void makeSpectrum(AMutE& spectrum);
     /// The automatic range that a paint of plot @p id gives; @p before without one.
-    Graph::Range rangeOf(Displays::DispId id, Graph::Range before = {});
+    display::Graph::Range rangeOf(Displays::DispId id, display::Graph::Range before = {});
 
     std::unique_ptr<LooseWidgets> m_loose;
     std::unique_ptr<panel::InputReader> m_inputs;
@@ -101,7 +101,7 @@ void tst_AnalysisGraphs::fillAllGraphs()
     m_result.rows.append(A2DRow());
 }
 
-Graph::Range tst_AnalysisGraphs::rangeOf(Displays::DispId id, Graph::Range before)
+display::Graph::Range tst_AnalysisGraphs::rangeOf(Displays::DispId id, display::Graph::Range before)
 {
     const QList<Histgram*> none;
     const panel::GraphData data{
@@ -131,7 +131,7 @@ void tst_AnalysisGraphs::emptyGraphsLeaveTheRangeAlone_data()
 void tst_AnalysisGraphs::emptyGraphsLeaveTheRangeAlone()
 {
     QFETCH(const Displays::DispId, id);
-    const Graph::Range range = rangeOf(id, {1.0, 2.0, 3.0, 4.0});
+    const display::Graph::Range range = rangeOf(id, {1.0, 2.0, 3.0, 4.0});
     QCOMPARE(range.x0, 1.0);
     QCOMPARE(range.y1, 4.0);
     QVERIFY(!m_loose->graphs.frame(id)->DispA->cc.drawn);
@@ -140,7 +140,7 @@ void tst_AnalysisGraphs::emptyGraphsLeaveTheRangeAlone()
 void tst_AnalysisGraphs::spectraSpanTheWindowAroundTheEdge()
 {
     fillAllGraphs();
-    const Graph::Range range = rangeOf(Displays::DMuts);
+    const display::Graph::Range range = rangeOf(Displays::DMuts);
     QCOMPARE(range.x0, 8300.0);
     QCOMPARE(range.x1, 8450.0);
     QCOMPARE(range.y0, -0.1); // a twentieth of the span of 0 to 2
@@ -150,7 +150,7 @@ void tst_AnalysisGraphs::spectraSpanTheWindowAroundTheEdge()
 void tst_AnalysisGraphs::comparisonSpansTheFirstTwoValences()
 {
     fillAllGraphs();
-    const Graph::Range range = rangeOf(Displays::DLCFvs4PS);
+    const display::Graph::Range range = rangeOf(Displays::DLCFvs4PS);
     QCOMPARE(range.x0, 1.8);
     QCOMPARE(range.x1, 3.2);
     QCOMPARE(range.y1, 3.2);
@@ -159,7 +159,7 @@ void tst_AnalysisGraphs::comparisonSpansTheFirstTwoValences()
 void tst_AnalysisGraphs::histogramsSpanTheirFields()
 {
     fillAllGraphs();
-    Graph::Range range = rangeOf(Displays::DHistA);
+    display::Graph::Range range = rangeOf(Displays::DHistA);
     QCOMPARE(range.x0, 1.0);
     QCOMPARE(range.x1, 4.0);
     QCOMPARE(range.y1, 11.0);
@@ -173,7 +173,7 @@ void tst_AnalysisGraphs::histogramsSpanTheirFields()
 void tst_AnalysisGraphs::thicknessSpansTheFieldsOfBothHistograms()
 {
     fillAllGraphs();
-    const Graph::Range range = rangeOf(Displays::DDMutVsA);
+    const display::Graph::Range range = rangeOf(Displays::DDMutVsA);
     QCOMPARE(range.x1, 4.0);
     QCOMPARE(range.y1, 7.0);
 }
@@ -182,7 +182,7 @@ void tst_AnalysisGraphs::planeTakesTheColumnsOfTheFirstTwoUsedReferences()
 {
     m_loose->point(0)->Mut2->setText("10");
     m_loose->point(0)->Mut3->setText("100");
-    const Graph::Range range = rangeOf(Displays::DM2M3);
+    const display::Graph::Range range = rangeOf(Displays::DM2M3);
     QCOMPARE(range.x1, 11.0); // 0 to 10 with a tenth around
     QCOMPARE(range.y1, 110.0);
     m_loose->reference(2)->UseCB->setChecked(false);
@@ -233,7 +233,7 @@ void tst_AnalysisGraphs::pressInTheLegendSwitchesItsSpectrum()
     makeSpectrum(shownOnly);
     m_shownOnly = {&shownOnly};
     rangeOf(Displays::DMuts);
-    const Legend legend(m_loose->graphs.frame(Displays::DMuts)->DispA->cc);
+    const display::Legend legend(m_loose->graphs.frame(Displays::DMuts)->DispA->cc);
     m_graphs->switchSpectrumAt(legend.box(1).center().toPoint(), m_shownOnly);
     QVERIFY(m_loose->reference(1)->XafsFS->switchedOn);
     QVERIFY(!shownOnly.switchedOn);
