@@ -3,16 +3,15 @@
 #include "panel/FourPs.h"
 
 #include "analysis/ReferenceSet.h"
-#include "analysis/ResultText.h"
-#include "data/FileAccess.h"
+#include "analysis/ResultFile.h"
 #include "display/Histgram.h"
 #include "display/WaitCursor.h"
+#include "panel/ResultTexts.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QMessageBox>
 
-#include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -42,25 +41,21 @@ void FourPs::write()
     if (const QFileInfo target(path); target.exists()) {
         prepareOverwriteQuestion(target);
     }
-    QFile file(path);
-    const bool written =
-        data::openForWriting(file) &&
-        analysis::writeResultMap(file, BaseData, references().valenceMix(), wantedColumns());
-    file.close();
-    if (!written || file.error() != QFileDevice::NoError) {
-        message(tr("Can't open the file [%1]").arg(path));
+    std::array<bool, analysis::columnCount> wanted{};
+    for (int i = 0; i < analysis::columnCount; ++i) {
+        wanted.at(static_cast<std::size_t>(i)) = isColumnWanted(i);
     }
-    writeHistogram(*HistV, path, QStringLiteral("HGAlpha"));
-    writeHistogram(*HistT, path, QStringLiteral("HGThick"));
-}
-
-// No message for a histogram file that does not exist: the user has not asked for one.
-void FourPs::writeHistogram(const Histgram& histogram, const QString& path, const QString& name)
-{
-    QString cutShort;
-    histogram.write(path, name, &cutShort);
-    if (!cutShort.isEmpty()) {
-        message(tr("Can't open the file [%1]").arg(cutShort));
+    if (!analysis::writeResultFile(path, BaseData, references().valenceMix(), wanted)) {
+        message(panel::ResultTexts::cannotOpen(path));
+    }
+    using Named = std::pair<const Histgram*, QString>;
+    for (const auto& [histogram, name] : {Named(HistV, "HGAlpha"), Named(HistT, "HGThick")}) {
+        // Not said of one that does not exist: the user has not asked for it.
+        QString cutShort;
+        histogram->write(path, name, &cutShort);
+        if (!cutShort.isEmpty()) {
+            message(panel::ResultTexts::cannotOpen(cutShort));
+        }
     }
 }
 
@@ -86,13 +81,4 @@ int FourPs::kindOfMap() const
         }
     }
     return kind;
-}
-
-std::array<bool, 13> FourPs::wantedColumns() const
-{
-    const auto boxes = recordBoxes();
-    std::array<bool, 13> wanted{};
-    std::transform(boxes.cbegin(), boxes.cend(), wanted.begin(),
-                   [](const QAbstractButton* box) { return box->isChecked(); });
-    return wanted;
 }

@@ -1,7 +1,6 @@
 #include "panel/FourPs.h"
 
-#include "analysis/CalculationChoice.h"
-#include "analysis/ReferenceSet.h"
+#include "analysis/CalculationState.h"
 #include "analysis/ResultText.h"
 #include "display/DispMBase.h"
 #include "display/Displays.h"
@@ -9,6 +8,7 @@
 #include "display/Histgram.h"
 #include "display/LineEditText.h"
 #include "panel/LowRows.h"
+#include "panel/ResultTexts.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
 
@@ -385,20 +385,36 @@ analysis::ReferenceSet FourPs::references() const
     return analysis::ReferenceSet(states);
 }
 
-analysis::MethodRadios FourPs::methodRadios() const
+analysis::CalculationState FourPs::calculationState() const
 {
-    return {ui.TypeNonEquiv->isChecked(), ui.TypeTMKisExact->isChecked(),
-            ui.TypeTMKisLS->isChecked(), ui.NonEquivBGLinear->isChecked()};
+    analysis::CalculationState state;
+    state.points = pointStates();
+    state.maps = {EPoints.cbegin(), EPoints.cend()};
+    state.references = references();
+    state.spectra = {XafsFiles.cbegin(), XafsFiles.cbegin() + Refs.RefRows.size()};
+    state.target = ui.TargetFile;
+    state.radios = {ui.TypeNonEquiv->isChecked(), ui.TypeTMKisExact->isChecked(),
+                    ui.TypeTMKisLS->isChecked(), ui.NonEquivBGLinear->isChecked()};
+    state.subPostForRef = ui.SubPostEforRef->isChecked();
+    state.subPostForTarget = ui.SubPostEforTarget->isChecked();
+    return state;
 }
 
-std::array<QAbstractButton*, 13> FourPs::recordBoxes() const
+void FourPs::showRefusals(const QList<analysis::Message>& refusals)
+{
+    for (const analysis::Message& refusal : refusals) {
+        message(panel::ResultTexts::of(refusal));
+    }
+}
+
+FourPs::ColumnButtons FourPs::recordBoxes() const
 {
     return {ui.RecRatio1, ui.RecRatio2,  ui.RecRatio3, ui.RecRatio4, ui.RecDMut1,
             ui.RecDMut2,  ui.RecDMut3,   ui.RecDMut4,  ui.RecMut0,   ui.RecC1,
             ui.RecC2,     ui.RecValence, ui.RecAmount};
 }
 
-std::array<QAbstractButton*, 13> FourPs::mapRadios() const
+FourPs::ColumnButtons FourPs::mapRadios() const
 {
     return {ui.MapRatio1, ui.MapRatio2,  ui.MapRatio3, ui.MapRatio4, ui.MapDMut1,
             ui.MapDMut2,  ui.MapDMut3,   ui.MapDMut4,  ui.MapMut0,   ui.MapC1,

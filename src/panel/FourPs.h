@@ -4,6 +4,7 @@
 #include "analysis/CalculationMemory.h"
 #include "analysis/LCFPoint.h"
 #include "analysis/MapResultCache.h"
+#include "analysis/ResultText.h"
 #include "analysis/RowCollection.h"
 #include "data/A2DData.h"
 #include "display/CColors.h"
@@ -29,11 +30,12 @@ class QButtonGroup;
 
 namespace analysis
 {
+struct CalculationState;
 class MapQuantity;
 struct MapStack;
-struct MethodRadios;
-struct NeqInputs;
+struct Message;
 class ReferenceSet;
+struct TargetResult;
 enum class Variant;
 struct Work;
 } // namespace analysis
@@ -283,46 +285,29 @@ private:
     // Gathering: the widgets' texts and states as plain numbers.
     QList<analysis::PointState> pointStates() const;
     analysis::ReferenceSet references() const;
-    QList<const AMutE*> usedSpectra(const analysis::ReferenceSet& refs) const;
-    analysis::NeqInputs neqPrepare(const QList<analysis::PointState>& points,
-                                   const analysis::ReferenceSet& refs) const;
-    analysis::MethodRadios methodRadios() const;
-    analysis::MapStack mapStack(const analysis::CollectedRows& rows,
-                                const analysis::ReferenceSet& refs);
-    std::array<QAbstractButton*, 13> recordBoxes() const;
-    std::array<QAbstractButton*, 13> mapRadios() const;
-    std::array<bool, 13> wantedColumns() const;
-    void writeHistogram(const Histgram& histogram, const QString& path, const QString& name);
+    analysis::CalculationState calculationState() const;
+    using ColumnButtons = std::array<QAbstractButton*, analysis::columnCount>;
+    ColumnButtons recordBoxes() const;
+    ColumnButtons mapRadios() const;
+
+    void showRefusals(const QList<analysis::Message>& refusals);
 
     // Target calculation.
-    bool targetMayRun(const analysis::ReferenceSet& refs);
-    void target3ps(const analysis::CollectedRows& rows, const QList<analysis::PointState>& points);
-    void target4psExact(const analysis::CollectedRows& rows,
-                        const QList<analysis::PointState>& points);
-    void target4psLS(const analysis::CollectedRows& rows,
-                     const QList<analysis::PointState>& points);
-    void targetNEQ(bool victoreen, const QList<analysis::PointState>& points,
-                   const analysis::ReferenceSet& refs);
-    void keepTargetResult(double a);
-    bool usedSpectraMayRun(const analysis::ReferenceSet& refs);
-    void showShares(const QList<double>& values, const analysis::ReferenceSet& refs);
+    void target3ps(const analysis::CalculationState& state, const analysis::CollectedRows& rows);
+    void target4psExact(const analysis::CalculationState& state,
+                        const analysis::CollectedRows& rows);
+    void target4psLS(const analysis::CalculationState& state, const analysis::CollectedRows& rows);
+    void targetNEQ(bool victoreen, const analysis::CalculationState& state);
+    void showTargetResult(const analysis::TargetResult& result);
 
     // Map calculation.
-    bool mapMayRun(const analysis::ReferenceSet& refs);
-    void map3ps(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs);
-    void map4psExact(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs);
-    void map4psLS(const analysis::CollectedRows& rows, const analysis::ReferenceSet& refs);
-    void mapNEQ(bool victoreen, const QList<analysis::PointState>& points,
-                const analysis::ReferenceSet& refs);
+    void map3ps(const analysis::CalculationState& state, const analysis::CollectedRows& rows);
+    void map4psExact(const analysis::CalculationState& state, const analysis::CollectedRows& rows);
+    void map4psLS(const analysis::CalculationState& state, const analysis::CollectedRows& rows);
+    void mapNEQ(bool victoreen, const analysis::CalculationState& state);
     using MapForm = void (*)(const analysis::MapStack& stack, A2DData& result,
                              HistogramCounts& valence, HistogramCounts& thickness);
-    void runMapForm(analysis::Variant variant, MapForm form, const analysis::MapStack& stack);
-    void startMapHistograms();
-    void startReferenceHistograms();
-    void fitResultView();
-
-    bool hasUsableRows(const analysis::CollectedRows& rows, int needed);
-    void sayWrongCount(int count, int needed);
+    void runMapForm(analysis::Variant variant, MapForm form, analysis::MapStack stack);
 
     // Graphs.
     void drawGraph(const Graph& graph, DispABase* dab, QStylePainter* p, const QString& xTitle,

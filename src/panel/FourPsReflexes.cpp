@@ -235,14 +235,6 @@ void FourPs::newMultiEnergys()
     }
 }
 
-void FourPs::ValenceRange(double& lo, double& hi, double& span) const
-{
-    const analysis::Limits range = references().valenceRange();
-    lo = range.low;
-    hi = range.high;
-    span = hi - lo;
-}
-
 void FourPs::SetHistogramRanges()
 {
     const analysis::ReferenceSet refs = references();
