@@ -3,14 +3,15 @@
 #include "panel/FourPs.h"
 
 #include "analysis/ReferenceSet.h"
-#include "analysis/ResultText.h"
-#include "data/FileAccess.h"
+#include "analysis/ResultFile.h"
 #include "display/Histgram.h"
 #include "display/WaitCursor.h"
+#include "panel/ResultTexts.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QMessageBox>
+
+#include <utility>
 
 namespace
 {
@@ -40,25 +41,18 @@ void FourPs::write()
     if (const QFileInfo target(path); target.exists()) {
         prepareOverwriteQuestion(target);
     }
-    QFile file(path);
-    const bool written = data::openForWriting(file) &&
-                         analysis::writeResultMap(file, BaseData, references().valenceMix(),
-                                                  m_inputs.wantedColumns());
-    file.close();
-    if (!written || file.error() != QFileDevice::NoError) {
-        message(tr("Can't open the file [%1]").arg(path));
+    if (!analysis::writeResultFile(path, BaseData, m_inputs.references().valenceMix(),
+                                   m_inputs.wantedColumns())) {
+        message(panel::ResultTexts::cannotOpen(path));
     }
-    writeHistogram(*HistV, path, QStringLiteral("HGAlpha"));
-    writeHistogram(*HistT, path, QStringLiteral("HGThick"));
-}
-
-// No message for a histogram file that does not exist: the user has not asked for one.
-void FourPs::writeHistogram(const Histgram& histogram, const QString& path, const QString& name)
-{
-    QString cutShort;
-    histogram.write(path, name, &cutShort);
-    if (!cutShort.isEmpty()) {
-        message(tr("Can't open the file [%1]").arg(cutShort));
+    using Named = std::pair<const Histgram*, QString>;
+    for (const auto& [histogram, name] : {Named(HistV, "HGAlpha"), Named(HistT, "HGThick")}) {
+        // Not said of one that does not exist: the user has not asked for it.
+        QString cutShort;
+        histogram->write(path, name, &cutShort);
+        if (!cutShort.isEmpty()) {
+            message(panel::ResultTexts::cannotOpen(cutShort));
+        }
     }
 }
 

@@ -1,6 +1,6 @@
 #include "panel/FourPs.h"
 
-#include "analysis/ReferenceSet.h"
+#include "analysis/CalculationMessage.h"
 #include "display/FittedEdit.h"
 #include "display/Histgram.h"
 #include "display/LineEditText.h"
@@ -8,6 +8,7 @@
 #include "panel/FocusOrder.h"
 #include "panel/LowRows.h"
 #include "panel/Repaints.h"
+#include "panel/ResultTexts.h"
 #include "panel/Wiring.h"
 
 #include <QDir>
@@ -242,17 +243,9 @@ Histgram* FourPs::currentRatioHist() const
     return row < 0 ? HistV : HistRatio.at(row);
 }
 
-QList<analysis::PointState> FourPs::pointStates() const
+void FourPs::showRefusals(const QList<analysis::Message>& refusals)
 {
-    return m_inputs.points();
-}
-
-analysis::ReferenceSet FourPs::references() const
-{
-    return m_inputs.references();
-}
-
-analysis::MethodRadios FourPs::methodRadios() const
-{
-    return m_inputs.methods();
+    for (const analysis::Message& refusal : refusals) {
+        message(panel::ResultTexts::of(refusal));
+    }
 }

@@ -28,6 +28,15 @@ void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy
     }
 }
 
+analysis::Work workOn(const QList<AXafsFileSelect*>& spectra, const QList<AMutE*>& shownOnly)
+{
+    analysis::Work work;
+    for (const AMutE* spectrum : QList<AMutE*>(spectra.cbegin(), spectra.cend()) + shownOnly) {
+        work.points += static_cast<double>(spectrum->points.size());
+    }
+    return work;
+}
+
 } // namespace
 
 void FourPs::noticedNewEdge(double e)
@@ -214,23 +223,14 @@ void FourPs::calcBoth()
     lcf();
 }
 
-analysis::Work FourPs::spectrumWork() const
-{
-    analysis::Work work;
-    for (const AMutE* spectrum : QList<AMutE*>(XafsFiles.cbegin(), XafsFiles.cend()) + DispMuts) {
-        work.points += static_cast<double>(spectrum->points.size());
-    }
-    return work;
-}
-
 bool FourPs::isSpectrumWorkLong() const
 {
-    return analysis::mayTakeLong(spectrumWork());
+    return analysis::mayTakeLong(workOn(XafsFiles, DispMuts));
 }
 
 bool FourPs::isReflexLong() const
 {
-    analysis::Work work = spectrumWork();
+    analysis::Work work = workOn(XafsFiles, DispMuts);
     for (const AEPoint* row : EPoints) {
         if (row->UseCB->isChecked() && row->loaded) {
             work.pixels = std::max(work.pixels, 1.0 * row->xNum * row->yNum);
@@ -249,17 +249,9 @@ void FourPs::newMultiEnergys()
     }
 }
 
-void FourPs::ValenceRange(double& lo, double& hi, double& span) const
-{
-    const analysis::Limits range = references().valenceRange();
-    lo = range.low;
-    hi = range.high;
-    span = hi - lo;
-}
-
 void FourPs::SetHistogramRanges()
 {
-    const analysis::ReferenceSet refs = references();
+    const analysis::ReferenceSet refs = m_inputs.references();
     const auto show = [](QLineEdit* from, QLineEdit* to, const analysis::Limits& limits) {
         display::showNumber(from, limits.low);
         display::showNumber(to, limits.high);

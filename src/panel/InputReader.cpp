@@ -1,6 +1,6 @@
 #include "panel/InputReader.h"
 
-#include "analysis/ReferenceSet.h"
+#include "analysis/CalculationState.h"
 #include "display/LineEditText.h"
 #include "panel/Widgets.h"
 #include "rows/AEPoint.h"
@@ -104,11 +104,21 @@ analysis::ReferenceSet InputReader::references() const
     return analysis::ReferenceSet(states);
 }
 
-analysis::MethodRadios InputReader::methods() const
+analysis::CalculationState InputReader::calculationState() const
 {
     const Ui_FourPs& form = *m_widgets.form;
-    return {form.TypeNonEquiv->isChecked(), form.TypeTMKisExact->isChecked(),
-            form.TypeTMKisLS->isChecked(), form.NonEquivBGLinear->isChecked()};
+    const qsizetype referenceCount = m_widgets.references->RefRows.size();
+    analysis::CalculationState state;
+    state.points = points();
+    state.maps = {m_widgets.points.cbegin(), m_widgets.points.cend()};
+    state.references = references();
+    state.spectra = {m_widgets.spectra.cbegin(), m_widgets.spectra.cbegin() + referenceCount};
+    state.target = form.TargetFile;
+    state.radios = {form.TypeNonEquiv->isChecked(), form.TypeTMKisExact->isChecked(),
+                    form.TypeTMKisLS->isChecked(), form.NonEquivBGLinear->isChecked()};
+    state.subPostForRef = form.SubPostEforRef->isChecked();
+    state.subPostForTarget = form.SubPostEforTarget->isChecked();
+    return state;
 }
 
 InputReader::Edge InputReader::edge() const

@@ -1,7 +1,6 @@
 // The texts and states of the panel's widgets as plain numbers.
 #pragma once
 
-#include "analysis/CalculationChoice.h"
 #include "analysis/ResultText.h"
 #include "analysis/RowCollection.h"
 
@@ -11,8 +10,9 @@
 
 namespace analysis
 {
+struct CalculationState;
 class ReferenceSet;
-}
+} // namespace analysis
 
 namespace panel
 {
@@ -41,8 +41,8 @@ public:
     /// The reference rows, in order.
     analysis::ReferenceSet references() const;
 
-    /// The radio buttons that choose the way of calculation.
-    analysis::MethodRadios methods() const;
+    /// All that a calculation reads. Spectra and maps stay in their rows.
+    analysis::CalculationState calculationState() const;
 
     /// The edge fields; the two ends are entered as distances from the edge.
     Edge edge() const;

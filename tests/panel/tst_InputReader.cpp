@@ -1,6 +1,6 @@
 // What is read from which widget, without the panel.
 
-#include "analysis/ReferenceSet.h"
+#include "analysis/CalculationState.h"
 #include "panel/InputReader.h"
 #include "support/LooseWidgets.h"
 
@@ -22,6 +22,7 @@ private Q_SLOTS:
     void mapOfARowIsKnown();
     void referencesComeFromTheirRows();
     void methodsAreTheRadios();
+    void calculationWorksOnTheRowsThemselves();
     void limitsAreMeasuredFromTheEdge();
     void normModeByRadio_data();
     void normModeByRadio();
@@ -122,16 +123,31 @@ void tst_InputReader::methodsAreTheRadios()
     const panel::InputReader reader(loose.list);
     loose.form.TypeNonEquiv->setChecked(true);
     loose.form.TypeTMKisExact->setChecked(true);
-    QVERIFY(reader.methods().nonEquivalent);
-    QVERIFY(reader.methods().exact && !reader.methods().leastSquare);
-    QVERIFY(!reader.methods().linearBackground);
+    analysis::MethodRadios radios = reader.calculationState().radios;
+    QVERIFY(radios.nonEquivalent && radios.exact);
+    QVERIFY(!radios.leastSquare && !radios.linearBackground);
     loose.form.TypeNonEquiv->setChecked(false);
     loose.form.TypeTMKisExact->setChecked(false);
     loose.form.TypeTMKisLS->setChecked(true);
     loose.form.NonEquivBGLinear->setChecked(true);
-    QVERIFY(!reader.methods().nonEquivalent);
-    QVERIFY(!reader.methods().exact && reader.methods().leastSquare);
-    QVERIFY(reader.methods().linearBackground);
+    radios = reader.calculationState().radios;
+    QVERIFY(!radios.nonEquivalent && !radios.exact);
+    QVERIFY(radios.leastSquare && radios.linearBackground);
+}
+
+void tst_InputReader::calculationWorksOnTheRowsThemselves()
+{
+    const LooseWidgets& loose = *m_loose;
+    loose.form.SubPostEforTarget->setChecked(true);
+    const analysis::CalculationState state = panel::InputReader(loose.list).calculationState();
+    QCOMPARE(state.points.size(), 8);
+    QCOMPARE(state.maps.size(), 8);
+    QCOMPARE(state.maps.at(7), static_cast<const A2DData*>(loose.point(7)));
+    QCOMPARE(state.spectra.size(), 4);
+    QCOMPARE(state.spectra.at(3), static_cast<const AMutE*>(loose.reference(3)->XafsFS));
+    QCOMPARE(state.target, static_cast<const AMutE*>(loose.form.TargetFile));
+    QVERIFY(state.subPostForTarget);
+    QVERIFY(!state.subPostForRef);
 }
 
 void tst_InputReader::limitsAreMeasuredFromTheEdge()
