@@ -10,7 +10,7 @@ namespace tests
 /// and at angles of 10, 11, ... degrees, and two lines; its mut is
 /// @p muts above the pre-edge line.
 inline void setSpectrum(AMutE& spectrum, const QList<double>& energies, const QList<double>& muts,
-                        const VictoreenLine& pre, const VictoreenLine& post)
+                        const data::VictoreenLine& pre, const data::VictoreenLine& post)
 {
     spectrum.valid = true;
     spectrum.preLine = pre;
