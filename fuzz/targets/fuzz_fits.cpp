@@ -19,6 +19,8 @@
 #include <cmath>
 #include <limits>
 
+using data::VictoreenLine;
+
 namespace
 {
 

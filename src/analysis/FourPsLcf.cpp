@@ -11,7 +11,7 @@
 
 void FourPs::lcf()
 {
-    const WaitCursor cursor(isSpectrumWorkLong());
+    const display::WaitCursor cursor(isSpectrumWorkLong());
     const analysis::FitRange range = analysis::fitRange(pointStates());
     if (!range.isSelected()) {
         message(tr("Energy Range is not selected, which should by selected by CB of TR."));

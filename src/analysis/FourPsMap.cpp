@@ -18,7 +18,7 @@ using analysis::Variant;
 
 void FourPs::calcMap()
 {
-    const WaitCursor cursor(isReflexLong());
+    const display::WaitCursor cursor(isReflexLong());
     const QList<analysis::PointState> points = pointStates();
     const analysis::Selection selection = analysis::selectedMapRows(points);
     const analysis::MethodRadios radios = methodRadios();

@@ -88,11 +88,11 @@ void FourPs::mapNEQ(bool victoreen, const QList<analysis::PointState>& points,
     }
     stack.base = EPoints.at(stack.inputs.baseRow);
     stack.memory = &m_calculationMemory;
-    const QList<HistogramCounts*> shares(HistRatio.cbegin(), HistRatio.cend());
-    const QList<HistogramCounts*> amounts(HistDMut.cbegin(), HistDMut.cend());
+    const QList<analysis::HistogramCounts*> shares(HistRatio.cbegin(), HistRatio.cend());
+    const QList<analysis::HistogramCounts*> amounts(HistDMut.cbegin(), HistDMut.cend());
     m_latestMap.run(
         analysis::inputsOf(stack), BaseData,
-        QList<HistogramCounts*>{HistV, HistT} + shares + amounts,
+        QList<analysis::HistogramCounts*>{HistV, HistT} + shares + amounts,
         [this] {
             startMapHistograms();
             startReferenceHistograms();

@@ -15,7 +15,7 @@ using analysis::Variant;
 
 void FourPs::calcTarget()
 {
-    const WaitCursor cursor(isSpectrumWorkLong());
+    const display::WaitCursor cursor(isSpectrumWorkLong());
     const QList<PointState> points = pointStates();
     const analysis::Selection selection = analysis::selectedRows(points);
     if (selection.vRow < 0) {

@@ -30,14 +30,14 @@ void prepareOverwriteQuestion(const QFileInfo& target)
 
 void FourPs::calcAndWrite()
 {
-    const WaitCursor cursor;
+    const display::WaitCursor cursor;
     calcMap();
     write();
 }
 
 void FourPs::write()
 {
-    const WaitCursor cursor;
+    const display::WaitCursor cursor;
     const QString path = ui.SaveFSelect->fileText();
     if (const QFileInfo target(path); target.exists()) {
         prepareOverwriteQuestion(target);

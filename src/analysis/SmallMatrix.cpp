@@ -8,11 +8,8 @@
 #include <utility>
 #include <vector>
 
-using analysis::belowAllSizes;
-using analysis::eliminateColumn;
-using analysis::IndexRange;
-using analysis::pivotPlace;
-using analysis::takeOut;
+namespace analysis
+{
 
 namespace
 {
@@ -352,3 +349,5 @@ void SmallMatrix::printVectorPermuted(const char* name, Index n, const double* v
     }
     std::printf("\n# \n");
 }
+
+} // namespace analysis

@@ -52,10 +52,10 @@ void FourPs::draw(Displays::DispId id, DispABase* dab, QStylePainter* p)
     }
 }
 
-void FourPs::drawGraph(const Graph& graph, DispABase* dab, QStylePainter* p, const QString& xTitle,
-                       const QString& yTitle)
+void FourPs::drawGraph(const display::Graph& graph, DispABase* dab, QStylePainter* p,
+                       const QString& xTitle, const QString& yTitle)
 {
-    Graph::Range range{scaleX0, scaleY0, scaleX1, scaleY1};
+    display::Graph::Range range{scaleX0, scaleY0, scaleX1, scaleY1};
     graph.paint(dab, p, xTitle, yTitle, &range);
     scaleX0 = range.x0;
     scaleY0 = range.y0;
@@ -80,7 +80,7 @@ QList<AMutE*> FourPs::shownSpectra() const
 
 void FourPs::drawAllMut(DispABase* dab, QStylePainter* p)
 {
-    SpectraGraph graph;
+    display::SpectraGraph graph;
     graph.kind = NormMode();
     graph.edge = numberIn(ui.EdgeE);
     graph.from = graph.edge + numberIn(ui.PreEEndDE);
@@ -100,7 +100,7 @@ void FourPs::drawAllMut(DispABase* dab, QStylePainter* p)
 
 void FourPs::mPressedInAllMut(MouseC* m)
 {
-    const Legend legend(Disps->frame(Displays::DMuts)->DispA->cc);
+    const display::Legend legend(Disps->frame(Displays::DMuts)->DispA->cc);
     int row = 0;
     for (AMutE* spectrum : shownSpectra()) {
         if (!spectrum->valid) {
@@ -116,7 +116,7 @@ void FourPs::mPressedInAllMut(MouseC* m)
 
 void FourPs::drawComparison(DispABase* dab, QStylePainter* p)
 {
-    ComparisonGraph graph;
+    display::ComparisonGraph graph;
     const auto [lower, upper] = references().firstTwoValences();
     graph.lower = lower;
     graph.upper = upper;
@@ -130,7 +130,7 @@ void FourPs::drawHistograms(DispABase* dab, QStylePainter* p, const QString& xTi
                             const QList<Histgram*>& ofReferences,
                             bool (FourPs::*isShown)(int n) const)
 {
-    HistogramGraph graph;
+    display::HistogramGraph graph;
     graph.from = numberIn(main.fromEdit);
     graph.to = numberIn(main.toEdit);
     graph.main = main;
@@ -148,7 +148,7 @@ void FourPs::drawHistograms(DispABase* dab, QStylePainter* p, const QString& xTi
 void FourPs::drawThickness(DispABase* dab, QStylePainter* p)
 {
     const analysis::ReferenceSet refs = references();
-    ThicknessGraph graph(BaseData, refs.valenceMix());
+    display::ThicknessGraph graph(BaseData, refs.valenceMix());
     graph.limits = {numberIn(ui.HgAFrom), numberIn(ui.HgTFrom), numberIn(ui.HgATo),
                     numberIn(ui.HgTTo)};
     const auto [lower, upper] = refs.firstTwoValences();
@@ -162,7 +162,7 @@ void FourPs::drawPlane(DispABase* dab, QStylePainter* p)
 {
     const analysis::ReferenceSet refs = references();
     const QList<analysis::PointState> points = pointStates();
-    PlaneGraph graph;
+    display::PlaneGraph graph;
     if (refs.usedRow(1) >= 0) {
         const auto first = static_cast<std::size_t>(refs.usedRow(0));
         const auto second = static_cast<std::size_t>(refs.usedRow(1));

@@ -66,7 +66,7 @@ template <class ValueAt>
 void FourPs::drawCells(const DispMBase* view, QStylePainter* p, const A2DData& map,
                        ValueAt valueAt) const
 {
-    const MapCells cells(view->DispA->cc, map.xNum, map.yNum);
+    const display::MapCells cells(view->DispA->cc, map.xNum, map.yNum);
     const cBar* bar = view->CBar;
     cells.fill(p, [&](int x, int y) -> const QColor& { return bar->color(valueAt(x, y)); });
     if (ui.MapWGrid->isChecked()) {

@@ -54,7 +54,7 @@ FourPs::FourPs(QWidget* parent)
     makeEnergyRows();
     titleDialogs();
     layOutEnergyRows();
-    new LowRows(this);
+    new panel::LowRows(this);
     makeHistograms();
     SetDefaultEnergies();
     setEdge();
@@ -90,7 +90,7 @@ void FourPs::makeFileRows()
 {
     ui.DispFSelect->multi = true;
     ui.DispFSelect->setMode(AFileSelect::OpenMode);
-    MultiEnergys = new FittedEdit;
+    MultiEnergys = new display::FittedEdit;
     MultiEnergys->setObjectName(QStringLiteral("MultiEnergys"));
     MultiFiles = new AFileSelect;
     MultiFiles->setObjectName(QStringLiteral("MultiFiles"));

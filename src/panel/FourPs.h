@@ -23,7 +23,6 @@ class AFileSelect;
 class AMutE;
 class AXafsFileSelect;
 class DispMBase;
-class Graph;
 class Histgram;
 class QButtonGroup;
 
@@ -37,6 +36,11 @@ class ReferenceSet;
 enum class Variant;
 struct Work;
 } // namespace analysis
+
+namespace display
+{
+class Graph;
+}
 
 /// Holds the rows of input, the result map and the histograms, and joins them
 /// with signals and slots.
@@ -315,7 +319,8 @@ private:
     void mapNEQ(bool victoreen, const QList<analysis::PointState>& points,
                 const analysis::ReferenceSet& refs);
     using MapForm = void (*)(const analysis::MapStack& stack, A2DData& result,
-                             HistogramCounts& valence, HistogramCounts& thickness);
+                             analysis::HistogramCounts& valence,
+                             analysis::HistogramCounts& thickness);
     void runMapForm(analysis::Variant variant, MapForm form, const analysis::MapStack& stack);
     void startMapHistograms();
     void startReferenceHistograms();
@@ -325,8 +330,8 @@ private:
     void sayWrongCount(int count, int needed);
 
     // Graphs.
-    void drawGraph(const Graph& graph, DispABase* dab, QStylePainter* p, const QString& xTitle,
-                   const QString& yTitle);
+    void drawGraph(const display::Graph& graph, DispABase* dab, QStylePainter* p,
+                   const QString& xTitle, const QString& yTitle);
     void drawAllMut(DispABase* dab, QStylePainter* p);
     void drawComparison(DispABase* dab, QStylePainter* p);
     void drawHistograms(DispABase* dab, QStylePainter* p, const QString& xTitle,
@@ -352,7 +357,7 @@ private:
     void RefreshRefColumn(int n);
     void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy);
 
-    MessageLines m_messages;
+    panel::MessageLines m_messages;
     analysis::MapResultCache m_latestMap; ///< skips those with unchanged inputs
     analysis::CalculationMemory m_calculationMemory;
     QButtonGroup* m_mapRadioGroup = nullptr;

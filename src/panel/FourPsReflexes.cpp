@@ -22,8 +22,8 @@ void FourPs::noticedNewEdge(double e)
 
 void FourPs::setEdge()
 {
-    const WaitCursor cursor(isReflexLong());
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor(isReflexLong());
+    const panel::MessageLines::Batch lines(&m_messages);
     const double edge = display::numberIn(ui.EdgeE);
     const double preEdgeEnd = edge + display::numberIn(ui.PreEEndDE);
     const double postEdgeStart = edge + display::numberIn(ui.PostEStartDE);
@@ -48,8 +48,8 @@ void FourPs::dispCalcConditions(bool f)
 
 void FourPs::changedSubBGTypeForRef(bool f)
 {
-    const WaitCursor cursor(isReflexLong());
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor(isReflexLong());
+    const panel::MessageLines::Batch lines(&m_messages);
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForRef = f;
     }
@@ -63,8 +63,8 @@ void FourPs::changedSubBGTypeForRef(bool f)
 
 void FourPs::changedSubBGTypeForTarget(bool f)
 {
-    const WaitCursor cursor(isReflexLong());
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor(isReflexLong());
+    const panel::MessageLines::Batch lines(&m_messages);
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForTarget = f;
     }
@@ -116,8 +116,8 @@ void FourPs::receiveNewEnergy(double)
 
 void FourPs::receiveNewFile(QString fname)
 {
-    const WaitCursor cursor;
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor;
+    const panel::MessageLines::Batch lines(&m_messages);
     const qsizetype index = XafsFiles.indexOf(qobject_cast<AXafsFileSelect*>(sender()));
     if (index >= 0 && index < Refs.RefRows.size()) {
         receiveNewRef(static_cast<int>(index));
@@ -167,8 +167,8 @@ void FourPs::receiveNewTarget(QString)
 
 void FourPs::receiveNewDispFiles(QStringList paths)
 {
-    const WaitCursor cursor;
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor;
+    const panel::MessageLines::Batch lines(&m_messages);
     for (const QString& path : std::as_const(paths)) {
         auto spectrum = std::make_unique<AMutE>();
         if (!spectrum->readFile(path)) {
@@ -183,7 +183,7 @@ void FourPs::receiveNewDispFiles(QStringList paths)
 
 void FourPs::receiveNewPaths(QStringList paths)
 {
-    const WaitCursor cursor;
+    const display::WaitCursor cursor;
     const qsizetype count = qMin(paths.size(), EPoints.size());
     for (qsizetype k = 0; k < count; ++k) {
         EPoints.at(k)->FileSelect->newFile(paths.at(k));
@@ -192,8 +192,8 @@ void FourPs::receiveNewPaths(QStringList paths)
 
 void FourPs::calcBoth()
 {
-    const WaitCursor cursor(isReflexLong());
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor(isReflexLong());
+    const panel::MessageLines::Batch lines(&m_messages);
     SetHistogramRanges();
     calcMap();
     calcTarget();

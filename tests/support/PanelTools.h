@@ -65,7 +65,7 @@ inline void makeTargetValid(FourPs& panel)
 /// and at angles of 10, 11, ... degrees, and two lines; its mut is
 /// @p muts above the pre-edge line.
 inline void setSpectrum(AMutE& spectrum, const QList<double>& energies, const QList<double>& muts,
-                        const VictoreenLine& pre, const VictoreenLine& post)
+                        const data::VictoreenLine& pre, const data::VictoreenLine& post)
 {
     spectrum.valid = true;
     spectrum.preLine = pre;
