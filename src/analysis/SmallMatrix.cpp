@@ -86,17 +86,37 @@ void subtractRow(Index n, double* row, double factor, const double* other)
     }
 }
 
-void printHeader(const char* name)
+void printElement(double value)
 {
-    std::printf("# %s = \n# ", name);
+    std::printf("%g ", value);
 }
 
-void printElements(Index n, const double* v)
+void printElement(Index value)
+{
+    std::printf("%d ", value);
+}
+
+template <class Vector>
+void printElements(Index n, const Vector& v)
 {
     for (Index j = 0; j < n; ++j) {
-        std::printf("%g ", v[j]);
+        printElement(v[j]);
     }
     std::printf("\n# ");
+}
+
+/// Prints @p rows rows of n elements each, m[0] being the first.
+template <class Matrix>
+void printRows(const char* name, Index rows, Index n, const Matrix& m)
+{
+    if (n < 1) {
+        return;
+    }
+    std::printf("# %s = \n# ", name);
+    for (Index i = 0; i < rows; ++i) {
+        printElements(n, m[i]);
+    }
+    std::printf("\n");
 }
 
 } // namespace
@@ -293,61 +313,29 @@ void SmallMatrix::gaussJordan(Index n, double* const* a, double* const* b)
 
 void SmallMatrix::printMatrix(const char* name, Index n, const double* const* m)
 {
-    if (n < 1) {
-        return;
-    }
-    printHeader(name);
-    for (Index i = 0; i < n; ++i) {
-        printElements(n, m[i]);
-    }
-    std::printf("\n");
+    printRows(name, n, n, m);
 }
 
 void SmallMatrix::printMatrixPermuted(const char* name, Index n, const double* const* m,
                                       const Index* perm)
 {
-    if (n < 1) {
-        return;
-    }
-    printHeader(name);
-    for (Index i = 0; i < n; ++i) {
-        printElements(n, m[perm[i]]);
-    }
-    std::printf("\n");
+    printRows(name, n, n, Permuted<const double* const>{m, perm});
 }
 
 void SmallMatrix::printVector(const char* name, Index n, const double* v)
 {
-    if (n < 1) {
-        return;
-    }
-    printHeader(name);
-    printElements(n, v);
-    std::printf("\n");
+    printRows(name, 1, n, &v);
 }
 
 void SmallMatrix::printIndexVector(const char* name, Index n, const Index* p)
 {
-    if (n < 1) {
-        return;
-    }
-    printHeader(name);
-    for (Index i = 0; i < n; ++i) {
-        std::printf("%d ", p[i]);
-    }
-    std::printf("\n# \n");
+    printRows(name, 1, n, &p);
 }
 
 void SmallMatrix::printVectorPermuted(const char* name, Index n, const double* v, const Index* perm)
 {
-    if (n < 1) {
-        return;
-    }
-    printHeader(name);
-    for (Index i = 0; i < n; ++i) {
-        std::printf("%g ", v[perm[i]]);
-    }
-    std::printf("\n# \n");
+    const Permuted<const double> inOrder{v, perm};
+    printRows(name, 1, n, &inOrder);
 }
 
 } // namespace analysis
