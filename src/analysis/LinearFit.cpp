@@ -1,6 +1,7 @@
 #include "analysis/LinearFit.h"
 
 #include "analysis/LinearCombination.h"
+#include "analysis/NeqPlaces.h"
 #include "analysis/RowCollection.h"
 
 #include <algorithm>
@@ -13,7 +14,7 @@ namespace analysis
 namespace
 {
 
-constexpr qsizetype mostReferences = 4;
+constexpr qsizetype mostReferences = neq::references;
 
 // The target's points inside a range.
 struct KeptPoints {
