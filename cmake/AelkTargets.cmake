@@ -39,23 +39,6 @@ if(AELK_LIBFUZZER)
   target_compile_options(aelk_uncounted INTERFACE -fno-sanitize=fuzzer-no-link)
 endif()
 
-# Makes the build of a target fail when one of its sources includes a header
-# of the widget side.
-function(aelk_keep_free_of_widgets target)
-  get_target_property(sources ${target} SOURCES)
-  get_target_property(source_dir ${target} SOURCE_DIR)
-  list(TRANSFORM sources PREPEND ${source_dir}/)
-  set(stamp ${CMAKE_CURRENT_BINARY_DIR}/${target}-free-of-widgets.stamp)
-  add_custom_command(OUTPUT ${stamp}
-    COMMAND ${CMAKE_COMMAND} "-DSOURCES=${sources}" -DSTAMP=${stamp}
-            -P ${PROJECT_SOURCE_DIR}/cmake/CheckCoreIncludes.cmake
-    DEPENDS ${sources} ${PROJECT_SOURCE_DIR}/cmake/CheckCoreIncludes.cmake
-    COMMENT "Checking that ${target} includes no widget header"
-    VERBATIM)
-  add_custom_target(${target}_free_of_widgets DEPENDS ${stamp})
-  add_dependencies(${target} ${target}_free_of_widgets)
-endfunction()
-
 # Compiles the headers that most tests include once, for all test programs on
 # the given library: they are half of the time that a test takes to compile.
 #

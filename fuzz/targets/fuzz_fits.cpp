@@ -196,11 +196,11 @@ void checkFit(fuzz::ByteReader& in, AMutE& target)
         pointers.append(&reference);
     }
     analysis::FitRange range;
-    range.lowest = in.anyDouble();
-    range.highest = in.anyDouble();
+    range.energies.low = in.anyDouble();
+    range.energies.high = in.anyDouble();
     const auto fit = analysis::fitLinearCombination(target, pointers, valences, range);
     const tests::PlainFit plain =
-        tests::plainLinearFit(target, pointers, valences, range.lowest, range.highest);
+        tests::plainLinearFit(target, pointers, valences, range.energies.low, range.energies.high);
     FUZZ_REQUIRE(same(fit.fractions, plain.fractions));
     FUZZ_REQUIRE(sameDouble(fit.valence, plain.valence) && sameDouble(fit.base, plain.base));
     FUZZ_REQUIRE(fit.curve.size() == plain.curve.size());
@@ -386,11 +386,11 @@ void checkFitRange(const QList<analysis::PointState>& points)
     int rows = 0;
     for (const analysis::PointState& point : points) {
         rows += point.inFit ? 1 : 0;
-        FUZZ_REQUIRE(!point.inFit || !(point.energy < range.lowest));
-        FUZZ_REQUIRE(!point.inFit || !(point.energy > range.highest));
+        FUZZ_REQUIRE(!point.inFit || !(point.energy < range.energies.low));
+        FUZZ_REQUIRE(!point.inFit || !(point.energy > range.energies.high));
     }
     FUZZ_REQUIRE(range.rows == rows);
-    FUZZ_REQUIRE(!std::isnan(range.lowest) && !std::isnan(range.highest));
+    FUZZ_REQUIRE(!std::isnan(range.energies.low) && !std::isnan(range.energies.high));
 }
 
 void tryRows(fuzz::ByteReader& in)

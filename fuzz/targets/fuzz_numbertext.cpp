@@ -59,7 +59,9 @@ void checkGeneralText(double value)
 {
     // Of the very size, so that writing past it is seen.
     const auto out = std::make_unique<char[]>(analysis::generalTextCapacity);
-    const std::size_t length = analysis::generalText(value, out.get());
+    const std::size_t length = analysis::generalText(
+        value,
+        std::span<char, analysis::generalTextCapacity>(out.get(), analysis::generalTextCapacity));
     FUZZ_REQUIRE(length > 0 && length <= analysis::generalTextLength);
     const QByteArray wanted = QStringLiteral("%1").arg(value).toLatin1();
     FUZZ_REQUIRE(QByteArrayView(out.get(), static_cast<qsizetype>(length)) == wanted);

@@ -1,6 +1,7 @@
 // Background lines, normalisation and interpolation of a spectrum.
 #include "analysis/SmallMatrix.h"
 #include "data/AMutE.h"
+#include "data/Limits.h"
 
 namespace
 {
@@ -196,15 +197,8 @@ void AMutE::valueRange(int kind, double from, double to, double* min, double* ma
 {
     for (qsizetype i = 0; i < points.size(); ++i) {
         const double e = workingEnergy(i);
-        if (!(e >= from && e <= to)) {
-            continue;
-        }
-        const double v = value(kind, static_cast<int>(i));
-        if (v < *min) {
-            *min = v;
-        }
-        if (v > *max) {
-            *max = v;
+        if (e >= from && e <= to) {
+            data::widen(value(kind, static_cast<int>(i)), *min, *max);
         }
     }
 }

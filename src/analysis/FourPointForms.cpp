@@ -25,15 +25,16 @@ LeastSquarePlane::LeastSquarePlane(const QList<double>& R1, const QList<double>&
 }
 
 /// Four targets, the first of them at @p at in the blocks.
-void LeastSquarePlane::solveAt(const double* const* T, const double* TV, int at, Block& a,
+void LeastSquarePlane::solveAt(std::span<const BlockView> T, const BlockView& TV, int at, Block& a,
                                Block& thickness) const
 {
     Lanes sT{};
     Lanes sET{};
     Lanes sTT{};
     Lanes sST{};
+    auto block = T.begin();
     for (const Row& row : m_rows) {
-        const Lanes t = loadLanes(*T++ + at);
+        const Lanes t = loadLanes((block++)->data() + at);
         sT += t;
         sET += row.E * t;
         sTT += t * t;
@@ -48,12 +49,12 @@ void LeastSquarePlane::solveAt(const double* const* T, const double* TV, int at,
     const Lanes p = m_v.r * K / (m_v.r + 1);
     const Lanes q = K / (m_v.r + 1);
     const Lanes B = (-c.b[1] / K) * m_v.EV + (-c.b[0] / K);
-    storeLanes(a.data() + at,
-               ((B - loadLanes(TV + at)) * p * q + m_v.R2V * p) / (m_v.R2V * p - m_v.R1V * q));
+    storeLanes(a.data() + at, ((B - loadLanes(TV.data() + at)) * p * q + m_v.R2V * p) /
+                                  (m_v.R2V * p - m_v.R1V * q));
     storeLanes(thickness.data() + at, 1.0 / (K * 0.5));
 }
 
-void LeastSquarePlane::solve(const double* const* T, const double* TV, int count, Block& a,
+void LeastSquarePlane::solve(std::span<const BlockView> T, const BlockView& TV, int count, Block& a,
                              Block& thickness, Instructions instructions) const
 {
     runKernel(
@@ -73,16 +74,14 @@ double leastSquareFourPoints(double TV, double R1V, double R2V, double EV, const
                                  {R1V, R2V, EV, r});
     // One target in the first place of a block.
     std::vector<Block> values(static_cast<std::size_t>(count) + 1);
-    std::vector<const double*> t;
     for (qsizetype i = 0; i < count; ++i) {
-        Block& block = values[static_cast<std::size_t>(i)];
-        block.front() = T.at(i);
-        t.push_back(block.data());
+        values[static_cast<std::size_t>(i)].front() = T.at(i);
     }
     values.back().front() = TV;
+    const std::vector<BlockView> t(values.begin(), values.end());
     Block a;
     Block thickness;
-    plane.solve(t.data(), values.back().data(), 1, a, thickness);
+    plane.solve(t, t.back(), 1, a, thickness);
     *tts = thickness.front();
     return a.front();
 }

@@ -14,6 +14,7 @@
 
 #include <QList>
 
+#include <span>
 #include <vector>
 
 namespace analysis
@@ -127,8 +128,8 @@ public:
     /// @param T             for each row the block of the targets' mut
     /// @param TV            the targets' mut at the V row
     /// @param instructions  must be available; all give the same bits
-    void solve(const double* const* T, const double* TV, int count, Block& a, Block& thickness,
-               Instructions instructions = fastestInstructions()) const;
+    void solve(std::span<const BlockView> T, const BlockView& TV, int count, Block& a,
+               Block& thickness, Instructions instructions = fastestInstructions()) const;
 
 private:
     struct Row {
@@ -136,8 +137,8 @@ private:
         double S = 0.0;
     };
 
-    [[gnu::always_inline]] inline void solveAt(const double* const* T, const double* TV, int at,
-                                               Block& a, Block& thickness) const;
+    [[gnu::always_inline]] inline void solveAt(std::span<const BlockView> T, const BlockView& TV,
+                                               int at, Block& a, Block& thickness) const;
 
     std::vector<Row> m_rows;
     VPointNumbers m_v;

@@ -6,8 +6,7 @@
 // branch is done here by a choice between two values, which has equal bits.
 #pragma once
 
-#include "analysis/Lanes.h"
-#include "analysis/Unrolled.h"
+#include "analysis/Elimination.h"
 
 #include <array>
 #include <cstddef>
@@ -18,12 +17,6 @@ namespace analysis
 
 namespace detail
 {
-
-[[gnu::always_inline]] inline Lanes absolute(const Lanes& value)
-{
-    constexpr std::int64_t allButSign = INT64_MAX;
-    return Lanes(LaneBits(value) & (LaneBits{} + allButSign));
-}
 
 /// Exchanges both values in the lanes where @p wanted.
 [[gnu::always_inline]] inline void swapIf(const LaneBits& wanted, Lanes& a, Lanes& b)
@@ -47,15 +40,7 @@ struct LaneSystem {
     template <std::size_t C>
     [[gnu::always_inline]] LaneBits pivotRow() const
     {
-        LaneBits row = LaneBits{} + std::int64_t{C};
-        Lanes best = allLanes(-1e300);
-        forEachIndex<C, N>([&](auto k) __attribute__((always_inline)) {
-            const Lanes size = detail::absolute(a[k][C]);
-            const LaneBits larger = size > best;
-            best = larger ? size : best;
-            row = larger ? LaneBits{} + std::int64_t{k} : row;
-        });
-        return row;
+        return pivotPlace<LaneBits>(C, UnrolledRange<C, N>(), a);
     }
 
     /// Exchanges row @p C with a later one, from column @p C on.
@@ -75,26 +60,11 @@ struct LaneSystem {
     template <std::size_t C>
     [[gnu::always_inline]] void eliminate()
     {
-        const LaneBits isZero = a[C][C] == 0.0;
-        const Lanes divisor = isZero ? allLanes(1.0) : a[C][C];
-        forEachIndex<C + 1, N>([&](auto k) __attribute__((always_inline)) {
-            const Lanes factor = a[k][C] / divisor;
-            forEachIndex<C + 1, N>([&](auto j) __attribute__((always_inline)) {
-                a[k][j] -= a[C][j] * factor;
+        eliminateColumn(
+            C, UnrolledRange<C + 1, N>(),
+            a, [&](auto k, const Lanes& factor) __attribute__((always_inline)) {
+                b[k] -= b[C] * factor;
             });
-            b[k] -= b[C] * factor;
-        });
-    }
-
-    /// Turns @p b into the solution.
-    [[gnu::always_inline]] void substituteBack()
-    {
-        forEachIndex<0, N>([&](auto step) __attribute__((always_inline)) {
-            constexpr std::size_t i = N - 1 - step;
-            b[i] /= a[i][i];
-            forEachIndex<0, i>([&](auto k)
-                                   __attribute__((always_inline)) { b[k] -= b[i] * a[k][i]; });
-        });
     }
 };
 
@@ -115,7 +85,7 @@ template <std::size_t N>
         system.template moveUp<c>(system.template pivotRow<c>());
         system.template eliminate<c>();
     });
-    system.substituteBack();
+    substituteBack(system.a, system.b);
 }
 
 } // namespace analysis

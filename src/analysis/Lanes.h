@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <span>
 #include <vector>
 
 namespace analysis
@@ -32,6 +33,9 @@ inline constexpr int blockPixels = 64;
 
 /// One number for each pixel of a block.
 using Block = std::array<double, blockPixels>;
+
+/// The numbers of a block that lie elsewhere.
+using BlockView = std::span<const double, blockPixels>;
 
 [[gnu::always_inline]] inline Lanes loadLanes(const double* from)
 {

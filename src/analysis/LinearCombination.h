@@ -5,7 +5,7 @@
 // of the matrix library, in its order.
 #pragma once
 
-#include "analysis/Unrolled.h"
+#include "analysis/Elimination.h"
 
 #include <array>
 #include <cstddef>
@@ -57,24 +57,14 @@ public:
                 x[i] += m_basis[row][i] * y;
             }
         }
-        forEachIndex<0, N>([&](auto i) __attribute__((always_inline)) {
-            forEachIndex<i + 1, N>([&](auto k) __attribute__((always_inline)) {
-                x[k] -= x[i] * m_lower[k][i];
-            });
-        });
+        analysis::substituteForward(m_lower, x);
     }
 
     /// The second half: turns @p x into the coefficients.
     template <std::size_t N, class Number>
     [[gnu::always_inline]] inline void substituteBack(std::array<Number, N>& x) const
     {
-        forEachIndex<0, N>([&](auto step) __attribute__((always_inline)) {
-            constexpr std::size_t i = N - 1 - step;
-            x[i] /= m_upper[i][i];
-            forEachIndex<0, i>([&](auto k) __attribute__((always_inline)) {
-                x[k] -= x[i] * m_upper[k][i];
-            });
-        });
+        analysis::substituteBack(m_upper, x);
     }
 
 private:

@@ -2,6 +2,8 @@
 
 #include "analysis/CalculationState.h"
 #include "analysis/LinearCombination.h"
+#include "analysis/NeqPlaces.h"
+#include "analysis/RowCollection.h"
 
 #include <algorithm>
 #include <array>
@@ -13,7 +15,7 @@ namespace analysis
 namespace
 {
 
-constexpr qsizetype mostReferences = 4;
+constexpr qsizetype mostReferences = neq::references;
 
 // The target's points inside a range.
 struct KeptPoints {
@@ -28,7 +30,7 @@ KeptPoints pointsInside(const AMutE& target, const FitRange& range)
     for (int i = 0; i < target.points.size(); ++i) {
         const MutPoint& point = target.points.at(i);
         const double e = point.energy - target.dE;
-        if (e >= range.lowest && e <= range.highest) {
+        if (e >= range.energies.low && e <= range.energies.high) {
             kept.angles.append(point.angle);
             kept.energies.append(e);
             kept.y.push_back(target.value(AMutE::normalisedByLines, i));
@@ -62,12 +64,7 @@ FitRange fitRange(const QList<PointState>& points)
             continue;
         }
         ++range.rows;
-        if (point.energy < range.lowest) {
-            range.lowest = point.energy;
-        }
-        if (point.energy > range.highest) {
-            range.highest = point.energy;
-        }
+        range.energies.widen(point.energy);
     }
     return range;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "analysis/LCFPoint.h"
+#include "analysis/Limits.h"
 #include "data/AMutE.h"
 
 #include <QList>
@@ -15,12 +16,11 @@ struct PointState;
 /// The energies (eV) that the marked energy-point rows span, and their number;
 /// 1e300 to -1e300 without any.
 struct FitRange {
-    double lowest = 1e300;
-    double highest = -1e300;
+    Limits energies = noLimits;
     int rows = 0;
 
     /// Two rows at one energy are a range of zero width; a single row is none.
-    bool isSelected() const { return !(lowest > highest) && rows >= 2; }
+    bool isSelected() const { return !(energies.low > energies.high) && rows >= 2; }
 };
 
 /// Range of the rows whose fit box is on, in use or not.

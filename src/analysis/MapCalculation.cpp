@@ -6,6 +6,7 @@
 #include "analysis/PixelBlocks.h"
 
 #include <algorithm>
+#include <span>
 
 namespace analysis
 {
@@ -13,11 +14,11 @@ namespace analysis
 namespace
 {
 
-void fillRows(A2DRow* rows, int count, const Block& a, const Block& thickness)
+void fillRows(std::span<A2DRow> rows, const Block& a, const Block& thickness)
 {
-    for (int i = 0; i < count; ++i) {
-        rows[i].intensity = a[static_cast<std::size_t>(i)];
-        rows[i].i0 = thickness[static_cast<std::size_t>(i)];
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        rows[i].intensity = a[i];
+        rows[i].i0 = thickness[i];
         if (!rows[i].values.isEmpty()) {
             rows[i].values = {}; // of an earlier result
         }
@@ -61,11 +62,11 @@ void calculate(const MapStack& stack, const QList<MapPoint>& points, A2DData& re
     Block t;
     Block v;
     calculateBlocks(maps, memory.absorbances, *stack.v.map, result, [&](const PixelBlock& block) {
-        solve(block.absorbances, block.count, a, t);
-        std::transform(a.begin(), a.begin() + block.count, v.begin(), mix);
-        fillRows(block.rows, block.count, a, t);
-        valences.add(v, block.count, stack.instructions);
-        thicknesses.add(t, block.count, stack.instructions);
+        solve(block.absorbances, block.count(), a, t);
+        std::transform(a.begin(), a.begin() + block.count(), v.begin(), mix);
+        fillRows(block.rows, a, t);
+        valences.add(v, block.count(), stack.instructions);
+        thicknesses.add(t, block.count(), stack.instructions);
     });
     valences.finish();
     thicknesses.finish();
@@ -81,13 +82,13 @@ template <std::size_t Points, class Solve>
 void calculateByLanes(const MapStack& stack, const QList<MapPoint>& points, A2DData& result,
                       HistogramCounts& valence, HistogramCounts& thickness, Solve solve)
 {
-    const auto solveBlock = [&](const double* const* values, int count, Block& a, Block& t) {
+    const auto solveBlock = [&](std::span<const BlockView> values, int count, Block& a, Block& t) {
         runKernel(
             stack.instructions, [&]() __attribute__((always_inline)) {
                 for (int at = 0; at < count; at += laneCount) {
                     std::array<Lanes, Points> four;
                     for (std::size_t k = 0; k < Points; ++k) {
-                        four[k] = loadLanes(values[k] + at);
+                        four[k] = loadLanes(values[k].data() + at);
                     }
                     Lanes fraction;
                     Lanes thick;
@@ -154,10 +155,9 @@ void mapLeastSquare(const MapStack& stack, A2DData& result, HistogramCounts& val
     }
     const LeastSquarePlane plane(r1, r2, energies,
                                  {stack.v.r1, stack.v.r2, stack.v.energy, stack.r});
-    const qsizetype others = stack.others.size();
     calculate(stack, stack.others + QList<MapPoint>{stack.v}, result, valence, thickness,
-              [&](const double* const* t, int count, Block& a, Block& thicknesses) {
-                  plane.solve(t, t[others], count, a, thicknesses, stack.instructions);
+              [&](std::span<const BlockView> t, int count, Block& a, Block& thicknesses) {
+                  plane.solve(t, t.back(), count, a, thicknesses, stack.instructions);
               });
 }
 

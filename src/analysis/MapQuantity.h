@@ -1,9 +1,12 @@
 // One quantity of a result map, as the map view shows it.
 #pragma once
 
-#include "analysis/NonEquivalent.h"
+#include "analysis/NeqPlaces.h"
 #include "analysis/ValenceMix.h"
 #include "data/A2DData.h"
+
+#include <cstddef>
+#include <span>
 
 namespace analysis
 {
@@ -22,8 +25,7 @@ public:
     /// @param mix     valence of a fraction
     /// @param kind    0 to 12; anything else reads 0 everywhere
     MapQuantity(const A2DData& result, const ValenceMix& mix, int kind)
-        : m_rows(result.rows.constData())
-        , m_count(result.rows.size())
+        : m_rows(result.rows)
         , m_width(result.xNum)
         , m_extended(result.extended)
         , m_mix(mix)
@@ -35,10 +37,11 @@ public:
     /// fewer values. Inline, since a paint asks for every pixel.
     double at(qint64 index) const
     {
-        if (index < 0 || index >= m_count) {
+        const auto place = static_cast<std::size_t>(index); // past the rows if below 0
+        if (place >= m_rows.size()) {
             return 0.0;
         }
-        const A2DRow& row = m_rows[index];
+        const A2DRow& row = m_rows[place];
         if (!m_extended) {
             return ofFraction(row);
         }
@@ -65,8 +68,7 @@ private:
         }
     }
 
-    const A2DRow* m_rows;
-    qsizetype m_count;
+    std::span<const A2DRow> m_rows;
     int m_width;
     bool m_extended;
     ValenceMix m_mix;

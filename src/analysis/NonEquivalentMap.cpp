@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <span>
 #include <vector>
 
 namespace analysis
@@ -35,7 +36,7 @@ public:
     int references() const { return m_fit.references(); }
     int rows() const { return m_fit.rows(); }
 
-    void solve(const double* const* t, int count, BlockValues& out) const
+    void solve(std::span<const BlockView> t, int count, BlockValues& out) const
     {
         m_fit.withSize([&](auto size) {
             std::array<Block, size.unknowns> x;
@@ -56,13 +57,13 @@ public:
 private:
     /// Four pixels, the first of them at @p at in the blocks.
     template <class Size>
-    [[gnu::always_inline]] inline void beginAt(Size size, const double* const* t, int at,
+    [[gnu::always_inline]] inline void beginAt(Size size, std::span<const BlockView> t, int at,
                                                std::array<Block, Size::unknowns>& x) const
     {
         std::array<Lanes, Size::unknowns> four;
         const auto targetAt = [&](std::size_t row) __attribute__((always_inline))
         {
-            return loadLanes(t[row] + at);
+            return loadLanes(t[row].data() + at);
         };
         m_fit.begin(size, targetAt, four);
         for (std::size_t i = 0; i < four.size(); ++i) {
@@ -148,18 +149,19 @@ private:
 /// Fills the fields of the rows beside their lists.
 void fillRows(const BlockValues& values, const PixelBlock& block)
 {
-    for (int i = 0; i < block.count; ++i) {
-        block.rows[i].intensity = values[neq::share][static_cast<std::size_t>(i)];
-        block.rows[i].i0 = values[neq::totalDMut][static_cast<std::size_t>(i)];
+    for (std::size_t i = 0; i < block.rows.size(); ++i) {
+        block.rows[i].intensity = values[neq::share][i];
+        block.rows[i].i0 = values[neq::totalDMut][i];
     }
 }
 
 /// Writes the lists pixel by pixel.
-void fillLists(const BlockValues& values, int count, double* list)
+void fillLists(const BlockValues& values, std::span<double> lists)
 {
-    for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
+    double* next = lists.data();
+    for (std::size_t i = 0; i < lists.size() / values.size(); ++i) {
         for (const Block& value : values) {
-            *list++ = value[i];
+            *next++ = value[i];
         }
     }
 }
@@ -179,9 +181,9 @@ public:
     /// the first of them.
     bool fits(const PixelBlock& block) const
     {
-        const auto others = static_cast<std::size_t>(block.count - 1) * sizeof(double);
+        const std::size_t others = (block.rows.size() - 1) * sizeof(double);
         for (std::size_t k = 0; k < m_absorbances.size(); ++k) {
-            const double* const values = block.absorbances[k];
+            const double* const values = block.absorbances[k].data();
             if (std::memcmp(values, values + 1, others) != 0) {
                 return false;
             }
@@ -205,8 +207,8 @@ public:
                 m_list.append(value.front());
             }
         }
-        for (int i = 0; i < block.count; ++i) {
-            block.rows[i].values = m_list;
+        for (A2DRow& row : block.rows) {
+            row.values = m_list;
         }
     }
 
@@ -230,16 +232,15 @@ void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistogram
     BlockValues values;
     calculateBlocks(
         stack.maps, memory.absorbances, *stack.base, result, [&](const PixelBlock& block) {
-            solver.solve(block.absorbances, block.count, values);
+            solver.solve(block.absorbances, block.count(), values);
             fillRows(values, block);
             if (alike.fits(block)) {
                 alike.share(values, block);
                 memory.values.forget(block.index);
             } else {
-                fillLists(values, block.count,
-                          memory.values.share(block.index, block.rows, block.count, neq::count));
+                fillLists(values, memory.values.share(block.index, block.rows, neq::count));
             }
-            counters.count(values, block.count, stack.instructions);
+            counters.count(values, block.count(), stack.instructions);
         });
     counters.finish();
     result.extended = true;

@@ -135,28 +135,28 @@ std::size_t writeByToolkit(double value, char* out)
 
 } // namespace
 
-std::size_t generalText(double value, char* out)
+std::size_t generalText(double value, std::span<char, generalTextCapacity> out)
 {
     if (value == 0.0) {
-        *out = '0'; // of either sign
+        out.front() = '0'; // of either sign
         return 1;
     }
     const double magnitude = std::abs(value);
     if (magnitude >= lowestScaled && magnitude < highestScaled) {
         const std::size_t sign = value < 0.0 ? 1 : 0;
-        *out = '-'; // overwritten where there is no sign
-        const std::size_t length = writeMagnitude(magnitude, out + sign);
+        out.front() = '-'; // overwritten where there is no sign
+        const std::size_t length = writeMagnitude(magnitude, out.data() + sign);
         if (length > 0) {
             return sign + length;
         }
     }
-    return writeByToolkit(value, out);
+    return writeByToolkit(value, out.data());
 }
 
 void appendGeneral(QByteArray& text, double value, int width)
 {
     std::array<char, generalTextCapacity> number; // NOLINT(cppcoreguidelines-pro-type-member-init)
-    const auto length = static_cast<qsizetype>(generalText(value, number.data()));
+    const auto length = static_cast<qsizetype>(generalText(value, number));
     if (length < width) {
         text.append(width - length, ' ');
     }

@@ -11,6 +11,7 @@
 #include <QString>
 
 #include <cstddef>
+#include <span>
 
 namespace analysis
 {
@@ -22,12 +23,12 @@ inline constexpr std::size_t generalTextCapacity = 32;
 /// Length of the longest text, such as "-1.23457e-100".
 inline constexpr std::size_t generalTextLength = 13;
 
-/// Writes @p value in general format with 6 significant digits to @p out, at
-/// least generalTextCapacity bytes, byte for byte what QString::arg(double) gives:
-/// exact halves are rounded away from zero, -0.0 reads "0", and what is no
-/// finite number reads "nan", "inf" or "-inf".
+/// Writes @p value in general format with 6 significant digits to the beginning of
+/// @p out, byte for byte what QString::arg(double) gives: exact halves are rounded
+/// away from zero, -0.0 reads "0", and what is no finite number reads "nan", "inf" or
+/// "-inf".
 /// @return the number of bytes written; no terminating zero
-std::size_t generalText(double value, char* out);
+std::size_t generalText(double value, std::span<char, generalTextCapacity> out);
 
 /// Appends generalText() of @p value, right-aligned in @p width characters; a
 /// longer number takes the characters that it needs. The same bytes as

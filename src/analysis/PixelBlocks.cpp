@@ -7,7 +7,7 @@
 namespace analysis
 {
 
-A2DRow* startResult(A2DData& result, const A2DData& base)
+std::span<A2DRow> startResult(A2DData& result, const A2DData& base)
 {
     result.xNum = base.xNum;
     result.yNum = base.yNum;
@@ -22,21 +22,21 @@ A2DRow* startResult(A2DData& result, const A2DData& base)
     result.rows.reserve(pixels);
     result.rows.resize(pixels);
     data::cleanVectorRegisters(); // a paint may have come before
-    return result.rows.data();
+    return result.rows;
 }
 
-void copyCoordinates(const A2DData& base, qint64 first, int count, A2DRow* rows)
+void copyCoordinates(const A2DData& base, qint64 first, std::span<A2DRow> rows)
 {
-    const auto known =
-        static_cast<int>(std::clamp<qint64>(base.rows.size() - first, 0, qint64{count}));
-    for (int i = 0; i < known; ++i) {
-        const A2DRow& from = base.rows.at(first + i);
-        rows[i].x = from.x;
-        rows[i].y = from.y;
+    const auto begin = static_cast<std::size_t>(std::min<qint64>(first, base.rows.size()));
+    const auto from = std::span<const A2DRow>(base.rows).subspan(begin);
+    const std::size_t known = std::min(from.size(), rows.size());
+    for (std::size_t i = 0; i < known; ++i) {
+        rows[i].x = from[i].x;
+        rows[i].y = from[i].y;
     }
-    for (int i = known; i < count; ++i) {
-        rows[i].x = 0.0;
-        rows[i].y = 0.0;
+    for (A2DRow& row : rows.subspan(known)) {
+        row.x = 0.0;
+        row.y = 0.0;
     }
 }
 
@@ -44,10 +44,10 @@ StackBlocks::StackBlocks(const QList<const A2DData*>& maps, const data::Absorban
                          const A2DData& base)
     : m_width(base.xNum)
     , m_blocks(static_cast<std::size_t>(maps.size()))
-    , m_values(static_cast<std::size_t>(maps.size()))
+    , m_values(m_blocks.begin(), m_blocks.end())
 {
     for (const A2DData* map : maps) {
-        m_sources.push_back({cache.of(*map), map->rows.constData(), map->rows.size(), map->xNum});
+        m_sources.push_back({cache.of(*map), map->rows, map->xNum});
     }
 }
 
@@ -55,12 +55,13 @@ void StackBlocks::read(qint64 first, int count)
 {
     for (std::size_t k = 0; k < m_sources.size(); ++k) {
         const Source& source = m_sources[k];
-        if (source.absorbance != nullptr && source.width == m_width &&
-            first + blockPixels <= source.size) {
-            m_values[k] = source.absorbance + first;
+        if (source.width == m_width &&
+            first + blockPixels <= static_cast<qint64>(source.absorbance.size())) {
+            m_values[k] = source.absorbance.subspan(static_cast<std::size_t>(first))
+                              .first<std::size_t{blockPixels}>();
         } else {
             copy(source, first, count, m_blocks[k]);
-            m_values[k] = m_blocks[k].data();
+            m_values[k] = m_blocks[k];
         }
     }
 }
@@ -75,11 +76,13 @@ void StackBlocks::copy(const Source& source, qint64 first, int count, Block& blo
         const qint64 pieceEnd = std::min(end, (y + 1) * m_width);
         const qint64 toSource = y * source.width - y * m_width;
         const qint64 from = std::clamp(qint64{0}, at + toSource, pieceEnd + toSource);
-        const qint64 to = std::clamp(source.size, from, std::max(from, pieceEnd + toSource));
+        const qint64 to = std::clamp(static_cast<qint64>(source.rows.size()), from,
+                                     std::max(from, pieceEnd + toSource));
         for (qint64 i = from; i < to; ++i) {
+            const auto row = static_cast<std::size_t>(i);
             block[static_cast<std::size_t>(i - toSource - first)] =
-                source.absorbance != nullptr ? source.absorbance[i]
-                                             : data::absorbance(source.rows[i]);
+                source.absorbance.empty() ? data::absorbance(source.rows[row])
+                                          : source.absorbance[row];
         }
         at = pieceEnd;
     }

@@ -11,6 +11,7 @@
 #include <QList>
 
 #include <algorithm>
+#include <span>
 #include <vector>
 
 namespace analysis
@@ -27,11 +28,11 @@ inline qsizetype pixelCount(const A2DData& base)
 /// who finds there what an earlier result had: its memory is used again where
 /// nobody shares it.
 /// @return the rows
-A2DRow* startResult(A2DData& result, const A2DData& base);
+std::span<A2DRow> startResult(A2DData& result, const A2DData& base);
 
 /// Gives @p rows, the pixels of a result from @p first on, x and y of the rows of
 /// @p base at this place, or 0.0 where it has none.
-void copyCoordinates(const A2DData& base, qint64 first, int count, A2DRow* rows);
+void copyCoordinates(const A2DData& base, qint64 first, std::span<A2DRow> rows);
 
 /// The absorbances of a stack of maps at the pixels of a base map, as pixelMut()
 /// gives them: each map with its own width.
@@ -50,13 +51,12 @@ public:
 
     /// For each map the block that was read last; numbers behind its pixels mean
     /// nothing.
-    const double* const* values() const { return m_values.data(); }
+    std::span<const BlockView> values() const { return m_values; }
 
 private:
     struct Source {
-        const double* absorbance; ///< of all rows; null where it is not kept
-        const A2DRow* rows;
-        qint64 size;
+        std::span<const double> absorbance; ///< of all rows; empty where it is not kept
+        std::span<const A2DRow> rows;
         qint64 width;
     };
 
@@ -65,15 +65,17 @@ private:
     qint64 m_width;
     std::vector<Source> m_sources;
     std::vector<Block> m_blocks;
-    std::vector<const double*> m_values;
+    std::vector<BlockView> m_values;
 };
 
 /// A block of a calculation.
 struct PixelBlock {
-    std::size_t index;                ///< in scan order
-    int count;                        ///< pixels, at most blockPixels
-    A2DRow* rows;                     ///< of the result; they have x and y
-    const double* const* absorbances; ///< of the maps, as of StackBlocks
+    std::size_t index;                      ///< in scan order
+    std::span<A2DRow> rows;                 ///< of the result; they have x and y
+    std::span<const BlockView> absorbances; ///< of the maps, as of StackBlocks
+
+    /// Pixels, at most blockPixels.
+    int count() const { return static_cast<int>(rows.size()); }
 };
 
 /// Makes @p result, one row for each pixel of @p base, in scan order, with the size
@@ -86,15 +88,13 @@ template <class Fill>
 void calculateBlocks(const QList<const A2DData*>& maps, const data::AbsorbanceCache& cache,
                      const A2DData& base, A2DData& result, Fill fill)
 {
-    A2DRow* const rows = startResult(result, base);
+    const std::span<A2DRow> rows = startResult(result, base);
     StackBlocks stack(maps, cache, base);
-    const qint64 pixels = result.rows.size();
-    PixelBlock block{0, 0, rows, stack.values()};
-    for (qint64 first = 0; first < pixels; first += blockPixels) {
-        block.count = static_cast<int>(std::min<qint64>(blockPixels, pixels - first));
-        block.rows = rows + first;
-        copyCoordinates(base, first, block.count, block.rows);
-        stack.read(first, block.count);
+    PixelBlock block{0, {}, stack.values()};
+    for (std::size_t first = 0; first < rows.size(); first += blockPixels) {
+        block.rows = rows.subspan(first, std::min<std::size_t>(blockPixels, rows.size() - first));
+        copyCoordinates(base, static_cast<qint64>(first), block.rows);
+        stack.read(static_cast<qint64>(first), block.count());
         fill(block);
         ++block.index;
     }

@@ -1,5 +1,7 @@
 #include "analysis/ReferenceSet.h"
 
+#include "analysis/NeqPlaces.h"
+
 #include <limits>
 #include <utility>
 
@@ -73,14 +75,8 @@ Limits ReferenceSet::valenceRange() const
 {
     Limits range{10.0, 0.0};
     for (const ReferenceState& row : m_rows) {
-        if (!row.used) {
-            continue;
-        }
-        if (row.valence < range.low) {
-            range.low = row.valence;
-        }
-        if (row.valence > range.high) {
-            range.high = row.valence;
+        if (row.used) {
+            range.widen(row.valence);
         }
     }
     return range;
@@ -96,7 +92,7 @@ double ReferenceSet::totalJump() const
     return total;
 }
 
-Limits ReferenceSet::firstTwoValences() const
+ValenceScale ReferenceSet::firstTwoValences() const
 {
     const ReferenceState* first = used(0);
     const ReferenceState* second = used(1);
@@ -114,16 +110,15 @@ QList<double> ReferenceSet::usedValences() const
 
 std::optional<Limits> mapLimits(int kind, const ReferenceSet& references)
 {
-    if (kind >= 0 && kind <= 3) {
+    if (kind >= neq::share && kind < neq::share + neq::references) {
         return Limits{-0.1, 1.1};
     }
-    if ((kind >= 4 && kind <= 8) || kind == 12) {
+    if ((kind >= neq::dMut && kind <= neq::mut0) || kind == neq::totalDMut) {
         const double total = references.totalJump();
         return Limits{-total / 10, total * 1.1};
     }
-    if (kind == 11) {
-        const Limits valences = references.valenceRange();
-        return Limits{valences.low - 0.5, valences.high + 0.5};
+    if (kind == neq::valence) {
+        return valenceHistogramLimits(references);
     }
     return std::nullopt;
 }

@@ -19,6 +19,12 @@ struct ReferenceState {
     double edgeJump = 0.0; ///< post-edge less pre-edge line at the spectrum's edge energy
 };
 
+/// The two ends of a graph's scale of valences. The lower one may be the larger.
+struct ValenceScale {
+    double lower = 0.0;
+    double upper = 0.0;
+};
+
 /// The reference rows in list order. "Used" and "valid" are different notions,
 /// and each operation says which it goes by.
 class ReferenceSet
@@ -59,10 +65,9 @@ public:
     /// one therefore takes its place in the sum.
     double totalJump() const;
 
-    /// Valences of the first two used references, valid or not, as the lower and
-    /// the upper end of a graph's scale, in this order whichever is the larger. A
+    /// Valences of the first two used references, valid or not, in this order. A
     /// missing one counts as 0.
-    Limits firstTwoValences() const;
+    ValenceScale firstTwoValences() const;
 
     /// Valences of the first n used references, n as in totalJump().
     QList<double> usedValences() const;
@@ -71,8 +76,8 @@ private:
     QList<ReferenceState> m_rows;
 };
 
-/// Value range of the result map that shows column @p kind (0 to 12, as in the
-/// result file): shares -0.1 to 1.1; amounts and the background constant from
+/// Value range of the result map that shows column @p kind (a place of neq, as in
+/// the result file): shares -0.1 to 1.1; amounts and the background constant from
 /// minus a tenth of the total jump to 1.1 times it; the valence half a unit
 /// around the references. None for the two background slopes, which keep the
 /// range they have, and for any other number.

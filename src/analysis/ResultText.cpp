@@ -101,7 +101,7 @@ char* putNumber(char* out, double value)
     constexpr std::size_t copied = 16;
     static_assert(generalTextLength <= copied && numberWidth + copied < numberCapacity);
     std::array<char, generalTextCapacity> text{};
-    const std::size_t length = generalText(value, text.data());
+    const std::size_t length = generalText(value, text);
     const std::size_t pad = length < numberWidth ? numberWidth - length : 0;
     std::memset(out, ' ', numberWidth);
     std::memcpy(out + pad, text.data(), copied);

@@ -1,6 +1,7 @@
 // The text of a result map file.
 #pragma once
 
+#include "analysis/NeqPlaces.h"
 #include "analysis/ValenceMix.h"
 
 #include <QString>
@@ -14,7 +15,7 @@ namespace analysis
 {
 
 /// The number of columns that an extended result map can write.
-inline constexpr int columnCount = 13;
+inline constexpr int columnCount = neq::count;
 
 /// Name of result column @p i in the file: "alpha1" ... "Total-dMut"; "UnKnown"
 /// outside 0 to 12.

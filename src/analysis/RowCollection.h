@@ -1,6 +1,8 @@
 // The numbers that a calculation takes from the energy-point rows.
 #pragma once
 
+#include "analysis/NeqPlaces.h"
+
 #include <QList>
 
 #include <array>
@@ -13,11 +15,11 @@ class ReferenceSet;
 /// One energy-point row as it stands on the panel; numbers are those of the
 /// texts, to the digits that they show.
 struct PointState {
-    bool used = false;   ///< the row's use box is on
-    bool vPoint = false; ///< the row is marked as V point
-    bool hasMap = false; ///< a map is loaded
-    double energy = 0.0; ///< eV
-    std::array<double, 4> mut{};
+    bool used = false;                         ///< the row's use box is on
+    bool vPoint = false;                       ///< the row is marked as V point
+    bool hasMap = false;                       ///< a map is loaded
+    double energy = 0.0;                       ///< eV
+    std::array<double, neq::references> mut{}; ///< of the references
     double mutT = 0.0;
     bool inFit = false; ///< its energy bounds the range of the linear combination fit
 };

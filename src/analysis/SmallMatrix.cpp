@@ -1,5 +1,7 @@
 #include "analysis/SmallMatrix.h"
 
+#include "analysis/Elimination.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -14,45 +16,20 @@ namespace
 
 using Index = std::int32_t;
 
-constexpr double belowAllSizes = -1e300;
-
 template <class T>
 T* newArray(Index n)
 {
     return n < 1 ? nullptr : new T[static_cast<std::size_t>(n)];
 }
 
-/// The place in perm, from @p column on, of the row with the largest absolute
-/// value in @p column; @p column itself when all are NaN.
-Index pivotPlace(Index n, const double* const* work, const Index* perm, Index column)
-{
-    Index place = column;
-    double best = belowAllSizes;
-    for (Index k = column; k < n; ++k) {
-        const double size = std::fabs(work[perm[k]][column]);
-        if (size > best) {
-            best = size;
-            place = k;
-        }
-    }
-    return place;
-}
+/// A matrix or a vector with its rows in the order of a permutation.
+template <class Element>
+struct Permuted {
+    Element* rows;
+    const Index* perm;
 
-/// Subtracts the pivot row of @p column from the rows below it and leaves the
-/// multipliers in that column.
-void eliminateColumn(Index n, double* const* work, const Index* perm, Index column)
-{
-    const double* pivotRow = work[perm[column]];
-    const double pivot = pivotRow[column];
-    const double divisor = pivot == 0.0 ? 1.0 : pivot;
-    for (Index k = column + 1; k < n; ++k) {
-        double* row = work[perm[k]];
-        row[column] = row[column] / divisor;
-        for (Index j = column + 1; j < n; ++j) {
-            row[j] -= pivotRow[j] * row[column];
-        }
-    }
-}
+    Element& operator[](Index i) const { return rows[perm[i]]; }
+};
 
 /// Moves the upper triangle of the factorised @p work to @p u and puts a unit
 /// diagonal in its place.
@@ -109,17 +86,37 @@ void subtractRow(Index n, double* row, double factor, const double* other)
     }
 }
 
-void printHeader(const char* name)
+void printElement(double value)
 {
-    std::printf("# %s = \n# ", name);
+    std::printf("%g ", value);
 }
 
-void printElements(Index n, const double* v)
+void printElement(Index value)
+{
+    std::printf("%d ", value);
+}
+
+template <class Vector>
+void printElements(Index n, const Vector& v)
 {
     for (Index j = 0; j < n; ++j) {
-        std::printf("%g ", v[j]);
+        printElement(v[j]);
     }
     std::printf("\n# ");
+}
+
+/// Prints @p rows rows of n elements each, m[0] being the first.
+template <class Matrix>
+void printRows(const char* name, Index rows, Index n, const Matrix& m)
+{
+    if (n < 1) {
+        return;
+    }
+    std::printf("# %s = \n# ", name);
+    for (Index i = 0; i < rows; ++i) {
+        printElements(n, m[i]);
+    }
+    std::printf("\n");
 }
 
 } // namespace
@@ -261,8 +258,10 @@ void SmallMatrix::luDecompose(Index n, const double* const* a, double* const* l,
     }
     copyMatrix(n, a, l);
     for (Index c = 0; c < n; ++c) {
-        std::swap(perm[c], perm[pivotPlace(n, l, perm, c)]);
-        eliminateColumn(n, l, perm, c);
+        const Permuted<double* const> work{l, perm};
+        std::swap(perm[c], perm[pivotPlace<std::int64_t>(c, IndexRange{c, n}, work)]);
+        eliminateColumn(c, IndexRange{c + 1, n}, work,
+                        [&](Index k, double factor) { work[k][c] = factor; });
     }
     splitFactors(n, l, u, perm);
 }
@@ -271,12 +270,10 @@ void SmallMatrix::forwardSolve(Index n, const double* const* l, const double* b,
                                const Index* perm)
 {
     copyVector(n, b, y);
+    const Permuted<double> inOrder{y, perm};
     for (Index i = 0; i + 1 < n; ++i) {
-        const Index p = perm[i];
-        y[p] /= l[p][i];
-        for (Index k = i + 1; k < n; ++k) {
-            y[perm[k]] -= y[p] * l[perm[k]][i];
-        }
+        inOrder[i] /= l[perm[i]][i];
+        takeOut(i, IndexRange{i + 1, n}, Permuted<const double* const>{l, perm}, inOrder);
     }
 }
 
@@ -284,12 +281,10 @@ void SmallMatrix::backSolve(Index n, const double* const* u, const double* y, do
                             const Index* perm)
 {
     copyVector(n, y, x);
+    const Permuted<double> inOrder{x, perm};
     for (Index i = std::max(n, 0) - 1; i >= 0; --i) {
-        const Index p = perm[i];
-        x[p] /= u[p][i];
-        for (Index k = i - 1; k >= 0; --k) {
-            x[perm[k]] -= x[p] * u[perm[k]][i];
-        }
+        inOrder[i] /= u[perm[i]][i];
+        takeOut(i, IndexRange{0, i}, Permuted<const double* const>{u, perm}, inOrder);
     }
 }
 
@@ -318,61 +313,29 @@ void SmallMatrix::gaussJordan(Index n, double* const* a, double* const* b)
 
 void SmallMatrix::printMatrix(const char* name, Index n, const double* const* m)
 {
-    if (n < 1) {
-        return;
-    }
-    printHeader(name);
-    for (Index i = 0; i < n; ++i) {
-        printElements(n, m[i]);
-    }
-    std::printf("\n");
+    printRows(name, n, n, m);
 }
 
 void SmallMatrix::printMatrixPermuted(const char* name, Index n, const double* const* m,
                                       const Index* perm)
 {
-    if (n < 1) {
-        return;
-    }
-    printHeader(name);
-    for (Index i = 0; i < n; ++i) {
-        printElements(n, m[perm[i]]);
-    }
-    std::printf("\n");
+    printRows(name, n, n, Permuted<const double* const>{m, perm});
 }
 
 void SmallMatrix::printVector(const char* name, Index n, const double* v)
 {
-    if (n < 1) {
-        return;
-    }
-    printHeader(name);
-    printElements(n, v);
-    std::printf("\n");
+    printRows(name, 1, n, &v);
 }
 
 void SmallMatrix::printIndexVector(const char* name, Index n, const Index* p)
 {
-    if (n < 1) {
-        return;
-    }
-    printHeader(name);
-    for (Index i = 0; i < n; ++i) {
-        std::printf("%d ", p[i]);
-    }
-    std::printf("\n# \n");
+    printRows(name, 1, n, &p);
 }
 
 void SmallMatrix::printVectorPermuted(const char* name, Index n, const double* v, const Index* perm)
 {
-    if (n < 1) {
-        return;
-    }
-    printHeader(name);
-    for (Index i = 0; i < n; ++i) {
-        std::printf("%g ", v[perm[i]]);
-    }
-    std::printf("\n# \n");
+    const Permuted<const double> inOrder{v, perm};
+    printRows(name, 1, n, &inOrder);
 }
 
 } // namespace analysis

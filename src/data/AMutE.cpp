@@ -1,31 +1,15 @@
 #include "data/AMutE.h"
 
+#include "data/Limits.h"
 #include "data/MemoryCheck.h"
 #include "data/ReadBounds.h"
 
-namespace
-{
-
-// Strict comparisons: a NaN changes no extreme.
-void widen(double value, double* min, double* max)
-{
-    if (value < *min) {
-        *min = value;
-    }
-    if (value > *max) {
-        *max = value;
-    }
-}
-
-} // namespace
-
 void AMutE::beginRead()
 {
-    constexpr double beyondAll = 1e300;
     points.clear();
     valid = false;
-    minAngle = minEnergy = minMut = beyondAll;
-    maxAngle = maxEnergy = maxMut = -beyondAll;
+    minAngle = minEnergy = minMut = data::noLimits.low;
+    maxAngle = maxEnergy = maxMut = data::noLimits.high;
 }
 
 const char* AMutE::appendPoint(const MutPoint& point, qint64 besides)
@@ -37,9 +21,9 @@ const char* AMutE::appendPoint(const MutPoint& point, qint64 besides)
         return "no memory for its points";
     }
     points.append(point);
-    widen(point.angle, &minAngle, &maxAngle);
-    widen(point.energy, &minEnergy, &maxEnergy);
-    widen(point.mut, &minMut, &maxMut);
+    data::widen(point.angle, minAngle, maxAngle);
+    data::widen(point.energy, minEnergy, maxEnergy);
+    data::widen(point.mut, minMut, maxMut);
     return nullptr;
 }
 

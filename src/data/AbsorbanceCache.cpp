@@ -21,7 +21,7 @@ void AbsorbanceCache::prepare(const QList<const A2DData*>& maps)
                             std::make_move_iterator(m_entries.end()));
     m_entries.erase(firstFree, m_entries.end());
     for (const A2DData* map : maps) {
-        if (map->rows.isEmpty() || of(*map) != nullptr) {
+        if (map->rows.isEmpty() || !of(*map).empty()) {
             continue;
         }
         Entry entry;
@@ -34,14 +34,14 @@ void AbsorbanceCache::prepare(const QList<const A2DData*>& maps)
     }
 }
 
-const double* AbsorbanceCache::of(const A2DData& map) const
+std::span<const double> AbsorbanceCache::of(const A2DData& map) const
 {
     for (const Entry& entry : m_entries) {
         if (entry.holds(map)) {
-            return entry.values.get();
+            return {entry.values.get(), static_cast<std::size_t>(entry.rows.size())};
         }
     }
-    return nullptr;
+    return {};
 }
 
 void AbsorbanceCache::Entry::fill(const QList<A2DRow>& newRows)

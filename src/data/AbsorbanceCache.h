@@ -6,6 +6,7 @@
 #include <QList>
 
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace data
@@ -28,10 +29,10 @@ public:
     /// Makes ready the absorbance of @p maps, and forgets all others.
     void prepare(const QList<const A2DData*>& maps);
 
-    /// The absorbance of each row of @p map, in their order; null if it was not
+    /// The absorbance of each row of @p map, in their order; empty if it was not
     /// among the maps that were made ready, or was changed since. Valid until
     /// the next prepare().
-    const double* of(const A2DData& map) const;
+    std::span<const double> of(const A2DData& map) const;
 
 private:
     struct Entry {

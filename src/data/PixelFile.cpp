@@ -52,23 +52,23 @@ bool PixelFile::open(const QString& path)
     return false;
 }
 
-void PixelFile::readValues(double* out, qsizetype count)
+void PixelFile::readValues(std::span<double> out)
 {
     if (!m_file.isOpen()) {
         return;
     }
-    m_file.read(reinterpret_cast<char*>(out), count * qint64{sizeof(double)});
+    m_file.read(reinterpret_cast<char*>(out.data()), static_cast<qint64>(out.size_bytes()));
 }
 
-void PixelFile::readFlags(bool* out, qsizetype count)
+void PixelFile::readFlags(std::span<bool> out)
 {
     if (!m_file.isOpen()) {
         return;
     }
-    char* const bytes = reinterpret_cast<char*>(out);
-    m_file.read(bytes, count);
+    char* const bytes = reinterpret_cast<char*>(out.data());
+    m_file.read(bytes, static_cast<qint64>(out.size_bytes()));
     // A bool may not hold what any byte of a file may.
-    std::transform(bytes, bytes + count, bytes,
+    std::transform(bytes, bytes + out.size(), bytes,
                    [](char byte) { return static_cast<char>(byte != 0); });
 }
 
@@ -98,7 +98,7 @@ bool appendPixelFile(const QString& path, A2DData& map, qsizetype most)
     for (qsizetype first = 0; first < count; first += qsizetype{values.size()}) {
         const qsizetype here = std::min(count - first, qsizetype{values.size()});
         values.fill(0.0);
-        file.readValues(values.data(), here);
+        file.readValues(std::span(values).first(static_cast<std::size_t>(here)));
         for (qsizetype i = first; i < first + here; ++i, ++row) {
             row->x = static_cast<double>(i % map.xNum);
             row->y = static_cast<double>(i / map.xNum);

@@ -6,6 +6,8 @@
 
 #include <QFile>
 
+#include <span>
+
 namespace data
 {
 
@@ -24,10 +26,10 @@ public:
     const TDData0Header& header() const { return m_header; }
     qsizetype pixelCount() const { return qsizetype{m_header.width} * m_header.height; }
 
-    /// Reads the next @p count values, or flags, which follow the last value. What
-    /// the file does not have keeps its value in @p out.
-    void readValues(double* out, qsizetype count);
-    void readFlags(bool* out, qsizetype count);
+    /// Reads the next values, or flags, which follow the last value, as many as
+    /// @p out takes. What the file does not have keeps its value there.
+    void readValues(std::span<double> out);
+    void readFlags(std::span<bool> out);
 
 private:
     QFile m_file;

@@ -91,6 +91,5 @@ bool TDData0::holdsData(qint64 index) const
 
 void TDData0::widenExtremes(double value)
 {
-    minVal = std::min(minVal, value);
-    maxVal = std::max(maxVal, value);
+    data::widen(value, minVal, maxVal);
 }

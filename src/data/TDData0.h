@@ -1,6 +1,8 @@
 // A two-dimensional map with a valid flag for each pixel, and its binary file.
 #pragma once
 
+#include "data/Limits.h"
+
 #include <QList>
 #include <QObject>
 #include <QRect>
@@ -15,8 +17,8 @@ struct TDData0Header {
     int width = 0;         ///< unchecked: may be negative or past any file
     int height = 0;
     QString dataId;
-    double minVal = 1e300;
-    double maxVal = -1e300;
+    double minVal = data::noLimits.low;
+    double maxVal = data::noLimits.high;
 };
 
 /// A map of doubles with one valid flag for each pixel, an identifier, its
@@ -111,9 +113,9 @@ public:
     int width = 0;  ///< pixels on a line
     int height = 0; ///< lines
     QList<double> data;
-    QList<bool> validFlags; ///< whether a pixel holds data
-    double minVal = 1e300;  ///< extreme values; 1e300 and -1e300 without pixels
-    double maxVal = -1e300;
+    QList<bool> validFlags;             ///< whether a pixel holds data
+    double minVal = data::noLimits.low; ///< extreme values; 1e300 and -1e300 without pixels
+    double maxVal = data::noLimits.high;
     QRect region;               ///< region of interest
     bool regionSet = false;     ///< whether @c region is in force
     QList<MaskItem*> maskItems; ///< owned

@@ -180,8 +180,8 @@ bool TDData0::load(const QString& path)
     dataId = file.header().dataId;
     data.resize(pixels);
     validFlags.resize(pixels);
-    file.readValues(data.data(), pixels);
-    file.readFlags(validFlags.data(), pixels);
+    file.readValues(data);
+    file.readFlags(validFlags);
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "data/ValueBlocks.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 namespace data
@@ -18,40 +19,44 @@ void ValueBlocks::forget(std::size_t index)
     }
 }
 
-double* ValueBlocks::share(std::size_t index, A2DRow* rows, int count, int length)
+std::span<double> ValueBlocks::share(std::size_t index, std::span<A2DRow> rows, int length)
 {
     if (m_blocks.size() <= index) {
         m_blocks.resize(index + 1);
     }
     Memory& memory = m_blocks[index];
-    if (isFree(memory, rows, count, length)) {
-        return memory.data();
+    const auto size = static_cast<qsizetype>(rows.size()) * length;
+    const auto values = [&] { return std::span(memory.data(), static_cast<std::size_t>(size)); };
+    if (isFree(memory, rows, length)) {
+        return values();
     }
-    const qsizetype size = qsizetype{count} * length;
     memory = Memory(QTypedArrayData<double>::allocate(size), size);
     Q_CHECK_PTR(memory.data());
-    for (int i = 0; i < count; ++i) {
+    double* begin = memory.data();
+    for (A2DRow& row : rows) {
         Memory list = memory; // one owner more
-        list.setBegin(list.data() + qsizetype{length} * i);
+        list.setBegin(begin);
         list.size = length;
-        rows[i].values = QList<double>(std::move(list));
+        row.values = QList<double>(std::move(list));
+        begin += length;
     }
-    return memory.data();
+    return values();
 }
 
 /// Whether @p rows have the block to themselves: each its list there, and no list
 /// anywhere else.
-bool ValueBlocks::isFree(Memory& memory, const A2DRow* rows, int count, int length)
+bool ValueBlocks::isFree(Memory& memory, std::span<const A2DRow> rows, int length)
 {
     const auto* const header = memory.d_ptr();
-    if (header == nullptr || header->ref_.loadRelaxed() != count + 1) {
+    if (header == nullptr || std::cmp_not_equal(header->ref_.loadRelaxed(), rows.size() + 1)) {
         return false;
     }
-    for (int i = 0; i < count; ++i) {
-        const QList<double>& list = rows[i].values;
-        if (list.constData() != memory.data() + qsizetype{length} * i || list.size() != length) {
+    const double* begin = memory.data();
+    for (const A2DRow& row : rows) {
+        if (row.values.constData() != begin || row.values.size() != length) {
             return false;
         }
+        begin += length;
     }
     return true;
 }

@@ -5,6 +5,7 @@
 
 #include <QArrayDataPointer>
 
+#include <span>
 #include <vector>
 
 namespace data
@@ -34,17 +35,17 @@ public:
     /// that are there already, and that nobody else has a copy of, stay and are
     /// filled anew.
     ///
-    /// @param count   number of rows, above 0. A write to one list allocates up to
-    ///                the whole block again, so a block is better kept small.
+    /// @param rows    at least one. A write to one list allocates up to the whole
+    ///                block again, so a block is better kept small.
     /// @param length  above 0
-    /// @return where the values of the first row begin; those of the others follow
-    ///         without a gap. To be filled before a list is read or copied
-    double* share(std::size_t index, A2DRow* rows, int count, int length);
+    /// @return the values of all rows, row by row. To be filled before a list is
+    ///         read or copied
+    std::span<double> share(std::size_t index, std::span<A2DRow> rows, int length);
 
 private:
     using Memory = QArrayDataPointer<double>;
 
-    static bool isFree(Memory& memory, const A2DRow* rows, int count, int length);
+    static bool isFree(Memory& memory, std::span<const A2DRow> rows, int length);
 
     std::vector<Memory> m_blocks;
 };

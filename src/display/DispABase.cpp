@@ -18,29 +18,14 @@ constexpr int buttonColumn = 7;
 } // namespace
 
 DispABase::DispABase(QWidget* parent)
-    : QFrame(parent)
+    : DrawingFrame(parent)
 {
     setupUi(this);
     // No wider than its words need: the read-outs have use for every pixel.
     const int words = PopDockB->fontMetrics().horizontalAdvance(PopDockB->text());
     gridLayout_2->setColumnMinimumWidth(buttonColumn,
                                         std::min(words + buttonPadding, PopDockB->maximumWidth()));
-    pop = new PopBase(this);
-    popLayout = pop->PopBaseLayout;
-    connect(DispA, &DispArea::nowPos, this, &DispABase::receiveNowPos);
-    connect(DispA, &DispArea::draw, this, &DispABase::receiveDraw);
-    connect(this, &DispABase::draw, pop, &PopBase::update);
-    connect(PopDockB, &QPushButton::clicked, this, &DispABase::popDock);
-    connect(pop, &PopBase::closed, this, &DispABase::popDock);
-    connect(DispA, &DispArea::mPressed, this, &DispABase::mPressed);
-    connect(DispA, &DispArea::mDragging, this, &DispABase::mDragging);
-    connect(DispA, &DispArea::mReleased, this, &DispABase::mReleased);
-    connect(DispA, &DispArea::mDClicked, this, &DispABase::mDClicked);
-}
-
-void DispABase::setRealCoord(double x0, double y0, double x1, double y1)
-{
-    DispA->fitTo(x0, y0, x1, y1);
+    connectDrawing(this);
 }
 
 void DispABase::setXYTitle(const QString& x, const QString& y)
@@ -70,8 +55,7 @@ void DispABase::receiveDraw(QStylePainter* p)
 
 void DispABase::popDock()
 {
-    pop->setWindowTitle(Title->text());
-    pop->popDock(DispABFrame, gridLayout, &docked);
+    popOrDock();
 }
 
 void DispABase::drawXYTitle(QStylePainter* p)
@@ -100,18 +84,10 @@ void DispABase::drawXYTitle(QStylePainter* p)
 
 void DispABase::clearScale()
 {
-    DispA->hasScale = false;
+    forgetRange();
 }
 
 void DispABase::update()
 {
-    QFrame::update();
-    updatePoppedOut();
-}
-
-void DispABase::updatePoppedOut()
-{
-    if (!docked) {
-        DispA->update();
-    }
+    updateAll();
 }

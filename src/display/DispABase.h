@@ -1,39 +1,25 @@
 // The frame of one plot.
 #pragma once
 
-#include "display/DispArea.h"
-#include "display/PopBase.h"
+#include "display/DrawingFrame.h"
 #include "ui_DispABase.h"
 
-#include <QFrame>
 #include <QString>
 
 /// Holds the surface @c DispA of a plot, a strip with its name and the place
 /// of the mouse, and a button that moves them into a window of their own and
 /// back. Clients connect to the frame, never to the surface.
-class DispABase : public QFrame, public Ui_DispABase
+class DispABase : public display::DrawingFrame<Ui_DispABase>
 {
     Q_OBJECT
 
 public:
     explicit DispABase(QWidget* parent = nullptr);
 
-    /// Sets the automatic range, in data values. Does nothing while the surface
-    /// has a range; so it may be called on every draw, and the first call after
-    /// a reset counts.
-    void setRealCoord(double x0, double y0, double x1, double y1);
-
     /// The titles of the axes. The strip shows those that are not drawn in the
     /// plot.
     void setXYTitle(const QString& x, const QString& y);
 
-    /// Repaints the drawing if it is in its own window, which an update of the
-    /// windows around the frame does not reach.
-    void updatePoppedOut();
-
-    PopBase* pop;           ///< the window for the drawing
-    QVBoxLayout* popLayout; ///< inside @c pop
-    bool docked = true;     ///< the drawing sits in the frame
     QString xTitle;
     QString yTitle;
     bool xTitleInArea = false; ///< draw the title in the plot

@@ -7,20 +7,10 @@
 #include <algorithm>
 
 DispMBase::DispMBase(QWidget* parent)
-    : QFrame(parent)
+    : DrawingFrame(parent)
 {
     setupUi(this);
-    pop = new PopBase(this);
-    popLayout = pop->PopBaseLayout;
-    connect(DispA, &DispArea::nowPos, this, &DispMBase::receiveNowPos);
-    connect(DispA, &DispArea::draw, this, &DispMBase::receiveDraw);
-    connect(this, &DispMBase::draw, pop, &PopBase::update);
-    connect(PopDockB, &QPushButton::clicked, this, &DispMBase::popDock);
-    connect(pop, &PopBase::closed, this, &DispMBase::popDock);
-    connect(DispA, &DispArea::mPressed, this, &DispMBase::mPressed);
-    connect(DispA, &DispArea::mDragging, this, &DispMBase::mDragging);
-    connect(DispA, &DispArea::mReleased, this, &DispMBase::mReleased);
-    connect(DispA, &DispArea::mDClicked, this, &DispMBase::mDClicked);
+    connectDrawing(this);
     connect(DispA, &DispArea::nowPos, this, &DispMBase::nowPos);
     connect(MaxV, &QLineEdit::editingFinished, this, &DispMBase::newZmax);
     connect(MinV, &QLineEdit::editingFinished, this, &DispMBase::newZmin);
@@ -43,11 +33,6 @@ void DispMBase::showEvent(QShowEvent* event)
     if (!event->spontaneous()) {
         setFocus();
     }
-}
-
-void DispMBase::setRealCoord(double x0, double y0, double x1, double y1)
-{
-    DispA->fitTo(x0, y0, x1, y1);
 }
 
 void DispMBase::setZRange(double lo, double hi)
@@ -91,13 +76,12 @@ void DispMBase::receiveDraw(QStylePainter* p)
 
 void DispMBase::popDock()
 {
-    pop->setWindowTitle(Title->text());
-    pop->popDock(DispABFrame, gridLayout, &docked);
+    popOrDock();
 }
 
 void DispMBase::clearScale()
 {
-    DispA->hasScale = false;
+    forgetRange();
 }
 
 void DispMBase::newZmax()
@@ -118,8 +102,5 @@ void DispMBase::newZmin()
 
 void DispMBase::update()
 {
-    QFrame::update();
-    if (!docked) {
-        DispA->update();
-    }
+    updateAll();
 }

@@ -1,18 +1,15 @@
 // The frame of one colour map.
 #pragma once
 
-#include "display/DispArea.h"
-#include "display/PopBase.h"
+#include "display/DrawingFrame.h"
 #include "display/cBar.h"
 #include "ui_DispMBase.h"
-
-#include <QFrame>
 
 /// Holds the surface @c DispA of a map, its colour bar with the two limits, a
 /// strip with its name, the place of the mouse and the value there, and a
 /// button that moves them into a window of their own and back. Clients connect
 /// to the frame, never to the surface.
-class DispMBase : public QFrame, public Ui_DispMBase
+class DispMBase : public display::DrawingFrame<Ui_DispMBase>
 {
     Q_OBJECT
 
@@ -20,18 +17,9 @@ public:
     explicit DispMBase(QWidget* parent = nullptr);
     ~DispMBase() override;
 
-    /// Sets the automatic range, in data values. Does nothing while the surface
-    /// has a range; so it may be called on every draw, and the first call after
-    /// a reset counts.
-    void setRealCoord(double x0, double y0, double x1, double y1);
-
     /// Gives the colour bar its value limits and shows them in their edits, as
     /// given; the bar itself holds reversed ones the right way round.
     void setZRange(double lo, double hi);
-
-    PopBase* pop;           ///< the window for the drawing
-    QVBoxLayout* popLayout; ///< inside @c pop
-    bool docked = true;     ///< the drawing sits in the frame
 
 public Q_SLOTS:
     /// Shows a place (data values) in the strip.

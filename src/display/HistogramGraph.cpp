@@ -1,5 +1,6 @@
 #include "display/HistogramGraph.h"
 
+#include "analysis/Limits.h"
 #include "display/ChCoord.h"
 #include "display/GridLines.h"
 #include "display/Pixels.h"
@@ -99,11 +100,10 @@ bool HistogramGraph::isEmpty() const
 
 Graph::Range HistogramGraph::range() const
 {
-    double low = 1e300;
-    double high = -1e300;
+    analysis::Limits span = analysis::noLimits;
     const auto widen = [&](const analysis::HistogramCounts& counts) {
-        low = std::min(low, -0.1 * counts.total);
-        high = std::max(high, 1.1 * counts.total);
+        span.widen(-0.1 * counts.total);
+        span.widen(1.1 * counts.total);
     };
     if (mainShown) {
         widen(main);
@@ -111,10 +111,10 @@ Graph::Range HistogramGraph::range() const
     for (const Series& series : references) {
         widen(series.counts);
     }
-    if (high <= 0.0) {
+    if (span.high <= 0.0) {
         return {from, 0.0, to, 1.0, false}; // nothing counted inside the limits
     }
-    return {from, low, to, high};
+    return {from, span.low, to, span.high};
 }
 
 void HistogramGraph::drawData(QStylePainter* p, const ChCoord& cc) const

@@ -1,5 +1,6 @@
 #include "display/SpectraGraph.h"
 
+#include "analysis/Limits.h"
 #include "data/AMutE.h"
 #include "display/ChCoord.h"
 #include "display/CurvePainter.h"
@@ -35,11 +36,11 @@ bool SpectraGraph::isEmpty() const
 
 Graph::Range SpectraGraph::range() const
 {
-    double lo = 1e300;
-    double hi = -1e300;
+    analysis::Limits found = analysis::noLimits;
     for (const Curve& curve : curves) {
-        curve.spectrum->valueRange(kind, from, to, &lo, &hi);
+        curve.spectrum->valueRange(kind, from, to, &found.low, &found.high);
     }
+    const auto [lo, hi] = found;
     if (lo > hi) {
         return {from, 0.0, to, 1.0, false};
     }

@@ -1,13 +1,12 @@
 // The graph of all spectra.
 #pragma once
 
+#include "data/AMutE.h"
 #include "display/Graph.h"
 
 #include <QColor>
 #include <QList>
 #include <QString>
-
-class AMutE;
 
 namespace display
 {
@@ -41,9 +40,9 @@ public:
     /// around in y; 0 to 1 and not fitted when the window holds none.
     Range range() const override;
 
-    int kind = 0;      ///< presentation, as of AMutE::value()
-    double edge = 0.0; ///< eV
-    double from = 0.0; ///< the window, eV
+    int kind = AMutE::raw; ///< presentation, as of AMutE::value()
+    double edge = 0.0;     ///< eV
+    double from = 0.0;     ///< the window, eV
     double to = 0.0;
     QList<EnergyMark> marks;
     QList<Curve> curves;

@@ -49,7 +49,7 @@ bool isNear(double a, double b)
     return std::fabs(a - b) <= 1e-9;
 }
 
-const FitRange everything{0, 1e6, 2};
+const FitRange everything{{0, 1e6}, 2};
 
 bool sameFit(const LinearFit& a, const tests::PlainFit& b)
 {
@@ -97,8 +97,8 @@ private Q_SLOTS:
 void tst_LinearFit::rangeSpansMarkedRowsInUseOrNot()
 {
     const FitRange range = analysis::fitRange({marked(300), marked(100, false), marked(200)});
-    QCOMPARE(range.lowest, 100.0);
-    QCOMPARE(range.highest, 300.0);
+    QCOMPARE(range.energies.low, 100.0);
+    QCOMPARE(range.energies.high, 300.0);
     QCOMPARE(range.rows, 3);
     QVERIFY(range.isSelected());
 }
@@ -108,11 +108,11 @@ void tst_LinearFit::unmarkedRowsDoNotCount()
     PointState unmarked = marked(500);
     unmarked.inFit = false;
     const FitRange range = analysis::fitRange({marked(100), unmarked});
-    QCOMPARE(range.highest, 100.0);
+    QCOMPARE(range.energies.high, 100.0);
     QCOMPARE(range.rows, 1);
     const FitRange none = analysis::fitRange({unmarked});
-    QCOMPARE(none.lowest, 1e300);
-    QCOMPARE(none.highest, -1e300);
+    QCOMPARE(none.energies.low, 1e300);
+    QCOMPARE(none.energies.high, -1e300);
     QVERIFY(!none.isSelected());
 }
 
@@ -136,8 +136,8 @@ void tst_LinearFit::energyThatIsNoNumberCountsButBoundsNothing()
 {
     const FitRange range = analysis::fitRange({marked(notANumber), marked(200)});
     QCOMPARE(range.rows, 2);
-    QCOMPARE(range.lowest, 200.0);
-    QCOMPARE(range.highest, 200.0);
+    QCOMPARE(range.energies.low, 200.0);
+    QCOMPARE(range.energies.high, 200.0);
     QVERIFY(!analysis::fitRange({marked(notANumber), marked(notANumber)}).isSelected());
 }
 
@@ -203,7 +203,7 @@ void tst_LinearFit::bothEndsOfTheRangeBelongToIt()
     const AMutE a = spectrum({0, 1, 4, 2, 5});
     const AMutE b = spectrum({2, 0, 2, 6, 1});
     const LinearFit fit =
-        analysis::fitLinearCombination(a, {&a, &b}, {1, 1}, FitRange{200, 400, 2});
+        analysis::fitLinearCombination(a, {&a, &b}, {1, 1}, FitRange{{200, 400}, 2});
     QCOMPARE(fit.curve.size(), 3);
     QCOMPARE(fit.curve.first().energy, 200.0);
     QCOMPARE(fit.curve.last().energy, 400.0);
@@ -225,7 +225,7 @@ void tst_LinearFit::shiftsOfTargetAndReferenceApply()
     }
     shifted.dE = -50;
     const LinearFit fit =
-        analysis::fitLinearCombination(target, {&shifted, &b}, {2, 4}, FitRange{100, 400, 2});
+        analysis::fitLinearCombination(target, {&shifted, &b}, {2, 4}, FitRange{{100, 400}, 2});
     QCOMPARE(fit.curve.size(), 4);
     QVERIFY(isNear(fit.fractions.at(0), 0.25));
     QVERIFY(isNear(fit.base, 0.5));
@@ -238,7 +238,7 @@ void tst_LinearFit::curveKeepsAnglesAndWorkingEnergies()
     AMutE target = a;
     target.dE = 10;
     const LinearFit fit =
-        analysis::fitLinearCombination(target, {&a, &b}, {1, 1}, FitRange{150, 1000, 2});
+        analysis::fitLinearCombination(target, {&a, &b}, {1, 1}, FitRange{{150, 1000}, 2});
     QCOMPARE(fit.curve.size(), 3);
     QCOMPARE(fit.curve.first().angle, 2.0);
     QCOMPARE(fit.curve.first().energy, 190.0);
@@ -249,7 +249,7 @@ void tst_LinearFit::rangeWithoutAPointGivesNaNAndAnEmptyCurve()
     const AMutE a = spectrum({0, 1, 4, 2});
     const AMutE b = spectrum({2, 0, 2, 6});
     const LinearFit fit =
-        analysis::fitLinearCombination(a, {&a, &b}, {1, 1}, FitRange{110, 190, 2});
+        analysis::fitLinearCombination(a, {&a, &b}, {1, 1}, FitRange{{110, 190}, 2});
     QVERIFY(fit.curve.isEmpty());
     QCOMPARE(fit.fractions.size(), 2);
     QVERIFY(std::isnan(fit.fractions.at(0)));
@@ -329,10 +329,10 @@ void tst_LinearFit::equalsTheReferenceToTheLastBit()
             references.append(&spectra.at(j));
             valences.append(uniform(random));
         }
-        const FitRange range{8300.0 + trial % 10, 8345.0 + trial % 20, 2};
-        QVERIFY(sameFit(
-            analysis::fitLinearCombination(target, references, valences, range),
-            tests::plainLinearFit(target, references, valences, range.lowest, range.highest)));
+        const FitRange range{{8300.0 + trial % 10, 8345.0 + trial % 20}, 2};
+        QVERIFY(sameFit(analysis::fitLinearCombination(target, references, valences, range),
+                        tests::plainLinearFit(target, references, valences, range.energies.low,
+                                              range.energies.high)));
     }
 }
 
@@ -348,7 +348,7 @@ void tst_LinearFit::hugeZigzagSpectrumDoesNotHang()
     AMutE other = spectrum;
     other.points[5].mut = 2;
     const LinearFit fit = analysis::fitLinearCombination(spectrum, {&spectrum, &other}, {1, 2},
-                                                         FitRange{-1e9, 1e9, 2});
+                                                         FitRange{{-1e9, 1e9}, 2});
     QCOMPARE(fit.curve.size(), 200000);
     const double e = 8000.0 + 199999 / 2 - 4;
     QCOMPARE(spectrum.indicesBelow({e}).first(), spectrum.indexBelow(e));

@@ -20,10 +20,10 @@ namespace
 
 A2DData nonEquivalentMap(const PanelInputs& inputs, bool victoreen = false)
 {
-    HistogramCounts valence;
-    HistogramCounts total;
-    std::array<HistogramCounts, 4> shares;
-    std::array<HistogramCounts, 4> amounts;
+    analysis::HistogramCounts valence;
+    analysis::HistogramCounts total;
+    std::array<analysis::HistogramCounts, 4> shares;
+    std::array<analysis::HistogramCounts, 4> amounts;
     A2DData map;
     analysis::mapNonEquivalent(analysis::neqStack(inputs.state(), victoreen), map,
                                {&valence,
@@ -112,8 +112,8 @@ void tst_MapStacks::usedRowWithoutMapEntersWithMinusOnePixels()
     takeMap(inputs, 0);
     const analysis::CalculationState state = inputs.state();
     A2DData map;
-    HistogramCounts valence;
-    HistogramCounts thickness;
+    analysis::HistogramCounts valence;
+    analysis::HistogramCounts thickness;
     analysis::mapThreePoints(analysis::mapStack(state, analysis::planMap(state).rows), map, valence,
                              thickness);
     QCOMPARE(map.rows.size(), 1);
@@ -129,8 +129,8 @@ void tst_MapStacks::vRowWithoutMapGivesAnEmptyResult()
     markVRows(inputs, {2, 4});
     const analysis::CalculationState state = inputs.state();
     A2DData map = inputs.maps[0];
-    HistogramCounts valence;
-    HistogramCounts thickness;
+    analysis::HistogramCounts valence;
+    analysis::HistogramCounts thickness;
     analysis::mapLeastSquare(analysis::mapStack(state, analysis::planMap(state).rows), map, valence,
                              thickness);
     QVERIFY(map.rows.isEmpty());

@@ -30,7 +30,7 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 QByteArray textOf(double value)
 {
     std::array<char, analysis::generalTextCapacity> buffer;
-    const std::size_t length = analysis::generalText(value, buffer.data());
+    const std::size_t length = analysis::generalText(value, buffer);
     return QByteArray(buffer.data(), static_cast<qsizetype>(length));
 }
 

@@ -192,12 +192,12 @@ void tst_ReferenceSet::firstTwoValencesKeepTheirOrderAndMissingOnesAreZero()
 {
     const ReferenceSet refs(
         {{false, true, 9, 1}, {true, false, 3, 1}, {true, true, 2, 1}, {true, true, 5, 1}});
-    QCOMPARE(refs.firstTwoValences().low, 3.0);
-    QCOMPARE(refs.firstTwoValences().high, 2.0);
+    QCOMPARE(refs.firstTwoValences().lower, 3.0);
+    QCOMPARE(refs.firstTwoValences().upper, 2.0);
     const ReferenceSet one(QList<ReferenceState>{{true, true, 3, 1}, {false, true, 4, 1}});
-    QCOMPARE(one.firstTwoValences().low, 3.0);
-    QCOMPARE(one.firstTwoValences().high, 0.0);
-    QCOMPARE(ReferenceSet(QList<ReferenceState>()).firstTwoValences().low, 0.0);
+    QCOMPARE(one.firstTwoValences().lower, 3.0);
+    QCOMPARE(one.firstTwoValences().upper, 0.0);
+    QCOMPARE(ReferenceSet(QList<ReferenceState>()).firstTwoValences().lower, 0.0);
 }
 
 void tst_ReferenceSet::totalJumpSumsUsedReferences()

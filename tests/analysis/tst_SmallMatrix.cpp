@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <functional>
 #include <limits>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -105,6 +106,56 @@ Solution solved(const Rows& rows, const Values& right)
     return s;
 }
 
+/// The same by the straightforward implementation: the rows are moved, and moved
+/// back at the end.
+Solution solvedByMovingRows(Rows a, Values right)
+{
+    const std::size_t n = a.size();
+    Indices order(n);
+    std::iota(order.begin(), order.end(), 0);
+    for (std::size_t c = 0; c < n; ++c) {
+        std::size_t pivot = c;
+        double best = -1e300;
+        for (std::size_t k = c; k < n; ++k) {
+            if (std::fabs(a[k][c]) > best) {
+                best = std::fabs(a[k][c]);
+                pivot = k;
+            }
+        }
+        std::swap(a[c], a[pivot]);
+        std::swap(order[c], order[pivot]);
+        std::swap(right[c], right[pivot]);
+        for (std::size_t k = c + 1; k < n; ++k) {
+            a[k][c] /= a[c][c] == 0.0 ? 1.0 : a[c][c];
+            for (std::size_t j = c + 1; j < n; ++j) {
+                a[k][j] -= a[c][j] * a[k][c];
+            }
+        }
+    }
+    Solution s{Rows(n, Values(n)), Rows(n, Values(n)), order, Values(n), Values(n), right};
+    for (std::size_t i = 0; i < n; ++i) {
+        for (std::size_t k = i + 1; k < n; ++k) {
+            s.unknowns[k] -= s.unknowns[i] * a[k][i];
+        }
+        s.y[static_cast<std::size_t>(order[i])] = s.unknowns[i];
+    }
+    for (std::size_t i = n; i-- > 0;) {
+        s.unknowns[i] /= a[i][i];
+        for (std::size_t k = i; k-- > 0;) {
+            s.unknowns[k] -= s.unknowns[i] * a[k][i];
+        }
+    }
+    for (std::size_t i = 0; i < n; ++i) {
+        const auto row = static_cast<std::size_t>(order[i]);
+        s.x[row] = s.unknowns[i];
+        for (std::size_t j = 0; j < n; ++j) {
+            s.l[row][j] = i > j ? a[i][j] : i == j ? 1.0 : 0.0;
+            s.u[row][j] = i > j ? 0.0 : a[i][j];
+        }
+    }
+    return s;
+}
+
 /// What @p print writes to the standard output.
 QByteArray printed(const std::function<void()>& print)
 {
@@ -156,6 +207,7 @@ private Q_SLOTS:
     void forwardSolveDividesByTheDiagonalItIsGiven();
     void solvesAsCramersRuleDoes();
     void solvesRandomSystems();
+    void equalToTheBitToMovingTheRows();
 
     void gaussJordanSolvesADiagonalSystem();
     void gaussJordanLeavesTheRowsUsedEarlier();
@@ -456,6 +508,33 @@ void tst_SmallMatrix::solvesRandomSystems()
                 }
                 QVERIFY(std::fabs(residual) < 1e-12 * size);
             }
+        }
+    }
+}
+
+void tst_SmallMatrix::equalToTheBitToMovingTheRows()
+{
+    std::mt19937 random(11);
+    std::uniform_real_distribution<> uniform(-1, 1);
+    const Values odd{0.0, -0.0, 1.0, -1.0, notANumber, infinity, -infinity, 1e-300, 1e200};
+    const auto number = [&](unsigned rarity) {
+        return random() % rarity == 0 ? odd[random() % odd.size()] : uniform(random);
+    };
+    for (std::size_t n = 1; n <= 7; ++n) {
+        for (unsigned trial = 0; trial < 400; ++trial) {
+            const unsigned rarity = trial % 4 == 0 ? 1000 : 2 + trial % 40;
+            Rows rows(n, Values(n));
+            Values right(n);
+            for (std::size_t i = 0; i < n; ++i) {
+                std::generate(rows[i].begin(), rows[i].end(), [&] { return number(rarity); });
+                right[i] = number(rarity);
+            }
+            const Solution s = solved(rows, right);
+            const Solution wanted = solvedByMovingRows(rows, right);
+            QCOMPARE(s.perm, wanted.perm);
+            QVERIFY(same(s.l, wanted.l) && same(s.u, wanted.u));
+            QVERIFY(same(s.y, wanted.y) && same(s.x, wanted.x));
+            QVERIFY(same(s.unknowns, wanted.unknowns));
         }
     }
 }

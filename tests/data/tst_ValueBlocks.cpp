@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <span>
 #include <utility>
 
 using data::ValueBlocks;
@@ -41,11 +42,14 @@ QList<const double*> refill(ValueBlocks& blocks, Rows& rows, double fill, int co
     const auto number = (rows.size() + blockRows - 1) / blockRows;
     blocks.keepFirst(static_cast<std::size_t>(number));
     for (qsizetype first = 0; first < rows.size(); first += blockRows) {
-        const auto here = static_cast<int>(std::min<qsizetype>(blockRows, rows.size() - first));
-        double* place = blocks.share(static_cast<std::size_t>(first / blockRows),
-                                     rows.data() + first, here, count);
+        const qsizetype here = std::min<qsizetype>(blockRows, rows.size() - first);
+        const auto ofBlock = std::span<A2DRow>(rows).subspan(static_cast<std::size_t>(first),
+                                                             static_cast<std::size_t>(here));
+        const std::span<double> shared =
+            blocks.share(static_cast<std::size_t>(first / blockRows), ofBlock, count);
+        double* place = shared.data();
         places.append(place);
-        for (int i = 0; i < here; ++i) {
+        for (qsizetype i = 0; i < here; ++i) {
             const Values values = valuesOf(first + i, fill, count);
             place = std::copy(values.cbegin(), values.cend(), place);
         }
@@ -190,7 +194,7 @@ void tst_ValueBlocks::listsOfABlockFollowEachOther()
 {
     ValueBlocks blocks;
     Rows rows(5);
-    const double* const place = blocks.share(0, rows.data(), 5, length);
+    const double* const place = blocks.share(0, rows, length).data();
     for (int i = 0; i < 5; ++i) {
         QVERIFY(rows.at(i).values.constData() == place + i * length);
         QCOMPARE(rows.at(i).values.size(), length);
@@ -562,13 +566,15 @@ void tst_ValueBlocks::laterBlockMayComeFirst()
 {
     ValueBlocks blocks;
     Rows late(2);
-    double* const place = blocks.share(7, late.data(), 2, 3);
-    std::fill_n(place, 6, 5.0);
+    const std::span<double> values = blocks.share(7, late, 3);
+    QCOMPARE(values.size(), std::size_t{6});
+    std::fill(values.begin(), values.end(), 5.0);
     Rows early(2);
-    std::fill_n(blocks.share(0, early.data(), 2, 3), 6, 4.0);
+    const std::span<double> others = blocks.share(0, early, 3);
+    std::fill(others.begin(), others.end(), 4.0);
     QCOMPARE(late.at(1).values, Values(3, 5.0));
     QCOMPARE(early.at(1).values, Values(3, 4.0));
-    QVERIFY(blocks.share(7, late.data(), 2, 3) == place);
+    QVERIFY(blocks.share(7, late, 3).data() == values.data());
 }
 
 void tst_ValueBlocks::randomHistory_data()

@@ -152,6 +152,8 @@ private Q_SLOTS:
     void clearScaleOfAHiddenFrameShowsAtItsNextPaint_data() { kinds(); }
     void clearScaleOfAHiddenFrameShowsAtItsNextPaint();
 
+    void metaObjectsFollowThatOfAFrame_data() { kinds(); }
+    void metaObjectsFollowThatOfAFrame();
     void windowForTheDrawingIsAHiddenChild_data() { kinds(); }
     void windowForTheDrawingIsAHiddenChild();
     void buttonMovesTheDrawingIntoItsWindowAndBack_data() { kinds(); }
@@ -306,6 +308,11 @@ void tst_DispFrames::clearScaleOfAHiddenFrameShowsAtItsNextPaint()
     QVERIFY(m->rangeIs(3.0, 3.0, 4.0, 4.0));
     QVERIFY(m->showDocked());
     QTRY_VERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
+}
+
+void tst_DispFrames::metaObjectsFollowThatOfAFrame()
+{
+    QCOMPARE(m->frame->metaObject()->superClass(), &QFrame::staticMetaObject);
 }
 
 void tst_DispFrames::windowForTheDrawingIsAHiddenChild()
