@@ -2,6 +2,7 @@
 # Scripts.sh SOURCE WORK CASE: one behaviour of ./run and of what it shares with
 # the other scripts, with stand-ins in WORK for the commands that would look at
 # this machine or change it.
+# shellcheck disable=SC2016  # the stand-ins have variables of their own
 set -euo pipefail
 source=$1 work=$2 case=$3
 
@@ -41,7 +42,6 @@ seek_font()
 # between commas, then runs $1.
 random_user()
 {
-    # shellcheck disable=SC2016  # the stand-in's own variables
     stand_in random_user 'seed=$1 actions=,$(seq -s , 0 "$(($2 - 1))"), log=/dev/null
 shift 2
 while [ $# -gt 0 ]; do
