@@ -116,6 +116,6 @@ is_script()
 {
     [[ $1 != *.sh ]] || return 0
     local first
-    IFS= read -r -n 64 first <"$1" 2>/dev/null || true
+    IFS= read -r -n 64 first 2>/dev/null <"$1" || true
     [[ $first =~ ^\#!.*[/\ ](ba)?sh( |$) ]]
 }
