@@ -4,6 +4,7 @@
 
 #include "panel/FourPs.h"
 #include "rows/ARefFile.h"
+#include "support/Shortest.h"
 
 #include <benchmark/benchmark.h>
 
@@ -23,8 +24,8 @@
 namespace
 {
 
-constexpr int fileCount = 5000;
-constexpr int arrivingCount = 50;
+const int fileCount = bench::amount(5000, 50);
+const int arrivingCount = bench::amount(50, 5);
 constexpr int arrivalMs = 40;
 
 /// Processor time of the whole process so far, ms: the dialogs read their

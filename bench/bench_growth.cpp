@@ -8,6 +8,7 @@
 #include "analysis/NonEquivalentMap.h"
 #include "support/NeqStacks.h"
 #include "support/RatioReporter.h"
+#include "support/Shortest.h"
 
 #include <array>
 #include <fstream>
@@ -18,8 +19,8 @@ using analysis::HistogramCounts;
 namespace
 {
 
-constexpr int smallSide = 1000;
-constexpr int largeSide = 3000;
+const int smallSide = bench::amount(1000, 50);
+const int largeSide = bench::amount(3000, 150);
 constexpr int runs = 3;
 
 std::string nameOf(int side)

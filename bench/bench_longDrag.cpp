@@ -6,6 +6,7 @@
 // argument.
 
 #include "support/PanelDesk.h"
+#include "support/Shortest.h"
 
 #include <QApplication>
 #include <QFile>
@@ -24,7 +25,7 @@ namespace
 {
 
 constexpr int hundred = 100;
-constexpr int usualMoves = 12000;
+const int usualMoves = bench::amount(12000, hundred);
 
 /// Processor time of the process, ms.
 double processorTime()
@@ -63,7 +64,7 @@ int main(int argc, char** argv)
     QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
     const QApplication application(argc, argv);
     const int moves = argc > 1 ? std::max(std::atoi(argv[1]), hundred) : usualMoves;
-    bench::PanelDesk<20> desk(true);
+    bench::PanelDesk desk(true, 20);
     desk.panel.show();
     const int start = desk.edgePixel();
     desk.send(QEvent::MouseButtonPress, start);

@@ -10,6 +10,7 @@
 #include "support/MeasuredMaps.h"
 #include "support/PlainMapForms.h"
 #include "support/RatioReporter.h"
+#include "support/Shortest.h"
 
 #include <benchmark/benchmark.h>
 
@@ -18,7 +19,7 @@
 namespace
 {
 
-constexpr int side = 1000;
+const int side = bench::amount(1000, 50);
 constexpr int mapCount = 6;
 constexpr int vRow = 2;
 

@@ -13,6 +13,7 @@
 #include "display/Histgram.h"
 #include "panel/FourPs.h"
 #include "support/RatioReporter.h"
+#include "support/Shortest.h"
 
 #include <benchmark/benchmark.h>
 
@@ -26,7 +27,7 @@
 namespace
 {
 
-constexpr int side = 1000;
+const int side = bench::amount(1000, 50);
 constexpr QSize surfaceSize(800, 800);
 constexpr int valence = 11;
 constexpr int totalDMut = 12;

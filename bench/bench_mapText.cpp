@@ -4,13 +4,14 @@
 #include "support/BigMap.h"
 #include "support/PlainMapReader.h"
 #include "support/RatioReporter.h"
+#include "support/Shortest.h"
 
 #include <QFile>
 
 namespace
 {
 
-constexpr int side = 1000;
+const int side = bench::amount(1000, 50);
 
 const QString& mapPath()
 {

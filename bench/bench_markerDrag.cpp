@@ -10,6 +10,7 @@
 #include "support/PlainSpectra.h"
 #include "support/PlainThickness.h"
 #include "support/RatioReporter.h"
+#include "support/Shortest.h"
 
 #include <benchmark/benchmark.h>
 
@@ -19,7 +20,7 @@
 namespace
 {
 
-using Desk = bench::PanelDesk<1000>;
+const int side = bench::amount(1000, 50);
 
 tests::PlainNeqStack plainStack(const FourPs& panel)
 {
@@ -86,7 +87,7 @@ void paintPlainPlots(const FourPs& panel, const A2DData& result,
 /// One calculation and one paint.
 void movePlain(benchmark::State& state)
 {
-    const Desk desk(true);
+    const bench::PanelDesk desk(true, side);
     const tests::PlainNeqStack stack = plainStack(desk.panel);
     for ([[maybe_unused]] auto run : state) {
         const tests::PlainHistogram shares{-0.5, 0.04, QList<int>(51, 0), 0, 0, 0};
@@ -100,7 +101,7 @@ void movePlain(benchmark::State& state)
 
 void move(benchmark::State& state, bool loaded)
 {
-    const Desk desk(loaded);
+    const bench::PanelDesk desk(loaded, side);
     const int start = desk.edgePixel();
     desk.send(QEvent::MouseButtonPress, start);
     int step = 0;
@@ -113,7 +114,7 @@ void move(benchmark::State& state, bool loaded)
 
 void release(benchmark::State& state, bool loaded)
 {
-    const Desk desk(loaded);
+    const bench::PanelDesk desk(loaded, side);
     int direction = 3;
     for (auto run : state) {
         state.PauseTiming();

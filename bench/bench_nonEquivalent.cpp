@@ -10,6 +10,7 @@
 #include "support/NeqStacks.h"
 #include "support/PlainFits.h"
 #include "support/RatioReporter.h"
+#include "support/Shortest.h"
 
 #include <benchmark/benchmark.h>
 
@@ -20,7 +21,7 @@
 namespace
 {
 
-constexpr int side = 1000;
+const int side = bench::amount(1000, 50);
 
 /// One map for each of @p rows; made once.
 const QList<A2DData>& mapsOf(const QList<int>& rows)

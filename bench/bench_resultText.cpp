@@ -4,6 +4,7 @@
 #include "data/A2DData.h"
 #include "support/PlainResultWriter.h"
 #include "support/RatioReporter.h"
+#include "support/Shortest.h"
 
 #include <QTemporaryFile>
 
@@ -15,7 +16,7 @@
 namespace
 {
 
-constexpr int side = 1000;
+const int side = bench::amount(1000, 50);
 constexpr analysis::ValenceMix mix{true, 2.0, 3.0};
 const tests::PlainValences valences{2, QStringLiteral("2"), QStringLiteral("3")};
 

@@ -1,13 +1,17 @@
 # What every target of this project has in common.
 
-# Options for our own code: warnings are errors, and the arithmetic stays what
-# the source says (no contraction into fused operations, no fast-math), so that
-# results are the same to the last bit with every compiler. How vectors are passed
-# between functions (psabi) is no matter here: functions on them are inlined.
+# Options for our own code: many warnings, and the arithmetic stays what the source
+# says (no contraction into fused operations, no fast-math), so that results are the
+# same to the last bit with every compiler. How vectors are passed between functions
+# (psabi) is no matter here: functions on them are inlined.
 add_library(aelk_options INTERFACE)
 target_compile_options(aelk_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion
   -ffp-contract=off -Wno-psabi)
+# For our own compilers: those of others may have warnings that these have not.
+if(AELK_WARNINGS_ARE_ERRORS)
+  target_compile_options(aelk_options INTERFACE -Werror)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   # There -Wconversion has changes of sign in it as well, other than with gcc.
   target_compile_options(aelk_options INTERFACE -Wno-sign-conversion)
@@ -32,12 +36,24 @@ if(AELK_LIBFUZZER)
   target_compile_options(aelk_options INTERFACE -fsanitize=fuzzer-no-link -O2)
 endif()
 
+if(AELK_COVERAGE)
+  target_link_options(aelk_options INTERFACE --coverage)
+endif()
+
 # For code that is no part of the product: its branches would guide libFuzzer to
 # nothing. To be linked behind aelk_options.
 add_library(aelk_uncounted INTERFACE)
 if(AELK_LIBFUZZER)
   target_compile_options(aelk_uncounted INTERFACE -fno-sanitize=fuzzer-no-link)
 endif()
+
+# Compiles the given headers once for all sources of a library, with AELK_PRECOMPILE.
+# A source that leaves out an include is noticed by the builds without.
+function(aelk_precompile target)
+  if(AELK_PRECOMPILE)
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+  endif()
+endfunction()
 
 # Compiles the headers that most tests include once, for all test programs on
 # the given library: they are half of the time that a test takes to compile.

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What ./run and ./test share. Sourced by bash; sets `root`.
+# What ./run, ./test and the scripts here share. Sourced by bash; sets `root`.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -12,6 +12,13 @@ fail()
 {
     printf '%s\n' "aelk: $*" >&2
     exit 1
+}
+
+# duration START: how long it is since START, in the seconds of `date +%s`.
+duration()
+{
+    local seconds=$(($(date +%s) - $1))
+    echo "$((seconds / 60)) min $((seconds % 60)) s"
 }
 
 is_installed()
@@ -78,4 +85,37 @@ build()
         cmake --preset "$preset" "$@" >/dev/null &&
             cmake --build --preset "$preset" --target "$target" --parallel "$(nproc)"
     ) || fail "the build failed"
+}
+
+# build_program TARGET: the release build of a program for its user, whom no warning
+# stops. A folder in which ./test release has built keeps its options: with others
+# everything would be compiled again.
+build_program()
+{
+    local warnings=OFF
+    if grep -qs '^AELK_WARNINGS_ARE_ERRORS:.*=ON$' "$root/build/release/CMakeCache.txt"; then
+        warnings=ON
+    fi
+    build release "$1" -DAELK_BENCH=OFF -DAELK_WARNINGS_ARE_ERRORS=$warnings
+}
+
+# Prints the scripts of the project, found by is_script().
+all_scripts()
+{
+    local file
+    find "$root" \( -name .git -o -path "$root/build" -o -path "$root/out" \) -prune \
+        -o -type f -print | LC_ALL=C sort | while read -r file; do
+        if is_script "$file"; then
+            echo "$file"
+        fi
+    done
+}
+
+# is_script FILE: whether it is one for a shell, by its ending or its first line.
+is_script()
+{
+    [[ $1 != *.sh ]] || return 0
+    local first
+    IFS= read -r -n 64 first 2>/dev/null <"$1" || true
+    [[ $first =~ ^\#!.*[/\ ](ba)?sh( |$) ]]
 }

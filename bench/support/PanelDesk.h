@@ -66,11 +66,9 @@ inline void loadMaps(FourPs& panel, int side)
 } // namespace desk
 
 /// The panel with its graph window open, ready to be dragged in the first plot.
-///
-/// @tparam side  pixels of a map on each axis
-template <int side>
 struct PanelDesk {
-    explicit PanelDesk(bool loaded)
+    /// @param side  pixels of a map on each axis
+    PanelDesk(bool loaded, int side)
     {
         panel.ui.EdgeE->setText(QString::number(desk::edgeEv));
         if (loaded) {

@@ -2,6 +2,8 @@
 // than its reference implementation "NAME/plain" of the same call.
 #pragma once
 
+#include "support/Shortest.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QLoggingCategory>
@@ -76,15 +78,16 @@ private:
     std::map<std::string, std::vector<double>> m_times;
 };
 
-/// Runs the benchmarks of the program, each five times in a random order unless
-/// the command line says otherwise, and prints the ratios.
+/// Runs the benchmarks of the program, each five times in a random order (once in the
+/// shortest run) unless the command line says otherwise, and prints the ratios.
 ///
 /// @param more  called with the reporter at the end, for further lines
 template <class More>
 int runWithRatios(int argc, char** argv, More more)
 {
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
-    std::string repetitions = "--benchmark_repetitions=5";
+    std::string repetitions =
+        isShortest() ? "--benchmark_repetitions=1" : "--benchmark_repetitions=5";
     std::string interleaving = "--benchmark_enable_random_interleaving=true";
     std::vector<char*> arguments(argv, argv + argc);
     arguments.insert(arguments.begin() + std::min(argc, 1),

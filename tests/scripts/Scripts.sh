@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Scripts.sh SOURCE WORK CASE: one behaviour of ./run and of what it shares with
-# the other scripts, with stand-ins in WORK for the commands that would look at
+# Scripts.sh SOURCE WORK CASE: one behaviour of ./run, ./test, .ci/run or one of
+# the scripts, with stand-ins in WORK for the commands that would look at
 # this machine or change it.
+# shellcheck disable=SC2016  # the stand-ins have variables of their own
 set -euo pipefail
 source=$1 work=$2 case=$3
 
@@ -41,7 +42,6 @@ seek_font()
 # between commas, then runs $1.
 random_user()
 {
-    # shellcheck disable=SC2016  # the stand-in's own variables
     stand_in random_user 'seed=$1 actions=,$(seq -s , 0 "$(($2 - 1))"), log=/dev/null
 shift 2
 while [ $# -gt 0 ]; do
@@ -79,6 +79,44 @@ done
 fuzz()
 {
     said=$("$work/tree/scripts/fuzz" "$@" 2>&1)
+}
+# A tree with what $1... names, in which cmake notes what it is told.
+make_tree()
+{
+    mkdir -p "$work/tree"
+    (cd "$source" && tar -cf - "$@") | tar -xf - -C "$work/tree"
+    stand_in cmake "printf '%s\n' \"\$*\" >>'$work/cmake.log'"
+    touch "$work/cmake.log"
+}
+# The same under git, with all that the hook takes from it, in a commit of its own;
+# what is staged has a fault where it says "fault".
+make_commits()
+{
+    make_tree scripts .clang-format .shellcheckrc
+    stand_in clang-format 'shift 2; ! grep -H fault "$@"'
+    stand_in shellcheck '! grep -H fault "$@"'
+    mkdir -p "$work/tree/src"
+    cd "$work/tree"
+    # What the surroundings have git do is no matter here.
+    unset GIT_DIR GIT_INDEX_FILE GIT_WORK_TREE
+    export GIT_CONFIG_GLOBAL=/dev/null GIT_CONFIG_SYSTEM=/dev/null
+    git init --quiet --initial-branch main
+    git config user.name someone
+    git config user.email someone@localhost
+    git add .
+    git commit --quiet -m start
+    git config core.hooksPath scripts
+}
+# put FILE TEXT: writes and stages it.
+put()
+{
+    mkdir -p "$(dirname "$1")"
+    printf '%s\n' "$2" >"$1"
+    git add "$1"
+}
+commit()
+{
+    said=$(git commit -m change 2>&1)
 }
 nothing_was_installed()
 {
@@ -200,6 +238,159 @@ random_stops_at_the_first_seed_that_fails)
     random_user '[ "$seed" -lt 42 ] || { echo "seed $seed, action 0: a press: wrong" && exit 1; }'
     said=$("$source/scripts/random" --hours 1 40 2>&1) && wrong "it succeeded"
     [[ $said == *"seed 42 failed"*"scripts/random 42 1000: --only 0" ]] || wrong "it said: $said"
+    ;;
+run_is_stopped_by_no_warning)
+    make_tree run scripts
+    mkdir -p "$work/tree/build/release/bin"
+    stand_in aelk ''
+    mv "$work/aelk" "$work/tree/build/release/bin"
+    said=$(QT_QPA_PLATFORM=offscreen "$work/tree/run" 2>&1) || wrong "it failed: $said"
+    grep -q -- '--preset release .*-DAELK_WARNINGS_ARE_ERRORS=OFF' "$work/cmake.log" ||
+        wrong "cmake was told: $(cat "$work/cmake.log")"
+    ;;
+run_keeps_the_options_of_the_gate)
+    make_tree run scripts
+    mkdir -p "$work/tree/build/release/bin"
+    stand_in aelk ''
+    mv "$work/aelk" "$work/tree/build/release/bin"
+    echo 'AELK_WARNINGS_ARE_ERRORS:BOOL=ON' >"$work/tree/build/release/CMakeCache.txt"
+    said=$(QT_QPA_PLATFORM=offscreen "$work/tree/run" 2>&1) || wrong "it failed: $said"
+    grep -q -- '--preset release .*-DAELK_WARNINGS_ARE_ERRORS=ON' "$work/cmake.log" ||
+        wrong "cmake was told: $(cat "$work/cmake.log")"
+    ;;
+gate_runs_its_stages_in_order)
+    make_tree .ci scripts
+    stand_in test 'echo "stage ${1-dev}"'
+    mv "$work/test" "$work/tree"
+    said=$("$work/tree/.ci/run" 2>&1) || wrong "it failed: $said"
+    stages=$(sed -n 's/^stage //p' <<<"$said" | tr '\n' ' ')
+    [ "$stages" = "format shell release dev asan tidy packaging " ] || wrong "it ran: $stages"
+    [[ $said == *"all took 0 min "* ]] || wrong "it said: $said"
+    ;;
+gate_ends_at_the_first_stage_that_fails)
+    make_tree .ci scripts
+    stand_in test 'echo "stage ${1-dev}"; [ "$1" != release ]'
+    mv "$work/test" "$work/tree"
+    said=$("$work/tree/.ci/run" 2>&1) && wrong "it succeeded"
+    [[ $said == *"stage release" ]] || wrong "it said: $said"
+    ;;
+shell_stage_finds_scripts_by_ending_and_first_line)
+    make_tree test scripts/common.sh
+    stand_in shellcheck "printf '%s\n' \"\$@\" >'$work/shellcheck.log'"
+    cd "$work/tree"
+    mkdir -p a/b build out .git
+    echo '#!/usr/bin/env bash' | tee 'a/b/some' build/made out/made .git/made >a/env
+    echo '#!/bin/sh -e' >'a/plain one'
+    echo 'true' >a/sourced.sh
+    echo '#!/usr/bin/env python3' >a/other
+    printf '\0\n#!/bin/sh\n' >a/bytes
+    said=$(./test shell 2>&1) || wrong "it failed: $said"
+    found=$(sed "s:^$work/tree/::" "$work/shellcheck.log" | tr '\n' ',')
+    [ "$found" = "a/b/some,a/env,a/plain one,a/sourced.sh,scripts/common.sh,test," ] ||
+        wrong "it found: $found"
+    ;;
+shell_stage_fails_where_shellcheck_does)
+    make_tree test scripts/common.sh
+    stand_in shellcheck 'exit 1'
+    said=$("$work/tree/test" shell 2>&1) && wrong "it succeeded"
+    [[ $said == *"shellcheck found the above" ]] || wrong "it said: $said"
+    ;;
+release_stage_runs_each_benchmark_once_and_small | release_stage_notices_a_benchmark_that_fails)
+    make_tree test scripts/common.sh
+    mkdir -p "$work/tree/build/release/bin" "$work/tree/bench"
+    touch "$work/tree/bench/bench_some.cpp" "$work/tree/bench/bench_other.cpp"
+    stand_in bench_some 'echo "some $AELK_BENCH_SHORTEST $BENCHMARK_MIN_TIME $*" >>"$0.log"
+echo "$BENCH_SAYS"'
+    cp "$work/bench_some" "$work/bench_other"
+    mv "$work"/bench_* "$work/tree/build/release/bin"
+    export BENCH_SAYS='5 ms'
+    said=$("$work/tree/test" release 2>&1) || wrong "it failed: $said"
+    for log in "$work"/tree/build/release/bin/bench_{some,other}.log; do
+        [ "$(cat "$log")" = 'some 1 0 ' ] || wrong "it was told: $(cat "$log")"
+    done
+    if [ "$case" = release_stage_notices_a_benchmark_that_fails ]; then
+        BENCH_SAYS="ERROR OCCURRED: 'no file'"
+        said=$("$work/tree/test" release 2>&1) && wrong "it succeeded"
+        [[ $said == *"bench_other failed"*"no file"* ]] || wrong "it said: $said"
+    fi
+    ;;
+tidy_checks_what_has_changed_since_the_main_branch)
+    make_commits
+    stand_in clang-tidy "printf '%s\n' \"\$*\" >>'$work/tidy.log'"
+    git config --unset core.hooksPath
+    put src/old.cpp 'old'
+    put src/pair.cpp 'old'
+    put src/pair.h 'old'
+    git commit --quiet -m old
+    git checkout --quiet -b branch
+    put src/new.cpp 'new'
+    git commit --quiet -m new
+    put src/pair.h 'new'
+    echo 'new' >src/untracked.cpp
+    said=$(scripts/tidy 2>&1) || wrong "it failed: $said"
+    full=$(grep -v -- --checks "$work/tidy.log" | sed 's/.* //' | sort | tr '\n' ' ')
+    [ "$full" = "src/new.cpp src/pair.cpp src/untracked.cpp " ] || wrong "all checks of: $full"
+    quick=$(grep -c -- --checks "$work/tidy.log")
+    [ "$quick" = 4 ] || wrong "quick checks of $quick"
+    ;;
+tidy_on_the_main_branch_checks_what_came_last)
+    make_commits
+    stand_in clang-tidy "printf '%s\n' \"\$*\" >>'$work/tidy.log'"
+    git config --unset core.hooksPath
+    put src/old.cpp 'old'
+    git commit --quiet -m old
+    put src/new.cpp 'new'
+    git commit --quiet -m new
+    said=$(scripts/tidy 2>&1) || wrong "it failed: $said"
+    full=$(grep -v -- --checks "$work/tidy.log" | sed 's/.* //')
+    [ "$full" = src/new.cpp ] || wrong "all checks of: $full"
+    stand_in clang-tidy 'echo "it is wrong"; exit 1'
+    said=$(scripts/tidy src/new.cpp 2>&1) && wrong "it succeeded"
+    [[ $said == *"it is wrong"*"clang-tidy found the above" ]] || wrong "it said: $said"
+    ;;
+hook_refuses_a_staged_source_of_another_format)
+    make_commits
+    put src/one.cpp 'a fault'
+    ! commit || wrong "it was committed"
+    [[ $said == *src/one.cpp* ]] || wrong "it said: $said"
+    ;;
+hook_refuses_a_staged_script_with_faults)
+    make_commits
+    put 'some tool' $'#!/bin/sh\na fault'
+    ! commit || wrong "it was committed"
+    [[ $said == *"some tool"* ]] || wrong "it said: $said"
+    ;;
+hook_lets_what_is_right_pass)
+    make_commits
+    put src/one.cpp 'right'
+    put tool.sh 'right'
+    put words.txt 'a fault'
+    commit || wrong "it was refused: $said"
+    git rm --quiet src/one.cpp
+    commit || wrong "it was refused: $said"
+    ;;
+hook_looks_at_what_is_staged_alone)
+    make_commits
+    put src/one.cpp 'right'
+    echo 'a fault' >src/one.cpp
+    echo 'a fault' >src/two.cpp
+    commit || wrong "it was refused: $said"
+    git add src
+    echo 'right' >src/one.cpp
+    ! commit || wrong "it was committed"
+    [[ $said == *src/one.cpp*src/two.cpp* ]] || wrong "it said: $said"
+    ;;
+hook_installs_nothing)
+    make_commits
+    put src/one.cpp 'right'
+    rm "$work/clang-format"
+    mkdir "$work/few"
+    for tool in bash basename cat dirname env git grep mktemp rm sort; do
+        ln -s "$(command -v "$tool")" "$work/few"
+    done
+    said=$(PATH=$work/few git commit -m change 2>&1) && wrong "it was committed"
+    [[ $said == *"clang-format is missing; ./test format installs it"* ]] || wrong "it said: $said"
+    nothing_was_installed
     ;;
 *)
     wrong "there is no such case"
