@@ -3,7 +3,7 @@
 #include "analysis/LinearFit.h"
 
 #include "analysis/CalculationPlan.h"
-#include "support/PanelInputs.h"
+#include "support/FitMixes.h"
 
 #include <QTest>
 
@@ -12,75 +12,13 @@
 #include <numeric>
 
 using namespace tests;
+using namespace tests::fits;
 using analysis::LinearFit;
 
 namespace
 {
 
 constexpr double hc = AMutE::hcEvAngstrom;
-
-// Normalised references at 1 to 7 eV; independent of each other and of a
-// constant, also from 2 to 6 eV for the first two.
-const QList<double> energies{1, 2, 3, 4, 5, 6, 7};
-const QList<QList<double>> shapes{{9, 1, 0, 0.5, 2, 0.25, 3},
-                                  {-9, 0, 1, 0.5, 0.75, 2, 8},
-                                  {0, 0, 2, 1, 0, 0.5, 1},
-                                  {1, 1, 1, 0, 0, -1, 4}};
-const QList<double> preLevels{0.5, 0.25, 0.75, 1};
-const QList<double> jumps{2, 4, 1, 8};
-const QList<double> valences{2, 4, 3, 5};
-
-// A spectrum of these normalised values between two constant lines.
-void setNormalised(AMutE& spectrum, const QList<double>& at, QList<double> values, double pre,
-                   double jump)
-{
-    for (double& value : values) {
-        value *= jump;
-    }
-    setSpectrum(spectrum, at, values, {pre, 0, 0}, {pre + jump, 0, 0});
-}
-
-void setReference(PanelInputs& inputs, std::size_t row, int shape)
-{
-    setNormalised(inputs.spectra.at(row), energies, shapes.at(shape), preLevels.at(shape),
-                  jumps.at(shape));
-    inputs.valences.at(row) = valences.at(shape);
-}
-
-QList<double> mixed(const QList<double>& parts, double base)
-{
-    QList<double> values(energies.size(), base);
-    for (int i = 0; i < parts.size(); ++i) {
-        for (int k = 0; k < values.size(); ++k) {
-            values[k] += parts.at(i) * shapes.at(i).at(k);
-        }
-    }
-    return values;
-}
-
-void setRange(PanelInputs& inputs, double from, double to)
-{
-    inputs.points[6].energy = to;
-    inputs.points[7].energy = from;
-    inputs.points[6].inFit = true;
-    inputs.points[7].inFit = true;
-}
-
-// As many references as parts in use, the target of their sum over a base, and
-// all seven points in range.
-PanelInputs fitInputs(const QList<double>& parts = {0.5, 0.75}, double base = 0.125)
-{
-    PanelInputs inputs;
-    QList<int> used;
-    for (int i = 0; i < parts.size(); ++i) {
-        setReference(inputs, static_cast<std::size_t>(i), i);
-        used.append(i);
-    }
-    useReferences(inputs, used);
-    setNormalised(inputs.target, energies, mixed(parts, base), 1, 8);
-    setRange(inputs, 1, 7);
-    return inputs;
-}
 
 LinearFit fit(const PanelInputs& inputs)
 {
