@@ -19,10 +19,6 @@ const QString fewSpectra =
 const QString defaultText =
     QStringLiteral("Result of LCF ::  0.400 :  0.600, Valence =  4.000, Base =  0.125");
 
-struct Change {
-    void (*apply)(PanelInputs& inputs);
-};
-
 // Both the four-points family and the fit can run.
 PanelInputs threePointsAndFit()
 {
@@ -133,7 +129,7 @@ void tst_FourPsLcf::rangeTakesMarkedRowsWhateverTheirUse()
     PanelInputs inputs = fitInputs();
     setRange(inputs, 2, 6);
     for (const QList<int>& used : {QList<int>{}, QList<int>{6}, QList<int>{6, 7}}) {
-        useRows(inputs, used);
+        inputs.useRows(used);
         enterInputs(panel, inputs);
         panel.lcf();
         QCOMPARE(curveEnergies(panel), (QList<double>{2, 3, 4, 5, 6}));
@@ -227,7 +223,7 @@ void tst_FourPsLcf::pointHoldsTargetResultAndColour()
 void tst_FourPsLcf::pointAfterARefusedTargetHoldsTheEarlierResult()
 {
     PanelInputs inputs = threePointsAndFit();
-    useRows(inputs, {});
+    inputs.useRows({});
     enterInputs(panel, inputs);
     panel.calcBoth();
     QCOMPARE(panel.LCFvs4PS.at(0).fourPsA, 0.0);
@@ -280,31 +276,25 @@ void tst_FourPsLcf::newColourFollowsAShorterList()
 
 void tst_FourPsLcf::refusalIsSaidAndLeavesEverything_data()
 {
-    using In = PanelInputs;
-    QTest::addColumn<Change>("change");
+    QTest::addColumn<PanelInputs>("inputs");
     QTest::addColumn<QString>("said");
-    const auto newRow = [](const char* name, void (*change)(In&), const QString& said) {
-        QTest::newRow(name) << Change{change} << said;
-    };
-    newRow(
-        "one marked row", [](In& in) { in.points[6].inFit = false; }, noFitRange);
-    newRow(
-        "no used reference", [](In& in) { useReferences(in, {}); }, fewSpectra.arg(0));
-    newRow(
-        "one valid reference", [](In& in) { in.spectra[0].valid = false; }, fewSpectra.arg(1));
+    PanelInputs oneRow = fitInputs({1, 1}, 0);
+    oneRow.points[6].inFit = false;
+    QTest::newRow("one marked row") << oneRow << noFitRange;
+    QTest::newRow("no used reference")
+        << fitInputs({1, 1}, 0).useReferences({}) << fewSpectra.arg(0);
+    QTest::newRow("one valid reference")
+        << fitInputs({1, 1}, 0).makeInvalid({0}) << fewSpectra.arg(1);
 }
 
 void tst_FourPsLcf::refusalIsSaidAndLeavesEverything()
 {
-    QFETCH(Change, change);
-    PanelInputs inputs = fitInputs();
-    enterInputs(panel, inputs);
+    QFETCH(PanelInputs, inputs);
+    enterInputs(panel, fitInputs());
     panel.LCFColor = 3;
     panel.lcf();
     clearMessages(panel);
     const AMutE* before = panel.LCFMut;
-    setTarget(inputs, {1, 1}, 0);
-    change.apply(inputs);
     enterInputs(panel, inputs);
     panel.lcf();
     QFETCH(QString, said);
@@ -320,7 +310,7 @@ void tst_FourPsLcf::reflexRunsRangesMapTargetAndFitInOrder()
 {
     // Auto limits of the valences 2 and 4: 1.5 to 4.5, 51 boxes of 0.06.
     PanelInputs inputs = threePointsAndFit();
-    addMaps(inputs, 3);
+    inputs.addMaps(3);
     enterInputs(panel, inputs);
     panel.ui.HgAFrom->setText("70");
     panel.calcBoth();
@@ -340,7 +330,7 @@ void tst_FourPsLcf::reflexRunsRangesMapTargetAndFitInOrder()
 void tst_FourPsLcf::reflexFitsThoughMapAndTargetAreRefused()
 {
     PanelInputs inputs = threePointsAndFit();
-    useRows(inputs, {});
+    inputs.useRows({});
     enterInputs(panel, inputs);
     panel.calcBoth();
     QCOMPARE(messages(panel), (QStringList{"V Point is not selected", "V Point is not selected.",

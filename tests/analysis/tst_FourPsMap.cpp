@@ -14,26 +14,16 @@ using mixes::near;
 namespace
 {
 
-struct Change {
-    void (*apply)(PanelInputs& inputs);
-};
-
 const QString tooFewRows = QStringLiteral("Number of selected data sets %1 is less than %2.");
 
 PanelInputs threePointMaps()
 {
-    PanelInputs inputs = threePointInputs();
-    addMaps(inputs, 3);
-    return inputs;
+    return threePointInputs().addMaps(3);
 }
 
 PanelInputs fourPointMaps(bool exact)
 {
-    PanelInputs inputs = fourPointInputs();
-    addMaps(inputs, 4);
-    inputs.radios.exact = exact;
-    inputs.radios.leastSquare = !exact;
-    return inputs;
+    return fourPointInputs().addMaps(4).chooseFourPoints(exact, !exact);
 }
 
 PanelInputs mixedMaps(const QList<mixes::Mix>& pixels, int references = 2, int rows = 5)
@@ -211,9 +201,7 @@ void tst_FourPsMap::nonEquivalentMethodFillsAllValues()
 {
     QFETCH(bool, linear);
     PanelInputs inputs = mixedMaps({linear ? mixes::quarter : mixes::curvedQuarter}, 2, 8);
-    inputs.radios.linearBackground = linear;
-    inputs.target.valid = false; // not asked for
-    markVRows(inputs, {});       // nor is a V row
+    inputs.chooseNonEquivalent(linear).makeTargetInvalid().markVRows({}); // nothing asks for them
     enterInputs(panel, inputs);
     panel.calcMap();
     QVERIFY(messages(panel).isEmpty());
@@ -408,62 +396,32 @@ void tst_FourPsMap::histogramsOfReferencesHoldNothing()
 
 void tst_FourPsMap::refusalIsSaidAndLeavesEverything_data()
 {
-    using In = PanelInputs;
-    QTest::addColumn<Change>("change");
+    QTest::addColumn<PanelInputs>("inputs");
     QTest::addColumn<QStringList>("said");
-    const auto newRow = [](const char* name, void (*change)(In&), const QStringList& said) {
-        QTest::newRow(name) << Change{change} << said;
+    const auto newRow = [](const char* name, const PanelInputs& refused, const QStringList& said) {
+        QTest::newRow(name) << refused << said;
     };
-    newRow("no V row",
-           [](In& in) {
-               in.radios.nonEquivalent = false;
-               markVRows(in, {});
-           },
-           {"V Point is not selected"});
-    newRow("two rows",
-           [](In& in) {
-               in.radios.nonEquivalent = false;
-               useRows(in, {1, 2});
-           },
-           {wrongCount.arg(2).arg(4)});
-    newRow("two V rows",
-           [](In& in) {
-               in.radios.nonEquivalent = false;
-               useRows(in, {0, 1, 2});
-               markVRows(in, {0, 2});
-           },
-           {wrongCount.arg(2).arg(3)});
+    const auto inputs = [] { return mixedMaps({mixes::negative, mixes::negative}); };
+    const auto points = [&inputs] { return inputs().chooseFourPoints(false, true); };
+    newRow("no V row", points().markVRows({}), {"V Point is not selected"});
+    newRow("two rows", points().useRows({1, 2}), {wrongCount.arg(2).arg(4)});
+    newRow("two V rows", points().useRows({0, 1, 2}).markVRows({0, 2}), {wrongCount.arg(2).arg(3)});
     newRow("one used reference for the four-points family",
-           [](In& in) {
-               in.radios.nonEquivalent = false;
-               useRows(in, {0, 1, 2});
-               useReferences(in, {0});
-           },
-           {fewReferences.arg(1)});
-    newRow("fewer rows than unknowns",
-           [](In& in) {
-               useRows(in, {0, 1, 2});
-           },
-           {tooFewRows.arg(3).arg(4)});
-    newRow("second reference", [](In& in) { in.spectra[1].valid = false; },
+           points().useRows({0, 1, 2}).useReferences({0}), {fewReferences.arg(1)});
+    newRow("fewer rows than unknowns", inputs().useRows({0, 1, 2}), {tooFewRows.arg(3).arg(4)});
+    newRow("second reference", inputs().makeInvalid({1}),
            {fewReferences.arg(1), "Ref File 1 is not valid."});
-    newRow("third reference",
-           [](In& in) {
-               useReferences(in, {0, 1, 2});
-           },
-           {"Ref File 2 is not valid."});
-    newRow("no used reference", [](In& in) { useReferences(in, {}); }, {fewReferences.arg(0)});
+    newRow("third reference", inputs().useReferences({0, 1, 2}), {"Ref File 2 is not valid."});
+    newRow("no used reference", inputs().useReferences({}), {fewReferences.arg(0)});
 }
 
 void tst_FourPsMap::refusalIsSaidAndLeavesEverything()
 {
-    QFETCH(Change, change);
+    QFETCH(PanelInputs, inputs);
     enterInputs(panel, mixedMaps({mixes::quarter}));
     setHistogramLimits(panel);
     panel.calcMap();
     const QStringList before = mapFields(panel);
-    PanelInputs inputs = mixedMaps({mixes::negative, mixes::negative});
-    change.apply(inputs);
     enterInputs(panel, inputs);
     panel.ui.HgABoxes->setText("3");
     panel.ui.HgTBoxes->setText("3");

@@ -14,10 +14,6 @@ namespace
 const QString quarterText =
     QStringLiteral("Result of NEQ ::  0.250 :  0.750, Valence =  4.250, t =  4.000");
 
-struct Change {
-    void (*apply)(PanelInputs& inputs);
-};
-
 // All that a target calculation writes, the message box aside.
 QStringList targetFields(const FourPs& panel)
 {
@@ -75,10 +71,7 @@ void tst_FourPsTarget::buttonCalculatesThreePoints()
 
 void tst_FourPsTarget::exactFourPointsLeaveTheMessageBoxAlone()
 {
-    PanelInputs inputs = fourPointInputs();
-    inputs.radios.exact = true;
-    inputs.radios.leastSquare = false;
-    enterInputs(panel, inputs);
+    enterInputs(panel, fourPointInputs().chooseFourPoints(true, false));
     panel.calcTarget();
     QCOMPARE(panel.ui.CalcRes->text(), "a = 0.5, Valence = 2.5, t/ts = 1");
     QVERIFY(messages(panel).isEmpty());
@@ -88,11 +81,9 @@ void tst_FourPsTarget::exactFourPointsLeaveTheMessageBoxAlone()
 
 void tst_FourPsTarget::leastSquareIsShownAndSaid()
 {
-    PanelInputs inputs = fourPointInputs();
     const QString line = "4ps2: a = 0.5, Valence = 2.5, t/ts = 1";
     for (const bool chosen : {true, false}) { // with neither radio on too
-        inputs.radios.leastSquare = chosen;
-        enterInputs(panel, inputs);
+        enterInputs(panel, fourPointInputs().chooseFourPoints(false, chosen));
         clearMessages(panel);
         panel.ui.CalcRes->clear();
         panel.calcTarget();
@@ -119,9 +110,8 @@ void tst_FourPsTarget::nonEquivalentResultGoesToItsFields()
     // dMut 1 and 3 of 4, over either background.
     for (const bool linear : {true, false}) {
         PanelInputs inputs = mixes::mixedInputs(linear ? mixes::quarter : mixes::curvedQuarter);
-        inputs.radios.linearBackground = linear;
         m_shared.reset();
-        enterInputs(panel, inputs);
+        enterInputs(panel, inputs.chooseNonEquivalent(linear));
         panel.calcTarget();
         QCOMPARE(panel.ui.CalcRes->text(), quarterText);
         QCOMPARE(messages(panel), QStringList{quarterText.simplified()});
@@ -157,7 +147,7 @@ void tst_FourPsTarget::resultsGoToTheUsedReferencesBehindAnUnusedOne()
     mixes::setReference(inputs.spectra[1], 0);
     mixes::setReference(inputs.spectra[2], 1);
     inputs.valences = {9, 2, 5, 9};
-    useReferences(inputs, {1, 2});
+    inputs.useReferences({1, 2});
     enterInputs(panel, inputs);
     for (const int unused : {0, 3}) {
         panel.Refs.RefRows.at(unused)->RatioDisp->setText("old");
@@ -230,9 +220,7 @@ void tst_FourPsTarget::wordsInFieldsCountAsZero()
     panel.Refs.RefRows.at(0)->Valence->setText("two");
     panel.calcTarget();
     QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.7, Valence = 0.9");
-    PanelInputs inputs = mixes::mixedInputs(mixes::quarter);
-    inputs.radios.linearBackground = false;
-    enterInputs(panel, inputs);
+    enterInputs(panel, mixes::mixedInputs(mixes::quarter).chooseNonEquivalent(false));
     panel.EPoints.at(0)->Energy->setText("low"); // where the wavelength is infinite
     panel.calcTarget();
     QCOMPARE(panel.ui.CalcRes->text().count("nan"), 4);
@@ -267,20 +255,7 @@ void tst_FourPsTarget::onlyTheLinearRadioIsAsked()
 
 void tst_FourPsTarget::spectraAreTakenLessTheChosenLines()
 {
-    // The second reference is L^3, and so is the distance of the lines of target
-    // and first reference. Less its post-edge line the target is short of one L^3;
-    // less theirs the first reference is, for which the second makes up.
-    QList<double> cubes;
-    QList<double> muts;
-    for (int row = 0; row < mixes::wavelengths.size(); ++row) {
-        cubes.append(std::pow(mixes::wavelengths.at(row), 3));
-        muts.append(0.5 * mixes::shapes.at(0).at(row) + 0.5 * cubes.last() + 1.25);
-    }
-    PanelInputs inputs = mixes::mixedInputs(mixes::quarter);
-    setSpectrum(inputs.spectra[0], mixes::rowEnergies(), mixes::shapes.at(0), {}, {1, 1, 0});
-    inputs.spectra[0].edgeEnergy = mixes::hc;
-    setSpectrum(inputs.spectra[1], mixes::rowEnergies(), cubes, {0.5, 0, 0}, {6.5, 0, 0});
-    setSpectrum(inputs.target, mixes::rowEnergies(), muts, {}, {3, 1, 0});
+    PanelInputs inputs = mixes::inputsOfLinesApart();
     enterInputs(panel, inputs);
     panel.calcTarget();
     QCOMPARE(panel.ui.TargetDMut->text(), "4"); // 1 and 3
@@ -297,37 +272,30 @@ void tst_FourPsTarget::spectraAreTakenLessTheChosenLines()
 
 void tst_FourPsTarget::refusalIsSaidAndLeavesEverything_data()
 {
-    using In = PanelInputs;
-    QTest::addColumn<Change>("change");
+    QTest::addColumn<PanelInputs>("inputs");
     QTest::addColumn<QStringList>("said");
-    const auto newRow = [](const char* name, void (*change)(In&), const QStringList& said) {
-        QTest::newRow(name) << Change{change} << said;
+    const auto inputs = [] { return mixes::mixedInputs(mixes::negative); };
+    const auto newRow = [](const char* name, const PanelInputs& refused, const QStringList& said) {
+        QTest::newRow(name) << refused << said;
     };
-    newRow("no V row", [](In& in) { markVRows(in, {}); }, {"V Point is not selected."});
-    newRow("first reference", [](In& in) { in.spectra[0].valid = false; },
+    newRow("no V row", inputs().markVRows({}), {"V Point is not selected."});
+    newRow("first reference", inputs().makeInvalid({0}),
            {fewReferences.arg(1), "The 1st Ref File is not valid."});
-    newRow("second reference", [](In& in) { in.spectra[1].valid = false; },
+    newRow("second reference", inputs().makeInvalid({1}),
            {fewReferences.arg(1), "The 2nd Ref File is not valid."});
-    newRow("one used reference", [](In& in) { useReferences(in, {1}); }, {fewReferences.arg(1)});
-    newRow("target", [](In& in) { in.target.valid = false; }, {"Target File1 is not valid."});
-    newRow("three rows", [](In& in) { useRows(in, {0, 1, 2}); }, {wrongCount.arg(3).arg(4)});
-    newRow("third of four references",
-           [](In& in) {
-               setJump(in.spectra[3], 1.0);
-               useReferences(in, {0, 1, 2, 3});
-           },
+    newRow("one used reference", inputs().useReferences({1}), {fewReferences.arg(1)});
+    newRow("target", inputs().makeTargetInvalid(), {"Target File1 is not valid."});
+    newRow("three rows", inputs().useRows({0, 1, 2}), {wrongCount.arg(3).arg(4)});
+    newRow("third of four references", inputs().useFirstReferences(4).makeInvalid({2}),
            {"Ref File 2 is not valid."});
 }
 
 void tst_FourPsTarget::refusalIsSaidAndLeavesEverything()
 {
-    QFETCH(Change, change);
-    PanelInputs inputs = mixes::mixedInputs(mixes::quarter);
-    enterInputs(panel, inputs);
+    QFETCH(PanelInputs, inputs);
+    enterInputs(panel, mixes::mixedInputs(mixes::quarter));
     panel.calcTarget();
     const QStringList before = targetFields(panel);
-    mixes::setTarget(inputs.target, mixes::negative);
-    change.apply(inputs);
     enterInputs(panel, inputs);
     clearMessages(panel);
     panel.calcTarget();

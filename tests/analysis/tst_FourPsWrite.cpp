@@ -18,9 +18,7 @@ const QString cannotOpen = QStringLiteral("Can't open the file [%1]");
 
 PanelInputs threePointMaps()
 {
-    PanelInputs inputs = threePointInputs();
-    addMaps(inputs, 3);
-    return inputs;
+    return threePointInputs().addMaps(3);
 }
 
 PanelInputs mixedMaps(const QList<mixes::Mix>& pixels)
@@ -168,7 +166,7 @@ void tst_FourPsWrite::refusedRunWritesTheEarlierResult()
     PanelInputs inputs = threePointMaps();
     enterInputs(panel, inputs);
     panel.calcMap();
-    markVRows(inputs, {});
+    inputs.markVRows({});
     enterInputs(panel, inputs);
     const QString path = saveTo("result.dat");
     panel.calcAndWrite();

@@ -71,7 +71,7 @@ inline PanelInputs fitInputs(const QList<double>& parts = {0.5, 0.75}, double ba
         setReference(inputs, static_cast<std::size_t>(i), i);
         used.append(i);
     }
-    useReferences(inputs, used);
+    inputs.useReferences(used);
     setTarget(inputs, parts, base);
     setRange(inputs, 1, 7);
     return inputs;
