@@ -1,26 +1,40 @@
-#include "display/Histgram.h"
-#include "support/PanelTools.h"
+// The map calculation in the panel: what it reads, and what becomes of result,
+// histograms and message box. What it decides is in tst_CalculationPlan, its numbers
+// in tst_MapStacks, tst_MapCalculation and tst_NonEquivalentMap.
+#include "support/CalculationPanel.h"
+#include "support/Mixes.h"
 
 #include <QTest>
 
 #include <cmath>
 
 using namespace tests;
+using mixes::near;
 
 namespace
 {
 
-void prepareFourPointMaps(FourPs& panel)
+const QString tooFewRows = QStringLiteral("Number of selected data sets %1 is less than %2.");
+
+PanelInputs threePointMaps()
 {
-    prepareFourPoints(panel);
-    setMap(panel, 0, {2});
-    setMap(panel, 1, {2.5});
-    setMap(panel, 2, {5});
-    setMap(panel, 3, {6.5});
+    return threePointInputs().addMaps(3);
 }
 
-// Limits under which a valence of 2.5 and a thickness of 1 land in the middle
-// of three boxes each, and below or above the other's.
+PanelInputs fourPointMaps(bool exact)
+{
+    return fourPointInputs().addMaps(4).chooseFourPoints(exact, !exact);
+}
+
+PanelInputs mixedMaps(const QList<mixes::Mix>& pixels, int references = 2, int rows = 5)
+{
+    PanelInputs inputs = mixes::mixedInputs(mixes::quarter, references, rows);
+    mixes::setPixels(inputs, pixels, rows);
+    return inputs;
+}
+
+// Limits under which a valence of 2.5 and a thickness of 1 fall into the middle of
+// three boxes each, and below or above the other's.
 void separateHistograms(FourPs& panel)
 {
     panel.ui.HgAFrom->setText("2");
@@ -37,14 +51,42 @@ bool countedApart(const FourPs& panel)
     return panel.HistV->bins == middle && panel.HistT->bins == middle;
 }
 
-// What a non-equivalent run would leave.
+// Centres 0 to 6 for valences and shares, -4 to 6 for amounts.
+void setHistogramLimits(FourPs& panel)
+{
+    panel.ui.HgAFrom->setText("0");
+    panel.ui.HgATo->setText("6");
+    panel.ui.HgABoxes->setText("7");
+    panel.ui.HgTFrom->setText("-4");
+    panel.ui.HgTTo->setText("6");
+    panel.ui.HgTBoxes->setText("11");
+}
+
+// The centres of the bins that hold something, each as often as it was hit.
+QList<int> hits(const Histgram* histogram)
+{
+    QList<int> centres;
+    for (int i = 0; i < histogram->bins.size(); ++i) {
+        const double centre = histogram->minV + (i + 0.5) * histogram->step;
+        centres += QList<int>(histogram->bins.at(i), qRound(centre));
+    }
+    return centres;
+}
+
+bool isEmpty(const Histgram* histogram)
+{
+    return hits(histogram).isEmpty() && histogram->under == 0 && histogram->over == 0 &&
+           histogram->total == 0;
+}
+
+// What an earlier non-equivalent run would leave.
 void countForReferences(FourPs& panel)
 {
     for (Histgram* histogram : panel.HistRatio + panel.HistDMut) {
         histogram->start(-1.0, 2.0, 51);
-        histogram->add(0.5);
-        histogram->add(-7.0);
-        histogram->add(7.0);
+        for (const double value : {0.5, -7.0, 7.0}) {
+            histogram->add(value);
+        }
     }
 }
 
@@ -53,14 +95,24 @@ void countForReferences(FourPs& panel)
 bool isStartedLike(const Histgram* histogram, const Histgram* main)
 {
     return histogram->minV == main->minV && histogram->maxV == main->maxV &&
-           histogram->step == main->step && histogram->boxes == main->boxes &&
-           histogram->bins == QList<int>(main->boxes, 0) && histogram->total == 0 &&
-           histogram->under == 0 && histogram->over == 0;
+           histogram->step == main->step && histogram->boxes == main->boxes && isEmpty(histogram);
 }
 
-bool near(double value, double expected)
+// All that a map calculation writes, the message box aside.
+QStringList mapFields(const FourPs& panel)
 {
-    return std::abs(value - expected) < 1e-12;
+    QStringList fields{QString::number(panel.BaseData.xNum), QString::number(panel.BaseData.yNum),
+                       panel.BaseData.headerLines.join(u'|'),
+                       panel.BaseData.extended ? "extended" : "simple"};
+    for (const A2DRow& row : panel.BaseData.rows) {
+        for (const double value : QList<double>{row.x, row.y, row.intensity, row.i0} + row.values) {
+            fields << allDigits(value);
+        }
+    }
+    for (const Histgram* histogram : allHistograms(panel)) {
+        fields << QString::fromUtf8(histogram->fileText());
+    }
+    return fields;
 }
 
 } // namespace
@@ -70,47 +122,43 @@ class tst_FourPsMap : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void threePointsFillResultAndHistograms();
-    void exactFourPointsFillTheResult();
-    void leastSquareFillsTheResult();
-    void moreThanFourRowsRunLeastSquare();
-    void valencesAreCountedByTheMixOfTheReferences();
-    void valenceHalfABinUnderFromFallsIntoTheFirstBin();
+    void init() { m_shared.reset(); }
+
+    void buttonCalculatesThreePoints();
+    void fourPointFormsFillResultAndHistograms_data();
+    void fourPointFormsFillResultAndHistograms();
+    void nonEquivalentMethodFillsAllValues_data();
+    void nonEquivalentMethodFillsAllValues();
+    void referencesAreTakenLessTheChosenLine();
+    void rowWithoutMapIsSelectedForTheTargetOnly();
+    void mapOfNoLinesYieldsNoRows();
+    void secondRunRebuildsTheResult();
+
     void limitsAreReadAtTheStartOfEachRun();
-    void targetNeedNotBeValid();
+    void valenceHalfABinUnderFromFallsIntoTheFirstBin();
+    void histogramsCountValenceTotalSharesAndAmounts();
+    void allHistogramsStartAfresh();
+    void pixelOfZeroesIsKeptAndCountedBelow();
     void histogramsOfReferencesHoldNothing_data();
     void histogramsOfReferencesHoldNothing();
 
-    void vPointIsAskedForWithoutAPeriod();
-    void nonEquivalentMethodNeedsNoVPoint();
-    void twoRowsWithMapsAreRefused();
-    void rowWithoutMapIsNotSelected();
-    void fewerRowsThanUnknownsAreRefused();
-    void fiveRowsWithExactOnAreRefused();
-    void countMessageIsFollowedByTheReferenceCheck();
-    void invalidReferenceIsNamedFromZero();
-    void gapInTheUsedReferencesNamesTheIndexWithoutCounterpart();
-    void onlyTheFirstReferenceUsedStopsAfterTheCount();
-    void noUsedReferenceStopsAfterTheCount();
-    void oneUsedReferenceAndTwoRowsAreCountedThenTheRowsRefused();
-    void loneSecondReferenceIsCountedThenNamedOne();
-    void twoVRowsThatLeaveTooFewOthersAreRefused();
-    void refusalLeavesResultAndHistograms();
-    void refusalLeavesTheHistogramsOfReferences();
-
-    void vRowWithoutMapGivesAnEmptyResult();
-    void usedRowWithoutMapEntersWithMinusOnePixels();
-    void surplusUsedRowsAreLeftOutByTheExactForm();
-    void mapOfNoLinesYieldsNoRows();
+    void refusalIsSaidAndLeavesEverything_data();
+    void refusalIsSaidAndLeavesEverything();
     void calcBothRunsTargetAndFitThoughTheMapIsRefused();
+
+private:
+    CalculationPanel m_shared;
+    FourPs& panel = *m_shared;
 };
 
-void tst_FourPsMap::threePointsFillResultAndHistograms()
+void tst_FourPsMap::buttonCalculatesThreePoints()
 {
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    panel.EPoints.at(2)->headerLines = {"# base row"};
-    panel.EPoints.at(2)->rows[0].x = 12.5;
+    PanelInputs inputs = threePointMaps();
+    inputs.target.valid = false; // not asked for
+    inputs.maps[2].headerLines = {"# base row"};
+    inputs.maps[2].rows[0].x = 12.5;
+    enterInputs(panel, inputs);
+    separateHistograms(panel);
     QTest::mouseClick(panel.ui.CalcMapB, Qt::LeftButton);
     QVERIFY(messages(panel).isEmpty());
     QCOMPARE(panel.BaseData.rows.size(), 1);
@@ -119,81 +167,110 @@ void tst_FourPsMap::threePointsFillResultAndHistograms()
     QCOMPARE(panel.BaseData.rows.at(0).x, 12.5);
     QCOMPARE(panel.BaseData.headerLines, QStringList{"# base row"});
     QVERIFY(!panel.BaseData.extended);
+    QVERIFY(countedApart(panel));
 }
 
-void tst_FourPsMap::exactFourPointsFillTheResult()
+void tst_FourPsMap::fourPointFormsFillResultAndHistograms_data()
 {
-    FourPs panel;
-    prepareFourPointMaps(panel);
+    QTest::addColumn<bool>("exact");
+    QTest::newRow("exact") << true;
+    QTest::newRow("least square") << false;
+}
+
+void tst_FourPsMap::fourPointFormsFillResultAndHistograms()
+{
+    QFETCH(bool, exact);
+    enterInputs(panel, fourPointMaps(exact));
     separateHistograms(panel);
-    panel.ui.TypeTMKisExact->setChecked(true);
     panel.calcMap();
+    QVERIFY(messages(panel).isEmpty());
     QVERIFY(countedApart(panel));
     QVERIFY(near(panel.BaseData.rows.at(0).intensity, 0.5));
     QVERIFY(near(panel.BaseData.rows.at(0).i0, 1.0));
     QVERIFY(panel.BaseData.rows.at(0).values.isEmpty());
 }
 
-void tst_FourPsMap::leastSquareFillsTheResult()
+void tst_FourPsMap::nonEquivalentMethodFillsAllValues_data()
 {
-    FourPs panel;
-    prepareFourPointMaps(panel);
-    separateHistograms(panel);
-    panel.calcMap();
-    QVERIFY(countedApart(panel));
-    QVERIFY(near(panel.BaseData.rows.at(0).intensity, 0.5));
-    QVERIFY(near(panel.BaseData.rows.at(0).i0, 1.0));
+    QTest::addColumn<bool>("linear");
+    QTest::newRow("linear") << true;
+    QTest::newRow("Victoreen") << false;
 }
 
-void tst_FourPsMap::moreThanFourRowsRunLeastSquare()
+void tst_FourPsMap::nonEquivalentMethodFillsAllValues()
 {
-    // A fifth row on the same plane S = 2 T changes nothing.
-    FourPs panel;
-    prepareFourPointMaps(panel);
-    useRows(panel, {0, 1, 2, 3, 4});
-    setPoint(panel, 4, "7", "3", "5");
-    setMap(panel, 4, {4});
+    QFETCH(bool, linear);
+    PanelInputs inputs = mixedMaps({linear ? mixes::quarter : mixes::curvedQuarter}, 2, 8);
+    inputs.chooseNonEquivalent(linear).makeTargetInvalid().markVRows({}); // nothing asks for them
+    enterInputs(panel, inputs);
     panel.calcMap();
-    QVERIFY(near(panel.BaseData.rows.at(0).intensity, 0.5));
-    QVERIFY(near(panel.BaseData.rows.at(0).i0, 1.0));
-}
-
-void tst_FourPsMap::valencesAreCountedByTheMixOfTheReferences()
-{
-    // a = 1/2 between valences 2 and 3 is 2.5: the middle of 11 boxes over 2..3.
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    panel.ui.HgAFrom->setText("2");
-    panel.ui.HgATo->setText("3");
-    panel.ui.HgABoxes->setText("11");
-    panel.calcMap();
-    QList<int> expected(11, 0);
-    expected[5] = 1;
-    QCOMPARE(panel.HistV->bins, expected);
-    QCOMPARE(panel.HistV->total, 1);
-}
-
-void tst_FourPsMap::valenceHalfABinUnderFromFallsIntoTheFirstBin()
-{
-    // Boxes centred on 2.75, 3.25, ...: the lower edge is 2.5, the valence of
-    // the pixel. (With 3.125, 3.625, ... it lies half a bin and less than one
-    // whole bin below the edge 2.875, and still counts in the first box.)
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    for (const auto& [from, to] : {std::pair("2.75", "3.75"), std::pair("3.125", "4.125")}) {
-        panel.ui.HgAFrom->setText(from);
-        panel.ui.HgATo->setText(to);
-        panel.ui.HgABoxes->setText("3");
-        panel.calcMap();
-        QCOMPARE(panel.HistV->bins, (QList<int>{1, 0, 0}));
-        QCOMPARE(panel.HistV->under, 0);
+    QVERIFY(messages(panel).isEmpty());
+    QVERIFY(panel.BaseData.extended);
+    if (linear) {
+        QVERIFY(near(mixes::scaledValues(panel.BaseData, 0), mixes::quarterValues));
+    } else {
+        QVERIFY(near(panel.BaseData.rows.at(0).values,
+                     {0.25, 0.75, 0, 0, 1, 3, 0, 0, 1.25, 2, -0.5, 4.25, 4}));
     }
+    QVERIFY(panel.ui.CalcRes->text().isEmpty());
+    QVERIFY(panel.Refs.RefRows.at(0)->RatioDisp->text().isEmpty());
+}
+
+void tst_FourPsMap::referencesAreTakenLessTheChosenLine()
+{
+    // The constant is higher by the total of 4.
+    PanelInputs inputs = mixedMaps({mixes::quarter});
+    inputs.subPostForRef = true;
+    enterInputs(panel, inputs);
+    panel.calcMap();
+    QVERIFY(near(panel.BaseData.rows.at(0).values.at(8), 5.25));
+    QVERIFY(near(panel.BaseData.rows.at(0).intensity, 0.25));
+}
+
+void tst_FourPsMap::rowWithoutMapIsSelectedForTheTargetOnly()
+{
+    enterInputs(panel, threePointMaps());
+    panel.EPoints.at(0)->loaded = false;
+    panel.calcMap();
+    panel.calcTarget();
+    QCOMPARE(messages(panel),
+             (QStringList{wrongCount.arg(2).arg(4), "3ps: a = 0.5, Valence = 2.5"}));
+}
+
+void tst_FourPsMap::mapOfNoLinesYieldsNoRows()
+{
+    for (const PanelInputs& inputs : {threePointMaps(), mixedMaps({mixes::quarter})}) {
+        enterInputs(panel, inputs);
+        panel.calcMap();
+        QCOMPARE(panel.BaseData.rows.size(), 1);
+        for (AEPoint* row : std::as_const(panel.EPoints)) {
+            row->yNum = 0;
+        }
+        panel.calcMap();
+        QVERIFY(panel.BaseData.rows.isEmpty());
+        QCOMPARE(panel.BaseData.xNum, 1);
+        QVERIFY(isEmpty(panel.HistV));
+    }
+}
+
+void tst_FourPsMap::secondRunRebuildsTheResult()
+{
+    PanelInputs inputs = mixedMaps({mixes::quarter, mixes::negative});
+    inputs.maps[0].headerLines = {"# once"};
+    enterInputs(panel, inputs);
+    panel.calcMap();
+    QCOMPARE(panel.BaseData.rows.size(), 2);
+    enterInputs(panel, mixedMaps({mixes::negative}));
+    panel.calcMap();
+    QCOMPARE(panel.BaseData.rows.size(), 1);
+    QVERIFY(near(mixes::scaledValues(panel.BaseData, 0), mixes::negativeValues));
+    QVERIFY(panel.BaseData.headerLines.isEmpty());
+    QCOMPARE(panel.HistT->total + panel.HistT->under + panel.HistT->over, 1);
 }
 
 void tst_FourPsMap::limitsAreReadAtTheStartOfEachRun()
 {
-    FourPs panel;
-    prepareThreePointMaps(panel);
+    enterInputs(panel, threePointMaps());
     panel.ui.HgTFrom->setText("2");
     panel.ui.HgTTo->setText("3");
     panel.calcMap();
@@ -204,14 +281,83 @@ void tst_FourPsMap::limitsAreReadAtTheStartOfEachRun()
     QCOMPARE(panel.HistT->total, 1);
 }
 
-void tst_FourPsMap::targetNeedNotBeValid()
+void tst_FourPsMap::valenceHalfABinUnderFromFallsIntoTheFirstBin()
 {
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    panel.ui.TargetFile->valid = false;
+    // Boxes centred on 2.75, 3.25, ...: the lower edge is 2.5, the valence of
+    // the pixel. (With 3.125, 3.625, ... it lies half a bin and less than one
+    // whole bin below the edge 2.875, and still counts in the first box.)
+    enterInputs(panel, threePointMaps());
+    for (const auto& [from, to] : {std::pair("2.75", "3.75"), std::pair("3.125", "4.125")}) {
+        panel.ui.HgAFrom->setText(from);
+        panel.ui.HgATo->setText(to);
+        panel.ui.HgABoxes->setText("3");
+        panel.calcMap();
+        QCOMPARE(panel.HistV->bins, (QList<int>{1, 0, 0}));
+        QCOMPARE(panel.HistV->under, 0);
+    }
+}
+
+void tst_FourPsMap::histogramsCountValenceTotalSharesAndAmounts()
+{
+    enterInputs(panel, mixedMaps({mixes::quarter, mixes::negative}));
+    setHistogramLimits(panel);
     panel.calcMap();
-    QVERIFY(messages(panel).isEmpty());
-    QCOMPARE(panel.BaseData.rows.size(), 1);
+    QCOMPARE(hits(panel.HistV), (QList<int>{4, 6}));           // 4.25, 5.6
+    QCOMPARE(hits(panel.HistT), (QList<int>{4, 5}));           // 4, 5
+    QCOMPARE(hits(panel.HistRatio.at(0)), (QList<int>{0, 0})); // 0.25, -0.2
+    QCOMPARE(hits(panel.HistRatio.at(1)), (QList<int>{1, 1})); // 0.75, 1.2
+    QCOMPARE(hits(panel.HistDMut.at(0)), (QList<int>{-1, 1}));
+    QCOMPARE(hits(panel.HistDMut.at(1)), (QList<int>{3, 6}));
+    QCOMPARE(panel.HistRatio.at(0)->total, 2);
+    for (const int missing : {2, 3}) {
+        QVERIFY(isEmpty(panel.HistRatio.at(missing)));
+        QVERIFY(isEmpty(panel.HistDMut.at(missing)));
+    }
+}
+
+void tst_FourPsMap::allHistogramsStartAfresh()
+{
+    enterInputs(panel, mixedMaps({mixes::quarter}));
+    setHistogramLimits(panel);
+    panel.calcMap();
+    for (Histgram* histogram : allHistograms(panel)) {
+        histogram->bins.fill(9);
+        histogram->total = histogram->under = histogram->over = 9;
+    }
+    panel.ui.HgATo->setText("3");
+    panel.ui.HgABoxes->setText("4");
+    panel.ui.HgTTo->setText("5");
+    panel.ui.HgTBoxes->setText("10");
+    panel.calcMap();
+    QCOMPARE(hits(panel.HistT), QList<int>{4});
+    QCOMPARE(panel.HistV->over, 1);
+    QCOMPARE(hits(panel.HistRatio.at(1)), QList<int>{1});
+    QCOMPARE(hits(panel.HistDMut.at(1)), QList<int>{3});
+    for (int i = 0; i < 4; ++i) {
+        QCOMPARE(panel.HistRatio.at(i)->bins.size(), 4);
+        QCOMPARE(panel.HistDMut.at(i)->bins.size(), 10);
+        QCOMPARE(isEmpty(panel.HistRatio.at(i)), i > 1);
+        QCOMPARE(isEmpty(panel.HistDMut.at(i)), i > 1);
+    }
+}
+
+void tst_FourPsMap::pixelOfZeroesIsKeptAndCountedBelow()
+{
+    enterInputs(panel, mixedMaps({{{0, 0}}, mixes::quarter}));
+    setHistogramLimits(panel);
+    panel.calcMap();
+    QCOMPARE(panel.BaseData.rows.size(), 2);
+    const A2DRow& zeroes = panel.BaseData.rows.at(0);
+    QVERIFY(std::isnan(zeroes.intensity));
+    QVERIFY(std::isnan(zeroes.values.at(11)));
+    QVERIFY(std::isnan(zeroes.values.at(3))); // 0 over a sum of 0
+    QCOMPARE(zeroes.values.at(7), 0.0);
+    QCOMPARE(zeroes.i0, 0.0);
+    QCOMPARE(panel.HistV->under, 1);
+    QCOMPARE(panel.HistRatio.at(0)->under, 1);
+    QCOMPARE(panel.HistDMut.at(1)->under, 1);
+    QCOMPARE(hits(panel.HistT), (QList<int>{0, 4}));
+    QVERIFY(near(mixes::scaledValues(panel.BaseData, 1), mixes::quarterValues));
 }
 
 void tst_FourPsMap::histogramsOfReferencesHoldNothing_data()
@@ -233,13 +379,7 @@ void tst_FourPsMap::histogramsOfReferencesHoldNothing()
     QFETCH(int, maps);
     QFETCH(bool, exact);
     QFETCH(bool, repeated);
-    FourPs panel;
-    if (maps == 3) {
-        prepareThreePointMaps(panel);
-    } else {
-        prepareFourPointMaps(panel);
-    }
-    panel.ui.TypeTMKisExact->setChecked(exact);
+    enterInputs(panel, maps == 3 ? threePointMaps() : fourPointMaps(exact));
     separateHistograms(panel);
     if (repeated) {
         panel.calcMap();
@@ -254,255 +394,46 @@ void tst_FourPsMap::histogramsOfReferencesHoldNothing()
     QVERIFY(countedApart(panel));
 }
 
-void tst_FourPsMap::vPointIsAskedForWithoutAPeriod()
+void tst_FourPsMap::refusalIsSaidAndLeavesEverything_data()
 {
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    panel.EPoints.at(2)->VPointCB->setChecked(false);
-    panel.calcMap();
-    QCOMPARE(messages(panel), QStringList{"V Point is not selected"});
+    QTest::addColumn<PanelInputs>("inputs");
+    QTest::addColumn<QStringList>("said");
+    const auto newRow = [](const char* name, const PanelInputs& refused, const QStringList& said) {
+        QTest::newRow(name) << refused << said;
+    };
+    const auto inputs = [] { return mixedMaps({mixes::negative, mixes::negative}); };
+    const auto points = [&inputs] { return inputs().chooseFourPoints(false, true); };
+    newRow("no V row", points().markVRows({}), {"V Point is not selected"});
+    newRow("two rows", points().useRows({1, 2}), {wrongCount.arg(2).arg(4)});
+    newRow("two V rows", points().useRows({0, 1, 2}).markVRows({0, 2}), {wrongCount.arg(2).arg(3)});
+    newRow("one used reference for the four-points family",
+           points().useRows({0, 1, 2}).useReferences({0}), {fewReferences.arg(1)});
+    newRow("fewer rows than unknowns", inputs().useRows({0, 1, 2}), {tooFewRows.arg(3).arg(4)});
+    newRow("second reference", inputs().makeInvalid({1}),
+           {fewReferences.arg(1), "Ref File 1 is not valid."});
+    newRow("third reference", inputs().useReferences({0, 1, 2}), {"Ref File 2 is not valid."});
+    newRow("no used reference", inputs().useReferences({}), {fewReferences.arg(0)});
 }
 
-void tst_FourPsMap::nonEquivalentMethodNeedsNoVPoint()
+void tst_FourPsMap::refusalIsSaidAndLeavesEverything()
 {
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    panel.ui.TypeNonEquiv->setChecked(true);
-    panel.EPoints.at(2)->VPointCB->setChecked(false);
-    clearMessages(panel);
+    QFETCH(PanelInputs, inputs);
+    enterInputs(panel, mixedMaps({mixes::quarter}));
+    setHistogramLimits(panel);
     panel.calcMap();
-    QCOMPARE(messages(panel), QStringList{"Number of selected data sets 3 is less than 4."});
-}
-
-void tst_FourPsMap::twoRowsWithMapsAreRefused()
-{
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    useRows(panel, {1, 2});
-    panel.calcMap();
-    QCOMPARE(messages(panel), QStringList{wrongCount.arg(2).arg(4)});
-}
-
-void tst_FourPsMap::rowWithoutMapIsNotSelected()
-{
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    panel.EPoints.at(0)->loaded = false;
-    panel.calcMap();
-    QCOMPARE(messages(panel), QStringList{wrongCount.arg(2).arg(4)});
-    clearMessages(panel);
-    panel.calcTarget(); // for the target it is
-    QCOMPARE(messages(panel), QStringList{"3ps: a = 0.5, Valence = 2.5"});
-}
-
-void tst_FourPsMap::fewerRowsThanUnknownsAreRefused()
-{
-    FourPs panel;
-    prepareFourPointMaps(panel);
-    makeReferenceValid(panel, 2);
-    useReferences(panel, {0, 1, 2});
-    panel.ui.TypeNonEquiv->setChecked(true);
-    clearMessages(panel);
-    panel.calcMap();
-    QCOMPARE(messages(panel), QStringList{"Number of selected data sets 4 is less than 5."});
-    panel.ui.NonEquivBGVic->setChecked(true);
-    clearMessages(panel);
-    panel.calcMap();
-    QCOMPARE(messages(panel), QStringList{"Number of selected data sets 4 is less than 6."});
-}
-
-void tst_FourPsMap::fiveRowsWithExactOnAreRefused()
-{
-    FourPs panel;
-    prepareFourPointMaps(panel);
-    panel.ui.TypeTMKisExact->setChecked(true);
-    useRows(panel, {0, 1, 2, 3, 4});
-    setMap(panel, 4, {4});
-    panel.calcMap();
-    QCOMPARE(messages(panel), QStringList{wrongCount.arg(5).arg(4)});
-}
-
-void tst_FourPsMap::countMessageIsFollowedByTheReferenceCheck()
-{
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    panel.XafsFiles.at(0)->valid = false;
-    panel.calcMap();
-    QCOMPARE(messages(panel), (QStringList{fewReferences.arg(1), "Ref File 0 is not valid."}));
-}
-
-void tst_FourPsMap::invalidReferenceIsNamedFromZero()
-{
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    useReferences(panel, {0, 1, 2});
-    panel.calcMap();
-    QCOMPARE(messages(panel), QStringList{"Ref File 2 is not valid."});
-}
-
-void tst_FourPsMap::gapInTheUsedReferencesNamesTheIndexWithoutCounterpart()
-{
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    makeReferenceValid(panel, 2);
-    useReferences(panel, {0, 2});
-    panel.calcMap();
-    QCOMPARE(messages(panel), QStringList{"Ref File 2 is not valid."});
-    QVERIFY(panel.BaseData.rows.isEmpty());
-}
-
-void tst_FourPsMap::onlyTheFirstReferenceUsedStopsAfterTheCount()
-{
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    useReferences(panel, {0});
-    panel.calcMap();
-    QCOMPARE(messages(panel), QStringList{fewReferences.arg(1)});
-    QVERIFY(panel.BaseData.rows.isEmpty());
-}
-
-void tst_FourPsMap::noUsedReferenceStopsAfterTheCount()
-{
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    useReferences(panel, {});
-    panel.calcMap();
-    QCOMPARE(messages(panel), QStringList{fewReferences.arg(0)});
-    QVERIFY(panel.BaseData.rows.isEmpty());
-}
-
-void tst_FourPsMap::oneUsedReferenceAndTwoRowsAreCountedThenTheRowsRefused()
-{
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    useReferences(panel, {0});
-    useRows(panel, {1, 2});
-    panel.calcMap();
-    QCOMPARE(messages(panel), (QStringList{fewReferences.arg(1), wrongCount.arg(2).arg(4)}));
-}
-
-void tst_FourPsMap::loneSecondReferenceIsCountedThenNamedOne()
-{
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    useReferences(panel, {1});
-    panel.calcMap();
-    QCOMPARE(messages(panel), (QStringList{fewReferences.arg(1), "Ref File 1 is not valid."}));
-}
-
-void tst_FourPsMap::twoVRowsThatLeaveTooFewOthersAreRefused()
-{
-    FourPs panel;
-    prepareFourPointMaps(panel);
-    panel.ui.TypeTMKisExact->setChecked(true);
-    panel.EPoints.at(0)->VPointCB->setChecked(true);
-    panel.calcMap();
-    useRows(panel, {0, 1, 2});
-    panel.calcMap();
-    QCOMPARE(messages(panel), (QStringList{wrongCount.arg(3).arg(4), wrongCount.arg(2).arg(3)}));
-    QVERIFY(panel.BaseData.rows.isEmpty());
-}
-
-void tst_FourPsMap::refusalLeavesResultAndHistograms()
-{
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    panel.calcMap();
-    const QList<int> bins = panel.HistV->bins;
+    const QStringList before = mapFields(panel);
+    enterInputs(panel, inputs);
     panel.ui.HgABoxes->setText("3");
-    useReferences(panel, {0});
+    panel.ui.HgTBoxes->setText("3");
+    clearMessages(panel);
     panel.calcMap();
-    useReferences(panel, {0, 1});
-    panel.EPoints.at(0)->VPointCB->setChecked(true);
-    panel.calcMap();
-    QCOMPARE(panel.BaseData.rows.size(), 1);
-    QCOMPARE(panel.BaseData.rows.at(0).intensity, 0.5);
-    QCOMPARE(panel.HistV->bins, bins);
-    panel.ui.TypeTMKisExact->setChecked(true);
-    setMap(panel, 3, {7});
-    useRows(panel, {0, 1, 2, 3});
-    panel.calcMap(); // exact, with two rows beside two V rows
-    QCOMPARE(messages(panel).last(), wrongCount.arg(3).arg(4));
-    QCOMPARE(panel.HistV->bins, bins);
-}
-
-void tst_FourPsMap::refusalLeavesTheHistogramsOfReferences()
-{
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    countForReferences(panel);
-    useReferences(panel, {0});
-    panel.calcMap();
-    useReferences(panel, {0, 1});
-    useRows(panel, {0, 2});
-    panel.calcMap();
-    panel.EPoints.at(2)->VPointCB->setChecked(false);
-    panel.calcMap();
-    for (const Histgram* histogram : panel.HistRatio + panel.HistDMut) {
-        QCOMPARE(histogram->boxes, 51);
-        QCOMPARE(histogram->total, 1);
-        QCOMPARE(histogram->under, 1);
-        QCOMPARE(histogram->over, 1);
-    }
-}
-
-void tst_FourPsMap::vRowWithoutMapGivesAnEmptyResult()
-{
-    // Row 4 is a later V row in use, without a map: the collectors take it.
-    FourPs panel;
-    prepareFourPointMaps(panel);
-    panel.EPoints.at(4)->VPointCB->setChecked(true);
-    useRows(panel, {0, 1, 2, 3, 4});
-    panel.calcMap();
-    QVERIFY(messages(panel).isEmpty());
-    QVERIFY(panel.BaseData.rows.isEmpty());
-    QCOMPARE(panel.BaseData.xNum, 0);
-}
-
-void tst_FourPsMap::usedRowWithoutMapEntersWithMinusOnePixels()
-{
-    // Row 1 has no map, rows 2, 3 (V) and 4 have: three count, and the
-    // three-point form takes row 1 first, with T0 = -1:
-    // f(T) = (3 + 1) / (5 + 1) = 2/3, a = (2/3 - 1/4) * 2 = 5/6.
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    useRows(panel, {0, 1, 2, 3});
-    panel.EPoints.at(0)->clear();
-    panel.EPoints.at(0)->loaded = false;
-    setMap(panel, 3, {77});
-    panel.calcMap();
-    QVERIFY(messages(panel).isEmpty());
-    QVERIFY(near(panel.BaseData.rows.at(0).intensity, 5.0 / 6.0));
-}
-
-void tst_FourPsMap::surplusUsedRowsAreLeftOutByTheExactForm()
-{
-    // Four rows with maps choose the exact form; a fifth row in use without a
-    // map comes after its first three.
-    FourPs panel;
-    prepareFourPointMaps(panel);
-    panel.ui.TypeTMKisExact->setChecked(true);
-    useRows(panel, {0, 1, 2, 3, 4});
-    panel.calcMap();
-    QVERIFY(messages(panel).isEmpty());
-    QVERIFY(near(panel.BaseData.rows.at(0).intensity, 0.5));
-}
-
-void tst_FourPsMap::mapOfNoLinesYieldsNoRows()
-{
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    panel.calcMap();
-    panel.EPoints.at(2)->yNum = 0;
-    panel.calcMap();
-    QVERIFY(panel.BaseData.rows.isEmpty());
-    QCOMPARE(panel.HistV->total, 0);
+    QTEST(messages(panel), "said");
+    QCOMPARE(mapFields(panel), before);
 }
 
 void tst_FourPsMap::calcBothRunsTargetAndFitThoughTheMapIsRefused()
 {
-    FourPs panel;
-    prepareThreePoints(panel); // no map at all
+    enterInputs(panel, threePointInputs()); // no map at all
     panel.calcBoth();
     QCOMPARE(messages(panel),
              (QStringList{"V Point is not selected", "3ps: a = 0.5, Valence = 2.5", noFitRange}));

@@ -1,121 +1,211 @@
-#include "support/PanelTools.h"
+// The target calculation in the panel: what it reads, what it shows, and where. What
+// it decides is in tst_CalculationPlan, its numbers in tst_TargetResult, its words in
+// tst_ResultTexts.
+#include "support/CalculationPanel.h"
+#include "support/Mixes.h"
 
 #include <QTest>
 
-#include <cmath>
-
 using namespace tests;
+
+namespace
+{
+
+const QString quarterText =
+    QStringLiteral("Result of NEQ ::  0.250 :  0.750, Valence =  4.250, t =  4.000");
+
+// All that a target calculation writes, the message box aside.
+QStringList targetFields(const FourPs& panel)
+{
+    QStringList fields{panel.ui.CalcRes->text(), panel.ui.TargetDMut->text(),
+                       allDigits(panel.TargetV), allDigits(panel.TargetT)};
+    for (const ARefFile* row : panel.Refs.RefRows) {
+        fields << row->RatioDisp->text() << row->AmountDisp->text();
+    }
+    return fields;
+}
+
+} // namespace
 
 class tst_FourPsTarget : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void threePointsShowFractionAndValence();
-    void threePointsSpeakInTheMessageBoxToo();
-    void oneNinthShowsSixDigits();
-    void threePointsWithExactOnStayThreePoints();
-    void exactFourPointsShowThicknessAndStaySilent();
-    void leastSquareShowsThicknessAndSpeaks();
-    void fourRowsWithNeitherRadioRunLeastSquare();
+    void init() { m_shared.reset(); }
+
+    void buttonCalculatesThreePoints();
+    void exactFourPointsLeaveTheMessageBoxAlone();
+    void leastSquareIsShownAndSaid();
+    void fourPointsLineIsShownBeforeTheMessage();
+    void nonEquivalentResultGoesToItsFields();
+    void nonEquivalentMessageIsSentBeforeTheLineIsShown();
+    void resultsGoToTheUsedReferencesBehindAnUnusedOne();
+    void resultFieldsShowSixDigitsFromTheirStart();
+    void mapAndHistogramsStay();
+
     void rowNumbersAreTakenAsDisplayed();
     void wordsInFieldsCountAsZero();
-    void valenceOfWordsCountsAsZero();
-    void uncheckedFirstReferenceMakesTheSecondTheFirst();
-    void resultsAreKeptForTheComparison();
-    void numericTroubleShowsInTheLabel();
+    void onlyTheLinearRadioIsAsked_data();
+    void onlyTheLinearRadioIsAsked();
+    void spectraAreTakenLessTheChosenLines();
 
-    void noRowSelectedSaysVPointOnly();
-    void vPointIsAskedForUnderTheNonEquivalentMethodToo();
-    void oneValidReferenceIsCountedThenTheSecondIsRefused();
-    void firstReferenceNotValidIsRefused();
-    void targetNotValidIsRefused();
-    void referencesAreAskedBeforeTheTarget();
-    void fewerThanTwoUsedReferencesStopAfterTheCount();
-    void noUsedReferenceStopsAfterTheCount();
-    void countMessageAloneDoesNotStop();
-    void wrongNumberOfRowsIsRefused_data();
-    void wrongNumberOfRowsIsRefused();
-    void usedRowWithoutMapIsSelected();
-    void twoVRowsThatLeaveTooFewOthersAreRefused_data();
-    void twoVRowsThatLeaveTooFewOthersAreRefused();
-    void twoVRowsRunLeastSquareOnWhatIsLeft();
-    void refusalLeavesEarlierResults();
+    void refusalIsSaidAndLeavesEverything_data();
+    void refusalIsSaidAndLeavesEverything();
+
+private:
+    CalculationPanel m_shared;
+    FourPs& panel = *m_shared;
 };
 
-void tst_FourPsTarget::threePointsShowFractionAndValence()
+void tst_FourPsTarget::buttonCalculatesThreePoints()
 {
-    FourPs panel;
-    prepareThreePoints(panel);
-    panel.calcTarget();
-    QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.5, Valence = 2.5");
-}
-
-void tst_FourPsTarget::threePointsSpeakInTheMessageBoxToo()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
+    QCOMPARE(panel.TargetV, 0.0);
+    enterInputs(panel, threePointInputs());
     QTest::mouseClick(panel.ui.CalcTargetB, Qt::LeftButton);
-    QCOMPARE(messages(panel), QStringList{"3ps: a = 0.5, Valence = 2.5"});
-}
-
-void tst_FourPsTarget::oneNinthShowsSixDigits()
-{
-    // f(T) = 5.5/9, f(R1) = 3/2, f(R2) = 1/2: a = 1/9; valence 3 - 1/9.
-    FourPs panel;
-    prepareThreePoints(panel);
-    setPoint(panel, 0, "8313", "0", "0", "0");
-    setPoint(panel, 1, "8381", "1", "1", "9");
-    setPoint(panel, 2, "8390", "1.5", "0.5", "5.5");
-    panel.calcTarget();
-    QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.111111, Valence = 2.88889");
-}
-
-void tst_FourPsTarget::threePointsWithExactOnStayThreePoints()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
-    panel.ui.TypeTMKisExact->setChecked(true);
-    panel.calcTarget();
     QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.5, Valence = 2.5");
+    QCOMPARE(messages(panel), QStringList{"3ps: a = 0.5, Valence = 2.5"});
+    QCOMPARE(panel.TargetV, 0.5);
+    QCOMPARE(panel.TargetT, 2.5);
 }
 
-void tst_FourPsTarget::exactFourPointsShowThicknessAndStaySilent()
+void tst_FourPsTarget::exactFourPointsLeaveTheMessageBoxAlone()
 {
-    FourPs panel;
-    prepareFourPoints(panel);
-    panel.ui.TypeTMKisExact->setChecked(true);
+    enterInputs(panel, fourPointInputs().chooseFourPoints(true, false));
     panel.calcTarget();
     QCOMPARE(panel.ui.CalcRes->text(), "a = 0.5, Valence = 2.5, t/ts = 1");
     QVERIFY(messages(panel).isEmpty());
+    QVERIFY(mixes::near(panel.TargetV, 0.5));
+    QVERIFY(mixes::near(panel.TargetT, 2.5));
 }
 
-void tst_FourPsTarget::leastSquareShowsThicknessAndSpeaks()
+void tst_FourPsTarget::leastSquareIsShownAndSaid()
 {
-    FourPs panel;
-    prepareFourPoints(panel);
+    const QString line = "4ps2: a = 0.5, Valence = 2.5, t/ts = 1";
+    for (const bool chosen : {true, false}) { // with neither radio on too
+        enterInputs(panel, fourPointInputs().chooseFourPoints(false, chosen));
+        clearMessages(panel);
+        panel.ui.CalcRes->clear();
+        panel.calcTarget();
+        QCOMPARE(panel.ui.CalcRes->text(), line);
+        QCOMPARE(messages(panel), QStringList{line});
+        QVERIFY(mixes::near(panel.TargetV, 0.5));
+    }
+}
+
+void tst_FourPsTarget::fourPointsLineIsShownBeforeTheMessage()
+{
+    enterInputs(panel, threePointInputs());
+    QStringList saidByThen{"nothing shown"};
+    const auto watch = connect(panel.ui.CalcRes, &QLineEdit::textChanged, this,
+                               [&] { saidByThen = messages(panel); });
     panel.calcTarget();
-    QCOMPARE(panel.ui.CalcRes->text(), "4ps2: a = 0.5, Valence = 2.5, t/ts = 1");
-    QCOMPARE(messages(panel), QStringList{"4ps2: a = 0.5, Valence = 2.5, t/ts = 1"});
+    disconnect(watch);
+    QCOMPARE(saidByThen, QStringList());
+    QCOMPARE(messages(panel).size(), 1);
 }
 
-void tst_FourPsTarget::fourRowsWithNeitherRadioRunLeastSquare()
+void tst_FourPsTarget::nonEquivalentResultGoesToItsFields()
 {
-    FourPs panel;
-    prepareFourPoints(panel);
-    for (QRadioButton* radio : {panel.ui.TypeTMKisExact, panel.ui.TypeTMKisLS}) {
-        radio->setAutoExclusive(false);
-        radio->setChecked(false);
+    // dMut 1 and 3 of 4, over either background.
+    for (const bool linear : {true, false}) {
+        PanelInputs inputs = mixes::mixedInputs(linear ? mixes::quarter : mixes::curvedQuarter);
+        m_shared.reset();
+        enterInputs(panel, inputs.chooseNonEquivalent(linear));
+        panel.calcTarget();
+        QCOMPARE(panel.ui.CalcRes->text(), quarterText);
+        QCOMPARE(messages(panel), QStringList{quarterText.simplified()});
+        QVERIFY(mixes::near(panel.TargetV, 0.25));
+        QVERIFY(mixes::near(panel.TargetT, 4.25));
+        QCOMPARE(panel.ui.TargetDMut->text(), "4");
+        QCOMPARE(panel.Refs.RefRows.at(0)->RatioDisp->text(), "0.25");
+        QCOMPARE(panel.Refs.RefRows.at(1)->RatioDisp->text(), "0.75");
+        QCOMPARE(panel.Refs.RefRows.at(0)->AmountDisp->text(), "1");
+        QCOMPARE(panel.Refs.RefRows.at(1)->AmountDisp->text(), "3");
+    }
+}
+
+void tst_FourPsTarget::nonEquivalentMessageIsSentBeforeTheLineIsShown()
+{
+    enterInputs(panel, mixes::mixedInputs(mixes::quarter));
+    QStringList saidByThen;
+    QString totalByThen;
+    const auto watch = connect(panel.ui.CalcRes, &QLineEdit::textChanged, this, [&] {
+        saidByThen = messages(panel);
+        totalByThen = panel.ui.TargetDMut->text();
+    });
+    panel.calcTarget();
+    disconnect(watch);
+    QCOMPARE(saidByThen, QStringList{quarterText.simplified()});
+    QCOMPARE(totalByThen, "4");
+}
+
+void tst_FourPsTarget::resultsGoToTheUsedReferencesBehindAnUnusedOne()
+{
+    // Shapes 1 and 2 are in rows 2 and 3; row 1, valid too, is not in use.
+    PanelInputs inputs = mixes::mixedInputs(mixes::quarter, 3);
+    mixes::setReference(inputs.spectra[1], 0);
+    mixes::setReference(inputs.spectra[2], 1);
+    inputs.valences = {9, 2, 5, 9};
+    inputs.useReferences({1, 2});
+    enterInputs(panel, inputs);
+    for (const int unused : {0, 3}) {
+        panel.Refs.RefRows.at(unused)->RatioDisp->setText("old");
+        panel.Refs.RefRows.at(unused)->AmountDisp->setText("old");
     }
     panel.calcTarget();
-    QVERIFY(panel.ui.CalcRes->text().startsWith("4ps2: a = 0.5"));
+    QStringList ratios;
+    QStringList amounts;
+    for (const ARefFile* row : panel.Refs.RefRows) {
+        ratios << row->RatioDisp->text();
+        amounts << row->AmountDisp->text();
+    }
+    QCOMPARE(ratios, (QStringList{"old", "0.25", "0.75", "old"}));
+    QCOMPARE(amounts, (QStringList{"old", "1", "3", "old"}));
+    QCOMPARE(panel.ui.CalcRes->text(), quarterText);
+}
+
+void tst_FourPsTarget::resultFieldsShowSixDigitsFromTheirStart()
+{
+    // dMut 1/3 and 2 of 7/3.
+    enterInputs(panel, mixes::mixedInputs({{1.0 / 6.0, 1.0 / 3.0}}));
+    panel.calcTarget();
+    const ARefFile* first = panel.Refs.RefRows.at(0);
+    const ARefFile* second = panel.Refs.RefRows.at(1);
+    QCOMPARE(first->RatioDisp->text(), "0.142857");
+    QCOMPARE(second->RatioDisp->text(), "0.857143");
+    QCOMPARE(first->AmountDisp->text(), "0.333333");
+    QCOMPARE(panel.ui.TargetDMut->text(), "2.33333");
+    for (const QLineEdit* field : {first->RatioDisp, second->RatioDisp, first->AmountDisp,
+                                   second->AmountDisp, panel.ui.TargetDMut}) {
+        QCOMPARE(field->cursorPosition(), 0);
+    }
+}
+
+void tst_FourPsTarget::mapAndHistogramsStay()
+{
+    PanelInputs inputs = mixes::mixedInputs(mixes::quarter);
+    mixes::setPixels(inputs, {mixes::negative});
+    enterInputs(panel, inputs);
+    panel.calcMap();
+    const QList<double> values = panel.BaseData.rows.at(0).values;
+    QList<QByteArray> counts;
+    for (const Histgram* histogram : allHistograms(panel)) {
+        counts << histogram->fileText();
+    }
+    panel.ui.HgABoxes->setText("3");
+    panel.calcTarget();
+    QCOMPARE(panel.ui.CalcRes->text(), quarterText);
+    QCOMPARE(panel.BaseData.rows.at(0).values, values);
+    for (int i = 0; i < counts.size(); ++i) {
+        QCOMPARE(allHistograms(panel).at(i)->fileText(), counts.at(i));
+    }
 }
 
 void tst_FourPsTarget::rowNumbersAreTakenAsDisplayed()
 {
     // Typed over: 3.5 in place of 3 at the V row gives f(T) = 2.5/4, a = 3/4.
-    FourPs panel;
-    prepareThreePoints(panel);
+    enterInputs(panel, threePointInputs());
     panel.EPoints.at(2)->MutT->setText("3.5");
     QVERIFY(panel.ui.CalcRes->text().isEmpty()); // typing alone calculates nothing
     panel.calcTarget();
@@ -124,239 +214,93 @@ void tst_FourPsTarget::rowNumbersAreTakenAsDisplayed()
 
 void tst_FourPsTarget::wordsInFieldsCountAsZero()
 {
-    // T0 = 0 in place of 1: f(T) = 3/5, a = (3/5 - 1/4) * 2 = 0.7.
-    FourPs panel;
-    prepareThreePoints(panel);
+    // T0 = 0 in place of 1: f(T) = 3/5, a = (3/5 - 1/4) * 2 = 0.7; valence 0.3 * 3.
+    enterInputs(panel, threePointInputs());
     panel.EPoints.at(0)->MutT->setText("words");
-    panel.calcTarget();
-    QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.7, Valence = 2.3");
-}
-
-void tst_FourPsTarget::valenceOfWordsCountsAsZero()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
     panel.Refs.RefRows.at(0)->Valence->setText("two");
     panel.calcTarget();
-    QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.5, Valence = 1.5");
-}
-
-void tst_FourPsTarget::uncheckedFirstReferenceMakesTheSecondTheFirst()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
-    makeReferenceValid(panel, 2);
-    panel.Refs.RefRows.at(2)->Valence->setText("4");
-    for (int i = 0; i < 3; ++i) {
-        panel.EPoints.at(i)->Mut3->setText(i == 0 ? "0" : i == 1 ? "4" : "2");
-    }
-    useReferences(panel, {1, 2});
+    QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.7, Valence = 0.9");
+    enterInputs(panel, mixes::mixedInputs(mixes::quarter).chooseNonEquivalent(false));
+    panel.EPoints.at(0)->Energy->setText("low"); // where the wavelength is infinite
     panel.calcTarget();
-    // f(T) = 1/2, f of the former second 1/4, f of the third 1/2: a = 0.
-    QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0, Valence = 4");
+    QCOMPARE(panel.ui.CalcRes->text().count("nan"), 4);
+    QCOMPARE(panel.ui.TargetDMut->text(), "nan");
 }
 
-void tst_FourPsTarget::resultsAreKeptForTheComparison()
+void tst_FourPsTarget::onlyTheLinearRadioIsAsked_data()
 {
-    FourPs panel;
-    QCOMPARE(panel.TargetV, 0.0);
-    QCOMPARE(panel.TargetT, 0.0);
-    prepareThreePoints(panel);
-    panel.calcTarget();
-    QCOMPARE(panel.TargetV, 0.5);
-    QCOMPARE(panel.TargetT, 2.5);
-}
-
-void tst_FourPsTarget::numericTroubleShowsInTheLabel()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
-    for (int i = 0; i < 3; ++i) {
-        panel.EPoints.at(i)->MutT->setText("1");
-    }
-    panel.calcTarget();
-    QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = nan, Valence = nan");
-}
-
-void tst_FourPsTarget::noRowSelectedSaysVPointOnly()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
-    useRows(panel, {});
-    panel.calcTarget();
-    QCOMPARE(messages(panel), QStringList{"V Point is not selected."});
-}
-
-void tst_FourPsTarget::vPointIsAskedForUnderTheNonEquivalentMethodToo()
-{
-    FourPs panel;
-    panel.EPoints.at(2)->VPointCB->setChecked(false);
-    clearMessages(panel);
-    QVERIFY(panel.ui.TypeNonEquiv->isChecked());
-    panel.calcTarget();
-    QCOMPARE(messages(panel), QStringList{"V Point is not selected."});
-}
-
-void tst_FourPsTarget::oneValidReferenceIsCountedThenTheSecondIsRefused()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
-    panel.XafsFiles.at(1)->valid = false;
-    panel.calcTarget();
-    QCOMPARE(messages(panel),
-             (QStringList{fewReferences.arg(1), "The 2nd Ref File is not valid."}));
-}
-
-void tst_FourPsTarget::firstReferenceNotValidIsRefused()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
-    panel.XafsFiles.at(0)->valid = false;
-    panel.calcTarget();
-    QCOMPARE(messages(panel),
-             (QStringList{fewReferences.arg(1), "The 1st Ref File is not valid."}));
-}
-
-void tst_FourPsTarget::targetNotValidIsRefused()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
-    panel.ui.TargetFile->valid = false;
-    panel.calcTarget();
-    QCOMPARE(messages(panel), QStringList{"Target File1 is not valid."});
-}
-
-void tst_FourPsTarget::referencesAreAskedBeforeTheTarget()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
-    panel.ui.TargetFile->valid = false;
-    panel.XafsFiles.at(1)->valid = false;
-    panel.calcTarget();
-    QCOMPARE(messages(panel),
-             (QStringList{fewReferences.arg(1), "The 2nd Ref File is not valid."}));
-}
-
-void tst_FourPsTarget::fewerThanTwoUsedReferencesStopAfterTheCount()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
-    useReferences(panel, {0});
-    panel.calcTarget();
-    QCOMPARE(messages(panel), QStringList{fewReferences.arg(1)});
-    QVERIFY(panel.ui.CalcRes->text().isEmpty());
-}
-
-void tst_FourPsTarget::noUsedReferenceStopsAfterTheCount()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
-    useReferences(panel, {});
-    panel.calcTarget();
-    QCOMPARE(messages(panel), QStringList{fewReferences.arg(0)});
-    QCOMPARE(panel.TargetT, 0.0);
-}
-
-void tst_FourPsTarget::countMessageAloneDoesNotStop()
-{
-    // The count message is followed by the next check, not by a stop.
-    FourPs panel;
-    prepareThreePoints(panel);
-    panel.XafsFiles.at(0)->valid = false;
-    panel.XafsFiles.at(1)->valid = false;
-    panel.calcTarget();
-    QCOMPARE(messages(panel),
-             (QStringList{fewReferences.arg(0), "The 1st Ref File is not valid."}));
-}
-
-void tst_FourPsTarget::wrongNumberOfRowsIsRefused_data()
-{
-    QTest::addColumn<bool>("nonEquivalent");
-    QTest::addColumn<bool>("exact");
     QTest::addColumn<bool>("linear");
-    QTest::addColumn<int>("selected");
-    QTest::addColumn<int>("named");
-    QTest::newRow("two rows, though three would do") << false << false << true << 2 << 4;
-    QTest::newRow("one row") << false << false << true << 1 << 4;
-    QTest::newRow("five rows with exact on") << false << true << true << 5 << 4;
-    QTest::newRow("linear, exactly three rows") << true << false << true << 3 << 4;
-    QTest::newRow("two-term background, four rows") << true << false << false << 4 << 5;
+    QTest::addColumn<bool>("victoreen");
+    QTest::newRow("linear") << true << false;
+    QTest::newRow("both") << true << true;
+    QTest::newRow("Victoreen") << false << true;
+    QTest::newRow("neither") << false << false;
 }
 
-void tst_FourPsTarget::wrongNumberOfRowsIsRefused()
+// Two terms in L do not follow a straight line through eight points.
+void tst_FourPsTarget::onlyTheLinearRadioIsAsked()
 {
-    QFETCH(bool, nonEquivalent);
-    QFETCH(bool, exact);
     QFETCH(bool, linear);
-    QFETCH(int, selected);
-    QFETCH(int, named);
-    FourPs panel;
-    prepareThreePoints(panel);
-    panel.ui.TypeNonEquiv->setChecked(nonEquivalent);
-    panel.ui.TypeTMKisExact->setChecked(exact);
-    (linear ? panel.ui.NonEquivBGLinear : panel.ui.NonEquivBGVic)->setChecked(true);
-    const QList<int> order{2, 0, 1, 3, 4}; // the V row first
-    useRows(panel, order.first(selected));
+    QFETCH(bool, victoreen);
+    PanelInputs inputs = mixes::mixedInputs(mixes::quarter, 2, 8);
+    mixes::setPixels(inputs, {mixes::quarter}, 8);
+    enterInputs(panel, inputs);
+    setQuietly(panel.ui.NonEquivBGLinear, linear);
+    setQuietly(panel.ui.NonEquivBGVic, victoreen);
+    panel.calcTarget();
+    panel.calcMap();
+    QCOMPARE(panel.ui.CalcRes->text() == quarterText, linear);
+    QCOMPARE(mixes::near(panel.BaseData.rows.at(0).intensity, 0.25), linear);
+}
+
+void tst_FourPsTarget::spectraAreTakenLessTheChosenLines()
+{
+    PanelInputs inputs = mixes::inputsOfLinesApart();
+    enterInputs(panel, inputs);
+    panel.calcTarget();
+    QCOMPARE(panel.ui.TargetDMut->text(), "4"); // 1 and 3
+    inputs.subPostForTarget = true;
+    enterChoices(panel, inputs);
+    panel.calcTarget();
+    QCOMPARE(panel.ui.TargetDMut->text(), "-2"); // 1 and -3
+    inputs.subPostForTarget = false;
+    inputs.subPostForRef = true;
+    enterChoices(panel, inputs);
+    panel.calcTarget();
+    QCOMPARE(panel.ui.TargetDMut->text(), "7"); // 1 and 6
+}
+
+void tst_FourPsTarget::refusalIsSaidAndLeavesEverything_data()
+{
+    QTest::addColumn<PanelInputs>("inputs");
+    QTest::addColumn<QStringList>("said");
+    const auto inputs = [] { return mixes::mixedInputs(mixes::negative); };
+    const auto newRow = [](const char* name, const PanelInputs& refused, const QStringList& said) {
+        QTest::newRow(name) << refused << said;
+    };
+    newRow("no V row", inputs().markVRows({}), {"V Point is not selected."});
+    newRow("first reference", inputs().makeInvalid({0}),
+           {fewReferences.arg(1), "The 1st Ref File is not valid."});
+    newRow("second reference", inputs().makeInvalid({1}),
+           {fewReferences.arg(1), "The 2nd Ref File is not valid."});
+    newRow("one used reference", inputs().useReferences({1}), {fewReferences.arg(1)});
+    newRow("target", inputs().makeTargetInvalid(), {"Target File1 is not valid."});
+    newRow("three rows", inputs().useRows({0, 1, 2}), {wrongCount.arg(3).arg(4)});
+    newRow("third of four references", inputs().useFirstReferences(4).makeInvalid({2}),
+           {"Ref File 2 is not valid."});
+}
+
+void tst_FourPsTarget::refusalIsSaidAndLeavesEverything()
+{
+    QFETCH(PanelInputs, inputs);
+    enterInputs(panel, mixes::mixedInputs(mixes::quarter));
+    panel.calcTarget();
+    const QStringList before = targetFields(panel);
+    enterInputs(panel, inputs);
     clearMessages(panel);
     panel.calcTarget();
-    QCOMPARE(messages(panel), QStringList{wrongCount.arg(selected).arg(named)});
-}
-
-void tst_FourPsTarget::usedRowWithoutMapIsSelected()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
-    QVERIFY(!panel.EPoints.at(0)->loaded);
-    panel.calcTarget();
-    QVERIFY(!panel.ui.CalcRes->text().isEmpty());
-}
-
-void tst_FourPsTarget::twoVRowsThatLeaveTooFewOthersAreRefused_data()
-{
-    QTest::addColumn<bool>("exact");
-    QTest::addColumn<QList<int>>("rows");
-    QTest::addColumn<QString>("refusal");
-    QTest::newRow("three points with one other row")
-        << false << QList<int>{0, 1, 2} << wrongCount.arg(2).arg(3);
-    QTest::newRow("exact with two other rows")
-        << true << QList<int>{0, 1, 2, 3} << wrongCount.arg(3).arg(4);
-}
-
-void tst_FourPsTarget::twoVRowsThatLeaveTooFewOthersAreRefused()
-{
-    QFETCH(bool, exact);
-    QFETCH(QList<int>, rows);
-    FourPs panel;
-    prepareFourPoints(panel);
-    panel.ui.TypeTMKisExact->setChecked(exact);
-    useRows(panel, rows);
-    panel.EPoints.at(0)->VPointCB->setChecked(true);
-    panel.calcTarget();
-    QFETCH(QString, refusal);
-    QCOMPARE(messages(panel), QStringList{refusal});
-    QVERIFY(panel.ui.CalcRes->text().isEmpty());
-}
-
-void tst_FourPsTarget::twoVRowsRunLeastSquareOnWhatIsLeft()
-{
-    FourPs panel;
-    prepareFourPoints(panel);
-    panel.EPoints.at(0)->VPointCB->setChecked(true);
-    panel.calcTarget();
-    QVERIFY(panel.ui.CalcRes->text().startsWith("4ps2: a = "));
-}
-
-void tst_FourPsTarget::refusalLeavesEarlierResults()
-{
-    FourPs panel;
-    prepareThreePoints(panel);
-    panel.calcTarget();
-    useRows(panel, {2});
-    panel.EPoints.at(2)->MutT->setText("99");
-    panel.calcTarget();
-    QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.5, Valence = 2.5");
-    QCOMPARE(panel.TargetV, 0.5);
-    QCOMPARE(panel.TargetT, 2.5);
+    QTEST(messages(panel), "said");
+    QCOMPARE(targetFields(panel), before);
 }
 
 QTEST_MAIN(tst_FourPsTarget)

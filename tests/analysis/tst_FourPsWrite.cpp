@@ -1,14 +1,13 @@
-#include "display/Histgram.h"
-#include "support/PanelTools.h"
+// Result output by the panel: which files, of what, and what is said of them. The
+// text of a result is in tst_ResultText, the ways to fail in tst_ResultFile, the
+// histogram's file in tst_Histgram.
+#include "support/CalculationPanel.h"
+#include "support/Mixes.h"
 #include "support/TestFiles.h"
-#include "support/Unprivileged.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QTest>
-
-#include <sys/stat.h>
-#include <unistd.h>
 
 using namespace tests;
 
@@ -17,10 +16,16 @@ namespace
 
 const QString cannotOpen = QStringLiteral("Can't open the file [%1]");
 
-// Names the file as a user who types it.
-void saveTo(FourPs& panel, const QString& path)
+PanelInputs threePointMaps()
 {
-    panel.ui.SaveFSelect->FileName->setText(path);
+    return threePointInputs().addMaps(3);
+}
+
+PanelInputs mixedMaps(const QList<mixes::Mix>& pixels)
+{
+    PanelInputs inputs = mixes::mixedInputs(mixes::quarter);
+    mixes::setPixels(inputs, pixels);
+    return inputs;
 }
 
 } // namespace
@@ -30,36 +35,54 @@ class tst_FourPsWrite : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void writeButtonCalculatesAndWrites();
-    void valenceColumnIsZeroWithoutTwoValidReferences();
+    void init();
+
+    void buttonCalculatesAndWrites();
+    void buttonWritesTheExtendedLayout();
     void valenceIsMixedWhenWriting();
     void emptyResultWritesTitleAndBlankLine();
     void emptyExtendedResultWritesTheHeadingToo();
-    void extendedLayoutHasTheCheckedColumns();
+    void refusedRunWritesTheEarlierResult();
     void pathIsTakenAsTyped();
     void saveRowAddsItsSuffix();
     void existingFileIsOverwrittenWithoutAWord();
-    void refusedRunWritesTheEarlierResult();
-    void unopenableFileIsReported_data();
-    void unopenableFileIsReported();
-    void emptyPathIsReported();
-    void fileWithoutPermissionIsReportedAndKept();
-    void fullDiskIsReported();
+    void fileThatCannotBeWrittenIsReported_data();
+    void fileThatCannotBeWrittenIsReported();
     void histogramThatIsNotWrittenWholeIsReportedByItsName();
-    void pipeIsReportedAndDoesNotHang();
     void histogramsAreStillWrittenWhenTheResultIsNot();
     void firstSaveLeavesNoHistogramFile();
     void repeatedSaveUpdatesHistogramFilesMadeByHand();
+    void histogramsOfValenceAndTotalAreWrittenForTheNonEquivalentMethodToo();
+
+private:
+    // Names the file as a user who types it.
+    QString saveTo(const QString& name) const;
+
+    CalculationPanel m_shared;
+    FourPs& panel = *m_shared;
+    std::unique_ptr<QTemporaryDir> m_dir;
 };
 
-void tst_FourPsWrite::writeButtonCalculatesAndWrites()
+void tst_FourPsWrite::init()
 {
-    QTemporaryDir dir;
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    panel.EPoints.at(2)->headerLines = {"# sample  A", "#\ttab"};
-    const QString path = dir.filePath("result.dat");
-    saveTo(panel, path);
+    m_shared.reset();
+    m_dir = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_dir->isValid());
+}
+
+QString tst_FourPsWrite::saveTo(const QString& name) const
+{
+    const QString path = m_dir->filePath(name);
+    panel.ui.SaveFSelect->FileName->setText(path);
+    return path;
+}
+
+void tst_FourPsWrite::buttonCalculatesAndWrites()
+{
+    PanelInputs inputs = threePointMaps();
+    inputs.maps[2].headerLines = {"# sample  A", "#\ttab"};
+    enterInputs(panel, inputs);
+    const QString path = saveTo("result.dat");
     QTest::mouseClick(panel.ui.WriteB, Qt::LeftButton);
     QVERIFY(messages(panel).isEmpty());
     // x 0, y 0.5, a 0.5, valence 2.5, thickness 1, each ten wide.
@@ -71,81 +94,89 @@ void tst_FourPsWrite::writeButtonCalculatesAndWrites()
                              "\n");
 }
 
-void tst_FourPsWrite::valenceColumnIsZeroWithoutTwoValidReferences()
+void tst_FourPsWrite::buttonWritesTheExtendedLayout()
 {
-    QTemporaryDir dir;
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    panel.calcMap();
-    panel.XafsFiles.at(1)->valid = false;
-    const QString path = dir.filePath("result.dat");
-    saveTo(panel, path);
-    panel.write();
-    QVERIFY(
-        readFile(path).endsWith("          0        0.5           0.5          0          1\n\n"));
+    // 1 / hc is 8.06554e-05.
+    PanelInputs inputs = mixedMaps({mixes::quarter, mixes::negative});
+    inputs.maps[0].headerLines = {"# sample  A"};
+    enterInputs(panel, inputs);
+    for (QCheckBox* box :
+         {panel.ui.RecRatio1, panel.ui.RecRatio2, panel.ui.RecRatio3, panel.ui.RecDMut1,
+          panel.ui.RecDMut2, panel.ui.RecDMut4, panel.ui.RecMut0, panel.ui.RecC1, panel.ui.RecC2}) {
+        box->setChecked(true);
+    }
+    const QString path = saveTo("result.dat");
+    QTest::mouseClick(panel.ui.WriteB, Qt::LeftButton);
+    QVERIFY(messages(panel).isEmpty());
+    const auto line = [](const QStringList& numbers) {
+        QByteArray text;
+        for (const QString& number : numbers) {
+            text += ' ' + number.rightJustified(10).toUtf8();
+        }
+        return text + '\n';
+    };
+    QCOMPARE(readFile(path),
+             "# qelk result map V1.0\n"
+             "# sample  A\n"
+             "\n"
+             "# y x alpha1 alpha2 alpha3 dMut1 dMut2 dMut4 Mut0 C1 C2 Valence Total-dMut\n" +
+                 line({"0", "0.5", "0.25", "0.75", "0", "1", "3", "0", "1.25", "4.03277e-05", "0",
+                       "4.25", "4"}) +
+                 line({"1", "0.5", "-0.2", "1.2", "0", "-1", "6", "0", "-2", "-8.06554e-05", "0",
+                       "5.6", "5"}) +
+                 "\n");
 }
 
 void tst_FourPsWrite::valenceIsMixedWhenWriting()
 {
-    QTemporaryDir dir;
-    FourPs panel;
-    prepareThreePointMaps(panel);
+    enterInputs(panel, threePointMaps());
     panel.calcMap();
     panel.Refs.RefRows.at(1)->Valence->setText("4"); // after the calculation
-    const QString path = dir.filePath("result.dat");
-    saveTo(panel, path);
+    const QString path = saveTo("result.dat");
     panel.write();
     QVERIFY(readFile(path).contains("  0.5          3          1\n"));
+    panel.XafsFiles.at(1)->valid = false;
+    panel.write(); // 0 with fewer than two valid references
+    QVERIFY(readFile(path).contains("  0.5          0          1\n"));
 }
 
 void tst_FourPsWrite::emptyResultWritesTitleAndBlankLine()
 {
-    QTemporaryDir dir;
-    FourPs panel;
     panel.BaseData.headerLines = {"# h"};
-    const QString path = dir.filePath("result.dat");
-    saveTo(panel, path);
+    const QString path = saveTo("result.dat");
     panel.write();
     QCOMPARE(readFile(path), "# qelk result map V1.0\n# h\n\n");
 }
 
 void tst_FourPsWrite::emptyExtendedResultWritesTheHeadingToo()
 {
-    QTemporaryDir dir;
-    FourPs panel;
     panel.BaseData.extended = true;
-    const QString path = dir.filePath("result.dat");
-    saveTo(panel, path);
+    const QString path = saveTo("result.dat");
     panel.write();
     QCOMPARE(readFile(path), "# qelk result map V1.0\n\n# y x Valence Total-dMut\n");
+    for (QCheckBox* box : {panel.ui.RecValence, panel.ui.RecAmount}) {
+        box->setChecked(false);
+    }
+    panel.write();
+    QCOMPARE(readFile(path), "# qelk result map V1.0\n\n# y x\n");
 }
 
-void tst_FourPsWrite::extendedLayoutHasTheCheckedColumns()
+void tst_FourPsWrite::refusedRunWritesTheEarlierResult()
 {
-    QTemporaryDir dir;
-    FourPs panel;
-    panel.BaseData.extended = true;
-    panel.BaseData.xNum = 1;
-    panel.BaseData.yNum = 1;
-    panel.BaseData.rows = {{7, 8, 0, 0, {0.25, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 2.5, 1.5}}};
-    panel.ui.RecAmount->setChecked(false);
-    panel.ui.RecRatio1->setChecked(true);
-    const QString path = dir.filePath("result.dat");
-    saveTo(panel, path);
-    panel.write();
-    QCOMPARE(readFile(path), "# qelk result map V1.0\n"
-                             "\n"
-                             "# y x alpha1 Valence\n"
-                             "          7          8       0.25        2.5\n"
-                             "\n");
+    PanelInputs inputs = threePointMaps();
+    enterInputs(panel, inputs);
+    panel.calcMap();
+    inputs.markVRows({});
+    enterInputs(panel, inputs);
+    const QString path = saveTo("result.dat");
+    panel.calcAndWrite();
+    QCOMPARE(messages(panel), QStringList{"V Point is not selected"});
+    QVERIFY(readFile(path).contains("  0.5        2.5          1\n"));
 }
 
 void tst_FourPsWrite::pathIsTakenAsTyped()
 {
-    QTemporaryDir dir;
-    FourPs panel;
-    const QString path = dir.filePath("no suffix");
-    saveTo(panel, path);
+    const QString path = saveTo("no suffix");
     panel.write();
     QVERIFY(QFileInfo::exists(path));
     QVERIFY(!QFileInfo::exists(path + ".dat"));
@@ -153,100 +184,37 @@ void tst_FourPsWrite::pathIsTakenAsTyped()
 
 void tst_FourPsWrite::saveRowAddsItsSuffix()
 {
-    QTemporaryDir dir;
-    FourPs panel;
-    panel.ui.SaveFSelect->newFile(dir.filePath("map.txt"));
+    panel.ui.SaveFSelect->newFile(m_dir->filePath("map.txt"));
     panel.write();
-    QVERIFY(QFileInfo::exists(dir.filePath("map.txt.dat")));
+    QVERIFY(QFileInfo::exists(m_dir->filePath("map.txt.dat")));
 }
 
 void tst_FourPsWrite::existingFileIsOverwrittenWithoutAWord()
 {
-    QTemporaryDir dir;
-    FourPs panel;
-    const QString path = writeFile(dir, "result.dat", QByteArray(100000, 'x'));
-    saveTo(panel, path);
-    clearMessages(panel);
+    const QString path = writeFile(*m_dir, "result.dat", QByteArray(100000, 'x'));
+    saveTo("result.dat");
     panel.write();
     QCOMPARE(readFile(path), "# qelk result map V1.0\n\n");
     QVERIFY(messages(panel).isEmpty());
     QVERIFY(!QApplication::activeModalWidget());
 }
 
-void tst_FourPsWrite::refusedRunWritesTheEarlierResult()
+void tst_FourPsWrite::fileThatCannotBeWrittenIsReported_data()
 {
-    QTemporaryDir dir;
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    panel.calcMap();
-    panel.EPoints.at(2)->VPointCB->setChecked(false);
-    const QString path = dir.filePath("result.dat");
-    saveTo(panel, path);
-    panel.calcAndWrite();
-    QCOMPARE(messages(panel), QStringList{"V Point is not selected"});
-    QVERIFY(readFile(path).contains("  0.5        2.5          1\n"));
+    QTest::addColumn<QString>("path");
+    QTest::newRow("missing folder") << "/missing folder/result.dat";
+    QTest::newRow("no name") << "";
+    if (QFileInfo::exists("/dev/full")) {
+        QTest::newRow("full disk") << "/dev/full";
+    }
 }
 
-void tst_FourPsWrite::unopenableFileIsReported_data()
+void tst_FourPsWrite::fileThatCannotBeWrittenIsReported()
 {
-    QTest::addColumn<QString>("name");
-    QTest::newRow("folder") << ".";
-    QTest::newRow("missing folder") << "missing/result.dat";
-    QTest::newRow("file as folder") << "plain/result.dat";
-    QTest::newRow("name too long") << QString(300, 'n') + ".dat";
-}
-
-void tst_FourPsWrite::unopenableFileIsReported()
-{
-    QFETCH(QString, name);
-    QTemporaryDir dir;
-    writeFile(dir, "plain", "x");
-    FourPs panel;
-    clearMessages(panel);
-    const QString path = dir.path() + '/' + name;
-    saveTo(panel, path);
+    QFETCH(QString, path);
+    panel.ui.SaveFSelect->FileName->setText(path);
     panel.write();
     QCOMPARE(messages(panel), QStringList{cannotOpen.arg(path)});
-}
-
-void tst_FourPsWrite::emptyPathIsReported()
-{
-    FourPs panel;
-    clearMessages(panel);
-    panel.write();
-    QCOMPARE(messages(panel), QStringList{cannotOpen.arg(QString())});
-}
-
-void tst_FourPsWrite::fileWithoutPermissionIsReportedAndKept()
-{
-    QTemporaryDir dir;
-    const QString path = writeFile(dir, "result.dat", "earlier");
-    QCOMPARE(chmod(qPrintable(dir.path()), 0755), 0);
-    QCOMPARE(chmod(qPrintable(path), 0444), 0);
-    FourPs panel;
-    clearMessages(panel);
-    saveTo(panel, path);
-    {
-        const Unprivileged nobody;
-        if (!nobody.holds()) {
-            QSKIP("needs a user without the rights of root");
-        }
-        panel.write();
-    }
-    QCOMPARE(messages(panel), QStringList{cannotOpen.arg(path)});
-    QCOMPARE(readFile(path), "earlier");
-}
-
-void tst_FourPsWrite::fullDiskIsReported()
-{
-    if (!QFileInfo::exists("/dev/full")) {
-        QSKIP("needs the device that is always full");
-    }
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    saveTo(panel, "/dev/full");
-    panel.calcAndWrite();
-    QCOMPARE(messages(panel), QStringList{cannotOpen.arg("/dev/full")});
 }
 
 void tst_FourPsWrite::histogramThatIsNotWrittenWholeIsReportedByItsName()
@@ -254,41 +222,24 @@ void tst_FourPsWrite::histogramThatIsNotWrittenWholeIsReportedByItsName()
     if (!QFileInfo::exists("/dev/full")) {
         QSKIP("needs the device that is always full");
     }
-    QTemporaryDir dir;
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    saveTo(panel, dir.filePath("map.dat"));
-    QVERIFY(QFile::link("/dev/full", dir.filePath("map_HGThick.dat")));
+    enterInputs(panel, threePointMaps());
+    const QString path = saveTo("map.dat");
+    QVERIFY(QFile::link("/dev/full", m_dir->filePath("map_HGThick.dat")));
     panel.calcAndWrite();
     QCOMPARE(messages(panel), QStringList{cannotOpen.arg("/dev/full")});
-    QVERIFY(readFile(dir.filePath("map.dat")).startsWith("# qelk result map V1.0\n"));
-    QVERIFY(!QFileInfo::exists(dir.filePath("map_HGAlpha.dat")));
-}
-
-void tst_FourPsWrite::pipeIsReportedAndDoesNotHang()
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath("pipe.dat");
-    QCOMPARE(mkfifo(qPrintable(path), 0600), 0);
-    FourPs panel;
-    clearMessages(panel);
-    saveTo(panel, path);
-    panel.write();
-    QCOMPARE(messages(panel), QStringList{cannotOpen.arg(path)});
+    QVERIFY(readFile(path).startsWith("# qelk result map V1.0\n"));
+    QVERIFY(!QFileInfo::exists(m_dir->filePath("map_HGAlpha.dat")));
 }
 
 void tst_FourPsWrite::histogramsAreStillWrittenWhenTheResultIsNot()
 {
     // The result's name is a folder; its histogram file is there already.
-    QTemporaryDir dir;
-    QVERIFY(QDir(dir.path()).mkdir("result.dat"));
-    const QString path = dir.filePath("result.dat");
-    const QString histogram = writeFile(dir, "result_HGAlpha.dat", "old");
-    FourPs panel;
-    prepareThreePointMaps(panel);
+    QVERIFY(QDir(m_dir->path()).mkdir("result.dat"));
+    const QString path = saveTo("result.dat");
+    const QString histogram = writeFile(*m_dir, "result_HGAlpha.dat", "old");
+    enterInputs(panel, threePointMaps());
     panel.ui.HgABoxes->setText("1");
     panel.calcMap();
-    saveTo(panel, path);
     panel.write();
     QCOMPARE(messages(panel), QStringList{cannotOpen.arg(path)});
     QCOMPARE(readFile(histogram).count('\n'), 3); // one box and the two ends
@@ -296,28 +247,24 @@ void tst_FourPsWrite::histogramsAreStillWrittenWhenTheResultIsNot()
 
 void tst_FourPsWrite::firstSaveLeavesNoHistogramFile()
 {
-    QTemporaryDir dir;
-    FourPs panel;
-    prepareThreePointMaps(panel);
-    saveTo(panel, dir.filePath("a.b.dat"));
+    enterInputs(panel, threePointMaps());
+    saveTo("a.b.dat");
     panel.calcAndWrite();
-    QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList{"a.b.dat"});
+    QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList{"a.b.dat"});
 }
 
 void tst_FourPsWrite::repeatedSaveUpdatesHistogramFilesMadeByHand()
 {
-    QTemporaryDir dir;
-    FourPs panel;
-    prepareThreePointMaps(panel);
+    enterInputs(panel, threePointMaps());
     panel.ui.HgAFrom->setText("2");
     panel.ui.HgATo->setText("3");
     panel.ui.HgABoxes->setText("3");
     panel.ui.HgTFrom->setText("3");
     panel.ui.HgTTo->setText("4");
     panel.ui.HgTBoxes->setText("2");
-    const QString alpha = writeFile(dir, "a.b_HGAlpha.dat", "old");
-    const QString thick = writeFile(dir, "a.b_HGThick.dat", "old");
-    saveTo(panel, dir.filePath("a.b.dat"));
+    const QString alpha = writeFile(*m_dir, "a.b_HGAlpha.dat", "old");
+    const QString thick = writeFile(*m_dir, "a.b_HGThick.dat", "old");
+    saveTo("a.b.dat");
     panel.calcAndWrite();
     // Valence 2.5 in the middle of three boxes; thickness 1 below both of two.
     QCOMPARE(readFile(alpha), "1.25 1.5 1.75  0\n"
@@ -329,6 +276,25 @@ void tst_FourPsWrite::repeatedSaveUpdatesHistogramFilesMadeByHand()
                               "2.5 3 3.5  0\n"
                               "3.5 4 4.5  0\n"
                               "4.5 5 5.5  0\n");
+}
+
+void tst_FourPsWrite::histogramsOfValenceAndTotalAreWrittenForTheNonEquivalentMethodToo()
+{
+    enterInputs(panel, mixedMaps({mixes::quarter}));
+    panel.ui.HgAFrom->setText("0");
+    panel.ui.HgATo->setText("6");
+    panel.ui.HgABoxes->setText("7");
+    panel.ui.HgTFrom->setText("-4");
+    panel.ui.HgTTo->setText("6");
+    panel.ui.HgTBoxes->setText("11");
+    const QString valence = writeFile(*m_dir, "result_HGAlpha.dat", "old");
+    const QString total = writeFile(*m_dir, "result_HGThick.dat", "old");
+    saveTo("result.dat");
+    panel.calcAndWrite();
+    QVERIFY(readFile(valence).contains("\n3.5 4 4.5  1\n"));
+    QVERIFY(readFile(total).contains("\n3.5 4 4.5  1\n"));
+    QCOMPARE(readFile(valence).count('\n'), 9);
+    QCOMPARE(readFile(total).count('\n'), 13);
 }
 
 QTEST_MAIN(tst_FourPsWrite)

@@ -45,13 +45,6 @@ bool isQuarter(const A2DData& map)
     return map.rows.size() == 1 && near(scaledValues(map, 0), quarterValues);
 }
 
-// As of an energy row whose file was never chosen.
-void takeMap(PanelInputs& inputs, int row)
-{
-    inputs.maps.at(static_cast<std::size_t>(row)).clear();
-    inputs.points[row].hasMap = false;
-}
-
 } // namespace
 
 class tst_MapStacks : public QObject
@@ -82,7 +75,7 @@ private Q_SLOTS:
 void tst_MapStacks::formGetsTheMapsAndNumbersOfItsRows()
 {
     PanelInputs inputs = fourPointInputs();
-    addMaps(inputs, 4);
+    inputs.addMaps(4);
     setJump(inputs.spectra[0], 3.0);
     const analysis::CalculationState state = inputs.state();
     const analysis::MapStack stack = analysis::mapStack(state, analysis::planMap(state).rows);
@@ -106,10 +99,7 @@ void tst_MapStacks::usedRowWithoutMapEntersWithMinusOnePixels()
     // Row 1 has no map, rows 2, 3 (V) and 4 have: three count, and the three-point
     // form takes row 1 first, with T0 = -1:
     // f(T) = (3 + 1) / (5 + 1) = 2/3, a = (2/3 - 1/4) * 2 = 5/6.
-    PanelInputs inputs = threePointInputs();
-    addMaps(inputs, 4);
-    useRows(inputs, {0, 1, 2, 3});
-    takeMap(inputs, 0);
+    const auto inputs = threePointInputs().addMaps(4).useRows({0, 1, 2, 3}).takeMap(0);
     const analysis::CalculationState state = inputs.state();
     A2DData map;
     analysis::HistogramCounts valence;
@@ -123,10 +113,7 @@ void tst_MapStacks::usedRowWithoutMapEntersWithMinusOnePixels()
 void tst_MapStacks::vRowWithoutMapGivesAnEmptyResult()
 {
     // Row 5 is a later V row in use, without a map.
-    PanelInputs inputs = fourPointInputs();
-    addMaps(inputs, 4);
-    useRows(inputs, {0, 1, 2, 3, 4});
-    markVRows(inputs, {2, 4});
+    const auto inputs = fourPointInputs().addMaps(4).useRows({0, 1, 2, 3, 4}).markVRows({2, 4});
     const analysis::CalculationState state = inputs.state();
     A2DData map = inputs.maps[0];
     analysis::HistogramCounts valence;
@@ -174,7 +161,7 @@ void tst_MapStacks::fiveRowsAndVictoreenPassThroughAllPoints()
     PanelInputs inputs = mixedInputs(quarter);
     const QList<double> pixels{1, -2, 0.5, 3, -1};
     for (int row = 0; row < pixels.size(); ++row) {
-        setMap(inputs, row, {pixels.at(row)});
+        inputs.setMap(row, {pixels.at(row)});
     }
     const QList<double> values = nonEquivalentMap(inputs, true).rows.at(0).values;
     const Mix fit{{values.at(4) / jumps.at(0), values.at(5) / jumps.at(1)},
@@ -191,7 +178,7 @@ void tst_MapStacks::surplusRowsAreFittedByLeastSquares()
     PanelInputs inputs = mixedInputs(quarter, 2, 8);
     const QList<double> pixels{1, -2, 0.5, 3, -1, 2, 0, 1};
     for (int row = 0; row < pixels.size(); ++row) {
-        setMap(inputs, row, {pixels.at(row)});
+        inputs.setMap(row, {pixels.at(row)});
     }
     const QList<double> values = scaledValues(nonEquivalentMap(inputs), 0);
     const Mix fit{
@@ -237,7 +224,7 @@ void tst_MapStacks::baseRowIsTheFirstUsedRowAndNotTheVRow()
 {
     // The V row 3 is wider; row 1 has a map too and is not in use.
     PanelInputs inputs = mixedMaps({quarter, negative}, 2, 6);
-    setMap(inputs, 0, {1, 2, 3});
+    inputs.setMap(0, {1, 2, 3});
     inputs.maps[2].rows.append({9, 9, 7, 0, {}});
     inputs.maps[2].xNum = 3;
     inputs.maps[2].headerLines = {"# V row"};
@@ -247,7 +234,7 @@ void tst_MapStacks::baseRowIsTheFirstUsedRowAndNotTheVRow()
     base.rows[1].x = 12.5;
     base.rows[1].y = -3;
     base.rows.append({20, 20, 5, 0, {}}); // beyond its width
-    useRows(inputs, {1, 2, 3, 4, 5});
+    inputs.useRows({1, 2, 3, 4, 5});
     const A2DData map = nonEquivalentMap(inputs);
     QCOMPARE(map.headerLines, (QStringList{"# base  row", "#"}));
     QCOMPARE(map.xNum, 2);
@@ -262,9 +249,7 @@ void tst_MapStacks::baseRowIsTheFirstUsedRowAndNotTheVRow()
 
 void tst_MapStacks::rowWithoutMapAsBaseRowGivesNoPixels()
 {
-    PanelInputs inputs = mixedMaps({quarter}, 2, 6);
-    takeMap(inputs, 0);
-    const A2DData map = nonEquivalentMap(inputs);
+    const A2DData map = nonEquivalentMap(mixedMaps({quarter}, 2, 6).takeMap(0));
     QVERIFY(map.rows.isEmpty());
     QCOMPARE(map.xNum, 0);
     QVERIFY(map.extended);
@@ -276,13 +261,13 @@ void tst_MapStacks::rowWithoutMapEntersTheFitWithMinusOne()
     Mix mix = quarter;
     mix.constant -= quarter.at(3) + 1;
     PanelInputs inputs = mixedMaps({mix}, 2, 6);
-    takeMap(inputs, 3);
+    inputs.takeMap(3);
     const A2DData map = nonEquivalentMap(inputs);
     QVERIFY(near(map.rows.at(0).intensity, 0.25));
     QVERIFY(near(map.rows.at(0).values.at(8), mix.constant));
     // Under another constant it does not fit to the others.
     setPixels(inputs, {quarter}, 6);
-    takeMap(inputs, 3);
+    inputs.takeMap(3);
     QVERIFY(!near(nonEquivalentMap(inputs).rows.at(0).intensity, 0.25));
 }
 

@@ -71,31 +71,6 @@ bool isQuarter(const TargetResult& result)
            near(shares(result), {0.25, 0.75}) && near(amounts(result), {1, 3});
 }
 
-// Three points at E / hc of 1/2, 3/2 and 2, and what they give at 1/4 to 4: the
-// end segments are extended, of slope -3 and 8.
-const QList<double> coarseEnergies{0.5 * hc, 1.5 * hc, 2 * hc};
-const QList<double> coarseMuts{3, 0, 4};
-const QList<double> atTheRows{3.75, 3, 1.5, 4, 20, 52, 116, 244};
-
-QList<double> cubes()
-{
-    QList<double> values;
-    for (const double length : wavelengths) {
-        values.append(std::pow(length, 3));
-    }
-    return values;
-}
-
-// Half the first reference, half an L^3, and a constant.
-QList<double> halfACube()
-{
-    QList<double> muts;
-    for (int row = 0; row < wavelengths.size(); ++row) {
-        muts.append(0.5 * shapes.at(0).at(row) + 0.5 * cubes().at(row) + 1.25);
-    }
-    return muts;
-}
-
 } // namespace
 
 class tst_TargetResult : public QObject
@@ -121,10 +96,7 @@ private Q_SLOTS:
     void targetEqualToTheFirstReferenceIsAllOfIt();
     void victoreenBackgroundIsTakenOff();
     void mutsOfTheRowsAreNotUsed();
-    void targetIsTakenLessItsPostEdgeLineOnRequest();
-    void referencesAreTakenLessTheirPostEdgeLineOnRequest();
-    void referencesAreInterpolatedAndExtended();
-    void targetIsInterpolatedAndExtended();
+    void spectraAreTakenLessTheChosenLines();
     void energyShiftsOfTheSpectraCount();
     void vRowIsFittedLikeTheOthers();
     void energyOfZeroShowsAsNaN();
@@ -147,9 +119,9 @@ void tst_TargetResult::threePointsOfOneNinth()
 {
     // f(T) = 5.5/9, f(R1) = 3/2, f(R2) = 1/2: a = 1/9; valence 3 - 1/9.
     PanelInputs inputs = threePointInputs();
-    setPoint(inputs, 0, 8313, 0, 0, 0);
-    setPoint(inputs, 1, 8381, 1, 1, 9);
-    setPoint(inputs, 2, 8390, 1.5, 0.5, 5.5);
+    inputs.setPoint(0, 8313, 0, 0, 0);
+    inputs.setPoint(1, 8381, 1, 1, 9);
+    inputs.setPoint(2, 8390, 1.5, 0.5, 5.5);
     QCOMPARE(threePoints(inputs).a, 1.0 / 9.0);
     QCOMPARE(threePoints(inputs).valence, 3.0 - 1.0 / 9.0);
 }
@@ -176,8 +148,8 @@ void tst_TargetResult::leastSquareTakesAllRows()
 {
     // A fifth row on the plane S = 2 T changes nothing, one beside it does.
     PanelInputs inputs = fourPointInputs();
-    useRows(inputs, {0, 1, 2, 3, 4});
-    setPoint(inputs, 4, 7, 3, 5, 4);
+    inputs.useRows({0, 1, 2, 3, 4});
+    inputs.setPoint(4, 7, 3, 5, 4);
     QVERIFY(near(leastSquare(inputs).a, 0.5));
     inputs.points[4].mutT = 5;
     QVERIFY(!near(leastSquare(inputs).thickness, 1));
@@ -199,7 +171,7 @@ void tst_TargetResult::uncheckedFirstReferenceMakesTheSecondTheFirst()
     inputs.valences[2] = 4;
     inputs.points[1].mut[2] = 4;
     inputs.points[2].mut[2] = 2;
-    useReferences(inputs, {1, 2});
+    inputs.useReferences({1, 2});
     // f(T) = 1/2, f of the former second 1/4, f of the third 1/2: a = 0.
     QCOMPARE(threePoints(inputs).a, 0.0);
     QCOMPARE(threePoints(inputs).valence, 4.0);
@@ -250,7 +222,7 @@ void tst_TargetResult::partsNameTheirReferenceRows()
     setReference(inputs.spectra[1], 0);
     setReference(inputs.spectra[3], 1);
     inputs.valences = {4, 2, 4, 5};
-    useReferences(inputs, {1, 3});
+    inputs.useReferences({1, 3});
     const TargetResult result = linear(inputs);
     QVERIFY(isQuarter(result));
     QCOMPARE(result.parts.at(0).row, 1);
@@ -314,62 +286,15 @@ void tst_TargetResult::mutsOfTheRowsAreNotUsed()
     QVERIFY(isQuarter(linear(inputs)));
 }
 
-void tst_TargetResult::targetIsTakenLessItsPostEdgeLineOnRequest()
+void tst_TargetResult::spectraAreTakenLessTheChosenLines()
 {
-    // The second reference is L^3, and so is the distance of the target's lines:
-    // less the post-edge line there is one of it less, dMut 1 and -3 of -2.
-    PanelInputs inputs = mixedInputs(quarter);
-    setSpectrum(inputs.spectra[1], rowEnergies(), cubes(), {0.5, 0, 0}, {6.5, 0, 0});
-    setSpectrum(inputs.target, rowEnergies(), halfACube(), {}, {3, 1, 0});
-    QVERIFY(near(linear(inputs).a, 0.25));
-    inputs.subPostForRef = true; // constant lines: nothing but the constant changes
-    QVERIFY(near(linear(inputs).a, 0.25));
-    inputs.subPostForRef = false;
+    PanelInputs inputs = inputsOfLinesApart();
+    QVERIFY(near(amounts(linear(inputs)), {1, 3}));
     inputs.subPostForTarget = true;
-    QVERIFY(near(linear(inputs).a, -0.5));
-    QVERIFY(near(linear(inputs).thickness, -2));
-}
-
-void tst_TargetResult::referencesAreTakenLessTheirPostEdgeLineOnRequest()
-{
-    // The lines of the first reference are 1 + L^3 apart, its edge is at L = 1:
-    // jump 2. The second reference is L^3, jump 6. Less the post-edge lines r1 is
-    // short of an L^3, which the second makes up for: parts of 1/2 and 1/2 become
-    // 1/2 and 1, dMut 1 and 6.
-    PanelInputs inputs = mixedInputs(quarter);
-    setSpectrum(inputs.spectra[0], rowEnergies(), shapes.at(0), {}, {1, 1, 0});
-    inputs.spectra[0].edgeEnergy = hc;
-    setSpectrum(inputs.spectra[1], rowEnergies(), cubes(), {0.5, 0, 0}, {6.5, 0, 0});
-    setSpectrum(inputs.target, rowEnergies(), halfACube(), {0.5, 0, 0}, {0.75, 0, 0});
-    QVERIFY(near(linear(inputs).a, 0.25));
-    QVERIFY(near(linear(inputs).thickness, 4));
-    inputs.subPostForTarget = true; // constant lines: nothing changes
-    QVERIFY(near(linear(inputs).a, 0.25));
+    QVERIFY(near(amounts(linear(inputs)), {1, -3}));
     inputs.subPostForTarget = false;
     inputs.subPostForRef = true;
-    QVERIFY(near(linear(inputs).a, 1.0 / 7.0));
-    QVERIFY(near(linear(inputs).thickness, 7));
-}
-
-void tst_TargetResult::referencesAreInterpolatedAndExtended()
-{
-    PanelInputs inputs = mixedInputs(quarter);
-    setSpectrum(inputs.spectra[0], coarseEnergies, coarseMuts, {0.25, 0, 0}, {2.25, 0, 0});
-    QList<double> muts;
-    for (int row = 0; row < wavelengths.size(); ++row) {
-        muts.append(0.5 * atTheRows.at(row) + 0.5 * shapes.at(1).at(row));
-    }
-    setSpectrum(inputs.target, rowEnergies(), muts, {}, {});
-    QVERIFY(isQuarter(linear(inputs)));
-}
-
-void tst_TargetResult::targetIsInterpolatedAndExtended()
-{
-    PanelInputs inputs = mixedInputs(quarter);
-    setSpectrum(inputs.spectra[0], rowEnergies(), atTheRows, {}, {2, 0, 0});
-    setSpectrum(inputs.target, coarseEnergies, coarseMuts, {}, {});
-    QVERIFY(near(linear(inputs).a, 1));
-    QVERIFY(near(linear(inputs).thickness, 2));
+    QVERIFY(near(amounts(linear(inputs)), {1, 6}));
 }
 
 void tst_TargetResult::energyShiftsOfTheSpectraCount()
@@ -391,7 +316,7 @@ void tst_TargetResult::vRowIsFittedLikeTheOthers()
     // whichever row that is.
     PanelInputs inputs = mixedInputs(quarter, 2, 4);
     for (const int vRow : {0, 3}) {
-        markVRows(inputs, {vRow});
+        inputs.markVRows({vRow});
         QVERIFY(isQuarter(linear(inputs)));
     }
     inputs.target.points[3].mut += 1; // at the V row of the last round

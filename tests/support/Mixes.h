@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 namespace tests::mixes
 {
@@ -89,14 +88,6 @@ inline void setTarget(AMutE& target, const Mix& mix)
     setSpectrum(target, rowEnergies(), mix.atAllRows(), {0.125, 0, 0}, {3.125, 0, 0});
 }
 
-/// 0, 1, ... as many as @p count.
-inline QList<int> firstRows(int count)
-{
-    QList<int> rows(count);
-    std::iota(rows.begin(), rows.end(), 0);
-    return rows;
-}
-
 /// The non-equivalent method with linear background on the first rows and
 /// references, the target of @p mix; the third energy row is the V row.
 inline PanelInputs mixedInputs(const Mix& mix, int references = 2, int rows = 5)
@@ -107,13 +98,33 @@ inline PanelInputs mixedInputs(const Mix& mix, int references = 2, int rows = 5)
         setReference(inputs.spectra.at(static_cast<std::size_t>(i)), i);
         inputs.valences.at(static_cast<std::size_t>(i)) = valences.at(i);
     }
-    useReferences(inputs, firstRows(references));
+    inputs.useReferences(firstRows(references));
     for (int row = 0; row < inputs.points.size(); ++row) {
         inputs.points[row].energy = rowEnergies().at(row);
     }
-    useRows(inputs, firstRows(rows));
-    markVRows(inputs, {2});
+    inputs.useRows(firstRows(rows));
+    inputs.markVRows({2});
     setTarget(inputs.target, mix);
+    return inputs;
+}
+
+/// Shares of 1/4 and 3/4 of a total of 4. The second reference is L^3, and so is,
+/// but for a constant, the distance of the lines of target and first reference.
+/// Less its post-edge line the target is short of an L^3: dMut 1 and -3. Less
+/// theirs the references are, for which the second makes up: dMut 1 and 6.
+inline PanelInputs inputsOfLinesApart()
+{
+    QList<double> cubes;
+    QList<double> muts;
+    for (int row = 0; row < wavelengths.size(); ++row) {
+        cubes.append(std::pow(wavelengths.at(row), 3));
+        muts.append(0.5 * shapes.at(0).at(row) + 0.5 * cubes.last() + 1.25);
+    }
+    PanelInputs inputs = mixedInputs(quarter);
+    setSpectrum(inputs.spectra[0], rowEnergies(), shapes.at(0), {}, {1, 1, 0});
+    inputs.spectra[0].edgeEnergy = hc; // where L is 1: jump 2
+    setSpectrum(inputs.spectra[1], rowEnergies(), cubes, {0.5, 0, 0}, {6.5, 0, 0});
+    setSpectrum(inputs.target, rowEnergies(), muts, {}, {3, 1, 0});
     return inputs;
 }
 
@@ -125,7 +136,7 @@ inline void setPixels(PanelInputs& inputs, const QList<Mix>& pixels, int rows = 
         for (const Mix& mix : pixels) {
             muts.append(mix.at(row));
         }
-        setMap(inputs, row, muts);
+        inputs.setMap(row, muts);
     }
 }
 

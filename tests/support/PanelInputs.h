@@ -6,6 +6,7 @@
 #include "support/MadeSpectrum.h"
 
 #include <array>
+#include <numeric>
 
 namespace tests
 {
@@ -30,6 +31,33 @@ struct PanelInputs {
     bool subPostForRef = false;
     bool subPostForTarget = false;
 
+    /// Takes exactly these energy rows, or references, into use; and marks exactly
+    /// these rows as V points. The calls can be strung together.
+    PanelInputs& useRows(const QList<int>& rows);
+    PanelInputs& useReferences(const QList<int>& rows);
+    PanelInputs& markVRows(const QList<int>& rows);
+
+    /// Takes the first @p count references into use, with a spectrum without points.
+    PanelInputs& useFirstReferences(int count);
+
+    PanelInputs& makeInvalid(const QList<int>& references);
+    PanelInputs& makeTargetInvalid();
+
+    PanelInputs& chooseFourPoints(bool exact, bool leastSquare);
+    PanelInputs& chooseNonEquivalent(bool linear);
+
+    /// The numbers of an energy row: eV, the first two references, the target.
+    PanelInputs& setPoint(int row, double energy, double r1, double r2, double mutT);
+
+    /// Gives an energy row a map of ready mut values, one line of pixels.
+    PanelInputs& setMap(int row, const QList<double>& muts);
+
+    /// Gives each of the first @p rows a one-pixel map of its target number.
+    PanelInputs& addMaps(int rows);
+
+    /// The row is as if no file had been chosen for it.
+    PanelInputs& takeMap(int row);
+
     /// Refers to the spectra and maps, so these inputs must outlive it.
     analysis::CalculationState state() const
     {
@@ -52,51 +80,109 @@ struct PanelInputs {
     }
 };
 
-/// Takes exactly these energy rows into use.
-inline void useRows(PanelInputs& inputs, const QList<int>& rows)
+/// 0, 1, ... as many as @p count.
+inline QList<int> firstRows(int count)
 {
-    for (int i = 0; i < inputs.points.size(); ++i) {
-        inputs.points[i].used = rows.contains(i);
-    }
+    QList<int> rows(count);
+    std::iota(rows.begin(), rows.end(), 0);
+    return rows;
 }
 
-/// Takes exactly these references into use.
-inline void useReferences(PanelInputs& inputs, const QList<int>& rows)
+inline PanelInputs& PanelInputs::useRows(const QList<int>& rows)
+{
+    for (int i = 0; i < points.size(); ++i) {
+        points[i].used = rows.contains(i);
+    }
+    return *this;
+}
+
+inline PanelInputs& PanelInputs::useReferences(const QList<int>& rows)
 {
     for (int i = 0; i < 4; ++i) {
-        inputs.used.at(static_cast<std::size_t>(i)) = rows.contains(i);
+        used.at(static_cast<std::size_t>(i)) = rows.contains(i);
     }
+    return *this;
 }
 
-/// Marks exactly these energy rows as V points.
-inline void markVRows(PanelInputs& inputs, const QList<int>& rows)
+inline PanelInputs& PanelInputs::markVRows(const QList<int>& rows)
 {
-    for (int i = 0; i < inputs.points.size(); ++i) {
-        inputs.points[i].vPoint = rows.contains(i);
+    for (int i = 0; i < points.size(); ++i) {
+        points[i].vPoint = rows.contains(i);
     }
+    return *this;
 }
 
-/// The numbers of an energy row: eV, the first two references, the target.
-inline void setPoint(PanelInputs& inputs, int row, double energy, double r1, double r2,
-                     double target)
+inline PanelInputs& PanelInputs::useFirstReferences(int count)
 {
-    analysis::PointState& point = inputs.points[row];
-    point.energy = energy;
-    point.mut = {r1, r2, 0.0, 0.0};
-    point.mutT = target;
+    for (int i = 0; i < count; ++i) {
+        setJump(spectra.at(static_cast<std::size_t>(i)), 1.0);
+    }
+    return useReferences(firstRows(count));
 }
 
-/// Gives an energy row a map of ready mut values, one line of pixels.
-inline void setMap(PanelInputs& inputs, int row, const QList<double>& muts)
+inline PanelInputs& PanelInputs::makeInvalid(const QList<int>& references)
 {
-    A2DData& map = inputs.maps.at(static_cast<std::size_t>(row));
+    for (const int row : references) {
+        spectra.at(static_cast<std::size_t>(row)).valid = false;
+    }
+    return *this;
+}
+
+inline PanelInputs& PanelInputs::makeTargetInvalid()
+{
+    target.valid = false;
+    return *this;
+}
+
+inline PanelInputs& PanelInputs::chooseFourPoints(bool exact, bool leastSquare)
+{
+    radios.nonEquivalent = false;
+    radios.exact = exact;
+    radios.leastSquare = leastSquare;
+    return *this;
+}
+
+inline PanelInputs& PanelInputs::chooseNonEquivalent(bool linear)
+{
+    radios.nonEquivalent = true;
+    radios.linearBackground = linear;
+    return *this;
+}
+
+inline PanelInputs& PanelInputs::setPoint(int row, double energy, double r1, double r2, double mutT)
+{
+    points[row].energy = energy;
+    points[row].mut = {r1, r2, 0.0, 0.0};
+    points[row].mutT = mutT;
+    return *this;
+}
+
+inline PanelInputs& PanelInputs::setMap(int row, const QList<double>& muts)
+{
+    A2DData& map = maps.at(static_cast<std::size_t>(row));
     map.clear();
     for (const double mut : muts) {
         map.rows.append({static_cast<double>(map.rows.size()), 0.5, mut, 0.0, {}});
     }
     map.xNum = static_cast<int>(muts.size());
     map.yNum = 1;
-    inputs.points[row].hasMap = true;
+    points[row].hasMap = true;
+    return *this;
+}
+
+inline PanelInputs& PanelInputs::addMaps(int rows)
+{
+    for (int row = 0; row < rows; ++row) {
+        setMap(row, {points.at(row).mutT});
+    }
+    return *this;
+}
+
+inline PanelInputs& PanelInputs::takeMap(int row)
+{
+    maps.at(static_cast<std::size_t>(row)).clear();
+    points[row].hasMap = false;
+    return *this;
 }
 
 /// Three points that give a = 1/2 and, on one-pixel maps, thickness 1: the
@@ -104,17 +190,14 @@ inline void setMap(PanelInputs& inputs, int row, const QList<double>& muts)
 inline PanelInputs threePointInputs()
 {
     PanelInputs inputs;
-    for (std::size_t i = 0; i < 2; ++i) {
-        setJump(inputs.spectra[i], 1.0);
-    }
+    inputs.useFirstReferences(2);
     inputs.valences = {2, 3, 0, 0};
     inputs.target.valid = true;
-    useReferences(inputs, {0, 1});
-    useRows(inputs, {0, 1, 2});
-    markVRows(inputs, {2});
-    setPoint(inputs, 0, 8313, 0, 0, 1);
-    setPoint(inputs, 1, 8381, 4, 4, 5);
-    setPoint(inputs, 2, 8390, 3, 1, 3);
+    inputs.useRows({0, 1, 2});
+    inputs.markVRows({2});
+    inputs.setPoint(0, 8313, 0, 0, 1);
+    inputs.setPoint(1, 8381, 4, 4, 5);
+    inputs.setPoint(2, 8390, 3, 1, 3);
     return inputs;
 }
 
@@ -123,20 +206,12 @@ inline PanelInputs threePointInputs()
 inline PanelInputs fourPointInputs()
 {
     PanelInputs inputs = threePointInputs();
-    useRows(inputs, {0, 1, 2, 3});
-    setPoint(inputs, 0, 0, 1, 3, 2);
-    setPoint(inputs, 1, 1, 2, 3, 2.5);
-    setPoint(inputs, 2, 2, 8, 2, 5);
-    setPoint(inputs, 3, 5, 4, 9, 6.5);
+    inputs.useRows({0, 1, 2, 3});
+    inputs.setPoint(0, 0, 1, 3, 2);
+    inputs.setPoint(1, 1, 2, 3, 2.5);
+    inputs.setPoint(2, 2, 8, 2, 5);
+    inputs.setPoint(3, 5, 4, 9, 6.5);
     return inputs;
-}
-
-/// Gives each of the first @p rows a one-pixel map of its target number.
-inline void addMaps(PanelInputs& inputs, int rows)
-{
-    for (int row = 0; row < rows; ++row) {
-        setMap(inputs, row, {inputs.points.at(row).mutT});
-    }
 }
 
 } // namespace tests

@@ -1,0 +1,80 @@
+// Mixtures of normalised references whose linear combination fit is known.
+#pragma once
+
+#include "support/PanelInputs.h"
+
+namespace tests::fits
+{
+
+/// Normalised references at 1 to 7 eV; independent of each other and of a
+/// constant, also from 2 to 6 eV for the first two.
+inline const QList<double> energies{1, 2, 3, 4, 5, 6, 7};
+inline const QList<QList<double>> shapes{{9, 1, 0, 0.5, 2, 0.25, 3},
+                                         {-9, 0, 1, 0.5, 0.75, 2, 8},
+                                         {0, 0, 2, 1, 0, 0.5, 1},
+                                         {1, 1, 1, 0, 0, -1, 4}};
+inline const QList<double> preLevels{0.5, 0.25, 0.75, 1};
+inline const QList<double> jumps{2, 4, 1, 8};
+inline const QList<double> valences{2, 4, 3, 5};
+
+/// A spectrum of these normalised values between two constant lines.
+inline void setNormalised(AMutE& spectrum, const QList<double>& at, QList<double> values,
+                          double pre, double jump)
+{
+    for (double& value : values) {
+        value *= jump;
+    }
+    setSpectrum(spectrum, at, values, {pre, 0, 0}, {pre + jump, 0, 0});
+}
+
+inline void setReference(PanelInputs& inputs, std::size_t row, int shape)
+{
+    setNormalised(inputs.spectra.at(row), energies, shapes.at(shape), preLevels.at(shape),
+                  jumps.at(shape));
+    inputs.valences.at(row) = valences.at(shape);
+}
+
+/// The normalised values of a sum of references over a base.
+inline QList<double> mixed(const QList<double>& parts, double base)
+{
+    QList<double> values(energies.size(), base);
+    for (int i = 0; i < parts.size(); ++i) {
+        for (int k = 0; k < values.size(); ++k) {
+            values[k] += parts.at(i) * shapes.at(i).at(k);
+        }
+    }
+    return values;
+}
+
+inline void setTarget(PanelInputs& inputs, const QList<double>& parts, double base)
+{
+    setNormalised(inputs.target, energies, mixed(parts, base), 1, 8);
+}
+
+/// Marks the last two energy rows as ends of the range.
+inline void setRange(PanelInputs& inputs, double from, double to)
+{
+    inputs.points[6].energy = to;
+    inputs.points[7].energy = from;
+    inputs.points[6].inFit = true;
+    inputs.points[7].inFit = true;
+}
+
+/// As many references as parts in use, the target of their sum over a base, and
+/// all seven points in range. The default has shares of 1.25 in all, that is 0.4
+/// and 0.6, and the valence 1/2 * 2 + 3/4 * 4 = 4 of the parts as they are.
+inline PanelInputs fitInputs(const QList<double>& parts = {0.5, 0.75}, double base = 0.125)
+{
+    PanelInputs inputs;
+    QList<int> used;
+    for (int i = 0; i < parts.size(); ++i) {
+        setReference(inputs, static_cast<std::size_t>(i), i);
+        used.append(i);
+    }
+    inputs.useReferences(used);
+    setTarget(inputs, parts, base);
+    setRange(inputs, 1, 7);
+    return inputs;
+}
+
+} // namespace tests::fits
