@@ -3,10 +3,10 @@
 #include "display/cBar.h"
 
 #include "display/ColorTables.h"
+#include "support/MemberOrder.h"
 #include "support/PaintCounter.h"
 
 #include <QImage>
-#include <QMetaMethod>
 #include <QMouseEvent>
 #include <QSignalSpy>
 #include <QTest>
@@ -209,18 +209,11 @@ void tst_cBar::startsAsItsFormSays()
 
 void tst_cBar::slotsComeInTheirOrder()
 {
-    QStringList signals_;
-    QStringList slots_;
     const QMetaObject& meta = cBar::staticMetaObject;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        const QMetaMethod method = meta.method(i);
-        const bool isSignal = method.methodType() == QMetaMethod::Signal;
-        (isSignal ? signals_ : slots_).append(QString::fromLatin1(method.methodSignature()));
-        QCOMPARE(method.access(), QMetaMethod::Public);
-    }
-    QCOMPARE(signals_, QStringList{"newScale()"});
-    QCOMPARE(slots_, (QStringList{"setAutoScale(bool)", "newZmax(double)", "newZmin(double)",
-                                  "maxCBarTypes()", "setInvertCBar(bool)"}));
+    QCOMPARE(tests::memberNames(meta, QMetaMethod::Signal), QStringList{"newScale()"});
+    QCOMPARE(tests::memberNames(meta, QMetaMethod::Slot),
+             (QStringList{"setAutoScale(bool)", "newZmax(double)", "newZmin(double)",
+                          "maxCBarTypes()", "setInvertCBar(bool)"}));
     cBar bar;
     int types = 0;
     QVERIFY(QMetaObject::invokeMethod(&bar, "maxCBarTypes", Q_RETURN_ARG(int, types)));

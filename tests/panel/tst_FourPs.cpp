@@ -9,6 +9,8 @@
 #include <QFileDialog>
 #include <QTest>
 
+#include <utility>
+
 using namespace tests;
 
 class tst_FourPs : public QObject
@@ -26,7 +28,6 @@ private Q_SLOTS:
     void seventhAndEighthEnergyStayEmpty();
     void thirdRowIsTheVPointAndTheFirstRowIsShown();
     void gridHoldsTheRowsWidgets();
-    void gridHeadings_data();
     void gridHeadings();
     void gridNumbersItsRows();
     void listFieldsStandBelowTheRows();
@@ -168,47 +169,30 @@ void tst_FourPs::gridHoldsTheRowsWidgets()
     }
 }
 
-void tst_FourPs::gridHeadings_data()
-{
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QString>("upper");
-    QTest::addColumn<QString>("lower"); // as seen: a spanning heading fills both lines
-    QTest::newRow("No.") << 0 << "No."
-                         << "No.";
-    QTest::newRow("Use") << 1 << "Use"
-                         << "Use";
-    QTest::newRow("V point") << 2 << "Non"
-                             << "Equiv.";
-    QTest::newRow("fit") << 3 << "LCF"
-                         << "F.P.";
-    QTest::newRow("energy") << 4 << "Eng."
-                            << "[eV]";
-    QTest::newRow("ref 1") << 5 << "mut"
-                           << "Ref.1";
-    QTest::newRow("ref 2") << 6 << "mut"
-                           << "Ref.2";
-    QTest::newRow("ref 3") << 7 << "mut"
-                           << "Ref.3";
-    QTest::newRow("ref 4") << 8 << "mut"
-                           << "Ref.4";
-    QTest::newRow("target") << 9 << "mut"
-                            << "Target";
-    QTest::newRow("files") << 10 << "Select 2D Map Data"
-                           << "Select 2D Map Data";
-    QTest::newRow("show") << 11 << "Show"
-                          << "Map";
-}
-
 void tst_FourPs::gridHeadings()
 {
-    QFETCH(int, column);
     const FourPs& panel = *m_fresh;
-    QTEST(headingAt(panel, 0, column), "upper");
-    QTEST(headingAt(panel, 1, column), "lower");
-    const auto* label =
-        qobject_cast<QLabel*>(panel.ui.CLayout->itemAtPosition(0, column)->widget());
-    // The heading of the files alone stands to the left.
-    QCOMPARE(bool(label->alignment() & Qt::AlignLeft), column == 10);
+    // As seen: a heading that spans both lines is in the upper and in the lower one.
+    const QList<std::pair<QString, QString>> headings{{"No.", "No."},
+                                                      {"Use", "Use"},
+                                                      {"Non", "Equiv."},
+                                                      {"LCF", "F.P."},
+                                                      {"Eng.", "[eV]"},
+                                                      {"mut", "Ref.1"},
+                                                      {"mut", "Ref.2"},
+                                                      {"mut", "Ref.3"},
+                                                      {"mut", "Ref.4"},
+                                                      {"mut", "Target"},
+                                                      {"Select 2D Map Data", "Select 2D Map Data"},
+                                                      {"Show", "Map"}};
+    for (int column = 0; column < headings.size(); ++column) {
+        QCOMPARE(headingAt(panel, 0, column), headings.at(column).first);
+        QCOMPARE(headingAt(panel, 1, column), headings.at(column).second);
+        const auto* label =
+            qobject_cast<QLabel*>(panel.ui.CLayout->itemAtPosition(0, column)->widget());
+        // The heading of the files alone is at the left.
+        QCOMPARE(bool(label->alignment() & Qt::AlignLeft), column == 10);
+    }
 }
 
 void tst_FourPs::gridNumbersItsRows()

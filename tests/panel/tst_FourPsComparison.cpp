@@ -3,6 +3,7 @@
 
 #include "display/Displays.h"
 #include "rows/AXafsFileSelect.h"
+#include "support/DataRows.h"
 #include "support/MouseInput.h"
 #include "support/PlainComparison.h"
 #include "support/SharedPanel.h"
@@ -271,22 +272,14 @@ void tst_FourPsComparison::valencesBeyondMeasureAreSafe_data()
 {
     QTest::addColumn<QString>("first");
     QTest::addColumn<QString>("second");
-    QTest::newRow("millions of lines") << "0"
-                                       << "1e9";
-    QTest::newRow("huge") << "-1e300"
-                          << "1e300";
-    QTest::newRow("beyond a double's steps") << "1e17"
-                                             << "1.0000001e17";
-    QTest::newRow("infinite") << "0"
-                              << "inf";
-    QTest::newRow("both infinite") << "-inf"
-                                   << "inf";
-    QTest::newRow("NaN") << "nan"
-                         << "3";
-    QTest::newRow("NaN above") << "2"
-                               << "nan";
-    QTest::newRow("falling") << "1e300"
-                             << "-1e300";
+    addTexts("millions of lines", {"0", "1e9"});
+    addTexts("huge", {"-1e300", "1e300"});
+    addTexts("beyond a double's steps", {"1e17", "1.0000001e17"});
+    addTexts("infinite", {"0", "inf"});
+    addTexts("both infinite", {"-inf", "inf"});
+    addTexts("NaN", {"nan", "3"});
+    addTexts("NaN above", {"2", "nan"});
+    addTexts("falling", {"1e300", "-1e300"});
 }
 
 // That it comes back at all is what counts; the margins stay clean.
