@@ -13,6 +13,8 @@
 #include <fstream>
 #include <string>
 
+using analysis::HistogramCounts;
+
 namespace
 {
 

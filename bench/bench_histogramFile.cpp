@@ -8,7 +8,7 @@ namespace
 
 void makeText(benchmark::State& state, double from, double to)
 {
-    HistogramCounts histogram;
+    analysis::HistogramCounts histogram;
     histogram.start(from, to, 1'000'000);
     for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(histogram.fileText());

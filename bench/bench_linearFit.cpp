@@ -1,6 +1,6 @@
 // The linear combination fit of one target spectrum by four references, as it
-// runs at the end of every reflex: the plain road, which walks each reference
-// from its first point for every point of the target, beside the product's.
+// runs at the end of every reflex: the reference, which searches each
+// spectrum from its first point for every point of the target, beside the product.
 
 #include "analysis/LinearFit.h"
 #include "data/AMutE.h"
@@ -47,7 +47,7 @@ struct Spectra {
     QList<double> valences{2, 3, 4, 0};
 };
 
-void plainRoad(benchmark::State& state, int count)
+void referenceFit(benchmark::State& state, int count)
 {
     const Spectra spectra(count);
     for ([[maybe_unused]] auto _ : state) {
@@ -56,7 +56,7 @@ void plainRoad(benchmark::State& state, int count)
     }
 }
 
-void productRoad(benchmark::State& state, int count)
+void productFit(benchmark::State& state, int count)
 {
     const Spectra spectra(count);
     for ([[maybe_unused]] auto _ : state) {
@@ -65,17 +65,17 @@ void productRoad(benchmark::State& state, int count)
     }
 }
 
-bool registerRoads(int count)
+bool registerPair(int count)
 {
     const std::string name = std::to_string(count) + "points";
-    benchmark::RegisterBenchmark((name + "/plain").c_str(), plainRoad, count)
+    benchmark::RegisterBenchmark((name + "/plain").c_str(), referenceFit, count)
         ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark((name + "/product").c_str(), productRoad, count)
+    benchmark::RegisterBenchmark((name + "/product").c_str(), productFit, count)
         ->Unit(benchmark::kMillisecond);
     return true;
 }
 
-const bool registered = registerRoads(500) && registerRoads(5000);
+const bool registered = registerPair(500) && registerPair(5000);
 
 } // namespace
 

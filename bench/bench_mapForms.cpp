@@ -79,8 +79,8 @@ void productForm(benchmark::State& state, ProductForm form, const QList<int>& ro
     stack.memory = &memory;
     A2DData result;
     const auto calculate = [&] {
-        HistogramCounts valence;
-        HistogramCounts thickness;
+        analysis::HistogramCounts valence;
+        analysis::HistogramCounts thickness;
         valence.start(1.52, 3.52, 51);
         thickness.start(-0.47, 2.53, 51);
         form(stack, result, valence, thickness);

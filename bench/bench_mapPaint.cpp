@@ -155,7 +155,7 @@ struct SpreadDesk : Desk {
 };
 
 /// The plot record by record: two circles for each, in view or not.
-class PlainThickness : public Graph
+class PlainThickness : public display::Graph
 {
 public:
     explicit PlainThickness(const FourPs& panel)
@@ -192,7 +192,7 @@ struct PlainSpreadDesk : SpreadDesk {
         QObject::disconnect(panel.Disps, &Displays::draw, &panel, &FourPs::draw);
         QObject::connect(panel.Disps, &Displays::draw, &panel,
                          [this](Displays::DispId, DispABase* frame, QStylePainter* p) {
-                             Graph::Range range;
+                             display::Graph::Range range;
                              PlainThickness(panel).paint(frame, p, "Valence", "Thick.", &range);
                          });
     }

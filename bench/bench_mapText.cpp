@@ -38,13 +38,13 @@ void measure(benchmark::State& state, Read read)
 
 void ignoreEnergy(const QString&) {}
 
-void mapTextTwin(benchmark::State& state)
+void mapTextReference(benchmark::State& state)
 {
     measure(state, [](const QString& path, A2DData& map) {
         return tests::readPlainMap(path, map, ignoreEnergy);
     });
 }
-BENCHMARK(mapTextTwin)->Name("loadTextMap/plain")->Unit(benchmark::kMillisecond);
+BENCHMARK(mapTextReference)->Name("loadTextMap/plain")->Unit(benchmark::kMillisecond);
 
 void mapText(benchmark::State& state)
 {

@@ -55,8 +55,8 @@ void runPlain(benchmark::State& state, bool victoreen, int references, const QLi
 
 void calculate(const analysis::NeqStack& stack, A2DData& result)
 {
-    std::array<HistogramCounts, 10> counts;
-    for (HistogramCounts& histogram : counts) {
+    std::array<analysis::HistogramCounts, 10> counts;
+    for (analysis::HistogramCounts& histogram : counts) {
         histogram.start(-0.48, 1.52, 51);
     }
     analysis::mapNonEquivalent(stack, result,

@@ -1,4 +1,4 @@
-// Writing a result map of 1000 by 1000 pixels: the plain road and the product's.
+// Writing a result map of 1000 by 1000 pixels: the reference and the product.
 #include "analysis/ResultText.h"
 
 #include "data/A2DData.h"
@@ -106,7 +106,7 @@ void writeFile(benchmark::State& state, Write write, bool extended)
 
 using Measure = void (*)(benchmark::State&, Write, bool);
 
-bool registerRoad(const std::string& name, Measure measure, bool extended)
+bool registerPair(const std::string& name, Measure measure, bool extended)
 {
     const auto add = [&](const char* ending, Write write) {
         benchmark::RegisterBenchmark((name + ending).c_str(), measure, write, extended)
@@ -117,10 +117,10 @@ bool registerRoad(const std::string& name, Measure measure, bool extended)
     return true;
 }
 
-const bool registered = registerRoad("resultText/simple", makeText, false) &&
-                        registerRoad("resultText/extended", makeText, true) &&
-                        registerRoad("resultFile/simple", writeFile, false) &&
-                        registerRoad("resultFile/extended", writeFile, true);
+const bool registered = registerPair("resultText/simple", makeText, false) &&
+                        registerPair("resultText/extended", makeText, true) &&
+                        registerPair("resultFile/simple", writeFile, false) &&
+                        registerPair("resultFile/extended", writeFile, true);
 
 } // namespace
 

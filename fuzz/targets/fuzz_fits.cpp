@@ -19,6 +19,8 @@
 #include <cmath>
 #include <limits>
 
+using data::VictoreenLine;
+
 namespace
 {
 
@@ -402,6 +404,14 @@ void tryRows(fuzz::ByteReader& in)
     checkNonEquivalent(in, points, references);
 }
 
+void requireBound(const analysis::Choice& choice, analysis::Variant form,
+                  const analysis::Message& refusal)
+{
+    const bool refused = refusal.number < refusal.needed;
+    FUZZ_REQUIRE(choice.variant.has_value() != refused);
+    FUZZ_REQUIRE(refused ? choice.refusal == refusal : choice.variant == form);
+}
+
 void tryChoices(fuzz::ByteReader& in)
 {
     const int boxes = in.number(0, 15);
@@ -419,12 +429,11 @@ void tryChoices(fuzz::ByteReader& in)
             linear ? Variant::NonEquivalentLinear : Variant::NonEquivalentVictoreen;
         const int ofTarget = linear ? 4 : 5;
         const int ofMap = valid + (linear ? 2 : 3);
-        FUZZ_REQUIRE(target.variant == (selected < ofTarget ? Variant::WrongCount : form));
-        FUZZ_REQUIRE(map.variant == (selected < ofMap ? Variant::TooFew : form));
-        FUZZ_REQUIRE(target.needed == ofTarget && map.needed == ofMap);
+        requireBound(target, form, {analysis::MessageId::WrongCount, selected, ofTarget});
+        requireBound(map, form, {analysis::MessageId::TooFewRows, selected, ofMap});
         return;
     }
-    FUZZ_REQUIRE(target.variant == map.variant && target.needed == map.needed);
+    FUZZ_REQUIRE(target.variant == map.variant && target.refusal == map.refusal);
     FUZZ_REQUIRE((target.variant == Variant::ThreePoints) == (selected == 3));
     FUZZ_REQUIRE((target.variant == Variant::ExactFourPoints) == (selected == 4 && radios.exact));
     FUZZ_REQUIRE(target.variant != Variant::LeastSquare || selected >= 4);

@@ -12,6 +12,8 @@
 #include <limits>
 #include <numeric>
 
+using analysis::HistogramCounts;
+
 namespace
 {
 

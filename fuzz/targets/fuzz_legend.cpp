@@ -91,7 +91,7 @@ void tryNumbers(fuzz::ByteReader& in)
 
 void tryField(fuzz::ByteReader& in)
 {
-    FittedEdit edit;
+    display::FittedEdit edit;
     edit.resize(in.number(0, 200), in.number(0, 40));
     const QSize hint = edit.sizeHint();
     const QString text = nextText(in);

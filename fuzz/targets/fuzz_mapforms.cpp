@@ -16,6 +16,8 @@
 #include <utility>
 #include <vector>
 
+using analysis::HistogramCounts;
+
 namespace
 {
 

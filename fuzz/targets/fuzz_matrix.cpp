@@ -14,6 +14,8 @@
 #include <numeric>
 #include <vector>
 
+using analysis::SmallMatrix;
+
 namespace
 {
 

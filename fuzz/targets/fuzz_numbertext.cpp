@@ -58,7 +58,7 @@ double nextNumber(fuzz::ByteReader& in)
 void checkGeneralText(double value)
 {
     // Of the very size, so that writing past it is seen.
-    const auto out = std::make_unique<char[]>(analysis::generalTextRoom);
+    const auto out = std::make_unique<char[]>(analysis::generalTextCapacity);
     const std::size_t length = analysis::generalText(value, out.get());
     FUZZ_REQUIRE(length > 0 && length <= analysis::generalTextLength);
     const QByteArray wanted = QStringLiteral("%1").arg(value).toLatin1();

@@ -137,7 +137,7 @@ void tryLegend(fuzz::ByteReader& in)
 {
     ChCoord cc;
     setUp(cc, in, {in.number(0, 2000), in.number(0, 2000)});
-    const Legend legend(cc);
+    const display::Legend legend(cc);
     const int row = in.number(0, 40);
     const QRectF box = legend.box(row);
     FUZZ_REQUIRE(box.width() >= 0.0 && box.height() >= 0.0);

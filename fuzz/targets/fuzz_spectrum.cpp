@@ -33,7 +33,7 @@ bool isSame(const MutPoint& a, const MutPoint& b)
            sameDouble(a.mut, b.mut);
 }
 
-bool isSame(const VictoreenLine& a, const VictoreenLine& b)
+bool isSame(const data::VictoreenLine& a, const data::VictoreenLine& b)
 {
     return sameDouble(a.c, b.c) && sameDouble(a.a, b.a) && sameDouble(a.b, b.b);
 }

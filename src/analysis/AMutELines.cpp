@@ -5,7 +5,7 @@
 namespace
 {
 
-double valueOf(const VictoreenLine& line, double energyEv)
+double valueOf(const data::VictoreenLine& line, double energyEv)
 {
     const double L = AMutE::hcEvAngstrom / energyEv;
     return (line.b * L + line.a) * L * L * L + line.c;
@@ -46,7 +46,7 @@ struct LineSums {
     }
 };
 
-VictoreenLine fittedLine(const LineSums& sums)
+data::VictoreenLine fittedLine(const LineSums& sums)
 {
     constexpr int n = 3;
     const double rows[n][n] = {
@@ -61,9 +61,9 @@ VictoreenLine fittedLine(const LineSums& sums)
     double x[n];
     std::int32_t perm[n];
 
-    SmallMatrix::luDecompose(n, a, lower, upper, perm);
-    SmallMatrix::forwardSolve(n, lower, right, y, perm);
-    SmallMatrix::backSolve(n, upper, y, x, perm);
+    analysis::SmallMatrix::luDecompose(n, a, lower, upper, perm);
+    analysis::SmallMatrix::forwardSolve(n, lower, right, y, perm);
+    analysis::SmallMatrix::backSolve(n, upper, y, x, perm);
     return {x[perm[0]], x[perm[1]], x[perm[2]]};
 }
 

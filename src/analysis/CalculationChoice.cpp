@@ -6,29 +6,29 @@ namespace analysis
 namespace
 {
 
+Choice refuse(MessageId id, int selected, int needed)
+{
+    return {std::nullopt, {id, selected, needed}};
+}
+
 // Shared by both paths: the four-points family goes by the number of rows.
 Choice chooseFourPoints(const MethodRadios& radios, int selected)
 {
     if (selected == 3) {
-        return {Variant::ThreePoints, 3};
+        return {Variant::ThreePoints, {}};
     }
     if (selected == 4) {
-        return {radios.exact ? Variant::ExactFourPoints : Variant::LeastSquare, 4};
+        return {radios.exact ? Variant::ExactFourPoints : Variant::LeastSquare, {}};
     }
     if (selected >= 5 && radios.leastSquare) {
-        return {Variant::LeastSquare, 4};
+        return {Variant::LeastSquare, {}};
     }
-    return {Variant::WrongCount, 4};
+    return refuse(MessageId::WrongCount, selected, 4);
 }
 
-Choice chooseNonEquivalent(const MethodRadios& radios, int selected, int needed, Variant refusal)
+Variant nonEquivalent(const MethodRadios& radios)
 {
-    if (selected < needed) {
-        return {refusal, needed};
-    }
-    return {radios.linearBackground ? Variant::NonEquivalentLinear
-                                    : Variant::NonEquivalentVictoreen,
-            needed};
+    return radios.linearBackground ? Variant::NonEquivalentLinear : Variant::NonEquivalentVictoreen;
 }
 
 } // namespace
@@ -38,8 +38,11 @@ Choice chooseForTarget(const MethodRadios& radios, int selected)
     if (!radios.nonEquivalent) {
         return chooseFourPoints(radios, selected);
     }
-    return chooseNonEquivalent(radios, selected, radios.linearBackground ? 4 : 5,
-                               Variant::WrongCount);
+    const int needed = radios.linearBackground ? 4 : 5;
+    if (selected < needed) {
+        return refuse(MessageId::WrongCount, selected, needed);
+    }
+    return {nonEquivalent(radios), {}};
 }
 
 Choice chooseForMap(const MethodRadios& radios, int selected, int validReferences)
@@ -48,7 +51,10 @@ Choice chooseForMap(const MethodRadios& radios, int selected, int validReference
         return chooseFourPoints(radios, selected);
     }
     const int unknowns = validReferences + (radios.linearBackground ? 2 : 3);
-    return chooseNonEquivalent(radios, selected, unknowns, Variant::TooFew);
+    if (selected < unknowns) {
+        return refuse(MessageId::TooFewRows, selected, unknowns);
+    }
+    return {nonEquivalent(radios), {}};
 }
 
 } // namespace analysis

@@ -1,6 +1,10 @@
 // Which way of calculation the user's choices ask for.
 #pragma once
 
+#include "analysis/CalculationMessage.h"
+
+#include <optional>
+
 namespace analysis
 {
 
@@ -12,21 +16,19 @@ struct MethodRadios {
     bool linearBackground = false; ///< "Linear"
 };
 
-/// A way of calculation, or the reason why there is none.
+/// A way of calculation.
 enum class Variant {
     ThreePoints,
     ExactFourPoints,
     LeastSquare,
     NonEquivalentLinear,
     NonEquivalentVictoreen,
-    WrongCount, ///< "... is not ..."
-    TooFew,     ///< "... is less than ..."
 };
 
-/// The variant, and for the two refusals the number of rows that they name.
+/// The variant, or the refusal of a number of rows that none is made for.
 struct Choice {
-    Variant variant = Variant::WrongCount;
-    int needed = 0;
+    std::optional<Variant> variant;
+    Message refusal; ///< without a variant
 };
 
 /// The variant for a single spectrum with @p selected rows in use. The bounds

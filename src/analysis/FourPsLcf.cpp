@@ -2,36 +2,26 @@
 
 #include "panel/FourPs.h"
 
-#include "analysis/LinearFit.h"
-#include "analysis/NumberText.h"
-#include "analysis/ReferenceSet.h"
+#include "analysis/CalculationPlan.h"
+#include "analysis/CalculationState.h"
 #include "display/Displays.h"
 #include "display/WaitCursor.h"
-#include "rows/AXafsFileSelect.h"
+#include "panel/ResultTexts.h"
 
 void FourPs::lcf()
 {
-    const WaitCursor cursor(isSpectrumWorkLong());
-    const analysis::FitRange range = analysis::fitRange(pointStates());
-    if (!range.isSelected()) {
-        message(tr("Energy Range is not selected, which should by selected by CB of TR."));
+    const display::WaitCursor cursor(isSpectrumWorkLong());
+    const analysis::CalculationState state = m_inputs.calculationState();
+    const analysis::FitPlan plan = analysis::planFit(state);
+    showRefusals(plan.messages);
+    if (!plan.range) {
         return;
     }
-    const analysis::ReferenceSet refs = references();
-    if (refs.validCount() < 2) {
-        message(tr("Number of Valid Reference files is %1, which is less than 2")
-                    .arg(refs.validCount()));
-        return;
-    }
-    const analysis::LinearFit fit = analysis::fitLinearCombination(
-        *ui.TargetFile, usedSpectra(refs), refs.usedValences(), range);
-    const QString text =
-        tr("Result of LCF :: ") + analysis::signedTexts(fit.fractions) +
-        tr(", Valence = %1, Base = %2")
-            .arg(analysis::signedText(fit.valence), analysis::signedText(fit.base));
+    const analysis::LinearFit fit = analysis::fitTarget(state, *plan.range);
+    const QString text = panel::ResultTexts::of(fit);
     message(text);
     ui.LCFRes->setText(text);
-    LCFvs4PS.append({TargetV, TargetT, fit.fractions.first(), fit.valence, LCFColor});
+    LCFvs4PS.append(analysis::comparisonPoint(TargetV, TargetT, fit, LCFColor));
     delete LCFMut;
     LCFMut = new AMutE;
     LCFMut->points = fit.curve;

@@ -3,16 +3,15 @@
 #include "panel/FourPs.h"
 
 #include "analysis/ReferenceSet.h"
-#include "analysis/ResultText.h"
-#include "data/FileAccess.h"
+#include "analysis/ResultFile.h"
 #include "display/Histgram.h"
 #include "display/WaitCursor.h"
+#include "panel/ResultTexts.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QMessageBox>
 
-#include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -30,45 +29,37 @@ void prepareOverwriteQuestion(const QFileInfo& target)
 
 void FourPs::calcAndWrite()
 {
-    const WaitCursor cursor;
+    const display::WaitCursor cursor;
     calcMap();
     write();
 }
 
 void FourPs::write()
 {
-    const WaitCursor cursor;
+    const display::WaitCursor cursor;
     const QString path = ui.SaveFSelect->fileText();
     if (const QFileInfo target(path); target.exists()) {
         prepareOverwriteQuestion(target);
     }
-    QFile file(path);
-    const bool written =
-        data::openForWriting(file) &&
-        analysis::writeResultMap(file, BaseData, references().valenceMix(), wantedColumns());
-    file.close();
-    if (!written || file.error() != QFileDevice::NoError) {
-        message(tr("Can't open the file [%1]").arg(path));
+    if (!analysis::writeResultFile(path, BaseData, m_inputs.references().valenceMix(),
+                                   m_inputs.wantedColumns())) {
+        message(panel::ResultTexts::cannotOpen(path));
     }
-    writeHistogram(*HistV, path, QStringLiteral("HGAlpha"));
-    writeHistogram(*HistT, path, QStringLiteral("HGThick"));
-}
-
-// No message for a histogram file that does not exist: the user has not asked for one.
-void FourPs::writeHistogram(const Histgram& histogram, const QString& path, const QString& name)
-{
-    QString cutShort;
-    histogram.write(path, name, &cutShort);
-    if (!cutShort.isEmpty()) {
-        message(tr("Can't open the file [%1]").arg(cutShort));
+    using Named = std::pair<const Histgram*, QString>;
+    for (const auto& [histogram, name] : {Named(HistV, "HGAlpha"), Named(HistT, "HGThick")}) {
+        // Not said of one that does not exist: the user has not asked for it.
+        QString cutShort;
+        histogram->write(path, name, &cutShort);
+        if (!cutShort.isEmpty()) {
+            message(panel::ResultTexts::cannotOpen(cutShort));
+        }
     }
 }
 
 bool FourPs::isColumnWanted(int i) const
 {
-    const auto boxes = recordBoxes();
-    return i >= 0 && i < static_cast<int>(boxes.size()) &&
-           boxes.at(static_cast<std::size_t>(i))->isChecked();
+    const auto wanted = m_inputs.wantedColumns();
+    return i >= 0 && i < analysis::columnCount && wanted.at(static_cast<std::size_t>(i));
 }
 
 QString FourPs::columnName(int i) const
@@ -78,21 +69,5 @@ QString FourPs::columnName(int i) const
 
 int FourPs::kindOfMap() const
 {
-    const auto radios = mapRadios();
-    int kind = 0;
-    for (std::size_t i = 0; i < radios.size(); ++i) {
-        if (radios.at(i)->isChecked()) {
-            kind = static_cast<int>(i);
-        }
-    }
-    return kind;
-}
-
-std::array<bool, 13> FourPs::wantedColumns() const
-{
-    const auto boxes = recordBoxes();
-    std::array<bool, 13> wanted{};
-    std::transform(boxes.cbegin(), boxes.cend(), wanted.begin(),
-                   [](const QAbstractButton* box) { return box->isChecked(); });
-    return wanted;
+    return m_inputs.kindOfMap();
 }

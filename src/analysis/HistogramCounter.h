@@ -5,10 +5,10 @@
 
 #include <vector>
 
-struct HistogramCounts;
-
 namespace analysis
 {
+
+struct HistogramCounts;
 
 /// Collects what HistogramCounts::add() would count, for many values at a time.
 ///

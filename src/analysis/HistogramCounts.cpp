@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+namespace analysis
+{
+
 int HistogramCounts::boxesFrom(double number)
 {
     if (!(number >= 1.0)) {
@@ -28,11 +31,11 @@ QByteArray HistogramCounts::fileText() const
 {
     QByteArray text;
     const auto appendLine = [&](int i, int count) {
-        analysis::appendGeneral(text, step * i + minV, 0);
+        appendGeneral(text, step * i + minV, 0);
         text += ' ';
-        analysis::appendGeneral(text, step * (i + 0.5) + minV, 0);
+        appendGeneral(text, step * (i + 0.5) + minV, 0);
         text += ' ';
-        analysis::appendGeneral(text, step * (i + 1) + minV, 0);
+        appendGeneral(text, step * (i + 1) + minV, 0);
         text += "  ";
         text += QByteArray::number(count);
         text += '\n';
@@ -44,3 +47,5 @@ QByteArray HistogramCounts::fileText() const
     appendLine(boxes, over);
     return text;
 }
+
+} // namespace analysis

@@ -4,6 +4,9 @@
 #include <QByteArray>
 #include <QList>
 
+namespace analysis
+{
+
 /// A histogram's limits and counts. From and To of the user are the centres of
 /// the first and the last bin, so the outer edges lie half a bin beyond them.
 /// Limits are in the unit of what is counted: valence, or thickness relative to
@@ -57,3 +60,5 @@ struct HistogramCounts {
     int under = 0;
     int over = 0;
 };
+
+} // namespace analysis

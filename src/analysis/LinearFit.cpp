@@ -1,7 +1,7 @@
 #include "analysis/LinearFit.h"
 
+#include "analysis/CalculationState.h"
 #include "analysis/LinearCombination.h"
-#include "analysis/RowCollection.h"
 
 #include <algorithm>
 #include <array>
@@ -104,6 +104,17 @@ LinearFit fitLinearCombination(const AMutE& target, const QList<const AMutE*>& r
     fit.base = solution[static_cast<std::size_t>(count)];
     fit.curve = fittedCurve(kept, refValues, solution);
     return fit;
+}
+
+LinearFit fitTarget(const CalculationState& state, const FitRange& range)
+{
+    return fitLinearCombination(*state.target, state.usedSpectra(), state.references.usedValences(),
+                                range);
+}
+
+LCFPoint comparisonPoint(double targetA, double targetValence, const LinearFit& fit, int color)
+{
+    return {targetA, targetValence, fit.fractions.first(), fit.valence, color};
 }
 
 } // namespace analysis

@@ -1,6 +1,7 @@
 // The target spectrum as a linear combination of the references.
 #pragma once
 
+#include "analysis/LCFPoint.h"
 #include "data/AMutE.h"
 
 #include <QList>
@@ -8,6 +9,7 @@
 namespace analysis
 {
 
+struct CalculationState;
 struct PointState;
 
 /// The energies (eV) that the marked energy-point rows span, and their number;
@@ -47,5 +49,13 @@ struct LinearFit {
 /// NaN and an empty curve.
 LinearFit fitLinearCombination(const AMutE& target, const QList<const AMutE*>& references,
                                const QList<double>& valences, const FitRange& range);
+
+/// The fit of the target by the first n used references, n being the number of
+/// used and valid ones: two or more.
+LinearFit fitTarget(const CalculationState& state, const FitRange& range);
+
+/// A fit beside the target's fraction of the first reference and its valence, in
+/// the colour at place @p color of the list.
+LCFPoint comparisonPoint(double targetA, double targetValence, const LinearFit& fit, int color);
 
 } // namespace analysis

@@ -9,12 +9,12 @@
 #include <QList>
 
 class A2DData;
-struct HistogramCounts;
 
 namespace analysis
 {
 
 struct CalculationMemory;
+struct HistogramCounts;
 
 /// One energy-point row of a map calculation.
 struct MapPoint {

@@ -6,12 +6,12 @@
 #include "analysis/NonEquivalent.h"
 
 class A2DData;
-struct HistogramCounts;
 
 namespace analysis
 {
 
 struct CalculationMemory;
+struct HistogramCounts;
 
 /// What the method works on, gathered once.
 struct NeqStack {

@@ -45,7 +45,7 @@ Digits digitsOf(std::uint32_t number, int exponent)
 }
 
 // Both writers below write eight bytes at a time, which is faster than the exact
-// count; what is too much lies within generalTextRoom.
+// count; what is too much lies within generalTextCapacity.
 
 std::size_t writeWithExponent(const Digits& digits, char* out)
 {
@@ -155,7 +155,7 @@ std::size_t generalText(double value, char* out)
 
 void appendGeneral(QByteArray& text, double value, int width)
 {
-    std::array<char, generalTextRoom> number; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    std::array<char, generalTextCapacity> number; // NOLINT(cppcoreguidelines-pro-type-member-init)
     const auto length = static_cast<qsizetype>(generalText(value, number.data()));
     if (length < width) {
         text.append(width - length, ' ');

@@ -17,20 +17,20 @@ namespace analysis
 
 /// Bytes that generalText() may write. The text itself has at most
 /// generalTextLength characters; the rest is scratch.
-inline constexpr std::size_t generalTextRoom = 32;
+inline constexpr std::size_t generalTextCapacity = 32;
 
 /// Length of the longest text, such as "-1.23457e-100".
 inline constexpr std::size_t generalTextLength = 13;
 
 /// Writes @p value in general format with 6 significant digits to @p out, at
-/// least generalTextRoom bytes, byte for byte what QString::arg(double) gives:
+/// least generalTextCapacity bytes, byte for byte what QString::arg(double) gives:
 /// exact halves are rounded away from zero, -0.0 reads "0", and what is no
 /// finite number reads "nan", "inf" or "-inf".
 /// @return the number of bytes written; no terminating zero
 std::size_t generalText(double value, char* out);
 
 /// Appends generalText() of @p value, right-aligned in @p width characters; a
-/// longer number takes the room that it needs. The same bytes as
+/// longer number takes the characters that it needs. The same bytes as
 /// QString::arg(value, width, 'g', -1, ' ').
 void appendGeneral(QByteArray& text, double value, int width);
 

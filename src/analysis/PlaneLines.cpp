@@ -4,7 +4,10 @@
 
 #include <limits>
 
-analysis::PlaneLines analysis::planeLines(const CollectedRows& rows)
+namespace analysis
+{
+
+PlaneLines planeLines(const CollectedRows& rows)
 {
     double n = 0.0;
     double sX = 0.0;
@@ -25,3 +28,5 @@ analysis::PlaneLines analysis::planeLines(const CollectedRows& rows)
     lines.b = (sY - lines.a * sX) / n;
     return lines;
 }
+
+} // namespace analysis

@@ -30,9 +30,9 @@ public:
     {
     }
 
-    /// Room for at least @p size bytes, at most blockSize; advance() with the
-    /// end of what was written there.
-    char* room(std::size_t size)
+    /// A place for at least @p size bytes, at most blockSize; call advance() with
+    /// the end of what was written there.
+    char* reserve(std::size_t size)
     {
         if (blockSize - m_used < size) {
             flush();
@@ -51,7 +51,7 @@ public:
             return;
         }
         if (size > 0) {
-            char* out = room(size);
+            char* out = reserve(size);
             std::memcpy(out, text.data(), size);
             advance(out + size);
         }
@@ -91,16 +91,16 @@ private:
 /// Width of the field of a number.
 constexpr std::size_t numberWidth = 10;
 
-/// Room that putNumber() may need, the blank before the number included.
-constexpr std::size_t numberRoom = 32;
+/// Bytes that putNumber() may write, the blank before the number included.
+constexpr std::size_t numberCapacity = 32;
 
 /// Writes a number in its field. Copies are of fixed length, which is faster
 /// than of the exact one; what is too much is overwritten by what follows.
 char* putNumber(char* out, double value)
 {
     constexpr std::size_t copied = 16;
-    static_assert(generalTextLength <= copied && numberWidth + copied < numberRoom);
-    std::array<char, generalTextRoom> text{};
+    static_assert(generalTextLength <= copied && numberWidth + copied < numberCapacity);
+    std::array<char, generalTextCapacity> text{};
     const std::size_t length = generalText(value, text.data());
     const std::size_t pad = length < numberWidth ? numberWidth - length : 0;
     std::memset(out, ' ', numberWidth);
@@ -118,7 +118,7 @@ char* putText(char* out, std::string_view text)
 /// rows, and puts a blank line after each line of the image. Stops early when
 /// the device fails.
 template <typename LinePerPixel>
-void walkPixels(BlockWriter& writer, const A2DData& map, LinePerPixel linePerPixel)
+void writePixelLines(BlockWriter& writer, const A2DData& map, LinePerPixel linePerPixel)
 {
     const A2DRow* const rows = map.rows.constData();
     const qint64 rowCount = map.rows.size();
@@ -136,7 +136,7 @@ void writeSimpleTable(BlockWriter& writer, const A2DData& map, const ValenceMix&
     const A2DRow missing;
     const auto line = [&](const A2DRow* found) {
         const A2DRow& row = found ? *found : missing;
-        char* out = writer.room(6 * numberRoom);
+        char* out = writer.reserve(6 * numberCapacity);
         *out++ = ' ';
         out = putNumber(out, row.x);
         *out++ = ' ';
@@ -150,7 +150,7 @@ void writeSimpleTable(BlockWriter& writer, const A2DData& map, const ValenceMix&
         *out++ = '\n';
         writer.advance(out);
     };
-    walkPixels(writer, map, line);
+    writePixelLines(writer, map, line);
 }
 
 std::vector<qsizetype> wantedColumns(const std::array<bool, columnCount>& wanted)
@@ -178,7 +178,7 @@ void writeExtendedTable(BlockWriter& writer, const A2DData& map,
     const A2DRow missing;
     const auto line = [&](const A2DRow* found) {
         const A2DRow& row = found ? *found : missing;
-        char* out = writer.room((columns.size() + 3) * numberRoom);
+        char* out = writer.reserve((columns.size() + 3) * numberCapacity);
         *out++ = ' ';
         out = putNumber(out, row.x);
         *out++ = ' ';
@@ -190,7 +190,7 @@ void writeExtendedTable(BlockWriter& writer, const A2DData& map,
         *out++ = '\n';
         writer.advance(out);
     };
-    walkPixels(writer, map, line);
+    writePixelLines(writer, map, line);
 }
 
 /// One encoder for all lines: what a text stream makes of them, broken

@@ -6,6 +6,9 @@
 #include <utility>
 #include <vector>
 
+namespace analysis
+{
+
 namespace
 {
 
@@ -371,3 +374,5 @@ void SmallMatrix::printVectorPermuted(const char* name, Index n, const double* v
     }
     std::printf("\n# \n");
 }
+
+} // namespace analysis

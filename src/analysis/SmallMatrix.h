@@ -3,6 +3,9 @@
 
 #include <cstdint>
 
+namespace analysis
+{
+
 /// LU decomposition with partial pivoting, and the small change around it.
 ///
 /// A matrix is an array of n pointers to rows of n doubles, element i, j being
@@ -93,3 +96,5 @@ public:
     static void printVectorPermuted(const char* name, std::int32_t n, const double* v,
                                     const std::int32_t* perm);
 };
+
+} // namespace analysis

@@ -2,8 +2,13 @@
 
 #include <csignal>
 
-void app::ignoreSignals()
+namespace app
+{
+
+void ignoreSignals()
 {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
 }
+
+} // namespace app

@@ -16,12 +16,17 @@ struct MutPoint {
     double mut = 0.0;    ///< absorbance mu*t, dimensionless
 };
 
+namespace data
+{
+
 /// Coefficients of a Victoreen line V(L) = c + a L^3 + b L^4, L in angstrom.
 struct VictoreenLine {
     double c = 0.0;
     double a = 0.0;
     double b = 0.0;
 };
+
+} // namespace data
 
 /// One XAFS spectrum in memory.
 ///
@@ -108,7 +113,7 @@ public:
     int indexBelow(double E) const;
 
     /// indexBelow() of each of many energies, in their order. Takes n log n
-    /// time where a walk for each energy would take n^2, also for points whose
+    /// time where a search for each energy would take n^2, also for points whose
     /// energies fall, repeat or jump.
     QList<int> indicesBelow(const QList<double>& energies) const;
 
@@ -161,8 +166,8 @@ public:
     double edgeEnergy = 0.0;       ///< eV
     double postEdgeStart = 8500.0; ///< eV, absolute
     double dE = 0.0;               ///< eV, subtracted from every energy on use
-    VictoreenLine preLine;
-    VictoreenLine postLine;
+    data::VictoreenLine preLine;
+    data::VictoreenLine postLine;
 
 private:
     double workingEnergy(qsizetype i) const { return points.at(i).energy - dE; }

@@ -5,6 +5,9 @@
 #include <filesystem>
 #include <system_error>
 
+namespace data
+{
+
 namespace
 {
 
@@ -19,13 +22,15 @@ std::filesystem::file_type typeOf(const QFile& file)
 
 } // namespace
 
-bool data::openForReading(QFile& file)
+bool openForReading(QFile& file)
 {
     return typeOf(file) == std::filesystem::file_type::regular && file.open(QIODevice::ReadOnly);
 }
 
-bool data::openForWriting(QFile& file, QIODevice::OpenMode extra)
+bool openForWriting(QFile& file, QIODevice::OpenMode extra)
 {
     return typeOf(file) != std::filesystem::file_type::fifo && !file.fileName().isEmpty() &&
            file.open(QIODevice::WriteOnly | extra);
 }
+
+} // namespace data

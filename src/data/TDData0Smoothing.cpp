@@ -38,7 +38,7 @@ TDData0* TDData0::smoothed(int nx, int ny) const
     return result;
 }
 
-// One sum walks along: the cost of a run does not depend on the window.
+// One running sum: the cost of a run does not depend on the window.
 void TDData0::smoothRun(TDData0* dest, const Run& from, const Run& to, int n) const
 {
     if (n < 0) {

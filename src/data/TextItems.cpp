@@ -22,7 +22,7 @@ const QString& sharedBlanks()
 }
 
 // The class \s, spelled out: QChar::isSpace() would add the blanks beyond
-// ASCII, and an expression walks to the end of the line at every call.
+// ASCII, and an expression searches to the end of the line at every call.
 bool isBlank(QChar c)
 {
     return c == u' ' || (c >= u'\t' && c <= u'\r');

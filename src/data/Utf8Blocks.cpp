@@ -125,7 +125,7 @@ bool Utf8Blocks::isFirstLineTooLong(std::size_t searched)
 bool Utf8Blocks::fill()
 {
     const auto size = static_cast<std::size_t>(std::min(static_cast<qint64>(m_blockSize), m_left));
-    makeRoom(m_blockSize);
+    ensureFree(m_blockSize);
     char* const out = m_block.get() + m_filled;
     const std::size_t got = readFully(m_device, out, size);
     m_left -= static_cast<qint64>(got);
@@ -140,7 +140,7 @@ bool Utf8Blocks::fill()
 
 void Utf8Blocks::append(std::string_view text)
 {
-    makeRoom(text.size());
+    ensureFree(text.size());
     std::copy(text.begin(), text.end(), m_block.get() + m_filled);
     m_filled += text.size();
 }
@@ -155,7 +155,7 @@ void Utf8Blocks::dropLines()
     m_characters = 0;
 }
 
-void Utf8Blocks::makeRoom(std::size_t size)
+void Utf8Blocks::ensureFree(std::size_t size)
 {
     if (m_capacity - m_filled >= size) {
         return;

@@ -53,7 +53,7 @@ private:
     bool isFirstLineTooLong(std::size_t searched);
     void append(std::string_view text);
     void dropLines();
-    void makeRoom(std::size_t size);
+    void ensureFree(std::size_t size);
     QByteArray mended(std::string_view bytes);
 
     QIODevice& m_device;

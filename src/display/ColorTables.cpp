@@ -2,6 +2,9 @@
 
 #include <array>
 
+namespace display
+{
+
 namespace
 {
 
@@ -41,9 +44,9 @@ int level(Channel channel, int step)
     return 0;
 }
 
-const std::array<QList<Ramp>, display::colorTableCount>& tables()
+const std::array<QList<Ramp>, colorTableCount>& tables()
 {
-    static const std::array<QList<Ramp>, display::colorTableCount> all{{
+    static const std::array<QList<Ramp>, colorTableCount> all{{
         {{up, t, none, none}, {up, full, t, none}, {up, full, full, t}},
         {{up, none, t, none}, {up, none, full, t}, {up, t, full, full}},
         {{up, none, none, t}, {up, t, none, full}, {up, full, t, full}},
@@ -62,7 +65,7 @@ const std::array<QList<Ramp>, display::colorTableCount>& tables()
 
 } // namespace
 
-QList<QColor> display::colorTable(int type)
+QList<QColor> colorTable(int type)
 {
     const int known = type >= 0 && type < colorTableCount ? type : 0;
     QList<QColor> colors;
@@ -75,3 +78,5 @@ QList<QColor> display::colorTable(int type)
     }
     return colors;
 }
+
+} // namespace display

@@ -14,6 +14,9 @@
 #include <algorithm>
 #include <vector>
 
+namespace display
+{
+
 Graph::Range ComparisonGraph::range() const
 {
     constexpr double around = 0.2;
@@ -22,30 +25,30 @@ Graph::Range ComparisonGraph::range() const
 
 void ComparisonGraph::drawData(QStylePainter* p, const ChCoord& cc) const
 {
-    const display::GridValues grid = display::valenceGrid(lower, upper);
-    p->setPen(display::gridColor);
-    display::drawVerticalGrid(p, cc, grid);
-    display::drawHorizontalGrid(p, cc, grid);
+    const GridValues grid = valenceGrid(lower, upper);
+    p->setPen(gridColor);
+    drawVerticalGrid(p, cc, grid);
+    drawHorizontalGrid(p, cc, grid);
     const QPointF bottom(cc.r2sX(lower), cc.r2sY(lower));
     const QPointF top(cc.r2sX(upper), cc.r2sY(upper));
-    display::drawPixelLine(p, QColor(0, 200, 0), bottom, top);
-    drawPoints(p, display::MarkPlaces(cc));
+    drawPixelLine(p, QColor(0, 200, 0), bottom, top);
+    drawPoints(p, MarkPlaces(cc));
     // The newest stands out.
     const LCFPoint& last = points.last();
-    if (const auto place = display::markPlace(cc, last.lcfValence, last.fourPsValence)) {
+    if (const auto place = markPlace(cc, last.lcfValence, last.fourPsValence)) {
         p->setPen(Qt::red);
-        display::drawCircle(p, *place, display::outerRadius);
+        drawCircle(p, *place, outerRadius);
     }
 }
 
-void ComparisonGraph::drawPoints(QPainter* p, const display::MarkPlaces& places) const
+void ComparisonGraph::drawPoints(QPainter* p, const MarkPlaces& places) const
 {
-    const auto stamp = display::LayeredMarks::stampOf(*p, colors);
+    const auto stamp = LayeredMarks::stampOf(*p, colors);
     if (!stamp) {
         drawOneByOne(p, places);
         return;
     }
-    display::LayeredMarks marks(*stamp, places, colors);
+    LayeredMarks marks(*stamp, places, colors);
     for (auto point = points.crbegin(); point != points.crend(); ++point) {
         if (const auto place = places.at(point->lcfValence, point->fourPsValence)) {
             marks.addBelow(*place, point->color % colors.size());
@@ -56,20 +59,20 @@ void ComparisonGraph::drawPoints(QPainter* p, const display::MarkPlaces& places)
 
 /// For painters that scale, as on a high-resolution screen. A point is skipped when a
 /// newer one at the same place hides it.
-void ComparisonGraph::drawOneByOne(QPainter* p, const display::MarkPlaces& places) const
+void ComparisonGraph::drawOneByOne(QPainter* p, const MarkPlaces& places) const
 {
     const auto colorOf = [this](const LCFPoint& point) {
         return colors.isEmpty() ? QColor(Qt::black) : colors.at(point.color % colors.size());
     };
     const bool isCovered = std::all_of(colors.cbegin(), colors.cend(), [p](const QColor& color) {
-        return display::isSameDrawnTwice(*p, QPen(color));
+        return isSameDrawnTwice(*p, QPen(color));
     });
     struct Mark {
         QPoint place;
         const LCFPoint* point;
     };
     std::vector<Mark> marks; // the newest first
-    display::PixelSet taken(places.area());
+    PixelSet taken(places.area());
     for (auto point = points.crbegin(); point != points.crend(); ++point) {
         const auto place = places.at(point->lcfValence, point->fourPsValence);
         if (place && (taken.insert(*place) || !isCovered)) {
@@ -78,6 +81,8 @@ void ComparisonGraph::drawOneByOne(QPainter* p, const display::MarkPlaces& place
     }
     for (auto mark = marks.crbegin(); mark != marks.crend(); ++mark) {
         p->setPen(colorOf(*mark->point));
-        display::drawMark(p, mark->place);
+        drawMark(p, mark->place);
     }
 }
+
+} // namespace display

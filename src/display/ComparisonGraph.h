@@ -11,8 +11,8 @@ class QPainter;
 
 namespace display
 {
+
 class MarkPlaces;
-}
 
 /// Each run of the linear combination fit beside the target's result at that
 /// time, as valences (fit on x, target on y), with the diagonal on which they agree.
@@ -33,6 +33,8 @@ protected:
     void drawData(QStylePainter* p, const ChCoord& cc) const override;
 
 private:
-    void drawPoints(QPainter* p, const display::MarkPlaces& places) const;
-    void drawOneByOne(QPainter* p, const display::MarkPlaces& places) const;
+    void drawPoints(QPainter* p, const MarkPlaces& places) const;
+    void drawOneByOne(QPainter* p, const MarkPlaces& places) const;
 };
+
+} // namespace display

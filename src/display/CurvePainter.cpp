@@ -5,6 +5,9 @@
 
 #include <QPainter>
 
+namespace display
+{
+
 CurvePainter::CurvePainter(QPainter* painter, const ChCoord& coord)
     : m_painter(painter)
     , m_coord(coord)
@@ -20,7 +23,7 @@ void CurvePainter::add(double x, double y)
 {
     const QPointF place(m_coord.r2sX(x), m_coord.r2sY(y));
     if (m_hasLast) {
-        if (const auto line = display::pixelLine(m_last, place)) {
+        if (const auto line = pixelLine(m_last, place)) {
             m_lines.at(static_cast<std::size_t>(m_count)) = *line;
             ++m_count;
         }
@@ -37,3 +40,5 @@ void CurvePainter::flush()
     m_painter->drawLines(m_lines.data(), m_count);
     m_count = 0;
 }
+
+} // namespace display

@@ -9,6 +9,9 @@
 class ChCoord;
 class QPainter;
 
+namespace display
+{
+
 /// Draws single segments between neighbouring points of a curve in the
 /// painter's pen, on whole pixels.
 ///
@@ -38,3 +41,5 @@ private:
     std::array<QLine, 256> m_lines;
     int m_count = 0;
 };
+
+} // namespace display

@@ -108,18 +108,18 @@ QRectF DrawText::drawText(QStylePainter* p, const QRectF& box, const QFont& font
 QRectF DrawText::textBox(QStylePainter* p, const QRectF& box, const QFont& font, int flags,
                          int mode, const QString& text)
 {
-    const QRectF room = normalize(box);
+    const QRectF bounds = normalize(box);
     QFont chosen(font);
     if (mode == fit) {
         const double points =
-            fittingPoints(room, measure(p, sized(font, trialPoints), flags, text));
+            fittingPoints(bounds, measure(p, sized(font, trialPoints), flags, text));
         if (!(points > 0.0)) {
-            return {room.topLeft(), QSizeF(0.0, 0.0)};
+            return {bounds.topLeft(), QSizeF(0.0, 0.0)};
         }
         chosen = sized(font, points);
     }
     p->setFont(chosen);
-    const QRectF place = p->boundingRect(room, flags, text);
+    const QRectF place = p->boundingRect(bounds, flags, text);
     p->setFont(font);
     return place;
 }
@@ -128,13 +128,13 @@ double DrawText::fitSize(QStylePainter* p, const QRectF& box, const QFont& font,
                          const QString& text)
 {
     constexpr double trialSide = 1000.0;
-    const QRectF room = normalize(box);
+    const QRectF bounds = normalize(box);
     p->setFont(sized(font, trialPoints));
     const QRectF measured =
-        p->boundingRect(QRectF(room.topLeft(), QSizeF(trialSide, trialSide)), flags, text);
+        p->boundingRect(QRectF(bounds.topLeft(), QSizeF(trialSide, trialSide)), flags, text);
     p->setFont(font);
-    double rw = room.width() == 0.0 ? 1.0 : measured.width() / room.width();
-    double rh = room.height() == 0.0 ? 1.0 : measured.height() / room.height();
+    double rw = bounds.width() == 0.0 ? 1.0 : measured.width() / bounds.width();
+    double rh = bounds.height() == 0.0 ? 1.0 : measured.height() / bounds.height();
     if (rw == 0.0 && rh == 0.0) {
         rw = 1.0;
         rh = 1.0;

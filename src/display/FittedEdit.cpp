@@ -15,6 +15,9 @@
 #include <algorithm>
 #include <cmath>
 
+namespace display
+{
+
 namespace
 {
 
@@ -74,7 +77,7 @@ void FittedEdit::changeEvent(QEvent* event)
 {
     QLineEdit::changeEvent(event);
     if (event->type() == QEvent::StyleChange && !styleSheet().isEmpty()) {
-        display::setBlackText(this);
+        setBlackText(this);
     }
     if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange) {
         fit();
@@ -185,5 +188,7 @@ void FittedEdit::paintShortened()
     p.drawText(place,
                static_cast<int>(Qt::AlignVCenter |
                                 QStyle::visualAlignment(layoutDirection(), alignment())),
-               display::shortened(text(), QFontMetricsF(font()), place.width()));
+               shortened(text(), QFontMetricsF(font()), place.width()));
 }
+
+} // namespace display

@@ -4,6 +4,9 @@
 #include <QFont>
 #include <QLineEdit>
 
+namespace display
+{
+
 /// A line edit whose text is readable as a whole wherever that is possible.
 ///
 /// A text that is wider than the field gets smaller letters (not below 7 points)
@@ -51,3 +54,5 @@ private:
     QSize m_hint;                 ///< of the ordinary letters, while m_fitted
     QSize m_minimumHint;
 };
+
+} // namespace display

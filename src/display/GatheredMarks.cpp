@@ -4,7 +4,10 @@
 
 #include <QPainter>
 
-display::GatheredMarks::GatheredMarks(QPainter* p, const MarkPlaces& places)
+namespace display
+{
+
+GatheredMarks::GatheredMarks(QPainter* p, const MarkPlaces& places)
     : m_painter(p)
     , m_gathers(isSameDrawnTwice(*p, p->pen()))
     , m_stamp(MarkStamp::of(*p, p->pen()))
@@ -12,7 +15,7 @@ display::GatheredMarks::GatheredMarks(QPainter* p, const MarkPlaces& places)
 {
 }
 
-void display::GatheredMarks::draw() const
+void GatheredMarks::draw() const
 {
     if (m_stamp) {
         m_places.dilated(m_stamp->rows()).fill(m_painter, m_painter->pen().color());
@@ -24,3 +27,5 @@ void display::GatheredMarks::draw() const
         }
     });
 }
+
+} // namespace display

@@ -2,6 +2,9 @@
 
 #include "display/DispABase.h"
 
+namespace display
+{
+
 void Graph::paint(DispABase* plot, QStylePainter* p, const QString& xTitle, const QString& yTitle,
                   Range* range) const
 {
@@ -26,3 +29,5 @@ void Graph::paint(DispABase* plot, QStylePainter* p, const QString& xTitle, cons
 }
 
 void Graph::drawOnTop(QStylePainter*, const ChCoord&) const {}
+
+} // namespace display

@@ -6,6 +6,9 @@ class DispABase;
 class QString;
 class QStylePainter;
 
+namespace display
+{
+
 /// A graph of the panel's numbers, gathered for one paint. Derived classes hold
 /// the numbers and draw them; what all graphs have in common is here.
 class Graph
@@ -46,3 +49,5 @@ protected:
     virtual void drawData(QStylePainter* p, const ChCoord& cc) const = 0;
     virtual void drawOnTop(QStylePainter* p, const ChCoord& cc) const;
 };
+
+} // namespace display

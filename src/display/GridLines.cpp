@@ -8,6 +8,9 @@
 #include <algorithm>
 #include <cmath>
 
+namespace display
+{
+
 namespace
 {
 
@@ -17,7 +20,7 @@ namespace
 /// @param toPixel  from a value to its place, pixels
 /// @param spacing  distance of two neighbouring values, pixels, with its sign
 template <class ToPixel, class DrawAt>
-void forEachPixel(const display::GridValues& values, double spacing, int size, ToPixel toPixel,
+void forEachPixel(const GridValues& values, double spacing, int size, ToPixel toPixel,
                   DrawAt drawAt)
 {
     const double steps = std::floor((values.last - values.first) / values.step);
@@ -53,7 +56,7 @@ void forEachPixel(const display::GridValues& values, double spacing, int size, T
 
 } // namespace
 
-void display::drawVerticalGrid(QPainter* p, const ChCoord& cc, const GridValues& values)
+void drawVerticalGrid(QPainter* p, const ChCoord& cc, const GridValues& values)
 {
     const int bottom = truncated(cc.scrY0);
     forEachPixel(
@@ -61,10 +64,12 @@ void display::drawVerticalGrid(QPainter* p, const ChCoord& cc, const GridValues&
         [&](int x) { p->drawLine(x, 0, x, bottom); });
 }
 
-void display::drawHorizontalGrid(QPainter* p, const ChCoord& cc, const GridValues& values)
+void drawHorizontalGrid(QPainter* p, const ChCoord& cc, const GridValues& values)
 {
     const int right = truncated(cc.scrX1);
     forEachPixel(
         values, cc.r2sdY(values.step), truncated(cc.scrY0), [&](double v) { return cc.r2sY(v); },
         [&](int y) { p->drawLine(0, y, right, y); });
 }
+
+} // namespace display

@@ -10,7 +10,7 @@ class QLineEdit;
 
 /// Counts values between the limits that the user typed. The widgets are not
 /// owned; they outlive the calls of init().
-class Histgram : public QObject, public HistogramCounts
+class Histgram : public QObject, public analysis::HistogramCounts
 {
     Q_OBJECT
 

@@ -9,6 +9,9 @@
 #include <algorithm>
 #include <cmath>
 
+namespace display
+{
+
 namespace
 {
 
@@ -41,8 +44,8 @@ public:
         if (count <= 0 || !(left < end && right > -1.0) || std::isnan(m_coord.r2sY(count))) {
             return;
         }
-        const int x = display::truncated(std::max(left, -1.0));
-        const int width = std::max(display::truncated(std::min(right, end)) - x, 1);
+        const int x = truncated(std::max(left, -1.0));
+        const int width = std::max(truncated(std::min(right, end)) - x, 1);
         if (x != m_x || width != m_width) {
             flush();
         }
@@ -55,7 +58,7 @@ private:
     int row(double count) const
     {
         // Held to the widget, whose margins cover the rest.
-        return display::truncated(std::clamp(m_coord.r2sY(count), -1.0, m_coord.scrY0 + 1.0));
+        return truncated(std::clamp(m_coord.r2sY(count), -1.0, m_coord.scrY0 + 1.0));
     }
 
     void flush()
@@ -78,7 +81,7 @@ private:
 /// Calls @p bar(i, count) for the bin below the range (i = -1), all bins, and
 /// the one above.
 template <class Bar>
-void forEachBin(const HistogramCounts& counts, Bar bar)
+void forEachBin(const analysis::HistogramCounts& counts, Bar bar)
 {
     bar(-1, counts.under);
     for (int i = 0; i < counts.bins.size(); ++i) {
@@ -98,7 +101,7 @@ Graph::Range HistogramGraph::range() const
 {
     double low = 1e300;
     double high = -1e300;
-    const auto widen = [&](const HistogramCounts& counts) {
+    const auto widen = [&](const analysis::HistogramCounts& counts) {
         low = std::min(low, -0.1 * counts.total);
         high = std::max(high, 1.1 * counts.total);
     };
@@ -117,7 +120,7 @@ Graph::Range HistogramGraph::range() const
 void HistogramGraph::drawData(QStylePainter* p, const ChCoord& cc) const
 {
     drawGrid(p, cc);
-    const auto edge = [&cc](const HistogramCounts& counts, int i) {
+    const auto edge = [&cc](const analysis::HistogramCounts& counts, int i) {
         return cc.r2sX(counts.step * i + counts.minV);
     };
     if (mainShown) {
@@ -139,11 +142,13 @@ void HistogramGraph::drawData(QStylePainter* p, const ChCoord& cc) const
 void HistogramGraph::drawGrid(QPainter* p, const ChCoord& cc) const
 {
     constexpr double minPixels = 10.0;
-    p->setPen(display::gridColor);
+    p->setPen(gridColor);
     const double step = cc.tickStep(1.0, minPixels);
     // Below the upper end: a line there is left out.
     const double first = std::ceil(from);
     const double last = first + step * (std::ceil((std::floor(to) - first) / step) - 1.0);
-    display::drawVerticalGrid(p, cc, {first, step, last});
-    display::drawHorizontalGrid(p, cc, {0.0, cc.tickStepY(1.0, minPixels), 1.0 * main.total});
+    drawVerticalGrid(p, cc, {first, step, last});
+    drawHorizontalGrid(p, cc, {0.0, cc.tickStepY(1.0, minPixels), 1.0 * main.total});
 }
+
+} // namespace display

@@ -9,13 +9,16 @@
 
 class QPainter;
 
+namespace display
+{
+
 /// The histogram of all references together behind those of single references,
 /// whose bars stand beside one another.
 class HistogramGraph : public Graph
 {
 public:
     struct Series {
-        HistogramCounts counts;
+        analysis::HistogramCounts counts;
         QColor color;
     };
 
@@ -28,7 +31,7 @@ public:
 
     double from = 0.0; ///< the user's limits, whatever the bins were counted with
     double to = 0.0;
-    HistogramCounts main;
+    analysis::HistogramCounts main;
     bool mainShown = false;
     QColor mainColor;
     QList<Series> references; ///< those that are shown
@@ -39,3 +42,5 @@ protected:
 private:
     void drawGrid(QPainter* p, const ChCoord& cc) const;
 };
+
+} // namespace display

@@ -6,8 +6,11 @@
 
 #include <algorithm>
 
-display::LayeredMarks::LayeredMarks(const MarkStamp& stamp, const MarkPlaces& places,
-                                    const QList<QColor>& colors)
+namespace display
+{
+
+LayeredMarks::LayeredMarks(const MarkStamp& stamp, const MarkPlaces& places,
+                           const QList<QColor>& colors)
     : m_stamp(stamp)
     , m_colors(colors)
     , m_places(places.area())
@@ -17,8 +20,7 @@ display::LayeredMarks::LayeredMarks(const MarkStamp& stamp, const MarkPlaces& pl
 {
 }
 
-std::optional<display::MarkStamp> display::LayeredMarks::stampOf(const QPainter& p,
-                                                                 const QList<QColor>& colors)
+std::optional<MarkStamp> LayeredMarks::stampOf(const QPainter& p, const QList<QColor>& colors)
 {
     const auto isOpaque = [](const QColor& color) { return color.alpha() == 255; };
     if (colors.isEmpty() || !std::all_of(colors.cbegin(), colors.cend(), isOpaque)) {
@@ -27,7 +29,7 @@ std::optional<display::MarkStamp> display::LayeredMarks::stampOf(const QPainter&
     return MarkStamp::of(p, QPen(colors.first()));
 }
 
-void display::LayeredMarks::cover(const QPoint& place, qsizetype layer)
+void LayeredMarks::cover(const QPoint& place, qsizetype layer)
 {
     std::optional<PixelSet>& shown = m_layers[static_cast<std::size_t>(layer)];
     if (!shown) {
@@ -42,7 +44,7 @@ void display::LayeredMarks::cover(const QPoint& place, qsizetype layer)
     }
 }
 
-void display::LayeredMarks::draw(QPainter* p) const
+void LayeredMarks::draw(QPainter* p) const
 {
     for (std::size_t i = 0; i < m_layers.size(); ++i) {
         if (m_layers[i]) {
@@ -50,3 +52,5 @@ void display::LayeredMarks::draw(QPainter* p) const
         }
     }
 }
+
+} // namespace display

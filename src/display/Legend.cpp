@@ -5,7 +5,8 @@
 
 #include <QPoint>
 
-using display::truncated;
+namespace display
+{
 
 Legend::Legend(const ChCoord& coord)
     : m_coord(coord)
@@ -30,3 +31,5 @@ bool Legend::isHit(int row, const QPoint& place) const
     const double upper = lower + truncated(m_row * m_coord.textFill);
     return place.x() > left && place.x() < right && place.y() > upper && place.y() < lower;
 }
+
+} // namespace display

@@ -6,6 +6,9 @@
 class ChCoord;
 class QPoint;
 
+namespace display
+{
+
 /// The rows of names in the upper right of a plot, and where a press hits them.
 class Legend
 {
@@ -26,3 +29,5 @@ private:
     int m_row;   ///< height of a row with the sense of y, negative on a surface
     int m_label; ///< the measure of its width
 };
+
+} // namespace display

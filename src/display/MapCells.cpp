@@ -9,6 +9,9 @@
 #include <algorithm>
 #include <cmath>
 
+namespace display
+{
+
 /// @param size     pixels of the widget on this axis
 /// @param toPixel  from a whole number, the edge of a cell, to its place
 template <class ToPixel>
@@ -18,11 +21,9 @@ MapCells::Axis MapCells::layOut(int cells, double size, ToPixel toPixel)
     if (!std::isfinite(toPixel(0.0)) || !std::isfinite(toPixel(cells))) {
         return axis;
     }
-    const int end = display::truncated(size);
+    const int end = truncated(size);
     // Held just out of view, where no edge shows and every number is an int.
-    const auto edge = [&](int i) {
-        return display::truncated(std::clamp(toPixel(i), -1.0, size + 1.0));
-    };
+    const auto edge = [&](int i) { return truncated(std::clamp(toPixel(i), -1.0, size + 1.0)); };
     int before = edge(0);
     axis.edges.append(before);
     for (int cell = 0; cell < cells; ++cell) {
@@ -76,3 +77,5 @@ void MapCells::outline(QPainter* p) const
         p->drawLine(m_x.low, y, m_x.high, y);
     }
 }
+
+} // namespace display

@@ -8,6 +8,9 @@
 class ChCoord;
 class QPainter;
 
+namespace display
+{
+
 /// Paints a map as filled rectangles, one for each pixel of the measurement: the
 /// cell of (x, y) spans (x, y) to (x + 1, y + 1) in data values, its edges
 /// truncated to whole pixels. Neighbours share an edge, so that no seam and no
@@ -68,3 +71,5 @@ private:
     Axis m_x;
     Axis m_y;
 };
+
+} // namespace display

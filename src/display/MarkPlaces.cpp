@@ -4,14 +4,17 @@
 #include "display/Pixels.h"
 #include "display/PointMarks.h"
 
+namespace display
+{
+
 namespace
 {
 
-constexpr int reach = display::outerRadius + 1;
+constexpr int reach = outerRadius + 1;
 
 } // namespace
 
-display::MarkPlaces::MarkPlaces(const ChCoord& cc)
+MarkPlaces::MarkPlaces(const ChCoord& cc)
     : m_x{(cc.areaX1 - cc.areaX0) / (cc.realX1 - cc.realX0), cc.realX0, cc.areaX0, -1.0 * reach,
           cc.scrX1 + reach}
     , m_y{(cc.areaY1 - cc.areaY0) / (cc.realY1 - cc.realY0), cc.realY0, cc.areaY0, -1.0 * reach,
@@ -19,3 +22,5 @@ display::MarkPlaces::MarkPlaces(const ChCoord& cc)
     , m_area(QPoint(-reach, -reach), QPoint(truncated(m_x.high), truncated(m_y.high)))
 {
 }
+
+} // namespace display

@@ -6,6 +6,9 @@
 
 #include <cmath>
 
+namespace display
+{
+
 namespace
 {
 
@@ -23,14 +26,14 @@ bool keepsWholePixels(const QPainter& p)
 
 } // namespace
 
-bool display::isSameDrawnTwice(const QPainter& p, const QPen& pen)
+bool isSameDrawnTwice(const QPainter& p, const QPen& pen)
 {
     return !p.testRenderHint(QPainter::Antialiasing) && p.opacity() == 1.0 &&
            p.compositionMode() == QPainter::CompositionMode_SourceOver &&
            p.brush().style() == Qt::NoBrush && pen.brush().isOpaque();
 }
 
-std::optional<display::MarkStamp> display::MarkStamp::of(const QPainter& p, const QPen& pen)
+std::optional<MarkStamp> MarkStamp::of(const QPainter& p, const QPen& pen)
 {
     const QPaintEngine* engine = p.paintEngine();
     if (!engine || engine->type() != QPaintEngine::Raster || !keepsWholePixels(p) ||
@@ -57,3 +60,5 @@ std::optional<display::MarkStamp> display::MarkStamp::of(const QPainter& p, cons
     }
     return stamp;
 }
+
+} // namespace display

@@ -3,6 +3,9 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
+namespace display
+{
+
 void NumberEdit::keyPressEvent(QKeyEvent* event)
 {
     FittedEdit::keyPressEvent(event);
@@ -40,3 +43,5 @@ void NumberEdit::mouseReleaseEvent(QMouseEvent* event)
     m_selectedWhole = false;
     FittedEdit::mouseReleaseEvent(event);
 }
+
+} // namespace display

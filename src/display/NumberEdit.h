@@ -3,6 +3,9 @@
 
 #include "display/FittedEdit.h"
 
+namespace display
+{
+
 /// A field for a number: a double click selects all of it, where an ordinary
 /// field would stop at the decimal point and leave the rest behind what is typed.
 /// Enter selects it, too, so that the next number replaces it.
@@ -23,3 +26,5 @@ protected:
 private:
     bool m_selectedWhole = false; ///< from a double click to the release of the button
 };
+
+} // namespace display

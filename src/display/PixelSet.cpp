@@ -7,6 +7,9 @@
 
 #include <algorithm>
 
+namespace display
+{
+
 namespace
 {
 
@@ -32,14 +35,14 @@ void addShifted(const std::uint64_t* from, std::size_t words, int shift, std::ui
 
 } // namespace
 
-display::PixelSet::PixelSet(const QRect& area)
+PixelSet::PixelSet(const QRect& area)
     : m_area(area)
     , m_wordsPerLine((static_cast<std::size_t>(area.width()) + 63) >> 6)
     , m_words(m_wordsPerLine * static_cast<std::size_t>(area.height()))
 {
 }
 
-std::uint64_t display::PixelSet::insertRow(const QPoint& at, std::uint64_t bits)
+std::uint64_t PixelSet::insertRow(const QPoint& at, std::uint64_t bits)
 {
     const int x = at.x() - m_area.left();
     const int shift = x & 63;
@@ -55,7 +58,7 @@ std::uint64_t display::PixelSet::insertRow(const QPoint& at, std::uint64_t bits)
     return low >> shift | high << 1 << (63 - shift);
 }
 
-display::PixelSet display::PixelSet::dilated(const std::vector<std::uint64_t>& stamp) const
+PixelSet PixelSet::dilated(const std::vector<std::uint64_t>& stamp) const
 {
     const int size = static_cast<int>(stamp.size());
     const int reach = size / 2;
@@ -77,7 +80,7 @@ display::PixelSet display::PixelSet::dilated(const std::vector<std::uint64_t>& s
     return result;
 }
 
-void display::PixelSet::fill(QPainter* p, const QColor& color) const
+void PixelSet::fill(QPainter* p, const QColor& color) const
 {
     const QPen pen = p->pen();
     const QBrush brush = p->brush();
@@ -100,3 +103,5 @@ void display::PixelSet::fill(QPainter* p, const QColor& color) const
     p->setPen(pen);
     p->setBrush(brush);
 }
+
+} // namespace display

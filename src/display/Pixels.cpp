@@ -5,6 +5,9 @@
 #include <cmath>
 #include <limits>
 
+namespace display
+{
+
 namespace
 {
 
@@ -62,24 +65,24 @@ double onTheWay(double from, double to, double part)
 
 QPoint truncatedPoint(double x, double y)
 {
-    return {display::truncated(x), display::truncated(y)};
+    return {truncated(x), truncated(y)};
 }
 
 } // namespace
 
-int display::truncated(double v)
+int truncated(double v)
 {
     using Int = std::numeric_limits<int>;
     const bool fits = v > Int::min() - 1.0 && v < Int::max() + 1.0;
     return fits ? static_cast<int>(v) : Int::min();
 }
 
-QPoint display::nearestPixel(const QPointF& p)
+QPoint nearestPixel(const QPointF& p)
 {
     return truncatedPoint(p.x() + std::copysign(0.5, p.x()), p.y() + std::copysign(0.5, p.y()));
 }
 
-std::optional<QLine> display::pixelLine(const QPointF& from, const QPointF& to)
+std::optional<QLine> pixelLine(const QPointF& from, const QPointF& to)
 {
     if (isWithinReach(from) && isWithinReach(to)) {
         return QLine(truncatedPoint(from.x(), from.y()), truncatedPoint(to.x(), to.y()));
@@ -97,10 +100,12 @@ std::optional<QLine> display::pixelLine(const QPointF& from, const QPointF& to)
     return QLine(at(begin), at(end));
 }
 
-void display::drawPixelLine(QPainter* p, const QPen& pen, const QPointF& from, const QPointF& to)
+void drawPixelLine(QPainter* p, const QPen& pen, const QPointF& from, const QPointF& to)
 {
     if (const auto line = pixelLine(from, to)) {
         p->setPen(pen);
         p->drawLine(*line);
     }
 }
+
+} // namespace display

@@ -7,6 +7,9 @@
 
 #include <QStylePainter>
 
+namespace display
+{
+
 namespace
 {
 
@@ -33,21 +36,23 @@ Graph::Range PlaneGraph::range() const
 
 void PlaneGraph::drawData(QStylePainter* p, const ChCoord& cc) const
 {
-    display::drawPixelLine(p, QPen(Qt::black), {cc.scrX0, cc.r2sY(0.0)}, {cc.scrX1, cc.r2sY(0.0)});
-    display::drawPixelLine(p, QPen(Qt::black), {cc.r2sX(0.0), cc.scrY1}, {cc.r2sX(0.0), cc.scrY0});
+    drawPixelLine(p, QPen(Qt::black), {cc.scrX0, cc.r2sY(0.0)}, {cc.scrX1, cc.r2sY(0.0)});
+    drawPixelLine(p, QPen(Qt::black), {cc.r2sX(0.0), cc.scrY1}, {cc.r2sX(0.0), cc.scrY0});
     const auto across = [&](const QColor& color, double slope, double constant) {
         const auto place = [&](double x) {
             return QPointF(cc.r2sX(x), cc.r2sY(slope * x + constant));
         };
-        display::drawPixelLine(p, color, place(cc.realX0), place(cc.realX1));
+        drawPixelLine(p, color, place(cc.realX0), place(cc.realX1));
     };
     across(QColor(255, 255, 0), lines.k1, 0.0);
     across(QColor(255, 0, 255), lines.k2, 0.0);
     across(QColor(0, 255, 255), lines.a, lines.b);
     for (const Point& point : points) {
-        if (const auto place = display::markPlace(cc, point.m2, point.m3)) {
+        if (const auto place = markPlace(cc, point.m2, point.m3)) {
             p->setPen(point.vPoint ? Qt::red : Qt::blue);
-            display::drawMark(p, *place);
+            drawMark(p, *place);
         }
     }
 }
+
+} // namespace display

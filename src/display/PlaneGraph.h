@@ -6,6 +6,9 @@
 
 #include <QList>
 
+namespace display
+{
+
 /// One point for each energy of the measurement: the mut of the first used
 /// reference on x, that of the second on y; and the lines that the four-points
 /// family draws from them.
@@ -30,3 +33,5 @@ public:
 protected:
     void drawData(QStylePainter* p, const ChCoord& cc) const override;
 };
+
+} // namespace display

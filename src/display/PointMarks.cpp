@@ -4,18 +4,23 @@
 
 #include <QPainter>
 
-std::optional<QPoint> display::markPlace(const ChCoord& cc, double x, double y)
+namespace display
+{
+
+std::optional<QPoint> markPlace(const ChCoord& cc, double x, double y)
 {
     return MarkPlaces(cc).at(x, y);
 }
 
-void display::drawCircle(QPainter* p, const QPoint& centre, int radius)
+void drawCircle(QPainter* p, const QPoint& centre, int radius)
 {
     p->drawEllipse(QRect(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius));
 }
 
-void display::drawMark(QPainter* p, const QPoint& centre)
+void drawMark(QPainter* p, const QPoint& centre)
 {
     drawCircle(p, centre, innerRadius);
     drawCircle(p, centre, outerRadius);
 }
+
+} // namespace display

@@ -11,6 +11,9 @@
 
 #include <algorithm>
 
+namespace display
+{
+
 namespace
 {
 
@@ -19,7 +22,7 @@ namespace
 void drawEnergy(QPainter* p, const ChCoord& cc, const QPen& pen, double energyEv)
 {
     const double x = cc.r2sX(energyEv);
-    display::drawPixelLine(p, pen, {x, cc.scrX0}, {x, cc.scrX1});
+    drawPixelLine(p, pen, {x, cc.scrX0}, {x, cc.scrX1});
 }
 
 } // namespace
@@ -62,7 +65,7 @@ void SpectraGraph::drawGuides(QStylePainter* p, const ChCoord& cc) const
 {
     for (const double value : {0.0, 0.5, 1.0}) {
         const double y = cc.r2sY(value);
-        display::drawPixelLine(p, QColor(200, 200, 200), {cc.scrX0, y}, {cc.scrX1, y});
+        drawPixelLine(p, QColor(200, 200, 200), {cc.scrX0, y}, {cc.scrX1, y});
     }
     for (const double energyEv : {edge, from, to}) {
         drawEnergy(p, cc, QColor(80, 255, 80), energyEv);
@@ -104,3 +107,5 @@ void SpectraGraph::drawOnTop(QStylePainter* p, const ChCoord& cc) const
         ++row;
     }
 }
+
+} // namespace display

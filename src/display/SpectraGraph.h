@@ -9,6 +9,9 @@
 
 class AMutE;
 
+namespace display
+{
+
 /// All spectra in one presentation, over the window around the edge, with the
 /// energies of the measurement and a legend whose rows switch spectra on and
 /// off.
@@ -54,3 +57,5 @@ private:
     void drawGuides(QStylePainter* p, const ChCoord& cc) const;
     void drawCurve(QStylePainter* p, const ChCoord& cc, const Curve& curve) const;
 };
+
+} // namespace display

@@ -6,6 +6,9 @@
 
 #include <QStylePainter>
 
+namespace display
+{
+
 ThicknessGraph::ThicknessGraph(const A2DData& map, const analysis::ValenceMix& mix)
     : m_valence(map, mix, analysis::neq::valence)
     , m_thickness(map, mix, analysis::neq::totalDMut)
@@ -15,11 +18,11 @@ ThicknessGraph::ThicknessGraph(const A2DData& map, const analysis::ValenceMix& m
 
 void ThicknessGraph::drawData(QStylePainter* p, const ChCoord& cc) const
 {
-    p->setPen(display::gridColor);
-    display::drawVerticalGrid(p, cc, display::valenceGrid(lower, upper));
+    p->setPen(gridColor);
+    drawVerticalGrid(p, cc, valenceGrid(lower, upper));
     p->setPen(color);
-    const display::MarkPlaces places(cc);
-    display::GatheredMarks marks(p, places);
+    const MarkPlaces places(cc);
+    GatheredMarks marks(p, places);
     for (qsizetype i = 0; i < m_count; ++i) {
         if (const auto place = places.at(m_valence.at(i), m_thickness.at(i))) {
             marks.add(*place);
@@ -27,3 +30,5 @@ void ThicknessGraph::drawData(QStylePainter* p, const ChCoord& cc) const
     }
     marks.draw();
 }
+
+} // namespace display

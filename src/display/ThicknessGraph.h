@@ -6,6 +6,9 @@
 
 #include <QColor>
 
+namespace display
+{
+
 /// One point for each pixel of the result map: the valence on x, the thickness
 /// or total dMut on y.
 class ThicknessGraph : public Graph
@@ -31,3 +34,5 @@ private:
     analysis::MapQuantity m_thickness;
     qsizetype m_count;
 };
+
+} // namespace display

@@ -3,6 +3,9 @@
 #include <QCursor>
 #include <QGuiApplication>
 
+namespace display
+{
+
 namespace
 {
 
@@ -24,3 +27,5 @@ WaitCursor::~WaitCursor()
         QGuiApplication::restoreOverrideCursor();
     }
 }
+
+} // namespace display

@@ -1,6 +1,9 @@
 // The wait cursor, shown as long as a piece of work lasts.
 #pragma once
 
+namespace display
+{
+
 /// Shows the wait cursor over all windows of the program from construction to
 /// destruction, however the scope is left. Guards may be nested: the
 /// outermost one alone sets the cursor and takes it away again.
@@ -20,3 +23,5 @@ public:
 private:
     bool m_isWanted;
 };
+
+} // namespace display

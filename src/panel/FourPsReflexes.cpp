@@ -14,6 +14,31 @@
 #include <algorithm>
 #include <memory>
 
+namespace
+{
+
+/// Shows the mut of @p spectrum at @p energy (eV), or nothing where it has none.
+void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy)
+{
+    double mut = 0.0;
+    if (spectrum->MutAt(energy, &mut)) {
+        display::showNumber(cell, mut);
+    } else {
+        cell->clear();
+    }
+}
+
+analysis::Work workOn(const QList<AXafsFileSelect*>& spectra, const QList<AMutE*>& shownOnly)
+{
+    analysis::Work work;
+    for (const AMutE* spectrum : QList<AMutE*>(spectra.cbegin(), spectra.cend()) + shownOnly) {
+        work.points += static_cast<double>(spectrum->points.size());
+    }
+    return work;
+}
+
+} // namespace
+
 void FourPs::noticedNewEdge(double e)
 {
     display::showNumber(ui.EdgeE, e);
@@ -22,17 +47,15 @@ void FourPs::noticedNewEdge(double e)
 
 void FourPs::setEdge()
 {
-    const WaitCursor cursor(isReflexLong());
-    const MessageLines::Batch lines(&m_messages);
-    const double edge = display::numberIn(ui.EdgeE);
-    const double preEdgeEnd = edge + display::numberIn(ui.PreEEndDE);
-    const double postEdgeStart = edge + display::numberIn(ui.PostEStartDE);
+    const display::WaitCursor cursor(isReflexLong());
+    const panel::MessageLines::Batch lines(&m_messages);
+    const panel::InputReader::Edge edge = m_inputs.edge();
     QList<AMutE*> spectra(XafsFiles.cbegin(), XafsFiles.cend());
     spectra.append(DispMuts);
     for (AMutE* spectrum : std::as_const(spectra)) {
-        spectrum->preEdgeEnd = preEdgeEnd;
-        spectrum->edgeEnergy = edge;
-        spectrum->postEdgeStart = postEdgeStart;
+        spectrum->preEdgeEnd = edge.preEdgeEnd;
+        spectrum->edgeEnergy = edge.energy;
+        spectrum->postEdgeStart = edge.postEdgeStart;
         spectrum->fitLines();
     }
     for (int i = 0; i < Refs.RefRows.size(); ++i) {
@@ -48,8 +71,8 @@ void FourPs::dispCalcConditions(bool f)
 
 void FourPs::changedSubBGTypeForRef(bool f)
 {
-    const WaitCursor cursor(isReflexLong());
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor(isReflexLong());
+    const panel::MessageLines::Batch lines(&m_messages);
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForRef = f;
     }
@@ -63,8 +86,8 @@ void FourPs::changedSubBGTypeForRef(bool f)
 
 void FourPs::changedSubBGTypeForTarget(bool f)
 {
-    const WaitCursor cursor(isReflexLong());
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor(isReflexLong());
+    const panel::MessageLines::Batch lines(&m_messages);
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForTarget = f;
     }
@@ -116,8 +139,8 @@ void FourPs::receiveNewEnergy(double)
 
 void FourPs::receiveNewFile(QString fname)
 {
-    const WaitCursor cursor;
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor;
+    const panel::MessageLines::Batch lines(&m_messages);
     const qsizetype index = XafsFiles.indexOf(qobject_cast<AXafsFileSelect*>(sender()));
     if (index >= 0 && index < Refs.RefRows.size()) {
         receiveNewRef(static_cast<int>(index));
@@ -167,8 +190,8 @@ void FourPs::receiveNewTarget(QString)
 
 void FourPs::receiveNewDispFiles(QStringList paths)
 {
-    const WaitCursor cursor;
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor;
+    const panel::MessageLines::Batch lines(&m_messages);
     for (const QString& path : std::as_const(paths)) {
         auto spectrum = std::make_unique<AMutE>();
         if (!spectrum->readFile(path)) {
@@ -183,7 +206,7 @@ void FourPs::receiveNewDispFiles(QStringList paths)
 
 void FourPs::receiveNewPaths(QStringList paths)
 {
-    const WaitCursor cursor;
+    const display::WaitCursor cursor;
     const qsizetype count = qMin(paths.size(), EPoints.size());
     for (qsizetype k = 0; k < count; ++k) {
         EPoints.at(k)->FileSelect->newFile(paths.at(k));
@@ -192,31 +215,22 @@ void FourPs::receiveNewPaths(QStringList paths)
 
 void FourPs::calcBoth()
 {
-    const WaitCursor cursor(isReflexLong());
-    const MessageLines::Batch lines(&m_messages);
+    const display::WaitCursor cursor(isReflexLong());
+    const panel::MessageLines::Batch lines(&m_messages);
     SetHistogramRanges();
     calcMap();
     calcTarget();
     lcf();
 }
 
-analysis::Work FourPs::spectrumWork() const
-{
-    analysis::Work work;
-    for (const AMutE* spectrum : QList<AMutE*>(XafsFiles.cbegin(), XafsFiles.cend()) + DispMuts) {
-        work.points += static_cast<double>(spectrum->points.size());
-    }
-    return work;
-}
-
 bool FourPs::isSpectrumWorkLong() const
 {
-    return analysis::mayTakeLong(spectrumWork());
+    return analysis::mayTakeLong(workOn(XafsFiles, DispMuts));
 }
 
 bool FourPs::isReflexLong() const
 {
-    analysis::Work work = spectrumWork();
+    analysis::Work work = workOn(XafsFiles, DispMuts);
     for (const AEPoint* row : EPoints) {
         if (row->UseCB->isChecked() && row->loaded) {
             work.pixels = std::max(work.pixels, 1.0 * row->xNum * row->yNum);
@@ -235,17 +249,9 @@ void FourPs::newMultiEnergys()
     }
 }
 
-void FourPs::ValenceRange(double& lo, double& hi, double& span) const
-{
-    const analysis::Limits range = references().valenceRange();
-    lo = range.low;
-    hi = range.high;
-    span = hi - lo;
-}
-
 void FourPs::SetHistogramRanges()
 {
-    const analysis::ReferenceSet refs = references();
+    const analysis::ReferenceSet refs = m_inputs.references();
     const auto show = [](QLineEdit* from, QLineEdit* to, const analysis::Limits& limits) {
         display::showNumber(from, limits.low);
         display::showNumber(to, limits.high);
@@ -268,14 +274,4 @@ void FourPs::RefreshRefColumn(int n)
     }
     calcBoth();
     Disps->update();
-}
-
-void FourPs::refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy)
-{
-    double mut = 0.0;
-    if (spectrum->MutAt(energy, &mut)) {
-        display::showNumber(cell, mut);
-    } else {
-        cell->clear();
-    }
 }

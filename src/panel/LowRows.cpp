@@ -12,6 +12,9 @@
 
 #include <algorithm>
 
+namespace panel
+{
+
 namespace
 {
 
@@ -89,3 +92,5 @@ void LowRows::lower() const
 {
     lowerInside(m_form, heightOfEdits(m_form), heightOfMarks(m_form));
 }
+
+} // namespace panel

@@ -5,6 +5,9 @@
 
 class QWidget;
 
+namespace panel
+{
+
 /// Holds the rows of a form low, so that a form of many rows fits on the screen of
 /// a small computer: line edits, push buttons and combo boxes get the height of a
 /// line of text and their frame, check boxes and radio buttons less. The heights
@@ -24,3 +27,5 @@ private:
 
     QWidget* m_form;
 };
+
+} // namespace panel

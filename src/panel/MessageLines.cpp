@@ -2,6 +2,9 @@
 
 #include <QTextEdit>
 
+namespace panel
+{
+
 MessageLines::Batch::Batch(MessageLines* lines)
     : m_lines(lines)
 {
@@ -44,3 +47,5 @@ void MessageLines::closeBatch()
         m_box->moveCursor(QTextCursor::End);
     }
 }
+
+} // namespace panel

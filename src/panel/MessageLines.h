@@ -6,6 +6,9 @@
 class QString;
 class QTextEdit;
 
+namespace panel
+{
+
 /// Appends lines to a text box and shows the last one.
 ///
 /// Each change of a text lays out the lines near its end again, and each of them
@@ -44,3 +47,5 @@ private:
     QTextCursor m_edit; ///< null unless a batch has brought a line
     int m_batches = 0;
 };
+
+} // namespace panel

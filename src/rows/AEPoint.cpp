@@ -44,7 +44,7 @@ void AEPoint::energyAndMuts(int i, int j, double* e, double* mi, double* mj) con
 
 void AEPoint::loadData(QString path)
 {
-    const WaitCursor cursor;
+    const display::WaitCursor cursor;
     if (TDData0::isTDData0File(path)) {
         load2dProcData(path);
         return;
@@ -67,7 +67,7 @@ void AEPoint::loadData(QString path)
 
 void AEPoint::load2dProcData(QString path)
 {
-    const WaitCursor cursor;
+    const display::WaitCursor cursor;
     // A failed load is a map of 0 by 0, and loaded all the same.
     data::appendPixelFile(path, *this);
     loaded = true;

@@ -37,7 +37,7 @@ QString droppedPath(const QUrl& url)
 
 AFileSelect::AFileSelect(QWidget* parent, int initialMode)
     : QFrame(parent)
-    , dialog(new FileDialog(this))
+    , dialog(new rows::FileDialog(this))
 {
     setupUi(this);
     dEBase->hide();

@@ -37,7 +37,7 @@ public:
     bool multi = false;                     ///< several files may be picked; set before setMode()
     QString dir;                            ///< the directory last used
     QString fileName;                       ///< the name without its directory
-    FileDialog* dialog = nullptr;           ///< the one dialog of the row, its child
+    rows::FileDialog* dialog = nullptr;     ///< the one dialog of the row, its child
     QString suffix = QStringLiteral("dat"); ///< what a save path must bear
 
 public Q_SLOTS:

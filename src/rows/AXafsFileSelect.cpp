@@ -35,7 +35,7 @@ bool AXafsFileSelect::MutAt(double E, double* out) const
 
 void AXafsFileSelect::newFile(QString path)
 {
-    const WaitCursor cursor;
+    const display::WaitCursor cursor;
     if (frame) {
         frame->clearScale();
     }

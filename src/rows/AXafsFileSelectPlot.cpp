@@ -52,7 +52,7 @@ void AXafsFileSelect::drawCurves(QStylePainter* p, const ChCoord& cc) const
 {
     const auto curve = [&](const QColor& color, const auto& valueOf) {
         p->setPen(color);
-        CurvePainter painter(p, cc);
+        display::CurvePainter painter(p, cc);
         for (const MutPoint& point : points) {
             const double working = point.energy - AMutE::dE;
             painter.add(working, valueOf(point, working));

@@ -17,6 +17,9 @@
 #include <algorithm>
 #include <array>
 
+namespace rows
+{
+
 namespace
 {
 
@@ -215,3 +218,5 @@ void FileDialog::makeReadable()
     const QSize available = screen()->availableSize() * 9 / 10;
     resize(size().expandedTo(readable).boundedTo(available));
 }
+
+} // namespace rows

@@ -10,6 +10,9 @@ class QCompleter;
 class QFileSystemModel;
 class QLineEdit;
 
+namespace rows
+{
+
 /// The toolkit's dialog for an owner that keeps it, mostly hidden, for long.
 ///
 /// While it is hidden it reads no folder and watches none, apart from one look at
@@ -58,3 +61,5 @@ private:
     QPointer<QCompleter> m_completer; // of a hidden dialog, taken from its name field
     bool m_readable = false;          // it has had its size
 };
+
+} // namespace rows

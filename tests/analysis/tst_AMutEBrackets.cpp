@@ -1,4 +1,4 @@
-// The search for many pairs at once against the walk for each energy.
+// The search for many pairs at once against a search for each energy.
 #include "data/AMutE.h"
 
 #include "support/SameDouble.h"
@@ -42,8 +42,8 @@ private Q_SLOTS:
     void fallingPairBracketsNothing();
     void equalNeighboursBracketTheirEnergy();
     void spectraWithoutAPair();
-    void equalsTheWalkForEachEnergy_data();
-    void equalsTheWalkForEachEnergy();
+    void equalsTheSearchForEachEnergy_data();
+    void equalsTheSearchForEachEnergy();
     void manyNormalisedValuesEqualSingleOnes();
 };
 
@@ -82,7 +82,7 @@ void tst_AMutEBrackets::spectraWithoutAPair()
     QCOMPARE(spectrum({10, 20}).indicesBelow({}), QList<int>{});
 }
 
-void tst_AMutEBrackets::equalsTheWalkForEachEnergy_data()
+void tst_AMutEBrackets::equalsTheSearchForEachEnergy_data()
 {
     QTest::addColumn<Energy>("energy");
     QTest::newRow("rising") << Energy([](std::mt19937&, int i) { return 2.0 * i; });
@@ -105,7 +105,7 @@ void tst_AMutEBrackets::equalsTheWalkForEachEnergy_data()
     });
 }
 
-void tst_AMutEBrackets::equalsTheWalkForEachEnergy()
+void tst_AMutEBrackets::equalsTheSearchForEachEnergy()
 {
     QFETCH(Energy, energy);
     std::mt19937 random(23);

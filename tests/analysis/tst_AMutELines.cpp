@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 
+using data::VictoreenLine;
+
 namespace
 {
 

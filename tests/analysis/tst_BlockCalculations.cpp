@@ -15,6 +15,7 @@
 #include <utility>
 
 using analysis::CalculationMemory;
+using analysis::HistogramCounts;
 using analysis::Instructions;
 using tests::Kind;
 using tests::numberOf;

@@ -86,7 +86,7 @@ private Q_SLOTS:
     void leastSquareOverThreeRowsEqualsExactButForRounding();
     void leastSquareWithoutRowsIsNaN();
     void leastSquareOverUnequalListsTakesTheShortest();
-    void leastSquareEqualsThePlainRoadToTheLastBit();
+    void leastSquareEqualsTheReferenceToTheLastBit();
 };
 
 void tst_FourPointForms::threePointsOfAPureFirstReferenceIsOne()
@@ -257,7 +257,7 @@ void tst_FourPointForms::leastSquareOverUnequalListsTakesTheShortest()
     QVERIFY(tests::sameDouble(full, longer));
 }
 
-void tst_FourPointForms::leastSquareEqualsThePlainRoadToTheLastBit()
+void tst_FourPointForms::leastSquareEqualsTheReferenceToTheLastBit()
 {
     std::mt19937_64 random(20261120);
     std::uniform_real_distribution<double> mut(-1.5, 3.0);

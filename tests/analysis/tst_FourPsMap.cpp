@@ -461,8 +461,8 @@ void tst_FourPsMap::vRowWithoutMapGivesAnEmptyResult()
 
 void tst_FourPsMap::usedRowWithoutMapEntersWithMinusOnePixels()
 {
-    // Row 1 has no map, rows 2, 3 (V) and 4 have: three count, and the walk of
-    // the three-point form takes row 1 first, with T0 = -1:
+    // Row 1 has no map, rows 2, 3 (V) and 4 have: three count, and the
+    // three-point form takes row 1 first, with T0 = -1:
     // f(T) = (3 + 1) / (5 + 1) = 2/3, a = (2/3 - 1/4) * 2 = 5/6.
     FourPs panel;
     prepareThreePointMaps(panel);

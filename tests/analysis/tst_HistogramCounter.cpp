@@ -13,6 +13,7 @@
 using analysis::Block;
 using analysis::blockPixels;
 using analysis::HistogramCounter;
+using analysis::HistogramCounts;
 using analysis::Instructions;
 
 namespace

@@ -89,8 +89,8 @@ private Q_SLOTS:
     void referenceWithoutPointsCountsAsZeros();
     void fifthReferenceIsLeftOut();
     void missingValenceCountsAsZero();
-    void equalsPlainRoadToTheLastBit_data();
-    void equalsPlainRoadToTheLastBit();
+    void equalsTheReferenceToTheLastBit_data();
+    void equalsTheReferenceToTheLastBit();
     void hugeZigzagSpectrumDoesNotHang();
 };
 
@@ -287,7 +287,7 @@ void tst_LinearFit::missingValenceCountsAsZero()
     QVERIFY(isNear(analysis::fitLinearCombination(target, {&a, &b}, {2}, everything).valence, 0.5));
 }
 
-void tst_LinearFit::equalsPlainRoadToTheLastBit_data()
+void tst_LinearFit::equalsTheReferenceToTheLastBit_data()
 {
     QTest::addColumn<QString>("energies");
     for (const char* kind : {"rising", "falling", "equal neighbours", "zigzag", "NaN"}) {
@@ -295,7 +295,7 @@ void tst_LinearFit::equalsPlainRoadToTheLastBit_data()
     }
 }
 
-void tst_LinearFit::equalsPlainRoadToTheLastBit()
+void tst_LinearFit::equalsTheReferenceToTheLastBit()
 {
     QFETCH(QString, energies);
     std::mt19937 random(17);
@@ -338,7 +338,7 @@ void tst_LinearFit::equalsPlainRoadToTheLastBit()
 
 void tst_LinearFit::hugeZigzagSpectrumDoesNotHang()
 {
-    // Between its ends the energies go up 3 and down 2, so that a walk for each
+    // Between its ends the energies go up 3 and down 2, so that a search for each
     // point would take some 2e10 steps and longer than the test may.
     AMutE spectrum;
     for (int i = 0; i < 200000; ++i) {

@@ -13,6 +13,7 @@
 #include <limits>
 #include <random>
 
+using analysis::HistogramCounts;
 using analysis::MapPoint;
 using analysis::MapStack;
 using analysis::ValenceMix;
@@ -74,8 +75,8 @@ private Q_SLOTS:
     void tooFewRowsForAFormDoNothing();
     void exactFormTakesTheFirstThreeRows();
     void leastSquareWithoutOtherRowsStillGivesARowPerPixel();
-    void productEqualsPlainRoadToTheLastBit_data();
-    void productEqualsPlainRoadToTheLastBit();
+    void productEqualsTheReferenceToTheLastBit_data();
+    void productEqualsTheReferenceToTheLastBit();
 };
 
 void tst_MapCalculation::oneRowPerPixelInScanOrder()
@@ -257,7 +258,7 @@ void tst_MapCalculation::leastSquareWithoutOtherRowsStillGivesARowPerPixel()
     QVERIFY(std::isnan(result.map.rows.at(0).intensity));
 }
 
-void tst_MapCalculation::productEqualsPlainRoadToTheLastBit_data()
+void tst_MapCalculation::productEqualsTheReferenceToTheLastBit_data()
 {
     QTest::addColumn<Form>("form");
     QTest::addColumn<PlainForm>("plain");
@@ -326,7 +327,7 @@ bool sameRows(const A2DData& a, const A2DData& b)
 
 } // namespace
 
-void tst_MapCalculation::productEqualsPlainRoadToTheLastBit()
+void tst_MapCalculation::productEqualsTheReferenceToTheLastBit()
 {
     QFETCH(Form, form);
     QFETCH(PlainForm, plain);

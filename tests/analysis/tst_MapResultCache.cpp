@@ -23,7 +23,7 @@ struct Scene {
     A2DData second = tests::readyMap(2, 1, {3.0, 4.0});
     QList<double> numbers{5.0, 6.0};
     A2DData result;
-    HistogramCounts histogram;
+    analysis::HistogramCounts histogram;
     double from = 0.0;
     MapResultCache memory;
     int runs = 0;

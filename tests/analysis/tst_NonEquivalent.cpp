@@ -97,7 +97,7 @@ private Q_SLOTS:
     void valenceIsTheSumOfSharesTimesValences();
     void valenceOfAMissingReferenceCountsAsZero();
     void targetResultFormsTheTotalFirst();
-    void equalsPlainRoadToTheLastBit();
+    void equalsTheReferenceToTheLastBit();
 };
 
 void tst_NonEquivalent::preparationTakesUsedRowsWithoutAskingForAMap()
@@ -357,7 +357,7 @@ void tst_NonEquivalent::targetResultFormsTheTotalFirst()
     QVERIFY(roundsOtherwise > 0);
 }
 
-void tst_NonEquivalent::equalsPlainRoadToTheLastBit()
+void tst_NonEquivalent::equalsTheReferenceToTheLastBit()
 {
     std::mt19937 random(11);
     std::uniform_real_distribution<double> uniform(-1.0, 3.0);

@@ -14,6 +14,8 @@
 #include <limits>
 #include <random>
 
+using analysis::HistogramCounts;
+
 namespace neq = analysis::neq;
 using tests::readyMap;
 
@@ -146,8 +148,8 @@ private Q_SLOTS:
     void pixelsBeyondAllDataShareTheirValues();
     void blocksOfAlikePixelsShareTheirValues();
     void totalIsMultipliedFromLeftToRight();
-    void equalsPlainRoadToTheLastBit_data();
-    void equalsPlainRoadToTheLastBit();
+    void equalsTheReferenceToTheLastBit_data();
+    void equalsTheReferenceToTheLastBit();
 };
 
 void tst_NonEquivalentMap::mixtureOfAPixelComesBack()
@@ -333,7 +335,7 @@ void tst_NonEquivalentMap::totalIsMultipliedFromLeftToRight()
     QVERIFY(roundsOtherwise > 0);
 }
 
-void tst_NonEquivalentMap::equalsPlainRoadToTheLastBit_data()
+void tst_NonEquivalentMap::equalsTheReferenceToTheLastBit_data()
 {
     QTest::addColumn<bool>("victoreen");
     QTest::addColumn<int>("references");
@@ -353,7 +355,7 @@ void tst_NonEquivalentMap::equalsPlainRoadToTheLastBit_data()
     }
 }
 
-void tst_NonEquivalentMap::equalsPlainRoadToTheLastBit()
+void tst_NonEquivalentMap::equalsTheReferenceToTheLastBit()
 {
     QFETCH(bool, victoreen);
     QFETCH(int, references);

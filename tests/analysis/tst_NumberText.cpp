@@ -29,16 +29,16 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 QByteArray textOf(double value)
 {
-    std::array<char, analysis::generalTextRoom> room;
-    const std::size_t length = analysis::generalText(value, room.data());
-    return QByteArray(room.data(), static_cast<qsizetype>(length));
+    std::array<char, analysis::generalTextCapacity> buffer;
+    const std::size_t length = analysis::generalText(value, buffer.data());
+    return QByteArray(buffer.data(), static_cast<qsizetype>(length));
 }
 
 /// Whether the product's text equals that of the toolkit, in a field of 10.
 bool sameAsToolkit(double value)
 {
     static const QString format = QStringLiteral("%1");
-    static QByteArray text; // keeps its room from call to call
+    static QByteArray text; // keeps its memory from call to call
     text.resize(0);
     analysis::appendGeneral(text, value, 10);
     return format.arg(value, 10, 'g', -1, QLatin1Char(' ')) == QLatin1String(text);

@@ -1,4 +1,4 @@
-// The text of result maps: layouts, the plain twin, failing devices.
+// The text of result maps: layouts, the reference, failing devices.
 #include "analysis/ResultText.h"
 
 #include "data/A2DData.h"
@@ -188,8 +188,8 @@ private Q_SLOTS:
     void sizesWithoutPixels_data();
     void sizesWithoutPixels();
 
-    void productEqualsThePlainTwin_data();
-    void productEqualsThePlainTwin();
+    void productEqualsTheReference_data();
+    void productEqualsTheReference();
     void textLongerThanABlockArrivesWhole();
 
     void failingDeviceIsReported_data();
@@ -449,7 +449,7 @@ void tst_ResultText::sizesWithoutPixels()
     QCOMPARE(textOf(map, {}), title + "\n# y x\n" + table);
 }
 
-void tst_ResultText::productEqualsThePlainTwin_data()
+void tst_ResultText::productEqualsTheReference_data()
 {
     QTest::addColumn<bool>("extended");
     QTest::addColumn<int>("validReferences");
@@ -471,7 +471,7 @@ void tst_ResultText::productEqualsThePlainTwin_data()
                               << "3";
 }
 
-void tst_ResultText::productEqualsThePlainTwin()
+void tst_ResultText::productEqualsTheReference()
 {
     QFETCH(bool, extended);
     QFETCH(int, validReferences);

@@ -14,6 +14,8 @@
 
 #include <unistd.h>
 
+using analysis::SmallMatrix;
+
 using Values = std::vector<double>;
 using Rows = std::vector<Values>;
 using Indices = std::vector<std::int32_t>;

@@ -103,7 +103,7 @@ QStringList plainTokens(const QString& line)
     return line.simplified().split(blanks, Qt::KeepEmptyParts);
 }
 
-bool readPlainTwin(const QString& path, AMutE* spectrum)
+bool readPlainReference(const QString& path, AMutE* spectrum)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
@@ -124,7 +124,7 @@ bool readPlainTwin(const QString& path, AMutE* spectrum)
     return !spectrum->points.isEmpty();
 }
 
-bool read9809Twin(const QString& path, AMutE* spectrum)
+bool read9809Reference(const QString& path, AMutE* spectrum)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
@@ -221,11 +221,11 @@ private Q_SLOTS:
     void successfulReadFitsTheLines();
 
     // Hostile files
-    void hostileFilesReadLikeTheTwin_data();
-    void hostileFilesReadLikeTheTwin();
-    void truncatedFileReadsLikeTheTwin_data();
-    void truncatedFileReadsLikeTheTwin();
-    void binaryNoiseReadsLikeTheTwin();
+    void hostileFilesReadLikeTheReference_data();
+    void hostileFilesReadLikeTheReference();
+    void truncatedFileReadsLikeTheReference_data();
+    void truncatedFileReadsLikeTheReference();
+    void binaryNoiseReadsLikeTheReference();
     void megabytesInOneLine_data();
     void megabytesInOneLine();
     void lineOf16MiBIsRead_data();
@@ -239,7 +239,7 @@ private Q_SLOTS:
 private:
     QString write(const QByteArray& content);
     bool read(AMutE* spectrum, const QByteArray& content);
-    bool readsLikeTheTwin(const QByteArray& content);
+    bool readsLikeTheReference(const QByteArray& content);
 
     QTemporaryDir dir;
 };
@@ -254,17 +254,17 @@ bool tst_AMutEFiles::read(AMutE* spectrum, const QByteArray& content)
     return spectrum->readFile(write(content));
 }
 
-/// Whether readFile() gives the points that the plain twins give, and calls
+/// Whether readFile() gives the points that the reference readers give, and calls
 /// good only what has points.
-bool tst_AMutEFiles::readsLikeTheTwin(const QByteArray& content)
+bool tst_AMutEFiles::readsLikeTheReference(const QByteArray& content)
 {
     const QString path = write(content);
-    AMutE twin;
+    AMutE reference;
     AMutE spectrum = goodSpectrum();
-    const bool expected =
-        spectrum.is9809(path) ? read9809Twin(path, &twin) : readPlainTwin(path, &twin);
+    const bool expected = spectrum.is9809(path) ? read9809Reference(path, &reference)
+                                                : readPlainReference(path, &reference);
     return spectrum.readFile(path) == expected && spectrum.valid == expected &&
-           samePoints(spectrum, twin);
+           samePoints(spectrum, reference);
 }
 
 void tst_AMutEFiles::readTakesPathAndNameFromTheFile()
@@ -721,7 +721,7 @@ void tst_AMutEFiles::successfulReadFitsTheLines()
     QVERIFY(std::isnan(spectrum.preLine.c));
 }
 
-void tst_AMutEFiles::hostileFilesReadLikeTheTwin_data()
+void tst_AMutEFiles::hostileFilesReadLikeTheReference_data()
 {
     QTest::addColumn<QByteArray>("content");
 
@@ -759,13 +759,13 @@ void tst_AMutEFiles::hostileFilesReadLikeTheTwin_data()
                     "0 30 0 8" + QByteArray(" 1").repeated(60000) + "\n");
 }
 
-void tst_AMutEFiles::hostileFilesReadLikeTheTwin()
+void tst_AMutEFiles::hostileFilesReadLikeTheReference()
 {
     QFETCH(QByteArray, content);
-    QVERIFY(readsLikeTheTwin(content));
+    QVERIFY(readsLikeTheReference(content));
 }
 
-void tst_AMutEFiles::truncatedFileReadsLikeTheTwin_data()
+void tst_AMutEFiles::truncatedFileReadsLikeTheReference_data()
 {
     QTest::addColumn<QByteArray>("content");
 
@@ -773,15 +773,15 @@ void tst_AMutEFiles::truncatedFileReadsLikeTheTwin_data()
     QTest::newRow("9809") << beamline("Mode 0 0 1 2 3", "0 30 0 800 100 5\r\n0 29 0 8 1 2\n");
 }
 
-void tst_AMutEFiles::truncatedFileReadsLikeTheTwin()
+void tst_AMutEFiles::truncatedFileReadsLikeTheReference()
 {
     QFETCH(QByteArray, content);
     for (qsizetype length = 0; length <= content.size(); ++length) {
-        QVERIFY2(readsLikeTheTwin(content.first(length)), QByteArray::number(length));
+        QVERIFY2(readsLikeTheReference(content.first(length)), QByteArray::number(length));
     }
 }
 
-void tst_AMutEFiles::binaryNoiseReadsLikeTheTwin()
+void tst_AMutEFiles::binaryNoiseReadsLikeTheReference()
 {
     std::mt19937 random(1);
     std::uniform_int_distribution<int> byte(0, 255);
@@ -791,8 +791,8 @@ void tst_AMutEFiles::binaryNoiseReadsLikeTheTwin()
         return bytes;
     };
     for (int trial = 0; trial < 100; ++trial) {
-        QVERIFY(readsLikeTheTwin(noise(3000)));
-        QVERIFY(readsLikeTheTwin(beamline("Mode 0 0 1 2 3", noise(3000))));
+        QVERIFY(readsLikeTheReference(noise(3000)));
+        QVERIFY(readsLikeTheReference(beamline("Mode 0 0 1 2 3", noise(3000))));
     }
 }
 

@@ -814,7 +814,7 @@ void TestTDData0File::saveRefusesAFileWithoutWriteRights()
 
 void TestTDData0File::saveReportsADiskThatFillsUp_data()
 {
-    QTest::addColumn<int>("room");
+    QTest::addColumn<int>("capacity");
     QTest::addColumn<bool>("fits");
     // 512 + 100 * 100 * 9 = 90512 bytes
     QTest::newRow("in the text") << 100 << false;
@@ -826,14 +826,14 @@ void TestTDData0File::saveReportsADiskThatFillsUp_data()
 
 void TestTDData0File::saveReportsADiskThatFillsUp()
 {
-    QFETCH(int, room);
+    QFETCH(int, capacity);
     const DebugLog log;
     const TDData0 map(100, 100);
     const QString path = m_dir->filePath("map.2dp");
     bool saved = false;
     {
         std::signal(SIGXFSZ, SIG_IGN); // the write fails instead
-        const ResourceLimit limit(RLIMIT_FSIZE, static_cast<rlim_t>(room));
+        const ResourceLimit limit(RLIMIT_FSIZE, static_cast<rlim_t>(capacity));
         saved = map.save(path);
     }
     QTEST(saved, "fits");

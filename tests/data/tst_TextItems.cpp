@@ -30,7 +30,7 @@ private Q_SLOTS:
     void itemsAfterKeyCountsItems_data();
     void itemsAfterKeyCountsItems();
     void itemsAfterKeyLeavesItemsOfOtherLines();
-    void longLineTakesOneWalk();
+    void longLineTakesOnePass();
 
     void energiesOfList_data();
     void energiesOfList();
@@ -216,7 +216,7 @@ void TestTextItems::itemsAfterKeyLeavesItemsOfOtherLines()
     QCOMPARE(items, QStringList("old"));
 }
 
-void TestTextItems::longLineTakesOneWalk()
+void TestTextItems::longLineTakesOnePass()
 {
     const DebugLog log;
     const QString line = QString("0 ").repeated(1'000'000);
@@ -225,7 +225,7 @@ void TestTextItems::longLineTakesOneWalk()
     QCOMPARE(data::splitItems(line).size(), 1'000'000);
     QCOMPARE(data::energiesOfList(line, 8), QList<QString>());
     data::withThousands(QString(2'000'000, '1'));
-    QVERIFY2(timer.elapsed() < 30'000, "a walk for every item takes far longer");
+    QVERIFY2(timer.elapsed() < 30'000, "a pass for every item takes far longer");
 }
 
 void TestTextItems::energiesOfList_data()

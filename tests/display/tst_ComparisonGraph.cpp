@@ -11,6 +11,8 @@
 #include <limits>
 #include <random>
 
+using display::ComparisonGraph;
+
 using namespace tests;
 
 namespace
@@ -103,7 +105,7 @@ void tst_ComparisonGraph::rangeIsTheValencesWithAFifthAround()
     ComparisonGraph graph;
     graph.lower = -1.25;
     graph.upper = 3.5;
-    const Graph::Range range = graph.range();
+    const display::Graph::Range range = graph.range();
     QVERIFY(range.isFitted);
     QCOMPARE(range.x0, -1.25 - 0.2);
     QCOMPARE(range.y0, -1.25 - 0.2);

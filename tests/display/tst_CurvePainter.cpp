@@ -30,7 +30,7 @@ QImage curve(const ChCoord& cc, const Points& points, const QPen& pen = {})
     QPainter p(&image);
     p.setPen(pen);
     {
-        CurvePainter painter(&p, cc);
+        display::CurvePainter painter(&p, cc);
         for (const QPointF& point : points) {
             painter.add(point.x(), point.y());
         }
@@ -168,7 +168,7 @@ void tst_CurvePainter::lastSegmentsComeWithTheEnd()
     QImage image = whiteSurface();
     QPainter p(&image);
     {
-        CurvePainter painter(&p, cc);
+        display::CurvePainter painter(&p, cc);
         painter.add(12, 0);
         painter.add(20, 2);
     }

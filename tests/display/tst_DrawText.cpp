@@ -201,7 +201,7 @@ void tst_DrawText::startsWithItsColours()
 
 void tst_DrawText::fittedSizeFollowsTheTighterSide_data()
 {
-    QTest::addColumn<QSizeF>("room"); // in sizes of the text at 10 points
+    QTest::addColumn<QSizeF>("space"); // in sizes of the text at 10 points
     QTest::addColumn<double>("points");
     QTest::newRow("the text's own size") << QSizeF(1, 1) << 10.0;
     QTest::newRow("width is tight") << QSizeF(0.5, 3) << 5.0;
@@ -213,10 +213,10 @@ void tst_DrawText::fittedSizeFollowsTheTighterSide_data()
 // Tolerance: fonts keep sizes to a hundredth of a point.
 void tst_DrawText::fittedSizeFollowsTheTighterSide()
 {
-    QFETCH(QSizeF, room);
+    QFETCH(QSizeF, space);
     QFETCH(double, points);
     const QSizeF size = measured(word);
-    const QRectF box(20, 30, room.width() * size.width(), room.height() * size.height());
+    const QRectF box(20, 30, space.width() * size.width(), space.height() * size.height());
     const tests::DrawnText text = one(box, leftMiddle, 1, word, -1.0);
     QCOMPARE(text.text, word);
     QVERIFY2(near(text.points, points, 0.01), qPrintable(QString::number(text.points)));
@@ -371,16 +371,16 @@ void tst_DrawText::fittedTextStaysInItsBox()
     QFETCH(int, flags);
     const QRect found = ink(
         drawn([&](QStylePainter* p) { m_dt.drawText(p, box, givenFont(), flags, 1, word, -1.0); }));
-    const QRectF room = box.normalized();
+    const QRectF bounds = box.normalized();
     QVERIFY(!found.isEmpty());
-    QVERIFY(room.adjusted(-1, -1, 1, 1).contains(QRectF(found)));
+    QVERIFY(bounds.adjusted(-1, -1, 1, 1).contains(QRectF(found)));
     if (flags & Qt::AlignLeft) {
-        QVERIFY(near(found.left(), room.left(), 3.0));
+        QVERIFY(near(found.left(), bounds.left(), 3.0));
     }
     if (flags & Qt::AlignRight) {
-        QVERIFY(near(found.right() + 1.0, room.right(), 3.0));
+        QVERIFY(near(found.right() + 1.0, bounds.right(), 3.0));
     }
-    QVERIFY(near(QRectF(found).center().y(), room.center().y(), 3.0));
+    QVERIFY(near(QRectF(found).center().y(), bounds.center().y(), 3.0));
 }
 
 void tst_DrawText::smallTextStaysInItsBox_data()
@@ -465,7 +465,7 @@ void tst_DrawText::boxOfNoSizeShowsNothing()
 
 void tst_DrawText::boxWithoutASideFitsTheOther_data()
 {
-    QTest::addColumn<QSizeF>("room"); // in sizes of the text at 10 points
+    QTest::addColumn<QSizeF>("space"); // in sizes of the text at 10 points
     QTest::addColumn<double>("points");
     QTest::newRow("no width, high") << QSizeF(0, 2) << 10.0;
     QTest::newRow("no width, low") << QSizeF(0, 0.5) << 5.0;
@@ -477,10 +477,10 @@ void tst_DrawText::boxWithoutASideFitsTheOther_data()
 // An empty side counts as one that fits at 10 points.
 void tst_DrawText::boxWithoutASideFitsTheOther()
 {
-    QFETCH(QSizeF, room);
+    QFETCH(QSizeF, space);
     QFETCH(double, points);
     const QSizeF size = measured(word);
-    const QRectF box(20, 30, room.width() * size.width(), room.height() * size.height());
+    const QRectF box(20, 30, space.width() * size.width(), space.height() * size.height());
     texts([&](QStylePainter* p) {
         QCOMPARE(m_dt.fitSize(p, box, givenFont(), leftMiddle, word), points);
     });
@@ -531,10 +531,10 @@ void tst_DrawText::fitSizeFollowsTheTighterSide_data()
 
 void tst_DrawText::fitSizeFollowsTheTighterSide()
 {
-    QFETCH(QSizeF, room);
+    QFETCH(QSizeF, space);
     QFETCH(double, points);
     const QSizeF size = measured(word);
-    const QRectF box(20, 30, room.width() * size.width(), room.height() * size.height());
+    const QRectF box(20, 30, space.width() * size.width(), space.height() * size.height());
     const auto all = texts([&](QStylePainter* p) {
         QCOMPARE(m_dt.fitSize(p, box, givenFont(), leftMiddle, word), points);
     });

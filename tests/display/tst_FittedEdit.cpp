@@ -9,6 +9,8 @@
 
 #include <memory>
 
+using display::FittedEdit;
+
 namespace
 {
 
@@ -38,8 +40,8 @@ QImage pictureOf(QWidget* widget)
     return widget->grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
 
-/// The text of @p edit in its present letters, in a field with room for it.
-QImage inkWithRoom(const FittedEdit& edit)
+/// The text of @p edit in its present letters, in a field that is wide enough.
+QImage inkInAWideField(const FittedEdit& edit)
 {
     QLineEdit wide;
     wide.setFont(edit.font());
@@ -56,7 +58,7 @@ QImage inkWithRoom(const FittedEdit& edit)
 bool isWholeInSight(FittedEdit& edit)
 {
     const QImage picture = pictureOf(&edit);
-    return picture.copy(inkOf(picture)) == inkWithRoom(edit);
+    return picture.copy(inkOf(picture)) == inkInAWideField(edit);
 }
 
 } // namespace
@@ -76,7 +78,7 @@ private Q_SLOTS:
     void lettersStayWithinTheirLimits();
     void shortNumberHasOrdinaryLetters();
     void ordinaryLettersComeBackWithAShortText();
-    void ordinaryLettersComeBackWithMoreRoom();
+    void ordinaryLettersComeBackInAWiderField();
     void letterChangeLeavesTheSizeHints();
     void fieldTakesTheLettersOfItsSurroundings();
     void textThatFitsHasNoToolTip();
@@ -169,7 +171,7 @@ void tst_FittedEdit::ordinaryLettersComeBackWithAShortText()
     QCOMPARE(m_edit->font(), m_other->font());
 }
 
-void tst_FittedEdit::ordinaryLettersComeBackWithMoreRoom()
+void tst_FittedEdit::ordinaryLettersComeBackInAWiderField()
 {
     m_edit->setText("-9.60021e-05");
     m_edit->setFixedWidth(200);
@@ -232,7 +234,7 @@ void tst_FittedEdit::longerNumberShowsItsExponentWithoutFocus()
         wide.setFont(m_edit->font());
         wide.resize(400, m_edit->height());
         wide.setText(front + QString(QChar(0x2026)) + "e-05");
-        if (inkWithRoom(wide) == seen) {
+        if (inkInAWideField(wide) == seen) {
             readings.append(wide.text());
         }
     }

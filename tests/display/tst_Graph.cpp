@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+using display::Graph;
+
 using namespace tests;
 
 namespace

@@ -53,7 +53,7 @@ QImage lines(const QSet<int>& pixels, bool vertical, const QColor& pen = translu
     return image;
 }
 
-/// Walks all values, in view or not; for those that are not too many.
+/// Draws all values, in view or not; for those that are not too many.
 QImage plainGrid(const ChCoord& cc, const GridValues& values, bool vertical)
 {
     const double slope =

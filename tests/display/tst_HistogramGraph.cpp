@@ -10,6 +10,9 @@
 
 #include <limits>
 
+using display::Graph;
+using display::HistogramGraph;
+
 using namespace tests;
 
 // A surface of 400 by 300 pixels: 340 columns from 40 on, 255 rows up from 270.
@@ -46,7 +49,7 @@ void addSeries(HistogramGraph& graph, const QList<int>& bins, const QColor& colo
     graph.references.append({readyCounts(0.0, 9.0, bins, under, over), color});
 }
 
-/// The plain twin of the graph.
+/// The reference plot of the graph.
 PlainHistograms plainOf(const HistogramGraph& graph)
 {
     PlainHistograms plain;

@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+using display::Legend;
+
 namespace
 {
 

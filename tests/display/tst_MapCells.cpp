@@ -48,7 +48,7 @@ Map randomMap(std::mt19937& random, int width, int height)
     return map;
 }
 
-MapCells cellsOf(const Map& map, const PlainMapView& view)
+display::MapCells cellsOf(const Map& map, const PlainMapView& view)
 {
     ChCoord cc;
     cc.setScreen(0.0, view.surface.height(), view.surface.width(), 0.0);
@@ -60,7 +60,7 @@ QImage drawn(const Map& map, const PlainMapView& view, bool grid)
 {
     QImage image = whitePicture(view.surface);
     QPainter p(&image);
-    const MapCells cells = cellsOf(map, view);
+    const display::MapCells cells = cellsOf(map, view);
     cells.fill(&p, [&map](int x, int y) -> const QColor& { return map.at(x, y); });
     if (grid) {
         p.setPen(gridColor);
@@ -81,7 +81,7 @@ QImage plain(const Map& map, const PlainMapView& view, bool grid)
     return image;
 }
 
-/// Whether both roads give the same picture, with the grid and without.
+/// Whether cells and reference give the same picture, with the grid and without.
 bool looksPlain(const Map& map, const PlainMapView& view)
 {
     for (const bool grid : {false, true}) {

@@ -28,14 +28,14 @@ private:
     QPoint place(int character) const;
 
     std::unique_ptr<QWidget> m_window;
-    NumberEdit* m_edit = nullptr;
+    display::NumberEdit* m_edit = nullptr;
 };
 
 void tst_NumberEdit::init()
 {
     m_window = std::make_unique<QWidget>();
     auto* layout = new QHBoxLayout(m_window.get());
-    m_edit = new NumberEdit;
+    m_edit = new display::NumberEdit;
     layout->addWidget(m_edit);
     m_window->show();
     m_window->activateWindow();
@@ -105,7 +105,7 @@ void tst_NumberEdit::dragAfterwardsSelectsAPartAgain()
 
 void tst_NumberEdit::otherTextIsSelectedWordByWord()
 {
-    FittedEdit list;
+    display::FittedEdit list;
     list.setText("8250 8320");
     list.resize(200, 25);
     QTest::mouseDClick(&list, Qt::LeftButton, {}, QPoint(8, 12));

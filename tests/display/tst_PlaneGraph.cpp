@@ -9,6 +9,9 @@
 
 #include <limits>
 
+using display::Graph;
+using display::PlaneGraph;
+
 using namespace tests;
 
 // A surface of 400 by 300 pixels: 340 columns from 40 on, 255 rows up from 270.

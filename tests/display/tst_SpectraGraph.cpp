@@ -69,7 +69,7 @@ struct Drawing {
 
     bool isRight() { return isSamePicture(painted(), wanted.picture()); }
 
-    SpectraGraph graph;
+    display::SpectraGraph graph;
     PlainSpectra wanted;
 };
 
@@ -128,7 +128,7 @@ void tst_SpectraGraph::rangeIsTheWindowAndATwentiethAround()
     const AMutE second = spectrumOf({{8450, 4}});
     drawing.add(first, Qt::black, 2, "first");
     drawing.add(second, Qt::red, 1, "second");
-    const Graph::Range range = drawing.graph.range();
+    const display::Graph::Range range = drawing.graph.range();
     QVERIFY(range.isFitted);
     QCOMPARE(range.x0, 8300.0);
     QCOMPARE(range.x1, 8450.0);
@@ -163,7 +163,7 @@ void tst_SpectraGraph::rangeWithoutAValueIsNotFitted()
     Drawing drawing(evenSize, {8300.0, 0.0, 8450.0, 1.0});
     const AMutE far = spectrumOf({{8000, 0.4}, {9000, 0.6}});
     drawing.add(far, Qt::black, 2, "far");
-    const Graph::Range range = drawing.graph.range();
+    const display::Graph::Range range = drawing.graph.range();
     QVERIFY(!range.isFitted);
     QCOMPARE(range.x0, 8300.0);
     QCOMPARE(range.x1, 8450.0);

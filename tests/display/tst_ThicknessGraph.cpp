@@ -10,6 +10,8 @@
 
 #include <limits>
 
+using display::ThicknessGraph;
+
 using namespace tests;
 
 // A surface of 400 by 300 pixels: 340 columns from 40 on, 255 rows up from 270.
@@ -144,7 +146,7 @@ void tst_ThicknessGraph::graphOfHiddenPixelsIsNotEmpty()
 void tst_ThicknessGraph::rangeIsTheGivenOne()
 {
     const UsualGraph usual(stored({{7.0, 9.0}}));
-    const Graph::Range range = usual.graph.range();
+    const display::Graph::Range range = usual.graph.range();
     QCOMPARE(range.x0, 1.5);
     QCOMPARE(range.y0, 0.0);
     QCOMPARE(range.x1, 3.5);

@@ -28,6 +28,8 @@
 #include <functional>
 #include <memory>
 
+using data::VictoreenLine;
+
 namespace
 {
 
@@ -765,9 +767,9 @@ QString Replay::compareFiles() const
 {
     QString difference;
     QStringList found;
-    QDirIterator walk(m_dir.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-        const QString path = walk.next();
+    QDirIterator entries(m_dir.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (entries.hasNext()) {
+        const QString path = entries.next();
         found << path;
         if (!m_files.contains(path)) {
             difference += "  unexpected file " + path + "\n";

@@ -47,7 +47,7 @@ constexpr int rowStep = 11;
 /// presentations.
 QList<QPointF> presented(const AMutE& spectrum, int kind)
 {
-    const auto line = [](const VictoreenLine& v, double energyEv) {
+    const auto line = [](const data::VictoreenLine& v, double energyEv) {
         const double L = 12398.424360387684 / energyEv;
         return (v.b * L + v.a) * L * L * L + v.c;
     };

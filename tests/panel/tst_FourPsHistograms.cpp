@@ -12,6 +12,8 @@
 
 #include <memory>
 
+using analysis::HistogramCounts;
+
 using namespace tests;
 
 namespace

@@ -28,7 +28,7 @@ struct Form {
         inner->addWidget(label);
         auto* outer = new QVBoxLayout(&frame);
         outer->addWidget(holder);
-        new LowRows(&frame);
+        new panel::LowRows(&frame);
     }
 
     QFrame frame;

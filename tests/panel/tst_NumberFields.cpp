@@ -23,9 +23,9 @@ const QString longNumber = QStringLiteral("-9.60021e-05");
 /// Fields that hold paths, a list of numbers, or a sentence.
 const QStringList otherFields{"FileName", "MultiEnergys", "CalcRes", "LCFRes"};
 
-/// Whether the letters of @p edit leave room for its whole text; up to 3 pixels at
+/// Whether the whole text of @p edit fits in its letters; up to 3 pixels at
 /// either end are frame and margin.
-bool hasRoom(const QLineEdit* edit)
+bool fits(const QLineEdit* edit)
 {
     return QFontMetricsF(edit->font()).horizontalAdvance(edit->text()) <=
            edit->width() - (edit->hasFrame() ? 6 : 4);
@@ -98,8 +98,8 @@ void tst_NumberFields::everyFieldOfANumberIsANumberField()
     int numbers = 0;
     const QList<QLineEdit*> all = fields();
     for (const QLineEdit* edit : all) {
-        QVERIFY2(dynamic_cast<const FittedEdit*>(edit), qPrintable(nameOf(edit)));
-        const bool isNumber = dynamic_cast<const NumberEdit*>(edit) != nullptr;
+        QVERIFY2(dynamic_cast<const display::FittedEdit*>(edit), qPrintable(nameOf(edit)));
+        const bool isNumber = dynamic_cast<const display::NumberEdit*>(edit) != nullptr;
         QVERIFY2(isNumber != otherFields.contains(edit->objectName()), qPrintable(nameOf(edit)));
         numbers += isNumber ? 1 : 0;
     }
@@ -115,9 +115,9 @@ void tst_NumberFields::noFieldShowsANumberWithoutItsExponent()
         edit->setText(longNumber);
     }
     for (const QLineEdit* edit : all) {
-        // Without room it shows the exponent behind an ellipsis, and all of the
+        // Where it does not fit it shows the exponent behind an ellipsis, and all of the
         // number in a tool tip.
-        QVERIFY2(edit->toolTip() == longNumber || hasRoom(edit), qPrintable(nameOf(edit)));
+        QVERIFY2(edit->toolTip() == longNumber || fits(edit), qPrintable(nameOf(edit)));
     }
 }
 
@@ -127,7 +127,7 @@ void tst_NumberFields::numbersOfSixtyPixelsAreWhole()
     for (QLineEdit* edit : all) {
         if (edit->width() >= 60) {
             edit->setText(longNumber);
-            QVERIFY2(hasRoom(edit), qPrintable(nameOf(edit)));
+            QVERIFY2(fits(edit), qPrintable(nameOf(edit)));
             QCOMPARE(edit->toolTip(), QString());
         }
     }

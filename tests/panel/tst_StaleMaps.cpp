@@ -13,6 +13,8 @@
 #include <functional>
 #include <memory>
 
+using analysis::HistogramCounts;
+
 using namespace tests;
 
 namespace

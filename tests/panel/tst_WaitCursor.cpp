@@ -15,6 +15,8 @@
 
 #include <functional>
 
+using display::WaitCursor;
+
 using namespace tests;
 
 namespace

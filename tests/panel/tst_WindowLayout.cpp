@@ -24,10 +24,10 @@
 namespace
 {
 
-/// The least room in which the words on @p widget can be read whole. A maximum
+/// The least size in which the words on @p widget can be read whole. A maximum
 /// that the design gives a button goes before the padding that its style would
 /// like to have.
-QSize roomFor(const QWidget* widget)
+QSize sizeNeededBy(const QWidget* widget)
 {
     const QString text = widget->property("text").toString();
     // Nothing to read still has the height of a line.
@@ -39,7 +39,7 @@ QSize roomFor(const QWidget* widget)
     return widget->sizeHint().boundedTo(most).expandedTo(words);
 }
 
-/// Labels and buttons in sight on @p window that have not the room they need, a
+/// Labels and buttons in sight on @p window that are smaller than they need, a
 /// line for each.
 QString cutOnes(const QWidget* window)
 {
@@ -48,12 +48,13 @@ QString cutOnes(const QWidget* window)
     for (const QWidget* child : children) {
         const bool reads =
             qobject_cast<const QLabel*>(child) || qobject_cast<const QAbstractButton*>(child);
-        const QSize room = reads && child->isVisibleTo(window) ? roomFor(child) : QSize(0, 0);
-        if (room.width() > child->width() || room.height() > child->height()) {
+        const QSize needed =
+            reads && child->isVisibleTo(window) ? sizeNeededBy(child) : QSize(0, 0);
+        if (needed.width() > child->width() || needed.height() > child->height()) {
             cut << QStringLiteral("%1 \"%2\" needs %3 x %4 and has %5 x %6")
                        .arg(child->objectName(), child->property("text").toString())
-                       .arg(room.width())
-                       .arg(room.height())
+                       .arg(needed.width())
+                       .arg(needed.height())
                        .arg(child->width())
                        .arg(child->height());
         }

@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+using analysis::HistogramCounts;
+
 namespace tests
 {
 

@@ -16,7 +16,7 @@ namespace tests
 /// those of the references, shares first.
 struct MapResult {
     A2DData map;
-    QList<HistogramCounts> counts;
+    QList<analysis::HistogramCounts> counts;
 };
 
 /// A copy of what @p panel has, with memory of its own.

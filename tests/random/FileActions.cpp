@@ -188,7 +188,7 @@ QString FileActions::useDialog(Draw& draw)
 QString FileActions::useOpenDialog(AFileSelect* row, Draw& draw)
 {
     QString done;
-    FileDialog* dialog = row->dialog;
+    rows::FileDialog* dialog = row->dialog;
     const auto* model = dialog->findChild<QFileSystemModel*>();
     for (int i = draw.upTo(3); i > 0; --i) {
         const QString path = draw.onceIn(3) ? m_files.hostileFile(draw) : goodFile(i > 1, draw);

@@ -7,7 +7,11 @@
 #include "random/RandomFiles.h"
 
 class AFileSelect;
+
+namespace rows
+{
 class FileDialog;
+}
 
 namespace tests
 {

@@ -161,7 +161,7 @@ QString MouseActions::pressInLegend(Draw& draw)
     const Qt::MouseButton button = mostlyLeftButton(draw);
     const Qt::KeyboardModifiers keys = someKeys(draw);
     if (surface->isVisible()) {
-        const QPointF at = Legend(surface->cc).box(row).center();
+        const QPointF at = display::Legend(surface->cc).box(row).center();
         press(surface, at, button, keys);
         letGo(surface, at, button, keys);
     }

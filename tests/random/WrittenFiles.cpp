@@ -100,7 +100,7 @@ bool saysTheSame(const QByteArray& written, const A2DData& map, const std::array
 }
 
 /// The text of a histogram file, number by number.
-QByteArray histogramText(const HistogramCounts& counts)
+QByteArray histogramText(const analysis::HistogramCounts& counts)
 {
     QString text;
     const auto line = [&](int i, int count) {
@@ -188,7 +188,7 @@ QString WrittenFiles::checkHistogram(const QString& path, int which) const
     if (!file.isFile() || !file.isWritable()) {
         return {};
     }
-    const HistogramCounts& counts = which == 0 ? *m_panel.HistV : *m_panel.HistT;
+    const analysis::HistogramCounts& counts = which == 0 ? *m_panel.HistV : *m_panel.HistT;
     return readFile(file.filePath()) == histogramText(counts)
                ? QString()
                : QStringLiteral("the written file is not the histogram: ") + name;

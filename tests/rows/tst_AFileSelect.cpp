@@ -1,4 +1,4 @@
-// The file row: its form, its two modes, and every road by which a path comes.
+// The file row: its form, its two modes, and every way in which a path comes.
 
 #include "rows/AFileSelect.h"
 #include "rows/DialogSettings.h"

@@ -51,7 +51,7 @@ private Q_SLOTS:
 
     void namedFileIsReadAndProposesItsEdge();
     void edgeIsProposedBeforeTheRowReturns();
-    void dialogAndDropComeByTheSameRoad();
+    void dialogAndDropHaveTheSameEffect();
     void readOverAReadProposesAgain();
     void failedReadProposesNoEdge_data();
     void failedReadProposesNoEdge();
@@ -79,7 +79,7 @@ private Q_SLOTS:
     void mutBelowTheSpectrumIsInterpolatedFromTheOrigin();
     void mutAboveTheSpectrumIsRefusedAndLeavesTheValue();
     void mutOfAnEmptySpectrumIsRefused();
-    void mutWalksTheWorkingEnergies();
+    void mutUsesTheWorkingEnergies();
     void mutOfADescendingScanTakesTheFirstPoint();
 
 private:
@@ -149,7 +149,7 @@ void tst_AXafsFileSelect::edgeIsProposedBeforeTheRowReturns()
     QCOMPARE(journal, expected);
 }
 
-void tst_AXafsFileSelect::dialogAndDropComeByTheSameRoad()
+void tst_AXafsFileSelect::dialogAndDropHaveTheSameEffect()
 {
     AXafsFileSelect row;
     const QString path = tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum);
@@ -348,8 +348,8 @@ void tst_AXafsFileSelect::shiftDoesNotRefitTheBackgroundLines()
         spectrum += QByteArray::number(energy) + ' ' + QByteArray::number(mut, 'g', 17) + '\n';
     }
     row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("ni.dat"), spectrum));
-    const VictoreenLine pre = row.preLine;
-    const VictoreenLine post = row.postLine;
+    const data::VictoreenLine pre = row.preLine;
+    const data::VictoreenLine post = row.postLine;
     row.Ui_AFileSelect::dE->setText(QStringLiteral("37.5"));
     row.setNewDE();
     QVERIFY(tests::sameDouble(row.preLine.c, pre.c) && tests::sameDouble(row.preLine.a, pre.a) &&
@@ -435,7 +435,7 @@ void tst_AXafsFileSelect::mutOfAnEmptySpectrumIsRefused()
     QCOMPARE(out, -7.0);
 }
 
-void tst_AXafsFileSelect::mutWalksTheWorkingEnergies()
+void tst_AXafsFileSelect::mutUsesTheWorkingEnergies()
 {
     AXafsFileSelect row;
     fill(row);

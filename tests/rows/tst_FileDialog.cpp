@@ -64,7 +64,7 @@ struct Desk {
     }
 
     QWidget window;
-    FileDialog dialog{&window};
+    rows::FileDialog dialog{&window};
     QFileSystemModel* model = dialog.findChild<QFileSystemModel*>();
     QTreeView* list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
     QLineEdit* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));

@@ -59,7 +59,7 @@ void setPoints(AMutE& spectrum, const QList<QPointF>& energyAndMut)
 }
 
 /// A flat line at a level.
-VictoreenLine level(double value)
+data::VictoreenLine level(double value)
 {
     return {value, 0.0, 0.0};
 }

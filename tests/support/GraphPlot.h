@@ -16,7 +16,7 @@ namespace tests
 class GraphPlot : public DispABase
 {
 public:
-    explicit GraphPlot(const Graph& graph, const QSize& size = {400, 300},
+    explicit GraphPlot(const display::Graph& graph, const QSize& size = {400, 300},
                        const QString& over = QStringLiteral("abscissa"),
                        const QString& up = QStringLiteral("ordinate"))
     {
@@ -30,7 +30,7 @@ public:
 
     QImage picture() { return DispA->grab().toImage(); }
 
-    Graph::Range range{-1.0, -2.0, -3.0, -4.0};
+    display::Graph::Range range{-1.0, -2.0, -3.0, -4.0};
 };
 
 } // namespace tests

@@ -4,6 +4,7 @@
 #include "panel/FourPs.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
+#include "support/MadeSpectrum.h"
 
 #include <QSignalBlocker>
 #include <QStringList>
@@ -59,22 +60,6 @@ inline void makeReferenceValid(FourPs& panel, int row, double jump = 1.0)
 inline void makeTargetValid(FourPs& panel)
 {
     panel.ui.TargetFile->valid = true;
-}
-
-/// Gives a spectrum one point at each energy (eV) of @p energies, in this order
-/// and at angles of 10, 11, ... degrees, and two lines; its mut is
-/// @p muts above the pre-edge line.
-inline void setSpectrum(AMutE& spectrum, const QList<double>& energies, const QList<double>& muts,
-                        const VictoreenLine& pre, const VictoreenLine& post)
-{
-    spectrum.valid = true;
-    spectrum.preLine = pre;
-    spectrum.postLine = post;
-    spectrum.points.clear();
-    for (int i = 0; i < energies.size(); ++i) {
-        const double energy = energies.at(i);
-        spectrum.points.append({10.0 + i, energy, muts.at(i) + spectrum.preValue(energy)});
-    }
 }
 
 /// Types the numbers of an energy row.

@@ -2,6 +2,8 @@
 
 #include "analysis/SmallMatrix.h"
 
+using analysis::SmallMatrix;
+
 namespace tests
 {
 

@@ -1,6 +1,6 @@
-// The two linear fits on the plain road: a matrix allocated, built, factorised
+// The two linear fits as a reference: a matrix allocated, built, factorised
 // and solved for every pixel, every text parsed there, every interpolation a
-// walk from the first point. The product's road must give the same bits.
+// search from the first point. The fast path must give the same bits.
 #pragma once
 
 #include "analysis/NonEquivalentMap.h"

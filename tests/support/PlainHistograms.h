@@ -32,10 +32,10 @@ inline double plainTick(const PlotPlace& place)
 }
 
 /// A histogram with ready counts; its highest count is that of its bins.
-inline HistogramCounts readyCounts(double from, double to, const QList<int>& bins, int under = 0,
-                                   int over = 0)
+inline analysis::HistogramCounts readyCounts(double from, double to, const QList<int>& bins,
+                                             int under = 0, int over = 0)
 {
-    HistogramCounts counts;
+    analysis::HistogramCounts counts;
     counts.start(from, to, static_cast<int>(bins.size()));
     counts.bins = bins;
     counts.total = *std::max_element(bins.begin(), bins.end());
@@ -46,7 +46,7 @@ inline HistogramCounts readyCounts(double from, double to, const QList<int>& bin
 
 struct PlainHistograms {
     struct Bars {
-        HistogramCounts counts;
+        analysis::HistogramCounts counts;
         QColor color;
     };
 
@@ -67,7 +67,7 @@ struct PlainHistograms {
 
     double from = 0.0;
     double to = 0.0;
-    HistogramCounts main;
+    analysis::HistogramCounts main;
     std::optional<QColor> mainColor; ///< none where it is not shown
     QList<Bars> references;
 
@@ -95,7 +95,7 @@ private:
 
     void drawReference(QPainter* p, const PlotPlace& place, int s) const
     {
-        const HistogramCounts& counts = references.at(s).counts;
+        const analysis::HistogramCounts& counts = references.at(s).counts;
         for (int i = -1; i <= counts.boxes; ++i) {
             const double shift = (s - 1.5) * 3.0 + 1.0;
             const int left = plainPixel(place.columnOf(counts.step * i + counts.minV) + shift);
@@ -103,7 +103,7 @@ private:
         }
     }
 
-    static int countOf(const HistogramCounts& counts, int i)
+    static int countOf(const analysis::HistogramCounts& counts, int i)
     {
         if (i < 0) {
             return counts.under;

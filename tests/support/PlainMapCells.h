@@ -1,4 +1,4 @@
-// A map painted on the plain road: one fillRect() and one drawRects() for each
+// A map painted as a reference: one fillRect() and one drawRects() for each
 // of its pixels, every edge worked out anew.
 #pragma once
 

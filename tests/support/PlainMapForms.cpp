@@ -154,7 +154,7 @@ double plainLeastSquareFourPoints(double TV, double R1V, double R2V, double EV,
         sSE += S.at(i) * E.at(i);
         sST += S.at(i) * T.at(i);
     }
-    SmallMatrix library;
+    analysis::SmallMatrix library;
     double** a = library.newMatrix(3);
     double** l = library.newMatrix(3);
     double** u = library.newMatrix(3);

@@ -1,6 +1,6 @@
-// The map calculation on the plain road: every text parsed and every reference
+// The map calculation as a reference: every text parsed and every reference
 // looked up for every pixel, matrices allocated for every solve, rows appended
-// one at a time. The product's road must give the same bits.
+// one at a time. The fast path must give the same bits.
 #pragma once
 
 #include "analysis/MapCalculation.h"

@@ -1,4 +1,4 @@
-// The plain road through a text map, against which the product's is held.
+// The reference reader of a text map, which the fast one must equal.
 #pragma once
 
 #include "data/MapTextReader.h"

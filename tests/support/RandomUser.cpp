@@ -308,8 +308,8 @@ QString RandomUser::pressInLegend()
 {
     DispArea* surface = m_panel.Disps->frame(Displays::DMuts)->DispA;
     const int row = upTo(3);
-    press(surface, Legend(surface->cc).box(row).center());
-    release(surface, Legend(surface->cc).box(row).center());
+    press(surface, display::Legend(surface->cc).box(row).center());
+    release(surface, display::Legend(surface->cc).box(row).center());
     return QString::number(row);
 }
 

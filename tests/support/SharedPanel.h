@@ -176,7 +176,7 @@ inline void resetResults(FourPs& panel)
 {
     for (Histgram* histogram :
          QList<Histgram*>{panel.HistV, panel.HistT} + panel.HistRatio + panel.HistDMut) {
-        static_cast<HistogramCounts&>(*histogram) = {};
+        static_cast<analysis::HistogramCounts&>(*histogram) = {};
         histogram->autoMode = false;
     }
     panel.LCFMut = nullptr; // a test may have lent it

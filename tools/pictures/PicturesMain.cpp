@@ -88,9 +88,9 @@ bool grabAll(const QList<QWidget*>& windows, const QDir& output)
     return good;
 }
 
-/// The state that the pictures show: that of a first walk through the sample,
+/// The state that the pictures show: that of a first run through the sample,
 /// with the comparison filled by targets of known valence first.
-void walkThroughSample(FourPs& panel, SampleRun& run, const QDir& sample)
+void runThroughSample(FourPs& panel, SampleRun& run, const QDir& sample)
 {
     run.load();
     run.calculate(nickel::combinationForms().front());
@@ -120,7 +120,7 @@ int main(int argc, char* argv[])
     auto* panel = body.findChild<FourPs*>();
     const QDir sample(arguments.at(1));
     SampleRun run(*panel, sample, QDir(results.path()));
-    walkThroughSample(*panel, run, sample);
+    runThroughSample(*panel, run, sample);
     const QDir output(arguments.at(2));
     const bool good =
         wishes.contains(QLatin1String("all"))

@@ -1,4 +1,4 @@
-// The reader of text maps against the plain road: every value and byte equal.
+// The reader of text maps against the reference: every value and byte equal.
 #include "data/A2DData.h"
 #include "data/MapTextReader.h"
 #include "support/OddDevice.h"
@@ -48,24 +48,24 @@ bool sameRow(const A2DRow& a, const A2DRow& b)
 }
 
 /// What differs between two readings; empty when nothing does.
-QString difference(const Reading& twin, const Reading& product)
+QString difference(const Reading& reference, const Reading& product)
 {
-    if (twin.good != product.good) {
+    if (reference.good != product.good) {
         return QStringLiteral("result");
     }
-    if (twin.map.xNum != product.map.xNum || twin.map.yNum != product.map.yNum) {
+    if (reference.map.xNum != product.map.xNum || reference.map.yNum != product.map.yNum) {
         return QStringLiteral("size");
     }
-    if (twin.energies != product.energies) {
+    if (reference.energies != product.energies) {
         return QStringLiteral("energies");
     }
-    if (twin.map.headerLines != product.map.headerLines) {
+    if (reference.map.headerLines != product.map.headerLines) {
         return QStringLiteral("header lines");
     }
-    const auto [a, b] = std::mismatch(twin.map.rows.cbegin(), twin.map.rows.cend(),
+    const auto [a, b] = std::mismatch(reference.map.rows.cbegin(), reference.map.rows.cend(),
                                       product.map.rows.cbegin(), product.map.rows.cend(), sameRow);
-    const bool same = a == twin.map.rows.cend() && b == product.map.rows.cend();
-    return same ? QString() : QStringLiteral("row %1").arg(a - twin.map.rows.cbegin());
+    const bool same = a == reference.map.rows.cend() && b == product.map.rows.cend();
+    return same ? QString() : QStringLiteral("row %1").arg(a - reference.map.rows.cbegin());
 }
 
 const QList<QByteArray> hostileNumbers = {"+1",
@@ -326,7 +326,7 @@ QByteArray encoded(const QString& text, QStringConverter::Encoding encoding)
 
 } // namespace
 
-class tst_MapTextReaderTwin : public QObject
+class tst_MapTextReaderReference : public QObject
 {
     Q_OBJECT
 
@@ -353,36 +353,36 @@ private Q_SLOTS:
     void tenMegabytesInOneLine_data();
     void tenMegabytesInOneLine();
     void longLinesOfOneKindOfByte();
-    void missingFileLeavesTheTwinsMap();
+    void missingFileLeavesTheReferencesMap();
 
 private:
-    /// Names the difference between twin and product on @p text; empty when
+    /// Names the difference between reference and product on @p text; empty when
     /// they agree, also when the device delivers at most @p step bytes at a time.
     QString check(const QByteArray& text, qint64 step = 0);
 
     QTemporaryDir m_dir;
 };
 
-void tst_MapTextReaderTwin::initTestCase()
+void tst_MapTextReaderReference::initTestCase()
 {
     QVERIFY(m_dir.isValid());
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
 }
 
-QString tst_MapTextReaderTwin::check(const QByteArray& text, qint64 step)
+QString tst_MapTextReaderReference::check(const QByteArray& text, qint64 step)
 {
     const QString path = tests::writeFile(m_dir, QStringLiteral("map.dat"), text);
-    Reading twin;
-    twin.good = tests::readPlainMap(path, twin.map, collectInto(twin.energies));
+    Reading reference;
+    reference.good = tests::readPlainMap(path, reference.map, collectInto(reference.energies));
 
     QFile file(path);
     if (path.isEmpty() || !file.open(QIODevice::ReadOnly)) {
         return QStringLiteral("no file");
     }
-    QString found = difference(twin, readFrom(file));
+    QString found = difference(reference, readFrom(file));
     if (found.isEmpty() && step > 0) {
         tests::OddDevice device(text, step, true);
-        found = difference(twin, readFrom(device));
+        found = difference(reference, readFrom(device));
     }
     return found.isEmpty() ? found
                            : found + QStringLiteral(" differs on ") +
@@ -395,7 +395,7 @@ QString tst_MapTextReaderTwin::check(const QByteArray& text, qint64 step)
         QVERIFY2(found.isEmpty(), qPrintable(found));                                              \
     } while (false)
 
-void tst_MapTextReaderTwin::hostileNumber_data()
+void tst_MapTextReaderReference::hostileNumber_data()
 {
     QTest::addColumn<QByteArray>("number");
     int i = 0;
@@ -405,7 +405,7 @@ void tst_MapTextReaderTwin::hostileNumber_data()
     }
 }
 
-void tst_MapTextReaderTwin::hostileNumber()
+void tst_MapTextReaderReference::hostileNumber()
 {
     QFETCH(QByteArray, number);
     const QByteArray head = "# X-NUM 1\n# Y-NUM 1\n";
@@ -417,7 +417,7 @@ void tst_MapTextReaderTwin::hostileNumber()
     VERIFY_SAME("# 2003901\n# I0 : " + number + "\n# I :" + number + "\n1 2 3 4\n");
 }
 
-void tst_MapTextReaderTwin::randomNumbers()
+void tst_MapTextReaderReference::randomNumbers()
 {
     // Every double is met as likely as any other, in short and in full text.
     Random random(13061306);
@@ -433,7 +433,7 @@ void tst_MapTextReaderTwin::randomNumbers()
     VERIFY_SAME(text);
 }
 
-void tst_MapTextReaderTwin::whiteSpace()
+void tst_MapTextReaderReference::whiteSpace()
 {
     for (const QByteArray& blank : blanks) {
         VERIFY_SAME("# X-NUM" + blank + "2\n#" + blank + "Y-NUM 1\n" + blank + "# z\n1 2" + blank +
@@ -442,7 +442,7 @@ void tst_MapTextReaderTwin::whiteSpace()
     }
 }
 
-void tst_MapTextReaderTwin::lineEndings()
+void tst_MapTextReaderReference::lineEndings()
 {
     for (const QByteArray& end : lineEnds) {
         for (const QByteArray& sample : {sampleFour, sampleChannels, sampleOther}) {
@@ -453,7 +453,7 @@ void tst_MapTextReaderTwin::lineEndings()
     }
 }
 
-void tst_MapTextReaderTwin::wordsOfAnyCount()
+void tst_MapTextReaderReference::wordsOfAnyCount()
 {
     for (int columns = -4; columns < 6; ++columns) {
         QByteArray text = "# 2003901\n# I0 : " + QByteArray::number(columns) + "\n";
@@ -466,7 +466,7 @@ void tst_MapTextReaderTwin::wordsOfAnyCount()
     }
 }
 
-void tst_MapTextReaderTwin::byteOrderMarks_data()
+void tst_MapTextReaderReference::byteOrderMarks_data()
 {
     QTest::addColumn<QByteArray>("mark");
     QTest::newRow("UTF-8") << QByteArray("\xef\xbb\xbf");
@@ -479,7 +479,7 @@ void tst_MapTextReaderTwin::byteOrderMarks_data()
     QTest::newRow("two of UTF-8") << QByteArray("\xef\xbb\xbf\xef\xbb\xbf");
 }
 
-void tst_MapTextReaderTwin::byteOrderMarks()
+void tst_MapTextReaderReference::byteOrderMarks()
 {
     QFETCH(QByteArray, mark);
     VERIFY_SAME(mark);
@@ -489,7 +489,7 @@ void tst_MapTextReaderTwin::byteOrderMarks()
     VERIFY_SAME("#\n" + mark + "# X-NUM 2\n" + mark);
 }
 
-void tst_MapTextReaderTwin::halfASurrogatePairJoinsTheLine()
+void tst_MapTextReaderReference::halfASurrogatePairJoinsTheLine()
 {
     const auto sample = [](char16_t unit) {
         return QStringLiteral(
@@ -502,7 +502,7 @@ void tst_MapTextReaderTwin::halfASurrogatePairJoinsTheLine()
     }
 }
 
-void tst_MapTextReaderTwin::truncatedAtEveryByte_data()
+void tst_MapTextReaderReference::truncatedAtEveryByte_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::newRow("four columns") << sampleFour;
@@ -513,7 +513,7 @@ void tst_MapTextReaderTwin::truncatedAtEveryByte_data()
     QTest::newRow("UTF-32") << encoded(QString::fromUtf8(sampleOther), QStringConverter::Utf32BE);
 }
 
-void tst_MapTextReaderTwin::truncatedAtEveryByte()
+void tst_MapTextReaderReference::truncatedAtEveryByte()
 {
     QFETCH(QByteArray, text);
     for (qsizetype size = 0; size <= text.size(); ++size) {
@@ -521,7 +521,7 @@ void tst_MapTextReaderTwin::truncatedAtEveryByte()
     }
 }
 
-void tst_MapTextReaderTwin::randomBytes()
+void tst_MapTextReaderReference::randomBytes()
 {
     Random random(390120);
     for (int i = 0; i < 1000; ++i) {
@@ -530,7 +530,7 @@ void tst_MapTextReaderTwin::randomBytes()
     VERIFY_SAME("# X-NUM 1\n# Y-NUM 1\n1 2 3\n" + noise(1 << 19, random), 1000);
 }
 
-void tst_MapTextReaderTwin::textLikeBytes()
+void tst_MapTextReaderReference::textLikeBytes()
 {
     Random random(1306);
     for (int i = 0; i < 2000; ++i) {
@@ -540,7 +540,7 @@ void tst_MapTextReaderTwin::textLikeBytes()
     VERIFY_SAME(textLikeNoise(1 << 19, random), 1000);
 }
 
-void tst_MapTextReaderTwin::grammarFuzz()
+void tst_MapTextReaderReference::grammarFuzz()
 {
     Random random(20230901);
     const QList<QByteArray> numbers = allNumbers();
@@ -549,7 +549,7 @@ void tst_MapTextReaderTwin::grammarFuzz()
     }
 }
 
-void tst_MapTextReaderTwin::grammarFuzzInUtf16()
+void tst_MapTextReaderReference::grammarFuzzInUtf16()
 {
     Random random(16);
     const QList<QByteArray> numbers = allNumbers();
@@ -563,7 +563,7 @@ void tst_MapTextReaderTwin::grammarFuzzInUtf16()
     }
 }
 
-void tst_MapTextReaderTwin::brokenUtf8AcrossThePiecesOfAStream()
+void tst_MapTextReaderReference::brokenUtf8AcrossThePiecesOfAStream()
 {
     // A stream decodes 16384 bytes at a time, and a sequence broken there
     // gives other replacement characters than elsewhere.
@@ -579,7 +579,7 @@ void tst_MapTextReaderTwin::brokenUtf8AcrossThePiecesOfAStream()
     }
 }
 
-void tst_MapTextReaderTwin::lineEndAtTheEdgeOfABlock()
+void tst_MapTextReaderReference::lineEndAtTheEdgeOfABlock()
 {
     const QByteArray line = "# X-NUM 1\r\n1.25 2.5 3.75\r\n\r\n1 \xc3\xa9 4\n";
     for (qsizetype shift = 0; shift <= line.size(); ++shift) {
@@ -596,7 +596,7 @@ void tst_MapTextReaderTwin::lineEndAtTheEdgeOfABlock()
     }
 }
 
-void tst_MapTextReaderTwin::manyBlocksOfData()
+void tst_MapTextReaderReference::manyBlocksOfData()
 {
     // Lines of 7 to 14 bytes meet the edges of blocks in every way.
     Random random(8192);
@@ -609,7 +609,7 @@ void tst_MapTextReaderTwin::manyBlocksOfData()
     VERIFY_SAME(text.insert(3 * data::mapTextBlockSize, "\n# \xc3\xa9\xff\n"));
 }
 
-void tst_MapTextReaderTwin::tenMegabytesInOneLine_data()
+void tst_MapTextReaderReference::tenMegabytesInOneLine_data()
 {
     QTest::addColumn<QByteArray>("start");
     QTest::addColumn<QByteArray>("part");
@@ -620,7 +620,7 @@ void tst_MapTextReaderTwin::tenMegabytesInOneLine_data()
     QTest::newRow("long words") << QByteArray("# ENERGY : ") << QByteArray("abcdefghijklmno ");
 }
 
-void tst_MapTextReaderTwin::tenMegabytesInOneLine()
+void tst_MapTextReaderReference::tenMegabytesInOneLine()
 {
     QFETCH(QByteArray, start);
     QFETCH(QByteArray, part);
@@ -628,7 +628,7 @@ void tst_MapTextReaderTwin::tenMegabytesInOneLine()
     VERIFY_SAME("# X-NUM 1\n# Y-NUM 1\n" + line + "\n1 2 3 4\n");
 }
 
-void tst_MapTextReaderTwin::longLinesOfOneKindOfByte()
+void tst_MapTextReaderReference::longLinesOfOneKindOfByte()
 {
     for (const QByteArray& part :
          blanks + QList<QByteArray>{"0", ".0", "7 ", "#", QByteArray(1, '\0')}) {
@@ -636,14 +636,14 @@ void tst_MapTextReaderTwin::longLinesOfOneKindOfByte()
     }
 }
 
-void tst_MapTextReaderTwin::missingFileLeavesTheTwinsMap()
+void tst_MapTextReaderReference::missingFileLeavesTheReferencesMap()
 {
-    Reading twin;
-    twin.map.xNum = 7;
-    QVERIFY(!tests::readPlainMap(m_dir.filePath(QStringLiteral("none")), twin.map,
-                                 collectInto(twin.energies)));
-    QCOMPARE(twin.map.xNum, 7);
+    Reading reference;
+    reference.map.xNum = 7;
+    QVERIFY(!tests::readPlainMap(m_dir.filePath(QStringLiteral("none")), reference.map,
+                                 collectInto(reference.energies)));
+    QCOMPARE(reference.map.xNum, 7);
 }
 
-QTEST_APPLESS_MAIN(tst_MapTextReaderTwin)
-#include "tst_MapTextReaderTwin.moc"
+QTEST_APPLESS_MAIN(tst_MapTextReaderReference)
+#include "tst_MapTextReaderReference.moc"

@@ -1,0 +1,89 @@
+#include "panel/Repaints.h"
+
+#include "display/DispABase.h"
+#include "display/DispMBase.h"
+#include "display/Displays.h"
+#include "panel/Widgets.h"
+#include "rows/AEPoint.h"
+#include "rows/ARefFile.h"
+#include "rows/RefFiles.h"
+#include "ui_FourPs.h"
+
+namespace panel
+{
+
+namespace
+{
+
+template <class Picture>
+void follow(Picture* picture, const QLineEdit* edit)
+{
+    QObject::connect(edit, &QLineEdit::textChanged, picture, &Picture::update);
+}
+
+template <class Picture>
+void follow(Picture* picture, const QAbstractButton* button)
+{
+    QObject::connect(button, &QAbstractButton::toggled, picture, &Picture::update);
+}
+
+template <class Picture, class... Inputs>
+void repaintOn(Picture* picture, const Inputs*... inputs)
+{
+    (follow(picture, inputs), ...);
+}
+
+// The buttons of "Disp Select" and of the normalisation, and spectra that are read,
+// repaint all plots already.
+void connectGraphs(const Widgets& widgets)
+{
+    const Ui_FourPs& form = *widgets.form;
+    DispABase* spectra = widgets.graphs->frame(Displays::DMuts);
+    DispABase* comparison = widgets.graphs->frame(Displays::DLCFvs4PS);
+    DispABase* valenceCounts = widgets.graphs->frame(Displays::DHistA);
+    DispABase* thicknessCounts = widgets.graphs->frame(Displays::DHistDMut);
+    DispABase* thickness = widgets.graphs->frame(Displays::DDMutVsA);
+    DispABase* plane = widgets.graphs->frame(Displays::DM2M3);
+    repaintOn(spectra, form.EdgeE, form.PreEEndDE, form.PostEStartDE);
+    repaintOn(valenceCounts, form.HgAFrom, form.HgATo);
+    repaintOn(thicknessCounts, form.HgTFrom, form.HgTTo);
+    for (const AEPoint* row : widgets.points) {
+        repaintOn(spectra, row->Energy, row->UseCB, row->LCFCB);
+        repaintOn(plane, row->Mut1, row->Mut2, row->Mut3, row->Mut4, row->UseCB, row->VPointCB);
+    }
+    for (const ARefFile* row : widgets.references->RefRows) {
+        repaintOn(comparison, row->UseCB, row->Valence);
+        repaintOn(valenceCounts, row->UseCB);
+        repaintOn(thicknessCounts, row->UseCB);
+        repaintOn(thickness, row->UseCB, row->Valence);
+        repaintOn(plane, row->UseCB);
+    }
+    // The thickness plot takes the limits of the histograms for its first range
+    // alone. A release in the comparison repaints nothing: its new colour is for
+    // what comes next.
+}
+
+void connectMaps(const Widgets& widgets)
+{
+    for (const ARefFile* row : widgets.references->RefRows) {
+        // The valence of a pixel follows from the valid references in use.
+        repaintOn(widgets.resultMap, row->UseCB, row->Valence);
+        QObject::connect(row->XafsFS, &AFileSelect::newFilePath, widgets.resultMap,
+                         &DispMBase::update);
+    }
+    for (const AEPoint* row : widgets.points) {
+        // A read that failed has left the row without a map.
+        QObject::connect(row->FileSelect, &AFileSelect::newFilePath, widgets.dataMap,
+                         &DispMBase::update);
+    }
+}
+
+} // namespace
+
+void connectRepaints(const Widgets& widgets)
+{
+    connectGraphs(widgets);
+    connectMaps(widgets);
+}
+
+} // namespace panel

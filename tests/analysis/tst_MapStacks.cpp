@@ -1,0 +1,333 @@
+// From what a user gives to the result map of each method. Expected numbers are
+// those of the mixture that the pixels are made of.
+#include "analysis/MapStacks.h"
+
+#include "analysis/CalculationPlan.h"
+#include "analysis/HistogramCounts.h"
+#include "support/Mixes.h"
+#include "support/PanelInputs.h"
+
+#include <QTest>
+
+#include <cmath>
+
+using namespace tests;
+using namespace tests::mixes;
+using analysis::NeqStack;
+
+namespace
+{
+
+A2DData nonEquivalentMap(const PanelInputs& inputs, bool victoreen = false)
+{
+    HistogramCounts valence;
+    HistogramCounts total;
+    std::array<HistogramCounts, 4> shares;
+    std::array<HistogramCounts, 4> amounts;
+    A2DData map;
+    analysis::mapNonEquivalent(analysis::neqStack(inputs.state(), victoreen), map,
+                               {&valence,
+                                &total,
+                                {&shares[0], &shares[1], &shares[2], &shares[3]},
+                                {&amounts[0], &amounts[1], &amounts[2], &amounts[3]}});
+    return map;
+}
+
+PanelInputs mixedMaps(const QList<Mix>& pixels, int references = 2, int rows = 5)
+{
+    PanelInputs inputs = mixedInputs(quarter, references, rows);
+    setPixels(inputs, pixels, rows);
+    return inputs;
+}
+
+bool isQuarter(const A2DData& map)
+{
+    return map.rows.size() == 1 && near(scaledValues(map, 0), quarterValues);
+}
+
+// As of an energy row whose file was never chosen.
+void takeMap(PanelInputs& inputs, int row)
+{
+    inputs.maps.at(static_cast<std::size_t>(row)).clear();
+    inputs.points[row].hasMap = false;
+}
+
+} // namespace
+
+class tst_MapStacks : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void formGetsTheMapsAndNumbersOfItsRows();
+    void usedRowWithoutMapEntersWithMinusOnePixels();
+    void vRowWithoutMapGivesAnEmptyResult();
+
+    void nonEquivalentMapHoldsThirteenValuesOfEveryPixel();
+    void victoreenBackgroundIsTakenOff();
+    void fourReferencesFillEveryEntry();
+    void fiveRowsAndVictoreenPassThroughAllPoints();
+    void surplusRowsAreFittedByLeastSquares();
+    void referencesAreTakenLessTheirPostEdgeLineOnRequest();
+    void countsBecomeMutBeforeTheFit();
+    void baseRowIsTheFirstUsedRowAndNotTheVRow();
+    void rowWithoutMapAsBaseRowGivesNoPixels();
+    void rowWithoutMapEntersTheFitWithMinusOne();
+    void rowWhoseReloadFailedEntersWithItsOldPixels();
+    void mutsOfTheRowsAreNotUsed();
+    void boundOfRowsIsEnough_data();
+    void boundOfRowsIsEnough();
+};
+
+void tst_MapStacks::formGetsTheMapsAndNumbersOfItsRows()
+{
+    PanelInputs inputs = fourPointInputs();
+    addMaps(inputs, 4);
+    setJump(inputs.spectra[0], 3.0);
+    const analysis::CalculationState state = inputs.state();
+    const analysis::MapStack stack = analysis::mapStack(state, analysis::planMap(state).rows);
+    QCOMPARE(stack.others.size(), 3);
+    for (const auto& [place, row] : {std::pair(0, 0), std::pair(1, 1), std::pair(2, 3)}) {
+        const analysis::MapPoint& point = stack.others.at(place);
+        QCOMPARE(point.map, &inputs.maps.at(static_cast<std::size_t>(row)));
+        QCOMPARE(point.energy, inputs.points.at(row).energy);
+        QCOMPARE(point.r1, inputs.points.at(row).mut[0]);
+        QCOMPARE(point.r2, inputs.points.at(row).mut[1]);
+    }
+    QCOMPARE(stack.v.map, &inputs.maps[2]);
+    QCOMPARE(stack.v.r1, 8.0);
+    QCOMPARE(stack.r, 3.0);
+    QCOMPARE(stack.mix(0.5), 2.5);
+    QVERIFY(!stack.memory);
+}
+
+void tst_MapStacks::usedRowWithoutMapEntersWithMinusOnePixels()
+{
+    // Row 1 has no map, rows 2, 3 (V) and 4 have: three count, and the three-point
+    // form takes row 1 first, with T0 = -1:
+    // f(T) = (3 + 1) / (5 + 1) = 2/3, a = (2/3 - 1/4) * 2 = 5/6.
+    PanelInputs inputs = threePointInputs();
+    addMaps(inputs, 4);
+    useRows(inputs, {0, 1, 2, 3});
+    takeMap(inputs, 0);
+    const analysis::CalculationState state = inputs.state();
+    A2DData map;
+    HistogramCounts valence;
+    HistogramCounts thickness;
+    analysis::mapThreePoints(analysis::mapStack(state, analysis::planMap(state).rows), map, valence,
+                             thickness);
+    QCOMPARE(map.rows.size(), 1);
+    QVERIFY(near(map.rows.at(0).intensity, 5.0 / 6.0));
+}
+
+void tst_MapStacks::vRowWithoutMapGivesAnEmptyResult()
+{
+    // Row 5 is a later V row in use, without a map.
+    PanelInputs inputs = fourPointInputs();
+    addMaps(inputs, 4);
+    useRows(inputs, {0, 1, 2, 3, 4});
+    markVRows(inputs, {2, 4});
+    const analysis::CalculationState state = inputs.state();
+    A2DData map = inputs.maps[0];
+    HistogramCounts valence;
+    HistogramCounts thickness;
+    analysis::mapLeastSquare(analysis::mapStack(state, analysis::planMap(state).rows), map, valence,
+                             thickness);
+    QVERIFY(map.rows.isEmpty());
+    QCOMPARE(map.xNum, 0);
+}
+
+void tst_MapStacks::nonEquivalentMapHoldsThirteenValuesOfEveryPixel()
+{
+    const A2DData map = nonEquivalentMap(mixedMaps({quarter, negative}));
+    QVERIFY(map.extended);
+    QCOMPARE(map.rows.size(), 2);
+    QVERIFY(near(scaledValues(map, 0), quarterValues));
+    QVERIFY(near(scaledValues(map, 1), negativeValues));
+    for (const A2DRow& row : map.rows) {
+        QCOMPARE(row.intensity, row.values.at(0));
+        QCOMPARE(row.i0, row.values.at(12));
+        for (const int missing : {2, 3, 6, 7, 10}) {
+            QCOMPARE(row.values.at(missing), 0.0);
+        }
+    }
+}
+
+void tst_MapStacks::victoreenBackgroundIsTakenOff()
+{
+    const A2DData map = nonEquivalentMap(mixedMaps({curvedQuarter}, 2, 8), true);
+    QVERIFY(near(map.rows.at(0).values, {0.25, 0.75, 0, 0, 1, 3, 0, 0, 1.25, 2, -0.5, 4.25, 4}));
+}
+
+void tst_MapStacks::fourReferencesFillEveryEntry()
+{
+    // dMut 1, 3, 4 and 8 of 16; valence 1/8 + 15/16 + 1 + 7/2.
+    Mix mix = curvedQuarter;
+    mix.parts = {0.5, 0.5, 1, 1};
+    const A2DData map = nonEquivalentMap(mixedMaps({mix}, 4, 8), true);
+    QVERIFY(near(map.rows.at(0).values,
+                 {0.0625, 0.1875, 0.25, 0.5, 1, 3, 4, 8, 1.25, 2, -0.5, 5.5625, 16}));
+}
+
+void tst_MapStacks::fiveRowsAndVictoreenPassThroughAllPoints()
+{
+    PanelInputs inputs = mixedInputs(quarter);
+    const QList<double> pixels{1, -2, 0.5, 3, -1};
+    for (int row = 0; row < pixels.size(); ++row) {
+        setMap(inputs, row, {pixels.at(row)});
+    }
+    const QList<double> values = nonEquivalentMap(inputs, true).rows.at(0).values;
+    const Mix fit{{values.at(4) / jumps.at(0), values.at(5) / jumps.at(1)},
+                  values.at(8),
+                  0,
+                  values.at(9),
+                  values.at(10)};
+    QVERIFY(near(fit.atAllRows().first(5), pixels));
+}
+
+void tst_MapStacks::surplusRowsAreFittedByLeastSquares()
+{
+    // What the fit leaves over is orthogonal to each basis vector.
+    PanelInputs inputs = mixedInputs(quarter, 2, 8);
+    const QList<double> pixels{1, -2, 0.5, 3, -1, 2, 0, 1};
+    for (int row = 0; row < pixels.size(); ++row) {
+        setMap(inputs, row, {pixels.at(row)});
+    }
+    const QList<double> values = scaledValues(nonEquivalentMap(inputs), 0);
+    const Mix fit{
+        {values.at(4) / jumps.at(0), values.at(5) / jumps.at(1)}, values.at(8), values.at(9)};
+    QList<double> left = pixels;
+    for (int row = 0; row < left.size(); ++row) {
+        left[row] -= fit.at(row);
+    }
+    const auto dot = [&left](const QList<double>& basis) {
+        return std::inner_product(left.begin(), left.end(), basis.begin(), 0.0);
+    };
+    QVERIFY(dot(left) > 0.1);
+    for (const Mix& basis : {Mix{{1, 0}}, Mix{{0, 1}}, Mix{{}, 1}, Mix{{}, 0, 1}}) {
+        QVERIFY(near(dot(basis.atAllRows()), 0));
+    }
+}
+
+void tst_MapStacks::referencesAreTakenLessTheirPostEdgeLineOnRequest()
+{
+    // Less the post-edge line each reference is lower by its jump, and the
+    // constant higher by the total of 4. The target's choice plays no part.
+    PanelInputs inputs = mixedMaps({quarter});
+    inputs.subPostForTarget = true;
+    QVERIFY(isQuarter(nonEquivalentMap(inputs)));
+    inputs.subPostForRef = true;
+    const A2DData map = nonEquivalentMap(inputs);
+    QVERIFY(near(map.rows.at(0).values.at(8), 5.25));
+    QVERIFY(near(map.rows.at(0).intensity, 0.25));
+}
+
+void tst_MapStacks::countsBecomeMutBeforeTheFit()
+{
+    PanelInputs inputs = mixedMaps({quarter});
+    for (int row = 0; row < 5; ++row) {
+        A2DRow& pixel = inputs.maps.at(static_cast<std::size_t>(row)).rows[0];
+        pixel.i0 = 1000;
+        pixel.intensity = 1000 * std::exp(-quarter.at(row));
+    }
+    QVERIFY(isQuarter(nonEquivalentMap(inputs)));
+}
+
+void tst_MapStacks::baseRowIsTheFirstUsedRowAndNotTheVRow()
+{
+    // The V row 3 is wider; row 1 has a map too and is not in use.
+    PanelInputs inputs = mixedMaps({quarter, negative}, 2, 6);
+    setMap(inputs, 0, {1, 2, 3});
+    inputs.maps[2].rows.append({9, 9, 7, 0, {}});
+    inputs.maps[2].xNum = 3;
+    inputs.maps[2].headerLines = {"# V row"};
+    inputs.maps[0].headerLines = {"# not in use"};
+    A2DData& base = inputs.maps[1];
+    base.headerLines = {"# base  row", "#"};
+    base.rows[1].x = 12.5;
+    base.rows[1].y = -3;
+    base.rows.append({20, 20, 5, 0, {}}); // beyond its width
+    useRows(inputs, {1, 2, 3, 4, 5});
+    const A2DData map = nonEquivalentMap(inputs);
+    QCOMPARE(map.headerLines, (QStringList{"# base  row", "#"}));
+    QCOMPARE(map.xNum, 2);
+    QCOMPARE(map.yNum, 1);
+    QCOMPARE(map.rows.size(), 2);
+    QCOMPARE(map.rows.at(0).y, 0.5);
+    QCOMPARE(map.rows.at(1).x, 12.5);
+    QCOMPARE(map.rows.at(1).y, -3.0);
+    QVERIFY(near(scaledValues(map, 0), quarterValues));
+    QVERIFY(near(scaledValues(map, 1), negativeValues));
+}
+
+void tst_MapStacks::rowWithoutMapAsBaseRowGivesNoPixels()
+{
+    PanelInputs inputs = mixedMaps({quarter}, 2, 6);
+    takeMap(inputs, 0);
+    const A2DData map = nonEquivalentMap(inputs);
+    QVERIFY(map.rows.isEmpty());
+    QCOMPARE(map.xNum, 0);
+    QVERIFY(map.extended);
+}
+
+void tst_MapStacks::rowWithoutMapEntersTheFitWithMinusOne()
+{
+    // The constant is such that the mix is -1 at the row without a map.
+    Mix mix = quarter;
+    mix.constant -= quarter.at(3) + 1;
+    PanelInputs inputs = mixedMaps({mix}, 2, 6);
+    takeMap(inputs, 3);
+    const A2DData map = nonEquivalentMap(inputs);
+    QVERIFY(near(map.rows.at(0).intensity, 0.25));
+    QVERIFY(near(map.rows.at(0).values.at(8), mix.constant));
+    // Under another constant it does not fit to the others.
+    setPixels(inputs, {quarter}, 6);
+    takeMap(inputs, 3);
+    QVERIFY(!near(nonEquivalentMap(inputs).rows.at(0).intensity, 0.25));
+}
+
+void tst_MapStacks::rowWhoseReloadFailedEntersWithItsOldPixels()
+{
+    PanelInputs inputs = mixedMaps({quarter}, 2, 6);
+    inputs.points[3].hasMap = false;
+    QVERIFY(isQuarter(nonEquivalentMap(inputs)));
+    inputs.maps[3].rows[0].intensity += 1;
+    QVERIFY(!isQuarter(nonEquivalentMap(inputs)));
+}
+
+void tst_MapStacks::mutsOfTheRowsAreNotUsed()
+{
+    PanelInputs inputs = mixedMaps({quarter});
+    for (analysis::PointState& point : inputs.points) {
+        point.mut.fill(99);
+        point.mutT = 99;
+    }
+    QVERIFY(isQuarter(nonEquivalentMap(inputs)));
+}
+
+void tst_MapStacks::boundOfRowsIsEnough_data()
+{
+    QTest::addColumn<bool>("victoreen");
+    QTest::addColumn<int>("references");
+    QTest::addColumn<int>("rows");
+    for (int references = 2; references <= 4; ++references) {
+        QTest::addRow("linear, %d references", references) << false << references << references + 2;
+        QTest::addRow("Victoreen, %d references", references)
+            << true << references << references + 3;
+    }
+}
+
+// The least number of rows that a plan takes determines all unknowns.
+void tst_MapStacks::boundOfRowsIsEnough()
+{
+    QFETCH(bool, victoreen);
+    QFETCH(int, references);
+    QFETCH(int, rows);
+    const Mix mix{{0.5, 0.5}, 1.25, victoreen ? 0.0 : 0.5};
+    const A2DData map = nonEquivalentMap(mixedMaps({mix}, references, rows), victoreen);
+    QVERIFY(near(map.rows.at(0).intensity, 0.25));
+    QVERIFY(near(map.rows.at(0).values.at(8), 1.25));
+}
+
+QTEST_APPLESS_MAIN(tst_MapStacks)
+#include "tst_MapStacks.moc"

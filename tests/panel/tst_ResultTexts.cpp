@@ -1,0 +1,142 @@
+// The exact words of refusals and results.
+#include "panel/ResultTexts.h"
+
+#include "analysis/CalculationMessage.h"
+#include "analysis/LinearFit.h"
+#include "analysis/TargetResult.h"
+
+#include <QTest>
+
+#include <limits>
+
+using analysis::Message;
+using analysis::MessageId;
+using analysis::Variant;
+using panel::ResultTexts;
+
+namespace
+{
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinite = std::numeric_limits<double>::infinity();
+
+} // namespace
+
+class tst_ResultTexts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void refusalsHaveTheirSentences_data();
+    void refusalsHaveTheirSentences();
+    void fourPointsNumbersHaveSixDigits_data();
+    void fourPointsNumbersHaveSixDigits();
+    void nonEquivalentNumbersHaveThreeDecimalsAndAPlaceForTheSign();
+    void fitNumbersHaveThreeDecimalsAndAPlaceForTheSign();
+    void numericTroubleIsShown();
+    void fileThatCannotBeOpenedIsNamed();
+};
+
+void tst_ResultTexts::refusalsHaveTheirSentences_data()
+{
+    QTest::addColumn<Message>("refusal");
+    QTest::addColumn<QString>("sentence");
+    QTest::newRow("no V row for the target: with a period")
+        << Message{MessageId::NoTargetVPoint} << "V Point is not selected.";
+    QTest::newRow("no V row for the maps: without a period")
+        << Message{MessageId::NoMapVPoint} << "V Point is not selected";
+    QTest::newRow("few references") << Message{MessageId::FewReferences, 1}
+                                    << "Number of valied Ref Files is 1, which is less than 2.";
+    QTest::newRow("first reference")
+        << Message{MessageId::FirstReferenceInvalid} << "The 1st Ref File is not valid.";
+    QTest::newRow("second reference")
+        << Message{MessageId::SecondReferenceInvalid} << "The 2nd Ref File is not valid.";
+    QTest::newRow("a reference by its row, from 0")
+        << Message{MessageId::ReferenceInvalid, 0} << "Ref File 0 is not valid.";
+    QTest::newRow("target") << Message{MessageId::TargetInvalid} << "Target File1 is not valid.";
+    QTest::newRow("number of rows: is not, though less would fit")
+        << Message{MessageId::WrongCount, 3, 4} << "Number of selected data sets 3 is not 4.";
+    QTest::newRow("fewer rows than unknowns")
+        << Message{MessageId::TooFewRows, 4, 5} << "Number of selected data sets 4 is less than 5.";
+    QTest::newRow("no range of the fit")
+        << Message{MessageId::NoFitRange}
+        << "Energy Range is not selected, which should by selected by CB of TR.";
+    QTest::newRow("few references of the fit: without a period")
+        << Message{MessageId::FewFitReferences, 0}
+        << "Number of Valid Reference files is 0, which is less than 2";
+}
+
+void tst_ResultTexts::refusalsHaveTheirSentences()
+{
+    QFETCH(Message, refusal);
+    QTEST(ResultTexts::of(refusal), "sentence");
+}
+
+void tst_ResultTexts::fourPointsNumbersHaveSixDigits_data()
+{
+    QTest::addColumn<Variant>("variant");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("three points: no thickness")
+        << Variant::ThreePoints << "3ps: a = 0.111111, Valence = 2.88889";
+    QTest::newRow("exact: no label")
+        << Variant::ExactFourPoints << "a = 0.111111, Valence = 2.88889, t/ts = 1e+07";
+    QTest::newRow("least square") << Variant::LeastSquare
+                                  << "4ps2: a = 0.111111, Valence = 2.88889, t/ts = 1e+07";
+}
+
+void tst_ResultTexts::fourPointsNumbersHaveSixDigits()
+{
+    QFETCH(Variant, variant);
+    QTEST(ResultTexts::of({variant, 1.0 / 9.0, 3.0 - 1.0 / 9.0, 1e7, {}}), "line");
+}
+
+void tst_ResultTexts::nonEquivalentNumbersHaveThreeDecimalsAndAPlaceForTheSign()
+{
+    analysis::TargetResult result{
+        Variant::NonEquivalentLinear, -0.2, 5.6, 40.0, {{0, -0.2, -1.0}, {3, 1.2, 6.0}}};
+    const QString line = "Result of NEQ :: -0.200 :  1.200, Valence =  5.600, t =  40.000";
+    QCOMPARE(ResultTexts::of(result), line);
+    result.variant = Variant::NonEquivalentVictoreen;
+    QCOMPARE(ResultTexts::of(result), line);
+    result.parts.append({2, 0.25, 0.0});
+    result.parts.append({1, 0.0004, 0.0});
+    QVERIFY(ResultTexts::of(result).startsWith(
+        "Result of NEQ :: -0.200 :  1.200 :  0.250 :  0.000, Valence"));
+}
+
+void tst_ResultTexts::fitNumbersHaveThreeDecimalsAndAPlaceForTheSign()
+{
+    QCOMPARE(ResultTexts::of(analysis::LinearFit{{1.25, -0.25}, 1.5, -0.375, {}}),
+             "Result of LCF ::  1.250 : -0.250, Valence =  1.500, Base = -0.375");
+    QCOMPARE(ResultTexts::of(analysis::LinearFit{{1, 0.5, -2, 1.5}, 2.75, 12.5, {}}),
+             "Result of LCF ::  1.000 :  0.500 : -2.000 :  1.500, Valence =  2.750, "
+             "Base =  12.500");
+}
+
+void tst_ResultTexts::numericTroubleIsShown()
+{
+    QCOMPARE(ResultTexts::of({Variant::ThreePoints, notANumber, notANumber, 0.0, {}}),
+             "3ps: a = nan, Valence = nan");
+    QCOMPARE(ResultTexts::of({Variant::ExactFourPoints, notANumber, notANumber, -infinite, {}}),
+             "a = nan, Valence = nan, t/ts = -inf");
+    QCOMPARE(ResultTexts::of({Variant::NonEquivalentLinear,
+                              notANumber,
+                              notANumber,
+                              notANumber,
+                              {{0, notANumber, 0}, {1, notANumber, 0}}})
+                 .count("nan"),
+             4);
+    QCOMPARE(
+        ResultTexts::of(analysis::LinearFit{{notANumber, notANumber}, notANumber, notANumber, {}})
+            .count("nan"),
+        4);
+}
+
+void tst_ResultTexts::fileThatCannotBeOpenedIsNamed()
+{
+    QCOMPARE(ResultTexts::cannotOpen("/a b/%1.dat"), "Can't open the file [/a b/%1.dat]");
+    QCOMPARE(ResultTexts::cannotOpen({}), "Can't open the file []");
+}
+
+QTEST_APPLESS_MAIN(tst_ResultTexts)
+#include "tst_ResultTexts.moc"

@@ -1,0 +1,121 @@
+// The widgets of the panel without the panel.
+#pragma once
+
+#include "display/DispMBase.h"
+#include "display/Displays.h"
+#include "panel/Widgets.h"
+#include "rows/AEPoint.h"
+#include "rows/ARefFile.h"
+#include "rows/RefFiles.h"
+#include "ui_FourPs.h"
+
+#include <QButtonGroup>
+#include <QSignalBlocker>
+
+#include <memory>
+#include <vector>
+
+namespace tests
+{
+
+/// Puts together what a part of the panel works on. Nothing is placed or connected, so
+/// that no calculation runs.
+class LooseWidgets
+{
+public:
+    LooseWidgets()
+    {
+        form.setupUi(&frame);
+        for (int i = 0; i < 4; ++i) {
+            auto* row = new ARefFile;
+            form.RefFileLayout->addWidget(row);
+            references.RefRows.append(row);
+            list.spectra.append(row->XafsFS);
+        }
+        list.spectra.append(form.TargetFile);
+        for (int i = 0; i < 8; ++i) {
+            m_points.push_back(std::make_unique<AEPoint>());
+            list.points.append(m_points.back().get());
+            mapRows.addButton(list.points.last()->ShowMapB);
+        }
+        for (QAbstractButton* radio : {form.MapRatio1, form.MapC1, form.MapValence}) {
+            mapRadios.addButton(radio);
+        }
+        for (QAbstractButton* radio : {form.NNone, form.NBySubPre, form.NByEJ, form.NBy2Vics}) {
+            normRadios.addButton(radio);
+        }
+        for (QButtonGroup* group : {&mapRadios, &mapRows, &normRadios}) {
+            group->setExclusive(false);
+        }
+        list.form = &form;
+        list.references = &references;
+        list.energyList = &energyList;
+        list.mapFiles = &mapFiles;
+        list.graphs = &graphs;
+        list.resultMap = &resultMap;
+        list.dataMap = &dataMap;
+        list.mapRadios = &mapRadios;
+        list.mapRows = &mapRows;
+        list.normRadios = &normRadios;
+    }
+
+    /// Back to a start for the next case: no text, nothing checked, radio buttons that
+    /// can all be off, no spectrum, no map, and windows without a range.
+    void reset()
+    {
+        for (QObject* parent : parents()) {
+            const QSignalBlocker quiet(parent);
+            for (auto* edit : parent->findChildren<QLineEdit*>()) {
+                edit->clear();
+            }
+            for (auto* button : parent->findChildren<QAbstractButton*>()) {
+                const QSignalBlocker quietButton(button);
+                button->setAutoExclusive(false);
+                button->setChecked(false);
+            }
+        }
+        for (AXafsFileSelect* spectrum : std::as_const(list.spectra)) {
+            static_cast<AMutE&>(*spectrum) = AMutE();
+        }
+        for (AEPoint* row : std::as_const(list.points)) {
+            row->clear();
+            row->loaded = false;
+        }
+        for (DispMBase* window : {&resultMap, &dataMap}) {
+            window->clearScale();
+            window->setZRange(0.0, 1.0);
+            window->Val->clear();
+        }
+    }
+
+    AEPoint* point(int i) const { return list.points.at(i); }
+    ARefFile* reference(int i) const { return references.RefRows.at(i); }
+
+    QFrame frame;
+    Ui_FourPs form;
+    RefFiles references;
+    QLineEdit energyList;
+    AFileSelect mapFiles;
+    Displays graphs;
+    DispMBase resultMap;
+    DispMBase dataMap;
+    QButtonGroup mapRadios;
+    QButtonGroup mapRows;
+    QButtonGroup normRadios;
+    panel::Widgets list; ///< all of it
+
+private:
+    /// What holds fields and buttons.
+    QList<QObject*> parents()
+    {
+        QList<QObject*> all{&frame};
+        for (AEPoint* row : std::as_const(list.points)) {
+            all.append(row);
+        }
+        return all;
+    }
+
+    std::vector<std::unique_ptr<AEPoint>> m_points;
+};
+
+} // namespace tests
