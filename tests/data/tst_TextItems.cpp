@@ -1,5 +1,6 @@
 // Items of a line of text. Expected texts follow from the rules by hand.
 #include "data/TextItems.h"
+#include "support/DataRows.h"
 #include "support/DebugLog.h"
 
 #include <QElapsedTimer>
@@ -72,58 +73,24 @@ void TestTextItems::nextItem_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("item");
     QTest::addColumn<QString>("rest");
-    QTest::newRow("empty line") << ""
-                                << ""
-                                << "";
-    QTest::newRow("blanks only") << " \t "
-                                 << ""
-                                 << "";
-    QTest::newRow("one item") << "abc"
-                              << "abc"
-                              << "";
-    QTest::newRow("rest keeps its leading blanks") << "  a   b c"
-                                                   << "a"
-                                                   << "   b c";
-    QTest::newRow("tab ends an item") << "a\tb"
-                                      << "a"
-                                      << "\tb";
-    QTest::newRow("line feed ends an item") << "a\nb"
-                                            << "a"
-                                            << "\nb";
+    tests::addTexts("empty line", {"", "", ""});
+    tests::addTexts("blanks only", {" \t ", "", ""});
+    tests::addTexts("one item", {"abc", "abc", ""});
+    tests::addTexts("rest keeps its leading blanks", {"  a   b c", "a", "   b c"});
+    tests::addTexts("tab ends an item", {"a\tb", "a", "\tb"});
+    tests::addTexts("line feed ends an item", {"a\nb", "a", "\nb"});
     QTest::newRow("no-break space is no blank") << u"a\u00a0b c"_qs << u"a\u00a0b"_qs << " c";
-    QTest::newRow("quoted item holds blanks") << " \"a b\" c"
-                                              << "a b"
-                                              << " c";
-    QTest::newRow("quoted item ends at its quote") << "\"a\"b"
-                                                   << "a"
-                                                   << "b";
-    QTest::newRow("quoted empty item goes on") << "\"\" b"
-                                               << ""
-                                               << " b";
-    QTest::newRow("no escaping in quotes") << "\"a\\\"b\""
-                                           << "a\\"
-                                           << "b\"";
-    QTest::newRow("doubled quote opens anew") << "\"a\"\"b\""
-                                              << "a"
-                                              << "\"b\"";
-    QTest::newRow("quote in the middle stays") << "a\"b c"
-                                               << "a\"b"
-                                               << " c";
-    QTest::newRow("quote before a blank stays") << "ab\" c"
-                                                << "ab\""
-                                                << " c";
-    QTest::newRow("quote at the end stays") << "a b\""
-                                            << "a"
-                                            << " b\"";
-    QTest::newRow("last item with a quote at its end") << " b\""
-                                                       << "b\""
-                                                       << "";
-    QTest::newRow("unclosed quote takes all") << " \"a b "
-                                              << "a b "
-                                              << "";
-    QTest::newRow("lone quote") << "\""
-                                << ""
-                                << "";
+    tests::addTexts("quoted item holds blanks", {" \"a b\" c", "a b", " c"});
+    tests::addTexts("quoted item ends at its quote", {"\"a\"b", "a", "b"});
+    tests::addTexts("quoted empty item goes on", {"\"\" b", "", " b"});
+    tests::addTexts("no escaping in quotes", {"\"a\\\"b\"", "a\\", "b\""});
+    tests::addTexts("doubled quote opens anew", {"\"a\"\"b\"", "a", "\"b\""});
+    tests::addTexts("quote in the middle stays", {"a\"b c", "a\"b", " c"});
+    tests::addTexts("quote before a blank stays", {"ab\" c", "ab\"", " c"});
+    tests::addTexts("quote at the end stays", {"a b\"", "a", " b\""});
+    tests::addTexts("last item with a quote at its end", {" b\"", "b\"", ""});
+    tests::addTexts("unclosed quote takes all", {" \"a b ", "a b ", ""});
+    tests::addTexts("lone quote", {"\"", "", ""});
 }
 
 void TestTextItems::nextItem()
@@ -306,33 +273,15 @@ void TestTextItems::stripComment_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("comment");
-    QTest::newRow("mark in the middle") << "a # b # c"
-                                        << "a "
-                                        << " b # c";
-    QTest::newRow("mark at the start") << "#b"
-                                       << ""
-                                       << "b";
-    QTest::newRow("mark at the end") << "a#"
-                                     << "a"
-                                     << "";
-    QTest::newRow("double quotes hide a mark") << "\"a#b\" #c"
-                                               << "\"a#b\" "
-                                               << "c";
-    QTest::newRow("single quotes hide a mark") << "'a#b' #c"
-                                               << "'a#b' "
-                                               << "c";
-    QTest::newRow("one kind closes the other") << "\"a' #c"
-                                               << "\"a' "
-                                               << "c";
-    QTest::newRow("apostrophe within double quotes closes") << "\"a'#b\""
-                                                            << "\"a'"
-                                                            << "b\"";
-    QTest::newRow("open quote hides to the end") << "it's #c"
-                                                 << "it's #c"
-                                                 << "untouched";
-    QTest::newRow("no mark") << "abc"
-                             << "abc"
-                             << "untouched";
+    tests::addTexts("mark in the middle", {"a # b # c", "a ", " b # c"});
+    tests::addTexts("mark at the start", {"#b", "", "b"});
+    tests::addTexts("mark at the end", {"a#", "a", ""});
+    tests::addTexts("double quotes hide a mark", {"\"a#b\" #c", "\"a#b\" ", "c"});
+    tests::addTexts("single quotes hide a mark", {"'a#b' #c", "'a#b' ", "c"});
+    tests::addTexts("one kind closes the other", {"\"a' #c", "\"a' ", "c"});
+    tests::addTexts("apostrophe within double quotes closes", {"\"a'#b\"", "\"a'", "b\""});
+    tests::addTexts("open quote hides to the end", {"it's #c", "it's #c", "untouched"});
+    tests::addTexts("no mark", {"abc", "abc", "untouched"});
 }
 
 void TestTextItems::stripComment()
@@ -385,26 +334,16 @@ void TestTextItems::trimmedCutsByTheLastIndexOfTheGivenLine_data()
     QTest::addColumn<QString>("expected");
     // Last non-blank at index i: the text without its leading blanks, cut to
     // i - 1 characters.
-    QTest::newRow("no leading blank, i = 5") << "abcdef"
-                                             << "abcd";
-    QTest::newRow("one leading blank, i = 6") << " abcdef"
-                                              << "abcde";
-    QTest::newRow("two leading blanks, i = 7") << "  abcdef"
-                                               << "abcdef";
-    QTest::newRow("trailing blanks are not counted, i = 2") << "abc   "
-                                                            << "a";
-    QTest::newRow("trailing blanks stay within the length, i = 6") << "    abc   "
-                                                                   << "abc  ";
-    QTest::newRow("inner blanks stay, i = 6") << "a b c d"
-                                              << "a b c";
-    QTest::newRow("two characters, i = 1") << "ab"
-                                           << "";
-    QTest::newRow("one character, i = 0") << "a"
-                                          << "";
-    QTest::newRow("blanks only") << "   "
-                                 << "";
-    QTest::newRow("empty") << ""
-                           << "";
+    tests::addTexts("no leading blank, i = 5", {"abcdef", "abcd"});
+    tests::addTexts("one leading blank, i = 6", {" abcdef", "abcde"});
+    tests::addTexts("two leading blanks, i = 7", {"  abcdef", "abcdef"});
+    tests::addTexts("trailing blanks are not counted, i = 2", {"abc   ", "a"});
+    tests::addTexts("trailing blanks stay within the length, i = 6", {"    abc   ", "abc  "});
+    tests::addTexts("inner blanks stay, i = 6", {"a b c d", "a b c"});
+    tests::addTexts("two characters, i = 1", {"ab", ""});
+    tests::addTexts("one character, i = 0", {"a", ""});
+    tests::addTexts("blanks only", {"   ", ""});
+    tests::addTexts("empty", {"", ""});
 }
 
 void TestTextItems::trimmedCutsByTheLastIndexOfTheGivenLine()
@@ -418,16 +357,11 @@ void TestTextItems::quotedIfNeeded_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("plain text stays") << "a b"
-                                      << "a b";
-    QTest::newRow("comma encloses") << "a,b"
-                                    << "\"a,b\"";
-    QTest::newRow("quote is doubled and encloses") << "a\"b"
-                                                   << "\"a\"\"b\"";
-    QTest::newRow("both") << "\"a\",b"
-                          << "\"\"\"a\"\",b\"";
-    QTest::newRow("empty stays") << ""
-                                 << "";
+    tests::addTexts("plain text stays", {"a b", "a b"});
+    tests::addTexts("comma encloses", {"a,b", "\"a,b\""});
+    tests::addTexts("quote is doubled and encloses", {"a\"b", "\"a\"\"b\""});
+    tests::addTexts("both", {"\"a\",b", "\"\"\"a\"\",b\""});
+    tests::addTexts("empty stays", {"", ""});
 }
 
 void TestTextItems::quotedIfNeeded()
@@ -463,76 +397,20 @@ void TestTextItems::commaField_data()
     QTest::addColumn<QString>("strictRest");
     QTest::addColumn<QString>("looseField");
     QTest::addColumn<QString>("looseRest");
-    QTest::newRow("plain") << "a b,c,d"
-                           << "a b"
-                           << "c,d"
-                           << "a b"
-                           << "c,d";
-    QTest::newRow("last field") << "a"
-                                << "a"
-                                << ""
-                                << "a"
-                                << "";
-    QTest::newRow("comma at the end") << "a,"
-                                      << "a"
-                                      << ""
-                                      << "a"
-                                      << "";
-    QTest::newRow("empty field") << ",b"
-                                 << ""
-                                 << "b"
-                                 << ""
-                                 << "b";
-    QTest::newRow("empty line") << ""
-                                << ""
-                                << ""
-                                << ""
-                                << "";
-    QTest::newRow("comma in quotes") << "\"a,b\",c"
-                                     << "a,b"
-                                     << "c"
-                                     << "a,b"
-                                     << "c";
-    QTest::newRow("doubled quote") << "\"a\"\"b\",c"
-                                   << "a\"b"
-                                   << "c"
-                                   << "a\"b"
-                                   << "c";
-    QTest::newRow("quoted empty field") << "\"\",c"
-                                        << ""
-                                        << "c"
-                                        << ""
-                                        << "c";
-    QTest::newRow("only a doubled quote") << "\"\"\"\",c"
-                                          << "\""
-                                          << "c"
-                                          << "\""
-                                          << "c";
-    QTest::newRow("unclosed quote") << "\"a,b"
-                                    << "a,b"
-                                    << ""
-                                    << "a,b"
-                                    << "";
-    QTest::newRow("text after the closing quote") << "\"a\"b,c"
-                                                  << "ab"
-                                                  << "c"
-                                                  << "ab"
-                                                  << "c";
-    QTest::newRow("quotes within the field") << "a\"b,c\"d,e"
-                                             << "a\"b"
-                                             << "c\"d,e"
-                                             << "ab,cd"
-                                             << "e";
-    QTest::newRow("quotes opened twice") << "\"a,\"b\"c,\",d"
-                                         << "a,b\"c"
-                                         << "\",d"
-                                         << "a,bc,"
-                                         << "d";
-    QTest::newRow("blank before the quote") << " \"a\",b"
-                                            << " \"a\""
-                                            << "b"
-                                            << " a"
-                                            << "b";
+    tests::addTexts("plain", {"a b,c,d", "a b", "c,d", "a b", "c,d"});
+    tests::addTexts("last field", {"a", "a", "", "a", ""});
+    tests::addTexts("comma at the end", {"a,", "a", "", "a", ""});
+    tests::addTexts("empty field", {",b", "", "b", "", "b"});
+    tests::addTexts("empty line", {"", "", "", "", ""});
+    tests::addTexts("comma in quotes", {"\"a,b\",c", "a,b", "c", "a,b", "c"});
+    tests::addTexts("doubled quote", {"\"a\"\"b\",c", "a\"b", "c", "a\"b", "c"});
+    tests::addTexts("quoted empty field", {"\"\",c", "", "c", "", "c"});
+    tests::addTexts("only a doubled quote", {"\"\"\"\",c", "\"", "c", "\"", "c"});
+    tests::addTexts("unclosed quote", {"\"a,b", "a,b", "", "a,b", ""});
+    tests::addTexts("text after the closing quote", {"\"a\"b,c", "ab", "c", "ab", "c"});
+    tests::addTexts("quotes within the field", {"a\"b,c\"d,e", "a\"b", "c\"d,e", "ab,cd", "e"});
+    tests::addTexts("quotes opened twice", {"\"a,\"b\"c,\",d", "a,b\"c", "\",d", "a,bc,", "d"});
+    tests::addTexts("blank before the quote", {" \"a\",b", " \"a\"", "b", " a", "b"});
 }
 
 void TestTextItems::commaField()
@@ -552,20 +430,13 @@ void TestTextItems::fieldAfter_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("up to the delimiter") << "x KEY=a b;c"
-                                         << "a b";
-    QTest::newRow("up to the end") << "x KEY=a b"
-                                   << "a b";
-    QTest::newRow("leading delimiters are dropped") << "KEY=;;a;b"
-                                                    << "a";
-    QTest::newRow("delimiters only") << "KEY=;;"
-                                     << "";
-    QTest::newRow("nothing after the word") << "KEY="
-                                            << "";
-    QTest::newRow("no such word") << "key=a"
-                                  << "";
-    QTest::newRow("first word counts") << "KEY=a;KEY=b"
-                                       << "a";
+    tests::addTexts("up to the delimiter", {"x KEY=a b;c", "a b"});
+    tests::addTexts("up to the end", {"x KEY=a b", "a b"});
+    tests::addTexts("leading delimiters are dropped", {"KEY=;;a;b", "a"});
+    tests::addTexts("delimiters only", {"KEY=;;", ""});
+    tests::addTexts("nothing after the word", {"KEY=", ""});
+    tests::addTexts("no such word", {"key=a", ""});
+    tests::addTexts("first word counts", {"KEY=a;KEY=b", "a"});
 }
 
 void TestTextItems::fieldAfter()
@@ -602,14 +473,10 @@ void TestTextItems::dropBackslashCutsTwoAtMost_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("none") << "a "
-                          << "a ";
-    QTest::newRow("one") << "a \\"
-                         << "a ";
-    QTest::newRow("two") << "a\\ \\ "
-                         << "a";
-    QTest::newRow("three") << "a\\\\\\"
-                           << "a\\";
+    tests::addTexts("none", {"a ", "a "});
+    tests::addTexts("one", {"a \\", "a "});
+    tests::addTexts("two", {"a\\ \\ ", "a"});
+    tests::addTexts("three", {"a\\\\\\", "a\\"});
 }
 
 void TestTextItems::dropBackslashCutsTwoAtMost()
@@ -697,24 +564,15 @@ void TestTextItems::withThousands_data()
 {
     QTest::addColumn<QString>("number");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("three digits") << "123"
-                                  << "123";
-    QTest::newRow("four digits") << "1234"
-                                 << "1,234";
-    QTest::newRow("six digits") << "123456"
-                                << "123,456";
-    QTest::newRow("seven digits") << "1234567"
-                                  << "1,234,567";
-    QTest::newRow("point") << "1234.5678"
-                           << "1,234.5678";
-    QTest::newRow("point first") << ".5678"
-                                 << ".5678";
-    QTest::newRow("only the first point counts") << "1234.5678.9"
-                                                 << "1,234.5678.9";
-    QTest::newRow("a sign counts as a digit") << "-123"
-                                              << "-,123";
-    QTest::newRow("empty") << ""
-                           << "";
+    tests::addTexts("three digits", {"123", "123"});
+    tests::addTexts("four digits", {"1234", "1,234"});
+    tests::addTexts("six digits", {"123456", "123,456"});
+    tests::addTexts("seven digits", {"1234567", "1,234,567"});
+    tests::addTexts("point", {"1234.5678", "1,234.5678"});
+    tests::addTexts("point first", {".5678", ".5678"});
+    tests::addTexts("only the first point counts", {"1234.5678.9", "1,234.5678.9"});
+    tests::addTexts("a sign counts as a digit", {"-123", "-,123"});
+    tests::addTexts("empty", {"", ""});
 }
 
 void TestTextItems::withThousands()

@@ -123,8 +123,8 @@ void click(QPushButton* button)
     QTest::mouseClick(button, Qt::LeftButton);
 }
 
-constexpr int settled = 60; // milliseconds
-constexpr int idle = 200;   // milliseconds
+constexpr int settled = 20; // milliseconds
+constexpr int idle = 60;    // milliseconds
 
 } // namespace
 
@@ -177,10 +177,6 @@ private Q_SLOTS:
     void idleSurfaceDoesNotPaint();
     void updateOfTheFramePaintsTheSurfaceOnce_data() { kindsAndPlaces(); }
     void updateOfTheFramePaintsTheSurfaceOnce();
-    void updateOfTheSurfacePaintsItOnce_data() { kindsAndPlaces(); }
-    void updateOfTheSurfacePaintsItOnce();
-    void updateOfAHiddenFramePaintsNothing_data() { kinds(); }
-    void updateOfAHiddenFramePaintsNothing();
     void paintOfTheSurfaceRepaintsTheWindowsBackground_data() { kinds(); }
     void paintOfTheSurfaceRepaintsTheWindowsBackground();
 
@@ -475,24 +471,6 @@ void tst_DispFrames::updateOfTheFramePaintsTheSurfaceOnce()
     QCOMPARE(paints.within(settled), 1);
     QCOMPARE(paints.within(settled), 1);
     QCOMPARE(drawings, 1);
-}
-
-void tst_DispFrames::updateOfTheSurfacePaintsItOnce()
-{
-    QFETCH(bool, out);
-    QVERIFY(out ? m->showPoppedOut() : m->showDocked());
-    PaintCounter paints(m->area);
-    paints.settle();
-    m->area->update();
-    QCOMPARE(paints.within(settled), 1);
-    QCOMPARE(paints.within(settled), 1);
-}
-
-void tst_DispFrames::updateOfAHiddenFramePaintsNothing()
-{
-    PaintCounter paints(m->area);
-    m->update();
-    QCOMPARE(paints.within(settled), 0);
 }
 
 void tst_DispFrames::paintOfTheSurfaceRepaintsTheWindowsBackground()

@@ -117,21 +117,17 @@ private Q_SLOTS:
 
     void drawNamesThePlot_data();
     void drawNamesThePlot();
-    void drawArrivesWithinThePaint();
     void mouseSignalsNameThePlot_data();
     void mouseSignalsNameThePlot();
     void rightPressIsNotToldButItsReleaseIs();
     void doubleClickIsNotTold();
 
     void doubleClickResetsTheRangeOfThatPlotOnly();
-    void clearedScaleWaitsForTheNextPaint();
 
     void updatePaintsEveryPlotOnce();
-    void updatesInARowPaintOnce();
     void updatePaintsAPoppedOutPlotOnce();
     void updateReachesAPoppedOutPlotWhileTheWindowIsHidden();
     void updateReachesThePlotOutsideTheGridWhenItIsPoppedOut();
-    void updateOfAHiddenWindowPaintsNothing();
     void nothingIsPaintedWithoutReason();
 
     void closingHidesTheWindowAndItOpensAgain();
@@ -355,21 +351,6 @@ void tst_Displays::drawNamesThePlot()
     QCOMPARE(draws, 1);
 }
 
-void tst_Displays::drawArrivesWithinThePaint()
-{
-    Displays graphs;
-    DispABase* plot = graphs.frame(Displays::DHistA);
-    plot->DispA->setFixedSize(100, 80);
-    connect(&graphs, &Displays::draw, this,
-            [](Displays::DispId, DispABase* frame, QStylePainter* p) {
-                p->fillRect(frame->DispA->rect(), QColor(10, 20, 30));
-                frame->DispA->cc.drawn = false;
-            });
-    const QImage image = plot->DispA->grab().toImage();
-    QCOMPARE(image.pixelColor(99, 79), QColor(10, 20, 30));
-    QCOMPARE(image.pixelColor(50, 40), QColor(10, 20, 30));
-}
-
 void tst_Displays::mouseSignalsNameThePlot_data()
 {
     drawNamesThePlot_data();
@@ -436,38 +417,12 @@ void tst_Displays::doubleClickResetsTheRangeOfThatPlotOnly()
     QCOMPARE(graphs.frame(Displays::DHistA)->DispA->cc.realX1, 3.0);
 }
 
-void tst_Displays::clearedScaleWaitsForTheNextPaint()
-{
-    Displays graphs;
-    QVERIFY(showAndSettle(graphs));
-    DispABase* plot = graphs.frame(Displays::DMuts);
-    plot->setRealCoord(1.0, 2.0, 3.0, 4.0);
-    SurfacePaints paints(graphs);
-    plot->clearScale();
-    QCOMPARE(paints.counts(), inTheGrid(0));
-    QCOMPARE(plot->DispA->cc.realY1, 4.0);
-    graphs.update();
-    QCOMPARE(paints.counts(), inTheGrid(1));
-    QCOMPARE(plot->DispA->cc.realY1, 1.0);
-}
-
 void tst_Displays::updatePaintsEveryPlotOnce()
 {
     Displays graphs;
     QVERIFY(showAndSettle(graphs));
     SurfacePaints paints(graphs);
     graphs.update();
-    QCOMPARE(paints.counts(), inTheGrid(1));
-}
-
-void tst_Displays::updatesInARowPaintOnce()
-{
-    Displays graphs;
-    QVERIFY(showAndSettle(graphs));
-    SurfacePaints paints(graphs);
-    for (int i = 0; i < 5; ++i) {
-        graphs.update();
-    }
     QCOMPARE(paints.counts(), inTheGrid(1));
 }
 
@@ -511,19 +466,6 @@ void tst_Displays::updateReachesThePlotOutsideTheGridWhenItIsPoppedOut()
     SurfacePaints paints(graphs);
     graphs.update();
     QCOMPARE(paints.counts(), QList<int>(11, 1));
-}
-
-void tst_Displays::updateOfAHiddenWindowPaintsNothing()
-{
-    Displays graphs;
-    SurfacePaints paints(graphs);
-    graphs.update();
-    QCOMPARE(paints.counts(), QList<int>(11, 0));
-    QVERIFY(showAndSettle(graphs));
-    graphs.hide();
-    paints.restart();
-    graphs.update();
-    QCOMPARE(paints.counts(), QList<int>(11, 0));
 }
 
 void tst_Displays::nothingIsPaintedWithoutReason()

@@ -1,6 +1,7 @@
 // Histograms: reading the panel's edits, and their file beside the result.
 #include "display/Histgram.h"
 
+#include "support/DataRows.h"
 #include "support/TestFiles.h"
 #include "support/Unprivileged.h"
 
@@ -202,14 +203,10 @@ void tst_Histgram::fileIsNamedAfterTheResult_data()
 {
     QTest::addColumn<QString>("result");
     QTest::addColumn<QString>("file");
-    QTest::newRow("two points") << "a.b.dat"
-                                << "a.b_HGThick.dat";
-    QTest::newRow("no suffix ends in a point") << "map"
-                                               << "map_HGThick.";
-    QTest::newRow("hidden") << ".map"
-                            << "_HGThick.map";
-    QTest::newRow("point at the end") << "map."
-                                      << "map_HGThick.";
+    tests::addTexts("two points", {"a.b.dat", "a.b_HGThick.dat"});
+    tests::addTexts("no suffix ends in a point", {"map", "map_HGThick."});
+    tests::addTexts("hidden", {".map", "_HGThick.map"});
+    tests::addTexts("point at the end", {"map.", "map_HGThick."});
     QTest::newRow("blanks and letters")
         << QString::fromUtf8("μ t.tx t") << QString::fromUtf8("μ t_HGThick.tx t");
 }

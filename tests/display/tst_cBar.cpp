@@ -3,9 +3,10 @@
 #include "display/cBar.h"
 
 #include "display/ColorTables.h"
+#include "support/MemberOrder.h"
+#include "support/PaintCounter.h"
 
 #include <QImage>
-#include <QMetaMethod>
 #include <QMouseEvent>
 #include <QSignalSpy>
 #include <QTest>
@@ -36,33 +37,6 @@ QColor entryOf(int type, int i)
         return {level(i), level(i - 256), level(i - 512)};
     }
 }
-
-/// Counts the paints of a widget.
-class PaintCounter : public QObject
-{
-public:
-    explicit PaintCounter(QWidget* widget)
-    {
-        QCoreApplication::processEvents();
-        widget->installEventFilter(this);
-    }
-
-    /// Paints since the last call, once all waiting ones are done.
-    int take()
-    {
-        QCoreApplication::processEvents();
-        return std::exchange(m_count, 0);
-    }
-
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        m_count += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-
-private:
-    int m_count = 0;
-};
 
 /// A bar that is on the screen and 256 pixels high, one for each entry of its
 /// table: a row is 256 less the entry that stands on it.
@@ -201,7 +175,6 @@ private Q_SLOTS:
     void releaseRepaints();
     void doubleClickRestoresQuietly();
     void doubleClickIsNoPress();
-    void mouseIsRecorded();
 };
 
 void tst_cBar::startsWithTheFirstTable()
@@ -236,18 +209,11 @@ void tst_cBar::startsAsItsFormSays()
 
 void tst_cBar::slotsComeInTheirOrder()
 {
-    QStringList signals_;
-    QStringList slots_;
     const QMetaObject& meta = cBar::staticMetaObject;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        const QMetaMethod method = meta.method(i);
-        const bool isSignal = method.methodType() == QMetaMethod::Signal;
-        (isSignal ? signals_ : slots_).append(QString::fromLatin1(method.methodSignature()));
-        QCOMPARE(method.access(), QMetaMethod::Public);
-    }
-    QCOMPARE(signals_, QStringList{"newScale()"});
-    QCOMPARE(slots_, (QStringList{"setAutoScale(bool)", "newZmax(double)", "newZmin(double)",
-                                  "maxCBarTypes()", "setInvertCBar(bool)"}));
+    QCOMPARE(tests::memberNames(meta, QMetaMethod::Signal), QStringList{"newScale()"});
+    QCOMPARE(tests::memberNames(meta, QMetaMethod::Slot),
+             (QStringList{"setAutoScale(bool)", "newZmax(double)", "newZmin(double)",
+                          "maxCBarTypes()", "setInvertCBar(bool)"}));
     cBar bar;
     int types = 0;
     QVERIFY(QMetaObject::invokeMethod(&bar, "maxCBarTypes", Q_RETURN_ARG(int, types)));
@@ -291,7 +257,8 @@ void tst_cBar::typeResetsTheLines()
     bar.zmax = 7.0;
     bar.zmin = -3.0;
     QSignalSpy spy(&bar, &cBar::newScale);
-    PaintCounter paints(&bar);
+    tests::PaintCounter paints(&bar);
+    paints.settle();
     bar.setCBarType(3);
     QCOMPARE(bar.nColors, 512);
     QCOMPARE(bar.maxIdx, 512);
@@ -300,7 +267,7 @@ void tst_cBar::typeResetsTheLines()
     QCOMPARE(bar.imin, 0.0);
     QCOMPARE(bar.zmax, 7.0);
     QCOMPARE(bar.zmin, -3.0);
-    QCOMPARE(paints.take(), 1);
+    QCOMPARE(paints.within(), 1);
     QCOMPARE(bar.maxLineY, 0);
     QCOMPARE(bar.minLineY, 255);
     QCOMPARE(spy.count(), 0);
@@ -784,13 +751,14 @@ void tst_cBar::draggedUpperLineLiftsTheTop()
     ShownBar bar;
     QVERIFY(bar.isReady());
     QSignalSpy spy(&bar, &cBar::newScale);
-    PaintCounter paints(&bar);
+    tests::PaintCounter paints(&bar);
+    paints.settle();
     bar.press(5);
     QCOMPARE(spy.count(), 0);
-    paints.take();
+    paints.settle();
     bar.move(128);
     QCOMPARE(spy.count(), 1);
-    QCOMPARE(paints.take(), 1);
+    QCOMPARE(paints.within(), 1);
     bar.release(128);
     QCOMPARE(spy.count(), 1);
     QCOMPARE(bar.imax, 512.0);
@@ -913,9 +881,10 @@ void tst_cBar::linesOnOneRowChangeNothing()
     bar.drag(254, 128);
     QSignalSpy spy(&bar, &cBar::newScale);
     bar.press(3);
-    PaintCounter paints(&bar);
+    tests::PaintCounter paints(&bar);
+    paints.settle();
     bar.move(128);
-    QCOMPARE(paints.take(), 1);
+    QCOMPARE(paints.within(), 1);
     QCOMPARE(spy.count(), 0);
     QCOMPARE(bar.imax, 256.0);
     QCOMPARE(bar.imin, -256.0);
@@ -953,9 +922,10 @@ void tst_cBar::moveWithoutAButtonOnlyRepaints()
     bar.drag(3, 128);
     bar.setMouseTracking(true); // else such moves do not even arrive
     QSignalSpy spy(&bar, &cBar::newScale);
-    PaintCounter paints(&bar);
+    tests::PaintCounter paints(&bar);
+    paints.settle();
     bar.send(QEvent::MouseMove, {20, 30}, Qt::NoButton, Qt::NoButton);
-    QCOMPARE(paints.take(), 1);
+    QCOMPARE(paints.within(), 1);
     QCOMPARE(spy.count(), 0);
     QCOMPARE(bar.imax, 512.0);
     QCOMPARE(bar.imin, 0.0);
@@ -968,9 +938,10 @@ void tst_cBar::releaseRepaints()
     QVERIFY(bar.isReady());
     QSignalSpy spy(&bar, &cBar::newScale);
     bar.press(3);
-    PaintCounter paints(&bar);
+    tests::PaintCounter paints(&bar);
+    paints.settle();
     bar.release(90);
-    QCOMPARE(paints.take(), 1);
+    QCOMPARE(paints.within(), 1);
     QCOMPARE(spy.count(), 0);
     QCOMPARE(bar.imax, 256.0);
 }
@@ -986,9 +957,10 @@ void tst_cBar::doubleClickRestoresQuietly()
     QSignalSpy spy(&bar, &cBar::newScale);
     bar.press(220);
     bar.release(220);
-    PaintCounter paints(&bar);
+    tests::PaintCounter paints(&bar);
+    paints.settle();
     QTest::mouseDClick(&bar, Qt::LeftButton, {}, {20, 220});
-    QCOMPARE(paints.take(), 1);
+    QCOMPARE(paints.within(), 1);
     QCOMPARE(bar.imax, 256.0);
     QCOMPARE(bar.imin, 0.0);
     QCOMPARE(bar.maxLineY, 0);
@@ -1009,23 +981,6 @@ void tst_cBar::doubleClickIsNoPress()
     bar.send(QEvent::MouseMove, {20, 128}, Qt::NoButton, Qt::RightButton);
     QCOMPARE(spy.count(), 0);
     QCOMPARE(bar.imax, 256.0);
-}
-
-void tst_cBar::mouseIsRecorded()
-{
-    ShownBar bar;
-    QVERIFY(bar.isReady());
-    bar.press(100, Qt::RightButton);
-    QVERIFY(bar.mouse.pressed);
-    QCOMPARE(bar.mouse.pressPos, QPoint(20, 100));
-    QCOMPARE(bar.mouse.pressButton, Qt::RightButton);
-    bar.move(110);
-    QCOMPARE(bar.mouse.now, QPoint(20, 110));
-    QCOMPARE(bar.mouse.prev, QPoint(20, 100));
-    bar.release(120, Qt::RightButton);
-    QVERIFY(!bar.mouse.pressed);
-    QCOMPARE(bar.mouse.releasePos, QPoint(20, 120));
-    QCOMPARE(bar.mouse.releaseButton, Qt::RightButton);
 }
 
 QTEST_MAIN(tst_cBar)

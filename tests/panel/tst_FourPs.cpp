@@ -2,12 +2,14 @@
 
 #include "display/Histgram.h"
 #include "support/MemberOrder.h"
-#include "support/PanelTools.h"
+#include "support/SharedPanel.h"
 
 #include <QButtonGroup>
 #include <QDir>
 #include <QFileDialog>
 #include <QTest>
+
+#include <utility>
 
 using namespace tests;
 
@@ -16,13 +18,16 @@ class tst_FourPs : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanupTestCase();
+
     void rowsMadeInCodeBearTheirNames();
     void referencesStartWithTheFirstTwoInUseAndValencesZeroToThree();
     void energyRowsStartWithDefaults();
     void seventhAndEighthEnergyStayEmpty();
     void thirdRowIsTheVPointAndTheFirstRowIsShown();
     void gridHoldsTheRowsWidgets();
-    void gridHeadings_data();
     void gridHeadings();
     void gridNumbersItsRows();
     void listFieldsStandBelowTheRows();
@@ -31,10 +36,10 @@ private Q_SLOTS:
     void fourPointsRadiosCannotBeChangedByTheUser();
     void histogramLimitsDifferFromTheFormsAfterConstruction();
     void firstReflexRunsInsideTheConstructorOnce();
+    void windowsStartHiddenAndTheirPlotsDocked();
     void showMapButtonsExcludeOneAnother();
     void mapRadiosExcludeOneAnother();
     void normalisationRadiosExcludeOneAnother();
-    void autoSwitchesAreIndependent();
     void saveRowCanBeTypedInAndTheMultiRowsTakeSeveralFiles();
     void dialogsAreTitledByTheirRows();
     void spectrumRowsShowTheirShiftAndTheOthersDoNot();
@@ -47,11 +52,13 @@ private Q_SLOTS:
 
     void normModeByRadio();
     void checkedMapRowIsTheFirstOrZero();
-    void histogramBoxesGoByUsedReferences();
-    void lastCheckedRatioBoxDecidesTheHistogram();
     void columnBoxesByIndex();
     void kindOfMapIsTheCheckedRadio();
     void slotsComeInTheirOrder();
+
+private:
+    std::unique_ptr<const FourPs> m_fresh; ///< for what construction leaves
+    std::unique_ptr<FourPs> m_panel;
 };
 
 namespace
@@ -66,9 +73,26 @@ QString headingAt(const FourPs& panel, int row, int column)
 
 } // namespace
 
+void tst_FourPs::initTestCase()
+{
+    m_fresh = std::make_unique<FourPs>();
+    m_panel = std::make_unique<FourPs>();
+}
+
+void tst_FourPs::init()
+{
+    resetPanel(*m_panel);
+}
+
+void tst_FourPs::cleanupTestCase()
+{
+    m_fresh.reset();
+    closePanel(m_panel);
+}
+
 void tst_FourPs::rowsMadeInCodeBearTheirNames()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     QCOMPARE(panel.objectName(), "FourPs");
     QCOMPARE(panel.findChild<QLineEdit*>("MultiEnergys"), panel.MultiEnergys);
     QCOMPARE(panel.findChild<AFileSelect*>("MultiFiles"), panel.MultiFiles);
@@ -82,7 +106,7 @@ void tst_FourPs::rowsMadeInCodeBearTheirNames()
 
 void tst_FourPs::referencesStartWithTheFirstTwoInUseAndValencesZeroToThree()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     QCOMPARE(panel.Refs.RefRows.size(), 4);
     for (int i = 0; i < 4; ++i) {
         const ARefFile* row = panel.Refs.RefRows.at(i);
@@ -96,7 +120,7 @@ void tst_FourPs::referencesStartWithTheFirstTwoInUseAndValencesZeroToThree()
 
 void tst_FourPs::energyRowsStartWithDefaults()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     const QStringList energies{"8313", "8381", "8390", "8404.5", "8460", "8475"};
     for (int i = 0; i < 6; ++i) {
         QCOMPARE(panel.EPoints.at(i)->Energy->text(), energies.at(i));
@@ -110,14 +134,14 @@ void tst_FourPs::energyRowsStartWithDefaults()
 
 void tst_FourPs::seventhAndEighthEnergyStayEmpty()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     QVERIFY(panel.EPoints.at(6)->Energy->text().isEmpty());
     QVERIFY(panel.EPoints.at(7)->Energy->text().isEmpty());
 }
 
 void tst_FourPs::thirdRowIsTheVPointAndTheFirstRowIsShown()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     for (int i = 0; i < 8; ++i) {
         QCOMPARE(panel.EPoints.at(i)->VPointCB->isChecked(), i == 2);
         QCOMPARE(panel.EPoints.at(i)->ShowMapB->isChecked(), i == 0);
@@ -127,7 +151,7 @@ void tst_FourPs::thirdRowIsTheVPointAndTheFirstRowIsShown()
 
 void tst_FourPs::gridHoldsTheRowsWidgets()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     for (int i = 0; i < 8; ++i) {
         const AEPoint* row = panel.EPoints.at(i);
         const QList<QWidget*> inColumns{row->UseCB, row->VPointCB,   row->LCFCB,   row->Energy,
@@ -145,52 +169,35 @@ void tst_FourPs::gridHoldsTheRowsWidgets()
     }
 }
 
-void tst_FourPs::gridHeadings_data()
-{
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QString>("upper");
-    QTest::addColumn<QString>("lower"); // as seen: a spanning heading fills both lines
-    QTest::newRow("No.") << 0 << "No."
-                         << "No.";
-    QTest::newRow("Use") << 1 << "Use"
-                         << "Use";
-    QTest::newRow("V point") << 2 << "Non"
-                             << "Equiv.";
-    QTest::newRow("fit") << 3 << "LCF"
-                         << "F.P.";
-    QTest::newRow("energy") << 4 << "Eng."
-                            << "[eV]";
-    QTest::newRow("ref 1") << 5 << "mut"
-                           << "Ref.1";
-    QTest::newRow("ref 2") << 6 << "mut"
-                           << "Ref.2";
-    QTest::newRow("ref 3") << 7 << "mut"
-                           << "Ref.3";
-    QTest::newRow("ref 4") << 8 << "mut"
-                           << "Ref.4";
-    QTest::newRow("target") << 9 << "mut"
-                            << "Target";
-    QTest::newRow("files") << 10 << "Select 2D Map Data"
-                           << "Select 2D Map Data";
-    QTest::newRow("show") << 11 << "Show"
-                          << "Map";
-}
-
 void tst_FourPs::gridHeadings()
 {
-    QFETCH(int, column);
-    FourPs panel;
-    QTEST(headingAt(panel, 0, column), "upper");
-    QTEST(headingAt(panel, 1, column), "lower");
-    const auto* label =
-        qobject_cast<QLabel*>(panel.ui.CLayout->itemAtPosition(0, column)->widget());
-    // The heading of the files alone stands to the left.
-    QCOMPARE(bool(label->alignment() & Qt::AlignLeft), column == 10);
+    const FourPs& panel = *m_fresh;
+    // As seen: a heading that spans both lines is in the upper and in the lower one.
+    const QList<std::pair<QString, QString>> headings{{"No.", "No."},
+                                                      {"Use", "Use"},
+                                                      {"Non", "Equiv."},
+                                                      {"LCF", "F.P."},
+                                                      {"Eng.", "[eV]"},
+                                                      {"mut", "Ref.1"},
+                                                      {"mut", "Ref.2"},
+                                                      {"mut", "Ref.3"},
+                                                      {"mut", "Ref.4"},
+                                                      {"mut", "Target"},
+                                                      {"Select 2D Map Data", "Select 2D Map Data"},
+                                                      {"Show", "Map"}};
+    for (int column = 0; column < headings.size(); ++column) {
+        QCOMPARE(headingAt(panel, 0, column), headings.at(column).first);
+        QCOMPARE(headingAt(panel, 1, column), headings.at(column).second);
+        const auto* label =
+            qobject_cast<QLabel*>(panel.ui.CLayout->itemAtPosition(0, column)->widget());
+        // The heading of the files alone is at the left.
+        QCOMPARE(bool(label->alignment() & Qt::AlignLeft), column == 10);
+    }
 }
 
 void tst_FourPs::gridNumbersItsRows()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     for (int i = 0; i < 8; ++i) {
         QCOMPARE(headingAt(panel, i + 2, 0), QStringLiteral(" %1").arg(i + 1)); // two wide
     }
@@ -198,20 +205,20 @@ void tst_FourPs::gridNumbersItsRows()
 
 void tst_FourPs::listFieldsStandBelowTheRows()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     QCOMPARE(panel.ui.CLayout->itemAtPosition(10, 4)->widget(), panel.MultiEnergys);
     QCOMPARE(panel.ui.CLayout->itemAtPosition(10, 10)->widget(), panel.MultiFiles);
 }
 
 void tst_FourPs::moreConditionsAreHiddenAtStart()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     QVERIFY(panel.ui.CConds->isHidden());
 }
 
 void tst_FourPs::moreConditionsShowWhenAsked()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.ui.DispCondsB->click();
     QVERIFY(!panel.ui.CConds->isHidden());
     panel.ui.DispCondsB->click();
@@ -220,10 +227,11 @@ void tst_FourPs::moreConditionsShowWhenAsked()
 
 void tst_FourPs::fourPointsRadiosCannotBeChangedByTheUser()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.show();
     panel.ui.DispCondsB->click();
     QTest::mouseClick(panel.ui.TypeTMKisExact, Qt::LeftButton);
+    panel.hide();
     QVERIFY(!panel.ui.TypeTMKisExact->isChecked());
     QVERIFY(panel.ui.TypeTMKisLS->isChecked());
     QVERIFY(!panel.ui.CConds3->isEnabled());
@@ -232,7 +240,7 @@ void tst_FourPs::fourPointsRadiosCannotBeChangedByTheUser()
 void tst_FourPs::histogramLimitsDifferFromTheFormsAfterConstruction()
 {
     // Valences 0 and 1 in use, no spectrum: -0.5 to 1.5, and -0.5 to 0.5.
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     QCOMPARE(panel.ui.HgAFrom->text(), "-0.5");
     QCOMPARE(panel.ui.HgATo->text(), "1.5");
     QCOMPARE(panel.ui.HgTFrom->text(), "-0.5");
@@ -243,15 +251,28 @@ void tst_FourPs::histogramLimitsDifferFromTheFormsAfterConstruction()
 void tst_FourPs::firstReflexRunsInsideTheConstructorOnce()
 {
     // What one run of map, target and fit says about an empty panel.
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     const QString few("Number of valied Ref Files is 0, which is less than 2.");
     QCOMPARE(messages(panel), (QStringList{few, "Ref File 0 is not valid.", few,
                                            "The 1st Ref File is not valid.", noFitRange}));
 }
 
+void tst_FourPs::windowsStartHiddenAndTheirPlotsDocked()
+{
+    const FourPs& panel = *m_fresh;
+    for (const QWidget* window : QList<QWidget*>{panel.Disps, panel.MapDisp, panel.DMapDisp}) {
+        QVERIFY(window->isWindow() && !window->parent() && window->isHidden());
+    }
+    for (const DispABase* each : std::as_const(panel.Disps->disps)) {
+        QVERIFY(each->docked && each->pop->isHidden() && !each->DispA->hasScale);
+    }
+    QVERIFY(panel.LCFvs4PS.isEmpty());
+    QCOMPARE(panel.LCFColor, 0);
+}
+
 void tst_FourPs::showMapButtonsExcludeOneAnother()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.EPoints.at(5)->ShowMapB->click();
     QVERIFY(!panel.EPoints.at(0)->ShowMapB->isChecked());
     QVERIFY(panel.EPoints.at(5)->ShowMapB->group());
@@ -260,7 +281,7 @@ void tst_FourPs::showMapButtonsExcludeOneAnother()
 
 void tst_FourPs::mapRadiosExcludeOneAnother()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     QList<QAbstractButton*> expected{panel.ui.MapValence, panel.ui.MapAmount, panel.ui.MapRatio1,
                                      panel.ui.MapRatio2,  panel.ui.MapRatio3, panel.ui.MapRatio4,
                                      panel.ui.MapDMut1,   panel.ui.MapDMut2,  panel.ui.MapDMut3,
@@ -274,7 +295,7 @@ void tst_FourPs::mapRadiosExcludeOneAnother()
 
 void tst_FourPs::normalisationRadiosExcludeOneAnother()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     const QList<QAbstractButton*> expected{panel.ui.NNone, panel.ui.NBySubPre, panel.ui.NByEJ,
                                            panel.ui.NBy2Vics};
     QVERIFY(panel.ui.NNone->group());
@@ -283,18 +304,9 @@ void tst_FourPs::normalisationRadiosExcludeOneAnother()
     QVERIFY(!panel.ui.NBy2Vics->isChecked());
 }
 
-void tst_FourPs::autoSwitchesAreIndependent()
-{
-    FourPs panel;
-    QVERIFY(panel.ui.HgAAuto->isChecked() && panel.ui.HgTAuto->isChecked());
-    panel.ui.HgAAuto->click();
-    QVERIFY(!panel.ui.HgAAuto->isChecked());
-    QVERIFY(panel.ui.HgTAuto->isChecked());
-}
-
 void tst_FourPs::saveRowCanBeTypedInAndTheMultiRowsTakeSeveralFiles()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     QVERIFY(!panel.ui.SaveFSelect->FileName->isReadOnly());
     QCOMPARE(panel.ui.SaveFSelect->mode, 1);
     for (const AFileSelect* row : {panel.ui.DispFSelect, panel.MultiFiles}) {
@@ -306,7 +318,7 @@ void tst_FourPs::saveRowCanBeTypedInAndTheMultiRowsTakeSeveralFiles()
 
 void tst_FourPs::dialogsAreTitledByTheirRows()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     for (int i = 0; i < panel.Refs.RefRows.size(); ++i) {
         QCOMPARE(panel.Refs.RefRows.at(i)->XafsFS->dialog->windowTitle(),
                  QStringLiteral("Ref %1").arg(i + 1));
@@ -323,7 +335,7 @@ void tst_FourPs::dialogsAreTitledByTheirRows()
 
 void tst_FourPs::spectrumRowsShowTheirShiftAndTheOthersDoNot()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     for (const AXafsFileSelect* row : std::as_const(panel.XafsFiles)) {
         QVERIFY(!row->dEBase->isHidden());
     }
@@ -335,7 +347,7 @@ void tst_FourPs::spectrumRowsShowTheirShiftAndTheOthersDoNot()
 
 void tst_FourPs::startsInTheWorkingDirectoryExceptForTheSaveRow()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     QCOMPARE(panel.EPoints.at(7)->FileSelect->dir, QDir::currentPath());
     QCOMPARE(panel.XafsFiles.at(0)->dir, QDir::currentPath());
     QCOMPARE(panel.ui.TargetFile->dir, QDir::currentPath());
@@ -346,7 +358,7 @@ void tst_FourPs::startsInTheWorkingDirectoryExceptForTheSaveRow()
 
 void tst_FourPs::histogramsShareTheirWidgets()
 {
-    FourPs panel;
+    const FourPs& panel = *m_fresh;
     QCOMPARE(panel.HistV->fromEdit, panel.ui.HgAFrom);
     QCOMPARE(panel.HistT->toEdit, panel.ui.HgTTo);
     QCOMPARE(panel.HistRatio.size(), 4);
@@ -361,7 +373,7 @@ void tst_FourPs::histogramsShareTheirWidgets()
 
 void tst_FourPs::messageFoldsWhiteSpaceAndEndsItsLine()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     clearMessages(panel);
     panel.message("  one \n\n two\tthree  ");
     panel.message("four");
@@ -370,7 +382,8 @@ void tst_FourPs::messageFoldsWhiteSpaceAndEndsItsLine()
 
 void tst_FourPs::messagesPileUp()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
+    panel.calcBoth();
     const QString before = panel.ui.Message->toPlainText();
     for (int i = 0; i < 100; ++i) {
         panel.message(QString::number(i));
@@ -381,7 +394,7 @@ void tst_FourPs::messagesPileUp()
 
 void tst_FourPs::messageLandsAtTheEndWhereverTheCursorStands()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     clearMessages(panel);
     panel.message("first");
     panel.ui.Message->moveCursor(QTextCursor::Start);
@@ -392,7 +405,7 @@ void tst_FourPs::messageLandsAtTheEndWhereverTheCursorStands()
 
 void tst_FourPs::normModeByRadio()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     QCOMPARE(panel.NormMode(), 4);
     panel.ui.NNone->click();
     QCOMPARE(panel.NormMode(), 0);
@@ -407,7 +420,7 @@ void tst_FourPs::normModeByRadio()
 
 void tst_FourPs::checkedMapRowIsTheFirstOrZero()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.EPoints.at(3)->ShowMapB->click();
     QCOMPARE(panel.CheckedMapRow(), 3);
     panel.EPoints.at(3)->ShowMapB->group()->setExclusive(false);
@@ -415,34 +428,9 @@ void tst_FourPs::checkedMapRowIsTheFirstOrZero()
     QCOMPARE(panel.CheckedMapRow(), 0);
 }
 
-void tst_FourPs::histogramBoxesGoByUsedReferences()
-{
-    FourPs panel;
-    useReferences(panel, {1, 3});
-    panel.ui.HgRatio4->setChecked(true);
-    panel.ui.HgdMut2->setChecked(true);
-    panel.ui.HgdMut4->setChecked(false);
-    QVERIFY(!panel.ratioChecked(0)); // row 1 has HgRatio2
-    QVERIFY(panel.ratioChecked(1));  // row 3 has HgRatio4
-    QVERIFY(panel.dMutChecked(0));
-    QVERIFY(!panel.dMutChecked(1));
-    QVERIFY(!panel.ratioChecked(2)); // no such reference
-    QVERIFY(!panel.dMutChecked(2));
-}
-
-void tst_FourPs::lastCheckedRatioBoxDecidesTheHistogram()
-{
-    FourPs panel;
-    QCOMPARE(panel.currentRatioHist(), panel.HistV);
-    panel.ui.HgRatio1->setChecked(true);
-    QCOMPARE(panel.currentRatioHist(), panel.HistRatio.at(0));
-    panel.ui.HgRatio3->setChecked(true);
-    QCOMPARE(panel.currentRatioHist(), panel.HistRatio.at(2));
-}
-
 void tst_FourPs::columnBoxesByIndex()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     const QList<QCheckBox*> boxes{panel.ui.RecRatio1, panel.ui.RecRatio2, panel.ui.RecRatio3,
                                   panel.ui.RecRatio4, panel.ui.RecDMut1,  panel.ui.RecDMut2,
                                   panel.ui.RecDMut3,  panel.ui.RecDMut4,  panel.ui.RecMut0,
@@ -464,7 +452,7 @@ void tst_FourPs::columnBoxesByIndex()
 
 void tst_FourPs::kindOfMapIsTheCheckedRadio()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     QCOMPARE(panel.kindOfMap(), 11);
     const QList<QRadioButton*> radios{panel.ui.MapRatio1, panel.ui.MapRatio2, panel.ui.MapRatio3,
                                       panel.ui.MapRatio4, panel.ui.MapDMut1,  panel.ui.MapDMut2,

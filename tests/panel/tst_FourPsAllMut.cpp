@@ -13,7 +13,6 @@
 #include <QtTest>
 
 #include <cmath>
-#include <limits>
 #include <memory>
 #include <vector>
 
@@ -107,8 +106,6 @@ private Q_SLOTS:
 
     // What is to see
     void withoutSpectraThePlotIsBlank();
-    void withoutSpectraTheViewStaysAutomatic();
-    void spectraWithoutPointsArePaintedAway();
     void showsSpectraGuidesAndLegend_data();
     void showsSpectraGuidesAndLegend();
     void normalisationDecidesWhatIsShown_data();
@@ -119,7 +116,6 @@ private Q_SLOTS:
     void energyLineTellsFitAndUse_data();
     void energyLineTellsFitAndUse();
     void energyLineOfALaterRowCoversAnEarlierOne();
-    void energyLinesCoverTheGuides();
     void emptyEnergyIsALineFarOut();
     void targetIsNotShown();
     void invalidSpectrumIsNotDrawnButKeepsItsColor();
@@ -132,34 +128,21 @@ private Q_SLOTS:
     void percentSignsInNamesStay();
     void fittedCurveIsDrawnLastAndAsItIs();
     void fittedCurveAloneShowsNothing();
-    void laterSpectraCoverEarlierOnes();
 
     // The range
     void rangeTakesAllSpectraWithPoints_data();
     void rangeTakesAllSpectraWithPoints();
-    void rangeLeavesOutWhatLiesOutsideTheWindow();
     void windowTakesWorkingEnergies();
-    void windowEndsBelongToTheRange();
     void rangeLeavesOutTheTargetAndTheFit();
-    void noValueInTheWindowLeavesTheViewAutomatic();
-    void laterSpectrumDoesNotChangeTheRange();
-    void normalisationFitsThisPlotAfresh();
     void edgeTextAfterAZoomMovesTheGuidesButNotTheRange();
-    void doubleClickAfterAZoomBringsTheRangeBack();
-    void zoomedPlotIsMaskedAtItsMargins();
 
     // The high widget
     void verticalLinesStopShortOnAHighWidget();
-    void highWidgetIsDrawnAsStated();
 
     // The legend under the mouse
     void legendClickTogglesItsSpectrum_data();
     void legendClickTogglesItsSpectrum();
     void legendCountsOnlyValidSpectra();
-    void legendRowsEndWhereTheyEnd_data();
-    void legendRowsEndWhereTheyEnd();
-    void leftmostStripOfTheLegendIsDead();
-    void legendClickOnAZoomedPlotKeepsTheRange();
     void legendClickRepaintsTheGraphs();
     void legendTakesPlainLeftPressesOnly_data();
     void legendTakesPlainLeftPressesOnly();
@@ -215,6 +198,7 @@ void tst_FourPsAllMut::cleanupTestCase()
 void tst_FourPsAllMut::init()
 {
     resetPanel(*m_panel);
+    emptyRows(*m_panel);
     m_displayed.clear();
     m_panel->ui.EdgeE->setText("8350");
     m_panel->ui.PreEEndDE->setText("-50");
@@ -315,25 +299,6 @@ void tst_FourPsAllMut::withoutSpectraThePlotIsBlank()
     QCOMPARE(frame()->yTitle, QStringLiteral("mut"));
 }
 
-void tst_FourPsAllMut::withoutSpectraTheViewStaysAutomatic()
-{
-    paint();
-    QVERIFY(!surface()->hasScale);
-    QCOMPARE(cc().realX1, 1.0);
-    setTwoReferences();
-    QVERIFY(isAutomatic(-0.1, 2.1));
-}
-
-void tst_FourPsAllMut::spectraWithoutPointsArePaintedAway()
-{
-    setTwoReferences();
-    QVERIFY(!isBlank(paint()));
-    reference(0).points.clear();
-    reference(1).points.clear();
-    QVERIFY(isBlank(paint()));
-    QVERIFY(!cc().drawn);
-}
-
 void tst_FourPsAllMut::showsSpectraGuidesAndLegend_data()
 {
     QTest::addColumn<QSize>("size");
@@ -341,6 +306,7 @@ void tst_FourPsAllMut::showsSpectraGuidesAndLegend_data()
     QTest::newRow("odd") << QSize(401, 307);
     QTest::newRow("small") << QSize(133, 101);
     QTest::newRow("wide") << QSize(611, 150);
+    QTest::newRow("high") << QSize(133, 402);
 }
 
 void tst_FourPsAllMut::showsSpectraGuidesAndLegend()
@@ -348,6 +314,9 @@ void tst_FourPsAllMut::showsSpectraGuidesAndLegend()
     QFETCH(QSize, size);
     setSize(size);
     setTwoReferences();
+    useRows(*m_panel, {0});
+    m_panel->EPoints.at(0)->Energy->setText("8380");
+    m_panel->EPoints.at(5)->Energy->setText("8310");
     const QImage image = paint();
     QVERIFY(isSamePicture(image, plain().picture()));
     QVERIFY(cc().drawn);
@@ -479,19 +448,6 @@ void tst_FourPsAllMut::energyLineOfALaterRowCoversAnEarlierOne()
     QCOMPARE(image.pixelColor(104, 100), blue);
     QCOMPARE(image.pixelColor(105, 100), red);
     QVERIFY(isSamePicture(image, plain().picture()));
-}
-
-void tst_FourPsAllMut::energyLinesCoverTheGuides()
-{
-    setTwoReferences();
-    m_panel->EPoints.at(7)->Energy->setText("8350");
-    const QImage image = paint();
-    const PlainSpectra wanted = plain();
-    const int column = wanted.place.pixel(8350.0, 0.0).x();
-    QCOMPARE(countOf(image, QRect(column, 13, 1, 219), guideGreen), 0);
-    const int row = wanted.place.pixel(0.0, 1.0).y();
-    QCOMPARE(image.pixelColor(column, row), blue);
-    QCOMPARE(image.pixelColor(column - 3, row), guideGrey);
 }
 
 void tst_FourPsAllMut::emptyEnergyIsALineFarOut()
@@ -640,22 +596,6 @@ void tst_FourPsAllMut::fittedCurveAloneShowsNothing()
     QVERIFY(isBlank(paint()));
 }
 
-void tst_FourPsAllMut::laterSpectraCoverEarlierOnes()
-{
-    const QList<QPointF> level{{8310.0, 0.505}, {8390.0, 0.505}};
-    const QList<QPointF> peak{{8420.0, 0.0}, {8421.0, 2.0}};
-    setPoints(reference(0), "r1", level + peak);
-    setPoints(reference(1), "r2", level + peak);
-    displayed("file", level);
-    // Two rows of the red one cover the black one, the thin one covers one of them.
-    const QImage image = paint();
-    const QRect part(70, 160, 150, 30);
-    QCOMPARE(countOf(image, part, black), 0);
-    QVERIFY(countOf(image, part, red) >= 149);
-    QVERIFY(countOf(image, part, red) <= 150);
-    QVERIFY(countOf(image, part, ochre) >= 149);
-}
-
 void tst_FourPsAllMut::rangeTakesAllSpectraWithPoints_data()
 {
     QTest::addColumn<int>("index"); // 4 for a displayed file
@@ -682,25 +622,11 @@ void tst_FourPsAllMut::rangeTakesAllSpectraWithPoints()
     QVERIFY(isAutomatic(-0.2, 4.2)); // 0 to 4 and a twentieth of that
 }
 
-void tst_FourPsAllMut::rangeLeavesOutWhatLiesOutsideTheWindow()
-{
-    setTwoReferences();
-    reference(0).points.append({0.0, 8450.001, 9.0});
-    reference(0).points.prepend({0.0, 8299.999, -9.0});
-    QVERIFY(isAutomatic(-0.1, 2.1));
-}
-
 void tst_FourPsAllMut::windowTakesWorkingEnergies()
 {
     setTwoReferences();
     reference(1).dE = -20.0; // brings 2.305 in and 0 out
     QVERIFY(isAutomatic(0.005 - 0.05 * 2.3, 2.305 + 0.05 * 2.3));
-}
-
-void tst_FourPsAllMut::windowEndsBelongToTheRange()
-{
-    setPoints(reference(0), "ends", {{8300.0, -1.0}, {8450.0, 3.0}});
-    QVERIFY(isAutomatic(-1.2, 3.2));
 }
 
 void tst_FourPsAllMut::rangeLeavesOutTheTargetAndTheFit()
@@ -709,45 +635,6 @@ void tst_FourPsAllMut::rangeLeavesOutTheTargetAndTheFit()
     setPoints(*m_panel->ui.TargetFile, "target.dat", {{8300, -9.0}, {8400, 9.0}});
     setFit({{8310.0, -7.0}, {8440.0, 7.0}});
     QVERIFY(isAutomatic(-0.1, 2.1));
-}
-
-void tst_FourPsAllMut::noValueInTheWindowLeavesTheViewAutomatic()
-{
-    setPoints(reference(0), "far", {{8000.0, 0.3}, {8100.0, 0.4}, {8900.0, 0.6}});
-    const QImage image = paint();
-    QVERIFY(!surface()->hasScale);
-    QVERIFY(cc().drawn);
-    QVERIFY(isSamePicture(image, plain({8300.0, 0.0, 8450.0, 1.0}).picture()));
-    // Fits as soon as there is a value.
-    setTwoReferences();
-    QVERIFY(isAutomatic(-0.1, 2.1));
-}
-
-void tst_FourPsAllMut::laterSpectrumDoesNotChangeTheRange()
-{
-    setTwoReferences();
-    QVERIFY(isAutomatic(-0.1, 2.1));
-    setPoints(reference(2), "third", {{8310.0, -5.0}, {8400.0, 5.0}});
-    QVERIFY(isAutomatic(-0.1, 2.1));
-    frame()->clearScale();
-    QVERIFY(isAutomatic(-5.5, 5.5));
-}
-
-void tst_FourPsAllMut::normalisationFitsThisPlotAfresh()
-{
-    setTwoReferences();
-    paint();
-    cc().setReal(8310.0, 0.5, 8320.0, 0.6);
-    DispABase* other = m_panel->Disps->frame(Displays::DRef1);
-    other->setRealCoord(8310.0, 0.5, 8320.0, 0.6);
-    SurfacePaints paints(*m_panel->Disps);
-    m_panel->ui.NBySubPre->click();
-    QCOMPARE(paints.counts(), inTheGrid(1));
-    // The flat line at 0.25 is off.
-    QVERIFY(surface()->hasScale);
-    QVERIFY(isAutomatic(-0.35, 1.85));
-    QCOMPARE(other->DispA->cc.realX0, 8310.0);
-    QCOMPARE(other->DispA->cc.realX1, 8320.0);
 }
 
 void tst_FourPsAllMut::edgeTextAfterAZoomMovesTheGuidesButNotTheRange()
@@ -770,38 +657,6 @@ void tst_FourPsAllMut::edgeTextAfterAZoomMovesTheGuidesButNotTheRange()
     QVERIFY(isSamePicture(image, plain(zoomed).picture()));
 }
 
-void tst_FourPsAllMut::doubleClickAfterAZoomBringsTheRangeBack()
-{
-    setTwoReferences();
-    paint();
-    cc().setReal(8310.0, 0.5, 8320.0, 0.6);
-    enter(m_panel->ui.EdgeE, "8360");
-    paint();
-    QCOMPARE(cc().realX0, 8310.0);
-    doubleClick(surface(), QPointF(100, 200));
-    QTest::qWait(20);
-    // The window about the new edge.
-    QVERIFY(surface()->hasScale);
-    QCOMPARE(cc().realX0, 8310.0);
-    QCOMPARE(cc().realX1, 8460.0);
-    QCOMPARE(cc().realY0, -0.1);
-    QCOMPARE(cc().realY1, 2.1);
-}
-
-void tst_FourPsAllMut::zoomedPlotIsMaskedAtItsMargins()
-{
-    setTwoReferences();
-    m_panel->EPoints.at(0)->Energy->setText("8330");
-    paint();
-    const PlotRange zoomed{8325.0, 0.4, 8385.0, 1.1};
-    cc().setReal(zoomed.x0, zoomed.y0, zoomed.x1, zoomed.y1);
-    const QImage image = paint();
-    QVERIFY(isSamePicture(image, plain(zoomed).picture()));
-    // Nothing but the outline between the area and the margins' texts.
-    QVERIFY(isAllOf(image, QRect(39, 2, 325, 10), Qt::white));
-    QVERIFY(isAllOf(image, QRect(370, 2, 17, 228), Qt::white));
-}
-
 void tst_FourPsAllMut::verticalLinesStopShortOnAHighWidget()
 {
     setSize({120, 400});
@@ -820,16 +675,6 @@ void tst_FourPsAllMut::verticalLinesStopShortOnAHighWidget()
     QCOMPARE(countOf(image, below, blue), 0);
     // The horizontal ones are whole: 1 lies in the middle of 21 rows.
     QVERIFY(countOf(image, QRect(13, place.pixel(0, 0.5).y(), 101, 1), guideGrey) > 90);
-}
-
-void tst_FourPsAllMut::highWidgetIsDrawnAsStated()
-{
-    setSize({133, 402});
-    setTwoReferences();
-    useRows(*m_panel, {0});
-    m_panel->EPoints.at(0)->Energy->setText("8380");
-    m_panel->EPoints.at(5)->Energy->setText("8310");
-    QVERIFY(isSamePicture(paint(), plain().picture()));
 }
 
 void tst_FourPsAllMut::legendClickTogglesItsSpectrum_data()
@@ -871,67 +716,6 @@ void tst_FourPsAllMut::legendCountsOnlyValidSpectra()
     QCOMPARE(on(), QList<bool>({true, false, false, true}));
     click(firstRow + QPoint(0, 2 * rowStep)); // no row there
     QCOMPARE(on(), QList<bool>({true, false, false, true}));
-}
-
-void tst_FourPsAllMut::legendRowsEndWhereTheyEnd_data()
-{
-    QTest::addColumn<QPoint>("place");
-    QTest::addColumn<int>("row"); // -1 for none
-    QTest::newRow("left of the box") << QPoint(292, 18) << -1;
-    QTest::newRow("leftmost column") << QPoint(293, 18) << 0;
-    QTest::newRow("rightmost column") << QPoint(367, 18) << 0;
-    QTest::newRow("right of the box") << QPoint(368, 18) << -1;
-    QTest::newRow("above the first row") << QPoint(320, 14) << -1;
-    QTest::newRow("top of the first row") << QPoint(320, 15) << 0;
-    QTest::newRow("bottom of the first row") << QPoint(320, 22) << 0;
-    QTest::newRow("below the first row") << QPoint(320, 23) << -1;
-    QTest::newRow("above the second row") << QPoint(320, 25) << -1;
-    QTest::newRow("top of the second row") << QPoint(320, 26) << 1;
-    QTest::newRow("bottom of the second row") << QPoint(320, 33) << 1;
-    QTest::newRow("below the second row") << QPoint(320, 34) << -1;
-    QTest::newRow("where a third row would be") << QPoint(320, 40) << -1;
-}
-
-void tst_FourPsAllMut::legendRowsEndWhereTheyEnd()
-{
-    QFETCH(QPoint, place);
-    QFETCH(int, row);
-    setTwoReferences();
-    paint();
-    press(place);
-    QCOMPARE(on(), QList<bool>({row != 0, row != 1, true, true}));
-}
-
-void tst_FourPsAllMut::leftmostStripOfTheLegendIsDead()
-{
-    setTwoReferences();
-    paint();
-    click(firstRow);
-    QVERIFY(!reference(0).switchedOn);
-    const QImage image = paint();
-    // Drawn from column 288 (368 less 79.8) on, hit from column 293 on.
-    QCOMPARE(countOf(image, QRect(280, 13, 8, 9), offGrey), 0);
-    for (int x = 289; x <= 292; ++x) {
-        QVERIFY(countOf(image, QRect(x, 13, 1, 9), offGrey) > 0);
-        press({x, 18});
-        QVERIFY(!reference(0).switchedOn);
-    }
-    press({293, 18});
-    QVERIFY(reference(0).switchedOn);
-}
-
-void tst_FourPsAllMut::legendClickOnAZoomedPlotKeepsTheRange()
-{
-    setTwoReferences();
-    paint();
-    const PlotRange zoomed{8320.0, 0.25, 8400.0, 1.5};
-    cc().setReal(zoomed.x0, zoomed.y0, zoomed.x1, zoomed.y1);
-    click(firstRow + QPoint(0, rowStep));
-    QCOMPARE(on(), QList<bool>({true, false, true, true}));
-    QVERIFY(surface()->hasScale);
-    QVERIFY(isSamePicture(paint(), plain(zoomed).picture()));
-    QCOMPARE(cc().realX0, 8320.0);
-    QCOMPARE(cc().realY1, 1.5);
 }
 
 void tst_FourPsAllMut::legendClickRepaintsTheGraphs()

@@ -3,6 +3,7 @@
 
 #include "display/Displays.h"
 #include "rows/AXafsFileSelect.h"
+#include "support/DataRows.h"
 #include "support/MouseInput.h"
 #include "support/PlainComparison.h"
 #include "support/SharedPanel.h"
@@ -52,24 +53,15 @@ private Q_SLOTS:
     void showsPointsOverGridAndDiagonal();
     void fitIsOnXAndTargetOnY();
     void pointsTakeTheColorsOfTheirRuns();
-    void colorBeyondTheListBeginsAgain();
     void lastPointIsRedOutside();
-    void singlePointIsTheLast();
-    void newPointTakesTheRedAlong();
-    void laterPointsCoverEarlierOnes();
-    void pointsCoverTheDiagonalAndItTheGrid();
-    void pointsBesideThePlotAreMasked();
     void pointsWithoutAPlaceAreLeftOut_data();
     void pointsWithoutAPlaceAreLeftOut();
 
     void rangeGoesByTheFirstTwoUsedRows_data();
     void rangeGoesByTheFirstTwoUsedRows();
     void rangeDoesNotAskForValidSpectra();
-    void gridHasALineForEachTenth();
-    void fallingValencesShowTheAxesReversed();
     void valencesBeyondMeasureAreSafe_data();
     void valencesBeyondMeasureAreSafe();
-    void zoomKeepsItsRangeWhileTheGridFollowsTheValences();
 
     void doubleClickClearsThePlot();
     void pointAfterAClearingFitsTheRangeAfresh();
@@ -103,6 +95,7 @@ void tst_FourPsComparison::cleanupTestCase()
 void tst_FourPsComparison::init()
 {
     resetPanel(*m_panel);
+    emptyRows(*m_panel);
     useReferences(*m_panel, {0, 1});
     setValences({"2", "3", "7", "9"});
     surface()->setFixedSize(evenSize);
@@ -182,14 +175,6 @@ void tst_FourPsComparison::pointsTakeTheColorsOfTheirRuns()
     QVERIFY(isSamePicture(paint(), wanted.picture()));
 }
 
-void tst_FourPsComparison::colorBeyondTheListBeginsAgain()
-{
-    m_panel->LCFvs4PS = {pointAt(2.15, 2.25, 44), pointAt(2.35, 2.15, 45), pointAt(2.75, 2.45, 47)};
-    PlainComparison wanted(evenSize, 2.0, 3.0);
-    wanted.points = {{2.15, 2.25, QColor(240, 160, 0)}, {2.35, 2.15, black}, {2.75, 2.45, blue}};
-    QVERIFY(isSamePicture(paint(), wanted.picture()));
-}
-
 void tst_FourPsComparison::lastPointIsRedOutside()
 {
     m_panel->LCFvs4PS = {pointAt(2.25, 2.85, 2), pointAt(2.75, 2.15, 2)};
@@ -203,60 +188,6 @@ void tst_FourPsComparison::lastPointIsRedOutside()
     // The inner circle keeps its colour.
     QVERIFY(countOf(image, last, blue) >= 4);
     QVERIFY(countOf(image, first, blue) >= countOf(image, last, blue) + 8);
-}
-
-void tst_FourPsComparison::singlePointIsTheLast()
-{
-    m_panel->LCFvs4PS = {pointAt(2.75, 2.15, 2)};
-    QVERIFY(isSamePicture(paint(), plain().picture()));
-    QVERIFY(countOf(paint(), plain().place.inside(), red) >= 8);
-}
-
-void tst_FourPsComparison::newPointTakesTheRedAlong()
-{
-    m_panel->LCFvs4PS = {pointAt(2.25, 2.85, 2)};
-    paint();
-    m_panel->LCFvs4PS.append(pointAt(2.75, 2.15, 2));
-    const QImage image = paint();
-    const PlotPlace& place = plain().place;
-    const QRect first(place.pixel(2.25, 2.85) - QPoint(2, 2), QSize(5, 5));
-    QCOMPARE(countOf(image, first, red), 0);
-    QVERIFY(isSamePicture(image, plain().picture()));
-}
-
-void tst_FourPsComparison::laterPointsCoverEarlierOnes()
-{
-    m_panel->LCFvs4PS = {pointAt(2.25, 2.85, 2), pointAt(2.25, 2.85, 0), pointAt(2.9, 2.1, 0)};
-    const QImage image = paint();
-    QCOMPARE(countOf(image, image.rect(), blue), 0);
-    QVERIFY(isSamePicture(image, plain().picture()));
-}
-
-void tst_FourPsComparison::pointsCoverTheDiagonalAndItTheGrid()
-{
-    m_panel->LCFvs4PS = {pointAt(2.5, 2.5, 2), pointAt(2.9, 2.1, 0)};
-    const QImage image = paint();
-    const PlainComparison wanted = plain();
-    QVERIFY(isSamePicture(image, wanted.picture()));
-    // The diagonal begins where two lines of the grid cross.
-    QCOMPARE(image.pixelColor(wanted.place.pixel(2.0, 2.0)), diagonalGreen);
-    QCOMPARE(image.pixelColor(wanted.place.pixel(3.0, 3.0)), diagonalGreen);
-    // A circle's side stands on the diagonal's row: 5 pixels about (2.5, 2.5).
-    const QRect mark(wanted.place.pixel(2.5, 2.5) - QPoint(2, 2), QSize(5, 5));
-    QVERIFY(countOf(image, mark, blue) >= 12);
-    QVERIFY(countOf(image, mark, diagonalGreen) <= 3);
-}
-
-void tst_FourPsComparison::pointsBesideThePlotAreMasked()
-{
-    m_panel->LCFvs4PS = {pointAt(1.797, 2.5, 2), pointAt(2.5, 3.21, 2),  pointAt(3.205, 1.79, 2),
-                         pointAt(2.4, -50.0, 2), pointAt(900.0, 2.1, 2), pointAt(2.5, 1.7, 2)};
-    const QImage image = paint();
-    QVERIFY(isSamePicture(image, plain().picture()));
-    const PlotPlace& place = plain().place;
-    QCOMPARE(countOf(image, image.rect(), blue), countOf(image, place.inside(), blue));
-    QCOMPARE(countOf(image, image.rect(), red), 0);    // the last is in the margin
-    QVERIFY(countOf(image, place.inside(), blue) > 0); // the first reaches in
 }
 
 void tst_FourPsComparison::pointsWithoutAPlaceAreLeftOut_data()
@@ -337,71 +268,18 @@ void tst_FourPsComparison::rangeDoesNotAskForValidSpectra()
     QCOMPARE(surface()->cc.realX1, 3.2);
 }
 
-void tst_FourPsComparison::gridHasALineForEachTenth()
-{
-    setValences({"2", "2.36", "0", "0"});
-    m_panel->LCFvs4PS = {pointAt(2.18, 2.55)};
-    const QImage image = paint();
-    // 2, 2.1, 2.2, 2.3 and 2.4, which is within 0.05 of the upper valence.
-    QList<int> columns;
-    for (int x = 39; x < 368; ++x) {
-        if (image.pixelColor(x, 14) == gridBlue) {
-            columns.append(x);
-        }
-    }
-    QList<int> rows;
-    for (int y = 13; y < 232; ++y) {
-        if (image.pixelColor(40, y) == gridBlue) {
-            rows.prepend(y);
-        }
-    }
-    const PlotPlace place(evenSize, {1.8, 1.8, 2.36 + 0.2, 2.36 + 0.2});
-    QList<int> wantedColumns;
-    QList<int> wantedRows;
-    for (int i = 0; i <= 4; ++i) {
-        wantedColumns.append(place.pixel(2.0 + 0.1 * i, 0.0).x());
-        wantedRows.append(place.pixel(0.0, 2.0 + 0.1 * i).y());
-    }
-    QCOMPARE(columns, wantedColumns);
-    QCOMPARE(rows, wantedRows);
-    // They go through the whole plot area.
-    QCOMPARE(image.pixelColor(columns.first(), 231), gridBlue);
-    QCOMPARE(image.pixelColor(367, rows.last()), gridBlue);
-}
-
-void tst_FourPsComparison::fallingValencesShowTheAxesReversed()
-{
-    setValences({"3", "2", "0", "0"});
-    m_panel->LCFvs4PS = {pointAt(2.75, 2.15, 2)};
-    const QImage image = paint();
-    QCOMPARE(surface()->cc.realX0, 2.8);
-    QCOMPARE(surface()->cc.realX1, 2.2);
-    const PlainComparison wanted = plain(3.0, 2.0);
-    QVERIFY(isSamePicture(image, wanted.picture()));
-    QCOMPARE(countOf(image, wanted.place.inside(), gridBlue), 0);
-    QVERIFY(countOf(image, wanted.place.inside(), diagonalGreen) > 100);
-}
-
 void tst_FourPsComparison::valencesBeyondMeasureAreSafe_data()
 {
     QTest::addColumn<QString>("first");
     QTest::addColumn<QString>("second");
-    QTest::newRow("millions of lines") << "0"
-                                       << "1e9";
-    QTest::newRow("huge") << "-1e300"
-                          << "1e300";
-    QTest::newRow("beyond a double's steps") << "1e17"
-                                             << "1.0000001e17";
-    QTest::newRow("infinite") << "0"
-                              << "inf";
-    QTest::newRow("both infinite") << "-inf"
-                                   << "inf";
-    QTest::newRow("NaN") << "nan"
-                         << "3";
-    QTest::newRow("NaN above") << "2"
-                               << "nan";
-    QTest::newRow("falling") << "1e300"
-                             << "-1e300";
+    addTexts("millions of lines", {"0", "1e9"});
+    addTexts("huge", {"-1e300", "1e300"});
+    addTexts("beyond a double's steps", {"1e17", "1.0000001e17"});
+    addTexts("infinite", {"0", "inf"});
+    addTexts("both infinite", {"-inf", "inf"});
+    addTexts("NaN", {"nan", "3"});
+    addTexts("NaN above", {"2", "nan"});
+    addTexts("falling", {"1e300", "-1e300"});
 }
 
 // That it comes back at all is what counts; the margins stay clean.
@@ -415,22 +293,6 @@ void tst_FourPsComparison::valencesBeyondMeasureAreSafe()
     QVERIFY(surface()->cc.drawn);
     QVERIFY(isAllOf(image, QRect(40, 2, 300, 9), Qt::white));
     QVERIFY(isAllOf(image, QRect(370, 2, 17, 228), Qt::white));
-}
-
-void tst_FourPsComparison::zoomKeepsItsRangeWhileTheGridFollowsTheValences()
-{
-    m_panel->LCFvs4PS = {pointAt(2.5, 2.35, 2), pointAt(2.6, 2.45)};
-    paint();
-    const PlotRange zoomed{2.25, 2.2, 2.75, 2.6};
-    surface()->cc.setReal(zoomed.x0, zoomed.y0, zoomed.x1, zoomed.y1);
-    QVERIFY(surface()->hasScale);
-    setValences({"2.43", "2.62", "0", "0"});
-    PlainComparison wanted(evenSize, 2.43, 2.62, zoomed);
-    wanted.points = {{2.5, 2.35, blue}, {2.6, 2.45, black}};
-    QVERIFY(isSamePicture(paint(), wanted.picture()));
-    QCOMPARE(surface()->cc.realX0, 2.25);
-    doubleClick(frame()->DispA, {50, 50}); // which clears the points as well
-    QVERIFY(!surface()->hasScale);
 }
 
 void tst_FourPsComparison::doubleClickClearsThePlot()

@@ -91,7 +91,6 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase();
 
-    void constructionOpensNothingAndCalculatesOnce();
     void rowsAreJoinedWithTheirPlots();
     void buttonOpensTheGraphWindow();
     void closingTheGraphWindowHidesIt();
@@ -110,12 +109,10 @@ private Q_SLOTS:
     void dragRunsAReflexPerValidReference_data();
     void dragRunsAReflexPerValidReference();
     void pressAloneRunsTheReflexAtItsRelease();
-    void allSpectraSetRunsTheSameReflexes();
     void newPlaceSetsTheEdgeBeforeItCalculates();
     void movingSetsTheEdgeBeforeItCalculates();
     void columnsAndResultFollowTheDraggedEdge();
     void plotsFollowTheDraggedEdge();
-    void movingOfTheEdgeLinesRepaintsByItself();
 
     void wheelZoomsOnePlotOnly();
     void shiftDragMovesOnePlotOnly();
@@ -123,11 +120,6 @@ private Q_SLOTS:
     void zoomSurvivesPopOutAndBack();
     void markersAreDraggedInThePoppedOutWindow();
 
-    void releaseInTheComparisonTakesTheNextColor_data();
-    void releaseInTheComparisonTakesTheNextColor();
-    void colorsWrapAround();
-    void nextPointsTakeTheNewColor();
-    void doubleClickInTheComparisonClearsIt();
     void wholeDoubleClickInTheComparisonEndsAtTheSecondColor();
     void otherPlotsLeaveTheComparison_data();
     void otherPlotsLeaveTheComparison();
@@ -251,29 +243,6 @@ void tst_FourPsGraphs::prepareMaps(const QList<int>& rows)
     for (const int row : rows) {
         setMap(*m_panel, row, {1.0 + row});
     }
-}
-
-void tst_FourPsGraphs::constructionOpensNothingAndCalculatesOnce()
-{
-    const FourPs panel;
-    QVERIFY(panel.Disps->isWindow());
-    QVERIFY(!panel.Disps->parent());
-    QVERIFY(panel.Disps->isHidden());
-    QVERIFY(panel.MapDisp->isHidden());
-    QVERIFY(panel.DMapDisp->isHidden());
-    for (const DispABase* each : std::as_const(panel.Disps->disps)) {
-        QVERIFY(each->docked);
-        QVERIFY(each->pop->isHidden());
-        QVERIFY(!each->DispA->hasScale);
-    }
-    // One run of the reflex with no file loaded: the map by the non-equivalent
-    // method and the target lack their references, the fit its range.
-    const QStringList once{fewReferences.arg(0), QStringLiteral("Ref File 0 is not valid."),
-                           fewReferences.arg(0), QStringLiteral("The 1st Ref File is not valid."),
-                           noFitRange};
-    QCOMPARE(messages(panel), once);
-    QVERIFY(panel.LCFvs4PS.isEmpty());
-    QCOMPARE(panel.LCFColor, 0);
 }
 
 void tst_FourPsGraphs::rowsAreJoinedWithTheirPlots()
@@ -535,21 +504,6 @@ void tst_FourPsGraphs::pressAloneRunsTheReflexAtItsRelease()
     QCOMPARE(m_panel->LCFvs4PS.size(), 5);
 }
 
-void tst_FourPsGraphs::allSpectraSetRunsTheSameReflexes()
-{
-    refuseMapAndTarget();
-    MarkLines* set = plot(Displays::DMuts)->DispA->markLines;
-    m_panel->ui.EdgeE->setText("8345");
-    Q_EMIT set->moving();
-    QCOMPARE(m_panel->XafsFiles.at(3)->edgeEnergy, 8345.0);
-    QCOMPARE(m_panel->LCFvs4PS.size(), 2);
-    m_panel->ui.EdgeE->setText("8346");
-    Q_EMIT set->newPos();
-    QCOMPARE(m_panel->XafsFiles.at(3)->edgeEnergy, 8346.0);
-    QCOMPARE(m_panel->LCFvs4PS.size(), 2 + 3);
-    QCOMPARE(messages(*m_panel).size(), 5 * linesOfARun);
-}
-
 void tst_FourPsGraphs::newPlaceSetsTheEdgeBeforeItCalculates()
 {
     refuseMapAndTarget();
@@ -639,24 +593,6 @@ void tst_FourPsGraphs::plotsFollowTheDraggedEdge()
     QCOMPARE(paints.counts(), inTheGrid(1));
 }
 
-void tst_FourPsGraphs::movingOfTheEdgeLinesRepaintsByItself()
-{
-    FourPs panel;
-    MarkLines* single = panel.Disps->frame(Displays::DRef1)->DispA->markLines;
-    MarkLines* all = panel.Disps->frame(Displays::DMuts)->DispA->markLines;
-    // The edge repaints as well; without it what the set does alone is seen.
-    QVERIFY(disconnect(single, &MarkLines::moving, &panel, nullptr));
-    QVERIFY(disconnect(all, &MarkLines::moving, &panel, nullptr));
-    panel.Disps->show();
-    QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
-    SurfacePaints paints(*panel.Disps);
-    Q_EMIT all->moving();
-    QCOMPARE(paints.counts(), inTheGrid(0));
-    Q_EMIT single->moving();
-    QCOMPARE(paints.counts(), inTheGrid(1));
-    panel.Disps->hide();
-}
-
 void tst_FourPsGraphs::wheelZoomsOnePlotOnly()
 {
     SurfacePaints paints(*m_panel->Disps);
@@ -744,63 +680,6 @@ void tst_FourPsGraphs::markersAreDraggedInThePoppedOutWindow()
     QCOMPARE(paints.counts(), inTheGrid(1));
     QVERIFY(showsEdgeAt(of, m_panel->ui.EdgeE->text().toDouble()));
     release(of->DispA, QPointF(start + 33, middle(of)));
-}
-
-void tst_FourPsGraphs::releaseInTheComparisonTakesTheNextColor_data()
-{
-    QTest::addColumn<int>("button");
-    QTest::newRow("left") << int(Qt::LeftButton);
-    QTest::newRow("right") << int(Qt::RightButton);
-}
-
-void tst_FourPsGraphs::releaseInTheComparisonTakesTheNextColor()
-{
-    QFETCH(int, button);
-    SurfacePaints paints(*m_panel->Disps);
-    m_panel->LCFvs4PS.append(LCFPoint());
-    DispArea* surface = plot(Displays::DLCFvs4PS)->DispA;
-    press(surface, {20, 20}, static_cast<Qt::MouseButton>(button));
-    QCOMPARE(m_panel->LCFColor, 0);
-    release(surface, {20, 20}, static_cast<Qt::MouseButton>(button));
-    QCOMPARE(m_panel->LCFColor, 1);
-    QCOMPARE(m_panel->LCFvs4PS.size(), 1);
-    QCOMPARE(paints.counts(), inTheGrid(0));
-}
-
-void tst_FourPsGraphs::colorsWrapAround()
-{
-    QCOMPARE(m_panel->Colors.colors.size(), 45);
-    DispArea* surface = plot(Displays::DLCFvs4PS)->DispA;
-    m_panel->LCFColor = 43;
-    QTest::mouseClick(surface, Qt::LeftButton);
-    QCOMPARE(m_panel->LCFColor, 44);
-    QTest::mouseClick(surface, Qt::LeftButton);
-    QCOMPARE(m_panel->LCFColor, 0);
-}
-
-void tst_FourPsGraphs::nextPointsTakeTheNewColor()
-{
-    refuseMapAndTarget();
-    m_panel->ui.LCFB->click();
-    QTest::mouseClick(plot(Displays::DLCFvs4PS)->DispA, Qt::LeftButton);
-    m_panel->ui.LCFB->click();
-    QCOMPARE(m_panel->LCFvs4PS.size(), 2);
-    QCOMPARE(m_panel->LCFvs4PS.first().color, 0);
-    QCOMPARE(m_panel->LCFvs4PS.last().color, 1);
-}
-
-void tst_FourPsGraphs::doubleClickInTheComparisonClearsIt()
-{
-    SurfacePaints paints(*m_panel->Disps);
-    m_panel->LCFvs4PS.append(LCFPoint());
-    m_panel->LCFColor = 7;
-    doubleClick(plot(Displays::DLCFvs4PS)->DispA, {20, 20});
-    QVERIFY(m_panel->LCFvs4PS.isEmpty());
-    QCOMPARE(m_panel->LCFColor, 0);
-    // The clicked plot asks for a paint of its own besides.
-    QList<int> counts = paints.counts();
-    QVERIFY(counts.takeAt(Displays::DLCFvs4PS) >= 1);
-    QCOMPARE(counts, inTheGrid(1).mid(1));
 }
 
 void tst_FourPsGraphs::wholeDoubleClickInTheComparisonEndsAtTheSecondColor()

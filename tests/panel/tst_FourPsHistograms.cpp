@@ -3,7 +3,6 @@
 
 #include "display/Displays.h"
 #include "display/Histgram.h"
-#include "support/MouseInput.h"
 #include "support/PlainHistograms.h"
 #include "support/PlotChecks.h"
 #include "support/SharedPanel.h"
@@ -157,18 +156,10 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase();
 
-    void titlesNameTheQuantity_data();
-    void titlesNameTheQuantity();
     void beforeTheFirstCountThePlotIsWhite_data();
     void beforeTheFirstCountThePlotIsWhite();
-    void countsOfReferencesAloneLeaveThePlotWhite_data();
-    void countsOfReferencesAloneLeaveThePlotWhite();
-    void withoutACheckedBoxThePlotIsWhite_data();
-    void withoutACheckedBoxThePlotIsWhite();
     void boxesOfTheOtherPlotShowNothing_data();
     void boxesOfTheOtherPlotShowNothing();
-    void plotWithoutAnythingKeepsItsAutomaticRange_data();
-    void plotWithoutAnythingKeepsItsAutomaticRange();
 
     void boxesChooseTheHistograms_data();
     void boxesChooseTheHistograms();
@@ -176,31 +167,13 @@ private Q_SLOTS:
 
     void limitsOfXAreTheTypedOnes_data();
     void limitsOfXAreTheTypedOnes();
-    void limitsOfYHoldWhatIsShown_data();
-    void limitsOfYHoldWhatIsShown();
-    void rangeOfTheViewStaysUntilTheDoubleClick();
-    void zoomedOutViewShowsTheOuterBins_data();
-    void zoomedOutViewShowsTheOuterBins();
-    void overhangingBarsAreWipedFromTheMargins_data();
-    void overhangingBarsAreWipedFromTheMargins();
     void highestCountZeroShowsTheTitlesOnly_data();
     void highestCountZeroShowsTheTitlesOnly();
-    void plotOfNoCountsFitsOnceThereAreSome_data();
-    void plotOfNoCountsFitsOnceThereAreSome();
 
-    void gridStepsFollowTheScaleOfX_data();
-    void gridStepsFollowTheScaleOfX();
-    void horizontalLinesEndAtTheMainHistogramsHighest();
     void limitsFromHighToLowMirrorThePlot();
-    void hostileLimitsStillPaint_data();
-    void hostileLimitsStillPaint();
     void oneBoxStillPaints();
 
     void calculatedMapIsShownAtOnce();
-    void toggledBoxShowsItsBarsAtOnce_data();
-    void toggledBoxShowsItsBarsAtOnce();
-    void toggledBoxRepaintsThePoppedOutPlot_data();
-    void toggledBoxRepaintsThePoppedOutPlot();
 
     void boxOfAnUnusedRowIsNotAsked();
     void currentHistogramOfSharesIsTheLastChecked_data();
@@ -232,6 +205,7 @@ void tst_FourPsHistograms::cleanupTestCase()
 void tst_FourPsHistograms::init()
 {
     resetPanel(*m_panel);
+    emptyRows(*m_panel);
     setReferences(*m_panel, {0, 1, 2, 3}, {0, 1, 2, 3});
     for (const int id : {Displays::DHistA, Displays::DHistDMut}) {
         const Family of = family(id);
@@ -267,26 +241,6 @@ void tst_FourPsHistograms::fillHistograms(const Family& of)
     }
 }
 
-void tst_FourPsHistograms::titlesNameTheQuantity_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("title");
-    QTest::newRow("valence") << int(Displays::DHistA) << "Valence";
-    QTest::newRow("thickness") << int(Displays::DHistDMut) << "Thick.";
-}
-
-void tst_FourPsHistograms::titlesNameTheQuantity()
-{
-    QFETCH(int, id);
-    const Family of = family(id);
-    checkBoxes(of, true, {});
-    of.plot->setXYTitle({}, {});
-    shownOn(of);
-    QTEST(of.plot->xTitle, "title");
-    QCOMPARE(of.plot->yTitle, QStringLiteral("Num."));
-    QVERIFY(of.plot->DispA->cc.drawn);
-}
-
 void tst_FourPsHistograms::beforeTheFirstCountThePlotIsWhite_data()
 {
     addBothPlots();
@@ -295,41 +249,10 @@ void tst_FourPsHistograms::beforeTheFirstCountThePlotIsWhite_data()
 void tst_FourPsHistograms::beforeTheFirstCountThePlotIsWhite()
 {
     QFETCH(int, id);
-    FourPs panel;
-    setReferences(panel, {0, 1}, {0, 1});
-    const Family of = familyOf(panel, id);
-    checkBoxes(of, true, {0, 1, 2, 3});
-    panel.Disps->show();
-    QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
-    QVERIFY(isBlank(shownOn(of)));
-    QVERIFY(!of.plot->DispA->cc.drawn);
-    panel.Disps->hide();
-}
-
-void tst_FourPsHistograms::countsOfReferencesAloneLeaveThePlotWhite_data()
-{
-    addBothPlots();
-}
-
-void tst_FourPsHistograms::countsOfReferencesAloneLeaveThePlotWhite()
-{
-    QFETCH(int, id);
+    resetPanel(*m_panel);
+    setReferences(*m_panel, {0, 1}, {0, 1});
     const Family of = family(id);
     checkBoxes(of, true, {0, 1, 2, 3});
-    *of.main = {};
-    QVERIFY(isBlank(shownOn(of)));
-    QVERIFY(!of.plot->DispA->cc.drawn);
-}
-
-void tst_FourPsHistograms::withoutACheckedBoxThePlotIsWhite_data()
-{
-    addBothPlots();
-}
-
-void tst_FourPsHistograms::withoutACheckedBoxThePlotIsWhite()
-{
-    QFETCH(int, id);
-    const Family of = family(id);
     QVERIFY(isBlank(shownOn(of)));
     QVERIFY(!of.plot->DispA->cc.drawn);
 }
@@ -345,22 +268,7 @@ void tst_FourPsHistograms::boxesOfTheOtherPlotShowNothing()
     const int other = id == Displays::DHistA ? Displays::DHistDMut : Displays::DHistA;
     checkBoxes(family(other), true, {0, 1, 2, 3});
     QVERIFY(isBlank(shownOn(family(id))));
-}
-
-void tst_FourPsHistograms::plotWithoutAnythingKeepsItsAutomaticRange_data()
-{
-    addBothPlots();
-}
-
-void tst_FourPsHistograms::plotWithoutAnythingKeepsItsAutomaticRange()
-{
-    QFETCH(int, id);
-    const Family of = family(id);
-    shownOn(of);
-    QVERIFY(!of.plot->DispA->hasScale);
-    checkBoxes(of, true, {});
-    QVERIFY(showsOnly(of, true, {}));
-    QVERIFY(of.plot->DispA->hasScale);
+    QVERIFY(!family(id).plot->DispA->cc.drawn);
 }
 
 void tst_FourPsHistograms::boxesChooseTheHistograms_data()
@@ -418,11 +326,9 @@ void tst_FourPsHistograms::boxesChooseTheHistograms()
 // At the start the valence and, of the thickness, everything is checked.
 void tst_FourPsHistograms::boxesOfTheFormAreThoseOfTheStart()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
+    resetPanel(panel);
     setReferences(panel, {0, 1}, {0, 1});
-    panel.Disps->resize(1500, 1100);
-    panel.Disps->show();
-    QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
     const Family valence = familyOf(panel, Displays::DHistA);
     const Family thickness = familyOf(panel, Displays::DHistDMut);
     for (const Family& of : {valence, thickness}) {
@@ -432,7 +338,6 @@ void tst_FourPsHistograms::boxesOfTheFormAreThoseOfTheStart()
     }
     QVERIFY(showsOnly(valence, true, {}));
     QVERIFY(showsOnly(thickness, true, {{0, 0}, {1, 1}}));
-    panel.Disps->hide();
 }
 
 void tst_FourPsHistograms::limitsOfXAreTheTypedOnes_data()
@@ -462,91 +367,6 @@ void tst_FourPsHistograms::limitsOfXAreTheTypedOnes()
     QCOMPARE(of.from->text(), QStringLiteral("-0.7"));
 }
 
-void tst_FourPsHistograms::limitsOfYHoldWhatIsShown_data()
-{
-    QTest::addColumn<bool>("main");
-    QTest::addColumn<QList<int>>("boxes");
-    QTest::addColumn<int>("highest");
-    QTest::newRow("main") << true << QList<int>{} << 40;
-    QTest::newRow("first") << false << QList<int>{0} << 50;
-    QTest::newRow("second") << false << QList<int>{1} << 35;
-    QTest::newRow("fourth") << false << QList<int>{3} << 20;
-    QTest::newRow("main over the fourth") << true << QList<int>{3} << 40;
-    QTest::newRow("first over main") << true << QList<int>{0, 3} << 50;
-    QTest::newRow("third over all") << true << QList<int>{0, 1, 2, 3} << 60;
-}
-
-void tst_FourPsHistograms::limitsOfYHoldWhatIsShown()
-{
-    QFETCH(bool, main);
-    QFETCH(QList<int>, boxes);
-    QFETCH(int, highest);
-    for (const int id : {Displays::DHistA, Displays::DHistDMut}) {
-        const Family of = family(id);
-        checkBoxes(of, main, boxes);
-        shownOn(of);
-        QCOMPARE(of.plot->DispA->cc.realY0, -0.1 * highest);
-        QCOMPARE(of.plot->DispA->cc.realY1, 1.1 * highest);
-    }
-}
-
-void tst_FourPsHistograms::rangeOfTheViewStaysUntilTheDoubleClick()
-{
-    const Family of = family(Displays::DHistA);
-    checkBoxes(of, true, {});
-    shownOn(of);
-    of.from->setText("0");
-    checkBoxes(of, true, {2});
-    shownOn(of);
-    QCOMPARE(of.plot->DispA->cc.realX0, 1.0);
-    QCOMPARE(of.plot->DispA->cc.realY1, 1.1 * 40);
-    doubleClick(of.plot->DispA, {50, 50});
-    QVERIFY(showsOnly(of, true, {{2, 2}}));
-    QCOMPARE(of.plot->DispA->cc.realX0, 0.0);
-    QCOMPARE(of.plot->DispA->cc.realY1, 1.1 * 60);
-}
-
-void tst_FourPsHistograms::zoomedOutViewShowsTheOuterBins_data()
-{
-    addBothPlots();
-}
-
-void tst_FourPsHistograms::zoomedOutViewShowsTheOuterBins()
-{
-    QFETCH(int, id);
-    const Family of = family(id);
-    checkBoxes(of, true, {0, 1, 3});
-    of.plot->setRealCoord(-1.5, -20.0, 7.25, 130.0);
-    const PlotPlace plot(of.plot->DispA->size(), {-1.5, -20.0, 7.25, 130.0});
-    const PlainHistograms plain = plainHistograms(of, true, {{0, 0}, {1, 1}, {3, 3}});
-    QVERIFY(isSamePicture(shownOn(of), plain.picture(plot), plot.inside()));
-    QCOMPARE(of.plot->DispA->cc.realX0, -1.5);
-    // The bin below the limits stands from 0.55 to 0.85 and is 90 high.
-    const QPoint inTheBinBelow = plot.pixel(0.8, 88.0);
-    QCOMPARE(shownOn(of).pixelColor(inTheBinBelow), mainColor);
-}
-
-void tst_FourPsHistograms::overhangingBarsAreWipedFromTheMargins_data()
-{
-    addBothPlots();
-}
-
-void tst_FourPsHistograms::overhangingBarsAreWipedFromTheMargins()
-{
-    QFETCH(int, id);
-    const Family of = family(id);
-    checkBoxes(of, false, {1, 2});
-    of.plot->setRealCoord(1.9, 2.0, 2.6, 9.0);
-    const PlotPlace plot(of.plot->DispA->size(), {1.9, 2.0, 2.6, 9.0});
-    const QImage shown = shownOn(of);
-    QVERIFY(countOf(shown, plot.inside(), rowColors.at(1)) > 0);
-    QVERIFY(countOf(shown, plot.inside(), rowColors.at(2)) > 0);
-    QCOMPARE(countInMargins(shown, plot, rowColors.at(1)), 0);
-    QCOMPARE(countInMargins(shown, plot, rowColors.at(2)), 0);
-    // The outline of the plot area lies over them.
-    QVERIFY(hasOutline(shown, plot));
-}
-
 void tst_FourPsHistograms::highestCountZeroShowsTheTitlesOnly_data()
 {
     addBothPlots();
@@ -565,88 +385,6 @@ void tst_FourPsHistograms::highestCountZeroShowsTheTitlesOnly()
     QCOMPARE(countOf(shown, automaticPlot(of, 1).inside(), mainColor), 0);
 }
 
-void tst_FourPsHistograms::plotOfNoCountsFitsOnceThereAreSome_data()
-{
-    addBothPlots();
-}
-
-void tst_FourPsHistograms::plotOfNoCountsFitsOnceThereAreSome()
-{
-    QFETCH(int, id);
-    const Family of = family(id);
-    checkBoxes(of, true, {});
-    *of.main = readyCounts(1.0, 4.0, QList<int>(11, 0), 30, 20);
-    shownOn(of);
-    QVERIFY(!of.plot->DispA->hasScale);
-    *of.main = readyCounts(1.0, 4.0, QList<int>(11, 20), 30, 20);
-    shownOn(of);
-    QVERIFY(of.plot->DispA->hasScale);
-    QCOMPARE(of.plot->DispA->cc.realY0, -2.0);
-    QCOMPARE(of.plot->DispA->cc.realY1, 22.0);
-}
-
-void tst_FourPsHistograms::gridStepsFollowTheScaleOfX_data()
-{
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("to");
-    QTest::newRow("no whole number between") << "1.1"
-                                             << "1.9";
-    QTest::newRow("one line") << "1.5"
-                              << "3.5";
-    QTest::newRow("from and to are whole") << "1"
-                                           << "4";
-    QTest::newRow("every one") << "-3.3"
-                               << "12.8";
-    QTest::newRow("every second") << "-20.5"
-                                  << "35.7";
-    QTest::newRow("every fifth") << "-60.5"
-                                 << "70.2";
-    QTest::newRow("every tenth") << "-103"
-                                 << "199";
-    QTest::newRow("every fiftieth") << "0"
-                                    << "1000";
-    QTest::newRow("every hundredth") << "-12.5"
-                                     << "2500";
-}
-
-void tst_FourPsHistograms::gridStepsFollowTheScaleOfX()
-{
-    QFETCH(QString, from);
-    QFETCH(QString, to);
-    for (const int id : {Displays::DHistA, Displays::DHistDMut}) {
-        const Family of = family(id);
-        of.from->setText(from);
-        of.to->setText(to);
-        checkBoxes(of, false, {3});
-        *of.main = readyCounts(1.0, 4.0, {400, 3, 1});
-        *of.ofReferences.at(3) = readyCounts(1.0, 4.0, {350, 3, 1});
-        QVERIFY(showsOnly(of, false, {{3, 3}}));
-    }
-}
-
-void tst_FourPsHistograms::horizontalLinesEndAtTheMainHistogramsHighest()
-{
-    const Family of = family(Displays::DHistA);
-    checkBoxes(of, false, {0});
-    *of.main = readyCounts(1.0, 4.0, {0, 7, 0});
-    *of.ofReferences.at(0) = readyCounts(1.0, 4.0, {0, 12, 0});
-    const QImage shown = shownOn(of);
-    const PlotPlace plot = automaticPlot(of, 12);
-    // Left of the bars, between the vertical lines: a line for each of 0 to 7.
-    QList<int> rows;
-    const int column = plot.column(1.5);
-    for (int y = plot.inside().top(); y <= plot.inside().bottom(); ++y) {
-        if (shown.pixelColor(column, y) == plainGrid) {
-            rows.prepend(y);
-        }
-    }
-    QList<int> wanted;
-    for (int count = 0; count <= 7; ++count) {
-        wanted.append(plot.row(count));
-    }
-    QCOMPARE(rows, wanted);
-}
-
 // From 4 to 1: bin 0 is that of 4, at the left; no grid line lies below To.
 void tst_FourPsHistograms::limitsFromHighToLowMirrorThePlot()
 {
@@ -657,62 +395,6 @@ void tst_FourPsHistograms::limitsFromHighToLowMirrorThePlot()
     *of.main = readyCounts(4.0, 1.0, {5, 1, 2, 40});
     *of.ofReferences.at(1) = readyCounts(4.0, 1.0, {2, 30, 0, 1});
     QVERIFY(showsOnly(of, true, {{1, 1}}));
-}
-
-void tst_FourPsHistograms::hostileLimitsStillPaint_data()
-{
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("to");
-    QTest::newRow("equal") << "2"
-                           << "2";
-    QTest::newRow("words") << "low"
-                           << "high";
-    QTest::newRow("empty") << ""
-                           << "";
-    QTest::newRow("nan") << "nan"
-                         << "nan";
-    QTest::newRow("nan to 4") << "nan"
-                              << "4";
-    QTest::newRow("infinite") << "-inf"
-                              << "inf";
-    QTest::newRow("infinite to 4") << "inf"
-                                   << "4";
-    QTest::newRow("1 to infinite") << "1"
-                                   << "inf";
-    QTest::newRow("very wide") << "-1e300"
-                               << "1e300";
-    QTest::newRow("wider than numbers") << "-1.7e308"
-                                        << "1.7e308";
-    QTest::newRow("very wide, reversed") << "1e300"
-                                         << "-1e300";
-    QTest::newRow("very narrow") << "1"
-                                 << "1.0000000000000002";
-    QTest::newRow("tiny") << "1e-300"
-                          << "2e-300";
-    QTest::newRow("far away") << "1e17"
-                              << "2e17";
-}
-
-void tst_FourPsHistograms::hostileLimitsStillPaint()
-{
-    QFETCH(QString, from);
-    QFETCH(QString, to);
-    for (const int id : {Displays::DHistA, Displays::DHistDMut}) {
-        const Family of = family(id);
-        of.from->setText(from);
-        of.to->setText(to);
-        checkBoxes(of, true, {0, 1, 2, 3});
-        shownOn(of); // counted with other limits
-        of.plot->clearScale();
-        const double low = from.toDouble();
-        const double high = to.toDouble();
-        *of.main = readyCounts(low, high, {1, 40, 2}, 5, 6);
-        *of.ofReferences.at(2) = readyCounts(low, high, {1, 40, 2}, 5, 6);
-        const QImage shown = shownOn(of);
-        QVERIFY(of.plot->DispA->cc.drawn);
-        const PlotPlace plot = automaticPlot(of, 60);
-        QVERIFY(hasOutline(shown, plot));
-    }
 }
 
 // One box divides by zero, so that no bar has a place.
@@ -734,11 +416,9 @@ void tst_FourPsHistograms::oneBoxStillPaints()
 // the bin at 2.5, and one in the bin at 1.
 void tst_FourPsHistograms::calculatedMapIsShownAtOnce()
 {
-    FourPs panel;
-    panel.Disps->resize(1500, 1100);
-    panel.Disps->show();
+    FourPs& panel = *m_panel;
+    resetPanel(panel);
     prepareThreePointMaps(panel);
-    QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
     panel.ui.HgAFrom->setText("1");
     panel.ui.HgATo->setText("4");
     panel.ui.HgABoxes->setText("7"); // centres every half
@@ -760,60 +440,6 @@ void tst_FourPsHistograms::calculatedMapIsShownAtOnce()
     QVERIFY(isSamePicture(shownOn(thickness), thicknessByHand));
     QVERIFY(showsOnly(valence, true, {}));
     QVERIFY(showsOnly(thickness, true, {}));
-    panel.Disps->hide();
-}
-
-void tst_FourPsHistograms::toggledBoxShowsItsBarsAtOnce_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<bool>("main");
-    QTest::addColumn<QList<Shown>>("shown");
-    const int valence = Displays::DHistA;
-    const int thickness = Displays::DHistDMut;
-    QTest::newRow("HgValence") << valence << "HgValence" << true << QList<Shown>{};
-    QTest::newRow("HgRatio1") << valence << "HgRatio1" << false << QList<Shown>{{0, 0}};
-    QTest::newRow("HgRatio2") << valence << "HgRatio2" << false << QList<Shown>{{1, 1}};
-    QTest::newRow("HgRatio3") << valence << "HgRatio3" << false << QList<Shown>{{2, 2}};
-    QTest::newRow("HgRatio4") << valence << "HgRatio4" << false << QList<Shown>{{3, 3}};
-    QTest::newRow("HgAmount") << thickness << "HgAmount" << true << QList<Shown>{};
-    QTest::newRow("HgdMut1") << thickness << "HgdMut1" << false << QList<Shown>{{0, 0}};
-    QTest::newRow("HgdMut2") << thickness << "HgdMut2" << false << QList<Shown>{{1, 1}};
-    QTest::newRow("HgdMut3") << thickness << "HgdMut3" << false << QList<Shown>{{2, 2}};
-    QTest::newRow("HgdMut4") << thickness << "HgdMut4" << false << QList<Shown>{{3, 3}};
-}
-
-void tst_FourPsHistograms::toggledBoxShowsItsBarsAtOnce()
-{
-    QFETCH(int, id);
-    QFETCH(QString, box);
-    QFETCH(bool, main);
-    QFETCH(QList<Shown>, shown);
-    const Family of = family(id);
-    SurfacePaints paints(*m_panel->Disps);
-    m_panel->findChild<QAbstractButton*>(box)->click();
-    QCOMPARE(paints.counts(), inTheGrid(1));
-    QVERIFY(showsOnly(of, main, shown));
-    m_panel->findChild<QAbstractButton*>(box)->click();
-    QCOMPARE(paints.counts().at(id), 3); // the second toggle, and the picture taken in between
-    QVERIFY(isBlank(shownOn(of)));
-}
-
-void tst_FourPsHistograms::toggledBoxRepaintsThePoppedOutPlot_data()
-{
-    addBothPlots();
-}
-
-void tst_FourPsHistograms::toggledBoxRepaintsThePoppedOutPlot()
-{
-    QFETCH(int, id);
-    const Family of = family(id);
-    of.plot->popDock();
-    QVERIFY(QTest::qWaitForWindowExposed(of.plot->pop));
-    SurfacePaints paints(*m_panel->Disps);
-    of.boxes.at(1)->click();
-    QVERIFY(paints.counts().at(id) >= 1);
-    QVERIFY(showsOnly(of, false, {{1, 1}}));
 }
 
 void tst_FourPsHistograms::boxOfAnUnusedRowIsNotAsked()

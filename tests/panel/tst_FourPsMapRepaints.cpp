@@ -59,7 +59,7 @@ struct WindowPaints {
     }
 
     /// Those of the result map and of the data map.
-    QList<int> counts() const { return {result.within(60), data.count()}; }
+    QList<int> counts() const { return {result.within(), data.count()}; }
 
     /// Whether the result map, or else the data map, was painted alone. A paint
     /// that sets limits brings another one with it.
@@ -105,7 +105,6 @@ private Q_SLOTS:
     void choiceBeforeResultsSetsTheLimits();
     void chosenQuantityRepaintsTheResultMap_data();
     void chosenQuantityRepaintsTheResultMap();
-    void everyRadioIsHeard_data();
     void everyRadioIsHeard();
 
     void gridBoxRepaintsBothWindows_data();
@@ -116,9 +115,7 @@ private Q_SLOTS:
     void chosenRowRepaintsTheDataMapAlone_data();
     void chosenRowRepaintsTheDataMapAlone();
     void everyRowRadioIsHeard();
-    void newDataOfEveryRowFitsTheDataMapAfresh_data();
     void newDataOfEveryRowFitsTheDataMapAfresh();
-    void updateOfTheDataMapClearsItsScaleAtOnce();
 
     void nonEquivalentRunFitsTheResultMapAfresh_data();
     void nonEquivalentRunFitsTheResultMapAfresh();
@@ -303,26 +300,17 @@ void tst_FourPsMapRepaints::chosenQuantityRepaintsTheResultMap()
     QCOMPARE(paints.counts(), QList<int>({1, 0}));
 }
 
-void tst_FourPsMapRepaints::everyRadioIsHeard_data()
-{
-    QTest::addColumn<int>("quantity");
-    for (int quantity = 0; quantity < 13; ++quantity) {
-        QTest::addRow("quantity %d", quantity) << quantity;
-    }
-}
-
+// Each takes its own limits at once, or leaves those of the one before: the slopes.
 void tst_FourPsMapRepaints::everyRadioIsHeard()
 {
-    QFETCH(int, quantity);
-    // Away from it and back to it, so that the last one is heard too.
-    mapRadio(*m_panel, quantity == 0 ? 1 : 0)->setChecked(true);
-    QVERIFY(showWindow(result()));
-    PaintCounter paints(result()->DispA);
-    paints.settle();
-    mapRadio(*m_panel, quantity)->click();
-    QCOMPARE(paints.within(60), 1);
-    for (int other = 0; other < 13; ++other) {
-        QCOMPARE(mapRadio(*m_panel, other)->isChecked(), other == quantity);
+    for (int quantity = 12; quantity >= 0; --quantity) {
+        result()->setZRange(40.0, 50.0);
+        mapRadio(*m_panel, quantity)->click();
+        const bool hasLimits = quantity != c1 && quantity != c2;
+        QCOMPARE(limitTexts(result()) != QStringList({"40", "50"}), hasLimits);
+        for (int other = 0; other < 13; ++other) {
+            QCOMPARE(mapRadio(*m_panel, other)->isChecked(), other == quantity);
+        }
     }
 }
 
@@ -405,34 +393,19 @@ void tst_FourPsMapRepaints::everyRowRadioIsHeard()
     }
 }
 
-void tst_FourPsMapRepaints::newDataOfEveryRowFitsTheDataMapAfresh_data()
-{
-    QTest::addColumn<int>("row");
-    for (int row = 0; row < 8; ++row) {
-        QTest::addRow("row %d", row + 1) << row;
-    }
-}
-
 void tst_FourPsMapRepaints::newDataOfEveryRowFitsTheDataMapAfresh()
 {
-    QFETCH(int, row);
     QVERIFY(showBoth(false));
+    result()->DispA->hasScale = true;
+    for (AEPoint* row : std::as_const(m_panel->EPoints)) {
+        data()->DispA->hasScale = true;
+        Q_EMIT row->newData();
+        QVERIFY(!data()->DispA->hasScale); // at once
+    }
+    QVERIFY(result()->DispA->hasScale);
     const WindowPaints paints(*m_panel);
-    result()->DispA->hasScale = true;
-    data()->DispA->hasScale = true;
-    Q_EMIT m_panel->EPoints.at(row)->newData();
-    QVERIFY(!data()->DispA->hasScale);
-    QVERIFY(result()->DispA->hasScale);
+    Q_EMIT m_panel->EPoints.last()->newData();
     QCOMPARE(paints.counts(), QList<int>({0, 1}));
-}
-
-void tst_FourPsMapRepaints::updateOfTheDataMapClearsItsScaleAtOnce()
-{
-    data()->DispA->hasScale = true;
-    result()->DispA->hasScale = true;
-    m_panel->updateDMap();
-    QVERIFY(!data()->DispA->hasScale);
-    QVERIFY(result()->DispA->hasScale);
 }
 
 void tst_FourPsMapRepaints::nonEquivalentRunFitsTheResultMapAfresh_data()

@@ -59,7 +59,6 @@ private Q_SLOTS:
     void noResultIsWhite();
     void resultWithoutSizeIsWhite_data();
     void resultWithoutSizeIsWhite();
-    void whiteFillsTheWholeSurfaceBeforeTheCells();
 
     void everyQuantityOfTheNonEquivalentMethodShows_data();
     void everyQuantityOfTheNonEquivalentMethodShows();
@@ -68,15 +67,9 @@ private Q_SLOTS:
     void shareOfTheFirstReferenceIsNotTheStoredListsWithoutOne();
     void valenceFollowsTheReferencesOfNow();
     void firstRowLiesAtTheBottomAndFirstColumnAtTheLeft();
-    void coloursAreThoseOfTheTable();
     void pixelOutsideTheRecordsCountsAsZero();
     void recordWithTooFewValuesCountsAsZero();
     void surplusRecordsAreNotShown();
-    void pixelWithoutNumberTakesTheFirstColour_data();
-    void pixelWithoutNumberTakesTheFirstColour();
-    void mapLargerThanTheSurfaceShows();
-    void gridOutlinesEveryCell();
-    void noGridWithoutItsBox();
     void noQuantityCheckedShowsTheFirst();
 
     void presetLimitsByQuantity_data();
@@ -93,7 +86,6 @@ private Q_SLOTS:
     void slopesAreScanned_data();
     void slopesAreScanned();
     void scanCountsPixelsOutsideTheRecordsAsZero();
-    void scanPassesOverWhatIsNoNumber();
     void scanWithoutAnyNumberLeavesTheLimits();
     void infinitePixelWidensTheLimits_data();
     void infinitePixelWidensTheLimits();
@@ -153,17 +145,6 @@ void tst_FourPsMapViews::resultWithoutSizeIsWhite()
     QVERIFY(isBlank(picture(window())));
     QVERIFY(!window()->DispA->hasScale);
     QCOMPARE(barLimits(window()), QList<double>({0.0, 1.0}));
-}
-
-void tst_FourPsMapViews::whiteFillsTheWholeSurfaceBeforeTheCells()
-{
-    setQuantity(*m_panel, Ratio1, 1, 1, {-0.1});
-    QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {-0.1}, -0.1, 1.1}));
-    window()->DispA->cc.setReal(-1.0, -1.0, 2.0, 2.0);
-    const QImage image = picture(window());
-    QCOMPARE(image.pixelColor(0, 0), QColor(Qt::white));
-    QCOMPARE(image.pixelColor(image.width() - 1, image.height() - 1), QColor(Qt::white));
-    QCOMPARE(image.pixelColor(image.width() / 2, image.height() / 2), QColor(Qt::black));
 }
 
 void tst_FourPsMapViews::everyQuantityOfTheNonEquivalentMethodShows_data()
@@ -274,23 +255,6 @@ void tst_FourPsMapViews::firstRowLiesAtTheBottomAndFirstColumnAtTheLeft()
     QCOMPARE(image.pixelColor(right, 0), QColor(255, 255, 255));
 }
 
-// Between 0 and 768 a value is its place in the table.
-void tst_FourPsMapViews::coloursAreThoseOfTheTable()
-{
-    const QList<double> values{-5.0, 0.0, 1.0, 255.9, 256.0, 300.5, 511.0, 512.5, 767.0, 768.0};
-    const QList<QColor> colors{{0, 0, 0},       {0, 0, 0},      {1, 0, 0},     {255, 0, 0},
-                               {255, 0, 0},     {255, 44, 0},   {255, 255, 0}, {255, 255, 0},
-                               {255, 255, 255}, {255, 255, 255}};
-    setQuantity(*m_panel, C1, 10, 1, values);
-    picture(window());
-    window()->CBar->newZmin(0.0);
-    window()->CBar->newZmax(768.0);
-    const QImage image = picture(window());
-    for (int x = 0; x < 10; ++x) {
-        QCOMPARE(colorAt(image, middleOf(window(), 10, 1, x, 0)), colors.at(x));
-    }
-}
-
 void tst_FourPsMapViews::pixelOutsideTheRecordsCountsAsZero()
 {
     setQuantity(*m_panel, Ratio1, 3, 2, {0.5, 0.6, 0.7, 0.8});
@@ -315,55 +279,6 @@ void tst_FourPsMapViews::surplusRecordsAreNotShown()
     setQuantity(*m_panel, C1, 2, 1, {1.0, 3.0, -50.0, 50.0});
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 3.0}, 1.0, 3.0}));
     QCOMPARE(limitTexts(window()), QStringList({"1", "3"}));
-}
-
-void tst_FourPsMapViews::pixelWithoutNumberTakesTheFirstColour_data()
-{
-    QTest::addColumn<double>("value");
-    QTest::newRow("not a number") << notANumber;
-    QTest::newRow("infinity") << infinity;
-    QTest::newRow("minus infinity") << -infinity;
-}
-
-void tst_FourPsMapViews::pixelWithoutNumberTakesTheFirstColour()
-{
-    QFETCH(double, value);
-    setQuantity(*m_panel, Ratio1, 3, 1, {0.5, value, 1.0});
-    const QImage image = picture(window());
-    QCOMPARE(colorAt(image, middleOf(window(), 3, 1, 1, 0)), QColor(0, 0, 0));
-    QCOMPARE(image, plainPicture(window(), {3, 1, {0.5, -9.0, 1.0}, -0.1, 1.1}));
-}
-
-void tst_FourPsMapViews::mapLargerThanTheSurfaceShows()
-{
-    const int width = 700;
-    const int height = 600;
-    QVERIFY(window()->DispA->width() < width && window()->DispA->height() < height);
-    QList<double> values;
-    for (int i = 0; i < width * height; ++i) {
-        values.append(i % 11 * 0.1);
-    }
-    setQuantity(*m_panel, Ratio1, width, height, values);
-    QCOMPARE(picture(window()), plainPicture(window(), {width, height, values, -0.1, 1.1}));
-}
-
-void tst_FourPsMapViews::gridOutlinesEveryCell()
-{
-    setQuantity(*m_panel, Ratio1, 3, 2, {0.0, 0.1, 0.2, 0.3, 0.4, 0.5});
-    m_panel->ui.MapWGrid->setChecked(true);
-    const PlainMap map{3, 2, {0.0, 0.1, 0.2, 0.3, 0.4, 0.5}, -0.1, 1.1, true};
-    const QImage image = picture(window());
-    QCOMPARE(image, plainPicture(window(), map));
-    QCOMPARE(image.pixelColor(0, 0), QColor(200, 200, 200));
-    window()->DispA->cc.setReal(0.3, -0.2, 2.1, 1.9);
-    QCOMPARE(picture(window()), plainPicture(window(), map, {{}, 0.3, -0.2, 2.1, 1.9}));
-}
-
-void tst_FourPsMapViews::noGridWithoutItsBox()
-{
-    QVERIFY(!m_panel->ui.MapWGrid->isChecked());
-    setQuantity(*m_panel, Ratio1, 2, 1, {0.2, 0.2});
-    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {0.2, 0.2}, -0.1, 1.1}));
 }
 
 void tst_FourPsMapViews::noQuantityCheckedShowsTheFirst()
@@ -540,14 +455,6 @@ void tst_FourPsMapViews::scanCountsPixelsOutsideTheRecordsAsZero()
     window()->DispA->hasScale = false;
     picture(window());
     QCOMPARE(barLimits(window()), QList<double>({-5.0, 0.0}));
-}
-
-void tst_FourPsMapViews::scanPassesOverWhatIsNoNumber()
-{
-    setQuantity(*m_panel, C1, 4, 1, {notANumber, 2.0, notANumber, 6.0});
-    QCOMPARE(picture(window()),
-             plainPicture(window(), {4, 1, {notANumber, 2.0, notANumber, 6.0}, 2.0, 6.0}));
-    QCOMPARE(barLimits(window()), QList<double>({2.0, 6.0}));
 }
 
 void tst_FourPsMapViews::scanWithoutAnyNumberLeavesTheLimits()

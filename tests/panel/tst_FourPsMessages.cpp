@@ -55,6 +55,7 @@ void tst_FourPsMessages::cleanupTestCase()
 void tst_FourPsMessages::init()
 {
     resetPanel(*m_panel);
+    emptyRows(*m_panel);
     useReferences(*m_panel, {0, 1, 2, 3});
     m_panel->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_panel.get()));

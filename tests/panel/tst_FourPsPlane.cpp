@@ -2,7 +2,6 @@
 // lines and its range.
 
 #include "display/Displays.h"
-#include "support/MouseInput.h"
 #include "support/PlainStrokes.h"
 #include "support/PlotChecks.h"
 #include "support/SharedPanel.h"
@@ -85,7 +84,6 @@ private Q_SLOTS:
     void cleanupTestCase();
 
     void frameHasNoPlaceInTheGrid();
-    void titlesNameTheAxes();
     void fewerThanTwoReferencesShowNothing_data();
     void fewerThanTwoReferencesShowNothing();
     void pointsAndLinesOfTheRows();
@@ -95,27 +93,14 @@ private Q_SLOTS:
     void allRowsGiveAPointUsedOrNot();
     void targetColumnIsNotLookedAt();
 
-    void rangeHasATenthOfTheSpanAround();
-    void equalNumbersHaveATenthAround_data();
-    void equalNumbersHaveATenthAround();
-    void viewStaysUntilTheDoubleClick();
-    void linesRunAcrossTheZoomedView();
-    void everythingIsWipedFromTheMargins();
-
     void yellowLineFollowsTheEdgeJumps_data();
     void yellowLineFollowsTheEdgeJumps();
     void withoutAVPointTheMagentaLineIsMissing();
     void vPointOutOfUseIsRedWithoutALine();
     void lastOfSeveralVPointsGivesTheLine();
-    void vPointAtZeroHasNoLine();
     void cyanLineIsTheLeastSquareOfTheOthers();
-    void othersThatGiveNoLineShowNone_data();
-    void othersThatGiveNoLineShowNone();
-    void pointsLieOverTheLines();
 
     void wordsAndEmptyTextsAreZero();
-    void hostileTextsStillPaint_data();
-    void hostileTextsStillPaint();
 
 private:
     DispABase* plot() const { return m_panel->Disps->frame(Displays::DM2M3); }
@@ -171,6 +156,7 @@ void tst_FourPsPlane::cleanupTestCase()
 void tst_FourPsPlane::init()
 {
     resetPanel(*m_panel);
+    emptyRows(*m_panel);
     useReferences(*m_panel, {0, 1});
     const QList<double> jumps{1.5, 2.0, 3.0, 4.0};
     for (int i = 0; i < 4; ++i) {
@@ -194,15 +180,6 @@ void tst_FourPsPlane::frameHasNoPlaceInTheGrid()
     QVERIFY(!frame->isVisible());
     QCOMPARE(panel.Disps->DispL->indexOf(frame), -1);
     panel.Disps->hide();
-}
-
-void tst_FourPsPlane::titlesNameTheAxes()
-{
-    plot()->setXYTitle({}, {});
-    shown();
-    QCOMPARE(plot()->xTitle, QStringLiteral("M2"));
-    QCOMPARE(plot()->yTitle, QStringLiteral("M3"));
-    QVERIFY(plot()->DispA->cc.drawn);
 }
 
 void tst_FourPsPlane::fewerThanTwoReferencesShowNothing_data()
@@ -286,75 +263,6 @@ void tst_FourPsPlane::targetColumnIsNotLookedAt()
     QVERIFY(shows(usualPlane(), usualView()));
 }
 
-// Tolerance: rounding of two or three operations on numbers near 1.
-void tst_FourPsPlane::rangeHasATenthOfTheSpanAround()
-{
-    shown();
-    const ChCoord& cc = plot()->DispA->cc;
-    QVERIFY(std::fabs(cc.realX0 + 0.68) < 1e-14);
-    QVERIFY(std::fabs(cc.realX1 - 2.68) < 1e-14);
-    QVERIFY(std::fabs(cc.realY0 + 0.44) < 1e-14);
-    QVERIFY(std::fabs(cc.realY1 - 2.44) < 1e-14);
-}
-
-void tst_FourPsPlane::equalNumbersHaveATenthAround_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<double>("value");
-    QTest::newRow("above 0") << "1.5" << 1.5;
-    QTest::newRow("0") << "0" << 0.0;
-    QTest::newRow("below 0") << "-2.25" << -2.25;
-}
-
-void tst_FourPsPlane::equalNumbersHaveATenthAround()
-{
-    QFETCH(QString, text);
-    QFETCH(double, value);
-    const ChCoord& cc = plot()->DispA->cc;
-    setMuts(0, QStringList(8, text));
-    shown();
-    QCOMPARE(cc.realX0, value - 0.1);
-    QCOMPARE(cc.realX1, value + 0.1);
-    QVERIFY(std::fabs(cc.realY1 - 2.44) < 1e-14);
-    setMuts(1, QStringList(8, text));
-    plot()->clearScale();
-    const QImage image = shown();
-    QCOMPARE(cc.realX0, value - 0.1);
-    QCOMPARE(cc.realY0, value - 0.1);
-    QCOMPARE(cc.realY1, value + 0.1);
-    const PlotPlace view(plot()->DispA->size(),
-                         {value - 0.1, value - 0.1, value + 0.1, value + 0.1});
-    QVERIFY(countOf(image, view.inside(), blue) > 0);
-}
-
-void tst_FourPsPlane::viewStaysUntilTheDoubleClick()
-{
-    plot()->setRealCoord(-1.0, -1.5, 3.0, 4.0);
-    QVERIFY(shows(usualPlane(), {plot()->DispA->size(), {-1.0, -1.5, 3.0, 4.0}}));
-    doubleClick(plot()->DispA, {30, 30});
-    QVERIFY(shows(usualPlane(), usualView()));
-}
-
-void tst_FourPsPlane::linesRunAcrossTheZoomedView()
-{
-    plot()->setRealCoord(0.31, 0.22, 1.12, 1.23);
-    QVERIFY(shows(usualPlane(), {plot()->DispA->size(), {0.31, 0.22, 1.12, 1.23}}));
-}
-
-void tst_FourPsPlane::everythingIsWipedFromTheMargins()
-{
-    plot()->setRealCoord(0.6, 0.8, 1.4, 1.9);
-    const PlotPlace view(plot()->DispA->size(), {0.6, 0.8, 1.4, 1.9});
-    const QImage image = shown();
-    for (const QColor& color : {yellow, magenta, cyan}) {
-        QVERIFY(countOf(image, view.inside(), color) > 0);
-    }
-    for (const QColor& color : {yellow, magenta, cyan, red, blue}) {
-        QCOMPARE(countInMargins(image, view, color), 0);
-    }
-    QVERIFY(hasOutline(image, view));
-}
-
 void tst_FourPsPlane::yellowLineFollowsTheEdgeJumps_data()
 {
     QTest::addColumn<double>("first");
@@ -424,18 +332,6 @@ void tst_FourPsPlane::lastOfSeveralVPointsGivesTheLine()
     QVERIFY(shows(plain, usualView()));
 }
 
-void tst_FourPsPlane::vPointAtZeroHasNoLine()
-{
-    m_panel->EPoints.at(2)->Mut1->setText("0");
-    PlainPlane plain = usualPlane();
-    plain.points[2] = {0.0, 1.35};
-    plain.k2.reset();
-    QVERIFY(shows(plain, usualView()));
-    m_panel->EPoints.at(2)->Mut2->setText("0");
-    plain.points[2] = {0.0, 0.0};
-    QVERIFY(shows(plain, usualView()));
-}
-
 // Centred sums: the slope is sum (x - mx)(y - my) / sum (x - mx)^2.
 void tst_FourPsPlane::cyanLineIsTheLeastSquareOfTheOthers()
 {
@@ -459,46 +355,6 @@ void tst_FourPsPlane::cyanLineIsTheLeastSquareOfTheOthers()
     QVERIFY(shows(plain, usualView()));
 }
 
-void tst_FourPsPlane::othersThatGiveNoLineShowNone_data()
-{
-    QTest::addColumn<QList<int>>("rows");
-    QTest::addColumn<bool>("equal");
-    QTest::newRow("none") << QList<int>{2} << false;
-    QTest::newRow("one") << QList<int>{2, 3} << false;
-    QTest::newRow("two of one x") << QList<int>{0, 1, 2} << true;
-}
-
-void tst_FourPsPlane::othersThatGiveNoLineShowNone()
-{
-    QFETCH(QList<int>, rows);
-    QFETCH(bool, equal);
-    useRows(*m_panel, rows);
-    PlainPlane plain = usualPlane();
-    if (equal) {
-        m_panel->EPoints.at(0)->Mut1->setText("1.5");
-        m_panel->EPoints.at(1)->Mut1->setText("1.5");
-        plain.points[0] = {1.5, 0.4};
-        plain.points[1] = {1.5, 1.0};
-    }
-    plain.ab.reset();
-    QVERIFY(shows(plain, usualView()));
-}
-
-// The V row on its own line, others on theirs: whole circles all the same.
-void tst_FourPsPlane::pointsLieOverTheLines()
-{
-    const QImage image = shown();
-    const PlotPlace view = usualView();
-    const QPoint v = view.pixel(0.9, 1.35);
-    QImage circles = whitePicture(view.size);
-    QPainter p(&circles);
-    p.setPen(red);
-    plainMark(&p, view, 0.9, 1.35);
-    p.end();
-    const QRect around(v - QPoint(3, 3), QSize(7, 7));
-    QCOMPARE(countOf(image, around, red), countOf(circles, around, red));
-}
-
 void tst_FourPsPlane::wordsAndEmptyTextsAreZero()
 {
     m_panel->EPoints.at(4)->Mut1->setText("word");
@@ -510,36 +366,6 @@ void tst_FourPsPlane::wordsAndEmptyTextsAreZero()
     plain.points[6] = {2.4, 0.0};
     // Now 0 to 2.4 on x, the same on y.
     QVERIFY(shows(plain, {plot()->DispA->size(), {-0.24, -0.44, 2.64, 2.44}}));
-}
-
-void tst_FourPsPlane::hostileTextsStillPaint_data()
-{
-    QTest::addColumn<QString>("text");
-    for (const char* text : {"nan", "inf", "-inf", "1e300", "-1e300", "1.7e308", "-1.7e308",
-                             "1e-300", "5e-324", "word", "", "2147483648", "-4294967296"}) {
-        QTest::newRow(*text ? text : "empty") << QString::fromLatin1(text);
-    }
-}
-
-// In one cell of a point, of the V point, of an unused row, and in all cells.
-void tst_FourPsPlane::hostileTextsStillPaint()
-{
-    QFETCH(QString, text);
-    for (const QList<int>& rows : {QList<int>{0}, {2}, {7}, {0, 1, 2, 3, 4, 5, 6, 7}}) {
-        for (const QList<int>& columns : {QList<int>{0}, {1}, {0, 1}}) {
-            init();
-            for (const int row : rows) {
-                for (const int column : columns) {
-                    m_panel->EPoints.at(row)->mutEdits.at(column)->setText(text);
-                }
-            }
-            QVERIFY(hasOutline(shown(), usualView()));
-            QVERIFY(plot()->DispA->cc.drawn);
-            plot()->clearScale();
-            plot()->setRealCoord(-0.68, -0.44, 2.68, 2.44);
-            QVERIFY(hasOutline(shown(), usualView()));
-        }
-    }
 }
 
 QTEST_MAIN(tst_FourPsPlane)

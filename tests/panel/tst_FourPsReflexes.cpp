@@ -1,7 +1,7 @@
 // How the panel answers to its inputs.
 
 #include "display/Histgram.h"
-#include "support/PanelTools.h"
+#include "support/SharedPanel.h"
 #include "support/SpectrumText.h"
 #include "support/TestFiles.h"
 
@@ -69,6 +69,10 @@ class tst_FourPsReflexes : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanupTestCase();
+
     void loadedReferenceFillsItsColumn();
     void loadedReferenceProposesTheEdge();
     void loadedReferenceRunsOneReflexForTheEdgeAndTwoForTheFile();
@@ -130,13 +134,31 @@ private Q_SLOTS:
     void reflexSetsTheHistogramLimitsFirst();
     void directoriesOfTheMultiRowsReachTheOthers();
     void panelWorksWithAConnectionMissing();
+
+private:
+    Files m_files;
+    std::unique_ptr<FourPs> m_panel;
 };
+
+void tst_FourPsReflexes::initTestCase()
+{
+    m_panel = std::make_unique<FourPs>();
+}
+
+void tst_FourPsReflexes::init()
+{
+    resetPanel(*m_panel);
+}
+
+void tst_FourPsReflexes::cleanupTestCase()
+{
+    closePanel(m_panel);
+}
 
 void tst_FourPsReflexes::loadedReferenceFillsItsColumn()
 {
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
     // The background is 0, so the cells show the spectrum; 8313 lies on its
     // zero part, 8460 and 8475 on the flat top.
     const QStringList expected{"0", "1", "1.5", "1.25", "1", "1"};
@@ -149,9 +171,8 @@ void tst_FourPsReflexes::loadedReferenceFillsItsColumn()
 
 void tst_FourPsReflexes::loadedReferenceProposesTheEdge()
 {
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
     QCOMPARE(panel.ui.EdgeE->text(), "8345");
     QCOMPARE(panel.ui.EdgeE->cursorPosition(), 0);
     QCOMPARE(panel.XafsFiles.at(0)->edgeEnergy, 8345.0);
@@ -163,30 +184,27 @@ void tst_FourPsReflexes::loadedReferenceRunsOneReflexForTheEdgeAndTwoForTheFile(
 {
     // The proposed edge refreshes every valid column, here its own; the file
     // then refreshes its column once more and runs the reflex itself.
-    Files files;
-    FourPs panel;
+    FourPs& panel = *m_panel;
     RunCounter counter(panel);
-    load(panel.XafsFiles.at(0), files.ref1);
+    load(panel.XafsFiles.at(0), m_files.ref1);
     QCOMPARE(counter.runs(), 3);
 }
 
 void tst_FourPsReflexes::secondReferenceRunsOneReflexPerValidColumnAndTwoForTheFile()
 {
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
     RunCounter counter(panel);
-    load(panel.XafsFiles.at(1), files.ref2);
+    load(panel.XafsFiles.at(1), m_files.ref2);
     QCOMPARE(counter.runs(), 4); // two columns by the edge, its own, the file
 }
 
 void tst_FourPsReflexes::loadedTargetFillsItsColumnAndProposesNoEdge()
 {
-    Files files;
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.setEdge();
     RunCounter counter(panel);
-    load(panel.ui.TargetFile, files.target);
+    load(panel.ui.TargetFile, m_files.target);
     QCOMPARE(panel.ui.EdgeE->text(), "8350");
     QCOMPARE(panel.EPoints.at(1)->MutT->text(), "2");
     QCOMPARE(panel.EPoints.at(3)->MutT->text(), "2.5");
@@ -195,56 +213,51 @@ void tst_FourPsReflexes::loadedTargetFillsItsColumnAndProposesNoEdge()
 
 void tst_FourPsReflexes::emptyEnergyLeavesTheCellUntouched()
 {
-    Files files;
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.EPoints.at(6)->Mut1->setText("typed");
-    load(panel.XafsFiles.at(0), files.ref1);
+    load(panel.XafsFiles.at(0), m_files.ref1);
     QCOMPARE(mut(panel, 6, 0), "typed");
 }
 
 void tst_FourPsReflexes::energyOfWordsLeavesTheCellUntouched()
 {
-    Files files;
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.EPoints.at(0)->Energy->setText("edge");
     panel.EPoints.at(0)->Mut1->setText("typed");
     panel.EPoints.at(1)->Energy->setText("-8381");
     panel.EPoints.at(1)->Mut1->setText("typed");
-    load(panel.XafsFiles.at(0), files.ref1);
+    load(panel.XafsFiles.at(0), m_files.ref1);
     QCOMPARE(mut(panel, 0, 0), "typed");
     QCOMPARE(mut(panel, 1, 0), "typed");
 }
 
 void tst_FourPsReflexes::energyAboveTheSpectrumClearsTheCell()
 {
-    Files files;
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.EPoints.at(0)->Energy->setText("8851");
     panel.EPoints.at(0)->Mut1->setText("typed");
-    load(panel.XafsFiles.at(0), files.ref1);
+    load(panel.XafsFiles.at(0), m_files.ref1);
     QVERIFY(mut(panel, 0, 0).isEmpty());
 }
 
 void tst_FourPsReflexes::targetColumnAsksForNoEnergy()
 {
-    Files files;
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.EPoints.at(0)->Energy->setText("9000");
     panel.EPoints.at(0)->MutT->setText("typed");
     panel.EPoints.at(6)->MutT->setText("typed"); // its energy is empty
-    load(panel.ui.TargetFile, files.target);
+    load(panel.ui.TargetFile, m_files.target);
     QVERIFY(panel.EPoints.at(0)->MutT->text().isEmpty());
     QVERIFY(panel.EPoints.at(6)->MutT->text() != "typed");
 }
 
 void tst_FourPsReflexes::missingFileOverAGoodSpectrumChangesNothingButRunsTheReflex()
 {
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
     panel.ui.EdgeE->setText("8333");
     RunCounter counter(panel);
-    load(panel.XafsFiles.at(0), files.dir.filePath("missing.dat"));
+    load(panel.XafsFiles.at(0), m_files.dir.filePath("missing.dat"));
     QVERIFY(panel.XafsFiles.at(0)->valid);
     QCOMPARE(panel.ui.EdgeE->text(), "8333"); // no edge is proposed
     QCOMPARE(counter.runs(), 2);              // its column, and the file itself
@@ -252,12 +265,11 @@ void tst_FourPsReflexes::missingFileOverAGoodSpectrumChangesNothingButRunsTheRef
 
 void tst_FourPsReflexes::brokenFileInvalidatesTheReference()
 {
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
     panel.ui.EdgeE->setText("8333");
     RunCounter counter(panel);
-    load(panel.XafsFiles.at(0), files.broken);
+    load(panel.XafsFiles.at(0), m_files.broken);
     QVERIFY(!panel.XafsFiles.at(0)->valid);
     QCOMPARE(panel.ui.EdgeE->text(), "8333"); // no edge was proposed
     QCOMPARE(mut(panel, 1, 0), "1");          // the column stays
@@ -266,9 +278,8 @@ void tst_FourPsReflexes::brokenFileInvalidatesTheReference()
 
 void tst_FourPsReflexes::clearingARowKeepsItsSpectrum()
 {
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
     panel.XafsFiles.at(0)->ClearB->click();
     QVERIFY(panel.XafsFiles.at(0)->FileName->text().isEmpty());
     QVERIFY(panel.XafsFiles.at(0)->valid);
@@ -276,7 +287,7 @@ void tst_FourPsReflexes::clearingARowKeepsItsSpectrum()
 
 void tst_FourPsReflexes::noticedEdgeIsWrittenWithSixDigits()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.noticedNewEdge(8333.123456);
     QCOMPARE(panel.ui.EdgeE->text(), "8333.12");
     QCOMPARE(panel.XafsFiles.at(3)->edgeEnergy, 8333.12); // as displayed
@@ -284,7 +295,7 @@ void tst_FourPsReflexes::noticedEdgeIsWrittenWithSixDigits()
 
 void tst_FourPsReflexes::setEdgeGivesLimitsToAllSpectra()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.ui.EdgeE->setText("8340");
     panel.ui.PreEEndDE->setText("-30");
     panel.ui.PostEStartDE->setText("80.5");
@@ -300,10 +311,9 @@ void tst_FourPsReflexes::setEdgeRefitsBeforeAnyReflex()
 {
     // With the post-edge range moved onto the flat top of both spectra, the
     // total jump of the first reflex already counts both refitted lines.
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
-    load(panel.XafsFiles.at(1), files.ref2);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
+    load(panel.XafsFiles.at(1), m_files.ref2);
     enter(panel.ui.PostEStartDE, "1000"); // no point: NaN lines
     QCOMPARE(panel.ui.HgTTo->text(), "nan");
     enter(panel.ui.PostEStartDE, "100");
@@ -312,9 +322,8 @@ void tst_FourPsReflexes::setEdgeRefitsBeforeAnyReflex()
 
 void tst_FourPsReflexes::setEdgeRefreshesValidReferencesOnly()
 {
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
     panel.EPoints.at(1)->Mut1->setText("typed");
     panel.EPoints.at(1)->Mut2->setText("typed");
     RunCounter counter(panel);
@@ -326,9 +335,8 @@ void tst_FourPsReflexes::setEdgeRefreshesValidReferencesOnly()
 
 void tst_FourPsReflexes::edgeLeavesTheTargetColumn()
 {
-    Files files;
-    FourPs panel;
-    load(panel.ui.TargetFile, files.target);
+    FourPs& panel = *m_panel;
+    load(panel.ui.TargetFile, m_files.target);
     panel.EPoints.at(1)->MutT->setText("typed");
     enter(panel.ui.EdgeE, "8341");
     QCOMPARE(panel.EPoints.at(1)->MutT->text(), "typed");
@@ -336,7 +344,7 @@ void tst_FourPsReflexes::edgeLeavesTheTargetColumn()
 
 void tst_FourPsReflexes::leavingAnEdgeFieldSetsTheEdge()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     enter(panel.ui.EdgeE, "8000");
     enter(panel.ui.PreEEndDE, "-10");
     enter(panel.ui.PostEStartDE, "words"); // reads as 0
@@ -347,10 +355,9 @@ void tst_FourPsReflexes::leavingAnEdgeFieldSetsTheEdge()
 
 void tst_FourPsReflexes::newEnergyRefreshesItsRowOnly()
 {
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
-    load(panel.ui.TargetFile, files.target);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
+    load(panel.ui.TargetFile, m_files.target);
     panel.EPoints.at(1)->Mut1->setText("typed");
     enter(panel.EPoints.at(0)->Energy, "8390");
     QCOMPARE(mut(panel, 0, 0), "1.5");
@@ -360,7 +367,7 @@ void tst_FourPsReflexes::newEnergyRefreshesItsRowOnly()
 
 void tst_FourPsReflexes::newEnergyStartsNoCalculation()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     RunCounter counter(panel);
     enter(panel.EPoints.at(0)->Energy, "8390");
     QVERIFY(messages(panel).isEmpty());
@@ -368,9 +375,8 @@ void tst_FourPsReflexes::newEnergyStartsNoCalculation()
 
 void tst_FourPsReflexes::newEnergyRefreshesCellsWithoutTestOfTheEnergy()
 {
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
     panel.EPoints.at(0)->Mut1->setText("typed");
     panel.EPoints.at(0)->Mut2->setText("typed"); // no spectrum: cleared
     enter(panel.EPoints.at(0)->Energy, "");
@@ -380,7 +386,7 @@ void tst_FourPsReflexes::newEnergyRefreshesCellsWithoutTestOfTheEnergy()
 
 void tst_FourPsReflexes::newEnergyOfAStrangerDoesNothing()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     AEPoint stranger;
     panel.EPoints.at(0)->Mut1->setText("typed");
     connect(&stranger, &AEPoint::newEnergy, &panel, &FourPs::receiveNewEnergy);
@@ -391,9 +397,8 @@ void tst_FourPsReflexes::newEnergyOfAStrangerDoesNothing()
 
 void tst_FourPsReflexes::postEdgeForReferencesChangesColumnsAndFlags()
 {
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
     RunCounter counter(panel);
     panel.ui.SubPostEforRef->click();
     // Less the post-edge line of 1: 1.5 becomes 0.5 (the line is a fit, so to
@@ -412,9 +417,8 @@ void tst_FourPsReflexes::postEdgeForReferencesChangesColumnsAndFlags()
 
 void tst_FourPsReflexes::postEdgeForTheTargetChangesItsColumnAndRunsOnce()
 {
-    Files files;
-    FourPs panel;
-    load(panel.ui.TargetFile, files.target);
+    FourPs& panel = *m_panel;
+    load(panel.ui.TargetFile, m_files.target);
     RunCounter counter(panel);
     panel.ui.SubPostEforTarget->click();
     QVERIFY(std::abs(panel.EPoints.at(3)->MutT->text().toDouble() - 0.5) < 1e-4);
@@ -426,7 +430,7 @@ void tst_FourPsReflexes::postEdgeForTheTargetChangesItsColumnAndRunsOnce()
 
 void tst_FourPsReflexes::preEdgeRadioClickRunsTheReflexToo()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.ui.SubPostEforTarget->click();
     RunCounter counter(panel);
     panel.ui.SubPreEforTarget->click(); // toggles the other one off
@@ -435,7 +439,7 @@ void tst_FourPsReflexes::preEdgeRadioClickRunsTheReflexToo()
 
 void tst_FourPsReflexes::togglingUseRunsTheReflexOnce()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     RunCounter counter(panel);
     panel.Refs.RefRows.at(2)->UseCB->click();
     QCOMPARE(counter.runs(), 1);
@@ -445,7 +449,7 @@ void tst_FourPsReflexes::togglingUseRunsTheReflexOnce()
 
 void tst_FourPsReflexes::setUseRunsTheReflexTwice()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     RunCounter counter(panel);
     panel.Refs.RefRows.at(3)->setUse(true);
     QCOMPARE(counter.runs(), 2);
@@ -455,7 +459,7 @@ void tst_FourPsReflexes::setUseRunsTheReflexTwice()
 
 void tst_FourPsReflexes::clickingARowsBoxRunsTheReflexOnce()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     RunCounter counter(panel);
     panel.EPoints.at(5)->UseCB->click();
     QCOMPARE(counter.runs(), 1);
@@ -467,7 +471,7 @@ void tst_FourPsReflexes::clickingARowsBoxRunsTheReflexOnce()
 
 void tst_FourPsReflexes::checkingARowsBoxByCodeRunsNothing()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     RunCounter counter(panel);
     panel.EPoints.at(5)->UseCB->setChecked(true);
     QVERIFY(messages(panel).isEmpty());
@@ -475,7 +479,7 @@ void tst_FourPsReflexes::checkingARowsBoxByCodeRunsNothing()
 
 void tst_FourPsReflexes::methodRadiosRunTheReflex()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     RunCounter counter(panel);
     panel.ui.NonEquivBGVic->click();
     QCOMPARE(counter.runs(), 1);
@@ -485,9 +489,8 @@ void tst_FourPsReflexes::methodRadiosRunTheReflex()
 
 void tst_FourPsReflexes::shiftOfAValidSpectrumRunsTheReflexWithoutRefit()
 {
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
     AMutE& spectrum = *panel.XafsFiles.at(0);
     const double before = spectrum.postValue(8500);
     RunCounter counter(panel);
@@ -500,7 +503,7 @@ void tst_FourPsReflexes::shiftOfAValidSpectrumRunsTheReflexWithoutRefit()
 
 void tst_FourPsReflexes::receiveNewRefIgnoresOddNumbers()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     RunCounter counter(panel);
     for (const int n : {-1, 0, 4, 1000}) {
         panel.receiveNewRef(n); // no valid reference anywhere
@@ -510,10 +513,9 @@ void tst_FourPsReflexes::receiveNewRefIgnoresOddNumbers()
 
 void tst_FourPsReflexes::numberedReferenceSlotsRefreshTheirColumns()
 {
-    Files files;
-    FourPs panel;
+    FourPs& panel = *m_panel;
     for (int i = 0; i < 4; ++i) {
-        load(panel.XafsFiles.at(i), files.ref1);
+        load(panel.XafsFiles.at(i), m_files.ref1);
     }
     for (QLineEdit* cell : std::as_const(panel.EPoints.at(2)->mutEdits)) {
         cell->setText("typed");
@@ -531,7 +533,7 @@ void tst_FourPsReflexes::numberedReferenceSlotsRefreshTheirColumns()
 
 void tst_FourPsReflexes::receiveNewFileFromNowhereRunsTheReflex()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     RunCounter counter(panel);
     panel.receiveNewFile("whatever");
     QCOMPARE(counter.runs(), 1);
@@ -539,23 +541,21 @@ void tst_FourPsReflexes::receiveNewFileFromNowhereRunsTheReflex()
 
 void tst_FourPsReflexes::displayFilesAreListedWithTheirSpectra()
 {
-    Files files;
-    FourPs panel;
-    panel.ui.DispFSelect->newFiles({files.ref1, files.target});
+    FourPs& panel = *m_panel;
+    panel.ui.DispFSelect->newFiles({m_files.ref1, m_files.target});
     QCOMPARE(panel.ui.SelectedFs->count(), 2);
-    QCOMPARE(panel.ui.SelectedFs->itemText(0), files.ref1);
-    QCOMPARE(panel.ui.SelectedFs->itemText(1), files.target);
+    QCOMPARE(panel.ui.SelectedFs->itemText(0), m_files.ref1);
+    QCOMPARE(panel.ui.SelectedFs->itemText(1), m_files.target);
     QCOMPARE(panel.DispMuts.size(), 2);
     QCOMPARE(panel.DispMuts.at(1)->maxMut, 2.5);
 }
 
 void tst_FourPsReflexes::unreadableDisplayFilesAreDropped()
 {
-    Files files;
-    FourPs panel;
+    FourPs& panel = *m_panel;
     clearMessages(panel);
-    panel.receiveNewDispFiles(
-        {files.dir.path(), files.dir.filePath("missing"), files.broken, files.ref2, QString()});
+    panel.receiveNewDispFiles({m_files.dir.path(), m_files.dir.filePath("missing"), m_files.broken,
+                               m_files.ref2, QString()});
     QCOMPARE(panel.ui.SelectedFs->count(), 1);
     QCOMPARE(panel.DispMuts.size(), 1);
     QVERIFY(messages(panel).isEmpty());
@@ -563,9 +563,8 @@ void tst_FourPsReflexes::unreadableDisplayFilesAreDropped()
 
 void tst_FourPsReflexes::displayFilesFollowTheEdge()
 {
-    Files files;
-    FourPs panel;
-    panel.receiveNewDispFiles({files.ref1});
+    FourPs& panel = *m_panel;
+    panel.receiveNewDispFiles({m_files.ref1});
     QCOMPARE(panel.DispMuts.at(0)->edgeEnergy, 8350.0);
     enter(panel.ui.EdgeE, "8340");
     QCOMPARE(panel.DispMuts.at(0)->edgeEnergy, 8340.0);
@@ -574,20 +573,19 @@ void tst_FourPsReflexes::displayFilesFollowTheEdge()
 
 void tst_FourPsReflexes::removeAFileTakesTheCurrentOne()
 {
-    Files files;
-    FourPs panel;
-    panel.receiveNewDispFiles({files.ref1, files.ref2, files.target});
+    FourPs& panel = *m_panel;
+    panel.receiveNewDispFiles({m_files.ref1, m_files.ref2, m_files.target});
     panel.ui.SelectedFs->setCurrentIndex(1);
     panel.ui.RemoveAFile->click();
     QCOMPARE(panel.ui.SelectedFs->count(), 2);
     QCOMPARE(panel.DispMuts.size(), 2);
-    QCOMPARE(panel.ui.SelectedFs->itemText(1), files.target);
+    QCOMPARE(panel.ui.SelectedFs->itemText(1), m_files.target);
     QCOMPARE(panel.DispMuts.at(1)->fileName, "target.dat");
 }
 
 void tst_FourPsReflexes::removeAFileOnAnEmptyListDoesNothing()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.ui.RemoveAFile->click();
     QCOMPARE(panel.ui.SelectedFs->count(), 0);
     panel.ui.SelectedFs->addItem("an item without a spectrum");
@@ -603,7 +601,7 @@ void tst_FourPsReflexes::pathsGoToTheRowsInOrderAndSurplusIsDropped()
         paths.append(writeFile(dir, QStringLiteral("map%1.dat").arg(i),
                                "# X-NUM 1\n# Y-NUM 1\n0 0 " + QByteArray::number(i) + " 1\n"));
     }
-    FourPs panel;
+    FourPs& panel = *m_panel;
     clearMessages(panel);
     panel.MultiFiles->newFiles(paths);
     for (int i = 0; i < 8; ++i) {
@@ -616,7 +614,7 @@ void tst_FourPsReflexes::pathsGoToTheRowsInOrderAndSurplusIsDropped()
 
 void tst_FourPsReflexes::dropFromAShareMovesNoDialog()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.show();
     const QList<AFileSelect*> rows = panel.findChildren<AFileSelect*>();
     QCOMPARE(rows.size(), 16);
@@ -640,11 +638,12 @@ void tst_FourPsReflexes::dropFromAShareMovesNoDialog()
         QVERIFY(each == row || each == panel.ui.SaveFSelect || each->dir == folder.path());
     }
     open->dialog->close();
+    panel.hide();
 }
 
 void tst_FourPsReflexes::directoryReachesEveryRowButTheSaveRow()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.ui.SaveFSelect->dir = "own";
     Q_EMIT panel.EPoints.at(2)->newDir("/elsewhere");
     for (const AEPoint* row : std::as_const(panel.EPoints)) {
@@ -662,7 +661,7 @@ void tst_FourPsReflexes::directoryReachesEveryRowButTheSaveRow()
 
 void tst_FourPsReflexes::listOfEnergiesIsSpreadAsTyped()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     enter(panel.MultiEnergys, "8300.0, 8.35e3,8390 \"8400\"");
     const QStringList expected{"8300.0", "8.35e3", "8390", "8400", "8460"};
     for (int i = 0; i < expected.size(); ++i) {
@@ -672,7 +671,7 @@ void tst_FourPsReflexes::listOfEnergiesIsSpreadAsTyped()
 
 void tst_FourPsReflexes::listOfEnergiesSkipsWhatIsNoEnergy()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     enter(panel.MultiEnergys, "eV 0 -5 8300 words 8320");
     QCOMPARE(panel.EPoints.at(0)->Energy->text(), "8300");
     QCOMPARE(panel.EPoints.at(1)->Energy->text(), "8320");
@@ -681,9 +680,8 @@ void tst_FourPsReflexes::listOfEnergiesSkipsWhatIsNoEnergy()
 
 void tst_FourPsReflexes::listOfEnergiesEmitsNothing()
 {
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
     QSignalSpy spy(panel.EPoints.at(0), &AEPoint::newEnergy);
     enter(panel.MultiEnergys, "8390");
     QCOMPARE(spy.count(), 0);
@@ -692,7 +690,7 @@ void tst_FourPsReflexes::listOfEnergiesEmitsNothing()
 
 void tst_FourPsReflexes::valenceRangeOfTheUsedReferences()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.Refs.RefRows.at(0)->Valence->setText("2.5");
     panel.Refs.RefRows.at(1)->Valence->setText("words");
     double lo = 0, hi = 0, span = 0;
@@ -704,7 +702,7 @@ void tst_FourPsReflexes::valenceRangeOfTheUsedReferences()
 
 void tst_FourPsReflexes::valenceRangeWithoutReferences()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     useReferences(panel, {});
     double lo = 0, hi = 1, span = 0;
     panel.ValenceRange(lo, hi, span);
@@ -715,7 +713,7 @@ void tst_FourPsReflexes::valenceRangeWithoutReferences()
 
 void tst_FourPsReflexes::histogramRangesFollowWhereAutoIsOn()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     panel.ui.HgAAuto->setChecked(false);
     panel.ui.HgAFrom->setText("mine");
     panel.ui.HgTFrom->setText("mine");
@@ -727,7 +725,7 @@ void tst_FourPsReflexes::histogramRangesFollowWhereAutoIsOn()
 
 void tst_FourPsReflexes::histogramRangesCountTheUsedJumps()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     makeReferenceValid(panel, 0, 1.25);
     makeReferenceValid(panel, 1, 2.0);
     makeReferenceValid(panel, 2, 8.0); // not in use
@@ -737,9 +735,8 @@ void tst_FourPsReflexes::histogramRangesCountTheUsedJumps()
 
 void tst_FourPsReflexes::mapFilesEnergyLineReachesThePanel()
 {
-    Files files;
-    FourPs panel;
-    load(panel.XafsFiles.at(0), files.ref1);
+    FourPs& panel = *m_panel;
+    load(panel.XafsFiles.at(0), m_files.ref1);
     QTemporaryDir dir;
     const QString path =
         writeFile(dir, "map.dat", "# X-NUM 1\n# Y-NUM 1\n# ENERGY : 8390\n0 0 1 1\n");
@@ -751,7 +748,7 @@ void tst_FourPsReflexes::mapFilesEnergyLineReachesThePanel()
 void tst_FourPsReflexes::reflexSetsTheHistogramLimitsFirst()
 {
     // The count of the same run goes by the limits of the new valence.
-    FourPs panel;
+    FourPs& panel = *m_panel;
     prepareThreePointMaps(panel);
     panel.ui.HgABoxes->setText("2");
     panel.Refs.RefRows.at(1)->Valence->setText("5");
@@ -764,7 +761,7 @@ void tst_FourPsReflexes::reflexSetsTheHistogramLimitsFirst()
 
 void tst_FourPsReflexes::directoriesOfTheMultiRowsReachTheOthers()
 {
-    FourPs panel;
+    FourPs& panel = *m_panel;
     Q_EMIT panel.ui.DispFSelect->newDir("/one");
     QCOMPARE(panel.XafsFiles.at(0)->dir, "/one");
     QCOMPARE(panel.MultiFiles->dir, "/one");
@@ -777,7 +774,7 @@ void tst_FourPsReflexes::directoriesOfTheMultiRowsReachTheOthers()
 
 void tst_FourPsReflexes::panelWorksWithAConnectionMissing()
 {
-    FourPs panel;
+    FourPs panel; // its own, for the connection does not come back
     prepareThreePoints(panel);
     QVERIFY(disconnect(panel.ui.CalcMapB, nullptr, &panel, nullptr));
     panel.ui.CalcMapB->click();

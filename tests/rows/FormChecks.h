@@ -5,6 +5,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QStringList>
 #include <QWidget>
 
 namespace tests
@@ -40,6 +41,29 @@ inline QString textOf(const QWidget* widget)
 inline QWidget* ownChild(const QWidget* row, const QString& name)
 {
     return row->findChild<QWidget*>(name, Qt::FindDirectChildrenOnly);
+}
+
+/// A widget of a form: its name, the column where it is, its class and its text.
+struct FormWidget {
+    const char* name;
+    int column;
+    const char* className;
+    const char* text = "";
+};
+
+/// What the widgets of @p row differ in from those that were agreed on.
+inline QStringList differencesOfForm(const QWidget* row, const QList<FormWidget>& agreed)
+{
+    QStringList found;
+    for (const FormWidget& wanted : agreed) {
+        const QWidget* widget = ownChild(row, QString::fromLatin1(wanted.name));
+        if (!widget || gridColumn(widget) != wanted.column ||
+            qstrcmp(widget->metaObject()->className(), wanted.className) != 0 ||
+            textOf(widget) != QString::fromUtf8(wanted.text)) {
+            found.append(QString::fromLatin1(wanted.name));
+        }
+    }
+    return found;
 }
 
 inline bool isRightAligned(const QLineEdit* edit)

@@ -107,7 +107,6 @@ private Q_SLOTS:
     void initTestCase();
     void init();
 
-    void formHasTheWidgetsOfItsRow_data();
     void formHasTheWidgetsOfItsRow();
     void formHasItsFrameAndSpacings();
     void fieldsHaveTheirLimits();
@@ -186,63 +185,33 @@ void tst_AEPoint::init()
     QVERIFY(folder->isValid());
 }
 
-void tst_AEPoint::formHasTheWidgetsOfItsRow_data()
-{
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("NumDisp") << 0 << "QLabel"
-                             << "No. ";
-    QTest::newRow("line_2") << 1 << "QFrame"
-                            << "";
-    QTest::newRow("UseCB") << 2 << "QCheckBox"
-                           << "";
-    QTest::newRow("VPointCB") << 5 << "QCheckBox"
-                              << "";
-    QTest::newRow("LCFCB") << 6 << "QCheckBox"
-                           << "";
-    QTest::newRow("line") << 7 << "QFrame"
-                          << "";
-    QTest::newRow("label") << 8 << "QLabel"
-                           << "  Energy(eV)";
-    QTest::newRow("Energy") << 9 << "QLineEdit"
-                            << "";
-    QTest::newRow("label_2") << 10 << "QLabel"
-                             << "  mut(Ref 1)";
-    QTest::newRow("Mut1") << 11 << "QLineEdit"
-                          << "";
-    QTest::newRow("label_3") << 12 << "QLabel"
-                             << "  mut(Ref 2)";
-    QTest::newRow("Mut2") << 13 << "QLineEdit"
-                          << "";
-    QTest::newRow("label_5") << 14 << "QLabel"
-                             << "mut(Ref 3)";
-    QTest::newRow("Mut3") << 15 << "QLineEdit"
-                          << "";
-    QTest::newRow("label_6") << 16 << "QLabel"
-                             << "mut(Ref 4)";
-    QTest::newRow("Mut4") << 17 << "QLineEdit"
-                          << "";
-    QTest::newRow("label_7") << 18 << "QLabel"
-                             << "  mut(Target)";
-    QTest::newRow("MutT") << 19 << "QLineEdit"
-                          << "";
-    QTest::newRow("label_4") << 20 << "QLabel"
-                             << "   2D ";
-    QTest::newRow("FileSelect") << 21 << "AFileSelect"
-                                << "";
-    QTest::newRow("ShowMapB") << 22 << "QRadioButton"
-                              << "";
-}
-
 void tst_AEPoint::formHasTheWidgetsOfItsRow()
 {
     const AEPoint row;
-    const QWidget* widget = tests::ownChild(&row, QString::fromLatin1(QTest::currentDataTag()));
-    QVERIFY(widget != nullptr);
-    QTEST(tests::gridColumn(widget), "column");
-    QTEST(QString::fromLatin1(widget->metaObject()->className()), "kind");
-    QTEST(tests::textOf(widget), "text");
+    const QList<tests::FormWidget> agreed{
+        {"NumDisp", 0, "QLabel", "No. "},
+        {"line_2", 1, "QFrame"},
+        {"UseCB", 2, "QCheckBox"},
+        {"VPointCB", 5, "QCheckBox"},
+        {"LCFCB", 6, "QCheckBox"},
+        {"line", 7, "QFrame"},
+        {"label", 8, "QLabel", "  Energy(eV)"},
+        {"Energy", 9, "QLineEdit"},
+        {"label_2", 10, "QLabel", "  mut(Ref 1)"},
+        {"Mut1", 11, "QLineEdit"},
+        {"label_3", 12, "QLabel", "  mut(Ref 2)"},
+        {"Mut2", 13, "QLineEdit"},
+        {"label_5", 14, "QLabel", "mut(Ref 3)"},
+        {"Mut3", 15, "QLineEdit"},
+        {"label_6", 16, "QLabel", "mut(Ref 4)"},
+        {"Mut4", 17, "QLineEdit"},
+        {"label_7", 18, "QLabel", "  mut(Target)"},
+        {"MutT", 19, "QLineEdit"},
+        {"label_4", 20, "QLabel", "   2D "},
+        {"FileSelect", 21, "AFileSelect"},
+        {"ShowMapB", 22, "QRadioButton"},
+    };
+    QCOMPARE(tests::differencesOfForm(&row, agreed), QStringList());
 }
 
 void tst_AEPoint::formHasItsFrameAndSpacings()

@@ -3,6 +3,7 @@
 #include "rows/AFileSelect.h"
 #include "rows/DialogSettings.h"
 #include "rows/FormChecks.h"
+#include "support/DataRows.h"
 #include "support/TestFiles.h"
 #include "support/Unprivileged.h"
 
@@ -149,7 +150,6 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void formHasTheWidgetsOfItsRow_data();
     void formHasTheWidgetsOfItsRow();
     void formHasItsLimitsAndSpacings();
     void shiftFieldIsPartOfItsHolder();
@@ -250,33 +250,18 @@ void tst_AFileSelect::cleanup()
     folder.reset();
 }
 
-void tst_AFileSelect::formHasTheWidgetsOfItsRow_data()
-{
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("ExInfo") << 4 << "QWidget"
-                            << "";
-    QTest::newRow("label_4") << 5 << "QLabel"
-                             << "File";
-    QTest::newRow("SelectB") << 6 << "QPushButton"
-                             << "Sel.";
-    QTest::newRow("FileName") << 7 << "QLineEdit"
-                              << "";
-    QTest::newRow("ClearB") << 8 << "QPushButton"
-                            << "Clear";
-    QTest::newRow("dEBase") << 9 << "QWidget"
-                            << "";
-}
-
 void tst_AFileSelect::formHasTheWidgetsOfItsRow()
 {
     const AFileSelect row;
-    const QWidget* widget = tests::ownChild(&row, QString::fromLatin1(QTest::currentDataTag()));
-    QVERIFY(widget != nullptr);
-    QTEST(tests::gridColumn(widget), "column");
-    QTEST(QString::fromLatin1(widget->metaObject()->className()), "kind");
-    QTEST(tests::textOf(widget), "text");
+    const QList<tests::FormWidget> agreed{
+        {"ExInfo", 4, "QWidget"},
+        {"label_4", 5, "QLabel", "File"},
+        {"SelectB", 6, "QPushButton", "Sel."},
+        {"FileName", 7, "QLineEdit"},
+        {"ClearB", 8, "QPushButton", "Clear"},
+        {"dEBase", 9, "QWidget"},
+    };
+    QCOMPARE(tests::differencesOfForm(&row, agreed), QStringList());
 }
 
 void tst_AFileSelect::formHasItsLimitsAndSpacings()
@@ -526,30 +511,14 @@ void tst_AFileSelect::savePathBearsTheSuffix_data()
     QTest::addColumn<QString>("suffix");
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("saved");
-    QTest::newRow("no suffix") << "dat"
-                               << "result"
-                               << "result.dat";
-    QTest::newRow("another suffix") << "dat"
-                                    << "result.txt"
-                                    << "result.txt.dat";
-    QTest::newRow("the suffix itself") << "dat"
-                                       << "result.dat"
-                                       << "result.dat";
-    QTest::newRow("letters of another case") << "dat"
-                                             << "result.DAT"
-                                             << "result.DAT.dat";
-    QTest::newRow("only the last suffix counts") << "dat"
-                                                 << "a.dat.gz"
-                                                 << "a.dat.gz.dat";
-    QTest::newRow("a point at the end") << "dat"
-                                        << "result."
-                                        << "result..dat";
-    QTest::newRow("no suffix is asked for") << ""
-                                            << "result"
-                                            << "result";
-    QTest::newRow("another one is asked for") << "csv"
-                                              << "result.dat"
-                                              << "result.dat.csv";
+    tests::addTexts("no suffix", {"dat", "result", "result.dat"});
+    tests::addTexts("another suffix", {"dat", "result.txt", "result.txt.dat"});
+    tests::addTexts("the suffix itself", {"dat", "result.dat", "result.dat"});
+    tests::addTexts("letters of another case", {"dat", "result.DAT", "result.DAT.dat"});
+    tests::addTexts("only the last suffix counts", {"dat", "a.dat.gz", "a.dat.gz.dat"});
+    tests::addTexts("a point at the end", {"dat", "result.", "result..dat"});
+    tests::addTexts("no suffix is asked for", {"", "result", "result"});
+    tests::addTexts("another one is asked for", {"csv", "result.dat", "result.dat.csv"});
 }
 
 void tst_AFileSelect::savePathBearsTheSuffix()

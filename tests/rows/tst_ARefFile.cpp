@@ -29,7 +29,6 @@ class tst_ARefFile : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void formHasTheWidgetsOfItsRow_data();
     void formHasTheWidgetsOfItsRow();
     void formHasItsLimitsAndStyles();
     void rowStartsOff();
@@ -55,39 +54,17 @@ void tst_ARefFile::initTestCase()
     tests::keepDialogSettingsIn(settingsFolder);
 }
 
-void tst_ARefFile::formHasTheWidgetsOfItsRow_data()
-{
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("RefName") << 0 << "QLabel"
-                             << "Ref 1";
-    QTest::newRow("UseCB") << 1 << "QRadioButton"
-                           << "Use";
-    QTest::newRow("XafsFS") << 2 << "AXafsFileSelect"
-                            << "";
-    QTest::newRow("label_20") << 3 << "QLabel"
-                              << "Valence";
-    QTest::newRow("Valence") << 4 << "QLineEdit"
-                             << "1";
-    QTest::newRow("label") << 5 << "QLabel"
-                           << "Ratio";
-    QTest::newRow("RatioDisp") << 6 << "QLineEdit"
-                               << "";
-    QTest::newRow("label_2") << 7 << "QLabel"
-                             << "dMut";
-    QTest::newRow("AmountDisp") << 8 << "QLineEdit"
-                                << "";
-}
-
 void tst_ARefFile::formHasTheWidgetsOfItsRow()
 {
     const ARefFile row;
-    const QWidget* widget = tests::ownChild(&row, QString::fromLatin1(QTest::currentDataTag()));
-    QVERIFY(widget != nullptr);
-    QTEST(tests::gridColumn(widget), "column");
-    QTEST(QString::fromLatin1(widget->metaObject()->className()), "kind");
-    QTEST(tests::textOf(widget), "text");
+    const QList<tests::FormWidget> agreed{
+        {"RefName", 0, "QLabel", "Ref 1"}, {"UseCB", 1, "QRadioButton", "Use"},
+        {"XafsFS", 2, "AXafsFileSelect"},  {"label_20", 3, "QLabel", "Valence"},
+        {"Valence", 4, "QLineEdit", "1"},  {"label", 5, "QLabel", "Ratio"},
+        {"RatioDisp", 6, "QLineEdit"},     {"label_2", 7, "QLabel", "dMut"},
+        {"AmountDisp", 8, "QLineEdit"},
+    };
+    QCOMPARE(tests::differencesOfForm(&row, agreed), QStringList());
 }
 
 void tst_ARefFile::formHasItsLimitsAndStyles()

@@ -53,7 +53,7 @@ inline void setTwoReferences(FourPs& panel)
 /// first row chosen and the references of setTwoReferences().
 inline void resetMaps(FourPs& panel)
 {
-    resetPanel(panel);
+    resetData(panel);
     for (QAbstractButton* first : {static_cast<QAbstractButton*>(panel.ui.MapValence),
                                    static_cast<QAbstractButton*>(panel.EPoints.at(0)->ShowMapB)}) {
         const QSignalBlocker quiet(first->group());

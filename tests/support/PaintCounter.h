@@ -11,6 +11,16 @@
 namespace tests
 {
 
+/// Waits for @p milliseconds, and at least until the paints that are under way have
+/// arrived, however busy the machine is: each turn handles all events.
+inline void letPaintsArrive(int milliseconds = 20)
+{
+    constexpr int turn = 5; // ms, as long as the platform gathers updates
+    for (int waited = 0; waited < milliseconds; waited += turn) {
+        QTest::qWait(turn);
+    }
+}
+
 /// Counts the paint events of a widget.
 class PaintCounter : public QObject
 {
@@ -20,7 +30,7 @@ public:
     /// Lets what is still under way arrive, then counts from 0.
     void settle()
     {
-        QTest::qWait(60);
+        letPaintsArrive();
         m_count = 0;
         m_region = {};
     }
@@ -29,9 +39,9 @@ public:
     int count() const { return m_count; }
 
     /// The same, those of the next @p milliseconds included.
-    int within(int milliseconds) const
+    int within(int milliseconds = 20) const
     {
-        QTest::qWait(milliseconds);
+        letPaintsArrive(milliseconds);
         return m_count;
     }
 

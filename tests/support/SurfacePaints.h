@@ -2,11 +2,11 @@
 #pragma once
 
 #include "display/Displays.h"
+#include "support/PaintCounter.h"
 
 #include <QEvent>
 #include <QList>
 #include <QObject>
-#include <QTest>
 
 namespace tests
 {
@@ -28,14 +28,14 @@ public:
     /// Lets what is still under way arrive, then counts from 0.
     void restart()
     {
-        arrive();
+        letPaintsArrive();
         m_counts.fill(0);
     }
 
     /// The paints since restart(), what is still under way included.
     QList<int> counts()
     {
-        arrive();
+        letPaintsArrive();
         return m_counts;
     }
 
@@ -49,12 +49,6 @@ protected:
     }
 
 private:
-    static void arrive()
-    {
-        constexpr int enoughForAPaint = 20; // ms
-        QTest::qWait(enoughForAPaint);
-    }
-
     QList<QObject*> m_surfaces;
     QList<int> m_counts;
 };

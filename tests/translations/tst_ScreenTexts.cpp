@@ -160,7 +160,7 @@ void tst_ScreenTexts::initTestCase()
 
 void tst_ScreenTexts::init()
 {
-    resetPanel(panel());
+    resetData(panel());
     chooseQuietly(panel().ui.TypeNonEquiv);
     chooseQuietly(panel().ui.TypeTMKisLS);
     useReferences(panel(), {0, 1});
@@ -170,7 +170,7 @@ void tst_ScreenTexts::init()
 
 void tst_ScreenTexts::cleanupTestCase()
 {
-    resetPanel(panel());
+    resetData(panel());
     m_body.reset();
 }
 
