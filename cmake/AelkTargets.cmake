@@ -36,6 +36,15 @@ if(AELK_LIBFUZZER)
   target_compile_options(aelk_options INTERFACE -fsanitize=fuzzer-no-link -O2)
 endif()
 
+# gold, which comes with gcc's own linker, links a test program in a fifth of the time.
+if(AELK_QUICK_LINK)
+  include(CheckLinkerFlag)
+  check_linker_flag(CXX -fuse-ld=gold AELK_HAS_GOLD)
+  if(AELK_HAS_GOLD)
+    add_link_options(-fuse-ld=gold)
+  endif()
+endif()
+
 if(AELK_COVERAGE)
   target_link_options(aelk_options INTERFACE --coverage)
 endif()

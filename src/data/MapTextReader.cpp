@@ -395,7 +395,7 @@ void readLines(QIODevice& device, MapBuilder& builder)
 /// is. A sequential device cannot be read twice and counts as small.
 bool isKnownToBeRefused(QIODevice& device, qsizetype most)
 {
-    constexpr qint64 smallFile = 12 * 1024 * 1024;
+    constexpr qint64 smallFile = qint64{12} * 1024 * 1024;
     const qint64 start = device.pos();
     if (device.isSequential() || device.size() - start <= smallFile) {
         return false;

@@ -100,8 +100,9 @@ bool appendPixelFile(const QString& path, A2DData& map, qsizetype most)
         values.fill(0.0);
         file.readValues(std::span(values).first(static_cast<std::size_t>(here)));
         for (qsizetype i = first; i < first + here; ++i, ++row) {
+            const qsizetype line = i / map.xNum;
             row->x = static_cast<double>(i % map.xNum);
-            row->y = static_cast<double>(i / map.xNum);
+            row->y = static_cast<double>(line);
             row->intensity = values[static_cast<std::size_t>(i - first)];
         }
     }

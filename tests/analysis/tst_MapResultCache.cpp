@@ -148,9 +148,18 @@ void tst_MapResultCache::anyChangeMakesItCalculateAgain_data()
     row("maps exchanged", [](Scene& s) { std::swap(s.first, s.second); });
     row("a limit of the histogram", [](Scene& s) { s.from = 1.0; });
     row("a count", [](Scene& s) { ++s.histogram.bins[3]; });
-    row("a count outside", [](Scene& s) { ++s.histogram.over; });
+    row("a count above", [](Scene& s) { ++s.histogram.over; });
+    row("a count below", [](Scene& s) { ++s.histogram.under; });
+    row("the sum of the counts", [](Scene& s) { ++s.histogram.total; });
+    row("the lower limit of the counts", [](Scene& s) { s.histogram.minV -= 1.0; });
+    row("the upper limit of the counts", [](Scene& s) { s.histogram.maxV += 1.0; });
+    row("the width of a bin", [](Scene& s) { s.histogram.step *= 2.0; });
+    row("the number of bins", [](Scene& s) { ++s.histogram.boxes; });
     row("a pixel of the result", [](Scene& s) { s.result.rows[0].intensity = 0.0; });
     row("the size of the result", [](Scene& s) { s.result.xNum = 2; });
+    row("the height of the result", [](Scene& s) { s.result.yNum = 2; });
+    row("comment lines of the result",
+        [](Scene& s) { s.result.headerLines << QStringLiteral("# x"); });
     row("what the result carries", [](Scene& s) { s.result.extended = true; });
     row("the result emptied", [](Scene& s) { s.result.clear(); });
 }

@@ -109,6 +109,7 @@ void tst_ReferenceSet::edgeJumpRatioIgnoresValidity()
 
 void tst_ReferenceSet::edgeJumpRatioNeedsTwoUsedReferences()
 {
+    QVERIFY(std::isnan(ReferenceSet({reference(false, true, 0, 3)}).edgeJumpRatio()));
     QVERIFY(std::isnan(
         ReferenceSet({reference(true, true, 0, 3), reference(false, true, 0, 2)}).edgeJumpRatio()));
 }

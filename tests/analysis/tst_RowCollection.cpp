@@ -126,10 +126,12 @@ void tst_RowCollection::twoVRowsLeaveTheEarlierOneOut()
 
 void tst_RowCollection::fewerThanTwoUsedReferencesCollectNothing()
 {
-    const CollectedRows rows =
-        analysis::collectRowsLS({point(true, true, true, 100)}, references(true, false, false));
-    QCOMPARE(rows.usable(), 0);
-    QCOMPARE(rows.v.row, -1);
+    for (const bool isFirstUsed : {true, false}) {
+        const CollectedRows rows = analysis::collectRowsLS({point(true, true, true, 100)},
+                                                           references(isFirstUsed, false, false));
+        QCOMPARE(rows.usable(), 0);
+        QCOMPARE(rows.v.row, -1);
+    }
 }
 
 void tst_RowCollection::withoutAVRowOnlyTheOthersAreUsable()
