@@ -73,12 +73,12 @@ void ChCoord::setRealY(double y0, double y1)
 
 double ChCoord::r2sX(double v) const
 {
-    return (areaX1 - areaX0) / (realX1 - realX0) * (v - realX0) + areaX0;
+    return r2sdX(v - realX0) + areaX0;
 }
 
 double ChCoord::r2sY(double v) const
 {
-    return (areaY1 - areaY0) / (realY1 - realY0) * (v - realY0) + areaY0;
+    return r2sdY(v - realY0) + areaY0;
 }
 
 double ChCoord::r2sdX(double d) const
@@ -103,12 +103,12 @@ double ChCoord::s2rY(double p) const
 
 double ChCoord::s2rOffX(double p) const
 {
-    return (realX1 - realX0) / (areaX1 - areaX0) * (p - areaX0);
+    return s2rdX(p - areaX0);
 }
 
 double ChCoord::s2rOffY(double p) const
 {
-    return (realY1 - realY0) / (areaY1 - areaY0) * (p - areaY0);
+    return s2rdY(p - areaY0);
 }
 
 double ChCoord::s2rdX(double d) const
