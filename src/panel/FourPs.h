@@ -119,26 +119,21 @@ public:
     double scaleY1 = 0.0;
 
 public Q_SLOTS:
-    /// Takes @p e (eV) as the edge energy, to the 6 digits that are shown, and sets the edge.
+    /// Take the edge energy @p e (eV), to the 6 digits that are shown; give every spectrum the
+    /// edge and the two limits of the fields, refit all background lines, and refresh the
+    /// columns of the valid references, not that of the target.
     void noticedNewEdge(double e);
-
-    /// Gives every spectrum the edge and the two limits of the fields, refits all background
-    /// lines, and refreshes the columns of the valid references, not that of the target.
     void setEdge();
 
-    /// Repaints both map windows; the argument is not looked at.
-    void updateMaps(bool f);
+    void updateMaps(bool f);         ///< repaints both map windows, whatever @p f is
+    void dispCalcConditions(bool f); ///< shows or hides the block of further conditions
 
-    /// Shows or hides the block of further conditions.
-    void dispCalcConditions(bool f);
-
-    /// Less the post-edge line (@p f) or the pre-edge line: refreshes the columns concerned
-    /// and runs the reflex.
+    /// Less the post-edge line (@p f) or the pre-edge line: refresh the columns concerned and
+    /// run the reflex.
     void changedSubBGTypeForRef(bool f);
     void changedSubBGTypeForTarget(bool f);
 
-    /// Removes the file chosen in the list of spectra for display only, if any.
-    void removeAFile();
+    void removeAFile(); ///< the one chosen in the list of spectra for display only, if any
 
     /// Hands the directory to every file row but the one for saving. An empty one, of a file
     /// on a share that is not mounted, goes to no row.
@@ -151,7 +146,7 @@ public Q_SLOTS:
     /// when the sender is no spectrum row.
     void receiveNewFile(QString fname);
 
-    /// Writes the column of reference @p n (0 to 3) and runs the reflex, if its spectrum is
+    /// Write the column of a reference (@p n from 0) and run the reflex, if its spectrum is
     /// valid; any other number does nothing.
     void receiveNewRef(int n);
     void receiveNewRef1(QString fname);
@@ -159,68 +154,45 @@ public Q_SLOTS:
     void receiveNewRef3(QString fname);
     void receiveNewRef4(QString fname);
 
-    /// Writes the column of the target; the name is not looked at.
-    void receiveNewTarget(QString fname);
-
-    /// Adds spectra for display only; a file that cannot be read is dropped.
-    void receiveNewDispFiles(QStringList paths);
-
-    /// Hands one map file to each energy row, in order; surplus is dropped.
-    void receiveNewPaths(QStringList paths);
+    void receiveNewTarget(QString fname);        ///< writes its column, whatever @p fname is
+    void receiveNewDispFiles(QStringList paths); ///< those that cannot be read are dropped
+    void receiveNewPaths(QStringList paths); ///< a map for each row, in order; surplus is dropped
 
     /// The reflex after a change of input: histogram limits, map calculation, target
     /// calculation, linear combination fit, each whatever became of the one before.
     void calcBoth();
 
-    /// Calculates every pixel of the maps in use into @c BaseData and the histograms.
-    void calcMap();
+    void calcMap();      ///< every pixel of the maps in use into BaseData and the histograms
+    void calcTarget();   ///< from the rows, or the spectra (non-equivalent), into CalcRes
+    void calcAndWrite(); ///< after a refused calculation the earlier result
 
-    /// Calculates the target into @c CalcRes: from the numbers in the rows by the four-points
-    /// family, from the spectra by the non-equivalent method.
-    void calcTarget();
-
-    /// Calculates the map and writes it; a refused calculation writes the earlier result.
-    void calcAndWrite();
-
-    /// Writes @c BaseData and the two main histograms to the file named in the save row; what
+    /// Writes BaseData and the two main histograms to the file named in the save row; what
     /// cannot be written is told in the message box.
     void write();
 
-    /// Empty the comparison of fits and target results, and give its next points another
-    /// colour; the argument is not looked at.
-    void clearLCFvs4PS(MouseC* m);
-    void newColorLCFvs4PS(MouseC* m);
+    void clearLCFvs4PS(MouseC* m);    ///< empties the comparison of fits and target results
+    void newColorLCFvs4PS(MouseC* m); ///< another colour for its next points
+    void updateDMap();                ///< repaints the measured map, the view fitted anew
 
-    /// Repaints the window of the measured map, the view fitted to it anew.
-    void updateDMap();
-
-    /// Draws the graph @p id of the analysis in its frame; any other one is drawn by its
-    /// spectrum row.
+    /// Draw the graph @p id of the analysis (a spectrum row draws any other one), the chosen
+    /// quantity of the result, and the measured map of the chosen energy row.
     void draw(Displays::DispId id, DispABase* dab, QStylePainter* p);
-
-    /// Draw the chosen quantity of the result, and the measured map of the chosen energy row.
     void drawMap(QStylePainter* p);
     void drawDMap(QStylePainter* p);
 
-    /// Repaints the result map in the limits of the quantity now chosen.
-    void selectedNewMap();
+    void selectedNewMap(); ///< repaints the result map in the limits of its new quantity
 
     /// Show the value at a place in the view, in pixels of the map.
     void receiveNowPosInMap(double x, double y);
     void receiveNowPosInDMap(double x, double y);
 
-    /// Fits the target spectrum by the used references into @c LCFRes and @c LCFMut, and adds
-    /// a point to @c LCFvs4PS.
+    /// Fits the target spectrum by the used references into LCFRes and LCFMut, and adds a
+    /// point to LCFvs4PS.
     void lcf();
 
-    /// Switches the spectrum whose row of the legend was pressed on or off.
-    void mPressedInAllMut(MouseC* m);
-
-    /// See panel::ResultMapView::takeDoubleClick().
-    void dClickedInMap(MouseC* m);
-
-    /// Spreads the typed list of energies over the rows, in order.
-    void newMultiEnergys();
+    void mPressedInAllMut(MouseC* m); ///< switches the spectrum of the pressed legend row
+    void dClickedInMap(MouseC* m);    ///< see panel::ResultMapView::takeDoubleClick()
+    void newMultiEnergys();           ///< spreads the typed list of energies over the rows
 
 private:
     void listWidgets();
