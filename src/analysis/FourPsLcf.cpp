@@ -6,19 +6,19 @@
 #include "analysis/CalculationState.h"
 #include "display/Displays.h"
 #include "display/WaitCursor.h"
-#include "panel/ResultTexts.h"
+#include "panel/Wording.h"
 
 void FourPs::lcf()
 {
     const display::WaitCursor cursor(isSpectrumWorkLong());
     const analysis::CalculationState state = m_inputs.calculationState();
     const analysis::FitPlan plan = analysis::planFit(state);
-    showRefusals(plan.messages);
+    showMessages(plan.messages);
     if (!plan.range) {
         return;
     }
     const analysis::LinearFit fit = analysis::fitTarget(state, *plan.range);
-    const QString text = panel::ResultTexts::of(fit);
+    const QString text = panel::Wording::of(fit);
     message(text);
     ui.LCFRes->setText(text);
     LCFvs4PS.append(analysis::comparisonPoint(TargetV, TargetT, fit, LCFColor));

@@ -32,7 +32,7 @@ void FourPs::calcMap()
     const display::WaitCursor cursor(isReflexLong());
     const CalculationState state = m_inputs.calculationState();
     const analysis::CalculationPlan plan = analysis::planMap(state);
-    showRefusals(plan.messages);
+    showMessages(plan.messages);
     if (!plan.variant) {
         return;
     }

@@ -7,7 +7,7 @@
 #include "analysis/TargetResult.h"
 #include "display/LineEditText.h"
 #include "display/WaitCursor.h"
-#include "panel/ResultTexts.h"
+#include "panel/Wording.h"
 #include "rows/ARefFile.h"
 
 using analysis::CalculationState;
@@ -20,7 +20,7 @@ void FourPs::calcTarget()
     const display::WaitCursor cursor(isSpectrumWorkLong());
     const CalculationState state = m_inputs.calculationState();
     const analysis::CalculationPlan plan = analysis::planTarget(state);
-    showRefusals(plan.messages);
+    showMessages(plan.messages);
     if (!plan.variant) {
         return;
     }
@@ -60,7 +60,7 @@ void FourPs::target4psLS(const CalculationState& state, const CollectedRows& row
 
 void FourPs::showTargetResult(const TargetResult& result)
 {
-    const QString text = panel::ResultTexts::of(result);
+    const QString text = panel::Wording::of(result);
     ui.CalcRes->setText(text);
     if (result.isAnnounced()) {
         message(text);
@@ -78,7 +78,7 @@ void FourPs::targetNEQ(bool victoreen, const CalculationState& state)
         display::showNumber(row->RatioDisp, part.share);
         display::showNumber(row->AmountDisp, part.dMut);
     }
-    const QString text = panel::ResultTexts::of(result);
+    const QString text = panel::Wording::of(result);
     message(text);
     ui.CalcRes->setText(text);
     TargetV = result.a;

@@ -6,7 +6,7 @@
 #include "analysis/ResultFile.h"
 #include "display/Histgram.h"
 #include "display/WaitCursor.h"
-#include "panel/ResultTexts.h"
+#include "panel/Wording.h"
 
 #include <QFileInfo>
 #include <QMessageBox>
@@ -43,7 +43,7 @@ void FourPs::write()
     }
     if (!analysis::writeResultFile(path, BaseData, m_inputs.references().valenceMix(),
                                    m_inputs.wantedColumns())) {
-        message(panel::ResultTexts::cannotOpen(path));
+        message(panel::Wording::cannotOpen(path));
     }
     using Named = std::pair<const Histgram*, QString>;
     for (const auto& [histogram, name] : {Named(HistV, "HGAlpha"), Named(HistT, "HGThick")}) {
@@ -51,7 +51,7 @@ void FourPs::write()
         QString cutShort;
         histogram->write(path, name, &cutShort);
         if (!cutShort.isEmpty()) {
-            message(panel::ResultTexts::cannotOpen(cutShort));
+            message(panel::Wording::cannotOpen(cutShort));
         }
     }
 }

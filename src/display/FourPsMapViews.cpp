@@ -48,8 +48,6 @@ void FourPs::receiveNowPosInDMap(double x, double y)
 void FourPs::dClickedInMap(MouseC* m)
 {
     if (m_resultMap.takeDoubleClick(*m)) {
-        // The surface goes back to the whole map, and its next paint sets limits of its
-        // own over these.
-        update();
+        update(); // the panel; the surface repaints itself
     }
 }

@@ -8,8 +8,8 @@
 #include "panel/FocusOrder.h"
 #include "panel/LowRows.h"
 #include "panel/Repaints.h"
-#include "panel/ResultTexts.h"
 #include "panel/Wiring.h"
+#include "panel/Wording.h"
 
 #include <QDir>
 
@@ -243,9 +243,9 @@ Histgram* FourPs::currentRatioHist() const
     return row < 0 ? HistV : HistRatio.at(row);
 }
 
-void FourPs::showRefusals(const QList<analysis::Message>& refusals)
+void FourPs::showMessages(const QList<analysis::Message>& messages)
 {
-    for (const analysis::Message& refusal : refusals) {
-        message(panel::ResultTexts::of(refusal));
+    for (const analysis::Message& each : messages) {
+        message(panel::Wording::of(each));
     }
 }

@@ -196,7 +196,7 @@ public Q_SLOTS:
 
 private:
     void listWidgets();
-    void showRefusals(const QList<analysis::Message>& refusals);
+    void showMessages(const QList<analysis::Message>& messages);
 
     // Target calculation.
     void target3ps(const analysis::CalculationState& state, const analysis::CollectedRows& rows);

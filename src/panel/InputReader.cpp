@@ -1,6 +1,7 @@
 #include "panel/InputReader.h"
 
 #include "analysis/CalculationState.h"
+#include "analysis/NeqPlaces.h"
 #include "display/LineEditText.h"
 #include "panel/Widgets.h"
 #include "rows/AEPoint.h"
@@ -18,8 +19,10 @@ namespace panel
 namespace
 {
 
+constexpr int noMode = 5; // no presentation of a spectrum
+
 using ColumnButtons = std::array<const QAbstractButton*, analysis::columnCount>;
-using ReferenceBoxes = std::array<const QAbstractButton*, 4>;
+using ReferenceBoxes = std::array<const QAbstractButton*, analysis::neq::references>;
 
 ColumnButtons recordBoxes(const Ui_FourPs& form)
 {
@@ -132,15 +135,15 @@ int InputReader::normMode() const
 {
     const Ui_FourPs& form = *m_widgets.form;
     if (form.NNone->isChecked()) {
-        return 0;
+        return AMutE::raw;
     }
     if (form.NBySubPre->isChecked()) {
-        return 1;
+        return AMutE::lessPreEdge;
     }
     if (form.NByEJ->isChecked()) {
-        return 3;
+        return AMutE::byEdgeJump;
     }
-    return form.NBy2Vics->isChecked() ? 4 : 5;
+    return form.NBy2Vics->isChecked() ? AMutE::normalisedByLines : noMode;
 }
 
 int InputReader::checkedMapRow() const

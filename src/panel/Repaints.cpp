@@ -33,8 +33,9 @@ void repaintOn(Picture* picture, const Inputs*... inputs)
     (follow(picture, inputs), ...);
 }
 
-// The buttons of "Disp Select" and of the normalisation, and spectra that are read,
-// repaint all plots already.
+// Only what a single plot reads. Wiring connects what repaints all plots: the buttons of
+// "Disp Select" and of the normalisation, and the list of spectra for display only. So
+// do the slots of the panel after a change of spectra or results.
 void connectGraphs(const Widgets& widgets)
 {
     const Ui_FourPs& form = *widgets.form;

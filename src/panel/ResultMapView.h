@@ -37,7 +37,9 @@ public:
     void showValueAt(double x, double y) const;
 
     /// Left double click: limits from all pixels; with Shift the same, raising limits
-    /// only; with Control those that the quantity has beforehand.
+    /// only; with Control those that the quantity has beforehand. They last until the
+    /// next paint: the double click has made the surface give up its range, and a paint
+    /// without one fits view and limits, see draw().
     /// @return false while there is no result, which a double click does nothing to
     bool takeDoubleClick(const MouseC& mouse) const;
 

@@ -403,8 +403,8 @@ void tst_CalculationPlan::fitRunsBetweenTheMarkedRows()
     const FitPlan plan = analysis::planFit(inputs.state());
     QCOMPARE(plan.messages, Messages());
     QVERIFY(plan.range.has_value());
-    QCOMPARE(plan.range->lowest, 1.0);
-    QCOMPARE(plan.range->highest, 5.0);
+    QCOMPARE(plan.range->energies.low, 1.0);
+    QCOMPARE(plan.range->energies.high, 5.0);
 }
 
 void tst_CalculationPlan::fitDoesNotAskForTheTarget()

@@ -1,6 +1,6 @@
 // The linear combination fit in the panel: what it reads, shows and keeps. What it
 // decides is in tst_CalculationPlan, its numbers in tst_FitTarget and tst_LinearFit,
-// its words in tst_ResultTexts.
+// its words in tst_Wording.
 #include "support/CalculationPanel.h"
 #include "support/FitMixes.h"
 

@@ -1,6 +1,6 @@
 // The target calculation in the panel: what it reads, what it shows, and where. What
 // it decides is in tst_CalculationPlan, its numbers in tst_TargetResult, its words in
-// tst_ResultTexts.
+// tst_Wording.
 #include "support/CalculationPanel.h"
 #include "support/Mixes.h"
 

@@ -1,4 +1,4 @@
-#include "panel/ResultTexts.h"
+#include "panel/Wording.h"
 
 #include "analysis/CalculationMessage.h"
 #include "analysis/LinearFit.h"
@@ -11,7 +11,7 @@ namespace panel
 using analysis::MessageId;
 using analysis::Variant;
 
-QString ResultTexts::of(const analysis::Message& refusal)
+QString Wording::of(const analysis::Message& refusal)
 {
     switch (refusal.id) {
     case MessageId::NoTargetVPoint:
@@ -45,7 +45,7 @@ QString ResultTexts::of(const analysis::Message& refusal)
     return {};
 }
 
-QString ResultTexts::of(const analysis::TargetResult& result)
+QString Wording::of(const analysis::TargetResult& result)
 {
     switch (result.variant) {
     case Variant::ThreePoints:
@@ -73,14 +73,14 @@ QString ResultTexts::of(const analysis::TargetResult& result)
                .arg(analysis::signedText(result.valence), analysis::signedText(result.thickness));
 }
 
-QString ResultTexts::of(const analysis::LinearFit& fit)
+QString Wording::of(const analysis::LinearFit& fit)
 {
     return tr("Result of LCF :: ") + analysis::signedTexts(fit.fractions) +
            tr(", Valence = %1, Base = %2")
                .arg(analysis::signedText(fit.valence), analysis::signedText(fit.base));
 }
 
-QString ResultTexts::cannotOpen(const QString& path)
+QString Wording::cannotOpen(const QString& path)
 {
     return tr("Can't open the file [%1]").arg(path);
 }

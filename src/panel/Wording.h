@@ -15,7 +15,7 @@ namespace panel
 
 /// What the user reads of a calculation, in the language of the program. The
 /// translations are those of the panel.
-class ResultTexts
+class Wording
 {
     Q_DECLARE_TR_FUNCTIONS(FourPs)
 

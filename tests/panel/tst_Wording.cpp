@@ -1,5 +1,5 @@
 // The exact words of refusals and results.
-#include "panel/ResultTexts.h"
+#include "panel/Wording.h"
 
 #include "analysis/CalculationMessage.h"
 #include "analysis/LinearFit.h"
@@ -12,7 +12,7 @@
 using analysis::Message;
 using analysis::MessageId;
 using analysis::Variant;
-using panel::ResultTexts;
+using panel::Wording;
 
 namespace
 {
@@ -22,7 +22,7 @@ constexpr double infinite = std::numeric_limits<double>::infinity();
 
 } // namespace
 
-class tst_ResultTexts : public QObject
+class tst_Wording : public QObject
 {
     Q_OBJECT
 
@@ -37,7 +37,7 @@ private Q_SLOTS:
     void fileThatCannotBeOpenedIsNamed();
 };
 
-void tst_ResultTexts::refusalsHaveTheirSentences_data()
+void tst_Wording::refusalsHaveTheirSentences_data()
 {
     QTest::addColumn<Message>("refusal");
     QTest::addColumn<QString>("sentence");
@@ -66,13 +66,13 @@ void tst_ResultTexts::refusalsHaveTheirSentences_data()
         << "Number of Valid Reference files is 0, which is less than 2";
 }
 
-void tst_ResultTexts::refusalsHaveTheirSentences()
+void tst_Wording::refusalsHaveTheirSentences()
 {
     QFETCH(Message, refusal);
-    QTEST(ResultTexts::of(refusal), "sentence");
+    QTEST(Wording::of(refusal), "sentence");
 }
 
-void tst_ResultTexts::fourPointsNumbersHaveSixDigits_data()
+void tst_Wording::fourPointsNumbersHaveSixDigits_data()
 {
     QTest::addColumn<Variant>("variant");
     QTest::addColumn<QString>("line");
@@ -84,42 +84,42 @@ void tst_ResultTexts::fourPointsNumbersHaveSixDigits_data()
                                   << "4ps2: a = 0.111111, Valence = 2.88889, t/ts = 1e+07";
 }
 
-void tst_ResultTexts::fourPointsNumbersHaveSixDigits()
+void tst_Wording::fourPointsNumbersHaveSixDigits()
 {
     QFETCH(Variant, variant);
-    QTEST(ResultTexts::of({variant, 1.0 / 9.0, 3.0 - 1.0 / 9.0, 1e7, {}}), "line");
+    QTEST(Wording::of({variant, 1.0 / 9.0, 3.0 - 1.0 / 9.0, 1e7, {}}), "line");
 }
 
-void tst_ResultTexts::nonEquivalentNumbersHaveThreeDecimalsAndAPlaceForTheSign()
+void tst_Wording::nonEquivalentNumbersHaveThreeDecimalsAndAPlaceForTheSign()
 {
     analysis::TargetResult result{
         Variant::NonEquivalentLinear, -0.2, 5.6, 40.0, {{0, -0.2, -1.0}, {3, 1.2, 6.0}}};
     const QString line = "Result of NEQ :: -0.200 :  1.200, Valence =  5.600, t =  40.000";
-    QCOMPARE(ResultTexts::of(result), line);
+    QCOMPARE(Wording::of(result), line);
     result.variant = Variant::NonEquivalentVictoreen;
-    QCOMPARE(ResultTexts::of(result), line);
+    QCOMPARE(Wording::of(result), line);
     result.parts.append({2, 0.25, 0.0});
     result.parts.append({1, 0.0004, 0.0});
-    QVERIFY(ResultTexts::of(result).startsWith(
+    QVERIFY(Wording::of(result).startsWith(
         "Result of NEQ :: -0.200 :  1.200 :  0.250 :  0.000, Valence"));
 }
 
-void tst_ResultTexts::fitNumbersHaveThreeDecimalsAndAPlaceForTheSign()
+void tst_Wording::fitNumbersHaveThreeDecimalsAndAPlaceForTheSign()
 {
-    QCOMPARE(ResultTexts::of(analysis::LinearFit{{1.25, -0.25}, 1.5, -0.375, {}}),
+    QCOMPARE(Wording::of(analysis::LinearFit{{1.25, -0.25}, 1.5, -0.375, {}}),
              "Result of LCF ::  1.250 : -0.250, Valence =  1.500, Base = -0.375");
-    QCOMPARE(ResultTexts::of(analysis::LinearFit{{1, 0.5, -2, 1.5}, 2.75, 12.5, {}}),
+    QCOMPARE(Wording::of(analysis::LinearFit{{1, 0.5, -2, 1.5}, 2.75, 12.5, {}}),
              "Result of LCF ::  1.000 :  0.500 : -2.000 :  1.500, Valence =  2.750, "
              "Base =  12.500");
 }
 
-void tst_ResultTexts::numericTroubleIsShown()
+void tst_Wording::numericTroubleIsShown()
 {
-    QCOMPARE(ResultTexts::of({Variant::ThreePoints, notANumber, notANumber, 0.0, {}}),
+    QCOMPARE(Wording::of({Variant::ThreePoints, notANumber, notANumber, 0.0, {}}),
              "3ps: a = nan, Valence = nan");
-    QCOMPARE(ResultTexts::of({Variant::ExactFourPoints, notANumber, notANumber, -infinite, {}}),
+    QCOMPARE(Wording::of({Variant::ExactFourPoints, notANumber, notANumber, -infinite, {}}),
              "a = nan, Valence = nan, t/ts = -inf");
-    QCOMPARE(ResultTexts::of({Variant::NonEquivalentLinear,
+    QCOMPARE(Wording::of({Variant::NonEquivalentLinear,
                               notANumber,
                               notANumber,
                               notANumber,
@@ -127,16 +127,16 @@ void tst_ResultTexts::numericTroubleIsShown()
                  .count("nan"),
              4);
     QCOMPARE(
-        ResultTexts::of(analysis::LinearFit{{notANumber, notANumber}, notANumber, notANumber, {}})
+        Wording::of(analysis::LinearFit{{notANumber, notANumber}, notANumber, notANumber, {}})
             .count("nan"),
         4);
 }
 
-void tst_ResultTexts::fileThatCannotBeOpenedIsNamed()
+void tst_Wording::fileThatCannotBeOpenedIsNamed()
 {
-    QCOMPARE(ResultTexts::cannotOpen("/a b/%1.dat"), "Can't open the file [/a b/%1.dat]");
-    QCOMPARE(ResultTexts::cannotOpen({}), "Can't open the file []");
+    QCOMPARE(Wording::cannotOpen("/a b/%1.dat"), "Can't open the file [/a b/%1.dat]");
+    QCOMPARE(Wording::cannotOpen({}), "Can't open the file []");
 }
 
-QTEST_APPLESS_MAIN(tst_ResultTexts)
-#include "tst_ResultTexts.moc"
+QTEST_APPLESS_MAIN(tst_Wording)
+#include "tst_Wording.moc"
