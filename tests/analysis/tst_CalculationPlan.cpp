@@ -283,6 +283,7 @@ void tst_CalculationPlan::mapIsRefused_data()
             fourMaps().chooseFourPoints(true, false).markVRows({0, 2}), {wrongCount(3, 4)});
     refused("non-equivalent, no V row: the number of rows is next",
             linearMaps().markVRows({}).useRows({0, 1, 3}), {tooFewRows(3, 4)});
+    refused("non-equivalent, no row", linearMaps().useRows({}), {tooFewRows(0, 4)});
     refused("non-equivalent, a row without a map does not count", linearMaps().takeMap(1),
             {tooFewRows(3, 4)});
     refused("non-equivalent, an invalid reference", linearMaps().makeInvalid({1}),
