@@ -169,6 +169,9 @@ void tst_CalculationPlan::targetIsRefused_data()
     refused("an invalid reference ahead of two valid ones",
             four().useFirstReferences(3).makeInvalid({0}), {firstInvalid});
     refused("one used reference stops after the count", four().useReferences({0}), {few(1)});
+    refused("one used reference stops before target and rows",
+            four().useReferences({0}).makeTargetInvalid().useRows({2}), {few(1)});
+    refused("one used reference, non-equivalent method too", linear().useReferences({0}), {few(1)});
     refused("no used reference stops after the count", four().useReferences({}), {few(0)});
     refused("target", four().makeTargetInvalid(), {targetInvalid});
     refused("references before the target", four().makeInvalid({1}).makeTargetInvalid(),
