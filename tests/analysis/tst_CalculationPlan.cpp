@@ -169,6 +169,9 @@ void tst_CalculationPlan::targetIsRefused_data()
     refused("an invalid reference ahead of two valid ones",
             four().useFirstReferences(3).makeInvalid({0}), {firstInvalid});
     refused("one used reference stops after the count", four().useReferences({0}), {few(1)});
+    refused("one used reference stops before target and rows",
+            four().useReferences({0}).makeTargetInvalid().useRows({2}), {few(1)});
+    refused("one used reference, non-equivalent method too", linear().useReferences({0}), {few(1)});
     refused("no used reference stops after the count", four().useReferences({}), {few(0)});
     refused("target", four().makeTargetInvalid(), {targetInvalid});
     refused("references before the target", four().makeInvalid({1}).makeTargetInvalid(),
@@ -283,6 +286,7 @@ void tst_CalculationPlan::mapIsRefused_data()
             fourMaps().chooseFourPoints(true, false).markVRows({0, 2}), {wrongCount(3, 4)});
     refused("non-equivalent, no V row: the number of rows is next",
             linearMaps().markVRows({}).useRows({0, 1, 3}), {tooFewRows(3, 4)});
+    refused("non-equivalent, no row", linearMaps().useRows({}), {tooFewRows(0, 4)});
     refused("non-equivalent, a row without a map does not count", linearMaps().takeMap(1),
             {tooFewRows(3, 4)});
     refused("non-equivalent, an invalid reference", linearMaps().makeInvalid({1}),

@@ -51,9 +51,9 @@ class tst_FourPsLcf : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init() { m_shared.reset(); }
 
-    void nothingIsFittedAtStart();
     void buttonFitsTheTarget();
     void messageIsSentBeforeTheLineIsShown();
     void wordsCountAsZero();
@@ -67,7 +67,6 @@ private Q_SLOTS:
     void pointAfterARefusedTargetHoldsTheEarlierResult();
     void clearingEmptiesTheComparisonAndItsColour();
     void newColourWrapsAtTheNumberOfColours();
-    void newColourFollowsAShorterList();
 
     void refusalIsSaidAndLeavesEverything_data();
     void refusalIsSaidAndLeavesEverything();
@@ -79,15 +78,15 @@ private:
     FourPs& panel = *m_shared;
 };
 
-void tst_FourPsLcf::nothingIsFittedAtStart()
+// The shared panel has run nothing but the reflexes of its construction.
+void tst_FourPsLcf::initTestCase()
 {
-    const FourPs fresh;
-    QVERIFY(!fresh.LCFMut);
-    QVERIFY(fresh.LCFvs4PS.isEmpty());
-    QCOMPARE(fresh.LCFColor, 0);
-    QVERIFY(fresh.ui.LCFRes->text().isEmpty());
-    QCOMPARE(fresh.TargetV, 0.0);
-    QCOMPARE(fresh.TargetT, 0.0);
+    QVERIFY(!panel.LCFMut);
+    QVERIFY(panel.LCFvs4PS.isEmpty());
+    QCOMPARE(panel.LCFColor, 0);
+    QCOMPARE(panel.TargetV, 0.0);
+    QCOMPARE(panel.TargetT, 0.0);
+    QCOMPARE(panel.Colors.colors.size(), 45);
 }
 
 // The line keeps its blanks, the message folds them.
@@ -257,21 +256,16 @@ void tst_FourPsLcf::clearingEmptiesTheComparisonAndItsColour()
 
 void tst_FourPsLcf::newColourWrapsAtTheNumberOfColours()
 {
-    QCOMPARE(panel.Colors.colors.size(), 45);
-    for (int color = 1; color < 45; ++color) {
+    for (const int count : {45, 3}) {
+        panel.Colors.colors.resize(count);
+        panel.LCFColor = 0;
+        for (int color = 1; color < count; ++color) {
+            panel.newColorLCFvs4PS(nullptr);
+            QCOMPARE(panel.LCFColor, color);
+        }
         panel.newColorLCFvs4PS(nullptr);
-        QCOMPARE(panel.LCFColor, color);
+        QCOMPARE(panel.LCFColor, 0);
     }
-    panel.newColorLCFvs4PS(nullptr);
-    QCOMPARE(panel.LCFColor, 0);
-}
-
-void tst_FourPsLcf::newColourFollowsAShorterList()
-{
-    panel.Colors.colors.resize(3);
-    panel.LCFColor = 2;
-    panel.newColorLCFvs4PS(nullptr);
-    QCOMPARE(panel.LCFColor, 0);
 }
 
 void tst_FourPsLcf::refusalIsSaidAndLeavesEverything_data()

@@ -135,7 +135,6 @@ private Q_SLOTS:
     void secondRunRebuildsTheResult();
 
     void limitsAreReadAtTheStartOfEachRun();
-    void valenceHalfABinUnderFromFallsIntoTheFirstBin();
     void histogramsCountValenceTotalSharesAndAmounts();
     void allHistogramsStartAfresh();
     void pixelOfZeroesIsKeptAndCountedBelow();
@@ -279,22 +278,6 @@ void tst_FourPsMap::limitsAreReadAtTheStartOfEachRun()
     panel.calcMap();
     QCOMPARE(panel.HistT->under, 0);
     QCOMPARE(panel.HistT->total, 1);
-}
-
-void tst_FourPsMap::valenceHalfABinUnderFromFallsIntoTheFirstBin()
-{
-    // Boxes centred on 2.75, 3.25, ...: the lower edge is 2.5, the valence of
-    // the pixel. (With 3.125, 3.625, ... it lies half a bin and less than one
-    // whole bin below the edge 2.875, and still counts in the first box.)
-    enterInputs(panel, threePointMaps());
-    for (const auto& [from, to] : {std::pair("2.75", "3.75"), std::pair("3.125", "4.125")}) {
-        panel.ui.HgAFrom->setText(from);
-        panel.ui.HgATo->setText(to);
-        panel.ui.HgABoxes->setText("3");
-        panel.calcMap();
-        QCOMPARE(panel.HistV->bins, (QList<int>{1, 0, 0}));
-        QCOMPARE(panel.HistV->under, 0);
-    }
 }
 
 void tst_FourPsMap::histogramsCountValenceTotalSharesAndAmounts()

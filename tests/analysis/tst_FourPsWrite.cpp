@@ -40,10 +40,7 @@ private Q_SLOTS:
     void buttonCalculatesAndWrites();
     void buttonWritesTheExtendedLayout();
     void valenceIsMixedWhenWriting();
-    void emptyResultWritesTitleAndBlankLine();
-    void emptyExtendedResultWritesTheHeadingToo();
     void refusedRunWritesTheEarlierResult();
-    void pathIsTakenAsTyped();
     void saveRowAddsItsSuffix();
     void existingFileIsOverwrittenWithoutAWord();
     void fileThatCannotBeWrittenIsReported_data();
@@ -52,7 +49,6 @@ private Q_SLOTS:
     void histogramsAreStillWrittenWhenTheResultIsNot();
     void firstSaveLeavesNoHistogramFile();
     void repeatedSaveUpdatesHistogramFilesMadeByHand();
-    void histogramsOfValenceAndTotalAreWrittenForTheNonEquivalentMethodToo();
 
 private:
     // Names the file as a user who types it.
@@ -106,6 +102,8 @@ void tst_FourPsWrite::buttonWritesTheExtendedLayout()
         box->setChecked(true);
     }
     const QString path = saveTo("result.dat");
+    const QString valence = writeFile(*m_dir, "result_HGAlpha.dat", "old");
+    const QString total = writeFile(*m_dir, "result_HGThick.dat", "old");
     QTest::mouseClick(panel.ui.WriteB, Qt::LeftButton);
     QVERIFY(messages(panel).isEmpty());
     const auto line = [](const QStringList& numbers) {
@@ -125,6 +123,8 @@ void tst_FourPsWrite::buttonWritesTheExtendedLayout()
                  line({"1", "0.5", "-0.2", "1.2", "0", "-1", "6", "0", "-2", "-8.06554e-05", "0",
                        "5.6", "5"}) +
                  "\n");
+    QCOMPARE(readFile(valence), panel.HistV->fileText());
+    QCOMPARE(readFile(total), panel.HistT->fileText());
 }
 
 void tst_FourPsWrite::valenceIsMixedWhenWriting()
@@ -140,27 +140,6 @@ void tst_FourPsWrite::valenceIsMixedWhenWriting()
     QVERIFY(readFile(path).contains("  0.5          0          1\n"));
 }
 
-void tst_FourPsWrite::emptyResultWritesTitleAndBlankLine()
-{
-    panel.BaseData.headerLines = {"# h"};
-    const QString path = saveTo("result.dat");
-    panel.write();
-    QCOMPARE(readFile(path), "# qelk result map V1.0\n# h\n\n");
-}
-
-void tst_FourPsWrite::emptyExtendedResultWritesTheHeadingToo()
-{
-    panel.BaseData.extended = true;
-    const QString path = saveTo("result.dat");
-    panel.write();
-    QCOMPARE(readFile(path), "# qelk result map V1.0\n\n# y x Valence Total-dMut\n");
-    for (QCheckBox* box : {panel.ui.RecValence, panel.ui.RecAmount}) {
-        box->setChecked(false);
-    }
-    panel.write();
-    QCOMPARE(readFile(path), "# qelk result map V1.0\n\n# y x\n");
-}
-
 void tst_FourPsWrite::refusedRunWritesTheEarlierResult()
 {
     PanelInputs inputs = threePointMaps();
@@ -174,14 +153,6 @@ void tst_FourPsWrite::refusedRunWritesTheEarlierResult()
     QVERIFY(readFile(path).contains("  0.5        2.5          1\n"));
 }
 
-void tst_FourPsWrite::pathIsTakenAsTyped()
-{
-    const QString path = saveTo("no suffix");
-    panel.write();
-    QVERIFY(QFileInfo::exists(path));
-    QVERIFY(!QFileInfo::exists(path + ".dat"));
-}
-
 void tst_FourPsWrite::saveRowAddsItsSuffix()
 {
     panel.ui.SaveFSelect->newFile(m_dir->filePath("map.txt"));
@@ -191,8 +162,8 @@ void tst_FourPsWrite::saveRowAddsItsSuffix()
 
 void tst_FourPsWrite::existingFileIsOverwrittenWithoutAWord()
 {
-    const QString path = writeFile(*m_dir, "result.dat", QByteArray(100000, 'x'));
-    saveTo("result.dat");
+    const QString path = writeFile(*m_dir, "no suffix", QByteArray(100000, 'x'));
+    saveTo("no suffix"); // the path is taken as typed
     panel.write();
     QCOMPARE(readFile(path), "# qelk result map V1.0\n\n");
     QVERIFY(messages(panel).isEmpty());
@@ -276,25 +247,6 @@ void tst_FourPsWrite::repeatedSaveUpdatesHistogramFilesMadeByHand()
                               "2.5 3 3.5  0\n"
                               "3.5 4 4.5  0\n"
                               "4.5 5 5.5  0\n");
-}
-
-void tst_FourPsWrite::histogramsOfValenceAndTotalAreWrittenForTheNonEquivalentMethodToo()
-{
-    enterInputs(panel, mixedMaps({mixes::quarter}));
-    panel.ui.HgAFrom->setText("0");
-    panel.ui.HgATo->setText("6");
-    panel.ui.HgABoxes->setText("7");
-    panel.ui.HgTFrom->setText("-4");
-    panel.ui.HgTTo->setText("6");
-    panel.ui.HgTBoxes->setText("11");
-    const QString valence = writeFile(*m_dir, "result_HGAlpha.dat", "old");
-    const QString total = writeFile(*m_dir, "result_HGThick.dat", "old");
-    saveTo("result.dat");
-    panel.calcAndWrite();
-    QVERIFY(readFile(valence).contains("\n3.5 4 4.5  1\n"));
-    QVERIFY(readFile(total).contains("\n3.5 4 4.5  1\n"));
-    QCOMPARE(readFile(valence).count('\n'), 9);
-    QCOMPARE(readFile(total).count('\n'), 13);
 }
 
 QTEST_MAIN(tst_FourPsWrite)

@@ -57,10 +57,8 @@ private Q_SLOTS:
     void vRowWithoutMapGivesAnEmptyResult();
 
     void nonEquivalentMapHoldsThirteenValuesOfEveryPixel();
-    void victoreenBackgroundIsTakenOff();
     void fourReferencesFillEveryEntry();
     void fiveRowsAndVictoreenPassThroughAllPoints();
-    void surplusRowsAreFittedByLeastSquares();
     void referencesAreTakenLessTheirPostEdgeLineOnRequest();
     void countsBecomeMutBeforeTheFit();
     void baseRowIsTheFirstUsedRowAndNotTheVRow();
@@ -140,12 +138,6 @@ void tst_MapStacks::nonEquivalentMapHoldsThirteenValuesOfEveryPixel()
     }
 }
 
-void tst_MapStacks::victoreenBackgroundIsTakenOff()
-{
-    const A2DData map = nonEquivalentMap(mixedMaps({curvedQuarter}, 2, 8), true);
-    QVERIFY(near(map.rows.at(0).values, {0.25, 0.75, 0, 0, 1, 3, 0, 0, 1.25, 2, -0.5, 4.25, 4}));
-}
-
 void tst_MapStacks::fourReferencesFillEveryEntry()
 {
     // dMut 1, 3, 4 and 8 of 16; valence 1/8 + 15/16 + 1 + 7/2.
@@ -170,30 +162,6 @@ void tst_MapStacks::fiveRowsAndVictoreenPassThroughAllPoints()
                   values.at(9),
                   values.at(10)};
     QVERIFY(near(fit.atAllRows().first(5), pixels));
-}
-
-void tst_MapStacks::surplusRowsAreFittedByLeastSquares()
-{
-    // What the fit leaves over is orthogonal to each basis vector.
-    PanelInputs inputs = mixedInputs(quarter, 2, 8);
-    const QList<double> pixels{1, -2, 0.5, 3, -1, 2, 0, 1};
-    for (int row = 0; row < pixels.size(); ++row) {
-        inputs.setMap(row, {pixels.at(row)});
-    }
-    const QList<double> values = scaledValues(nonEquivalentMap(inputs), 0);
-    const Mix fit{
-        {values.at(4) / jumps.at(0), values.at(5) / jumps.at(1)}, values.at(8), values.at(9)};
-    QList<double> left = pixels;
-    for (int row = 0; row < left.size(); ++row) {
-        left[row] -= fit.at(row);
-    }
-    const auto dot = [&left](const QList<double>& basis) {
-        return std::inner_product(left.begin(), left.end(), basis.begin(), 0.0);
-    };
-    QVERIFY(dot(left) > 0.1);
-    for (const Mix& basis : {Mix{{1, 0}}, Mix{{0, 1}}, Mix{{}, 1}, Mix{{}, 0, 1}}) {
-        QVERIFY(near(dot(basis.atAllRows()), 0));
-    }
 }
 
 void tst_MapStacks::referencesAreTakenLessTheirPostEdgeLineOnRequest()

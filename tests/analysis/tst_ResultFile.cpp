@@ -1,16 +1,13 @@
+// A result in a file. What else cannot be opened is in tst_FileAccess.
 #include "analysis/ResultFile.h"
 
 #include "data/A2DData.h"
 #include "support/ReadyMap.h"
 #include "support/TestFiles.h"
-#include "support/Unprivileged.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <sys/stat.h>
-#include <unistd.h>
 
 using namespace tests;
 
@@ -30,19 +27,15 @@ class tst_ResultFile : public QObject
 
 private Q_SLOTS:
     void holdsTheResultInTheWantedColumns();
-    void nameIsTakenAsItIs();
-    void existingFileIsReplaced();
     void unopenableFileIsRefused_data();
     void unopenableFileIsRefused();
-    void fileWithoutPermissionIsRefusedAndKept();
     void fullDiskIsRefused();
-    void pipeIsRefusedAndDoesNotHang();
 };
 
 void tst_ResultFile::holdsTheResultInTheWantedColumns()
 {
     const QTemporaryDir dir;
-    const QString path = dir.filePath("result.dat");
+    const QString path = writeFile(dir, "result", QByteArray(1000, 'x')); // replaced
     A2DData map;
     map.headerLines = {"# sample  A"};
     map.xNum = 1;
@@ -65,23 +58,6 @@ void tst_ResultFile::holdsTheResultInTheWantedColumns()
                              "\n");
 }
 
-void tst_ResultFile::nameIsTakenAsItIs()
-{
-    const QTemporaryDir dir;
-    const QString path = dir.filePath("no suffix");
-    QVERIFY(write(path));
-    QVERIFY(QFileInfo::exists(path));
-    QVERIFY(!QFileInfo::exists(path + ".dat"));
-}
-
-void tst_ResultFile::existingFileIsReplaced()
-{
-    const QTemporaryDir dir;
-    const QString path = writeFile(dir, "result.dat", QByteArray(100000, 'x'));
-    QVERIFY(write(path));
-    QCOMPARE(readFile(path), "# qelk result map V1.0\n\n");
-}
-
 void tst_ResultFile::unopenableFileIsRefused_data()
 {
     QTest::addColumn<QString>("name");
@@ -101,22 +77,6 @@ void tst_ResultFile::unopenableFileIsRefused()
     QCOMPARE(readFile(dir.filePath("plain")), "x");
 }
 
-void tst_ResultFile::fileWithoutPermissionIsRefusedAndKept()
-{
-    const QTemporaryDir dir;
-    const QString path = writeFile(dir, "result.dat", "earlier");
-    QCOMPARE(chmod(qPrintable(dir.path()), 0755), 0);
-    QCOMPARE(chmod(qPrintable(path), 0444), 0);
-    {
-        const Unprivileged nobody;
-        if (!nobody.holds()) {
-            QSKIP("needs a user without the rights of root");
-        }
-        QVERIFY(!write(path));
-    }
-    QCOMPARE(readFile(path), "earlier");
-}
-
 void tst_ResultFile::fullDiskIsRefused()
 {
     if (!QFileInfo::exists("/dev/full")) {
@@ -124,14 +84,6 @@ void tst_ResultFile::fullDiskIsRefused()
     }
     QVERIFY(!write("/dev/full"));
     QVERIFY(!write("/dev/full", readyMap(100, 100, QList<double>(10000, 1.0))));
-}
-
-void tst_ResultFile::pipeIsRefusedAndDoesNotHang()
-{
-    const QTemporaryDir dir;
-    const QString path = dir.filePath("pipe.dat");
-    QCOMPARE(mkfifo(qPrintable(path), 0600), 0);
-    QVERIFY(!write(path));
 }
 
 QTEST_APPLESS_MAIN(tst_ResultFile)

@@ -79,7 +79,6 @@ class tst_TargetResult : public QObject
 
 private Q_SLOTS:
     void threePointsGiveFractionAndValenceAndNoThickness();
-    void threePointsOfOneNinth();
     void exactFourPointsGiveFractionAndThickness();
     void leastSquareGivesFractionAndThickness();
     void leastSquareTakesAllRows();
@@ -89,7 +88,6 @@ private Q_SLOTS:
     void numericTroubleShowsAsNaN();
 
     void nonEquivalentTargetIsTakenApart();
-    void negativeShareIsNotClamped();
     void partsNameTheirReferenceRows();
     void threeAndFourReferencesAddUpToOne_data();
     void threeAndFourReferencesAddUpToOne();
@@ -97,7 +95,6 @@ private Q_SLOTS:
     void victoreenBackgroundIsTakenOff();
     void mutsOfTheRowsAreNotUsed();
     void spectraAreTakenLessTheChosenLines();
-    void energyShiftsOfTheSpectraCount();
     void vRowIsFittedLikeTheOthers();
     void energyOfZeroShowsAsNaN();
     void targetOfZeroesHasNoShares();
@@ -113,17 +110,6 @@ void tst_TargetResult::threePointsGiveFractionAndValenceAndNoThickness()
     QCOMPARE(result.valence, 2.5);
     QCOMPARE(result.thickness, 0.0);
     QVERIFY(result.parts.isEmpty());
-}
-
-void tst_TargetResult::threePointsOfOneNinth()
-{
-    // f(T) = 5.5/9, f(R1) = 3/2, f(R2) = 1/2: a = 1/9; valence 3 - 1/9.
-    PanelInputs inputs = threePointInputs();
-    inputs.setPoint(0, 8313, 0, 0, 0);
-    inputs.setPoint(1, 8381, 1, 1, 9);
-    inputs.setPoint(2, 8390, 1.5, 0.5, 5.5);
-    QCOMPARE(threePoints(inputs).a, 1.0 / 9.0);
-    QCOMPARE(threePoints(inputs).valence, 3.0 - 1.0 / 9.0);
 }
 
 void tst_TargetResult::exactFourPointsGiveFractionAndThickness()
@@ -203,15 +189,6 @@ void tst_TargetResult::nonEquivalentTargetIsTakenApart()
     const TargetResult result = linear(mixedInputs(quarter));
     QCOMPARE(result.variant, Variant::NonEquivalentLinear);
     QVERIFY(isQuarter(result));
-}
-
-void tst_TargetResult::negativeShareIsNotClamped()
-{
-    const TargetResult result = linear(mixedInputs(negative));
-    QVERIFY(near(shares(result), {-0.2, 1.2}));
-    QVERIFY(near(amounts(result), {-1, 6}));
-    QVERIFY(near(result.valence, 5.6));
-    QVERIFY(near(result.thickness, 5));
 }
 
 void tst_TargetResult::partsNameTheirReferenceRows()
@@ -295,19 +272,6 @@ void tst_TargetResult::spectraAreTakenLessTheChosenLines()
     inputs.subPostForTarget = false;
     inputs.subPostForRef = true;
     QVERIFY(near(amounts(linear(inputs)), {1, 6}));
-}
-
-void tst_TargetResult::energyShiftsOfTheSpectraCount()
-{
-    PanelInputs inputs = mixedInputs(quarter);
-    inputs.spectra[0].dE = 700;
-    inputs.target.dE = -300;
-    for (AMutE* spectrum : {&inputs.spectra[0], &inputs.target}) {
-        for (MutPoint& point : spectrum->points) {
-            point.energy += spectrum->dE;
-        }
-    }
-    QVERIFY(isQuarter(linear(inputs)));
 }
 
 void tst_TargetResult::vRowIsFittedLikeTheOthers()
