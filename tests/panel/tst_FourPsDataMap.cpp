@@ -70,9 +70,7 @@ private Q_SLOTS:
     void rowWithoutDataIsWhite();
     void mapWithoutSizeIsWhite_data();
     void mapWithoutSizeIsWhite();
-    void rowThatIsNotLoadedIsWhiteWhateverItHolds();
     void firstRowIsShownAtFirst();
-    void noRowCheckedShowsTheFirst();
 
     void countsShowAsLogarithm();
     void pixelOutsideTheRowsShowsAsMinusOne();
@@ -95,12 +93,7 @@ private Q_SLOTS:
     void loadedFileShowsInThePoppedOutWindow();
 
     void moveShowsPlaceAndValueOfEachPixel();
-    void placeOutsideTheMapReadsMinusOne_data();
-    void placeOutsideTheMapReadsMinusOne();
-    void pixelOutsideTheRowsReadsMinusOne();
-    void readOutTakesTheChosenRow();
     void valueShowsSixDigitsFromItsStart();
-    void valueIsLeftAloneWithoutData();
     void moveLeavesTheReadOutOfTheOtherWindow();
 
 private:
@@ -155,26 +148,10 @@ void tst_FourPsDataMap::mapWithoutSizeIsWhite()
     QCOMPARE(barLimits(window()), QList<double>({0.0, 1.0}));
 }
 
-void tst_FourPsDataMap::rowThatIsNotLoadedIsWhiteWhateverItHolds()
-{
-    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
-    m_panel->EPoints.at(0)->loaded = false;
-    QVERIFY(isBlank(picture(window())));
-    QVERIFY(!surface()->hasScale);
-}
-
 void tst_FourPsDataMap::firstRowIsShownAtFirst()
 {
     setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
     setMuts(*m_panel, 1, 2, 1, {5.0, 4.0});
-    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
-}
-
-void tst_FourPsDataMap::noRowCheckedShowsTheFirst()
-{
-    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
-    m_panel->EPoints.at(0)->ShowMapB->group()->setExclusive(false);
-    m_panel->EPoints.at(0)->ShowMapB->setChecked(false);
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
 }
 
@@ -380,63 +357,12 @@ void tst_FourPsDataMap::moveShowsPlaceAndValueOfEachPixel()
     }
 }
 
-void tst_FourPsDataMap::placeOutsideTheMapReadsMinusOne_data()
-{
-    QTest::addColumn<double>("x");
-    QTest::addColumn<double>("y");
-    QTest::newRow("left") << -0.5 << 0.5;
-    QTest::newRow("above") << 0.5 << 2.5;
-    QTest::newRow("no number") << 0.5 << notANumber;
-    QTest::newRow("infinity") << infinity << 0.5;
-}
-
-void tst_FourPsDataMap::placeOutsideTheMapReadsMinusOne()
-{
-    QFETCH(double, x);
-    QFETCH(double, y);
-    setMuts(*m_panel, 0, 3, 2, {1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0, 8.0, 9.0});
-    window()->Val->setText("old");
-    m_panel->receiveNowPosInDMap(x, y);
-    QCOMPARE(window()->Val->text(), "-1");
-}
-
-void tst_FourPsDataMap::pixelOutsideTheRowsReadsMinusOne()
-{
-    setMuts(*m_panel, 0, 2, 2, {1.0, 2.0, 3.0});
-    m_panel->receiveNowPosInDMap(0.5, 1.5);
-    QCOMPARE(window()->Val->text(), "3");
-    m_panel->receiveNowPosInDMap(1.5, 1.5);
-    QCOMPARE(window()->Val->text(), "-1");
-}
-
-void tst_FourPsDataMap::readOutTakesTheChosenRow()
-{
-    setMuts(*m_panel, 0, 1, 1, {1.0});
-    setMuts(*m_panel, 4, 1, 1, {5.0});
-    m_panel->receiveNowPosInDMap(0.5, 0.5);
-    QCOMPARE(window()->Val->text(), "1");
-    m_panel->EPoints.at(4)->ShowMapB->click();
-    QCOMPARE(window()->Val->text(), QString()); // until the mouse moves
-    m_panel->receiveNowPosInDMap(0.5, 0.5);
-    QCOMPARE(window()->Val->text(), "5");
-}
-
 void tst_FourPsDataMap::valueShowsSixDigitsFromItsStart()
 {
     setMuts(*m_panel, 0, 1, 1, {-1.0 / 3.0});
     m_panel->receiveNowPosInDMap(0.5, 0.5);
     QCOMPARE(window()->Val->text(), "-0.333333");
     QCOMPARE(window()->Val->cursorPosition(), 0);
-}
-
-void tst_FourPsDataMap::valueIsLeftAloneWithoutData()
-{
-    setMuts(*m_panel, 1, 1, 1, {5.0});
-    picture(window());
-    window()->Val->setText("old");
-    tests::move(surface(), {60.0, 70.0});
-    QCOMPARE(window()->Val->text(), "old");
-    QCOMPARE(window()->XPos->text(), sixDigits(60.0 / surface()->width()));
 }
 
 void tst_FourPsDataMap::moveLeavesTheReadOutOfTheOtherWindow()

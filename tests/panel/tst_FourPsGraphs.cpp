@@ -95,9 +95,6 @@ private Q_SLOTS:
     void buttonOpensTheGraphWindow();
     void closingTheGraphWindowHidesIt();
 
-    void oneSetOfThreeEdgeLinesServesThreePlots();
-    void setOfTheAllSpectraPlotHasTheEnergiesToo();
-
     void dragOfTheEdgeWritesItsField_data();
     void dragOfTheEdgeWritesItsField();
     void dragOfALimitWritesItsOffset_data();
@@ -283,54 +280,6 @@ void tst_FourPsGraphs::closingTheGraphWindowHidesIt()
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
     // The zoom is still there.
     QVERIFY(showsEdgeAt(plot(Displays::DRef1), 8350.0, 8200.0, 8400.0));
-}
-
-void tst_FourPsGraphs::oneSetOfThreeEdgeLinesServesThreePlots()
-{
-    const MarkLines* set = plot(Displays::DRef1)->DispA->markLines;
-    QVERIFY(set);
-    QCOMPARE(plot(Displays::DRef2)->DispA->markLines, set);
-    QCOMPARE(plot(Displays::DTarget)->DispA->markLines, set);
-    for (const auto id : {Displays::DRef3, Displays::DRef4, Displays::DLCFvs4PS, Displays::DHistA,
-                          Displays::DHistDMut, Displays::DDMutVsA, Displays::DM2M3}) {
-        QVERIFY(!plot(id)->DispA->markLines);
-    }
-    const QList<QLineEdit*> edits{m_panel->ui.EdgeE, m_panel->ui.PreEEndDE,
-                                  m_panel->ui.PostEStartDE};
-    QCOMPARE(set->lines.size(), 3);
-    for (int i = 0; i < 3; ++i) {
-        const MarkLine* line = set->lines.at(i);
-        QCOMPARE(line->edit, edits.at(i));
-        QCOMPARE(line->index, i);
-        QCOMPARE(line->direction, 0);
-        QCOMPARE(line->relative, i > 0);
-        QCOMPARE(line->baseIndex, i > 0 ? 0 : -1);
-    }
-    QCOMPARE(set->value(0), 8350.0);
-    QCOMPARE(set->value(1), 8300.0);
-    QCOMPARE(set->value(2), 8450.0);
-}
-
-void tst_FourPsGraphs::setOfTheAllSpectraPlotHasTheEnergiesToo()
-{
-    const MarkLines* set = plot(Displays::DMuts)->DispA->markLines;
-    QVERIFY(set);
-    QVERIFY(set != plot(Displays::DRef1)->DispA->markLines);
-    QList<QLineEdit*> edits{m_panel->ui.EdgeE, m_panel->ui.PreEEndDE, m_panel->ui.PostEStartDE};
-    for (const AEPoint* row : std::as_const(m_panel->EPoints)) {
-        edits.append(row->Energy);
-    }
-    QCOMPARE(set->lines.size(), 11);
-    for (int i = 0; i < 11; ++i) {
-        const MarkLine* line = set->lines.at(i);
-        QCOMPARE(line->edit, edits.at(i));
-        QCOMPARE(line->index, i);
-        QCOMPARE(line->direction, 0);
-        QCOMPARE(line->relative, i == 1 || i == 2);
-        QCOMPARE(line->baseIndex, line->relative ? 0 : -1);
-    }
-    QCOMPARE(set->value(2), 8450.0);
-    QCOMPARE(set->value(3), 8313.0);
 }
 
 void tst_FourPsGraphs::dragOfTheEdgeWritesItsField_data()

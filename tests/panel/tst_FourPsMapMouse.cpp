@@ -52,22 +52,13 @@ private Q_SLOTS:
     void everyDoubleClickShowsTheWholeMapAgain_data();
     void everyDoubleClickShowsTheWholeMapAgain();
     void doubleClickRepaintsThePanel();
-    void doubleClickWithoutResultDoesNothing_data();
-    void doubleClickWithoutResultDoesNothing();
     void doubleClickInThePoppedOutWindowCounts();
     void singleClickLeavesViewAndLimits();
 
     void moveShowsPlaceAndValueOfEachPixel();
-    void moveShowsTheChosenQuantity();
     void valueOfAnotherQuantityOrResultIsNotKept();
-    void placeOutsideTheMapReadsZero_data();
-    void placeOutsideTheMapReadsZero();
-    void placeOnTheEdgeOfAPixelBelongsToTheNext_data();
-    void placeOnTheEdgeOfAPixelBelongsToTheNext();
-    void pixelOutsideTheRecordsReadsZero();
     void valueShowsSixDigitsFromItsStart();
     void valueWithoutNumberIsShownAsSuch();
-    void valueIsLeftAloneBeforeResults();
     void moveInTheZoomedViewReadsItsPixel();
     void moveInThePoppedOutWindowReads();
     void dragReadsAsWell();
@@ -275,26 +266,6 @@ void tst_FourPsMapMouse::doubleClickRepaintsThePanel()
     m_panel->hide();
 }
 
-void tst_FourPsMapMouse::doubleClickWithoutResultDoesNothing_data()
-{
-    using Keys = Qt::KeyboardModifiers;
-    QTest::addColumn<Keys>("keys");
-    QTest::newRow("no key") << Keys(Qt::NoModifier);
-    QTest::newRow("Shift") << Keys(Qt::ShiftModifier);
-    QTest::newRow("Control") << Keys(Qt::ControlModifier);
-}
-
-void tst_FourPsMapMouse::doubleClickWithoutResultDoesNothing()
-{
-    QFETCH(Qt::KeyboardModifiers, keys);
-    window()->setZRange(2.0, 3.0);
-    clickTwice(surface(), Qt::LeftButton, keys);
-    QTest::qWait(20);
-    QCOMPARE(limitTexts(window()), QStringList({"2", "3"}));
-    QCOMPARE(barLimits(window()), QList<double>({2.0, 3.0}));
-    QVERIFY(isBlank(picture(window())));
-}
-
 void tst_FourPsMapMouse::doubleClickInThePoppedOutWindowCounts()
 {
     setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
@@ -333,20 +304,6 @@ void tst_FourPsMapMouse::moveShowsPlaceAndValueOfEachPixel()
     }
 }
 
-void tst_FourPsMapMouse::moveShowsTheChosenQuantity()
-{
-    QList<double> values;
-    for (int quantity = 0; quantity < 13; ++quantity) {
-        values.append(10.5 + quantity);
-    }
-    setResult(*m_panel, 1, 1, {values});
-    for (int quantity = 0; quantity < 13; ++quantity) {
-        mapRadio(*m_panel, quantity)->setChecked(true);
-        m_panel->receiveNowPosInMap(0.5, 0.5);
-        QCOMPARE(window()->Val->text(), sixDigits(10.5 + quantity));
-    }
-}
-
 void tst_FourPsMapMouse::valueOfAnotherQuantityOrResultIsNotKept()
 {
     prepareThreePointMaps(*m_panel);
@@ -359,57 +316,6 @@ void tst_FourPsMapMouse::valueOfAnotherQuantityOrResultIsNotKept()
     m_panel->calcMap();
     QCOMPARE(m_panel->MapDisp->Val->text(), QString());
     m_panel->ui.MapValence->click();
-}
-
-void tst_FourPsMapMouse::placeOutsideTheMapReadsZero_data()
-{
-    QTest::addColumn<double>("x");
-    QTest::addColumn<double>("y");
-    QTest::newRow("left") << -0.5 << 0.5;
-    QTest::newRow("above") << 0.5 << 2.5;
-    QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << 0.5;
-    QTest::newRow("infinity") << 0.5 << std::numeric_limits<double>::infinity();
-}
-
-void tst_FourPsMapMouse::placeOutsideTheMapReadsZero()
-{
-    QFETCH(double, x);
-    QFETCH(double, y);
-    setQuantity(*m_panel, ratio1, 3, 2, {0.125, 0.25, 0.375, 0.5, 0.625, 0.75});
-    window()->Val->setText("old");
-    m_panel->receiveNowPosInMap(x, y);
-    QCOMPARE(window()->Val->text(), "0");
-}
-
-void tst_FourPsMapMouse::placeOnTheEdgeOfAPixelBelongsToTheNext_data()
-{
-    QTest::addColumn<double>("x");
-    QTest::addColumn<double>("y");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("origin") << 0.0 << 0.0 << "0.125";
-    QTest::newRow("second column") << 1.0 << 0.0 << "0.25";
-    QTest::newRow("just before it") << 0.999999 << 0.0 << "0.125";
-    QTest::newRow("second line") << 0.0 << 1.0 << "0.5";
-    QTest::newRow("just before it too") << 0.0 << 0.999999 << "0.125";
-    QTest::newRow("last corner") << 2.999999 << 1.999999 << "0.75";
-}
-
-void tst_FourPsMapMouse::placeOnTheEdgeOfAPixelBelongsToTheNext()
-{
-    QFETCH(double, x);
-    QFETCH(double, y);
-    setQuantity(*m_panel, ratio1, 3, 2, {0.125, 0.25, 0.375, 0.5, 0.625, 0.75});
-    m_panel->receiveNowPosInMap(x, y);
-    QTEST(window()->Val->text(), "text");
-}
-
-void tst_FourPsMapMouse::pixelOutsideTheRecordsReadsZero()
-{
-    setQuantity(*m_panel, ratio1, 2, 2, {0.125, 0.25, 0.375});
-    m_panel->receiveNowPosInMap(0.5, 1.5);
-    QCOMPARE(window()->Val->text(), "0.375");
-    m_panel->receiveNowPosInMap(1.5, 1.5);
-    QCOMPARE(window()->Val->text(), "0");
 }
 
 void tst_FourPsMapMouse::valueShowsSixDigitsFromItsStart()
@@ -431,16 +337,6 @@ void tst_FourPsMapMouse::valueWithoutNumberIsShownAsSuch()
     QCOMPARE(window()->Val->text(), "nan");
     m_panel->receiveNowPosInMap(1.5, 0.5);
     QCOMPARE(window()->Val->text(), "-inf");
-}
-
-void tst_FourPsMapMouse::valueIsLeftAloneBeforeResults()
-{
-    picture(window());
-    window()->Val->setText("old");
-    const double width = surface()->width();
-    tests::move(surface(), {60.0, 70.0});
-    QCOMPARE(window()->Val->text(), "old");
-    QCOMPARE(window()->XPos->text(), sixDigits(60.0 / width));
 }
 
 void tst_FourPsMapMouse::moveInTheZoomedViewReadsItsPixel()

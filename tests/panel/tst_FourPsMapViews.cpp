@@ -70,13 +70,10 @@ private Q_SLOTS:
     void pixelOutsideTheRecordsCountsAsZero();
     void recordWithTooFewValuesCountsAsZero();
     void surplusRecordsAreNotShown();
-    void noQuantityCheckedShowsTheFirst();
 
     void presetLimitsByQuantity_data();
     void presetLimitsByQuantity();
     void presetNeedsNoResult();
-    void presetOfBackgroundSlopesLeavesTheLimits_data();
-    void presetOfBackgroundSlopesLeavesTheLimits();
     void presetShowsSixDigitsFromTheirStart();
     void valencePresetStartsFromTenAndZero_data();
     void valencePresetStartsFromTenAndZero();
@@ -281,15 +278,6 @@ void tst_FourPsMapViews::surplusRecordsAreNotShown()
     QCOMPARE(limitTexts(window()), QStringList({"1", "3"}));
 }
 
-void tst_FourPsMapViews::noQuantityCheckedShowsTheFirst()
-{
-    setResult(*m_panel, 3, 2, ownValues(6));
-    QButtonGroup* group = m_panel->ui.MapValence->group();
-    group->setExclusive(false);
-    m_panel->ui.MapValence->setChecked(false);
-    QCOMPARE(picture(window()), plainPicture(window(), {3, 2, shown(Ratio1, 6), -0.1, 1.1}));
-}
-
 void tst_FourPsMapViews::presetLimitsByQuantity_data()
 {
     QTest::addColumn<int>("quantity");
@@ -333,23 +321,6 @@ void tst_FourPsMapViews::presetNeedsNoResult()
     QCOMPARE(limitTexts(window()), QStringList({"-0.1", "1.1"}));
     QVERIFY(isBlank(picture(window())));
     QVERIFY(!window()->DispA->hasScale);
-}
-
-void tst_FourPsMapViews::presetOfBackgroundSlopesLeavesTheLimits_data()
-{
-    QTest::addColumn<int>("quantity");
-    QTest::newRow("c1") << int(C1);
-    QTest::newRow("c2") << int(C2);
-}
-
-void tst_FourPsMapViews::presetOfBackgroundSlopesLeavesTheLimits()
-{
-    QFETCH(int, quantity);
-    setQuantity(*m_panel, quantity, 2, 1, {1.0, 2.0});
-    window()->setZRange(40.0, 50.0);
-    QVERIFY(!m_panel->SetMapScale());
-    QCOMPARE(barLimits(window()), QList<double>({40.0, 50.0}));
-    QCOMPARE(limitTexts(window()), QStringList({"40", "50"}));
 }
 
 void tst_FourPsMapViews::presetShowsSixDigitsFromTheirStart()
@@ -432,7 +403,9 @@ void tst_FourPsMapViews::jumpsAreSummedOverTheFirstCheckedReferences()
 
 void tst_FourPsMapViews::slopesAreScanned_data()
 {
-    presetOfBackgroundSlopesLeavesTheLimits_data();
+    QTest::addColumn<int>("quantity");
+    QTest::newRow("c1") << int(C1);
+    QTest::newRow("c2") << int(C2);
 }
 
 void tst_FourPsMapViews::slopesAreScanned()

@@ -91,7 +91,6 @@ private Q_SLOTS:
     void setEdgeRefitsBeforeAnyReflex();
     void setEdgeRefreshesValidReferencesOnly();
     void edgeLeavesTheTargetColumn();
-    void leavingAnEdgeFieldSetsTheEdge();
 
     void newEnergyRefreshesItsRowOnly();
     void newEnergyStartsNoCalculation();
@@ -132,8 +131,6 @@ private Q_SLOTS:
     void histogramRangesCountTheUsedJumps();
     void mapFilesEnergyLineReachesThePanel();
     void reflexSetsTheHistogramLimitsFirst();
-    void directoriesOfTheMultiRowsReachTheOthers();
-    void panelWorksWithAConnectionMissing();
 
 private:
     Files m_files;
@@ -340,17 +337,6 @@ void tst_FourPsReflexes::edgeLeavesTheTargetColumn()
     panel.EPoints.at(1)->MutT->setText("typed");
     enter(panel.ui.EdgeE, "8341");
     QCOMPARE(panel.EPoints.at(1)->MutT->text(), "typed");
-}
-
-void tst_FourPsReflexes::leavingAnEdgeFieldSetsTheEdge()
-{
-    FourPs& panel = *m_panel;
-    enter(panel.ui.EdgeE, "8000");
-    enter(panel.ui.PreEEndDE, "-10");
-    enter(panel.ui.PostEStartDE, "words"); // reads as 0
-    QCOMPARE(panel.ui.TargetFile->edgeEnergy, 8000.0);
-    QCOMPARE(panel.ui.TargetFile->preEdgeEnd, 7990.0);
-    QCOMPARE(panel.ui.TargetFile->postEdgeStart, 8000.0);
 }
 
 void tst_FourPsReflexes::newEnergyRefreshesItsRowOnly()
@@ -757,30 +743,6 @@ void tst_FourPsReflexes::reflexSetsTheHistogramLimitsFirst()
     QCOMPARE(panel.ui.HgATo->text(), "5.5");
     QCOMPARE(panel.HistV->step, 4.0);
     QCOMPARE(panel.HistV->minV, -0.5);
-}
-
-void tst_FourPsReflexes::directoriesOfTheMultiRowsReachTheOthers()
-{
-    FourPs& panel = *m_panel;
-    Q_EMIT panel.ui.DispFSelect->newDir("/one");
-    QCOMPARE(panel.XafsFiles.at(0)->dir, "/one");
-    QCOMPARE(panel.MultiFiles->dir, "/one");
-    Q_EMIT panel.MultiFiles->newDir("/two");
-    QCOMPARE(panel.ui.DispFSelect->dir, "/two");
-    QCOMPARE(panel.EPoints.at(7)->FileSelect->dir, "/two");
-    Q_EMIT panel.ui.SaveFSelect->newDir("/three"); // goes nowhere
-    QCOMPARE(panel.XafsFiles.at(0)->dir, "/two");
-}
-
-void tst_FourPsReflexes::panelWorksWithAConnectionMissing()
-{
-    FourPs panel; // its own, for the connection does not come back
-    prepareThreePoints(panel);
-    QVERIFY(disconnect(panel.ui.CalcMapB, nullptr, &panel, nullptr));
-    panel.ui.CalcMapB->click();
-    QVERIFY(messages(panel).isEmpty());
-    panel.ui.CalcTargetB->click();
-    QCOMPARE(messages(panel), QStringList{"3ps: a = 0.5, Valence = 2.5"});
 }
 
 QTEST_MAIN(tst_FourPsReflexes)
