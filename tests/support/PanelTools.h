@@ -121,7 +121,7 @@ inline void chooseFourPoints(FourPs& panel)
 }
 
 /// Three points that give a = 1/2 and, on maps, thickness 1: the references
-/// stand at valence 2 and 3, rows 1 and 2 and the V row 3 are in use.
+/// have the valences 2 and 3, rows 1 and 2 and the V row 3 are in use.
 inline void prepareThreePoints(FourPs& panel)
 {
     chooseFourPoints(panel);
