@@ -3,7 +3,7 @@
 # the folder are read, also those that are no target's.
 function(aelk_check_includes target)
   get_target_property(tree ${target} SOURCE_DIR)
-  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${tree}/*.h ${tree}/*.cpp ${tree}/*.ui)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${tree}/*)
   set(check ${PROJECT_SOURCE_DIR}/cmake/CheckIncludes.cmake)
   set(stamp ${CMAKE_CURRENT_BINARY_DIR}/includes.stamp)
   add_custom_command(OUTPUT ${stamp}

@@ -78,6 +78,7 @@ void FourPs::targetNEQ(bool victoreen, const CalculationState& state)
         display::showNumber(row->RatioDisp, part.share);
         display::showNumber(row->AmountDisp, part.dMut);
     }
+    // The message comes first here, unlike in showTargetResult().
     const QString text = panel::Wording::of(result);
     message(text);
     ui.CalcRes->setText(text);

@@ -14,7 +14,7 @@ struct CalculationState;
 struct PointState;
 
 /// The energies (eV) that the marked energy-point rows span, and their number;
-/// 1e300 to -1e300 without any.
+/// noLimits without any.
 struct FitRange {
     Limits energies = noLimits;
     int rows = 0;

@@ -118,12 +118,12 @@ std::optional<Limits> mapLimits(int kind, const ReferenceSet& references)
         return Limits{-total / 10, total * 1.1};
     }
     if (kind == neq::valence) {
-        return valenceHistogramLimits(references);
+        return valenceLimits(references);
     }
     return std::nullopt;
 }
 
-Limits valenceHistogramLimits(const ReferenceSet& references)
+Limits valenceLimits(const ReferenceSet& references)
 {
     const Limits valences = references.valenceRange();
     return {valences.low - 0.5, valences.high + 0.5};

@@ -83,8 +83,9 @@ private:
 /// range they have, and for any other number.
 std::optional<Limits> mapLimits(int kind, const ReferenceSet& references);
 
-/// Automatic limits of the valence histogram: half a unit around the references.
-Limits valenceHistogramLimits(const ReferenceSet& references);
+/// Limits of the valence, on maps and as automatic ones of its histogram: half a unit around the
+/// references.
+Limits valenceLimits(const ReferenceSet& references);
 
 /// Automatic limits of the thickness histogram: -0.5 to the total jump + 0.5.
 Limits jumpHistogramLimits(const ReferenceSet& references);

@@ -146,7 +146,7 @@ void AnalysisGraphs::drawHistograms(const Plot& plot, const GraphData::Histogram
     const analysis::ReferenceSet references = m_inputs.references();
     const QList<Histgram*>& single = histograms.ofReferences;
     for (int k = 0; k < single.size() && references.used(k); ++k) {
-        if (references.used(k)->valid && (m_inputs.*choice.isShown)(k)) {
+        if (references.used(k)->valid && (m_inputs.*choice.isShown)(references, k)) {
             graph.references.append({*single.at(k), colorOf(colors, references.usedRow(k))});
         }
     }

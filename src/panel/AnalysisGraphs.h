@@ -15,6 +15,11 @@ class CColors;
 class Histgram;
 class QAbstractButton;
 
+namespace analysis
+{
+class ReferenceSet;
+}
+
 namespace panel
 {
 
@@ -46,7 +51,8 @@ class AnalysisGraphs
     Q_DECLARE_TR_FUNCTIONS(FourPs) // the titles belong to the panel's texts
 
 public:
-    /// @param widgets  must outlive this; complete at the first paint
+    /// @param widgets  complete at the first paint
+    /// Both must outlive this.
     AnalysisGraphs(const Widgets& widgets, const InputReader& inputs);
 
     /// Draws graph @p id (DMuts to DM2M3) in @p frame; nothing for any other one, which
@@ -74,7 +80,7 @@ private:
     struct HistogramChoice {
         QString xTitle;
         const QAbstractButton* mainBox;
-        bool (InputReader::*isShown)(int n) const;
+        bool (InputReader::*isShown)(const analysis::ReferenceSet& references, int n) const;
     };
 
     void drawSpectra(const Plot& plot, const GraphData& data) const;

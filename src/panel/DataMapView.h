@@ -15,7 +15,7 @@ struct Widgets;
 class DataMapView
 {
 public:
-    /// @param widgets  complete at the first call
+    /// @param widgets  complete at the first call, with one energy row or more
     /// Both must outlive this.
     DataMapView(const Widgets& widgets, const InputReader& inputs);
 

@@ -1,5 +1,6 @@
 #include "panel/EnergyGrid.h"
 
+#include "analysis/NeqPlaces.h"
 #include "rows/AEPoint.h"
 
 #include <QGridLayout>
@@ -23,7 +24,7 @@ enum Column {
     FitColumn,
     EnergyColumn,
     FirstMutColumn,
-    TargetColumn = FirstMutColumn + 4,
+    TargetColumn = FirstMutColumn + analysis::neq::references,
     MapFileColumn,
     ShowMapColumn
 };

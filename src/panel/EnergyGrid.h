@@ -23,6 +23,7 @@ public:
     /// @param grid  empty; must outlive this
     explicit EnergyGrid(QGridLayout* grid);
 
+    /// Places the two lines of headings.
     void placeHeadings();
 
     /// Places a row's widgets in the line of row @p index, from 0.

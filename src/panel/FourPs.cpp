@@ -1,6 +1,9 @@
 #include "panel/FourPs.h"
 
 #include "analysis/CalculationMessage.h"
+#include "analysis/NeqPlaces.h"
+#include "analysis/ReferenceSet.h"
+#include "display/DispMBase.h"
 #include "display/FittedEdit.h"
 #include "display/Histgram.h"
 #include "display/LineEditText.h"
@@ -10,7 +13,10 @@
 #include "panel/Repaints.h"
 #include "panel/Wiring.h"
 #include "panel/Wording.h"
+#include "rows/AEPoint.h"
+#include "rows/ARefFile.h"
 
+#include <QButtonGroup>
 #include <QDir>
 
 #include <array>
@@ -18,7 +24,7 @@
 namespace
 {
 
-constexpr int referenceCount = 4;
+constexpr int referenceCount = analysis::neq::references;
 constexpr int energyRowCount = 8;
 
 void makeReferenceRows(FourPs& panel)
@@ -229,12 +235,12 @@ int FourPs::CheckedMapRow() const
 
 bool FourPs::ratioChecked(int n) const
 {
-    return m_inputs.isRatioShown(n);
+    return m_inputs.isRatioShown(m_inputs.references(), n);
 }
 
 bool FourPs::dMutChecked(int n) const
 {
-    return m_inputs.isDMutShown(n);
+    return m_inputs.isDMutShown(m_inputs.references(), n);
 }
 
 Histgram* FourPs::currentRatioHist() const

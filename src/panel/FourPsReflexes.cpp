@@ -257,7 +257,7 @@ void FourPs::SetHistogramRanges()
         display::showNumber(to, limits.high);
     };
     if (ui.HgAAuto->isChecked()) {
-        show(ui.HgAFrom, ui.HgATo, analysis::valenceHistogramLimits(refs));
+        show(ui.HgAFrom, ui.HgATo, analysis::valenceLimits(refs));
     }
     if (ui.HgTAuto->isChecked()) {
         show(ui.HgTFrom, ui.HgTTo, analysis::jumpHistogramLimits(refs));

@@ -167,14 +167,14 @@ std::array<bool, analysis::columnCount> InputReader::wantedColumns() const
     return wanted;
 }
 
-bool InputReader::isRatioShown(int n) const
+bool InputReader::isRatioShown(const analysis::ReferenceSet& references, int n) const
 {
-    return isBoxOfUsedChecked(ratioBoxes(*m_widgets.form), references(), n);
+    return isBoxOfUsedChecked(ratioBoxes(*m_widgets.form), references, n);
 }
 
-bool InputReader::isDMutShown(int n) const
+bool InputReader::isDMutShown(const analysis::ReferenceSet& references, int n) const
 {
-    return isBoxOfUsedChecked(dMutBoxes(*m_widgets.form), references(), n);
+    return isBoxOfUsedChecked(dMutBoxes(*m_widgets.form), references, n);
 }
 
 int InputReader::shownRatioRow() const

@@ -19,9 +19,9 @@ namespace panel
 
 struct Widgets;
 
-/// Reads the input widgets of the panel into plain structs: the only place that
-/// knows which number is in which widget. The widgets are the state, so that nothing
-/// is kept between two calls. A text that is no number reads as 0.
+/// Reads the input widgets of the panel into plain structs, for calculations, graphs and
+/// maps. The widgets are the state, so that nothing is kept between two calls. A text that
+/// is no number reads as 0.
 class InputReader
 {
 public:
@@ -62,8 +62,8 @@ public:
 
     /// Whether the histogram of the @p n-th used reference, from 0, shall be shown: that
     /// of its share, or of its edge jump. False when there is no such reference.
-    bool isRatioShown(int n) const;
-    bool isDMutShown(int n) const;
+    bool isRatioShown(const analysis::ReferenceSet& references, int n) const;
+    bool isDMutShown(const analysis::ReferenceSet& references, int n) const;
 
     /// Reference row whose share histogram is shown, the last one of several; -1
     /// when none is.

@@ -17,8 +17,8 @@ namespace panel
 {
 
 /// What the panel is put together from, for those of its parts that read widgets,
-/// draw into windows or make connections. Nothing here is owned, and all of it
-/// outlives the parts.
+/// draw into windows or make connections. Nothing here is owned, all of it outlives the
+/// parts, and no row comes or goes once the panel is constructed.
 struct Widgets {
     const Ui_FourPs* form = nullptr;
     const RefFiles* references = nullptr; ///< with the four reference rows

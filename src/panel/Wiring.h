@@ -35,6 +35,7 @@ public:
     {
     }
 
+    /// Connects the two sets of marker lines.
     void connectMarks(const EdgeMarks& marks) const
     {
         connect(marks.singleSpectrum, &MarkLines::moving, m_widgets.graphs, &Displays::update);
@@ -45,6 +46,7 @@ public:
         }
     }
 
+    /// Connects all other widgets.
     void connectAll() const
     {
         connectReferences();

@@ -263,8 +263,8 @@ void tst_ReferenceSet::valenceMapWithoutReferenceScalesFromNineAndAHalfToAHalf()
 void tst_ReferenceSet::histogramLimitsFollowTheReferences()
 {
     const ReferenceSet refs({reference(true, true, 2, 1), reference(true, true, 3, 2)});
-    QCOMPARE(analysis::valenceHistogramLimits(refs).low, 1.5);
-    QCOMPARE(analysis::valenceHistogramLimits(refs).high, 3.5);
+    QCOMPARE(analysis::valenceLimits(refs).low, 1.5);
+    QCOMPARE(analysis::valenceLimits(refs).high, 3.5);
     QCOMPARE(analysis::jumpHistogramLimits(refs).low, -0.5);
     QCOMPARE(analysis::jumpHistogramLimits(refs).high, 3.5);
 }

@@ -251,13 +251,14 @@ void tst_InputReader::histogramsGoByTheUsedReferences()
     loose.form.HgRatio2->setChecked(true);
     loose.form.HgdMut3->setChecked(true);
     const panel::InputReader reader(loose.list);
-    QVERIFY(reader.isRatioShown(0));
-    QVERIFY(!reader.isRatioShown(1));
-    QVERIFY(!reader.isDMutShown(0));
-    QVERIFY(reader.isDMutShown(1));
+    const analysis::ReferenceSet references = reader.references();
+    QVERIFY(reader.isRatioShown(references, 0));
+    QVERIFY(!reader.isRatioShown(references, 1));
+    QVERIFY(!reader.isDMutShown(references, 0));
+    QVERIFY(reader.isDMutShown(references, 1));
     for (const int missing : {-1, 2, 3, 4}) {
-        QVERIFY(!reader.isRatioShown(missing));
-        QVERIFY(!reader.isDMutShown(missing));
+        QVERIFY(!reader.isRatioShown(references, missing));
+        QVERIFY(!reader.isDMutShown(references, missing));
     }
 }
 

@@ -139,6 +139,26 @@ a_path_that_is_not_folder_and_name_is_refused)
         refuses display/Graph.cpp
     done
     ;;
+a_path_behind_a_comment_is_seen)
+    file data/Map.h '/* rows */ #include "rows/Row.h"'
+    refuses data/Map.h rows/Row.h
+    file data/Map.h '/* of rows' 'and more */#include "rows/Row.h"'
+    refuses data/Map.h rows/Row.h
+    ;;
+a_path_behind_a_byte_order_mark_is_seen)
+    file data/Map.h $'\xEF\xBB\xBF#include "rows/Row.h"'
+    refuses data/Map.h rows/Row.h
+    file data/Map.h $'// Maps\r\f#include "rows/Row.h"'
+    refuses data/Map.h rows/Row.h
+    ;;
+a_path_in_two_lines_is_seen)
+    file data/Map.h $'#inc\\' 'lude "rows/Row.h"'
+    refuses data/Map.h rows/Row.h
+    ;;
+a_source_of_another_suffix_is_refused)
+    file data/Map.ipp '#include "rows/Row.h"'
+    refuses data/Map.ipp
+    ;;
 a_fault_behind_other_includes_is_found)
     file data/Map.cpp '#include "data/Map.h" // [[nodiscard]; see' '' '#if 1' '#  include "data/A.h"' \
         '#include<vector> // [' $'\t#\tinclude \\' '"rows/AEPoint.h" // ]'

@@ -13,12 +13,6 @@ constexpr qint64 mostComments = 64 * mebibyte; ///< characters, and 64 for each 
 constexpr qint64 mostRows = qint64{1} << 25;
 constexpr qint64 mostPoints = qint64{1} << 22;
 
-#ifdef __OPTIMIZE__
-constexpr bool isOptimised = true;
-#else
-constexpr bool isOptimised = false;
-#endif
-
 const QByteArray zeroByte(1, '\0');
 const QByteArray utf16Mark("\xff\xfe");
 const QByteArray onePixel("# X-NUM 1\n# Y-NUM 1\n1 2 3\n");
@@ -244,9 +238,6 @@ void tst_BigFiles::mapMayHaveManyRows()
 
 void tst_BigFiles::mapOfMoreRowsIsRefusedBeforeTheyAreStored()
 {
-    if (!isFullSize() && !isOptimised) {
-        QSKIP("takes long without optimisation; AELK_FULL_SIZES asks for it");
-    }
     const QTemporaryDir folder;
     const QByteArray head = "# X-NUM 8192\n# Y-NUM 4096\n";
     const QString more = makeFile(folder, head, "1 2 3\n", head.size() + 6 * mostRows + 6);
