@@ -120,16 +120,15 @@ void tst_Wording::numericTroubleIsShown()
     QCOMPARE(Wording::of({Variant::ExactFourPoints, notANumber, notANumber, -infinite, {}}),
              "a = nan, Valence = nan, t/ts = -inf");
     QCOMPARE(Wording::of({Variant::NonEquivalentLinear,
-                              notANumber,
-                              notANumber,
-                              notANumber,
-                              {{0, notANumber, 0}, {1, notANumber, 0}}})
+                          notANumber,
+                          notANumber,
+                          notANumber,
+                          {{0, notANumber, 0}, {1, notANumber, 0}}})
                  .count("nan"),
              4);
-    QCOMPARE(
-        Wording::of(analysis::LinearFit{{notANumber, notANumber}, notANumber, notANumber, {}})
-            .count("nan"),
-        4);
+    QCOMPARE(Wording::of(analysis::LinearFit{{notANumber, notANumber}, notANumber, notANumber, {}})
+                 .count("nan"),
+             4);
 }
 
 void tst_Wording::fileThatCannotBeOpenedIsNamed()
