@@ -9,6 +9,7 @@
 #include "data/ValueBlocks.h"
 
 #include <algorithm>
+#include <span>
 #include <vector>
 
 namespace
@@ -108,16 +109,19 @@ private:
         const int count = m_in.number(1, mostRows);
         const int length = m_in.oneOf(QList<int>{13, 1, 2, 3, 13});
         const auto first = static_cast<std::size_t>(block * mostRows);
-        double* values =
-            m_blocks.share(static_cast<std::size_t>(block), &m_rows[first], count, length);
+        const std::span<A2DRow> rows(&m_rows[first], static_cast<std::size_t>(count));
+        const std::span<double> values =
+            m_blocks.share(static_cast<std::size_t>(block), rows, length);
+        auto value = values.begin();
         for (int r = 0; r < count; ++r) {
             QList<double>& wanted = m_wanted[first + static_cast<std::size_t>(r)];
             wanted.clear();
             for (int i = 0; i < length; ++i) {
-                *values = ++m_next;
-                wanted.append(*values++);
+                *value = ++m_next;
+                wanted.append(*value++);
             }
         }
+        FUZZ_REQUIRE(value == values.end());
     }
 
     void forget()
@@ -219,10 +223,12 @@ void checkAbsorbances(const data::AbsorbanceCache& cache, const std::vector<A2DD
                       const QList<const A2DData*>& ready)
 {
     for (const A2DData& map : maps) {
-        const double* values = cache.of(map);
-        FUZZ_REQUIRE(values != nullptr || map.rows.isEmpty() || !ready.contains(&map));
-        for (qsizetype i = 0; values != nullptr && i < map.rows.size(); ++i) {
-            FUZZ_REQUIRE(tests::sameDouble(values[i], data::absorbance(map.rows.at(i))));
+        const std::span<const double> values = cache.of(map);
+        FUZZ_REQUIRE(!values.empty() || map.rows.isEmpty() || !ready.contains(&map));
+        FUZZ_REQUIRE(values.empty() || values.size() == static_cast<std::size_t>(map.rows.size()));
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            const double expected = data::absorbance(map.rows.at(static_cast<qsizetype>(i)));
+            FUZZ_REQUIRE(tests::sameDouble(values[i], expected));
         }
     }
 }
