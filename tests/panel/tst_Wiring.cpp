@@ -116,12 +116,15 @@ void tst_Wiring::init()
 
 void tst_Wiring::cleanupTestCase()
 {
-    m_panel.reset();
-    m_loose.reset();
+    // In the program they live until the process ends.
     for (MarkLines* set : {m_marks.allSpectra, m_marks.singleSpectrum}) {
         qDeleteAll(set->lines);
-        delete set;
+        set->clear();
     }
+    m_panel.reset();
+    m_loose.reset();
+    delete m_marks.allSpectra;
+    delete m_marks.singleSpectrum;
 }
 
 void tst_Wiring::referencesAreHeard()
