@@ -1,9 +1,8 @@
 // The connections of the panel, with a stand-in for the panel that records its slots.
 
-#include "panel/Repaints.h"
+#include "display/MarkLine.h"
 #include "panel/Wiring.h"
 #include "support/LooseWidgets.h"
-#include "support/SurfacePaints.h"
 
 #include <QTest>
 
