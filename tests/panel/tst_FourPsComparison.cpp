@@ -12,7 +12,6 @@
 #include <QtTest>
 
 #include <limits>
-#include <memory>
 
 using namespace tests;
 
@@ -44,12 +43,9 @@ class tst_FourPsComparison : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanupTestCase();
 
     void withoutPointsThePlotIsBlank();
-    void showsPointsOverGridAndDiagonal_data();
     void showsPointsOverGridAndDiagonal();
     void fitIsOnXAndTargetOnY();
     void pointsTakeTheColorsOfTheirRuns();
@@ -68,7 +64,6 @@ private Q_SLOTS:
     void clickGivesTheNextPointsAnotherColor();
     void releaseOfAnyButtonTakesTheNextColor_data();
     void releaseOfAnyButtonTakesTheNextColor();
-    void nextColorComesRoundAfterTheLast();
     void runOfTheFitShowsItsPointAtOnce();
 
 private:
@@ -78,18 +73,8 @@ private:
     void setValences(const QStringList& valences) const;
     PlainComparison plain(double first = 2.0, double second = 3.0) const;
 
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
 };
-
-void tst_FourPsComparison::initTestCase()
-{
-    m_panel = std::make_unique<FourPs>();
-}
-
-void tst_FourPsComparison::cleanupTestCase()
-{
-    closePanel(m_panel);
-}
 
 /// Ref 1 and Ref 2 are in use at valence 2 and 3.
 void tst_FourPsComparison::init()
@@ -130,19 +115,8 @@ void tst_FourPsComparison::withoutPointsThePlotIsBlank()
     QCOMPARE(frame()->yTitle, QStringLiteral("MPs"));
 }
 
-void tst_FourPsComparison::showsPointsOverGridAndDiagonal_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::newRow("even") << evenSize;
-    QTest::newRow("odd") << QSize(401, 307);
-    QTest::newRow("small") << QSize(123, 91);
-    QTest::newRow("high") << QSize(150, 420);
-}
-
 void tst_FourPsComparison::showsPointsOverGridAndDiagonal()
 {
-    QFETCH(QSize, size);
-    surface()->setFixedSize(size);
     m_panel->LCFvs4PS = {pointAt(2.03, 2.87), pointAt(2.5, 2.35, 2), pointAt(2.77, 2.71)};
     const QImage image = paint();
     QVERIFY(isSamePicture(image, plain().picture()));
@@ -365,20 +339,6 @@ void tst_FourPsComparison::releaseOfAnyButtonTakesTheNextColor()
     QCOMPARE(m_panel->LCFColor, 1);
     // What is there keeps its colour.
     QVERIFY(isSamePicture(paint(), before));
-}
-
-void tst_FourPsComparison::nextColorComesRoundAfterTheLast()
-{
-    const QSize size(200, 150);
-    surface()->setFixedSize(size);
-    for (int i = 1; i <= 45; ++i) {
-        QTest::mouseClick(surface(), Qt::LeftButton, {}, {100, 100});
-        QCOMPARE(m_panel->LCFColor, i % 45);
-    }
-    m_panel->Colors.colors = {blue, red};
-    m_panel->LCFColor = 1;
-    QTest::mouseClick(surface(), Qt::LeftButton, {}, {100, 100});
-    QCOMPARE(m_panel->LCFColor, 0);
 }
 
 // The target is 3/5 of the one and 2/5 of the other reference, between 0 and 1.
