@@ -195,7 +195,6 @@ private Q_SLOTS:
     void failingDeviceIsReported_data();
     void failingDeviceIsReported();
     void hugeSizeEndsAtTheFirstFailure();
-    void fullDiskIsReported();
     void deviceThatIsNotOpenIsReported();
     void fileHoldsAllWhenTheWriterReturns();
 };
@@ -549,15 +548,6 @@ void tst_ResultText::hugeSizeEndsAtTheFirstFailure()
             QCOMPARE(device.refusals, 1);
         }
     }
-}
-
-void tst_ResultText::fullDiskIsReported()
-{
-    QFile full("/dev/full");
-    if (!full.exists() || !full.open(QIODevice::WriteOnly | QIODevice::Text)) {
-        QSKIP("this system has no /dev/full");
-    }
-    QVERIFY(!analysis::writeResultMap(full, A2DData(), {}, {}));
 }
 
 void tst_ResultText::deviceThatIsNotOpenIsReported()
