@@ -57,7 +57,6 @@ private Q_SLOTS:
     void buttonFitsTheTarget();
     void messageIsSentBeforeTheLineIsShown();
     void wordsCountAsZero();
-    void rangeTakesMarkedRowsWhateverTheirUse();
     void curveHasDefaultFieldsAndAPointForEachFittedOne();
     void curveIsReplacedByTheNextRun();
     void rangeWithoutPointsShowsNan();
@@ -121,18 +120,6 @@ void tst_FourPsLcf::wordsCountAsZero()
     panel.lcf();
     QVERIFY(near(panel.LCFvs4PS.at(0).lcfValence, 1));
     QCOMPARE(curveEnergies(panel), (QList<double>{1, 2, 3, 4}));
-}
-
-void tst_FourPsLcf::rangeTakesMarkedRowsWhateverTheirUse()
-{
-    PanelInputs inputs = fitInputs();
-    setRange(inputs, 2, 6);
-    for (const QList<int>& used : {QList<int>{}, QList<int>{6}, QList<int>{6, 7}}) {
-        inputs.useRows(used);
-        enterInputs(panel, inputs);
-        panel.lcf();
-        QCOMPARE(curveEnergies(panel), (QList<double>{2, 3, 4, 5, 6}));
-    }
 }
 
 void tst_FourPsLcf::curveHasDefaultFieldsAndAPointForEachFittedOne()
