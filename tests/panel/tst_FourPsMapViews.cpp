@@ -58,8 +58,6 @@ private Q_SLOTS:
 
     void everyQuantityOfTheNonEquivalentMethodShows_data();
     void everyQuantityOfTheNonEquivalentMethodShows();
-    void everyQuantityOfTheFourPointsFamilyShows_data();
-    void everyQuantityOfTheFourPointsFamilyShows();
     void valenceFollowsTheReferencesOfNow();
     void firstRowLiesAtTheBottomAndFirstColumnAtTheLeft();
     void surplusRecordsAreNotShown();
@@ -147,42 +145,6 @@ QList<double> tst_FourPsMapViews::shown(int quantity, int pixels) const
         values.append(ownValue(pixel, quantity));
     }
     return values;
-}
-
-void tst_FourPsMapViews::everyQuantityOfTheFourPointsFamilyShows_data()
-{
-    using Values = QList<double>;
-    QTest::addColumn<int>("quantity");
-    QTest::addColumn<Values>("values");
-    QTest::addColumn<double>("low");
-    QTest::addColumn<double>("high");
-    const Values none{0, 0, 0, 0};
-    QTest::newRow("share 1") << 0 << Values{0.25, 0.75, 0.5, 1.0} << -0.1 << 1.1;
-    QTest::newRow("share 2") << 1 << Values{0.75, 0.25, 0.5, 0.0} << -0.1 << 1.1;
-    QTest::newRow("share 3") << 2 << none << -0.1 << 1.1;
-    QTest::newRow("share 4") << 3 << none << -0.1 << 1.1;
-    for (int i = 0; i < 4; ++i) {
-        QTest::addRow("dMut %d", i + 1) << 4 + i << none << amountLow << amountHigh;
-    }
-    QTest::newRow("mut0") << 8 << none << amountLow << amountHigh;
-    QTest::newRow("c1") << 9 << none << 0.0 << 0.0;
-    QTest::newRow("c2") << 10 << none << 0.0 << 0.0;
-    // 2 a + 3 (1 - a)
-    QTest::newRow("valence") << 11 << Values{2.75, 2.25, 2.5, 2.0} << 1.5 << 3.5;
-    QTest::newRow("amount") << 12 << Values{1.0, 2.0, -0.5, 8.0} << amountLow << amountHigh;
-}
-
-void tst_FourPsMapViews::everyQuantityOfTheFourPointsFamilyShows()
-{
-    QFETCH(int, quantity);
-    QFETCH(QList<double>, values);
-    QFETCH(double, low);
-    QFETCH(double, high);
-    setFractions(*m_panel, 2, 2, {{0.25, 1.0}, {0.75, 2.0}, {0.5, -0.5}, {1.0, 8.0}});
-    mapRadio(*m_panel, quantity)->setChecked(true);
-    const QImage image = picture(window());
-    QCOMPARE(barLimits(window()), QList<double>({low, high}));
-    QCOMPARE(image, plainPicture(window(), {2, 2, values, low, high}));
 }
 
 void tst_FourPsMapViews::valenceFollowsTheReferencesOfNow()
