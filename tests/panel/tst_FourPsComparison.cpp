@@ -53,9 +53,6 @@ private Q_SLOTS:
     void pointsWithoutAPlaceAreLeftOut_data();
     void pointsWithoutAPlaceAreLeftOut();
 
-    void rangeGoesByTheFirstTwoUsedRows_data();
-    void rangeGoesByTheFirstTwoUsedRows();
-    void rangeDoesNotAskForValidSpectra();
     void valencesBeyondMeasureAreSafe_data();
     void valencesBeyondMeasureAreSafe();
 
@@ -190,56 +187,6 @@ void tst_FourPsComparison::pointsWithoutAPlaceAreLeftOut()
     const QImage image = paint();
     QCOMPARE(countOf(image, image.rect(), red), 0);
     QVERIFY(countOf(image, wanted.place.inside(), blue) >= 12);
-}
-
-void tst_FourPsComparison::rangeGoesByTheFirstTwoUsedRows_data()
-{
-    QTest::addColumn<QList<int>>("used");
-    QTest::addColumn<QStringList>("valences");
-    QTest::addColumn<double>("lower");
-    QTest::addColumn<double>("upper");
-    const QStringList usual{"2", "3", "7.5", "9"};
-    QTest::newRow("first and second") << QList<int>{0, 1} << usual << 2.0 << 3.0;
-    QTest::newRow("first and third") << QList<int>{0, 2} << usual << 2.0 << 7.5;
-    QTest::newRow("third and fourth") << QList<int>{2, 3} << usual << 7.5 << 9.0;
-    QTest::newRow("three") << QList<int>{0, 1, 2} << usual << 2.0 << 3.0;
-    QTest::newRow("all") << QList<int>{0, 1, 2, 3} << usual << 2.0 << 3.0;
-    QTest::newRow("only the first")
-        << QList<int>{0} << QStringList{"-1", "3", "7", "9"} << -1.0 << 0.0;
-    QTest::newRow("only the fourth")
-        << QList<int>{3} << QStringList{"2", "3", "7", "-0.5"} << -0.5 << 0.0;
-    QTest::newRow("none") << QList<int>() << usual << 0.0 << 0.0;
-    QTest::newRow("equal ones") << QList<int>{0, 1} << QStringList{"3", "3", "7", "9"} << 3.0
-                                << 3.0;
-    QTest::newRow("second is no number")
-        << QList<int>{0, 1} << QStringList{"-2", "three", "7", "9"} << -2.0 << 0.0;
-}
-
-void tst_FourPsComparison::rangeGoesByTheFirstTwoUsedRows()
-{
-    QFETCH(QList<int>, used);
-    QFETCH(QStringList, valences);
-    QFETCH(double, lower);
-    QFETCH(double, upper);
-    useReferences(*m_panel, used);
-    setValences(valences);
-    m_panel->LCFvs4PS = {pointAt(0.5 * (lower + upper), lower)};
-    QVERIFY(isSamePicture(paint(), plain(lower, upper).picture()));
-    const ChCoord& cc = surface()->cc;
-    QCOMPARE(cc.realX0, lower - 0.2);
-    QCOMPARE(cc.realY0, lower - 0.2);
-    QCOMPARE(cc.realX1, upper + 0.2);
-    QCOMPARE(cc.realY1, upper + 0.2);
-}
-
-void tst_FourPsComparison::rangeDoesNotAskForValidSpectra()
-{
-    makeReferenceValid(*m_panel, 2);
-    makeReferenceValid(*m_panel, 3);
-    m_panel->LCFvs4PS = {pointAt(2.5, 2.5)};
-    paint();
-    QCOMPARE(surface()->cc.realX0, 1.8);
-    QCOMPARE(surface()->cc.realX1, 3.2);
 }
 
 void tst_FourPsComparison::valencesBeyondMeasureAreSafe_data()
