@@ -59,7 +59,6 @@ private Q_SLOTS:
     void wordsCountAsZero();
     void curveHasDefaultFieldsAndAPointForEachFittedOne();
     void curveIsReplacedByTheNextRun();
-    void rangeWithoutPointsShowsNan();
 
     void eachRunAddsOnePoint();
     void pointHoldsTargetResultAndColour();
@@ -161,19 +160,6 @@ void tst_FourPsLcf::curveIsReplacedByTheNextRun()
     QCOMPARE(curveEnergies(panel), (QList<double>{3, 4}));
     QVERIFY(!panel.LCFMut->valid);
     QCOMPARE(panel.LCFMut->dE, 0.0);
-}
-
-void tst_FourPsLcf::rangeWithoutPointsShowsNan()
-{
-    PanelInputs inputs = fitInputs();
-    setRange(inputs, 100, 200);
-    enterInputs(panel, inputs);
-    panel.lcf();
-    QVERIFY(panel.ui.LCFRes->text().startsWith("Result of LCF :: "));
-    QCOMPARE(panel.ui.LCFRes->text().count("nan"), 4);
-    QVERIFY(panel.LCFMut);
-    QVERIFY(panel.LCFMut->points.isEmpty());
-    QVERIFY(std::isnan(panel.LCFvs4PS.at(0).lcfA));
 }
 
 void tst_FourPsLcf::eachRunAddsOnePoint()
