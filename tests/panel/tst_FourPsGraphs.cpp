@@ -117,7 +117,6 @@ private Q_SLOTS:
     void stepRepaintsTheGraphs();
     void stepRepaintsNothing_data();
     void stepRepaintsNothing();
-    void textInTheEdgeFieldMovesTheLinesOfItsPlotAlone();
     void mapWithoutRowsRepaintsTheGraphs();
     void displayFilesRepaintTheGraphs();
     void chosenDisplayFileRepaintsTheGraphs();
@@ -745,18 +744,6 @@ void tst_FourPsGraphs::stepRepaintsNothing()
     SurfacePaints paints(*m_panel->Disps);
     step(*m_panel);
     QCOMPARE(paints.counts(), inTheGrid(0));
-}
-
-// Before it is left, and so before the spectra take the edge.
-void tst_FourPsGraphs::textInTheEdgeFieldMovesTheLinesOfItsPlotAlone()
-{
-    SurfacePaints paints(*m_panel->Disps);
-    const double edge = m_panel->XafsFiles.at(0)->edgeEnergy;
-    m_panel->ui.EdgeE->setText("8355");
-    QList<int> wanted = inTheGrid(0);
-    wanted[Displays::DMuts] = 1;
-    QCOMPARE(paints.counts(), wanted);
-    QCOMPARE(m_panel->XafsFiles.at(0)->edgeEnergy, edge);
 }
 
 void tst_FourPsGraphs::mapWithoutRowsRepaintsTheGraphs()
