@@ -57,10 +57,8 @@ private Q_SLOTS:
     void buttonFitsTheTarget();
     void messageIsSentBeforeTheLineIsShown();
     void wordsCountAsZero();
-    void rangeTakesMarkedRowsWhateverTheirUse();
     void curveHasDefaultFieldsAndAPointForEachFittedOne();
     void curveIsReplacedByTheNextRun();
-    void rangeWithoutPointsShowsNan();
 
     void eachRunAddsOnePoint();
     void pointHoldsTargetResultAndColour();
@@ -123,18 +121,6 @@ void tst_FourPsLcf::wordsCountAsZero()
     QCOMPARE(curveEnergies(panel), (QList<double>{1, 2, 3, 4}));
 }
 
-void tst_FourPsLcf::rangeTakesMarkedRowsWhateverTheirUse()
-{
-    PanelInputs inputs = fitInputs();
-    setRange(inputs, 2, 6);
-    for (const QList<int>& used : {QList<int>{}, QList<int>{6}, QList<int>{6, 7}}) {
-        inputs.useRows(used);
-        enterInputs(panel, inputs);
-        panel.lcf();
-        QCOMPARE(curveEnergies(panel), (QList<double>{2, 3, 4, 5, 6}));
-    }
-}
-
 void tst_FourPsLcf::curveHasDefaultFieldsAndAPointForEachFittedOne()
 {
     PanelInputs inputs = fitInputs();
@@ -174,19 +160,6 @@ void tst_FourPsLcf::curveIsReplacedByTheNextRun()
     QCOMPARE(curveEnergies(panel), (QList<double>{3, 4}));
     QVERIFY(!panel.LCFMut->valid);
     QCOMPARE(panel.LCFMut->dE, 0.0);
-}
-
-void tst_FourPsLcf::rangeWithoutPointsShowsNan()
-{
-    PanelInputs inputs = fitInputs();
-    setRange(inputs, 100, 200);
-    enterInputs(panel, inputs);
-    panel.lcf();
-    QVERIFY(panel.ui.LCFRes->text().startsWith("Result of LCF :: "));
-    QCOMPARE(panel.ui.LCFRes->text().count("nan"), 4);
-    QVERIFY(panel.LCFMut);
-    QVERIFY(panel.LCFMut->points.isEmpty());
-    QVERIFY(std::isnan(panel.LCFvs4PS.at(0).lcfA));
 }
 
 void tst_FourPsLcf::eachRunAddsOnePoint()

@@ -6,8 +6,6 @@
 
 #include <QTest>
 
-#include <cmath>
-
 using namespace tests;
 using mixes::near;
 
@@ -129,7 +127,6 @@ private Q_SLOTS:
     void fourPointFormsFillResultAndHistograms();
     void nonEquivalentMethodFillsAllValues_data();
     void nonEquivalentMethodFillsAllValues();
-    void referencesAreTakenLessTheChosenLine();
     void rowWithoutMapIsSelectedForTheTargetOnly();
     void mapOfNoLinesYieldsNoRows();
     void secondRunRebuildsTheResult();
@@ -137,7 +134,6 @@ private Q_SLOTS:
     void limitsAreReadAtTheStartOfEachRun();
     void histogramsCountValenceTotalSharesAndAmounts();
     void allHistogramsStartAfresh();
-    void pixelOfZeroesIsKeptAndCountedBelow();
     void histogramsOfReferencesHoldNothing_data();
     void histogramsOfReferencesHoldNothing();
 
@@ -213,17 +209,6 @@ void tst_FourPsMap::nonEquivalentMethodFillsAllValues()
     }
     QVERIFY(panel.ui.CalcRes->text().isEmpty());
     QVERIFY(panel.Refs.RefRows.at(0)->RatioDisp->text().isEmpty());
-}
-
-void tst_FourPsMap::referencesAreTakenLessTheChosenLine()
-{
-    // The constant is higher by the total of 4.
-    PanelInputs inputs = mixedMaps({mixes::quarter});
-    inputs.subPostForRef = true;
-    enterInputs(panel, inputs);
-    panel.calcMap();
-    QVERIFY(near(panel.BaseData.rows.at(0).values.at(8), 5.25));
-    QVERIFY(near(panel.BaseData.rows.at(0).intensity, 0.25));
 }
 
 void tst_FourPsMap::rowWithoutMapIsSelectedForTheTargetOnly()
@@ -322,25 +307,6 @@ void tst_FourPsMap::allHistogramsStartAfresh()
         QCOMPARE(isEmpty(panel.HistRatio.at(i)), i > 1);
         QCOMPARE(isEmpty(panel.HistDMut.at(i)), i > 1);
     }
-}
-
-void tst_FourPsMap::pixelOfZeroesIsKeptAndCountedBelow()
-{
-    enterInputs(panel, mixedMaps({{{0, 0}}, mixes::quarter}));
-    setHistogramLimits(panel);
-    panel.calcMap();
-    QCOMPARE(panel.BaseData.rows.size(), 2);
-    const A2DRow& zeroes = panel.BaseData.rows.at(0);
-    QVERIFY(std::isnan(zeroes.intensity));
-    QVERIFY(std::isnan(zeroes.values.at(11)));
-    QVERIFY(std::isnan(zeroes.values.at(3))); // 0 over a sum of 0
-    QCOMPARE(zeroes.values.at(7), 0.0);
-    QCOMPARE(zeroes.i0, 0.0);
-    QCOMPARE(panel.HistV->under, 1);
-    QCOMPARE(panel.HistRatio.at(0)->under, 1);
-    QCOMPARE(panel.HistDMut.at(1)->under, 1);
-    QCOMPARE(hits(panel.HistT), (QList<int>{0, 4}));
-    QVERIFY(near(mixes::scaledValues(panel.BaseData, 1), mixes::quarterValues));
 }
 
 void tst_FourPsMap::histogramsOfReferencesHoldNothing_data()

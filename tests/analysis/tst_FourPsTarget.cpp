@@ -45,10 +45,8 @@ private Q_SLOTS:
     void mapAndHistogramsStay();
 
     void rowNumbersAreTakenAsDisplayed();
-    void wordsInFieldsCountAsZero();
     void onlyTheLinearRadioIsAsked_data();
     void onlyTheLinearRadioIsAsked();
-    void spectraAreTakenLessTheChosenLines();
 
     void refusalIsSaidAndLeavesEverything_data();
     void refusalIsSaidAndLeavesEverything();
@@ -212,21 +210,6 @@ void tst_FourPsTarget::rowNumbersAreTakenAsDisplayed()
     QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.75, Valence = 2.25");
 }
 
-void tst_FourPsTarget::wordsInFieldsCountAsZero()
-{
-    // T0 = 0 in place of 1: f(T) = 3/5, a = (3/5 - 1/4) * 2 = 0.7; valence 0.3 * 3.
-    enterInputs(panel, threePointInputs());
-    panel.EPoints.at(0)->MutT->setText("words");
-    panel.Refs.RefRows.at(0)->Valence->setText("two");
-    panel.calcTarget();
-    QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.7, Valence = 0.9");
-    enterInputs(panel, mixes::mixedInputs(mixes::quarter).chooseNonEquivalent(false));
-    panel.EPoints.at(0)->Energy->setText("low"); // where the wavelength is infinite
-    panel.calcTarget();
-    QCOMPARE(panel.ui.CalcRes->text().count("nan"), 4);
-    QCOMPARE(panel.ui.TargetDMut->text(), "nan");
-}
-
 void tst_FourPsTarget::onlyTheLinearRadioIsAsked_data()
 {
     QTest::addColumn<bool>("linear");
@@ -251,23 +234,6 @@ void tst_FourPsTarget::onlyTheLinearRadioIsAsked()
     panel.calcMap();
     QCOMPARE(panel.ui.CalcRes->text() == quarterText, linear);
     QCOMPARE(mixes::near(panel.BaseData.rows.at(0).intensity, 0.25), linear);
-}
-
-void tst_FourPsTarget::spectraAreTakenLessTheChosenLines()
-{
-    PanelInputs inputs = mixes::inputsOfLinesApart();
-    enterInputs(panel, inputs);
-    panel.calcTarget();
-    QCOMPARE(panel.ui.TargetDMut->text(), "4"); // 1 and 3
-    inputs.subPostForTarget = true;
-    enterChoices(panel, inputs);
-    panel.calcTarget();
-    QCOMPARE(panel.ui.TargetDMut->text(), "-2"); // 1 and -3
-    inputs.subPostForTarget = false;
-    inputs.subPostForRef = true;
-    enterChoices(panel, inputs);
-    panel.calcTarget();
-    QCOMPARE(panel.ui.TargetDMut->text(), "7"); // 1 and 6
 }
 
 void tst_FourPsTarget::refusalIsSaidAndLeavesEverything_data()

@@ -2,19 +2,17 @@
 
 #include "analysis/HistogramCounts.h"
 #include "data/A2DData.h"
+#include "support/OddMaps.h"
 #include "support/PlainMapForms.h"
 #include "support/ReadyMap.h"
-#include "support/SameDouble.h"
 
 #include <QTest>
 
-#include <array>
 #include <cmath>
 #include <limits>
 #include <random>
 
 using analysis::HistogramCounts;
-using analysis::MapPoint;
 using analysis::MapStack;
 using analysis::ValenceMix;
 using tests::readyMap;
@@ -23,7 +21,6 @@ namespace
 {
 
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double Inf = std::numeric_limits<double>::infinity();
 
 struct Result {
     A2DData map;
@@ -271,27 +268,11 @@ void tst_MapCalculation::productEqualsTheReferenceToTheLastBit_data()
 namespace
 {
 
-const std::array<double, 12> oddValues{0.0,  -0.0,   1.0,   -1.0,   NaN,    Inf,
-                                       -Inf, 5e-324, 1e308, -1e308, 1e-300, 0.1};
-
 A2DData hostileMap(std::mt19937_64& random)
 {
-    std::uniform_real_distribution<double> counts(-10.0, 1e5);
-    const auto pick = [&] {
-        return random() % 5 == 0 ? oddValues[random() % oddValues.size()] : counts(random);
-    };
-    A2DData map;
-    map.xNum = static_cast<int>(random() % 9);
-    map.yNum = static_cast<int>(random() % 7);
-    if (random() % 20 == 0) {
-        map.xNum = -map.xNum;
-    }
-    const auto rows = static_cast<int>(random() % 70);
-    for (int i = 0; i < rows; ++i) {
-        map.rows.append({pick(), pick(), pick(), pick(), {}});
-    }
-    map.headerLines = {QStringLiteral("# %1").arg(rows)};
-    return map;
+    const int width = tests::wholeNumber(random, 0, 8) * (tests::onceIn(random, 20) ? -1 : 1);
+    const int height = tests::wholeNumber(random, 0, 6);
+    return tests::mapOf(tests::Kind::Odd, width, height, tests::wholeNumber(random, 0, 69), random);
 }
 
 QString oddText(std::mt19937_64& random)
@@ -305,24 +286,6 @@ bool sameCounts(const HistogramCounts& counts, const tests::PlainHistogram& plai
 {
     return counts.bins == plain.bins && counts.under == plain.under && counts.over == plain.over &&
            counts.total == plain.total;
-}
-
-bool sameRows(const A2DData& a, const A2DData& b)
-{
-    if (a.rows.size() != b.rows.size() || a.xNum != b.xNum || a.yNum != b.yNum ||
-        a.headerLines != b.headerLines || a.extended != b.extended) {
-        return false;
-    }
-    for (qsizetype i = 0; i < a.rows.size(); ++i) {
-        const A2DRow& p = a.rows.at(i);
-        const A2DRow& q = b.rows.at(i);
-        if (!tests::sameDouble(p.x, q.x) || !tests::sameDouble(p.y, q.y) ||
-            !tests::sameDouble(p.intensity, q.intensity) || !tests::sameDouble(p.i0, q.i0) ||
-            !p.values.isEmpty()) {
-            return false;
-        }
-    }
-    return true;
 }
 
 } // namespace
@@ -340,28 +303,15 @@ void tst_MapCalculation::productEqualsTheReferenceToTheLastBit()
             maps.append(hostileMap(random));
         }
         tests::PlainStack plainStack;
-        plainStack.r = random() % 4 == 0 ? oddValues[random() % oddValues.size()] : 1.1;
+        plainStack.r = tests::numberOf(tests::Kind::Odd, random);
         plainStack.references = {{true, true, oddText(random)},
                                  {true, random() % 4 != 0, oddText(random)}};
-        MapStack stack;
-        stack.r = plainStack.r;
-        stack.mix = {plainStack.references.at(1).valid,
-                     plainStack.references.at(0).valence.toDouble(),
-                     plainStack.references.at(1).valence.toDouble()};
         for (int i = 0; i <= others; ++i) {
-            const tests::PlainPoint point{&maps.at(i), i == others, oddText(random),
-                                          oddText(random), oddText(random)};
-            plainStack.points.append(point);
-            const MapPoint numbers{point.map, point.energy.toDouble(), point.r1.toDouble(),
-                                   point.r2.toDouble()};
-            if (point.vPoint) {
-                stack.v = numbers;
-            } else {
-                stack.others.append(numbers);
-            }
+            plainStack.points.append(
+                {&maps.at(i), i == others, oddText(random), oddText(random), oddText(random)});
         }
         Result result;
-        form(stack, result.map, result.valence, result.thickness);
+        form(tests::mapStackOf(plainStack), result.map, result.valence, result.thickness);
         Result empty;
         A2DData plainMap;
         tests::PlainHistogram valence{
@@ -369,7 +319,7 @@ void tst_MapCalculation::productEqualsTheReferenceToTheLastBit()
         tests::PlainHistogram thickness{
             empty.thickness.minV, empty.thickness.step, empty.thickness.bins, 0, 0, 0};
         plain(plainStack, plainMap, valence, thickness);
-        QVERIFY2(sameRows(result.map, plainMap), qPrintable(QString::number(round)));
+        QCOMPARE(tests::differenceOf(result.map, plainMap), QString());
         QVERIFY2(sameCounts(result.valence, valence), qPrintable(QString::number(round)));
         QVERIFY2(sameCounts(result.thickness, thickness), qPrintable(QString::number(round)));
     }

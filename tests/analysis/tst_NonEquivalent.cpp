@@ -86,7 +86,6 @@ private Q_SLOTS:
     void mixtureComesBackWithVictoreenBackground();
     void sharesAreWeightedByTheJumps();
     void sharesAddToOneAndMayBeNegative();
-    void linearBackgroundHasNoSecondSlope();
     void thirteenValuesWithTwoReferences();
     void fewerTargetValuesThanEnergiesFitTheFirstRows();
     void fifthReferenceIsCut();
@@ -232,13 +231,6 @@ void tst_NonEquivalent::sharesAddToOneAndMayBeNegative()
     QVERIFY(isNear(solved.out.at(0), -0.5));
     QVERIFY(isNear(solved.out.at(1), 1.5));
     QVERIFY(isNear(solved.out.at(0) + solved.out.at(1), 1.0, 1e-15));
-}
-
-void tst_NonEquivalent::linearBackgroundHasNoSecondSlope()
-{
-    const Solved solved = solve(false, {1, 5, 2, 7, 3}, twoReferences, fiveEnergies, {0.5, 0.5});
-    QCOMPARE(solved.out.at(neq::c2), 0.0);
-    QVERIFY(solved.out.at(neq::c1) != 0.0);
 }
 
 void tst_NonEquivalent::thirteenValuesWithTwoReferences()

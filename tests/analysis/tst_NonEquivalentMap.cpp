@@ -1,11 +1,10 @@
-// The non-equivalent method on a stack of maps.
+// The non-equivalent method on a stack of maps. Its comparison with the reference
+// implementation is in tst_BlockCalculations.
 #include "analysis/NonEquivalentMap.h"
 
 #include "analysis/HistogramCounts.h"
 #include "data/A2DData.h"
-#include "support/PlainFits.h"
 #include "support/ReadyMap.h"
-#include "support/SameDouble.h"
 
 #include <QTest>
 
@@ -68,69 +67,6 @@ analysis::NeqStack twoReferenceStack(const QList<const A2DData*>& maps)
     return stack;
 }
 
-bool sameHistogram(const HistogramCounts& product, const tests::PlainHistogram& plain)
-{
-    return product.bins == plain.bins && product.total == plain.total &&
-           product.under == plain.under && product.over == plain.over;
-}
-
-bool sameRow(const A2DRow& a, const A2DRow& b)
-{
-    bool same = tests::sameDouble(a.x, b.x) && tests::sameDouble(a.y, b.y) &&
-                tests::sameDouble(a.intensity, b.intensity) && tests::sameDouble(a.i0, b.i0) &&
-                a.values.size() == b.values.size();
-    for (qsizetype i = 0; same && i < a.values.size(); ++i) {
-        same = tests::sameDouble(a.values.at(i), b.values.at(i));
-    }
-    return same;
-}
-
-// Random numbers of a kind: "NaN" has some among them.
-double number(const QString& kind, std::mt19937& random)
-{
-    const bool isNumber = kind != "NaN" || random() % 9 != 0;
-    return isNumber ? std::uniform_real_distribution<double>(-0.5, 2.5)(random) : notANumber;
-}
-
-// Maps of slightly different sizes, each with fewer pixels than the last.
-QList<A2DData> randomMaps(int rows, const QString& kind, std::mt19937& random)
-{
-    constexpr int side = 20;
-    QList<A2DData> maps;
-    for (int k = 0; k < rows; ++k) {
-        QList<double> muts;
-        for (int i = 0; i < side * side - 10 * k; ++i) {
-            muts.append(number(kind, random));
-        }
-        maps.append(readyMap(side - k % 3, side, muts));
-    }
-    return maps;
-}
-
-// With "singular" all energies and all references are alike.
-tests::PlainNeqStack randomStack(bool victoreen, int references, const QList<A2DData>& maps,
-                                 const QString& kind, std::mt19937& random)
-{
-    const bool isSingular = kind == "singular";
-    tests::PlainNeqStack plain;
-    plain.victoreen = victoreen;
-    plain.jumpSum = number({}, random);
-    for (qsizetype k = 0; k < maps.size(); ++k) {
-        plain.maps.append(&maps.at(k));
-        plain.energies.append(isSingular ? 8300 : 8300 + 25.5 * static_cast<double>(k));
-    }
-    for (int j = 0; j < references; ++j) {
-        QList<double> values;
-        for (qsizetype k = 0; k < maps.size(); ++k) {
-            values.append(isSingular ? static_cast<double>(k % 2) : number(kind, random));
-        }
-        plain.refValues.append(values);
-        plain.weights.append(isSingular && j == 0 ? 0.0 : number(kind, random));
-        plain.valences.append(QString::number(number({}, random), 'g', 4));
-    }
-    return plain;
-}
-
 } // namespace
 
 class tst_NonEquivalentMap : public QObject
@@ -148,8 +84,6 @@ private Q_SLOTS:
     void pixelsBeyondAllDataShareTheirValues();
     void blocksOfAlikePixelsShareTheirValues();
     void totalIsMultipliedFromLeftToRight();
-    void equalsTheReferenceToTheLastBit_data();
-    void equalsTheReferenceToTheLastBit();
 };
 
 void tst_NonEquivalentMap::mixtureOfAPixelComesBack()
@@ -333,59 +267,6 @@ void tst_NonEquivalentMap::totalIsMultipliedFromLeftToRight()
         }
     }
     QVERIFY(roundsOtherwise > 0);
-}
-
-void tst_NonEquivalentMap::equalsTheReferenceToTheLastBit_data()
-{
-    QTest::addColumn<bool>("victoreen");
-    QTest::addColumn<int>("references");
-    QTest::addColumn<int>("rows");
-    QTest::addColumn<QString>("kind");
-    for (const char* kind : {"random", "singular", "NaN"}) {
-        for (int references = 2; references <= 4; ++references) {
-            for (const bool victoreen : {false, true}) {
-                const int unknowns = references + (victoreen ? 3 : 2);
-                for (const int rows : {unknowns, 8}) {
-                    QTest::addRow("%s, %d references, %s, %d rows", kind, references,
-                                  victoreen ? "Victoreen" : "linear", rows)
-                        << victoreen << references << rows << QString(kind);
-                }
-            }
-        }
-    }
-}
-
-void tst_NonEquivalentMap::equalsTheReferenceToTheLastBit()
-{
-    QFETCH(bool, victoreen);
-    QFETCH(int, references);
-    QFETCH(int, rows);
-    QFETCH(QString, kind);
-    std::mt19937 random(static_cast<unsigned>(references * 100 + rows));
-    const QList<A2DData> maps = randomMaps(rows, kind, random);
-    const tests::PlainNeqStack plain = randomStack(victoreen, references, maps, kind, random);
-
-    Result product;
-    analysis::mapNonEquivalent(tests::neqStackOf(plain), product.map, product.histograms());
-    A2DData expected;
-    const tests::PlainHistogram counts{
-        product.counts[0].minV, product.counts[0].step, QList<int>(51, 0), 0, 0, 0};
-    tests::PlainNeqHistograms plainCounts{counts, counts, QList<tests::PlainHistogram>(4, counts),
-                                          QList<tests::PlainHistogram>(4, counts)};
-    tests::plainNonEquivalent(plain, expected, plainCounts);
-
-    QCOMPARE(product.map.rows.size(), expected.rows.size());
-    for (qsizetype i = 0; i < expected.rows.size(); ++i) {
-        QVERIFY2(sameRow(product.map.rows.at(i), expected.rows.at(i)),
-                 qPrintable(QString("pixel %1").arg(i)));
-    }
-    QVERIFY(sameHistogram(product.counts[0], plainCounts.valence));
-    QVERIFY(sameHistogram(product.counts[1], plainCounts.total));
-    for (int i = 0; i < 4; ++i) {
-        const auto place = static_cast<std::size_t>(i);
-        QVERIFY(sameHistogram(product.counts[2 + place], plainCounts.ratio.at(i)));
-        QVERIFY(sameHistogram(product.counts[6 + place], plainCounts.dMut.at(i)));
-    }
 }
 
 QTEST_APPLESS_MAIN(tst_NonEquivalentMap)

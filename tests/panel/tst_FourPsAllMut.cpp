@@ -9,7 +9,6 @@
 #include "support/SharedPanel.h"
 #include "support/SurfacePaints.h"
 
-#include <QButtonGroup>
 #include <QtTest>
 
 #include <cmath>
@@ -29,7 +28,6 @@ const QColor ochre(200, 200, 0);   // of the first displayed file
 const QColor pink(255, 200, 255);  // of the fitted curve
 const QColor guideGreen(80, 255, 80);
 const QColor guideGrey(200, 200, 200);
-const QColor offGrey(220, 220, 220);
 
 // The plot area goes from column 38 to 368 and from row 232 up to 12. The window
 // from 8300 to 8450 eV takes 2.2 pixels an eV, a span of 2 takes 100 a unit.
@@ -88,10 +86,6 @@ QList<QPointF> falling()
     return {{8290.2, 2.305}, {8310.2, 2.0}, {8350.2, 0.905}, {8420.2, 0.305}, {8449.8, 0.0}};
 }
 
-/// Lines of the message box that one run of the reflex leaves on a panel whose
-/// map and target calculation are refused: one for each, and one of the fit.
-constexpr int linesOfARun = 3;
-
 } // namespace
 
 class tst_FourPsAllMut : public QObject
@@ -99,40 +93,30 @@ class tst_FourPsAllMut : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
     void cleanup();
-    void cleanupTestCase();
 
     // What is to see
     void withoutSpectraThePlotIsBlank();
-    void showsSpectraGuidesAndLegend_data();
     void showsSpectraGuidesAndLegend();
     void normalisationDecidesWhatIsShown_data();
     void normalisationDecidesWhatIsShown();
-    void withoutANormalisationTheValuesAreZero();
-    void windowIsTheEdgeAndItsTwoOffsets();
-    void textThatIsNoNumberCountsAsZero();
     void energyLineTellsFitAndUse_data();
     void energyLineTellsFitAndUse();
     void energyLineOfALaterRowCoversAnEarlierOne();
     void emptyEnergyIsALineFarOut();
     void targetIsNotShown();
     void invalidSpectrumIsNotDrawnButKeepsItsColor();
-    void switchedOffSpectrumIsNotDrawnAndItsNameIsGrey();
     void singlePointIsNoCurveButHasAName();
     void validSpectrumWithoutPointsHasAName();
-    void shiftedSpectrumIsDrawnAtItsWorkingEnergies();
     void displayedFilesAreThinInTheColorsAfterTheReferences();
     void colorsBeginAgainAfterTheLast();
     void percentSignsInNamesStay();
     void fittedCurveIsDrawnLastAndAsItIs();
-    void fittedCurveAloneShowsNothing();
 
     // The range
     void rangeTakesAllSpectraWithPoints_data();
     void rangeTakesAllSpectraWithPoints();
-    void windowTakesWorkingEnergies();
     void rangeLeavesOutTheTargetAndTheFit();
     void edgeTextAfterAZoomMovesTheGuidesButNotTheRange();
 
@@ -140,25 +124,18 @@ private Q_SLOTS:
     void verticalLinesStopShortOnAHighWidget();
 
     // The legend under the mouse
-    void legendClickTogglesItsSpectrum_data();
     void legendClickTogglesItsSpectrum();
     void legendCountsOnlyValidSpectra();
     void legendClickRepaintsTheGraphs();
-    void legendTakesPlainLeftPressesOnly_data();
-    void legendTakesPlainLeftPressesOnly();
     void pressInAnotherPlotTogglesNothing();
 
     // Dispatch
     void valuesBelowFiveDrawNothing_data();
     void valuesBelowFiveDrawNothing();
-    void titlesOfTheGraphs_data();
-    void titlesOfTheGraphs();
 
     // The marker lines
     void dragOfAMarkerWritesItsField_data();
     void dragOfAMarkerWritesItsField();
-    void dragSetsTheEdgeAndItsReleaseCalculates_data();
-    void dragSetsTheEdgeAndItsReleaseCalculates();
     void draggedEnergyRefreshesItsCells();
     void draggedLineIsSeenWhereTheMouseIs();
 
@@ -178,20 +155,10 @@ private:
     bool isAutomatic(double y0, double y1) const;
     QList<bool> on() const;
 
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
     std::vector<std::unique_ptr<AMutE>> m_displayed;
     std::unique_ptr<AMutE> m_fitted;
 };
-
-void tst_FourPsAllMut::initTestCase()
-{
-    m_panel = std::make_unique<FourPs>();
-}
-
-void tst_FourPsAllMut::cleanupTestCase()
-{
-    closePanel(m_panel);
-}
 
 /// An edge at 8350 with the limits -50 and 100, spectra presented as read. The
 /// lines of the energy rows are out of the picture.
@@ -299,20 +266,8 @@ void tst_FourPsAllMut::withoutSpectraThePlotIsBlank()
     QCOMPARE(frame()->yTitle, QStringLiteral("mut"));
 }
 
-void tst_FourPsAllMut::showsSpectraGuidesAndLegend_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::newRow("even") << evenSize;
-    QTest::newRow("odd") << QSize(401, 307);
-    QTest::newRow("small") << QSize(133, 101);
-    QTest::newRow("wide") << QSize(611, 150);
-    QTest::newRow("high") << QSize(133, 402);
-}
-
 void tst_FourPsAllMut::showsSpectraGuidesAndLegend()
 {
-    QFETCH(QSize, size);
-    setSize(size);
     setTwoReferences();
     useRows(*m_panel, {0});
     m_panel->EPoints.at(0)->Energy->setText("8380");
@@ -360,43 +315,6 @@ void tst_FourPsAllMut::normalisationDecidesWhatIsShown()
     const PlotRange range{8300.0, lo - 0.05 * (hi - lo), 8450.0, hi + 0.05 * (hi - lo)};
     QVERIFY(isSamePicture(paint(), plain(range, kind).picture()));
     QVERIFY(isAutomatic(range.y0, range.y1));
-}
-
-void tst_FourPsAllMut::withoutANormalisationTheValuesAreZero()
-{
-    setTwoReferences();
-    QButtonGroup* group = m_panel->ui.NNone->group();
-    group->setExclusive(false);
-    m_panel->ui.NNone->setChecked(false);
-    QCOMPARE(m_panel->NormMode(), 5);
-    QVERIFY(isAutomatic(0.0, 0.0));
-    group->setExclusive(true);
-}
-
-void tst_FourPsAllMut::windowIsTheEdgeAndItsTwoOffsets()
-{
-    setTwoReferences();
-    m_panel->ui.EdgeE->setText("8340.5");
-    m_panel->ui.PreEEndDE->setText("-25.5");
-    m_panel->ui.PostEStartDE->setText("81.25");
-    PlainSpectra wanted = plain();
-    paint();
-    QCOMPARE(cc().realX0, 8315.0);
-    QCOMPARE(cc().realX1, 8421.75);
-    // In it lie 0.005 and 1.205 of the one and 0.905 and 0.305 of the other.
-    QCOMPARE(cc().realY0, 0.005 - 0.05 * (1.205 - 0.005));
-    QCOMPARE(cc().realY1, 1.205 + 0.05 * (1.205 - 0.005));
-    wanted.place.range = {8315.0, cc().realY0, 8421.75, cc().realY1};
-    QVERIFY(isSamePicture(paint(), wanted.picture()));
-}
-
-void tst_FourPsAllMut::textThatIsNoNumberCountsAsZero()
-{
-    setTwoReferences();
-    m_panel->ui.PreEEndDE->setText("minus fifty");
-    paint();
-    QCOMPARE(cc().realX0, 8350.0);
-    QCOMPARE(cc().realX1, 8450.0);
 }
 
 void tst_FourPsAllMut::energyLineTellsFitAndUse_data()
@@ -487,19 +405,6 @@ void tst_FourPsAllMut::invalidSpectrumIsNotDrawnButKeepsItsColor()
     QCOMPARE(countOf(image, wanted.place.inside(), black), 0);
 }
 
-void tst_FourPsAllMut::switchedOffSpectrumIsNotDrawnAndItsNameIsGrey()
-{
-    setTwoReferences();
-    reference(0).switchedOn = false;
-    const QImage image = paint();
-    QVERIFY(isSamePicture(image, plain().picture()));
-    // The box of its name: columns 288 to 364, rows 13 to 21.
-    QVERIFY(countOf(image, QRect(288, 13, 76, 9), offGrey) > 300);
-    QCOMPARE(countOf(image, QRect(39, 23, 240, 200), black), 0);
-    QCOMPARE(countOf(image, QRect(288, 24, 76, 9), offGrey), 0);
-    QVERIFY(countOf(image, QRect(39, 23, 240, 200), red) > 100);
-}
-
 void tst_FourPsAllMut::singlePointIsNoCurveButHasAName()
 {
     setPoints(reference(0), "single", {{8330, 1.0}});
@@ -519,16 +424,6 @@ void tst_FourPsAllMut::validSpectrumWithoutPointsHasAName()
     PlainSpectra wanted = plain();
     QCOMPARE(wanted.curves.size(), 3);
     QVERIFY(isSamePicture(paint(), wanted.picture()));
-}
-
-void tst_FourPsAllMut::shiftedSpectrumIsDrawnAtItsWorkingEnergies()
-{
-    setTwoReferences();
-    const QImage before = paint();
-    reference(0).dE = 12.5;
-    const QImage image = paint();
-    QVERIFY(image != before);
-    QVERIFY(isSamePicture(image, plain().picture()));
 }
 
 void tst_FourPsAllMut::displayedFilesAreThinInTheColorsAfterTheReferences()
@@ -590,12 +485,6 @@ void tst_FourPsAllMut::fittedCurveIsDrawnLastAndAsItIs()
     QVERIFY(image.pixelColor(60, row - 2) != pink && image.pixelColor(60, row + 2) != pink);
 }
 
-void tst_FourPsAllMut::fittedCurveAloneShowsNothing()
-{
-    setFit({{8310.0, 0.0}, {8440.0, 1.0}});
-    QVERIFY(isBlank(paint()));
-}
-
 void tst_FourPsAllMut::rangeTakesAllSpectraWithPoints_data()
 {
     QTest::addColumn<int>("index"); // 4 for a displayed file
@@ -620,13 +509,6 @@ void tst_FourPsAllMut::rangeTakesAllSpectraWithPoints()
     spectrum.valid = valid;
     spectrum.switchedOn = on;
     QVERIFY(isAutomatic(-0.2, 4.2)); // 0 to 4 and a twentieth of that
-}
-
-void tst_FourPsAllMut::windowTakesWorkingEnergies()
-{
-    setTwoReferences();
-    reference(1).dE = -20.0; // brings 2.305 in and 0 out
-    QVERIFY(isAutomatic(0.005 - 0.05 * 2.3, 2.305 + 0.05 * 2.3));
 }
 
 void tst_FourPsAllMut::rangeLeavesOutTheTargetAndTheFit()
@@ -677,17 +559,8 @@ void tst_FourPsAllMut::verticalLinesStopShortOnAHighWidget()
     QVERIFY(countOf(image, QRect(13, place.pixel(0, 0.5).y(), 101, 1), guideGrey) > 90);
 }
 
-void tst_FourPsAllMut::legendClickTogglesItsSpectrum_data()
-{
-    QTest::addColumn<int>("row");
-    for (int row = 0; row < 6; ++row) {
-        QTest::addRow("%d", row) << row;
-    }
-}
-
 void tst_FourPsAllMut::legendClickTogglesItsSpectrum()
 {
-    QFETCH(int, row);
     QList<AMutE*> spectra;
     for (int i = 0; i < 4; ++i) {
         setPoints(reference(i), "reference", falling());
@@ -695,10 +568,11 @@ void tst_FourPsAllMut::legendClickTogglesItsSpectrum()
     }
     spectra.append({&displayed("first", rising()), &displayed("second", rising())});
     paint();
-    for (const bool wanted : {false, true}) {
+    for (int step = 0; step < 12; ++step) { // each row off and on again
+        const int row = step / 2;
         click(firstRow + QPoint(0, row * rowStep));
         for (int i = 0; i < spectra.size(); ++i) {
-            QCOMPARE(spectra.at(i)->switchedOn, i == row ? wanted : true);
+            QCOMPARE(spectra.at(i)->switchedOn, i != row || step % 2 == 1);
         }
     }
     QCOMPARE(m_panel->ui.PostEStartDE->text(), QStringLiteral("100"));
@@ -728,32 +602,6 @@ void tst_FourPsAllMut::legendClickRepaintsTheGraphs()
     press({100, 200}); // beside the legend, too
     QCOMPARE(paints.counts(), inTheGrid(1));
     QVERIFY(messages(*m_panel).isEmpty());
-}
-
-void tst_FourPsAllMut::legendTakesPlainLeftPressesOnly_data()
-{
-    QTest::addColumn<int>("button");
-    QTest::addColumn<int>("keys");
-    QTest::addColumn<bool>("toggles");
-    QTest::newRow("left") << int(Qt::LeftButton) << int(Qt::NoModifier) << true;
-    QTest::newRow("right") << int(Qt::RightButton) << int(Qt::NoModifier) << false;
-    QTest::newRow("middle") << int(Qt::MiddleButton) << int(Qt::NoModifier) << false;
-    QTest::newRow("Shift") << int(Qt::LeftButton) << int(Qt::ShiftModifier) << false;
-    QTest::newRow("Control") << int(Qt::LeftButton) << int(Qt::ControlModifier) << false;
-    QTest::newRow("Alt") << int(Qt::LeftButton) << int(Qt::AltModifier) << false;
-    QTest::newRow("Meta") << int(Qt::LeftButton) << int(Qt::MetaModifier) << true;
-}
-
-void tst_FourPsAllMut::legendTakesPlainLeftPressesOnly()
-{
-    QFETCH(int, button);
-    QFETCH(int, keys);
-    QFETCH(bool, toggles);
-    setTwoReferences();
-    paint();
-    tests::press(surface(), firstRow, static_cast<Qt::MouseButton>(button),
-                 static_cast<Qt::KeyboardModifiers>(keys));
-    QCOMPARE(reference(0).switchedOn, !toggles);
 }
 
 void tst_FourPsAllMut::pressInAnotherPlotTogglesNothing()
@@ -795,37 +643,6 @@ void tst_FourPsAllMut::valuesBelowFiveDrawNothing()
     QVERIFY(plot.DispA->cc.drawn);
     QVERIFY(!plot.DispA->hasScale);
     QCOMPARE(plot.DispA->cc.realX1, 3.0);
-}
-
-void tst_FourPsAllMut::titlesOfTheGraphs_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("x");
-    QTest::addColumn<QString>("y");
-    QTest::newRow("all spectra") << int(Displays::DMuts) << "Eng.[eV]"
-                                 << "mut";
-    QTest::newRow("comparison") << int(Displays::DLCFvs4PS) << "LCF"
-                                << "MPs";
-    QTest::newRow("valence") << int(Displays::DHistA) << "Valence"
-                             << "Num.";
-    QTest::newRow("thickness") << int(Displays::DHistDMut) << "Thick."
-                               << "Num.";
-    QTest::newRow("thickness against valence") << int(Displays::DDMutVsA) << "Valence"
-                                               << "Thick.";
-    QTest::newRow("plane") << int(Displays::DM2M3) << "M2"
-                           << "M3";
-}
-
-void tst_FourPsAllMut::titlesOfTheGraphs()
-{
-    QFETCH(int, id);
-    QFETCH(QString, x);
-    QFETCH(QString, y);
-    DispABase* plot = m_panel->Disps->frame(static_cast<Displays::DispId>(id));
-    plot->setXYTitle("other", "titles");
-    plot->DispA->grab();
-    QCOMPARE(plot->xTitle, x);
-    QCOMPARE(plot->yTitle, y);
 }
 
 void tst_FourPsAllMut::dragOfAMarkerWritesItsField_data()
@@ -877,58 +694,6 @@ void tst_FourPsAllMut::dragOfAMarkerWritesItsField()
     QVERIFY(isWritten(start + 5));
     move(surface(), QPointF(start, 128));
     QVERIFY(isWritten(start + 5)); // the line is left there
-}
-
-void tst_FourPsAllMut::dragSetsTheEdgeAndItsReleaseCalculates_data()
-{
-    QTest::addColumn<int>("line");
-    QTest::addColumn<int>("valid");      // references
-    QTest::addColumn<int>("perMove");    // runs of the reflex
-    QTest::addColumn<int>("perRelease"); // its own step, the edge, the reflex
-    for (const int line : {0, 1, 2, 3, 10}) {
-        QTest::addRow("line %d, no reference", line) << line << 0 << 0 << 1;
-        QTest::addRow("line %d, one reference", line) << line << 1 << 1 << 3;
-        QTest::addRow("line %d, two references", line) << line << 2 << 2 << 5;
-    }
-}
-
-void tst_FourPsAllMut::dragSetsTheEdgeAndItsReleaseCalculates()
-{
-    QFETCH(int, line);
-    QFETCH(int, valid);
-    QFETCH(int, perMove);
-    QFETCH(int, perRelease);
-    chooseFourPoints(*m_panel);
-    displayed("file", falling());
-    for (int i = 0; i < valid; ++i) {
-        makeReferenceValid(*m_panel, i);
-    }
-    useRows(*m_panel, {0});
-    m_panel->EPoints.at(0)->Energy->setText("8309");
-    m_panel->EPoints.at(7)->Energy->setText("8404");
-    paint();
-    clearMessages(*m_panel);
-    const MarkLines* set = surface()->markLines;
-    const int start =
-        static_cast<int>(std::lround(PlotPlace(evenSize, evenRange).columnOf(set->value(line))));
-    const auto isEdgeSet = [this, set](int reference) {
-        const AMutE& spectrum = *m_panel->XafsFiles.at(reference);
-        const AMutE& file = *m_panel->DispMuts.first();
-        return spectrum.edgeEnergy == set->value(0) && spectrum.preEdgeEnd == set->value(1) &&
-               spectrum.postEdgeStart == set->value(2) && file.preEdgeEnd == set->value(1);
-    };
-    press({start, 128});
-    QVERIFY(messages(*m_panel).isEmpty());
-    for (int step = 1; step <= 2; ++step) {
-        reference(3).edgeEnergy = 1.0; // so that a missing step shows
-        drag(surface(), QPointF(start + step, 128));
-        QVERIFY(isEdgeSet(3));
-        QCOMPARE(messages(*m_panel).size(), step * perMove * linesOfARun);
-    }
-    clearMessages(*m_panel);
-    release(surface(), QPointF(start + 3, 128));
-    QVERIFY(isEdgeSet(4));
-    QCOMPARE(messages(*m_panel).size(), perRelease * linesOfARun);
 }
 
 void tst_FourPsAllMut::draggedEnergyRefreshesItsCells()

@@ -12,7 +12,6 @@
 #include <QtTest>
 
 #include <limits>
-#include <memory>
 
 using namespace tests;
 
@@ -44,12 +43,9 @@ class tst_FourPsComparison : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanupTestCase();
 
     void withoutPointsThePlotIsBlank();
-    void showsPointsOverGridAndDiagonal_data();
     void showsPointsOverGridAndDiagonal();
     void fitIsOnXAndTargetOnY();
     void pointsTakeTheColorsOfTheirRuns();
@@ -57,9 +53,6 @@ private Q_SLOTS:
     void pointsWithoutAPlaceAreLeftOut_data();
     void pointsWithoutAPlaceAreLeftOut();
 
-    void rangeGoesByTheFirstTwoUsedRows_data();
-    void rangeGoesByTheFirstTwoUsedRows();
-    void rangeDoesNotAskForValidSpectra();
     void valencesBeyondMeasureAreSafe_data();
     void valencesBeyondMeasureAreSafe();
 
@@ -68,7 +61,6 @@ private Q_SLOTS:
     void clickGivesTheNextPointsAnotherColor();
     void releaseOfAnyButtonTakesTheNextColor_data();
     void releaseOfAnyButtonTakesTheNextColor();
-    void nextColorComesRoundAfterTheLast();
     void runOfTheFitShowsItsPointAtOnce();
 
 private:
@@ -78,18 +70,8 @@ private:
     void setValences(const QStringList& valences) const;
     PlainComparison plain(double first = 2.0, double second = 3.0) const;
 
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
 };
-
-void tst_FourPsComparison::initTestCase()
-{
-    m_panel = std::make_unique<FourPs>();
-}
-
-void tst_FourPsComparison::cleanupTestCase()
-{
-    closePanel(m_panel);
-}
 
 /// Ref 1 and Ref 2 are in use at valence 2 and 3.
 void tst_FourPsComparison::init()
@@ -130,19 +112,8 @@ void tst_FourPsComparison::withoutPointsThePlotIsBlank()
     QCOMPARE(frame()->yTitle, QStringLiteral("MPs"));
 }
 
-void tst_FourPsComparison::showsPointsOverGridAndDiagonal_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::newRow("even") << evenSize;
-    QTest::newRow("odd") << QSize(401, 307);
-    QTest::newRow("small") << QSize(123, 91);
-    QTest::newRow("high") << QSize(150, 420);
-}
-
 void tst_FourPsComparison::showsPointsOverGridAndDiagonal()
 {
-    QFETCH(QSize, size);
-    surface()->setFixedSize(size);
     m_panel->LCFvs4PS = {pointAt(2.03, 2.87), pointAt(2.5, 2.35, 2), pointAt(2.77, 2.71)};
     const QImage image = paint();
     QVERIFY(isSamePicture(image, plain().picture()));
@@ -216,56 +187,6 @@ void tst_FourPsComparison::pointsWithoutAPlaceAreLeftOut()
     const QImage image = paint();
     QCOMPARE(countOf(image, image.rect(), red), 0);
     QVERIFY(countOf(image, wanted.place.inside(), blue) >= 12);
-}
-
-void tst_FourPsComparison::rangeGoesByTheFirstTwoUsedRows_data()
-{
-    QTest::addColumn<QList<int>>("used");
-    QTest::addColumn<QStringList>("valences");
-    QTest::addColumn<double>("lower");
-    QTest::addColumn<double>("upper");
-    const QStringList usual{"2", "3", "7.5", "9"};
-    QTest::newRow("first and second") << QList<int>{0, 1} << usual << 2.0 << 3.0;
-    QTest::newRow("first and third") << QList<int>{0, 2} << usual << 2.0 << 7.5;
-    QTest::newRow("third and fourth") << QList<int>{2, 3} << usual << 7.5 << 9.0;
-    QTest::newRow("three") << QList<int>{0, 1, 2} << usual << 2.0 << 3.0;
-    QTest::newRow("all") << QList<int>{0, 1, 2, 3} << usual << 2.0 << 3.0;
-    QTest::newRow("only the first")
-        << QList<int>{0} << QStringList{"-1", "3", "7", "9"} << -1.0 << 0.0;
-    QTest::newRow("only the fourth")
-        << QList<int>{3} << QStringList{"2", "3", "7", "-0.5"} << -0.5 << 0.0;
-    QTest::newRow("none") << QList<int>() << usual << 0.0 << 0.0;
-    QTest::newRow("equal ones") << QList<int>{0, 1} << QStringList{"3", "3", "7", "9"} << 3.0
-                                << 3.0;
-    QTest::newRow("second is no number")
-        << QList<int>{0, 1} << QStringList{"-2", "three", "7", "9"} << -2.0 << 0.0;
-}
-
-void tst_FourPsComparison::rangeGoesByTheFirstTwoUsedRows()
-{
-    QFETCH(QList<int>, used);
-    QFETCH(QStringList, valences);
-    QFETCH(double, lower);
-    QFETCH(double, upper);
-    useReferences(*m_panel, used);
-    setValences(valences);
-    m_panel->LCFvs4PS = {pointAt(0.5 * (lower + upper), lower)};
-    QVERIFY(isSamePicture(paint(), plain(lower, upper).picture()));
-    const ChCoord& cc = surface()->cc;
-    QCOMPARE(cc.realX0, lower - 0.2);
-    QCOMPARE(cc.realY0, lower - 0.2);
-    QCOMPARE(cc.realX1, upper + 0.2);
-    QCOMPARE(cc.realY1, upper + 0.2);
-}
-
-void tst_FourPsComparison::rangeDoesNotAskForValidSpectra()
-{
-    makeReferenceValid(*m_panel, 2);
-    makeReferenceValid(*m_panel, 3);
-    m_panel->LCFvs4PS = {pointAt(2.5, 2.5)};
-    paint();
-    QCOMPARE(surface()->cc.realX0, 1.8);
-    QCOMPARE(surface()->cc.realX1, 3.2);
 }
 
 void tst_FourPsComparison::valencesBeyondMeasureAreSafe_data()
@@ -365,20 +286,6 @@ void tst_FourPsComparison::releaseOfAnyButtonTakesTheNextColor()
     QCOMPARE(m_panel->LCFColor, 1);
     // What is there keeps its colour.
     QVERIFY(isSamePicture(paint(), before));
-}
-
-void tst_FourPsComparison::nextColorComesRoundAfterTheLast()
-{
-    const QSize size(200, 150);
-    surface()->setFixedSize(size);
-    for (int i = 1; i <= 45; ++i) {
-        QTest::mouseClick(surface(), Qt::LeftButton, {}, {100, 100});
-        QCOMPARE(m_panel->LCFColor, i % 45);
-    }
-    m_panel->Colors.colors = {blue, red};
-    m_panel->LCFColor = 1;
-    QTest::mouseClick(surface(), Qt::LeftButton, {}, {100, 100});
-    QCOMPARE(m_panel->LCFColor, 0);
 }
 
 // The target is 3/5 of the one and 2/5 of the other reference, between 0 and 1.

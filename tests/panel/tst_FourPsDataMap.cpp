@@ -4,7 +4,6 @@
 #include "support/MouseInput.h"
 #include "support/TestFiles.h"
 
-#include <QButtonGroup>
 #include <QTest>
 
 #include <limits>
@@ -15,7 +14,6 @@ namespace
 {
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 struct Counts {
     double intensity;
@@ -63,38 +61,27 @@ class tst_FourPsDataMap : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanupTestCase();
 
-    void rowWithoutDataIsWhite();
     void mapWithoutSizeIsWhite_data();
     void mapWithoutSizeIsWhite();
-    void firstRowIsShownAtFirst();
 
     void countsShowAsLogarithm();
     void pixelOutsideTheRowsShowsAsMinusOne();
     void pixelWithoutNumberTakesTheFirstColour();
 
-    void limitsAreThoseOfTheValues_data();
-    void limitsAreThoseOfTheValues();
-    void limitsShowSixDigitsFromTheirStart();
     void limitsOfNoNumberAreLeft();
-    void paintWithAScaleKeepsLimitsAndView();
     void doubleClickFitsViewAndLimitsAgain_data();
     void doubleClickFitsViewAndLimitsAgain();
-    void doubleClickLeavesTheResultMap();
 
     void chosenRowFitsViewAndLimits();
     void chosenRowWithoutDataIsWhiteAndLeavesTheLimits();
     void loadedFileFitsViewAndLimits();
     void loadedFileOfAnotherRowLeavesThePicture();
     void filesForAllRowsFitTheShownOne();
-    void loadedFileShowsInThePoppedOutWindow();
 
     void moveShowsPlaceAndValueOfEachPixel();
     void valueShowsSixDigitsFromItsStart();
-    void moveLeavesTheReadOutOfTheOtherWindow();
 
 private:
     DispMBase* window() const { return m_panel->DMapDisp; }
@@ -102,30 +89,13 @@ private:
     void load(int row, const QString& path) { m_panel->EPoints.at(row)->FileSelect->newFile(path); }
 
     QTemporaryDir m_dir;
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
 };
-
-void tst_FourPsDataMap::initTestCase()
-{
-    m_panel = std::make_unique<FourPs>();
-}
 
 void tst_FourPsDataMap::init()
 {
     resetMaps(*m_panel);
     QVERIFY(showWindow(window()));
-}
-
-void tst_FourPsDataMap::cleanupTestCase()
-{
-    closePanel(m_panel);
-}
-
-void tst_FourPsDataMap::rowWithoutDataIsWhite()
-{
-    QVERIFY(isBlank(picture(window())));
-    QVERIFY(!surface()->hasScale);
-    QCOMPARE(limitTexts(window()), QStringList({"", ""}));
 }
 
 void tst_FourPsDataMap::mapWithoutSizeIsWhite_data()
@@ -146,13 +116,6 @@ void tst_FourPsDataMap::mapWithoutSizeIsWhite()
     QVERIFY(isBlank(picture(window())));
     QVERIFY(!surface()->hasScale);
     QCOMPARE(barLimits(window()), QList<double>({0.0, 1.0}));
-}
-
-void tst_FourPsDataMap::firstRowIsShownAtFirst()
-{
-    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
-    setMuts(*m_panel, 1, 2, 1, {5.0, 4.0});
-    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
 }
 
 void tst_FourPsDataMap::countsShowAsLogarithm()
@@ -182,37 +145,6 @@ void tst_FourPsDataMap::pixelWithoutNumberTakesTheFirstColour()
     QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
 }
 
-void tst_FourPsDataMap::limitsAreThoseOfTheValues_data()
-{
-    using Muts = QList<double>;
-    QTest::addColumn<Muts>("muts");
-    QTest::addColumn<QStringList>("texts");
-    QTest::newRow("positive") << Muts{3.0, 2.0, 5.0, 4.0} << QStringList{"2", "5"};
-    QTest::newRow("negative") << Muts{-3.0, -2.0, -5.0, -4.0} << QStringList{"-5", "-2"};
-    QTest::newRow("first and last") << Muts{1.0, 2.0, 3.0, 4.0} << QStringList{"1", "4"};
-    QTest::newRow("falling") << Muts{4.0, 3.0, 2.0, 1.0} << QStringList{"1", "4"};
-    QTest::newRow("infinity") << Muts{4.0, infinity, 2.0, 1.0} << QStringList{"1", "inf"};
-}
-
-void tst_FourPsDataMap::limitsAreThoseOfTheValues()
-{
-    QFETCH(QList<double>, muts);
-    setMuts(*m_panel, 0, 2, 2, muts);
-    picture(window());
-    QTEST(limitTexts(window()), "texts");
-    const auto [low, high] = std::minmax_element(muts.cbegin(), muts.cend());
-    QCOMPARE(barLimits(window()), QList<double>({*low, *high}));
-}
-
-void tst_FourPsDataMap::limitsShowSixDigitsFromTheirStart()
-{
-    setMuts(*m_panel, 0, 2, 1, {-1.0 / 3.0, 123456789.0});
-    picture(window());
-    QCOMPARE(limitTexts(window()), QStringList({"-0.333333", "1.23457e+08"}));
-    QCOMPARE(window()->MinV->cursorPosition(), 0);
-    QCOMPARE(window()->MaxV->cursorPosition(), 0);
-}
-
 void tst_FourPsDataMap::limitsOfNoNumberAreLeft()
 {
     window()->setZRange(40.0, 50.0);
@@ -221,17 +153,6 @@ void tst_FourPsDataMap::limitsOfNoNumberAreLeft()
     QCOMPARE(limitTexts(window()), QStringList({"40", "50"}));
     QCOMPARE(barLimits(window()), QList<double>({40.0, 50.0}));
     QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 2.0, 1.0}));
-}
-
-void tst_FourPsDataMap::paintWithAScaleKeepsLimitsAndView()
-{
-    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
-    picture(window());
-    surface()->cc.setReal(0.5, 0.25, 1.75, 0.75);
-    enter(window()->MaxV, "4");
-    setMuts(*m_panel, 0, 2, 1, {1.5, 9.0});
-    const PlainMap map{2, 1, {1.5, 9.0}, 1.0, 4.0};
-    QCOMPARE(picture(window()), plainPicture(window(), map, {{}, 0.5, 0.25, 1.75, 0.75}));
 }
 
 void tst_FourPsDataMap::doubleClickFitsViewAndLimitsAgain_data()
@@ -254,19 +175,6 @@ void tst_FourPsDataMap::doubleClickFitsViewAndLimitsAgain()
     QTest::qWait(20);
     QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
-}
-
-void tst_FourPsDataMap::doubleClickLeavesTheResultMap()
-{
-    setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
-    setQuantity(*m_panel, 0, 2, 1, {0.5, 0.6});
-    picture(m_panel->MapDisp);
-    m_panel->MapDisp->setZRange(0.25, 0.75);
-    for (const auto& keys : {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier}) {
-        doubleClick(surface(), {30.0, 40.0}, Qt::LeftButton, keys);
-    }
-    QCOMPARE(limitTexts(m_panel->MapDisp), QStringList({"0.25", "0.75"}));
-    QVERIFY(m_panel->MapDisp->DispA->hasScale);
 }
 
 void tst_FourPsDataMap::chosenRowFitsViewAndLimits()
@@ -330,16 +238,6 @@ void tst_FourPsDataMap::filesForAllRowsFitTheShownOne()
     QCOMPARE(picture(window()), plainPicture(window(), {1, 2, {16.0, 20.0}, 16.0, 20.0}));
 }
 
-void tst_FourPsDataMap::loadedFileShowsInThePoppedOutWindow()
-{
-    QVERIFY(popOut(window()));
-    load(0, writeFile(m_dir, "a.dat", mapText(2, 1, {1.0, 2.0})));
-    QTest::qWait(40);
-    QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 2.0, 1.0}));
-    QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
-    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
-}
-
 void tst_FourPsDataMap::moveShowsPlaceAndValueOfEachPixel()
 {
     setCounts(*m_panel, 0, 3, 2,
@@ -363,17 +261,6 @@ void tst_FourPsDataMap::valueShowsSixDigitsFromItsStart()
     m_panel->receiveNowPosInDMap(0.5, 0.5);
     QCOMPARE(window()->Val->text(), "-0.333333");
     QCOMPARE(window()->Val->cursorPosition(), 0);
-}
-
-void tst_FourPsDataMap::moveLeavesTheReadOutOfTheOtherWindow()
-{
-    setMuts(*m_panel, 0, 1, 1, {5.0});
-    setQuantity(*m_panel, 0, 1, 1, {0.5});
-    picture(window());
-    tests::move(surface(), middleOf(window(), 1, 1, 0, 0));
-    QCOMPARE(window()->Val->text(), "5");
-    QCOMPARE(m_panel->MapDisp->Val->text(), QString());
-    QCOMPARE(m_panel->MapDisp->XPos->text(), QString());
 }
 
 QTEST_MAIN(tst_FourPsDataMap)

@@ -295,8 +295,6 @@ private Q_SLOTS:
     void onlyTheResultOfTheFitAndTheMessagesAreReadOnly();
     void resultFieldsAndMessagesHaveTheirColours();
     void messageBoxIsLowAndForgetsNothing();
-    void defaultsReadAsTheirNumbers_data();
-    void defaultsReadAsTheirNumbers();
     void radiosOfAGroupShareAHolderOfTheirOwn_data();
     void radiosOfAGroupShareAHolderOfTheirOwn();
     void radiosOfAGroupExcludeOneAnotherOnly_data();
@@ -460,33 +458,6 @@ void tst_FourPsForm::messageBoxIsLowAndForgetsNothing()
     QCOMPARE(form.ui.Message->maximumHeight(), 60);
     QVERIFY(!form.ui.Message->isUndoRedoEnabled());
     QCOMPARE(form.ui.Message->toPlainText(), QString());
-}
-
-void tst_FourPsForm::defaultsReadAsTheirNumbers_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<double>("value");
-    QTest::newRow("edge energy, eV") << "EdgeE" << 8350.0;
-    QTest::newRow("end of the pre-edge range, eV") << "PreEEndDE" << -50.0;
-    QTest::newRow("start of the post-edge range, eV") << "PostEStartDE" << 100.0;
-    QTest::newRow("lowest valence") << "HgAFrom" << 1.5;
-    QTest::newRow("highest valence") << "HgATo" << 3.5;
-    QTest::newRow("valence boxes") << "HgABoxes" << 51.0;
-    QTest::newRow("lowest dMut") << "HgTFrom" << -0.2;
-    QTest::newRow("highest dMut") << "HgTTo" << 1.2;
-    QTest::newRow("dMut boxes") << "HgTBoxes" << 51.0;
-}
-
-void tst_FourPsForm::defaultsReadAsTheirNumbers()
-{
-    QFETCH(QString, name);
-    QFETCH(double, value);
-    const Form& form = *m_untouched;
-    const auto* edit = qobject_cast<QLineEdit*>(form.widget(name));
-    QVERIFY(edit);
-    bool isNumber = false;
-    QCOMPARE(edit->text().toDouble(&isNumber), value);
-    QVERIFY(isNumber);
 }
 
 void tst_FourPsForm::addGroups()

@@ -17,7 +17,6 @@
 
 #include <cmath>
 #include <functional>
-#include <memory>
 
 using namespace tests;
 
@@ -33,7 +32,6 @@ struct Files {
     QString ref1 = writeFile(dir, "ref1.dat", spectrumText("1.00", "1.5", "1.25", "1"));
     QString ref2 = writeFile(dir, "ref2.dat", spectrumText("1.00", "0.5", "1.25", "1"));
     QString target = writeFile(dir, "target.dat", spectrumText("2.00", "2.0", "2.50", "2"));
-    QString other = writeFile(dir, "other.dat", "7000 0\n7050 4\n7200 10\n");
     QString broken = writeFile(dir, "broken.dat", "# nothing\n");
 };
 
@@ -75,11 +73,6 @@ bool showsEdgeAt(DispABase* plot, double energyEv, double from = lowestEv, doubl
 /// map and target calculation are refused: one for each, and one of the fit.
 constexpr int linesOfARun = 3;
 
-struct Step {
-    const char* name;
-    std::function<void(FourPs&)> run;
-};
-
 } // namespace
 
 class tst_FourPsGraphs : public QObject
@@ -89,17 +82,14 @@ class tst_FourPsGraphs : public QObject
 private Q_SLOTS:
     void initTestCase();
     void init();
-    void cleanupTestCase();
 
     void rowsAreJoinedWithTheirPlots();
-    void buttonOpensTheGraphWindow();
     void closingTheGraphWindowHidesIt();
 
     void dragOfTheEdgeWritesItsField_data();
     void dragOfTheEdgeWritesItsField();
     void dragOfALimitWritesItsOffset_data();
     void dragOfALimitWritesItsOffset();
-    void dragOfTheEdgeMovesTheLimitsAlong();
     void thirdAndFourthReferenceHaveNoLines_data();
     void thirdAndFourthReferenceHaveNoLines();
     void pressAwayFromTheLinesDragsNothing();
@@ -112,9 +102,7 @@ private Q_SLOTS:
     void plotsFollowTheDraggedEdge();
 
     void wheelZoomsOnePlotOnly();
-    void shiftDragMovesOnePlotOnly();
     void doubleClickFitsOnePlotOnly();
-    void zoomSurvivesPopOutAndBack();
     void markersAreDraggedInThePoppedOutWindow();
 
     void wholeDoubleClickInTheComparisonEndsAtTheSecondColor();
@@ -129,7 +117,6 @@ private Q_SLOTS:
     void stepRepaintsTheGraphs();
     void stepRepaintsNothing_data();
     void stepRepaintsNothing();
-    void textInTheEdgeFieldMovesTheLinesOfItsPlotAlone();
     void mapWithoutRowsRepaintsTheGraphs();
     void displayFilesRepaintTheGraphs();
     void chosenDisplayFileRepaintsTheGraphs();
@@ -137,7 +124,6 @@ private Q_SLOTS:
 
     void leavingTheEdgeFieldByTabMovesTheLine();
     void shiftMovesTheCurveAndKeepsTheRange();
-    void newFileFitsItsPlotAfresh();
     void fileWithoutASpectrumEmptiesItsPlot();
 
 private:
@@ -150,20 +136,14 @@ private:
     int middle(const DispABase* of) const { return of->DispA->height() / 2; }
 
     const Files m_files;
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
 };
 
 void tst_FourPsGraphs::initTestCase()
 {
-    m_panel = std::make_unique<FourPs>();
     load(m_panel->XafsFiles.at(0), m_files.ref1);
     load(m_panel->XafsFiles.at(1), m_files.ref2);
     load(m_panel->ui.TargetFile, m_files.target);
-}
-
-void tst_FourPsGraphs::cleanupTestCase()
-{
-    closePanel(m_panel);
 }
 
 /// Two references and the target are loaded, the edge is at 8350 with the limits
@@ -259,17 +239,6 @@ void tst_FourPsGraphs::rowsAreJoinedWithTheirPlots()
     QVERIFY(showsEdgeAt(plot(Displays::DRef1), 8350.0));
 }
 
-void tst_FourPsGraphs::buttonOpensTheGraphWindow()
-{
-    m_panel->Disps->hide();
-    QTest::mouseClick(m_panel->ui.ShowDAB, Qt::LeftButton);
-    QVERIFY(m_panel->Disps->isVisible());
-    QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
-    QTest::mouseClick(m_panel->ui.ShowDAB, Qt::LeftButton);
-    QVERIFY(m_panel->Disps->isVisible());
-    QVERIFY(messages(*m_panel).isEmpty());
-}
-
 void tst_FourPsGraphs::closingTheGraphWindowHidesIt()
 {
     plot(Displays::DRef1)->DispA->cc.setReal(8200.0, 0.0, 8400.0, 1.0);
@@ -353,20 +322,6 @@ void tst_FourPsGraphs::dragOfALimitWritesItsOffset()
     QCOMPARE(m_panel->ui.EdgeE->text(), QStringLiteral("8350"));
     QCOMPARE((post ? m_panel->ui.PreEEndDE : m_panel->ui.PostEStartDE)->text(),
              post ? QStringLiteral("-50") : QStringLiteral("100"));
-}
-
-void tst_FourPsGraphs::dragOfTheEdgeMovesTheLimitsAlong()
-{
-    DispABase* of = plot(Displays::DRef1);
-    const PlotPlace place = placeOf(of);
-    const int start = columnNear(place, 8350.0);
-    press(of->DispA, QPointF(start, middle(of)));
-    drag(of->DispA, QPointF(start + 10, middle(of)));
-    const MarkLines* set = of->DispA->markLines;
-    const double edge = m_panel->ui.EdgeE->text().toDouble();
-    QCOMPARE(set->value(1), edge - 50.0);
-    QCOMPARE(set->value(2), edge + 100.0);
-    release(of->DispA, QPointF(start + 10, middle(of)));
 }
 
 void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoLines_data()
@@ -564,22 +519,6 @@ void tst_FourPsGraphs::wheelZoomsOnePlotOnly()
     QVERIFY(near(m_panel->Disps->frame(Displays::DTarget)->DispA->cc.realX0, lowestEv));
 }
 
-void tst_FourPsGraphs::shiftDragMovesOnePlotOnly()
-{
-    DispABase* of = plot(Displays::DTarget);
-    const PlotPlace place = placeOf(of);
-    const int start = columnNear(place, 8350.0); // on the edge, which is not taken along
-    press(of->DispA, QPointF(start, middle(of)), Qt::LeftButton, Qt::ShiftModifier);
-    drag(of->DispA, QPointF(start + 15, middle(of)));
-    release(of->DispA, QPointF(start + 15, middle(of)));
-    const double moved = place.valueAt(15) - place.valueAt(0);
-    QVERIFY(std::abs(of->DispA->cc.realX0 - (lowestEv - moved)) < 1e-6);
-    QVERIFY(std::abs(of->DispA->cc.realX1 - (highestEv - moved)) < 1e-6);
-    QCOMPARE(plot(Displays::DRef1)->DispA->cc.realX0, lowestEv);
-    QCOMPARE(m_panel->ui.EdgeE->text(), QStringLiteral("8350"));
-    QVERIFY(messages(*m_panel).isEmpty());
-}
-
 void tst_FourPsGraphs::doubleClickFitsOnePlotOnly()
 {
     for (const auto id : {Displays::DRef1, Displays::DRef2, Displays::DTarget}) {
@@ -593,24 +532,6 @@ void tst_FourPsGraphs::doubleClickFitsOnePlotOnly()
     QCOMPARE(plot(Displays::DRef1)->DispA->cc.realX0, 8100.0);
     QCOMPARE(plot(Displays::DTarget)->DispA->cc.realX0, 8100.0);
     QCOMPARE(m_panel->LCFvs4PS.size(), 1);
-}
-
-void tst_FourPsGraphs::zoomSurvivesPopOutAndBack()
-{
-    DispABase* of = plot(Displays::DRef1);
-    of->DispA->cc.setReal(8300.0, 0.0, 8400.0, 1.0);
-    QTest::mouseClick(of->PopDockB, Qt::LeftButton);
-    QVERIFY(QTest::qWaitForWindowExposed(of->pop));
-    QVERIFY(!of->docked);
-    QCOMPARE(of->DispA->window(), of->pop);
-    QVERIFY(showsEdgeAt(of, 8350.0, 8300.0, 8400.0));
-    QVERIFY(of->pop->close());
-    QTest::qWait(20);
-    QVERIFY(of->docked);
-    QCOMPARE(of->DispA->window(), m_panel->Disps);
-    QVERIFY(of->DispA->hasScale);
-    QCOMPARE(of->DispA->cc.realX0, 8300.0);
-    QVERIFY(showsEdgeAt(of, 8350.0, 8300.0, 8400.0));
 }
 
 void tst_FourPsGraphs::markersAreDraggedInThePoppedOutWindow()
@@ -825,18 +746,6 @@ void tst_FourPsGraphs::stepRepaintsNothing()
     QCOMPARE(paints.counts(), inTheGrid(0));
 }
 
-// Before it is left, and so before the spectra take the edge.
-void tst_FourPsGraphs::textInTheEdgeFieldMovesTheLinesOfItsPlotAlone()
-{
-    SurfacePaints paints(*m_panel->Disps);
-    const double edge = m_panel->XafsFiles.at(0)->edgeEnergy;
-    m_panel->ui.EdgeE->setText("8355");
-    QList<int> wanted = inTheGrid(0);
-    wanted[Displays::DMuts] = 1;
-    QCOMPARE(paints.counts(), wanted);
-    QCOMPARE(m_panel->XafsFiles.at(0)->edgeEnergy, edge);
-}
-
 void tst_FourPsGraphs::mapWithoutRowsRepaintsTheGraphs()
 {
     prepareMaps({0, 1, 2});
@@ -921,29 +830,6 @@ void tst_FourPsGraphs::shiftMovesTheCurveAndKeepsTheRange()
     QCOMPARE(of->DispA->cc.realX1, highestEv);
     QVERIFY(of->DispA->grab().toImage() != before);
     QVERIFY(showsEdgeAt(of, 8350.0));
-}
-
-void tst_FourPsGraphs::newFileFitsItsPlotAfresh()
-{
-    FourPs panel;
-    load(panel.XafsFiles.at(0), m_files.ref1);
-    load(panel.XafsFiles.at(1), m_files.ref2);
-    panel.Disps->show();
-    QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
-    QTest::qWait(20);
-    DispArea* first = panel.Disps->frame(Displays::DRef1)->DispA;
-    DispArea* second = panel.Disps->frame(Displays::DRef2)->DispA;
-    first->cc.setReal(8300.0, 0.0, 8400.0, 1.0);
-    second->cc.setReal(8300.0, 0.0, 8400.0, 1.0);
-    load(panel.XafsFiles.at(0), m_files.other);
-    QTest::qWait(30);
-    // 7000 to 7200 eV and 0 to 10, a twentieth more on each side.
-    QCOMPARE(first->cc.realX0, 6990.0);
-    QCOMPARE(first->cc.realX1, 7210.0);
-    QCOMPARE(first->cc.realY0, -0.5);
-    QCOMPARE(first->cc.realY1, 10.5);
-    QCOMPARE(second->cc.realX0, 8300.0);
-    panel.Disps->hide();
 }
 
 void tst_FourPsGraphs::fileWithoutASpectrumEmptiesItsPlot()

@@ -10,8 +10,6 @@
 
 #include <QtTest>
 
-#include <memory>
-
 using analysis::HistogramCounts;
 
 using namespace tests;
@@ -154,16 +152,9 @@ class tst_FourPsHistograms : public QObject
 private Q_SLOTS:
     void initTestCase();
     void init();
-    void cleanupTestCase();
-
-    void beforeTheFirstCountThePlotIsWhite_data();
-    void beforeTheFirstCountThePlotIsWhite();
-    void boxesOfTheOtherPlotShowNothing_data();
-    void boxesOfTheOtherPlotShowNothing();
 
     void boxesChooseTheHistograms_data();
     void boxesChooseTheHistograms();
-    void boxesOfTheFormAreThoseOfTheStart();
 
     void limitsOfXAreTheTypedOnes_data();
     void limitsOfXAreTheTypedOnes();
@@ -176,28 +167,20 @@ private Q_SLOTS:
     void calculatedMapIsShownAtOnce();
 
     void boxOfAnUnusedRowIsNotAsked();
-    void currentHistogramOfSharesIsTheLastChecked_data();
-    void currentHistogramOfSharesIsTheLastChecked();
     void currentHistogramOfSharesLeavesThePlotAlone();
 
 private:
     Family family(int id) { return familyOf(*m_panel, id); }
     void fillHistograms(const Family& family);
 
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
 };
 
 void tst_FourPsHistograms::initTestCase()
 {
-    m_panel = std::make_unique<FourPs>();
     m_panel->Disps->resize(1500, 1100);
     m_panel->Disps->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
-}
-
-void tst_FourPsHistograms::cleanupTestCase()
-{
-    closePanel(m_panel);
 }
 
 /// All four references used and valid, every box off, all histograms counted
@@ -239,36 +222,6 @@ void tst_FourPsHistograms::fillHistograms(const Family& of)
         bins[2 * k + 1] = highest.at(k);
         *of.ofReferences.at(k) = counted(bins, 30 + 5 * k, 55 - 5 * k);
     }
-}
-
-void tst_FourPsHistograms::beforeTheFirstCountThePlotIsWhite_data()
-{
-    addBothPlots();
-}
-
-void tst_FourPsHistograms::beforeTheFirstCountThePlotIsWhite()
-{
-    QFETCH(int, id);
-    resetPanel(*m_panel);
-    setReferences(*m_panel, {0, 1}, {0, 1});
-    const Family of = family(id);
-    checkBoxes(of, true, {0, 1, 2, 3});
-    QVERIFY(isBlank(shownOn(of)));
-    QVERIFY(!of.plot->DispA->cc.drawn);
-}
-
-void tst_FourPsHistograms::boxesOfTheOtherPlotShowNothing_data()
-{
-    addBothPlots();
-}
-
-void tst_FourPsHistograms::boxesOfTheOtherPlotShowNothing()
-{
-    QFETCH(int, id);
-    const int other = id == Displays::DHistA ? Displays::DHistDMut : Displays::DHistA;
-    checkBoxes(family(other), true, {0, 1, 2, 3});
-    QVERIFY(isBlank(shownOn(family(id))));
-    QVERIFY(!family(id).plot->DispA->cc.drawn);
 }
 
 void tst_FourPsHistograms::boxesChooseTheHistograms_data()
@@ -321,23 +274,6 @@ void tst_FourPsHistograms::boxesChooseTheHistograms()
     const Family of = family(id);
     checkBoxes(of, main, boxes);
     QVERIFY(showsOnly(of, main, shown));
-}
-
-// At the start the valence and, of the thickness, everything is checked.
-void tst_FourPsHistograms::boxesOfTheFormAreThoseOfTheStart()
-{
-    FourPs& panel = *m_panel;
-    resetPanel(panel);
-    setReferences(panel, {0, 1}, {0, 1});
-    const Family valence = familyOf(panel, Displays::DHistA);
-    const Family thickness = familyOf(panel, Displays::DHistDMut);
-    for (const Family& of : {valence, thickness}) {
-        of.from->setText("1");
-        of.to->setText("4");
-        fillHistograms(of);
-    }
-    QVERIFY(showsOnly(valence, true, {}));
-    QVERIFY(showsOnly(thickness, true, {{0, 0}, {1, 1}}));
 }
 
 void tst_FourPsHistograms::limitsOfXAreTheTypedOnes_data()
@@ -457,35 +393,13 @@ void tst_FourPsHistograms::boxOfAnUnusedRowIsNotAsked()
     QVERIFY(!m_panel->dMutChecked(-1));
 }
 
-void tst_FourPsHistograms::currentHistogramOfSharesIsTheLastChecked_data()
-{
-    QTest::addColumn<QList<int>>("boxes");
-    QTest::addColumn<int>("current"); // -1: the main one
-    QTest::newRow("none") << QList<int>{} << -1;
-    for (int i = 0; i < 4; ++i) {
-        QTest::addRow("only %d", i) << QList<int>{i} << i;
-    }
-    QTest::newRow("two") << QList<int>{0, 2} << 2;
-    QTest::newRow("all") << QList<int>{0, 1, 2, 3} << 3;
-}
-
-void tst_FourPsHistograms::currentHistogramOfSharesIsTheLastChecked()
-{
-    QFETCH(QList<int>, boxes);
-    QFETCH(int, current);
-    // Unlike ratioChecked() it goes by the row, used or not.
-    setReferences(*m_panel, {}, {});
-    checkBoxes(family(Displays::DHistA), true, boxes);
-    const Histgram* wanted = current < 0 ? m_panel->HistV : m_panel->HistRatio.at(current);
-    QCOMPARE(m_panel->currentRatioHist(), wanted);
-}
-
 // The third row is the second in use: the box of the row, the histogram of the
 // place.
 void tst_FourPsHistograms::currentHistogramOfSharesLeavesThePlotAlone()
 {
     setReferences(*m_panel, {0, 2}, {0, 2});
     const Family of = family(Displays::DHistA);
+    QCOMPARE(m_panel->currentRatioHist(), m_panel->HistV);
     checkBoxes(of, false, {2});
     QCOMPARE(m_panel->currentRatioHist(), m_panel->HistRatio.at(2));
     QVERIFY(showsOnly(of, false, {{1, 2}}));

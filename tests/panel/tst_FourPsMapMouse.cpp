@@ -35,17 +35,12 @@ class tst_FourPsMapMouse : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanupTestCase();
 
     void doubleClickChoosesLimits_data();
     void doubleClickChoosesLimits();
-    void otherDoubleClicksLeaveTheLimits_data();
-    void otherDoubleClicksLeaveTheLimits();
     void shiftOnlyRaisesTheLimits_data();
     void shiftOnlyRaisesTheLimits();
-    void controlScansWhereTheQuantityHasNoLimits();
     void scanOfADoubleClickTakesTheShownQuantity();
     void nextPaintSetsItsOwnLimits_data();
     void nextPaintSetsItsOwnLimits();
@@ -56,24 +51,17 @@ private Q_SLOTS:
     void singleClickLeavesViewAndLimits();
 
     void moveShowsPlaceAndValueOfEachPixel();
-    void valueOfAnotherQuantityOrResultIsNotKept();
     void valueShowsSixDigitsFromItsStart();
     void valueWithoutNumberIsShownAsSuch();
     void moveInTheZoomedViewReadsItsPixel();
-    void moveInThePoppedOutWindowReads();
     void dragReadsAsWell();
 
 private:
     DispMBase* window() const { return m_panel->MapDisp; }
     DispArea* surface() const { return m_panel->MapDisp->DispA; }
 
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
 };
-
-void tst_FourPsMapMouse::initTestCase()
-{
-    m_panel = std::make_unique<FourPs>();
-}
 
 void tst_FourPsMapMouse::init()
 {
@@ -81,71 +69,51 @@ void tst_FourPsMapMouse::init()
     QVERIFY(showWindow(window()));
 }
 
-void tst_FourPsMapMouse::cleanupTestCase()
-{
-    closePanel(m_panel);
-}
-
 void tst_FourPsMapMouse::doubleClickChoosesLimits_data()
-{
-    using Keys = Qt::KeyboardModifiers;
-    QTest::addColumn<Keys>("keys");
-    QTest::addColumn<QStringList>("texts");
-    const QStringList scanned{"0.45", "0.9"};
-    const QStringList kept{"0.47", "2"};
-    const QStringList preset{"-0.1", "1.1"};
-    QTest::newRow("no key") << Keys(Qt::NoModifier) << scanned;
-    QTest::newRow("Shift") << Keys(Qt::ShiftModifier) << kept;
-    QTest::newRow("Control") << Keys(Qt::ControlModifier) << preset;
-    QTest::newRow("Meta alone") << Keys(Qt::MetaModifier) << scanned;
-    QTest::newRow("keypad alone") << Keys(Qt::KeypadModifier) << scanned;
-    QTest::newRow("Shift and Meta") << (Qt::ShiftModifier | Qt::MetaModifier) << kept;
-    QTest::newRow("Control and Meta") << (Qt::ControlModifier | Qt::MetaModifier) << preset;
-}
-
-void tst_FourPsMapMouse::doubleClickChoosesLimits()
-{
-    QFETCH(Qt::KeyboardModifiers, keys);
-    QFETCH(QStringList, texts);
-    setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
-    picture(window());
-    window()->setZRange(0.47, 2.0);
-    window()->MinV->setCursorPosition(2);
-    clickTwice(surface(), Qt::LeftButton, keys);
-    QCOMPARE(limitTexts(window()), texts);
-    QCOMPARE(barLimits(window()), QList<double>({texts.at(0).toDouble(), texts.at(1).toDouble()}));
-    QCOMPARE(window()->MinV->cursorPosition(), 0);
-    QCOMPARE(window()->MaxV->cursorPosition(), 0);
-}
-
-void tst_FourPsMapMouse::otherDoubleClicksLeaveTheLimits_data()
 {
     using Keys = Qt::KeyboardModifiers;
     QTest::addColumn<Qt::MouseButton>("button");
     QTest::addColumn<Keys>("keys");
-    QTest::newRow("Alt") << Qt::LeftButton << Keys(Qt::AltModifier);
-    QTest::newRow("Shift and Control")
-        << Qt::LeftButton << (Qt::ShiftModifier | Qt::ControlModifier);
-    QTest::newRow("Shift and Alt") << Qt::LeftButton << (Qt::ShiftModifier | Qt::AltModifier);
-    QTest::newRow("Control and Alt") << Qt::LeftButton << (Qt::ControlModifier | Qt::AltModifier);
-    QTest::newRow("all three") << Qt::LeftButton
-                               << (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
-    QTest::newRow("right") << Qt::RightButton << Keys(Qt::NoModifier);
-    QTest::newRow("right with Shift") << Qt::RightButton << Keys(Qt::ShiftModifier);
-    QTest::newRow("right with Control") << Qt::RightButton << Keys(Qt::ControlModifier);
-    QTest::newRow("middle") << Qt::MiddleButton << Keys(Qt::NoModifier);
+    QTest::addColumn<QStringList>("texts");
+    const auto add = [](const char* name, Keys keys, const QStringList& texts,
+                        Qt::MouseButton button = Qt::LeftButton) {
+        QTest::newRow(name) << button << keys << texts;
+    };
+    const QStringList scanned{"0.45", "0.9"};
+    const QStringList raised{"0.6", "0.9"};
+    const QStringList preset{"-0.1", "1.1"};
+    const QStringList left{"0.6", "0.7"};
+    add("no key", Qt::NoModifier, scanned);
+    add("Shift", Qt::ShiftModifier, raised);
+    add("Control", Qt::ControlModifier, preset);
+    add("Meta alone", Qt::MetaModifier, scanned);
+    add("keypad alone", Qt::KeypadModifier, scanned);
+    add("Shift and Meta", Qt::ShiftModifier | Qt::MetaModifier, raised);
+    add("Control and Meta", Qt::ControlModifier | Qt::MetaModifier, preset);
+    add("Alt", Qt::AltModifier, left);
+    add("Shift and Control", Qt::ShiftModifier | Qt::ControlModifier, left);
+    add("Shift and Alt", Qt::ShiftModifier | Qt::AltModifier, left);
+    add("Control and Alt", Qt::ControlModifier | Qt::AltModifier, left);
+    add("all three", Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier, left);
+    add("right", Qt::NoModifier, left, Qt::RightButton);
+    add("right with Shift", Qt::ShiftModifier, left, Qt::RightButton);
+    add("right with Control", Qt::ControlModifier, left, Qt::RightButton);
+    add("middle", Qt::NoModifier, left, Qt::MiddleButton);
 }
 
-void tst_FourPsMapMouse::otherDoubleClicksLeaveTheLimits()
+void tst_FourPsMapMouse::doubleClickChoosesLimits()
 {
     QFETCH(Qt::MouseButton, button);
     QFETCH(Qt::KeyboardModifiers, keys);
+    QFETCH(QStringList, texts);
     setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
     picture(window());
     window()->setZRange(0.6, 0.7);
     clickTwice(surface(), button, keys);
-    QCOMPARE(limitTexts(window()), QStringList({"0.6", "0.7"}));
-    QCOMPARE(barLimits(window()), QList<double>({0.6, 0.7}));
+    QCOMPARE(limitTexts(window()), texts);
+    QCOMPARE(barLimits(window()), QList<double>({texts.at(0).toDouble(), texts.at(1).toDouble()}));
+    QCOMPARE(window()->MinV->cursorPosition(), 0);
+    QCOMPARE(window()->MaxV->cursorPosition(), 0);
 }
 
 void tst_FourPsMapMouse::shiftOnlyRaisesTheLimits_data()
@@ -168,16 +136,6 @@ void tst_FourPsMapMouse::shiftOnlyRaisesTheLimits()
     window()->setZRange(low, high);
     clickTwice(surface(), Qt::LeftButton, Qt::ShiftModifier);
     QTEST(limitTexts(window()), "texts");
-}
-
-// Not the scan that only raises: both limits go down here.
-void tst_FourPsMapMouse::controlScansWhereTheQuantityHasNoLimits()
-{
-    setQuantity(*m_panel, c1, 3, 1, {-5.0, -9.0, -4.5});
-    picture(window());
-    window()->setZRange(2.0, 3.0);
-    clickTwice(surface(), Qt::LeftButton, Qt::ControlModifier);
-    QCOMPARE(limitTexts(window()), QStringList({"-9", "-4.5"}));
 }
 
 void tst_FourPsMapMouse::scanOfADoubleClickTakesTheShownQuantity()
@@ -304,20 +262,6 @@ void tst_FourPsMapMouse::moveShowsPlaceAndValueOfEachPixel()
     }
 }
 
-void tst_FourPsMapMouse::valueOfAnotherQuantityOrResultIsNotKept()
-{
-    prepareThreePointMaps(*m_panel);
-    m_panel->calcMap();
-    m_panel->receiveNowPosInMap(0.5, 0.5);
-    QVERIFY(!m_panel->MapDisp->Val->text().isEmpty());
-    m_panel->ui.MapAmount->click();
-    QCOMPARE(m_panel->MapDisp->Val->text(), QString());
-    m_panel->receiveNowPosInMap(0.5, 0.5);
-    m_panel->calcMap();
-    QCOMPARE(m_panel->MapDisp->Val->text(), QString());
-    m_panel->ui.MapValence->click();
-}
-
 void tst_FourPsMapMouse::valueShowsSixDigitsFromItsStart()
 {
     setQuantity(*m_panel, ratio1, 1, 1, {-1.0 / 3.0});
@@ -355,15 +299,6 @@ void tst_FourPsMapMouse::moveInTheZoomedViewReadsItsPixel()
     QCOMPARE(window()->Val->text(), "0.74");
     tests::move(surface(), {width * 0.5, height * 0.25});
     QCOMPARE(window()->Val->text(), "0.84");
-}
-
-void tst_FourPsMapMouse::moveInThePoppedOutWindowReads()
-{
-    setQuantity(*m_panel, ratio1, 2, 1, {0.125, 0.25});
-    QVERIFY(popOut(window()));
-    picture(window());
-    tests::move(surface(), middleOf(window(), 2, 1, 1, 0));
-    QCOMPARE(window()->Val->text(), "0.25");
 }
 
 void tst_FourPsMapMouse::dragReadsAsWell()

@@ -89,20 +89,13 @@ class tst_FourPsMapRepaints : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanupTestCase();
 
-    void buttonsOpenTheirWindow_data();
-    void buttonsOpenTheirWindow();
-    void buttonLeavesAnOpenWindowOpen();
     void reopenedWindowKeepsZoomAndLimits();
 
     void chosenQuantityKeepsTheZoom();
     void chosenQuantityTakesItsLimitsAtOnce();
-    void chosenSlopeKeepsTheLimitsInAZoomedView();
     void chosenSlopeKeepsTheLimitsInTheWholeView();
-    void choiceBeforeResultsSetsTheLimits();
     void chosenQuantityRepaintsTheResultMap_data();
     void chosenQuantityRepaintsTheResultMap();
     void everyRadioIsHeard();
@@ -115,7 +108,6 @@ private Q_SLOTS:
     void chosenRowRepaintsTheDataMapAlone_data();
     void chosenRowRepaintsTheDataMapAlone();
     void everyRowRadioIsHeard();
-    void newDataOfEveryRowFitsTheDataMapAfresh();
 
     void nonEquivalentRunFitsTheResultMapAfresh_data();
     void nonEquivalentRunFitsTheResultMapAfresh();
@@ -141,57 +133,18 @@ private:
     DispMBase* data() const { return m_panel->DMapDisp; }
     bool showBoth(bool out);
 
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
 };
-
-void tst_FourPsMapRepaints::initTestCase()
-{
-    m_panel = std::make_unique<FourPs>();
-}
 
 void tst_FourPsMapRepaints::init()
 {
     resetMaps(*m_panel);
 }
 
-void tst_FourPsMapRepaints::cleanupTestCase()
-{
-    closePanel(m_panel);
-}
-
 bool tst_FourPsMapRepaints::showBoth(bool out)
 {
     return showWindow(result()) && showWindow(data()) &&
            (!out || (popOut(result()) && popOut(data())));
-}
-
-void tst_FourPsMapRepaints::buttonsOpenTheirWindow_data()
-{
-    QTest::addColumn<bool>("ofTheResult");
-    QTest::newRow("result map") << true;
-    QTest::newRow("data map") << false;
-}
-
-void tst_FourPsMapRepaints::buttonsOpenTheirWindow()
-{
-    QFETCH(bool, ofTheResult);
-    QVERIFY(result()->isWindow() && data()->isWindow());
-    QVERIFY(result()->isHidden() && data()->isHidden());
-    QTest::mouseClick(ofTheResult ? m_panel->ui.ShowMap : m_panel->ui.ShowDMap, Qt::LeftButton);
-    QVERIFY(QTest::qWaitForWindowExposed(ofTheResult ? result() : data()));
-    QCOMPARE(result()->isVisible(), ofTheResult);
-    QCOMPARE(data()->isVisible(), !ofTheResult);
-    QVERIFY(m_panel->Disps->isHidden());
-}
-
-void tst_FourPsMapRepaints::buttonLeavesAnOpenWindowOpen()
-{
-    for (int i = 0; i < 2; ++i) {
-        QTest::mouseClick(m_panel->ui.ShowMap, Qt::LeftButton);
-        QTest::mouseClick(m_panel->ui.ShowDMap, Qt::LeftButton);
-        QVERIFY(result()->isVisible());
-        QVERIFY(data()->isVisible());
-    }
 }
 
 void tst_FourPsMapRepaints::reopenedWindowKeepsZoomAndLimits()
@@ -249,18 +202,6 @@ void tst_FourPsMapRepaints::chosenQuantityTakesItsLimitsAtOnce()
     QCOMPARE(limitTexts(result()), QStringList({"1.5", "3.5"}));
 }
 
-void tst_FourPsMapRepaints::chosenSlopeKeepsTheLimitsInAZoomedView()
-{
-    const QList<double> values{0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.5, 7.0, 2.5, 0.0};
-    setResult(*m_panel, 1, 1, {values});
-    picture(result());
-    result()->DispA->cc.setReal(-1.0, -1.0, 1.0, 1.0);
-    mapRadio(*m_panel, c1)->click();
-    QCOMPARE(picture(result()),
-             plainPicture(result(), {1, 1, {0.5}, 1.5, 3.5}, {{}, -1.0, -1.0, 1.0, 1.0}));
-    QCOMPARE(limitTexts(result()), QStringList({"1.5", "3.5"}));
-}
-
 // The automatic range is set by the first paint, and no choice clears it.
 void tst_FourPsMapRepaints::chosenSlopeKeepsTheLimitsInTheWholeView()
 {
@@ -268,15 +209,6 @@ void tst_FourPsMapRepaints::chosenSlopeKeepsTheLimitsInTheWholeView()
     picture(result());
     setQuantity(*m_panel, c2, 2, 1, {0.3, 0.9});
     QCOMPARE(picture(result()), plainPicture(result(), {2, 1, {0.3, 0.9}, -0.1, 1.1}));
-}
-
-void tst_FourPsMapRepaints::choiceBeforeResultsSetsTheLimits()
-{
-    mapRadio(*m_panel, ratio2)->click();
-    QCOMPARE(limitTexts(result()), QStringList({"-0.1", "1.1"}));
-    mapRadio(*m_panel, c1)->click();
-    QCOMPARE(limitTexts(result()), QStringList({"-0.1", "1.1"}));
-    QVERIFY(isBlank(picture(result())));
 }
 
 void tst_FourPsMapRepaints::chosenQuantityRepaintsTheResultMap_data()
@@ -391,21 +323,6 @@ void tst_FourPsMapRepaints::everyRowRadioIsHeard()
         QVERIFY(!data()->DispA->hasScale);
         QCOMPARE(m_panel->CheckedMapRow(), row);
     }
-}
-
-void tst_FourPsMapRepaints::newDataOfEveryRowFitsTheDataMapAfresh()
-{
-    QVERIFY(showBoth(false));
-    result()->DispA->hasScale = true;
-    for (AEPoint* row : std::as_const(m_panel->EPoints)) {
-        data()->DispA->hasScale = true;
-        Q_EMIT row->newData();
-        QVERIFY(!data()->DispA->hasScale); // at once
-    }
-    QVERIFY(result()->DispA->hasScale);
-    const WindowPaints paints(*m_panel);
-    Q_EMIT m_panel->EPoints.last()->newData();
-    QCOMPARE(paints.counts(), QList<int>({0, 1}));
 }
 
 void tst_FourPsMapRepaints::nonEquivalentRunFitsTheResultMapAfresh_data()

@@ -2,7 +2,6 @@
 
 #include "support/MapWindows.h"
 
-#include <QButtonGroup>
 #include <QTest>
 
 #include <limits>
@@ -52,33 +51,18 @@ class tst_FourPsMapViews : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanupTestCase();
 
-    void noResultIsWhite();
     void resultWithoutSizeIsWhite_data();
     void resultWithoutSizeIsWhite();
 
     void everyQuantityOfTheNonEquivalentMethodShows_data();
     void everyQuantityOfTheNonEquivalentMethodShows();
-    void everyQuantityOfTheFourPointsFamilyShows_data();
-    void everyQuantityOfTheFourPointsFamilyShows();
-    void shareOfTheFirstReferenceIsNotTheStoredListsWithoutOne();
     void valenceFollowsTheReferencesOfNow();
     void firstRowLiesAtTheBottomAndFirstColumnAtTheLeft();
-    void pixelOutsideTheRecordsCountsAsZero();
-    void recordWithTooFewValuesCountsAsZero();
     void surplusRecordsAreNotShown();
 
-    void presetLimitsByQuantity_data();
-    void presetLimitsByQuantity();
     void presetNeedsNoResult();
-    void presetShowsSixDigitsFromTheirStart();
-    void valencePresetStartsFromTenAndZero_data();
-    void valencePresetStartsFromTenAndZero();
-    void jumpsAreSummedOverTheFirstCheckedReferences_data();
-    void jumpsAreSummedOverTheFirstCheckedReferences();
 
     void slopesAreScanned_data();
     void slopesAreScanned();
@@ -88,8 +72,6 @@ private Q_SLOTS:
     void infinitePixelWidensTheLimits();
     void equalValuesTakeTheFirstColour();
 
-    void paintWithoutAScaleFitsTheWholeMap();
-    void paintWithAScaleKeepsLimitsAndView();
     void typedLimitColoursTheMap();
     void zoomedAndPannedViewShowsItsPart();
     void squeezedBarColoursTheMap();
@@ -98,30 +80,13 @@ private:
     DispMBase* window() const { return m_panel->MapDisp; }
     QList<double> shown(int quantity, int pixels) const;
 
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
 };
-
-void tst_FourPsMapViews::initTestCase()
-{
-    m_panel = std::make_unique<FourPs>();
-}
 
 void tst_FourPsMapViews::init()
 {
     resetMaps(*m_panel);
     QVERIFY(showWindow(window()));
-}
-
-void tst_FourPsMapViews::cleanupTestCase()
-{
-    closePanel(m_panel);
-}
-
-void tst_FourPsMapViews::noResultIsWhite()
-{
-    QVERIFY(isBlank(picture(window())));
-    QVERIFY(!window()->DispA->hasScale);
-    QCOMPARE(limitTexts(window()), QStringList({"", ""}));
 }
 
 void tst_FourPsMapViews::resultWithoutSizeIsWhite_data()
@@ -182,52 +147,6 @@ QList<double> tst_FourPsMapViews::shown(int quantity, int pixels) const
     return values;
 }
 
-void tst_FourPsMapViews::everyQuantityOfTheFourPointsFamilyShows_data()
-{
-    using Values = QList<double>;
-    QTest::addColumn<int>("quantity");
-    QTest::addColumn<Values>("values");
-    QTest::addColumn<double>("low");
-    QTest::addColumn<double>("high");
-    const Values none{0, 0, 0, 0};
-    QTest::newRow("share 1") << 0 << Values{0.25, 0.75, 0.5, 1.0} << -0.1 << 1.1;
-    QTest::newRow("share 2") << 1 << Values{0.75, 0.25, 0.5, 0.0} << -0.1 << 1.1;
-    QTest::newRow("share 3") << 2 << none << -0.1 << 1.1;
-    QTest::newRow("share 4") << 3 << none << -0.1 << 1.1;
-    for (int i = 0; i < 4; ++i) {
-        QTest::addRow("dMut %d", i + 1) << 4 + i << none << amountLow << amountHigh;
-    }
-    QTest::newRow("mut0") << 8 << none << amountLow << amountHigh;
-    QTest::newRow("c1") << 9 << none << 0.0 << 0.0;
-    QTest::newRow("c2") << 10 << none << 0.0 << 0.0;
-    // 2 a + 3 (1 - a)
-    QTest::newRow("valence") << 11 << Values{2.75, 2.25, 2.5, 2.0} << 1.5 << 3.5;
-    QTest::newRow("amount") << 12 << Values{1.0, 2.0, -0.5, 8.0} << amountLow << amountHigh;
-}
-
-void tst_FourPsMapViews::everyQuantityOfTheFourPointsFamilyShows()
-{
-    QFETCH(int, quantity);
-    QFETCH(QList<double>, values);
-    QFETCH(double, low);
-    QFETCH(double, high);
-    setFractions(*m_panel, 2, 2, {{0.25, 1.0}, {0.75, 2.0}, {0.5, -0.5}, {1.0, 8.0}});
-    mapRadio(*m_panel, quantity)->setChecked(true);
-    const QImage image = picture(window());
-    QCOMPARE(barLimits(window()), QList<double>({low, high}));
-    QCOMPARE(image, plainPicture(window(), {2, 2, values, low, high}));
-}
-
-// Both kinds of result have an intensity; which one counts, the kind says.
-void tst_FourPsMapViews::shareOfTheFirstReferenceIsNotTheStoredListsWithoutOne()
-{
-    setQuantity(*m_panel, Ratio1, 1, 1, {0.2});
-    m_panel->BaseData.rows[0].intensity = 0.8;
-    QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {0.2}, -0.1, 1.1}));
-    m_panel->BaseData.extended = false;
-    QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {0.8}, -0.1, 1.1}));
-}
-
 void tst_FourPsMapViews::valenceFollowsTheReferencesOfNow()
 {
     setFractions(*m_panel, 1, 1, {{0.25, 1.0}});
@@ -252,65 +171,11 @@ void tst_FourPsMapViews::firstRowLiesAtTheBottomAndFirstColumnAtTheLeft()
     QCOMPARE(image.pixelColor(right, 0), QColor(255, 255, 255));
 }
 
-void tst_FourPsMapViews::pixelOutsideTheRecordsCountsAsZero()
-{
-    setQuantity(*m_panel, Ratio1, 3, 2, {0.5, 0.6, 0.7, 0.8});
-    QCOMPARE(picture(window()),
-             plainPicture(window(), {3, 2, {0.5, 0.6, 0.7, 0.8, 0.0, 0.0}, -0.1, 1.1}));
-    setFractions(*m_panel, 3, 1, {{0.5, 1.0}});
-    mapRadio(*m_panel, Ratio2)->setChecked(true);
-    window()->DispA->hasScale = false;
-    // 0 also for what a fraction of 0 would give another value.
-    QCOMPARE(picture(window()), plainPicture(window(), {3, 1, {0.5, 0.0, 0.0}, -0.1, 1.1}));
-}
-
-void tst_FourPsMapViews::recordWithTooFewValuesCountsAsZero()
-{
-    setResult(*m_panel, 2, 1, {{0.9, 0.8}, {0.7}});
-    mapRadio(*m_panel, Ratio2)->setChecked(true);
-    QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {0.8, 0.0}, -0.1, 1.1}));
-}
-
 void tst_FourPsMapViews::surplusRecordsAreNotShown()
 {
     setQuantity(*m_panel, C1, 2, 1, {1.0, 3.0, -50.0, 50.0});
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 3.0}, 1.0, 3.0}));
     QCOMPARE(limitTexts(window()), QStringList({"1", "3"}));
-}
-
-void tst_FourPsMapViews::presetLimitsByQuantity_data()
-{
-    QTest::addColumn<int>("quantity");
-    QTest::addColumn<double>("low");
-    QTest::addColumn<double>("high");
-    QTest::addColumn<QStringList>("texts");
-    for (int i = 0; i < 4; ++i) {
-        QTest::addRow("share %d", i + 1) << i << -0.1 << 1.1 << QStringList{"-0.1", "1.1"};
-        QTest::addRow("dMut %d", i + 1)
-            << 4 + i << amountLow << amountHigh << QStringList{"-0.8", "8.8"};
-    }
-    QTest::newRow("mut0") << 8 << amountLow << amountHigh << QStringList{"-0.8", "8.8"};
-    QTest::newRow("valence") << 11 << 1.5 << 3.5 << QStringList{"1.5", "3.5"};
-    QTest::newRow("amount") << 12 << amountLow << amountHigh << QStringList{"-0.8", "8.8"};
-}
-
-void tst_FourPsMapViews::presetLimitsByQuantity()
-{
-    QFETCH(int, quantity);
-    QFETCH(double, low);
-    QFETCH(double, high);
-    setResult(*m_panel, 1, 1, ownValues(1));
-    mapRadio(*m_panel, quantity)->setChecked(true);
-    window()->setZRange(40.0, 50.0);
-    QVERIFY(m_panel->SetMapScale());
-    QCOMPARE(barLimits(window()), QList<double>({low, high}));
-    QTEST(limitTexts(window()), "texts");
-    // The next paint without a scale takes the same.
-    window()->setZRange(40.0, 50.0);
-    window()->DispA->hasScale = false;
-    picture(window());
-    QCOMPARE(barLimits(window()), QList<double>({low, high}));
-    QTEST(limitTexts(window()), "texts");
 }
 
 void tst_FourPsMapViews::presetNeedsNoResult()
@@ -321,84 +186,6 @@ void tst_FourPsMapViews::presetNeedsNoResult()
     QCOMPARE(limitTexts(window()), QStringList({"-0.1", "1.1"}));
     QVERIFY(isBlank(picture(window())));
     QVERIFY(!window()->DispA->hasScale);
-}
-
-void tst_FourPsMapViews::presetShowsSixDigitsFromTheirStart()
-{
-    makeReferenceValid(*m_panel, 0, 12345678.0);
-    makeReferenceValid(*m_panel, 1, 0.0);
-    mapRadio(*m_panel, Amount)->setChecked(true);
-    QVERIFY(m_panel->SetMapScale());
-    QCOMPARE(limitTexts(window()), QStringList({"-1.23457e+06", "1.35802e+07"}));
-    QCOMPARE(window()->MinV->cursorPosition(), 0);
-    QCOMPARE(window()->MaxV->cursorPosition(), 0);
-    QCOMPARE(barLimits(window()), QList<double>({-1234567.8, 12345678.0 * 1.1}));
-}
-
-void tst_FourPsMapViews::valencePresetStartsFromTenAndZero_data()
-{
-    using Rows = QList<int>;
-    QTest::addColumn<Rows>("used");
-    QTest::addColumn<QStringList>("valences");
-    QTest::addColumn<QStringList>("texts");
-    const QStringList usual{"2", "3", "7", "-4"};
-    QTest::newRow("two") << Rows{0, 1} << usual << QStringList{"1.5", "3.5"};
-    QTest::newRow("upside down") << Rows{2, 1} << usual << QStringList{"2.5", "7.5"};
-    QTest::newRow("one") << Rows{2} << usual << QStringList{"6.5", "7.5"};
-    QTest::newRow("negative") << Rows{3} << usual << QStringList{"-4.5", "0.5"};
-    QTest::newRow("above ten") << Rows{0, 1} << QStringList{"12", "14", "0", "0"}
-                               << QStringList{"9.5", "14.5"};
-    QTest::newRow("words") << Rows{0, 1} << QStringList{"iron", "3", "", ""}
-                           << QStringList{"-0.5", "3.5"};
-    // Reversed; the bar holds them the right way round.
-    QTest::newRow("none") << Rows{} << usual << QStringList{"9.5", "0.5"};
-}
-
-void tst_FourPsMapViews::valencePresetStartsFromTenAndZero()
-{
-    QFETCH(QList<int>, used);
-    QFETCH(QStringList, valences);
-    QFETCH(QStringList, texts);
-    useReferences(*m_panel, used);
-    for (int i = 0; i < 4; ++i) {
-        m_panel->Refs.RefRows.at(i)->Valence->setText(valences.at(i));
-    }
-    QVERIFY(m_panel->SetMapScale());
-    QCOMPARE(limitTexts(window()), texts);
-    QList<double> limits{texts.at(0).toDouble(), texts.at(1).toDouble()};
-    std::sort(limits.begin(), limits.end());
-    QCOMPARE(barLimits(window()), limits);
-}
-
-void tst_FourPsMapViews::jumpsAreSummedOverTheFirstCheckedReferences_data()
-{
-    using Rows = QList<int>;
-    QTest::addColumn<Rows>("used");
-    QTest::addColumn<Rows>("valid");
-    QTest::addColumn<QStringList>("texts");
-    // The jumps of the four rows are 10, 20, 40, 80.
-    QTest::newRow("two of two") << Rows{0, 1} << Rows{0, 1, 2, 3} << QStringList{"-3", "33"};
-    QTest::newRow("with a gap") << Rows{1, 3} << Rows{1, 3} << QStringList{"-10", "110"};
-    QTest::newRow("all") << Rows{0, 1, 2, 3} << Rows{0, 1, 2, 3} << QStringList{"-15", "165"};
-    QTest::newRow("invalid one last") << Rows{0, 1, 2} << Rows{0, 1} << QStringList{"-3", "33"};
-    // Two valid ones make two terms, and these are the first two checked rows.
-    QTest::newRow("invalid one ahead") << Rows{0, 1, 3} << Rows{1, 3} << QStringList{"-3", "33"};
-}
-
-void tst_FourPsMapViews::jumpsAreSummedOverTheFirstCheckedReferences()
-{
-    QFETCH(QList<int>, used);
-    QFETCH(QList<int>, valid);
-    const QList<double> jumps{10, 20, 40, 80};
-    for (int i = 0; i < 4; ++i) {
-        makeReferenceValid(*m_panel, i, jumps.at(i));
-        m_panel->XafsFiles.at(i)->valid = valid.contains(i);
-    }
-    useReferences(*m_panel, used);
-    mapRadio(*m_panel, DMut1)->setChecked(true);
-    window()->setZRange(40.0, 50.0);
-    QVERIFY(m_panel->SetMapScale());
-    QTEST(limitTexts(window()), "texts");
 }
 
 void tst_FourPsMapViews::slopesAreScanned_data()
@@ -466,26 +253,6 @@ void tst_FourPsMapViews::equalValuesTakeTheFirstColour()
     QCOMPARE(picture(window()), black);
     QCOMPARE(barLimits(window()), QList<double>({4.0, 4.0}));
     QCOMPARE(limitTexts(window()), QStringList({"4", "4"}));
-}
-
-void tst_FourPsMapViews::paintWithoutAScaleFitsTheWholeMap()
-{
-    setQuantity(*m_panel, Ratio1, 5, 3, QList<double>(15, 0.5));
-    QVERIFY(!window()->DispA->hasScale);
-    picture(window());
-    QVERIFY(window()->DispA->hasScale);
-    QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 5.0, 3.0}));
-}
-
-void tst_FourPsMapViews::paintWithAScaleKeepsLimitsAndView()
-{
-    setQuantity(*m_panel, C1, 2, 1, {1.0, 2.0});
-    picture(window());
-    // Another result of another size and range, as a run that keeps the scale.
-    setQuantity(*m_panel, C1, 3, 1, {1.5, 5.0, 1.25});
-    const PlainMap map{3, 1, {1.5, 5.0, 1.25}, 1.0, 2.0};
-    QCOMPARE(picture(window()), plainPicture(window(), map, {{}, 0.0, 0.0, 2.0, 1.0}));
-    QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
 }
 
 void tst_FourPsMapViews::typedLimitColoursTheMap()

@@ -9,7 +9,6 @@
 #include <QtTest>
 
 #include <functional>
-#include <memory>
 
 using namespace tests;
 
@@ -20,9 +19,7 @@ class tst_FourPsMessages : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanupTestCase();
 
     void boxKeepsEveryLine();
     void lineAtTheEndIsShown_data();
@@ -39,18 +36,8 @@ private:
     QTextEdit* box() const { return m_panel->ui.Message; }
     bool showsItsEnd() const;
 
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
 };
-
-void tst_FourPsMessages::initTestCase()
-{
-    m_panel = std::make_unique<FourPs>();
-}
-
-void tst_FourPsMessages::cleanupTestCase()
-{
-    closePanel(m_panel);
-}
 
 void tst_FourPsMessages::init()
 {

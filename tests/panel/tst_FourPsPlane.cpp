@@ -8,7 +8,6 @@
 
 #include <QtTest>
 
-#include <memory>
 #include <optional>
 
 using namespace tests;
@@ -81,11 +80,7 @@ class tst_FourPsPlane : public QObject
 private Q_SLOTS:
     void initTestCase();
     void init();
-    void cleanupTestCase();
 
-    void frameHasNoPlaceInTheGrid();
-    void fewerThanTwoReferencesShowNothing_data();
-    void fewerThanTwoReferencesShowNothing();
     void pointsAndLinesOfTheRows();
     void columnsAreThoseOfTheFirstTwoUsed_data();
     void columnsAreThoseOfTheFirstTwoUsed();
@@ -93,14 +88,8 @@ private Q_SLOTS:
     void allRowsGiveAPointUsedOrNot();
     void targetColumnIsNotLookedAt();
 
-    void yellowLineFollowsTheEdgeJumps_data();
-    void yellowLineFollowsTheEdgeJumps();
-    void withoutAVPointTheMagentaLineIsMissing();
     void vPointOutOfUseIsRedWithoutALine();
     void lastOfSeveralVPointsGivesTheLine();
-    void cyanLineIsTheLeastSquareOfTheOthers();
-
-    void wordsAndEmptyTextsAreZero();
 
 private:
     DispABase* plot() const { return m_panel->Disps->frame(Displays::DM2M3); }
@@ -137,20 +126,14 @@ private:
         }
     }
 
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
 };
 
 void tst_FourPsPlane::initTestCase()
 {
-    m_panel = std::make_unique<FourPs>();
     plot()->resize(460, 420);
     plot()->show();
     QVERIFY(QTest::qWaitForWindowExposed(plot()));
-}
-
-void tst_FourPsPlane::cleanupTestCase()
-{
-    closePanel(m_panel);
 }
 
 void tst_FourPsPlane::init()
@@ -169,35 +152,6 @@ void tst_FourPsPlane::init()
     setPoints(usualPoints);
     useRows(*m_panel, {0, 1, 2, 3});
     markVPoints({2});
-}
-
-void tst_FourPsPlane::frameHasNoPlaceInTheGrid()
-{
-    const FourPs panel;
-    panel.Disps->show();
-    QVERIFY(QTest::qWaitForWindowExposed(panel.Disps));
-    const DispABase* frame = panel.Disps->frame(Displays::DM2M3);
-    QVERIFY(!frame->isVisible());
-    QCOMPARE(panel.Disps->DispL->indexOf(frame), -1);
-    panel.Disps->hide();
-}
-
-void tst_FourPsPlane::fewerThanTwoReferencesShowNothing_data()
-{
-    QTest::addColumn<QList<int>>("used");
-    QTest::newRow("none") << QList<int>{};
-    for (int row = 0; row < 4; ++row) {
-        QTest::addRow("only row %d", row) << QList<int>{row};
-    }
-}
-
-void tst_FourPsPlane::fewerThanTwoReferencesShowNothing()
-{
-    QFETCH(QList<int>, used);
-    useReferences(*m_panel, used);
-    QVERIFY(isBlank(shown()));
-    QVERIFY(!plot()->DispA->cc.drawn);
-    QVERIFY(!plot()->DispA->hasScale);
 }
 
 void tst_FourPsPlane::pointsAndLinesOfTheRows()
@@ -263,53 +217,6 @@ void tst_FourPsPlane::targetColumnIsNotLookedAt()
     QVERIFY(shows(usualPlane(), usualView()));
 }
 
-void tst_FourPsPlane::yellowLineFollowsTheEdgeJumps_data()
-{
-    QTest::addColumn<double>("first");
-    QTest::addColumn<double>("second");
-    QTest::addColumn<bool>("hasLine");
-    QTest::newRow("equal") << 1.25 << 1.25 << true;
-    QTest::newRow("the first larger") << 3.0 << 1.1 << true;
-    QTest::newRow("the second larger") << 1.1 << 1.9 << true;
-    QTest::newRow("of opposite signs") << -2.0 << 0.7 << true;
-    QTest::newRow("the second is zero") << 2.0 << 0.0 << true; // along the axis
-    QTest::newRow("the first is zero") << 0.0 << 2.0 << false;
-    QTest::newRow("both are zero") << 0.0 << 0.0 << false;
-}
-
-void tst_FourPsPlane::yellowLineFollowsTheEdgeJumps()
-{
-    QFETCH(double, first);
-    QFETCH(double, second);
-    QFETCH(bool, hasLine);
-    makeReferenceValid(*m_panel, 0, first);
-    makeReferenceValid(*m_panel, 1, second);
-    PlainPlane plain = usualPlane();
-    plain.k1.reset();
-    if (hasLine) {
-        plain.k1 = Line{second / first};
-    }
-    QVERIFY(shows(plain, usualView()));
-}
-
-void tst_FourPsPlane::withoutAVPointTheMagentaLineIsMissing()
-{
-    markVPoints({});
-    setPoints({{0.2, 0.4},
-               {1.4, 1.0},
-               {0.9, 0.75},
-               {2.0, 1.3},
-               {-0.4, 0.9},
-               {1.7, -0.2},
-               {2.4, 1.9},
-               {0.6, 2.2}});
-    PlainPlane plain = usualPlane();
-    plain.points[2] = {0.9, 0.75}; // on the line of the others
-    plain.vRows = {};
-    plain.k2.reset();
-    QVERIFY(shows(plain, usualView()));
-}
-
 void tst_FourPsPlane::vPointOutOfUseIsRedWithoutALine()
 {
     useRows(*m_panel, {0, 1, 3});
@@ -330,42 +237,6 @@ void tst_FourPsPlane::lastOfSeveralVPointsGivesTheLine()
     useRows(*m_panel, {0, 1, 2, 3, 6});
     plain.k2 = Line{1.9 / 2.4};
     QVERIFY(shows(plain, usualView()));
-}
-
-// Centred sums: the slope is sum (x - mx)(y - my) / sum (x - mx)^2.
-void tst_FourPsPlane::cyanLineIsTheLeastSquareOfTheOthers()
-{
-    const QList<int> rows{0, 3, 4, 5, 6};
-    useRows(*m_panel, {0, 2, 3, 4, 5, 6});
-    double meanX = 0.0;
-    double meanY = 0.0;
-    for (const int row : rows) {
-        meanX += usualPoints.at(row).x() / 5.0;
-        meanY += usualPoints.at(row).y() / 5.0;
-    }
-    double products = 0.0;
-    double squares = 0.0;
-    for (const int row : rows) {
-        const double x = usualPoints.at(row).x() - meanX;
-        products += x * (usualPoints.at(row).y() - meanY);
-        squares += x * x;
-    }
-    PlainPlane plain = usualPlane();
-    plain.ab = Line{products / squares, meanY - products / squares * meanX};
-    QVERIFY(shows(plain, usualView()));
-}
-
-void tst_FourPsPlane::wordsAndEmptyTextsAreZero()
-{
-    m_panel->EPoints.at(4)->Mut1->setText("word");
-    m_panel->EPoints.at(4)->Mut2->setText("");
-    m_panel->EPoints.at(6)->Mut1->setText("2.4 ");
-    m_panel->EPoints.at(6)->Mut2->setText("1,9");
-    PlainPlane plain = usualPlane();
-    plain.points[4] = {0.0, 0.0};
-    plain.points[6] = {2.4, 0.0};
-    // Now 0 to 2.4 on x, the same on y.
-    QVERIFY(shows(plain, {plot()->DispA->size(), {-0.24, -0.44, 2.64, 2.44}}));
 }
 
 QTEST_MAIN(tst_FourPsPlane)

@@ -69,9 +69,7 @@ class tst_FourPsReflexes : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanupTestCase();
 
     void loadedReferenceFillsItsColumn();
     void loadedReferenceProposesTheEdge();
@@ -126,30 +124,18 @@ private Q_SLOTS:
     void listOfEnergiesEmitsNothing();
 
     void valenceRangeOfTheUsedReferences();
-    void valenceRangeWithoutReferences();
     void histogramRangesFollowWhereAutoIsOn();
-    void histogramRangesCountTheUsedJumps();
     void mapFilesEnergyLineReachesThePanel();
     void reflexSetsTheHistogramLimitsFirst();
 
 private:
     Files m_files;
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
 };
-
-void tst_FourPsReflexes::initTestCase()
-{
-    m_panel = std::make_unique<FourPs>();
-}
 
 void tst_FourPsReflexes::init()
 {
     resetPanel(*m_panel);
-}
-
-void tst_FourPsReflexes::cleanupTestCase()
-{
-    closePanel(m_panel);
 }
 
 void tst_FourPsReflexes::loadedReferenceFillsItsColumn()
@@ -686,17 +672,6 @@ void tst_FourPsReflexes::valenceRangeOfTheUsedReferences()
     QCOMPARE(span, 2.5);
 }
 
-void tst_FourPsReflexes::valenceRangeWithoutReferences()
-{
-    FourPs& panel = *m_panel;
-    useReferences(panel, {});
-    double lo = 0, hi = 1, span = 0;
-    panel.ValenceRange(lo, hi, span);
-    QCOMPARE(lo, 10.0);
-    QCOMPARE(hi, 0.0);
-    QCOMPARE(span, -10.0);
-}
-
 void tst_FourPsReflexes::histogramRangesFollowWhereAutoIsOn()
 {
     FourPs& panel = *m_panel;
@@ -707,16 +682,6 @@ void tst_FourPsReflexes::histogramRangesFollowWhereAutoIsOn()
     QCOMPARE(panel.ui.HgAFrom->text(), "mine");
     QCOMPARE(panel.ui.HgTFrom->text(), "-0.5");
     QCOMPARE(panel.ui.HgTTo->cursorPosition(), 0);
-}
-
-void tst_FourPsReflexes::histogramRangesCountTheUsedJumps()
-{
-    FourPs& panel = *m_panel;
-    makeReferenceValid(panel, 0, 1.25);
-    makeReferenceValid(panel, 1, 2.0);
-    makeReferenceValid(panel, 2, 8.0); // not in use
-    panel.SetHistogramRanges();
-    QCOMPARE(panel.ui.HgTTo->text(), "3.75");
 }
 
 void tst_FourPsReflexes::mapFilesEnergyLineReachesThePanel()

@@ -10,8 +10,6 @@
 
 #include <QtTest>
 
-#include <memory>
-
 using namespace tests;
 
 namespace
@@ -42,25 +40,16 @@ class tst_FourPsThickness : public QObject
 private Q_SLOTS:
     void initTestCase();
     void init();
-    void cleanupTestCase();
 
-    void withoutAResultThePlotIsWhite();
-    void fractionsStandAtTheirValence();
     void valuesStandAtTheirValenceAndTotal();
     void flagOfTheResultDecidesAndNotTheValues();
-    void shortListsOfValuesReadAsZero();
     void chosenMapIsNotLookedAt();
     void valenceFollowsTheFieldsOfTheReferences();
-    void unusedReferencesAreLeftOut();
-    void withOneValidReferenceAllValencesAreZero();
 
     void colorIsTheCurrentOne_data();
     void colorIsTheCurrentOne();
     void releaseInTheComparisonChangesTheColor();
 
-    void limitsAreThoseOfBothHistograms();
-    void gridGoesFromTheFirstToTheSecondValence_data();
-    void gridGoesFromTheFirstToTheSecondValence();
     void calculatedMapIsShownAtOnce();
 
 private:
@@ -88,20 +77,14 @@ private:
         m_panel->Refs.RefRows.at(1)->Valence->setText(second);
     }
 
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
 };
 
 void tst_FourPsThickness::initTestCase()
 {
-    m_panel = std::make_unique<FourPs>();
     m_panel->Disps->resize(1500, 1100);
     m_panel->Disps->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
-}
-
-void tst_FourPsThickness::cleanupTestCase()
-{
-    closePanel(m_panel);
 }
 
 /// Two references of valence 2 and 3, a view from 1.5 to 3.5 and -0.5 to 2, no
@@ -122,22 +105,6 @@ void tst_FourPsThickness::init()
     QTest::qWait(10);
 }
 
-void tst_FourPsThickness::withoutAResultThePlotIsWhite()
-{
-    QVERIFY(isBlank(shown()));
-    QVERIFY(!plot()->DispA->cc.drawn);
-    QVERIFY(!plot()->DispA->hasScale);
-}
-
-// (1 - a) * 3 + a * 2
-void tst_FourPsThickness::fractionsStandAtTheirValence()
-{
-    setResult({fraction(0.0, 0.1), fraction(0.25, 1.1), fraction(0.5, 0.7), fraction(1.0, 0.3),
-               fraction(1.375, -0.2)},
-              false);
-    QVERIFY(showsPoints({{3.0, 0.1}, {2.75, 1.1}, {2.5, 0.7}, {2.0, 0.3}, {1.625, -0.2}}));
-}
-
 void tst_FourPsThickness::valuesStandAtTheirValenceAndTotal()
 {
     setResult({values(2.1, 0.9), values(3.3, -0.4), values(1.7, 1.9)}, true);
@@ -148,19 +115,6 @@ void tst_FourPsThickness::flagOfTheResultDecidesAndNotTheValues()
 {
     setResult({values(2.1, 0.9)}, false);
     QVERIFY(showsPoints({{2.75, 0.75}}));
-}
-
-void tst_FourPsThickness::shortListsOfValuesReadAsZero()
-{
-    m_panel->ui.HgAFrom->setText("-1");
-    A2DRow withoutTotal = values(2.1, 0.9);
-    withoutTotal.values.removeLast();
-    A2DRow withoutBoth = withoutTotal;
-    withoutBoth.values.removeLast();
-    setResult({withoutTotal, withoutBoth, fraction(0.5, 0.5)}, true);
-    PlainThickness plain;
-    plain.points = {{2.1, 0.0}, {0.0, 0.0}};
-    QVERIFY(shows(plain, {plot()->DispA->size(), {-1.0, -0.5, 3.5, 2.0}}));
 }
 
 void tst_FourPsThickness::chosenMapIsNotLookedAt()
@@ -181,29 +135,6 @@ void tst_FourPsThickness::valenceFollowsTheFieldsOfTheReferences()
     plain.upper = 2.8;
     plain.points = {{2.425, 1.1}}; // 0.6875 * 2.8 + 0.3125 * 1.6
     QVERIFY(shows(plain, automaticPlot()));
-}
-
-// The second and the fourth row, of valence 3 and 5.
-void tst_FourPsThickness::unusedReferencesAreLeftOut()
-{
-    useReferences(*m_panel, {1, 3});
-    m_panel->ui.HgATo->setText("5.5");
-    setResult({fraction(0.25, 1.1), fraction(0.75, 0.4)}, false);
-    PlainThickness plain;
-    plain.lower = 3.0;
-    plain.upper = 5.0;
-    plain.points = {{4.5, 1.1}, {3.5, 0.4}};
-    QVERIFY(shows(plain, {plot()->DispA->size(), {1.5, -0.5, 5.5, 2.0}}));
-}
-
-void tst_FourPsThickness::withOneValidReferenceAllValencesAreZero()
-{
-    m_panel->XafsFiles.at(1)->valid = false;
-    m_panel->ui.HgAFrom->setText("-1");
-    setResult({fraction(0.25, 1.1), fraction(0.75, 0.4)}, false);
-    PlainThickness plain;
-    plain.points = {{0.0, 1.1}, {0.0, 0.4}};
-    QVERIFY(shows(plain, {plot()->DispA->size(), {-1.0, -0.5, 3.5, 2.0}}));
 }
 
 void tst_FourPsThickness::colorIsTheCurrentOne_data()
@@ -240,60 +171,6 @@ void tst_FourPsThickness::releaseInTheComparisonChangesTheColor()
     plain.color = QColor(255, 0, 0);
     plain.points = {{2.1, 0.9}};
     QVERIFY(shows(plain, automaticPlot()));
-}
-
-void tst_FourPsThickness::limitsAreThoseOfBothHistograms()
-{
-    m_panel->ui.HgAFrom->setText("-1.25");
-    m_panel->ui.HgATo->setText("4.75");
-    m_panel->ui.HgTFrom->setText("-3.5");
-    m_panel->ui.HgTTo->setText("7.25");
-    setResult({values(2.1, 0.9), values(-0.6, 6.4)}, true);
-    PlainThickness plain;
-    plain.points = {{2.1, 0.9}, {-0.6, 6.4}};
-    QVERIFY(shows(plain, {plot()->DispA->size(), {-1.25, -3.5, 4.75, 7.25}}));
-}
-
-void tst_FourPsThickness::gridGoesFromTheFirstToTheSecondValence_data()
-{
-    QTest::addColumn<QList<int>>("used");
-    QTest::addColumn<QString>("first");
-    QTest::addColumn<QString>("second");
-    QTest::addColumn<double>("lower");
-    QTest::addColumn<double>("upper");
-    const QList<int> two{0, 1};
-    QTest::newRow("2 to 3") << two << "2"
-                            << "3" << 2.0 << 3.0;
-    QTest::newRow("the larger first") << two << "3"
-                                      << "2" << 3.0 << 2.0;
-    QTest::newRow("words") << two << "two"
-                           << "2" << 0.0 << 2.0;
-    QTest::newRow("one reference") << QList<int>{0} << "2"
-                                   << "3" << 2.0 << 0.0;
-    QTest::newRow("one negative reference") << QList<int>{0} << "-2"
-                                            << "3" << -2.0 << 0.0;
-    QTest::newRow("no reference") << QList<int>{} << "2"
-                                  << "3" << 0.0 << 0.0;
-    QTest::newRow("the third is the second") << QList<int>{0, 2} << "2"
-                                             << "3" << 2.0 << 4.0;
-}
-
-void tst_FourPsThickness::gridGoesFromTheFirstToTheSecondValence()
-{
-    QFETCH(QList<int>, used);
-    QFETCH(QString, first);
-    QFETCH(QString, second);
-    QFETCH(double, lower);
-    QFETCH(double, upper);
-    useReferences(*m_panel, used);
-    setValences(first, second);
-    m_panel->ui.HgAFrom->setText("-2.5");
-    setResult({values(2.1, 0.9)}, true);
-    PlainThickness plain;
-    plain.lower = lower;
-    plain.upper = upper;
-    plain.points = {{2.1, 0.9}};
-    QVERIFY(shows(plain, {plot()->DispA->size(), {-2.5, -0.5, 3.5, 2.0}}));
 }
 
 // One pixel of a = 1/2 between valences 2 and 3, thickness 1.

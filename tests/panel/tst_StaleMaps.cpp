@@ -189,7 +189,6 @@ class tst_StaleMaps : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void cleanupTestCase();
 
     void resultIsThatOfAFreshPanel_data();
     void resultIsThatOfAFreshPanel();
@@ -207,8 +206,8 @@ private:
     void addChoiceActions();
 
     std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<FourPs> m_panel; ///< calculates in all tests
-    std::unique_ptr<FourPs> m_other; ///< made like new before each of its calculations
+    const SharedPanel m_panel; ///< calculates in all tests
+    const SharedPanel m_other; ///< made like new before each of its calculations
 };
 
 void tst_StaleMaps::initTestCase()
@@ -217,16 +216,8 @@ void tst_StaleMaps::initTestCase()
     for (int row = 0; row < 8; ++row) {
         file(nameOf(row), textMap(row));
     }
-    m_panel = std::make_unique<FourPs>();
-    m_other = std::make_unique<FourPs>();
     prepareNumbers(*m_panel);
     prepareNumbers(*m_other);
-}
-
-void tst_StaleMaps::cleanupTestCase()
-{
-    closePanel(m_panel);
-    closePanel(m_other);
 }
 
 /// The state that each test begins with: a text map in each row.

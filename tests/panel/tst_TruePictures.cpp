@@ -55,7 +55,6 @@ class tst_TruePictures : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void cleanupTestCase();
 
     void everyPictureIsTrueAfterEveryAction_data();
     void everyPictureIsTrueAfterEveryAction();
@@ -91,7 +90,7 @@ private:
     AEPoint* row(int index) const { return m_panel->EPoints.at(index); }
     DispArea* surface(Displays::DispId id) const { return m_panel->Disps->frame(id)->DispA; }
 
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
     QTemporaryDir m_dir;
 };
 
@@ -105,13 +104,7 @@ private:
 
 void tst_TruePictures::initTestCase()
 {
-    m_panel = std::make_unique<FourPs>();
     QVERIFY(showAll(*m_panel));
-}
-
-void tst_TruePictures::cleanupTestCase()
-{
-    closePanel(m_panel);
 }
 
 void tst_TruePictures::everyPictureIsTrueAfterEveryAction_data()

@@ -50,10 +50,8 @@ class tst_WaitCursor : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
     void cleanup();
-    void cleanupTestCase();
 
     void guardShowsTheCursorWhileItLives();
     void nestedGuardsCountOnce();
@@ -81,14 +79,9 @@ private:
     void prepareLargeMaps();
     AEPoint* row(int index) const { return m_panel->EPoints.at(index); }
 
-    std::unique_ptr<FourPs> m_panel;
+    const SharedPanel m_panel;
     QTemporaryDir m_dir;
 };
-
-void tst_WaitCursor::initTestCase()
-{
-    m_panel = std::make_unique<FourPs>();
-}
 
 void tst_WaitCursor::init()
 {
@@ -99,11 +92,6 @@ void tst_WaitCursor::init()
 void tst_WaitCursor::cleanup()
 {
     QVERIFY(!QGuiApplication::overrideCursor());
-}
-
-void tst_WaitCursor::cleanupTestCase()
-{
-    closePanel(m_panel);
 }
 
 void tst_WaitCursor::guardShowsTheCursorWhileItLives()

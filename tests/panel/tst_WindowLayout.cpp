@@ -313,6 +313,13 @@ public:
 
     Body* body() const { return m_body.get(); }
 
+    /// Shows the main window; returns whether it came up.
+    bool show() const
+    {
+        m_body->show();
+        return QTest::qWaitForWindowExposed(m_body.get());
+    }
+
     FourPs* panel = nullptr;
 
 private:
@@ -407,8 +414,7 @@ void tst_WindowLayout::panelOpensAtLeastAsWideAsItsDesign()
 {
     QFETCH(app::Language, language);
     const Speaking program(language);
-    program.body()->show();
-    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QVERIFY(program.show());
     QVERIFY(program.panel->width() >= 1016);
 }
 
@@ -418,8 +424,7 @@ void tst_WindowLayout::mainWindowFitsOnASmallScreen()
     constexpr int frameOfADesktop = 25;
     QFETCH(app::Language, language);
     const Speaking program(language);
-    program.body()->show();
-    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QVERIFY(program.show());
     QVERIFY2(program.body()->height() + frameOfADesktop <= 720,
              qPrintable(QString::number(program.body()->height())));
     QVERIFY(program.body()->width() <= 1366);
@@ -433,8 +438,7 @@ void tst_WindowLayout::mainWindowLetsNothingOverlap()
 {
     QFETCH(app::Language, language);
     const Speaking program(language);
-    program.body()->show();
-    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QVERIFY(program.show());
     QCOMPARE(overlaps(program.body()), QString());
     program.panel->ui.DispCondsB->click();
     QCoreApplication::processEvents();
@@ -446,8 +450,7 @@ void tst_WindowLayout::mainWindowLetsNothingOverlap()
 void tst_WindowLayout::lowFieldsShowWholeLetters()
 {
     const Speaking program(app::Language::English);
-    program.body()->show();
-    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QVERIFY(program.show());
     const QString text = QStringLiteral("gjpqyÉ(8)[µ]価");
     for (const QLineEdit* field : {program.panel->ui.EdgeE, program.panel->EPoints.at(0)->Energy}) {
         QLineEdit sample;
@@ -460,8 +463,7 @@ void tst_WindowLayout::pathsGetTheWidthOfAWideWindow()
 {
     QFETCH(app::Language, language);
     const Speaking program(language);
-    program.body()->show();
-    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QVERIFY(program.show());
     const int opening = program.body()->width();
     const int height = program.body()->height();
     const QList<QWidget*> fields = pathFields(program.panel);
@@ -482,8 +484,7 @@ void tst_WindowLayout::listOfEnergiesAndBulkRowAreInLine()
 {
     QFETCH(app::Language, language);
     const Speaking program(language);
-    program.body()->show();
-    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QVERIFY(program.show());
     QCOMPARE(outOfLine(program.panel), QStringList());
     for (const int width : {1600, 3840}) {
         QVERIFY(resized(program.body(), width, program.body()->height()));
@@ -494,8 +495,7 @@ void tst_WindowLayout::listOfEnergiesAndBulkRowAreInLine()
 void tst_WindowLayout::heightOfAHighWindowIsLeftBelow()
 {
     const Speaking program(app::Language::English);
-    program.body()->show();
-    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QVERIFY(program.show());
     const Ui_FourPs& ui = program.panel->ui;
     const QList<QWidget*> blocks{ui.frame_5, ui.frame_6, ui.FourPsFiles, ui.FourPsAction,
                                  ui.Message};
@@ -528,8 +528,7 @@ void tst_WindowLayout::otherDesktopsCutNothing()
     QFETCH(app::Language, language);
     const OtherDesktop desktop(style, points);
     const Speaking program(language);
-    program.body()->show();
-    QVERIFY(QTest::qWaitForWindowExposed(program.body()));
+    QVERIFY(program.show());
     QCOMPARE(tooLowOnes(program.body()), QString());
     QCOMPARE(overlaps(program.body()), QString());
 }

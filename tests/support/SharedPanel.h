@@ -121,6 +121,24 @@ inline void closePanel(std::unique_ptr<FourPs>& panel)
     panel.reset();
 }
 
+/// The panel that the tests of a program share: a member of the test class, which is
+/// made when there is an application, as by QTEST_MAIN. It ends after its windows.
+class SharedPanel
+{
+public:
+    SharedPanel() = default;
+    ~SharedPanel() { closePanel(m_panel); }
+    SharedPanel(const SharedPanel&) = delete;
+    SharedPanel& operator=(const SharedPanel&) = delete;
+
+    FourPs* operator->() const { return m_panel.get(); }
+    FourPs& operator*() const { return *m_panel; }
+    FourPs* get() const { return m_panel.get(); }
+
+private:
+    std::unique_ptr<FourPs> m_panel = std::make_unique<FourPs>();
+};
+
 /// The form of a panel and its windows.
 inline QList<QWidget*> windowsOf(FourPs& panel)
 {
