@@ -16,23 +16,11 @@ namespace
 
 const QString shownOnly = QStringLiteral("background-color: rgb(255, 255, 220);");
 
-bool isInk(const QColor& color)
-{
-    return color.lightness() < 128;
-}
-
 /// The smallest rectangle around all dark pixels inside a field's frame.
 QRect inkOf(const QImage& picture)
 {
-    QRect ink;
-    for (int y = 4; y < picture.height() - 4; ++y) {
-        for (int x = 3; x < picture.width() - 3; ++x) {
-            if (isInk(picture.pixelColor(x, y))) {
-                ink |= QRect(x, y, 1, 1);
-            }
-        }
-    }
-    return ink;
+    return tests::boxOf(picture, picture.rect().adjusted(3, 4, -3, -4),
+                        [](const QColor& color) { return color.lightness() < 128; });
 }
 
 QImage pictureOf(QWidget* widget)
