@@ -240,7 +240,6 @@ class tst_SpectrumPlot : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
 
     void attachJoinsTheRowWithTheFramesSignals();
     void reattachingStopsDrawingInTheFormerFrame();
@@ -284,14 +283,8 @@ private Q_SLOTS:
     void jumpIsShownInSixDigits();
 
 private:
-    const QTemporaryDir m_settings;
+    const tests::DialogSettings m_settings;
 };
-
-void tst_SpectrumPlot::initTestCase()
-{
-    QVERIFY(m_settings.isValid());
-    keepDialogSettingsIn(m_settings);
-}
 
 void tst_SpectrumPlot::attachJoinsTheRowWithTheFramesSignals()
 {
