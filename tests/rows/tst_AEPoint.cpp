@@ -145,7 +145,6 @@ private Q_SLOTS:
     void unreadableFileKeepsTheOldMap();
     void clearedFileRowIsNotLoadedAndKeepsTheOldMap();
     void sizeGoesToTheDebugLog();
-    void textMapReplacesTheMapBefore();
 
     void binaryMapFillsTheRowWithReadyMut();
     void firstBytesDecideTheFormNotTheSuffix();
@@ -553,20 +552,6 @@ void tst_AEPoint::sizeGoesToTheDebugLog()
     row.loadData(bad);
     const QStringList expected{QStringLiteral("size 2 2"), QStringLiteral("size 3 0")};
     QCOMPARE(log.lines(), expected);
-}
-
-void tst_AEPoint::textMapReplacesTheMapBefore()
-{
-    AEPoint row;
-    row.loadData(file(QStringLiteral("a.dat"), textMap));
-    row.extended = true;
-    row.loadData(file(QStringLiteral("b.dat"), quietMap));
-    const Values expected{0, 0, 5, 6, 1, 0, 7, 8};
-    QCOMPARE(numbersOf(row), expected);
-    QCOMPARE(row.xNum, 2);
-    QCOMPARE(row.yNum, 1);
-    QCOMPARE(row.headerLines.size(), 2);
-    QCOMPARE(row.extended, true);
 }
 
 void tst_AEPoint::binaryMapFillsTheRowWithReadyMut()
