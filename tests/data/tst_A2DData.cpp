@@ -55,7 +55,6 @@ private Q_SLOTS:
     void deriveSizeCountsTheFirstLineAndColumn();
 
     void rowValuesCopiesAValidRow();
-    void rowValuesOutsideTheRowsZeroesAndKeepsTheLength_data();
     void rowValuesOutsideTheRowsZeroesAndKeepsTheLength();
 
     void sizeBoundHoldsPixelsAndSides_data();
@@ -132,23 +131,16 @@ void tst_A2DData::rowValuesCopiesAValidRow()
     QVERIFY(out.isEmpty());
 }
 
-void tst_A2DData::rowValuesOutsideTheRowsZeroesAndKeepsTheLength_data()
-{
-    QTest::addColumn<int>("index");
-    QTest::newRow("below") << -1;
-    QTest::newRow("just past") << 2;
-    QTest::newRow("far past") << std::numeric_limits<int>::max();
-    QTest::newRow("far below") << std::numeric_limits<int>::min();
-}
-
 void tst_A2DData::rowValuesOutsideTheRowsZeroesAndKeepsTheLength()
 {
-    QFETCH(int, index);
     A2DData map = mapAt({{0, 0}, {1, 0}});
     map.rows[0].values = map.rows[1].values = {1.0};
-    QList<double> out{9.0, NaN, 7.0};
-    map.rowValues(index, out);
-    QCOMPARE(out, (QList<double>{0.0, 0.0, 0.0}));
+    for (const int index :
+         {-1, 2, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+        QList<double> out{9.0, NaN, 7.0};
+        map.rowValues(index, out);
+        QCOMPARE(out, (QList<double>{0.0, 0.0, 0.0}));
+    }
 }
 
 void tst_A2DData::sizeBoundHoldsPixelsAndSides_data()

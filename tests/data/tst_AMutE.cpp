@@ -20,12 +20,8 @@ private Q_SLOTS:
     void newRecordIsEmpty();
     void newPointIsZero();
     void extremesSpanAllPoints();
-    void extremesOfOnePointAreThatPoint();
-    void extremesIgnoreNaN();
-    void extremesTakeInfinities();
-    void columnOfNaNLeavesTheStartingExtremes();
-    void extremesOfTheFormerFileAreForgotten();
-    void pointsKeepTheOrderOfTheFile();
+    void extremesAreThoseOfTheLastFile_data();
+    void extremesAreThoseOfTheLastFile();
     void descendingScanStaysDescending();
     void readKeepsTheShiftAndTheLimits();
     void pointsKeepRawEnergiesWithAShift();
@@ -84,67 +80,31 @@ void tst_AMutE::extremesSpanAllPoints()
     QCOMPARE(spectrum.maxAngle, spectrum.points.at(1).angle);
 }
 
-void tst_AMutE::extremesOfOnePointAreThatPoint()
+void tst_AMutE::extremesAreThoseOfTheLastFile_data()
 {
-    AMutE spectrum;
-    QVERIFY(read(&spectrum, "8300 -0.5\n"));
-    QCOMPARE(spectrum.minEnergy, 8300.0);
-    QCOMPARE(spectrum.maxEnergy, 8300.0);
-    QCOMPARE(spectrum.minMut, -0.5);
-    QCOMPARE(spectrum.maxMut, -0.5);
+    using Numbers = QList<double>;
+    constexpr double inf = std::numeric_limits<double>::infinity();
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<Numbers>("energy"); // lowest and highest
+    QTest::addColumn<Numbers>("mut");
+    const auto row = [](const char* name, const QByteArray& content, const Numbers& energy,
+                        const Numbers& mut) { QTest::newRow(name) << content << energy << mut; };
+    row("two points", "8300 1\n8400 2\n", {8300, 8400}, {1, 2});
+    row("one point", "8300 -0.5\n", {8300, 8300}, {-0.5, -0.5});
+    row("NaN is ignored", "8300 nan\nnan 1\n8400 2\n", {8300, 8400}, {1, 2});
+    row("infinities count", "8300 inf\n8400 2\n8500 -inf\n", {8300, 8500}, {-inf, inf});
+    row("nothing but NaN leaves what they start with", "8300 nan\n", {8300, 8300}, {1e300, -1e300});
 }
 
-void tst_AMutE::extremesIgnoreNaN()
-{
-    AMutE spectrum;
-    QVERIFY(read(&spectrum, "8300 nan\nnan 1\n8400 2\n"));
-    QCOMPARE(spectrum.points.size(), 3);
-    QCOMPARE(spectrum.minMut, 1.0);
-    QCOMPARE(spectrum.maxMut, 2.0);
-    QCOMPARE(spectrum.minEnergy, 8300.0);
-    QCOMPARE(spectrum.maxEnergy, 8400.0);
-}
-
-void tst_AMutE::extremesTakeInfinities()
-{
-    AMutE spectrum;
-    QVERIFY(read(&spectrum, "8300 inf\n8400 2\n8500 -inf\n"));
-    QCOMPARE(spectrum.minMut, -std::numeric_limits<double>::infinity());
-    QCOMPARE(spectrum.maxMut, std::numeric_limits<double>::infinity());
-}
-
-void tst_AMutE::columnOfNaNLeavesTheStartingExtremes()
-{
-    AMutE spectrum;
-    QVERIFY(read(&spectrum, "8300 nan\n"));
-    QCOMPARE(spectrum.minMut, 1e300);
-    QCOMPARE(spectrum.maxMut, -1e300);
-}
-
-void tst_AMutE::extremesOfTheFormerFileAreForgotten()
+void tst_AMutE::extremesAreThoseOfTheLastFile()
 {
     AMutE spectrum;
     QVERIFY(read(&spectrum, "1000 -100\n9000 100\n"));
-    QVERIFY(read(&spectrum, "8300 1\n8400 2\n"));
-    QCOMPARE(spectrum.points.size(), 2);
-    QCOMPARE(spectrum.minEnergy, 8300.0);
-    QCOMPARE(spectrum.maxEnergy, 8400.0);
-    QCOMPARE(spectrum.minMut, 1.0);
-    QCOMPARE(spectrum.maxMut, 2.0);
-}
-
-void tst_AMutE::pointsKeepTheOrderOfTheFile()
-{
-    AMutE spectrum;
-    QVERIFY(read(&spectrum, "8300 1\n8500 2\n8400 3\n8400 4\n"));
-    QList<double> energies;
-    QList<double> muts;
-    for (const MutPoint& point : spectrum.points) {
-        energies.append(point.energy);
-        muts.append(point.mut);
-    }
-    QCOMPARE(energies, (QList<double>{8300, 8500, 8400, 8400}));
-    QCOMPARE(muts, (QList<double>{1, 2, 3, 4}));
+    QFETCH(QByteArray, content);
+    QVERIFY(read(&spectrum, content));
+    QCOMPARE(spectrum.points.size(), content.count('\n'));
+    QTEST((QList<double>{spectrum.minEnergy, spectrum.maxEnergy}), "energy");
+    QTEST((QList<double>{spectrum.minMut, spectrum.maxMut}), "mut");
 }
 
 void tst_AMutE::descendingScanStaysDescending()

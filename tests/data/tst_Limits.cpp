@@ -15,17 +15,17 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 } // namespace
 
+Q_DECLARE_METATYPE(data::Limits)
+
 class tst_Limits : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void startReversed();
-    void firstValueIsBothEnds();
-    void laterValuesWidenOnly();
-    void valueInsideChangesNothing();
-    void notANumberChangesNothing();
-    void infinityIsAnExtreme();
+    void valueWidensOnly_data();
+    void valueWidensOnly();
+    void notANumberStays();
     void firstOfEqualZerosStays();
     void separateExtremesWidenAlike();
 };
@@ -36,49 +36,36 @@ void tst_Limits::startReversed()
     QCOMPARE(data::noLimits.high, -1e300);
 }
 
-void tst_Limits::firstValueIsBothEnds()
+void tst_Limits::valueWidensOnly_data()
 {
-    data::Limits limits = data::noLimits;
-    limits.widen(3.0);
-    QCOMPARE(limits.low, 3.0);
-    QCOMPARE(limits.high, 3.0);
+    QTest::addColumn<data::Limits>("limits");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<double>("low");
+    QTest::addColumn<double>("high");
+    const data::Limits some{1.0, 2.0};
+    QTest::newRow("first value is both ends") << data::noLimits << 3.0 << 3.0 << 3.0;
+    QTest::newRow("below") << some << -1.0 << -1.0 << 2.0;
+    QTest::newRow("above") << some << 5.0 << 1.0 << 5.0;
+    QTest::newRow("inside") << some << 1.5 << 1.0 << 2.0;
+    QTest::newRow("no number") << some << notANumber << 1.0 << 2.0;
+    QTest::newRow("infinity is an extreme") << data::noLimits << infinity << 1e300 << infinity;
 }
 
-void tst_Limits::laterValuesWidenOnly()
+void tst_Limits::valueWidensOnly()
 {
-    data::Limits limits{1.0, 2.0};
-    limits.widen(-1.0);
-    limits.widen(5.0);
-    QCOMPARE(limits.low, -1.0);
-    QCOMPARE(limits.high, 5.0);
+    QFETCH(data::Limits, limits);
+    QFETCH(double, value);
+    limits.widen(value);
+    QTEST(limits.low, "low");
+    QTEST(limits.high, "high");
 }
 
-void tst_Limits::valueInsideChangesNothing()
+// No value is below or above it.
+void tst_Limits::notANumberStays()
 {
-    data::Limits limits{1.0, 2.0};
-    limits.widen(1.5);
-    QCOMPARE(limits.low, 1.0);
-    QCOMPARE(limits.high, 2.0);
-}
-
-void tst_Limits::notANumberChangesNothing()
-{
-    data::Limits limits{1.0, 2.0};
-    limits.widen(notANumber);
-    QCOMPARE(limits.low, 1.0);
-    QCOMPARE(limits.high, 2.0);
-    // An extreme that is NaN stays: no value is below or above it.
     data::Limits broken{notANumber, notANumber};
     broken.widen(1.0);
     QVERIFY(std::isnan(broken.low) && std::isnan(broken.high));
-}
-
-void tst_Limits::infinityIsAnExtreme()
-{
-    data::Limits limits = data::noLimits;
-    limits.widen(infinity);
-    QCOMPARE(limits.low, 1e300);
-    QCOMPARE(limits.high, infinity);
 }
 
 void tst_Limits::firstOfEqualZerosStays()

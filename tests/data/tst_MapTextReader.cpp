@@ -119,7 +119,6 @@ private Q_SLOTS:
     void furtherWordsAreIgnored();
     void lineOfFewerThanThreeWordsIsDropped();
     void wordThatIsNoNumberReadsAsZero();
-    void blankLineIsSkippedInEveryKind_data();
     void blankLineIsSkippedInEveryKind();
     void anyWhiteSpaceSeparatesWords();
 
@@ -163,7 +162,7 @@ private Q_SLOTS:
     void lineOf16MiBIsRead_data();
     void lineOf16MiBIsRead();
     void lineIsCountedInCharacters();
-    void longerLineRefusesTheMap_data();
+    void longerLineRefusesTheMap_data() { lineOf16MiBIsRead_data(); }
     void longerLineRefusesTheMap();
     void commentLinesOf64MiBAreKept();
     void moreCommentLinesRefuseTheMap();
@@ -229,22 +228,14 @@ void tst_MapTextReader::wordThatIsNoNumberReadsAsZero()
     QCOMPARE(fields(got.map), (Fields{{1, 0, 0, 4}, {5, 6, 0, 0}}));
 }
 
-void tst_MapTextReader::blankLineIsSkippedInEveryKind_data()
-{
-    QTest::addColumn<QByteArray>("firstLine");
-    QTest::newRow("1306") << QByteArray("# 1306\n");
-    QTest::newRow("2003901") << QByteArray("# 2003901\n");
-    QTest::newRow("other") << QByteArray("# any\n");
-    QTest::newRow("none") << QByteArray();
-}
-
 void tst_MapTextReader::blankLineIsSkippedInEveryKind()
 {
-    QFETCH(QByteArray, firstLine);
-    const Reading got =
-        read(firstLine + "\n# I0 : 1\n  \t\n# X-NUM 1\n# Y-NUM 1\n\n1 2 3 4\n\n \n");
-    QVERIFY(got.good);
-    QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}}));
+    for (const QByteArray firstLine : {"# 1306\n", "# 2003901\n", "# any\n", ""}) {
+        const Reading got =
+            read(firstLine + "\n# I0 : 1\n  \t\n# X-NUM 1\n# Y-NUM 1\n\n1 2 3 4\n\n \n");
+        QVERIFY2(got.good, firstLine);
+        QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}}));
+    }
 }
 
 void tst_MapTextReader::anyWhiteSpaceSeparatesWords()
@@ -639,11 +630,6 @@ void tst_MapTextReader::lineIsCountedInCharacters()
     QVERIFY(reads("\r", 16777215 * 2)); // dropped
     QVERIFY(reads("\xFF", 16777215));
     QVERIFY(!reads("\xFF", 16777216));
-}
-
-void tst_MapTextReader::longerLineRefusesTheMap_data()
-{
-    lineOf16MiBIsRead_data();
 }
 
 void tst_MapTextReader::longerLineRefusesTheMap()

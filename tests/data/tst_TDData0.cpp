@@ -1,6 +1,7 @@
 // The two-dimensional map record: size, copies, region, identifier.
 #include "data/MaskItem.h"
 #include "data/TDData0.h"
+#include "support/DataRows.h"
 
 #include <QTest>
 
@@ -64,8 +65,7 @@ private Q_SLOTS:
     void maskItemsAreAppendedToEqualOnes();
     void maskItemsMayBeCopiedOntoTheirOwnMap();
 
-    void setRegionPutsItInForce();
-    void regionClearedKeepsTheRectangle();
+    void setRegionPutsItInForceAndRegionClearedKeepsIt();
     void regionOperationsAreSlots();
 
     void fileSafeId_data();
@@ -313,18 +313,12 @@ void TestTDData0::maskItemsMayBeCopiedOntoTheirOwnMap()
     QVERIFY(map.maskItems[0] != map.maskItems[1]);
 }
 
-void TestTDData0::setRegionPutsItInForce()
+void TestTDData0::setRegionPutsItInForceAndRegionClearedKeepsIt()
 {
     TDData0 map(4, 3);
     map.setRegion(cornerRect(1, 0, 2, 1));
     QVERIFY(map.regionSet);
     QCOMPARE(map.region, cornerRect(1, 0, 2, 1));
-}
-
-void TestTDData0::regionClearedKeepsTheRectangle()
-{
-    TDData0 map(4, 3);
-    map.setRegion(cornerRect(1, 0, 2, 1));
     map.regionCleared();
     QVERIFY(!map.regionSet);
     QCOMPARE(map.region, cornerRect(1, 0, 2, 1));
@@ -343,20 +337,13 @@ void TestTDData0::fileSafeId_data()
 {
     QTest::addColumn<QString>("id");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("plain") << "Ni map_1"
-                           << "Ni map_1";
-    QTest::newRow("slash becomes div") << "I0/I1/x"
-                                       << "I0divI1divx";
-    QTest::newRow("two underscores become one") << "a__b"
-                                                << "a_b";
-    QTest::newRow("three leave two") << "a___b"
-                                     << "a__b";
-    QTest::newRow("four leave two") << "a____b"
-                                    << "a__b";
-    QTest::newRow("slash between underscores") << "a_/_b"
-                                               << "a_div_b";
-    QTest::newRow("empty") << ""
-                           << "";
+    tests::addTexts("plain", {"Ni map_1", "Ni map_1"});
+    tests::addTexts("slash becomes div", {"I0/I1/x", "I0divI1divx"});
+    tests::addTexts("two underscores become one", {"a__b", "a_b"});
+    tests::addTexts("three leave two", {"a___b", "a__b"});
+    tests::addTexts("four leave two", {"a____b", "a__b"});
+    tests::addTexts("slash between underscores", {"a_/_b", "a_div_b"});
+    tests::addTexts("empty", {"", ""});
 }
 
 void TestTDData0::fileSafeId()

@@ -122,7 +122,6 @@ private Q_SLOTS:
     void smoothedInOneDirection_data();
     void smoothedInOneDirection();
     void smoothedInBothDirectionsGoesAlongLinesFirst();
-    void smoothedByAWindowLeavesTheIdentifierBehind_data();
     void smoothedByAWindowLeavesTheIdentifierBehind();
     void smoothedExtremesStartFromZero();
     void mapBetweenTheDirectionsIsDeletedLater();
@@ -324,28 +323,19 @@ void TestTDData0Smoothing::smoothedInBothDirectionsGoesAlongLinesFirst()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void TestTDData0Smoothing::smoothedByAWindowLeavesTheIdentifierBehind_data()
-{
-    QTest::addColumn<int>("nx");
-    QTest::addColumn<int>("ny");
-    QTest::newRow("along x") << 1 << 0;
-    QTest::newRow("along y") << 0 << 1;
-    QTest::newRow("both") << 1 << 1;
-}
-
 void TestTDData0Smoothing::smoothedByAWindowLeavesTheIdentifierBehind()
 {
-    QFETCH(int, nx);
-    QFETCH(int, ny);
     const auto map = randomMap(5, 4);
     map->dataId = "id";
     map->setRegion(QRect(1, 1, 2, 2));
     map->maskItems.append(new MaskItem(QRectF(5, 6, 7, 8), "c"));
-    const std::unique_ptr<TDData0> smooth(map->smoothed(nx, ny));
-    QVERIFY(smooth->dataId.isEmpty());
-    QVERIFY(!smooth->regionSet);
-    QVERIFY(smooth->maskItems.isEmpty());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    for (const auto& [nx, ny] : {std::pair{1, 0}, std::pair{0, 1}, std::pair{1, 1}}) {
+        const std::unique_ptr<TDData0> smooth(map->smoothed(nx, ny));
+        QVERIFY(smooth->dataId.isEmpty());
+        QVERIFY(!smooth->regionSet);
+        QVERIFY(smooth->maskItems.isEmpty());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
 }
 
 void TestTDData0Smoothing::smoothedExtremesStartFromZero()

@@ -146,11 +146,11 @@ private Q_SLOTS:
     void copyOfAllRowsStaysWhateverComes();
     void listsOutliveTheBlocks();
 
-    void writeLeavesTheNeighboursAlone_data();
+    void writeLeavesTheNeighboursAlone_data() { addWrites(); }
     void writeLeavesTheNeighboursAlone();
-    void writeOfTheLastOwnerIsRight_data();
+    void writeOfTheLastOwnerIsRight_data() { addWrites(); }
     void writeOfTheLastOwnerIsRight();
-    void writtenListIsReplacedByTheNextFill_data();
+    void writtenListIsReplacedByTheNextFill_data() { addWrites(); }
     void writtenListIsReplacedByTheNextFill();
 
     void rowsInAnotherOrderAreFilledRight();
@@ -356,11 +356,6 @@ void tst_ValueBlocks::listsOutliveTheBlocks()
     QVERIFY(areFilled(rows, 2));
 }
 
-void tst_ValueBlocks::writeLeavesTheNeighboursAlone_data()
-{
-    addWrites();
-}
-
 void tst_ValueBlocks::writeLeavesTheNeighboursAlone()
 {
     QFETCH(Write, write);
@@ -375,11 +370,6 @@ void tst_ValueBlocks::writeLeavesTheNeighboursAlone()
         rows[place].values = valuesOf(place, 1);
         QVERIFY(areFilled(rows, 1));
     }
-}
-
-void tst_ValueBlocks::writeOfTheLastOwnerIsRight_data()
-{
-    addWrites();
 }
 
 // One list is left of the block, with the memory of the others before and
@@ -408,11 +398,6 @@ void tst_ValueBlocks::writeOfTheLastOwnerIsRight()
             }
         }
     }
-}
-
-void tst_ValueBlocks::writtenListIsReplacedByTheNextFill_data()
-{
-    addWrites();
 }
 
 void tst_ValueBlocks::writtenListIsReplacedByTheNextFill()

@@ -2,6 +2,20 @@
 
 #include <QTest>
 
+namespace
+{
+
+QList<QColor> colorsOf(const QList<int>& reds)
+{
+    QList<QColor> colors;
+    for (const int red : reds) {
+        colors.append(QColor(red, 0, 0));
+    }
+    return colors;
+}
+
+} // namespace
+
 class tst_CColors : public QObject
 {
     Q_OBJECT
@@ -9,17 +23,11 @@ class tst_CColors : public QObject
 private Q_SLOTS:
     void baseListIsFifteenColoursThreeTimes_data();
     void baseListIsFifteenColoursThreeTimes();
-    void defaultListDoesNotGrow();
+    void listGrowsToTheNumberWantedAndNeverShrinks();
     void growingDerivesFromNeighboursAndWraps();
     void brightColoursAreDarkened();
-    void growingStopsAtTheNumberWanted();
-    void laterRoundsDeriveFromTheLongerList();
-    void emptyListStaysEmpty();
-    void longerListIsKept();
-    void fewerThanNoneAreWanted();
+    void laterRoundsDeriveFromTheLongerListAndStopInTheirMiddle();
     void baseListGrowsFromItsOwnNeighbours();
-    void roundStopsInItsMiddle();
-    void sumDecidesNotTheChannels();
     void derivedColoursAreOpaque();
 };
 
@@ -47,10 +55,18 @@ void tst_CColors::baseListIsFifteenColoursThreeTimes()
     QCOMPARE(colors.colors.at(30 + index), color);
 }
 
-void tst_CColors::defaultListDoesNotGrow()
+void tst_CColors::listGrowsToTheNumberWantedAndNeverShrinks()
 {
     QCOMPARE(CColors().colors.size(), 45);
-    QCOMPARE(CColors(45).colors.size(), 45);
+    for (const int wanted : {-7, 0, 45}) {
+        QCOMPARE(CColors(wanted).colors.size(), 45);
+    }
+    QCOMPARE(CColors(47).colors.size(), 47);
+    const QList<QColor> two{QColor(1, 2, 3), QColor(3, 2, 1)};
+    QCOMPARE(CColors(two, 1).colors.size(), 2);
+    QCOMPARE(CColors(two, 3).colors.size(), 3);
+    QVERIFY(CColors({}, 5).colors.isEmpty());
+    QVERIFY(CColors({}, -1).colors.isEmpty());
 }
 
 void tst_CColors::growingDerivesFromNeighboursAndWraps()
@@ -70,41 +86,21 @@ void tst_CColors::brightColoursAreDarkened()
     QCOMPARE(bright.colors.at(1), QColor(160, 108, 96));
     const CColors dark({QColor(200, 180, 120)}, 2);
     QCOMPARE(dark.colors.at(1), QColor(200, 180, 120));
+    // The sum decides and not a channel: of 204, 147 and 0.8 the last is cut.
+    QCOMPARE(CColors({QColor(255, 245, 0)}, 2).colors.at(1), QColor(255, 245, 0));
+    QCOMPARE(CColors({QColor(255, 245, 1)}, 2).colors.at(1), QColor(204, 147, 0));
 }
 
-void tst_CColors::growingStopsAtTheNumberWanted()
+void tst_CColors::laterRoundsDeriveFromTheLongerListAndStopInTheirMiddle()
 {
-    QCOMPARE(CColors(47).colors.size(), 47);
-    QCOMPARE(CColors({QColor(1, 2, 3), QColor(3, 2, 1)}, 3).colors.size(), 3);
-}
-
-void tst_CColors::laterRoundsDeriveFromTheLongerList()
-{
+    const auto grown = [](const QList<int>& reds, int wanted) {
+        return CColors(colorsOf(reds), wanted).colors;
+    };
     // Reds of 90 and 30 give (30 + 180) / 3 = 70 and 90; from 90, 30, 70, 90 the
     // second round gives 70 once more, then 70, 90, and 90 by wrapping.
-    const CColors colors({QColor(90, 0, 0), QColor(30, 0, 0)}, 8);
-    const QList<int> reds{90, 30, 70, 90, 70, 70, 90, 90};
-    QCOMPARE(colors.colors.size(), 8);
-    for (qsizetype i = 0; i < reds.size(); ++i) {
-        QCOMPARE(colors.colors.at(i), QColor(reds.at(i), 0, 0));
-    }
-}
-
-void tst_CColors::emptyListStaysEmpty()
-{
-    QVERIFY(CColors({}, 5).colors.isEmpty());
-}
-
-void tst_CColors::longerListIsKept()
-{
-    QCOMPARE(CColors({QColor(1, 2, 3), QColor(3, 2, 1)}, 1).colors.size(), 2);
-}
-
-void tst_CColors::fewerThanNoneAreWanted()
-{
-    QCOMPARE(CColors(0).colors.size(), 45);
-    QCOMPARE(CColors(-7).colors.size(), 45);
-    QVERIFY(CColors({}, -1).colors.isEmpty());
+    QCOMPARE(grown({90, 30}, 8), colorsOf({90, 30, 70, 90, 70, 70, 90, 90}));
+    // Those of 30, 60 and 90 rise to 60, 90; the third is not wanted any more.
+    QCOMPARE(grown({30, 60, 90}, 5), colorsOf({30, 60, 90, 60, 90}));
 }
 
 // The colours 0, 1 and 2 are black, red and blue; 44 is (240, 160, 0).
@@ -120,25 +116,6 @@ void tst_CColors::baseListGrowsFromItsOwnNeighbours()
     QCOMPARE(colors.colors.at(89), QColor(480 / 3, 320 / 3, 0));
     // The second starts at the front again.
     QCOMPARE(colors.colors.at(90), QColor(255, 0, 0));
-}
-
-// Reds of 30, 60 and 90 rise to 60, 90; the third is not wanted any more.
-void tst_CColors::roundStopsInItsMiddle()
-{
-    const CColors colors({QColor(30, 0, 0), QColor(60, 0, 0), QColor(90, 0, 0)}, 5);
-    const QList<int> reds{30, 60, 90, 60, 90};
-    QCOMPARE(colors.colors.size(), reds.size());
-    for (qsizetype i = 0; i < reds.size(); ++i) {
-        QCOMPARE(colors.colors.at(i), QColor(reds.at(i), 0, 0));
-    }
-}
-
-// 255 + 245 + 0 is not above 500 and stays; with one more, the products 204,
-// 147 and 0.8 are cut.
-void tst_CColors::sumDecidesNotTheChannels()
-{
-    QCOMPARE(CColors({QColor(255, 245, 0)}, 2).colors.at(1), QColor(255, 245, 0));
-    QCOMPARE(CColors({QColor(255, 245, 1)}, 2).colors.at(1), QColor(204, 147, 0));
 }
 
 void tst_CColors::derivedColoursAreOpaque()

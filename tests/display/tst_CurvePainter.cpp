@@ -94,7 +94,6 @@ private Q_SLOTS:
     void pointsAreTruncated();
     void lessThanTwoPointsShowNothing();
     void twoPointsInOnePlaceAreADot();
-    void lastSegmentsComeWithTheEnd();
     void pointWithoutAPlaceTakesItsSegments_data();
     void pointWithoutAPlaceTakesItsSegments();
     void emptyRangesShowNothing();
@@ -114,7 +113,6 @@ void tst_CurvePainter::looksLikeSingleLines_data()
     const QPen cosmetic(Qt::blue, 0.0);
     const QPen wide(QColor(255, 0, 0), 2.0);
     const QPen wider(QColor(255, 200, 255), 3.0);
-    const QPen translucent(QColor(0, 0, 0, 100), 3.0);
     QTest::newRow("two points") << 2 << thin;
     QTest::newRow("255 segments") << 256 << thin;
     QTest::newRow("256 segments") << 257 << thin;
@@ -124,8 +122,6 @@ void tst_CurvePainter::looksLikeSingleLines_data()
     QTest::newRow("long, cosmetic pen") << 700 << cosmetic;
     QTest::newRow("long, wide pen") << 700 << wide;
     QTest::newRow("long, wider pen") << 700 << wider;
-    // Shows whether crossings are painted once or twice.
-    QTest::newRow("long, translucent pen") << 601 << translucent;
     QTest::newRow("long, dashed pen") << 700 << QPen(Qt::black, 1.0, Qt::DashLine);
 }
 
@@ -160,20 +156,6 @@ void tst_CurvePainter::twoPointsInOnePlaceAreADot()
     QImage wanted = whiteSurface();
     wanted.setPixelColor(140, 219, Qt::black);
     QCOMPARE(curve(PlotSurface(), {{15, 0}, {15, 0}}), wanted);
-}
-
-void tst_CurvePainter::lastSegmentsComeWithTheEnd()
-{
-    const PlotSurface cc;
-    QImage image = whiteSurface();
-    QPainter p(&image);
-    {
-        display::CurvePainter painter(&p, cc);
-        painter.add(12, 0);
-        painter.add(20, 2);
-    }
-    p.end();
-    QCOMPARE(image, singleLines({{12, 0}, {20, 2}}));
 }
 
 void tst_CurvePainter::pointWithoutAPlaceTakesItsSegments_data()

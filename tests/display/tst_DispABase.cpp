@@ -1,14 +1,15 @@
 // The frame of a plot: its form, its read-outs and the titles of its axes.
 
 #include "display/DispABase.h"
-#include "rows/FormChecks.h"
 #include "support/MemberOrder.h"
 #include "support/MouseInput.h"
+#include "support/PictureTools.h"
 
 #include <QGridLayout>
-#include <QPushButton>
 #include <QStylePainter>
 #include <QTest>
+
+#include <functional>
 
 using namespace tests;
 
@@ -37,33 +38,32 @@ QImage picture(QWidget* widget)
     return widget->grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
 
-/// A surface with these titles, drawn by hand.
-QImage expectedTitles(const QString& x, const QString& y)
+/// A white surface on which titles are drawn by hand, with a black pen.
+QImage drawnByHand(const QSize& size, const std::function<void(QStylePainter*)>& drawTitles)
 {
     DispArea area;
-    area.resize(surfaceSize);
+    area.resize(size);
     QObject::connect(&area, &DispArea::draw, &area, [&](QStylePainter* p) {
         p->fillRect(area.rect(), Qt::white);
         p->setPen(Qt::black);
+        drawTitles(p);
+    });
+    return picture(&area);
+}
+
+QImage expectedTitles(const QString& x, const QString& y)
+{
+    return drawnByHand(surfaceSize, [&](QStylePainter* p) {
         drawTitle(p, xTitleBox, x);
         p->rotate(270.0);
         drawTitle(p, yTitleBox, y);
     });
-    return picture(&area);
 }
 
 /// The rectangle around all dark pixels.
 QRect inkOf(const QImage& image)
 {
-    QRect ink;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (qGray(image.pixel(x, y)) < 150) {
-                ink |= QRect(x, y, 1, 1);
-            }
-        }
-    }
-    return ink;
+    return boxOf(image, image.rect(), [](const QColor& c) { return qGray(c.rgb()) < 150; });
 }
 
 } // namespace
@@ -76,31 +76,22 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void frameIsAsTheFormHasIt();
-    void drawingStandsInRowOneOfTheFrame();
     void stripStandsAboveTheSurface();
-    void stripHoldsItsWidgetsFromLeftToRight_data();
-    void stripHoldsItsWidgetsFromLeftToRight();
-    void readOutsAreYellowishAndReadOnly_data();
-    void readOutsAreYellowishAndReadOnly();
-    void buttonIsNarrow();
     void startsDockedWithTitlesInTheStrip();
     void signalsAndSlotsComeInTheirOrder();
 
-    void readOutFollowsTheMouse();
     void readOutShowsSixDigitsFromTheirStart_data();
     void readOutShowsSixDigitsFromTheirStart();
 
     void stripShowsTheTitlesThatAreNotInThePlot_data();
     void stripShowsTheTitlesThatAreNotInThePlot();
-    void plotShowsTheTitlesThatBelongThere_data();
+    void plotShowsTheTitlesThatBelongThere_data() { stripShowsTheTitlesThatAreNotInThePlot_data(); }
     void plotShowsTheTitlesThatBelongThere();
     void titleOfXStandsBetweenTheRangeLabels();
     void titleOfYRunsUpwardAtTheLeft();
     void titlesFitOddSizes();
     void titlesOfLargePlotsHaveTwelvePoints();
     void titlesAreBlackAndLeaveThePainterAsItWas();
-    void titlesAreDrawnAfterTheClient();
     void clientWithNothingToShowGetsNoTitlesButTheReadOutFollows();
     void clientThatShowsSomethingAgainGetsItsTitlesBack();
 
@@ -120,7 +111,8 @@ void tst_DispABase::cleanup()
     m_frame.reset();
 }
 
-/// The surface of the frame, white, with its titles "Energy" and "mut" set.
+/// The surface of the frame, with its titles "Energy" and "mut" set and a client that
+/// fills it white beforehand.
 QImage tst_DispABase::paintedTitles(bool xInArea, bool yInArea)
 {
     DispArea* area = m_frame->DispA;
@@ -133,30 +125,6 @@ QImage tst_DispABase::paintedTitles(bool xInArea, bool yInArea)
     });
     area->setFixedSize(surfaceSize);
     return picture(area);
-}
-
-void tst_DispABase::frameIsAsTheFormHasIt()
-{
-    QCOMPARE(m_frame->objectName(), "DispABase");
-    QCOMPARE(m_frame->windowTitle(), "Frame");
-    QCOMPARE(m_frame->size(), QSize(528, 528));
-    QCOMPARE(m_frame->frameShape(), QFrame::StyledPanel);
-    QCOMPARE(m_frame->frameShadow(), QFrame::Raised);
-}
-
-void tst_DispABase::drawingStandsInRowOneOfTheFrame()
-{
-    const auto* grid = qobject_cast<QGridLayout*>(m_frame->layout());
-    QVERIFY(grid);
-    QCOMPARE(grid->objectName(), "gridLayout");
-    QCOMPARE(grid->contentsMargins(), QMargins(2, 2, 2, 2));
-    QCOMPARE(grid->horizontalSpacing(), 2);
-    QCOMPARE(grid->verticalSpacing(), 2);
-    QCOMPARE(grid->count(), 1);
-    QVERIFY(grid->itemAtPosition(1, 0));
-    QCOMPARE(grid->itemAtPosition(1, 0)->widget(), m_frame->DispABFrame);
-    QCOMPARE(m_frame->DispABFrame->objectName(), "DispABFrame");
-    QCOMPARE(m_frame->DispABFrame->frameShadow(), QFrame::Raised);
 }
 
 void tst_DispABase::stripStandsAboveTheSurface()
@@ -174,62 +142,6 @@ void tst_DispABase::stripStandsAboveTheSurface()
     QCOMPARE(m_frame->frame->frameShadow(), QFrame::Plain);
     QCOMPARE(m_frame->frame->sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
     QCOMPARE(m_frame->DispA->objectName(), "DispA");
-}
-
-void tst_DispABase::stripHoldsItsWidgetsFromLeftToRight_data()
-{
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QByteArray>("kind");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("Title") << 0 << QByteArray("QLabel") << "TextLabel";
-    QTest::newRow("label") << 1 << QByteArray("QLabel") << " x:";
-    QTest::newRow("XTitle") << 2 << QByteArray("QLabel") << "x-title";
-    QTest::newRow("XPos") << 3 << QByteArray("QLineEdit") << "";
-    QTest::newRow("label_2") << 4 << QByteArray("QLabel") << "y:"; // no blank, on purpose
-    QTest::newRow("YTitle") << 5 << QByteArray("QLabel") << "y-title";
-    QTest::newRow("YPos") << 6 << QByteArray("QLineEdit") << "";
-    QTest::newRow("PopDockB") << 7 << QByteArray("QPushButton") << "P/D";
-}
-
-void tst_DispABase::stripHoldsItsWidgetsFromLeftToRight()
-{
-    QFETCH(int, column);
-    QFETCH(QByteArray, kind);
-    QFETCH(QString, text);
-    const auto* grid = qobject_cast<QGridLayout*>(m_frame->frame->layout());
-    QVERIFY(grid);
-    QCOMPARE(grid->objectName(), "gridLayout_2");
-    QCOMPARE(grid->contentsMargins(), QMargins(3, 3, 3, 3));
-    QCOMPARE(grid->horizontalSpacing(), 3);
-    QCOMPARE(grid->verticalSpacing(), 3);
-    QCOMPARE(grid->count(), 8);
-    const QWidget* widget = ownChild(m_frame->frame, QTest::currentDataTag());
-    QVERIFY(widget);
-    QCOMPARE(gridColumn(widget), column);
-    QCOMPARE(QByteArray(widget->metaObject()->className()), kind);
-    QCOMPARE(textOf(widget), text);
-}
-
-void tst_DispABase::readOutsAreYellowishAndReadOnly_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("x") << "XPos";
-    QTest::newRow("y") << "YPos";
-}
-
-void tst_DispABase::readOutsAreYellowishAndReadOnly()
-{
-    QFETCH(QString, name);
-    const auto* edit = m_frame->findChild<QLineEdit*>(name);
-    QVERIFY(edit);
-    QVERIFY(edit->isReadOnly());
-    QVERIFY(isRightAligned(edit));
-    QCOMPARE(edit->styleSheet(), QString(resultStyle));
-}
-
-void tst_DispABase::buttonIsNarrow()
-{
-    QCOMPARE(m_frame->PopDockB->maximumWidth(), 50);
 }
 
 void tst_DispABase::startsDockedWithTitlesInTheStrip()
@@ -250,20 +162,6 @@ void tst_DispABase::signalsAndSlotsComeInTheirOrder()
     QCOMPARE(memberNames(meta, QMetaMethod::Slot).first(5),
              (QStringList{"receiveNowPos(double,double)", "receiveDraw(QStylePainter*)",
                           "popDock()", "drawXYTitle(QStylePainter*)", "clearScale()"}));
-}
-
-void tst_DispABase::readOutFollowsTheMouse()
-{
-    m_frame->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
-    m_frame->DispA->cc.setArea(0.0, 200.0, 100.0, 0.0);
-    m_frame->DispA->cc.setReal(0.0, 0.0, 1.0, 1.0);
-    tests::move(m_frame->DispA, {75.0, 150.0});
-    QCOMPARE(m_frame->XPos->text(), "0.75");
-    QCOMPARE(m_frame->YPos->text(), "0.25");
-    tests::move(m_frame->DispA, {-25.0, 250.0});
-    QCOMPARE(m_frame->XPos->text(), "-0.25");
-    QCOMPARE(m_frame->YPos->text(), "-0.25");
 }
 
 void tst_DispABase::readOutShowsSixDigitsFromTheirStart_data()
@@ -309,11 +207,6 @@ void tst_DispABase::stripShowsTheTitlesThatAreNotInThePlot()
     QCOMPARE(m_frame->yTitle, "mut");
     QCOMPARE(m_frame->XTitle->text(), xInArea ? "" : "Energy");
     QCOMPARE(m_frame->YTitle->text(), yInArea ? "" : "mut");
-}
-
-void tst_DispABase::plotShowsTheTitlesThatBelongThere_data()
-{
-    stripShowsTheTitlesThatAreNotInThePlot_data();
 }
 
 void tst_DispABase::plotShowsTheTitlesThatBelongThere()
@@ -366,16 +259,11 @@ void tst_DispABase::titlesFitOddSizes()
     paintedTitles(true, true);
     m_frame->DispA->setFixedSize(333, 217);
     const QImage titles = picture(m_frame->DispA);
-    DispArea byHand;
-    byHand.resize(333, 217);
-    connect(&byHand, &DispArea::draw, &byHand, [&](QStylePainter* p) {
-        p->fillRect(byHand.rect(), Qt::white);
-        p->setPen(Qt::black);
-        drawTitle(p, {33.0, 197.0, 284.0, 7.0}, "Energy");
-        p->rotate(270.0);
-        drawTitle(p, {-217.0, 7.0, 217.0, 7.0}, "mut");
-    });
-    QCOMPARE(titles, picture(&byHand));
+    QCOMPARE(titles, drawnByHand({333, 217}, [](QStylePainter* p) {
+                 drawTitle(p, {33.0, 197.0, 284.0, 7.0}, "Energy");
+                 p->rotate(270.0);
+                 drawTitle(p, {-217.0, 7.0, 217.0, 7.0}, "mut");
+             }));
 }
 
 // Plot area of 800 by 900: 80 to 760, 810 up to 45. Rows of trunc(-38.25) = -38,
@@ -385,19 +273,14 @@ void tst_DispABase::titlesOfLargePlotsHaveTwelvePoints()
     paintedTitles(true, true);
     m_frame->DispA->setFixedSize(800, 900);
     const QImage titles = picture(m_frame->DispA);
-    DispArea byHand;
-    byHand.resize(800, 900);
-    connect(&byHand, &DispArea::draw, &byHand, [&](QStylePainter* p) {
-        QFont font;
-        font.setPointSizeF(12.0);
-        p->fillRect(byHand.rect(), Qt::white);
-        p->setPen(Qt::black);
-        p->setFont(font);
-        p->drawText(QRectF(80.0, 815.0, 680.0, 32.0), Qt::AlignCenter, "Energy");
-        p->rotate(270.0);
-        p->drawText(QRectF(-900.0, 32.0, 900.0, 32.0), Qt::AlignCenter, "mut");
-    });
-    QCOMPARE(titles, picture(&byHand));
+    QCOMPARE(titles, drawnByHand({800, 900}, [](QStylePainter* p) {
+                 QFont font;
+                 font.setPointSizeF(12.0);
+                 p->setFont(font);
+                 p->drawText(QRectF(80.0, 815.0, 680.0, 32.0), Qt::AlignCenter, "Energy");
+                 p->rotate(270.0);
+                 p->drawText(QRectF(-900.0, 32.0, 900.0, 32.0), Qt::AlignCenter, "mut");
+             }));
 }
 
 void tst_DispABase::titlesAreBlackAndLeaveThePainterAsItWas()
@@ -419,14 +302,6 @@ void tst_DispABase::titlesAreBlackAndLeaveThePainterAsItWas()
     m_frame->DispA->setFixedSize(surfaceSize);
     QCOMPARE(picture(m_frame->DispA), expectedTitles("Energy", "mut"));
     QVERIFY(turnedBack);
-}
-
-// A client that fills the surface does not cover them; that is what
-// paintedTitles() relies on too.
-void tst_DispABase::titlesAreDrawnAfterTheClient()
-{
-    QVERIFY(!inkOf(paintedTitles(true, false)).isEmpty());
-    QVERIFY(!inkOf(paintedTitles(false, true)).isEmpty());
 }
 
 void tst_DispABase::clientWithNothingToShowGetsNoTitlesButTheReadOutFollows()

@@ -57,7 +57,6 @@ private Q_SLOTS:
     void cleanup();
 
     void placeFollowsEveryMoveWithoutAButton();
-    void placeFollowsEveryMoveWithAnyButton_data();
     void placeFollowsEveryMoveWithAnyButton();
     void placeCountsFromTheWholeWidgetWithoutMargins();
     void placeIsThatOfTheNearestPixel();
@@ -68,10 +67,9 @@ private Q_SLOTS:
     void announcedRecordIsTheSurfacesOwn();
     void keysAtThePressDecideWhatAMoveDoes_data();
     void keysAtThePressDecideWhatAMoveDoes();
-    void moveAfterARightPressDoesNothing();
-    void moveWithoutAPressDoesNothing();
-    void moveAfterTheReleaseDoesNothing();
-    void lastPressOfSeveralButtonsDecides();
+
+    void moveDoesNothingUnlessTheLastPressWasOfTheLeftButton_data();
+    void moveDoesNothingUnlessTheLastPressWasOfTheLeftButton();
 
     void pressWithinTwentyPixelsSelectsTheLine_data();
     void pressWithinTwentyPixelsSelectsTheLine();
@@ -83,10 +81,8 @@ private Q_SLOTS:
     void relativeLineIsHitWhereItStands();
     void lineOfWordsIsHitAtZero();
     void pressFarFromAllLinesKeepsTheSelection();
-    void pressOnAnEmptySetSelectsNothing();
-    void pressWithoutASetIsAnnounced();
+    void pressOnAnEmptySetOrNoneIsOnlyAnnounced();
     void anotherPressLetsTheHeldLineGoFirst();
-    void lineIsSelectedWhenThePressIsAnnounced();
 
     void dragWritesTheTextFromItsStart();
     void dragMovesAHorizontalLineInY();
@@ -95,7 +91,6 @@ private Q_SLOTS:
     void dragLeavesOtherLinesAlone();
     void dragAsksForNoPaint();
     void dragTextIsWrittenBeforeMovingAndMovingComesBeforeDragging();
-    void dragOfASelectionOutsideTheSetIsHarmless_data();
     void dragOfASelectionOutsideTheSetIsHarmless();
 
     void releaseOfAnyButtonEndsTheDragWithOneMoreStep_data();
@@ -115,7 +110,6 @@ private Q_SLOTS:
     void doubleClickOfAnyButtonReturnsToTheAutomaticRange_data();
     void doubleClickOfAnyButtonReturnsToTheAutomaticRange();
     void doubleClickLeavesThePlaceOfTheMouse();
-    void doubleClickOnALineDoesNotHoldIt();
     void doubleClickByHandLeavesNothingHeld();
 
     void wheelZoomsAboutThePointer_data();
@@ -222,24 +216,17 @@ void tst_DispArea::placeFollowsEveryMoveWithoutAButton()
     QCOMPARE(places.at(1), (QVariantList{-10.0, -20.0}));
 }
 
-void tst_DispArea::placeFollowsEveryMoveWithAnyButton_data()
-{
-    QTest::addColumn<Qt::MouseButton>("button");
-    QTest::newRow("left") << Qt::LeftButton;
-    QTest::newRow("right") << Qt::RightButton;
-    QTest::newRow("middle") << Qt::MiddleButton;
-}
-
 void tst_DispArea::placeFollowsEveryMoveWithAnyButton()
 {
-    QFETCH(Qt::MouseButton, button);
-    const QSignalSpy places(m_area.get(), &DispArea::nowPos);
-    press(m_area.get(), {140.0, 170.0}, button);
-    QCOMPARE(places.size(), 0);
-    tests::move(m_area.get(), {150.0, 150.0}, button);
-    release(m_area.get(), {160.0, 150.0}, button);
-    QCOMPARE(places.size(), 1);
-    QCOMPARE(places.at(0), (QVariantList{110.0, 120.0}));
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+        const QSignalSpy places(m_area.get(), &DispArea::nowPos);
+        press(m_area.get(), {140.0, 170.0}, button);
+        QCOMPARE(places.size(), 0);
+        tests::move(m_area.get(), {150.0, 150.0}, button);
+        release(m_area.get(), {160.0, 150.0}, button);
+        QCOMPARE(places.size(), 1);
+        QCOMPARE(places.at(0), (QVariantList{110.0, 120.0}));
+    }
 }
 
 // A quarter of 400 pixels from the left, a quarter of 300 from the bottom.
@@ -353,54 +340,38 @@ void tst_DispArea::keysAtThePressDecideWhatAMoveDoes()
     QVERIFY(rangeIs(action == Pan ? QList<double>{-20.0, -20.0, 320.0, 235.0} : unitRange));
 }
 
-void tst_DispArea::moveAfterARightPressDoesNothing()
+void tst_DispArea::moveDoesNothingUnlessTheLastPressWasOfTheLeftButton_data()
 {
-    m_lines->add("100");
-    press(m_area.get(), {140.0, 170.0}, Qt::RightButton, Qt::ShiftModifier);
-    m_lines->hold(0);
-    record();
-    tests::move(m_area.get(), {160.0, 150.0}, Qt::RightButton, Qt::ShiftModifier);
-    press(m_area.get(), {140.0, 170.0}, Qt::RightButton);
-    tests::move(m_area.get(), {160.0, 150.0}, Qt::RightButton);
-    QCOMPARE(m_order, (QStringList{"nowPos 0", "nowPos 0"}));
-    QCOMPARE(m_lines->text(0), "100");
-    QVERIFY(rangeIs(unitRange));
+    QTest::addColumn<QList<Qt::MouseButton>>("presses");
+    QTest::addColumn<bool>("released");
+    using Buttons = QList<Qt::MouseButton>;
+    QTest::newRow("no press") << Buttons{} << false;
+    QTest::newRow("right press") << Buttons{Qt::RightButton} << false;
+    QTest::newRow("left press and its release") << Buttons{Qt::LeftButton} << true;
+    QTest::newRow("middle press last") << Buttons{Qt::LeftButton, Qt::MiddleButton} << false;
 }
 
-// What the move says about buttons is not looked at: the record of the press is.
-void tst_DispArea::moveWithoutAPressDoesNothing()
+// What the move says about buttons is not looked at: the record of the press is. With
+// Shift it would pan.
+void tst_DispArea::moveDoesNothingUnlessTheLastPressWasOfTheLeftButton()
 {
+    QFETCH(QList<Qt::MouseButton>, presses);
+    QFETCH(bool, released);
     m_lines->add("100");
-    m_lines->hold(0);
-    record();
-    drag(m_area.get(), {160.0, 150.0});
-    drag(m_area.get(), {170.0, 150.0}, Qt::ShiftModifier);
-    QCOMPARE(m_order, (QStringList{"nowPos 0", "nowPos 0"}));
-    QCOMPARE(m_lines->text(0), "100");
-    QVERIFY(rangeIs(unitRange));
-}
-
-void tst_DispArea::moveAfterTheReleaseDoesNothing()
-{
-    m_lines->add("100");
-    press(m_area.get(), {140.0, 170.0});
-    release(m_area.get(), {140.0, 170.0});
-    m_lines->hold(0);
-    record();
-    drag(m_area.get(), {160.0, 150.0});
-    QCOMPARE(m_order, QStringList{"nowPos 0"});
-    QCOMPARE(m_lines->text(0), "100");
-}
-
-void tst_DispArea::lastPressOfSeveralButtonsDecides()
-{
-    m_lines->add("100");
-    press(m_area.get(), {140.0, 170.0});
-    press(m_area.get(), {140.0, 170.0}, Qt::MiddleButton);
-    record();
-    drag(m_area.get(), {160.0, 150.0});
-    QCOMPARE(m_order, QStringList{"nowPos 0"});
-    QCOMPARE(m_lines->text(0), "100");
+    for (const Qt::KeyboardModifiers keys : {Qt::NoModifier, Qt::ShiftModifier}) {
+        for (const Qt::MouseButton button : presses) {
+            press(m_area.get(), {140.0, 170.0}, button, keys);
+        }
+        if (released) {
+            release(m_area.get(), {140.0, 170.0});
+        }
+        m_lines->hold(0);
+        QSignalSpy drags(m_area.get(), &DispArea::mDragging);
+        drag(m_area.get(), {160.0, 150.0}, keys);
+        QCOMPARE(drags.size(), 0);
+        QCOMPARE(m_lines->text(0), "100");
+        QVERIFY(rangeIs(unitRange));
+    }
 }
 
 void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine_data()
@@ -416,7 +387,6 @@ void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine_data()
     QTest::newRow("vertical, 20 right") << vertical << "100" << QPointF(160, 60) << false;
     QTest::newRow("vertical, 20 left") << vertical << "100" << QPointF(120, 60) << false;
     QTest::newRow("vertical, 19.75") << vertical << "99.75" << QPointF(120, 60) << true;
-    QTest::newRow("vertical, 20.25") << vertical << "100.25" << QPointF(120, 60) << false;
     QTest::newRow("vertical, rounded to 19") << vertical << "100" << QPointF(159.25, 60) << true;
     QTest::newRow("vertical, rounded to 20") << vertical << "100" << QPointF(159.5, 60) << false;
     QTest::newRow("horizontal, on it") << horizontal << "100" << QPointF(300, 170) << true;
@@ -424,8 +394,6 @@ void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine_data()
     QTest::newRow("horizontal, 19 down") << horizontal << "100" << QPointF(300, 189) << true;
     QTest::newRow("horizontal, 20 up") << horizontal << "100" << QPointF(300, 150) << false;
     QTest::newRow("horizontal, 20 down") << horizontal << "100" << QPointF(300, 190) << false;
-    QTest::newRow("horizontal, 19.75 down") << horizontal << "99.75" << QPointF(300, 190) << true;
-    QTest::newRow("horizontal, 20.25 up") << horizontal << "99.75" << QPointF(300, 150) << false;
     QTest::newRow("horizontal, 19.75 up") << horizontal << "100.25" << QPointF(300, 150) << true;
     QTest::newRow("any direction but 0 is horizontal") << -7 << "100" << QPointF(300, 170) << true;
 }
@@ -533,22 +501,16 @@ void tst_DispArea::pressFarFromAllLinesKeepsTheSelection()
     QCOMPARE(m_order, QStringList{"pressed 1"});
 }
 
-void tst_DispArea::pressOnAnEmptySetSelectsNothing()
+void tst_DispArea::pressOnAnEmptySetOrNoneIsOnlyAnnounced()
 {
     record();
-    press(m_area.get(), {140.0, 170.0});
-    drag(m_area.get(), {160.0, 150.0});
-    QCOMPARE(m_order, (QStringList{"pressed -1", "nowPos -1", "dragging -1"}));
-    QCOMPARE(m_lines->set.selectedIndex, -1);
-}
-
-void tst_DispArea::pressWithoutASetIsAnnounced()
-{
-    m_area->markLines = nullptr;
-    record();
-    press(m_area.get(), {140.0, 170.0});
-    drag(m_area.get(), {160.0, 150.0});
-    QCOMPARE(m_order, (QStringList{"pressed -1", "nowPos -1", "dragging -1"}));
+    for (MarkLines* set : {&m_lines->set, static_cast<MarkLines*>(nullptr)}) {
+        m_area->markLines = set;
+        m_order.clear();
+        press(m_area.get(), {140.0, 170.0});
+        drag(m_area.get(), {160.0, 150.0});
+        QCOMPARE(m_order, (QStringList{"pressed -1", "nowPos -1", "dragging -1"}));
+    }
 }
 
 // The line that was held is still the selected one while newPos() runs.
@@ -562,15 +524,6 @@ void tst_DispArea::anotherPressLetsTheHeldLineGoFirst()
     QCOMPARE(m_order, (QStringList{"newPos 0", "pressed 1"}));
     QCOMPARE(m_lines->text(0), "100");
     QCOMPARE(m_lines->text(1), "200");
-}
-
-void tst_DispArea::lineIsSelectedWhenThePressIsAnnounced()
-{
-    m_lines->add("300");
-    m_lines->add("100");
-    record();
-    press(m_area.get(), {141.0, 170.0});
-    QCOMPARE(m_order, QStringList{"pressed 1"});
 }
 
 // 100 units over 340 pixels: column 177 is 8300 + 137 * 100 / 340 = 8340.29411...
@@ -662,25 +615,19 @@ void tst_DispArea::dragTextIsWrittenBeforeMovingAndMovingComesBeforeDragging()
     QCOMPARE(m_order, (QStringList{"moving 101", "dragging 101", "moving 102", "dragging 102"}));
 }
 
-void tst_DispArea::dragOfASelectionOutsideTheSetIsHarmless_data()
-{
-    QTest::addColumn<int>("index");
-    QTest::newRow("below") << -1;
-    QTest::newRow("above") << 1;
-}
-
 void tst_DispArea::dragOfASelectionOutsideTheSetIsHarmless()
 {
-    QFETCH(int, index);
     m_lines->add("100");
-    press(m_area.get(), {300.0, 170.0});
-    m_lines->hold(index);
     const QSignalSpy moving(&m_lines->set, &MarkLines::moving);
-    drag(m_area.get(), {160.0, 150.0});
-    release(m_area.get(), {160.0, 150.0});
-    QCOMPARE(moving.size(), 0);
-    QCOMPARE(m_lines->text(0), "100");
-    QVERIFY(!m_lines->set.selected);
+    for (const int index : {-1, 1}) {
+        press(m_area.get(), {300.0, 170.0});
+        m_lines->hold(index);
+        drag(m_area.get(), {160.0, 150.0});
+        release(m_area.get(), {160.0, 150.0});
+        QCOMPARE(moving.size(), 0);
+        QCOMPARE(m_lines->text(0), "100");
+        QVERIFY(!m_lines->set.selected);
+    }
 }
 
 void tst_DispArea::releaseOfAnyButtonEndsTheDragWithOneMoreStep_data()
@@ -869,16 +816,6 @@ void tst_DispArea::doubleClickLeavesThePlaceOfTheMouse()
     QVERIFY(!m_area->mouse.pressed);
 }
 
-void tst_DispArea::doubleClickOnALineDoesNotHoldIt()
-{
-    m_lines->add("100");
-    doubleClick(m_area.get(), {140.0, 170.0});
-    QVERIFY(!m_lines->set.selected);
-    drag(m_area.get(), {160.0, 170.0});
-    release(m_area.get(), {160.0, 170.0});
-    QCOMPARE(m_lines->text(0), "100");
-}
-
 // Press, release, double click, release: a press before the double click and a
 // release after it are treated as any others.
 void tst_DispArea::doubleClickByHandLeavesNothingHeld()
@@ -888,10 +825,12 @@ void tst_DispArea::doubleClickByHandLeavesNothingHeld()
     press(m_area.get(), {140.0, 170.0});
     release(m_area.get(), {140.0, 170.0});
     doubleClick(m_area.get(), {140.0, 170.0});
-    release(m_area.get(), {140.0, 170.0});
+    drag(m_area.get(), {160.0, 170.0});
+    release(m_area.get(), {160.0, 170.0});
     QCOMPARE(m_order, (QStringList{"pressed 0", "moving 0", "newPos 0", "released -1",
-                                   "dClicked -1", "released -1"}));
+                                   "dClicked -1", "nowPos -1", "released -1"}));
     QVERIFY(!m_area->mouse.pressed);
+    QCOMPARE(m_lines->text(0), "100");
 }
 
 void tst_DispArea::wheelZoomsAboutThePointer_data()

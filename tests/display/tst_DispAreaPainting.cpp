@@ -118,16 +118,12 @@ private Q_SLOTS:
     void drawnIsTrueAgainAtEachPaint();
     void screenIsTheWidgetWithYUpwardAtEachPaint_data();
     void screenIsTheWidgetWithYUpwardAtEachPaint();
-    void rangeIsZeroToOneWithoutAScale();
-    void rangeStaysWithAScale();
+    void rangeIsZeroToOneWithoutAScaleAndStaysWithOne();
     void drawingIsNotClipped();
     void nothingIsKeptBetweenPaints();
 
-    void frameMasksTheMarginsWhenAsked();
-    void frameLeavesTheMarginsOtherwise();
-    void outlineStandsOnTheEdgesOfThePlotArea_data();
-    void outlineStandsOnTheEdgesOfThePlotArea();
-    void outlineIsNotFilledWhateverTheBrush();
+    void frameMasksTheMarginsOnlyWhenAsked_data();
+    void frameMasksTheMarginsOnlyWhenAsked();
     void labelsShowTheFirstCharactersOfTheRange_data();
     void labelsShowTheFirstCharactersOfTheRange();
     void labelsStandInTheirBoxes_data();
@@ -264,7 +260,7 @@ void tst_DispAreaPainting::screenIsTheWidgetWithYUpwardAtEachPaint()
     QCOMPARE(places, wanted);
 }
 
-void tst_DispAreaPainting::rangeIsZeroToOneWithoutAScale()
+void tst_DispAreaPainting::rangeIsZeroToOneWithoutAScaleAndStaysWithOne()
 {
     DispArea area;
     QList<double> range;
@@ -275,18 +271,10 @@ void tst_DispAreaPainting::rangeIsZeroToOneWithoutAScale()
     area.grab();
     QCOMPARE(range, (QList<double>{0.0, 0.0, 1.0, 1.0}));
     QVERIFY(!area.hasScale); // that is for the client to say
-}
-
-void tst_DispAreaPainting::rangeStaysWithAScale()
-{
-    DispArea area;
-    area.cc.setReal(5.0, 6.0, 7.0, 8.0);
     area.hasScale = true;
+    area.cc.setReal(5.0, 6.0, 7.0, 8.0);
     area.grab();
-    QCOMPARE(area.cc.realX0, 5.0);
-    QCOMPARE(area.cc.realY0, 6.0);
-    QCOMPARE(area.cc.realX1, 7.0);
-    QCOMPARE(area.cc.realY1, 8.0);
+    QCOMPARE(range, (QList<double>{5.0, 6.0, 7.0, 8.0}));
 }
 
 void tst_DispAreaPainting::drawingIsNotClipped()
@@ -315,66 +303,34 @@ void tst_DispAreaPainting::nothingIsKeptBetweenPaints()
     QVERIFY(isAllOf(second, area.rect(), second.pixelColor(200, 150)));
 }
 
-void tst_DispAreaPainting::frameMasksTheMarginsWhenAsked()
-{
-    const QImage image = painted(usual, [](DispArea& area, QStylePainter* p) {
-        fill(area, p, Qt::red);
-        area.cc.computeArea();
-        area.drawFrame(p, true);
-    });
-    QVERIFY(isAllOf(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::red));
-    QVERIFY(isAllOf(image, QRect(QPoint(0, 0), QPoint(399, 14)), Qt::white));
-    QVERIFY(isAllOf(image, QRect(QPoint(0, 30), QPoint(39, 250)), Qt::white));
-    QVERIFY(isAllOf(image, QRect(QPoint(381, 0), QPoint(399, 299)), Qt::white));
-    QVERIFY(isAllOf(image, QRect(QPoint(0, 285), QPoint(399, 299)), Qt::white));
-    QVERIFY(isAllOf(image, QRect(QPoint(121, 271), QPoint(299, 284)), Qt::white));
-}
-
-void tst_DispAreaPainting::frameLeavesTheMarginsOtherwise()
-{
-    const QImage image = painted(usual, [](DispArea& area, QStylePainter* p) {
-        fill(area, p, Qt::red);
-        area.cc.computeArea();
-        area.drawFrame(p, false);
-    });
-    QVERIFY(isAllOf(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::red));
-    QVERIFY(isAllOf(image, QRect(QPoint(0, 0), QPoint(399, 14)), Qt::red));
-    QVERIFY(isAllOf(image, QRect(QPoint(0, 30), QPoint(39, 250)), Qt::red));
-    QVERIFY(isAllOf(image, QRect(QPoint(381, 0), QPoint(399, 299)), Qt::red));
-    QVERIFY(isAllOf(image, QRect(QPoint(0, 285), QPoint(399, 299)), Qt::red));
-}
-
-void tst_DispAreaPainting::outlineStandsOnTheEdgesOfThePlotArea_data()
+void tst_DispAreaPainting::frameMasksTheMarginsOnlyWhenAsked_data()
 {
     QTest::addColumn<bool>("maskMargins");
-    QTest::newRow("over the mask") << true;
+    QTest::newRow("with a mask") << true;
     QTest::newRow("without a mask") << false;
 }
 
-void tst_DispAreaPainting::outlineStandsOnTheEdgesOfThePlotArea()
+// The outline is not filled, whatever the brush.
+void tst_DispAreaPainting::frameMasksTheMarginsOnlyWhenAsked()
 {
     QFETCH(bool, maskMargins);
     const QImage image = painted(usual, [maskMargins](DispArea& area, QStylePainter* p) {
-        fill(area, p, Qt::white);
+        fill(area, p, Qt::red);
+        p->setBrush(Qt::blue);
         area.cc.computeArea();
         area.drawFrame(p, maskMargins);
     });
+    const QColor margin = maskMargins ? Qt::white : Qt::red;
+    QVERIFY(isAllOf(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::red));
+    QVERIFY(isAllOf(image, QRect(QPoint(0, 0), QPoint(399, 14)), margin));
+    QVERIFY(isAllOf(image, QRect(QPoint(0, 30), QPoint(39, 250)), margin));
+    QVERIFY(isAllOf(image, QRect(QPoint(381, 0), QPoint(399, 299)), margin));
+    QVERIFY(isAllOf(image, QRect(QPoint(0, 285), QPoint(399, 299)), margin));
+    QVERIFY(isAllOf(image, QRect(QPoint(121, 271), QPoint(299, 284)), margin));
     QVERIFY(isAllOf(image, QRect(QPoint(40, 15), QPoint(380, 15)), outlineGrey));
     QVERIFY(isAllOf(image, QRect(QPoint(40, 270), QPoint(380, 270)), outlineGrey));
     QVERIFY(isAllOf(image, QRect(QPoint(40, 15), QPoint(40, 270)), outlineGrey));
     QVERIFY(isAllOf(image, QRect(QPoint(380, 15), QPoint(380, 270)), outlineGrey));
-    QVERIFY(isAllOf(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::white));
-}
-
-void tst_DispAreaPainting::outlineIsNotFilledWhateverTheBrush()
-{
-    const QImage image = painted(usual, [](DispArea& area, QStylePainter* p) {
-        fill(area, p, Qt::white);
-        p->setBrush(Qt::blue);
-        area.cc.computeArea();
-        area.drawFrame(p, false);
-    });
-    QVERIFY(isAllOf(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::white));
 }
 
 void tst_DispAreaPainting::labelsShowTheFirstCharactersOfTheRange_data()

@@ -1,8 +1,9 @@
-// What the plot frame and the map frame have in common: their surface's
+// What the plot frame and the map frame have in common: their form, their surface's
 // signals, the automatic range, and the window for the drawing.
 
 #include "display/DispABase.h"
 #include "display/DispMBase.h"
+#include "rows/FormChecks.h"
 #include "support/MarkedLines.h"
 #include "support/MouseInput.h"
 #include "support/PaintCounter.h"
@@ -33,6 +34,7 @@ struct AnyFrame {
         , strip(made->frame)
         , title(made->Title)
         , xPos(made->XPos)
+        , yPos(made->YPos)
         , button(made->PopDockB)
         , pop(made->pop)
         , popLayout(made->popLayout)
@@ -105,6 +107,7 @@ struct AnyFrame {
     QFrame* strip;
     QLabel* title;
     QLineEdit* xPos;
+    QLineEdit* yPos;
     QPushButton* button;
     PopBase* pop;
     QVBoxLayout* popLayout;
@@ -136,6 +139,17 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
+    void frameIsAsItsFormHasIt_data() { kinds(); }
+    void frameIsAsItsFormHasIt();
+    void drawingStandsInRowOneOfTheFrame_data() { kinds(); }
+    void drawingStandsInRowOneOfTheFrame();
+    void stripHoldsItsWidgetsFromLeftToRight_data() { kinds(); }
+    void stripHoldsItsWidgetsFromLeftToRight();
+    void readOutsAreYellowishAndSomeReadOnly_data() { kinds(); }
+    void readOutsAreYellowishAndSomeReadOnly();
+
+    void readOutFollowsTheMouse_data() { kinds(); }
+    void readOutFollowsTheMouse();
     void drawComesWithTheSurfacesPainter_data() { kinds(); }
     void drawComesWithTheSurfacesPainter();
     void mouseSignalsComeFromTheSurface_data() { kinds(); }
@@ -213,6 +227,95 @@ void tst_DispFrames::init()
 void tst_DispFrames::cleanup()
 {
     m.reset();
+}
+
+void tst_DispFrames::frameIsAsItsFormHasIt()
+{
+    QFETCH(bool, map);
+    QCOMPARE(m->frame->objectName(), map ? "DispMBase" : "DispABase");
+    QCOMPARE(m->frame->windowTitle(), "Frame");
+    QCOMPARE(m->frame->size(), map ? QSize(578, 528) : QSize(528, 528));
+    QCOMPARE(m->frame->frameShape(), QFrame::StyledPanel);
+    QCOMPARE(m->frame->frameShadow(), QFrame::Raised);
+}
+
+void tst_DispFrames::drawingStandsInRowOneOfTheFrame()
+{
+    QCOMPARE(m->frame->layout(), m->grid);
+    QCOMPARE(m->grid->objectName(), "gridLayout");
+    QCOMPARE(m->grid->contentsMargins(), QMargins(2, 2, 2, 2));
+    QFETCH(bool, map);
+    if (!map) { // that of a map takes the spacing of the style
+        QCOMPARE(m->grid->horizontalSpacing(), 2);
+        QCOMPARE(m->grid->verticalSpacing(), 2);
+    }
+    QCOMPARE(m->grid->count(), 1);
+    QVERIFY(m->isDocked());
+    QCOMPARE(m->content->objectName(), "DispABFrame");
+    QCOMPARE(m->content->frameShadow(), QFrame::Raised);
+}
+
+void tst_DispFrames::stripHoldsItsWidgetsFromLeftToRight()
+{
+    QFETCH(bool, map);
+    const QList<FormWidget> plotStrip{
+        {"Title", 0, "QLabel", "TextLabel"},   {"label", 1, "QLabel", " x:"},
+        {"XTitle", 2, "QLabel", "x-title"},    {"XPos", 3, "QLineEdit"},
+        {"label_2", 4, "QLabel", "y:"}, // no blank, on purpose
+        {"YTitle", 5, "QLabel", "y-title"},    {"YPos", 6, "QLineEdit"},
+        {"PopDockB", 7, "QPushButton", "P/D"},
+    };
+    const QList<FormWidget> mapStrip{
+        {"Title", 0, "QLabel", "TextLabel"},
+        {"label", 1, "QLabel", "  x:"},
+        {"XPos", 2, "QLineEdit"},
+        {"label_2", 3, "QLabel", "  y:"},
+        {"YPos", 4, "QLineEdit"},
+        {"label_3", 5, "QLabel", "  Val:"},
+        {"Val", 6, "QLineEdit"},
+        {"PopDockB", 7, "QPushButton", "P/D"},
+    };
+    QCOMPARE(differencesOfForm(m->strip, map ? mapStrip : plotStrip), QStringList());
+    const auto* row = qobject_cast<QGridLayout*>(m->strip->layout());
+    QVERIFY(row);
+    QCOMPARE(row->objectName(), "gridLayout_2");
+    QCOMPARE(row->contentsMargins(), QMargins(3, 3, 3, 3));
+    QCOMPARE(row->count(), 8);
+    if (!map) {
+        QCOMPARE(row->horizontalSpacing(), 3);
+        QCOMPARE(row->verticalSpacing(), 3);
+    }
+    QCOMPARE(m->button->maximumWidth(), 50);
+}
+
+// Both of a plot, and that of y alone of a map.
+void tst_DispFrames::readOutsAreYellowishAndSomeReadOnly()
+{
+    QFETCH(bool, map);
+    QCOMPARE(m->xPos->isReadOnly(), !map);
+    QVERIFY(m->yPos->isReadOnly());
+    QList<QLineEdit*> edits{m->xPos, m->yPos};
+    if (map) {
+        edits << m->frame->findChild<QLineEdit*>("Val");
+        QVERIFY(!edits.last()->isReadOnly());
+    }
+    for (const QLineEdit* edit : std::as_const(edits)) {
+        QVERIFY(isRightAligned(edit));
+        QCOMPARE(edit->styleSheet(), QString(resultStyle));
+    }
+}
+
+void tst_DispFrames::readOutFollowsTheMouse()
+{
+    QVERIFY(m->showDocked());
+    m->area->cc.setArea(0.0, 200.0, 100.0, 0.0);
+    m->area->cc.setReal(0.0, 0.0, 1.0, 1.0);
+    tests::move(m->area, {75.0, 150.0});
+    QCOMPARE(m->xPos->text(), "0.75");
+    QCOMPARE(m->yPos->text(), "0.25");
+    tests::move(m->area, {-25.0, 250.0});
+    QCOMPARE(m->xPos->text(), "-0.25");
+    QCOMPARE(m->yPos->text(), "-0.25");
 }
 
 void tst_DispFrames::drawComesWithTheSurfacesPainter()

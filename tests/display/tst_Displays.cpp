@@ -115,9 +115,7 @@ private Q_SLOTS:
     void firstOfTwoPlotsUnderOneValueIsFound();
     void plotListedTwiceIsToldUnderBothValues();
 
-    void drawNamesThePlot_data();
     void drawNamesThePlot();
-    void mouseSignalsNameThePlot_data();
     void mouseSignalsNameThePlot();
     void rightPressIsNotToldButItsReleaseIs();
     void doubleClickIsNotTold();
@@ -326,49 +324,37 @@ void tst_Displays::plotListedTwiceIsToldUnderBothValues()
     QCOMPARE(drawn, (QList<int>{12, 11}));
 }
 
-void tst_Displays::drawNamesThePlot_data()
-{
-    QTest::addColumn<int>("id");
-    for (int id = Displays::DRef1; id <= Displays::DM2M3; ++id) {
-        QTest::addRow("%d", id) << id;
-    }
-}
-
 void tst_Displays::drawNamesThePlot()
 {
-    QFETCH(int, id);
     Displays graphs;
-    DispABase* plot = graphs.frame(idAt(id));
-    int draws = 0;
+    QList<std::pair<Displays::DispId, DispABase*>> drawn;
     connect(&graphs, &Displays::draw, this,
-            [&](Displays::DispId from, DispABase* frame, QStylePainter* p) {
-                ++draws;
-                QCOMPARE(static_cast<int>(from), id);
-                QCOMPARE(frame, plot);
+            [&drawn](Displays::DispId id, DispABase* plot, QStylePainter* p) {
                 QVERIFY(p->isActive());
+                drawn.append({id, plot});
             });
-    plot->DispA->grab();
-    QCOMPARE(draws, 1);
-}
-
-void tst_Displays::mouseSignalsNameThePlot_data()
-{
-    drawNamesThePlot_data();
+    for (int i = 0; i < graphs.disps.size(); ++i) {
+        drawn.clear();
+        graphs.disps.at(i)->DispA->grab();
+        QCOMPARE(drawn.size(), 1);
+        QCOMPARE(drawn.first().first, graphs.ids.at(i));
+        QCOMPARE(drawn.first().second, graphs.disps.at(i));
+    }
 }
 
 void tst_Displays::mouseSignalsNameThePlot()
 {
-    QFETCH(int, id);
     Displays graphs;
-    DispABase* plot = graphs.frame(idAt(id));
-    const Listener listener(graphs);
-    press(plot->DispA, {30, 20});
-    drag(plot->DispA, {40, 20});
-    release(plot->DispA, {40, 20});
-    MouseC* mouse = &plot->DispA->mouse;
-    QVERIFY(listener.told == (QList<Told>{{QStringLiteral("pressed"), plot, mouse},
-                                          {QStringLiteral("dragging"), plot, mouse},
-                                          {QStringLiteral("released"), plot, mouse}}));
+    for (DispABase* plot : std::as_const(graphs.disps)) {
+        const Listener listener(graphs);
+        press(plot->DispA, {30, 20});
+        drag(plot->DispA, {40, 20});
+        release(plot->DispA, {40, 20});
+        MouseC* mouse = &plot->DispA->mouse;
+        QVERIFY(listener.told == (QList<Told>{{QStringLiteral("pressed"), plot, mouse},
+                                              {QStringLiteral("dragging"), plot, mouse},
+                                              {QStringLiteral("released"), plot, mouse}}));
+    }
 }
 
 void tst_Displays::rightPressIsNotToldButItsReleaseIs()

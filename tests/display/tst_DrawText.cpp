@@ -2,6 +2,7 @@
 #include "display/DrawText.h"
 
 #include "support/DebugLog.h"
+#include "support/PictureTools.h"
 #include "support/TextRecorder.h"
 
 #include <QImage>
@@ -67,16 +68,7 @@ QImage drawn(const Drawing& drawing)
 /// The smallest rectangle with all pixels that are not white.
 QRect ink(const QImage& image)
 {
-    const QRgb paper = QColor(Qt::white).rgb();
-    QRect found;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixel(x, y) != paper) {
-                found |= QRect(x, y, 1, 1);
-            }
-        }
-    }
-    return found;
+    return tests::boxOf(image, image.rect(), [](const QColor& c) { return c != Qt::white; });
 }
 
 bool near(double a, double b, double tolerance)
@@ -99,8 +91,8 @@ class tst_DrawText : public QObject
 private Q_SLOTS:
     void startsWithItsColours();
 
-    void fittedSizeFollowsTheTighterSide_data();
-    void fittedSizeFollowsTheTighterSide();
+    void fittedSizeAndFitSizeFollowTheTighterSide_data();
+    void fittedSizeAndFitSizeFollowTheTighterSide();
     void fittedSizeGrowsWithTheBox();
     void fittedSizeStopsAtTheCeiling_data();
     void fittedSizeStopsAtTheCeiling();
@@ -126,8 +118,6 @@ private Q_SLOTS:
     void textBoxTellsWhereTheTextGoes_data();
     void textBoxTellsWhereTheTextGoes();
     void textBoxKnowsNoCeiling();
-    void fitSizeFollowsTheTighterSide_data();
-    void fitSizeFollowsTheTighterSide();
 
     void listSharesTheSmallestSizeInWholePoints();
     void listMovesItsBox();
@@ -157,6 +147,8 @@ private:
                          double maxPoints);
     /// The size of a text at 10 points, by the painter itself.
     QSizeF measured(const QString& text, int flags = leftMiddle);
+    /// A box that is @p space times as large as the word at 10 points.
+    QRectF boxFor(const QSizeF& space);
 
     tests::TextRecorder m_recorder;
     QWidget m_styled;
@@ -188,6 +180,12 @@ QSizeF tst_DrawText::measured(const QString& text, int flags)
     return p.boundingRect(QRectF(0, 0, 5000, 5000), flags, text).size();
 }
 
+QRectF tst_DrawText::boxFor(const QSizeF& space)
+{
+    const QSizeF size = measured(word);
+    return {20, 30, space.width() * size.width(), space.height() * size.height()};
+}
+
 void tst_DrawText::startsWithItsColours()
 {
     const DrawText dt;
@@ -199,7 +197,7 @@ void tst_DrawText::startsWithItsColours()
     QCOMPARE(dt.buttonText, QColor(0, 0, 0));
 }
 
-void tst_DrawText::fittedSizeFollowsTheTighterSide_data()
+void tst_DrawText::fittedSizeAndFitSizeFollowTheTighterSide_data()
 {
     QTest::addColumn<QSizeF>("space"); // in sizes of the text at 10 points
     QTest::addColumn<double>("points");
@@ -211,15 +209,18 @@ void tst_DrawText::fittedSizeFollowsTheTighterSide_data()
 }
 
 // Tolerance: fonts keep sizes to a hundredth of a point.
-void tst_DrawText::fittedSizeFollowsTheTighterSide()
+void tst_DrawText::fittedSizeAndFitSizeFollowTheTighterSide()
 {
     QFETCH(QSizeF, space);
     QFETCH(double, points);
-    const QSizeF size = measured(word);
-    const QRectF box(20, 30, space.width() * size.width(), space.height() * size.height());
+    const QRectF box = boxFor(space);
     const tests::DrawnText text = one(box, leftMiddle, 1, word, -1.0);
     QCOMPARE(text.text, word);
     QVERIFY2(near(text.points, points, 0.01), qPrintable(QString::number(text.points)));
+    const auto drawnMeanwhile = texts([&](QStylePainter* p) {
+        QCOMPARE(m_dt.fitSize(p, box, givenFont(), leftMiddle, word), points);
+    });
+    QVERIFY(drawnMeanwhile.isEmpty());
 }
 
 // There is no search: a box of twice the size doubles the font, exactly.
@@ -479,8 +480,7 @@ void tst_DrawText::boxWithoutASideFitsTheOther()
 {
     QFETCH(QSizeF, space);
     QFETCH(double, points);
-    const QSizeF size = measured(word);
-    const QRectF box(20, 30, space.width() * size.width(), space.height() * size.height());
+    const QRectF box = boxFor(space);
     texts([&](QStylePainter* p) {
         QCOMPARE(m_dt.fitSize(p, box, givenFont(), leftMiddle, word), points);
     });
@@ -522,23 +522,6 @@ void tst_DrawText::textBoxKnowsNoCeiling()
         const QRectF place = m_dt.textBox(p, box, givenFont(), leftMiddle, 1, word);
         QVERIFY(nearRect(place, box, 0.05 * box.width()));
     });
-}
-
-void tst_DrawText::fitSizeFollowsTheTighterSide_data()
-{
-    fittedSizeFollowsTheTighterSide_data();
-}
-
-void tst_DrawText::fitSizeFollowsTheTighterSide()
-{
-    QFETCH(QSizeF, space);
-    QFETCH(double, points);
-    const QSizeF size = measured(word);
-    const QRectF box(20, 30, space.width() * size.width(), space.height() * size.height());
-    const auto all = texts([&](QStylePainter* p) {
-        QCOMPARE(m_dt.fitSize(p, box, givenFont(), leftMiddle, word), points);
-    });
-    QVERIFY(all.isEmpty());
 }
 
 // Room for 25.9 points of the longer word, and more of the shorter one.

@@ -26,31 +26,37 @@ constexpr double least = std::numeric_limits<double>::denorm_min();
 constexpr int width = 400;
 constexpr int height = 300;
 
-// Where a pixel takes a second line, it is darker than where it takes one.
-const QColor translucent(0, 0, 200, 90);
-const QColor opaque(0, 0, 200);
+const QColor ink(0, 0, 200);
 
-QImage grid(const ChCoord& cc, const GridValues& values, bool vertical,
-            const QColor& pen = translucent)
+QImage grid(const ChCoord& cc, const GridValues& values, bool vertical)
 {
     QImage image = whiteSurface();
     QPainter p(&image);
-    p.setPen(pen);
+    p.setPen(ink);
     vertical ? display::drawVerticalGrid(&p, cc, values)
              : display::drawHorizontalGrid(&p, cc, values);
     return image;
 }
 
 /// One line across the picture at each of these pixels.
-QImage lines(const QSet<int>& pixels, bool vertical, const QColor& pen = translucent)
+QImage lines(const QSet<int>& pixels, bool vertical)
 {
     QImage image = whiteSurface();
     QPainter p(&image);
-    p.setPen(pen);
+    p.setPen(ink);
     for (const int at : pixels) {
         vertical ? p.drawLine(at, 0, at, height) : p.drawLine(0, at, width, at);
     }
     return image;
+}
+
+QSet<int> allFrom(int first, int last)
+{
+    QSet<int> pixels;
+    for (int at = first; at <= last; ++at) {
+        pixels.insert(at);
+    }
+    return pixels;
 }
 
 /// Draws all values, in view or not; for those that are not too many.
@@ -67,14 +73,14 @@ QImage plainGrid(const ChCoord& cc, const GridValues& values, bool vertical)
             pixels.insert(static_cast<int>(place));
         }
     }
-    return lines(pixels, vertical, opaque);
+    return lines(pixels, vertical);
 }
 
 /// The same on both axes.
 bool looksPlain(const ChCoord& cc, const GridValues& values)
 {
-    return grid(cc, values, true, opaque) == plainGrid(cc, values, true) &&
-           grid(cc, values, false, opaque) == plainGrid(cc, values, false);
+    return grid(cc, values, true) == plainGrid(cc, values, true) &&
+           grid(cc, values, false) == plainGrid(cc, values, false);
 }
 
 bool isEmpty(const ChCoord& cc, const GridValues& values)
@@ -216,23 +222,13 @@ void tst_GridLines::anyGridLooksLikeAPlainLoop()
 void tst_GridLines::denseGridHasOneLineAPixel()
 {
     const PlotSurface cc(0, 0, 340, 255);
-    QSet<int> columns;
-    for (int x = 57; x <= 210; ++x) {
-        columns.insert(x);
-    }
-    QCOMPARE(grid(cc, {17.05, 0.1, 170.5}, true), lines(columns, true));
+    QCOMPARE(grid(cc, {17.05, 0.1, 170.5}, true), lines(allFrom(57, 210), true));
 }
 
 void tst_GridLines::millionsOfLinesAreOneAPixel()
 {
-    QSet<int> columns;
-    for (int x = 0; x < width; ++x) {
-        columns.insert(x);
-    }
-    QSet<int> rows;
-    for (int y = 0; y < height; ++y) {
-        rows.insert(y);
-    }
+    const QSet<int> columns = allFrom(0, width - 1);
+    const QSet<int> rows = allFrom(0, height - 1);
     for (const double end : {1e7, 1e12, 1e300}) {
         const PlotSurface cc(0, 0, end, end);
         QCOMPARE(grid(cc, {-end, 0.1, 2 * end}, true), lines(columns, true));
@@ -240,8 +236,6 @@ void tst_GridLines::millionsOfLinesAreOneAPixel()
     }
 }
 
-// A step is 34 pixels on x and 25.5 on y; the first of a thousand million lines
-// lies far to the left. The range begins at a line and a half.
 // 340 pixels stand for 337, and pixel 40 for 0: -40.25 and -39.25 lie at -0.61
 // and 0.40, and both are truncated to pixel 0.
 void tst_GridLines::placesAboutZeroShareALine()
@@ -250,6 +244,8 @@ void tst_GridLines::placesAboutZeroShareALine()
     QCOMPARE(grid(cc, {-40.25, 1.0, -39.25}, true), lines({0}, true));
 }
 
+// A step is 34 pixels on x and 25.5 on y; the first of a thousand million lines
+// lies far to the left. The range begins at a line and a half.
 void tst_GridLines::zoomInAGreatGridKeepsItsPlaces()
 {
     const PlotSurface cc(5e8 + 0.5, 5e8 + 0.5, 5e8 + 10.5, 5e8 + 10.5);

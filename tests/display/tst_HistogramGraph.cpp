@@ -68,16 +68,17 @@ PlainHistograms plainOf(const HistogramGraph& graph)
 /// The box around all pixels of one colour inside the plot area.
 QRect boxOf(const QColor& color, const QImage& image)
 {
-    QRect box;
-    const QRect inside = PlotPlace(surface, {0, 0, 1, 1}).inside();
-    for (int y = inside.top(); y <= inside.bottom(); ++y) {
-        for (int x = inside.left(); x <= inside.right(); ++x) {
-            if (image.pixelColor(x, y) == color) {
-                box |= QRect(x, y, 1, 1);
-            }
-        }
+    return tests::boxOf(image, PlotPlace(surface, {0, 0, 1, 1}).inside(),
+                        [&](const QColor& pixel) { return pixel == color; });
+}
+
+QList<int> series(int first, int last, int step)
+{
+    QList<int> numbers;
+    for (int number = first; number <= last; number += step) {
+        numbers.append(number);
     }
-    return box;
+    return numbers;
 }
 
 /// Columns of the vertical grid lines, read in the row under the upper edge.
@@ -120,18 +121,17 @@ QImage gridPicture(double from, double to, int total, const Graph::Range& view)
 
 } // namespace
 
+Q_DECLARE_METATYPE(tests::PlotRange)
+
 class tst_HistogramGraph : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void graphWithoutBinsOrShownOnesIsEmpty();
-    void emptyGraphIsWhiteAndLeavesTheRange();
     void rangeIsATenthAroundTheHighestShown_data();
     void rangeIsATenthAroundTheHighestShown();
     void rangeOfNoCountsIsNotFitted();
-    void automaticRangeIsHandedOut();
-    void handedOutRangeIsNotThatOfTheView();
 
     void mainBarFillsItsBin();
     void mainBarIsAPixelWideAtLeast();
@@ -174,20 +174,6 @@ void tst_HistogramGraph::graphWithoutBinsOrShownOnesIsEmpty()
     QVERIFY(!graph.isEmpty());
     graph.mainShown = false;
     QVERIFY(graph.isEmpty());
-}
-
-void tst_HistogramGraph::emptyGraphIsWhiteAndLeavesTheRange()
-{
-    HistogramGraph graph;
-    fillGraph(graph, oneBin(4, 8));
-    GraphPlot plot(graph);
-    QVERIFY(isBlank(plot.picture()));
-    QVERIFY(!plot.DispA->cc.drawn);
-    QVERIFY(!plot.DispA->hasScale);
-    QCOMPARE(plot.range.x0, -1.0);
-    QCOMPARE(plot.range.y1, -4.0);
-    QCOMPARE(plot.xTitle, QStringLiteral("abscissa"));
-    QCOMPARE(plot.yTitle, QStringLiteral("ordinate"));
 }
 
 void tst_HistogramGraph::rangeIsATenthAroundTheHighestShown_data()
@@ -238,32 +224,6 @@ void tst_HistogramGraph::rangeOfNoCountsIsNotFitted()
     QCOMPARE(range.y0, 0.0);
     QCOMPARE(range.y1, 1.0);
     QVERIFY(!range.isFitted);
-}
-
-void tst_HistogramGraph::automaticRangeIsHandedOut()
-{
-    HistogramGraph graph;
-    fillGraph(graph, oneBin(4, 30));
-    graph.mainShown = true;
-    GraphPlot plot(graph);
-    plot.picture();
-    QCOMPARE(plot.range.x1, 8.5);
-    QCOMPARE(plot.range.y0, -3.0);
-    QCOMPARE(plot.DispA->cc.realX1, 8.5);
-    QCOMPARE(plot.DispA->cc.realY1, 33.0);
-    QVERIFY(plot.DispA->hasScale);
-}
-
-void tst_HistogramGraph::handedOutRangeIsNotThatOfTheView()
-{
-    HistogramGraph graph;
-    fillGraph(graph, oneBin(4, 30));
-    graph.mainShown = true;
-    GraphPlot plot(graph);
-    plot.setRealCoord(1.0, 2.0, 3.0, 4.0);
-    plot.picture();
-    QCOMPARE(plot.range.x1, 8.5);
-    QCOMPARE(plot.DispA->cc.realX1, 3.0);
 }
 
 // The bin of 4 reaches from 3.5 to 4.5: columns 180 to 219. From -3 to 33 on y
@@ -397,66 +357,54 @@ void tst_HistogramGraph::emptyBinsHaveNoBar()
 
 void tst_HistogramGraph::barsAreCutAtTheViewOnly_data()
 {
-    QTest::addColumn<double>("x0");
-    QTest::addColumn<double>("x1");
-    QTest::addColumn<double>("y0");
-    QTest::addColumn<double>("y1");
-    QTest::newRow("left edge inside a bar") << 3.8 << 8.0 << -3.0 << 33.0;
-    QTest::newRow("right edge inside a bar") << 1.0 << 4.2 << -3.0 << 33.0;
-    QTest::newRow("inside one bar") << 3.9 << 4.1 << 10.0 << 20.0;
-    QTest::newRow("deep inside one bar") << 4.0 << 4.0001 << 10.0 << 10.001;
-    QTest::newRow("inside in x only") << 3.999 << 4.001 << -3.0 << 33.0;
-    QTest::newRow("inside in y only") << -10.0 << 20.0 << 10.0 << 10.001;
-    QTest::newRow("below the bar") << 3.0 << 5.0 << -50.0 << 2.0;
-    QTest::newRow("above its foot") << 3.0 << 5.0 << 15.0 << 95.0;
-    QTest::newRow("shifted bars at the left edge") << 3.495 << 5.0 << -3.0 << 33.0;
+    QTest::addColumn<PlotRange>("range"); // x0, y0, x1, y1
+    QTest::newRow("left edge inside a bar") << PlotRange{3.8, -3.0, 8.0, 33.0};
+    QTest::newRow("right edge inside a bar") << PlotRange{1.0, -3.0, 4.2, 33.0};
+    QTest::newRow("inside one bar") << PlotRange{3.9, 10.0, 4.1, 20.0};
+    QTest::newRow("deep inside one bar") << PlotRange{4.0, 10.0, 4.0001, 10.001};
+    QTest::newRow("inside in x only") << PlotRange{3.999, -3.0, 4.001, 33.0};
+    QTest::newRow("inside in y only") << PlotRange{-10.0, 10.0, 20.0, 10.001};
+    QTest::newRow("below the bar") << PlotRange{3.0, -50.0, 5.0, 2.0};
+    QTest::newRow("above its foot") << PlotRange{3.0, 15.0, 5.0, 95.0};
+    QTest::newRow("shifted bars at the left edge") << PlotRange{3.495, -3.0, 5.0, 33.0};
 }
 
 void tst_HistogramGraph::barsAreCutAtTheViewOnly()
 {
-    QFETCH(double, x0);
-    QFETCH(double, x1);
-    QFETCH(double, y0);
-    QFETCH(double, y1);
+    QFETCH(PlotRange, range);
     HistogramGraph graph;
     fillGraph(graph, {2, 4, 9, 17, 30, 26, 13, 5, 3, 1}, 11, 8);
     graph.mainShown = true;
     addSeries(graph, {1, 8, 7, 22, 28, 6, 3, 15, 0, 9}, red, 3, 14);
     addSeries(graph, {7, 2, 11, 6, 27, 16, 5, 0, 1, 2}, blue);
     GraphPlot plot(graph);
-    plot.setRealCoord(x0, y0, x1, y1);
-    const PlotPlace view(surface, {x0, y0, x1, y1});
+    plot.setRealCoord(range.x0, range.y0, range.x1, range.y1);
+    const PlotPlace view(surface, range);
     QVERIFY(isSamePicture(plot.picture(), plainOf(graph).picture(view), view.inside()));
 }
 
 void tst_HistogramGraph::viewAwayFromTheBarsShowsNone_data()
 {
-    QTest::addColumn<double>("x0");
-    QTest::addColumn<double>("x1");
-    QTest::addColumn<double>("y0");
-    QTest::addColumn<double>("y1");
-    QTest::newRow("to the left") << -90.0 << -80.0 << -3.0 << 33.0;
-    QTest::newRow("to the right") << 80.0 << 90.0 << -3.0 << 33.0;
-    QTest::newRow("above") << 0.0 << 8.5 << 40.0 << 60.0;
-    QTest::newRow("below") << 0.0 << 8.5 << -60.0 << -40.0;
-    QTest::newRow("far to the left") << -9e15 << -8e15 << -3.0 << 33.0;
-    QTest::newRow("far above") << 0.0 << 8.5 << 4e15 << 6e15;
+    QTest::addColumn<PlotRange>("range");
+    QTest::newRow("to the left") << PlotRange{-90.0, -3.0, -80.0, 33.0};
+    QTest::newRow("to the right") << PlotRange{80.0, -3.0, 90.0, 33.0};
+    QTest::newRow("above") << PlotRange{0.0, 40.0, 8.5, 60.0};
+    QTest::newRow("below") << PlotRange{0.0, -60.0, 8.5, -40.0};
+    QTest::newRow("far to the left") << PlotRange{-9e15, -3.0, -8e15, 33.0};
+    QTest::newRow("far above") << PlotRange{0.0, 4e15, 8.5, 6e15};
 }
 
 void tst_HistogramGraph::viewAwayFromTheBarsShowsNone()
 {
-    QFETCH(double, x0);
-    QFETCH(double, x1);
-    QFETCH(double, y0);
-    QFETCH(double, y1);
+    QFETCH(PlotRange, range);
     HistogramGraph graph;
     fillGraph(graph, QList<int>(10, 30), 30, 30);
     graph.mainShown = true;
     addSeries(graph, QList<int>(10, 30), red, 30, 30);
     GraphPlot plot(graph);
-    plot.setRealCoord(x0, y0, x1, y1);
+    plot.setRealCoord(range.x0, range.y0, range.x1, range.y1);
     const QImage image = plot.picture();
-    const QRect inside = PlotPlace(surface, {x0, y0, x1, y1}).inside();
+    const QRect inside = PlotPlace(surface, range).inside();
     QCOMPARE(countOf(image, inside, grey), 0);
     QCOMPARE(countOf(image, inside, red), 0);
 }
@@ -523,24 +471,13 @@ void tst_HistogramGraph::verticalLinesStandBelowTheUpperLimit_data()
     QTest::newRow("nothing between") << 1.2 << 1.9 << QList<int>{};
     QTest::newRow("negative") << -3.5 << -0.5 << QList<int>{-3, -2};
     QTest::newRow("about zero") << -2.5 << 2.5 << QList<int>{-2, -1, 0, 1};
-    QTest::newRow("the last of steps of 1")
-        << 0.5 << 33.5 // 10.3 columns
-        << QList<int>{1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15, 16,
-                      17, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27, 28, 29, 30, 31, 32};
-    QTest::newRow("ten columns are too few")
-        << 0.5 << 34.5 // steps of 2
-        << QList<int>{1, 3, 5, 7, 9, 11, 13, 15, 17, 19, 21, 23, 25, 27, 29, 31, 33};
-    QTest::newRow("steps of 5") << -0.5 << 99.5
-                                << QList<int>{0,  5,  10, 15, 20, 25, 30, 35, 40, 45,
-                                              50, 55, 60, 65, 70, 75, 80, 85, 90, 95};
+    QTest::newRow("the last of steps of 1") << 0.5 << 33.5 << series(1, 32, 1); // 10.3 columns
+    QTest::newRow("ten columns are too few") << 0.5 << 34.5 << series(1, 33, 2);
+    QTest::newRow("steps of 5") << -0.5 << 99.5 << series(0, 95, 5);
     QTest::newRow("steps of 10 from an odd one")
-        << 6.5 << 306.5 // 7 is on the outline
-        << QList<int>{17,  27,  37,  47,  57,  67,  77,  87,  97,  107, 117, 127, 137, 147, 157,
-                      167, 177, 187, 197, 207, 217, 227, 237, 247, 257, 267, 277, 287, 297};
+        << 6.5 << 306.5 << series(17, 297, 10); // 7 is on the outline
     QTest::newRow("the upper limit is a step")
-        << -1.0 << 59.0 // steps of 2 from -1; 59 is left out
-        << QList<int>{1,  3,  5,  7,  9,  11, 13, 15, 17, 19, 21, 23, 25, 27, 29,
-                      31, 33, 35, 37, 39, 41, 43, 45, 47, 49, 51, 53, 55, 57};
+        << -1.0 << 59.0 << series(1, 57, 2); // steps of 2 from -1; 59 is left out
 }
 
 void tst_HistogramGraph::verticalLinesStandBelowTheUpperLimit()
@@ -598,12 +535,9 @@ void tst_HistogramGraph::gridCoversTheWholeViewOnly()
 void tst_HistogramGraph::crowdedHorizontalLinesFillTheirPart()
 {
     const QImage image = gridPicture(0.5, 5.5, 40000, {0.5, -20100.0, 5.5, 80100.0});
-    QList<int> rows;
     // 0 is at 218.85 and the highest at 117.05.
-    for (int y = 218; y >= 117; --y) {
-        rows.append(y);
-    }
-    QCOMPARE(gridRows(image), rows);
+    const QList<int> rows = gridRows(image);
+    QCOMPARE(QList<int>(rows.rbegin(), rows.rend()), series(117, 218, 1));
 }
 
 void tst_HistogramGraph::hostileNumbersStillPaint_data()

@@ -1,6 +1,7 @@
 // Numbers in line edits: six digits out, unchecked conversion in.
 
 #include "display/LineEditText.h"
+#include "support/DataRows.h"
 #include "support/SameDouble.h"
 
 #include <QFontMetricsF>
@@ -16,7 +17,6 @@ class tst_LineEditText : public QObject
 private Q_SLOTS:
     void numberShowsWithSixSignificantDigits_data();
     void numberShowsWithSixSignificantDigits();
-    void shownNumberHasItsFirstDigitInView();
     void textReadsAsNumber_data();
     void textReadsAsNumber();
     void shortenedTextCannotBeMisread_data();
@@ -43,13 +43,7 @@ void tst_LineEditText::numberShowsWithSixSignificantDigits()
     QLineEdit edit(QStringLiteral("before"));
     display::showNumber(&edit, value);
     QTEST(edit.text(), "text");
-}
-
-void tst_LineEditText::shownNumberHasItsFirstDigitInView()
-{
-    QLineEdit edit;
-    display::showNumber(&edit, 8333.25);
-    QCOMPARE(edit.cursorPosition(), 0);
+    QCOMPARE(edit.cursorPosition(), 0); // its first digit is in view
 }
 
 void tst_LineEditText::textReadsAsNumber_data()
@@ -82,25 +76,19 @@ void tst_LineEditText::shortenedTextCannotBeMisread_data()
     QTest::addColumn<QString>("as"); // the width is that of this text
     QTest::addColumn<QString>("wanted");
     const QString dots(QChar(0x2026));
-    QTest::newRow("text that fits") << "-9.60021e-05"
-                                    << "-9.60021e-05"
-                                    << "-9.60021e-05";
-    QTest::newRow("number with an exponent") << "-9.60021e-05"
-                                             << "-9.6" + dots + "e-05"
-                                             << "-9.6" + dots + "e-05";
-    QTest::newRow("exponent that does not fit alone") << "-9.60021e-05"
-                                                      << "-9" << dots + "e-05";
-    QTest::newRow("number without an exponent") << "83333333.25"
-                                                << "8333" + dots << "8333" + dots;
-    QTest::newRow("list by blanks") << "7050 7100 7150 7220"
-                                    << "7050 7100 715" + dots << "7050 7100 " + dots;
-    QTest::newRow("number of many digits") << "8." + QString(30000, u'8') + "e-05"
-                                           << "8.8" + dots + "e-05"
-                                           << "8.8" + dots + "e-05";
-    QTest::newRow("list of many numbers")
-        << QString("7050 ").repeated(6000) << "7050 7050 7" + dots << "7050 7050 " + dots;
-    QTest::newRow("list by commas") << "7050,7100,7150,7220"
-                                    << "7050,7100,715" + dots << "7050,7100," + dots;
+    tests::addTexts("text that fits", {"-9.60021e-05", "-9.60021e-05", "-9.60021e-05"});
+    tests::addTexts("number with an exponent",
+                    {"-9.60021e-05", "-9.6" + dots + "e-05", "-9.6" + dots + "e-05"});
+    tests::addTexts("exponent that does not fit alone", {"-9.60021e-05", "-9", dots + "e-05"});
+    tests::addTexts("number without an exponent", {"83333333.25", "8333" + dots, "8333" + dots});
+    tests::addTexts("list by blanks",
+                    {"7050 7100 7150 7220", "7050 7100 715" + dots, "7050 7100 " + dots});
+    tests::addTexts("number of many digits", {"8." + QString(30000, u'8') + "e-05",
+                                              "8.8" + dots + "e-05", "8.8" + dots + "e-05"});
+    tests::addTexts("list of many numbers",
+                    {QString("7050 ").repeated(6000), "7050 7050 7" + dots, "7050 7050 " + dots});
+    tests::addTexts("list by commas",
+                    {"7050,7100,7150,7220", "7050,7100,715" + dots, "7050,7100," + dots});
 }
 
 void tst_LineEditText::shortenedTextCannotBeMisread()

@@ -100,50 +100,6 @@ PlainMapView wholeView(const Map& map, const QSize& surface)
     return {surface, 0.0, 0.0, double(map.width), double(map.height)};
 }
 
-/// Counts the rectangles that are painted on it.
-class RectangleCounter : public QPaintEngine, public QPaintDevice
-{
-public:
-    QPaintEngine* paintEngine() const override { return const_cast<RectangleCounter*>(this); }
-    bool begin(QPaintDevice*) override { return true; }
-    bool end() override { return true; }
-    void updateState(const QPaintEngineState&) override {}
-    void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
-    void drawRects(const QRect*, int rectangles) override { count += rectangles; }
-    void drawRects(const QRectF*, int rectangles) override { count += rectangles; }
-    Type type() const override { return User; }
-
-    int count = 0;
-
-protected:
-    int metric(PaintDeviceMetric metric) const override
-    {
-        switch (metric) {
-        case PdmWidth:
-        case PdmHeight:
-            return 300;
-        case PdmDevicePixelRatio:
-            return 1;
-        case PdmDepth:
-            return 32;
-        default:
-            return 100;
-        }
-    }
-};
-
-int rectanglesOf(const Map& map, const PlainMapView& view)
-{
-    RectangleCounter counter;
-    QPainter p;
-    if (!p.begin(static_cast<QPaintDevice*>(&counter))) {
-        return -1;
-    }
-    cellsOf(map, view).fill(&p, [&map](int x, int y) -> const QColor& { return map.at(x, y); });
-    p.end();
-    return counter.count;
-}
-
 } // namespace
 
 class tst_MapCells : public QObject
@@ -162,7 +118,6 @@ private Q_SLOTS:
     void distantViewIsAPixelOrNothing();
     void viewWithoutExtentHasNoCells_data();
     void viewWithoutExtentHasNoCells();
-    void mapWithoutPixelsHasNoCells_data();
     void mapWithoutPixelsHasNoCells();
 
     void cellsStandWhereTheyBelong();
@@ -173,8 +128,6 @@ private Q_SLOTS:
     void coloursAreAskedForShownCellsAlone_data();
     void coloursAreAskedForShownCellsAlone();
     void coloursAreAskedOnceAtMost();
-    void neighboursOfOneColourAreFilledAtOnce();
-    void neighboursOfTwoColoursAreFilledApart();
 };
 
 void tst_MapCells::wholeMapLooksLikeOneRectangleForEachPixel_data()
@@ -329,20 +282,12 @@ void tst_MapCells::viewWithoutExtentHasNoCells()
     }
 }
 
-void tst_MapCells::mapWithoutPixelsHasNoCells_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::newRow("no columns") << QSize(0, 3);
-    QTest::newRow("no lines") << QSize(3, 0);
-    QTest::newRow("nothing") << QSize(0, 0);
-}
-
 void tst_MapCells::mapWithoutPixelsHasNoCells()
 {
-    QFETCH(QSize, size);
     const PlainMapView view{{50, 40}, 0.0, 0.0, 3.0, 3.0};
-    const Map map{size.width(), size.height(), {}};
-    QCOMPARE(drawn(map, view, false), whitePicture(view.surface));
+    for (const Map& map : {Map{0, 3, {}}, Map{3, 0, {}}, Map{0, 0, {}}}) {
+        QCOMPARE(drawn(map, view, false), whitePicture(view.surface));
+    }
 }
 
 // 3 by 2 pixels on 10 by 5: columns start at 0, 3, 6, lines end at 5 and 2.
@@ -453,18 +398,6 @@ void tst_MapCells::coloursAreAskedOnceAtMost()
     });
     QCOMPARE(*std::max_element(asked.cbegin(), asked.cend()), 1);
     QCOMPARE(total, 50 * 40);
-}
-
-void tst_MapCells::neighboursOfOneColourAreFilledAtOnce()
-{
-    const Map map{20, 10, QList<int>(200, 2)};
-    QCOMPARE(rectanglesOf(map, wholeView(map, {100, 80})), 10);
-}
-
-void tst_MapCells::neighboursOfTwoColoursAreFilledApart()
-{
-    const Map map{6, 1, {0, 0, 1, 1, 1, 0}};
-    QCOMPARE(rectanglesOf(map, wholeView(map, {60, 10})), 3);
 }
 
 QTEST_MAIN(tst_MapCells)

@@ -153,16 +153,14 @@ void tst_MarkLines::relativeLineCountsFromItsBase_data()
     QTest::addColumn<QString>("base");
     QTest::addColumn<QString>("offset");
     QTest::addColumn<double>("value");
-    QTest::newRow("above the base") << "8333"
-                                    << "50" << 8383.0;
-    QTest::newRow("below the base") << "8333"
-                                    << "-30" << 8303.0;
-    QTest::newRow("base of words counts as 0") << "edge"
-                                               << "50" << 50.0;
-    QTest::newRow("offset of words counts as 0") << "8333"
-                                                 << "far" << 8333.0;
-    QTest::newRow("both of words") << "edge"
-                                   << "far" << 0.0;
+    const auto row = [](const char* name, const char* base, const char* offset, double value) {
+        QTest::newRow(name) << base << offset << value;
+    };
+    row("above the base", "8333", "50", 8383.0);
+    row("below the base", "8333", "-30", 8303.0);
+    row("base of words counts as 0", "edge", "50", 50.0);
+    row("offset of words counts as 0", "8333", "far", 8333.0);
+    row("both of words", "edge", "far", 0.0);
 }
 
 void tst_MarkLines::relativeLineCountsFromItsBase()

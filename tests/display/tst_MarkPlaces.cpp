@@ -20,7 +20,7 @@ private Q_SLOTS:
     void placeIsThePixelOfTheCoordinates_data();
     void placeIsThePixelOfTheCoordinates();
     void areaHoldsEveryPlace();
-    void hostileRangesHaveNoStrangePlaces_data();
+    void hostileRangesHaveNoStrangePlaces_data() { addHostileNumbers(); }
     void hostileRangesHaveNoStrangePlaces();
 };
 
@@ -73,11 +73,6 @@ void tst_MarkPlaces::areaHoldsEveryPlace()
          {QPoint(-3, -3), QPoint(402, -3), QPoint(-3, 302), QPoint(402, 302)}) {
         QVERIFY(area.contains(corner));
     }
-}
-
-void tst_MarkPlaces::hostileRangesHaveNoStrangePlaces_data()
-{
-    addHostileNumbers();
 }
 
 void tst_MarkPlaces::hostileRangesHaveNoStrangePlaces()

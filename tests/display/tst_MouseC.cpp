@@ -31,10 +31,8 @@ class tst_MouseC : public QObject
 private Q_SLOTS:
     void startsWithEverythingZero();
     void moveRecordsItsPlaceButtonAndKeys();
-    void pressRecordsItsPlaceButtonAndKeys();
-    void releaseRecordsItsPlaceButtonAndKeys();
     void doubleClickRecordsItsOwnFieldsOnly();
-    void eachEventLeavesTheFieldsOfTheOthers();
+    void eachEventRecordsItsOwnFieldsAndLeavesThoseOfTheOthers();
     void previousPlaceIsTheOneBeforeTheLastMovePressOrRelease();
     void pressedLastsFromAnyPressToTheNextReleaseOfAnyButton();
     void placesAreRoundedHalfAwayFromZero_data();
@@ -75,36 +73,6 @@ void tst_MouseC::moveRecordsItsPlaceButtonAndKeys()
     QVERIFY(!mouse.pressed);
 }
 
-void tst_MouseC::pressRecordsItsPlaceButtonAndKeys()
-{
-    MouseC mouse;
-    move(mouse, {1.0, 2.0});
-    const QMouseEvent event =
-        eventAt({12.0, 34.0}, Qt::RightButton, Qt::AltModifier | Qt::KeypadModifier);
-    mouse.recordPressed(&event);
-    QCOMPARE(mouse.pressPos, QPoint(12, 34));
-    QCOMPARE(mouse.now, QPoint(12, 34));
-    QCOMPARE(mouse.prev, QPoint(1, 2));
-    QVERIFY(mouse.pressed);
-    QCOMPARE(mouse.pressButton, Qt::RightButton);
-    QCOMPARE(mouse.pressMods, Qt::AltModifier | Qt::KeypadModifier);
-}
-
-void tst_MouseC::releaseRecordsItsPlaceButtonAndKeys()
-{
-    MouseC mouse;
-    move(mouse, {1.0, 2.0});
-    mouse.pressed = true;
-    const QMouseEvent event = eventAt({12.0, 34.0}, Qt::MiddleButton, Qt::ControlModifier);
-    mouse.released(&event);
-    QCOMPARE(mouse.releasePos, QPoint(12, 34));
-    QCOMPARE(mouse.now, QPoint(12, 34));
-    QCOMPARE(mouse.prev, QPoint(1, 2));
-    QVERIFY(!mouse.pressed);
-    QCOMPARE(mouse.releaseButton, Qt::MiddleButton);
-    QCOMPARE(mouse.releaseMods, Qt::ControlModifier);
-}
-
 void tst_MouseC::doubleClickRecordsItsOwnFieldsOnly()
 {
     MouseC mouse;
@@ -123,7 +91,7 @@ void tst_MouseC::doubleClickRecordsItsOwnFieldsOnly()
     QVERIFY(mouse.pressed);
 }
 
-void tst_MouseC::eachEventLeavesTheFieldsOfTheOthers()
+void tst_MouseC::eachEventRecordsItsOwnFieldsAndLeavesThoseOfTheOthers()
 {
     MouseC mouse;
     const QMouseEvent pressing = eventAt({1.0, 1.0}, Qt::LeftButton, Qt::ShiftModifier);
@@ -139,6 +107,7 @@ void tst_MouseC::eachEventLeavesTheFieldsOfTheOthers()
     QCOMPARE(mouse.pressMods, Qt::ShiftModifier);
     QCOMPARE(mouse.moveButton, Qt::NoButton);
     QCOMPARE(mouse.moveMods, Qt::ControlModifier);
+    QCOMPARE(mouse.now, QPoint(3, 3));
     QCOMPARE(mouse.releasePos, QPoint(3, 3));
     QCOMPARE(mouse.releaseButton, Qt::RightButton);
     QCOMPARE(mouse.releaseMods, Qt::AltModifier);
@@ -156,6 +125,7 @@ void tst_MouseC::previousPlaceIsTheOneBeforeTheLastMovePressOrRelease()
     QCOMPARE(mouse.prev, origin);
     mouse.recordPressed(&pressing);
     QCOMPARE(mouse.prev, QPoint(10, 1));
+    QCOMPARE(mouse.now, QPoint(20, 2));
     move(mouse, {30.0, 3.0});
     QCOMPARE(mouse.prev, QPoint(20, 2));
     mouse.released(&releasing);

@@ -28,6 +28,16 @@ struct Home {
     void popDock() { pop.popDock(&content, &grid, &docked); }
 };
 
+/// A window on the screen, and how often it said that it was closed.
+struct ShownPop {
+    ShownPop() { pop.show(); }
+    bool isReady() { return QTest::qWaitForWindowExposed(&pop); }
+
+    QWidget owner;
+    PopBase pop{&owner};
+    QSignalSpy closed{&pop, &PopBase::closed};
+};
+
 constexpr int settled = 60; // milliseconds
 
 } // namespace
@@ -81,41 +91,32 @@ void tst_PopBase::startsAsAHiddenWindowOfItsOwner()
 
 void tst_PopBase::closingTellsItOnce()
 {
-    QWidget owner;
-    PopBase pop(&owner);
-    pop.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&pop));
-    const QSignalSpy closed(&pop, &PopBase::closed);
-    QVERIFY(pop.windowHandle()->close());
-    QCOMPARE(closed.size(), 1);
-    QVERIFY(!pop.isVisible());
+    ShownPop shown;
+    QVERIFY(shown.isReady());
+    QVERIFY(shown.pop.windowHandle()->close());
+    QCOMPARE(shown.closed.size(), 1);
+    QVERIFY(!shown.pop.isVisible());
 }
 
 // As when a calculation keeps the windows waiting and the user clicks twice.
 void tst_PopBase::secondCloseTellsNothing()
 {
-    QWidget owner;
-    PopBase pop(&owner);
-    pop.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&pop));
-    const QSignalSpy closed(&pop, &PopBase::closed);
-    QWindow* window = pop.windowHandle();
+    ShownPop shown;
+    QVERIFY(shown.isReady());
+    QWindow* window = shown.pop.windowHandle();
     for (int i = 0; i < 2; ++i) {
         QCloseEvent event;
         QCoreApplication::sendEvent(window, &event);
     }
-    QCOMPARE(closed.size(), 1);
+    QCOMPARE(shown.closed.size(), 1);
 }
 
 void tst_PopBase::hidingDoesNotTell()
 {
-    QWidget owner;
-    PopBase pop(&owner);
-    pop.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&pop));
-    const QSignalSpy closed(&pop, &PopBase::closed);
-    pop.hide();
-    QCOMPARE(closed.size(), 0);
+    ShownPop shown;
+    QVERIFY(shown.isReady());
+    shown.pop.hide();
+    QCOMPARE(shown.closed.size(), 0);
 }
 
 void tst_PopBase::contentMovesInAndBackToRowOne()

@@ -89,7 +89,6 @@ private Q_SLOTS:
     void rangeOfNaNsIsNotFitted();
     void looksLikeSingleLines_data();
     void looksLikeSingleLines();
-    void widthOfACurveIsThatOfItsPen_data();
     void widthOfACurveIsThatOfItsPen();
     void guidesOfTheWindowShowInAWiderView();
     void orderOfDrawingIsGuidesMarksCurvesFit();
@@ -215,23 +214,15 @@ void tst_SpectraGraph::looksLikeSingleLines()
     QVERIFY(drawing.isRight());
 }
 
-void tst_SpectraGraph::widthOfACurveIsThatOfItsPen_data()
-{
-    QTest::addColumn<int>("width");
-    for (const int width : {1, 2, 3}) {
-        QTest::addRow("%d", width) << width;
-    }
-}
-
 void tst_SpectraGraph::widthOfACurveIsThatOfItsPen()
 {
-    QFETCH(int, width);
-    Drawing drawing;
     const AMutE level = spectrumOf({{8310, 0.0}, {8311, 2.0}, {8320, 1.255}, {8440, 1.255}});
-    drawing.add(level, Qt::red, width, "");
-    const QImage image = drawing.painted();
-    QCOMPARE(countOf(image, QRect(200, 50, 1, 100), Qt::red), width);
-    QVERIFY(drawing.isRight());
+    for (const int width : {1, 2, 3}) {
+        Drawing drawing;
+        drawing.add(level, Qt::red, width, "");
+        QCOMPARE(countOf(drawing.painted(), QRect(200, 50, 1, 100), Qt::red), width);
+        QVERIFY(drawing.isRight());
+    }
 }
 
 // Their own automatic range hides two of them under the frame.

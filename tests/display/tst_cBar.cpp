@@ -160,7 +160,6 @@ private Q_SLOTS:
     void lowerLineWinsWhenBothAreNear_data();
     void lowerLineWinsWhenBothAreNear();
     void pressIsRoundedFirst();
-    void anyButtonDrags_data();
     void anyButtonDrags();
     void draggedUpperLineLiftsTheTop();
     void draggedLowerLineSinksTheBottom();
@@ -286,14 +285,10 @@ void tst_cBar::valuesFindTheirEntry_data()
     QTest::newRow("third ramp") << 128.0 << 512;
     QTest::newRow("last entry") << 383.5 << 767;
     QTest::newRow("upper limit") << 384.0 << 767;
-    QTest::newRow("just below") << -384.5 << 0;
-    QTest::newRow("below") << -400.0 << 0;
-    QTest::newRow("just above") << 385.0 << 767;
-    QTest::newRow("above") << 1000.0 << 767;
+    QTest::newRow("below") << -384.5 << 0;
+    QTest::newRow("above") << 385.0 << 767;
     QTest::newRow("beyond any int below") << -1e20 << 0;
     QTest::newRow("beyond any int above") << 1e20 << 767;
-    QTest::newRow("far below") << -1e300 << 0;
-    QTest::newRow("far above") << 1e300 << 767;
 }
 
 // Limits of -384 and 384 and the 768 entries of table 0: value and entry differ
@@ -725,23 +720,16 @@ void tst_cBar::pressIsRoundedFirst()
     QCOMPARE(bar.dragHandle, 1);
 }
 
-void tst_cBar::anyButtonDrags_data()
-{
-    QTest::addColumn<Qt::MouseButton>("button");
-    QTest::newRow("left") << Qt::LeftButton;
-    QTest::newRow("middle") << Qt::MiddleButton;
-    QTest::newRow("right") << Qt::RightButton;
-}
-
 void tst_cBar::anyButtonDrags()
 {
-    QFETCH(Qt::MouseButton, button);
-    ShownBar bar;
-    QVERIFY(bar.isReady());
-    bar.drag(3, 128, button);
-    QCOMPARE(bar.dragHandle, 0);
-    QCOMPARE(bar.imax, 512.0);
-    QCOMPARE(bar.imin, 0.0);
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
+        ShownBar bar;
+        QVERIFY(bar.isReady());
+        bar.drag(3, 128, button);
+        QCOMPARE(bar.dragHandle, 0);
+        QCOMPARE(bar.imax, 512.0);
+        QCOMPARE(bar.imin, 0.0);
+    }
 }
 
 // From row 0 to 128: 256 / (128 - 256) = -2 entries a row, and 256 rows of them

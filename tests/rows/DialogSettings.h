@@ -7,11 +7,18 @@
 namespace tests
 {
 
-/// Sends the settings of all file dialogs into @p folder, so that a test
+/// Keeps the settings of all file dialogs in a folder of its own, so that a test
 /// neither reads nor changes those of the person who runs it.
-inline void keepDialogSettingsIn(const QTemporaryDir& folder)
+class DialogSettings
 {
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
-}
+public:
+    DialogSettings()
+    {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder.path());
+    }
+
+private:
+    const QTemporaryDir m_folder;
+};
 
 } // namespace tests

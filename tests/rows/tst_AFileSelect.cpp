@@ -83,6 +83,9 @@ Qt::DropAction dropUrls(AFileSelect* row, const QList<QUrl>& urls)
     return drop(row, mime);
 }
 
+/// How a row is made.
+using Make = std::function<AFileSelect*()>;
+
 /// How a user ends a dialog.
 using End = std::function<void(QFileDialog*)>;
 
@@ -146,7 +149,6 @@ class tst_AFileSelect : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
     void cleanup();
 
@@ -154,7 +156,6 @@ private Q_SLOTS:
     void formHasItsLimitsAndSpacings();
     void shiftFieldIsPartOfItsHolder();
     void fieldsStartEmpty();
-    void slotsAreCallableByName_data();
     void slotsAreCallableByName();
 
     void dialogIsAWindowThatBelongsToTheRow();
@@ -163,22 +164,17 @@ private Q_SLOTS:
     void selectButtonShowsTheDialogWithoutBlocking();
     void selectButtonBringsAnOpenDialogToTheFront();
 
-    void openModeTakesExistingFilesAndAReadOnlyField();
-    void multiOpensSeveralFiles();
+    void modeDecidesTheDialogAndTheField_data();
+    void modeDecidesTheDialogAndTheField();
     void multiCountsOnlyOnceTheModeIsSet();
-    void saveModeTakesAnyNameAndATypedField();
-    void modeCanGoBackToOpen();
-    void constructorArgumentChoosesTheMode();
 
     void newFileShowsThePathAndTellsItInOrder();
     void newFileStoresTheCanonicalDirectory();
     void linkToAFileIsInTheFolderOfTheLink();
     void newFileShowsAPathThatCannotBeRead();
     void directoryOfAFileYetToBeSavedIsKnown();
-    void slotsRunBeforeNewFileReturns();
     void savePathBearsTheSuffix_data();
     void savePathBearsTheSuffix();
-    void openPathKeepsItsSuffix();
 
     void newFilesShowsNamesEachWithABlank();
     void newFilesKeepsTheDirectoryOfTheLastPath();
@@ -189,9 +185,8 @@ private Q_SLOTS:
     void highlightedFileLoadsAtOnceAndAgainOnOpen();
     void openByTheDialogEndsWithThePathOfTheFile();
     void highlightIsIgnoredWhileTheDialogIsHidden();
-    void highlightedDirectoryPassesWithoutEffect();
-    void highlightedMissingFilePassesWithoutEffect();
-    void highlightedPipePassesWithoutEffect();
+    void highlightOfNoReadableFilePassesWithoutEffect_data();
+    void highlightOfNoReadableFilePassesWithoutEffect();
     void highlightedUnreadableFilePassesWithoutEffect();
     void severalPickedFilesArriveTogether();
     void openingByTheButtonLoadsNothing();
@@ -212,31 +207,24 @@ private Q_SLOTS:
     void dragOverTheSaveFieldFallsToTheRow();
     void dropLoadsALocalFile_data();
     void dropLoadsALocalFile();
-    void dropFoldsTheBlanksOfTheName();
-    void dropOfAShareKeepsItsHost();
+    void dropShowsThePathOfTheUrl_data();
+    void dropShowsThePathOfTheUrl();
     void dropOfSeveralFilesCountsAsTheFirst();
     void dropOfSomethingElseDoesNothing_data();
     void dropOfSomethingElseDoesNothing();
     void dropInSaveModeTakesTheSuffix();
     void droppedFileIsNeverMoved();
 
-    void shiftFieldIsHiddenAtFirst();
     void showDEShowsAndHidesTheShiftField();
     void leavingTheShiftFieldTellsNewDE();
 
 private:
-    const QTemporaryDir settingsFolder;
+    const tests::DialogSettings m_settings;
     QString file(const QString& name) const { return tests::writeFile(*folder, name, "1 2 3\n"); }
 
     std::unique_ptr<QTemporaryDir> folder;
     QString canonicalFolder;
 };
-
-void tst_AFileSelect::initTestCase()
-{
-    QVERIFY(settingsFolder.isValid());
-    tests::keepDialogSettingsIn(settingsFolder);
-}
 
 void tst_AFileSelect::init()
 {
@@ -314,19 +302,12 @@ void tst_AFileSelect::fieldsStartEmpty()
     QVERIFY(row.acceptDrops());
 }
 
-void tst_AFileSelect::slotsAreCallableByName_data()
-{
-    QTest::addColumn<QByteArray>("signature");
-    for (const char* signature : {"newFile(QString)", "newFiles(QStringList)", "clearFileName()",
-                                  "selectingFile(QString)", "setDir(QString)", "showDE(bool)"}) {
-        QTest::newRow(signature) << QByteArray(signature);
-    }
-}
-
 void tst_AFileSelect::slotsAreCallableByName()
 {
-    QFETCH(QByteArray, signature);
-    QVERIFY(AFileSelect::staticMetaObject.indexOfSlot(signature.constData()) >= 0);
+    for (const char* signature : {"newFile(QString)", "newFiles(QStringList)", "clearFileName()",
+                                  "selectingFile(QString)", "setDir(QString)", "showDE(bool)"}) {
+        QVERIFY2(AFileSelect::staticMetaObject.indexOfSlot(signature) >= 0, signature);
+    }
 }
 
 void tst_AFileSelect::dialogIsAWindowThatBelongsToTheRow()
@@ -384,22 +365,46 @@ void tst_AFileSelect::selectButtonBringsAnOpenDialogToTheFront()
     QTRY_COMPARE(QGuiApplication::focusWindow(), row.dialog->windowHandle());
 }
 
-void tst_AFileSelect::openModeTakesExistingFilesAndAReadOnlyField()
+void tst_AFileSelect::modeDecidesTheDialogAndTheField_data()
 {
-    const AFileSelect row;
-    QCOMPARE(row.dialog->acceptMode(), QFileDialog::AcceptOpen);
-    QCOMPARE(row.dialog->fileMode(), QFileDialog::ExistingFile);
-    QVERIFY(row.FileName->isReadOnly());
-    QCOMPARE(row.FileName->styleSheet(), QStringLiteral("background-color: rgb(255, 255, 220);"));
+    QTest::addColumn<Make>("make");
+    QTest::addColumn<bool>("saves");
+    QTest::addColumn<QFileDialog::FileMode>("files");
+    QTest::newRow("opens a file") << Make([] { return new AFileSelect; }) << false
+                                  << QFileDialog::ExistingFile;
+    QTest::newRow("opens several files") << Make([] {
+        auto* row = new AFileSelect;
+        row->multi = true;
+        row->setMode(AFileSelect::OpenMode);
+        return row;
+    }) << false << QFileDialog::ExistingFiles;
+    QTest::newRow("saves") << Make([] {
+        auto* row = new AFileSelect;
+        row->setMode(1);
+        return row;
+    }) << true << QFileDialog::AnyFile;
+    QTest::newRow("saves from the start")
+        << Make([] { return new AFileSelect(nullptr, AFileSelect::SaveMode); }) << true
+        << QFileDialog::AnyFile;
+    QTest::newRow("opens again") << Make([] {
+        auto* row = new AFileSelect(nullptr, AFileSelect::SaveMode);
+        row->setMode(0);
+        return row;
+    }) << false << QFileDialog::ExistingFile;
 }
 
-void tst_AFileSelect::multiOpensSeveralFiles()
+void tst_AFileSelect::modeDecidesTheDialogAndTheField()
 {
-    AFileSelect row;
-    row.multi = true;
-    row.setMode(AFileSelect::OpenMode);
-    QCOMPARE(row.dialog->fileMode(), QFileDialog::ExistingFiles);
-    QCOMPARE(row.dialog->acceptMode(), QFileDialog::AcceptOpen);
+    QFETCH(Make, make);
+    QFETCH(bool, saves);
+    QFETCH(QFileDialog::FileMode, files);
+    const std::unique_ptr<AFileSelect> row(make());
+    QCOMPARE(row->mode, saves ? 1 : 0);
+    QCOMPARE(row->dialog->acceptMode(), saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    QCOMPARE(row->dialog->fileMode(), files);
+    QCOMPARE(row->FileName->isReadOnly(), !saves);
+    QCOMPARE(row->FileName->styleSheet(), saves ? "background-color: rgb(255, 255, 255);"
+                                                : "background-color: rgb(255, 255, 220);");
 }
 
 void tst_AFileSelect::multiCountsOnlyOnceTheModeIsSet()
@@ -409,44 +414,14 @@ void tst_AFileSelect::multiCountsOnlyOnceTheModeIsSet()
     QCOMPARE(row.dialog->fileMode(), QFileDialog::ExistingFile);
 }
 
-void tst_AFileSelect::saveModeTakesAnyNameAndATypedField()
-{
-    AFileSelect row;
-    row.setMode(1);
-    QCOMPARE(row.mode, 1);
-    QCOMPARE(row.dialog->acceptMode(), QFileDialog::AcceptSave);
-    QCOMPARE(row.dialog->fileMode(), QFileDialog::AnyFile);
-    QVERIFY(!row.FileName->isReadOnly());
-    QCOMPARE(row.FileName->styleSheet(), QStringLiteral("background-color: rgb(255, 255, 255);"));
-}
-
-void tst_AFileSelect::modeCanGoBackToOpen()
-{
-    AFileSelect row(nullptr, AFileSelect::SaveMode);
-    row.setMode(0);
-    QCOMPARE(row.mode, 0);
-    QCOMPARE(row.dialog->acceptMode(), QFileDialog::AcceptOpen);
-    QCOMPARE(row.dialog->fileMode(), QFileDialog::ExistingFile);
-    QVERIFY(row.FileName->isReadOnly());
-    QCOMPARE(row.FileName->styleSheet(), QStringLiteral("background-color: rgb(255, 255, 220);"));
-}
-
-void tst_AFileSelect::constructorArgumentChoosesTheMode()
-{
-    const AFileSelect row(nullptr, AFileSelect::SaveMode);
-    QCOMPARE(row.mode, 1);
-    QCOMPARE(row.dialog->acceptMode(), QFileDialog::AcceptSave);
-    QVERIFY(!row.FileName->isReadOnly());
-}
-
 void tst_AFileSelect::newFileShowsThePathAndTellsItInOrder()
 {
     AFileSelect row;
     const Journal journal(&row);
-    const QString path = file(QStringLiteral("map.dat"));
+    const QString path = file(QStringLiteral("map.2dp")); // which keeps its suffix
     row.newFile(path);
     QCOMPARE(row.fileText(), path);
-    QCOMPARE(row.fileName, QStringLiteral("map.dat"));
+    QCOMPARE(row.fileName, QStringLiteral("map.2dp"));
     const QStringList expected{QStringLiteral("newDir ") + canonicalFolder,
                                QStringLiteral("newFilePath ") + path,
                                QStringLiteral("selectedFile")};
@@ -496,16 +471,6 @@ void tst_AFileSelect::directoryOfAFileYetToBeSavedIsKnown()
     QCOMPARE(row.dir, canonicalFolder);
 }
 
-void tst_AFileSelect::slotsRunBeforeNewFileReturns()
-{
-    AFileSelect row;
-    QString seen;
-    connect(&row, &AFileSelect::newFilePath, this, [&](const QString& path) { seen = path; });
-    const QString path = file(QStringLiteral("map.dat"));
-    row.newFile(path);
-    QCOMPARE(seen, path);
-}
-
 void tst_AFileSelect::savePathBearsTheSuffix_data()
 {
     QTest::addColumn<QString>("suffix");
@@ -534,14 +499,6 @@ void tst_AFileSelect::savePathBearsTheSuffix()
     QCOMPARE(row.fileName, saved);
     QCOMPARE(paths.size(), 1);
     QCOMPARE(paths.at(0).at(0).toString(), folder->filePath(saved));
-}
-
-void tst_AFileSelect::openPathKeepsItsSuffix()
-{
-    AFileSelect row;
-    const QString path = file(QStringLiteral("map.2dp"));
-    row.newFile(path);
-    QCOMPARE(row.fileText(), path);
 }
 
 void tst_AFileSelect::newFilesShowsNamesEachWithABlank()
@@ -628,33 +585,24 @@ void tst_AFileSelect::highlightIsIgnoredWhileTheDialogIsHidden()
     QCOMPARE(row.fileText(), QString());
 }
 
-void tst_AFileSelect::highlightedDirectoryPassesWithoutEffect()
+void tst_AFileSelect::highlightOfNoReadableFilePassesWithoutEffect_data()
 {
-    AFileSelect row;
-    const Journal journal(&row);
-    row.dialog->show();
-    row.selectingFile(folder->path());
-    QCOMPARE(journal.entries, QStringList());
+    QTest::addColumn<QString>("name");
+    QTest::newRow("directory") << ".";
+    QTest::newRow("missing file") << "missing.dat";
+    QTest::newRow("no name") << QString();
+    QTest::newRow("pipe") << "pipe";
 }
 
-void tst_AFileSelect::highlightedMissingFilePassesWithoutEffect()
+void tst_AFileSelect::highlightOfNoReadableFilePassesWithoutEffect()
 {
+    QFETCH(QString, name);
+    const QByteArray pipe = QFile::encodeName(folder->filePath("pipe"));
+    QCOMPARE(::mkfifo(pipe.constData(), 0600), 0);
     AFileSelect row;
     const Journal journal(&row);
     row.dialog->show();
-    row.selectingFile(folder->filePath(QStringLiteral("missing.dat")));
-    row.selectingFile(QString());
-    QCOMPARE(journal.entries, QStringList());
-}
-
-void tst_AFileSelect::highlightedPipePassesWithoutEffect()
-{
-    const QString pipe = folder->filePath(QStringLiteral("pipe"));
-    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    AFileSelect row;
-    const Journal journal(&row);
-    row.dialog->show();
-    row.selectingFile(pipe);
+    row.selectingFile(name.isEmpty() ? name : folder->filePath(name));
     QCOMPARE(journal.entries, QStringList());
 }
 
@@ -872,18 +820,21 @@ void tst_AFileSelect::dropLoadsALocalFile()
     QCOMPARE(row.dir, canonicalFolder);
 }
 
-void tst_AFileSelect::dropFoldsTheBlanksOfTheName()
+void tst_AFileSelect::dropShowsThePathOfTheUrl_data()
 {
-    AFileSelect row;
-    dropUrls(&row, {QUrl::fromLocalFile(QStringLiteral("/maps/a  b.dat "))});
-    QCOMPARE(row.fileText(), QStringLiteral("/maps/a b.dat"));
+    QTest::addColumn<QString>("url");
+    QTest::addColumn<QString>("text");
+    tests::addTexts("blanks are folded", {"file:///maps/a%20%20b.dat%20", "/maps/a b.dat"});
+    tests::addTexts("share keeps its host",
+                    {"file://server/share/map.dat", "//server/share/map.dat"});
 }
 
-void tst_AFileSelect::dropOfAShareKeepsItsHost()
+void tst_AFileSelect::dropShowsThePathOfTheUrl()
 {
+    QFETCH(QString, url);
     AFileSelect row;
-    dropUrls(&row, {QUrl(QStringLiteral("file://server/share/map.dat"))});
-    QCOMPARE(row.fileText(), QStringLiteral("//server/share/map.dat"));
+    dropUrls(&row, {QUrl(url)});
+    QTEST(row.fileText(), "text");
 }
 
 void tst_AFileSelect::dropOfSeveralFilesCountsAsTheFirst()
@@ -939,15 +890,10 @@ void tst_AFileSelect::droppedFileIsNeverMoved()
     QCOMPARE(dropUrls(&row, {QUrl::fromLocalFile(path)}), Qt::CopyAction);
 }
 
-void tst_AFileSelect::shiftFieldIsHiddenAtFirst()
-{
-    const AFileSelect row;
-    QVERIFY(row.dEBase->isHidden());
-}
-
 void tst_AFileSelect::showDEShowsAndHidesTheShiftField()
 {
     AFileSelect row;
+    QVERIFY(row.dEBase->isHidden());
     row.showDE(true);
     QVERIFY(!row.dEBase->isHidden());
     row.showDE(false);

@@ -27,32 +27,21 @@ class tst_ARefFile : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
 
     void formHasTheWidgetsOfItsRow();
     void formHasItsLimitsAndStyles();
     void rowStartsOff();
 
-    void mouseSwitchesTheRowOnAndOff();
-    void switchingByMouseTellsOnce();
-    void switchingByCodeTellsTwice_data();
-    void switchingByCodeTellsTwice();
-    void settingThePresentStateTellsNothing_data();
-    void settingThePresentStateTellsNothing();
+    void mouseSwitchesTheRowOnAndOffAndTellsOnce();
+    void switchingByCodeTellsTwiceAndThePresentStateNothing();
     void rowsDoNotExcludeOneAnother();
 
     void fileAndEdgeOfTheSpectrumArePassedOn();
     void wordsInValenceAreKeptAsTyped();
 
 private:
-    const QTemporaryDir settingsFolder;
+    const tests::DialogSettings m_settings;
 };
-
-void tst_ARefFile::initTestCase()
-{
-    QVERIFY(settingsFolder.isValid());
-    tests::keepDialogSettingsIn(settingsFolder);
-}
 
 void tst_ARefFile::formHasTheWidgetsOfItsRow()
 {
@@ -93,65 +82,35 @@ void tst_ARefFile::rowStartsOff()
     QVERIFY(!row.XafsFS->valid);
 }
 
-void tst_ARefFile::mouseSwitchesTheRowOnAndOff()
-{
-    ARefFile row;
-    row.show();
-    click(row.UseCB);
-    QVERIFY(row.UseCB->isChecked());
-    click(row.UseCB);
-    QVERIFY(!row.UseCB->isChecked());
-}
-
-void tst_ARefFile::switchingByMouseTellsOnce()
+void tst_ARefFile::mouseSwitchesTheRowOnAndOffAndTellsOnce()
 {
     ARefFile row;
     row.show();
     const QSignalSpy uses(&row, &ARefFile::changedUse);
     click(row.UseCB);
+    QVERIFY(row.UseCB->isChecked());
     QCOMPARE(uses.size(), 1);
     QCOMPARE(uses.at(0).at(0).toBool(), true);
     click(row.UseCB);
+    QVERIFY(!row.UseCB->isChecked());
     QCOMPARE(uses.size(), 2);
     QCOMPARE(uses.at(1).at(0).toBool(), false);
 }
 
-void tst_ARefFile::switchingByCodeTellsTwice_data()
+void tst_ARefFile::switchingByCodeTellsTwiceAndThePresentStateNothing()
 {
-    QTest::addColumn<bool>("from");
-    QTest::newRow("on") << false;
-    QTest::newRow("off") << true;
-}
-
-void tst_ARefFile::switchingByCodeTellsTwice()
-{
-    QFETCH(bool, from);
     ARefFile row;
-    row.setUse(from);
-    const QSignalSpy uses(&row, &ARefFile::changedUse);
-    row.setUse(!from);
-    QCOMPARE(row.UseCB->isChecked(), !from);
-    QCOMPARE(uses.size(), 2);
-    QCOMPARE(uses.at(0).at(0).toBool(), !from);
-    QCOMPARE(uses.at(1).at(0).toBool(), !from);
-}
-
-void tst_ARefFile::settingThePresentStateTellsNothing_data()
-{
-    QTest::addColumn<bool>("state");
-    QTest::newRow("on") << true;
-    QTest::newRow("off") << false;
-}
-
-void tst_ARefFile::settingThePresentStateTellsNothing()
-{
-    QFETCH(bool, state);
-    ARefFile row;
-    row.setUse(state);
-    const QSignalSpy uses(&row, &ARefFile::changedUse);
-    row.setUse(state);
-    QCOMPARE(row.UseCB->isChecked(), state);
-    QCOMPARE(uses.size(), 0);
+    for (const bool on : {true, false, true}) {
+        const QSignalSpy uses(&row, &ARefFile::changedUse);
+        row.setUse(on);
+        QCOMPARE(row.UseCB->isChecked(), on);
+        QCOMPARE(uses.size(), 2);
+        QCOMPARE(uses.at(0).at(0).toBool(), on);
+        QCOMPARE(uses.at(1).at(0).toBool(), on);
+        row.setUse(on); // the present state tells nothing
+        QCOMPARE(row.UseCB->isChecked(), on);
+        QCOMPARE(uses.size(), 2);
+    }
 }
 
 void tst_ARefFile::rowsDoNotExcludeOneAnother()

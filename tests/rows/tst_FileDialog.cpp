@@ -78,7 +78,6 @@ class tst_FileDialog : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void init();
 
     void desktopsMayShowTheirOwnDialog();
@@ -110,16 +109,10 @@ private Q_SLOTS:
 private:
     QString file(const QString& name) const { return tests::writeFile(*m_folder, name, "1 2\n"); }
 
-    const QTemporaryDir m_settings;
+    const tests::DialogSettings m_settings;
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_path;
 };
-
-void tst_FileDialog::initTestCase()
-{
-    QVERIFY(m_settings.isValid());
-    tests::keepDialogSettingsIn(m_settings);
-}
 
 void tst_FileDialog::init()
 {

@@ -13,20 +13,13 @@ class tst_RefFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void listStartsEmpty();
     void signalsOfAllRowsComeOutAsOne();
     void rowsAreNotOwned();
 
 private:
-    const QTemporaryDir settingsFolder;
+    const tests::DialogSettings m_settings;
 };
-
-void tst_RefFiles::initTestCase()
-{
-    QVERIFY(settingsFolder.isValid());
-    tests::keepDialogSettingsIn(settingsFolder);
-}
 
 void tst_RefFiles::listStartsEmpty()
 {

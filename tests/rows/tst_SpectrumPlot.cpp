@@ -240,12 +240,10 @@ class tst_SpectrumPlot : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
 
     void attachJoinsTheRowWithTheFramesSignals();
     void reattachingStopsDrawingInTheFormerFrame();
     void reattachingTheSameFrameDrawsOnce();
-    void attachShowsTheShiftField();
     void mouseOnTheFrameLeavesTheSpectrum();
 
     void withoutPointsTheFrameIsWhiteAndUntitled();
@@ -254,8 +252,7 @@ private Q_SLOTS:
     void invalidSpectrumWithPointsIsDrawn();
     void titlesAreSetOnEveryDraw();
 
-    void rangeHasMarginsOfATwentieth();
-    void rangeRestsOnTheEnergiesAsRead();
+    void rangeHasMarginsOfATwentiethAroundTheEnergiesAsRead();
     void rangeIsFittedOnceAndKept();
     void changedShiftMovesTheCurveAndKeepsTheRange();
     void newFileFitsTheRangeAfresh();
@@ -278,20 +275,13 @@ private Q_SLOTS:
     void segmentAcrossADeepZoomIsSeen();
     void markerAcrossADeepZoomIsSeen();
 
-    void jumpIsTakenAtTheRowsEdge();
+    void jumpIsTakenAtTheRowsEdgeAndNotShifted();
     void jumpUsesTheLinesAsLastFitted();
-    void jumpIsNotShifted();
     void jumpIsShownInSixDigits();
 
 private:
-    const QTemporaryDir m_settings;
+    const tests::DialogSettings m_settings;
 };
-
-void tst_SpectrumPlot::initTestCase()
-{
-    QVERIFY(m_settings.isValid());
-    keepDialogSettingsIn(m_settings);
-}
 
 void tst_SpectrumPlot::attachJoinsTheRowWithTheFramesSignals()
 {
@@ -339,15 +329,6 @@ void tst_SpectrumPlot::reattachingTheSameFrameDrawsOnce()
     row.attach(&other);
     QCOMPARE(frame.hearers(draw), before);
     QCOMPARE(other.hearers(draw), before + 1);
-}
-
-void tst_SpectrumPlot::attachShowsTheShiftField()
-{
-    AXafsFileSelect row;
-    QVERIFY(!row.dEBase->isVisibleTo(&row));
-    DispABase frame;
-    row.attach(&frame);
-    QVERIFY(row.dEBase->isVisibleTo(&row));
 }
 
 void tst_SpectrumPlot::mouseOnTheFrameLeavesTheSpectrum()
@@ -426,10 +407,11 @@ void tst_SpectrumPlot::titlesAreSetOnEveryDraw()
     QCOMPARE(plot.frame.yTitle, QStringLiteral("mut"));
 }
 
-void tst_SpectrumPlot::rangeHasMarginsOfATwentieth()
+void tst_SpectrumPlot::rangeHasMarginsOfATwentiethAroundTheEnergiesAsRead()
 {
     Plot plot;
     setStep(plot.spectrum());
+    plot.spectrum().dE = 40.0; // the energies count as read
     plot.paint();
     // 5 % of 300 eV are 15 eV, 5 % of 2 are 0.1.
     QCOMPARE(plot.cc().realX0, 7985.0);
@@ -437,16 +419,6 @@ void tst_SpectrumPlot::rangeHasMarginsOfATwentieth()
     QCOMPARE(plot.cc().realY0, 0.9);
     QCOMPARE(plot.cc().realY1, 3.1);
     QVERIFY(plot.frame.DispA->hasScale);
-}
-
-void tst_SpectrumPlot::rangeRestsOnTheEnergiesAsRead()
-{
-    Plot plot;
-    setStep(plot.spectrum());
-    plot.spectrum().dE = 40.0;
-    plot.paint();
-    QCOMPARE(plot.cc().realX0, 7985.0);
-    QCOMPARE(plot.cc().realX1, 8315.0);
 }
 
 void tst_SpectrumPlot::rangeIsFittedOnceAndKept()
@@ -768,7 +740,7 @@ void tst_SpectrumPlot::markerAcrossADeepZoomIsSeen()
     QCOMPARE(countOf(image, evenInside(), limitColor), 0);
 }
 
-void tst_SpectrumPlot::jumpIsTakenAtTheRowsEdge()
+void tst_SpectrumPlot::jumpIsTakenAtTheRowsEdgeAndNotShifted()
 {
     Plot plot;
     setBareStep(plot.spectrum());
@@ -780,6 +752,8 @@ void tst_SpectrumPlot::jumpIsTakenAtTheRowsEdge()
     plot.spectrum().edgeEnergy = AMutE::hcEvAngstrom;
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 4")));
     QVERIFY(!showsJump(plot, QStringLiteral("Edge Jump : 5")));
+    plot.spectrum().dE = 0.5 * AMutE::hcEvAngstrom; // does not move the edge
+    QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 4")));
 }
 
 void tst_SpectrumPlot::jumpUsesTheLinesAsLastFitted()
@@ -792,17 +766,6 @@ void tst_SpectrumPlot::jumpUsesTheLinesAsLastFitted()
     plot.spectrum().postEdgeStart = 7900.0;
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 1.7")));
     QCOMPARE(plot.spectrum().preLine.c, 1.155);
-}
-
-void tst_SpectrumPlot::jumpIsNotShifted()
-{
-    Plot plot;
-    setBareStep(plot.spectrum());
-    plot.spectrum().preLine = level(1.0);
-    plot.spectrum().postLine = {1.0, 4.0, 0.0};
-    plot.spectrum().edgeEnergy = AMutE::hcEvAngstrom;
-    plot.spectrum().dE = 0.5 * AMutE::hcEvAngstrom;
-    QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 4")));
 }
 
 void tst_SpectrumPlot::jumpIsShownInSixDigits()

@@ -55,6 +55,21 @@ inline bool isBlank(const QImage& image)
     return isAllOf(image, image.rect(), Qt::white);
 }
 
+/// The smallest rectangle around the pixels of @p part of which @p isWanted says yes.
+template <class Predicate>
+QRect boxOf(const QImage& image, const QRect& part, Predicate isWanted)
+{
+    QRect box;
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        for (int x = part.left(); x <= part.right(); ++x) {
+            if (isWanted(image.pixelColor(x, y))) {
+                box |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    return box;
+}
+
 /// The pixels of @p part that have this colour.
 inline int countOf(const QImage& image, const QRect& part, const QColor& color)
 {
