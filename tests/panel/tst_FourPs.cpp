@@ -46,6 +46,7 @@ private Q_SLOTS:
 
     void columnBoxesByIndex();
     void kindOfMapIsTheCheckedRadio();
+    void readOutsAreThoseOfTheReferencesAndTheForm();
     void slotsComeInTheirOrder();
 
 private:
@@ -350,6 +351,17 @@ void tst_FourPs::kindOfMapIsTheCheckedRadio()
     QCOMPARE(panel.kindOfMap(), 11);
     panel.ui.MapRatio3->click();
     QCOMPARE(panel.kindOfMap(), 2);
+}
+
+void tst_FourPs::readOutsAreThoseOfTheReferencesAndTheForm()
+{
+    FourPs& panel = *m_panel;
+    makeReferenceValid(panel, 0, 3.0);
+    makeReferenceValid(panel, 1, 2.0);
+    QCOMPARE(panel.edgeJumpRatio(), 1.5);
+    QCOMPARE(panel.valenceMix(0.25), 0.75); // valences 0 and 1
+    panel.ui.NByEJ->setChecked(true);
+    QCOMPARE(panel.NormMode(), 3);
 }
 
 void tst_FourPs::slotsComeInTheirOrder()

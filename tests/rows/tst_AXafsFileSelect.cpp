@@ -265,6 +265,7 @@ void tst_AXafsFileSelect::attachIsSafeWithoutAFrame()
     QCOMPARE(spectrumOf(row).dE, 1.5);
     row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum));
     QVERIFY(row.valid);
+    row.draw(nullptr); // there is nothing to draw on
 }
 
 void tst_AXafsFileSelect::attachTwiceHearsTheShiftFieldOnce()
