@@ -23,7 +23,7 @@ struct ReferencePart {
 struct TargetResult {
     Variant variant = Variant::ThreePoints;
     double a = 0.0;             ///< fraction, or share, of the first used reference
-    double valence = 0.0;       ///< what it stands for
+    double valence = 0.0;       ///< of the mixture
     double thickness = 0.0;     ///< t/ts, or the total dMut; 0 for three points
     QList<ReferencePart> parts; ///< of each valid reference; non-equivalent method only
 
