@@ -52,7 +52,7 @@ class tst_FourPsLcf : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void init() { m_shared.reset(); }
+    void init() { resetPanel(*m_shared); }
 
     void buttonFitsTheTarget();
     void messageIsSentBeforeTheLineIsShown();
@@ -72,7 +72,7 @@ private Q_SLOTS:
     void reflexFitsThoughMapAndTargetAreRefused();
 
 private:
-    CalculationPanel m_shared;
+    SharedPanel m_shared;
     FourPs& panel = *m_shared;
 };
 

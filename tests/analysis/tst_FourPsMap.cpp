@@ -120,7 +120,7 @@ class tst_FourPsMap : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_shared.reset(); }
+    void init() { resetPanel(*m_shared); }
 
     void buttonCalculatesThreePoints();
     void fourPointFormsFillResultAndHistograms_data();
@@ -142,7 +142,7 @@ private Q_SLOTS:
     void calcBothRunsTargetAndFitThoughTheMapIsRefused();
 
 private:
-    CalculationPanel m_shared;
+    SharedPanel m_shared;
     FourPs& panel = *m_shared;
 };
 

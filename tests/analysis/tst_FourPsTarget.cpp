@@ -32,7 +32,7 @@ class tst_FourPsTarget : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_shared.reset(); }
+    void init() { resetPanel(*m_shared); }
 
     void buttonCalculatesThreePoints();
     void exactFourPointsLeaveTheMessageBoxAlone();
@@ -52,7 +52,7 @@ private Q_SLOTS:
     void refusalIsSaidAndLeavesEverything();
 
 private:
-    CalculationPanel m_shared;
+    SharedPanel m_shared;
     FourPs& panel = *m_shared;
 };
 
@@ -108,7 +108,7 @@ void tst_FourPsTarget::nonEquivalentResultGoesToItsFields()
     // dMut 1 and 3 of 4, over either background.
     for (const bool linear : {true, false}) {
         PanelInputs inputs = mixes::mixedInputs(linear ? mixes::quarter : mixes::curvedQuarter);
-        m_shared.reset();
+        resetPanel(*m_shared);
         enterInputs(panel, inputs.chooseNonEquivalent(linear));
         panel.calcTarget();
         QCOMPARE(panel.ui.CalcRes->text(), quarterText);

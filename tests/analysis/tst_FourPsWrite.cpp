@@ -54,14 +54,14 @@ private:
     // Names the file as a user who types it.
     QString saveTo(const QString& name) const;
 
-    CalculationPanel m_shared;
+    SharedPanel m_shared;
     FourPs& panel = *m_shared;
     std::unique_ptr<QTemporaryDir> m_dir;
 };
 
 void tst_FourPsWrite::init()
 {
-    m_shared.reset();
+    resetPanel(*m_shared);
     m_dir = std::make_unique<QTemporaryDir>();
     QVERIFY(m_dir->isValid());
 }

@@ -1,4 +1,4 @@
-// A panel that the tests of calculations share, and the inputs of the core in it.
+// The inputs of the core, brought into a panel.
 #pragma once
 
 #include "display/Histgram.h"
@@ -8,7 +8,6 @@
 #include <QAbstractButton>
 #include <QLineEdit>
 
-#include <memory>
 #include <utility>
 
 namespace tests
@@ -29,52 +28,6 @@ inline QList<Histgram*> allHistograms(const FourPs& panel)
 {
     return QList<Histgram*>{panel.HistV, panel.HistT} + panel.HistRatio + panel.HistDMut;
 }
-
-/// Must be made when there is an application, as by QTEST_MAIN.
-class CalculationPanel
-{
-public:
-    CalculationPanel()
-    {
-        for (QLineEdit* edit : m_panel->findChildren<QLineEdit*>()) {
-            m_texts.append({edit, edit->text()});
-        }
-        for (QAbstractButton* button : m_panel->findChildren<QAbstractButton*>()) {
-            m_choices.append({button, button->isChecked()});
-        }
-    }
-
-    ~CalculationPanel() { closePanel(m_panel); }
-
-    CalculationPanel(const CalculationPanel&) = delete;
-    CalculationPanel& operator=(const CalculationPanel&) = delete;
-
-    FourPs& operator*() const { return *m_panel; }
-
-    /// As at the start of the program, without any reflex.
-    void reset()
-    {
-        resetPanel(*m_panel);
-        for (const auto& [edit, text] : std::as_const(m_texts)) {
-            const QSignalBlocker quiet(edit);
-            edit->setText(text);
-        }
-        for (const auto& [button, checked] : std::as_const(m_choices)) {
-            setQuietly(button, checked);
-        }
-        m_panel->TargetV = 0.0;
-        m_panel->TargetT = 0.0;
-        delete std::exchange(m_panel->LCFMut, nullptr);
-        for (Histgram* histogram : allHistograms(*m_panel)) {
-            histogram->init();
-        }
-    }
-
-private:
-    std::unique_ptr<FourPs> m_panel = std::make_unique<FourPs>();
-    QList<std::pair<QLineEdit*, QString>> m_texts;
-    QList<std::pair<QAbstractButton*, bool>> m_choices;
-};
 
 inline QString allDigits(double value)
 {
