@@ -18,6 +18,7 @@ bin/aelk
 share/applications/aelk.desktop
 share/doc/aelk/ARCHITECTURE.md
 share/doc/aelk/CHANGELOG.md
+share/doc/aelk/CITATION.cff
 share/doc/aelk/CONTRIBUTING.md
 share/doc/aelk/README.ja.md
 share/doc/aelk/README.md

@@ -21,3 +21,8 @@ grep -qxF "## $version ($date)" "$packaging/../CHANGELOG.md" || {
     echo "CHANGELOG.md has no $version of $date"
     exit 1
 }
+citation=$packaging/../CITATION.cff
+if ! grep -qxF "version: $version" "$citation" || ! grep -qxF "date-released: $date" "$citation"; then
+    echo "CITATION.cff does not name $version of $date"
+    exit 1
+fi

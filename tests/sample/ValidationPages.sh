@@ -1,0 +1,62 @@
+#!/usr/bin/env bash
+# ValidationPages.sh PROGRAM SOURCE WORK: runs the sample in WORK and compares the
+# tables of docs/validation.md with what the program prints. The Japanese page must
+# have the same numbers.
+set -euo pipefail
+program=$1 source=$2 work=$3
+
+rm -rf "$work"
+mkdir -p "$work"
+cd "$work"
+"$program" "$source/examples/nickel/data" -e >printed.txt 2>remarks.txt
+
+# "quantity|numbers" for each printed result. The column "off by" is left out: the
+# pages give the bound only.
+awk '
+    / target  .*mixed/ { columns = 5; next }
+    / map, errors / { columns = 4; next }
+    /^  [^"\/]/ && NF > columns {
+        name = $1
+        for (i = 2; i <= NF - columns; ++i) name = name " " $i
+        row = name
+        for (i = NF - columns + 1; i <= NF; ++i) {
+            if (columns == 5 && i == NF - 1) continue
+            row = row "|" $i
+        }
+        print row
+    }' printed.txt >results.txt
+
+# The same from a table: all rows that end with four numbers.
+rows_of()
+{
+    sed -nE 's/^\|[^|]*\| ([^|]*) \| ([0-9.]+) \| ([0-9.]+) \| ([0-9.]+) \| ([0-9.]+) \|$/\1|\2|\3|\4|\5/p' "$1"
+}
+rows_of "$source/docs/validation.md" >english.txt
+rows_of "$source/docs/validation.ja.md" >japanese.txt
+
+# Both tables list the methods in the order of the output, but target and map take
+# turns there: so each table by itself has to be a subsequence of the output.
+for table in targets maps; do
+    case $table in
+    targets) pattern='^[^|]*\|[0-9]\.[0-9]{4}\|' ;;
+    maps) pattern='^[^|]*\|[0-9]\.[0-9]{3}\|' ;;
+    esac
+    grep -E "$pattern" english.txt >"$table.txt"
+    [ "$(wc -l <"$table.txt")" -eq 16 ] || {
+        echo "docs/validation.md: the table of $table has not 16 rows"
+        exit 1
+    }
+    awk 'NR == FNR { wanted[++count] = $0; next }
+         found < count && $0 == wanted[found + 1] { ++found }
+         END {
+             if (found < count) {
+                 print "docs/validation.md: not printed, or not in this order: " wanted[found + 1]
+                 exit 1
+             }
+         }' "$table.txt" results.txt
+done
+
+diff <(cut -d'|' -f2- english.txt) <(cut -d'|' -f2- japanese.txt) || {
+    echo "docs/validation.ja.md has other numbers than docs/validation.md"
+    exit 1
+}
