@@ -34,7 +34,7 @@ std::span<double> ValueBlocks::share(std::size_t index, std::span<A2DRow> rows, 
     Q_CHECK_PTR(memory.data());
     double* begin = memory.data();
     for (A2DRow& row : rows) {
-        Memory list = memory; // one owner more
+        Memory list = memory; // increments the reference count
         list.setBegin(begin);
         list.size = length;
         row.values = QList<double>(std::move(list));
@@ -43,8 +43,8 @@ std::span<double> ValueBlocks::share(std::size_t index, std::span<A2DRow> rows, 
     return values();
 }
 
-/// Whether @p rows have the block to themselves: each its list there, and no list
-/// anywhere else.
+/// Whether the block is used by the lists of @p rows, in their order, and by no other
+/// list.
 bool ValueBlocks::isFree(Memory& memory, std::span<const A2DRow> rows, int length)
 {
     const auto* const header = memory.d_ptr();
