@@ -58,9 +58,9 @@ install_missing()
 # lines, and then the main window needs a larger screen.
 japanese_font=fonts-vlgothic
 
-# install_japanese_font: installs a Japanese font if none is found. Any font is sufficient,
-# so a font that the user has chosen is not supplemented. The program also runs without a
-# font, so a failure only prints a message.
+# install_japanese_font: installs a Japanese font if none is found. If the user has chosen any
+# other Japanese font, no font is added to it. The program also runs without such a font, so a
+# failure only prints a message.
 install_japanese_font()
 {
     (

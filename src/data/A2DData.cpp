@@ -45,7 +45,7 @@ bool isSizeTooLarge(qint64 width, qint64 height, qint64 stored)
 {
     const qint64 columns = std::max(width, qint64{1});
     const qint64 lines = std::max(height, qint64{1});
-    // The sides are checked first because the product of two corrupt sides can overflow.
+    // Each side is checked first: for a corrupt file the product of the sides can overflow.
     if (columns > maxMapPixels || lines > maxMapPixels || columns * lines > maxMapPixels) {
         return true;
     }

@@ -98,14 +98,15 @@ public:
     /// Fits the pre-edge line to the points strictly below @c preEdgeEnd and the
     /// post-edge line to the points strictly above @c postEdgeStart, all in working
     /// energies, by least squares with the normal equations. Does nothing without
-    /// points. A range without points gives a NaN line. Changes of the limits or of
-    /// @c dE do not repeat the fit.
+    /// points. A range without points gives a NaN line. No other function of this class
+    /// repeats the fit after a change of the limits or of @c dE.
     void fitLines();
 
-    /// Energy of the steepest rise, eV: the midpoint of the two working energies
-    /// between which mut rises most per step, not per eV. The first of equal steps
-    /// is used. If there is one point, or if every step falls by 1 or more, the
-    /// result is half the first working energy; without points it is 0.0.
+    /// Energy of the steepest rise, eV: the mean of the working energies of the two
+    /// neighbouring points with the largest increase of mut, which is not divided by
+    /// the energy step. Of equal increases the first is used. If there is only one
+    /// point, or if mut falls by 1 or more at every step, the result is half the first
+    /// working energy. Without points it is 0.0.
     double findEdge() const;
 
     /// Index of the lower point of the first pair that brackets working energy

@@ -38,7 +38,7 @@ inline bool readDecimal(const char*& text, double& value)
         1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
 
     const bool isNegative = *text == '-';
-    std::uint64_t number = 0; // wraps around after maxDigits, which is checked below
+    std::uint64_t number = 0; // can wrap around after maxDigits; such numbers are refused below
     const auto skipDigits = [&number](const char* next) {
 #pragma GCC unroll 4
         for (; digitValue(*next) < 10; ++next) {

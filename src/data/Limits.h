@@ -1,4 +1,4 @@
-// A closed range and its extension by values.
+// A closed range of numbers that grows with the values added to it.
 #pragma once
 
 namespace data

@@ -6,7 +6,7 @@ class QIODevice;
 namespace data
 {
 
-/// Whether a text map file may have too many lines, too long a line, or too much
+/// Whether a text map file may have too many lines, a line that is too long, or too much
 /// comment text for its reader.
 ///
 /// This is an upper estimate: it looks only at line feeds and at the first characters

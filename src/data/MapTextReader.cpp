@@ -113,7 +113,7 @@ public:
     enum class Purpose { Build, Count };
 
     /// @param maxRows         largest number of pixels
-    /// @param bytesToReserve  memory that must remain available bytesToReserve the pixels
+    /// @param bytesToReserve  memory that must remain available after storing the pixels
     MapBuilder(A2DData& map, const EnergyHandler& energyFound, Purpose purpose, qsizetype maxRows,
                qint64 bytesToReserve)
         : m_map(map)

@@ -23,8 +23,8 @@ qint64 memoryToRead(const QIODevice& device);
 /// Whether @p list can grow by @p more elements while @p bytesToReserve bytes remain
 /// available.
 ///
-/// QList grows to a power of two of bytes. A list that is not shared needs no second
-/// copy meanwhile, because a large block is moved by remapping its pages.
+/// QList rounds its memory up to a power of two. A list that is not shared needs no
+/// second copy while it grows, because a large block is moved by remapping its pages.
 template <typename T>
 bool canGrow(const QList<T>& list, qsizetype more, qint64 bytesToReserve)
 {

@@ -67,7 +67,7 @@ void PixelFile::readFlags(std::span<bool> out)
     }
     char* const bytes = reinterpret_cast<char*>(out.data());
     m_file.read(bytes, static_cast<qint64>(out.size_bytes()));
-    // A bool that holds any other byte than 0 or 1 is undefined behaviour.
+    // Reading a bool whose byte is neither 0 nor 1 would be undefined behaviour.
     std::transform(bytes, bytes + out.size(), bytes,
                    [](char byte) { return static_cast<char>(byte != 0); });
 }

@@ -41,8 +41,8 @@ private:
 /// The rows of earlier files remain first and keep their indices. Valid flags are
 /// ignored: every pixel becomes a row. Pixels missing from the file have the value 0.
 ///
-/// @param maxRows  largest number of rows in @p map. The pixels of a map never have
-///                 higher indices, and loading files repeatedly must not fill the memory
+/// @param maxRows  largest number of rows in @p map. No pixel of a map has a higher
+///                 index, and without this limit repeated loading would fill the memory
 /// @return false if PixelFile::open() fails or if there is not enough memory. The rows
 ///         are then unchanged and the size is 0 by 0; the debug log states the reason
 bool appendPixelFile(const QString& path, A2DData& map, qsizetype maxRows = maxMapPixels);

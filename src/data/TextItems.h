@@ -114,8 +114,8 @@ QString fieldAfter(const QString& text, const QString& word, QChar delimiter);
 /// continues. If so, @p line is cut before the backslash.
 bool endsWithBackslash(QString& line);
 
-/// @p line without a backslash at its end, and without a second one before it, but not
-/// without a third.
+/// @p line without the last backslash at its end, as in endsWithBackslash(), and without a
+/// second one before that. A third backslash is kept.
 QString dropBackslash(const QString& line);
 
 /// Whether @p text, simplified, is a sign, a digit or a point, followed by digits, with

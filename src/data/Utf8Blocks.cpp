@@ -57,8 +57,8 @@ std::size_t readFully(QIODevice& device, char* out, std::size_t size)
     return filled;
 }
 
-/// @p blockSize, or less if the device has fewer bytes: maxBytes files are much smaller than
-/// a block. A multiple of Utf8Blocks::pieceSize.
+/// @p blockSize, or less if the device has fewer bytes, because typical files are much
+/// smaller than a block. The result is a multiple of Utf8Blocks::pieceSize.
 std::size_t usefulBlockSize(const QIODevice& device, std::size_t blockSize)
 {
     if (device.isSequential()) {

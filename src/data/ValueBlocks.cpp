@@ -27,7 +27,7 @@ std::span<double> ValueBlocks::share(std::size_t index, std::span<A2DRow> rows, 
     Memory& memory = m_blocks[index];
     const auto size = static_cast<qsizetype>(rows.size()) * length;
     const auto values = [&] { return std::span(memory.data(), static_cast<std::size_t>(size)); };
-    if (isFree(memory, rows, length)) {
+    if (isReusable(memory, rows, length)) {
         return values();
     }
     memory = Memory(QTypedArrayData<double>::allocate(size), size);
@@ -45,7 +45,7 @@ std::span<double> ValueBlocks::share(std::size_t index, std::span<A2DRow> rows, 
 
 /// Whether the block is used by the lists of @p rows, in their order, and by no other
 /// list.
-bool ValueBlocks::isFree(Memory& memory, std::span<const A2DRow> rows, int length)
+bool ValueBlocks::isReusable(Memory& memory, std::span<const A2DRow> rows, int length)
 {
     const auto* const header = memory.d_ptr();
     if (header == nullptr || std::cmp_not_equal(header->ref_.loadRelaxed(), rows.size() + 1)) {

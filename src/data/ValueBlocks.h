@@ -43,7 +43,7 @@ public:
 private:
     using Memory = QArrayDataPointer<double>;
 
-    static bool isFree(Memory& memory, std::span<const A2DRow> rows, int length);
+    static bool isReusable(Memory& memory, std::span<const A2DRow> rows, int length);
 
     std::vector<Memory> m_blocks;
 };

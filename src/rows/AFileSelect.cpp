@@ -43,7 +43,7 @@ AFileSelect::AFileSelect(QWidget* parent, int initialMode)
     setupUi(this);
     dEBase->hide();
     setAcceptDrops(true);
-    // Otherwise the field would insert a dropped URL as text; now the row gets the drop.
+    // The field would insert a dropped URL as text. Without drops it leaves them to the row.
     FileName->setAcceptDrops(false);
 
     dialog->setObjectName(QStringLiteral("dialog"));

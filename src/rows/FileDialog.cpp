@@ -167,7 +167,7 @@ void FileDialog::resume()
 {
     if (QFileSystemModel* model = fileModel()) {
         model->setOption(QFileSystemModel::DontWatchForChanges, false);
-        // After this, the model also reads the same folder again.
+        // Makes the model read the folder again, even if it is the same one as before.
         leaveFolder(model);
     }
     QFileDialog::setDirectory(existingFolder(m_folder));
