@@ -1,6 +1,6 @@
-# Makes the build of a target, and of all that needs it, fail when an include below
-# the folder of the target breaks the rules of CheckIncludes.cmake. All sources of
-# the folder are read, also those that are no target's.
+# Checks the rules of CheckIncludes.cmake before a target, and all targets that depend on
+# it, are built. If an include breaks a rule, the build fails. The check reads all files
+# in the source folder of the target, even those that belong to no target.
 function(aelk_check_includes target)
   get_target_property(tree ${target} SOURCE_DIR)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${tree}/*)
@@ -9,7 +9,7 @@ function(aelk_check_includes target)
   add_custom_command(OUTPUT ${stamp}
     COMMAND ${CMAKE_COMMAND} -DTREE=${tree} -DSTAMP=${stamp} -P ${check}
     DEPENDS ${sources} ${check}
-    COMMENT "Checking who includes whom"
+    COMMENT "Checking the includes between folders"
     VERBATIM)
   add_custom_target(${target}_includes DEPENDS ${stamp})
   add_dependencies(${target} ${target}_includes)

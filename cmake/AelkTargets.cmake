@@ -1,25 +1,25 @@
-# What every target of this project has in common.
+# Options and functions that the targets of this project share.
 
-# Options for our own code: many warnings, and the arithmetic stays what the source
-# says (no contraction into fused operations, no fast-math), so that results are the
-# same to the last bit with every compiler. How vectors are passed between functions
-# (psabi) is no matter here: functions on them are inlined.
+# Compiler options for our own code. They turn on many warnings and keep the arithmetic
+# as written in the source (no contraction into fused operations, no fast-math), so that
+# results are bit-identical with every compiler. -Wno-psabi: how vectors are passed
+# between functions does not matter, because functions with vectors are inlined.
 add_library(aelk_options INTERFACE)
 target_compile_options(aelk_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion
   -ffp-contract=off -Wno-psabi)
-# For our own compilers: those of others may have warnings that these have not.
+# For development only: the compiler of a user can have warnings that ours do not have.
 if(AELK_WARNINGS_ARE_ERRORS)
   target_compile_options(aelk_options INTERFACE -Werror)
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-  # There -Wconversion has changes of sign in it as well, other than with gcc.
+  # In clang, unlike gcc, -Wconversion includes sign conversions.
   target_compile_options(aelk_options INTERFACE -Wno-sign-conversion)
 endif()
 target_compile_definitions(aelk_options INTERFACE QT_NO_FOREACH QT_NO_KEYWORDS)
 
 if(AELK_SANITIZE)
-  # Reports need line numbers and no more of the debug information.
+  # -g1: the reports need line numbers, but no other debug information.
   target_compile_options(aelk_options INTERFACE
     -fsanitize=address,undefined,float-cast-overflow
     -fno-sanitize-recover=undefined,float-cast-overflow
@@ -31,12 +31,13 @@ if(AELK_LIBFUZZER)
   if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     message(FATAL_ERROR "AELK_LIBFUZZER needs clang; CMAKE_CXX_COMPILER is ${CMAKE_CXX_COMPILER}")
   endif()
-  # Counts the branches that an input takes. Speed finds more than line numbers
-  # that are right to the last one.
+  # Instruments the code so that libFuzzer sees which branches an input reaches. -O2,
+  # because faster runs find more errors, even if some line numbers are inexact.
   target_compile_options(aelk_options INTERFACE -fsanitize=fuzzer-no-link -O2)
 endif()
 
-# gold, which comes with gcc's own linker, links a test program in a fifth of the time.
+# gold, which is in the same package as the default linker (binutils), needs a fifth of the
+# time to link a test program.
 if(AELK_QUICK_LINK)
   include(CheckLinkerFlag)
   check_linker_flag(CXX -fuse-ld=gold AELK_HAS_GOLD)
@@ -49,34 +50,35 @@ if(AELK_COVERAGE)
   target_link_options(aelk_options INTERFACE --coverage)
 endif()
 
-# For code that is no part of the product: its branches would guide libFuzzer to
-# nothing. To be linked behind aelk_options.
+# For code that is not part of the program: libFuzzer should not follow its branches. Link
+# it after aelk_options, whose flag it cancels.
 add_library(aelk_uncounted INTERFACE)
 if(AELK_LIBFUZZER)
   target_compile_options(aelk_uncounted INTERFACE -fno-sanitize=fuzzer-no-link)
 endif()
 
-# Compiles the given headers once for all sources of a library, with AELK_PRECOMPILE.
-# A source that leaves out an include is noticed by the builds without.
+# With AELK_PRECOMPILE, precompiles the given headers for all sources of a library. A
+# missing include in a source fails only in builds without AELK_PRECOMPILE.
 function(aelk_precompile target)
   if(AELK_PRECOMPILE)
     target_precompile_headers(${target} PRIVATE ${ARGN})
   endif()
 endfunction()
 
-# Compiles the headers that most tests include once, for all test programs on
-# the given library: they are half of the time that a test takes to compile.
+# Precompiles the headers that most tests include, for all test programs that use the
+# given library. They take half of the compile time of a test.
 #
-# Qt names each test's folders by macros, which no test here asks for; they are
-# taken back, since programs share headers only if their macros agree.
+# Qt defines macros with the folders of each test. They are undefined here because
+# programs can share precompiled headers only if their macros are equal; no test uses
+# them.
 set(AELK_TEST_OPTIONS -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
 if(AELK_SANITIZE)
-  # To compile a test takes longer than to run it.
+  # Compiling a test takes longer than running it.
   list(APPEND AELK_TEST_OPTIONS -O0)
 endif()
 function(aelk_add_test_headers name library)
   set(source ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
-  file(CONFIGURE OUTPUT ${source} CONTENT "// Its headers alone are wanted.\n")
+  file(CONFIGURE OUTPUT ${source} CONTENT "// Only for its precompiled headers.\n")
   add_library(${name} OBJECT ${source})
   set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF)
   target_link_libraries(${name} PRIVATE aelk_options Qt6::Test ${library})
@@ -84,12 +86,12 @@ function(aelk_add_test_headers name library)
   target_precompile_headers(${name} PRIVATE ${ARGN})
 endfunction()
 
-# A Qt Test program, run off screen.
+# Adds a Qt Test program that runs without a display.
 # aelk_add_test(tst_name libraries...)
 #
-# The meta-object code is made for the one source that has any. AUTOMOC would scan
-# for it and compile an empty source beside each program, which took a tenth of
-# the time of a whole run.
+# moc runs only on the one source of the test. AUTOMOC would scan for more sources and
+# compile an additional empty source for each program, which took a tenth of the time of
+# a complete test run.
 set(AELK_TEST_ENVIRONMENT
   "QT_QPA_PLATFORM=offscreen"
   "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"

@@ -1,9 +1,9 @@
-# Fails on an include in a tree of sources that breaks the rules below.
-# cmake -DTREE=src [-DSTAMP=file to touch] -P CheckIncludes.cmake
+# Checks the includes of all sources in a folder; fails if one breaks the rules below.
+# cmake -DTREE=src [-DSTAMP=file to touch on success] -P CheckIncludes.cmake
 cmake_minimum_required(VERSION 3.25)
 
-# Knowledge goes one way: the folders whose headers a folder may include, besides
-# its own. A folder without a line here may hold no code.
+# Dependencies go in one direction. For each folder: the other folders whose headers it may
+# include. A folder that is not listed must not contain code.
 set(app_may_include panel rows display analysis data)
 set(panel_may_include rows display analysis data)
 set(rows_may_include display analysis data)
@@ -11,19 +11,20 @@ set(display_may_include analysis data)
 set(analysis_may_include data)
 set(data_may_include "")
 
-# Members of the panel that lie with what they do: they know what the panel knows.
+# Sources in other folders that implement members of the panel. For them the rules of the
+# panel apply.
 set(panel_members "^(analysis|display)/FourPs[A-Za-z]*\\.cpp$")
 
-# What the folders of the core take from Qt. A further header of Qt Core is added
-# here; those of Qt Gui and Qt Widgets are not for the core.
+# The folders of the core and the Qt headers that they may include. Headers of Qt Core can
+# be added; headers of Qt Gui and Qt Widgets must not be used in the core.
 set(core analysis data)
 set(core_qt_headers
   QArrayDataPointer QByteArray QByteArrayView QChar QDebug QFile QFileDevice QFileInfo
   QIODevice QList QObject QPointF QRect QRectF QString QStringDecoder QStringEncoder
   QStringList QStringView QTextStream QtEndian QtGlobal QtMath)
 
-# The folder of a source. A form, and the header that is generated from it, belong to
-# the folder that has the class.
+# Returns the folder of a source. A form, and the header generated from it, belong to the
+# folder that contains the class of the same name.
 function(folder_of path result)
   if(path MATCHES "^(forms/|ui_)([A-Za-z0-9_]+)\\.(ui|h)$")
     file(GLOB path RELATIVE ${TREE} "${TREE}/*/${CMAKE_MATCH_2}.h")
@@ -33,22 +34,23 @@ function(folder_of path result)
   set(${result} "${folder}" PARENT_SCOPE)
 endfunction()
 
-# What a source or a form includes, without its quotes or brackets.
+# Returns the names that a source or a form includes, without quotes or brackets.
 function(includes_of path result)
   file(READ ${TREE}/${path} text)
-  # What may stand before a # or within a word, as the compiler reads it.
+  # Like the compiler: removes a byte order mark and joins continued lines; vertical tabs
+  # and form feeds are white space, and a carriage return ends a line.
   string(ASCII 239 187 191 byte_order_mark)
   string(ASCII 11 vertical_tab)
   string(ASCII 12 form_feed)
   string(REGEX REPLACE "${byte_order_mark}|\\\\\r?\n" "" text "\n${text}")
   string(REGEX REPLACE "${vertical_tab}|${form_feed}" " " text "${text}")
   string(REPLACE "\r" "\n" text "${text}")
-  # Otherwise these would join or split the elements of a list.
+  # In a CMake list these characters would join or split elements.
   string(REGEX REPLACE ";|\\[|\\]" " " text "${text}")
   if(path MATCHES "\\.ui$")
     set(include "<(header|include)( [^>]*)?>([^<]*)<")
   else()
-    # The first group is the end of a comment before it.
+    # The first group is the end of a comment before the #.
     set(include "\n([^\n]*[*]/)?[ \t]*#[ \t]*(include|include_next|import)[ \t]*([^\n]*)")
   endif()
   string(REGEX MATCHALL "${include}" lines "${text}")
@@ -64,7 +66,7 @@ function(includes_of path result)
   set(${result} "${names}" PARENT_SCOPE)
 endfunction()
 
-# Why the source may not include the name; empty where it may.
+# Returns why the source must not include the name; empty if it may.
 function(refusal path name result)
   set(${result} "" PARENT_SCOPE)
   folder_of("${path}" from)
@@ -72,23 +74,23 @@ function(refusal path name result)
     set(from panel)
   endif()
   if(name MATCHES "^[a-z0-9_]+$" OR name MATCHES "^[a-z]+intrin\\.h$")
-    return() # the language's own
+    return() # a header of the standard library or of the compiler's intrinsics
   endif()
   if(name MATCHES "^Q[A-Za-z0-9]+$")
     if(from IN_LIST core AND NOT name IN_LIST core_qt_headers)
-      set(${result} "the core includes no such header of Qt" PARENT_SCOPE)
+      set(${result} "this Qt header is not allowed in the core" PARENT_SCOPE)
     endif()
     return()
   endif()
   if(NOT name MATCHES "^([a-z]+/|ui_)[A-Za-z0-9]+\\.h$")
-    set(${result} "an include is a header of the language, of Qt, folder/Name.h or ui_Name.h"
+    set(${result} "expected a standard header, a Qt header, folder/Name.h or ui_Name.h"
         PARENT_SCOPE)
     return()
   endif()
   folder_of("${name}" to)
   set(allowed ${from} ${${from}_may_include})
   if(name MATCHES "^ui_")
-    set(allowed ${from}) # a form is its own class's business
+    set(allowed ${from}) # only the folder of its class may include a form
     list(REMOVE_ITEM allowed ${core})
   endif()
   if(NOT to IN_LIST allowed)
@@ -96,7 +98,7 @@ function(refusal path name result)
       set(allowed "none")
     endif()
     list(JOIN allowed ", " allowed)
-    set(${result} "from ${to}; allowed: ${allowed}" PARENT_SCOPE)
+    set(${result} "it is in ${to}; allowed: ${allowed}" PARENT_SCOPE)
   endif()
 endfunction()
 
@@ -111,7 +113,7 @@ foreach(path IN LISTS sources)
   endif()
   folder_of("${path}" folder)
   if(NOT DEFINED ${folder}_may_include)
-    string(APPEND faults "\n  ${path}: its folder has no rule")
+    string(APPEND faults "\n  ${path}: there is no rule for its folder")
     continue()
   endif()
   includes_of("${path}" names)
@@ -124,7 +126,7 @@ foreach(path IN LISTS sources)
 endforeach()
 
 if(faults)
-  message(FATAL_ERROR "Includes against the rules of cmake/CheckIncludes.cmake:${faults}")
+  message(FATAL_ERROR "Includes that break the rules of cmake/CheckIncludes.cmake:${faults}")
 endif()
 if(DEFINED STAMP)
   file(TOUCH ${STAMP})

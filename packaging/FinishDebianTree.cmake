@@ -1,10 +1,10 @@
-# Run by cpack between the installation and the packing: what a package of
-# Debian wants and an installation by hand does not. Man pages and the package's
-# own changelog are compressed, without the time and name of today's file in
-# them, so that the same source gives the same bytes.
+# cpack runs this script after the installation and before it makes the package. It adds
+# what Debian requires in a package: a changelog, and compression of the changelog and
+# the man pages. The compressed files contain no file name or time, so that the package is
+# reproducible.
 set(root ${CPACK_TEMPORARY_INSTALL_DIRECTORY}${CPACK_PACKAGING_INSTALL_PREFIX})
 
-# The date of the release is that of the metainfo.
+# The changelog gets the release date of the metainfo file.
 file(READ ${root}/share/metainfo/org.aelk.aelk.metainfo.xml metainfo)
 if(NOT metainfo MATCHES "<release version=\"${CPACK_PACKAGE_VERSION}\" date=\"([0-9-]+)\"")
   message(FATAL_ERROR "the metainfo has no release ${CPACK_PACKAGE_VERSION}")
@@ -26,7 +26,7 @@ foreach(file IN LISTS changelog pages)
   file(CHMOD ${file}.gz PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 endforeach()
 
-# cpack made the outermost folder by today's umask.
+# cpack created the outermost folder with the permissions of the current umask.
 file(CHMOD ${root} PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE
   GROUP_READ GROUP_EXECUTE

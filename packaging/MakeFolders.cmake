@@ -1,7 +1,6 @@
-# Run by the installation before everything else: makes those of the list
-# `folders` that are not there, and lets everyone read them. CMake itself would
-# make them by the umask of who installs. Folders that are there keep their
-# permissions.
+# The first step of the installation: creates the missing folders of the list `folders`
+# with read permission for all users. CMake itself would use the umask of the user who
+# installs. Existing folders keep their permissions.
 function(make_folder folder)
   if("${folder}" STREQUAL "" OR EXISTS "${folder}")
     return()

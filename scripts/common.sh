@@ -1,5 +1,6 @@
 # shellcheck shell=bash
-# What ./run, ./test and the scripts here share. Sourced by bash; sets `root`.
+# Functions that ./run, ./test and the scripts in this folder share. To be sourced by bash;
+# sets `root` to the folder of the project.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -14,7 +15,7 @@ fail()
     exit 1
 }
 
-# duration START: how long it is since START, in the seconds of `date +%s`.
+# duration START: prints the time since START, which is in seconds as in `date +%s`.
 duration()
 {
     local seconds=$(($(date +%s) - $1))
@@ -26,7 +27,7 @@ is_installed()
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
 }
 
-# install_missing PACKAGE...: installs those that are not there, with apt-get.
+# install_missing PACKAGE...: installs the missing packages with apt-get.
 install_missing()
 {
     local missing=() package
@@ -44,8 +45,8 @@ install_missing()
         as_root=(sudo)
     fi
     say "installing ${missing[*]}; this may take some minutes"
-    # The lists may be old or absent; an update that fails may still leave
-    # lists that are good enough.
+    # The package lists can be old or missing. If the update fails, the existing lists can
+    # still be sufficient.
     "${as_root[@]}" apt-get -qq update || true
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
         apt-get -qq -o Dpkg::Use-Pty=0 install --yes --no-install-recommends "${missing[@]}" \
@@ -53,13 +54,13 @@ install_missing()
         fail "could not install ${missing[*]}"
 }
 
-# Small, and its lines are no higher than those of Latin text: with the higher
-# ones of larger fonts the main window needs a larger screen.
+# A small font whose lines are not higher than lines of Latin text. Larger fonts have higher
+# lines, and then the main window needs a larger screen.
 japanese_font=fonts-vlgothic
 
-# install_japanese_font: installs one where none is found. Any will do, so one
-# that the user has chosen stays the only one. Without a font the program still
-# runs, so that a failure is a remark.
+# install_japanese_font: installs a Japanese font if none is found. If the user has chosen any
+# other Japanese font, no font is added to it. The program also runs without such a font, so a
+# failure only prints a message.
 install_japanese_font()
 {
     (
@@ -73,13 +74,13 @@ install_japanese_font()
 # shellcheck disable=SC2034  # used by the scripts that source this
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-l10n-tools)
 
-# build PRESET TARGET [CMAKE-OPTION...]: configures the preset and builds.
+# build PRESET TARGET [CMAKE-OPTION...]: configures the preset and builds the target.
 build()
 {
     local preset=$1 target=$2
     shift 2
     say "building $target ($preset)"
-    # Presets are looked for in the working directory.
+    # cmake reads the presets from the working directory.
     (
         cd "$root"
         cmake --preset "$preset" "$@" >/dev/null &&
@@ -87,9 +88,9 @@ build()
     ) || fail "the build failed"
 }
 
-# build_program TARGET: the release build of a program for its user, whom no warning
-# stops. A folder in which ./test release has built keeps its options: with others
-# everything would be compiled again.
+# build_program TARGET: makes the release build of a program for a user, for whom warnings
+# are not errors. If ./test release has built in the same folder before, its setting is
+# kept, because a change would compile everything again.
 build_program()
 {
     local warnings=OFF
@@ -99,7 +100,7 @@ build_program()
     build release "$1" -DAELK_BENCH=OFF -DAELK_WARNINGS_ARE_ERRORS=$warnings
 }
 
-# Prints the scripts of the project, found by is_script().
+# Prints the paths of all shell scripts of the project.
 all_scripts()
 {
     local file
@@ -111,7 +112,7 @@ all_scripts()
     done
 }
 
-# is_script FILE: whether it is one for a shell, by its ending or its first line.
+# is_script FILE: whether FILE is a shell script, by its extension or its first line.
 is_script()
 {
     [[ $1 != *.sh ]] || return 0

@@ -5,8 +5,8 @@
 Body::Body()
 {
     ui.setupUi(this);
-    // The program's name is the same in every language, so it takes the place
-    // of the form's translated title.
+    // Replaces the translated title of the form: the name of the program is the same in
+    // every language.
     setWindowTitle(QStringLiteral("aelk"));
     panel = new FourPs;
     ui.bodyLayout->addWidget(panel);

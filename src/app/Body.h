@@ -1,4 +1,4 @@
-// The main window: the analysis panel and nothing else.
+// The main window, which contains only the analysis panel.
 #pragma once
 
 #include "ui_Body.h"
@@ -7,8 +7,8 @@
 
 class FourPs;
 
-/// Holds the one panel of the program, and grows to the panel's size. Its menu
-/// bar and status bar stay empty.
+/// Contains the analysis panel and grows to its size. The menu bar and the status bar
+/// are empty.
 class Body : public QMainWindow
 {
     Q_OBJECT

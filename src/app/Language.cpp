@@ -24,9 +24,9 @@ void speak(Language language, QTranslator& translator)
     if (language == Language::English) {
         return;
     }
-    // Null strings: with an empty suffix that is not null the name of the
-    // resource would be taken as it stands, and nothing has that name. Whether
-    // the text loaded is no reason to stop or to complain.
+    // A null suffix means ".qm". With an empty suffix that is not null, the translator
+    // would look for a resource without the extension, which does not exist. The
+    // result is ignored: without the translation the program runs in English.
     static_cast<void>(translator.load(QStringLiteral(":qelk_ja_JP"),
                                       QCoreApplication::applicationDirPath(), QString(),
                                       QString()));

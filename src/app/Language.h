@@ -1,4 +1,4 @@
-// The language of the program's text, as the command line asks for it.
+// The language of the user interface, which the command line selects.
 #pragma once
 
 #include <QStringList>
@@ -10,19 +10,18 @@ namespace app
 
 enum class Language { Japanese, English };
 
-/// The language that @p arguments (without the program's name) ask for.
+/// The language that @p arguments, without the name of the program, select.
 ///
-/// "-j" is Japanese, "-e" English, the later of the two wins; both are
-/// compared exactly, and any other argument is ignored. Japanese when neither
-/// is given.
+/// "-j" selects Japanese and "-e" English; the last of them counts. They are compared
+/// exactly, and all other arguments are ignored. The default is Japanese.
 Language languageFromArguments(const QStringList& arguments);
 
-/// Has the application speak @p language from now on: windows have to be built
-/// after it. English is the language of the sources, for which nothing is
-/// installed. A Japanese text that cannot be loaded leaves English, silently.
+/// Installs the translation to @p language. Call this before constructing any window.
 ///
-/// @param translator  holds the text; has to live as long as the application
-///                    speaks it
+/// The texts in the sources are English, so nothing is installed for English. If the
+/// Japanese translation cannot be loaded, the texts remain English, without a message.
+///
+/// @param translator  receives the translation; must live as long as the application
 void speak(Language language, QTranslator& translator);
 
 } // namespace app

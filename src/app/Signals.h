@@ -1,12 +1,12 @@
-// Signals that would end the program at a failed write.
+// Ignores the signals that would end the program when a write fails.
 #pragma once
 
 namespace app
 {
 
-/// Ignores the signals of a write to a pipe whose reader has gone and of a write
-/// past the largest file that the process may have. They become failed writes: of
-/// the debug log, which nobody reads any more, and of a result, which is told.
+/// Ignores SIGPIPE (write to a pipe without a reader) and SIGXFSZ (write beyond the
+/// maximum file size of the process). The write then fails with an error instead. For
+/// the debug log the error has no effect; for a result file it is reported to the user.
 void ignoreSignals();
 
 } // namespace app

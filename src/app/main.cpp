@@ -1,4 +1,4 @@
-// Start-up: the language, the main window, the event loop.
+// Starts the program: the language, the main window and the event loop.
 
 #include "app/Body.h"
 #include "app/Language.h"

@@ -24,9 +24,9 @@ void A2DData::deriveSize()
             alongY += row->x == firstX ? 1 : 0;
         }
     }
-    constexpr qint64 most = std::numeric_limits<int>::max();
-    xNum = static_cast<int>(std::min(alongX, most));
-    yNum = static_cast<int>(std::min(alongY, most));
+    constexpr qint64 maxInt = std::numeric_limits<int>::max();
+    xNum = static_cast<int>(std::min(alongX, maxInt));
+    yNum = static_cast<int>(std::min(alongY, maxInt));
 }
 
 void A2DData::rowValues(int i, QList<double>& out) const
@@ -41,18 +41,18 @@ void A2DData::rowValues(int i, QList<double>& out) const
 namespace data
 {
 
-bool isSizeTooLarge(qint64 width, qint64 height, qint64 held)
+bool isSizeTooLarge(qint64 width, qint64 height, qint64 stored)
 {
     const qint64 columns = std::max(width, qint64{1});
     const qint64 lines = std::max(height, qint64{1});
-    // The sides first: the product of two lying sides may not fit 64 bits.
+    // Each side is checked first: for a corrupt file the product of the sides can overflow.
     if (columns > maxMapPixels || lines > maxMapPixels || columns * lines > maxMapPixels) {
         return true;
     }
     const qint64 pixels = columns * lines;
-    // Clamped, since this product may not fit 64 bits either.
-    return pixels > pixelsOnTrust &&
-           pixels > std::clamp(held, qint64{0}, maxMapPixels) * pixelsForEachHeld;
+    // Clamped because this product can overflow, too.
+    return pixels > maxUncheckedPixels &&
+           pixels > std::clamp(stored, qint64{0}, maxMapPixels) * maxPixelsPerStored;
 }
 
 } // namespace data

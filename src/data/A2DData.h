@@ -1,4 +1,4 @@
-// One two-dimensional map as a flat list of pixels, and the size it claims.
+// A two-dimensional map as a flat list of pixels with a nominal size.
 #pragma once
 
 #include <QList>
@@ -11,36 +11,37 @@
 struct A2DRow {
     double x = 0.0;         ///< first column of the file
     double y = 0.0;         ///< second column of the file
-    double intensity = 0.0; ///< transmitted intensity, or mut itself where i0 is 0
+    double intensity = 0.0; ///< transmitted intensity; the absorbance itself if i0 is 0
     double i0 = 0.0;        ///< incident intensity
-    QList<double> values;   ///< one value per result map; empty in a map file
+    QList<double> values;   ///< one value per result map; empty for a pixel of a map file
 };
-// Lets a list of rows grow by moving memory instead of row by row.
+// A growing QList then moves its rows as one block of memory, not one by one.
 Q_DECLARE_TYPEINFO(A2DRow, Q_RELOCATABLE_TYPE);
 
-/// A map in memory: its pixels in file order (x fastest), the comment lines of
-/// its file and its size.
+/// A map in memory: its pixels in file order (x varies fastest), the comment
+/// lines of its file and its size. An element of @c rows is one pixel.
 ///
-/// Row-major, `index = y * xNum + x`. A pixel is found by this position and
-/// never by the coordinates stored in its row; the rows may be fewer or more
-/// than xNum * yNum.
+/// Row-major, `index = y * xNum + x`. A pixel is looked up by this index, never
+/// by the coordinates stored in it. The number of pixels in @c rows can differ
+/// from xNum * yNum.
 class A2DData
 {
 public:
-    /// Empties the rows and comment lines and sets the size to 0 by 0.
-    /// @c extended stays: it belongs to the calculation that fills a result map.
+    /// Removes all pixels and comment lines and sets the size to 0 by 0. Keeps
+    /// @c extended, which belongs to the calculation that fills a result map.
     void clear();
 
-    /// Counts the size from the rows' coordinates: xNum is the number of rows
-    /// on the first row's y, yNum the number on the first row's x, by exact
-    /// comparison. 0 by 0 without rows, 1 by 1 with a single one.
+    /// Derives the size from the coordinates of the pixels, compared exactly:
+    /// xNum is the number of pixels with the y of the first pixel, yNum the
+    /// number of pixels with its x. The first pixel always counts, so a single
+    /// pixel gives 1 by 1. Without pixels the size is 0 by 0.
     void deriveSize();
 
-    /// Copies the values of row @p i to @p out; for an index outside the rows
+    /// Copies the values of pixel @p i to @p out. If @p i is not a valid index,
     /// sets every element of @p out to 0 and keeps its length.
     void rowValues(int i, QList<double>& out) const;
 
-    bool extended = false; ///< in a result map: the rows carry @c values
+    bool extended = false; ///< true for a result map whose pixels hold @c values
     QStringList headerLines;
     QList<A2DRow> rows;
     int xNum = 0;
@@ -50,23 +51,33 @@ public:
 namespace data
 {
 
-/// The most pixels that a map may claim, whatever its file holds.
+/// Largest number of pixels in a map.
 inline constexpr qint64 maxMapPixels = qint64{1} << 25;
 
-/// A file may claim this many pixels whatever it holds. A larger claim needs a pixel
-/// in the file for each pixelsForEachHeld claimed.
-inline constexpr qint64 pixelsOnTrust = qint64{1} << 20;
-inline constexpr qint64 pixelsForEachHeld = 64;
+/// Up to this number of pixels, the size that a file states is accepted even if the
+/// file stores fewer pixels.
+inline constexpr qint64 maxUncheckedPixels = qint64{1} << 20;
 
-/// Whether a claimed size is past what a calculation may be asked to go through:
-/// more than maxMapPixels, or more than pixelsOnTrust and out of proportion to the
-/// @p held pixels of the file. A side of 0 or less counts as 1, so that a single
-/// absurd side is refused as well.
-bool isSizeTooLarge(qint64 width, qint64 height, qint64 held);
+/// A larger size is accepted if it has at most this number of pixels for each pixel
+/// stored in the file.
+inline constexpr qint64 maxPixelsPerStored = 64;
 
-/// Absorbance mu*t of a pixel: the intensity itself where i0 is 0.0; 1.0
-/// where the intensity is 0.0; otherwise ln(i0 / intensity). NaN in either field
-/// goes on to the logarithm.
+/// Whether the size of a map is too large for a calculation, which loops over all
+/// of its pixels: more than maxMapPixels, or more than both maxUncheckedPixels and
+/// maxPixelsPerStored * @p stored.
+///
+/// A side of 0 or less counts as 1, so that one huge side is refused even if the
+/// other side is 0.
+///
+/// @param stored  number of pixels stored in the file
+bool isSizeTooLarge(qint64 width, qint64 height, qint64 stored);
+
+/// Absorbance mu*t of a pixel, dimensionless: @c intensity if @c i0 is 0.0 (the file
+/// then holds the absorbance itself); otherwise 1.0 if @c intensity is 0.0; otherwise
+/// ln(i0 / intensity).
+///
+/// A NaN field gives NaN, except that a NaN @c i0 with intensity 0.0 gives 1.0. A
+/// negative ratio gives NaN.
 inline double absorbance(const A2DRow& pixel)
 {
     if (pixel.i0 == 0.0) {
@@ -78,11 +89,12 @@ inline double absorbance(const A2DRow& pixel)
     return std::log(pixel.i0 / pixel.intensity);
 }
 
-/// What a pixel outside the rows of its map counts as.
+/// Absorbance of a pixel that is not in the list of its map.
 inline constexpr double absorbanceOutside = -1.0;
 
-/// The absorbance of the pixel at column @p x and line @p y; absorbanceOutside
-/// outside the rows.
+/// Absorbance of the pixel at column @p x and line @p y; absorbanceOutside if its
+/// index is outside @c rows. Only the index is checked, so a column outside the map
+/// reads a pixel of another line.
 inline double pixelMut(const A2DData& map, int x, int y)
 {
     const qint64 i = qint64{y} * map.xNum + x;

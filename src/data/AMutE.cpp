@@ -12,12 +12,12 @@ void AMutE::beginRead()
     maxAngle = maxEnergy = maxMut = data::noLimits.high;
 }
 
-const char* AMutE::appendPoint(const MutPoint& point, qint64 besides)
+const char* AMutE::appendPoint(const MutPoint& point, qint64 bytesToReserve)
 {
     if (points.size() >= data::maxSpectrumPoints) {
         return "more points than a spectrum may have";
     }
-    if (!data::canGrow(points, 1, besides)) {
+    if (!data::canGrow(points, 1, bytesToReserve)) {
         return "no memory for its points";
     }
     points.append(point);

@@ -1,4 +1,4 @@
-// One XAFS spectrum: its points, their extremes and its two background lines.
+// An XAFS spectrum: points, extremes, pre-edge line and post-edge line.
 #pragma once
 
 #include <QList>
@@ -9,17 +9,18 @@
 
 class QIODevice;
 
-/// One point of a spectrum.
+/// A point of a spectrum.
 struct MutPoint {
-    double angle = 0.0;  ///< monochromator angle, degrees; NaN where it has none
-    double energy = 0.0; ///< photon energy, eV, as read: dE is not applied
+    double angle = 0.0;  ///< monochromator angle, degrees; NaN if no angle gives the energy
+    double energy = 0.0; ///< photon energy, eV, as read: dE is not subtracted
     double mut = 0.0;    ///< absorbance mu*t, dimensionless
 };
 
 namespace data
 {
 
-/// Coefficients of a Victoreen line V(L) = c + a L^3 + b L^4, L in angstrom.
+/// Coefficients of the Victoreen formula V(L) = c + a L^3 + b L^4, which describes
+/// the absorbance away from an edge; L is the wavelength in angstrom.
 struct VictoreenLine {
     double c = 0.0;
     double a = 0.0;
@@ -28,131 +29,133 @@ struct VictoreenLine {
 
 } // namespace data
 
-/// One XAFS spectrum in memory.
+/// An XAFS spectrum in memory.
 ///
-/// The points keep the order of the file, and their energies the values of the
-/// file; the working energy of a point is its energy less @c dE. With @c valid
-/// false the contents are not to be used.
+/// The points keep the order and the energies of the file. The working energy of a
+/// point is its energy minus @c dE. Do not use the contents while @c valid is false.
 class AMutE
 {
 public:
-    /// Presentations of a spectrum, the kinds of value() and valueAt(): as read,
-    /// less either background line, in units of the edge jump, and between the
-    /// two lines.
-    static constexpr int raw = 0;
-    static constexpr int lessPreEdge = 1;
-    static constexpr int lessPostEdge = 2;
-    static constexpr int byEdgeJump = 3;
-    static constexpr int normalisedByLines = 4;
+    /// The kinds of value() and valueAt(), for an absorbance m at working energy E
+    /// with the pre-edge line pre(E) and the post-edge line post(E).
+    static constexpr int raw = 0;               ///< m
+    static constexpr int lessPreEdge = 1;       ///< m - pre(E)
+    static constexpr int lessPostEdge = 2;      ///< m - post(E)
+    static constexpr int byEdgeJump = 3;        ///< (m - pre(E)) / edgeJump()
+    static constexpr int normalisedByLines = 4; ///< (m - pre(E)) / (post(E) - pre(E))
 
     /// Planck's constant times the speed of light, eV times angstrom.
     static constexpr double hcEvAngstrom = 12398.424360387684;
 
-    /// Reads a spectrum file in either form: the beamline form that opens with
-    /// "9809", or two plain columns of energy and mut. Words where numbers
-    /// belong read as 0.
+    /// Reads a spectrum file in one of two formats: the beamline format, which starts
+    /// with "9809", or two plain columns of energy (eV) and mut. An unparsable number
+    /// reads as 0.
     ///
-    /// @return whether the file gave points; background lines are then fitted.
-    ///         A path that is no readable file changes nothing. A file that
-    ///         gives no points names itself in @c filePath and leaves the
-    ///         record empty and @c valid false. So does one past a bound of
-    ///         data/ReadBounds.h, with the reason in the debug log.
+    /// If @p path is not a readable file, nothing changes. If the file contains no
+    /// points, or exceeds a bound of data/ReadBounds.h (the debug log then states the
+    /// reason), @c filePath and @c fileName name the file, @c points is empty and
+    /// @c valid is false.
+    ///
+    /// @return whether points were read; both background lines are then fitted
     bool readFile(const QString& path);
 
-    /// The same from a device that is open for reading and can seek; the text
-    /// begins at its position. The names stay.
+    /// Does the same for a device that is open for reading and can seek. The text
+    /// starts at the current position. @c filePath and @c fileName are not changed.
     bool readDevice(QIODevice& device);
 
-    /// Whether the first line of the file begins with "9809" after blanks are
-    /// folded. False, with a line in the debug log, when it cannot be opened.
+    /// Whether the first line of the file starts with "9809" after its white space
+    /// is simplified. False, with a line in the debug log, if the file cannot be opened.
     bool is9809(const QString& path) const;
 
-    /// The same for a device in text mode.
+    /// Does the same for a device in text mode.
     bool is9809(QIODevice& device) const;
 
-    /// The two readers behind readFile(), by path or from a device in text mode;
-    /// same result, and they leave the names alone. A file that cannot be opened
-    /// changes nothing and is told in the debug log.
+    /// The readers of the two formats, for a path or for a device in text mode. They
+    /// return the same as readFile() and do not change @c filePath and @c fileName. A
+    /// file that cannot be opened changes nothing and is reported to the debug log.
     ///
-    /// In the beamline form mut is made of the counts of the channels by the
-    /// modes that a "Mode" line gives them: 1 is the incident intensity I0, 2
-    /// transmission, ln(I0 / I) of the first such channel, 3 fluorescence, the
-    /// sum of I / I0. A row whose I0 column is not there or not known is
-    /// skipped, so a file without I0 gives no points.
+    /// In the beamline format mut is calculated from the counts of the channels. A
+    /// "Mode" line gives each channel its mode: 1 is the incident intensity I0; 2 is
+    /// transmission, mut = ln(I0 / I) of the first such channel; 3 is fluorescence,
+    /// mut = the sum of I / I0 over such channels. A data row without a known I0
+    /// column is skipped, so a file without I0 contains no points.
     bool read9809(const QString& path);
     bool read9809(QIODevice& device);
     bool readPlain(const QString& path);
     bool readPlain(QIODevice& device);
 
-    /// Index of the first token equal to @p word, -1 when there is none.
+    /// Index of the first token equal to @p word; -1 if there is none.
     static int findToken(const QStringList& tokens, const QString& word);
 
-    /// The pre-edge and the post-edge line at working energy @p E, eV. Infinite
-    /// or NaN at 0.
+    /// The pre-edge line and the post-edge line at working energy @p E, eV.
+    /// Infinite or NaN if @p E is 0.
     double preValue(double E) const;
     double postValue(double E) const;
 
-    /// The edge jump: post-edge less pre-edge line at @c edgeEnergy.
+    /// The edge jump: post-edge line minus pre-edge line at @c edgeEnergy.
     double edgeJump() const;
 
-    /// Fits both lines to the points strictly below @c preEdgeEnd and strictly
-    /// above @c postEdgeStart, in working energies: least squares by the normal
-    /// equations. Does nothing without points; a range without points gives a
-    /// NaN line. No other operation refits.
+    /// Fits the pre-edge line to the points strictly below @c preEdgeEnd and the
+    /// post-edge line to the points strictly above @c postEdgeStart, all in working
+    /// energies, by least squares with the normal equations. Does nothing without
+    /// points. A range without points gives a NaN line. No other function of this class
+    /// repeats the fit after a change of the limits or of @c dE.
     void fitLines();
 
-    /// The energy of the steepest rise, as the midpoint of its two working
-    /// energies; the first of equal steps, be they flat or falling, wins. Half
-    /// the first working energy when every step falls by 1 or more or there
-    /// is one point; 0.0 without points.
+    /// Energy of the steepest rise, eV: the mean of the working energies of the two
+    /// neighbouring points with the largest increase of mut, which is not divided by
+    /// the energy step. Of equal increases the first is used. If there is only one
+    /// point, or if mut falls by 1 or more at every step, the result is half the first
+    /// working energy. Without points it is 0.0.
     double findEdge() const;
 
-    /// Index of the lower point of the pair that brackets working energy @p E;
-    /// 0 below the first point, n - 2 above the last one (-1 with one point),
-    /// 0 when nothing brackets it or there are no points.
+    /// Index of the lower point of the first pair that brackets working energy
+    /// @p E. Below the first point: 0. Above the last of n points: n - 2, which is
+    /// -1 for one point. 0 if no pair brackets @p E or if there are no points.
     int indexBelow(double E) const;
 
-    /// indexBelow() of each of many energies, in their order. Takes n log n
-    /// time where a search for each energy would take n^2, also for points whose
-    /// energies fall, repeat or jump.
+    /// indexBelow() of each energy, in the order of @p energies. For n energies and
+    /// n points this takes O(n log n) instead of O(n^2) time, even if the energies
+    /// of the points fall, repeat or jump.
     QList<int> indicesBelow(const QList<double>& energies) const;
 
-    /// Raw mut at working energy @p E on straight lines; the end segments are
-    /// extended. 0.0 with fewer than 2 points; infinite or NaN between points
-    /// of equal energy.
+    /// Raw mut at working energy @p E by linear interpolation; outside the points
+    /// the first or the last segment is extrapolated. 0.0 with fewer than 2 points;
+    /// infinite or NaN between points of equal energy.
     double mutAt(double E) const;
 
-    /// Point @p i presented as @p kind (raw to normalisedByLines). 0.0 for any
-    /// other kind or an index outside the points.
+    /// Value of point @p i as @p kind (raw to normalisedByLines). 0.0 if @p kind is
+    /// any other number or if @p i is not a valid index.
     double value(int kind, int i) const;
     double checkedValue(int kind, int i) const;
 
-    /// value() interpolated at working energy @p E like mutAt().
+    /// value() at working energy @p E, interpolated like mutAt().
     double valueAt(int kind, double E) const;
 
-    /// Between the two lines at working energy @p E.
+    /// valueAt() of the kind normalisedByLines at working energy @p E, eV.
     double normalisedAt(double E) const;
 
-    /// The same at each of many energies, by indicesBelow().
+    /// normalisedAt() of each energy, found by indicesBelow().
     QList<double> normalisedAt(const QList<double>& energies) const;
 
-    /// Lowers @p min and raises @p max by the values of the given kind whose
-    /// working energy lies in [from, to]. The caller seeds both.
+    /// Extends the range from @p min to @p max by the values of the given kind whose
+    /// working energies lie in the closed interval [from, to]. The caller
+    /// initialises @p min and @p max.
     void valueRange(int kind, double from, double to, double* min, double* max) const;
 
-    /// The mut of the spectrum at energy @p E less its post-edge line
-    /// (@p subPost) or its pre-edge line.
+    /// The mut of the spectrum at working energy @p E minus the post-edge line if
+    /// @p subPost, otherwise minus the pre-edge line.
     ///
-    /// The segment is the one that ends at the first point, in file order,
-    /// whose working energy is at or above @p E. Before the first point it
-    /// starts at energy 0, mut 0, so an energy at or below the first point is
+    /// mut is interpolated on the segment that ends at the first point, in file
+    /// order, whose working energy is @p E or more. The segment of the first point
+    /// starts at energy 0 and mut 0, so an energy at or below the first point is
     /// interpolated from the origin.
     ///
-    /// @return false, with @p out left alone, when no point reaches @p E
+    /// @return false, with @p out unchanged, if no point has @p E or more
     bool backgroundSubtractedAt(double E, bool subPost, double* out) const;
 
     bool valid = false;
-    bool switchedOn = true; ///< drawn among all spectra; toggled in their legend
+    bool switchedOn = true; ///< whether the graph of all spectra draws it; toggled in its legend
     QString filePath;
     QString fileName;
     double minAngle = 0.0;
@@ -165,7 +168,7 @@ public:
     double preEdgeEnd = 8000.0;    ///< eV, absolute
     double edgeEnergy = 0.0;       ///< eV
     double postEdgeStart = 8500.0; ///< eV, absolute
-    double dE = 0.0;               ///< eV, subtracted from every energy on use
+    double dE = 0.0;               ///< eV, subtracted from each energy when it is used
     data::VictoreenLine preLine;
     data::VictoreenLine postLine;
 
@@ -173,8 +176,9 @@ private:
     double workingEnergy(qsizetype i) const { return points.at(i).energy - dE; }
     double onSegment(int kind, int i, double E) const;
     void beginRead();
-    // Why the point is refused, null when it is taken; besides: memory to leave, bytes.
-    const char* appendPoint(const MutPoint& point, qint64 besides);
+    // Returns the reason if the point is refused, otherwise null; bytesToReserve is
+    // the memory that must remain available.
+    const char* appendPoint(const MutPoint& point, qint64 bytesToReserve);
     bool finishRead();
 
     template <typename PointOf>

@@ -1,4 +1,4 @@
-// The two text forms of a spectrum.
+// Readers of the two text formats of a spectrum.
 #include "data/AMutE.h"
 
 #include "data/FileAccess.h"
@@ -22,15 +22,16 @@ namespace
 constexpr double hcKevAngstrom = 12.398424360387684;
 constexpr double defaultTwoD = 6.2710632; // angstrom
 constexpr double defaultD = 3.1355316;    // angstrom
-// As short as this on purpose: angles and energies stay those of earlier data.
+// Truncated on purpose: with more digits, angles and energies would differ from those
+// of earlier results.
 constexpr double shortPi = 3.1415926535;
 constexpr double degreesInPi = 180.0;
 
-/// The words of a line, as long as the line lives.
+/// The words of a line; valid while the line exists.
 class Tokens
 {
 public:
-    /// @param line  with its blanks folded
+    /// @param line  simplified: single spaces, none at either end
     void split(QStringView line)
     {
         m_line = line;
@@ -51,7 +52,7 @@ public:
         return m_line.sliced(begin, m_ends.at(i) - begin);
     }
 
-    /// Index of the first one equal to @p word, -1 without one.
+    /// Index of the first token equal to @p word; -1 if there is none.
     qsizetype indexOf(QStringView word) const
     {
         for (qsizetype i = 0; i < size(); ++i) {
@@ -64,7 +65,7 @@ public:
 
 private:
     QStringView m_line;
-    QList<int> m_ends; ///< a line may have some million words: no views are kept
+    QList<int> m_ends; ///< 4 bytes per word instead of a view: a line can have millions of words
 };
 
 bool openText(QFile& file)
@@ -77,7 +78,7 @@ bool openText(QFile& file)
     return true;
 }
 
-/// The lines of a spectrum, their blanks folded.
+/// The lines of a spectrum file, with their white space simplified.
 class Lines
 {
 public:
@@ -86,11 +87,11 @@ public:
     {
     }
 
-    /// Moves on to the next line; false at the end, when the device fails, and at
-    /// a line past data::longestLine.
+    /// Reads the next line; false at the end, if the device fails, or if the line is
+    /// longer than data::longestLine.
     bool next()
     {
-        // One character more is asked for than a line may have.
+        // One more character than allowed shows that a line is too long.
         if (m_isTooLong || !m_stream.readLineInto(&m_line, data::longestLine + 1)) {
             return false;
         }
@@ -108,8 +109,7 @@ private:
     bool m_isTooLong = false;
 };
 
-/// Energy and mut of a line of the plain form; nothing for a comment and for
-/// a line of one word.
+/// The point on a line of the plain format; nullopt for a comment or fewer than two words.
 std::optional<MutPoint> plainPoint(const QString& line, Tokens* tokens)
 {
     if (line.startsWith(u'#')) {
@@ -127,20 +127,20 @@ std::optional<MutPoint> plainPoint(const QString& line, Tokens* tokens)
     return point;
 }
 
-/// A "9809" file as far as it has been read.
+/// Reads a "9809" file line by line.
 class BeamlineReader
 {
 public:
-    /// Takes one line: the point that it holds, if any, and what it tells
-    /// about the lines that follow.
-    std::optional<MutPoint> take(const Tokens& tokens)
+    /// Reads one line: returns its point, if it has one, and keeps the settings that
+    /// it makes for the following lines.
+    std::optional<MutPoint> readLine(const Tokens& tokens)
     {
         const auto point = started ? pointOf(tokens) : std::nullopt;
-        takeModes(tokens);
-        // The numbers beside the word are no part of the counts: no offset is
-        // subtracted.
+        readModes(tokens);
+        // The numbers on the "Offset" line are ignored: no offset is subtracted
+        // from the counts.
         started = started || tokens.indexOf(u"Offset") != -1;
-        takeSpacing(tokens);
+        readSpacing(tokens);
         return point;
     }
 
@@ -148,8 +148,7 @@ private:
     enum Mode { Incident = 1, Transmission = 2, Fluorescence = 3 };
     static constexpr qsizetype firstChannel = 3; ///< token of channel 0
 
-    /// Nothing for a short row, and for one whose I0 channel is not there or
-    /// not known.
+    /// nullopt for a row that is too short, or whose I0 column is unknown or missing.
     std::optional<MutPoint> pointOf(const Tokens& tokens) const
     {
         constexpr qsizetype shortestRow = 5;
@@ -177,7 +176,7 @@ private:
         }
     }
 
-    /// Channels that have both a count and a mode.
+    /// Number of channels that have both a count and a mode.
     qsizetype channelCount(const Tokens& tokens) const
     {
         return std::min(modes.size(), tokens.size() - firstChannel);
@@ -203,9 +202,9 @@ private:
         return sum;
     }
 
-    /// A second such line refills the list, moves the I0 column if it names
-    /// one, and leaves the kind as the first one set it.
-    void takeModes(const Tokens& tokens)
+    /// Reads a "Mode" line. A second one replaces the list of modes, and the I0 column
+    /// if it names one; the kind of measurement set before remains.
+    void readModes(const Tokens& tokens)
     {
         if (tokens.indexOf(u"Mode") == -1) {
             return;
@@ -222,7 +221,7 @@ private:
         }
     }
 
-    void takeSpacing(const Tokens& tokens)
+    void readSpacing(const Tokens& tokens)
     {
         const qsizetype at = tokens.indexOf(u"D=");
         if (at != -1 && at + 1 < tokens.size()) {
@@ -230,11 +229,11 @@ private:
         }
     }
 
-    double d = defaultD; ///< spacing of the crystal planes, angstrom
+    double d = defaultD; ///< lattice spacing of the monochromator crystal, angstrom
     QList<int> modes;    ///< one for each channel
-    int kind = -1;       ///< the mode that mut is made by, below 0 while unknown
+    int kind = -1;       ///< the mode from which mut is calculated; below 0 while unknown
     qsizetype i0Column = -1;
-    bool started = false; ///< whether the header is over
+    bool started = false; ///< whether the data rows have started
 };
 
 } // namespace
@@ -287,7 +286,7 @@ bool AMutE::read9809(QIODevice& device)
     BeamlineReader reader;
     return readLines(device, [&](const QString& line) {
         tokens.split(line);
-        return reader.take(tokens);
+        return reader.readLine(tokens);
     });
 }
 
@@ -308,11 +307,11 @@ bool AMutE::readLines(QIODevice& device, const PointOf& pointOf)
 {
     beginRead();
     Lines lines(device);
-    const qint64 besides = data::memoryToRead(device);
-    const char* refusal = data::canAllocate(besides) ? nullptr : "no memory to read it";
+    const qint64 bytesToReserve = data::memoryToRead(device);
+    const char* refusal = data::canAllocate(bytesToReserve) ? nullptr : "no memory to read it";
     while (refusal == nullptr && lines.next()) {
         if (const auto point = pointOf(lines.line())) {
-            refusal = appendPoint(*point, besides);
+            refusal = appendPoint(*point, bytesToReserve);
         }
     }
     if (lines.isTooLong()) {

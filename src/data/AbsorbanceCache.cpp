@@ -15,7 +15,7 @@ void AbsorbanceCache::prepare(const QList<const A2DData*>& maps)
                            [&](const A2DData* map) { return entry.holds(*map); });
     };
     const auto firstFree = std::partition(m_entries.begin(), m_entries.end(), isWanted);
-    // Releases the old maps' rows before new memory is allocated.
+    // Frees the rows of maps that are no longer wanted before allocating new memory.
     std::for_each(firstFree, m_entries.end(), [](Entry& entry) { entry.rows = {}; });
     std::vector<Entry> free(std::make_move_iterator(firstFree),
                             std::make_move_iterator(m_entries.end()));
@@ -48,13 +48,13 @@ void AbsorbanceCache::Entry::fill(const QList<A2DRow>& newRows)
 {
     rows = newRows;
     const qsizetype size = rows.size();
-    // Reuses the array of an earlier map unless it is more than twice too large.
+    // An array of an earlier map is reused unless it is more than twice as large as needed.
     if (capacity < size || capacity / 2 > size) {
         values = nullptr;
         values = std::make_unique_for_overwrite<double[]>(static_cast<std::size_t>(size));
         capacity = size;
     }
-    cleanVectorRegisters(); // a paint may have come before
+    cleanVectorRegisters(); // a preceding paint would slow the loop down
     const A2DRow* row = rows.constData();
     for (qsizetype i = 0; i < size; ++i, ++row) {
         values[static_cast<std::size_t>(i)] = absorbance(*row);

@@ -1,4 +1,4 @@
-// The absorbance of maps, kept from one calculation to the next.
+// A cache of the absorbance of each pixel, kept from one calculation to the next.
 #pragma once
 
 #include "data/A2DData.h"
@@ -12,25 +12,25 @@
 namespace data
 {
 
-/// Takes the logarithm of each pixel once for each map that is read, and not for
-/// each calculation.
+/// Calculates the logarithm of each pixel once per map that is read, instead of once
+/// per calculation.
 ///
-/// A calculation may read from here instead of asking pixelMut() for each pixel,
-/// since the numbers are those of pixelMut() and change only when the map's rows
-/// do. A map's rows are kept as an implicitly shared list: whoever changes them
-/// gets a list of his own, and so the change is seen. Maps that share their rows
-/// share their absorbance.
+/// The cached values are equal to those of pixelMut() as long as the rows of the map
+/// are unchanged. The cache detects a change because it keeps an implicitly shared
+/// copy of the list: code that writes to the rows of the map gets a new list with
+/// another address. Maps that share their rows share their cache entry.
 ///
-/// Memory: eight bytes for each row of the maps in use, and the rows themselves
-/// after their map has let go of them, until the next prepare().
+/// Memory: eight bytes for each pixel of the cached maps. Rows that a map has
+/// released also remain in memory until the next prepare().
 class AbsorbanceCache
 {
 public:
-    /// Makes ready the absorbance of @p maps, and forgets all others.
+    /// Calculates the absorbance of each of @p maps that is not in the cache yet, and
+    /// removes all other maps from the cache.
     void prepare(const QList<const A2DData*>& maps);
 
-    /// The absorbance of each row of @p map, in their order; empty if it was not
-    /// among the maps that were made ready, or was changed since. Valid until
+    /// The absorbance of each pixel of @p map, in the order of its rows. Empty if the
+    /// map was not passed to the latest prepare() or has changed since. Valid until
     /// the next prepare().
     std::span<const double> of(const A2DData& map) const;
 

@@ -1,4 +1,4 @@
-// Short decimal numbers read from text, exactly.
+// Fast and exact conversion of short decimal numbers.
 #pragma once
 
 #include <array>
@@ -9,36 +9,36 @@
 namespace data
 {
 
-/// The value of a decimal digit; 10 or more for any other character.
+/// Value of a decimal digit; 10 or more for any other character.
 inline unsigned digitValue(char c)
 {
     return static_cast<unsigned char>(c) - unsigned{'0'};
 }
 
-/// Reads a number such as "-12.75" by Clinger's fast path and moves @p text
-/// behind it. The number may have a minus sign and a point, at most 19 digits,
-/// and no exponent; its digits without the point may be at most 2^53.
+/// Reads a number such as "-12.75" by the fast path of Clinger (1990) and moves
+/// @p text to the character after it.
 ///
-/// Differs from the general conversion in that it looks at each digit once and
-/// rounds once. That is allowed because the digits as a whole number and the
-/// power of ten are both exact doubles, so that one division, correctly rounded,
-/// gives the nearest double, as QString::toDouble does.
+/// The number can have a minus sign and a decimal point, but no exponent. It can have
+/// at most 19 digits, and its digits without the point, read as an integer, must not
+/// exceed 2^53. This integer and the power of ten are then both exact doubles, so
+/// one correctly rounded division gives the nearest double, the same as
+/// QString::toDouble.
 ///
-/// @param text  text whose last character, such as a line feed, ends any number
-/// @return whether @p text begins with such a number; what follows it, an
-///         exponent for one, is left to the caller. On false @p text and
-///         @p value are as before.
+/// @param text  must contain a character, such as a line feed, that ends any number
+/// @return whether @p text starts with such a number. The caller must check the
+///         character after it, which can be the start of an exponent. On false,
+///         @p text and @p value are unchanged
 inline bool readDecimal(const char*& text, double& value)
 {
     static_assert(std::numeric_limits<double>::is_iec559);
     constexpr std::uint64_t largestExact = std::uint64_t{1} << 53;
-    constexpr std::size_t mostDigits = 19; // more may not fit 64 bits
-    static constexpr std::array<double, mostDigits + 1> powersOfTen = {
+    constexpr std::size_t maxDigits = 19; // more can overflow 64 bits
+    static constexpr std::array<double, maxDigits + 1> powersOfTen = {
         1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
         1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
 
     const bool isNegative = *text == '-';
-    std::uint64_t number = 0; // wraps around beyond mostDigits
+    std::uint64_t number = 0; // can wrap around after maxDigits; such numbers are refused below
     const auto skipDigits = [&number](const char* next) {
 #pragma GCC unroll 4
         for (; digitValue(*next) < 10; ++next) {
@@ -56,7 +56,7 @@ inline bool readDecimal(const char*& text, double& value)
         decimals = static_cast<std::size_t>(end - firstDecimal);
         digits += decimals;
     }
-    if (digits == 0 || digits > mostDigits || number > largestExact) {
+    if (digits == 0 || digits > maxDigits || number > largestExact) {
         return false;
     }
     const double magnitude =

@@ -11,9 +11,10 @@ namespace data
 namespace
 {
 
-/// What stands behind the name of @p file, links followed; none when it cannot
-/// be looked at. Nothing is opened for it, so nothing waits. The name goes as
-/// bytes: a wide name that is no valid text would throw.
+/// Type of the file that @p file names, after following links; file_type::none if it
+/// cannot be determined. The file is not opened, so a pipe cannot block the call.
+/// The name is passed as bytes because the conversion of a wide string that is not
+/// valid text would throw.
 std::filesystem::file_type typeOf(const QFile& file)
 {
     std::error_code error;

@@ -1,4 +1,4 @@
-// Opening of files that may be anything.
+// Opens files whose path can name anything: a folder, a pipe or a device.
 #pragma once
 
 #include <QIODevice>
@@ -11,17 +11,17 @@ namespace data
 /// Opens the file that @p file names read-only, without text mode; the caller
 /// adds that with setTextModeEnabled().
 ///
-/// @return false, with @p file closed, for anything but a readable regular
-///         file or a link to one: a folder, a pipe or a device would fail,
-///         block or never end
+/// @return false, with @p file closed, unless it is a readable regular file or a link
+///         to one. Reading a folder would fail, a pipe could block, and a device
+///         could have no end
 bool openForReading(QFile& file);
 
-/// Opens the file that @p file names write-only, replacing its contents; it is
-/// made when it is not there.
+/// Opens the file that @p file names write-only. An existing file loses its contents,
+/// a missing file is created.
 ///
-/// @param extra  further open flags, text mode for the text files of results
-/// @return false, with @p file closed, when that fails, and for a pipe, whose
-///         open would wait for a reader. Devices are taken.
+/// @param extra  further open flags; the default is the text mode of result files
+/// @return false, with @p file closed, if the file cannot be opened or is a pipe:
+///         opening a pipe would block until there is a reader. Devices are allowed
 bool openForWriting(QFile& file, QIODevice::OpenMode extra = QIODevice::Text);
 
 } // namespace data

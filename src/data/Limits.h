@@ -1,26 +1,28 @@
-// Two ends of a range, and running extremes.
+// A closed range of numbers that grows with the values added to it.
 #pragma once
 
 namespace data
 {
 
-/// Takes @p value into the extremes @p low and @p high; NaN changes neither.
+/// Extends the range from @p low to @p high so that it contains @p value. NaN
+/// changes nothing.
 inline void widen(double value, double& low, double& high)
 {
     low = value < low ? value : low;
     high = value > high ? value : high;
 }
 
-/// Two ends of a range.
+/// The lower and the upper end of a range.
 struct Limits {
     double low = 0.0;
     double high = 0.0;
 
-    /// Takes @p value in; NaN changes nothing.
+    /// Extends the range so that it contains @p value; NaN changes nothing.
     void widen(double value) { data::widen(value, low, high); }
 };
 
-/// Where running extremes start: reversed until a value comes.
+/// The empty range, from which widen() starts: its ends are reversed until the first
+/// value is added.
 inline constexpr Limits noLimits{1e300, -1e300};
 
 } // namespace data

@@ -15,11 +15,12 @@ namespace data
 namespace
 {
 
-/// Counts lines, from blocks of bytes that may end anywhere.
+/// Counts and measures the lines of a text that arrives in blocks. A block can end
+/// within a line.
 class LineScan
 {
 public:
-    void take(const char* at, const char* end)
+    void addBlock(const char* at, const char* end)
     {
         while (at != end) {
             if (m_isBeforeText) {
@@ -46,7 +47,7 @@ public:
         m_isBeforeText = true;
     }
 
-    bool isPastABound() const
+    bool exceedsBound() const
     {
         return m_lines > maxMapPixels || m_longest > longestLine || m_comments > maxCommentText;
     }
@@ -59,15 +60,15 @@ private:
         m_length += text - at;
         if (text != end) {
             m_isBeforeText = false;
-            m_isComment = *text == '#' || byteKind(*text) == ByteKind::Odd;
+            m_isComment = *text == '#' || byteKind(*text) == ByteKind::NeedsDecoder;
         }
         return text;
     }
 
     qint64 m_lines = 0;
     qint64 m_longest = 0;  ///< bytes
-    qint64 m_comments = 0; ///< as they count against maxCommentText
-    qint64 m_length = 0;   ///< of the line under way
+    qint64 m_comments = 0; ///< size of the possible comment lines, counted as for maxCommentText
+    qint64 m_length = 0;   ///< bytes of the current line so far
     bool m_isBeforeText = true;
     bool m_isComment = false;
 };
@@ -80,10 +81,10 @@ bool mayBeRefused(QIODevice& device)
     LineScan lines;
     for (qint64 got = 1; got > 0;) {
         got = device.read(block.data(), qint64{block.size()});
-        lines.take(block.data(), block.data() + std::max(got, qint64{0}));
+        lines.addBlock(block.data(), block.data() + std::max(got, qint64{0}));
     }
     lines.endLine();
-    return lines.isPastABound();
+    return lines.exceedsBound();
 }
 
 } // namespace data

@@ -1,4 +1,4 @@
-// A first look at the lines of a text file.
+// A quick check whether a text map file can exceed the bounds of its reader.
 #pragma once
 
 class QIODevice;
@@ -6,10 +6,12 @@ class QIODevice;
 namespace data
 {
 
-/// Whether the lines of a map file are so many or so long, or so many of them
-/// comments, that its reader may have to refuse it. Looks at line feeds and at the
-/// first characters of lines only, and takes what is not plain ASCII for the worse,
-/// so that true is no more than a reason to look closer.
+/// Whether a text map file may have too many lines, a line that is too long, or too much
+/// comment text for its reader.
+///
+/// This is an upper estimate: it looks only at line feeds and at the first characters
+/// of lines, and counts a line that starts with a byte other than plain ASCII as a
+/// comment. After true, only a full reading decides whether the file is refused.
 ///
 /// Reads @p device from its position to its end.
 bool mayBeRefused(QIODevice& device);

@@ -1,8 +1,8 @@
-// The words of a line of a text file, taken one at a time.
+// Iterators over the words of a line of a text file.
 //
-// Words of plain ASCII may be found and converted as bytes because the toolkit's
-// simplified and split text has the same words. A line with any other byte goes
-// through that text.
+// The words of a plain ASCII line can be found and converted as bytes: they are the
+// same as those of the decoded line after QString::simplified() and split(). A line
+// with any other byte must be decoded.
 #pragma once
 
 #include "data/DecimalNumber.h"
@@ -21,12 +21,12 @@
 namespace data
 {
 
-/// What a byte of UTF-8 is to the words of its line.
+/// The role of a byte of UTF-8 when its line is split into words.
 enum class ByteKind : unsigned char {
     Word,
     Blank,
     LineFeed,
-    Odd, ///< means something only to a decoder, or is dropped by it
+    NeedsDecoder, ///< has a meaning only after decoding, which can also drop the byte
 };
 
 inline constexpr std::array<ByteKind, 256> byteKinds = [] {
@@ -35,10 +35,10 @@ inline constexpr std::array<ByteKind, 256> byteKinds = [] {
         kinds[static_cast<unsigned char>(blank)] = ByteKind::Blank;
     }
     for (std::size_t byte = 0x80; byte < kinds.size(); ++byte) {
-        kinds[byte] = ByteKind::Odd;
+        kinds[byte] = ByteKind::NeedsDecoder;
     }
-    kinds['\0'] = ByteKind::Odd;
-    kinds['\r'] = ByteKind::Odd;
+    kinds['\0'] = ByteKind::NeedsDecoder;
+    kinds['\r'] = ByteKind::NeedsDecoder;
     kinds['\n'] = ByteKind::LineFeed;
     return kinds;
 }();
@@ -48,41 +48,41 @@ inline ByteKind byteKind(char byte)
     return byteKinds[static_cast<unsigned char>(byte)];
 }
 
-/// The words of a line of bytes, one after the other.
+/// Iterates over the words of a line of bytes.
 class ByteWords
 {
 public:
-    /// @param line  begins a line, which ends in a line feed
+    /// @param line  start of a line that ends with a line feed
     explicit ByteWords(const char* line)
         : m_next(line)
     {
     }
 
-    /// Whether the first word begins with @p byte. To be asked before next().
-    /// A first byte that is not plain leaves isPlain() false: it may stand for
-    /// a blank, or for nothing.
+    /// Whether the first word starts with @p byte. Call it before next(). If the first
+    /// byte needs a decoder, isPlain() is false afterwards, because the decoded byte
+    /// can be a blank or nothing.
     bool startsWith(char byte)
     {
         skip(ByteKind::Blank);
-        noteOddByte();
+        checkNextByte();
         return *m_next == byte;
     }
 
-    /// Moves on to the next word; false at the end of the line, and at a byte
-    /// that is not plain, which leaves isPlain() false.
+    /// Moves to the next word; false at the end of the line and at a byte that needs
+    /// a decoder, after which isPlain() is false.
     bool next()
     {
         if (m_word != nullptr) {
             skip(ByteKind::Word);
         }
         skip(ByteKind::Blank);
-        noteOddByte();
+        checkNextByte();
         m_word = m_next;
         return byteKind(*m_word) == ByteKind::Word;
     }
 
-    /// QString::toDouble of the word. A byte in it or right behind it that is
-    /// not plain leaves isPlain() false.
+    /// The word as a number, the same as QString::toDouble. If a byte in the word or
+    /// directly after it needs a decoder, isPlain() is false afterwards.
     double toDouble()
     {
         m_next = m_word;
@@ -91,19 +91,22 @@ public:
             skip(ByteKind::Word);
             value = toDouble({m_word, m_next});
         }
-        noteOddByte();
+        checkNextByte();
         return value;
     }
 
+    /// Whether the bytes read so far need no decoder. If false, the results so far
+    /// can be wrong: decode the line and read its words with TextWords.
     bool isPlain() const { return m_isPlain; }
 
-    /// A byte of the line that is not beyond the line feed.
+    /// The current position in the line, at most at its line feed.
     const char* position() const { return m_next; }
 
 private:
-    /// On digits, minus sign, point and exponent std::from_chars gives the same
-    /// bits as QString::toDouble. It differs on overflow, on words for infinity
-    /// and NaN, on a leading "+" and on a number with a tail.
+    /// std::from_chars gives the same bits as QString::toDouble for a number of
+    /// digits, minus sign, point and exponent. The two differ for overflow, for the
+    /// words of infinity and NaN, for a leading "+" and for characters after the
+    /// number; these cases go to QString::toDouble.
     static double toDouble(std::string_view word)
     {
         const char* const end = word.data() + word.size();
@@ -122,30 +125,32 @@ private:
         }
     }
 
-    /// A carriage return at the end of the line is no odd byte.
-    void noteOddByte()
+    /// A carriage return directly before the line feed is allowed in a plain line.
+    void checkNextByte()
     {
-        m_isPlain = byteKind(*m_next) != ByteKind::Odd || (*m_next == '\r' && m_next[1] == '\n');
+        m_isPlain =
+            byteKind(*m_next) != ByteKind::NeedsDecoder || (*m_next == '\r' && m_next[1] == '\n');
     }
 
-    const char* m_word = nullptr; ///< where the current word begins
-    const char* m_next;           ///< in or behind the current word
+    const char* m_word = nullptr; ///< start of the current word
+    const char* m_next;           ///< the next byte, in or after the current word
     bool m_isPlain = true;
 };
 
-/// The words of a simplified line of text, one after the other.
+/// Iterates over the words of a line of simplified text.
 class TextWords
 {
 public:
-    /// A regular expression matches nowhere in text with half a surrogate
-    /// pair, so such a line is a single word.
+    /// A line with an unpaired surrogate is a single word: the reference
+    /// implementation splits with a regular expression, and that matches nowhere
+    /// in invalid UTF-16.
     explicit TextWords(QStringView line)
         : m_rest(line)
         , m_isSplit(line.isValidUtf16())
     {
     }
 
-    /// Moves on to the next word; false at the end of the line.
+    /// Moves to the next word; false at the end of the line.
     bool next()
     {
         const qsizetype blank = m_isSplit ? m_rest.indexOf(u' ') : -1;

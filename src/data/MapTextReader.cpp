@@ -25,12 +25,13 @@ namespace data
 namespace
 {
 
-// The result of reading is that of a QTextStream in text mode whose lines are
-// simplified, split at white space and converted by QString::toDouble. Data
-// lines of plain ASCII, nearly all lines of a real map, take a fast path to the
-// same values: their words are found and converted as bytes, in place.
+// The reference implementation reads a QTextStream in text mode, simplifies each line,
+// splits it at white space and converts the words with QString::toDouble. Data lines
+// of plain ASCII, which are nearly all lines of a real map, take a fast path with
+// the same result: their words are found and converted as bytes, in place.
 
-/// The text of a line that has a line feed, without that and any carriage return.
+/// Decodes a line of UTF-8 that ends with a line feed. The line feed and all carriage
+/// returns are dropped.
 QString decoded(std::string_view line)
 {
     line.remove_suffix(1);
@@ -40,7 +41,7 @@ QString decoded(std::string_view line)
     return text;
 }
 
-/// The numbers of a row as a map file gives them.
+/// The numbers of a data line.
 struct Pixel {
     double x = 0.0;
     double y = 0.0;
@@ -48,8 +49,8 @@ struct Pixel {
     double i0 = 1.0;
 };
 
-/// Reads the next words as x, y, intensity and i0; without the last, which then
-/// is 1.0, they are a pixel too. False when more words are missing.
+/// Reads x, y, intensity and i0 from the next words. If only i0 is missing, it keeps
+/// its default of 1.0. False if more words are missing.
 template <typename Words>
 bool readFourColumns(Words& words, Pixel& pixel)
 {
@@ -64,14 +65,14 @@ bool readFourColumns(Words& words, Pixel& pixel)
     return found >= 3;
 }
 
-/// Words of a data line of channels.
+/// Indices of the words in a data line that hold the intensity and i0.
 struct ChannelColumns {
     qint64 intensity = 2;
     qint64 i0 = 2;
 };
 
-/// Reads the next words as x, y and channels; false when words are missing, as
-/// the one of a column below 0 always is.
+/// Reads x, y, intensity and i0 from the next words, the last two from the given
+/// columns. False if a word is missing; a column below 0 counts as missing.
 template <typename Words>
 bool readChannels(Words& words, const ChannelColumns& columns, Pixel& pixel)
 {
@@ -100,51 +101,50 @@ bool readChannels(Words& words, const ChannelColumns& columns, Pixel& pixel)
 }
 
 enum class MapKind {
-    FourColumns = 0, ///< "# 1306"
-    Channels = 1,    ///< "# 2003901": channels of which "I0" and "I" lines choose
-    Other = 2,       ///< read like FourColumns
+    FourColumns = 0, ///< the first line starts with "# 1306"
+    Channels = 1,    ///< "# 2003901"; "I0" and "I" comment lines select two of the channels
+    Other = 2,       ///< any other first line; read like FourColumns
 };
 
-/// Takes the lines of a map file in order and builds the map from them, or only
-/// counts its rows.
+/// Builds a map from the lines of its file, in their order, or only counts its pixels.
 class MapBuilder
 {
 public:
     enum class Purpose { Build, Count };
 
-    /// @param most     the most rows
-    /// @param besides  bytes of memory that the rows have to leave
-    MapBuilder(A2DData& map, const EnergyHandler& energyFound, Purpose purpose, qsizetype most,
-               qint64 besides)
+    /// @param maxRows         largest number of pixels
+    /// @param bytesToReserve  memory that must remain available after storing the pixels
+    MapBuilder(A2DData& map, const EnergyHandler& energyFound, Purpose purpose, qsizetype maxRows,
+               qint64 bytesToReserve)
         : m_map(map)
         , m_energyFound(energyFound)
         , m_purpose(purpose)
-        , m_most(most)
-        , m_besides(besides)
+        , m_maxRows(maxRows)
+        , m_bytesToReserve(bytesToReserve)
     {
     }
 
-    /// Takes lines of UTF-8, each with its line feed; false once the map is refused.
-    bool takeLines(std::string_view lines)
+    /// Reads lines of UTF-8, each with its line feed; false if the map is refused.
+    bool addLines(std::string_view lines)
     {
         const char* const end = lines.data() + lines.size();
         for (const char* line = lines.data(); line != end && !m_isRefused;) {
             ByteWords words(line);
-            const bool isTaken = takeBytes(words);
+            const bool isDone = addPlainLine(words);
             const char* const next = std::find(words.position(), end, '\n') + 1;
-            if (!isTaken) {
-                takeText(decoded({line, next}));
+            if (!isDone) {
+                addTextLine(decoded({line, next}));
             }
             line = next;
         }
-        appendTaken();
+        appendPending();
         return !m_isRefused;
     }
 
-    /// Takes any line, without its line end; false once the map is refused.
-    bool takeText(const QString& line)
+    /// Reads any line, without its line end; false if the map is refused.
+    bool addTextLine(const QString& line)
     {
-        appendTaken(); // whoever hears of an energy may look at the rows
+        appendPending(); // the energy handler can read the rows, so none may be pending
         if (m_isRefused) {
             return false;
         }
@@ -156,25 +156,25 @@ public:
         TextWords words(simplified);
         Pixel pixel;
         if (simplified.startsWith(u'#')) {
-            takeComment(line, words);
+            addComment(line, words);
         } else if (readPixel(words, pixel)) {
-            take(pixel);
-            appendTaken();
+            addPixel(pixel);
+            appendPending();
         }
         return !m_isRefused;
     }
 
-    /// Gives the map up, and its memory back, with a line in the debug log.
+    /// Discards the map, frees its memory and writes @p reason to the debug log.
     void refuse(const char* reason)
     {
         reportRefusal(reason);
-        giveUp();
+        discardMap();
     }
 
-    void giveUp()
+    void discardMap()
     {
         m_isRefused = true;
-        m_takenCount = 0;
+        m_pendingCount = 0;
         m_map.clear();
         m_map.rows = {};
         m_map.headerLines = {};
@@ -182,7 +182,8 @@ public:
 
     bool isRefused() const { return m_isRefused; }
 
-    /// Settles the size; whether the map has one, and a row.
+    /// Determines the size; returns whether both sides are above 0 and the map has a
+    /// pixel.
     bool finish()
     {
         if (m_kind == MapKind::Channels) {
@@ -198,9 +199,9 @@ public:
     }
 
 private:
-    /// Takes a line as bytes if it is a plain data line; false, with nothing
-    /// changed, if it has to be taken as text.
-    bool takeBytes(ByteWords& words)
+    /// Reads a data line of plain ASCII and adds its pixel, if it has one. Returns
+    /// false and changes nothing if the line must be read as text.
+    bool addPlainLine(ByteWords& words)
     {
         if (m_isFirstLine || words.startsWith('#')) {
             return false;
@@ -208,53 +209,53 @@ private:
         Pixel pixel;
         const bool isPixel = readPixel(words, pixel);
         if (isPixel && words.isPlain()) {
-            take(pixel);
+            addPixel(pixel);
         }
         return words.isPlain();
     }
 
-    void take(const Pixel& pixel)
+    void addPixel(const Pixel& pixel)
     {
-        m_taken[m_takenCount] = pixel;
-        if (++m_takenCount == m_taken.size()) {
-            appendTaken();
+        m_pending[m_pendingCount] = pixel;
+        if (++m_pendingCount == m_pending.size()) {
+            appendPending();
         }
     }
 
-    /// Puts the pixels taken behind the rows: many together, since the list looks
-    /// each time whether it is shared and has memory for them.
-    void appendTaken()
+    /// Appends the pending pixels to the rows. They are appended in groups because
+    /// the list checks at each call whether it is shared and has enough capacity.
+    void appendPending()
     {
-        if (m_takenCount == 0 || !canAppendTaken()) {
+        if (m_pendingCount == 0 || !canAppendPending()) {
             return;
         }
-        m_rowCount += static_cast<qsizetype>(m_takenCount);
+        m_rowCount += static_cast<qsizetype>(m_pendingCount);
         if (m_purpose == Purpose::Build) {
-            storeTaken();
+            storePending();
         }
-        m_takenCount = 0;
+        m_pendingCount = 0;
     }
 
-    bool canAppendTaken()
+    bool canAppendPending()
     {
-        const auto count = static_cast<qsizetype>(m_takenCount);
-        if (m_rowCount + count > m_most) {
+        const auto count = static_cast<qsizetype>(m_pendingCount);
+        if (m_rowCount + count > m_maxRows) {
             refuse("more rows than a map may have");
-        } else if (m_purpose == Purpose::Build && !canGrow(m_map.rows, count, m_besides)) {
+        } else if (m_purpose == Purpose::Build && !canGrow(m_map.rows, count, m_bytesToReserve)) {
             refuse("no memory for its rows");
         }
         return !m_isRefused;
     }
 
-    void storeTaken()
+    void storePending()
     {
         m_map.rows.resize(m_rowCount);
-        A2DRow* row = m_map.rows.data() + m_rowCount - m_takenCount;
-        for (std::size_t i = 0; i < m_takenCount; ++i, ++row) {
-            row->x = m_taken[i].x;
-            row->y = m_taken[i].y;
-            row->intensity = m_taken[i].intensity;
-            row->i0 = m_taken[i].i0;
+        A2DRow* row = m_map.rows.data() + m_rowCount - m_pendingCount;
+        for (std::size_t i = 0; i < m_pendingCount; ++i, ++row) {
+            row->x = m_pending[i].x;
+            row->y = m_pending[i].y;
+            row->intensity = m_pending[i].intensity;
+            row->i0 = m_pending[i].i0;
         }
     }
 
@@ -274,7 +275,7 @@ private:
                                            : readFourColumns(words, pixel);
     }
 
-    void takeComment(const QString& line, TextWords& words)
+    void addComment(const QString& line, TextWords& words)
     {
         m_commentText += line.size() + commentLineCost;
         if (m_commentText > maxCommentText) {
@@ -285,11 +286,11 @@ private:
             m_map.headerLines.append(line);
             m_map.headerLines.last().squeeze();
         }
-        takeKeyword(line, words);
+        applyKeyword(line, words);
     }
 
-    /// Acts on the keyword of a comment line, its second word.
-    void takeKeyword(const QString& line, TextWords& words)
+    /// Handles a comment line whose second word is a known keyword.
+    void applyKeyword(const QString& line, TextWords& words)
     {
         QList<QStringView> word;
         while (word.size() < 8 && words.next()) {
@@ -298,7 +299,7 @@ private:
         const QString keyword = word.value(1).toString().toUpper();
         const qsizetype count = word.size();
         if (keyword == QLatin1String("AXIS") && count > 7) {
-            takeAxis(word.at(2).toInt(), word.at(7).toInt());
+            applyAxis(word.at(2).toInt(), word.at(7).toInt());
         } else if (keyword == QLatin1String("X-NUM") && count > 2) {
             m_map.xNum = word.at(2).toInt();
         } else if (keyword == QLatin1String("Y-NUM") && count > 2) {
@@ -315,7 +316,7 @@ private:
     }
 
     /// @param last  the index of the last point on the axis
-    void takeAxis(int axis, int last)
+    void applyAxis(int axis, int last)
     {
         const int count = last == std::numeric_limits<int>::max() ? last : last + 1;
         if (axis == 0) {
@@ -325,9 +326,9 @@ private:
         }
     }
 
-    /// The word of the channel that a column line names. The channels follow the
-    /// two coordinates; a channel of -1 or -2 falls on these. What is no int, as
-    /// is a line without a colon, reads as 0.
+    /// Index of the data word of the channel whose number follows the colon of
+    /// @p line. The channels follow the two coordinates, so channel -1 or -2 selects a
+    /// coordinate. An unparsable channel number reads as 0, also if there is no colon.
     static qint64 columnAfterColon(const QString& line)
     {
         const int channel = QStringView(line).sliced(line.indexOf(u':') + 1).toInt();
@@ -337,32 +338,32 @@ private:
     A2DData& m_map;
     const EnergyHandler& m_energyFound;
     Purpose m_purpose;
-    qsizetype m_most;
-    qint64 m_besides;
+    qsizetype m_maxRows;
+    qint64 m_bytesToReserve;
     qsizetype m_rowCount = 0;
     MapKind m_kind = MapKind::Other;
     ChannelColumns m_columns;
     bool m_isFirstLine = true;
     bool m_isRefused = false;
-    qint64 m_commentText = 0; ///< what the comment lines count against maxCommentText
-    std::array<Pixel, 64> m_taken;
-    std::size_t m_takenCount = 0;
+    qint64 m_commentText = 0; ///< size of the comment lines, counted as for maxCommentText
+    std::array<Pixel, 64> m_pending;
+    std::size_t m_pendingCount = 0;
 };
 
 constexpr auto tooLongLine = "a line is longer than a line may be";
 
-/// Hands all lines of a UTF-8 device to @p builder.
+/// Passes all lines of a UTF-8 device to @p builder.
 void readBlocks(QIODevice& device, MapBuilder& builder)
 {
     Utf8Blocks blocks(device, static_cast<std::size_t>(mapTextBlockSize));
-    while (blocks.next() && builder.takeLines(blocks.lines())) {
+    while (blocks.next() && builder.addLines(blocks.lines())) {
     }
     if (blocks.isLineTooLong()) {
         builder.refuse(tooLongLine);
     }
 }
 
-/// Hands all lines of a device with a byte order mark to @p builder.
+/// Passes all lines of a device with a byte order mark to @p builder.
 void readStream(QIODevice& device, MapBuilder& builder)
 {
     const bool wasTextMode = device.isTextModeEnabled();
@@ -374,7 +375,7 @@ void readStream(QIODevice& device, MapBuilder& builder)
             builder.refuse(tooLongLine);
             break;
         }
-        if (!builder.takeText(line)) {
+        if (!builder.addTextLine(line)) {
             break;
         }
     }
@@ -390,10 +391,11 @@ void readLines(QIODevice& device, MapBuilder& builder)
     }
 }
 
-/// Whether a file will be refused, found without storing its rows: they might take
-/// two gigabytes before. Small files are not looked at, and the device stays where it
-/// is. A sequential device cannot be read twice and counts as small.
-bool isKnownToBeRefused(QIODevice& device, qsizetype most)
+/// Whether a large file will be refused. The check does not store the rows, which could
+/// fill two gigabytes of memory before the refusal. It returns false for a small file,
+/// which needs no check, and for a sequential device, which cannot be read twice.
+/// The position of the device is restored.
+bool willBeRefused(QIODevice& device, qsizetype maxRows)
 {
     constexpr qint64 smallFile = qint64{12} * 1024 * 1024;
     const qint64 start = device.pos();
@@ -404,7 +406,7 @@ bool isKnownToBeRefused(QIODevice& device, qsizetype most)
     if (mayBeRefused(device) && device.seek(start)) {
         A2DData noRows;
         const EnergyHandler noEnergy;
-        MapBuilder counter(noRows, noEnergy, MapBuilder::Purpose::Count, most, 0);
+        MapBuilder counter(noRows, noEnergy, MapBuilder::Purpose::Count, maxRows, 0);
         readLines(device, counter);
         isRefused = counter.isRefused();
     }
@@ -414,15 +416,16 @@ bool isKnownToBeRefused(QIODevice& device, qsizetype most)
 
 } // namespace
 
-bool readMapText(QIODevice& device, A2DData& map, const EnergyHandler& energyFound, qsizetype most)
+bool readMapText(QIODevice& device, A2DData& map, const EnergyHandler& energyFound,
+                 qsizetype maxRows)
 {
     map.clear();
-    const qint64 besides = memoryToRead(device);
-    MapBuilder builder(map, energyFound, MapBuilder::Purpose::Build, most, besides);
-    if (!canAllocate(besides)) {
+    const qint64 bytesToReserve = memoryToRead(device);
+    MapBuilder builder(map, energyFound, MapBuilder::Purpose::Build, maxRows, bytesToReserve);
+    if (!canAllocate(bytesToReserve)) {
         builder.refuse("no memory to read it");
-    } else if (isKnownToBeRefused(device, most)) {
-        builder.giveUp();
+    } else if (willBeRefused(device, maxRows)) {
+        builder.discardMap();
     } else {
         readLines(device, builder);
     }

@@ -1,8 +1,8 @@
-// Reads the text form of a map file into an A2DData.
+// Reads the text format of a map file into an A2DData.
 //
-// Data lines of plain ASCII take a fast path that finds and converts the words in
-// the bytes of the file, without a string for each line. That is allowed because
-// such bytes mean the same to any decoder; any other line is taken as text.
+// Data lines of plain ASCII take a fast path that finds and converts the words in the
+// bytes of the file, without a string for each line. This is correct because ASCII
+// bytes need no decoding in UTF-8. All other lines are decoded first.
 #pragma once
 
 #include "data/A2DData.h"
@@ -17,35 +17,35 @@ class QString;
 namespace data
 {
 
-/// Bytes that the reader asks of its device at a time; a longer line makes the
-/// block grow.
+/// Number of bytes that the reader requests from its device at a time. A line that is
+/// longer enlarges the block.
 inline constexpr qsizetype mapTextBlockSize = qsizetype{256} * 1024;
 
-/// Takes the energy text of an "ENERGY" comment line, at the moment the line
-/// is read.
+/// Receives the energy text of an "ENERGY" comment line.
 using EnergyHandler = std::function<void(const QString& text)>;
 
-/// Reads a text map from @p device, which is open for reading and not in text
-/// mode (line ends are handled here), into @p map, which is cleared first.
+/// Reads a text map from @p device into @p map, which is cleared first.
 ///
-/// The text is UTF-8 unless a byte order mark says otherwise, and every
-/// carriage return is dropped. Numbers are read in the C locale; what is no
-/// number reads as 0. The kind of the file comes from its first line
-/// ("# 1306", "# 2003901", or any other). A device that fails ends the text.
+/// The text is UTF-8 unless a byte order mark states another encoding, and every
+/// carriage return is dropped. Numbers are read in the C locale; an unparsable number
+/// reads as 0. The first line determines the kind of the file ("# 1306", "# 2003901",
+/// or any other). If the device fails, the text ends there.
 ///
-/// Past a bound of data/ReadBounds.h, beyond @p most rows, or without the memory, the
-/// file is refused: the map is left empty. Large files are read twice for it, so that
-/// their rows are not stored before; a sequential device cannot be.
+/// A file is refused, and the map left empty, if it exceeds a bound of
+/// data/ReadBounds.h, has more than @p maxRows pixels, or does not fit into memory. A
+/// large file whose lines may exceed a bound is first read without storing pixels,
+/// unless the device is sequential. Refusals are written to the debug log.
 ///
-/// @param energyFound  called once for every "ENERGY" line, at the moment the line is
-///                     read: also when the map turns out to have no size, or when
-///                     what follows refuses it
-/// @param most         the rows that the map may have
-/// @return whether the map has a size and at least one row. On false the rows
-///         read so far stay in @p map unless the file was refused. A size that
-///         data::isSizeTooLarge() is a failed read that leaves the size 0 by 0.
-///         Refusals are told in the debug log
+/// If data::isSizeTooLarge() holds for the size of the map, the size is set to 0 by 0
+/// and the reading fails.
+///
+/// @param device       open for reading, not in text mode: line ends are handled here
+/// @param energyFound  called for each "ENERGY" line when the line is read, so also if
+///                     the map then has no size or the file is refused later
+/// @param maxRows      largest number of pixels in the map
+/// @return whether both sides of the map are above 0 and it has at least one pixel. On
+///         false, the pixels read so far remain in @p map unless the file was refused
 bool readMapText(QIODevice& device, A2DData& map, const EnergyHandler& energyFound,
-                 qsizetype most = maxMapPixels);
+                 qsizetype maxRows = maxMapPixels);
 
 } // namespace data

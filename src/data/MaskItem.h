@@ -1,4 +1,4 @@
-// One shape that goes with a two-dimensional map.
+// A labelled shape over a two-dimensional map.
 #pragma once
 
 #include <QList>
@@ -8,8 +8,8 @@
 
 #include <variant>
 
-/// A labelled shape over a map, in the map's pixel coordinates. It owns its
-/// shape: a copy is a deep copy.
+/// A labelled shape over a map, in pixel coordinates of the map. Copies are
+/// independent of each other.
 class MaskItem
 {
 public:
@@ -21,10 +21,9 @@ public:
 
     MaskItem(Shape shape, QString label);
 
-    /// Which of the three shapes the item holds.
     Kind kind() const;
 
-    /// The shape; its alternative is the one that kind() names.
+    /// The shape; kind() names the alternative that the variant holds.
     const Shape& shape() const { return m_shape; }
 
     const QString& label() const { return m_label; }

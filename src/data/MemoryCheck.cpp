@@ -17,11 +17,11 @@ namespace data
 bool canAllocate([[maybe_unused]] qint64 bytes)
 {
 #ifdef __SANITIZE_ADDRESS__
-    // Its allocator ends the process where others fail, and takes as long for a large
-    // block as the reading of many files.
+    // The allocator of AddressSanitizer ends the process instead of failing, and is
+    // very slow for large blocks.
     return true;
 #else
-    // Volatile, so that the compiler leaves the pair of calls alone.
+    // volatile prevents the compiler from removing the pair of new and delete.
     void* volatile memory = ::operator new(static_cast<std::size_t>(bytes), std::nothrow);
     ::operator delete(memory);
     return memory != nullptr;
@@ -31,15 +31,15 @@ bool canAllocate([[maybe_unused]] qint64 bytes)
 qint64 memoryToRead(const QIODevice& device)
 {
     constexpr qint64 mebibyte = 1024 * 1024;
-    constexpr qint64 windows = 32 * mebibyte;
-    // A line at the bound takes 300 MiB when it is all words, and comment lines at
-    // theirs 130 MiB.
-    constexpr qint64 mostForText = 448 * mebibyte;
-    constexpr qint64 forEachByte = 16;
-    if (device.isSequential() || device.size() > mostForText / forEachByte) {
-        return windows + mostForText;
+    constexpr qint64 forWindows = 32 * mebibyte;
+    // A line of the maximum length takes 300 MiB if it consists of short words; comment
+    // lines of the maximum total size take 130 MiB.
+    constexpr qint64 maxForText = 448 * mebibyte;
+    constexpr qint64 perFileByte = 16;
+    if (device.isSequential() || device.size() > maxForText / perFileByte) {
+        return forWindows + maxForText;
     }
-    return windows + forEachByte * device.size();
+    return forWindows + perFileByte * device.size();
 }
 
 } // namespace data

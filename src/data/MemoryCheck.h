@@ -1,4 +1,5 @@
-// Asks for memory before it is needed: nothing catches an allocation that fails.
+// Checks that memory is available before it is needed, since a failed allocation would
+// end the program: no code catches std::bad_alloc.
 #pragma once
 
 #include <QList>
@@ -10,20 +11,22 @@ class QIODevice;
 namespace data
 {
 
-/// Whether @p bytes more can be allocated now.
+/// Whether a block of @p bytes bytes can be allocated now.
 bool canAllocate(qint64 bytes);
 
-/// What the reading of a text takes at most besides the rows or points that are
-/// kept: a line in its several forms, its words, the comment lines; and a little for
-/// the windows that show what was read. Bytes; in proportion to the file as long as
-/// that is small.
+/// Upper bound of the memory, in bytes, that reading a text needs in addition to the
+/// pixels or points that are kept: the line in its different forms, its words, the
+/// comment lines, and a reserve for the windows that show the data. Proportional to
+/// the size of the file up to a maximum, which is used for a sequential device.
 qint64 memoryToRead(const QIODevice& device);
 
-/// Whether @p list can grow by @p more elements, with @p besides bytes left. The
-/// toolkit takes a power of two for it, and moves large blocks of memory by their
-/// pages, without a second copy, while nobody shares the list.
+/// Whether @p list can grow by @p more elements while @p bytesToReserve bytes remain
+/// available.
+///
+/// QList rounds its memory up to a power of two. A list that is not shared needs no
+/// second copy while it grows, because a large block is moved by remapping its pages.
 template <typename T>
-bool canGrow(const QList<T>& list, qsizetype more, qint64 besides)
+bool canGrow(const QList<T>& list, qsizetype more, qint64 bytesToReserve)
 {
     const qsizetype needed = list.size() + more;
     const qsizetype owned = list.isDetached() ? list.capacity() : 0;
@@ -32,7 +35,7 @@ bool canGrow(const QList<T>& list, qsizetype more, qint64 besides)
     }
     constexpr qint64 size = sizeof(T);
     const auto grown = static_cast<qint64>(qNextPowerOfTwo(static_cast<quint64>(needed * size)));
-    return canAllocate(grown - owned * size + besides);
+    return canAllocate(grown - owned * size + bytesToReserve);
 }
 
 } // namespace data

@@ -1,4 +1,4 @@
-// A binary map file, open for reading its pixels.
+// Reads the pixels of a binary map file.
 #pragma once
 
 #include "data/A2DData.h"
@@ -11,23 +11,22 @@
 namespace data
 {
 
-/// Reads the pixels of a file of the form that TDData0 has, as many at a time as the
-/// caller wants.
+/// Reads the pixels of a file in the format of TDData0, in blocks of any size.
 class PixelFile
 {
 public:
     /// Opens the file and reads its header.
     ///
-    /// @return false, with a line in the debug log, if the file is not of this form,
-    ///         or if its size is negative or data::isSizeTooLarge() for the pixels
-    ///         that it holds
+    /// @return false, with a line in the debug log, if the file does not have this
+    ///         format, if a side of the map is negative, or if data::isSizeTooLarge()
+    ///         holds for the size and the pixels stored in the file
     bool open(const QString& path);
 
     const TDData0Header& header() const { return m_header; }
     qsizetype pixelCount() const { return qsizetype{m_header.width} * m_header.height; }
 
-    /// Reads the next values, or flags, which follow the last value, as many as
-    /// @p out takes. What the file does not have keeps its value there.
+    /// Fill @p out with the next values or flags of the file. The flags follow the
+    /// last value. Where the file is too short, @p out keeps its elements.
     void readValues(std::span<double> out);
     void readFlags(std::span<bool> out);
 
@@ -36,15 +35,16 @@ private:
     TDData0Header m_header;
 };
 
-/// Puts the pixels of the file at @p path behind the rows of @p map as ready values
-/// of mut (i0 = 0), and takes its size. What earlier files left stays in front and
-/// keeps its positions. Valid flags play no part: every pixel becomes a row, those
-/// that the file leaves out with the value 0.
+/// Appends the pixels of the file at @p path to the rows of @p map and gives the map
+/// the size of the file. The values are the absorbance itself (i0 = 0).
 ///
-/// @param most  the rows that @p map may hold in all. No position reaches further,
-///              and loading again and again does not fill the memory.
-/// @return false, with the rows as they were, the size 0 by 0 and a line in the debug
-///         log, when PixelFile::open() fails or there is no memory for the rows
-bool appendPixelFile(const QString& path, A2DData& map, qsizetype most = maxMapPixels);
+/// The rows of earlier files remain first and keep their indices. Valid flags are
+/// ignored: every pixel becomes a row. Pixels missing from the file have the value 0.
+///
+/// @param maxRows  largest number of rows in @p map. No pixel of a map has a higher
+///                 index, and without this limit repeated loading would fill the memory
+/// @return false if PixelFile::open() fails or if there is not enough memory. The rows
+///         are then unchanged and the size is 0 by 0; the debug log states the reason
+bool appendPixelFile(const QString& path, A2DData& map, qsizetype maxRows = maxMapPixels);
 
 } // namespace data

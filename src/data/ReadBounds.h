@@ -1,4 +1,4 @@
-// How much of a file a reader takes before it refuses the file.
+// Bounds beyond which a reader refuses a file.
 #pragma once
 
 #include <QDebug>
@@ -7,19 +7,21 @@
 namespace data
 {
 
-/// The longest line of a text file, in characters of UTF-16.
+/// Maximum length of a line in a text file, in UTF-16 code units.
 inline constexpr qint64 longestLine = qint64{16} * 1024 * 1024;
 
-/// The most points of a spectrum.
+/// Largest number of points in a spectrum.
 inline constexpr qsizetype maxSpectrumPoints = qsizetype{1} << 22;
 
-/// The comment lines of a text map in all: their characters, and for each line
-/// what it takes in memory besides. Without that, lines of a single "#" would take
-/// thirty times the size of their file.
+/// Maximum total size of the comment lines of a text map: their UTF-16 code units plus
+/// commentLineCost for each line.
 inline constexpr qint64 maxCommentText = qint64{64} * 1024 * 1024;
+
+/// Memory overhead that is counted for each comment line. Without it, a file whose lines
+/// are a single "#" could take thirty times its size in memory.
 inline constexpr qint64 commentLineCost = 64;
 
-/// Tells in the debug log why a file is a failed read.
+/// Writes to the debug log why a file is refused.
 inline void reportRefusal(const char* reason)
 {
     qDebug() << "the file is refused:" << reason;

@@ -1,4 +1,4 @@
-// A two-dimensional map with a valid flag for each pixel, and its binary file.
+// A two-dimensional map with a valid flag for each pixel, and its binary file format.
 #pragma once
 
 #include "data/Limits.h"
@@ -10,12 +10,12 @@
 
 class MaskItem;
 
-/// What the header of a map file says.
+/// The contents of a map file's header, unchecked.
 struct TDData0Header {
-    bool valid = false;    ///< whether the rest was read from a file
-    qint64 headerSize = 0; ///< bytes before the first pixel; may be any int
-    int width = 0;         ///< unchecked: may be negative or past any file
-    int height = 0;
+    bool valid = false;    ///< whether the other members were read from a file
+    qint64 headerSize = 0; ///< bytes before the first pixel; can be negative
+    int width = 0;         ///< can be negative or larger than the file allows
+    int height = 0;        ///< can be negative or larger than the file allows
     QString dataId;
     double minVal = data::noLimits.low;
     double maxVal = data::noLimits.high;
@@ -24,111 +24,114 @@ struct TDData0Header {
 /// A map of doubles with one valid flag for each pixel, an identifier, its
 /// extremes and an optional region of interest.
 ///
-/// Row-major, `index = y * width + x`. The fields are open to the caller;
-/// operations pass over pixels that the size claims and a list does not hold.
+/// Row-major, `index = y * width + x`. Callers can change the members directly, so the
+/// lists can be shorter than width * height; operations skip the missing pixels.
 ///
-/// The file: a text header, the pixels as IEEE 754 doubles, and one byte for
-/// each flag, all little-endian. The region and the mask items are not in it.
+/// The file consists of a text header, the pixels as little-endian IEEE 754 doubles,
+/// and one byte for each flag. It does not contain the region and the mask items.
 class TDData0 : public QObject
 {
     Q_OBJECT
 
 public:
-    /// A map of @p w by @p h invalid pixels of 0.0, as of setSize().
+    /// Creates a map of @p w by @p h invalid pixels with the value 0.0; see setSize().
     TDData0(int w, int h, QObject* parent = nullptr);
     ~TDData0() override;
 
-    /// Whether @p path is a readable regular file that begins with "2dData".
-    /// A file that cannot be opened is reported to the debug log.
+    /// Whether @p path is a readable regular file that starts with "2dData". A file
+    /// that cannot be opened is reported to the debug log.
     static bool isTDData0File(const QString& path);
 
     /// Reads the header of a file into @p h.
     ///
-    /// What converts to no number reads as 0, and unknown lines are passed
-    /// over. Reading runs to the end of the header block: of two lines with the
-    /// same key the later one counts.
+    /// An unparsable number reads as 0 and unknown lines are ignored. The whole header
+    /// block is read: if a key occurs twice, the later line counts.
     ///
-    /// @return false, with @p h as it was, if the file is not of this form, if a
-    ///         line is past data::longestLine, or if there is no memory to read it
+    /// @return false, with @p h unchanged, if the file does not have this format, if a
+    ///         line is longer than data::longestLine, or if there is not enough memory
     static bool readHeader(TDData0Header& h, const QString& path);
 
-    /// Reads a file. Region and mask items stay, and so do pixels and flags,
-    /// by their index, that a short file leaves out.
+    /// Reads a file. The region and the mask items are not changed. If the file is too
+    /// short, the missing pixels and flags keep the values that this map has at their
+    /// indices.
     ///
-    /// @return false, with the object as it was and a line in the debug log, if
-    ///         the file is not of this form, if its size is negative or
-    ///         data::isSizeTooLarge() for the pixels that it holds, or if there is
-    ///         no memory for them
+    /// @return false, with this map unchanged and a line in the debug log, if the file
+    ///         does not have this format, if a side is negative, if
+    ///         data::isSizeTooLarge() holds for the size and the pixels stored in the
+    ///         file, or if there is not enough memory
     bool load(const QString& path);
 
-    /// Writes a file, in place of one that is there.
+    /// Writes a file, replacing an existing one.
     ///
-    /// @c dataId is written as Latin-1, the extremes with 6 significant digits.
-    /// The gap between the header's text and the first pixel is left out, not
-    /// filled, so that a map without pixels ends with its text.
+    /// @c dataId is written as Latin-1, the extremes with 6 significant digits. The gap
+    /// between the text of the header and the first pixel is skipped, not filled, so
+    /// the file of a map without pixels ends with the text.
     ///
-    /// @return false, with a line in the debug log, if @p path cannot be opened
-    ///         or is a pipe, or if not all could be written
+    /// @return false, with a line in the debug log, if @p path cannot be opened or is a
+    ///         pipe, or if not all bytes could be written
     bool save(const QString& path) const;
 
-    /// Makes this a map of @p w by @p h invalid pixels of 0.0; a side below 0
-    /// counts as 0. With pixels the extremes widen to take in 0; they are not
-    /// set anew.
+    /// Sets the size to @p w by @p h and all pixels to invalid with the value 0.0. A
+    /// side below 0 counts as 0. If there are pixels, the extremes are extended to
+    /// include 0; they are not reset.
     void setSize(int w, int h);
 
-    /// Copies values and flags of the pixels in @p r, its last column and line
-    /// included, to the same place in @p dest, or to its origin.
+    /// Copies the values and flags of the pixels in @p r, including its last column and
+    /// line, to @p dest: to the same position or, if @p toOrigin, with the top left
+    /// corner of @p r at the origin. Pixels outside either map are skipped.
     ///
-    /// The extremes of @p dest widen by every value copied, valid or not. It
-    /// takes the identifier, and the region or, where none is set, this whole
-    /// map. The caller keeps @p r inside both maps; pixels outside are skipped.
+    /// The extremes of @p dest are extended by each copied value, valid or not. @p dest
+    /// also gets the identifier and the region; if no region is set, its region
+    /// becomes the rectangle of this whole map.
     void copyBlockTo(TDData0* dest, const QRect& r, bool toOrigin) const;
 
-    /// Appends a copy of every mask item to those of @p dest.
+    /// Appends a copy of each mask item to the mask items of @p dest.
     void copyMaskItemsTo(TDData0* dest) const;
 
-    /// Writes to @p dest, another map, the mean of the valid pixels at most
-    /// @p n columns away on the same line, for every valid pixel.
+    /// Moving average along the lines: for each valid pixel, writes to @p dest the mean
+    /// of the valid pixels at most @p n columns away on the same line. Does nothing if
+    /// @p n is below 0.
     ///
-    /// The extremes of @p dest widen by every mean; pixels without one stay as
-    /// they are in @p dest. The mean runs: a NaN or an infinity that was in the
-    /// window stays in the sum to the end of the line. Nothing is written for
-    /// @p n below 0.
+    /// The extremes of @p dest are extended by each mean. Pixels of @p dest without a
+    /// mean are not changed. The mean uses a running sum, so after a NaN or an infinity
+    /// all further means of the line are not finite.
+    ///
+    /// @param dest  a different map
     void smoothAlongX(TDData0* dest, int n) const;
 
     /// smoothAlongX() with lines and columns exchanged.
     void smoothAlongY(TDData0* dest, int n) const;
 
-    /// A new map, owned by the caller, smoothed with @p nx columns and then
-    /// with @p ny lines to each side; below 1 leaves that direction out. Only
-    /// where both are left out does it take the identifier, the region and the
-    /// mask items.
+    /// Returns a new map, owned by the caller, smoothed by smoothAlongX() with @p nx
+    /// and then by smoothAlongY() with @p ny. A number below 1 skips its direction.
+    /// The identifier, the region and the mask items are copied only if both
+    /// directions are skipped.
     TDData0* smoothed(int nx, int ny) const;
 
-    /// The identifier for use in a file name: each "/" becomes "div", then each
-    /// "__" becomes "_" in a single pass, so that four leave two.
+    /// The identifier for use in a file name: each "/" is replaced by "div", then each
+    /// "__" by "_". The replacement is not repeated, so "____" becomes "__".
     QString fileSafeId() const;
 
-    QString dataId; ///< what the map shows
-    int width = 0;  ///< pixels on a line
-    int height = 0; ///< lines
+    QString dataId; ///< the quantity that the map shows
+    int width = 0;  ///< pixels per line
+    int height = 0; ///< number of lines
     QList<double> data;
-    QList<bool> validFlags;             ///< whether a pixel holds data
-    double minVal = data::noLimits.low; ///< extreme values; 1e300 and -1e300 without pixels
-    double maxVal = data::noLimits.high;
-    QRect region;               ///< region of interest
-    bool regionSet = false;     ///< whether @c region is in force
-    QList<MaskItem*> maskItems; ///< owned
+    QList<bool> validFlags;              ///< whether each pixel holds data
+    double minVal = data::noLimits.low;  ///< smallest value; 1e300 without pixels
+    double maxVal = data::noLimits.high; ///< largest value; -1e300 without pixels
+    QRect region;                        ///< region of interest
+    bool regionSet = false;              ///< whether @c region is used
+    QList<MaskItem*> maskItems;          ///< owned
 
 public Q_SLOTS:
-    /// Puts @p rR in force as the region.
+    /// Sets the region of interest.
     void setRegion(QRect rR);
 
-    /// Puts the region out of force; @c region keeps its value.
+    /// Stops the use of the region; @c region keeps its value.
     void regionCleared();
 
 private:
-    /// The pixels of one line or one column: indices first + i * step.
+    /// The pixels of a line or of a column, at the indices first + i * step.
     struct Run {
         qint64 first;
         qint64 step;

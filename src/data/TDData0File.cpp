@@ -20,13 +20,13 @@
 namespace
 {
 
-constexpr qsizetype firstLineSize = 64; ///< characters, the line feed left out
+constexpr qsizetype firstLineSize = 64; ///< characters, without the line feed
 constexpr qint64 headerBlock = 256;     ///< bytes
 
-constexpr QLatin1String formName("2dData");
+constexpr QLatin1String formatName("2dData");
 
-/// The characters of the first line of a file, or less where the file is
-/// shorter; nothing, with a report, where it cannot be opened.
+/// The first firstLineSize bytes of a file, decoded, or fewer if the file is shorter.
+/// nullopt, with a line in the debug log, if the file cannot be opened.
 std::optional<QString> readFirstLine(const QString& path)
 {
     QFile file(path);
@@ -47,7 +47,7 @@ int headerSizeIn(const QString& firstLine)
     return item.toInt();
 }
 
-void takeHeaderLine(const QString& line, TDData0Header& header)
+void readHeaderLine(const QString& line, TDData0Header& header)
 {
     QString key;
     const QString value = data::nextItem(line, key).mid(1);
@@ -64,7 +64,7 @@ void takeHeaderLine(const QString& line, TDData0Header& header)
     }
 }
 
-/// Lines 1 to 10 of the header, the first as blanks.
+/// The ten lines of the header, with blanks in place of the first one.
 QString headerLines(const TDData0& map)
 {
     QString text;
@@ -84,12 +84,12 @@ QString headerLines(const TDData0& map)
     return text;
 }
 
-// The size of the header stands in its first line, which is of a fixed length
-// so that the size does not depend on its own digits.
+// The first line contains the size of the header. It has a fixed length, so the size
+// does not depend on its own number of digits.
 QString withFirstLine(const QString& lines, qint64 headerSize)
 {
     const QString first =
-        formName + QLatin1String("-V0.0 HeaderSize: ") + QString::number(headerSize);
+        formatName + QLatin1String("-V0.0 HeaderSize: ") + QString::number(headerSize);
     return first + lines.sliced(first.size());
 }
 
@@ -98,28 +98,28 @@ bool write(QFile& file, const void* bytes, qint64 size)
     return file.write(static_cast<const char*>(bytes), size) == size;
 }
 
-/// A line of a header as text, without its line end.
+/// Decodes a line of a header and drops a carriage return at its end.
 QString headerLine(std::string_view line)
 {
     if (!line.empty() && line.back() == '\r') {
         line.remove_suffix(1);
     }
-    // A byte order mark is a character here.
+    // A byte order mark is decoded as a character, not skipped.
     QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
     return decode(QByteArrayView(line.data(), static_cast<qsizetype>(line.size())));
 }
 
-/// Takes each line of a header; false at one past the bound, here in bytes.
-bool takeHeaderLines(data::Utf8Blocks& blocks, TDData0Header& header)
+/// Reads all lines of a header; false if a line is longer than data::longestLine bytes.
+bool readHeaderLines(data::Utf8Blocks& blocks, TDData0Header& header)
 {
-    constexpr auto most = static_cast<std::size_t>(data::longestLine);
+    constexpr auto maxBytes = static_cast<std::size_t>(data::longestLine);
     while (blocks.next()) {
         for (std::string_view rest = blocks.lines(); !rest.empty();) {
             const std::string_view line = rest.substr(0, rest.find('\n'));
-            if (line.size() > most) {
+            if (line.size() > maxBytes) {
                 return false;
             }
-            takeHeaderLine(headerLine(line), header);
+            readHeaderLine(headerLine(line), header);
             rest.remove_prefix(line.size() + 1);
         }
     }
@@ -131,13 +131,13 @@ bool takeHeaderLines(data::Utf8Blocks& blocks, TDData0Header& header)
 bool TDData0::isTDData0File(const QString& path)
 {
     const std::optional<QString> firstLine = readFirstLine(path);
-    return firstLine && firstLine->startsWith(formName);
+    return firstLine && firstLine->startsWith(formatName);
 }
 
 bool TDData0::readHeader(TDData0Header& h, const QString& path)
 {
     const std::optional<QString> firstLine = readFirstLine(path);
-    if (!firstLine || !firstLine->startsWith(formName)) {
+    if (!firstLine || !firstLine->startsWith(formatName)) {
         return false;
     }
     TDData0Header header = h;
@@ -151,7 +151,7 @@ bool TDData0::readHeader(TDData0Header& h, const QString& path)
         }
         constexpr std::size_t blockSize = 4 * data::Utf8Blocks::pieceSize;
         data::Utf8Blocks blocks(file, blockSize, std::max(header.headerSize, qint64{0}));
-        if (!takeHeaderLines(blocks, header)) {
+        if (!readHeaderLines(blocks, header)) {
             data::reportRefusal("a line is longer than a line may be");
             return false;
         }
@@ -167,7 +167,7 @@ bool TDData0::load(const QString& path)
         return false;
     }
     const qsizetype pixels = file.pixelCount();
-    // Lists that grow take up to twice what they need.
+    // A growing list can allocate up to twice the required memory.
     constexpr qint64 bytesOfAPixel = 2 * (sizeof(double) + sizeof(bool));
     if (!data::canAllocate(pixels * bytesOfAPixel)) {
         data::reportRefusal("no memory for its pixels");
@@ -198,7 +198,7 @@ bool TDData0::save(const QString& path) const
         const bool written = write(file, text.constData(), text.size()) && file.seek(headerSize) &&
                              write(file, data.constData(), data.size() * qint64{sizeof(double)}) &&
                              write(file, validFlags.constData(), validFlags.size());
-        file.close(); // writes what is still buffered
+        file.close(); // flushes the buffer, so that its errors are seen
         if (written && file.error() == QFileDevice::NoError) {
             return true;
         }

@@ -38,13 +38,13 @@ TDData0* TDData0::smoothed(int nx, int ny) const
     return result;
 }
 
-// One running sum: the cost of a run does not depend on the window.
+// The running sum makes the cost independent of the width of the window.
 void TDData0::smoothRun(TDData0* dest, const Run& from, const Run& to, int n) const
 {
     if (n < 0) {
         return;
     }
-    // A wider window than this holds the whole run at every pixel anyway.
+    // A wider window would not contain more pixels: this one already covers the whole run.
     const qint64 reach = std::min(n, from.length);
     const auto source = [&from](qint64 i) { return from.first + i * from.step; };
     double sum = 0.0;

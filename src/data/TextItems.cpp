@@ -14,15 +14,15 @@ namespace
 constexpr QChar doubleQuote = u'"';
 constexpr int maxBlanks = 101;
 
-/// The string that blanks() and padded() cut from.
+/// The longest string of blanks, from which blanks() copies a part.
 const QString& sharedBlanks()
 {
     static const QString shared(maxBlanks, u' ');
     return shared;
 }
 
-// The class \s, spelled out: QChar::isSpace() would add the blanks beyond
-// ASCII, and an expression searches to the end of the line at every call.
+// The character class \s. QChar::isSpace() would also accept blanks outside ASCII, and a
+// regular expression would search to the end of the line at each call.
 bool isBlank(QChar c)
 {
     return c == u' ' || (c >= u'\t' && c <= u'\r');
@@ -48,7 +48,7 @@ qsizetype firstNonBlank(QStringView line)
     return std::find_if_not(line.begin(), line.end(), isBlank) - line.begin();
 }
 
-/// -1 for a line of blanks.
+/// Index of the last non-blank; -1 for a line of blanks.
 qsizetype lastNonBlank(QStringView line)
 {
     qsizetype i = line.size() - 1;
@@ -63,7 +63,7 @@ void report(QStringView line, const char* words)
     qDebug().noquote().nospace() << "In a line [" << line.toString() << "] item is " << words;
 }
 
-/// An item within a line, and what follows it.
+/// An item of a line and the text after it.
 struct SplitLine {
     QStringView item;
     QStringView rest;
@@ -93,7 +93,7 @@ SplitLine splitPlain(QStringView line, qsizetype start)
     return {line.sliced(start, at - start), line.sliced(at)};
 }
 
-// On views, so that a long line is taken apart in one pass.
+// Returns views: copying the rest for each item would take quadratic time.
 SplitLine splitFirst(QStringView line)
 {
     const qsizetype start = firstNonBlank(line);
@@ -103,17 +103,17 @@ SplitLine splitFirst(QStringView line)
     return line.at(start) == doubleQuote ? splitQuoted(line, start) : splitPlain(line, start);
 }
 
-/// Appends the text of a quoted span to @p field and returns the index after
-/// its closing quote, or the end of the line. @p i is the index after the
-/// opening quote.
-qsizetype takeQuotedSpan(const QString& line, qsizetype i, QString& field)
+/// Appends the text between quotes to @p field. @p i is the index after the opening
+/// quote. Returns the index after the closing quote, or the length of the line if there
+/// is none.
+qsizetype appendQuotedSpan(const QString& line, qsizetype i, QString& field)
 {
     while (i < line.size()) {
         if (line.at(i) == doubleQuote) {
             if (i + 1 == line.size() || line.at(i + 1) != doubleQuote) {
                 return i + 1;
             }
-            ++i; // a doubled quote stands for one
+            ++i; // a doubled quote means one quote character
         }
         field += line.at(i);
         ++i;
@@ -256,32 +256,32 @@ QString joinQuoted(const QStringList& texts)
 
 QString commaField(const QString& line, QString& field)
 {
-    QString taken;
-    qsizetype i = line.startsWith(doubleQuote) ? takeQuotedSpan(line, 1, taken) : 0;
+    QString content;
+    qsizetype i = line.startsWith(doubleQuote) ? appendQuotedSpan(line, 1, content) : 0;
     qsizetype comma = line.indexOf(u',', i);
     if (comma < 0) {
         comma = line.size();
     }
-    taken += QStringView(line).sliced(i, comma - i);
+    content += QStringView(line).sliced(i, comma - i);
     QString rest = restAfterComma(line, comma);
-    field = taken;
+    field = content;
     return rest;
 }
 
 QString commaFieldLoose(const QString& line, QString& field)
 {
-    QString taken;
+    QString content;
     qsizetype i = 0;
     while (i < line.size() && line.at(i) != u',') {
         if (line.at(i) == doubleQuote) {
-            i = takeQuotedSpan(line, i + 1, taken);
+            i = appendQuotedSpan(line, i + 1, content);
         } else {
-            taken += line.at(i);
+            content += line.at(i);
             ++i;
         }
     }
     QString rest = restAfterComma(line, i);
-    field = taken;
+    field = content;
     return rest;
 }
 

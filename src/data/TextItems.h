@@ -1,4 +1,4 @@
-// Items of a line of text: taking them off, quoting them, testing and padding.
+// Functions that split, quote, test and pad the items of a line of text.
 #pragma once
 
 #include <QChar>
@@ -6,140 +6,139 @@
 #include <QString>
 #include <QStringList>
 
-/// Free functions on single lines of text, without state.
+/// Stateless functions on single lines of text.
 ///
-/// "Blank" is what the regular expression \s matches: space, tab, line feed,
-/// vertical tab, form feed and carriage return. Digits are "0" to "9" and
-/// every character beyond ASCII that QChar calls a number.
+/// A blank is a character that the regular expression \s matches: space, tab, line feed,
+/// vertical tab, form feed or carriage return. Digits are "0" to "9" and every character
+/// outside ASCII for which QChar::isNumber() is true.
 namespace data
 {
 
-/// Takes the first item off a line.
+/// Splits the first item off a line.
 ///
-/// An item ends at the next blank. One that opens with a double quote ends at
-/// the next double quote, may hold blanks or nothing, and comes without the
-/// quotes; there is no escaping. A quote that is not closed runs to the end of
-/// the line and is reported to the debug log, as is a quote at the end of a
-/// line whose last item did not open with one (the item keeps it).
+/// An item ends at the next blank. An item that starts with a double quote ends at the
+/// next double quote instead; it can contain blanks or be empty, is returned without
+/// the quotes, and has no escape character. If the closing quote is missing, the item
+/// extends to the end of the line. This is reported to the debug log, and so is a quote
+/// at the end of the line when the last item did not start with one; that item keeps
+/// the quote.
 ///
-/// @param item  the item; empty where the line holds none
-/// @return what follows the item, its leading blanks included
+/// @param item  receives the item; empty if the line contains none
+/// @return the text after the item, including its leading blanks
 QString nextItem(const QString& line, QString& item);
 
 /// All items of a line, in order, without the empty ones.
 QStringList splitItems(const QString& line);
 
-/// The items that follow the first prefix.size() characters of a line, which
-/// are not looked at. Empty items stay, so blanks at the end of the line give
-/// one empty item more.
+/// The items after the first prefix.size() characters of a line; these characters are
+/// not compared with @p prefix. Empty items are kept, so blanks at the end of the line
+/// add one empty item.
 QStringList splitItemsAfter(const QString& line, const QString& prefix);
 
-/// Takes the items that follow @p key in a line that starts with it.
+/// Finds the items after @p key in a line that starts with @p key.
 ///
-/// @param items  the items as of splitItemsAfter(); left alone where the line
-///               does not start with @p key
-/// @return whether the line starts with @p key and has @p minCount items or more
+/// @param items  receives the items as splitItemsAfter() returns them; unchanged if the
+///               line does not start with @p key
+/// @return whether the line starts with @p key and has at least @p minCount items
 bool itemsAfterKey(const QString& line, QStringList& items, int minCount, const QString& key);
 
-/// The energies of a typed list, each as it was typed.
+/// The energies of a list that the user typed, each as text.
 ///
-/// Commas count as blanks and blanks are folded; the list in that form goes to
-/// the debug log. Items that do not read as a number above 0.0 are skipped.
+/// Commas count as blanks. The list, after QString::simplified(), is written to the
+/// debug log. Items that are not a number above 0.0 are skipped.
 ///
-/// @param rows  the most items to return; later ones are dropped
+/// @param rows  largest number of items to return; further items are dropped
 QList<QString> energiesOfList(const QString& text, int rows);
 
-/// The part of a line before its first "#" outside quotes; the line itself if
-/// there is none. Single and double quotes toggle one and the same state, so
-/// one kind closes what the other opened.
+/// The part of a line before its first "#" outside quotes; the whole line if there is
+/// none. Single and double quotes are not distinguished: either kind closes a quotation
+/// that the other kind opened.
 ///
-/// @param comment  the text after the "#"; left alone where there is none
+/// @param comment  receives the text after the "#"; unchanged if there is none
 QString stripComment(const QString& line, QString& comment);
 
-/// Whether a line holds nothing but blanks and a comment.
+/// Whether a line contains only blanks and a comment.
 bool isBlankOrComment(const QString& line);
 
-/// Whether @p text begins with @p start, case sensitive.
+/// Whether @p text starts with @p start; case sensitive.
 bool startsWithText(const QString& text, const QString& start);
 
-/// The line without its leading blanks, cut to a length of the index of the
-/// last non-blank in @p line less 1.
+/// The line without its leading blanks, cut to k - 1 characters, where k is the index of
+/// the last non-blank in the whole @p line.
 ///
-/// The index counts the leading blanks too, so a line without any loses its
-/// last two characters, one with a single leading blank loses one, and one
-/// with more keeps its text and perhaps trailing blanks. Kept as it is.
-/// A length below 0 counts as 0; a line of blanks gives an empty string.
+/// k includes the leading blanks. A line without leading blanks therefore loses its last
+/// two characters, a line with one leading blank loses one, and a line with more keeps
+/// its text and possibly trailing blanks. This is on purpose. A negative length counts as
+/// 0; a line of blanks gives an empty string.
 QString trimmed(const QString& line);
 
-/// @p text as a field of a comma-separated line: with a double quote in it,
-/// every such quote is doubled and the whole is put in double quotes; with a
-/// comma only, it is put in double quotes; otherwise it stays.
+/// @p text as a field of a comma-separated line. Text with a double quote is put in
+/// double quotes, with each quote in it doubled. Text with a comma only is put in
+/// double quotes. Other text is returned unchanged.
 QString quotedIfNeeded(const QString& text);
 
 /// @p text with a backslash before every double quote.
 QString quoteEscaped(const QString& text);
 
-/// quoteEscaped() between double quotes.
+/// quoteEscaped() of @p text between double quotes.
 QString quoted(const QString& text);
 
-/// A comma and quoted().
+/// A comma, followed by quoted() of @p text.
 QString commaQuoted(const QString& text);
 
-/// All texts of a list in double quotes with a blank between two of them.
-/// Quotes in a text are not escaped. The whole is simplified, so blanks within
-/// a text are folded, too.
+/// The texts of a list, each in double quotes, separated by blanks. Quotes in a text are
+/// not escaped. QString::simplified() is applied to the result, so it also changes
+/// blanks within a text.
 QString joinQuoted(const QStringList& texts);
 
-/// Takes the first field off a comma-separated line.
+/// Splits the first field off a comma-separated line.
 ///
-/// A field that opens with a double quote runs to its closing quote; commas in
-/// it are text, and a doubled quote stands for one. What stands between the
-/// closing quote and the comma belongs to the field as it is. A quote that is
-/// not closed runs to the end of the line. Quotes elsewhere are text.
+/// A field that starts with a double quote extends to its closing quote; commas in it are
+/// text, and a doubled quote means one quote character. Text between the closing quote
+/// and the comma is appended to the field unchanged. If the closing quote is missing,
+/// the field extends to the end of the line. Quotes in other places are text.
 ///
-/// @return what follows the comma; empty where there is no comma
+/// @param field  receives the field
+/// @return the text after the comma; empty if there is no comma
 QString commaField(const QString& line, QString& field);
 
-/// commaField() for fields in which quotes open and close anywhere: the quotes
-/// are dropped, and between them a comma is text and a doubled quote stands
-/// for one.
+/// Like commaField(), but quotes can open and close anywhere in a field. The quotes are
+/// dropped; between them a comma is text and a doubled quote means one quote character.
 QString commaFieldLoose(const QString& line, QString& field);
 
-/// The text that follows the first @p word in @p text, up to @p delimiter or
-/// the end, without the delimiters it begins with. Empty if the word is not
-/// there.
+/// The text after the first @p word in @p text, up to @p delimiter or to the end.
+/// Delimiters directly after @p word are skipped. Empty if @p word is not found.
 QString fieldAfter(const QString& text, const QString& word, QChar delimiter);
 
-/// Whether the last non-blank of @p line is a backslash, the mark of a line
-/// that goes on. If so the line is cut before the mark.
+/// Whether the last non-blank of @p line is a backslash, which marks a line that
+/// continues. If so, @p line is cut before the backslash.
 bool endsWithBackslash(QString& line);
 
-/// @p line without its mark of a line that goes on, and without a second one
-/// before it. A third stays.
+/// @p line without the last backslash at its end, as in endsWithBackslash(), and without a
+/// second one before that. A third backslash is kept.
 QString dropBackslash(const QString& line);
 
-/// Whether @p text, simplified, is a sign, a digit or a point followed by
-/// digits, with one point at most in all. A sign or a point alone passes;
-/// exponents do not.
+/// Whether @p text, simplified, is a sign, a digit or a point, followed by digits, with
+/// at most one point in total. A sign or a point alone is accepted; an exponent is not.
 bool isRealNumber(const QString& text);
 
-/// Whether @p text, simplified, is a sign or a digit followed by digits. A
-/// sign alone passes.
+/// Whether @p text, simplified, is a sign or a digit, followed by digits. A sign alone is
+/// accepted.
 bool isInteger(const QString& text);
 
-/// Whether @p text, simplified, is all digits, one at least.
+/// Whether @p text, simplified, consists of at least one digit and nothing else.
 bool isDigits(const QString& text);
 
-/// @p text with blanks added to reach @p length characters: 101 blanks at
-/// most. A longer text is not cut.
+/// @p text padded at its end with blanks to @p length characters, but with at most 101
+/// blanks. A longer text is returned unchanged.
 QString padded(const QString& text, int length);
 
-/// @p n blanks: 101 at most, none where @p n is below 0.
+/// @p n blanks, but at most 101; none if @p n is below 0.
 QString blanks(int n);
 
-/// A number with a comma after every three digits, counted to the left from
-/// the first "." or from the end. @p number has no sign: one would count as a
-/// digit, so that "-123" gives "-,123".
+/// A number with commas between groups of three digits, counted to the left from the
+/// first "." or from the end. @p number should have no sign: a sign counts as a digit,
+/// so "-123" gives "-,123".
 QString withThousands(const QString& number);
 
 } // namespace data

@@ -18,8 +18,8 @@ bool hasHighBit(char byte)
     return (static_cast<unsigned char>(byte) & 0x80u) != 0;
 }
 
-/// Whether all bytes are ASCII. Without an early end, which lets the loop run
-/// many bytes at a time.
+/// Whether all bytes are ASCII. The loop has no early exit, so the compiler can
+/// vectorise it.
 bool isAscii(std::string_view bytes)
 {
     unsigned char seen = 0;
@@ -29,7 +29,7 @@ bool isAscii(std::string_view bytes)
     return seen < 0x80;
 }
 
-/// The characters of UTF-16 that hold a text of UTF-8 without its carriage returns.
+/// Number of UTF-16 code units of a UTF-8 text without its carriage returns.
 std::size_t characterCount(std::string_view text)
 {
     std::size_t count = 0;
@@ -43,7 +43,7 @@ std::size_t characterCount(std::string_view text)
     return count;
 }
 
-/// Reads until @p size bytes are there or the device has no more.
+/// Reads @p size bytes, or fewer if the device ends; returns their number.
 std::size_t readFully(QIODevice& device, char* out, std::size_t size)
 {
     std::size_t filled = 0;
@@ -57,9 +57,9 @@ std::size_t readFully(QIODevice& device, char* out, std::size_t size)
     return filled;
 }
 
-/// @p blockSize, or less where the device is known to have less: most files are much
-/// smaller than a block.
-std::size_t sizeWorthWhile(const QIODevice& device, std::size_t blockSize)
+/// @p blockSize, or less if the device has fewer bytes, because typical files are much
+/// smaller than a block. The result is a multiple of Utf8Blocks::pieceSize.
+std::size_t usefulBlockSize(const QIODevice& device, std::size_t blockSize)
 {
     if (device.isSequential()) {
         return blockSize;
@@ -71,10 +71,10 @@ std::size_t sizeWorthWhile(const QIODevice& device, std::size_t blockSize)
 
 } // namespace
 
-Utf8Blocks::Utf8Blocks(QIODevice& device, std::size_t blockSize, qint64 most)
+Utf8Blocks::Utf8Blocks(QIODevice& device, std::size_t blockSize, qint64 maxBytes)
     : m_device(device)
-    , m_blockSize(sizeWorthWhile(device, blockSize))
-    , m_left(most)
+    , m_blockSize(usefulBlockSize(device, blockSize))
+    , m_bytesLeft(maxBytes)
 {
     Q_ASSERT(blockSize > 0 && blockSize % pieceSize == 0);
 }
@@ -87,7 +87,7 @@ bool Utf8Blocks::next()
         if (isFirstLineTooLong(searched)) {
             m_isLineTooLong = true;
             m_filled = 0;
-            m_left = 0;
+            m_bytesLeft = 0;
             return false;
         }
         const std::string_view added(m_block.get() + searched, m_filled - searched);
@@ -105,32 +105,33 @@ bool Utf8Blocks::next()
     return m_filled > 0;
 }
 
-/// Whether the line at the front, of which the first @p searched bytes have no
-/// line feed, is past the bound. Blocks are smaller than that, and so is any other
-/// line.
+/// Whether the first line is longer than data::longestLine. Its first @p searched bytes
+/// are known to contain no line feed. The other lines need no check: they are shorter
+/// than a block, and a block is smaller than the bound.
 bool Utf8Blocks::isFirstLineTooLong(std::size_t searched)
 {
-    constexpr auto most = static_cast<std::size_t>(longestLine);
-    if (m_filled <= most) {
+    constexpr auto maxBytes = static_cast<std::size_t>(longestLine);
+    if (m_filled <= maxBytes) {
         return false;
     }
     const std::string_view text(m_block.get(), m_filled);
     const std::size_t end = std::min(text.find('\n', searched), text.size());
     m_characters += characterCount(text.substr(m_counted, end - m_counted));
     m_counted = end;
-    return m_characters > most;
+    return m_characters > maxBytes;
 }
 
-/// Reads on behind the unfinished line; false when nothing came.
+/// Reads a block after the unfinished line; false at the end of the device.
 bool Utf8Blocks::fill()
 {
-    const auto size = static_cast<std::size_t>(std::min(static_cast<qint64>(m_blockSize), m_left));
+    const auto size =
+        static_cast<std::size_t>(std::min(static_cast<qint64>(m_blockSize), m_bytesLeft));
     ensureFree(m_blockSize);
     char* const out = m_block.get() + m_filled;
     const std::size_t got = readFully(m_device, out, size);
-    m_left -= static_cast<qint64>(got);
+    m_bytesLeft -= static_cast<qint64>(got);
     if (m_isInSequence || !isAscii({out, got})) {
-        const QByteArray text = mended({out, got});
+        const QByteArray text = repaired({out, got});
         append({text.data(), static_cast<std::size_t>(text.size())});
     } else {
         m_filled += got;
@@ -145,7 +146,7 @@ void Utf8Blocks::append(std::string_view text)
     m_filled += text.size();
 }
 
-/// Moves the unfinished line to the front.
+/// Removes the whole lines, so that the unfinished line is at the front.
 void Utf8Blocks::dropLines()
 {
     std::copy(m_block.get() + m_linesSize, m_block.get() + m_filled, m_block.get());
@@ -166,7 +167,7 @@ void Utf8Blocks::ensureFree(std::size_t size)
     m_block = std::move(larger);
 }
 
-QByteArray Utf8Blocks::mended(std::string_view bytes)
+QByteArray Utf8Blocks::repaired(std::string_view bytes)
 {
     m_isInSequence = !bytes.empty() && hasHighBit(bytes.back());
     QByteArray out;

@@ -1,8 +1,8 @@
-// The text of a device in blocks of whole lines, as whole UTF-8.
+// Reads the text of a device in blocks of whole lines, as valid UTF-8.
 //
-// Blocks may take the place of single lines because no byte of UTF-8 but the line
-// feed itself looks like one. Text that is not plain ASCII goes through the toolkit's
-// decoder, cut where QTextStream cuts it.
+// The bytes can be split at line feeds before decoding, because in UTF-8 the byte of a
+// line feed occurs only as a line feed. Blocks that are not plain ASCII are decoded with
+// QStringDecoder and encoded again.
 #pragma once
 
 #include <QByteArray>
@@ -18,35 +18,36 @@ class QIODevice;
 namespace data
 {
 
-/// The lines of a device, many at a time, as QTextStream would understand them
-/// if it took the device for UTF-8.
+/// Returns the lines of a device, many at a time, with the same text that QTextStream
+/// would read from it as UTF-8.
 ///
-/// Broken sequences are mended: replacement characters stand in their place.
-/// What one gives depends on where a decoder's input is cut; at a cut it may
-/// even swallow the line feed behind it. So the input is cut where QTextStream
-/// cuts it, and a sequence left unfinished at the end of the file is dropped.
+/// Invalid byte sequences are replaced by replacement characters. The number of these
+/// depends on where the input of the decoder is split; at a split the decoder can even
+/// drop the next line feed. The input is therefore split in the same places as by
+/// QTextStream. An incomplete sequence at the end of the file is dropped.
 ///
-/// Memory: some blocks, or twice a line of the bound.
+/// Memory: a few blocks, or twice the longest line.
 class Utf8Blocks
 {
 public:
-    /// @param blockSize  bytes to ask for at a time, a multiple of pieceSize
-    /// @param most       bytes to read in all
+    /// @param blockSize  bytes to request at a time, a multiple of pieceSize
+    /// @param maxBytes   total number of bytes to read
     Utf8Blocks(QIODevice& device, std::size_t blockSize,
-               qint64 most = std::numeric_limits<qint64>::max());
+               qint64 maxBytes = std::numeric_limits<qint64>::max());
 
-    /// Moves on to the next lines; false when there are none, and at a line of more
-    /// than data::longestLine characters, where the text ends.
+    /// Moves to the next lines; false at the end of the text. A line of more than
+    /// data::longestLine UTF-16 code units ends the text.
     bool next();
 
-    /// Whether the text ended at a line past that bound.
+    /// Whether the text ended because a line was too long.
     bool isLineTooLong() const { return m_isLineTooLong; }
 
-    /// At least one line, each with its line feed; a last line without one gets
-    /// it here. Valid until next().
+    /// The current lines, at least one after a successful next(). Each ends with a line
+    /// feed, which is added to the last line of the text if it is missing. Valid until
+    /// the following next().
     std::string_view lines() const { return {m_block.get(), m_linesSize}; }
 
-    static constexpr std::size_t pieceSize = 16384; ///< what QTextStream reads at a time
+    static constexpr std::size_t pieceSize = 16384; ///< bytes that QTextStream reads at a time
 
 private:
     bool fill();
@@ -54,20 +55,20 @@ private:
     void append(std::string_view text);
     void dropLines();
     void ensureFree(std::size_t size);
-    QByteArray mended(std::string_view bytes);
+    QByteArray repaired(std::string_view bytes);
 
     QIODevice& m_device;
     std::size_t m_blockSize;
-    qint64 m_left; ///< bytes that may still be read
+    qint64 m_bytesLeft; ///< number of bytes that can still be read
     QStringDecoder m_decoder{QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom};
     bool m_isLineTooLong = false;
-    bool m_isInSequence = false;     ///< the bytes read so far may end inside a sequence
+    bool m_isInSequence = false;     ///< whether the bytes read so far can end within a sequence
     std::unique_ptr<char[]> m_block; ///< whole lines, then an unfinished one, then free bytes
     std::size_t m_capacity = 0;
     std::size_t m_linesSize = 0;
     std::size_t m_filled = 0;
-    std::size_t m_counted = 0;    ///< bytes of a long unfinished line whose characters
-    std::size_t m_characters = 0; ///< are counted, and their number
+    std::size_t m_counted = 0;    ///< bytes of a long first line that are already counted
+    std::size_t m_characters = 0; ///< UTF-16 code units of the counted bytes
 };
 
 } // namespace data

@@ -27,14 +27,14 @@ std::span<double> ValueBlocks::share(std::size_t index, std::span<A2DRow> rows, 
     Memory& memory = m_blocks[index];
     const auto size = static_cast<qsizetype>(rows.size()) * length;
     const auto values = [&] { return std::span(memory.data(), static_cast<std::size_t>(size)); };
-    if (isFree(memory, rows, length)) {
+    if (isReusable(memory, rows, length)) {
         return values();
     }
     memory = Memory(QTypedArrayData<double>::allocate(size), size);
     Q_CHECK_PTR(memory.data());
     double* begin = memory.data();
     for (A2DRow& row : rows) {
-        Memory list = memory; // one owner more
+        Memory list = memory; // increments the reference count
         list.setBegin(begin);
         list.size = length;
         row.values = QList<double>(std::move(list));
@@ -43,9 +43,9 @@ std::span<double> ValueBlocks::share(std::size_t index, std::span<A2DRow> rows, 
     return values();
 }
 
-/// Whether @p rows have the block to themselves: each its list there, and no list
-/// anywhere else.
-bool ValueBlocks::isFree(Memory& memory, std::span<const A2DRow> rows, int length)
+/// Whether the block is used by the lists of @p rows, in their order, and by no other
+/// list.
+bool ValueBlocks::isReusable(Memory& memory, std::span<const A2DRow> rows, int length)
 {
     const auto* const header = memory.d_ptr();
     if (header == nullptr || std::cmp_not_equal(header->ref_.loadRelaxed(), rows.size() + 1)) {

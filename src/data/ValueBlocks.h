@@ -1,4 +1,4 @@
-// The memory of the lists of values in a result's rows.
+// Shared memory blocks for the value lists of result pixels.
 #pragma once
 
 #include "data/A2DData.h"
@@ -11,41 +11,39 @@
 namespace data
 {
 
-/// Gives the rows of a result their lists of values as views on a few blocks of
-/// memory, and fills the same blocks again for the next result.
+/// Allocates the value lists of many result pixels in a few blocks of memory, and
+/// reuses the blocks for the next result. This saves one allocation per pixel.
 ///
-/// A block may replace the memory of many lists because a list of the toolkit counts
-/// the owners of its memory and need not begin where that begins. A copy of a list
-/// keeps its block alive and unchanged, and whoever writes to a list gets memory of
-/// his own for it.
+/// Many lists can share a block because a QList counts the references to its memory and
+/// need not start at the beginning of it. A copy of a list keeps its block alive and
+/// unchanged; code that writes to a list gets a new allocation for it.
 ///
-/// To make such a list takes QArrayDataPointer and the list's constructor from it:
-/// public in the toolkit's headers, but not documented. Checked with Qt 6.4, where
-/// tst_ValueBlocks tries each operation of a list on them; run it with a new version.
+/// Such a list is made with QArrayDataPointer and the QList constructor for it, which are
+/// public in Qt's headers but not documented. This works with Qt 6.4: tst_ValueBlocks
+/// tests each list operation. Run that test with a new version of Qt.
 class ValueBlocks
 {
 public:
-    /// Forgets all blocks from @p count on; their lists stay.
+    /// Releases all blocks from index @p count on. Existing lists keep their values.
     void keepFirst(std::size_t count);
 
-    /// Forgets block @p index; its lists stay.
+    /// Releases block @p index. Existing lists keep their values.
     void forget(std::size_t index);
 
-    /// Gives each of @p rows a list of @p length values in block @p index. Lists
-    /// that are there already, and that nobody else has a copy of, stay and are
-    /// filled anew.
+    /// Gives each of @p rows a list of @p length values in block @p index. If the rows
+    /// have such lists already, and no copies of these exist, the block is reused.
     ///
-    /// @param rows    at least one. A write to one list allocates up to the whole
-    ///                block again, so a block is better kept small.
+    /// @param rows    at least one. Keep a block small: a write to one list can
+    ///                allocate as much memory as the whole block
     /// @param length  above 0
-    /// @return the values of all rows, row by row. To be filled before a list is
-    ///         read or copied
+    /// @return the values of all rows, row by row. Fill them before a list is read or
+    ///         copied
     std::span<double> share(std::size_t index, std::span<A2DRow> rows, int length);
 
 private:
     using Memory = QArrayDataPointer<double>;
 
-    static bool isFree(Memory& memory, std::span<const A2DRow> rows, int length);
+    static bool isReusable(Memory& memory, std::span<const A2DRow> rows, int length);
 
     std::vector<Memory> m_blocks;
 };

@@ -1,4 +1,4 @@
-// One energy point of the measurement: its map, its energy, its mut fields.
+// The row of an energy point: its map, its energy and its mut fields.
 #pragma once
 
 #include "data/A2DData.h"
@@ -7,8 +7,9 @@
 #include <QFrame>
 #include <QList>
 
-/// An energy-point row. It is its own map (A2DData), and its widgets hold the
-/// numbers of the point; the panel rehomes these widgets into its grid.
+/// The row of an energy point of the measurement. It inherits its map (A2DData), and
+/// its widgets hold the numbers of the point. The panel moves these widgets into its
+/// grid.
 class AEPoint : public QFrame, public A2DData, private Ui_AEPoint
 {
     Q_OBJECT
@@ -16,9 +17,9 @@ class AEPoint : public QFrame, public A2DData, private Ui_AEPoint
 public:
     explicit AEPoint(QWidget* parent = nullptr);
 
-    /// The row's energy (eV) and the mut of references @p i and @p j, from the
-    /// texts; what is no number reads as 0, and so does an index outside the
-    /// four references.
+    /// Reads the energy of the row (eV) and the mut of the references @p i and @p j from
+    /// the fields. An unparsable number reads as 0. An index outside the four references
+    /// gives 0.
     void energyAndMuts(int i, int j, double* e, double* mi, double* mj) const;
 
     using Ui_AEPoint::Energy;
@@ -34,33 +35,35 @@ public:
     using Ui_AEPoint::UseCB;
     using Ui_AEPoint::VPointCB;
 
-    bool loaded = false;         ///< the row holds a map that calculations may use
-    bool subBGForRef = false;    ///< copy of the panel's choice; read by nothing
-    bool subBGForTarget = false; ///< copy of the panel's choice; read by nothing
+    bool loaded = false;         ///< whether the row has a map for calculations
+    bool subBGForRef = false;    ///< copy of the panel's option; never read
+    bool subBGForTarget = false; ///< copy of the panel's option; never read
     QList<QLineEdit*> mutEdits;  ///< Mut1 to Mut4
 
 public Q_SLOTS:
-    /// Reads a map file of any form; its first bytes say which.
+    /// Reads a map file of any format, which its first bytes determine.
     ///
-    /// An "ENERGY" line of a text map goes to @c Energy and out as newEnergy()
-    /// in the middle of the read. A map with a size and rows is @c loaded and
-    /// told by newData(). Otherwise the row is not loaded: it keeps its old map
-    /// when the file cannot be opened, and what was read in any other case.
+    /// The energy of an "ENERGY" line in a text map is written to @c Energy and
+    /// emitted by newEnergy() while the file is still being read. If the map has a
+    /// size and pixels, @c loaded becomes true and newData() is emitted. Otherwise
+    /// @c loaded becomes false; the row then keeps its old map if the file cannot be
+    /// opened, and contains the pixels read so far in all other cases.
     void loadData(QString path);
 
-    /// Appends the pixels of a "2dData" file to the rows, each a ready mut, and
-    /// takes its size. The rows of earlier files stay in front, where pixels
-    /// are found by position. @c loaded is true afterwards and newData() goes
-    /// out, also for a file that is none: its map is 0 by 0.
+    /// Appends the pixels of a "2dData" file, whose values are mut, and sets the size of
+    /// the map to the size of the file. The pixels of earlier files remain first, so
+    /// they are found at the low indices. Then sets @c loaded to true and emits
+    /// newData(), also if the file is not a "2dData" file; the map is then 0 by 0.
     void load2dProcData(QString path);
 
-    /// Tells the number in @c Energy, changed or not; words count as 0.
+    /// Emits newEnergy() with the number in @c Energy, changed or not. An unparsable
+    /// number counts as 0.
     void inNewEnergy();
 
 Q_SIGNALS:
-    /// The user went to another directory with the file row.
+    /// The user selected a file in the directory @p dir.
     void newDir(QString dir);
-    /// The row's energy (eV) was entered or read from a file.
+    /// The energy of the row (eV) was entered or read from a file.
     void newEnergy(double e);
     /// A map was loaded.
     void newData();

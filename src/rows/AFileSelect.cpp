@@ -10,17 +10,18 @@
 namespace
 {
 
-// The colour tells which fields are the user's to type in.
-constexpr QLatin1String shownOnlyStyle("background-color: rgb(255, 255, 220);");
+// The colour shows whether the user can type into the field.
+constexpr QLatin1String readOnlyStyle("background-color: rgb(255, 255, 220);");
 constexpr QLatin1String editableStyle("background-color: rgb(255, 255, 255);");
 
-// The directory is asked, not the file: a file yet to be saved has one, too.
+// Uses the directory because the canonical path of a file that does not exist yet is
+// empty.
 QString canonicalDirectory(const QFileInfo& info)
 {
     return info.dir().canonicalPath();
 }
 
-// The path that a dropped URL stands for; empty when it is no local file.
+// The path of a dropped URL; empty if it is not a "file://" URL.
 QString droppedPath(const QUrl& url)
 {
     const QString scheme = QStringLiteral("file://");
@@ -29,7 +30,7 @@ QString droppedPath(const QUrl& url)
         return {};
     }
     const QString path = text.mid(scheme.size()).simplified();
-    // What opens with a host name is a network share.
+    // A URL with a host name is a network share.
     return path.startsWith(u'/') ? path : QStringLiteral("//") + path;
 }
 
@@ -42,7 +43,7 @@ AFileSelect::AFileSelect(QWidget* parent, int initialMode)
     setupUi(this);
     dEBase->hide();
     setAcceptDrops(true);
-    // The field would take a dropped file as text; so it falls to the row.
+    // The field would insert a dropped URL as text. Without drops it leaves them to the row.
     FileName->setAcceptDrops(false);
 
     dialog->setObjectName(QStringLiteral("dialog"));
@@ -52,7 +53,7 @@ AFileSelect::AFileSelect(QWidget* parent, int initialMode)
     setMode(initialMode);
 
     connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::show);
-    // One that is open already may be behind the main window.
+    // A dialog that is already open can be hidden by the main window.
     connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::raise);
     connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::activateWindow);
     connect(ClearB, &QPushButton::clicked, this, &AFileSelect::clearFileName);
@@ -76,7 +77,7 @@ void AFileSelect::setMode(int m)
     }
     FileName->setReadOnly(!saving);
     FileName->setFocusPolicy(saving ? Qt::StrongFocus : Qt::ClickFocus);
-    FileName->setStyleSheet(saving ? editableStyle : shownOnlyStyle);
+    FileName->setStyleSheet(saving ? editableStyle : readOnlyStyle);
 }
 
 QString AFileSelect::fileText() const
@@ -115,14 +116,14 @@ void AFileSelect::newFiles(QStringList paths)
 void AFileSelect::clearFileName()
 {
     FileName->clear();
-    // No newDir(): the directory in use is as good as before.
+    // No newDir(): the shared directory does not change.
     Q_EMIT newFilePath(QString());
     Q_EMIT selectedFile();
 }
 
 void AFileSelect::selectingFile(QString path)
 {
-    // The dialog's highlight also moves when code sets it up.
+    // Code that changes the hidden dialog also moves its highlight.
     if (!dialog->isVisible()) {
         return;
     }
@@ -161,7 +162,7 @@ void AFileSelect::dropEvent(QDropEvent* event)
     if (path.isEmpty()) {
         return;
     }
-    // A copy whatever was proposed: the file stays with whom it came from.
+    // Forces CopyAction so that the source of the drag keeps the file.
     event->setDropAction(Qt::CopyAction);
     event->accept();
     newFile(path);
@@ -169,7 +170,7 @@ void AFileSelect::dropEvent(QDropEvent* event)
 
 bool AFileSelect::eventFilter(QObject* watched, QEvent* event)
 {
-    // A spontaneous one brings a minimized dialog back.
+    // A spontaneous show event means that a minimised dialog is restored, not opened.
     if (watched == dialog && event->type() == QEvent::Show && !event->spontaneous()) {
         m_choiceBefore = Choice{FileName->text(), dir, fileName};
         if (mode == SaveMode) {
@@ -181,8 +182,8 @@ bool AFileSelect::eventFilter(QObject* watched, QEvent* event)
 
 void AFileSelect::endDialog(int result)
 {
-    // Highlighted files were written into the field of a save row. Left there
-    // after "Cancel", the next result would overwrite one of them.
+    // Each highlighted file was written into the name field. If one stayed there after
+    // "Cancel", the next result would overwrite it.
     if (result == QDialog::Rejected && mode == SaveMode && m_choiceBefore) {
         FileName->setText(m_choiceBefore->text);
         dir = m_choiceBefore->dir;

@@ -1,4 +1,4 @@
-// The row through which every file of the program is named.
+// A row to select a file.
 #pragma once
 
 #include "rows/FileDialog.h"
@@ -10,9 +10,9 @@
 
 #include <optional>
 
-/// A button that opens a file dialog, a field that shows the choice, a clear
-/// button, drag and drop, and an optional energy shift field. It hands paths
-/// on by signals and knows nothing of what the files hold.
+/// A row with a button that opens a file dialog, a field with the name of the selected
+/// file, a button that clears it, and an optional field for the energy shift. Files can
+/// also be dropped on it. It emits the paths as signals and does not read the files.
 class AFileSelect : public QFrame, public Ui_AFileSelect
 {
     Q_OBJECT
@@ -21,80 +21,81 @@ public:
     static constexpr int OpenMode = 0;
     static constexpr int SaveMode = 1;
 
-    /// An empty row with its energy shift field hidden; see setMode() for
-    /// @p initialMode.
+    /// Creates an empty row whose energy shift field is hidden; @p initialMode is the
+    /// argument of setMode().
     explicit AFileSelect(QWidget* parent = nullptr, int initialMode = OpenMode);
 
-    /// Open mode (0) or save mode (1): sets the dialog up, and whether the
-    /// name field can be typed in, which its colour tells. Anything but 1
-    /// opens. Set @c multi first.
+    /// Sets save mode if @p m is 1 (SaveMode), otherwise open mode. The mode determines
+    /// the settings of the dialog, and whether the user can type into the name field,
+    /// which its colour shows. Set @c multi before.
     void setMode(int m);
 
     /// The text of the name field.
     QString fileText() const;
 
     int mode = OpenMode;
-    bool multi = false;                     ///< several files may be picked; set before setMode()
+    bool multi = false;                     ///< whether several files can be selected at once
     QString dir;                            ///< the directory last used
     QString fileName;                       ///< the name without its directory
-    rows::FileDialog* dialog = nullptr;     ///< the one dialog of the row, its child
-    QString suffix = QStringLiteral("dat"); ///< what a save path must bear
+    rows::FileDialog* dialog = nullptr;     ///< owned as a child
+    QString suffix = QStringLiteral("dat"); ///< file name extension in save mode
 
 public Q_SLOTS:
-    /// Takes a path, which need not be a file: shows it and tells newDir(),
-    /// newFilePath() and selectedFile(). In save mode a path that does not bear
-    /// @c suffix gets it appended. A symbolic link to a file is in the folder
-    /// of the link, not in that of the file.
+    /// Selects @p path, which need not exist: shows it and emits newDir(), newFilePath()
+    /// and selectedFile(), in this order. In save mode @c suffix is appended to a path
+    /// with another extension. For a symbolic link, the directory is the one of the
+    /// link, not of its target.
     void newFile(QString path);
 
-    /// Takes several paths: shows their names and tells newDir() with the
-    /// directory of the last one, newFilePaths() and selectedFile().
+    /// Selects several paths: shows their names and emits newDir() with the directory of
+    /// the last path, newFilePaths() and selectedFile(), in this order.
     void newFiles(QStringList paths);
 
-    /// Empties the name field; an empty newFilePath() and selectedFile() go
-    /// out. The directory stays.
+    /// Clears the name field and emits newFilePath() with an empty path, then
+    /// selectedFile(). The directory does not change.
     void clearFileName();
 
-    /// Preview while the user browses: newFile() for a readable regular file,
-    /// nothing for anything else and while the dialog is hidden. When the
-    /// dialog of a save row is cancelled, the text of the name field, @c dir and
-    /// @c fileName are again what they were when it opened; no signal goes out.
+    /// Preview while the user browses in the dialog: calls newFile() for a readable
+    /// regular file. Does nothing for other paths or while the dialog is hidden. If the
+    /// user cancels the dialog of a save row, the name field, @c dir and @c fileName are
+    /// restored to their values before the dialog opened, without a signal.
     void selectingFile(QString path);
 
-    /// Sends the dialog to @p newDir without telling, so that a directory
-    /// shared by many rows does not come back round as newDir(). Does nothing
-    /// for the present directory.
+    /// Sets the directory of the dialog without emitting newDir(), which would recurse
+    /// because many rows share a directory. Does nothing if @p newDir is the current
+    /// directory.
     void setDir(QString newDir);
 
     /// Shows or hides the energy shift field.
     void showDE(bool f);
 
 Q_SIGNALS:
-    /// A path came from @p dir, a canonical path; empty when there is no such
-    /// directory, as for a share that is not mounted. The folder of a symbolic
-    /// link to a file is that of the link.
+    /// A path in the directory @p dir was selected. @p dir is canonical, or empty if the
+    /// directory does not exist, for example on a share that is not mounted. For a
+    /// symbolic link it is the directory of the link.
     void newDir(QString dir);
 
-    /// The row names @p path now; empty after it was cleared.
+    /// @p path was selected; it is empty after clearFileName().
     void newFilePath(QString path);
 
+    /// Several paths were selected at once.
     void newFilePaths(QStringList paths);
 
-    /// After each of the two above.
+    /// Emitted after each newFilePath() and newFilePaths().
     void selectedFile();
 
-    /// The energy shift field was left or confirmed.
+    /// Editing of the energy shift field was finished, even if the text is unchanged.
     void newDE();
 
 protected:
-    /// Accepts whatever is dragged.
+    /// Accepts every drag.
     void dragEnterEvent(QDragEnterEvent* event) override;
 
-    /// newFile() for the first URL of the drop; nothing when that is no
-    /// "file://" one. Blanks in the path are folded.
+    /// Calls newFile() for the first URL of the drop, after QString::simplified() on its
+    /// path. Does nothing if it is not a "file://" URL.
     void dropEvent(QDropEvent* event) override;
 
-    /// Notes what the row names when its dialog opens.
+    /// Saves the current selection when the dialog opens.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -106,5 +107,5 @@ private:
 
     void endDialog(int result);
 
-    std::optional<Choice> m_choiceBefore; // while the dialog is open
+    std::optional<Choice> m_choiceBefore; // set while the dialog is open
 };

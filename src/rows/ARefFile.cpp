@@ -16,6 +16,6 @@ void ARefFile::setUse(bool f)
     if (before == f) {
         return;
     }
-    // On top of the button's own toggled(): listeners run twice by contract.
+    // In addition to the signal caused by toggled(): receivers run twice on purpose.
     Q_EMIT changedUse(f);
 }

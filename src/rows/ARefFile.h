@@ -1,12 +1,12 @@
-// One line of the reference table.
+// A row of the reference table.
 #pragma once
 
 #include "ui_ARefFile.h"
 
 #include <QFrame>
 
-/// A reference spectrum's row: use switch, file row, valence and two result
-/// fields. The widgets hold the numbers.
+/// The row of a reference spectrum: a button that switches it on, a file row, its
+/// valence and two result fields. The widgets hold the numbers.
 class ARefFile : public QFrame, public Ui_ARefFile
 {
     Q_OBJECT
@@ -14,14 +14,14 @@ class ARefFile : public QFrame, public Ui_ARefFile
 public:
     explicit ARefFile(QWidget* parent = nullptr);
 
-    /// Switches the row by code. A real change emits changedUse() twice: from
-    /// the button and from here.
+    /// Switches the row on or off. If this is a change, changedUse() is emitted twice:
+    /// once because the button toggles, and once directly.
     void setUse(bool f);
 
 Q_SIGNALS:
-    /// The row was switched on or off; twice for one change by setUse().
+    /// The row was switched on or off. Emitted twice for a change by setUse().
     void changedUse(bool f);
-    /// The file row was given a path, or cleared.
+    /// A file was selected in the file row, or the file row was cleared.
     void selectedFile();
     /// A spectrum was read whose steepest rise is at @p e (eV).
     void foundNewEdge(double e);

@@ -39,8 +39,8 @@ void AXafsFileSelect::newFile(QString path)
     if (frame) {
         frame->clearScale();
     }
-    // The result counts, not `valid`: after a path that is no file the earlier
-    // spectrum is still there, but it has no new edge to propose.
+    // Checks the result, not `valid`: if the path is not a file, the earlier spectrum
+    // remains valid, but there is no new edge to propose.
     if (readFile(path)) {
         Q_EMIT foundNewEdge(findEdge());
     }
@@ -48,7 +48,7 @@ void AXafsFileSelect::newFile(QString path)
 
 void AXafsFileSelect::setNewDE()
 {
-    // The background lines keep the fit made when the file was read.
+    // On purpose, the background lines are not fitted again.
     AMutE::dE = display::numberIn(AFileSelect::dE);
     qDebug() << "set new de";
     if (valid) {

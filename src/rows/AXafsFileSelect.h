@@ -1,4 +1,4 @@
-// The file row of one spectrum, and the spectrum itself.
+// The file row of a spectrum, with the spectrum itself.
 #pragma once
 
 #include "data/AMutE.h"
@@ -9,8 +9,8 @@ class DispABase;
 class MouseC;
 class QStylePainter;
 
-/// Reads the spectrum file that its row is given, proposes an edge energy and
-/// keeps the energy shift. It draws itself in its frame of the graph window.
+/// Reads the spectrum file that is selected in its row, proposes an edge energy, keeps
+/// the energy shift, and draws the spectrum in a frame of the graph window.
 class AXafsFileSelect : public AFileSelect, public AMutE
 {
     Q_OBJECT
@@ -18,36 +18,35 @@ class AXafsFileSelect : public AFileSelect, public AMutE
 public:
     explicit AXafsFileSelect(QWidget* parent = nullptr);
 
-    /// Joins the row with the frame it draws in, which may be null, in place of
-    /// the one it drew in before; shows the dE field and listens to it.
+    /// Makes @p f the frame in which the spectrum is drawn, instead of the earlier frame;
+    /// it can be null. Also shows the energy shift field and connects it.
     void attach(DispABase* f);
 
-    /// Background-subtracted mut at energy @p E (eV); see
-    /// AMutE::backgroundSubtractedAt().
+    /// Background-subtracted mut at working energy @p E (eV), with the post-edge line if
+    /// @c subPost; see AMutE::backgroundSubtractedAt().
     bool MutAt(double E, double* out) const;
 
     DispABase* frame = nullptr; ///< not owned
-    bool subPost = false;       ///< MutAt() subtracts the post-edge line
+    bool subPost = false;       ///< whether MutAt() subtracts the post-edge line
 
 public Q_SLOTS:
-    /// Reads the file and proposes its edge; a failed read proposes none. The
-    /// next paint of the frame fits its range to the new data.
+    /// Reads the file and emits foundNewEdge() if it contains a spectrum. The next paint
+    /// of the frame fits the range to the new data.
     ///
-    /// A slot of its own beside the one of the file row: paths arrive here
-    /// through the row's newFilePath(). To load a file by code, call
-    /// AFileSelect::newFile().
+    /// This slot does not replace AFileSelect::newFile(), whose signal newFilePath() is
+    /// connected to it. To load a file from code, call AFileSelect::newFile().
     void newFile(QString path);
 
-    /// Takes the energy shift (eV) from its field; words count as 0. The
-    /// background lines keep the fit made when the file was read.
+    /// Reads the energy shift (eV) from its field; an unparsable number counts as 0. The
+    /// background lines are not fitted again.
     void setNewDE();
 
-    /// Draws the spectrum, its two background lines and the limits between
-    /// them, over working energies (eV), with the edge jump as a text. Without
-    /// points the frame stays white. Nothing without a frame.
+    /// Draws the spectrum, its two background lines and three vertical lines at
+    /// preEdgeEnd, edgeEnergy and postEdgeStart, over the working energy (eV), and writes
+    /// the edge jump. Without points the drawing is white. Does nothing without a frame.
     void draw(QStylePainter* p);
 
-    /// Do nothing: dragging is the business of the frame's marker lines.
+    /// These do nothing: the marker lines of the frame handle the dragging.
     void mPressed(MouseC* m);
     void mDragging(MouseC* m);
     void mReleased(MouseC* m);
@@ -55,7 +54,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// A spectrum was read whose steepest rise is at @p e (eV).
     void foundNewEdge(double e);
-    /// The energy shift of a valid spectrum changed.
+    /// The energy shift of a valid spectrum was entered.
     void updated();
 
 private:

@@ -1,4 +1,4 @@
-// How a spectrum row draws itself in its frame of the graph window.
+// Draws the spectrum of a row in its frame of the graph window.
 
 #include "rows/AXafsFileSelect.h"
 
@@ -25,7 +25,7 @@ void AXafsFileSelect::draw(QStylePainter* p)
         cc.drawn = false;
         return;
     }
-    // The range rests on the energies as read: a shift moves the curve in it.
+    // The range uses the energies without dE, so a shift moves the curve within it.
     const double dx = (maxEnergy - minEnergy) * 0.05;
     const double dy = (maxMut - minMut) * 0.05;
     frame->setRealCoord(minEnergy - dx, minMut - dy, maxEnergy + dx, maxMut + dy);

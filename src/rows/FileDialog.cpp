@@ -23,7 +23,7 @@ namespace rows
 namespace
 {
 
-// Names of the toolkit's own widgets.
+// Object names of widgets within QFileDialog.
 constexpr QLatin1String nameEditName("fileNameEdit");
 constexpr QLatin1String backButtonName("backButton");
 constexpr QLatin1String fileListName("treeView");
@@ -31,9 +31,9 @@ constexpr QLatin1String iconListName("listView");
 
 enum Column { NameColumn, SizeColumn, KindColumn, DateColumn };
 
-constexpr int nameLength = 24; // characters of an ordinary file name
+constexpr int nameLength = 24; // characters in a typical file name
 
-// The folder, or the nearest one above it that is there.
+// The folder, or its nearest parent that exists.
 QString existingFolder(const QString& folder)
 {
     QFileInfo info(folder.isEmpty() ? QDir::rootPath() : folder);
@@ -43,8 +43,8 @@ QString existingFolder(const QString& folder)
     return info.absoluteFilePath();
 }
 
-// Widens the columns until an ordinary file is readable in them; the width of
-// all columns together is the result, px.
+// Widens the columns so that a typical file is readable in them. Returns the total width
+// of all columns, px.
 int widenColumns(const QTreeView* list)
 {
     const QLocale locale = QLocale::system();
@@ -67,28 +67,28 @@ int widenColumns(const QTreeView* list)
     return header->length();
 }
 
-// Ends the watch of the folder. The model's signals are blocked, or the place
-// between two folders would become one for "Back" to return to.
+// Ends the watching of the folder. The signals of the model are blocked; otherwise the
+// empty path would enter the history of the "Back" button.
 void leaveFolder(QFileSystemModel* model)
 {
-    const QSignalBlocker quiet(model);
+    const QSignalBlocker blocker(model);
     model->setRootPath(QString());
 }
 
 } // namespace
 
-// The base reads the folder that it is made with. It gets the root, which is
-// small, and leaves it at once. rest() would end the watch as well, but takes some
-// 10 ms: closing a watch that has just begun is slow.
+// The base class reads the folder that it is constructed with. It gets the root folder,
+// which is small and which it leaves at once. suspend() would also end the watching, but
+// it would take about 10 ms: ending a watch that has just started is slow.
 FileDialog::FileDialog(QWidget* parent)
     : QFileDialog(parent, QString(), QDir::rootPath())
     , m_folder(QDir::currentPath())
 {
     setWindowFlags(Qt::Window);
-    takeCompleter();
+    detachCompleter();
     if (QFileSystemModel* model = fileModel()) {
         leaveFolder(model);
-        // What stays there would read it again.
+        // A remaining prefix or root index would make the model read the folder again.
         if (m_completer) {
             m_completer->setCompletionPrefix(QString());
         }
@@ -121,14 +121,14 @@ void FileDialog::setVisible(bool visible)
 {
     const bool wasVisible = isVisible();
     if (visible && !wasVisible) {
-        // Before it is shown: a desktop's own dialog takes nothing later.
-        wake();
+        // Before showing: a native dialog accepts no changes afterwards.
+        resume();
     } else if (wasVisible && !visible) {
         m_folder = QFileDialog::directory().path();
     }
     QFileDialog::setVisible(visible);
     if (wasVisible && !visible) {
-        rest();
+        suspend();
     }
 }
 
@@ -142,37 +142,37 @@ QLineEdit* FileDialog::nameEdit() const
     return findChild<QLineEdit*>(nameEditName);
 }
 
-void FileDialog::rest()
+void FileDialog::suspend()
 {
-    takeCompleter();
-    // The model keeps its folder, and the list its place: sent elsewhere, the
-    // list would read the folder again.
+    detachCompleter();
+    // The root path of the model and the root index of the view are not changed, because
+    // the view would then read the folder again.
     if (QFileSystemModel* model = fileModel()) {
         model->setOption(QFileSystemModel::DontWatchForChanges);
     }
 }
 
-void FileDialog::takeCompleter()
+void FileDialog::detachCompleter()
 {
-    // The folder is read in a thread: matches may come, and open the list of
-    // the completer, after the dialog has gone. Without its field the completer
-    // hides its list and cannot open it.
+    // A thread reads the folder, so matches can arrive, and open the popup of the
+    // completer, after the dialog is hidden. Without its line edit the completer hides
+    // its popup and cannot open it.
     if (QLineEdit* edit = nameEdit(); edit && edit->completer()) {
         m_completer = edit->completer();
         edit->setCompleter(nullptr);
     }
 }
 
-void FileDialog::wake()
+void FileDialog::resume()
 {
     if (QFileSystemModel* model = fileModel()) {
         model->setOption(QFileSystemModel::DontWatchForChanges, false);
-        // The same folder, too, is to be read again.
+        // Makes the model read the folder again, even if it is the same one as before.
         leaveFolder(model);
     }
     QFileDialog::setDirectory(existingFolder(m_folder));
-    if (auto* back = findChild<QAbstractButton*>(backButtonName); back && !m_readable) {
-        back->setEnabled(false); // the user has been in no folder before this one
+    if (auto* back = findChild<QAbstractButton*>(backButtonName); back && !m_hasReadableSize) {
+        back->setEnabled(false); // the history contains no folder that the user has seen
     }
     if (QLineEdit* edit = nameEdit()) {
         if (m_completer) {
@@ -180,16 +180,16 @@ void FileDialog::wake()
         }
         edit->selectAll();
     }
-    makeReadable();
+    ensureReadableSize();
 }
 
 void FileDialog::showName(const QString& name)
 {
     QLineEdit* edit = nameEdit();
     if (!edit) {
-        return; // a desktop's own dialog
+        return; // a native dialog
     }
-    const QSignalBlocker quiet(this);
+    const QSignalBlocker blocker(this);
     for (const QLatin1String view : {fileListName, iconListName}) {
         if (auto* list = findChild<QAbstractItemView*>(view)) {
             list->selectionModel()->clear();
@@ -199,14 +199,14 @@ void FileDialog::showName(const QString& name)
     edit->selectAll();
 }
 
-void FileDialog::makeReadable()
+void FileDialog::ensureReadableSize()
 {
     const auto* list = findChild<QTreeView*>(fileListName);
     const auto* splitter = findChild<QSplitter*>();
-    if (m_readable || !list || !splitter) {
+    if (m_hasReadableSize || !list || !splitter) {
         return;
     }
-    m_readable = true;
+    m_hasReadableSize = true;
     ensurePolished();
     const int columns = widenColumns(list);
     const QMargins margins = layout()->contentsMargins();
@@ -214,7 +214,7 @@ void FileDialog::makeReadable()
     const int wanted = splitter->widget(0)->sizeHint().width() + splitter->handleWidth() + columns +
                        scrollBar + 4 * list->frameWidth() + margins.left() + margins.right();
     const QSize readable(wanted, wanted * 2 / 3);
-    // The window manager's frame fits on the screen, too.
+    // The remaining tenth of the screen leaves space for the window manager's frame.
     const QSize available = screen()->availableSize() * 9 / 10;
     resize(size().expandedTo(readable).boundedTo(available));
 }

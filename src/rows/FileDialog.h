@@ -1,4 +1,4 @@
-// A file dialog that costs nothing while it is hidden.
+// A file dialog that reads and watches no folder while it is hidden.
 #pragma once
 
 #include <QDir>
@@ -13,53 +13,51 @@ class QLineEdit;
 namespace rows
 {
 
-/// The toolkit's dialog for an owner that keeps it, mostly hidden, for long.
+/// A QFileDialog for an owner that keeps it hidden most of the time.
 ///
-/// While it is hidden it reads no folder and watches none, apart from one look at
-/// the root folder as it is made: the folder that it is to show is only remembered,
-/// and the dialog goes there when it opens. Call
-/// setDirectory() and directory() through this class; those of the base know
-/// nothing of the remembered folder.
+/// A hidden dialog only remembers its folder and opens it when the dialog is shown. It
+/// does not read or watch a folder, except that its constructor reads the root folder
+/// once. Call setDirectory() and directory() through this class: the functions of the
+/// base class do not know the remembered folder.
 ///
-/// No Q_OBJECT: the toolkit takes the desktop's own dialog only for an object
-/// that calls itself a QFileDialog. Such a dialog has no widgets and no model
-/// here.
+/// It has no Q_OBJECT because Qt shows the native dialog of the desktop only if the
+/// meta-object has the class name QFileDialog. A native dialog has no widgets and no
+/// model here, so the code that uses them must allow for null pointers.
 class FileDialog : public QFileDialog
 {
 public:
-    /// A hidden window of its own that belongs to @p parent and will open in
-    /// the working directory.
+    /// Creates a hidden window, owned by @p parent, that opens in the working directory.
     explicit FileDialog(QWidget* parent);
 
-    /// The dialog shows @p folder, at once or when it opens. Opening leads to
-    /// the nearest folder above it when it is gone by then. Nothing happens for
-    /// an empty one.
+    /// Sets the folder that a visible dialog shows now and a hidden dialog when it opens.
+    /// If @p folder does not exist then, its nearest existing parent is shown. Does
+    /// nothing if @p folder is empty.
     void setDirectory(const QString& folder);
     void setDirectory(const QDir& folder) { setDirectory(folder.absolutePath()); }
 
     /// The folder that the dialog shows, or will show when it opens.
     QDir directory() const;
 
-    /// Puts @p name, which may be empty, into the name field of the open dialog and
-    /// selects it; no file is highlighted and no signal goes out.
+    /// Writes @p name, which can be empty, into the name field of the open dialog and
+    /// selects the text. Clears the highlight in the list of files. No signal is emitted.
     void showName(const QString& name);
 
-    /// Opens the dialog with the name of its last file selected, so that typing
-    /// replaces it, or hides it with everything that belongs to it. It opens
-    /// large enough to read at first; then it keeps the size the user gave it.
+    /// Shows or hides the dialog. When it is shown, the text of the name field is
+    /// selected, so that typing replaces it. When it is first shown, it is made large
+    /// enough to read the list of files; later it keeps the size that the user set.
     void setVisible(bool visible) override;
 
 private:
     QFileSystemModel* fileModel() const;
     QLineEdit* nameEdit() const;
-    void rest();
-    void takeCompleter();
-    void wake();
-    void makeReadable();
+    void suspend();
+    void detachCompleter();
+    void resume();
+    void ensureReadableSize();
 
-    QString m_folder;                 // of a hidden dialog
-    QPointer<QCompleter> m_completer; // of a hidden dialog, taken from its name field
-    bool m_readable = false;          // it has had its size
+    QString m_folder;                 // the folder of a hidden dialog
+    QPointer<QCompleter> m_completer; // detached from the name field of a hidden dialog
+    bool m_hasReadableSize = false;   // whether the dialog has been made large enough
 };
 
 } // namespace rows

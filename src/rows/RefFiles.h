@@ -1,4 +1,4 @@
-// The list of reference rows, and one place to listen to all of them.
+// The list of reference rows, with signals that combine the signals of all rows.
 #pragma once
 
 #include <QList>
@@ -6,8 +6,8 @@
 
 class ARefFile;
 
-/// Holds the reference rows in list order. The panel connects each row to the
-/// two signals, so that it need listen in one place only.
+/// Holds the reference rows in the order of the list. The panel connects the signals of
+/// each row to the two signals here, so that a receiver needs only one connection.
 class RefFiles : public QObject
 {
     Q_OBJECT
@@ -15,11 +15,11 @@ class RefFiles : public QObject
 public:
     explicit RefFiles(QObject* parent = nullptr);
 
-    QList<ARefFile*> RefRows; ///< owned by the panel's widget tree
+    QList<ARefFile*> RefRows; ///< not owned: the rows are child widgets of the panel
 
 Q_SIGNALS:
     /// A row was switched on or off.
     void changedUse();
-    /// A row was given a file, or cleared.
+    /// A file was selected in a row, or the row was cleared.
     void selectedFile();
 };

@@ -1,8 +1,8 @@
-// Grabs the program's windows, with the sample loaded, into picture files.
+// Loads the sample and saves pictures of the program's windows.
 //   aelk_pictures SAMPLE-FOLDER OUTPUT-FOLDER [all] [-e | -j]
-// makes the pictures of the documents; with "all" every window at half, at its
-// own and at double size, to look at after a change. The folder of the sample is
-// on the pictures as it is named here.
+// makes the pictures for the documents. With "all" it saves every window at half, normal
+// and double size, to check the layout after a change. The pictures show the path of
+// SAMPLE-FOLDER exactly as given.
 
 #include "CombinationErrors.h"
 #include "SampleRun.h"
@@ -26,7 +26,7 @@
 namespace
 {
 
-/// Of a plot in a window of its own.
+/// Saves a picture of a plot in a separate window.
 bool grabPlot(DispABase* plot, const QString& path)
 {
     plot->popDock();
@@ -35,7 +35,7 @@ bool grabPlot(DispABase* plot, const QString& path)
     return good;
 }
 
-/// The same with the x range that a few turns of the wheel would give it.
+/// Does the same after zooming the x axis to the given range, eV.
 bool grabPlot(DispABase* plot, double fromEv, double toEv, const QString& path)
 {
     plot->DispA->cc.setRealX(fromEv, toEv);
@@ -88,8 +88,8 @@ bool grabAll(const QList<QWidget*>& windows, const QDir& output)
     return good;
 }
 
-/// The state that the pictures show: that of a first run through the sample,
-/// with the comparison filled by targets of known valence first.
+/// Brings the program into the state that the pictures show: the sample is loaded and
+/// calculated, and three targets, two of them of known valence, fill the comparison graph.
 void runThroughSample(FourPs& panel, SampleRun& run, const QDir& sample)
 {
     run.load();
