@@ -248,7 +248,7 @@ void tst_BlockCalculations::everySizeMatchesTheReferenceImplementation_data()
             << static_cast<int>(Method::ThreePoints) << 2 << false << number;
         QTest::addRow("exact four points, %s", name)
             << static_cast<int>(Method::ExactFourPoints) << 2 << false << number;
-        QTest::addRow("minimumRows square, %s", name)
+        QTest::addRow("least square, %s", name)
             << static_cast<int>(Method::LeastSquare) << 2 << false << number;
         for (int references = 2; references <= 4; ++references) {
             for (const bool victoreen : {false, true}) {
@@ -437,7 +437,7 @@ void disturb(A2DData& result, const QList<std::pair<A2DData, A2DData>>& copies, 
     }
 }
 
-/// A random calculation on @p maps, usually in array order, with at minimumRows four rows.
+/// A random calculation on @p maps, usually in array order, with at least four rows.
 Task anyTask(const Maps& maps, Random& random)
 {
     Task task;
@@ -556,7 +556,7 @@ void tst_BlockCalculations::changedMapIsReadAgain_data()
     QTest::addColumn<int>("method");
     QTest::newRow("three points") << static_cast<int>(Method::ThreePoints);
     QTest::newRow("exact four points") << static_cast<int>(Method::ExactFourPoints);
-    QTest::newRow("minimumRows square") << static_cast<int>(Method::LeastSquare);
+    QTest::newRow("least square") << static_cast<int>(Method::LeastSquare);
     QTest::newRow("non-equivalent") << static_cast<int>(Method::NonEquivalent);
 }
 

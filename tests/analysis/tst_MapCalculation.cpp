@@ -264,8 +264,7 @@ void tst_MapCalculation::methodsMatchTheReferenceImplementationBitForBit_data()
     QTest::addColumn<int>("minimumOthers"); // rows in addition to the V row
     QTest::newRow("three points") << &analysis::mapThreePoints << &tests::plainThreePoints << 2;
     QTest::newRow("exact") << &analysis::mapExactFourPoints << &tests::plainExactFourPoints << 3;
-    QTest::newRow("minimumOthers square")
-        << &analysis::mapLeastSquare << &tests::plainLeastSquare << 0;
+    QTest::newRow("least square") << &analysis::mapLeastSquare << &tests::plainLeastSquare << 0;
 }
 
 namespace

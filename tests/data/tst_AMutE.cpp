@@ -23,7 +23,7 @@ private Q_SLOTS:
     void extremesSpanAllPoints();
     void extremesAreCalculatedAnewForEachFile_data();
     void extremesAreCalculatedAnewForEachFile();
-    void descendingScanKeepsItsOrder();
+    void descendingScanStaysDescending();
     void readKeepsTheShiftAndTheLimits();
     void pointsKeepRawEnergiesWithAShift();
     void readFitsTheLinesWithTheCurrentLimits();
@@ -108,7 +108,7 @@ void tst_AMutE::extremesAreCalculatedAnewForEachFile()
     QTEST((QList<double>{spectrum.minMut, spectrum.maxMut}), "mut");
 }
 
-void tst_AMutE::descendingScanKeepsItsOrder()
+void tst_AMutE::descendingScanStaysDescending()
 {
     AMutE spectrum;
     QVERIFY(read(&spectrum, "8500 3\n8400 2\n8300 1\n"));

@@ -193,7 +193,7 @@ private Q_SLOTS:
     void missingFileKeepsThePointsAndIsLogged();
     void formatIsRecognisedByContentNotByName();
 
-    // The plainFileIsRead format
+    // The plain format
     void plainFileIsRead_data();
     void plainFileIsRead();
     void plainAngleIsCalculatedForTheFixedCrystal();
@@ -367,7 +367,7 @@ void tst_AMutEFiles::is9809()
 
 void tst_AMutEFiles::is9809ReadsTheFirstLineOnly()
 {
-    // The first line alone decides the format: read as a plainFileIsRead file, the rest would give
+    // The first line alone decides the format: read as a plain file, the rest would give
     // points.
     AMutE spectrum;
     QVERIFY(!read(&spectrum, "9809\n8300 1\n8400 2\n8300 1 2 3 4 5\n"));
@@ -389,7 +389,7 @@ void tst_AMutEFiles::missingFileKeepsThePointsAndIsLogged()
 void tst_AMutEFiles::formatIsRecognisedByContentNotByName()
 {
     AMutE spectrum;
-    QVERIFY(spectrum.readFile(tests::writeFile(dir, "plainFileIsRead.9809", "8300 1\n")));
+    QVERIFY(spectrum.readFile(tests::writeFile(dir, "plain.9809", "8300 1\n")));
     QVERIFY(spectrum.readFile(
         tests::writeFile(dir, "beam.txt", beamline("Mode 0 0 1 2", "0 30 0 800 100\n"))));
     QCOMPARE(muts(spectrum), Values{ln8});
@@ -696,7 +696,7 @@ void tst_AMutEFiles::successfulReadFitsTheLines_data()
 {
     QTest::addColumn<QByteArray>("content");
 
-    QTest::newRow("plainFileIsRead") << QByteArray("8600 1\n8700 1\n8800 1\n8900 1\n");
+    QTest::newRow("plain") << QByteArray("8600 1\n8700 1\n8800 1\n8900 1\n");
     // The angles from 12.5 to 13.3 degrees are energies from 9135 to 8594 eV.
     QTest::newRow("9809") << QByteArray("9809\nMode 0 0 1 3\nOffset\n0 12.5 0 1 1\n0 12.7 0 1 1\n"
                                         "0 13 0 1 1\n0 13.3 0 1 1\n");
@@ -762,8 +762,7 @@ void tst_AMutEFiles::truncatedFileReadsLikeTheReference_data()
 {
     QTest::addColumn<QByteArray>("content");
 
-    QTest::newRow("plainFileIsRead")
-        << QByteArray("# head\nE mut\n8300 1.5\r\n8400 -2e-1 x\n\n8500 nan\n");
+    QTest::newRow("plain") << QByteArray("# head\nE mut\n8300 1.5\r\n8400 -2e-1 x\n\n8500 nan\n");
     QTest::newRow("9809") << beamline("Mode 0 0 1 2 3", "0 30 0 800 100 5\r\n0 29 0 8 1 2\n");
 }
 
@@ -821,8 +820,8 @@ void tst_AMutEFiles::lineOf16MiBIsRead_data()
     QTest::addColumn<QByteArray>("start");
     QTest::addColumn<QByteArray>("end");
     const QByteArray header = "9809\nMode 0 0 1 2\n";
-    QTest::newRow("plainFileIsRead") << QByteArray() << QByteArray("\n1 2\n");
-    QTest::newRow("plainFileIsRead, last line") << QByteArray("1 2\n") << QByteArray();
+    QTest::newRow("plain") << QByteArray() << QByteArray("\n1 2\n");
+    QTest::newRow("plain, last line") << QByteArray("1 2\n") << QByteArray();
     QTest::newRow("9809") << header << QByteArray("\nOffset\n0 30 0 800 100\n");
     QTest::newRow("9809, last line") << header + "Offset\n0 30 0 800 100\n" << QByteArray();
 }
@@ -859,7 +858,7 @@ void tst_AMutEFiles::longerLineIsRefused()
 void tst_AMutEFiles::deviceReadsLikeItsFile_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::newRow("plainFileIsRead") << QByteArray("# Ni\r\n8300 0.5\r\n8400 1.5\r\n");
+    QTest::newRow("plain") << QByteArray("# Ni\r\n8300 0.5\r\n8400 1.5\r\n");
     QTest::newRow("9809") << beamline("Mode 0 0 1 2", "0 30 0 800 100\n");
     QTest::newRow("words") << QByteArray("no number\n");
     QTest::newRow("empty") << QByteArray();

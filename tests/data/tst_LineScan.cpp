@@ -14,7 +14,7 @@ bool mayBeRefused(QByteArray text)
     return data::mayBeRefused(device);
 }
 
-constexpr qsizetype maxLineLength = 16777216; // characters of the maxLineLength accepted line
+constexpr qsizetype maxLineLength = 16777216; // characters of the longest accepted line
 constexpr qsizetype maxOneByteComments =
     1032444; // comment lines of one character, which count 65 bytes each
 
