@@ -165,8 +165,8 @@ void tst_AMutELines::fitRecoversBothLines()
         spectrum.points.append({0.0, E, lineAt(post, E)});
     }
     spectrum.fitLines();
-    // The normal equations have a condition number near 1e8: eight of sixteen
-    // digits remain.
+    // The normal equations have a condition number near 1e8, so about eight of
+    // sixteen digits remain.
     for (double E = 7000.0; E <= 9500.0; E += 100.0) {
         QVERIFY(near(spectrum.preValue(E), lineAt(pre, E), 1e-7));
         QVERIFY(near(spectrum.postValue(E), lineAt(post, E), 1e-7));
@@ -249,13 +249,14 @@ void tst_AMutELines::pointOnALimitOrWithNaNEnergyEntersNeitherFit()
     with.fitLines();
     QVERIFY(isSame(with.preLine, without.preLine));
     QVERIFY(isSame(with.postLine, without.postLine));
-    QVERIFY(std::isnan(with.preLine.c) != std::isnan(with.postLine.c)); // one part has points
+    QVERIFY(std::isnan(with.preLine.c) !=
+            std::isnan(with.postLine.c)); // exactly one of the two ranges has points
 }
 
 void tst_AMutELines::fitUsesWorkingEnergies()
 {
-    // The same spectrum, read 8 eV higher and shifted back; powers of two and
-    // integers keep the energies exact.
+    // The same spectrum with all energies 8 eV higher and a shift that undoes it. The
+    // energies are integers, so the shift is exact.
     const Pairs pairs{{7700, 1}, {7800, 1.25}, {7900, 1.5}, {7999, 2},
                       {8600, 3}, {8700, 4},    {8800, 4.5}, {8501, 2.5}};
     AMutE plain = spectrumOf(pairs);
@@ -519,7 +520,7 @@ void tst_AMutELines::valueAtInterpolatesThePresentation()
     QCOMPARE(spectrum.valueAt(2, 15.0), -3.0);
     QCOMPARE(spectrum.valueAt(3, 15.0), 0.25);
     QCOMPARE(spectrum.valueAt(4, 15.0), 0.25);
-    QCOMPARE(spectrum.valueAt(4, 30.0), 1.0); // extended
+    QCOMPARE(spectrum.valueAt(4, 30.0), 1.0); // extrapolated
     spectrum.dE = 5.0;
     QCOMPARE(spectrum.valueAt(1, 10.0), 1.0);
 }
@@ -561,10 +562,10 @@ void tst_AMutELines::valueRangeOnlyWidens()
     const AMutE spectrum = withConstantLines(spectrumOf({{10, 1}, {20, 3}}), 1.0, 5.0);
     double min = -10.0;
     double max = 1.0;
-    spectrum.valueRange(1, 0.0, 100.0, &min, &max); // 0 and 2
+    spectrum.valueRange(1, 0.0, 100.0, &min, &max); // the values are 0 and 2
     QCOMPARE(min, -10.0);
     QCOMPARE(max, 2.0);
-    spectrum.valueRange(1, 50.0, 100.0, &min, &max); // no point
+    spectrum.valueRange(1, 50.0, 100.0, &min, &max); // no point in this range
     QCOMPARE(min, -10.0);
     QCOMPARE(max, 2.0);
 }

@@ -329,7 +329,7 @@ Kind anyKind(Random& random)
     return onceIn(random, 2) ? Kind::Random : tests::allKinds[random() % tests::allKinds.size()];
 }
 
-/// Changes one of @p maps, or none: what a user can do between calculations, and more.
+/// Changes one of @p maps, or none, also in ways that a user cannot.
 void change(Maps& maps, Random& random)
 {
     const auto any = [&]() -> A2DData& { return maps[random() % maps.size()]; };
@@ -347,7 +347,7 @@ void change(Maps& maps, Random& random)
                            random);
         break;
     }
-    case 2: // one pixel in place
+    case 2: // one pixel changed in place
         if (rows > 0) {
             map.rows[wholeNumber(random, 0, rows - 1)] = tests::rowOf(kind, random);
         }
@@ -392,7 +392,7 @@ void change(Maps& maps, Random& random)
     }
 }
 
-/// What other code may do to a result between calculations.
+/// Changes a result, as other code can do between calculations.
 void disturb(A2DData& result, const QList<std::pair<A2DData, A2DData>>& copies, Random& random)
 {
     const int rows = static_cast<int>(result.rows.size());

@@ -1,4 +1,5 @@
-// Which inputs refuse a calculation, the order of the checks, and the rows it uses.
+// Which inputs prevent a calculation, the order of the checks, and the rows that a
+// calculation uses.
 #include "analysis/CalculationPlan.h"
 
 #include "support/PanelInputs.h"

@@ -76,7 +76,7 @@ private:
     FourPs& panel = *m_shared;
 };
 
-// The shared panel has only run what its constructor triggers.
+// In the shared panel only the calculations that its constructor triggers have run.
 void tst_FourPsLcf::initTestCase()
 {
     QVERIFY(!panel.LCFMut);
@@ -206,7 +206,7 @@ void tst_FourPsLcf::comparisonPointAfterARefusedTargetHoldsTheEarlierResult()
     panel.calcBoth();
     QCOMPARE(panel.LCFvs4PS.size(), 2);
     QCOMPARE(panel.LCFvs4PS.at(1).fourPsA, 0.5);
-    QCOMPARE(panel.LCFvs4PS.at(1).fourPsValence, 3.0); // between 2 and 4
+    QCOMPARE(panel.LCFvs4PS.at(1).fourPsValence, 3.0); // the mean of 2 and 4
 }
 
 void tst_FourPsLcf::clearingRemovesThePointsAndResetsTheColour()

@@ -321,7 +321,7 @@ void tst_FourPsMap::pointMethodsEmptyTheReferenceHistograms_data()
     }
 }
 
-// A repeated run with unchanged inputs skips the calculation, but still starts these
+// A repeated run with unchanged inputs skips the calculation, but still resets these
 // histograms.
 void tst_FourPsMap::pointMethodsEmptyTheReferenceHistograms()
 {

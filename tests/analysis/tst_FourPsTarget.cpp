@@ -220,8 +220,8 @@ void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly_data()
     QTest::newRow("neither") << false << false;
 }
 
-// The two terms of the Victoreen background cannot follow a straight line through eight
-// points.
+// Target and pixels have a linear background: the two terms of the Victoreen background
+// cannot follow a straight line through eight points.
 void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly()
 {
     QFETCH(bool, linear);

@@ -59,7 +59,7 @@ bool countInBlocks(HistogramCounts& counts, const Values& values, int perBlock,
     return before.bins == binsBefore;
 }
 
-/// Values on, next to and between bin edges, values outside all bins, and odd numbers.
+/// Values on, next to and between bin edges, values outside all bins, NaN and infinities.
 Values valuesFor(const HistogramCounts& counts, std::mt19937_64& random, int number)
 {
     Values values;

@@ -88,7 +88,7 @@ Vector<N> solved(const Matrix<N>& a, const Vector<N>& b)
                             analysis::fastestInstructions())[2];
 }
 
-/// Number of random systems of size N whose solution differs from SmallMatrix.
+/// Number of random systems of size N whose solution differs from that by SmallMatrix.
 template <std::size_t N>
 int differences(const std::function<double()>& element)
 {
@@ -165,8 +165,7 @@ void tst_LaneSolver::unknownsAreInColumnOrder()
 void tst_LaneSolver::firstOfEqualPivotsIsChosen()
 {
     // With row 0 as pivot the multiplier is 1 and 1e-20 is lost in row 1 (1 - 1e-20 = 1), so
-    // x1 = (1 - 0) / (1 - 1e-20) = 1 and x0 = 0 - 1e-20. With row 1 as pivot x0 would be 1 -
-    // 1 = 0.
+    // x1 = (1 - 0) / (1 - 1e-20) = 1 and x0 = 0 - 1e-20. With row 1 as pivot, x0 would be 0.
     const auto x = solved<2>({{{1, 1e-20}, {1, 1}}}, {0, 1});
     QCOMPARE(x[1], 1.0);
     QVERIFY(tests::sameDouble(x[0], -1e-20));

@@ -1,5 +1,6 @@
-// analysis::LinearCombination: small cases by hand, and random ones bit for bit against the
-// reference implementation, which factorises the matrix for every set of values.
+// analysis::LinearCombination: small cases calculated by hand, and random cases compared
+// bit for bit with the reference implementation, which factorises the matrix for every set of
+// values.
 #include "analysis/LinearCombination.h"
 
 #include "support/PlainFits.h"

@@ -54,7 +54,7 @@ using Change = std::function<void(FakeCalculation&)>;
 const A2DData someMap;
 const A2DData otherMap;
 
-// Stacks whose numbers are all different, so that exchanged numbers are noticed.
+// Stacks whose numbers are all different, so that a mix-up of two numbers is noticed.
 analysis::MapStack fourPoints()
 {
     return {{{&someMap, 1.0, 2.0, 3.0}, {&someMap, 4.0, 5.0, 6.0}},

@@ -118,7 +118,7 @@ void tst_MapScan::rowsOfTheMapAreNotRead()
     QCOMPARE(limits->high, 2.0);
 }
 
-// A loop over two thousand million empty lines would take too long.
+// A loop over 2^31 empty lines would take too long.
 void tst_MapScan::linesWithoutColumnsAreSkipped()
 {
     QVERIFY(!scan(0, std::numeric_limits<int>::max(), {}));

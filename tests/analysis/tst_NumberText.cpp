@@ -75,7 +75,7 @@ double anyMagnitudeNearOne(Random& random)
 }
 
 /// Fractions with few binary digits. Many are exactly half-way between two numbers of six
-/// decimal digits.
+/// significant digits.
 double dyadic(Random& random)
 {
     return std::ldexp(integer(random, -20'000'000, 20'000'000), -integer(random, 0, 24));
@@ -93,7 +93,8 @@ double sevenDigitsEndingInFive(Random& random)
     return step == 0 ? value : std::nextafter(value, step * inf);
 }
 
-/// A number near such a half; the distance is about the safety margin of the fast path.
+/// A number near the middle between two numbers of six significant digits; the distance is
+/// about the safety margin of the fast path.
 double closeToAHalf(Random& random)
 {
     const double half = integer(random, 100'000, 999'999) + 0.5;
@@ -203,7 +204,8 @@ void tst_NumberText::limitsMatchQt_data()
     QTest::newRow("largest") << std::numeric_limits<double>::max();
     QTest::newRow("smallest normal") << std::numeric_limits<double>::min();
     QTest::newRow("largest subnormal") << std::nextafter(std::numeric_limits<double>::min(), 0.0);
-    // Halves that no double holds exactly; the nearest doubles are on either side.
+    // Half-way cases that are not exact in binary: the nearest double is above some of them and
+    // below others.
     QTest::newRow("0.1234565") << 0.1234565;
     QTest::newRow("0.1234575") << 0.1234575;
     QTest::newRow("1.000005") << 1.000005;
@@ -214,7 +216,7 @@ void tst_NumberText::limitsMatchQt_data()
     QTest::newRow("2.5e-5") << 2.5e-5;
     QTest::newRow("0.0002000005") << 0.0002000005;
     QTest::newRow("0.001234565") << 0.001234565;
-    // Exact halves.
+    // Half-way cases that are exact in binary.
     QTest::newRow("0.5") << 0.5;
     QTest::newRow("1000005") << 1000005.0;
     QTest::newRow("100000.5") << 100000.5;

@@ -167,7 +167,7 @@ void tst_PixelBlocks::absorbanceThatIsNotCachedIsCalculated()
 
 void tst_PixelBlocks::growingResultDropsItsOldValues()
 {
-    // A copy of the rows in a longer list would keep their values; new rows have none.
+    // Copying the rows into a longer list would keep their values; a new result has none.
     A2DData result;
     result.rows.append({1.0, 2.0, 3.0, 4.0, {5.0}});
     analysis::startResult(result, tests::readyMap(100, 1, {}));

@@ -163,8 +163,8 @@ void tst_PlaneLines::rowsOnALineGiveThatLine()
 }
 
 // The points (0,0), (1,2), (2,1) and (3,5) have the means 1.5 and 2. The products of the
-// deviations add up to (-1.5)(-2) + 0 + 0.5 (-1) + 1.5 * 3 = 7, their squares in x to 5, so a
-// = 1.4 and b = 2 - 2.1.
+// deviations add up to (-1.5)(-2) + 0 + 0.5 (-1) + 1.5 * 3 = 7, the squares of those in x to 5, so
+// the slope a is 1.4 and b = 2 - 2.1.
 void tst_PlaneLines::scatteredRowsGiveTheLeastSquaresLine()
 {
     const PlaneLines lines = planeLines(rowsAt({{0.0, 0.0}, {1.0, 2.0}, {2.0, 1.0}, {3.0, 5.0}}));
@@ -222,7 +222,7 @@ void tst_PlaneLines::nonFiniteNumberSpoilsOnlyTheFittedLine()
     }
 }
 
-// An empty collection, with r = 0, results from fewer than two used references.
+// With fewer than two used references the collection is empty and r is 0.
 void tst_PlaneLines::emptyCollectionGivesNoFiniteLine()
 {
     const PlaneLines lines = planeLines(CollectedRows());

@@ -80,12 +80,13 @@ void tst_ReferenceSet::referencesWithoutGapHaveNoRowWithoutCounterpart()
 
 void tst_ReferenceSet::gapLeavesALaterRowWithoutCounterpart()
 {
-    // Rows 0 and 2 are used, so there is no used reference number 2 for row 2.
+    // Rows 0 and 2 are used. The counterpart of row 2 would be used reference number 2 (counted
+    // from 0), which does not exist.
     QCOMPARE(ReferenceSet({reference(true, true), reference(false, true), reference(true, true)})
                  .rowWithoutValidCounterpart(),
              2);
-    // Rows 1 and 2 are used: number 1 exists for row 1 (it is row 2), number 2 does not for
-    // row 2.
+    // Rows 1 and 2 are used. The counterpart of row 1 is used reference number 1, which is row
+    // 2; row 2 has no counterpart.
     QCOMPARE(ReferenceSet({reference(false, true), reference(true, true), reference(true, true)})
                  .rowWithoutValidCounterpart(),
              2);
@@ -96,7 +97,8 @@ void tst_ReferenceSet::rowWithInvalidCounterpartIsReturned()
     QCOMPARE(
         ReferenceSet({reference(true, true), reference(true, false)}).rowWithoutValidCounterpart(),
         1);
-    // Row 1 itself is valid, but used reference number 1 is row 2, which is invalid.
+    // Row 1 itself is valid, but its counterpart, used reference number 1, is row 2, which is
+    // invalid.
     QCOMPARE(ReferenceSet({reference(false, true), reference(true, true), reference(true, false)})
                  .rowWithoutValidCounterpart(),
              1);
@@ -249,7 +251,7 @@ void tst_ReferenceSet::mapLimitsByColumn()
     const std::optional<Limits> limits = analysis::mapLimits(kind, refs);
     QCOMPARE(limits.has_value(), known);
     if (known) {
-        QTEST(limits->low, "low"); // compares doubles to a relative 1e-12
+        QTEST(limits->low, "low"); // doubles with a relative tolerance of 1e-12
         QTEST(limits->high, "high");
     }
 }

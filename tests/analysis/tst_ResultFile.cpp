@@ -1,4 +1,4 @@
-// Writing a result to a file. tst_FileAccess has further files that cannot be opened.
+// Writing a result to a file. tst_FileAccess tests more files that cannot be opened.
 #include "analysis/ResultFile.h"
 
 #include "data/A2DData.h"

@@ -1,4 +1,5 @@
-// The text of result maps: its layouts, the reference implementation, failing devices.
+// The text of result maps: its layouts, comparison with the reference implementation,
+// failing devices.
 #include "analysis/ResultText.h"
 
 #include "data/A2DData.h"
@@ -53,7 +54,7 @@ A2DData mapOf(int width, int height, const QList<A2DRow>& rows)
     return map;
 }
 
-/// The text of the writer; empty if it reports failure.
+/// The text that the writer produces; empty if the writer reports failure.
 QByteArray textOf(const A2DData& map, const ValenceMix& mix, const Wanted& wanted = {})
 {
     QBuffer buffer;

@@ -108,7 +108,7 @@ Solution solved(const Rows& rows, const Values& right)
 
 /// The same solution by a straightforward Gaussian elimination with partial pivoting, which
 /// swaps the rows and restores their order at the end.
-Solution solvedByMovingRows(Rows a, Values right)
+Solution solvedBySwappingRows(Rows a, Values right)
 {
     const std::size_t n = a.size();
     Indices order(n);
@@ -532,7 +532,7 @@ void tst_SmallMatrix::matchesRowSwappingEliminationBitForBit()
                 right[i] = number(rarity);
             }
             const Solution s = solved(rows, right);
-            const Solution expected = solvedByMovingRows(rows, right);
+            const Solution expected = solvedBySwappingRows(rows, right);
             QCOMPARE(s.perm, expected.perm);
             QVERIFY(same(s.l, expected.l) && same(s.u, expected.u));
             QVERIFY(same(s.y, expected.y) && same(s.x, expected.x));
@@ -552,10 +552,9 @@ void tst_SmallMatrix::gaussJordanSolvesADiagonalSystem()
 
 void tst_SmallMatrix::gaussJordanDoesNotClearEarlierPivotRows()
 {
-    // Row 0 is first: (1 .5
-    // .5 0). Row 1 minus 1 times row 0 is (0 1.5
-    // -.5 1), then divided by 1.5. The .5 above the second diagonal element remains. The
-    // thirds are rounded in the same way on both sides.
+    // Row 0 is first: (1 .5 | .5 0). Row 1 minus 1 times row 0 is (0 1.5 | -.5 1), which is then
+    // divided by 1.5. The .5 above the second diagonal element remains. The expected thirds are
+    // rounded in the same way.
     const Matrix a(Rows{{4, 2}, {1, 2}});
     const Matrix b(Rows{{2, 0}, {0, 1}});
     SmallMatrix::gaussJordan(2, a, b);

@@ -1,4 +1,4 @@
-// The estimate whether a calculation takes long.
+// Estimating whether a calculation will take long.
 #include "analysis/WorkEstimate.h"
 
 #include <QTest>

@@ -250,8 +250,7 @@ bool tst_AMutEFiles::read(AMutE* spectrum, const QByteArray& content)
     return spectrum->readFile(write(content));
 }
 
-/// Whether readFile() succeeds exactly if the reference implementation does, with equal
-/// points.
+/// Whether readFile() and the reference implementation agree on success and on every point.
 bool tst_AMutEFiles::readsLikeTheReference(const QByteArray& content)
 {
     const QString path = write(content);

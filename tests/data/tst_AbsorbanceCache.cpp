@@ -40,7 +40,7 @@ bool isCorrect(const AbsorbanceCache& cache, const A2DData& map)
     return true;
 }
 
-/// A map with a row for each pair of odd numbers.
+/// A map with one row for each pair of special values, such as zeros, NaN and infinities.
 A2DData mapOfOddPairs()
 {
     A2DData map;

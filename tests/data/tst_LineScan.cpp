@@ -1,4 +1,4 @@
-// The quick scan of a text map for lines that can be refused.
+// The quick scan that finds too long lines and too many comment lines in a text map.
 #include "data/LineScan.h"
 
 #include <QBuffer>
@@ -76,7 +76,8 @@ void tst_LineScan::manyCommentsAreSuspected()
     QFETCH(QByteArray, start);
     QVERIFY(!mayBeRefused((start + '\n').repeated(maxOneByteComments)));
     QVERIFY(mayBeRefused((start + '\n').repeated(maxOneByteComments + 1)));
-    QVERIFY(mayBeRefused((" \t" + start + '\n').repeated(maxOneByteComments))); // blanks count too
+    QVERIFY(
+        mayBeRefused((" \t" + start + '\n').repeated(maxOneByteComments))); // leading blanks count
 }
 
 void tst_LineScan::manyDataLinesAreNotSuspected()

@@ -293,7 +293,7 @@ void tst_MapTextReaderReference::hostileNumberInEveryField()
 
 void tst_MapTextReaderReference::randomNumbers()
 {
-    // All bit patterns are equally likely, with few digits and with all of them.
+    // Random bit patterns of doubles, written with 0 to 19 digits.
     Random random(13061306);
     QByteArray text = "# X-NUM 1\n# Y-NUM 1\n";
     for (int i = 0; i < 20000; ++i) {

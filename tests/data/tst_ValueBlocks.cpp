@@ -483,7 +483,7 @@ void tst_ValueBlocks::shorterLastBlockIsFilledCorrectly()
         QVERIFY(areFilled(rows, fill));
         QVERIFY(before.isEmpty() || areFilled(before, fillBefore));
     }
-    // The same without a copy of the rows.
+    // Again, without a copy of the rows that shares the blocks.
     for (const int number : {70, 64, 65, 128, 129, 1, 63, 64, 0, 100, 90, 100}) {
         rows.resize(number);
         refill(blocks, rows, ++fill);
