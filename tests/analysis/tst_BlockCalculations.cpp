@@ -393,7 +393,7 @@ void change(Maps& maps, Random& random)
 }
 
 /// Changes a result, as other code can do between calculations.
-void disturb(A2DData& result, const QList<std::pair<A2DData, A2DData>>& copies, Random& random)
+void modify(A2DData& result, const QList<std::pair<A2DData, A2DData>>& copies, Random& random)
 {
     const int rows = static_cast<int>(result.rows.size());
     A2DRow* const any = rows > 0 ? &result.rows[wholeNumber(random, 0, rows - 1)] : nullptr;
@@ -533,7 +533,7 @@ void tst_BlockCalculations::reusedMemoryAndResultMatchTheReferenceImplementation
         if (!onceIn(random, 3)) {
             task = anyTask(maps, random); // otherwise the previous task runs again
         }
-        disturb(outcome.map, copies.maps, random);
+        modify(outcome.map, copies.maps, random);
         const auto& available = analysis::availableInstructions();
         const Instructions instructions = available[random() % available.size()];
         Outcome& result = onceIn(random, 15) ? secondOutcome : outcome;

@@ -61,7 +61,7 @@ void setHistogramLimits(FourPs& panel)
 }
 
 // The rounded centres of the filled bins, each repeated as often as it was counted.
-QList<int> hits(const Histgram* histogram)
+QList<int> countedCentres(const Histgram* histogram)
 {
     QList<int> centres;
     for (int i = 0; i < histogram->bins.size(); ++i) {
@@ -73,12 +73,12 @@ QList<int> hits(const Histgram* histogram)
 
 bool isEmpty(const Histgram* histogram)
 {
-    return hits(histogram).isEmpty() && histogram->under == 0 && histogram->over == 0 &&
+    return countedCentres(histogram).isEmpty() && histogram->under == 0 && histogram->over == 0 &&
            histogram->total == 0;
 }
 
 // Fills the references' histograms, as an earlier non-equivalent run does.
-void countForReferences(FourPs& panel)
+void fillReferenceHistograms(FourPs& panel)
 {
     for (Histgram* histogram : panel.HistRatio + panel.HistDMut) {
         histogram->start(-1.0, 2.0, 51);
@@ -89,7 +89,7 @@ void countForReferences(FourPs& panel)
 }
 
 // Whether a reference's histogram is empty and has the limits of the main histogram.
-bool isStartedLike(const Histgram* histogram, const Histgram* main)
+bool isEmptyWithLimitsOf(const Histgram* histogram, const Histgram* main)
 {
     return histogram->minV == main->minV && histogram->maxV == main->maxV &&
            histogram->step == main->step && histogram->boxes == main->boxes && isEmpty(histogram);
@@ -269,12 +269,12 @@ void tst_FourPsMap::histogramsCountValenceTotalSharesAndAmounts()
     enterInputs(panel, mixedMaps({mixes::quarter, mixes::negative}));
     setHistogramLimits(panel);
     panel.calcMap();
-    QCOMPARE(hits(panel.HistV), (QList<int>{4, 6}));           // 4.25, 5.6
-    QCOMPARE(hits(panel.HistT), (QList<int>{4, 5}));           // 4, 5
-    QCOMPARE(hits(panel.HistRatio.at(0)), (QList<int>{0, 0})); // 0.25, -0.2
-    QCOMPARE(hits(panel.HistRatio.at(1)), (QList<int>{1, 1})); // 0.75, 1.2
-    QCOMPARE(hits(panel.HistDMut.at(0)), (QList<int>{-1, 1}));
-    QCOMPARE(hits(panel.HistDMut.at(1)), (QList<int>{3, 6}));
+    QCOMPARE(countedCentres(panel.HistV), (QList<int>{4, 6}));           // 4.25, 5.6
+    QCOMPARE(countedCentres(panel.HistT), (QList<int>{4, 5}));           // 4, 5
+    QCOMPARE(countedCentres(panel.HistRatio.at(0)), (QList<int>{0, 0})); // 0.25, -0.2
+    QCOMPARE(countedCentres(panel.HistRatio.at(1)), (QList<int>{1, 1})); // 0.75, 1.2
+    QCOMPARE(countedCentres(panel.HistDMut.at(0)), (QList<int>{-1, 1}));
+    QCOMPARE(countedCentres(panel.HistDMut.at(1)), (QList<int>{3, 6}));
     QCOMPARE(panel.HistRatio.at(0)->total, 2);
     for (const int missing : {2, 3}) {
         QVERIFY(isEmpty(panel.HistRatio.at(missing)));
@@ -296,10 +296,10 @@ void tst_FourPsMap::everyRunRestartsAllHistograms()
     panel.ui.HgTTo->setText("5");
     panel.ui.HgTBoxes->setText("10");
     panel.calcMap();
-    QCOMPARE(hits(panel.HistT), QList<int>{4});
+    QCOMPARE(countedCentres(panel.HistT), QList<int>{4});
     QCOMPARE(panel.HistV->over, 1);
-    QCOMPARE(hits(panel.HistRatio.at(1)), QList<int>{1});
-    QCOMPARE(hits(panel.HistDMut.at(1)), QList<int>{3});
+    QCOMPARE(countedCentres(panel.HistRatio.at(1)), QList<int>{1});
+    QCOMPARE(countedCentres(panel.HistDMut.at(1)), QList<int>{3});
     for (int i = 0; i < 4; ++i) {
         QCOMPARE(panel.HistRatio.at(i)->bins.size(), 4);
         QCOMPARE(panel.HistDMut.at(i)->bins.size(), 10);
@@ -333,12 +333,12 @@ void tst_FourPsMap::pointMethodsEmptyTheReferenceHistograms()
     if (repeated) {
         panel.calcMap();
     }
-    countForReferences(panel);
+    fillReferenceHistograms(panel);
     panel.calcMap();
     QVERIFY(messages(panel).isEmpty());
     for (int i = 0; i < 4; ++i) {
-        QVERIFY(isStartedLike(panel.HistRatio.at(i), panel.HistV));
-        QVERIFY(isStartedLike(panel.HistDMut.at(i), panel.HistT));
+        QVERIFY(isEmptyWithLimitsOf(panel.HistRatio.at(i), panel.HistV));
+        QVERIFY(isEmptyWithLimitsOf(panel.HistDMut.at(i), panel.HistT));
     }
     QVERIFY(eachIsInItsMiddleBin(panel));
 }

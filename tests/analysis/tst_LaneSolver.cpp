@@ -88,7 +88,7 @@ Vector<N> solved(const Matrix<N>& a, const Vector<N>& b)
                             analysis::fastestInstructions())[2];
 }
 
-/// Number of random systems of size N whose solution differs from that by SmallMatrix.
+/// Number of random systems of size N that SmallMatrix solves differently.
 template <std::size_t N>
 int differences(const std::function<double()>& element)
 {

@@ -21,7 +21,7 @@ using analysis::ValenceMix;
 namespace
 {
 
-using Wanted = std::array<bool, analysis::columnCount>;
+using SelectedColumns = std::array<bool, analysis::columnCount>;
 
 constexpr double inf = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
@@ -29,20 +29,20 @@ constexpr int maxInt = std::numeric_limits<int>::max();
 
 const QByteArray title = "# qelk result map V1.0\n";
 
-Wanted columns(std::initializer_list<std::size_t> indices)
+SelectedColumns columns(std::initializer_list<std::size_t> indices)
 {
-    Wanted wanted{};
+    SelectedColumns selected{};
     for (const std::size_t i : indices) {
-        wanted.at(i) = true;
+        selected.at(i) = true;
     }
-    return wanted;
+    return selected;
 }
 
-Wanted allColumns()
+SelectedColumns allColumns()
 {
-    Wanted wanted;
-    wanted.fill(true);
-    return wanted;
+    SelectedColumns selected;
+    selected.fill(true);
+    return selected;
 }
 
 A2DData mapOf(int width, int height, const QList<A2DRow>& rows)
@@ -55,19 +55,20 @@ A2DData mapOf(int width, int height, const QList<A2DRow>& rows)
 }
 
 /// The text that the writer produces; empty if the writer reports failure.
-QByteArray textOf(const A2DData& map, const ValenceMix& mix, const Wanted& wanted = {})
+QByteArray textOf(const A2DData& map, const ValenceMix& mix, const SelectedColumns& selected = {})
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    return analysis::writeResultMap(buffer, map, mix, wanted) ? buffer.data() : QByteArray();
+    return analysis::writeResultMap(buffer, map, mix, selected) ? buffer.data() : QByteArray();
 }
 
 QByteArray plainTextOf(const A2DData& map, const tests::PlainValences& valences,
-                       const Wanted& wanted)
+                       const SelectedColumns& selected)
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    return tests::writePlainResultMap(buffer, map, valences, wanted) ? buffer.data() : QByteArray();
+    return tests::writePlainResultMap(buffer, map, valences, selected) ? buffer.data()
+                                                                       : QByteArray();
 }
 
 /// The first position where two texts differ, with the text around it.
@@ -476,9 +477,10 @@ void tst_ResultText::textMatchesTheReferenceImplementation()
     map.yNum += 2; // two lines without rows
     const ValenceMix mix{validReferences >= 2, first.toDouble(), second.toDouble()};
     const tests::PlainValences valences{validReferences, first, second};
-    for (const Wanted& wanted : {allColumns(), columns({}), columns({0, 5, 12}), columns({11})}) {
-        const QByteArray text = textOf(map, mix, wanted);
-        const QByteArray plain = plainTextOf(map, valences, wanted);
+    for (const SelectedColumns& selected :
+         {allColumns(), columns({}), columns({0, 5, 12}), columns({11})}) {
+        const QByteArray text = textOf(map, mix, selected);
+        const QByteArray plain = plainTextOf(map, valences, selected);
         QVERIFY(!text.isEmpty());
         QVERIFY2(text == plain, difference(text, plain).constData());
     }

@@ -75,7 +75,7 @@ AMutE goodSpectrum()
 }
 
 /// Whether @p spectrum still equals goodSpectrum().
-bool untouched(const AMutE& spectrum)
+bool isUnchanged(const AMutE& spectrum)
 {
     const AMutE good = goodSpectrum();
     return spectrum.valid && spectrum.filePath == good.filePath &&
@@ -228,8 +228,8 @@ private Q_SLOTS:
     void lineOf16MiBIsRead();
     void longerLineIsRefused_data() { lineOf16MiBIsRead_data(); }
     void longerLineIsRefused();
-    void deviceReadsLikeItsFile_data();
-    void deviceReadsLikeItsFile();
+    void deviceIsReadLikeAFile_data();
+    void deviceIsReadLikeAFile();
     void deviceIsReadFromItsPosition();
 
 private:
@@ -287,7 +287,7 @@ void tst_AMutEFiles::unreadablePathChangesNothing()
     QFETCH(QString, path);
     AMutE spectrum = goodSpectrum();
     QVERIFY(!spectrum.readFile(path));
-    QVERIFY(untouched(spectrum));
+    QVERIFY(isUnchanged(spectrum));
 }
 
 void tst_AMutEFiles::fileWithoutPermissionChangesNothing()
@@ -304,7 +304,7 @@ void tst_AMutEFiles::fileWithoutPermissionChangesNothing()
     }
     AMutE spectrum = goodSpectrum();
     QVERIFY(!spectrum.readFile(closed));
-    QVERIFY(untouched(spectrum));
+    QVERIFY(isUnchanged(spectrum));
     QVERIFY(spectrum.readFile(readable));
 }
 
@@ -317,7 +317,7 @@ void tst_AMutEFiles::pipeChangesNothing()
     QVERIFY(!spectrum.is9809(path));
     QVERIFY(!spectrum.readPlain(path));
     QVERIFY(!spectrum.read9809(path));
-    QVERIFY(untouched(spectrum));
+    QVERIFY(isUnchanged(spectrum));
 }
 
 void tst_AMutEFiles::failedReadSetsTheNewNameAndRemovesThePoints()
@@ -382,7 +382,7 @@ void tst_AMutEFiles::missingFileKeepsThePointsAndIsLogged()
     QVERIFY(!spectrum.readPlain("/nowhere/file"));
     QTest::ignoreMessage(QtDebugMsg, cannotOpen);
     QVERIFY(!spectrum.read9809("/nowhere/file"));
-    QVERIFY(untouched(spectrum));
+    QVERIFY(isUnchanged(spectrum));
 }
 
 void tst_AMutEFiles::formatIsRecognisedByContentNotByName()
@@ -723,12 +723,12 @@ void tst_AMutEFiles::hostileFilesReadLikeTheReference_data()
     QTest::newRow("9809 with lone CR")
         << QByteArray("9809\rMode 0 0 1 2\nMode 0 0 1 2\rOffset\nOffset\n0 30 0 8\r1\n0 1 0 8 1\n");
     QTest::newRow("NUL bytes") << QByteArray("8300\0 1\n83\0 00 2 3\n\0\n", 22);
-    QTest::newRow("odd blanks") << QByteArray("8300\v1\f2\n8400\xc2\xa0"
-                                              "5\n\xe2\x80\x83"
-                                              "8500 "
-                                              "6\n8600\xc2\x85"
-                                              "7\n\x1c"
-                                              "8700 8\n");
+    QTest::newRow("unusual blanks") << QByteArray("8300\v1\f2\n8400\xc2\xa0"
+                                                  "5\n\xe2\x80\x83"
+                                                  "8500 "
+                                                  "6\n8600\xc2\x85"
+                                                  "7\n\x1c"
+                                                  "8700 8\n");
     QTest::newRow("broken UTF-8") << QByteArray("8300 1\xff\xfe\n\xc3(8400 2\n8500 3\n");
     QTest::newRow("UTF-16 with a lone surrogate") << QByteArray("\xff\xfe"
                                                                 "8\0 \0"
@@ -854,7 +854,7 @@ void tst_AMutEFiles::longerLineIsRefused()
     QCOMPARE(spectrum.maxEnergy, -1e300);
 }
 
-void tst_AMutEFiles::deviceReadsLikeItsFile_data()
+void tst_AMutEFiles::deviceIsReadLikeAFile_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("plain") << QByteArray("# Ni\r\n8300 0.5\r\n8400 1.5\r\n");
@@ -863,7 +863,7 @@ void tst_AMutEFiles::deviceReadsLikeItsFile_data()
     QTest::newRow("empty") << QByteArray();
 }
 
-void tst_AMutEFiles::deviceReadsLikeItsFile()
+void tst_AMutEFiles::deviceIsReadLikeAFile()
 {
     QFETCH(QByteArray, content);
     AMutE ofFile;

@@ -41,7 +41,7 @@ bool isCorrect(const AbsorbanceCache& cache, const A2DData& map)
 }
 
 /// A map with one row for each pair of special values, such as zeros, NaN and infinities.
-A2DData mapOfOddPairs()
+A2DData mapOfSpecialPairs()
 {
     A2DData map;
     for (const double intensity : tests::oddNumbers) {
@@ -89,7 +89,7 @@ void tst_AbsorbanceCache::cachedValuesEqualThePixels_data()
 {
     QTest::addColumn<A2DData>("map");
     std::mt19937_64 random(1);
-    QTest::newRow("odd pairs") << mapOfOddPairs();
+    QTest::newRow("pairs of special values") << mapOfSpecialPairs();
     for (const Kind kind : tests::allKinds) {
         for (const int rows : {1, 3, 63, 64, 65, 300}) {
             QTest::addRow("%s, %d rows", tests::nameOf(kind), rows)

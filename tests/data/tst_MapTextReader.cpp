@@ -175,8 +175,8 @@ private Q_SLOTS:
     void largeFileIsRefusedBeforeItIsRead();
     void suspectedLargeFileIsReadIfItIsValid();
     void largeFileThatChangesAfterTheScanIsReadAsChanged();
-    void refusalGoesToTheDebugLog();
-    void sizeGoesToTheDebugLog();
+    void refusalIsLogged();
+    void sizeIsLogged();
 
     void carriageReturnsAreDropped_data();
     void carriageReturnsAreDropped();
@@ -759,7 +759,7 @@ void tst_MapTextReader::largeFileThatChangesAfterTheScanIsReadAsChanged()
     QVERIFY(map.rows.isEmpty());
 }
 
-void tst_MapTextReader::refusalGoesToTheDebugLog()
+void tst_MapTextReader::refusalIsLogged()
 {
     QTest::ignoreMessage(QtDebugMsg, "the file is refused: a line is longer than a line may be");
     read(QByteArray(16777217, ' '));
@@ -770,7 +770,7 @@ void tst_MapTextReader::refusalGoesToTheDebugLog()
     read("# X-NUM 2097152\n# Y-NUM 1\n1 2 3\n");
 }
 
-void tst_MapTextReader::sizeGoesToTheDebugLog()
+void tst_MapTextReader::sizeIsLogged()
 {
     QTest::ignoreMessage(QtDebugMsg, "size 2 1");
     read(twoByOne + "1 2 3\n");
