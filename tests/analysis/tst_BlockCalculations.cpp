@@ -269,7 +269,7 @@ void tst_BlockCalculations::everySizeMatchesTheReferenceImplementation()
     const auto numbers = static_cast<Kind>(kind);
     Random random(static_cast<unsigned>(1000 * method + 100 * references + 10 * kind) +
                   (victoreen ? 1U : 0U));
-    // The largest sizes, one per kind, take most of the time.
+    // The largest sizes, one per kind, take most of the test's time.
     const std::array<std::pair<int, int>, 6> largest{
         {{1000, 1}, {16, 12}, {16, 16}, {20, 16}, {1, 321}, {25, 10}}};
     const std::array<std::pair<int, int>, 22> sizes{

@@ -191,7 +191,7 @@ void tst_FourPsWrite::fileThatCannotBeWrittenIsReported()
 void tst_FourPsWrite::partlyWrittenHistogramIsReportedByItsName()
 {
     if (!QFileInfo::exists("/dev/full")) {
-        QSKIP("needs the device that is always full");
+        QSKIP("needs /dev/full, the device that is always full");
     }
     enterInputs(panel, threePointMaps());
     const QString path = saveTo("map.dat");

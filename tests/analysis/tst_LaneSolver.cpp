@@ -1,4 +1,5 @@
-// Solving four linear systems side by side, compared bit for bit with SmallMatrix.
+// Solving four linear systems side by side (Gaussian elimination with partial pivoting), compared
+// bit for bit with SmallMatrix.
 #include "analysis/LaneSolver.h"
 
 #include "analysis/SmallMatrix.h"

@@ -126,7 +126,7 @@ void tst_MapQuantity::pixelIsFoundByItsPosition()
     const MapQuantity quantity(result, ValenceMix{}, 4);
     QCOMPARE(quantity.at(2, 0), 204.0);
     QCOMPARE(quantity.at(0, 1), 304.0);
-    QCOMPARE(quantity.at(1, 1), 0.0); // beyond the rows
+    QCOMPARE(quantity.at(1, 1), 0.0); // there is no such row
     QCOMPARE(quantity.at(0, 1 << 30), 0.0);
 }
 

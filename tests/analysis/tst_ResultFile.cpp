@@ -80,7 +80,7 @@ void tst_ResultFile::unopenableFileIsRefused()
 void tst_ResultFile::fullDiskIsRefused()
 {
     if (!QFileInfo::exists("/dev/full")) {
-        QSKIP("needs the device that is always full");
+        QSKIP("needs /dev/full, the device that is always full");
     }
     QVERIFY(!write("/dev/full"));
     QVERIFY(!write("/dev/full", readyMap(100, 100, QList<double>(10000, 1.0))));

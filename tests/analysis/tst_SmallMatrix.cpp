@@ -1,5 +1,6 @@
-// The small matrix library. The numbers are chosen so that every step is exact, and the
-// results are compared exactly.
+// The small matrix library: LU factorisation with partial pivoting, Gauss-Jordan elimination
+// and basic operations. The numbers are chosen so that every step is exact, and the results
+// are compared exactly.
 #include "analysis/SmallMatrix.h"
 #include "support/SameDouble.h"
 
@@ -552,9 +553,9 @@ void tst_SmallMatrix::gaussJordanSolvesADiagonalSystem()
 
 void tst_SmallMatrix::gaussJordanDoesNotClearEarlierPivotRows()
 {
-    // Row 0 is first: (1 .5 | .5 0). Row 1 minus 1 times row 0 is (0 1.5 | -.5 1), which is then
-    // divided by 1.5. The .5 above the second diagonal element remains. The expected thirds are
-    // rounded in the same way.
+    // Row 0 is used first and becomes (1 .5 | .5 0). Row 1 minus 1 times row 0 is (0 1.5 | -.5 1),
+    // which is then divided by 1.5. The .5 above the second diagonal element remains. The expected
+    // thirds are rounded in the same way.
     const Matrix a(Rows{{4, 2}, {1, 2}});
     const Matrix b(Rows{{2, 0}, {0, 1}});
     SmallMatrix::gaussJordan(2, a, b);
@@ -564,8 +565,9 @@ void tst_SmallMatrix::gaussJordanDoesNotClearEarlierPivotRows()
 
 void tst_SmallMatrix::gaussJordanStartsWithTheLargestDiagonal()
 {
-    // Row 1 is first, by absolute value: (-.25 1). Row 0 minus 4 times row 1 is (2 0). The
-    // -.25 shows the order: it would be 0 if row 0 were first.
+    // Row 1 is used first, since its diagonal element has the largest absolute value; it
+    // becomes (-.25 1). Row 0 minus 4 times row 1 is (2 0). The -.25 shows the order: it would
+    // be 0 if row 0 were used first.
     const Matrix a(Rows{{1, 4}, {2, -8}});
     const Matrix b(Rows{{1, 0}, {0, 8}});
     SmallMatrix::gaussJordan(2, a, b);
@@ -575,7 +577,8 @@ void tst_SmallMatrix::gaussJordanStartsWithTheLargestDiagonal()
 
 void tst_SmallMatrix::gaussJordanSkipsAZeroDiagonal()
 {
-    // Row 1 is first: (0 1). Row 0 minus 3 times row 1 keeps its zero diagonal element.
+    // Row 1 is used first and becomes (0 1). Row 0 minus 3 times row 1 keeps its zero diagonal
+    // element.
     const Matrix a(Rows{{0, 3}, {0, 2}});
     const Matrix b(Rows{{5, 6}, {4, 8}});
     SmallMatrix::gaussJordan(2, a, b);

@@ -300,7 +300,7 @@ void tst_AMutEFiles::fileWithoutPermissionChangesNothing()
 
     const tests::Unprivileged nobody;
     if (!nobody.holds()) {
-        QSKIP("the privileges of root cannot be dropped here");
+        QSKIP("root privileges cannot be dropped here");
     }
     AMutE spectrum = goodSpectrum();
     QVERIFY(!spectrum.readFile(closed));
@@ -410,7 +410,7 @@ void tst_AMutEFiles::plainFileIsRead_data()
         << QByteArray("\t8300 \t  1\t\n") << Values{8300} << Values{1};
     QTest::newRow("exponents") << QByteArray("8.3e3 -1E-2\n") << Values{8300} << Values{-0.01};
     QTest::newRow("plus sign") << QByteArray("+8300 +1\n") << Values{8300} << Values{1};
-    QTest::newRow("no logarithm is taken")
+    QTest::newRow("no logarithm is applied")
         << QByteArray("1000 800\n") << Values{1000} << Values{800};
     QTest::newRow("comments") << QByteArray("# 1 2\n  # 3 4\n#5 6\n8300 1\n") << Values{8300}
                               << Values{1};

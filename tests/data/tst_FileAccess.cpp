@@ -147,7 +147,7 @@ void tst_FileAccess::readingRefusesAFileWithoutPermission()
 
     const tests::Unprivileged nobody;
     if (!nobody.holds()) {
-        QSKIP("the privileges of root cannot be dropped here");
+        QSKIP("root privileges cannot be dropped here");
     }
     QVERIFY(data::openForReading(open));
     QVERIFY(!data::openForReading(closed));
@@ -237,7 +237,7 @@ void tst_FileAccess::fileWithoutWritePermissionKeepsItsContents()
     {
         const tests::Unprivileged nobody;
         if (!nobody.holds()) {
-            QSKIP("the privileges of root cannot be dropped here");
+            QSKIP("root privileges cannot be dropped here");
         }
         QVERIFY(data::openForWriting(open));
         QVERIFY(!data::openForWriting(closed));

@@ -1,4 +1,4 @@
-// Smoothing of a map, compared with a direct mean over every window.
+// Smoothing of a map by moving averages, compared with a direct mean over every window.
 #include "data/MaskItem.h"
 #include "data/TDData0.h"
 
