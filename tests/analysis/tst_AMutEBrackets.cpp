@@ -1,4 +1,4 @@
-// The search for many pairs at once against a search for each energy.
+// Searching the points around many energies at once, compared with one search per energy.
 #include "data/AMutE.h"
 
 #include "support/SameDouble.h"
@@ -37,17 +37,17 @@ class tst_AMutEBrackets : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void risingEnergiesByHand();
+    void energyIsFoundBetweenRisingPoints();
     void firstPairThatBracketsWins();
     void fallingPairBracketsNothing();
     void equalNeighboursBracketTheirEnergy();
-    void spectraWithoutAPair();
-    void equalsTheSearchForEachEnergy_data();
-    void equalsTheSearchForEachEnergy();
-    void manyNormalisedValuesEqualSingleOnes();
+    void spectraWithFewerThanTwoPoints();
+    void manyEnergiesGiveTheSameIndicesAsSingleSearches_data();
+    void manyEnergiesGiveTheSameIndicesAsSingleSearches();
+    void manyNormalisedValuesEqualSingleLookups();
 };
 
-void tst_AMutEBrackets::risingEnergiesByHand()
+void tst_AMutEBrackets::energyIsFoundBetweenRisingPoints()
 {
     const AMutE a = spectrum({10, 20, 30});
     QCOMPARE(a.indicesBelow({5, 10, 15, 20, 25, 30, 35}), (QList<int>{0, 0, 0, 0, 1, 1, 1}));
@@ -61,7 +61,7 @@ void tst_AMutEBrackets::firstPairThatBracketsWins()
 
 void tst_AMutEBrackets::fallingPairBracketsNothing()
 {
-    // Only 10..15 and 12..40 rise; 14 lies in the first, 25 in the second.
+    // Only the pairs 10, 15 and 12, 40 rise: the first contains 14, the second contains 25.
     const AMutE a = spectrum({10, 15, 12, 40});
     QCOMPARE(a.indicesBelow({14, 25}), (QList<int>{0, 2}));
 }
@@ -74,7 +74,7 @@ void tst_AMutEBrackets::equalNeighboursBracketTheirEnergy()
     QCOMPARE(first.indicesBelow({20}), QList<int>{0});
 }
 
-void tst_AMutEBrackets::spectraWithoutAPair()
+void tst_AMutEBrackets::spectraWithFewerThanTwoPoints()
 {
     QCOMPARE(spectrum({}).indicesBelow({5}), QList<int>{0});
     QCOMPARE(spectrum({10}).indicesBelow({5, 10, 15}), (QList<int>{0, 0, -1}));
@@ -82,13 +82,14 @@ void tst_AMutEBrackets::spectraWithoutAPair()
     QCOMPARE(spectrum({10, 20}).indicesBelow({}), QList<int>{});
 }
 
-void tst_AMutEBrackets::equalsTheSearchForEachEnergy_data()
+void tst_AMutEBrackets::manyEnergiesGiveTheSameIndicesAsSingleSearches_data()
 {
     QTest::addColumn<Energy>("energy");
     QTest::newRow("rising") << Energy([](std::mt19937&, int i) { return 2.0 * i; });
     QTest::newRow("falling") << Energy([](std::mt19937&, int i) { return 60.0 - 2 * i; });
-    QTest::newRow("equal") << Energy([](std::mt19937&, int) { return 20.0; });
-    QTest::newRow("steps") << Energy([](std::mt19937&, int i) { return 4.0 * (i / 4); });
+    QTest::newRow("all equal") << Energy([](std::mt19937&, int) { return 20.0; });
+    QTest::newRow("runs of four equal energies")
+        << Energy([](std::mt19937&, int i) { return 4.0 * (i / 4); });
     QTest::newRow("random") << Energy(
         [](std::mt19937& random, int) { return static_cast<double>(random() % 50); });
     QTest::newRow("with NaN and infinities") << Energy([](std::mt19937& random, int) {
@@ -105,7 +106,7 @@ void tst_AMutEBrackets::equalsTheSearchForEachEnergy_data()
     });
 }
 
-void tst_AMutEBrackets::equalsTheSearchForEachEnergy()
+void tst_AMutEBrackets::manyEnergiesGiveTheSameIndicesAsSingleSearches()
 {
     QFETCH(Energy, energy);
     std::mt19937 random(23);
@@ -117,18 +118,18 @@ void tst_AMutEBrackets::equalsTheSearchForEachEnergy()
         }
         AMutE made = spectrum(energies);
         made.dE = trial % 3;
-        QList<double> wanted{notANumber, infinity, -infinity};
+        QList<double> searched{notANumber, infinity, -infinity};
         for (int k = 0; k < 30; ++k) {
-            wanted.append(static_cast<double>(random() % 120) / 2 - 3);
+            searched.append(static_cast<double>(random() % 120) / 2 - 3);
         }
-        const QList<int> indices = made.indicesBelow(wanted);
-        for (qsizetype k = 0; k < wanted.size(); ++k) {
-            QCOMPARE(indices.at(k), made.indexBelow(wanted.at(k)));
+        const QList<int> indices = made.indicesBelow(searched);
+        for (qsizetype k = 0; k < searched.size(); ++k) {
+            QCOMPARE(indices.at(k), made.indexBelow(searched.at(k)));
         }
     }
 }
 
-void tst_AMutEBrackets::manyNormalisedValuesEqualSingleOnes()
+void tst_AMutEBrackets::manyNormalisedValuesEqualSingleLookups()
 {
     const AMutE a = spectrum({10, 30, 20, 20, 40});
     const QList<double> energies{5, 15, 20, 25, 35, 45, notANumber};

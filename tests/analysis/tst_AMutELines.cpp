@@ -28,7 +28,7 @@ AMutE spectrumOf(const Pairs& pairs, double dE = 0.0)
     return spectrum;
 }
 
-/// Lines that are constants, so that presentations can be done by hand.
+/// Sets constant lines, so that the expected presentations can be calculated by hand.
 AMutE withConstantLines(AMutE spectrum, double pre, double post)
 {
     spectrum.preLine = {pre, 0.0, 0.0};
@@ -36,7 +36,7 @@ AMutE withConstantLines(AMutE spectrum, double pre, double post)
     return spectrum;
 }
 
-/// c + a L^3 + b L^4 in powers.
+/// c + a L^3 + b L^4, with std::pow.
 double lineAt(const VictoreenLine& line, double energyEv)
 {
     const double L = hc / energyEv;
@@ -66,17 +66,17 @@ private Q_SLOTS:
     void linesAreVictoreenPolynomials();
     void linesAreEvaluatedFromTheHighestPowerDown();
     void linesAtEnergyZeroAreNotFinite();
-    void edgeJumpIsTakenAtTheEdgeEnergy();
+    void edgeJumpIsTheLineDifferenceAtTheEdgeEnergy();
 
     void fitRecoversBothLines();
-    void fitOfTwoOverlappingRangesSharesPoints();
+    void pointsInBothRangesEnterBothFits();
     void fitUsesSumsInListOrder();
-    void pointOnALimitOrNowhereIsInNeitherLine_data();
-    void pointOnALimitOrNowhereIsInNeitherLine();
+    void pointOnALimitOrWithNaNEnergyEntersNeitherFit_data();
+    void pointOnALimitOrWithNaNEnergyEntersNeitherFit();
     void fitUsesWorkingEnergies();
     void fitWithoutPointsKeepsTheLines();
     void rangeWithoutPointsGivesANaNLine();
-    void nothingElseRefits();
+    void onlyFitLinesChangesTheLines();
 
     void findEdge_data();
     void findEdge();
@@ -84,14 +84,14 @@ private Q_SLOTS:
     void indexBelow();
     void mutAt_data();
     void mutAt();
-    void energyOnAPointGivesItsMut();
-    void interpolationTakesTheQuotientFirst();
+    void mutAtAPointIsItsMut();
+    void interpolationDividesBeforeItMultiplies();
 
     void presentations_data();
     void presentations();
-    void lineOfAPresentationIsTakenAtTheWorkingEnergy();
+    void presentationEvaluatesLinesAtTheWorkingEnergy();
     void unknownKindIsZero();
-    void indexOutsideIsZero();
+    void indexOutOfRangeIsZero();
     void zeroEdgeJumpMakesKindThreeInfinite();
     void crossingLinesMakeKindFourInfinite();
     void valueAtInterpolatesThePresentation();
@@ -107,9 +107,9 @@ private Q_SLOTS:
 
     void backgroundSubtracted_data();
     void backgroundSubtracted();
-    void backgroundSubtractedSubtractsTheChosenLineAtTheEnergy();
-    void backgroundSubtractedTakesTheFirstPointThatReaches();
-    void backgroundSubtractedStartsFromWorkingEnergyZero();
+    void backgroundIsTheChosenLineAtTheEnergy();
+    void backgroundSubtractedUsesTheFirstPointAtOrAboveTheEnergy();
+    void backgroundSubtractedInterpolatesFromWorkingEnergyZero();
 };
 
 void tst_AMutELines::linesAreVictoreenPolynomials()
@@ -126,13 +126,13 @@ void tst_AMutELines::linesAreEvaluatedFromTheHighestPowerDown()
 {
     AMutE spectrum;
     spectrum.preLine = {0.1, 0.7, -0.3};
-    int differentInPowers = 0;
+    int differentFromPowers = 0;
     for (double E = 8000.0; E < 8100.0; E += 1.0) {
         const double L = 12398.424360387684 / E;
         QVERIFY(tests::sameDouble(spectrum.preValue(E), (-0.3 * L + 0.7) * L * L * L + 0.1));
-        differentInPowers += spectrum.preValue(E) == lineAt(spectrum.preLine, E) ? 0 : 1;
+        differentFromPowers += spectrum.preValue(E) == lineAt(spectrum.preLine, E) ? 0 : 1;
     }
-    QVERIFY(differentInPowers > 0); // the order can be told at all
+    QVERIFY(differentFromPowers > 0); // the two orders of evaluation round differently
 }
 
 void tst_AMutELines::linesAtEnergyZeroAreNotFinite()
@@ -144,7 +144,7 @@ void tst_AMutELines::linesAtEnergyZeroAreNotFinite()
     QVERIFY(std::isnan(spectrum.postValue(0.0))); // 0 * inf
 }
 
-void tst_AMutELines::edgeJumpIsTakenAtTheEdgeEnergy()
+void tst_AMutELines::edgeJumpIsTheLineDifferenceAtTheEdgeEnergy()
 {
     AMutE spectrum;
     spectrum.edgeEnergy = hc / 2.0;
@@ -165,15 +165,15 @@ void tst_AMutELines::fitRecoversBothLines()
         spectrum.points.append({0.0, E, lineAt(post, E)});
     }
     spectrum.fitLines();
-    // The normal equations have a condition number near 1e8: eight of sixteen
-    // digits remain.
+    // The normal equations have a condition number near 1e8, so about eight of
+    // sixteen digits remain.
     for (double E = 7000.0; E <= 9500.0; E += 100.0) {
         QVERIFY(near(spectrum.preValue(E), lineAt(pre, E), 1e-7));
         QVERIFY(near(spectrum.postValue(E), lineAt(post, E), 1e-7));
     }
 }
 
-void tst_AMutELines::fitOfTwoOverlappingRangesSharesPoints()
+void tst_AMutELines::pointsInBothRangesEnterBothFits()
 {
     const VictoreenLine line{0.2, 0.3, -0.05};
     AMutE spectrum;
@@ -189,9 +189,9 @@ void tst_AMutELines::fitOfTwoOverlappingRangesSharesPoints()
 
 void tst_AMutELines::fitUsesSumsInListOrder()
 {
-    // Two points leave the system singular but for rounding, so the result
-    // hangs on the order of every operation; it is made again here with the
-    // elimination written out.
+    // The comparison is exact, so the order of every operation matters. The expected line
+    // repeats it: sums in list order, then Gaussian elimination with partial pivoting,
+    // written out.
     AMutE spectrum = spectrumOf({{7000, 0.31}, {7450, 0.27}, {7900, 0.22}, {7100, 0.305}});
     spectrum.fitLines();
 
@@ -206,8 +206,8 @@ void tst_AMutELines::fitUsesSumsInListOrder()
             s[i] += terms[i];
         }
     }
-    // L is near 1.7, so the rows grow downward: row 2 is the first pivot. Of
-    // the two left, row 0 has the larger remainder in column 1.
+    // L is near 1.7, so the sums grow with the power of L and row 2 holds the first pivot.
+    // The second pivot is the larger remaining entry of column 1, in row 0 or row 1.
     const double f0 = s[2] == 0.0 ? 0.0 : s[0] / s[2];
     const double f1 = s[1] / s[2];
     const double a01 = s[1] - s[4] * f0;
@@ -221,25 +221,25 @@ void tst_AMutELines::fitUsesSumsInListOrder()
     const double p2 = rowZeroLeads ? a02 : a12;
     const double pb = rowZeroLeads ? b0 : b1;
     const double f2 = (rowZeroLeads ? a11 : a01) / p1;
-    const double c = ((rowZeroLeads ? b1 : b0) - pb * f2) / ((rowZeroLeads ? a12 : a02) - p2 * f2);
-    // Unknowns b (of L^4), a, c in turn.
-    const double x1 = (pb - c * p2) / p1;
-    const double x0 = (s[8] - c * s[5] - x1 * s[4]) / s[2];
-    QVERIFY(isSame(spectrum.preLine, {x0, x1, c}));
+    const double x2 = ((rowZeroLeads ? b1 : b0) - pb * f2) / ((rowZeroLeads ? a12 : a02) - p2 * f2);
+    // Back substitution: b (the coefficient of L^4), then a, then c.
+    const double x1 = (pb - x2 * p2) / p1;
+    const double x0 = (s[8] - x2 * s[5] - x1 * s[4]) / s[2];
+    QVERIFY(isSame(spectrum.preLine, {x0, x1, x2}));
 }
 
-void tst_AMutELines::pointOnALimitOrNowhereIsInNeitherLine_data()
+void tst_AMutELines::pointOnALimitOrWithNaNEnergyEntersNeitherFit_data()
 {
     QTest::addColumn<Pairs>("pairs");
     QTest::addColumn<double>("energy");
     const Pairs below{{7700, 1}, {7800, 1.25}, {7900, 1.5}, {7950, 2}};
     const Pairs above{{8600, 1}, {8700, 1.25}, {8800, 1.5}, {8900, 2}};
-    QTest::newRow("exactly the end of the pre-edge part") << below << 8000.0;
-    QTest::newRow("exactly the start of the post-edge part") << above << 8500.0;
-    QTest::newRow("an energy that is no number") << below << notANumber;
+    QTest::newRow("exactly at the end of the pre-edge range") << below << 8000.0;
+    QTest::newRow("exactly at the start of the post-edge range") << above << 8500.0;
+    QTest::newRow("NaN energy") << below << notANumber;
 }
 
-void tst_AMutELines::pointOnALimitOrNowhereIsInNeitherLine()
+void tst_AMutELines::pointOnALimitOrWithNaNEnergyEntersNeitherFit()
 {
     QFETCH(Pairs, pairs);
     QFETCH(double, energy);
@@ -249,13 +249,14 @@ void tst_AMutELines::pointOnALimitOrNowhereIsInNeitherLine()
     with.fitLines();
     QVERIFY(isSame(with.preLine, without.preLine));
     QVERIFY(isSame(with.postLine, without.postLine));
-    QVERIFY(std::isnan(with.preLine.c) != std::isnan(with.postLine.c)); // one part has points
+    QVERIFY(std::isnan(with.preLine.c) !=
+            std::isnan(with.postLine.c)); // exactly one of the two ranges has points
 }
 
 void tst_AMutELines::fitUsesWorkingEnergies()
 {
-    // The same spectrum, read 8 eV higher and shifted back; powers of two and
-    // integers keep the energies exact.
+    // The same spectrum with all energies 8 eV higher and a shift that undoes it. The
+    // energies are integers, so the shift is exact.
     const Pairs pairs{{7700, 1}, {7800, 1.25}, {7900, 1.5}, {7999, 2},
                       {8600, 3}, {8700, 4},    {8800, 4.5}, {8501, 2.5}};
     AMutE plain = spectrumOf(pairs);
@@ -292,7 +293,7 @@ void tst_AMutELines::rangeWithoutPointsGivesANaNLine()
     }
 }
 
-void tst_AMutELines::nothingElseRefits()
+void tst_AMutELines::onlyFitLinesChangesTheLines()
 {
     AMutE spectrum = withConstantLines(spectrumOf({{7700, 1}, {8600, 2}}), 1.0, 2.0);
     spectrum.dE = 5.0;
@@ -318,11 +319,14 @@ void tst_AMutELines::findEdge_data()
     QTest::newRow("last step") << Pairs{{1, 0}, {2, 1}, {4, 5}} << 0.0 << 3.0;
     QTest::newRow("shifted") << Pairs{{10, 0}, {20, 1}, {40, 5}} << 5.0 << 25.0;
     QTest::newRow("first of equal steps") << Pairs{{1, 0}, {2, 1}, {4, 2}} << 0.0 << 1.5;
-    QTest::newRow("flat takes the first step") << Pairs{{1, 3}, {2, 3}, {4, 3}} << 0.0 << 1.5;
-    QTest::newRow("by difference, not slope") << Pairs{{1, 0}, {2, 1}, {9, 3}} << 0.0 << 5.5;
-    QTest::newRow("slowest fall") << Pairs{{1, 3}, {2, 2.5}, {4, 2.25}} << 0.0 << 3.0;
+    QTest::newRow("flat spectrum: the first step") << Pairs{{1, 3}, {2, 3}, {4, 3}} << 0.0 << 1.5;
+    QTest::newRow("largest difference, not largest slope")
+        << Pairs{{1, 0}, {2, 1}, {9, 3}} << 0.0 << 5.5;
+    QTest::newRow("falling spectrum: the smallest drop")
+        << Pairs{{1, 3}, {2, 2.5}, {4, 2.25}} << 0.0 << 3.0;
     QTest::newRow("all steps at or below -1") << Pairs{{6, 3}, {8, 2}, {10, 0}} << 2.0 << 2.0;
-    QTest::newRow("NaN steps are none") << Pairs{{6, notANumber}, {8, 2}, {10, 2}} << 0.0 << 9.0;
+    QTest::newRow("steps from or to NaN are ignored")
+        << Pairs{{6, notANumber}, {8, 2}, {10, 2}} << 0.0 << 9.0;
     QTest::newRow("only NaN") << Pairs{{6, notANumber}, {8, notANumber}} << 0.0 << 3.0;
     QTest::newRow("descending scan") << Pairs{{9, 5}, {5, 1}, {3, 0.5}} << 0.0 << 4.0;
 }
@@ -347,18 +351,20 @@ void tst_AMutELines::indexBelow_data()
     QTest::newRow("below the first") << four << 0.0 << 5.0 << 0;
     QTest::newRow("on the first") << four << 0.0 << 10.0 << 0;
     QTest::newRow("inside") << four << 0.0 << 25.0 << 1;
-    QTest::newRow("on a point: the bracket that ends there") << four << 0.0 << 20.0 << 0;
+    QTest::newRow("on a point: the pair that ends there") << four << 0.0 << 20.0 << 0;
     QTest::newRow("on the last") << four << 0.0 << 40.0 << 2;
     QTest::newRow("above the last") << four << 0.0 << 45.0 << 2;
-    QTest::newRow("NaN falls back to 0") << four << 0.0 << notANumber << 0;
+    QTest::newRow("NaN gives index 0") << four << 0.0 << notANumber << 0;
     QTest::newRow("shifted onto a point") << four << 5.0 << 25.0 << 1;
     QTest::newRow("shifted past a point") << four << 5.0 << 25.5 << 2;
     QTest::newRow("shifted above the last") << four << 5.0 << 36.0 << 2;
-    QTest::newRow("falling, inside: below the first") << falling << 0.0 << 25.0 << 0;
-    QTest::newRow("falling, on the first: above the last") << falling << 0.0 << 40.0 << 2;
-    QTest::newRow("up and down, nothing brackets")
+    QTest::newRow("falling scan, inside: treated as below the first")
+        << falling << 0.0 << 25.0 << 0;
+    QTest::newRow("falling scan, on the first: treated as above the last")
+        << falling << 0.0 << 40.0 << 2;
+    QTest::newRow("rising and falling, no pair contains it")
         << Pairs{{10, 0}, {5, 0}, {30, 0}, {notANumber, 0}} << 0.0 << 35.0 << 0;
-    QTest::newRow("first of two brackets")
+    QTest::newRow("two pairs contain it: the first")
         << Pairs{{10, 0}, {30, 0}, {20, 0}, {40, 0}} << 0.0 << 25.0 << 0;
     QTest::newRow("no point") << Pairs{} << 0.0 << 5.0 << 0;
     QTest::newRow("one point, below") << Pairs{{10, 0}} << 0.0 << 5.0 << 0;
@@ -408,7 +414,7 @@ void tst_AMutELines::mutAt()
     QVERIFY(tests::sameDouble(spectrumOf(pairs, dE).mutAt(E), mut));
 }
 
-void tst_AMutELines::energyOnAPointGivesItsMut()
+void tst_AMutELines::mutAtAPointIsItsMut()
 {
     const AMutE spectrum = spectrumOf({{8300.1, 0.123}, {8300.7, 0.456}, {8301.9, 0.789}});
     for (const MutPoint& point : spectrum.points) {
@@ -416,17 +422,17 @@ void tst_AMutELines::energyOnAPointGivesItsMut()
     }
 }
 
-void tst_AMutELines::interpolationTakesTheQuotientFirst()
+void tst_AMutELines::interpolationDividesBeforeItMultiplies()
 {
     const AMutE spectrum = spectrumOf({{8300.1, 0.123}, {8307.3, 0.456}});
-    int differentOtherwise = 0;
+    int differentFromProductFirst = 0;
     for (double E = 8300.25; E < 8307.0; E += 0.125) {
         const double quotientFirst = (0.456 - 0.123) / (8307.3 - 8300.1) * (E - 8300.1) + 0.123;
         const double productFirst = (0.456 - 0.123) * (E - 8300.1) / (8307.3 - 8300.1) + 0.123;
         QVERIFY(tests::sameDouble(spectrum.mutAt(E), quotientFirst));
-        differentOtherwise += quotientFirst == productFirst ? 0 : 1;
+        differentFromProductFirst += quotientFirst == productFirst ? 0 : 1;
     }
-    QVERIFY(differentOtherwise > 0);
+    QVERIFY(differentFromProductFirst > 0);
 }
 
 void tst_AMutELines::presentations_data()
@@ -434,12 +440,13 @@ void tst_AMutELines::presentations_data()
     QTest::addColumn<int>("kind");
     QTest::addColumn<double>("value");
 
-    // m = 7, pre(e) = 1, post(e) = 3; at the edge 1 and 5.
+    // mut is 7. At the point the lines are 1 (pre-edge) and 3 (post-edge), at the edge energy
+    // 1 and 5.
     QTest::newRow("raw") << 0 << 7.0;
-    QTest::newRow("less pre-edge line") << 1 << 6.0;
-    QTest::newRow("less post-edge line") << 2 << 4.0;
-    QTest::newRow("by edge jump") << 3 << 1.5;
-    QTest::newRow("by two lines") << 4 << 3.0;
+    QTest::newRow("minus pre-edge line") << 1 << 6.0;
+    QTest::newRow("minus post-edge line") << 2 << 4.0;
+    QTest::newRow("divided by the edge jump") << 3 << 1.5;
+    QTest::newRow("normalised between both lines") << 4 << 3.0;
     QTest::newRow("kind 5 is zero") << 5 << 0.0;
 }
 
@@ -455,12 +462,12 @@ void tst_AMutELines::presentations()
     QVERIFY(tests::sameDouble(spectrum.checkedValue(kind, 1), spectrum.value(kind, 1)));
 }
 
-void tst_AMutELines::lineOfAPresentationIsTakenAtTheWorkingEnergy()
+void tst_AMutELines::presentationEvaluatesLinesAtTheWorkingEnergy()
 {
     AMutE spectrum = spectrumOf({{hc / 2 + 5.0, 100}}, 5.0);
     spectrum.preLine = {0.0, 1.0, 0.0};  // 8 at L = 2
     spectrum.postLine = {0.0, 2.0, 0.0}; // 16 at L = 2
-    spectrum.edgeEnergy = hc;            // absolute: jump 1, whatever dE
+    spectrum.edgeEnergy = hc;            // not shifted by dE: the edge jump is 1
     QVERIFY(near(spectrum.value(1, 0), 92.0, 1e-11));
     QVERIFY(near(spectrum.value(2, 0), 84.0, 1e-11));
     QVERIFY(near(spectrum.value(3, 0), 92.0, 1e-11));
@@ -477,7 +484,7 @@ void tst_AMutELines::unknownKindIsZero()
     }
 }
 
-void tst_AMutELines::indexOutsideIsZero()
+void tst_AMutELines::indexOutOfRangeIsZero()
 {
     const AMutE spectrum = withConstantLines(spectrumOf({{10, 1}, {20, 2}}), 1.0, 3.0);
     for (const int i : {-1, 2, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
@@ -513,7 +520,7 @@ void tst_AMutELines::valueAtInterpolatesThePresentation()
     QCOMPARE(spectrum.valueAt(2, 15.0), -3.0);
     QCOMPARE(spectrum.valueAt(3, 15.0), 0.25);
     QCOMPARE(spectrum.valueAt(4, 15.0), 0.25);
-    QCOMPARE(spectrum.valueAt(4, 30.0), 1.0); // extended
+    QCOMPARE(spectrum.valueAt(4, 30.0), 1.0); // extrapolated
     spectrum.dE = 5.0;
     QCOMPARE(spectrum.valueAt(1, 10.0), 1.0);
 }
@@ -555,10 +562,10 @@ void tst_AMutELines::valueRangeOnlyWidens()
     const AMutE spectrum = withConstantLines(spectrumOf({{10, 1}, {20, 3}}), 1.0, 5.0);
     double min = -10.0;
     double max = 1.0;
-    spectrum.valueRange(1, 0.0, 100.0, &min, &max); // 0 and 2
+    spectrum.valueRange(1, 0.0, 100.0, &min, &max); // the values are 0 and 2
     QCOMPARE(min, -10.0);
     QCOMPARE(max, 2.0);
-    spectrum.valueRange(1, 50.0, 100.0, &min, &max); // no point
+    spectrum.valueRange(1, 50.0, 100.0, &min, &max); // no point in this range
     QCOMPARE(min, -10.0);
     QCOMPARE(max, 2.0);
 }
@@ -597,21 +604,23 @@ void tst_AMutELines::backgroundSubtracted_data()
     QTest::addColumn<Pairs>("pairs");
     QTest::addColumn<double>("dE");
     QTest::addColumn<double>("E");
-    QTest::addColumn<double>("expected"); // NaN: refused
+    QTest::addColumn<double>("expected"); // NaN: the call returns false
 
     const Pairs three{{10, 1}, {20, 2}, {40, 6}};
     QTest::newRow("inside") << three << 0.0 << 15.0 << 1.5;
     QTest::newRow("on a point") << three << 0.0 << 20.0 << 2.0;
     QTest::newRow("on the last point") << three << 0.0 << 40.0 << 6.0;
     QTest::newRow("above the last point") << three << 0.0 << 40.5 << notANumber;
-    QTest::newRow("below the first point: from the origin") << three << 0.0 << 5.0 << 0.5;
-    QTest::newRow("negative: line through the origin") << three << 0.0 << -10.0 << -1.0;
+    QTest::newRow("below the first point: interpolated from the origin")
+        << three << 0.0 << 5.0 << 0.5;
+    QTest::newRow("negative energy: line through the origin extended")
+        << three << 0.0 << -10.0 << -1.0;
     QTest::newRow("one point") << Pairs{{10, 3}} << 0.0 << 5.0 << 1.5;
     QTest::newRow("no point") << Pairs{} << 0.0 << 5.0 << notANumber;
-    QTest::newRow("NaN reaches nothing") << three << 0.0 << notANumber << notANumber;
+    QTest::newRow("NaN energy") << three << 0.0 << notANumber << notANumber;
     QTest::newRow("shifted") << three << 5.0 << 10.0 << 1.5;
-    QTest::newRow("shifted beyond") << three << 5.0 << 36.0 << notANumber;
-    QTest::newRow("falling: from the origin to the first point")
+    QTest::newRow("above the last point after the shift") << three << 5.0 << 36.0 << notANumber;
+    QTest::newRow("falling scan: from the origin to the first point")
         << Pairs{{40, 8}, {20, 2}} << 0.0 << 10.0 << 2.0;
 }
 
@@ -630,7 +639,7 @@ void tst_AMutELines::backgroundSubtracted()
     }
 }
 
-void tst_AMutELines::backgroundSubtractedSubtractsTheChosenLineAtTheEnergy()
+void tst_AMutELines::backgroundIsTheChosenLineAtTheEnergy()
 {
     AMutE spectrum = spectrumOf({{hc / 4 + 5.0, 100}, {hc + 5.0, 100}}, 5.0);
     spectrum.preLine = {0.0, 1.0, 0.0};  // 8 at L = 2
@@ -642,24 +651,24 @@ void tst_AMutELines::backgroundSubtractedSubtractsTheChosenLineAtTheEnergy()
     QCOMPARE(out, 68.0);
 }
 
-void tst_AMutELines::backgroundSubtractedTakesTheFirstPointThatReaches()
+void tst_AMutELines::backgroundSubtractedUsesTheFirstPointAtOrAboveTheEnergy()
 {
-    // In file order: 12 is reached by the second point, on the way from 10.
+    // In file order, 14 is the first energy at or above 12; its predecessor is 10.
     const AMutE spectrum = spectrumOf({{10, 0}, {14, 4}, {11, 100}, {13, 200}});
     double out = 0.0;
     AMutE flat = withConstantLines(spectrum, 0.0, 0.0);
     QVERIFY(flat.backgroundSubtractedAt(12.0, false, &out));
     QCOMPARE(out, 2.0);
-    // Previous is the point before in the file, not the nearest below.
+    // The left end is the previous point of the file, not the nearest lower energy.
     flat.points = {{0.0, 10.0, 0.0}, {0.0, 4.0, 1.0}, {0.0, 14.0, 11.0}};
     QVERIFY(flat.backgroundSubtractedAt(12.0, false, &out));
     QCOMPARE(out, 9.0); // 1 + (12 - 4) * 10 / 10
 }
 
-void tst_AMutELines::backgroundSubtractedStartsFromWorkingEnergyZero()
+void tst_AMutELines::backgroundSubtractedInterpolatesFromWorkingEnergyZero()
 {
-    // First point at working energy 8: mut 4 at 8 gives 2 at 4. From raw
-    // energy 0, that is -2, it would be 2.4.
+    // The first point has working energy 8 and mut 4, so the line from the origin is 2 at
+    // energy 4. A line from raw energy 0 (working energy -2) would give 2.4.
     const AMutE spectrum = withConstantLines(spectrumOf({{10, 4}}, 2.0), 0.0, 0.0);
     double out = 0.0;
     QVERIFY(spectrum.backgroundSubtractedAt(4.0, false, &out));

@@ -1,6 +1,6 @@
-// Map calculations in blocks of pixels beside their reference implementations:
-// every size around that of a block, and one memory and one result through long
-// sequences of calculations.
+// Map calculations in blocks of pixels, compared with their reference implementations: sizes
+// around the block size, and long sequences of calculations that share one memory and one
+// result.
 #include "analysis/CalculationMemory.h"
 #include "analysis/HistogramCounts.h"
 #include "analysis/MapCalculation.h"
@@ -31,16 +31,17 @@ enum class Method { ThreePoints, ExactFourPoints, LeastSquare, NonEquivalent };
 using Maps = std::array<A2DData, 8>;
 using Random = std::mt19937_64;
 
-/// A calculation in the form that the reference implementations take.
+/// Inputs of one calculation, as the reference implementations take them.
 struct Task {
     Method method = Method::ThreePoints;
-    tests::PlainStack points;  ///< for the three forms
+    tests::PlainStack points;  ///< for the three- and four-point methods
     tests::PlainNeqStack fit;  ///< for the non-equivalent method
-    HistogramCounts histogram; ///< each one's start
+    HistogramCounts histogram; ///< start state of every histogram
 };
 
-/// What a calculation fills: valence, thickness or total, and, of the
-/// non-equivalent method alone, four shares and four amounts.
+/// Results of a calculation: the map, then the histograms of valence and thickness (or
+/// total). The non-equivalent method also fills four histograms of shares and four of
+/// amounts.
 struct Outcome {
     A2DData map;
     std::array<HistogramCounts, 10> counts;
@@ -51,7 +52,7 @@ QString text(double number)
     return QString::number(number, 'g', 17);
 }
 
-/// Numbers of the rows of @p maps; the V row is @p v.
+/// Random numbers for the energy rows of @p maps; @p v is the index of the V row.
 tests::PlainStack pointsOf(const QList<const A2DData*>& maps, qsizetype v, Kind kind,
                            Random& random)
 {
@@ -61,11 +62,11 @@ tests::PlainStack pointsOf(const QList<const A2DData*>& maps, qsizetype v, Kind 
         stack.references.append({true, !onceIn(random, 8), text(numberOf(kind, random))});
     }
     for (qsizetype i = 0; i < maps.size(); ++i) {
-        const bool isAlike = kind == Kind::Singular;
-        const double energy = isAlike ? 8300.0 : 8300.0 + 25.5 * static_cast<double>(i);
-        const double reference = isAlike ? 1.0 : numberOf(kind, random);
+        const bool allEqual = kind == Kind::Singular;
+        const double energy = allEqual ? 8300.0 : 8300.0 + 25.5 * static_cast<double>(i);
+        const double reference = allEqual ? 1.0 : numberOf(kind, random);
         stack.points.append({maps.at(i), i == v, text(energy), text(reference),
-                             text(isAlike ? 1.0 : numberOf(kind, random))});
+                             text(allEqual ? 1.0 : numberOf(kind, random))});
     }
     return stack;
 }
@@ -73,21 +74,21 @@ tests::PlainStack pointsOf(const QList<const A2DData*>& maps, qsizetype v, Kind 
 tests::PlainNeqStack fitOf(const QList<const A2DData*>& maps, int references, bool victoreen,
                            Kind kind, Random& random)
 {
-    const bool isAlike = kind == Kind::Singular;
+    const bool allEqual = kind == Kind::Singular;
     tests::PlainNeqStack stack;
     stack.victoreen = victoreen;
     stack.maps = maps;
     stack.jumpSum = numberOf(kind, random);
     for (qsizetype i = 0; i < maps.size(); ++i) {
-        stack.energies.append(isAlike ? 8300.0 : 8300.0 + 25.5 * static_cast<double>(i));
+        stack.energies.append(allEqual ? 8300.0 : 8300.0 + 25.5 * static_cast<double>(i));
     }
     for (int j = 0; j < references; ++j) {
         QList<double> values;
         for (qsizetype i = 0; i < maps.size(); ++i) {
-            values.append(isAlike ? static_cast<double>(i % 2) : numberOf(kind, random));
+            values.append(allEqual ? static_cast<double>(i % 2) : numberOf(kind, random));
         }
         stack.refValues.append(values);
-        stack.weights.append(isAlike && j == 0 ? 0.0 : numberOf(kind, random));
+        stack.weights.append(allEqual && j == 0 ? 0.0 : numberOf(kind, random));
         stack.valences.append(text(numberOf(kind, random)));
     }
     return stack;
@@ -108,7 +109,7 @@ HistogramCounts countsOf(const HistogramCounts& started, const tests::PlainHisto
     return counts;
 }
 
-/// By the reference implementation, from nothing.
+/// Result of the reference implementation, starting from an empty map.
 Outcome expectedOf(const Task& task)
 {
     Outcome expected;
@@ -139,7 +140,7 @@ Outcome expectedOf(const Task& task)
     return expected;
 }
 
-/// By the program, into what an earlier calculation left.
+/// Runs the program's calculation; @p outcome can hold an earlier result.
 void calculate(const Task& task, Outcome& outcome, CalculationMemory* memory,
                Instructions instructions)
 {
@@ -168,7 +169,7 @@ void calculate(const Task& task, Outcome& outcome, CalculationMemory* memory,
     }
 }
 
-/// Where both differ; empty where they are the same to the last bit.
+/// Describes the first difference; empty if both are equal to the last bit.
 QString differenceOf(const Outcome& outcome, const Outcome& expected)
 {
     for (std::size_t i = 0; i < outcome.counts.size(); ++i) {
@@ -190,7 +191,7 @@ HistogramCounts anyHistogram(Random& random)
     return counts;
 }
 
-/// The rows of a map of @p pixels: most often all, or some fewer or more.
+/// A row count for a map of @p pixels: usually equal, sometimes smaller or larger.
 int anyRowsFor(int pixels, Random& random)
 {
     switch (wholeNumber(random, 0, 5)) {
@@ -205,15 +206,15 @@ int anyRowsFor(int pixels, Random& random)
     }
 }
 
-/// A map beside one of @p width by @p height; of the same size, or of another one
-/// that may be no size at all.
-A2DData anyMapBeside(int width, int height, Kind kind, Random& random)
+/// A map used together with one of @p width by @p height pixels. Its size is usually the
+/// same, otherwise different or even invalid.
+A2DData anyMapUsedWith(int width, int height, Kind kind, Random& random)
 {
-    int itsWidth = width;
+    int otherWidth = width;
     if (onceIn(random, 3)) {
-        itsWidth = wholeNumber(random, -2, width + 5);
+        otherWidth = wholeNumber(random, -2, width + 5);
     }
-    return tests::mapOf(kind, itsWidth, onceIn(random, 6) ? 0 : height,
+    return tests::mapOf(kind, otherWidth, onceIn(random, 6) ? 0 : height,
                         anyRowsFor(std::max(width * height, 0), random), random);
 }
 
@@ -224,17 +225,17 @@ class tst_BlockCalculations : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everySizeIsAsByTheReferenceImplementation_data();
-    void everySizeIsAsByTheReferenceImplementation();
-    void oneMemoryAndOneResultServeAnySequence_data();
-    void oneMemoryAndOneResultServeAnySequence();
+    void everySizeMatchesTheReferenceImplementation_data();
+    void everySizeMatchesTheReferenceImplementation();
+    void reusedMemoryAndResultMatchTheReferenceImplementation_data();
+    void reusedMemoryAndResultMatchTheReferenceImplementation();
     void changedMapIsReadAgain_data();
     void changedMapIsReadAgain();
-    void memoryOfTheResultIsUsedAgain();
-    void mapsAreLetGoByTheNextCalculation();
+    void resultMemoryIsReused();
+    void nextCalculationReleasesUnusedMaps();
 };
 
-void tst_BlockCalculations::everySizeIsAsByTheReferenceImplementation_data()
+void tst_BlockCalculations::everySizeMatchesTheReferenceImplementation_data()
 {
     QTest::addColumn<int>("method");
     QTest::addColumn<int>("references");
@@ -259,7 +260,7 @@ void tst_BlockCalculations::everySizeIsAsByTheReferenceImplementation_data()
     }
 }
 
-void tst_BlockCalculations::everySizeIsAsByTheReferenceImplementation()
+void tst_BlockCalculations::everySizeMatchesTheReferenceImplementation()
 {
     QFETCH(int, method);
     QFETCH(int, references);
@@ -268,7 +269,7 @@ void tst_BlockCalculations::everySizeIsAsByTheReferenceImplementation()
     const auto numbers = static_cast<Kind>(kind);
     Random random(static_cast<unsigned>(1000 * method + 100 * references + 10 * kind) +
                   (victoreen ? 1U : 0U));
-    // The large ones, one for each kind, take most of the time.
+    // The largest sizes, one per kind, take most of the test's time.
     const std::array<std::pair<int, int>, 6> largest{
         {{1000, 1}, {16, 12}, {16, 16}, {20, 16}, {1, 321}, {25, 10}}};
     const std::array<std::pair<int, int>, 22> sizes{
@@ -284,27 +285,27 @@ void tst_BlockCalculations::everySizeIsAsByTheReferenceImplementation()
          {129, 1}, {3, 43},
          {70, 3},  largest[static_cast<std::size_t>(kind)]}};
     for (const auto& [width, height] : sizes) {
-        const int least = method == static_cast<int>(Method::ThreePoints)       ? 3
-                          : method == static_cast<int>(Method::ExactFourPoints) ? 4
-                                                                                : 1;
-        const int rows = wholeNumber(random, least, 8);
+        const int minimumRows = method == static_cast<int>(Method::ThreePoints)       ? 3
+                                : method == static_cast<int>(Method::ExactFourPoints) ? 4
+                                                                                      : 1;
+        const int rows = wholeNumber(random, minimumRows, 8);
         QList<A2DData> maps;
         for (int i = 0; i < rows; ++i) {
-            maps.append(anyMapBeside(width, height, numbers, random));
+            maps.append(anyMapUsedWith(width, height, numbers, random));
         }
         const qsizetype base = method == static_cast<int>(Method::NonEquivalent)
                                    ? 0
                                    : wholeNumber(random, 0, rows - 1);
         maps[base].xNum = width;
         maps[base].yNum = height;
-        QList<const A2DData*> places;
+        QList<const A2DData*> mapPointers;
         for (const A2DData& map : std::as_const(maps)) {
-            places.append(&map);
+            mapPointers.append(&map);
         }
         Task task;
         task.method = static_cast<Method>(method);
-        task.points = pointsOf(places, base, numbers, random);
-        task.fit = fitOf(places, references, victoreen, numbers, random);
+        task.points = pointsOf(mapPointers, base, numbers, random);
+        task.fit = fitOf(mapPointers, references, victoreen, numbers, random);
         task.histogram = anyHistogram(random);
         const Outcome expected = expectedOf(task);
         for (const Instructions instructions : analysis::availableInstructions()) {
@@ -328,8 +329,7 @@ Kind anyKind(Random& random)
     return onceIn(random, 2) ? Kind::Random : tests::allKinds[random() % tests::allKinds.size()];
 }
 
-/// Changes one of @p maps, or none, as a user can do it between calculations, and
-/// in other ways.
+/// Changes one of @p maps, or none, also in ways that a user cannot.
 void change(Maps& maps, Random& random)
 {
     const auto any = [&]() -> A2DData& { return maps[random() % maps.size()]; };
@@ -347,12 +347,12 @@ void change(Maps& maps, Random& random)
                            random);
         break;
     }
-    case 2: // one pixel in place
+    case 2: // one pixel changed in place
         if (rows > 0) {
             map.rows[wholeNumber(random, 0, rows - 1)] = tests::rowOf(kind, random);
         }
         break;
-    case 3: // rows behind those that are there
+    case 3: // rows appended
         for (int i = wholeNumber(random, 1, 70); i > 0 && rows < 1000; --i) {
             map.rows.append(tests::rowOf(kind, random));
         }
@@ -360,20 +360,20 @@ void change(Maps& maps, Random& random)
     case 4:
         map.clear();
         break;
-    case 5: // a copy with memory of its own
+    case 5: // a copy with separate memory
         map = ownCopy(map);
         break;
-    case 6: // rows that were read before a read failed
+    case 6: // the rows that were read before a read failed
         map.rows.resize(wholeNumber(random, 0, rows));
         break;
-    case 7: // the same rows, of another claimed size
+    case 7: // the same rows, with another size
         map.xNum = wholeNumber(random, -2, 40);
         map.yNum = wholeNumber(random, -1, 7);
         break;
-    case 8: // two rows with one map
+    case 8: // two rows share one map
         map = A2DData(any());
         break;
-    case 9: { // one pixel, in a copy that takes the place of the map
+    case 9: { // one pixel changed, in a copy that replaces the map
         A2DData copy = map;
         if (rows > 0) {
             copy.rows[wholeNumber(random, 0, rows - 1)] = tests::rowOf(kind, random);
@@ -387,13 +387,13 @@ void change(Maps& maps, Random& random)
     case 11:
         map.headerLines.append(QStringLiteral("# more"));
         break;
-    default: // nothing
+    default: // no change
         break;
     }
 }
 
-/// What other code may do to a result between calculations.
-void disturb(A2DData& result, const QList<std::pair<A2DData, A2DData>>& copies, Random& random)
+/// Changes a result, as other code can do between calculations.
+void modify(A2DData& result, const QList<std::pair<A2DData, A2DData>>& copies, Random& random)
 {
     const int rows = static_cast<int>(result.rows.size());
     A2DRow* const any = rows > 0 ? &result.rows[wholeNumber(random, 0, rows - 1)] : nullptr;
@@ -437,30 +437,30 @@ void disturb(A2DData& result, const QList<std::pair<A2DData, A2DData>>& copies, 
     }
 }
 
-/// A calculation on some of @p maps, in their order.
+/// A random calculation on @p maps, usually in array order, with at least four rows.
 Task anyTask(const Maps& maps, Random& random)
 {
     Task task;
     task.method =
         onceIn(random, 2) ? Method::NonEquivalent : static_cast<Method>(wholeNumber(random, 0, 2));
-    QList<const A2DData*> places;
+    QList<const A2DData*> mapPointers;
     for (const A2DData& map : maps) {
         if (onceIn(random, 2)) {
-            places.append(&map);
+            mapPointers.append(&map);
         }
     }
-    while (places.size() < 4) {
-        places.append(&maps[random() % maps.size()]);
+    while (mapPointers.size() < 4) {
+        mapPointers.append(&maps[random() % maps.size()]);
     }
     const Kind kind = anyKind(random);
-    const int v = wholeNumber(random, 0, static_cast<int>(places.size()) - 1);
-    task.points = pointsOf(places, v, kind, random);
-    task.fit = fitOf(places, wholeNumber(random, 2, 4), onceIn(random, 2), kind, random);
+    const int v = wholeNumber(random, 0, static_cast<int>(mapPointers.size()) - 1);
+    task.points = pointsOf(mapPointers, v, kind, random);
+    task.fit = fitOf(mapPointers, wholeNumber(random, 2, 4), onceIn(random, 2), kind, random);
     task.histogram = anyHistogram(random);
     return task;
 }
 
-/// Copies of results and of lists of theirs, and what was in them.
+/// Copies of results and of their value lists, each with a deep copy of the original content.
 class Copies
 {
 public:
@@ -505,7 +505,7 @@ private:
 
 } // namespace
 
-void tst_BlockCalculations::oneMemoryAndOneResultServeAnySequence_data()
+void tst_BlockCalculations::reusedMemoryAndResultMatchTheReferenceImplementation_data()
 {
     QTest::addColumn<int>("seed");
     for (int seed = 1; seed <= 5; ++seed) {
@@ -513,17 +513,17 @@ void tst_BlockCalculations::oneMemoryAndOneResultServeAnySequence_data()
     }
 }
 
-void tst_BlockCalculations::oneMemoryAndOneResultServeAnySequence()
+void tst_BlockCalculations::reusedMemoryAndResultMatchTheReferenceImplementation()
 {
     QFETCH(int, seed);
     Random random(static_cast<unsigned>(seed));
     Maps maps;
     for (A2DData& map : maps) {
-        map = anyMapBeside(13, 10, anyKind(random), random);
+        map = anyMapUsedWith(13, 10, anyKind(random), random);
     }
     CalculationMemory memory;
     Outcome outcome;
-    Outcome aside; // another result with the same memory
+    Outcome secondOutcome; // a second result that shares the memory
     Copies copies;
     Task task = anyTask(maps, random);
     for (int step = 0; step < 80; ++step) {
@@ -531,12 +531,12 @@ void tst_BlockCalculations::oneMemoryAndOneResultServeAnySequence()
             change(maps, random);
         }
         if (!onceIn(random, 3)) {
-            task = anyTask(maps, random); // or the same rows once more
+            task = anyTask(maps, random); // otherwise the previous task runs again
         }
-        disturb(outcome.map, copies.maps, random);
+        modify(outcome.map, copies.maps, random);
         const auto& available = analysis::availableInstructions();
         const Instructions instructions = available[random() % available.size()];
-        Outcome& result = onceIn(random, 15) ? aside : outcome;
+        Outcome& result = onceIn(random, 15) ? secondOutcome : outcome;
         calculate(task, result, &memory, instructions);
         const QString difference = differenceOf(result, expectedOf(task));
         QVERIFY2(difference.isEmpty(),
@@ -547,7 +547,7 @@ void tst_BlockCalculations::oneMemoryAndOneResultServeAnySequence()
     memory = {};
     QVERIFY(copies.areUnchanged());
     outcome = {};
-    aside = {};
+    secondOutcome = {};
     QVERIFY(copies.areUnchanged());
 }
 
@@ -560,27 +560,27 @@ void tst_BlockCalculations::changedMapIsReadAgain_data()
     QTest::newRow("non-equivalent") << static_cast<int>(Method::NonEquivalent);
 }
 
-// A single change of each map, at each pixel beside the ends of blocks.
+// Changes one pixel of one map at a time, at the ends of the blocks.
 void tst_BlockCalculations::changedMapIsReadAgain()
 {
     QFETCH(int, method);
     Random random(7);
     QList<A2DData> maps;
-    QList<const A2DData*> places;
+    QList<const A2DData*> mapPointers;
     const int rows = method == static_cast<int>(Method::ThreePoints) ? 3 : 4;
     for (int i = 0; i < rows; ++i) {
         maps.append(tests::mapOf(Kind::Random, 26, 5, 130, random));
         for (A2DRow& row : maps.last().rows) {
-            row.i0 = 0.0; // no NaN, which would hide a change
+            row.i0 = 0.0; // a NaN would hide the change
         }
     }
     for (const A2DData& map : std::as_const(maps)) {
-        places.append(&map);
+        mapPointers.append(&map);
     }
     Task task;
     task.method = static_cast<Method>(method);
-    task.points = pointsOf(places, rows - 1, Kind::Random, random);
-    task.fit = fitOf(places, 2, false, Kind::Random, random);
+    task.points = pointsOf(mapPointers, rows - 1, Kind::Random, random);
+    task.fit = fitOf(mapPointers, 2, false, Kind::Random, random);
     task.histogram.start(-0.5, 1.5, 21);
     CalculationMemory memory;
     Outcome outcome;
@@ -596,7 +596,7 @@ void tst_BlockCalculations::changedMapIsReadAgain()
     }
 }
 
-void tst_BlockCalculations::memoryOfTheResultIsUsedAgain()
+void tst_BlockCalculations::resultMemoryIsReused()
 {
     Random random(8);
     Maps maps;
@@ -622,7 +622,7 @@ void tst_BlockCalculations::memoryOfTheResultIsUsedAgain()
     QCOMPARE(differenceOf(outcome, copy), QString());
 }
 
-void tst_BlockCalculations::mapsAreLetGoByTheNextCalculation()
+void tst_BlockCalculations::nextCalculationReleasesUnusedMaps()
 {
     Random random(9);
     Maps maps;

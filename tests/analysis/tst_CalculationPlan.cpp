@@ -1,4 +1,5 @@
-// What refuses a calculation, in which order, and which rows it runs on.
+// Which inputs prevent a calculation, the order of the checks, and the rows that a
+// calculation uses.
 #include "analysis/CalculationPlan.h"
 
 #include "support/PanelInputs.h"
@@ -45,7 +46,7 @@ void addRunColumns()
     QTest::addColumn<int>("vRow");
 }
 
-// The first four rows in use, the third of them the V row; none has a map.
+// The first four rows are in use, the third of them is the V row; no row has a map.
 PanelInputs four()
 {
     return fourPointInputs();
@@ -66,7 +67,7 @@ PanelInputs victoreen()
     return four().chooseNonEquivalent(false);
 }
 
-// The same rows, all of them with a map.
+// The same rows, each with a map.
 PanelInputs fourMaps()
 {
     return four().addMaps(8);
@@ -77,7 +78,7 @@ PanelInputs linearMaps()
     return linear().addMaps(8);
 }
 
-// Bounds of a fit at the last two rows.
+// A fit range, marked at the last two rows.
 PanelInputs fit()
 {
     PanelInputs inputs = four();
@@ -137,48 +138,49 @@ private Q_SLOTS:
     void targetIsRefused();
     void targetRuns_data();
     void targetRuns();
-    void numbersAreThoseOfTheUsedReferences();
+    void targetReadsTheNumbersOfTheUsedReferences();
 
     void mapIsRefused_data();
     void mapIsRefused();
     void mapRuns_data();
     void mapRuns();
-    void mapBoundFollowsTheReferences_data();
-    void mapBoundFollowsTheReferences();
+    void mapNeedsOneMoreRowPerReference_data();
+    void mapNeedsOneMoreRowPerReference();
 
     void fitIsRefused_data();
     void fitIsRefused();
-    void fitRunsBetweenTheMarkedRows();
-    void fitDoesNotAskForTheTarget();
+    void fitRangeSpansTheMarkedRows();
+    void fitRunsWithAnInvalidTarget();
 };
 
 void tst_CalculationPlan::targetIsRefused_data()
 {
     addRefusalColumns();
     const Messages noVPoint{{MessageId::NoTargetVPoint}};
-    refused("no row: the V point and nothing else", four().useRows({}), noVPoint);
+    refused("no row: only the V point is reported", four().useRows({}), noVPoint);
     refused("V row not in use", four().useRows({0, 1, 3}), noVPoint);
     refused("no V row, non-equivalent method too", linear().markVRows({}), noVPoint);
-    refused("V point before references and target",
+    refused("the V point is checked before references and target",
             four().markVRows({}).makeInvalid({0, 1}).makeTargetInvalid(), noVPoint);
-    refused("first reference", four().makeInvalid({0}), {few(1), firstInvalid});
-    refused("one valid reference is counted, then the second named", four().makeInvalid({1}),
+    refused("invalid first reference", four().makeInvalid({0}), {few(1), firstInvalid});
+    refused("invalid second reference: the count, then its name", four().makeInvalid({1}),
             {few(1), secondInvalid});
-    refused("the count does not stop the check of the first", four().makeInvalid({0, 1}),
+    refused("no valid reference: the count, then the first one's name", four().makeInvalid({0, 1}),
             {few(0), firstInvalid});
-    refused("an invalid reference ahead of two valid ones",
+    refused("an invalid reference before two valid ones",
             four().useFirstReferences(3).makeInvalid({0}), {firstInvalid});
     refused("one used reference stops after the count", four().useReferences({0}), {few(1)});
     refused("one used reference stops before target and rows",
             four().useReferences({0}).makeTargetInvalid().useRows({2}), {few(1)});
     refused("one used reference, non-equivalent method too", linear().useReferences({0}), {few(1)});
     refused("no used reference stops after the count", four().useReferences({}), {few(0)});
-    refused("target", four().makeTargetInvalid(), {targetInvalid});
-    refused("references before the target", four().makeInvalid({1}).makeTargetInvalid(),
+    refused("invalid target", four().makeTargetInvalid(), {targetInvalid});
+    refused("references are checked before the target", four().makeInvalid({1}).makeTargetInvalid(),
             {few(1), secondInvalid});
-    refused("target before the number of rows", four().makeTargetInvalid().useRows({2}),
-            {targetInvalid});
-    refused("two rows, though three would do", four().useRows({0, 2}), {wrongCount(2, 4)});
+    refused("the target is checked before the number of rows",
+            four().makeTargetInvalid().useRows({2}), {targetInvalid});
+    refused("two rows: the message asks for four although three are enough", four().useRows({0, 2}),
+            {wrongCount(2, 4)});
     refused("one row", four().useRows({2}), {wrongCount(1, 4)});
     refused("five rows with exact on", five().chooseFourPoints(true, false), {wrongCount(5, 4)});
     refused("five rows with neither radio on", five().chooseFourPoints(false, false),
@@ -187,13 +189,13 @@ void tst_CalculationPlan::targetIsRefused_data()
     refused("linear background, three rows and four references",
             linear().useRows({0, 1, 2}).useFirstReferences(4), {wrongCount(3, 4)});
     refused("Victoreen background, four rows", victoreen(), {wrongCount(4, 5)});
-    refused("three points, two V rows that leave one other",
+    refused("three points, two V rows: one other row is left",
             four().useRows({0, 1, 2}).markVRows({0, 2}), {wrongCount(2, 3)});
-    refused("exact, two V rows that leave two others",
+    refused("exact, two V rows: two other rows are left",
             four().chooseFourPoints(true, false).markVRows({0, 2}), {wrongCount(3, 4)});
-    refused("non-equivalent, an invalid reference among the first",
+    refused("non-equivalent, invalid third of four references",
             linear().useFirstReferences(4).makeInvalid({2}), {invalid(2)});
-    refused("non-equivalent, rows before the further references",
+    refused("non-equivalent, rows are checked before the third reference",
             victoreen().useFirstReferences(4).makeInvalid({2}), {wrongCount(4, 5)});
 }
 
@@ -209,7 +211,7 @@ void tst_CalculationPlan::targetRuns_data()
 {
     addRunColumns();
     runs("three rows", four().useRows({0, 2, 3}), Variant::ThreePoints, {0, 3}, 2);
-    runs("three rows stay three points with exact on",
+    runs("three rows with exact on: still three points",
          four().useRows({0, 1, 2}).chooseFourPoints(true, false), Variant::ThreePoints, {0, 1}, 2);
     runs("four rows, exact", four().chooseFourPoints(true, false), Variant::ExactFourPoints,
          {0, 1, 3}, 2);
@@ -219,13 +221,13 @@ void tst_CalculationPlan::targetRuns_data()
     runs("five rows", four().useRows({0, 1, 2, 5, 7}), Variant::LeastSquare, {0, 1, 5, 7}, 2);
     runs("two V rows: the later one counts, the earlier one is left out", four().markVRows({1, 2}),
          Variant::LeastSquare, {0, 3}, 2);
-    runs("an invalid reference behind the first two plays no part",
+    runs("an invalid reference after the first two is ignored",
          four().useFirstReferences(3).makeInvalid({2}), Variant::LeastSquare, {0, 1, 3}, 2);
-    runs("linear background, four rows whatever the references", linear().useFirstReferences(4),
-         Variant::NonEquivalentLinear);
-    runs("Victoreen background, five rows whatever the references",
+    runs("linear background, four rows for any number of references",
+         linear().useFirstReferences(4), Variant::NonEquivalentLinear);
+    runs("Victoreen background, five rows for any number of references",
          five().chooseNonEquivalent(false).useFirstReferences(4), Variant::NonEquivalentVictoreen);
-    runs("non-equivalent, an invalid reference behind the first",
+    runs("non-equivalent, an invalid reference after the first two is ignored",
          linear().useFirstReferences(3).makeInvalid({2}), Variant::NonEquivalentLinear);
 }
 
@@ -240,7 +242,7 @@ void tst_CalculationPlan::targetRuns()
     QTEST(plan.rows.v.row, "vRow");
 }
 
-void tst_CalculationPlan::numbersAreThoseOfTheUsedReferences()
+void tst_CalculationPlan::targetReadsTheNumbersOfTheUsedReferences()
 {
     PanelInputs inputs = four().useRows({0, 1, 2}).useFirstReferences(3).useReferences({1, 2});
     setJump(inputs.spectra[2], 4.0);
@@ -267,31 +269,31 @@ void tst_CalculationPlan::mapIsRefused_data()
             {wrongCount(5, 4)});
     refused("the count is followed by the check of the references", fourMaps().makeInvalid({0}),
             {few(1), invalid(0)});
-    refused("every used reference is checked and named from 0", fourMaps().useReferences({0, 1, 2}),
+    refused("every used reference is checked, numbered from 0", fourMaps().useReferences({0, 1, 2}),
             {invalid(2)});
-    refused("a gap in the used references names the row without a counterpart",
+    refused("a gap in the used references: the message names the row after it",
             fourMaps().useFirstReferences(3).useReferences({0, 2}), {invalid(2)});
-    refused("an unused reference ahead", fourMaps().useFirstReferences(3).useReferences({1, 2}),
-            {invalid(2)});
-    refused("the first reference alone stops after the count", fourMaps().useReferences({0}),
+    refused("an unused reference before the used ones",
+            fourMaps().useFirstReferences(3).useReferences({1, 2}), {invalid(2)});
+    refused("only the first reference: stops after the count", fourMaps().useReferences({0}),
             {few(1)});
     refused("no used reference stops after the count", fourMaps().useReferences({}), {few(0)});
     refused("one used reference and two rows: the count, then the rows",
             fourMaps().useReferences({0}).useRows({1, 2}), {few(1), wrongCount(2, 4)});
-    refused("the second reference alone is counted, then named 1", fourMaps().useReferences({1}),
-            {few(1), invalid(1)});
-    refused("three points, two V rows that leave one other",
+    refused("only the second reference: the count, then its number 1",
+            fourMaps().useReferences({1}), {few(1), invalid(1)});
+    refused("three points, two V rows: one other row is left",
             fourMaps().useRows({0, 1, 2}).markVRows({0, 2}), {wrongCount(2, 3)});
-    refused("exact, two V rows that leave two others",
+    refused("exact, two V rows: two other rows are left",
             fourMaps().chooseFourPoints(true, false).markVRows({0, 2}), {wrongCount(3, 4)});
-    refused("non-equivalent, no V row: the number of rows is next",
+    refused("non-equivalent, no V row: only the number of rows is checked",
             linearMaps().markVRows({}).useRows({0, 1, 3}), {tooFewRows(3, 4)});
     refused("non-equivalent, no row", linearMaps().useRows({}), {tooFewRows(0, 4)});
     refused("non-equivalent, a row without a map does not count", linearMaps().takeMap(1),
             {tooFewRows(3, 4)});
     refused("non-equivalent, an invalid reference", linearMaps().makeInvalid({1}),
             {few(1), invalid(1)});
-    refused("non-equivalent, one used reference and rows enough for it",
+    refused("non-equivalent, one used reference and enough rows for it",
             linearMaps().useReferences({0}), {few(1)});
     refused("non-equivalent, no used reference and one row: the count, then the rows",
             linearMaps().useReferences({}).useRows({3}), {few(0), tooFewRows(1, 2)});
@@ -314,13 +316,13 @@ void tst_CalculationPlan::mapRuns_data()
     runs("four rows with neither radio on", fourMaps().chooseFourPoints(false, false),
          Variant::LeastSquare, {0, 1, 3}, 2);
     runs("five rows", five().addMaps(8), Variant::LeastSquare, {0, 1, 3, 4}, 2);
-    runs("the target is not asked for", fourMaps().makeTargetInvalid(), Variant::LeastSquare,
+    runs("an invalid target is ignored", fourMaps().makeTargetInvalid(), Variant::LeastSquare,
          {0, 1, 3}, 2);
-    runs("a used row without a map is collected all the same", fourMaps().takeMap(0),
-         Variant::ThreePoints, {0, 1, 3}, 2);
+    runs("a used row without a map is still collected", fourMaps().takeMap(0), Variant::ThreePoints,
+         {0, 1, 3}, 2);
     runs("a later V row without a map is the V row", five().addMaps(8).takeMap(4).markVRows({2, 4}),
          Variant::LeastSquare, {0, 1, 3}, 4);
-    runs("exact leaves out what is behind its first three rows",
+    runs("exact ignores the rows after its first three",
          five().addMaps(8).takeMap(4).chooseFourPoints(true, false), Variant::ExactFourPoints,
          {0, 1, 3}, 2);
     runs("non-equivalent without a V row", linearMaps().markVRows({}),
@@ -338,7 +340,7 @@ void tst_CalculationPlan::mapRuns()
     QTEST(plan.rows.v.row, "vRow");
 }
 
-void tst_CalculationPlan::mapBoundFollowsTheReferences_data()
+void tst_CalculationPlan::mapNeedsOneMoreRowPerReference_data()
 {
     QTest::addColumn<bool>("isLinear");
     QTest::addColumn<int>("references");
@@ -351,7 +353,7 @@ void tst_CalculationPlan::mapBoundFollowsTheReferences_data()
     QTest::newRow("Victoreen, four") << false << 4 << 7;
 }
 
-void tst_CalculationPlan::mapBoundFollowsTheReferences()
+void tst_CalculationPlan::mapNeedsOneMoreRowPerReference()
 {
     QFETCH(bool, isLinear);
     QFETCH(int, references);
@@ -379,9 +381,9 @@ void tst_CalculationPlan::fitIsRefused_data()
     noNumbers.points[6].energy = noNumbers.points[7].energy =
         std::numeric_limits<double>::quiet_NaN();
     refused("no marked row", four(), noRange);
-    refused("one marked row, though lowest and highest are the same", fitOfOneRow(), noRange);
-    refused("energies that are no numbers", noNumbers, noRange);
-    refused("the range before the references", fitOfOneRow().useReferences({}), noRange);
+    refused("one marked row, at the lowest and highest energy", fitOfOneRow(), noRange);
+    refused("NaN energies", noNumbers, noRange);
+    refused("the range is checked before the references", fitOfOneRow().useReferences({}), noRange);
     refused("no used reference", fit().useReferences({}), fewReferences(0));
     refused("one used reference", fit().useReferences({1}), fewReferences(1));
     refused("one valid reference", fit().makeInvalid({0}), fewReferences(1));
@@ -397,11 +399,11 @@ void tst_CalculationPlan::fitIsRefused()
     QVERIFY(!plan.range);
 }
 
-void tst_CalculationPlan::fitRunsBetweenTheMarkedRows()
+void tst_CalculationPlan::fitRangeSpansTheMarkedRows()
 {
     PanelInputs inputs = four();
     for (const int row : {1, 3, 7}) {
-        inputs.points[row].inFit = true; // row 8 is not in use
+        inputs.points[row].inFit = true; // the last row is not in use
     }
     inputs.points[7].energy = 4;
     const FitPlan plan = analysis::planFit(inputs.state());
@@ -411,7 +413,7 @@ void tst_CalculationPlan::fitRunsBetweenTheMarkedRows()
     QCOMPARE(plan.range->energies.high, 5.0);
 }
 
-void tst_CalculationPlan::fitDoesNotAskForTheTarget()
+void tst_CalculationPlan::fitRunsWithAnInvalidTarget()
 {
     QVERIFY(analysis::planFit(fit().makeTargetInvalid().state()).range.has_value());
 }

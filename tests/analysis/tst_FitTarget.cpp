@@ -1,5 +1,5 @@
-// From what a user gives to the linear combination fit. Expected numbers are those
-// of the mixture that the target is made of.
+// The linear combination fit, from the panel's inputs to the result. Expected numbers are the
+// parts of which the target is mixed.
 #include "analysis/LinearFit.h"
 
 #include "analysis/CalculationPlan.h"
@@ -35,8 +35,8 @@ bool near(const QList<double>& values, const QList<double>& expected)
                       [](double a, double b) { return near(a, b); });
 }
 
-// The fit of the default: parts of 1.25 in all, the valence 1/2 * 2 + 3/4 * 4 of
-// the parts as they are.
+// The result for the default inputs: the parts 1/2 and 3/4 have the sum 1.25; the valence is
+// 1/2 * 2 + 3/4 * 4, not divided by this sum.
 bool isDefault(const LinearFit& fit)
 {
     return near(fit.fractions, {0.4, 0.6}) && near(fit.valence, 4) && near(fit.base, 0.125);
@@ -58,22 +58,22 @@ class tst_FitTarget : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void targetIsTakenApart();
+    void fitRecoversTheMixture();
     void threeAndFourReferencesAreFitted_data();
     void threeAndFourReferencesAreFitted();
-    void firstUsedReferenceBehindAnUnusedOneComesFirst();
+    void unusedReferencesAreSkipped();
     void surplusPointsAreFittedByLeastSquares();
     void curveKeepsTheOrderOfTheTarget();
-    void rowsAtOneEnergyKeepThePointThere();
-    void targetOfZeroesHasNoShares();
-    void targetNeedNotBeValid();
-    void invalidReferenceAmongTheFirstEntersAsZero();
-    void invalidReferenceBehindTheFirstPlaysNoPart();
+    void rangeOfOneEnergyKeepsThePointAtThatEnergy();
+    void zeroTargetHasNaNShares();
+    void invalidTargetIsFitted();
+    void invalidReferenceAmongTheFirstIsFittedAsZero();
+    void invalidReferenceAfterTheFirstTwoIsIgnored();
 
-    void comparisonHoldsTargetResultShareValenceAndColour();
+    void comparisonPointHoldsTargetResultShareValenceAndColour();
 };
 
-void tst_FitTarget::targetIsTakenApart()
+void tst_FitTarget::fitRecoversTheMixture()
 {
     const LinearFit result = fit(fitInputs());
     QVERIFY(isDefault(result));
@@ -90,10 +90,10 @@ void tst_FitTarget::threeAndFourReferencesAreFitted_data()
     QTest::addColumn<QList<double>>("parts");
     QTest::addColumn<QList<double>>("fractions");
     QTest::addColumn<double>("valence");
-    // Parts of 2 in all; valence 1 + 1 + 15/4.
+    // The sum of the parts is 2; the valence is 1 + 1 + 15/4.
     QTest::newRow("three") << QList<double>{0.5, 0.25, 1.25} << QList<double>{0.25, 0.125, 0.625}
                            << 5.75;
-    // Parts of 1/2 in all; valence 1 + 1 - 3 + 15/4.
+    // The sum of the parts is 1/2; the valence is 1 + 1 - 3 + 15/4.
     QTest::newRow("four, one negative")
         << QList<double>{0.5, 0.25, -1, 0.75} << QList<double>{1, 0.5, -2, 1.5} << 2.75;
 }
@@ -109,9 +109,10 @@ void tst_FitTarget::threeAndFourReferencesAreFitted()
     QVERIFY(near(result.base, 0.5));
 }
 
-void tst_FitTarget::firstUsedReferenceBehindAnUnusedOneComesFirst()
+void tst_FitTarget::unusedReferencesAreSkipped()
 {
-    // Shapes 1 and 2 are in rows 2 and 4; rows 1 and 3, valid too, are not used.
+    // References 1 and 2 of the mixture are in rows 2 and 4; rows 1 and 3 are valid, but not
+    // used.
     PanelInputs inputs = fitInputs();
     setReference(inputs, 0, 2);
     setReference(inputs, 1, 0);
@@ -123,23 +124,24 @@ void tst_FitTarget::firstUsedReferenceBehindAnUnusedOneComesFirst()
 
 void tst_FitTarget::surplusPointsAreFittedByLeastSquares()
 {
-    // What the fit leaves over is orthogonal to the references and to a constant.
+    // The residuals of a least-squares fit are orthogonal to the references and to a
+    // constant.
     PanelInputs inputs = fitInputs();
     const QList<double> values{1, -2, 0.5, 3, -1, 2, 0};
     setNormalised(inputs.target, energies, values, 1, 8);
     const LinearFit result = fit(inputs);
     QCOMPARE(curveEnergies(result), energies);
-    QList<double> left = values;
-    for (int i = 0; i < left.size(); ++i) {
-        left[i] -= result.curve.at(i).mut;
+    QList<double> residuals = values;
+    for (int i = 0; i < residuals.size(); ++i) {
+        residuals[i] -= result.curve.at(i).mut;
     }
-    const auto dot = [&left](const QList<double>& basis) {
-        return std::inner_product(left.begin(), left.end(), basis.begin(), 0.0);
+    const auto dot = [&residuals](const QList<double>& basis) {
+        return std::inner_product(residuals.begin(), residuals.end(), basis.begin(), 0.0);
     };
-    QVERIFY(dot(left) > 0.1);
+    QVERIFY(dot(residuals) > 0.1);
     QVERIFY(near(dot(shapes.at(0)), 0));
     QVERIFY(near(dot(shapes.at(1)), 0));
-    QVERIFY(near(std::accumulate(left.begin(), left.end(), 0.0), 0));
+    QVERIFY(near(std::accumulate(residuals.begin(), residuals.end(), 0.0), 0));
 }
 
 void tst_FitTarget::curveKeepsTheOrderOfTheTarget()
@@ -154,7 +156,7 @@ void tst_FitTarget::curveKeepsTheOrderOfTheTarget()
     QCOMPARE(result.curve.at(3).angle, 16.0);
 }
 
-void tst_FitTarget::rowsAtOneEnergyKeepThePointThere()
+void tst_FitTarget::rangeOfOneEnergyKeepsThePointAtThatEnergy()
 {
     PanelInputs inputs = fitInputs();
     setRange(inputs, 5, 5);
@@ -163,7 +165,7 @@ void tst_FitTarget::rowsAtOneEnergyKeepThePointThere()
     QVERIFY(fit(inputs).curve.isEmpty());
 }
 
-void tst_FitTarget::targetOfZeroesHasNoShares()
+void tst_FitTarget::zeroTargetHasNaNShares()
 {
     const LinearFit result = fit(fitInputs({0, 0}, 0));
     QVERIFY(std::isnan(result.fractions.at(0)));
@@ -171,16 +173,15 @@ void tst_FitTarget::targetOfZeroesHasNoShares()
     QCOMPARE(result.base, 0.0);
 }
 
-void tst_FitTarget::targetNeedNotBeValid()
+void tst_FitTarget::invalidTargetIsFitted()
 {
     QVERIFY(isDefault(fit(fitInputs().makeTargetInvalid())));
 }
 
-void tst_FitTarget::invalidReferenceAmongTheFirstEntersAsZero()
+void tst_FitTarget::invalidReferenceAmongTheFirstIsFittedAsZero()
 {
-    // Three of four are valid, so the first three are taken: the third, without
-    // points, is 0 everywhere and spoils every share. The base does not depend on
-    // it.
+    // Three of the four references are valid, so the first three are used. The third has no
+    // points: it is 0 everywhere and makes every share NaN. The base does not depend on it.
     PanelInputs inputs = fitInputs();
     setReference(inputs, 3, 3);
     inputs.useReferences({0, 1, 2, 3});
@@ -194,18 +195,18 @@ void tst_FitTarget::invalidReferenceAmongTheFirstEntersAsZero()
     QCOMPARE(result.curve.size(), 7);
 }
 
-void tst_FitTarget::invalidReferenceBehindTheFirstPlaysNoPart()
+void tst_FitTarget::invalidReferenceAfterTheFirstTwoIsIgnored()
 {
     QVERIFY(isDefault(fit(fitInputs().useReferences({0, 1, 3}))));
 }
 
-void tst_FitTarget::comparisonHoldsTargetResultShareValenceAndColour()
+void tst_FitTarget::comparisonPointHoldsTargetResultShareValenceAndColour()
 {
     const LCFPoint point = analysis::comparisonPoint(0.375, 2.75, fit(fitInputs()), 7);
     QCOMPARE(point.fourPsA, 0.375);
     QCOMPARE(point.fourPsValence, 2.75);
     QVERIFY(near(point.lcfA, 0.4));     // of the sum of the parts
-    QVERIFY(near(point.lcfValence, 4)); // of the parts as they are
+    QVERIFY(near(point.lcfValence, 4)); // the parts are not divided by their sum
     QCOMPARE(point.color, 7);
 }
 

@@ -1,3 +1,4 @@
+// The three-point and four-point formulas for a single target.
 #include "analysis/FourPointForms.h"
 
 #include "support/PlainMapForms.h"
@@ -14,9 +15,9 @@ using analysis::ThreeValues;
 namespace
 {
 
-// A target made by the model itself: a mixture of two references of different
-// edge jump that agree, each by its own jump, at all rows but the V row, on top
-// of a background that is linear in energy.
+// A target that follows the model exactly: a mixture of two references with different edge
+// jumps on a background that is linear in energy. Each divided by its edge jump, the
+// references are equal at all rows except the V row.
 struct Mixture {
     std::array<double, 4> E{8250, 8320, 8385, 8345}; // eV; the V row is the last
     std::array<double, 4> R1{};
@@ -39,7 +40,7 @@ Mixture mixture(double fraction, double thickness, double jump1, double jump2, d
         m.T[i] = thickness * (fraction * shape1[i] + (1 - fraction) * shape2[i]) + mu0 +
                  slope * (m.E[i] - 8300);
     }
-    // The plane's thickness counts in units of the references' mean jump.
+    // The four-point forms give the thickness in units of the references' mean edge jump.
     m.tts = 2 * thickness / (jump1 + jump2);
     return m;
 }
@@ -58,8 +59,8 @@ double leastSquare(const Mixture& m, double* tts)
         {m.R2[0], m.R2[1], m.R2[2]}, {m.E[0], m.E[1], m.E[2]}, m.r, tts);
 }
 
-// 1e-6: the normal equations of three nearly equal energies near 8300 eV cost
-// about nine of the sixteen digits.
+// 1e-6: the normal equations for three close energies near 8300 eV lose about nine of the
+// sixteen digits.
 constexpr double leastSquareTolerance = 1e-6;
 
 } // namespace
@@ -69,53 +70,53 @@ class tst_FourPointForms : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void threePointsOfAPureFirstReferenceIsOne();
-    void threePointsOfAPureSecondReferenceIsZero();
-    void threePointsByHand();
-    void threePointsIsNotClamped();
-    void threePointsWithEqualRowsIsNaN();
-    void threePointThicknessMixesBothReferences();
-    void threePointThicknessOfFirstReferenceIsOneOnlyWhereReferencesStartEqual();
-    void exactOfHalfTheSumIsHalfWithThicknessOne();
+    void threePointsGiveOneForTheFirstReference();
+    void threePointsGiveZeroForTheSecondReference();
+    void threePointsMatchAHandCalculation();
+    void threePointsResultIsNotClamped();
+    void equalRowsMakeThreePointsNaNOrInfinite();
+    void threePointThicknessUsesOnlyTheFirstReferenceAtRowOne();
+    void threePointThicknessOfFirstReferenceIsOneOnlyForEqualFirstRows();
+    void exactFormOfAnEqualMixtureIsHalfWithThicknessOne();
     void formsRecoverAMixture_data();
     void formsRecoverAMixture();
-    void threeRowsOnOneEnergyGiveNaN();
-    void targetOnALineInEnergyGivesInfinitePlane();
-    void jumpRatioOfMinusOneIsNotGuarded();
-    void orderOfRowsMattersOnlyByRounding();
-    void leastSquareOverThreeRowsEqualsExactButForRounding();
+    void equalEnergiesMakeTheExactFormNaN();
+    void targetLinearInEnergyHasNaNFractionAndZeroThickness();
+    void jumpRatioOfMinusOneIsNotFinite();
+    void orderOfRowsChangesOnlyTheRounding();
+    void leastSquareOfThreeRowsIsNearTheExactForm();
     void leastSquareWithoutRowsIsNaN();
-    void leastSquareOverUnequalListsTakesTheShortest();
-    void leastSquareEqualsTheReferenceToTheLastBit();
+    void leastSquareUsesTheLengthOfTheShortestList();
+    void leastSquareMatchesTheReferenceImplementationExactly();
 };
 
-void tst_FourPointForms::threePointsOfAPureFirstReferenceIsOne()
+void tst_FourPointForms::threePointsGiveOneForTheFirstReference()
 {
     const ThreeValues r1{0.1, 1.1, 0.7};
     const ThreeValues r2{0.1, 1.2, 0.4};
     QCOMPARE(analysis::threePointFraction(r1, r1, r2), 1.0);
 }
 
-void tst_FourPointForms::threePointsOfAPureSecondReferenceIsZero()
+void tst_FourPointForms::threePointsGiveZeroForTheSecondReference()
 {
     const ThreeValues r1{0.1, 1.1, 0.7};
     const ThreeValues r2{0.1, 1.2, 0.4};
     QCOMPARE(analysis::threePointFraction(r2, r1, r2), 0.0);
 }
 
-void tst_FourPointForms::threePointsByHand()
+void tst_FourPointForms::threePointsMatchAHandCalculation()
 {
     // f(T) = 2/4, f(R1) = 3/4, f(R2) = 1/4: (1/2 - 1/4) / (3/4 - 1/4) = 1/2
     QCOMPARE(analysis::threePointFraction({1, 5, 3}, {0, 4, 3}, {0, 4, 1}), 0.5);
 }
 
-void tst_FourPointForms::threePointsIsNotClamped()
+void tst_FourPointForms::threePointsResultIsNotClamped()
 {
     // f(T) = 4/4: (1 - 1/4) / (1/2) = 1.5
     QCOMPARE(analysis::threePointFraction({1, 5, 5}, {0, 4, 3}, {0, 4, 1}), 1.5);
 }
 
-void tst_FourPointForms::threePointsWithEqualRowsIsNaN()
+void tst_FourPointForms::equalRowsMakeThreePointsNaNOrInfinite()
 {
     const ThreeValues r1{0, 4, 3};
     const ThreeValues r2{0, 4, 1};
@@ -124,24 +125,24 @@ void tst_FourPointForms::threePointsWithEqualRowsIsNaN()
     QVERIFY(std::isnan(analysis::threePointFraction({1, 5, 4}, r1, r1))); // 0 over 0
 }
 
-void tst_FourPointForms::threePointThicknessMixesBothReferences()
+void tst_FourPointForms::threePointThicknessUsesOnlyTheFirstReferenceAtRowOne()
 {
-    // (9 - 1) / (0.5 * ((5 - 3) + (5 - 1))) = 8 / 3; the even-handed
-    // 0.5 * ((7 - 3) + (5 - 1)) would give 2.
+    // (9 - 1) / (0.5 * ((5 - 3) + (5 - 1))) = 8 / 3. The symmetric divisor 0.5 * ((7 - 3) +
+    // (5 - 1)) would give 2.
     QCOMPARE(analysis::threePointThickness({1, 9, 0}, {1, 5, 0}, {3, 7, 0}), 8.0 / 3.0);
 }
 
-void tst_FourPointForms::threePointThicknessOfFirstReferenceIsOneOnlyWhereReferencesStartEqual()
+void tst_FourPointForms::threePointThicknessOfFirstReferenceIsOneOnlyForEqualFirstRows()
 {
     const ThreeValues r1{1, 5, 0};
     QCOMPARE(analysis::threePointThickness(r1, r1, {1, 9, 0}), 1.0);
     QVERIFY(analysis::threePointThickness(r1, r1, {2, 9, 0}) != 1.0);
 }
 
-void tst_FourPointForms::exactOfHalfTheSumIsHalfWithThicknessOne()
+void tst_FourPointForms::exactFormOfAnEqualMixtureIsHalfWithThicknessOne()
 {
-    // R1 1, 2, 4 (V 8), R2 3, 3, 9 (V 2); T = (R1 + R2) / 2; rows at energies
-    // 0, 1, 5, V at 2.
+    // R1 is 1, 2, 4 (V row 8), R2 is 3, 3, 9 (V row 2), T = (R1 + R2) / 2; the energies are
+    // 0, 1, 5 (V row 2).
     double tts = 0.0;
     const double a =
         analysis::exactFourPoints(2, 2.5, 6.5, 5, 1, 2, 4, 8, 3, 3, 9, 2, 0, 1, 5, 2, 1.0, &tts);
@@ -161,7 +162,7 @@ void tst_FourPointForms::formsRecoverAMixture_data()
     QTest::newRow("different jumps") << 0.35 << 1.2 << 1.5 << 0.8 << 0.0 << 0.0;
     QTest::newRow("constant background") << 0.6 << 0.7 << 1.5 << 0.8 << 0.3 << 0.0;
     QTest::newRow("sloping background") << 0.6 << 0.7 << 1.5 << 0.8 << 0.3 << -2e-4;
-    QTest::newRow("beyond the second reference") << -0.2 << 1.0 << 1.0 << 1.1 << 0.1 << 1e-4;
+    QTest::newRow("negative fraction") << -0.2 << 1.0 << 1.0 << 1.1 << 0.1 << 1e-4;
 }
 
 void tst_FourPointForms::formsRecoverAMixture()
@@ -184,7 +185,7 @@ void tst_FourPointForms::formsRecoverAMixture()
              qPrintable(QString::number(tts, 'g', 17)));
 }
 
-void tst_FourPointForms::threeRowsOnOneEnergyGiveNaN()
+void tst_FourPointForms::equalEnergiesMakeTheExactFormNaN()
 {
     double tts = 0.0;
     const double a =
@@ -193,9 +194,10 @@ void tst_FourPointForms::threeRowsOnOneEnergyGiveNaN()
     QVERIFY(std::isnan(tts));
 }
 
-void tst_FourPointForms::targetOnALineInEnergyGivesInfinitePlane()
+void tst_FourPointForms::targetLinearInEnergyHasNaNFractionAndZeroThickness()
 {
-    // T = E: DT is 0, DS is not.
+    // T = E, so the determinant DT of the target is 0; the determinant DS of the references
+    // is not.
     double tts = 1.0;
     const double a =
         analysis::exactFourPoints(0, 1, 5, 2, 1, 2, 4, 8, 3, 3, 9, 2, 0, 1, 5, 2, 1.0, &tts);
@@ -203,14 +205,14 @@ void tst_FourPointForms::targetOnALineInEnergyGivesInfinitePlane()
     QCOMPARE(tts, 0.0); // 1 / infinity
 }
 
-void tst_FourPointForms::jumpRatioOfMinusOneIsNotGuarded()
+void tst_FourPointForms::jumpRatioOfMinusOneIsNotFinite()
 {
     double tts = 0.0;
     QVERIFY(!std::isfinite(
         analysis::exactFourPoints(2, 2.5, 6.5, 5, 1, 2, 4, 8, 3, 3, 9, 2, 0, 1, 5, 2, -1.0, &tts)));
 }
 
-void tst_FourPointForms::orderOfRowsMattersOnlyByRounding()
+void tst_FourPointForms::orderOfRowsChangesOnlyTheRounding()
 {
     const Mixture m = mixture(0.35, 1.2, 1.5, 0.8, 0.2, 1e-4);
     Mixture swapped = m;
@@ -223,9 +225,9 @@ void tst_FourPointForms::orderOfRowsMattersOnlyByRounding()
     QVERIFY(std::abs(leastSquare(m, &tts) - leastSquare(swapped, &tts)) < leastSquareTolerance);
 }
 
-void tst_FourPointForms::leastSquareOverThreeRowsEqualsExactButForRounding()
+void tst_FourPointForms::leastSquareOfThreeRowsIsNearTheExactForm()
 {
-    // No mixture of the model: any three rows determine the plane.
+    // Not a mixture of the model, but any three rows determine the plane exactly.
     Mixture m = mixture(0.35, 1.2, 1.5, 0.8, 0.2, 1e-4);
     m.T[1] += 0.05;
     m.R1[2] -= 0.03;
@@ -244,7 +246,7 @@ void tst_FourPointForms::leastSquareWithoutRowsIsNaN()
     QVERIFY(std::isnan(tts));
 }
 
-void tst_FourPointForms::leastSquareOverUnequalListsTakesTheShortest()
+void tst_FourPointForms::leastSquareUsesTheLengthOfTheShortestList()
 {
     const Mixture m = mixture(0.35, 1.2, 1.5, 0.8, 0.2, 1e-4);
     double full = 0.0;
@@ -257,7 +259,7 @@ void tst_FourPointForms::leastSquareOverUnequalListsTakesTheShortest()
     QVERIFY(tests::sameDouble(full, longer));
 }
 
-void tst_FourPointForms::leastSquareEqualsTheReferenceToTheLastBit()
+void tst_FourPointForms::leastSquareMatchesTheReferenceImplementationExactly()
 {
     std::mt19937_64 random(20261120);
     std::uniform_real_distribution<double> mut(-1.5, 3.0);

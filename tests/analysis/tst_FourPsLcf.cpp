@@ -1,6 +1,6 @@
-// The linear combination fit in the panel: what it reads, shows and keeps. What it
-// decides is in tst_CalculationPlan, its numbers in tst_FitTarget and tst_LinearFit,
-// its words in tst_Wording.
+// The linear combination fit in the panel: the inputs it reads, and the results it shows and
+// stores. Its checks are tested in tst_CalculationPlan, its numbers in tst_FitTarget and
+// tst_LinearFit, its texts in tst_Wording.
 #include "support/CalculationPanel.h"
 #include "support/FitMixes.h"
 
@@ -19,7 +19,7 @@ const QString fewSpectra =
 const QString defaultText =
     QStringLiteral("Result of LCF ::  0.400 :  0.600, Valence =  4.000, Base =  0.125");
 
-// Both the four-points family and the fit can run.
+// Inputs for which both a three-point calculation and the fit can run.
 PanelInputs threePointsAndFit()
 {
     PanelInputs inputs = fitInputs();
@@ -55,28 +55,28 @@ private Q_SLOTS:
     void init() { resetPanel(*m_shared); }
 
     void buttonFitsTheTarget();
-    void messageIsSentBeforeTheLineIsShown();
-    void wordsCountAsZero();
-    void curveHasDefaultFieldsAndAPointForEachFittedOne();
+    void messageIsSentBeforeTheResultIsShown();
+    void nonNumericTextCountsAsZero();
+    void curveHasDefaultSettingsAndOnePointPerFittedPoint();
     void curveIsReplacedByTheNextRun();
 
-    void eachRunAddsOnePoint();
-    void pointHoldsTargetResultAndColour();
-    void pointAfterARefusedTargetHoldsTheEarlierResult();
-    void clearingEmptiesTheComparisonAndItsColour();
+    void eachRunAddsOneComparisonPoint();
+    void comparisonPointHoldsTargetResultAndColour();
+    void comparisonPointAfterARefusedTargetHoldsTheEarlierResult();
+    void clearingRemovesThePointsAndResetsTheColour();
     void newColourWrapsAtTheNumberOfColours();
 
-    void refusalIsSaidAndLeavesEverything_data();
-    void refusalIsSaidAndLeavesEverything();
-    void reflexRunsRangesMapTargetAndFitInOrder();
-    void reflexFitsThoughMapAndTargetAreRefused();
+    void refusalIsReportedAndChangesNothing_data();
+    void refusalIsReportedAndChangesNothing();
+    void calcBothRunsRangesMapTargetAndFitInOrder();
+    void calcBothFitsAfterMapAndTargetAreRefused();
 
 private:
     SharedPanel m_shared;
     FourPs& panel = *m_shared;
 };
 
-// The shared panel has run nothing but the reflexes of its construction.
+// In the shared panel only the calculations that its constructor triggers have run.
 void tst_FourPsLcf::initTestCase()
 {
     QVERIFY(!panel.LCFMut);
@@ -87,7 +87,7 @@ void tst_FourPsLcf::initTestCase()
     QCOMPARE(panel.Colors.colors.size(), 45);
 }
 
-// The line keeps its blanks, the message folds them.
+// The result field shows repeated spaces; the message has single spaces.
 void tst_FourPsLcf::buttonFitsTheTarget()
 {
     enterInputs(panel, fitInputs());
@@ -99,18 +99,18 @@ void tst_FourPsLcf::buttonFitsTheTarget()
     QCOMPARE(panel.TargetV, 0.0);
 }
 
-void tst_FourPsLcf::messageIsSentBeforeTheLineIsShown()
+void tst_FourPsLcf::messageIsSentBeforeTheResultIsShown()
 {
     enterInputs(panel, fitInputs());
-    QStringList saidByThen;
+    QStringList messagesByThen;
     const auto watch = connect(panel.ui.LCFRes, &QLineEdit::textChanged, this,
-                               [&] { saidByThen = messages(panel); });
+                               [&] { messagesByThen = messages(panel); });
     panel.lcf();
     disconnect(watch);
-    QCOMPARE(saidByThen, QStringList{defaultText.simplified()});
+    QCOMPARE(messagesByThen, QStringList{defaultText.simplified()});
 }
 
-void tst_FourPsLcf::wordsCountAsZero()
+void tst_FourPsLcf::nonNumericTextCountsAsZero()
 {
     enterInputs(panel, fitInputs());
     panel.Refs.RefRows.at(1)->Valence->setText("four");
@@ -121,7 +121,7 @@ void tst_FourPsLcf::wordsCountAsZero()
     QCOMPARE(curveEnergies(panel), (QList<double>{1, 2, 3, 4}));
 }
 
-void tst_FourPsLcf::curveHasDefaultFieldsAndAPointForEachFittedOne()
+void tst_FourPsLcf::curveHasDefaultSettingsAndOnePointPerFittedPoint()
 {
     PanelInputs inputs = fitInputs();
     setRange(inputs, 2, 6);
@@ -162,7 +162,7 @@ void tst_FourPsLcf::curveIsReplacedByTheNextRun()
     QCOMPARE(panel.LCFMut->dE, 0.0);
 }
 
-void tst_FourPsLcf::eachRunAddsOnePoint()
+void tst_FourPsLcf::eachRunAddsOneComparisonPoint()
 {
     PanelInputs inputs = fitInputs();
     enterInputs(panel, inputs);
@@ -178,7 +178,7 @@ void tst_FourPsLcf::eachRunAddsOnePoint()
     QVERIFY(near(panel.LCFvs4PS.at(2).lcfA, 0.75));
 }
 
-void tst_FourPsLcf::pointHoldsTargetResultAndColour()
+void tst_FourPsLcf::comparisonPointHoldsTargetResultAndColour()
 {
     enterInputs(panel, fitInputs());
     panel.TargetV = 0.375;
@@ -192,7 +192,7 @@ void tst_FourPsLcf::pointHoldsTargetResultAndColour()
     QCOMPARE(panel.LCFColor, 7);
 }
 
-void tst_FourPsLcf::pointAfterARefusedTargetHoldsTheEarlierResult()
+void tst_FourPsLcf::comparisonPointAfterARefusedTargetHoldsTheEarlierResult()
 {
     PanelInputs inputs = threePointsAndFit();
     inputs.useRows({});
@@ -206,10 +206,10 @@ void tst_FourPsLcf::pointAfterARefusedTargetHoldsTheEarlierResult()
     panel.calcBoth();
     QCOMPARE(panel.LCFvs4PS.size(), 2);
     QCOMPARE(panel.LCFvs4PS.at(1).fourPsA, 0.5);
-    QCOMPARE(panel.LCFvs4PS.at(1).fourPsValence, 3.0); // between 2 and 4
+    QCOMPARE(panel.LCFvs4PS.at(1).fourPsValence, 3.0); // the mean of 2 and 4
 }
 
-void tst_FourPsLcf::clearingEmptiesTheComparisonAndItsColour()
+void tst_FourPsLcf::clearingRemovesThePointsAndResetsTheColour()
 {
     enterInputs(panel, fitInputs());
     panel.lcf();
@@ -241,10 +241,10 @@ void tst_FourPsLcf::newColourWrapsAtTheNumberOfColours()
     }
 }
 
-void tst_FourPsLcf::refusalIsSaidAndLeavesEverything_data()
+void tst_FourPsLcf::refusalIsReportedAndChangesNothing_data()
 {
     QTest::addColumn<PanelInputs>("inputs");
-    QTest::addColumn<QString>("said");
+    QTest::addColumn<QString>("message");
     PanelInputs oneRow = fitInputs({1, 1}, 0);
     oneRow.points[6].inFit = false;
     QTest::newRow("one marked row") << oneRow << noFitRange;
@@ -254,7 +254,7 @@ void tst_FourPsLcf::refusalIsSaidAndLeavesEverything_data()
         << fitInputs({1, 1}, 0).makeInvalid({0}) << fewSpectra.arg(1);
 }
 
-void tst_FourPsLcf::refusalIsSaidAndLeavesEverything()
+void tst_FourPsLcf::refusalIsReportedAndChangesNothing()
 {
     QFETCH(PanelInputs, inputs);
     enterInputs(panel, fitInputs());
@@ -264,8 +264,8 @@ void tst_FourPsLcf::refusalIsSaidAndLeavesEverything()
     const AMutE* before = panel.LCFMut;
     enterInputs(panel, inputs);
     panel.lcf();
-    QFETCH(QString, said);
-    QCOMPARE(messages(panel), QStringList{said});
+    QFETCH(QString, message);
+    QCOMPARE(messages(panel), QStringList{message});
     QCOMPARE(panel.ui.LCFRes->text(), defaultText);
     QCOMPARE(panel.LCFvs4PS.size(), 1);
     QCOMPARE(panel.LCFColor, 3);
@@ -273,9 +273,9 @@ void tst_FourPsLcf::refusalIsSaidAndLeavesEverything()
     QCOMPARE(curveEnergies(panel).size(), 7);
 }
 
-void tst_FourPsLcf::reflexRunsRangesMapTargetAndFitInOrder()
+void tst_FourPsLcf::calcBothRunsRangesMapTargetAndFitInOrder()
 {
-    // Auto limits of the valences 2 and 4: 1.5 to 4.5, 51 boxes of 0.06.
+    // Automatic limits for the valences 2 and 4: from 1.5 to 4.5, 51 bins of width 0.06.
     PanelInputs inputs = threePointsAndFit();
     inputs.addMaps(3);
     enterInputs(panel, inputs);
@@ -294,7 +294,7 @@ void tst_FourPsLcf::reflexRunsRangesMapTargetAndFitInOrder()
                                            defaultText.simplified()}));
 }
 
-void tst_FourPsLcf::reflexFitsThoughMapAndTargetAreRefused()
+void tst_FourPsLcf::calcBothFitsAfterMapAndTargetAreRefused()
 {
     PanelInputs inputs = threePointsAndFit();
     inputs.useRows({});

@@ -1,6 +1,6 @@
-// The map calculation in the panel: what it reads, and what becomes of result,
-// histograms and message box. What it decides is in tst_CalculationPlan, its numbers
-// in tst_MapStacks, tst_MapCalculation and tst_NonEquivalentMap.
+// The map calculation in the panel: the inputs it reads, and its effect on the result map,
+// the histograms and the message box. Its checks are tested in tst_CalculationPlan, its
+// numbers in tst_MapStacks, tst_MapCalculation and tst_NonEquivalentMap.
 #include "support/CalculationPanel.h"
 #include "support/Mixes.h"
 
@@ -31,8 +31,8 @@ PanelInputs mixedMaps(const QList<mixes::Mix>& pixels, int references = 2, int r
     return inputs;
 }
 
-// Limits under which a valence of 2.5 and a thickness of 1 fall into the middle of
-// three boxes each, and below or above the other's.
+// Histogram limits that put a valence of 2.5 and a thickness of 1 into the middle one of
+// three bins each. Each value is outside the limits of the other histogram.
 void separateHistograms(FourPs& panel)
 {
     panel.ui.HgAFrom->setText("2");
@@ -43,13 +43,13 @@ void separateHistograms(FourPs& panel)
     panel.ui.HgTBoxes->setText("3");
 }
 
-bool countedApart(const FourPs& panel)
+bool eachIsInItsMiddleBin(const FourPs& panel)
 {
     const QList<int> middle{0, 1, 0};
     return panel.HistV->bins == middle && panel.HistT->bins == middle;
 }
 
-// Centres 0 to 6 for valences and shares, -4 to 6 for amounts.
+// Bin centres from 0 to 6 for valences and shares, from -4 to 6 for amounts.
 void setHistogramLimits(FourPs& panel)
 {
     panel.ui.HgAFrom->setText("0");
@@ -60,8 +60,8 @@ void setHistogramLimits(FourPs& panel)
     panel.ui.HgTBoxes->setText("11");
 }
 
-// The centres of the bins that hold something, each as often as it was hit.
-QList<int> hits(const Histgram* histogram)
+// The rounded centres of the filled bins, each repeated as often as it was counted.
+QList<int> countedCentres(const Histgram* histogram)
 {
     QList<int> centres;
     for (int i = 0; i < histogram->bins.size(); ++i) {
@@ -73,12 +73,12 @@ QList<int> hits(const Histgram* histogram)
 
 bool isEmpty(const Histgram* histogram)
 {
-    return hits(histogram).isEmpty() && histogram->under == 0 && histogram->over == 0 &&
+    return countedCentres(histogram).isEmpty() && histogram->under == 0 && histogram->over == 0 &&
            histogram->total == 0;
 }
 
-// What an earlier non-equivalent run would leave.
-void countForReferences(FourPs& panel)
+// Fills the references' histograms, as an earlier non-equivalent run does.
+void fillReferenceHistograms(FourPs& panel)
 {
     for (Histgram* histogram : panel.HistRatio + panel.HistDMut) {
         histogram->start(-1.0, 2.0, 51);
@@ -88,15 +88,14 @@ void countForReferences(FourPs& panel)
     }
 }
 
-// Whether a histogram of a reference is one that the panel's main one was when
-// its run began.
-bool isStartedLike(const Histgram* histogram, const Histgram* main)
+// Whether a reference's histogram is empty and has the limits of the main histogram.
+bool isEmptyWithLimitsOf(const Histgram* histogram, const Histgram* main)
 {
     return histogram->minV == main->minV && histogram->maxV == main->maxV &&
            histogram->step == main->step && histogram->boxes == main->boxes && isEmpty(histogram);
 }
 
-// All that a map calculation writes, the message box aside.
+// Everything that a map calculation writes, except the message box.
 QStringList mapFields(const FourPs& panel)
 {
     QStringList fields{QString::number(panel.BaseData.xNum), QString::number(panel.BaseData.yNum),
@@ -127,19 +126,19 @@ private Q_SLOTS:
     void fourPointFormsFillResultAndHistograms();
     void nonEquivalentMethodFillsAllValues_data();
     void nonEquivalentMethodFillsAllValues();
-    void rowWithoutMapIsSelectedForTheTargetOnly();
-    void mapOfNoLinesYieldsNoRows();
-    void secondRunRebuildsTheResult();
+    void rowWithoutMapCountsForTheTargetOnly();
+    void mapOfHeightZeroHasNoPixels();
+    void secondRunReplacesTheResult();
 
     void limitsAreReadAtTheStartOfEachRun();
     void histogramsCountValenceTotalSharesAndAmounts();
-    void allHistogramsStartAfresh();
-    void histogramsOfReferencesHoldNothing_data();
-    void histogramsOfReferencesHoldNothing();
+    void everyRunRestartsAllHistograms();
+    void pointMethodsEmptyTheReferenceHistograms_data();
+    void pointMethodsEmptyTheReferenceHistograms();
 
-    void refusalIsSaidAndLeavesEverything_data();
-    void refusalIsSaidAndLeavesEverything();
-    void calcBothRunsTargetAndFitThoughTheMapIsRefused();
+    void refusalIsReportedAndChangesNothing_data();
+    void refusalIsReportedAndChangesNothing();
+    void calcBothRunsTargetAndFitAfterTheMapIsRefused();
 
 private:
     SharedPanel m_shared;
@@ -149,7 +148,7 @@ private:
 void tst_FourPsMap::buttonCalculatesThreePoints()
 {
     PanelInputs inputs = threePointMaps();
-    inputs.target.valid = false; // not asked for
+    inputs.target.valid = false; // the map does not need it
     inputs.maps[2].headerLines = {"# base row"};
     inputs.maps[2].rows[0].x = 12.5;
     enterInputs(panel, inputs);
@@ -162,7 +161,7 @@ void tst_FourPsMap::buttonCalculatesThreePoints()
     QCOMPARE(panel.BaseData.rows.at(0).x, 12.5);
     QCOMPARE(panel.BaseData.headerLines, QStringList{"# base row"});
     QVERIFY(!panel.BaseData.extended);
-    QVERIFY(countedApart(panel));
+    QVERIFY(eachIsInItsMiddleBin(panel));
 }
 
 void tst_FourPsMap::fourPointFormsFillResultAndHistograms_data()
@@ -179,7 +178,7 @@ void tst_FourPsMap::fourPointFormsFillResultAndHistograms()
     separateHistograms(panel);
     panel.calcMap();
     QVERIFY(messages(panel).isEmpty());
-    QVERIFY(countedApart(panel));
+    QVERIFY(eachIsInItsMiddleBin(panel));
     QVERIFY(near(panel.BaseData.rows.at(0).intensity, 0.5));
     QVERIFY(near(panel.BaseData.rows.at(0).i0, 1.0));
     QVERIFY(panel.BaseData.rows.at(0).values.isEmpty());
@@ -196,7 +195,7 @@ void tst_FourPsMap::nonEquivalentMethodFillsAllValues()
 {
     QFETCH(bool, linear);
     PanelInputs inputs = mixedMaps({linear ? mixes::quarter : mixes::curvedQuarter}, 2, 8);
-    inputs.chooseNonEquivalent(linear).makeTargetInvalid().markVRows({}); // nothing asks for them
+    inputs.chooseNonEquivalent(linear).makeTargetInvalid().markVRows({}); // the map needs neither
     enterInputs(panel, inputs);
     panel.calcMap();
     QVERIFY(messages(panel).isEmpty());
@@ -211,7 +210,7 @@ void tst_FourPsMap::nonEquivalentMethodFillsAllValues()
     QVERIFY(panel.Refs.RefRows.at(0)->RatioDisp->text().isEmpty());
 }
 
-void tst_FourPsMap::rowWithoutMapIsSelectedForTheTargetOnly()
+void tst_FourPsMap::rowWithoutMapCountsForTheTargetOnly()
 {
     enterInputs(panel, threePointMaps());
     panel.EPoints.at(0)->loaded = false;
@@ -221,7 +220,7 @@ void tst_FourPsMap::rowWithoutMapIsSelectedForTheTargetOnly()
              (QStringList{wrongCount.arg(2).arg(4), "3ps: a = 0.5, Valence = 2.5"}));
 }
 
-void tst_FourPsMap::mapOfNoLinesYieldsNoRows()
+void tst_FourPsMap::mapOfHeightZeroHasNoPixels()
 {
     for (const PanelInputs& inputs : {threePointMaps(), mixedMaps({mixes::quarter})}) {
         enterInputs(panel, inputs);
@@ -237,7 +236,7 @@ void tst_FourPsMap::mapOfNoLinesYieldsNoRows()
     }
 }
 
-void tst_FourPsMap::secondRunRebuildsTheResult()
+void tst_FourPsMap::secondRunReplacesTheResult()
 {
     PanelInputs inputs = mixedMaps({mixes::quarter, mixes::negative});
     inputs.maps[0].headerLines = {"# once"};
@@ -270,12 +269,12 @@ void tst_FourPsMap::histogramsCountValenceTotalSharesAndAmounts()
     enterInputs(panel, mixedMaps({mixes::quarter, mixes::negative}));
     setHistogramLimits(panel);
     panel.calcMap();
-    QCOMPARE(hits(panel.HistV), (QList<int>{4, 6}));           // 4.25, 5.6
-    QCOMPARE(hits(panel.HistT), (QList<int>{4, 5}));           // 4, 5
-    QCOMPARE(hits(panel.HistRatio.at(0)), (QList<int>{0, 0})); // 0.25, -0.2
-    QCOMPARE(hits(panel.HistRatio.at(1)), (QList<int>{1, 1})); // 0.75, 1.2
-    QCOMPARE(hits(panel.HistDMut.at(0)), (QList<int>{-1, 1}));
-    QCOMPARE(hits(panel.HistDMut.at(1)), (QList<int>{3, 6}));
+    QCOMPARE(countedCentres(panel.HistV), (QList<int>{4, 6}));           // 4.25, 5.6
+    QCOMPARE(countedCentres(panel.HistT), (QList<int>{4, 5}));           // 4, 5
+    QCOMPARE(countedCentres(panel.HistRatio.at(0)), (QList<int>{0, 0})); // 0.25, -0.2
+    QCOMPARE(countedCentres(panel.HistRatio.at(1)), (QList<int>{1, 1})); // 0.75, 1.2
+    QCOMPARE(countedCentres(panel.HistDMut.at(0)), (QList<int>{-1, 1}));
+    QCOMPARE(countedCentres(panel.HistDMut.at(1)), (QList<int>{3, 6}));
     QCOMPARE(panel.HistRatio.at(0)->total, 2);
     for (const int missing : {2, 3}) {
         QVERIFY(isEmpty(panel.HistRatio.at(missing)));
@@ -283,7 +282,7 @@ void tst_FourPsMap::histogramsCountValenceTotalSharesAndAmounts()
     }
 }
 
-void tst_FourPsMap::allHistogramsStartAfresh()
+void tst_FourPsMap::everyRunRestartsAllHistograms()
 {
     enterInputs(panel, mixedMaps({mixes::quarter}));
     setHistogramLimits(panel);
@@ -297,10 +296,10 @@ void tst_FourPsMap::allHistogramsStartAfresh()
     panel.ui.HgTTo->setText("5");
     panel.ui.HgTBoxes->setText("10");
     panel.calcMap();
-    QCOMPARE(hits(panel.HistT), QList<int>{4});
+    QCOMPARE(countedCentres(panel.HistT), QList<int>{4});
     QCOMPARE(panel.HistV->over, 1);
-    QCOMPARE(hits(panel.HistRatio.at(1)), QList<int>{1});
-    QCOMPARE(hits(panel.HistDMut.at(1)), QList<int>{3});
+    QCOMPARE(countedCentres(panel.HistRatio.at(1)), QList<int>{1});
+    QCOMPARE(countedCentres(panel.HistDMut.at(1)), QList<int>{3});
     for (int i = 0; i < 4; ++i) {
         QCOMPARE(panel.HistRatio.at(i)->bins.size(), 4);
         QCOMPARE(panel.HistDMut.at(i)->bins.size(), 10);
@@ -309,21 +308,22 @@ void tst_FourPsMap::allHistogramsStartAfresh()
     }
 }
 
-void tst_FourPsMap::histogramsOfReferencesHoldNothing_data()
+void tst_FourPsMap::pointMethodsEmptyTheReferenceHistograms_data()
 {
     QTest::addColumn<int>("maps");
     QTest::addColumn<bool>("exact");
     QTest::addColumn<bool>("repeated");
     for (const bool repeated : {false, true}) {
-        const char* times = repeated ? "repeated" : "first";
-        QTest::addRow("three points, %s", times) << 3 << false << repeated;
-        QTest::addRow("exact four points, %s", times) << 4 << true << repeated;
-        QTest::addRow("least square, %s", times) << 4 << false << repeated;
+        const char* run = repeated ? "repeated run" : "first run";
+        QTest::addRow("three points, %s", run) << 3 << false << repeated;
+        QTest::addRow("exact four points, %s", run) << 4 << true << repeated;
+        QTest::addRow("least square, %s", run) << 4 << false << repeated;
     }
 }
 
-// A repeated run is skipped, since it would give the same result.
-void tst_FourPsMap::histogramsOfReferencesHoldNothing()
+// A repeated run with unchanged inputs skips the calculation, but still resets these
+// histograms.
+void tst_FourPsMap::pointMethodsEmptyTheReferenceHistograms()
 {
     QFETCH(int, maps);
     QFETCH(bool, exact);
@@ -333,22 +333,23 @@ void tst_FourPsMap::histogramsOfReferencesHoldNothing()
     if (repeated) {
         panel.calcMap();
     }
-    countForReferences(panel);
+    fillReferenceHistograms(panel);
     panel.calcMap();
     QVERIFY(messages(panel).isEmpty());
     for (int i = 0; i < 4; ++i) {
-        QVERIFY(isStartedLike(panel.HistRatio.at(i), panel.HistV));
-        QVERIFY(isStartedLike(panel.HistDMut.at(i), panel.HistT));
+        QVERIFY(isEmptyWithLimitsOf(panel.HistRatio.at(i), panel.HistV));
+        QVERIFY(isEmptyWithLimitsOf(panel.HistDMut.at(i), panel.HistT));
     }
-    QVERIFY(countedApart(panel));
+    QVERIFY(eachIsInItsMiddleBin(panel));
 }
 
-void tst_FourPsMap::refusalIsSaidAndLeavesEverything_data()
+void tst_FourPsMap::refusalIsReportedAndChangesNothing_data()
 {
     QTest::addColumn<PanelInputs>("inputs");
-    QTest::addColumn<QStringList>("said");
-    const auto newRow = [](const char* name, const PanelInputs& refused, const QStringList& said) {
-        QTest::newRow(name) << refused << said;
+    QTest::addColumn<QStringList>("expected");
+    const auto newRow = [](const char* name, const PanelInputs& refused,
+                           const QStringList& expected) {
+        QTest::newRow(name) << refused << expected;
     };
     const auto inputs = [] { return mixedMaps({mixes::negative, mixes::negative}); };
     const auto points = [&inputs] { return inputs().chooseFourPoints(false, true); };
@@ -358,13 +359,14 @@ void tst_FourPsMap::refusalIsSaidAndLeavesEverything_data()
     newRow("one used reference for the four-points family",
            points().useRows({0, 1, 2}).useReferences({0}), {fewReferences.arg(1)});
     newRow("fewer rows than unknowns", inputs().useRows({0, 1, 2}), {tooFewRows.arg(3).arg(4)});
-    newRow("second reference", inputs().makeInvalid({1}),
+    newRow("invalid second reference", inputs().makeInvalid({1}),
            {fewReferences.arg(1), "Ref File 1 is not valid."});
-    newRow("third reference", inputs().useReferences({0, 1, 2}), {"Ref File 2 is not valid."});
+    newRow("invalid third reference", inputs().useReferences({0, 1, 2}),
+           {"Ref File 2 is not valid."});
     newRow("no used reference", inputs().useReferences({}), {fewReferences.arg(0)});
 }
 
-void tst_FourPsMap::refusalIsSaidAndLeavesEverything()
+void tst_FourPsMap::refusalIsReportedAndChangesNothing()
 {
     QFETCH(PanelInputs, inputs);
     enterInputs(panel, mixedMaps({mixes::quarter}));
@@ -376,13 +378,13 @@ void tst_FourPsMap::refusalIsSaidAndLeavesEverything()
     panel.ui.HgTBoxes->setText("3");
     clearMessages(panel);
     panel.calcMap();
-    QTEST(messages(panel), "said");
+    QTEST(messages(panel), "expected");
     QCOMPARE(mapFields(panel), before);
 }
 
-void tst_FourPsMap::calcBothRunsTargetAndFitThoughTheMapIsRefused()
+void tst_FourPsMap::calcBothRunsTargetAndFitAfterTheMapIsRefused()
 {
-    enterInputs(panel, threePointInputs()); // no map at all
+    enterInputs(panel, threePointInputs()); // no row has a map
     panel.calcBoth();
     QCOMPARE(messages(panel),
              (QStringList{"V Point is not selected", "3ps: a = 0.5, Valence = 2.5", noFitRange}));

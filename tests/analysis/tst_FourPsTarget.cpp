@@ -1,6 +1,6 @@
-// The target calculation in the panel: what it reads, what it shows, and where. What
-// it decides is in tst_CalculationPlan, its numbers in tst_TargetResult, its words in
-// tst_Wording.
+// The target calculation in the panel: the inputs it reads, and the fields that show its
+// results. Its checks are tested in tst_CalculationPlan, its numbers in tst_TargetResult, its
+// texts in tst_Wording.
 #include "support/CalculationPanel.h"
 #include "support/Mixes.h"
 
@@ -14,7 +14,7 @@ namespace
 const QString quarterText =
     QStringLiteral("Result of NEQ ::  0.250 :  0.750, Valence =  4.250, t =  4.000");
 
-// All that a target calculation writes, the message box aside.
+// Everything that a target calculation writes, except the message box.
 QStringList targetFields(const FourPs& panel)
 {
     QStringList fields{panel.ui.CalcRes->text(), panel.ui.TargetDMut->text(),
@@ -35,21 +35,21 @@ private Q_SLOTS:
     void init() { resetPanel(*m_shared); }
 
     void buttonCalculatesThreePoints();
-    void exactFourPointsLeaveTheMessageBoxAlone();
-    void leastSquareIsShownAndSaid();
-    void fourPointsLineIsShownBeforeTheMessage();
-    void nonEquivalentResultGoesToItsFields();
-    void nonEquivalentMessageIsSentBeforeTheLineIsShown();
-    void resultsGoToTheUsedReferencesBehindAnUnusedOne();
-    void resultFieldsShowSixDigitsFromTheirStart();
-    void mapAndHistogramsStay();
+    void exactFourPointsSendNoMessage();
+    void leastSquareIsShownAndSentAsMessage();
+    void threePointResultIsShownBeforeTheMessage();
+    void nonEquivalentResultFillsItsFields();
+    void nonEquivalentMessageIsSentBeforeTheResultIsShown();
+    void resultsAreShownAtTheUsedReferences();
+    void resultFieldsShowSixDigitsAndTheirStart();
+    void mapAndHistogramsAreUnchanged();
 
-    void rowNumbersAreTakenAsDisplayed();
-    void onlyTheLinearRadioIsAsked_data();
-    void onlyTheLinearRadioIsAsked();
+    void rowNumbersAreReadFromTheirFields();
+    void backgroundDependsOnTheLinearRadioOnly_data();
+    void backgroundDependsOnTheLinearRadioOnly();
 
-    void refusalIsSaidAndLeavesEverything_data();
-    void refusalIsSaidAndLeavesEverything();
+    void refusalIsReportedAndChangesNothing_data();
+    void refusalIsReportedAndChangesNothing();
 
 private:
     SharedPanel m_shared;
@@ -67,7 +67,7 @@ void tst_FourPsTarget::buttonCalculatesThreePoints()
     QCOMPARE(panel.TargetT, 2.5);
 }
 
-void tst_FourPsTarget::exactFourPointsLeaveTheMessageBoxAlone()
+void tst_FourPsTarget::exactFourPointsSendNoMessage()
 {
     enterInputs(panel, fourPointInputs().chooseFourPoints(true, false));
     panel.calcTarget();
@@ -77,10 +77,10 @@ void tst_FourPsTarget::exactFourPointsLeaveTheMessageBoxAlone()
     QVERIFY(mixes::near(panel.TargetT, 2.5));
 }
 
-void tst_FourPsTarget::leastSquareIsShownAndSaid()
+void tst_FourPsTarget::leastSquareIsShownAndSentAsMessage()
 {
     const QString line = "4ps2: a = 0.5, Valence = 2.5, t/ts = 1";
-    for (const bool chosen : {true, false}) { // with neither radio on too
+    for (const bool chosen : {true, false}) { // also with neither radio on
         enterInputs(panel, fourPointInputs().chooseFourPoints(false, chosen));
         clearMessages(panel);
         panel.ui.CalcRes->clear();
@@ -91,21 +91,21 @@ void tst_FourPsTarget::leastSquareIsShownAndSaid()
     }
 }
 
-void tst_FourPsTarget::fourPointsLineIsShownBeforeTheMessage()
+void tst_FourPsTarget::threePointResultIsShownBeforeTheMessage()
 {
     enterInputs(panel, threePointInputs());
-    QStringList saidByThen{"nothing shown"};
+    QStringList messagesByThen{"nothing shown"};
     const auto watch = connect(panel.ui.CalcRes, &QLineEdit::textChanged, this,
-                               [&] { saidByThen = messages(panel); });
+                               [&] { messagesByThen = messages(panel); });
     panel.calcTarget();
     disconnect(watch);
-    QCOMPARE(saidByThen, QStringList());
+    QCOMPARE(messagesByThen, QStringList());
     QCOMPARE(messages(panel).size(), 1);
 }
 
-void tst_FourPsTarget::nonEquivalentResultGoesToItsFields()
+void tst_FourPsTarget::nonEquivalentResultFillsItsFields()
 {
-    // dMut 1 and 3 of 4, over either background.
+    // The amounts (dMut) are 1 and 3 of a total of 4, on either background.
     for (const bool linear : {true, false}) {
         PanelInputs inputs = mixes::mixedInputs(linear ? mixes::quarter : mixes::curvedQuarter);
         resetPanel(*m_shared);
@@ -123,24 +123,24 @@ void tst_FourPsTarget::nonEquivalentResultGoesToItsFields()
     }
 }
 
-void tst_FourPsTarget::nonEquivalentMessageIsSentBeforeTheLineIsShown()
+void tst_FourPsTarget::nonEquivalentMessageIsSentBeforeTheResultIsShown()
 {
     enterInputs(panel, mixes::mixedInputs(mixes::quarter));
-    QStringList saidByThen;
+    QStringList messagesByThen;
     QString totalByThen;
     const auto watch = connect(panel.ui.CalcRes, &QLineEdit::textChanged, this, [&] {
-        saidByThen = messages(panel);
+        messagesByThen = messages(panel);
         totalByThen = panel.ui.TargetDMut->text();
     });
     panel.calcTarget();
     disconnect(watch);
-    QCOMPARE(saidByThen, QStringList{quarterText.simplified()});
+    QCOMPARE(messagesByThen, QStringList{quarterText.simplified()});
     QCOMPARE(totalByThen, "4");
 }
 
-void tst_FourPsTarget::resultsGoToTheUsedReferencesBehindAnUnusedOne()
+void tst_FourPsTarget::resultsAreShownAtTheUsedReferences()
 {
-    // Shapes 1 and 2 are in rows 2 and 3; row 1, valid too, is not in use.
+    // References 1 and 2 of the mixture are in rows 2 and 3; row 1 is valid, but not used.
     PanelInputs inputs = mixes::mixedInputs(mixes::quarter, 3);
     mixes::setReference(inputs.spectra[1], 0);
     mixes::setReference(inputs.spectra[2], 1);
@@ -163,9 +163,9 @@ void tst_FourPsTarget::resultsGoToTheUsedReferencesBehindAnUnusedOne()
     QCOMPARE(panel.ui.CalcRes->text(), quarterText);
 }
 
-void tst_FourPsTarget::resultFieldsShowSixDigitsFromTheirStart()
+void tst_FourPsTarget::resultFieldsShowSixDigitsAndTheirStart()
 {
-    // dMut 1/3 and 2 of 7/3.
+    // The amounts (dMut) are 1/3 and 2 of a total of 7/3.
     enterInputs(panel, mixes::mixedInputs({{1.0 / 6.0, 1.0 / 3.0}}));
     panel.calcTarget();
     const ARefFile* first = panel.Refs.RefRows.at(0);
@@ -180,7 +180,7 @@ void tst_FourPsTarget::resultFieldsShowSixDigitsFromTheirStart()
     }
 }
 
-void tst_FourPsTarget::mapAndHistogramsStay()
+void tst_FourPsTarget::mapAndHistogramsAreUnchanged()
 {
     PanelInputs inputs = mixes::mixedInputs(mixes::quarter);
     mixes::setPixels(inputs, {mixes::negative});
@@ -200,17 +200,17 @@ void tst_FourPsTarget::mapAndHistogramsStay()
     }
 }
 
-void tst_FourPsTarget::rowNumbersAreTakenAsDisplayed()
+void tst_FourPsTarget::rowNumbersAreReadFromTheirFields()
 {
-    // Typed over: 3.5 in place of 3 at the V row gives f(T) = 2.5/4, a = 3/4.
+    // The V row's value is edited from 3 to 3.5, so f(T) = 2.5/4 and a = 3/4.
     enterInputs(panel, threePointInputs());
     panel.EPoints.at(2)->MutT->setText("3.5");
-    QVERIFY(panel.ui.CalcRes->text().isEmpty()); // typing alone calculates nothing
+    QVERIFY(panel.ui.CalcRes->text().isEmpty()); // typing alone starts no calculation
     panel.calcTarget();
     QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.75, Valence = 2.25");
 }
 
-void tst_FourPsTarget::onlyTheLinearRadioIsAsked_data()
+void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly_data()
 {
     QTest::addColumn<bool>("linear");
     QTest::addColumn<bool>("victoreen");
@@ -220,8 +220,9 @@ void tst_FourPsTarget::onlyTheLinearRadioIsAsked_data()
     QTest::newRow("neither") << false << false;
 }
 
-// Two terms in L do not follow a straight line through eight points.
-void tst_FourPsTarget::onlyTheLinearRadioIsAsked()
+// Target and pixels have a linear background: the two terms of the Victoreen background
+// cannot follow a straight line through eight points.
+void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly()
 {
     QFETCH(bool, linear);
     QFETCH(bool, victoreen);
@@ -236,27 +237,28 @@ void tst_FourPsTarget::onlyTheLinearRadioIsAsked()
     QCOMPARE(mixes::near(panel.BaseData.rows.at(0).intensity, 0.25), linear);
 }
 
-void tst_FourPsTarget::refusalIsSaidAndLeavesEverything_data()
+void tst_FourPsTarget::refusalIsReportedAndChangesNothing_data()
 {
     QTest::addColumn<PanelInputs>("inputs");
-    QTest::addColumn<QStringList>("said");
+    QTest::addColumn<QStringList>("expected");
     const auto inputs = [] { return mixes::mixedInputs(mixes::negative); };
-    const auto newRow = [](const char* name, const PanelInputs& refused, const QStringList& said) {
-        QTest::newRow(name) << refused << said;
+    const auto newRow = [](const char* name, const PanelInputs& refused,
+                           const QStringList& expected) {
+        QTest::newRow(name) << refused << expected;
     };
     newRow("no V row", inputs().markVRows({}), {"V Point is not selected."});
-    newRow("first reference", inputs().makeInvalid({0}),
+    newRow("invalid first reference", inputs().makeInvalid({0}),
            {fewReferences.arg(1), "The 1st Ref File is not valid."});
-    newRow("second reference", inputs().makeInvalid({1}),
+    newRow("invalid second reference", inputs().makeInvalid({1}),
            {fewReferences.arg(1), "The 2nd Ref File is not valid."});
     newRow("one used reference", inputs().useReferences({1}), {fewReferences.arg(1)});
-    newRow("target", inputs().makeTargetInvalid(), {"Target File1 is not valid."});
+    newRow("invalid target", inputs().makeTargetInvalid(), {"Target File1 is not valid."});
     newRow("three rows", inputs().useRows({0, 1, 2}), {wrongCount.arg(3).arg(4)});
-    newRow("third of four references", inputs().useFirstReferences(4).makeInvalid({2}),
+    newRow("invalid third of four references", inputs().useFirstReferences(4).makeInvalid({2}),
            {"Ref File 2 is not valid."});
 }
 
-void tst_FourPsTarget::refusalIsSaidAndLeavesEverything()
+void tst_FourPsTarget::refusalIsReportedAndChangesNothing()
 {
     QFETCH(PanelInputs, inputs);
     enterInputs(panel, mixes::mixedInputs(mixes::quarter));
@@ -265,7 +267,7 @@ void tst_FourPsTarget::refusalIsSaidAndLeavesEverything()
     enterInputs(panel, inputs);
     clearMessages(panel);
     panel.calcTarget();
-    QTEST(messages(panel), "said");
+    QTEST(messages(panel), "expected");
     QCOMPARE(targetFields(panel), before);
 }
 

@@ -1,6 +1,6 @@
-// Result output by the panel: which files, of what, and what is said of them. The
-// text of a result is in tst_ResultText, the ways to fail in tst_ResultFile, the
-// histogram's file in tst_Histgram.
+// Result output by the panel: the files it writes, their content, and the messages. The text
+// of a result is tested in tst_ResultText, write errors in tst_ResultFile, the histogram file
+// in tst_Histgram.
 #include "support/CalculationPanel.h"
 #include "support/Mixes.h"
 #include "support/TestFiles.h"
@@ -39,19 +39,19 @@ private Q_SLOTS:
 
     void buttonCalculatesAndWrites();
     void buttonWritesTheExtendedLayout();
-    void valenceIsMixedWhenWriting();
+    void valenceIsCalculatedWhenWriting();
     void refusedRunWritesTheEarlierResult();
     void saveRowAddsItsSuffix();
-    void existingFileIsOverwrittenWithoutAWord();
+    void existingFileIsOverwrittenWithoutAMessage();
     void fileThatCannotBeWrittenIsReported_data();
     void fileThatCannotBeWrittenIsReported();
-    void histogramThatIsNotWrittenWholeIsReportedByItsName();
-    void histogramsAreStillWrittenWhenTheResultIsNot();
-    void firstSaveLeavesNoHistogramFile();
-    void repeatedSaveUpdatesHistogramFilesMadeByHand();
+    void partlyWrittenHistogramIsReportedByItsName();
+    void histogramsAreWrittenAlthoughTheResultIsNot();
+    void saveCreatesNoHistogramFile();
+    void saveUpdatesExistingHistogramFiles();
 
 private:
-    // Names the file as a user who types it.
+    // Enters the file name as a user who types it.
     QString saveTo(const QString& name) const;
 
     SharedPanel m_shared;
@@ -81,7 +81,7 @@ void tst_FourPsWrite::buttonCalculatesAndWrites()
     const QString path = saveTo("result.dat");
     QTest::mouseClick(panel.ui.WriteB, Qt::LeftButton);
     QVERIFY(messages(panel).isEmpty());
-    // x 0, y 0.5, a 0.5, valence 2.5, thickness 1, each ten wide.
+    // x 0, y 0.5, a 0.5, valence 2.5, thickness 1, each right-aligned to ten characters.
     QCOMPARE(readFile(path), "# qelk result map V1.0\n"
                              "# sample  A\n"
                              "#\ttab\n"
@@ -92,7 +92,7 @@ void tst_FourPsWrite::buttonCalculatesAndWrites()
 
 void tst_FourPsWrite::buttonWritesTheExtendedLayout()
 {
-    // 1 / hc is 8.06554e-05.
+    // 1 / hc is 8.06554e-05, with hc = 12398.4 eV angstrom.
     PanelInputs inputs = mixedMaps({mixes::quarter, mixes::negative});
     inputs.maps[0].headerLines = {"# sample  A"};
     enterInputs(panel, inputs);
@@ -127,7 +127,7 @@ void tst_FourPsWrite::buttonWritesTheExtendedLayout()
     QCOMPARE(readFile(total), panel.HistT->fileText());
 }
 
-void tst_FourPsWrite::valenceIsMixedWhenWriting()
+void tst_FourPsWrite::valenceIsCalculatedWhenWriting()
 {
     enterInputs(panel, threePointMaps());
     panel.calcMap();
@@ -136,7 +136,7 @@ void tst_FourPsWrite::valenceIsMixedWhenWriting()
     panel.write();
     QVERIFY(readFile(path).contains("  0.5          3          1\n"));
     panel.XafsFiles.at(1)->valid = false;
-    panel.write(); // 0 with fewer than two valid references
+    panel.write(); // the valence is 0 with fewer than two valid references
     QVERIFY(readFile(path).contains("  0.5          0          1\n"));
 }
 
@@ -160,10 +160,10 @@ void tst_FourPsWrite::saveRowAddsItsSuffix()
     QVERIFY(QFileInfo::exists(m_dir->filePath("map.txt.dat")));
 }
 
-void tst_FourPsWrite::existingFileIsOverwrittenWithoutAWord()
+void tst_FourPsWrite::existingFileIsOverwrittenWithoutAMessage()
 {
     const QString path = writeFile(*m_dir, "no suffix", QByteArray(100000, 'x'));
-    saveTo("no suffix"); // the path is taken as typed
+    saveTo("no suffix"); // no suffix is added to a typed path
     panel.write();
     QCOMPARE(readFile(path), "# qelk result map V1.0\n\n");
     QVERIFY(messages(panel).isEmpty());
@@ -188,10 +188,10 @@ void tst_FourPsWrite::fileThatCannotBeWrittenIsReported()
     QCOMPARE(messages(panel), QStringList{cannotOpen.arg(path)});
 }
 
-void tst_FourPsWrite::histogramThatIsNotWrittenWholeIsReportedByItsName()
+void tst_FourPsWrite::partlyWrittenHistogramIsReportedByItsName()
 {
     if (!QFileInfo::exists("/dev/full")) {
-        QSKIP("needs the device that is always full");
+        QSKIP("needs /dev/full, the device that is always full");
     }
     enterInputs(panel, threePointMaps());
     const QString path = saveTo("map.dat");
@@ -202,9 +202,9 @@ void tst_FourPsWrite::histogramThatIsNotWrittenWholeIsReportedByItsName()
     QVERIFY(!QFileInfo::exists(m_dir->filePath("map_HGAlpha.dat")));
 }
 
-void tst_FourPsWrite::histogramsAreStillWrittenWhenTheResultIsNot()
+void tst_FourPsWrite::histogramsAreWrittenAlthoughTheResultIsNot()
 {
-    // The result's name is a folder; its histogram file is there already.
+    // A folder has the name of the result; the histogram file exists already.
     QVERIFY(QDir(m_dir->path()).mkdir("result.dat"));
     const QString path = saveTo("result.dat");
     const QString histogram = writeFile(*m_dir, "result_HGAlpha.dat", "old");
@@ -213,10 +213,10 @@ void tst_FourPsWrite::histogramsAreStillWrittenWhenTheResultIsNot()
     panel.calcMap();
     panel.write();
     QCOMPARE(messages(panel), QStringList{cannotOpen.arg(path)});
-    QCOMPARE(readFile(histogram).count('\n'), 3); // one box and the two ends
+    QCOMPARE(readFile(histogram).count('\n'), 3); // one bin, one line below it and one above
 }
 
-void tst_FourPsWrite::firstSaveLeavesNoHistogramFile()
+void tst_FourPsWrite::saveCreatesNoHistogramFile()
 {
     enterInputs(panel, threePointMaps());
     saveTo("a.b.dat");
@@ -224,7 +224,7 @@ void tst_FourPsWrite::firstSaveLeavesNoHistogramFile()
     QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList{"a.b.dat"});
 }
 
-void tst_FourPsWrite::repeatedSaveUpdatesHistogramFilesMadeByHand()
+void tst_FourPsWrite::saveUpdatesExistingHistogramFiles()
 {
     enterInputs(panel, threePointMaps());
     panel.ui.HgAFrom->setText("2");
@@ -237,7 +237,7 @@ void tst_FourPsWrite::repeatedSaveUpdatesHistogramFilesMadeByHand()
     const QString thick = writeFile(*m_dir, "a.b_HGThick.dat", "old");
     saveTo("a.b.dat");
     panel.calcAndWrite();
-    // Valence 2.5 in the middle of three boxes; thickness 1 below both of two.
+    // Valence 2.5 is in the middle one of three bins; thickness 1 is below both of two bins.
     QCOMPARE(readFile(alpha), "1.25 1.5 1.75  0\n"
                               "1.75 2 2.25  0\n"
                               "2.25 2.5 2.75  1\n"

@@ -1,4 +1,4 @@
-// Counting of whole blocks, beside the counting of single values.
+// Counting whole blocks of values, compared with counting single values.
 #include "analysis/HistogramCounter.h"
 
 #include "analysis/HistogramCounts.h"
@@ -37,9 +37,9 @@ bool sameCounts(const HistogramCounts& a, const tests::PlainHistogram& plain)
            a.total == plain.total;
 }
 
-/// Counts @p values in blocks of @p perBlock; the rest of each block holds
-/// numbers that @p counts would count.
-/// @return whether a copy of the counts that was taken meanwhile stays as it was
+/// Counts @p values in blocks of @p perBlock. The unused end of each block holds numbers that
+/// would be counted.
+/// @return whether a copy of the counts, made before, is unchanged
 bool countInBlocks(HistogramCounts& counts, const Values& values, int perBlock,
                    Instructions instructions)
 {
@@ -59,7 +59,7 @@ bool countInBlocks(HistogramCounts& counts, const Values& values, int perBlock,
     return before.bins == binsBefore;
 }
 
-/// Values on, beside and between the edges of bins, outside of them, and none.
+/// Values on, next to and between bin edges, values outside all bins, NaN and infinities.
 Values valuesFor(const HistogramCounts& counts, std::mt19937_64& random, int number)
 {
     Values values;
@@ -79,7 +79,7 @@ Values valuesFor(const HistogramCounts& counts, std::mt19937_64& random, int num
         case 3:
             values.push_back(tests::oddNumbers[random() % tests::oddNumbers.size()]);
             break;
-        case 4: // around the integer range
+        case 4: // bin numbers around the limits of int
             values.push_back(counts.minV +
                              counts.step * (2147483648.0 * (tests::onceIn(random, 2) ? 1 : -1) +
                                             tests::wholeNumber(random, -2, 2)));
@@ -92,24 +92,25 @@ Values valuesFor(const HistogramCounts& counts, std::mt19937_64& random, int num
     return values;
 }
 
-/// Whether counting in blocks and one by one, by either means, is the same.
-bool isCountedAlike(double from, double to, int boxes, const Values& values, int perBlock)
+/// Whether single values, blocks of every instruction set and the reference implementation
+/// give equal counts.
+bool countsAgree(double from, double to, int boxes, const Values& values, int perBlock)
 {
-    HistogramCounts started;
-    started.start(from, to, boxes);
-    HistogramCounts expected = started;
-    tests::PlainHistogram plain{started.minV, started.step, started.bins, 0, 0, 0};
+    HistogramCounts startState;
+    startState.start(from, to, boxes);
+    HistogramCounts expected = startState;
+    tests::PlainHistogram plain{startState.minV, startState.step, startState.bins, 0, 0, 0};
     for (const double value : values) {
         expected.add(value);
         tests::plainCount(plain, value);
     }
-    bool isAlike = sameCounts(expected, plain);
+    bool agree = sameCounts(expected, plain);
     for (const Instructions instructions : analysis::availableInstructions()) {
-        HistogramCounts counts = started;
-        isAlike = countInBlocks(counts, values, perBlock, instructions) && isAlike;
-        isAlike = sameCounts(counts, expected) && isAlike;
+        HistogramCounts counts = startState;
+        agree = countInBlocks(counts, values, perBlock, instructions) && agree;
+        agree = sameCounts(counts, expected) && agree;
     }
-    return isAlike;
+    return agree;
 }
 
 } // namespace
@@ -119,22 +120,22 @@ class tst_HistogramCounter : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyValueIsCountedAsByItself_data();
-    void everyValueIsCountedAsByItself();
-    void everyLengthOfABlockIsCounted();
-    void valuesBehindTheCountAreNotCounted_data();
-    void valuesBehindTheCountAreNotCounted();
+    void blocksCountLikeSingleValues_data();
+    void blocksCountLikeSingleValues();
+    void blocksOfEveryLengthAreCounted();
+    void valuesAfterTheCountAreIgnored_data();
+    void valuesAfterTheCountAreIgnored();
     void edgesBelongToTheBinAbove();
-    void lessThanOneBinBelowFallsIntoTheFirst();
-    void valuesPastTheIntegersCountBelow();
-    void sameBinThroughoutIsCountedWhole();
-    void earlierCountsStay();
-    void higherEarlierCountStaysTheHighest();
-    void everythingIsCountedAtTheEnd();
-    void noBlockAtAllChangesNothing();
+    void valuesLessThanOneBinBelowCountInTheFirst();
+    void binNumbersBeyondIntCountBelow();
+    void valuesInOneBinAreAllCounted();
+    void earlierCountsAreKept();
+    void higherEarlierCountRemainsTheMaximum();
+    void finishAddsAllCounts();
+    void finishWithoutBlocksChangesNothing();
 };
 
-void tst_HistogramCounter::everyValueIsCountedAsByItself_data()
+void tst_HistogramCounter::blocksCountLikeSingleValues_data()
 {
     QTest::addColumn<double>("from");
     QTest::addColumn<double>("to");
@@ -152,7 +153,7 @@ void tst_HistogramCounter::everyValueIsCountedAsByItself_data()
     QTest::newRow("1000000 boxes, descending") << 7.0 << -1.0 << 1000000;
 }
 
-void tst_HistogramCounter::everyValueIsCountedAsByItself()
+void tst_HistogramCounter::blocksCountLikeSingleValues()
 {
     QFETCH(double, from);
     QFETCH(double, to);
@@ -160,24 +161,23 @@ void tst_HistogramCounter::everyValueIsCountedAsByItself()
     HistogramCounts counts;
     counts.start(from, to, boxes);
     std::mt19937_64 random(static_cast<unsigned>(boxes) + 1U);
-    QVERIFY(isCountedAlike(from, to, boxes, valuesFor(counts, random, 3000), blockPixels));
+    QVERIFY(countsAgree(from, to, boxes, valuesFor(counts, random, 3000), blockPixels));
     if (boxes <= 2000) {
-        QVERIFY(isCountedAlike(from, to, boxes, valuesFor(counts, random, 500), 7));
+        QVERIFY(countsAgree(from, to, boxes, valuesFor(counts, random, 500), 7));
     }
 }
 
-void tst_HistogramCounter::everyLengthOfABlockIsCounted()
+void tst_HistogramCounter::blocksOfEveryLengthAreCounted()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, 11);
     std::mt19937_64 random(3);
     for (int perBlock = 1; perBlock <= blockPixels; ++perBlock) {
-        QVERIFY(
-            isCountedAlike(0.0, 1.0, 11, valuesFor(counts, random, 2 * perBlock + 1), perBlock));
+        QVERIFY(countsAgree(0.0, 1.0, 11, valuesFor(counts, random, 2 * perBlock + 1), perBlock));
     }
 }
 
-void tst_HistogramCounter::valuesBehindTheCountAreNotCounted_data()
+void tst_HistogramCounter::valuesAfterTheCountAreIgnored_data()
 {
     QTest::addColumn<int>("boxes");
     QTest::addColumn<int>("count");
@@ -188,7 +188,7 @@ void tst_HistogramCounter::valuesBehindTheCountAreNotCounted_data()
     }
 }
 
-void tst_HistogramCounter::valuesBehindTheCountAreNotCounted()
+void tst_HistogramCounter::valuesAfterTheCountAreIgnored()
 {
     QFETCH(int, boxes);
     QFETCH(int, count);
@@ -196,7 +196,7 @@ void tst_HistogramCounter::valuesBehindTheCountAreNotCounted()
         HistogramCounts counts;
         counts.start(0.0, 1.0, boxes);
         Block block;
-        block.fill(1.0); // would be in the last bin
+        block.fill(1.0); // would be counted in the last bin
         std::fill_n(block.begin(), count, 0.0);
         HistogramCounter counter(counts);
         counter.add(block, count, instructions);
@@ -209,7 +209,7 @@ void tst_HistogramCounter::valuesBehindTheCountAreNotCounted()
     }
 }
 
-// Four bins of width 2 with the edges 0, 2, 4, 6, 8: all exact in binary.
+// Four bins of width 2; the edges 0, 2, 4, 6 and 8 are exact in binary.
 void tst_HistogramCounter::edgesBelongToTheBinAbove()
 {
     for (const Instructions instructions : analysis::availableInstructions()) {
@@ -227,7 +227,7 @@ void tst_HistogramCounter::edgesBelongToTheBinAbove()
     }
 }
 
-void tst_HistogramCounter::lessThanOneBinBelowFallsIntoTheFirst()
+void tst_HistogramCounter::valuesLessThanOneBinBelowCountInTheFirst()
 {
     for (const Instructions instructions : analysis::availableInstructions()) {
         HistogramCounts counts;
@@ -243,8 +243,8 @@ void tst_HistogramCounter::lessThanOneBinBelowFallsIntoTheFirst()
     }
 }
 
-// 2^31 bins of width 2 above the lower edge of 0.
-void tst_HistogramCounter::valuesPastTheIntegersCountBelow()
+// The bins are 2 wide and start at 0; the bin numbers are around 2^31.
+void tst_HistogramCounter::binNumbersBeyondIntCountBelow()
 {
     for (const Instructions instructions : analysis::availableInstructions()) {
         HistogramCounts counts;
@@ -261,13 +261,13 @@ void tst_HistogramCounter::valuesPastTheIntegersCountBelow()
     }
 }
 
-void tst_HistogramCounter::sameBinThroughoutIsCountedWhole()
+void tst_HistogramCounter::valuesInOneBinAreAllCounted()
 {
-    QVERIFY(isCountedAlike(0.0, 1.0, 11, Values(1000, 0.5), blockPixels));
-    QVERIFY(isCountedAlike(0.0, 1.0, 5000, Values(1000, 0.5), blockPixels));
+    QVERIFY(countsAgree(0.0, 1.0, 11, Values(1000, 0.5), blockPixels));
+    QVERIFY(countsAgree(0.0, 1.0, 5000, Values(1000, 0.5), blockPixels));
 }
 
-void tst_HistogramCounter::earlierCountsStay()
+void tst_HistogramCounter::earlierCountsAreKept()
 {
     for (const int boxes : {3, 2000}) {
         HistogramCounts counts;
@@ -292,7 +292,7 @@ void tst_HistogramCounter::earlierCountsStay()
     }
 }
 
-void tst_HistogramCounter::higherEarlierCountStaysTheHighest()
+void tst_HistogramCounter::higherEarlierCountRemainsTheMaximum()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, 11);
@@ -305,7 +305,7 @@ void tst_HistogramCounter::higherEarlierCountStaysTheHighest()
     QCOMPARE(counts.total, 10);
 }
 
-void tst_HistogramCounter::everythingIsCountedAtTheEnd()
+void tst_HistogramCounter::finishAddsAllCounts()
 {
     for (const int boxes : {11, 5001}) {
         HistogramCounts counts;
@@ -320,7 +320,7 @@ void tst_HistogramCounter::everythingIsCountedAtTheEnd()
     }
 }
 
-void tst_HistogramCounter::noBlockAtAllChangesNothing()
+void tst_HistogramCounter::finishWithoutBlocksChangesNothing()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, 11);

@@ -14,7 +14,7 @@ namespace
 constexpr double inf = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-/// Four bins of width 2 with the edges 0, 2, 4, 6, 8: all exact in binary.
+/// Four bins of width 2; the edges 0, 2, 4, 6 and 8 are exact in binary.
 HistogramCounts fourBins()
 {
     HistogramCounts counts;
@@ -29,29 +29,29 @@ class tst_HistogramCounts : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void numberOfBoxesIsTruncatedAndHeld_data();
-    void numberOfBoxesIsTruncatedAndHeld();
+    void numberOfBoxesIsTruncatedAndClamped_data();
+    void numberOfBoxesIsTruncatedAndClamped();
     void limitsAreCentresOfTheOuterBins();
     void startZeroesAllCounts();
-    void startHoldsTheNumberOfBoxes();
-    void valueLandsWhereItBelongs_data();
-    void valueLandsWhereItBelongs();
-    void valueAtFromLessHalfABinFallsIntoBinZero();
-    void highestCountIsKept();
+    void startClampsTheNumberOfBoxes();
+    void valueIsCountedInItsBin_data();
+    void valueIsCountedInItsBin();
+    void valueHalfABinBelowTheLowerLimitIsInBinZero();
+    void totalIsTheHighestCount();
     void valuesOutsideDoNotRaiseTheHighestCount();
     void descendingLimitsCountDownward();
-    void oneBoxCountsAllBelow_data();
-    void oneBoxCountsAllBelow();
-    void noBoxCountsAllOutside();
+    void oneBoxCountsEverythingBelow_data();
+    void oneBoxCountsEverythingBelow();
+    void zeroBoxesCountEverythingOutside();
     void fileHasTwoLinesMoreThanBoxes_data();
     void fileHasTwoLinesMoreThanBoxes();
     void fileLinesHaveEdgesCentreAndCount();
-    void fileOfNoBoxHasTwoLines();
+    void fileOfZeroBoxesHasTwoLines();
     void fileOfOneBoxShowsInfinityAndNaN();
-    void fileRoundsHalvesAsAllNumbersOfTheProgram();
+    void fileRoundsExactHalvesAwayFromZero();
 };
 
-void tst_HistogramCounts::numberOfBoxesIsTruncatedAndHeld_data()
+void tst_HistogramCounts::numberOfBoxesIsTruncatedAndClamped_data()
 {
     QTest::addColumn<double>("number");
     QTest::addColumn<int>("boxes");
@@ -63,20 +63,20 @@ void tst_HistogramCounts::numberOfBoxesIsTruncatedAndHeld_data()
     QTest::newRow("negative") << -7.0 << 0;
     QTest::newRow("NaN") << notANumber << 0;
     QTest::newRow("minus infinity") << -inf << 0;
-    QTest::newRow("just below the most") << 999999.9 << 999999;
-    QTest::newRow("the most") << 1e6 << 1000000;
-    QTest::newRow("more than the most") << 1000001.0 << 1000000;
-    QTest::newRow("beyond the integers") << 1e300 << 1000000;
+    QTest::newRow("just below the maximum") << 999999.9 << 999999;
+    QTest::newRow("the maximum") << 1e6 << 1000000;
+    QTest::newRow("above the maximum") << 1000001.0 << 1000000;
+    QTest::newRow("beyond int") << 1e300 << 1000000;
     QTest::newRow("infinity") << inf << 1000000;
 }
 
-void tst_HistogramCounts::numberOfBoxesIsTruncatedAndHeld()
+void tst_HistogramCounts::numberOfBoxesIsTruncatedAndClamped()
 {
     QFETCH(double, number);
     QTEST(HistogramCounts::boxesFrom(number), "boxes");
 }
 
-// 10 steps from 0 to 1. Tolerance: a few units in the last place of 1.
+// Ten steps of 0.1 from 0 to 1. The tolerance is a few ulps of 1.
 void tst_HistogramCounts::limitsAreCentresOfTheOuterBins()
 {
     HistogramCounts counts;
@@ -104,7 +104,7 @@ void tst_HistogramCounts::startZeroesAllCounts()
     QCOMPARE(counts.total, 0);
 }
 
-void tst_HistogramCounts::startHoldsTheNumberOfBoxes()
+void tst_HistogramCounts::startClampsTheNumberOfBoxes()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, -5);
@@ -115,12 +115,12 @@ void tst_HistogramCounts::startHoldsTheNumberOfBoxes()
     QCOMPARE(counts.bins.size(), 1000000);
 }
 
-void tst_HistogramCounts::valueLandsWhereItBelongs_data()
+void tst_HistogramCounts::valueIsCountedInItsBin_data()
 {
     constexpr int below = -1;
     constexpr int above = 4;
     QTest::addColumn<double>("value");
-    QTest::addColumn<int>("place");
+    QTest::addColumn<int>("bin");
     QTest::newRow("lower edge of bin 0") << 0.0 << 0;
     QTest::newRow("inside bin 0") << 1.5 << 0;
     QTest::newRow("an edge belongs to the upper bin") << 2.0 << 1;
@@ -131,8 +131,8 @@ void tst_HistogramCounts::valueLandsWhereItBelongs_data()
     QTest::newRow("nearly one bin below falls into bin 0") << std::nextafter(-2.0, 0.0) << 0;
     QTest::newRow("one bin below") << -2.0 << below;
     QTest::newRow("far below") << -1e9 << below;
-    QTest::newRow("last of the integers") << 4294967294.0 << above;
-    QTest::newRow("beyond the integers") << 4294967296.0 << below;
+    QTest::newRow("largest bin number in int") << 4294967294.0 << above;
+    QTest::newRow("beyond int") << 4294967296.0 << below;
     QTest::newRow("huge") << 1e300 << below;
     QTest::newRow("hugely negative") << -1e300 << below;
     QTest::newRow("infinity") << inf << below;
@@ -140,21 +140,21 @@ void tst_HistogramCounts::valueLandsWhereItBelongs_data()
     QTest::newRow("NaN") << notANumber << below;
 }
 
-void tst_HistogramCounts::valueLandsWhereItBelongs()
+void tst_HistogramCounts::valueIsCountedInItsBin()
 {
     QFETCH(double, value);
-    QFETCH(int, place);
+    QFETCH(int, bin);
     HistogramCounts counts = fourBins();
     counts.add(value);
-    QCOMPARE(counts.under, place == -1 ? 1 : 0);
-    QCOMPARE(counts.over, place == 4 ? 1 : 0);
+    QCOMPARE(counts.under, bin == -1 ? 1 : 0);
+    QCOMPARE(counts.over, bin == 4 ? 1 : 0);
     for (int i = 0; i < 4; ++i) {
-        QCOMPARE(counts.bins.at(i), place == i ? 1 : 0);
+        QCOMPARE(counts.bins.at(i), bin == i ? 1 : 0);
     }
 }
 
-// From 1, and half a bin of width 2 below it.
-void tst_HistogramCounts::valueAtFromLessHalfABinFallsIntoBinZero()
+// The lower limit is 1; the value is half a bin width, 1, below it.
+void tst_HistogramCounts::valueHalfABinBelowTheLowerLimitIsInBinZero()
 {
     HistogramCounts counts = fourBins();
     counts.add(1.0 - 0.5 * 2.0);
@@ -162,7 +162,7 @@ void tst_HistogramCounts::valueAtFromLessHalfABinFallsIntoBinZero()
     QCOMPARE(counts.under, 0);
 }
 
-void tst_HistogramCounts::highestCountIsKept()
+void tst_HistogramCounts::totalIsTheHighestCount()
 {
     HistogramCounts counts = fourBins();
     for (const double value : {1.0, 3.0, 3.5, 2.5, 5.0, 5.5}) {
@@ -185,7 +185,7 @@ void tst_HistogramCounts::valuesOutsideDoNotRaiseTheHighestCount()
     QCOMPARE(counts.over, 5);
 }
 
-// From 7 to 1: a width of -2, bin 0 from 8 down to 6.
+// From 7 to 1: the width is -2 and bin 0 extends from 8 down to 6.
 void tst_HistogramCounts::descendingLimitsCountDownward()
 {
     HistogramCounts counts;
@@ -201,7 +201,7 @@ void tst_HistogramCounts::descendingLimitsCountDownward()
     QCOMPARE(counts.over, 1);
 }
 
-void tst_HistogramCounts::oneBoxCountsAllBelow_data()
+void tst_HistogramCounts::oneBoxCountsEverythingBelow_data()
 {
     QTest::addColumn<double>("from");
     QTest::addColumn<double>("to");
@@ -210,7 +210,7 @@ void tst_HistogramCounts::oneBoxCountsAllBelow_data()
     QTest::newRow("equal") << 1.0 << 1.0;
 }
 
-void tst_HistogramCounts::oneBoxCountsAllBelow()
+void tst_HistogramCounts::oneBoxCountsEverythingBelow()
 {
     QFETCH(double, from);
     QFETCH(double, to);
@@ -225,13 +225,13 @@ void tst_HistogramCounts::oneBoxCountsAllBelow()
     QCOMPARE(counts.over, 0);
 }
 
-void tst_HistogramCounts::noBoxCountsAllOutside()
+void tst_HistogramCounts::zeroBoxesCountEverythingOutside()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, 0);
     QCOMPARE(counts.step, -1.0);
-    counts.add(0.0);   // half a width from the edge at 0.5
-    counts.add(100.0); // far on the side where the bins would not be
+    counts.add(0.0);   // half a width from the edge at 0.5, where bin 0 would be
+    counts.add(100.0); // far away on the other side of this edge
     counts.add(notANumber);
     QCOMPARE(counts.bins.size(), 0);
     QCOMPARE(counts.over, 1);
@@ -269,8 +269,8 @@ void tst_HistogramCounts::fileLinesHaveEdgesCentreAndCount()
                                            "8 9 10  2\n"));
 }
 
-// Width -1, lower edge 0.5: the lines of i = -1 and i = 0.
-void tst_HistogramCounts::fileOfNoBoxHasTwoLines()
+// The width is -1 and the lower edge 0.5: one line for i = -1 and one for i = 0.
+void tst_HistogramCounts::fileOfZeroBoxesHasTwoLines()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, 0);
@@ -278,8 +278,8 @@ void tst_HistogramCounts::fileOfNoBoxHasTwoLines()
                                            "0.5 0 -0.5  0\n"));
 }
 
-// Infinite width from minus infinity: inf * i - inf is NaN for a positive
-// factor, and 0 * inf is NaN as well.
+// The width is infinite and the lower edge minus infinity. inf * i - inf is NaN for positive
+// i, and 0 * inf is NaN as well.
 void tst_HistogramCounts::fileOfOneBoxShowsInfinityAndNaN()
 {
     HistogramCounts counts;
@@ -290,8 +290,8 @@ void tst_HistogramCounts::fileOfOneBoxShowsInfinityAndNaN()
                                            "nan nan nan  0\n"));
 }
 
-// Centres at 100000.5 and 100001.5.
-void tst_HistogramCounts::fileRoundsHalvesAsAllNumbersOfTheProgram()
+// The bin centres are 100000.5 and 100001.5.
+void tst_HistogramCounts::fileRoundsExactHalvesAwayFromZero()
 {
     HistogramCounts counts;
     counts.start(100000.5, 100001.5, 2);

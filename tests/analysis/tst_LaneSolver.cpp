@@ -1,4 +1,5 @@
-// Four systems side by side against SmallMatrix, bit by bit.
+// Solving four linear systems side by side (Gaussian elimination with partial pivoting), compared
+// bit for bit with SmallMatrix.
 #include "analysis/LaneSolver.h"
 
 #include "analysis/SmallMatrix.h"
@@ -52,7 +53,7 @@ Vector<N> solvedBySmallMatrix(const Matrix<N>& a, const Vector<N>& b)
     return unknowns;
 }
 
-/// Four systems solved side by side.
+/// Solves four systems side by side.
 template <std::size_t N>
 std::array<Vector<N>, analysis::laneCount>
 solvedInLanes(const std::array<Matrix<N>, analysis::laneCount>& a,
@@ -79,7 +80,7 @@ solvedInLanes(const std::array<Matrix<N>, analysis::laneCount>& a,
     return x;
 }
 
-/// One system, in the third place beside three others.
+/// Solves one system, as the third of four; the others are zero.
 template <std::size_t N>
 Vector<N> solved(const Matrix<N>& a, const Vector<N>& b)
 {
@@ -88,11 +89,11 @@ Vector<N> solved(const Matrix<N>& a, const Vector<N>& b)
                             analysis::fastestInstructions())[2];
 }
 
-/// Number of random systems of size N that come out differently.
+/// Number of random systems of size N that SmallMatrix solves differently.
 template <std::size_t N>
 int differences(const std::function<double()>& element)
 {
-    constexpr int rounds = 250; // of four systems
+    constexpr int rounds = 250; // of four systems each
     int different = 0;
     for (int round = 0; round < rounds; ++round) {
         std::array<Matrix<N>, analysis::laneCount> a;
@@ -120,7 +121,7 @@ int differences(const std::function<double()>& element)
 
 template <std::size_t... Offset>
 int differencesOfAllSizes(const std::function<double()>& element,
-                          std::index_sequence<Offset...> /*from 1 on*/)
+                          std::index_sequence<Offset...> /*size minus 1*/)
 {
     return (differences<Offset + 1>(element) + ...);
 }
@@ -137,12 +138,12 @@ class tst_LaneSolver : public QObject
 
 private Q_SLOTS:
     void solvesAKnownSystem();
-    void unknownsComeInTheOrderOfTheColumns();
-    void firstOfEqualPivotsStays();
-    void negativeZeroPivotDividesAsOne();
+    void unknownsAreInColumnOrder();
+    void firstOfEqualPivotsIsChosen();
+    void negativeZeroPivotCountsAsOneInTheMultipliersOnly();
     void zeroMatrixGivesNaN();
-    void equalsSmallMatrixToTheLastBit_data();
-    void equalsSmallMatrixToTheLastBit();
+    void matchesSmallMatrixBitForBit_data();
+    void matchesSmallMatrixBitForBit();
 };
 
 void tst_LaneSolver::solvesAKnownSystem()
@@ -153,29 +154,28 @@ void tst_LaneSolver::solvesAKnownSystem()
     QCOMPARE(x[1], 1.0);
 }
 
-void tst_LaneSolver::unknownsComeInTheOrderOfTheColumns()
+void tst_LaneSolver::unknownsAreInColumnOrder()
 {
-    // The largest element of column 0 is in row 2, of column 1 in row 0.
+    // The largest element of column 0 is in row 2, the largest of column 1 in row 0.
     const auto x = solved<3>({{{0, 8, 0}, {0, 0, 2}, {4, 0, 0}}}, {16, 6, 4});
     QCOMPARE(x[0], 1.0);
     QCOMPARE(x[1], 2.0);
     QCOMPARE(x[2], 3.0);
 }
 
-void tst_LaneSolver::firstOfEqualPivotsStays()
+void tst_LaneSolver::firstOfEqualPivotsIsChosen()
 {
-    // Row 0 as pivot: multiplier 1, 1e-20 is lost in row 1 (1 - 1e-20 = 1), so
-    // x1 = (1 - 0) / (1 - 1e-20) = 1 and x0 = 0 - 1e-20. Row 1 as pivot gives
-    // x0 = 1 - 1 = 0.
+    // With row 0 as pivot the multiplier is 1 and 1e-20 is lost in row 1 (1 - 1e-20 = 1), so
+    // x1 = (1 - 0) / (1 - 1e-20) = 1 and x0 = 0 - 1e-20. With row 1 as pivot, x0 would be 0.
     const auto x = solved<2>({{{1, 1e-20}, {1, 1}}}, {0, 1});
     QCOMPARE(x[1], 1.0);
     QVERIFY(tests::sameDouble(x[0], -1e-20));
 }
 
-void tst_LaneSolver::negativeZeroPivotDividesAsOne()
+void tst_LaneSolver::negativeZeroPivotCountsAsOneInTheMultipliersOnly()
 {
-    // Column 0 is all zeros: the multipliers are 0 / 1, row 1 stays, x1 = 2,
-    // and x0 = (1 - 2 * 0) / -0 = -inf.
+    // Column 0 is all zeros, so the multiplier is 0 / 1 and row 1 does not change: x1 = 2 and
+    // x0 = (1 - 2 * 0) / -0 = -inf.
     const auto x = solved<2>({{{-0.0, 0}, {0, 1}}}, {1, 2});
     QCOMPARE(x[1], 2.0);
     QCOMPARE(x[0], -infinity);
@@ -189,7 +189,7 @@ void tst_LaneSolver::zeroMatrixGivesNaN()
     }
 }
 
-void tst_LaneSolver::equalsSmallMatrixToTheLastBit_data()
+void tst_LaneSolver::matchesSmallMatrixBitForBit_data()
 {
     QTest::addColumn<Element>("element");
 
@@ -204,18 +204,18 @@ void tst_LaneSolver::equalsSmallMatrixToTheLastBit_data()
         return std::uniform_real_distribution<>(-1, 1)(random) *
                std::pow(10.0, std::uniform_real_distribution<>(-300, 300)(random));
     });
-    QTest::newRow("ties") << oneOf({-1, 1, 2, -2});
-    QTest::newRow("singular") << oneOf({0, 0, 1});
+    QTest::newRow("many equal absolute values") << oneOf({-1, 1, 2, -2});
+    QTest::newRow("often singular") << oneOf({0, 0, 1});
     QTest::newRow("zeros of both signs") << oneOf({0.0, -0.0});
     QTest::newRow("NaN") << oneOf({notANumber, 1, -3, 0.5, 7, 0});
     QTest::newRow("rare NaN") << oneOf(
         {notANumber, 1, -3, .5, 7, 2, 9, .1, 3, -8, 12, 6, 5, 4, .7, -.3});
     QTest::newRow("infinities") << oneOf({infinity, -infinity, 1, -3, 0.5, 7, 0});
-    QTest::newRow("everything") << oneOf(
-        {notANumber, infinity, -infinity, 0.0, -0.0, 1, -1, 1e308, 5e-324, 0.1});
+    QTest::newRow("all kinds of numbers")
+        << oneOf({notANumber, infinity, -infinity, 0.0, -0.0, 1, -1, 1e308, 5e-324, 0.1});
 }
 
-void tst_LaneSolver::equalsSmallMatrixToTheLastBit()
+void tst_LaneSolver::matchesSmallMatrixBitForBit()
 {
     QFETCH(Element, element);
     std::mt19937 random(1);

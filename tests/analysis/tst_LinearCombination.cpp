@@ -1,5 +1,6 @@
-// analysis::LinearCombination, by hand and bit by bit against a matrix that is
-// built, factorised and solved afresh.
+// analysis::LinearCombination: small cases calculated by hand, and random cases compared
+// bit for bit with the reference implementation, which factorises the matrix for every set of
+// values.
 #include "analysis/LinearCombination.h"
 
 #include "support/PlainFits.h"
@@ -29,8 +30,8 @@ double uniform(std::mt19937& random)
     return std::uniform_real_distribution<double>(-2.0, 2.0)(random);
 }
 
-/// Number of values that come out differently for random bases of all sizes,
-/// each with several sets of values.
+/// Number of coefficients that differ from the reference implementation, for random bases of
+/// all sizes with several sets of values each.
 int differences(const Element& element)
 {
     std::mt19937 random(7);
@@ -71,18 +72,18 @@ class tst_LinearCombination : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void straightLineThroughItsPoints();
-    void leastSquaresBetweenPoints();
-    void placesBehindTheUnknownsAreZero();
-    void noRowGivesNaN();
-    void oneFitServesManySetsOfValues();
-    void equalsFreshMatrixToTheLastBit_data();
-    void equalsFreshMatrixToTheLastBit();
+    void lineThroughTwoPointsIsExact();
+    void bestConstantIsTheMean();
+    void unusedCoefficientsAreZero();
+    void noRowsGiveNaN();
+    void fitWorksForSeveralSetsOfValues();
+    void matchesTheReferenceImplementationBitForBit_data();
+    void matchesTheReferenceImplementationBitForBit();
 };
 
-void tst_LinearCombination::straightLineThroughItsPoints()
+void tst_LinearCombination::lineThroughTwoPointsIsExact()
 {
-    // 1 + 2 t at t = 0, 1: the matrix {2, 1}, {1, 1} is exact.
+    // 1 + 2 t at t = 0 and 1; the normal matrix {2, 1}, {1, 1} is exact.
     const LinearCombination fit(2, {1, 0, 1, 1});
     const std::array<double, 2> y{1, 3};
     const auto x = fit.coefficients(y);
@@ -90,15 +91,14 @@ void tst_LinearCombination::straightLineThroughItsPoints()
     QCOMPARE(x[1], 2.0);
 }
 
-void tst_LinearCombination::leastSquaresBetweenPoints()
+void tst_LinearCombination::bestConstantIsTheMean()
 {
-    // The best constant is the mean.
     const LinearCombination fit(1, {1, 1, 1, 1});
     const std::array<double, 4> y{1, 2, 3, 10};
     QCOMPARE(fit.coefficients(y)[0], 4.0);
 }
 
-void tst_LinearCombination::placesBehindTheUnknownsAreZero()
+void tst_LinearCombination::unusedCoefficientsAreZero()
 {
     const LinearCombination fit(1, {2});
     const double y = 6;
@@ -109,7 +109,7 @@ void tst_LinearCombination::placesBehindTheUnknownsAreZero()
     }
 }
 
-void tst_LinearCombination::noRowGivesNaN()
+void tst_LinearCombination::noRowsGiveNaN()
 {
     const LinearCombination fit(3, {});
     const auto x = fit.coefficients({});
@@ -118,7 +118,7 @@ void tst_LinearCombination::noRowGivesNaN()
     }
 }
 
-void tst_LinearCombination::oneFitServesManySetsOfValues()
+void tst_LinearCombination::fitWorksForSeveralSetsOfValues()
 {
     const LinearCombination fit(1, {1, 1});
     const std::array<double, 2> first{notANumber, 1};
@@ -127,7 +127,7 @@ void tst_LinearCombination::oneFitServesManySetsOfValues()
     QCOMPARE(fit.coefficients(second)[0], 3.0);
 }
 
-void tst_LinearCombination::equalsFreshMatrixToTheLastBit_data()
+void tst_LinearCombination::matchesTheReferenceImplementationBitForBit_data()
 {
     QTest::addColumn<Element>("element");
     QTest::newRow("random") << Element(uniform);
@@ -145,7 +145,7 @@ void tst_LinearCombination::equalsFreshMatrixToTheLastBit_data()
     });
 }
 
-void tst_LinearCombination::equalsFreshMatrixToTheLastBit()
+void tst_LinearCombination::matchesTheReferenceImplementationBitForBit()
 {
     QFETCH(Element, element);
     QCOMPARE(differences(element), 0);

@@ -20,8 +20,8 @@ namespace
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-// Straight pieces through the given mut at 100, 200, ... eV. The lines are the
-// constants 0 and 1, so that a point's mut is its normalised value.
+// Straight segments through the given mut values at 100, 200, ... eV. The pre-edge line is 0
+// and the post-edge line 1, so the normalised values are equal to mut.
 AMutE spectrum(const QList<double>& muts)
 {
     AMutE made;
@@ -49,7 +49,7 @@ bool isNear(double a, double b)
     return std::fabs(a - b) <= 1e-9;
 }
 
-const FitRange everything{{0, 1e6}, 2};
+const FitRange fullRange{{0, 1e6}, 2};
 
 bool sameFit(const LinearFit& a, const tests::PlainFit& b)
 {
@@ -73,28 +73,28 @@ class tst_LinearFit : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void rangeSpansMarkedRowsInUseOrNot();
-    void unmarkedRowsDoNotCount();
+    void rangeSpansMarkedRowsEvenIfUnused();
+    void unmarkedRowsAreIgnored();
     void oneMarkedRowIsNoRange();
     void twoMarkedRowsAtOneEnergyAreARange();
-    void energyThatIsNoNumberCountsButBoundsNothing();
-    void mixtureComesBack();
-    void targetEqualToTheFirstReferenceIsAllOfIt();
-    void spectraAreTakenBetweenTheirTwoLines();
+    void rowWithNaNEnergyCountsButSetsNoLimit();
+    void mixtureIsRecovered();
+    void targetEqualToTheFirstReferenceHasShareOne();
+    void spectraAreNormalisedBetweenTheirLines();
     void valenceIsNotDividedByTheSum();
-    void bothEndsOfTheRangeBelongToIt();
-    void shiftsOfTargetAndReferenceApply();
+    void rangeIncludesBothEnds();
+    void energyShiftsAreApplied();
     void curveKeepsAnglesAndWorkingEnergies();
-    void rangeWithoutAPointGivesNaNAndAnEmptyCurve();
+    void rangeWithoutPointsGivesNaNAndAnEmptyCurve();
     void referenceWithoutPointsCountsAsZeros();
-    void fifthReferenceIsLeftOut();
+    void fifthReferenceIsIgnored();
     void missingValenceCountsAsZero();
-    void equalsTheReferenceToTheLastBit_data();
-    void equalsTheReferenceToTheLastBit();
-    void hugeZigzagSpectrumDoesNotHang();
+    void matchesTheReferenceImplementationBitForBit_data();
+    void matchesTheReferenceImplementationBitForBit();
+    void largeZigzagSpectrumIsFast();
 };
 
-void tst_LinearFit::rangeSpansMarkedRowsInUseOrNot()
+void tst_LinearFit::rangeSpansMarkedRowsEvenIfUnused()
 {
     const FitRange range = analysis::fitRange({marked(300), marked(100, false), marked(200)});
     QCOMPARE(range.energies.low, 100.0);
@@ -103,7 +103,7 @@ void tst_LinearFit::rangeSpansMarkedRowsInUseOrNot()
     QVERIFY(range.isSelected());
 }
 
-void tst_LinearFit::unmarkedRowsDoNotCount()
+void tst_LinearFit::unmarkedRowsAreIgnored()
 {
     PointState unmarked = marked(500);
     unmarked.inFit = false;
@@ -132,7 +132,7 @@ void tst_LinearFit::twoMarkedRowsAtOneEnergyAreARange()
     QCOMPARE(fit.curve.first().energy, 200.0);
 }
 
-void tst_LinearFit::energyThatIsNoNumberCountsButBoundsNothing()
+void tst_LinearFit::rowWithNaNEnergyCountsButSetsNoLimit()
 {
     const FitRange range = analysis::fitRange({marked(notANumber), marked(200)});
     QCOMPARE(range.rows, 2);
@@ -141,13 +141,13 @@ void tst_LinearFit::energyThatIsNoNumberCountsButBoundsNothing()
     QVERIFY(!analysis::fitRange({marked(notANumber), marked(notANumber)}).isSelected());
 }
 
-void tst_LinearFit::mixtureComesBack()
+void tst_LinearFit::mixtureIsRecovered()
 {
     // 0.25 a + 0.75 b + 0.5
     const AMutE a = spectrum({0, 1, 4, 2});
     const AMutE b = spectrum({2, 0, 2, 6});
     const AMutE target = spectrum({2, 0.75, 3, 5.5});
-    const LinearFit fit = analysis::fitLinearCombination(target, {&a, &b}, {2, 4}, everything);
+    const LinearFit fit = analysis::fitLinearCombination(target, {&a, &b}, {2, 4}, fullRange);
     QVERIFY(isNear(fit.fractions.at(0), 0.25));
     QVERIFY(isNear(fit.fractions.at(1), 0.75));
     QVERIFY(isNear(fit.valence, 3.5));
@@ -157,21 +157,21 @@ void tst_LinearFit::mixtureComesBack()
     }
 }
 
-void tst_LinearFit::targetEqualToTheFirstReferenceIsAllOfIt()
+void tst_LinearFit::targetEqualToTheFirstReferenceHasShareOne()
 {
     const AMutE a = spectrum({0, 1, 4, 2});
     const AMutE b = spectrum({2, 0, 2, 6});
-    const LinearFit fit = analysis::fitLinearCombination(a, {&a, &b}, {2.5, 4}, everything);
+    const LinearFit fit = analysis::fitLinearCombination(a, {&a, &b}, {2.5, 4}, fullRange);
     QVERIFY(isNear(fit.fractions.at(0), 1));
     QVERIFY(isNear(fit.fractions.at(1), 0));
     QVERIFY(isNear(fit.base, 0));
     QVERIFY(isNear(fit.valence, 2.5));
 }
 
-void tst_LinearFit::spectraAreTakenBetweenTheirTwoLines()
+void tst_LinearFit::spectraAreNormalisedBetweenTheirLines()
 {
-    // The target of mixtureComesBack() on lines of 0.5 and 2.5, and its second
-    // reference on lines of 1 and 5: mut = pre + value * (post - pre).
+    // The target of mixtureIsRecovered() with lines at 0.5 and 2.5, and its second reference
+    // with lines at 1 and 5: mut = pre + value * (post - pre).
     const AMutE a = spectrum({0, 1, 4, 2});
     AMutE b = spectrum({1 + 2 * 4, 1, 1 + 2 * 4, 1 + 6 * 4});
     b.preLine = {1, 0, 0};
@@ -179,7 +179,7 @@ void tst_LinearFit::spectraAreTakenBetweenTheirTwoLines()
     AMutE target = spectrum({0.5 + 2 * 2, 0.5 + 0.75 * 2, 0.5 + 3 * 2, 0.5 + 5.5 * 2});
     target.preLine = {0.5, 0, 0};
     target.postLine = {2.5, 0, 0};
-    const LinearFit fit = analysis::fitLinearCombination(target, {&a, &b}, {2, 4}, everything);
+    const LinearFit fit = analysis::fitLinearCombination(target, {&a, &b}, {2, 4}, fullRange);
     QVERIFY(isNear(fit.fractions.at(0), 0.25));
     QVERIFY(isNear(fit.fractions.at(1), 0.75));
     QVERIFY(isNear(fit.base, 0.5));
@@ -188,17 +188,17 @@ void tst_LinearFit::spectraAreTakenBetweenTheirTwoLines()
 
 void tst_LinearFit::valenceIsNotDividedByTheSum()
 {
-    // 2 a + 2 b: fractions of a half, but a valence of 2 * 2 + 2 * 4.
+    // 2 a + 2 b: both shares are 1/2, but the valence is 2 * 2 + 2 * 4.
     const AMutE a = spectrum({0, 1, 4, 2});
     const AMutE b = spectrum({2, 0, 2, 6});
     const AMutE target = spectrum({4, 2, 12, 16});
-    const LinearFit fit = analysis::fitLinearCombination(target, {&a, &b}, {2, 4}, everything);
+    const LinearFit fit = analysis::fitLinearCombination(target, {&a, &b}, {2, 4}, fullRange);
     QVERIFY(isNear(fit.fractions.at(0), 0.5));
     QVERIFY(isNear(fit.fractions.at(1), 0.5));
     QVERIFY(isNear(fit.valence, 12));
 }
 
-void tst_LinearFit::bothEndsOfTheRangeBelongToIt()
+void tst_LinearFit::rangeIncludesBothEnds()
 {
     const AMutE a = spectrum({0, 1, 4, 2, 5});
     const AMutE b = spectrum({2, 0, 2, 6, 1});
@@ -209,9 +209,9 @@ void tst_LinearFit::bothEndsOfTheRangeBelongToIt()
     QCOMPARE(fit.curve.last().energy, 400.0);
 }
 
-void tst_LinearFit::shiftsOfTargetAndReferenceApply()
+void tst_LinearFit::energyShiftsAreApplied()
 {
-    // The target stands 30 eV too high, the reference 50 eV too low.
+    // The target's energies are 30 eV too high, the reference's 50 eV too low.
     const AMutE a = spectrum({0, 1, 4, 2});
     const AMutE b = spectrum({2, 0, 2, 6});
     AMutE target = spectrum({2, 0.75, 3, 5.5});
@@ -244,7 +244,7 @@ void tst_LinearFit::curveKeepsAnglesAndWorkingEnergies()
     QCOMPARE(fit.curve.first().energy, 190.0);
 }
 
-void tst_LinearFit::rangeWithoutAPointGivesNaNAndAnEmptyCurve()
+void tst_LinearFit::rangeWithoutPointsGivesNaNAndAnEmptyCurve()
 {
     const AMutE a = spectrum({0, 1, 4, 2});
     const AMutE b = spectrum({2, 0, 2, 6});
@@ -259,23 +259,23 @@ void tst_LinearFit::rangeWithoutAPointGivesNaNAndAnEmptyCurve()
 
 void tst_LinearFit::referenceWithoutPointsCountsAsZeros()
 {
-    // A column of zeros is singular: not a number, and no crash.
+    // A column of zeros makes the matrix singular: the result is not finite.
     const AMutE empty;
     const AMutE a = spectrum({0, 1, 4, 2});
-    const LinearFit fit = analysis::fitLinearCombination(a, {&a, &empty}, {1, 1}, everything);
+    const LinearFit fit = analysis::fitLinearCombination(a, {&a, &empty}, {1, 1}, fullRange);
     QVERIFY(!std::isfinite(fit.fractions.at(1)));
 }
 
-void tst_LinearFit::fifthReferenceIsLeftOut()
+void tst_LinearFit::fifthReferenceIsIgnored()
 {
     const AMutE a = spectrum({0, 1, 4, 2, 7, 1});
     const AMutE b = spectrum({2, 0, 2, 6, 1, 1});
     const AMutE c = spectrum({1, 5, 2, 2, 0, 3});
     const AMutE d = spectrum({3, 1, 2, 8, 4, 0});
     const LinearFit four =
-        analysis::fitLinearCombination(c, {&a, &b, &c, &d}, {1, 2, 3, 4}, everything);
+        analysis::fitLinearCombination(c, {&a, &b, &c, &d}, {1, 2, 3, 4}, fullRange);
     const LinearFit five =
-        analysis::fitLinearCombination(c, {&a, &b, &c, &d, &a}, {1, 2, 3, 4, 5}, everything);
+        analysis::fitLinearCombination(c, {&a, &b, &c, &d, &a}, {1, 2, 3, 4, 5}, fullRange);
     QCOMPARE(five.fractions, four.fractions);
 }
 
@@ -284,10 +284,10 @@ void tst_LinearFit::missingValenceCountsAsZero()
     const AMutE a = spectrum({0, 1, 4, 2});
     const AMutE b = spectrum({2, 0, 2, 6});
     const AMutE target = spectrum({2, 0.75, 3, 5.5});
-    QVERIFY(isNear(analysis::fitLinearCombination(target, {&a, &b}, {2}, everything).valence, 0.5));
+    QVERIFY(isNear(analysis::fitLinearCombination(target, {&a, &b}, {2}, fullRange).valence, 0.5));
 }
 
-void tst_LinearFit::equalsTheReferenceToTheLastBit_data()
+void tst_LinearFit::matchesTheReferenceImplementationBitForBit_data()
 {
     QTest::addColumn<QString>("energies");
     for (const char* kind : {"rising", "falling", "equal neighbours", "zigzag", "NaN"}) {
@@ -295,7 +295,7 @@ void tst_LinearFit::equalsTheReferenceToTheLastBit_data()
     }
 }
 
-void tst_LinearFit::equalsTheReferenceToTheLastBit()
+void tst_LinearFit::matchesTheReferenceImplementationBitForBit()
 {
     QFETCH(QString, energies);
     std::mt19937 random(17);
@@ -336,10 +336,10 @@ void tst_LinearFit::equalsTheReferenceToTheLastBit()
     }
 }
 
-void tst_LinearFit::hugeZigzagSpectrumDoesNotHang()
+void tst_LinearFit::largeZigzagSpectrumIsFast()
 {
-    // Between its ends the energies go up 3 and down 2, so that a search for each
-    // point would take some 2e10 steps and longer than the test may.
+    // The energies alternately rise by 3 eV and fall by 2 eV. A linear search for each point
+    // would take about 2e10 steps, longer than the time limit of a test.
     AMutE spectrum;
     for (int i = 0; i < 200000; ++i) {
         spectrum.points.append({0.0, 8000.0 + i / 2 + (i % 2 == 0 ? 0 : 3), 1.0 / (i + 1)});

@@ -1,3 +1,4 @@
+// The three-point and four-point methods on maps.
 #include "analysis/MapCalculation.h"
 
 #include "analysis/HistogramCounts.h"
@@ -38,7 +39,8 @@ using Form = void (*)(const MapStack&, A2DData&, HistogramCounts&, HistogramCoun
 using PlainForm = void (*)(const tests::PlainStack&, A2DData&, tests::PlainHistogram&,
                            tests::PlainHistogram&);
 
-// References 0..4 (R1) and 0..4 with another V value (R2); valences 2 and 3.
+// Two references that differ only at the V row: R1 is 0, 4 and 3 (V row), R2 is 0, 4 and 1.
+// The valences are 2 and 3.
 MapStack threePointStack(const A2DData& m0, const A2DData& m1, const A2DData& mv)
 {
     return {{{&m0, 100, 0, 0}, {&m1, 200, 4, 4}}, {&mv, 150, 3, 1}, 1.0, {true, 2.0, 3.0}};
@@ -59,24 +61,24 @@ class tst_MapCalculation : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void oneRowPerPixelInScanOrder();
-    void threePointsByHand();
+    void resultHasOneRowPerPixelInScanOrder();
+    void threePointsMatchAHandCalculation();
     void coordinatesComeFromTheVRowsMap();
-    void pixelBeyondTheVRowsRowsHasZeroCoordinates();
-    void rowsOfAnotherSizeAreReadWithTheirOwnWidth();
+    void pixelMissingInTheVRowsMapHasZeroCoordinates();
+    void mapsOfAnotherSizeAreReadWithTheirWidth();
     void headerLinesAndSizeComeFromTheVRow();
     void earlierResultIsReplacedAndNoLongerExtended();
-    void mapWithoutLinesYieldsNoRows();
-    void absurdHeightWithoutWidthEndsAtOnce();
-    void nanPixelStaysAndCountsBelow();
-    void tooFewRowsForAFormDoNothing();
-    void exactFormTakesTheFirstThreeRows();
-    void leastSquareWithoutOtherRowsStillGivesARowPerPixel();
-    void productEqualsTheReferenceToTheLastBit_data();
-    void productEqualsTheReferenceToTheLastBit();
+    void mapOfHeightZeroGivesNoPixels();
+    void hugeHeightWithZeroWidthReturnsAtOnce();
+    void nanPixelGivesNaNAndCountsBelow();
+    void tooFewRowsLeaveTheResultUnchanged();
+    void exactFormUsesTheFirstThreeRows();
+    void leastSquareWithoutOtherRowsGivesNaNPixels();
+    void methodsMatchTheReferenceImplementationBitForBit_data();
+    void methodsMatchTheReferenceImplementationBitForBit();
 };
 
-void tst_MapCalculation::oneRowPerPixelInScanOrder()
+void tst_MapCalculation::resultHasOneRowPerPixelInScanOrder()
 {
     const A2DData map = readyMap(3, 2, {1, 2, 3, 4, 5, 6});
     Result result;
@@ -89,10 +91,10 @@ void tst_MapCalculation::oneRowPerPixelInScanOrder()
     }
 }
 
-void tst_MapCalculation::threePointsByHand()
+void tst_MapCalculation::threePointsMatchAHandCalculation()
 {
-    // T at the rows 1 and 5, at V 3: f(T) = 1/2, f(R1) = 3/4, f(R2) = 1/4, so
-    // a = 1/2; thickness (5 - 1) / (0.5 * ((4 - 0) + (4 - 0))) = 1.
+    // T is 1 and 5 at the two rows and 3 at the V row: f(T) = 1/2, f(R1) = 3/4, f(R2) = 1/4,
+    // so a = 1/2. The thickness is (5 - 1) / (0.5 * ((4 - 0) + (4 - 0))) = 1.
     const A2DData m0 = readyMap(1, 1, {1});
     const A2DData m1 = readyMap(1, 1, {5});
     const A2DData mv = readyMap(1, 1, {3});
@@ -101,7 +103,7 @@ void tst_MapCalculation::threePointsByHand()
                              result.thickness);
     QCOMPARE(result.map.rows.at(0).intensity, 0.5);
     QCOMPARE(result.map.rows.at(0).i0, 1.0);
-    // Valence 2.5 lies in the middle bin of eleven centred on 2.0 ... 3.0.
+    // Valence 2.5 is in the middle one of eleven bins with centres from 2.0 to 3.0.
     QCOMPARE(result.valence.bins.at(5), 1);
     QCOMPARE(result.thickness.bins.at(5), 1);
     QCOMPARE(result.valence.total, 1);
@@ -121,9 +123,9 @@ void tst_MapCalculation::coordinatesComeFromTheVRowsMap()
     QCOMPARE(result.map.rows.at(0).y, 2.5);
 }
 
-void tst_MapCalculation::pixelBeyondTheVRowsRowsHasZeroCoordinates()
+void tst_MapCalculation::pixelMissingInTheVRowsMapHasZeroCoordinates()
 {
-    const A2DData mv = readyMap(2, 1, {3}); // claims two pixels, has one
+    const A2DData mv = readyMap(2, 1, {3}); // the size is two pixels, but there is one row
     Result result;
     analysis::mapThreePoints(threePointStack(mv, mv, mv), result.map, result.valence,
                              result.thickness);
@@ -132,10 +134,10 @@ void tst_MapCalculation::pixelBeyondTheVRowsRowsHasZeroCoordinates()
     QCOMPARE(result.map.rows.at(1).y, 0.0);
 }
 
-void tst_MapCalculation::rowsOfAnotherSizeAreReadWithTheirOwnWidth()
+void tst_MapCalculation::mapsOfAnotherSizeAreReadWithTheirWidth()
 {
-    // V row 20 by 20, another row 10 by 10 whose pixel i holds 1000 + i, the
-    // third one constant. Thickness (T1 - T0) / 4 shows T1 of each pixel.
+    // The V row's map is 20 by 20. Row 1 has a map of 10 by 10 whose pixel i holds 1000 + i,
+    // row 0 a constant map. The thickness (T1 - T0) / 4 shows which T1 was read.
     const A2DData mv = readyMap(20, 20, QList<double>(400, 3.0));
     QList<double> small;
     for (int i = 0; i < 100; ++i) {
@@ -148,7 +150,7 @@ void tst_MapCalculation::rowsOfAnotherSizeAreReadWithTheirOwnWidth()
                              result.thickness);
     for (int y = 0; y < 20; ++y) {
         for (int x = 0; x < 20; ++x) {
-            const int index = y * 10 + x; // by the small map's width
+            const int index = y * 10 + x; // calculated with the width of the small map
             const double t1 = index < 100 ? 1000 + index : -1.0;
             QCOMPARE(result.map.rows.at(y * 20 + x).i0, t1 / 4);
         }
@@ -181,7 +183,7 @@ void tst_MapCalculation::earlierResultIsReplacedAndNoLongerExtended()
     QVERIFY(!result.map.extended);
 }
 
-void tst_MapCalculation::mapWithoutLinesYieldsNoRows()
+void tst_MapCalculation::mapOfHeightZeroGivesNoPixels()
 {
     const A2DData m = readyMap(5, 0, {1, 2, 3, 4, 5});
     Result result;
@@ -192,7 +194,7 @@ void tst_MapCalculation::mapWithoutLinesYieldsNoRows()
     QCOMPARE(result.map.xNum, 5);
 }
 
-void tst_MapCalculation::absurdHeightWithoutWidthEndsAtOnce()
+void tst_MapCalculation::hugeHeightWithZeroWidthReturnsAtOnce()
 {
     const A2DData m = readyMap(0, std::numeric_limits<int>::max(), {1});
     Result result;
@@ -201,7 +203,7 @@ void tst_MapCalculation::absurdHeightWithoutWidthEndsAtOnce()
     QVERIFY(result.map.rows.isEmpty());
 }
 
-void tst_MapCalculation::nanPixelStaysAndCountsBelow()
+void tst_MapCalculation::nanPixelGivesNaNAndCountsBelow()
 {
     const A2DData mv = readyMap(1, 1, {NaN});
     Result result;
@@ -212,7 +214,7 @@ void tst_MapCalculation::nanPixelStaysAndCountsBelow()
     QCOMPARE(result.thickness.under, 1);
 }
 
-void tst_MapCalculation::tooFewRowsForAFormDoNothing()
+void tst_MapCalculation::tooFewRowsLeaveTheResultUnchanged()
 {
     const A2DData m = readyMap(1, 1, {3});
     MapStack stack = threePointStack(m, m, m);
@@ -225,9 +227,9 @@ void tst_MapCalculation::tooFewRowsForAFormDoNothing()
     QCOMPARE(result.map.rows.at(0).intensity, 42.0);
 }
 
-void tst_MapCalculation::exactFormTakesTheFirstThreeRows()
+void tst_MapCalculation::exactFormUsesTheFirstThreeRows()
 {
-    // The half sum of the references of tst_FourPointForms: a = 0.5, t/ts = 1.
+    // Half the sum of the references of tst_FourPointForms: a = 0.5, t/ts = 1.
     const A2DData t0 = readyMap(1, 1, {2});
     const A2DData t1 = readyMap(1, 1, {2.5});
     const A2DData t2 = readyMap(1, 1, {6.5});
@@ -245,7 +247,7 @@ void tst_MapCalculation::exactFormTakesTheFirstThreeRows()
              qPrintable(text(result.map.rows.at(0).i0)));
 }
 
-void tst_MapCalculation::leastSquareWithoutOtherRowsStillGivesARowPerPixel()
+void tst_MapCalculation::leastSquareWithoutOtherRowsGivesNaNPixels()
 {
     const A2DData m = readyMap(2, 1, {3, 4});
     const MapStack stack{{}, {&m, 150, 3, 1}, 1.0, {true, 2.0, 3.0}};
@@ -255,11 +257,11 @@ void tst_MapCalculation::leastSquareWithoutOtherRowsStillGivesARowPerPixel()
     QVERIFY(std::isnan(result.map.rows.at(0).intensity));
 }
 
-void tst_MapCalculation::productEqualsTheReferenceToTheLastBit_data()
+void tst_MapCalculation::methodsMatchTheReferenceImplementationBitForBit_data()
 {
     QTest::addColumn<Form>("form");
     QTest::addColumn<PlainForm>("plain");
-    QTest::addColumn<int>("least"); // rows beside the V row
+    QTest::addColumn<int>("minimumOthers"); // rows in addition to the V row
     QTest::newRow("three points") << &analysis::mapThreePoints << &tests::plainThreePoints << 2;
     QTest::newRow("exact") << &analysis::mapExactFourPoints << &tests::plainExactFourPoints << 3;
     QTest::newRow("least square") << &analysis::mapLeastSquare << &tests::plainLeastSquare << 0;
@@ -290,15 +292,15 @@ bool sameCounts(const HistogramCounts& counts, const tests::PlainHistogram& plai
 
 } // namespace
 
-void tst_MapCalculation::productEqualsTheReferenceToTheLastBit()
+void tst_MapCalculation::methodsMatchTheReferenceImplementationBitForBit()
 {
     QFETCH(Form, form);
     QFETCH(PlainForm, plain);
-    QFETCH(int, least);
+    QFETCH(int, minimumOthers);
     std::mt19937_64 random(4711);
     for (int round = 0; round < 2000; ++round) {
         QList<A2DData> maps;
-        const int others = least + static_cast<int>(random() % 4);
+        const int others = minimumOthers + static_cast<int>(random() % 4);
         for (int i = 0; i <= others; ++i) {
             maps.append(hostileMap(random));
         }

@@ -17,8 +17,8 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 const ValenceMix twoToThree{true, 2.0, 3.0};
 
-/// Two lines of two pixels. The value of pixel i and quantity k is 100 i + k; the
-/// two numbers beside the values are a fraction and a thickness.
+/// A result of 2 by 2 pixels. Value k of pixel i is 100 i + k; intensity and i0 hold a
+/// fraction and a thickness.
 A2DData usualResult(bool extended)
 {
     A2DData result;
@@ -42,27 +42,27 @@ class tst_MapQuantity : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void storedValuesAreReadByTheirPlace_data();
-    void storedValuesAreReadByTheirPlace();
+    void storedValuesAreReadByIndex_data();
+    void storedValuesAreReadByIndex();
     void pixelIsFoundByItsPosition();
-    void fractionGivesItsQuantities_data();
-    void fractionGivesItsQuantities();
-    void fractionWithoutValuesReadsAlike();
+    void quantitiesFollowFromTheFraction_data();
+    void quantitiesFollowFromTheFraction();
+    void quantitiesFromTheFractionIgnoreStoredValues();
     void storedValuesDoNotNeedTheReferences();
-    void withoutReferencesTheValenceOfAFractionIsZero();
-    void fractionBeyondTheReferencesIsNotClamped();
+    void valenceFromTheFractionIsZeroWithoutReferences();
+    void fractionOutsideZeroToOneIsNotClamped();
     void pixelsOutsideTheRowsAreZero_data();
     void pixelsOutsideTheRowsAreZero();
-    void rowsBeyondTheClaimedSizeAreRead();
+    void rowsBeyondTheSizeAreRead();
     void emptyResultIsZeroEverywhere();
-    void shortListsOfValuesReadAsZero_data();
-    void shortListsOfValuesReadAsZero();
+    void missingValuesReadAsZero_data();
+    void missingValuesReadAsZero();
     void unknownKindsAreZero_data();
     void unknownKindsAreZero();
-    void numbersThatAreNoneStay();
+    void nanAndInfinityAreKept();
 };
 
-void tst_MapQuantity::storedValuesAreReadByTheirPlace_data()
+void tst_MapQuantity::storedValuesAreReadByIndex_data()
 {
     QTest::addColumn<int>("kind");
     for (int kind = 0; kind < 13; ++kind) {
@@ -70,7 +70,7 @@ void tst_MapQuantity::storedValuesAreReadByTheirPlace_data()
     }
 }
 
-void tst_MapQuantity::storedValuesAreReadByTheirPlace()
+void tst_MapQuantity::storedValuesAreReadByIndex()
 {
     QFETCH(int, kind);
     const A2DData result = usualResult(true);
@@ -80,7 +80,7 @@ void tst_MapQuantity::storedValuesAreReadByTheirPlace()
     }
 }
 
-void tst_MapQuantity::fractionGivesItsQuantities_data()
+void tst_MapQuantity::quantitiesFollowFromTheFraction_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<QList<double>>("values"); // for a = 0, 1/4, 1/2, 3/4
@@ -93,7 +93,7 @@ void tst_MapQuantity::fractionGivesItsQuantities_data()
     QTest::newRow("amount") << 12 << QList<double>{10.5, 11.5, 12.5, 13.5};
 }
 
-void tst_MapQuantity::fractionGivesItsQuantities()
+void tst_MapQuantity::quantitiesFollowFromTheFraction()
 {
     QFETCH(int, kind);
     QFETCH(QList<double>, values);
@@ -104,7 +104,7 @@ void tst_MapQuantity::fractionGivesItsQuantities()
     }
 }
 
-void tst_MapQuantity::fractionWithoutValuesReadsAlike()
+void tst_MapQuantity::quantitiesFromTheFractionIgnoreStoredValues()
 {
     A2DData bare = usualResult(false);
     for (A2DRow& row : bare.rows) {
@@ -126,7 +126,7 @@ void tst_MapQuantity::pixelIsFoundByItsPosition()
     const MapQuantity quantity(result, ValenceMix{}, 4);
     QCOMPARE(quantity.at(2, 0), 204.0);
     QCOMPARE(quantity.at(0, 1), 304.0);
-    QCOMPARE(quantity.at(1, 1), 0.0); // beyond the rows
+    QCOMPARE(quantity.at(1, 1), 0.0); // there is no such row
     QCOMPARE(quantity.at(0, 1 << 30), 0.0);
 }
 
@@ -136,7 +136,7 @@ void tst_MapQuantity::storedValuesDoNotNeedTheReferences()
     QCOMPARE(MapQuantity(result, ValenceMix{}, 11).at(2), 211.0);
 }
 
-void tst_MapQuantity::withoutReferencesTheValenceOfAFractionIsZero()
+void tst_MapQuantity::valenceFromTheFractionIsZeroWithoutReferences()
 {
     const A2DData result = usualResult(false);
     const ValenceMix mix{false, 2.0, 3.0};
@@ -146,7 +146,7 @@ void tst_MapQuantity::withoutReferencesTheValenceOfAFractionIsZero()
     QCOMPARE(MapQuantity(result, mix, 12).at(1), 11.5);
 }
 
-void tst_MapQuantity::fractionBeyondTheReferencesIsNotClamped()
+void tst_MapQuantity::fractionOutsideZeroToOneIsNotClamped()
 {
     A2DData result;
     result.rows = {{0.0, 0.0, 1.5, -0.5, {}}, {0.0, 0.0, -2.0, 9.0, {}}};
@@ -161,10 +161,10 @@ void tst_MapQuantity::pixelsOutsideTheRowsAreZero_data()
 {
     QTest::addColumn<qint64>("index");
     QTest::newRow("before the first") << qint64{-1};
-    QTest::newRow("behind the last") << qint64{4};
+    QTest::newRow("after the last") << qint64{4};
     QTest::newRow("far before") << std::numeric_limits<qint64>::min();
-    QTest::newRow("far behind") << std::numeric_limits<qint64>::max();
-    QTest::newRow("beyond 32 bits") << (qint64{1} << 32); // 0 if cut
+    QTest::newRow("far after") << std::numeric_limits<qint64>::max();
+    QTest::newRow("beyond 32 bits") << (qint64{1} << 32); // 0 if cut to 32 bits
 }
 
 void tst_MapQuantity::pixelsOutsideTheRowsAreZero()
@@ -172,7 +172,7 @@ void tst_MapQuantity::pixelsOutsideTheRowsAreZero()
     QFETCH(qint64, index);
     for (const bool extended : {false, true}) {
         A2DData result = usualResult(extended);
-        result.rows[0].intensity = 0.625; // so that no pixel is 0 by itself
+        result.rows[0].intensity = 0.625; // so that no value of pixel 0 is 0
         result.rows[0].values.fill(77.0);
         for (const int kind : {0, 1, 11, 12}) {
             const MapQuantity quantity(result, twoToThree, kind);
@@ -182,8 +182,8 @@ void tst_MapQuantity::pixelsOutsideTheRowsAreZero()
     }
 }
 
-// The rows count, whatever size the result claims.
-void tst_MapQuantity::rowsBeyondTheClaimedSizeAreRead()
+// The number of rows matters, not the size of the result.
+void tst_MapQuantity::rowsBeyondTheSizeAreRead()
 {
     A2DData result = usualResult(true);
     result.xNum = 1;
@@ -205,7 +205,7 @@ void tst_MapQuantity::emptyResultIsZeroEverywhere()
     }
 }
 
-void tst_MapQuantity::shortListsOfValuesReadAsZero_data()
+void tst_MapQuantity::missingValuesReadAsZero_data()
 {
     QTest::addColumn<int>("length");
     for (int length = 0; length <= 13; ++length) {
@@ -213,7 +213,7 @@ void tst_MapQuantity::shortListsOfValuesReadAsZero_data()
     }
 }
 
-void tst_MapQuantity::shortListsOfValuesReadAsZero()
+void tst_MapQuantity::missingValuesReadAsZero()
 {
     QFETCH(int, length);
     A2DData result = usualResult(true);
@@ -221,7 +221,7 @@ void tst_MapQuantity::shortListsOfValuesReadAsZero()
     for (int kind = 0; kind < 13; ++kind) {
         const MapQuantity quantity(result, twoToThree, kind);
         QCOMPARE(quantity.at(1), kind < length ? 100.0 + kind : 0.0);
-        QCOMPARE(quantity.at(2), 200.0 + kind); // its neighbour has all of them
+        QCOMPARE(quantity.at(2), 200.0 + kind); // the next pixel has all values
     }
 }
 
@@ -243,7 +243,7 @@ void tst_MapQuantity::unknownKindsAreZero()
     }
 }
 
-void tst_MapQuantity::numbersThatAreNoneStay()
+void tst_MapQuantity::nanAndInfinityAreKept()
 {
     A2DData result = usualResult(true);
     result.rows[0].values[11] = notANumber;

@@ -16,9 +16,9 @@ using analysis::MapResultCache;
 namespace
 {
 
-// A stand-in for a calculation: its result is the sum of the maps' first pixels
-// and the numbers, counted in one histogram.
-struct Scene {
+// A fake calculation: its result is the sum of the maps' first pixels and of the numbers,
+// counted in one histogram.
+struct FakeCalculation {
     A2DData first = tests::readyMap(2, 1, {1.0, 2.0});
     A2DData second = tests::readyMap(2, 1, {3.0, 4.0});
     QList<double> numbers{5.0, 6.0};
@@ -49,12 +49,12 @@ struct Scene {
     }
 };
 
-using Change = std::function<void(Scene&)>;
+using Change = std::function<void(FakeCalculation&)>;
 
 const A2DData someMap;
 const A2DData otherMap;
 
-// Stacks whose numbers all differ, so that none can stand for another.
+// Stacks whose numbers are all different, so that a mix-up of two numbers is noticed.
 analysis::MapStack fourPoints()
 {
     return {{{&someMap, 1.0, 2.0, 3.0}, {&someMap, 4.0, 5.0, 6.0}},
@@ -93,133 +93,137 @@ class tst_MapResultCache : public QObject
 
 private Q_SLOTS:
     void firstCalculationRuns();
-    void repetitionLeavesResultAndCountsWithoutARun();
-    void anyChangeMakesItCalculateAgain_data();
-    void anyChangeMakesItCalculateAgain();
+    void repetitionKeepsResultAndCountsWithoutRunning();
+    void anyChangeRunsTheCalculationAgain_data();
+    void anyChangeRunsTheCalculationAgain();
     void oppositeZerosAreDifferentNumbers();
     void equalNaNsAreTheSameNumber();
-    void resultIsNotSharedWhileItIsMade();
-    void changeAndBackCalculatesAgain();
-    void inputsTellTheFormsApart();
-    void fourPointsInputsTellEveryChange_data();
-    void fourPointsInputsTellEveryChange();
-    void nonEquivalentInputsTellEveryChange_data();
-    void nonEquivalentInputsTellEveryChange();
+    void resultIsNotSharedDuringTheCalculation();
+    void changingBackCalculatesAgain();
+    void inputsOfDifferentMethodsDiffer();
+    void fourPointsInputsDifferAfterEveryChange_data();
+    void fourPointsInputsDifferAfterEveryChange();
+    void nonEquivalentInputsDifferAfterEveryChange_data();
+    void nonEquivalentInputsDifferAfterEveryChange();
 };
 
 void tst_MapResultCache::firstCalculationRuns()
 {
-    Scene scene;
-    scene.calculate();
-    QCOMPARE(scene.runs, 1);
-    QCOMPARE(scene.result.rows.first().intensity, 15.0); // 5 + 6 + 1 + 3
-    QCOMPARE(scene.histogram.bins.at(2), 1);             // edges at -5, 5, 15, 25, ...
+    FakeCalculation fake;
+    fake.calculate();
+    QCOMPARE(fake.runs, 1);
+    QCOMPARE(fake.result.rows.first().intensity, 15.0); // 5 + 6 + 1 + 3
+    QCOMPARE(fake.histogram.bins.at(2), 1);             // bin edges at -5, 5, 15, 25, ...
 }
 
-void tst_MapResultCache::repetitionLeavesResultAndCountsWithoutARun()
+void tst_MapResultCache::repetitionKeepsResultAndCountsWithoutRunning()
 {
-    Scene scene;
-    scene.calculate();
-    const A2DRow* pixels = scene.result.rows.constData();
-    const QByteArray counts = scene.histogram.fileText();
-    scene.calculate();
-    scene.calculate();
-    QCOMPARE(scene.runs, 1);
-    QCOMPARE(scene.result.rows.constData(), pixels);
-    QCOMPARE(scene.histogram.fileText(), counts);
-    QCOMPARE(scene.histogram.total, 1);
+    FakeCalculation fake;
+    fake.calculate();
+    const A2DRow* pixels = fake.result.rows.constData();
+    const QByteArray counts = fake.histogram.fileText();
+    fake.calculate();
+    fake.calculate();
+    QCOMPARE(fake.runs, 1);
+    QCOMPARE(fake.result.rows.constData(), pixels);
+    QCOMPARE(fake.histogram.fileText(), counts);
+    QCOMPARE(fake.histogram.total, 1);
 }
 
-void tst_MapResultCache::anyChangeMakesItCalculateAgain_data()
+void tst_MapResultCache::anyChangeRunsTheCalculationAgain_data()
 {
     QTest::addColumn<Change>("change");
     const auto row = [](const char* name, const Change& change) { QTest::newRow(name) << change; };
-    row("a number", [](Scene& s) { s.numbers[1] = 7.0; });
-    row("one number more", [](Scene& s) { s.numbers.append(0.0); });
-    row("the last bit of a number", [](Scene& s) { s.numbers[0] = std::nextafter(5.0, 6.0); });
-    row("a pixel in its place", [](Scene& s) { s.second.rows[0].intensity = 8.0; });
-    row("a pixel beside the ones looked at", [](Scene& s) { s.second.rows[1].i0 = 8.0; });
-    row("a map read anew with equal pixels", [](Scene& s) {
+    row("a number", [](FakeCalculation& s) { s.numbers[1] = 7.0; });
+    row("one more number", [](FakeCalculation& s) { s.numbers.append(0.0); });
+    row("the last bit of a number",
+        [](FakeCalculation& s) { s.numbers[0] = std::nextafter(5.0, 6.0); });
+    row("a pixel that the calculation reads",
+        [](FakeCalculation& s) { s.second.rows[0].intensity = 8.0; });
+    row("a pixel that the calculation does not read",
+        [](FakeCalculation& s) { s.second.rows[1].i0 = 8.0; });
+    row("a map read again with equal pixels", [](FakeCalculation& s) {
         s.first = tests::readyMap(2, 1, {1.0, 2.0});
     });
-    row("the width of a map", [](Scene& s) { s.first.xNum = 1; });
-    row("the height of a map", [](Scene& s) { s.first.yNum = 2; });
-    row("comment lines of a map", [](Scene& s) { s.first.headerLines << QStringLiteral("# x"); });
-    row("maps exchanged", [](Scene& s) { std::swap(s.first, s.second); });
-    row("a limit of the histogram", [](Scene& s) { s.from = 1.0; });
-    row("a count", [](Scene& s) { ++s.histogram.bins[3]; });
-    row("a count above", [](Scene& s) { ++s.histogram.over; });
-    row("a count below", [](Scene& s) { ++s.histogram.under; });
-    row("the sum of the counts", [](Scene& s) { ++s.histogram.total; });
-    row("the lower limit of the counts", [](Scene& s) { s.histogram.minV -= 1.0; });
-    row("the upper limit of the counts", [](Scene& s) { s.histogram.maxV += 1.0; });
-    row("the width of a bin", [](Scene& s) { s.histogram.step *= 2.0; });
-    row("the number of bins", [](Scene& s) { ++s.histogram.boxes; });
-    row("a pixel of the result", [](Scene& s) { s.result.rows[0].intensity = 0.0; });
-    row("the size of the result", [](Scene& s) { s.result.xNum = 2; });
-    row("the height of the result", [](Scene& s) { s.result.yNum = 2; });
+    row("the width of a map", [](FakeCalculation& s) { s.first.xNum = 1; });
+    row("the height of a map", [](FakeCalculation& s) { s.first.yNum = 2; });
+    row("comment lines of a map",
+        [](FakeCalculation& s) { s.first.headerLines << QStringLiteral("# x"); });
+    row("maps exchanged", [](FakeCalculation& s) { std::swap(s.first, s.second); });
+    row("a limit of the histogram", [](FakeCalculation& s) { s.from = 1.0; });
+    row("a count", [](FakeCalculation& s) { ++s.histogram.bins[3]; });
+    row("a count above", [](FakeCalculation& s) { ++s.histogram.over; });
+    row("a count below", [](FakeCalculation& s) { ++s.histogram.under; });
+    row("the sum of the counts", [](FakeCalculation& s) { ++s.histogram.total; });
+    row("the lower limit of the counts", [](FakeCalculation& s) { s.histogram.minV -= 1.0; });
+    row("the upper limit of the counts", [](FakeCalculation& s) { s.histogram.maxV += 1.0; });
+    row("the width of a bin", [](FakeCalculation& s) { s.histogram.step *= 2.0; });
+    row("the number of bins", [](FakeCalculation& s) { ++s.histogram.boxes; });
+    row("a pixel of the result", [](FakeCalculation& s) { s.result.rows[0].intensity = 0.0; });
+    row("the size of the result", [](FakeCalculation& s) { s.result.xNum = 2; });
+    row("the height of the result", [](FakeCalculation& s) { s.result.yNum = 2; });
     row("comment lines of the result",
-        [](Scene& s) { s.result.headerLines << QStringLiteral("# x"); });
-    row("what the result carries", [](Scene& s) { s.result.extended = true; });
-    row("the result emptied", [](Scene& s) { s.result.clear(); });
+        [](FakeCalculation& s) { s.result.headerLines << QStringLiteral("# x"); });
+    row("the extended flag of the result", [](FakeCalculation& s) { s.result.extended = true; });
+    row("the result emptied", [](FakeCalculation& s) { s.result.clear(); });
 }
 
-void tst_MapResultCache::anyChangeMakesItCalculateAgain()
+void tst_MapResultCache::anyChangeRunsTheCalculationAgain()
 {
     QFETCH(Change, change);
-    Scene scene;
-    scene.calculate();
-    change(scene);
-    scene.calculate();
-    QCOMPARE(scene.runs, 2);
-    scene.calculate();
-    QCOMPARE(scene.runs, 2);
+    FakeCalculation fake;
+    fake.calculate();
+    change(fake);
+    fake.calculate();
+    QCOMPARE(fake.runs, 2);
+    fake.calculate();
+    QCOMPARE(fake.runs, 2);
 }
 
 void tst_MapResultCache::oppositeZerosAreDifferentNumbers()
 {
-    Scene scene;
-    scene.numbers = {0.0};
-    scene.calculate();
-    scene.numbers = {-0.0};
-    scene.calculate();
-    QCOMPARE(scene.runs, 2);
+    FakeCalculation fake;
+    fake.numbers = {0.0};
+    fake.calculate();
+    fake.numbers = {-0.0};
+    fake.calculate();
+    QCOMPARE(fake.runs, 2);
 }
 
 void tst_MapResultCache::equalNaNsAreTheSameNumber()
 {
-    Scene scene;
-    scene.numbers = {std::numeric_limits<double>::quiet_NaN()};
-    scene.calculate();
-    scene.calculate();
-    QCOMPARE(scene.runs, 1);
+    FakeCalculation fake;
+    fake.numbers = {std::numeric_limits<double>::quiet_NaN()};
+    fake.calculate();
+    fake.calculate();
+    QCOMPARE(fake.runs, 1);
 }
 
-void tst_MapResultCache::resultIsNotSharedWhileItIsMade()
+void tst_MapResultCache::resultIsNotSharedDuringTheCalculation()
 {
-    Scene scene;
-    scene.calculate();
-    scene.numbers[0] = 9.0;
+    FakeCalculation fake;
+    fake.calculate();
+    fake.numbers[0] = 9.0;
     bool shared = true;
-    scene.memory.run(
-        {scene.numbers, {}}, scene.result, {}, [] {},
-        [&] { shared = !scene.result.rows.isDetached(); });
+    fake.memory.run(
+        {fake.numbers, {}}, fake.result, {}, [] {},
+        [&] { shared = !fake.result.rows.isDetached(); });
     QVERIFY(!shared);
 }
 
-void tst_MapResultCache::changeAndBackCalculatesAgain()
+void tst_MapResultCache::changingBackCalculatesAgain()
 {
-    Scene scene;
-    scene.calculate();
-    scene.numbers[0] = 9.0;
-    scene.calculate();
-    scene.numbers[0] = 5.0;
-    scene.calculate();
-    QCOMPARE(scene.runs, 3);
-    QCOMPARE(scene.result.rows.first().intensity, 15.0);
+    FakeCalculation fake;
+    fake.calculate();
+    fake.numbers[0] = 9.0;
+    fake.calculate();
+    fake.numbers[0] = 5.0;
+    fake.calculate();
+    QCOMPARE(fake.runs, 3);
+    QCOMPARE(fake.result.rows.first().intensity, 15.0);
 }
 
-void tst_MapResultCache::inputsTellTheFormsApart()
+void tst_MapResultCache::inputsOfDifferentMethodsDiffer()
 {
     using analysis::Variant;
     const analysis::MapStack stack = fourPoints();
@@ -229,7 +233,7 @@ void tst_MapResultCache::inputsTellTheFormsApart()
     QVERIFY(!areEqual(exact, analysis::inputsOf(Variant::ThreePoints, stack)));
 }
 
-void tst_MapResultCache::fourPointsInputsTellEveryChange_data()
+void tst_MapResultCache::fourPointsInputsDifferAfterEveryChange_data()
 {
     QTest::addColumn<FourPointsChange>("change");
     const auto row = [](const char* name, const FourPointsChange& change) {
@@ -244,7 +248,7 @@ void tst_MapResultCache::fourPointsInputsTellEveryChange_data()
     row("the energy of another row", [](Stack& s) { s.others[1].energy = 0.0; });
     row("the first reference at another row", [](Stack& s) { s.others[1].r1 = 0.0; });
     row("the second reference at another row", [](Stack& s) { s.others[1].r2 = 0.0; });
-    row("one row less", [](Stack& s) { s.others.removeLast(); });
+    row("one row fewer", [](Stack& s) { s.others.removeLast(); });
     row("the order of rows", [](Stack& s) { s.others.swapItemsAt(0, 1); });
     row("the ratio of the jumps", [](Stack& s) { s.r = 0.0; });
     row("enough references", [](Stack& s) { s.mix.enoughReferences = false; });
@@ -252,7 +256,7 @@ void tst_MapResultCache::fourPointsInputsTellEveryChange_data()
     row("the second valence", [](Stack& s) { s.mix.v2 = 0.0; });
 }
 
-void tst_MapResultCache::fourPointsInputsTellEveryChange()
+void tst_MapResultCache::fourPointsInputsDifferAfterEveryChange()
 {
     QFETCH(FourPointsChange, change);
     analysis::MapStack changed = fourPoints();
@@ -261,7 +265,7 @@ void tst_MapResultCache::fourPointsInputsTellEveryChange()
     QVERIFY(!areEqual(analysis::inputsOf(form, changed), analysis::inputsOf(form, fourPoints())));
 }
 
-void tst_MapResultCache::nonEquivalentInputsTellEveryChange_data()
+void tst_MapResultCache::nonEquivalentInputsDifferAfterEveryChange_data()
 {
     QTest::addColumn<NonEquivalentChange>("change");
     const auto row = [](const char* name, const NonEquivalentChange& change) {
@@ -270,22 +274,22 @@ void tst_MapResultCache::nonEquivalentInputsTellEveryChange_data()
     using Stack = analysis::NeqStack;
     row("the background", [](Stack& s) { s.victoreen = true; });
     row("a reference at a row", [](Stack& s) { s.inputs.refValues[1][0] = 0.0; });
-    row("one reference less", [](Stack& s) { s.inputs.refValues.removeLast(); });
+    row("one reference fewer", [](Stack& s) { s.inputs.refValues.removeLast(); });
     row("the order of references", [](Stack& s) { s.inputs.refValues.swapItemsAt(0, 1); });
     row("an energy", [](Stack& s) { s.inputs.energies[1] = 0.0; });
     row("a weight", [](Stack& s) { s.inputs.weights[1] = 0.0; });
     row("a valence", [](Stack& s) { s.inputs.valences[1] = 0.0; });
-    row("one valence less", [](Stack& s) { s.inputs.valences.removeLast(); });
+    row("one valence fewer", [](Stack& s) { s.inputs.valences.removeLast(); });
     row("the sum of the jumps", [](Stack& s) { s.inputs.jumpSum = 0.0; });
     row("the map of a row", [](Stack& s) { s.maps[1] = &otherMap; });
     row("the base map", [](Stack& s) { s.base = &otherMap; });
-    row("a list cut where the next one goes on", [](Stack& s) {
+    row("a number moved from one list to the next", [](Stack& s) {
         s.inputs.energies = {5.0};
         s.inputs.weights = {6.0, 7.0, 8.0};
     });
 }
 
-void tst_MapResultCache::nonEquivalentInputsTellEveryChange()
+void tst_MapResultCache::nonEquivalentInputsDifferAfterEveryChange()
 {
     QFETCH(NonEquivalentChange, change);
     analysis::NeqStack changed = nonEquivalent();

@@ -1,4 +1,4 @@
-// The extremes of a map, and the place of a point on it.
+// The extremes of a map, and the pixel at a position.
 
 #include "analysis/MapScan.h"
 
@@ -20,7 +20,7 @@ A2DData sized(int width, int height)
     return map;
 }
 
-/// The extremes of @p values, x fastest.
+/// The extremes of @p values, which are row-major.
 std::optional<analysis::Limits> scan(int width, int height, const QList<double>& values)
 {
     return analysis::scanMap(sized(width, height),
@@ -36,14 +36,14 @@ class tst_MapScan : public QObject
 private Q_SLOTS:
     void extremesOfTheValues_data();
     void extremesOfTheValues();
-    void nothingWithoutANumber_data();
-    void nothingWithoutANumber();
-    void everyClaimedPixelIsAskedOnce();
-    void rowsOfTheMapPlayNoPart();
-    void linesWithoutColumnsEndSoon();
+    void noExtremesWithoutANumber_data();
+    void noExtremesWithoutANumber();
+    void everyPixelIsReadOnce();
+    void rowsOfTheMapAreNotRead();
+    void linesWithoutColumnsAreSkipped();
 
-    void pixelOfAPlace_data();
-    void pixelOfAPlace();
+    void pixelAtAPosition_data();
+    void pixelAtAPosition();
     void noPixelOutsideTheMap_data();
     void noPixelOutsideTheMap();
 };
@@ -51,7 +51,7 @@ private Q_SLOTS:
 void tst_MapScan::extremesOfTheValues_data()
 {
     using Values = QList<double>;
-    QTest::addColumn<Values>("values"); // of 2 by 2 pixels
+    QTest::addColumn<Values>("values"); // of 2 by 2 pixels, row-major
     QTest::addColumn<double>("low");
     QTest::addColumn<double>("high");
     QTest::newRow("rising") << Values{1, 2, 3, 4} << 1.0 << 4.0;
@@ -59,12 +59,12 @@ void tst_MapScan::extremesOfTheValues_data()
     QTest::newRow("in the middle") << Values{2, 4, 1, 3} << 1.0 << 4.0;
     QTest::newRow("negative") << Values{-2, -4, -1, -3} << -4.0 << -1.0;
     QTest::newRow("equal") << Values{7, 7, 7, 7} << 7.0 << 7.0;
-    QTest::newRow("no number first") << Values{notANumber, 2, 3, 1} << 1.0 << 3.0;
-    QTest::newRow("no number last") << Values{3, 1, 2, notANumber} << 1.0 << 3.0;
+    QTest::newRow("NaN first") << Values{notANumber, 2, 3, 1} << 1.0 << 3.0;
+    QTest::newRow("NaN last") << Values{3, 1, 2, notANumber} << 1.0 << 3.0;
     QTest::newRow("one number") << Values{notANumber, 5, notANumber, notANumber} << 5.0 << 5.0;
     QTest::newRow("infinity") << Values{1, infinity, 2, 3} << 1.0 << infinity;
     QTest::newRow("minus infinity") << Values{1, -infinity, 2, 3} << -infinity << 3.0;
-    QTest::newRow("both") << Values{infinity, -infinity, 2, 3} << -infinity << infinity;
+    QTest::newRow("both infinities") << Values{infinity, -infinity, 2, 3} << -infinity << infinity;
     QTest::newRow("large") << Values{1e299, -1e299, 2, 3} << -1e299 << 1e299;
 }
 
@@ -77,20 +77,20 @@ void tst_MapScan::extremesOfTheValues()
     QTEST(limits->high, "high");
 }
 
-void tst_MapScan::nothingWithoutANumber_data()
+void tst_MapScan::noExtremesWithoutANumber_data()
 {
     using Values = QList<double>;
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
     QTest::addColumn<Values>("values");
-    QTest::newRow("no numbers") << 2 << 1 << Values{notANumber, notANumber};
+    QTest::newRow("only NaN") << 2 << 1 << Values{notANumber, notANumber};
     QTest::newRow("no columns") << 0 << 2 << Values{};
     QTest::newRow("no lines") << 2 << 0 << Values{};
     QTest::newRow("negative width") << -2 << 3 << Values{};
     QTest::newRow("negative height") << 2 << -3 << Values{};
 }
 
-void tst_MapScan::nothingWithoutANumber()
+void tst_MapScan::noExtremesWithoutANumber()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -98,17 +98,17 @@ void tst_MapScan::nothingWithoutANumber()
     QVERIFY(!scan(width, height, values));
 }
 
-void tst_MapScan::everyClaimedPixelIsAskedOnce()
+void tst_MapScan::everyPixelIsReadOnce()
 {
-    QList<int> asked(3 * 4, 0);
+    QList<int> reads(3 * 4, 0);
     analysis::scanMap(sized(3, 4), [&](int x, int y) {
-        ++asked[y * 3 + x];
+        ++reads[y * 3 + x];
         return 0.0;
     });
-    QCOMPARE(asked, QList<int>(3 * 4, 1));
+    QCOMPARE(reads, QList<int>(3 * 4, 1));
 }
 
-void tst_MapScan::rowsOfTheMapPlayNoPart()
+void tst_MapScan::rowsOfTheMapAreNotRead()
 {
     A2DData map = sized(2, 1);
     map.rows.append({0.0, 0.0, 99.0, -99.0, {}});
@@ -118,14 +118,14 @@ void tst_MapScan::rowsOfTheMapPlayNoPart()
     QCOMPARE(limits->high, 2.0);
 }
 
-// A claim of two thousand million empty lines would take its time.
-void tst_MapScan::linesWithoutColumnsEndSoon()
+// A loop over 2^31 empty lines would take too long.
+void tst_MapScan::linesWithoutColumnsAreSkipped()
 {
     QVERIFY(!scan(0, std::numeric_limits<int>::max(), {}));
     QVERIFY(!scan(-1, std::numeric_limits<int>::max(), {}));
 }
 
-void tst_MapScan::pixelOfAPlace_data()
+void tst_MapScan::pixelAtAPosition_data()
 {
     QTest::addColumn<double>("x");
     QTest::addColumn<double>("y");
@@ -133,13 +133,13 @@ void tst_MapScan::pixelOfAPlace_data()
     QTest::addColumn<int>("line");
     QTest::newRow("origin") << 0.0 << 0.0 << 0 << 0;
     QTest::newRow("minus zero") << -0.0 << -0.0 << 0 << 0;
-    QTest::newRow("within the first") << 0.9999 << 0.9999 << 0 << 0;
+    QTest::newRow("inside the first pixel") << 0.9999 << 0.9999 << 0 << 0;
     QTest::newRow("on an edge in x") << 1.0 << 0.5 << 1 << 0;
     QTest::newRow("on an edge in y") << 0.5 << 1.0 << 0 << 1;
-    QTest::newRow("last") << 2.9999 << 1.9999 << 2 << 1;
+    QTest::newRow("inside the last pixel") << 2.9999 << 1.9999 << 2 << 1;
 }
 
-void tst_MapScan::pixelOfAPlace()
+void tst_MapScan::pixelAtAPosition()
 {
     QFETCH(double, x);
     QFETCH(double, y);
@@ -157,10 +157,10 @@ void tst_MapScan::noPixelOutsideTheMap_data()
     QTest::newRow("right edge") << 3.0 << 0.5;
     QTest::newRow("below") << 0.5 << -1e-9;
     QTest::newRow("upper edge") << 0.5 << 2.0;
-    QTest::newRow("far") << 1e300 << 0.5;
+    QTest::newRow("far right") << 1e300 << 0.5;
     QTest::newRow("far below") << 0.5 << -1e300;
-    QTest::newRow("no number in x") << notANumber << 0.5;
-    QTest::newRow("no number in y") << 0.5 << notANumber;
+    QTest::newRow("NaN in x") << notANumber << 0.5;
+    QTest::newRow("NaN in y") << 0.5 << notANumber;
     QTest::newRow("infinity") << infinity << 0.5;
     QTest::newRow("minus infinity") << 0.5 << -infinity;
 }

@@ -1,5 +1,5 @@
-// From what a user gives to the result map of each method. Expected numbers are
-// those of the mixture that the pixels are made of.
+// From the panel's inputs to the result map of each method. Expected numbers are the parts of
+// which the pixels are mixed.
 #include "analysis/MapStacks.h"
 
 #include "analysis/CalculationPlan.h"
@@ -52,25 +52,25 @@ class tst_MapStacks : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void formGetsTheMapsAndNumbersOfItsRows();
-    void usedRowWithoutMapEntersWithMinusOnePixels();
+    void stackHoldsTheMapsAndNumbersOfItsRows();
+    void usedRowWithoutMapReadsAsMinusOne();
     void vRowWithoutMapGivesAnEmptyResult();
 
-    void nonEquivalentMapHoldsThirteenValuesOfEveryPixel();
+    void nonEquivalentMapHoldsThirteenValuesPerPixel();
     void fourReferencesFillEveryEntry();
-    void fiveRowsAndVictoreenPassThroughAllPoints();
-    void referencesAreTakenLessTheirPostEdgeLineOnRequest();
-    void countsBecomeMutBeforeTheFit();
+    void victoreenFitOfFiveRowsPassesThroughAllPoints();
+    void postEdgeLineIsSubtractedFromReferencesOnRequest();
+    void countsAreConvertedToMutBeforeTheFit();
     void baseRowIsTheFirstUsedRowAndNotTheVRow();
-    void rowWithoutMapAsBaseRowGivesNoPixels();
-    void rowWithoutMapEntersTheFitWithMinusOne();
-    void rowWhoseReloadFailedEntersWithItsOldPixels();
+    void baseRowWithoutMapGivesNoPixels();
+    void rowWithoutMapIsFittedAsMinusOne();
+    void rowWithAFailedReloadKeepsItsOldPixels();
     void mutsOfTheRowsAreNotUsed();
-    void boundOfRowsIsEnough_data();
-    void boundOfRowsIsEnough();
+    void minimumNumberOfRowsIsEnough_data();
+    void minimumNumberOfRowsIsEnough();
 };
 
-void tst_MapStacks::formGetsTheMapsAndNumbersOfItsRows()
+void tst_MapStacks::stackHoldsTheMapsAndNumbersOfItsRows()
 {
     PanelInputs inputs = fourPointInputs();
     inputs.addMaps(4);
@@ -78,8 +78,8 @@ void tst_MapStacks::formGetsTheMapsAndNumbersOfItsRows()
     const analysis::CalculationState state = inputs.state();
     const analysis::MapStack stack = analysis::mapStack(state, analysis::planMap(state).rows);
     QCOMPARE(stack.others.size(), 3);
-    for (const auto& [place, row] : {std::pair(0, 0), std::pair(1, 1), std::pair(2, 3)}) {
-        const analysis::MapPoint& point = stack.others.at(place);
+    for (const auto& [index, row] : {std::pair(0, 0), std::pair(1, 1), std::pair(2, 3)}) {
+        const analysis::MapPoint& point = stack.others.at(index);
         QCOMPARE(point.map, &inputs.maps.at(static_cast<std::size_t>(row)));
         QCOMPARE(point.energy, inputs.points.at(row).energy);
         QCOMPARE(point.r1, inputs.points.at(row).mut[0]);
@@ -92,11 +92,11 @@ void tst_MapStacks::formGetsTheMapsAndNumbersOfItsRows()
     QVERIFY(!stack.memory);
 }
 
-void tst_MapStacks::usedRowWithoutMapEntersWithMinusOnePixels()
+void tst_MapStacks::usedRowWithoutMapReadsAsMinusOne()
 {
-    // Row 1 has no map, rows 2, 3 (V) and 4 have: three count, and the three-point
-    // form takes row 1 first, with T0 = -1:
-    // f(T) = (3 + 1) / (5 + 1) = 2/3, a = (2/3 - 1/4) * 2 = 5/6.
+    // Row 1 has no map; rows 2, 3 (V row) and 4 have one, so three rows count. The
+    // three-point form still takes row 1 first, with T0 = -1: f(T) = (3 + 1) / (5 + 1) = 2/3,
+    // a = (2/3 - 1/4) * 2 = 5/6.
     const auto inputs = threePointInputs().addMaps(4).useRows({0, 1, 2, 3}).takeMap(0);
     const analysis::CalculationState state = inputs.state();
     A2DData map;
@@ -110,7 +110,7 @@ void tst_MapStacks::usedRowWithoutMapEntersWithMinusOnePixels()
 
 void tst_MapStacks::vRowWithoutMapGivesAnEmptyResult()
 {
-    // Row 5 is a later V row in use, without a map.
+    // Row 5 is in use and is the later V row, but has no map.
     const auto inputs = fourPointInputs().addMaps(4).useRows({0, 1, 2, 3, 4}).markVRows({2, 4});
     const analysis::CalculationState state = inputs.state();
     A2DData map = inputs.maps[0];
@@ -122,7 +122,7 @@ void tst_MapStacks::vRowWithoutMapGivesAnEmptyResult()
     QCOMPARE(map.xNum, 0);
 }
 
-void tst_MapStacks::nonEquivalentMapHoldsThirteenValuesOfEveryPixel()
+void tst_MapStacks::nonEquivalentMapHoldsThirteenValuesPerPixel()
 {
     const A2DData map = nonEquivalentMap(mixedMaps({quarter, negative}));
     QVERIFY(map.extended);
@@ -140,7 +140,7 @@ void tst_MapStacks::nonEquivalentMapHoldsThirteenValuesOfEveryPixel()
 
 void tst_MapStacks::fourReferencesFillEveryEntry()
 {
-    // dMut 1, 3, 4 and 8 of 16; valence 1/8 + 15/16 + 1 + 7/2.
+    // The amounts (dMut) are 1, 3, 4 and 8 of 16; the valence is 1/8 + 15/16 + 1 + 7/2.
     Mix mix = curvedQuarter;
     mix.parts = {0.5, 0.5, 1, 1};
     const A2DData map = nonEquivalentMap(mixedMaps({mix}, 4, 8), true);
@@ -148,7 +148,7 @@ void tst_MapStacks::fourReferencesFillEveryEntry()
                  {0.0625, 0.1875, 0.25, 0.5, 1, 3, 4, 8, 1.25, 2, -0.5, 5.5625, 16}));
 }
 
-void tst_MapStacks::fiveRowsAndVictoreenPassThroughAllPoints()
+void tst_MapStacks::victoreenFitOfFiveRowsPassesThroughAllPoints()
 {
     PanelInputs inputs = mixedInputs(quarter);
     const QList<double> pixels{1, -2, 0.5, 3, -1};
@@ -164,10 +164,10 @@ void tst_MapStacks::fiveRowsAndVictoreenPassThroughAllPoints()
     QVERIFY(near(fit.atAllRows().first(5), pixels));
 }
 
-void tst_MapStacks::referencesAreTakenLessTheirPostEdgeLineOnRequest()
+void tst_MapStacks::postEdgeLineIsSubtractedFromReferencesOnRequest()
 {
-    // Less the post-edge line each reference is lower by its jump, and the
-    // constant higher by the total of 4. The target's choice plays no part.
+    // Minus its post-edge line each reference is lower by its jump, so the constant is higher
+    // by the total of 4. The option for the target has no effect.
     PanelInputs inputs = mixedMaps({quarter});
     inputs.subPostForTarget = true;
     QVERIFY(isQuarter(nonEquivalentMap(inputs)));
@@ -177,7 +177,7 @@ void tst_MapStacks::referencesAreTakenLessTheirPostEdgeLineOnRequest()
     QVERIFY(near(map.rows.at(0).intensity, 0.25));
 }
 
-void tst_MapStacks::countsBecomeMutBeforeTheFit()
+void tst_MapStacks::countsAreConvertedToMutBeforeTheFit()
 {
     PanelInputs inputs = mixedMaps({quarter});
     for (int row = 0; row < 5; ++row) {
@@ -190,7 +190,7 @@ void tst_MapStacks::countsBecomeMutBeforeTheFit()
 
 void tst_MapStacks::baseRowIsTheFirstUsedRowAndNotTheVRow()
 {
-    // The V row 3 is wider; row 1 has a map too and is not in use.
+    // The map of the V row, row 3, is wider; row 1 has a map too, but is not in use.
     PanelInputs inputs = mixedMaps({quarter, negative}, 2, 6);
     inputs.setMap(0, {1, 2, 3});
     inputs.maps[2].rows.append({9, 9, 7, 0, {}});
@@ -201,7 +201,7 @@ void tst_MapStacks::baseRowIsTheFirstUsedRowAndNotTheVRow()
     base.headerLines = {"# base  row", "#"};
     base.rows[1].x = 12.5;
     base.rows[1].y = -3;
-    base.rows.append({20, 20, 5, 0, {}}); // beyond its width
+    base.rows.append({20, 20, 5, 0, {}}); // beyond the width of the map
     inputs.useRows({1, 2, 3, 4, 5});
     const A2DData map = nonEquivalentMap(inputs);
     QCOMPARE(map.headerLines, (QStringList{"# base  row", "#"}));
@@ -215,7 +215,7 @@ void tst_MapStacks::baseRowIsTheFirstUsedRowAndNotTheVRow()
     QVERIFY(near(scaledValues(map, 1), negativeValues));
 }
 
-void tst_MapStacks::rowWithoutMapAsBaseRowGivesNoPixels()
+void tst_MapStacks::baseRowWithoutMapGivesNoPixels()
 {
     const A2DData map = nonEquivalentMap(mixedMaps({quarter}, 2, 6).takeMap(0));
     QVERIFY(map.rows.isEmpty());
@@ -223,9 +223,9 @@ void tst_MapStacks::rowWithoutMapAsBaseRowGivesNoPixels()
     QVERIFY(map.extended);
 }
 
-void tst_MapStacks::rowWithoutMapEntersTheFitWithMinusOne()
+void tst_MapStacks::rowWithoutMapIsFittedAsMinusOne()
 {
-    // The constant is such that the mix is -1 at the row without a map.
+    // The constant is chosen so that the mixture is -1 at the row without a map.
     Mix mix = quarter;
     mix.constant -= quarter.at(3) + 1;
     PanelInputs inputs = mixedMaps({mix}, 2, 6);
@@ -233,13 +233,13 @@ void tst_MapStacks::rowWithoutMapEntersTheFitWithMinusOne()
     const A2DData map = nonEquivalentMap(inputs);
     QVERIFY(near(map.rows.at(0).intensity, 0.25));
     QVERIFY(near(map.rows.at(0).values.at(8), mix.constant));
-    // Under another constant it does not fit to the others.
+    // With another constant, -1 does not fit the other rows.
     setPixels(inputs, {quarter}, 6);
     inputs.takeMap(3);
     QVERIFY(!near(nonEquivalentMap(inputs).rows.at(0).intensity, 0.25));
 }
 
-void tst_MapStacks::rowWhoseReloadFailedEntersWithItsOldPixels()
+void tst_MapStacks::rowWithAFailedReloadKeepsItsOldPixels()
 {
     PanelInputs inputs = mixedMaps({quarter}, 2, 6);
     inputs.points[3].hasMap = false;
@@ -258,7 +258,7 @@ void tst_MapStacks::mutsOfTheRowsAreNotUsed()
     QVERIFY(isQuarter(nonEquivalentMap(inputs)));
 }
 
-void tst_MapStacks::boundOfRowsIsEnough_data()
+void tst_MapStacks::minimumNumberOfRowsIsEnough_data()
 {
     QTest::addColumn<bool>("victoreen");
     QTest::addColumn<int>("references");
@@ -270,8 +270,8 @@ void tst_MapStacks::boundOfRowsIsEnough_data()
     }
 }
 
-// The least number of rows that a plan takes determines all unknowns.
-void tst_MapStacks::boundOfRowsIsEnough()
+// The smallest number of rows that a plan accepts determines all unknowns.
+void tst_MapStacks::minimumNumberOfRowsIsEnough()
 {
     QFETCH(bool, victoreen);
     QFETCH(int, references);

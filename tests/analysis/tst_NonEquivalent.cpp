@@ -1,5 +1,5 @@
-// The non-equivalent method on one target: places, order of operations and
-// hand-made mixtures.
+// The non-equivalent method on one target: the layout of the result, the order of operations,
+// and mixtures made by hand.
 #include "analysis/NonEquivalent.h"
 
 #include "analysis/ReferenceSet.h"
@@ -26,8 +26,8 @@ namespace
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-// Straight pieces through the given mut at 100, 200, ... eV; the lines are the
-// constants `pre` and `post`.
+// Straight segments through the given mut values at 100, 200, ... eV; the pre-edge and
+// post-edge lines are the constants `pre` and `post`.
 AMutE spectrum(const QList<double>& muts, double pre = 0.0, double post = 1.0)
 {
     AMutE made;
@@ -76,30 +76,30 @@ class tst_NonEquivalent : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void preparationTakesUsedRowsWithoutAskingForAMap();
-    void preparationTakesOffTheChosenLine();
+    void preparationUsesRowsWithOrWithoutMap();
+    void preparationSubtractsTheChosenLine();
     void preparationSkipsUnusedReferences();
     void weightsAreJumpsOverTheirSum();
     void preparationWithoutRowsHasBaseRowZero();
-    void targetValuesTakeOffTheChosenLine();
-    void mixtureComesBackWithLinearBackground();
-    void mixtureComesBackWithVictoreenBackground();
+    void targetValuesSubtractTheChosenLine();
+    void mixtureIsRecoveredWithLinearBackground();
+    void mixtureIsRecoveredWithVictoreenBackground();
     void sharesAreWeightedByTheJumps();
-    void sharesAddToOneAndMayBeNegative();
+    void sharesAddUpToOneAndCanBeNegative();
     void thirteenValuesWithTwoReferences();
     void fewerTargetValuesThanEnergiesFitTheFirstRows();
-    void fifthReferenceIsCut();
+    void fifthReferenceIsIgnored();
     void missingWeightCountsAsZero();
-    void surplusSpectraAreLeftOut();
-    void sumOfZeroShowsInEveryShare();
-    void proportionalReferencesShowAsNoNumber();
+    void surplusSpectraAreIgnored();
+    void zeroSumMakesEveryShareNaN();
+    void equalReferencesGiveNonFiniteShares();
     void valenceIsTheSumOfSharesTimesValences();
     void valenceOfAMissingReferenceCountsAsZero();
-    void targetResultFormsTheTotalFirst();
-    void equalsTheReferenceToTheLastBit();
+    void targetResultMultipliesTheTotalFirst();
+    void matchesTheReferenceImplementationBitForBit();
 };
 
-void tst_NonEquivalent::preparationTakesUsedRowsWithoutAskingForAMap()
+void tst_NonEquivalent::preparationUsesRowsWithOrWithoutMap()
 {
     const AMutE a = spectrum({1, 2, 3});
     const AMutE b = spectrum({4, 4, 4});
@@ -114,7 +114,7 @@ void tst_NonEquivalent::preparationTakesUsedRowsWithoutAskingForAMap()
     QCOMPARE(inputs.valences, (QList<double>{2, 3}));
 }
 
-void tst_NonEquivalent::preparationTakesOffTheChosenLine()
+void tst_NonEquivalent::preparationSubtractsTheChosenLine()
 {
     const AMutE a = spectrum({1, 2, 3}, 0.25, 0.75);
     const ReferenceSet refs({{true, true, 2, 1}, {}, {}, {}});
@@ -157,16 +157,16 @@ void tst_NonEquivalent::preparationWithoutRowsHasBaseRowZero()
     QCOMPARE(inputs.refValues, (QList<QList<double>>{{}, {}}));
 }
 
-void tst_NonEquivalent::targetValuesTakeOffTheChosenLine()
+void tst_NonEquivalent::targetValuesSubtractTheChosenLine()
 {
     const AMutE target = spectrum({1, 2, 3}, 0.25, 0.75);
     QCOMPARE(analysis::neqTargetValues(target, {100, 250}, false), (QList<double>{0.75, 2.25}));
     QCOMPARE(analysis::neqTargetValues(target, {100, 250}, true), (QList<double>{0.25, 1.75}));
 }
 
-void tst_NonEquivalent::mixtureComesBackWithLinearBackground()
+void tst_NonEquivalent::mixtureIsRecoveredWithLinearBackground()
 {
-    // T = 0.5 R1 + 1.5 R2 + 3 + 0.01 E; weights of a half give shares 1/4, 3/4.
+    // T = 0.5 R1 + 1.5 R2 + 3 + 0.01 E; both weights are 1/2, so the shares are 1/4 and 3/4.
     QList<double> T;
     for (int e = 0; e < 5; ++e) {
         T.append(0.5 * twoReferences.at(0).at(e) + 1.5 * twoReferences.at(1).at(e) + 3 +
@@ -180,7 +180,7 @@ void tst_NonEquivalent::mixtureComesBackWithLinearBackground()
     QVERIFY(isNear(solved.out.at(neq::c1), 0.01));
 }
 
-void tst_NonEquivalent::mixtureComesBackWithVictoreenBackground()
+void tst_NonEquivalent::mixtureIsRecoveredWithVictoreenBackground()
 {
     // Five rows for five unknowns: the fit passes through all points.
     const QList<double> energies{6000, 7000, 8000, 9000, 10000};
@@ -191,7 +191,7 @@ void tst_NonEquivalent::mixtureComesBackWithVictoreenBackground()
                  0.25 * std::pow(L, 3) - 0.125 * std::pow(L, 4));
     }
     const Solved solved = solve(true, T, twoReferences, energies, {0.5, 0.5});
-    // The normal equations of L^3 and L^4 cost some six digits.
+    // The normal equations with L^3 and L^4 lose about six digits.
     QVERIFY(isNear(solved.out.at(0), 0.25, 1e-6));
     QVERIFY(isNear(solved.out.at(1), 0.75, 1e-6));
     QVERIFY(isNear(solved.out.at(neq::mut0), 3, 1e-6));
@@ -209,7 +209,7 @@ void tst_NonEquivalent::mixtureComesBackWithVictoreenBackground()
 
 void tst_NonEquivalent::sharesAreWeightedByTheJumps()
 {
-    // Coefficients 1 and 1; jumps 3 and 1 of a sum of 4 make shares of 3/4, 1/4.
+    // Both coefficients are 1. Jumps of 3 and 1 with the sum 4 give the shares 3/4 and 1/4.
     QList<double> T;
     for (int e = 0; e < 5; ++e) {
         T.append(twoReferences.at(0).at(e) + twoReferences.at(1).at(e));
@@ -220,9 +220,9 @@ void tst_NonEquivalent::sharesAreWeightedByTheJumps()
     QVERIFY(isNear(solved.sum, 1.0));
 }
 
-void tst_NonEquivalent::sharesAddToOneAndMayBeNegative()
+void tst_NonEquivalent::sharesAddUpToOneAndCanBeNegative()
 {
-    // Coefficients -1 and 3 with equal weights: shares -1/2 and 3/2.
+    // The coefficients are -1 and 3 with equal weights, so the shares are -1/2 and 3/2.
     QList<double> T;
     for (int e = 0; e < 5; ++e) {
         T.append(-twoReferences.at(0).at(e) + 3 * twoReferences.at(1).at(e));
@@ -251,7 +251,7 @@ void tst_NonEquivalent::fewerTargetValuesThanEnergiesFitTheFirstRows()
     QCOMPARE(four.out, same.out);
 }
 
-void tst_NonEquivalent::fifthReferenceIsCut()
+void tst_NonEquivalent::fifthReferenceIsIgnored()
 {
     const QList<double> E{1, 2, 3, 4, 5, 6, 7, 8};
     const QList<double> T{3, 1, 4, 1, 5, 9, 2, 6};
@@ -272,7 +272,7 @@ void tst_NonEquivalent::missingWeightCountsAsZero()
     QCOMPARE(solved.out.at(1), 0.0);
 }
 
-void tst_NonEquivalent::surplusSpectraAreLeftOut()
+void tst_NonEquivalent::surplusSpectraAreIgnored()
 {
     const AMutE a = spectrum({1, 1});
     const ReferenceSet refs({{true, true, 2, 1}, {true, true, 3, 1}, {}, {}});
@@ -281,9 +281,9 @@ void tst_NonEquivalent::surplusSpectraAreLeftOut()
     QCOMPARE(inputs.weights.size(), 2);
 }
 
-void tst_NonEquivalent::sumOfZeroShowsInEveryShare()
+void tst_NonEquivalent::zeroSumMakesEveryShareNaN()
 {
-    // A target of zeros has coefficients of exactly 0: shares 0 / 0.
+    // A target of zeros has coefficients of exactly 0, so every share is 0 / 0.
     const Solved solved = solve(false, {0, 0, 0, 0, 0}, twoReferences, fiveEnergies, {0.5, 0.5});
     QCOMPARE(solved.sum, 0.0);
     for (int i = 0; i < 4; ++i) {
@@ -291,9 +291,9 @@ void tst_NonEquivalent::sumOfZeroShowsInEveryShare()
     }
 }
 
-void tst_NonEquivalent::proportionalReferencesShowAsNoNumber()
+void tst_NonEquivalent::equalReferencesGiveNonFiniteShares()
 {
-    // All numbers are small whole ones, so the pivot comes out as exactly 0.
+    // All numbers are small integers, so the pivot is exactly 0.
     const Solved solved =
         solve(false, {1, 2, 4, 8}, {{1, 0, 1, 0}, {1, 0, 1, 0}}, {1, 2, 3, 4}, {0.5, 0.5});
     QVERIFY(!std::isfinite(solved.out.at(0)));
@@ -316,13 +316,13 @@ void tst_NonEquivalent::valenceOfAMissingReferenceCountsAsZero()
     QCOMPARE(analysis::neqValence(out, {}), 0.0);
 }
 
-void tst_NonEquivalent::targetResultFormsTheTotalFirst()
+void tst_NonEquivalent::targetResultMultipliesTheTotalFirst()
 {
-    // Shares s and sum come from the solve; (sum * jumpSum) rounds otherwise
-    // than (s * sum) * jumpSum for some of these.
+    // The shares and their sum are from neqSolve(). In some trials share * (sum * jumpSum)
+    // rounds differently from (share * sum) * jumpSum.
     std::mt19937 random(3);
     std::uniform_real_distribution<double> uniform(0.0, 2.0);
-    int roundsOtherwise = 0;
+    int differentRoundings = 0;
     for (int trial = 0; trial < 50; ++trial) {
         NeqInputs inputs;
         inputs.refValues = twoReferences;
@@ -339,17 +339,17 @@ void tst_NonEquivalent::targetResultFormsTheTotalFirst()
         const double total = solved.sum * inputs.jumpSum;
         for (int i = 0; i < 2; ++i) {
             QVERIFY(values.at(neq::dMut + i) == solved.out.at(i) * total); // to the last bit
-            roundsOtherwise +=
+            differentRoundings +=
                 solved.out.at(i) * total != solved.out.at(i) * solved.sum * inputs.jumpSum ? 1 : 0;
         }
         QVERIFY(values.at(neq::totalDMut) == total);
         QCOMPARE(values.at(neq::valence), solved.out.at(0) * 2 + solved.out.at(1) * 3);
         QCOMPARE(values.at(neq::dMut + 2), 0.0);
     }
-    QVERIFY(roundsOtherwise > 0);
+    QVERIFY(differentRoundings > 0);
 }
 
-void tst_NonEquivalent::equalsTheReferenceToTheLastBit()
+void tst_NonEquivalent::matchesTheReferenceImplementationBitForBit()
 {
     std::mt19937 random(11);
     std::uniform_real_distribution<double> uniform(-1.0, 3.0);

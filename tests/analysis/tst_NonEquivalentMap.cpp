@@ -1,5 +1,5 @@
-// The non-equivalent method on a stack of maps. Its comparison with the reference
-// implementation is in tst_BlockCalculations.
+// The non-equivalent method on a stack of maps. tst_BlockCalculations compares it with the
+// reference implementation.
 #include "analysis/NonEquivalentMap.h"
 
 #include "analysis/HistogramCounts.h"
@@ -52,7 +52,7 @@ int counted(const HistogramCounts& histogram)
     return sum;
 }
 
-// Two references that a pixel's values 1, 0, 3, 5 can be told by.
+// A stack of four rows with two references that are linearly independent.
 analysis::NeqStack twoReferenceStack(const QList<const A2DData*>& maps)
 {
     analysis::NeqStack stack;
@@ -74,22 +74,22 @@ class tst_NonEquivalentMap : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void mixtureOfAPixelComesBack();
-    void baseMapFixesSizeCoordinatesAndHeader();
+    void mixtureOfAPixelIsRecovered();
+    void baseMapSetsSizeCoordinatesAndHeader();
     void baseMapWithoutPixelsGivesAnEmptyExtendedResult();
-    void pixelOutsideAllDataYieldsAFullRow();
-    void mapOfAnotherSizeIsReadWithItsOwnWidth();
-    void linearBackgroundHasNoSecondSlopeInAnyRow();
-    void everyPixelIsCountedForTheReferencesInUseAlone();
-    void pixelsBeyondAllDataShareTheirValues();
-    void blocksOfAlikePixelsShareTheirValues();
-    void totalIsMultipliedFromLeftToRight();
+    void pixelWithoutDataHasAllValues();
+    void mapOfAnotherSizeIsReadWithItsWidth();
+    void linearBackgroundHasZeroSecondSlope();
+    void everyPixelIsCountedForTheUsedReferencesOnly();
+    void pixelsWithoutDataShareTheirValues();
+    void blocksOfEqualPixelsShareTheirValues();
+    void amountsAreMultipliedFromLeftToRight();
 };
 
-void tst_NonEquivalentMap::mixtureOfAPixelComesBack()
+void tst_NonEquivalentMap::mixtureOfAPixelIsRecovered()
 {
-    // T = R1 + 3 R2: sum (1 + 3) / 2 = 2, shares 1/4 and 3/4, valence 2.75,
-    // total 2 * 2 = 4, of which the references have 1 and 3.
+    // T = R1 + 3 R2: the sum is (1 + 3) / 2 = 2, the shares are 1/4 and 3/4 and the valence
+    // is 2.75. The total is 2 * 2 = 4, with the amounts 1 and 3.
     const A2DData m0 = readyMap(1, 1, {3});
     const A2DData m1 = readyMap(1, 1, {1});
     const A2DData m2 = readyMap(1, 1, {6});
@@ -110,9 +110,9 @@ void tst_NonEquivalentMap::mixtureOfAPixelComesBack()
     QVERIFY(result.map.extended);
 }
 
-void tst_NonEquivalentMap::baseMapFixesSizeCoordinatesAndHeader()
+void tst_NonEquivalentMap::baseMapSetsSizeCoordinatesAndHeader()
 {
-    A2DData base = readyMap(2, 2, {1, 2, 3}); // one row short of its size
+    A2DData base = readyMap(2, 2, {1, 2, 3}); // one row fewer than its size
     base.headerLines = QStringList{"# first", "# second"};
     const A2DData other = readyMap(1, 1, {1});
     Result result;
@@ -142,10 +142,10 @@ void tst_NonEquivalentMap::baseMapWithoutPixelsGivesAnEmptyExtendedResult()
     QVERIFY(result.map.extended);
 }
 
-void tst_NonEquivalentMap::pixelOutsideAllDataYieldsAFullRow()
+void tst_NonEquivalentMap::pixelWithoutDataHasAllValues()
 {
-    // T = -1 everywhere is a constant background: coefficients of about 0, and
-    // shares that mean nothing, but a row like any other.
+    // T = -1 at all rows is a constant background: the coefficients are about 0 and the
+    // shares mean nothing, but the pixel has all its values.
     A2DData base = readyMap(3, 1, {1});
     Result result;
     analysis::mapNonEquivalent(twoReferenceStack({&base, &base, &base, &base}), result.map,
@@ -159,10 +159,10 @@ void tst_NonEquivalentMap::pixelOutsideAllDataYieldsAFullRow()
     QCOMPARE(counted(result.counts[0]), 3);
 }
 
-void tst_NonEquivalentMap::mapOfAnotherSizeIsReadWithItsOwnWidth()
+void tst_NonEquivalentMap::mapOfAnotherSizeIsReadWithItsWidth()
 {
-    // Pixel (0, 1) of a map that is 1 wide is its second value; of a base that
-    // is 2 wide its third.
+    // Pixel (0, 1) is the second value of a map of width 1, but the third value of the base,
+    // which is 2 wide.
     const A2DData base = readyMap(2, 2, {0, 0, 3, 0});
     const A2DData narrow = readyMap(1, 2, {7, 1});
     const A2DData third = readyMap(2, 2, {0, 0, 6, 0});
@@ -173,7 +173,7 @@ void tst_NonEquivalentMap::mapOfAnotherSizeIsReadWithItsOwnWidth()
     QVERIFY(std::fabs(result.map.rows.at(2).values.at(0) - 0.25) < 1e-12);
 }
 
-void tst_NonEquivalentMap::linearBackgroundHasNoSecondSlopeInAnyRow()
+void tst_NonEquivalentMap::linearBackgroundHasZeroSecondSlope()
 {
     const A2DData a = readyMap(3, 1, {1, 2, 3});
     const A2DData b = readyMap(3, 1, {5, 1, 0});
@@ -186,7 +186,7 @@ void tst_NonEquivalentMap::linearBackgroundHasNoSecondSlopeInAnyRow()
     }
 }
 
-void tst_NonEquivalentMap::everyPixelIsCountedForTheReferencesInUseAlone()
+void tst_NonEquivalentMap::everyPixelIsCountedForTheUsedReferencesOnly()
 {
     const A2DData a = readyMap(3, 1, {1, 2, notANumber});
     const A2DData b = readyMap(3, 1, {5, 1, 0});
@@ -197,25 +197,25 @@ void tst_NonEquivalentMap::everyPixelIsCountedForTheReferencesInUseAlone()
     for (std::size_t i = 0; i < pixels.size(); ++i) {
         QCOMPARE(counted(result.counts[i]), pixels[i]);
     }
-    QVERIFY(result.counts[0].under >= 1); // the NaN
+    QVERIFY(result.counts[0].under >= 1); // the NaN pixel
 }
 
-void tst_NonEquivalentMap::pixelsBeyondAllDataShareTheirValues()
+void tst_NonEquivalentMap::pixelsWithoutDataShareTheirValues()
 {
     const A2DData base = readyMap(1000, 1, {1, 2});
     Result result;
     analysis::mapNonEquivalent(twoReferenceStack({&base, &base, &base, &base}), result.map,
                                result.histograms());
     QCOMPARE(result.map.rows.size(), 1000);
-    // Outside of the block that has some.
+    // The first block has data, so only the pixels after it share their values.
     QVERIFY(result.map.rows.at(64).values.constData() ==
             result.map.rows.at(999).values.constData());
     QVERIFY(result.map.rows.at(0).values.constData() != result.map.rows.at(1).values.constData());
 }
 
-void tst_NonEquivalentMap::blocksOfAlikePixelsShareTheirValues()
+void tst_NonEquivalentMap::blocksOfEqualPixelsShareTheirValues()
 {
-    // Blocks of 64: one of 1, two of 2, one of 2 but for its last pixel, one of NaN.
+    // Blocks of 64 pixels: one of 1, two of 2, one of 2 with another last pixel, one of NaN.
     QList<double> muts(64, 1.0);
     muts += QList<double>(191, 2.0) + QList<double>{3.0} + QList<double>(64, notANumber);
     const A2DData base = readyMap(320, 1, muts);
@@ -234,11 +234,11 @@ void tst_NonEquivalentMap::blocksOfAlikePixelsShareTheirValues()
     QVERIFY(result.map.rows.at(255).values != result.map.rows.at(254).values);
 }
 
-void tst_NonEquivalentMap::totalIsMultipliedFromLeftToRight()
+void tst_NonEquivalentMap::amountsAreMultipliedFromLeftToRight()
 {
     std::mt19937 random(5);
     std::uniform_real_distribution<double> uniform(0.0, 3.0);
-    int roundsOtherwise = 0;
+    int differentRoundings = 0;
     for (int trial = 0; trial < 50; ++trial) {
         QList<A2DData> made;
         QList<const A2DData*> maps;
@@ -262,11 +262,11 @@ void tst_NonEquivalentMap::totalIsMultipliedFromLeftToRight()
         for (int i = 0; i < 2; ++i) {
             QVERIFY(values.at(neq::dMut + i) ==
                     out.at(i) * sum * stack.inputs.jumpSum); // to the last bit
-            roundsOtherwise +=
+            differentRoundings +=
                 values.at(neq::dMut + i) != out.at(i) * (sum * stack.inputs.jumpSum) ? 1 : 0;
         }
     }
-    QVERIFY(roundsOtherwise > 0);
+    QVERIFY(differentRoundings > 0);
 }
 
 QTEST_APPLESS_MAIN(tst_NonEquivalentMap)

@@ -1,4 +1,4 @@
-// Numbers as text against the toolkit's own, which is the definition.
+// Numbers as text, compared with Qt's formatting, which is the definition.
 #include "analysis/NumberText.h"
 
 #include <QTest>
@@ -13,12 +13,12 @@
 namespace
 {
 
-/// Under the sanitizer, which looks at memory and not at digits, a tenth of the
-/// random numbers will do.
+/// The address sanitizer checks memory accesses, not digits, so a tenth of the random numbers
+/// is enough.
 #ifdef __SANITIZE_ADDRESS__
-constexpr int share = 10;
+constexpr int reduction = 10;
 #else
-constexpr int share = 1;
+constexpr int reduction = 1;
 #endif
 
 using Random = std::mt19937_64;
@@ -34,17 +34,17 @@ QByteArray textOf(double value)
     return QByteArray(buffer.data(), static_cast<qsizetype>(length));
 }
 
-/// Whether the product's text equals that of the toolkit, in a field of 10.
-bool sameAsToolkit(double value)
+/// Whether the text in a field of 10 characters equals Qt's text.
+bool sameAsQt(double value)
 {
     static const QString format = QStringLiteral("%1");
-    static QByteArray text; // keeps its memory from call to call
+    static QByteArray text; // keeps its allocation between calls
     text.resize(0);
     analysis::appendGeneral(text, value, 10);
     return format.arg(value, 10, 'g', -1, QLatin1Char(' ')) == QLatin1String(text);
 }
 
-QByteArray complaint(double value)
+QByteArray failureText(double value)
 {
     return QByteArray::number(value, 'g', 17) + " reads " + textOf(value);
 }
@@ -74,15 +74,15 @@ double anyMagnitudeNearOne(Random& random)
     return std::ldexp(uniform(random, -2.0, 2.0), integer(random, -80, 110));
 }
 
-/// Fractions with few binary digits, many of them exact halves of the sixth
-/// decimal digit.
+/// Fractions with few binary digits. Many are exactly half-way between two numbers of six
+/// significant digits.
 double dyadic(Random& random)
 {
     return std::ldexp(integer(random, -20'000'000, 20'000'000), -integer(random, 0, 24));
 }
 
-/// A decimal of seven digits that ends in 5, as near as a double comes to it,
-/// or one of the two doubles beside it.
+/// The double nearest to a decimal number of seven digits that ends in 5, or one of its two
+/// neighbours.
 double sevenDigitsEndingInFive(Random& random)
 {
     const double digits = 10.0 * integer(random, 100'000, 999'999) + 5.0;
@@ -93,7 +93,8 @@ double sevenDigitsEndingInFive(Random& random)
     return step == 0 ? value : std::nextafter(value, step * inf);
 }
 
-/// As above, at a distance of about what the fast path keeps from the half.
+/// A number near the middle between two numbers of six significant digits; the distance is
+/// about the safety margin of the fast path.
 double closeToAHalf(Random& random)
 {
     const double half = integer(random, 100'000, 999'999) + 0.5;
@@ -111,7 +112,7 @@ double subnormal(Random& random)
     return std::bit_cast<double>(random() >> integer(random, 12, 63));
 }
 
-double powerOfTenOrBeside(Random& random)
+double powerOfTenOrNeighbour(Random& random)
 {
     const QByteArray text = "1e" + QByteArray::number(integer(random, -323, 308));
     const double value = text.toDouble();
@@ -128,24 +129,24 @@ class tst_NumberText : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void readsAsPrinted_data();
-    void readsAsPrinted();
-    void edgesAreTheToolkits_data();
-    void edgesAreTheToolkits();
-    void everyPowerOfTenAndItsNeighboursAreTheToolkits();
-    void everyPowerOfTwoIsTheToolkits();
-    void randomNumbersAreTheToolkits_data();
-    void randomNumbersAreTheToolkits();
-    void shortTextIsAlignedToTheRight();
+    void textFollowsTheGeneralFormat_data();
+    void textFollowsTheGeneralFormat();
+    void limitsMatchQt_data();
+    void limitsMatchQt();
+    void powersOfTenAndTheirNeighboursMatchQt();
+    void powersOfTwoMatchQt();
+    void randomNumbersMatchQt_data();
+    void randomNumbersMatchQt();
+    void shortTextIsRightAligned();
     void longTextLosesNoDigits();
-    void appendingKeepsWhatIsThere();
+    void appendingKeepsEarlierText();
     void bothSignsTakeTheSameWidth_data();
     void bothSignsTakeTheSameWidth();
-    void severalNumbersStandBetweenColons();
+    void severalNumbersAreSeparatedByColons();
 };
 
-// Texts from the rules of the general format, by hand.
-void tst_NumberText::readsAsPrinted_data()
+// Texts by hand, from the rules of the general format.
+void tst_NumberText::textFollowsTheGeneralFormat_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QByteArray>("text");
@@ -156,38 +157,38 @@ void tst_NumberText::readsAsPrinted_data()
     QTest::newRow("infinity") << inf << QByteArray("inf");
     QTest::newRow("minus infinity") << -inf << QByteArray("-inf");
     QTest::newRow("one") << 1.0 << QByteArray("1");
-    QTest::newRow("trailing zeros go") << 8300.0 << QByteArray("8300");
+    QTest::newRow("no decimals") << 8300.0 << QByteArray("8300");
     QTest::newRow("six digits") << 3.14159265 << QByteArray("3.14159");
     QTest::newRow("negative") << -0.25 << QByteArray("-0.25");
-    QTest::newRow("last without exponent") << 999999.0 << QByteArray("999999");
-    QTest::newRow("first with exponent") << 1e6 << QByteArray("1e+06");
+    QTest::newRow("largest integer without exponent") << 999999.0 << QByteArray("999999");
+    QTest::newRow("smallest integer with exponent") << 1e6 << QByteArray("1e+06");
     QTest::newRow("exponent and digits") << 1234567.0 << QByteArray("1.23457e+06");
     QTest::newRow("smallest without exponent") << 0.0001 << QByteArray("0.0001");
     QTest::newRow("small with digits") << 0.000123456 << QByteArray("0.000123456");
-    QTest::newRow("below it an exponent") << 0.00001 << QByteArray("1e-05");
-    QTest::newRow("exact half goes up") << 123456.5 << QByteArray("123457");
-    QTest::newRow("exact half goes away from zero") << -123456.5 << QByteArray("-123457");
+    QTest::newRow("smaller, with exponent") << 0.00001 << QByteArray("1e-05");
+    QTest::newRow("exact half is rounded up") << 123456.5 << QByteArray("123457");
+    QTest::newRow("exact half is rounded away from zero") << -123456.5 << QByteArray("-123457");
     QTest::newRow("exact half after an even digit") << 1.015625 << QByteArray("1.01563");
     QTest::newRow("exact half of a large number") << 1234565.0 << QByteArray("1.23457e+06");
     QTest::newRow("carry through all digits") << 999999.5 << QByteArray("1e+06");
     QTest::newRow("just below the carry") << 999999.49 << QByteArray("999999");
     QTest::newRow("carry to one") << 0.99999951 << QByteArray("1");
-    QTest::newRow("carry out of the exponent") << 9.999996e-5 << QByteArray("0.0001");
+    QTest::newRow("carry removes the exponent") << 9.999996e-5 << QByteArray("0.0001");
     QTest::newRow("three-digit exponent") << -1.2345678e-100 << QByteArray("-1.23457e-100");
     QTest::newRow("largest") << 1.7976931348623157e308 << QByteArray("1.79769e+308");
     QTest::newRow("smallest subnormal") << 5e-324 << QByteArray("4.94066e-324");
 }
 
-void tst_NumberText::readsAsPrinted()
+void tst_NumberText::textFollowsTheGeneralFormat()
 {
     QFETCH(double, value);
     QFETCH(QByteArray, text);
     QCOMPARE(textOf(value), text);
     QCOMPARE(QStringLiteral("%1").arg(value).toLatin1(), text);
-    QVERIFY(sameAsToolkit(value));
+    QVERIFY(sameAsQt(value));
 }
 
-void tst_NumberText::edgesAreTheToolkits_data()
+void tst_NumberText::limitsMatchQt_data()
 {
     QTest::addColumn<double>("value");
     // Limits of the fast path.
@@ -203,7 +204,8 @@ void tst_NumberText::edgesAreTheToolkits_data()
     QTest::newRow("largest") << std::numeric_limits<double>::max();
     QTest::newRow("smallest normal") << std::numeric_limits<double>::min();
     QTest::newRow("largest subnormal") << std::nextafter(std::numeric_limits<double>::min(), 0.0);
-    // Halves that no double holds exactly, to either side of them.
+    // Half-way cases that are not exact in binary: the nearest double is above some of them and
+    // below others.
     QTest::newRow("0.1234565") << 0.1234565;
     QTest::newRow("0.1234575") << 0.1234575;
     QTest::newRow("1.000005") << 1.000005;
@@ -214,7 +216,7 @@ void tst_NumberText::edgesAreTheToolkits_data()
     QTest::newRow("2.5e-5") << 2.5e-5;
     QTest::newRow("0.0002000005") << 0.0002000005;
     QTest::newRow("0.001234565") << 0.001234565;
-    // Exact halves.
+    // Half-way cases that are exact in binary.
     QTest::newRow("0.5") << 0.5;
     QTest::newRow("1000005") << 1000005.0;
     QTest::newRow("100000.5") << 100000.5;
@@ -226,34 +228,34 @@ void tst_NumberText::edgesAreTheToolkits_data()
     QTest::newRow("9999995e15") << 9999995e15;
 }
 
-void tst_NumberText::edgesAreTheToolkits()
+void tst_NumberText::limitsMatchQt()
 {
     QFETCH(double, value);
     for (const double each : {value, std::nextafter(value, inf), std::nextafter(value, -inf)}) {
-        QVERIFY2(sameAsToolkit(each), complaint(each).constData());
-        QVERIFY2(sameAsToolkit(-each), complaint(-each).constData());
+        QVERIFY2(sameAsQt(each), failureText(each).constData());
+        QVERIFY2(sameAsQt(-each), failureText(-each).constData());
     }
 }
 
-void tst_NumberText::everyPowerOfTenAndItsNeighboursAreTheToolkits()
+void tst_NumberText::powersOfTenAndTheirNeighboursMatchQt()
 {
     for (int power = -324; power <= 308; ++power) {
         const double value = QByteArray("1e" + QByteArray::number(power)).toDouble();
         for (const double each : {value, std::nextafter(value, inf), std::nextafter(value, -inf)}) {
-            QVERIFY2(sameAsToolkit(each), complaint(each).constData());
+            QVERIFY2(sameAsQt(each), failureText(each).constData());
         }
     }
 }
 
-void tst_NumberText::everyPowerOfTwoIsTheToolkits()
+void tst_NumberText::powersOfTwoMatchQt()
 {
     for (int power = -1074; power <= 1023; ++power) {
         const double value = std::ldexp(1.0, power);
-        QVERIFY2(sameAsToolkit(value), complaint(value).constData());
+        QVERIFY2(sameAsQt(value), failureText(value).constData());
     }
 }
 
-void tst_NumberText::randomNumbersAreTheToolkits_data()
+void tst_NumberText::randomNumbersMatchQt_data()
 {
     QTest::addColumn<Draw>("draw");
     QTest::addColumn<int>("count");
@@ -265,23 +267,23 @@ void tst_NumberText::randomNumbersAreTheToolkits_data()
     QTest::newRow("close to a half") << Draw{closeToAHalf} << 400'000;
     QTest::newRow("whole numbers") << Draw{wholeNumber} << 100'000;
     QTest::newRow("subnormal") << Draw{subnormal} << 50'000;
-    QTest::newRow("powers of ten") << Draw{powerOfTenOrBeside} << 50'000;
+    QTest::newRow("powers of ten") << Draw{powerOfTenOrNeighbour} << 50'000;
 }
 
-void tst_NumberText::randomNumbersAreTheToolkits()
+void tst_NumberText::randomNumbersMatchQt()
 {
     QFETCH(Draw, draw);
     QFETCH(int, count);
     Random random(20240607);
-    for (int i = 0; i < count / share; ++i) {
+    for (int i = 0; i < count / reduction; ++i) {
         const double value = draw(random);
-        if (!sameAsToolkit(value)) {
-            QFAIL(complaint(value).constData());
+        if (!sameAsQt(value)) {
+            QFAIL(failureText(value).constData());
         }
     }
 }
 
-void tst_NumberText::shortTextIsAlignedToTheRight()
+void tst_NumberText::shortTextIsRightAligned()
 {
     QByteArray text;
     analysis::appendGeneral(text, 8.5, 10);
@@ -298,7 +300,7 @@ void tst_NumberText::longTextLosesNoDigits()
     QCOMPARE(text, QByteArray("2.5"));
 }
 
-void tst_NumberText::appendingKeepsWhatIsThere()
+void tst_NumberText::appendingKeepsEarlierText()
 {
     QByteArray text("x=");
     analysis::appendGeneral(text, 1.5, 4);
@@ -323,7 +325,7 @@ void tst_NumberText::bothSignsTakeTheSameWidth()
     QCOMPARE(analysis::signedText(value), text);
 }
 
-void tst_NumberText::severalNumbersStandBetweenColons()
+void tst_NumberText::severalNumbersAreSeparatedByColons()
 {
     QCOMPARE(analysis::signedTexts({}), QString());
     QCOMPARE(analysis::signedTexts({1}), " 1.000");

@@ -1,4 +1,4 @@
-// The blocks of pixels that every map calculation goes through.
+// The blocks of pixels in which every map calculation runs.
 #include "analysis/PixelBlocks.h"
 
 #include "support/ReadyMap.h"
@@ -10,8 +10,8 @@ using analysis::PixelBlock;
 namespace
 {
 
-/// Calls @p fill for all blocks of a result of the size of @p base, from the map
-/// @p base alone.
+/// Calls @p fill for all blocks of a result that has the size of @p base; the only input map
+/// is @p base.
 template <class Fill>
 void calculate(const A2DData& base, A2DData& result, Fill fill)
 {
@@ -31,12 +31,12 @@ private Q_SLOTS:
     void coordinatesComeFromTheBaseOrAreZero();
     void coordinatesOfAnEarlierResultAreReplaced();
     void extendedFlagIsLeftToTheCaller();
-    void muchLargerEarlierResultGivesItsMemoryBack();
+    void muchLargerEarlierResultReleasesItsMemory();
     void similarEarlierResultKeepsItsMemory();
-    void sharedEarlierResultStaysAsItWas();
-    void pixelsBeyondTheRowsCountAsOutside();
-    void absorbanceThatIsNotKeptIsCalculated();
-    void growingResultTakesNewMemory();
+    void copyOfAnEarlierResultIsUnchanged();
+    void pixelsBeyondTheRowsReadAsMinusOne();
+    void absorbanceThatIsNotCachedIsCalculated();
+    void growingResultDropsItsOldValues();
 };
 
 void tst_PixelBlocks::everyPixelIsInOneBlockInScanOrder()
@@ -97,7 +97,7 @@ void tst_PixelBlocks::extendedFlagIsLeftToTheCaller()
     QVERIFY(result.extended);
 }
 
-void tst_PixelBlocks::muchLargerEarlierResultGivesItsMemoryBack()
+void tst_PixelBlocks::muchLargerEarlierResultReleasesItsMemory()
 {
     const A2DData base = tests::readyMap(10, 1, {});
     A2DData result;
@@ -117,7 +117,7 @@ void tst_PixelBlocks::similarEarlierResultKeepsItsMemory()
     QCOMPARE(result.rows.size(), 900);
 }
 
-void tst_PixelBlocks::sharedEarlierResultStaysAsItWas()
+void tst_PixelBlocks::copyOfAnEarlierResultIsUnchanged()
 {
     const A2DData base = tests::readyMap(1, 1, {9.0});
     A2DData result;
@@ -129,7 +129,7 @@ void tst_PixelBlocks::sharedEarlierResultStaysAsItWas()
     QCOMPARE(copy.first().x, 1.0);
 }
 
-void tst_PixelBlocks::pixelsBeyondTheRowsCountAsOutside()
+void tst_PixelBlocks::pixelsBeyondTheRowsReadAsMinusOne()
 {
     const A2DData base = tests::readyMap(100, 2, QList<double>(65, 3.0));
     A2DData result;
@@ -140,7 +140,7 @@ void tst_PixelBlocks::pixelsBeyondTheRowsCountAsOutside()
     QCOMPARE(last, (QList<double>{3.0, -1.0, -1.0, -1.0}));
 }
 
-void tst_PixelBlocks::absorbanceThatIsNotKeptIsCalculated()
+void tst_PixelBlocks::absorbanceThatIsNotCachedIsCalculated()
 {
     A2DData base = tests::readyMap(70, 1, {});
     A2DData narrow = tests::readyMap(7, 20, {});
@@ -165,9 +165,9 @@ void tst_PixelBlocks::absorbanceThatIsNotKeptIsCalculated()
     }
 }
 
-void tst_PixelBlocks::growingResultTakesNewMemory()
+void tst_PixelBlocks::growingResultDropsItsOldValues()
 {
-    // Rows that are copied into a longer list take their values with them.
+    // Copying the rows into a longer list would keep their values; a new result has none.
     A2DData result;
     result.rows.append({1.0, 2.0, 3.0, 4.0, {5.0}});
     analysis::startResult(result, tests::readyMap(100, 1, {}));

@@ -1,4 +1,4 @@
-// The three lines in the plane of the two references' absorbance.
+// The three lines in the graph whose axes are the absorbances of the two references.
 #include "analysis/PlaneLines.h"
 #include "analysis/RowCollection.h"
 
@@ -13,15 +13,14 @@ using analysis::planeLines;
 namespace
 {
 
-using Place = QPair<double, double>; // R1 and R2
-using Places = QList<Place>;
+using Point = QPair<double, double>; // R1 and R2
+using Points = QList<Point>;
 
-/// Rows at the given places, and a V row at (2, 3); r = 0.5. The energies are no
-/// part of it.
-CollectedRows rowsAt(const Places& places)
+/// Rows at the given points, and a V row at (2, 3); r = 0.5. The energies have no effect.
+CollectedRows rowsAt(const Points& points)
 {
     CollectedRows rows;
-    for (const auto& [r1, r2] : places) {
+    for (const auto& [r1, r2] : points) {
         rows.others.append({static_cast<int>(rows.others.size()), 8300.0, r1, r2});
     }
     rows.v = {7, 8390.0, 2.0, 3.0};
@@ -29,10 +28,10 @@ CollectedRows rowsAt(const Places& places)
     return rows;
 }
 
-bool isNear(double value, double wanted, double tolerance)
+bool isNear(double value, double expected, double tolerance)
 {
-    if (!(std::fabs(value - wanted) <= tolerance)) {
-        qWarning() << value << "instead of" << wanted;
+    if (!(std::fabs(value - expected) <= tolerance)) {
+        qWarning() << value << "instead of" << expected;
         return false;
     }
     return true;
@@ -47,21 +46,21 @@ class tst_PlaneLines : public QObject
 private Q_SLOTS:
     void firstSlopeIsOneOverTheJumpRatio_data();
     void firstSlopeIsOneOverTheJumpRatio();
-    void secondSlopeIsThatOfTheVRow_data();
-    void secondSlopeIsThatOfTheVRow();
-    void vRowAtZeroGivesNoFiniteSlope();
+    void secondSlopeIsR2OverR1OfTheVRow_data();
+    void secondSlopeIsR2OverR1OfTheVRow();
+    void vRowAtXZeroHasNoFiniteSlope();
     void withoutAVRowTheSecondSlopeIsNaN();
-    void firstRowMayBeTheVRow();
+    void firstRowCanBeTheVRow();
     void rowsOnALineGiveThatLine_data();
     void rowsOnALineGiveThatLine();
-    void rowsBesideALineGiveTheLeastSquares();
-    void orderOfTheRowsPlaysNoPart();
-    void vRowIsNoneOfTheOthers();
-    void fewerThanTwoRowsGiveNoLine_data();
-    void fewerThanTwoRowsGiveNoLine();
-    void rowsOfOneXGiveNoFiniteLine();
-    void numberThatIsNoneSpoilsItsLineOnly();
-    void emptyCollectionDeterminesNothing();
+    void scatteredRowsGiveTheLeastSquaresLine();
+    void orderOfTheRowsHasNoEffect();
+    void vRowIsNotPartOfTheFit();
+    void fewerThanTwoRowsGiveNoFiniteLine_data();
+    void fewerThanTwoRowsGiveNoFiniteLine();
+    void rowsWithEqualXGiveNoFiniteLine();
+    void nonFiniteNumberSpoilsOnlyTheFittedLine();
+    void emptyCollectionGivesNoFiniteLine();
 };
 
 void tst_PlaneLines::firstSlopeIsOneOverTheJumpRatio_data()
@@ -84,7 +83,7 @@ void tst_PlaneLines::firstSlopeIsOneOverTheJumpRatio()
     QTEST(planeLines(rows).k1, "k1");
 }
 
-void tst_PlaneLines::secondSlopeIsThatOfTheVRow_data()
+void tst_PlaneLines::secondSlopeIsR2OverR1OfTheVRow_data()
 {
     QTest::addColumn<double>("r1");
     QTest::addColumn<double>("r2");
@@ -95,7 +94,7 @@ void tst_PlaneLines::secondSlopeIsThatOfTheVRow_data()
     QTest::newRow("below one") << 0.5 << 0.125 << 0.25;
 }
 
-void tst_PlaneLines::secondSlopeIsThatOfTheVRow()
+void tst_PlaneLines::secondSlopeIsR2OverR1OfTheVRow()
 {
     QFETCH(double, r1);
     QFETCH(double, r2);
@@ -104,7 +103,7 @@ void tst_PlaneLines::secondSlopeIsThatOfTheVRow()
     QTEST(planeLines(rows).k2, "k2");
 }
 
-void tst_PlaneLines::vRowAtZeroGivesNoFiniteSlope()
+void tst_PlaneLines::vRowAtXZeroHasNoFiniteSlope()
 {
     CollectedRows rows = rowsAt({{0.0, 0.0}, {1.0, 1.0}});
     rows.v = {5, 8390.0, 0.0, 3.0};
@@ -115,7 +114,7 @@ void tst_PlaneLines::vRowAtZeroGivesNoFiniteSlope()
     QCOMPARE(planeLines(rows).a, 1.0);
 }
 
-// Whatever numbers are left in it.
+// The numbers left in the V row have no effect.
 void tst_PlaneLines::withoutAVRowTheSecondSlopeIsNaN()
 {
     CollectedRows rows = rowsAt({{0.0, 1.0}, {1.0, 3.0}});
@@ -127,7 +126,7 @@ void tst_PlaneLines::withoutAVRowTheSecondSlopeIsNaN()
     QCOMPARE(lines.b, 1.0);
 }
 
-void tst_PlaneLines::firstRowMayBeTheVRow()
+void tst_PlaneLines::firstRowCanBeTheVRow()
 {
     CollectedRows rows = rowsAt({{0.0, 1.0}, {1.0, 3.0}});
     rows.v.row = 0;
@@ -139,12 +138,12 @@ void tst_PlaneLines::rowsOnALineGiveThatLine_data()
     QTest::addColumn<double>("a");
     QTest::addColumn<double>("b");
     QTest::newRow("through the origin") << 2.0 << 0.0;
-    QTest::newRow("above it") << 0.5 << 1.25;
+    QTest::newRow("above the origin") << 0.5 << 1.25;
     QTest::newRow("falling") << -3.0 << 4.0;
     QTest::newRow("level") << 0.0 << -0.75;
 }
 
-// Small numbers with few binary digits: every sum is exact.
+// Small numbers with few binary digits, so every sum is exact.
 void tst_PlaneLines::rowsOnALineGiveThatLine()
 {
     QFETCH(double, a);
@@ -153,33 +152,34 @@ void tst_PlaneLines::rowsOnALineGiveThatLine()
                                     {0.5, 1.0, 4.0},
                                     {-2.0, 0.0, 1.0, 1.0, 5.0},
                                     {0.0, 1.0, 2.0, 3.0, 4.0, 5.0, 6.0}}) {
-        Places places;
+        Points points;
         for (const double x : xs) {
-            places.append({x, a * x + b});
+            points.append({x, a * x + b});
         }
-        const PlaneLines lines = planeLines(rowsAt(places));
+        const PlaneLines lines = planeLines(rowsAt(points));
         QVERIFY(isNear(lines.a, a, 1e-14));
         QVERIFY(isNear(lines.b, b, 1e-14));
     }
 }
 
-// (0,0), (1,2), (2,1), (3,5): means 1.5 and 2, products
-// (-1.5)(-2) + 0 + 0.5 (-1) + 1.5 * 3 = 7, squares 5; a = 1.4 and b = 2 - 2.1.
-void tst_PlaneLines::rowsBesideALineGiveTheLeastSquares()
+// The points (0,0), (1,2), (2,1) and (3,5) have the means 1.5 and 2. The products of the
+// deviations add up to (-1.5)(-2) + 0 + 0.5 (-1) + 1.5 * 3 = 7, the squares of those in x to 5, so
+// the slope a is 1.4 and b = 2 - 2.1.
+void tst_PlaneLines::scatteredRowsGiveTheLeastSquaresLine()
 {
     const PlaneLines lines = planeLines(rowsAt({{0.0, 0.0}, {1.0, 2.0}, {2.0, 1.0}, {3.0, 5.0}}));
     QVERIFY(isNear(lines.a, 1.4, 1e-15));
     QVERIFY(isNear(lines.b, -0.1, 1e-15));
 }
 
-void tst_PlaneLines::orderOfTheRowsPlaysNoPart()
+void tst_PlaneLines::orderOfTheRowsHasNoEffect()
 {
     const PlaneLines lines = planeLines(rowsAt({{3.0, 5.0}, {1.0, 2.0}, {0.0, 0.0}, {2.0, 1.0}}));
     QVERIFY(isNear(lines.a, 1.4, 1e-15));
     QVERIFY(isNear(lines.b, -0.1, 1e-15));
 }
 
-void tst_PlaneLines::vRowIsNoneOfTheOthers()
+void tst_PlaneLines::vRowIsNotPartOfTheFit()
 {
     CollectedRows rows = rowsAt({{0.0, 1.0}, {1.0, 3.0}});
     rows.v = {5, 8390.0, 100.0, -700.0};
@@ -187,32 +187,32 @@ void tst_PlaneLines::vRowIsNoneOfTheOthers()
     QCOMPARE(planeLines(rows).b, 1.0);
 }
 
-void tst_PlaneLines::fewerThanTwoRowsGiveNoLine_data()
+void tst_PlaneLines::fewerThanTwoRowsGiveNoFiniteLine_data()
 {
-    QTest::addColumn<Places>("places");
-    QTest::newRow("none") << Places{};
-    QTest::newRow("one") << Places{{1.0, 2.0}};
-    QTest::newRow("one at the origin") << Places{{0.0, 0.0}};
+    QTest::addColumn<Points>("points");
+    QTest::newRow("none") << Points{};
+    QTest::newRow("one") << Points{{1.0, 2.0}};
+    QTest::newRow("one at the origin") << Points{{0.0, 0.0}};
 }
 
-void tst_PlaneLines::fewerThanTwoRowsGiveNoLine()
+void tst_PlaneLines::fewerThanTwoRowsGiveNoFiniteLine()
 {
-    QFETCH(Places, places);
-    const PlaneLines lines = planeLines(rowsAt(places));
+    QFETCH(Points, points);
+    const PlaneLines lines = planeLines(rowsAt(points));
     QVERIFY(!std::isfinite(lines.a));
     QVERIFY(!std::isfinite(lines.b));
     QCOMPARE(lines.k1, 2.0);
     QCOMPARE(lines.k2, 1.5);
 }
 
-void tst_PlaneLines::rowsOfOneXGiveNoFiniteLine()
+void tst_PlaneLines::rowsWithEqualXGiveNoFiniteLine()
 {
     const PlaneLines lines = planeLines(rowsAt({{1.5, 2.0}, {1.5, 4.0}, {1.5, 7.0}}));
     QVERIFY(!std::isfinite(lines.a));
     QVERIFY(!std::isfinite(lines.b));
 }
 
-void tst_PlaneLines::numberThatIsNoneSpoilsItsLineOnly()
+void tst_PlaneLines::nonFiniteNumberSpoilsOnlyTheFittedLine()
 {
     for (const double odd : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
         const PlaneLines lines = planeLines(rowsAt({{0.0, 1.0}, {odd, 3.0}, {2.0, 5.0}}));
@@ -222,8 +222,8 @@ void tst_PlaneLines::numberThatIsNoneSpoilsItsLineOnly()
     }
 }
 
-// What is collected with fewer than two used references: r is 0.
-void tst_PlaneLines::emptyCollectionDeterminesNothing()
+// With fewer than two used references the collection is empty and r is 0.
+void tst_PlaneLines::emptyCollectionGivesNoFiniteLine()
 {
     const PlaneLines lines = planeLines(CollectedRows());
     QVERIFY(!std::isfinite(lines.k1));

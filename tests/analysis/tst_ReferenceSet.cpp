@@ -1,3 +1,4 @@
+// The references in use: their order, edge jumps, valences and the limits that follow from them.
 #include "analysis/ReferenceSet.h"
 
 #include <QTest>
@@ -23,32 +24,32 @@ class tst_ReferenceSet : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void usedRowsCountWhetherValidOrNot();
-    void uncheckingTheFirstMakesTheFormerSecondTheFirst();
-    void unbrokenRunHasNoRowWithoutCounterpart();
-    void gapNamesTheRowWithoutCounterpart();
-    void invalidCounterpartIsNamedByItsRow();
+    void invalidReferencesCountAsUsed();
+    void withoutTheFirstReferenceTheSecondBecomesTheFirst();
+    void referencesWithoutGapHaveNoRowWithoutCounterpart();
+    void gapLeavesALaterRowWithoutCounterpart();
+    void rowWithInvalidCounterpartIsReturned();
     void edgeJumpRatioIgnoresValidity();
     void edgeJumpRatioNeedsTwoUsedReferences();
     void secondJumpOfZeroGivesInfinity();
-    void valenceMixIsPureFirstAtOneAndPureSecondAtZero();
+    void valenceMixIsTheFirstAtOneAndTheSecondAtZero();
     void valenceMixIsZeroWithFewerThanTwoValid();
-    void valenceMixTakesUsedRowsWhileTheCountAsksForValidOnes();
+    void valenceMixReadsUsedReferencesEvenIfInvalid();
     void valenceRangeWithoutReferenceIsTenToZero();
     void valenceAboveTenDoesNotRaiseTheLowest();
     void negativeValenceDoesNotLowerTheHighest();
     void unusedRowsDoNotEnterTheValenceRange();
     void firstTwoValencesKeepTheirOrderAndMissingOnesAreZero();
     void totalJumpSumsUsedReferences();
-    void valencesAreThoseOfAsManyUsedReferencesAsAreValid();
-    void usedRowWithoutSpectrumShiftsTheTermsOfTheTotal();
+    void usedValencesAreAsManyAsValidReferences();
+    void usedReferenceWithoutSpectrumIsATermOfTheTotal();
     void mapLimitsByColumn_data();
     void mapLimitsByColumn();
-    void valenceMapWithoutReferenceScalesFromNineAndAHalfToAHalf();
+    void valenceMapWithoutReferencesHasLimitsNineAndAHalfAndAHalf();
     void histogramLimitsFollowTheReferences();
 };
 
-void tst_ReferenceSet::usedRowsCountWhetherValidOrNot()
+void tst_ReferenceSet::invalidReferencesCountAsUsed()
 {
     const ReferenceSet refs({reference(false, true), reference(true, false), reference(true, true),
                              reference(false, false)});
@@ -59,7 +60,7 @@ void tst_ReferenceSet::usedRowsCountWhetherValidOrNot()
     QVERIFY(!refs.used(2));
 }
 
-void tst_ReferenceSet::uncheckingTheFirstMakesTheFormerSecondTheFirst()
+void tst_ReferenceSet::withoutTheFirstReferenceTheSecondBecomesTheFirst()
 {
     QList<ReferenceState> rows{reference(true, true, 0, 1), reference(true, true, 2, 3),
                                reference(true, true, 3, 6)};
@@ -69,7 +70,7 @@ void tst_ReferenceSet::uncheckingTheFirstMakesTheFormerSecondTheFirst()
     QCOMPARE(ReferenceSet(rows).valenceMix()(1.0), 2.0);
 }
 
-void tst_ReferenceSet::unbrokenRunHasNoRowWithoutCounterpart()
+void tst_ReferenceSet::referencesWithoutGapHaveNoRowWithoutCounterpart()
 {
     QCOMPARE(ReferenceSet({reference(true, true), reference(true, true), reference(false, false)})
                  .rowWithoutValidCounterpart(),
@@ -77,24 +78,27 @@ void tst_ReferenceSet::unbrokenRunHasNoRowWithoutCounterpart()
     QCOMPARE(ReferenceSet({reference(false, false)}).rowWithoutValidCounterpart(), -1);
 }
 
-void tst_ReferenceSet::gapNamesTheRowWithoutCounterpart()
+void tst_ReferenceSet::gapLeavesALaterRowWithoutCounterpart()
 {
-    // Rows 0 and 2 are used: for row 2 there is no used reference number 2.
+    // Rows 0 and 2 are used. The counterpart of row 2 would be used reference number 2 (counted
+    // from 0), which does not exist.
     QCOMPARE(ReferenceSet({reference(true, true), reference(false, true), reference(true, true)})
                  .rowWithoutValidCounterpart(),
              2);
-    // Rows 1 and 2: row 1 finds number 1 (which is row 2), row 2 finds none.
+    // Rows 1 and 2 are used. The counterpart of row 1 is used reference number 1, which is row
+    // 2; row 2 has no counterpart.
     QCOMPARE(ReferenceSet({reference(false, true), reference(true, true), reference(true, true)})
                  .rowWithoutValidCounterpart(),
              2);
 }
 
-void tst_ReferenceSet::invalidCounterpartIsNamedByItsRow()
+void tst_ReferenceSet::rowWithInvalidCounterpartIsReturned()
 {
     QCOMPARE(
         ReferenceSet({reference(true, true), reference(true, false)}).rowWithoutValidCounterpart(),
         1);
-    // Row 1 is valid itself, but used reference number 1 is row 2, which is not.
+    // Row 1 itself is valid, but its counterpart, used reference number 1, is row 2, which is
+    // invalid.
     QCOMPARE(ReferenceSet({reference(false, true), reference(true, true), reference(true, false)})
                  .rowWithoutValidCounterpart(),
              1);
@@ -120,14 +124,14 @@ void tst_ReferenceSet::secondJumpOfZeroGivesInfinity()
         ReferenceSet({reference(true, true, 0, 3), reference(true, true, 0, 0)}).edgeJumpRatio()));
 }
 
-void tst_ReferenceSet::valenceMixIsPureFirstAtOneAndPureSecondAtZero()
+void tst_ReferenceSet::valenceMixIsTheFirstAtOneAndTheSecondAtZero()
 {
     const auto mix =
         ReferenceSet({reference(true, true, 2), reference(true, true, 3)}).valenceMix();
     QCOMPARE(mix(1.0), 2.0);
     QCOMPARE(mix(0.0), 3.0);
     QCOMPARE(mix(0.25), 2.75);
-    QCOMPARE(mix(-1.0), 4.0); // no clamp
+    QCOMPARE(mix(-1.0), 4.0); // not clamped
 }
 
 void tst_ReferenceSet::valenceMixIsZeroWithFewerThanTwoValid()
@@ -138,9 +142,9 @@ void tst_ReferenceSet::valenceMixIsZeroWithFewerThanTwoValid()
              0.0);
 }
 
-void tst_ReferenceSet::valenceMixTakesUsedRowsWhileTheCountAsksForValidOnes()
+void tst_ReferenceSet::valenceMixReadsUsedReferencesEvenIfInvalid()
 {
-    // Two valid used rows are there, but the first used row is an invalid one.
+    // There are two valid used references, but the first used reference is invalid.
     const ReferenceSet refs(
         {reference(true, false, 7), reference(true, true, 2), reference(true, true, 3)});
     QCOMPARE(refs.valenceMix()(1.0), 7.0);
@@ -179,10 +183,10 @@ void tst_ReferenceSet::unusedRowsDoNotEnterTheValenceRange()
     QCOMPARE(range.high, 3.0);
 }
 
-void tst_ReferenceSet::valencesAreThoseOfAsManyUsedReferencesAsAreValid()
+void tst_ReferenceSet::usedValencesAreAsManyAsValidReferences()
 {
-    // The second row is not in use; the third, used but without a spectrum,
-    // takes its place and pushes the last one out.
+    // The second reference is not in use. The third, used but without a spectrum, takes its
+    // place, so the last one is left out.
     const ReferenceSet refs(
         {{true, true, 2, 1}, {false, true, 3, 1}, {true, false, 4, 1}, {true, true, 5, 1}});
     QCOMPARE(refs.usedValences(), (QList<double>{2, 4}));
@@ -210,10 +214,10 @@ void tst_ReferenceSet::totalJumpSumsUsedReferences()
     QCOMPARE(ReferenceSet(QList<ReferenceState>()).totalJump(), 0.0);
 }
 
-void tst_ReferenceSet::usedRowWithoutSpectrumShiftsTheTermsOfTheTotal()
+void tst_ReferenceSet::usedReferenceWithoutSpectrumIsATermOfTheTotal()
 {
-    // Two valid references, so two terms, read from the first two used rows:
-    // the empty one and the 2.0; the 4.0 is left out.
+    // Two references are valid, so the sum has two terms. They are read from the first two
+    // used rows, 0.0 and 2.0; the 4.0 is left out.
     QCOMPARE(ReferenceSet({reference(true, false, 0, 0.0), reference(true, true, 0, 2.0),
                            reference(true, true, 0, 4.0)})
                  .totalJump(),
@@ -229,13 +233,13 @@ void tst_ReferenceSet::mapLimitsByColumn_data()
     for (int kind = 0; kind <= 3; ++kind) {
         QTest::addRow("share %d", kind) << kind << true << -0.1 << 1.1;
     }
-    for (const int kind : {4, 5, 6, 7, 8, 12}) { // total jump 3: -0.3 to 3.3
+    for (const int kind : {4, 5, 6, 7, 8, 12}) { // the total jump is 3: -0.3 to 3.3
         QTest::addRow("amount %d", kind) << kind << true << -0.3 << 3.3;
     }
     QTest::addRow("valence") << 11 << true << 1.5 << 3.5;
     QTest::addRow("C1") << 9 << false << 0.0 << 0.0;
     QTest::addRow("C2") << 10 << false << 0.0 << 0.0;
-    QTest::addRow("beyond") << 13 << false << 0.0 << 0.0;
+    QTest::addRow("above the last") << 13 << false << 0.0 << 0.0;
     QTest::addRow("negative") << -1 << false << 0.0 << 0.0;
 }
 
@@ -247,12 +251,12 @@ void tst_ReferenceSet::mapLimitsByColumn()
     const std::optional<Limits> limits = analysis::mapLimits(kind, refs);
     QCOMPARE(limits.has_value(), known);
     if (known) {
-        QTEST(limits->low, "low"); // QCOMPARE's relative 1e-12 for doubles
+        QTEST(limits->low, "low"); // doubles with a relative tolerance of 1e-12
         QTEST(limits->high, "high");
     }
 }
 
-void tst_ReferenceSet::valenceMapWithoutReferenceScalesFromNineAndAHalfToAHalf()
+void tst_ReferenceSet::valenceMapWithoutReferencesHasLimitsNineAndAHalfAndAHalf()
 {
     const std::optional<Limits> limits = analysis::mapLimits(11, ReferenceSet({}));
     QVERIFY(limits);

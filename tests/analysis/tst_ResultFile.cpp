@@ -1,4 +1,4 @@
-// A result in a file. What else cannot be opened is in tst_FileAccess.
+// Writing a result to a file. tst_FileAccess tests more files that cannot be opened.
 #include "analysis/ResultFile.h"
 
 #include "data/A2DData.h"
@@ -26,23 +26,23 @@ class tst_ResultFile : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void holdsTheResultInTheWantedColumns();
+    void fileHoldsTheSelectedColumns();
     void unopenableFileIsRefused_data();
     void unopenableFileIsRefused();
     void fullDiskIsRefused();
 };
 
-void tst_ResultFile::holdsTheResultInTheWantedColumns()
+void tst_ResultFile::fileHoldsTheSelectedColumns()
 {
     const QTemporaryDir dir;
-    const QString path = writeFile(dir, "result", QByteArray(1000, 'x')); // replaced
+    const QString path = writeFile(dir, "result", QByteArray(1000, 'x')); // is replaced
     A2DData map;
     map.headerLines = {"# sample  A"};
     map.xNum = 1;
     map.yNum = 1;
     map.rows = {{7, 8, 0.5, 1, {0.25, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 2.5, 1.5}}};
     QVERIFY(write(path, map));
-    // x, y, a, valence and thickness, each ten wide.
+    // x, y, a, valence and thickness, each right-aligned to ten characters.
     QCOMPARE(readFile(path), "# qelk result map V1.0\n"
                              "# sample  A\n"
                              "\n"
@@ -80,7 +80,7 @@ void tst_ResultFile::unopenableFileIsRefused()
 void tst_ResultFile::fullDiskIsRefused()
 {
     if (!QFileInfo::exists("/dev/full")) {
-        QSKIP("needs the device that is always full");
+        QSKIP("needs /dev/full, the device that is always full");
     }
     QVERIFY(!write("/dev/full"));
     QVERIFY(!write("/dev/full", readyMap(100, 100, QList<double>(10000, 1.0))));

@@ -1,4 +1,5 @@
-// The text of result maps: layouts, the reference, failing devices.
+// The text of result maps: its layouts, comparison with the reference implementation,
+// failing devices.
 #include "analysis/ResultText.h"
 
 #include "data/A2DData.h"
@@ -20,28 +21,28 @@ using analysis::ValenceMix;
 namespace
 {
 
-using Wanted = std::array<bool, analysis::columnCount>;
+using SelectedColumns = std::array<bool, analysis::columnCount>;
 
 constexpr double inf = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr int mostInt = std::numeric_limits<int>::max();
+constexpr int maxInt = std::numeric_limits<int>::max();
 
 const QByteArray title = "# qelk result map V1.0\n";
 
-Wanted columns(std::initializer_list<std::size_t> indices)
+SelectedColumns columns(std::initializer_list<std::size_t> indices)
 {
-    Wanted wanted{};
+    SelectedColumns selected{};
     for (const std::size_t i : indices) {
-        wanted.at(i) = true;
+        selected.at(i) = true;
     }
-    return wanted;
+    return selected;
 }
 
-Wanted allColumns()
+SelectedColumns allColumns()
 {
-    Wanted wanted;
-    wanted.fill(true);
-    return wanted;
+    SelectedColumns selected;
+    selected.fill(true);
+    return selected;
 }
 
 A2DData mapOf(int width, int height, const QList<A2DRow>& rows)
@@ -53,23 +54,24 @@ A2DData mapOf(int width, int height, const QList<A2DRow>& rows)
     return map;
 }
 
-/// The product's text; empty when the writer says that it failed.
-QByteArray textOf(const A2DData& map, const ValenceMix& mix, const Wanted& wanted = {})
+/// The text that the writer produces; empty if the writer reports failure.
+QByteArray textOf(const A2DData& map, const ValenceMix& mix, const SelectedColumns& selected = {})
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    return analysis::writeResultMap(buffer, map, mix, wanted) ? buffer.data() : QByteArray();
+    return analysis::writeResultMap(buffer, map, mix, selected) ? buffer.data() : QByteArray();
 }
 
 QByteArray plainTextOf(const A2DData& map, const tests::PlainValences& valences,
-                       const Wanted& wanted)
+                       const SelectedColumns& selected)
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    return tests::writePlainResultMap(buffer, map, valences, wanted) ? buffer.data() : QByteArray();
+    return tests::writePlainResultMap(buffer, map, valences, selected) ? buffer.data()
+                                                                       : QByteArray();
 }
 
-/// The first place where two texts differ, with what stands there.
+/// The first position where two texts differ, with the text around it.
 QByteArray difference(const QByteArray& a, const QByteArray& b)
 {
     const auto place = std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin();
@@ -78,7 +80,7 @@ QByteArray difference(const QByteArray& a, const QByteArray& b)
            b.mid(from, 80) + "]";
 }
 
-/// Takes a number of bytes, then refuses; short writes, or none, as told.
+/// Accepts a number of bytes and refuses the next write, as a short write or with an error.
 class LimitedDevice : public QIODevice
 {
 public:
@@ -133,7 +135,7 @@ double anyBits(std::mt19937_64& random)
     return std::bit_cast<double>(random());
 }
 
-/// A map that goes through all pairs of hostile numbers, then noise.
+/// A map with all pairs of hostile numbers, then random numbers.
 A2DData hostileMap(int width, int height, bool extended)
 {
     std::mt19937_64 random(7);
@@ -165,38 +167,38 @@ private Q_SLOTS:
     void columnsHaveTheirNames_data();
     void columnsHaveTheirNames();
 
-    void simpleLayoutIsAsPrinted();
+    void simpleLayoutMatchesItsSample();
     void simpleLayoutHasNoLineOfColumnNames();
     void valenceIsZeroWithFewerThanTwoReferences();
     void valenceIsMixedFromTheFractionOfTheFirstReference();
-    void extendedLayoutIsAsPrinted();
-    void extendedHeadingSaysYBeforeXAndLinesBeginWithX();
+    void extendedLayoutMatchesItsSample();
+    void extendedHeadingHasYFirstButLinesHaveXFirst();
     void extendedHeadingNamesAllColumnsInOrder();
-    void noWantedColumnLeavesXAndY();
-    void shortListOfValuesReadsZero();
-    void longListOfValuesIsCutAtTheTable();
+    void withoutSelectedColumnsOnlyXAndYAreWritten();
+    void missingValuesAreWrittenAsZero();
+    void surplusValuesAreNotWritten();
     void longNumberKeepsItsDigits();
-    void commentLinesStandAsStored();
-    void commentLinesAreWrittenAsATextStreamDoes_data();
-    void commentLinesAreWrittenAsATextStreamDoes();
+    void commentLinesAreWrittenUnchanged();
+    void commentLinesAreEncodedLikeQTextStream_data();
+    void commentLinesAreEncodedLikeQTextStream();
 
     void emptyMapHasNoTable();
     void emptyExtendedMapHasOnlyItsHeading();
-    void pixelsBeyondTheRowsReadZero();
+    void pixelsBeyondTheRowsAreWrittenAsZero();
     void rowsBeyondTheSizeAreNotWritten();
     void pixelsAreFoundByPositionNotByCoordinate();
     void sizesWithoutPixels_data();
     void sizesWithoutPixels();
 
-    void productEqualsTheReference_data();
-    void productEqualsTheReference();
-    void textLongerThanABlockArrivesWhole();
+    void textMatchesTheReferenceImplementation_data();
+    void textMatchesTheReferenceImplementation();
+    void textLongerThanABlockIsComplete();
 
     void failingDeviceIsReported_data();
     void failingDeviceIsReported();
-    void hugeSizeEndsAtTheFirstFailure();
-    void deviceThatIsNotOpenIsReported();
-    void fileHoldsAllWhenTheWriterReturns();
+    void hugeSizeStopsAtTheFirstFailure();
+    void closedDeviceIsReported();
+    void fileIsCompleteWhenTheWriterReturns();
 };
 
 void tst_ResultText::columnsHaveTheirNames_data()
@@ -210,7 +212,7 @@ void tst_ResultText::columnsHaveTheirNames_data()
     }
     QTest::newRow("past the last") << 13 << "UnKnown";
     QTest::newRow("negative") << -1 << "UnKnown";
-    QTest::newRow("absurd") << mostInt << "UnKnown";
+    QTest::newRow("largest int") << maxInt << "UnKnown";
 }
 
 void tst_ResultText::columnsHaveTheirNames()
@@ -219,9 +221,9 @@ void tst_ResultText::columnsHaveTheirNames()
     QTEST(analysis::columnName(index), "name");
 }
 
-// Valences 2 and 4: a fraction of 0.25 reads 0.75 * 4 + 2 * 0.25 = 3.5, one of
-// -0.5 reads 1.5 * 4 - 2 * 0.5 = 5.
-void tst_ResultText::simpleLayoutIsAsPrinted()
+// The valences are 2 and 4: a fraction of 0.25 gives 0.75 * 4 + 2 * 0.25 = 3.5, a fraction of
+// -0.5 gives 1.5 * 4 - 2 * 0.5 = 5.
+void tst_ResultText::simpleLayoutMatchesItsSample()
 {
     A2DData map = mapOf(2, 2,
                         {{10, 20, 0.25, 1.125, {}},
@@ -266,7 +268,7 @@ void tst_ResultText::valenceIsMixedFromTheFractionOfTheFirstReference()
     QCOMPARE((ValenceMix{false, 2.0, 3.0}(notANumber)), 0.0);
 }
 
-void tst_ResultText::extendedLayoutIsAsPrinted()
+void tst_ResultText::extendedLayoutMatchesItsSample()
 {
     A2DData map = mapOf(1, 2,
                         {{10, 20, 0, 0, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}},
@@ -283,7 +285,7 @@ void tst_ResultText::extendedLayoutIsAsPrinted()
                      "\n");
 }
 
-void tst_ResultText::extendedHeadingSaysYBeforeXAndLinesBeginWithX()
+void tst_ResultText::extendedHeadingHasYFirstButLinesHaveXFirst()
 {
     A2DData map = mapOf(1, 1, {{111, 222, 0, 0, {}}});
     map.extended = true;
@@ -300,7 +302,7 @@ void tst_ResultText::extendedHeadingNamesAllColumnsInOrder()
                      " Mut0 C1 C2 Valence Total-dMut\n");
 }
 
-void tst_ResultText::noWantedColumnLeavesXAndY()
+void tst_ResultText::withoutSelectedColumnsOnlyXAndYAreWritten()
 {
     A2DData map = mapOf(2, 1, {{1, 2, 3, 4, {5, 6}}, {7, 8, 9, 10, {11, 12}}});
     map.extended = true;
@@ -311,7 +313,7 @@ void tst_ResultText::noWantedColumnLeavesXAndY()
                                       "\n");
 }
 
-void tst_ResultText::shortListOfValuesReadsZero()
+void tst_ResultText::missingValuesAreWrittenAsZero()
 {
     A2DData map = mapOf(3, 1, {{0, 0, 9, 9, {5, 6}}, {1, 0, 9, 9, {}}});
     map.extended = true;
@@ -324,7 +326,7 @@ void tst_ResultText::shortListOfValuesReadsZero()
                                                    "\n");
 }
 
-void tst_ResultText::longListOfValuesIsCutAtTheTable()
+void tst_ResultText::surplusValuesAreNotWritten()
 {
     A2DRow row;
     row.values = QList<double>(20, 7.0);
@@ -342,27 +344,29 @@ void tst_ResultText::longNumberKeepsItsDigits()
                                       "\n");
 }
 
-void tst_ResultText::commentLinesStandAsStored()
+void tst_ResultText::commentLinesAreWrittenUnchanged()
 {
     A2DData map;
     map.headerLines = {"#  two  blanks ", "", "no mark", "#\ttab"};
     QCOMPARE(textOf(map, {}), title + "#  two  blanks \n\nno mark\n#\ttab\n\n");
 }
 
-void tst_ResultText::commentLinesAreWrittenAsATextStreamDoes_data()
+void tst_ResultText::commentLinesAreEncodedLikeQTextStream_data()
 {
     QTest::addColumn<QStringList>("lines");
     QTest::newRow("accents") << QStringList{QString::fromUtf8("# Größe µm")};
     QTest::newRow("Japanese") << QStringList{QString::fromUtf8("# 価数と厚さ")};
-    QTest::newRow("beyond the first plane") << QStringList{QString::fromUtf8("# 𝜇t")};
-    QTest::newRow("broken pair inside") << QStringList{"a" + QString(QChar(0xd835)) + "b"};
-    QTest::newRow("broken pair at an end") << QStringList{"a" + QString(QChar(0xd835)), "b"};
-    QTest::newRow("second half alone") << QStringList{QString(QChar(0xdc00)), "b"};
-    QTest::newRow("zero") << QStringList{"a" + QString(QChar(0)) + "b"};
+    QTest::newRow("outside the basic plane") << QStringList{QString::fromUtf8("# 𝜇t")};
+    QTest::newRow("unpaired high surrogate inside a line")
+        << QStringList{"a" + QString(QChar(0xd835)) + "b"};
+    QTest::newRow("unpaired high surrogate at the end of a line")
+        << QStringList{"a" + QString(QChar(0xd835)), "b"};
+    QTest::newRow("unpaired low surrogate") << QStringList{QString(QChar(0xdc00)), "b"};
+    QTest::newRow("null character") << QStringList{"a" + QString(QChar(0)) + "b"};
     QTest::newRow("byte order mark") << QStringList{QString(QChar(0xfeff)) + "b"};
 }
 
-void tst_ResultText::commentLinesAreWrittenAsATextStreamDoes()
+void tst_ResultText::commentLinesAreEncodedLikeQTextStream()
 {
     QFETCH(QStringList, lines);
     A2DData map;
@@ -387,8 +391,8 @@ void tst_ResultText::emptyExtendedMapHasOnlyItsHeading()
     QCOMPARE(textOf(map, {true, 2.0, 3.0}, columns({8})), title + "# one\n\n# y x Mut0\n");
 }
 
-// A fraction of 0 reads as the second valence, also where there is no row.
-void tst_ResultText::pixelsBeyondTheRowsReadZero()
+// A fraction of 0 gives the second valence, also for a pixel without a row.
+void tst_ResultText::pixelsBeyondTheRowsAreWrittenAsZero()
 {
     const A2DData map = mapOf(2, 1, {{5, 6, 1, 2, {}}});
     QCOMPARE(textOf(map, {true, 2.0, 3.0}),
@@ -426,7 +430,7 @@ void tst_ResultText::sizesWithoutPixels_data()
     QTest::newRow("no lines") << 3 << 0 << QByteArray();
     QTest::newRow("negative height") << 3 << -1 << QByteArray();
     QTest::newRow("both negative") << -3 << -3 << QByteArray();
-    QTest::newRow("absurd width without lines") << mostInt << 0 << QByteArray();
+    QTest::newRow("largest width without lines") << maxInt << 0 << QByteArray();
 }
 
 void tst_ResultText::sizesWithoutPixels()
@@ -440,7 +444,7 @@ void tst_ResultText::sizesWithoutPixels()
     QCOMPARE(textOf(map, {}), title + "\n# y x\n" + table);
 }
 
-void tst_ResultText::productEqualsTheReference_data()
+void tst_ResultText::textMatchesTheReferenceImplementation_data()
 {
     QTest::addColumn<bool>("extended");
     QTest::addColumn<int>("validReferences");
@@ -452,8 +456,8 @@ void tst_ResultText::productEqualsTheReference_data()
                                            << "3.5";
     QTest::newRow("simple, three references") << false << 3 << "2.333333333"
                                               << "-4e-3";
-    QTest::newRow("simple, texts that are no numbers") << false << 2 << "abc"
-                                                       << "";
+    QTest::newRow("simple, unparsable valences") << false << 2 << "abc"
+                                                 << "";
     QTest::newRow("simple, infinite valence") << false << 2 << "inf"
                                               << "1e400";
     QTest::newRow("simple, NaN valence") << false << 2 << "nan"
@@ -462,7 +466,7 @@ void tst_ResultText::productEqualsTheReference_data()
                               << "3";
 }
 
-void tst_ResultText::productEqualsTheReference()
+void tst_ResultText::textMatchesTheReferenceImplementation()
 {
     QFETCH(bool, extended);
     QFETCH(int, validReferences);
@@ -470,20 +474,21 @@ void tst_ResultText::productEqualsTheReference()
     QFETCH(QString, second);
     A2DData map = hostileMap(90, 40, extended);
     map.headerLines = {"# a", "", QString::fromUtf8("# µ")};
-    map.yNum += 2; // two lines beyond the rows
+    map.yNum += 2; // two lines without rows
     const ValenceMix mix{validReferences >= 2, first.toDouble(), second.toDouble()};
     const tests::PlainValences valences{validReferences, first, second};
-    for (const Wanted& wanted : {allColumns(), columns({}), columns({0, 5, 12}), columns({11})}) {
-        const QByteArray text = textOf(map, mix, wanted);
-        const QByteArray plain = plainTextOf(map, valences, wanted);
+    for (const SelectedColumns& selected :
+         {allColumns(), columns({}), columns({0, 5, 12}), columns({11})}) {
+        const QByteArray text = textOf(map, mix, selected);
+        const QByteArray plain = plainTextOf(map, valences, selected);
         QVERIFY(!text.isEmpty());
         QVERIFY2(text == plain, difference(text, plain).constData());
     }
 }
 
-// More than four blocks of a quarter of a megabyte, each pixel another number,
-// and comment lines around the length of a block.
-void tst_ResultText::textLongerThanABlockArrivesWhole()
+// Several blocks of 256 KiB with a different number in each pixel, and comment lines around
+// the length of a block.
+void tst_ResultText::textLongerThanABlockIsComplete()
 {
     A2DData map = mapOf(150, 130, {});
     for (int i = 0; i < 150 * 130; ++i) {
@@ -500,7 +505,8 @@ void tst_ResultText::textLongerThanABlockArrivesWhole()
 
 void tst_ResultText::failingDeviceIsReported_data()
 {
-    QTest::addColumn<qint64>("missing"); // bytes of the text that find no room
+    QTest::addColumn<qint64>(
+        "missing"); // bytes of the text that the device does not accept; -1 is all
     QTest::addColumn<bool>("shortWrites");
     for (const bool shortWrites : {false, true}) {
         const char* const how = shortWrites ? "short write" : "refused";
@@ -524,14 +530,14 @@ void tst_ResultText::failingDeviceIsReported()
 
     LimitedDevice device(missing < 0 ? 0 : size - missing, shortWrites);
     QVERIFY(!analysis::writeResultMap(device, map, {}, {}));
-    QCOMPARE(device.refusals, 1); // nothing is written behind a gap
+    QCOMPARE(device.refusals, 1); // nothing is written after a failure
 }
 
-// 2^62 pixels would take years.
-void tst_ResultText::hugeSizeEndsAtTheFirstFailure()
+// Writing 2^62 pixels would take years.
+void tst_ResultText::hugeSizeStopsAtTheFirstFailure()
 {
-    A2DData map = mapOf(mostInt, mostInt, {});
-    for (const int width : {mostInt, 0}) {
+    A2DData map = mapOf(maxInt, maxInt, {});
+    for (const int width : {maxInt, 0}) {
         map.xNum = width;
         for (const bool extended : {false, true}) {
             map.extended = extended;
@@ -542,15 +548,15 @@ void tst_ResultText::hugeSizeEndsAtTheFirstFailure()
     }
 }
 
-void tst_ResultText::deviceThatIsNotOpenIsReported()
+void tst_ResultText::closedDeviceIsReported()
 {
     QTest::ignoreMessage(QtWarningMsg, "QIODevice::write (QFile, \"\"): device not open");
     QFile closed;
     QVERIFY(!analysis::writeResultMap(closed, A2DData(), {}, {}));
 }
 
-// Read through a second handle, before the first one is closed.
-void tst_ResultText::fileHoldsAllWhenTheWriterReturns()
+// Reads through a second handle before the first one is closed.
+void tst_ResultText::fileIsCompleteWhenTheWriterReturns()
 {
     const QTemporaryDir dir;
     const A2DData map = hostileMap(20, 20, false);

@@ -1,3 +1,4 @@
+// Which energy rows are selected, and the numbers collected from them.
 #include "analysis/RowCollection.h"
 
 #include "analysis/ReferenceSet.h"
@@ -38,13 +39,13 @@ class tst_RowCollection : public QObject
 private Q_SLOTS:
     void usedRowWithoutMapIsSelectedForTheTargetOnly();
     void laterVRowWins();
-    void unusedVRowIsNone();
-    void collectsUsedRowsInOrderWithMapOrWithout();
+    void unusedVRowIsIgnored();
+    void collectsUsedRowsInOrderWithOrWithoutMap();
     void exactFormCollectsTheFirstThreeRows();
     void collectsTheFirstTwoUsedReferences();
-    void twoVRowsLeaveTheEarlierOneOut();
+    void earlierOfTwoVRowsIsLeftOut();
     void fewerThanTwoUsedReferencesCollectNothing();
-    void withoutAVRowOnlyTheOthersAreUsable();
+    void withoutVRowOnlyTheOtherRowsAreUsable();
 };
 
 void tst_RowCollection::usedRowWithoutMapIsSelectedForTheTargetOnly()
@@ -63,14 +64,14 @@ void tst_RowCollection::laterVRowWins()
     QCOMPARE(analysis::selectedMapRows(points).vRow, 2);
 }
 
-void tst_RowCollection::unusedVRowIsNone()
+void tst_RowCollection::unusedVRowIsIgnored()
 {
     const QList<PointState> points{point(false, true, true), point(true, false, true)};
     QCOMPARE(analysis::selectedRows(points).vRow, -1);
     QCOMPARE(analysis::selectedMapRows({point(true, true, false)}).vRow, -1);
 }
 
-void tst_RowCollection::collectsUsedRowsInOrderWithMapOrWithout()
+void tst_RowCollection::collectsUsedRowsInOrderWithOrWithoutMap()
 {
     const CollectedRows rows =
         analysis::collectRowsLS({point(true, false, false, 100), point(false, false, true, 200),
@@ -107,13 +108,14 @@ void tst_RowCollection::collectsTheFirstTwoUsedReferences()
     const CollectedRows all = analysis::collectRowsLS(points, references(true, true, true));
     QCOMPARE(all.v.r1, 301.0);
     QCOMPARE(all.v.r2, 302.0);
-    const CollectedRows late = analysis::collectRowsLS(points, references(false, true, true));
-    QCOMPARE(late.v.r1, 302.0);
-    QCOMPARE(late.v.r2, 303.0);
-    QCOMPARE(late.r, 0.25);
+    const CollectedRows withoutFirst =
+        analysis::collectRowsLS(points, references(false, true, true));
+    QCOMPARE(withoutFirst.v.r1, 302.0);
+    QCOMPARE(withoutFirst.v.r2, 303.0);
+    QCOMPARE(withoutFirst.r, 0.25);
 }
 
-void tst_RowCollection::twoVRowsLeaveTheEarlierOneOut()
+void tst_RowCollection::earlierOfTwoVRowsIsLeftOut()
 {
     const CollectedRows rows = analysis::collectRowsLS(
         {point(true, true, true, 100), point(true, false, true, 200), point(true, true, true, 300)},
@@ -134,7 +136,7 @@ void tst_RowCollection::fewerThanTwoUsedReferencesCollectNothing()
     }
 }
 
-void tst_RowCollection::withoutAVRowOnlyTheOthersAreUsable()
+void tst_RowCollection::withoutVRowOnlyTheOtherRowsAreUsable()
 {
     const CollectedRows rows =
         analysis::collectRowsLS({point(true, false, true, 100)}, references(true, true, false));

@@ -1,5 +1,6 @@
-// The small matrix library. Numbers are chosen so that every step is exact,
-// and then compared exactly.
+// The small matrix library: LU factorisation with partial pivoting, Gauss-Jordan elimination
+// and basic operations. The numbers are chosen so that every step is exact, and the results
+// are compared exactly.
 #include "analysis/SmallMatrix.h"
 #include "support/SameDouble.h"
 
@@ -29,7 +30,7 @@ namespace
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// A matrix in the library's own storage.
+/// A matrix in the storage of the library.
 class Matrix
 {
 public:
@@ -80,8 +81,8 @@ struct Solution {
     Rows u;
     Indices perm;
     Values y;
-    Values x;        ///< as the library leaves it
-    Values unknowns; ///< read through the permutation
+    Values x;        ///< as the library returns it
+    Values unknowns; ///< in column order, read through the permutation
 };
 
 Solution solved(const Rows& rows, const Values& right)
@@ -106,9 +107,9 @@ Solution solved(const Rows& rows, const Values& right)
     return s;
 }
 
-/// The same by the straightforward implementation: the rows are moved, and moved
-/// back at the end.
-Solution solvedByMovingRows(Rows a, Values right)
+/// The same solution by a straightforward Gaussian elimination with partial pivoting, which
+/// swaps the rows and restores their order at the end.
+Solution solvedBySwappingRows(Rows a, Values right)
 {
     const std::size_t n = a.size();
     Indices order(n);
@@ -156,7 +157,7 @@ Solution solvedByMovingRows(Rows a, Values right)
     return s;
 }
 
-/// What @p print writes to the standard output.
+/// The output that @p print writes to the standard output.
 QByteArray printed(const std::function<void()>& print)
 {
     QTemporaryFile file;
@@ -183,7 +184,7 @@ class tst_SmallMatrix : public QObject
 private Q_SLOTS:
     void clearSetsZero();
     void identityHasOnesOnTheDiagonal();
-    void copyTakesEveryElement();
+    void copyCopiesEveryElement();
     void multiplyMatricesWritesTheDiagonalOfTheProductAcrossRows();
     void multiplyMatrixVector();
     void hasNaN_data();
@@ -191,29 +192,29 @@ private Q_SLOTS:
     void sizeBelowOneDoesNothing_data();
     void sizeBelowOneDoesNothing();
 
-    void identityGivesTheRightSideBack();
+    void identityReturnsTheRightSide();
     void largestEntryInRowTwoBecomesTheFirstPivot();
-    void factorsStandInPermutedRows();
+    void factorsAreStoredInPermutedRows();
     void decomposeLeavesTheMatrixUnchanged();
-    void pivotGoesByAbsoluteValue();
-    void equalPivotsKeepTheEarlierRow();
-    void zeroPivotDividesAsOneInTheFactors();
-    void zeroPivotDividesAsItselfInTheSolution();
+    void pivotHasTheLargestAbsoluteValue();
+    void firstOfEqualPivotsIsChosen();
+    void zeroPivotCountsAsOneInTheFactors();
+    void zeroPivotRemainsZeroInTheSolution();
     void zeroMatrixWithZeroRightSideGivesNaN();
     void nanIsNeverChosenAsPivot();
-    void nanSpreadsToTheResult();
-    void nanPivotStaysNaN();
+    void nanPropagatesToTheResult();
+    void columnOfNaNKeepsTheRowOrder();
     void oneUnknownIsADivision();
-    void forwardSolveDividesByTheDiagonalItIsGiven();
-    void solvesAsCramersRuleDoes();
+    void forwardSolveDividesByTheGivenDiagonal();
+    void solvesAKnownSystem();
     void solvesRandomSystems();
-    void equalToTheBitToMovingTheRows();
+    void matchesRowSwappingEliminationBitForBit();
 
     void gaussJordanSolvesADiagonalSystem();
-    void gaussJordanLeavesTheRowsUsedEarlier();
-    void gaussJordanTakesTheLargestDiagonalFirst();
+    void gaussJordanDoesNotClearEarlierPivotRows();
+    void gaussJordanStartsWithTheLargestDiagonal();
     void gaussJordanSkipsAZeroDiagonal();
-    void gaussJordanTakesTheFirstFreeRowAmongNaN();
+    void gaussJordanUsesTheFirstUnusedRowAmongNaN();
 
     void printMatrix();
     void printMatrixPermuted();
@@ -246,7 +247,7 @@ void tst_SmallMatrix::identityHasOnesOnTheDiagonal()
     QVERIFY(same(m.values(), Rows{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}));
 }
 
-void tst_SmallMatrix::copyTakesEveryElement()
+void tst_SmallMatrix::copyCopiesEveryElement()
 {
     const Rows rows{{1, -0.0}, {notANumber, 4}};
     const Matrix from(rows);
@@ -263,7 +264,7 @@ void tst_SmallMatrix::copyTakesEveryElement()
 void tst_SmallMatrix::multiplyMatricesWritesTheDiagonalOfTheProductAcrossRows()
 {
     // (1 2)(5 6)   (19 22)
-    // (3 4)(7 8) = (43 50), of which 19 and 50 are kept.
+    // (3 4)(7 8) = (43 50); only the diagonal, 19 and 50, is used.
     const Matrix a(Rows{{1, 2}, {3, 4}});
     const Matrix b(Rows{{5, 6}, {7, 8}});
     const Matrix c(2);
@@ -362,7 +363,7 @@ void tst_SmallMatrix::sizeBelowOneDoesNothing()
     QCOMPARE(perm, Indices{9});
 }
 
-void tst_SmallMatrix::identityGivesTheRightSideBack()
+void tst_SmallMatrix::identityReturnsTheRightSide()
 {
     const Solution s = solved({{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {5, -6, 7});
     QVERIFY(same(s.x, Values{5, -6, 7}));
@@ -378,9 +379,10 @@ void tst_SmallMatrix::largestEntryInRowTwoBecomesTheFirstPivot()
     QVERIFY(!same(s.x, s.unknowns)); // so the permutation matters
 }
 
-void tst_SmallMatrix::factorsStandInPermutedRows()
+void tst_SmallMatrix::factorsAreStoredInPermutedRows()
 {
-    // Rows in the order 1, 0: (4 8) and (2 5), multiplier 1/2, 5 - 4 = 1.
+    // The rows are used in the order 1, 0: (4 8) and (2 5). The multiplier is 1/2, and 5 -
+    // 1/2 * 8 = 1.
     const Solution s = solved({{2, 5}, {4, 8}}, {0, 0});
     QCOMPARE(s.perm, (Indices{1, 0}));
     QVERIFY(same(s.l, Rows{{0.5, 1}, {1, 0}}));
@@ -398,26 +400,26 @@ void tst_SmallMatrix::decomposeLeavesTheMatrixUnchanged()
     QVERIFY(same(a.values(), rows));
 }
 
-void tst_SmallMatrix::pivotGoesByAbsoluteValue()
+void tst_SmallMatrix::pivotHasTheLargestAbsoluteValue()
 {
     QCOMPARE(solved({{2, 1}, {-4, 1}}, {0, 0}).perm, (Indices{1, 0}));
 }
 
-void tst_SmallMatrix::equalPivotsKeepTheEarlierRow()
+void tst_SmallMatrix::firstOfEqualPivotsIsChosen()
 {
     QCOMPARE(solved({{3, 1, 0}, {-3, 1, 0}, {3, 0, 1}}, {0, 0, 0}).perm[0], 0);
     QCOMPARE(solved({{1, 1, 0}, {-3, 1, 0}, {3, 0, 1}}, {0, 0, 0}).perm[0], 1);
 }
 
-void tst_SmallMatrix::zeroPivotDividesAsOneInTheFactors()
+void tst_SmallMatrix::zeroPivotCountsAsOneInTheFactors()
 {
-    // Column 0 is zero: the multiplier is 0 / 1 and not 0 / 0.
+    // Column 0 is zero: the multiplier is 0 / 1, not 0 / 0.
     const Solution s = solved({{0, 1}, {0, 3}}, {0, 0});
     QVERIFY(same(s.l, Rows{{1, 0}, {0, 1}}));
     QVERIFY(same(s.u, Rows{{0, 1}, {0, 3}}));
 }
 
-void tst_SmallMatrix::zeroPivotDividesAsItselfInTheSolution()
+void tst_SmallMatrix::zeroPivotRemainsZeroInTheSolution()
 {
     // y = 6 / 3 = 2; x = (5 - 2 * 1) / 0.
     const Solution s = solved({{0, 1}, {0, 3}}, {5, 6});
@@ -436,18 +438,19 @@ void tst_SmallMatrix::nanIsNeverChosenAsPivot()
 {
     QCOMPARE(solved({{notANumber, 0}, {0.5, 1}}, {0, 0}).perm, (Indices{1, 0}));
     QCOMPARE(solved({{0.5, 0}, {notANumber, 1}}, {0, 0}).perm, (Indices{0, 1}));
-    QCOMPARE(solved({{notANumber, 0}, {0, 1}}, {0, 0}).perm, (Indices{1, 0})); // even below a zero
+    QCOMPARE(solved({{notANumber, 0}, {0, 1}}, {0, 0}).perm,
+             (Indices{1, 0})); // even if the other entry is 0
 }
 
-void tst_SmallMatrix::nanSpreadsToTheResult()
+void tst_SmallMatrix::nanPropagatesToTheResult()
 {
     const Solution s = solved({{4, 1, 0}, {1, notANumber, 2}, {0, 2, 8}}, {1, 2, 3});
     QVERIFY(same(s.unknowns, Values{notANumber, notANumber, notANumber}));
 }
 
-void tst_SmallMatrix::nanPivotStaysNaN()
+void tst_SmallMatrix::columnOfNaNKeepsTheRowOrder()
 {
-    // All of column 0 is NaN: the first row stays and the multiplier is NaN.
+    // Column 0 is all NaN: row 0 remains the pivot row and the multiplier is NaN.
     const Solution s = solved({{notANumber, 1}, {notANumber, 3}}, {0, 0});
     QCOMPARE(s.perm, (Indices{0, 1}));
     QVERIFY(std::isnan(s.l[1][0]));
@@ -462,9 +465,9 @@ void tst_SmallMatrix::oneUnknownIsADivision()
     QVERIFY(same(solved({{0}}, {6}).x, Values{infinity}));
 }
 
-void tst_SmallMatrix::forwardSolveDividesByTheDiagonalItIsGiven()
+void tst_SmallMatrix::forwardSolveDividesByTheGivenDiagonal()
 {
-    // y0 = 8 / 2; y1 = 7 - 4 * 3, and the last one is not divided.
+    // y0 = 8 / 2 and y1 = 7 - 4 * 3; the last value is not divided by its diagonal element.
     const Matrix l(Rows{{2, 0}, {3, 5}});
     const Values b{8, 7};
     const Indices perm{0, 1};
@@ -473,10 +476,10 @@ void tst_SmallMatrix::forwardSolveDividesByTheDiagonalItIsGiven()
     QVERIFY(same(y, Values{4, -5}));
 }
 
-void tst_SmallMatrix::solvesAsCramersRuleDoes()
+void tst_SmallMatrix::solvesAKnownSystem()
 {
-    // det = 49, unknowns by determinants: (1, -2, 3) from the right side made
-    // with them. Tolerance: a few units of the last place.
+    // The determinant is -70. The right side is calculated from the unknowns (1, -2, 3).
+    // Tolerance: about twenty ulps of 3.
     const Solution s = solved({{3, 1, -2}, {2, -4, 1}, {1, 5, 2}}, {-5, 13, -3});
     const Values expected{1, -2, 3};
     for (std::size_t k = 0; k < 3; ++k) {
@@ -486,8 +489,8 @@ void tst_SmallMatrix::solvesAsCramersRuleDoes()
 
 void tst_SmallMatrix::solvesRandomSystems()
 {
-    // The residual of a backward stable solve stays near the last place of the
-    // numbers in it; 1e-12 of their size leaves room.
+    // The residual of a backward stable solution is a few ulps of its terms; 1e-12 of their
+    // size is a safe bound.
     std::mt19937 random(7);
     std::uniform_real_distribution<> uniform(-1, 1);
     for (std::size_t n = 1; n <= 7; ++n) {
@@ -512,7 +515,7 @@ void tst_SmallMatrix::solvesRandomSystems()
     }
 }
 
-void tst_SmallMatrix::equalToTheBitToMovingTheRows()
+void tst_SmallMatrix::matchesRowSwappingEliminationBitForBit()
 {
     std::mt19937 random(11);
     std::uniform_real_distribution<> uniform(-1, 1);
@@ -530,11 +533,11 @@ void tst_SmallMatrix::equalToTheBitToMovingTheRows()
                 right[i] = number(rarity);
             }
             const Solution s = solved(rows, right);
-            const Solution wanted = solvedByMovingRows(rows, right);
-            QCOMPARE(s.perm, wanted.perm);
-            QVERIFY(same(s.l, wanted.l) && same(s.u, wanted.u));
-            QVERIFY(same(s.y, wanted.y) && same(s.x, wanted.x));
-            QVERIFY(same(s.unknowns, wanted.unknowns));
+            const Solution expected = solvedBySwappingRows(rows, right);
+            QCOMPARE(s.perm, expected.perm);
+            QVERIFY(same(s.l, expected.l) && same(s.u, expected.u));
+            QVERIFY(same(s.y, expected.y) && same(s.x, expected.x));
+            QVERIFY(same(s.unknowns, expected.unknowns));
         }
     }
 }
@@ -548,10 +551,11 @@ void tst_SmallMatrix::gaussJordanSolvesADiagonalSystem()
     QVERIFY(same(b.values(), Rows{{0.5, 1}, {0.75, 2}}));
 }
 
-void tst_SmallMatrix::gaussJordanLeavesTheRowsUsedEarlier()
+void tst_SmallMatrix::gaussJordanDoesNotClearEarlierPivotRows()
 {
-    // Row 0 first: (1 .5 | .5 0). Row 1 less 1 times it: (0 1.5 | -.5 1), by
-    // 1.5. The .5 above the second diagonal stays. 1 / 3 is rounded alike.
+    // Row 0 is used first and becomes (1 .5 | .5 0). Row 1 minus 1 times row 0 is (0 1.5 | -.5 1),
+    // which is then divided by 1.5. The .5 above the second diagonal element remains. The expected
+    // thirds are rounded in the same way.
     const Matrix a(Rows{{4, 2}, {1, 2}});
     const Matrix b(Rows{{2, 0}, {0, 1}});
     SmallMatrix::gaussJordan(2, a, b);
@@ -559,10 +563,11 @@ void tst_SmallMatrix::gaussJordanLeavesTheRowsUsedEarlier()
     QVERIFY(same(b.values(), Rows{{0.5, 0}, {-0.5 / 1.5, 1 / 1.5}}));
 }
 
-void tst_SmallMatrix::gaussJordanTakesTheLargestDiagonalFirst()
+void tst_SmallMatrix::gaussJordanStartsWithTheLargestDiagonal()
 {
-    // Row 1 first, by absolute value: (-.25 1), row 0 less 4 times it: (2 0).
-    // The -.25 shows the order: it would be 0 had row 0 come first.
+    // Row 1 is used first, since its diagonal element has the largest absolute value; it
+    // becomes (-.25 1). Row 0 minus 4 times row 1 is (2 0). The -.25 shows the order: it would
+    // be 0 if row 0 were used first.
     const Matrix a(Rows{{1, 4}, {2, -8}});
     const Matrix b(Rows{{1, 0}, {0, 8}});
     SmallMatrix::gaussJordan(2, a, b);
@@ -572,7 +577,8 @@ void tst_SmallMatrix::gaussJordanTakesTheLargestDiagonalFirst()
 
 void tst_SmallMatrix::gaussJordanSkipsAZeroDiagonal()
 {
-    // Row 1 first: (0 1); row 0 less 3 times it keeps its zero diagonal.
+    // Row 1 is used first and becomes (0 1). Row 0 minus 3 times row 1 keeps its zero diagonal
+    // element.
     const Matrix a(Rows{{0, 3}, {0, 2}});
     const Matrix b(Rows{{5, 6}, {4, 8}});
     SmallMatrix::gaussJordan(2, a, b);
@@ -580,10 +586,10 @@ void tst_SmallMatrix::gaussJordanSkipsAZeroDiagonal()
     QVERIFY(same(b.values(), Rows{{-1, -6}, {2, 4}}));
 }
 
-void tst_SmallMatrix::gaussJordanTakesTheFirstFreeRowAmongNaN()
+void tst_SmallMatrix::gaussJordanUsesTheFirstUnusedRowAmongNaN()
 {
-    // Row 2 is used first and clears nothing; then row 0, whose NaN spoils row
-    // 0 and, by the multiplier 1, row 1.
+    // Row 2 is used first and clears nothing. Row 0 is next: its NaN spreads over row 0 and,
+    // by the multiplier 1, over row 1.
     const Matrix a(Rows{{notANumber, 0, 0}, {1, notANumber, 0}, {0, 0, 2}});
     const Matrix b(Rows{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}});
     SmallMatrix::gaussJordan(3, a, b);

@@ -1,5 +1,5 @@
-// The numbers of a target calculation. Expected ones are worked out by hand from
-// the mixture that the target is made of.
+// The numbers of a target calculation. Expected numbers are calculated by hand from the parts
+// of which the target is mixed.
 #include "analysis/TargetResult.h"
 
 #include "analysis/CalculationPlan.h"
@@ -78,31 +78,31 @@ class tst_TargetResult : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void threePointsGiveFractionAndValenceAndNoThickness();
+    void threePointsGiveFractionAndValenceOnly();
     void exactFourPointsGiveFractionAndThickness();
     void leastSquareGivesFractionAndThickness();
-    void leastSquareTakesAllRows();
-    void exactFormAloneKeepsSilent();
-    void uncheckedFirstReferenceMakesTheSecondTheFirst();
+    void leastSquareUsesAllRows();
+    void onlyTheExactFormSendsNoMessage();
+    void withoutTheFirstReferenceTheSecondBecomesTheFirst();
     void valenceIsZeroWithoutTwoValidReferences();
-    void numericTroubleShowsAsNaN();
+    void equalTargetValuesGiveNaN();
 
-    void nonEquivalentTargetIsTakenApart();
-    void partsNameTheirReferenceRows();
-    void threeAndFourReferencesAddUpToOne_data();
-    void threeAndFourReferencesAddUpToOne();
-    void targetEqualToTheFirstReferenceIsAllOfIt();
-    void victoreenBackgroundIsTakenOff();
+    void nonEquivalentMixtureIsRecovered();
+    void partsHoldTheirReferenceRows();
+    void mixturesOfThreeAndFourReferencesAreRecovered_data();
+    void mixturesOfThreeAndFourReferencesAreRecovered();
+    void targetEqualToTheFirstReferenceHasShareOne();
+    void victoreenBackgroundIsSeparated();
     void mutsOfTheRowsAreNotUsed();
-    void spectraAreTakenLessTheChosenLines();
-    void vRowIsFittedLikeTheOthers();
-    void energyOfZeroShowsAsNaN();
-    void targetOfZeroesHasNoShares();
-    void jumpsThatCancelShowAsNaN();
-    void invalidReferenceBehindTheFirstPlaysNoPart();
+    void chosenLinesAreSubtractedFromTheSpectra();
+    void vRowIsFittedLikeTheOtherRows();
+    void zeroEnergyGivesNaN();
+    void zeroTargetHasNaNShares();
+    void cancellingJumpsGiveNaN();
+    void invalidReferenceAfterTheFirstTwoIsIgnored();
 };
 
-void tst_TargetResult::threePointsGiveFractionAndValenceAndNoThickness()
+void tst_TargetResult::threePointsGiveFractionAndValenceOnly()
 {
     const TargetResult result = threePoints(threePointInputs());
     QCOMPARE(result.variant, Variant::ThreePoints);
@@ -130,9 +130,9 @@ void tst_TargetResult::leastSquareGivesFractionAndThickness()
     QVERIFY(near(result.thickness, 1));
 }
 
-void tst_TargetResult::leastSquareTakesAllRows()
+void tst_TargetResult::leastSquareUsesAllRows()
 {
-    // A fifth row on the plane S = 2 T changes nothing, one beside it does.
+    // A fifth row on the plane S = 2 T changes nothing; a row off the plane does.
     PanelInputs inputs = fourPointInputs();
     inputs.useRows({0, 1, 2, 3, 4});
     inputs.setPoint(4, 7, 3, 5, 4);
@@ -141,7 +141,7 @@ void tst_TargetResult::leastSquareTakesAllRows()
     QVERIFY(!near(leastSquare(inputs).thickness, 1));
 }
 
-void tst_TargetResult::exactFormAloneKeepsSilent()
+void tst_TargetResult::onlyTheExactFormSendsNoMessage()
 {
     QVERIFY(threePoints(threePointInputs()).isAnnounced());
     QVERIFY(!exactFourPoints(fourPointInputs()).isAnnounced());
@@ -150,7 +150,7 @@ void tst_TargetResult::exactFormAloneKeepsSilent()
     QVERIFY(victoreen(mixedInputs(quarter)).isAnnounced());
 }
 
-void tst_TargetResult::uncheckedFirstReferenceMakesTheSecondTheFirst()
+void tst_TargetResult::withoutTheFirstReferenceTheSecondBecomesTheFirst()
 {
     PanelInputs inputs = threePointInputs();
     setJump(inputs.spectra[2], 1.0);
@@ -158,14 +158,15 @@ void tst_TargetResult::uncheckedFirstReferenceMakesTheSecondTheFirst()
     inputs.points[1].mut[2] = 4;
     inputs.points[2].mut[2] = 2;
     inputs.useReferences({1, 2});
-    // f(T) = 1/2, f of the former second 1/4, f of the third 1/2: a = 0.
+    // f(T) = 1/2; f is 1/4 for the second reference, which is now the first, and 1/2 for the
+    // third, so a = 0.
     QCOMPARE(threePoints(inputs).a, 0.0);
     QCOMPARE(threePoints(inputs).valence, 4.0);
 }
 
 void tst_TargetResult::valenceIsZeroWithoutTwoValidReferences()
 {
-    // Two used references exist, which the forms need; the mix asks for valid ones.
+    // The method needs two used references, which exist; the valence needs two valid ones.
     PanelInputs inputs = threePointInputs();
     inputs.spectra[1].valid = false;
     const analysis::CalculationState state = inputs.state();
@@ -174,7 +175,7 @@ void tst_TargetResult::valenceIsZeroWithoutTwoValidReferences()
     QCOMPARE(analysis::threePointsResult(state, rows).valence, 0.0);
 }
 
-void tst_TargetResult::numericTroubleShowsAsNaN()
+void tst_TargetResult::equalTargetValuesGiveNaN()
 {
     PanelInputs inputs = threePointInputs();
     for (analysis::PointState& point : inputs.points) {
@@ -184,16 +185,17 @@ void tst_TargetResult::numericTroubleShowsAsNaN()
     QVERIFY(std::isnan(threePoints(inputs).valence));
 }
 
-void tst_TargetResult::nonEquivalentTargetIsTakenApart()
+void tst_TargetResult::nonEquivalentMixtureIsRecovered()
 {
     const TargetResult result = linear(mixedInputs(quarter));
     QCOMPARE(result.variant, Variant::NonEquivalentLinear);
     QVERIFY(isQuarter(result));
 }
 
-void tst_TargetResult::partsNameTheirReferenceRows()
+void tst_TargetResult::partsHoldTheirReferenceRows()
 {
-    // Shapes 1 and 2 are in rows 2 and 4; rows 1 and 3, valid too, are not used.
+    // References 1 and 2 of the mixture are in rows 2 and 4; rows 1 and 3 are valid, but not
+    // used.
     PanelInputs inputs = mixedInputs(quarter, 4);
     setReference(inputs.spectra[0], 2);
     setReference(inputs.spectra[1], 0);
@@ -206,14 +208,14 @@ void tst_TargetResult::partsNameTheirReferenceRows()
     QCOMPARE(result.parts.at(1).row, 3);
 }
 
-void tst_TargetResult::threeAndFourReferencesAddUpToOne_data()
+void tst_TargetResult::mixturesOfThreeAndFourReferencesAreRecovered_data()
 {
     QTest::addColumn<bool>("isLinear");
     QTest::addColumn<QList<double>>("shares");
     QTest::addColumn<double>("valence");
-    // dMut 1, 3, 4 of 8: valence 0.25 + 1.875 + 2.
+    // The amounts (dMut) are 1, 3 and 4 of 8; the valence is 0.25 + 1.875 + 2.
     const QList<double> three{0.125, 0.375, 0.5};
-    // dMut 1, 3, 4, 32 of 40: valence 0.05 + 0.375 + 0.4 + 5.6.
+    // The amounts (dMut) are 1, 3, 4 and 32 of 40; the valence is 0.05 + 0.375 + 0.4 + 5.6.
     const QList<double> four{0.025, 0.075, 0.1, 0.8};
     QTest::newRow("three, linear") << true << three << 4.125;
     QTest::newRow("four, linear") << true << four << 6.425;
@@ -221,7 +223,7 @@ void tst_TargetResult::threeAndFourReferencesAddUpToOne_data()
     QTest::newRow("four, Victoreen") << false << four << 6.425;
 }
 
-void tst_TargetResult::threeAndFourReferencesAddUpToOne()
+void tst_TargetResult::mixturesOfThreeAndFourReferencesAreRecovered()
 {
     QFETCH(bool, isLinear);
     QFETCH(QList<double>, shares);
@@ -234,21 +236,22 @@ void tst_TargetResult::threeAndFourReferencesAddUpToOne()
     QVERIFY(near(result.valence, valence));
 }
 
-void tst_TargetResult::targetEqualToTheFirstReferenceIsAllOfIt()
+void tst_TargetResult::targetEqualToTheFirstReferenceHasShareOne()
 {
     const TargetResult result = linear(mixedInputs({{1, 0}}));
     QVERIFY(near(shares(result), {1, 0}));
     QVERIFY(near(amounts(result), {2, 0}));
     QVERIFY(near(result.valence, 2));
-    QVERIFY(near(result.thickness, 2)); // its edge jump
+    QVERIFY(near(result.thickness, 2)); // the edge jump of the first reference
 }
 
-void tst_TargetResult::victoreenBackgroundIsTakenOff()
+void tst_TargetResult::victoreenBackgroundIsSeparated()
 {
     const TargetResult result = victoreen(mixedInputs(curvedQuarter));
     QCOMPARE(result.variant, Variant::NonEquivalentVictoreen);
     QVERIFY(isQuarter(result));
-    // Two terms in L do not follow a straight line through eight points, nor it them.
+    // A Victoreen background cannot follow a straight line through eight points, and a linear
+    // background cannot follow a Victoreen background.
     QVERIFY(!isQuarter(victoreen(mixedInputs(quarter, 2, 8))));
     QVERIFY(!isQuarter(linear(mixedInputs(curvedQuarter, 2, 8))));
 }
@@ -263,7 +266,7 @@ void tst_TargetResult::mutsOfTheRowsAreNotUsed()
     QVERIFY(isQuarter(linear(inputs)));
 }
 
-void tst_TargetResult::spectraAreTakenLessTheChosenLines()
+void tst_TargetResult::chosenLinesAreSubtractedFromTheSpectra()
 {
     PanelInputs inputs = inputsOfLinesApart();
     QVERIFY(near(amounts(linear(inputs)), {1, 3}));
@@ -274,22 +277,22 @@ void tst_TargetResult::spectraAreTakenLessTheChosenLines()
     QVERIFY(near(amounts(linear(inputs)), {1, 6}));
 }
 
-void tst_TargetResult::vRowIsFittedLikeTheOthers()
+void tst_TargetResult::vRowIsFittedLikeTheOtherRows()
 {
-    // Four rows for four unknowns: the fit passes through the V row's point,
-    // whichever row that is.
+    // With four rows for four unknowns, the fit passes through every point, including the V
+    // row's.
     PanelInputs inputs = mixedInputs(quarter, 2, 4);
     for (const int vRow : {0, 3}) {
         inputs.markVRows({vRow});
         QVERIFY(isQuarter(linear(inputs)));
     }
-    inputs.target.points[3].mut += 1; // at the V row of the last round
+    inputs.target.points[3].mut += 1; // at the V row of the last iteration
     QVERIFY(!near(linear(inputs).a, 0.25));
 }
 
-void tst_TargetResult::energyOfZeroShowsAsNaN()
+void tst_TargetResult::zeroEnergyGivesNaN()
 {
-    // There the wavelength is infinite.
+    // At energy 0 the wavelength is infinite.
     PanelInputs inputs = mixedInputs(quarter);
     inputs.points[0].energy = 0;
     const TargetResult result = victoreen(inputs);
@@ -298,7 +301,7 @@ void tst_TargetResult::energyOfZeroShowsAsNaN()
     QVERIFY(std::isnan(result.thickness));
 }
 
-void tst_TargetResult::targetOfZeroesHasNoShares()
+void tst_TargetResult::zeroTargetHasNaNShares()
 {
     PanelInputs inputs = mixedInputs(quarter);
     setSpectrum(inputs.target, rowEnergies(), QList<double>(8, 0.0), {}, {});
@@ -309,16 +312,16 @@ void tst_TargetResult::targetOfZeroesHasNoShares()
     QCOMPARE(result.thickness, 0.0);
 }
 
-void tst_TargetResult::jumpsThatCancelShowAsNaN()
+void tst_TargetResult::cancellingJumpsGiveNaN()
 {
-    // Weights of plus and minus infinity.
+    // The weights are plus and minus infinity.
     PanelInputs inputs = mixedInputs(quarter);
     inputs.spectra[1].postLine = {0.5 - 2, 0, 0};
     QVERIFY(std::isnan(linear(inputs).a));
     QVERIFY(std::isnan(linear(inputs).thickness));
 }
 
-void tst_TargetResult::invalidReferenceBehindTheFirstPlaysNoPart()
+void tst_TargetResult::invalidReferenceAfterTheFirstTwoIsIgnored()
 {
     PanelInputs inputs = mixedInputs(quarter, 3);
     inputs.spectra[2].valid = false;

@@ -1,3 +1,4 @@
+// Estimating whether a calculation will take long.
 #include "analysis/WorkEstimate.h"
 
 #include <QTest>
@@ -9,19 +10,19 @@ class tst_WorkEstimate : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void nothingTakesNoTime();
-    void largeMapsTakeLong_data();
-    void largeMapsTakeLong();
+    void noWorkIsNotLong();
+    void estimateDependsOnPixelsRowsAndPoints_data();
+    void estimateDependsOnPixelsRowsAndPoints();
 };
 
-void tst_WorkEstimate::nothingTakesNoTime()
+void tst_WorkEstimate::noWorkIsNotLong()
 {
     QVERIFY(!mayTakeLong({}));
     QVERIFY(!mayTakeLong({1e9, 0, 0.0}));
     QVERIFY(!mayTakeLong({0.0, 8, 0.0}));
 }
 
-void tst_WorkEstimate::largeMapsTakeLong_data()
+void tst_WorkEstimate::estimateDependsOnPixelsRowsAndPoints_data()
 {
     QTest::addColumn<double>("pixels");
     QTest::addColumn<int>("rows");
@@ -32,11 +33,11 @@ void tst_WorkEstimate::largeMapsTakeLong_data()
     QTest::newRow("six maps of 64 by 48") << 3072.0 << 6 << 0.0 << false;
     QTest::newRow("five spectra of 900 points") << 0.0 << 0 << 4500.0 << false;
     QTest::newRow("five spectra of 10000 points") << 0.0 << 0 << 50000.0 << true;
-    QTest::newRow("neither alone") << 65536.0 << 4 << 12000.0 << true;
-    QTest::newRow("both small") << 3072.0 << 6 << 4500.0 << false;
+    QTest::newRow("long only in sum") << 65536.0 << 4 << 12000.0 << true;
+    QTest::newRow("short also in sum") << 3072.0 << 6 << 4500.0 << false;
 }
 
-void tst_WorkEstimate::largeMapsTakeLong()
+void tst_WorkEstimate::estimateDependsOnPixelsRowsAndPoints()
 {
     QFETCH(double, pixels);
     QFETCH(int, rows);

@@ -1,4 +1,4 @@
-// The map record: its size, its pixels by position, the value of a pixel.
+// The map record: its size, its pixels by position, the absorbance of a pixel.
 #include "data/A2DData.h"
 #include "support/SameDouble.h"
 
@@ -15,7 +15,7 @@ namespace
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double inf = std::numeric_limits<double>::infinity();
 
-constexpr qint64 most = 33554432; // 2^25
+constexpr qint64 maxPixels = 33554432; // 2^25
 
 using Points = QList<QPair<double, double>>;
 
@@ -49,25 +49,25 @@ class tst_A2DData : public QObject
 
 private Q_SLOTS:
     void startsEmpty();
-    void clearLeavesExtended();
+    void clearKeepsExtended();
 
     void deriveSizeCountsTheFirstLineAndColumn_data();
     void deriveSizeCountsTheFirstLineAndColumn();
 
     void rowValuesCopiesAValidRow();
-    void rowValuesOutsideTheRowsZeroesAndKeepsTheLength();
+    void rowValuesOutsideTheRowsAreZerosOfTheSameLength();
 
-    void sizeBoundHoldsPixelsAndSides_data();
-    void sizeBoundHoldsPixelsAndSides();
-    void largeClaimNeedsARowForEach64Pixels_data();
-    void largeClaimNeedsARowForEach64Pixels();
+    void sizeBoundLimitsPixelsAndSides_data();
+    void sizeBoundLimitsPixelsAndSides();
+    void largeSizeNeedsOneRowPer64Pixels_data();
+    void largeSizeNeedsOneRowPer64Pixels();
 
-    void pixelMutOfFields_data();
-    void pixelMutOfFields();
+    void pixelMutFollowsFromIntensityAndI0_data();
+    void pixelMutFollowsFromIntensityAndI0();
     void pixelIsFoundByPositionNotByCoordinates();
     void pixelOutsideTheRowsIsMinusOne_data();
     void pixelOutsideTheRowsIsMinusOne();
-    void pixelPositionIsFormedIn64Bits();
+    void pixelPositionIsCalculatedIn64Bits();
 };
 
 void tst_A2DData::startsEmpty()
@@ -80,7 +80,7 @@ void tst_A2DData::startsEmpty()
     QCOMPARE(map.yNum, 0);
 }
 
-void tst_A2DData::clearLeavesExtended()
+void tst_A2DData::clearKeepsExtended()
 {
     A2DData map = onePixel(1.0, 2.0);
     map.extended = true;
@@ -102,11 +102,11 @@ void tst_A2DData::deriveSizeCountsTheFirstLineAndColumn_data()
     QTest::newRow("one row") << Points{{3, 4}} << 1 << 1;
     QTest::newRow("one row of NaN") << Points{{NaN, NaN}} << 1 << 1;
     QTest::newRow("3 by 2") << Points{{0, 0}, {1, 0}, {2, 0}, {0, 5}, {1, 5}, {2, 5}} << 3 << 2;
-    QTest::newRow("first x never again") << Points{{0, 0}, {1, 0}, {2, 0}, {3, 1}} << 3 << 1;
-    QTest::newRow("first y never again") << Points{{0, 0}, {0, 1}, {0, 2}} << 1 << 3;
-    QTest::newRow("all on one point") << Points{{1, 1}, {1, 1}, {1, 1}} << 3 << 3;
+    QTest::newRow("first x is not repeated") << Points{{0, 0}, {1, 0}, {2, 0}, {3, 1}} << 3 << 1;
+    QTest::newRow("first y is not repeated") << Points{{0, 0}, {0, 1}, {0, 2}} << 1 << 3;
+    QTest::newRow("all rows at one point") << Points{{1, 1}, {1, 1}, {1, 1}} << 3 << 3;
     QTest::newRow("comparison is exact") << Points{{0.3, 0}, {0.1 + 0.2, 1}, {0.3, 2}} << 1 << 2;
-    QTest::newRow("zero has no sign") << Points{{0.0, 0.0}, {-0.0, 1}, {1, -0.0}} << 2 << 2;
+    QTest::newRow("0 equals -0") << Points{{0.0, 0.0}, {-0.0, 1}, {1, -0.0}} << 2 << 2;
     QTest::newRow("NaN equals nothing") << Points{{NaN, NaN}, {NaN, NaN}} << 1 << 1;
 }
 
@@ -131,7 +131,7 @@ void tst_A2DData::rowValuesCopiesAValidRow()
     QVERIFY(out.isEmpty());
 }
 
-void tst_A2DData::rowValuesOutsideTheRowsZeroesAndKeepsTheLength()
+void tst_A2DData::rowValuesOutsideTheRowsAreZerosOfTheSameLength()
 {
     A2DData map = mapAt({{0, 0}, {1, 0}});
     map.rows[0].values = map.rows[1].values = {1.0};
@@ -143,7 +143,7 @@ void tst_A2DData::rowValuesOutsideTheRowsZeroesAndKeepsTheLength()
     }
 }
 
-void tst_A2DData::sizeBoundHoldsPixelsAndSides_data()
+void tst_A2DData::sizeBoundLimitsPixelsAndSides_data()
 {
     QTest::addColumn<qint64>("width");
     QTest::addColumn<qint64>("height");
@@ -152,42 +152,45 @@ void tst_A2DData::sizeBoundHoldsPixelsAndSides_data()
     QTest::newRow("nothing") << qint64{0} << qint64{0} << false;
     QTest::newRow("negative") << qint64{-5} << qint64{-7} << false;
     QTest::newRow("at the bound") << qint64{8192} << qint64{4096} << false;
-    QTest::newRow("one line at the bound") << most << qint64{1} << false;
-    QTest::newRow("one pixel past") << most + 1 << qint64{1} << true;
-    QTest::newRow("one line past") << qint64{8192} << qint64{4097} << true;
-    QTest::newRow("absurd width, no height") << most + 1 << qint64{0} << true;
-    QTest::newRow("absurd height, negative width") << qint64{-1} << most + 1 << true;
-    QTest::newRow("product past 32 bits") << qint64{65536} << qint64{65536} << true;
-    QTest::newRow("product past 64 bits") << huge << huge << true;
+    QTest::newRow("one line at the bound") << maxPixels << qint64{1} << false;
+    QTest::newRow("one pixel above the bound") << maxPixels + 1 << qint64{1} << true;
+    QTest::newRow("one line above the bound") << qint64{8192} << qint64{4097} << true;
+    QTest::newRow("huge width, no height") << maxPixels + 1 << qint64{0} << true;
+    QTest::newRow("huge height, negative width") << qint64{-1} << maxPixels + 1 << true;
+    QTest::newRow("product above 32 bits") << qint64{65536} << qint64{65536} << true;
+    QTest::newRow("product above 64 bits") << huge << huge << true;
 }
 
-void tst_A2DData::sizeBoundHoldsPixelsAndSides()
+void tst_A2DData::sizeBoundLimitsPixelsAndSides()
 {
     QFETCH(qint64, width);
     QFETCH(qint64, height);
-    QTEST(data::isSizeTooLarge(width, height, most), "tooLarge");
+    QTEST(data::isSizeTooLarge(width, height, maxPixels), "tooLarge");
 }
 
-void tst_A2DData::largeClaimNeedsARowForEach64Pixels_data()
+void tst_A2DData::largeSizeNeedsOneRowPer64Pixels_data()
 {
     QTest::addColumn<qint64>("width");
     QTest::addColumn<qint64>("height");
     QTest::addColumn<qint64>("held");
     QTest::addColumn<bool>("tooLarge");
     const qint64 million = 1048576; // 2^20
-    QTest::newRow("2^20 pixels on trust") << qint64{1024} << qint64{1024} << qint64{0} << false;
-    QTest::newRow("one more, just enough rows")
+    QTest::newRow("2^20 pixels without rows") << qint64{1024} << qint64{1024} << qint64{0} << false;
+    QTest::newRow("2^20 + 1 pixels, just enough rows")
         << million + 1 << qint64{1} << qint64{16385} << false;
-    QTest::newRow("one more, a row too few") << million + 1 << qint64{1} << qint64{16384} << true;
-    QTest::newRow("2^25 with 2^19") << most << qint64{1} << qint64{524288} << false;
-    QTest::newRow("2^25 with one row less") << most << qint64{1} << qint64{524287} << true;
-    QTest::newRow("2^25 with none") << most << qint64{1} << qint64{0} << true;
-    QTest::newRow("a number of rows below 0") << most << qint64{1} << qint64{-1} << true;
-    QTest::newRow("rows past 64 bits times 64")
-        << most << qint64{1} << std::numeric_limits<qint64>::max() << false;
+    QTest::newRow("2^20 + 1 pixels, one row too few")
+        << million + 1 << qint64{1} << qint64{16384} << true;
+    QTest::newRow("2^25 pixels with 2^19 rows")
+        << maxPixels << qint64{1} << qint64{524288} << false;
+    QTest::newRow("2^25 pixels with one row fewer")
+        << maxPixels << qint64{1} << qint64{524287} << true;
+    QTest::newRow("2^25 pixels without rows") << maxPixels << qint64{1} << qint64{0} << true;
+    QTest::newRow("negative number of rows") << maxPixels << qint64{1} << qint64{-1} << true;
+    QTest::newRow("64 times the rows is above 64 bits")
+        << maxPixels << qint64{1} << std::numeric_limits<qint64>::max() << false;
 }
 
-void tst_A2DData::largeClaimNeedsARowForEach64Pixels()
+void tst_A2DData::largeSizeNeedsOneRowPer64Pixels()
 {
     QFETCH(qint64, width);
     QFETCH(qint64, height);
@@ -195,20 +198,20 @@ void tst_A2DData::largeClaimNeedsARowForEach64Pixels()
     QTEST(data::isSizeTooLarge(width, height, held), "tooLarge");
 }
 
-void tst_A2DData::pixelMutOfFields_data()
+void tst_A2DData::pixelMutFollowsFromIntensityAndI0_data()
 {
     QTest::addColumn<double>("intensity");
     QTest::addColumn<double>("i0");
     QTest::addColumn<double>("mut");
     QTest::newRow("ln(i0 / intensity)") << 1.0 << std::exp(1.0) << 1.0;
     QTest::newRow("ratio with i0 1") << 0.5 << 1.0 << std::log(2.0);
-    QTest::newRow("i0 0 is a ready mut") << 0.75 << 0.0 << 0.75;
-    QTest::newRow("i0 -0 is a ready mut") << 0.75 << -0.0 << 0.75;
-    QTest::newRow("both 0 is a ready mut") << 0.0 << 0.0 << 0.0;
-    QTest::newRow("i0 0 passes NaN on") << NaN << 0.0 << NaN;
+    QTest::newRow("i0 0: the intensity is mut") << 0.75 << 0.0 << 0.75;
+    QTest::newRow("i0 -0: the intensity is mut") << 0.75 << -0.0 << 0.75;
+    QTest::newRow("both 0: the intensity is mut") << 0.0 << 0.0 << 0.0;
+    QTest::newRow("i0 0: NaN intensity is mut") << NaN << 0.0 << NaN;
     QTest::newRow("intensity 0 is 1") << 0.0 << 5.0 << 1.0;
     QTest::newRow("intensity -0 is 1") << -0.0 << 5.0 << 1.0;
-    QTest::newRow("intensity 0 under NaN is 1") << 0.0 << NaN << 1.0;
+    QTest::newRow("intensity 0 with NaN i0 is 1") << 0.0 << NaN << 1.0;
     QTest::newRow("negative ratio") << -1.0 << 5.0 << NaN;
     QTest::newRow("NaN i0") << 1.0 << NaN << NaN;
     QTest::newRow("NaN intensity") << NaN << 1.0 << NaN;
@@ -216,7 +219,7 @@ void tst_A2DData::pixelMutOfFields_data()
     QTest::newRow("infinite intensity") << inf << 1.0 << -inf;
 }
 
-void tst_A2DData::pixelMutOfFields()
+void tst_A2DData::pixelMutFollowsFromIntensityAndI0()
 {
     QFETCH(double, intensity);
     QFETCH(double, i0);
@@ -235,7 +238,7 @@ void tst_A2DData::pixelIsFoundByPositionNotByCoordinates()
     map.yNum = 2;
     QCOMPARE(data::pixelMut(map, 2, 1), 5.0);
     QCOMPARE(data::pixelMut(map, 1, 0), 1.0);
-    // Position alone counts: a column past the line runs into the next one.
+    // Only the position counts: a column beyond the end of its line is in the next line.
     QCOMPARE(data::pixelMut(map, 4, 0), 4.0);
     QCOMPARE(data::pixelMut(map, -1, 1), 2.0);
 }
@@ -247,7 +250,7 @@ void tst_A2DData::pixelOutsideTheRowsIsMinusOne_data()
     QTest::newRow("negative x") << -1 << 0;
     QTest::newRow("negative y") << 0 << -1;
     QTest::newRow("first missing row") << 1 << 1;
-    QTest::newRow("past the lines") << 0 << 2;
+    QTest::newRow("after the last line") << 0 << 2;
     QTest::newRow("largest") << std::numeric_limits<int>::max() << std::numeric_limits<int>::max();
     QTest::newRow("smallest") << std::numeric_limits<int>::min() << std::numeric_limits<int>::min();
 }
@@ -262,11 +265,11 @@ void tst_A2DData::pixelOutsideTheRowsIsMinusOne()
     QCOMPARE(data::pixelMut(A2DData(), 0, 0), -1.0);
 }
 
-void tst_A2DData::pixelPositionIsFormedIn64Bits()
+void tst_A2DData::pixelPositionIsCalculatedIn64Bits()
 {
     A2DData map = onePixel(7.0, 0.0);
     map.xNum = 65536;
-    // 65536 * 65536 is 0 in 32 bits, where the only pixel lies.
+    // 65536 * 65536 is 0 in 32 bits, the position of the only pixel.
     QCOMPARE(data::pixelMut(map, 0, 65536), -1.0);
 }
 

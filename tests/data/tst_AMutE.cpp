@@ -1,4 +1,4 @@
-// The spectrum record itself: what it starts with and what a read leaves.
+// The spectrum record: its initial values, and its state after a read.
 #include "data/AMutE.h"
 #include "support/SameDouble.h"
 #include "support/TestFiles.h"
@@ -8,7 +8,8 @@
 #include <limits>
 #include <type_traits>
 
-// A row is a widget and a spectrum at once, so the record stays a plain one.
+// A spectrum row of the panel is both a widget and this record, so the record has no virtual
+// functions.
 static_assert(!std::is_polymorphic_v<AMutE>);
 static_assert(std::is_copy_constructible_v<AMutE>);
 
@@ -20,12 +21,12 @@ private Q_SLOTS:
     void newRecordIsEmpty();
     void newPointIsZero();
     void extremesSpanAllPoints();
-    void extremesAreThoseOfTheLastFile_data();
-    void extremesAreThoseOfTheLastFile();
+    void extremesAreCalculatedAnewForEachFile_data();
+    void extremesAreCalculatedAnewForEachFile();
     void descendingScanStaysDescending();
     void readKeepsTheShiftAndTheLimits();
     void pointsKeepRawEnergiesWithAShift();
-    void readRefitsTheLinesWithTheLimitsInForce();
+    void readFitsTheLinesWithTheCurrentLimits();
     void failedReadKeepsTheLines();
     void findToken_data();
     void findToken();
@@ -80,7 +81,7 @@ void tst_AMutE::extremesSpanAllPoints()
     QCOMPARE(spectrum.maxAngle, spectrum.points.at(1).angle);
 }
 
-void tst_AMutE::extremesAreThoseOfTheLastFile_data()
+void tst_AMutE::extremesAreCalculatedAnewForEachFile_data()
 {
     using Numbers = QList<double>;
     constexpr double inf = std::numeric_limits<double>::infinity();
@@ -93,10 +94,10 @@ void tst_AMutE::extremesAreThoseOfTheLastFile_data()
     row("one point", "8300 -0.5\n", {8300, 8300}, {-0.5, -0.5});
     row("NaN is ignored", "8300 nan\nnan 1\n8400 2\n", {8300, 8400}, {1, 2});
     row("infinities count", "8300 inf\n8400 2\n8500 -inf\n", {8300, 8500}, {-inf, inf});
-    row("nothing but NaN leaves what they start with", "8300 nan\n", {8300, 8300}, {1e300, -1e300});
+    row("only NaN: the initial values", "8300 nan\n", {8300, 8300}, {1e300, -1e300});
 }
 
-void tst_AMutE::extremesAreThoseOfTheLastFile()
+void tst_AMutE::extremesAreCalculatedAnewForEachFile()
 {
     AMutE spectrum;
     QVERIFY(read(&spectrum, "1000 -100\n9000 100\n"));
@@ -141,10 +142,10 @@ void tst_AMutE::pointsKeepRawEnergiesWithAShift()
     QCOMPARE(spectrum.minEnergy, 8300.0);
 }
 
-void tst_AMutE::readRefitsTheLinesWithTheLimitsInForce()
+void tst_AMutE::readFitsTheLinesWithTheCurrentLimits()
 {
-    // Constant on either side, so the lines are c = 1 and c = 3; tolerance
-    // 1e-6, as the normal equations are badly conditioned.
+    // The spectrum is constant on each side, so the lines are c = 1 and c = 3. The tolerance
+    // is 1e-6 because the normal equations are badly conditioned.
     const QByteArray content = "8100 1\n8200 1\n8250 1\n8300 1\n8400 3\n8500 3\n8600 3\n8700 3\n";
     AMutE spectrum;
     spectrum.preEdgeEnd = 8350.0;
@@ -153,7 +154,7 @@ void tst_AMutE::readRefitsTheLinesWithTheLimitsInForce()
     QVERIFY(std::fabs(spectrum.preValue(8200.0) - 1.0) < 1e-6);
     QVERIFY(std::fabs(spectrum.postValue(8500.0) - 3.0) < 1e-6);
 
-    spectrum.preEdgeEnd = 0.0; // no point left below
+    spectrum.preEdgeEnd = 0.0; // no point is below it
     QVERIFY(read(&spectrum, content));
     QVERIFY(std::isnan(spectrum.preLine.c));
     QVERIFY(std::fabs(spectrum.postValue(8500.0) - 3.0) < 1e-6);
@@ -178,8 +179,8 @@ void tst_AMutE::findToken_data()
     const QStringList line{"Angle(c)", "Mode", "0", "Mode"};
     QTest::newRow("first of two") << line << "Mode" << 1;
     QTest::newRow("at the start") << line << "Angle(c)" << 0;
-    QTest::newRow("not there") << line << "Offset" << -1;
-    QTest::newRow("case counts") << line << "mode" << -1;
+    QTest::newRow("missing") << line << "Offset" << -1;
+    QTest::newRow("case-sensitive") << line << "mode" << -1;
     QTest::newRow("whole token only") << line << "Angle" << -1;
     QTest::newRow("empty list") << QStringList() << "Mode" << -1;
     QTest::newRow("empty word") << QStringList{"a", ""} << "" << 1;

@@ -1,4 +1,4 @@
-// The reading of spectrum files in both forms, good and bad.
+// Reading spectrum files in both formats, valid and invalid.
 #include "data/AMutE.h"
 #include "support/SameDouble.h"
 #include "support/TestFiles.h"
@@ -61,7 +61,7 @@ bool samePoints(const AMutE& a, const AMutE& b)
     return same(energies(a), energies(b)) && same(muts(a), muts(b)) && same(angles(a), angles(b));
 }
 
-/// A record that holds a spectrum, to see what a read does to it.
+/// A record that holds a spectrum, to see what a read changes.
 AMutE goodSpectrum()
 {
     AMutE spectrum;
@@ -74,8 +74,8 @@ AMutE goodSpectrum()
     return spectrum;
 }
 
-/// Whether @p spectrum is as goodSpectrum() made it.
-bool untouched(const AMutE& spectrum)
+/// Whether @p spectrum still equals goodSpectrum().
+bool isUnchanged(const AMutE& spectrum)
 {
     const AMutE good = goodSpectrum();
     return spectrum.valid && spectrum.filePath == good.filePath &&
@@ -83,7 +83,7 @@ bool untouched(const AMutE& spectrum)
            spectrum.minMut == good.minMut && spectrum.maxMut == good.maxMut;
 }
 
-/// A file of the beamline form with this Mode line and these data rows.
+/// A file in the beamline format with this Mode line and these data rows.
 QByteArray beamline(const QByteArray& modes, const QByteArray& rows)
 {
     return "  9809     BL00\nsample\nCrystal: Si(111) D= 1.0 A\n" + modes +
@@ -92,8 +92,8 @@ QByteArray beamline(const QByteArray& modes, const QByteArray& rows)
 
 const QRegularExpression cannotOpen("Can't open a XAFS file.*nowhere");
 
-/// The readers once more, slow and plain: every line simplified, and split by
-/// the expression into texts.
+/// Slow reference implementations of the readers: every line is simplified and split into
+/// words by a regular expression.
 QStringList plainTokens(const QString& line)
 {
     static const QRegularExpression blanks("\\s+");
@@ -180,39 +180,39 @@ class tst_AMutEFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // The entry
-    void readTakesPathAndNameFromTheFile();
+    // The entry point readFile()
+    void readSetsPathAndName();
     void unreadablePathChangesNothing_data();
     void unreadablePathChangesNothing();
     void fileWithoutPermissionChangesNothing();
     void pipeChangesNothing();
-    void failedReadNamesTheNewFileAndEmptiesThePoints();
+    void failedReadSetsTheNewNameAndRemovesThePoints();
     void is9809_data();
     void is9809();
-    void is9809LooksAtTheFirstLineOnly();
-    void readersThatCannotOpenKeepThePointsAndLogIt();
-    void formIsRecognisedByContentNotByName();
+    void is9809ReadsTheFirstLineOnly();
+    void missingFileKeepsThePointsAndIsLogged();
+    void formatIsRecognisedByContentNotByName();
 
-    // The plain form
-    void plain_data();
-    void plain();
-    void plainAngleComesFromTheFixedCrystal();
-    void plainWordLineLeavesTheAnglesAlone();
-    void plainKeepsPointsWithoutAnAngle();
+    // The plain format
+    void plainFileIsRead_data();
+    void plainFileIsRead();
+    void plainAngleIsCalculatedForTheFixedCrystal();
+    void plainLineOfWordsKeepsTheExtremesOfTheAngle();
+    void plainKeepsPointsThatTheCrystalCannotReflect();
 
-    // The beamline form
+    // The beamline format
     void beamlineMut_data();
     void beamlineMut();
     void noOffsetIsSubtracted();
-    void beamlineEnergyComesFromTheAngle();
-    void beamlineDefaultCrystal();
+    void beamlineEnergyIsCalculatedFromTheAngle();
+    void beamlineWithoutSpacingUsesTheDefaultCrystal();
     void beamlineSpacing_data();
     void beamlineSpacing();
     void spacingInTheDataChangesLaterRowsOnly();
-    void beamlineFails_data();
-    void beamlineFails();
-    void zeroTransmissionStaysAndWidensTheExtremes();
-    void beamlineDescendingEnergiesStay();
+    void beamlineWithoutUsableRowsFails_data();
+    void beamlineWithoutUsableRowsFails();
+    void zeroTransmissionIsKeptAndWidensTheExtremes();
+    void beamlineKeepsDescendingEnergies();
     void successfulReadFitsTheLines_data();
     void successfulReadFitsTheLines();
 
@@ -222,14 +222,14 @@ private Q_SLOTS:
     void truncatedFileReadsLikeTheReference_data();
     void truncatedFileReadsLikeTheReference();
     void binaryNoiseReadsLikeTheReference();
-    void megabytesInOneLine_data();
-    void megabytesInOneLine();
+    void lineOfMegabytes_data();
+    void lineOfMegabytes();
     void lineOf16MiBIsRead_data();
     void lineOf16MiBIsRead();
-    void longerLineRefusesTheSpectrum_data() { lineOf16MiBIsRead_data(); }
-    void longerLineRefusesTheSpectrum();
-    void deviceGivesTheSameAsItsFile_data();
-    void deviceGivesTheSameAsItsFile();
+    void longerLineIsRefused_data() { lineOf16MiBIsRead_data(); }
+    void longerLineIsRefused();
+    void deviceIsReadLikeAFile_data();
+    void deviceIsReadLikeAFile();
     void deviceIsReadFromItsPosition();
 
 private:
@@ -250,8 +250,7 @@ bool tst_AMutEFiles::read(AMutE* spectrum, const QByteArray& content)
     return spectrum->readFile(write(content));
 }
 
-/// Whether readFile() gives the points that the reference readers give, and calls
-/// good only what has points.
+/// Whether readFile() and the reference implementation agree on success and on every point.
 bool tst_AMutEFiles::readsLikeTheReference(const QByteArray& content)
 {
     const QString path = write(content);
@@ -263,7 +262,7 @@ bool tst_AMutEFiles::readsLikeTheReference(const QByteArray& content)
            samePoints(spectrum, reference);
 }
 
-void tst_AMutEFiles::readTakesPathAndNameFromTheFile()
+void tst_AMutEFiles::readSetsPathAndName()
 {
     const QString path = tests::writeFile(dir, "Ni foil.dat", "8300 1\n");
     AMutE spectrum;
@@ -288,7 +287,7 @@ void tst_AMutEFiles::unreadablePathChangesNothing()
     QFETCH(QString, path);
     AMutE spectrum = goodSpectrum();
     QVERIFY(!spectrum.readFile(path));
-    QVERIFY(untouched(spectrum));
+    QVERIFY(isUnchanged(spectrum));
 }
 
 void tst_AMutEFiles::fileWithoutPermissionChangesNothing()
@@ -301,11 +300,11 @@ void tst_AMutEFiles::fileWithoutPermissionChangesNothing()
 
     const tests::Unprivileged nobody;
     if (!nobody.holds()) {
-        QSKIP("the privileges of root cannot be dropped here");
+        QSKIP("root privileges cannot be dropped here");
     }
     AMutE spectrum = goodSpectrum();
     QVERIFY(!spectrum.readFile(closed));
-    QVERIFY(untouched(spectrum));
+    QVERIFY(isUnchanged(spectrum));
     QVERIFY(spectrum.readFile(readable));
 }
 
@@ -314,14 +313,14 @@ void tst_AMutEFiles::pipeChangesNothing()
     const QString path = dir.filePath("pipe");
     QVERIFY(::mkfifo(QFile::encodeName(path).constData(), 0666) == 0);
     AMutE spectrum = goodSpectrum();
-    QVERIFY(!spectrum.readFile(path)); // waits for ever if it waits at all
+    QVERIFY(!spectrum.readFile(path)); // would hang if it opened the pipe
     QVERIFY(!spectrum.is9809(path));
     QVERIFY(!spectrum.readPlain(path));
     QVERIFY(!spectrum.read9809(path));
-    QVERIFY(untouched(spectrum));
+    QVERIFY(isUnchanged(spectrum));
 }
 
-void tst_AMutEFiles::failedReadNamesTheNewFileAndEmptiesThePoints()
+void tst_AMutEFiles::failedReadSetsTheNewNameAndRemovesThePoints()
 {
     for (const QByteArray& content : {QByteArray(), QByteArray("9809\n1 2 3 4 5\n")}) {
         AMutE spectrum = goodSpectrum();
@@ -340,11 +339,11 @@ void tst_AMutEFiles::is9809_data()
     QTest::addColumn<bool>("expected");
 
     QTest::newRow("number alone") << QByteArray("9809") << true;
-    QTest::newRow("words behind it") << QByteArray("9809 BL12C\n") << true;
-    QTest::newRow("blanks ahead") << QByteArray(" \t 9809\n") << true;
+    QTest::newRow("words after it") << QByteArray("9809 BL12C\n") << true;
+    QTest::newRow("blanks before it") << QByteArray(" \t 9809\n") << true;
     QTest::newRow("only four characters count") << QByteArray("98091234\n") << true;
     QTest::newRow("blank inside") << QByteArray("98 09\n") << false;
-    QTest::newRow("word ahead") << QByteArray("x9809\n") << false;
+    QTest::newRow("word before it") << QByteArray("x9809\n") << false;
     QTest::newRow("three characters") << QByteArray("980") << false;
     QTest::newRow("second line") << QByteArray("\n9809\n") << false;
     QTest::newRow("empty") << QByteArray() << false;
@@ -352,10 +351,10 @@ void tst_AMutEFiles::is9809_data()
     QTest::newRow("byte order mark") << QByteArray("\xef\xbb\xbf"
                                                    "9809\n")
                                      << true;
-    QTest::newRow("NUL ahead") << QByteArray("\0"
-                                             "9809\n",
-                                             6)
-                               << false;
+    QTest::newRow("NUL before it") << QByteArray("\0"
+                                                 "9809\n",
+                                                 6)
+                                   << false;
 }
 
 void tst_AMutEFiles::is9809()
@@ -365,16 +364,16 @@ void tst_AMutEFiles::is9809()
     QCOMPARE(AMutE().is9809(write(content)), expected);
 }
 
-void tst_AMutEFiles::is9809LooksAtTheFirstLineOnly()
+void tst_AMutEFiles::is9809ReadsTheFirstLineOnly()
 {
-    // Whatever follows, the file is of that form: as a plain one it would give
+    // The first line alone decides the format: read as a plain file, the rest would give
     // points.
     AMutE spectrum;
     QVERIFY(!read(&spectrum, "9809\n8300 1\n8400 2\n8300 1 2 3 4 5\n"));
     QVERIFY(spectrum.points.isEmpty());
 }
 
-void tst_AMutEFiles::readersThatCannotOpenKeepThePointsAndLogIt()
+void tst_AMutEFiles::missingFileKeepsThePointsAndIsLogged()
 {
     AMutE spectrum = goodSpectrum();
     QTest::ignoreMessage(QtDebugMsg, cannotOpen);
@@ -383,10 +382,10 @@ void tst_AMutEFiles::readersThatCannotOpenKeepThePointsAndLogIt()
     QVERIFY(!spectrum.readPlain("/nowhere/file"));
     QTest::ignoreMessage(QtDebugMsg, cannotOpen);
     QVERIFY(!spectrum.read9809("/nowhere/file"));
-    QVERIFY(untouched(spectrum));
+    QVERIFY(isUnchanged(spectrum));
 }
 
-void tst_AMutEFiles::formIsRecognisedByContentNotByName()
+void tst_AMutEFiles::formatIsRecognisedByContentNotByName()
 {
     AMutE spectrum;
     QVERIFY(spectrum.readFile(tests::writeFile(dir, "plain.9809", "8300 1\n")));
@@ -395,7 +394,7 @@ void tst_AMutEFiles::formIsRecognisedByContentNotByName()
     QCOMPARE(muts(spectrum), Values{ln8});
 }
 
-void tst_AMutEFiles::plain_data()
+void tst_AMutEFiles::plainFileIsRead_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<Values>("energy");
@@ -411,17 +410,17 @@ void tst_AMutEFiles::plain_data()
         << QByteArray("\t8300 \t  1\t\n") << Values{8300} << Values{1};
     QTest::newRow("exponents") << QByteArray("8.3e3 -1E-2\n") << Values{8300} << Values{-0.01};
     QTest::newRow("plus sign") << QByteArray("+8300 +1\n") << Values{8300} << Values{1};
-    QTest::newRow("no logarithm is taken")
+    QTest::newRow("no logarithm is applied")
         << QByteArray("1000 800\n") << Values{1000} << Values{800};
     QTest::newRow("comments") << QByteArray("# 1 2\n  # 3 4\n#5 6\n8300 1\n") << Values{8300}
                               << Values{1};
-    QTest::newRow("# behind a number is no comment")
+    QTest::newRow("# after a number starts no comment")
         << QByteArray("8300 #1\n8400 2 # x\n") << Values{8300, 8400} << Values{0, 2};
     QTest::newRow("lines of one word are skipped")
         << QByteArray("8300\n\n   \n8400 2\n") << Values{8400} << Values{2};
     QTest::newRow("words read as 0")
         << QByteArray("Energy mut\n8300 1\n") << Values{0, 8300} << Values{0, 1};
-    QTest::newRow("numbers with a tail read as 0")
+    QTest::newRow("numbers with trailing characters read as 0")
         << QByteArray("8,300 1e\n8300eV 1.5x\n") << Values{0, 0} << Values{0, 0};
     QTest::newRow("NaN and inf words")
         << QByteArray("inf nan\n-inf NaN\n") << Values{infinity, -infinity}
@@ -442,7 +441,7 @@ void tst_AMutEFiles::plain_data()
     QTest::newRow("only one column") << QByteArray("8300\n8400\n") << none << none;
 }
 
-void tst_AMutEFiles::plain()
+void tst_AMutEFiles::plainFileIsRead()
 {
     QFETCH(QByteArray, content);
     QFETCH(Values, energy);
@@ -454,11 +453,11 @@ void tst_AMutEFiles::plain()
     QVERIFY(same(muts(spectrum), mut));
 }
 
-void tst_AMutEFiles::plainAngleComesFromTheFixedCrystal()
+void tst_AMutEFiles::plainAngleIsCalculatedForTheFixedCrystal()
 {
-    // Bragg: sin(angle) = h c / (E 2d) with 2d = 6.2710632 angstrom, which is
-    // 1/2 at 3954.169800230265 eV. In degrees by pi cut to 3.1415926535 the 30
-    // become 30 pi / 3.1415926535 = 30.000000000857458. Tolerance 1e-12.
+    // Bragg's law: sin(angle) = h c / (E 2d) with 2d = 6.2710632 angstrom, which is 1/2 at
+    // 3954.169800230265 eV. The conversion to degrees uses pi truncated to 3.1415926535, so
+    // 30 becomes 30 pi / 3.1415926535 = 30.000000000857458. Tolerance 1e-12.
     AMutE spectrum;
     QVERIFY(read(&spectrum, "3954.169800230265 1\n8000 1\n"));
     QVERIFY(std::fabs(angles(spectrum)[0] - 30.000000000857458) < 1e-12);
@@ -467,7 +466,7 @@ void tst_AMutEFiles::plainAngleComesFromTheFixedCrystal()
     QCOMPARE(spectrum.minAngle, angles(spectrum)[1]);
 }
 
-void tst_AMutEFiles::plainWordLineLeavesTheAnglesAlone()
+void tst_AMutEFiles::plainLineOfWordsKeepsTheExtremesOfTheAngle()
 {
     AMutE words;
     QVERIFY(read(&words, "Energy mut\n"));
@@ -483,9 +482,9 @@ void tst_AMutEFiles::plainWordLineLeavesTheAnglesAlone()
     QCOMPARE(spectrum.minEnergy, 0.0);
 }
 
-void tst_AMutEFiles::plainKeepsPointsWithoutAnAngle()
+void tst_AMutEFiles::plainKeepsPointsThatTheCrystalCannotReflect()
 {
-    // h c / 2d = 1977.08 eV is the lowest energy that the crystal reflects.
+    // h c / 2d = 1977.08 eV is the lowest energy that the crystal can reflect.
     AMutE spectrum;
     QVERIFY(read(&spectrum, "1977 1\n1978 2\n"));
     QCOMPARE(spectrum.points.size(), 2);
@@ -502,38 +501,38 @@ void tst_AMutEFiles::beamlineMut_data()
     const QByteArray row = "0 30 0 800 100 400\n"; // I0 800, then 100 and 400
     QTest::newRow("transmission") << QByteArray("Mode 0 0 1 2") << row << Values{ln8};
     QTest::newRow("fluorescence") << QByteArray("Mode 0 0 1 3") << row << Values{0.125};
-    QTest::newRow("I0 behind the counts")
+    QTest::newRow("I0 after the counts")
         << QByteArray("Mode 0 0 2 0 1") << QByteArray("0 30 0 100 7 800\n") << Values{ln8};
     QTest::newRow("second transmission channel is ignored")
         << QByteArray("Mode 0 0 1 2 2") << row << Values{ln8};
-    QTest::newRow("first transmission channel behind others")
+    QTest::newRow("first transmission channel after others")
         << QByteArray("Mode 0 0 1 0 2 2") << QByteArray("0 30 0 800 7 100 9\n") << Values{ln8};
     QTest::newRow("fluorescence channels add")
         << QByteArray("Mode 0 0 1 3 3") << row << Values{0.625};
     QTest::newRow("later I0 channel wins")
         << QByteArray("Mode 0 0 1 2 1") << row << Values{std::log(4.0)};
-    QTest::newRow("fluorescence ahead of transmission")
+    QTest::newRow("fluorescence before transmission")
         << QByteArray("Mode 0 0 3 2 1") << QByteArray("0 30 0 400 100 800\n") << Values{0.5};
-    QTest::newRow("transmission ahead of fluorescence")
+    QTest::newRow("transmission before fluorescence")
         << QByteArray("Mode 0 0 2 3 1") << QByteArray("0 30 0 100 400 800\n") << Values{ln8};
     QTest::newRow("mode 4 first gives 0") << QByteArray("Mode 0 0 4 2 1") << row << Values{0};
     QTest::newRow("no mode of 2 or more gives 0")
         << QByteArray("Mode 0 0 1 0 0") << row << Values{0};
-    QTest::newRow("words and wide numbers are mode 0")
+    QTest::newRow("words and numbers beyond int are mode 0")
         << QByteArray("Mode 0 0 1 x 2.0 4294967298 0x2 2") << QByteArray("0 30 0 800 1 2 3 4 100\n")
         << Values{ln8};
     QTest::newRow("negative modes are ignored")
         << QByteArray("Mode 0 0 1 -2 2") << QByteArray("0 30 0 800 7 100\n") << Values{ln8};
-    QTest::newRow("the word may stand anywhere")
+    QTest::newRow("the word Mode can be anywhere")
         << QByteArray("a b c 1 2 Mode") << row << Values{ln8};
-    QTest::newRow("the word itself is a channel of mode 0")
+    QTest::newRow("the word Mode itself is a channel of mode 0")
         << QByteArray("a b c Mode 1 2") << QByteArray("0 30 0 7 800 100\n") << Values{ln8};
-    QTest::newRow("only the whole word, case counts")
+    QTest::newRow("only the whole word, case-sensitive")
         << QByteArray("Mode 0 0 1 2\nmode 0 0 2 1\nModes 0 0 2 1") << row << Values{ln8};
 
     QTest::newRow("row of 4 tokens is skipped")
         << QByteArray("Mode 0 0 1 2") << QByteArray("0 30 0 800\n") + row << Values{ln8};
-    QTest::newRow("row of 5 tokens is taken")
+    QTest::newRow("row of 5 tokens is read")
         << QByteArray("Mode 0 0 1 2") << QByteArray("0 30 0 800 100\n") << Values{ln8};
     QTest::newRow("counts without a mode are ignored")
         << QByteArray("Mode 0 0 1 3") << QByteArray("0 30 0 800 100 999 999\n") << Values{0.125};
@@ -562,7 +561,7 @@ void tst_AMutEFiles::beamlineMut_data()
     QTest::newRow("Mode line among the rows is a row and a Mode line")
         << QByteArray("Mode 0 0 1 2") << row + "Mode 30 0 1 4 2\n0 30 0 800 7 100\n"
         << Values{ln8, std::log(1.0 / 4.0), ln8};
-    QTest::newRow("rows ahead of the first I0 channel are skipped")
+    QTest::newRow("rows before the first I0 channel are skipped")
         << QByteArray() << row + "Mode 0 0 1 2\n" + row << Values{ln8};
     QTest::newRow("Offset line among the rows is a row")
         << QByteArray("Mode 0 0 1 2") << QByteArray("Offset 30 0 800 100\n") << Values{ln8};
@@ -580,26 +579,26 @@ void tst_AMutEFiles::beamlineMut()
 
 void tst_AMutEFiles::noOffsetIsSubtracted()
 {
-    // Less the offsets it would be ln(100 / 50). The line is no data row
-    // either, though it has the tokens of one.
+    // With the offsets subtracted, mut would be ln(100 / 50). The Offset line itself is not a
+    // data row, although it has enough words.
     AMutE spectrum;
     QVERIFY(read(&spectrum, "9809\nMode 0 0 1 2\nOffset 0 0 700 50\n0 30 0 800 100\n"));
     QVERIFY(same(muts(spectrum), Values{ln8}));
 }
 
-void tst_AMutEFiles::beamlineEnergyComesFromTheAngle()
+void tst_AMutEFiles::beamlineEnergyIsCalculatedFromTheAngle()
 {
-    // E = h c / (2 d sin(30 degrees)) with d = 1 angstrom would be h c itself;
-    // pi cut to 3.1415926535 makes it 12398.424360709065 eV. Token 0 says 20.
+    // E = h c / (2 d sin(30 degrees)) is h c for d = 1 angstrom; the truncated pi makes it
+    // 12398.424360709065 eV. The 20 in the first column is not used.
     AMutE spectrum;
     QVERIFY(read(&spectrum, beamline("Mode 0 0 1 2", "20 30 0 800 100\n")));
     QCOMPARE(spectrum.points.at(0).angle, 30.0);
     QVERIFY(std::fabs(spectrum.points.at(0).energy - 12398.424360709065) < 1e-10);
 }
 
-void tst_AMutEFiles::beamlineDefaultCrystal()
+void tst_AMutEFiles::beamlineWithoutSpacingUsesTheDefaultCrystal()
 {
-    // h c / (2 * 3.1355316 * sin(14 degrees)), the cut pi included.
+    // h c / (2 * 3.1355316 * sin(14 degrees)), with the truncated pi.
     AMutE spectrum;
     QVERIFY(read(&spectrum, "9809\nMode 0 0 1 2\nOffset\n0 14 0 800 100\n"));
     QVERIFY(std::fabs(spectrum.points.at(0).energy - 8172.4099229207095) < 1e-10);
@@ -610,15 +609,15 @@ void tst_AMutEFiles::beamlineSpacing_data()
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<double>("d");
 
-    QTest::newRow("apart") << QByteArray("D= 2.0 A") << 2.0;
+    QTest::newRow("separate words") << QByteArray("D= 2.0 A") << 2.0;
     QTest::newRow("among words") << QByteArray("Mono: Si(311) D= 1.5 A  Initial angle= 12") << 1.5;
     QTest::newRow("joined is not found") << QByteArray("D=2.0 A") << 3.1355316;
-    QTest::newRow("blank ahead of the sign is not found") << QByteArray("D = 2.0") << 3.1355316;
-    QTest::newRow("nothing behind it") << QByteArray("Mono D=") << 3.1355316;
+    QTest::newRow("blank before the sign is not found") << QByteArray("D = 2.0") << 3.1355316;
+    QTest::newRow("nothing after it") << QByteArray("Mono D=") << 3.1355316;
     QTest::newRow("lower case is not found") << QByteArray("d= 2.0") << 3.1355316;
     QTest::newRow("last line wins") << QByteArray("D= 2.0\nD= 1.5") << 1.5;
     QTest::newRow("first on a line wins") << QByteArray("D= 2.0 D= 1.5") << 2.0;
-    QTest::newRow("word is 0") << QByteArray("D= x") << 0.0;
+    QTest::newRow("word reads as 0") << QByteArray("D= x") << 0.0;
 }
 
 void tst_AMutEFiles::beamlineSpacing()
@@ -627,7 +626,7 @@ void tst_AMutEFiles::beamlineSpacing()
     QFETCH(double, d);
     AMutE spectrum;
     QVERIFY(read(&spectrum, "9809\n" + line + "\nMode 0 0 1 2\nOffset\n0 30 0 800 100\n"));
-    // sin(30 degrees) is 1/2 to 2.6e-11 of itself, by the cut pi.
+    // With the truncated pi, sin(30 degrees) differs from 1/2 by a relative 2.6e-11.
     const double expected = 12398.424360387684 / d;
     QVERIFY(spectrum.points.at(0).energy == expected ||
             std::fabs(spectrum.points.at(0).energy / expected - 1.0) < 3e-11);
@@ -640,7 +639,7 @@ void tst_AMutEFiles::spacingInTheDataChangesLaterRowsOnly()
     QCOMPARE(spectrum.points.at(0).energy, 2.0 * spectrum.points.at(1).energy);
 }
 
-void tst_AMutEFiles::beamlineFails_data()
+void tst_AMutEFiles::beamlineWithoutUsableRowsFails_data()
 {
     QTest::addColumn<QByteArray>("content");
 
@@ -653,12 +652,12 @@ void tst_AMutEFiles::beamlineFails_data()
     QTest::newRow("only short rows") << beamline("Mode 0 0 1 2", "0 30 0 800\n1 2\n");
     QTest::newRow("no Mode line") << beamline("", row);
     QTest::newRow("no I0 channel") << beamline("Mode 0 0 2 3", row);
-    QTest::newRow("I0 ahead of the channels") << beamline("Mode 1 1", row);
+    QTest::newRow("I0 before the channels") << beamline("Mode 1 1", row);
     QTest::newRow("I0 beyond every row") << beamline("Mode 0 0 2 2 1", row);
     QTest::newRow("first line only") << QByteArray("9809");
 }
 
-void tst_AMutEFiles::beamlineFails()
+void tst_AMutEFiles::beamlineWithoutUsableRowsFails()
 {
     QFETCH(QByteArray, content);
     AMutE spectrum = goodSpectrum();
@@ -667,7 +666,7 @@ void tst_AMutEFiles::beamlineFails()
     QVERIFY(spectrum.points.isEmpty());
 }
 
-void tst_AMutEFiles::zeroTransmissionStaysAndWidensTheExtremes()
+void tst_AMutEFiles::zeroTransmissionIsKeptAndWidensTheExtremes()
 {
     AMutE spectrum;
     QVERIFY(read(&spectrum, beamline("Mode 0 0 1 2", "0 30 0 800 100\n0 29 0 800 0\n"
@@ -677,11 +676,11 @@ void tst_AMutEFiles::zeroTransmissionStaysAndWidensTheExtremes()
     QCOMPARE(spectrum.minMut, -infinity);
 
     QVERIFY(read(&spectrum, beamline("Mode 0 0 1 2", "0 30 0 800 100\n0 28 0 0 0\n")));
-    QCOMPARE(spectrum.maxMut, ln8); // a NaN changes nothing
+    QCOMPARE(spectrum.maxMut, ln8); // the NaN is ignored
     QCOMPARE(spectrum.minMut, ln8);
 }
 
-void tst_AMutEFiles::beamlineDescendingEnergiesStay()
+void tst_AMutEFiles::beamlineKeepsDescendingEnergies()
 {
     AMutE spectrum;
     QVERIFY(read(&spectrum, beamline("Mode 0 0 1 2", "0 28 0 8 1\n0 29 0 8 2\n0 30 0 8 4\n")));
@@ -697,15 +696,16 @@ void tst_AMutEFiles::successfulReadFitsTheLines_data()
     QTest::addColumn<QByteArray>("content");
 
     QTest::newRow("plain") << QByteArray("8600 1\n8700 1\n8800 1\n8900 1\n");
-    // 12.5 to 13.3 degrees are 9135 to 8594 eV.
+    // The angles from 12.5 to 13.3 degrees are energies from 9135 to 8594 eV.
     QTest::newRow("9809") << QByteArray("9809\nMode 0 0 1 3\nOffset\n0 12.5 0 1 1\n0 12.7 0 1 1\n"
                                         "0 13 0 1 1\n0 13.3 0 1 1\n");
 }
 
 void tst_AMutEFiles::successfulReadFitsTheLines()
 {
-    // mut 1 above postEdgeStart, nothing below preEdgeEnd: the lines are 1 (to
-    // 1e-6, the normal equations being badly conditioned) and NaN.
+    // All mut values above postEdgeStart are 1, and no point is below preEdgeEnd. The
+    // post-edge line is 1 (to 1e-6, because the normal equations are badly conditioned), the
+    // pre-edge line is NaN.
     QFETCH(QByteArray, content);
     AMutE spectrum;
     QVERIFY(read(&spectrum, content));
@@ -723,12 +723,12 @@ void tst_AMutEFiles::hostileFilesReadLikeTheReference_data()
     QTest::newRow("9809 with lone CR")
         << QByteArray("9809\rMode 0 0 1 2\nMode 0 0 1 2\rOffset\nOffset\n0 30 0 8\r1\n0 1 0 8 1\n");
     QTest::newRow("NUL bytes") << QByteArray("8300\0 1\n83\0 00 2 3\n\0\n", 22);
-    QTest::newRow("odd blanks") << QByteArray("8300\v1\f2\n8400\xc2\xa0"
-                                              "5\n\xe2\x80\x83"
-                                              "8500 "
-                                              "6\n8600\xc2\x85"
-                                              "7\n\x1c"
-                                              "8700 8\n");
+    QTest::newRow("unusual blanks") << QByteArray("8300\v1\f2\n8400\xc2\xa0"
+                                                  "5\n\xe2\x80\x83"
+                                                  "8500 "
+                                                  "6\n8600\xc2\x85"
+                                                  "7\n\x1c"
+                                                  "8700 8\n");
     QTest::newRow("broken UTF-8") << QByteArray("8300 1\xff\xfe\n\xc3(8400 2\n8500 3\n");
     QTest::newRow("UTF-16 with a lone surrogate") << QByteArray("\xff\xfe"
                                                                 "8\0 \0"
@@ -788,7 +788,7 @@ void tst_AMutEFiles::binaryNoiseReadsLikeTheReference()
     }
 }
 
-void tst_AMutEFiles::megabytesInOneLine_data()
+void tst_AMutEFiles::lineOfMegabytes_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<qsizetype>("points");
@@ -800,11 +800,11 @@ void tst_AMutEFiles::megabytesInOneLine_data()
     QTest::newRow("numbers") << numbers << qsizetype(1);
     QTest::newRow("9809, first line") << "9809 " + numbers << qsizetype(0);
     QTest::newRow("9809, one row") << beamline("Mode 0 0 1 2", numbers) << qsizetype(1);
-    QTest::newRow("9809, Mode line")
-        << beamline("Mode 0 0 " + numbers, "0 30 0 1 1\n") << qsizetype(0); // I0 far off
+    QTest::newRow("9809, Mode line") << beamline("Mode 0 0 " + numbers, "0 30 0 1 1\n")
+                                     << qsizetype(0); // the I0 column is beyond the row
 }
 
-void tst_AMutEFiles::megabytesInOneLine()
+void tst_AMutEFiles::lineOfMegabytes()
 {
     QFETCH(QByteArray, content);
     QFETCH(qsizetype, points);
@@ -813,7 +813,7 @@ void tst_AMutEFiles::megabytesInOneLine()
     QCOMPARE(spectrum.points.size(), points);
 }
 
-// A line of 16 MiB, ended or not.
+// A line of 16 MiB, with or without a line feed at its end.
 void tst_AMutEFiles::lineOf16MiBIsRead_data()
 {
     QTest::addColumn<QByteArray>("start");
@@ -837,7 +837,7 @@ void tst_AMutEFiles::lineOf16MiBIsRead()
     QCOMPARE(spectrum.points.size(), 1);
 }
 
-void tst_AMutEFiles::longerLineRefusesTheSpectrum()
+void tst_AMutEFiles::longerLineIsRefused()
 {
 #ifdef __SANITIZE_ADDRESS__
     QSKIP("takes minutes with the realloc of the sanitizer");
@@ -854,7 +854,7 @@ void tst_AMutEFiles::longerLineRefusesTheSpectrum()
     QCOMPARE(spectrum.maxEnergy, -1e300);
 }
 
-void tst_AMutEFiles::deviceGivesTheSameAsItsFile_data()
+void tst_AMutEFiles::deviceIsReadLikeAFile_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("plain") << QByteArray("# Ni\r\n8300 0.5\r\n8400 1.5\r\n");
@@ -863,7 +863,7 @@ void tst_AMutEFiles::deviceGivesTheSameAsItsFile_data()
     QTest::newRow("empty") << QByteArray();
 }
 
-void tst_AMutEFiles::deviceGivesTheSameAsItsFile()
+void tst_AMutEFiles::deviceIsReadLikeAFile()
 {
     QFETCH(QByteArray, content);
     AMutE ofFile;

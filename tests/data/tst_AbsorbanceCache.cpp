@@ -1,4 +1,4 @@
-// The absorbance of maps that is kept from one calculation to the next.
+// The cache that keeps the absorbance of maps between calculations.
 #include "data/AbsorbanceCache.h"
 
 #include "support/OddMaps.h"
@@ -21,14 +21,14 @@ namespace
 
 using Change = std::function<void(A2DData&)>;
 
-/// Whether @p cache has the absorbance of each row of @p map.
-bool isRight(const AbsorbanceCache& cache, const A2DData& map)
+/// Whether @p cache holds the correct absorbance for each row of @p map.
+bool isCorrect(const AbsorbanceCache& cache, const A2DData& map)
 {
     const std::span<const double> values = cache.of(map);
     if (std::cmp_not_equal(values.size(), map.rows.size())) {
         return false;
     }
-    A2DData line = map; // its rows in a single line
+    A2DData line = map; // the same rows in a single line
     line.xNum = static_cast<int>(map.rows.size());
     line.yNum = 1;
     for (int i = 0; i < line.xNum; ++i) {
@@ -40,8 +40,8 @@ bool isRight(const AbsorbanceCache& cache, const A2DData& map)
     return true;
 }
 
-/// A map with a row for each pair of odd numbers.
-A2DData mapOfOddPairs()
+/// A map with one row for each pair of special values, such as zeros, NaN and infinities.
+A2DData mapOfSpecialPairs()
 {
     A2DData map;
     for (const double intensity : tests::oddNumbers) {
@@ -62,34 +62,34 @@ class tst_AbsorbanceCache : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void numbersAreThoseOfThePixels_data();
-    void numbersAreThoseOfThePixels();
-    void absorbanceByHand();
-    void claimedSizePlaysNoPart();
-    void nothingIsKnownOfAMapThatWasNotMadeReady();
+    void cachedValuesEqualThePixels_data();
+    void cachedValuesEqualThePixels();
+    void absorbanceMatchesAHandCalculation();
+    void sizeOfTheMapHasNoEffect();
+    void unpreparedMapHasNoValues();
     void emptyMapsHaveNoAbsorbance();
-    void sameMapTwiceInTheListHasOneArray();
+    void mapListedTwiceHasOneArray();
     void mapsThatShareTheirRowsShareOneArray();
     void absorbanceOutlivesTheMap();
-    void changeIsSeenAndReadAgain_data();
-    void changeIsSeenAndReadAgain();
-    void changeOfOneOfTwoSharingMapsLeavesTheOther();
+    void changedMapIsReadAgain_data();
+    void changedMapIsReadAgain();
+    void changeOfOneSharingMapKeepsTheArrayOfTheOther();
     void unchangedMapKeepsItsArray();
-    void mapsNotAskedForAreForgotten();
-    void rowsOfAChangedMapAreLetGo();
-    void emptyListForgetsAll();
-    void memoryOfAForgottenMapIsUsedAgain();
+    void mapsMissingInTheListAreDropped();
+    void oldRowsOfAChangedMapAreReleased();
+    void emptyListDropsAllMaps();
+    void memoryOfADroppedMapIsReused();
     void memoryThatIsTooSmallIsReplaced();
-    void muchLargerMemoryIsGivenBack();
-    void randomHistory_data();
-    void randomHistory();
+    void muchLargerMemoryIsReleased();
+    void randomChangesKeepTheCacheCorrect_data();
+    void randomChangesKeepTheCacheCorrect();
 };
 
-void tst_AbsorbanceCache::numbersAreThoseOfThePixels_data()
+void tst_AbsorbanceCache::cachedValuesEqualThePixels_data()
 {
     QTest::addColumn<A2DData>("map");
     std::mt19937_64 random(1);
-    QTest::newRow("odd pairs") << mapOfOddPairs();
+    QTest::newRow("pairs of special values") << mapOfSpecialPairs();
     for (const Kind kind : tests::allKinds) {
         for (const int rows : {1, 3, 63, 64, 65, 300}) {
             QTest::addRow("%s, %d rows", tests::nameOf(kind), rows)
@@ -98,27 +98,27 @@ void tst_AbsorbanceCache::numbersAreThoseOfThePixels_data()
     }
 }
 
-void tst_AbsorbanceCache::numbersAreThoseOfThePixels()
+void tst_AbsorbanceCache::cachedValuesEqualThePixels()
 {
     QFETCH(A2DData, map);
     AbsorbanceCache cache;
     cache.prepare({&map});
     QVERIFY(!cache.of(map).empty());
-    QVERIFY(isRight(cache, map));
+    QVERIFY(isCorrect(cache, map));
 }
 
-void tst_AbsorbanceCache::absorbanceByHand()
+void tst_AbsorbanceCache::absorbanceMatchesAHandCalculation()
 {
     A2DData map;
     map.rows = {{0, 0, 5.0, 0.0, {}}, {0, 0, 0.0, 3.0, {}}, {0, 0, 1.0, 1.0, {}}};
     AbsorbanceCache cache;
     cache.prepare({&map});
-    QCOMPARE(cache.of(map)[0], 5.0); // ready
-    QCOMPARE(cache.of(map)[1], 1.0); // nothing came through
+    QCOMPARE(cache.of(map)[0], 5.0); // i0 is 0: the intensity is the absorbance
+    QCOMPARE(cache.of(map)[1], 1.0); // the intensity is 0
     QCOMPARE(cache.of(map)[2], 0.0); // ln(1)
 }
 
-void tst_AbsorbanceCache::claimedSizePlaysNoPart()
+void tst_AbsorbanceCache::sizeOfTheMapHasNoEffect()
 {
     A2DData map = readyMap(3, 1, {1, 2, 3});
     AbsorbanceCache cache;
@@ -126,13 +126,13 @@ void tst_AbsorbanceCache::claimedSizePlaysNoPart()
     for (const int width : {-3, 0, 1, 3, 1000}) {
         map.xNum = width;
         map.yNum = width;
-        QVERIFY(isRight(cache, map));
+        QVERIFY(isCorrect(cache, map));
         cache.prepare({&map});
-        QVERIFY(isRight(cache, map));
+        QVERIFY(isCorrect(cache, map));
     }
 }
 
-void tst_AbsorbanceCache::nothingIsKnownOfAMapThatWasNotMadeReady()
+void tst_AbsorbanceCache::unpreparedMapHasNoValues()
 {
     const A2DData map = readyMap(2, 1, {1, 2});
     const A2DData equal = readyMap(2, 1, {1, 2});
@@ -148,29 +148,29 @@ void tst_AbsorbanceCache::emptyMapsHaveNoAbsorbance()
     const A2DData none;
     A2DData cleared = readyMap(2, 1, {1, 2});
     cleared.rows.clear();
-    A2DData claiming;
-    claiming.xNum = claiming.yNum = 4;
+    A2DData sizeOnly;
+    sizeOnly.xNum = sizeOnly.yNum = 4;
     const A2DData map = readyMap(2, 1, {1, 2});
     AbsorbanceCache cache;
-    cache.prepare({&none, &map, &cleared, &claiming});
+    cache.prepare({&none, &map, &cleared, &sizeOnly});
     QVERIFY(cache.of(none).empty());
     QVERIFY(cache.of(cleared).empty());
-    QVERIFY(cache.of(claiming).empty());
-    QVERIFY(isRight(cache, map));
+    QVERIFY(cache.of(sizeOnly).empty());
+    QVERIFY(isCorrect(cache, map));
 }
 
-void tst_AbsorbanceCache::sameMapTwiceInTheListHasOneArray()
+void tst_AbsorbanceCache::mapListedTwiceHasOneArray()
 {
     const A2DData a = readyMap(2, 1, {1, 2});
     const A2DData b = readyMap(2, 1, {3, 4});
     AbsorbanceCache cache;
     for (int round = 0; round < 2; ++round) {
         cache.prepare({&a, &b, &a, &a, &b});
-        QVERIFY(isRight(cache, a));
-        QVERIFY(isRight(cache, b));
+        QVERIFY(isCorrect(cache, a));
+        QVERIFY(isCorrect(cache, b));
         QVERIFY(cache.of(a).data() != cache.of(b).data());
     }
-    cache.prepare({}); // no second entry holds them
+    cache.prepare({}); // no duplicate entry holds the rows
     QVERIFY(a.rows.isDetached());
     QVERIFY(b.rows.isDetached());
 }
@@ -199,27 +199,27 @@ void tst_AbsorbanceCache::absorbanceOutlivesTheMap()
         values = cache.of(map);
     }
     QCOMPARE(values[1], 2.0);
-    // Rows that were let go of cannot be taken for those of a new map.
+    // The cached rows must not be mistaken for the rows of a new map.
     for (int round = 0; round < 100; ++round) {
         const A2DData map = readyMap(2, 1, {5, 6});
         QVERIFY(cache.of(map).empty());
     }
 }
 
-void tst_AbsorbanceCache::changeIsSeenAndReadAgain_data()
+void tst_AbsorbanceCache::changedMapIsReadAgain_data()
 {
     QTest::addColumn<Change>("change");
     const auto row = [](const char* name, const Change& change) { QTest::newRow(name) << change; };
-    row("first pixel in place", [](A2DData& map) { map.rows[0].intensity = 50.0; });
-    row("last pixel in place", [](A2DData& map) { map.rows.last().i0 = 50.0; });
-    row("written with what it was", [](A2DData& map) { map.rows[0].x = map.rows.at(0).x; });
+    row("first pixel changed", [](A2DData& map) { map.rows[0].intensity = 50.0; });
+    row("last pixel changed", [](A2DData& map) { map.rows.last().i0 = 50.0; });
+    row("written with the same value", [](A2DData& map) { map.rows[0].x = map.rows.at(0).x; });
     row("row appended", [](A2DData& map) { map.rows.append({0, 0, 50.0, 0.0, {}}); });
-    row("row in front", [](A2DData& map) { map.rows.prepend({0, 0, 50.0, 0.0, {}}); });
+    row("row inserted at the front", [](A2DData& map) { map.rows.prepend({0, 0, 50.0, 0.0, {}}); });
     row("row removed", [](A2DData& map) { map.rows.removeLast(); });
     row("first row removed", [](A2DData& map) { map.rows.removeFirst(); });
     row("truncated", [](A2DData& map) { map.rows.resize(3); });
     row("made longer", [](A2DData& map) { map.rows.resize(100); });
-    row("exchanged within", [](A2DData& map) { map.rows.swapItemsAt(0, 4); });
+    row("two rows exchanged", [](A2DData& map) { map.rows.swapItemsAt(0, 4); });
     row("filled", [](A2DData& map) { map.rows.fill({0, 0, 50.0, 0.0, {}}); });
     row("equal copy", [](A2DData& map) { map = tests::ownCopy(map); });
     row("detached", [](A2DData& map) { map.rows.detach(); });
@@ -242,23 +242,23 @@ void tst_AbsorbanceCache::changeIsSeenAndReadAgain_data()
     row("cleared", [](A2DData& map) { map.clear(); });
 }
 
-void tst_AbsorbanceCache::changeIsSeenAndReadAgain()
+void tst_AbsorbanceCache::changedMapIsReadAgain()
 {
     QFETCH(Change, change);
     A2DData map = readyMap(5, 1, {1, 2, 3, 4, 5});
     AbsorbanceCache cache;
     cache.prepare({&map});
-    QVERIFY(isRight(cache, map));
+    QVERIFY(isCorrect(cache, map));
     change(map);
     QVERIFY(cache.of(map).empty());
     cache.prepare({&map});
-    QVERIFY(isRight(cache, map));
-    change(map); // once more, from there
+    QVERIFY(isCorrect(cache, map));
+    change(map); // a second time
     cache.prepare({&map});
-    QVERIFY(isRight(cache, map));
+    QVERIFY(isCorrect(cache, map));
 }
 
-void tst_AbsorbanceCache::changeOfOneOfTwoSharingMapsLeavesTheOther()
+void tst_AbsorbanceCache::changeOfOneSharingMapKeepsTheArrayOfTheOther()
 {
     const A2DData a = readyMap(3, 1, {1, 2, 3});
     A2DData b = a;
@@ -269,8 +269,8 @@ void tst_AbsorbanceCache::changeOfOneOfTwoSharingMapsLeavesTheOther()
     QVERIFY(cache.of(b).empty());
     QVERIFY(cache.of(a).data() == before);
     cache.prepare({&b, &a});
-    QVERIFY(isRight(cache, a));
-    QVERIFY(isRight(cache, b));
+    QVERIFY(isCorrect(cache, a));
+    QVERIFY(isCorrect(cache, b));
     QVERIFY(cache.of(a).data() == before);
 }
 
@@ -286,10 +286,10 @@ void tst_AbsorbanceCache::unchangedMapKeepsItsArray()
     QVERIFY(cache.of(b).data() == before);
     cache.prepare({&b});
     QVERIFY(cache.of(b).data() == before);
-    QVERIFY(isRight(cache, b));
+    QVERIFY(isCorrect(cache, b));
 }
 
-void tst_AbsorbanceCache::mapsNotAskedForAreForgotten()
+void tst_AbsorbanceCache::mapsMissingInTheListAreDropped()
 {
     const A2DData a = readyMap(2, 1, {1, 2});
     const A2DData b = readyMap(2, 1, {3, 4});
@@ -301,10 +301,10 @@ void tst_AbsorbanceCache::mapsNotAskedForAreForgotten()
     QVERIFY(cache.of(a).empty());
     QVERIFY(a.rows.isDetached());
     QVERIFY(!b.rows.isDetached());
-    QVERIFY(isRight(cache, c));
+    QVERIFY(isCorrect(cache, c));
 }
 
-void tst_AbsorbanceCache::rowsOfAChangedMapAreLetGo()
+void tst_AbsorbanceCache::oldRowsOfAChangedMapAreReleased()
 {
     A2DData map = readyMap(2, 1, {1, 2});
     AbsorbanceCache cache;
@@ -316,7 +316,7 @@ void tst_AbsorbanceCache::rowsOfAChangedMapAreLetGo()
     QVERIFY(earlier.isDetached());
 }
 
-void tst_AbsorbanceCache::emptyListForgetsAll()
+void tst_AbsorbanceCache::emptyListDropsAllMaps()
 {
     const A2DData map = readyMap(2, 1, {1, 2});
     AbsorbanceCache cache;
@@ -326,7 +326,7 @@ void tst_AbsorbanceCache::emptyListForgetsAll()
     QVERIFY(map.rows.isDetached());
 }
 
-void tst_AbsorbanceCache::memoryOfAForgottenMapIsUsedAgain()
+void tst_AbsorbanceCache::memoryOfADroppedMapIsReused()
 {
     A2DData map = readyMap(100, 1, QList<double>(100, 1.0));
     AbsorbanceCache cache;
@@ -336,7 +336,7 @@ void tst_AbsorbanceCache::memoryOfAForgottenMapIsUsedAgain()
         map = readyMap(rows, 1, QList<double>(rows, 1.0 * rows));
         cache.prepare({&map});
         QVERIFY(cache.of(map).data() == before);
-        QVERIFY(isRight(cache, map));
+        QVERIFY(isCorrect(cache, map));
     }
 }
 
@@ -346,13 +346,13 @@ void tst_AbsorbanceCache::memoryThatIsTooSmallIsReplaced()
     for (const int rows : {10, 11, 5000, 5001}) {
         const A2DData map = readyMap(rows, 1, QList<double>(rows, 1.0 * rows));
         cache.prepare({&map});
-        QVERIFY(isRight(cache, map));
+        QVERIFY(isCorrect(cache, map));
     }
 }
 
-// The memory of a large map comes from pages of its own, so what a small one
-// gets cannot begin at the same place.
-void tst_AbsorbanceCache::muchLargerMemoryIsGivenBack()
+// The allocator maps the memory of a large map separately, so a small allocation cannot start
+// at the same address.
+void tst_AbsorbanceCache::muchLargerMemoryIsReleased()
 {
     A2DData map = readyMap(10, 1, QList<double>(10, 1.0));
     const A2DData small = map;
@@ -363,10 +363,10 @@ void tst_AbsorbanceCache::muchLargerMemoryIsGivenBack()
     map.clear();
     cache.prepare({&small});
     QVERIFY(cache.of(small).data() != before);
-    QVERIFY(isRight(cache, small));
+    QVERIFY(isCorrect(cache, small));
 }
 
-void tst_AbsorbanceCache::randomHistory_data()
+void tst_AbsorbanceCache::randomChangesKeepTheCacheCorrect_data()
 {
     QTest::addColumn<int>("seed");
     for (int seed = 1; seed <= 8; ++seed) {
@@ -374,7 +374,7 @@ void tst_AbsorbanceCache::randomHistory_data()
     }
 }
 
-void tst_AbsorbanceCache::randomHistory()
+void tst_AbsorbanceCache::randomChangesKeepTheCacheCorrect()
 {
     QFETCH(int, seed);
     std::mt19937_64 random(static_cast<unsigned>(seed));
@@ -401,16 +401,16 @@ void tst_AbsorbanceCache::randomHistory()
                 map.rows.last() = tests::rowOf(Kind::Odd, random);
             }
         }
-        QList<const A2DData*> wanted;
+        QList<const A2DData*> requested;
         while (!tests::onceIn(random, 5)) {
-            wanted.append(&anyMap());
+            requested.append(&anyMap());
         }
-        cache.prepare(wanted);
-        for (const A2DData* each : std::as_const(wanted)) {
-            QVERIFY(isRight(cache, *each));
+        cache.prepare(requested);
+        for (const A2DData* each : std::as_const(requested)) {
+            QVERIFY(isCorrect(cache, *each));
         }
         for (const A2DData& each : std::as_const(maps)) {
-            QVERIFY(cache.of(each).empty() || isRight(cache, each));
+            QVERIFY(cache.of(each).empty() || isCorrect(cache, each));
         }
     }
 }

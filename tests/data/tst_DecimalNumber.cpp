@@ -1,4 +1,4 @@
-// The fast path for decimal numbers against the toolkit's conversion: equal bits.
+// The fast path for decimal numbers, compared bit for bit with Qt's conversion.
 #include "data/DecimalNumber.h"
 #include "data/LineWords.h"
 #include "support/SameDouble.h"
@@ -34,7 +34,7 @@ QByteArray digits(int count, Random& random)
     return text;
 }
 
-/// Any of what may make up a number, none of it for sure.
+/// Random parts of a number; each part can be missing, and signs can be doubled.
 QByteArray randomText(Random& random)
 {
     static const QByteArrayList signs = {"", "", "", "-", "-", "+", "--", "-+"};
@@ -60,7 +60,7 @@ double lineValue(const QByteArray& word)
     return words.next() ? words.toDouble() : 0.0;
 }
 
-/// Whether the fast path takes all of @p word.
+/// Whether the fast path reads the whole of @p word.
 bool isFast(const QByteArray& word, double& value)
 {
     const QByteArray line = word + '\n';
@@ -68,19 +68,19 @@ bool isFast(const QByteArray& word, double& value)
     return data::readDecimal(end, value) && *end == '\n';
 }
 
-double toolkitValue(const QByteArray& word)
+double qtValue(const QByteArray& word)
 {
     return QString::fromLatin1(word).toDouble();
 }
 
-/// Whether @p word reads as the toolkit reads it, on the fast path if that
-/// takes it and in a line of a file.
-bool sameAsToolkit(const QByteArray& word)
+/// Whether Qt's value equals the value in a line of a file, and the fast path's value if the
+/// fast path reads @p word.
+bool sameAsQt(const QByteArray& word)
 {
-    const double wanted = toolkitValue(word);
+    const double expected = qtValue(word);
     double value = 0.0;
-    return (!isFast(word, value) || tests::sameDouble(value, wanted)) &&
-           tests::sameDouble(lineValue(word), wanted);
+    return (!isFast(word, value) || tests::sameDouble(value, expected)) &&
+           tests::sameDouble(lineValue(word), expected);
 }
 
 } // namespace
@@ -90,19 +90,19 @@ class tst_DecimalNumber : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void takesPlainDecimals_data();
-    void takesPlainDecimals();
-    void leavesOtherTextAlone_data();
-    void leavesOtherTextAlone();
-    void stopsBehindTheNumber();
-    void edgesAreTheToolkits_data();
-    void edgesAreTheToolkits();
-    void everyPlaceOfThePointIsTheToolkits();
-    void randomTextsAreTheToolkits();
-    void randomMantissasAreTheToolkits();
+    void plainDecimalsAreRead_data();
+    void plainDecimalsAreRead();
+    void otherTextIsNotRead_data();
+    void otherTextIsNotRead();
+    void readingStopsAfterTheNumber();
+    void limitsMatchQt_data();
+    void limitsMatchQt();
+    void everyPositionOfThePointMatchesQt();
+    void randomTextsMatchQt();
+    void randomMantissasMatchQt();
 };
 
-void tst_DecimalNumber::takesPlainDecimals_data()
+void tst_DecimalNumber::plainDecimalsAreRead_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<double>("value");
@@ -113,13 +113,13 @@ void tst_DecimalNumber::takesPlainDecimals_data()
     QTest::newRow("decimals") << QByteArray("649.35") << 649.35;
     QTest::newRow("negative") << QByteArray("-12.75") << -12.75;
     QTest::newRow("no digit before the point") << QByteArray(".5") << 0.5;
-    QTest::newRow("no digit behind the point") << QByteArray("5.") << 5.0;
+    QTest::newRow("no digit after the point") << QByteArray("5.") << 5.0;
     QTest::newRow("leading zeros") << QByteArray("00012.50") << 12.5;
     QTest::newRow("2^53") << QByteArray("9007199254740992") << 0x1p53;
     QTest::newRow("nineteen digits") << QByteArray("0.009007199254740992") << 0.009007199254740992;
 }
 
-void tst_DecimalNumber::takesPlainDecimals()
+void tst_DecimalNumber::plainDecimalsAreRead()
 {
     QFETCH(QByteArray, text);
     QFETCH(double, value);
@@ -128,7 +128,7 @@ void tst_DecimalNumber::takesPlainDecimals()
     QVERIFY(tests::sameDouble(got, value));
 }
 
-void tst_DecimalNumber::leavesOtherTextAlone_data()
+void tst_DecimalNumber::otherTextIsNotRead_data()
 {
     QTest::addColumn<QByteArray>("text");
     for (const char* const text :
@@ -139,7 +139,7 @@ void tst_DecimalNumber::leavesOtherTextAlone_data()
     }
 }
 
-void tst_DecimalNumber::leavesOtherTextAlone()
+void tst_DecimalNumber::otherTextIsNotRead()
 {
     QFETCH(QByteArray, text);
     const QByteArray line = text + '\n';
@@ -150,7 +150,7 @@ void tst_DecimalNumber::leavesOtherTextAlone()
     QCOMPARE(value, 99.0);
 }
 
-void tst_DecimalNumber::stopsBehindTheNumber()
+void tst_DecimalNumber::readingStopsAfterTheNumber()
 {
     for (const char* const rest : {" 1", "e5", ",5", ".5", "x10", "-1", "\r", "\xff"}) {
         const QByteArray line = QByteArray("10.25") + rest + '\n';
@@ -162,30 +162,30 @@ void tst_DecimalNumber::stopsBehindTheNumber()
     }
 }
 
-void tst_DecimalNumber::edgesAreTheToolkits_data()
+void tst_DecimalNumber::limitsMatchQt_data()
 {
     QTest::addColumn<QByteArray>("text");
     for (const char* const text :
-         {// What only looks like a number.
+         {// Not numbers, but similar to numbers.
           "-", "+", ".", "-.", "+.", "1e", "1e+", "1e-", "-1e", "e1", ".e1", "0x10", "0X1", "1,5",
           "1_0", "1.2.3", "1..2", "1-", "1+1", "--1", "+-1", "1x", "1.5x", "inf", "-inf", "+inf",
           "nan", "-nan", "NaN", "infinity", "1f",
-          // What is one.
+          // Numbers.
           "+1", "+.5", ".5", "5.", "-.5", "-5.", "1.e5", ".5e1", "-0", "-0.0", "-.0", "00012.50",
           "1E5", "1e+5", "1e-5", "-1.5e-5", "1e0005", "0e400", "-0e400",
-          // Around the largest exact whole number, with and without decimals.
+          // Around 2^53, up to which all integers are exact, with and without decimals.
           "9007199254740991", "9007199254740992", "9007199254740993", "9007199254740994",
           "9007199254740995", "-9007199254740993", "900719925474099.1", "900719925474099.3",
           "0.9007199254740993", "0.009007199254740993", "9.007199254740993", "9007199254740993.0",
-          // Around the largest exact power of ten.
+          // Around 1e22, the largest exact power of ten.
           "1e21", "1e22", "1e23", "1e24", "10000000000000000000000", "100000000000000000000000",
           "9007199254740992e22", "9007199254740993e22", "123e22", "123e23", "1e-22", "1e-23",
           "7e-22", "7e-23", "0.0000000000000000000001", "0.00000000000000000000001",
-          // Around 64 bits and the number of digits that fit.
+          // Around 64 bits and the largest number of digits.
           "999999999999999999", "9999999999999999999", "18446744073709551615",
           "18446744073709551616", "18446744073709551621", "36893488147419103237",
           "0.000000000000000001", "0.0000000000000000001", "0.00000000000000000001",
-          // Half way between two doubles.
+          // Half-way between two doubles.
           "1.00000000000000011102230246251565404236316680908203125",
           "1.00000000000000011102230246251565404236316680908203126", "9007199254740992.5",
           "4503599627370496.5", "4503599627370497.5",
@@ -197,25 +197,25 @@ void tst_DecimalNumber::edgesAreTheToolkits_data()
     }
 }
 
-void tst_DecimalNumber::edgesAreTheToolkits()
+void tst_DecimalNumber::limitsMatchQt()
 {
     QFETCH(QByteArray, text);
-    QVERIFY(sameAsToolkit(text));
+    QVERIFY(sameAsQt(text));
 }
 
-void tst_DecimalNumber::everyPlaceOfThePointIsTheToolkits()
+void tst_DecimalNumber::everyPositionOfThePointMatchesQt()
 {
     Random random(13);
     for (int count = 1; count <= 25; ++count) {
-        for (int place = 0; place <= count; ++place) {
-            const QByteArray text = digits(count, random).insert(place, '.');
-            QVERIFY2(sameAsToolkit(text), text.constData());
-            QVERIFY2(sameAsToolkit("-" + text), text.constData());
+        for (int position = 0; position <= count; ++position) {
+            const QByteArray text = digits(count, random).insert(position, '.');
+            QVERIFY2(sameAsQt(text), text.constData());
+            QVERIFY2(sameAsQt("-" + text), text.constData());
         }
     }
 }
 
-void tst_DecimalNumber::randomTextsAreTheToolkits()
+void tst_DecimalNumber::randomTextsMatchQt()
 {
     Random random(20240607);
     int fast = 0;
@@ -223,22 +223,22 @@ void tst_DecimalNumber::randomTextsAreTheToolkits()
         const QByteArray text = randomText(random);
         double value = 0.0;
         fast += isFast(text, value) ? 1 : 0;
-        if (!sameAsToolkit(text)) {
+        if (!sameAsQt(text)) {
             QFAIL(text.constData());
         }
     }
-    QVERIFY(fast > randomTexts / 4); // the comparison is about the fast path
+    QVERIFY(fast > randomTexts / 4); // the fast path must be tested often enough
 }
 
-void tst_DecimalNumber::randomMantissasAreTheToolkits()
+void tst_DecimalNumber::randomMantissasMatchQt()
 {
-    // Sixteen digits up to a little beyond 2^53, where a rounding of the whole
-    // number before the division would show.
+    // Sixteen digits, up to slightly above 2^53: if the integer were rounded before the
+    // division, results would differ.
     std::mt19937_64 random(53);
     for (int i = 0; i < randomTexts / 2; ++i) {
         QByteArray text = QByteArray::number(quint64{random() % ((quint64{1} << 53) + 1000)});
         text.insert(static_cast<qsizetype>(random() % static_cast<quint64>(text.size())), '.');
-        if (!sameAsToolkit(text)) {
+        if (!sameAsQt(text)) {
             QFAIL(text.constData());
         }
     }

@@ -1,5 +1,5 @@
-// data::openForReading and data::openForWriting on things that are no plain
-// files.
+// data::openForReading and data::openForWriting with regular files, folders, pipes and
+// devices.
 #include "data/FileAccess.h"
 #include "support/TestFiles.h"
 #include "support/Unprivileged.h"
@@ -21,10 +21,10 @@ class tst_FileAccess : public QObject
 private Q_SLOTS:
     void init();
 
-    void regularFileIsReadWhole();
+    void regularFileIsReadCompletely();
     void linkToARegularFileIsRead();
     void readingIsNotInTextMode();
-    void readFileKnowsItsSizeAndCanBeMapped();
+    void openedFileHasASizeAndCanBeMapped();
     void readingRefuses_data();
     void readingRefuses();
     void readingRefusesAPipe();
@@ -32,14 +32,14 @@ private Q_SLOTS:
     void readingRefusesAFileWithoutPermission();
     void refusedFileCanBeOpenedLater();
 
-    void writingMakesTheFile();
+    void writingCreatesTheFile();
     void writingReplacesTheContents();
     void writingIsInTextMode();
     void writingRefuses_data();
     void writingRefuses();
     void writingRefusesAPipe();
     void writingRefusesAPipeThatHasAReader();
-    void writingRefusesAFileWithoutPermissionAndLeavesIt();
+    void fileWithoutWritePermissionKeepsItsContents();
     void fullDeviceFailsAtTheWrite();
 
 private:
@@ -52,7 +52,7 @@ void tst_FileAccess::init()
 {
     dir = std::make_unique<QTemporaryDir>();
     QVERIFY(dir->isValid());
-    // Open to nobody too, so that only the permissions of the files decide.
+    // Accessible to every user, so that only the permissions of the files matter.
     QVERIFY(::chmod(QFile::encodeName(dir->path()).constData(), 0777) == 0);
 }
 
@@ -62,7 +62,7 @@ QString tst_FileAccess::pipePath()
     return ::mkfifo(QFile::encodeName(path).constData(), 0666) == 0 ? path : QString();
 }
 
-void tst_FileAccess::regularFileIsReadWhole()
+void tst_FileAccess::regularFileIsReadCompletely()
 {
     QFile file(tests::writeFile(*dir, "a b.txt", "one\ntwo"));
     QVERIFY(data::openForReading(file));
@@ -88,7 +88,7 @@ void tst_FileAccess::readingIsNotInTextMode()
     QCOMPARE(file.readAll(), QByteArray("a\r\nb"));
 }
 
-void tst_FileAccess::readFileKnowsItsSizeAndCanBeMapped()
+void tst_FileAccess::openedFileHasASizeAndCanBeMapped()
 {
     QFile file(tests::writeFile(*dir, "map", "0123456789"));
     QVERIFY(data::openForReading(file));
@@ -107,7 +107,8 @@ void tst_FileAccess::readingRefuses_data()
     QTest::newRow("no name") << QString();
     QTest::newRow("missing file") << "/nowhere/file";
     QTest::newRow("folder") << QStringLiteral("/");
-    QTest::newRow("name that is no valid text") << "/nowhere/" + QString(QChar(0xd800)) + "file";
+    QTest::newRow("name with an unpaired surrogate")
+        << "/nowhere/" + QString(QChar(0xd800)) + "file";
     QTest::newRow("endless device") << "/dev/zero";
     QTest::newRow("empty device") << "/dev/null";
 }
@@ -124,7 +125,7 @@ void tst_FileAccess::readingRefusesAPipe()
 {
     QFile file(pipePath());
     QVERIFY(!file.fileName().isEmpty());
-    QVERIFY(!data::openForReading(file)); // waits for ever if it waits at all
+    QVERIFY(!data::openForReading(file)); // would hang if it opened the pipe
     QVERIFY(!file.isOpen());
 }
 
@@ -146,7 +147,7 @@ void tst_FileAccess::readingRefusesAFileWithoutPermission()
 
     const tests::Unprivileged nobody;
     if (!nobody.holds()) {
-        QSKIP("the privileges of root cannot be dropped here");
+        QSKIP("root privileges cannot be dropped here");
     }
     QVERIFY(data::openForReading(open));
     QVERIFY(!data::openForReading(closed));
@@ -161,7 +162,7 @@ void tst_FileAccess::refusedFileCanBeOpenedLater()
     QVERIFY(data::openForReading(file));
 }
 
-void tst_FileAccess::writingMakesTheFile()
+void tst_FileAccess::writingCreatesTheFile()
 {
     QFile file(dir->filePath("new"));
     QVERIFY(data::openForWriting(file));
@@ -193,8 +194,9 @@ void tst_FileAccess::writingRefuses_data()
     QTest::addColumn<QString>("path");
 
     QTest::newRow("no name") << QString();
-    QTest::newRow("folder that is not there") << "/nowhere/file";
-    QTest::newRow("name that is no valid text") << "/nowhere/" + QString(QChar(0xd800)) + "file";
+    QTest::newRow("missing folder") << "/nowhere/file";
+    QTest::newRow("name with an unpaired surrogate")
+        << "/nowhere/" + QString(QChar(0xd800)) + "file";
     QTest::newRow("folder") << QStringLiteral("/");
 }
 
@@ -210,7 +212,7 @@ void tst_FileAccess::writingRefusesAPipe()
 {
     QFile file(pipePath());
     QVERIFY(!file.fileName().isEmpty());
-    QVERIFY(!data::openForWriting(file)); // waits for ever if it waits at all
+    QVERIFY(!data::openForWriting(file)); // would hang if it opened the pipe
     QVERIFY(!file.isOpen());
 }
 
@@ -224,7 +226,7 @@ void tst_FileAccess::writingRefusesAPipeThatHasAReader()
     ::close(reader);
 }
 
-void tst_FileAccess::writingRefusesAFileWithoutPermissionAndLeavesIt()
+void tst_FileAccess::fileWithoutWritePermissionKeepsItsContents()
 {
     QFile open(tests::writeFile(*dir, "open", "x"));
     QFile closed(tests::writeFile(*dir, "closed", "x"));
@@ -235,7 +237,7 @@ void tst_FileAccess::writingRefusesAFileWithoutPermissionAndLeavesIt()
     {
         const tests::Unprivileged nobody;
         if (!nobody.holds()) {
-            QSKIP("the privileges of root cannot be dropped here");
+            QSKIP("root privileges cannot be dropped here");
         }
         QVERIFY(data::openForWriting(open));
         QVERIFY(!data::openForWriting(closed));
@@ -250,7 +252,7 @@ void tst_FileAccess::fullDeviceFailsAtTheWrite()
         QSKIP("no /dev/full here");
     }
     QVERIFY(data::openForWriting(file));
-    QCOMPARE(file.write("x"), 1); // into the buffer
+    QCOMPARE(file.write("x"), 1); // only into the buffer
     QVERIFY(!file.flush());
     QVERIFY(file.error() != QFileDevice::NoError);
 }

@@ -1,4 +1,4 @@
-// Running extremes.
+// Running minimum and maximum.
 
 #include "data/Limits.h"
 
@@ -22,36 +22,36 @@ class tst_Limits : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void startReversed();
-    void valueWidensOnly_data();
-    void valueWidensOnly();
-    void notANumberStays();
-    void firstOfEqualZerosStays();
-    void separateExtremesWidenAlike();
+    void initialLimitsAreReversed();
+    void valuesOnlyWidenTheLimits_data();
+    void valuesOnlyWidenTheLimits();
+    void nanLimitsAreKept();
+    void firstOfEqualZerosIsKept();
+    void separateExtremesAreWidened();
 };
 
-void tst_Limits::startReversed()
+void tst_Limits::initialLimitsAreReversed()
 {
     QCOMPARE(data::noLimits.low, 1e300);
     QCOMPARE(data::noLimits.high, -1e300);
 }
 
-void tst_Limits::valueWidensOnly_data()
+void tst_Limits::valuesOnlyWidenTheLimits_data()
 {
     QTest::addColumn<data::Limits>("limits");
     QTest::addColumn<double>("value");
     QTest::addColumn<double>("low");
     QTest::addColumn<double>("high");
     const data::Limits some{1.0, 2.0};
-    QTest::newRow("first value is both ends") << data::noLimits << 3.0 << 3.0 << 3.0;
+    QTest::newRow("first value sets both ends") << data::noLimits << 3.0 << 3.0 << 3.0;
     QTest::newRow("below") << some << -1.0 << -1.0 << 2.0;
     QTest::newRow("above") << some << 5.0 << 1.0 << 5.0;
     QTest::newRow("inside") << some << 1.5 << 1.0 << 2.0;
-    QTest::newRow("no number") << some << notANumber << 1.0 << 2.0;
+    QTest::newRow("NaN") << some << notANumber << 1.0 << 2.0;
     QTest::newRow("infinity is an extreme") << data::noLimits << infinity << 1e300 << infinity;
 }
 
-void tst_Limits::valueWidensOnly()
+void tst_Limits::valuesOnlyWidenTheLimits()
 {
     QFETCH(data::Limits, limits);
     QFETCH(double, value);
@@ -60,22 +60,22 @@ void tst_Limits::valueWidensOnly()
     QTEST(limits.high, "high");
 }
 
-// No value is below or above it.
-void tst_Limits::notANumberStays()
+// Every comparison with NaN is false, so no value replaces it.
+void tst_Limits::nanLimitsAreKept()
 {
-    data::Limits broken{notANumber, notANumber};
-    broken.widen(1.0);
-    QVERIFY(std::isnan(broken.low) && std::isnan(broken.high));
+    data::Limits nanLimits{notANumber, notANumber};
+    nanLimits.widen(1.0);
+    QVERIFY(std::isnan(nanLimits.low) && std::isnan(nanLimits.high));
 }
 
-void tst_Limits::firstOfEqualZerosStays()
+void tst_Limits::firstOfEqualZerosIsKept()
 {
     data::Limits limits{-0.0, -0.0};
     limits.widen(0.0);
     QVERIFY(std::signbit(limits.low) && std::signbit(limits.high));
 }
 
-void tst_Limits::separateExtremesWidenAlike()
+void tst_Limits::separateExtremesAreWidened()
 {
     double low = 1.0;
     double high = 2.0;

@@ -1,4 +1,4 @@
-// The first look at the lines of a text map.
+// The quick scan that finds too long lines and too many comment lines in a text map.
 #include "data/LineScan.h"
 
 #include <QBuffer>
@@ -14,8 +14,9 @@ bool mayBeRefused(QByteArray text)
     return data::mayBeRefused(device);
 }
 
-constexpr qsizetype longest = 16777216;    // a line
-constexpr qsizetype mostOfAByte = 1032444; // comment lines of one character, 65 each
+constexpr qsizetype maxLineLength = 16777216; // characters of the longest accepted line
+constexpr qsizetype maxOneByteComments =
+    1032444; // comment lines of one character, which count 65 bytes each
 
 } // namespace
 
@@ -26,11 +27,11 @@ class tst_LineScan : public QObject
 private Q_SLOTS:
     void smallMapIsNotSuspected();
     void lineOf16MiBIsNotSuspected();
-    void longerLineIs_data();
-    void longerLineIs();
+    void longerLineIsSuspected_data();
+    void longerLineIsSuspected();
     void manyCommentsAreSuspected_data();
     void manyCommentsAreSuspected();
-    void manyDataLinesAreNotTakenForComments();
+    void manyDataLinesAreNotSuspected();
 };
 
 void tst_LineScan::smallMapIsNotSuspected()
@@ -41,20 +42,21 @@ void tst_LineScan::smallMapIsNotSuspected()
 
 void tst_LineScan::lineOf16MiBIsNotSuspected()
 {
-    QVERIFY(!mayBeRefused(QByteArray(longest, '1')));
-    QVERIFY(!mayBeRefused("1 2 3\n" + QByteArray(longest, ' ') + "\n1 2 3\n"));
+    QVERIFY(!mayBeRefused(QByteArray(maxLineLength, '1')));
+    QVERIFY(!mayBeRefused("1 2 3\n" + QByteArray(maxLineLength, ' ') + "\n1 2 3\n"));
 }
 
-void tst_LineScan::longerLineIs_data()
+void tst_LineScan::longerLineIsSuspected_data()
 {
     QTest::addColumn<QByteArray>("text");
-    QTest::newRow("alone") << QByteArray(longest + 1, '1');
-    QTest::newRow("blanks between others") << "1 2\n" + QByteArray(longest + 1, ' ') + "\n1 2\n";
-    QTest::newRow("blanks, then words") << QByteArray(longest, ' ') + "1\n";
-    QTest::newRow("comment at the end") << "1 2\n#" + QByteArray(longest, 'c');
+    QTest::newRow("only line") << QByteArray(maxLineLength + 1, '1');
+    QTest::newRow("blank line between others")
+        << "1 2\n" + QByteArray(maxLineLength + 1, ' ') + "\n1 2\n";
+    QTest::newRow("blanks, then a word") << QByteArray(maxLineLength, ' ') + "1\n";
+    QTest::newRow("comment at the end") << "1 2\n#" + QByteArray(maxLineLength, 'c');
 }
 
-void tst_LineScan::longerLineIs()
+void tst_LineScan::longerLineIsSuspected()
 {
     QFETCH(QByteArray, text);
     QVERIFY(mayBeRefused(text));
@@ -72,14 +74,15 @@ void tst_LineScan::manyCommentsAreSuspected_data()
 void tst_LineScan::manyCommentsAreSuspected()
 {
     QFETCH(QByteArray, start);
-    QVERIFY(!mayBeRefused((start + '\n').repeated(mostOfAByte)));
-    QVERIFY(mayBeRefused((start + '\n').repeated(mostOfAByte + 1)));
-    QVERIFY(mayBeRefused((" \t" + start + '\n').repeated(mostOfAByte))); // blanks count too
+    QVERIFY(!mayBeRefused((start + '\n').repeated(maxOneByteComments)));
+    QVERIFY(mayBeRefused((start + '\n').repeated(maxOneByteComments + 1)));
+    QVERIFY(
+        mayBeRefused((" \t" + start + '\n').repeated(maxOneByteComments))); // leading blanks count
 }
 
-void tst_LineScan::manyDataLinesAreNotTakenForComments()
+void tst_LineScan::manyDataLinesAreNotSuspected()
 {
-    QVERIFY(!mayBeRefused(QByteArray(" 1 2 #\n").repeated(2 * mostOfAByte)));
+    QVERIFY(!mayBeRefused(QByteArray(" 1 2 #\n").repeated(2 * maxOneByteComments)));
 }
 
 QTEST_GUILESS_MAIN(tst_LineScan)

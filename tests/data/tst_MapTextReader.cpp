@@ -1,4 +1,4 @@
-// What a text map file means: kinds, comment lines, data lines, size.
+// The meaning of text map files: kinds of files, comment lines, data lines, size.
 #include "data/A2DData.h"
 #include "data/MapTextReader.h"
 #include "support/SameDouble.h"
@@ -68,7 +68,7 @@ private:
     QByteArray m_text;
 };
 
-/// A device that has another text once it has been read to its end.
+/// A device whose text changes after it has been read to its end.
 class ChangingDevice : public QIODevice
 {
 public:
@@ -100,8 +100,8 @@ private:
 
 const QByteArray twoByOne = "# X-NUM 2\n# Y-NUM 1\n";
 
-/// Rows of more than 12 MiB, which are looked at before they are read: 200,000 lines
-/// of 64 characters.
+/// More than 12 MiB of rows (200,000 lines of 64 characters), so that the file is scanned
+/// before it is read.
 QByteArray largeRows()
 {
     return (QByteArray("1 2 3").leftJustified(63, ' ') + '\n').repeated(200000);
@@ -117,79 +117,79 @@ private Q_SLOTS:
     void fourColumnsAreXYIntensityAndI0();
     void threeColumnsAreARatioWithI0One();
     void furtherWordsAreIgnored();
-    void lineOfFewerThanThreeWordsIsDropped();
-    void wordThatIsNoNumberReadsAsZero();
+    void lineOfFewerThanThreeWordsIsSkipped();
+    void unparsableWordReadsAsZero();
     void blankLineIsSkippedInEveryKind();
     void anyWhiteSpaceSeparatesWords();
 
     void firstLine1306ReadsLikeAnyOther();
-    void firstLine2003901MakesChannels_data();
-    void firstLine2003901MakesChannels();
+    void firstLine2003901SelectsChannels_data();
+    void firstLine2003901SelectsChannels();
 
-    void channelsCountAfterTheCoordinates();
+    void channelNumbersStartAfterTheCoordinates();
     void channelsWithoutColumnLinesReadTheSameWord();
-    void channelLineTooShortIsDropped();
-    void columnLineTakesEffectFromItsPlaceOn();
-    void columnTextFollowsTheFirstColon_data();
-    void columnTextFollowsTheFirstColon();
-    void columnOfOneOrTwoBelowZeroFallsOnACoordinate();
-    void columnFurtherBelowZeroDropsTheLine();
-    void columnAtTheIntLimitDropsTheLine();
+    void tooShortChannelLineIsSkipped();
+    void columnLineAffectsTheRowsAfterIt();
+    void columnNumberIsReadAfterTheFirstColon_data();
+    void columnNumberIsReadAfterTheFirstColon();
+    void columnMinusOneOrMinusTwoReadsACoordinate();
+    void columnBelowMinusTwoSkipsTheLine();
+    void columnAtTheIntLimitSkipsTheLine();
     void channelSizeIsCountedFromTheRows();
     void channelSizeOfOneRow();
     void channelSizeWithoutRepeatedX();
 
     void commentLineSetsTheSize_data();
     void commentLineSetsTheSize();
-    void keywordsAreReadInEveryKindButColumnsCountInOne();
-    void energyTextIsHandedOnForEachLine();
-    void energyArrivesDuringTheRead();
-    void energyNeedsNoHandler();
-    void headerLinesAreRawAndInOrder();
+    void columnLinesAffectOnlyChannelFiles();
+    void energyHandlerIsCalledForEachLine();
+    void energyHandlerIsCalledDuringTheRead();
+    void energyHandlerCanBeMissing();
+    void headerLinesAreUnchangedAndInOrder();
     void hashAfterBlanksIsAComment();
 
-    void pixelWithI0ZeroIsAReadyMut();
-    void pixelWithIntensityZeroIsOne();
+    void pixelWithI0ZeroHoldsItsMut();
+    void pixelWithIntensityZeroHasMutOne();
 
-    void earlierMapIsReplacedAndExtendedStays();
-    void failedReadKeepsItsRows_data();
-    void failedReadKeepsItsRows();
+    void earlierMapIsReplacedExceptForExtended();
+    void failedReadKeepsTheRowsItRead_data();
+    void failedReadKeepsTheRowsItRead();
     void rowsNeedNotMatchTheSize();
-    void sizePastTheBoundIsAFailedRead_data();
-    void sizePastTheBoundIsAFailedRead();
-    void countedSizePastTheBoundIsAFailedRead();
-    void claimOutOfProportionToTheRowsIsAFailedRead();
+    void sizeAboveTheBoundFailsTheRead_data();
+    void sizeAboveTheBoundFailsTheRead();
+    void countedSizeAboveTheBoundFailsTheRead();
+    void sizeOutOfProportionToTheRowsFailsTheRead();
     void lineOf16MiBIsRead_data();
     void lineOf16MiBIsRead();
-    void lineIsCountedInCharacters();
-    void longerLineRefusesTheMap_data() { lineOf16MiBIsRead_data(); }
-    void longerLineRefusesTheMap();
+    void lineLengthIsCountedInUtf16CodeUnits();
+    void longerLineIsRefused_data() { lineOf16MiBIsRead_data(); }
+    void longerLineIsRefused();
     void commentLinesOf64MiBAreKept();
-    void moreCommentLinesRefuseTheMap();
-    void shortCommentLinesCountWhatTheyTakeInMemory();
-    void refusedMapGivesItsMemoryBack();
-    void asManyRowsAsAMapMayHaveAreRead_data();
-    void asManyRowsAsAMapMayHaveAreRead();
-    void energiesBeforeARefusalAreHandedOn();
+    void moreCommentLinesAreRefused();
+    void shortCommentLinesCountWithTheirOverhead();
+    void refusedMapReleasesItsMemory();
+    void maximumNumberOfRowsIsRead_data();
+    void maximumNumberOfRowsIsRead();
+    void energiesBeforeARefusalAreReported();
     void largeFileIsRefusedBeforeItIsRead_data();
     void largeFileIsRefusedBeforeItIsRead();
-    void largeFileThatNeedsACloserLookIsRead();
-    void largeFileThatChangesBetweenTheLooksIsReadAsItIsThen();
-    void refusalGoesToTheDebugLog();
-    void sizeGoesToTheDebugLog();
+    void suspectedLargeFileIsReadIfItIsValid();
+    void largeFileThatChangesAfterTheScanIsReadAsChanged();
+    void refusalIsLogged();
+    void sizeIsLogged();
 
-    void carriageReturnsVanish_data();
-    void carriageReturnsVanish();
+    void carriageReturnsAreDropped_data();
+    void carriageReturnsAreDropped();
     void lastLineNeedsNoLineFeed();
-    void byteOrderMarkNamesTheEncoding_data();
-    void byteOrderMarkNamesTheEncoding();
-    void textModeOfTheDeviceIsPutBack();
+    void byteOrderMarkSelectsTheEncoding_data();
+    void byteOrderMarkSelectsTheEncoding();
+    void textModeOfTheDeviceIsRestored();
     void infinityAndNanWordsAreNumbers();
-    void emptyDeviceIsAFailedRead();
+    void emptyDeviceFailsTheRead();
     void failingDeviceEndsTheText();
-    void closedDeviceIsAFailedRead();
-    void megabytesInOneLine_data();
-    void megabytesInOneLine();
+    void closedDeviceFailsTheRead();
+    void lineOfMegabytes_data();
+    void lineOfMegabytes();
     void binaryNoiseIsReadWithoutHarm();
 };
 
@@ -216,13 +216,13 @@ void tst_MapTextReader::furtherWordsAreIgnored()
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}}));
 }
 
-void tst_MapTextReader::lineOfFewerThanThreeWordsIsDropped()
+void tst_MapTextReader::lineOfFewerThanThreeWordsIsSkipped()
 {
     const Reading got = read(twoByOne + "1\n1 2\n1 2 3\n");
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 1}}));
 }
 
-void tst_MapTextReader::wordThatIsNoNumberReadsAsZero()
+void tst_MapTextReader::unparsableWordReadsAsZero()
 {
     const Reading got = read(twoByOne + "1 x 1,000 4\n5 6 1e 0x10\n");
     QCOMPARE(fields(got.map), (Fields{{1, 0, 0, 4}, {5, 6, 0, 0}}));
@@ -257,12 +257,12 @@ void tst_MapTextReader::firstLine1306ReadsLikeAnyOther()
     QCOMPARE(other.map.xNum, 2);
 }
 
-void tst_MapTextReader::firstLine2003901MakesChannels_data()
+void tst_MapTextReader::firstLine2003901SelectsChannels_data()
 {
     QTest::addColumn<QByteArray>("start");
     QTest::addColumn<bool>("isChannels");
     QTest::newRow("exact") << QByteArray("# 2003901\n") << true;
-    QTest::newRow("with more behind") << QByteArray("# 20039012 x\n") << true;
+    QTest::newRow("with more text after it") << QByteArray("# 20039012 x\n") << true;
     QTest::newRow("carriage return before it") << QByteArray("\r# 2003901\n") << true;
     QTest::newRow("no blank") << QByteArray("#2003901\n") << false;
     QTest::newRow("two blanks") << QByteArray("#  2003901\n") << false;
@@ -271,18 +271,18 @@ void tst_MapTextReader::firstLine2003901MakesChannels_data()
     QTest::newRow("cut short") << QByteArray("# 200390\n") << false;
 }
 
-void tst_MapTextReader::firstLine2003901MakesChannels()
+void tst_MapTextReader::firstLine2003901SelectsChannels()
 {
     QFETCH(QByteArray, start);
     QFETCH(bool, isChannels);
     const Reading got = read(start + "# X-NUM 9\n# Y-NUM 9\n1 2 3 4\n");
     QVERIFY(got.good);
-    // As a channel file both fields read word 2, and the size is counted.
+    // In a channel file both fields read word 2, and the size is counted from the rows.
     QCOMPARE(got.map.rows.first().i0, isChannels ? 3.0 : 4.0);
     QCOMPARE(got.map.xNum, isChannels ? 1 : 9);
 }
 
-void tst_MapTextReader::channelsCountAfterTheCoordinates()
+void tst_MapTextReader::channelNumbersStartAfterTheCoordinates()
 {
     const Reading got = read("# 2003901\n# I0 : 2\n# I : 0\n1 2 10 11 12\n");
     QVERIFY(got.good);
@@ -298,40 +298,40 @@ void tst_MapTextReader::channelsWithoutColumnLinesReadTheSameWord()
     QCOMPARE(data::pixelMut(got.map, 1, 0), 0.0);
 }
 
-void tst_MapTextReader::channelLineTooShortIsDropped()
+void tst_MapTextReader::tooShortChannelLineIsSkipped()
 {
     const Reading got = read("# 2003901\n# I0 : 1\n# I : 2\n1 2 3 4\n1 2 3 4 5\n");
     QCOMPARE(fields(got.map), (Fields{{1, 2, 5, 4}}));
-    // Three words are no ratio here.
+    // In a channel file, three words are not a ratio.
     QVERIFY(read("# 2003901\n# I0 : 1\n1 2 3\n").map.rows.isEmpty());
 }
 
-void tst_MapTextReader::columnLineTakesEffectFromItsPlaceOn()
+void tst_MapTextReader::columnLineAffectsTheRowsAfterIt()
 {
     const Reading got = read("# 2003901\n1 2 3 4\n# i0 : 1\n1 2 3 4\n# I : 1\n1 2 3 4\n");
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 3}, {1, 2, 3, 4}, {1, 2, 4, 4}}));
 }
 
-void tst_MapTextReader::columnTextFollowsTheFirstColon_data()
+void tst_MapTextReader::columnNumberIsReadAfterTheFirstColon_data()
 {
     QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<int>("word"); // the word of the data line that i0 reads
+    QTest::addColumn<int>("word"); // the word of the data line that is read as i0
     QTest::newRow("plain") << QByteArray("# I0 : 1") << 3;
-    QTest::newRow("no blank behind") << QByteArray("# I0 :1") << 3;
-    QTest::newRow("blanks behind") << QByteArray("# I0 :\t 1  ") << 3;
+    QTest::newRow("no blank after the colon") << QByteArray("# I0 :1") << 3;
+    QTest::newRow("blanks after the colon") << QByteArray("# I0 :\t 1  ") << 3;
     QTest::newRow("plus sign") << QByteArray("# I0 : +1") << 3;
     QTest::newRow("words before the colon") << QByteArray("# I0 channel no.: 1") << 3;
-    QTest::newRow("second colon spoils it") << QByteArray("# I0 : 1 : 2") << 2;
-    QTest::newRow("unit spoils it") << QByteArray("# I0 : 1 counts") << 2;
-    QTest::newRow("fraction is no int") << QByteArray("# I0 : 1.0") << 2;
-    QTest::newRow("past 32 bits") << QByteArray("# I0 : 4294967297") << 2;
+    QTest::newRow("second colon: not a number") << QByteArray("# I0 : 1 : 2") << 2;
+    QTest::newRow("unit: not a number") << QByteArray("# I0 : 1 counts") << 2;
+    QTest::newRow("fraction: not an integer") << QByteArray("# I0 : 1.0") << 2;
+    QTest::newRow("above 32 bits") << QByteArray("# I0 : 4294967297") << 2;
     QTest::newRow("no colon") << QByteArray("# I0 1 1") << 2;
-    QTest::newRow("two words only") << QByteArray("# I0: 1") << 2;
+    QTest::newRow("only two words") << QByteArray("# I0: 1") << 2;
     QTest::newRow("colon joined to both") << QByteArray("# I0:1 x") << 2;
-    QTest::newRow("keyword not second") << QByteArray("# x I0 : 1") << 2;
+    QTest::newRow("keyword is not the second word") << QByteArray("# x I0 : 1") << 2;
 }
 
-void tst_MapTextReader::columnTextFollowsTheFirstColon()
+void tst_MapTextReader::columnNumberIsReadAfterTheFirstColon()
 {
     QFETCH(QByteArray, line);
     const Reading got = read("# 2003901\n" + line + "\n0 1 2 3 4\n");
@@ -339,23 +339,23 @@ void tst_MapTextReader::columnTextFollowsTheFirstColon()
     QTEST(static_cast<int>(got.map.rows.first().i0), "word");
 }
 
-void tst_MapTextReader::columnOfOneOrTwoBelowZeroFallsOnACoordinate()
+void tst_MapTextReader::columnMinusOneOrMinusTwoReadsACoordinate()
 {
     const Reading got = read("# 2003901\n# I0 : -1\n# I : -2\n7 8 9\n\n7\n7 8\n");
     QCOMPARE(fields(got.map), (Fields{{7, 8, 7, 8}, {7, 8, 7, 8}}));
 }
 
-void tst_MapTextReader::columnFurtherBelowZeroDropsTheLine()
+void tst_MapTextReader::columnBelowMinusTwoSkipsTheLine()
 {
     QVERIFY(read("# 2003901\n# I0 : -3\n7 8 9\n").map.rows.isEmpty());
     QVERIFY(read("# 2003901\n# I : -3\n7 8 9\n").map.rows.isEmpty());
     QVERIFY(read("# 2003901\n# I : -2147483648\n7 8 9\n").map.rows.isEmpty());
-    // A comment line is seen all the same, even behind a no-break space.
+    // A comment line is still read, even after a no-break space.
     const Reading got = read("# 2003901\n# I : -3\n7 8 9\n\u00a0# I : 0\n1 2 3\n");
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 3}}));
 }
 
-void tst_MapTextReader::columnAtTheIntLimitDropsTheLine()
+void tst_MapTextReader::columnAtTheIntLimitSkipsTheLine()
 {
     QVERIFY(read("# 2003901\n# I0 : 2147483647\n7 8 9\n").map.rows.isEmpty());
     QVERIFY(read("# 2003901\n# I : 2147483647\n7 8 9\n").map.rows.isEmpty());
@@ -388,8 +388,8 @@ void tst_MapTextReader::channelSizeWithoutRepeatedX()
 void tst_MapTextReader::commentLineSetsTheSize_data()
 {
     QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<int>("xNum"); // 5 where the line does nothing
-    QTest::addColumn<int>("yNum"); // 6
+    QTest::addColumn<int>("xNum"); // 5 if the line has no effect
+    QTest::addColumn<int>("yNum"); // 6 if the line has no effect
     QTest::newRow("X-NUM") << QByteArray("# X-NUM 12") << 12 << 6;
     QTest::newRow("Y-NUM") << QByteArray("# Y-NUM 12 13") << 5 << 12;
     QTest::newRow("lower case") << QByteArray("# x-num 12") << 12 << 6;
@@ -399,26 +399,26 @@ void tst_MapTextReader::commentLineSetsTheSize_data()
     QTest::newRow("longer first word") << QByteArray("## X-NUM 12") << 12 << 6;
     QTest::newRow("keyword alone") << QByteArray("# X-NUM") << 5 << 6;
     QTest::newRow("hash alone") << QByteArray("#") << 5 << 6;
-    QTest::newRow("word for a number") << QByteArray("# X-NUM twelve") << 0 << 6;
+    QTest::newRow("word instead of a number") << QByteArray("# X-NUM twelve") << 0 << 6;
     QTest::newRow("fraction") << QByteArray("# X-NUM 12.0") << 0 << 6;
-    QTest::newRow("colon for a number") << QByteArray("# X-NUM : 12") << 0 << 6;
-    QTest::newRow("past 32 bits") << QByteArray("# X-NUM 2147483648") << 0 << 6;
+    QTest::newRow("colon instead of a number") << QByteArray("# X-NUM : 12") << 0 << 6;
+    QTest::newRow("above 32 bits") << QByteArray("# X-NUM 2147483648") << 0 << 6;
     QTest::newRow("hexadecimal") << QByteArray("# X-NUM 0x10") << 0 << 6;
     QTest::newRow("negative") << QByteArray("# X-NUM -3") << -3 << 6;
     QTest::newRow("plus sign") << QByteArray("# X-NUM +3") << 3 << 6;
-    QTest::newRow("leading zeros count ten") << QByteArray("# X-NUM 010") << 10 << 6;
+    QTest::newRow("leading zero, still decimal") << QByteArray("# X-NUM 010") << 10 << 6;
     QTest::newRow("AXIS 0") << QByteArray("# AXIS 0 a b c d 11") << 12 << 6;
     QTest::newRow("AXIS 1") << QByteArray("# AXIS 1 a b c d 11 e f") << 5 << 12;
     QTest::newRow("axis in lower case") << QByteArray("# axis 1 a b c d 11") << 5 << 12;
-    QTest::newRow("AXIS 2 is none") << QByteArray("# AXIS 2 a b c d 11") << 5 << 6;
-    QTest::newRow("AXIS -1 is none") << QByteArray("# AXIS -1 a b c d 11") << 5 << 6;
-    QTest::newRow("AXIS of a word is 0") << QByteArray("# AXIS x a b c d 11") << 12 << 6;
-    QTest::newRow("AXIS past 32 bits is 0")
+    QTest::newRow("AXIS 2 is ignored") << QByteArray("# AXIS 2 a b c d 11") << 5 << 6;
+    QTest::newRow("AXIS -1 is ignored") << QByteArray("# AXIS -1 a b c d 11") << 5 << 6;
+    QTest::newRow("AXIS with a word is axis 0") << QByteArray("# AXIS x a b c d 11") << 12 << 6;
+    QTest::newRow("AXIS above 32 bits is axis 0")
         << QByteArray("# AXIS 4294967297 a b c d 11") << 12 << 6;
     QTest::newRow("AXIS of seven words") << QByteArray("# AXIS 0 a b c 11") << 5 << 6;
-    QTest::newRow("AXIS to a word") << QByteArray("# AXIS 0 a b c d x") << 1 << 6;
-    QTest::newRow("AXIS to -1") << QByteArray("# AXIS 0 a b c d -1") << 0 << 6;
-    QTest::newRow("AXIS to -5") << QByteArray("# AXIS 1 a b c d -5") << 5 << -4;
+    QTest::newRow("AXIS with a word as its end") << QByteArray("# AXIS 0 a b c d x") << 1 << 6;
+    QTest::newRow("AXIS with the end -1") << QByteArray("# AXIS 0 a b c d -1") << 0 << 6;
+    QTest::newRow("AXIS with the end -5") << QByteArray("# AXIS 1 a b c d -5") << 5 << -4;
 }
 
 void tst_MapTextReader::commentLineSetsTheSize()
@@ -432,32 +432,32 @@ void tst_MapTextReader::commentLineSetsTheSize()
     QCOMPARE(got.good, xNum > 0 && yNum > 0);
 }
 
-void tst_MapTextReader::keywordsAreReadInEveryKindButColumnsCountInOne()
+void tst_MapTextReader::columnLinesAffectOnlyChannelFiles()
 {
     const Reading got = read("# 1306\n# I0 : 9\n# I : 9\n" + twoByOne + "1 2 3 4\n");
     QVERIFY(got.good);
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}}));
 }
 
-void tst_MapTextReader::energyTextIsHandedOnForEachLine()
+void tst_MapTextReader::energyHandlerIsCalledForEachLine()
 {
     const Reading got = read("# ENERGY : 8350.50 eV\n# energy = word\n# ENERGY : \n# ENERGY 8300\n"
                              "#ENERGY : 1\n");
     QCOMPARE(got.energies, (QStringList{QStringLiteral("8350.50"), QStringLiteral("word")}));
 }
 
-void tst_MapTextReader::energyArrivesDuringTheRead()
+void tst_MapTextReader::energyHandlerIsCalledDuringTheRead()
 {
     QBuffer device;
     device.setData("1 2 3\n# ENERGY : 1\n1 2 3\n# ENERGY : 2\n1 2 3\n");
     device.open(QIODevice::ReadOnly);
     A2DData map;
-    QList<qsizetype> rowsThen;
-    data::readMapText(device, map, [&](const QString&) { rowsThen.append(map.rows.size()); });
-    QCOMPARE(rowsThen, (QList<qsizetype>{1, 2}));
+    QList<qsizetype> rowsAtEnergy;
+    data::readMapText(device, map, [&](const QString&) { rowsAtEnergy.append(map.rows.size()); });
+    QCOMPARE(rowsAtEnergy, (QList<qsizetype>{1, 2}));
 }
 
-void tst_MapTextReader::energyNeedsNoHandler()
+void tst_MapTextReader::energyHandlerCanBeMissing()
 {
     QBuffer device;
     device.setData("# ENERGY : 1\n" + twoByOne + "1 2 3\n");
@@ -466,7 +466,7 @@ void tst_MapTextReader::energyNeedsNoHandler()
     QVERIFY(data::readMapText(device, map, {}));
 }
 
-void tst_MapTextReader::headerLinesAreRawAndInOrder()
+void tst_MapTextReader::headerLinesAreUnchangedAndInOrder()
 {
     const Reading got =
         read("# 1306  a\t b \n1 2 3\n  # \xc3\xa9\xff \r\n#\n2 2 3 # no comment\n#z");
@@ -484,21 +484,21 @@ void tst_MapTextReader::hashAfterBlanksIsAComment()
     QCOMPARE(got.map.rows.size(), 1);
 }
 
-void tst_MapTextReader::pixelWithI0ZeroIsAReadyMut()
+void tst_MapTextReader::pixelWithI0ZeroHoldsItsMut()
 {
     const Reading got = read(twoByOne + "0 0 0.75 0\n1 0 0.25 word\n");
     QCOMPARE(data::pixelMut(got.map, 0, 0), 0.75);
     QCOMPARE(data::pixelMut(got.map, 1, 0), 0.25);
 }
 
-void tst_MapTextReader::pixelWithIntensityZeroIsOne()
+void tst_MapTextReader::pixelWithIntensityZeroHasMutOne()
 {
     const Reading got = read(twoByOne + "0 0 0 100\n1 0 word 100\n");
     QCOMPARE(data::pixelMut(got.map, 0, 0), 1.0);
     QCOMPARE(data::pixelMut(got.map, 1, 0), 1.0);
 }
 
-void tst_MapTextReader::earlierMapIsReplacedAndExtendedStays()
+void tst_MapTextReader::earlierMapIsReplacedExceptForExtended()
 {
     Reading got = read(twoByOne + "1 2 3\n");
     got.map.extended = true;
@@ -512,7 +512,7 @@ void tst_MapTextReader::earlierMapIsReplacedAndExtendedStays()
     QVERIFY(got.map.extended);
 }
 
-void tst_MapTextReader::failedReadKeepsItsRows_data()
+void tst_MapTextReader::failedReadKeepsTheRowsItRead_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<int>("rows");
@@ -523,10 +523,11 @@ void tst_MapTextReader::failedReadKeepsItsRows_data()
     QTest::newRow("both negative") << QByteArray("# X-NUM -2\n# Y-NUM -2\n1 2 3\n") << 1;
     QTest::newRow("no rows") << twoByOne << 0;
     QTest::newRow("channels without rows") << QByteArray("# 2003901\n# X-NUM 2\n# Y-NUM 1\n") << 0;
-    QTest::newRow("past the bound") << QByteArray("# X-NUM 65536\n# Y-NUM 65536\n1 2 3\n") << 1;
+    QTest::newRow("size above the bound")
+        << QByteArray("# X-NUM 65536\n# Y-NUM 65536\n1 2 3\n") << 1;
 }
 
-void tst_MapTextReader::failedReadKeepsItsRows()
+void tst_MapTextReader::failedReadKeepsTheRowsItRead()
 {
     QFETCH(QByteArray, text);
     const Reading got = read(text);
@@ -545,7 +546,7 @@ void tst_MapTextReader::rowsNeedNotMatchTheSize()
     QCOMPARE(more.map.rows.size(), 2);
 }
 
-void tst_MapTextReader::sizePastTheBoundIsAFailedRead_data()
+void tst_MapTextReader::sizeAboveTheBoundFailsTheRead_data()
 {
     QTest::addColumn<QByteArray>("size");
     QTest::addColumn<bool>("good");
@@ -553,13 +554,13 @@ void tst_MapTextReader::sizePastTheBoundIsAFailedRead_data()
     QTest::newRow("2^25 + 1 by 1") << QByteArray("# X-NUM 33554433\n# Y-NUM 1\n") << false;
     QTest::newRow("5792 by 5792") << QByteArray("# X-NUM 5792\n# Y-NUM 5792\n") << true;
     QTest::newRow("5793 by 5793") << QByteArray("# X-NUM 5793\n# Y-NUM 5793\n") << false;
-    QTest::newRow("0 in 32 bits") << QByteArray("# X-NUM 65536\n# Y-NUM 65536\n") << false;
-    QTest::newRow("one absurd side") << QByteArray("# X-NUM 2147483647\n") << false;
-    QTest::newRow("axis held to the int limit")
+    QTest::newRow("product 0 in 32 bits") << QByteArray("# X-NUM 65536\n# Y-NUM 65536\n") << false;
+    QTest::newRow("one huge side") << QByteArray("# X-NUM 2147483647\n") << false;
+    QTest::newRow("axis clamped to the int limit")
         << QByteArray("# AXIS 0 a b c d 2147483647\n# Y-NUM 1\n") << false;
 }
 
-void tst_MapTextReader::sizePastTheBoundIsAFailedRead()
+void tst_MapTextReader::sizeAboveTheBoundFailsTheRead()
 {
     QFETCH(QByteArray, size);
     QFETCH(bool, good);
@@ -571,10 +572,10 @@ void tst_MapTextReader::sizePastTheBoundIsAFailedRead()
     QCOMPARE(got.map.rows.size(), rows);
 }
 
-void tst_MapTextReader::countedSizePastTheBoundIsAFailedRead()
+void tst_MapTextReader::countedSizeAboveTheBoundFailsTheRead()
 {
-    // All rows on one point count along both axes: 1025 squared is more than 2^20
-    // and than 64 times 1025.
+    // Rows that are all at one point are counted along both axes; 1025 squared is more than
+    // 2^20 and more than 64 times 1025.
     const QByteArray row = "1 1 2\n";
     QVERIFY(read("# 2003901\n" + row.repeated(1024)).good);
     const Reading got = read("# 2003901\n" + row.repeated(1025));
@@ -584,7 +585,7 @@ void tst_MapTextReader::countedSizePastTheBoundIsAFailedRead()
     QCOMPARE(got.map.rows.size(), 1025);
 }
 
-void tst_MapTextReader::claimOutOfProportionToTheRowsIsAFailedRead()
+void tst_MapTextReader::sizeOutOfProportionToTheRowsFailsTheRead()
 {
     // 1,048,640 pixels are 64 times 16,385 rows.
     const QByteArray size = "# X-NUM 1048640\n# Y-NUM 1\n";
@@ -616,9 +617,9 @@ void tst_MapTextReader::lineOf16MiBIsRead()
     QVERIFY(read(line + '\n' + twoByOne + "1 2 3\n").good);
 }
 
-// A character beyond the 16-bit plane counts as the two that hold it; a broken
-// sequence as its replacement character.
-void tst_MapTextReader::lineIsCountedInCharacters()
+// Lengths are counted in UTF-16 code units: a character outside the basic plane counts as
+// two, an invalid byte sequence as its replacement character.
+void tst_MapTextReader::lineLengthIsCountedInUtf16CodeUnits()
 {
     const auto reads = [](const QByteArray& part, int count) {
         return read(twoByOne + "1 2 3\n#" + part.repeated(count) + '\n').good;
@@ -627,19 +628,20 @@ void tst_MapTextReader::lineIsCountedInCharacters()
     QVERIFY(!reads("\xE3\x81\x82", 16777216));
     QVERIFY(reads("\xF0\x9F\x98\x80", 8388607));
     QVERIFY(!reads("\xF0\x9F\x98\x80", 8388608));
-    QVERIFY(reads("\r", 16777215 * 2)); // dropped
+    QVERIFY(reads("\r", 16777215 * 2)); // carriage returns are dropped
     QVERIFY(reads("\xFF", 16777215));
     QVERIFY(!reads("\xFF", 16777216));
 }
 
-void tst_MapTextReader::longerLineRefusesTheMap()
+void tst_MapTextReader::longerLineIsRefused()
 {
     QFETCH(QByteArray, start);
     const qsizetype mark = start.startsWith('\xEF') ? 3 : 0;
     const QByteArray line = start.leftJustified(16777217 + mark, 'x');
-    for (const QByteArray& text : {line + '\n' + twoByOne + "1 2 3\n", // first, in the middle, last
-                                   twoByOne + "1 2 3\n" + line.mid(mark) + "\n4 5 6\n",
-                                   twoByOne + "1 2 3\n" + line.mid(mark)}) {
+    for (const QByteArray& text :
+         {line + '\n' + twoByOne + "1 2 3\n", // as the first, a middle and the last line
+          twoByOne + "1 2 3\n" + line.mid(mark) + "\n4 5 6\n",
+          twoByOne + "1 2 3\n" + line.mid(mark)}) {
         const Reading got = read(text);
         QVERIFY(!got.good);
         QVERIFY(got.map.rows.isEmpty());
@@ -647,7 +649,7 @@ void tst_MapTextReader::longerLineRefusesTheMap()
     }
 }
 
-// 1 MiB each with the 64 that a line counts besides.
+// Each line counts 1 MiB, including 64 bytes of overhead per line.
 void tst_MapTextReader::commentLinesOf64MiBAreKept()
 {
     const QByteArray line = QByteArray("#").leftJustified(1048576 - 64, ' ') + '\n';
@@ -656,7 +658,7 @@ void tst_MapTextReader::commentLinesOf64MiBAreKept()
     QCOMPARE(got.map.headerLines.size(), 65);
 }
 
-void tst_MapTextReader::moreCommentLinesRefuseTheMap()
+void tst_MapTextReader::moreCommentLinesAreRefused()
 {
     const QByteArray line = QByteArray("#").leftJustified(1048576 - 64, ' ') + '\n';
     QVERIFY(read("1 2 3\n" + line.repeated(64)).map.headerLines.size() == 64);
@@ -665,14 +667,14 @@ void tst_MapTextReader::moreCommentLinesRefuseTheMap()
     QVERIFY(got.map.headerLines.isEmpty());
 }
 
-// 65 for each: 1,032,444 of them fit.
-void tst_MapTextReader::shortCommentLinesCountWhatTheyTakeInMemory()
+// Each line counts 65 bytes, so 1,032,444 lines are accepted.
+void tst_MapTextReader::shortCommentLinesCountWithTheirOverhead()
 {
     QCOMPARE(read(QByteArray("#\n").repeated(1032444)).map.headerLines.size(), 1032444);
     QVERIFY(read(QByteArray("#\n").repeated(1032445)).map.headerLines.isEmpty());
 }
 
-void tst_MapTextReader::refusedMapGivesItsMemoryBack()
+void tst_MapTextReader::refusedMapReleasesItsMemory()
 {
     const Reading got =
         read(twoByOne + QByteArray("1 2 3\n").repeated(1000) + QByteArray(16777217, ' ') + '\n');
@@ -683,14 +685,14 @@ void tst_MapTextReader::refusedMapGivesItsMemoryBack()
     QCOMPARE(got.map.yNum, 0);
 }
 
-void tst_MapTextReader::asManyRowsAsAMapMayHaveAreRead_data()
+void tst_MapTextReader::maximumNumberOfRowsIsRead_data()
 {
     QTest::addColumn<QByteArray>("row");
     QTest::newRow("plain") << QByteArray("1 2 3\n");
     QTest::newRow("not ASCII") << QByteArray("1 2 3 \xC3\xA9\n");
 }
 
-void tst_MapTextReader::asManyRowsAsAMapMayHaveAreRead()
+void tst_MapTextReader::maximumNumberOfRowsIsRead()
 {
     QFETCH(QByteArray, row);
     const auto rowsOf = [&row](int count) {
@@ -706,7 +708,7 @@ void tst_MapTextReader::asManyRowsAsAMapMayHaveAreRead()
     QCOMPARE(rowsOf(1000), -1);
 }
 
-void tst_MapTextReader::energiesBeforeARefusalAreHandedOn()
+void tst_MapTextReader::energiesBeforeARefusalAreReported()
 {
     const Reading got =
         read("# ENERGY : 8345\n" + QByteArray("#\n").repeated(1032445) + "# ENERGY : 1\n");
@@ -732,8 +734,8 @@ void tst_MapTextReader::largeFileIsRefusedBeforeItIsRead()
     QCOMPARE(got.map.rows.capacity(), 0);
 }
 
-// Zero bytes between the characters look like comments at first.
-void tst_MapTextReader::largeFileThatNeedsACloserLookIsRead()
+// In the quick scan the zero bytes of UTF-16 look like comments.
+void tst_MapTextReader::suspectedLargeFileIsReadIfItIsValid()
 {
     QStringEncoder encode(QStringEncoder::Utf16, QStringEncoder::Flag::WriteBom);
     const QByteArray text = encode(QString::fromLatin1(twoByOne + largeRows()));
@@ -743,7 +745,7 @@ void tst_MapTextReader::largeFileThatNeedsACloserLookIsRead()
     QCOMPARE(got.map.headerLines.size(), 2);
 }
 
-void tst_MapTextReader::largeFileThatChangesBetweenTheLooksIsReadAsItIsThen()
+void tst_MapTextReader::largeFileThatChangesAfterTheScanIsReadAsChanged()
 {
     const QByteArray many = twoByOne + largeRows();
     const QByteArray few = twoByOne + "1 2 3\n";
@@ -757,7 +759,7 @@ void tst_MapTextReader::largeFileThatChangesBetweenTheLooksIsReadAsItIsThen()
     QVERIFY(map.rows.isEmpty());
 }
 
-void tst_MapTextReader::refusalGoesToTheDebugLog()
+void tst_MapTextReader::refusalIsLogged()
 {
     QTest::ignoreMessage(QtDebugMsg, "the file is refused: a line is longer than a line may be");
     read(QByteArray(16777217, ' '));
@@ -768,7 +770,7 @@ void tst_MapTextReader::refusalGoesToTheDebugLog()
     read("# X-NUM 2097152\n# Y-NUM 1\n1 2 3\n");
 }
 
-void tst_MapTextReader::sizeGoesToTheDebugLog()
+void tst_MapTextReader::sizeIsLogged()
 {
     QTest::ignoreMessage(QtDebugMsg, "size 2 1");
     read(twoByOne + "1 2 3\n");
@@ -776,7 +778,7 @@ void tst_MapTextReader::sizeGoesToTheDebugLog()
     read("");
 }
 
-void tst_MapTextReader::carriageReturnsVanish_data()
+void tst_MapTextReader::carriageReturnsAreDropped_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::newRow("CRLF") << QByteArray("# X-NUM 2\r\n# Y-NUM 1\r\n12 3 4 5\r\n6 7 8\r\n");
@@ -786,7 +788,7 @@ void tst_MapTextReader::carriageReturnsVanish_data()
     QTest::newRow("before the line") << QByteArray("\r# X-NUM 2\n# Y-NUM 1\n\r12 3 4 5\n6 7 8");
 }
 
-void tst_MapTextReader::carriageReturnsVanish()
+void tst_MapTextReader::carriageReturnsAreDropped()
 {
     QFETCH(QByteArray, text);
     const Reading got = read(text);
@@ -794,7 +796,7 @@ void tst_MapTextReader::carriageReturnsVanish()
     QCOMPARE(fields(got.map), (Fields{{12, 3, 4, 5}, {6, 7, 8, 1}}));
     QCOMPARE(got.map.headerLines,
              (QStringList{QStringLiteral("# X-NUM 2"), QStringLiteral("# Y-NUM 1")}));
-    // Alone it ends no line.
+    // A carriage return alone does not end a line.
     QCOMPARE(read("1 2 3\r4 5 6\r7 8 9\r").map.rows.size(), 1);
 }
 
@@ -803,7 +805,7 @@ void tst_MapTextReader::lastLineNeedsNoLineFeed()
     QCOMPARE(fields(read("1 2 3\n4 5 6 7").map), (Fields{{1, 2, 3, 1}, {4, 5, 6, 7}}));
 }
 
-void tst_MapTextReader::byteOrderMarkNamesTheEncoding_data()
+void tst_MapTextReader::byteOrderMarkSelectsTheEncoding_data()
 {
     QTest::addColumn<int>("encoding");
     QTest::newRow("UTF-8") << static_cast<int>(QStringConverter::Utf8);
@@ -813,7 +815,7 @@ void tst_MapTextReader::byteOrderMarkNamesTheEncoding_data()
     QTest::newRow("UTF-32 big-endian") << static_cast<int>(QStringConverter::Utf32BE);
 }
 
-void tst_MapTextReader::byteOrderMarkNamesTheEncoding()
+void tst_MapTextReader::byteOrderMarkSelectsTheEncoding()
 {
     QFETCH(int, encoding);
     QStringEncoder encode(static_cast<QStringConverter::Encoding>(encoding),
@@ -825,7 +827,7 @@ void tst_MapTextReader::byteOrderMarkNamesTheEncoding()
     QCOMPARE(got.map.headerLines.first(), QStringLiteral("# 2003901"));
 }
 
-void tst_MapTextReader::textModeOfTheDeviceIsPutBack()
+void tst_MapTextReader::textModeOfTheDeviceIsRestored()
 {
     QBuffer device;
     device.setData("\xef\xbb\xbf" + twoByOne + "1 2 3\n");
@@ -848,7 +850,7 @@ void tst_MapTextReader::infinityAndNanWordsAreNumbers()
     QVERIFY(tests::sameDouble(limits.i0, -0.0));
 }
 
-void tst_MapTextReader::emptyDeviceIsAFailedRead()
+void tst_MapTextReader::emptyDeviceFailsTheRead()
 {
     const Reading got = read("");
     QVERIFY(!got.good);
@@ -867,14 +869,14 @@ void tst_MapTextReader::failingDeviceEndsTheText()
     QVERIFY(map.rows.isEmpty());
 }
 
-void tst_MapTextReader::closedDeviceIsAFailedRead()
+void tst_MapTextReader::closedDeviceFailsTheRead()
 {
     QBuffer device;
     A2DData map;
     QVERIFY(!data::readMapText(device, map, {}));
 }
 
-void tst_MapTextReader::megabytesInOneLine_data()
+void tst_MapTextReader::lineOfMegabytes_data()
 {
     QTest::addColumn<QByteArray>("part");
     QTest::addColumn<int>("rows");
@@ -882,13 +884,13 @@ void tst_MapTextReader::megabytesInOneLine_data()
     QTest::newRow("one word") << QByteArray("7") << 0;
     QTest::newRow("blanks") << QByteArray(" ") << 0;
     QTest::newRow("NUL") << QByteArray(1, '\0') << 0;
-    QTest::newRow("words that are no ASCII") << QByteArray("\xc3\xa9 ") << 1;
+    QTest::newRow("words outside ASCII") << QByteArray("\xc3\xa9 ") << 1;
     QTest::newRow("broken UTF-8") << QByteArray("\xff") << 0;
     QTest::newRow("carriage returns") << QByteArray("\r") << 0;
     QTest::newRow("comment") << QByteArray("# ") << 0;
 }
 
-void tst_MapTextReader::megabytesInOneLine()
+void tst_MapTextReader::lineOfMegabytes()
 {
     QFETCH(QByteArray, part);
     const QByteArray line = part.repeated(2'000'000 / part.size());
@@ -904,7 +906,7 @@ void tst_MapTextReader::binaryNoiseIsReadWithoutHarm()
     QByteArray noise(1 << 20, Qt::Uninitialized);
     std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random() % 256u); });
     QVERIFY(!read(noise).good);
-    // Behind a good head what is no line of numbers is still only rows.
+    // After a valid head, lines of noise only add rows.
     const Reading got = read(twoByOne + "1 2 3\n" + noise);
     QVERIFY(got.good);
     QCOMPARE(fields(got.map).first(), (QList<double>{1, 2, 3, 1}));

@@ -1,4 +1,4 @@
-// The reader of text maps against the reference: every value and byte equal.
+// The reader of text maps, compared bit for bit with the reference implementation.
 #include "data/A2DData.h"
 #include "data/MapTextReader.h"
 #include "support/OddDevice.h"
@@ -47,7 +47,7 @@ bool sameRow(const A2DRow& a, const A2DRow& b)
            sameBits(a.i0, b.i0) && a.values == b.values;
 }
 
-/// What differs between two readings; empty when nothing does.
+/// Names the first difference between two readings; empty if they are equal.
 QString difference(const Reading& reference, const Reading& product)
 {
     if (reference.good != product.good) {
@@ -99,7 +99,7 @@ QList<QByteArray> allNumbers()
     all += QByteArray(400, '0') + "1.5";
     all += "1" + QByteArray(400, '0') + "e-400";
     all += "0." + QByteArray(400, '0') + "1e401";
-    // Half way between two neighbours, decided by a digit past the 768th.
+    // Half-way between two neighbours, decided by a digit after the 768th.
     all += "9007199254740993." + QByteArray(800, '0');
     all += "9007199254740993." + QByteArray(800, '0') + "1";
     all += QByteArray("1\0", 2);
@@ -168,7 +168,7 @@ QByteArray noise(qsizetype size, Random& random)
     return bytes;
 }
 
-/// Bytes among which blanks, digits and line ends are common.
+/// Random bytes in which blanks, digits and line ends are common.
 QByteArray textLikeNoise(qsizetype size, Random& random)
 {
     static const QByteArray alphabet(
@@ -205,32 +205,33 @@ class tst_MapTextReaderReference : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void hostileNumber_data();
-    void hostileNumber();
+    void hostileNumberInEveryField_data();
+    void hostileNumberInEveryField();
     void randomNumbers();
     void whiteSpace();
     void lineEndings();
-    void wordsOfAnyCount();
+    void linesWithAnyNumberOfWords();
     void byteOrderMarks_data();
     void byteOrderMarks();
-    void halfASurrogatePairJoinsTheLine();
+    void unpairedSurrogatesInWords();
     void truncatedAtEveryByte_data();
     void truncatedAtEveryByte();
     void randomBytes();
     void textLikeBytes();
     void grammarFuzz();
     void grammarFuzzInUtf16();
-    void brokenUtf8AcrossThePiecesOfAStream();
-    void lineEndAtTheEdgeOfABlock();
+    void brokenUtf8AtTheBoundariesOfDecodedPieces();
+    void lineEndAtABlockBoundary();
     void manyBlocksOfData();
-    void megabytesInOneLine_data();
-    void megabytesInOneLine();
-    void longLinesOfOneKindOfByte();
-    void missingFileLeavesTheReferencesMap();
+    void lineOfMegabytes_data();
+    void lineOfMegabytes();
+    void longLinesOfOneRepeatedPart();
+    void missingFileKeepsTheReferenceMap();
 
 private:
-    /// Names the difference between reference and product on @p text; empty when
-    /// they agree, also when the device delivers at most @p step bytes at a time.
+    /// Describes the difference between the reader and the reference implementation for @p
+    /// text; empty if they agree. If @p step is positive, a device that delivers at most @p
+    /// step bytes at a time is read as well.
     QString check(const QByteArray& text, qint64 step = 0);
 
     QTemporaryDir m_dir;
@@ -268,7 +269,7 @@ QString tst_MapTextReaderReference::check(const QByteArray& text, qint64 step)
         QVERIFY2(found.isEmpty(), qPrintable(found));                                              \
     } while (false)
 
-void tst_MapTextReaderReference::hostileNumber_data()
+void tst_MapTextReaderReference::hostileNumberInEveryField_data()
 {
     QTest::addColumn<QByteArray>("number");
     int i = 0;
@@ -278,7 +279,7 @@ void tst_MapTextReaderReference::hostileNumber_data()
     }
 }
 
-void tst_MapTextReaderReference::hostileNumber()
+void tst_MapTextReaderReference::hostileNumberInEveryField()
 {
     QFETCH(QByteArray, number);
     const QByteArray head = "# X-NUM 1\n# Y-NUM 1\n";
@@ -292,7 +293,7 @@ void tst_MapTextReaderReference::hostileNumber()
 
 void tst_MapTextReaderReference::randomNumbers()
 {
-    // Every double is met as likely as any other, in short and in full text.
+    // Random bit patterns of doubles, written with 0 to 19 digits.
     Random random(13061306);
     QByteArray text = "# X-NUM 1\n# Y-NUM 1\n";
     for (int i = 0; i < 20000; ++i) {
@@ -326,7 +327,7 @@ void tst_MapTextReaderReference::lineEndings()
     }
 }
 
-void tst_MapTextReaderReference::wordsOfAnyCount()
+void tst_MapTextReaderReference::linesWithAnyNumberOfWords()
 {
     for (int columns = -4; columns < 6; ++columns) {
         QByteArray text = "# 2003901\n# I0 : " + QByteArray::number(columns) + "\n";
@@ -347,9 +348,9 @@ void tst_MapTextReaderReference::byteOrderMarks_data()
     QTest::newRow("UTF-16BE") << QByteArray("\xfe\xff");
     QTest::newRow("UTF-32LE") << QByteArray("\xff\xfe\0\0", 4);
     QTest::newRow("UTF-32BE") << QByteArray("\0\0\xfe\xff", 4);
-    QTest::newRow("half of UTF-8") << QByteArray("\xef\xbb");
+    QTest::newRow("first two bytes of UTF-8") << QByteArray("\xef\xbb");
     QTest::newRow("one byte") << QByteArray("\xff");
-    QTest::newRow("two of UTF-8") << QByteArray("\xef\xbb\xbf\xef\xbb\xbf");
+    QTest::newRow("UTF-8 twice") << QByteArray("\xef\xbb\xbf\xef\xbb\xbf");
 }
 
 void tst_MapTextReaderReference::byteOrderMarks()
@@ -362,7 +363,7 @@ void tst_MapTextReaderReference::byteOrderMarks()
     VERIFY_SAME("#\n" + mark + "# X-NUM 2\n" + mark);
 }
 
-void tst_MapTextReaderReference::halfASurrogatePairJoinsTheLine()
+void tst_MapTextReaderReference::unpairedSurrogatesInWords()
 {
     const auto sample = [](char16_t unit) {
         return QStringLiteral(
@@ -380,7 +381,7 @@ void tst_MapTextReaderReference::truncatedAtEveryByte_data()
     QTest::addColumn<QByteArray>("text");
     QTest::newRow("four columns") << sampleFour;
     QTest::newRow("channels, CRLF") << sampleChannels;
-    QTest::newRow("no ASCII") << sampleOther;
+    QTest::newRow("not ASCII") << sampleOther;
     QTest::newRow("UTF-16") << encoded(QString::fromUtf8(sampleChannels),
                                        QStringConverter::Utf16LE);
     QTest::newRow("UTF-32") << encoded(QString::fromUtf8(sampleOther), QStringConverter::Utf32BE);
@@ -436,10 +437,10 @@ void tst_MapTextReaderReference::grammarFuzzInUtf16()
     }
 }
 
-void tst_MapTextReaderReference::brokenUtf8AcrossThePiecesOfAStream()
+void tst_MapTextReaderReference::brokenUtf8AtTheBoundariesOfDecodedPieces()
 {
-    // A stream decodes 16384 bytes at a time, and a sequence broken there
-    // gives other replacement characters than elsewhere.
+    // A text stream decodes 16384 bytes at a time. A sequence broken at such a boundary gives
+    // other replacement characters than a sequence broken elsewhere.
     const QByteArray broken =
         "\xe2\x82\xac\xf0\x9f\xc3\xe2\xef\xbb\xf0\x9f\x98\x80\xc2\n# \xf0\x9f\n";
     for (const qsizetype pieces : {1, 16}) {
@@ -452,7 +453,7 @@ void tst_MapTextReaderReference::brokenUtf8AcrossThePiecesOfAStream()
     }
 }
 
-void tst_MapTextReaderReference::lineEndAtTheEdgeOfABlock()
+void tst_MapTextReaderReference::lineEndAtABlockBoundary()
 {
     const QByteArray line = "# X-NUM 1\r\n1.25 2.5 3.75\r\n\r\n1 \xc3\xa9 4\n";
     for (qsizetype shift = 0; shift <= line.size(); ++shift) {
@@ -461,7 +462,7 @@ void tst_MapTextReaderReference::lineEndAtTheEdgeOfABlock()
         VERIFY_SAME(comment + line + line.chopped(1));
         VERIFY_SAME(QByteArray(size, ' ') + line);
     }
-    // The second block, which starts with the rest of a line.
+    // The end of the second block, which starts with the rest of a line.
     const QByteArray head = "# Y-NUM 1\n#" + QByteArray(data::mapTextBlockSize, 'x') + '\n';
     for (qsizetype shift = 0; shift <= line.size(); shift += 3) {
         const qsizetype size = 2 * data::mapTextBlockSize - head.size() - shift;
@@ -471,7 +472,7 @@ void tst_MapTextReaderReference::lineEndAtTheEdgeOfABlock()
 
 void tst_MapTextReaderReference::manyBlocksOfData()
 {
-    // Lines of 7 to 14 bytes meet the edges of blocks in every way.
+    // Lines of 7 to 14 bytes cross the block boundaries at every offset.
     Random random(8192);
     QByteArray text = "# X-NUM 1\n# Y-NUM 1\n";
     while (text.size() < 6 * data::mapTextBlockSize) {
@@ -482,7 +483,7 @@ void tst_MapTextReaderReference::manyBlocksOfData()
     VERIFY_SAME(text.insert(3 * data::mapTextBlockSize, "\n# \xc3\xa9\xff\n"));
 }
 
-void tst_MapTextReaderReference::megabytesInOneLine_data()
+void tst_MapTextReaderReference::lineOfMegabytes_data()
 {
     QTest::addColumn<QByteArray>("start");
     QTest::addColumn<QByteArray>("part");
@@ -493,7 +494,7 @@ void tst_MapTextReaderReference::megabytesInOneLine_data()
     QTest::newRow("long words") << QByteArray("# ENERGY : ") << QByteArray("abcdefghijklmno ");
 }
 
-void tst_MapTextReaderReference::megabytesInOneLine()
+void tst_MapTextReaderReference::lineOfMegabytes()
 {
     QFETCH(QByteArray, start);
     QFETCH(QByteArray, part);
@@ -501,7 +502,7 @@ void tst_MapTextReaderReference::megabytesInOneLine()
     VERIFY_SAME("# X-NUM 1\n# Y-NUM 1\n" + line + "\n1 2 3 4\n");
 }
 
-void tst_MapTextReaderReference::longLinesOfOneKindOfByte()
+void tst_MapTextReaderReference::longLinesOfOneRepeatedPart()
 {
     for (const QByteArray& part :
          blanks + QList<QByteArray>{"0", ".0", "7 ", "#", QByteArray(1, '\0')}) {
@@ -509,7 +510,7 @@ void tst_MapTextReaderReference::longLinesOfOneKindOfByte()
     }
 }
 
-void tst_MapTextReaderReference::missingFileLeavesTheReferencesMap()
+void tst_MapTextReaderReference::missingFileKeepsTheReferenceMap()
 {
     Reading reference;
     reference.map.xNum = 7;

@@ -1,4 +1,4 @@
-// Memory that is asked for before it is needed.
+// Checks whether memory can be allocated, before it is needed.
 #include "data/MemoryCheck.h"
 
 #include <QBuffer>
@@ -9,31 +9,31 @@ class tst_MemoryCheck : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void memoryThatCannotBeHadIsRefused();
-    void memoryThatAListOwnsIsNotAskedFor();
-    void readingTakesInProportionToAFileUpToABound();
+    void unavailableMemoryIsRefused();
+    void reservedMemoryOfAListIsNotRequestedAgain();
+    void memoryForReadingGrowsWithTheFileUpToABound();
 };
 
-void tst_MemoryCheck::memoryThatCannotBeHadIsRefused()
+void tst_MemoryCheck::unavailableMemoryIsRefused()
 {
     QVERIFY(data::canAllocate(0));
     QVERIFY(data::canGrow(QList<double>(), 1000, 0));
 #ifdef __SANITIZE_ADDRESS__
-    QSKIP("the sanitizer ends the process at such a size");
+    QSKIP("the sanitizer aborts at such a size");
 #endif
     QVERIFY(!data::canAllocate(qint64{1} << 60));
     QVERIFY(!data::canGrow(QList<double>(), qsizetype{1} << 56, 0));
     QVERIFY(!data::canGrow(QList<double>(), 1000, qint64{1} << 60));
 }
 
-void tst_MemoryCheck::memoryThatAListOwnsIsNotAskedFor()
+void tst_MemoryCheck::reservedMemoryOfAListIsNotRequestedAgain()
 {
     QList<double> list;
     list.reserve(1000);
     QVERIFY(data::canGrow(list, 1000, qint64{1} << 60));
 }
 
-void tst_MemoryCheck::readingTakesInProportionToAFileUpToABound()
+void tst_MemoryCheck::memoryForReadingGrowsWithTheFileUpToABound()
 {
     const auto forFile = [](qsizetype size) {
         QByteArray text(size, ' ');

@@ -1,4 +1,4 @@
-// The rows that a binary map file puts behind those of a map.
+// Appending the pixels of a binary map file to a map.
 #include "data/PixelFile.h"
 #include "data/TDData0.h"
 #include "support/DebugLog.h"
@@ -14,14 +14,14 @@ using tests::sameDouble;
 namespace
 {
 
-/// A header of 256 bytes that claims the size.
+/// A header of 256 bytes with this size.
 QByteArray header(const QByteArray& width, const QByteArray& height)
 {
     return ("2dData-V0.0 HeaderSize: 256\nWIDTH: " + width + "\nHEIGHT: " + height + '\n')
         .leftJustified(256, '\0');
 }
 
-/// The eight bytes of 1.0.
+/// The eight bytes of 1.0, little-endian.
 const QByteArray one = QByteArray::fromHex("000000000000f03f");
 
 } // namespace
@@ -32,14 +32,14 @@ class tst_PixelFile : public QObject
 
 private Q_SLOTS:
     void pixelsFollowTheEarlierRows();
-    void rowsAreThoseOfTheLoadedMap_data();
-    void rowsAreThoseOfTheLoadedMap();
-    void pixelsStopAtTheMostThatPositionsReach();
-    void otherFileIsAMapWithoutSize_data();
-    void otherFileIsAMapWithoutSize();
-    void pixelsBeforeTheHeaderAreNotRead();
-    void largeClaimNeedsAPixelForEach64_data();
-    void largeClaimNeedsAPixelForEach64();
+    void rowsEqualTheLoadedMap_data();
+    void rowsEqualTheLoadedMap();
+    void pixelsStopAtTheMaximumNumberOfRows();
+    void otherFileResetsTheSize_data();
+    void otherFileResetsTheSize();
+    void negativeHeaderSizeReadsNoPixels();
+    void largeSizeNeedsOnePixelPer64_data();
+    void largeSizeNeedsOnePixelPer64();
 
 private:
     QString path(const QByteArray& content) { return tests::writeFile(m_dir, "map.2dp", content); }
@@ -61,7 +61,7 @@ void tst_PixelFile::pixelsFollowTheEarlierRows()
     QCOMPARE(map.rows.size(), 5);
     QCOMPARE(map.headerLines, QStringList{"# earlier"});
     QCOMPARE(map.rows.at(0).i0, 9.0);
-    const A2DRow& third = map.rows.at(3); // pixel (0, 1): x runs fastest
+    const A2DRow& third = map.rows.at(3); // pixel (0, 1): x varies fastest
     QCOMPARE(third.x, 0.0);
     QCOMPARE(third.y, 1.0);
     QCOMPARE(third.intensity, 2.5);
@@ -69,29 +69,29 @@ void tst_PixelFile::pixelsFollowTheEarlierRows()
     QCOMPARE(map.rows.at(2).x, 1.0);
 }
 
-void tst_PixelFile::rowsAreThoseOfTheLoadedMap_data()
+void tst_PixelFile::rowsEqualTheLoadedMap_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
-    QTest::addColumn<int>("bytes"); // that the file has of its pixels
+    QTest::addColumn<int>("bytes"); // bytes of pixels in the file
     QTest::newRow("none") << 0 << 3 << 0;
     QTest::newRow("one") << 1 << 1 << 9;
     QTest::newRow("a block") << 64 << 64 << 36864;
     QTest::newRow("a block and a pixel") << 17 << 241 << 36873;
     QTest::newRow("some blocks") << 100 << 123 << 110700;
-    QTest::newRow("cut in a value") << 100 << 123 << 40003;
+    QTest::newRow("truncated inside a value") << 100 << 123 << 40003;
     QTest::newRow("without flags") << 100 << 123 << 98400;
     QTest::newRow("without pixels") << 100 << 123 << 0;
 }
 
-void tst_PixelFile::rowsAreThoseOfTheLoadedMap()
+void tst_PixelFile::rowsEqualTheLoadedMap()
 {
     QFETCH(int, width);
     QFETCH(int, height);
     QFETCH(int, bytes);
     QByteArray pixels(bytes, '\0');
     for (int i = 0; i < bytes; ++i) {
-        pixels[i] = static_cast<char>(i * 37 % 251); // some are NaN
+        pixels[i] = static_cast<char>(i * 37 % 251); // some values are NaN
     }
     const QString file =
         path(header(QByteArray::number(width), QByteArray::number(height)) + pixels);
@@ -107,7 +107,7 @@ void tst_PixelFile::rowsAreThoseOfTheLoadedMap()
     }
 }
 
-void tst_PixelFile::pixelsStopAtTheMostThatPositionsReach()
+void tst_PixelFile::pixelsStopAtTheMaximumNumberOfRows()
 {
     TDData0 source(2, 2);
     source.data = {0.5, 1.5, 2.5, 3.5};
@@ -117,22 +117,22 @@ void tst_PixelFile::pixelsStopAtTheMostThatPositionsReach()
         QVERIFY(data::appendPixelFile(m_dir.filePath("map.2dp"), map, 6));
     }
     QCOMPARE(map.rows.size(), 6);
-    QCOMPARE(map.rows.at(5).intensity, 1.5); // the second load got two in
+    QCOMPARE(map.rows.at(5).intensity, 1.5); // the second load appended only two pixels
 }
 
-void tst_PixelFile::otherFileIsAMapWithoutSize_data()
+void tst_PixelFile::otherFileResetsTheSize_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("text") << QByteArray("# X-NUM 2\n1 2 3\n");
-    QTest::newRow("width below 0") << header("-1", "1");
-    QTest::newRow("height below 0") << header("1", "-1");
-    QTest::newRow("past the bound") << header("33554433", "1");
-    QTest::newRow("a header line past the bound")
+    QTest::newRow("negative width") << header("-1", "1");
+    QTest::newRow("negative height") << header("1", "-1");
+    QTest::newRow("size above the bound") << header("33554433", "1");
+    QTest::newRow("header line above the bound")
         << "2dData-V0.0 HeaderSize: 20000000\n" + QByteArray(16777217, 'x');
 }
 
-void tst_PixelFile::otherFileIsAMapWithoutSize()
+void tst_PixelFile::otherFileResetsTheSize()
 {
     QFETCH(QByteArray, content);
     const QString file = path(content);
@@ -147,23 +147,23 @@ void tst_PixelFile::otherFileIsAMapWithoutSize()
     QCOMPARE(map.rows.size(), 1);
 }
 
-void tst_PixelFile::pixelsBeforeTheHeaderAreNotRead()
+void tst_PixelFile::negativeHeaderSizeReadsNoPixels()
 {
     A2DData map;
     QVERIFY(
         data::appendPixelFile(path("2dData-V0.0 HeaderSize: -8\n" + QByteArray(100, 'x')), map));
-    QCOMPARE(map.rows.size(), 0); // a header of no bytes names no size
+    QCOMPARE(map.rows.size(), 0); // an empty header has no size
 }
 
-void tst_PixelFile::largeClaimNeedsAPixelForEach64_data()
+void tst_PixelFile::largeSizeNeedsOnePixelPer64_data()
 {
     QTest::addColumn<int>("held");
     QTest::addColumn<bool>("good");
     QTest::newRow("enough") << 16385 << true;
-    QTest::newRow("a pixel too few") << 16384 << false;
+    QTest::newRow("one pixel too few") << 16384 << false;
 }
 
-void tst_PixelFile::largeClaimNeedsAPixelForEach64()
+void tst_PixelFile::largeSizeNeedsOnePixelPer64()
 {
     QFETCH(int, held);
     QFETCH(bool, good);

@@ -1,4 +1,4 @@
-// The two-dimensional map record: size, copies, region, identifier.
+// The two-dimensional map record: size, copies, mask items, region, identifier.
 #include "data/MaskItem.h"
 #include "data/TDData0.h"
 #include "support/DataRows.h"
@@ -16,8 +16,8 @@ constexpr double noMax = -1e300;
 constexpr int intMin = std::numeric_limits<int>::min();
 constexpr int intMax = std::numeric_limits<int>::max();
 
-/// A map whose pixel (x, y) is 100 + 10 y + x, valid where x + y is even, with
-/// its extremes as constructed.
+/// A map whose pixel (x, y) is 100 + 10 y + x and is valid if x + y is even. The extremes are
+/// as the constructor sets them.
 std::unique_ptr<TDData0> countedMap(int width, int height)
 {
     auto map = std::make_unique<TDData0>(width, height);
@@ -43,29 +43,29 @@ class TestTDData0 : public QObject
 
 private Q_SLOTS:
     void constructionWithPixelsStartsExtremesAtZero();
-    void constructionWithoutPixelsKeepsTheStartExtremes_data();
-    void constructionWithoutPixelsKeepsTheStartExtremes();
+    void constructionWithoutPixelsKeepsTheInitialExtremes_data();
+    void constructionWithoutPixelsKeepsTheInitialExtremes();
     void setSizeClearsEveryPixel();
     void setSizeWidensExtremesToZero_data();
     void setSizeWidensExtremesToZero();
 
     void copyToTheOriginMovesTheBlock();
-    void copyWithoutMovingKeepsThePlace();
+    void copyWithoutMovingKeepsThePosition();
     void copyIncludesLastColumnAndLine();
-    void copyWidensExtremesByInvalidPixelsToo();
-    void copyTakesTheIdentifier();
-    void copyWithoutARegionTakesTheWholeMap();
-    void copyTakesTheRegionInForce();
+    void copyWidensExtremesAlsoByInvalidPixels();
+    void copySetsTheIdentifier();
+    void copyWithoutARegionSetsTheWholeMapAsRegion();
+    void copySetsTheActiveRegion();
     void copySkipsPixelsOutsideEitherMap_data();
     void copySkipsPixelsOutsideEitherMap();
-    void copySkipsPixelsThatAListDoesNotHold();
+    void copySkipsPixelsMissingInAList();
 
-    void maskItemKnowsItsKind();
-    void maskItemsAreCopiedDeepAndInOrder();
-    void maskItemsAreAppendedToEqualOnes();
-    void maskItemsMayBeCopiedOntoTheirOwnMap();
+    void maskItemReportsItsKind();
+    void maskItemsAreDeepCopiedInOrder();
+    void equalMaskItemsAreAppendedAgain();
+    void maskItemsCanBeCopiedOntoTheirOwnMap();
 
-    void setRegionPutsItInForceAndRegionClearedKeepsIt();
+    void setRegionActivatesTheRegionAndRegionClearedKeepsIt();
     void regionOperationsAreSlots();
 
     void fileSafeId_data();
@@ -87,18 +87,18 @@ void TestTDData0::constructionWithPixelsStartsExtremesAtZero()
     QVERIFY(map.maskItems.isEmpty());
 }
 
-void TestTDData0::constructionWithoutPixelsKeepsTheStartExtremes_data()
+void TestTDData0::constructionWithoutPixelsKeepsTheInitialExtremes_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
     QTest::newRow("0 by 0") << 0 << 0;
     QTest::newRow("0 by 5") << 0 << 5;
     QTest::newRow("5 by 0") << 5 << 0;
-    QTest::newRow("both negative, whose product is not") << -2 << -3;
+    QTest::newRow("both negative, with a positive product") << -2 << -3;
     QTest::newRow("smallest int") << intMin << intMin;
 }
 
-void TestTDData0::constructionWithoutPixelsKeepsTheStartExtremes()
+void TestTDData0::constructionWithoutPixelsKeepsTheInitialExtremes()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -157,10 +157,10 @@ void TestTDData0::copyToTheOriginMovesTheBlock()
                                            false, false, false, false}));
 }
 
-void TestTDData0::copyWithoutMovingKeepsThePlace()
+void TestTDData0::copyWithoutMovingKeepsThePosition()
 {
     const auto map = countedMap(4, 3);
-    TDData0 dest(3, 3); // of another width: places are by column and line
+    TDData0 dest(3, 3); // another width: pixels keep their column and line
     map->copyBlockTo(&dest, cornerRect(1, 1, 2, 2), false);
     QCOMPARE(dest.data, QList<double>({0, 0, 0, 0, 111, 112, 0, 121, 122}));
     QCOMPARE(dest.validFlags,
@@ -176,7 +176,7 @@ void TestTDData0::copyIncludesLastColumnAndLine()
     QCOMPARE(dest.validFlags, map->validFlags);
 }
 
-void TestTDData0::copyWidensExtremesByInvalidPixelsToo()
+void TestTDData0::copyWidensExtremesAlsoByInvalidPixels()
 {
     TDData0 map(3, 1);
     map.data = {-4.0, 7.0, 99.0};
@@ -192,7 +192,7 @@ void TestTDData0::copyWidensExtremesByInvalidPixelsToo()
     QCOMPARE(dest.maxVal, 7.0);
 }
 
-void TestTDData0::copyTakesTheIdentifier()
+void TestTDData0::copySetsTheIdentifier()
 {
     TDData0 map(1, 1);
     map.dataId = "mu*t at 8333 eV";
@@ -202,7 +202,7 @@ void TestTDData0::copyTakesTheIdentifier()
     QCOMPARE(dest.dataId, "mu*t at 8333 eV");
 }
 
-void TestTDData0::copyWithoutARegionTakesTheWholeMap()
+void TestTDData0::copyWithoutARegionSetsTheWholeMapAsRegion()
 {
     TDData0 map(4, 3);
     map.region = cornerRect(1, 1, 1, 1);
@@ -212,7 +212,7 @@ void TestTDData0::copyWithoutARegionTakesTheWholeMap()
     QCOMPARE(dest.region, cornerRect(0, 0, 3, 2));
 }
 
-void TestTDData0::copyTakesTheRegionInForce()
+void TestTDData0::copySetsTheActiveRegion()
 {
     TDData0 map(4, 3);
     map.setRegion(cornerRect(1, 0, 2, 1));
@@ -226,11 +226,11 @@ void TestTDData0::copySkipsPixelsOutsideEitherMap_data()
 {
     QTest::addColumn<QRect>("rect");
     QTest::addColumn<bool>("toOrigin");
-    QTest::addColumn<QList<double>>("pixels"); // of a map of 2 by 2
+    QTest::addColumn<QList<double>>("pixels"); // of the 2 by 2 target
     using Pixels = QList<double>;
-    QTest::newRow("all there is") << cornerRect(intMin, intMin, intMax, intMax) << false
-                                  << Pixels{100, 101, 110, 111};
-    QTest::newRow("far to the origin")
+    QTest::newRow("larger than both maps")
+        << cornerRect(intMin, intMin, intMax, intMax) << false << Pixels{100, 101, 110, 111};
+    QTest::newRow("larger than both maps, to the origin")
         << cornerRect(intMin, intMin, intMax, intMax) << true << Pixels{0, 0, 0, 0};
     QTest::newRow("beyond the first corner")
         << cornerRect(-1, -1, 5, 5) << true << Pixels{0, 0, 0, 100};
@@ -252,7 +252,7 @@ void TestTDData0::copySkipsPixelsOutsideEitherMap()
     QTEST(dest.data, "pixels");
 }
 
-void TestTDData0::copySkipsPixelsThatAListDoesNotHold()
+void TestTDData0::copySkipsPixelsMissingInAList()
 {
     const auto map = countedMap(2, 2);
     map->data.resize(3);
@@ -263,14 +263,14 @@ void TestTDData0::copySkipsPixelsThatAListDoesNotHold()
     QCOMPARE(dest.maxVal, 101.0);
 }
 
-void TestTDData0::maskItemKnowsItsKind()
+void TestTDData0::maskItemReportsItsKind()
 {
     QCOMPARE(static_cast<int>(MaskItem(MaskItem::Points{{1.5, 2.5}}, "a").kind()), 1);
     QCOMPARE(static_cast<int>(MaskItem(MaskItem::Rectangles{{1, 2, 3, 4}}, "b").kind()), 2);
     QCOMPARE(static_cast<int>(MaskItem(QRectF(1, 2, 3, 4), "c").kind()), 3);
 }
 
-void TestTDData0::maskItemsAreCopiedDeepAndInOrder()
+void TestTDData0::maskItemsAreDeepCopiedInOrder()
 {
     TDData0 dest(1, 1);
     {
@@ -281,7 +281,7 @@ void TestTDData0::maskItemsAreCopiedDeepAndInOrder()
         map.copyMaskItemsTo(&dest);
         QCOMPARE(map.maskItems.size(), 3);
         QVERIFY(dest.maskItems.first() != map.maskItems.first());
-    } // the originals go, the copies live on
+    } // the originals are destroyed here
     QCOMPARE(dest.maskItems.size(), 3);
     QCOMPARE(dest.maskItems[0]->label(), "a");
     QCOMPARE(std::get<MaskItem::Points>(dest.maskItems[0]->shape()),
@@ -293,7 +293,7 @@ void TestTDData0::maskItemsAreCopiedDeepAndInOrder()
     QCOMPARE(std::get<QRectF>(dest.maskItems[2]->shape()), QRectF(5, 6, 7, 8));
 }
 
-void TestTDData0::maskItemsAreAppendedToEqualOnes()
+void TestTDData0::equalMaskItemsAreAppendedAgain()
 {
     TDData0 map(1, 1);
     map.maskItems.append(new MaskItem(QRectF(5, 6, 7, 8), "c"));
@@ -304,7 +304,7 @@ void TestTDData0::maskItemsAreAppendedToEqualOnes()
     QCOMPARE(dest.maskItems[1]->label(), "c");
 }
 
-void TestTDData0::maskItemsMayBeCopiedOntoTheirOwnMap()
+void TestTDData0::maskItemsCanBeCopiedOntoTheirOwnMap()
 {
     TDData0 map(1, 1);
     map.maskItems.append(new MaskItem(QRectF(5, 6, 7, 8), "c"));
@@ -313,7 +313,7 @@ void TestTDData0::maskItemsMayBeCopiedOntoTheirOwnMap()
     QVERIFY(map.maskItems[0] != map.maskItems[1]);
 }
 
-void TestTDData0::setRegionPutsItInForceAndRegionClearedKeepsIt()
+void TestTDData0::setRegionActivatesTheRegionAndRegionClearedKeepsIt()
 {
     TDData0 map(4, 3);
     map.setRegion(cornerRect(1, 0, 2, 1));
@@ -340,8 +340,8 @@ void TestTDData0::fileSafeId_data()
     tests::addTexts("plain", {"Ni map_1", "Ni map_1"});
     tests::addTexts("slash becomes div", {"I0/I1/x", "I0divI1divx"});
     tests::addTexts("two underscores become one", {"a__b", "a_b"});
-    tests::addTexts("three leave two", {"a___b", "a__b"});
-    tests::addTexts("four leave two", {"a____b", "a__b"});
+    tests::addTexts("three underscores become two", {"a___b", "a__b"});
+    tests::addTexts("four underscores become two", {"a____b", "a__b"});
     tests::addTexts("slash between underscores", {"a_/_b", "a_div_b"});
     tests::addTexts("empty", {"", ""});
 }

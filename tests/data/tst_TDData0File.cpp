@@ -1,4 +1,4 @@
-// The binary file of a map: its bytes, and files that are broken or lie.
+// The binary map file: its bytes, damaged files, and files with wrong sizes.
 #include "data/MaskItem.h"
 #include "data/TDData0.h"
 #include "support/DebugLog.h"
@@ -26,36 +26,35 @@ using tests::DebugLog;
 namespace
 {
 
-/// Line 1 of a header: 64 characters and the line feed.
+/// Line 1 of a header: 64 characters and a line feed.
 QByteArray firstLine(const QByteArray& size)
 {
     return ("2dData-V0.0 HeaderSize: " + size).leftJustified(64, ' ') + '\n';
 }
 
-/// Lines 5 to 7, 158 and 34 bytes.
+/// Lines 5 to 7: 158 bytes for the data structure, 34 bytes for the two sizes.
 const QByteArray fixedLines = "DATA_STRUCTURE: Header of Size ( HeaderSize: ), "
                               "Row Double Data Block of pixels ( WIDTH: * HEIGHT ), "
                               "Row Bool Valid Flag Block of pixels ( WIDTH: * HEIGHT ) \n"
                               "SIZE_OF_DOUBLE: 8\n"
                               "SIZE_OF_BOOL: 1\n";
 
-/// A header of 512 bytes with the given lines after the first, filled up with
-/// zeros.
+/// A header of 512 bytes with the given lines after line 1, padded with zeros.
 QByteArray headerOf512(const QByteArray& lines)
 {
     return (firstLine("512") + lines).leftJustified(512, '\0');
 }
 
-/// 1.0, -2.0, 0.5 and 0.1 as IEEE 754 doubles, and the flags yes, no, yes, yes.
+/// 1.0, -2.0, 0.5 and 0.1 as IEEE 754 doubles, then the flags true, false, true, true.
 const QByteArray fourPixels = QByteArray::fromHex("000000000000f03f"
                                                   "00000000000000c0"
                                                   "000000000000e03f"
                                                   "9a9999999999b93f"
                                                   "01000101");
 
-/// The file of a map of 2 by 2 named "Ni map", with extremes 0 and 1.2345678.
-/// Its text takes 65 + 9 + 10 + 16 + 158 + 34 + 11 + 17 + 15 = 335 bytes, so
-/// its header takes (335 / 256 + 1) * 256 = 512.
+/// The file of a 2 by 2 map named "Ni map" with the extremes 0 and 1.2345678. Its text has 65
+/// + 9 + 10 + 16 + 158 + 34 + 11 + 17 + 15 = 335 bytes, so its header has (335 / 256 + 1) *
+/// 256 = 512 bytes (integer division).
 QByteArray nickelFile()
 {
     return headerOf512("WIDTH: 2\n"
@@ -78,7 +77,7 @@ void fillNickel(TDData0& map)
     map.maxVal = 1.2345678;
 }
 
-/// A map of 3 by 1 with everything set, to see what a load leaves alone.
+/// A map of 3 by 1 with every field set, to see what a load leaves unchanged.
 void fillOld(TDData0& map)
 {
     map.setSize(3, 1);
@@ -100,7 +99,7 @@ bool isOld(const TDData0& map)
            map.maskItems.size() == 1;
 }
 
-/// A lower limit on a resource of this process, while it lives.
+/// A lower resource limit for this process, for the lifetime of the object.
 class ResourceLimit
 {
 public:
@@ -120,7 +119,7 @@ private:
     rlimit m_old{};
 };
 
-/// The address space that this process takes now, in bytes.
+/// The address space that this process uses now, in bytes.
 rlim_t addressSpace()
 {
     const QByteArray pages = tests::readFile("/proc/self/statm").split(' ').first();
@@ -137,17 +136,17 @@ private Q_SLOTS:
     void initTestCase();
     void init();
 
-    void savedFileIsThatByteForByte();
-    void savedHeaderIsNeverFullToTheLastByte_data();
-    void savedHeaderIsNeverFullToTheLastByte();
-    void saveReportsTheHeaderAndItsLength();
+    void savedFileMatchesByteForByte();
+    void savedHeaderAlwaysHasPadding_data();
+    void savedHeaderAlwaysHasPadding();
+    void saveLogsTheHeaderAndItsLength();
     void identifierIsWrittenAsLatin1AndReadAsUtf8();
     void mapWithoutPixelsSavesTheTextOnly();
-    void mapWithoutPixelsLoadsWithItsStartExtremes();
-    void identifierSurvives_data();
-    void identifierSurvives();
-    void extremesComeBackWithSixDigits();
-    void regionAndMaskItemsLiveOnAcrossALoad();
+    void mapWithoutPixelsLoadsWithTheInitialExtremes();
+    void identifierIsRestored_data();
+    void identifierIsRestored();
+    void extremesAreRestoredWithSixDigits();
+    void loadKeepsRegionAndMaskItems();
 
     void recognisesTheFirstSixBytes_data();
     void recognisesTheFirstSixBytes();
@@ -155,34 +154,34 @@ private Q_SLOTS:
     void unopenableFileIsReported();
     void unreadableFileIsReported();
 
-    void headerOfTheNickelFile();
-    void headerIsLeftAloneByOtherFiles();
-    void headerLines_data();
-    void headerLines();
-    void headerSizes_data();
-    void headerSizes();
-    void headerSizeIsNotAllocatedOnItsWord();
-    void shortFileIsOfTheForm();
+    void headerOfTheNickelFileIsRead();
+    void otherFilesLeaveTheHeaderUnchanged();
+    void headerLinesSetTheFields_data();
+    void headerLinesSetTheFields();
+    void headerSizeLimitsTheHeader_data();
+    void headerSizeLimitsTheHeader();
+    void largeHeaderSizeIsNotAllocated();
+    void fileWithoutHeaderSizeIsAccepted();
 
     void loadsTheNickelFile();
-    void anyFlagByteButZeroReadsAsTrue();
-    void versionAndElementSizesAreNotLookedAt();
-    void absurdSizesAreRefused_data();
-    void absurdSizesAreRefused();
+    void everyNonZeroFlagByteReadsAsTrue();
+    void versionAndElementSizesAreIgnored();
+    void invalidSizesAreRefused_data();
+    void invalidSizesAreRefused();
     void largestSizeIsAccepted();
     void otherFilesLeaveTheObjectUnchanged_data();
     void otherFilesLeaveTheObjectUnchanged();
     void shortFileKeepsOldValues();
-    void truncatedAtEveryByte();
-    void noiseIsHarmless();
-    void tenMegabytesInOneLine_data();
-    void tenMegabytesInOneLine();
+    void fileTruncatedAtEveryByte();
+    void noiseIsReadWithoutHarm();
+    void lineOfTenMegabytes_data();
+    void lineOfTenMegabytes();
 
     void saveRefuses_data();
     void saveRefuses();
-    void saveRefusesAFileWithoutWriteRights();
-    void saveReportsADiskThatFillsUp_data();
-    void saveReportsADiskThatFillsUp();
+    void saveRefusesAFileWithoutWritePermission();
+    void saveReportsAFullDisk_data();
+    void saveReportsAFullDisk();
 
 private:
     QString write(const QByteArray& content)
@@ -205,7 +204,7 @@ void TestTDData0File::init()
     QVERIFY(m_dir->isValid());
 }
 
-void TestTDData0File::savedFileIsThatByteForByte()
+void TestTDData0File::savedFileMatchesByteForByte()
 {
     const DebugLog log;
     TDData0 map(0, 0);
@@ -215,19 +214,19 @@ void TestTDData0File::savedFileIsThatByteForByte()
     QCOMPARE(tests::readFile(path), nickelFile());
 }
 
-void TestTDData0File::savedHeaderIsNeverFullToTheLastByte_data()
+void TestTDData0File::savedHeaderAlwaysHasPadding_data()
 {
     QTest::addColumn<int>("idLength");
     QTest::addColumn<QByteArray>("headerSize");
-    // With an empty identifier the text of a map of 1 by 1 with extremes 0 and
-    // 0 takes 65 + 9 + 10 + 10 + 158 + 34 + 11 + 11 + 15 = 323 characters.
+    // With an empty identifier, the text of a 1 by 1 map with the extremes 0 and 0 has 65 + 9
+    // + 10 + 10 + 158 + 34 + 11 + 11 + 15 = 323 characters.
     QTest::newRow("511 characters") << 511 - 323 << QByteArray("512");
     QTest::newRow("512 characters take 768 bytes") << 512 - 323 << QByteArray("768");
     QTest::newRow("1023 characters") << 1023 - 323 << QByteArray("1024");
     QTest::newRow("1024 characters take 1280 bytes") << 1024 - 323 << QByteArray("1280");
 }
 
-void TestTDData0File::savedHeaderIsNeverFullToTheLastByte()
+void TestTDData0File::savedHeaderAlwaysHasPadding()
 {
     QFETCH(int, idLength);
     QFETCH(QByteArray, headerSize);
@@ -242,7 +241,7 @@ void TestTDData0File::savedHeaderIsNeverFullToTheLastByte()
     QVERIFY(bytes.left(idLength + 323).endsWith("END_OF_HEADER:\n"));
 }
 
-void TestTDData0File::saveReportsTheHeaderAndItsLength()
+void TestTDData0File::saveLogsTheHeaderAndItsLength()
 {
     const DebugLog log;
     TDData0 map(0, 0);
@@ -280,7 +279,7 @@ void TestTDData0File::mapWithoutPixelsSavesTheTextOnly()
                                         "END_OF_HEADER:\n");
 }
 
-void TestTDData0File::mapWithoutPixelsLoadsWithItsStartExtremes()
+void TestTDData0File::mapWithoutPixelsLoadsWithTheInitialExtremes()
 {
     const DebugLog log;
     const QString path = m_dir->filePath("map.2dp");
@@ -295,7 +294,7 @@ void TestTDData0File::mapWithoutPixelsLoadsWithItsStartExtremes()
     QCOMPARE(map.maxVal, -1e300);
 }
 
-void TestTDData0File::identifierSurvives_data()
+void TestTDData0File::identifierIsRestored_data()
 {
     QTest::addColumn<QString>("id");
     QTest::newRow("blanks within") << "mu*t  at 8333 eV";
@@ -307,7 +306,7 @@ void TestTDData0File::identifierSurvives_data()
     QTest::newRow("empty") << "";
 }
 
-void TestTDData0File::identifierSurvives()
+void TestTDData0File::identifierIsRestored()
 {
     QFETCH(QString, id);
     const DebugLog log;
@@ -321,7 +320,7 @@ void TestTDData0File::identifierSurvives()
     QCOMPARE(loaded.width, 1);
 }
 
-void TestTDData0File::extremesComeBackWithSixDigits()
+void TestTDData0File::extremesAreRestoredWithSixDigits()
 {
     const DebugLog log;
     TDData0 map(1, 1);
@@ -332,11 +331,11 @@ void TestTDData0File::extremesComeBackWithSixDigits()
     QVERIFY(map.save(path));
     TDData0 loaded(0, 0);
     QVERIFY(loaded.load(path));
-    QCOMPARE(loaded.minVal, -123457.0); // of the text, not of the pixel
+    QCOMPARE(loaded.minVal, -123457.0); // from the text, not from the pixel
     QCOMPARE(loaded.maxVal, 1.0);
 }
 
-void TestTDData0File::regionAndMaskItemsLiveOnAcrossALoad()
+void TestTDData0File::loadKeepsRegionAndMaskItems()
 {
     TDData0 map(0, 0);
     fillOld(map);
@@ -353,10 +352,10 @@ void TestTDData0File::recognisesTheFirstSixBytes_data()
     QTest::newRow("a map") << nickelFile() << true;
     QTest::newRow("the word alone") << QByteArray("2dData") << true;
     QTest::newRow("another version") << QByteArray("2dData-V7.5") << true;
-    QTest::newRow("a text table that begins so") << QByteArray("2dData 1 2\n3 4\n") << true;
-    QTest::newRow("a word that begins so") << QByteArray("2dDatabase") << true;
-    QTest::newRow("invalid text behind") << QByteArray("2dData\xff\xfe") << true;
-    QTest::newRow("zeros behind") << QByteArray("2dData\0\0", 8) << true;
+    QTest::newRow("a text table with the same start") << QByteArray("2dData 1 2\n3 4\n") << true;
+    QTest::newRow("a longer word with the same start") << QByteArray("2dDatabase") << true;
+    QTest::newRow("invalid text after it") << QByteArray("2dData\xff\xfe") << true;
+    QTest::newRow("zeros after it") << QByteArray("2dData\0\0", 8) << true;
     QTest::newRow("five bytes") << QByteArray("2dDat") << false;
     QTest::newRow("other case") << QByteArray("2ddata") << false;
     QTest::newRow("blank first") << QByteArray(" 2dData") << false;
@@ -382,7 +381,7 @@ void TestTDData0File::unopenableFileIsReported_data()
     QTest::addColumn<QString>("path");
     QTest::newRow("missing") << "/nowhere/map.2dp";
     QTest::newRow("folder") << "/";
-    QTest::newRow("device without end") << "/dev/zero";
+    QTest::newRow("endless device") << "/dev/zero";
     QTest::newRow("pipe without a writer") << "pipe";
     QTest::newRow("no name") << "";
 }
@@ -412,13 +411,13 @@ void TestTDData0File::unreadableFileIsReported()
     const DebugLog log;
     const tests::Unprivileged user;
     if (!user.holds()) {
-        QSKIP("needs a user without the rights of root");
+        QSKIP("needs a user without root privileges");
     }
     QVERIFY(!TDData0::isTDData0File(path));
     QCOMPARE(log.lines(), QStringList("can't open " + path));
 }
 
-void TestTDData0File::headerOfTheNickelFile()
+void TestTDData0File::headerOfTheNickelFileIsRead()
 {
     TDData0Header header;
     QVERIFY(TDData0::readHeader(header, write(nickelFile())));
@@ -431,7 +430,7 @@ void TestTDData0File::headerOfTheNickelFile()
     QCOMPARE(header.maxVal, 1.23457);
 }
 
-void TestTDData0File::headerIsLeftAloneByOtherFiles()
+void TestTDData0File::otherFilesLeaveTheHeaderUnchanged()
 {
     TDData0Header header;
     QVERIFY(!TDData0::readHeader(header, write("# 1306\nWIDTH: 2\n")));
@@ -442,7 +441,7 @@ void TestTDData0File::headerIsLeftAloneByOtherFiles()
     QCOMPARE(header.maxVal, -1e300);
 }
 
-void TestTDData0File::headerLines_data()
+void TestTDData0File::headerLinesSetTheFields_data()
 {
     QTest::addColumn<QByteArray>("lines");
     QTest::addColumn<int>("width");
@@ -452,8 +451,8 @@ void TestTDData0File::headerLines_data()
     const double none = -1e300;
     const auto row = [](const char* name, const QByteArray& lines, int width, const QString& id,
                         double max) { QTest::newRow(name) << lines << width << id << max; };
-    row("later line counts", "WIDTH: 2\nWIDTH: 3\n", 3, "", none);
-    row("lines after the end count", "END_OF_HEADER:\nWIDTH: 3\nDATA_ID: a\n", 3, "a", none);
+    row("later line wins", "WIDTH: 2\nWIDTH: 3\n", 3, "", none);
+    row("lines after the end are read", "END_OF_HEADER:\nWIDTH: 3\nDATA_ID: a\n", 3, "a", none);
     row("keys are case sensitive", "Width: 2\nwidth: 3\n", 0, "", none);
     row("unknown keys are ignored", "WIDTH 2\nHEIGHTS: 3\n# WIDTH: 4\n", 0, "", none);
     row("blanks before a key", "  WIDTH: 2\n", 2, "", none);
@@ -462,18 +461,18 @@ void TestTDData0File::headerLines_data()
     row("key without a value", "WIDTH:\nDATA_ID:\n", 0, "", none);
     row("CRLF", "WIDTH: 2\r\nDATA_ID: a\r\nMAX_VAL: 3\r\n", 2, "a", 3.0);
     row("lone CR is no line end", "DATA_ID: a\rWIDTH: 2\n", 0, "a\rWIDTH: 2", none);
-    row("a word for a size", "WIDTH: two\n", 0, "", none);
-    row("a fraction for a size", "WIDTH: 2.5\n", 0, "", none);
-    row("a size with a tail", "WIDTH: 2 3\n", 0, "", none);
-    row("a size past an int", "WIDTH: 4294967298\n", 0, "", none);
+    row("a word as size", "WIDTH: two\n", 0, "", none);
+    row("a fraction as size", "WIDTH: 2.5\n", 0, "", none);
+    row("a size with trailing text", "WIDTH: 2 3\n", 0, "", none);
+    row("a size above int", "WIDTH: 4294967298\n", 0, "", none);
     row("blanks around a size", "WIDTH:   2  \n", 2, "", none);
     row("infinity", "MAX_VAL: inf\n", 0, "", inf);
-    row("a word for an extreme", "MAX_VAL: high\n", 0, "", 0.0);
+    row("a word as extreme", "MAX_VAL: high\n", 0, "", 0.0);
     row("invalid UTF-8", "DATA_ID: \xff\n", 0, u"\ufffd"_qs, none);
     row("zeros in a line", QByteArray("DATA_ID: a\0b\n", 13), 0, QString(u"a\0b"_qs), none);
 }
 
-void TestTDData0File::headerLines()
+void TestTDData0File::headerLinesSetTheFields()
 {
     QFETCH(QByteArray, lines);
     TDData0Header header;
@@ -483,30 +482,30 @@ void TestTDData0File::headerLines()
     QTEST(header.maxVal, "max");
 }
 
-void TestTDData0File::headerSizes_data()
+void TestTDData0File::headerSizeLimitsTheHeader_data()
 {
     QTest::addColumn<QByteArray>("start");
     QTest::addColumn<qint64>("size");
-    QTest::addColumn<int>("width"); // found only in a block that reaches it
+    QTest::addColumn<int>("width"); // 0 if the header ends before its line
     const auto row = [](const char* name, const QByteArray& start, qint64 size, int width) {
         QTest::newRow(name) << start << size << width;
     };
-    row("honest", "2dData-V0.0 HeaderSize: 512", 512, 2);
+    row("correct", "2dData-V0.0 HeaderSize: 512", 512, 2);
     row("first two words unchecked", "2dDataX Y 512", 512, 2);
     row("quoted second word", "2dData \"Header Size\" 512", 512, 2);
     row("ends before the width", "2dData-V0.0 HeaderSize: 65", 65, 0);
     row("ends within the width's line", "2dData-V0.0 HeaderSize: 73", 73, 2);
-    row("past the end of the file", "2dData-V0.0 HeaderSize: 100000", 100000, 2);
+    row("beyond the end of the file", "2dData-V0.0 HeaderSize: 100000", 100000, 2);
     row("largest int", "2dData-V0.0 HeaderSize: 2147483647", 2147483647, 2);
-    row("past an int", "2dData-V0.0 HeaderSize: 2147483648", 0, 0);
-    row("past 64 bits", "2dData-V0.0 HeaderSize: 99999999999999999999", 0, 0);
+    row("above int", "2dData-V0.0 HeaderSize: 2147483648", 0, 0);
+    row("above 64 bits", "2dData-V0.0 HeaderSize: 99999999999999999999", 0, 0);
     row("negative", "2dData-V0.0 HeaderSize: -256", -256, 0);
     row("a word", "2dData-V0.0 HeaderSize: big", 0, 0);
     row("a fraction", "2dData-V0.0 HeaderSize: 512.0", 0, 0);
     row("no size", "2dData-V0.0 HeaderSize:", 0, 0);
 }
 
-void TestTDData0File::headerSizes()
+void TestTDData0File::headerSizeLimitsTheHeader()
 {
     QFETCH(QByteArray, start);
     const QByteArray first = start.leftJustified(64, ' ') + '\n';
@@ -523,7 +522,7 @@ void TestTDData0File::headerSizes()
     QCOMPARE(map.validFlags.size(), map.data.size());
 }
 
-void TestTDData0File::headerSizeIsNotAllocatedOnItsWord()
+void TestTDData0File::largeHeaderSizeIsNotAllocated()
 {
 #ifdef __SANITIZE_ADDRESS__
     QSKIP("the sanitizer needs all of the address space");
@@ -538,7 +537,7 @@ void TestTDData0File::headerSizeIsNotAllocatedOnItsWord()
     QCOMPARE(header.width, 2);
 }
 
-void TestTDData0File::shortFileIsOfTheForm()
+void TestTDData0File::fileWithoutHeaderSizeIsAccepted()
 {
     const QString path = write("2dData-V0.0 HeaderSize:");
     QVERIFY(TDData0::isTDData0File(path));
@@ -568,19 +567,19 @@ void TestTDData0File::loadsTheNickelFile()
     QCOMPARE(log.lines(), QStringList());
 }
 
-void TestTDData0File::anyFlagByteButZeroReadsAsTrue()
+void TestTDData0File::everyNonZeroFlagByteReadsAsTrue()
 {
     QByteArray content = nickelFile();
     content.replace(content.size() - 4, 4, QByteArray::fromHex("00028000"));
     TDData0 map(0, 0);
     QVERIFY(map.load(write(content)));
     QCOMPARE(map.validFlags, QList<bool>({false, true, true, false}));
-    // As bytes, since a flag of 2 may compare as either.
+    // Compared as bytes, because a bool that holds 2 can compare as true or false.
     QCOMPARE(QByteArray(reinterpret_cast<const char*>(map.validFlags.constData()), 4),
              QByteArray::fromHex("00010100"));
 }
 
-void TestTDData0File::versionAndElementSizesAreNotLookedAt()
+void TestTDData0File::versionAndElementSizesAreIgnored()
 {
     TDData0 map(0, 0);
     QVERIFY(map.load(write(nickelFile()
@@ -591,7 +590,7 @@ void TestTDData0File::versionAndElementSizesAreNotLookedAt()
     QCOMPARE(map.validFlags, QList<bool>({true, false, true, true}));
 }
 
-void TestTDData0File::absurdSizesAreRefused_data()
+void TestTDData0File::invalidSizesAreRefused_data()
 {
     QTest::addColumn<QByteArray>("width");
     QTest::addColumn<QByteArray>("height");
@@ -600,16 +599,16 @@ void TestTDData0File::absurdSizesAreRefused_data()
     };
     row("negative width", "-1", "2");
     row("negative height", "2", "-1");
-    row("both negative, whose product is not", "-2", "-2");
+    row("both negative, with a positive product", "-2", "-2");
     row("smallest ints", "-2147483648", "-2147483648");
-    row("one pixel past the bound", "33554433", "1");
-    row("one line past the bound", "8192", "4097");
-    row("product past 32 bits", "65536", "65537");
+    row("one pixel above the bound", "33554433", "1");
+    row("one line above the bound", "8192", "4097");
+    row("product above 32 bits", "65536", "65537");
     row("largest ints", "2147483647", "2147483647");
-    row("no pixel, but a side past the bound", "0", "33554433");
+    row("no pixel, but one side above the bound", "0", "33554433");
 }
 
-void TestTDData0File::absurdSizesAreRefused()
+void TestTDData0File::invalidSizesAreRefused()
 {
     QFETCH(QByteArray, width);
     QFETCH(QByteArray, height);
@@ -626,7 +625,7 @@ void TestTDData0File::absurdSizesAreRefused()
 void TestTDData0File::largestSizeIsAccepted()
 {
     TDData0 map(0, 0);
-    const QByteArray pixels(8 * 524288, '\0'); // the fewest for such a claim
+    const QByteArray pixels(8 * 524288, '\0'); // the smallest number for this size
     QVERIFY(map.load(write(headerOf512("WIDTH: 8192\nHEIGHT: 4096\n") + pixels)));
     QCOMPARE(map.data.size(), 33554432);
     QCOMPARE(map.validFlags.size(), 33554432);
@@ -655,7 +654,7 @@ void TestTDData0File::otherFilesLeaveTheObjectUnchanged()
 
 void TestTDData0File::shortFileKeepsOldValues()
 {
-    // One whole pixel of four; the old map had three.
+    // Only the first of four pixels is in the file; the old map had three pixels.
     TDData0 map(0, 0);
     fillOld(map);
     QVERIFY(map.load(write(nickelFile().left(512 + 8))));
@@ -664,7 +663,7 @@ void TestTDData0File::shortFileKeepsOldValues()
     QCOMPARE(map.dataId, "Ni map");
 }
 
-void TestTDData0File::truncatedAtEveryByte()
+void TestTDData0File::fileTruncatedAtEveryByte()
 {
     const QByteArray whole = nickelFile();
     for (int size = 0; size <= whole.size(); ++size) {
@@ -678,8 +677,8 @@ void TestTDData0File::truncatedAtEveryByte()
             QVERIFY(isOld(map));
             continue;
         }
-        // Line 1 takes 65 bytes, "WIDTH: 2\n" 9, "HEIGHT: 2\n" 10. The size in
-        // line 1 is whole from 27 bytes on.
+        // Line 1 has 65 bytes, "WIDTH: 2\n" has 9 and "HEIGHT: 2\n" has 10. The header size
+        // in line 1 is complete from 27 bytes on.
         QCOMPARE(map.width, size >= 65 + 8 ? 2 : 0);
         QCOMPARE(map.height, size >= 74 + 9 ? 2 : 0);
         QCOMPARE(map.dataId, QString("Ni map").left(std::clamp(size - (84 + 9), 0, 6)));
@@ -698,14 +697,14 @@ void TestTDData0File::truncatedAtEveryByte()
     }
 }
 
-void TestTDData0File::noiseIsHarmless()
+void TestTDData0File::noiseIsReadWithoutHarm()
 {
     std::mt19937 random(20240917);
     const DebugLog log;
     for (int round = 0; round < 400; ++round) {
         QByteArray content = nickelFile();
         if (round % 2 == 0) {
-            // A file of noise behind the first line.
+            // Noise after the first lines of a header.
             content = firstLine("4096") + "WIDTH: 7\nHEIGHT: 3\n";
             for (int i = static_cast<int>(random() % 6000); i > 0; --i) {
                 content.append(static_cast<char>(random()));
@@ -726,7 +725,7 @@ void TestTDData0File::noiseIsHarmless()
     }
 }
 
-void TestTDData0File::tenMegabytesInOneLine_data()
+void TestTDData0File::lineOfTenMegabytes_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<qsizetype>("idLength");
@@ -740,7 +739,7 @@ void TestTDData0File::tenMegabytesInOneLine_data()
     row("zeros", QByteArray(10'000'000, '\0'), 0);
 }
 
-void TestTDData0File::tenMegabytesInOneLine()
+void TestTDData0File::lineOfTenMegabytes()
 {
     QFETCH(QByteArray, line);
     const DebugLog log;
@@ -780,7 +779,7 @@ void TestTDData0File::saveRefuses()
     QCOMPARE(log.lines().last(), "can't open " + path + " to save 2dData");
 }
 
-void TestTDData0File::saveRefusesAFileWithoutWriteRights()
+void TestTDData0File::saveRefusesAFileWithoutWritePermission()
 {
     const QString path = write("kept");
     QVERIFY(QFile::setPermissions(m_dir->path(), QFile::Permissions(0x7055)));
@@ -788,26 +787,26 @@ void TestTDData0File::saveRefusesAFileWithoutWriteRights()
     const DebugLog log;
     const tests::Unprivileged user;
     if (!user.holds()) {
-        QSKIP("needs a user without the rights of root");
+        QSKIP("needs a user without root privileges");
     }
     QVERIFY(!TDData0(2, 2).save(path));
     QCOMPARE(log.lines().last(), "can't open " + path + " to save 2dData");
     QCOMPARE(tests::readFile(path), QByteArray("kept"));
 }
 
-void TestTDData0File::saveReportsADiskThatFillsUp_data()
+void TestTDData0File::saveReportsAFullDisk_data()
 {
     QTest::addColumn<int>("capacity");
     QTest::addColumn<bool>("fits");
-    // 512 + 100 * 100 * 9 = 90512 bytes
+    // The file has 512 + 100 * 100 * 9 = 90512 bytes.
     QTest::newRow("in the text") << 100 << false;
     QTest::newRow("in the pixels") << 4096 << false;
     QTest::newRow("in the flags") << 85000 << false;
     QTest::newRow("at the last byte") << 90511 << false;
-    QTest::newRow("not at all") << 90512 << true;
+    QTest::newRow("large enough") << 90512 << true;
 }
 
-void TestTDData0File::saveReportsADiskThatFillsUp()
+void TestTDData0File::saveReportsAFullDisk()
 {
     QFETCH(int, capacity);
     const DebugLog log;
@@ -815,7 +814,7 @@ void TestTDData0File::saveReportsADiskThatFillsUp()
     const QString path = m_dir->filePath("map.2dp");
     bool saved = false;
     {
-        std::signal(SIGXFSZ, SIG_IGN); // the write fails instead
+        std::signal(SIGXFSZ, SIG_IGN); // so that the write fails instead of ending the process
         const ResourceLimit limit(RLIMIT_FSIZE, static_cast<rlim_t>(capacity));
         saved = map.save(path);
     }

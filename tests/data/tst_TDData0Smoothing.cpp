@@ -1,4 +1,4 @@
-// Smoothing of a map, against plain means over every window.
+// Smoothing of a map by moving averages, compared with a direct mean over every window.
 #include "data/MaskItem.h"
 #include "data/TDData0.h"
 
@@ -17,7 +17,7 @@ namespace
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-/// Values of a few units with a hole in every fifth pixel or so.
+/// A map with random values from -5 to 5; about one pixel in five is invalid.
 std::unique_ptr<TDData0> randomMap(int width, int height)
 {
     std::mt19937 random(20240917);
@@ -31,8 +31,8 @@ std::unique_ptr<TDData0> randomMap(int width, int height)
     return map;
 }
 
-/// The mean of the valid pixels at most nx columns and ny lines away; nothing
-/// where the pixel itself is invalid.
+/// The mean of the valid pixels at most @p nx columns and @p ny lines away, or nullopt if the
+/// pixel itself is invalid.
 std::optional<double> plainMean(const TDData0& map, int x, int y, int nx, int ny)
 {
     if (!map.validFlags[y * map.width + x]) {
@@ -51,8 +51,8 @@ std::optional<double> plainMean(const TDData0& map, int x, int y, int nx, int ny
     return sum / count;
 }
 
-/// Whether every pixel of @p smooth is the mean over its window in @p map. The
-/// running sum of a few hundred values below 5 is off by less than 1e-12.
+/// Whether every pixel of @p smooth is the mean over its window in @p map. The rounding error
+/// of a running sum of a few hundred values below 5 is less than 1e-12.
 bool holdsMeans(const TDData0& smooth, const TDData0& map, int nx, int ny)
 {
     for (int y = 0; y < map.height; ++y) {
@@ -68,7 +68,7 @@ bool holdsMeans(const TDData0& smooth, const TDData0& map, int nx, int ny)
     return true;
 }
 
-/// One line of valid pixels.
+/// A map of one line of valid pixels.
 std::unique_ptr<TDData0> line(const QList<double>& values)
 {
     auto map = std::make_unique<TDData0>(static_cast<int>(values.size()), 1);
@@ -77,7 +77,7 @@ std::unique_ptr<TDData0> line(const QList<double>& values)
     return map;
 }
 
-/// The same as one column.
+/// The same pixels as one column.
 std::unique_ptr<TDData0> column(const QList<double>& values)
 {
     auto map = line(values);
@@ -85,7 +85,7 @@ std::unique_ptr<TDData0> column(const QList<double>& values)
     return map;
 }
 
-/// Counts the objects whose deferred deletion is carried out.
+/// Counts deferred deletions of objects.
 class DeletionCounter : public QObject
 {
 public:
@@ -105,30 +105,30 @@ class TestTDData0Smoothing : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void meanOfAWindow_data();
-    void meanOfAWindow();
-    void windowAtTheEdgesDividesByTheCountFound();
-    void invalidPixelsNeitherCountNorGetAValue();
-    void invalidPixelsKeepWhatTheTargetHolds();
-    void notANumberStaysInTheSumToTheEndOfItsLine();
-    void extremesWidenByTheMeansOnly();
-    void windowBelowZeroWritesNothing();
-    void hugeWindowCostsNoMoreThanTheLine();
-    void smallerTargetTakesWhatFits();
-    void shortListsAreNoPixels();
+    void smoothingGivesTheMeanOfTheWindow_data();
+    void smoothingGivesTheMeanOfTheWindow();
+    void windowAtTheEdgeDividesByItsPixelCount();
+    void invalidPixelsAreSkipped();
+    void invalidPixelsKeepTheValueOfTheTarget();
+    void nanRemainsInTheRunningSumToTheEndOfTheLine();
+    void extremesAreWidenedByTheMeansOnly();
+    void negativeWindowWritesNothing();
+    void hugeWindowIsLimitedToTheLine();
+    void smallerTargetReceivesThePixelsInsideIt();
+    void pixelsMissingInAListAreSkipped();
 
     void smoothedWithoutWindowsIsACopy_data();
     void smoothedWithoutWindowsIsACopy();
     void smoothedInOneDirection_data();
     void smoothedInOneDirection();
-    void smoothedInBothDirectionsGoesAlongLinesFirst();
-    void smoothedByAWindowLeavesTheIdentifierBehind();
-    void smoothedExtremesStartFromZero();
-    void mapBetweenTheDirectionsIsDeletedLater();
+    void smoothedInBothDirectionsStartsAlongX();
+    void smoothedMapHasNoIdentifierRegionOrMaskItems();
+    void smoothedExtremesIncludeZero();
+    void intermediateMapIsDeletedLater();
     void smoothedOfAnEmptyMapIsEmpty();
 };
 
-void TestTDData0Smoothing::meanOfAWindow_data()
+void TestTDData0Smoothing::smoothingGivesTheMeanOfTheWindow_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -142,7 +142,7 @@ void TestTDData0Smoothing::meanOfAWindow_data()
     QTest::newRow("no pixel") << 0 << 0 << 1;
 }
 
-void TestTDData0Smoothing::meanOfAWindow()
+void TestTDData0Smoothing::smoothingGivesTheMeanOfTheWindow()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -156,9 +156,9 @@ void TestTDData0Smoothing::meanOfAWindow()
     QVERIFY(holdsMeans(alongY, *map, 0, n));
 }
 
-void TestTDData0Smoothing::windowAtTheEdgesDividesByTheCountFound()
+void TestTDData0Smoothing::windowAtTheEdgeDividesByItsPixelCount()
 {
-    // Windows of 2, 3, 3 and 2 pixels, all exact in binary.
+    // Windows of 2, 3, 3 and 2 pixels; all means are exact in binary.
     const QList<double> values = {2, 4, 12, 32};
     const QList<double> means = {3, 6, 16, 22};
     TDData0 alongX(4, 1);
@@ -169,7 +169,7 @@ void TestTDData0Smoothing::windowAtTheEdgesDividesByTheCountFound()
     QCOMPARE(alongY.data, means);
 }
 
-void TestTDData0Smoothing::invalidPixelsNeitherCountNorGetAValue()
+void TestTDData0Smoothing::invalidPixelsAreSkipped()
 {
     const auto map = line({2, 1000, 4, 8});
     map->validFlags[1] = false;
@@ -179,7 +179,7 @@ void TestTDData0Smoothing::invalidPixelsNeitherCountNorGetAValue()
     QCOMPARE(dest.validFlags, QList<bool>({true, false, true, true}));
 }
 
-void TestTDData0Smoothing::invalidPixelsKeepWhatTheTargetHolds()
+void TestTDData0Smoothing::invalidPixelsKeepTheValueOfTheTarget()
 {
     const auto map = line({2, 1000, 4});
     map->validFlags[1] = false;
@@ -189,7 +189,7 @@ void TestTDData0Smoothing::invalidPixelsKeepWhatTheTargetHolds()
     QCOMPARE(dest->validFlags, QList<bool>({true, true, true}));
 }
 
-void TestTDData0Smoothing::notANumberStaysInTheSumToTheEndOfItsLine()
+void TestTDData0Smoothing::nanRemainsInTheRunningSumToTheEndOfTheLine()
 {
     TDData0 map(4, 2);
     map.data = {1, notANumber, 3, 4, 1, 2, 3, 4};
@@ -198,12 +198,12 @@ void TestTDData0Smoothing::notANumberStaysInTheSumToTheEndOfItsLine()
     map.smoothAlongX(&dest, 0);
     QCOMPARE(dest.data[0], 1.0);
     QVERIFY(std::isnan(dest.data[1]));
-    QVERIFY(std::isnan(dest.data[2])); // out of its window, yet in the running sum
+    QVERIFY(std::isnan(dest.data[2])); // outside its window, but still in the running sum
     QVERIFY(std::isnan(dest.data[3]));
     QCOMPARE(dest.data.mid(4), QList<double>({1, 2, 3, 4}));
 }
 
-void TestTDData0Smoothing::extremesWidenByTheMeansOnly()
+void TestTDData0Smoothing::extremesAreWidenedByTheMeansOnly()
 {
     const auto map = line({2, 4, 12, 32});
     TDData0 dest(4, 1);
@@ -214,7 +214,7 @@ void TestTDData0Smoothing::extremesWidenByTheMeansOnly()
     QCOMPARE(dest.maxVal, 22.0);
 }
 
-void TestTDData0Smoothing::windowBelowZeroWritesNothing()
+void TestTDData0Smoothing::negativeWindowWritesNothing()
 {
     const auto map = line({2, 4, 12, 32});
     TDData0 dest(4, 1);
@@ -224,7 +224,7 @@ void TestTDData0Smoothing::windowBelowZeroWritesNothing()
     QCOMPARE(dest.validFlags, QList<bool>(4, false));
 }
 
-void TestTDData0Smoothing::hugeWindowCostsNoMoreThanTheLine()
+void TestTDData0Smoothing::hugeWindowIsLimitedToTheLine()
 {
     const auto map = randomMap(300, 200);
     QElapsedTimer timer;
@@ -236,7 +236,7 @@ void TestTDData0Smoothing::hugeWindowCostsNoMoreThanTheLine()
     QVERIFY(holdsMeans(dest, *map, 0, 200));
 }
 
-void TestTDData0Smoothing::smallerTargetTakesWhatFits()
+void TestTDData0Smoothing::smallerTargetReceivesThePixelsInsideIt()
 {
     TDData0 map(3, 2);
     map.data = {2, 4, 6, 10, 20, 30};
@@ -249,7 +249,7 @@ void TestTDData0Smoothing::smallerTargetTakesWhatFits()
     QCOMPARE(destAlongY.data, QList<double>({6, 12}));
 }
 
-void TestTDData0Smoothing::shortListsAreNoPixels()
+void TestTDData0Smoothing::pixelsMissingInAListAreSkipped()
 {
     const auto map = line({2, 4, 12, 32});
     map->data.resize(2);
@@ -308,12 +308,12 @@ void TestTDData0Smoothing::smoothedInOneDirection()
     QVERIFY(holdsMeans(*smooth, *map, std::max(nx, 0), std::max(ny, 0)));
 }
 
-void TestTDData0Smoothing::smoothedInBothDirectionsGoesAlongLinesFirst()
+void TestTDData0Smoothing::smoothedInBothDirectionsStartsAlongX()
 {
-    // With a hole at (1, 1) the order of the two means shows:
+    // The invalid pixel at (1, 1) makes the order of the two passes visible:
     //   2 4    along x   3  3    along y   5.5 3
     //   8 -              8  -              5.5 -
-    // (along y first would give 4.5 at (0, 0)).
+    // Along y first would give 4.5 at (0, 0).
     TDData0 map(2, 2);
     map.data = {2, 4, 8, 1000};
     map.validFlags = {true, true, true, false};
@@ -323,7 +323,7 @@ void TestTDData0Smoothing::smoothedInBothDirectionsGoesAlongLinesFirst()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void TestTDData0Smoothing::smoothedByAWindowLeavesTheIdentifierBehind()
+void TestTDData0Smoothing::smoothedMapHasNoIdentifierRegionOrMaskItems()
 {
     const auto map = randomMap(5, 4);
     map->dataId = "id";
@@ -338,7 +338,7 @@ void TestTDData0Smoothing::smoothedByAWindowLeavesTheIdentifierBehind()
     }
 }
 
-void TestTDData0Smoothing::smoothedExtremesStartFromZero()
+void TestTDData0Smoothing::smoothedExtremesIncludeZero()
 {
     const auto map = line({2, 4, 12, 32});
     const std::unique_ptr<TDData0> smooth(map->smoothed(1, 0));
@@ -349,7 +349,7 @@ void TestTDData0Smoothing::smoothedExtremesStartFromZero()
     QCOMPARE(copy->maxVal, 32.0);
 }
 
-void TestTDData0Smoothing::mapBetweenTheDirectionsIsDeletedLater()
+void TestTDData0Smoothing::intermediateMapIsDeletedLater()
 {
     const auto map = randomMap(5, 4);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

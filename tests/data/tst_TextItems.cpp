@@ -1,4 +1,4 @@
-// Items of a line of text. Expected texts follow from the rules by hand.
+// Items of a line of text. Expected texts are derived from the rules by hand.
 #include "data/TextItems.h"
 #include "support/DataRows.h"
 #include "support/DebugLog.h"
@@ -16,39 +16,39 @@ class TestTextItems : public QObject
 private Q_SLOTS:
     void nextItem_data();
     void nextItem();
-    void blankIsWhatTheExpressionMatches();
-    void lineOfBlanksEndsALoop();
-    void quotedItemsWithoutABlankBetweenAreTwo();
+    void blanksAreTheWhiteSpaceOfRegularExpressions();
+    void lineOfBlanksHasAnEmptyRest();
+    void adjacentQuotedItemsAreTwoItems();
     void unclosedQuoteIsReported();
     void quoteAtTheEndOfALineIsReported();
-    void sameQuoteBeforeABlankIsNotReported();
-    void itemMayBeTheLineItself();
+    void quoteBeforeABlankIsNotReported();
+    void itemCanAliasTheLine();
 
     void splitItemsDropsEmptyItems();
     void splitItemsAfterKeepsEmptyItems();
-    void splitItemsAfterDoesNotLookAtThePrefix();
+    void splitItemsAfterDoesNotCompareThePrefix();
     void itemsAfterKeyCountsItems_data();
     void itemsAfterKeyCountsItems();
-    void itemsAfterKeyLeavesItemsOfOtherLines();
-    void longLineTakesOnePass();
+    void itemsAfterKeyIgnoresOtherLines();
+    void longLineIsReadInOnePass();
 
     void energiesOfList_data();
     void energiesOfList();
-    void energyListGoesToTheDebugLog();
+    void energyListIsLogged();
 
     void stripComment_data();
     void stripComment();
-    void lineWithoutCommentLeavesTheCommentUntouched();
+    void lineWithoutCommentKeepsTheEarlierComment();
     void isBlankOrComment_data();
     void isBlankOrComment();
     void startsWithTextIsCaseSensitive();
-    void trimmedCutsByTheLastIndexOfTheGivenLine_data();
-    void trimmedCutsByTheLastIndexOfTheGivenLine();
+    void trimmedCutsByTheLastIndexOfTheWholeLine_data();
+    void trimmedCutsByTheLastIndexOfTheWholeLine();
 
     void quotedIfNeeded_data();
     void quotedIfNeeded();
-    void quotesAreEscapedByABackslash();
-    void joinQuotedFoldsBlanks();
+    void quotesAreEscapedWithABackslash();
+    void joinQuotedReducesRepeatedBlanks();
     void commaField_data();
     void commaField();
     void fieldAfter_data();
@@ -56,8 +56,8 @@ private Q_SLOTS:
 
     void endsWithBackslash_data();
     void endsWithBackslash();
-    void dropBackslashCutsTwoAtMost_data();
-    void dropBackslashCutsTwoAtMost();
+    void dropBackslashRemovesAtMostTwo_data();
+    void dropBackslashRemovesAtMostTwo();
 
     void numberTests_data();
     void numberTests();
@@ -79,17 +79,17 @@ void TestTextItems::nextItem_data()
     tests::addTexts("rest keeps its leading blanks", {"  a   b c", "a", "   b c"});
     tests::addTexts("tab ends an item", {"a\tb", "a", "\tb"});
     tests::addTexts("line feed ends an item", {"a\nb", "a", "\nb"});
-    QTest::newRow("no-break space is no blank") << u"a\u00a0b c"_qs << u"a\u00a0b"_qs << " c";
-    tests::addTexts("quoted item holds blanks", {" \"a b\" c", "a b", " c"});
+    QTest::newRow("no-break space is not a blank") << u"a\u00a0b c"_qs << u"a\u00a0b"_qs << " c";
+    tests::addTexts("quoted item contains blanks", {" \"a b\" c", "a b", " c"});
     tests::addTexts("quoted item ends at its quote", {"\"a\"b", "a", "b"});
-    tests::addTexts("quoted empty item goes on", {"\"\" b", "", " b"});
+    tests::addTexts("quoted empty item before others", {"\"\" b", "", " b"});
     tests::addTexts("no escaping in quotes", {"\"a\\\"b\"", "a\\", "b\""});
-    tests::addTexts("doubled quote opens anew", {"\"a\"\"b\"", "a", "\"b\""});
-    tests::addTexts("quote in the middle stays", {"a\"b c", "a\"b", " c"});
-    tests::addTexts("quote before a blank stays", {"ab\" c", "ab\"", " c"});
-    tests::addTexts("quote at the end stays", {"a b\"", "a", " b\""});
+    tests::addTexts("doubled quote starts a new item", {"\"a\"\"b\"", "a", "\"b\""});
+    tests::addTexts("quote in the middle is kept", {"a\"b c", "a\"b", " c"});
+    tests::addTexts("quote before a blank is kept", {"ab\" c", "ab\"", " c"});
+    tests::addTexts("quote at the end is kept", {"a b\"", "a", " b\""});
     tests::addTexts("last item with a quote at its end", {" b\"", "b\"", ""});
-    tests::addTexts("unclosed quote takes all", {" \"a b ", "a b ", ""});
+    tests::addTexts("unclosed quote includes the rest", {" \"a b ", "a b ", ""});
     tests::addTexts("lone quote", {"\"", "", ""});
 }
 
@@ -103,7 +103,7 @@ void TestTextItems::nextItem()
     QTEST(result, "rest");
 }
 
-void TestTextItems::blankIsWhatTheExpressionMatches()
+void TestTextItems::blanksAreTheWhiteSpaceOfRegularExpressions()
 {
     const QRegularExpression blank("\\s");
     for (char16_t c = 1; c < 0xd800; ++c) {
@@ -114,7 +114,7 @@ void TestTextItems::blankIsWhatTheExpressionMatches()
     }
 }
 
-void TestTextItems::lineOfBlanksEndsALoop()
+void TestTextItems::lineOfBlanksHasAnEmptyRest()
 {
     QString rest = "   ";
     QString item;
@@ -127,7 +127,7 @@ void TestTextItems::lineOfBlanksEndsALoop()
     QVERIFY(item.isEmpty());
 }
 
-void TestTextItems::quotedItemsWithoutABlankBetweenAreTwo()
+void TestTextItems::adjacentQuotedItemsAreTwoItems()
 {
     QString item;
     const QString rest = data::nextItem("\"a b\"\"c d\" e", item);
@@ -155,7 +155,7 @@ void TestTextItems::quoteAtTheEndOfALineIsReported()
              QStringList("In a line [ ab\"] item is started from not quote but ended by quote"));
 }
 
-void TestTextItems::sameQuoteBeforeABlankIsNotReported()
+void TestTextItems::quoteBeforeABlankIsNotReported()
 {
     const DebugLog log;
     QString item;
@@ -164,7 +164,7 @@ void TestTextItems::sameQuoteBeforeABlankIsNotReported()
     QCOMPARE(log.lines(), QStringList());
 }
 
-void TestTextItems::itemMayBeTheLineItself()
+void TestTextItems::itemCanAliasTheLine()
 {
     QString line = "a b c";
     line = data::nextItem(line, line);
@@ -185,7 +185,7 @@ void TestTextItems::splitItemsAfterKeepsEmptyItems()
     QCOMPARE(data::splitItemsAfter("KEY", "KEY"), QStringList());
 }
 
-void TestTextItems::splitItemsAfterDoesNotLookAtThePrefix()
+void TestTextItems::splitItemsAfterDoesNotCompareThePrefix()
 {
     QCOMPARE(data::splitItemsAfter("abcd e", "xyz"), QStringList({"d", "e"}));
     QCOMPARE(data::splitItemsAfter("ab", "xyz"), QStringList());
@@ -195,9 +195,9 @@ void TestTextItems::itemsAfterKeyCountsItems_data()
 {
     QTest::addColumn<int>("minCount");
     QTest::addColumn<bool>("enough");
-    QTest::newRow("fewer wanted") << 2 << true;
-    QTest::newRow("as many, the empty one counted") << 3 << true;
-    QTest::newRow("more wanted") << 4 << false;
+    QTest::newRow("fewer required") << 2 << true;
+    QTest::newRow("all required, with the empty item") << 3 << true;
+    QTest::newRow("more required") << 4 << false;
 }
 
 void TestTextItems::itemsAfterKeyCountsItems()
@@ -209,14 +209,14 @@ void TestTextItems::itemsAfterKeyCountsItems()
     QCOMPARE(items, QStringList({"1", "", "2"}));
 }
 
-void TestTextItems::itemsAfterKeyLeavesItemsOfOtherLines()
+void TestTextItems::itemsAfterKeyIgnoresOtherLines()
 {
     QStringList items = {"old"};
     QVERIFY(!data::itemsAfterKey("key: 1", items, 0, "KEY:"));
     QCOMPARE(items, QStringList("old"));
 }
 
-void TestTextItems::longLineTakesOnePass()
+void TestTextItems::longLineIsReadInOnePass()
 {
     const DebugLog log;
     const QString line = QString("0 ").repeated(1'000'000);
@@ -236,18 +236,18 @@ void TestTextItems::energiesOfList_data()
     QTest::newRow("blanks") << "8330 8340.5" << 8 << QStringList({"8330", "8340.5"});
     QTest::newRow("commas and blanks mixed")
         << ", 8330 ,, 8340.5,8350 " << 8 << QStringList({"8330", "8340.5", "8350"});
-    QTest::newRow("as typed") << "08330.00 8.34e3 +1" << 8
-                              << QStringList({"08330.00", "8.34e3", "+1"});
-    QTest::newRow("not above zero is skipped")
+    QTest::newRow("items are not reformatted")
+        << "08330.00 8.34e3 +1" << 8 << QStringList({"08330.00", "8.34e3", "+1"});
+    QTest::newRow("items not above zero are skipped")
         << "0 -1 0.0 8330 x nan 1e-300" << 8 << QStringList({"8330", "1e-300"});
-    QTest::newRow("skipped items use up no row") << "x 1 y 2 z 3" << 2 << QStringList({"1", "2"});
+    QTest::newRow("skipped items do not use a row")
+        << "x 1 y 2 z 3" << 2 << QStringList({"1", "2"});
     QTest::newRow("no more than rows") << "1 2 3" << 2 << QStringList({"1", "2"});
     QTest::newRow("no rows") << "1 2 3" << 0 << QStringList();
-    QTest::newRow("quotes come off") << "\"8330\" 8340" << 8 << QStringList({"8330", "8340"});
-    QTest::newRow("quotes hold a comma together as a blank")
-        << "\"1,2\" 3" << 8 << QStringList("3");
+    QTest::newRow("quotes are removed") << "\"8330\" 8340" << 8 << QStringList({"8330", "8340"});
+    QTest::newRow("comma in quotes becomes a blank") << "\"1,2\" 3" << 8 << QStringList("3");
     QTest::newRow("quoted empty item") << "\"\" 3" << 8 << QStringList("3");
-    QTest::newRow("blanks beyond ASCII part") << u"1\u30002"_qs << 8 << QStringList({"1", "2"});
+    QTest::newRow("blank outside ASCII") << u"1\u30002"_qs << 8 << QStringList({"1", "2"});
     QTest::newRow("empty") << "" << 8 << QStringList();
     QTest::newRow("commas only") << ",, ," << 8 << QStringList();
 }
@@ -261,7 +261,7 @@ void TestTextItems::energiesOfList()
     QTEST(result, "energies");
 }
 
-void TestTextItems::energyListGoesToTheDebugLog()
+void TestTextItems::energyListIsLogged()
 {
     const DebugLog log;
     data::energiesOfList(" 1,2,,  x ", 8);
@@ -278,22 +278,22 @@ void TestTextItems::stripComment_data()
     tests::addTexts("mark at the end", {"a#", "a", ""});
     tests::addTexts("double quotes hide a mark", {"\"a#b\" #c", "\"a#b\" ", "c"});
     tests::addTexts("single quotes hide a mark", {"'a#b' #c", "'a#b' ", "c"});
-    tests::addTexts("one kind closes the other", {"\"a' #c", "\"a' ", "c"});
+    tests::addTexts("a single quote closes a double quote", {"\"a' #c", "\"a' ", "c"});
     tests::addTexts("apostrophe within double quotes closes", {"\"a'#b\"", "\"a'", "b\""});
-    tests::addTexts("open quote hides to the end", {"it's #c", "it's #c", "untouched"});
+    tests::addTexts("open quote hides the rest", {"it's #c", "it's #c", "untouched"});
     tests::addTexts("no mark", {"abc", "abc", "untouched"});
 }
 
 void TestTextItems::stripComment()
 {
     QFETCH(QString, line);
-    QString handedBack = "untouched";
-    const QString result = data::stripComment(line, handedBack);
+    QString foundComment = "untouched";
+    const QString result = data::stripComment(line, foundComment);
     QTEST(result, "text");
-    QTEST(handedBack, "comment");
+    QTEST(foundComment, "comment");
 }
 
-void TestTextItems::lineWithoutCommentLeavesTheCommentUntouched()
+void TestTextItems::lineWithoutCommentKeepsTheEarlierComment()
 {
     QString comment = "of an earlier line";
     QCOMPARE(data::stripComment("a", comment), "a");
@@ -328,12 +328,12 @@ void TestTextItems::startsWithTextIsCaseSensitive()
     QVERIFY(!data::startsWithText(" 2dData", "2dData"));
 }
 
-void TestTextItems::trimmedCutsByTheLastIndexOfTheGivenLine_data()
+void TestTextItems::trimmedCutsByTheLastIndexOfTheWholeLine_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("expected");
-    // Last non-blank at index i: the text without its leading blanks, cut to
-    // i - 1 characters.
+    // If the last non-blank has the index i, the result is the text without its leading
+    // blanks, cut to i - 1 characters.
     tests::addTexts("no leading blank, i = 5", {"abcdef", "abcd"});
     tests::addTexts("one leading blank, i = 6", {" abcdef", "abcde"});
     tests::addTexts("two leading blanks, i = 7", {"  abcdef", "abcdef"});
@@ -346,7 +346,7 @@ void TestTextItems::trimmedCutsByTheLastIndexOfTheGivenLine_data()
     tests::addTexts("empty", {"", ""});
 }
 
-void TestTextItems::trimmedCutsByTheLastIndexOfTheGivenLine()
+void TestTextItems::trimmedCutsByTheLastIndexOfTheWholeLine()
 {
     QFETCH(QString, line);
     const QString result = data::trimmed(line);
@@ -357,11 +357,11 @@ void TestTextItems::quotedIfNeeded_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
-    tests::addTexts("plain text stays", {"a b", "a b"});
-    tests::addTexts("comma encloses", {"a,b", "\"a,b\""});
-    tests::addTexts("quote is doubled and encloses", {"a\"b", "\"a\"\"b\""});
-    tests::addTexts("both", {"\"a\",b", "\"\"\"a\"\",b\""});
-    tests::addTexts("empty stays", {"", ""});
+    tests::addTexts("plain text is unchanged", {"a b", "a b"});
+    tests::addTexts("comma needs quotes", {"a,b", "\"a,b\""});
+    tests::addTexts("quote is doubled and needs quotes", {"a\"b", "\"a\"\"b\""});
+    tests::addTexts("comma and quotes", {"\"a\",b", "\"\"\"a\"\",b\""});
+    tests::addTexts("empty text is unchanged", {"", ""});
 }
 
 void TestTextItems::quotedIfNeeded()
@@ -374,7 +374,7 @@ void TestTextItems::quotedIfNeeded()
     QCOMPARE(field, text);
 }
 
-void TestTextItems::quotesAreEscapedByABackslash()
+void TestTextItems::quotesAreEscapedWithABackslash()
 {
     QCOMPARE(data::quoteEscaped("a\"b\""), "a\\\"b\\\"");
     QCOMPARE(data::quoteEscaped("a\\b"), "a\\b");
@@ -383,7 +383,7 @@ void TestTextItems::quotesAreEscapedByABackslash()
     QCOMPARE(data::commaQuoted("a\"b"), ",\"a\\\"b\"");
 }
 
-void TestTextItems::joinQuotedFoldsBlanks()
+void TestTextItems::joinQuotedReducesRepeatedBlanks()
 {
     QCOMPARE(data::joinQuoted({"a", "b  c", ""}), "\"a\" \"b c\" \"\"");
     QCOMPARE(data::joinQuoted({" a\"b "}), "\" a\"b \"");
@@ -436,7 +436,7 @@ void TestTextItems::fieldAfter_data()
     tests::addTexts("delimiters only", {"KEY=;;", ""});
     tests::addTexts("nothing after the word", {"KEY=", ""});
     tests::addTexts("no such word", {"key=a", ""});
-    tests::addTexts("first word counts", {"KEY=a;KEY=b", "a"});
+    tests::addTexts("first match wins", {"KEY=a;KEY=b", "a"});
 }
 
 void TestTextItems::fieldAfter()
@@ -454,8 +454,8 @@ void TestTextItems::endsWithBackslash_data()
     QTest::newRow("mark at the end") << "a b\\" << true << "a b";
     QTest::newRow("blanks after the mark") << "a \\ \t" << true << "a ";
     QTest::newRow("mark alone") << "\\" << true << "";
-    QTest::newRow("two marks lose one") << "a\\\\" << true << "a\\";
-    QTest::newRow("mark within") << "a\\b" << false << "a\\b";
+    QTest::newRow("one of two marks is removed") << "a\\\\" << true << "a\\";
+    QTest::newRow("mark inside") << "a\\b" << false << "a\\b";
     QTest::newRow("no mark keeps its blanks") << "a  " << false << "a  ";
     QTest::newRow("blanks only") << "  " << false << "  ";
     QTest::newRow("empty") << "" << false << "";
@@ -469,7 +469,7 @@ void TestTextItems::endsWithBackslash()
     QTEST(line, "shortened");
 }
 
-void TestTextItems::dropBackslashCutsTwoAtMost_data()
+void TestTextItems::dropBackslashRemovesAtMostTwo_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("expected");
@@ -479,7 +479,7 @@ void TestTextItems::dropBackslashCutsTwoAtMost_data()
     tests::addTexts("three", {"a\\\\\\", "a\\"});
 }
 
-void TestTextItems::dropBackslashCutsTwoAtMost()
+void TestTextItems::dropBackslashRemovesAtMostTwo()
 {
     QFETCH(QString, line);
     const QString result = data::dropBackslash(line);
@@ -499,7 +499,7 @@ void TestTextItems::numberTests_data()
     QTest::newRow("minus") << "-12" << true << true << false;
     QTest::newRow("sign alone") << "-" << true << true << false;
     QTest::newRow("two signs") << "+-1" << false << false << false;
-    QTest::newRow("sign behind") << "1-" << false << false << false;
+    QTest::newRow("sign at the end") << "1-" << false << false << false;
     QTest::newRow("point within") << "1.5" << true << false << false;
     QTest::newRow("point first") << ".5" << true << false << false;
     QTest::newRow("point last") << "5." << true << false << false;
@@ -512,8 +512,8 @@ void TestTextItems::numberTests_data()
     QTest::newRow("empty") << "" << false << false << false;
     QTest::newRow("blanks only") << "  " << false << false << false;
     QTest::newRow("full-width digits") << u"\uff11\uff12"_qs << true << true << true;
-    QTest::newRow("a number that is no digit") << u"\u00bd"_qs << true << true << true;
-    QTest::newRow("a letter beyond ASCII") << u"\u00e9"_qs << false << false << false;
+    QTest::newRow("a number that is not a digit") << u"\u00bd"_qs << true << true << true;
+    QTest::newRow("a letter outside ASCII") << u"\u00e9"_qs << false << false << false;
 }
 
 void TestTextItems::numberTests()
@@ -537,7 +537,7 @@ void TestTextItems::paddedAddsAtMost101Blanks_data()
     QTest::newRow("never cut") << "abc" << 2 << "abc";
     QTest::newRow("negative") << "ab" << -5 << "ab";
     QTest::newRow("101 are added") << "ab" << 103 << "ab" + QString(101, ' ');
-    QTest::newRow("102 are not") << "ab" << 104 << "ab" + QString(101, ' ');
+    QTest::newRow("102 are limited to 101") << "ab" << 104 << "ab" + QString(101, ' ');
     QTest::newRow("smallest int") << "ab" << std::numeric_limits<int>::min() << "ab";
     QTest::newRow("largest int") << "ab" << std::numeric_limits<int>::max()
                                  << "ab" + QString(101, ' ');

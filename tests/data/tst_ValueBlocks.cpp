@@ -1,4 +1,4 @@
-// The shared memory behind the lists of values in a result's rows.
+// The shared memory blocks for the value lists of a result's rows.
 #include "data/ValueBlocks.h"
 
 #include "support/OddMaps.h"
@@ -24,7 +24,7 @@ using Write = std::function<void(Values&)>;
 constexpr int length = 13;
 constexpr int blockRows = 64;
 
-/// What a fill numbered @p fill gives row @p row.
+/// The values that the fill number @p fill gives to row @p row.
 Values valuesOf(qsizetype row, double fill, int count = length)
 {
     Values values;
@@ -34,27 +34,27 @@ Values valuesOf(qsizetype row, double fill, int count = length)
     return values;
 }
 
-/// Fills all of @p rows, block by block, and forgets the blocks behind.
-/// @return where each block begins
+/// Fills all of @p rows block by block, and drops the blocks after them.
+/// @return the start address of each block
 QList<const double*> refill(ValueBlocks& blocks, Rows& rows, double fill, int count = length)
 {
-    QList<const double*> places;
+    QList<const double*> addresses;
     const auto number = (rows.size() + blockRows - 1) / blockRows;
     blocks.keepFirst(static_cast<std::size_t>(number));
     for (qsizetype first = 0; first < rows.size(); first += blockRows) {
         const qsizetype here = std::min<qsizetype>(blockRows, rows.size() - first);
-        const auto ofBlock = std::span<A2DRow>(rows).subspan(static_cast<std::size_t>(first),
-                                                             static_cast<std::size_t>(here));
+        const auto rowsOfBlock = std::span<A2DRow>(rows).subspan(static_cast<std::size_t>(first),
+                                                                 static_cast<std::size_t>(here));
         const std::span<double> shared =
-            blocks.share(static_cast<std::size_t>(first / blockRows), ofBlock, count);
-        double* place = shared.data();
-        places.append(place);
+            blocks.share(static_cast<std::size_t>(first / blockRows), rowsOfBlock, count);
+        double* position = shared.data();
+        addresses.append(position);
         for (qsizetype i = 0; i < here; ++i) {
             const Values values = valuesOf(first + i, fill, count);
-            place = std::copy(values.cbegin(), values.cend(), place);
+            position = std::copy(values.cbegin(), values.cend(), position);
         }
     }
-    return places;
+    return addresses;
 }
 
 bool areFilled(const Rows& rows, double fill, int count = length)
@@ -73,8 +73,8 @@ void addWrites()
     const auto row = [](const char* name, const Write& write) { QTest::newRow(name) << write; };
     row("one value", [](Values& list) { list[3] = -1.0; });
     row("the last value", [](Values& list) { list.last() = -1.0; });
-    row("a pointer", [](Values& list) { list.data()[0] = -1.0; });
-    row("iterators", [](Values& list) { std::reverse(list.begin(), list.end()); });
+    row("through a pointer", [](Values& list) { list.data()[0] = -1.0; });
+    row("through iterators", [](Values& list) { std::reverse(list.begin(), list.end()); });
     row("fill", [](Values& list) { list.fill(-1.0); });
     row("fill longer", [](Values& list) { list.fill(-1.0, 900); });
     row("append", [](Values& list) { list.append(-1.0); });
@@ -110,11 +110,11 @@ void addWrites()
         list.append(-1.0);
         list.squeeze();
     });
-    row("exchange", [](Values& list) {
+    row("swap", [](Values& list) {
         Values other{-1.0, -2.0};
         list.swap(other);
     });
-    row("move away", [](Values& list) {
+    row("move from the list", [](Values& list) {
         const Values elsewhere = std::move(list);
         list = {-1.0};
     });
@@ -130,44 +130,44 @@ class tst_ValueBlocks : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void listsHaveTheirLengthAndTheirValues_data();
-    void listsHaveTheirLengthAndTheirValues();
-    void listsOfABlockFollowEachOther();
+    void listsHaveTheirLengthAndValues_data();
+    void listsHaveTheirLengthAndValues();
+    void listsOfABlockAreContiguous();
     void earlierListsOfTheRowsAreReplaced();
 
-    void refillTakesTheSameMemory();
-    void refillAfterACopyIsGoneTakesTheSameMemory();
-    void refillWhileThereIsACopyTakesOtherMemory_data();
-    void refillWhileThereIsACopyTakesOtherMemory();
-    void copyInOneBlockLeavesTheMemoryOfOthers();
+    void refillReusesTheMemory();
+    void refillAfterACopyIsDestroyedReusesTheMemory();
+    void refillWithACopyUsesOtherMemory_data();
+    void refillWithACopyUsesOtherMemory();
+    void copyInOneBlockKeepsTheMemoryOfOthers();
 
-    void copyOfAListStaysWhateverComes_data();
-    void copyOfAListStaysWhateverComes();
-    void copyOfAllRowsStaysWhateverComes();
+    void copyOfAListIsNeverChanged_data();
+    void copyOfAListIsNeverChanged();
+    void copyOfAllRowsIsNeverChanged();
     void listsOutliveTheBlocks();
 
-    void writeLeavesTheNeighboursAlone_data() { addWrites(); }
-    void writeLeavesTheNeighboursAlone();
-    void writeOfTheLastOwnerIsRight_data() { addWrites(); }
-    void writeOfTheLastOwnerIsRight();
+    void writeDoesNotChangeTheNeighbours_data() { addWrites(); }
+    void writeDoesNotChangeTheNeighbours();
+    void writeByTheLastOwnerIsCorrect_data() { addWrites(); }
+    void writeByTheLastOwnerIsCorrect();
     void writtenListIsReplacedByTheNextFill_data() { addWrites(); }
     void writtenListIsReplacedByTheNextFill();
 
-    void rowsInAnotherOrderAreFilledRight();
-    void copiedRowIsFilledRight();
-    void rowWithTheListOfAnotherIsFilledRight();
-    void shorterLastBlockIsFilledRight();
-    void otherLengthIsFilledRight();
-    void otherRowsAreFilledRight();
-    void forgottenBlocksLeaveTheirLists();
-    void forgottenBlockGivesItsMemoryBack();
-    void laterBlockMayComeFirst();
+    void rowsInAnotherOrderAreFilledCorrectly();
+    void copiedRowIsFilledCorrectly();
+    void rowWithTheListOfAnotherRowIsFilledCorrectly();
+    void shorterLastBlockIsFilledCorrectly();
+    void otherLengthIsFilledCorrectly();
+    void otherRowsAreFilledCorrectly();
+    void forgottenBlocksKeepTheirLists();
+    void forgottenBlockReleasesItsMemory();
+    void laterBlockCanBeSharedFirst();
 
-    void randomHistory_data();
-    void randomHistory();
+    void randomChangesAreHandledCorrectly_data();
+    void randomChangesAreHandledCorrectly();
 };
 
-void tst_ValueBlocks::listsHaveTheirLengthAndTheirValues_data()
+void tst_ValueBlocks::listsHaveTheirLengthAndValues_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<int>("count");
@@ -178,7 +178,7 @@ void tst_ValueBlocks::listsHaveTheirLengthAndTheirValues_data()
     }
 }
 
-void tst_ValueBlocks::listsHaveTheirLengthAndTheirValues()
+void tst_ValueBlocks::listsHaveTheirLengthAndValues()
 {
     QFETCH(int, number);
     QFETCH(int, count);
@@ -190,13 +190,13 @@ void tst_ValueBlocks::listsHaveTheirLengthAndTheirValues()
     }
 }
 
-void tst_ValueBlocks::listsOfABlockFollowEachOther()
+void tst_ValueBlocks::listsOfABlockAreContiguous()
 {
     ValueBlocks blocks;
     Rows rows(5);
-    const double* const place = blocks.share(0, rows, length).data();
+    const double* const position = blocks.share(0, rows, length).data();
     for (int i = 0; i < 5; ++i) {
-        QVERIFY(rows.at(i).values.constData() == place + i * length);
+        QVERIFY(rows.at(i).values.constData() == position + i * length);
         QCOMPARE(rows.at(i).values.size(), length);
     }
 }
@@ -215,32 +215,32 @@ void tst_ValueBlocks::earlierListsOfTheRowsAreReplaced()
     QVERIFY(shared.isDetached());
 }
 
-void tst_ValueBlocks::refillTakesTheSameMemory()
+void tst_ValueBlocks::refillReusesTheMemory()
 {
     ValueBlocks blocks;
     Rows rows(150);
-    const QList<const double*> places = refill(blocks, rows, 1);
+    const QList<const double*> addresses = refill(blocks, rows, 1);
     for (int fill = 2; fill < 5; ++fill) {
-        QCOMPARE(refill(blocks, rows, fill), places);
+        QCOMPARE(refill(blocks, rows, fill), addresses);
         QVERIFY(areFilled(rows, fill));
     }
 }
 
-void tst_ValueBlocks::refillAfterACopyIsGoneTakesTheSameMemory()
+void tst_ValueBlocks::refillAfterACopyIsDestroyedReusesTheMemory()
 {
     ValueBlocks blocks;
     Rows rows(64);
-    const QList<const double*> places = refill(blocks, rows, 1);
+    const QList<const double*> addresses = refill(blocks, rows, 1);
     {
         const Values copy = rows.at(7).values;
         const Rows all = rows;
         QCOMPARE(copy, valuesOf(7, 1));
     }
-    QCOMPARE(refill(blocks, rows, 2), places);
+    QCOMPARE(refill(blocks, rows, 2), addresses);
     QVERIFY(areFilled(rows, 2));
 }
 
-void tst_ValueBlocks::refillWhileThereIsACopyTakesOtherMemory_data()
+void tst_ValueBlocks::refillWithACopyUsesOtherMemory_data()
 {
     QTest::addColumn<int>("row");
     for (const int row : {0, 1, 30, 62, 63}) {
@@ -248,45 +248,46 @@ void tst_ValueBlocks::refillWhileThereIsACopyTakesOtherMemory_data()
     }
 }
 
-void tst_ValueBlocks::refillWhileThereIsACopyTakesOtherMemory()
+void tst_ValueBlocks::refillWithACopyUsesOtherMemory()
 {
     QFETCH(int, row);
     ValueBlocks blocks;
     Rows rows(64);
-    const QList<const double*> places = refill(blocks, rows, 1);
+    const QList<const double*> addresses = refill(blocks, rows, 1);
     const Values copy = rows.at(row).values;
     const QList<const double*> other = refill(blocks, rows, 2);
-    QVERIFY(other != places);
+    QVERIFY(other != addresses);
     QVERIFY(areFilled(rows, 2));
     QCOMPARE(copy, valuesOf(row, 1));
-    QCOMPARE(refill(blocks, rows, 3), other); // nobody has a copy of those
+    QCOMPARE(refill(blocks, rows, 3), other); // no copy uses this memory
     QVERIFY(areFilled(rows, 3));
     QCOMPARE(copy, valuesOf(row, 1));
 }
 
-void tst_ValueBlocks::copyInOneBlockLeavesTheMemoryOfOthers()
+void tst_ValueBlocks::copyInOneBlockKeepsTheMemoryOfOthers()
 {
     ValueBlocks blocks;
     Rows rows(192);
-    const QList<const double*> places = refill(blocks, rows, 1);
+    const QList<const double*> addresses = refill(blocks, rows, 1);
     const Values copy = rows.at(64).values;
     const QList<const double*> other = refill(blocks, rows, 2);
-    QVERIFY(other.at(0) == places.at(0));
-    QVERIFY(other.at(1) != places.at(1));
-    QVERIFY(other.at(2) == places.at(2));
+    QVERIFY(other.at(0) == addresses.at(0));
+    QVERIFY(other.at(1) != addresses.at(1));
+    QVERIFY(other.at(2) == addresses.at(2));
     QCOMPARE(copy, valuesOf(64, 1));
 }
 
-void tst_ValueBlocks::copyOfAListStaysWhateverComes_data()
+void tst_ValueBlocks::copyOfAListIsNeverChanged_data()
 {
     QTest::addColumn<QString>("event");
-    for (const char* event : {"refilled", "rows cleared", "rows gone", "rows fewer", "blocks gone",
-                              "blocks forgotten", "all gone", "list written", "calculated anew"}) {
+    for (const char* event :
+         {"refilled", "rows cleared", "rows destroyed", "rows fewer", "blocks destroyed",
+          "blocks forgotten", "all destroyed", "list written", "calculated again"}) {
         QTest::newRow(event) << QString(event);
     }
 }
 
-void tst_ValueBlocks::copyOfAListStaysWhateverComes()
+void tst_ValueBlocks::copyOfAListIsNeverChanged()
 {
     QFETCH(QString, event);
     auto blocks = std::make_unique<ValueBlocks>();
@@ -294,13 +295,13 @@ void tst_ValueBlocks::copyOfAListStaysWhateverComes()
     refill(*blocks, rows, 1);
     const QList<Values> copies{rows.at(0).values, rows.at(50).values, rows.at(63).values,
                                rows.at(64).values, rows.at(99).values};
-    if (event == "rows cleared" || event == "calculated anew") {
+    if (event == "rows cleared" || event == "calculated again") {
         rows.clear();
-    } else if (event == "rows gone") {
+    } else if (event == "rows destroyed") {
         rows = {};
     } else if (event == "rows fewer") {
         rows.resize(30);
-    } else if (event == "blocks gone") {
+    } else if (event == "blocks destroyed") {
         blocks = std::make_unique<ValueBlocks>();
     } else if (event == "blocks forgotten") {
         blocks->keepFirst(0);
@@ -308,11 +309,11 @@ void tst_ValueBlocks::copyOfAListStaysWhateverComes()
         for (A2DRow& row : rows) {
             row.values[0] = -1.0;
         }
-    } else if (event == "all gone") {
+    } else if (event == "all destroyed") {
         rows = {};
         blocks.reset();
     }
-    if (event == "calculated anew") {
+    if (event == "calculated again") {
         rows.resize(100);
     }
     if (blocks != nullptr) {
@@ -325,7 +326,7 @@ void tst_ValueBlocks::copyOfAListStaysWhateverComes()
                                     valuesOf(64, 1), valuesOf(99, 1)}));
 }
 
-void tst_ValueBlocks::copyOfAllRowsStaysWhateverComes()
+void tst_ValueBlocks::copyOfAllRowsIsNeverChanged()
 {
     auto blocks = std::make_unique<ValueBlocks>();
     Rows rows(100);
@@ -356,37 +357,37 @@ void tst_ValueBlocks::listsOutliveTheBlocks()
     QVERIFY(areFilled(rows, 2));
 }
 
-void tst_ValueBlocks::writeLeavesTheNeighboursAlone()
+void tst_ValueBlocks::writeDoesNotChangeTheNeighbours()
 {
     QFETCH(Write, write);
-    for (const int place : {0, 1, 30, 63, 64, 69}) {
+    for (const int position : {0, 1, 30, 63, 64, 69}) {
         ValueBlocks blocks;
         Rows rows(70);
         refill(blocks, rows, 1);
-        Values expected = valuesOf(place, 1);
+        Values expected = valuesOf(position, 1);
         write(expected);
-        write(rows[place].values);
-        QCOMPARE(rows.at(place).values, expected);
-        rows[place].values = valuesOf(place, 1);
+        write(rows[position].values);
+        QCOMPARE(rows.at(position).values, expected);
+        rows[position].values = valuesOf(position, 1);
         QVERIFY(areFilled(rows, 1));
     }
 }
 
-// One list is left of the block, with the memory of the others before and
-// behind it.
-void tst_ValueBlocks::writeOfTheLastOwnerIsRight()
+// Only one list of the block still exists; the memory of the other lists is before and after
+// it.
+void tst_ValueBlocks::writeByTheLastOwnerIsCorrect()
 {
     QFETCH(Write, write);
-    for (const int place : {0, 1, 30, 63}) {
+    for (const int position : {0, 1, 30, 63}) {
         Values last;
         {
             ValueBlocks blocks;
             Rows rows(64);
             refill(blocks, rows, 1);
-            last = rows.at(place).values;
+            last = rows.at(position).values;
         }
         QVERIFY(last.isDetached());
-        Values expected = valuesOf(place, 1);
+        Values expected = valuesOf(position, 1);
         for (int round = 0; round < 3; ++round) {
             write(expected);
             write(last);
@@ -406,9 +407,9 @@ void tst_ValueBlocks::writtenListIsReplacedByTheNextFill()
     ValueBlocks blocks;
     Rows rows(70);
     refill(blocks, rows, 1);
-    for (const int place : {5, 69}) {
-        write(rows[place].values);
-        const Values written = rows.at(place).values;
+    for (const int position : {5, 69}) {
+        write(rows[position].values);
+        const Values written = rows.at(position).values;
         const Values expected = ownCopy(written);
         refill(blocks, rows, 2);
         QVERIFY(areFilled(rows, 2));
@@ -416,7 +417,7 @@ void tst_ValueBlocks::writtenListIsReplacedByTheNextFill()
     }
 }
 
-void tst_ValueBlocks::rowsInAnotherOrderAreFilledRight()
+void tst_ValueBlocks::rowsInAnotherOrderAreFilledCorrectly()
 {
     ValueBlocks blocks;
     Rows rows(64);
@@ -434,8 +435,8 @@ void tst_ValueBlocks::rowsInAnotherOrderAreFilledRight()
     QVERIFY(areFilled(rows, 4));
 }
 
-// As many owners as before the exchange, one of them another one.
-void tst_ValueBlocks::copiedRowIsFilledRight()
+// The block has as many owners as before the exchange, but one of them is different.
+void tst_ValueBlocks::copiedRowIsFilledCorrectly()
 {
     ValueBlocks blocks;
     Rows rows(64);
@@ -452,7 +453,7 @@ void tst_ValueBlocks::copiedRowIsFilledRight()
     QCOMPARE(elsewhere.values, valuesOf(5, 2));
 }
 
-void tst_ValueBlocks::rowWithTheListOfAnotherIsFilledRight()
+void tst_ValueBlocks::rowWithTheListOfAnotherRowIsFilledCorrectly()
 {
     ValueBlocks blocks;
     Rows rows(64);
@@ -464,12 +465,12 @@ void tst_ValueBlocks::rowWithTheListOfAnotherIsFilledRight()
     rows.append(rows.last());
     refill(blocks, rows, 3);
     QVERIFY(areFilled(rows, 3));
-    rows[0].values.resize(length - 1); // at its place, of another length
+    rows[0].values.resize(length - 1); // at the same address, with another length
     refill(blocks, rows, 4);
     QVERIFY(areFilled(rows, 4));
 }
 
-void tst_ValueBlocks::shorterLastBlockIsFilledRight()
+void tst_ValueBlocks::shorterLastBlockIsFilledCorrectly()
 {
     ValueBlocks blocks;
     Rows rows;
@@ -482,7 +483,7 @@ void tst_ValueBlocks::shorterLastBlockIsFilledRight()
         QVERIFY(areFilled(rows, fill));
         QVERIFY(before.isEmpty() || areFilled(before, fillBefore));
     }
-    // The same without a copy of the rows.
+    // Again, without a copy of the rows that shares the blocks.
     for (const int number : {70, 64, 65, 128, 129, 1, 63, 64, 0, 100, 90, 100}) {
         rows.resize(number);
         refill(blocks, rows, ++fill);
@@ -490,9 +491,9 @@ void tst_ValueBlocks::shorterLastBlockIsFilledRight()
     }
 }
 
-void tst_ValueBlocks::otherLengthIsFilledRight()
+void tst_ValueBlocks::otherLengthIsFilledCorrectly()
 {
-    for (const int number : {70, 1, 65}) { // a list at the start of a block stays there
+    for (const int number : {70, 1, 65}) { // a list at the start of a block keeps its address
         ValueBlocks blocks;
         Rows rows(number);
         int fill = 0;
@@ -503,7 +504,7 @@ void tst_ValueBlocks::otherLengthIsFilledRight()
     }
 }
 
-void tst_ValueBlocks::otherRowsAreFilledRight()
+void tst_ValueBlocks::otherRowsAreFilledCorrectly()
 {
     ValueBlocks blocks;
     Rows rows(70);
@@ -517,37 +518,37 @@ void tst_ValueBlocks::otherRowsAreFilledRight()
     QVERIFY(areFilled(others, 2));
 }
 
-void tst_ValueBlocks::forgottenBlocksLeaveTheirLists()
+void tst_ValueBlocks::forgottenBlocksKeepTheirLists()
 {
     ValueBlocks blocks;
     Rows rows(130);
-    const QList<const double*> places = refill(blocks, rows, 1);
-    blocks.keepFirst(5); // more than there are
+    const QList<const double*> addresses = refill(blocks, rows, 1);
+    blocks.keepFirst(5); // more than exist
     blocks.keepFirst(1);
     QVERIFY(areFilled(rows, 1));
     const QList<const double*> other = refill(blocks, rows, 2);
-    QVERIFY(other.at(0) == places.at(0));
-    QVERIFY(other.at(1) != places.at(1));
-    QVERIFY(other.at(2) != places.at(2));
+    QVERIFY(other.at(0) == addresses.at(0));
+    QVERIFY(other.at(1) != addresses.at(1));
+    QVERIFY(other.at(2) != addresses.at(2));
     QVERIFY(areFilled(rows, 2));
 }
 
-void tst_ValueBlocks::forgottenBlockGivesItsMemoryBack()
+void tst_ValueBlocks::forgottenBlockReleasesItsMemory()
 {
     ValueBlocks blocks;
     Rows rows(blockRows);
     refill(blocks, rows, 1.0);
     Values last = rows.last().values;
     rows.clear();
-    QVERIFY(!last.isDetached()); // the block has the other half
-    blocks.forget(7);            // there is none
+    QVERIFY(!last.isDetached()); // the block is the second owner of the memory
+    blocks.forget(7);            // does not exist
     QVERIFY(!last.isDetached());
     blocks.forget(0);
     QVERIFY(last.isDetached());
     QCOMPARE(last, valuesOf(blockRows - 1, 1.0));
 }
 
-void tst_ValueBlocks::laterBlockMayComeFirst()
+void tst_ValueBlocks::laterBlockCanBeSharedFirst()
 {
     ValueBlocks blocks;
     Rows late(2);
@@ -562,7 +563,7 @@ void tst_ValueBlocks::laterBlockMayComeFirst()
     QVERIFY(blocks.share(7, late, 3).data() == values.data());
 }
 
-void tst_ValueBlocks::randomHistory_data()
+void tst_ValueBlocks::randomChangesAreHandledCorrectly_data()
 {
     QTest::addColumn<int>("seed");
     for (int seed = 1; seed <= 8; ++seed) {
@@ -570,13 +571,13 @@ void tst_ValueBlocks::randomHistory_data()
     }
 }
 
-void tst_ValueBlocks::randomHistory()
+void tst_ValueBlocks::randomChangesAreHandledCorrectly()
 {
     QFETCH(int, seed);
     std::mt19937_64 random(static_cast<unsigned>(seed));
     ValueBlocks blocks;
     Rows rows;
-    QList<std::pair<Values, Values>> copies; // the second of memory of its own
+    QList<std::pair<Values, Values>> copies; // each with a deep copy
     QList<std::pair<Rows, double>> allCopies;
     for (int fill = 1; fill <= 80; ++fill) {
         rows.resize(tests::wholeNumber(random, 0, 3) * 64 + tests::wholeNumber(random, 0, 2));
@@ -603,8 +604,8 @@ void tst_ValueBlocks::randomHistory()
         for (const auto& [copy, expected] : std::as_const(copies)) {
             QCOMPARE(copy, expected);
         }
-        for (const auto& [copy, fillThen] : std::as_const(allCopies)) {
-            QVERIFY(areFilled(copy, fillThen));
+        for (const auto& [copy, fillAtCopy] : std::as_const(allCopies)) {
+            QVERIFY(areFilled(copy, fillAtCopy));
         }
     }
 }
