@@ -1,4 +1,4 @@
-// The range of a scale.
+// data::Limits under the name that this namespace uses.
 #pragma once
 
 #include "data/Limits.h"

@@ -75,7 +75,7 @@ std::array<double, LinearCombination::maxUnknowns> solveOne(const LinearCombinat
 
 } // namespace
 
-// A version for each size, so that the loops over the unknowns unroll.
+// One instantiation per size, so that the compiler unrolls the loops over the unknowns.
 std::array<double, LinearCombination::maxUnknowns>
 LinearCombination::coefficients(std::span<const double> values) const
 {

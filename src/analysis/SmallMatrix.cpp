@@ -55,7 +55,7 @@ Index freeDiagonalPivot(Index n, const double* const* a, const std::vector<bool>
 {
     Index chosen = -1;
     Index firstFree = -1;
-    double best = belowAllSizes;
+    double best = belowAnyMagnitude;
     for (Index i = 0; i < n; ++i) {
         if (used[static_cast<std::size_t>(i)]) {
             continue;
@@ -259,7 +259,7 @@ void SmallMatrix::luDecompose(Index n, const double* const* a, double* const* l,
     copyMatrix(n, a, l);
     for (Index c = 0; c < n; ++c) {
         const Permuted<double* const> work{l, perm};
-        std::swap(perm[c], perm[pivotPlace<std::int64_t>(c, IndexRange{c, n}, work)]);
+        std::swap(perm[c], perm[pivotPosition<std::int64_t>(c, IndexRange{c, n}, work)]);
         eliminateColumn(c, IndexRange{c + 1, n}, work,
                         [&](Index k, double factor) { work[k][c] = factor; });
     }
@@ -273,7 +273,7 @@ void SmallMatrix::forwardSolve(Index n, const double* const* l, const double* b,
     const Permuted<double> inOrder{y, perm};
     for (Index i = 0; i + 1 < n; ++i) {
         inOrder[i] /= l[perm[i]][i];
-        takeOut(i, IndexRange{i + 1, n}, Permuted<const double* const>{l, perm}, inOrder);
+        substituteUnknown(i, IndexRange{i + 1, n}, Permuted<const double* const>{l, perm}, inOrder);
     }
 }
 
@@ -284,7 +284,7 @@ void SmallMatrix::backSolve(Index n, const double* const* u, const double* y, do
     const Permuted<double> inOrder{x, perm};
     for (Index i = std::max(n, 0) - 1; i >= 0; --i) {
         inOrder[i] /= u[perm[i]][i];
-        takeOut(i, IndexRange{0, i}, Permuted<const double* const>{u, perm}, inOrder);
+        substituteUnknown(i, IndexRange{0, i}, Permuted<const double* const>{u, perm}, inOrder);
     }
 }
 
