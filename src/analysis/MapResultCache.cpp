@@ -29,7 +29,7 @@ bool sameCounts(const QList<HistogramCounts>& a, const QList<HistogramCounts>& b
         [](const HistogramCounts& x, const HistogramCounts& y) { return sameCounts(x, y); });
 }
 
-/// Whether both share their pixels, and claim the same of them.
+/// Whether both maps share the same list of rows and agree in all other fields.
 bool isUnchanged(const A2DData& kept, const A2DData& now)
 {
     return kept.rows.constData() == now.rows.constData() && kept.rows.size() == now.rows.size() &&
