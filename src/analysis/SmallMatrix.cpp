@@ -22,7 +22,7 @@ T* newArray(Index n)
     return n < 1 ? nullptr : new T[static_cast<std::size_t>(n)];
 }
 
-/// A matrix or a vector with its rows in the order of a permutation.
+/// View of a matrix or a vector whose rows are reordered by a permutation.
 template <class Element>
 struct Permuted {
     Element* rows;
@@ -31,8 +31,8 @@ struct Permuted {
     Element& operator[](Index i) const { return rows[perm[i]]; }
 };
 
-/// Moves the upper triangle of the factorised @p work to @p u and puts a unit
-/// diagonal in its place.
+/// Splits the combined factors: moves the upper triangle of @p work to @p u, and replaces it
+/// in @p work by a unit diagonal and zeros.
 void splitFactors(Index n, double* const* work, double* const* u, const Index* perm)
 {
     for (Index i = 0; i < n; ++i) {
@@ -49,8 +49,8 @@ void splitFactors(Index n, double* const* work, double* const* u, const Index* p
     }
 }
 
-/// The free row with the largest absolute value on the diagonal, the first
-/// free one when all of these are NaN.
+/// The unused row with the largest absolute value on the diagonal; the first unused row if
+/// all these values are NaN.
 Index freeDiagonalPivot(Index n, const double* const* a, const std::vector<bool>& used)
 {
     Index chosen = -1;
@@ -105,7 +105,7 @@ void printElements(Index n, const Vector& v)
     std::printf("\n# ");
 }
 
-/// Prints @p rows rows of n elements each, m[0] being the first.
+/// Prints the first @p rows rows of @p m, each with @p n elements.
 template <class Matrix>
 void printRows(const char* name, Index rows, Index n, const Matrix& m)
 {
