@@ -9,7 +9,7 @@
 namespace
 {
 
-/// Energies that no pair of points has been assigned to yet.
+/// Energies that are not yet assigned to a pair of points.
 ///
 /// The energies are sorted once. A union-find forest with path halving over the
 /// sorted energies skips assigned ones in almost constant time.

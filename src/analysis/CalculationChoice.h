@@ -28,7 +28,7 @@ enum class Variant {
 /// The variant to run, or the reason why no variant accepts the number of rows.
 struct Choice {
     std::optional<Variant> variant;
-    Message refusal; ///< valid only without a variant
+    Message refusal; ///< set only if there is no variant
 };
 
 /// Chooses the variant for one target spectrum.

@@ -18,7 +18,7 @@ void countReferences(const ReferenceSet& references, QList<Message>& messages)
     }
 }
 
-// Checks the references and the target. The order of the checks fixes which message is given.
+// Checks the references and the target. The first check that fails gives the message.
 bool targetCanRun(const CalculationState& state, QList<Message>& messages)
 {
     countReferences(state.references, messages);

@@ -17,8 +17,8 @@ struct CalculationState;
 
 /// The outcome of the checks before a target or map calculation.
 struct CalculationPlan {
-    QList<Message> messages;        ///< to be shown in this order
-    std::optional<Variant> variant; ///< what to run; none: keep the earlier results
+    QList<Message> messages;        ///< in the order in which to show them
+    std::optional<Variant> variant; ///< what to run; if empty, keep the earlier results
     CollectedRows rows;             ///< input of the four-points family; empty for other variants
 };
 
@@ -36,16 +36,16 @@ CalculationPlan planTarget(const CalculationState& state);
 
 /// Plans the map calculation.
 ///
-/// The checks are those of planTarget() with these differences: only rows with a
-/// map count, the non-equivalent method needs no V row, every used reference is
+/// The checks are the same as in planTarget(), with these differences: rows without a
+/// map are ignored, the non-equivalent method needs no V row, every used reference is
 /// checked (see ReferenceSet::rowWithoutValidCounterpart()), and the target is not
 /// checked.
 CalculationPlan planMap(const CalculationState& state);
 
 /// The outcome of the checks before a linear combination fit.
 struct FitPlan {
-    QList<Message> messages;       ///< to be shown in this order
-    std::optional<FitRange> range; ///< energies to fit; none: keep the earlier results
+    QList<Message> messages;       ///< in the order in which to show them
+    std::optional<FitRange> range; ///< energies to fit; if empty, keep the earlier results
 };
 
 /// Plans the linear combination fit: checks the energy range first, then that two

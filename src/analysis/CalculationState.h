@@ -16,7 +16,7 @@ namespace analysis
 /// A snapshot of the panel, made once when a calculation starts.
 ///
 /// The panel's rows own the spectra and maps, which outlive the calculation. No
-/// pointer is null, except the target's in a default-constructed state.
+/// pointer is null, except target in a default-constructed state.
 struct CalculationState {
     QList<PointState> points;                         ///< the energy-point rows
     QList<const A2DData*> maps;                       ///< one per energy-point row
@@ -24,12 +24,14 @@ struct CalculationState {
     QList<const AMutE*> spectra;                      ///< one per reference row
     const AMutE* target = nullptr;                    ///< the target's spectrum
     MethodRadios radios;
-    bool subPostForRef = false; ///< subtract the references' post-edge line, not the pre-edge line
-    bool subPostForTarget = false; ///< the same choice for the target
+    /// Whether to subtract the post-edge line from the references instead of the
+    /// pre-edge line.
+    bool subPostForRef = false;
+    bool subPostForTarget = false; ///< the same for the target
 
     /// Spectra of the first n used references, where n is the number of references
     /// that are both used and valid. If a used reference is not valid, its spectrum
-    /// can be among them; it may have no points.
+    /// can be among them and can have no points.
     QList<const AMutE*> usedSpectra() const;
 };
 

@@ -1,6 +1,6 @@
 // The steps of Gaussian elimination with partial pivoting, as templates that all
 // solvers share. The size of the system is known at compile time or at run time; an
-// element is a double or a vector of lanes; rows are in position or reached through a
+// element is a double or a vector of lanes; rows are in place or reached through a
 // permutation.
 //
 // A matrix is any type whose element i, j is m[i][j]. Every instantiation does the
@@ -111,7 +111,7 @@ template <class Index, class Range, class Matrix, class Vector>
     rows.forEach([&](auto k) __attribute__((always_inline)) { x[k] -= x[i] * m[k][i]; });
 }
 
-/// Forward substitution: solves lower * y = x in position, where @p lower is a lower
+/// Forward substitution: solves lower * y = x in place, where @p lower is a lower
 /// triangular matrix. Its diagonal counts as 1 and is not read.
 template <std::size_t N, class Matrix, class Number>
 [[gnu::always_inline]] inline void substituteForward(const Matrix& lower, std::array<Number, N>& x)
@@ -121,7 +121,7 @@ template <std::size_t N, class Matrix, class Number>
     });
 }
 
-/// Back substitution: solves upper * y = x in position, where @p upper is an upper
+/// Back substitution: solves upper * y = x in place, where @p upper is an upper
 /// triangular matrix. A zero on its diagonal gives infinities or NaN.
 template <std::size_t N, class Matrix, class Number>
 [[gnu::always_inline]] inline void substituteBack(const Matrix& upper, std::array<Number, N>& x)

@@ -39,16 +39,16 @@ using ThreeValues = ThreeOf<double>;
 
 /// Fraction of the first reference by the three-point form:
 /// a = (f(T) - f(R2)) / (f(R1) - f(R2)) with f(X) = (X_V - X_0) / (X_1 - X_0),
-/// where f is the V point's height between points 0 and 1.
+/// where f is the relative height of the V point: 0 at row 0, 1 at row 1.
 /// @return the fraction; not clamped
 template <class Number = double>
 [[gnu::always_inline]] inline Number
 threePointFraction(const ThreeOf<Number>& t, const ThreeValues& r1, const ThreeValues& r2)
 {
-    const Number ofT = (t.atV - t.at0) / (t.at1 - t.at0);
-    const double ofR1 = (r1.atV - r1.at0) / (r1.at1 - r1.at0);
-    const double ofR2 = (r2.atV - r2.at0) / (r2.at1 - r2.at0);
-    return (ofT - ofR2) / (ofR1 - ofR2);
+    const Number fT = (t.atV - t.at0) / (t.at1 - t.at0);
+    const double fR1 = (r1.atV - r1.at0) / (r1.at1 - r1.at0);
+    const double fR2 = (r2.atV - r2.at0) / (r2.at1 - r2.at0);
+    return (fT - fR2) / (fR1 - fR2);
 }
 
 /// Thickness by the three-point form:
@@ -137,13 +137,13 @@ public:
 
     /// Calculates fraction and thickness of the targets in a block.
     ///
-    /// @param T             mut of the targets, one block per row in row order
-    /// @param TV            mut of the targets at the V row
-    /// @param count         number of targets, at most blockPixels; elements of the
-    ///                      results after them are undefined
+    /// @param T               mut of the targets, one block per row in row order
+    /// @param TV              mut of the targets at the V row
+    /// @param count           number of targets, at most blockPixels; later elements of
+    ///                        the results are undefined
     /// @param[out] a          fraction of the first reference; not clamped
     /// @param[out] thickness  relative thickness 2 / c2
-    /// @param instructions  one of availableInstructions(); results are bit-identical
+    /// @param instructions    one of availableInstructions(); all give identical bits
     void solve(std::span<const BlockView> T, const BlockView& TV, int count, Block& a,
                Block& thickness, Instructions instructions = fastestInstructions()) const;
 

@@ -16,7 +16,7 @@ struct HistogramCounts {
     /// The maximum number of bins.
     static constexpr int maxBoxes = 1'000'000;
 
-    /// 2^31, the first number that does not fit the bin index.
+    /// 2^31, the smallest positive number that an int cannot hold.
     static constexpr double beyondInt = 2147483648.0;
 
     /// Converts a number typed by the user to a number of bins: truncated, at most
@@ -26,7 +26,7 @@ struct HistogramCounts {
     /// Sets limits and bin width, and zeroes all counts.
     ///
     /// The bin width is (to - from) / (boxCount - 1). With one bin the division by zero
-    /// makes every value count as below the range. With no bin the width is from - to,
+    /// makes every value count as below the range. Without bins the width is from - to,
     /// and every value counts as below or above the range.
     ///
     /// @param from,to   centres of the first and the last bin
@@ -56,8 +56,8 @@ struct HistogramCounts {
 
     /// The text of a histogram file.
     ///
-    /// The first line has the values below the range, then follows one line per bin, and
-    /// the last line has the values above the range. Each line states lower edge, centre,
+    /// The first line is for the values below the range and the last line for the values
+    /// above it. Between them there is one line per bin. Each line has lower edge, centre,
     /// upper edge and count. Numbers are formatted like QString::arg(double).
     QByteArray fileText() const;
 

@@ -43,7 +43,7 @@ struct LaneSystem {
     }
 
     /// Swaps row @p C with the pivot row @p row of each lane. Columns before @p C are
-    /// not needed any more and stay.
+    /// not swapped, because they are not needed any more.
     template <std::size_t C>
     [[gnu::always_inline]] void swapPivotRow(const LaneBits& row)
     {
@@ -77,7 +77,7 @@ struct LaneSystem {
 /// of 0 is replaced by 1.0 as a divisor of the elimination, but not in the back
 /// substitution, so a singular system gives infinities or NaN and no error.
 ///
-/// Unlike in SmallMatrix, rows are swapped, since lanes cannot share a permutation.
+/// Unlike in SmallMatrix, rows are swapped, because each lane has its own pivots.
 template <std::size_t N>
 [[gnu::always_inline]] inline void solveLanes(LaneSystem<N>& system)
 {

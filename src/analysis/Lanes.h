@@ -34,7 +34,7 @@ inline constexpr int blockPixels = 64;
 /// One value for each pixel of a block.
 using Block = std::array<double, blockPixels>;
 
-/// A view of such values in memory that something else owns.
+/// A non-owning view of a block.
 using BlockView = std::span<const double, blockPixels>;
 
 /// Reads four doubles; @p from needs no alignment.

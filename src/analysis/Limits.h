@@ -1,4 +1,4 @@
-// data::Limits under the name that this namespace uses.
+// Makes data::Limits and data::noLimits available in this namespace.
 #pragma once
 
 #include "data/Limits.h"

@@ -50,9 +50,9 @@ void LinearCombination::factorise()
         m_upper[i] = u[p];
     }
     for (Row& phi : m_basis) {
-        const Row inGivenOrder = phi;
+        const Row unpermuted = phi;
         for (std::size_t i = 0; i < n; ++i) {
-            phi[i] = inGivenOrder[static_cast<std::size_t>(perm[i])];
+            phi[i] = unpermuted[static_cast<std::size_t>(perm[i])];
         }
     }
 }

@@ -13,7 +13,8 @@ namespace analysis
 struct CalculationState;
 struct PointState;
 
-/// The energy range of a fit, which the energy-point rows marked for the fit span.
+/// The energy range of a fit: from the lowest to the highest energy of the energy-point
+/// rows that are marked for the fit.
 struct FitRange {
     Limits energies = noLimits; ///< eV; noLimits without marked rows
     int rows = 0;               ///< number of marked rows
@@ -23,13 +24,13 @@ struct FitRange {
     bool isSelected() const { return !(energies.low > energies.high) && rows >= 2; }
 };
 
-/// The range that the rows marked for the fit span, whether these rows are used or not.
+/// The energy range of all rows marked for the fit. It does not matter whether they are used.
 FitRange fitRange(const QList<PointState>& points);
 
 /// The result of a linear combination fit.
 struct LinearFit {
     QList<double> fractions; ///< coefficients of the references divided by their sum
-    double valence = 0.0;    ///< sum of coefficient times valence, not normalised
+    double valence = 0.0;    ///< sum of coefficient times valence, not divided by their sum
     double base = 0.0;       ///< the fitted constant
     QList<MutPoint> curve;   ///< the fitted target points: angle, working energy, fit
 };
@@ -48,7 +49,7 @@ struct LinearFit {
 /// @param references  one to four spectra; further ones are ignored. A spectrum with
 ///                    fewer than two points counts as 0.0 at all energies.
 /// @param valences    valences of the references; a missing one counts as 0
-/// @return NaN and an empty curve if no point is in the range
+/// @return the fit; NaN values and an empty curve if no point is in the range
 LinearFit fitLinearCombination(const AMutE& target, const QList<const AMutE*>& references,
                                const QList<double>& valences, const FitRange& range);
 
@@ -62,6 +63,7 @@ LinearFit fitTarget(const CalculationState& state, const FitRange& range);
 ///
 /// @param targetA        fraction of the first reference by the target calculation
 /// @param targetValence  valence by the target calculation
+/// @param fit            a fit with at least one reference
 /// @param color          index in the list of colours
 LCFPoint comparisonPoint(double targetA, double targetValence, const LinearFit& fit, int color);
 

@@ -26,11 +26,11 @@ void fillRows(std::span<A2DRow> rows, const Block& a, const Block& thickness)
 }
 
 /// Whether to cache the absorbance of @p maps for the next calculation. Very large maps
-/// are not cached, since the memory would weigh more than the time: each form needs
-/// every logarithm once only.
+/// are not cached: the memory would be large, and little time is saved because a form
+/// needs each logarithm only once.
 bool isWorthCaching(const QList<const A2DData*>& maps)
 {
-    constexpr qsizetype maxPixels = qsizetype{1} << 24; // 128 MB
+    constexpr qsizetype maxPixels = qsizetype{1} << 24; // 128 MiB of doubles
     qsizetype pixels = 0;
     for (const A2DData* map : maps) {
         pixels += map->rows.size();

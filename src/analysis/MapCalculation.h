@@ -18,7 +18,7 @@ struct HistogramCounts;
 
 /// One energy-point row of a map calculation.
 struct MapPoint {
-    const A2DData* map = nullptr; ///< never null; pixels are found by its own width
+    const A2DData* map = nullptr; ///< never null; read with its own width
     double energy = 0.0;          ///< eV
     double r1 = 0.0;              ///< mut of the first reference
     double r2 = 0.0;              ///< mut of the second reference
@@ -46,8 +46,8 @@ struct MapStack {
 /// mapThreePoints() uses the first two of MapStack::others and mapExactFourPoints() the
 /// first three; with fewer rows they do nothing. mapLeastSquare() uses all of them.
 ///
-/// @param stack                   the input
-/// @param[out] result             the result map; earlier contents are replaced
+/// @param stack                      the input
+/// @param[out] result                the result map; earlier contents are replaced
 /// @param[in,out] valence,thickness  histograms on which start() was called
 void mapThreePoints(const MapStack& stack, A2DData& result, HistogramCounts& valence,
                     HistogramCounts& thickness);

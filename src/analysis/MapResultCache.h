@@ -23,7 +23,7 @@ class MapResultCache
 public:
     /// Everything that a calculation reads, except the limits of its histograms.
     struct Inputs {
-        QList<double> numbers;      ///< compared bit by bit; the length precedes each list
+        QList<double> numbers;      ///< compared bit by bit; put the length before a list
         QList<const A2DData*> maps; ///< never null
     };
 
@@ -60,7 +60,7 @@ private:
     void keep(const Inputs& inputs, const A2DData& result, const QList<HistogramCounts>& counts,
               const QList<HistogramCounts>& started);
 
-    bool m_known = false;
+    bool m_hasEntry = false;
     QList<double> m_numbers;
     QList<A2DData> m_maps;
     A2DData m_result;

@@ -18,7 +18,7 @@ namespace analysis
 template <class ValueAt>
 std::optional<Limits> scanMap(const A2DData& map, ValueAt valueAt)
 {
-    data::cleanVectorRegisters(); // usually called within a paint, which leaves them dirty
+    data::cleanVectorRegisters(); // a paint, the usual caller, leaves them dirty
     Limits found = noLimits;
     for (int y = 0; y < map.yNum; ++y) {
         for (int x = 0; x < map.xNum; ++x) {

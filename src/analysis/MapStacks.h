@@ -18,6 +18,7 @@ MapStack mapStack(const CalculationState& state, const CollectedRows& rows);
 /// The input of the non-equivalent method for all used rows, with or without a loaded map.
 /// The caller sets NeqStack::memory if caches should be kept for the next run.
 ///
+/// @param state      must have at least one energy-point row
 /// @param victoreen  selects the Victoreen background instead of the linear one
 NeqStack neqStack(const CalculationState& state, bool victoreen);
 

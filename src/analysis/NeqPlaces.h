@@ -7,15 +7,14 @@
 namespace analysis::neq
 {
 
-inline constexpr int references = 4;    ///< number of reference rows of the panel
-inline constexpr int share = 0;         ///< first of the shares of the references; they add up to 1
-inline constexpr int dMut = references; ///< first of the edge jumps that the references contribute
+inline constexpr int references = 4;        ///< number of reference rows of the panel
+inline constexpr int share = 0;             ///< first of four shares, which add up to 1
+inline constexpr int dMut = references;     ///< first of four edge jumps in the target
 inline constexpr int mut0 = 2 * references; ///< constant term of the background
-inline constexpr int c1 = mut0 + 1; ///< background: coefficient of L^3 (Victoreen) or of E (linear)
-inline constexpr int c2 =
-    mut0 + 2; ///< background: coefficient of L^4; 0 with the linear background
-inline constexpr int valence = mut0 + 3;   ///< sum of share times valence
-inline constexpr int totalDMut = mut0 + 4; ///< sum of the dMut of the references
+inline constexpr int c1 = mut0 + 1;         ///< coefficient of L^3 (Victoreen) or E (linear)
+inline constexpr int c2 = mut0 + 2;         ///< coefficient of L^4 (Victoreen) or 0 (linear)
+inline constexpr int valence = mut0 + 3;    ///< sum of share times valence
+inline constexpr int totalDMut = mut0 + 4;  ///< sum of the four dMut
 
 /// Length of the list.
 inline constexpr int count = 2 * references + 5;

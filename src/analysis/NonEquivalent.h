@@ -118,7 +118,7 @@ public:
             out[i] = x[i] * m_weights[i];
             sum += out[i];
         }
-        // Also where no reference exists: 0 / sum is NaN if the sum is 0 or NaN.
+        // On purpose also where no reference exists: a sum of 0 or NaN then gives NaN there.
         for (std::size_t i = 0; i < neq::references; ++i) {
             out[i] /= sum;
         }

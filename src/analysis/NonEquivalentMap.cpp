@@ -43,8 +43,8 @@ public:
             runKernel(
                 m_instructions, [&]() __attribute__((always_inline)) {
                     // Two loops for speed: the divisions of the back substitution depend
-                    // on each other. In a short loop of their own, the processor overlaps
-                    // the divisions of several pixels.
+                    // on each other. In a short separate loop, the processor can overlap the
+                    // divisions of several pixels.
                     for (int at = 0; at < count; at += laneCount) {
                         beginAt(size, t, at, x);
                     }
@@ -171,7 +171,7 @@ void fillLists(const BlockValues& values, std::span<double> lists)
 /// One list of values for all pixels that have the same absorbances in all maps.
 ///
 /// It saves memory for a scan that was stopped early, whose maps have fewer rows than
-/// pixels, and for a masked map, where many pixels have one value.
+/// pixels, and for a masked map, where many pixels have the same value.
 class UniformPixels
 {
 public:

@@ -17,9 +17,8 @@ struct HistogramCounts;
 struct NeqStack {
     bool victoreen = false; ///< Victoreen background instead of the linear one
     NeqInputs inputs;
-    QList<const A2DData*> maps; ///< one per inputs.rowIndices; never null; a map may have no rows
-    const A2DData* base =
-        nullptr; ///< never null: the map of inputs.baseRow; fixes the size of the result
+    QList<const A2DData*> maps;          ///< one per inputs.rowIndices; never null
+    const A2DData* base = nullptr;       ///< map of inputs.baseRow; never null
     CalculationMemory* memory = nullptr; ///< null: caches are not kept for the next run
     Instructions instructions = fastestInstructions(); ///< affects speed only
 };
@@ -33,7 +32,7 @@ struct NeqHistograms {
     QList<HistogramCounts*> dMut;  ///< at least one per reference, in their order
 };
 
-/// Calculates a result map by the non-equivalent method.
+/// Calculates a result map by the non-equivalent method. NeqFit describes the model.
 ///
 /// The result gets the size and the comment lines of the base map, and one row per pixel,
 /// row-major: x and y of the pixel's row in the base map (0.0 if the map has no such row), the

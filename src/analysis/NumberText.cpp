@@ -108,7 +108,7 @@ std::size_t writeMagnitude(double magnitude, char* out)
     static_assert(std::numeric_limits<double>::is_iec559);
     constexpr double safeDistance = 1e-9;
 
-    // floor(binary * log10(2)) in fixed point (log10(2) = 78913 / 2^18): the decimal
+    // floor(binary * log10(2)) in fixed point (log10(2) is about 78913 / 2^18): the decimal
     // exponent of the magnitude, or one less.
     const int binary = static_cast<int>(std::bit_cast<std::uint64_t>(magnitude) >> 52) - 1023;
     int exponent = (binary * 78913) >> 18;

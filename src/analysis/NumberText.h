@@ -17,7 +17,7 @@ namespace analysis
 {
 
 /// Size of the buffer for generalText(). The text has at most generalTextLength
-/// characters; bytes after it are overwritten with undefined values.
+/// characters; the bytes after it can be overwritten.
 inline constexpr std::size_t generalTextCapacity = 32;
 
 /// Length of the longest text of a number, for example "-1.23457e-100".

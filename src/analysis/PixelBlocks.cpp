@@ -14,7 +14,7 @@ std::span<A2DRow> startResult(A2DData& result, const A2DData& base)
     result.headerLines = base.headerLines;
     const qsizetype pixels = pixelCount(base);
     // Memory is reused only if it is unshared and of a suitable size: a shared or too small
-    // list would be copied, and that of a much larger map would waste memory.
+    // list would be copied, and the list of a much larger map would waste memory.
     const qsizetype capacity = result.rows.capacity();
     if (!result.rows.isDetached() || capacity < pixels || capacity / 2 > pixels) {
         result.rows = {};

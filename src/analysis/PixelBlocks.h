@@ -41,7 +41,7 @@ void copyCoordinates(const A2DData& base, qint64 first, std::span<A2DRow> rows);
 class StackBlocks
 {
 public:
-    /// @param maps   none is null; must outlive this object
+    /// @param maps   must not contain null pointers; must outlive this object
     /// @param cache  absorbances of some or all of @p maps; those of other maps are
     ///               calculated on request. Must outlive this object.
     /// @param base   its width gives the line length of the pixels

@@ -28,12 +28,13 @@ struct ValenceScale {
 /// The reference rows in list order.
 ///
 /// "Used" (selected by the user) and "valid" (has a spectrum) are independent, and each
-/// operation states which of them it applies. Several operations use the first n used
+/// operation states which of them it requires. Several operations use the first n used
 /// references, where n is validCount(). A used reference that is not valid and precedes a
 /// valid one is then included in place of the last valid one; this is on purpose.
 class ReferenceSet
 {
 public:
+    /// @param rows  all reference rows of the panel, in list order
     explicit ReferenceSet(QList<ReferenceState> rows);
 
     /// Number of references that are both used and valid.
@@ -72,7 +73,7 @@ public:
     double totalJump() const;
 
     /// Valences of the first and the second used reference, valid or not, as lower and upper
-    /// end. A missing reference counts as 0.
+    /// end of the scale. A missing reference counts as 0.
     ValenceScale firstTwoValences() const;
 
     /// Valences of the first n used references, where n is validCount().

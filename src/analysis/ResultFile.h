@@ -12,7 +12,7 @@ namespace analysis
 /// writeResultMap() for the format and the other parameters.
 ///
 /// @return false if the file cannot be opened (see data::openForWriting()) or a write fails;
-///         the file then can be incomplete
+///         after a failed write the file is incomplete
 bool writeResultFile(const QString& path, const A2DData& map, const ValenceMix& mix,
                      const std::array<bool, columnCount>& wanted);
 

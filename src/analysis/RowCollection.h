@@ -27,7 +27,7 @@ struct PointState {
 /// The number of selected rows, and which of them is the V row.
 struct Selection {
     int count = 0;
-    int vRow = -1; ///< index of the last selected row marked as V point; -1 if none is
+    int vRow = -1; ///< index of the last selected row marked as V point, or -1
 };
 
 /// Selects the used rows.

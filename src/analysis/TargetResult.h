@@ -25,7 +25,7 @@ struct TargetResult {
     double a = 0.0;         ///< fraction (four-points family) or share of the first used reference
     double valence = 0.0;   ///< valence of the mixture
     double thickness = 0.0; ///< t/ts, total dMut (non-equivalent), or 0 (three points)
-    QList<ReferencePart> parts; ///< one per reference; non-equivalent method only
+    QList<ReferencePart> parts; ///< one per used reference; non-equivalent method only
 
     /// Whether the result is also written to the message box: all variants except the exact
     /// form.
@@ -34,7 +34,7 @@ struct TargetResult {
 
 /// Calculates the target's result by a form of the four-points family.
 ///
-/// @param rows  the rows of a plan for this form, as from planTarget()
+/// @param rows  the rows that planTarget() collected for this form
 TargetResult threePointsResult(const CalculationState& state, const CollectedRows& rows);
 TargetResult exactFourPointsResult(const CalculationState& state, const CollectedRows& rows);
 TargetResult leastSquareResult(const CalculationState& state, const CollectedRows& rows);

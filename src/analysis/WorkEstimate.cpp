@@ -6,7 +6,7 @@ namespace analysis
 namespace
 {
 
-// About five times the times that bench/ measures. secondsPerValue is for one value of a
+// About five times the values that bench/ measures. secondsPerValue is for one value of a
 // pixel in the slowest method. secondsPerPoint is for one point of a spectrum when the edge
 // changes, which repeats the linear combination fit once per reference.
 constexpr double secondsPerValue = 250e-9;
