@@ -97,12 +97,12 @@ exactFourPointsOf(const Number& T0, const Number& T1, const Number& T2, const Nu
 /// T_V = B + a R1_V / p + (1 - a) R2_V / q with p = r c2 / (r + 1) and
 /// q = c2 / (r + 1).
 ///
-/// @param T0,T1,T2,TV      mut of the target at the three rows and at the V row
-/// @param R1_0,...,R1V     mut of the first reference at the same rows
-/// @param R2_0,...,R2V     mut of the second reference at the same rows
-/// @param E0,E1,E2,EV      energies of the rows, eV
-/// @param r                edge jump of the first over the second reference
-/// @param[out] tts         the relative thickness t = 2 / c2
+/// @param T0,T1,T2,TV          mut of the target at the three rows and at the V row
+/// @param R1_0,R1_1,R1_2,R1V   mut of the first reference at the same rows
+/// @param R2_0,R2_1,R2_2,R2V   mut of the second reference at the same rows
+/// @param E0,E1,E2,EV          energies of the rows, eV
+/// @param r                    edge jump of the first over the second reference
+/// @param[out] tts             the relative thickness t = 2 / c2
 /// @return the fraction a; not clamped, infinite or NaN where a divisor is 0
 inline double exactFourPoints(double T0, double T1, double T2, double TV, double R1_0, double R1_1,
                               double R1_2, double R1V, double R2_0, double R2_1, double R2_2,

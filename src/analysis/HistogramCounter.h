@@ -22,7 +22,7 @@ public:
     ///                counter. It is complete only after finish().
     explicit HistogramCounter(HistogramCounts& counts);
 
-    /// Counts the first @p count values of a block.
+    /// Counts the first @p count elements of @p values.
     /// @param instructions  one of availableInstructions(); all give the same counts
     void add(const Block& values, int count, Instructions instructions = fastestInstructions());
 
