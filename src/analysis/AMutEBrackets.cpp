@@ -1,4 +1,4 @@
-// The search for the pair of points around an energy.
+// Search for the pair of spectrum points that brackets an energy.
 #include "data/AMutE.h"
 
 #include <algorithm>
@@ -9,57 +9,59 @@
 namespace
 {
 
-/// Energies that wait for the first pair of points that brackets them, in a
-/// disjoint-set forest (union-find with path halving) over the sorted energies:
-/// the ones that were served are skipped in almost constant time.
-class WaitingEnergies
+/// Energies that are not yet assigned to a pair of points.
+///
+/// The energies are sorted once. A union-find forest with path halving over the
+/// sorted energies skips assigned ones in almost constant time.
+class UnassignedEnergies
 {
 public:
-    void add(double energy, qsizetype place) { m_waiting.push_back({energy, place}); }
+    void add(double energy, qsizetype position) { m_entries.push_back({energy, position}); }
 
+    /// Call once, after the last add() and before assign().
     void sort()
     {
-        std::sort(m_waiting.begin(), m_waiting.end(),
-                  [](const Waiting& a, const Waiting& b) { return a.energy < b.energy; });
-        m_next.resize(m_waiting.size() + 1);
-        std::iota(m_next.begin(), m_next.end(), std::size_t{0});
+        std::sort(m_entries.begin(), m_entries.end(),
+                  [](const Entry& a, const Entry& b) { return a.energy < b.energy; });
+        m_parent.resize(m_entries.size() + 1);
+        std::iota(m_parent.begin(), m_parent.end(), std::size_t{0});
     }
 
-    /// Gives @p index to all energies in [low, high] that still wait.
-    void serve(double low, double high, int index, QList<int>& indices)
+    /// Assigns @p index to all unassigned energies in [low, high].
+    void assign(double low, double high, int index, QList<int>& indices)
     {
         if (!(low <= high)) {
-            return; // a falling pair brackets nothing, nor does one with a NaN
+            return; // a falling pair or a NaN brackets nothing
         }
         const auto first = std::lower_bound(
-            m_waiting.begin(), m_waiting.end(), low,
-            [](const Waiting& waiting, double energy) { return waiting.energy < energy; });
-        std::size_t k = stillWaiting(static_cast<std::size_t>(first - m_waiting.begin()));
-        while (k < m_waiting.size() && m_waiting[k].energy <= high) {
-            indices[m_waiting[k].place] = index;
-            m_next[k] = k + 1;
-            k = stillWaiting(k);
+            m_entries.begin(), m_entries.end(), low,
+            [](const Entry& entry, double energy) { return entry.energy < energy; });
+        std::size_t k = findUnassigned(static_cast<std::size_t>(first - m_entries.begin()));
+        while (k < m_entries.size() && m_entries[k].energy <= high) {
+            indices[m_entries[k].position] = index;
+            m_parent[k] = k + 1;
+            k = findUnassigned(k);
         }
     }
 
 private:
-    struct Waiting {
+    struct Entry {
         double energy = 0.0;
-        qsizetype place = 0;
+        qsizetype position = 0;
     };
 
-    // The first one from k on: the find operation, with path halving.
-    std::size_t stillWaiting(std::size_t k)
+    // The first unassigned energy at or after k: union-find lookup with path halving.
+    std::size_t findUnassigned(std::size_t k)
     {
-        while (m_next[k] != k) {
-            m_next[k] = m_next[m_next[k]];
-            k = m_next[k];
+        while (m_parent[k] != k) {
+            m_parent[k] = m_parent[m_parent[k]];
+            k = m_parent[k];
         }
         return k;
     }
 
-    std::vector<Waiting> m_waiting;
-    std::vector<std::size_t> m_next; ///< itself, or somewhere behind what was served
+    std::vector<Entry> m_entries;
+    std::vector<std::size_t> m_parent; ///< parent link; own index if unassigned
 };
 
 } // namespace
@@ -85,7 +87,7 @@ QList<int> AMutE::indicesBelow(const QList<double>& energies) const
 {
     const qsizetype n = points.size();
     QList<int> indices(energies.size(), 0);
-    WaitingEnergies inside;
+    UnassignedEnergies inside;
     for (qsizetype k = 0; k < energies.size(); ++k) {
         const double E = energies.at(k);
         if (n == 0 || E < workingEnergy(0)) {
@@ -98,8 +100,8 @@ QList<int> AMutE::indicesBelow(const QList<double>& energies) const
     }
     inside.sort();
     for (qsizetype i = 0; i < n - 1; ++i) {
-        // In the order of the pairs: the first that fits an energy gets it.
-        inside.serve(workingEnergy(i), workingEnergy(i + 1), static_cast<int>(i), indices);
+        // In file order: the first pair that brackets an energy wins, as in indexBelow().
+        inside.assign(workingEnergy(i), workingEnergy(i + 1), static_cast<int>(i), indices);
     }
     return indices;
 }

@@ -6,19 +6,20 @@
 namespace
 {
 
+/// Victoreen's formula (J. A. Victoreen, 1943) with an added constant.
 double valueOf(const data::VictoreenLine& line, double energyEv)
 {
     const double L = AMutE::hcEvAngstrom / energyEv;
     return (line.b * L + line.a) * L * L * L + line.c;
 }
 
-/// The straight line through (e0, v0) and (e1, v1) at @p E.
+/// Linear interpolation through (e0, v0) and (e1, v1); extrapolates outside.
 double interpolated(double e0, double v0, double e1, double v1, double E)
 {
     return (v1 - v0) / (e1 - e0) * (E - e0) + v0;
 }
 
-/// Sums of the least-square fit of c + a L^3 + b L^4.
+/// Sums for the normal equations of the least-squares fit of c + a L^3 + b L^4.
 struct LineSums {
     double n = 0.0;
     double s3 = 0.0;
@@ -95,7 +96,7 @@ void AMutE::fitLines()
     for (qsizetype i = 0; i < points.size(); ++i) {
         const double e = workingEnergy(i);
         const double y = points.at(i).mut;
-        // Both tests, not either: the limits may overlap.
+        // Two separate tests: the ranges can overlap, and a point then enters both fits.
         if (e < preEdgeEnd) {
             pre.add(e, y);
         }

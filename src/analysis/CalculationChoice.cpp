@@ -11,7 +11,7 @@ Choice refuse(MessageId id, int selected, int needed)
     return {std::nullopt, {id, selected, needed}};
 }
 
-// Shared by both paths: the four-points family goes by the number of rows.
+// Target and map use the same rule: the number of rows selects the form.
 Choice chooseFourPoints(const MethodRadios& radios, int selected)
 {
     if (selected == 3) {

@@ -1,4 +1,4 @@
-// Which way of calculation the user's choices ask for.
+// Choice of the calculation method from the radio buttons and the number of rows.
 #pragma once
 
 #include "analysis/CalculationMessage.h"
@@ -8,7 +8,7 @@
 namespace analysis
 {
 
-/// The radio buttons that decide the way of calculation.
+/// The radio buttons that select the calculation method.
 struct MethodRadios {
     bool nonEquivalent = false;    ///< "Non Equiv. Meth."
     bool exact = false;            ///< "Exact 4 points"
@@ -16,7 +16,7 @@ struct MethodRadios {
     bool linearBackground = false; ///< "Linear"
 };
 
-/// A way of calculation.
+/// A calculation method.
 enum class Variant {
     ThreePoints,
     ExactFourPoints,
@@ -25,18 +25,36 @@ enum class Variant {
     NonEquivalentVictoreen,
 };
 
-/// The variant, or the refusal of a number of rows that none is made for.
+/// The variant to run, or the reason why no variant accepts the number of rows.
 struct Choice {
     std::optional<Variant> variant;
-    Message refusal; ///< without a variant
+    Message refusal; ///< set only if there is no variant
 };
 
-/// The variant for a single spectrum with @p selected rows in use. The bounds
-/// of the non-equivalent method are fixed here, unlike those of chooseForMap().
+/// Chooses the variant for one target spectrum.
+///
+/// Four-points family: 3 rows select three points. 4 rows select the exact form
+/// if its radio button is on, otherwise least square. 5 or more rows select
+/// least square if its radio button is on. The non-equivalent method needs at
+/// least 4 rows with the linear background and 5 with the Victoreen background.
+/// Unlike in chooseForMap(), these two bounds do not depend on the number of
+/// references.
+///
+/// @param selected  number of used rows
+/// @return a refusal with MessageId::WrongCount for any other number of rows
 Choice chooseForTarget(const MethodRadios& radios, int selected);
 
-/// The variant for a stack of maps with @p selected rows in use that hold a
-/// map, and @p validReferences used and valid references.
+/// Chooses the variant for a stack of maps.
+///
+/// The four-points family follows the rules of chooseForTarget(). The
+/// non-equivalent method needs at least as many rows as the fit has unknowns:
+/// @p validReferences plus 2 with the linear background, plus 3 with the
+/// Victoreen background.
+///
+/// @param selected         number of used rows that have a map
+/// @param validReferences  number of references that are used and valid
+/// @return a refusal with MessageId::WrongCount (four-points family) or
+///         MessageId::TooFewRows (non-equivalent method) for any other number
 Choice chooseForMap(const MethodRadios& radios, int selected, int validReferences);
 
 } // namespace analysis

@@ -1,4 +1,4 @@
-// What map calculations keep for the next one.
+// Data that one map calculation keeps for the next.
 #pragma once
 
 #include "data/AbsorbanceCache.h"
@@ -7,11 +7,11 @@
 namespace analysis
 {
 
-/// Numbers and memory that one map calculation leaves to the next. Results do not
-/// depend on it.
+/// Cached absorbances and reusable memory, passed from one map calculation to the
+/// next. They affect speed only, never the results.
 struct CalculationMemory {
     data::AbsorbanceCache absorbances;
-    data::ValueBlocks values; ///< of the latest result
+    data::ValueBlocks values; ///< memory of the latest result's value lists
 };
 
 } // namespace analysis

@@ -1,25 +1,26 @@
-// What a calculation has to say when it does not run.
+// Messages of calculations that are refused or warned about.
 #pragma once
 
 namespace analysis
 {
 
-/// Every refusal of a calculation, without its words.
+/// All messages that the checks before a calculation can give, without their texts.
+/// "number" and "needed" below are the members of Message.
 enum class MessageId {
-    NoTargetVPoint,         ///< no V row for the target
-    NoMapVPoint,            ///< no V row for the maps, in words of its own
-    FewReferences,          ///< number: used and valid references; does not stop a run by itself
+    NoTargetVPoint,         ///< no V row for the target calculation
+    NoMapVPoint,            ///< no V row for the map calculation; the text differs
+    FewReferences,          ///< number: used and valid references; a warning only
     FirstReferenceInvalid,  ///< the first used reference has no spectrum
-    SecondReferenceInvalid, ///< nor has the second one
-    ReferenceInvalid,       ///< number: the reference row, from 0
+    SecondReferenceInvalid, ///< the second used reference has no spectrum
+    ReferenceInvalid,       ///< number: index of the reference row, from 0
     TargetInvalid,          ///< the target has no spectrum
-    WrongCount,             ///< number: selected rows; needed: as many, whatever it would take
-    TooFewRows,             ///< number: selected rows; needed: the least
-    NoFitRange,             ///< fewer than two rows bound the range of the fit
+    WrongCount,             ///< number: selected rows; needed: the count that the text states
+    TooFewRows,             ///< number: selected rows; needed: the minimum
+    NoFitRange,             ///< fewer than two rows mark the range of the fit
     FewFitReferences,       ///< number: used and valid references, too few for the fit
 };
 
-/// A refusal with its numbers.
+/// A message with its numbers; see MessageId.
 struct Message {
     MessageId id = MessageId::WrongCount;
     int number = 0;

@@ -9,17 +9,17 @@ namespace analysis
 namespace
 {
 
-constexpr int leastReferences = 2;
+constexpr int minReferences = 2;
 
 void countReferences(const ReferenceSet& references, QList<Message>& messages)
 {
-    if (references.validCount() < leastReferences) {
+    if (references.validCount() < minReferences) {
         messages.append({MessageId::FewReferences, references.validCount()});
     }
 }
 
-// The checks on references and target, in the order of their messages.
-bool targetMayRun(const CalculationState& state, QList<Message>& messages)
+// Checks the references and the target. The first check that fails gives the message.
+bool targetCanRun(const CalculationState& state, QList<Message>& messages)
 {
     countReferences(state.references, messages);
     const ReferenceState* first = state.references.used(0);
@@ -42,20 +42,20 @@ bool targetMayRun(const CalculationState& state, QList<Message>& messages)
     return true;
 }
 
-bool mapMayRun(const ReferenceSet& references, QList<Message>& messages)
+bool mapCanRun(const ReferenceSet& references, QList<Message>& messages)
 {
     countReferences(references, messages);
-    const int broken = references.rowWithoutValidCounterpart();
-    if (broken >= 0) {
-        messages.append({MessageId::ReferenceInvalid, broken});
+    const int invalidRow = references.rowWithoutValidCounterpart();
+    if (invalidRow >= 0) {
+        messages.append({MessageId::ReferenceInvalid, invalidRow});
         return false;
     }
     return true;
 }
 
-// The general checks of the target ask for the first two references alone. Without
-// this one the others would be read as zeros.
-bool usedSpectraMayRun(const ReferenceSet& references, QList<Message>& messages)
+// targetCanRun() checks the first two references only. Without this check a later
+// invalid reference would enter the fit as zeros.
+bool usedSpectraCanRun(const ReferenceSet& references, QList<Message>& messages)
 {
     for (int k = 0; k < references.validCount(); ++k) {
         if (!references.used(k)->valid) {
@@ -66,9 +66,9 @@ bool usedSpectraMayRun(const ReferenceSet& references, QList<Message>& messages)
     return true;
 }
 
-// The rows of a form of the four-points family. Several V rows may leave too few:
-// all but the last belong to neither side.
-void takeRows(const CalculationState& state, Variant form, CalculationPlan& plan)
+// Collects the rows for a form of the four-points family. With several V rows only
+// the last counts and the others are dropped, so too few rows can remain.
+void planRows(const CalculationState& state, Variant form, CalculationPlan& plan)
 {
     const bool exact = form == Variant::ExactFourPoints;
     plan.rows = exact ? collectRowsExact(state.points, state.references)
@@ -79,7 +79,7 @@ void takeRows(const CalculationState& state, Variant form, CalculationPlan& plan
     } else if (plan.rows.v.row >= 0) {
         plan.messages.append({MessageId::WrongCount, plan.rows.usable(), needed});
     }
-    // Otherwise a reference is missing, which its count has told already.
+    // Otherwise a reference is missing, and countReferences() has already reported it.
 }
 
 bool isNonEquivalent(Variant variant)
@@ -97,15 +97,15 @@ CalculationPlan planTarget(const CalculationState& state)
         plan.messages.append({MessageId::NoTargetVPoint});
         return plan;
     }
-    if (!targetMayRun(state, plan.messages)) {
+    if (!targetCanRun(state, plan.messages)) {
         return plan;
     }
     const Choice choice = chooseForTarget(state.radios, selection.count);
     if (!choice.variant) {
         plan.messages.append(choice.refusal);
     } else if (!isNonEquivalent(*choice.variant)) {
-        takeRows(state, *choice.variant, plan);
-    } else if (usedSpectraMayRun(state.references, plan.messages)) {
+        planRows(state, *choice.variant, plan);
+    } else if (usedSpectraCanRun(state.references, plan.messages)) {
         plan.variant = choice.variant;
     }
     return plan;
@@ -119,7 +119,7 @@ CalculationPlan planMap(const CalculationState& state)
         plan.messages.append({MessageId::NoMapVPoint});
         return plan;
     }
-    if (!mapMayRun(state.references, plan.messages)) {
+    if (!mapCanRun(state.references, plan.messages)) {
         return plan;
     }
     const Choice choice =
@@ -127,8 +127,8 @@ CalculationPlan planMap(const CalculationState& state)
     if (!choice.variant) {
         plan.messages.append(choice.refusal);
     } else if (!isNonEquivalent(*choice.variant)) {
-        takeRows(state, *choice.variant, plan);
-    } else if (state.references.usedRow(1) >= 0) { // their count has told otherwise
+        planRows(state, *choice.variant, plan);
+    } else if (state.references.usedRow(1) >= 0) { // a missing one is already reported
         plan.variant = choice.variant;
     }
     return plan;
@@ -141,7 +141,7 @@ FitPlan planFit(const CalculationState& state)
         return {{{MessageId::NoFitRange}}, std::nullopt};
     }
     const int valid = state.references.validCount();
-    if (valid < leastReferences) {
+    if (valid < minReferences) {
         return {{{MessageId::FewFitReferences, valid}}, std::nullopt};
     }
     return {{}, range};

@@ -1,4 +1,4 @@
-// Whether a calculation runs, and how, or what refuses it.
+// Checks before a calculation: whether and how it runs, or why it is refused.
 #pragma once
 
 #include "analysis/CalculationChoice.h"
@@ -15,33 +15,41 @@ namespace analysis
 
 struct CalculationState;
 
-/// What becomes of a target or map calculation.
+/// The outcome of the checks before a target or map calculation.
 struct CalculationPlan {
-    QList<Message> messages;        ///< to be shown in this order
-    std::optional<Variant> variant; ///< what runs; none: the earlier results stay
-    CollectedRows rows;             ///< what a variant of the four-points family works on
+    QList<Message> messages;        ///< in the order in which to show them
+    std::optional<Variant> variant; ///< what to run; if empty, keep the earlier results
+    CollectedRows rows;             ///< input of the four-points family; empty for other variants
 };
 
-/// The target calculation. The V row is asked for first, also for the
-/// non-equivalent method, which has no use for it; then the first two used
-/// references, the target, and the number of rows in use, with a map or without.
+/// Plans the target calculation.
 ///
-/// Too few valid references are told, but do not stop the checks. A reference that
-/// is not there at all stops them without a message of its own: the count says it.
+/// The order of the checks is: V row, first two used references, target, number
+/// of used rows (with or without a map). A V row is required even for the
+/// non-equivalent method, which does not use it.
+///
+/// Fewer than two valid references give the warning MessageId::FewReferences, and
+/// the checks go on. A missing first or second reference stops them without
+/// another message, because the warning already reports it. With the
+/// non-equivalent method all references that enter the fit must be valid.
 CalculationPlan planTarget(const CalculationState& state);
 
-/// The map calculation. Only rows that hold a map are selected, the
-/// non-equivalent method needs no V row, every used reference is checked, and
-/// the target is not. Otherwise as planTarget().
+/// Plans the map calculation.
+///
+/// The checks are the same as in planTarget(), with these differences: rows without a
+/// map are ignored, the non-equivalent method needs no V row, every used reference is
+/// checked (see ReferenceSet::rowWithoutValidCounterpart()), and the target is not
+/// checked.
 CalculationPlan planMap(const CalculationState& state);
 
-/// What becomes of a linear combination fit.
+/// The outcome of the checks before a linear combination fit.
 struct FitPlan {
-    QList<Message> messages;       ///< to be shown in this order
-    std::optional<FitRange> range; ///< where it runs; none: the earlier results stay
+    QList<Message> messages;       ///< in the order in which to show them
+    std::optional<FitRange> range; ///< energies to fit; if empty, keep the earlier results
 };
 
-/// The fit: asks for its range, then for two valid references.
+/// Plans the linear combination fit: checks the energy range first, then that two
+/// or more references are used and valid.
 FitPlan planFit(const CalculationState& state);
 
 } // namespace analysis

@@ -1,4 +1,4 @@
-// All that a calculation reads from the panel.
+// Everything that a calculation reads from the panel.
 #pragma once
 
 #include "analysis/CalculationChoice.h"
@@ -13,23 +13,25 @@ class AMutE;
 namespace analysis
 {
 
-/// The panel as it is when a calculation starts, gathered once.
+/// A snapshot of the panel, made once when a calculation starts.
 ///
-/// Spectra and maps stay with their rows; they outlive the calculation, and
-/// none of the pointers is null but in a state that was never filled.
+/// The panel's rows own the spectra and maps, which outlive the calculation. No
+/// pointer is null, except target in a default-constructed state.
 struct CalculationState {
     QList<PointState> points;                         ///< the energy-point rows
-    QList<const A2DData*> maps;                       ///< one for each of them
+    QList<const A2DData*> maps;                       ///< one per energy-point row
     ReferenceSet references{QList<ReferenceState>()}; ///< the reference rows
-    QList<const AMutE*> spectra;                      ///< one for each of them
+    QList<const AMutE*> spectra;                      ///< one per reference row
     const AMutE* target = nullptr;                    ///< the target's spectrum
     MethodRadios radios;
-    bool subPostForRef = false;    ///< references less their post-edge line, not the pre-edge one
+    /// Whether to subtract the post-edge line from the references instead of the
+    /// pre-edge line.
+    bool subPostForRef = false;
     bool subPostForTarget = false; ///< the same for the target
 
-    /// Spectra of the first n used references, n being the number of used and
-    /// valid ones. One of them may have no points where a used reference is not
-    /// valid.
+    /// Spectra of the first n used references, where n is the number of references
+    /// that are both used and valid. If a used reference is not valid, its spectrum
+    /// can be among them and can have no points.
     QList<const AMutE*> usedSpectra() const;
 };
 

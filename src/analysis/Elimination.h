@@ -1,9 +1,10 @@
-// The steps of Gaussian elimination with partial pivoting, for a system of any kind:
-// one with its size known to the compiler or not, of numbers or of lanes, its rows
-// in place or reached through a permutation.
+// The steps of Gaussian elimination with partial pivoting, as templates that all
+// solvers share. The size of the system is known at compile time or at run time; an
+// element is a double or a vector of lanes; rows are in place or reached through a
+// permutation.
 //
-// A matrix is what gives element i, j as m[i][j]. All kinds make the same operations
-// in the same order for each number, so that their results have equal bits.
+// A matrix is any type whose element i, j is m[i][j]. Every instantiation does the
+// same operations in the same order on each number, so all results are bit-identical.
 #pragma once
 
 #include "analysis/Lanes.h"
@@ -18,10 +19,10 @@
 namespace analysis
 {
 
-/// Where the search for a pivot starts.
-inline constexpr double belowAllSizes = -1e300;
+/// Start value of the pivot search, below every absolute value.
+inline constexpr double belowAnyMagnitude = -1e300;
 
-/// Indices that are known to the compiler.
+/// The half-open interval [First, Last) of indices known at compile time.
 template <std::size_t First, std::size_t Last>
 struct UnrolledRange {
     template <class Step>
@@ -31,10 +32,10 @@ struct UnrolledRange {
     }
 };
 
-/// Indices that are not.
+/// The half-open interval [first, last) of indices known only at run time.
 struct IndexRange {
     std::int32_t first;
-    std::int32_t last; ///< one behind the last index
+    std::int32_t last;
 
     template <class Step>
     [[gnu::always_inline]] void forEach(Step step) const
@@ -61,68 +62,74 @@ namespace detail
 
 } // namespace detail
 
-/// The row, among @p rows from @p column on, with the largest absolute value in
-/// @p column: the first of equal ones, and row @p column itself when all are NaN.
-template <class Place, class Column, class Range, class Matrix>
-[[gnu::always_inline]] inline Place pivotPlace(Column column, Range rows, const Matrix& m)
+/// Partial pivoting: the row with the largest absolute value in @p column. The first
+/// of equal values wins, and NaN is never chosen over a number; if all are NaN, the
+/// result is @p column itself.
+///
+/// @param rows  the rows to search; the first of them is @p column
+template <class Position, class Column, class Range, class Matrix>
+[[gnu::always_inline]] inline Position pivotPosition(Column column, Range rows, const Matrix& m)
 {
     using Number = std::remove_cvref_t<decltype(m[column][column])>;
-    Place place = Place{} + static_cast<std::int64_t>(column);
-    Number best = Number{} + belowAllSizes;
+    Position position = Position{} + static_cast<std::int64_t>(column);
+    Number best = Number{} + belowAnyMagnitude;
     rows.forEach([&](auto k) __attribute__((always_inline)) {
         const Number size = detail::absolute(m[k][column]);
         const auto larger = size > best;
         best = larger ? size : best;
-        place = larger ? Place{} + static_cast<std::int64_t>(k) : place;
+        position = larger ? Position{} + static_cast<std::int64_t>(k) : position;
     });
-    return place;
+    return position;
 }
 
-/// Subtracts the row of @p column from each of the rows behind it, in the columns
-/// behind it too. A pivot of 0 divides as 1.0.
+/// Subtracts multiples of the pivot row @p column from all later rows, in the later
+/// columns only. Elements of @p column itself are left unchanged. If the pivot is 0,
+/// the divisor is 1.0 instead, so that a singular matrix is factorised without error.
 ///
-/// @param behind  the rows, and columns, behind @p column
-/// @param keep    called as keep(row, factor) with the factor of each row
+/// @param later  the row and column indices after @p column
+/// @param keep   called as keep(row, factor) with the multiplier of each row
 template <class Column, class Range, class Matrix, class Keep>
-[[gnu::always_inline]] inline void eliminateColumn(Column column, Range behind, Matrix& m,
-                                                   Keep keep)
+[[gnu::always_inline]] inline void eliminateColumn(Column column, Range later, Matrix& m, Keep keep)
 {
     using Number = std::remove_cvref_t<decltype(m[column][column])>;
     const auto isZero = m[column][column] == 0.0;
     const Number divisor = isZero ? Number{} + 1.0 : m[column][column];
-    behind.forEach([&](auto k) __attribute__((always_inline)) {
+    later.forEach([&](auto k) __attribute__((always_inline)) {
         const Number factor = m[k][column] / divisor;
-        behind.forEach([&](auto j)
-                           __attribute__((always_inline)) { m[k][j] -= m[column][j] * factor; });
+        later.forEach([&](auto j)
+                          __attribute__((always_inline)) { m[k][j] -= m[column][j] * factor; });
         keep(k, factor);
     });
 }
 
-/// Takes unknown @p i out of the equations in @p rows, whose right sides are in @p x
-/// too.
+/// Substitutes the known x[i] into the equations in @p rows: subtracts x[i] * m[k][i]
+/// from the right side x[k] of each equation k.
 template <class Index, class Range, class Matrix, class Vector>
-[[gnu::always_inline]] inline void takeOut(Index i, Range rows, const Matrix& m, Vector& x)
+[[gnu::always_inline]] inline void substituteUnknown(Index i, Range rows, const Matrix& m,
+                                                     Vector& x)
 {
     rows.forEach([&](auto k) __attribute__((always_inline)) { x[k] -= x[i] * m[k][i]; });
 }
 
-/// Solves a system whose lower triangle is @p lower, with 1 on the diagonal.
+/// Forward substitution: solves lower * y = x in place, where @p lower is a lower
+/// triangular matrix. Its diagonal counts as 1 and is not read.
 template <std::size_t N, class Matrix, class Number>
 [[gnu::always_inline]] inline void substituteForward(const Matrix& lower, std::array<Number, N>& x)
 {
     forEachIndex<0, N>([&](auto i) __attribute__((always_inline)) {
-        takeOut(i, UnrolledRange<i + 1, N>(), lower, x);
+        substituteUnknown(i, UnrolledRange<i + 1, N>(), lower, x);
     });
 }
 
-/// Solves a system whose upper triangle is @p upper.
+/// Back substitution: solves upper * y = x in place, where @p upper is an upper
+/// triangular matrix. A zero on its diagonal gives infinities or NaN.
 template <std::size_t N, class Matrix, class Number>
 [[gnu::always_inline]] inline void substituteBack(const Matrix& upper, std::array<Number, N>& x)
 {
     forEachIndex<0, N>([&](auto step) __attribute__((always_inline)) {
         constexpr std::size_t i = N - 1 - step;
         x[i] /= upper[i][i];
-        takeOut(i, UnrolledRange<0, i>(), upper, x);
+        substituteUnknown(i, UnrolledRange<0, i>(), upper, x);
     });
 }
 

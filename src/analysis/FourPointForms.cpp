@@ -24,7 +24,7 @@ LeastSquarePlane::LeastSquarePlane(const QList<double>& R1, const QList<double>&
     }
 }
 
-/// Four targets, the first of them at @p at in the blocks.
+/// Solves the four targets that begin at index @p at of the blocks.
 void LeastSquarePlane::solveAt(std::span<const BlockView> T, const BlockView& TV, int at, Block& a,
                                Block& thickness) const
 {
@@ -72,7 +72,7 @@ double leastSquareFourPoints(double TV, double R1V, double R2V, double EV, const
     const qsizetype count = std::min({T.size(), R1.size(), R2.size(), E.size()});
     const LeastSquarePlane plane(R1.first(count), R2.first(count), E.first(count),
                                  {R1V, R2V, EV, r});
-    // One target in the first place of a block.
+    // A single target is solved as the first element of an otherwise empty block.
     std::vector<Block> values(static_cast<std::size_t>(count) + 1);
     for (qsizetype i = 0; i < count; ++i) {
         values[static_cast<std::size_t>(i)].front() = T.at(i);

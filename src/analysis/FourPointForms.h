@@ -1,13 +1,14 @@
-// The three forms of the four-points method: from the values of a target and of
-// two references at a few energies to the fraction of the first reference and
-// the thickness.
+// The three forms of the four-points method. Each calculates the fraction of the
+// first reference and the thickness from the absorbance of a target and of two
+// references at a few energies.
 //
-// None of them guards against a zero divisor: infinities and NaN flow into the
-// results, where the user sees them. All of them run once per pixel of a map.
+// No form guards against a zero divisor: infinities and NaN go into the results,
+// where the user sees them.
 //
-// The forms may work on several pixels side by side because each operation is made
-// for each pixel in the order of the formula. The sums over the rows that do not
-// depend on the target are made beforehand, from the same terms in the same order.
+// A map calculation runs a form on four pixels side by side. Each pixel still gets
+// the operations of the formula in their order, so the result is bit-identical to a
+// loop over single pixels. Sums that do not depend on the target are formed once,
+// from the same terms in the same order.
 #pragma once
 
 #include "analysis/Lanes.h"
@@ -20,15 +21,14 @@
 namespace analysis
 {
 
-/// A target's fraction of the first reference, and its thickness relative to
-/// the references.
+/// The result of a form for one target.
 struct FractionAndThickness {
-    double a = 0.0;
-    double thickness = 0.0;
+    double a = 0.0;         ///< fraction of the first reference
+    double thickness = 0.0; ///< relative to the references
 };
 
-/// A series (target or reference) at rows 0 and 1 and at the V row; with Lanes as
-/// @p Number, four of them side by side.
+/// The mut of a target or a reference at rows 0 and 1 and at the V row. With Lanes
+/// as @p Number it holds four targets side by side.
 template <class Number>
 struct ThreeOf {
     Number at0{};
@@ -37,21 +37,25 @@ struct ThreeOf {
 };
 using ThreeValues = ThreeOf<double>;
 
-/// Fraction of the first reference by three points:
-/// a = (f(T) - f(R2)) / (f(R1) - f(R2)) with f(X) = (X_V - X_0) / (X_1 - X_0).
+/// Fraction of the first reference by the three-point form:
+/// a = (f(T) - f(R2)) / (f(R1) - f(R2)) with f(X) = (X_V - X_0) / (X_1 - X_0),
+/// where f is the relative height of the V point: 0 at row 0, 1 at row 1.
+/// @return the fraction; not clamped
 template <class Number = double>
 [[gnu::always_inline]] inline Number
 threePointFraction(const ThreeOf<Number>& t, const ThreeValues& r1, const ThreeValues& r2)
 {
-    const Number ofT = (t.atV - t.at0) / (t.at1 - t.at0);
-    const double ofR1 = (r1.atV - r1.at0) / (r1.at1 - r1.at0);
-    const double ofR2 = (r2.atV - r2.at0) / (r2.at1 - r2.at0);
-    return (ofT - ofR2) / (ofR1 - ofR2);
+    const Number fT = (t.atV - t.at0) / (t.at1 - t.at0);
+    const double fR1 = (r1.atV - r1.at0) / (r1.at1 - r1.at0);
+    const double fR2 = (r2.atV - r2.at0) / (r2.at1 - r2.at0);
+    return (fT - fR2) / (fR1 - fR2);
 }
 
-/// Thickness by three points. The divisor mixes both references on purpose
-/// (the second reference's row 0 under the first one's row 1): results stay
-/// comparable with earlier data.
+/// Thickness by the three-point form:
+/// (T_1 - T_0) / (0.5 * ((R1_1 - R2_0) + (R1_1 - R1_0))).
+///
+/// The first bracket mixes the references on purpose (R1_1 - R2_0, not
+/// R2_1 - R2_0), so that results stay comparable with earlier data.
 template <class Number = double>
 [[gnu::always_inline]] inline Number
 threePointThickness(const ThreeOf<Number>& t, const ThreeValues& r1, const ThreeValues& r2)
@@ -59,8 +63,8 @@ threePointThickness(const ThreeOf<Number>& t, const ThreeValues& r1, const Three
     return (t.at1 - t.at0) / (0.5 * ((r1.at1 - r2.at0) + (r1.at1 - r1.at0)));
 }
 
-/// exactFourPoints() for one target, or for as many as @p Number has numbers side
-/// by side.
+/// exactFourPoints() for one target (@p Number is double) or for four targets side
+/// by side (Lanes).
 template <class Number>
 [[gnu::always_inline]] inline Number
 exactFourPointsOf(const Number& T0, const Number& T1, const Number& T2, const Number& TV,
@@ -84,16 +88,22 @@ exactFourPointsOf(const Number& T0, const Number& T1, const Number& T2, const Nu
     return ((B - TV) * (p * q) + R2V * p) / (R2V * p - R1V * q);
 }
 
-/// Fraction of the first reference by the plane S = c0 + c1 E + c2 T through
-/// three rows, with S = R1 + R2, in closed form.
+/// Fraction of the first reference by the exact form.
 ///
-/// @param T0,T1,T2,TV      target's mut at the three rows and the V row
-/// @param R1_0,...,R1V     first reference's mut there
-/// @param R2_0,...,R2V     second reference's mut there
-/// @param E0,E1,E2,EV      energies, eV
-/// @param r                edge jump of the first over the second reference
-/// @param tts              takes the relative thickness 2 / c2
-/// @return the fraction; not clamped
+/// The model of the target is T = (t/2) S + mu0 + k E with S = R1 + R2. It is the
+/// plane S = c0 + c1 E + c2 T through three rows, with t = 2 / c2, mu0 = -c0 / c2 and
+/// k = -c1 / c2. Cramer's rule gives c2 and the background B = mu0 + k E_V at the V
+/// row. The fraction a then solves
+/// T_V = B + a R1_V / p + (1 - a) R2_V / q with p = r c2 / (r + 1) and
+/// q = c2 / (r + 1).
+///
+/// @param T0,T1,T2,TV          mut of the target at the three rows and at the V row
+/// @param R1_0,R1_1,R1_2,R1V   mut of the first reference at the same rows
+/// @param R2_0,R2_1,R2_2,R2V   mut of the second reference at the same rows
+/// @param E0,E1,E2,EV          energies of the rows, eV
+/// @param r                    edge jump of the first over the second reference
+/// @param[out] tts             the relative thickness t = 2 / c2
+/// @return the fraction a; not clamped, infinite or NaN where a divisor is 0
 inline double exactFourPoints(double T0, double T1, double T2, double TV, double R1_0, double R1_1,
                               double R1_2, double R1V, double R2_0, double R2_1, double R2_2,
                               double R2V, double E0, double E1, double E2, double EV, double r,
@@ -103,31 +113,37 @@ inline double exactFourPoints(double T0, double T1, double T2, double TV, double
                              E2, EV, r, tts);
 }
 
-/// Both references and the energy (eV) at the V row, and the ratio of the
-/// references' edge jumps.
+/// The references and the energy at the V row, and the references' edge jump ratio.
 struct VPointNumbers {
-    double R1V = 0.0;
-    double R2V = 0.0;
-    double EV = 0.0;
-    double r = 0.0;
+    double R1V = 0.0; ///< mut of the first reference
+    double R2V = 0.0; ///< mut of the second reference
+    double EV = 0.0;  ///< eV
+    double r = 0.0;   ///< edge jump of the first over the second reference
 };
 
-/// The least-square plane S = c0 + c1 E + c2 T over any number of rows, with
-/// all sums that do not depend on the target made beforehand.
+/// The least-square form: the model of exactFourPoints(), with the plane
+/// S = c0 + c1 E + c2 T fitted to any number of rows.
+///
+/// The plane is a least-squares fit by the normal equations. Sums that do not depend
+/// on the target are formed once, in the constructor.
 class LeastSquarePlane
 {
 public:
-    /// @param R1,R2,E  references' mut and energies (eV) of the rows, row order;
-    ///                 the shortest of the lists counts
+    /// @param R1,R2,E  mut of the references and energies (eV), one value per row;
+    ///                 surplus values of longer lists are ignored
+    /// @param v        the numbers of the V row
     LeastSquarePlane(const QList<double>& R1, const QList<double>& R2, const QList<double>& E,
                      const VPointNumbers& v);
 
-    /// Fraction and thickness of the first @p count targets of a block, at most
-    /// blockPixels; both results are undefined from there on.
+    /// Calculates fraction and thickness of the targets in a block.
     ///
-    /// @param T             for each row the block of the targets' mut
-    /// @param TV            the targets' mut at the V row
-    /// @param instructions  must be available; all give the same bits
+    /// @param T               mut of the targets, one block per row in row order
+    /// @param TV              mut of the targets at the V row
+    /// @param count           number of targets, at most blockPixels; later elements of
+    ///                        the results are undefined
+    /// @param[out] a          fraction of the first reference; not clamped
+    /// @param[out] thickness  relative thickness 2 / c2
+    /// @param instructions    one of availableInstructions(); all give identical bits
     void solve(std::span<const BlockView> T, const BlockView& TV, int count, Block& a,
                Block& thickness, Instructions instructions = fastestInstructions()) const;
 
@@ -149,15 +165,17 @@ private:
     double m_sSE = 0.0;
 };
 
-/// Fraction of the first reference by the least-square plane; the same model as
-/// exactFourPoints(), over any number of rows.
+/// Fraction of the first reference by the least-square form, for one target; see
+/// LeastSquarePlane.
 ///
-/// @param TV,R1V,R2V,EV  target, references and energy (eV) at the V row
-/// @param T,R1,R2,E      the other rows; the shortest list counts
+/// @param TV,R1V,R2V,EV  mut of target and references, and energy (eV), at the V row
+/// @param T,R1,R2,E      the same at the other rows; surplus values of longer lists
+///                       are ignored
 /// @param r              edge jump of the first over the second reference
-/// @param tts            takes the relative thickness
-/// @return the fraction; not clamped. Too few or singular rows give what the
-///         matrix library's zero-pivot rule gives.
+/// @param[out] tts       the relative thickness
+/// @return the fraction; not clamped. Fewer than three rows, or singular ones, raise
+///         no error: a zero pivot is handled as in SmallMatrix::luDecompose(), and
+///         the result has no meaning or is infinite or NaN.
 double leastSquareFourPoints(double TV, double R1V, double R2V, double EV, const QList<double>& T,
                              const QList<double>& R1, const QList<double>& R2,
                              const QList<double>& E, double r, double* tts);

@@ -1,4 +1,4 @@
-// The linear combination fit of the target spectrum.
+// FourPs: the linear combination fit of the target spectrum.
 
 #include "panel/FourPs.h"
 

@@ -1,4 +1,4 @@
-// The calculation on the stack of maps.
+// FourPs: the calculation on the stack of maps.
 
 #include "panel/FourPs.h"
 
@@ -18,7 +18,7 @@ using analysis::Variant;
 namespace
 {
 
-void start(const QList<Histgram*>& histograms)
+void initHistograms(const QList<Histgram*>& histograms)
 {
     for (Histgram* histogram : histograms) {
         histogram->init();
@@ -78,12 +78,12 @@ void FourPs::runMapForm(Variant variant, MapForm form, analysis::MapStack stack)
     m_latestMap.run(
         analysis::inputsOf(variant, stack), BaseData, {HistV, HistT},
         [this] {
-            start({HistV, HistT});
+            initHistograms({HistV, HistT});
         },
         [&] { form(stack, BaseData, *HistV, *HistT); });
-    // These methods know no shares of single references, and what the latest
-    // non-equivalent run counted is not of this result.
-    start(HistRatio + HistDMut);
+    // This result has no shares of single references, so the counts that the last
+    // non-equivalent run left are cleared.
+    initHistograms(HistRatio + HistDMut);
     Disps->update();
     m_resultMap.showNewResult(std::pair(BaseData.xNum, BaseData.yNum) != sizeBefore);
 }
@@ -98,7 +98,7 @@ void FourPs::mapNEQ(bool victoreen, const CalculationState& state)
         analysis::inputsOf(stack), BaseData,
         QList<analysis::HistogramCounts*>{HistV, HistT} + shares + amounts,
         [this] {
-            start(QList<Histgram*>{HistV, HistT} + HistRatio + HistDMut);
+            initHistograms(QList<Histgram*>{HistV, HistT} + HistRatio + HistDMut);
         },
         [&] {
             analysis::mapNonEquivalent(stack, BaseData, {HistV, HistT, shares, amounts});

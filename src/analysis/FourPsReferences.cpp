@@ -1,4 +1,4 @@
-// Numbers of the reference rows that calculations, scales and files share.
+// FourPs: quantities derived from the reference rows.
 
 #include "panel/FourPs.h"
 

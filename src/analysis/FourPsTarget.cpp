@@ -1,4 +1,4 @@
-// The calculation on the target spectrum.
+// FourPs: the calculation on the target spectrum.
 
 #include "panel/FourPs.h"
 
@@ -78,7 +78,7 @@ void FourPs::targetNEQ(bool victoreen, const CalculationState& state)
         display::showNumber(row->RatioDisp, part.share);
         display::showNumber(row->AmountDisp, part.dMut);
     }
-    // The message comes first here, unlike in showTargetResult().
+    // Here the message is written before the result field, unlike in showTargetResult().
     const QString text = panel::Wording::of(result);
     message(text);
     ui.CalcRes->setText(text);

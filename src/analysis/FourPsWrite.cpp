@@ -1,4 +1,4 @@
-// Result output.
+// FourPs: writing of result and histogram files.
 
 #include "panel/FourPs.h"
 
@@ -16,8 +16,8 @@
 namespace
 {
 
-// The question is made ready but never asked, on purpose: repeated runs write
-// to the same name.
+// The question is built but never shown, on purpose: repeated runs overwrite the
+// same file without asking.
 void prepareOverwriteQuestion(const QFileInfo& target)
 {
     const QMessageBox question(
@@ -45,13 +45,14 @@ void FourPs::write()
                                    m_inputs.wantedColumns())) {
         message(panel::Wording::cannotOpen(path));
     }
-    using Named = std::pair<const Histgram*, QString>;
-    for (const auto& [histogram, name] : {Named(HistV, "HGAlpha"), Named(HistT, "HGThick")}) {
-        // Not said of one that does not exist: the user has not asked for it.
-        QString cutShort;
-        histogram->write(path, name, &cutShort);
-        if (!cutShort.isEmpty()) {
-            message(panel::Wording::cannotOpen(cutShort));
+    using NamedHistogram = std::pair<const Histgram*, QString>;
+    for (const auto& [histogram, name] :
+         {NamedHistogram(HistV, "HGAlpha"), NamedHistogram(HistT, "HGThick")}) {
+        // A missing histogram file is not an error: only existing ones are written.
+        QString incompletePath;
+        histogram->write(path, name, &incompletePath);
+        if (!incompletePath.isEmpty()) {
+            message(panel::Wording::cannotOpen(incompletePath));
         }
     }
 }

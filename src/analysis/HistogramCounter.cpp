@@ -16,69 +16,70 @@ using LaneInts [[gnu::vector_size(16)]] = std::int32_t;
 
 HistogramCounter::HistogramCounter(HistogramCounts& counts)
     : m_counts(counts)
-    , m_places(counts.boxes + 2)
+    , m_tableSize(counts.boxes + 2)
 {
-    if (counts.boxes <= mostBoxesOfTables) {
-        m_found.resize(static_cast<std::size_t>(tables * m_places));
+    if (counts.boxes <= maxTableBoxes) {
+        m_tables.resize(static_cast<std::size_t>(tableCount * m_tableSize));
     }
 }
 
 void HistogramCounter::add(const Block& values, int count, Instructions instructions)
 {
-    std::array<std::int32_t, blockPixels> places;
+    std::array<std::int32_t, blockPixels> indices;
     const double minV = m_counts.minV;
     const double step = m_counts.step;
-    const Lanes most = allLanes(m_counts.boxes); // the index of all values above the range
+    const Lanes aboveRange = allLanes(m_counts.boxes); // index of values above the range
     runKernel(
         instructions, [&]() __attribute__((always_inline)) {
             for (int at = 0; at < count; at += laneCount) {
-                const Lanes place = (loadLanes(values.data() + at) - minV) / step;
-                const LaneBits fits = (place > -1.0) & (place < HistogramCounts::beyondInt);
-                const Lanes known = fits ? place : allLanes(-1.0);
-                // Clamped before the conversion: index + 1 must fit an int.
-                const Lanes held = known < most ? known : most;
-                const LaneInts place0 = __builtin_convertvector(held, LaneInts) + 1;
-                std::memcpy(places.data() + at, &place0, sizeof place0);
+                const Lanes position = (loadLanes(values.data() + at) - minV) / step;
+                const LaneBits inRange =
+                    (position > -1.0) & (position < HistogramCounts::beyondInt);
+                const Lanes checked = inRange ? position : allLanes(-1.0);
+                // Clamped before the conversion, so that the index + 1 fits into an int.
+                const Lanes clamped = checked < aboveRange ? checked : aboveRange;
+                const LaneInts tableIndex = __builtin_convertvector(clamped, LaneInts) + 1;
+                std::memcpy(indices.data() + at, &tableIndex, sizeof tableIndex);
             }
         });
-    if (m_found.empty()) {
-        countDirectly(places.data(), count);
+    if (m_tables.empty()) {
+        countDirectly(indices.data(), count);
         return;
     }
-    int* const found = m_found.data();
+    int* const counts = m_tables.data();
     for (int i = 0; i < count; ++i) {
-        ++found[(i % tables) * m_places + places[static_cast<std::size_t>(i)]];
+        ++counts[(i % tableCount) * m_tableSize + indices[static_cast<std::size_t>(i)]];
     }
 }
 
-void HistogramCounter::countDirectly(const int* places, int count)
+void HistogramCounter::countDirectly(const int* indices, int count)
 {
     int* const bins = m_counts.bins.data();
     for (int i = 0; i < count; ++i) {
-        const int place = places[i];
-        if (place == 0) {
+        const int index = indices[i];
+        if (index == 0) {
             ++m_counts.under;
-        } else if (place > m_counts.boxes) {
+        } else if (index > m_counts.boxes) {
             ++m_counts.over;
         } else {
-            m_counts.total = std::max(m_counts.total, ++bins[place - 1]);
+            m_counts.total = std::max(m_counts.total, ++bins[index - 1]);
         }
     }
 }
 
 void HistogramCounter::finish()
 {
-    if (m_found.empty()) {
+    if (m_tables.empty()) {
         return;
     }
     int* const bins = m_counts.bins.data();
-    for (int table = 0; table < tables; ++table) {
-        const int* const found = m_found.data() + table * m_places;
-        m_counts.under += found[0];
+    for (int table = 0; table < tableCount; ++table) {
+        const int* const counts = m_tables.data() + table * m_tableSize;
+        m_counts.under += counts[0];
         for (int i = 0; i < m_counts.boxes; ++i) {
-            bins[i] += found[i + 1];
+            bins[i] += counts[i + 1];
         }
-        m_counts.over += found[m_counts.boxes + 1];
+        m_counts.over += counts[m_counts.boxes + 1];
     }
     for (int i = 0; i < m_counts.boxes; ++i) {
         m_counts.total = std::max(m_counts.total, bins[i]);

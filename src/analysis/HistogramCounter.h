@@ -1,4 +1,4 @@
-// Counts blocks of values into a histogram.
+// Fast path that counts blocks of values into a histogram.
 #pragma once
 
 #include "analysis/Lanes.h"
@@ -10,38 +10,38 @@ namespace analysis
 
 struct HistogramCounts;
 
-/// Collects what HistogramCounts::add() would count, for many values at a time.
+/// The fast path of HistogramCounts::add(), for many values at a time.
 ///
-/// It may differ from adding one by one, since counts do not depend on the order
-/// of values and each value's bin is found by the same operations. The highest
-/// count is looked for once at the end, which it reaches there at the latest.
+/// The final counts equal those of single calls of add(): each bin index is calculated
+/// by the same operations, and counts do not depend on the order of the values. The
+/// highest count is searched once at the end, which is valid because counts only grow.
 class HistogramCounter
 {
 public:
-    /// @param counts  started by the caller; must outlive this; has all of the
-    ///                counts after finish() and not before
+    /// @param counts  a histogram on which start() was called; must outlive the
+    ///                counter. It is complete only after finish().
     explicit HistogramCounter(HistogramCounts& counts);
 
-    /// Counts the first @p count values of a block. All instructions that are
-    /// available count the same.
+    /// Counts the first @p count elements of @p values.
+    /// @param instructions  one of availableInstructions(); all give the same counts
     void add(const Block& values, int count, Instructions instructions = fastestInstructions());
 
-    /// Adds what was counted to the histogram.
+    /// Adds the collected counts to the histogram. Call once, after the last add().
     void finish();
 
 private:
-    /// Neighbouring pixels often fall into the same bin, and a count can only
-    /// grow after it has been written: with several counts for each bin they do
-    /// not wait for each other. Very many bins are counted in the histogram itself,
-    /// since to prepare and to add up so many would take longer than to wait.
-    static constexpr int tables = 4;
-    static constexpr int mostBoxesOfTables = 1024;
+    /// Neighbouring pixels often fall into the same bin, and each increment then waits
+    /// for the previous store. Consecutive values are therefore counted in different
+    /// tables, which finish() adds up. Histograms with very many bins are counted directly:
+    /// clearing and adding up the tables would take longer than the waiting.
+    static constexpr int tableCount = 4;
+    static constexpr int maxTableBoxes = 1024;
 
-    void countDirectly(const int* places, int count);
+    void countDirectly(const int* indices, int count);
 
     HistogramCounts& m_counts;
-    int m_places = 0;         ///< of a table: one for what lies below, the bins, one for above
-    std::vector<int> m_found; ///< the tables; empty where they are not used
+    int m_tableSize = 0;       ///< counts per table: below the range, the bins, above the range
+    std::vector<int> m_tables; ///< one table after another; empty if counted directly
 };
 
 } // namespace analysis

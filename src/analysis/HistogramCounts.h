@@ -1,4 +1,4 @@
-// Counting of values into equal bins.
+// A histogram with bins of equal width.
 #pragma once
 
 #include <QByteArray>
@@ -7,37 +7,45 @@
 namespace analysis
 {
 
-/// A histogram's limits and counts. From and To of the user are the centres of
-/// the first and the last bin, so the outer edges lie half a bin beyond them.
-/// Limits are in the unit of what is counted: valence, or thickness relative to
-/// the references.
+/// The limits and counts of a histogram.
+///
+/// The user's limits "From" and "To" are the centres of the first and the last bin, so
+/// the outer edges are half a bin further out. Limits have the unit of the counted
+/// quantity: valence, or thickness relative to the references.
 struct HistogramCounts {
-    /// The most bins that are counted, whatever number was asked for.
+    /// The maximum number of bins.
     static constexpr int maxBoxes = 1'000'000;
 
-    /// 2^31, the first number that is too large for the index of a bin.
+    /// 2^31, the smallest positive number that an int cannot hold.
     static constexpr double beyondInt = 2147483648.0;
 
-    /// The number of bins that a number typed by the user stands for: truncated,
-    /// 0 below 1 and for NaN, at most maxBoxes.
+    /// Converts a number typed by the user to a number of bins: truncated, at most
+    /// maxBoxes, and 0 for numbers below 1 and for NaN.
     static int boxesFrom(double number);
 
-    /// Sets limits and bin width, and zeroes all counts. @p boxCount is held to 0
-    /// to maxBoxes. One bin divides by zero: every value then counts below the
-    /// range. No bin has a width of from - to, and every value counts outside.
+    /// Sets limits and bin width, and zeroes all counts.
+    ///
+    /// The bin width is (to - from) / (boxCount - 1). With one bin the division by zero
+    /// makes every value count as below the range. Without bins the width is from - to,
+    /// and every value counts as below or above the range.
+    ///
+    /// @param from,to   centres of the first and the last bin
+    /// @param boxCount  number of bins, clamped to 0 ... maxBoxes
     void start(double from, double to, int boxCount);
 
-    /// Counts one value. The bin number is truncated toward zero, so values
-    /// less than one bin below the lower edge fall into bin 0. NaN and what is
-    /// beyond the integer range count below the range, also above it.
+    /// Counts one value.
+    ///
+    /// The bin index (value - minV) / step is truncated toward zero, so values less than
+    /// one bin width below the lower edge fall into bin 0. NaN, and every index outside
+    /// the range of int on either side, counts as below the range.
     void add(double value)
     {
-        const double place = (value - minV) / step;
-        if (!(place > -1.0 && place < beyondInt)) {
+        const double position = (value - minV) / step;
+        if (!(position > -1.0 && position < beyondInt)) {
             ++under;
             return;
         }
-        const int bin = static_cast<int>(place);
+        const int bin = static_cast<int>(position);
         if (bin >= boxes) {
             ++over;
             return;
@@ -46,19 +54,21 @@ struct HistogramCounts {
         total = count > total ? count : total;
     }
 
-    /// The text of a histogram file: a line for each bin, and one before and
-    /// after them for what lay outside; lower edge, centre, upper edge, count.
-    /// Numbers as QString::arg(double) gives them.
+    /// The text of a histogram file.
+    ///
+    /// The first line is for the values below the range and the last line for the values
+    /// above it. Between them there is one line per bin. Each line has lower edge, centre,
+    /// upper edge and count. Numbers are formatted like QString::arg(double).
     QByteArray fileText() const;
 
     double minV = 0.0; ///< lower edge of bin 0
     double maxV = 0.0; ///< upper edge of the last bin
     double step = 0.0; ///< width of one bin
-    int boxes = 0;
-    int total = 0; ///< the highest count of any bin
-    QList<int> bins;
-    int under = 0;
-    int over = 0;
+    int boxes = 0;     ///< number of bins
+    int total = 0;     ///< the highest count of any bin
+    QList<int> bins;   ///< counts of the bins
+    int under = 0;     ///< values below the range
+    int over = 0;      ///< values above the range
 };
 
 } // namespace analysis

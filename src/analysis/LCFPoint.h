@@ -1,12 +1,12 @@
-// One point of the comparison of fits and target results.
+// One point of the plot "LCF vs 4PS".
 #pragma once
 
-/// One run of the linear combination fit beside the target's result at that
-/// time.
+/// The result of one linear combination fit, with the result of the target
+/// calculation at the time of the fit.
 struct LCFPoint {
-    double fourPsA = 0.0;       ///< TargetV
-    double fourPsValence = 0.0; ///< TargetT
+    double fourPsA = 0.0;       ///< fraction of the first reference by the target calculation
+    double fourPsValence = 0.0; ///< valence by the target calculation
     double lcfA = 0.0;          ///< fraction of the first reference by the fit
     double lcfValence = 0.0;    ///< valence of the fit
-    int color = 0;              ///< place in the list of colours
+    int color = 0;              ///< index in the list of colours
 };

@@ -1,9 +1,9 @@
-// Gaussian elimination with partial pivoting for four small systems side by side,
-// for loops over pixels.
+// Gaussian elimination with partial pivoting for four small systems side by side:
+// the fast path for loops over pixels.
 //
-// It may differ from the matrix library in form, since it makes the same
-// operations in the same order for each system. What the library does by a
-// branch is done here by a choice between two values, which has equal bits.
+// Each system gets the same operations in the same order as in SmallMatrix, so the
+// results are bit-identical. Branches of SmallMatrix become selections between two
+// values here, because the four systems can need different pivots.
 #pragma once
 
 #include "analysis/Elimination.h"
@@ -18,7 +18,7 @@ namespace analysis
 namespace detail
 {
 
-/// Exchanges both values in the lanes where @p wanted.
+/// Swaps @p a and @p b in the lanes where @p wanted is set.
 [[gnu::always_inline]] inline void swapIf(const LaneBits& wanted, Lanes& a, Lanes& b)
 {
     const Lanes first = a;
@@ -29,23 +29,23 @@ namespace detail
 
 } // namespace detail
 
-/// Four systems a x = b, on their way to triangular form.
+/// Four systems a x = b of size @p N, which the elimination transforms in place.
 template <std::size_t N>
 struct LaneSystem {
     std::array<std::array<Lanes, N>, N> a;
     std::array<Lanes, N> b;
 
-    /// The row, from @p C on, with the largest absolute value in column @p C:
-    /// the first of equal ones, and @p C itself when all are NaN.
+    /// The pivot row of column @p C in each lane; see pivotPosition().
     template <std::size_t C>
     [[gnu::always_inline]] LaneBits pivotRow() const
     {
-        return pivotPlace<LaneBits>(C, UnrolledRange<C, N>(), a);
+        return pivotPosition<LaneBits>(C, UnrolledRange<C, N>(), a);
     }
 
-    /// Exchanges row @p C with a later one, from column @p C on.
+    /// Swaps row @p C with the pivot row @p row of each lane. Columns before @p C are
+    /// not swapped, because they are not needed any more.
     template <std::size_t C>
-    [[gnu::always_inline]] void moveUp(const LaneBits& row)
+    [[gnu::always_inline]] void swapPivotRow(const LaneBits& row)
     {
         forEachIndex<C + 1, N>([&](auto k) __attribute__((always_inline)) {
             const LaneBits wanted = row == std::int64_t{k};
@@ -56,7 +56,8 @@ struct LaneSystem {
         });
     }
 
-    /// Clears column @p C below the diagonal; the zeros are not written.
+    /// Eliminates column @p C below the diagonal. The zeros are not written, because
+    /// nothing reads them.
     template <std::size_t C>
     [[gnu::always_inline]] void eliminate()
     {
@@ -68,21 +69,20 @@ struct LaneSystem {
     }
 };
 
-/// Turns the right sides b of the systems a x = b into the solutions, unknowns in
-/// the order of the columns; a is used up.
+/// Solves four systems a x = b in place: b becomes x, in the order of the columns,
+/// and a is overwritten.
 ///
-/// Equal to the last bit to SmallMatrix's luDecompose(), forwardSolve() and
-/// backSolve() read through the permutation, whatever the numbers (all NaN
-/// taken as equal): the same choice of pivots, a pivot of 0 that divides as 1.0
-/// in the elimination and as itself at the end. So a singular system gives
-/// infinities or NaN, and no error.
+/// Results are bit-identical to luDecompose(), forwardSolve() and backSolve() of
+/// SmallMatrix, if all NaN count as equal. Pivots are chosen in the same way. A pivot
+/// of 0 is replaced by 1.0 as a divisor of the elimination, but not in the back
+/// substitution, so a singular system gives infinities or NaN and no error.
 ///
-/// Rows are moved here instead of being reached through a permutation.
+/// Unlike in SmallMatrix, rows are swapped, because each lane has its own pivots.
 template <std::size_t N>
 [[gnu::always_inline]] inline void solveLanes(LaneSystem<N>& system)
 {
     forEachIndex<0, N>([&](auto c) __attribute__((always_inline)) {
-        system.template moveUp<c>(system.template pivotRow<c>());
+        system.template swapPivotRow<c>(system.template pivotRow<c>());
         system.template eliminate<c>();
     });
     substituteBack(system.a, system.b);

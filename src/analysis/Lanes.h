@@ -1,10 +1,9 @@
-// Four doubles side by side, and code that is compiled for more than one
-// processor.
+// Vectors of four doubles (SIMD), and kernels compiled for several instruction sets.
 //
-// Each operation on lanes is the operation on doubles, four times over, in the
-// order in which the source states it: a fast path built from them may differ
-// from the simple loop over pixels in its speed alone. No multiplication is
-// contracted with an addition in any version, so all versions give equal bits.
+// An operation on lanes is the same operation on four doubles, in the order of the
+// source. A fast path built from lanes is therefore bit-identical to the loop over
+// single pixels. No version contracts a multiplication and an addition into a fused
+// multiply-add, so the results do not depend on the instruction set.
 #pragma once
 
 #include <array>
@@ -17,26 +16,28 @@
 namespace analysis
 {
 
-/// Four doubles, each with arithmetic of its own: one for each of four pixels.
-/// Comparisons give a mask that the conditional operator takes.
+/// Four doubles, one for each of four pixels; operations apply to each separately.
+/// A comparison gives a mask for the conditional operator.
 ///
-/// Functions that take or return lanes by value are inlined always: how lanes
-/// are passed between functions depends on the processor.
+/// Functions with lanes as arguments or results by value must always be inlined,
+/// because the calling convention for lanes depends on the instruction set.
 using Lanes [[gnu::vector_size(32)]] = double;
+/// Four 64-bit integers: the mask of a comparison, or the bits of four doubles.
 using LaneBits [[gnu::vector_size(32)]] = std::int64_t;
 
 inline constexpr int laneCount = 4;
 
-/// Pixels that a map calculation works on at a time: few enough for all of
-/// their numbers to stay in the fastest cache, and whole lanes.
+/// Number of pixels that a map calculation processes at a time, a multiple of
+/// laneCount. All their values fit into the level 1 cache.
 inline constexpr int blockPixels = 64;
 
-/// One number for each pixel of a block.
+/// One value for each pixel of a block.
 using Block = std::array<double, blockPixels>;
 
-/// The numbers of a block that lie elsewhere.
+/// A non-owning view of a block.
 using BlockView = std::span<const double, blockPixels>;
 
+/// Reads four doubles; @p from needs no alignment.
 [[gnu::always_inline]] inline Lanes loadLanes(const double* from)
 {
     Lanes lanes;
@@ -44,27 +45,28 @@ using BlockView = std::span<const double, blockPixels>;
     return lanes;
 }
 
+/// Writes four doubles; @p to needs no alignment.
 [[gnu::always_inline]] inline void storeLanes(double* to, Lanes lanes)
 {
     std::memcpy(to, &lanes, sizeof lanes);
 }
 
-/// The same number in all lanes.
+/// @p value in all four lanes.
 [[gnu::always_inline]] inline Lanes allLanes(double value)
 {
     return Lanes{value, value, value, value};
 }
 
-/// What a processor can calculate with.
+/// Instruction sets that kernels are compiled for.
 enum class Instructions {
-    Baseline, ///< what every processor of its kind has
-    Wide,     ///< four doubles in one register (AVX2)
+    Baseline, ///< available on every processor of the architecture
+    Wide,     ///< AVX2: four doubles in one register
 };
 
-/// All that this processor has, the fastest one last.
+/// The instruction sets of this processor, the fastest last; never empty.
 const std::vector<Instructions>& availableInstructions();
 
-/// The fastest that this processor has.
+/// The last of availableInstructions().
 Instructions fastestInstructions();
 
 namespace detail
@@ -80,9 +82,12 @@ template <class Kernel>
 
 } // namespace detail
 
-/// Calls @p kernel, compiled for @p instructions, which must be available. To be
-/// so compiled, the kernel's call operator and all that it calls have to be
-/// inlined; mark the operator with gnu::always_inline.
+/// Calls @p kernel in the version compiled for @p instructions.
+///
+/// Only inlined code is compiled for the instruction set: mark the kernel's call
+/// operator, and every function that it calls, with gnu::always_inline.
+///
+/// @param instructions  one of availableInstructions()
 template <class Kernel>
 void runKernel(Instructions instructions, const Kernel& kernel)
 {

@@ -1,4 +1,4 @@
-// The range of a scale.
+// Makes data::Limits and data::noLimits available in this namespace.
 #pragma once
 
 #include "data/Limits.h"

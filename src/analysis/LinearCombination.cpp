@@ -50,9 +50,9 @@ void LinearCombination::factorise()
         m_upper[i] = u[p];
     }
     for (Row& phi : m_basis) {
-        const Row inGivenOrder = phi;
+        const Row unpermuted = phi;
         for (std::size_t i = 0; i < n; ++i) {
-            phi[i] = inGivenOrder[static_cast<std::size_t>(perm[i])];
+            phi[i] = unpermuted[static_cast<std::size_t>(perm[i])];
         }
     }
 }
@@ -75,7 +75,7 @@ std::array<double, LinearCombination::maxUnknowns> solveOne(const LinearCombinat
 
 } // namespace
 
-// A version for each size, so that the loops over the unknowns unroll.
+// One instantiation per size, so that the compiler unrolls the loops over the unknowns.
 std::array<double, LinearCombination::maxUnknowns>
 LinearCombination::coefficients(std::span<const double> values) const
 {

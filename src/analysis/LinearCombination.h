@@ -1,8 +1,4 @@
-// Least-square fits of values by a fixed set of basis functions.
-//
-// The fit may do without a matrix for each set of values, since the matrix and
-// its factors depend on the basis alone. The operations on the values are those
-// of the matrix library, in its order.
+// Linear least-squares fit of values by a fixed set of basis functions.
 #pragma once
 
 #include "analysis/Elimination.h"
@@ -15,35 +11,39 @@
 namespace analysis
 {
 
-/// The linear combination of a few basis functions that comes nearest to given
-/// values, by the normal equations.
+/// Fits given values by a linear combination of a few basis functions: least squares
+/// by the normal equations.
 ///
-/// The matrix depends on the basis alone, so it is built and factorised once,
-/// and a solve for other values costs the right side and two substitutions.
-/// Equal to the last bit (all NaN taken as equal) to a matrix built, factorised
-/// and solved afresh with SmallMatrix for each set of values: a singular basis,
-/// also one with fewer rows than unknowns, gives infinities or NaN, and no
-/// error.
+/// The matrix of the normal equations depends on the basis only. It is built and
+/// factorised once (LU decomposition with partial pivoting). Each set of values then
+/// needs only its right side, a forward substitution and a back substitution.
+///
+/// Results are bit-identical to building and solving the whole system with SmallMatrix
+/// for each set of values, if all NaN count as equal. A singular basis, for example one
+/// with fewer rows than unknowns, raises no error: a zero pivot is handled as in
+/// SmallMatrix::luDecompose().
 class LinearCombination
 {
 public:
     static constexpr int maxUnknowns = 7;
 
-    /// @param unknowns  number of basis functions, 1 to maxUnknowns
-    /// @param basis     their values, row by row: rows * unknowns numbers, a
-    ///                  row for each value that will be fitted
+    /// @param unknowns  number of basis functions, clamped to 1 ... maxUnknowns
+    /// @param basis     values of the basis functions, row-major: one row per value to
+    ///                  be fitted, one column per unknown
     LinearCombination(int unknowns, const std::vector<double>& basis);
 
-    /// The coefficients for @p values: as many as there are unknowns, and zeros
-    /// behind them.
-    /// @pre a value for each row of the basis
+    /// Fits @p values.
+    /// @pre @p values has one value for each row of the basis
+    /// @return one coefficient per unknown, then zeros
     std::array<double, maxUnknowns> coefficients(std::span<const double> values) const;
 
-    /// The first half of a solve, for one set of values or for as many as
-    /// @p Number has numbers side by side: the right sides and the forward
-    /// substitution. @p N is the number of unknowns.
+    /// The first half of a fit: builds the right side of the normal equations and does
+    /// the forward substitution.
     ///
+    /// @tparam N       number of unknowns, as given to the constructor
+    /// @tparam Number  double for one set of values, Lanes for four sets side by side
     /// @param valueAt  called as valueAt(row) for each row of the basis, in order
+    /// @param[out] x   the intermediate result for substituteBack()
     template <std::size_t N, class Number, class ValueAt>
     [[gnu::always_inline]] inline void substituteForward(ValueAt valueAt,
                                                          std::array<Number, N>& x) const
@@ -60,7 +60,8 @@ public:
         analysis::substituteForward(m_lower, x);
     }
 
-    /// The second half: turns @p x into the coefficients.
+    /// The second half of a fit: the back substitution.
+    /// @param[in,out] x  the result of substituteForward(); becomes the coefficients
     template <std::size_t N, class Number>
     [[gnu::always_inline]] inline void substituteBack(std::array<Number, N>& x) const
     {
@@ -73,9 +74,9 @@ private:
     void factorise();
 
     int m_unknowns = 0;
-    /// The basis with its functions in the order of the pivots, and the
-    /// triangles with their rows in that order; the diagonal of the lower one is
-    /// 1 throughout.
+    /// The columns of the basis and the rows of both triangular factors are stored in
+    /// pivot order, so that no permutation is needed in a fit. The lower factor has a
+    /// unit diagonal.
     std::vector<Row> m_basis;
     std::array<Row, maxUnknowns> m_lower{};
     std::array<Row, maxUnknowns> m_upper{};

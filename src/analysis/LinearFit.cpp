@@ -15,13 +15,13 @@ namespace analysis
 namespace
 {
 
-constexpr qsizetype mostReferences = neq::references;
+constexpr qsizetype maxReferences = neq::references;
 
-// The target's points inside a range.
+// The points of the target inside an energy range.
 struct KeptPoints {
     QList<double> angles;
-    QList<double> energies; // working energies
-    std::vector<double> y;
+    QList<double> energies; // working energies, eV
+    std::vector<double> y;  // normalised absorbance
 };
 
 KeptPoints pointsInside(const AMutE& target, const FitRange& range)
@@ -74,7 +74,7 @@ LinearFit fitLinearCombination(const AMutE& target, const QList<const AMutE*>& r
 {
     const KeptPoints kept = pointsInside(target, range);
     QList<QList<double>> refValues;
-    for (const AMutE* reference : references.first(std::min(references.size(), mostReferences))) {
+    for (const AMutE* reference : references.first(std::min(references.size(), maxReferences))) {
         refValues.append(reference->normalisedAt(kept.energies));
     }
     std::vector<double> basis;

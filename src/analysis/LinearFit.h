@@ -1,4 +1,4 @@
-// The target spectrum as a linear combination of the references.
+// Linear combination fit (LCF) of the target spectrum by the reference spectra.
 #pragma once
 
 #include "analysis/LCFPoint.h"
@@ -13,49 +13,58 @@ namespace analysis
 struct CalculationState;
 struct PointState;
 
-/// The energies (eV) that the marked energy-point rows span, and their number;
-/// noLimits without any.
+/// The energy range of a fit: from the lowest to the highest energy of the energy-point
+/// rows that are marked for the fit.
 struct FitRange {
-    Limits energies = noLimits;
-    int rows = 0;
+    Limits energies = noLimits; ///< eV; noLimits without marked rows
+    int rows = 0;               ///< number of marked rows
 
-    /// Two rows at one energy are a range of zero width; a single row is none.
+    /// Whether two or more rows are marked. Two rows at the same energy are a valid
+    /// range of zero width.
     bool isSelected() const { return !(energies.low > energies.high) && rows >= 2; }
 };
 
-/// Range of the rows whose fit box is on, in use or not.
+/// The energy range of all rows marked for the fit. It does not matter whether they are used.
 FitRange fitRange(const QList<PointState>& points);
 
-/// What a fit gives.
+/// The result of a linear combination fit.
 struct LinearFit {
-    QList<double> fractions; ///< the references' coefficients over their sum
-    double valence = 0.0;    ///< sum of coefficient times valence
-    double base = 0.0;       ///< the constant
+    QList<double> fractions; ///< coefficients of the references divided by their sum
+    double valence = 0.0;    ///< sum of coefficient times valence, not divided by their sum
+    double base = 0.0;       ///< the fitted constant
     QList<MutPoint> curve;   ///< the fitted target points: angle, working energy, fit
 };
 
-/// Fits the points of @p target whose working energy lies in @p range (both
-/// ends included) as a linear combination of @p references and a constant, all
-/// spectra normalised by their two lines: least squares by the normal
-/// equations.
+/// Fits @p target by a linear combination of @p references and a constant: least
+/// squares by the normal equations.
 ///
-/// @param references  one to four spectra; more are left out. One with fewer
-///                    than two points counts as 0.0 throughout.
-/// @param valences    of the references; a missing one counts as 0
+/// All spectra are normalised by their pre-edge and post-edge lines. The fit uses the
+/// points of the target whose working energy is in @p range, ends included; references
+/// are interpolated linearly at these energies.
 ///
-/// The valence is that of the coefficients as they are and not divided by
-/// their sum, unlike the fractions: both stay comparable with earlier data, and
-/// do not agree where the sum differs from 1. A range without a point gives
-/// NaN and an empty curve.
+/// Fractions are divided by the sum of the coefficients, but the valence is not. This
+/// is on purpose, to stay comparable with earlier data; the two disagree where the sum
+/// differs from 1.
+///
+/// @param references  one to four spectra; further ones are ignored. A spectrum with
+///                    fewer than two points counts as 0.0 at all energies.
+/// @param valences    valences of the references; a missing one counts as 0
+/// @return the fit; NaN values and an empty curve if no point is in the range
 LinearFit fitLinearCombination(const AMutE& target, const QList<const AMutE*>& references,
                                const QList<double>& valences, const FitRange& range);
 
-/// The fit of the target by the first n used references, n being the number of
-/// used and valid ones: two or more.
+/// Fits the target of @p state by the first n used references, where n is the number
+/// of references that are both used and valid.
+/// @pre planFit() gave @p range, so n is at least two
 LinearFit fitTarget(const CalculationState& state, const FitRange& range);
 
-/// A fit beside the target's fraction of the first reference and its valence, in
-/// the colour at place @p color of the list.
+/// Combines a fit with the result of the target calculation to one point of the
+/// comparison plot.
+///
+/// @param targetA        fraction of the first reference by the target calculation
+/// @param targetValence  valence by the target calculation
+/// @param fit            a fit with at least one reference
+/// @param color          index in the list of colours
 LCFPoint comparisonPoint(double targetA, double targetValence, const LinearFit& fit, int color);
 
 } // namespace analysis

@@ -20,29 +20,30 @@ void fillRows(std::span<A2DRow> rows, const Block& a, const Block& thickness)
         rows[i].intensity = a[i];
         rows[i].i0 = thickness[i];
         if (!rows[i].values.isEmpty()) {
-            rows[i].values = {}; // of an earlier result
+            rows[i].values = {}; // left from an earlier result
         }
     }
 }
 
-/// Whether the absorbance of @p maps is kept for the next calculation. That of very
-/// large maps is not, which saves more memory than it costs time: these forms are
-/// short, and each logarithm is taken once.
-bool isKept(const QList<const A2DData*>& maps)
+/// Whether to cache the absorbance of @p maps for the next calculation. Very large maps
+/// are not cached: the memory would be large, and little time is saved because a form
+/// needs each logarithm only once.
+bool isWorthCaching(const QList<const A2DData*>& maps)
 {
-    constexpr qsizetype mostPixels = qsizetype{1} << 24; // 128 MB
+    constexpr qsizetype maxPixels = qsizetype{1} << 24; // 128 MiB of doubles
     qsizetype pixels = 0;
     for (const A2DData* map : maps) {
         pixels += map->rows.size();
     }
-    return pixels <= mostPixels;
+    return pixels <= maxPixels;
 }
 
-/// The frame that the forms share.
+/// The part that all forms share: result rows, caches and histograms.
 ///
 /// @param points  the rows whose maps are read
-/// @param solve   called as solve(t, count, a, thickness): from the absorbances of
-///                the points at a block to fractions and thicknesses
+/// @param solve   called as solve(t, count, a, thickness) for each block of pixels;
+///                calculates fractions and thicknesses from the absorbances t, one
+///                block per point
 template <class Solve>
 void calculate(const MapStack& stack, const QList<MapPoint>& points, A2DData& result,
                HistogramCounts& valence, HistogramCounts& thickness, Solve solve)
@@ -53,8 +54,8 @@ void calculate(const MapStack& stack, const QList<MapPoint>& points, A2DData& re
     }
     CalculationMemory ownMemory;
     CalculationMemory& memory = stack.memory != nullptr ? *stack.memory : ownMemory;
-    memory.values.keepFirst(0); // the result has no such lists
-    memory.absorbances.prepare(isKept(maps) ? maps : QList<const A2DData*>());
+    memory.values.keepFirst(0); // this result has no value lists
+    memory.absorbances.prepare(isWorthCaching(maps) ? maps : QList<const A2DData*>());
     HistogramCounter valences(valence);
     HistogramCounter thicknesses(thickness);
     const ValenceMix mix = stack.mix;
@@ -73,11 +74,11 @@ void calculate(const MapStack& stack, const QList<MapPoint>& points, A2DData& re
     result.extended = false;
 }
 
-/// The frame of the two forms in closed form: a whole block with four pixels side
-/// by side.
+/// calculate() for a form in closed form, which solves four pixels side by side.
 ///
-/// @param solve  called as solve(t, a, thickness) with the absorbances of the
-///               points at four pixels
+/// @tparam Points  number of @p points
+/// @param solve    called as solve(t, a, thickness) with the absorbances of the points
+///                 at four pixels
 template <std::size_t Points, class Solve>
 void calculateByLanes(const MapStack& stack, const QList<MapPoint>& points, A2DData& result,
                       HistogramCounts& valence, HistogramCounts& thickness, Solve solve)

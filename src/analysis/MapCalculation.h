@@ -1,4 +1,4 @@
-// From a stack of maps to a result map, pixel by pixel.
+// The four-points family on a stack of maps.
 #pragma once
 
 #include "analysis/CalculationChoice.h"
@@ -18,32 +18,37 @@ struct HistogramCounts;
 
 /// One energy-point row of a map calculation.
 struct MapPoint {
-    const A2DData* map = nullptr; ///< read with its own width; never null
+    const A2DData* map = nullptr; ///< never null; read with its own width
     double energy = 0.0;          ///< eV
     double r1 = 0.0;              ///< mut of the first reference
     double r2 = 0.0;              ///< mut of the second reference
 };
 
-/// What a form works on, gathered once.
+/// The input of a map calculation by the four-points family.
 struct MapStack {
-    QList<MapPoint> others;              ///< the rows beside the V row, in row order
-    MapPoint v;                          ///< the V row; its map places the pixels
+    QList<MapPoint> others;              ///< the rows without the V row, in row order
+    MapPoint v;                          ///< the V row; its map fixes the size of the result
     double r = 0.0;                      ///< edge jump of the first over the second reference
-    ValenceMix mix;                      ///< valence of a fraction, for the histogram
-    CalculationMemory* memory = nullptr; ///< null: nothing is kept for the next run
-    Instructions instructions = fastestInstructions(); ///< all give the same bits
+    ValenceMix mix;                      ///< converts a fraction to the valence of the histogram
+    CalculationMemory* memory = nullptr; ///< null: caches are not kept for the next run
+    Instructions instructions = fastestInstructions(); ///< affects speed only
 };
 
-/// Three forms of the four-points method. Each replaces @p result by one row
-/// per pixel of the V row's map (x and y of that map's row, or 0.0 where it has
-/// none; intensity: the fraction a; i0: the thickness), in scan order, with the
-/// V map's size and comment lines; and counts valence and thickness. No pixel
-/// is skipped; one that a map lacks counts as a mut of -1.0.
+/// Calculates a result map by one of the three forms of the four-points method.
 ///
-/// mapThreePoints() takes the first two of the other rows and mapExactFourPoints()
-/// the first three; with fewer they do nothing. mapLeastSquare() takes all.
+/// The result gets the size and the comment lines of the V row's map, and one row per
+/// pixel, row-major: x and y of the pixel's row in the V row's map (0.0 if the map has no
+/// such row), the fraction a as intensity, the thickness as i0, and no value list. Valence
+/// and thickness of each pixel are added to the histograms. No pixel is skipped: where a
+/// map has no row for a pixel, the pixel's mut counts as -1.0. Each map is read with its
+/// own width. Infinities and NaN are stored as they are.
 ///
-/// @param valence,thickness  histograms, started by the caller
+/// mapThreePoints() uses the first two of MapStack::others and mapExactFourPoints() the
+/// first three; with fewer rows they do nothing. mapLeastSquare() uses all of them.
+///
+/// @param stack                      the input
+/// @param[out] result                the result map; earlier contents are replaced
+/// @param[in,out] valence,thickness  histograms on which start() was called
 void mapThreePoints(const MapStack& stack, A2DData& result, HistogramCounts& valence,
                     HistogramCounts& thickness);
 void mapExactFourPoints(const MapStack& stack, A2DData& result, HistogramCounts& valence,
@@ -51,7 +56,7 @@ void mapExactFourPoints(const MapStack& stack, A2DData& result, HistogramCounts&
 void mapLeastSquare(const MapStack& stack, A2DData& result, HistogramCounts& valence,
                     HistogramCounts& thickness);
 
-/// All that @p form reads of @p stack.
+/// Everything in @p stack that affects the result of @p form.
 MapResultCache::Inputs inputsOf(Variant form, const MapStack& stack);
 
 } // namespace analysis

@@ -11,19 +11,19 @@
 namespace analysis
 {
 
-/// Reads one of the thirteen quantities of a result map, pixel by pixel, by its
-/// column in the result file.
+/// Read access to one of the thirteen quantities of a result map. A quantity is
+/// identified by its column in the extended result file; see analysis::neq.
 ///
-/// The non-equivalent method stores them all. The four-points family stores two
-/// numbers for each pixel: of its quantities the share of the first reference is
-/// the fraction a, that of the second 1 - a, the amount the thickness, and the
-/// valence follows from a; every other one reads 0.
+/// The non-equivalent method stores all quantities of a pixel. The four-points family
+/// stores only the fraction a and the thickness. Its share of the first reference is a,
+/// its share of the second reference is 1 - a, its total dMut is the thickness, and its
+/// valence is calculated from a. All other quantities are 0.
 class MapQuantity
 {
 public:
     /// @param result  must outlive the quantity
-    /// @param mix     valence of a fraction
-    /// @param kind    0 to 12; anything else reads 0 everywhere
+    /// @param mix     converts a fraction to a valence; four-points family only
+    /// @param kind    column 0 to 12; any other number gives 0 everywhere
     MapQuantity(const A2DData& result, const ValenceMix& mix, int kind)
         : m_rows(result.rows)
         , m_width(result.xNum)
@@ -33,26 +33,27 @@ public:
     {
     }
 
-    /// The value of row @p index; 0.0 outside the rows, and where the row has
-    /// fewer values. Inline, since a paint asks for every pixel.
+    /// The value of row @p index of the result; 0.0 if there is no such row, or if the
+    /// row's value list is too short. Inline, because a paint reads every pixel.
     double at(qint64 index) const
     {
-        const auto place = static_cast<std::size_t>(index); // past the rows if below 0
-        if (place >= m_rows.size()) {
+        const auto position = static_cast<std::size_t>(index); // a negative index becomes too large
+        if (position >= m_rows.size()) {
             return 0.0;
         }
-        const A2DRow& row = m_rows[place];
+        const A2DRow& row = m_rows[position];
         if (!m_extended) {
-            return ofFraction(row);
+            return fourPointsValue(row);
         }
         return m_kind >= 0 && m_kind < row.values.size() ? row.values.at(m_kind) : 0.0;
     }
 
-    /// The value of the pixel at (x, y), which is found by its position.
+    /// The value of row y * width + x of the result. Coordinates outside the map are not
+    /// checked: the row at that index is used if it exists.
     double at(int x, int y) const { return at(qint64{y} * m_width + x); }
 
 private:
-    double ofFraction(const A2DRow& row) const
+    double fourPointsValue(const A2DRow& row) const
     {
         switch (m_kind) {
         case neq::share:

@@ -29,7 +29,7 @@ bool sameCounts(const QList<HistogramCounts>& a, const QList<HistogramCounts>& b
         [](const HistogramCounts& x, const HistogramCounts& y) { return sameCounts(x, y); });
 }
 
-/// Whether both share their pixels, and claim the same of them.
+/// Whether both maps share the same list of rows and agree in all other fields.
 bool isUnchanged(const A2DData& kept, const A2DData& now)
 {
     return kept.rows.constData() == now.rows.constData() && kept.rows.size() == now.rows.size() &&
@@ -60,7 +60,7 @@ bool MapResultCache::isRepetition(const Inputs& inputs, const A2DData& result,
                                   const QList<HistogramCounts>& counts,
                                   const QList<HistogramCounts>& started) const
 {
-    return m_known && sameBits(m_numbers, inputs.numbers) &&
+    return m_hasEntry && sameBits(m_numbers, inputs.numbers) &&
            std::equal(
                m_maps.cbegin(), m_maps.cend(), inputs.maps.cbegin(), inputs.maps.cend(),
                [](const A2DData& kept, const A2DData* now) { return isUnchanged(kept, *now); }) &&
@@ -72,7 +72,7 @@ void MapResultCache::keep(const Inputs& inputs, const A2DData& result,
                           const QList<HistogramCounts>& counts,
                           const QList<HistogramCounts>& started)
 {
-    m_known = true;
+    m_hasEntry = true;
     m_numbers = inputs.numbers;
     for (const A2DData* map : inputs.maps) {
         m_maps.append(*map);

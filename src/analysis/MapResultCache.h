@@ -1,4 +1,4 @@
-// What the latest map calculation was made of, and what it gave.
+// Inputs and results of the latest map calculation.
 #pragma once
 
 #include "analysis/HistogramCounts.h"
@@ -9,31 +9,30 @@
 namespace analysis
 {
 
-/// Leaves out a map calculation that is repeated with nothing changed: one drag of
-/// the edge runs the whole reflex once for each reference, and its release once
-/// more for each.
+/// Skips a map calculation whose inputs are unchanged.
 ///
-/// A calculation may be left out since it depends on nothing but its inputs, and
-/// result and counts are compared as well. The outcome is the same to the last
-/// bit.
+/// Dragging the edge marker runs the whole chain of updates once per reference, and
+/// releasing it does so again. Skipping is safe because a calculation depends on nothing
+/// but its inputs, and because the result and the histograms are compared too.
 ///
-/// Maps and result are kept as implicitly shared lists. Whoever changes one of
-/// them afterwards gets a copy of his own, which is how the change is seen. What
-/// was replaced stays in memory until the next calculation.
+/// Maps and result are kept as implicitly shared lists. Code that modifies such a list
+/// gets a new copy, and the cache detects the change by the different data pointer. Data
+/// that was replaced therefore stays in memory until the next calculation.
 class MapResultCache
 {
 public:
-    /// All that a calculation reads, beside the limits of its histograms.
+    /// Everything that a calculation reads, except the limits of its histograms.
     struct Inputs {
-        QList<double> numbers;      ///< compared bit for bit; lists go with their lengths
+        QList<double> numbers;      ///< compared bit by bit; put the length before a list
         QList<const A2DData*> maps; ///< never null
     };
 
-    /// Starts the histograms and runs the calculation, or leaves @p result and
-    /// the counts as they are when they are what it would give.
+    /// Runs the calculation, unless @p result and the histograms already hold what it
+    /// would give; they are then left unchanged.
     ///
-    /// @param start      zeroes the histograms with the present limits
-    /// @param calculate  fills @p result and counts
+    /// @param start      called as start(); sets the current limits of the histograms and
+    ///                   zeroes their counts
+    /// @param calculate  called as calculate(); fills @p result and @p histograms
     template <class Start, class Calculate>
     void run(const Inputs& inputs, A2DData& result, const QList<HistogramCounts*>& histograms,
              Start start, Calculate calculate)
@@ -45,7 +44,7 @@ public:
             restore(histograms, before);
             return;
         }
-        // Shared lists would be copied by the calculation's writing.
+        // Releases the shared lists: otherwise the calculation's first write would copy them.
         *this = MapResultCache();
         calculate();
         keep(inputs, result, countsOf(histograms), started);
@@ -61,7 +60,7 @@ private:
     void keep(const Inputs& inputs, const A2DData& result, const QList<HistogramCounts>& counts,
               const QList<HistogramCounts>& started);
 
-    bool m_known = false;
+    bool m_hasEntry = false;
     QList<double> m_numbers;
     QList<A2DData> m_maps;
     A2DData m_result;

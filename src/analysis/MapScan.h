@@ -1,4 +1,4 @@
-// The extremes of a map, and the place of a point on it.
+// Extremes of a map, and the pixel at a position.
 #pragma once
 
 #include "analysis/Limits.h"
@@ -10,21 +10,22 @@
 namespace analysis
 {
 
-/// The lowest and the highest value over the pixels that @p map claims; NaN
-/// changes neither. Nothing when no pixel has a value.
+/// The lowest and the highest value of a map.
 ///
-/// @param valueAt  called as valueAt(x, y)
+/// @param map      only its size xNum by yNum is used
+/// @param valueAt  called as valueAt(x, y) for each pixel, row-major
+/// @return the extremes; NaN is ignored. No value if there are no pixels, or all are NaN.
 template <class ValueAt>
 std::optional<Limits> scanMap(const A2DData& map, ValueAt valueAt)
 {
-    data::cleanVectorRegisters(); // most often this runs within a paint
+    data::cleanVectorRegisters(); // a paint, the usual caller, leaves them dirty
     Limits found = noLimits;
     for (int y = 0; y < map.yNum; ++y) {
         for (int x = 0; x < map.xNum; ++x) {
             found.widen(valueAt(x, y));
         }
         if (map.xNum <= 0) {
-            break; // no pixel in any line
+            break; // no pixels: do not loop over a large yNum
         }
     }
     if (found.low > found.high) {
@@ -39,8 +40,10 @@ struct MapPixel {
     int y = 0;
 };
 
-/// The pixel at a place in the view of @p map (pixels from its lower left
-/// corner); nothing outside the map, and for NaN.
+/// The pixel at a position in the view of @p map.
+///
+/// @param x,y  position in pixels from the lower left corner; truncated
+/// @return no value outside the map and for NaN
 std::optional<MapPixel> pixelAt(const A2DData& map, double x, double y);
 
 } // namespace analysis

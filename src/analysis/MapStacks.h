@@ -1,4 +1,4 @@
-// The stacks of maps that a calculation works on.
+// Builds the input of map calculations from the state of the panel.
 #pragma once
 
 #include "analysis/MapCalculation.h"
@@ -10,12 +10,16 @@ namespace analysis
 struct CalculationState;
 struct CollectedRows;
 
-/// The maps of @p rows for a form of the four-points family; of a row without a
-/// map it has an empty one. Nothing is kept for the next run unless the caller
-/// names its memory.
+/// The input of the four-points family for @p rows, which must have a V row. A row without
+/// a loaded map contributes an empty map. The caller sets MapStack::memory if caches should
+/// be kept for the next run.
 MapStack mapStack(const CalculationState& state, const CollectedRows& rows);
 
-/// The maps of all rows in use for the non-equivalent method, likewise.
+/// The input of the non-equivalent method for all used rows, with or without a loaded map.
+/// The caller sets NeqStack::memory if caches should be kept for the next run.
+///
+/// @param state      must have at least one energy-point row
+/// @param victoreen  selects the Victoreen background instead of the linear one
 NeqStack neqStack(const CalculationState& state, bool victoreen);
 
 } // namespace analysis

@@ -1,5 +1,5 @@
-// The non-equivalent method: every reference's share of a target, by one linear
-// least-square fit over all energies in use.
+// The non-equivalent method: the share of every reference in a target, by one linear
+// least-squares fit over all energies in use.
 #pragma once
 
 #include "analysis/LinearCombination.h"
@@ -18,60 +18,78 @@ namespace analysis
 struct PointState;
 class ReferenceSet;
 
-/// What the fit knows of the references, made once per calculation.
+/// The input of the fit that does not depend on the target, built once per calculation.
 struct NeqInputs {
-    QList<QList<double>> refValues; ///< for each reference, its mut at each row, background off
+    QList<QList<double>> refValues; ///< [reference][row]: mut minus the background line
     QList<double> energies;         ///< of the rows, eV
-    QList<double> weights;          ///< for each reference, its edge jump over jumpSum
-    QList<double> valences;         ///< of the references
+    QList<double> weights;          ///< per reference: edge jump divided by jumpSum
+    QList<double> valences;         ///< per reference
     double jumpSum = 0.0;           ///< sum of the references' edge jumps
-    int baseRow = 0;                ///< the first of the rows; 0 without any
-    QList<int> rowIndices;          ///< the rows in use, with a map or without
+    int baseRow = 0;                ///< the first of rowIndices; 0 without rows
+    QList<int> rowIndices;          ///< the used rows, with or without a map
 };
 
-/// Gathers the references at all used rows.
+/// Builds the input of the fit for all used rows.
 ///
-/// @param spectra  the spectra of the first n used references, n being the
-///                 number of used and valid ones; a surplus is left out
-/// @param subPost  take the post-edge line off, instead of the pre-edge line
+/// A sum of edge jumps of 0 makes the weights infinite or NaN. Rows outside the energy
+/// range of a spectrum use its extrapolated end segment.
+///
+/// @param points      the energy-point rows
+/// @param references  the reference rows
+/// @param spectra     spectra of the first n used references, where n is the number of
+///                    references that are both used and valid; further ones are ignored
+/// @param subPost     subtract the post-edge line instead of the pre-edge line
 NeqInputs neqPrepare(const QList<PointState>& points, const ReferenceSet& references,
                      const QList<const AMutE*>& spectra, bool subPost);
 
-/// A target spectrum's mut at each of @p energies (eV), less its post-edge line
-/// (@p subPost) or its pre-edge line.
+/// The mut of a target spectrum minus a background line, at each of @p energies (eV).
+///
+/// @param subPost  subtract the post-edge line instead of the pre-edge line
+/// @return one value per energy, linearly interpolated between points; 0.0 for a spectrum
+///         with fewer than two points
 QList<double> neqTargetValues(const AMutE& target, const QList<double>& energies, bool subPost);
 
-/// The fit with all that does not depend on the target made beforehand.
+/// The least-squares fit of targets by references and a background.
 ///
-/// The model is T(E) = sum_j x_j R_j(E) + Mut0 + C1 L^3 + C2 L^4 with
-/// L = hc / E (Victoreen), or + C1 E in place of the last two terms (linear);
-/// E in eV, L in angstrom. An energy of 0 makes L infinite and all results NaN.
+/// The model is T(E) = sum_j x_j R_j(E) + Mut0 + C1 L^3 + C2 L^4 with L = hc / E
+/// (Victoreen's formula plus a constant), or T(E) = sum_j x_j R_j(E) + Mut0 + C1 E
+/// (linear); E in eV, L in angstrom. The share of reference j is its coefficient x_j times
+/// its weight, divided by the sum of these products over all references.
+///
+/// The part that does not depend on the target is calculated once, in the constructor; see
+/// LinearCombination. With the Victoreen background, an energy of 0 makes L infinite and
+/// all results NaN. Fewer rows than unknowns raise no error: a zero pivot is handled as in
+/// SmallMatrix::luDecompose().
 class NeqFit
 {
 public:
-    /// @param refValues  as in NeqInputs; the shortest of its lists and
-    ///                   @p energies counts. More than four references are cut,
-    ///                   and one without a weight counts with 0.
+    /// @param victoreen  selects the Victoreen background instead of the linear one
+    /// @param refValues  as in NeqInputs; references after the fourth are ignored
+    /// @param energies   of the rows, eV. Only rows that @p energies and all lists of
+    ///                   @p refValues have are used.
+    /// @param weights    as in NeqInputs; a missing weight counts as 0
     NeqFit(bool victoreen, const QList<QList<double>>& refValues, const QList<double>& energies,
            const QList<double>& weights);
 
-    /// The numbers of references and of background terms, known to the compiler.
+    /// Numbers of references and background terms as compile-time constants.
     template <std::size_t References, std::size_t Terms>
     struct Size {
         static constexpr std::size_t unknowns = References + Terms;
     };
 
-    /// Calls @p solve with the Size of this fit.
+    /// Calls @p solve as solve(size), where size is the Size of this fit.
     template <class Solve>
     void withSize(Solve solve) const
     {
         m_terms == 3 ? withReferences<3>(solve) : withReferences<2>(solve);
     }
 
-    /// The first half of a solve, for one target or for as many as @p Number has
-    /// numbers side by side.
+    /// The first half of a fit; the first argument is the Size of this fit.
     ///
-    /// @param targetAt  called as targetAt(row) for each of rows(), in order
+    /// @tparam Number   double for one target, Lanes for four targets side by side
+    /// @param targetAt  called as targetAt(row) for each row below rows(), in order; the
+    ///                  target's mut minus its background line
+    /// @param[out] x    the intermediate result for finish()
     template <std::size_t References, std::size_t Terms, class Number, class TargetAt>
     [[gnu::always_inline]] inline void begin(Size<References, Terms> /*of this fit*/,
                                              TargetAt targetAt,
@@ -80,9 +98,12 @@ public:
         m_fit.substituteForward(targetAt, x);
     }
 
-    /// The second half: the places share and mut0 to c2 of @p out; all other
-    /// places become 0.
-    /// @return the sum of the coefficients, each times its weight
+    /// The second half of a fit: sets the shares and the background terms in @p out (indices
+    /// share and mut0 to c2 of analysis::neq) and zeroes its other elements. A sum of 0
+    /// makes the shares infinite or NaN.
+    ///
+    /// @param[in,out] x  the result of begin(); becomes the coefficients
+    /// @return the sum of coefficient times weight over the references
     template <std::size_t References, std::size_t Terms, class Number>
     [[gnu::always_inline]] inline Number finish(Size<References, Terms> /*of this fit*/,
                                                 std::array<Number, References + Terms>& x,
@@ -97,7 +118,7 @@ public:
             out[i] = x[i] * m_weights[i];
             sum += out[i];
         }
-        // Places without a reference too: with a sum of 0 or NaN they show it.
+        // On purpose also where no reference exists: a sum of 0 or NaN then gives NaN there.
         for (std::size_t i = 0; i < neq::references; ++i) {
             out[i] /= sum;
         }
@@ -107,7 +128,10 @@ public:
         return sum;
     }
 
+    /// Number of rows that the fit uses.
     int rows() const { return m_rows; }
+
+    /// Number of references that the fit uses, at most four.
     int references() const { return m_references; }
 
 private:
@@ -129,24 +153,33 @@ private:
     }
 
     int m_references = 0;
-    int m_terms = 0; ///< of the background
+    int m_terms = 0; ///< number of background terms
     int m_rows = 0;
     std::array<double, neq::references> m_weights{};
     LinearCombination m_fit;
 };
 
-/// The fit of one target by itself: @p out gets neq::count values as from
-/// NeqFit::solve() and @p sum its sum. @p T may have fewer values than there
-/// are energies; then only the first rows count.
+/// Fits a single target; see NeqFit for the model and the other parameters.
+///
+/// @param T         the target's mut minus its background line, one value per row. If
+///                  there are fewer values than energies, only the first rows are used.
+/// @param[out] sum  the sum of coefficient times weight over the references
+/// @param[out] out  neq::count values as from NeqFit::finish()
 void neqSolve(bool victoreen, const QList<double>& T, const QList<QList<double>>& refValues,
               const QList<double>& energies, const QList<double>& weights, double* sum,
               QList<double>& out);
 
-/// The valence that shares stand for: the sum of share times valence over the
-/// references. A reference without a valence counts as 0.
+/// The mean valence of a mixture: the sum of share times valence over the references.
+///
+/// @param out       a list of values with at least the shares, see analysis::neq
+/// @param valences  per reference; a missing one counts as 0
 double neqValence(const QList<double>& out, const QList<double>& valences);
 
-/// All values of one target spectrum.
+/// Calculates all neq::count values of one target spectrum; see analysis::neq for their
+/// order. The dMut of a reference is its share times sum * jumpSum, the total dMut.
+///
+/// @param victoreen  selects the Victoreen background instead of the linear one
+/// @param T          as from neqTargetValues()
 QList<double> neqTargetResult(bool victoreen, const QList<double>& T, const NeqInputs& inputs);
 
 } // namespace analysis

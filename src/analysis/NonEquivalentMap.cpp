@@ -18,7 +18,7 @@ namespace
 
 using BlockValues = std::array<Block, neq::count>;
 
-/// All values of a block of pixels from the absorbances at each row.
+/// Calculates the values of a block of pixels from their absorbances at each row.
 class BlockSolver
 {
 public:
@@ -42,8 +42,9 @@ public:
             std::array<Block, size.unknowns> x;
             runKernel(
                 m_instructions, [&]() __attribute__((always_inline)) {
-                    // Two loops, since each quotient of the second one waits for the
-                    // one before: in a short loop those of several pixels overlap.
+                    // Two loops for speed: the divisions of the back substitution depend
+                    // on each other. In a short separate loop, the processor can overlap the
+                    // divisions of several pixels.
                     for (int at = 0; at < count; at += laneCount) {
                         beginAt(size, t, at, x);
                     }
@@ -55,7 +56,7 @@ public:
     }
 
 private:
-    /// Four pixels, the first of them at @p at in the blocks.
+    /// The first half of the fit for the four pixels that begin at index @p at of the blocks.
     template <class Size>
     [[gnu::always_inline]] inline void beginAt(Size size, std::span<const BlockView> t, int at,
                                                std::array<Block, Size::unknowns>& x) const
@@ -83,7 +84,8 @@ private:
         std::array<Lanes, neq::count> values;
         const Lanes sum = m_fit.finish(size, four, values);
         for (std::size_t i = 0; i < References; ++i) {
-            // From left to right, unlike neqTargetResult(): see there.
+            // Multiplied from left to right; neqTargetResult() forms sum * jumpSum first, so
+            // its rounding differs.
             values[neq::dMut + i] = values[i] * sum * m_jumpSum;
         }
         Lanes valence{};
@@ -104,7 +106,7 @@ private:
     std::array<double, neq::references> m_valences{};
 };
 
-/// The histograms while they are counted.
+/// The counters of all histograms of a calculation.
 class Counters
 {
 public:
@@ -121,7 +123,7 @@ public:
     void count(const BlockValues& values, int count, Instructions instructions)
     {
         for (Counter& each : m_counters) {
-            each.counter.add(values[each.place], count, instructions);
+            each.counter.add(values[each.column], count, instructions);
         }
     }
 
@@ -134,19 +136,19 @@ public:
 
 private:
     struct Counter {
-        std::size_t place; ///< of the value that is counted
+        std::size_t column; ///< index of the counted value
         HistogramCounter counter;
     };
 
-    void add(int place, HistogramCounts* histogram)
+    void add(int column, HistogramCounts* histogram)
     {
-        m_counters.push_back({static_cast<std::size_t>(place), HistogramCounter(*histogram)});
+        m_counters.push_back({static_cast<std::size_t>(column), HistogramCounter(*histogram)});
     }
 
     std::vector<Counter> m_counters;
 };
 
-/// Fills the fields of the rows beside their lists.
+/// Sets intensity and i0 of the rows.
 void fillRows(const BlockValues& values, const PixelBlock& block)
 {
     for (std::size_t i = 0; i < block.rows.size(); ++i) {
@@ -155,7 +157,7 @@ void fillRows(const BlockValues& values, const PixelBlock& block)
     }
 }
 
-/// Writes the lists pixel by pixel.
+/// Writes all values of the block to @p lists, one pixel after another.
 void fillLists(const BlockValues& values, std::span<double> lists)
 {
     double* next = lists.data();
@@ -166,20 +168,21 @@ void fillLists(const BlockValues& values, std::span<double> lists)
     }
 }
 
-/// The list that pixels share which are alike in all maps. A scan that was stopped
-/// early claims more pixels than it has, and a masked one has many of the same
-/// value: no memory goes into their values.
-class SharedList
+/// One list of values for all pixels that have the same absorbances in all maps.
+///
+/// It saves memory for a scan that was stopped early, whose maps have fewer rows than
+/// pixels, and for a masked map, where many pixels have the same value.
+class UniformPixels
 {
 public:
-    explicit SharedList(qsizetype maps)
+    explicit UniformPixels(qsizetype maps)
         : m_absorbances(static_cast<std::size_t>(maps))
     {
     }
 
-    /// Whether all pixels of @p block are alike. Different pixels mostly differ in
-    /// the first of them.
-    bool fits(const PixelBlock& block) const
+    /// Whether all pixels of @p block have the same absorbances, compared bit by bit. Blocks
+    /// of different pixels mostly differ at their first pixels, so the check ends early.
+    bool matches(const PixelBlock& block) const
     {
         const std::size_t others = (block.rows.size() - 1) * sizeof(double);
         for (std::size_t k = 0; k < m_absorbances.size(); ++k) {
@@ -191,8 +194,8 @@ public:
         return true;
     }
 
-    /// Gives the rows of such a block the list, a new one if they differ from the
-    /// pixels that have it.
+    /// Sets the list of values for all rows of a block for which matches() is true. Makes a new
+    /// list if the absorbances differ from the previous such block.
     void share(const BlockValues& values, const PixelBlock& block)
     {
         bool isNew = m_list.isEmpty();
@@ -228,14 +231,14 @@ void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistogram
     memory.absorbances.prepare(stack.maps);
     memory.values.keepFirst(blockCount(*stack.base));
     Counters counters(histograms, solver.references());
-    SharedList alike(stack.maps.size());
+    UniformPixels uniform(stack.maps.size());
     BlockValues values;
     calculateBlocks(
         stack.maps, memory.absorbances, *stack.base, result, [&](const PixelBlock& block) {
             solver.solve(block.absorbances, block.count(), values);
             fillRows(values, block);
-            if (alike.fits(block)) {
-                alike.share(values, block);
+            if (uniform.matches(block)) {
+                uniform.share(values, block);
                 memory.values.forget(block.index);
             } else {
                 fillLists(values, memory.values.share(block.index, block.rows, neq::count));

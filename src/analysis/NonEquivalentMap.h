@@ -1,4 +1,4 @@
-// The non-equivalent method on a stack of maps, pixel by pixel.
+// The non-equivalent method on a stack of maps.
 #pragma once
 
 #include "analysis/Lanes.h"
@@ -13,34 +13,38 @@ namespace analysis
 struct CalculationMemory;
 struct HistogramCounts;
 
-/// What the method works on, gathered once.
+/// The input of a map calculation by the non-equivalent method.
 struct NeqStack {
-    bool victoreen = false;
+    bool victoreen = false; ///< Victoreen background instead of the linear one
     NeqInputs inputs;
-    QList<const A2DData*> maps;    ///< one for each of inputs.rowIndices; may be empty
-    const A2DData* base = nullptr; ///< the map of inputs.baseRow; places the pixels; never null
-    CalculationMemory* memory = nullptr;               ///< null: nothing is kept for the next run
-    Instructions instructions = fastestInstructions(); ///< all give the same bits
+    QList<const A2DData*> maps;          ///< one per inputs.rowIndices; never null
+    const A2DData* base = nullptr;       ///< map of inputs.baseRow; never null
+    CalculationMemory* memory = nullptr; ///< null: caches are not kept for the next run
+    Instructions instructions = fastestInstructions(); ///< affects speed only
 };
 
-/// Histograms, started by the caller; those of shares and amounts in the order
-/// of the references.
+/// The histograms of a map calculation. The caller has called start() on each. No pointer
+/// may be null.
 struct NeqHistograms {
     HistogramCounts* valence = nullptr;
     HistogramCounts* totalDMut = nullptr;
-    QList<HistogramCounts*> share;
-    QList<HistogramCounts*> dMut;
+    QList<HistogramCounts*> share; ///< at least one per reference, in their order
+    QList<HistogramCounts*> dMut;  ///< at least one per reference, in their order
 };
 
-/// Replaces @p result by one row per pixel of the base map (x and y of that
-/// map's row, or 0.0 where it has none; intensity: the share of the first
-/// reference; i0: the total dMut; values: all of neq::count), in scan order,
-/// with the base map's size and comment lines; and counts valence, total,
-/// shares and amounts. No pixel is skipped; one that a map lacks counts as a
-/// mut of -1.0. Each map is read with its own width.
+/// Calculates a result map by the non-equivalent method. NeqFit describes the model.
+///
+/// The result gets the size and the comment lines of the base map, and one row per pixel,
+/// row-major: x and y of the pixel's row in the base map (0.0 if the map has no such row), the
+/// share of the first reference as intensity, the total dMut as i0, and all neq::count values
+/// as the value list. Valence, total dMut, shares and dMut of each pixel are added to the
+/// histograms. No pixel is skipped: where a map has no row for a pixel, the pixel's mut counts
+/// as -1.0. Each map is read with its own width.
+///
+/// @param[out] result  the result map; earlier contents are replaced
 void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistograms& histograms);
 
-/// All that the method reads of @p stack.
+/// Everything in @p stack that affects the result.
 MapResultCache::Inputs inputsOf(const NeqStack& stack);
 
 } // namespace analysis

@@ -17,7 +17,7 @@ namespace analysis
 namespace
 {
 
-/// "000" to "999", the first character in the lowest byte.
+/// The texts "000" to "999", the first character in the lowest byte.
 constexpr auto threeDigits = [] {
     std::array<std::uint32_t, 1000> texts{};
     for (std::uint32_t n = 0; n < 1000; ++n) {
@@ -26,15 +26,14 @@ constexpr auto threeDigits = [] {
     return texts;
 }();
 
-/// Six digits without trailing zeros, the first one in the lowest byte, and the
-/// decimal exponent of the first one.
+/// The significant digits of a number, at most six.
 struct Digits {
-    std::uint64_t text;
-    std::size_t count;
-    int exponent;
+    std::uint64_t text; ///< six characters, the first digit in the lowest byte
+    std::size_t count;  ///< number of digits without trailing zeros
+    int exponent;       ///< decimal exponent of the first digit
 };
 
-/// number * 10^(exponent - 5), the number of six digits.
+/// The digits of number * 10^(exponent - 5), where @p number has six digits.
 Digits digitsOf(std::uint32_t number, int exponent)
 {
     constexpr std::uint64_t zeros = 0x303030303030; // the text "000000"
@@ -44,8 +43,8 @@ Digits digitsOf(std::uint32_t number, int exponent)
     return {text, (bits + 7) / 8, exponent};
 }
 
-// Both writers below write eight bytes at a time, which is faster than the exact
-// count; what is too much lies within generalTextCapacity.
+// Both functions below write eight bytes at a time, which is faster than writing the
+// exact number of bytes. The surplus bytes are within generalTextCapacity.
 
 std::size_t writeWithExponent(const Digits& digits, char* out)
 {
@@ -56,14 +55,15 @@ std::size_t writeWithExponent(const Digits& digits, char* out)
     *end++ = 'e';
     *end++ = digits.exponent < 0 ? '-' : '+';
     const auto size = static_cast<std::size_t>(std::abs(digits.exponent));
-    qToLittleEndian(threeDigits[size] >> 8, end); // of at most two digits
+    qToLittleEndian(threeDigits[size] >> 8, end); // the last two digits
     return static_cast<std::size_t>(end + 2 - out);
 }
 
 std::size_t writeWithoutExponent(const Digits& digits, char* out)
 {
     if (digits.exponent < 0) {
-        const auto lead = static_cast<std::size_t>(1 - digits.exponent); // "0." and zeros
+        const auto lead =
+            static_cast<std::size_t>(1 - digits.exponent); // length of "0." and the zeros
         std::memcpy(out, "0.000", 5);
         qToLittleEndian(digits.text, out + lead);
         return lead + digits.count;
@@ -78,12 +78,13 @@ std::size_t writeWithoutExponent(const Digits& digits, char* out)
     return digits.count + 1;
 }
 
-/// Magnitudes that writeMagnitude() can scale by one exact power of ten.
-constexpr double lowestScaled = 1e-16;
-constexpr double highestScaled = 1e27;
+/// Range [minScalable, maxScalable) that writeMagnitude() can scale by one exact power of
+/// ten.
+constexpr double minScalable = 1e-16;
+constexpr double maxScalable = 1e27;
 
-/// magnitude * 10^power, correctly rounded; for |power| up to 22, the last power of
-/// ten that is a double.
+/// magnitude * 10^power, correctly rounded. |power| must be at most 22: 10^22 is the
+/// largest power of ten that a double holds exactly.
 double scaledBy(double magnitude, int power)
 {
     static constexpr std::array<double, 23> powersOfTen = {
@@ -93,20 +94,22 @@ double scaledBy(double magnitude, int power)
                      : magnitude * powersOfTen[static_cast<std::size_t>(power)];
 }
 
-/// Writes a magnitude from lowestScaled to less than highestScaled, rounded to six
-/// digits and without trailing zeros. 0, with nothing decided, where it is too close
-/// to the middle of two such numbers, and where the rounding carries through all
-/// digits.
+/// Fast path: writes a magnitude in [minScalable, maxScalable), rounded to six digits and
+/// without trailing zeros.
 ///
-/// The power of ten is exact and the scaled magnitude correctly rounded, so it is
-/// off by no more than 10^6 * 2^-53, a ninth of the distance kept here.
+/// The power of ten is exact and the scaled magnitude is correctly rounded, so its error
+/// is at most 10^6 * 2^-53, a ninth of safeDistance.
+///
+/// @return number of characters; 0 if the fallback must be used, because the scaled
+///         magnitude is too close to halfway between two six-digit numbers, or rounds up
+///         to seven digits
 std::size_t writeMagnitude(double magnitude, char* out)
 {
     static_assert(std::numeric_limits<double>::is_iec559);
-    constexpr double keptDistance = 1e-9;
+    constexpr double safeDistance = 1e-9;
 
-    // The decimal exponent of 2^binary, binary * log10(2), is that of the
-    // magnitude or one less.
+    // floor(binary * log10(2)) in fixed point (log10(2) is about 78913 / 2^18): the decimal
+    // exponent of the magnitude, or one less.
     const int binary = static_cast<int>(std::bit_cast<std::uint64_t>(magnitude) >> 52) - 1023;
     int exponent = (binary * 78913) >> 18;
     double scaled = scaledBy(magnitude, 5 - exponent);
@@ -116,7 +119,7 @@ std::size_t writeMagnitude(double magnitude, char* out)
     }
     const auto number = static_cast<std::uint32_t>(scaled + 0.5);
     const double distance = 0.5 - std::abs(scaled - number);
-    if (distance < keptDistance || number == 1'000'000) {
+    if (distance < safeDistance || number == 1'000'000) {
         return 0;
     }
     const Digits digits = digitsOf(number, exponent);
@@ -124,7 +127,8 @@ std::size_t writeMagnitude(double magnitude, char* out)
     return hasExponent ? writeWithExponent(digits, out) : writeWithoutExponent(digits, out);
 }
 
-std::size_t writeByToolkit(double value, char* out)
+/// Fallback: writes what QString::arg(double) gives.
+std::size_t writeWithQString(double value, char* out)
 {
     const QByteArray text = QStringLiteral("%1").arg(value).toLatin1();
     const auto length = static_cast<std::size_t>(text.size());
@@ -138,19 +142,19 @@ std::size_t writeByToolkit(double value, char* out)
 std::size_t generalText(double value, std::span<char, generalTextCapacity> out)
 {
     if (value == 0.0) {
-        out.front() = '0'; // of either sign
+        out.front() = '0'; // also for -0.0
         return 1;
     }
     const double magnitude = std::abs(value);
-    if (magnitude >= lowestScaled && magnitude < highestScaled) {
+    if (magnitude >= minScalable && magnitude < maxScalable) {
         const std::size_t sign = value < 0.0 ? 1 : 0;
-        out.front() = '-'; // overwritten where there is no sign
+        out.front() = '-'; // overwritten if the value is positive
         const std::size_t length = writeMagnitude(magnitude, out.data() + sign);
         if (length > 0) {
             return sign + length;
         }
     }
-    return writeByToolkit(value, out.data());
+    return writeWithQString(value, out.data());
 }
 
 void appendGeneral(QByteArray& text, double value, int width)

@@ -1,9 +1,9 @@
-// Numbers as text, to the digit as the toolkit writes them, but faster.
+// Numbers as text, byte by byte as QString formats them, but faster.
 //
-// Most numbers take a fast path: one multiplication by an exact power of ten puts
-// their six digits before the point, where they are rounded. That is allowed
-// because its error is known, and a number for which it could matter goes to the
-// toolkit, as do all below 1e-16, from 1e27 on and those that are not finite.
+// Most numbers take a fast path: one multiplication or division by an exact power of ten
+// puts the six digits before the decimal point, where they are rounded. The error of this
+// step has a known bound. Numbers for which it could change the rounding are formatted by
+// QString, and so are magnitudes below 1e-16 or from 1e27 up, infinities and NaN.
 #pragma once
 
 #include <QByteArray>
@@ -16,30 +16,28 @@
 namespace analysis
 {
 
-/// Bytes that generalText() may write. The text itself has at most
-/// generalTextLength characters; the rest is scratch.
+/// Size of the buffer for generalText(). The text has at most generalTextLength
+/// characters; the bytes after it can be overwritten.
 inline constexpr std::size_t generalTextCapacity = 32;
 
-/// Length of the longest text, such as "-1.23457e-100".
+/// Length of the longest text of a number, for example "-1.23457e-100".
 inline constexpr std::size_t generalTextLength = 13;
 
 /// Writes @p value in general format with 6 significant digits to the beginning of
-/// @p out, byte for byte what QString::arg(double) gives: exact halves are rounded
-/// away from zero, -0.0 reads "0", and what is no finite number reads "nan", "inf" or
-/// "-inf".
-/// @return the number of bytes written; no terminating zero
+/// @p out, byte by byte what QString::arg(double) gives. Exact halves are rounded away from
+/// zero. -0.0 gives "0". Non-finite values give "nan", "inf" or "-inf".
+/// @return the length of the text, which has no terminating null character
 std::size_t generalText(double value, std::span<char, generalTextCapacity> out);
 
-/// Appends generalText() of @p value, right-aligned in @p width characters; a
-/// longer number takes the characters that it needs. The same bytes as
-/// QString::arg(value, width, 'g', -1, ' ').
+/// Appends generalText() of @p value, right-aligned in a field of @p width characters. A
+/// longer text is not cut. The bytes are those of QString::arg(value, width, 'g', -1, ' ').
 void appendGeneral(QByteArray& text, double value, int width);
 
-/// @p value with three decimals and a place for its sign, so that a positive
-/// and a negative number of one size are equally wide: " 0.250", "-0.250".
+/// @p value with three decimals, in the format "% 6.3f". A positive number gets a leading
+/// blank, so that it is as wide as its negative: " 0.250", "-0.250".
 QString signedText(double value);
 
-/// The numbers by signedText(), with " : " between them.
+/// The signedText() of each value, separated by " : "; empty without values.
 QString signedTexts(const QList<double>& values);
 
 } // namespace analysis

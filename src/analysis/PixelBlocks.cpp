@@ -13,15 +13,15 @@ std::span<A2DRow> startResult(A2DData& result, const A2DData& base)
     result.yNum = base.yNum;
     result.headerLines = base.headerLines;
     const qsizetype pixels = pixelCount(base);
-    // Rows that are shared or too few would be copied, and those of a much larger
-    // map keep too much memory.
+    // Memory is reused only if it is unshared and of a suitable size: a shared or too small
+    // list would be copied, and the list of a much larger map would waste memory.
     const qsizetype capacity = result.rows.capacity();
     if (!result.rows.isDetached() || capacity < pixels || capacity / 2 > pixels) {
         result.rows = {};
     }
     result.rows.reserve(pixels);
     result.rows.resize(pixels);
-    data::cleanVectorRegisters(); // a paint may have come before
+    data::cleanVectorRegisters(); // a paint may have left them dirty
     return result.rows;
 }
 
@@ -66,7 +66,7 @@ void StackBlocks::read(qint64 first, int count)
     }
 }
 
-/// In pieces of one line each, since the map may have a width of its own.
+/// Copies one image line at a time, because the width of the map can differ.
 void StackBlocks::copy(const Source& source, qint64 first, int count, Block& block) const
 {
     block.fill(data::absorbanceOutside);
@@ -74,13 +74,13 @@ void StackBlocks::copy(const Source& source, qint64 first, int count, Block& blo
     for (qint64 at = first; at < end;) {
         const qint64 y = at / m_width;
         const qint64 pieceEnd = std::min(end, (y + 1) * m_width);
-        const qint64 toSource = y * source.width - y * m_width;
-        const qint64 from = std::clamp(qint64{0}, at + toSource, pieceEnd + toSource);
+        const qint64 shift = y * source.width - y * m_width;
+        const qint64 from = std::clamp(qint64{0}, at + shift, pieceEnd + shift);
         const qint64 to = std::clamp(static_cast<qint64>(source.rows.size()), from,
-                                     std::max(from, pieceEnd + toSource));
+                                     std::max(from, pieceEnd + shift));
         for (qint64 i = from; i < to; ++i) {
             const auto row = static_cast<std::size_t>(i);
-            block[static_cast<std::size_t>(i - toSource - first)] =
+            block[static_cast<std::size_t>(i - shift - first)] =
                 source.absorbance.empty() ? data::absorbance(source.rows[row])
                                           : source.absorbance[row];
         }

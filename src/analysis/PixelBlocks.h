@@ -1,7 +1,7 @@
-// The pixels of a map calculation, block by block.
+// The loop over the pixels of a map calculation, in blocks of pixels.
 //
-// Blocks may take the place of the loop over single pixels because no pixel's
-// result depends on another one. Within a pixel nothing is done in another order.
+// Working in blocks does not change the results: no pixel depends on another, and the
+// order of operations within a pixel is unchanged.
 #pragma once
 
 #include "analysis/Lanes.h"
@@ -17,45 +17,47 @@
 namespace analysis
 {
 
-/// The pixels that @p base claims; none where a side is 0 or less.
+/// Number of pixels of @p base by its size, xNum * yNum; 0 if either is 0 or less. The map
+/// can have more or fewer rows.
 inline qsizetype pixelCount(const A2DData& base)
 {
     return base.xNum > 0 && base.yNum > 0 ? qsizetype{base.xNum} * base.yNum : 0;
 }
 
-/// Gives @p result the size and the comment lines of @p base and a row for each
-/// of its pixels, in scan order. The fields of the rows are left to the caller,
-/// who finds there what an earlier result had: its memory is used again where
-/// nobody shares it.
-/// @return the rows
+/// Gives @p result the size and the comment lines of @p base, and one row per pixel. The
+/// memory of an earlier result is reused where possible, so the fields of the rows have
+/// arbitrary values; the caller sets them.
+/// @return the rows of @p result, row-major
 std::span<A2DRow> startResult(A2DData& result, const A2DData& base);
 
-/// Gives @p rows, the pixels of a result from @p first on, x and y of the rows of
-/// @p base at this place, or 0.0 where it has none.
+/// Copies x and y from the rows of @p base that begin at index @p first to @p rows; sets 0.0
+/// where @p base has no row.
 void copyCoordinates(const A2DData& base, qint64 first, std::span<A2DRow> rows);
 
-/// The absorbances of a stack of maps at the pixels of a base map, as pixelMut()
-/// gives them: each map with its own width.
+/// Reads the absorbances of a stack of maps in blocks of pixels of a base map.
+///
+/// The values are those of pixelMut(): each map is read with its own width, and pixels outside
+/// its rows have the value data::absorbanceOutside.
 class StackBlocks
 {
 public:
-    /// @param cache  has the absorbance of some of @p maps, that of the others is
-    ///               calculated where it is asked for; like them, must outlive this
-    /// @param base   its width and height place the pixels
+    /// @param maps   must not contain null pointers; must outlive this object
+    /// @param cache  absorbances of some or all of @p maps; those of other maps are
+    ///               calculated on request. Must outlive this object.
+    /// @param base   its width gives the line length of the pixels
     StackBlocks(const QList<const A2DData*>& maps, const data::AbsorbanceCache& cache,
                 const A2DData& base);
 
-    /// Reads the pixels from @p first on (index in scan order), @p count of them,
-    /// at most blockPixels.
+    /// Reads @p count pixels, at most blockPixels, from index @p first (row-major).
     void read(qint64 first, int count);
 
-    /// For each map the block that was read last; numbers behind its pixels mean
-    /// nothing.
+    /// The block of each map that read() filled last. Elements after the number of pixels
+    /// read are undefined.
     std::span<const BlockView> values() const { return m_values; }
 
 private:
     struct Source {
-        std::span<const double> absorbance; ///< of all rows; empty where it is not kept
+        std::span<const double> absorbance; ///< of all rows; empty if not cached
         std::span<const A2DRow> rows;
         qint64 width;
     };
@@ -68,22 +70,22 @@ private:
     std::vector<BlockView> m_values;
 };
 
-/// A block of a calculation.
+/// A block of pixels in calculateBlocks().
 struct PixelBlock {
-    std::size_t index;                      ///< in scan order
-    std::span<A2DRow> rows;                 ///< of the result; they have x and y
-    std::span<const BlockView> absorbances; ///< of the maps, as of StackBlocks
+    std::size_t index;                      ///< number of the block, from 0
+    std::span<A2DRow> rows;                 ///< rows of the result; x and y are set
+    std::span<const BlockView> absorbances; ///< one block per map, see StackBlocks::values()
 
-    /// Pixels, at most blockPixels.
+    /// Number of pixels, at most blockPixels.
     int count() const { return static_cast<int>(rows.size()); }
 };
 
-/// Makes @p result, one row for each pixel of @p base, in scan order, with the size
-/// and the comment lines of @p base. No pixel is skipped.
+/// Fills @p result with one row per pixel of @p base, row-major. No pixel is skipped. The
+/// result gets the size and the comment lines of @p base.
 ///
-/// @param cache  as of StackBlocks
-/// @param fill   called as fill(block) for each PixelBlock, to set the fields of its
-///               rows beside x and y
+/// @param maps,cache  see StackBlocks
+/// @param fill        called as fill(block) for each PixelBlock in order; sets all fields
+///                    of its rows except x and y
 template <class Fill>
 void calculateBlocks(const QList<const A2DData*>& maps, const data::AbsorbanceCache& cache,
                      const A2DData& base, A2DData& result, Fill fill)
@@ -100,7 +102,7 @@ void calculateBlocks(const QList<const A2DData*>& maps, const data::AbsorbanceCa
     }
 }
 
-/// Blocks of a result with the size of @p base.
+/// Number of blocks of a result with the size of @p base.
 inline std::size_t blockCount(const A2DData& base)
 {
     return static_cast<std::size_t>((pixelCount(base) + blockPixels - 1) / blockPixels);

@@ -1,4 +1,4 @@
-// The lines in the plane of the two references' absorbance.
+// Lines for the plot of one reference's absorbance against the other's.
 #pragma once
 
 namespace analysis
@@ -6,18 +6,20 @@ namespace analysis
 
 struct CollectedRows;
 
-/// Three lines in the plane whose x is the mut of the first used reference and
-/// whose y that of the second.
+/// Three lines in a plane where x is the mut of the first used reference and y is the mut of
+/// the second used reference.
 struct PlaneLines {
-    double k1 = 0.0; ///< y = k1 x: the references differ by their edge jumps alone, k1 = 1 / r
-    double k2 = 0.0; ///< y = k2 x: through the V point, k2 = R2V / R1V
-    double a = 0.0;  ///< y = a x + b: the least-square line through the other rows
-    double b = 0.0;
+    double k1 = 0.0; ///< y = k1 x with k1 = 1 / r: references that differ only in edge jump
+    double k2 = 0.0; ///< y = k2 x with k2 = R2_V / R1_V: through the V point
+    double a = 0.0;  ///< slope of y = a x + b, the linear regression through the other rows
+    double b = 0.0;  ///< intercept of this line
 };
 
-/// The lines that the rows in use determine. What they do not determine is NaN
-/// or infinite: no V row or one at R1V = 0, other rows that are fewer than two or
-/// agree in x.
+/// Calculates the lines from the used rows; the regression line by the normal equations.
+///
+/// Numbers that the rows do not determine are infinite or NaN: k1 without two references;
+/// k2 without a V row or with R1_V = 0; a and b with fewer than two other rows, or if these
+/// have the same x.
 PlaneLines planeLines(const CollectedRows& rows);
 
 } // namespace analysis

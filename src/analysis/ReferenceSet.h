@@ -1,4 +1,4 @@
-// What the four reference rows mean to a calculation.
+// The reference rows and the quantities that calculations derive from them.
 #pragma once
 
 #include "analysis/Limits.h"
@@ -11,83 +11,93 @@
 namespace analysis
 {
 
-/// One reference row as the user left it.
+/// The inputs of one reference row.
 struct ReferenceState {
-    bool used = false;     ///< the row's "Use" is on
-    bool valid = false;    ///< a spectrum was read
+    bool used = false;     ///< the row's "Use" box is on
+    bool valid = false;    ///< the row has a readable spectrum
     double valence = 0.0;  ///< number in the row's valence field
-    double edgeJump = 0.0; ///< post-edge less pre-edge line at the spectrum's edge energy
+    double edgeJump = 0.0; ///< post-edge minus pre-edge line at the spectrum's edge energy
 };
 
-/// The two ends of a graph's scale of valences. The lower one may be the larger.
+/// The ends of a graph's valence scale. The scale can be reversed (lower > upper).
 struct ValenceScale {
     double lower = 0.0;
     double upper = 0.0;
 };
 
-/// The reference rows in list order. "Used" and "valid" are different notions,
-/// and each operation says which it goes by.
+/// The reference rows in list order.
+///
+/// "Used" (selected by the user) and "valid" (has a spectrum) are independent, and each
+/// operation states which of them it requires. Several operations use the first n used
+/// references, where n is validCount(). A used reference that is not valid and precedes a
+/// valid one is then included in place of the last valid one; this is on purpose.
 class ReferenceSet
 {
 public:
+    /// @param rows  all reference rows of the panel, in list order
     explicit ReferenceSet(QList<ReferenceState> rows);
 
-    /// Number of rows that are used and valid.
+    /// Number of references that are both used and valid.
     int validCount() const;
 
-    /// Row of the @p k-th used reference, counted from 0; -1 when there is none.
+    /// Row index of used reference number @p k, counted from 0; -1 if it does not exist.
     int usedRow(int k) const;
 
-    /// The reference of usedRow(), or nullptr.
+    /// The reference at usedRow(@p k); null if it does not exist.
     const ReferenceState* used(int k) const;
 
-    /// The first used row i for which the i-th used reference is missing or not
-    /// valid; -1 when there is none. Row and position are the same thing only
-    /// while the used rows form an unbroken run from the top.
+    /// The first used row i for which used reference number i does not exist or is not valid;
+    /// -1 if there is no such row.
+    ///
+    /// Row index and number agree only if the used rows are consecutive from the first row.
+    /// With a gap between them, some row is always reported. This is on purpose.
     int rowWithoutValidCounterpart() const;
 
-    /// Edge jump of the first used reference over that of the second one, valid
-    /// or not; NaN when one of them is missing.
+    /// Edge jump of the first used reference divided by the edge jump of the second, valid or
+    /// not; NaN if one does not exist.
     double edgeJumpRatio() const;
 
-    /// How a fraction of the first used reference reads as a valence: 0.0
-    /// throughout with fewer than two valid used references.
+    /// Converts a fraction of the first used reference to a valence, by the valences of the
+    /// first two used references, valid or not. With fewer than two references that are used
+    /// and valid, every valence is 0.0.
     ValenceMix valenceMix() const;
 
-    /// Lowest and highest valence among the used references. The lowest starts
-    /// at 10 and the highest at 0, on purpose: scales stay where users know
-    /// them, so valences above 10 do not raise it and negative ones do not
-    /// lower it.
+    /// Lowest and highest valence of the used references, valid or not.
+    ///
+    /// The search starts with a lowest valence of 10 and a highest of 0. So the low limit is
+    /// never above 10 and the high limit never below 0; without used references the limits
+    /// are 10 and 0. This is on purpose: users know these scales.
     Limits valenceRange() const;
 
-    /// Sum of the edge jumps of the first n used references, n being the number
-    /// of used and valid ones. A used row without a spectrum ahead of a valid
-    /// one therefore takes its place in the sum.
+    /// Sum of the edge jumps of the first n used references, where n is validCount().
     double totalJump() const;
 
-    /// Valences of the first two used references, valid or not, in this order. A
-    /// missing one counts as 0.
+    /// Valences of the first and the second used reference, valid or not, as lower and upper
+    /// end of the scale. A missing reference counts as 0.
     ValenceScale firstTwoValences() const;
 
-    /// Valences of the first n used references, n as in totalJump().
+    /// Valences of the first n used references, where n is validCount().
     QList<double> usedValences() const;
 
 private:
     QList<ReferenceState> m_rows;
 };
 
-/// Value range of the result map that shows column @p kind (a place of neq, as in
-/// the result file): shares -0.1 to 1.1; amounts and the background constant from
-/// minus a tenth of the total jump to 1.1 times it; the valence half a unit
-/// around the references. None for the two background slopes, which keep the
-/// range they have, and for any other number.
+/// The colour scale of a result map.
+///
+/// Shares: -0.1 to 1.1. Edge jumps (dMut), their total and the background constant: -0.1 to
+/// 1.1 times ReferenceSet::totalJump(). Valence: valenceLimits().
+///
+/// @param kind  the shown column, an index of analysis::neq
+/// @return no value for the two other background terms, whose scale is left unchanged, and
+///         for a number that is not a column
 std::optional<Limits> mapLimits(int kind, const ReferenceSet& references);
 
-/// Limits of the valence, on maps and as automatic ones of its histogram: half a unit around the
-/// references.
+/// Limits of the valence for the colour scale of maps and for the automatic histogram limits:
+/// ReferenceSet::valenceRange(), extended by 0.5 at both ends.
 Limits valenceLimits(const ReferenceSet& references);
 
-/// Automatic limits of the thickness histogram: -0.5 to the total jump + 0.5.
+/// Automatic limits of the thickness histogram: -0.5 to ReferenceSet::totalJump() + 0.5.
 Limits jumpHistogramLimits(const ReferenceSet& references);
 
 } // namespace analysis

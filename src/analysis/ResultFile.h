@@ -1,4 +1,4 @@
-// A result map as a file.
+// Writes a result map to a file.
 #pragma once
 
 #include "analysis/ResultText.h"
@@ -8,11 +8,11 @@
 namespace analysis
 {
 
-/// Writes the result map to the file @p path by writeResultMap(), over one that is
-/// there.
+/// Writes the result map @p map to the file @p path; an existing file is overwritten. See
+/// writeResultMap() for the format and the other parameters.
 ///
-/// @return false when the file cannot be opened, as data::openForWriting() tells, or
-///         cannot be written to its end
+/// @return false if the file cannot be opened (see data::openForWriting()) or a write fails;
+///         after a failed write the file is incomplete
 bool writeResultFile(const QString& path, const A2DData& map, const ValenceMix& mix,
                      const std::array<bool, columnCount>& wanted);
 

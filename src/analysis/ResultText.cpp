@@ -20,7 +20,8 @@ constexpr std::array<const char*, columnCount> columnNames = {
     "alpha1", "alpha2", "alpha3", "alpha4", "dMut1",   "dMut2",     "dMut3",
     "dMut4",  "Mut0",   "C1",     "C2",     "Valence", "Total-dMut"};
 
-/// Collects text and hands it to a device in blocks, up to the first failure.
+/// Collects text and writes it to a device in large blocks. After the first failed write,
+/// nothing more is written.
 class BlockWriter
 {
 public:
@@ -30,8 +31,8 @@ public:
     {
     }
 
-    /// A place for at least @p size bytes, at most blockSize; call advance() with
-    /// the end of what was written there.
+    /// Returns a buffer for at least @p size bytes (at most blockSize). The caller writes to
+    /// it and passes the end of the text to advance().
     char* reserve(std::size_t size)
     {
         if (blockSize - m_used < size) {
@@ -59,8 +60,8 @@ public:
 
     bool failed() const { return m_failed; }
 
-    /// Whether all that was put here went to the device and, for a file, from
-    /// there to the system.
+    /// Writes the remaining text, and flushes a file to the operating system.
+    /// @return whether every write succeeded
     bool finish()
     {
         flush();
@@ -88,23 +89,25 @@ private:
     bool m_failed = false;
 };
 
-/// Width of the field of a number.
+/// Minimum width of a number, in characters.
 constexpr std::size_t numberWidth = 10;
 
-/// Bytes that putNumber() may write, the blank before the number included.
+/// Buffer size needed per number: the bytes that putNumber() can write, and the blank before
+/// the number.
 constexpr std::size_t numberCapacity = 32;
 
-/// Writes a number in its field. Copies are of fixed length, which is faster
-/// than of the exact one; what is too much is overwritten by what follows.
+/// Writes a number, right-aligned in its field, and returns the end of the text. It copies a
+/// fixed number of bytes, which is faster than the exact number; the text that follows
+/// overwrites the surplus.
 char* putNumber(char* out, double value)
 {
-    constexpr std::size_t copied = 16;
-    static_assert(generalTextLength <= copied && numberWidth + copied < numberCapacity);
+    constexpr std::size_t copiedBytes = 16;
+    static_assert(generalTextLength <= copiedBytes && numberWidth + copiedBytes < numberCapacity);
     std::array<char, generalTextCapacity> text{};
     const std::size_t length = generalText(value, text);
     const std::size_t pad = length < numberWidth ? numberWidth - length : 0;
     std::memset(out, ' ', numberWidth);
-    std::memcpy(out + pad, text.data(), copied);
+    std::memcpy(out + pad, text.data(), copiedBytes);
     return out + pad + length;
 }
 
@@ -114,9 +117,8 @@ char* putText(char* out, std::string_view text)
     return out + text.size();
 }
 
-/// Calls @p linePerPixel(row) for each pixel, with nullptr for one beyond the
-/// rows, and puts a blank line after each line of the image. Stops early when
-/// the device fails.
+/// Calls linePerPixel(row) for each pixel, row-major, with null if the map has no row for the
+/// pixel. Writes a blank line after each image line. Stops after a failed write.
 template <typename LinePerPixel>
 void writePixelLines(BlockWriter& writer, const A2DData& map, LinePerPixel linePerPixel)
 {
@@ -193,8 +195,8 @@ void writeExtendedTable(BlockWriter& writer, const A2DData& map,
     writePixelLines(writer, map, line);
 }
 
-/// One encoder for all lines: what a text stream makes of them, broken
-/// surrogate pairs included.
+/// Writes title line, comment lines and a blank line. One encoder converts all lines, so that
+/// broken surrogate pairs give the same bytes as with QTextStream.
 void writeHeader(BlockWriter& writer, const QStringList& headerLines)
 {
     QStringEncoder encoder(QStringEncoder::Utf8);

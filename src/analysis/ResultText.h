@@ -1,4 +1,4 @@
-// The text of a result map file.
+// Text format of a result map file.
 #pragma once
 
 #include "analysis/NeqPlaces.h"
@@ -14,30 +14,28 @@ class QIODevice;
 namespace analysis
 {
 
-/// The number of columns that an extended result map can write.
+/// Number of selectable columns in the extended layout.
 inline constexpr int columnCount = neq::count;
 
-/// Name of result column @p i in the file: "alpha1" ... "Total-dMut"; "UnKnown"
-/// outside 0 to 12.
+/// Name of column @p i in the file, "alpha1" to "Total-dMut"; "UnKnown" if @p i is not 0 to 12.
 QString columnName(int i);
 
-/// Writes the result map file: title line, the map's comment lines, a blank
-/// line and the table of the layout in force (map.extended).
+/// Writes a result map: title line, the map's comment lines, a blank line, and the table in
+/// the extended layout if map.extended is true, otherwise in the simple layout.
 ///
-/// Line by line of the image, x fastest, pixel index y * xNum + x, and a blank
-/// line after each image line. Simple layout: x, y, fraction, valence and
-/// thickness of the pixel. Extended layout: a line of column names, and x, y and
-/// the wanted values of the pixel; the names begin with "y x" although x comes
-/// first in the lines. What the map lacks reads 0. A size of 0 or less has no
-/// pixels: without lines nothing is written, without columns the blank lines.
+/// The table has one line per pixel, row-major, and a blank line after each image line. Simple
+/// layout: x, y, fraction, valence and thickness. Extended layout: x, y and the wanted values;
+/// a line of column names precedes the table. These names begin with "y x" although x is
+/// written first; the format is kept on purpose. Missing rows and values are written as 0.
+/// A height of 0 or less gives no table lines; a width of 0 or less gives only the blank lines.
 ///
-/// Numbers as QString::arg(value, 10, 'g', -1, ' '), comment lines in UTF-8.
+/// Numbers are formatted like QString::arg(value, 10, 'g', -1, ' '), comment lines in UTF-8.
 ///
-/// @param device  open for writing, in text mode where line ends matter
-/// @param mix     valence of a fraction, used by the simple layout
-/// @param wanted  which columns the extended layout has
-/// @return false when a write failed; what was written before stays. A file's
-///         own buffer is flushed, so that a full disk shows here
+/// @param device  open for writing; in text mode if the line ends of the platform are wanted
+/// @param mix     converts a fraction to a valence; simple layout only
+/// @param wanted  whether to write each column; extended layout only
+/// @return false if a write failed; the text written before remains. The buffer of a file is
+///         flushed, so that a full disk is detected here.
 bool writeResultMap(QIODevice& device, const A2DData& map, const ValenceMix& mix,
                     const std::array<bool, columnCount>& wanted);
 

@@ -63,9 +63,9 @@ CollectedRows collectRowsLS(const QList<PointState>& points, const ReferenceSet&
 
 CollectedRows collectRowsExact(const QList<PointState>& points, const ReferenceSet& references)
 {
-    constexpr qsizetype rowsOfThePlane = 3;
+    constexpr qsizetype planeRows = 3;
     CollectedRows rows = collectRowsLS(points, references);
-    rows.others.resize(qMin(rows.others.size(), rowsOfThePlane));
+    rows.others.resize(qMin(rows.others.size(), planeRows));
     return rows;
 }
 

@@ -1,4 +1,4 @@
-// The numbers that a calculation takes from the energy-point rows.
+// The numbers that calculations read from the energy-point rows.
 #pragma once
 
 #include "analysis/NeqPlaces.h"
@@ -12,57 +12,56 @@ namespace analysis
 
 class ReferenceSet;
 
-/// One energy-point row as it stands on the panel; numbers are those of the
-/// texts, to the digits that they show.
+/// The inputs of one energy-point row. Numbers are parsed from the texts of the fields, so
+/// they have the precision that the fields show.
 struct PointState {
     bool used = false;                         ///< the row's use box is on
     bool vPoint = false;                       ///< the row is marked as V point
-    bool hasMap = false;                       ///< a map is loaded
+    bool hasMap = false;                       ///< the row has a loaded map
     double energy = 0.0;                       ///< eV
-    std::array<double, neq::references> mut{}; ///< of the references
-    double mutT = 0.0;
-    bool inFit = false; ///< its energy bounds the range of the linear combination fit
+    std::array<double, neq::references> mut{}; ///< of the references, per reference row
+    double mutT = 0.0;                         ///< mut of the target
+    bool inFit = false; ///< the row is marked for the range of the linear combination fit
 };
 
-/// How many rows count as selected, and which of them is the V row.
+/// The number of selected rows, and which of them is the V row.
 struct Selection {
     int count = 0;
-    int vRow = -1; ///< the last marked one; -1 without one
+    int vRow = -1; ///< index of the last selected row marked as V point, or -1
 };
 
-/// The used rows.
+/// Selects the used rows.
 Selection selectedRows(const QList<PointState>& points);
 
-/// The used rows that hold a map.
+/// Selects the used rows that have a map.
 Selection selectedMapRows(const QList<PointState>& points);
 
-/// A selected row's numbers for the four-points family.
+/// The numbers of one row for the four-points family.
 struct PointNumbers {
-    int row = -1; ///< index among the energy-point rows
-    double energy = 0.0;
-    double r1 = 0.0; ///< mut of the first used reference
-    double r2 = 0.0; ///< mut of the second used reference
+    int row = -1;        ///< index of the energy-point row; -1 if there is none
+    double energy = 0.0; ///< eV
+    double r1 = 0.0;     ///< mut of the first used reference
+    double r2 = 0.0;     ///< mut of the second used reference
 };
 
-/// What the four-points family works on.
+/// The input of the four-points family.
 struct CollectedRows {
-    QList<PointNumbers> others; ///< the used rows that are not marked as V point, in row order
-    PointNumbers v;             ///< the last used row that is; row -1 without one
+    QList<PointNumbers> others; ///< the used rows not marked as V point, in row order
+    PointNumbers v;             ///< the last used row marked as V point
     double r = 0.0;             ///< edge jump of the first over the second used reference
 
-    /// Rows that a form can work with: the others and the V row.
+    /// Number of rows that a form can use: the others and the V row.
     int usable() const { return static_cast<int>(others.size()) + (v.row < 0 ? 0 : 1); }
 };
 
-/// Collects the used rows, with a map or without. Rows marked as V point beside
-/// the last one belong to neither side.
+/// Collects the used rows, with or without a map. If several rows are marked as V point, only
+/// the last becomes the V row, and the others are dropped.
 ///
-/// @pre two used references exist (ReferenceSet::usedRow(1) is not -1);
-///      otherwise the collection is empty
+/// @return an empty collection if fewer than two references are used
 CollectedRows collectRowsLS(const QList<PointState>& points, const ReferenceSet& references);
 
-/// The same with the first three of the other rows alone, or fewer where there
-/// are no more: the exact form determines its plane by three.
+/// collectRowsLS() with at most the first three of the other rows, since three rows determine
+/// the plane of the exact form.
 CollectedRows collectRowsExact(const QList<PointState>& points, const ReferenceSet& references);
 
 } // namespace analysis

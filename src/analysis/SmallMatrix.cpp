@@ -22,7 +22,7 @@ T* newArray(Index n)
     return n < 1 ? nullptr : new T[static_cast<std::size_t>(n)];
 }
 
-/// A matrix or a vector with its rows in the order of a permutation.
+/// View of a matrix or a vector whose rows are reordered by a permutation.
 template <class Element>
 struct Permuted {
     Element* rows;
@@ -31,8 +31,8 @@ struct Permuted {
     Element& operator[](Index i) const { return rows[perm[i]]; }
 };
 
-/// Moves the upper triangle of the factorised @p work to @p u and puts a unit
-/// diagonal in its place.
+/// Splits the combined factors: moves the upper triangle of @p work to @p u, and replaces it
+/// in @p work by a unit diagonal and zeros.
 void splitFactors(Index n, double* const* work, double* const* u, const Index* perm)
 {
     for (Index i = 0; i < n; ++i) {
@@ -49,13 +49,13 @@ void splitFactors(Index n, double* const* work, double* const* u, const Index* p
     }
 }
 
-/// The free row with the largest absolute value on the diagonal, the first
-/// free one when all of these are NaN.
+/// The unused row with the largest absolute value on the diagonal; the first unused row if
+/// all these values are NaN.
 Index freeDiagonalPivot(Index n, const double* const* a, const std::vector<bool>& used)
 {
     Index chosen = -1;
     Index firstFree = -1;
-    double best = belowAllSizes;
+    double best = belowAnyMagnitude;
     for (Index i = 0; i < n; ++i) {
         if (used[static_cast<std::size_t>(i)]) {
             continue;
@@ -105,7 +105,7 @@ void printElements(Index n, const Vector& v)
     std::printf("\n# ");
 }
 
-/// Prints @p rows rows of n elements each, m[0] being the first.
+/// Prints the first @p rows rows of @p m, each with @p n elements.
 template <class Matrix>
 void printRows(const char* name, Index rows, Index n, const Matrix& m)
 {
@@ -259,7 +259,7 @@ void SmallMatrix::luDecompose(Index n, const double* const* a, double* const* l,
     copyMatrix(n, a, l);
     for (Index c = 0; c < n; ++c) {
         const Permuted<double* const> work{l, perm};
-        std::swap(perm[c], perm[pivotPlace<std::int64_t>(c, IndexRange{c, n}, work)]);
+        std::swap(perm[c], perm[pivotPosition<std::int64_t>(c, IndexRange{c, n}, work)]);
         eliminateColumn(c, IndexRange{c + 1, n}, work,
                         [&](Index k, double factor) { work[k][c] = factor; });
     }
@@ -273,7 +273,7 @@ void SmallMatrix::forwardSolve(Index n, const double* const* l, const double* b,
     const Permuted<double> inOrder{y, perm};
     for (Index i = 0; i + 1 < n; ++i) {
         inOrder[i] /= l[perm[i]][i];
-        takeOut(i, IndexRange{i + 1, n}, Permuted<const double* const>{l, perm}, inOrder);
+        substituteUnknown(i, IndexRange{i + 1, n}, Permuted<const double* const>{l, perm}, inOrder);
     }
 }
 
@@ -284,7 +284,7 @@ void SmallMatrix::backSolve(Index n, const double* const* u, const double* y, do
     const Permuted<double> inOrder{x, perm};
     for (Index i = std::max(n, 0) - 1; i >= 0; --i) {
         inOrder[i] /= u[perm[i]][i];
-        takeOut(i, IndexRange{0, i}, Permuted<const double* const>{u, perm}, inOrder);
+        substituteUnknown(i, IndexRange{0, i}, Permuted<const double* const>{u, perm}, inOrder);
     }
 }
 

@@ -1,4 +1,4 @@
-// Dense real linear systems of a few unknowns, with the size set at run time.
+// Dense real linear systems of a few unknowns, with the size given at run time.
 #pragma once
 
 #include <cstdint>
@@ -6,27 +6,27 @@
 namespace analysis
 {
 
-/// LU decomposition with partial pivoting, and the small change around it.
+/// LU decomposition by Gaussian elimination with partial pivoting, and helper functions for
+/// matrices and vectors.
 ///
-/// A matrix is an array of n pointers to rows of n doubles, element i, j being
-/// m[i][j]; a vector is an array of n doubles. What the new...() operations
-/// give belongs to the caller, who returns it through the matching free...().
-/// With n below 1 every operation does nothing: new...() then gives
-/// a null pointer and hasNaN...() gives 0. Unless it says otherwise, an
-/// operation may not write to what it reads from.
+/// A matrix is an array of n pointers to rows of n doubles, with element i, j at m[i][j]. A
+/// vector is an array of n doubles. The caller owns the result of a new...() function and
+/// releases it with the matching free...() function. With n below 1 every function is a no-op:
+/// new...() then returns null and hasNaN...() returns 0. Inputs and outputs of a function must
+/// not overlap, unless its description allows it.
 ///
-/// A system a x = b is solved by luDecompose(), forwardSolve() and backSolve(),
-/// in this order. Rows are never moved: unknown k is x[perm[k]].
+/// To solve a system a x = b, call luDecompose(), forwardSolve() and backSolve() in this order.
+/// Rows are not swapped but reached through a permutation: unknown k is x[perm[k]].
 class SmallMatrix
 {
 public:
-    /// Storage with undefined contents.
+    /// Allocate a matrix or vector with undefined contents.
     static double** newMatrix(std::int32_t n);
     static double* newVector(std::int32_t n);
     static std::int32_t* newIndexVector(std::int32_t n);
 
-    /// Releases what the matching new...() gave, for the same @p n; null is
-    /// taken.
+    /// Release the result of the matching new...() function, with the same @p n. Null is a
+    /// no-op.
     static void freeMatrix(std::int32_t n, double** m);
     static void freeVector(double* v);
     static void freeIndexVector(std::int32_t* p);
@@ -36,58 +36,64 @@ public:
     static void clearVector(std::int32_t n, double* v);
     static void clearIndexVector(std::int32_t n, std::int32_t* p);
 
-    /// Zeros with ones on the diagonal.
+    /// Sets @p m to the identity matrix.
     static void setIdentity(std::int32_t n, double* const* m);
 
+    /// Copy all elements.
     static void copyMatrix(std::int32_t n, const double* const* from, double* const* to);
     static void copyVector(std::int32_t n, const double* from, double* to);
 
-    /// Not the matrix product: every element of row i of @p c becomes the i-th
-    /// diagonal element of the product a b, the sum over k of b[k][i] * a[i][k].
+    /// Not the matrix product, on purpose: sets every element of row i of @p c to diagonal
+    /// element i of the product a b, that is the sum over k of b[k][i] * a[i][k].
     static void multiplyMatrices(std::int32_t n, const double* const* a, const double* const* b,
                                  double* const* c);
 
-    /// out = a v.
+    /// The matrix-vector product: out = a v.
     static void multiplyMatrixVector(std::int32_t n, const double* const* a, const double* v,
                                      double* out);
 
-    /// 1 if some element is NaN, else 0.
+    /// Return 1 if any element is NaN, otherwise 0.
     static int hasNaNMatrix(std::int32_t n, const double* const* m);
     static int hasNaNVector(std::int32_t n, const double* v);
 
-    /// Factorises @p a, which is left unchanged, into l u.
+    /// LU decomposition of @p a with partial pivoting: row perm[i] of @p a is row i of the
+    /// product of both factors.
     ///
-    /// @param l     unit lower triangle, its row i at l[perm[i]]
-    /// @param u     upper triangle, its row i at u[perm[i]]
-    /// @param perm  the order of the rows, n values
+    /// The pivot of a column is the largest absolute value in the remaining rows. The first of
+    /// equal values wins, and NaN is never chosen over a number. If the pivot is 0, the divisor
+    /// of the elimination is 1.0 instead, but the element of @p u stays 0. So a singular matrix
+    /// raises no error, and backSolve() gives infinities or NaN.
     ///
-    /// The pivot of a column is its largest absolute value among the rows that
-    /// are left, the first of equal ones; NaN is never chosen over a number. A
-    /// pivot of 0 divides as 1.0 but stays 0 in @p u, so a singular system
-    /// gives infinities or NaN in backSolve(), and no error.
+    /// @param a          the matrix; left unchanged
+    /// @param[out] l     unit lower triangular factor, with row i at l[perm[i]]
+    /// @param[out] u     upper triangular factor, with row i at u[perm[i]]
+    /// @param[out] perm  the permutation of the rows, n values
     static void luDecompose(std::int32_t n, const double* const* a, double* const* l,
                             double* const* u, std::int32_t* perm);
 
-    /// Solves l y = b; element i of the solution is y[perm[i]].
+    /// Forward substitution: solves l y = b, where @p l and @p perm are from luDecompose().
+    /// Element i of the solution is y[perm[i]].
     static void forwardSolve(std::int32_t n, const double* const* l, const double* b, double* y,
                              const std::int32_t* perm);
 
-    /// Solves u x = y; unknown k is x[perm[k]].
+    /// Back substitution: solves u x = y, where @p u and @p perm are from luDecompose() and @p y
+    /// is from forwardSolve(). Unknown k is x[perm[k]].
     static void backSolve(std::int32_t n, const double* const* u, const double* y, double* x,
                           const std::int32_t* perm);
 
-    /// Eliminates in place in two matrices side by side.
+    /// Gaussian elimination with diagonal pivoting, in place, on two matrices side by side.
     ///
-    /// In each of n rounds the free row with the largest absolute value on the
-    /// diagonal of @p a (the first free one when all are NaN) is used up. With
-    /// 0 on the diagonal the round does nothing else. Otherwise that row of
-    /// both matrices is divided by the diagonal element, and cleared out of
-    /// the rows still free; rows used earlier are left, so @p a does not
-    /// become the identity.
+    /// Each of n rounds chooses the unused row with the largest absolute value on the diagonal
+    /// of @p a (the first unused row if all are NaN) and marks it as used. If the diagonal
+    /// element is 0, the round ends. Otherwise the row is divided by the diagonal element in
+    /// both matrices, and multiples of it are subtracted from the rows that are still unused,
+    /// so that their element in the pivot column vanishes. Unlike in the Gauss-Jordan method,
+    /// rows used earlier are left unchanged on purpose, so @p a does not become the identity.
     static void gaussJordan(std::int32_t n, double* const* a, double* const* b);
 
-    /// Debugging output to the standard output, as comment lines for plotting
-    /// programs; the permuted forms print element or row perm[i] at place i.
+    /// Print to the standard output for debugging. Lines begin with "# ", which plotting
+    /// programs read as comments. The permuted versions print row or element perm[i] as
+    /// number i.
     static void printMatrix(const char* name, std::int32_t n, const double* const* m);
     static void printMatrixPermuted(const char* name, std::int32_t n, const double* const* m,
                                     const std::int32_t* perm);

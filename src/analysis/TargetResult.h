@@ -1,4 +1,4 @@
-// What a target calculation gives.
+// The result of a target calculation.
 #pragma once
 
 #include "analysis/CalculationChoice.h"
@@ -11,37 +11,38 @@ namespace analysis
 struct CalculationState;
 struct CollectedRows;
 
-/// The part of a reference in a target, by the non-equivalent method.
+/// The contribution of one reference to a target, by the non-equivalent method.
 struct ReferencePart {
-    int row = 0;        ///< of the reference
-    double share = 0.0; ///< all of them add up to 1
-    double dMut = 0.0;  ///< its edge jump in the target
+    int row = 0;        ///< index of the reference row
+    double share = 0.0; ///< the shares of all references add up to 1
+    double dMut = 0.0;  ///< edge jump that the reference contributes
 };
 
-/// The numbers of one target spectrum. None is clamped, and numeric trouble shows
-/// as infinity or NaN.
+/// The result for one target spectrum. Values are not clamped; a division by zero gives
+/// infinity or NaN.
 struct TargetResult {
     Variant variant = Variant::ThreePoints;
-    double a = 0.0;             ///< fraction, or share, of the first used reference
-    double valence = 0.0;       ///< of the mixture
-    double thickness = 0.0;     ///< t/ts, or the total dMut; 0 for three points
-    QList<ReferencePart> parts; ///< of each valid reference; non-equivalent method only
+    double a = 0.0;         ///< fraction (four-points family) or share of the first used reference
+    double valence = 0.0;   ///< valence of the mixture
+    double thickness = 0.0; ///< t/ts, total dMut (non-equivalent), or 0 (three points)
+    QList<ReferencePart> parts; ///< one per used reference; non-equivalent method only
 
-    /// Whether the result goes to the message box too. The exact form alone keeps
-    /// silent.
+    /// Whether the result is also written to the message box: all variants except the exact
+    /// form.
     bool isAnnounced() const { return variant != Variant::ExactFourPoints; }
 };
 
-/// The forms of the four-points family, from the numbers of the rows.
+/// Calculates the target's result by a form of the four-points family.
 ///
-/// @param rows  as in a plan of planTarget() that runs the form
+/// @param rows  the rows that planTarget() collected for this form
 TargetResult threePointsResult(const CalculationState& state, const CollectedRows& rows);
 TargetResult exactFourPointsResult(const CalculationState& state, const CollectedRows& rows);
 TargetResult leastSquareResult(const CalculationState& state, const CollectedRows& rows);
 
-/// The non-equivalent method, from the spectra.
+/// Calculates the target's result by the non-equivalent method, from the spectra.
 ///
-/// @param victoreen  background by two terms of the wavelength instead of a line
+/// @param victoreen  selects the Victoreen background instead of the linear one; see NeqFit
+/// @pre planTarget() gave this variant
 TargetResult nonEquivalentResult(const CalculationState& state, bool victoreen);
 
 } // namespace analysis

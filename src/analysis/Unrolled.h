@@ -1,4 +1,4 @@
-// Loops over the unknowns of a small system, written out by the compiler.
+// Loops that are unrolled at compile time.
 #pragma once
 
 #include <cstddef>
@@ -8,11 +8,11 @@
 namespace analysis
 {
 
-/// Calls @p step with each index from @p First to @p Last - 1, as a type whose
-/// value is a constant.
+/// Calls step(i) for each index i in [@p First, @p Last), where i is a
+/// std::integral_constant.
 ///
-/// A loop that the optimiser unrolls comes too late for it to keep the matrix
-/// in registers; written out like this it does.
+/// The optimiser unrolls ordinary loops too late to keep a small matrix in registers. With
+/// this expansion it does keep it there.
 template <std::size_t First, std::size_t Last, class Step>
 [[gnu::always_inline]] inline void forEachIndex(Step step)
 {

@@ -6,19 +6,20 @@ namespace analysis
 namespace
 {
 
-// About five times what bench/ measures: one value of a pixel in the slowest
-// method, and one point of a spectrum in a change of the edge, which repeats the
-// linear combination fit once for each reference.
+// About five times the values that bench/ measures. secondsPerValue is for one value of a
+// pixel in the slowest method. secondsPerPoint is for one point of a spectrum when the edge
+// changes, which repeats the linear combination fit once per reference.
 constexpr double secondsPerValue = 250e-9;
 constexpr double secondsPerPoint = 5e-6;
 
-constexpr double longSeconds = 0.1;
+constexpr double longThresholdSeconds = 0.1;
 
 } // namespace
 
 bool mayTakeLong(const Work& work)
 {
-    return work.pixels * work.rows * secondsPerValue + work.points * secondsPerPoint >= longSeconds;
+    return work.pixels * work.rows * secondsPerValue + work.points * secondsPerPoint >=
+           longThresholdSeconds;
 }
 
 } // namespace analysis

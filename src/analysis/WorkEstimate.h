@@ -1,19 +1,19 @@
-// How long a calculation may take, estimated from the amount of its input.
+// Estimates from the amount of input whether a calculation takes long.
 #pragma once
 
 namespace analysis
 {
 
-/// The input of a calculation.
+/// The amount of input of a calculation.
 struct Work {
-    double pixels = 0.0; ///< of the largest map in use
-    int rows = 0;        ///< energy rows in use: a pixel has one value in each
-    double points = 0.0; ///< of all spectra together
+    double pixels = 0.0; ///< number of pixels of the largest map in use
+    int rows = 0;        ///< number of energy-point rows in use; a pixel has one value per row
+    double points = 0.0; ///< number of points of all spectra together
 };
 
-/// Whether a calculation, with the repetitions that one change of input causes,
-/// may take a tenth of a second or more on a slow machine. A rough upper estimate:
-/// true for some work that is faster. False without input.
+/// Whether a calculation might take 0.1 s or longer on a slow machine, including the
+/// repetitions that one change of input causes. This is a rough upper estimate, so it is also
+/// true for some faster calculations. False without input.
 bool mayTakeLong(const Work& work);
 
 } // namespace analysis
