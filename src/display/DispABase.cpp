@@ -12,7 +12,7 @@ namespace
 {
 
 constexpr double maxTitlePoints = 12.0;
-constexpr int buttonPadding = 8; // pixels, both sides together
+constexpr int buttonPadding = 8; // pixels, sum of left and right
 constexpr int buttonColumn = 7;
 
 } // namespace
@@ -21,7 +21,7 @@ DispABase::DispABase(QWidget* parent)
     : DrawingFrame(parent)
 {
     setupUi(this);
-    // No wider than its words need: the read-outs have use for every pixel.
+    // The button gets only the width of its text, so that the read-outs get the rest.
     const int words = PopDockB->fontMetrics().horizontalAdvance(PopDockB->text());
     gridLayout_2->setColumnMinimumWidth(buttonColumn,
                                         std::min(words + buttonPadding, PopDockB->maximumWidth()));
@@ -32,7 +32,7 @@ void DispABase::setXYTitle(const QString& x, const QString& y)
 {
     xTitle = x;
     yTitle = y;
-    // An empty label would still cost the strip its spacing.
+    // Empty labels are hidden, because the layout adds spacing around visible ones.
     XTitle->setText(xTitleInArea ? QString() : xTitle);
     XTitle->setHidden(XTitle->text().isEmpty());
     YTitle->setText(yTitleInArea ? QString() : yTitle);

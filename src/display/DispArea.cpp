@@ -49,7 +49,7 @@ void DispArea::takeWholeWidget()
 
 void DispArea::takeWholeWidgetUntilPainted()
 {
-    // After that the plot area is the one that the client last drew with.
+    // After a paint the plot area must stay the one that the client has drawn with.
     if (!m_painted) {
         takeWholeWidget();
     }
@@ -81,7 +81,7 @@ void DispArea::mouseMoveEvent(QMouseEvent* event)
     takeWholeWidgetUntilPainted();
     mouse.moved(event);
     Q_EMIT nowPos(cc.s2rX(mouse.now.x()), cc.s2rY(mouse.now.y()));
-    // What the keys were at the press decides, not what they are now.
+    // The modifier keys at the time of the press count, not the current ones.
     if (!mouse.pressed || mouse.pressButton != Qt::LeftButton || (mouse.pressMods & controlOrAlt)) {
         return;
     }
@@ -112,7 +112,7 @@ void DispArea::mouseDoubleClickEvent(QMouseEvent* event)
 void DispArea::wheelEvent(QWheelEvent* event)
 {
     takeWholeWidgetUntilPainted();
-    // One step for each event, however fine the device reports its turn.
+    // Each event zooms by one step, whatever its angle delta is.
     const double turn = event->angleDelta().y() * 0.125 / 15.0;
     zoom(turn < 0.0 ? 1.1 : 1.0 / 1.1);
     event->accept();
@@ -120,7 +120,9 @@ void DispArea::wheelEvent(QWheelEvent* event)
 
 void DispArea::zoom(double factor)
 {
-    // About the place of the last move; the wheel event's own is not looked at.
+    // The position of the last mouse move stays fixed; the position in the wheel event is
+    // not used. Near the left or right edge only y is zoomed, near the top or bottom edge
+    // only x; elsewhere and in the corners both.
     const QPoint at = mouse.now;
     const double cx = cc.s2rX(at.x());
     const double cy = cc.s2rY(at.y());
@@ -146,7 +148,7 @@ void DispArea::pan()
 double DispArea::distanceTo(int line) const
 {
     const double value = markLines->value(line);
-    // Vertical lines are hit anywhere in their column, in the margins as well.
+    // Only the distance across the line counts, so it can also be hit in the margins.
     return markLines->lines.at(line)->direction == 0
                ? std::fabs(cc.r2sX(value) - mouse.pressPos.x())
                : std::fabs(cc.r2sY(value) - mouse.pressPos.y());
@@ -234,7 +236,7 @@ void DispArea::drawRangeLabels(QStylePainter* p)
     const int rise = truncated(T * cc.textFill);
     const double below = cc.areaY0 - truncated((1.0 - cc.textFill) * T);
     const auto label = [&](double value, int characters, const QRectF& box, Qt::Alignment side) {
-        // Cut, not rounded: an exponent may be gone.
+        // Truncated, not rounded, on purpose; an exponent can be lost.
         const QString text = QString::number(value, 'g', 6).left(characters);
         dt.drawText(p, box, QFont(), static_cast<int>(Qt::AlignVCenter | side), DrawText::fit, text,
                     maxPoints);

@@ -1,4 +1,4 @@
-// The panel's slots for the graph window.
+// Slots of the panel for the graph window.
 
 #include "panel/FourPs.h"
 
