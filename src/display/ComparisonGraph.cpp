@@ -66,7 +66,7 @@ void ComparisonGraph::drawOneByOne(QPainter* p, const MarkPlaces& places) const
         return colors.isEmpty() ? QColor(Qt::black) : colors.at(point.color % colors.size());
     };
     const bool isCovered = std::all_of(colors.cbegin(), colors.cend(), [p](const QColor& color) {
-        return isSameDrawnTwice(*p, QPen(color));
+        return isRedrawNoOp(*p, QPen(color));
     });
     struct Mark {
         QPoint place;
