@@ -1,4 +1,4 @@
-// The small operations that keep rows, spectra and scales in step.
+// Slots of the panel that update rows, spectra and limits after a change of input.
 
 #include "panel/FourPs.h"
 
@@ -17,7 +17,8 @@
 namespace
 {
 
-/// Shows the mut of @p spectrum at @p energy (eV), or nothing where it has none.
+/// Shows the mut of @p spectrum at @p energy (eV). Clears the cell if the spectrum has no
+/// value there.
 void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy)
 {
     double mut = 0.0;
@@ -108,7 +109,7 @@ void FourPs::removeAFile()
 
 void FourPs::receiveNewDir(QString dir)
 {
-    // A file on a share that is not mounted is in no directory.
+    // The directory is empty for a file on a share that is not mounted.
     if (dir.isEmpty()) {
         return;
     }
@@ -118,7 +119,7 @@ void FourPs::receiveNewDir(QString dir)
     for (AXafsFileSelect* row : std::as_const(XafsFiles)) {
         row->setDir(dir);
     }
-    // The save row keeps a directory of its own.
+    // The save row keeps its own directory.
     ui.DispFSelect->setDir(dir);
     MultiFiles->setDir(dir);
 }
@@ -148,8 +149,8 @@ void FourPs::receiveNewFile(QString fname)
         receiveNewTarget(fname);
     }
     calcBoth();
-    // A file that gave no spectrum has refreshed nothing so far, and its plot
-    // still shows the one before.
+    // If the file contains no spectrum, nothing has been repainted yet, and the plot still
+    // shows the previous spectrum.
     Disps->update();
 }
 
