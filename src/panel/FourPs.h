@@ -128,8 +128,8 @@ public Q_SLOTS:
     void noticedNewEdge(double e);
 
     /// Sets the edge and the ends of the background lines of all spectra to the values in
-    /// the fields, fits all background lines again, and refreshes the columns of the valid
-    /// references, but not the column of the target.
+    /// the fields, fits all background lines again, and calls receiveNewRef() for each
+    /// reference. The column of the target is not refreshed.
     void setEdge();
 
     void updateMaps(bool f);         ///< repaints both map windows; ignores @p f
