@@ -36,7 +36,7 @@ struct GraphData {
     };
 
     const A2DData& result;             ///< result of the latest map calculation
-    const QList<AMutE*>& shownOnly;    ///< spectra loaded for display only
+    const QList<AMutE*>& displayOnly;  ///< spectra loaded for display only
     const AMutE* fitted;               ///< curve of the latest fit; can be null
     const QList<LCFPoint>& comparison; ///< comparison of fits and target calculations
     int pointColor;                    ///< colour index of the next comparison point
@@ -67,7 +67,7 @@ public:
 
     /// In the graph of all spectra, switches a spectrum on or off if its row in the
     /// legend is at @p pos (pixels of the painting surface).
-    void switchSpectrumAt(QPoint pos, const QList<AMutE*>& shownOnly) const;
+    void switchSpectrumAt(QPoint pos, const QList<AMutE*>& displayOnly) const;
 
 private:
     /// The target of a paint.
@@ -92,7 +92,7 @@ private:
                         const HistogramChoice& choice, const CColors& colors) const;
     void drawThickness(const Plot& plot, const GraphData& data) const;
     void drawPlane(const Plot& plot) const;
-    QList<AMutE*> allSpectra(const QList<AMutE*>& shownOnly) const;
+    QList<AMutE*> allSpectra(const QList<AMutE*>& displayOnly) const;
 
     const Widgets& m_widgets;
     const InputReader& m_inputs;

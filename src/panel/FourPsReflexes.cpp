@@ -29,10 +29,10 @@ void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy
     }
 }
 
-analysis::Work workOn(const QList<AXafsFileSelect*>& spectra, const QList<AMutE*>& shownOnly)
+analysis::Work workOn(const QList<AXafsFileSelect*>& spectra, const QList<AMutE*>& displayOnly)
 {
     analysis::Work work;
-    for (const AMutE* spectrum : QList<AMutE*>(spectra.cbegin(), spectra.cend()) + shownOnly) {
+    for (const AMutE* spectrum : QList<AMutE*>(spectra.cbegin(), spectra.cend()) + displayOnly) {
         work.points += static_cast<double>(spectrum->points.size());
     }
     return work;
