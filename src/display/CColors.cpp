@@ -13,15 +13,15 @@ QList<QColor> baseList()
     return once + once + once;
 }
 
-/// One channel of a derived colour: @p next, or if that is lower than @p channel, the
-/// value a third of the way down to it.
+/// Returns one channel of a derived colour: a third of the way from @p channel down to
+/// @p next if @p next is lower, otherwise @p next.
 int between(int channel, int next)
 {
     return next < channel ? (next + 2 * channel) / 3 : next;
 }
 
-/// A new colour from two neighbours in the list. Bright results are darkened, because
-/// plots have a white background.
+/// Derives a new colour from two neighbours in the list. Bright results are darkened,
+/// because plots have a white background.
 QColor derived(const QColor& color, const QColor& next)
 {
     int red = between(color.red(), next.red());

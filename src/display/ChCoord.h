@@ -33,7 +33,7 @@ public:
     void setRealX(double x0, double x1);
     void setRealY(double y0, double y1);
 
-    /// Converts a data value to a pixel position.
+    /// Convert a data value to a pixel position.
     double r2sX(double v) const;
     double r2sY(double v) const;
 
@@ -55,8 +55,8 @@ public:
     double s2rdX(double d) const;
     double s2rdY(double d) const;
 
-    /// s2rX() and s2rY() clamped to the two real limits, which can be in either
-    /// order. NaN is returned as NaN.
+    /// Return s2rX() or s2rY(), clamped to the two real limits, which can be in
+    /// either order. NaN is returned as NaN.
     double s2rClampX(double p) const;
     double s2rClampY(double p) const;
 
@@ -70,14 +70,14 @@ public:
     bool nearScrEdgeX(double p) const;
     bool nearScrEdgeY(double p) const;
 
-    /// Returns a distance between ticks, in data values: the first of @p base
-    /// times 1, 2, 5, 10, 20, ... that is wider than @p minPixels on the x axis, or
-    /// @p base times 10^8 if none of the first 24 is.
+    /// Chooses the distance between ticks, in data values: the first of @p base
+    /// times 1, 2, 5, 10, 20, 50, ... that is wider than @p minPixels on the x axis.
+    /// If none of the first 24 is wide enough, returns @p base times 10^8.
     double tickStep(double base, double minPixels) const;
 
-    /// Returns the distance between ticks on the y axis: the same value as
-    /// tickStep(). It also uses the scale of x, on purpose, so that both axes have
-    /// the same step.
+    /// Returns the distance between ticks on the y axis. It is the same as
+    /// tickStep(), which uses the scale of x, on purpose: both axes have the same
+    /// step.
     double tickStepY(double base, double minPixels) const;
 
     /// Height of a row of text, truncated to whole pixels. It has the sign of the

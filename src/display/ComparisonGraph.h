@@ -14,9 +14,9 @@ namespace display
 
 class MarkPlaces;
 
-/// One point for each run of the linear combination fit: the valence from the fit
-/// on x, and the latest valence from the target calculation at that time on y. The
-/// diagonal line shows where both valences are equal.
+/// One point for each run of the linear combination fit: x is the valence of the
+/// fit, y the valence of the latest target calculation at that time. The diagonal
+/// line shows where both are equal.
 class ComparisonGraph : public Graph
 {
 public:

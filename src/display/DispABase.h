@@ -48,6 +48,7 @@ public Q_SLOTS:
     void update();
 
 Q_SIGNALS:
+    /// The signals of the painting surface, forwarded; see DispArea.
     void draw(QStylePainter* p);
     void mPressed(MouseC* m);
     void mDragging(MouseC* m);

@@ -45,8 +45,8 @@ public:
 Q_SIGNALS:
     /// The mouse moved to this position (data values).
     void nowPos(double rx, double ry);
-    /// The client draws now, with @p p. The painter is valid only during the
-    /// emission.
+    /// Emitted in each paint, so that the client draws with @p p. The painter is
+    /// valid only during the emission.
     void draw(QStylePainter* p);
     /// The left button was pressed without Shift, Control or Alt.
     void mPressed(MouseC* m);
@@ -66,8 +66,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void takeWholeWidget();
-    void takeWholeWidgetUntilPainted();
+    void useWholeWidget();
+    void useWholeWidgetBeforeFirstPaint();
     void selectMarkLine();
     void dragMarkLine();
     void endMarkDrag();

@@ -41,7 +41,8 @@ void DispMBase::setZRange(double lo, double hi)
     const auto [low, high] = std::minmax(lo, hi);
     CBar->newZmin(low);
     CBar->newZmax(high);
-    // If the new lower limit was above the old upper limit, the bar has swapped them.
+    // If the new lower limit was above the old upper limit, the bar has swapped them, and
+    // the lower limit must be set again.
     if (CBar->zmin != low) {
         CBar->newZmin(low);
     }
@@ -50,7 +51,8 @@ void DispMBase::setZRange(double lo, double hi)
 
 void DispMBase::showBarLimits()
 {
-    // Without a change the edits keep their texts: the client can have given reversed limits.
+    // If the limits of the bar are unchanged, the edits are not updated: they can show
+    // reversed limits as the client has given them.
     if (m_shownMin.limit != CBar->zmin || m_shownMax.limit != CBar->zmax) {
         showLimits(CBar->zmin, CBar->zmax);
     }

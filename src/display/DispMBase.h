@@ -46,6 +46,7 @@ public Q_SLOTS:
     void update();
 
 Q_SIGNALS:
+    /// The signals of the painting surface, forwarded; see DispArea.
     void draw(QStylePainter* p);
     void nowPos(double x, double y);
     void mPressed(MouseC* m);

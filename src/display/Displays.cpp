@@ -22,7 +22,7 @@ Displays::Displays(QWidget* parent)
     make("DHistA", DHistA, tr("Histgram of a"), 0, 2, 1);
     make("DHistDMut", DHistDMut, tr("Histgram of dMut"), 1, 2, 1);
     make("DDMutVsA", DDMutVsA, tr("dMut/v or a"), 2, 2, 1);
-    // Outside the grid. Nothing shows this plot, on purpose.
+    // Not in the grid: this plot is never shown, on purpose.
     make("DM2M3", DM2M3, tr("M2/M3"), -1, -1, 1);
 }
 

@@ -45,6 +45,7 @@ public:
     QList<DispId> ids; ///< the id of each plot in @c disps
 
 public Q_SLOTS:
+    /// Forward a signal of the sending plot.
     void receiveDraw(QStylePainter* p);
     void receiveMPressed(MouseC* m);
     void receiveMDragging(MouseC* m);
@@ -55,6 +56,7 @@ public Q_SLOTS:
     void update();
 
 Q_SIGNALS:
+    /// The signals of the plots, with the plot @p dab that sent them; see DispArea.
     void draw(Displays::DispId id, DispABase* dab, QStylePainter* p);
     void mPressed(DispABase* dab, MouseC* m);
     void mDragging(DispABase* dab, MouseC* m);

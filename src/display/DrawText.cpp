@@ -14,7 +14,7 @@ namespace
 
 constexpr double trialPoints = 10.0;
 
-/// The common size of an empty list, in points: larger than any size that fits.
+/// Points. Start value for the common size of several texts, which each text can reduce.
 constexpr double anySize = 100000.0;
 
 QFont sized(const QFont& font, double points)

@@ -22,7 +22,7 @@ class DrawText : public QObject
     Q_OBJECT
 
 public:
-    /// Drawing modes: use the given font, or use the size that fits the box.
+    /// Drawing modes: @c asGiven uses the given font, @c fit scales it to the box.
     static constexpr int asGiven = 0;
     static constexpr int fit = 1;
 

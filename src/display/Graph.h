@@ -10,7 +10,7 @@ namespace display
 {
 
 /// A graph of data from the panel, made for a single paint. Derived classes hold the
-/// data and draw them; this class does the parts that all graphs share.
+/// data and draw them; this class draws the parts that all graphs share.
 class Graph
 {
 public:

@@ -9,7 +9,7 @@ class QPainter;
 namespace display
 {
 
-/// The values of grid lines: @c first, @c first + @c step, ... up to and including
+/// The values of grid lines: @c first, @c first + @c step, ... while they are not above
 /// @c last. There are no values if one of the three numbers is not finite, if
 /// @c step is not greater than 0, or if @c last is below @c first.
 struct GridValues {

@@ -80,8 +80,8 @@ private:
     int m_width = 0;
 };
 
-/// Calls @p bar(i, count) for each bin, and before and after them for the counts below
-/// (i = -1) and above (i = number of bins) the range.
+/// Calls @p bar(i, count) for the count below the range (i = -1), then for each bin, then
+/// for the count above the range (i = number of bins).
 template <class Bar>
 void forEachBin(const analysis::HistogramCounts& counts, Bar bar)
 {
@@ -145,7 +145,7 @@ void HistogramGraph::drawGrid(QPainter* p, const ChCoord& cc) const
     constexpr double minPixels = 10.0;
     p->setPen(gridColor);
     const double step = cc.tickStep(1.0, minPixels);
-    // The last line is strictly below floor(to).
+    // On purpose the last line is strictly below floor(to).
     const double first = std::ceil(from);
     const double last = first + step * (std::ceil((std::floor(to) - first) / step) - 1.0);
     drawVerticalGrid(p, cc, {first, step, last});

@@ -17,8 +17,8 @@ namespace display
 /// there are no gaps and no overlaps.
 ///
 /// The picture is the same, pixel for pixel, as with one fillRect() for each cell.
-/// It is faster because cells outside the view or smaller than a pixel are skipped,
-/// and neighbouring cells of one colour in a line are filled by one call.
+/// It is faster because cells that are outside the view or cover no pixel are
+/// skipped, and neighbouring cells of one colour in a line are filled by one call.
 class MapCells
 {
 public:
@@ -46,8 +46,8 @@ public:
         }
     }
 
-    /// Draws the outlines of all cells in the painter's pen, including cells that are
-    /// smaller than a pixel.
+    /// Draws the outlines of all cells in the painter's pen, including cells that
+    /// cover no pixel.
     void outline(QPainter* p) const;
 
 private:

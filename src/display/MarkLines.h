@@ -15,7 +15,7 @@ class MarkLines : public QObject
 public:
     using QObject::QObject;
 
-    /// Appends a line. The caller keeps its ownership.
+    /// Appends a line. The set does not own its lines.
     void add(MarkLine* line);
 
     /// Removes all lines from the set without deleting them, and clears the selection.

@@ -44,12 +44,12 @@ std::optional<MarkStamp> MarkStamp::of(const QPainter& p, const QPen& pen)
     constexpr int size = 2 * reach + 1;
     QImage image(size, size, QImage::Format_RGB32);
     image.fill(Qt::black);
-    QPainter one(&image);
+    QPainter painter(&image);
     QPen white(pen);
     white.setColor(Qt::white);
-    one.setPen(white);
-    drawMark(&one, {reach, reach});
-    one.end();
+    painter.setPen(white);
+    drawMark(&painter, {reach, reach});
+    painter.end();
     MarkStamp stamp;
     for (int y = 0; y < size; ++y) {
         std::uint64_t row = 0;

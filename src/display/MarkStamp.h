@@ -18,8 +18,8 @@ namespace display
 /// The pixels that display::drawMark() draws around the pixel of a point.
 ///
 /// The fast paths copy this pattern instead of drawing circles. This is possible
-/// because Qt draws a circle with integer coordinates with the same pattern at each
-/// position. If a painter does not, there is no stamp.
+/// because Qt draws a circle with integer coordinates as the same pattern at each
+/// position. For a painter for which this is not true, of() returns no stamp.
 class MarkStamp
 {
 public:

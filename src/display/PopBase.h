@@ -5,7 +5,7 @@
 
 #include <QFrame>
 
-/// A separate window for the drawing of a frame, which is placed in the layout
+/// A separate window for the drawing of a frame. The drawing is placed in the layout
 /// @c PopBaseLayout of the form.
 class PopBase : public QFrame, public Ui_PopBase
 {

@@ -12,8 +12,8 @@ namespace display
 class [[nodiscard]] WaitCursor
 {
 public:
-    /// @param isWanted  false makes the guard a no-op; for work that is too short
-    ///                  for a change of the cursor
+    /// @param isWanted  false makes the guard a no-op, for work that takes only a
+    ///                  short time
     explicit WaitCursor(bool isWanted = true);
     ~WaitCursor();
 

@@ -154,8 +154,9 @@ void cBar::drawDragLines(QPainter* p)
 void cBar::mousePressEvent(QMouseEvent* event)
 {
     mouse.recordPressed(event);
-    // If both lines are near, the lower one is dragged. On purpose neither a press away
-    // from both lines nor a release clears the handle: the next drag moves the last line.
+    // If both lines are near the press, the lower one is dragged. On purpose neither a press
+    // far from both lines nor a release clears the handle: the next drag then moves the line
+    // that was dragged last.
     if (std::fabs(mouse.pressPos.y() - cc.r2sY(maxIdx)) < hitDistance) {
         dragHandle = UpperLine;
     }

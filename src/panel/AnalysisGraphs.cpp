@@ -73,7 +73,7 @@ void AnalysisGraphs::draw(Displays::DispId id, DispABase* frame, QStylePainter* 
         drawPlane(plot);
         break;
     default:
-        break; // the plot of a spectrum row, which draws it itself
+        break; // spectrum rows draw their plots themselves
     }
 }
 

@@ -51,7 +51,7 @@ class FourPs : public QFrame
 public:
     explicit FourPs(QWidget* parent = nullptr);
 
-    /// Adds a line to the message box. White space in @p text is simplified.
+    /// Adds a line to the message box, after QString::simplified().
     void message(const QString& text);
 
     /// Gives the focus to the file button of the first reference, the first step of a
@@ -109,16 +109,16 @@ public:
     double TargetT = 0.0;              ///< valence of the latest target calculation
     QList<LCFPoint> LCFvs4PS;          ///< one point for each fit since the list was cleared
     int LCFColor = 0;                  ///< colour index of the next point of LCFvs4PS
-    bool unusedFlag = false;           ///< not used
-    CColors Colors;                    ///< the colours of the graphs
-    Displays* Disps = nullptr;         ///< the graph window
-    DispMBase* MapDisp = nullptr;      ///< the window of the result map
-    DispMBase* DMapDisp = nullptr;     ///< the window of the measured map
-    Histgram* HistV = nullptr;         ///< histogram of the valence
-    Histgram* HistT = nullptr;         ///< histogram of the total dMut
-    QList<Histgram*> HistRatio;        ///< one per reference, with the fields of HistV
-    QList<Histgram*> HistDMut;         ///< one per reference, with the fields of HistT
-    double scaleX0 = 0.0;              ///< scaleX0 to scaleY1: range of the latest graph
+    bool unusedFlag = false;
+    CColors Colors;                ///< the colours of the graphs
+    Displays* Disps = nullptr;     ///< the graph window
+    DispMBase* MapDisp = nullptr;  ///< the window of the result map
+    DispMBase* DMapDisp = nullptr; ///< the window of the measured map
+    Histgram* HistV = nullptr;     ///< histogram of the valence
+    Histgram* HistT = nullptr;     ///< histogram of the total dMut
+    QList<Histgram*> HistRatio;    ///< one per reference, with the fields of HistV
+    QList<Histgram*> HistDMut;     ///< one per reference, with the fields of HistT
+    double scaleX0 = 0.0;          ///< automatic range of the graph drawn last, to scaleY1
     double scaleY0 = 0.0;
     double scaleX1 = 0.0;
     double scaleY1 = 0.0;
@@ -144,8 +144,8 @@ public Q_SLOTS:
     /// if none is selected.
     void removeAFile();
 
-    /// Passes the directory to all file rows except the one for saving. An empty directory is
-    /// ignored; a file on a share that is not mounted has one.
+    /// Passes the directory to all file rows except the one for saving. Ignores an empty
+    /// directory, which is reported for a file on a share that is not mounted.
     void receiveNewDir(QString dir);
 
     /// Refreshes the mut fields of the sending energy row at the energy in its field. Ignores

@@ -29,7 +29,8 @@ void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy
     }
 }
 
-analysis::Work workOn(const QList<AXafsFileSelect*>& spectra, const QList<AMutE*>& displayOnly)
+analysis::Work spectrumWork(const QList<AXafsFileSelect*>& spectra,
+                            const QList<AMutE*>& displayOnly)
 {
     analysis::Work work;
     for (const AMutE* spectrum : QList<AMutE*>(spectra.cbegin(), spectra.cend()) + displayOnly) {
@@ -226,12 +227,12 @@ void FourPs::calcBoth()
 
 bool FourPs::isSpectrumWorkLong() const
 {
-    return analysis::mayTakeLong(workOn(XafsFiles, DispMuts));
+    return analysis::mayTakeLong(spectrumWork(XafsFiles, DispMuts));
 }
 
 bool FourPs::isReflexLong() const
 {
-    analysis::Work work = workOn(XafsFiles, DispMuts);
+    analysis::Work work = spectrumWork(XafsFiles, DispMuts);
     for (const AEPoint* row : EPoints) {
         if (row->UseCB->isChecked() && row->loaded) {
             work.pixels = std::max(work.pixels, 1.0 * row->xNum * row->yNum);

@@ -74,7 +74,7 @@ void connectMaps(const Widgets& widgets)
                          &DispMBase::update);
     }
     for (const AEPoint* row : widgets.points) {
-        // After a failed read the row has no map.
+        // Also repaints after a failed read, which leaves the row without a map.
         QObject::connect(row->FileSelect, &AFileSelect::newFilePath, widgets.dataMap,
                          &DispMBase::update);
     }
