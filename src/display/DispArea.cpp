@@ -232,7 +232,7 @@ void DispArea::drawRangeLabels(QStylePainter* p)
     constexpr int xCharacters = 6;
     constexpr double maxPoints = 12.0;
     const int rowHeight = cc.textRow(); // negative
-    const int width = cc.labelWidth();
+    const int labelWidth = cc.labelWidth();
     const int textHeight = truncated(rowHeight * cc.textFill);
     const double below = cc.areaY0 - truncated((1.0 - cc.textFill) * rowHeight);
     const auto label = [&](double value, int characters, const QRectF& box, Qt::Alignment side) {
@@ -242,11 +242,12 @@ void DispArea::drawRangeLabels(QStylePainter* p)
                     maxPoints);
     };
     p->setPen(Qt::black);
-    label(cc.realY1, yCharacters, {0.0, cc.areaY1, width * 0.95, -1.0 * textHeight},
+    label(cc.realY1, yCharacters, {0.0, cc.areaY1, labelWidth * 0.95, -1.0 * textHeight},
           Qt::AlignRight);
-    label(cc.realY0, yCharacters, {0.0, cc.areaY0, width * 0.95, 1.0 * textHeight}, Qt::AlignRight);
-    label(cc.realX0, xCharacters, {cc.areaX0, below, width * 2.0, -1.0 * textHeight},
+    label(cc.realY0, yCharacters, {0.0, cc.areaY0, labelWidth * 0.95, 1.0 * textHeight},
+          Qt::AlignRight);
+    label(cc.realX0, xCharacters, {cc.areaX0, below, labelWidth * 2.0, -1.0 * textHeight},
           Qt::AlignLeft);
-    label(cc.realX1, xCharacters, {cc.areaX1, below, width * -2.0, -1.0 * textHeight},
+    label(cc.realX1, xCharacters, {cc.areaX1, below, labelWidth * -2.0, -1.0 * textHeight},
           Qt::AlignRight);
 }

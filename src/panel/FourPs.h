@@ -109,16 +109,16 @@ public:
     double TargetT = 0.0;              ///< valence of the latest target calculation
     QList<LCFPoint> LCFvs4PS;          ///< one point for each fit since the list was cleared
     int LCFColor = 0;                  ///< colour index of the next point of LCFvs4PS
-    bool unusedFlag = false;
-    CColors Colors;                ///< the colours of the graphs
-    Displays* Disps = nullptr;     ///< the graph window
-    DispMBase* MapDisp = nullptr;  ///< the window of the result map
-    DispMBase* DMapDisp = nullptr; ///< the window of the measured map
-    Histgram* HistV = nullptr;     ///< histogram of the valence
-    Histgram* HistT = nullptr;     ///< histogram of the total dMut
-    QList<Histgram*> HistRatio;    ///< one per reference, with the fields of HistV
-    QList<Histgram*> HistDMut;     ///< one per reference, with the fields of HistT
-    double scaleX0 = 0.0;          ///< automatic range of the graph drawn last, to scaleY1
+    bool unusedFlag = false;           ///< not read by any code; kept on purpose
+    CColors Colors;                    ///< the colours of the graphs
+    Displays* Disps = nullptr;         ///< the graph window
+    DispMBase* MapDisp = nullptr;      ///< the window of the result map
+    DispMBase* DMapDisp = nullptr;     ///< the window of the measured map
+    Histgram* HistV = nullptr;         ///< histogram of the valence
+    Histgram* HistT = nullptr;         ///< histogram of the total dMut
+    QList<Histgram*> HistRatio;        ///< one per reference, with the fields of HistV
+    QList<Histgram*> HistDMut;         ///< one per reference, with the fields of HistT
+    double scaleX0 = 0.0;              ///< automatic range of the graph drawn last, to scaleY1
     double scaleY0 = 0.0;
     double scaleX1 = 0.0;
     double scaleY1 = 0.0;
