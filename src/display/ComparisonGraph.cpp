@@ -65,18 +65,18 @@ void ComparisonGraph::drawOneByOne(QPainter* p, const MarkPlaces& places) const
     const auto colorOf = [this](const LCFPoint& point) {
         return colors.isEmpty() ? QColor(Qt::black) : colors.at(point.color % colors.size());
     };
-    const bool isCovered = std::all_of(colors.cbegin(), colors.cend(), [p](const QColor& color) {
-        return isRedrawNoOp(*p, QPen(color));
-    });
+    const bool areMarksOpaque =
+        std::all_of(colors.cbegin(), colors.cend(),
+                    [p](const QColor& color) { return isRedrawNoOp(*p, QPen(color)); });
     struct Mark {
         QPoint place;
         const LCFPoint* point;
     };
     std::vector<Mark> marks; // newest first
-    PixelSet taken(places.area());
+    PixelSet occupied(places.area());
     for (auto point = points.crbegin(); point != points.crend(); ++point) {
         const auto place = places.at(point->lcfValence, point->fourPsValence);
-        if (place && (taken.insert(*place) || !isCovered)) {
+        if (place && (occupied.insert(*place) || !areMarksOpaque)) {
             marks.push_back({*place, &*point});
         }
     }

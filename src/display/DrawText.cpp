@@ -15,7 +15,7 @@ namespace
 constexpr double trialPoints = 10.0;
 
 /// Points. Start value for the common size of several texts, which each text can reduce.
-constexpr double anySize = 100000.0;
+constexpr double startPoints = 100000.0;
 
 QFont sized(const QFont& font, double points)
 {
@@ -182,7 +182,7 @@ void DrawText::drawTextPairs(QStylePainter* p, const QRectF& box, double dx, dou
 std::optional<QFont> DrawText::commonFont(QStylePainter* p, const QRectF& box, const QFont& font,
                                           int flags, const QStringList& list)
 {
-    double points = anySize;
+    double points = startPoints;
     for (const QString& text : list) {
         points = std::min(points, fitSize(p, box, font, flags, text));
     }

@@ -44,13 +44,13 @@ void forEachPixel(const GridValues& values, double spacing, int size, ToPixel to
     const double near = std::min(stepsTo(-1.0), stepsTo(size));
     const double start = std::max(0.0, std::floor(near));
     // A step is at least one pixel, so at most size + 3 values need to be checked.
-    int before = -1;
+    int previous = -1;
     for (int k = 0; k <= size + 2 && start + k <= steps; ++k) {
         const double place = toPixel(values.first + values.step * (start + k));
-        const int pixel = place > -1.0 && place < size ? static_cast<int>(place) : before;
-        if (pixel != before) { // a position just below 0 and one just above both truncate to 0
+        const int pixel = place > -1.0 && place < size ? static_cast<int>(place) : previous;
+        if (pixel != previous) { // a position just below 0 and one just above both truncate to 0
             drawAt(pixel);
-            before = pixel;
+            previous = pixel;
         }
     }
 }
