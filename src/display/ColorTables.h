@@ -7,7 +7,6 @@
 namespace display
 {
 
-/// Number of colour tables.
 inline constexpr int colorTableCount = 12;
 
 /// Returns the colours of table @p type, from the lowest value to the highest. A

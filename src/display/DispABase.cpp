@@ -62,7 +62,7 @@ void DispABase::popDock()
 void DispABase::drawXYTitle(QStylePainter* p)
 {
     const ChCoord& cc = DispA->cc;
-    const int rowHeight = cc.textRow(); // negative
+    const int rowHeight = cc.textRow(); // negative: pixels grow downward
     const double textHeight = -1.0 * truncated(rowHeight * cc.textFill);
     DrawText drawer;
     const auto title = [&](const QRectF& box, const QString& text) {

@@ -231,7 +231,7 @@ void DispArea::drawRangeLabels(QStylePainter* p)
     constexpr int yCharacters = 5;
     constexpr int xCharacters = 6;
     constexpr double maxPoints = 12.0;
-    const int rowHeight = cc.textRow(); // negative
+    const int rowHeight = cc.textRow(); // negative: pixels grow downward
     const int labelWidth = cc.labelWidth();
     const int textHeight = truncated(rowHeight * cc.textFill);
     const double below = cc.areaY0 - truncated((1.0 - cc.textFill) * rowHeight);

@@ -14,7 +14,8 @@ namespace
 
 constexpr double trialPoints = 10.0;
 
-/// Points. Start value for the common size of several texts, which each text can reduce.
+/// Start value for the common size of several texts, in points: larger than any size that
+/// fits. It also applies to an empty list.
 constexpr double startPoints = 100000.0;
 
 QFont sized(const QFont& font, double points)

@@ -30,7 +30,7 @@ public:
     /// the shown histograms, or from 0 to 1 and not fitted if all bins are empty.
     Range range() const override;
 
-    double from = 0.0; ///< current limits in the line edits; the bins can have older ones
+    double from = 0.0; ///< current limits in the line edits; the bins can have older limits
     double to = 0.0;
     analysis::HistogramCounts main;
     bool mainShown = false;

@@ -57,7 +57,7 @@ private:
     QList<QColor> m_colors;
     PixelSet m_places;
     PixelSet m_covered;
-    std::vector<std::optional<PixelSet>> m_layers; ///< each created at its first use
+    std::vector<std::optional<PixelSet>> m_layers; ///< a layer is created at its first use
 };
 
 } // namespace display

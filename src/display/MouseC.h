@@ -23,11 +23,11 @@ public:
     void released(const QMouseEvent* event);
     void dClicked(const QMouseEvent* event);
 
-    QPoint prev;          ///< the value of @c now before the last move, press or release
-    QPoint now;           ///< position of the last move, press or release
-    QPoint pressPos;      ///< position of the last press
-    QPoint releasePos;    ///< position of the last release
-    QPoint dClickPos;     ///< position of the last double click
+    QPoint prev; ///< the value of @c now before the last move, press or release
+    QPoint now;  ///< position of the last move, press or release
+    QPoint pressPos;
+    QPoint releasePos;
+    QPoint dClickPos;
     bool pressed = false; ///< true from a press of any button until the next release
     Qt::MouseButton moveButton = Qt::NoButton;
     Qt::MouseButton pressButton = Qt::NoButton;

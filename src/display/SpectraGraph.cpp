@@ -19,8 +19,8 @@ namespace
 {
 
 /// Draws a vertical line from the top of the widget. On purpose its length is the width
-/// of the widget, not the height: if the widget is higher than wide, the line does not
-/// reach the bottom.
+/// of the widget, not its height: if the widget is taller than it is wide, the line does
+/// not reach the bottom.
 void drawEnergy(QPainter* p, const ChCoord& cc, const QPen& pen, double energyEv)
 {
     const double x = cc.r2sX(energyEv);

@@ -33,7 +33,7 @@ public:
     /// Swaps the value limits if they are reversed, and emits newScale().
     void checkOrder();
 
-    MouseC mouse;         ///< mouse state of the bar
+    MouseC mouse;
     ChCoord cc;           ///< coordinates of the bar; y is an index in the table
     QList<QColor*> table; ///< owned
     QColor aboveColor{255, 255, 255};

@@ -19,7 +19,7 @@ namespace panel
 namespace
 {
 
-constexpr int noMode = 5; // not one of the normalisations of AMutE
+constexpr int noMode = 5; // no button is checked; not a normalisation of AMutE
 
 using ColumnButtons = std::array<const QAbstractButton*, analysis::columnCount>;
 using ReferenceBoxes = std::array<const QAbstractButton*, analysis::neq::references>;
