@@ -5,7 +5,7 @@ namespace
 
 QList<QColor> baseList()
 {
-    // The fourth and the thirteenth are the same on purpose.
+    // The fourth and the thirteenth colour are equal on purpose.
     const QList<QColor> once{{0, 0, 0},       {255, 0, 0},     {0, 0, 255},     {120, 220, 120},
                              {200, 200, 0},   {240, 0, 240},   {0, 240, 240},   {160, 0, 0},
                              {0, 160, 0},     {0, 0, 160},     {255, 160, 160}, {160, 160, 160},
@@ -13,11 +13,15 @@ QList<QColor> baseList()
     return once + once + once;
 }
 
+/// Returns one channel of a derived colour: a third of the way from @p channel down to
+/// @p next if @p next is lower, otherwise @p next.
 int between(int channel, int next)
 {
     return next < channel ? (next + 2 * channel) / 3 : next;
 }
 
+/// Derives a new colour from two neighbours in the list. Bright results are darkened,
+/// because plots have a white background.
 QColor derived(const QColor& color, const QColor& next)
 {
     int red = between(color.red(), next.red());

@@ -1,25 +1,25 @@
-// The list of colours from which spectra and references take theirs.
+// The colours in which spectra and references are drawn.
 #pragma once
 
 #include <QColor>
 #include <QList>
 #include <QObject>
 
-/// A list of colours that can be made as long as wanted.
+/// A list of drawing colours. A short list is extended with derived colours.
 class CColors : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The base list of 45 colours (fifteen, three times over), grown to
-    /// @p n if that is more.
+    /// Makes the base list of 45 colours (15 colours, repeated three times) and
+    /// extends it if @p n is greater.
     explicit CColors(int n = 40);
 
-    /// @p list, grown to @p n colours if it has fewer.
+    /// Copies @p list and extends it to @p n colours if it has fewer.
     ///
-    /// Each round derives further colours from neighbours in the list as it
-    /// stood, wrapping at its end. An empty list has no neighbours and stays
-    /// empty.
+    /// The list is extended in rounds. A round derives one new colour from each
+    /// pair of neighbours in the list as it was before the round; the last colour
+    /// is paired with the first. An empty list stays empty.
     CColors(const QList<QColor>& list, int n);
 
     QList<QColor> colors;

@@ -8,10 +8,12 @@ namespace display
 namespace
 {
 
-/// How a channel runs along a ramp of step t: 0, t, 255 - t or 255.
+/// The value of a colour channel at step t of a ramp: 0 (None), t (Rising), 255 - t
+/// (Falling) or 255 (Full).
 enum class Channel { None, Rising, Falling, Full };
 enum class Order { Up, Down };
 
+/// A colour gradient of 256 entries, with its steps in rising or falling order.
 struct Ramp {
     Order order;
     Channel red;

@@ -1,4 +1,4 @@
-// The colour tables of maps.
+// The colour tables for maps.
 #pragma once
 
 #include <QColor>
@@ -7,13 +7,16 @@
 namespace display
 {
 
-/// How many tables there are.
 inline constexpr int colorTableCount = 12;
 
-/// The entries of table @p type, from the lowest value to the highest, in ramps
-/// of 256: 0 to 2 run from black to white through a hue, 3 to 8 through the
-/// three primaries in each order (8 is blue, green, red), 9 to 11 between
-/// complementary colours. Any other type gives table 0.
+/// Returns the colours of table @p type, from the lowest value to the highest. A
+/// table consists of colour gradients of 256 entries each:
+/// - types 0 to 2: three gradients, from black through a hue to white;
+/// - types 3 to 8: two gradients through the three primary colours, one type for
+///   each order (type 8 is blue, green, red);
+/// - types 9 to 11: one gradient between two complementary colours.
+///
+/// Any other type returns table 0.
 QList<QColor> colorTable(int type);
 
 } // namespace display

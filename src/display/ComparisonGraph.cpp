@@ -33,7 +33,7 @@ void ComparisonGraph::drawData(QStylePainter* p, const ChCoord& cc) const
     const QPointF top(cc.r2sX(upper), cc.r2sY(upper));
     drawPixelLine(p, QColor(0, 200, 0), bottom, top);
     drawPoints(p, MarkPlaces(cc));
-    // The newest stands out.
+    // A red circle marks the newest point.
     const LCFPoint& last = points.last();
     if (const auto place = markPlace(cc, last.lcfValence, last.fourPsValence)) {
         p->setPen(Qt::red);
@@ -57,25 +57,26 @@ void ComparisonGraph::drawPoints(QPainter* p, const MarkPlaces& places) const
     marks.draw(p);
 }
 
-/// For painters that scale, as on a high-resolution screen. A point is skipped when a
-/// newer one at the same place hides it.
+/// Fallback for painters without a mark stamp, for example a scaled painter on a
+/// high-resolution screen: draws the marks one by one, the oldest first. A mark is skipped
+/// if a newer mark on the same pixel covers it completely.
 void ComparisonGraph::drawOneByOne(QPainter* p, const MarkPlaces& places) const
 {
     const auto colorOf = [this](const LCFPoint& point) {
         return colors.isEmpty() ? QColor(Qt::black) : colors.at(point.color % colors.size());
     };
-    const bool isCovered = std::all_of(colors.cbegin(), colors.cend(), [p](const QColor& color) {
-        return isSameDrawnTwice(*p, QPen(color));
-    });
+    const bool areMarksOpaque =
+        std::all_of(colors.cbegin(), colors.cend(),
+                    [p](const QColor& color) { return isRedrawNoOp(*p, QPen(color)); });
     struct Mark {
         QPoint place;
         const LCFPoint* point;
     };
-    std::vector<Mark> marks; // the newest first
-    PixelSet taken(places.area());
+    std::vector<Mark> marks; // newest first
+    PixelSet occupied(places.area());
     for (auto point = points.crbegin(); point != points.crend(); ++point) {
         const auto place = places.at(point->lcfValence, point->fourPsValence);
-        if (place && (taken.insert(*place) || !isCovered)) {
+        if (place && (occupied.insert(*place) || !areMarksOpaque)) {
             marks.push_back({*place, &*point});
         }
     }

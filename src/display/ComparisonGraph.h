@@ -1,4 +1,4 @@
-// The graph of the fit against the target calculation.
+// The graph that compares the linear combination fit with the target calculation.
 #pragma once
 
 #include "analysis/LCFPoint.h"
@@ -14,20 +14,21 @@ namespace display
 
 class MarkPlaces;
 
-/// Each run of the linear combination fit beside the target's result at that
-/// time, as valences (fit on x, target on y), with the diagonal on which they agree.
+/// One point for each run of the linear combination fit: x is the valence of the
+/// fit, y the valence of the latest target calculation at that time. The diagonal
+/// line shows where both are equal.
 class ComparisonGraph : public Graph
 {
 public:
     bool isEmpty() const override { return points.isEmpty(); }
 
-    /// From the lower to the upper valence with 0.2 around, on both axes.
+    /// From 0.2 below @c lower to 0.2 above @c upper, on both axes.
     Range range() const override;
 
     double lower = 0.0; ///< valence of the first used reference
-    double upper = 0.0; ///< valence of the second one
+    double upper = 0.0; ///< valence of the second used reference
     QList<LCFPoint> points;
-    QList<QColor> colors; ///< of the runs, used cyclically; black without any
+    QList<QColor> colors; ///< colours of the runs, used cyclically; black if empty
 
 protected:
     void drawData(QStylePainter* p, const ChCoord& cc) const override;

@@ -1,4 +1,4 @@
-// Draws a curve on the pixels of a plot.
+// Draws a curve as line segments between whole pixels.
 #pragma once
 
 #include <QLine>
@@ -12,23 +12,24 @@ class QPainter;
 namespace display
 {
 
-/// Draws single segments between neighbouring points of a curve in the
-/// painter's pen, on whole pixels.
+/// Draws line segments between neighbouring points of a curve, in the painter's
+/// pen. The ends of each segment are truncated to whole pixels, see pixelLine().
 ///
-/// Each point is converted once; a point that has no place on the screen (its
-/// coordinates are not finite) takes the segments beside it with it. Segments go
-/// to the painter in bunches of a fixed size, which gives the same picture as
-/// one call for each. The last ones go when the painter of the curve dies.
+/// A point whose pixel coordinates are not finite drops its adjacent segments.
+/// Segments are drawn in batches, which is faster than one call for each segment
+/// and paints the same pixels. The destructor draws the last batch.
 class CurvePainter
 {
 public:
-    /// Both must outlive the curve; @p coord must not change meanwhile.
+    /// @param painter  must outlive this object
+    /// @param coord    coordinates of the plot; must outlive this object and must
+    ///                 not change while the curve is drawn
     CurvePainter(QPainter* painter, const ChCoord& coord);
     ~CurvePainter();
     CurvePainter(const CurvePainter&) = delete;
     CurvePainter& operator=(const CurvePainter&) = delete;
 
-    /// Appends a point, in data values.
+    /// Appends a point (data values) to the curve.
     void add(double x, double y);
 
 private:

@@ -12,7 +12,7 @@ namespace
 {
 
 constexpr double maxTitlePoints = 12.0;
-constexpr int buttonPadding = 8; // pixels, both sides together
+constexpr int buttonPadding = 8; // pixels, sum of left and right
 constexpr int buttonColumn = 7;
 
 } // namespace
@@ -21,10 +21,11 @@ DispABase::DispABase(QWidget* parent)
     : DrawingFrame(parent)
 {
     setupUi(this);
-    // No wider than its words need: the read-outs have use for every pixel.
-    const int words = PopDockB->fontMetrics().horizontalAdvance(PopDockB->text());
-    gridLayout_2->setColumnMinimumWidth(buttonColumn,
-                                        std::min(words + buttonPadding, PopDockB->maximumWidth()));
+    // The button gets only the width of its text, so that the fields for the mouse position
+    // get the rest of the strip.
+    const int textWidth = PopDockB->fontMetrics().horizontalAdvance(PopDockB->text());
+    gridLayout_2->setColumnMinimumWidth(
+        buttonColumn, std::min(textWidth + buttonPadding, PopDockB->maximumWidth()));
     connectDrawing(this);
 }
 
@@ -32,7 +33,7 @@ void DispABase::setXYTitle(const QString& x, const QString& y)
 {
     xTitle = x;
     yTitle = y;
-    // An empty label would still cost the strip its spacing.
+    // Empty labels are hidden, because the layout adds spacing around visible ones.
     XTitle->setText(xTitleInArea ? QString() : xTitle);
     XTitle->setHidden(XTitle->text().isEmpty());
     YTitle->setText(yTitleInArea ? QString() : yTitle);
@@ -61,23 +62,25 @@ void DispABase::popDock()
 void DispABase::drawXYTitle(QStylePainter* p)
 {
     const ChCoord& cc = DispA->cc;
-    const int H = cc.textRow(); // negative
-    const double rise = -1.0 * truncated(H * cc.textFill);
-    DrawText text;
-    const auto title = [&](const QRectF& box, const QString& words) {
-        text.drawText(p, box, QFont(), Qt::AlignCenter, DrawText::fit, words, maxTitlePoints);
+    const int rowHeight = cc.textRow(); // negative: pixels grow downward
+    const double textHeight = -1.0 * truncated(rowHeight * cc.textFill);
+    DrawText drawer;
+    const auto title = [&](const QRectF& box, const QString& text) {
+        drawer.drawText(p, box, QFont(), Qt::AlignCenter, DrawText::fit, text, maxTitlePoints);
     };
     p->setPen(Qt::black);
     if (xTitleInArea) {
-        const double top = 1.0 * truncated(cc.areaY0) - truncated((1.0 - cc.textFill) * H);
+        const double top = 1.0 * truncated(cc.areaY0) - truncated((1.0 - cc.textFill) * rowHeight);
         title({1.0 * truncated(cc.areaX0), top, 1.0 * truncated(std::fabs(cc.areaX1 - cc.areaX0)),
-               rise},
+               textHeight},
               xTitle);
     }
     if (yTitleInArea) {
-        const int W = truncated(std::fabs(cc.scrY1 - cc.scrY0));
+        const int length = truncated(std::fabs(cc.scrY1 - cc.scrY0));
         p->rotate(270.0);
-        title({-1.0 * W, rise, 1.0 * W, 1.0 * truncated(std::abs(H) * cc.textFill)}, yTitle);
+        title({-1.0 * length, textHeight, 1.0 * length,
+               1.0 * truncated(std::abs(rowHeight) * cc.textFill)},
+              yTitle);
         p->rotate(-270.0);
     }
 }

@@ -1,4 +1,4 @@
-// The frame of one plot.
+// The frame around one plot.
 #pragma once
 
 #include "display/DrawingFrame.h"
@@ -6,9 +6,9 @@
 
 #include <QString>
 
-/// Holds the surface @c DispA of a plot, a strip with its name and the place
-/// of the mouse, and a button that moves them into a window of their own and
-/// back. Clients connect to the frame, never to the surface.
+/// Contains the painting surface @c DispA of a plot and a strip with its name, the
+/// mouse position and a button that moves surface and strip into a separate window
+/// and back. Clients connect to the signals of the frame, not to the surface.
 class DispABase : public display::DrawingFrame<Ui_DispABase>
 {
     Q_OBJECT
@@ -16,35 +16,39 @@ class DispABase : public display::DrawingFrame<Ui_DispABase>
 public:
     explicit DispABase(QWidget* parent = nullptr);
 
-    /// The titles of the axes. The strip shows those that are not drawn in the
-    /// plot.
+    /// Sets the titles of the axes. A title that is not drawn in the plot is shown
+    /// in the strip.
     void setXYTitle(const QString& x, const QString& y);
 
     QString xTitle;
     QString yTitle;
-    bool xTitleInArea = false; ///< draw the title in the plot
-    bool yTitleInArea = false;
+    bool xTitleInArea = false; ///< draw the x title in the plot
+    bool yTitleInArea = false; ///< draw the y title in the plot
 
 public Q_SLOTS:
-    /// Shows a place (data values) in the strip, the first digits in view.
+    /// Shows a position (data values) in the strip. A number that is too long for
+    /// its field shows its first digits.
     void receiveNowPos(double rx, double ry);
 
-    /// Has the client draw, and then the titles if it had something to show.
+    /// Emits draw() for the client, then draws the titles unless the client had
+    /// nothing to draw.
     void receiveDraw(QStylePainter* p);
 
-    /// Moves the drawing into its window, or back.
+    /// Moves the drawing into its separate window, or back into the frame.
     void popDock();
 
-    /// Draws the titles that belong into the plot.
+    /// Draws the titles that are shown in the plot.
     void drawXYTitle(QStylePainter* p);
 
-    /// The next paint fits the range to the data.
+    /// Drops the range of the view; the next paint fits it to the data.
     void clearScale();
 
-    /// Repaints the frame, and its drawing wherever that is.
+    /// Repaints the frame and its drawing, also if the drawing is in the separate
+    /// window.
     void update();
 
 Q_SIGNALS:
+    /// The signals of the painting surface, forwarded; see DispArea.
     void draw(QStylePainter* p);
     void mPressed(MouseC* m);
     void mDragging(MouseC* m);

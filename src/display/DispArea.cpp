@@ -34,7 +34,7 @@ void DispArea::paintEvent(QPaintEvent*)
     p.begin(this);
     p.setRenderHint(QPainter::SmoothPixmapTransform);
     cc.drawn = true;
-    takeWholeWidget();
+    useWholeWidget();
     m_painted = true;
     if (!hasScale) {
         cc.setReal(0.0, 0.0, 1.0, 1.0);
@@ -42,16 +42,16 @@ void DispArea::paintEvent(QPaintEvent*)
     Q_EMIT draw(&p);
 }
 
-void DispArea::takeWholeWidget()
+void DispArea::useWholeWidget()
 {
     cc.setScreen(0.0, height(), width(), 0.0);
 }
 
-void DispArea::takeWholeWidgetUntilPainted()
+void DispArea::useWholeWidgetBeforeFirstPaint()
 {
-    // After that the plot area is the one that the client last drew with.
+    // Not after the first paint: this would reset the plot area that the client has set.
     if (!m_painted) {
-        takeWholeWidget();
+        useWholeWidget();
     }
 }
 
@@ -66,7 +66,7 @@ void DispArea::fitTo(double x0, double y0, double x1, double y1)
 
 void DispArea::mousePressEvent(QMouseEvent* event)
 {
-    takeWholeWidgetUntilPainted();
+    useWholeWidgetBeforeFirstPaint();
     mouse.recordPressed(event);
     const bool plain = !(mouse.pressMods & (Qt::ShiftModifier | controlOrAlt));
     if (mouse.pressButton != Qt::LeftButton || !plain) {
@@ -78,10 +78,10 @@ void DispArea::mousePressEvent(QMouseEvent* event)
 
 void DispArea::mouseMoveEvent(QMouseEvent* event)
 {
-    takeWholeWidgetUntilPainted();
+    useWholeWidgetBeforeFirstPaint();
     mouse.moved(event);
     Q_EMIT nowPos(cc.s2rX(mouse.now.x()), cc.s2rY(mouse.now.y()));
-    // What the keys were at the press decides, not what they are now.
+    // The modifier keys at the time of the press count, not the current ones.
     if (!mouse.pressed || mouse.pressButton != Qt::LeftButton || (mouse.pressMods & controlOrAlt)) {
         return;
     }
@@ -95,7 +95,7 @@ void DispArea::mouseMoveEvent(QMouseEvent* event)
 
 void DispArea::mouseReleaseEvent(QMouseEvent* event)
 {
-    takeWholeWidgetUntilPainted();
+    useWholeWidgetBeforeFirstPaint();
     mouse.released(event);
     endMarkDrag();
     Q_EMIT mReleased(&mouse);
@@ -111,8 +111,8 @@ void DispArea::mouseDoubleClickEvent(QMouseEvent* event)
 
 void DispArea::wheelEvent(QWheelEvent* event)
 {
-    takeWholeWidgetUntilPainted();
-    // One step for each event, however fine the device reports its turn.
+    useWholeWidgetBeforeFirstPaint();
+    // Each event zooms by one step, whatever its angle delta is.
     const double turn = event->angleDelta().y() * 0.125 / 15.0;
     zoom(turn < 0.0 ? 1.1 : 1.0 / 1.1);
     event->accept();
@@ -120,7 +120,9 @@ void DispArea::wheelEvent(QWheelEvent* event)
 
 void DispArea::zoom(double factor)
 {
-    // About the place of the last move; the wheel event's own is not looked at.
+    // The zoom is centred on the position of the last mouse move; the position in the wheel
+    // event is not used. Near the left or right edge only y is zoomed, near the top or bottom
+    // edge only x; elsewhere and in the corners both.
     const QPoint at = mouse.now;
     const double cx = cc.s2rX(at.x());
     const double cy = cc.s2rY(at.y());
@@ -146,7 +148,7 @@ void DispArea::pan()
 double DispArea::distanceTo(int line) const
 {
     const double value = markLines->value(line);
-    // Vertical lines are hit anywhere in their column, in the margins as well.
+    // Only the distance across the line counts, so a line can also be grabbed in the margins.
     return markLines->lines.at(line)->direction == 0
                ? std::fabs(cc.r2sX(value) - mouse.pressPos.x())
                : std::fabs(cc.r2sY(value) - mouse.pressPos.y());
@@ -229,19 +231,23 @@ void DispArea::drawRangeLabels(QStylePainter* p)
     constexpr int yCharacters = 5;
     constexpr int xCharacters = 6;
     constexpr double maxPoints = 12.0;
-    const int T = cc.textRow(); // negative
-    const int L = cc.labelWidth();
-    const int rise = truncated(T * cc.textFill);
-    const double below = cc.areaY0 - truncated((1.0 - cc.textFill) * T);
+    const int rowHeight = cc.textRow(); // negative: pixels grow downward
+    const int labelWidth = cc.labelWidth();
+    const int textHeight = truncated(rowHeight * cc.textFill);
+    const double below = cc.areaY0 - truncated((1.0 - cc.textFill) * rowHeight);
     const auto label = [&](double value, int characters, const QRectF& box, Qt::Alignment side) {
-        // Cut, not rounded: an exponent may be gone.
+        // Truncated, not rounded, on purpose: an exponent can be lost.
         const QString text = QString::number(value, 'g', 6).left(characters);
         dt.drawText(p, box, QFont(), static_cast<int>(Qt::AlignVCenter | side), DrawText::fit, text,
                     maxPoints);
     };
     p->setPen(Qt::black);
-    label(cc.realY1, yCharacters, {0.0, cc.areaY1, L * 0.95, -1.0 * rise}, Qt::AlignRight);
-    label(cc.realY0, yCharacters, {0.0, cc.areaY0, L * 0.95, 1.0 * rise}, Qt::AlignRight);
-    label(cc.realX0, xCharacters, {cc.areaX0, below, L * 2.0, -1.0 * rise}, Qt::AlignLeft);
-    label(cc.realX1, xCharacters, {cc.areaX1, below, L * -2.0, -1.0 * rise}, Qt::AlignRight);
+    label(cc.realY1, yCharacters, {0.0, cc.areaY1, labelWidth * 0.95, -1.0 * textHeight},
+          Qt::AlignRight);
+    label(cc.realY0, yCharacters, {0.0, cc.areaY0, labelWidth * 0.95, 1.0 * textHeight},
+          Qt::AlignRight);
+    label(cc.realX0, xCharacters, {cc.areaX0, below, labelWidth * 2.0, -1.0 * textHeight},
+          Qt::AlignLeft);
+    label(cc.realX1, xCharacters, {cc.areaX1, below, labelWidth * -2.0, -1.0 * textHeight},
+          Qt::AlignRight);
 }

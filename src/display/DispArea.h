@@ -1,4 +1,4 @@
-// The widget on which every graph and map is drawn.
+// The widget on which graphs and maps are drawn.
 #pragma once
 
 #include "display/ChCoord.h"
@@ -11,12 +11,13 @@
 class MarkLine;
 class MarkLines;
 
-/// A painting surface. It draws nothing of its own: each paint prepares a
-/// painter and the coordinates and asks, by draw(), whoever is connected.
+/// A painting surface. It draws nothing itself: each paint sets up a painter and
+/// the coordinates and emits draw(), in which the connected client draws.
 ///
-/// It keeps the view, that is the real range of @c cc, which the wheel zooms
-/// and Shift drags; it records the mouse, and lets the user drag the lines of
-/// a MarkLines set with the left button.
+/// The surface keeps the view, that is the real range of @c cc. The mouse wheel
+/// zooms the view, and dragging with Shift and the left button pans it. The surface
+/// also records the mouse state and lets the user drag the lines of a MarkLines set
+/// with the left button.
 class DispArea : public QFrame
 {
     Q_OBJECT
@@ -24,34 +25,36 @@ class DispArea : public QFrame
 public:
     explicit DispArea(QWidget* parent = nullptr);
 
-    /// Sets the real range for a client that fits it to its data. Does nothing
-    /// while there is one.
+    /// Sets the real range (data values) to the automatic range of the client. Does
+    /// nothing while @c hasScale is set, so that zooming and panning persist.
     void fitTo(double x0, double y0, double x1, double y1);
 
-    /// Draws the outline of the plot area and the four labels of its range, the
-    /// numbers cut to their first 5 (y) or 6 (x) characters: a rough reminder.
-    /// With @p maskMargins the margins are filled white first, which covers
-    /// data that overhang the plot area. Call it after the data.
+    /// Draws the outline of the plot area and four labels with its range. The
+    /// numbers are truncated to their first 5 (y) or 6 (x) characters, since the
+    /// labels are only a rough guide. With @p maskMargins the margins are filled
+    /// with white first, which covers data outside the plot area. Call this after
+    /// the data are drawn.
     void drawFrame(QStylePainter* p, bool maskMargins);
 
-    MouseC mouse;                   ///< lent by the mouse signals
-    ChCoord cc;                     ///< screen, plot area and real range
+    MouseC mouse;                   ///< mouse state; the signals pass a pointer to it
+    ChCoord cc;                     ///< widget rectangle, plot area and real range
     bool hasScale = false;          ///< a client has set the real range
-    DrawText dt;                    ///< for the range labels
-    MarkLines* markLines = nullptr; ///< may be dragged here; not owned
+    DrawText dt;                    ///< draws the range labels
+    MarkLines* markLines = nullptr; ///< lines that the user can drag; not owned
 
 Q_SIGNALS:
-    /// The mouse moved to this place, in data values.
+    /// The mouse moved to this position (data values).
     void nowPos(double rx, double ry);
-    /// Draw now. Everything the user sees is painted inside this emission.
+    /// Emitted in each paint, so that the client draws with @p p. The painter is
+    /// valid only during the emission.
     void draw(QStylePainter* p);
-    /// A plain left press: no Shift, Control or Alt.
+    /// The left button was pressed without Shift, Control or Alt.
     void mPressed(MouseC* m);
-    /// A move after a plain left press.
+    /// The mouse moved after a left press without Shift, Control or Alt.
     void mDragging(MouseC* m);
-    /// Any release.
+    /// Any button was released.
     void mReleased(MouseC* m);
-    /// Any double click; the view goes back to the automatic range.
+    /// Any button was double-clicked; the view returns to the automatic range.
     void mDClicked(MouseC* m);
 
 protected:
@@ -63,8 +66,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void takeWholeWidget();
-    void takeWholeWidgetUntilPainted();
+    void useWholeWidget();
+    void useWholeWidgetBeforeFirstPaint();
     void selectMarkLine();
     void dragMarkLine();
     void endMarkDrag();

@@ -21,7 +21,8 @@ DispMBase::DispMBase(QWidget* parent)
 
 DispMBase::~DispMBase()
 {
-    // A limit that has the focus finishes its editing as it dies, after this.
+    // A focused QLineEdit emits editingFinished while being destroyed, which happens after
+    // this destructor.
     MaxV->disconnect(this);
     MinV->disconnect(this);
 }
@@ -29,7 +30,7 @@ DispMBase::~DispMBase()
 void DispMBase::showEvent(QShowEvent* event)
 {
     QFrame::showEvent(event);
-    // Otherwise a field would have the caret when the window opens.
+    // Otherwise a line edit would get the focus when the window opens.
     if (!event->spontaneous()) {
         setFocus();
     }
@@ -40,7 +41,8 @@ void DispMBase::setZRange(double lo, double hi)
     const auto [low, high] = std::minmax(lo, hi);
     CBar->newZmin(low);
     CBar->newZmax(high);
-    // A lower limit above the earlier upper one has changed places with it.
+    // If the new lower limit was above the old upper limit, the bar has swapped them, and
+    // the lower limit must be set again.
     if (CBar->zmin != low) {
         CBar->newZmin(low);
     }
@@ -49,7 +51,8 @@ void DispMBase::setZRange(double lo, double hi)
 
 void DispMBase::showBarLimits()
 {
-    // Reversed limits that the client gave stay as given.
+    // If the limits of the bar are unchanged, the edits are not updated: they can show
+    // reversed limits as the client has given them.
     if (m_shownMin.limit != CBar->zmin || m_shownMax.limit != CBar->zmax) {
         showLimits(CBar->zmin, CBar->zmax);
     }

@@ -1,14 +1,14 @@
-// The frame of one colour map.
+// The frame around one colour map.
 #pragma once
 
 #include "display/DrawingFrame.h"
 #include "display/cBar.h"
 #include "ui_DispMBase.h"
 
-/// Holds the surface @c DispA of a map, its colour bar with the two limits, a
-/// strip with its name, the place of the mouse and the value there, and a
-/// button that moves them into a window of their own and back. Clients connect
-/// to the frame, never to the surface.
+/// Contains the painting surface @c DispA of a map, its colour bar with the two
+/// limits, and a strip with its name, the mouse position, the value at the mouse and
+/// a button that moves all of this into a separate window and back. Clients connect
+/// to the signals of the frame, not to the surface.
 class DispMBase : public display::DrawingFrame<Ui_DispMBase>
 {
     Q_OBJECT
@@ -17,34 +17,36 @@ public:
     explicit DispMBase(QWidget* parent = nullptr);
     ~DispMBase() override;
 
-    /// Gives the colour bar its value limits and shows them in their edits, as
-    /// given; the bar itself holds reversed ones the right way round.
+    /// Sets the value limits of the colour bar and shows them in their edits. The
+    /// edits show reversed limits as given; the bar stores them in rising order.
     void setZRange(double lo, double hi);
 
 public Q_SLOTS:
-    /// Shows a place (data values) in the strip.
+    /// Shows a position (data values) in the strip.
     void receiveNowPos(double rx, double ry);
 
-    /// Has the client draw.
+    /// Emits draw() for the client.
     void receiveDraw(QStylePainter* p);
 
-    /// Moves the drawing into its window, or back.
+    /// Moves the drawing into its separate window, or back into the frame.
     void popDock();
 
-    /// The next paint fits the range to the data.
+    /// Drops the range of the view; the next paint fits it to the data.
     void clearScale();
 
-    /// Hand the number of a limit's edit to the colour bar, words as 0, and show
-    /// the limits that the bar has then: it swaps reversed ones. Nothing happens
-    /// while the edit has the text that was shown last: that is rounded, and the
-    /// bar would lose the other digits of its limit.
+    /// Pass the number in the edit of a limit to the colour bar; unparsable text
+    /// counts as 0. Afterwards the edits show the limits of the bar, which swaps
+    /// reversed ones. If the edit still has the text that was last shown, nothing
+    /// happens: that text is rounded, and the bar would lose digits of its limit.
     void newZmax();
     void newZmin();
 
-    /// Repaints the frame, and its drawing wherever that is.
+    /// Repaints the frame and its drawing, also if the drawing is in the separate
+    /// window.
     void update();
 
 Q_SIGNALS:
+    /// The signals of the painting surface, forwarded; see DispArea.
     void draw(QStylePainter* p);
     void nowPos(double x, double y);
     void mPressed(MouseC* m);
@@ -53,11 +55,12 @@ Q_SIGNALS:
     void mDClicked(MouseC* m);
 
 protected:
-    /// Gives the focus to the frame itself.
+    /// Gives the focus to the frame itself when the window opens.
     void showEvent(QShowEvent* event) override;
 
 private:
-    /// The text of a limit's edit as shown last, and the bar's limit at that time.
+    /// The text last shown in the edit of a limit, and the limit of the bar at that
+    /// time.
     struct Shown {
         QString text;
         double limit = 0.0;

@@ -22,7 +22,7 @@ Displays::Displays(QWidget* parent)
     make("DHistA", DHistA, tr("Histgram of a"), 0, 2, 1);
     make("DHistDMut", DHistDMut, tr("Histgram of dMut"), 1, 2, 1);
     make("DDMutVsA", DDMutVsA, tr("dMut/v or a"), 2, 2, 1);
-    // Without a place in the grid it stays hidden: nothing shows it.
+    // Not in the grid: this plot is never shown, on purpose.
     make("DM2M3", DM2M3, tr("M2/M3"), -1, -1, 1);
 }
 
@@ -40,7 +40,7 @@ void Displays::addDisp(DispABase* d, const QString& title, DispId id, int col, i
 {
     d->xTitleInArea = true;
     d->yTitleInArea = true;
-    d->setXYTitle(d->xTitle, d->yTitle); // empties the strip's before the first draw
+    d->setXYTitle(d->xTitle, d->yTitle); // clears the titles in the strip before the first paint
     d->Title->setText(title);
     if (col >= 0 && row >= 0) {
         DispL->addWidget(d, row, col, rowSpan, colSpan);
@@ -92,7 +92,8 @@ void Displays::receiveMReleased(MouseC* m)
 void Displays::showEvent(QShowEvent* event)
 {
     QFrame::showEvent(event);
-    // Otherwise a blank typed into the window as it opens would pop out a plot.
+    // Otherwise a button to pop out a plot would have the focus, and the space bar would
+    // press it.
     if (!event->spontaneous()) {
         setFocus();
     }
@@ -100,13 +101,13 @@ void Displays::showEvent(QShowEvent* event)
 
 void Displays::update()
 {
-    // That reaches the docked ones; asking each of them too would paint twice.
+    // This also repaints the docked plots; updating each of them would paint it twice.
     QFrame::update();
     for (DispABase* d : std::as_const(disps)) {
         if (d->parent()) {
             d->updatePoppedOut();
         } else {
-            d->update(); // a window of its own
+            d->update(); // a top-level window
         }
     }
 }

@@ -14,8 +14,9 @@ namespace
 
 constexpr double trialPoints = 10.0;
 
-/// Where a common size starts to shrink from.
-constexpr double anySize = 100000.0;
+/// Start value for the common size of several texts, in points: larger than any size that
+/// fits. It also applies to an empty list.
+constexpr double startPoints = 100000.0;
 
 QFont sized(const QFont& font, double points)
 {
@@ -24,8 +25,8 @@ QFont sized(const QFont& font, double points)
     return copy;
 }
 
-/// The size at which a text that measures @p measured at the trial size fills
-/// @p box.
+/// The size in points at which a text fills @p box, if it has the size @p measured at
+/// the trial size.
 double fittingPoints(const QRectF& box, const QRectF& measured)
 {
     if (measured.width() == 0.0 && measured.height() == 0.0) {
@@ -41,8 +42,9 @@ double limited(double points, double maxPoints)
     return maxPoints > 0.0 && points > maxPoints ? maxPoints : points;
 }
 
-/// From the top of the line that @p text makes to its baseline. Where letters come
-/// from a second font, as Japanese ones do, that is not the ascent of the first.
+/// Distance from the top of the line of @p text to its baseline. If some letters come
+/// from a fallback font, for example Japanese ones, this differs from the ascent of the
+/// painter's font.
 double ascentOf(const QStylePainter* p, const QString& text)
 {
     QTextLayout layout(text, p->font(), p->device());
@@ -52,11 +54,11 @@ double ascentOf(const QStylePainter* p, const QString& text)
     return line.ascent();
 }
 
-/// Draws @p text with the painter's font into @p box. Where it is wider than the
-/// box it is squeezed to the box's width, and where it would paint above or
-/// below the box it is moved inside, if that is possible: a line may be higher
-/// than the box by a pixel, its letters hardly ever are. It is not clipped.
-void drawHeld(QStylePainter* p, const QRectF& box, int flags, const QString& text)
+/// Draws @p text with the painter's font into @p box, without clipping. Text that is
+/// wider than the box is squeezed to the width of the box. Text whose letters would
+/// extend above or below the box is moved inside if it fits. It usually does: the line
+/// can be a pixel higher than the box, but the letters rarely are.
+void drawInsideBox(QStylePainter* p, const QRectF& box, int flags, const QString& text)
 {
     const QRectF line = p->boundingRect(box, flags, text);
     const double ascent = ascentOf(p, text);
@@ -70,11 +72,11 @@ void drawHeld(QStylePainter* p, const QRectF& box, int flags, const QString& tex
         return;
     }
     const double width = tooWide ? line.width() : box.width();
-    const double held = std::max(std::min(std::round(baseline), lowest), highest);
+    const double movedBaseline = std::max(std::min(std::round(baseline), lowest), highest);
     const QTransform before = p->transform();
     p->translate(box.left(), 0.0);
     p->scale(tooWide ? box.width() / width : 1.0, 1.0);
-    p->drawText(QRectF(0.0, held - ascent, width, box.height()),
+    p->drawText(QRectF(0.0, movedBaseline - ascent, width, box.height()),
                 (flags & ~Qt::AlignVertical_Mask) | Qt::AlignTop | Qt::TextDontClip, text);
     p->setTransform(before);
 }
@@ -96,7 +98,7 @@ QRectF DrawText::drawText(QStylePainter* p, const QRectF& box, const QFont& font
         const double points = limited(fittingPoints(normal, measured), maxPoints);
         if (points > 0.0) {
             p->setFont(sized(font, points));
-            drawHeld(p, normal, flags, text);
+            drawInsideBox(p, normal, flags, text);
         }
     } else {
         p->drawText(normal, flags, text);
@@ -181,7 +183,7 @@ void DrawText::drawTextPairs(QStylePainter* p, const QRectF& box, double dx, dou
 std::optional<QFont> DrawText::commonFont(QStylePainter* p, const QRectF& box, const QFont& font,
                                           int flags, const QStringList& list)
 {
-    double points = anySize;
+    double points = startPoints;
     for (const QString& text : list) {
         points = std::min(points, fitSize(p, box, font, flags, text));
     }

@@ -1,4 +1,4 @@
-// Text that fits its box.
+// Draws text at a size that fits a box.
 #pragma once
 
 #include <QColor>
@@ -13,76 +13,81 @@
 class QMouseEvent;
 class QStylePainter;
 
-/// Draws text at a size that fits a box: it is measured once at 10 points, and
-/// the size scales with the box from there. Boxes may have negative sizes.
-/// Alignment comes as the flags of QPainter::drawText(). A box that has no room
-/// (a size of 0 points) shows nothing.
+/// Draws text at a size that fits a box. The text is measured at 10 points, and its
+/// size is scaled to the box. Boxes are in pixels and can have negative sizes.
+/// Alignment is given by the flags of QPainter::drawText(). If the fitting size is 0
+/// points, nothing is drawn.
 class DrawText : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Modes of drawing: the font as it is, and the size that fits the box.
+    /// Drawing modes: @c asGiven uses the given font, @c fit scales it to the box.
     static constexpr int asGiven = 0;
     static constexpr int fit = 1;
 
     using QObject::QObject;
 
-    /// Draws @p text into @p box and leaves the painter with @p font. Fitted
-    /// text is not clipped to its box, so that it cannot lose a digit. Fonts come
-    /// in whole pixels, so that it may be wider than the size says; then it is
-    /// squeezed to the width of the box.
+    /// Draws @p text into @p box. Afterwards the font of the painter is @p font.
     ///
-    /// @param mode       1 fits the size; anything else takes @p font as it is
-    /// @param maxPoints  the largest size when fitting; no limit at 0 or below
-    /// @return the text's bounding box at the size of measuring: 10 points when
-    ///         fitting, else that of @p font
+    /// Fitted text is not clipped, so that a number cannot lose a digit. Font sizes
+    /// are rounded to whole pixels, so the text can become wider than calculated;
+    /// then it is squeezed to the width of the box.
+    ///
+    /// @param mode       @c fit (1) fits the size; any other value uses @p font
+    ///                   unchanged
+    /// @param maxPoints  the largest fitted size; 0 or less means no limit
+    /// @return the bounding box of the text as measured: at 10 points in mode
+    ///         @c fit, otherwise in @p font
     QRectF drawText(QStylePainter* p, const QRectF& box, const QFont& font, int flags, int mode,
                     const QString& text, double maxPoints);
 
-    /// Where drawText() without a limit would put the text, without drawing it.
+    /// Returns the rectangle in which drawText() without a size limit would draw
+    /// the text, but draws nothing. It is empty if the fitting size is 0.
     QRectF textBox(QStylePainter* p, const QRectF& box, const QFont& font, int flags, int mode,
                    const QString& text);
 
-    /// The size in points at which @p text fits @p box; an empty side of the
-    /// box, or a text that measures nothing, counts as fitting at 10 points.
+    /// Returns the size in points at which @p text fits @p box. If a side of the
+    /// box has length 0, the text is assumed to fit that side at 10 points. For a
+    /// text without extent the result is 10.
     double fitSize(QStylePainter* p, const QRectF& box, const QFont& font, int flags,
                    const QString& text);
 
-    /// Draws one line for each string of @p list, the box moving by (dx, dy)
-    /// pixels after each. In mode 0 all have one size, the smallest that fits
-    /// any of them, in whole points and without a limit; in any other each line
-    /// fits itself.
+    /// Draws one line for each string of @p list and moves the box by (dx, dy)
+    /// pixels after each line. In mode @c asGiven (0) all lines have the same size:
+    /// the largest whole number of points at which every line fits, without using
+    /// @p maxPoints. In any other mode each line is fitted separately.
     void drawTexts(QStylePainter* p, const QRectF& box, double dx, double dy, const QFont& font,
                    int flags, int mode, const QStringList& list, double maxPoints);
 
-    /// Draws two lists side by side: each row has the first string at the left
-    /// and the second at the right of the same box, in the size that fits the
-    /// longest row, in whole points and without a limit. Rows beyond the shorter
-    /// list are left out.
+    /// Draws two lists side by side. Each row has a string of @p list1 at the left
+    /// and one of @p list2 at the right of its box. All rows have the same size: the
+    /// largest whole number of points at which every row fits, without using
+    /// @p maxPoints. The shorter list determines the number of rows.
     void drawTextPairs(QStylePainter* p, const QRectF& box, double dx, double dy, const QFont& font,
                        const QStringList& list1, const QStringList& list2, double maxPoints);
 
-    /// Remembers a box as used on the drawing.
+    /// Adds a box to the list of used boxes.
     void addBox(const QRectF& box);
 
-    /// Whether @p box, its size made positive, meets a remembered one.
+    /// Whether @p box (after normalize()) intersects one of the used boxes.
     bool overlaps(const QRectF& box) const;
 
-    /// The same rectangle with a positive width and height.
+    /// Returns the same rectangle with a non-negative width and height.
     static QRectF normalize(const QRectF& box);
 
-    /// Draws a tick box by hand, a square of side @p height with its lower left
-    /// at (x, y), and its text to the right within @p width.
+    /// Draws a check box without using the style: a square of side @p height with
+    /// its lower left corner at (x, y), and @p text to the right of it. Square and
+    /// text together have the given @p width.
     void drawButton(QStylePainter* p, bool on, const QString& text, double x, double y,
                     double width, double height);
 
-    /// Whether the rounded position of @p event is strictly inside the square
-    /// of side @p size with its lower left at (x, y).
+    /// Whether the position of @p event, rounded to the nearest pixel, is strictly
+    /// inside the square of side @p size with its lower left corner at (x, y).
     static bool inButton(const QMouseEvent* event, double x, double y, double size);
 
     int align = -1;
-    QList<QRectF> boxes; ///< rectangles already used on a drawing
+    QList<QRectF> boxes; ///< rectangles that are already used in a drawing
     QColor buttonLine{0, 220, 220};
     QColor buttonOn{170, 255, 170};
     QColor buttonOff{140, 180, 140};

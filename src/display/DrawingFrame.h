@@ -1,4 +1,4 @@
-// What the frame of a plot and that of a map have in common.
+// Base class of the frames around plots and maps.
 #pragma once
 
 #include "display/DispArea.h"
@@ -12,26 +12,28 @@
 namespace display
 {
 
-/// A frame whose form @p Form has the surface @c DispA, a strip with the label
-/// @c Title and the button @c PopDockB, both in @c DispABFrame at row 1, column 0 of
-/// @c gridLayout, and that moves these into a window of their own and back.
+/// A frame around a drawing that can be moved into a separate window and back.
 ///
-/// It has no signals and slots: a frame declares them itself, in the order in which
-/// its meta-object tells them.
+/// The form @p Form must have the painting surface @c DispA and a strip with the label
+/// @c Title and the button @c PopDockB. Both must be in @c DispABFrame, which is at
+/// row 1, column 0 of @c gridLayout.
+///
+/// A class template cannot be processed by moc, so it declares no signals or slots.
+/// Each derived frame declares them, which also sets their order in its meta-object.
 template <class Form>
 class DrawingFrame : public QFrame, public Form
 {
 public:
-    /// Sets the automatic range, in data values. Does nothing while the surface
-    /// has a range; so it may be called on every draw, and the first call after
-    /// a reset counts.
+    /// Sets the automatic range (data values). Does nothing while the surface has a
+    /// range. It can therefore be called on every paint: only the first call after a
+    /// reset has an effect.
     void setRealCoord(double x0, double y0, double x1, double y1)
     {
         this->DispA->fitTo(x0, y0, x1, y1);
     }
 
-    /// Repaints the drawing if it is in its own window, which an update of the
-    /// windows around the frame does not reach.
+    /// Repaints the drawing if it is in the separate window, which is not repainted
+    /// together with the window of the frame.
     void updatePoppedOut()
     {
         if (!docked) {
@@ -39,9 +41,9 @@ public:
         }
     }
 
-    PopBase* pop = nullptr;           ///< the window for the drawing
-    QVBoxLayout* popLayout = nullptr; ///< inside @c pop
-    bool docked = true;               ///< the drawing sits in the frame
+    PopBase* pop = nullptr;           ///< the separate window for the drawing
+    QVBoxLayout* popLayout = nullptr; ///< the layout of @c pop
+    bool docked = true;               ///< the drawing is in the frame
 
 protected:
     explicit DrawingFrame(QWidget* parent)
@@ -49,8 +51,8 @@ protected:
     {
     }
 
-    /// Makes the window for the drawing and the connections of both kinds of frame.
-    /// @pre the form is set up
+    /// Creates the separate window and makes the connections that plots and maps share.
+    /// @pre setupUi() of the form was called
     template <class Frame>
     void connectDrawing(Frame* owner)
     {

@@ -25,28 +25,28 @@ constexpr double smallestPoints = 7.0;
 constexpr int narrowestStretch = 65;
 constexpr int ordinaryStretch = 100;
 
-/// Size and width of the letters go down together, in this many steps.
+/// Font size and stretch are reduced together in this number of steps.
 constexpr int steps = 7;
 
-/// The toolkit leaves these pixels free at either end of a line edit's text, and
-/// needs one more for the cursor behind it.
+/// Pixels that QLineEdit leaves free on each side of its text, and the width of the
+/// cursor after the text.
 constexpr int sideMargin = 2;
 constexpr int cursorWidth = 1;
 
-/// The letters of step @p step: 0 is @p ordinary, @c steps the smallest.
-QFont lettersOf(const QFont& ordinary, int step)
+/// The font of @p step: 0 returns @p ordinary, @c steps the smallest and narrowest font.
+QFont fontOfStep(const QFont& ordinary, int step)
 {
     QFont font(ordinary);
     if (step == 0) {
         return font;
     }
-    const double share = static_cast<double>(step) / steps;
+    const double fraction = static_cast<double>(step) / steps;
     const double points = QFontInfo(ordinary).pointSizeF();
-    // Letters that are small already are only made narrower.
-    const double least = std::min(points, smallestPoints);
-    font.setPointSizeF(points - share * (points - least));
+    // A font that is already below the smallest size only becomes narrower.
+    const double minimum = std::min(points, smallestPoints);
+    font.setPointSizeF(points - fraction * (points - minimum));
     font.setStretch(ordinaryStretch -
-                    static_cast<int>(share * (ordinaryStretch - narrowestStretch)));
+                    static_cast<int>(fraction * (ordinaryStretch - narrowestStretch)));
     return font;
 }
 
@@ -94,7 +94,7 @@ void FittedEdit::keyPressEvent(QKeyEvent* event)
 void FittedEdit::focusOutEvent(QFocusEvent* event)
 {
     QLineEdit::focusOutEvent(event);
-    // A window that lost the focus, or a menu of the field, is not left for good.
+    // Editing continues if only the window has lost the focus or the context menu is open.
     if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason) {
         setCursorPosition(0);
         endEditing();
@@ -124,36 +124,36 @@ QRect FittedEdit::textRect() const
         .adjusted(sideMargin, 0, -sideMargin, 0);
 }
 
-void FittedEdit::takeLetters(const QFont& font)
+void FittedEdit::applyFont(const QFont& font)
 {
-    const QScopedValueRollback<bool> own(m_takingLetters, true);
+    const QScopedValueRollback<bool> guard(m_isApplyingFont, true);
     setFont(font);
 }
 
 void FittedEdit::fit()
 {
-    if (m_takingLetters) {
+    if (m_isApplyingFont) {
         return;
     }
     if (m_fitted) {
         m_fitted = false;
-        takeLetters(QFont()); // those of the surroundings
+        applyFont(QFont()); // back to the inherited font
     }
     const QFont ordinary = font();
     const int available = textRect().width();
     int step = 0;
-    while (step < steps && widthOf(lettersOf(ordinary, step), text()) > available) {
+    while (step < steps && widthOf(fontOfStep(ordinary, step), text()) > available) {
         ++step;
     }
-    const QFont letters = lettersOf(ordinary, step);
-    m_overflows = step == steps && widthOf(letters, text()) > available;
+    const QFont fitted = fontOfStep(ordinary, step);
+    m_overflows = step == steps && widthOf(fitted, text()) > available;
     if (step > 0) {
         m_hint = QLineEdit::sizeHint();
         m_minimumHint = QLineEdit::minimumSizeHint();
         m_fitted = true;
-        takeLetters(letters);
+        applyFont(fitted);
     }
-    // A tool tip would take some texts for its own markup.
+    // Escaped, because QToolTip would interpret some texts as rich text.
     const QString tip = Qt::mightBeRichText(text()) ? text().toHtmlEscaped() : text();
     setToolTip(m_overflows ? tip : QString());
 }

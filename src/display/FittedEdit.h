@@ -1,4 +1,4 @@
-// A line edit in which no number can be misread.
+// A line edit that fits its font to long texts.
 #pragma once
 
 #include <QFont>
@@ -7,26 +7,28 @@
 namespace display
 {
 
-/// A line edit whose text is readable as a whole wherever that is possible.
+/// A line edit that shows the whole text if possible, so that no number is misread.
 ///
-/// A text that is wider than the field gets smaller letters (not below 7 points)
-/// and narrower ones (not below a stretch of 65) until it fits. One that is
-/// wider still shows its beginning and its end around an ellipsis, a number with
-/// its whole exponent, until the user edits it or selects a part of it, and has a
-/// tool tip with all of it. When the focus leaves, the cursor returns to the front.
-/// The field keeps the size that it has with its ordinary letters, which are those
-/// of its surroundings: a font that is set on the field itself is lost.
+/// If the text is wider than the field, the font becomes smaller (down to 7 points)
+/// and narrower (down to a stretch of 65) until the text fits. A text that is still
+/// too wide is shortened with an ellipsis, see shortened(); a number keeps its whole
+/// exponent. The tool tip then shows the full text. The shortened form is not used
+/// while the user edits the text or has selected a part of it. When the field loses
+/// the focus, the cursor returns to the beginning.
 ///
-/// A field with a style sheet has a light background, so it gets black text
-/// whatever the desktop's colours.
+/// The size hints are always those of the ordinary font, which the field inherits
+/// from its parent. A font that is set on the field itself is lost.
 ///
-/// No Q_OBJECT: to forms and style sheets it is a QLineEdit.
+/// A field with a style sheet is expected to have a light background and gets black
+/// text, independent of the desktop's colours.
+///
+/// The class has no Q_OBJECT, so that forms and style sheets treat it as a QLineEdit.
 class FittedEdit : public QLineEdit
 {
 public:
     explicit FittedEdit(QWidget* parent = nullptr);
 
-    /// Those of the ordinary letters, whatever letters the text has now.
+    /// The size hints for the ordinary font, also while a fitted font is in use.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -37,22 +39,22 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
-    /// What the text was edited to is final; from here on it may be shortened.
+    /// Marks the text as no longer being edited, so that it can be shortened.
     void endEditing();
 
 private:
     QRect textRect() const;
     void fit();
-    void takeLetters(const QFont& font);
+    void applyFont(const QFont& font);
     bool isBeingEdited() const;
     void paintShortened();
 
-    bool m_takingLetters = false; ///< a change of the font is this class's own
-    bool m_fitted = false;        ///< the letters are not the ordinary ones
-    bool m_overflows = false;     ///< the text is wider than the field even so
-    bool m_hasKeys = false;       ///< a key was pressed since the focus came
-    QSize m_hint;                 ///< of the ordinary letters, while m_fitted
-    QSize m_minimumHint;
+    bool m_isApplyingFont = false; ///< this class itself is changing the font
+    bool m_fitted = false;         ///< the font is not the ordinary one
+    bool m_overflows = false;      ///< the text is too wide even in the smallest font
+    bool m_hasKeys = false;        ///< a key was pressed since the last end of editing
+    QSize m_hint;                  ///< size hint of the ordinary font, valid while m_fitted
+    QSize m_minimumHint;           ///< minimum size hint of the ordinary font, while m_fitted
 };
 
 } // namespace display

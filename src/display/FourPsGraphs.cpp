@@ -1,4 +1,4 @@
-// The panel's slots for the graph window.
+// Slots of the panel for the graph window.
 
 #include "panel/FourPs.h"
 
@@ -7,7 +7,7 @@
 void FourPs::draw(Displays::DispId id, DispABase* dab, QStylePainter* p)
 {
     const panel::GraphData shown{.result = BaseData,
-                                 .shownOnly = DispMuts,
+                                 .displayOnly = DispMuts,
                                  .fitted = LCFMut,
                                  .comparison = LCFvs4PS,
                                  .pointColor = LCFColor,

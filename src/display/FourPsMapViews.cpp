@@ -1,4 +1,4 @@
-// The panel's slots for the windows of the result map and of the measured map.
+// Slots of the panel for the windows of the result map and the measured map.
 
 #include "panel/FourPs.h"
 
@@ -48,6 +48,6 @@ void FourPs::receiveNowPosInDMap(double x, double y)
 void FourPs::dClickedInMap(MouseC* m)
 {
     if (m_resultMap.takeDoubleClick(*m)) {
-        update(); // the panel; the surface repaints itself
+        update(); // repaints the panel; the painting surface repaints itself
     }
 }

@@ -9,7 +9,7 @@ namespace display
 
 GatheredMarks::GatheredMarks(QPainter* p, const MarkPlaces& places)
     : m_painter(p)
-    , m_gathers(isSameDrawnTwice(*p, p->pen()))
+    , m_gathers(isRedrawNoOp(*p, p->pen()))
     , m_stamp(MarkStamp::of(*p, p->pen()))
     , m_places(places.area())
 {

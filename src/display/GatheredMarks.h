@@ -1,4 +1,4 @@
-// The marks of very many points in one colour.
+// Draws the marks of many points in one colour.
 #pragma once
 
 #include "display/MarkStamp.h"
@@ -13,20 +13,22 @@ namespace display
 
 class MarkPlaces;
 
-/// Draws the marks of all points at once, in the painter's pen.
+/// Fast path for drawing the marks of all points, in the painter's pen.
 ///
-/// The picture is the one of display::drawMark() for each point, pixel for pixel.
-/// It may differ from that because in one colour neither the order of the marks
-/// nor their number at a place shows: what counts is the set of pixels that any
-/// of them covers, and each of these is drawn once.
+/// It paints exactly the same pixels as display::drawMark() for each point. In one
+/// opaque colour neither the order of the marks nor their number on a pixel is
+/// visible. It is therefore enough to collect the pixels that are covered by any
+/// mark, and to fill each of them once. Where this does not hold, add() draws each
+/// mark itself.
 class GatheredMarks
 {
 public:
-    /// @param p       must outlive the marks, its pen and state as they are
-    /// @param places  where the points are found
+    /// @param p       must outlive this object; its pen and state must not change
+    ///                until draw() returns
+    /// @param places  converts the points; only its area is read
     GatheredMarks(QPainter* p, const MarkPlaces& places);
 
-    /// Adds the mark of a point on one of the places.
+    /// Adds a mark at @p place, a pixel returned by MarkPlaces::at().
     void add(const QPoint& place)
     {
         if (m_gathers) {
@@ -36,7 +38,7 @@ public:
         }
     }
 
-    /// Draws what has been gathered.
+    /// Draws the collected marks.
     void draw() const;
 
 private:

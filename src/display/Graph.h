@@ -1,4 +1,4 @@
-// One of the graphs of the analysis.
+// Base class of the analysis graphs.
 #pragma once
 
 class ChCoord;
@@ -9,8 +9,8 @@ class QStylePainter;
 namespace display
 {
 
-/// A graph of the panel's numbers, gathered for one paint. Derived classes hold
-/// the numbers and draw them; what all graphs have in common is here.
+/// A graph of data from the panel, made for a single paint. Derived classes hold the
+/// data and draw them; this class draws the parts that all graphs share.
 class Graph
 {
 public:
@@ -20,8 +20,8 @@ public:
         double y0 = 0.0;
         double x1 = 0.0;
         double y1 = 0.0;
-        /// False when there was nothing to fit @c y0 and @c y1 to: the view then
-        /// stays automatic, and fits as soon as there is.
+        /// False if there were no data to fit the range to. The view then remains
+        /// automatic, and a later paint with data fits it.
         bool isFitted = true;
     };
 
@@ -30,19 +30,22 @@ public:
     Graph& operator=(const Graph&) = delete;
     virtual ~Graph() = default;
 
-    /// Paints the whole plot: white ground, and, unless the graph is empty, its
-    /// data over the grid, the frame over what overhangs the plot area, and what
-    /// stands on top. An empty graph clears @c drawn, so that no titles appear.
+    /// Paints the whole plot: a white background, the grid and the data, the frame,
+    /// which covers data outside the plot area, and finally drawOnTop(). An empty
+    /// graph paints only the background and clears @c drawn of the surface's
+    /// coordinates, so that no axis titles are drawn.
     ///
-    /// @param range  takes the automatic range, which counts while the plot has
-    ///               none of its own; left alone by an empty graph
+    /// The automatic range is used only while the plot has no range from a previous
+    /// paint or from the user.
+    ///
+    /// @param range  receives the automatic range; unchanged for an empty graph
     void paint(DispABase* plot, QStylePainter* p, const QString& xTitle, const QString& yTitle,
                Range* range) const;
 
-    /// Whether there is nothing to show.
+    /// Whether the graph has nothing to draw.
     virtual bool isEmpty() const = 0;
 
-    /// The automatic range; asked for only when the graph is not empty.
+    /// Returns the automatic range. Called only if the graph is not empty.
     virtual Range range() const = 0;
 
 protected:

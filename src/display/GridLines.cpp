@@ -14,11 +14,12 @@ namespace display
 namespace
 {
 
-/// Calls @p drawAt with each pixel from 0 to before @p size that a value falls
-/// on, once.
+/// Calls @p drawAt once for each pixel in the half-open interval [0, @p size) that
+/// contains at least one of the values.
 ///
-/// @param toPixel  from a value to its place, pixels
-/// @param spacing  distance of two neighbouring values, pixels, with its sign
+/// @param spacing  distance between neighbouring values in pixels, signed
+/// @param toPixel  converts a value to its pixel position
+/// @param drawAt   called with the pixel as an int
 template <class ToPixel, class DrawAt>
 void forEachPixel(const GridValues& values, double spacing, int size, ToPixel toPixel,
                   DrawAt drawAt)
@@ -30,7 +31,7 @@ void forEachPixel(const GridValues& values, double spacing, int size, ToPixel to
         return;
     }
     if (std::fabs(spacing) < 1.0) {
-        // A line on every pixel between the ends.
+        // At least one value on every pixel between the ends.
         const double last = begin + spacing * steps;
         const auto [low, high] = std::minmax(begin, last);
         const double end = std::min(std::trunc(high), size - 1.0);
@@ -42,14 +43,14 @@ void forEachPixel(const GridValues& values, double spacing, int size, ToPixel to
     const auto stepsTo = [&](double pixel) { return (pixel - begin) / spacing; };
     const double near = std::min(stepsTo(-1.0), stepsTo(size));
     const double start = std::max(0.0, std::floor(near));
-    // A step is a pixel or more, so that no more than these are in view.
-    int before = -1;
+    // A step is at least one pixel, so at most size + 3 values need to be checked.
+    int previous = -1;
     for (int k = 0; k <= size + 2 && start + k <= steps; ++k) {
         const double place = toPixel(values.first + values.step * (start + k));
-        const int pixel = place > -1.0 && place < size ? static_cast<int>(place) : before;
-        if (pixel != before) { // two places about 0 truncate to it
+        const int pixel = place > -1.0 && place < size ? static_cast<int>(place) : previous;
+        if (pixel != previous) { // a position just below 0 and one just above both truncate to 0
             drawAt(pixel);
-            before = pixel;
+            previous = pixel;
         }
     }
 }

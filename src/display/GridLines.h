@@ -1,4 +1,4 @@
-// The lines of a plot's grid.
+// Grid lines of plots.
 #pragma once
 
 #include <QColor>
@@ -9,18 +9,19 @@ class QPainter;
 namespace display
 {
 
-/// Values from @c first in steps of @c step up to @c last, which is one of them
-/// where a step falls on it. None when a number is not finite, the step is not
-/// above 0, or the last lies below the first.
+/// The values of grid lines: @c first, @c first + @c step, ... while they are not above
+/// @c last. There are no values if one of the three numbers is not finite, if
+/// @c step is not greater than 0, or if @c last is below @c first.
 struct GridValues {
     double first = 0.0;
     double step = 1.0;
     double last = 0.0;
 };
 
-/// The grid that graphs of valences have: every tenth from that of the first used
-/// reference to that of the second, the last one also where it falls a little
-/// beyond.
+/// Returns the grid of graphs of valences: steps of 0.1 from @p lower to @p upper,
+/// the valences of the first two used references. The upper end is extended by half
+/// a step, so that rounding errors cannot lose the last line; the last line can
+/// therefore be slightly above @p upper.
 inline GridValues valenceGrid(double lower, double upper)
 {
     return {lower, 0.1, upper + 0.05};
@@ -28,10 +29,12 @@ inline GridValues valenceGrid(double lower, double upper)
 
 inline constexpr QColor gridColor{200, 200, 255};
 
-/// Draw a line across the whole widget at each value, in the painter's pen, the
-/// pixel truncated. The lines are counted by whole numbers, those out of view are
-/// left out, and no pixel takes more than one: the time is bounded by the
-/// widget's size, whatever the values are.
+/// Draw a line across the whole widget at each value, in the painter's pen, with
+/// its position truncated to a whole pixel.
+///
+/// Positions are calculated from an integer counter, so that rounding errors do not
+/// add up. Lines outside the widget are skipped, and each pixel gets at most one
+/// line, so the time is limited by the size of the widget for any values.
 void drawVerticalGrid(QPainter* p, const ChCoord& cc, const GridValues& values);
 void drawHorizontalGrid(QPainter* p, const ChCoord& cc, const GridValues& values);
 

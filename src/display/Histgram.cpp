@@ -25,23 +25,23 @@ void Histgram::init()
           boxesFrom(boxesEdit->text().toDouble()));
 }
 
-bool Histgram::write(const QString& path, const QString& name, QString* cutShort) const
+bool Histgram::write(const QString& path, const QString& name, QString* incomplete) const
 {
     const QFileInfo result(path);
     const QString fileName =
         result.completeBaseName() + QLatin1Char('_') + name + QLatin1Char('.') + result.suffix();
-    // The canonical path of a file that is not there is empty, and nothing gets
-    // written: users opt in to a histogram file by making it once. Keep it so.
+    // canonicalFilePath() of a missing file is empty, so that nothing is written. This is
+    // intended: users opt in to a histogram file by creating it once.
     const QString target = QFileInfo(QDir(result.canonicalPath()), fileName).canonicalFilePath();
     QFile file(target);
     if (!data::openForWriting(file)) {
         return false;
     }
     const QByteArray text = fileText();
-    const bool isTaken = file.write(text) == text.size();
+    const bool isWritten = file.write(text) == text.size();
     file.close();
-    if ((!isTaken || file.error() != QFileDevice::NoError) && cutShort != nullptr) {
-        *cutShort = target;
+    if ((!isWritten || file.error() != QFileDevice::NoError) && incomplete != nullptr) {
+        *incomplete = target;
     }
     return true;
 }

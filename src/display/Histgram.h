@@ -1,4 +1,4 @@
-// A histogram whose limits stand in the panel's line edits.
+// A histogram whose limits are read from line edits of the panel.
 #pragma once
 
 #include "analysis/HistogramCounts.h"
@@ -8,8 +8,8 @@
 class QAbstractButton;
 class QLineEdit;
 
-/// Counts values between the limits that the user typed. The widgets are not
-/// owned; they outlive the calls of init().
+/// Counts values between the limits that the user has typed. The widgets are not
+/// owned and must exist whenever init() is called.
 class Histgram : public QObject, public analysis::HistogramCounts
 {
     Q_OBJECT
@@ -18,26 +18,26 @@ public:
     Histgram(QLineEdit* from, QLineEdit* to, QLineEdit* boxCount, QAbstractButton* automatic,
              QObject* parent = nullptr);
 
-    /// Reads the limits and the number of bins from the widgets and zeroes the
-    /// counts. Text that is no number counts as 0; see boxesFrom() for what
-    /// becomes of the number of bins.
+    /// Reads the limits and the number of bins from the widgets and sets all counts
+    /// to 0. Unparsable text counts as 0. The number of bins is limited by
+    /// boxesFrom().
     void init();
 
-    /// Writes fileText() beside the result file @p path, to
-    /// "<complete base name>_<name>.<suffix>" in the folder where that file
-    /// really is; the name ends in a point when @p path has no suffix.
+    /// Writes fileText() to "<complete base name>_<name>.<suffix>" next to the result
+    /// file @p path. Symbolic links are resolved: the folder is that of the actual
+    /// result file. If @p path has no suffix, the file name ends with a dot.
     ///
-    /// Existing files only: creating one is the opt-in. When @p path itself is not
-    /// there, the working folder counts as its own.
+    /// Writes to existing files only: creating the file is the opt-in of the user.
+    /// If @p path itself does not exist, the current working folder is used.
     ///
-    /// @param cutShort  takes the path of a file that could be opened but not
-    ///                  written to its end; left alone otherwise
+    /// @param incomplete  receives the path of the file if it was opened but could
+    ///                    not be written completely; unchanged otherwise
     /// @return whether the file could be opened
-    bool write(const QString& path, const QString& name, QString* cutShort = nullptr) const;
+    bool write(const QString& path, const QString& name, QString* incomplete = nullptr) const;
 
     QLineEdit* fromEdit;
     QLineEdit* toEdit;
     QLineEdit* boxesEdit;
     QAbstractButton* autoBox;
-    bool autoMode = false; ///< state of autoBox at the last init()
+    bool autoMode = false; ///< whether autoBox was checked at the last init()
 };

@@ -16,12 +16,12 @@ namespace display
 namespace
 {
 
-// Pixels between the bars of two references, and so their width.
+// Pixels: width of the bars of references, and distance between neighbouring bars.
 constexpr double barPitch = 3.0;
 
-/// Draws one histogram bar by bar. Bars that stand on the same pixels are drawn
-/// as the highest of them, so that many bins take no longer than the widget is
-/// wide.
+/// Draws the bars of one histogram. Consecutive bars on the same pixels are merged into
+/// one with the largest height. The number of fills is therefore limited by the width of
+/// the widget, whatever the number of bins.
 class BarPainter
 {
 public:
@@ -29,7 +29,7 @@ public:
         : m_painter(painter)
         , m_coord(coord)
         , m_color(color)
-        , m_ground(row(0.0))
+        , m_baseRow(row(0.0))
     {
     }
 
@@ -37,11 +37,12 @@ public:
     BarPainter(const BarPainter&) = delete;
     BarPainter& operator=(const BarPainter&) = delete;
 
-    /// A bar over the pixels from @p left to before @p right, one at least.
+    /// Adds a bar over the pixels in the half-open interval [@p left, @p right), but at
+    /// least one pixel wide.
     void add(double left, double right, int count)
     {
         const double end = m_coord.scrX1;
-        // A view without any height has no place for a count.
+        // The position of a count can be NaN if the range of y is zero.
         if (count <= 0 || !(left < end && right > -1.0) || std::isnan(m_coord.r2sY(count))) {
             return;
         }
@@ -58,29 +59,29 @@ public:
 private:
     int row(double count) const
     {
-        // Held to the widget, whose margins cover the rest.
+        // Clamped to the widget; the white margins cover what is outside the plot area.
         return truncated(std::clamp(m_coord.r2sY(count), -1.0, m_coord.scrY0 + 1.0));
     }
 
     void flush()
     {
-        if (m_top < m_ground) {
-            m_painter->fillRect(m_x, m_top, m_width, m_ground - m_top, m_color);
+        if (m_top < m_baseRow) {
+            m_painter->fillRect(m_x, m_top, m_width, m_baseRow - m_top, m_color);
         }
-        m_top = m_ground;
+        m_top = m_baseRow;
     }
 
     QPainter* m_painter;
     const ChCoord& m_coord;
     QColor m_color;
-    int m_ground;
-    int m_top = m_ground;
+    int m_baseRow;
+    int m_top = m_baseRow;
     int m_x = 0;
     int m_width = 0;
 };
 
-/// Calls @p bar(i, count) for the bin below the range (i = -1), all bins, and
-/// the one above.
+/// Calls @p bar(i, count) for the count below the range (i = -1), then for each bin, then
+/// for the count above the range (i = number of bins).
 template <class Bar>
 void forEachBin(const analysis::HistogramCounts& counts, Bar bar)
 {
@@ -112,7 +113,7 @@ Graph::Range HistogramGraph::range() const
         widen(series.counts);
     }
     if (span.high <= 0.0) {
-        return {from, 0.0, to, 1.0, false}; // nothing counted inside the limits
+        return {from, 0.0, to, 1.0, false}; // all bins are empty
     }
     return {from, span.low, to, span.high};
 }
@@ -144,7 +145,7 @@ void HistogramGraph::drawGrid(QPainter* p, const ChCoord& cc) const
     constexpr double minPixels = 10.0;
     p->setPen(gridColor);
     const double step = cc.tickStep(1.0, minPixels);
-    // Below the upper end: a line there is left out.
+    // On purpose the last line is strictly below floor(to).
     const double first = std::ceil(from);
     const double last = first + step * (std::ceil((std::floor(to) - first) / step) - 1.0);
     drawVerticalGrid(p, cc, {first, step, last});

@@ -1,4 +1,4 @@
-// The graph of one family of histograms.
+// The graph of the valence histograms or of the thickness histograms.
 #pragma once
 
 #include "analysis/HistogramCounts.h"
@@ -12,29 +12,30 @@ class QPainter;
 namespace display
 {
 
-/// The histogram of all references together behind those of single references,
-/// whose bars stand beside one another.
+/// The main histogram with wide bars, and in front of it the histograms of single
+/// references with narrow bars side by side.
 class HistogramGraph : public Graph
 {
 public:
+    /// The histogram of a single reference.
     struct Series {
         analysis::HistogramCounts counts;
         QColor color;
     };
 
-    /// Also when no histogram is shown, and before the first count.
+    /// True if no histogram is selected for display, or before the first count.
     bool isEmpty() const override;
 
-    /// From @c from to @c to, and the highest count of all that is shown with a
-    /// tenth of it around; 0 to 1 and not fitted while none is above 0.
+    /// From @c from to @c to on x. On y from -0.1 to 1.1 times the highest count of
+    /// the shown histograms, or from 0 to 1 and not fitted if all bins are empty.
     Range range() const override;
 
-    double from = 0.0; ///< the user's limits, whatever the bins were counted with
+    double from = 0.0; ///< current limits in the line edits; the bins can have older limits
     double to = 0.0;
     analysis::HistogramCounts main;
     bool mainShown = false;
     QColor mainColor;
-    QList<Series> references; ///< those that are shown
+    QList<Series> references; ///< only the references that are shown
 
 protected:
     void drawData(QStylePainter* p, const ChCoord& cc) const override;

@@ -1,4 +1,4 @@
-// The marks of many points in several colours, later ones over earlier ones.
+// Draws the marks of many points in several colours, newer marks over older ones.
 #pragma once
 
 #include "display/MarkStamp.h"
@@ -17,24 +17,29 @@ namespace display
 
 class MarkPlaces;
 
-/// Draws marks that cover one another, each of their pixels once.
+/// Fast path for drawing overlapping marks: each covered pixel is drawn only once.
 ///
-/// The picture is the one of display::drawMark() for each point in order, pixel
-/// for pixel. It may differ from that because only the newest mark on a pixel
-/// shows: the points come newest first, and what is covered already is left out
-/// (the reverse painter's algorithm).
+/// It paints exactly the same pixels as display::drawMark() for each point from the
+/// oldest to the newest. Only the newest mark on a pixel is visible. The points are
+/// therefore added in the opposite order, newest first, and pixels that are already
+/// covered are skipped (the reverse painter's algorithm).
 class LayeredMarks
 {
 public:
-    /// @param stamp   the pixels of a mark
-    /// @param colors  one for each layer
+    /// @param stamp   the pixels of a mark, see stampOf()
+    /// @param places  converts the points; only its area is read
+    /// @param colors  one colour for each layer
     LayeredMarks(const MarkStamp& stamp, const MarkPlaces& places, const QList<QColor>& colors);
 
-    /// The stamp of marks in these colours; nothing where they have to be drawn
-    /// one after the other.
+    /// Returns the stamp of marks in these colours. Returns nothing if the fast path
+    /// would give a different picture, so that the marks must be drawn one by one,
+    /// and if @p colors is empty.
     static std::optional<MarkStamp> stampOf(const QPainter& p, const QList<QColor>& colors);
 
-    /// Adds a mark below all that are there, in the colour of @p layer.
+    /// Adds a mark below all marks added so far.
+    ///
+    /// @param place  a pixel returned by MarkPlaces::at()
+    /// @param layer  index in the list of colours
     void addBelow(const QPoint& place, qsizetype layer)
     {
         if (m_places.insert(place)) {
@@ -42,7 +47,7 @@ public:
         }
     }
 
-    /// Draws what shows of each mark.
+    /// Draws the visible pixels of all marks.
     void draw(QPainter* p) const;
 
 private:
@@ -52,7 +57,7 @@ private:
     QList<QColor> m_colors;
     PixelSet m_places;
     PixelSet m_covered;
-    std::vector<std::optional<PixelSet>> m_layers; ///< made when first used
+    std::vector<std::optional<PixelSet>> m_layers; ///< a layer is created at its first use
 };
 
 } // namespace display

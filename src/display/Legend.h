@@ -1,4 +1,4 @@
-// The places of a legend's rows.
+// Layout and hit test of a legend's rows.
 #pragma once
 
 #include <QRectF>
@@ -9,25 +9,28 @@ class QPoint;
 namespace display
 {
 
-/// The rows of names in the upper right of a plot, and where a press hits them.
+/// The rows of names in the upper right corner of a plot, and the areas in which a
+/// mouse press hits them.
 class Legend
 {
 public:
-    /// @param coord  of the plot as it was painted last; must outlive the legend
+    /// @param coord  coordinates of the plot at its last paint; must outlive the
+    ///               legend
     explicit Legend(const ChCoord& coord);
 
-    /// The box of row @p row (from 0) as it is drawn, pixels.
+    /// Returns the box in which row @p row (from 0) is drawn, in pixels.
     QRectF box(int row) const;
 
-    /// Whether @p place (pixels) is strictly inside the box that a press has to
-    /// hit. That box lies a tenth of the left margin's width further right than
-    /// the drawn one, on purpose, so the leftmost strip of a row is dead.
+    /// Whether @p place (pixels) is strictly inside the hit area of row @p row. On
+    /// purpose the hit area is not the drawn box: it is shifted to the right by a
+    /// tenth of the left margin's width, so that a press on the left end of a row has
+    /// no effect.
     bool isHit(int row, const QPoint& place) const;
 
 private:
     const ChCoord& m_coord;
-    int m_row;   ///< height of a row with the sense of y, negative on a surface
-    int m_label; ///< the measure of its width
+    int m_row;   ///< row height, with the sign of y: negative on a painting surface
+    int m_label; ///< half the width of a row
 };
 
 } // namespace display

@@ -7,13 +7,14 @@
 namespace
 {
 
-/// The whole items at the front of @p text, which blanks or commas separate, and
-/// an ellipsis; without any that fits, or in a path, the text without its middle.
+/// Returns as many whole items from the beginning of @p text as fit, followed by an
+/// ellipsis. Items are separated by blanks or commas. If no item fits or if the text is a
+/// path, the middle of the text is replaced by an ellipsis instead.
 QString shortenedItems(const QString& text, const QFontMetricsF& metrics, double width)
 {
     const qsizetype last = text.contains(u'/') ? 0 : text.size();
     QString front;
-    // From the front: no more than what fits is measured, however long the text.
+    // From the beginning, so that only text that fits is measured, however long the whole is.
     for (qsizetype end = 1; end <= last; ++end) {
         if (text.at(end - 1) != u' ' && text.at(end - 1) != u',') {
             continue;
@@ -64,9 +65,9 @@ QString shortened(const QString& text, const QFontMetricsF& metrics, double widt
         return shortenedItems(text, metrics, width);
     }
     const qsizetype e = text.indexOf(u'e', 0, Qt::CaseInsensitive);
-    const QString mantissa = text.left(e); // all of it without an exponent
+    const QString mantissa = text.left(e); // the whole text if there is no exponent
     const QString tail = QChar(0x2026) + (e < 0 ? QString() : text.mid(e));
-    // From the front, too: a file may bring a number of thousands of digits.
+    // From the beginning here too: a number in a file can have thousands of digits.
     qsizetype kept = 0;
     while (kept + 1 < mantissa.size() && fits(mantissa.left(kept + 1) + tail)) {
         ++kept;

@@ -1,4 +1,4 @@
-// Numbers in line edits, the way every row and the panel write and read them.
+// Numbers in line edits: how they are written, read and shortened.
 #pragma once
 
 class QFontMetricsF;
@@ -9,21 +9,23 @@ class QWidget;
 namespace display
 {
 
-/// Shows @p value with 6 significant digits, the first of them in view.
+/// Shows @p value with 6 significant digits and scrolls to the first digit.
 void showNumber(QLineEdit* edit, double value);
 
-/// The number in the field; text that is no number reads as 0.
+/// Returns the number in @p edit, or 0 if the text is not a number.
 double numberIn(const QLineEdit* edit);
 
-/// Gives a field or text box with a light background of its own black text, so
-/// that it can be read on desktops with light text, too.
+/// Sets the text colour of @p field to black. For widgets with a fixed light
+/// background, whose text would be unreadable on desktops with light text.
 void setBlackText(QWidget* field);
 
-/// @p text with an ellipsis in place of what is too much for @p width pixels: in
-/// a number the last digits, before the exponent or at the end, in a path the
-/// middle, in any other text what follows a whole item of it. A list with half a
-/// number in it could be misread. The exponent stays even where it does not fit, since
-/// without it a number would read as one of another magnitude.
+/// Shortens @p text to @p width pixels, with an ellipsis for the omitted part. Text
+/// that fits is returned unchanged.
+/// - A number loses the last digits of its mantissa. Its exponent is always kept, even
+///   if it does not fit, since without it the number would have another magnitude.
+/// - A path loses its middle.
+/// - Any other text is cut after a whole item, since a list that ends with a part of a
+///   number could be misread.
 QString shortened(const QString& text, const QFontMetricsF& metrics, double width);
 
 } // namespace display

@@ -12,8 +12,10 @@
 namespace display
 {
 
-/// @param size     pixels of the widget on this axis
-/// @param toPixel  from a whole number, the edge of a cell, to its place
+/// Calculates the pixels of all cells on one axis.
+///
+/// @param size     size of the widget on this axis, pixels
+/// @param toPixel  converts the index of a cell edge to its pixel position
 template <class ToPixel>
 MapCells::Axis MapCells::layOut(int cells, double size, ToPixel toPixel)
 {
@@ -22,7 +24,8 @@ MapCells::Axis MapCells::layOut(int cells, double size, ToPixel toPixel)
         return axis;
     }
     const int end = truncated(size);
-    // Held just out of view, where no edge shows and every number is an int.
+    // Clamped to one pixel outside the widget: such an edge is not visible, and its position
+    // fits into an int.
     const auto edge = [&](int i) { return truncated(std::clamp(toPixel(i), -1.0, size + 1.0)); };
     int before = edge(0);
     axis.edges.append(before);

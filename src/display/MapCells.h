@@ -1,4 +1,4 @@
-// The cells of a map on the pixels of its surface.
+// Paints the cells of a map on the pixels of its painting surface.
 #pragma once
 
 #include <QColor>
@@ -11,33 +11,34 @@ class QPainter;
 namespace display
 {
 
-/// Paints a map as filled rectangles, one for each pixel of the measurement: the
-/// cell of (x, y) spans (x, y) to (x + 1, y + 1) in data values, its edges
-/// truncated to whole pixels. Neighbours share an edge, so that no seam and no
-/// overlap shows.
+/// Paints a map as filled rectangles, one cell for each pixel of the measurement.
+/// The cell of (x, y) extends from (x, y) to (x + 1, y + 1) in data values. Its edges
+/// are truncated to whole pixels and shared with the neighbouring cells, so that
+/// there are no gaps and no overlaps.
 ///
-/// The picture is the one of a single fillRect() for each cell, pixel for pixel;
-/// cells out of view or without a pixel are left out, and neighbours of one
-/// colour in a line are filled in one call. Values of x grow to the right in it.
+/// The picture is the same, pixel for pixel, as with one fillRect() for each cell.
+/// It is faster because cells that are outside the view or cover no pixel are
+/// skipped, and neighbouring cells of one colour in a line are filled by one call.
 class MapCells
 {
 public:
-    /// Places the cells of a map of @p width by @p height on the surface that
-    /// @p cc describes. A view without any extent has no cells.
+    /// Calculates the positions of @p width by @p height cells on the surface with
+    /// the coordinates @p cc. If the range of the view is zero, there are no cells.
+    /// @pre the x values of the view grow to the right
     MapCells(const ChCoord& cc, int width, int height);
 
-    /// Fills all cells that show.
+    /// Fills all visible cells.
     ///
-    /// @param colorAt  called as colorAt(x, y) for these cells alone; returns a
-    ///                 reference to a colour that lives through the paint, the
-    ///                 same object for the same colour
+    /// @param colorAt  called as colorAt(x, y) for visible cells only. It returns a
+    ///                 reference to a colour that must be valid until fill() returns.
+    ///                 Cells are merged only if the references are to the same object.
     template <class ColorAt>
     void fill(QPainter* p, ColorAt colorAt) const
     {
         QVarLengthArray<const QColor*, 2048> colors(m_x.bands.size());
         for (const Band& line : m_y.bands) {
-            // Asked for in a row: the pixels of a large map come from far away in
-            // memory, and several of them are under way at once.
+            // All colours of a line are looked up before the line is drawn: the processor can
+            // then overlap the cache misses of several map pixels.
             for (qsizetype i = 0; i < colors.size(); ++i) {
                 colors[i] = &colorAt(m_x.bands.at(i).cell, line.cell);
             }
@@ -45,11 +46,12 @@ public:
         }
     }
 
-    /// Outlines all cells in the painter's pen, those without a pixel as well.
+    /// Draws the outlines of all cells in the painter's pen, including cells that
+    /// cover no pixel.
     void outline(QPainter* p) const;
 
 private:
-    /// The pixels of a column or a line of cells.
+    /// The pixels of a column or a line of cells, on one axis.
     struct Band {
         int cell;
         int start;
@@ -59,10 +61,10 @@ private:
     void fillLine(QPainter* p, const Band& line, const QColor* const* colors) const;
 
     struct Axis {
-        QList<Band> bands; ///< those that show, in the order of cells, without a gap
-        QList<int> edges;  ///< pixels of all edges that show, each once
-        int low = 0;       ///< first and last pixel of the outline
-        int high = 0;
+        QList<Band> bands; ///< visible bands in the order of cells, without gaps
+        QList<int> edges;  ///< pixels of all cell edges, without repetition
+        int low = 0;       ///< first pixel of the outline
+        int high = 0;      ///< last pixel of the outline
     };
 
     template <class ToPixel>

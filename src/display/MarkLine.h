@@ -1,26 +1,26 @@
-// One line that marks a value in a plot.
+// A line that marks a value in a plot.
 #pragma once
 
 #include <QObject>
 
 class QLineEdit;
 
-/// A marker line. It has no position of its own: its value is the text of an
-/// edit, so that typing there and dragging the line are the same change.
+/// A marker line. Its position is not stored: the value is the text of a line edit,
+/// so that typing in the edit and dragging the line have the same effect.
 class MarkLine : public QObject
 {
     Q_OBJECT
 
 public:
-    /// @param lineEdit  whose text is the value; without one the line makes an
-    ///                  edit of its own that is never shown
-    /// @param axis      0 for a vertical line, whose value is an x; anything
-    ///                  else for a horizontal one, whose value is a y
+    /// @param lineEdit  the edit whose text is the value; if null, the line creates
+    ///                  an edit that is never shown
+    /// @param axis      0 for a vertical line, whose value is an x; any other number
+    ///                  for a horizontal line, whose value is a y
     MarkLine(QLineEdit* lineEdit, int axis, QObject* parent = nullptr);
 
-    int index = 0;         ///< its place in the set, written by whoever builds that
+    int index = 0;         ///< position in the set of lines; set by the code that fills the set
     QLineEdit* edit;       ///< not owned
-    int direction;         ///< 0 vertical, else horizontal
-    bool relative = false; ///< the text holds an offset from another line
-    int baseIndex = -1;    ///< the line that a relative one is measured from
+    int direction;         ///< 0 for a vertical line, otherwise horizontal
+    bool relative = false; ///< the text is an offset from another line
+    int baseIndex = -1;    ///< index of that other line
 };

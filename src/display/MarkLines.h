@@ -1,4 +1,4 @@
-// The marker lines of a plot, and which of them the mouse holds.
+// The marker lines of a plot, and the line that the mouse drags.
 #pragma once
 
 #include <QList>
@@ -6,8 +6,8 @@
 
 class MarkLine;
 
-/// A set of marker lines. One set may serve several surfaces, which emit its
-/// signals while the user drags.
+/// A set of marker lines. Several painting surfaces can share a set; they emit its
+/// signals while the user drags a line.
 class MarkLines : public QObject
 {
     Q_OBJECT
@@ -15,28 +15,27 @@ class MarkLines : public QObject
 public:
     using QObject::QObject;
 
-    /// Appends a line, which stays the caller's.
+    /// Appends a line. The set does not own its lines.
     void add(MarkLine* line);
 
-    /// Forgets the lines without deleting them, and the selection.
+    /// Removes all lines from the set without deleting them, and clears the selection.
     void clear();
 
-    /// The value of line @p i, from its text: words count as 0. A relative line
-    /// is added to the text of its base line. 0.0 for an index outside the set;
-    /// a base outside the set counts as 0.
+    /// Returns the value of line @p i: the number in its edit, plus baseValue().
+    /// Unparsable text counts as 0. Returns 0.0 for an index outside the set.
     double value(int i) const;
 
-    /// The number in the edit of the line that line @p i is measured from; 0.0
-    /// for a line that is not relative, and without such a line.
+    /// Returns the number in the edit of the base line of line @p i. Returns 0.0 if
+    /// line @p i is not relative, or if line @p i or its base line does not exist.
     double baseValue(int i) const;
 
     QList<MarkLine*> lines;
-    bool selected = false;  ///< the mouse holds a line
-    int selectedIndex = -1; ///< which one; -1 for none
+    bool selected = false;  ///< the mouse drags a line
+    int selectedIndex = -1; ///< index of that line, or -1
 
 Q_SIGNALS:
-    /// The selected line was dragged; its edit has the new value.
+    /// The selected line was dragged; its edit already has the new value.
     void moving();
-    /// The selected line was let go.
+    /// The selected line was released.
     void newPos();
 };

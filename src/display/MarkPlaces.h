@@ -1,4 +1,4 @@
-// The pixels on which the points of a plot are marked.
+// Converts the points of a plot to the pixels of their marks.
 #pragma once
 
 #include <QPoint>
@@ -11,20 +11,20 @@ class ChCoord;
 namespace display
 {
 
-/// Finds the pixel of each point of a plot, the conversion of both axes prepared
-/// once.
+/// Fast path for converting many points (plots can have a million) to pixels.
 ///
-/// It may differ from two calls of ChCoord because a plot of a million points
-/// asks for each of them. The quotient of the spans is taken beforehand and all
-/// else is calculated in the same order, so that the bits are the same.
+/// The quotient of the spans is calculated only once for each axis. The remaining
+/// operations are in the same order as in ChCoord::r2sX() and r2sY(), so the results
+/// are equal bit for bit.
 class MarkPlaces
 {
 public:
+    /// Copies what it needs from the coordinates @p cc of the plot.
     explicit MarkPlaces(const ChCoord& cc);
 
-    /// The pixel of a point, coordinates truncated; nothing when its mark would
-    /// not show on the widget, and for NaN. Inline, since a paint asks for every
-    /// point.
+    /// Returns the pixel of the point (@p x, @p y) (data values), with truncated
+    /// coordinates. Returns nothing if the mark would be outside the widget or if a
+    /// coordinate is NaN.
     std::optional<QPoint> at(double x, double y) const
     {
         const double column = m_x.toPixel(x);
@@ -35,7 +35,8 @@ public:
         return QPoint(static_cast<int>(column), static_cast<int>(row));
     }
 
-    /// A rectangle that holds every place: the widget and a little around it.
+    /// Returns the rectangle of all pixels that at() can return: the widget and a
+    /// narrow border around it.
     QRect area() const { return m_area; }
 
 private:
@@ -44,9 +45,9 @@ private:
         bool showsAt(double place) const { return place > low && place < high; }
 
         double scale; ///< pixels per unit of the data
-        double real0; ///< data value and pixel of the plot area's first edge
-        double area0;
-        double low; ///< a mark shows between these, exclusive
+        double real0; ///< data value at the first edge of the plot area
+        double area0; ///< pixel of the first edge of the plot area
+        double low;   ///< marks are visible between low and high, both exclusive
         double high;
     };
 

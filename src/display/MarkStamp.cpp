@@ -17,7 +17,7 @@ bool isWhole(double v)
     return v == std::floor(v);
 }
 
-/// Whether a whole coordinate is a whole pixel of the device.
+/// Whether @p p maps integer coordinates to whole pixels of the device.
 bool keepsWholePixels(const QPainter& p)
 {
     const QTransform device = p.deviceTransform();
@@ -26,7 +26,7 @@ bool keepsWholePixels(const QPainter& p)
 
 } // namespace
 
-bool isSameDrawnTwice(const QPainter& p, const QPen& pen)
+bool isRedrawNoOp(const QPainter& p, const QPen& pen)
 {
     return !p.testRenderHint(QPainter::Antialiasing) && p.opacity() == 1.0 &&
            p.compositionMode() == QPainter::CompositionMode_SourceOver &&
@@ -37,19 +37,19 @@ std::optional<MarkStamp> MarkStamp::of(const QPainter& p, const QPen& pen)
 {
     const QPaintEngine* engine = p.paintEngine();
     if (!engine || engine->type() != QPaintEngine::Raster || !keepsWholePixels(p) ||
-        !isSameDrawnTwice(p, pen) || pen.style() != Qt::SolidLine ||
+        !isRedrawNoOp(p, pen) || pen.style() != Qt::SolidLine ||
         pen.brush().style() != Qt::SolidPattern || pen.widthF() > 1.0) {
         return std::nullopt;
     }
     constexpr int size = 2 * reach + 1;
     QImage image(size, size, QImage::Format_RGB32);
     image.fill(Qt::black);
-    QPainter one(&image);
+    QPainter painter(&image);
     QPen white(pen);
     white.setColor(Qt::white);
-    one.setPen(white);
-    drawMark(&one, {reach, reach});
-    one.end();
+    painter.setPen(white);
+    drawMark(&painter, {reach, reach});
+    painter.end();
     MarkStamp stamp;
     for (int y = 0; y < size; ++y) {
         std::uint64_t row = 0;

@@ -1,4 +1,4 @@
-// The pixels of one mark.
+// The pixel pattern of a mark.
 #pragma once
 
 #include "display/PointMarks.h"
@@ -15,25 +15,27 @@ class QPen;
 namespace display
 {
 
-/// Which pixels display::drawMark() draws about the pixel of a point.
+/// The pixels that display::drawMark() draws around the pixel of a point.
 ///
-/// A mark may be drawn by its stamp because the toolkit's circles of whole
-/// coordinates are the same pixels about each place. Where that is not so, there
-/// is no stamp.
+/// The fast paths copy this pattern instead of drawing circles. This is possible
+/// because Qt draws a circle with integer coordinates as the same pattern at each
+/// position. For a painter for which this is not true, of() returns no stamp.
 class MarkStamp
 {
 public:
-    /// Pixels to each side of the middle.
+    /// Number of pixels on each side of the centre pixel.
     static constexpr int reach = outerRadius + 2;
 
-    /// The stamp for marks that @p p draws in @p pen, asked of the toolkit by
-    /// drawing one; nothing where marks are not the same pixels at each place, or
-    /// a pixel drawn twice is not the same as drawn once: a scaled or turned
-    /// view, smooth edges, transparent or broad pens, a brush, and devices that
-    /// have no pixels.
+    /// Returns the stamp of the marks that @p p draws in @p pen. The pattern is
+    /// found by drawing one mark into an image.
+    ///
+    /// Returns nothing if the pattern depends on the position or if drawing a pixel
+    /// twice changes it: for a scaled or rotated painter, antialiasing, a transparent
+    /// or wide pen, a brush, and devices without pixels.
     static std::optional<MarkStamp> of(const QPainter& p, const QPen& pen);
 
-    /// Its rows from the top, the lowest bit being the leftmost pixel.
+    /// Returns the rows of the pattern from the top. The lowest bit of a row is its
+    /// leftmost pixel.
     const std::vector<std::uint64_t>& rows() const { return m_rows; }
 
 private:
@@ -42,7 +44,7 @@ private:
     std::vector<std::uint64_t> m_rows;
 };
 
-/// Whether a mark in @p pen that is drawn again on its place changes nothing.
-bool isSameDrawnTwice(const QPainter& p, const QPen& pen);
+/// Whether drawing a mark in @p pen a second time at the same position is a no-op.
+bool isRedrawNoOp(const QPainter& p, const QPen& pen);
 
 } // namespace display

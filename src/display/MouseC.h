@@ -1,4 +1,4 @@
-// What the mouse did last on a surface.
+// The latest mouse state of a widget.
 #pragma once
 
 #include <QObject>
@@ -6,9 +6,10 @@
 
 class QMouseEvent;
 
-/// Positions (widget pixels, halves away from zero), buttons and modifiers of
-/// the last mouse events. A signal that carries a MouseC lends it for the length
-/// of the emission.
+/// Positions, buttons and modifier keys of the last mouse events of each kind.
+/// Positions are rounded to the nearest pixel of the widget, halves away from zero.
+/// A pointer to a MouseC that a signal passes must be used only during the emission:
+/// the next event changes the object.
 class MouseC : public QObject
 {
     Q_OBJECT
@@ -16,18 +17,18 @@ class MouseC : public QObject
 public:
     using QObject::QObject;
 
-    /// Record an event of their kind.
+    /// Record a move, press, release or double click.
     void moved(const QMouseEvent* event);
     void recordPressed(const QMouseEvent* event);
     void released(const QMouseEvent* event);
     void dClicked(const QMouseEvent* event);
 
-    QPoint prev;          ///< @c now before the last move, press or release
-    QPoint now;           ///< the latest of these
-    QPoint pressPos;      ///< of the last press
-    QPoint releasePos;    ///< of the last release
-    QPoint dClickPos;     ///< of the last double click
-    bool pressed = false; ///< from a press of any button to the next release
+    QPoint prev; ///< the value of @c now before the last move, press or release
+    QPoint now;  ///< position of the last move, press or release
+    QPoint pressPos;
+    QPoint releasePos;
+    QPoint dClickPos;
+    bool pressed = false; ///< true from a press of any button until the next release
     Qt::MouseButton moveButton = Qt::NoButton;
     Qt::MouseButton pressButton = Qt::NoButton;
     Qt::MouseButton releaseButton = Qt::NoButton;

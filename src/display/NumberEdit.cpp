@@ -32,7 +32,7 @@ void NumberEdit::mouseDoubleClickEvent(QMouseEvent* event)
 
 void NumberEdit::mouseMoveEvent(QMouseEvent* event)
 {
-    // A hand that is not quite still must not cut the selection short.
+    // After a double click a small movement of the mouse must not change the selection.
     if (!m_selectedWhole) {
         FittedEdit::mouseMoveEvent(event);
     }

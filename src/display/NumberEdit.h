@@ -6,11 +6,11 @@
 namespace display
 {
 
-/// A field for a number: a double click selects all of it, where an ordinary
-/// field would stop at the decimal point and leave the rest behind what is typed.
-/// Enter selects it, too, so that the next number replaces it.
+/// A field for a number. A double click selects the whole number; a QLineEdit would
+/// select it only up to the decimal point, and the rest would remain when the user
+/// types. Enter also selects the whole number, so that the next one replaces it.
 ///
-/// No Q_OBJECT: to forms and style sheets it is a QLineEdit.
+/// The class has no Q_OBJECT, so that forms and style sheets treat it as a QLineEdit.
 class NumberEdit : public FittedEdit
 {
 public:
@@ -24,7 +24,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    bool m_selectedWhole = false; ///< from a double click to the release of the button
+    bool m_selectedWhole = false; ///< true from a double click until its button is released
 };
 
 } // namespace display

@@ -13,14 +13,15 @@ namespace display
 namespace
 {
 
-// What is left of a word after a shift, which is in the next one; in two steps,
-// since a shift by 64 is not defined.
+/// The bits of @p word that a left shift by @p shift (0 to 63) moves into the next word.
+/// The shift back is done in two steps, because a shift by 64 is undefined behaviour.
 std::uint64_t carryOf(std::uint64_t word, int shift)
 {
     return word >> 1 >> (63 - shift);
 }
 
-/// Adds the pixels of a line, @p shift (0 to 63) further right.
+/// Adds the pixels of a line to another line, moved @p shift (0 to 63) pixels to the
+/// right. The result can need one word more than @p words.
 void addShifted(const std::uint64_t* from, std::size_t words, int shift, std::uint64_t* to)
 {
     std::uint64_t carry = 0;
@@ -70,7 +71,7 @@ PixelSet PixelSet::dilated(const std::vector<std::uint64_t>& stamp) const
         }
         for (int row = 0; row < size; ++row) {
             std::uint64_t* to = &result.m_words[result.wordOf(0, y + row - reach)];
-            // The result begins further left, so that all shifts go to the right.
+            // The area of the result starts further left, so that all shifts are to the right.
             for (std::uint64_t left = stamp[static_cast<std::size_t>(row)]; left != 0;
                  left &= left - 1) {
                 addShifted(from, m_wordsPerLine, std::countr_zero(left), to);
@@ -86,7 +87,7 @@ void PixelSet::fill(QPainter* p, const QColor& color) const
     const QBrush brush = p->brush();
     p->setPen(Qt::NoPen);
     p->setBrush(color);
-    // Together: a call for each run would cost twice the time of the fills.
+    // In batches: with one call for each run, the calls would take twice as long as the fills.
     QVarLengthArray<QRect, 512> runs;
     const auto fillThem = [&] {
         p->drawRects(runs.constData(), static_cast<int>(runs.size()));

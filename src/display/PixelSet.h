@@ -1,7 +1,4 @@
-// A set of pixels, one bit each.
-//
-// A fill of the set may take the place of single drawings in one colour because
-// drawing a pixel again does not change it. Neighbours in a line are filled together.
+// A set of pixels, stored as a bitmap.
 #pragma once
 
 #include <QRect>
@@ -16,14 +13,21 @@ class QPainter;
 namespace display
 {
 
-/// Pixels of a rectangle, stored as a bitmap, line by line: to insert one of
-/// them, or a row of up to 64, costs a few operations, however many there are.
+/// A set of pixels of a rectangular area, stored line by line as a bitmap with one
+/// bit for each pixel. Inserting a pixel, or a row of up to 64 pixels, takes constant
+/// time.
+///
+/// Fast paths use such a set in place of many drawings in one opaque colour: each
+/// pixel of the set is filled once, and neighbouring pixels on a line are filled
+/// together.
 class PixelSet
 {
 public:
+    /// Makes an empty set of pixels of @p area.
     explicit PixelSet(const QRect& area);
 
-    /// Inserts a pixel of the area; false when it was there already.
+    /// Inserts a pixel, which must be inside the area.
+    /// @return false if the set already contained the pixel
     bool insert(const QPoint& at)
     {
         std::uint64_t& word = m_words[wordOf(at.x() - m_area.left(), at.y())];
@@ -33,20 +37,22 @@ public:
         return isNew;
     }
 
-    /// Inserts the pixels to the right of @p at, and itself, whose bits are set:
-    /// the lowest bit is @p at. All of them must be in the area.
+    /// Inserts pixels of the line of @p at: for each set bit n of @p bits, the pixel n
+    /// to the right of @p at. All of them must be inside the area.
     ///
-    /// @return the bits of those that were not there
+    /// @return the bits of the pixels that the set did not yet contain
     std::uint64_t insertRow(const QPoint& at, std::uint64_t bits);
 
-    /// The pixels of the @p stamp about each pixel of the set: the dilation of
-    /// the bitmap, 64 pixels at a time.
+    /// Returns the morphological dilation of the set: all pixels that are covered
+    /// when @p stamp is centred on each pixel of the set. It is calculated for 64
+    /// pixels at a time.
     ///
-    /// @param stamp  an odd number of rows of that many pixels, at most 63; the
-    ///               lowest bit is the leftmost pixel
+    /// @param stamp  n rows of n pixels, where n is odd and at most 63; the lowest
+    ///               bit of a row is its leftmost pixel
     PixelSet dilated(const std::vector<std::uint64_t>& stamp) const;
 
-    /// Calls each(x, y, length) for all runs of pixels, line by line.
+    /// Calls each(x, y, length) for every run of neighbouring pixels on a line, in the
+    /// order of lines. (x, y) is the leftmost pixel of the run.
     template <class Each>
     void forEachRun(Each each) const
     {
@@ -61,22 +67,24 @@ public:
         }
     }
 
-    /// Fills the pixels, one rectangle for each run; the painter keeps its pen and
-    /// its brush.
+    /// Fills the pixels with @p color, using one rectangle for each run. The pen and
+    /// the brush of the painter are restored.
     void fill(QPainter* p, const QColor& color) const;
 
     QRect area() const { return m_area; }
 
 private:
-    /// @param x  from the left edge of the area
+    /// Returns the index of the word that contains a pixel.
+    /// @param x  distance from the left edge of the area
+    /// @param y  line, in the coordinates of the area
     std::size_t wordOf(int x, int y) const
     {
         return static_cast<std::size_t>(y - m_area.top()) * m_wordsPerLine +
                (static_cast<std::size_t>(x) >> 6);
     }
 
-    /// The first place from @p x on whose bit differs from those of @p skipped,
-    /// which are all alike; the width of the area when there is none.
+    /// Returns the first position at or after @p x whose bit differs from the bits of
+    /// @p skipped (all 0 or all 1), or the width of the area if there is none.
     int next(const std::uint64_t* line, int x, std::uint64_t skipped) const
     {
         const int width = m_area.width();

@@ -11,37 +11,39 @@ namespace display
 namespace
 {
 
-// Pixels. Beyond any window, and small enough for the painter's own numbers.
-constexpr double reach = 1 << 20;
+// Pixels. Larger than any window, and small enough for the integer arithmetic of QPainter.
+constexpr double clipLimit = 1 << 20;
 
 bool isFinite(const QPointF& p)
 {
     return std::isfinite(p.x()) && std::isfinite(p.y());
 }
 
-bool isWithinReach(const QPointF& p)
+bool isInClipWindow(const QPointF& p)
 {
-    return std::fabs(p.x()) <= reach && std::fabs(p.y()) <= reach;
+    return std::fabs(p.x()) <= clipLimit && std::fabs(p.y()) <= clipLimit;
 }
 
-/// An end of what is left of a segment: how far along the way from one end (0)
-/// to the other (1), and where it meets the reach on an axis.
-struct Cut {
+/// One end of the clipped segment: its position along the segment, from 0 (start) to 1
+/// (end), and its exact coordinate on the axis on which it was clipped.
+struct ClipPoint {
     double part;
     std::optional<double> x;
     std::optional<double> y;
 };
 
-/// One axis of Liang-Barsky clipping: moves both ends to where the segment is within
-/// reach on this axis; false when it never is.
-bool cutOnAxis(double from, double to, Cut& begin, Cut& end, std::optional<double> Cut::*axis)
+/// One axis of Liang-Barsky clipping (Liang and Barsky, 1984): moves both ends of the
+/// segment to the clip limits on this axis. Returns false if no part of the segment
+/// remains.
+bool clipOnAxis(double from, double to, ClipPoint& begin, ClipPoint& end,
+                std::optional<double> ClipPoint::*axis)
 {
-    // Halves, since the distance of two finite numbers may be infinite.
+    // Half the difference, since the difference of two finite numbers can overflow.
     const double half = 0.5 * to - 0.5 * from;
     if (half == 0.0) {
-        return std::fabs(from) <= reach;
+        return std::fabs(from) <= clipLimit;
     }
-    const double near = half > 0.0 ? -reach : reach;
+    const double near = half > 0.0 ? -clipLimit : clipLimit;
     const double enters = (0.5 * near - 0.5 * from) / half;
     const double leaves = (-0.5 * near - 0.5 * from) / half;
     if (enters > begin.part) {
@@ -55,12 +57,12 @@ bool cutOnAxis(double from, double to, Cut& begin, Cut& end, std::optional<doubl
     return begin.part <= end.part;
 }
 
-double onTheWay(double from, double to, double part)
+double interpolated(double from, double to, double part)
 {
-    // From the nearer end, so that both ends stay what they are.
+    // Measured from the nearer end, so that part 0 and part 1 return the exact ends.
     const double half = 0.5 * to - 0.5 * from;
     const double at = part <= 0.5 ? from + 2.0 * (half * part) : to - 2.0 * (half * (1.0 - part));
-    return std::fmin(std::fmax(at, -reach), reach);
+    return std::fmin(std::fmax(at, -clipLimit), clipLimit);
 }
 
 QPoint truncatedPoint(double x, double y)
@@ -84,18 +86,19 @@ QPoint nearestPixel(const QPointF& p)
 
 std::optional<QLine> pixelLine(const QPointF& from, const QPointF& to)
 {
-    if (isWithinReach(from) && isWithinReach(to)) {
+    if (isInClipWindow(from) && isInClipWindow(to)) {
         return QLine(truncatedPoint(from.x(), from.y()), truncatedPoint(to.x(), to.y()));
     }
-    Cut begin{0.0, {}, {}};
-    Cut end{1.0, {}, {}};
-    if (!isFinite(from) || !isFinite(to) || !cutOnAxis(from.x(), to.x(), begin, end, &Cut::x) ||
-        !cutOnAxis(from.y(), to.y(), begin, end, &Cut::y)) {
+    ClipPoint begin{0.0, {}, {}};
+    ClipPoint end{1.0, {}, {}};
+    if (!isFinite(from) || !isFinite(to) ||
+        !clipOnAxis(from.x(), to.x(), begin, end, &ClipPoint::x) ||
+        !clipOnAxis(from.y(), to.y(), begin, end, &ClipPoint::y)) {
         return std::nullopt;
     }
-    const auto at = [&](const Cut& cut) {
-        return truncatedPoint(cut.x.value_or(onTheWay(from.x(), to.x(), cut.part)),
-                              cut.y.value_or(onTheWay(from.y(), to.y(), cut.part)));
+    const auto at = [&](const ClipPoint& clip) {
+        return truncatedPoint(clip.x.value_or(interpolated(from.x(), to.x(), clip.part)),
+                              clip.y.value_or(interpolated(from.y(), to.y(), clip.part)));
     };
     return QLine(at(begin), at(end));
 }

@@ -1,4 +1,4 @@
-// From doubles to whole pixels.
+// Conversion of floating-point positions to whole pixels.
 #pragma once
 
 #include <QLine>
@@ -13,24 +13,23 @@ class QPen;
 namespace display
 {
 
-/// @p v cut towards zero. What no int can hold (NaN, infinities, values beyond
-/// its range) gives the lowest int.
+/// Returns @p v truncated toward zero. NaN, infinities and values outside the range
+/// of int return the lowest int.
 int truncated(double v);
 
-/// The pixel nearest to @p p, halves away from zero; coordinates as in
-/// truncated().
+/// Returns the pixel nearest to @p p, with halves rounded away from zero. Coordinates
+/// that do not fit into an int are handled as in truncated().
 QPoint nearestPixel(const QPointF& p);
 
-/// The segment between two places on the screen (pixels), each coordinate
-/// truncated.
+/// Returns the line segment between two positions on the widget (pixels), with
+/// truncated coordinates.
 ///
-/// What reaches further than a million pixels is cut there before it becomes
-/// whole, so that whatever crosses a window still does so in its place, however
-/// far its ends are. Nothing when a coordinate is not finite or the segment
-/// stays out there.
+/// A segment that extends beyond +-2^20 pixels is clipped to these limits before it
+/// is truncated, so that its visible part is unchanged. Returns nothing if a
+/// coordinate is not finite or if the whole segment is outside the limits.
 std::optional<QLine> pixelLine(const QPointF& from, const QPointF& to);
 
-/// Draws pixelLine() in @p pen; without a line the painter keeps its own.
+/// Draws pixelLine() in @p pen. If there is no line, the painter is not changed.
 void drawPixelLine(QPainter* p, const QPen& pen, const QPointF& from, const QPointF& to);
 
 } // namespace display

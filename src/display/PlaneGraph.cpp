@@ -30,7 +30,7 @@ Graph::Range PlaneGraph::range() const
 {
     const analysis::Limits x = spanOf(points, &Point::m2);
     const analysis::Limits y = spanOf(points, &Point::m3);
-    // Reversed where no point has a number.
+    // The limits of an axis are reversed if all its values are NaN.
     return {x.low, y.low, x.high, y.high, x.low <= x.high && y.low <= y.high};
 }
 

@@ -1,4 +1,4 @@
-// The graph of the plane of the two references' absorbance.
+// The graph of the absorbance of the second reference against that of the first.
 #pragma once
 
 #include "analysis/PlaneLines.h"
@@ -9,25 +9,25 @@
 namespace display
 {
 
-/// One point for each energy of the measurement: the mut of the first used
-/// reference on x, that of the second on y; and the lines that the four-points
-/// family draws from them.
+/// One point for each energy of the measurement: the mut (absorbance) of the first
+/// used reference on x, and of the second used reference on y. The lines of
+/// analysis::PlaneLines, which the four-points methods use, are drawn as well.
 class PlaneGraph : public Graph
 {
 public:
     struct Point {
         double m2;   ///< mut of the first used reference
-        double m3;   ///< mut of the second one
-        bool vPoint; ///< marked as V point
+        double m3;   ///< mut of the second used reference
+        bool vPoint; ///< the energy is marked as a V point
     };
 
     bool isEmpty() const override { return points.isEmpty(); }
 
-    /// The span of the points with a tenth of it around; 0.1 around where they
-    /// agree. Not fitted while no point has a number.
+    /// The range of the points on each axis, extended by a tenth of its width on both
+    /// sides, or by 0.1 if the width is 0. Not fitted if all values on an axis are NaN.
     Range range() const override;
 
-    QList<Point> points; ///< none with fewer than two used references
+    QList<Point> points; ///< empty with fewer than two used references
     analysis::PlaneLines lines;
 
 protected:

@@ -1,4 +1,4 @@
-// The marks of single points in a plot.
+// Draws the marks of single points in a plot.
 #pragma once
 
 #include <QPoint>
@@ -15,13 +15,14 @@ namespace display
 inline constexpr int innerRadius = 1;
 inline constexpr int outerRadius = 2;
 
-/// The pixel of a single point, see MarkPlaces.
+/// Returns the pixel of a single point (data values), or nothing if its mark would be
+/// outside the widget. See MarkPlaces::at().
 std::optional<QPoint> markPlace(const ChCoord& cc, double x, double y);
 
-/// Draws a circle in the painter's pen.
+/// Draws a circle of @p radius pixels in the painter's pen.
 void drawCircle(QPainter* p, const QPoint& centre, int radius);
 
-/// Draws both circles.
+/// Draws a mark in the painter's pen: two circles around @p centre.
 void drawMark(QPainter* p, const QPoint& centre);
 
 } // namespace display

@@ -16,7 +16,7 @@ void PopBase::popDock(QWidget* content, QGridLayout* home, bool* docked)
     if (*docked) {
         PopBaseLayout->addWidget(content);
         show();
-        // Otherwise a field, or the button that docks, would have the focus.
+        // Otherwise a line edit or the button that docks the drawing would get the focus.
         setFocus();
     } else {
         home->addWidget(content, 1, 0);
@@ -32,9 +32,9 @@ void PopBase::update()
 
 void PopBase::closeEvent(QCloseEvent* event)
 {
-    // A second close may come before the first one has been shown, when a
-    // calculation kept the windows waiting. It must not take the drawing back
-    // into a window that is closing.
+    // If a calculation blocks the event loop, the user can request a second close before
+    // the first one has been handled. The second one must not move the drawing back into
+    // the window that is closing.
     if (isVisible()) {
         Q_EMIT closed();
     }

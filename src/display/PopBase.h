@@ -1,33 +1,33 @@
-// The window that holds a drawing while it is popped out of its frame.
+// The separate window for a drawing that is popped out of its frame.
 #pragma once
 
 #include "ui_PopBase.h"
 
 #include <QFrame>
 
-/// A window of its own for a frame's drawing; the form's layout
-/// @c PopBaseLayout takes it.
+/// A separate window for the drawing of a frame. The drawing is placed in the layout
+/// @c PopBaseLayout of the form.
 class PopBase : public QFrame, public Ui_PopBase
 {
     Q_OBJECT
 
 public:
-    /// A hidden window of 800 by 600 that belongs to @p owner.
+    /// Creates a hidden window of 800 by 600 pixels that is owned by @p owner.
     explicit PopBase(QWidget* owner);
 
-    /// Takes @p content from its place in @p home (row 1, column 0) into this
-    /// window and shows it, or puts it back there and hides the window;
-    /// @p docked says where it is and is turned over.
+    /// If @p docked is true, moves @p content from @p home into this window and shows
+    /// the window. Otherwise moves it back to row 1, column 0 of @p home and hides the
+    /// window. Then inverts @p docked.
     void popDock(QWidget* content, QGridLayout* home, bool* docked);
 
 public Q_SLOTS:
-    /// Repaints the window's own background, what its content leaves free. An
-    /// update of the whole window would repaint the content too, whose paint
-    /// asks for this one.
+    /// Repaints only the background that the content does not cover. Each paint of
+    /// the content calls this slot; an update of the whole window would repaint the
+    /// content again, in an endless loop.
     void update();
 
 Q_SIGNALS:
-    /// The window was closed while it was in sight.
+    /// The window was closed while it was visible.
     void closed();
 
 protected:

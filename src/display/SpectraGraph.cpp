@@ -18,8 +18,9 @@ namespace display
 namespace
 {
 
-/// From the top as far down as the widget is wide, not high, on purpose: on a
-/// widget higher than wide the line stops short.
+/// Draws a vertical line from the top of the widget. On purpose its length is the width
+/// of the widget, not its height: if the widget is taller than it is wide, the line does
+/// not reach the bottom.
 void drawEnergy(QPainter* p, const ChCoord& cc, const QPen& pen, double energyEv)
 {
     const double x = cc.r2sX(energyEv);

@@ -11,14 +11,14 @@
 namespace display
 {
 
-/// All spectra in one presentation, over the window around the edge, with the
-/// energies of the measurement and a legend whose rows switch spectra on and
-/// off.
+/// All spectra in the same normalisation, over an energy range around the edge. The
+/// graph also shows the energies of the measurement, and a legend whose rows switch
+/// the spectra on and off.
 class SpectraGraph : public Graph
 {
 public:
-    /// One spectrum with its pen. Its name stands in the legend while it is
-    /// valid, switched on or off.
+    /// One spectrum with its pen and its name. The legend shows the name while the
+    /// spectrum is valid, even if it is switched off.
     struct Curve {
         const AMutE* spectrum; ///< not owned
         QColor color;
@@ -29,24 +29,25 @@ public:
     /// One energy of the measurement.
     struct EnergyMark {
         double energy; ///< eV
-        bool inFit;    ///< bounds the range of the linear combination fit
-        bool used;     ///< takes part in the calculations
+        bool inFit;    ///< is an end of the energy range of the linear combination fit
+        bool used;     ///< is used in the calculations
     };
 
-    /// Also when no spectrum has a point.
+    /// True if no spectrum has any points.
     bool isEmpty() const override;
 
-    /// The window in x, and all values in it with a twentieth of their span
-    /// around in y; 0 to 1 and not fitted when the window holds none.
+    /// From @c from to @c to on x. On y the range of all values in this interval,
+    /// extended by a twentieth of its width on both sides, or from 0 to 1 and not
+    /// fitted if the interval contains no values.
     Range range() const override;
 
-    int kind = AMutE::raw; ///< presentation, as of AMutE::value()
-    double edge = 0.0;     ///< eV
-    double from = 0.0;     ///< the window, eV
-    double to = 0.0;
+    int kind = AMutE::raw; ///< normalisation, see AMutE::value()
+    double edge = 0.0;     ///< edge energy, eV
+    double from = 0.0;     ///< lower end of the energy range, eV
+    double to = 0.0;       ///< upper end of the energy range, eV
     QList<EnergyMark> marks;
     QList<Curve> curves;
-    const AMutE* fitted = nullptr; ///< the calculated spectrum; normalised already
+    const AMutE* fitted = nullptr; ///< the calculated spectrum, already normalised; can be null
 
 protected:
     void drawData(QStylePainter* p, const ChCoord& cc) const override;

@@ -9,21 +9,21 @@
 namespace display
 {
 
-/// One point for each pixel of the result map: the valence on x, the thickness
-/// or total dMut on y.
+/// One point for each pixel of the result map: the valence on x, and the thickness or
+/// total dMut on y.
 class ThicknessGraph : public Graph
 {
 public:
     /// @param map  the result, which must outlive the graph
-    /// @param mix  valence of a fraction
+    /// @param mix  converts a fraction to a valence
     ThicknessGraph(const A2DData& map, const analysis::ValenceMix& mix);
 
     bool isEmpty() const override { return m_count == 0; }
     Range range() const override { return limits; }
 
-    Range limits;       ///< those of the two histograms
+    Range limits;       ///< the limits of the two histograms
     double lower = 0.0; ///< valence of the first used reference
-    double upper = 0.0; ///< valence of the second one
+    double upper = 0.0; ///< valence of the second used reference
     QColor color;
 
 protected:

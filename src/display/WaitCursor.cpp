@@ -9,7 +9,7 @@ namespace display
 namespace
 {
 
-int guards = 0; // those that show the cursor now
+int guards = 0; // number of guards that currently show the cursor
 
 } // namespace
 

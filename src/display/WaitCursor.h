@@ -1,19 +1,19 @@
-// The wait cursor, shown as long as a piece of work lasts.
+// A scope guard that shows the wait cursor during a calculation.
 #pragma once
 
 namespace display
 {
 
 /// Shows the wait cursor over all windows of the program from construction to
-/// destruction, however the scope is left. Guards may be nested: the
-/// outermost one alone sets the cursor and takes it away again.
+/// destruction. Guards can be nested: only the outermost one sets and restores the
+/// cursor.
 ///
-/// No events are processed. GUI thread only.
+/// The guard processes no events. Use it in the GUI thread only.
 class [[nodiscard]] WaitCursor
 {
 public:
-    /// @param isWanted  false for work that is over before the user would see
-    ///                  the cursor change; the guard then does nothing
+    /// @param isWanted  false makes the guard a no-op, for work that takes only a
+    ///                  short time
     explicit WaitCursor(bool isWanted = true);
     ~WaitCursor();
 

@@ -52,10 +52,10 @@ const QColor& cBar::color(double v) const
 {
     const double place = (imax - imin) / (zmax - zmin) * (v - zmin) + imin;
     if (place >= nColors) {
-        // An infinite place is no place above the table: it has none.
+        // For equal limits or an infinite value the index is infinite: use the first colour.
         return entry(std::isinf(place) ? 0 : nColors - 1);
     }
-    return entry(place > 0.0 ? static_cast<int>(place) : 0); // NaN goes to 0 too
+    return entry(place > 0.0 ? static_cast<int>(place) : 0); // also 0 for NaN
 }
 
 const QColor& cBar::entry(int i) const
@@ -117,7 +117,7 @@ int cBar::rowOf(double place) const
     return display::truncated(cc.r2sY(place));
 }
 
-/// Fills the rows from @p top to before @p bottom, across the width.
+/// Fills the rows in the half-open interval [@p top, @p bottom) over the whole width.
 void cBar::fillRows(QPainter* p, int top, int bottom, const QColor& color) const
 {
     const int first = std::max(top, 0);
@@ -129,8 +129,8 @@ void cBar::fillRows(QPainter* p, int top, int bottom, const QColor& color) const
 
 void cBar::drawTable(QPainter* p) const
 {
-    // On the screen y grows downward: the height of an entry is negative, and
-    // its band stands upon its row.
+    // Pixel rows grow downward, so r2sdY() is negative. The band of an entry extends
+    // upward from the row of its index.
     const int band = std::max(display::truncated(std::fabs(cc.r2sdY(1.0)) + 1.0), 1);
     for (int i = 0; i < nColors; ++i) {
         const int row = rowOf(i);
@@ -143,10 +143,10 @@ void cBar::drawTable(QPainter* p) const
 void cBar::drawDragLines(QPainter* p)
 {
     const int last = height() - 1;
-    const auto held = [last](int row) { return std::max(0, std::min(row, last)); };
+    const auto clamped = [last](int row) { return std::max(0, std::min(row, last)); };
     p->setPen(lineColor);
-    maxLineY = held(rowOf(maxIdx));
-    minLineY = held(rowOf(minIdx));
+    maxLineY = clamped(rowOf(maxIdx));
+    minLineY = clamped(rowOf(minIdx));
     p->drawLine(0, maxLineY, width(), maxLineY);
     p->drawLine(0, minLineY, width(), minLineY);
 }
@@ -154,8 +154,9 @@ void cBar::drawDragLines(QPainter* p)
 void cBar::mousePressEvent(QMouseEvent* event)
 {
     mouse.recordPressed(event);
-    // The lower line wins when both are near. A press near neither leaves the
-    // last handle armed, and so does a release, on purpose.
+    // If both lines are near the press, the lower one is dragged. On purpose neither a press
+    // far from both lines nor a release clears the handle: the next drag then moves the line
+    // that was dragged last.
     if (std::fabs(mouse.pressPos.y() - cc.r2sY(maxIdx)) < hitDistance) {
         dragHandle = UpperLine;
     }
@@ -197,6 +198,6 @@ void cBar::mouseDoubleClickEvent(QMouseEvent* event)
     mouse.dClicked(event);
     imin = minIdx;
     imax = maxIdx;
-    // The map beside it follows at its own next paint.
+    // newScale() is not emitted: the map shows the change only at its next paint.
     update();
 }

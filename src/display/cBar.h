@@ -1,4 +1,4 @@
-// The colour scale beside a map.
+// The colour bar next to a map.
 #pragma once
 
 #include "display/ChCoord.h"
@@ -8,9 +8,9 @@
 #include <QFrame>
 #include <QList>
 
-/// Owns the colour table, maps values to colours, and is a control: dragging
-/// its two lines squeezes or stretches the table along the bar without changing
-/// the value limits.
+/// Owns the colour table and maps values to colours. It is also a control: dragging
+/// its two lines squeezes or stretches the table along the bar without changing the
+/// value limits.
 class cBar : public QFrame
 {
     Q_OBJECT
@@ -19,55 +19,56 @@ public:
     explicit cBar(QWidget* parent = nullptr);
     ~cBar() override;
 
-    /// Builds a colour table of 256 to 768 entries and resets both lines; any
-    /// type outside 0 to 11 builds type 0. The value limits stay.
+    /// Builds a colour table of 256 to 768 entries, see display::colorTable(), and
+    /// resets both lines. A type outside 0 to 11 builds type 0. The value limits are
+    /// unchanged.
     void setCBarType(int type);
 
-    /// The colour of value @p v. Values beyond the limits take the end colours,
-    /// and so does what cannot be placed: equal limits and values that are not
-    /// finite give the first colour (the last one when inverted). Valid until
-    /// the next table is built.
+    /// Returns the colour of value @p v. Values outside the limits get the first or
+    /// the last colour. A value that is not finite gets the first colour, as does any
+    /// value while the limits are equal. If the bar is inverted, first and last colour
+    /// are exchanged. The reference is valid until the next table is built.
     const QColor& color(double v) const;
 
-    /// Swaps the value limits if they are reversed, and tells newScale().
+    /// Swaps the value limits if they are reversed, and emits newScale().
     void checkOrder();
 
-    MouseC mouse;         ///< as on a surface
-    ChCoord cc;           ///< of the bar's painting: y in places of the table
+    MouseC mouse;
+    ChCoord cc;           ///< coordinates of the bar; y is an index in the table
     QList<QColor*> table; ///< owned
     QColor aboveColor{255, 255, 255};
     QColor belowColor{0, 0, 0};
     QColor lineColor{150, 150, 150};
-    int nColors = 0;   ///< length of the table
-    int maxIdx = 0;    ///< place in the table of the upper line
-    int minIdx = 0;    ///< place in the table of the lower line
-    int maxLineY = 0;  ///< pixel row of the upper line at the last paint
-    int minLineY = 0;  ///< pixel row of the lower line at the last paint
-    double zmax = 1.0; ///< value limits
-    double zmin = 0.0;
-    double imax = 0.0;     ///< place in the table of the bar's top, and of zmax
-    double imin = 0.0;     ///< place in the table of the bar's bottom, and of zmin
-    bool autoScale = true; ///< the client recomputes the limits from its data
-    bool invert = false;   ///< the table is read backwards
-    int dragHandle = 2;    ///< 0 the upper line, 1 the lower one, 2 neither
+    int nColors = 0;       ///< length of the table
+    int maxIdx = 0;        ///< table index of the upper line
+    int minIdx = 0;        ///< table index of the lower line
+    int maxLineY = 0;      ///< pixel row of the upper line at the last paint
+    int minLineY = 0;      ///< pixel row of the lower line at the last paint
+    double zmax = 1.0;     ///< upper value limit
+    double zmin = 0.0;     ///< lower value limit
+    double imax = 0.0;     ///< table index at the top of the bar, which is the index of zmax
+    double imin = 0.0;     ///< table index at the bottom of the bar, which is the index of zmin
+    bool autoScale = true; ///< the client calculates the limits from its data
+    bool invert = false;   ///< the table is read in reverse order
+    int dragHandle = 2;    ///< the dragged line: 0 upper, 1 lower, 2 none
 
 public Q_SLOTS:
-    /// Stores the flag and tells newScale().
+    /// Sets @c autoScale and emits newScale().
     void setAutoScale(bool f);
 
-    /// Set one value limit, swap both if they are now reversed, and tell
+    /// Set one value limit, swap both limits if they are now reversed, and emit
     /// newScale().
     void newZmax(double max);
     void newZmin(double min);
 
-    /// The number of colour tables.
+    /// Returns the number of colour tables.
     int maxCBarTypes();
 
-    /// Stores the flag; the caller repaints.
+    /// Sets @c invert. The caller must repaint the bar and the map.
     void setInvertCBar(bool f);
 
 Q_SIGNALS:
-    /// Values have other colours now.
+    /// The mapping from values to colours has changed.
     void newScale();
 
 protected:

@@ -73,17 +73,17 @@ void AnalysisGraphs::draw(Displays::DispId id, DispABase* frame, QStylePainter* 
         drawPlane(plot);
         break;
     default:
-        break; // the spectrum rows draw their own
+        break; // spectrum rows draw their plots themselves
     }
 }
 
-QList<AMutE*> AnalysisGraphs::allSpectra(const QList<AMutE*>& shownOnly) const
+QList<AMutE*> AnalysisGraphs::allSpectra(const QList<AMutE*>& displayOnly) const
 {
     QList<AMutE*> spectra;
     for (const ARefFile* row : m_widgets.references->RefRows) {
         spectra.append(row->XafsFS);
     }
-    return spectra + shownOnly;
+    return spectra + displayOnly;
 }
 
 void AnalysisGraphs::drawSpectra(const Plot& plot, const GraphData& data) const
@@ -98,7 +98,7 @@ void AnalysisGraphs::drawSpectra(const Plot& plot, const GraphData& data) const
     for (const analysis::PointState& point : m_inputs.points()) {
         graph.marks.append({point.energy, point.inFit, point.used});
     }
-    for (const AMutE* spectrum : allSpectra(data.shownOnly)) {
+    for (const AMutE* spectrum : allSpectra(data.displayOnly)) {
         const qsizetype i = graph.curves.size();
         const bool isReference = i < m_widgets.references->RefRows.size();
         graph.curves.append({spectrum, colorOf(data.colors, i), isReference ? referenceWidth : 1,
@@ -108,11 +108,11 @@ void AnalysisGraphs::drawSpectra(const Plot& plot, const GraphData& data) const
     plot.paint(graph, tr("Eng.[eV]"), tr("mut"));
 }
 
-void AnalysisGraphs::switchSpectrumAt(QPoint pos, const QList<AMutE*>& shownOnly) const
+void AnalysisGraphs::switchSpectrumAt(QPoint pos, const QList<AMutE*>& displayOnly) const
 {
     const display::Legend legend(m_widgets.graphs->frame(Displays::DMuts)->DispA->cc);
     int row = 0;
-    for (AMutE* spectrum : allSpectra(shownOnly)) {
+    for (AMutE* spectrum : allSpectra(displayOnly)) {
         if (!spectrum->valid) {
             continue;
         }

@@ -26,48 +26,51 @@ namespace panel
 class InputReader;
 struct Widgets;
 
-/// The results that the graphs show beside the texts of the panel.
+/// The results that the graphs show, in addition to the input fields of the panel.
 struct GraphData {
-    /// One family of histograms: that of all references together, and one for each.
+    /// The histograms of one quantity (valence or thickness): the main histogram, and
+    /// one for each reference.
     struct Histograms {
         const Histgram& main;
         const QList<Histgram*>& ofReferences;
     };
 
-    const A2DData& result;             ///< of the latest map calculation
-    const QList<AMutE*>& shownOnly;    ///< spectra loaded for display only
-    const AMutE* fitted;               ///< curve of the latest fit; may be null
-    const QList<LCFPoint>& comparison; ///< of fits and target results
-    int pointColor;                    ///< place in the colours of the next comparison point
+    const A2DData& result;             ///< result of the latest map calculation
+    const QList<AMutE*>& displayOnly;  ///< spectra loaded for display only
+    const AMutE* fitted;               ///< curve of the latest fit; can be null
+    const QList<LCFPoint>& comparison; ///< comparison of fits and target calculations
+    int pointColor;                    ///< colour index of the next comparison point
     const CColors& colors;
     Histograms valence;
     Histograms thickness;
 };
 
-/// Draws the graphs of the analysis: each gathers its numbers anew for every paint,
-/// and nothing is kept between paints.
+/// Draws the analysis graphs. Each paint reads all its data again; no data are stored
+/// between paints.
 class AnalysisGraphs
 {
-    Q_DECLARE_TR_FUNCTIONS(FourPs) // the titles belong to the panel's texts
+    Q_DECLARE_TR_FUNCTIONS(FourPs) // the titles are translated in the context of the panel
 
 public:
-    /// @param widgets  complete at the first paint
-    /// Both must outlive this.
+    /// Both arguments must outlive this object.
+    /// @param widgets  must be complete at the first paint
+    /// @param inputs   reads the input fields
     AnalysisGraphs(const Widgets& widgets, const InputReader& inputs);
 
-    /// Draws graph @p id (DMuts to DM2M3) in @p frame; nothing for any other one, which
-    /// a spectrum row draws.
+    /// Draws the analysis graph @p id (DMuts to DM2M3) in @p frame. Does nothing for the
+    /// other plots, which the spectrum rows draw.
     ///
-    /// @param range  the automatic range, in data values; left alone by an empty graph
+    /// @param range  receives the automatic range (data values); unchanged for an empty
+    ///               graph
     void draw(Displays::DispId id, DispABase* frame, QStylePainter* p, const GraphData& data,
               display::Graph::Range* range) const;
 
-    /// Switches the spectrum whose row of the legend of all spectra is at @p pos (pixels
-    /// of the surface) on or off.
-    void switchSpectrumAt(QPoint pos, const QList<AMutE*>& shownOnly) const;
+    /// In the graph of all spectra, switches a spectrum on or off if its row in the
+    /// legend is at @p pos (pixels of the painting surface).
+    void switchSpectrumAt(QPoint pos, const QList<AMutE*>& displayOnly) const;
 
 private:
-    /// Where a paint goes to.
+    /// The target of a paint.
     struct Plot {
         DispABase* frame;
         QStylePainter* painter;
@@ -76,7 +79,7 @@ private:
         void paint(const display::Graph& graph, const QString& xTitle, const QString& yTitle) const;
     };
 
-    /// What tells the two families of histograms apart.
+    /// The differences between the graphs of the valence and the thickness histograms.
     struct HistogramChoice {
         QString xTitle;
         const QAbstractButton* mainBox;
@@ -89,7 +92,7 @@ private:
                         const HistogramChoice& choice, const CColors& colors) const;
     void drawThickness(const Plot& plot, const GraphData& data) const;
     void drawPlane(const Plot& plot) const;
-    QList<AMutE*> allSpectra(const QList<AMutE*>& shownOnly) const;
+    QList<AMutE*> allSpectra(const QList<AMutE*>& displayOnly) const;
 
     const Widgets& m_widgets;
     const InputReader& m_inputs;

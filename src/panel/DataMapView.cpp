@@ -34,7 +34,7 @@ void DataMapView::draw(QStylePainter* p) const
     }
     const auto valueAt = [&map](int x, int y) { return data::pixelMut(map, x, y); };
     if (!window->DispA->hasScale) {
-        const QSignalBlocker quiet(window->CBar); // this paint shows the new limits
+        const QSignalBlocker blocker(window->CBar); // no repaint: this paint shows the new limits
         window->setRealCoord(0.0, 0.0, map.xNum, map.yNum);
         if (const auto limits = analysis::scanMap(map, valueAt)) {
             window->setZRange(limits->low, limits->high);
@@ -58,7 +58,7 @@ void DataMapView::showOtherMap() const
 {
     DispMBase* window = m_widgets.dataMap;
     window->clearScale();
-    window->Val->clear(); // it was a value of the map before
+    window->Val->clear(); // a value of the previous map
     window->update();
 }
 

@@ -1,4 +1,4 @@
-// The window of the measured map.
+// Draws the measured map in its window.
 #pragma once
 
 class AEPoint;
@@ -10,24 +10,26 @@ namespace panel
 class InputReader;
 struct Widgets;
 
-/// Draws the measured map of the chosen energy row in its window, and keeps the limits
-/// of its colours and the read-out of a value.
+/// Draws the measured map of the selected energy row in its window, sets the limits of
+/// its colours, and shows the value at the mouse position.
 class DataMapView
 {
 public:
-    /// @param widgets  complete at the first call, with one energy row or more
-    /// Both must outlive this.
+    /// Both arguments must outlive this object.
+    /// @param widgets  must be complete at the first call, with at least one energy row
+    /// @param inputs   reads the input fields
     DataMapView(const Widgets& widgets, const InputReader& inputs);
 
-    /// A white ground, and the cells of the map unless the row has none. While the
-    /// surface has no range of its own, the view and the limits are fitted first.
+    /// Paints a white background and, if the row has a map, its cells. If the painting
+    /// surface has no range, the view and the limits are first fitted to the map.
     void draw(QStylePainter* p) const;
 
-    /// Shows the value at a place in the view (pixels of the map), -1 outside the map.
-    /// Nothing changes while the row has no map.
+    /// Shows the value at the position (@p x, @p y) (pixels of the map), or -1 outside
+    /// the map. Does nothing if the row has no map.
     void showValueAt(double x, double y) const;
 
-    /// Repaints the map, which is another one, the view and the limits fitted to it.
+    /// Call this if another map is to be shown: clears the value, and repaints with the
+    /// view and the limits fitted to that map.
     void showOtherMap() const;
 
 private:

@@ -15,8 +15,8 @@ namespace
 
 constexpr int vertical = 0;
 
-/// A set of vertical lines, one for each edit. The second and the third hold
-/// offsets from the first.
+/// Makes a set of vertical lines, one for each edit. The values of the second and the
+/// third line are offsets from the first.
 MarkLines* edgeSet(const QList<QLineEdit*>& edits)
 {
     auto* set = new MarkLines;

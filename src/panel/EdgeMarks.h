@@ -1,4 +1,4 @@
-// The marker lines of the plots of spectra.
+// The marker lines in the plots of spectra.
 #pragma once
 
 class MarkLines;
@@ -8,16 +8,18 @@ namespace panel
 
 struct Widgets;
 
-/// The two sets of marker lines, which live until the process ends. A line has no
-/// place of its own: it is the text of a line edit.
+/// The two sets of marker lines. The position of a line is the text of a line edit. The
+/// sets exist until the process ends.
 struct EdgeMarks {
-    MarkLines* allSpectra = nullptr;     ///< the edge and its limits, and each energy row
-    MarkLines* singleSpectrum = nullptr; ///< the edge and its limits
+    /// The edge, the ends of the background lines, and the energy of each energy row.
+    MarkLines* allSpectra = nullptr;
+    /// The edge and the ends of the background lines.
+    MarkLines* singleSpectrum = nullptr;
 };
 
-/// Makes the sets from the fields of the panel and gives them to their plots: one to
-/// the plot of all spectra, the other to those of the first two references and of the
-/// target. Ref 3 and Ref 4 carry no lines, on purpose.
+/// Makes both sets from the fields of the panel and assigns them to plots:
+/// @c allSpectra to the plot of all spectra, @c singleSpectrum to the plots of Ref 1,
+/// Ref 2 and the target. The plots of Ref 3 and Ref 4 have no lines, on purpose.
 EdgeMarks makeEdgeMarks(const Widgets& widgets);
 
 } // namespace panel

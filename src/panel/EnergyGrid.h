@@ -1,4 +1,4 @@
-// The grid of the energy rows.
+// The grid layout of the energy rows.
 #pragma once
 
 #include <QCoreApplication>
@@ -12,25 +12,25 @@ class QLineEdit;
 namespace panel
 {
 
-/// Places the widgets of the energy rows in a grid: two lines of headings, a line for
-/// each row, and below them the fields that serve all rows. The grid's widget takes
-/// them over, while the frames of the rows stay empty and are never shown.
+/// Places the widgets of the energy rows in a grid: two lines of headings, one line for
+/// each row, and below them the fields that apply to all rows. The widgets become
+/// children of the grid's widget; the frames of the rows are then empty and never shown.
 class EnergyGrid
 {
-    Q_DECLARE_TR_FUNCTIONS(FourPs) // the headings belong to the panel's texts
+    Q_DECLARE_TR_FUNCTIONS(FourPs) // the headings are translated in the context of the panel
 
 public:
-    /// @param grid  empty; must outlive this
+    /// @param grid  an empty grid; must outlive this object
     explicit EnergyGrid(QGridLayout* grid);
 
     /// Places the two lines of headings.
     void placeHeadings();
 
-    /// Places a row's widgets in the line of row @p index, from 0.
+    /// Places the widgets of @p row in the line of row number @p index (from 0).
     void placeRow(const AEPoint& row, int index);
 
-    /// Places the list of energies and the file row for several maps in the line of
-    /// row @p index, in the columns of what they fill.
+    /// Places the list of energies and the file row for several maps in the line of row
+    /// number @p index, in the columns of the energies and of the map files.
     void placeFieldsForAll(QLineEdit* energies, AFileSelect* files, int index);
 
 private:

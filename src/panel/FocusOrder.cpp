@@ -10,8 +10,8 @@
 namespace panel
 {
 
-// The rows come behind the form's own widgets, which were made before them; a reader
-// meets them further up.
+// A focus chain has the order in which the widgets were created: the rows come after the
+// widgets of the form, although they are shown above many of them.
 void orderFocusChain(QWidget* panel, const Widgets& widgets)
 {
     QList<QWidget*> references;

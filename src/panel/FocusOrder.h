@@ -1,4 +1,4 @@
-// The order in which Tab goes through the panel.
+// The tab order of the panel.
 #pragma once
 
 class QWidget;
@@ -8,9 +8,9 @@ namespace panel
 
 struct Widgets;
 
-/// Sets the focus chain of the fields and buttons inside @p panel: references, the
-/// other spectra and the processing, energy rows, actions and messages. The order
-/// within each of these groups stays as it is.
+/// Sets the focus chain of the fields and buttons inside @p panel. The order is:
+/// references; other spectra and processing; energy rows; actions and messages. The
+/// order within each group is not changed.
 void orderFocusChain(QWidget* panel, const Widgets& widgets);
 
 } // namespace panel

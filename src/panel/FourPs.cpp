@@ -73,7 +73,7 @@ DispMBase* newMapWindow(const QString& name, const QString& title)
     return window;
 }
 
-/// A group of buttons, of which one at most is on. It lives until the process ends.
+/// Makes an exclusive group of buttons, which exists until the process ends.
 QButtonGroup* newGroup(const QList<QAbstractButton*>& buttons)
 {
     auto* group = new QButtonGroup;
@@ -116,7 +116,7 @@ void layOutEnergyRows(FourPs& panel)
     for (int i = 0; i < panel.EPoints.size(); ++i) {
         grid.placeRow(*panel.EPoints.at(i), i);
     }
-    // In line with the fields above.
+    // As wide as the energy fields above it.
     panel.MultiEnergys->setMaximumWidth(panel.EPoints.first()->Energy->maximumWidth());
     grid.placeFieldsForAll(panel.MultiEnergys, panel.MultiFiles, energyRowCount);
 }
@@ -187,9 +187,9 @@ FourPs::FourPs(QWidget* parent)
     changedSubBGTypeForTarget(ui.SubPostEforTarget->isChecked());
     m_widgets.normRadios = newGroup({ui.NNone, ui.NBySubPre, ui.NByEJ, ui.NBy2Vics});
     ui.CConds->setVisible(ui.DispCondsB->isChecked());
-    // "4 Points Meth." stays at its default on purpose: nothing enables it again.
+    // "4 Points Meth." keeps its default on purpose: it is never enabled again.
     ui.CConds3->setEnabled(false);
-    // Wired only now, so that setting the rows up above starts no calculation.
+    // Connected last, so that the initialisation above starts no calculation.
     const panel::Wiring<FourPs> wiring(m_widgets, this);
     wiring.connectMarks(panel::makeEdgeMarks(m_widgets));
     panel::orderFocusChain(this, m_widgets);
@@ -198,8 +198,8 @@ FourPs::FourPs(QWidget* parent)
     receiveNewDir(QDir::currentPath());
 }
 
-// The parts of the panel work on what is listed here. The groups of buttons are listed
-// where they are made.
+// Fills the pointers that the parts of the panel use, except for the groups of buttons,
+// which are set where they are made.
 void FourPs::listWidgets()
 {
     m_widgets.form = &ui;

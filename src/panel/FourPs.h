@@ -1,4 +1,4 @@
-// The one panel of the program: input rows, calculations and result map.
+// The panel of the program: input rows, calculations and result map.
 #pragma once
 
 #include "analysis/CalculationMemory.h"
@@ -36,14 +36,14 @@ struct TargetResult;
 enum class Variant;
 } // namespace analysis
 
-/// Owns the rows of input, the result map, the histograms and the windows, and joins
-/// them with signals and slots. What is read, drawn and connected how is the work of its
-/// parts (panel::InputReader, panel::AnalysisGraphs, ...).
+/// Owns the input rows, the result map, the histograms and the windows, and connects
+/// them with signals and slots. Its parts do the reading, drawing and connecting
+/// (panel::InputReader, panel::AnalysisGraphs, panel::Wiring, ...).
 ///
-/// The widgets are the state: numbers and choices are read from line edits and
-/// buttons at each use, and a text that is no number counts as 0. A slot gathers
-/// what it needs once, calls a pure function, and presents its result. Refusals
-/// go to the message box and leave earlier results as they were.
+/// The widgets hold the state: numbers and choices are read from line edits and
+/// buttons at each use, and unparsable text counts as 0. A slot reads its inputs once,
+/// calls a pure function, and shows the result. If a calculation is refused, the reason
+/// is shown in the message box and earlier results are kept.
 class FourPs : public QFrame
 {
     Q_OBJECT
@@ -51,44 +51,49 @@ class FourPs : public QFrame
 public:
     explicit FourPs(QWidget* parent = nullptr);
 
-    /// Adds a line to the message box, its white space folded.
+    /// Adds a line to the message box, after QString::simplified().
     void message(const QString& text);
 
-    /// Gives the focus to the button for the file of the first reference, with which
-    /// a session begins. Call it when the panel is in its window.
+    /// Gives the focus to the file button of the first reference, the first step of a
+    /// session. Call this after the panel is placed in its window.
     void focusFirstStep();
 
     /// See panel::InputReader::normMode().
     int NormMode() const;
 
-    /// Lowest and highest valence among the used references and their distance;
-    /// see analysis::ReferenceSet::valenceRange().
+    /// Sets @p lo and @p hi to the lowest and highest valence of the used references,
+    /// see analysis::ReferenceSet::valenceRange(), and @p span to their difference.
     void ValenceRange(double& lo, double& hi, double& span) const;
 
     /// See panel::ResultMapView::setPresetLimits().
     bool SetMapScale();
 
-    /// Writes the automatic histogram limits where "Auto" is on.
+    /// Writes the automatic histogram limits to their fields if "Auto" is checked.
     void SetHistogramRanges();
 
-    /// See panel::InputReader: checkedMapRow(), isRatioShown(), isDMutShown().
+    /// See checkedMapRow(), isRatioShown() and isDMutShown() of panel::InputReader.
     int CheckedMapRow() const;
     bool ratioChecked(int n) const;
     bool dMutChecked(int n) const;
 
-    /// The valence histogram, or that of the last checked ratio box.
+    /// Returns the ratio histogram of the last checked ratio box, or the valence
+    /// histogram if no box is checked.
     Histgram* currentRatioHist() const;
 
-    /// See analysis::ReferenceSet: edgeJumpRatio() and valenceMix().
+    /// See edgeJumpRatio() and valenceMix() of analysis::ReferenceSet.
     double edgeJumpRatio() const;
     double valenceMix(double a) const;
 
-    /// Whether the result file shall have column @p i (0 to 12), and its name there,
-    /// "UnKnown" outside 0 to 12.
+    /// Whether column @p i (0 to 12) is selected for the result file; false for any
+    /// other number.
     bool isColumnWanted(int i) const;
+
+    /// Returns the name of column @p i (0 to 12) in the result file, or "UnKnown" for
+    /// any other number.
     QString columnName(int i) const;
 
-    /// Index (0 to 12) of the map chosen for display; 0 when none is.
+    /// Returns the index (0 to 12) of the quantity that the result map shows, or 0 if
+    /// none is selected.
     int kindOfMap() const;
 
     Ui_FourPs ui;
@@ -96,103 +101,123 @@ public:
     AFileSelect* MultiFiles = nullptr; ///< several maps at once
     RefFiles Refs;
     QList<AXafsFileSelect*> XafsFiles; ///< Ref 1 to Ref 4, then the target
-    QList<AEPoint*> EPoints;           ///< eight rows; nobody owns their frames
+    QList<AEPoint*> EPoints;           ///< eight rows; their frames have no owner
     A2DData BaseData;                  ///< result of the latest map calculation
-    QList<AMutE*> DispMuts;            ///< for display only; index as in SelectedFs
-    AMutE* LCFMut = nullptr;           ///< fitted curve of the latest fit; not marked valid
+    QList<AMutE*> DispMuts;            ///< spectra for display only, in the order of SelectedFs
+    AMutE* LCFMut = nullptr;           ///< curve of the latest fit; not marked valid
     double TargetV = 0.0;              ///< first fraction of the latest target calculation
-    double TargetT = 0.0;              ///< its valence
-    QList<LCFPoint> LCFvs4PS;          ///< one for each fit since the last clearing
-    int LCFColor = 0;                  ///< colour of the next of them
-    bool unusedFlag = false;           ///< kept for the shape of the panel; read by nothing
-    CColors Colors;                    ///< those that graphs draw with
+    double TargetT = 0.0;              ///< valence of the latest target calculation
+    QList<LCFPoint> LCFvs4PS;          ///< one point for each fit since the list was cleared
+    int LCFColor = 0;                  ///< colour index of the next point of LCFvs4PS
+    bool unusedFlag = false;           ///< not read by any code; kept on purpose
+    CColors Colors;                    ///< the colours of the graphs
     Displays* Disps = nullptr;         ///< the graph window
     DispMBase* MapDisp = nullptr;      ///< the window of the result map
     DispMBase* DMapDisp = nullptr;     ///< the window of the measured map
-    Histgram* HistV = nullptr;         ///< valence
-    Histgram* HistT = nullptr;         ///< total dMut
-    QList<Histgram*> HistRatio;        ///< one per reference, widgets of HistV
-    QList<Histgram*> HistDMut;         ///< one per reference, widgets of HistT
-    double scaleX0 = 0.0;              ///< automatic range of the graph drawn last
+    Histgram* HistV = nullptr;         ///< histogram of the valence
+    Histgram* HistT = nullptr;         ///< histogram of the total dMut
+    QList<Histgram*> HistRatio;        ///< one per reference, with the fields of HistV
+    QList<Histgram*> HistDMut;         ///< one per reference, with the fields of HistT
+    double scaleX0 = 0.0;              ///< automatic range of the graph drawn last, to scaleY1
     double scaleY0 = 0.0;
     double scaleX1 = 0.0;
     double scaleY1 = 0.0;
 
 public Q_SLOTS:
-    /// Take the edge energy @p e (eV), to the 6 digits that are shown; give every spectrum the
-    /// edge and the two limits of the fields, refit all background lines, and refresh the
-    /// columns of the valid references, not that of the target.
+    /// Writes the edge energy @p e (eV) with 6 digits to its field and calls setEdge().
     void noticedNewEdge(double e);
+
+    /// Sets the edge and the ends of the background lines of all spectra to the values in
+    /// the fields, fits all background lines again, and calls receiveNewRef() for each
+    /// reference. The column of the target is not refreshed.
     void setEdge();
 
-    void updateMaps(bool f);         ///< repaints both map windows, whatever @p f is
-    void dispCalcConditions(bool f); ///< shows or hides the block of further conditions
+    void updateMaps(bool f);         ///< repaints both map windows; ignores @p f
+    void dispCalcConditions(bool f); ///< shows or hides the further conditions
 
-    /// Less the post-edge line (@p f) or the pre-edge line: refresh the columns concerned and
-    /// run the reflex.
+    /// Select the background line that is subtracted, the post-edge line (@p f is true) or
+    /// the pre-edge line; refresh the columns concerned and run calcBoth().
     void changedSubBGTypeForRef(bool f);
     void changedSubBGTypeForTarget(bool f);
 
-    void removeAFile(); ///< the one chosen in the list of spectra for display only, if any
+    /// Removes the selected spectrum from the list of spectra for display only. Does nothing
+    /// if none is selected.
+    void removeAFile();
 
-    /// Hands the directory to every file row but the one for saving. An empty one, of a file
-    /// on a share that is not mounted, goes to no row.
+    /// Passes the directory to all file rows except the one for saving. Ignores an empty
+    /// directory, which is reported for a file on a share that is not mounted.
     void receiveNewDir(QString dir);
 
-    /// Refreshes the cells of the row that sent it at the row's energy; no calculation follows.
+    /// Refreshes the mut fields of the sending energy row at the energy in its field. Ignores
+    /// @p e and starts no calculation.
     void receiveNewEnergy(double e);
 
-    /// A spectrum row took another file: refreshes its column, then runs the reflex, also
-    /// when the sender is no spectrum row.
+    /// A spectrum row has read another file: refreshes its column, then runs calcBoth().
+    /// calcBoth() also runs if the sender is not a spectrum row.
     void receiveNewFile(QString fname);
 
-    /// Write the column of a reference (@p n from 0) and run the reflex, if its spectrum is
-    /// valid; any other number does nothing.
+    /// Refreshes the column of reference @p n (from 0) and runs calcBoth(). Does nothing if
+    /// its spectrum is not valid or does not exist.
     void receiveNewRef(int n);
+
+    /// Call receiveNewRef() for Ref 1 to Ref 4; @p fname is ignored.
     void receiveNewRef1(QString fname);
     void receiveNewRef2(QString fname);
     void receiveNewRef3(QString fname);
     void receiveNewRef4(QString fname);
 
-    void receiveNewTarget(QString fname);        ///< writes its column, whatever @p fname is
-    void receiveNewDispFiles(QStringList paths); ///< those that cannot be read are dropped
-    void receiveNewPaths(QStringList paths); ///< a map for each row, in order; surplus is dropped
+    /// Refreshes the column of the target; @p fname is ignored.
+    void receiveNewTarget(QString fname);
 
-    /// The reflex after a change of input: histogram limits, map calculation, target
-    /// calculation, linear combination fit, each whatever became of the one before.
+    /// Reads spectra for display only. Files that cannot be read are skipped.
+    void receiveNewDispFiles(QStringList paths);
+
+    /// Reads one map for each energy row, in order. Surplus paths are ignored.
+    void receiveNewPaths(QStringList paths);
+
+    /// The recalculation after a change of input: sets the automatic histogram limits, then
+    /// runs the map calculation, the target calculation and the linear combination fit. Each
+    /// of them runs even if the previous one was refused.
     void calcBoth();
 
-    void calcMap();      ///< every pixel of the maps in use into BaseData and the histograms
-    void calcTarget();   ///< from the rows, or the spectra (non-equivalent), into CalcRes
-    void calcAndWrite(); ///< after a refused calculation the earlier result
+    /// Calculates all pixels of the maps in use, into BaseData and the histograms.
+    void calcMap();
 
-    /// Writes BaseData and the two main histograms to the file named in the save row; what
-    /// cannot be written is told in the message box.
+    /// Calculates the target from the energy rows, or from the spectra with the
+    /// non-equivalent method, and shows the result in CalcRes.
+    void calcTarget();
+
+    /// Runs calcMap() and write(). If the calculation is refused, the previous result is
+    /// written.
+    void calcAndWrite();
+
+    /// Writes BaseData to the file named in the save row, and the valence and thickness
+    /// histograms to their files, see Histgram::write(). Files that cannot be written are
+    /// reported in the message box.
     void write();
 
-    void clearLCFvs4PS(MouseC* m);    ///< empties the comparison of fits and target results
-    void newColorLCFvs4PS(MouseC* m); ///< another colour for its next points
-    void updateDMap();                ///< repaints the measured map, the view fitted anew
+    void clearLCFvs4PS(MouseC* m);    ///< clears the comparison of fits and target results
+    void newColorLCFvs4PS(MouseC* m); ///< selects the next colour for new points of LCFvs4PS
+    void updateDMap();                ///< repaints the measured map with a newly fitted view
 
-    /// Draw the graph @p id of the analysis (a spectrum row draws any other one), the chosen
-    /// quantity of the result, and the measured map of the chosen energy row.
+    /// Draws the analysis graph @p id; does nothing for the plots that spectrum rows draw.
     void draw(Displays::DispId id, DispABase* dab, QStylePainter* p);
-    void drawMap(QStylePainter* p);
-    void drawDMap(QStylePainter* p);
 
-    void selectedNewMap(); ///< repaints the result map in the limits of its new quantity
+    void drawMap(QStylePainter* p);  ///< draws the selected quantity of the result map
+    void drawDMap(QStylePainter* p); ///< draws the measured map of the selected energy row
+    void selectedNewMap();           ///< see panel::ResultMapView::showOtherQuantity()
 
-    /// Show the value at a place in the view, in pixels of the map.
+    /// Show the value at the position (@p x, @p y) (pixels of the map).
     void receiveNowPosInMap(double x, double y);
     void receiveNowPosInDMap(double x, double y);
 
-    /// Fits the target spectrum by the used references into LCFRes and LCFMut, and adds a
-    /// point to LCFvs4PS.
+    /// Runs the linear combination fit of the target spectrum by the used references. The
+    /// result goes to LCFRes and LCFMut, and a point is added to LCFvs4PS.
     void lcf();
 
     void mPressedInAllMut(MouseC* m); ///< switches the spectrum of the pressed legend row
     void dClickedInMap(MouseC* m);    ///< see panel::ResultMapView::takeDoubleClick()
-    void newMultiEnergys();           ///< spreads the typed list of energies over the rows
+    void newMultiEnergys();           ///< copies the typed list of energies to the rows
 
 private:
     void listWidgets();
@@ -216,15 +241,15 @@ private:
                              analysis::HistogramCounts& thickness);
     void runMapForm(analysis::Variant variant, MapForm form, analysis::MapStack stack);
 
-    // Reflexes.
+    // Recalculation.
     bool isSpectrumWorkLong() const;
     bool isReflexLong() const;
     void RefreshRefColumn(int n);
 
     panel::MessageLines m_messages;
-    analysis::MapResultCache m_latestMap; ///< skips those with unchanged inputs
+    analysis::MapResultCache m_latestMap; ///< skips a map calculation whose inputs are unchanged
     analysis::CalculationMemory m_calculationMemory;
-    panel::Widgets m_widgets; ///< for the parts below
+    panel::Widgets m_widgets; ///< the widgets that the parts below use
     panel::InputReader m_inputs{m_widgets};
     panel::AnalysisGraphs m_graphs{m_widgets, m_inputs};
     panel::ResultMapView m_resultMap{m_widgets, m_inputs, BaseData};

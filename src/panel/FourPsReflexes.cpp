@@ -1,4 +1,4 @@
-// The small operations that keep rows, spectra and scales in step.
+// Slots of the panel that update rows, spectra and limits after a change of input.
 
 #include "panel/FourPs.h"
 
@@ -17,7 +17,8 @@
 namespace
 {
 
-/// Shows the mut of @p spectrum at @p energy (eV), or nothing where it has none.
+/// Shows the mut of @p spectrum at @p energy (eV). Clears the cell if the spectrum has no
+/// value there.
 void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy)
 {
     double mut = 0.0;
@@ -28,10 +29,11 @@ void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy
     }
 }
 
-analysis::Work workOn(const QList<AXafsFileSelect*>& spectra, const QList<AMutE*>& shownOnly)
+analysis::Work spectrumWork(const QList<AXafsFileSelect*>& spectra,
+                            const QList<AMutE*>& displayOnly)
 {
     analysis::Work work;
-    for (const AMutE* spectrum : QList<AMutE*>(spectra.cbegin(), spectra.cend()) + shownOnly) {
+    for (const AMutE* spectrum : QList<AMutE*>(spectra.cbegin(), spectra.cend()) + displayOnly) {
         work.points += static_cast<double>(spectrum->points.size());
     }
     return work;
@@ -108,7 +110,7 @@ void FourPs::removeAFile()
 
 void FourPs::receiveNewDir(QString dir)
 {
-    // A file on a share that is not mounted is in no directory.
+    // The directory is empty for a file on a share that is not mounted.
     if (dir.isEmpty()) {
         return;
     }
@@ -118,7 +120,7 @@ void FourPs::receiveNewDir(QString dir)
     for (AXafsFileSelect* row : std::as_const(XafsFiles)) {
         row->setDir(dir);
     }
-    // The save row keeps a directory of its own.
+    // The save row keeps its own directory.
     ui.DispFSelect->setDir(dir);
     MultiFiles->setDir(dir);
 }
@@ -148,8 +150,8 @@ void FourPs::receiveNewFile(QString fname)
         receiveNewTarget(fname);
     }
     calcBoth();
-    // A file that gave no spectrum has refreshed nothing so far, and its plot
-    // still shows the one before.
+    // If the file contains no spectrum, nothing has been repainted yet, and the plot still
+    // shows the previous spectrum.
     Disps->update();
 }
 
@@ -225,12 +227,12 @@ void FourPs::calcBoth()
 
 bool FourPs::isSpectrumWorkLong() const
 {
-    return analysis::mayTakeLong(workOn(XafsFiles, DispMuts));
+    return analysis::mayTakeLong(spectrumWork(XafsFiles, DispMuts));
 }
 
 bool FourPs::isReflexLong() const
 {
-    analysis::Work work = workOn(XafsFiles, DispMuts);
+    analysis::Work work = spectrumWork(XafsFiles, DispMuts);
     for (const AEPoint* row : EPoints) {
         if (row->UseCB->isChecked() && row->loaded) {
             work.pixels = std::max(work.pixels, 1.0 * row->xNum * row->yNum);

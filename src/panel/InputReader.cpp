@@ -19,7 +19,7 @@ namespace panel
 namespace
 {
 
-constexpr int noMode = 5; // no presentation of a spectrum
+constexpr int noMode = 5; // no button is checked; not a normalisation of AMutE
 
 using ColumnButtons = std::array<const QAbstractButton*, analysis::columnCount>;
 using ReferenceBoxes = std::array<const QAbstractButton*, analysis::neq::references>;
@@ -53,7 +53,7 @@ bool isChecked(const QAbstractButton* button)
     return button->isChecked();
 }
 
-/// Index of the last checked one of @p buttons; -1 when none is.
+/// Index of the last checked button of @p buttons, or -1 if none is checked.
 template <class Buttons>
 int lastChecked(const Buttons& buttons)
 {

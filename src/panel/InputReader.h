@@ -1,4 +1,4 @@
-// The texts and states of the panel's widgets as plain numbers.
+// Reads the input widgets of the panel into plain structs.
 #pragma once
 
 #include "analysis/ResultText.h"
@@ -20,56 +20,64 @@ namespace panel
 struct Widgets;
 
 /// Reads the input widgets of the panel into plain structs, for calculations, graphs and
-/// maps. The widgets are the state, so that nothing is kept between two calls. A text that
-/// is no number reads as 0.
+/// maps. The widgets hold the state: every call reads them again. Unparsable text reads
+/// as 0.
 class InputReader
 {
 public:
-    /// The edge and the two ends of the background lines, eV.
+    /// The edge, the end of the pre-edge region and the start of the post-edge region, as
+    /// absolute energies in eV.
     struct Edge {
         double energy = 0.0;
         double preEdgeEnd = 0.0;
         double postEdgeStart = 0.0;
     };
 
-    /// @param widgets  must outlive the reader; complete at the first call
+    /// @param widgets  must outlive this object; must be complete at the first call of
+    ///                 another function
     explicit InputReader(const Widgets& widgets);
 
-    /// The energy rows, in order.
+    /// Returns the state of the energy rows, in order.
     QList<analysis::PointState> points() const;
 
-    /// The reference rows, in order.
+    /// Returns the state of the reference rows, in order.
     analysis::ReferenceSet references() const;
 
-    /// All that a calculation reads. Spectra and maps stay in their rows.
+    /// Returns all inputs of a calculation. Spectra and maps are not copied: the result
+    /// points to the objects in the rows.
     analysis::CalculationState calculationState() const;
 
-    /// The edge fields; the two ends are entered as distances from the edge.
+    /// Returns the values of the edge fields. The user enters the two limits as distances
+    /// from the edge.
     Edge edge() const;
 
-    /// The normalisation of all spectra: 0 none, 1 less pre-edge line, 3 by edge
-    /// jump, 4 by two lines; 5 when nothing is checked.
+    /// Returns the normalisation of all spectra, see the constants of AMutE: 0 raw, 1
+    /// minus the pre-edge line, 3 in units of the edge jump, 4 normalised by both lines;
+    /// 5 if no button is checked.
     int normMode() const;
 
-    /// Index of the first energy row whose "Show Map" is checked, 0 without one.
+    /// Returns the index of the first energy row with "Show Map" checked, or 0 if there
+    /// is none.
     int checkedMapRow() const;
 
-    /// Index of the quantity that the result map shows; 0 when none is chosen.
+    /// Returns the index of the quantity that the result map shows, or 0 if none is
+    /// selected.
     int kindOfMap() const;
 
-    /// Which quantities the result file shall have.
+    /// Returns for each quantity whether it is selected for the result file.
     std::array<bool, analysis::columnCount> wantedColumns() const;
 
-    /// Whether the histogram of the @p n-th used reference, from 0, shall be shown: that
-    /// of its share, or of its edge jump. False when there is no such reference.
+    /// Whether the box for the histogram of the @p n-th used reference (from 0) is
+    /// checked: for the histogram of its share, or of its edge jump. False if there is no
+    /// such reference.
     bool isRatioShown(const analysis::ReferenceSet& references, int n) const;
     bool isDMutShown(const analysis::ReferenceSet& references, int n) const;
 
-    /// Reference row whose share histogram is shown, the last one of several; -1
-    /// when none is.
+    /// Returns the index of the last reference row whose box for the share histogram is
+    /// checked, or -1 if none is.
     int shownRatioRow() const;
 
-    /// Whether maps shall have a grid.
+    /// Whether maps are drawn with a grid.
     bool isGridShown() const;
 
 private:

@@ -18,8 +18,9 @@ namespace panel
 namespace
 {
 
-/// What the style puts above and below the text of a line edit, pixels.
-int frameOfLineEdits(const QWidget* form)
+/// Height in pixels that the style adds to the text of a line edit, above and below it
+/// together.
+int lineEditFrameHeight(const QWidget* form)
 {
     constexpr int trialHeight = 100;
     QStyleOptionFrame option;
@@ -34,10 +35,10 @@ int frameOfLineEdits(const QWidget* form)
 int heightOfEdits(const QWidget* form)
 {
     constexpr int padding = 2;
-    return form->fontMetrics().height() + frameOfLineEdits(form) + padding;
+    return form->fontMetrics().height() + lineEditFrameHeight(form) + padding;
 }
 
-int heightOfMarks(const QWidget* form)
+int heightOfCheckBoxes(const QWidget* form)
 {
     constexpr int padding = 1;
     const QStyle* style = form->style();
@@ -53,7 +54,7 @@ bool isOneOf(const QWidget* widget)
     return (qobject_cast<const Kinds*>(widget) || ...);
 }
 
-void lowerInside(const QWidget* parent, int edits, int marks)
+void limitHeightsInside(const QWidget* parent, int editHeight, int checkBoxHeight)
 {
     for (QObject* child : parent->children()) {
         auto* widget = qobject_cast<QWidget*>(child);
@@ -61,11 +62,11 @@ void lowerInside(const QWidget* parent, int edits, int marks)
             continue;
         }
         if (isOneOf<QLineEdit, QPushButton, QComboBox>(widget)) {
-            widget->setMaximumHeight(edits);
+            widget->setMaximumHeight(editHeight);
         } else if (isOneOf<QCheckBox, QRadioButton>(widget)) {
-            widget->setMaximumHeight(marks);
+            widget->setMaximumHeight(checkBoxHeight);
         } else {
-            lowerInside(widget, edits, marks);
+            limitHeightsInside(widget, editHeight, checkBoxHeight);
         }
     }
 }
@@ -77,20 +78,20 @@ LowRows::LowRows(QWidget* form)
     , m_form(form)
 {
     form->installEventFilter(this);
-    lower();
+    limitHeights();
 }
 
 bool LowRows::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
-        lower();
+        limitHeights();
     }
     return QObject::eventFilter(watched, event);
 }
 
-void LowRows::lower() const
+void LowRows::limitHeights() const
 {
-    lowerInside(m_form, heightOfEdits(m_form), heightOfMarks(m_form));
+    limitHeightsInside(m_form, heightOfEdits(m_form), heightOfCheckBoxes(m_form));
 }
 
 } // namespace panel

@@ -1,4 +1,4 @@
-// Rows of a form that are no higher than their text needs.
+// Limits the height of the rows of a form to the height of their text.
 #pragma once
 
 #include <QObject>
@@ -8,22 +8,23 @@ class QWidget;
 namespace panel
 {
 
-/// Holds the rows of a form low, so that a form of many rows fits on the screen of
-/// a small computer: line edits, push buttons and combo boxes get the height of a
-/// line of text and their frame, check boxes and radio buttons less. The heights
-/// follow the form's font and style. Windows that belong to the form, such as file
-/// dialogs, keep theirs.
+/// Limits the height of the rows of a form, so that a form with many rows fits on a
+/// small screen. Line edits, push buttons and combo boxes get at most the height of a
+/// line of text with its frame; check boxes and radio buttons get less. The heights are
+/// set again when the font or the style of the form changes. Windows that are children
+/// of the form, such as file dialogs, are not changed.
 class LowRows : public QObject
 {
 public:
-    /// Lowers the rows of what is inside @p form now, which also owns this.
+    /// Limits the heights of the widgets that are currently inside @p form.
+    /// @param form  becomes the owner of this object
     explicit LowRows(QWidget* form);
 
-    /// Lowers them again after a change of the font or style; takes no event away.
+    /// Limits the heights again after a change of font or style. Filters out no events.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void lower() const;
+    void limitHeights() const;
 
     QWidget* m_form;
 };

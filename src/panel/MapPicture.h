@@ -1,4 +1,4 @@
-// The picture of a map in its window.
+// Draws the cells of a map in its window.
 #pragma once
 
 #include "data/A2DData.h"
@@ -10,11 +10,12 @@
 namespace panel
 {
 
-/// Draws all cells of @p map in the colours that the bar of @p window has for their
-/// values.
+/// Draws the cells of @p map on the painting surface of @p window, in the colours of its
+/// colour bar.
 ///
-/// @param hasGrid  outline the cells
-/// @param valueAt  called as valueAt(x, y) for each pixel that shows
+/// @param hasGrid  whether to draw the outlines of the cells
+/// @param valueAt  returns the value of a map pixel; called as valueAt(x, y) for visible
+///                 pixels only
 template <class ValueAt>
 void drawCells(const DispMBase& window, QStylePainter* p, const A2DData& map, bool hasGrid,
                ValueAt valueAt)

@@ -22,7 +22,7 @@ void MessageLines::append(const QString& line)
 {
     const QTextCursor shown = m_box->textCursor();
     if (shown.hasSelection() || !shown.atEnd()) {
-        m_box->moveCursor(QTextCursor::End); // the user has put it elsewhere
+        m_box->moveCursor(QTextCursor::End); // the user has moved the cursor
     }
     openBatch();
     m_box->insertPlainText(line + QLatin1Char('\n'));

@@ -1,4 +1,4 @@
-// The lines of the message box.
+// Appends lines to the message box.
 #pragma once
 
 #include <QTextCursor>
@@ -9,16 +9,18 @@ class QTextEdit;
 namespace panel
 {
 
-/// Appends lines to a text box and shows the last one.
+/// Appends lines to a text box and scrolls to the last one.
 ///
-/// Each change of a text lays out the lines near its end again, and each of them
-/// looks up its place in a tree of all lines. The lines of a reflex are therefore
-/// laid out together, at its end; the text of the box has each of them at once.
+/// After each change, QTextEdit lays out the lines near the end of the text again, and
+/// looks up the position of each of them in a tree of all lines. In a Batch all new
+/// lines are therefore laid out together, at the end of the batch. The text of the box
+/// contains each line immediately.
 class MessageLines
 {
 public:
-    /// A reflex that may bring several lines. Nested ones belong to the outermost.
-    /// No events may be processed meanwhile, since the box is not up to date.
+    /// A scope in which several lines can be appended, such as a recalculation. A nested
+    /// batch is part of the outermost one. Do not process events inside a batch, since the
+    /// box would be painted with an outdated layout.
     class [[nodiscard]] Batch
     {
     public:
@@ -32,11 +34,13 @@ public:
         MessageLines* m_lines;
     };
 
-    /// @param box  must outlive the lines
+    /// Sets the text box.
+    /// @param box  must outlive this object
     void setBox(QTextEdit* box) { m_box = box; }
 
-    /// Appends a line and moves the box's cursor behind it, within a batch at the
-    /// end of that.
+    /// Appends a line and moves the cursor of the box to its end. Inside a batch the
+    /// cursor is moved at the end of the batch.
+    /// @pre setBox() was called
     void append(const QString& line);
 
 private:
@@ -44,7 +48,7 @@ private:
     void closeBatch();
 
     QTextEdit* m_box = nullptr;
-    QTextCursor m_edit; ///< null unless a batch has brought a line
+    QTextCursor m_edit; ///< the open edit block; null until a batch appends its first line
     int m_batches = 0;
 };
 

@@ -33,9 +33,10 @@ void repaintOn(Picture* picture, const Inputs*... inputs)
     (follow(picture, inputs), ...);
 }
 
-// Only what a single plot reads. Wiring connects what repaints all plots: the buttons of
-// "Disp Select" and of the normalisation, and the list of spectra for display only. So
-// do the slots of the panel after a change of spectra or results.
+// Connects only the inputs that concern single plots. The inputs that repaint all plots are
+// connected in Wiring: the buttons of "Disp Select" and of the normalisation, and the list
+// of spectra for display only. The slots of the panel also repaint all plots after a change
+// of spectra or results.
 void connectGraphs(const Widgets& widgets)
 {
     const Ui_FourPs& form = *widgets.form;
@@ -59,21 +60,21 @@ void connectGraphs(const Widgets& widgets)
         repaintOn(thickness, row->UseCB, row->Valence);
         repaintOn(plane, row->UseCB);
     }
-    // The thickness plot takes the limits of the histograms for its first range
-    // alone. A release in the comparison repaints nothing: its new colour is for
-    // what comes next.
+    // Two inputs need no repaint. The thickness plot reads the limits of the histograms only
+    // for its automatic range, and a mouse release in the comparison plot changes only the
+    // colour of later points.
 }
 
 void connectMaps(const Widgets& widgets)
 {
     for (const ARefFile* row : widgets.references->RefRows) {
-        // The valence of a pixel follows from the valid references in use.
+        // The valence of a pixel depends on the valid references in use.
         repaintOn(widgets.resultMap, row->UseCB, row->Valence);
         QObject::connect(row->XafsFS, &AFileSelect::newFilePath, widgets.resultMap,
                          &DispMBase::update);
     }
     for (const AEPoint* row : widgets.points) {
-        // A read that failed has left the row without a map.
+        // Also repaints after a failed read, which leaves the row without a map.
         QObject::connect(row->FileSelect, &AFileSelect::newFilePath, widgets.dataMap,
                          &DispMBase::update);
     }

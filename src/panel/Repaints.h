@@ -1,4 +1,4 @@
-// Which picture is repainted when which field changes.
+// Repaints graphs and maps when an input field that they read changes.
 #pragma once
 
 namespace panel
@@ -6,11 +6,12 @@ namespace panel
 
 struct Widgets;
 
-/// Connects each picture of graphs and maps to the fields and buttons that it reads.
+/// Connects each graph and each map to the fields and buttons that it reads while
+/// painting, so that any change repaints it.
 ///
-/// A drawing reads them as they are at the paint. It therefore follows them whether or
-/// not a calculation runs after a change, or refuses; no calculation starts here. It
-/// follows no others, since the picture of a large map takes its time.
+/// No calculation is started here. The repaint is also needed if no calculation runs
+/// after the change or if it is refused. A graph or map is not connected to inputs that
+/// it does not read, since painting a large map takes long.
 void connectRepaints(const Widgets& widgets);
 
 } // namespace panel

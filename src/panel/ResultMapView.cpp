@@ -46,7 +46,7 @@ void ResultMapView::draw(QStylePainter* p) const
         return;
     }
     if (!window->DispA->hasScale) {
-        const QSignalBlocker quiet(window->CBar); // this paint shows the new limits
+        const QSignalBlocker blocker(window->CBar); // no repaint: this paint shows the new limits
         if (!setPresetLimits()) {
             scanLimits(false);
         }
@@ -72,10 +72,10 @@ void ResultMapView::scanLimits(bool onlyRaise) const
     const analysis::MapQuantity scanned = quantity();
     auto limits = analysis::scanMap(m_result, [&](int x, int y) { return scanned.at(x, y); });
     if (!limits) {
-        return; // no pixel has a number, and the limits stay what they are
+        return; // no pixel has a number: the limits are kept
     }
     if (onlyRaise) {
-        // The larger of both on purpose: a repeated scan only raises limits.
+        // The larger value for both limits on purpose: a repeated scan only raises limits.
         const cBar& bar = *m_widgets.resultMap->CBar;
         limits->low = std::max(limits->low, bar.zmin);
         limits->high = std::max(limits->high, bar.zmax);
@@ -113,27 +113,27 @@ bool ResultMapView::takeDoubleClick(const MouseC& mouse) const
 
 void ResultMapView::showOtherQuantity() const
 {
-    m_widgets.resultMap->Val->clear(); // it was a value of the quantity before
+    m_widgets.resultMap->Val->clear(); // a value of the previous quantity
     m_widgets.resultMap->update();
     setPresetLimits();
 }
 
-// Not by clearScale(), after which the next paint would set limits of its own over those
-// that the user chose. Without a range of its own that paint fits the view.
+// Does not call clearScale(): the next paint would then replace the limits that the user has
+// set. If the surface has no range, the next paint fits the view anyway.
 void ResultMapView::showNewResult(bool isSizeNew) const
 {
     DispMBase* window = m_widgets.resultMap;
     if (isSizeNew && window->DispA->hasScale && hasPixels()) {
         window->DispA->cc.setReal(0.0, 0.0, m_result.xNum, m_result.yNum);
     }
-    window->Val->clear(); // it was a value of the result before
+    window->Val->clear(); // a value of the previous result
     window->update();
 }
 
 void ResultMapView::showAndFitNewResult() const
 {
     DispMBase* window = m_widgets.resultMap;
-    window->Val->clear(); // it was a value of the result before
+    window->Val->clear(); // a value of the previous result
     window->clearScale();
     window->update();
 }

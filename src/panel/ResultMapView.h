@@ -1,4 +1,4 @@
-// The window of the result map.
+// Draws the result map in its window.
 #pragma once
 
 #include "analysis/MapQuantity.h"
@@ -14,43 +14,49 @@ namespace panel
 class InputReader;
 struct Widgets;
 
-/// Draws the chosen quantity of the result map in its window, and keeps the limits of
-/// its colours and the read-out of a value.
+/// Draws the selected quantity of the result map in its window, sets the limits of its
+/// colours, and shows the value at the mouse position.
 class ResultMapView
 {
 public:
-    /// @param widgets  complete at the first call
-    /// @param result   of the latest map calculation
-    /// All three must outlive this.
+    /// All three arguments must outlive this object.
+    /// @param widgets  must be complete at the first call
+    /// @param inputs   reads the input fields
+    /// @param result   the result of the latest map calculation
     ResultMapView(const Widgets& widgets, const InputReader& inputs, const A2DData& result);
 
-    /// A white ground, and the cells of the map unless there is no pixel. While the
-    /// surface has no range of its own, the view and the limits are fitted first.
+    /// Paints a white background and, if the map has pixels, its cells. If the painting
+    /// surface has no range, the view is first fitted to the map and the limits are set:
+    /// to the preset limits of the quantity, or to the range of all pixels if it has none.
     void draw(QStylePainter* p) const;
 
-    /// Gives the map the limits that its quantity has beforehand, see
-    /// analysis::mapLimits(); false, with the limits left alone, where it has none.
+    /// Sets the preset limits of the selected quantity, see analysis::mapLimits().
+    /// @return false if the quantity has no preset limits; the limits are then unchanged
     bool setPresetLimits() const;
 
-    /// Shows the value at a place in the view (pixels of the map), 0 outside the map.
-    /// Nothing changes while there is no result.
+    /// Shows the value at the position (@p x, @p y) (pixels of the map), or 0 outside the
+    /// map. Does nothing if there is no result.
     void showValueAt(double x, double y) const;
 
-    /// Left double click: limits from all pixels; with Shift the same, raising limits
-    /// only; with Control those that the quantity has beforehand. They last until the
-    /// next paint: the double click has made the surface give up its range, and a paint
-    /// without one fits view and limits, see draw().
-    /// @return false while there is no result, which a double click does nothing to
+    /// Sets the limits after a double click with the left button:
+    /// - without a modifier key to the range of all pixels;
+    /// - with Shift to the same range, but no limit is lowered;
+    /// - with Control to the preset limits, or to the range of all pixels if there are none.
+    ///
+    /// These limits are kept only until the next paint: the double click has also reset the
+    /// range of the surface, so draw() sets view and limits again.
+    /// @return false if there is no result; the double click then has no effect
     bool takeDoubleClick(const MouseC& mouse) const;
 
-    /// Repaints the map in the limits of the quantity now chosen.
+    /// Call this if another quantity was selected: clears the value, sets the preset limits
+    /// of the quantity if it has any, and repaints.
     void showOtherQuantity() const;
 
-    /// Repaints a new result. The limits stay as they are, and so does the view, which
-    /// is fitted only where @p isSizeNew.
+    /// Repaints after a map calculation and keeps the limits.
+    /// @param isSizeNew  whether the map has another size; only then the view is fitted
     void showNewResult(bool isSizeNew) const;
 
-    /// Repaints a new result, with the view and the limits fitted to it.
+    /// Repaints after a map calculation, with the view and the limits set again by draw().
     void showAndFitNewResult() const;
 
 private:

@@ -1,4 +1,4 @@
-// The widgets and windows that the parts of the panel work on.
+// Pointers to the widgets and windows of the panel.
 #pragma once
 
 #include <QList>
@@ -16,22 +16,22 @@ class Ui_FourPs;
 namespace panel
 {
 
-/// What the panel is put together from, for those of its parts that read widgets,
-/// draw into windows or make connections. Nothing here is owned, all of it outlives the
-/// parts, and no row comes or goes once the panel is constructed.
+/// The widgets and windows of the panel, for its parts that read widgets, draw into
+/// windows or make connections. The objects are not owned and outlive these parts. No row
+/// is added or removed after the panel is constructed.
 struct Widgets {
     const Ui_FourPs* form = nullptr;
-    const RefFiles* references = nullptr; ///< with the four reference rows
+    const RefFiles* references = nullptr; ///< the four reference rows
     QList<AXafsFileSelect*> spectra;      ///< Ref 1 to Ref 4, then the target
     QList<AEPoint*> points;               ///< the eight energy rows
     QLineEdit* energyList = nullptr;      ///< a list of energies for all rows
-    AFileSelect* mapFiles = nullptr;      ///< several maps at once
+    AFileSelect* mapFiles = nullptr;      ///< the file row for several maps at once
     Displays* graphs = nullptr;           ///< the graph window
     DispMBase* resultMap = nullptr;       ///< the window of the result map
     DispMBase* dataMap = nullptr;         ///< the window of the measured map
-    QButtonGroup* mapRadios = nullptr;    ///< the quantity that the result map shows
-    QButtonGroup* mapRows = nullptr;      ///< the energy row that the measured map shows
-    QButtonGroup* normRadios = nullptr;   ///< the presentation of all spectra
+    QButtonGroup* mapRadios = nullptr;    ///< select the quantity of the result map
+    QButtonGroup* mapRows = nullptr;      ///< select the energy row of the measured map
+    QButtonGroup* normRadios = nullptr;   ///< select the normalisation of all spectra
 };
 
 } // namespace panel

@@ -18,16 +18,16 @@
 namespace panel
 {
 
-/// Makes the connections to the slots of the panel. They are made once and never
-/// change.
+/// Connects the widgets to the slots of the panel. The connections are made once and are
+/// never changed.
 ///
-/// @tparam Panel  the class with the slots: the panel, or a stand-in for it that
-///                records which slots run
+/// @tparam Panel  the class with the slots: FourPs, or a mock that records slot calls
 template <class Panel>
 class Wiring
 {
 public:
-    /// @param widgets  must outlive this, complete
+    /// @param widgets  must be complete and must outlive this object
+    /// @param panel    receives the signals
     Wiring(const Widgets& widgets, Panel* panel)
         : m_widgets(widgets)
         , m_form(*widgets.form)
@@ -35,7 +35,7 @@ public:
     {
     }
 
-    /// Connects the two sets of marker lines.
+    /// Connects both sets of marker lines.
     void connectMarks(const EdgeMarks& marks) const
     {
         connect(marks.singleSpectrum, &MarkLines::moving, m_widgets.graphs, &Displays::update);
@@ -141,7 +141,7 @@ private:
         connect(m_widgets.normRadios, &QButtonGroup::buttonToggled, spectra,
                 &DispABase::clearScale);
         connect(m_form.SelectedFs, &QComboBox::currentIndexChanged, graphs, &Displays::update);
-        // The last three only repaint: no graph reads them.
+        // The last three buttons only cause a repaint; no graph reads them.
         for (const QAbstractButton* choice : std::initializer_list<const QAbstractButton*>{
                  m_form.HgValence, m_form.HgRatio1, m_form.HgRatio2, m_form.HgRatio3,
                  m_form.HgRatio4, m_form.HgAmount, m_form.HgdMut1, m_form.HgdMut2, m_form.HgdMut3,

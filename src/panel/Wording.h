@@ -1,4 +1,4 @@
-// The words of refusals and results.
+// The texts that show results and refusals of calculations.
 #pragma once
 
 #include <QCoreApplication>
@@ -13,24 +13,24 @@ struct TargetResult;
 namespace panel
 {
 
-/// What the user reads of a calculation, in the language of the program. The
-/// translations are those of the panel.
+/// Makes the texts that the user reads after a calculation, in the language of the
+/// program. They are translated in the context of the panel.
 class Wording
 {
     Q_DECLARE_TR_FUNCTIONS(FourPs)
 
 public:
-    /// The sentence of a refusal, with its numbers.
+    /// Returns the sentence that explains why a calculation was refused.
     static QString of(const analysis::Message& refusal);
 
-    /// The line of a target's result: to 6 digits by the four-points family, to
-    /// three decimals by the non-equivalent method.
+    /// Returns the result line of a target calculation: with 6 significant digits for the
+    /// four-points methods, with three decimals for the non-equivalent method.
     static QString of(const analysis::TargetResult& result);
 
-    /// The line of a linear combination fit.
+    /// Returns the result line of a linear combination fit.
     static QString of(const analysis::LinearFit& fit);
 
-    /// What is said of a file that cannot be written.
+    /// Returns the message for a file that cannot be written.
     static QString cannotOpen(const QString& path);
 };
 
