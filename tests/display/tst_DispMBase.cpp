@@ -76,8 +76,8 @@ void tst_DispMBase::init()
     m_frame = std::make_unique<DispMBase>();
 }
 
-// Destroys the frame here, with the other members still alive: a limit field with the
-// focus emits editingFinished while it is being destroyed.
+// A limit field with the focus emits editingFinished while it is being destroyed; the
+// frame must handle that at the end of each test.
 void tst_DispMBase::cleanup()
 {
     m_frame.reset();
