@@ -112,7 +112,8 @@ void tst_CColors::baseListGrowsByTheSameRule()
     QCOMPARE(colors.colors.size(), 91);
     QCOMPARE(colors.colors.at(45), QColor(255, 0, 0));
     QCOMPARE(colors.colors.at(46), QColor(510 / 3, 0, 255));
-    // From (120, 220, 120) to (200, 200, 0): 200, (200 + 440) / 3, 240 / 3.
+    // Colour 48 derives from (120, 220, 120) and (200, 200, 0): 200, (200 + 440) / 3
+    // and 240 / 3.
     QCOMPARE(colors.colors.at(48), QColor(200, 213, 80));
     // The first round ends by wrapping around: colour 44 is combined with black.
     QCOMPARE(colors.colors.at(89), QColor(480 / 3, 320 / 3, 0));

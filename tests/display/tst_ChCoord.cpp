@@ -65,8 +65,8 @@ private Q_SLOTS:
     void marginsAreTruncatedToWholePixels_data();
     void marginsAreTruncatedToWholePixels();
     void marginsFollowTheirFractions();
-    void convertsUprightRanges_data();
-    void convertsUprightRanges();
+    void convertsIncreasingRanges_data();
+    void convertsIncreasingRanges();
     void convertsReversedRanges_data();
     void convertsReversedRanges();
     void conversionClampsAtBothEnds_data();
@@ -112,7 +112,7 @@ void tst_ChCoord::startsWithDefaultLayout()
 void tst_ChCoord::setScreenSetsPlotAreaToo()
 {
     ChCoord cc;
-    cc.setScreen(1, 2, 3, 4); // both corners: x0, y0, x1, y1
+    cc.setScreen(1, 2, 3, 4); // x0, y0, x1, y1
     QVERIFY(isScreen(cc, 1, 2, 3, 4));
     QVERIFY(isArea(cc, 1, 2, 3, 4));
     QVERIFY(isReal(cc, 0, 0, 1, 1));
@@ -178,7 +178,7 @@ void tst_ChCoord::marginsFollowTheirFractions()
     QVERIFY(isArea(cc, 100, 188, 350, 100));
 }
 
-void tst_ChCoord::convertsUprightRanges_data()
+void tst_ChCoord::convertsIncreasingRanges_data()
 {
     QTest::addColumn<Conversion>("conversion");
     QTest::addColumn<double>("from");
@@ -205,7 +205,7 @@ void tst_ChCoord::convertsUprightRanges_data()
 }
 
 // Tolerance: a few ulps of 400.
-void tst_ChCoord::convertsUprightRanges()
+void tst_ChCoord::convertsIncreasingRanges()
 {
     QFETCH(Conversion, conversion);
     QFETCH(double, from);
@@ -231,7 +231,7 @@ void tst_ChCoord::convertsReversedRanges_data()
     QTest::newRow("pixels as a distance in y") << asConversion(&ChCoord::s2rdY) << 51.0 << 1.0;
 }
 
-// Tolerance as above.
+// Tolerance: a few ulps of 400.
 void tst_ChCoord::convertsReversedRanges()
 {
     QFETCH(Conversion, conversion);
@@ -264,7 +264,7 @@ void tst_ChCoord::conversionClampsAtBothEnds_data()
     QTest::newRow("reversed y, above the area") << true << y << 0.0 << -1.0;
 }
 
-// Tolerance as above.
+// Tolerance: a few ulps of 400.
 void tst_ChCoord::conversionClampsAtBothEnds()
 {
     QFETCH(bool, reversed);
@@ -282,10 +282,10 @@ void tst_ChCoord::emptyRealRangeGivesInfinitiesAndNaN()
 {
     PlotSurface cc;
     cc.setReal(5, 5, 5, 5);
-    QVERIFY(tests::sameDouble(cc.r2sX(6), infinite)); // 340 / 0 * 1
+    QVERIFY(tests::sameDouble(cc.r2sX(6), infinite)); // the scale is 340 / 0
     QVERIFY(tests::sameDouble(cc.r2sX(4), -infinite));
     QVERIFY(tests::sameDouble(cc.r2sX(5), notANumber));
-    QVERIFY(tests::sameDouble(cc.r2sY(6), -infinite)); // -255 / 0 * 1
+    QVERIFY(tests::sameDouble(cc.r2sY(6), -infinite)); // the scale is -255 / 0
     QVERIFY(tests::sameDouble(cc.r2sY(5), notANumber));
     QVERIFY(tests::sameDouble(cc.r2sdX(1), infinite));
     QVERIFY(tests::sameDouble(cc.r2sdX(0), notANumber));
@@ -301,7 +301,7 @@ void tst_ChCoord::emptyPlotAreaGivesInfinitiesAndNaN()
     cc.setArea(40, 30, 40, 30);
     QCOMPARE(cc.r2sX(15), 40.0);
     QCOMPARE(cc.r2sY(3), 30.0);
-    QVERIFY(tests::sameDouble(cc.s2rX(41), infinite)); // 17 / 0 * 1
+    QVERIFY(tests::sameDouble(cc.s2rX(41), infinite)); // the scale is 17 / 0
     QVERIFY(tests::sameDouble(cc.s2rX(40), notANumber));
     QVERIFY(tests::sameDouble(cc.s2rY(29), -infinite));
     QVERIFY(tests::sameDouble(cc.s2rOffY(31), infinite));
@@ -364,13 +364,13 @@ void tst_ChCoord::edgeBandsExcludeTheirInnerLimits()
 void tst_ChCoord::areaAndScreenBandsHaveSeparateFractions()
 {
     PlotSurface cc;
-    cc.areaEdge = 0.4; // 136 and 102 pixels
+    cc.areaEdge = 0.4; // bands of 136 and 102 pixels
     QVERIFY(cc.nearAreaEdgeX(170.0));
     QVERIFY(cc.nearAreaEdgeY(110.0));
     QVERIFY(!cc.nearScrEdgeX(170.0));
     QVERIFY(!cc.nearScrEdgeY(110.0));
     cc.areaEdge = 0.1;
-    cc.scrEdge = 0.45; // 180 and 135 pixels
+    cc.scrEdge = 0.45; // bands of 180 and 135 pixels
     QVERIFY(cc.nearScrEdgeX(170.0));
     QVERIFY(cc.nearScrEdgeY(110.0));
     QVERIFY(!cc.nearAreaEdgeX(170.0));
@@ -389,7 +389,7 @@ void tst_ChCoord::tickStepIsFirstOneWideEnough_data()
     QTest::newRow("ten follows five") << 1.0 << 100.0 << 10.0;
     QTest::newRow("twenty") << 1.0 << 200.0 << 20.0;
     QTest::newRow("fifty") << 1.0 << 400.0 << 50.0;
-    QTest::newRow("smaller base") << 0.125 << 10.0 << 0.625; // 2.5, 5, 12.5 pixels
+    QTest::newRow("smaller base") << 0.125 << 10.0 << 0.625; // steps of 2.5, 5 and 12.5 pixels
     QTest::newRow("base not a power of ten") << 3.0 << 100.0 << 6.0;
     QTest::newRow("minimum of zero pixels") << 1.0 << 0.0 << 1.0;
     // 5e7 units are 1e9 pixels wide: the last step that is tried.
@@ -407,7 +407,7 @@ void tst_ChCoord::tickStepIsFirstOneWideEnough()
 
 void tst_ChCoord::tickStepGivesUpAfterEightDecades_data()
 {
-    QTest::addColumn<QRectF>("xRange"); // area x0 and x1, then real x0 and x1
+    QTest::addColumn<QRectF>("xRange"); // x0 and x1 of the area, then of the real range
     QTest::addColumn<double>("base");
     QTest::addColumn<double>("minPixels");
     QTest::addColumn<double>("step");
@@ -448,8 +448,8 @@ void tst_ChCoord::tickStepOfYUsesScaleOfX()
     QCOMPARE(cc.tickStepY(1.0, 40), 1e8);
 }
 
-// For 399 by 299 pixels the plot area runs from y = 270 (299 - 29) to 14, so a text row
-// is -256 / 20 = -12.8 high. The label width is a tenth of 399, 39.9. Both are
+// On 399 by 299 pixels the plot area runs from y = 270 (299 - 29) to 14, so a text row
+// is -256 / 20 = -12.8 high. The label width is a tenth of 399, that is 39.9. Both are
 // truncated.
 void tst_ChCoord::textRowAndLabelWidthAreWholePixels()
 {

@@ -1,4 +1,5 @@
-// Tests of ComparisonGraph, the plot of fitted against calculated valences.
+// Tests of ComparisonGraph, the plot that compares the valences of the fit and of the
+// target calculation.
 #include "display/ComparisonGraph.h"
 
 #include "support/GraphPlot.h"
@@ -210,8 +211,7 @@ void tst_ComparisonGraph::highResolutionScreenShowsNewestPointOnTop()
         plot.DispA->render(&picture);
         return picture;
     };
-    // Overlapping marks, drawn in an order that matters. Each place is used by many
-    // points.
+    // Marks that overlap in an order that matters. Many points share each position.
     QList<PlainPoint> newest = randomPoints(200);
     for (PlainPoint& point : newest) {
         point.color.setAlpha(alpha);
@@ -254,7 +254,8 @@ void tst_ComparisonGraph::diagonalEndsAtTheValences()
     ComparisonGraph graph;
     fill(&graph, 2.0, 3.0, {{2.5, 2.35, Qt::blue}});
     const QImage image = painted(graph);
-    // Columns 38 + 47.1 to 38 + 282.9, rows 232 - 31.4 to 232 - 188.6.
+    // The diagonal spans columns 38 + 47.1 to 38 + 282.9 and rows 232 - 31.4 to 232 -
+    // 188.6.
     const QRect part(QPoint(85, 43), QPoint(320, 200));
     QCOMPARE(image.pixelColor(85, 200), QColor(0, 200, 0));
     QCOMPARE(image.pixelColor(320, 43), QColor(0, 200, 0));

@@ -257,7 +257,7 @@ void tst_CurvePainter::highSpikeHasBothFlanks()
     }
 }
 
-// No picture is checked: the test fails through the sanitizers.
+// The picture is not checked: the sanitizers report errors.
 void tst_CurvePainter::extremeNumbersAreHarmless()
 {
     const QList<double> values{0,    1,       -1,     1e9,   -1e10,      1e20,     -1e20,

@@ -23,8 +23,8 @@ namespace
 
 constexpr QSize surfaceSize(400, 300);
 const QRectF xTitleBox(40.0, 271.0, 340.0, 10.0);
-// In the coordinates rotated by 270 degrees about the upper left corner. On the screen:
-// columns 10 to 20, from the bottom row to the top one.
+// Given in coordinates rotated by 270 degrees about the upper left corner. On the
+// screen the box is columns 10 to 20 over the full height.
 const QRectF yTitleBox(-300.0, 10.0, 300.0, 10.0);
 
 void drawTitle(QStylePainter* p, const QRectF& box, const QString& text)
@@ -32,7 +32,8 @@ void drawTitle(QStylePainter* p, const QRectF& box, const QString& text)
     DrawText().drawText(p, box, QFont(), Qt::AlignCenter, 1, text, 12.0);
 }
 
-/// The picture of a widget, in the format of a whole window also for a part of one.
+/// The picture of a widget in a fixed format: grab() of a child widget can have another
+/// format than grab() of a window.
 QImage picture(QWidget* widget)
 {
     return widget->grab().toImage().convertToFormat(QImage::Format_RGB32);

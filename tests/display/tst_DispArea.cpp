@@ -382,7 +382,7 @@ void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<bool>("hit");
-    // Column 140 and row 170 are at value 100.
+    // Column 140 and row 170 have the value 100.
     QTest::newRow("vertical, 0") << vertical << "100" << QPointF(140, 60) << true;
     QTest::newRow("vertical, 19 right") << vertical << "100" << QPointF(159, 60) << true;
     QTest::newRow("vertical, 19 left") << vertical << "100" << QPointF(121, 60) << true;
@@ -595,7 +595,7 @@ void tst_DispArea::dragKeepsOtherLines()
     QCOMPARE(m_lines->text(1), "90");
 }
 
-// The slots connected to moving() repaint.
+// The surface requests no repaint itself: the slots connected to moving() do.
 void tst_DispArea::dragRequestsNoRepaint()
 {
     m_lines->add("100");
@@ -892,7 +892,8 @@ void tst_DispArea::wheelInAnEdgeBandZoomsOneAxisOnly_data()
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<QList<double>>("expected");
     // Zoom out by 1.1 around x = column - 40 and y = 270 - row.
-    QTest::newRow("middle: both") << QPointF(140, 170) << QList<double>{-10.0, -10.0, 364.0, 270.5};
+    QTest::newRow("middle: both axes")
+        << QPointF(140, 170) << QList<double>{-10.0, -10.0, 364.0, 270.5};
     QTest::newRow("left label column: y")
         << QPointF(20, 170) << QList<double>{0.0, -10.0, 340.0, 270.5};
     QTest::newRow("inside the left edge: y")
@@ -905,14 +906,14 @@ void tst_DispArea::wheelInAnEdgeBandZoomsOneAxisOnly_data()
         << QPointF(140, 260) << QList<double>{-10.0, 0.0, 364.0, 255.0};
     QTest::newRow("above the plot: x")
         << QPointF(140, 5) << QList<double>{-10.0, 0.0, 364.0, 255.0};
-    // Around (-20, -15), (10, 10), (350, 265) and (330, 5).
-    QTest::newRow("lower left corner, outside: both")
+    // The same around (-20, -15), (10, 10), (350, 265) and (330, 5).
+    QTest::newRow("lower left corner, outside: both axes")
         << QPointF(20, 285) << QList<double>{2.0, 1.5, 376.0, 282.0};
-    QTest::newRow("lower left corner, inside: both")
+    QTest::newRow("lower left corner, inside: both axes")
         << QPointF(50, 260) << QList<double>{-1.0, -1.0, 373.0, 279.5};
-    QTest::newRow("upper right corner, outside: both")
+    QTest::newRow("upper right corner, outside: both axes")
         << QPointF(390, 5) << QList<double>{-35.0, -26.5, 339.0, 254.0};
-    QTest::newRow("lower right corner, inside: both")
+    QTest::newRow("lower right corner, inside: both axes")
         << QPointF(370, 265) << QList<double>{-33.0, -0.5, 341.0, 280.0};
 }
 

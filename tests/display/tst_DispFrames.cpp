@@ -275,7 +275,7 @@ void tst_DispFrames::stripHasItsWidgetsFromLeftToRight()
         {"Val", 6, "QLineEdit"},
         {"PopDockB", 7, "QPushButton", "P/D"},
     };
-    QCOMPARE(differencesOfForm(m->strip, map ? mapStrip : plotStrip), QStringList());
+    QCOMPARE(formDifferences(m->strip, map ? mapStrip : plotStrip), QStringList());
     const auto* row = qobject_cast<QGridLayout*>(m->strip->layout());
     QVERIFY(row);
     QCOMPARE(row->objectName(), "gridLayout_2");

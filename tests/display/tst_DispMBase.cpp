@@ -18,7 +18,7 @@
 
 using namespace tests;
 
-/// Changes the colours of a frame.
+/// An action that changes the colours of a frame.
 using Action = std::function<void(DispMBase*)>;
 
 class tst_DispMBase : public QObject
@@ -76,8 +76,8 @@ void tst_DispMBase::init()
     m_frame = std::make_unique<DispMBase>();
 }
 
-// A limit field with the focus emits editingFinished while it is being destroyed; the
-// frame must handle that at the end of each test.
+// Destroys the frame while it is connected as in the program: a limit field with the
+// focus emits editingFinished during its destruction.
 void tst_DispMBase::cleanup()
 {
     m_frame.reset();
@@ -366,7 +366,7 @@ void tst_DispMBase::setZRangeSetsBarAndTexts_data()
     QTest::addColumn<double>("lo");
     QTest::addColumn<double>("hi");
     QTest::addColumn<QStringList>("texts");
-    // The range before is 10 to 20.
+    // The old range is 10 to 20.
     QTest::newRow("above") << 30.0 << 40.0 << QStringList{"30", "40"};
     QTest::newRow("overlapping from above") << 15.0 << 40.0 << QStringList{"15", "40"};
     QTest::newRow("starting at the upper limit") << 20.0 << 40.0 << QStringList{"20", "40"};

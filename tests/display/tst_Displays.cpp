@@ -256,8 +256,8 @@ void tst_Displays::allTitlesButTheComparisonAreTranslated()
     const Displays graphs;
     QCOMPARE(graphs.frame(Displays::DRef1)->Title->text(), QStringLiteral("<Ref1>"));
     QCOMPARE(graphs.frame(Displays::DM2M3)->Title->text(), QStringLiteral("<M2/M3>"));
-    // A translation table may contain a similar text, but the program looks up exactly
-    // this one.
+    // The translation tables contain this title under another source text, so it is not
+    // translated.
     QCOMPARE(graphs.frame(Displays::DLCFvs4PS)->Title->text(), QStringLiteral("LCF vs MPS"));
 }
 
@@ -287,7 +287,7 @@ void tst_Displays::negativeColumnOrRowMeansOutsideTheGrid_data()
     QTest::addColumn<int>("row");
     QTest::newRow("column") << -1 << 3;
     QTest::newRow("row") << 3 << -1;
-    QTest::newRow("both") << -1 << -1;
+    QTest::newRow("column and row") << -1 << -1;
 }
 
 void tst_Displays::negativeColumnOrRowMeansOutsideTheGrid()

@@ -400,8 +400,8 @@ void tst_DrawText::smallTextStaysInItsBox_data()
     QTest::newRow("title in Japanese") << QStringLiteral("画素数") << int(Qt::AlignCenter);
 }
 
-// The smallest width is the one in a small window; the steps are not whole pixels. At
-// the top and bottom letters may overhang by one pixel.
+// The widths start at the one in a small window and increase in steps that are not
+// whole pixels. At the top and bottom, letters can overhang by one pixel.
 void tst_DrawText::smallTextStaysInItsBox()
 {
     QFETCH(QString, text);
@@ -500,7 +500,7 @@ void tst_DrawText::textBoxReturnsWhereTheTextIsDrawn_data()
     QTest::newRow("given size, bottom right") << 0 << int(Qt::AlignRight | Qt::AlignBottom);
 }
 
-// Letters are lower than their line and may overhang by one pixel.
+// Letters do not fill the height of their line, and they can overhang by one pixel.
 void tst_DrawText::textBoxReturnsWhereTheTextIsDrawn()
 {
     QFETCH(int, mode);

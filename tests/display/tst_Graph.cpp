@@ -60,7 +60,7 @@ protected:
 };
 
 /// A FilledGraph with the drawOnTop() of the base class.
-class FloodWithoutTop : public FilledGraph
+class FilledGraphWithoutTop : public FilledGraph
 {
 protected:
     void drawOnTop(QStylePainter* p, const ChCoord& cc) const override { Graph::drawOnTop(p, cc); }
@@ -116,7 +116,7 @@ void tst_Graph::frameIsDrawnBetweenDataAndTop()
 
 void tst_Graph::drawOnTopDrawsNothingByDefault()
 {
-    const FloodWithoutTop graph;
+    const FilledGraphWithoutTop graph;
     Plot plot(graph);
     PlainFilledGraph expected = expectedPlot({10.0, -1.0, 43.0, 4.5});
     expected.onTop = false;

@@ -136,7 +136,7 @@ private Q_SLOTS:
 
     void mainBarFillsItsBin();
     void mainBarIsAtLeastOnePixelWide();
-    void outerBinsAreCentredOnTheLimits();
+    void firstBinIsCentredOnTheLowerLimit();
     void barsAreShiftedByTheIndexOfTheirSeries_data();
     void barsAreShiftedByTheIndexOfTheirSeries();
     void fourSeriesAreSideBySide();
@@ -152,8 +152,8 @@ private Q_SLOTS:
     void manyBinsMatchBarByBarDrawing();
     void largestPossibleCountIsDrawn();
 
-    void verticalGridLinesAreBelowTheUpperLimit_data();
-    void verticalGridLinesAreBelowTheUpperLimit();
+    void verticalGridExcludesTheLastInteger_data();
+    void verticalGridExcludesTheLastInteger();
     void horizontalGridUsesTheScaleOfX_data();
     void horizontalGridUsesTheScaleOfX();
     void gridIsLimitedToLimitsAndView();
@@ -237,7 +237,7 @@ void tst_HistogramGraph::mainBarFillsItsBin()
     QCOMPARE(boxOf(grey, GraphPlot(graph).picture()), QRect(180, 36, 40, 248 - 36));
 }
 
-// The bin is 1000 times narrower than above: 0.04 columns.
+// The bin is 1000 times narrower than in the test above: 0.04 columns.
 void tst_HistogramGraph::mainBarIsAtLeastOnePixelWide()
 {
     HistogramGraph graph;
@@ -245,11 +245,11 @@ void tst_HistogramGraph::mainBarIsAtLeastOnePixelWide()
     graph.mainShown = true;
     graph.main.step = 0.001;
     graph.main.minV = 3.4965;
-    // It starts at 3.5005, which is 140.02 columns right of 40.
+    // The bin starts at 3.5005, which is 140.02 columns right of column 40.
     QCOMPARE(boxOf(grey, GraphPlot(graph).picture()), QRect(180, 36, 1, 248 - 36));
 }
 
-void tst_HistogramGraph::outerBinsAreCentredOnTheLimits()
+void tst_HistogramGraph::firstBinIsCentredOnTheLowerLimit()
 {
     HistogramGraph graph;
     fillGraph(graph, oneBin(0, 30));
@@ -461,16 +461,16 @@ void tst_HistogramGraph::largestPossibleCountIsDrawn()
     QCOMPARE(boxOf(grey, GraphPlot(graph).picture()), QRect(180, 36, 40, 248 - 36));
 }
 
-void tst_HistogramGraph::verticalGridLinesAreBelowTheUpperLimit_data()
+void tst_HistogramGraph::verticalGridExcludesTheLastInteger_data()
 {
     QTest::addColumn<double>("from");
     QTest::addColumn<double>("to");
     QTest::addColumn<QList<int>>("values");
-    // One unit is 340 / (to - from) columns wide. Grid lines must be more than ten
-    // columns apart.
+    // One unit is 340 / (to - from) columns wide. The lines are at integers below
+    // floor(to), which is excluded, and must be more than ten columns apart.
     QTest::newRow("integer limits") << 0.0 << 5.0 << QList<int>{1, 2, 3, 4}; // 0 is on the outline
     QTest::newRow("limits between integers") << 0.5 << 5.5 << QList<int>{1, 2, 3, 4};
-    QTest::newRow("one integer, on the outline") << 0.2 << 1.9 << QList<int>{};
+    QTest::newRow("only integer is the excluded one") << 0.2 << 1.9 << QList<int>{};
     QTest::newRow("no integer inside") << 1.2 << 1.9 << QList<int>{};
     QTest::newRow("negative") << -3.5 << -0.5 << QList<int>{-3, -2};
     QTest::newRow("around zero") << -2.5 << 2.5 << QList<int>{-2, -1, 0, 1};
@@ -481,10 +481,10 @@ void tst_HistogramGraph::verticalGridLinesAreBelowTheUpperLimit_data()
     QTest::newRow("steps of 10 from an odd number")
         << 6.5 << 306.5 << valuesFrom(17, 297, 10); // 7 is on the outline
     QTest::newRow("upper limit on the grid")
-        << -1.0 << 59.0 << valuesFrom(1, 57, 2); // steps of 2 from -1; 59 is left out
+        << -1.0 << 59.0 << valuesFrom(1, 57, 2); // steps of 2 from -1; 59 is excluded
 }
 
-void tst_HistogramGraph::verticalGridLinesAreBelowTheUpperLimit()
+void tst_HistogramGraph::verticalGridExcludesTheLastInteger()
 {
     QFETCH(double, from);
     QFETCH(double, to);

@@ -117,7 +117,7 @@ void tst_LayeredMarks::manyMarksMatchMarkByMarkDrawing_data()
     QTest::newRow("a few") << 50 << all;
     QTest::newRow("many") << 4000 << all;
     QTest::newRow("overlapping") << 4000 << QRect(60, 50, 70, 9);
-    QTest::newRow("all frames of a whole drag") << 48000 << QRect(100, 30, 200, 200);
+    QTest::newRow("48000 overlapping marks") << 48000 << QRect(100, 30, 200, 200);
     QTest::newRow("at the left edge") << 600 << QRect(-3, 0, 8, 300);
     QTest::newRow("at the right edge") << 600 << QRect(395, 0, 8, 300);
     QTest::newRow("at the upper edge") << 600 << QRect(0, -3, 400, 8);

@@ -120,7 +120,8 @@ void tst_Legend::leftmostStripOfDrawnBoxIsNotHit()
 {
     const Plot plot(400, 300);
     const Legend legend(plot);
-    for (int x = 296; x <= 300; ++x) { // a tenth of 40 pixels, and the excluded border
+    for (int x = 296; x <= 300;
+         ++x) { // the offset of a tenth of 40 pixels, and the excluded border
         QVERIFY(legend.box(0).normalized().contains(QPointF(x, 20)));
         QVERIFY(!legend.isHit(0, {x, 20}));
     }

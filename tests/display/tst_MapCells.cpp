@@ -87,8 +87,8 @@ bool matchesReference(const Map& map, const PlainMapView& view)
     for (const bool grid : {false, true}) {
         if (drawnMap(map, view, grid) != referenceMap(map, view, grid)) {
             qWarning() << "map of" << map.width << "by" << map.height << "on" << view.surface
-                       << "seen from" << view.left << view.bottom << "to" << view.right << view.top
-                       << (grid ? "with grid" : "without grid");
+                       << "with the view from" << view.left << view.bottom << "to" << view.right
+                       << view.top << (grid ? "with grid" : "without grid");
             return false;
         }
     }
@@ -349,7 +349,7 @@ void tst_MapCells::cellsOfOnePixelShowOnlyTheGrid()
 void tst_MapCells::coloursAreRequestedForVisibleCellsOnly_data()
 {
     QTest::addColumn<QRectF>("visibleArea"); // left, bottom, width and height in data values
-    QTest::addColumn<QRect>("cells");        // visible cells, as above
+    QTest::addColumn<QRect>("cells");        // x, y, width and height of the visible cells
     QTest::newRow("whole map") << QRectF(0, 0, 20, 10) << QRect(0, 0, 20, 10);
     QTest::newRow("map and surroundings") << QRectF(-20, -10, 60, 30) << QRect(0, 0, 20, 10);
     QTest::newRow("one cell") << QRectF(7.25, 3.25, 0.5, 0.5) << QRect(7, 3, 1, 1);

@@ -30,7 +30,7 @@ private Q_SLOTS:
     void typingMovesTheLine();
     void relativeValueIsAddedToItsBase_data();
     void relativeValueIsAddedToItsBase();
-    void relativeBaseCountsByItsOwnNumberOnly();
+    void relativeBaseContributesOnlyItsOwnNumber();
     void baseOfAbsoluteLineIsIgnored();
     void baseCanFollowTheLineAndHaveAnotherDirection();
     void signalsAreMovingAndNewPos();
@@ -174,7 +174,7 @@ void tst_MarkLines::relativeValueIsAddedToItsBase()
 }
 
 // Line 2 is at 7 + 20, not at 7 + 20 + 100.
-void tst_MarkLines::relativeBaseCountsByItsOwnNumberOnly()
+void tst_MarkLines::relativeBaseContributesOnlyItsOwnNumber()
 {
     MarkedLines lines;
     lines.add("100");

@@ -98,7 +98,8 @@ void tst_PopBase::closingEmitsClosedOnce()
     QVERIFY(!shown.pop.isVisible());
 }
 
-// Two close events can be queued when the user clicks twice during a long calculation.
+// The user can click the close button twice during a long calculation: two close events
+// are queued.
 void tst_PopBase::secondCloseEmitsNothing()
 {
     ShownWindow shown;

@@ -21,7 +21,7 @@ const PlotRange usualRange{8300.0, -0.1, 8450.0, 2.1};
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
-/// A valid spectrum with these points, without shift and lines.
+/// A valid spectrum with these points, no energy shift and zero background lines.
 AMutE spectrumOf(const QList<QPointF>& energyAndMut)
 {
     AMutE spectrum;
@@ -243,8 +243,7 @@ void tst_SpectraGraph::allGuidesAreVisibleInAWiderView()
     QCOMPARE(columns, QList<int>({38 + 45, 38 + 120, 38 + 270}));
 }
 
-// A horizontal curve and a fit cross a green guide and an energy mark, all at one
-// pixel.
+// A horizontal curve, the fit, a green guide and an energy mark cross at one pixel.
 void tst_SpectraGraph::drawingOrderIsGuidesMarksCurvesFit()
 {
     Drawing drawing;
@@ -308,7 +307,7 @@ void tst_SpectraGraph::invalidOrHiddenSpectrumIsNotDrawn_data()
     QTest::newRow("valid and on") << true << true << true;
     QTest::newRow("off") << true << false << false;
     QTest::newRow("invalid") << false << true << false;
-    QTest::newRow("neither") << false << false << false;
+    QTest::newRow("invalid and off") << false << false << false;
 }
 
 void tst_SpectraGraph::invalidOrHiddenSpectrumIsNotDrawn()
@@ -368,7 +367,7 @@ void tst_SpectraGraph::fitUsesItsShiftButNotThePresentation()
     fit.dE = 2.5;
     fit.valid = fit.switchedOn = false;
     fit.preLine = fit.postLine = {7.0, 0.0, 0.0};
-    drawing.graph.kind = AMutE::lessPreEdge; // the curve's pre-edge line is 0
+    drawing.graph.kind = AMutE::lessPreEdge; // the pre-edge line is 0 for the curve, 7 for the fit
     drawing.graph.fitted = &fit;
     drawing.expected.fitted = {{8325, 0.2}, {8405, 1.2}};
     QVERIFY(drawing.matchesExpected());

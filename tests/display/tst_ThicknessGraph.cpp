@@ -136,7 +136,7 @@ void tst_ThicknessGraph::graphWithoutPixelsIsEmpty()
     QCOMPARE(plot.range.x0, -1.0); // unchanged
 }
 
-// The grid and the titles show that a result exists.
+// An empty grid with titles still shows that a result exists.
 void tst_ThicknessGraph::graphOfHiddenPixelsIsNotEmpty()
 {
     const FilledGraph filled(extendedResult({{notANumber, 1.0}}));

@@ -130,8 +130,8 @@ private Q_SLOTS:
 
     void valuesFindTheirEntry_data();
     void valuesFindTheirEntry();
-    void valuesOutsideAnyScaleHaveTheFirstColour_data();
-    void valuesOutsideAnyScaleHaveTheFirstColour();
+    void valuesWithoutAnEntryHaveTheFirstColour_data();
+    void valuesWithoutAnEntryHaveTheFirstColour();
     void extremeLimitsStillMapValues_data();
     void extremeLimitsStillMapValues();
     void linesChangeTheColoursOfValues_data();
@@ -304,7 +304,7 @@ void tst_cBar::valuesFindTheirEntry()
     QCOMPARE(bar.color(value), entryOf(0, 767 - entry));
 }
 
-void tst_cBar::valuesOutsideAnyScaleHaveTheFirstColour_data()
+void tst_cBar::valuesWithoutAnEntryHaveTheFirstColour_data()
 {
     QTest::addColumn<double>("zmin");
     QTest::addColumn<double>("zmax");
@@ -312,7 +312,7 @@ void tst_cBar::valuesOutsideAnyScaleHaveTheFirstColour_data()
     QTest::newRow("NaN") << 0.0 << 1.0 << notANumber;
     QTest::newRow("infinity") << 0.0 << 1.0 << infinite;
     QTest::newRow("negative infinity") << 0.0 << 1.0 << -infinite;
-    QTest::newRow("equal limits, at them") << 2.0 << 2.0 << 2.0;
+    QTest::newRow("equal limits, at the limit") << 2.0 << 2.0 << 2.0;
     QTest::newRow("equal limits, above") << 2.0 << 2.0 << 3.0;
     QTest::newRow("equal limits, below") << 2.0 << 2.0 << 1.0;
     QTest::newRow("equal limits, far above") << 0.0 << 0.0 << 1e300;
@@ -323,7 +323,7 @@ void tst_cBar::valuesOutsideAnyScaleHaveTheFirstColour_data()
     QTest::newRow("infinite lower limit") << -infinite << 1.0 << 0.5;
 }
 
-void tst_cBar::valuesOutsideAnyScaleHaveTheFirstColour()
+void tst_cBar::valuesWithoutAnEntryHaveTheFirstColour()
 {
     QFETCH(double, value);
     cBar bar;
@@ -631,7 +631,7 @@ void tst_cBar::extremeLinesAreHarmless_data()
     QTest::newRow("not finite") << -infinite << notANumber;
 }
 
-// No picture is checked: the test fails through the sanitizers.
+// The picture is not checked: the sanitizers report errors.
 void tst_cBar::extremeLinesAreHarmless()
 {
     QFETCH(double, imin);

@@ -39,7 +39,7 @@ inline QString textOf(const QWidget* widget)
 
 /// The direct child of @p row called @p name. Direct only, because nested rows have
 /// widgets of the same names.
-inline QWidget* ownChild(const QWidget* row, const QString& name)
+inline QWidget* directChild(const QWidget* row, const QString& name)
 {
     return row->findChild<QWidget*>(name, Qt::FindDirectChildrenOnly);
 }
@@ -54,11 +54,11 @@ struct FormWidget {
 
 /// The names of the expected widgets that @p row lacks, or that have another column,
 /// class or text.
-inline QStringList differencesOfForm(const QWidget* row, const QList<FormWidget>& expected)
+inline QStringList formDifferences(const QWidget* row, const QList<FormWidget>& expected)
 {
     QStringList found;
     for (const FormWidget& formWidget : expected) {
-        const QWidget* widget = ownChild(row, QString::fromLatin1(formWidget.name));
+        const QWidget* widget = directChild(row, QString::fromLatin1(formWidget.name));
         if (!widget || gridColumn(widget) != formWidget.column ||
             qstrcmp(widget->metaObject()->className(), formWidget.className) != 0 ||
             textOf(widget) != QString::fromUtf8(formWidget.text)) {

@@ -205,7 +205,7 @@ void tst_AEPoint::formHasTheWidgetsOfItsRow()
         {"FileSelect", 21, "AFileSelect"},
         {"ShowMapB", 22, "QRadioButton"},
     };
-    QCOMPARE(tests::differencesOfForm(&row, expectedForm), QStringList());
+    QCOMPARE(tests::formDifferences(&row, expectedForm), QStringList());
 }
 
 void tst_AEPoint::formHasItsFrameAndSpacings()

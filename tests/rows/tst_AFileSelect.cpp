@@ -87,7 +87,7 @@ Qt::DropAction dropUrls(AFileSelect* row, const QList<QUrl>& urls)
 /// Creates a row.
 using MakeRow = std::function<AFileSelect*()>;
 
-/// Closes a dialog like the user.
+/// Closes a dialog, as the user can.
 using CloseDialog = std::function<void(QFileDialog*)>;
 
 /// The model index of a file in the list of the row's open dialog; invalid while the
@@ -251,7 +251,7 @@ void tst_AFileSelect::formHasTheWidgetsOfItsRow()
         {"ClearB", 8, "QPushButton", "Clear"},
         {"dEBase", 9, "QWidget"},
     };
-    QCOMPARE(tests::differencesOfForm(&row, expectedForm), QStringList());
+    QCOMPARE(tests::formDifferences(&row, expectedForm), QStringList());
 }
 
 void tst_AFileSelect::formHasItsWidthsAndSpacings()
@@ -284,9 +284,9 @@ void tst_AFileSelect::shiftFieldIsInItsContainer()
     QCOMPARE(grid->horizontalSpacing(), 3);
     QCOMPARE(grid->verticalSpacing(), 0);
     QCOMPARE(grid->contentsMargins(), QMargins(0, 0, 0, 0));
-    QCOMPARE(tests::ownChild(row.dEBase, QStringLiteral("label")), row.label);
+    QCOMPARE(tests::directChild(row.dEBase, QStringLiteral("label")), row.label);
     QCOMPARE(row.label->text(), QStringLiteral("dE[eV]"));
-    QCOMPARE(tests::ownChild(row.dEBase, QStringLiteral("dE")), row.dE);
+    QCOMPARE(tests::directChild(row.dEBase, QStringLiteral("dE")), row.dE);
     QCOMPARE(row.dE->text(), QStringLiteral("0"));
     QCOMPARE(row.dE->maximumWidth(), 40);
     QVERIFY(tests::isRightAligned(row.dE));
@@ -681,8 +681,8 @@ void tst_AFileSelect::cancelRestoresTheNameOfTheSaveRow()
     QCOMPARE(recorder.entries, QStringList());
 }
 
-// This also holds after another file was highlighted and the dialog was cancelled:
-// otherwise "Save" would overwrite that file with one keystroke.
+// Each opening selects the row's own name, even if the user highlighted another file
+// and cancelled before. Otherwise one keystroke on "Save" would overwrite that file.
 void tst_AFileSelect::saveDialogOpensWithTheNameOfItsRow()
 {
     const SaveRow row(canonicalFolder);

@@ -54,7 +54,7 @@ void tst_ARefFile::formHasTheWidgetsOfItsRow()
         {"RatioDisp", 6, "QLineEdit"},     {"label_2", 7, "QLabel", "dMut"},
         {"AmountDisp", 8, "QLineEdit"},
     };
-    QCOMPARE(tests::differencesOfForm(&row, expectedForm), QStringList());
+    QCOMPARE(tests::formDifferences(&row, expectedForm), QStringList());
 }
 
 void tst_ARefFile::formHasItsWidthsAndStyles()

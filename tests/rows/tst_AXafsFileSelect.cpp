@@ -335,8 +335,8 @@ void tst_AXafsFileSelect::shiftDoesNotRefitTheBackgroundLines()
             tests::sameDouble(row.preLine.b, pre.b));
     QVERIFY(tests::sameDouble(row.postLine.c, post.c) &&
             tests::sameDouble(row.postLine.a, post.a) && tests::sameDouble(row.postLine.b, post.b));
-    // The check that the shift matters: a new fit of the shifted spectrum gives other
-    // lines.
+    // A new fit of the shifted spectrum gives other lines, so the comparison above is
+    // meaningful.
     row.fitLines();
     QVERIFY(!tests::sameDouble(row.preLine.c, pre.c));
     QVERIFY(!tests::sameDouble(row.postLine.c, post.c));

@@ -52,7 +52,7 @@ struct DialogFixture {
         dialog.setFileMode(QFileDialog::ExistingFile);
     }
 
-    /// Opens the dialog and waits until it receives keys.
+    /// Opens the dialog and waits until its window is active.
     bool open()
     {
         dialog.show();

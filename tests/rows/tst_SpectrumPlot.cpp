@@ -31,9 +31,11 @@ const QColor outlineColor(150, 150, 150);
 // On a surface of 387 by 257 pixels the margins are 38 and 19 pixels wide (0.1 and 0.05
 // of 387, truncated) and 25 and 12 high. The plot area is columns 38 to 368 and rows 12
 // to 232: 330 by 220 pixels.
+//
 // A spectrum that spans 300 eV and 2 in mut has a range of 330 eV and 2.2, so one pixel
-// is 1 eV wide and 0.01 high: column = 53 + (energy - lowest energy), row = 222 - 100 *
-// (mut - lowest mut).
+// is 1 eV wide and 0.01 high:
+//     column = 53 + (energy - lowest energy)
+//     row = 222 - 100 * (mut - lowest mut)
 const QSize usualSize(387, 257);
 const QRect usualOutline(38, 12, 330, 220);
 
