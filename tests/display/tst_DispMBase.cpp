@@ -76,8 +76,8 @@ void tst_DispMBase::init()
     m_frame = std::make_unique<DispMBase>();
 }
 
-// Destroys the frame while it is connected as in the program: a limit field with the
-// focus emits editingFinished during its destruction.
+// Destroys the frame at the end of each test: a limit field that still has the focus
+// then emits editingFinished, which must be harmless.
 void tst_DispMBase::cleanup()
 {
     m_frame.reset();

@@ -126,11 +126,11 @@ void tst_GatheredMarks::manyMarksMatchSingleCircles_data()
                               << QList<double>{1.0, 1.0, 0.0, 0.0};
     QTest::newRow("outside the widget")
         << usualSize << randomPoints(900) << QList<double>{5, 5, 6, 6};
-    QList<QPointF> odd = randomPoints(50);
+    QList<QPointF> withExtremes = randomPoints(50);
     for (const double number : {notANumber, infinity, -infinity, 1e300, -1e300, 4294967298.5}) {
-        odd << QPointF(number, 0.5) << QPointF(0.5, number) << QPointF(number, number);
+        withExtremes << QPointF(number, 0.5) << QPointF(0.5, number) << QPointF(number, number);
     }
-    QTest::newRow("NaN, infinite and huge numbers") << usualSize << odd << all;
+    QTest::newRow("NaN, infinite and huge numbers") << usualSize << withExtremes << all;
     QTest::newRow("empty range") << usualSize << randomPoints(50)
                                  << QList<double>{1.0, 0.0, 1.0, 1.0};
 }

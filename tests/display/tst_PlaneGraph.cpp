@@ -245,7 +245,7 @@ void tst_PlaneGraph::linesCrossTheWholePlot()
 
 void tst_PlaneGraph::nonFiniteLineIsOmitted_data()
 {
-    QTest::addColumn<double>("odd");
+    QTest::addColumn<double>("nonFinite");
     QTest::newRow("NaN") << notANumber;
     QTest::newRow("infinity") << infinity;
     QTest::newRow("minus infinity") << -infinity;
@@ -253,7 +253,7 @@ void tst_PlaneGraph::nonFiniteLineIsOmitted_data()
 
 void tst_PlaneGraph::nonFiniteLineIsOmitted()
 {
-    QFETCH(double, odd);
+    QFETCH(double, nonFinite);
     const QRect inside(41, 16, 339, 254);
     const auto visibleLines = [&](const analysis::PlaneLines& lines) {
         const QImage image = pictureOf(FilledGraph(farPoint, lines), {-2.0, -2.0, 15.0, 10.75});
@@ -264,10 +264,10 @@ void tst_PlaneGraph::nonFiniteLineIsOmitted()
         return colors;
     };
     QCOMPARE(visibleLines({0.25, 0.5, -0.25, 8.0}), (QList<bool>{true, true, true}));
-    QCOMPARE(visibleLines({odd, 0.5, -0.25, 8.0}), (QList<bool>{false, true, true}));
-    QCOMPARE(visibleLines({0.25, odd, -0.25, 8.0}), (QList<bool>{true, false, true}));
-    QCOMPARE(visibleLines({0.25, 0.5, odd, 8.0}), (QList<bool>{true, true, false}));
-    QCOMPARE(visibleLines({0.25, 0.5, -0.25, odd}), (QList<bool>{true, true, false}));
+    QCOMPARE(visibleLines({nonFinite, 0.5, -0.25, 8.0}), (QList<bool>{false, true, true}));
+    QCOMPARE(visibleLines({0.25, nonFinite, -0.25, 8.0}), (QList<bool>{true, false, true}));
+    QCOMPARE(visibleLines({0.25, 0.5, nonFinite, 8.0}), (QList<bool>{true, true, false}));
+    QCOMPARE(visibleLines({0.25, 0.5, -0.25, nonFinite}), (QList<bool>{true, true, false}));
 }
 
 // The line y = 1e6 (x - 5) is vertical within one column of x = 5.
@@ -343,7 +343,7 @@ void tst_PlaneGraph::laterPointsAreDrawnOverEarlierOnes()
 
 void tst_PlaneGraph::nonFinitePointsAreOmitted_data()
 {
-    QTest::addColumn<double>("odd");
+    QTest::addColumn<double>("nonFinite");
     QTest::newRow("NaN") << notANumber;
     QTest::newRow("infinity") << infinity;
     QTest::newRow("minus infinity") << -infinity;
@@ -353,10 +353,12 @@ void tst_PlaneGraph::nonFinitePointsAreOmitted_data()
 
 void tst_PlaneGraph::nonFinitePointsAreOmitted()
 {
-    QFETCH(double, odd);
-    const QImage image = pictureOf(
-        FilledGraph({{odd, 3.0, true}, {5.0, odd, true}, {odd, odd, true}, {8.0, 6.0, false}}),
-        twentyPixelsPerUnit);
+    QFETCH(double, nonFinite);
+    const QImage image = pictureOf(FilledGraph({{nonFinite, 3.0, true},
+                                                {5.0, nonFinite, true},
+                                                {nonFinite, nonFinite, true},
+                                                {8.0, 6.0, false}}),
+                                   twentyPixelsPerUnit);
     const QRect inside(41, 16, 339, 254);
     QCOMPARE(countOf(image, inside, red), 0);
     QVERIFY(countOf(image, {198, 148, 5, 5}, blue) >= 8);

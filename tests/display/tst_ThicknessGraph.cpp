@@ -212,9 +212,10 @@ void tst_ThicknessGraph::nonFinitePixelsAreOmitted_data()
 void tst_ThicknessGraph::nonFinitePixelsAreOmitted()
 {
     QFETCH(double, number);
-    const QList<QPointF> odd{{number, 1.0}, {2.5, number}, {number, number}};
-    QVERIFY(showsPoints(extendedResult(odd + QList<QPointF>{{2.2, 1.3}}), {{2.2, 1.3}}));
-    QVERIFY(showsPoints(fractionResult(odd.mid(1) + QList<QPointF>{{0.25, 1.3}}), {{2.75, 1.3}}));
+    const QList<QPointF> nonFinite{{number, 1.0}, {2.5, number}, {number, number}};
+    QVERIFY(showsPoints(extendedResult(nonFinite + QList<QPointF>{{2.2, 1.3}}), {{2.2, 1.3}}));
+    QVERIFY(
+        showsPoints(fractionResult(nonFinite.mid(1) + QList<QPointF>{{0.25, 1.3}}), {{2.75, 1.3}}));
 }
 
 void tst_ThicknessGraph::manyMarksMatchMarkByMarkDrawing_data()
