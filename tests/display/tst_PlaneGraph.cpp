@@ -97,8 +97,8 @@ private Q_SLOTS:
     void pointIsTwoCircles();
     void pointsAreDrawnOverTheLines();
     void laterPointsAreDrawnOverEarlierOnes();
-    void nonFinitePointsAreOmitted_data();
-    void nonFinitePointsAreOmitted();
+    void pointsOutsideThePixelRangeAreOmitted_data();
+    void pointsOutsideThePixelRangeAreOmitted();
     void extremeNumbersStillPaint_data();
     void extremeNumbersStillPaint();
 };
@@ -245,7 +245,7 @@ void tst_PlaneGraph::linesCrossTheWholePlot()
 
 void tst_PlaneGraph::nonFiniteLineIsOmitted_data()
 {
-    QTest::addColumn<double>("nonFinite");
+    QTest::addColumn<double>("extreme");
     QTest::newRow("NaN") << notANumber;
     QTest::newRow("infinity") << infinity;
     QTest::newRow("minus infinity") << -infinity;
@@ -253,7 +253,7 @@ void tst_PlaneGraph::nonFiniteLineIsOmitted_data()
 
 void tst_PlaneGraph::nonFiniteLineIsOmitted()
 {
-    QFETCH(double, nonFinite);
+    QFETCH(double, extreme);
     const QRect inside(41, 16, 339, 254);
     const auto visibleLines = [&](const analysis::PlaneLines& lines) {
         const QImage image = pictureOf(FilledGraph(farPoint, lines), {-2.0, -2.0, 15.0, 10.75});
@@ -264,10 +264,10 @@ void tst_PlaneGraph::nonFiniteLineIsOmitted()
         return colors;
     };
     QCOMPARE(visibleLines({0.25, 0.5, -0.25, 8.0}), (QList<bool>{true, true, true}));
-    QCOMPARE(visibleLines({nonFinite, 0.5, -0.25, 8.0}), (QList<bool>{false, true, true}));
-    QCOMPARE(visibleLines({0.25, nonFinite, -0.25, 8.0}), (QList<bool>{true, false, true}));
-    QCOMPARE(visibleLines({0.25, 0.5, nonFinite, 8.0}), (QList<bool>{true, true, false}));
-    QCOMPARE(visibleLines({0.25, 0.5, -0.25, nonFinite}), (QList<bool>{true, true, false}));
+    QCOMPARE(visibleLines({extreme, 0.5, -0.25, 8.0}), (QList<bool>{false, true, true}));
+    QCOMPARE(visibleLines({0.25, extreme, -0.25, 8.0}), (QList<bool>{true, false, true}));
+    QCOMPARE(visibleLines({0.25, 0.5, extreme, 8.0}), (QList<bool>{true, true, false}));
+    QCOMPARE(visibleLines({0.25, 0.5, -0.25, extreme}), (QList<bool>{true, true, false}));
 }
 
 // The line y = 1e6 (x - 5) is vertical within one column of x = 5.
@@ -341,9 +341,9 @@ void tst_PlaneGraph::laterPointsAreDrawnOverEarlierOnes()
     QCOMPARE(at(false, true), red);
 }
 
-void tst_PlaneGraph::nonFinitePointsAreOmitted_data()
+void tst_PlaneGraph::pointsOutsideThePixelRangeAreOmitted_data()
 {
-    QTest::addColumn<double>("nonFinite");
+    QTest::addColumn<double>("extreme");
     QTest::newRow("NaN") << notANumber;
     QTest::newRow("infinity") << infinity;
     QTest::newRow("minus infinity") << -infinity;
@@ -351,12 +351,12 @@ void tst_PlaneGraph::nonFinitePointsAreOmitted_data()
     QTest::newRow("larger than an int") << 4294967296.0;
 }
 
-void tst_PlaneGraph::nonFinitePointsAreOmitted()
+void tst_PlaneGraph::pointsOutsideThePixelRangeAreOmitted()
 {
-    QFETCH(double, nonFinite);
-    const QImage image = pictureOf(FilledGraph({{nonFinite, 3.0, true},
-                                                {5.0, nonFinite, true},
-                                                {nonFinite, nonFinite, true},
+    QFETCH(double, extreme);
+    const QImage image = pictureOf(FilledGraph({{extreme, 3.0, true},
+                                                {5.0, extreme, true},
+                                                {extreme, extreme, true},
                                                 {8.0, 6.0, false}}),
                                    twentyPixelsPerUnit);
     const QRect inside(41, 16, 339, 254);

@@ -111,8 +111,8 @@ private Q_SLOTS:
     void fractionsAreDrawnAtTheirMixedValence();
     void storedValuesAreDrawnUnchanged();
     void fractionsWithoutReferencesHaveValenceZero();
-    void nonFinitePixelsAreOmitted_data();
-    void nonFinitePixelsAreOmitted();
+    void pointsOutsideThePixelRangeAreOmitted_data();
+    void pointsOutsideThePixelRangeAreOmitted();
     void manyMarksMatchMarkByMarkDrawing_data();
     void manyMarksMatchMarkByMarkDrawing();
     void marksOutsideAreVisibleAtTheEdges();
@@ -199,7 +199,7 @@ void tst_ThicknessGraph::fractionsWithoutReferencesHaveValenceZero()
                           view.inside()));
 }
 
-void tst_ThicknessGraph::nonFinitePixelsAreOmitted_data()
+void tst_ThicknessGraph::pointsOutsideThePixelRangeAreOmitted_data()
 {
     QTest::addColumn<double>("number");
     QTest::newRow("NaN") << notANumber;
@@ -209,13 +209,13 @@ void tst_ThicknessGraph::nonFinitePixelsAreOmitted_data()
     QTest::newRow("larger than an int") << 4294967298.5;
 }
 
-void tst_ThicknessGraph::nonFinitePixelsAreOmitted()
+void tst_ThicknessGraph::pointsOutsideThePixelRangeAreOmitted()
 {
     QFETCH(double, number);
-    const QList<QPointF> nonFinite{{number, 1.0}, {2.5, number}, {number, number}};
-    QVERIFY(showsPoints(extendedResult(nonFinite + QList<QPointF>{{2.2, 1.3}}), {{2.2, 1.3}}));
+    const QList<QPointF> extreme{{number, 1.0}, {2.5, number}, {number, number}};
+    QVERIFY(showsPoints(extendedResult(extreme + QList<QPointF>{{2.2, 1.3}}), {{2.2, 1.3}}));
     QVERIFY(
-        showsPoints(fractionResult(nonFinite.mid(1) + QList<QPointF>{{0.25, 1.3}}), {{2.75, 1.3}}));
+        showsPoints(fractionResult(extreme.mid(1) + QList<QPointF>{{0.25, 1.3}}), {{2.75, 1.3}}));
 }
 
 void tst_ThicknessGraph::manyMarksMatchMarkByMarkDrawing_data()
