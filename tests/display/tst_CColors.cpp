@@ -21,17 +21,17 @@ class tst_CColors : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void baseListIsFifteenColoursThreeTimes_data();
-    void baseListIsFifteenColoursThreeTimes();
-    void listGrowsToTheNumberWantedAndNeverShrinks();
-    void growingDerivesFromNeighboursAndWraps();
+    void baseListRepeatsFifteenColoursThreeTimes_data();
+    void baseListRepeatsFifteenColoursThreeTimes();
+    void listGrowsToRequestedSizeAndNeverShrinks();
+    void newColoursDeriveFromNeighboursAndWrapAround();
     void brightColoursAreDarkened();
-    void laterRoundsDeriveFromTheLongerListAndStopInTheirMiddle();
-    void baseListGrowsFromItsOwnNeighbours();
+    void laterRoundsUseGrownListAndStopAtRequestedSize();
+    void baseListGrowsByTheSameRule();
     void derivedColoursAreOpaque();
 };
 
-void tst_CColors::baseListIsFifteenColoursThreeTimes_data()
+void tst_CColors::baseListRepeatsFifteenColoursThreeTimes_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<QColor>("color");
@@ -45,7 +45,7 @@ void tst_CColors::baseListIsFifteenColoursThreeTimes_data()
     }
 }
 
-void tst_CColors::baseListIsFifteenColoursThreeTimes()
+void tst_CColors::baseListRepeatsFifteenColoursThreeTimes()
 {
     QFETCH(int, index);
     QFETCH(QColor, color);
@@ -55,11 +55,11 @@ void tst_CColors::baseListIsFifteenColoursThreeTimes()
     QCOMPARE(colors.colors.at(30 + index), color);
 }
 
-void tst_CColors::listGrowsToTheNumberWantedAndNeverShrinks()
+void tst_CColors::listGrowsToRequestedSizeAndNeverShrinks()
 {
     QCOMPARE(CColors().colors.size(), 45);
-    for (const int wanted : {-7, 0, 45}) {
-        QCOMPARE(CColors(wanted).colors.size(), 45);
+    for (const int requested : {-7, 0, 45}) {
+        QCOMPARE(CColors(requested).colors.size(), 45);
     }
     QCOMPARE(CColors(47).colors.size(), 47);
     const QList<QColor> two{QColor(1, 2, 3), QColor(3, 2, 1)};
@@ -69,10 +69,10 @@ void tst_CColors::listGrowsToTheNumberWantedAndNeverShrinks()
     QVERIFY(CColors({}, -1).colors.isEmpty());
 }
 
-void tst_CColors::growingDerivesFromNeighboursAndWraps()
+void tst_CColors::newColoursDeriveFromNeighboursAndWrapAround()
 {
-    // From (100, 10, 7) and (40, 20, 7): red falls, so (40 + 200) / 3; green
-    // rises, so 20; blue is equal, so 7. The last wraps to the first.
+    // From (100, 10, 7) and (40, 20, 7): red falls, so (40 + 200) / 3; green rises, so
+    // 20; blue is equal, so 7. The neighbour of the last colour is the first one.
     const CColors colors({QColor(100, 10, 7), QColor(40, 20, 7)}, 4);
     QCOMPARE(colors.colors.at(2), QColor(80, 20, 7));
     QCOMPARE(colors.colors.at(3), QColor(100, (10 + 40) / 3, 7));
@@ -80,41 +80,44 @@ void tst_CColors::growingDerivesFromNeighboursAndWraps()
 
 void tst_CColors::brightColoursAreDarkened()
 {
-    // 201 + 181 + 121 = 503 is above 500; 200 + 180 + 120 is not.
-    // The products 160.8, 108.6 and 96.8 are cut.
+    // The sum 201 + 181 + 121 = 503 is above 500; 200 + 180 + 120 is not. The products
+    // 201 * 0.8 = 160.8, 181 * 0.6 = 108.6 and 121 * 0.8 = 96.8 are truncated.
     const CColors bright({QColor(201, 181, 121)}, 2);
     QCOMPARE(bright.colors.at(1), QColor(160, 108, 96));
     const CColors dark({QColor(200, 180, 120)}, 2);
     QCOMPARE(dark.colors.at(1), QColor(200, 180, 120));
-    // The sum decides and not a channel: of 204, 147 and 0.8 the last is cut.
+    // The sum decides, not a single channel: 500 is kept, 501 is darkened. The products
+    // are 204, 147 and 0.8; the last one is truncated to 0.
     QCOMPARE(CColors({QColor(255, 245, 0)}, 2).colors.at(1), QColor(255, 245, 0));
     QCOMPARE(CColors({QColor(255, 245, 1)}, 2).colors.at(1), QColor(204, 147, 0));
 }
 
-void tst_CColors::laterRoundsDeriveFromTheLongerListAndStopInTheirMiddle()
+void tst_CColors::laterRoundsUseGrownListAndStopAtRequestedSize()
 {
-    const auto grown = [](const QList<int>& reds, int wanted) {
-        return CColors(colorsOf(reds), wanted).colors;
+    const auto grown = [](const QList<int>& reds, int requested) {
+        return CColors(colorsOf(reds), requested).colors;
     };
-    // Reds of 90 and 30 give (30 + 180) / 3 = 70 and 90; from 90, 30, 70, 90 the
-    // second round gives 70 once more, then 70, 90, and 90 by wrapping.
+    // The first round turns reds 90 and 30 into (30 + 180) / 3 = 70 and 90. The second
+    // round uses 90, 30, 70 and 90: it adds 70, 70, 90, and 90 by wrapping around.
     QCOMPARE(grown({90, 30}, 8), colorsOf({90, 30, 70, 90, 70, 70, 90, 90}));
-    // Those of 30, 60 and 90 rise to 60, 90; the third is not wanted any more.
+    // Reds 30, 60 and 90 rise, so the new reds are 60 and 90. No third one is added,
+    // because five colours were requested.
     QCOMPARE(grown({30, 60, 90}, 5), colorsOf({30, 60, 90, 60, 90}));
 }
 
-// The colours 0, 1 and 2 are black, red and blue; 44 is (240, 160, 0).
-void tst_CColors::baseListGrowsFromItsOwnNeighbours()
+// Colours 0, 1 and 2 are black, red and blue; colour 44 is (240, 160, 0).
+void tst_CColors::baseListGrowsByTheSameRule()
 {
     const CColors colors(91);
     QCOMPARE(colors.colors.size(), 91);
     QCOMPARE(colors.colors.at(45), QColor(255, 0, 0));
     QCOMPARE(colors.colors.at(46), QColor(510 / 3, 0, 255));
-    // From (120, 220, 120) to (200, 200, 0): 200, (200 + 440) / 3, 240 / 3.
+    // Colour 48 derives from (120, 220, 120) and (200, 200, 0): 200, (200 + 440) / 3
+    // and 240 / 3.
     QCOMPARE(colors.colors.at(48), QColor(200, 213, 80));
-    // The first round ends by wrapping to black.
+    // The first round ends by wrapping around: colour 44 is combined with black.
     QCOMPARE(colors.colors.at(89), QColor(480 / 3, 320 / 3, 0));
-    // The second starts at the front again.
+    // The second round starts again with colours 0 and 1.
     QCOMPARE(colors.colors.at(90), QColor(255, 0, 0));
 }
 

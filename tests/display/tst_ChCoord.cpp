@@ -1,4 +1,5 @@
-// Data values and pixels: layout, conversions, edge bands and tick distances.
+// Tests of ChCoord: layout, conversion between data values and pixels, edge bands and
+// tick steps.
 #include "display/ChCoord.h"
 
 #include "support/PlotSurface.h"
@@ -21,14 +22,14 @@ constexpr double infinite = std::numeric_limits<double>::infinity();
 using Conversion = std::function<double(const ChCoord&, double)>;
 using EdgeTest = std::function<bool(const ChCoord&, double)>;
 
-Conversion call(double (ChCoord::*operation)(double) const)
+Conversion asConversion(double (ChCoord::*operation)(double) const)
 {
     return [operation](const ChCoord& cc, double v) { return (cc.*operation)(v); };
 }
 
-EdgeTest ask(bool (ChCoord::*question)(double) const)
+EdgeTest asEdgeTest(bool (ChCoord::*test)(double) const)
 {
-    return [question](const ChCoord& cc, double p) { return (cc.*question)(p); };
+    return [test](const ChCoord& cc, double p) { return (cc.*test)(p); };
 }
 
 bool isArea(const ChCoord& cc, double x0, double y0, double x1, double y1)
@@ -56,36 +57,36 @@ class tst_ChCoord : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void startsAsUnitSquares();
-    void startsWithTheUsualLayout();
-    void screenSetsThePlotAreaToo();
-    void areaLeavesTheScreen();
-    void realLimitsAreSetTogetherOrByAxis();
-    void marginsAreCutToWholePixels_data();
-    void marginsAreCutToWholePixels();
+    void startsWithUnitRanges();
+    void startsWithDefaultLayout();
+    void setScreenSetsPlotAreaToo();
+    void setAreaKeepsScreen();
+    void realLimitsAreSetTogetherOrPerAxis();
+    void marginsAreTruncatedToWholePixels_data();
+    void marginsAreTruncatedToWholePixels();
     void marginsFollowTheirFractions();
-    void convertsOnASurface_data();
-    void convertsOnASurface();
+    void convertsIncreasingRanges_data();
+    void convertsIncreasingRanges();
     void convertsReversedRanges_data();
     void convertsReversedRanges();
-    void clampingHoldsAtBothEnds_data();
-    void clampingHoldsAtBothEnds();
+    void conversionClampsAtBothEnds_data();
+    void conversionClampsAtBothEnds();
     void emptyRealRangeGivesInfinitiesAndNaN();
     void emptyPlotAreaGivesInfinitiesAndNaN();
-    void edgeBandsLieAtBothEnds_data();
-    void edgeBandsLieAtBothEnds();
-    void edgeBandsAreOpen();
-    void edgeBandsHaveTheirOwnFractions();
-    void tickStepIsTheFirstWideEnough_data();
-    void tickStepIsTheFirstWideEnough();
+    void edgeBandsAreAtBothEnds_data();
+    void edgeBandsAreAtBothEnds();
+    void edgeBandsExcludeTheirInnerLimits();
+    void areaAndScreenBandsHaveSeparateFractions();
+    void tickStepIsFirstOneWideEnough_data();
+    void tickStepIsFirstOneWideEnough();
     void tickStepGivesUpAfterEightDecades_data();
     void tickStepGivesUpAfterEightDecades();
-    void emptyRealRangeMakesEveryTickWide();
-    void ticksOfYUseTheScaleOfX();
-    void rowsOfTextAndLabelsAreWholePixels();
+    void emptyRealRangeMakesEveryStepWideEnough();
+    void tickStepOfYUsesScaleOfX();
+    void textRowAndLabelWidthAreWholePixels();
 };
 
-void tst_ChCoord::startsAsUnitSquares()
+void tst_ChCoord::startsWithUnitRanges()
 {
     const ChCoord cc;
     QVERIFY(isScreen(cc, 0, 0, 1, 1));
@@ -93,7 +94,7 @@ void tst_ChCoord::startsAsUnitSquares()
     QVERIFY(isReal(cc, 0, 0, 1, 1));
 }
 
-void tst_ChCoord::startsWithTheUsualLayout()
+void tst_ChCoord::startsWithDefaultLayout()
 {
     const ChCoord cc;
     QCOMPARE(cc.scrEdge, 0.1);
@@ -108,16 +109,16 @@ void tst_ChCoord::startsWithTheUsualLayout()
     QVERIFY(cc.drawn);
 }
 
-void tst_ChCoord::screenSetsThePlotAreaToo()
+void tst_ChCoord::setScreenSetsPlotAreaToo()
 {
     ChCoord cc;
-    cc.setScreen(1, 2, 3, 4); // both corners: x0, y0, x1, y1
+    cc.setScreen(1, 2, 3, 4); // x0, y0, x1, y1
     QVERIFY(isScreen(cc, 1, 2, 3, 4));
     QVERIFY(isArea(cc, 1, 2, 3, 4));
     QVERIFY(isReal(cc, 0, 0, 1, 1));
 }
 
-void tst_ChCoord::areaLeavesTheScreen()
+void tst_ChCoord::setAreaKeepsScreen()
 {
     ChCoord cc;
     cc.setArea(5, 6, 7, 8);
@@ -126,7 +127,7 @@ void tst_ChCoord::areaLeavesTheScreen()
     QVERIFY(isReal(cc, 0, 0, 1, 1));
 }
 
-void tst_ChCoord::realLimitsAreSetTogetherOrByAxis()
+void tst_ChCoord::realLimitsAreSetTogetherOrPerAxis()
 {
     ChCoord cc;
     cc.setReal(1, 2, 3, 4);
@@ -139,22 +140,22 @@ void tst_ChCoord::realLimitsAreSetTogetherOrByAxis()
     QVERIFY(isScreen(cc, 0, 0, 1, 1));
 }
 
-void tst_ChCoord::marginsAreCutToWholePixels_data()
+void tst_ChCoord::marginsAreTruncatedToWholePixels_data()
 {
-    QTest::addColumn<QRectF>("screen"); // x0, y0, then the way to x1, y1
+    QTest::addColumn<QRectF>("screen"); // x0, y0, x1 - x0, y1 - y0
     QTest::addColumn<QRectF>("area");
-    // Margins 40, 20, 30 and 15.
+    // Margins 40 (left), 20 (right), 30 (bottom) and 15 (top).
     QTest::newRow("400 by 300") << QRectF(0, 300, 400, -300) << QRectF(40, 270, 340, -255);
-    // 39.9, 19.95, 29.9 and 14.95 lose their fractions.
+    // Margins 39.9, 19.95, 29.9 and 14.95, truncated.
     QTest::newRow("399 by 299") << QRectF(0, 299, 399, -299) << QRectF(39, 270, 341, -256);
     QTest::newRow("one pixel") << QRectF(0, 1, 1, -1) << QRectF(0, 1, 1, -1);
-    QTest::newRow("nothing") << QRectF(0, 0, 0, 0) << QRectF(0, 0, 0, 0);
-    // Margins 20 and 10, and 10 and 5.
-    QTest::newRow("off the corner") << QRectF(10, 120, 200, -100) << QRectF(30, 110, 170, -85);
-    QTest::newRow("y downward") << QRectF(0, 0, 400, 300) << QRectF(40, 30, 340, 255);
+    QTest::newRow("empty") << QRectF(0, 0, 0, 0) << QRectF(0, 0, 0, 0);
+    // Margins 20 and 10 in x, 10 and 5 in y.
+    QTest::newRow("not at the origin") << QRectF(10, 120, 200, -100) << QRectF(30, 110, 170, -85);
+    QTest::newRow("y axis pointing down") << QRectF(0, 0, 400, 300) << QRectF(40, 30, 340, 255);
 }
 
-void tst_ChCoord::marginsAreCutToWholePixels()
+void tst_ChCoord::marginsAreTruncatedToWholePixels()
 {
     QFETCH(QRectF, screen);
     QFETCH(QRectF, area);
@@ -177,34 +178,34 @@ void tst_ChCoord::marginsFollowTheirFractions()
     QVERIFY(isArea(cc, 100, 188, 350, 100));
 }
 
-void tst_ChCoord::convertsOnASurface_data()
+void tst_ChCoord::convertsIncreasingRanges_data()
 {
     QTest::addColumn<Conversion>("conversion");
     QTest::addColumn<double>("from");
     QTest::addColumn<double>("to");
-    QTest::newRow("x to pixels, left end") << call(&ChCoord::r2sX) << 10.0 << 40.0;
-    QTest::newRow("x to pixels, right end") << call(&ChCoord::r2sX) << 27.0 << 380.0;
-    QTest::newRow("x to pixels, inside") << call(&ChCoord::r2sX) << 15.0 << 140.0;
-    QTest::newRow("x to pixels, outside") << call(&ChCoord::r2sX) << 5.0 << -60.0;
-    QTest::newRow("y to pixels, bottom") << call(&ChCoord::r2sY) << -1.0 << 270.0;
-    QTest::newRow("y to pixels, top") << call(&ChCoord::r2sY) << 4.0 << 15.0;
-    QTest::newRow("y to pixels, inside") << call(&ChCoord::r2sY) << 0.0 << 219.0;
-    QTest::newRow("y to pixels, outside") << call(&ChCoord::r2sY) << -2.0 << 321.0;
-    QTest::newRow("distance in x") << call(&ChCoord::r2sdX) << 2.0 << 40.0;
-    QTest::newRow("backward distance in x") << call(&ChCoord::r2sdX) << -1.0 << -20.0;
-    QTest::newRow("distance in y points up") << call(&ChCoord::r2sdY) << 1.0 << -51.0;
-    QTest::newRow("x of a pixel") << call(&ChCoord::s2rX) << 140.0 << 15.0;
-    QTest::newRow("x of a pixel outside") << call(&ChCoord::s2rX) << 0.0 << 8.0;
-    QTest::newRow("y of a pixel") << call(&ChCoord::s2rY) << 219.0 << 0.0;
-    QTest::newRow("y of a pixel outside") << call(&ChCoord::s2rY) << 321.0 << -2.0;
-    QTest::newRow("x from the first limit") << call(&ChCoord::s2rOffX) << 140.0 << 5.0;
-    QTest::newRow("y from the first limit") << call(&ChCoord::s2rOffY) << 219.0 << 1.0;
-    QTest::newRow("pixels as a distance in x") << call(&ChCoord::s2rdX) << 40.0 << 2.0;
-    QTest::newRow("pixels as a distance in y") << call(&ChCoord::s2rdY) << 102.0 << -2.0;
+    QTest::newRow("x to pixels, left end") << asConversion(&ChCoord::r2sX) << 10.0 << 40.0;
+    QTest::newRow("x to pixels, right end") << asConversion(&ChCoord::r2sX) << 27.0 << 380.0;
+    QTest::newRow("x to pixels, inside") << asConversion(&ChCoord::r2sX) << 15.0 << 140.0;
+    QTest::newRow("x to pixels, outside") << asConversion(&ChCoord::r2sX) << 5.0 << -60.0;
+    QTest::newRow("y to pixels, bottom") << asConversion(&ChCoord::r2sY) << -1.0 << 270.0;
+    QTest::newRow("y to pixels, top") << asConversion(&ChCoord::r2sY) << 4.0 << 15.0;
+    QTest::newRow("y to pixels, inside") << asConversion(&ChCoord::r2sY) << 0.0 << 219.0;
+    QTest::newRow("y to pixels, outside") << asConversion(&ChCoord::r2sY) << -2.0 << 321.0;
+    QTest::newRow("distance in x") << asConversion(&ChCoord::r2sdX) << 2.0 << 40.0;
+    QTest::newRow("backward distance in x") << asConversion(&ChCoord::r2sdX) << -1.0 << -20.0;
+    QTest::newRow("distance in y points up") << asConversion(&ChCoord::r2sdY) << 1.0 << -51.0;
+    QTest::newRow("x of a pixel") << asConversion(&ChCoord::s2rX) << 140.0 << 15.0;
+    QTest::newRow("x of a pixel outside") << asConversion(&ChCoord::s2rX) << 0.0 << 8.0;
+    QTest::newRow("y of a pixel") << asConversion(&ChCoord::s2rY) << 219.0 << 0.0;
+    QTest::newRow("y of a pixel outside") << asConversion(&ChCoord::s2rY) << 321.0 << -2.0;
+    QTest::newRow("x from the first limit") << asConversion(&ChCoord::s2rOffX) << 140.0 << 5.0;
+    QTest::newRow("y from the first limit") << asConversion(&ChCoord::s2rOffY) << 219.0 << 1.0;
+    QTest::newRow("pixels as a distance in x") << asConversion(&ChCoord::s2rdX) << 40.0 << 2.0;
+    QTest::newRow("pixels as a distance in y") << asConversion(&ChCoord::s2rdY) << 102.0 << -2.0;
 }
 
-// Tolerance: a few units in the last place of 400.
-void tst_ChCoord::convertsOnASurface()
+// Tolerance: a few ulps of 400.
+void tst_ChCoord::convertsIncreasingRanges()
 {
     QFETCH(Conversion, conversion);
     QFETCH(double, from);
@@ -218,19 +219,19 @@ void tst_ChCoord::convertsReversedRanges_data()
     QTest::addColumn<Conversion>("conversion");
     QTest::addColumn<double>("from");
     QTest::addColumn<double>("to");
-    QTest::newRow("x to pixels, left end") << call(&ChCoord::r2sX) << 27.0 << 40.0;
-    QTest::newRow("y to pixels, inside") << call(&ChCoord::r2sY) << 0.0 << 66.0;
-    QTest::newRow("distance in x points left") << call(&ChCoord::r2sdX) << 1.0 << -20.0;
-    QTest::newRow("distance in y points down") << call(&ChCoord::r2sdY) << 1.0 << 51.0;
-    QTest::newRow("x of a pixel") << call(&ChCoord::s2rX) << 0.0 << 29.0;
-    QTest::newRow("y of a pixel") << call(&ChCoord::s2rY) << 66.0 << 0.0;
-    QTest::newRow("x from the first limit") << call(&ChCoord::s2rOffX) << 140.0 << -5.0;
-    QTest::newRow("y from the first limit") << call(&ChCoord::s2rOffY) << 219.0 << -1.0;
-    QTest::newRow("pixels as a distance in x") << call(&ChCoord::s2rdX) << 20.0 << -1.0;
-    QTest::newRow("pixels as a distance in y") << call(&ChCoord::s2rdY) << 51.0 << 1.0;
+    QTest::newRow("x to pixels, left end") << asConversion(&ChCoord::r2sX) << 27.0 << 40.0;
+    QTest::newRow("y to pixels, inside") << asConversion(&ChCoord::r2sY) << 0.0 << 66.0;
+    QTest::newRow("distance in x points left") << asConversion(&ChCoord::r2sdX) << 1.0 << -20.0;
+    QTest::newRow("distance in y points down") << asConversion(&ChCoord::r2sdY) << 1.0 << 51.0;
+    QTest::newRow("x of a pixel") << asConversion(&ChCoord::s2rX) << 0.0 << 29.0;
+    QTest::newRow("y of a pixel") << asConversion(&ChCoord::s2rY) << 66.0 << 0.0;
+    QTest::newRow("x from the first limit") << asConversion(&ChCoord::s2rOffX) << 140.0 << -5.0;
+    QTest::newRow("y from the first limit") << asConversion(&ChCoord::s2rOffY) << 219.0 << -1.0;
+    QTest::newRow("pixels as a distance in x") << asConversion(&ChCoord::s2rdX) << 20.0 << -1.0;
+    QTest::newRow("pixels as a distance in y") << asConversion(&ChCoord::s2rdY) << 51.0 << 1.0;
 }
 
-// Tolerance as above.
+// Tolerance: a few ulps of 400.
 void tst_ChCoord::convertsReversedRanges()
 {
     QFETCH(Conversion, conversion);
@@ -241,14 +242,14 @@ void tst_ChCoord::convertsReversedRanges()
     QVERIFY(qAbs(conversion(cc, from) - to) < 1e-12);
 }
 
-void tst_ChCoord::clampingHoldsAtBothEnds_data()
+void tst_ChCoord::conversionClampsAtBothEnds_data()
 {
     QTest::addColumn<bool>("reversed");
     QTest::addColumn<Conversion>("conversion");
     QTest::addColumn<double>("pixel");
     QTest::addColumn<double>("value");
-    const Conversion x = call(&ChCoord::s2rClampX);
-    const Conversion y = call(&ChCoord::s2rClampY);
+    const Conversion x = asConversion(&ChCoord::s2rClampX);
+    const Conversion y = asConversion(&ChCoord::s2rClampY);
     QTest::newRow("x, left of the area") << false << x << 0.0 << 10.0;
     QTest::newRow("x, inside") << false << x << 140.0 << 15.0;
     QTest::newRow("x, right of the area") << false << x << 400.0 << 27.0;
@@ -263,8 +264,8 @@ void tst_ChCoord::clampingHoldsAtBothEnds_data()
     QTest::newRow("reversed y, above the area") << true << y << 0.0 << -1.0;
 }
 
-// Tolerance as above.
-void tst_ChCoord::clampingHoldsAtBothEnds()
+// Tolerance: a few ulps of 400.
+void tst_ChCoord::conversionClampsAtBothEnds()
 {
     QFETCH(bool, reversed);
     QFETCH(Conversion, conversion);
@@ -281,10 +282,10 @@ void tst_ChCoord::emptyRealRangeGivesInfinitiesAndNaN()
 {
     PlotSurface cc;
     cc.setReal(5, 5, 5, 5);
-    QVERIFY(tests::sameDouble(cc.r2sX(6), infinite)); // 340 / 0 * 1
+    QVERIFY(tests::sameDouble(cc.r2sX(6), infinite)); // the scale is 340 / 0
     QVERIFY(tests::sameDouble(cc.r2sX(4), -infinite));
     QVERIFY(tests::sameDouble(cc.r2sX(5), notANumber));
-    QVERIFY(tests::sameDouble(cc.r2sY(6), -infinite)); // -255 / 0 * 1
+    QVERIFY(tests::sameDouble(cc.r2sY(6), -infinite)); // the scale is -255 / 0
     QVERIFY(tests::sameDouble(cc.r2sY(5), notANumber));
     QVERIFY(tests::sameDouble(cc.r2sdX(1), infinite));
     QVERIFY(tests::sameDouble(cc.r2sdX(0), notANumber));
@@ -300,7 +301,7 @@ void tst_ChCoord::emptyPlotAreaGivesInfinitiesAndNaN()
     cc.setArea(40, 30, 40, 30);
     QCOMPARE(cc.r2sX(15), 40.0);
     QCOMPARE(cc.r2sY(3), 30.0);
-    QVERIFY(tests::sameDouble(cc.s2rX(41), infinite)); // 17 / 0 * 1
+    QVERIFY(tests::sameDouble(cc.s2rX(41), infinite)); // the scale is 17 / 0
     QVERIFY(tests::sameDouble(cc.s2rX(40), notANumber));
     QVERIFY(tests::sameDouble(cc.s2rY(29), -infinite));
     QVERIFY(tests::sameDouble(cc.s2rOffY(31), infinite));
@@ -310,27 +311,28 @@ void tst_ChCoord::emptyPlotAreaGivesInfinitiesAndNaN()
     QCOMPARE(cc.s2rClampX(39), 10.0);
 }
 
-void tst_ChCoord::edgeBandsLieAtBothEnds_data()
+void tst_ChCoord::edgeBandsAreAtBothEnds_data()
 {
     QTest::addColumn<EdgeTest>("isNear");
     QTest::addColumn<QList<double>>("nearPixels");
     QTest::addColumn<QList<double>>("farPixels");
-    // Bands of 34 pixels in 40 to 380, of 25.5 in 15 to 270, 40 and 30.
+    // Bands: 34 pixels in the area's x (40 to 380), 25.5 in its y (15 to 270), 40 and
+    // 30 in the widget's x and y.
     QTest::newRow("x of the area")
-        << ask(&ChCoord::nearAreaEdgeX) << QList<double>{-1000, 0, 40, 73, 347, 380, 400, 1000}
-        << QList<double>{75, 210, 345};
+        << asEdgeTest(&ChCoord::nearAreaEdgeX)
+        << QList<double>{-1000, 0, 40, 73, 347, 380, 400, 1000} << QList<double>{75, 210, 345};
     QTest::newRow("y of the area")
-        << ask(&ChCoord::nearAreaEdgeY) << QList<double>{-1000, 0, 15, 40, 245, 270, 300, 1000}
-        << QList<double>{41, 140, 244};
+        << asEdgeTest(&ChCoord::nearAreaEdgeY)
+        << QList<double>{-1000, 0, 15, 40, 245, 270, 300, 1000} << QList<double>{41, 140, 244};
     QTest::newRow("x of the widget")
-        << ask(&ChCoord::nearScrEdgeX) << QList<double>{-1000, -1, 0, 39, 361, 400, 1000}
+        << asEdgeTest(&ChCoord::nearScrEdgeX) << QList<double>{-1000, -1, 0, 39, 361, 400, 1000}
         << QList<double>{41, 200, 359};
     QTest::newRow("y of the widget")
-        << ask(&ChCoord::nearScrEdgeY) << QList<double>{-1000, -1, 0, 29, 271, 300, 1000}
+        << asEdgeTest(&ChCoord::nearScrEdgeY) << QList<double>{-1000, -1, 0, 29, 271, 300, 1000}
         << QList<double>{31, 150, 269};
 }
 
-void tst_ChCoord::edgeBandsLieAtBothEnds()
+void tst_ChCoord::edgeBandsAreAtBothEnds()
 {
     QFETCH(EdgeTest, isNear);
     QFETCH(QList<double>, nearPixels);
@@ -344,8 +346,9 @@ void tst_ChCoord::edgeBandsLieAtBothEnds()
     }
 }
 
-// A quarter of 340 pixels: 40 + 85 and 380 - 85 are not near, exactly.
-void tst_ChCoord::edgeBandsAreOpen()
+// Each band is a quarter of 340 pixels. Its inner limits, exactly 40 + 85 and 380 - 85,
+// do not belong to it.
+void tst_ChCoord::edgeBandsExcludeTheirInnerLimits()
 {
     PlotSurface cc;
     cc.areaEdge = 0.25;
@@ -358,42 +361,42 @@ void tst_ChCoord::edgeBandsAreOpen()
     QVERIFY(cc.nearAreaEdgeX(39.999));
 }
 
-void tst_ChCoord::edgeBandsHaveTheirOwnFractions()
+void tst_ChCoord::areaAndScreenBandsHaveSeparateFractions()
 {
     PlotSurface cc;
-    cc.areaEdge = 0.4; // 136 and 102 pixels
+    cc.areaEdge = 0.4; // bands of 136 and 102 pixels
     QVERIFY(cc.nearAreaEdgeX(170.0));
     QVERIFY(cc.nearAreaEdgeY(110.0));
     QVERIFY(!cc.nearScrEdgeX(170.0));
     QVERIFY(!cc.nearScrEdgeY(110.0));
     cc.areaEdge = 0.1;
-    cc.scrEdge = 0.45; // 180 and 135 pixels
+    cc.scrEdge = 0.45; // bands of 180 and 135 pixels
     QVERIFY(cc.nearScrEdgeX(170.0));
     QVERIFY(cc.nearScrEdgeY(110.0));
     QVERIFY(!cc.nearAreaEdgeX(170.0));
     QVERIFY(!cc.nearAreaEdgeY(110.0));
 }
 
-// A unit of x takes 20 pixels.
-void tst_ChCoord::tickStepIsTheFirstWideEnough_data()
+// One unit of x is 20 pixels wide.
+void tst_ChCoord::tickStepIsFirstOneWideEnough_data()
 {
     QTest::addColumn<double>("base");
     QTest::addColumn<double>("minPixels");
     QTest::addColumn<double>("step");
-    QTest::newRow("the base itself") << 1.0 << 10.0 << 1.0;
-    QTest::newRow("exactly the pixels is too few") << 1.0 << 20.0 << 2.0;
+    QTest::newRow("base is wide enough") << 1.0 << 10.0 << 1.0;
+    QTest::newRow("exactly the minimum is too narrow") << 1.0 << 20.0 << 2.0;
     QTest::newRow("five follows two") << 1.0 << 40.0 << 5.0;
     QTest::newRow("ten follows five") << 1.0 << 100.0 << 10.0;
     QTest::newRow("twenty") << 1.0 << 200.0 << 20.0;
     QTest::newRow("fifty") << 1.0 << 400.0 << 50.0;
-    QTest::newRow("smaller base") << 0.125 << 10.0 << 0.625; // 2.5, 5, 12.5 pixels
-    QTest::newRow("base that is no power of ten") << 3.0 << 100.0 << 6.0;
-    QTest::newRow("no pixels wanted") << 1.0 << 0.0 << 1.0;
-    // 5e7 units are 1e9 pixels, the last that is tried.
-    QTest::newRow("last round") << 1.0 << 999999999.0 << 5e7;
+    QTest::newRow("smaller base") << 0.125 << 10.0 << 0.625; // steps of 2.5, 5 and 12.5 pixels
+    QTest::newRow("base not a power of ten") << 3.0 << 100.0 << 6.0;
+    QTest::newRow("minimum of zero pixels") << 1.0 << 0.0 << 1.0;
+    // 5e7 units are 1e9 pixels wide: the last step that is tried.
+    QTest::newRow("last step tried") << 1.0 << 999999999.0 << 5e7;
 }
 
-void tst_ChCoord::tickStepIsTheFirstWideEnough()
+void tst_ChCoord::tickStepIsFirstOneWideEnough()
 {
     QFETCH(double, base);
     QFETCH(double, minPixels);
@@ -404,14 +407,14 @@ void tst_ChCoord::tickStepIsTheFirstWideEnough()
 
 void tst_ChCoord::tickStepGivesUpAfterEightDecades_data()
 {
-    QTest::addColumn<QRectF>("xRange"); // area x0 and x1, then real x0 and x1
+    QTest::addColumn<QRectF>("xRange"); // x0 and x1 of the area, then of the real range
     QTest::addColumn<double>("base");
     QTest::addColumn<double>("minPixels");
     QTest::addColumn<double>("step");
-    QTest::newRow("too many pixels wanted") << QRectF(40, 380, 10, 27) << 1.0 << 1e9 << 1e8;
+    QTest::newRow("minimum too large") << QRectF(40, 380, 10, 27) << 1.0 << 1e9 << 1e8;
     QTest::newRow("narrow area") << QRectF(0, 1, 0, 1e12) << 1.0 << 10.0 << 1e8;
-    QTest::newRow("no area") << QRectF(40, 40, 10, 27) << 0.5 << 10.0 << 5e7;
-    QTest::newRow("nothing at all") << QRectF(40, 40, 10, 10) << 2.0 << 10.0 << 2e8;
+    QTest::newRow("area of zero width") << QRectF(40, 40, 10, 27) << 0.5 << 10.0 << 5e7;
+    QTest::newRow("area and range of zero width") << QRectF(40, 40, 10, 10) << 2.0 << 10.0 << 2e8;
     QTest::newRow("reversed range") << QRectF(40, 380, 27, 10) << 3.0 << 10.0 << 3e8;
 }
 
@@ -427,14 +430,14 @@ void tst_ChCoord::tickStepGivesUpAfterEightDecades()
     QCOMPARE(cc.tickStep(base, minPixels), step);
 }
 
-void tst_ChCoord::emptyRealRangeMakesEveryTickWide()
+void tst_ChCoord::emptyRealRangeMakesEveryStepWideEnough()
 {
     PlotSurface cc;
-    cc.setRealX(10, 10); // infinitely many pixels for a unit
+    cc.setRealX(10, 10); // one unit is infinitely many pixels wide
     QCOMPARE(cc.tickStep(0.5, 10), 0.5);
 }
 
-void tst_ChCoord::ticksOfYUseTheScaleOfX()
+void tst_ChCoord::tickStepOfYUsesScaleOfX()
 {
     PlotSurface cc;
     cc.setRealY(0, 1e6);
@@ -445,16 +448,17 @@ void tst_ChCoord::ticksOfYUseTheScaleOfX()
     QCOMPARE(cc.tickStepY(1.0, 40), 1e8);
 }
 
-// 399 by 299: the area runs from 270 (299 less 29) up to 14, and -256 / 20 is
-// -12.8; a tenth of 399 is 39.9.
-void tst_ChCoord::rowsOfTextAndLabelsAreWholePixels()
+// On 399 by 299 pixels the plot area runs from y = 270 (299 - 29) to 14, so a text row
+// is -256 / 20 = -12.8 high. The label width is a tenth of 399, that is 39.9. Both are
+// truncated.
+void tst_ChCoord::textRowAndLabelWidthAreWholePixels()
 {
     ChCoord cc;
     cc.setScreen(0.0, 299.0, 399.0, 0.0);
     cc.computeArea();
     QCOMPARE(cc.textRow(), -12);
     QCOMPARE(cc.labelWidth(), 39);
-    cc.titleDiv = 0; // no row at all: -256 / 0 is no int
+    cc.titleDiv = 0; // -256 / 0 is -infinity, which becomes the smallest int
     QCOMPARE(cc.textRow(), std::numeric_limits<int>::min());
 }
 

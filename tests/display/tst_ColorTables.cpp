@@ -1,4 +1,4 @@
-// The colour tables of maps, entry by entry where they turn.
+// Tests of the colour tables of maps.
 #include "display/ColorTables.h"
 
 #include <QTest>
@@ -9,10 +9,9 @@
 namespace
 {
 
-/// Colours that pin a table down, red, green and blue in hexadecimal: both ends and the
-/// middle of each ramp (entries 0, 128 and 255 of its 256), worked out by hand from
-/// t = 0 to 255 and c = 255 - t.
-const QStringList fixedColors{
+/// Known colours of each table, as hexadecimal RGB: entries 0, 128 and 255 of every
+/// ramp of 256 entries. Calculated by hand from t = 0 to 255 and c = 255 - t.
+const QStringList knownColors{
     "000000 800000 ff0000 ff0000 ff8000 ffff00 ffff00 ffff80 ffffff",
     "000000 008000 00ff00 00ff00 00ff80 00ffff 00ffff 80ffff ffffff",
     "000000 000080 0000ff 0000ff 8000ff ff00ff ff00ff ff80ff ffffff",
@@ -40,29 +39,29 @@ class tst_ColorTables : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void thereAreTwelve();
-    void rampsStartAndEndWhereTheyShould_data();
-    void rampsStartAndEndWhereTheyShould();
-    void tableHasWholeRamps_data();
-    void tableHasWholeRamps();
-    void channelsMoveOneLevelAtATime_data() { tableHasWholeRamps_data(); }
+    void thereAreTwelveTables();
+    void rampsContainKnownColors_data();
+    void rampsContainKnownColors();
+    void tableConsistsOfWholeRamps_data();
+    void tableConsistsOfWholeRamps();
+    void channelsMoveOneLevelAtATime_data() { tableConsistsOfWholeRamps_data(); }
     void channelsMoveOneLevelAtATime();
-    void unknownTypeGivesTheFirstTable();
+    void unknownTypeYieldsFirstTable();
 };
 
-void tst_ColorTables::thereAreTwelve()
+void tst_ColorTables::thereAreTwelveTables()
 {
     QCOMPARE(display::colorTableCount, 12);
-    QCOMPARE(fixedColors.size(), 12);
+    QCOMPARE(knownColors.size(), 12);
 }
 
-void tst_ColorTables::rampsStartAndEndWhereTheyShould_data()
+void tst_ColorTables::rampsContainKnownColors_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("index");
     QTest::addColumn<QColor>("color");
     for (int type = 0; type < 12; ++type) {
-        const QStringList colors = fixedColors.at(type).split(' ');
+        const QStringList colors = knownColors.at(type).split(' ');
         for (int i = 0; i < colors.size(); ++i) {
             const int index = 256 * (i / 3) + QList<int>{0, 128, 255}.at(i % 3);
             QTest::addRow("table %d, entry %d", type, index)
@@ -71,14 +70,14 @@ void tst_ColorTables::rampsStartAndEndWhereTheyShould_data()
     }
 }
 
-void tst_ColorTables::rampsStartAndEndWhereTheyShould()
+void tst_ColorTables::rampsContainKnownColors()
 {
     QFETCH(int, type);
     QFETCH(int, index);
     QTEST(display::colorTable(type).at(index), "color");
 }
 
-void tst_ColorTables::tableHasWholeRamps_data()
+void tst_ColorTables::tableConsistsOfWholeRamps_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("entries");
@@ -88,26 +87,26 @@ void tst_ColorTables::tableHasWholeRamps_data()
     }
 }
 
-void tst_ColorTables::tableHasWholeRamps()
+void tst_ColorTables::tableConsistsOfWholeRamps()
 {
     QFETCH(int, type);
     QFETCH(int, entries);
     QCOMPARE(display::colorTable(type).size(), entries);
 }
 
-// A ramp that goes 255 levels in 255 steps of at most one level is a straight
-// one, so this and the ramps' ends leave no entry open.
+// A ramp covers 255 levels in 255 steps. If no step is larger than one level, the ramp
+// is linear. Together with the known ends this determines every entry.
 void tst_ColorTables::channelsMoveOneLevelAtATime()
 {
     QFETCH(int, type);
     const QList<QColor> table = display::colorTable(type);
     for (qsizetype i = 1; i < table.size(); ++i) {
-        const int wanted = i % 256 == 0 ? 0 : 1; // ramps meet in the same colour
-        QCOMPARE(largestStep(table.at(i - 1), table.at(i)), wanted);
+        const int expected = i % 256 == 0 ? 0 : 1; // adjacent ramps share a colour
+        QCOMPARE(largestStep(table.at(i - 1), table.at(i)), expected);
     }
 }
 
-void tst_ColorTables::unknownTypeGivesTheFirstTable()
+void tst_ColorTables::unknownTypeYieldsFirstTable()
 {
     using Limits = std::numeric_limits<int>;
     for (const int type : {-1, 12, Limits::min(), Limits::max()}) {

@@ -1,4 +1,5 @@
-// The graph of the fit against the target calculation, by itself.
+// Tests of ComparisonGraph, the plot that compares the valences of the fit and of the
+// target calculation.
 #include "display/ComparisonGraph.h"
 
 #include "support/GraphPlot.h"
@@ -18,12 +19,12 @@ using namespace tests;
 namespace
 {
 
-const QSize evenSize(387, 257);
+const QSize usualSize(387, 257);
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-/// What a frame shows in which @p graph draws itself.
-QImage painted(const ComparisonGraph& graph, const QSize& size = evenSize)
+/// The picture of a frame that shows @p graph.
+QImage painted(const ComparisonGraph& graph, const QSize& size = usualSize)
 {
     return GraphPlot(graph, size, QStringLiteral("LCF"), QStringLiteral("MPs")).picture();
 }
@@ -44,15 +45,15 @@ void fill(ComparisonGraph* graph, double lower, double upper, const QList<PlainP
 }
 
 QImage plain(double lower, double upper, const QList<PlainPoint>& points,
-             const QSize& size = evenSize)
+             const QSize& size = usualSize)
 {
     PlainComparison picture(size, lower, upper);
     picture.points = points;
     return picture.picture();
 }
 
-/// Points about the diagonal, in four colours, some of them beside the plot.
-QList<PlainPoint> crowd(int count)
+/// Random points near the diagonal in four colours, some of them outside the plot.
+QList<PlainPoint> randomPoints(int count)
 {
     const QList<QColor> inks{Qt::blue, QColor(0, 160, 0), Qt::black, QColor(240, 0, 240)};
     std::mt19937_64 random(static_cast<unsigned>(count));
@@ -75,23 +76,23 @@ class tst_ComparisonGraph : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void withoutPointsItIsEmpty();
-    void rangeIsTheValencesWithAFifthAround();
-    void looksLikeSingleLinesAndCircles_data();
-    void looksLikeSingleLinesAndCircles();
-    void lastPointWithoutAPlaceLeavesNoRed();
-    void crowdLooksLikePointByPoint_data();
-    void crowdLooksLikePointByPoint();
-    void transparentColorsShowEveryPoint();
-    void fineScreenShowsTheNewestAtEachPlace_data();
-    void fineScreenShowsTheNewestAtEachPlace();
-    void colorsBeginAgainAfterTheLast();
-    void withoutColorsPointsAreBlack();
-    void diagonalGoesNoFurtherThanTheValences();
-    void linesOfTheGridAreUnderTheDiagonal();
+    void graphWithoutPointsIsEmpty();
+    void rangeIsValencesWithMarginOfOneFifth();
+    void matchesReferenceDrawing_data();
+    void matchesReferenceDrawing();
+    void nonFiniteLastPointHasNoRedCircle();
+    void manyPointsMatchPointByPointDrawing_data();
+    void manyPointsMatchPointByPointDrawing();
+    void transparentPointsAreAllDrawn();
+    void highResolutionScreenShowsNewestPointOnTop_data();
+    void highResolutionScreenShowsNewestPointOnTop();
+    void colorsAreUsedCyclically();
+    void pointsAreBlackWithoutColors();
+    void diagonalEndsAtTheValences();
+    void diagonalIsDrawnOverTheGrid();
 };
 
-void tst_ComparisonGraph::withoutPointsItIsEmpty()
+void tst_ComparisonGraph::graphWithoutPointsIsEmpty()
 {
     ComparisonGraph graph;
     QVERIFY(graph.isEmpty());
@@ -100,7 +101,7 @@ void tst_ComparisonGraph::withoutPointsItIsEmpty()
     QVERIFY(!graph.isEmpty());
 }
 
-void tst_ComparisonGraph::rangeIsTheValencesWithAFifthAround()
+void tst_ComparisonGraph::rangeIsValencesWithMarginOfOneFifth()
 {
     ComparisonGraph graph;
     graph.lower = -1.25;
@@ -113,22 +114,22 @@ void tst_ComparisonGraph::rangeIsTheValencesWithAFifthAround()
     QCOMPARE(range.y1, 3.5 + 0.2);
 }
 
-void tst_ComparisonGraph::looksLikeSingleLinesAndCircles_data()
+void tst_ComparisonGraph::matchesReferenceDrawing_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<double>("lower");
     QTest::addColumn<double>("upper");
-    QTest::newRow("one") << evenSize << 2.0 << 3.0;
+    QTest::newRow("usual size") << usualSize << 2.0 << 3.0;
     QTest::newRow("odd size") << QSize(433, 311) << 2.0 << 3.0;
     QTest::newRow("tiny") << QSize(30, 30) << 2.0 << 3.0;
-    QTest::newRow("no distance") << evenSize << 2.5 << 2.5;
-    QTest::newRow("a lot of lines") << evenSize << -20.0 << 25.0;
-    QTest::newRow("more lines than pixels") << evenSize << -50.0 << 55.0;
-    QTest::newRow("falling") << evenSize << 3.0 << 2.0;
-    QTest::newRow("little less") << evenSize << 2.52 << 2.48;
+    QTest::newRow("equal valences") << usualSize << 2.5 << 2.5;
+    QTest::newRow("many grid lines") << usualSize << -20.0 << 25.0;
+    QTest::newRow("more grid lines than pixels") << usualSize << -50.0 << 55.0;
+    QTest::newRow("lower valence above upper one") << usualSize << 3.0 << 2.0;
+    QTest::newRow("lower valence slightly above upper one") << usualSize << 2.52 << 2.48;
 }
 
-void tst_ComparisonGraph::looksLikeSingleLinesAndCircles()
+void tst_ComparisonGraph::matchesReferenceDrawing()
 {
     QFETCH(QSize, size);
     QFETCH(double, lower);
@@ -141,7 +142,7 @@ void tst_ComparisonGraph::looksLikeSingleLinesAndCircles()
     QVERIFY(isSamePicture(painted(graph, size), plain(lower, upper, points, size)));
 }
 
-void tst_ComparisonGraph::lastPointWithoutAPlaceLeavesNoRed()
+void tst_ComparisonGraph::nonFiniteLastPointHasNoRedCircle()
 {
     ComparisonGraph graph;
     fill(&graph, 2.0, 3.0, {{2.5, 2.35, Qt::blue}, {notANumber, 2.5, Qt::blue}});
@@ -150,38 +151,38 @@ void tst_ComparisonGraph::lastPointWithoutAPlaceLeavesNoRed()
     QVERIFY(countOf(image, image.rect(), Qt::blue) > 12);
 }
 
-void tst_ComparisonGraph::crowdLooksLikePointByPoint_data()
+void tst_ComparisonGraph::manyPointsMatchPointByPointDrawing_data()
 {
     QTest::addColumn<int>("count");
     QTest::addColumn<QSize>("size");
     QTest::addColumn<PlotRange>("view");
     const PlotRange all{1.8, 1.8, 3.2, 3.2};
-    QTest::newRow("some") << 300 << evenSize << all;
-    QTest::newRow("many") << 6000 << evenSize << all;
-    QTest::newRow("small") << 3000 << QSize(60, 50) << all;
-    QTest::newRow("zoomed") << 6000 << evenSize << PlotRange{2.3, 2.4, 2.5, 2.6};
-    QTest::newRow("scrolled") << 6000 << evenSize << PlotRange{2.8, 1.0, 3.9, 2.1};
+    QTest::newRow("300 points") << 300 << usualSize << all;
+    QTest::newRow("6000 points") << 6000 << usualSize << all;
+    QTest::newRow("small picture") << 3000 << QSize(60, 50) << all;
+    QTest::newRow("zoomed") << 6000 << usualSize << PlotRange{2.3, 2.4, 2.5, 2.6};
+    QTest::newRow("scrolled") << 6000 << usualSize << PlotRange{2.8, 1.0, 3.9, 2.1};
 }
 
-void tst_ComparisonGraph::crowdLooksLikePointByPoint()
+void tst_ComparisonGraph::manyPointsMatchPointByPointDrawing()
 {
     QFETCH(int, count);
     QFETCH(QSize, size);
     QFETCH(PlotRange, view);
-    const QList<PlainPoint> points = crowd(count);
+    const QList<PlainPoint> points = randomPoints(count);
     ComparisonGraph graph;
     fill(&graph, 2.0, 3.0, points);
     GraphPlot plot(graph, size, QStringLiteral("LCF"), QStringLiteral("MPs"));
     plot.DispA->cc.setReal(view.x0, view.y0, view.x1, view.y1);
     plot.DispA->hasScale = true;
-    PlainComparison wanted(size, 2.0, 3.0, view);
-    wanted.points = points;
-    QVERIFY(isSamePicture(plot.picture(), wanted.picture()));
+    PlainComparison expected(size, 2.0, 3.0, view);
+    expected.points = points;
+    QVERIFY(isSamePicture(plot.picture(), expected.picture()));
 }
 
-void tst_ComparisonGraph::transparentColorsShowEveryPoint()
+void tst_ComparisonGraph::transparentPointsAreAllDrawn()
 {
-    QList<PlainPoint> points = crowd(400);
+    QList<PlainPoint> points = randomPoints(400);
     for (PlainPoint& point : points) {
         point.color.setAlpha(100);
     }
@@ -190,28 +191,28 @@ void tst_ComparisonGraph::transparentColorsShowEveryPoint()
     QVERIFY(isSamePicture(painted(graph), plain(2.0, 3.0, points)));
 }
 
-void tst_ComparisonGraph::fineScreenShowsTheNewestAtEachPlace_data()
+void tst_ComparisonGraph::highResolutionScreenShowsNewestPointOnTop_data()
 {
     QTest::addColumn<int>("alpha");
-    QTest::addColumn<bool>("showsOlderOnes");
+    QTest::addColumn<bool>("showsOlderPoints");
     QTest::newRow("opaque") << 255 << false;
     QTest::newRow("transparent") << 100 << true;
 }
 
-void tst_ComparisonGraph::fineScreenShowsTheNewestAtEachPlace()
+void tst_ComparisonGraph::highResolutionScreenShowsNewestPointOnTop()
 {
     QFETCH(int, alpha);
-    QFETCH(bool, showsOlderOnes);
+    QFETCH(bool, showsOlderPoints);
     const auto pictureOf = [](const QList<PlainPoint>& points) {
         ComparisonGraph graph;
         fill(&graph, 2.0, 3.0, points);
-        const GraphPlot plot(graph, evenSize, QStringLiteral("LCF"), QStringLiteral("MPs"));
-        QImage picture = scaledPicture(evenSize, 2.0);
+        const GraphPlot plot(graph, usualSize, QStringLiteral("LCF"), QStringLiteral("MPs"));
+        QImage picture = scaledPicture(usualSize, 2.0);
         plot.DispA->render(&picture);
         return picture;
     };
-    // Places that overlap, in an order that matters, each taken many times.
-    QList<PlainPoint> newest = crowd(200);
+    // Marks that overlap in an order that matters. Many points share each position.
+    QList<PlainPoint> newest = randomPoints(200);
     for (PlainPoint& point : newest) {
         point.color.setAlpha(alpha);
     }
@@ -222,12 +223,12 @@ void tst_ComparisonGraph::fineScreenShowsTheNewestAtEachPlace()
             older.append({newest.at(i).fit, newest.at(i).target, color});
         }
     }
-    QCOMPARE(pictureOf(older + newest) != pictureOf(newest), showsOlderOnes);
+    QCOMPARE(pictureOf(older + newest) != pictureOf(newest), showsOlderPoints);
     std::reverse(newest.begin(), newest.end());
-    QVERIFY(pictureOf(older + newest) == pictureOf(newest) || showsOlderOnes);
+    QVERIFY(pictureOf(older + newest) == pictureOf(newest) || showsOlderPoints);
 }
 
-void tst_ComparisonGraph::colorsBeginAgainAfterTheLast()
+void tst_ComparisonGraph::colorsAreUsedCyclically()
 {
     ComparisonGraph graph;
     graph.lower = 2.0;
@@ -238,7 +239,7 @@ void tst_ComparisonGraph::colorsBeginAgainAfterTheLast()
                           plain(2.0, 3.0, {{2.4, 2.2, Qt::blue}, {2.4, 2.6, Qt::black}})));
 }
 
-void tst_ComparisonGraph::withoutColorsPointsAreBlack()
+void tst_ComparisonGraph::pointsAreBlackWithoutColors()
 {
     ComparisonGraph graph;
     graph.lower = 2.0;
@@ -248,12 +249,13 @@ void tst_ComparisonGraph::withoutColorsPointsAreBlack()
                           plain(2.0, 3.0, {{2.4, 2.2, Qt::black}, {2.4, 2.6, Qt::black}})));
 }
 
-void tst_ComparisonGraph::diagonalGoesNoFurtherThanTheValences()
+void tst_ComparisonGraph::diagonalEndsAtTheValences()
 {
     ComparisonGraph graph;
     fill(&graph, 2.0, 3.0, {{2.5, 2.35, Qt::blue}});
     const QImage image = painted(graph);
-    // From column 38 + 47.1 to 38 + 282.9 and from row 232 - 31.4 to 232 - 188.6.
+    // The diagonal spans columns 38 + 47.1 to 38 + 282.9 and rows 232 - 31.4 to 232 -
+    // 188.6.
     const QRect part(QPoint(85, 43), QPoint(320, 200));
     QCOMPARE(image.pixelColor(85, 200), QColor(0, 200, 0));
     QCOMPARE(image.pixelColor(320, 43), QColor(0, 200, 0));
@@ -261,12 +263,12 @@ void tst_ComparisonGraph::diagonalGoesNoFurtherThanTheValences()
              countOf(image, part, QColor(0, 200, 0)));
 }
 
-void tst_ComparisonGraph::linesOfTheGridAreUnderTheDiagonal()
+void tst_ComparisonGraph::diagonalIsDrawnOverTheGrid()
 {
     ComparisonGraph graph;
     fill(&graph, 2.0, 3.0, {{2.5, 2.15, Qt::blue}});
     const QImage image = painted(graph);
-    // A pixel of the diagonal in each column that it crosses.
+    // The diagonal has a pixel in each column that it crosses.
     for (int x = 85; x <= 320; ++x) {
         QVERIFY(countOf(image, QRect(x, 13, 1, 219), QColor(0, 200, 0)) >= 1);
     }

@@ -1,4 +1,4 @@
-// Curves on whole pixels: the picture of single lines, whatever the points are.
+// Tests of CurvePainter: its batches of segments give the same picture as single lines.
 #include "display/CurvePainter.h"
 
 #include "support/PlotSurface.h"
@@ -38,8 +38,9 @@ QImage curve(const ChCoord& cc, const Points& points, const QPen& pen = {})
     return image;
 }
 
-/// The pixel of a point of PlotSurface, by its numbers; none for a point without
-/// one. For points near the plot only.
+/// The pixel of a point on PlotSurface, calculated independently of ChCoord. Empty for
+/// a non-finite point. Only for points near the plot, because the coordinates must fit
+/// an int.
 std::optional<QPoint> pixelOf(const QPointF& point)
 {
     const double x = 40.0 + 340.0 / 17.0 * (point.x() - 10.0);
@@ -50,7 +51,7 @@ std::optional<QPoint> pixelOf(const QPointF& point)
     return QPoint(static_cast<int>(x), static_cast<int>(y));
 }
 
-/// The same curve as one call for each segment.
+/// The reference drawing: one drawLine() call per segment.
 QImage singleLines(const Points& points, const QPen& pen = {})
 {
     QImage image = whiteSurface();
@@ -66,7 +67,7 @@ QImage singleLines(const Points& points, const QPen& pen = {})
     return image;
 }
 
-/// Points in the plot and around it, the same ones for the same seed.
+/// Random points in and around the plot; equal seeds yield equal points.
 Points randomPoints(int count, quint32 seed)
 {
     QRandomGenerator random(seed);
@@ -89,23 +90,23 @@ class tst_CurvePainter : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void looksLikeSingleLines_data();
-    void looksLikeSingleLines();
-    void pointsAreTruncated();
-    void lessThanTwoPointsShowNothing();
-    void twoPointsInOnePlaceAreADot();
-    void pointWithoutAPlaceTakesItsSegments_data();
-    void pointWithoutAPlaceTakesItsSegments();
-    void emptyRangesShowNothing();
-    void deepZoomKeepsWhatCrosses_data();
-    void deepZoomKeepsWhatCrosses();
-    void farPointsKeepTheLevel();
-    void spikeHasBothFlanks_data();
-    void spikeHasBothFlanks();
-    void anyNumbersAreSafe();
+    void matchesOneCallPerSegment_data();
+    void matchesOneCallPerSegment();
+    void pointsAreTruncatedToPixels();
+    void fewerThanTwoPointsDrawNothing();
+    void twoEqualPointsDrawADot();
+    void nonFinitePointDropsItsSegments_data();
+    void nonFinitePointDropsItsSegments();
+    void emptyRangesDrawNothing();
+    void deepZoomKeepsCrossingSegments_data();
+    void deepZoomKeepsCrossingSegments();
+    void horizontalLineStaysLevelWithFarEnds();
+    void highSpikeHasBothFlanks_data();
+    void highSpikeHasBothFlanks();
+    void extremeNumbersAreHarmless();
 };
 
-void tst_CurvePainter::looksLikeSingleLines_data()
+void tst_CurvePainter::matchesOneCallPerSegment_data()
 {
     QTest::addColumn<int>("count");
     QTest::addColumn<QPen>("pen");
@@ -125,7 +126,7 @@ void tst_CurvePainter::looksLikeSingleLines_data()
     QTest::newRow("long, dashed pen") << 700 << QPen(Qt::black, 1.0, Qt::DashLine);
 }
 
-void tst_CurvePainter::looksLikeSingleLines()
+void tst_CurvePainter::matchesOneCallPerSegment()
 {
     QFETCH(int, count);
     QFETCH(QPen, pen);
@@ -135,8 +136,8 @@ void tst_CurvePainter::looksLikeSingleLines()
     }
 }
 
-// The points lie at (140.8, 219.9) and (181.6, 219.4).
-void tst_CurvePainter::pointsAreTruncated()
+// The points are at pixels (140.8, 219.9) and (181.6, 219.4).
+void tst_CurvePainter::pointsAreTruncatedToPixels()
 {
     const QImage image = curve(PlotSurface(), {{15.04, -0.9 / 51.0}, {17.08, -0.4 / 51.0}});
     for (int x = 139; x <= 183; ++x) {
@@ -145,20 +146,20 @@ void tst_CurvePainter::pointsAreTruncated()
     }
 }
 
-void tst_CurvePainter::lessThanTwoPointsShowNothing()
+void tst_CurvePainter::fewerThanTwoPointsDrawNothing()
 {
     QCOMPARE(curve(PlotSurface(), {}), whiteSurface());
     QCOMPARE(curve(PlotSurface(), {{15, 0}}), whiteSurface());
 }
 
-void tst_CurvePainter::twoPointsInOnePlaceAreADot()
+void tst_CurvePainter::twoEqualPointsDrawADot()
 {
-    QImage wanted = whiteSurface();
-    wanted.setPixelColor(140, 219, Qt::black);
-    QCOMPARE(curve(PlotSurface(), {{15, 0}, {15, 0}}), wanted);
+    QImage expected = whiteSurface();
+    expected.setPixelColor(140, 219, Qt::black);
+    QCOMPARE(curve(PlotSurface(), {{15, 0}, {15, 0}}), expected);
 }
 
-void tst_CurvePainter::pointWithoutAPlaceTakesItsSegments_data()
+void tst_CurvePainter::nonFinitePointDropsItsSegments_data()
 {
     QTest::addColumn<QPointF>("point");
     QTest::newRow("NaN in x") << QPointF(notANumber, 1);
@@ -167,11 +168,12 @@ void tst_CurvePainter::pointWithoutAPlaceTakesItsSegments_data()
     QTest::newRow("negative infinite x") << QPointF(-infinite, 1);
     QTest::newRow("infinite y") << QPointF(20, infinite);
     QTest::newRow("negative infinite y") << QPointF(20, -infinite);
-    QTest::newRow("beyond doubles on the screen") << QPointF(20, -huge);
+    QTest::newRow("pixel coordinate overflows") << QPointF(20, -huge);
 }
 
-// At the front, inside, where bunches meet, twice in a row and at the end.
-void tst_CurvePainter::pointWithoutAPlaceTakesItsSegments()
+// Non-finite points at the start, inside a batch, where two batches of 256 segments
+// meet, twice in a row, and at the end.
+void tst_CurvePainter::nonFinitePointDropsItsSegments()
 {
     QFETCH(QPointF, point);
     Points points = randomPoints(620, 4);
@@ -181,7 +183,7 @@ void tst_CurvePainter::pointWithoutAPlaceTakesItsSegments()
     QCOMPARE(curve(PlotSurface(), points), singleLines(points));
 }
 
-void tst_CurvePainter::emptyRangesShowNothing()
+void tst_CurvePainter::emptyRangesDrawNothing()
 {
     const Points points = randomPoints(10, 5);
     PlotSurface noWidth;
@@ -192,19 +194,19 @@ void tst_CurvePainter::emptyRangesShowNothing()
     QCOMPARE(curve(noHeight, points), whiteSurface());
 }
 
-void tst_CurvePainter::deepZoomKeepsWhatCrosses_data()
+void tst_CurvePainter::deepZoomKeepsCrossingSegments_data()
 {
-    QTest::addColumn<double>("half"); // half of the range that is shown
+    QTest::addColumn<double>("half"); // half of the visible range
     QTest::newRow("hundredths") << 1e-2;
     QTest::newRow("millionths") << 1e-6;
     QTest::newRow("billionths") << 1e-9;
-    QTest::newRow("next to the doubles' own steps") << 1e-12;
+    QTest::newRow("near the precision of a double") << 1e-12;
 }
 
-// The line from (-3, -3) to (4, 4), zoomed in on (0.5, 0.5): it goes through
-// both corners of the plot area, 340 pixels over and 255 up.
-// Tolerance: two rows, for the truncations and a line that steps by pixels.
-void tst_CurvePainter::deepZoomKeepsWhatCrosses()
+// The line from (-3, -3) to (4, 4), zoomed in on (0.5, 0.5), passes through two
+// opposite corners of the plot area: 340 pixels to the right and 255 up. Tolerance: two
+// rows, for the truncations and for a line of whole pixels.
+void tst_CurvePainter::deepZoomKeepsCrossingSegments()
 {
     QFETCH(double, half);
     PlotSurface cc;
@@ -222,18 +224,18 @@ void tst_CurvePainter::deepZoomKeepsWhatCrosses()
     }
 }
 
-// 2 is on row 117; the ends are 2e10 pixels out.
-void tst_CurvePainter::farPointsKeepTheLevel()
+// The value 2 is on row 117. The ends are 2e10 pixels outside.
+void tst_CurvePainter::horizontalLineStaysLevelWithFarEnds()
 {
     const QImage image = curve(PlotSurface(), {{-1e9, 2}, {1e9, 2}});
-    QImage wanted = whiteSurface();
+    QImage expected = whiteSurface();
     for (int x = 0; x < 400; ++x) {
-        wanted.setPixelColor(x, 117, Qt::black);
+        expected.setPixelColor(x, 117, Qt::black);
     }
-    QCOMPARE(image, wanted);
+    QCOMPARE(image, expected);
 }
 
-void tst_CurvePainter::spikeHasBothFlanks_data()
+void tst_CurvePainter::highSpikeHasBothFlanks_data()
 {
     QTest::addColumn<double>("height");
     QTest::newRow("a million") << 1e6;
@@ -242,10 +244,10 @@ void tst_CurvePainter::spikeHasBothFlanks_data()
     QTest::newRow("1e300") << 1e300;
 }
 
-// From (16, 0) on pixel (160, 219) out of the picture at x = 18 and back to
-// (20, 0) on (240, 219): a line of such a height is upright as far as one sees.
-// Tolerance: a column, for the truncation at the far end.
-void tst_CurvePainter::spikeHasBothFlanks()
+// The curve goes from (16, 0) at pixel (160, 219) to a peak at x = 18 above the
+// picture, and back to (20, 0) at pixel (240, 219). Its flanks are so steep that they
+// look vertical. Tolerance: one column, for the truncation at the far end.
+void tst_CurvePainter::highSpikeHasBothFlanks()
 {
     QFETCH(double, height);
     const QImage image = curve(PlotSurface(), {{16, 0}, {18, height}, {20, 0}});
@@ -255,8 +257,8 @@ void tst_CurvePainter::spikeHasBothFlanks()
     }
 }
 
-// Nothing to look at; the sanitizers are the judges.
-void tst_CurvePainter::anyNumbersAreSafe()
+// The picture is not checked: the sanitizers report errors.
+void tst_CurvePainter::extremeNumbersAreHarmless()
 {
     const QList<double> values{0,    1,       -1,     1e9,   -1e10,      1e20,     -1e20,
                                1e30, -1e300,  1e300,  huge,  -huge,      infinite, -infinite,

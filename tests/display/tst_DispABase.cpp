@@ -1,4 +1,5 @@
-// The frame of a plot: its form, its read-outs and the titles of its axes.
+// Tests of DispABase, the frame of a plot: its form, its read-outs and the titles of
+// its axes.
 
 #include "display/DispABase.h"
 #include "support/MemberOrder.h"
@@ -13,18 +14,17 @@
 
 using namespace tests;
 
-// A surface of 400 by 300 pixels with the margins of a plot has its plot area
-// from column 40 to 380 and from row 270 up to 15. Rows of text are
-// trunc((15 - 270) / 20) = -12 pixels, of which the text fills trunc(-10.2), and
-// the gap below the plot is trunc(-1.8).
+// A surface of 400 by 300 pixels with the usual margins has its plot area in columns 40
+// to 380 and rows 15 to 270. A row of text is trunc((15 - 270) / 20) = -12 pixels high;
+// the text fills trunc(-10.2) of it, and the gap below the plot is trunc(-1.8).
 
 namespace
 {
 
 constexpr QSize surfaceSize(400, 300);
 const QRectF xTitleBox(40.0, 271.0, 340.0, 10.0);
-// Turned by 270 degrees about the upper left corner: columns 10 to 20 of the
-// screen, from the bottom row up to the top one.
+// Given in coordinates rotated by 270 degrees about the upper left corner. On the
+// screen the box is columns 10 to 20 over the full height.
 const QRectF yTitleBox(-300.0, 10.0, 300.0, 10.0);
 
 void drawTitle(QStylePainter* p, const QRectF& box, const QString& text)
@@ -32,14 +32,15 @@ void drawTitle(QStylePainter* p, const QRectF& box, const QString& text)
     DrawText().drawText(p, box, QFont(), Qt::AlignCenter, 1, text, 12.0);
 }
 
-/// What a widget looks like; a part of a window has the format of a whole one.
+/// The picture of a widget in a fixed format: grab() of a child widget can have another
+/// format than grab() of a window.
 QImage picture(QWidget* widget)
 {
     return widget->grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
 
-/// A white surface on which titles are drawn by hand, with a black pen.
-QImage drawnByHand(const QSize& size, const std::function<void(QStylePainter*)>& drawTitles)
+/// A white surface on which @p drawTitles draws with a black pen: the expected picture.
+QImage surfaceWith(const QSize& size, const std::function<void(QStylePainter*)>& drawTitles)
 {
     DispArea area;
     area.resize(size);
@@ -53,14 +54,14 @@ QImage drawnByHand(const QSize& size, const std::function<void(QStylePainter*)>&
 
 QImage expectedTitles(const QString& x, const QString& y)
 {
-    return drawnByHand(surfaceSize, [&](QStylePainter* p) {
+    return surfaceWith(surfaceSize, [&](QStylePainter* p) {
         drawTitle(p, xTitleBox, x);
         p->rotate(270.0);
         drawTitle(p, yTitleBox, y);
     });
 }
 
-/// The rectangle around all dark pixels.
+/// The bounding rectangle of all dark pixels.
 QRect inkOf(const QImage& image)
 {
     return boxOf(image, image.rect(), [](const QColor& c) { return qGray(c.rgb()) < 150; });
@@ -76,24 +77,24 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void stripStandsAboveTheSurface();
+    void stripIsAboveTheSurface();
     void startsDockedWithTitlesInTheStrip();
-    void signalsAndSlotsComeInTheirOrder();
+    void signalsAndSlotsAreDeclaredInOrder();
 
-    void readOutShowsSixDigitsFromTheirStart_data();
-    void readOutShowsSixDigitsFromTheirStart();
+    void readOutShowsSixDigitsFromTheStart_data();
+    void readOutShowsSixDigitsFromTheStart();
 
-    void stripShowsTheTitlesThatAreNotInThePlot_data();
-    void stripShowsTheTitlesThatAreNotInThePlot();
-    void plotShowsTheTitlesThatBelongThere_data() { stripShowsTheTitlesThatAreNotInThePlot_data(); }
-    void plotShowsTheTitlesThatBelongThere();
-    void titleOfXStandsBetweenTheRangeLabels();
-    void titleOfYRunsUpwardAtTheLeft();
-    void titlesFitOddSizes();
-    void titlesOfLargePlotsHaveTwelvePoints();
-    void titlesAreBlackAndLeaveThePainterAsItWas();
-    void clientWithNothingToShowGetsNoTitlesButTheReadOutFollows();
-    void clientThatShowsSomethingAgainGetsItsTitlesBack();
+    void stripShowsTitlesNotDrawnInThePlot_data();
+    void stripShowsTitlesNotDrawnInThePlot();
+    void plotShowsTitlesEnabledForIt_data() { stripShowsTitlesNotDrawnInThePlot_data(); }
+    void plotShowsTitlesEnabledForIt();
+    void titleOfXIsBetweenTheRangeLabels();
+    void titleOfYReadsUpwardAtTheLeft();
+    void titlesFitOddPlotSizes();
+    void titlesOfLargePlotsAreTwelvePointsHigh();
+    void titlesAreBlackAndRestoreThePainter();
+    void emptyClientHasNoTitlesButTheReadOutWorks();
+    void titlesReturnWhenTheClientDrawsAgain();
 
 private:
     QImage paintedTitles(bool xInArea, bool yInArea);
@@ -111,8 +112,8 @@ void tst_DispABase::cleanup()
     m_frame.reset();
 }
 
-/// The surface of the frame, with its titles "Energy" and "mut" set and a client that
-/// fills it white beforehand.
+/// The picture of the frame's surface with the titles "Energy" and "mut". A client
+/// fills the surface white first.
 QImage tst_DispABase::paintedTitles(bool xInArea, bool yInArea)
 {
     DispArea* area = m_frame->DispA;
@@ -127,7 +128,7 @@ QImage tst_DispABase::paintedTitles(bool xInArea, bool yInArea)
     return picture(area);
 }
 
-void tst_DispABase::stripStandsAboveTheSurface()
+void tst_DispABase::stripIsAboveTheSurface()
 {
     const auto* grid = qobject_cast<QGridLayout*>(m_frame->DispABFrame->layout());
     QVERIFY(grid);
@@ -153,7 +154,7 @@ void tst_DispABase::startsDockedWithTitlesInTheStrip()
     QCOMPARE(m_frame->yTitle, QString());
 }
 
-void tst_DispABase::signalsAndSlotsComeInTheirOrder()
+void tst_DispABase::signalsAndSlotsAreDeclaredInOrder()
 {
     const QMetaObject& meta = DispABase::staticMetaObject;
     QCOMPARE(memberNames(meta, QMetaMethod::Signal),
@@ -164,7 +165,7 @@ void tst_DispABase::signalsAndSlotsComeInTheirOrder()
                           "popDock()", "drawXYTitle(QStylePainter*)", "clearScale()"}));
 }
 
-void tst_DispABase::readOutShowsSixDigitsFromTheirStart_data()
+void tst_DispABase::readOutShowsSixDigitsFromTheStart_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QString>("text");
@@ -173,7 +174,7 @@ void tst_DispABase::readOutShowsSixDigitsFromTheirStart_data()
     QTest::newRow("small") << -0.000012345678 << "-1.23457e-05";
 }
 
-void tst_DispABase::readOutShowsSixDigitsFromTheirStart()
+void tst_DispABase::readOutShowsSixDigitsFromTheStart()
 {
     QFETCH(double, value);
     QFETCH(QString, text);
@@ -186,7 +187,7 @@ void tst_DispABase::readOutShowsSixDigitsFromTheirStart()
     QCOMPARE(m_frame->YPos->text(), text);
 }
 
-void tst_DispABase::stripShowsTheTitlesThatAreNotInThePlot_data()
+void tst_DispABase::stripShowsTitlesNotDrawnInThePlot_data()
 {
     QTest::addColumn<bool>("xInArea");
     QTest::addColumn<bool>("yInArea");
@@ -196,7 +197,7 @@ void tst_DispABase::stripShowsTheTitlesThatAreNotInThePlot_data()
     QTest::newRow("both in the plot") << true << true;
 }
 
-void tst_DispABase::stripShowsTheTitlesThatAreNotInThePlot()
+void tst_DispABase::stripShowsTitlesNotDrawnInThePlot()
 {
     QFETCH(bool, xInArea);
     QFETCH(bool, yInArea);
@@ -209,7 +210,7 @@ void tst_DispABase::stripShowsTheTitlesThatAreNotInThePlot()
     QCOMPARE(m_frame->YTitle->text(), yInArea ? "" : "mut");
 }
 
-void tst_DispABase::plotShowsTheTitlesThatBelongThere()
+void tst_DispABase::plotShowsTitlesEnabledForIt()
 {
     QFETCH(bool, xInArea);
     QFETCH(bool, yInArea);
@@ -217,8 +218,8 @@ void tst_DispABase::plotShowsTheTitlesThatBelongThere()
              expectedTitles(xInArea ? "Energy" : "", yInArea ? "mut" : ""));
 }
 
-// In the row of the labels of the range, with room at both sides.
-void tst_DispABase::titleOfXStandsBetweenTheRangeLabels()
+// The title is in the row of the range labels, with a gap on both sides.
+void tst_DispABase::titleOfXIsBetweenTheRangeLabels()
 {
     const QRect ink = inkOf(paintedTitles(true, false));
     QVERIFY(ink.width() > 10);
@@ -227,9 +228,9 @@ void tst_DispABase::titleOfXStandsBetweenTheRangeLabels()
     QVERIFY(qAbs(ink.center().x() - 210) <= 3);
 }
 
-// Turned to run upward, the bar of a "T" is at its left, and what comes first
-// in a title is at the bottom.
-void tst_DispABase::titleOfYRunsUpwardAtTheLeft()
+// In rotated text that reads upward, the bar of a "T" is at its left and the first
+// letter of a title is at the bottom.
+void tst_DispABase::titleOfYReadsUpwardAtTheLeft()
 {
     const QRect ink = inkOf(paintedTitles(false, true));
     QVERIFY(ink.height() > 10);
@@ -252,28 +253,29 @@ void tst_DispABase::titleOfYRunsUpwardAtTheLeft()
     QVERIFY(lower.width() > upper.width());
 }
 
-// Plot area of 333 by 217: 33 to 317, 196 up to 10. Rows of trunc(-9.3) = -9,
-// text of 7 (7.65), gap of 1 (1.35).
-void tst_DispABase::titlesFitOddSizes()
+// A surface of 333 by 217 has its plot area in columns 33 to 317 and rows 10 to 196.
+// The row of text is trunc(-9.3) = -9, the text 7 (7.65) and the gap 1 (1.35).
+void tst_DispABase::titlesFitOddPlotSizes()
 {
     paintedTitles(true, true);
     m_frame->DispA->setFixedSize(333, 217);
     const QImage titles = picture(m_frame->DispA);
-    QCOMPARE(titles, drawnByHand({333, 217}, [](QStylePainter* p) {
+    QCOMPARE(titles, surfaceWith({333, 217}, [](QStylePainter* p) {
                  drawTitle(p, {33.0, 197.0, 284.0, 7.0}, "Energy");
                  p->rotate(270.0);
                  drawTitle(p, {-217.0, 7.0, 217.0, 7.0}, "mut");
              }));
 }
 
-// Plot area of 800 by 900: 80 to 760, 810 up to 45. Rows of trunc(-38.25) = -38,
-// text of 32 (32.3), gap of 5 (5.7): room for 24 points.
-void tst_DispABase::titlesOfLargePlotsHaveTwelvePoints()
+// A surface of 800 by 900 has its plot area in columns 80 to 760 and rows 45 to 810.
+// The row of text is trunc(-38.25) = -38, the text 32 (32.3) and the gap 5 (5.7). 24
+// points would fit, but the size is limited to 12.
+void tst_DispABase::titlesOfLargePlotsAreTwelvePointsHigh()
 {
     paintedTitles(true, true);
     m_frame->DispA->setFixedSize(800, 900);
     const QImage titles = picture(m_frame->DispA);
-    QCOMPARE(titles, drawnByHand({800, 900}, [](QStylePainter* p) {
+    QCOMPARE(titles, surfaceWith({800, 900}, [](QStylePainter* p) {
                  QFont font;
                  font.setPointSizeF(12.0);
                  p->setFont(font);
@@ -283,28 +285,28 @@ void tst_DispABase::titlesOfLargePlotsHaveTwelvePoints()
              }));
 }
 
-void tst_DispABase::titlesAreBlackAndLeaveThePainterAsItWas()
+void tst_DispABase::titlesAreBlackAndRestoreThePainter()
 {
-    bool turnedBack = false;
+    bool transformRestored = false;
     connect(m_frame.get(), &DispABase::draw, this, [&](QStylePainter* p) {
         DispArea* area = m_frame->DispA;
         p->fillRect(area->rect(), Qt::white);
         area->cc.computeArea();
-        area->cc.drawn = false; // so that they are drawn here only
+        area->cc.drawn = false; // so that the frame does not draw the titles again
         p->setPen(Qt::red);
         m_frame->drawXYTitle(p);
         const QPointF corner = p->transform().map(QPointF(100.0, 50.0));
-        turnedBack = QLineF(corner, QPointF(100.0, 50.0)).length() < 1e-9;
+        transformRestored = QLineF(corner, QPointF(100.0, 50.0)).length() < 1e-9;
     });
     m_frame->xTitleInArea = true;
     m_frame->yTitleInArea = true;
     m_frame->setXYTitle("Energy", "mut");
     m_frame->DispA->setFixedSize(surfaceSize);
     QCOMPARE(picture(m_frame->DispA), expectedTitles("Energy", "mut"));
-    QVERIFY(turnedBack);
+    QVERIFY(transformRestored);
 }
 
-void tst_DispABase::clientWithNothingToShowGetsNoTitlesButTheReadOutFollows()
+void tst_DispABase::emptyClientHasNoTitlesButTheReadOutWorks()
 {
     connect(m_frame.get(), &DispABase::draw, this,
             [this](QStylePainter*) { m_frame->DispA->cc.drawn = false; });
@@ -318,7 +320,7 @@ void tst_DispABase::clientWithNothingToShowGetsNoTitlesButTheReadOutFollows()
     QCOMPARE(m_frame->YPos->text(), "0.25");
 }
 
-void tst_DispABase::clientThatShowsSomethingAgainGetsItsTitlesBack()
+void tst_DispABase::titlesReturnWhenTheClientDrawsAgain()
 {
     bool empty = true;
     connect(m_frame.get(), &DispABase::draw, this, [&](QStylePainter*) {

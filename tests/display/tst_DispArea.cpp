@@ -1,4 +1,4 @@
-// The surface under the mouse: marker lines, panning, the wheel.
+// Tests of DispArea's mouse input: marker lines, panning and the wheel.
 
 #include "display/DispArea.h"
 #include "support/MarkedLines.h"
@@ -15,9 +15,9 @@
 
 using namespace tests;
 
-// Every surface here is 400 by 300 pixels with the margins of a plot: the plot
-// area goes from 40 to 380 and from 270 up to 15. With the real range 0 to 340
-// and 0 to 255, one pixel is one unit: x = column - 40, y = 270 - row.
+// Every surface here is 400 by 300 pixels with the usual margins: its plot area is
+// columns 40 to 380 and rows 15 to 270. With the real range 0 to 340 and 0 to 255 one
+// pixel is one unit: x = column - 40, y = 270 - row.
 
 namespace
 {
@@ -32,7 +32,7 @@ struct KeyCase {
     Action action;
 };
 
-const QList<KeyCase> keysAtThePress{
+const QList<KeyCase> keysAtPress{
     {"none", Qt::NoModifier, Drag},
     {"Shift", Qt::ShiftModifier, Pan},
     {"Control", Qt::ControlModifier, Nothing},
@@ -56,83 +56,83 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void placeFollowsEveryMoveWithoutAButton();
-    void placeFollowsEveryMoveWithAnyButton();
-    void placeCountsFromTheWholeWidgetWithoutMargins();
-    void placeIsThatOfTheNearestPixel();
-    void pointerOverAWindowIsFollowedWithoutAButton();
+    void moveWithoutButtonReportsPosition();
+    void moveWithAnyButtonReportsPosition();
+    void positionRefersToWholeWidgetWithoutMargins();
+    void positionIsRoundedToNearestPixel();
+    void mouseTrackingIsOn();
 
-    void pressAnnouncesItselfByButtonAndKeys_data();
-    void pressAnnouncesItselfByButtonAndKeys();
-    void announcedRecordIsTheSurfacesOwn();
-    void keysAtThePressDecideWhatAMoveDoes_data();
-    void keysAtThePressDecideWhatAMoveDoes();
+    void onlyPlainLeftPressIsSignalled_data();
+    void onlyPlainLeftPressIsSignalled();
+    void signalsPassTheSurfacesOwnMouseState();
+    void modifiersAtPressSelectTheDragAction_data();
+    void modifiersAtPressSelectTheDragAction();
 
-    void moveDoesNothingUnlessTheLastPressWasOfTheLeftButton_data();
-    void moveDoesNothingUnlessTheLastPressWasOfTheLeftButton();
+    void moveIsIgnoredUnlessLeftButtonWasPressedLast_data();
+    void moveIsIgnoredUnlessLeftButtonWasPressedLast();
 
     void pressWithinTwentyPixelsSelectsTheLine_data();
     void pressWithinTwentyPixelsSelectsTheLine();
-    void nearestLineIsTaken_data();
-    void nearestLineIsTaken();
-    void lineIsHitInTheMarginsToo_data();
-    void lineIsHitInTheMarginsToo();
-    void lineBesideThePlotAreaIsHitWhereItWouldStand();
-    void relativeLineIsHitWhereItStands();
-    void lineOfWordsIsHitAtZero();
+    void nearestLineIsSelected_data();
+    void nearestLineIsSelected();
+    void lineIsHitInTheMargins_data();
+    void lineIsHitInTheMargins();
+    void lineOutsideThePlotAreaIsHitAtItsOwnPosition();
+    void relativeLineIsHitAtItsAbsolutePosition();
+    void lineWithUnparsableTextIsHitAtZero();
     void pressFarFromAllLinesKeepsTheSelection();
-    void pressOnAnEmptySetOrNoneIsOnlyAnnounced();
-    void anotherPressLetsTheHeldLineGoFirst();
+    void pressWithoutLinesOnlyEmitsSignals();
+    void secondPressFirstReleasesTheHeldLine();
 
-    void dragWritesTheTextFromItsStart();
+    void dragShowsTheStartOfTheText();
     void dragMovesAHorizontalLineInY();
-    void relativeLineIsDraggedAsADistanceFromItsBase_data();
-    void relativeLineIsDraggedAsADistanceFromItsBase();
-    void dragLeavesOtherLinesAlone();
-    void dragAsksForNoPaint();
-    void dragTextIsWrittenBeforeMovingAndMovingComesBeforeDragging();
-    void dragOfASelectionOutsideTheSetIsHarmless();
+    void dragOfRelativeLineWritesDistanceFromBase_data();
+    void dragOfRelativeLineWritesDistanceFromBase();
+    void dragKeepsOtherLines();
+    void dragRequestsNoRepaint();
+    void dragWritesTextThenEmitsMovingThenDragging();
+    void dragWithInvalidSelectedIndexIsHarmless();
 
-    void releaseOfAnyButtonEndsTheDragWithOneMoreStep_data();
-    void releaseOfAnyButtonEndsTheDragWithOneMoreStep();
-    void releaseTellsMovingThenNewPosThenReleased();
-    void releaseWithoutASelectionIsOnlyAnnounced();
-    void releaseWithoutASetIsOnlyAnnounced();
-    void rightPressMovesNothingButItsReleaseEndsTheDrag();
-    void setOfTwoSurfacesIsLetGoByEither();
+    void releaseOfAnyButtonMovesTheLineAndEndsTheDrag_data();
+    void releaseOfAnyButtonMovesTheLineAndEndsTheDrag();
+    void releaseEmitsMovingThenNewPosThenReleased();
+    void releaseWithoutSelectionOnlyEmitsReleased();
+    void releaseWithoutLinesOnlyEmitsReleased();
+    void rightPressKeepsTheDragAndItsReleaseEndsIt();
+    void eitherOfTwoSurfacesCanReleaseASharedLine();
 
     void panMovesTheContentsWithTheMouse();
-    void panMovesAgainFromTheLastPlace();
-    void panRepaintsAndLeavesTheScaleFlag_data();
-    void panRepaintsAndLeavesTheScaleFlag();
-    void placeUnderAPanIsTheOneBeforeIt();
+    void eachPanStepStartsAtThePreviousPosition();
+    void panRepaintsAndKeepsHasScale_data();
+    void panRepaintsAndKeepsHasScale();
+    void panReportsPositionInTheRangeBeforeIt();
 
-    void doubleClickOfAnyButtonReturnsToTheAutomaticRange_data();
-    void doubleClickOfAnyButtonReturnsToTheAutomaticRange();
-    void doubleClickLeavesThePlaceOfTheMouse();
-    void doubleClickByHandLeavesNothingHeld();
+    void doubleClickOfAnyButtonRestoresAutomaticRange_data();
+    void doubleClickOfAnyButtonRestoresAutomaticRange();
+    void doubleClickKeepsRecordedMousePositions();
+    void fullDoubleClickSequenceLeavesNoLineHeld();
 
-    void wheelZoomsAboutThePointer_data();
-    void wheelZoomsAboutThePointer();
-    void wheelStepDoesNotDependOnTheTurn_data();
-    void wheelStepDoesNotDependOnTheTurn();
-    void wheelBesideAnAxisChangesThatAxisOnly_data();
-    void wheelBesideAnAxisChangesThatAxisOnly();
+    void wheelZoomsAroundThePointer_data();
+    void wheelZoomsAroundThePointer();
+    void wheelStepIsIndependentOfTheAngle_data();
+    void wheelStepIsIndependentOfTheAngle();
+    void wheelInAnEdgeBandZoomsOneAxisOnly_data();
+    void wheelInAnEdgeBandZoomsOneAxisOnly();
     void edgeBandIsATenthOfThePlotArea_data();
     void edgeBandIsATenthOfThePlotArea();
-    void wheelLooksAtTheLastMoveAndNotAtItsOwnPlace();
-    void wheelThereAndBackIsNoChange();
-    void wheelRepaintsOnceAndLeavesTheScaleFlag();
-    void automaticRangeOverwritesAWheelStepAtTheNextPaint();
-    void wheelTellsNobody();
+    void wheelUsesPositionOfLastMove();
+    void wheelBackAndForthRestoresTheRange();
+    void wheelRepaintsOnceAndKeepsHasScale();
+    void automaticRangeDiscardsWheelStepAtNextPaint();
+    void wheelEmitsNoSignal();
 
-    void placesBeforeTheFirstPaintTakeTheWholeWidget();
-    void signalsComeInTheirOrder();
+    void positionsBeforeFirstPaintReferToWholeWidget();
+    void signalsAreDeclaredInOrder();
 
 private:
     std::unique_ptr<DispArea> makeSurface() const;
     QList<double> range() const;
-    bool rangeIs(const QList<double>& wanted) const;
+    bool rangeIs(const QList<double>& expected) const;
     void record();
 
     std::unique_ptr<DispArea> m_area;
@@ -176,21 +176,22 @@ QList<double> tst_DispArea::range() const
     return {cc.realX0, cc.realY0, cc.realX1, cc.realY1};
 }
 
-// Tolerance 1e-9: a few hundred units through two or three operations.
-bool tst_DispArea::rangeIs(const QList<double>& wanted) const
+// Tolerance 1e-9: rounding errors of two or three operations on numbers of a few
+// hundred.
+bool tst_DispArea::rangeIs(const QList<double>& expected) const
 {
     const QList<double> got = range();
     for (qsizetype i = 0; i < got.size(); ++i) {
-        if (!(std::abs(got.at(i) - wanted.at(i)) <= 1e-9)) {
-            qWarning() << "range (x0, y0, x1, y1) is" << got << "instead of" << wanted;
+        if (!(std::abs(got.at(i) - expected.at(i)) <= 1e-9)) {
+            qWarning() << "range (x0, y0, x1, y1) is" << got << "instead of" << expected;
             return false;
         }
     }
     return true;
 }
 
-/// Writes down all signals of the surface and of the lines, with what was
-/// selected at that moment.
+/// Records in m_order all signals of the surface and of the lines, each with the index
+/// of the selected line (-1 without a selection).
 void tst_DispArea::record()
 {
     const auto note = [this](const char* name) {
@@ -206,73 +207,74 @@ void tst_DispArea::record()
     connect(&m_lines->set, &MarkLines::newPos, this, [note] { note("newPos"); });
 }
 
-void tst_DispArea::placeFollowsEveryMoveWithoutAButton()
+void tst_DispArea::moveWithoutButtonReportsPosition()
 {
-    const QSignalSpy places(m_area.get(), &DispArea::nowPos);
+    const QSignalSpy positions(m_area.get(), &DispArea::nowPos);
     tests::move(m_area.get(), {140.0, 170.0});
     tests::move(m_area.get(), {30.0, 290.0});
-    QCOMPARE(places.size(), 2);
-    QCOMPARE(places.at(0), (QVariantList{100.0, 100.0}));
-    QCOMPARE(places.at(1), (QVariantList{-10.0, -20.0}));
+    QCOMPARE(positions.size(), 2);
+    QCOMPARE(positions.at(0), (QVariantList{100.0, 100.0}));
+    QCOMPARE(positions.at(1), (QVariantList{-10.0, -20.0}));
 }
 
-void tst_DispArea::placeFollowsEveryMoveWithAnyButton()
+void tst_DispArea::moveWithAnyButtonReportsPosition()
 {
     for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
-        const QSignalSpy places(m_area.get(), &DispArea::nowPos);
+        const QSignalSpy positions(m_area.get(), &DispArea::nowPos);
         press(m_area.get(), {140.0, 170.0}, button);
-        QCOMPARE(places.size(), 0);
+        QCOMPARE(positions.size(), 0);
         tests::move(m_area.get(), {150.0, 150.0}, button);
         release(m_area.get(), {160.0, 150.0}, button);
-        QCOMPARE(places.size(), 1);
-        QCOMPARE(places.at(0), (QVariantList{110.0, 120.0}));
+        QCOMPARE(positions.size(), 1);
+        QCOMPARE(positions.at(0), (QVariantList{110.0, 120.0}));
     }
 }
 
-// A quarter of 400 pixels from the left, a quarter of 300 from the bottom.
-void tst_DispArea::placeCountsFromTheWholeWidgetWithoutMargins()
+// The position is a quarter of 400 pixels from the left and a quarter of 300 from the
+// bottom.
+void tst_DispArea::positionRefersToWholeWidgetWithoutMargins()
 {
     DispArea bare;
     bare.show();
     QVERIFY(QTest::qWaitForWindowExposed(&bare));
     QTRY_COMPARE(bare.cc.areaX1, 400.0);
-    const QSignalSpy places(&bare, &DispArea::nowPos);
+    const QSignalSpy positions(&bare, &DispArea::nowPos);
     tests::move(&bare, {100.0, 225.0});
-    QCOMPARE(places.size(), 1);
-    QCOMPARE(places.at(0), (QVariantList{0.25, 0.25}));
+    QCOMPARE(positions.size(), 1);
+    QCOMPARE(positions.at(0), (QVariantList{0.25, 0.25}));
 }
 
-void tst_DispArea::placeIsThatOfTheNearestPixel()
+void tst_DispArea::positionIsRoundedToNearestPixel()
 {
-    const QSignalSpy places(m_area.get(), &DispArea::nowPos);
+    const QSignalSpy positions(m_area.get(), &DispArea::nowPos);
     tests::move(m_area.get(), {139.5, 170.25});
-    QCOMPARE(places.size(), 1);
-    QCOMPARE(places.at(0), (QVariantList{100.0, 100.0}));
+    QCOMPARE(positions.size(), 1);
+    QCOMPARE(positions.at(0), (QVariantList{100.0, 100.0}));
 }
 
-void tst_DispArea::pointerOverAWindowIsFollowedWithoutAButton()
+void tst_DispArea::mouseTrackingIsOn()
 {
     QVERIFY(m_area->hasMouseTracking());
-    const QSignalSpy places(m_area.get(), &DispArea::nowPos);
+    const QSignalSpy positions(m_area.get(), &DispArea::nowPos);
     QTest::mouseMove(m_area->windowHandle(), QPoint(140, 170));
     QCoreApplication::processEvents();
-    QVERIFY(!places.isEmpty());
-    QCOMPARE(places.last(), (QVariantList{100.0, 100.0}));
+    QVERIFY(!positions.isEmpty());
+    QCOMPARE(positions.last(), (QVariantList{100.0, 100.0}));
 }
 
-void tst_DispArea::pressAnnouncesItselfByButtonAndKeys_data()
+void tst_DispArea::onlyPlainLeftPressIsSignalled_data()
 {
     QTest::addColumn<Qt::MouseButton>("button");
     QTest::addColumn<Qt::KeyboardModifiers>("keys");
     QTest::addColumn<bool>("announced");
-    for (const KeyCase& at : keysAtThePress) {
+    for (const KeyCase& at : keysAtPress) {
         QTest::addRow("left %s", at.name) << Qt::LeftButton << at.keys << (at.action == Drag);
         QTest::addRow("right %s", at.name) << Qt::RightButton << at.keys << false;
         QTest::addRow("middle %s", at.name) << Qt::MiddleButton << at.keys << false;
     }
 }
 
-void tst_DispArea::pressAnnouncesItselfByButtonAndKeys()
+void tst_DispArea::onlyPlainLeftPressIsSignalled()
 {
     QFETCH(Qt::MouseButton, button);
     QFETCH(Qt::KeyboardModifiers, keys);
@@ -282,14 +284,14 @@ void tst_DispArea::pressAnnouncesItselfByButtonAndKeys()
     press(m_area.get(), {140.0, 170.0}, button, keys);
     QCOMPARE(m_order, announced ? QStringList{"pressed 0"} : QStringList());
     QCOMPARE(m_lines->set.selected, announced);
-    // Recorded it is in any case.
+    // The press is recorded even if it is not signalled.
     QVERIFY(m_area->mouse.pressed);
     QCOMPARE(m_area->mouse.pressPos, QPoint(140, 170));
     QCOMPARE(m_area->mouse.pressButton, button);
     QCOMPARE(m_area->mouse.pressMods, keys);
 }
 
-void tst_DispArea::announcedRecordIsTheSurfacesOwn()
+void tst_DispArea::signalsPassTheSurfacesOwnMouseState()
 {
     QList<MouseC*> records;
     const auto keep = [&records](MouseC* m) { records << m; };
@@ -304,23 +306,23 @@ void tst_DispArea::announcedRecordIsTheSurfacesOwn()
     QCOMPARE(records, QList<MouseC*>(4, &m_area->mouse));
 }
 
-void tst_DispArea::keysAtThePressDecideWhatAMoveDoes_data()
+void tst_DispArea::modifiersAtPressSelectTheDragAction_data()
 {
     QTest::addColumn<Qt::KeyboardModifiers>("atPress");
     QTest::addColumn<Qt::KeyboardModifiers>("atMove");
     QTest::addColumn<int>("action");
-    for (const KeyCase& before : keysAtThePress) {
-        for (const KeyCase& now : keysAtThePress) {
+    for (const KeyCase& before : keysAtPress) {
+        for (const KeyCase& now : keysAtPress) {
             QTest::addRow("%s, then %s", before.name, now.name)
                 << before.keys << now.keys << int(before.action);
         }
     }
 }
 
-// From (100, 100) to (120, 120) in data values: a line is dragged to 120, a pan
-// takes 20 off all limits. The line is marked as held whatever the press found,
-// so that a step of the drag would show.
-void tst_DispArea::keysAtThePressDecideWhatAMoveDoes()
+// The mouse moves from (100, 100) to (120, 120) in data values: a drag moves the line
+// to 120, a pan subtracts 20 from all limits. The line is marked as held for every kind
+// of press, so that an unwanted drag would be visible.
+void tst_DispArea::modifiersAtPressSelectTheDragAction()
 {
     QFETCH(Qt::KeyboardModifiers, atPress);
     QFETCH(Qt::KeyboardModifiers, atMove);
@@ -330,17 +332,17 @@ void tst_DispArea::keysAtThePressDecideWhatAMoveDoes()
     m_lines->hold(0);
     record();
     drag(m_area.get(), {160.0, 150.0}, atMove);
-    QStringList wanted{"nowPos 0"};
+    QStringList expected{"nowPos 0"};
     if (action == Drag) {
-        wanted << "moving 0"
-               << "dragging 0";
+        expected << "moving 0"
+                 << "dragging 0";
     }
-    QCOMPARE(m_order, wanted);
+    QCOMPARE(m_order, expected);
     QCOMPARE(m_lines->text(0), action == Drag ? "120" : "100");
     QVERIFY(rangeIs(action == Pan ? QList<double>{-20.0, -20.0, 320.0, 235.0} : unitRange));
 }
 
-void tst_DispArea::moveDoesNothingUnlessTheLastPressWasOfTheLeftButton_data()
+void tst_DispArea::moveIsIgnoredUnlessLeftButtonWasPressedLast_data()
 {
     QTest::addColumn<QList<Qt::MouseButton>>("presses");
     QTest::addColumn<bool>("released");
@@ -351,9 +353,9 @@ void tst_DispArea::moveDoesNothingUnlessTheLastPressWasOfTheLeftButton_data()
     QTest::newRow("middle press last") << Buttons{Qt::LeftButton, Qt::MiddleButton} << false;
 }
 
-// What the move says about buttons is not looked at: the record of the press is. With
-// Shift it would pan.
-void tst_DispArea::moveDoesNothingUnlessTheLastPressWasOfTheLeftButton()
+// The buttons in the move event are ignored; the recorded press counts. With Shift the
+// move would pan.
+void tst_DispArea::moveIsIgnoredUnlessLeftButtonWasPressedLast()
 {
     QFETCH(QList<Qt::MouseButton>, presses);
     QFETCH(bool, released);
@@ -380,8 +382,8 @@ void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<bool>("hit");
-    // Column 140 and row 170 are the value 100.
-    QTest::newRow("vertical, on it") << vertical << "100" << QPointF(140, 60) << true;
+    // Column 140 and row 170 have the value 100.
+    QTest::newRow("vertical, 0") << vertical << "100" << QPointF(140, 60) << true;
     QTest::newRow("vertical, 19 right") << vertical << "100" << QPointF(159, 60) << true;
     QTest::newRow("vertical, 19 left") << vertical << "100" << QPointF(121, 60) << true;
     QTest::newRow("vertical, 20 right") << vertical << "100" << QPointF(160, 60) << false;
@@ -389,13 +391,14 @@ void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine_data()
     QTest::newRow("vertical, 19.75") << vertical << "99.75" << QPointF(120, 60) << true;
     QTest::newRow("vertical, rounded to 19") << vertical << "100" << QPointF(159.25, 60) << true;
     QTest::newRow("vertical, rounded to 20") << vertical << "100" << QPointF(159.5, 60) << false;
-    QTest::newRow("horizontal, on it") << horizontal << "100" << QPointF(300, 170) << true;
+    QTest::newRow("horizontal, 0") << horizontal << "100" << QPointF(300, 170) << true;
     QTest::newRow("horizontal, 19 up") << horizontal << "100" << QPointF(300, 151) << true;
     QTest::newRow("horizontal, 19 down") << horizontal << "100" << QPointF(300, 189) << true;
     QTest::newRow("horizontal, 20 up") << horizontal << "100" << QPointF(300, 150) << false;
     QTest::newRow("horizontal, 20 down") << horizontal << "100" << QPointF(300, 190) << false;
     QTest::newRow("horizontal, 19.75 up") << horizontal << "100.25" << QPointF(300, 150) << true;
-    QTest::newRow("any direction but 0 is horizontal") << -7 << "100" << QPointF(300, 170) << true;
+    QTest::newRow("any direction other than 0 is horizontal")
+        << -7 << "100" << QPointF(300, 170) << true;
 }
 
 void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine()
@@ -413,40 +416,40 @@ void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine()
     QCOMPARE(m_lines->text(0), text);
 }
 
-void tst_DispArea::nearestLineIsTaken_data()
+void tst_DispArea::nearestLineIsSelected_data()
 {
     QTest::addColumn<QStringList>("values");
     QTest::addColumn<QList<int>>("directions");
-    QTest::addColumn<int>("taken");
-    // The press is at the value 105 in both x and y.
-    const QList<int> upright{vertical, vertical, vertical};
-    QTest::newRow("middle one") << QStringList{"90", "104", "110"} << upright << 1;
-    QTest::newRow("last one") << QStringList{"90", "100", "106"} << upright << 2;
+    QTest::addColumn<int>("selected");
+    // The press is at value 105 in x and y.
+    const QList<int> allVertical{vertical, vertical, vertical};
+    QTest::newRow("middle one") << QStringList{"90", "104", "110"} << allVertical << 1;
+    QTest::newRow("last one") << QStringList{"90", "100", "106"} << allVertical << 2;
     QTest::newRow("midway between two, lower first")
-        << QStringList{"100", "110", "300"} << upright << 0;
+        << QStringList{"100", "110", "300"} << allVertical << 0;
     QTest::newRow("midway between two, upper first")
-        << QStringList{"300", "110", "100"} << upright << 1;
-    QTest::newRow("two in one place") << QStringList{"300", "105", "105"} << upright << 1;
+        << QStringList{"300", "110", "100"} << allVertical << 1;
+    QTest::newRow("two at the same value") << QStringList{"300", "105", "105"} << allVertical << 1;
     QTest::newRow("horizontal one is nearer")
         << QStringList{"100", "107", "300"} << QList<int>{vertical, horizontal, vertical} << 1;
-    QTest::newRow("as far in x as in y")
+    QTest::newRow("equal distance in x and y")
         << QStringList{"300", "100", "110"} << QList<int>{vertical, horizontal, vertical} << 1;
 }
 
-void tst_DispArea::nearestLineIsTaken()
+void tst_DispArea::nearestLineIsSelected()
 {
     QFETCH(QStringList, values);
     QFETCH(QList<int>, directions);
-    QFETCH(int, taken);
+    QFETCH(int, selected);
     for (int i = 0; i < values.size(); ++i) {
         m_lines->add(values.at(i), directions.at(i));
     }
     press(m_area.get(), {145.0, 165.0});
     QVERIFY(m_lines->set.selected);
-    QCOMPARE(m_lines->set.selectedIndex, taken);
+    QCOMPARE(m_lines->set.selectedIndex, selected);
 }
 
-void tst_DispArea::lineIsHitInTheMarginsToo_data()
+void tst_DispArea::lineIsHitInTheMargins_data()
 {
     QTest::addColumn<int>("direction");
     QTest::addColumn<QPointF>("at");
@@ -456,7 +459,7 @@ void tst_DispArea::lineIsHitInTheMarginsToo_data()
     QTest::newRow("right") << horizontal << QPointF(399, 170);
 }
 
-void tst_DispArea::lineIsHitInTheMarginsToo()
+void tst_DispArea::lineIsHitInTheMargins()
 {
     QFETCH(int, direction);
     QFETCH(QPointF, at);
@@ -465,8 +468,8 @@ void tst_DispArea::lineIsHitInTheMarginsToo()
     QVERIFY(m_lines->set.selected);
 }
 
-// -25 belongs to column 15, in the left margin.
-void tst_DispArea::lineBesideThePlotAreaIsHitWhereItWouldStand()
+// The value -25 is in column 15, in the left margin.
+void tst_DispArea::lineOutsideThePlotAreaIsHitAtItsOwnPosition()
 {
     m_lines->add("-25");
     press(m_area.get(), {40.0, 100.0});
@@ -475,7 +478,7 @@ void tst_DispArea::lineBesideThePlotAreaIsHitWhereItWouldStand()
     QVERIFY(m_lines->set.selected);
 }
 
-void tst_DispArea::relativeLineIsHitWhereItStands()
+void tst_DispArea::relativeLineIsHitAtItsAbsolutePosition()
 {
     m_lines->add("200");
     m_lines->add("-100", vertical, 0);
@@ -484,7 +487,7 @@ void tst_DispArea::relativeLineIsHitWhereItStands()
     QCOMPARE(m_lines->set.selectedIndex, 1);
 }
 
-void tst_DispArea::lineOfWordsIsHitAtZero()
+void tst_DispArea::lineWithUnparsableTextIsHitAtZero()
 {
     m_lines->add("edge");
     press(m_area.get(), {40.0, 100.0});
@@ -501,7 +504,7 @@ void tst_DispArea::pressFarFromAllLinesKeepsTheSelection()
     QCOMPARE(m_order, QStringList{"pressed 1"});
 }
 
-void tst_DispArea::pressOnAnEmptySetOrNoneIsOnlyAnnounced()
+void tst_DispArea::pressWithoutLinesOnlyEmitsSignals()
 {
     record();
     for (MarkLines* set : {&m_lines->set, static_cast<MarkLines*>(nullptr)}) {
@@ -513,8 +516,8 @@ void tst_DispArea::pressOnAnEmptySetOrNoneIsOnlyAnnounced()
     }
 }
 
-// The line that was held is still the selected one while newPos() runs.
-void tst_DispArea::anotherPressLetsTheHeldLineGoFirst()
+// The held line is still the selected one while newPos() is emitted.
+void tst_DispArea::secondPressFirstReleasesTheHeldLine()
 {
     m_lines->add("100");
     m_lines->add("200");
@@ -526,8 +529,9 @@ void tst_DispArea::anotherPressLetsTheHeldLineGoFirst()
     QCOMPARE(m_lines->text(1), "200");
 }
 
-// 100 units over 340 pixels: column 177 is 8300 + 137 * 100 / 340 = 8340.29411...
-void tst_DispArea::dragWritesTheTextFromItsStart()
+// The range is 100 units over 340 pixels, so column 177 is 8300 + 137 * 100 / 340 =
+// 8340.29411...
+void tst_DispArea::dragShowsTheStartOfTheText()
 {
     m_area->cc.setRealX(8300.0, 8400.0);
     const MarkLine* line = m_lines->add("8350"); // column 210
@@ -545,7 +549,7 @@ void tst_DispArea::dragMovesAHorizontalLineInY()
     QCOMPARE(m_lines->text(0), "120");
 }
 
-void tst_DispArea::relativeLineIsDraggedAsADistanceFromItsBase_data()
+void tst_DispArea::dragOfRelativeLineWritesDistanceFromBase_data()
 {
     QTest::addColumn<int>("direction");
     QTest::addColumn<QString>("base");
@@ -558,11 +562,11 @@ void tst_DispArea::relativeLineIsDraggedAsADistanceFromItsBase_data()
                                     << "-100.5" << 200.0;
     QTest::newRow("horizontal") << horizontal << "150"
                                 << "-30" << 120.0;
-    QTest::newRow("base of words counts as 0") << vertical << "edge"
-                                               << "200" << 200.0;
+    QTest::newRow("unparsable base counts as 0") << vertical << "edge"
+                                                 << "200" << 200.0;
 }
 
-void tst_DispArea::relativeLineIsDraggedAsADistanceFromItsBase()
+void tst_DispArea::dragOfRelativeLineWritesDistanceFromBase()
 {
     QFETCH(int, direction);
     QFETCH(QString, base);
@@ -570,7 +574,7 @@ void tst_DispArea::relativeLineIsDraggedAsADistanceFromItsBase()
     QFETCH(double, value);
     m_lines->add(base, direction);
     MarkLine* line = m_lines->add("7", direction, 0);
-    press(m_area.get(), {380.0, 15.0}); // finds no line
+    press(m_area.get(), {380.0, 15.0}); // too far from both lines
     m_lines->hold(1);
     line->edit->setCursorPosition(1);
     drag(m_area.get(), {240.0, 150.0});
@@ -580,19 +584,19 @@ void tst_DispArea::relativeLineIsDraggedAsADistanceFromItsBase()
     QCOMPARE(m_lines->text(0), base);
 }
 
-void tst_DispArea::dragLeavesOtherLinesAlone()
+void tst_DispArea::dragKeepsOtherLines()
 {
     m_lines->add("100");
     m_lines->add("110");
     press(m_area.get(), {150.0, 170.0});
-    drag(m_area.get(), {140.0, 170.0}); // over the first one
+    drag(m_area.get(), {140.0, 170.0}); // onto the first line
     drag(m_area.get(), {130.0, 170.0});
     QCOMPARE(m_lines->text(0), "100");
     QCOMPARE(m_lines->text(1), "90");
 }
 
-// Whoever listens to moving() repaints.
-void tst_DispArea::dragAsksForNoPaint()
+// The surface requests no repaint itself: the slots connected to moving() do.
+void tst_DispArea::dragRequestsNoRepaint()
 {
     m_lines->add("100");
     PaintCounter paints(m_area.get());
@@ -603,7 +607,7 @@ void tst_DispArea::dragAsksForNoPaint()
     QCOMPARE(paints.within(50), 0);
 }
 
-void tst_DispArea::dragTextIsWrittenBeforeMovingAndMovingComesBeforeDragging()
+void tst_DispArea::dragWritesTextThenEmitsMovingThenDragging()
 {
     m_lines->add("100");
     press(m_area.get(), {140.0, 170.0});
@@ -615,7 +619,7 @@ void tst_DispArea::dragTextIsWrittenBeforeMovingAndMovingComesBeforeDragging()
     QCOMPARE(m_order, (QStringList{"moving 101", "dragging 101", "moving 102", "dragging 102"}));
 }
 
-void tst_DispArea::dragOfASelectionOutsideTheSetIsHarmless()
+void tst_DispArea::dragWithInvalidSelectedIndexIsHarmless()
 {
     m_lines->add("100");
     const QSignalSpy moving(&m_lines->set, &MarkLines::moving);
@@ -630,18 +634,18 @@ void tst_DispArea::dragOfASelectionOutsideTheSetIsHarmless()
     }
 }
 
-void tst_DispArea::releaseOfAnyButtonEndsTheDragWithOneMoreStep_data()
+void tst_DispArea::releaseOfAnyButtonMovesTheLineAndEndsTheDrag_data()
 {
     QTest::addColumn<Qt::MouseButton>("button");
     QTest::addColumn<Qt::KeyboardModifiers>("keys");
-    for (const KeyCase& at : keysAtThePress) {
+    for (const KeyCase& at : keysAtPress) {
         QTest::addRow("left %s", at.name) << Qt::LeftButton << at.keys;
     }
     QTest::newRow("right") << Qt::RightButton << Qt::KeyboardModifiers();
     QTest::newRow("middle") << Qt::MiddleButton << Qt::KeyboardModifiers();
 }
 
-void tst_DispArea::releaseOfAnyButtonEndsTheDragWithOneMoreStep()
+void tst_DispArea::releaseOfAnyButtonMovesTheLineAndEndsTheDrag()
 {
     QFETCH(Qt::MouseButton, button);
     QFETCH(Qt::KeyboardModifiers, keys);
@@ -657,7 +661,7 @@ void tst_DispArea::releaseOfAnyButtonEndsTheDragWithOneMoreStep()
     QVERIFY(!m_area->mouse.pressed);
 }
 
-void tst_DispArea::releaseTellsMovingThenNewPosThenReleased()
+void tst_DispArea::releaseEmitsMovingThenNewPosThenReleased()
 {
     m_lines->add("300");
     m_lines->add("100");
@@ -668,7 +672,7 @@ void tst_DispArea::releaseTellsMovingThenNewPosThenReleased()
     QCOMPARE(m_lines->text(1), "110");
 }
 
-void tst_DispArea::releaseWithoutASelectionIsOnlyAnnounced()
+void tst_DispArea::releaseWithoutSelectionOnlyEmitsReleased()
 {
     m_lines->add("100");
     press(m_area.get(), {300.0, 170.0});
@@ -678,7 +682,7 @@ void tst_DispArea::releaseWithoutASelectionIsOnlyAnnounced()
     QCOMPARE(m_lines->text(0), "100");
 }
 
-void tst_DispArea::releaseWithoutASetIsOnlyAnnounced()
+void tst_DispArea::releaseWithoutLinesOnlyEmitsReleased()
 {
     m_area->markLines = nullptr;
     record();
@@ -687,7 +691,7 @@ void tst_DispArea::releaseWithoutASetIsOnlyAnnounced()
     QCOMPARE(m_area->mouse.releasePos, QPoint(140, 170));
 }
 
-void tst_DispArea::rightPressMovesNothingButItsReleaseEndsTheDrag()
+void tst_DispArea::rightPressKeepsTheDragAndItsReleaseEndsIt()
 {
     m_lines->add("100");
     press(m_area.get(), {140.0, 170.0});
@@ -700,7 +704,7 @@ void tst_DispArea::rightPressMovesNothingButItsReleaseEndsTheDrag()
     QCOMPARE(m_lines->text(0), "120");
 }
 
-void tst_DispArea::setOfTwoSurfacesIsLetGoByEither()
+void tst_DispArea::eitherOfTwoSurfacesCanReleaseASharedLine()
 {
     const std::unique_ptr<DispArea> other = makeSurface();
     other->markLines = &m_lines->set;
@@ -716,7 +720,7 @@ void tst_DispArea::setOfTwoSurfacesIsLetGoByEither()
     QVERIFY(!m_lines->set.selected);
 }
 
-// The value 100 is under the mouse before and after, in x and in y.
+// The value under the mouse is 100 before and after the pan, in x and y.
 void tst_DispArea::panMovesTheContentsWithTheMouse()
 {
     record();
@@ -730,7 +734,7 @@ void tst_DispArea::panMovesTheContentsWithTheMouse()
     QCOMPARE(m_order, (QStringList{"nowPos -1", "released -1"}));
 }
 
-void tst_DispArea::panMovesAgainFromTheLastPlace()
+void tst_DispArea::eachPanStepStartsAtThePreviousPosition()
 {
     press(m_area.get(), {140.0, 170.0}, Qt::LeftButton, Qt::ShiftModifier);
     drag(m_area.get(), {150.0, 150.0}, Qt::ShiftModifier);
@@ -740,14 +744,14 @@ void tst_DispArea::panMovesAgainFromTheLastPlace()
     QVERIFY(rangeIs({30.0, 10.0, 370.0, 265.0}));
 }
 
-void tst_DispArea::panRepaintsAndLeavesTheScaleFlag_data()
+void tst_DispArea::panRepaintsAndKeepsHasScale_data()
 {
     QTest::addColumn<bool>("hasScale");
     QTest::newRow("fixed range") << true;
     QTest::newRow("automatic range") << false;
 }
 
-void tst_DispArea::panRepaintsAndLeavesTheScaleFlag()
+void tst_DispArea::panRepaintsAndKeepsHasScale()
 {
     QFETCH(bool, hasScale);
     PaintCounter paints(m_area.get());
@@ -760,21 +764,21 @@ void tst_DispArea::panRepaintsAndLeavesTheScaleFlag()
     QCOMPARE(m_area->hasScale, hasScale);
     QCOMPARE(paints.within(50), 1);
     QCOMPARE(m_area->hasScale, hasScale);
-    // With nobody to set an automatic range it is 0 to 1 at each paint.
+    // Without a client that sets a range, the automatic range is 0 to 1 at each paint.
     QVERIFY(rangeIs(hasScale ? QList<double>{-10.0, -20.0, 330.0, 235.0}
                              : QList<double>{0.0, 0.0, 1.0, 1.0}));
 }
 
-void tst_DispArea::placeUnderAPanIsTheOneBeforeIt()
+void tst_DispArea::panReportsPositionInTheRangeBeforeIt()
 {
-    const QSignalSpy places(m_area.get(), &DispArea::nowPos);
+    const QSignalSpy positions(m_area.get(), &DispArea::nowPos);
     press(m_area.get(), {140.0, 170.0}, Qt::LeftButton, Qt::ShiftModifier);
     drag(m_area.get(), {150.0, 150.0}, Qt::ShiftModifier);
-    QCOMPARE(places.size(), 1);
-    QCOMPARE(places.at(0), (QVariantList{110.0, 120.0}));
+    QCOMPARE(positions.size(), 1);
+    QCOMPARE(positions.at(0), (QVariantList{110.0, 120.0}));
 }
 
-void tst_DispArea::doubleClickOfAnyButtonReturnsToTheAutomaticRange_data()
+void tst_DispArea::doubleClickOfAnyButtonRestoresAutomaticRange_data()
 {
     QTest::addColumn<Qt::MouseButton>("button");
     QTest::addColumn<Qt::KeyboardModifiers>("keys");
@@ -784,29 +788,29 @@ void tst_DispArea::doubleClickOfAnyButtonReturnsToTheAutomaticRange_data()
     QTest::newRow("left with Shift") << Qt::LeftButton << Qt::KeyboardModifiers(Qt::ShiftModifier);
 }
 
-void tst_DispArea::doubleClickOfAnyButtonReturnsToTheAutomaticRange()
+void tst_DispArea::doubleClickOfAnyButtonRestoresAutomaticRange()
 {
     QFETCH(Qt::MouseButton, button);
     QFETCH(Qt::KeyboardModifiers, keys);
     PaintCounter paints(m_area.get());
     paints.settle();
     record();
-    bool scaleWhenTold = true;
+    bool scaleAtSignal = true;
     connect(m_area.get(), &DispArea::mDClicked, this,
-            [&](const MouseC*) { scaleWhenTold = m_area->hasScale; });
+            [&](const MouseC*) { scaleAtSignal = m_area->hasScale; });
     doubleClick(m_area.get(), {140.0, 170.0}, button, keys);
     QCOMPARE(m_order, QStringList{"dClicked -1"});
     QVERIFY(!m_area->hasScale);
-    QVERIFY(!scaleWhenTold);
+    QVERIFY(!scaleAtSignal);
     QCOMPARE(m_area->mouse.dClickPos, QPoint(140, 170));
     QCOMPARE(m_area->mouse.dClickButton, button);
     QCOMPARE(m_area->mouse.dClickMods, keys);
-    QVERIFY(rangeIs(unitRange)); // until the paint
+    QVERIFY(rangeIs(unitRange)); // unchanged until the paint
     QCOMPARE(paints.within(50), 1);
     QVERIFY(rangeIs({0.0, 0.0, 1.0, 1.0}));
 }
 
-void tst_DispArea::doubleClickLeavesThePlaceOfTheMouse()
+void tst_DispArea::doubleClickKeepsRecordedMousePositions()
 {
     tests::move(m_area.get(), {50.0, 60.0});
     tests::move(m_area.get(), {70.0, 80.0});
@@ -816,9 +820,9 @@ void tst_DispArea::doubleClickLeavesThePlaceOfTheMouse()
     QVERIFY(!m_area->mouse.pressed);
 }
 
-// Press, release, double click, release: a press before the double click and a
-// release after it are treated as any others.
-void tst_DispArea::doubleClickByHandLeavesNothingHeld()
+// The full event sequence is press, release, double click, release. The release after
+// the double click is handled like any other.
+void tst_DispArea::fullDoubleClickSequenceLeavesNoLineHeld()
 {
     m_lines->add("100");
     record();
@@ -833,11 +837,12 @@ void tst_DispArea::doubleClickByHandLeavesNothingHeld()
     QCOMPARE(m_lines->text(0), "100");
 }
 
-void tst_DispArea::wheelZoomsAboutThePointer_data()
+void tst_DispArea::wheelZoomsAroundThePointer_data()
 {
     QTest::addColumn<int>("turn");
-    QTest::addColumn<QList<double>>("wanted");
-    // About (100, 100): limits 100 below and 240 or 155 above it, by 1.1.
+    QTest::addColumn<QList<double>>("expected");
+    // Zoom by 1.1 around (100, 100): the limits are 100 below and 240 (x) or 155 (y)
+    // above it.
     QTest::newRow("towards the user, out") << -120 << QList<double>{-10.0, -10.0, 364.0, 270.5};
     QTest::newRow("away from the user, in")
         << 120
@@ -845,34 +850,34 @@ void tst_DispArea::wheelZoomsAboutThePointer_data()
                          100.0 + 1550.0 / 11.0};
 }
 
-void tst_DispArea::wheelZoomsAboutThePointer()
+void tst_DispArea::wheelZoomsAroundThePointer()
 {
     QFETCH(int, turn);
-    QFETCH(QList<double>, wanted);
+    QFETCH(QList<double>, expected);
     tests::move(m_area.get(), {140.0, 170.0});
     turnWheel(m_area.get(), {140.0, 170.0}, {0, turn});
-    QVERIFY(rangeIs(wanted));
+    QVERIFY(rangeIs(expected));
     QVERIFY(std::abs(m_area->cc.s2rX(140.0) - 100.0) <= 1e-9);
     QVERIFY(std::abs(m_area->cc.s2rY(170.0) - 100.0) <= 1e-9);
 }
 
-void tst_DispArea::wheelStepDoesNotDependOnTheTurn_data()
+void tst_DispArea::wheelStepIsIndependentOfTheAngle_data()
 {
     QTest::addColumn<QPoint>("turn");
-    QTest::addColumn<double>("width"); // of x, 340 before
+    QTest::addColumn<double>("width"); // of the x range; 340 before
     const double in = 3400.0 / 11.0;
     const double out = 374.0;
-    QTest::newRow("finest step away") << QPoint(0, 1) << in;
-    QTest::newRow("a notch away") << QPoint(0, 120) << in;
-    QTest::newRow("many notches away") << QPoint(0, 2400) << in;
-    QTest::newRow("finest step back") << QPoint(0, -1) << out;
-    QTest::newRow("a notch back") << QPoint(0, -120) << out;
-    QTest::newRow("many notches back") << QPoint(0, -2400) << out;
-    QTest::newRow("no turn at all zooms in") << QPoint(0, 0) << in;
-    QTest::newRow("a turn sideways counts as none") << QPoint(-120, 0) << in;
+    QTest::newRow("smallest step away from the user") << QPoint(0, 1) << in;
+    QTest::newRow("one notch away from the user") << QPoint(0, 120) << in;
+    QTest::newRow("many notches away from the user") << QPoint(0, 2400) << in;
+    QTest::newRow("smallest step towards the user") << QPoint(0, -1) << out;
+    QTest::newRow("one notch towards the user") << QPoint(0, -120) << out;
+    QTest::newRow("many notches towards the user") << QPoint(0, -2400) << out;
+    QTest::newRow("zero angle zooms in") << QPoint(0, 0) << in;
+    QTest::newRow("horizontal angle counts as zero") << QPoint(-120, 0) << in;
 }
 
-void tst_DispArea::wheelStepDoesNotDependOnTheTurn()
+void tst_DispArea::wheelStepIsIndependentOfTheAngle()
 {
     QFETCH(QPoint, turn);
     QFETCH(double, width);
@@ -882,12 +887,13 @@ void tst_DispArea::wheelStepDoesNotDependOnTheTurn()
     QVERIFY2(std::abs(got - width) <= 1e-9, qPrintable(QString::number(got, 'g', 12)));
 }
 
-void tst_DispArea::wheelBesideAnAxisChangesThatAxisOnly_data()
+void tst_DispArea::wheelInAnEdgeBandZoomsOneAxisOnly_data()
 {
     QTest::addColumn<QPointF>("at");
-    QTest::addColumn<QList<double>>("wanted");
-    // Out by 1.1 about x = column - 40 and y = 270 - row.
-    QTest::newRow("middle: both") << QPointF(140, 170) << QList<double>{-10.0, -10.0, 364.0, 270.5};
+    QTest::addColumn<QList<double>>("expected");
+    // Zoom out by 1.1 around x = column - 40 and y = 270 - row.
+    QTest::newRow("middle: both axes")
+        << QPointF(140, 170) << QList<double>{-10.0, -10.0, 364.0, 270.5};
     QTest::newRow("left label column: y")
         << QPointF(20, 170) << QList<double>{0.0, -10.0, 340.0, 270.5};
     QTest::newRow("inside the left edge: y")
@@ -900,24 +906,24 @@ void tst_DispArea::wheelBesideAnAxisChangesThatAxisOnly_data()
         << QPointF(140, 260) << QList<double>{-10.0, 0.0, 364.0, 255.0};
     QTest::newRow("above the plot: x")
         << QPointF(140, 5) << QList<double>{-10.0, 0.0, 364.0, 255.0};
-    // About (-20, -15), (10, 10), (350, 265) and (330, 5).
-    QTest::newRow("lower left corner, outside: both")
+    // The same around (-20, -15), (10, 10), (350, 265) and (330, 5).
+    QTest::newRow("lower left corner, outside: both axes")
         << QPointF(20, 285) << QList<double>{2.0, 1.5, 376.0, 282.0};
-    QTest::newRow("lower left corner, inside: both")
+    QTest::newRow("lower left corner, inside: both axes")
         << QPointF(50, 260) << QList<double>{-1.0, -1.0, 373.0, 279.5};
-    QTest::newRow("upper right corner, outside: both")
+    QTest::newRow("upper right corner, outside: both axes")
         << QPointF(390, 5) << QList<double>{-35.0, -26.5, 339.0, 254.0};
-    QTest::newRow("lower right corner, inside: both")
+    QTest::newRow("lower right corner, inside: both axes")
         << QPointF(370, 265) << QList<double>{-33.0, -0.5, 341.0, 280.0};
 }
 
-void tst_DispArea::wheelBesideAnAxisChangesThatAxisOnly()
+void tst_DispArea::wheelInAnEdgeBandZoomsOneAxisOnly()
 {
     QFETCH(QPointF, at);
-    QFETCH(QList<double>, wanted);
+    QFETCH(QList<double>, expected);
     tests::move(m_area.get(), at);
     turnWheel(m_area.get(), at, {0, -120});
-    QVERIFY(rangeIs(wanted));
+    QVERIFY(rangeIs(expected));
 }
 
 void tst_DispArea::edgeBandIsATenthOfThePlotArea_data()
@@ -925,13 +931,14 @@ void tst_DispArea::edgeBandIsATenthOfThePlotArea_data()
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<bool>("besideY");
     QTest::addColumn<bool>("besideX");
-    // 34 pixels inside 40 and 380; 25.5 pixels inside 15 and 270.
+    // The bands are 34 pixels wide in columns 40 to 380 and 25.5 pixels high in rows 15
+    // to 270.
     QTest::newRow("last column of the left band") << QPointF(73, 170) << true << false;
-    QTest::newRow("first column behind it") << QPointF(74, 170) << false << false;
+    QTest::newRow("first column right of the left band") << QPointF(74, 170) << false << false;
     QTest::newRow("last column before the right band") << QPointF(346, 170) << false << false;
     QTest::newRow("first column of the right band") << QPointF(347, 170) << true << false;
     QTest::newRow("last row of the upper band") << QPointF(140, 40) << false << true;
-    QTest::newRow("first row below it") << QPointF(140, 41) << false << false;
+    QTest::newRow("first row below the upper band") << QPointF(140, 41) << false << false;
     QTest::newRow("last row before the lower band") << QPointF(140, 244) << false << false;
     QTest::newRow("first row of the lower band") << QPointF(140, 245) << false << true;
 }
@@ -949,7 +956,7 @@ void tst_DispArea::edgeBandIsATenthOfThePlotArea()
     QCOMPARE(yChanged, !besideX);
 }
 
-void tst_DispArea::wheelLooksAtTheLastMoveAndNotAtItsOwnPlace()
+void tst_DispArea::wheelUsesPositionOfLastMove()
 {
     tests::move(m_area.get(), {140.0, 170.0});
     turnWheel(m_area.get(), {20.0, 285.0}, {0, -120});
@@ -957,7 +964,7 @@ void tst_DispArea::wheelLooksAtTheLastMoveAndNotAtItsOwnPlace()
     QCOMPARE(m_area->mouse.now, QPoint(140, 170));
 }
 
-void tst_DispArea::wheelThereAndBackIsNoChange()
+void tst_DispArea::wheelBackAndForthRestoresTheRange()
 {
     tests::move(m_area.get(), {200.0, 100.0});
     turnWheel(m_area.get(), {200.0, 100.0}, {0, 120});
@@ -966,7 +973,7 @@ void tst_DispArea::wheelThereAndBackIsNoChange()
     QVERIFY(rangeIs(unitRange));
 }
 
-void tst_DispArea::wheelRepaintsOnceAndLeavesTheScaleFlag()
+void tst_DispArea::wheelRepaintsOnceAndKeepsHasScale()
 {
     tests::move(m_area.get(), {140.0, 170.0});
     PaintCounter paints(m_area.get());
@@ -978,7 +985,7 @@ void tst_DispArea::wheelRepaintsOnceAndLeavesTheScaleFlag()
     QVERIFY(rangeIs({-10.0, -10.0, 364.0, 270.5}));
 }
 
-void tst_DispArea::automaticRangeOverwritesAWheelStepAtTheNextPaint()
+void tst_DispArea::automaticRangeDiscardsWheelStepAtNextPaint()
 {
     tests::move(m_area.get(), {140.0, 170.0});
     m_area->hasScale = false;
@@ -989,7 +996,7 @@ void tst_DispArea::automaticRangeOverwritesAWheelStepAtTheNextPaint()
     QVERIFY(rangeIs({0.0, 0.0, 1.0, 1.0}));
 }
 
-void tst_DispArea::wheelTellsNobody()
+void tst_DispArea::wheelEmitsNoSignal()
 {
     m_lines->add("100");
     tests::move(m_area.get(), {140.0, 170.0});
@@ -999,18 +1006,18 @@ void tst_DispArea::wheelTellsNobody()
     QCOMPARE(m_lines->text(0), "100");
 }
 
-// 400 by 300 pixels for 0 to 1 on both axes; y runs upward.
-void tst_DispArea::placesBeforeTheFirstPaintTakeTheWholeWidget()
+// The whole widget of 400 by 300 pixels covers 0 to 1 on both axes; y points up.
+void tst_DispArea::positionsBeforeFirstPaintReferToWholeWidget()
 {
     DispArea area;
-    const QSignalSpy places(&area, &DispArea::nowPos);
+    const QSignalSpy positions(&area, &DispArea::nowPos);
     move(&area, {100.0, 75.0});
-    QCOMPARE(places.size(), 1);
-    QCOMPARE(places.first().at(0).toDouble(), 0.25);
-    QCOMPARE(places.first().at(1).toDouble(), 0.75);
+    QCOMPARE(positions.size(), 1);
+    QCOMPARE(positions.first().at(0).toDouble(), 0.25);
+    QCOMPARE(positions.first().at(1).toDouble(), 0.75);
 }
 
-void tst_DispArea::signalsComeInTheirOrder()
+void tst_DispArea::signalsAreDeclaredInOrder()
 {
     QCOMPARE(memberNames(DispArea::staticMetaObject, QMetaMethod::Signal),
              (QStringList{"nowPos(double,double)", "draw(QStylePainter*)", "mPressed(MouseC*)",

@@ -1,4 +1,4 @@
-// What the surface does at each paint, and the frame of a plot.
+// Tests of DispArea's painting: its state at each paint, and the frame of a plot.
 
 #include "display/DispArea.h"
 #include "support/PaintCounter.h"
@@ -10,10 +10,10 @@
 #include <functional>
 #include <limits>
 
-// A surface of 400 by 300 pixels with the margins of a plot has its plot area
-// from column 40 to 380 and from row 270 up to 15. Rows of text are
-// (15 - 270) / 20 = -12.75, cut to 12 pixels; 0.85 of that are 10 pixels (10.2),
-// and the gap below the plot is 0.15 of it, 1 pixel (1.8).
+// A surface of 400 by 300 pixels with the usual margins has its plot area in columns 40
+// to 380 and rows 15 to 270. A row of text is (15 - 270) / 20 = -12.75, truncated to 12
+// pixels. The text is 0.85 of that, 10 pixels (10.2); the gap below the plot is 0.15 of
+// it, 1 pixel (1.8).
 
 using namespace tests;
 
@@ -25,10 +25,10 @@ using Client = std::function<void(DispArea& area, QStylePainter* p)>;
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 const QColor outlineGrey(150, 150, 150);
-const QSize usual(400, 300);
+const QSize usualSize(400, 300);
 
-/// What a surface of @p size looks like when @p client draws on it.
-QImage painted(const QSize& size, const Client& client)
+/// The picture of a surface of @p size on which @p client draws.
+QImage paintedBy(const QSize& size, const Client& client)
 {
     DispArea area;
     area.resize(size);
@@ -48,10 +48,10 @@ struct Range {
     double y1 = 1.0;
 };
 
-/// The frame with its labels as the surface draws it, on white.
+/// The picture of drawFrame() with labels, on white.
 QImage drawnFrame(const QSize& size, const Range& range)
 {
-    return painted(size, [&range](DispArea& area, QStylePainter* p) {
+    return paintedBy(size, [&range](DispArea& area, QStylePainter* p) {
         fill(area, p, Qt::white);
         area.cc.computeArea();
         area.cc.setReal(range.x0, range.y0, range.x1, range.y1);
@@ -59,16 +59,16 @@ QImage drawnFrame(const QSize& size, const Range& range)
     });
 }
 
-/// The four labels: the texts, and their boxes as places on the screen.
+/// The four labels: their texts, and their boxes in pixels.
 struct Labels {
     QStringList texts; // top of y, bottom of y, left of x, right of x
     QList<QRectF> boxes;
 };
 
-/// The same made by hand.
+/// The expected picture of the frame: outline and labels drawn one by one.
 QImage expectedFrame(const QSize& size, const QRect& outline, const Labels& labels)
 {
-    return painted(size, [&](DispArea& area, QStylePainter* p) {
+    return paintedBy(size, [&](DispArea& area, QStylePainter* p) {
         fill(area, p, Qt::white);
         p->setPen(outlineGrey);
         p->drawRect(outline);
@@ -85,8 +85,8 @@ QImage expectedFrame(const QSize& size, const QRect& outline, const Labels& labe
 
 const QRect usualOutline(40, 15, 340, 255);
 const QList<QRectF> usualBoxes{
-    {0.0, 15.0, 38.0, 10.0},   // 0.95 of the left margin wide, hangs from the top
-    {0.0, 260.0, 38.0, 10.0},  // stands on the bottom
+    {0.0, 15.0, 38.0, 10.0},   // 0.95 of the left margin wide, below the upper edge
+    {0.0, 260.0, 38.0, 10.0},  // above the lower edge
     {40.0, 271.0, 80.0, 10.0}, // twice the left margin wide
     {300.0, 271.0, 80.0, 10.0},
 };
@@ -109,46 +109,46 @@ class tst_DispAreaPainting : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void formIsAPlainFrame();
-    void startsWithTheAutomaticRangeAndNoMarkerLines();
-    void surfacePaintsNothingOfItsOwn();
-    void eachPaintAsksOnceForADrawing();
-    void painterIsReadyOnTheSurfaceItself();
-    void painterIsSmoothWithPixmapsAndHardWithEdges();
-    void drawnIsTrueAgainAtEachPaint();
-    void screenIsTheWidgetWithYUpwardAtEachPaint_data();
-    void screenIsTheWidgetWithYUpwardAtEachPaint();
-    void rangeIsZeroToOneWithoutAScaleAndStaysWithOne();
+    void formIsARaisedPanelWithMouseTracking();
+    void startsWithAutomaticRangeAndNoMarkerLines();
+    void surfacePaintsNothingItself();
+    void eachPaintEmitsDrawOnce();
+    void painterIsActiveOnTheSurface();
+    void painterSmoothsPixmapsButNotLines();
+    void drawnIsResetToTrueAtEachPaint();
+    void eachPaintResetsScreenToWidgetWithYUpward_data();
+    void eachPaintResetsScreenToWidgetWithYUpward();
+    void rangeIsZeroToOneUnlessHasScaleIsSet();
     void drawingIsNotClipped();
-    void nothingIsKeptBetweenPaints();
+    void eachPaintStartsFromAnEmptySurface();
 
-    void frameMasksTheMarginsOnlyWhenAsked_data();
-    void frameMasksTheMarginsOnlyWhenAsked();
-    void labelsShowTheFirstCharactersOfTheRange_data();
-    void labelsShowTheFirstCharactersOfTheRange();
-    void labelsStandInTheirBoxes_data();
-    void labelsStandInTheirBoxes();
-    void labelsAreBlackWhateverThePen();
-    void labelsHaveInkInTheirBoxes();
-    void labelsFollowTheRowsOfTheCoordinates();
+    void frameMasksMarginsOnlyOnRequest_data();
+    void frameMasksMarginsOnlyOnRequest();
+    void labelsShowFirstCharactersOfTheLimits_data();
+    void labelsShowFirstCharactersOfTheLimits();
+    void labelsAreDrawnInTheirBoxes_data();
+    void labelsAreDrawnInTheirBoxes();
+    void labelsAreBlackWithAnyPen();
+    void labelsHaveDarkPixelsInTheirBoxes();
+    void labelsFollowTheTextRowSettings();
     void labelsOfTinySurfacesAreHarmless_data();
     void labelsOfTinySurfacesAreHarmless();
-    void framePaintedAtNoRangeIsHarmless_data();
-    void framePaintedAtNoRangeIsHarmless();
+    void invalidRangeIsHarmless_data();
+    void invalidRangeIsHarmless();
 };
 
-void tst_DispAreaPainting::formIsAPlainFrame()
+void tst_DispAreaPainting::formIsARaisedPanelWithMouseTracking()
 {
     const DispArea area;
     QCOMPARE(area.objectName(), "DispArea");
     QCOMPARE(area.windowTitle(), "Frame");
-    QCOMPARE(area.size(), usual);
+    QCOMPARE(area.size(), usualSize);
     QCOMPARE(area.frameShape(), QFrame::StyledPanel);
     QCOMPARE(area.frameShadow(), QFrame::Raised);
     QVERIFY(area.hasMouseTracking());
 }
 
-void tst_DispAreaPainting::startsWithTheAutomaticRangeAndNoMarkerLines()
+void tst_DispAreaPainting::startsWithAutomaticRangeAndNoMarkerLines()
 {
     const DispArea area;
     QVERIFY(!area.hasScale);
@@ -158,14 +158,14 @@ void tst_DispAreaPainting::startsWithTheAutomaticRangeAndNoMarkerLines()
     QCOMPARE(area.cc.realY1, 1.0);
 }
 
-// Not even its own frame, which the form gives it.
-void tst_DispAreaPainting::surfacePaintsNothingOfItsOwn()
+// The surface does not paint its own frame either, although its form has one.
+void tst_DispAreaPainting::surfacePaintsNothingItself()
 {
-    const QImage image = painted(usual, [](DispArea&, QStylePainter*) {});
+    const QImage image = paintedBy(usualSize, [](DispArea&, QStylePainter*) {});
     QVERIFY(isAllOf(image, image.rect(), image.pixelColor(200, 150)));
 }
 
-void tst_DispAreaPainting::eachPaintAsksOnceForADrawing()
+void tst_DispAreaPainting::eachPaintEmitsDrawOnce()
 {
     DispArea area;
     int drawings = 0;
@@ -180,16 +180,16 @@ void tst_DispAreaPainting::eachPaintAsksOnceForADrawing()
     area.repaint();
     QCOMPARE(drawings, first + 2);
     area.update();
-    area.update(); // folded into one paint
+    area.update(); // both updates share one paint
     QCOMPARE(drawings, first + 2);
     QCOMPARE(paints.within(50), first + 3);
     QCOMPARE(drawings, first + 3);
 }
 
-void tst_DispAreaPainting::painterIsReadyOnTheSurfaceItself()
+void tst_DispAreaPainting::painterIsActiveOnTheSurface()
 {
     int calls = 0;
-    painted(usual, [&calls](DispArea& area, QStylePainter* p) {
+    paintedBy(usualSize, [&calls](DispArea& area, QStylePainter* p) {
         ++calls;
         QVERIFY(p->isActive());
         QCOMPARE(p->device(), static_cast<QPaintDevice*>(&area));
@@ -197,10 +197,10 @@ void tst_DispAreaPainting::painterIsReadyOnTheSurfaceItself()
     QCOMPARE(calls, 1);
 }
 
-void tst_DispAreaPainting::painterIsSmoothWithPixmapsAndHardWithEdges()
+void tst_DispAreaPainting::painterSmoothsPixmapsButNotLines()
 {
     QPainter::RenderHints hints;
-    const QImage image = painted(usual, [&hints](DispArea& area, QStylePainter* p) {
+    const QImage image = paintedBy(usualSize, [&hints](DispArea& area, QStylePainter* p) {
         hints = p->renderHints();
         fill(area, p, Qt::white);
         p->setPen(Qt::black);
@@ -208,7 +208,7 @@ void tst_DispAreaPainting::painterIsSmoothWithPixmapsAndHardWithEdges()
     });
     QVERIFY(hints.testFlag(QPainter::SmoothPixmapTransform));
     QVERIFY(!hints.testFlag(QPainter::Antialiasing));
-    for (int y = 10; y < 78; ++y) { // a slanted line has no shades
+    for (int y = 10; y < 78; ++y) { // a slanted line has no grey pixels
         for (int x = 10; x < 201; ++x) {
             const int grey = qGray(image.pixel(x, y));
             QVERIFY(grey == 0 || grey == 255);
@@ -216,7 +216,7 @@ void tst_DispAreaPainting::painterIsSmoothWithPixmapsAndHardWithEdges()
     }
 }
 
-void tst_DispAreaPainting::drawnIsTrueAgainAtEachPaint()
+void tst_DispAreaPainting::drawnIsResetToTrueAtEachPaint()
 {
     DispArea area;
     QList<bool> seen;
@@ -225,21 +225,21 @@ void tst_DispAreaPainting::drawnIsTrueAgainAtEachPaint()
         area.cc.drawn = false;
     });
     area.grab();
-    QVERIFY(!area.cc.drawn); // the client's word stays
+    QVERIFY(!area.cc.drawn); // the value that the client set is kept
     area.grab();
     QCOMPARE(seen, (QList<bool>{true, true}));
 }
 
-void tst_DispAreaPainting::screenIsTheWidgetWithYUpwardAtEachPaint_data()
+void tst_DispAreaPainting::eachPaintResetsScreenToWidgetWithYUpward_data()
 {
     QTest::addColumn<QSize>("size");
-    QTest::newRow("as made") << QSize(400, 300);
+    QTest::newRow("usual size") << QSize(400, 300);
     QTest::newRow("wide") << QSize(511, 97);
-    QTest::newRow("a pixel") << QSize(1, 1);
+    QTest::newRow("one pixel") << QSize(1, 1);
 }
 
-// The plot area is the whole widget again, whatever a client made of it before.
-void tst_DispAreaPainting::screenIsTheWidgetWithYUpwardAtEachPaint()
+// At each paint the plot area is the whole widget again, even if a client changed it.
+void tst_DispAreaPainting::eachPaintResetsScreenToWidgetWithYUpward()
 {
     QFETCH(QSize, size);
     DispArea area;
@@ -253,14 +253,14 @@ void tst_DispAreaPainting::screenIsTheWidgetWithYUpwardAtEachPaint()
     });
     const double width = size.width();
     const double height = size.height();
-    const QList<double> wanted{0.0, height, width, 0.0, 0.0, height, width, 0.0};
+    const QList<double> expected{0.0, height, width, 0.0, 0.0, height, width, 0.0};
     area.grab();
-    QCOMPARE(places, wanted);
+    QCOMPARE(places, expected);
     area.grab();
-    QCOMPARE(places, wanted);
+    QCOMPARE(places, expected);
 }
 
-void tst_DispAreaPainting::rangeIsZeroToOneWithoutAScaleAndStaysWithOne()
+void tst_DispAreaPainting::rangeIsZeroToOneUnlessHasScaleIsSet()
 {
     DispArea area;
     QList<double> range;
@@ -270,7 +270,7 @@ void tst_DispAreaPainting::rangeIsZeroToOneWithoutAScaleAndStaysWithOne()
     area.cc.setReal(5.0, 6.0, 7.0, 8.0);
     area.grab();
     QCOMPARE(range, (QList<double>{0.0, 0.0, 1.0, 1.0}));
-    QVERIFY(!area.hasScale); // that is for the client to say
+    QVERIFY(!area.hasScale); // only a client sets it
     area.hasScale = true;
     area.cc.setReal(5.0, 6.0, 7.0, 8.0);
     area.grab();
@@ -279,7 +279,7 @@ void tst_DispAreaPainting::rangeIsZeroToOneWithoutAScaleAndStaysWithOne()
 
 void tst_DispAreaPainting::drawingIsNotClipped()
 {
-    const QImage image = painted(usual, [](DispArea& area, QStylePainter* p) {
+    const QImage image = paintedBy(usualSize, [](DispArea& area, QStylePainter* p) {
         area.cc.computeArea();
         QVERIFY(!p->hasClipping());
         fill(area, p, Qt::red);
@@ -287,7 +287,7 @@ void tst_DispAreaPainting::drawingIsNotClipped()
     QVERIFY(isAllOf(image, image.rect(), Qt::red));
 }
 
-void tst_DispAreaPainting::nothingIsKeptBetweenPaints()
+void tst_DispAreaPainting::eachPaintStartsFromAnEmptySurface()
 {
     DispArea area;
     bool draws = true;
@@ -303,18 +303,18 @@ void tst_DispAreaPainting::nothingIsKeptBetweenPaints()
     QVERIFY(isAllOf(second, area.rect(), second.pixelColor(200, 150)));
 }
 
-void tst_DispAreaPainting::frameMasksTheMarginsOnlyWhenAsked_data()
+void tst_DispAreaPainting::frameMasksMarginsOnlyOnRequest_data()
 {
     QTest::addColumn<bool>("maskMargins");
     QTest::newRow("with a mask") << true;
     QTest::newRow("without a mask") << false;
 }
 
-// The outline is not filled, whatever the brush.
-void tst_DispAreaPainting::frameMasksTheMarginsOnlyWhenAsked()
+// The outline is not filled, even with a brush.
+void tst_DispAreaPainting::frameMasksMarginsOnlyOnRequest()
 {
     QFETCH(bool, maskMargins);
-    const QImage image = painted(usual, [maskMargins](DispArea& area, QStylePainter* p) {
+    const QImage image = paintedBy(usualSize, [maskMargins](DispArea& area, QStylePainter* p) {
         fill(area, p, Qt::red);
         p->setBrush(Qt::blue);
         area.cc.computeArea();
@@ -333,56 +333,60 @@ void tst_DispAreaPainting::frameMasksTheMarginsOnlyWhenAsked()
     QVERIFY(isAllOf(image, QRect(QPoint(380, 15), QPoint(380, 270)), outlineGrey));
 }
 
-void tst_DispAreaPainting::labelsShowTheFirstCharactersOfTheRange_data()
+void tst_DispAreaPainting::labelsShowFirstCharactersOfTheLimits_data()
 {
     QTest::addColumn<QList<double>>("range"); // x0, y0, x1, y1
-    QTest::addColumn<QStringList>("texts");   // of y1, y0, x0, x1
+    QTest::addColumn<QStringList>("texts");   // for y1, y0, x0, x1
     QTest::newRow("short numbers")
         << QList<double>{0.0, -0.5, 10.0, 1.5} << QStringList{"1.5", "-0.5", "0", "10"};
     QTest::newRow("energies lose their last digit")
         << QList<double>{8333.2469, 8333.2469, 8404.52, 8404.52}
         << QStringList{"8404.", "8333.", "8333.2", "8404.5"};
-    QTest::newRow("exponent is gone") << QList<double>{1234567.0, 1234567.0, 9876543.0, 9876543.0}
-                                      << QStringList{"9.876", "1.234", "1.2345", "9.8765"};
-    QTest::newRow("negative exponent is gone")
+    QTest::newRow("exponent is cut off")
+        << QList<double>{1234567.0, 1234567.0, 9876543.0, 9876543.0}
+        << QStringList{"9.876", "1.234", "1.2345", "9.8765"};
+    QTest::newRow("negative exponent is cut off")
         << QList<double>{-0.000012345678, -0.000012345678, 0.00001, 0.00001}
         << QStringList{"1e-05", "-1.23", "-1.234", "1e-05"};
-    QTest::newRow("exponent is cut") << QList<double>{1.5e100, 1.5e100, 2.5e101, 2.5e101}
-                                     << QStringList{"2.5e+", "1.5e+", "1.5e+1", "2.5e+1"};
-    QTest::newRow("six digits first, then the cut")
+    QTest::newRow("exponent is shortened") << QList<double>{1.5e100, 1.5e100, 2.5e101, 2.5e101}
+                                           << QStringList{"2.5e+", "1.5e+", "1.5e+1", "2.5e+1"};
+    QTest::newRow("rounded to six digits, then shortened")
         << QList<double>{0.99999999, 0.99999999, 12.3456789, 12.3456789}
         << QStringList{"12.34", "1", "1", "12.345"};
     QTest::newRow("reversed") << QList<double>{3.0, 4.0, 1.0, 2.0}
                               << QStringList{"2", "4", "3", "1"};
-    QTest::newRow("no numbers") << QList<double>{notANumber, -infinity, infinity, notANumber}
-                                << QStringList{"nan", "-inf", "nan", "inf"};
-    QTest::newRow("collapsed") << QList<double>{3.0, 3.0, 3.0, 3.0}
-                               << QStringList{"3", "3", "3", "3"};
+    QTest::newRow("NaN and infinities")
+        << QList<double>{notANumber, -infinity, infinity, notANumber}
+        << QStringList{"nan", "-inf", "nan", "inf"};
+    QTest::newRow("empty range") << QList<double>{3.0, 3.0, 3.0, 3.0}
+                                 << QStringList{"3", "3", "3", "3"};
 }
 
-void tst_DispAreaPainting::labelsShowTheFirstCharactersOfTheRange()
+void tst_DispAreaPainting::labelsShowFirstCharactersOfTheLimits()
 {
     QFETCH(QList<double>, range);
     QFETCH(QStringList, texts);
-    const QImage image = drawnFrame(usual, {range.at(0), range.at(1), range.at(2), range.at(3)});
-    QCOMPARE(image, expectedFrame(usual, usualOutline, {texts, usualBoxes}));
+    const QImage image =
+        drawnFrame(usualSize, {range.at(0), range.at(1), range.at(2), range.at(3)});
+    QCOMPARE(image, expectedFrame(usualSize, usualOutline, {texts, usualBoxes}));
 }
 
-void tst_DispAreaPainting::labelsStandInTheirBoxes_data()
+void tst_DispAreaPainting::labelsAreDrawnInTheirBoxes_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QRect>("outline");
     QTest::addColumn<QList<QRectF>>("boxes");
-    QTest::newRow("as made") << usual << usualOutline << usualBoxes;
-    // Plot area 33 to 317 and 196 (217 - 21) up to 10; rows of trunc(-9.3) = -9,
-    // text of 7 (7.65), gap of 1 (1.35); left margin 33.
+    QTest::newRow("usual size") << usualSize << usualOutline << usualBoxes;
+    // The plot area is columns 33 to 317 and rows 10 to 196 (217 - 21). The row of text
+    // is trunc(-9.3) = -9, the text 7 (7.65), the gap 1 (1.35), the left margin 33.
     QTest::newRow("odd sides") << QSize(333, 217) << QRect(33, 10, 284, 186)
                                << QList<QRectF>{{0.0, 10.0, 33.0 * 0.95, 7.0},
                                                 {0.0, 189.0, 33.0 * 0.95, 7.0},
                                                 {33.0, 197.0, 66.0, 7.0},
                                                 {251.0, 197.0, 66.0, 7.0}};
-    // Plot area 80 to 760 and 810 up to 45; rows of trunc(-38.25) = -38, text of
-    // 32 (32.3), gap of 5 (5.7). Here 12 points are the limit.
+    // The plot area is columns 80 to 760 and rows 45 to 810. The row of text is
+    // trunc(-38.25) = -38, the text 32 (32.3), the gap 5 (5.7). The font size is
+    // limited to 12 points.
     QTest::newRow("large") << QSize(800, 900) << QRect(80, 45, 680, 765)
                            << QList<QRectF>{{0.0, 45.0, 76.0, 32.0},
                                             {0.0, 778.0, 76.0, 32.0},
@@ -390,7 +394,7 @@ void tst_DispAreaPainting::labelsStandInTheirBoxes_data()
                                             {600.0, 815.0, 160.0, 32.0}};
 }
 
-void tst_DispAreaPainting::labelsStandInTheirBoxes()
+void tst_DispAreaPainting::labelsAreDrawnInTheirBoxes()
 {
     QFETCH(QSize, size);
     QFETCH(QRect, outline);
@@ -399,34 +403,34 @@ void tst_DispAreaPainting::labelsStandInTheirBoxes()
     QCOMPARE(image, expectedFrame(size, outline, {{"2.5", "-1.25", "8300", "8400"}, boxes}));
 }
 
-void tst_DispAreaPainting::labelsAreBlackWhateverThePen()
+void tst_DispAreaPainting::labelsAreBlackWithAnyPen()
 {
-    const QImage image = painted(usual, [](DispArea& area, QStylePainter* p) {
+    const QImage image = paintedBy(usualSize, [](DispArea& area, QStylePainter* p) {
         fill(area, p, Qt::white);
         p->setPen(QPen(Qt::red, 5.0));
         area.cc.computeArea();
         area.drawFrame(p, false);
     });
     const Labels labels{{"1", "0", "0", "1"}, usualBoxes};
-    QCOMPARE(image, expectedFrame(usual, usualOutline, labels));
+    QCOMPARE(image, expectedFrame(usualSize, usualOutline, labels));
 }
 
-// The same pictures could be empty alike.
-void tst_DispAreaPainting::labelsHaveInkInTheirBoxes()
+// Guards the comparisons above: equal pictures could both be empty.
+void tst_DispAreaPainting::labelsHaveDarkPixelsInTheirBoxes()
 {
-    const QImage image = drawnFrame(usual, {8300.0, -1.25, 8400.0, 2.5});
+    const QImage image = drawnFrame(usualSize, {8300.0, -1.25, 8400.0, 2.5});
     for (const QRectF& box : usualBoxes) {
         QVERIFY(darkPixels(image, box.toRect()) > 5);
     }
-    const QImage empty = expectedFrame(usual, usualOutline, {{"", "", "", ""}, usualBoxes});
+    const QImage empty = expectedFrame(usualSize, usualOutline, {{"", "", "", ""}, usualBoxes});
     QCOMPARE(darkPixels(empty, empty.rect()), 0);
 }
 
-// Rows of trunc(-25.5) = -25, text of 12 (12.5), gap of 12 (12.5), a left
-// margin of 80.
-void tst_DispAreaPainting::labelsFollowTheRowsOfTheCoordinates()
+// The row of text is trunc(-25.5) = -25, the text 12 (12.5), the gap 12 (12.5), the
+// left margin 80.
+void tst_DispAreaPainting::labelsFollowTheTextRowSettings()
 {
-    const QImage image = painted(usual, [](DispArea& area, QStylePainter* p) {
+    const QImage image = paintedBy(usualSize, [](DispArea& area, QStylePainter* p) {
         fill(area, p, Qt::white);
         area.cc.titleDiv = 10;
         area.cc.textFill = 0.5;
@@ -439,22 +443,22 @@ void tst_DispAreaPainting::labelsFollowTheRowsOfTheCoordinates()
                               {80.0, 282.0, 160.0, 12.0},
                               {220.0, 282.0, 160.0, 12.0}};
     const Labels labels{{"1", "0", "0", "1"}, boxes};
-    QCOMPARE(image, expectedFrame(usual, QRect(80, 15, 300, 255), labels));
+    QCOMPARE(image, expectedFrame(usualSize, QRect(80, 15, 300, 255), labels));
 }
 
 void tst_DispAreaPainting::labelsOfTinySurfacesAreHarmless_data()
 {
     QTest::addColumn<QSize>("size");
-    QTest::newRow("a pixel") << QSize(1, 1);
-    QTest::newRow("a row") << QSize(400, 1);
-    QTest::newRow("a column") << QSize(1, 300);
-    QTest::newRow("no room for a row of text") << QSize(50, 20);
+    QTest::newRow("one pixel") << QSize(1, 1);
+    QTest::newRow("one row") << QSize(400, 1);
+    QTest::newRow("one column") << QSize(1, 300);
+    QTest::newRow("too small for a row of text") << QSize(50, 20);
 }
 
 void tst_DispAreaPainting::labelsOfTinySurfacesAreHarmless()
 {
     QFETCH(QSize, size);
-    const QImage image = painted(size, [](DispArea& area, QStylePainter* p) {
+    const QImage image = paintedBy(size, [](DispArea& area, QStylePainter* p) {
         area.cc.computeArea();
         area.drawFrame(p, true);
         QVERIFY(p->isActive());
@@ -462,20 +466,20 @@ void tst_DispAreaPainting::labelsOfTinySurfacesAreHarmless()
     QCOMPARE(image.size(), size);
 }
 
-void tst_DispAreaPainting::framePaintedAtNoRangeIsHarmless_data()
+void tst_DispAreaPainting::invalidRangeIsHarmless_data()
 {
     QTest::addColumn<QList<double>>("range"); // x0, y0, x1, y1
     QTest::newRow("NaN") << QList<double>{notANumber, notANumber, notANumber, notANumber};
     QTest::newRow("infinities") << QList<double>{-infinity, -infinity, infinity, infinity};
-    QTest::newRow("collapsed") << QList<double>{1.0, 1.0, 1.0, 1.0};
+    QTest::newRow("empty range") << QList<double>{1.0, 1.0, 1.0, 1.0};
     QTest::newRow("huge") << QList<double>{-1e308, -1e308, 1e308, 1e308};
 }
 
 // The frame itself does not depend on the range.
-void tst_DispAreaPainting::framePaintedAtNoRangeIsHarmless()
+void tst_DispAreaPainting::invalidRangeIsHarmless()
 {
     QFETCH(QList<double>, range);
-    const QImage image = painted(usual, [&range](DispArea& area, QStylePainter* p) {
+    const QImage image = paintedBy(usualSize, [&range](DispArea& area, QStylePainter* p) {
         fill(area, p, Qt::red);
         area.cc.computeArea();
         area.cc.setReal(range.at(0), range.at(1), range.at(2), range.at(3));

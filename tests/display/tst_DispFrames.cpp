@@ -1,5 +1,5 @@
-// What the plot frame and the map frame have in common: their form, their surface's
-// signals, the automatic range, and the window for the drawing.
+// Tests of what the plot frame and the map frame have in common: form, forwarded
+// signals, automatic range, and the pop-out window.
 
 #include "display/DispABase.h"
 #include "display/DispMBase.h"
@@ -23,8 +23,8 @@ using namespace tests;
 namespace
 {
 
-/// A frame of either kind, with what both have under the same names, and a
-/// list of its signals so far.
+/// A plot frame or a map frame behind one interface: the members that both have under
+/// the same names, and a list of the signals emitted so far.
 struct AnyFrame {
     template <class Frame>
     explicit AnyFrame(Frame* made)
@@ -65,7 +65,7 @@ struct AnyFrame {
     void note(Frame* made, void (Frame::*signal)(MouseC*), const QString& name)
     {
         QObject::connect(made, signal, made, [this, name](const MouseC* mouse) {
-            heard << (mouse == &area->mouse ? name : name + " with another record");
+            signalsSeen << (mouse == &area->mouse ? name : name + " with another record");
         });
     }
 
@@ -101,7 +101,7 @@ struct AnyFrame {
                popLayout->indexOf(content) == 0 && grid->indexOf(content) < 0;
     }
 
-    QPointer<QFrame> frame; ///< its own, unless a parent was faster
+    QPointer<QFrame> frame; ///< owned; a QPointer because a Qt parent may delete it first
     DispArea* area;
     QFrame* content;
     QFrame* strip;
@@ -115,10 +115,10 @@ struct AnyFrame {
     std::function<bool()> docked;
     std::function<void()> popDock;
     std::function<void()> clearScale;
-    std::function<void()> update; ///< the frame's own, which is not QWidget's
+    std::function<void()> update; ///< the frame's own update(), which hides the one of QWidget
     std::function<void(double, double, double, double)> setRealCoord;
     std::function<void(QStylePainter*)> client;
-    QStringList heard;
+    QStringList signalsSeen;
 };
 
 void click(QPushButton* button)
@@ -126,8 +126,8 @@ void click(QPushButton* button)
     QTest::mouseClick(button, Qt::LeftButton);
 }
 
-constexpr int settled = 20; // milliseconds
-constexpr int idle = 60;    // milliseconds
+constexpr int settleTime = 20; // milliseconds
+constexpr int idleTime = 60;   // milliseconds
 
 } // namespace
 
@@ -139,76 +139,76 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void frameIsAsItsFormHasIt_data() { kinds(); }
-    void frameIsAsItsFormHasIt();
-    void drawingStandsInRowOneOfTheFrame_data() { kinds(); }
-    void drawingStandsInRowOneOfTheFrame();
-    void stripHoldsItsWidgetsFromLeftToRight_data() { kinds(); }
-    void stripHoldsItsWidgetsFromLeftToRight();
-    void readOutsAreYellowishAndSomeReadOnly_data() { kinds(); }
-    void readOutsAreYellowishAndSomeReadOnly();
+    void frameMatchesItsForm_data() { frameKinds(); }
+    void frameMatchesItsForm();
+    void contentIsInRowOneOfTheGrid_data() { frameKinds(); }
+    void contentIsInRowOneOfTheGrid();
+    void stripHasItsWidgetsFromLeftToRight_data() { frameKinds(); }
+    void stripHasItsWidgetsFromLeftToRight();
+    void readOutsHaveTheResultStyleAndSomeAreReadOnly_data() { frameKinds(); }
+    void readOutsHaveTheResultStyleAndSomeAreReadOnly();
 
-    void readOutFollowsTheMouse_data() { kinds(); }
+    void readOutFollowsTheMouse_data() { frameKinds(); }
     void readOutFollowsTheMouse();
-    void drawComesWithTheSurfacesPainter_data() { kinds(); }
-    void drawComesWithTheSurfacesPainter();
-    void mouseSignalsComeFromTheSurface_data() { kinds(); }
-    void mouseSignalsComeFromTheSurface();
+    void drawPassesTheSurfacesPainter_data() { frameKinds(); }
+    void drawPassesTheSurfacesPainter();
+    void mouseSignalsAreForwardedFromTheSurface_data() { frameKinds(); }
+    void mouseSignalsAreForwardedFromTheSurface();
 
-    void firstRangeAfterAResetCounts_data() { kinds(); }
-    void firstRangeAfterAResetCounts();
-    void rangeSetAtEachDrawDoesNotUndoAZoom_data() { kinds(); }
-    void rangeSetAtEachDrawDoesNotUndoAZoom();
-    void doubleClickBringsTheRangeOfTheNextDraw_data() { kinds(); }
-    void doubleClickBringsTheRangeOfTheNextDraw();
-    void clearScaleAsksForNoPaint_data() { kinds(); }
-    void clearScaleAsksForNoPaint();
-    void clearScaleOfAHiddenFrameShowsAtItsNextPaint_data() { kinds(); }
-    void clearScaleOfAHiddenFrameShowsAtItsNextPaint();
+    void onlyFirstRangeAfterResetIsUsed_data() { frameKinds(); }
+    void onlyFirstRangeAfterResetIsUsed();
+    void rangeSetAtEachDrawKeepsTheZoom_data() { frameKinds(); }
+    void rangeSetAtEachDrawKeepsTheZoom();
+    void doubleClickRestoresTheRangeAtTheNextDraw_data() { frameKinds(); }
+    void doubleClickRestoresTheRangeAtTheNextDraw();
+    void clearScaleRequestsNoRepaint_data() { frameKinds(); }
+    void clearScaleRequestsNoRepaint();
+    void clearScaleOfHiddenFrameTakesEffectAtNextPaint_data() { frameKinds(); }
+    void clearScaleOfHiddenFrameTakesEffectAtNextPaint();
 
-    void metaObjectsFollowThatOfAFrame_data() { kinds(); }
-    void metaObjectsFollowThatOfAFrame();
-    void windowForTheDrawingIsAHiddenChild_data() { kinds(); }
-    void windowForTheDrawingIsAHiddenChild();
-    void buttonMovesTheDrawingIntoItsWindowAndBack_data() { kinds(); }
-    void buttonMovesTheDrawingIntoItsWindowAndBack();
-    void closingTheWindowDocksAndTheButtonPopsOutAgain_data() { kinds(); }
-    void closingTheWindowDocksAndTheButtonPopsOutAgain();
-    void closingTheWindowInCodeDocksToo_data() { kinds(); }
-    void closingTheWindowInCodeDocksToo();
-    void viewAndMarkerLinesSurviveTheMove_data() { kinds(); }
-    void viewAndMarkerLinesSurviveTheMove();
-    void stripMovesWithTheDrawing_data() { kinds(); }
-    void stripMovesWithTheDrawing();
-    void mouseWorksInTheWindow_data() { kinds(); }
-    void mouseWorksInTheWindow();
-    void emptiedFrameKeepsItsPlace_data() { kinds(); }
-    void emptiedFrameKeepsItsPlace();
-    void frameTakesItsPoppedOutDrawingWithIt_data() { kinds(); }
-    void frameTakesItsPoppedOutDrawingWithIt();
+    void metaObjectDerivesDirectlyFromQFrame_data() { frameKinds(); }
+    void metaObjectDerivesDirectlyFromQFrame();
+    void popOutWindowIsAHiddenChild_data() { frameKinds(); }
+    void popOutWindowIsAHiddenChild();
+    void buttonPopsOutAndDocks_data() { frameKinds(); }
+    void buttonPopsOutAndDocks();
+    void closingTheWindowDocks_data() { frameKinds(); }
+    void closingTheWindowDocks();
+    void closingTheWindowByCodeDocks_data() { frameKinds(); }
+    void closingTheWindowByCodeDocks();
+    void popOutKeepsViewAndMarkerLines_data() { frameKinds(); }
+    void popOutKeepsViewAndMarkerLines();
+    void stripMovesWithThePlot_data() { frameKinds(); }
+    void stripMovesWithThePlot();
+    void mouseWorksInThePopOutWindow_data() { frameKinds(); }
+    void mouseWorksInThePopOutWindow();
+    void emptyFrameKeepsItsPlaceInTheLayout_data() { frameKinds(); }
+    void emptyFrameKeepsItsPlaceInTheLayout();
+    void destroyedFrameDestroysItsPoppedOutContent_data() { frameKinds(); }
+    void destroyedFrameDestroysItsPoppedOutContent();
 
-    void idleSurfaceDoesNotPaint_data() { kindsAndPlaces(); }
+    void idleSurfaceDoesNotPaint_data() { frameKindsAndStates(); }
     void idleSurfaceDoesNotPaint();
-    void updateOfTheFramePaintsTheSurfaceOnce_data() { kindsAndPlaces(); }
-    void updateOfTheFramePaintsTheSurfaceOnce();
-    void paintOfTheSurfaceRepaintsTheWindowsBackground_data() { kinds(); }
-    void paintOfTheSurfaceRepaintsTheWindowsBackground();
+    void frameUpdatePaintsTheSurfaceOnce_data() { frameKindsAndStates(); }
+    void frameUpdatePaintsTheSurfaceOnce();
+    void surfacePaintRepaintsThePopOutWindow_data() { frameKinds(); }
+    void surfacePaintRepaintsThePopOutWindow();
 
 private:
-    void kinds();
-    void kindsAndPlaces();
+    void frameKinds();
+    void frameKindsAndStates();
 
     std::unique_ptr<AnyFrame> m;
 };
 
-void tst_DispFrames::kinds()
+void tst_DispFrames::frameKinds()
 {
     QTest::addColumn<bool>("map");
     QTest::newRow("plot") << false;
     QTest::newRow("map") << true;
 }
 
-void tst_DispFrames::kindsAndPlaces()
+void tst_DispFrames::frameKindsAndStates()
 {
     QTest::addColumn<bool>("map");
     QTest::addColumn<bool>("out");
@@ -229,7 +229,7 @@ void tst_DispFrames::cleanup()
     m.reset();
 }
 
-void tst_DispFrames::frameIsAsItsFormHasIt()
+void tst_DispFrames::frameMatchesItsForm()
 {
     QFETCH(bool, map);
     QCOMPARE(m->frame->objectName(), map ? "DispMBase" : "DispABase");
@@ -239,13 +239,13 @@ void tst_DispFrames::frameIsAsItsFormHasIt()
     QCOMPARE(m->frame->frameShadow(), QFrame::Raised);
 }
 
-void tst_DispFrames::drawingStandsInRowOneOfTheFrame()
+void tst_DispFrames::contentIsInRowOneOfTheGrid()
 {
     QCOMPARE(m->frame->layout(), m->grid);
     QCOMPARE(m->grid->objectName(), "gridLayout");
     QCOMPARE(m->grid->contentsMargins(), QMargins(2, 2, 2, 2));
     QFETCH(bool, map);
-    if (!map) { // that of a map takes the spacing of the style
+    if (!map) { // a map's grid uses the spacing of the style
         QCOMPARE(m->grid->horizontalSpacing(), 2);
         QCOMPARE(m->grid->verticalSpacing(), 2);
     }
@@ -255,13 +255,13 @@ void tst_DispFrames::drawingStandsInRowOneOfTheFrame()
     QCOMPARE(m->content->frameShadow(), QFrame::Raised);
 }
 
-void tst_DispFrames::stripHoldsItsWidgetsFromLeftToRight()
+void tst_DispFrames::stripHasItsWidgetsFromLeftToRight()
 {
     QFETCH(bool, map);
     const QList<FormWidget> plotStrip{
         {"Title", 0, "QLabel", "TextLabel"},   {"label", 1, "QLabel", " x:"},
         {"XTitle", 2, "QLabel", "x-title"},    {"XPos", 3, "QLineEdit"},
-        {"label_2", 4, "QLabel", "y:"}, // no blank, on purpose
+        {"label_2", 4, "QLabel", "y:"}, // without a space, on purpose
         {"YTitle", 5, "QLabel", "y-title"},    {"YPos", 6, "QLineEdit"},
         {"PopDockB", 7, "QPushButton", "P/D"},
     };
@@ -275,7 +275,7 @@ void tst_DispFrames::stripHoldsItsWidgetsFromLeftToRight()
         {"Val", 6, "QLineEdit"},
         {"PopDockB", 7, "QPushButton", "P/D"},
     };
-    QCOMPARE(differencesOfForm(m->strip, map ? mapStrip : plotStrip), QStringList());
+    QCOMPARE(formDifferences(m->strip, map ? mapStrip : plotStrip), QStringList());
     const auto* row = qobject_cast<QGridLayout*>(m->strip->layout());
     QVERIFY(row);
     QCOMPARE(row->objectName(), "gridLayout_2");
@@ -288,8 +288,8 @@ void tst_DispFrames::stripHoldsItsWidgetsFromLeftToRight()
     QCOMPARE(m->button->maximumWidth(), 50);
 }
 
-// Both of a plot, and that of y alone of a map.
-void tst_DispFrames::readOutsAreYellowishAndSomeReadOnly()
+// Read-only are x and y of a plot, but only y of a map.
+void tst_DispFrames::readOutsHaveTheResultStyleAndSomeAreReadOnly()
 {
     QFETCH(bool, map);
     QCOMPARE(m->xPos->isReadOnly(), !map);
@@ -318,7 +318,7 @@ void tst_DispFrames::readOutFollowsTheMouse()
     QCOMPARE(m->yPos->text(), "-0.25");
 }
 
-void tst_DispFrames::drawComesWithTheSurfacesPainter()
+void tst_DispFrames::drawPassesTheSurfacesPainter()
 {
     QList<QPaintDevice*> devices;
     m->client = [&devices](QStylePainter* p) { devices << p->device(); };
@@ -326,20 +326,20 @@ void tst_DispFrames::drawComesWithTheSurfacesPainter()
     QCOMPARE(devices, QList<QPaintDevice*>{m->area});
 }
 
-void tst_DispFrames::mouseSignalsComeFromTheSurface()
+void tst_DispFrames::mouseSignalsAreForwardedFromTheSurface()
 {
     QVERIFY(m->showDocked());
     press(m->area, {100.0, 100.0});
-    QCOMPARE(m->heard, QStringList{"mPressed"});
+    QCOMPARE(m->signalsSeen, QStringList{"mPressed"});
     drag(m->area, {110.0, 100.0});
-    QCOMPARE(m->heard, (QStringList{"mPressed", "mDragging"}));
+    QCOMPARE(m->signalsSeen, (QStringList{"mPressed", "mDragging"}));
     release(m->area, {110.0, 100.0});
-    QCOMPARE(m->heard, (QStringList{"mPressed", "mDragging", "mReleased"}));
+    QCOMPARE(m->signalsSeen, (QStringList{"mPressed", "mDragging", "mReleased"}));
     doubleClick(m->area, {110.0, 100.0});
-    QCOMPARE(m->heard, (QStringList{"mPressed", "mDragging", "mReleased", "mDClicked"}));
+    QCOMPARE(m->signalsSeen, (QStringList{"mPressed", "mDragging", "mReleased", "mDClicked"}));
 }
 
-void tst_DispFrames::firstRangeAfterAResetCounts()
+void tst_DispFrames::onlyFirstRangeAfterResetIsUsed()
 {
     m->setRealCoord(1.0, 2.0, 3.0, 4.0);
     QVERIFY(m->area->hasScale);
@@ -354,7 +354,7 @@ void tst_DispFrames::firstRangeAfterAResetCounts()
     QVERIFY(m->rangeIs(5.0, 6.0, 7.0, 8.0));
 }
 
-void tst_DispFrames::rangeSetAtEachDrawDoesNotUndoAZoom()
+void tst_DispFrames::rangeSetAtEachDrawKeepsTheZoom()
 {
     m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
     QVERIFY(m->showDocked());
@@ -367,7 +367,7 @@ void tst_DispFrames::rangeSetAtEachDrawDoesNotUndoAZoom()
     QCOMPARE(m->area->cc.realX1, x1);
 }
 
-void tst_DispFrames::doubleClickBringsTheRangeOfTheNextDraw()
+void tst_DispFrames::doubleClickRestoresTheRangeAtTheNextDraw()
 {
     m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
     QVERIFY(m->showDocked());
@@ -378,7 +378,7 @@ void tst_DispFrames::doubleClickBringsTheRangeOfTheNextDraw()
     QVERIFY(m->area->hasScale);
 }
 
-void tst_DispFrames::clearScaleAsksForNoPaint()
+void tst_DispFrames::clearScaleRequestsNoRepaint()
 {
     m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
     QVERIFY(m->showDocked());
@@ -386,13 +386,13 @@ void tst_DispFrames::clearScaleAsksForNoPaint()
     paints.settle();
     m->area->cc.setReal(3.0, 3.0, 4.0, 4.0);
     m->clearScale();
-    QCOMPARE(paints.within(settled), 0);
+    QCOMPARE(paints.within(settleTime), 0);
     QVERIFY(m->rangeIs(3.0, 3.0, 4.0, 4.0));
     m->area->repaint();
     QVERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
 }
 
-void tst_DispFrames::clearScaleOfAHiddenFrameShowsAtItsNextPaint()
+void tst_DispFrames::clearScaleOfHiddenFrameTakesEffectAtNextPaint()
 {
     m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
     QVERIFY(m->showDocked());
@@ -402,19 +402,19 @@ void tst_DispFrames::clearScaleOfAHiddenFrameShowsAtItsNextPaint()
     PaintCounter paints(m->area);
     paints.settle();
     m->clearScale();
-    QCOMPARE(paints.within(settled), 0);
+    QCOMPARE(paints.within(settleTime), 0);
     QVERIFY(!m->frame->isVisible());
     QVERIFY(m->rangeIs(3.0, 3.0, 4.0, 4.0));
     QVERIFY(m->showDocked());
     QTRY_VERIFY(m->rangeIs(0.0, 0.0, 10.0, 20.0));
 }
 
-void tst_DispFrames::metaObjectsFollowThatOfAFrame()
+void tst_DispFrames::metaObjectDerivesDirectlyFromQFrame()
 {
     QCOMPARE(m->frame->metaObject()->superClass(), &QFrame::staticMetaObject);
 }
 
-void tst_DispFrames::windowForTheDrawingIsAHiddenChild()
+void tst_DispFrames::popOutWindowIsAHiddenChild()
 {
     QCOMPARE(m->pop->parent(), m->frame);
     QVERIFY(m->pop->isWindow());
@@ -427,8 +427,8 @@ void tst_DispFrames::windowForTheDrawingIsAHiddenChild()
     QVERIFY(m->isDocked());
 }
 
-// The button is clicked where it is: in the frame, then in the window.
-void tst_DispFrames::buttonMovesTheDrawingIntoItsWindowAndBack()
+// The button itself moves: it is clicked in the frame, then in the window.
+void tst_DispFrames::buttonPopsOutAndDocks()
 {
     QVERIFY(m->showDocked());
     for (int round = 0; round < 2; ++round) {
@@ -445,12 +445,12 @@ void tst_DispFrames::buttonMovesTheDrawingIntoItsWindowAndBack()
     }
 }
 
-void tst_DispFrames::closingTheWindowDocksAndTheButtonPopsOutAgain()
+void tst_DispFrames::closingTheWindowDocks()
 {
     QVERIFY(m->showPoppedOut());
     for (int round = 0; round < 2; ++round) {
         QVERIFY(m->isPoppedOut());
-        QVERIFY(m->pop->windowHandle()->close()); // as the window manager's button does
+        QVERIFY(m->pop->windowHandle()->close()); // like the close button of the window manager
         QVERIFY(m->isDocked());
         QTRY_VERIFY(m->area->isVisible());
         click(m->button);
@@ -459,14 +459,14 @@ void tst_DispFrames::closingTheWindowDocksAndTheButtonPopsOutAgain()
     }
 }
 
-void tst_DispFrames::closingTheWindowInCodeDocksToo()
+void tst_DispFrames::closingTheWindowByCodeDocks()
 {
     QVERIFY(m->showPoppedOut());
     QVERIFY(m->pop->close());
     QVERIFY(m->isDocked());
 }
 
-void tst_DispFrames::viewAndMarkerLinesSurviveTheMove()
+void tst_DispFrames::popOutKeepsViewAndMarkerLines()
 {
     MarkedLines lines;
     lines.add("5");
@@ -486,12 +486,12 @@ void tst_DispFrames::viewAndMarkerLinesSurviveTheMove()
         QVERIFY(m->area->hasScale);
         QVERIFY(m->rangeIs(1.0, 2.0, 3.0, 4.0));
         QCOMPARE(m->area->markLines, &lines.set);
-        QCOMPARE(m->frame->findChildren<DispArea*>(), surfaces); // nothing is copied
+        QCOMPARE(m->frame->findChildren<DispArea*>(), surfaces); // no surface was added
     }
     QVERIFY(m->isDocked());
 }
 
-void tst_DispFrames::stripMovesWithTheDrawing()
+void tst_DispFrames::stripMovesWithThePlot()
 {
     m->title->setText("Ref1");
     QVERIFY(m->showPoppedOut());
@@ -507,7 +507,7 @@ void tst_DispFrames::stripMovesWithTheDrawing()
     }
 }
 
-void tst_DispFrames::mouseWorksInTheWindow()
+void tst_DispFrames::mouseWorksInThePopOutWindow()
 {
     QVERIFY(m->showPoppedOut());
     m->area->cc.setArea(0.0, 100.0, 100.0, 0.0);
@@ -515,11 +515,11 @@ void tst_DispFrames::mouseWorksInTheWindow()
     press(m->area, {25.0, 50.0});
     drag(m->area, {75.0, 50.0});
     release(m->area, {75.0, 50.0});
-    QCOMPARE(m->heard, (QStringList{"mPressed", "mDragging", "mReleased"}));
+    QCOMPARE(m->signalsSeen, (QStringList{"mPressed", "mDragging", "mReleased"}));
     QCOMPARE(m->xPos->text(), "0.75");
 }
 
-void tst_DispFrames::emptiedFrameKeepsItsPlace()
+void tst_DispFrames::emptyFrameKeepsItsPlaceInTheLayout()
 {
     QWidget window;
     window.resize(700, 400);
@@ -530,7 +530,7 @@ void tst_DispFrames::emptiedFrameKeepsItsPlace()
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     m->popDock();
-    QTest::qWait(settled);
+    QTest::qWait(settleTime);
     QVERIFY(m->isPoppedOut());
     QCOMPARE(places.itemAtPosition(0, 1)->widget(), m->frame);
     QVERIFY(m->frame->isVisible());
@@ -541,7 +541,7 @@ void tst_DispFrames::emptiedFrameKeepsItsPlace()
     QTRY_VERIFY(m->area->isVisible());
 }
 
-void tst_DispFrames::frameTakesItsPoppedOutDrawingWithIt()
+void tst_DispFrames::destroyedFrameDestroysItsPoppedOutContent()
 {
     QVERIFY(m->showPoppedOut());
     const QPointer<PopBase> pop(m->pop);
@@ -551,17 +551,17 @@ void tst_DispFrames::frameTakesItsPoppedOutDrawingWithIt()
     QVERIFY(!area);
 }
 
-// A surface whose own paint asked for another one would never come to rest.
+// A surface that requests a repaint in its paint event would never become idle.
 void tst_DispFrames::idleSurfaceDoesNotPaint()
 {
     QFETCH(bool, out);
     QVERIFY(out ? m->showPoppedOut() : m->showDocked());
     PaintCounter paints(m->area);
     paints.settle();
-    QCOMPARE(paints.within(idle), 0);
+    QCOMPARE(paints.within(idleTime), 0);
 }
 
-void tst_DispFrames::updateOfTheFramePaintsTheSurfaceOnce()
+void tst_DispFrames::frameUpdatePaintsTheSurfaceOnce()
 {
     QFETCH(bool, out);
     QVERIFY(out ? m->showPoppedOut() : m->showDocked());
@@ -570,13 +570,13 @@ void tst_DispFrames::updateOfTheFramePaintsTheSurfaceOnce()
     paints.settle();
     m->client = [&drawings](QStylePainter*) { ++drawings; };
     m->update();
-    QCOMPARE(paints.count(), 0); // it is asked for, not done
-    QCOMPARE(paints.within(settled), 1);
-    QCOMPARE(paints.within(settled), 1);
+    QCOMPARE(paints.count(), 0); // the paint is only scheduled
+    QCOMPARE(paints.within(settleTime), 1);
+    QCOMPARE(paints.within(settleTime), 1);
     QCOMPARE(drawings, 1);
 }
 
-void tst_DispFrames::paintOfTheSurfaceRepaintsTheWindowsBackground()
+void tst_DispFrames::surfacePaintRepaintsThePopOutWindow()
 {
     QVERIFY(m->showPoppedOut());
     PaintCounter surface(m->area);
@@ -584,7 +584,7 @@ void tst_DispFrames::paintOfTheSurfaceRepaintsTheWindowsBackground()
     surface.settle();
     window.settle();
     m->area->update();
-    QVERIFY(window.within(settled) >= 1);
+    QVERIFY(window.within(settleTime) >= 1);
     QVERIFY(window.region().contains(m->pop->rect().topLeft()));
     QVERIFY(window.region().contains(m->pop->rect().bottomRight()));
     QCOMPARE(surface.count(), 1);

@@ -1,4 +1,5 @@
-// The frame of a map: its form, its read-outs, and the limits of its colours.
+// Tests of DispMBase, the frame of a map: its form, its read-outs and the limits of its
+// colours.
 
 #include "display/DispMBase.h"
 #include "rows/FormChecks.h"
@@ -17,8 +18,8 @@
 
 using namespace tests;
 
-/// What somebody does to a frame.
-using Change = std::function<void(DispMBase*)>;
+/// An action that changes the colours of a frame.
+using Action = std::function<void(DispMBase*)>;
 
 class tst_DispMBase : public QObject
 {
@@ -28,40 +29,40 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void frameDiesWithALimitBeingTyped();
-    void surfaceStandsBelowTheStripAndBesideTheBar();
-    void barStandsBetweenItsNarrowLimits();
-    void limitsOpenWithThoseOfTheBar();
-    void signalsAndSlotsComeInTheirOrder();
+    void frameCanBeDestroyedWhileALimitIsEdited();
+    void surfaceIsBelowTheStripAndBesideTheBar();
+    void barIsBetweenItsNarrowLimitFields();
+    void limitsInitiallyShowTheBarsDefaults();
+    void signalsAndSlotsAreDeclaredInOrder();
 
-    void placeOfTheMouseIsPassedOn();
-    void valueIsLeftToTheClient();
+    void mousePositionIsForwarded();
+    void valueFieldIsSetByTheClientOnly();
     void readOutLeavesTheCursorAtTheEnd();
     void readOutShowsSixDigits();
 
-    void limitIsTakenWhenTypingEnds_data();
-    void limitIsTakenWhenTypingEnds();
-    void limitIsNotTakenWhileTyping();
-    void limitOfWordsIsZero_data();
-    void limitOfWordsIsZero();
-    void limitsAcrossEachOtherAreSwapped_data();
-    void limitsAcrossEachOtherAreSwapped();
-    void limitsTypedAcrossEachOtherAreShownAsTheBarHasThem();
-    void everyLimitOfTheBarIsShown();
-    void leavingALimitUntouchedKeepsAllItsDigits_data();
-    void leavingALimitUntouchedKeepsAllItsDigits();
-    void limitsLeaveTheAutomaticScale();
+    void limitIsAppliedWhenEditingEnds_data();
+    void limitIsAppliedWhenEditingEnds();
+    void limitIsNotAppliedWhileTyping();
+    void unparsableLimitIsZero_data();
+    void unparsableLimitIsZero();
+    void reversedLimitsAreSwapped_data();
+    void reversedLimitsAreSwapped();
+    void reversedLimitsAreShownSwapped();
+    void limitsSetInTheBarAreShown();
+    void leavingAnUneditedLimitKeepsItsFullPrecision_data();
+    void leavingAnUneditedLimitKeepsItsFullPrecision();
+    void typedLimitKeepsAutoScale();
 
-    void rangeSetsBarAndTexts_data();
-    void rangeSetsBarAndTexts();
-    void rangeShowsSixDigitsFromTheirStart();
-    void rangeOfNoNumberIsShownAndLeftAgain_data();
-    void rangeOfNoNumberIsShownAndLeftAgain();
-    void rangeLeavesTheView();
+    void setZRangeSetsBarAndTexts_data();
+    void setZRangeSetsBarAndTexts();
+    void setZRangeShowsSixDigitsFromTheStart();
+    void nanRangeIsShownAndCanBeReplaced_data();
+    void nanRangeIsShownAndCanBeReplaced();
+    void setZRangeKeepsTheView();
 
-    void changeOfTheColoursRepaintsTheSurfaceOnce_data();
-    void changeOfTheColoursRepaintsTheSurfaceOnce();
-    void drawIsFollowedByNoTitles();
+    void colourChangeRepaintsTheSurfaceOnce_data();
+    void colourChangeRepaintsTheSurfaceOnce();
+    void noTitlesAreDrawn();
 
 private:
     bool show();
@@ -75,15 +76,16 @@ void tst_DispMBase::init()
     m_frame = std::make_unique<DispMBase>();
 }
 
-// A limit that has the focus is taken when its field is left, which is too late
-// inside the frame's destructor.
+// Destroys the frame at the end of each test: a limit field that still has the focus
+// then emits editingFinished, which must be harmless.
 void tst_DispMBase::cleanup()
 {
     m_frame.reset();
 }
 
-// The edit finishes its editing when the dying window takes the focus from it.
-void tst_DispMBase::frameDiesWithALimitBeingTyped()
+// A focused QLineEdit emits editingFinished when its window is destroyed. The frame
+// must not react to it then.
+void tst_DispMBase::frameCanBeDestroyedWhileALimitIsEdited()
 {
     auto frame = std::make_unique<DispMBase>();
     frame->show();
@@ -103,8 +105,8 @@ bool tst_DispMBase::show()
     return QTest::qWaitForWindowActive(m_frame.get());
 }
 
-/// Types a text in place of the old one, and ends with Return or by going to
-/// another field.
+/// Replaces the text of @p edit, then presses Return or, with @p leave, moves the focus
+/// to another field.
 void tst_DispMBase::type(QLineEdit* edit, const QString& text, bool leave)
 {
     edit->setFocus();
@@ -117,7 +119,7 @@ void tst_DispMBase::type(QLineEdit* edit, const QString& text, bool leave)
     }
 }
 
-void tst_DispMBase::surfaceStandsBelowTheStripAndBesideTheBar()
+void tst_DispMBase::surfaceIsBelowTheStripAndBesideTheBar()
 {
     const auto* grid = qobject_cast<QGridLayout*>(m_frame->DispABFrame->layout());
     QVERIFY(grid);
@@ -141,7 +143,7 @@ void tst_DispMBase::surfaceStandsBelowTheStripAndBesideTheBar()
     QCOMPARE(m_frame->DispA->sizePolicy().verticalPolicy(), QSizePolicy::Expanding);
 }
 
-void tst_DispMBase::barStandsBetweenItsNarrowLimits()
+void tst_DispMBase::barIsBetweenItsNarrowLimitFields()
 {
     QCOMPARE(m_frame->frame_2->objectName(), "frame_2");
     const auto* grid = qobject_cast<QGridLayout*>(m_frame->frame_2->layout());
@@ -162,13 +164,13 @@ void tst_DispMBase::barStandsBetweenItsNarrowLimits()
     }
 }
 
-void tst_DispMBase::limitsOpenWithThoseOfTheBar()
+void tst_DispMBase::limitsInitiallyShowTheBarsDefaults()
 {
     QCOMPARE(m_frame->MaxV->text(), "1");
     QCOMPARE(m_frame->MinV->text(), "0");
 }
 
-void tst_DispMBase::signalsAndSlotsComeInTheirOrder()
+void tst_DispMBase::signalsAndSlotsAreDeclaredInOrder()
 {
     const QMetaObject& meta = DispMBase::staticMetaObject;
     QCOMPARE(memberNames(meta, QMetaMethod::Signal),
@@ -179,8 +181,8 @@ void tst_DispMBase::signalsAndSlotsComeInTheirOrder()
                           "popDock()", "clearScale()", "newZmax()", "newZmin()"}));
 }
 
-// The client finds the read-outs written when it hears of the place.
-void tst_DispMBase::placeOfTheMouseIsPassedOn()
+// The read-outs are already updated when the client receives the signal.
+void tst_DispMBase::mousePositionIsForwarded()
 {
     QVERIFY(show());
     m_frame->DispA->cc.setArea(0.0, 200.0, 100.0, 0.0);
@@ -188,24 +190,24 @@ void tst_DispMBase::placeOfTheMouseIsPassedOn()
     QStringList shown;
     connect(m_frame.get(), &DispMBase::nowPos, this,
             [&] { shown << m_frame->XPos->text() << m_frame->YPos->text(); });
-    const QSignalSpy places(m_frame.get(), &DispMBase::nowPos);
+    const QSignalSpy positions(m_frame.get(), &DispMBase::nowPos);
     tests::move(m_frame->DispA, {75.0, 150.0});
     press(m_frame->DispA, {75.0, 150.0});
     drag(m_frame->DispA, {50.0, 100.0});
-    QCOMPARE(places.size(), 2);
-    QCOMPARE(places.at(0), (QVariantList{0.75, 0.25}));
-    QCOMPARE(places.at(1), (QVariantList{0.5, 0.5}));
+    QCOMPARE(positions.size(), 2);
+    QCOMPARE(positions.at(0), (QVariantList{0.75, 0.25}));
+    QCOMPARE(positions.at(1), (QVariantList{0.5, 0.5}));
     QCOMPARE(shown, (QStringList{"0.75", "0.25", "0.5", "0.5"}));
 }
 
-void tst_DispMBase::valueIsLeftToTheClient()
+void tst_DispMBase::valueFieldIsSetByTheClientOnly()
 {
     m_frame->Val->setText("client's");
     m_frame->receiveNowPos(1.0, 2.0);
     QCOMPARE(m_frame->Val->text(), "client's");
 }
 
-// Unlike the plot's.
+// Unlike in a plot, whose fields show the start of the number.
 void tst_DispMBase::readOutLeavesTheCursorAtTheEnd()
 {
     m_frame->receiveNowPos(8333.2469, -1.5);
@@ -220,14 +222,14 @@ void tst_DispMBase::readOutShowsSixDigits()
     QCOMPARE(m_frame->YPos->text(), "1.23457e+06");
 }
 
-void tst_DispMBase::limitIsTakenWhenTypingEnds_data()
+void tst_DispMBase::limitIsAppliedWhenEditingEnds_data()
 {
     QTest::addColumn<bool>("leave");
     QTest::newRow("Return") << false;
-    QTest::newRow("the field is left") << true;
+    QTest::newRow("focus leaves the field") << true;
 }
 
-void tst_DispMBase::limitIsTakenWhenTypingEnds()
+void tst_DispMBase::limitIsAppliedWhenEditingEnds()
 {
     QFETCH(bool, leave);
     QVERIFY(show());
@@ -239,7 +241,7 @@ void tst_DispMBase::limitIsTakenWhenTypingEnds()
     QCOMPARE(m_frame->CBar->zmax, 2.5);
 }
 
-void tst_DispMBase::limitIsNotTakenWhileTyping()
+void tst_DispMBase::limitIsNotAppliedWhileTyping()
 {
     QVERIFY(show());
     const QSignalSpy scales(m_frame->CBar, &cBar::newScale);
@@ -247,20 +249,20 @@ void tst_DispMBase::limitIsNotTakenWhileTyping()
     QTest::keyClicks(m_frame->MaxV, "25");
     QCOMPARE(m_frame->CBar->zmax, 1.0);
     QCOMPARE(scales.size(), 0);
-    m_frame->MinV->setText("-7"); // as the client does
+    m_frame->MinV->setText("-7"); // as a client does
     QCOMPARE(m_frame->CBar->zmin, 0.0);
 }
 
-void tst_DispMBase::limitOfWordsIsZero_data()
+void tst_DispMBase::unparsableLimitIsZero_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("word") << "high";
+    QTest::newRow("letters") << "high";
     QTest::newRow("comma") << "2,5";
     QTest::newRow("number with a unit") << "2.5um";
-    QTest::newRow("blank") << " ";
+    QTest::newRow("space") << " ";
 }
 
-void tst_DispMBase::limitOfWordsIsZero()
+void tst_DispMBase::unparsableLimitIsZero()
 {
     QFETCH(QString, text);
     QVERIFY(show());
@@ -273,20 +275,20 @@ void tst_DispMBase::limitOfWordsIsZero()
     QCOMPARE(m_frame->CBar->zmax, 0.0);
 }
 
-void tst_DispMBase::limitsAcrossEachOtherAreSwapped_data()
+void tst_DispMBase::reversedLimitsAreSwapped_data()
 {
-    QTest::addColumn<bool>("upper"); // of 1 to 3
+    QTest::addColumn<bool>("upper"); // change the upper limit of the range 1 to 3
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("zmin");
     QTest::addColumn<double>("zmax");
     QTest::newRow("upper limit below the lower one") << true << "-5" << -5.0 << 1.0;
-    QTest::newRow("upper limit of words") << true << "high" << 0.0 << 1.0;
-    QTest::newRow("upper limit on the lower one") << true << "1" << 1.0 << 1.0;
+    QTest::newRow("unparsable upper limit") << true << "high" << 0.0 << 1.0;
+    QTest::newRow("upper limit equal to the lower one") << true << "1" << 1.0 << 1.0;
     QTest::newRow("lower limit above the upper one") << false << "7" << 3.0 << 7.0;
-    QTest::newRow("lower limit on the upper one") << false << "3" << 3.0 << 3.0;
+    QTest::newRow("lower limit equal to the upper one") << false << "3" << 3.0 << 3.0;
 }
 
-void tst_DispMBase::limitsAcrossEachOtherAreSwapped()
+void tst_DispMBase::reversedLimitsAreSwapped()
 {
     QFETCH(bool, upper);
     QFETCH(QString, text);
@@ -298,7 +300,7 @@ void tst_DispMBase::limitsAcrossEachOtherAreSwapped()
     QTEST(m_frame->CBar->zmax, "zmax");
 }
 
-void tst_DispMBase::limitsTypedAcrossEachOtherAreShownAsTheBarHasThem()
+void tst_DispMBase::reversedLimitsAreShownSwapped()
 {
     m_frame->setZRange(1.5, 3.5);
     QVERIFY(show());
@@ -312,7 +314,7 @@ void tst_DispMBase::limitsTypedAcrossEachOtherAreShownAsTheBarHasThem()
     QCOMPARE(m_frame->MaxV->text(), "1.5");
 }
 
-void tst_DispMBase::everyLimitOfTheBarIsShown()
+void tst_DispMBase::limitsSetInTheBarAreShown()
 {
     m_frame->CBar->newZmax(7.25);
     QCOMPARE(m_frame->MaxV->text(), "7.25");
@@ -321,7 +323,7 @@ void tst_DispMBase::everyLimitOfTheBarIsShown()
     QCOMPARE(m_frame->MaxV->text(), "8.5");
 }
 
-void tst_DispMBase::leavingALimitUntouchedKeepsAllItsDigits_data()
+void tst_DispMBase::leavingAnUneditedLimitKeepsItsFullPrecision_data()
 {
     QTest::addColumn<double>("lo");
     QTest::addColumn<double>("hi");
@@ -329,7 +331,7 @@ void tst_DispMBase::leavingALimitUntouchedKeepsAllItsDigits_data()
     QTest::newRow("reversed limits") << 9.5 << 0.5;
 }
 
-void tst_DispMBase::leavingALimitUntouchedKeepsAllItsDigits()
+void tst_DispMBase::leavingAnUneditedLimitKeepsItsFullPrecision()
 {
     QFETCH(double, lo);
     QFETCH(double, hi);
@@ -347,36 +349,36 @@ void tst_DispMBase::leavingALimitUntouchedKeepsAllItsDigits()
     QCOMPARE(m_frame->CBar->zmin, std::min(lo, hi));
     QCOMPARE(m_frame->CBar->zmax, std::max(lo, hi));
     QCOMPARE(scales.size(), 0);
-    Q_EMIT m_frame->CBar->newScale(); // as when its lines are dragged
+    Q_EMIT m_frame->CBar->newScale(); // as if its lines were dragged
     QCOMPARE(m_frame->MinV->text(), lower);
     QCOMPARE(m_frame->MaxV->text(), upper);
 }
 
-void tst_DispMBase::limitsLeaveTheAutomaticScale()
+void tst_DispMBase::typedLimitKeepsAutoScale()
 {
     QVERIFY(show());
     type(m_frame->MaxV, "-5", false);
     QVERIFY(m_frame->CBar->autoScale);
 }
 
-void tst_DispMBase::rangeSetsBarAndTexts_data()
+void tst_DispMBase::setZRangeSetsBarAndTexts_data()
 {
     QTest::addColumn<double>("lo");
     QTest::addColumn<double>("hi");
     QTest::addColumn<QStringList>("texts");
-    // From 10 to 20.
-    QTest::newRow("up") << 30.0 << 40.0 << QStringList{"30", "40"};
-    QTest::newRow("up, across") << 15.0 << 40.0 << QStringList{"15", "40"};
-    QTest::newRow("up, from the upper limit on") << 20.0 << 40.0 << QStringList{"20", "40"};
-    QTest::newRow("down") << -40.0 << -30.0 << QStringList{"-40", "-30"};
-    QTest::newRow("down, across") << -40.0 << 15.0 << QStringList{"-40", "15"};
-    QTest::newRow("down, to the lower limit") << -40.0 << 10.0 << QStringList{"-40", "10"};
+    // The old range is 10 to 20.
+    QTest::newRow("above") << 30.0 << 40.0 << QStringList{"30", "40"};
+    QTest::newRow("overlapping from above") << 15.0 << 40.0 << QStringList{"15", "40"};
+    QTest::newRow("starting at the upper limit") << 20.0 << 40.0 << QStringList{"20", "40"};
+    QTest::newRow("below") << -40.0 << -30.0 << QStringList{"-40", "-30"};
+    QTest::newRow("overlapping from below") << -40.0 << 15.0 << QStringList{"-40", "15"};
+    QTest::newRow("ending at the lower limit") << -40.0 << 10.0 << QStringList{"-40", "10"};
     QTest::newRow("within") << 12.0 << 18.0 << QStringList{"12", "18"};
     QTest::newRow("around") << -5.0 << 50.0 << QStringList{"-5", "50"};
-    QTest::newRow("the same") << 10.0 << 20.0 << QStringList{"10", "20"};
-    QTest::newRow("together") << 15.0 << 15.0 << QStringList{"15", "15"};
-    QTest::newRow("together above") << 30.0 << 30.0 << QStringList{"30", "30"};
-    // The texts tell what was asked for.
+    QTest::newRow("unchanged") << 10.0 << 20.0 << QStringList{"10", "20"};
+    QTest::newRow("empty, inside") << 15.0 << 15.0 << QStringList{"15", "15"};
+    QTest::newRow("empty, above") << 30.0 << 30.0 << QStringList{"30", "30"};
+    // The texts show the limits as given.
     QTest::newRow("reversed above") << 40.0 << 30.0 << QStringList{"40", "30"};
     QTest::newRow("reversed below") << -30.0 << -40.0 << QStringList{"-30", "-40"};
     QTest::newRow("reversed within") << 18.0 << 12.0 << QStringList{"18", "12"};
@@ -384,7 +386,7 @@ void tst_DispMBase::rangeSetsBarAndTexts_data()
     QTest::newRow("infinite") << -qInf() << qInf() << QStringList{"-inf", "inf"};
 }
 
-void tst_DispMBase::rangeSetsBarAndTexts()
+void tst_DispMBase::setZRangeSetsBarAndTexts()
 {
     QFETCH(double, lo);
     QFETCH(double, hi);
@@ -396,35 +398,35 @@ void tst_DispMBase::rangeSetsBarAndTexts()
     QTEST((QStringList{m_frame->MinV->text(), m_frame->MaxV->text()}), "texts");
 }
 
-void tst_DispMBase::rangeShowsSixDigitsFromTheirStart()
+void tst_DispMBase::setZRangeShowsSixDigitsFromTheStart()
 {
     m_frame->setZRange(-1.0 / 3.0, 1234567.0);
     QCOMPARE(m_frame->MinV->text(), "-0.333333");
     QCOMPARE(m_frame->MaxV->text(), "1.23457e+06");
     QCOMPARE(m_frame->MinV->cursorPosition(), 0);
     QCOMPARE(m_frame->MaxV->cursorPosition(), 0);
-    // The bar takes all digits.
+    // The bar keeps all digits.
     QCOMPARE(m_frame->CBar->zmin, -1.0 / 3.0);
     QCOMPARE(m_frame->CBar->zmax, 1234567.0);
 }
 
-void tst_DispMBase::rangeOfNoNumberIsShownAndLeftAgain_data()
+void tst_DispMBase::nanRangeIsShownAndCanBeReplaced_data()
 {
     QTest::addColumn<double>("lo");
     QTest::addColumn<double>("hi");
     QTest::addColumn<QStringList>("texts");
-    QTest::newRow("lower") << qQNaN() << 2.0 << QStringList{"nan", "2"};
-    QTest::newRow("upper") << 2.0 << qQNaN() << QStringList{"2", "nan"};
-    QTest::newRow("both") << qQNaN() << qQNaN() << QStringList{"nan", "nan"};
+    QTest::newRow("lower is NaN") << qQNaN() << 2.0 << QStringList{"nan", "2"};
+    QTest::newRow("upper is NaN") << 2.0 << qQNaN() << QStringList{"2", "nan"};
+    QTest::newRow("both are NaN") << qQNaN() << qQNaN() << QStringList{"nan", "nan"};
 }
 
-void tst_DispMBase::rangeOfNoNumberIsShownAndLeftAgain()
+void tst_DispMBase::nanRangeIsShownAndCanBeReplaced()
 {
     QFETCH(double, lo);
     QFETCH(double, hi);
     m_frame->setZRange(lo, hi);
     QTEST((QStringList{m_frame->MinV->text(), m_frame->MaxV->text()}), "texts");
-    // No place in the table: the first colour.
+    // NaN limits give no index into the table: the first colour.
     QCOMPARE(m_frame->CBar->color(2.0), QColor(0, 0, 0));
     m_frame->setZRange(3.0, 4.0);
     QCOMPARE(m_frame->CBar->zmin, 3.0);
@@ -435,7 +437,7 @@ void tst_DispMBase::rangeOfNoNumberIsShownAndLeftAgain()
     QCOMPARE(m_frame->CBar->zmax, -3.0);
 }
 
-void tst_DispMBase::rangeLeavesTheView()
+void tst_DispMBase::setZRangeKeepsTheView()
 {
     m_frame->setRealCoord(1.0, 2.0, 3.0, 4.0);
     m_frame->setZRange(5.0, 6.0);
@@ -447,20 +449,20 @@ void tst_DispMBase::rangeLeavesTheView()
     QCOMPARE(m_frame->CBar->imax, 768.0);
 }
 
-void tst_DispMBase::changeOfTheColoursRepaintsTheSurfaceOnce_data()
+void tst_DispMBase::colourChangeRepaintsTheSurfaceOnce_data()
 {
-    QTest::addColumn<Change>("change");
-    QTest::newRow("range") << Change([](DispMBase* frame) { frame->setZRange(5.0, 6.0); });
-    QTest::newRow("scale") << Change([](DispMBase* frame) { frame->CBar->setAutoScale(true); });
-    QTest::newRow("limit") << Change([](DispMBase* frame) {
+    QTest::addColumn<Action>("change");
+    QTest::newRow("range") << Action([](DispMBase* frame) { frame->setZRange(5.0, 6.0); });
+    QTest::newRow("scale") << Action([](DispMBase* frame) { frame->CBar->setAutoScale(true); });
+    QTest::newRow("limit") << Action([](DispMBase* frame) {
         frame->MaxV->setText(frame->MaxV->text() + "4");
         QTest::keyClick(frame->MaxV, Qt::Key_Return);
     });
 }
 
-void tst_DispMBase::changeOfTheColoursRepaintsTheSurfaceOnce()
+void tst_DispMBase::colourChangeRepaintsTheSurfaceOnce()
 {
-    QFETCH(Change, change);
+    QFETCH(Action, change);
     QVERIFY(show());
     for (const bool out : {false, true}) {
         if (out) {
@@ -475,7 +477,7 @@ void tst_DispMBase::changeOfTheColoursRepaintsTheSurfaceOnce()
     }
 }
 
-void tst_DispMBase::drawIsFollowedByNoTitles()
+void tst_DispMBase::noTitlesAreDrawn()
 {
     connect(m_frame.get(), &DispMBase::draw, this, [this](QStylePainter* p) {
         p->fillRect(m_frame->DispA->rect(), Qt::white);

@@ -1,4 +1,5 @@
-// The graph window: its eleven plots, what it says of them, and their repaints.
+// Tests of Displays, the graph window: its eleven plots, the signals it forwards, and
+// its repaints.
 
 #include "display/Displays.h"
 #include "support/MemberOrder.h"
@@ -41,37 +42,37 @@ Displays::DispId idAt(int value)
     return static_cast<Displays::DispId>(value);
 }
 
-/// What one of the three mouse signals said.
-struct Told {
+/// One emission of a mouse signal of the graph window.
+struct MouseSignal {
     QString signal;
     DispABase* plot = nullptr;
     MouseC* mouse = nullptr;
 
-    bool operator==(const Told&) const = default;
+    bool operator==(const MouseSignal&) const = default;
 };
 
-/// Keeps what the mouse signals of a window say.
-class Listener : public QObject
+/// Records the mouse signals of a graph window.
+class MouseSignalRecorder : public QObject
 {
 public:
-    explicit Listener(Displays& graphs)
+    explicit MouseSignalRecorder(Displays& graphs)
     {
         connect(&graphs, &Displays::mPressed, this, [this](DispABase* plot, MouseC* m) {
-            told.append({QStringLiteral("pressed"), plot, m});
+            received.append({QStringLiteral("pressed"), plot, m});
         });
         connect(&graphs, &Displays::mDragging, this, [this](DispABase* plot, MouseC* m) {
-            told.append({QStringLiteral("dragging"), plot, m});
+            received.append({QStringLiteral("dragging"), plot, m});
         });
         connect(&graphs, &Displays::mReleased, this, [this](DispABase* plot, MouseC* m) {
-            told.append({QStringLiteral("released"), plot, m});
+            received.append({QStringLiteral("released"), plot, m});
         });
     }
 
-    QList<Told> told;
+    QList<MouseSignal> received;
 };
 
-/// Has a word for all that is asked for in one context, but for
-/// the title of the comparison.
+/// Translates every text of the context "Displays" except the title of the comparison
+/// plot.
 class TitleTranslator : public QTranslator
 {
 public:
@@ -98,41 +99,41 @@ class tst_Displays : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void windowIsAsItsFormSays();
-    void signalsAndSlotsStandInOrder();
+    void windowMatchesItsForm();
+    void signalsAndSlotsAreDeclaredInOrder();
 
-    void plotStandsInItsPlaceUnderItsName_data();
-    void plotStandsInItsPlaceUnderItsName();
-    void elevenPlotsAreListedInTheOrderOfTheirValues();
+    void plotHasItsPlaceAndTitle_data();
+    void plotHasItsPlaceAndTitle();
+    void elevenPlotsAreListedInOrderOfTheirIds();
     void plotOutsideTheGridStaysAHiddenWindow();
-    void axisTitlesGoIntoThePlotsAndNotIntoTheirStrips();
-    void titlesAreTranslatedButForTheComparison();
-    void frameOfAnUnlistedValueIsNull();
+    void axisTitlesAreDrawnInThePlotsNotInTheStrips();
+    void allTitlesButTheComparisonAreTranslated();
+    void frameOfUnknownIdIsNull();
 
-    void addedPlotTakesTheGivenPlaceAndSpans();
-    void negativeColumnOrRowKeepsOutOfTheGrid_data();
-    void negativeColumnOrRowKeepsOutOfTheGrid();
-    void firstOfTwoPlotsUnderOneValueIsFound();
-    void plotListedTwiceIsToldUnderBothValues();
+    void addedPlotHasTheGivenPlaceAndSpans();
+    void negativeColumnOrRowMeansOutsideTheGrid_data();
+    void negativeColumnOrRowMeansOutsideTheGrid();
+    void firstOfTwoPlotsWithTheSameIdIsFound();
+    void plotListedTwiceIsDrawnUnderBothIds();
 
-    void drawNamesThePlot();
-    void mouseSignalsNameThePlot();
-    void rightPressIsNotToldButItsReleaseIs();
-    void doubleClickIsNotTold();
+    void drawPassesIdAndPlot();
+    void mouseSignalsPassThePlot();
+    void rightButtonOnlySignalsItsRelease();
+    void doubleClickIsNotSignalled();
 
-    void doubleClickResetsTheRangeOfThatPlotOnly();
+    void doubleClickResetsTheRangeOfOnePlotOnly();
 
     void updatePaintsEveryPlotOnce();
-    void updatePaintsAPoppedOutPlotOnce();
-    void updateReachesAPoppedOutPlotWhileTheWindowIsHidden();
-    void updateReachesThePlotOutsideTheGridWhenItIsPoppedOut();
-    void nothingIsPaintedWithoutReason();
+    void updatePaintsPoppedOutPlotOnce();
+    void updatePaintsPoppedOutPlotOfHiddenWindow();
+    void updatePaintsPoppedOutPlotOutsideTheGrid();
+    void idlePlotsAreNotPainted();
 
-    void closingHidesTheWindowAndItOpensAgain();
-    void plotsLiveAsLongAsTheWindow();
+    void closedWindowIsHiddenAndCanBeReopened();
+    void plotsAreDestroyedWithTheWindow();
 };
 
-void tst_Displays::windowIsAsItsFormSays()
+void tst_Displays::windowMatchesItsForm()
 {
     const Displays graphs;
     QCOMPARE(graphs.objectName(), QStringLiteral("Displays"));
@@ -153,21 +154,21 @@ void tst_Displays::windowIsAsItsFormSays()
     QCOMPARE(graphs.DispL->verticalSpacing(), 2);
 }
 
-void tst_Displays::signalsAndSlotsStandInOrder()
+void tst_Displays::signalsAndSlotsAreDeclaredInOrder()
 {
-    const QStringList wantedSignals{
+    const QStringList expectedSignals{
         QStringLiteral("draw(Displays::DispId,DispABase*,QStylePainter*)"),
         QStringLiteral("mPressed(DispABase*,MouseC*)"),
         QStringLiteral("mDragging(DispABase*,MouseC*)"),
         QStringLiteral("mReleased(DispABase*,MouseC*)")};
-    QCOMPARE(memberNames(Displays::staticMetaObject, QMetaMethod::Signal), wantedSignals);
-    const QStringList wantedSlots{
+    QCOMPARE(memberNames(Displays::staticMetaObject, QMetaMethod::Signal), expectedSignals);
+    const QStringList expectedSlots{
         QStringLiteral("receiveDraw(QStylePainter*)"), QStringLiteral("receiveMPressed(MouseC*)"),
         QStringLiteral("receiveMDragging(MouseC*)"), QStringLiteral("receiveMReleased(MouseC*)")};
-    QCOMPARE(memberNames(Displays::staticMetaObject, QMetaMethod::Slot).first(4), wantedSlots);
+    QCOMPARE(memberNames(Displays::staticMetaObject, QMetaMethod::Slot).first(4), expectedSlots);
 }
 
-void tst_Displays::plotStandsInItsPlaceUnderItsName_data()
+void tst_Displays::plotHasItsPlaceAndTitle_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<int>("value");
@@ -192,7 +193,7 @@ void tst_Displays::plotStandsInItsPlaceUnderItsName_data()
     plot("DDMutVsA", Displays::DDMutVsA, 9, "dMut/v or a", 2, 2, 1);
 }
 
-void tst_Displays::plotStandsInItsPlaceUnderItsName()
+void tst_Displays::plotHasItsPlaceAndTitle()
 {
     QFETCH(int, id);
     QFETCH(QString, title);
@@ -209,7 +210,7 @@ void tst_Displays::plotStandsInItsPlaceUnderItsName()
     QCOMPARE(plot->parent(), &graphs);
 }
 
-void tst_Displays::elevenPlotsAreListedInTheOrderOfTheirValues()
+void tst_Displays::elevenPlotsAreListedInOrderOfTheirIds()
 {
     const Displays graphs;
     QCOMPARE(graphs.disps.size(), 11);
@@ -237,7 +238,7 @@ void tst_Displays::plotOutsideTheGridStaysAHiddenWindow()
     QVERIFY(graphs.frame(Displays::DHistA)->isVisible());
 }
 
-void tst_Displays::axisTitlesGoIntoThePlotsAndNotIntoTheirStrips()
+void tst_Displays::axisTitlesAreDrawnInThePlotsNotInTheStrips()
 {
     const Displays graphs;
     for (DispABase* plot : graphs.disps) {
@@ -248,25 +249,26 @@ void tst_Displays::axisTitlesGoIntoThePlotsAndNotIntoTheirStrips()
     }
 }
 
-void tst_Displays::titlesAreTranslatedButForTheComparison()
+void tst_Displays::allTitlesButTheComparisonAreTranslated()
 {
     TitleTranslator translator;
     QVERIFY(QCoreApplication::installTranslator(&translator));
     const Displays graphs;
     QCOMPARE(graphs.frame(Displays::DRef1)->Title->text(), QStringLiteral("<Ref1>"));
     QCOMPARE(graphs.frame(Displays::DM2M3)->Title->text(), QStringLiteral("<M2/M3>"));
-    // A table has its word under another text, which is not asked for.
+    // The translation tables contain this title under another source text, so it is not
+    // translated.
     QCOMPARE(graphs.frame(Displays::DLCFvs4PS)->Title->text(), QStringLiteral("LCF vs MPS"));
 }
 
-void tst_Displays::frameOfAnUnlistedValueIsNull()
+void tst_Displays::frameOfUnknownIdIsNull()
 {
     const Displays graphs;
     QVERIFY(!graphs.frame(idAt(11)));
     QVERIFY(!graphs.frame(idAt(15)));
 }
 
-void tst_Displays::addedPlotTakesTheGivenPlaceAndSpans()
+void tst_Displays::addedPlotHasTheGivenPlaceAndSpans()
 {
     Displays graphs;
     auto* plot = new DispABase;
@@ -279,16 +281,16 @@ void tst_Displays::addedPlotTakesTheGivenPlaceAndSpans()
     QCOMPARE(graphs.ids.last(), idAt(11));
 }
 
-void tst_Displays::negativeColumnOrRowKeepsOutOfTheGrid_data()
+void tst_Displays::negativeColumnOrRowMeansOutsideTheGrid_data()
 {
     QTest::addColumn<int>("column");
     QTest::addColumn<int>("row");
     QTest::newRow("column") << -1 << 3;
     QTest::newRow("row") << 3 << -1;
-    QTest::newRow("both") << -1 << -1;
+    QTest::newRow("column and row") << -1 << -1;
 }
 
-void tst_Displays::negativeColumnOrRowKeepsOutOfTheGrid()
+void tst_Displays::negativeColumnOrRowMeansOutsideTheGrid()
 {
     QFETCH(int, column);
     QFETCH(int, row);
@@ -300,7 +302,7 @@ void tst_Displays::negativeColumnOrRowKeepsOutOfTheGrid()
     QCOMPARE(graphs.frame(idAt(11)), plot);
 }
 
-void tst_Displays::firstOfTwoPlotsUnderOneValueIsFound()
+void tst_Displays::firstOfTwoPlotsWithTheSameIdIsFound()
 {
     Displays graphs;
     auto* first = new DispABase;
@@ -310,7 +312,7 @@ void tst_Displays::firstOfTwoPlotsUnderOneValueIsFound()
     QCOMPARE(graphs.frame(idAt(11)), first);
 }
 
-void tst_Displays::plotListedTwiceIsToldUnderBothValues()
+void tst_Displays::plotListedTwiceIsDrawnUnderBothIds()
 {
     Displays graphs;
     auto* plot = new DispABase;
@@ -324,7 +326,7 @@ void tst_Displays::plotListedTwiceIsToldUnderBothValues()
     QCOMPARE(drawn, (QList<int>{12, 11}));
 }
 
-void tst_Displays::drawNamesThePlot()
+void tst_Displays::drawPassesIdAndPlot()
 {
     Displays graphs;
     QList<std::pair<Displays::DispId, DispABase*>> drawn;
@@ -342,46 +344,47 @@ void tst_Displays::drawNamesThePlot()
     }
 }
 
-void tst_Displays::mouseSignalsNameThePlot()
+void tst_Displays::mouseSignalsPassThePlot()
 {
     Displays graphs;
     for (DispABase* plot : std::as_const(graphs.disps)) {
-        const Listener listener(graphs);
+        const MouseSignalRecorder recorder(graphs);
         press(plot->DispA, {30, 20});
         drag(plot->DispA, {40, 20});
         release(plot->DispA, {40, 20});
         MouseC* mouse = &plot->DispA->mouse;
-        QVERIFY(listener.told == (QList<Told>{{QStringLiteral("pressed"), plot, mouse},
-                                              {QStringLiteral("dragging"), plot, mouse},
-                                              {QStringLiteral("released"), plot, mouse}}));
+        QVERIFY(recorder.received ==
+                (QList<MouseSignal>{{QStringLiteral("pressed"), plot, mouse},
+                                    {QStringLiteral("dragging"), plot, mouse},
+                                    {QStringLiteral("released"), plot, mouse}}));
     }
 }
 
-void tst_Displays::rightPressIsNotToldButItsReleaseIs()
+void tst_Displays::rightButtonOnlySignalsItsRelease()
 {
     Displays graphs;
     DispABase* plot = graphs.frame(Displays::DMuts);
-    const Listener listener(graphs);
+    const MouseSignalRecorder recorder(graphs);
     press(plot->DispA, {30, 20}, Qt::RightButton);
     move(plot->DispA, {40, 20}, Qt::RightButton);
-    QVERIFY(listener.told.isEmpty());
+    QVERIFY(recorder.received.isEmpty());
     release(plot->DispA, {40, 20}, Qt::RightButton);
-    QVERIFY(listener.told ==
-            (QList<Told>{{QStringLiteral("released"), plot, &plot->DispA->mouse}}));
+    QVERIFY(recorder.received ==
+            (QList<MouseSignal>{{QStringLiteral("released"), plot, &plot->DispA->mouse}}));
 }
 
-void tst_Displays::doubleClickIsNotTold()
+void tst_Displays::doubleClickIsNotSignalled()
 {
     Displays graphs;
     DispABase* plot = graphs.frame(Displays::DMuts);
-    const Listener listener(graphs);
-    const QSignalSpy ofThePlot(plot, &DispABase::mDClicked);
+    const MouseSignalRecorder recorder(graphs);
+    const QSignalSpy plotSignals(plot, &DispABase::mDClicked);
     doubleClick(plot->DispA, {30, 20});
-    QCOMPARE(ofThePlot.size(), 1);
-    QVERIFY(listener.told.isEmpty());
+    QCOMPARE(plotSignals.size(), 1);
+    QVERIFY(recorder.received.isEmpty());
 }
 
-void tst_Displays::doubleClickResetsTheRangeOfThatPlotOnly()
+void tst_Displays::doubleClickResetsTheRangeOfOnePlotOnly()
 {
     Displays graphs;
     QVERIFY(showAndSettle(graphs));
@@ -395,10 +398,10 @@ void tst_Displays::doubleClickResetsTheRangeOfThatPlotOnly()
         QCOMPARE(plot->DispA->hasScale, plot != clicked);
         QCOMPARE(plot->DispA->cc.realX1, 3.0);
     }
-    QList<int> wanted(11, 0);
-    wanted[Displays::DHistDMut] = 1;
-    QCOMPARE(paints.counts(), wanted);
-    // Nobody draws here, so the paint leaves the range of an empty plot.
+    QList<int> expected(11, 0);
+    expected[Displays::DHistDMut] = 1;
+    QCOMPARE(paints.counts(), expected);
+    // No client is connected, so the paint sets the automatic range of an empty plot.
     QCOMPARE(clicked->DispA->cc.realX1, 1.0);
     QCOMPARE(graphs.frame(Displays::DHistA)->DispA->cc.realX1, 3.0);
 }
@@ -412,7 +415,7 @@ void tst_Displays::updatePaintsEveryPlotOnce()
     QCOMPARE(paints.counts(), inTheGrid(1));
 }
 
-void tst_Displays::updatePaintsAPoppedOutPlotOnce()
+void tst_Displays::updatePaintsPoppedOutPlotOnce()
 {
     Displays graphs;
     QVERIFY(showAndSettle(graphs));
@@ -428,7 +431,7 @@ void tst_Displays::updatePaintsAPoppedOutPlotOnce()
     QCOMPARE(paints.counts(), inTheGrid(1));
 }
 
-void tst_Displays::updateReachesAPoppedOutPlotWhileTheWindowIsHidden()
+void tst_Displays::updatePaintsPoppedOutPlotOfHiddenWindow()
 {
     Displays graphs;
     DispABase* plot = graphs.frame(Displays::DTarget);
@@ -437,12 +440,12 @@ void tst_Displays::updateReachesAPoppedOutPlotWhileTheWindowIsHidden()
     QVERIFY(!graphs.isVisible());
     SurfacePaints paints(graphs);
     graphs.update();
-    QList<int> wanted(11, 0);
-    wanted[Displays::DTarget] = 1;
-    QCOMPARE(paints.counts(), wanted);
+    QList<int> expected(11, 0);
+    expected[Displays::DTarget] = 1;
+    QCOMPARE(paints.counts(), expected);
 }
 
-void tst_Displays::updateReachesThePlotOutsideTheGridWhenItIsPoppedOut()
+void tst_Displays::updatePaintsPoppedOutPlotOutsideTheGrid()
 {
     Displays graphs;
     QVERIFY(showAndSettle(graphs));
@@ -454,7 +457,7 @@ void tst_Displays::updateReachesThePlotOutsideTheGridWhenItIsPoppedOut()
     QCOMPARE(paints.counts(), QList<int>(11, 1));
 }
 
-void tst_Displays::nothingIsPaintedWithoutReason()
+void tst_Displays::idlePlotsAreNotPainted()
 {
     Displays graphs;
     QVERIFY(showAndSettle(graphs));
@@ -462,13 +465,13 @@ void tst_Displays::nothingIsPaintedWithoutReason()
     plot->popDock();
     QVERIFY(QTest::qWaitForWindowExposed(plot->pop));
     SurfacePaints paints(graphs);
-    graphs.update(); // a paint must not ask for the next one
+    graphs.update(); // a paint must not request another one
     paints.restart();
     QTest::qWait(200);
     QCOMPARE(paints.counts(), inTheGrid(0));
 }
 
-void tst_Displays::closingHidesTheWindowAndItOpensAgain()
+void tst_Displays::closedWindowIsHiddenAndCanBeReopened()
 {
     Displays graphs;
     QVERIFY(showAndSettle(graphs));
@@ -483,7 +486,7 @@ void tst_Displays::closingHidesTheWindowAndItOpensAgain()
     QCOMPARE(paints.counts(), inTheGrid(1));
 }
 
-void tst_Displays::plotsLiveAsLongAsTheWindow()
+void tst_Displays::plotsAreDestroyedWithTheWindow()
 {
     QList<QPointer<DispABase>> plots;
     {

@@ -1,4 +1,4 @@
-// Text that fits its box: sizes as they reach the painter, places by pixels.
+// Tests of DrawText: font sizes as the painter receives them, positions by pixels.
 #include "display/DrawText.h"
 
 #include "support/DebugLog.h"
@@ -18,8 +18,8 @@ namespace
 {
 
 constexpr int leftMiddle = Qt::AlignLeft | Qt::AlignVCenter;
-const QString word = QStringLiteral("Thick");
-const QString longerWord = QStringLiteral("Thickness");
+const QString shortText = QStringLiteral("Thick");
+const QString longText = QStringLiteral("Thickness");
 
 using Drawing = std::function<void(QStylePainter*)>;
 
@@ -60,7 +60,7 @@ private:
     Drawing m_drawing;
 };
 
-QImage drawn(const Drawing& drawing)
+QImage pictureOf(const Drawing& drawing)
 {
     return Canvas(drawing).image();
 }
@@ -89,65 +89,66 @@ class tst_DrawText : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void startsWithItsColours();
+    void startsWithDefaultColours();
 
-    void fittedSizeAndFitSizeFollowTheTighterSide_data();
-    void fittedSizeAndFitSizeFollowTheTighterSide();
-    void fittedSizeGrowsWithTheBox();
-    void fittedSizeStopsAtTheCeiling_data();
-    void fittedSizeStopsAtTheCeiling();
-    void measuresAtTenPoints();
-    void emptyTextMeasuresNothing();
-    void otherModesTakeTheFontAsItIs_data();
-    void otherModesTakeTheFontAsItIs();
-    void givenFontStaysOnThePainter_data();
-    void givenFontStaysOnThePainter();
-    void negativeBoxIsTheSameBox_data();
-    void negativeBoxIsTheSameBox();
+    void fittedSizeFollowsTheTighterSide_data();
+    void fittedSizeFollowsTheTighterSide();
+    void fittedSizeIsProportionalToTheBox();
+    void fittedSizeIsLimitedToMaxPoints_data();
+    void fittedSizeIsLimitedToMaxPoints();
+    void returnedBoxIsMeasuredAtTenPoints();
+    void emptyTextHasEmptyBox();
+    void otherModesUseTheGivenFont_data();
+    void otherModesUseTheGivenFont();
+    void painterKeepsTheGivenFont_data();
+    void painterKeepsTheGivenFont();
+    void negativeBoxEqualsNormalizedBox_data();
+    void negativeBoxEqualsNormalizedBox();
     void fittedTextStaysInItsBox_data();
     void fittedTextStaysInItsBox();
     void smallTextStaysInItsBox_data();
     void smallTextStaysInItsBox();
-    void boxAtTheEdgeLosesNoPartOfADigit_data() { smallTextStaysInItsBox_data(); }
-    void boxAtTheEdgeLosesNoPartOfADigit();
-    void boxOfNoSizeShowsNothing_data();
-    void boxOfNoSizeShowsNothing();
-    void boxWithoutASideFitsTheOther_data();
-    void boxWithoutASideFitsTheOther();
+    void textAtTheWidgetEdgeIsNotCutOff_data() { smallTextStaysInItsBox_data(); }
+    void textAtTheWidgetEdgeIsNotCutOff();
+    void emptyBoxDrawsNothing_data();
+    void emptyBoxDrawsNothing();
+    void boxWithOneEmptySideFitsTheOther_data();
+    void boxWithOneEmptySideFitsTheOther();
 
-    void textBoxTellsWhereTheTextGoes_data();
-    void textBoxTellsWhereTheTextGoes();
-    void textBoxKnowsNoCeiling();
+    void textBoxReturnsWhereTheTextIsDrawn_data();
+    void textBoxReturnsWhereTheTextIsDrawn();
+    void textBoxHasNoMaximumSize();
 
-    void listSharesTheSmallestSizeInWholePoints();
-    void listMovesItsBox();
+    void listUsesTheSmallestSizeInWholePoints();
+    void listShiftsItsBox();
     void listFitsEachLineInOtherModes_data();
     void listFitsEachLineInOtherModes();
-    void pairsStandAtBothEndsOfTheirRow();
-    void pairsShareTheSizeOfTheLongestRow();
-    void emptyListsShowNothing();
+    void pairsAreAlignedToBothEndsOfTheirRow();
+    void pairsUseTheSizeOfTheLongestRow();
+    void emptyListsDrawNothing();
 
-    void usedBoxesAreFound_data();
-    void usedBoxesAreFound();
+    void overlappingBoxesAreFound_data();
+    void overlappingBoxesAreFound();
     void boxesAreKeptInOrder();
-    void normalizeKeepsThePlace_data();
-    void normalizeKeepsThePlace();
+    void normalizeKeepsTheArea_data();
+    void normalizeKeepsTheArea();
 
-    void buttonIsASquareWithItsState_data();
-    void buttonIsASquareWithItsState();
-    void buttonTextStandsBesideTheSquare();
+    void buttonSquareShowsItsState_data();
+    void buttonSquareShowsItsState();
+    void buttonTextIsBesideTheSquare();
     void buttonIsHitStrictlyInside_data();
     void buttonIsHitStrictlyInside();
 
 private:
-    /// What @p drawing sends to a painter.
-    QList<tests::DrawnText> texts(const Drawing& drawing);
-    /// One text drawn with the font given() says.
-    tests::DrawnText one(const QRectF& box, int flags, int mode, const QString& text,
-                         double maxPoints);
-    /// The size of a text at 10 points, by the painter itself.
+    /// The texts that @p drawing draws.
+    QList<tests::DrawnText> textsDrawnBy(const Drawing& drawing);
+    /// The text that drawText() draws with givenFont(), or an empty one if the number
+    /// of texts drawn is not one.
+    tests::DrawnText drawnText(const QRectF& box, int flags, int mode, const QString& text,
+                               double maxPoints);
+    /// The size of a text at 10 points, measured by QPainter.
     QSizeF measured(const QString& text, int flags = leftMiddle);
-    /// A box that is @p space times as large as the word at 10 points.
+    /// A box that is @p space times the size of shortText at 10 points.
     QRectF boxFor(const QSizeF& space);
 
     tests::TextRecorder m_recorder;
@@ -155,7 +156,7 @@ private:
     DrawText m_dt;
 };
 
-QList<tests::DrawnText> tst_DrawText::texts(const Drawing& drawing)
+QList<tests::DrawnText> tst_DrawText::textsDrawnBy(const Drawing& drawing)
 {
     m_recorder.clear();
     QStylePainter p(&m_recorder, &m_styled);
@@ -164,10 +165,10 @@ QList<tests::DrawnText> tst_DrawText::texts(const Drawing& drawing)
     return m_recorder.texts();
 }
 
-tests::DrawnText tst_DrawText::one(const QRectF& box, int flags, int mode, const QString& text,
-                                   double maxPoints)
+tests::DrawnText tst_DrawText::drawnText(const QRectF& box, int flags, int mode,
+                                         const QString& text, double maxPoints)
 {
-    const QList<tests::DrawnText> all = texts([&](QStylePainter* p) {
+    const QList<tests::DrawnText> all = textsDrawnBy([&](QStylePainter* p) {
         m_dt.drawText(p, box, givenFont(), flags, mode, text, maxPoints);
     });
     return all.size() == 1 ? all.first() : tests::DrawnText();
@@ -182,11 +183,11 @@ QSizeF tst_DrawText::measured(const QString& text, int flags)
 
 QRectF tst_DrawText::boxFor(const QSizeF& space)
 {
-    const QSizeF size = measured(word);
+    const QSizeF size = measured(shortText);
     return {20, 30, space.width() * size.width(), space.height() * size.height()};
 }
 
-void tst_DrawText::startsWithItsColours()
+void tst_DrawText::startsWithDefaultColours()
 {
     const DrawText dt;
     QCOMPARE(dt.align, -1);
@@ -197,74 +198,75 @@ void tst_DrawText::startsWithItsColours()
     QCOMPARE(dt.buttonText, QColor(0, 0, 0));
 }
 
-void tst_DrawText::fittedSizeAndFitSizeFollowTheTighterSide_data()
+void tst_DrawText::fittedSizeFollowsTheTighterSide_data()
 {
-    QTest::addColumn<QSizeF>("space"); // in sizes of the text at 10 points
+    QTest::addColumn<QSizeF>("space"); // as a multiple of the text's size at 10 points
     QTest::addColumn<double>("points");
-    QTest::newRow("the text's own size") << QSizeF(1, 1) << 10.0;
+    QTest::newRow("size of the text") << QSizeF(1, 1) << 10.0;
     QTest::newRow("width is tight") << QSizeF(0.5, 3) << 5.0;
     QTest::newRow("height is tight") << QSizeF(4, 1.5) << 15.0;
     QTest::newRow("both grow") << QSizeF(2.5, 2.5) << 25.0;
     QTest::newRow("small") << QSizeF(0.25, 0.75) << 2.5;
 }
 
-// Tolerance: fonts keep sizes to a hundredth of a point.
-void tst_DrawText::fittedSizeAndFitSizeFollowTheTighterSide()
+// Tolerance: a font stores its size to a hundredth of a point.
+void tst_DrawText::fittedSizeFollowsTheTighterSide()
 {
     QFETCH(QSizeF, space);
     QFETCH(double, points);
     const QRectF box = boxFor(space);
-    const tests::DrawnText text = one(box, leftMiddle, 1, word, -1.0);
-    QCOMPARE(text.text, word);
+    const tests::DrawnText text = drawnText(box, leftMiddle, 1, shortText, -1.0);
+    QCOMPARE(text.text, shortText);
     QVERIFY2(near(text.points, points, 0.01), qPrintable(QString::number(text.points)));
-    const auto drawnMeanwhile = texts([&](QStylePainter* p) {
-        QCOMPARE(m_dt.fitSize(p, box, givenFont(), leftMiddle, word), points);
+    const auto drawnMeanwhile = textsDrawnBy([&](QStylePainter* p) {
+        QCOMPARE(m_dt.fitSize(p, box, givenFont(), leftMiddle, shortText), points);
     });
     QVERIFY(drawnMeanwhile.isEmpty());
 }
 
-// There is no search: a box of twice the size doubles the font, exactly.
-void tst_DrawText::fittedSizeGrowsWithTheBox()
+// The size is calculated, not searched for: a box of twice the size doubles the font
+// exactly.
+void tst_DrawText::fittedSizeIsProportionalToTheBox()
 {
-    const double small = one({5, 5, 40, 11}, leftMiddle, 1, word, -1.0).points;
-    const double large = one({5, 5, 80, 22}, leftMiddle, 1, word, -1.0).points;
+    const double small = drawnText({5, 5, 40, 11}, leftMiddle, 1, shortText, -1.0).points;
+    const double large = drawnText({5, 5, 80, 22}, leftMiddle, 1, shortText, -1.0).points;
     QVERIFY(small > 0.0);
     QVERIFY(near(large, 2.0 * small, 0.02));
 }
 
-void tst_DrawText::fittedSizeStopsAtTheCeiling_data()
+void tst_DrawText::fittedSizeIsLimitedToMaxPoints_data()
 {
     QTest::addColumn<double>("maxPoints");
     QTest::addColumn<double>("points");
-    QTest::newRow("below") << 12.0 << 12.0;
-    QTest::newRow("far below") << 1.5 << 1.5;
-    QTest::newRow("above") << 31.0 << 30.0;
-    QTest::newRow("none") << -1.0 << 30.0;
-    QTest::newRow("zero is none") << 0.0 << 30.0;
+    QTest::newRow("maximum below the fitted size") << 12.0 << 12.0;
+    QTest::newRow("maximum far below the fitted size") << 1.5 << 1.5;
+    QTest::newRow("maximum above the fitted size") << 31.0 << 30.0;
+    QTest::newRow("no maximum") << -1.0 << 30.0;
+    QTest::newRow("zero means no maximum") << 0.0 << 30.0;
 }
 
-// A box with room for 30 points. Tolerance as above.
-void tst_DrawText::fittedSizeStopsAtTheCeiling()
+// The box fits 30 points. Tolerance: a font stores its size to a hundredth of a point.
+void tst_DrawText::fittedSizeIsLimitedToMaxPoints()
 {
     QFETCH(double, maxPoints);
     QFETCH(double, points);
-    const QRectF box(QPointF(10, 10), 3.0 * measured(word));
-    QVERIFY(near(one(box, leftMiddle, 1, word, maxPoints).points, points, 0.01));
+    const QRectF box(QPointF(10, 10), 3.0 * measured(shortText));
+    QVERIFY(near(drawnText(box, leftMiddle, 1, shortText, maxPoints).points, points, 0.01));
 }
 
-void tst_DrawText::measuresAtTenPoints()
+void tst_DrawText::returnedBoxIsMeasuredAtTenPoints()
 {
     QRectF fitted;
-    texts([&](QStylePainter* p) {
-        fitted = m_dt.drawText(p, {50, 60, 200, 100}, givenFont(), leftMiddle, 1, word, 12.0);
+    textsDrawnBy([&](QStylePainter* p) {
+        fitted = m_dt.drawText(p, {50, 60, 200, 100}, givenFont(), leftMiddle, 1, shortText, 12.0);
     });
-    QCOMPARE(fitted.size(), measured(word));
+    QCOMPARE(fitted.size(), measured(shortText));
 }
 
-void tst_DrawText::emptyTextMeasuresNothing()
+void tst_DrawText::emptyTextHasEmptyBox()
 {
     const tests::DebugLog log;
-    const auto all = texts([&](QStylePainter* p) {
+    const auto all = textsDrawnBy([&](QStylePainter* p) {
         const QRectF box(20, 30, 100, 20);
         QVERIFY(m_dt.drawText(p, box, givenFont(), leftMiddle, 1, {}, 12.0).size().isNull());
         QCOMPARE(p->font(), givenFont());
@@ -276,7 +278,7 @@ void tst_DrawText::emptyTextMeasuresNothing()
     QCOMPARE(log.lines(), QStringList());
 }
 
-void tst_DrawText::otherModesTakeTheFontAsItIs_data()
+void tst_DrawText::otherModesUseTheGivenFont_data()
 {
     QTest::addColumn<int>("mode");
     QTest::newRow("0") << 0;
@@ -284,50 +286,50 @@ void tst_DrawText::otherModesTakeTheFontAsItIs_data()
     QTest::newRow("-1") << -1;
 }
 
-void tst_DrawText::otherModesTakeTheFontAsItIs()
+void tst_DrawText::otherModesUseTheGivenFont()
 {
     QFETCH(int, mode);
-    QCOMPARE(one({10, 10, 400, 200}, leftMiddle, mode, word, 12.0).points, 17.0);
-    QCOMPARE(one({10, 10, 40, 5}, leftMiddle, mode, word, -1.0).points, 17.0);
+    QCOMPARE(drawnText({10, 10, 400, 200}, leftMiddle, mode, shortText, 12.0).points, 17.0);
+    QCOMPARE(drawnText({10, 10, 40, 5}, leftMiddle, mode, shortText, -1.0).points, 17.0);
 }
 
-void tst_DrawText::givenFontStaysOnThePainter_data()
+void tst_DrawText::painterKeepsTheGivenFont_data()
 {
     using Operation = std::function<void(DrawText&, QStylePainter*)>;
     QTest::addColumn<Operation>("operation");
     const QRectF box(10, 10, 200, 20);
     QTest::newRow("drawText, fitted") << Operation([=](DrawText& dt, QStylePainter* p) {
-        dt.drawText(p, box, givenFont(), leftMiddle, 1, word, 12.0);
+        dt.drawText(p, box, givenFont(), leftMiddle, 1, shortText, 12.0);
     });
-    QTest::newRow("drawText, as given") << Operation([=](DrawText& dt, QStylePainter* p) {
-        dt.drawText(p, box, givenFont(), leftMiddle, 0, word, 12.0);
+    QTest::newRow("drawText, given size") << Operation([=](DrawText& dt, QStylePainter* p) {
+        dt.drawText(p, box, givenFont(), leftMiddle, 0, shortText, 12.0);
     });
-    QTest::newRow("drawText, no room") << Operation([=](DrawText& dt, QStylePainter* p) {
-        dt.drawText(p, QRectF(), givenFont(), leftMiddle, 1, word, 12.0);
+    QTest::newRow("drawText, empty box") << Operation([=](DrawText& dt, QStylePainter* p) {
+        dt.drawText(p, QRectF(), givenFont(), leftMiddle, 1, shortText, 12.0);
     });
     QTest::newRow("textBox") << Operation([=](DrawText& dt, QStylePainter* p) {
-        dt.textBox(p, box, givenFont(), leftMiddle, 1, word);
+        dt.textBox(p, box, givenFont(), leftMiddle, 1, shortText);
     });
     QTest::newRow("drawTexts") << Operation([=](DrawText& dt, QStylePainter* p) {
-        dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {word, longerWord}, 12.0);
+        dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {shortText, longText}, 12.0);
     });
     QTest::newRow("drawTextPairs") << Operation([=](DrawText& dt, QStylePainter* p) {
-        dt.drawTextPairs(p, box, 0, 20, givenFont(), {word}, {longerWord}, 12.0);
+        dt.drawTextPairs(p, box, 0, 20, givenFont(), {shortText}, {longText}, 12.0);
     });
 }
 
-void tst_DrawText::givenFontStaysOnThePainter()
+void tst_DrawText::painterKeepsTheGivenFont()
 {
     using Operation = std::function<void(DrawText&, QStylePainter*)>;
     QFETCH(Operation, operation);
-    texts([&](QStylePainter* p) {
+    textsDrawnBy([&](QStylePainter* p) {
         p->setFont(tenPoints());
         operation(m_dt, p);
         QCOMPARE(p->font(), givenFont());
     });
 }
 
-void tst_DrawText::negativeBoxIsTheSameBox_data()
+void tst_DrawText::negativeBoxEqualsNormalizedBox_data()
 {
     QTest::addColumn<QRectF>("box");
     QTest::newRow("grows to the left") << QRectF(120, 30, -100, 20);
@@ -335,22 +337,22 @@ void tst_DrawText::negativeBoxIsTheSameBox_data()
     QTest::newRow("both") << QRectF(120, 50, -100, -20);
 }
 
-void tst_DrawText::negativeBoxIsTheSameBox()
+void tst_DrawText::negativeBoxEqualsNormalizedBox()
 {
     QFETCH(QRectF, box);
     const QRectF positive(20, 30, 100, 20);
     for (const int mode : {0, 1}) {
         for (const int flags : {leftMiddle, int(Qt::AlignRight | Qt::AlignTop)}) {
-            const auto a = one(box, flags, mode, word, -1.0);
-            const auto b = one(positive, flags, mode, word, -1.0);
-            QCOMPARE(a.text, word);
+            const auto a = drawnText(box, flags, mode, shortText, -1.0);
+            const auto b = drawnText(positive, flags, mode, shortText, -1.0);
+            QCOMPARE(a.text, shortText);
             QCOMPARE(a.points, b.points);
             QCOMPARE(a.at, b.at);
         }
     }
-    texts([&](QStylePainter* p) {
-        QCOMPARE(m_dt.textBox(p, box, givenFont(), leftMiddle, 1, word),
-                 m_dt.textBox(p, positive, givenFont(), leftMiddle, 1, word));
+    textsDrawnBy([&](QStylePainter* p) {
+        QCOMPARE(m_dt.textBox(p, box, givenFont(), leftMiddle, 1, shortText),
+                 m_dt.textBox(p, positive, givenFont(), leftMiddle, 1, shortText));
     });
 }
 
@@ -364,14 +366,14 @@ void tst_DrawText::fittedTextStaysInItsBox_data()
     QTest::newRow("narrow") << QRectF(50, 60, 40, 90) << int(Qt::AlignCenter);
 }
 
-// Tolerance: fonts come in whole pixels, so a text may be a few narrower than
-// wanted, and letters hang over by one.
+// Tolerance: glyph widths are whole pixels, so a text can be a few pixels narrower than
+// calculated, and letters can overhang by one pixel.
 void tst_DrawText::fittedTextStaysInItsBox()
 {
     QFETCH(QRectF, box);
     QFETCH(int, flags);
-    const QRect found = ink(
-        drawn([&](QStylePainter* p) { m_dt.drawText(p, box, givenFont(), flags, 1, word, -1.0); }));
+    const QRect found = ink(pictureOf(
+        [&](QStylePainter* p) { m_dt.drawText(p, box, givenFont(), flags, 1, shortText, -1.0); }));
     const QRectF bounds = box.normalized();
     QVERIFY(!found.isEmpty());
     QVERIFY(bounds.adjusted(-1, -1, 1, 1).contains(QRectF(found)));
@@ -389,17 +391,17 @@ void tst_DrawText::smallTextStaysInItsBox_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("flags");
     const int rightMiddle = Qt::AlignRight | Qt::AlignVCenter;
-    QTest::newRow("range") << "544.5" << rightMiddle;
-    QTest::newRow("negative range") << "-198." << rightMiddle;
-    QTest::newRow("range at the left") << "2.5470" << leftMiddle;
+    QTest::newRow("range label") << "544.5" << rightMiddle;
+    QTest::newRow("negative range label") << "-198." << rightMiddle;
+    QTest::newRow("range label at the left") << "2.5470" << leftMiddle;
     QTest::newRow("edge jump") << "Edge Jump : 0.974817" << leftMiddle;
     QTest::newRow("edge jump in Japanese") << QStringLiteral("ジャンプ : 0.974817") << leftMiddle;
     QTest::newRow("title") << "Eng.[eV]" << int(Qt::AlignCenter);
     QTest::newRow("title in Japanese") << QStringLiteral("画素数") << int(Qt::AlignCenter);
 }
 
-// Widths from that of a plot in a small window on, in steps that are no whole
-// pixels. At the top and bottom letters may hang over by a pixel.
+// The widths start at the one in a small window and increase in steps that are not
+// whole pixels. At the top and bottom, letters can overhang by one pixel.
 void tst_DrawText::smallTextStaysInItsBox()
 {
     QFETCH(QString, text);
@@ -407,7 +409,7 @@ void tst_DrawText::smallTextStaysInItsBox()
     for (double width = 12.0; width < 90.0; width += 3.1) {
         for (const double height : {8.0, 11.0}) {
             const QRectF box(50.0, 60.0, width, height);
-            const QRect found = ink(drawn(
+            const QRect found = ink(pictureOf(
                 [&](QStylePainter* p) { m_dt.drawText(p, box, QFont(), flags, 1, text, 12.0); }));
             const QRect allowed = box.toAlignedRect().adjusted(0, -1, 0, 1);
             QVERIFY2(found.isEmpty() || allowed.contains(found),
@@ -420,117 +422,122 @@ void tst_DrawText::smallTextStaysInItsBox()
     }
 }
 
-// What a widget's edge would cut is there when the same box is further inside.
-void tst_DrawText::boxAtTheEdgeLosesNoPartOfADigit()
+// The text at the widget's edge equals the text in the same box further inside, so the
+// edge cuts nothing off.
+void tst_DrawText::textAtTheWidgetEdgeIsNotCutOff()
 {
     QFETCH(QString, text);
     QFETCH(int, flags);
-    constexpr int inside = 40;
+    constexpr int offset = 40;
     for (double width = 12.0; width < 90.0; width += 3.1) {
         const auto at = [&](double left) {
-            return drawn([&](QStylePainter* p) {
+            return pictureOf([&](QStylePainter* p) {
                 m_dt.drawText(p, {left, 60.0, width, 9.0}, QFont(), flags, 1, text, 12.0);
             });
         };
         const QImage edge = at(0.0);
-        const QImage whole = at(inside);
-        QCOMPARE(ink(edge).translated(inside, 0), ink(whole));
-        QCOMPARE(edge.copy(0, 0, 150, 200), whole.copy(inside, 0, 150, 200));
+        const QImage whole = at(offset);
+        QCOMPARE(ink(edge).translated(offset, 0), ink(whole));
+        QCOMPARE(edge.copy(0, 0, 150, 200), whole.copy(offset, 0, 150, 200));
     }
 }
 
-void tst_DrawText::boxOfNoSizeShowsNothing_data()
+void tst_DrawText::emptyBoxDrawsNothing_data()
 {
     QTest::addColumn<QRectF>("box");
-    QTest::newRow("nothing") << QRectF(40, 40, 0, 0);
+    QTest::newRow("no width, no height") << QRectF(40, 40, 0, 0);
     QTest::newRow("no width") << QRectF(40, 40, 0, 50);
     QTest::newRow("no height") << QRectF(40, 40, 100, 0);
     QTest::newRow("no height, negative width") << QRectF(140, 40, -100, 0);
 }
 
-void tst_DrawText::boxOfNoSizeShowsNothing()
+void tst_DrawText::emptyBoxDrawsNothing()
 {
     QFETCH(QRectF, box);
     const tests::DebugLog log;
-    const QImage image = drawn([&](QStylePainter* p) {
-        m_dt.drawText(p, box, givenFont(), leftMiddle, 1, word, 12.0);
-        m_dt.drawText(p, box, givenFont(), leftMiddle, 1, word, -1.0);
-        m_dt.textBox(p, box, givenFont(), leftMiddle, 1, word);
-        m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 1, {word, word}, -1.0);
-        m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {word, word}, -1.0);
-        m_dt.drawTextPairs(p, box, 0, 20, givenFont(), {word}, {word}, -1.0);
+    const QImage image = pictureOf([&](QStylePainter* p) {
+        m_dt.drawText(p, box, givenFont(), leftMiddle, 1, shortText, 12.0);
+        m_dt.drawText(p, box, givenFont(), leftMiddle, 1, shortText, -1.0);
+        m_dt.textBox(p, box, givenFont(), leftMiddle, 1, shortText);
+        m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 1, {shortText, shortText}, -1.0);
+        m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {shortText, shortText}, -1.0);
+        m_dt.drawTextPairs(p, box, 0, 20, givenFont(), {shortText}, {shortText}, -1.0);
     });
     QVERIFY(ink(image).isEmpty());
     QCOMPARE(log.lines(), QStringList());
 }
 
-void tst_DrawText::boxWithoutASideFitsTheOther_data()
+void tst_DrawText::boxWithOneEmptySideFitsTheOther_data()
 {
-    QTest::addColumn<QSizeF>("space"); // in sizes of the text at 10 points
+    QTest::addColumn<QSizeF>("space"); // as a multiple of the text's size at 10 points
     QTest::addColumn<double>("points");
     QTest::newRow("no width, high") << QSizeF(0, 2) << 10.0;
     QTest::newRow("no width, low") << QSizeF(0, 0.5) << 5.0;
     QTest::newRow("no height, wide") << QSizeF(2, 0) << 10.0;
     QTest::newRow("no height, narrow") << QSizeF(0.25, 0) << 2.5;
-    QTest::newRow("nothing") << QSizeF(0, 0) << 10.0;
+    QTest::newRow("no width, no height") << QSizeF(0, 0) << 10.0;
 }
 
-// An empty side counts as one that fits at 10 points.
-void tst_DrawText::boxWithoutASideFitsTheOther()
+// An empty side counts as if the text fitted it at 10 points.
+void tst_DrawText::boxWithOneEmptySideFitsTheOther()
 {
     QFETCH(QSizeF, space);
     QFETCH(double, points);
     const QRectF box = boxFor(space);
-    texts([&](QStylePainter* p) {
-        QCOMPARE(m_dt.fitSize(p, box, givenFont(), leftMiddle, word), points);
+    textsDrawnBy([&](QStylePainter* p) {
+        QCOMPARE(m_dt.fitSize(p, box, givenFont(), leftMiddle, shortText), points);
     });
 }
 
-void tst_DrawText::textBoxTellsWhereTheTextGoes_data()
+void tst_DrawText::textBoxReturnsWhereTheTextIsDrawn_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<int>("flags");
     QTest::newRow("fitted, left") << 1 << leftMiddle;
     QTest::newRow("fitted, right") << 1 << int(Qt::AlignRight | Qt::AlignVCenter);
     QTest::newRow("fitted, centre") << 1 << int(Qt::AlignCenter);
-    QTest::newRow("as given, left") << 0 << leftMiddle;
-    QTest::newRow("as given, bottom right") << 0 << int(Qt::AlignRight | Qt::AlignBottom);
+    QTest::newRow("given size, left") << 0 << leftMiddle;
+    QTest::newRow("given size, bottom right") << 0 << int(Qt::AlignRight | Qt::AlignBottom);
 }
 
-// Letters are lower than their line and may hang over by a pixel.
-void tst_DrawText::textBoxTellsWhereTheTextGoes()
+// Letters do not fill the height of their line, and they can overhang by one pixel.
+void tst_DrawText::textBoxReturnsWhereTheTextIsDrawn()
 {
     QFETCH(int, mode);
     QFETCH(int, flags);
     const QRectF box(40, 50, 200, 60);
     QRectF place;
-    const QImage measuredOnly = drawn(
-        [&](QStylePainter* p) { place = m_dt.textBox(p, box, givenFont(), flags, mode, word); });
+    const QImage measuredOnly = pictureOf([&](QStylePainter* p) {
+        place = m_dt.textBox(p, box, givenFont(), flags, mode, shortText);
+    });
     QVERIFY(ink(measuredOnly).isEmpty());
-    const QRect found = ink(drawn(
-        [&](QStylePainter* p) { m_dt.drawText(p, box, givenFont(), flags, mode, word, -1.0); }));
+    const QRect found = ink(pictureOf([&](QStylePainter* p) {
+        m_dt.drawText(p, box, givenFont(), flags, mode, shortText, -1.0);
+    }));
     QVERIFY(place.adjusted(-2, -1, 2, 1).contains(QRectF(found)));
     QVERIFY(near(found.left(), place.left(), 6.0));
     QVERIFY(near(found.right() + 1.0, place.right(), 6.0));
 }
 
-// A box of the text's shape is filled, as far as fonts of whole pixels do.
-void tst_DrawText::textBoxKnowsNoCeiling()
+// A box with the text's proportions is filled completely, up to rounding of the glyph
+// widths.
+void tst_DrawText::textBoxHasNoMaximumSize()
 {
-    const QRectF box(QPointF(40, 50), 4.0 * measured(word));
-    texts([&](QStylePainter* p) {
-        const QRectF place = m_dt.textBox(p, box, givenFont(), leftMiddle, 1, word);
+    const QRectF box(QPointF(40, 50), 4.0 * measured(shortText));
+    textsDrawnBy([&](QStylePainter* p) {
+        const QRectF place = m_dt.textBox(p, box, givenFont(), leftMiddle, 1, shortText);
         QVERIFY(nearRect(place, box, 0.05 * box.width()));
     });
 }
 
-// Room for 25.9 points of the longer word, and more of the shorter one.
-void tst_DrawText::listSharesTheSmallestSizeInWholePoints()
+// The box fits 25.9 points of longText and more of shortText.
+void tst_DrawText::listUsesTheSmallestSizeInWholePoints()
 {
-    const QSizeF size = measured(longerWord);
+    const QSizeF size = measured(longText);
     const QRectF box(20, 30, 2.59 * size.width(), 10.0 * size.height());
-    const auto all = texts([&](QStylePainter* p) {
-        m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {word, longerWord, word}, 12.0);
+    const auto all = textsDrawnBy([&](QStylePainter* p) {
+        m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {shortText, longText, shortText},
+                       12.0);
     });
     QCOMPARE(all.size(), 3);
     for (const tests::DrawnText& text : all) {
@@ -538,16 +545,16 @@ void tst_DrawText::listSharesTheSmallestSizeInWholePoints()
     }
 }
 
-void tst_DrawText::listMovesItsBox()
+void tst_DrawText::listShiftsItsBox()
 {
-    const auto all = texts([&](QStylePainter* p) {
+    const auto all = textsDrawnBy([&](QStylePainter* p) {
         m_dt.drawTexts(p, {20, 130, 100, -30}, 7.5, -20.25, givenFont(), leftMiddle, 0,
-                       {word, longerWord, word}, -1.0);
+                       {shortText, longText, shortText}, -1.0);
     });
     QCOMPARE(all.size(), 3);
-    QCOMPARE(all.at(0).text, word);
-    QCOMPARE(all.at(1).text, longerWord);
-    QCOMPARE(all.at(2).text, word);
+    QCOMPARE(all.at(0).text, shortText);
+    QCOMPARE(all.at(1).text, longText);
+    QCOMPARE(all.at(2).text, shortText);
     QVERIFY(near(all.at(0).at.x(), 20.0, 1.0));
     QCOMPARE(all.at(1).at - all.at(0).at, QPointF(7.5, -20.25));
     QCOMPARE(all.at(2).at - all.at(0).at, QPointF(15.0, -40.5));
@@ -560,33 +567,34 @@ void tst_DrawText::listFitsEachLineInOtherModes_data()
     QTest::newRow("2") << 2;
 }
 
-// Twice the shorter word's width at 10 points, and high enough for all.
+// The width is twice the one of shortText at 10 points; the height is enough for all
+// texts.
 void tst_DrawText::listFitsEachLineInOtherModes()
 {
     QFETCH(int, mode);
-    const double width = 2.0 * measured(word).width();
-    const double fitting = 10.0 * width / measured(longerWord).width();
+    const double width = 2.0 * measured(shortText).width();
+    const double fitting = 10.0 * width / measured(longText).width();
     const QRectF box(20, 30, width, 100);
     const auto drawWith = [&](double maxPoints) {
-        return texts([&](QStylePainter* p) {
-            m_dt.drawTexts(p, box, 0, 50, givenFont(), leftMiddle, mode, {word, longerWord},
+        return textsDrawnBy([&](QStylePainter* p) {
+            m_dt.drawTexts(p, box, 0, 50, givenFont(), leftMiddle, mode, {shortText, longText},
                            maxPoints);
         });
     };
-    const auto free = drawWith(-1.0);
-    QCOMPARE(free.size(), 2);
-    QVERIFY(near(free.at(0).points, 20.0, 0.01));
-    QVERIFY(near(free.at(1).points, fitting, 0.01));
-    QVERIFY(near(free.at(1).at.x() - free.at(0).at.x(), 0.0, 1e-9));
-    const auto held = drawWith(12.0);
-    QCOMPARE(held.size(), 2);
-    QVERIFY(near(held.at(0).points, 12.0, 0.01));
-    QVERIFY(near(held.at(1).points, std::min(12.0, fitting), 0.01));
+    const auto unlimited = drawWith(-1.0);
+    QCOMPARE(unlimited.size(), 2);
+    QVERIFY(near(unlimited.at(0).points, 20.0, 0.01));
+    QVERIFY(near(unlimited.at(1).points, fitting, 0.01));
+    QVERIFY(near(unlimited.at(1).at.x() - unlimited.at(0).at.x(), 0.0, 1e-9));
+    const auto limited = drawWith(12.0);
+    QCOMPARE(limited.size(), 2);
+    QVERIFY(near(limited.at(0).points, 12.0, 0.01));
+    QVERIFY(near(limited.at(1).points, std::min(12.0, fitting), 0.01));
 }
 
-void tst_DrawText::pairsStandAtBothEndsOfTheirRow()
+void tst_DrawText::pairsAreAlignedToBothEndsOfTheirRow()
 {
-    const auto all = texts([&](QStylePainter* p) {
+    const auto all = textsDrawnBy([&](QStylePainter* p) {
         m_dt.drawTextPairs(p, {20, 30, 300, 20}, 5, 25, givenFont(), {"First", "Third"},
                            {"Second", "Fourth"}, -1.0);
     });
@@ -603,13 +611,13 @@ void tst_DrawText::pairsStandAtBothEndsOfTheirRow()
     QCOMPARE(all.at(2).at.y() - all.at(0).at.y(), 25.0);
 }
 
-// Room for 15.9 points of the joined texts of the second row.
-void tst_DrawText::pairsShareTheSizeOfTheLongestRow()
+// The box fits 15.9 points of the joined texts of the second row.
+void tst_DrawText::pairsUseTheSizeOfTheLongestRow()
 {
-    const QSizeF size = measured(longerWord + word, Qt::AlignVCenter);
+    const QSizeF size = measured(longText + shortText, Qt::AlignVCenter);
     const QRectF box(20, 30, 1.59 * size.width(), 10.0 * size.height());
-    const auto all = texts([&](QStylePainter* p) {
-        m_dt.drawTextPairs(p, box, 0, 25, givenFont(), {"a", longerWord}, {"b", word}, 12.0);
+    const auto all = textsDrawnBy([&](QStylePainter* p) {
+        m_dt.drawTextPairs(p, box, 0, 25, givenFont(), {"a", longText}, {"b", shortText}, 12.0);
     });
     QCOMPARE(all.size(), 4);
     for (const tests::DrawnText& text : all) {
@@ -617,37 +625,37 @@ void tst_DrawText::pairsShareTheSizeOfTheLongestRow()
     }
 }
 
-void tst_DrawText::emptyListsShowNothing()
+void tst_DrawText::emptyListsDrawNothing()
 {
     const tests::DebugLog log;
-    const auto all = texts([&](QStylePainter* p) {
+    const auto all = textsDrawnBy([&](QStylePainter* p) {
         const QRectF box(20, 30, 100, 20);
         m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {}, -1.0);
         m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 1, {}, -1.0);
         m_dt.drawTextPairs(p, box, 0, 20, givenFont(), {}, {}, -1.0);
-        // Less than one point is none.
-        m_dt.drawTexts(p, {20, 30, 0.5, 0.5}, 0, 20, givenFont(), leftMiddle, 0, {word}, -1.0);
+        // Sizes below one point draw nothing.
+        m_dt.drawTexts(p, {20, 30, 0.5, 0.5}, 0, 20, givenFont(), leftMiddle, 0, {shortText}, -1.0);
     });
     QVERIFY(all.isEmpty());
     QCOMPARE(log.lines(), QStringList());
 }
 
-void tst_DrawText::usedBoxesAreFound_data()
+void tst_DrawText::overlappingBoxesAreFound_data()
 {
     QTest::addColumn<QRectF>("box");
     QTest::addColumn<bool>("found");
     QTest::newRow("inside") << QRectF(20, 20, 5, 5) << true;
     QTest::newRow("around") << QRectF(0, 0, 500, 500) << true;
-    QTest::newRow("over an edge") << QRectF(0, 15, 11, 2) << true;
-    QTest::newRow("over an edge, negative") << QRectF(11, 17, -11, -2) << true;
+    QTest::newRow("across an edge") << QRectF(0, 15, 11, 2) << true;
+    QTest::newRow("across an edge, negative") << QRectF(11, 17, -11, -2) << true;
     QTest::newRow("touching") << QRectF(0, 15, 10, 2) << false;
-    QTest::newRow("beside, negative") << QRectF(9, 17, -9, -2) << false;
-    QTest::newRow("the second box") << QRectF(190, 95, 20, 10) << true;
-    QTest::newRow("between both") << QRectF(60, 60, 100, 30) << false;
+    QTest::newRow("outside, negative") << QRectF(9, 17, -9, -2) << false;
+    QTest::newRow("overlapping the second box") << QRectF(190, 95, 20, 10) << true;
+    QTest::newRow("between the two boxes") << QRectF(60, 60, 100, 30) << false;
 }
 
-// Boxes from (10, 10) to (50, 40) and from (200, 100) to (210, 110).
-void tst_DrawText::usedBoxesAreFound()
+// The used boxes are (10, 10) to (50, 40) and (200, 100) to (210, 110).
+void tst_DrawText::overlappingBoxesAreFound()
 {
     QFETCH(QRectF, box);
     DrawText dt;
@@ -667,7 +675,7 @@ void tst_DrawText::boxesAreKeptInOrder()
     QCOMPARE(dt.boxes.size(), 2);
 }
 
-void tst_DrawText::normalizeKeepsThePlace_data()
+void tst_DrawText::normalizeKeepsTheArea_data()
 {
     QTest::addColumn<QRectF>("box");
     QTest::addColumn<QRectF>("normal");
@@ -678,13 +686,13 @@ void tst_DrawText::normalizeKeepsThePlace_data()
     QTest::newRow("empty") << QRectF(10, 20, 0, 0) << QRectF(10, 20, 0, 0);
 }
 
-void tst_DrawText::normalizeKeepsThePlace()
+void tst_DrawText::normalizeKeepsTheArea()
 {
     QFETCH(QRectF, box);
     QTEST(DrawText::normalize(box), "normal");
 }
 
-void tst_DrawText::buttonIsASquareWithItsState_data()
+void tst_DrawText::buttonSquareShowsItsState_data()
 {
     QTest::addColumn<bool>("on");
     QTest::addColumn<QColor>("inside");
@@ -692,8 +700,8 @@ void tst_DrawText::buttonIsASquareWithItsState_data()
     QTest::newRow("off") << false << QColor(4, 5, 200);
 }
 
-// The square of side 30 with its lower left at (40, 100).
-void tst_DrawText::buttonIsASquareWithItsState()
+// The square has side 30 and its lower left corner at (40, 100).
+void tst_DrawText::buttonSquareShowsItsState()
 {
     QFETCH(bool, on);
     QFETCH(QColor, inside);
@@ -702,7 +710,7 @@ void tst_DrawText::buttonIsASquareWithItsState()
     dt.buttonOff = QColor(4, 5, 200);
     dt.buttonLine = QColor(200, 7, 8);
     const QImage image =
-        drawn([&](QStylePainter* p) { dt.drawButton(p, on, {}, 40, 100, 200, 30); });
+        pictureOf([&](QStylePainter* p) { dt.drawButton(p, on, {}, 40, 100, 200, 30); });
     QCOMPARE(ink(image), QRect(40, 70, 31, 31));
     for (const QPoint at : {QPoint(40, 70), QPoint(70, 70), QPoint(40, 100), QPoint(70, 100),
                             QPoint(40, 85), QPoint(55, 100)}) {
@@ -713,26 +721,26 @@ void tst_DrawText::buttonIsASquareWithItsState()
     }
 }
 
-// Beside a square of side 30: from x = 40 + 36 on, from y = 100 - 28.5 to 27
-// below that, no wider than 200 - 36.
-void tst_DrawText::buttonTextStandsBesideTheSquare()
+// The square has side 30. Its text starts at x = 40 + 36 and y = 100 - 28.5, is 27 high
+// and at most 200 - 36 wide.
+void tst_DrawText::buttonTextIsBesideTheSquare()
 {
     DrawText dt;
     dt.buttonText = QColor(12, 34, 56);
-    const auto all = texts([&](QStylePainter* p) {
+    const auto all = textsDrawnBy([&](QStylePainter* p) {
         p->setFont(givenFont());
-        dt.drawButton(p, true, word, 40, 100, 200, 30);
+        dt.drawButton(p, true, shortText, 40, 100, 200, 30);
     });
     QCOMPARE(all.size(), 1);
-    QCOMPARE(all.first().text, word);
+    QCOMPARE(all.first().text, shortText);
     QCOMPARE(all.first().color, dt.buttonText);
     QVERIFY(near(all.first().at.x(), 76.0, 1.0));
-    const QSizeF size = measured(word);
+    const QSizeF size = measured(shortText);
     const double points = 10.0 * std::min(164.0 / size.width(), 27.0 / size.height());
     QVERIFY(near(all.first().points, points, 0.01));
 
-    const QRect found = ink(drawn([&](QStylePainter* p) {
-                                dt.drawButton(p, true, word, 40, 100, 200, 30);
+    const QRect found = ink(pictureOf([&](QStylePainter* p) {
+                                dt.drawButton(p, true, shortText, 40, 100, 200, 30);
                             }).copy(72, 0, 228, 200));
     QVERIFY(QRectF(2, 70.5, 168, 29).contains(QRectF(found)));
 }
@@ -757,7 +765,7 @@ void tst_DrawText::buttonIsHitStrictlyInside_data()
     QTest::newRow("below the lower left") << QPointF(20, 60) << false;
 }
 
-// The square from (10, 50) to (30, 30).
+// The square is (10, 50) to (30, 30).
 void tst_DrawText::buttonIsHitStrictlyInside()
 {
     QFETCH(QPointF, at);

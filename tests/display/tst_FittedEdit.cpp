@@ -1,4 +1,5 @@
-// Line edits whose text cannot be misread: letters, cursor, tool tip and colour.
+// Tests of FittedEdit, the line edit that shrinks or elides its text so that a number
+// cannot be misread.
 
 #include "display/FittedEdit.h"
 #include "support/PictureTools.h"
@@ -14,9 +15,9 @@ using display::FittedEdit;
 namespace
 {
 
-const QString shownOnly = QStringLiteral("background-color: rgb(255, 255, 220);");
+const QString readOnlyStyle = QStringLiteral("background-color: rgb(255, 255, 220);");
 
-/// The smallest rectangle around all dark pixels inside a field's frame.
+/// The bounding rectangle of all dark pixels inside the field's frame.
 QRect inkOf(const QImage& picture)
 {
     return tests::boxOf(picture, picture.rect().adjusted(3, 4, -3, -4),
@@ -28,8 +29,9 @@ QImage pictureOf(QWidget* widget)
     return widget->grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
 
-/// The text of @p edit in its present letters, in a field that is wide enough.
-QImage inkInAWideField(const FittedEdit& edit)
+/// The picture of the text of @p edit in its current font, drawn in a field that is
+/// wide enough.
+QImage inkInWideField(const FittedEdit& edit)
 {
     QLineEdit wide;
     wide.setFont(edit.font());
@@ -43,10 +45,10 @@ QImage inkInAWideField(const FittedEdit& edit)
     return picture.copy(inkOf(picture));
 }
 
-bool isWholeInSight(FittedEdit& edit)
+bool isFullyVisible(FittedEdit& edit)
 {
     const QImage picture = pictureOf(&edit);
-    return picture.copy(inkOf(picture)) == inkInAWideField(edit);
+    return picture.copy(inkOf(picture)) == inkInWideField(edit);
 }
 
 } // namespace
@@ -59,32 +61,32 @@ private Q_SLOTS:
     void init();
     void cleanup() { m_window.reset(); }
 
-    void isALineEditToFormsAndStyleSheets();
-    void numberOfUpToTwelveCharactersIsWholeInAMutField_data();
-    void numberOfUpToTwelveCharactersIsWholeInAMutField();
-    void readOutWithToldBackgroundShowsItsExponent();
-    void lettersStayWithinTheirLimits();
-    void ordinaryLettersComeBackWithAShortText();
-    void ordinaryLettersComeBackInAWiderField();
-    void letterChangeLeavesTheSizeHints();
-    void fieldTakesTheLettersOfItsSurroundings();
-    void textHasAToolTipOnlyWhereItDoesNotFit();
-    void longerNumberShowsItsExponentWithoutFocus();
-    void clickInALongerNumberKeepsItsExponentInSight();
-    void keyInALongerNumberShowsThePlaceOfTheCursor();
-    void toolTipShowsMarkupAsItIs();
-    void longerTextShowsItsBeginningAndItsEndWithoutFocus();
-    void longerTextCanBeReadThroughWithFocus();
-    void leavingByTabReturnsTheCursorToTheFront();
-    void windowInTheBackgroundKeepsTheCursor();
-    void textOnAToldBackgroundIsBlackOnADarkDesktop();
-    void textWithoutABackgroundHasTheDesktopsColour();
+    void classNameIsQLineEdit();
+    void twelveCharactersAreFullyVisible_data();
+    void twelveCharactersAreFullyVisible();
+    void exponentIsVisibleWithStyledBackground();
+    void fontShrinksDownToItsLimit();
+    void normalFontReturnsWithShortText();
+    void normalFontReturnsInWiderField();
+    void fontChangeKeepsTheSizeHints();
+    void fontFollowsTheParentWidget();
+    void toolTipExistsOnlyIfTextDoesNotFit();
+    void longNumberWithoutFocusShowsItsExponent();
+    void clickInLongNumberKeepsItsExponentVisible();
+    void keyInLongNumberScrollsToTheCursor();
+    void markupIsEscapedInToolTip();
+    void longTextWithoutFocusShowsStartAndEnd();
+    void longTextWithFocusCanBeScrolled();
+    void tabReturnsTheCursorToTheStart();
+    void windowInBackgroundKeepsTheCursor();
+    void textOnStyledBackgroundIsBlackInDarkTheme();
+    void textWithoutBackgroundUsesThePalette();
 
 private:
     FittedEdit* field(int width);
 
     std::unique_ptr<QWidget> m_window;
-    FittedEdit* m_edit = nullptr; ///< 60 wide, without focus
+    FittedEdit* m_edit = nullptr; ///< 60 pixels wide, without focus
     QLineEdit* m_other = nullptr;
 };
 
@@ -103,12 +105,12 @@ void tst_FittedEdit::init()
     m_other->setFocus();
 }
 
-void tst_FittedEdit::isALineEditToFormsAndStyleSheets()
+void tst_FittedEdit::classNameIsQLineEdit()
 {
     QCOMPARE(QByteArray(m_edit->metaObject()->className()), QByteArray("QLineEdit"));
 }
 
-void tst_FittedEdit::numberOfUpToTwelveCharactersIsWholeInAMutField_data()
+void tst_FittedEdit::twelveCharactersAreFullyVisible_data()
 {
     QTest::addColumn<QString>("text");
     for (const char* text : {"-9.60021e-05", "3.6918e-05", "0.000224002", "-0.000463358",
@@ -117,33 +119,33 @@ void tst_FittedEdit::numberOfUpToTwelveCharactersIsWholeInAMutField_data()
     }
 }
 
-void tst_FittedEdit::numberOfUpToTwelveCharactersIsWholeInAMutField()
+void tst_FittedEdit::twelveCharactersAreFullyVisible()
 {
     QFETCH(QString, text);
     m_edit->setText(text);
-    QVERIFY(isWholeInSight(*m_edit));
+    QVERIFY(isFullyVisible(*m_edit));
     m_edit->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    QVERIFY(isWholeInSight(*m_edit));
+    QVERIFY(isFullyVisible(*m_edit));
 }
 
-void tst_FittedEdit::readOutWithToldBackgroundShowsItsExponent()
+void tst_FittedEdit::exponentIsVisibleWithStyledBackground()
 {
-    m_edit->setStyleSheet(shownOnly);
+    m_edit->setStyleSheet(readOnlyStyle);
     m_edit->setText("-9.60021e-05");
-    QVERIFY(isWholeInSight(*m_edit));
+    QVERIFY(isFullyVisible(*m_edit));
     m_edit->setFrame(false);
     m_edit->setText("3.6918e-05");
-    QVERIFY(isWholeInSight(*m_edit));
+    QVERIFY(isFullyVisible(*m_edit));
 }
 
-void tst_FittedEdit::lettersStayWithinTheirLimits()
+void tst_FittedEdit::fontShrinksDownToItsLimit()
 {
     m_edit->setText(QString(200, u'8'));
     QCOMPARE(m_edit->font().pointSizeF(), 7.0);
     QCOMPARE(m_edit->font().stretch(), 65);
 }
 
-void tst_FittedEdit::ordinaryLettersComeBackWithAShortText()
+void tst_FittedEdit::normalFontReturnsWithShortText()
 {
     m_edit->setText("-9.60021e-05");
     QVERIFY(QFontInfo(m_edit->font()).pointSizeF() < QFontInfo(m_other->font()).pointSizeF());
@@ -151,7 +153,7 @@ void tst_FittedEdit::ordinaryLettersComeBackWithAShortText()
     QCOMPARE(m_edit->font(), m_other->font());
 }
 
-void tst_FittedEdit::ordinaryLettersComeBackInAWiderField()
+void tst_FittedEdit::normalFontReturnsInWiderField()
 {
     m_edit->setText("-9.60021e-05");
     m_edit->setFixedWidth(200);
@@ -159,7 +161,7 @@ void tst_FittedEdit::ordinaryLettersComeBackInAWiderField()
     QCOMPARE(m_edit->font(), m_other->font());
 }
 
-void tst_FittedEdit::letterChangeLeavesTheSizeHints()
+void tst_FittedEdit::fontChangeKeepsTheSizeHints()
 {
     m_edit->setText("8340");
     const QSize hint = m_edit->sizeHint();
@@ -172,7 +174,7 @@ void tst_FittedEdit::letterChangeLeavesTheSizeHints()
     QCOMPARE(m_edit->height(), height);
 }
 
-void tst_FittedEdit::fieldTakesTheLettersOfItsSurroundings()
+void tst_FittedEdit::fontFollowsTheParentWidget()
 {
     m_edit->setText("-9.60021e-05");
     QFont large = m_window->font();
@@ -182,25 +184,25 @@ void tst_FittedEdit::fieldTakesTheLettersOfItsSurroundings()
     QCOMPARE(m_edit->font().pointSizeF(), 16.0);
 }
 
-void tst_FittedEdit::textHasAToolTipOnlyWhereItDoesNotFit()
+void tst_FittedEdit::toolTipExistsOnlyIfTextDoesNotFit()
 {
     const QString text("-1.2345678901234567890123e-05");
     m_edit->setText(text);
     QCOMPARE(m_edit->toolTip(), text);
-    m_edit->setText("-9.60021e-05"); // fits in small letters
+    m_edit->setText("-9.60021e-05"); // fits in a smaller font
     QCOMPARE(m_edit->toolTip(), QString());
 }
 
-// In a field of 40, the width of shares and amounts, not even the smallest
-// letters have room for twelve characters.
-void tst_FittedEdit::longerNumberShowsItsExponentWithoutFocus()
+// A field of 40 pixels, as for shares and amounts, is too narrow for twelve characters
+// even in the smallest font. The visible text must end in the exponent.
+void tst_FittedEdit::longNumberWithoutFocusShowsItsExponent()
 {
     m_edit->setFixedWidth(40);
     QCoreApplication::processEvents();
     m_edit->setText("-9.60021e-05");
     QCOMPARE(m_edit->toolTip(), QString("-9.60021e-05"));
     const QImage picture = pictureOf(m_edit);
-    const QImage seen = picture.copy(inkOf(picture));
+    const QImage visible = picture.copy(inkOf(picture));
     QStringList readings;
     for (const char* front : {"-", "-9", "-9.", "-9.6", "-9.60", "-9.600", "-9.6002"}) {
         FittedEdit wide;
@@ -208,14 +210,14 @@ void tst_FittedEdit::longerNumberShowsItsExponentWithoutFocus()
         wide.setFont(m_edit->font());
         wide.resize(400, m_edit->height());
         wide.setText(front + QString(QChar(0x2026)) + "e-05");
-        if (inkInAWideField(wide) == seen) {
+        if (inkInWideField(wide) == visible) {
             readings.append(wide.text());
         }
     }
     QCOMPARE(readings.size(), 1);
 }
 
-void tst_FittedEdit::clickInALongerNumberKeepsItsExponentInSight()
+void tst_FittedEdit::clickInLongNumberKeepsItsExponentVisible()
 {
     m_edit->setFixedWidth(40);
     QCoreApplication::processEvents();
@@ -223,12 +225,12 @@ void tst_FittedEdit::clickInALongerNumberKeepsItsExponentInSight()
     const QImage before = pictureOf(m_edit);
     QTest::mouseClick(m_edit, Qt::LeftButton, {}, QPoint(20, m_edit->height() / 2));
     QVERIFY(m_edit->hasFocus());
-    // The frame of a field with focus has another colour.
+    // Only the text is compared: the frame of a field with focus has another colour.
     const QImage after = pictureOf(m_edit);
     QCOMPARE(after.copy(inkOf(before)), before.copy(inkOf(before)));
 }
 
-void tst_FittedEdit::keyInALongerNumberShowsThePlaceOfTheCursor()
+void tst_FittedEdit::keyInLongNumberScrollsToTheCursor()
 {
     m_edit->setFixedWidth(40);
     QCoreApplication::processEvents();
@@ -245,19 +247,19 @@ void tst_FittedEdit::keyInALongerNumberShowsThePlaceOfTheCursor()
     QCOMPARE(pictureOf(m_edit), shortened);
 }
 
-void tst_FittedEdit::toolTipShowsMarkupAsItIs()
+void tst_FittedEdit::markupIsEscapedInToolTip()
 {
     m_edit->setText("/data/<b>nickel</b>/" + QString(100, u'8') + ".dat");
     QVERIFY(m_edit->toolTip().contains("&lt;b&gt;"));
 }
 
-void tst_FittedEdit::longerTextShowsItsBeginningAndItsEndWithoutFocus()
+void tst_FittedEdit::longTextWithoutFocusShowsStartAndEnd()
 {
     const QString path = "/data/" + QString(300, u'x') + "/ref_ni2.dat";
     m_edit->setFixedWidth(150);
     QCoreApplication::processEvents();
     m_edit->setText(path);
-    const QImage seen = pictureOf(m_edit);
+    const QImage visible = pictureOf(m_edit);
     FittedEdit elided;
     elided.resize(m_edit->size());
     elided.setText(QFontMetricsF(m_edit->font()).elidedText(path, Qt::ElideMiddle, 150 - 8));
@@ -265,17 +267,17 @@ void tst_FittedEdit::longerTextShowsItsBeginningAndItsEndWithoutFocus()
     QVERIFY(elided.text().endsWith("ni2.dat"));
     QCOMPARE(m_edit->text(), path);
     QCOMPARE(m_edit->toolTip(), path);
-    QVERIFY(!inkOf(seen).isEmpty());
-    // Not the beginning alone, which is what a line edit shows.
-    QLineEdit cut;
-    cut.setFont(m_edit->font());
-    cut.resize(m_edit->size());
-    cut.setText(path);
-    cut.setCursorPosition(0);
-    QVERIFY(pictureOf(&cut) != seen);
+    QVERIFY(!inkOf(visible).isEmpty());
+    // A plain line edit would show the start only.
+    QLineEdit plainEdit;
+    plainEdit.setFont(m_edit->font());
+    plainEdit.resize(m_edit->size());
+    plainEdit.setText(path);
+    plainEdit.setCursorPosition(0);
+    QVERIFY(pictureOf(&plainEdit) != visible);
 }
 
-void tst_FittedEdit::longerTextCanBeReadThroughWithFocus()
+void tst_FittedEdit::longTextWithFocusCanBeScrolled()
 {
     m_edit->setText(QString(100, u'1') + QString(100, u'8'));
     m_edit->setFocus();
@@ -285,7 +287,7 @@ void tst_FittedEdit::longerTextCanBeReadThroughWithFocus()
     QVERIFY(pictureOf(m_edit) != front);
 }
 
-void tst_FittedEdit::leavingByTabReturnsTheCursorToTheFront()
+void tst_FittedEdit::tabReturnsTheCursorToTheStart()
 {
     m_edit->setFocus();
     QTest::keyClicks(m_edit, "-1.2345159e-05");
@@ -295,7 +297,7 @@ void tst_FittedEdit::leavingByTabReturnsTheCursorToTheFront()
     QCOMPARE(m_edit->cursorPosition(), 0);
 }
 
-void tst_FittedEdit::windowInTheBackgroundKeepsTheCursor()
+void tst_FittedEdit::windowInBackgroundKeepsTheCursor()
 {
     m_edit->setFocus();
     QTest::keyClicks(m_edit, "83");
@@ -304,12 +306,12 @@ void tst_FittedEdit::windowInTheBackgroundKeepsTheCursor()
     QCOMPARE(m_edit->cursorPosition(), 2);
 }
 
-void tst_FittedEdit::textOnAToldBackgroundIsBlackOnADarkDesktop()
+void tst_FittedEdit::textOnStyledBackgroundIsBlackInDarkTheme()
 {
     const QPalette before = QApplication::palette();
     QPalette dark(Qt::white, QColor(40, 40, 40), Qt::lightGray, Qt::black, Qt::gray, Qt::white,
                   Qt::white, QColor(30, 30, 30), QColor(40, 40, 40));
-    m_edit->setStyleSheet(shownOnly);
+    m_edit->setStyleSheet(readOnlyStyle);
     m_edit->setText("8340");
     QApplication::setPalette(dark);
     QCoreApplication::processEvents();
@@ -319,7 +321,7 @@ void tst_FittedEdit::textOnAToldBackgroundIsBlackOnADarkDesktop()
     QVERIFY(!inkOf(picture).isEmpty());
 }
 
-void tst_FittedEdit::textWithoutABackgroundHasTheDesktopsColour()
+void tst_FittedEdit::textWithoutBackgroundUsesThePalette()
 {
     const QPalette before = QApplication::palette();
     QPalette dark(before);

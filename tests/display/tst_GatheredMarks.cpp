@@ -1,4 +1,4 @@
-// The marks of very many points against single circles, one after the other.
+// Tests of GatheredMarks: the picture equals one circle drawn per point.
 #include "display/GatheredMarks.h"
 
 #include "display/ChCoord.h"
@@ -21,8 +21,8 @@ const QSize usualSize(150, 120);
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-/// Points all over a plot of 0 to 1 on both axes and around it.
-QList<QPointF> spread(int count, double around = 0.2)
+/// Random points in a plot of 0 to 1 on both axes and around it.
+QList<QPointF> randomPoints(int count, double around = 0.2)
 {
     std::mt19937_64 random(static_cast<unsigned>(count));
     std::uniform_real_distribution<double> value(-around, 1.0 + around);
@@ -88,139 +88,146 @@ class tst_GatheredMarks : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void marksOfManyRecordsEqualSingleCircles_data();
-    void marksOfManyRecordsEqualSingleCircles();
-    void marksInEveryFormatEqualSingleCircles_data();
-    void marksInEveryFormatEqualSingleCircles();
-    void plainPaintersShowSingleCircles_data();
-    void plainPaintersShowSingleCircles();
-    void otherPaintersShowSingleCircles_data();
-    void otherPaintersShowSingleCircles();
-    void unusualPensShowSingleCircles_data();
-    void unusualPensShowSingleCircles();
-    void nothingAddedDrawsNothing();
+    void manyMarksMatchSingleCircles_data();
+    void manyMarksMatchSingleCircles();
+    void marksMatchInEveryImageFormat_data();
+    void marksMatchInEveryImageFormat();
+    void marksMatchWithTranslatedOrClippedPainters_data();
+    void marksMatchWithTranslatedOrClippedPainters();
+    void marksMatchWithOtherPainterStates_data();
+    void marksMatchWithOtherPainterStates();
+    void marksMatchWithUnusualPens_data();
+    void marksMatchWithUnusualPens();
+    void noMarksDrawNothing();
 };
 
-void tst_GatheredMarks::marksOfManyRecordsEqualSingleCircles_data()
+void tst_GatheredMarks::manyMarksMatchSingleCircles_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QList<QPointF>>("points");
     QTest::addColumn<QList<double>>("range");
     const QList<double> all{0.0, 0.0, 1.0, 1.0};
-    QTest::newRow("one") << usualSize << spread(1, 0.0) << all;
-    QTest::newRow("sparse") << usualSize << spread(60) << all;
-    QTest::newRow("touching") << usualSize << spread(1500) << all;
-    QTest::newRow("dense") << usualSize << spread(20000) << all;
-    QTest::newRow("odd size") << QSize(191, 63) << spread(900) << all;
-    QTest::newRow("a word wide") << QSize(64, 64) << spread(300) << all;
-    QTest::newRow("tiny") << QSize(9, 7) << spread(40) << all;
-    QTest::newRow("one pixel") << QSize(1, 1) << spread(40, 2.0) << all;
-    QTest::newRow("one column") << QSize(1, 90) << spread(40, 2.0) << all;
-    QTest::newRow("zoomed in") << usualSize << spread(4000) << QList<double>{0.4, 0.5, 0.6, 0.7};
-    QTest::newRow("zoomed out") << usualSize << spread(4000) << QList<double>{-9.0, -8.0, 7.0, 9.0};
-    QTest::newRow("scrolled") << usualSize << spread(4000) << QList<double>{0.7, -0.8, 1.7, 0.2};
-    QTest::newRow("mirrored") << usualSize << spread(900) << QList<double>{1.0, 1.0, 0.0, 0.0};
-    QTest::newRow("beside the widget") << usualSize << spread(900) << QList<double>{5, 5, 6, 6};
-    QList<QPointF> odd = spread(50);
+    QTest::newRow("one point") << usualSize << randomPoints(1, 0.0) << all;
+    QTest::newRow("sparse") << usualSize << randomPoints(60) << all;
+    QTest::newRow("touching") << usualSize << randomPoints(1500) << all;
+    QTest::newRow("dense") << usualSize << randomPoints(20000) << all;
+    QTest::newRow("odd size") << QSize(191, 63) << randomPoints(900) << all;
+    QTest::newRow("64 pixels wide") << QSize(64, 64) << randomPoints(300) << all;
+    QTest::newRow("tiny") << QSize(9, 7) << randomPoints(40) << all;
+    QTest::newRow("one pixel") << QSize(1, 1) << randomPoints(40, 2.0) << all;
+    QTest::newRow("one column") << QSize(1, 90) << randomPoints(40, 2.0) << all;
+    QTest::newRow("zoomed in") << usualSize << randomPoints(4000)
+                               << QList<double>{0.4, 0.5, 0.6, 0.7};
+    QTest::newRow("zoomed out") << usualSize << randomPoints(4000)
+                                << QList<double>{-9.0, -8.0, 7.0, 9.0};
+    QTest::newRow("scrolled") << usualSize << randomPoints(4000)
+                              << QList<double>{0.7, -0.8, 1.7, 0.2};
+    QTest::newRow("mirrored") << usualSize << randomPoints(900)
+                              << QList<double>{1.0, 1.0, 0.0, 0.0};
+    QTest::newRow("outside the widget")
+        << usualSize << randomPoints(900) << QList<double>{5, 5, 6, 6};
+    QList<QPointF> withExtremes = randomPoints(50);
     for (const double number : {notANumber, infinity, -infinity, 1e300, -1e300, 4294967298.5}) {
-        odd << QPointF(number, 0.5) << QPointF(0.5, number) << QPointF(number, number);
+        withExtremes << QPointF(number, 0.5) << QPointF(0.5, number) << QPointF(number, number);
     }
-    QTest::newRow("no numbers") << usualSize << odd << all;
-    QTest::newRow("no range") << usualSize << spread(50) << QList<double>{1.0, 0.0, 1.0, 1.0};
+    QTest::newRow("NaN, infinite and huge numbers") << usualSize << withExtremes << all;
+    QTest::newRow("empty range") << usualSize << randomPoints(50)
+                                 << QList<double>{1.0, 0.0, 1.0, 1.0};
 }
 
-void tst_GatheredMarks::marksOfManyRecordsEqualSingleCircles()
+void tst_GatheredMarks::manyMarksMatchSingleCircles()
 {
     QFETCH(QSize, size);
     QFETCH(QList<QPointF>, points);
     QFETCH(QList<double>, range);
     const Plot plot(size, {range.at(0), range.at(1), range.at(2), range.at(3)});
-    const auto asItIs = [](QPainter*) {};
+    const auto unchanged = [](QPainter*) {};
     const QPen pen(QColor(10, 20, 230));
     const QImage white = whitePicture(size);
-    QVERIFY(isSamePicture(plot.gathered(points, pen, white, asItIs),
-                          plot.oneByOne(points, pen, white, asItIs)));
+    QVERIFY(isSamePicture(plot.gathered(points, pen, white, unchanged),
+                          plot.oneByOne(points, pen, white, unchanged)));
 }
 
-void tst_GatheredMarks::marksInEveryFormatEqualSingleCircles_data()
+void tst_GatheredMarks::marksMatchInEveryImageFormat_data()
 {
     QTest::addColumn<QImage::Format>("format");
     QTest::newRow("transparent") << QImage::Format_ARGB32_Premultiplied;
-    QTest::newRow("not multiplied") << QImage::Format_ARGB32;
+    QTest::newRow("not premultiplied") << QImage::Format_ARGB32;
     QTest::newRow("16 bit") << QImage::Format_RGB16;
-    QTest::newRow("bytes") << QImage::Format_RGB888;
+    QTest::newRow("24 bit") << QImage::Format_RGB888;
     QTest::newRow("10 bit") << QImage::Format_BGR30;
 }
 
-void tst_GatheredMarks::marksInEveryFormatEqualSingleCircles()
+void tst_GatheredMarks::marksMatchInEveryImageFormat()
 {
     QFETCH(QImage::Format, format);
     const Plot plot(usualSize);
-    const auto asItIs = [](QPainter*) {};
+    const auto unchanged = [](QPainter*) {};
     const QPen pen(QColor(13, 27, 231));
     const QImage white = scaledPicture(usualSize, 1.0, format);
-    const QList<QPointF> points = spread(900);
-    QVERIFY(plot.gathered(points, pen, white, asItIs) == plot.oneByOne(points, pen, white, asItIs));
+    const QList<QPointF> points = randomPoints(900);
+    QVERIFY(plot.gathered(points, pen, white, unchanged) ==
+            plot.oneByOne(points, pen, white, unchanged));
 }
 
-void tst_GatheredMarks::plainPaintersShowSingleCircles_data()
+void tst_GatheredMarks::marksMatchWithTranslatedOrClippedPainters_data()
 {
     addPainterStates(true);
 }
 
-void tst_GatheredMarks::plainPaintersShowSingleCircles()
+void tst_GatheredMarks::marksMatchWithTranslatedOrClippedPainters()
 {
     QFETCH(PainterState, state);
     const Plot plot(usualSize);
     const QPen pen(Qt::blue);
     const QImage white = whitePicture(usualSize);
     for (const int count : {50, 3000}) {
-        const QImage wanted = plot.oneByOne(spread(count), pen, white, state);
-        QVERIFY(isSamePicture(plot.gathered(spread(count), pen, white, state), wanted));
-        QVERIFY(wanted != white);
+        const QImage expected = plot.oneByOne(randomPoints(count), pen, white, state);
+        QVERIFY(isSamePicture(plot.gathered(randomPoints(count), pen, white, state), expected));
+        QVERIFY(expected != white);
     }
 }
 
-void tst_GatheredMarks::otherPaintersShowSingleCircles_data()
+void tst_GatheredMarks::marksMatchWithOtherPainterStates_data()
 {
     addPainterStates(false);
 }
 
-void tst_GatheredMarks::otherPaintersShowSingleCircles()
+void tst_GatheredMarks::marksMatchWithOtherPainterStates()
 {
     QFETCH(PainterState, state);
     QFETCH(double, scale);
     const Plot plot(usualSize);
     const QPen pen(Qt::blue);
     const QImage white = scaledPicture(usualSize, scale);
-    QList<QPointF> points = spread(300);
+    QList<QPointF> points = randomPoints(300);
     points += points.mid(0, 50);
-    const QImage wanted = plot.oneByOne(points, pen, white, state);
-    QVERIFY(isSamePicture(plot.gathered(points, pen, white, state), wanted));
-    QVERIFY(wanted != white);
+    const QImage expected = plot.oneByOne(points, pen, white, state);
+    QVERIFY(isSamePicture(plot.gathered(points, pen, white, state), expected));
+    QVERIFY(expected != white);
 }
 
-void tst_GatheredMarks::unusualPensShowSingleCircles_data()
+void tst_GatheredMarks::marksMatchWithUnusualPens_data()
 {
     QTest::addColumn<QPen>("pen");
     QTest::newRow("broad") << QPen(Qt::blue, 2);
     QTest::newRow("dashed") << QPen(Qt::blue, 1, Qt::DotLine);
     QTest::newRow("transparent") << QPen(QColor(0, 0, 255, 120));
-    QTest::newRow("none") << QPen(Qt::NoPen);
+    QTest::newRow("no pen") << QPen(Qt::NoPen);
 }
 
-void tst_GatheredMarks::unusualPensShowSingleCircles()
+void tst_GatheredMarks::marksMatchWithUnusualPens()
 {
     QFETCH(QPen, pen);
     const Plot plot(usualSize);
-    const auto asItIs = [](QPainter*) {};
+    const auto unchanged = [](QPainter*) {};
     const QImage white = whitePicture(usualSize);
-    const QList<QPointF> points = spread(300) + spread(300).mid(0, 50);
-    QVERIFY(isSamePicture(plot.gathered(points, pen, white, asItIs),
-                          plot.oneByOne(points, pen, white, asItIs)));
+    const QList<QPointF> points = randomPoints(300) + randomPoints(300).mid(0, 50);
+    QVERIFY(isSamePicture(plot.gathered(points, pen, white, unchanged),
+                          plot.oneByOne(points, pen, white, unchanged)));
 }
 
-void tst_GatheredMarks::nothingAddedDrawsNothing()
+void tst_GatheredMarks::noMarksDrawNothing()
 {
     QVERIFY(isBlank(
         Plot(usualSize).gathered({}, QPen(Qt::blue), whitePicture(usualSize), [](QPainter*) {})));

@@ -1,4 +1,4 @@
-// What all graphs of the analysis have in common.
+// Tests of Graph, the base class of all graphs of the analysis.
 #include "display/Graph.h"
 
 #include "support/GraphPlot.h"
@@ -13,10 +13,11 @@ using namespace tests;
 namespace
 {
 
-const QSize surface(387, 257); // margins of 38, 19, 25 and 12 pixels
+const QSize plotSize(387, 257); // margins: left 38, right 19, bottom 25, top 12 pixels
 
-/// A graph that paints one colour everywhere and another one on top.
-class Flood : public Graph
+/// A graph whose data fill the whole surface in one colour, with a square at (13, 0.5),
+/// and which draws a bar on top.
+class FilledGraph : public Graph
 {
 public:
     bool isEmpty() const override { return empty; }
@@ -28,7 +29,7 @@ public:
 protected:
     void drawData(QStylePainter* p, const ChCoord& cc) const override
     {
-        p->fillRect(QRect(QPoint(0, 0), surface), Qt::cyan);
+        p->fillRect(QRect(QPoint(0, 0), plotSize), Qt::cyan);
         p->fillRect(QRectF(cc.r2sX(13.0), cc.r2sY(0.5), 10, 10), Qt::magenta);
     }
     void drawOnTop(QStylePainter* p, const ChCoord&) const override
@@ -37,8 +38,8 @@ protected:
     }
 };
 
-/// The same picture by plain means.
-class PlainFlood : public PlainPlot
+/// The expected picture of FilledGraph, drawn without Graph.
+class PlainFilledGraph : public PlainPlot
 {
 public:
     using PlainPlot::PlainPlot;
@@ -58,8 +59,8 @@ protected:
     }
 };
 
-/// A graph that leaves what stands on top to its base.
-class Bare : public Flood
+/// A FilledGraph with the drawOnTop() of the base class.
+class FilledGraphWithoutTop : public FilledGraph
 {
 protected:
     void drawOnTop(QStylePainter* p, const ChCoord& cc) const override { Graph::drawOnTop(p, cc); }
@@ -67,16 +68,16 @@ protected:
 
 struct Plot : GraphPlot {
     explicit Plot(const Graph& drawn)
-        : GraphPlot(drawn, surface, QStringLiteral("over"), QStringLiteral("up"))
+        : GraphPlot(drawn, plotSize, QStringLiteral("over"), QStringLiteral("up"))
     {
     }
 
     ChCoord& cc() { return DispA->cc; }
 };
 
-PlainFlood plainFlood(const PlotRange& range)
+PlainFilledGraph expectedPlot(const PlotRange& range)
 {
-    PlainFlood picture(surface, range);
+    PlainFilledGraph picture(plotSize, range);
     picture.xTitle = QStringLiteral("over");
     picture.yTitle = QStringLiteral("up");
     return picture;
@@ -89,43 +90,43 @@ class tst_Graph : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void frameMasksTheDataAndStandsUnderWhatIsOnTop();
-    void nothingIsOnTopUnlessAGraphSaysSo();
-    void plotAreaIsComputedBeforeAnyData();
-    void firstRangeAfterAResetCounts();
-    void zoomedViewStaysButTheAutomaticRangeIsTold();
-    void rangeThatIsNotFittedLeavesTheViewAutomatic();
-    void rangeThatIsNotFittedLeavesAZoomAlone();
+    void frameIsDrawnBetweenDataAndTop();
+    void drawOnTopDrawsNothingByDefault();
+    void plotAreaIsComputedBeforeTheDataIsDrawn();
+    void onlyFirstRangeAfterResetIsUsed();
+    void zoomIsKeptAndAutomaticRangeIsReported();
+    void unfittedRangeKeepsTheViewAutomatic();
+    void unfittedRangeKeepsTheZoom();
     void emptyGraphIsWhiteWithoutTitles();
-    void emptyGraphLeavesRangesAlone();
-    void graphThatEmptiesLosesItsTitlesAndGetsThemBack();
+    void emptyGraphKeepsTheRanges();
+    void titlesVanishWithTheDataAndReturn();
 };
 
-void tst_Graph::frameMasksTheDataAndStandsUnderWhatIsOnTop()
+void tst_Graph::frameIsDrawnBetweenDataAndTop()
 {
-    const Flood graph;
+    const FilledGraph graph;
     Plot plot(graph);
     const QImage image = plot.picture();
-    QVERIFY(isSamePicture(image, plainFlood({10.0, -1.0, 43.0, 4.5}).picture()));
+    QVERIFY(isSamePicture(image, expectedPlot({10.0, -1.0, 43.0, 4.5}).picture()));
     QCOMPARE(image.pixelColor(200, 5), QColor(Qt::white));
     QCOMPARE(image.pixelColor(200, 12), QColor(150, 150, 150));
     QCOMPARE(image.pixelColor(200, 13), QColor(Qt::cyan));
     QCOMPARE(image.pixelColor(60, 12), QColor(Qt::yellow));
 }
 
-void tst_Graph::nothingIsOnTopUnlessAGraphSaysSo()
+void tst_Graph::drawOnTopDrawsNothingByDefault()
 {
-    const Bare graph;
+    const FilledGraphWithoutTop graph;
     Plot plot(graph);
-    PlainFlood wanted = plainFlood({10.0, -1.0, 43.0, 4.5});
-    wanted.onTop = false;
-    QVERIFY(isSamePicture(plot.picture(), wanted.picture()));
+    PlainFilledGraph expected = expectedPlot({10.0, -1.0, 43.0, 4.5});
+    expected.onTop = false;
+    QVERIFY(isSamePicture(plot.picture(), expected.picture()));
 }
 
-// 10 pixels a unit on x from column 38 on, 40 on y from row 232 up.
-void tst_Graph::plotAreaIsComputedBeforeAnyData()
+// One unit is 10 pixels on x, from column 38, and 40 pixels on y, from row 232 upward.
+void tst_Graph::plotAreaIsComputedBeforeTheDataIsDrawn()
 {
-    const Flood graph;
+    const FilledGraph graph;
     Plot plot(graph);
     const QImage image = plot.picture();
     QCOMPARE(plot.cc().areaX0, 38.0);
@@ -136,70 +137,70 @@ void tst_Graph::plotAreaIsComputedBeforeAnyData()
     QCOMPARE(countOf(image, image.rect(), Qt::magenta), 100);
 }
 
-void tst_Graph::firstRangeAfterAResetCounts()
+void tst_Graph::onlyFirstRangeAfterResetIsUsed()
 {
-    Flood graph;
+    FilledGraph graph;
     Plot plot(graph);
     QVERIFY(!plot.DispA->hasScale);
     plot.picture();
     QVERIFY(plot.DispA->hasScale);
     graph.automatic = {0.0, 0.0, 33.0, 5.5};
-    QVERIFY(isSamePicture(plot.picture(), plainFlood({10.0, -1.0, 43.0, 4.5}).picture()));
+    QVERIFY(isSamePicture(plot.picture(), expectedPlot({10.0, -1.0, 43.0, 4.5}).picture()));
     plot.clearScale();
-    QVERIFY(isSamePicture(plot.picture(), plainFlood({0.0, 0.0, 33.0, 5.5}).picture()));
+    QVERIFY(isSamePicture(plot.picture(), expectedPlot({0.0, 0.0, 33.0, 5.5}).picture()));
 }
 
-void tst_Graph::zoomedViewStaysButTheAutomaticRangeIsTold()
+void tst_Graph::zoomIsKeptAndAutomaticRangeIsReported()
 {
-    const Flood graph;
+    const FilledGraph graph;
     Plot plot(graph);
     plot.picture();
     plot.cc().setReal(12.0, 0.0, 15.3, 1.1);
     plot.range = {};
-    QVERIFY(isSamePicture(plot.picture(), plainFlood({12.0, 0.0, 15.3, 1.1}).picture()));
+    QVERIFY(isSamePicture(plot.picture(), expectedPlot({12.0, 0.0, 15.3, 1.1}).picture()));
     QCOMPARE(plot.range.x0, 10.0);
     QCOMPARE(plot.range.y0, -1.0);
     QCOMPARE(plot.range.x1, 43.0);
     QCOMPARE(plot.range.y1, 4.5);
 }
 
-void tst_Graph::rangeThatIsNotFittedLeavesTheViewAutomatic()
+void tst_Graph::unfittedRangeKeepsTheViewAutomatic()
 {
-    Flood graph;
+    FilledGraph graph;
     graph.automatic = {5.0, 0.0, 38.0, 1.1, false};
     Plot plot(graph);
-    QVERIFY(isSamePicture(plot.picture(), plainFlood({5.0, 0.0, 38.0, 1.1}).picture()));
+    QVERIFY(isSamePicture(plot.picture(), expectedPlot({5.0, 0.0, 38.0, 1.1}).picture()));
     QVERIFY(!plot.DispA->hasScale);
     graph.automatic = {0.0, 0.0, 33.0, 5.5, true};
-    QVERIFY(isSamePicture(plot.picture(), plainFlood({0.0, 0.0, 33.0, 5.5}).picture()));
+    QVERIFY(isSamePicture(plot.picture(), expectedPlot({0.0, 0.0, 33.0, 5.5}).picture()));
     QVERIFY(plot.DispA->hasScale);
 }
 
-void tst_Graph::rangeThatIsNotFittedLeavesAZoomAlone()
+void tst_Graph::unfittedRangeKeepsTheZoom()
 {
-    Flood graph;
+    FilledGraph graph;
     graph.automatic.isFitted = false;
     Plot plot(graph);
     plot.setRealCoord(12.0, 0.0, 15.3, 1.1);
-    QVERIFY(isSamePicture(plot.picture(), plainFlood({12.0, 0.0, 15.3, 1.1}).picture()));
+    QVERIFY(isSamePicture(plot.picture(), expectedPlot({12.0, 0.0, 15.3, 1.1}).picture()));
     QVERIFY(plot.DispA->hasScale);
 }
 
 void tst_Graph::emptyGraphIsWhiteWithoutTitles()
 {
-    Flood graph;
+    FilledGraph graph;
     graph.empty = true;
     Plot plot(graph);
     QVERIFY(isBlank(plot.picture()));
     QVERIFY(!plot.cc().drawn);
     QCOMPARE(plot.xTitle, QStringLiteral("over"));
     QCOMPARE(plot.yTitle, QStringLiteral("up"));
-    QCOMPARE(plot.cc().areaX0, 38.0); // the mouse's places go by the plot area
+    QCOMPARE(plot.cc().areaX0, 38.0); // mouse positions refer to the plot area
 }
 
-void tst_Graph::emptyGraphLeavesRangesAlone()
+void tst_Graph::emptyGraphKeepsTheRanges()
 {
-    Flood graph;
+    FilledGraph graph;
     graph.empty = true;
     Plot plot(graph);
     plot.picture();
@@ -212,9 +213,9 @@ void tst_Graph::emptyGraphLeavesRangesAlone()
     QVERIFY(plot.DispA->hasScale);
 }
 
-void tst_Graph::graphThatEmptiesLosesItsTitlesAndGetsThemBack()
+void tst_Graph::titlesVanishWithTheDataAndReturn()
 {
-    Flood graph;
+    FilledGraph graph;
     Plot plot(graph);
     const QImage full = plot.picture();
     graph.empty = true;

@@ -1,4 +1,5 @@
-// Grid lines: the picture of a plain loop, in a time that the widget bounds.
+// Tests of the grid lines: they equal the picture of a plain loop, in a time bounded by
+// the widget's size.
 #include "display/GridLines.h"
 
 #include "support/PlotSurface.h"
@@ -21,7 +22,7 @@ namespace
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 constexpr double huge = std::numeric_limits<double>::max();
-constexpr double least = std::numeric_limits<double>::denorm_min();
+constexpr double smallest = std::numeric_limits<double>::denorm_min();
 
 constexpr int width = 400;
 constexpr int height = 300;
@@ -38,7 +39,7 @@ QImage grid(const ChCoord& cc, const GridValues& values, bool vertical)
     return image;
 }
 
-/// One line across the picture at each of these pixels.
+/// The picture with one line across it at each of @p pixels.
 QImage lines(const QSet<int>& pixels, bool vertical)
 {
     QImage image = whiteSurface();
@@ -50,7 +51,7 @@ QImage lines(const QSet<int>& pixels, bool vertical)
     return image;
 }
 
-QSet<int> allFrom(int first, int last)
+QSet<int> pixelRange(int first, int last)
 {
     QSet<int> pixels;
     for (int at = first; at <= last; ++at) {
@@ -59,7 +60,7 @@ QSet<int> allFrom(int first, int last)
     return pixels;
 }
 
-/// Draws all values, in view or not; for those that are not too many.
+/// The reference implementation: draws all values, visible or not. Not for huge grids.
 QImage plainGrid(const ChCoord& cc, const GridValues& values, bool vertical)
 {
     const double slope =
@@ -76,8 +77,8 @@ QImage plainGrid(const ChCoord& cc, const GridValues& values, bool vertical)
     return lines(pixels, vertical);
 }
 
-/// The same on both axes.
-bool looksPlain(const ChCoord& cc, const GridValues& values)
+/// Compares the vertical and the horizontal grid with the reference implementation.
+bool matchesPlainGrid(const ChCoord& cc, const GridValues& values)
 {
     return grid(cc, values, true) == plainGrid(cc, values, true) &&
            grid(cc, values, false) == plainGrid(cc, values, false);
@@ -95,30 +96,30 @@ class tst_GridLines : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void linesStandAtTheirValues();
+    void linesAreAtTheirValues();
     void linesCrossTheWholeWidget();
-    void linesTakeThePen();
-    void looksLikeAPlainLoop_data();
-    void looksLikeAPlainLoop();
-    void anyGridLooksLikeAPlainLoop();
-    void denseGridHasOneLineAPixel();
-    void millionsOfLinesAreOneAPixel();
-    void placesAboutZeroShareALine();
-    void zoomInAGreatGridKeepsItsPlaces();
-    void firstValueIsALineWithoutASecond();
-    void gridsOfNothing_data();
-    void gridsOfNothing();
-    void anyNumbersComeBack();
+    void linesUseThePen();
+    void matchesAPlainLoop_data();
+    void matchesAPlainLoop();
+    void randomGridsMatchAPlainLoop();
+    void denseGridHasOneLinePerPixel();
+    void millionsOfLinesAreOnePerPixel();
+    void positionsAroundZeroShareALine();
+    void zoomIntoHugeGridKeepsLinePositions();
+    void gridOfOneValueHasOneLine();
+    void invalidGridsAreEmpty_data();
+    void invalidGridsAreEmpty();
+    void extremeNumbersReturnQuickly();
     void valenceGridEndsWithinHalfAStep();
 };
 
-// 20 pixels a unit on x, 51 on y.
-void tst_GridLines::linesStandAtTheirValues()
+// One unit is 20 pixels on x and 51 on y.
+void tst_GridLines::linesAreAtTheirValues()
 {
     const PlotSurface cc(10, -1, 27, 4);
     QCOMPARE(grid(cc, {12, 2.51, 20}, true), lines({80, 130, 180, 230}, true));
     QCOMPARE(grid(cc, {-0.5, 1.1, 3}, false), lines({244, 188, 132, 76}, false));
-    // Beyond the plot area as far as the widget goes.
+    // Lines outside the plot area are drawn up to the widget's edges.
     QCOMPARE(grid(cc, {7, 1.5, 29}, true),
              lines({10, 40, 70, 100, 130, 160, 190, 220, 250, 280, 310, 340, 370}, true));
 }
@@ -138,7 +139,7 @@ void tst_GridLines::linesCrossTheWholeWidget()
     }
 }
 
-void tst_GridLines::linesTakeThePen()
+void tst_GridLines::linesUseThePen()
 {
     const PlotSurface cc(10, -1, 27, 4);
     QImage image = whiteSurface();
@@ -155,80 +156,83 @@ void tst_GridLines::linesTakeThePen()
     QCOMPARE(display::gridColor, QColor(200, 200, 255));
 }
 
-void tst_GridLines::looksLikeAPlainLoop_data()
+void tst_GridLines::matchesAPlainLoop_data()
 {
-    QTest::addColumn<QRectF>("range");         // left, top to right, bottom: x0, y0 to x1, y1
+    QTest::addColumn<QRectF>("range"); // left and top are x0 and y0, right and bottom x1 and y1
     QTest::addColumn<QList<double>>("values"); // first, step, last
     const auto range = [](double x0, double y0, double x1, double y1) {
         return QRectF(x0, y0, x1 - x0, y1 - y0);
     };
     using Values = QList<double>;
     QTest::newRow("tenths") << range(1.8, 1.8, 3.2, 3.2) << Values{2.0, 0.1, 3.05};
-    QTest::newRow("all in view") << range(10, 10, 27, 27) << Values{12, 1.25, 25};
+    QTest::newRow("all visible") << range(10, 10, 27, 27) << Values{12, 1.25, 25};
     QTest::newRow("beyond both ends") << range(10, 10, 27, 27) << Values{-200, 0.7, 300};
-    QTest::newRow("begin out of view") << range(10, 10, 27, 27) << Values{-200.5, 3.3, 15};
-    QTest::newRow("end out of view") << range(10, 10, 27, 27) << Values{15, 3.3, 1500};
-    QTest::newRow("wholly before") << range(10, 10, 27, 27) << Values{-50, 1, -20};
-    QTest::newRow("wholly after") << range(10, 10, 27, 27) << Values{80, 1, 90};
+    QTest::newRow("start not visible") << range(10, 10, 27, 27) << Values{-200.5, 3.3, 15};
+    QTest::newRow("end not visible") << range(10, 10, 27, 27) << Values{15, 3.3, 1500};
+    QTest::newRow("all below the range") << range(10, 10, 27, 27) << Values{-50, 1, -20};
+    QTest::newRow("all above the range") << range(10, 10, 27, 27) << Values{80, 1, 90};
     QTest::newRow("between two lines") << range(10, 10, 11, 11) << Values{0, 100, 500};
     QTest::newRow("reversed axes") << range(27, 27, 10, 10) << Values{-200, 0.7, 300};
-    QTest::newRow("reversed axes, begin in view") << range(27, 27, 10, 10) << Values{15, 0.7, 300};
-    QTest::newRow("last is one of them") << range(0, 0, 17, 17) << Values{1, 2, 9};
-    QTest::newRow("a pixel apart on x") << range(0, 0, 340, 340) << Values{-100, 1, 500};
-    QTest::newRow("a pixel apart on y") << range(0, 0, 255, 255) << Values{-100, 1, 500};
-    QTest::newRow("little more than a pixel") << range(0, 0, 337, 251) << Values{-60, 1, 500};
+    QTest::newRow("reversed axes, start visible") << range(27, 27, 10, 10) << Values{15, 0.7, 300};
+    QTest::newRow("last value is on the grid") << range(0, 0, 17, 17) << Values{1, 2, 9};
+    QTest::newRow("one pixel apart on x") << range(0, 0, 340, 340) << Values{-100, 1, 500};
+    QTest::newRow("one pixel apart on y") << range(0, 0, 255, 255) << Values{-100, 1, 500};
+    QTest::newRow("slightly more than a pixel apart")
+        << range(0, 0, 337, 251) << Values{-60, 1, 500};
     QTest::newRow("dense") << range(0, 0, 1000, 1000) << Values{200, 1, 700};
     QTest::newRow("dense beyond both ends") << range(0, 0, 1000, 1000) << Values{-9000, 1, 9000};
     QTest::newRow("dense, reversed axes") << range(1000, 1000, 0, 0) << Values{200, 1, 700};
-    QTest::newRow("dense, before") << range(0, 0, 1000, 1000) << Values{-9000, 1, -500};
-    QTest::newRow("dense, after") << range(0, 0, 1000, 1000) << Values{1500, 1, 9000};
-    QTest::newRow("dense, to the left end") << range(0, 0, 1000, 1000) << Values{-9000, 1, -118};
-    QTest::newRow("dense, from the right end") << range(0, 0, 1000, 1000) << Values{1057, 1, 1070};
+    QTest::newRow("dense, below the range") << range(0, 0, 1000, 1000) << Values{-9000, 1, -500};
+    QTest::newRow("dense, above the range") << range(0, 0, 1000, 1000) << Values{1500, 1, 9000};
+    QTest::newRow("dense, up to the left edge")
+        << range(0, 0, 1000, 1000) << Values{-9000, 1, -118};
+    QTest::newRow("dense, from the right edge") << range(0, 0, 1000, 1000) << Values{1057, 1, 1070};
 }
 
-void tst_GridLines::looksLikeAPlainLoop()
+void tst_GridLines::matchesAPlainLoop()
 {
     QFETCH(QRectF, range);
     QFETCH(QList<double>, values);
     const PlotSurface cc(range.left(), range.top(), range.left() + range.width(),
                          range.top() + range.height());
-    QVERIFY(looksPlain(cc, {values.at(0), values.at(1), values.at(2)}));
+    QVERIFY(matchesPlainGrid(cc, {values.at(0), values.at(1), values.at(2)}));
 }
 
-void tst_GridLines::anyGridLooksLikeAPlainLoop()
+void tst_GridLines::randomGridsMatchAPlainLoop()
 {
     QRandomGenerator random(7);
     const auto number = [&random](double span) { return span * (random.generateDouble() - 0.5); };
-    int seen = 0;
+    int nonEmpty = 0;
     for (int i = 0; i < 400; ++i) {
         const double x0 = number(20.0);
         const double y0 = number(20.0);
         const PlotSurface cc(x0, y0, x0 + number(40.0), y0 + number(40.0));
         const GridValues values{number(60.0), std::pow(10.0, number(4.0) - 0.5), number(90.0)};
-        QVERIFY2(looksPlain(cc, values), qPrintable(QStringLiteral("%1 %2 %3, x %4 %5, y %6 %7")
-                                                        .arg(values.first)
-                                                        .arg(values.step)
-                                                        .arg(values.last)
-                                                        .arg(cc.realX0)
-                                                        .arg(cc.realX1)
-                                                        .arg(cc.realY0)
-                                                        .arg(cc.realY1)));
-        seen += isEmpty(cc, values) ? 0 : 1;
+        QVERIFY2(matchesPlainGrid(cc, values),
+                 qPrintable(QStringLiteral("%1 %2 %3, x %4 %5, y %6 %7")
+                                .arg(values.first)
+                                .arg(values.step)
+                                .arg(values.last)
+                                .arg(cc.realX0)
+                                .arg(cc.realX1)
+                                .arg(cc.realY0)
+                                .arg(cc.realY1)));
+        nonEmpty += isEmpty(cc, values) ? 0 : 1;
     }
-    QVERIFY(seen > 100);
+    QVERIFY(nonEmpty > 100);
 }
 
-// A tenth of a pixel apart, from column 57 to 210.
-void tst_GridLines::denseGridHasOneLineAPixel()
+// The values are a tenth of a pixel apart, from column 57 to 210.
+void tst_GridLines::denseGridHasOneLinePerPixel()
 {
     const PlotSurface cc(0, 0, 340, 255);
-    QCOMPARE(grid(cc, {17.05, 0.1, 170.5}, true), lines(allFrom(57, 210), true));
+    QCOMPARE(grid(cc, {17.05, 0.1, 170.5}, true), lines(pixelRange(57, 210), true));
 }
 
-void tst_GridLines::millionsOfLinesAreOneAPixel()
+void tst_GridLines::millionsOfLinesAreOnePerPixel()
 {
-    const QSet<int> columns = allFrom(0, width - 1);
-    const QSet<int> rows = allFrom(0, height - 1);
+    const QSet<int> columns = pixelRange(0, width - 1);
+    const QSet<int> rows = pixelRange(0, height - 1);
     for (const double end : {1e7, 1e12, 1e300}) {
         const PlotSurface cc(0, 0, end, end);
         QCOMPARE(grid(cc, {-end, 0.1, 2 * end}, true), lines(columns, true));
@@ -236,17 +240,17 @@ void tst_GridLines::millionsOfLinesAreOneAPixel()
     }
 }
 
-// 340 pixels stand for 337, and pixel 40 for 0: -40.25 and -39.25 lie at -0.61
-// and 0.40, and both are truncated to pixel 0.
-void tst_GridLines::placesAboutZeroShareALine()
+// 337 units are 340 pixels wide, and 0 is at column 40. So -40.25 and -39.25 are at
+// -0.61 and 0.40; both are truncated to column 0.
+void tst_GridLines::positionsAroundZeroShareALine()
 {
     const PlotSurface cc(0.0, 0.0, 337.0, 1.0);
     QCOMPARE(grid(cc, {-40.25, 1.0, -39.25}, true), lines({0}, true));
 }
 
-// A step is 34 pixels on x and 25.5 on y; the first of a thousand million lines
-// lies far to the left. The range begins at a line and a half.
-void tst_GridLines::zoomInAGreatGridKeepsItsPlaces()
+// One step is 34 pixels on x and 25.5 on y. The first of 1e9 lines is far to the left.
+// The range starts midway between two lines.
+void tst_GridLines::zoomIntoHugeGridKeepsLinePositions()
 {
     const PlotSurface cc(5e8 + 0.5, 5e8 + 0.5, 5e8 + 10.5, 5e8 + 10.5);
     const GridValues values{0.0, 1.0, 1e9};
@@ -265,7 +269,7 @@ void tst_GridLines::zoomInAGreatGridKeepsItsPlaces()
     QCOMPARE(grid(cc, values, false), lines(rows, false));
 }
 
-void tst_GridLines::firstValueIsALineWithoutASecond()
+void tst_GridLines::gridOfOneValueHasOneLine()
 {
     const PlotSurface cc(10, -1, 27, 4);
     QCOMPARE(grid(cc, {15, 3, 15}, true), lines({140}, true));
@@ -274,16 +278,16 @@ void tst_GridLines::firstValueIsALineWithoutASecond()
     QCOMPARE(grid(cc, {0, 3, 0}, false), lines({219}, false));
 }
 
-void tst_GridLines::gridsOfNothing_data()
+void tst_GridLines::invalidGridsAreEmpty_data()
 {
     QTest::addColumn<QList<double>>("values"); // first, step, last
     using Values = QList<double>;
     QTest::newRow("last below the first") << Values{20, 1, 19.999};
     QTest::newRow("last far below the first") << Values{1e300, 1, -1e300};
-    QTest::newRow("last below the first by less than a part of the step") << Values{least, 20, 0};
-    QTest::newRow("no step") << Values{12, 0, 20};
-    QTest::newRow("step down") << Values{12, -1, 20};
-    QTest::newRow("step down to a last below") << Values{20, -1, 12};
+    QTest::newRow("last below the first by much less than a step") << Values{smallest, 20, 0};
+    QTest::newRow("zero step") << Values{12, 0, 20};
+    QTest::newRow("negative step") << Values{12, -1, 20};
+    QTest::newRow("negative step, last below the first") << Values{20, -1, 12};
     QTest::newRow("NaN first") << Values{notANumber, 1, 20};
     QTest::newRow("NaN step") << Values{12, notANumber, 20};
     QTest::newRow("NaN last") << Values{12, 1, notANumber};
@@ -293,7 +297,7 @@ void tst_GridLines::gridsOfNothing_data()
     QTest::newRow("all infinite") << Values{-infinite, infinite, infinite};
 }
 
-void tst_GridLines::gridsOfNothing()
+void tst_GridLines::invalidGridsAreEmpty()
 {
     QFETCH(QList<double>, values);
     const GridValues grid{values.at(0), values.at(1), values.at(2)};
@@ -301,21 +305,22 @@ void tst_GridLines::gridsOfNothing()
     QVERIFY(isEmpty(PlotSurface(27, 27, 10, 10), grid));
 }
 
-// Each of them in an instant; what is seen of most is nobody's business.
-void tst_GridLines::anyNumbersComeBack()
+// Every call must return quickly. Only the invalid grids have a known picture: an empty
+// one.
+void tst_GridLines::extremeNumbersReturnQuickly()
 {
-    const QList<double> numbers{0,    0.1,   -1,       1e17,      1e300,     -1e300,
-                                huge, least, infinite, -infinite, notANumber};
-    QImage some = whiteSurface();
-    QImage none = whiteSurface(); // what no grid was drawn on
+    const QList<double> numbers{0,    0.1,      -1,       1e17,      1e300,     -1e300,
+                                huge, smallest, infinite, -infinite, notANumber};
+    QImage withValidGrids = whiteSurface();
+    QImage withInvalidGrids = whiteSurface(); // must stay white
     for (const double first : numbers) {
         for (const double step : numbers) {
             for (const double last : numbers) {
                 const bool isGrid =
                     std::isfinite(first) && step > 0.0 && step < infinite && std::isfinite(last);
-                QPainter p(isGrid ? &some : &none);
+                QPainter p(isGrid ? &withValidGrids : &withInvalidGrids);
                 for (const auto& [from, to] : {std::pair{0.0, 10.0}, std::pair{-huge, huge},
-                                               std::pair{0.0, least}, std::pair{2e17, 1e17}}) {
+                                               std::pair{0.0, smallest}, std::pair{2e17, 1e17}}) {
                     const PlotSurface cc(from, from, to, to);
                     display::drawVerticalGrid(&p, cc, {first, step, last});
                     display::drawHorizontalGrid(&p, cc, {first, step, last});
@@ -323,8 +328,8 @@ void tst_GridLines::anyNumbersComeBack()
             }
         }
     }
-    QVERIFY(some != whiteSurface());
-    QCOMPARE(none, whiteSurface());
+    QVERIFY(withValidGrids != whiteSurface());
+    QCOMPARE(withInvalidGrids, whiteSurface());
 }
 
 void tst_GridLines::valenceGridEndsWithinHalfAStep()
@@ -333,8 +338,8 @@ void tst_GridLines::valenceGridEndsWithinHalfAStep()
     QCOMPARE(values.first, 2.0);
     QCOMPARE(values.step, 0.1);
     QCOMPARE(values.last, 3.05);
-    // 2 to 3 in eleven lines; of 2.36 the fifth, of 2.34 the fourth is the last.
-    const PlotSurface cc(1.9, 0, 3.6, 1); // 200 pixels a unit, from 60.0 on
+    // From 2 to 3 there are eleven lines. Up to 2.36 there are five, up to 2.34 four.
+    const PlotSurface cc(1.9, 0, 3.6, 1); // one unit is 200 pixels, starting at 60.0
     const auto linesOf = [&cc](double upper) {
         int count = 0;
         const QImage image = grid(cc, display::valenceGrid(2.0, upper), true);

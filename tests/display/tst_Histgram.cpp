@@ -1,4 +1,5 @@
-// Histograms: reading the panel's edits, and their file beside the result.
+// Tests of Histgram: reading the panel's edits, and writing the histogram file beside
+// the result.
 #include "display/Histgram.h"
 
 #include "support/DataRows.h"
@@ -21,14 +22,14 @@ namespace
 
 const QByteArray earlierText = "what was there before, and longer than the histogram's text is\n";
 
-/// Bins of width 2 with the edges 0, 2, 4; the counts 1, 2, 3, 4 from below to
-/// above.
+/// Bins of width 2 with the edges 0, 2 and 4. The counts, from below the range to above
+/// it, are 1, 2, 3 and 4.
 const QByteArray writtenText = "-2 -1 0  1\n"
                                "0 1 2  2\n"
                                "2 3 4  3\n"
                                "4 5 6  4\n";
 
-/// Goes to a folder and back at the end of the scope.
+/// Sets the working folder and restores the previous one at the end of the scope.
 class WorkingFolder
 {
 public:
@@ -54,39 +55,40 @@ private Q_SLOTS:
     void init();
 
     void limitsAreReadFromTheEdits();
-    void textThatIsNoNumberCountsAsZero();
-    void numberOfBoxesIsTruncatedAndHeld_data();
-    void numberOfBoxesIsTruncatedAndHeld();
-    void automaticIsReadAtInit();
-    void initZeroesCountsAndReadsAnew();
+    void unparsableTextCountsAsZero();
+    void numberOfBinsIsTruncatedAndLimited_data();
+    void numberOfBinsIsTruncatedAndLimited();
+    void initReadsTheAutomaticMode();
+    void initZeroesTheCountsAndRereadsTheLimits();
 
     void existingFileIsReplaced();
-    void fileIsNamedAfterTheResult_data();
-    void fileIsNamedAfterTheResult();
-    void fileThatIsNotThereIsNotMade();
-    void fileMadeByHandGetsWrittenAtTheNextSave();
-    void linkedResultLeadsToItsRealFolder();
-    void linkedFileIsWrittenWhereItReallyIs();
-    void missingResultLeadsToTheWorkingFolder();
-    void emptyPathLeadsToTheWorkingFolder();
-    void folderOfThatNameIsRefused();
-    void pipeOfThatNameIsRefusedAndDoesNotHang();
+    void fileNameIsDerivedFromTheResult_data();
+    void fileNameIsDerivedFromTheResult();
+    void missingFileIsNotCreated();
+    void fileCreatedByTheUserIsWritten();
+    void symbolicLinkToResultUsesItsRealFolder();
+    void symbolicLinkToHistogramFileIsFollowed();
+    void missingResultUsesTheWorkingFolder();
+    void emptyPathUsesTheWorkingFolder();
+    void folderWithThatNameIsRefused();
+    void pipeWithThatNameIsRefusedWithoutBlocking();
     void unwritableFileIsRefused();
-    void fileThatIsNotWrittenWholeIsNamed();
-    void fileThatIsWrittenWholeOrNotThereIsNotNamed();
+    void incompletelyWrittenFileIsReported();
+    void completeOrMissingFileIsNotReported();
 
 private:
-    /// The path of a file in the folder of this test.
-    QString at(const QString& name) const { return m_folder->filePath(name); }
+    /// The path of @p name in the folder of this test.
+    QString pathOf(const QString& name) const { return m_folder->filePath(name); }
 
-    /// A result file and a histogram file of before; both must not be empty.
+    /// Creates a result file and an earlier histogram file. Returns whether both were
+    /// written.
     bool makeFiles(const QString& result, const QString& histogram) const
     {
         return !tests::writeFile(*m_folder, result, "result\n").isEmpty() &&
                !tests::writeFile(*m_folder, histogram, earlierText).isEmpty();
     }
 
-    void countToTen();
+    void countTenValues();
 
     QLineEdit m_from;
     QLineEdit m_to;
@@ -101,10 +103,10 @@ void tst_Histgram::init()
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
     m_auto.setChecked(false);
-    countToTen();
+    countTenValues();
 }
 
-void tst_Histgram::countToTen()
+void tst_Histgram::countTenValues()
 {
     m_from.setText("1");
     m_to.setText("3");
@@ -115,7 +117,7 @@ void tst_Histgram::countToTen()
     }
 }
 
-// Tolerance: a few units in the last place of 1.
+// Tolerance: a few ulps of 1.
 void tst_Histgram::limitsAreReadFromTheEdits()
 {
     m_from.setText("0");
@@ -129,7 +131,7 @@ void tst_Histgram::limitsAreReadFromTheEdits()
     QVERIFY(std::abs(m_histogram.maxV - 1.05) < 1e-15);
 }
 
-void tst_Histgram::textThatIsNoNumberCountsAsZero()
+void tst_Histgram::unparsableTextCountsAsZero()
 {
     m_from.setText("low");
     m_to.setText("1,5");
@@ -142,33 +144,33 @@ void tst_Histgram::textThatIsNoNumberCountsAsZero()
     QCOMPARE(m_histogram.boxes, 0);
 }
 
-void tst_Histgram::numberOfBoxesIsTruncatedAndHeld_data()
+void tst_Histgram::numberOfBinsIsTruncatedAndLimited_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("boxes");
-    QTest::newRow("whole") << "50" << 50;
+    QTest::newRow("whole number") << "50" << 50;
     QTest::newRow("fraction") << "7.9" << 7;
     QTest::newRow("with exponent") << "1e2" << 100;
     QTest::newRow("empty") << "" << 0;
     QTest::newRow("negative") << "-3" << 0;
     QTest::newRow("one") << "1" << 1;
-    QTest::newRow("absurd") << "1e18" << 1000000;
+    QTest::newRow("huge") << "1e18" << 1000000;
     QTest::newRow("infinite") << "inf" << 1000000;
     QTest::newRow("NaN") << "nan" << 0;
 }
 
-void tst_Histgram::numberOfBoxesIsTruncatedAndHeld()
+void tst_Histgram::numberOfBinsIsTruncatedAndLimited()
 {
     QFETCH(QString, text);
     QFETCH(int, boxes);
     m_boxes.setText(text);
     m_histogram.init();
-    m_histogram.add(2.0); // must not crash, whatever the limits became
+    m_histogram.add(2.0); // must not crash, even with unusable limits
     QCOMPARE(m_histogram.boxes, boxes);
     QCOMPARE(m_histogram.bins.size(), boxes);
 }
 
-void tst_Histgram::automaticIsReadAtInit()
+void tst_Histgram::initReadsTheAutomaticMode()
 {
     QVERIFY(!m_histogram.autoMode);
     m_auto.setChecked(true);
@@ -177,7 +179,7 @@ void tst_Histgram::automaticIsReadAtInit()
     QVERIFY(m_histogram.autoMode);
 }
 
-void tst_Histgram::initZeroesCountsAndReadsAnew()
+void tst_Histgram::initZeroesTheCountsAndRereadsTheLimits()
 {
     QCOMPARE(m_histogram.bins, (QList<int>{2, 3}));
     QCOMPARE(m_histogram.total, 3);
@@ -194,140 +196,140 @@ void tst_Histgram::initZeroesCountsAndReadsAnew()
 void tst_Histgram::existingFileIsReplaced()
 {
     QVERIFY(makeFiles("map.dat", "map_HGAlpha.dat"));
-    QVERIFY(m_histogram.write(at("map.dat"), "HGAlpha"));
-    QCOMPARE(tests::readFile(at("map_HGAlpha.dat")), writtenText);
-    QCOMPARE(tests::readFile(at("map.dat")), QByteArray("result\n"));
+    QVERIFY(m_histogram.write(pathOf("map.dat"), "HGAlpha"));
+    QCOMPARE(tests::readFile(pathOf("map_HGAlpha.dat")), writtenText);
+    QCOMPARE(tests::readFile(pathOf("map.dat")), QByteArray("result\n"));
 }
 
-void tst_Histgram::fileIsNamedAfterTheResult_data()
+void tst_Histgram::fileNameIsDerivedFromTheResult_data()
 {
     QTest::addColumn<QString>("result");
     QTest::addColumn<QString>("file");
-    tests::addTexts("two points", {"a.b.dat", "a.b_HGThick.dat"});
-    tests::addTexts("no suffix ends in a point", {"map", "map_HGThick."});
-    tests::addTexts("hidden", {".map", "_HGThick.map"});
-    tests::addTexts("point at the end", {"map.", "map_HGThick."});
-    QTest::newRow("blanks and letters")
+    tests::addTexts("two dots", {"a.b.dat", "a.b_HGThick.dat"});
+    tests::addTexts("no suffix: name ends in a dot", {"map", "map_HGThick."});
+    tests::addTexts("hidden file", {".map", "_HGThick.map"});
+    tests::addTexts("trailing dot", {"map.", "map_HGThick."});
+    QTest::newRow("spaces and non-ASCII letters")
         << QString::fromUtf8("μ t.tx t") << QString::fromUtf8("μ t_HGThick.tx t");
 }
 
-void tst_Histgram::fileIsNamedAfterTheResult()
+void tst_Histgram::fileNameIsDerivedFromTheResult()
 {
     QFETCH(QString, result);
     QFETCH(QString, file);
     QVERIFY(makeFiles(result, file));
-    QVERIFY(m_histogram.write(at(result), "HGThick"));
-    QCOMPARE(tests::readFile(at(file)), writtenText);
+    QVERIFY(m_histogram.write(pathOf(result), "HGThick"));
+    QCOMPARE(tests::readFile(pathOf(file)), writtenText);
 }
 
-void tst_Histgram::fileThatIsNotThereIsNotMade()
+void tst_Histgram::missingFileIsNotCreated()
 {
     QVERIFY(!tests::writeFile(*m_folder, "map.dat", "result\n").isEmpty());
-    QVERIFY(!m_histogram.write(at("map.dat"), "HGAlpha"));
+    QVERIFY(!m_histogram.write(pathOf("map.dat"), "HGAlpha"));
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{"map.dat"});
 }
 
-void tst_Histgram::fileMadeByHandGetsWrittenAtTheNextSave()
+void tst_Histgram::fileCreatedByTheUserIsWritten()
 {
     QVERIFY(!tests::writeFile(*m_folder, "map.dat", "result\n").isEmpty());
-    QVERIFY(!m_histogram.write(at("map.dat"), "HGAlpha"));
-    QFile byHand(at("map_HGAlpha.dat"));
+    QVERIFY(!m_histogram.write(pathOf("map.dat"), "HGAlpha"));
+    QFile byHand(pathOf("map_HGAlpha.dat"));
     QVERIFY(byHand.open(QIODevice::WriteOnly));
     byHand.close();
-    QVERIFY(m_histogram.write(at("map.dat"), "HGAlpha"));
+    QVERIFY(m_histogram.write(pathOf("map.dat"), "HGAlpha"));
     QCOMPARE(tests::readFile(byHand.fileName()), writtenText);
 }
 
-// The name is that of the link, the folder that of the file behind it.
-void tst_Histgram::linkedResultLeadsToItsRealFolder()
+// The name comes from the link, the folder from the file it points to.
+void tst_Histgram::symbolicLinkToResultUsesItsRealFolder()
 {
     QVERIFY(QDir(m_folder->path()).mkdir("real"));
     QVERIFY(makeFiles("real/far.txt", "real/near_HGAlpha.dat"));
-    QVERIFY(QFile::link(at("real/far.txt"), at("near.dat")));
-    QVERIFY(m_histogram.write(at("near.dat"), "HGAlpha"));
-    QCOMPARE(tests::readFile(at("real/near_HGAlpha.dat")), writtenText);
+    QVERIFY(QFile::link(pathOf("real/far.txt"), pathOf("near.dat")));
+    QVERIFY(m_histogram.write(pathOf("near.dat"), "HGAlpha"));
+    QCOMPARE(tests::readFile(pathOf("real/near_HGAlpha.dat")), writtenText);
 }
 
-void tst_Histgram::linkedFileIsWrittenWhereItReallyIs()
+void tst_Histgram::symbolicLinkToHistogramFileIsFollowed()
 {
     QVERIFY(makeFiles("map.dat", "elsewhere.txt"));
-    QVERIFY(QFile::link(at("elsewhere.txt"), at("map_HGAlpha.dat")));
-    QVERIFY(m_histogram.write(at("map.dat"), "HGAlpha"));
-    QCOMPARE(tests::readFile(at("elsewhere.txt")), writtenText);
-    QVERIFY(QFileInfo(at("map_HGAlpha.dat")).isSymLink());
+    QVERIFY(QFile::link(pathOf("elsewhere.txt"), pathOf("map_HGAlpha.dat")));
+    QVERIFY(m_histogram.write(pathOf("map.dat"), "HGAlpha"));
+    QCOMPARE(tests::readFile(pathOf("elsewhere.txt")), writtenText);
+    QVERIFY(QFileInfo(pathOf("map_HGAlpha.dat")).isSymLink());
 }
 
-// So the file beside the missing result stays, and one in the working folder
-// does not.
-void tst_Histgram::missingResultLeadsToTheWorkingFolder()
+// The file in the folder of the missing result is kept; the one in the working folder
+// is written.
+void tst_Histgram::missingResultUsesTheWorkingFolder()
 {
     QVERIFY(QDir(m_folder->path()).mkdir("work"));
     QVERIFY(makeFiles("other.dat", "map_HGAlpha.dat"));
-    const WorkingFolder work(at("work"));
-    QVERIFY(!m_histogram.write(at("map.dat"), "HGAlpha"));
+    const WorkingFolder work(pathOf("work"));
+    QVERIFY(!m_histogram.write(pathOf("map.dat"), "HGAlpha"));
     QVERIFY(!tests::writeFile(*m_folder, "work/map_HGAlpha.dat", earlierText).isEmpty());
-    QVERIFY(m_histogram.write(at("map.dat"), "HGAlpha"));
-    QCOMPARE(tests::readFile(at("map_HGAlpha.dat")), earlierText);
-    QCOMPARE(tests::readFile(at("work/map_HGAlpha.dat")), writtenText);
+    QVERIFY(m_histogram.write(pathOf("map.dat"), "HGAlpha"));
+    QCOMPARE(tests::readFile(pathOf("map_HGAlpha.dat")), earlierText);
+    QCOMPARE(tests::readFile(pathOf("work/map_HGAlpha.dat")), writtenText);
 }
 
-void tst_Histgram::emptyPathLeadsToTheWorkingFolder()
+void tst_Histgram::emptyPathUsesTheWorkingFolder()
 {
     const WorkingFolder work(m_folder->path());
     QVERIFY(!m_histogram.write(QString(), "HGAlpha"));
     QVERIFY(!tests::writeFile(*m_folder, "_HGAlpha.", earlierText).isEmpty());
     QVERIFY(m_histogram.write(QString(), "HGAlpha"));
-    QCOMPARE(tests::readFile(at("_HGAlpha.")), writtenText);
+    QCOMPARE(tests::readFile(pathOf("_HGAlpha.")), writtenText);
 }
 
-void tst_Histgram::folderOfThatNameIsRefused()
+void tst_Histgram::folderWithThatNameIsRefused()
 {
     QVERIFY(!tests::writeFile(*m_folder, "map.dat", "result\n").isEmpty());
     QVERIFY(QDir(m_folder->path()).mkdir("map_HGAlpha.dat"));
-    QVERIFY(!m_histogram.write(at("map.dat"), "HGAlpha"));
+    QVERIFY(!m_histogram.write(pathOf("map.dat"), "HGAlpha"));
 }
 
-void tst_Histgram::pipeOfThatNameIsRefusedAndDoesNotHang()
+void tst_Histgram::pipeWithThatNameIsRefusedWithoutBlocking()
 {
     QVERIFY(!tests::writeFile(*m_folder, "map.dat", "result\n").isEmpty());
-    QCOMPARE(::mkfifo(QFile::encodeName(at("map_HGAlpha.dat")).constData(), 0600), 0);
-    QVERIFY(!m_histogram.write(at("map.dat"), "HGAlpha"));
+    QCOMPARE(::mkfifo(QFile::encodeName(pathOf("map_HGAlpha.dat")).constData(), 0600), 0);
+    QVERIFY(!m_histogram.write(pathOf("map.dat"), "HGAlpha"));
 }
 
 void tst_Histgram::unwritableFileIsRefused()
 {
     QVERIFY(makeFiles("map.dat", "map_HGAlpha.dat"));
-    QVERIFY(QFile::setPermissions(at("map_HGAlpha.dat"), QFile::ReadOwner | QFile::ReadOther));
+    QVERIFY(QFile::setPermissions(pathOf("map_HGAlpha.dat"), QFile::ReadOwner | QFile::ReadOther));
     const auto forAll = QFile::ReadOther | QFile::ExeOther;
     QVERIFY(QFile::setPermissions(m_folder->path(), QFile::permissions(m_folder->path()) | forAll));
     {
         const tests::Unprivileged nobody;
         if (!nobody.holds()) {
-            QSKIP("root without the right to become somebody else");
+            QSKIP("root without the right to change its user id");
         }
-        QVERIFY(!m_histogram.write(at("map.dat"), "HGAlpha"));
+        QVERIFY(!m_histogram.write(pathOf("map.dat"), "HGAlpha"));
     }
-    QCOMPARE(tests::readFile(at("map_HGAlpha.dat")), earlierText);
+    QCOMPARE(tests::readFile(pathOf("map_HGAlpha.dat")), earlierText);
 }
 
-void tst_Histgram::fileThatIsNotWrittenWholeIsNamed()
+void tst_Histgram::incompletelyWrittenFileIsReported()
 {
     if (!QFile::exists("/dev/full")) {
         QSKIP("this system has no /dev/full");
     }
     QVERIFY(!tests::writeFile(*m_folder, "map.dat", "result\n").isEmpty());
-    QVERIFY(QFile::link("/dev/full", at("map_HGAlpha.dat")));
+    QVERIFY(QFile::link("/dev/full", pathOf("map_HGAlpha.dat")));
     QString cutShort;
-    QVERIFY(m_histogram.write(at("map.dat"), "HGAlpha", &cutShort));
+    QVERIFY(m_histogram.write(pathOf("map.dat"), "HGAlpha", &cutShort));
     QCOMPARE(cutShort, QString("/dev/full"));
 }
 
-void tst_Histgram::fileThatIsWrittenWholeOrNotThereIsNotNamed()
+void tst_Histgram::completeOrMissingFileIsNotReported()
 {
     QVERIFY(makeFiles("map.dat", "map_HGAlpha.dat"));
     QString cutShort = "as before";
-    QVERIFY(m_histogram.write(at("map.dat"), "HGAlpha", &cutShort));
-    QVERIFY(!m_histogram.write(at("map.dat"), "HGThick", &cutShort));
+    QVERIFY(m_histogram.write(pathOf("map.dat"), "HGAlpha", &cutShort));
+    QVERIFY(!m_histogram.write(pathOf("map.dat"), "HGThick", &cutShort));
     QCOMPARE(cutShort, QString("as before"));
 }
 

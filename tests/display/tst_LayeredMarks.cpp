@@ -1,4 +1,5 @@
-// Marks in several colours that cover one another.
+// Tests of LayeredMarks: the newest mark is visible where marks in several colours
+// overlap.
 #include "display/LayeredMarks.h"
 
 #include "display/MarkPlaces.h"
@@ -22,8 +23,8 @@ struct Mark {
     qsizetype layer = 0;
 };
 
-/// Marks on @p part of the surface, in the order in which they come.
-QList<Mark> crowd(int count, const QRect& part)
+/// Random marks on @p part of the surface, in the order in which they are drawn.
+QList<Mark> randomMarks(int count, const QRect& part)
 {
     std::mt19937 random(static_cast<unsigned>(count));
     const auto below = [&random](int end) {
@@ -68,7 +69,7 @@ QImage oneByOne(const QList<Mark>& marks, const PainterState& state)
     return image;
 }
 
-const auto asItIs = [](QPainter*) {};
+const auto unchanged = [](QPainter*) {};
 
 } // namespace
 
@@ -77,37 +78,37 @@ class tst_LayeredMarks : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void laterPointCoversEarlierOne();
-    void laterPointOnTheSamePlaceTakesIt();
-    void crowdLooksLikeMarkByMark_data();
-    void crowdLooksLikeMarkByMark();
-    void plainPaintersShowTheOrder_data();
-    void plainPaintersShowTheOrder();
+    void laterMarkCoversEarlierOne();
+    void laterMarkAtTheSamePixelReplacesEarlierOne();
+    void manyMarksMatchMarkByMarkDrawing_data();
+    void manyMarksMatchMarkByMarkDrawing();
+    void orderIsKeptWithTranslatedOrClippedPainters_data();
+    void orderIsKeptWithTranslatedOrClippedPainters();
     void transparentColorsHaveNoStamp();
-    void withoutColorsThereIsNoStamp();
+    void noColorsHaveNoStamp();
     void scaledPainterHasNoStamp();
 };
 
-// Radius 2 about (100, 80) and one pixel beside it: both have the pixel two
-// above the first, and the later one takes it.
-void tst_LayeredMarks::laterPointCoversEarlierOne()
+// Two marks of radius 2 at (100, 80) and one pixel to the right: both cover the pixel
+// (101, 78), and the later mark wins.
+void tst_LayeredMarks::laterMarkCoversEarlierOne()
 {
     const QList<Mark> marks{{{100, 80}, 0}, {{101, 80}, 1}};
-    const QImage image = layered(marks, asItIs);
-    QVERIFY(isSamePicture(image, oneByOne(marks, asItIs)));
+    const QImage image = layered(marks, unchanged);
+    QVERIFY(isSamePicture(image, oneByOne(marks, unchanged)));
     QCOMPARE(image.pixelColor(101, 78), inks.at(1));
     QCOMPARE(image.pixelColor(98, 80), inks.at(0));
-    const QImage reversed = layered({marks.at(1), marks.at(0)}, asItIs);
+    const QImage reversed = layered({marks.at(1), marks.at(0)}, unchanged);
     QCOMPARE(reversed.pixelColor(101, 78), inks.at(0));
 }
 
-void tst_LayeredMarks::laterPointOnTheSamePlaceTakesIt()
+void tst_LayeredMarks::laterMarkAtTheSamePixelReplacesEarlierOne()
 {
-    const QImage image = layered({{{100, 80}, 0}, {{100, 80}, 2}, {{100, 80}, 1}}, asItIs);
-    QVERIFY(isSamePicture(image, oneByOne({{{100, 80}, 1}}, asItIs)));
+    const QImage image = layered({{{100, 80}, 0}, {{100, 80}, 2}, {{100, 80}, 1}}, unchanged);
+    QVERIFY(isSamePicture(image, oneByOne({{{100, 80}, 1}}, unchanged)));
 }
 
-void tst_LayeredMarks::crowdLooksLikeMarkByMark_data()
+void tst_LayeredMarks::manyMarksMatchMarkByMarkDrawing_data()
 {
     QTest::addColumn<int>("count");
     QTest::addColumn<QRect>("part");
@@ -115,31 +116,31 @@ void tst_LayeredMarks::crowdLooksLikeMarkByMark_data()
     QTest::newRow("none") << 0 << all;
     QTest::newRow("a few") << 50 << all;
     QTest::newRow("many") << 4000 << all;
-    QTest::newRow("on one another") << 4000 << QRect(60, 50, 70, 9);
-    QTest::newRow("a whole drag") << 48000 << QRect(100, 30, 200, 200);
+    QTest::newRow("overlapping") << 4000 << QRect(60, 50, 70, 9);
+    QTest::newRow("48000 overlapping marks") << 48000 << QRect(100, 30, 200, 200);
     QTest::newRow("at the left edge") << 600 << QRect(-3, 0, 8, 300);
     QTest::newRow("at the right edge") << 600 << QRect(395, 0, 8, 300);
     QTest::newRow("at the upper edge") << 600 << QRect(0, -3, 400, 8);
     QTest::newRow("at the lower edge") << 600 << QRect(0, 295, 400, 8);
 }
 
-void tst_LayeredMarks::crowdLooksLikeMarkByMark()
+void tst_LayeredMarks::manyMarksMatchMarkByMarkDrawing()
 {
     QFETCH(int, count);
     QFETCH(QRect, part);
-    const QList<Mark> marks = crowd(count, part);
-    QVERIFY(isSamePicture(layered(marks, asItIs), oneByOne(marks, asItIs)));
+    const QList<Mark> marks = randomMarks(count, part);
+    QVERIFY(isSamePicture(layered(marks, unchanged), oneByOne(marks, unchanged)));
 }
 
-void tst_LayeredMarks::plainPaintersShowTheOrder_data()
+void tst_LayeredMarks::orderIsKeptWithTranslatedOrClippedPainters_data()
 {
     addPainterStates(true);
 }
 
-void tst_LayeredMarks::plainPaintersShowTheOrder()
+void tst_LayeredMarks::orderIsKeptWithTranslatedOrClippedPainters()
 {
     QFETCH(PainterState, state);
-    const QList<Mark> marks = crowd(4000, {0, 0, 150, 120});
+    const QList<Mark> marks = randomMarks(4000, {0, 0, 150, 120});
     QVERIFY(isSamePicture(layered(marks, state), oneByOne(marks, state)));
 }
 
@@ -151,7 +152,7 @@ void tst_LayeredMarks::transparentColorsHaveNoStamp()
     QVERIFY(!display::LayeredMarks::stampOf(p, inks + QList<QColor>{QColor(0, 0, 255, 254)}));
 }
 
-void tst_LayeredMarks::withoutColorsThereIsNoStamp()
+void tst_LayeredMarks::noColorsHaveNoStamp()
 {
     QImage image = whiteSurface();
     const QPainter p(&image);

@@ -1,4 +1,4 @@
-// The rows of a legend: where they are drawn, and where a press hits them.
+// Tests of Legend: where its rows are drawn, and which pixels hit them.
 #include "display/Legend.h"
 
 #include "display/ChCoord.h"
@@ -10,7 +10,7 @@ using display::Legend;
 namespace
 {
 
-/// The plot area of a surface with the margins of a plot.
+/// The coordinates of a surface with the usual margins.
 struct Plot : ChCoord {
     explicit Plot(int width, int height)
     {
@@ -26,36 +26,37 @@ class tst_Legend : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void boxesOfTheRows_data();
-    void boxesOfTheRows();
-    void pressesThatHit_data();
-    void pressesThatHit();
-    void rowsNeverShareAPress();
-    void leftmostStripOfADrawnBoxIsDead();
-    void hitReachesBeyondTheDrawnBoxAtItsRight();
-    void tinyPlotHasNothingToHit();
-    void followsThePlotAsItIsNow();
+    void rowsHaveTheirBoxes_data();
+    void rowsHaveTheirBoxes();
+    void rowsAreHitInTheirPixels_data();
+    void rowsAreHitInTheirPixels();
+    void noPixelHitsTwoRows();
+    void leftmostStripOfDrawnBoxIsNotHit();
+    void hitAreaExtendsBeyondDrawnBoxOnTheRight();
+    void tinyPlotHasNoHitArea();
+    void legendUsesThePlotsSettings();
 };
 
-void tst_Legend::boxesOfTheRows_data()
+void tst_Legend::rowsHaveTheirBoxes_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("row");
     QTest::addColumn<QRectF>("box");
-    // Area from column 40 to 380 and from row 270 up to 15. Rows of text are 12
-    // pixels high (12.75), the text 10 (10.2), the gap above it 1 (1.8). A box is
-    // 2 * 40 wide and begins 2.1 * 40 before 380.
+    // The plot area is columns 40 to 380 and rows 15 to 270. A row of text is 12 pixels
+    // high (12.75), the text 10 (10.2), the gap above it 1 (1.8). A box is 2 * 40 wide
+    // and starts 2.1 * 40 left of 380.
     QTest::newRow("first") << QSize(400, 300) << 0 << QRectF(296, 16, 80, 10);
     QTest::newRow("second") << QSize(400, 300) << 1 << QRectF(296, 28, 80, 10);
     QTest::newRow("eighth") << QSize(400, 300) << 7 << QRectF(296, 100, 80, 10);
-    // Margins of 52 and 26 columns (52.9, 26.45), of 27 and 13 rows (27.7, 13.85):
-    // to column 503 and from row 250 up to 13, in rows of 11 (11.85), text 9.
+    // The margins are 52 and 26 columns (52.9, 26.45), 27 and 13 rows (27.7, 13.85).
+    // The area ends at column 503 and covers rows 13 to 250. A row of text is 11 high
+    // (11.85), the text 9.
     QTest::newRow("odd, third") << QSize(529, 277) << 2 << QRectF(503 - 2.1 * 52, 36, 104, 9);
-    // 20 rows of exactly 17 pixels: 340 of 400.
+    // The area is 340 of 400 pixels high: 20 rows of text of exactly 17.
     QTest::newRow("even, first") << QSize(200, 400) << 0 << QRectF(148, 22, 40, 14);
 }
 
-void tst_Legend::boxesOfTheRows()
+void tst_Legend::rowsHaveTheirBoxes()
 {
     QFETCH(QSize, size);
     QFETCH(int, row);
@@ -64,12 +65,12 @@ void tst_Legend::boxesOfTheRows()
     QCOMPARE(Legend(plot).box(row).normalized(), box);
 }
 
-void tst_Legend::pressesThatHit_data()
+void tst_Legend::rowsAreHitInTheirPixels_data()
 {
     QTest::addColumn<QSize>("size");
-    QTest::addColumn<QList<QRect>>("rows"); // the pixels that hit
-    // From 380 - 80 to 380, both excluded; the first row's lower edge is 15 + 12
-    // and its upper one 10 above, both excluded.
+    QTest::addColumn<QList<QRect>>("rows"); // the pixels that hit each row
+    // Columns 380 - 80 to 380, both excluded. The lower edge of the first row is 15 +
+    // 12, the upper one 10 above it, both excluded.
     QTest::newRow("400 by 300") << QSize(400, 300)
                                 << QList<QRect>{{301, 18, 79, 9},
                                                 {301, 30, 79, 9},
@@ -77,11 +78,12 @@ void tst_Legend::pressesThatHit_data()
                                                 {301, 54, 79, 9}};
     QTest::newRow("529 by 277") << QSize(529, 277)
                                 << QList<QRect>{{400, 16, 103, 8}, {400, 27, 103, 8}};
-    // Rows of 16 (340 / 20 = 17, but of 399 by 39 and 19: 341 / 20).
+    // A row of text is 17 high (341 / 20), the text 14 (14.49): the margins are 39 and
+    // 19 rows.
     QTest::newRow("200 by 399") << QSize(200, 399) << QList<QRect>{{151, 23, 39, 13}};
 }
 
-void tst_Legend::pressesThatHit()
+void tst_Legend::rowsAreHitInTheirPixels()
 {
     QFETCH(QSize, size);
     QFETCH(QList<QRect>, rows);
@@ -98,7 +100,7 @@ void tst_Legend::pressesThatHit()
     }
 }
 
-void tst_Legend::rowsNeverShareAPress()
+void tst_Legend::noPixelHitsTwoRows()
 {
     const Plot plot(387, 257);
     const Legend legend(plot);
@@ -107,24 +109,26 @@ void tst_Legend::rowsNeverShareAPress()
         for (int row = 0; row < 20; ++row) {
             hits += legend.isHit(row, {330, y}) ? 1 : 0;
         }
-        // Rows of 11 pixels from row 12 on: of each, 8 hit after 3 that do not.
-        const bool inARow = y >= 12 && y < 12 + 20 * 11 && (y - 12) % 11 >= 3;
-        QCOMPARE(hits, inARow ? 1 : 0);
+        // Rows of text are 11 pixels high, starting at row 12: 3 pixels do not hit, the
+        // next 8 do.
+        const bool insideRow = y >= 12 && y < 12 + 20 * 11 && (y - 12) % 11 >= 3;
+        QCOMPARE(hits, insideRow ? 1 : 0);
     }
 }
 
-void tst_Legend::leftmostStripOfADrawnBoxIsDead()
+void tst_Legend::leftmostStripOfDrawnBoxIsNotHit()
 {
     const Plot plot(400, 300);
     const Legend legend(plot);
-    for (int x = 296; x <= 300; ++x) { // a tenth of 40 pixels, and the border
+    for (int x = 296; x <= 300;
+         ++x) { // the offset of a tenth of 40 pixels, and the excluded border
         QVERIFY(legend.box(0).normalized().contains(QPointF(x, 20)));
         QVERIFY(!legend.isHit(0, {x, 20}));
     }
     QVERIFY(legend.isHit(0, {301, 20}));
 }
 
-void tst_Legend::hitReachesBeyondTheDrawnBoxAtItsRight()
+void tst_Legend::hitAreaExtendsBeyondDrawnBoxOnTheRight()
 {
     const Plot plot(400, 300);
     const Legend legend(plot);
@@ -132,9 +136,9 @@ void tst_Legend::hitReachesBeyondTheDrawnBoxAtItsRight()
     QVERIFY(legend.isHit(0, {379, 20}));
 }
 
-void tst_Legend::tinyPlotHasNothingToHit()
+void tst_Legend::tinyPlotHasNoHitArea()
 {
-    const Plot plot(9, 9); // no margin at all, and rows of 0 pixels
+    const Plot plot(9, 9); // no margins, and rows of text are 0 pixels high
     const Legend legend(plot);
     for (int y = -2; y < 11; ++y) {
         for (int x = -2; x < 11; ++x) {
@@ -143,11 +147,11 @@ void tst_Legend::tinyPlotHasNothingToHit()
     }
 }
 
-void tst_Legend::followsThePlotAsItIsNow()
+void tst_Legend::legendUsesThePlotsSettings()
 {
     Plot plot(400, 300);
     plot.textFill = 0.5;
-    plot.titleDiv = 10; // rows of 25 pixels (25.5), 12 of them text, a gap of 12
+    plot.titleDiv = 10; // rows of text 25 high (25.5), text 12, gap 12
     plot.marginLeft = 0.2;
     const Legend legend(plot);
     QCOMPARE(legend.box(1).normalized(), QRectF(380 - 168, 15 + 12 + 25, 160, 12));

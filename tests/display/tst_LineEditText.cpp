@@ -1,4 +1,5 @@
-// Numbers in line edits: six digits out, unchecked conversion in.
+// Tests of the numbers in line edits: shown with six digits, read without validation,
+// shortened to the available width.
 
 #include "display/LineEditText.h"
 #include "support/DataRows.h"
@@ -15,21 +16,21 @@ class tst_LineEditText : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void numberShowsWithSixSignificantDigits_data();
-    void numberShowsWithSixSignificantDigits();
-    void textReadsAsNumber_data();
-    void textReadsAsNumber();
+    void numberIsShownWithSixSignificantDigits_data();
+    void numberIsShownWithSixSignificantDigits();
+    void textIsReadAsNumber_data();
+    void textIsReadAsNumber();
     void shortenedTextCannotBeMisread_data();
     void shortenedTextCannotBeMisread();
 };
 
-void tst_LineEditText::numberShowsWithSixSignificantDigits_data()
+void tst_LineEditText::numberIsShownWithSixSignificantDigits_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QString>("text");
     QTest::newRow("whole number") << 8350.0 << "8350";
     QTest::newRow("seventh digit is rounded") << 8333.2469 << "8333.25";
-    QTest::newRow("seven digits before the point") << 1234567.0 << "1.23457e+06";
+    QTest::newRow("seven digits before the decimal point") << 1234567.0 << "1.23457e+06";
     QTest::newRow("small number") << 0.000012345678 << "1.23457e-05";
     QTest::newRow("negative") << -0.5 << "-0.5";
     QTest::newRow("zero") << 0.0 << "0";
@@ -37,31 +38,31 @@ void tst_LineEditText::numberShowsWithSixSignificantDigits_data()
     QTest::newRow("infinity") << std::numeric_limits<double>::infinity() << "inf";
 }
 
-void tst_LineEditText::numberShowsWithSixSignificantDigits()
+void tst_LineEditText::numberIsShownWithSixSignificantDigits()
 {
     QFETCH(double, value);
     QLineEdit edit(QStringLiteral("before"));
     display::showNumber(&edit, value);
     QTEST(edit.text(), "text");
-    QCOMPARE(edit.cursorPosition(), 0); // its first digit is in view
+    QCOMPARE(edit.cursorPosition(), 0); // the start of the number is visible
 }
 
-void tst_LineEditText::textReadsAsNumber_data()
+void tst_LineEditText::textIsReadAsNumber_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("value");
     QTest::newRow("plain") << "8404.5" << 8404.5;
     QTest::newRow("exponent") << "1e3" << 1000.0;
-    QTest::newRow("blanks around it") << " 2.5 " << 2.5;
-    QTest::newRow("empty reads as 0") << "" << 0.0;
-    QTest::newRow("words read as 0") << "Ni foil" << 0.0;
-    QTest::newRow("a tail makes it no number") << "8404.5eV" << 0.0;
-    QTest::newRow("decimal comma is no number") << "8404,5" << 0.0;
-    QTest::newRow("infinity is a number") << "inf" << std::numeric_limits<double>::infinity();
-    QTest::newRow("nan is a number") << "nan" << std::numeric_limits<double>::quiet_NaN();
+    QTest::newRow("surrounding spaces") << " 2.5 " << 2.5;
+    QTest::newRow("empty is 0") << "" << 0.0;
+    QTest::newRow("letters are 0") << "Ni foil" << 0.0;
+    QTest::newRow("number with a unit is 0") << "8404.5eV" << 0.0;
+    QTest::newRow("decimal comma is 0") << "8404,5" << 0.0;
+    QTest::newRow("infinity") << "inf" << std::numeric_limits<double>::infinity();
+    QTest::newRow("NaN") << "nan" << std::numeric_limits<double>::quiet_NaN();
 }
 
-void tst_LineEditText::textReadsAsNumber()
+void tst_LineEditText::textIsReadAsNumber()
 {
     QFETCH(QString, text);
     QFETCH(double, value);
@@ -73,34 +74,35 @@ void tst_LineEditText::textReadsAsNumber()
 void tst_LineEditText::shortenedTextCannotBeMisread_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("as"); // the width is that of this text
-    QTest::addColumn<QString>("wanted");
+    QTest::addColumn<QString>("widthOf"); // the available width is the one of this text
+    QTest::addColumn<QString>("expected");
     const QString dots(QChar(0x2026));
     tests::addTexts("text that fits", {"-9.60021e-05", "-9.60021e-05", "-9.60021e-05"});
     tests::addTexts("number with an exponent",
                     {"-9.60021e-05", "-9.6" + dots + "e-05", "-9.6" + dots + "e-05"});
     tests::addTexts("exponent that does not fit alone", {"-9.60021e-05", "-9", dots + "e-05"});
     tests::addTexts("number without an exponent", {"83333333.25", "8333" + dots, "8333" + dots});
-    tests::addTexts("list by blanks",
+    tests::addTexts("list separated by spaces",
                     {"7050 7100 7150 7220", "7050 7100 715" + dots, "7050 7100 " + dots});
     tests::addTexts("number of many digits", {"8." + QString(30000, u'8') + "e-05",
                                               "8.8" + dots + "e-05", "8.8" + dots + "e-05"});
     tests::addTexts("list of many numbers",
                     {QString("7050 ").repeated(6000), "7050 7050 7" + dots, "7050 7050 " + dots});
-    tests::addTexts("list by commas",
+    tests::addTexts("list separated by commas",
                     {"7050,7100,7150,7220", "7050,7100,715" + dots, "7050,7100," + dots});
 }
 
 void tst_LineEditText::shortenedTextCannotBeMisread()
 {
     QFETCH(QString, text);
-    QFETCH(QString, as);
+    QFETCH(QString, widthOf);
     const QFontMetricsF metrics{QFont()};
-    QTEST(display::shortened(text, metrics, metrics.horizontalAdvance(as)), "wanted");
-    // A path keeps both its ends.
+    QTEST(display::shortened(text, metrics, metrics.horizontalAdvance(widthOf)), "expected");
+    // A shortened path keeps its start and its end.
     const QString path = QStringLiteral("/data/nickel oxide/2026-11-22/ref_ni2.dat");
-    const QString cut = display::shortened(path, metrics, metrics.horizontalAdvance(path.left(30)));
-    QVERIFY2(cut.startsWith("/data") && cut.endsWith("ni2.dat"), qPrintable(cut));
+    const QString shortPath =
+        display::shortened(path, metrics, metrics.horizontalAdvance(path.left(30)));
+    QVERIFY2(shortPath.startsWith("/data") && shortPath.endsWith("ni2.dat"), qPrintable(shortPath));
 }
 
 QTEST_MAIN(tst_LineEditText)

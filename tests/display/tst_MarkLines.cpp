@@ -1,4 +1,4 @@
-// Marker lines: their values are what stands in their edits.
+// Tests of MarkLine and MarkLines: the value of a line is the number in its edit.
 
 #include "support/MarkedLines.h"
 #include "support/MemberOrder.h"
@@ -15,28 +15,28 @@ class tst_MarkLines : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void lineUsesTheEditItIsGiven();
-    void lineWithoutEditMakesOneThatIsNeverShown();
-    void lineStartsAloneAndAbsolute();
+    void lineUsesTheGivenEdit();
+    void lineWithoutEditCreatesAHiddenOne();
+    void lineStartsAbsoluteWithoutBase();
     void lineBelongsToItsParent();
 
     void setStartsEmptyWithNothingSelected();
     void addAppends();
-    void clearForgetsTheLinesButLeavesThemAlive();
-    void clearForgetsTheSelection();
+    void clearRemovesTheLinesWithoutDeletingThem();
+    void clearResetsTheSelection();
 
     void valueIsTheNumberInTheEdit_data();
     void valueIsTheNumberInTheEdit();
     void typingMovesTheLine();
-    void relativeLineCountsFromItsBase_data();
-    void relativeLineCountsFromItsBase();
-    void baseCountsAsItIsWrittenEvenIfItIsRelativeItself();
-    void baseOfALineThatIsNotRelativeIsNotLookedAt();
-    void baseMayStandBehindTheLineOrAcross();
+    void relativeValueIsAddedToItsBase_data();
+    void relativeValueIsAddedToItsBase();
+    void relativeBaseContributesOnlyItsOwnNumber();
+    void baseOfAbsoluteLineIsIgnored();
+    void baseCanFollowTheLineAndHaveAnotherDirection();
     void signalsAreMovingAndNewPos();
 };
 
-void tst_MarkLines::lineUsesTheEditItIsGiven()
+void tst_MarkLines::lineUsesTheGivenEdit()
 {
     QLineEdit edit("8333");
     const MarkLine line(&edit, horizontal);
@@ -45,7 +45,7 @@ void tst_MarkLines::lineUsesTheEditItIsGiven()
     QCOMPARE(edit.text(), "8333");
 }
 
-void tst_MarkLines::lineWithoutEditMakesOneThatIsNeverShown()
+void tst_MarkLines::lineWithoutEditCreatesAHiddenOne()
 {
     const MarkLine line(nullptr, vertical);
     const std::unique_ptr<QLineEdit> edit(line.edit);
@@ -55,7 +55,7 @@ void tst_MarkLines::lineWithoutEditMakesOneThatIsNeverShown()
     QCOMPARE(edit->text(), QString());
 }
 
-void tst_MarkLines::lineStartsAloneAndAbsolute()
+void tst_MarkLines::lineStartsAbsoluteWithoutBase()
 {
     QLineEdit edit;
     const MarkLine line(&edit, vertical);
@@ -74,7 +74,7 @@ void tst_MarkLines::lineBelongsToItsParent()
         QCOMPARE(line->parent(), &parent);
     }
     QVERIFY(!line);
-    QCOMPARE(edit.text(), QString()); // the edit is not the line's
+    QCOMPARE(edit.text(), QString()); // the line does not own the edit
 }
 
 void tst_MarkLines::setStartsEmptyWithNothingSelected()
@@ -96,7 +96,7 @@ void tst_MarkLines::addAppends()
     QCOMPARE(set.lines, (QList<MarkLine*>{&first, &second}));
 }
 
-void tst_MarkLines::clearForgetsTheLinesButLeavesThemAlive()
+void tst_MarkLines::clearRemovesTheLinesWithoutDeletingThem()
 {
     QLineEdit edit;
     const QPointer<MarkLine> line = new MarkLine(&edit, vertical, this);
@@ -108,7 +108,7 @@ void tst_MarkLines::clearForgetsTheLinesButLeavesThemAlive()
     delete line;
 }
 
-void tst_MarkLines::clearForgetsTheSelection()
+void tst_MarkLines::clearResetsTheSelection()
 {
     MarkedLines lines;
     lines.add("1");
@@ -124,9 +124,9 @@ void tst_MarkLines::valueIsTheNumberInTheEdit_data()
     QTest::addColumn<double>("value");
     QTest::newRow("number") << "8333.25" << 8333.25;
     QTest::newRow("exponent") << "-1.5e3" << -1500.0;
-    QTest::newRow("words stand at 0") << "edge" << 0.0;
-    QTest::newRow("a number with a tail stands at 0") << "8333eV" << 0.0;
-    QTest::newRow("nothing stands at 0") << "" << 0.0;
+    QTest::newRow("letters are 0") << "edge" << 0.0;
+    QTest::newRow("number with a unit is 0") << "8333eV" << 0.0;
+    QTest::newRow("empty is 0") << "" << 0.0;
 }
 
 void tst_MarkLines::valueIsTheNumberInTheEdit()
@@ -148,7 +148,7 @@ void tst_MarkLines::typingMovesTheLine()
     QCOMPARE(lines.set.value(0), 105.0);
 }
 
-void tst_MarkLines::relativeLineCountsFromItsBase_data()
+void tst_MarkLines::relativeValueIsAddedToItsBase_data()
 {
     QTest::addColumn<QString>("base");
     QTest::addColumn<QString>("offset");
@@ -158,12 +158,12 @@ void tst_MarkLines::relativeLineCountsFromItsBase_data()
     };
     row("above the base", "8333", "50", 8383.0);
     row("below the base", "8333", "-30", 8303.0);
-    row("base of words counts as 0", "edge", "50", 50.0);
-    row("offset of words counts as 0", "8333", "far", 8333.0);
-    row("both of words", "edge", "far", 0.0);
+    row("unparsable base counts as 0", "edge", "50", 50.0);
+    row("unparsable offset counts as 0", "8333", "far", 8333.0);
+    row("both unparsable", "edge", "far", 0.0);
 }
 
-void tst_MarkLines::relativeLineCountsFromItsBase()
+void tst_MarkLines::relativeValueIsAddedToItsBase()
 {
     QFETCH(QString, base);
     QFETCH(QString, offset);
@@ -173,8 +173,8 @@ void tst_MarkLines::relativeLineCountsFromItsBase()
     QTEST(lines.set.value(1), "value");
 }
 
-// 7 + 20, and not 7 + 20 + 100.
-void tst_MarkLines::baseCountsAsItIsWrittenEvenIfItIsRelativeItself()
+// Line 2 is at 7 + 20, not at 7 + 20 + 100.
+void tst_MarkLines::relativeBaseContributesOnlyItsOwnNumber()
 {
     MarkedLines lines;
     lines.add("100");
@@ -184,7 +184,7 @@ void tst_MarkLines::baseCountsAsItIsWrittenEvenIfItIsRelativeItself()
     QCOMPARE(lines.set.value(2), 27.0);
 }
 
-void tst_MarkLines::baseOfALineThatIsNotRelativeIsNotLookedAt()
+void tst_MarkLines::baseOfAbsoluteLineIsIgnored()
 {
     MarkedLines lines;
     lines.add("100");
@@ -192,7 +192,7 @@ void tst_MarkLines::baseOfALineThatIsNotRelativeIsNotLookedAt()
     QCOMPARE(lines.set.value(1), 20.0);
 }
 
-void tst_MarkLines::baseMayStandBehindTheLineOrAcross()
+void tst_MarkLines::baseCanFollowTheLineAndHaveAnotherDirection()
 {
     MarkedLines lines;
     lines.add("20", vertical, 1);

@@ -1,4 +1,4 @@
-// The pixels of the points of a plot.
+// Tests of MarkPlaces, the conversion of data points to the pixels of their marks.
 #include "display/MarkPlaces.h"
 
 #include "display/Pixels.h"
@@ -17,28 +17,29 @@ class tst_MarkPlaces : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void placeIsThePixelOfTheCoordinates_data();
-    void placeIsThePixelOfTheCoordinates();
-    void areaHoldsEveryPlace();
-    void hostileRangesHaveNoStrangePlaces_data() { addHostileNumbers(); }
-    void hostileRangesHaveNoStrangePlaces();
+    void placeIsTheTruncatedPixel_data();
+    void placeIsTheTruncatedPixel();
+    void areaContainsEveryPlace();
+    void extremeRangesHaveNoPlaceOutsideTheArea_data() { addHostileNumbers(); }
+    void extremeRangesHaveNoPlaceOutsideTheArea();
 };
 
-void tst_MarkPlaces::placeIsThePixelOfTheCoordinates_data()
+void tst_MarkPlaces::placeIsTheTruncatedPixel_data()
 {
     QTest::addColumn<double>("x0");
     QTest::addColumn<double>("y0");
     QTest::addColumn<double>("x1");
     QTest::addColumn<double>("y1");
-    QTest::newRow("usual") << 10.0 << -1.0 << 27.0 << 4.0;
+    QTest::newRow("usual range") << 10.0 << -1.0 << 27.0 << 4.0;
     QTest::newRow("thirds") << 1.0 / 3.0 << 2.0 / 3.0 << 7.0 / 3.0 << 8.0 / 3.0;
-    QTest::newRow("falling") << 3.7 << 4.1 << 2.2 << 0.3;
+    QTest::newRow("reversed range") << 3.7 << 4.1 << 2.2 << 0.3;
     QTest::newRow("narrow") << 2.5 << 1.1 << 2.5000001 << 1.1000003;
     QTest::newRow("wide") << -1e9 << -1e12 << 3e9 << 2e12;
 }
 
-// From a place on a widget and around it back to the value, and forth.
-void tst_MarkPlaces::placeIsThePixelOfTheCoordinates()
+// Random pixel positions on and around the widget are converted to data values. Their
+// places must agree with ChCoord.
+void tst_MarkPlaces::placeIsTheTruncatedPixel()
 {
     QFETCH(double, x0);
     QFETCH(double, y0);
@@ -65,7 +66,7 @@ void tst_MarkPlaces::placeIsThePixelOfTheCoordinates()
     }
 }
 
-void tst_MarkPlaces::areaHoldsEveryPlace()
+void tst_MarkPlaces::areaContainsEveryPlace()
 {
     const PlotSurface cc;
     const QRect area = display::MarkPlaces(cc).area();
@@ -75,7 +76,7 @@ void tst_MarkPlaces::areaHoldsEveryPlace()
     }
 }
 
-void tst_MarkPlaces::hostileRangesHaveNoStrangePlaces()
+void tst_MarkPlaces::extremeRangesHaveNoPlaceOutsideTheArea()
 {
     QFETCH(double, number);
     for (int field = 0; field < 4; ++field) {

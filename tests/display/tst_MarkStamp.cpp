@@ -1,4 +1,4 @@
-// The pixels of one mark, and the painters for whose marks there are none.
+// Tests of MarkStamp: the pixels of one mark, and the painters that have no stamp.
 #include "display/MarkStamp.h"
 
 #include "support/MarkPainters.h"
@@ -15,37 +15,37 @@ class tst_MarkStamp : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void stampIsTheMarkOfTheToolkitAtEachPlace_data();
-    void stampIsTheMarkOfTheToolkitAtEachPlace();
-    void stampIsSmallerThanItsSquare();
-    void plainPaintersHaveAStamp_data();
-    void plainPaintersHaveAStamp();
-    void othersHaveNone_data();
-    void othersHaveNone();
-    void unusualPensHaveNone_data();
-    void unusualPensHaveNone();
-    void deviceWithoutPixelsHasNone();
+    void stampMatchesTheMarkDrawnByQt_data();
+    void stampMatchesTheMarkDrawnByQt();
+    void stampHasAnEmptyBorder();
+    void translatedOrClippedPaintersHaveAStamp_data();
+    void translatedOrClippedPaintersHaveAStamp();
+    void otherPainterStatesHaveNoStamp_data();
+    void otherPainterStatesHaveNoStamp();
+    void unusualPensHaveNoStamp_data();
+    void unusualPensHaveNoStamp();
+    void deviceWithoutPixelsHasNoStamp();
 };
 
-void tst_MarkStamp::stampIsTheMarkOfTheToolkitAtEachPlace_data()
+void tst_MarkStamp::stampMatchesTheMarkDrawnByQt_data()
 {
     QTest::addColumn<QPen>("pen");
-    QTest::newRow("usual") << QPen(Qt::blue);
-    QTest::newRow("no width") << QPen(Qt::blue, 0);
+    QTest::newRow("usual pen") << QPen(Qt::blue);
+    QTest::newRow("cosmetic pen") << QPen(Qt::blue, 0);
     QTest::newRow("white") << QPen(Qt::white);
     QTest::newRow("round ends") << QPen(Qt::blue, 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
 }
 
-// Inside, over each edge and beyond it.
-void tst_MarkStamp::stampIsTheMarkOfTheToolkitAtEachPlace()
+// Marks inside the image, across each edge and outside it.
+void tst_MarkStamp::stampMatchesTheMarkDrawnByQt()
 {
     QFETCH(QPen, pen);
     for (int y = -4; y < 34; ++y) {
         for (int x = -4; x < 44; ++x) {
             QImage image(40, 30, QImage::Format_RGB32);
             image.fill(Qt::darkGray);
-            QImage wanted = image;
-            QPainter p(&wanted);
+            QImage expected = image;
+            QPainter p(&expected);
             p.setPen(pen);
             plainCircle(&p, {x, y}, 1);
             plainCircle(&p, {x, y}, 2);
@@ -61,13 +61,13 @@ void tst_MarkStamp::stampIsTheMarkOfTheToolkitAtEachPlace()
                 }
             }
             p.end();
-            QVERIFY(image == wanted);
+            QVERIFY(image == expected);
         }
     }
 }
 
-// Nothing of a mark is cut off.
-void tst_MarkStamp::stampIsSmallerThanItsSquare()
+// An empty border shows that no part of the mark is cut off.
+void tst_MarkStamp::stampHasAnEmptyBorder()
 {
     QImage image(9, 9, QImage::Format_RGB32);
     const QPainter p(&image);
@@ -81,12 +81,12 @@ void tst_MarkStamp::stampIsSmallerThanItsSquare()
     }
 }
 
-void tst_MarkStamp::plainPaintersHaveAStamp_data()
+void tst_MarkStamp::translatedOrClippedPaintersHaveAStamp_data()
 {
     addPainterStates(true);
 }
 
-void tst_MarkStamp::plainPaintersHaveAStamp()
+void tst_MarkStamp::translatedOrClippedPaintersHaveAStamp()
 {
     QFETCH(PainterState, state);
     QImage image = whitePicture({150, 120});
@@ -95,12 +95,12 @@ void tst_MarkStamp::plainPaintersHaveAStamp()
     QVERIFY(MarkStamp::of(p, QPen(Qt::blue)));
 }
 
-void tst_MarkStamp::othersHaveNone_data()
+void tst_MarkStamp::otherPainterStatesHaveNoStamp_data()
 {
     addPainterStates(false);
 }
 
-void tst_MarkStamp::othersHaveNone()
+void tst_MarkStamp::otherPainterStatesHaveNoStamp()
 {
     QFETCH(PainterState, state);
     QFETCH(double, scale);
@@ -110,17 +110,17 @@ void tst_MarkStamp::othersHaveNone()
     QVERIFY(!MarkStamp::of(p, QPen(Qt::blue)));
 }
 
-void tst_MarkStamp::unusualPensHaveNone_data()
+void tst_MarkStamp::unusualPensHaveNoStamp_data()
 {
     QTest::addColumn<QPen>("pen");
     QTest::newRow("broad") << QPen(Qt::blue, 2);
     QTest::newRow("dashed") << QPen(Qt::blue, 1, Qt::DashLine);
-    QTest::newRow("none") << QPen(Qt::NoPen);
+    QTest::newRow("no pen") << QPen(Qt::NoPen);
     QTest::newRow("transparent") << QPen(QColor(0, 0, 255, 120));
     QTest::newRow("pattern") << QPen(QBrush(Qt::blue, Qt::Dense4Pattern), 1);
 }
 
-void tst_MarkStamp::unusualPensHaveNone()
+void tst_MarkStamp::unusualPensHaveNoStamp()
 {
     QFETCH(QPen, pen);
     QImage image = whitePicture({150, 120});
@@ -128,7 +128,7 @@ void tst_MarkStamp::unusualPensHaveNone()
     QVERIFY(!MarkStamp::of(p, pen));
 }
 
-void tst_MarkStamp::deviceWithoutPixelsHasNone()
+void tst_MarkStamp::deviceWithoutPixelsHasNoStamp()
 {
     QPicture picture;
     const QPainter p(&picture);

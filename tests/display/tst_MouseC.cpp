@@ -1,4 +1,4 @@
-// The record of the mouse: which event writes what.
+// Tests of MouseC, the mouse state: which event sets which fields.
 
 #include "display/MouseC.h"
 
@@ -30,22 +30,22 @@ class tst_MouseC : public QObject
 
 private Q_SLOTS:
     void startsWithEverythingZero();
-    void moveRecordsItsPlaceButtonAndKeys();
+    void moveRecordsPositionButtonAndKeys();
     void doubleClickRecordsItsOwnFieldsOnly();
-    void eachEventRecordsItsOwnFieldsAndLeavesThoseOfTheOthers();
-    void previousPlaceIsTheOneBeforeTheLastMovePressOrRelease();
-    void pressedLastsFromAnyPressToTheNextReleaseOfAnyButton();
-    void placesAreRoundedHalfAwayFromZero_data();
-    void placesAreRoundedHalfAwayFromZero();
+    void eachEventRecordsOnlyItsOwnFields();
+    void previousPositionPrecedesLastMovePressOrRelease();
+    void pressedLastsUntilReleaseOfAnyButton();
+    void positionsAreRoundedHalfAwayFromZero_data();
+    void positionsAreRoundedHalfAwayFromZero();
     void hasNeitherSignalsNorSlots();
 };
 
 void tst_MouseC::startsWithEverythingZero()
 {
     const MouseC mouse;
-    for (const QPoint& place :
+    for (const QPoint& position :
          {mouse.prev, mouse.now, mouse.pressPos, mouse.releasePos, mouse.dClickPos}) {
-        QCOMPARE(place, origin);
+        QCOMPARE(position, origin);
     }
     QVERIFY(!mouse.pressed);
     for (const int button :
@@ -58,9 +58,9 @@ void tst_MouseC::startsWithEverythingZero()
     }
 }
 
-// A move has no button of its own as a rule; what is recorded is the button of
-// the event and not the buttons held.
-void tst_MouseC::moveRecordsItsPlaceButtonAndKeys()
+// The recorded button is the one that caused the event, not a held one. For a move it
+// is usually Qt::NoButton.
+void tst_MouseC::moveRecordsPositionButtonAndKeys()
 {
     MouseC mouse;
     const QMouseEvent event(QEvent::MouseMove, QPointF(12.0, 34.0), QPointF(12.0, 34.0),
@@ -91,7 +91,7 @@ void tst_MouseC::doubleClickRecordsItsOwnFieldsOnly()
     QVERIFY(mouse.pressed);
 }
 
-void tst_MouseC::eachEventRecordsItsOwnFieldsAndLeavesThoseOfTheOthers()
+void tst_MouseC::eachEventRecordsOnlyItsOwnFields()
 {
     MouseC mouse;
     const QMouseEvent pressing = eventAt({1.0, 1.0}, Qt::LeftButton, Qt::ShiftModifier);
@@ -116,7 +116,7 @@ void tst_MouseC::eachEventRecordsItsOwnFieldsAndLeavesThoseOfTheOthers()
     QCOMPARE(mouse.dClickMods, Qt::MetaModifier);
 }
 
-void tst_MouseC::previousPlaceIsTheOneBeforeTheLastMovePressOrRelease()
+void tst_MouseC::previousPositionPrecedesLastMovePressOrRelease()
 {
     MouseC mouse;
     const QMouseEvent pressing = eventAt({20.0, 2.0}, Qt::LeftButton);
@@ -135,7 +135,7 @@ void tst_MouseC::previousPlaceIsTheOneBeforeTheLastMovePressOrRelease()
     QCOMPARE(mouse.now, QPoint(50, 5));
 }
 
-void tst_MouseC::pressedLastsFromAnyPressToTheNextReleaseOfAnyButton()
+void tst_MouseC::pressedLastsUntilReleaseOfAnyButton()
 {
     MouseC mouse;
     const QMouseEvent left = eventAt({1.0, 1.0}, Qt::LeftButton);
@@ -146,27 +146,27 @@ void tst_MouseC::pressedLastsFromAnyPressToTheNextReleaseOfAnyButton()
     move(mouse, {3.0, 3.0});
     QVERIFY(mouse.pressed);
     QCOMPARE(mouse.pressButton, Qt::LeftButton);
-    mouse.released(&right); // the left one is still down
+    mouse.released(&right); // the left button is still pressed
     QVERIFY(!mouse.pressed);
 }
 
-void tst_MouseC::placesAreRoundedHalfAwayFromZero_data()
+void tst_MouseC::positionsAreRoundedHalfAwayFromZero_data()
 {
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<QPoint>("pixel");
-    QTest::newRow("whole") << QPointF(7.0, -7.0) << QPoint(7, -7);
-    QTest::newRow("zeros") << QPointF(0.0, -0.0) << QPoint(0, 0);
+    QTest::newRow("integers") << QPointF(7.0, -7.0) << QPoint(7, -7);
+    QTest::newRow("zero") << QPointF(0.0, -0.0) << QPoint(0, 0);
     QTest::newRow("below half") << QPointF(7.25, 7.4375) << QPoint(7, 7);
     QTest::newRow("half") << QPointF(7.5, 8.5) << QPoint(8, 9);
     QTest::newRow("above half") << QPointF(7.75, 0.5625) << QPoint(8, 1);
-    QTest::newRow("half of a pixel") << QPointF(0.5, -0.5) << QPoint(1, -1);
+    QTest::newRow("halves next to zero") << QPointF(0.5, -0.5) << QPoint(1, -1);
     QTest::newRow("negative below half") << QPointF(-0.25, -3.4375) << QPoint(0, -3);
     QTest::newRow("negative half") << QPointF(-1.5, -2.5) << QPoint(-2, -3);
     QTest::newRow("negative above half") << QPointF(-0.75, -2.5625) << QPoint(-1, -3);
-    QTest::newRow("signs are looked at one by one") << QPointF(2.5, -2.5) << QPoint(3, -3);
+    QTest::newRow("each coordinate by itself") << QPointF(2.5, -2.5) << QPoint(3, -3);
 }
 
-void tst_MouseC::placesAreRoundedHalfAwayFromZero()
+void tst_MouseC::positionsAreRoundedHalfAwayFromZero()
 {
     QFETCH(QPointF, at);
     QFETCH(QPoint, pixel);

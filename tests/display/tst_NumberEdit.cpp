@@ -1,4 +1,4 @@
-// Fields for one number: what a double click selects.
+// Tests of NumberEdit, a field for one number: what a double click and Enter select.
 
 #include "display/NumberEdit.h"
 
@@ -17,15 +17,15 @@ private Q_SLOTS:
 
     void doubleClickSelectsTheWholeNumber_data();
     void doubleClickSelectsTheWholeNumber();
-    void typingAfterADoubleClickReplacesTheNumber();
-    void handThatMovesDuringTheDoubleClickKeepsTheSelection();
-    void dragAfterwardsSelectsAPartAgain();
-    void otherTextIsSelectedWordByWord();
-    void numberTypedAfterEnterReplacesTheOneBefore();
-    void numberOfTheProgramAfterEnterIsSelectedToo();
+    void typingAfterDoubleClickReplacesTheNumber();
+    void mouseMoveDuringDoubleClickKeepsTheSelection();
+    void laterDragSelectsAPart();
+    void doubleClickInOtherFieldsSelectsAWord();
+    void typingAfterEnterReplacesTheNumber();
+    void numberSetByCodeAfterEnterIsSelected();
 
 private:
-    QPoint place(int character) const;
+    QPoint positionOf(int character) const;
 
     std::unique_ptr<QWidget> m_window;
     display::NumberEdit* m_edit = nullptr;
@@ -43,7 +43,7 @@ void tst_NumberEdit::init()
     m_edit->setText("8340.75");
 }
 
-QPoint tst_NumberEdit::place(int character) const
+QPoint tst_NumberEdit::positionOf(int character) const
 {
     const QFontMetrics metrics(m_edit->font());
     return {4 + metrics.horizontalAdvance(m_edit->text().left(character)) + 1,
@@ -53,27 +53,27 @@ QPoint tst_NumberEdit::place(int character) const
 void tst_NumberEdit::doubleClickSelectsTheWholeNumber_data()
 {
     QTest::addColumn<int>("character");
-    QTest::newRow("before the point") << 1;
-    QTest::newRow("behind the point") << 6;
+    QTest::newRow("before the decimal point") << 1;
+    QTest::newRow("after the decimal point") << 6;
 }
 
 void tst_NumberEdit::doubleClickSelectsTheWholeNumber()
 {
     QFETCH(int, character);
-    QTest::mouseDClick(m_edit, Qt::LeftButton, {}, place(character));
+    QTest::mouseDClick(m_edit, Qt::LeftButton, {}, positionOf(character));
     QCOMPARE(m_edit->selectedText(), QString("8340.75"));
 }
 
-void tst_NumberEdit::typingAfterADoubleClickReplacesTheNumber()
+void tst_NumberEdit::typingAfterDoubleClickReplacesTheNumber()
 {
-    QTest::mouseDClick(m_edit, Qt::LeftButton, {}, place(1));
+    QTest::mouseDClick(m_edit, Qt::LeftButton, {}, positionOf(1));
     QTest::keyClicks(m_edit, "8340");
     QCOMPARE(m_edit->text(), QString("8340"));
 }
 
-void tst_NumberEdit::handThatMovesDuringTheDoubleClickKeepsTheSelection()
+void tst_NumberEdit::mouseMoveDuringDoubleClickKeepsTheSelection()
 {
-    const QPoint at = place(2);
+    const QPoint at = positionOf(2);
     QTest::mouseClick(m_edit, Qt::LeftButton, {}, at);
     QMouseEvent second(QEvent::MouseButtonDblClick, at, m_edit->mapToGlobal(at), Qt::LeftButton,
                        Qt::LeftButton, Qt::NoModifier);
@@ -86,14 +86,14 @@ void tst_NumberEdit::handThatMovesDuringTheDoubleClickKeepsTheSelection()
     QCOMPARE(m_edit->selectedText(), QString("8340.75"));
 }
 
-void tst_NumberEdit::dragAfterwardsSelectsAPartAgain()
+void tst_NumberEdit::laterDragSelectsAPart()
 {
-    QTest::mouseDClick(m_edit, Qt::LeftButton, {}, place(1));
-    // Long enough after it not to count as a third click.
+    QTest::mouseDClick(m_edit, Qt::LeftButton, {}, positionOf(1));
+    // Long enough not to count as a triple click.
     QTest::qWait(QApplication::doubleClickInterval() + 50);
     m_edit->deselect();
-    QTest::mousePress(m_edit, Qt::LeftButton, {}, place(0));
-    const QPoint end = place(4);
+    QTest::mousePress(m_edit, Qt::LeftButton, {}, positionOf(0));
+    const QPoint end = positionOf(4);
     QMouseEvent move(QEvent::MouseMove, end, m_edit->mapToGlobal(end), Qt::NoButton, Qt::LeftButton,
                      Qt::NoModifier);
     QCoreApplication::sendEvent(m_edit, &move);
@@ -103,7 +103,7 @@ void tst_NumberEdit::dragAfterwardsSelectsAPartAgain()
     QVERIFY(m_edit->selectedText().size() > 2 && m_edit->selectedText().size() < 7);
 }
 
-void tst_NumberEdit::otherTextIsSelectedWordByWord()
+void tst_NumberEdit::doubleClickInOtherFieldsSelectsAWord()
 {
     display::FittedEdit list;
     list.setText("8250 8320");
@@ -112,7 +112,7 @@ void tst_NumberEdit::otherTextIsSelectedWordByWord()
     QCOMPARE(list.selectedText().simplified(), QString("8250"));
 }
 
-void tst_NumberEdit::numberTypedAfterEnterReplacesTheOneBefore()
+void tst_NumberEdit::typingAfterEnterReplacesTheNumber()
 {
     m_edit->setFocus();
     m_edit->selectAll();
@@ -122,7 +122,7 @@ void tst_NumberEdit::numberTypedAfterEnterReplacesTheOneBefore()
     QCOMPARE(m_edit->text(), QString("8341"));
 }
 
-void tst_NumberEdit::numberOfTheProgramAfterEnterIsSelectedToo()
+void tst_NumberEdit::numberSetByCodeAfterEnterIsSelected()
 {
     connect(m_edit, &QLineEdit::editingFinished, m_edit, [this] { m_edit->setText("1.5"); });
     m_edit->setFocus();

@@ -1,4 +1,4 @@
-// The set of pixels: what it holds, its dilation, its runs and how it is filled.
+// Tests of PixelSet: insertion, dilation, runs and fill.
 #include "display/PixelSet.h"
 
 #include "support/PictureTools.h"
@@ -17,7 +17,7 @@ namespace
 
 const QRect area(-3, -5, 150, 20);
 
-using Pixels = std::set<std::pair<int, int>>; // y and x
+using Pixels = std::set<std::pair<int, int>>; // (y, x) of each pixel
 
 Pixels pixelsOf(const PixelSet& set)
 {
@@ -30,14 +30,14 @@ Pixels pixelsOf(const PixelSet& set)
     return pixels;
 }
 
-/// Pixels all over the area, one in @p of.
-Pixels scattered(unsigned of)
+/// Random pixels of the area, on average one in @p oneIn.
+Pixels randomPixels(unsigned oneIn)
 {
-    std::mt19937 random(of);
+    std::mt19937 random(oneIn);
     Pixels pixels;
     for (int y = area.top(); y <= area.bottom(); ++y) {
         for (int x = area.left(); x <= area.right(); ++x) {
-            if (random() % of == 0) {
+            if (random() % oneIn == 0) {
                 pixels.insert({y, x});
             }
         }
@@ -62,15 +62,15 @@ class tst_PixelSet : public QObject
 
 private Q_SLOTS:
     void newSetIsEmpty();
-    void pixelIsNewOnce();
-    void rowTellsItsNewPixels_data();
-    void rowTellsItsNewPixels();
-    void runsAreAllPixelsInOrder_data();
-    void runsAreAllPixelsInOrder();
-    void runsAreAsLongAsTheyCanBe();
-    void dilationPutsTheStampAboutEachPixel_data();
-    void dilationPutsTheStampAboutEachPixel();
-    void fillDrawsThePixelsAndNothingElse();
+    void insertReturnsTrueOncePerPixel();
+    void insertRowReturnsTheNewPixels_data();
+    void insertRowReturnsTheNewPixels();
+    void runsContainAllPixels_data();
+    void runsContainAllPixels();
+    void runsHaveMaximumLength();
+    void dilationAppliesTheStampToEachPixel_data();
+    void dilationAppliesTheStampToEachPixel();
+    void fillDrawsExactlyThePixels();
     void painterKeepsItsPenAndBrush();
 };
 
@@ -80,7 +80,7 @@ void tst_PixelSet::newSetIsEmpty()
     QVERIFY(pixelsOf(PixelSet(QRect())).empty());
 }
 
-void tst_PixelSet::pixelIsNewOnce()
+void tst_PixelSet::insertReturnsTrueOncePerPixel()
 {
     PixelSet set(area);
     for (const QPoint& at : {area.topLeft(), area.bottomRight(), QPoint(60, 0), QPoint(61, 0)}) {
@@ -90,17 +90,17 @@ void tst_PixelSet::pixelIsNewOnce()
     QCOMPARE(pixelsOf(set).size(), std::size_t{4});
 }
 
-void tst_PixelSet::rowTellsItsNewPixels_data()
+void tst_PixelSet::insertRowReturnsTheNewPixels_data()
 {
     QTest::addColumn<int>("x");
     QTest::newRow("first word") << area.left();
-    QTest::newRow("over the end of a word") << area.left() + 59;
+    QTest::newRow("across a word boundary") << area.left() + 59;
     QTest::newRow("last pixel of a word") << area.left() + 63;
     QTest::newRow("second word") << area.left() + 64;
     QTest::newRow("at the right edge") << area.right() - 8;
 }
 
-void tst_PixelSet::rowTellsItsNewPixels()
+void tst_PixelSet::insertRowReturnsTheNewPixels()
 {
     QFETCH(int, x);
     PixelSet set(area);
@@ -110,25 +110,25 @@ void tst_PixelSet::rowTellsItsNewPixels()
     QCOMPARE(pixelsOf(set), (Pixels{{2, x}, {2, x + 4}, {2, x + 6}, {2, x + 8}}));
 }
 
-void tst_PixelSet::runsAreAllPixelsInOrder_data()
+void tst_PixelSet::runsContainAllPixels_data()
 {
-    QTest::addColumn<unsigned>("of");
-    QTest::newRow("all") << 1u;
-    QTest::newRow("half") << 2u;
+    QTest::addColumn<unsigned>("oneIn");
+    QTest::newRow("every pixel") << 1u;
+    QTest::newRow("one in 2") << 2u;
     QTest::newRow("a few") << 100u;
 }
 
-void tst_PixelSet::runsAreAllPixelsInOrder()
+void tst_PixelSet::runsContainAllPixels()
 {
-    QFETCH(unsigned, of);
-    const Pixels pixels = scattered(of);
+    QFETCH(unsigned, oneIn);
+    const Pixels pixels = randomPixels(oneIn);
     QCOMPARE(pixelsOf(setOf(pixels)), pixels);
 }
 
-void tst_PixelSet::runsAreAsLongAsTheyCanBe()
+void tst_PixelSet::runsHaveMaximumLength()
 {
     QList<QRect> runs;
-    setOf(scattered(1)).forEachRun([&](int x, int y, int length) {
+    setOf(randomPixels(1)).forEachRun([&](int x, int y, int length) {
         runs.append({x, y, length, 1});
     });
     QCOMPARE(runs.size(), area.height());
@@ -136,45 +136,45 @@ void tst_PixelSet::runsAreAsLongAsTheyCanBe()
     QCOMPARE(runs.last(), QRect(area.left(), area.bottom(), area.width(), 1));
 }
 
-void tst_PixelSet::dilationPutsTheStampAboutEachPixel_data()
+void tst_PixelSet::dilationAppliesTheStampToEachPixel_data()
 {
-    QTest::addColumn<unsigned>("of");
-    QTest::newRow("all") << 1u;
-    QTest::newRow("some") << 20u;
+    QTest::addColumn<unsigned>("oneIn");
+    QTest::newRow("every pixel") << 1u;
+    QTest::newRow("one in 20") << 20u;
     QTest::newRow("a few") << 300u;
 }
 
-void tst_PixelSet::dilationPutsTheStampAboutEachPixel()
+void tst_PixelSet::dilationAppliesTheStampToEachPixel()
 {
-    QFETCH(unsigned, of);
+    QFETCH(unsigned, oneIn);
     const std::vector<std::uint64_t> stamp{0b00100, 0, 0b10001, 0b01000, 0b00001};
-    const Pixels pixels = scattered(of);
-    Pixels wanted;
+    const Pixels pixels = randomPixels(oneIn);
+    Pixels expected;
     for (const auto& [y, x] : pixels) {
         for (int row = 0; row < 5; ++row) {
             for (int column = 0; column < 5; ++column) {
                 if (stamp.at(static_cast<std::size_t>(row)) >> column & 1) {
-                    wanted.insert({y + row - 2, x + column - 2});
+                    expected.insert({y + row - 2, x + column - 2});
                 }
             }
         }
     }
-    QCOMPARE(pixelsOf(setOf(pixels).dilated(stamp)), wanted);
+    QCOMPARE(pixelsOf(setOf(pixels).dilated(stamp)), expected);
 }
 
-void tst_PixelSet::fillDrawsThePixelsAndNothingElse()
+void tst_PixelSet::fillDrawsExactlyThePixels()
 {
-    const Pixels pixels = scattered(3);
+    const Pixels pixels = randomPixels(3);
     QImage image = whitePicture({200, 40});
-    QImage wanted = image;
+    QImage expected = image;
     QPainter p(&image);
     p.translate(10, 12);
     setOf(pixels).fill(&p, Qt::blue);
     p.end();
     for (const auto& [y, x] : pixels) {
-        wanted.setPixelColor(x + 10, y + 12, Qt::blue);
+        expected.setPixelColor(x + 10, y + 12, Qt::blue);
     }
-    QVERIFY(isSamePicture(image, wanted));
+    QVERIFY(isSamePicture(image, expected));
 }
 
 void tst_PixelSet::painterKeepsItsPenAndBrush()
@@ -184,7 +184,7 @@ void tst_PixelSet::painterKeepsItsPenAndBrush()
     const QPen pen(Qt::green, 3, Qt::DashLine);
     p.setPen(pen);
     p.setBrush(Qt::red);
-    setOf(scattered(3)).fill(&p, Qt::blue);
+    setOf(randomPixels(3)).fill(&p, Qt::blue);
     QCOMPARE(p.pen(), pen);
     QCOMPARE(p.brush(), QBrush(Qt::red));
 }

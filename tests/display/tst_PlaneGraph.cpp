@@ -1,4 +1,5 @@
-// Points, lines and range of the graph of the references' plane.
+// Tests of PlaneGraph, the plot of one reference's absorbance against the other's:
+// points, lines and range.
 
 #include "display/PlaneGraph.h"
 #include "support/GraphPlot.h"
@@ -14,13 +15,13 @@ using display::PlaneGraph;
 
 using namespace tests;
 
-// A surface of 400 by 300 pixels: 340 columns from 40 on, 255 rows up from 270.
-// A view of 0 to 17 and 0 to 12.75 has 20 pixels to a unit on both axes.
+// A surface of 400 by 300 pixels has its plot area in columns 40 to 380 and rows 15 to
+// 270. In a view of 0 to 17 and 0 to 12.75 one unit is 20 pixels on both axes.
 
 namespace
 {
 
-const QSize surface(400, 300);
+const QSize plotSize(400, 300);
 const QColor red(255, 0, 0);
 const QColor blue(0, 0, 255);
 const QColor yellow(255, 255, 0);
@@ -31,11 +32,12 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr analysis::PlaneLines noLines{notANumber, notANumber, notANumber, notANumber};
 
-struct UsualGraph : PlaneGraph {
-    explicit UsualGraph(const QList<Point>& of, const analysis::PlaneLines& with = noLines)
+struct FilledGraph : PlaneGraph {
+    explicit FilledGraph(const QList<Point>& newPoints,
+                         const analysis::PlaneLines& newLines = noLines)
     {
-        points = of;
-        lines = with;
+        points = newPoints;
+        lines = newLines;
     }
 };
 
@@ -46,12 +48,13 @@ QImage pictureOf(const PlaneGraph& graph, const Graph::Range& view)
     return plot.picture();
 }
 
-constexpr Graph::Range twentyToAUnit{0.0, 0.0, 17.0, 12.75};
+constexpr Graph::Range twentyPixelsPerUnit{0.0, 0.0, 17.0, 12.75};
 
-/// One point far away, so that there is a graph.
-const QList<PlaneGraph::Point> away{{-900.0, -900.0, false}};
+/// One point far outside the view, so that the graph is not empty.
+const QList<PlaneGraph::Point> farPoint{{-900.0, -900.0, false}};
 
-/// The row in which a colour stands in a column; -1 unless it is one row.
+/// The only row of @p column that has the colour, or -1 if there is no such row or more
+/// than one.
 int rowIn(const QImage& image, int column, const QColor& color)
 {
     int row = -1;
@@ -74,30 +77,30 @@ class tst_PlaneGraph : public QObject
 
 private Q_SLOTS:
     void graphWithoutPointsIsEmpty();
-    void rangeHasATenthOfEachSpanAround_data();
-    void rangeHasATenthOfEachSpanAround();
-    void rangeLooksPastNumbersThatAreNone();
+    void rangeHasMarginOfATenthOfEachSpan_data();
+    void rangeHasMarginOfATenthOfEachSpan();
+    void rangeIgnoresNaN();
 
     void axesAreBlackThroughTheOrigin();
-    void axesOutOfViewAreNotSeen();
+    void axesOutsideTheViewAreNotDrawn();
     void eachLineHasItsColor_data();
     void eachLineHasItsColor();
     void lineHasItsSlopeAndConstant_data();
     void lineHasItsSlopeAndConstant();
-    void linesRunFromEdgeToEdge();
-    void lineThatIsNoneIsLeftOut_data();
-    void lineThatIsNoneIsLeftOut();
-    void steepLineStaysInItsPlace();
-    void laterLinesLieOverEarlierOnes();
+    void linesCrossTheWholePlot();
+    void nonFiniteLineIsOmitted_data();
+    void nonFiniteLineIsOmitted();
+    void steepLineIsDrawnAtItsPosition();
+    void laterLinesAreDrawnOverEarlierOnes();
 
     void vPointsAreRedAndOthersBlue();
     void pointIsTwoCircles();
-    void pointsLieOverTheLines();
-    void laterPointsLieOverEarlierOnes();
-    void pointsThatAreNoNumbersAreLeftOut_data();
-    void pointsThatAreNoNumbersAreLeftOut();
-    void hostileNumbersStillPaint_data();
-    void hostileNumbersStillPaint();
+    void pointsAreDrawnOverTheLines();
+    void laterPointsAreDrawnOverEarlierOnes();
+    void pointsOutsideThePixelRangeAreOmitted_data();
+    void pointsOutsideThePixelRangeAreOmitted();
+    void extremeNumbersStillPaint_data();
+    void extremeNumbersStillPaint();
 };
 
 void tst_PlaneGraph::graphWithoutPointsIsEmpty()
@@ -108,19 +111,19 @@ void tst_PlaneGraph::graphWithoutPointsIsEmpty()
     GraphPlot plot(graph);
     QVERIFY(isBlank(plot.picture()));
     QVERIFY(!plot.DispA->cc.drawn);
-    QCOMPARE(plot.range.x0, -1.0); // left alone
-    graph.points = away;
+    QCOMPARE(plot.range.x0, -1.0); // unchanged
+    graph.points = farPoint;
     QVERIFY(!graph.isEmpty());
 }
 
-void tst_PlaneGraph::rangeHasATenthOfEachSpanAround_data()
+void tst_PlaneGraph::rangeHasMarginOfATenthOfEachSpan_data()
 {
     QTest::addColumn<QList<double>>("numbers");
     QTest::addColumn<double>("low");
     QTest::addColumn<double>("high");
     QTest::newRow("span of 10") << QList<double>{3.0, -2.0, 8.0} << -3.0 << 9.0;
-    QTest::newRow("the first is the lowest") << QList<double>{5.0, 6.0, 15.0} << 4.0 << 16.0;
-    QTest::newRow("the first is the highest") << QList<double>{15.0, 6.0, 5.0} << 4.0 << 16.0;
+    QTest::newRow("first is the lowest") << QList<double>{5.0, 6.0, 15.0} << 4.0 << 16.0;
+    QTest::newRow("first is the highest") << QList<double>{15.0, 6.0, 5.0} << 4.0 << 16.0;
     QTest::newRow("all negative") << QList<double>{-30.0, -20.0, -25.0} << -31.0 << -19.0;
     QTest::newRow("narrow") << QList<double>{1.0, 1.0, 1.0 + 0x1p-20} << 1.0 - 0x1p-20 * 0.1
                             << 1.0 + 0x1p-20 * 1.1;
@@ -129,14 +132,14 @@ void tst_PlaneGraph::rangeHasATenthOfEachSpanAround_data()
     QTest::newRow("no span, one point") << QList<double>{-7.0} << -7.1 << -6.9;
 }
 
-// Tolerance: the rounding of one sum, relative to what is summed.
-void tst_PlaneGraph::rangeHasATenthOfEachSpanAround()
+// Tolerance: one rounding error, relative to the limit.
+void tst_PlaneGraph::rangeHasMarginOfATenthOfEachSpan()
 {
     QFETCH(QList<double>, numbers);
     QFETCH(double, low);
     QFETCH(double, high);
-    const auto isNear = [](double value, double wanted) {
-        return std::fabs(value - wanted) <= 4e-16 * std::max(1.0, std::fabs(wanted));
+    const auto isNear = [](double value, double expected) {
+        return std::fabs(value - expected) <= 4e-16 * std::max(1.0, std::fabs(expected));
     };
     QList<PlaneGraph::Point> alongX;
     QList<PlaneGraph::Point> alongY;
@@ -144,19 +147,19 @@ void tst_PlaneGraph::rangeHasATenthOfEachSpanAround()
         alongX.append({numbers.at(i), 20.0 + 10.0 * i, i == 1});
         alongY.append({20.0 + 10.0 * i, numbers.at(i), false});
     }
-    const Graph::Range x = UsualGraph(alongX).range();
-    const Graph::Range y = UsualGraph(alongY).range();
+    const Graph::Range x = FilledGraph(alongX).range();
+    const Graph::Range y = FilledGraph(alongY).range();
     QVERIFY(isNear(x.x0, low) && isNear(x.x1, high));
     QVERIFY(isNear(y.y0, low) && isNear(y.y1, high));
-    // Each axis by itself: 20 to 40 on the other, or 20 alone.
+    // Each axis has its own margin: the other one covers 20 to 40, or only 20.
     QVERIFY(isNear(x.y0, numbers.size() > 1 ? 18.0 : 19.9));
     QVERIFY(isNear(y.x1, numbers.size() > 1 ? 42.0 : 20.1));
 }
 
-void tst_PlaneGraph::rangeLooksPastNumbersThatAreNone()
+void tst_PlaneGraph::rangeIgnoresNaN()
 {
     const Graph::Range range =
-        UsualGraph({{notANumber, 5.0, false}, {1.0, notANumber, false}, {11.0, 25.0, false}})
+        FilledGraph({{notANumber, 5.0, false}, {1.0, notANumber, false}, {11.0, 25.0, false}})
             .range();
     QCOMPARE(range.x0, 0.0);
     QCOMPARE(range.x1, 12.0);
@@ -164,10 +167,10 @@ void tst_PlaneGraph::rangeLooksPastNumbersThatAreNone()
     QCOMPARE(range.y1, 27.0);
 }
 
-// From -3 to 14 and -2 to 10.75: zero at column 40 + 60 and row 270 - 40.
+// The view is -3 to 14 and -2 to 10.75: zero is at column 40 + 60 and row 270 - 40.
 void tst_PlaneGraph::axesAreBlackThroughTheOrigin()
 {
-    const QImage image = pictureOf(UsualGraph(away), {-3.0, -2.0, 14.0, 10.75});
+    const QImage image = pictureOf(FilledGraph(farPoint), {-3.0, -2.0, 14.0, 10.75});
     const QRect inside(41, 16, 339, 254);
     QCOMPARE(countOf(image, {41, 230, 339, 1}, Qt::black), 339);
     QCOMPARE(countOf(image, {100, 16, 1, 254}, Qt::black), 254);
@@ -175,9 +178,9 @@ void tst_PlaneGraph::axesAreBlackThroughTheOrigin()
     QCOMPARE(countOf(image, inside, Qt::white), 338 * 253);
 }
 
-void tst_PlaneGraph::axesOutOfViewAreNotSeen()
+void tst_PlaneGraph::axesOutsideTheViewAreNotDrawn()
 {
-    const QImage image = pictureOf(UsualGraph(away), {1.0, 1.0, 18.0, 13.75});
+    const QImage image = pictureOf(FilledGraph(farPoint), {1.0, 1.0, 18.0, 13.75});
     QCOMPARE(countOf(image, {41, 16, 339, 254}, Qt::white), 339 * 254);
 }
 
@@ -192,14 +195,14 @@ void tst_PlaneGraph::eachLineHasItsColor_data()
     QTest::newRow("a and b") << notANumber << notANumber << 0.5 << cyan;
 }
 
-// y = x / 2: 10 rows up for 20 columns.
+// The line is y = x / 2: 10 rows up for 20 columns.
 void tst_PlaneGraph::eachLineHasItsColor()
 {
     QFETCH(double, k1);
     QFETCH(double, k2);
     QFETCH(double, a);
     QFETCH(QColor, color);
-    const QImage image = pictureOf(UsualGraph(away, {k1, k2, a, 0.0}), twentyToAUnit);
+    const QImage image = pictureOf(FilledGraph(farPoint, {k1, k2, a, 0.0}), twentyPixelsPerUnit);
     QCOMPARE(rowIn(image, 40 + 200, color), 270 - 100);
     QCOMPARE(rowIn(image, 40 + 300, color), 270 - 150);
     const QRect inside(41, 16, 339, 254);
@@ -210,108 +213,108 @@ void tst_PlaneGraph::lineHasItsSlopeAndConstant_data()
 {
     QTest::addColumn<double>("slope");
     QTest::addColumn<double>("constant");
-    QTest::newRow("level") << 0.0 << 3.25;
+    QTest::newRow("horizontal") << 0.0 << 3.25;
     QTest::newRow("rising") << 0.25 << 1.5;
     QTest::newRow("falling") << -0.5 << 10.25;
-    QTest::newRow("one to one") << 1.0 << -1.25;
+    QTest::newRow("slope 1") << 1.0 << -1.25;
 }
 
-// Tolerance: one row for what QPainter makes of a slope.
+// Tolerance: one row, because QPainter rounds sloped lines.
 void tst_PlaneGraph::lineHasItsSlopeAndConstant()
 {
     QFETCH(double, slope);
     QFETCH(double, constant);
-    const QImage image =
-        pictureOf(UsualGraph(away, {notANumber, notANumber, slope, constant}), twentyToAUnit);
+    const QImage image = pictureOf(FilledGraph(farPoint, {notANumber, notANumber, slope, constant}),
+                                   twentyPixelsPerUnit);
     for (const double x : {3.0, 6.5, 11.0}) {
-        const double wanted = 270.0 - 20.0 * (slope * x + constant);
+        const double expected = 270.0 - 20.0 * (slope * x + constant);
         const int row = rowIn(image, 40 + static_cast<int>(20.0 * x), cyan);
-        QVERIFY2(std::fabs(row - wanted) <= 1.0, qPrintable(QString::number(row)));
+        QVERIFY2(std::fabs(row - expected) <= 1.0, qPrintable(QString::number(row)));
     }
 }
 
-void tst_PlaneGraph::linesRunFromEdgeToEdge()
+void tst_PlaneGraph::linesCrossTheWholePlot()
 {
     const QImage image =
-        pictureOf(UsualGraph(away, {0.25, 0.5, -0.25, 8.0}), {-2.0, -2.0, 15.0, 10.75});
+        pictureOf(FilledGraph(farPoint, {0.25, 0.5, -0.25, 8.0}), {-2.0, -2.0, 15.0, 10.75});
     for (const QColor& color : {yellow, magenta, cyan}) {
         QVERIFY(rowIn(image, 42, color) > 0);
         QVERIFY(rowIn(image, 378, color) > 0);
     }
 }
 
-void tst_PlaneGraph::lineThatIsNoneIsLeftOut_data()
+void tst_PlaneGraph::nonFiniteLineIsOmitted_data()
 {
-    QTest::addColumn<double>("odd");
+    QTest::addColumn<double>("extreme");
     QTest::newRow("NaN") << notANumber;
     QTest::newRow("infinity") << infinity;
     QTest::newRow("minus infinity") << -infinity;
 }
 
-void tst_PlaneGraph::lineThatIsNoneIsLeftOut()
+void tst_PlaneGraph::nonFiniteLineIsOmitted()
 {
-    QFETCH(double, odd);
+    QFETCH(double, extreme);
     const QRect inside(41, 16, 339, 254);
-    const auto seen = [&](const analysis::PlaneLines& lines) {
-        const QImage image = pictureOf(UsualGraph(away, lines), {-2.0, -2.0, 15.0, 10.75});
+    const auto visibleLines = [&](const analysis::PlaneLines& lines) {
+        const QImage image = pictureOf(FilledGraph(farPoint, lines), {-2.0, -2.0, 15.0, 10.75});
         QList<bool> colors;
         for (const QColor& color : {yellow, magenta, cyan}) {
             colors.append(countOf(image, inside, color) > 0);
         }
         return colors;
     };
-    QCOMPARE(seen({0.25, 0.5, -0.25, 8.0}), (QList<bool>{true, true, true}));
-    QCOMPARE(seen({odd, 0.5, -0.25, 8.0}), (QList<bool>{false, true, true}));
-    QCOMPARE(seen({0.25, odd, -0.25, 8.0}), (QList<bool>{true, false, true}));
-    QCOMPARE(seen({0.25, 0.5, odd, 8.0}), (QList<bool>{true, true, false}));
-    QCOMPARE(seen({0.25, 0.5, -0.25, odd}), (QList<bool>{true, true, false}));
+    QCOMPARE(visibleLines({0.25, 0.5, -0.25, 8.0}), (QList<bool>{true, true, true}));
+    QCOMPARE(visibleLines({extreme, 0.5, -0.25, 8.0}), (QList<bool>{false, true, true}));
+    QCOMPARE(visibleLines({0.25, extreme, -0.25, 8.0}), (QList<bool>{true, false, true}));
+    QCOMPARE(visibleLines({0.25, 0.5, extreme, 8.0}), (QList<bool>{true, true, false}));
+    QCOMPARE(visibleLines({0.25, 0.5, -0.25, extreme}), (QList<bool>{true, true, false}));
 }
 
-// y = 1e6 (x - 5): within a column of 5 all the way up.
-void tst_PlaneGraph::steepLineStaysInItsPlace()
+// The line y = 1e6 (x - 5) is vertical within one column of x = 5.
+void tst_PlaneGraph::steepLineIsDrawnAtItsPosition()
 {
     const QImage image =
-        pictureOf(UsualGraph(away, {notANumber, notANumber, 1e6, -5e6}), twentyToAUnit);
+        pictureOf(FilledGraph(farPoint, {notANumber, notANumber, 1e6, -5e6}), twentyPixelsPerUnit);
     QVERIFY(countOf(image, {139, 16, 3, 254}, cyan) >= 254);
     QCOMPARE(countOf(image, {41, 16, 339, 254}, cyan), countOf(image, {139, 16, 3, 254}, cyan));
 }
 
-void tst_PlaneGraph::laterLinesLieOverEarlierOnes()
+void tst_PlaneGraph::laterLinesAreDrawnOverEarlierOnes()
 {
     const auto at = [](const analysis::PlaneLines& lines) {
-        return pictureOf(UsualGraph(away, lines), twentyToAUnit).pixelColor(240, 170);
+        return pictureOf(FilledGraph(farPoint, lines), twentyPixelsPerUnit).pixelColor(240, 170);
     };
     QCOMPARE(at({0.5, 0.5, 0.5, 0.0}), cyan);
     QCOMPARE(at({0.5, 0.5, notANumber, 0.0}), magenta);
     QCOMPARE(at({0.5, notANumber, notANumber, 0.0}), yellow);
-    // Along the axis, over its black.
-    const QImage level =
-        pictureOf(UsualGraph(away, {0.0, notANumber, notANumber, 0.0}), {-3.0, -2.0, 14.0, 10.75});
+    // A line along the x axis is drawn over it.
+    const QImage level = pictureOf(FilledGraph(farPoint, {0.0, notANumber, notANumber, 0.0}),
+                                   {-3.0, -2.0, 14.0, 10.75});
     QCOMPARE(countOf(level, {41, 230, 339, 1}, yellow), 339);
 }
 
 void tst_PlaneGraph::vPointsAreRedAndOthersBlue()
 {
     const QImage image = pictureOf(
-        UsualGraph({{5.0, 3.0, false}, {8.0, 6.0, true}, {11.0, 9.0, true}, {2.0, 9.0, false}}),
-        twentyToAUnit);
+        FilledGraph({{5.0, 3.0, false}, {8.0, 6.0, true}, {11.0, 9.0, true}, {2.0, 9.0, false}}),
+        twentyPixelsPerUnit);
     const auto around = [](double x, double y) {
         return QRect(38 + static_cast<int>(20.0 * x), 268 - static_cast<int>(20.0 * y), 5, 5);
     };
-    const int whole = countOf(image, around(5.0, 3.0), blue);
-    QVERIFY(whole >= 8);
-    QCOMPARE(countOf(image, around(2.0, 9.0), blue), whole);
-    QCOMPARE(countOf(image, around(8.0, 6.0), red), whole);
-    QCOMPARE(countOf(image, around(11.0, 9.0), red), whole);
+    const int pixelsOfOne = countOf(image, around(5.0, 3.0), blue);
+    QVERIFY(pixelsOfOne >= 8);
+    QCOMPARE(countOf(image, around(2.0, 9.0), blue), pixelsOfOne);
+    QCOMPARE(countOf(image, around(8.0, 6.0), red), pixelsOfOne);
+    QCOMPARE(countOf(image, around(11.0, 9.0), red), pixelsOfOne);
     const QRect inside(41, 16, 339, 254);
-    QCOMPARE(countOf(image, inside, blue), 2 * whole);
-    QCOMPARE(countOf(image, inside, red), 2 * whole);
+    QCOMPARE(countOf(image, inside, blue), 2 * pixelsOfOne);
+    QCOMPARE(countOf(image, inside, red), 2 * pixelsOfOne);
 }
 
-// M2 to the right and M3 up: (5, 3) is at column 140 and row 210.
+// M2 is on x and M3 on y: (5, 3) is at column 140 and row 210.
 void tst_PlaneGraph::pointIsTwoCircles()
 {
-    const QImage image = pictureOf(UsualGraph({{5.0, 3.0, true}}), twentyToAUnit);
+    const QImage image = pictureOf(FilledGraph({{5.0, 3.0, true}}), twentyPixelsPerUnit);
     for (const QPoint& step : {QPoint(0, -2), QPoint(0, 2), QPoint(-2, 0), QPoint(2, 0),
                                QPoint(0, -1), QPoint(0, 1), QPoint(-1, 0), QPoint(1, 0)}) {
         QCOMPARE(image.pixelColor(QPoint(140, 210) + step), red);
@@ -320,59 +323,61 @@ void tst_PlaneGraph::pointIsTwoCircles()
     QCOMPARE(image.pixelColor(138, 208), QColor(Qt::white));
 }
 
-void tst_PlaneGraph::pointsLieOverTheLines()
+void tst_PlaneGraph::pointsAreDrawnOverTheLines()
 {
-    const UsualGraph graph({{10.0, 5.0, false}}, {0.5, 0.5, 0.5, 0.0});
-    const QImage image = pictureOf(graph, twentyToAUnit);
-    const QImage alone = pictureOf(UsualGraph({{10.0, 5.0, false}}), twentyToAUnit);
+    const FilledGraph graph({{10.0, 5.0, false}}, {0.5, 0.5, 0.5, 0.0});
+    const QImage image = pictureOf(graph, twentyPixelsPerUnit);
+    const QImage alone = pictureOf(FilledGraph({{10.0, 5.0, false}}), twentyPixelsPerUnit);
     QCOMPARE(countOf(image, {238, 168, 5, 5}, blue), countOf(alone, {238, 168, 5, 5}, blue));
 }
 
-void tst_PlaneGraph::laterPointsLieOverEarlierOnes()
+void tst_PlaneGraph::laterPointsAreDrawnOverEarlierOnes()
 {
     const auto at = [](bool first, bool second) {
-        return pictureOf(UsualGraph({{5.0, 3.0, first}, {5.0, 3.0, second}}), twentyToAUnit)
+        return pictureOf(FilledGraph({{5.0, 3.0, first}, {5.0, 3.0, second}}), twentyPixelsPerUnit)
             .pixelColor(142, 210);
     };
     QCOMPARE(at(true, false), blue);
     QCOMPARE(at(false, true), red);
 }
 
-void tst_PlaneGraph::pointsThatAreNoNumbersAreLeftOut_data()
+void tst_PlaneGraph::pointsOutsideThePixelRangeAreOmitted_data()
 {
-    QTest::addColumn<double>("odd");
+    QTest::addColumn<double>("extreme");
     QTest::newRow("NaN") << notANumber;
     QTest::newRow("infinity") << infinity;
     QTest::newRow("minus infinity") << -infinity;
     QTest::newRow("huge") << 1e300;
-    QTest::newRow("beyond the integers") << 4294967296.0;
+    QTest::newRow("larger than an int") << 4294967296.0;
 }
 
-void tst_PlaneGraph::pointsThatAreNoNumbersAreLeftOut()
+void tst_PlaneGraph::pointsOutsideThePixelRangeAreOmitted()
 {
-    QFETCH(double, odd);
-    const QImage image = pictureOf(
-        UsualGraph({{odd, 3.0, true}, {5.0, odd, true}, {odd, odd, true}, {8.0, 6.0, false}}),
-        twentyToAUnit);
+    QFETCH(double, extreme);
+    const QImage image = pictureOf(FilledGraph({{extreme, 3.0, true},
+                                                {5.0, extreme, true},
+                                                {extreme, extreme, true},
+                                                {8.0, 6.0, false}}),
+                                   twentyPixelsPerUnit);
     const QRect inside(41, 16, 339, 254);
     QCOMPARE(countOf(image, inside, red), 0);
     QVERIFY(countOf(image, {198, 148, 5, 5}, blue) >= 8);
 }
 
-void tst_PlaneGraph::hostileNumbersStillPaint_data()
+void tst_PlaneGraph::extremeNumbersStillPaint_data()
 {
     addHostileNumbers();
     QTest::newRow("zero") << 0.0;
 }
 
-// As a number of a point, of a line and of the view, with an automatic range and
-// a set one.
-void tst_PlaneGraph::hostileNumbersStillPaint()
+// Each number is used in a point, in a line and in the view, with an automatic and with
+// a fixed range.
+void tst_PlaneGraph::extremeNumbersStillPaint()
 {
     QFETCH(double, number);
     for (int field = 0; field < 10; ++field) {
-        UsualGraph graph({{5.0, 3.0, true}, {8.0, 6.0, false}}, {0.5, 2.0, 1.5, 0.3});
-        Graph::Range view = twentyToAUnit;
+        FilledGraph graph({{5.0, 3.0, true}, {8.0, 6.0, false}}, {0.5, 2.0, 1.5, 0.3});
+        Graph::Range view = twentyPixelsPerUnit;
         const QList<double*> fields{&graph.points[0].m2,
                                     &graph.points[0].m3,
                                     &graph.lines.k1,
@@ -384,7 +389,7 @@ void tst_PlaneGraph::hostileNumbersStillPaint()
                                     &view.y0,
                                     &view.y1};
         *fields.at(field) = number;
-        const PlotPlace outline(surface, {0.0, 0.0, 1.0, 1.0});
+        const PlotPlace outline(plotSize, {0.0, 0.0, 1.0, 1.0});
         QVERIFY(hasOutline(GraphPlot(graph).picture(), outline));
         QVERIFY(hasOutline(pictureOf(graph, view), outline));
     }

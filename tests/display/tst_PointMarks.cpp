@@ -1,4 +1,4 @@
-// The marks of single points: their pixels, and the points that have none.
+// Tests of the marks of single points: their pixels, and the points that have no mark.
 #include "display/PointMarks.h"
 
 #include "support/PlainStrokes.h"
@@ -21,7 +21,7 @@ constexpr double huge = std::numeric_limits<double>::max();
 
 const QColor ink(10, 20, 230);
 
-/// The circles of these radii on one place, each by a call of its own.
+/// The picture of circles with @p radii around @p centre, drawn one by one.
 QImage circles(const QPoint& centre, const QList<int>& radii)
 {
     QImage image = whiteSurface();
@@ -42,13 +42,13 @@ class tst_PointMarks : public QObject
 private Q_SLOTS:
     void placeIsTheTruncatedPixel_data();
     void placeIsTheTruncatedPixel();
-    void pointsOutOfViewHaveNoPlace_data();
-    void pointsOutOfViewHaveNoPlace();
-    void everyMarkThatReachesInHasAPlace();
-    void noRangeHasNoPlaces();
-    void circleStandsInTheSquareOfItsRadius();
-    void circleTakesThePenAndTheBrush();
-    void markIsACircleOfOneAndOneOfTwo();
+    void pointsOutsideTheWidgetHaveNoPlace_data();
+    void pointsOutsideTheWidgetHaveNoPlace();
+    void partlyVisibleMarksHaveAPlace();
+    void invalidRangeHasNoPlaces();
+    void circleHasItsRadius();
+    void circleUsesPenAndBrush();
+    void markIsTwoCirclesOfRadiusOneAndTwo();
 };
 
 void tst_PointMarks::placeIsTheTruncatedPixel_data()
@@ -59,9 +59,9 @@ void tst_PointMarks::placeIsTheTruncatedPixel_data()
     QTest::newRow("other corner") << QPointF(27, 4) << QPoint(380, 15);
     QTest::newRow("inside") << QPointF(15.0, 0.0) << QPoint(140, 219);
     QTest::newRow("fractions") << QPointF(15.04, -0.9 / 51.0) << QPoint(140, 219);
-    QTest::newRow("more of them") << QPointF(15.049, -0.1 / 51.0) << QPoint(140, 219);
+    QTest::newRow("larger fractions") << QPointF(15.049, -0.1 / 51.0) << QPoint(140, 219);
     QTest::newRow("in the margin") << QPointF(8.5, 4.2) << QPoint(10, 4);
-    QTest::newRow("just out of the left") << QPointF(8.0 - 0.9 / 20.0, 0.0) << QPoint(0, 219);
+    QTest::newRow("just left of the widget") << QPointF(8.0 - 0.9 / 20.0, 0.0) << QPoint(0, 219);
 }
 
 void tst_PointMarks::placeIsTheTruncatedPixel()
@@ -73,7 +73,7 @@ void tst_PointMarks::placeIsTheTruncatedPixel()
     QCOMPARE(*found, place);
 }
 
-void tst_PointMarks::pointsOutOfViewHaveNoPlace_data()
+void tst_PointMarks::pointsOutsideTheWidgetHaveNoPlace_data()
 {
     QTest::addColumn<QPointF>("point");
     for (const auto& [name, value] :
@@ -87,15 +87,16 @@ void tst_PointMarks::pointsOutOfViewHaveNoPlace_data()
     }
 }
 
-void tst_PointMarks::pointsOutOfViewHaveNoPlace()
+void tst_PointMarks::pointsOutsideTheWidgetHaveNoPlace()
 {
     QFETCH(QPointF, point);
     QVERIFY(!display::markPlace(PlotSurface(), point.x(), point.y()));
 }
 
-// Whole pixels, so that truncation does not matter: a mark of radius 2 shows from
-// two pixels left of the picture to one pixel right of it, the same on y.
-void tst_PointMarks::everyMarkThatReachesInHasAPlace()
+// The points are in the middle of pixels, so truncation does not matter. A mark of
+// radius 2 is visible from two pixels left of the picture to one pixel right of it, and
+// likewise on y.
+void tst_PointMarks::partlyVisibleMarksHaveAPlace()
 {
     const PlotSurface cc;
     for (int off = -8; off <= 8; ++off) {
@@ -115,7 +116,7 @@ void tst_PointMarks::everyMarkThatReachesInHasAPlace()
     QVERIFY(!display::markPlace(cc, 10.0 + (404.0 - 40.0) / 20.0, 0.0));
 }
 
-void tst_PointMarks::noRangeHasNoPlaces()
+void tst_PointMarks::invalidRangeHasNoPlaces()
 {
     PlotSurface cc;
     cc.setRealX(15, 15);
@@ -124,7 +125,7 @@ void tst_PointMarks::noRangeHasNoPlaces()
     QVERIFY(!display::markPlace(cc, 15.0, 0.0));
 }
 
-void tst_PointMarks::circleStandsInTheSquareOfItsRadius()
+void tst_PointMarks::circleHasItsRadius()
 {
     for (const int radius : {1, 2, 5}) {
         QImage image = whiteSurface();
@@ -139,7 +140,7 @@ void tst_PointMarks::circleStandsInTheSquareOfItsRadius()
     }
 }
 
-void tst_PointMarks::circleTakesThePenAndTheBrush()
+void tst_PointMarks::circleUsesPenAndBrush()
 {
     QImage image = whiteSurface();
     QPainter p(&image);
@@ -151,7 +152,7 @@ void tst_PointMarks::circleTakesThePenAndTheBrush()
     QCOMPARE(image.pixelColor(150, 120), QColor(Qt::green));
 }
 
-void tst_PointMarks::markIsACircleOfOneAndOneOfTwo()
+void tst_PointMarks::markIsTwoCirclesOfRadiusOneAndTwo()
 {
     for (const QPoint& at : {QPoint(150, 120), QPoint(0, 0), QPoint(-2, 299), QPoint(401, 3)}) {
         QImage image = whiteSurface();

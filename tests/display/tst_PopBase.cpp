@@ -1,4 +1,4 @@
-// The window that holds a drawing while it is popped out.
+// Tests of PopBase, the window of a popped-out plot or map.
 
 #include "display/PopBase.h"
 #include "support/MemberOrder.h"
@@ -15,9 +15,9 @@ using tests::PaintCounter;
 namespace
 {
 
-/// A frame whose grid holds something at row 1, and the window for it.
-struct Home {
-    Home() { grid.addWidget(&content, 1, 0); }
+/// A frame with its content at row 1 of its grid, and the pop-out window.
+struct DockingFrame {
+    DockingFrame() { grid.addWidget(&content, 1, 0); }
 
     QFrame frame;
     QGridLayout grid{&frame};
@@ -28,9 +28,9 @@ struct Home {
     void popDock() { pop.popDock(&content, &grid, &docked); }
 };
 
-/// A window on the screen, and how often it said that it was closed.
-struct ShownPop {
-    ShownPop() { pop.show(); }
+/// A visible window, and a count of its closed() signals.
+struct ShownWindow {
+    ShownWindow() { pop.show(); }
     bool isReady() { return QTest::qWaitForWindowExposed(&pop); }
 
     QWidget owner;
@@ -38,7 +38,7 @@ struct ShownPop {
     QSignalSpy closed{&pop, &PopBase::closed};
 };
 
-constexpr int settled = 60; // milliseconds
+constexpr int settleTime = 60; // milliseconds
 
 } // namespace
 
@@ -47,17 +47,17 @@ class tst_PopBase : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void formIsAFrameAroundOneLayout();
+    void formIsAFrameWithOneLayout();
     void startsAsAHiddenWindowOfItsOwner();
-    void closingTellsItOnce();
-    void secondCloseTellsNothing();
-    void hidingDoesNotTell();
+    void closingEmitsClosedOnce();
+    void secondCloseEmitsNothing();
+    void hidingEmitsNothing();
     void contentMovesInAndBackToRowOne();
-    void updateLeavesTheContentAlone();
+    void updateDoesNotRepaintTheContent();
     void closedIsItsOnlySignal();
 };
 
-void tst_PopBase::formIsAFrameAroundOneLayout()
+void tst_PopBase::formIsAFrameWithOneLayout()
 {
     QWidget owner;
     const PopBase pop(&owner);
@@ -89,19 +89,20 @@ void tst_PopBase::startsAsAHiddenWindowOfItsOwner()
     QVERIFY(!pop.isVisible());
 }
 
-void tst_PopBase::closingTellsItOnce()
+void tst_PopBase::closingEmitsClosedOnce()
 {
-    ShownPop shown;
+    ShownWindow shown;
     QVERIFY(shown.isReady());
     QVERIFY(shown.pop.windowHandle()->close());
     QCOMPARE(shown.closed.size(), 1);
     QVERIFY(!shown.pop.isVisible());
 }
 
-// As when a calculation keeps the windows waiting and the user clicks twice.
-void tst_PopBase::secondCloseTellsNothing()
+// The user can click the close button twice during a long calculation: two close events
+// are queued.
+void tst_PopBase::secondCloseEmitsNothing()
 {
-    ShownPop shown;
+    ShownWindow shown;
     QVERIFY(shown.isReady());
     QWindow* window = shown.pop.windowHandle();
     for (int i = 0; i < 2; ++i) {
@@ -111,9 +112,9 @@ void tst_PopBase::secondCloseTellsNothing()
     QCOMPARE(shown.closed.size(), 1);
 }
 
-void tst_PopBase::hidingDoesNotTell()
+void tst_PopBase::hidingEmitsNothing()
 {
-    ShownPop shown;
+    ShownWindow shown;
     QVERIFY(shown.isReady());
     shown.pop.hide();
     QCOMPARE(shown.closed.size(), 0);
@@ -121,38 +122,38 @@ void tst_PopBase::hidingDoesNotTell()
 
 void tst_PopBase::contentMovesInAndBackToRowOne()
 {
-    Home home;
-    home.frame.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&home.frame));
-    home.popDock();
-    QVERIFY(!home.docked);
-    QVERIFY(home.pop.isVisible());
-    QCOMPARE(home.content.window(), &home.pop);
-    QCOMPARE(home.pop.PopBaseLayout->indexOf(&home.content), 0);
-    QVERIFY(!home.grid.itemAtPosition(1, 0));
-    home.popDock();
-    QVERIFY(home.docked);
-    QVERIFY(!home.pop.isVisible());
-    QCOMPARE(home.content.parentWidget(), &home.frame);
-    QCOMPARE(home.pop.PopBaseLayout->count(), 0);
-    QVERIFY(home.grid.itemAtPosition(1, 0));
-    QCOMPARE(home.grid.itemAtPosition(1, 0)->widget(), &home.content);
+    DockingFrame docking;
+    docking.frame.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&docking.frame));
+    docking.popDock();
+    QVERIFY(!docking.docked);
+    QVERIFY(docking.pop.isVisible());
+    QCOMPARE(docking.content.window(), &docking.pop);
+    QCOMPARE(docking.pop.PopBaseLayout->indexOf(&docking.content), 0);
+    QVERIFY(!docking.grid.itemAtPosition(1, 0));
+    docking.popDock();
+    QVERIFY(docking.docked);
+    QVERIFY(!docking.pop.isVisible());
+    QCOMPARE(docking.content.parentWidget(), &docking.frame);
+    QCOMPARE(docking.pop.PopBaseLayout->count(), 0);
+    QVERIFY(docking.grid.itemAtPosition(1, 0));
+    QCOMPARE(docking.grid.itemAtPosition(1, 0)->widget(), &docking.content);
 }
 
-void tst_PopBase::updateLeavesTheContentAlone()
+void tst_PopBase::updateDoesNotRepaintTheContent()
 {
-    Home home;
-    home.frame.show();
-    home.popDock();
-    QVERIFY(QTest::qWaitForWindowExposed(&home.pop));
-    PaintCounter window(&home.pop);
-    PaintCounter content(&home.content);
+    DockingFrame docking;
+    docking.frame.show();
+    docking.popDock();
+    QVERIFY(QTest::qWaitForWindowExposed(&docking.pop));
+    PaintCounter window(&docking.pop);
+    PaintCounter content(&docking.content);
     window.settle();
     content.settle();
-    home.pop.update();
-    QCOMPARE(window.within(settled), 1);
-    QVERIFY(window.region().contains(home.pop.rect().topLeft()));
-    QVERIFY(!window.region().contains(home.content.geometry().center()));
+    docking.pop.update();
+    QCOMPARE(window.within(settleTime), 1);
+    QVERIFY(window.region().contains(docking.pop.rect().topLeft()));
+    QVERIFY(!window.region().contains(docking.content.geometry().center()));
     QCOMPARE(content.count(), 0);
 }
 

@@ -1,4 +1,4 @@
-// The graph of all spectra, by itself.
+// Tests of SpectraGraph, the plot of all spectra.
 #include "display/SpectraGraph.h"
 
 #include "data/AMutE.h"
@@ -14,14 +14,14 @@ using namespace tests;
 namespace
 {
 
-// Columns 38 to 368, rows 232 up to 12: 330 by 220 pixels.
-const QSize evenSize(387, 257);
-const PlotRange evenRange{8300.0, -0.1, 8450.0, 2.1};
+// The plot area is columns 38 to 368 and rows 12 to 232: 330 by 220 pixels.
+const QSize usualSize(387, 257);
+const PlotRange usualRange{8300.0, -0.1, 8450.0, 2.1};
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
-/// A valid spectrum that is presented as read.
+/// A valid spectrum with these points, no energy shift and zero background lines.
 AMutE spectrumOf(const QList<QPointF>& energyAndMut)
 {
     AMutE spectrum;
@@ -32,17 +32,16 @@ AMutE spectrumOf(const QList<QPointF>& energyAndMut)
     return spectrum;
 }
 
-/// A graph of the window from 8300 to 8450 about 8350 with its own spectra, and
-/// the picture that it is to give.
+/// A graph of the window 8300 to 8450 around the edge 8350, and the expected picture.
 struct Drawing {
-    explicit Drawing(const QSize& size = evenSize, const PlotRange& values = evenRange)
-        : wanted(size, values)
+    explicit Drawing(const QSize& size = usualSize, const PlotRange& values = usualRange)
+        : expected(size, values)
     {
-        graph.edge = wanted.edge = 8350.0;
-        graph.from = wanted.from = 8300.0;
-        graph.to = wanted.to = 8450.0;
-        wanted.xTitle = QStringLiteral("over");
-        wanted.yTitle = QStringLiteral("up");
+        graph.edge = expected.edge = 8350.0;
+        graph.from = expected.from = 8300.0;
+        graph.to = expected.to = 8450.0;
+        expected.xTitle = QStringLiteral("over");
+        expected.yTitle = QStringLiteral("up");
     }
 
     void add(const AMutE& spectrum, const QColor& color, int width, const QString& name)
@@ -53,24 +52,24 @@ struct Drawing {
             points.append({point.energy - spectrum.dE, point.mut});
         }
         if (spectrum.valid) {
-            wanted.curves.append({points, color, width, name, spectrum.switchedOn});
+            expected.curves.append({points, color, width, name, spectrum.switchedOn});
         }
     }
 
-    /// In a view of its own, if one is given.
+    /// The picture of the graph in @p view, or in its automatic range without one.
     QImage painted(const PlotRange* view = nullptr)
     {
-        GraphPlot plot(graph, wanted.place.size, wanted.xTitle, wanted.yTitle);
+        GraphPlot plot(graph, expected.place.size, expected.xTitle, expected.yTitle);
         if (view) {
             plot.setRealCoord(view->x0, view->y0, view->x1, view->y1);
         }
         return plot.picture();
     }
 
-    bool isRight() { return isSamePicture(painted(), wanted.picture()); }
+    bool matchesExpected() { return isSamePicture(painted(), expected.picture()); }
 
     display::SpectraGraph graph;
-    PlainSpectra wanted;
+    PlainSpectra expected;
 };
 
 const QList<QPointF> wave{{8280, 1.1}, {8310, 0.0}, {8340, 2.0}, {8370, 0.3}, {8470, 1.9}};
@@ -82,28 +81,28 @@ class tst_SpectraGraph : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void withoutPointsItIsEmpty();
-    void rangeIsTheWindowAndATwentiethAround();
+    void graphWithoutPointsIsEmpty();
+    void rangeIsTheWindowWithMarginOfATwentieth();
     void rangeOfOneValueHasNoHeight();
-    void rangeWithoutAValueIsNotFitted();
+    void rangeWithoutValuesIsNotFitted();
     void rangeOfNaNsIsNotFitted();
-    void looksLikeSingleLines_data();
-    void looksLikeSingleLines();
-    void widthOfACurveIsThatOfItsPen();
-    void guidesOfTheWindowShowInAWiderView();
-    void orderOfDrawingIsGuidesMarksCurvesFit();
-    void legendStandsOverFrameAndCurves();
+    void matchesReferenceDrawing_data();
+    void matchesReferenceDrawing();
+    void curveHasTheWidthOfItsPen();
+    void allGuidesAreVisibleInAWiderView();
+    void drawingOrderIsGuidesMarksCurvesFit();
+    void legendIsDrawnOverFrameAndCurves();
     void legendHasNoRowForAnInvalidSpectrum();
-    void curveWithoutSpectrumToShowIsLeftOut_data();
-    void curveWithoutSpectrumToShowIsLeftOut();
-    void valuesWithoutAPlaceBreakACurve();
-    void energiesWithoutAPlaceAreLeftOut();
-    void fitTakesItsShiftButNoPresentation();
-    void legendTextsFillTheirRowsWithoutACeiling();
-    void windowTheWrongWayRoundShowsNoValue();
+    void invalidOrHiddenSpectrumIsNotDrawn_data();
+    void invalidOrHiddenSpectrumIsNotDrawn();
+    void nonFiniteEnergyInterruptsTheCurve();
+    void energiesOutsideTheViewAreNotMarked();
+    void fitUsesItsShiftButNotThePresentation();
+    void legendTextsHaveNoMaximumSize();
+    void reversedWindowContainsNoValue();
 };
 
-void tst_SpectraGraph::withoutPointsItIsEmpty()
+void tst_SpectraGraph::graphWithoutPointsIsEmpty()
 {
     Drawing drawing;
     QVERIFY(drawing.graph.isEmpty());
@@ -120,7 +119,7 @@ void tst_SpectraGraph::withoutPointsItIsEmpty()
     QVERIFY(!drawing.graph.isEmpty());
 }
 
-void tst_SpectraGraph::rangeIsTheWindowAndATwentiethAround()
+void tst_SpectraGraph::rangeIsTheWindowWithMarginOfATwentieth()
 {
     Drawing drawing;
     const AMutE first = spectrumOf({{8299.9, 99}, {8300, -1}, {8400, 2}, {8450.1, 99}});
@@ -133,7 +132,7 @@ void tst_SpectraGraph::rangeIsTheWindowAndATwentiethAround()
     QCOMPARE(range.x1, 8450.0);
     QCOMPARE(range.y0, -1.25);
     QCOMPARE(range.y1, 4.25);
-    // The lines of a presentation are asked for, too.
+    // The range applies to the presented values: here the post-edge line is subtracted.
     drawing.graph.kind = AMutE::lessPostEdge;
     drawing.graph.curves.removeLast();
     AMutE lifted = spectrumOf({{8400, 4}, {8410, 6}});
@@ -151,15 +150,16 @@ void tst_SpectraGraph::rangeOfOneValueHasNoHeight()
     QVERIFY(drawing.graph.range().isFitted);
     QCOMPARE(drawing.graph.range().y0, 0.7);
     QCOMPARE(drawing.graph.range().y1, 0.7);
-    // No row for anything; the frame, the labels and the legend are there.
+    // A range without height shows no data; the frame, the labels and the legend are
+    // drawn.
     const QImage image = drawing.painted();
     QCOMPARE(image.pixelColor(38, 100), QColor(150, 150, 150));
     QVERIFY(countOf(image, QRect(288, 13, 76, 9), Qt::white) < 76 * 9);
 }
 
-void tst_SpectraGraph::rangeWithoutAValueIsNotFitted()
+void tst_SpectraGraph::rangeWithoutValuesIsNotFitted()
 {
-    Drawing drawing(evenSize, {8300.0, 0.0, 8450.0, 1.0});
+    Drawing drawing(usualSize, {8300.0, 0.0, 8450.0, 1.0});
     const AMutE far = spectrumOf({{8000, 0.4}, {9000, 0.6}});
     drawing.add(far, Qt::black, 2, "far");
     const display::Graph::Range range = drawing.graph.range();
@@ -168,7 +168,7 @@ void tst_SpectraGraph::rangeWithoutAValueIsNotFitted()
     QCOMPARE(range.x1, 8450.0);
     QCOMPARE(range.y0, 0.0);
     QCOMPARE(range.y1, 1.0);
-    QVERIFY(drawing.isRight());
+    QVERIFY(drawing.matchesExpected());
 }
 
 void tst_SpectraGraph::rangeOfNaNsIsNotFitted()
@@ -184,17 +184,17 @@ void tst_SpectraGraph::rangeOfNaNsIsNotFitted()
     QCOMPARE(drawing.graph.range().y1, 2.1);
 }
 
-void tst_SpectraGraph::looksLikeSingleLines_data()
+void tst_SpectraGraph::matchesReferenceDrawing_data()
 {
     QTest::addColumn<QSize>("size");
-    QTest::newRow("even") << evenSize;
-    QTest::newRow("odd") << QSize(433, 311);
-    QTest::newRow("high") << QSize(151, 433);
+    QTest::newRow("usual size") << usualSize;
+    QTest::newRow("odd size") << QSize(433, 311);
+    QTest::newRow("tall") << QSize(151, 433);
     QTest::newRow("wide") << QSize(701, 123);
     QTest::newRow("tiny") << QSize(40, 30);
 }
 
-void tst_SpectraGraph::looksLikeSingleLines()
+void tst_SpectraGraph::matchesReferenceDrawing()
 {
     QFETCH(QSize, size);
     Drawing drawing(size);
@@ -207,33 +207,33 @@ void tst_SpectraGraph::looksLikeSingleLines()
     drawing.add(second, Qt::red, 2, "second");
     drawing.add(third, QColor(200, 200, 0), 1, "");
     drawing.graph.marks = {{8313.0, true, false}, {8381.0, false, true}, {0.0, true, true}};
-    drawing.wanted.energies = {{8313.0, Qt::red, 1}, {8381.0, Qt::blue, 3}, {0.0, Qt::red, 3}};
+    drawing.expected.energies = {{8313.0, Qt::red, 1}, {8381.0, Qt::blue, 3}, {0.0, Qt::red, 3}};
     const AMutE fit = spectrumOf({{8320, 0.2}, {8330, 1.9}, {8440, 1.0}});
     drawing.graph.fitted = &fit;
-    drawing.wanted.fitted = {{8320, 0.2}, {8330, 1.9}, {8440, 1.0}};
-    QVERIFY(drawing.isRight());
+    drawing.expected.fitted = {{8320, 0.2}, {8330, 1.9}, {8440, 1.0}};
+    QVERIFY(drawing.matchesExpected());
 }
 
-void tst_SpectraGraph::widthOfACurveIsThatOfItsPen()
+void tst_SpectraGraph::curveHasTheWidthOfItsPen()
 {
     const AMutE level = spectrumOf({{8310, 0.0}, {8311, 2.0}, {8320, 1.255}, {8440, 1.255}});
     for (const int width : {1, 2, 3}) {
         Drawing drawing;
         drawing.add(level, Qt::red, width, "");
         QCOMPARE(countOf(drawing.painted(), QRect(200, 50, 1, 100), Qt::red), width);
-        QVERIFY(drawing.isRight());
+        QVERIFY(drawing.matchesExpected());
     }
 }
 
-// Their own automatic range hides two of them under the frame.
-void tst_SpectraGraph::guidesOfTheWindowShowInAWiderView()
+// In the automatic range the frame covers the guides at both ends of the window.
+void tst_SpectraGraph::allGuidesAreVisibleInAWiderView()
 {
-    const PlotRange view{8270.0, -0.1, 8490.0, 2.1}; // a pixel and a half an eV
-    Drawing drawing(evenSize, view);
+    const PlotRange view{8270.0, -0.1, 8490.0, 2.1}; // 1.5 pixels per eV
+    Drawing drawing(usualSize, view);
     const AMutE spectrum = spectrumOf(wave);
     drawing.add(spectrum, Qt::black, 2, "wave");
     const QImage image = drawing.painted(&view);
-    QVERIFY(isSamePicture(image, drawing.wanted.picture()));
+    QVERIFY(isSamePicture(image, drawing.expected.picture()));
     QList<int> columns;
     for (int x = 39; x < 368; ++x) {
         if (countOf(image, QRect(x, 100, 1, 100), QColor(80, 255, 80)) > 50) {
@@ -243,14 +243,14 @@ void tst_SpectraGraph::guidesOfTheWindowShowInAWiderView()
     QCOMPARE(columns, QList<int>({38 + 45, 38 + 120, 38 + 270}));
 }
 
-// A level curve and a fit over a green guide and a mark, all on one crossing.
-void tst_SpectraGraph::orderOfDrawingIsGuidesMarksCurvesFit()
+// A horizontal curve, the fit, a green guide and an energy mark cross at one pixel.
+void tst_SpectraGraph::drawingOrderIsGuidesMarksCurvesFit()
 {
     Drawing drawing;
     const AMutE level = spectrumOf({{8310, 0.0}, {8311, 2.0}, {8312, 1.0}, {8440, 1.0}});
     drawing.add(level, Qt::black, 1, "");
-    const PlotPlace& place = drawing.wanted.place;
-    const QPoint crossing = place.pixel(8350.0, 1.0); // of the edge and the guide at 1
+    const PlotPlace& place = drawing.expected.place;
+    const QPoint crossing = place.pixel(8350.0, 1.0); // the edge and the guide at 1
     drawing.graph.curves.first().width = 1;
     AMutE hidden = level;
     hidden.switchedOn = false;
@@ -265,23 +265,24 @@ void tst_SpectraGraph::orderOfDrawingIsGuidesMarksCurvesFit()
     QCOMPARE(drawing.painted().pixelColor(crossing), QColor(255, 200, 255));
 }
 
-void tst_SpectraGraph::legendStandsOverFrameAndCurves()
+void tst_SpectraGraph::legendIsDrawnOverFrameAndCurves()
 {
     Drawing drawing;
     AMutE off = spectrumOf({{8310, 0.0}, {8440, 2.0}});
     off.switchedOn = false;
     const AMutE steep = spectrumOf({{8430, 0.0}, {8430.5, 2.0}, {8440, 1.9}});
     drawing.add(steep, Qt::black, 2, "");
-    for (int i = 0; i < 25; ++i) { // down over the outline at the bottom
+    for (int i = 0; i < 25; ++i) { // more rows than the plot area holds
         drawing.add(off, Qt::red, 2, "");
     }
     const QImage image = drawing.painted();
     QVERIFY(isAllOf(image, QRect(290, 24, 70, 9), QColor(220, 220, 220)));
-    QVERIFY(countOf(image, QRect(320, 23, 30, 209), Qt::black) > 0); // the curve between rows
-    // Row 19 lies on 13 + 19 * 11 and the next one on the outline's foot at 232.
+    QVERIFY(countOf(image, QRect(320, 23, 30, 209), Qt::black) >
+            0); // the curve is visible between the rows
+    // Row 19 starts at 13 + 19 * 11; the next one covers the lower outline at 232.
     QVERIFY(isAllOf(image, QRect(290, 222, 70, 9), QColor(220, 220, 220)));
     QVERIFY(isAllOf(image, QRect(290, 233, 70, 3), QColor(220, 220, 220)));
-    QVERIFY(drawing.isRight());
+    QVERIFY(drawing.matchesExpected());
 }
 
 void tst_SpectraGraph::legendHasNoRowForAnInvalidSpectrum()
@@ -294,22 +295,22 @@ void tst_SpectraGraph::legendHasNoRowForAnInvalidSpectrum()
     drawing.add(first, Qt::black, 2, "first");
     drawing.add(second, Qt::red, 2, "second");
     drawing.add(third, Qt::blue, 1, "third");
-    QCOMPARE(drawing.wanted.curves.size(), 2);
-    QVERIFY(drawing.isRight());
+    QCOMPARE(drawing.expected.curves.size(), 2);
+    QVERIFY(drawing.matchesExpected());
 }
 
-void tst_SpectraGraph::curveWithoutSpectrumToShowIsLeftOut_data()
+void tst_SpectraGraph::invalidOrHiddenSpectrumIsNotDrawn_data()
 {
     QTest::addColumn<bool>("valid");
     QTest::addColumn<bool>("on");
     QTest::addColumn<bool>("drawn");
     QTest::newRow("valid and on") << true << true << true;
     QTest::newRow("off") << true << false << false;
-    QTest::newRow("not valid") << false << true << false;
-    QTest::newRow("neither") << false << false << false;
+    QTest::newRow("invalid") << false << true << false;
+    QTest::newRow("invalid and off") << false << false << false;
 }
 
-void tst_SpectraGraph::curveWithoutSpectrumToShowIsLeftOut()
+void tst_SpectraGraph::invalidOrHiddenSpectrumIsNotDrawn()
 {
     QFETCH(bool, valid);
     QFETCH(bool, on);
@@ -319,15 +320,15 @@ void tst_SpectraGraph::curveWithoutSpectrumToShowIsLeftOut()
     spectrum.valid = valid;
     spectrum.switchedOn = on;
     drawing.add(spectrum, Qt::black, 2, "");
-    drawing.wanted.curves.removeIf([](const PlainCurve& curve) { return !curve.on; });
+    drawing.expected.curves.removeIf([](const PlainCurve& curve) { return !curve.on; });
     const QImage image = drawing.painted();
     QCOMPARE(countOf(image, QRect(39, 24, 240, 200), Qt::black) > 100, drawn);
-    // Grey is the row of a valid one that is off.
+    // A grey row: the spectrum is valid but switched off.
     QCOMPARE(countOf(image, QRect(290, 13, 70, 9), QColor(220, 220, 220)) == 630, valid && !on);
     QCOMPARE(countOf(image, QRect(290, 13, 70, 9), QColor(220, 220, 220)) > 0, valid && !on);
 }
 
-void tst_SpectraGraph::valuesWithoutAPlaceBreakACurve()
+void tst_SpectraGraph::nonFiniteEnergyInterruptsTheCurve()
 {
     for (const double value : {notANumber, infinite, -infinite}) {
         Drawing drawing;
@@ -335,29 +336,29 @@ void tst_SpectraGraph::valuesWithoutAPlaceBreakACurve()
         AMutE broken =
             spectrumOf({{8320, 0.5}, {8340, 1.5}, {8350, 0.7}, {8390, 1.5}, {8400, 0.3}});
         drawing.add(ends, Qt::black, 2, "");
-        broken.points[2].energy = value; // out of every window
+        broken.points[2].energy = value; // the point is dropped
         drawing.graph.curves.append({&broken, Qt::red, 2, "broken"});
-        drawing.wanted.curves.append({{{8320, 0.5}, {8340, 1.5}}, Qt::red, 2, "broken"});
+        drawing.expected.curves.append({{{8320, 0.5}, {8340, 1.5}}, Qt::red, 2, "broken"});
         QVERIFY(countOf(drawing.painted(), QRect(39, 24, 240, 200), Qt::red) > 100);
         const QImage image = drawing.painted();
-        // Nothing between the second and the fourth point.
+        // No line between the second and the fourth point.
         QCOMPARE(countOf(image, QRect(38 + 92, 24, 100, 200), Qt::red), 0);
         QVERIFY(countOf(image, QRect(38 + 198, 24, 22, 200), Qt::red) > 50);
     }
 }
 
-void tst_SpectraGraph::energiesWithoutAPlaceAreLeftOut()
+void tst_SpectraGraph::energiesOutsideTheViewAreNotMarked()
 {
     Drawing drawing;
     const AMutE spectrum = spectrumOf(wave);
     drawing.add(spectrum, Qt::black, 2, "");
     drawing.graph.marks = {{notANumber, true, true}, {infinite, true, true}, {1e300, true, true},
                            {-1e300, false, true},    {1e10, false, false},   {8330, true, true}};
-    drawing.wanted.energies = {{8330, Qt::red, 3}};
-    QVERIFY(drawing.isRight());
+    drawing.expected.energies = {{8330, Qt::red, 3}};
+    QVERIFY(drawing.matchesExpected());
 }
 
-void tst_SpectraGraph::fitTakesItsShiftButNoPresentation()
+void tst_SpectraGraph::fitUsesItsShiftButNotThePresentation()
 {
     Drawing drawing;
     const AMutE spectrum = spectrumOf(wave);
@@ -366,22 +367,22 @@ void tst_SpectraGraph::fitTakesItsShiftButNoPresentation()
     fit.dE = 2.5;
     fit.valid = fit.switchedOn = false;
     fit.preLine = fit.postLine = {7.0, 0.0, 0.0};
-    drawing.graph.kind = AMutE::lessPreEdge; // of lines at 0
+    drawing.graph.kind = AMutE::lessPreEdge; // the pre-edge line is 0 for the curve, 7 for the fit
     drawing.graph.fitted = &fit;
-    drawing.wanted.fitted = {{8325, 0.2}, {8405, 1.2}};
-    QVERIFY(drawing.isRight());
+    drawing.expected.fitted = {{8325, 0.2}, {8405, 1.2}};
+    QVERIFY(drawing.matchesExpected());
     fit.points.clear();
-    drawing.wanted.fitted.clear();
-    QVERIFY(drawing.isRight());
+    drawing.expected.fitted.clear();
+    QVERIFY(drawing.matchesExpected());
 }
 
-// On a big surface a short name grows beyond the 12 points of the labels.
-void tst_SpectraGraph::legendTextsFillTheirRowsWithoutACeiling()
+// On a large surface a short name is larger than 12 points, the limit of the labels.
+void tst_SpectraGraph::legendTextsHaveNoMaximumSize()
 {
     Drawing drawing(QSize(900, 900));
     const AMutE spectrum = spectrumOf(wave);
     drawing.add(spectrum, Qt::magenta, 1, "Hg");
-    QVERIFY(drawing.isRight());
+    QVERIFY(drawing.matchesExpected());
     const QImage image = drawing.painted();
     int top = 900;
     int bottom = 0;
@@ -394,15 +395,15 @@ void tst_SpectraGraph::legendTextsFillTheirRowsWithoutACeiling()
     QVERIFY2(bottom - top >= 20, qPrintable(QString::number(bottom - top)));
 }
 
-void tst_SpectraGraph::windowTheWrongWayRoundShowsNoValue()
+void tst_SpectraGraph::reversedWindowContainsNoValue()
 {
-    Drawing drawing(evenSize, {8450.0, 0.0, 8300.0, 1.0});
+    Drawing drawing(usualSize, {8450.0, 0.0, 8300.0, 1.0});
     std::swap(drawing.graph.from, drawing.graph.to);
-    std::swap(drawing.wanted.from, drawing.wanted.to);
+    std::swap(drawing.expected.from, drawing.expected.to);
     const AMutE spectrum = spectrumOf(wave);
     drawing.add(spectrum, Qt::black, 2, "wave");
     QVERIFY(!drawing.graph.range().isFitted);
-    QVERIFY(drawing.isRight()); // mirrored
+    QVERIFY(drawing.matchesExpected()); // the view is mirrored
 }
 
 QTEST_MAIN(tst_SpectraGraph)

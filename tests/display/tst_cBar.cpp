@@ -1,5 +1,5 @@
-// The colour bar: values to colours, what it shows, and its two lines under the
-// mouse.
+// Tests of cBar, the colour bar: the colours of values, its painting, and its two
+// draggable lines.
 #include "display/cBar.h"
 
 #include "display/ColorTables.h"
@@ -23,8 +23,8 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 constexpr double huge = std::numeric_limits<double>::max();
 
-/// Tables with a ramp more each, by plain arithmetic: yellow over blue (256
-/// entries), blue to green to red (512), black to red to yellow to white (768).
+/// Reference entries of three tables: blue to yellow (type 11, 256 entries), blue to
+/// green to red (type 8, 512), black to red to yellow to white (type 0, 768).
 QColor entryOf(int type, int i)
 {
     const auto level = [](int v) { return std::clamp(v, 0, 255); };
@@ -38,12 +38,11 @@ QColor entryOf(int type, int i)
     }
 }
 
-/// A bar that is on the screen and 256 pixels high, one for each entry of its
-/// table: a row is 256 less the entry that stands on it.
-class ShownBar : public cBar
+/// A visible bar of 256 pixels, with a table of 256 entries: entry i is on row 256 - i.
+class VisibleBar : public cBar
 {
 public:
-    ShownBar()
+    VisibleBar()
     {
         setCBarType(11);
         resize(40, 256);
@@ -72,16 +71,16 @@ public:
         move(to);
         release(to, button);
     }
-    /// An event that QTest has no call for.
-    void send(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held)
+    /// Sends an event for which QTest has no function.
+    void send(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons clamped)
     {
-        QMouseEvent event(type, at, mapToGlobal(at), button, held, Qt::NoModifier);
+        QMouseEvent event(type, at, mapToGlobal(at), button, clamped, Qt::NoModifier);
         QCoreApplication::sendEvent(this, &event);
         QCoreApplication::processEvents();
     }
 };
 
-/// Places the lines on two rows, as a drag would.
+/// Places the lines on rows @p upper and @p lower, like a drag.
 void placeLines(cBar& bar, int upper, int lower)
 {
     const double d = static_cast<double>(bar.nColors) / (upper - lower);
@@ -89,25 +88,25 @@ void placeLines(cBar& bar, int upper, int lower)
     bar.imin = (bar.height() - lower) * d;
 }
 
-bool isRow(const QImage& image, int y, const std::function<bool(const QColor&)>& wanted)
+bool rowHasColor(const QImage& image, int y, const std::function<bool(const QColor&)>& expected)
 {
     const QList<int> columns{0, image.width() / 2, image.width() - 1};
     return std::all_of(columns.begin(), columns.end(),
-                       [&](int x) { return wanted(image.pixelColor(x, y)); });
+                       [&](int x) { return expected(image.pixelColor(x, y)); });
 }
 
-bool isRow(const QImage& image, int y, const QColor& wanted)
+bool rowHasColor(const QImage& image, int y, const QColor& expected)
 {
-    return isRow(image, y, [&](const QColor& color) { return color == wanted; });
+    return rowHasColor(image, y, [&](const QColor& color) { return color == expected; });
 }
 
-/// Whether a colour is that of entry @p i or of one beside it.
-bool isAbout(const QColor& color, int type, int i, bool invert)
+/// Whether @p color is the colour of entry @p i or of an adjacent one.
+bool isNear(const QColor& color, int type, int i, bool invert)
 {
     const int last = type == 11 ? 255 : type == 8 ? 511 : 767;
-    for (const int near : {i - 1, i, i + 1}) {
-        const int held = std::clamp(near, 0, last);
-        if (color == entryOf(type, invert ? last - held : held)) {
+    for (const int index : {i - 1, i, i + 1}) {
+        const int clamped = std::clamp(index, 0, last);
+        if (color == entryOf(type, invert ? last - clamped : clamped)) {
             return true;
         }
     }
@@ -122,8 +121,8 @@ class tst_cBar : public QObject
 
 private Q_SLOTS:
     void startsWithTheFirstTable();
-    void startsAsItsFormSays();
-    void slotsComeInTheirOrder();
+    void startsAsInItsForm();
+    void signalsAndSlotsAreDeclaredInOrder();
 
     void typeBuildsItsTable_data();
     void typeBuildsItsTable();
@@ -131,49 +130,49 @@ private Q_SLOTS:
 
     void valuesFindTheirEntry_data();
     void valuesFindTheirEntry();
-    void valuesThatHaveNoPlaceTakeTheFirst_data();
-    void valuesThatHaveNoPlaceTakeTheFirst();
-    void extremeLimitsStillPlaceValues_data();
-    void extremeLimitsStillPlaceValues();
-    void linesStretchTheValuesToo_data();
-    void linesStretchTheValuesToo();
+    void valuesWithoutAnEntryHaveTheFirstColour_data();
+    void valuesWithoutAnEntryHaveTheFirstColour();
+    void extremeLimitsStillMapValues_data();
+    void extremeLimitsStillMapValues();
+    void linesChangeTheColoursOfValues_data();
+    void linesChangeTheColoursOfValues();
 
     void limitsStayInOrder_data();
     void limitsStayInOrder();
-    void orderIsCheckedOnDemand();
-    void automaticScaleIsTold();
-    void inversionIsNotTold();
+    void checkOrderSwapsReversedLimits();
+    void setAutoScaleEmitsNewScale();
+    void inversionEmitsNoSignal();
 
-    void rowsShowWhatTheirValuesTake_data();
-    void rowsShowWhatTheirValuesTake();
-    void entriesStandOnTheirRows();
-    void highEntriesReachUpToTheNext();
-    void outsideOfTheTableHasItsOwnColours();
-    void linesHoldAtTheBarsEnds_data();
-    void linesHoldAtTheBarsEnds();
-    void tinyBarsAreSafe();
-    void wildLinesAreSafe_data();
-    void wildLinesAreSafe();
+    void rowsShowTheColoursOfTheirValues_data();
+    void rowsShowTheColoursOfTheirValues();
+    void entriesAreOnTheirRows();
+    void tallEntriesFillAllTheirRows();
+    void rowsOutsideTheTableHaveTheirOwnColours();
+    void linesAreClampedToTheBar_data();
+    void linesAreClampedToTheBar();
+    void tinyBarsAreHarmless();
+    void extremeLinesAreHarmless_data();
+    void extremeLinesAreHarmless();
 
-    void pressNearALineArmsIt_data();
-    void pressNearALineArmsIt();
+    void pressNearALineSelectsIt_data();
+    void pressNearALineSelectsIt();
     void lowerLineWinsWhenBothAreNear_data();
     void lowerLineWinsWhenBothAreNear();
-    void pressIsRoundedFirst();
-    void anyButtonDrags();
-    void draggedUpperLineLiftsTheTop();
-    void draggedLowerLineSinksTheBottom();
-    void bothLinesDragOneAfterTheOther();
-    void eachMoveStartsFromTheOtherLine();
-    void lastLineStaysArmed_data();
-    void lastLineStaysArmed();
-    void dragWithoutALineTellsTheSameScale();
-    void linesOnOneRowChangeNothing();
-    void linesMayCross();
-    void moveWithoutAButtonOnlyRepaints();
+    void pressPositionIsRounded();
+    void everyButtonDrags();
+    void draggedUpperLineRaisesTheTop();
+    void draggedLowerLineLowersTheBottom();
+    void bothLinesCanBeDragged();
+    void eachMoveIsRelativeToTheOtherLine();
+    void lastLineStaysSelected_data();
+    void lastLineStaysSelected();
+    void dragWithoutALineEmitsUnchangedScale();
+    void linesOnTheSameRowChangeNothing();
+    void linesCanCross();
+    void moveWithoutButtonOnlyRepaints();
     void releaseRepaints();
-    void doubleClickRestoresQuietly();
-    void doubleClickIsNoPress();
+    void doubleClickRestoresWithoutSignal();
+    void doubleClickIsNotAPress();
 };
 
 void tst_cBar::startsWithTheFirstTable()
@@ -196,7 +195,7 @@ void tst_cBar::startsWithTheFirstTable()
     QVERIFY(!bar.mouse.pressed);
 }
 
-void tst_cBar::startsAsItsFormSays()
+void tst_cBar::startsAsInItsForm()
 {
     const cBar bar;
     QCOMPARE(bar.objectName(), QString("cBar"));
@@ -206,7 +205,7 @@ void tst_cBar::startsAsItsFormSays()
     QCOMPARE(bar.frameShadow(), QFrame::Raised);
 }
 
-void tst_cBar::slotsComeInTheirOrder()
+void tst_cBar::signalsAndSlotsAreDeclaredInOrder()
 {
     const QMetaObject& meta = cBar::staticMetaObject;
     QCOMPARE(tests::memberNames(meta, QMetaMethod::Signal), QStringList{"newScale()"});
@@ -222,19 +221,19 @@ void tst_cBar::slotsComeInTheirOrder()
 void tst_cBar::typeBuildsItsTable_data()
 {
     QTest::addColumn<int>("type");
-    QTest::addColumn<int>("builds");
+    QTest::addColumn<int>("builtType");
     for (int type = 0; type < 12; ++type) {
         QTest::addRow("%d", type) << type << type;
     }
     QTest::newRow("one below") << -1 << 0;
     QTest::newRow("one above") << 12 << 0;
-    QTest::newRow("far away") << std::numeric_limits<int>::max() << 0;
+    QTest::newRow("largest int") << std::numeric_limits<int>::max() << 0;
 }
 
 void tst_cBar::typeBuildsItsTable()
 {
     QFETCH(int, type);
-    QFETCH(int, builds);
+    QFETCH(int, builtType);
     cBar bar;
     bar.setCBarType(9);
     bar.setCBarType(type);
@@ -242,14 +241,14 @@ void tst_cBar::typeBuildsItsTable()
     for (const QColor* entry : bar.table) {
         colors.append(*entry);
     }
-    QCOMPARE(colors, display::colorTable(builds));
+    QCOMPARE(colors, display::colorTable(builtType));
     QCOMPARE(bar.nColors, colors.size());
     QCOMPARE(bar.maxIdx, colors.size());
 }
 
 void tst_cBar::typeResetsTheLines()
 {
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     bar.drag(5, 100);
     bar.drag(250, 200);
@@ -291,8 +290,8 @@ void tst_cBar::valuesFindTheirEntry_data()
     QTest::newRow("beyond any int above") << 1e20 << 767;
 }
 
-// Limits of -384 and 384 and the 768 entries of table 0: value and entry differ
-// by 384.
+// With limits of -384 and 384 and the 768 entries of table 0, the entry is the value
+// plus 384.
 void tst_cBar::valuesFindTheirEntry()
 {
     QFETCH(double, value);
@@ -305,7 +304,7 @@ void tst_cBar::valuesFindTheirEntry()
     QCOMPARE(bar.color(value), entryOf(0, 767 - entry));
 }
 
-void tst_cBar::valuesThatHaveNoPlaceTakeTheFirst_data()
+void tst_cBar::valuesWithoutAnEntryHaveTheFirstColour_data()
 {
     QTest::addColumn<double>("zmin");
     QTest::addColumn<double>("zmax");
@@ -313,18 +312,18 @@ void tst_cBar::valuesThatHaveNoPlaceTakeTheFirst_data()
     QTest::newRow("NaN") << 0.0 << 1.0 << notANumber;
     QTest::newRow("infinity") << 0.0 << 1.0 << infinite;
     QTest::newRow("negative infinity") << 0.0 << 1.0 << -infinite;
-    QTest::newRow("equal limits, at them") << 2.0 << 2.0 << 2.0;
+    QTest::newRow("equal limits, at the limit") << 2.0 << 2.0 << 2.0;
     QTest::newRow("equal limits, above") << 2.0 << 2.0 << 3.0;
     QTest::newRow("equal limits, below") << 2.0 << 2.0 << 1.0;
     QTest::newRow("equal limits, far above") << 0.0 << 0.0 << 1e300;
-    QTest::newRow("limits a step apart") << 0.0 << 5e-324 << 1.0;
+    QTest::newRow("limits one ulp apart") << 0.0 << 5e-324 << 1.0;
     QTest::newRow("NaN as the lower limit") << notANumber << 1.0 << 0.5;
     QTest::newRow("NaN as the upper limit") << 0.0 << notANumber << 0.5;
     QTest::newRow("infinite upper limit") << 0.0 << infinite << 0.5;
     QTest::newRow("infinite lower limit") << -infinite << 1.0 << 0.5;
 }
 
-void tst_cBar::valuesThatHaveNoPlaceTakeTheFirst()
+void tst_cBar::valuesWithoutAnEntryHaveTheFirstColour()
 {
     QFETCH(double, value);
     cBar bar;
@@ -338,7 +337,7 @@ void tst_cBar::valuesThatHaveNoPlaceTakeTheFirst()
     QCOMPARE(bar.color(value), QColor(255, 0, 0));
 }
 
-void tst_cBar::extremeLimitsStillPlaceValues_data()
+void tst_cBar::extremeLimitsStillMapValues_data()
 {
     QTest::addColumn<double>("zmin");
     QTest::addColumn<double>("zmax");
@@ -348,15 +347,15 @@ void tst_cBar::extremeLimitsStillPlaceValues_data()
     QTest::newRow("middle") << -1e300 << 1e300 << 0.0 << 384;
     QTest::newRow("three quarters") << -1e300 << 1e300 << 5e299 << 576;
     QTest::newRow("upper limit") << -1e300 << 1e300 << 1e300 << 767;
-    QTest::newRow("beyond") << -1e300 << 1e300 << 1.7e308 << 767;
-    // As extremes start before any value.
+    QTest::newRow("beyond the range of int") << -1e300 << 1e300 << 1.7e308 << 767;
+    // Reversed limits, like the start values of a search for the extremes.
     QTest::newRow("reversed, middle") << 1e300 << -1e300 << 0.0 << 384;
     QTest::newRow("reversed, quarter") << 1e300 << -1e300 << 5e299 << 192;
-    QTest::newRow("span beyond doubles") << -huge << huge << 0.0 << 0;
-    QTest::newRow("span beyond doubles, top") << -huge << huge << huge << 0;
+    QTest::newRow("range overflows") << -huge << huge << 0.0 << 0;
+    QTest::newRow("range overflows, top") << -huge << huge << huge << 0;
 }
 
-void tst_cBar::extremeLimitsStillPlaceValues()
+void tst_cBar::extremeLimitsStillMapValues()
 {
     QFETCH(double, zmin);
     QFETCH(double, zmax);
@@ -365,28 +364,28 @@ void tst_cBar::extremeLimitsStillPlaceValues()
     cBar bar;
     bar.zmin = zmin;
     bar.zmax = zmax;
-    QVERIFY(isAbout(bar.color(value), 0, entry, false));
+    QVERIFY(isNear(bar.color(value), 0, entry, false));
 }
 
-void tst_cBar::linesStretchTheValuesToo_data()
+void tst_cBar::linesChangeTheColoursOfValues_data()
 {
     QTest::addColumn<double>("imin");
     QTest::addColumn<double>("imax");
     QTest::addColumn<double>("value");
     QTest::addColumn<int>("entry");
-    QTest::newRow("upper line halfway, low") << 0.0 << 512.0 << 0.25 << 128;
-    QTest::newRow("upper line halfway, last entry") << 0.0 << 512.0 << 0.499 << 255;
-    QTest::newRow("upper line halfway, above") << 0.0 << 512.0 << 0.501 << 255;
-    QTest::newRow("upper line halfway, top") << 0.0 << 512.0 << 1.0 << 255;
-    QTest::newRow("lower line halfway, bottom") << -256.0 << 256.0 << 0.0 << 0;
-    QTest::newRow("lower line halfway, below") << -256.0 << 256.0 << 0.499 << 0;
-    QTest::newRow("lower line halfway, high") << -256.0 << 256.0 << 0.75 << 128;
+    QTest::newRow("upper line in the middle, low") << 0.0 << 512.0 << 0.25 << 128;
+    QTest::newRow("upper line in the middle, last entry") << 0.0 << 512.0 << 0.499 << 255;
+    QTest::newRow("upper line in the middle, above") << 0.0 << 512.0 << 0.501 << 255;
+    QTest::newRow("upper line in the middle, top") << 0.0 << 512.0 << 1.0 << 255;
+    QTest::newRow("lower line in the middle, bottom") << -256.0 << 256.0 << 0.0 << 0;
+    QTest::newRow("lower line in the middle, below") << -256.0 << 256.0 << 0.499 << 0;
+    QTest::newRow("lower line in the middle, high") << -256.0 << 256.0 << 0.75 << 128;
     QTest::newRow("part of the table, bottom") << 64.0 << 192.0 << 0.0 << 64;
     QTest::newRow("part of the table, top") << 64.0 << 192.0 << 1.0 << 192;
     QTest::newRow("part of the table, beyond") << 64.0 << 192.0 << 1.25 << 224;
 }
 
-void tst_cBar::linesStretchTheValuesToo()
+void tst_cBar::linesChangeTheColoursOfValues()
 {
     QFETCH(double, value);
     QFETCH(int, entry);
@@ -407,15 +406,15 @@ void tst_cBar::limitsStayInOrder_data()
     QTest::addColumn<double>("zmax");
     QTest::newRow("maximum up") << true << 9.0 << 2.0 << 9.0;
     QTest::newRow("maximum down") << true << 3.0 << 2.0 << 3.0;
-    QTest::newRow("maximum onto the minimum") << true << 2.0 << 2.0 << 2.0;
+    QTest::newRow("maximum equal to the minimum") << true << 2.0 << 2.0 << 2.0;
     QTest::newRow("maximum below the minimum") << true << -1.0 << -1.0 << 2.0;
     QTest::newRow("minimum down") << false << -9.0 << -9.0 << 5.0;
     QTest::newRow("minimum up") << false << 3.0 << 3.0 << 5.0;
-    QTest::newRow("minimum onto the maximum") << false << 5.0 << 5.0 << 5.0;
+    QTest::newRow("minimum equal to the maximum") << false << 5.0 << 5.0 << 5.0;
     QTest::newRow("minimum above the maximum") << false << 8.0 << 5.0 << 8.0;
 }
 
-// Limits of 2 and 5; each change is told once.
+// The limits are 2 and 5. Each change emits newScale() once.
 void tst_cBar::limitsStayInOrder()
 {
     QFETCH(bool, upper);
@@ -434,7 +433,7 @@ void tst_cBar::limitsStayInOrder()
     QCOMPARE(spy.count(), 1);
 }
 
-void tst_cBar::orderIsCheckedOnDemand()
+void tst_cBar::checkOrderSwapsReversedLimits()
 {
     cBar bar;
     bar.zmin = 4.0;
@@ -449,7 +448,7 @@ void tst_cBar::orderIsCheckedOnDemand()
     QCOMPARE(bar.zmax, 4.0);
 }
 
-void tst_cBar::automaticScaleIsTold()
+void tst_cBar::setAutoScaleEmitsNewScale()
 {
     cBar bar;
     QSignalSpy spy(&bar, &cBar::newScale);
@@ -462,7 +461,7 @@ void tst_cBar::automaticScaleIsTold()
     QCOMPARE(spy.count(), 3);
 }
 
-void tst_cBar::inversionIsNotTold()
+void tst_cBar::inversionEmitsNoSignal()
 {
     cBar bar;
     QSignalSpy spy(&bar, &cBar::newScale);
@@ -473,11 +472,11 @@ void tst_cBar::inversionIsNotTold()
     QCOMPARE(spy.count(), 0);
 }
 
-void tst_cBar::rowsShowWhatTheirValuesTake_data()
+void tst_cBar::rowsShowTheColoursOfTheirValues_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("height");
-    QTest::addColumn<int>("upper"); // rows of the two lines, parts of the height
+    QTest::addColumn<int>("upper"); // rows of the two lines, in per cent of the height
     QTest::addColumn<int>("lower");
     const QList<QPair<int, int>> lines{{0, 100},   {25, 100}, {0, 75},     {30, 60},
                                        {-40, 100}, {0, 170},  {-300, 900}, {45, 52}};
@@ -492,9 +491,9 @@ void tst_cBar::rowsShowWhatTheirValuesTake_data()
     }
 }
 
-// Row y has the place (height - y) / height of the way from imin to imax.
-// Tolerance: one entry, and a row for where a line stands.
-void tst_cBar::rowsShowWhatTheirValuesTake()
+// Row y shows the entry at the fraction (height - y) / height between imin and imax.
+// Tolerance: one entry, and one row for the position of a line.
+void tst_cBar::rowsShowTheColoursOfTheirValues()
 {
     QFETCH(int, type);
     QFETCH(int, height);
@@ -513,32 +512,32 @@ void tst_cBar::rowsShowWhatTheirValuesTake()
         for (int y = 0; y < height; ++y) {
             const double part = static_cast<double>(height - y) / height;
             const int i = static_cast<int>(bar.imin + part * (bar.imax - bar.imin));
-            const auto isEntry = [&](const QColor& c) { return isAbout(c, type, i, invert); };
+            const auto isEntry = [&](const QColor& c) { return isNear(c, type, i, invert); };
             const bool fits = y == bar.maxLineY || y == bar.minLineY
-                                  ? isRow(image, y, bar.lineColor)
-                              : y < bar.maxLineY ? isRow(image, y, bar.aboveColor)
-                              : y > bar.minLineY ? isRow(image, y, bar.belowColor)
-                                                 : isRow(image, y, isEntry);
+                                  ? rowHasColor(image, y, bar.lineColor)
+                              : y < bar.maxLineY ? rowHasColor(image, y, bar.aboveColor)
+                              : y > bar.minLineY ? rowHasColor(image, y, bar.belowColor)
+                                                 : rowHasColor(image, y, isEntry);
             QVERIFY2(fits, QByteArray::number(y));
             QVERIFY2(isEntry(bar.color(part)), QByteArray::number(y));
         }
     }
 }
 
-// 256 rows for 256 entries, without any rounding: entry i is on row 256 - i.
-void tst_cBar::entriesStandOnTheirRows()
+// 256 rows for 256 entries, without rounding: entry i is on row 256 - i.
+void tst_cBar::entriesAreOnTheirRows()
 {
     cBar bar;
     bar.setCBarType(11);
     bar.resize(30, 256);
     const QImage image = bar.grab().toImage();
     for (int y = 1; y < 255; ++y) {
-        QVERIFY(isRow(image, y, entryOf(11, 256 - y)));
+        QVERIFY(rowHasColor(image, y, entryOf(11, 256 - y)));
     }
 }
 
-// Three rows for each entry: i is on row 768 - 3 i and the two above it.
-void tst_cBar::highEntriesReachUpToTheNext()
+// Each entry has three rows: entry i is on row 768 - 3 i and the two rows above it.
+void tst_cBar::tallEntriesFillAllTheirRows()
 {
     cBar bar;
     bar.setCBarType(11);
@@ -546,12 +545,12 @@ void tst_cBar::highEntriesReachUpToTheNext()
     const QImage image = bar.grab().toImage();
     for (int i = 1; i < 255; ++i) {
         for (const int y : {768 - 3 * i, 768 - 3 * i - 1, 768 - 3 * i - 2}) {
-            QVERIFY(isRow(image, y, entryOf(11, i)));
+            QVERIFY(rowHasColor(image, y, entryOf(11, i)));
         }
     }
 }
 
-void tst_cBar::outsideOfTheTableHasItsOwnColours()
+void tst_cBar::rowsOutsideTheTableHaveTheirOwnColours()
 {
     cBar bar;
     bar.setCBarType(11);
@@ -559,23 +558,23 @@ void tst_cBar::outsideOfTheTableHasItsOwnColours()
     bar.aboveColor = QColor(1, 2, 3);
     bar.belowColor = QColor(40, 50, 60);
     bar.lineColor = QColor(200, 0, 200);
-    placeLines(bar, 64, 192); // two entries a row, exactly
+    placeLines(bar, 64, 192); // exactly two entries per row
     for (const bool invert : {false, true}) {
         bar.setInvertCBar(invert);
         const QImage image = bar.grab().toImage();
-        QVERIFY(isRow(image, 0, bar.aboveColor));
-        QVERIFY(isRow(image, 63, bar.aboveColor));
-        QVERIFY(isRow(image, 64, bar.lineColor));
-        QVERIFY(isRow(image, 65, entryOf(11, invert ? 1 : 254)));
-        QVERIFY(isRow(image, 128, entryOf(11, invert ? 127 : 128)));
-        QVERIFY(isRow(image, 191, entryOf(11, invert ? 253 : 2)));
-        QVERIFY(isRow(image, 192, bar.lineColor));
-        QVERIFY(isRow(image, 193, bar.belowColor));
-        QVERIFY(isRow(image, 255, bar.belowColor));
+        QVERIFY(rowHasColor(image, 0, bar.aboveColor));
+        QVERIFY(rowHasColor(image, 63, bar.aboveColor));
+        QVERIFY(rowHasColor(image, 64, bar.lineColor));
+        QVERIFY(rowHasColor(image, 65, entryOf(11, invert ? 1 : 254)));
+        QVERIFY(rowHasColor(image, 128, entryOf(11, invert ? 127 : 128)));
+        QVERIFY(rowHasColor(image, 191, entryOf(11, invert ? 253 : 2)));
+        QVERIFY(rowHasColor(image, 192, bar.lineColor));
+        QVERIFY(rowHasColor(image, 193, bar.belowColor));
+        QVERIFY(rowHasColor(image, 255, bar.belowColor));
     }
 }
 
-void tst_cBar::linesHoldAtTheBarsEnds_data()
+void tst_cBar::linesAreClampedToTheBar_data()
 {
     QTest::addColumn<int>("upper");
     QTest::addColumn<int>("lower");
@@ -591,8 +590,8 @@ void tst_cBar::linesHoldAtTheBarsEnds_data()
     QTest::newRow("crossed") << 192 << 64 << 192 << 64;
 }
 
-// Rows that are exact in powers of two.
-void tst_cBar::linesHoldAtTheBarsEnds()
+// The rows are exact in binary floating point.
+void tst_cBar::linesAreClampedToTheBar()
 {
     QFETCH(int, upper);
     QFETCH(int, lower);
@@ -603,11 +602,11 @@ void tst_cBar::linesHoldAtTheBarsEnds()
     const QImage image = bar.grab().toImage();
     QTEST(bar.maxLineY, "maxLineY");
     QTEST(bar.minLineY, "minLineY");
-    QVERIFY(isRow(image, bar.maxLineY, bar.lineColor));
-    QVERIFY(isRow(image, bar.minLineY, bar.lineColor));
+    QVERIFY(rowHasColor(image, bar.maxLineY, bar.lineColor));
+    QVERIFY(rowHasColor(image, bar.minLineY, bar.lineColor));
 }
 
-void tst_cBar::tinyBarsAreSafe()
+void tst_cBar::tinyBarsAreHarmless()
 {
     cBar bar;
     for (const QSize size : {QSize(1, 1), QSize(1, 2), QSize(5, 1), QSize(1, 5), QSize(0, 0)}) {
@@ -621,19 +620,19 @@ void tst_cBar::tinyBarsAreSafe()
     }
 }
 
-void tst_cBar::wildLinesAreSafe_data()
+void tst_cBar::extremeLinesAreHarmless_data()
 {
     QTest::addColumn<double>("imin");
     QTest::addColumn<double>("imax");
-    QTest::newRow("far") << -1e12 << 1e12;
-    QTest::newRow("beyond") << -1e300 << 1e300;
-    QTest::newRow("next to nothing") << 3.0 << 3.0000001;
-    QTest::newRow("nothing") << 3.0 << 3.0;
+    QTest::newRow("far outside the table") << -1e12 << 1e12;
+    QTest::newRow("beyond the range of int") << -1e300 << 1e300;
+    QTest::newRow("nearly no range") << 3.0 << 3.0000001;
+    QTest::newRow("no range") << 3.0 << 3.0;
     QTest::newRow("not finite") << -infinite << notANumber;
 }
 
-// No more than that the sanitizers find nothing.
-void tst_cBar::wildLinesAreSafe()
+// The picture is not checked: the sanitizers report errors.
+void tst_cBar::extremeLinesAreHarmless()
 {
     QFETCH(double, imin);
     QFETCH(double, imax);
@@ -645,7 +644,7 @@ void tst_cBar::wildLinesAreSafe()
     bar.color(1e300);
 }
 
-void tst_cBar::pressNearALineArmsIt_data()
+void tst_cBar::pressNearALineSelectsIt_data()
 {
     QTest::addColumn<int>("y");
     QTest::addColumn<int>("handle");
@@ -654,7 +653,7 @@ void tst_cBar::pressNearALineArmsIt_data()
     QTest::newRow("ten above it") << 54 << 2;
     QTest::newRow("nine below it") << 73 << 0;
     QTest::newRow("ten below it") << 74 << 2;
-    QTest::newRow("between") << 128 << 2;
+    QTest::newRow("between the lines") << 128 << 2;
     QTest::newRow("on the lower line") << 192 << 1;
     QTest::newRow("nine above the lower line") << 183 << 1;
     QTest::newRow("ten above the lower line") << 182 << 2;
@@ -662,10 +661,10 @@ void tst_cBar::pressNearALineArmsIt_data()
     QTest::newRow("ten below the lower line") << 202 << 2;
 }
 
-void tst_cBar::pressNearALineArmsIt()
+void tst_cBar::pressNearALineSelectsIt()
 {
     QFETCH(int, y);
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     placeLines(bar, 64, 192);
     bar.repaint();
@@ -681,19 +680,19 @@ void tst_cBar::lowerLineWinsWhenBothAreNear_data()
 {
     QTest::addColumn<int>("y");
     QTest::addColumn<int>("handle");
-    QTest::newRow("upper line only") << 119 << 0;
-    QTest::newRow("both, nearer to the upper one") << 129 << 1;
-    QTest::newRow("both, on the upper line") << 128 << 1;
-    QTest::newRow("both, at the edge of the lower one") << 127 << 1;
-    QTest::newRow("ten away from the lower one") << 126 << 0;
-    QTest::newRow("lower line only") << 138 << 1;
+    QTest::newRow("only the upper line is near") << 119 << 0;
+    QTest::newRow("both near, between the lines") << 129 << 1;
+    QTest::newRow("both near, on the upper line") << 128 << 1;
+    QTest::newRow("both near, nine above the lower line") << 127 << 1;
+    QTest::newRow("ten above the lower line") << 126 << 0;
+    QTest::newRow("only the lower line is near") << 138 << 1;
 }
 
 // The lines are on rows 128 and 136.
 void tst_cBar::lowerLineWinsWhenBothAreNear()
 {
     QFETCH(int, y);
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     placeLines(bar, 128, 136);
     bar.repaint();
@@ -702,28 +701,28 @@ void tst_cBar::lowerLineWinsWhenBothAreNear()
     bar.release(y);
 }
 
-void tst_cBar::pressIsRoundedFirst()
+void tst_cBar::pressPositionIsRounded()
 {
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     const auto pressAt = [&](double y) {
         bar.send(QEvent::MouseButtonPress, {20, y}, Qt::LeftButton, Qt::LeftButton);
         bar.send(QEvent::MouseButtonRelease, {20, y}, Qt::LeftButton, Qt::NoButton);
     };
-    pressAt(9.5); // 10 pixels from the upper line
+    pressAt(9.5); // rounded to row 10, too far from the upper line
     QCOMPARE(bar.dragHandle, 2);
     pressAt(9.4);
     QCOMPARE(bar.dragHandle, 0);
-    pressAt(246.4); // 10 pixels from the lower line, on row 256
+    pressAt(246.4); // rounded to row 246, too far from the lower line on row 256
     QCOMPARE(bar.dragHandle, 0);
     pressAt(246.5);
     QCOMPARE(bar.dragHandle, 1);
 }
 
-void tst_cBar::anyButtonDrags()
+void tst_cBar::everyButtonDrags()
 {
     for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
-        ShownBar bar;
+        VisibleBar bar;
         QVERIFY(bar.isReady());
         bar.drag(3, 128, button);
         QCOMPARE(bar.dragHandle, 0);
@@ -732,11 +731,11 @@ void tst_cBar::anyButtonDrags()
     }
 }
 
-// From row 0 to 128: 256 / (128 - 256) = -2 entries a row, and 256 rows of them
-// above the lower line.
-void tst_cBar::draggedUpperLineLiftsTheTop()
+// The upper line moves from row 0 to 128: 256 / (128 - 256) = -2 entries per row. The
+// 256 rows above the lower line make imax 512.
+void tst_cBar::draggedUpperLineRaisesTheTop()
 {
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     QSignalSpy spy(&bar, &cBar::newScale);
     tests::PaintCounter paints(&bar);
@@ -757,18 +756,18 @@ void tst_cBar::draggedUpperLineLiftsTheTop()
     QCOMPARE(bar.zmin, 0.0);
     QCOMPARE(bar.maxLineY, 128);
     QCOMPARE(bar.minLineY, 255);
-    // Half of the values are beyond the table now.
+    // Half of the values are now above the table.
     QCOMPARE(bar.color(1.0), entryOf(11, 255));
     QCOMPARE(bar.color(0.55), entryOf(11, 255));
     QCOMPARE(bar.color(0.25), entryOf(11, 128));
-    QVERIFY(isRow(bar.grab().toImage(), 100, bar.aboveColor));
+    QVERIFY(rowHasColor(bar.grab().toImage(), 100, bar.aboveColor));
 }
 
-// From row 256 to 128: 256 / (0 - 128) = -2 entries a row, and 128 rows of them
-// below the line.
-void tst_cBar::draggedLowerLineSinksTheBottom()
+// The lower line moves from row 256 to 128: 256 / (0 - 128) = -2 entries per row. The
+// 128 rows below it make imin -256.
+void tst_cBar::draggedLowerLineLowersTheBottom()
 {
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     QSignalSpy spy(&bar, &cBar::newScale);
     bar.drag(250, 128);
@@ -781,14 +780,14 @@ void tst_cBar::draggedLowerLineSinksTheBottom()
     QCOMPARE(bar.color(0.0), entryOf(11, 0));
     QCOMPARE(bar.color(0.45), entryOf(11, 0));
     QCOMPARE(bar.color(0.75), entryOf(11, 128));
-    QVERIFY(isRow(bar.grab().toImage(), 150, bar.belowColor));
+    QVERIFY(rowHasColor(bar.grab().toImage(), 150, bar.belowColor));
 }
 
-// To rows 128 and 192: 256 / (128 - 192) = -4 entries a row, 192 rows above the
-// lower line and 64 below it.
-void tst_cBar::bothLinesDragOneAfterTheOther()
+// The lines move to rows 128 and 192: 256 / (128 - 192) = -4 entries per row, with 192
+// rows above the lower line and 64 below it.
+void tst_cBar::bothLinesCanBeDragged()
 {
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     bar.drag(9, 128);
     bar.drag(247, 192);
@@ -796,7 +795,8 @@ void tst_cBar::bothLinesDragOneAfterTheOther()
     QCOMPARE(bar.imin, -256.0);
     QCOMPARE(bar.maxLineY, 128);
     QCOMPARE(bar.minLineY, 192);
-    // And the upper one back beyond the bar: 256 / (-64 - 192) = -1.
+    // The upper line is then dragged above the bar: 256 / (-64 - 192) = -1 entry per
+    // row.
     bar.drag(120, -64);
     QCOMPARE(bar.imax, 192.0);
     QCOMPARE(bar.imin, -64.0);
@@ -804,9 +804,9 @@ void tst_cBar::bothLinesDragOneAfterTheOther()
     QCOMPARE(bar.minLineY, 192);
 }
 
-void tst_cBar::eachMoveStartsFromTheOtherLine()
+void tst_cBar::eachMoveIsRelativeToTheOtherLine()
 {
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     QSignalSpy spy(&bar, &cBar::newScale);
     bar.press(2);
@@ -816,32 +816,32 @@ void tst_cBar::eachMoveStartsFromTheOtherLine()
     bar.move(192);
     bar.release(192);
     QCOMPARE(spy.count(), 7);
-    // 256 / (192 - 256) = -4.
+    // 256 / (192 - 256) = -4 entries per row.
     QCOMPARE(bar.imax, 1024.0);
     QCOMPARE(bar.imin, 0.0);
 }
 
-void tst_cBar::lastLineStaysArmed_data()
+void tst_cBar::lastLineStaysSelected_data()
 {
-    QTest::addColumn<int>("armAt");
+    QTest::addColumn<int>("selectAt");
     QTest::addColumn<int>("handle");
     QTest::addColumn<double>("imin");
     QTest::addColumn<double>("imax");
-    // 256 / (128 - 256) = -2 and 256 / (0 - 128) = -2.
+    // 256 / (128 - 256) = -2 and 256 / (0 - 128) = -2 entries per row.
     QTest::newRow("upper line") << 4 << 0 << 0.0 << 512.0;
     QTest::newRow("lower line") << 252 << 1 << -256.0 << 256.0;
 }
 
-void tst_cBar::lastLineStaysArmed()
+void tst_cBar::lastLineStaysSelected()
 {
-    QFETCH(int, armAt);
+    QFETCH(int, selectAt);
     QFETCH(int, handle);
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
-    bar.press(armAt);
-    bar.release(armAt);
+    bar.press(selectAt);
+    bar.release(selectAt);
     QCOMPARE(bar.dragHandle, handle);
-    bar.press(100); // near neither
+    bar.press(100); // too far from both lines
     QCOMPARE(bar.dragHandle, handle);
     bar.move(128);
     bar.release(128);
@@ -850,9 +850,9 @@ void tst_cBar::lastLineStaysArmed()
     QTEST(bar.imax, "imax");
 }
 
-void tst_cBar::dragWithoutALineTellsTheSameScale()
+void tst_cBar::dragWithoutALineEmitsUnchangedScale()
 {
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     QSignalSpy spy(&bar, &cBar::newScale);
     bar.drag(100, 150);
@@ -862,9 +862,9 @@ void tst_cBar::dragWithoutALineTellsTheSameScale()
     QCOMPARE(bar.imin, 0.0);
 }
 
-void tst_cBar::linesOnOneRowChangeNothing()
+void tst_cBar::linesOnTheSameRowChangeNothing()
 {
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     bar.drag(254, 128);
     QSignalSpy spy(&bar, &cBar::newScale);
@@ -886,11 +886,11 @@ void tst_cBar::linesOnOneRowChangeNothing()
     bar.release(0);
 }
 
-// The upper line to row 192, the lower one on 128: 256 / (192 - 128) = 4, so
-// the places fall upward.
-void tst_cBar::linesMayCross()
+// The upper line is dragged to row 192, the lower one to 128: 256 / (192 - 128) = 4
+// entries per row, so the table is reversed.
+void tst_cBar::linesCanCross()
 {
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     bar.drag(254, 128);
     bar.drag(3, 192);
@@ -903,12 +903,12 @@ void tst_cBar::linesMayCross()
     QCOMPARE(bar.color(1.0), entryOf(11, 0));
 }
 
-void tst_cBar::moveWithoutAButtonOnlyRepaints()
+void tst_cBar::moveWithoutButtonOnlyRepaints()
 {
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     bar.drag(3, 128);
-    bar.setMouseTracking(true); // else such moves do not even arrive
+    bar.setMouseTracking(true); // otherwise moves without a button send no events
     QSignalSpy spy(&bar, &cBar::newScale);
     tests::PaintCounter paints(&bar);
     paints.settle();
@@ -922,7 +922,7 @@ void tst_cBar::moveWithoutAButtonOnlyRepaints()
 
 void tst_cBar::releaseRepaints()
 {
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     QSignalSpy spy(&bar, &cBar::newScale);
     bar.press(3);
@@ -934,10 +934,10 @@ void tst_cBar::releaseRepaints()
     QCOMPARE(bar.imax, 256.0);
 }
 
-// As it comes from a mouse: press, release, double click, release.
-void tst_cBar::doubleClickRestoresQuietly()
+// The full event sequence is press, release, double click, release.
+void tst_cBar::doubleClickRestoresWithoutSignal()
 {
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     bar.drag(3, 128);
     bar.drag(254, 192);
@@ -958,9 +958,9 @@ void tst_cBar::doubleClickRestoresQuietly()
     QCOMPARE(bar.mouse.dClickPos, QPoint(20, 220));
 }
 
-void tst_cBar::doubleClickIsNoPress()
+void tst_cBar::doubleClickIsNotAPress()
 {
-    ShownBar bar;
+    VisibleBar bar;
     QVERIFY(bar.isReady());
     QSignalSpy spy(&bar, &cBar::newScale);
     bar.send(QEvent::MouseButtonDblClick, {20, 3}, Qt::RightButton, Qt::RightButton);

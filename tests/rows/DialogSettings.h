@@ -1,4 +1,4 @@
-// The toolkit's file dialog keeps settings of its own.
+// A separate settings folder for Qt's file dialog.
 #pragma once
 
 #include <QSettings>
@@ -7,8 +7,8 @@
 namespace tests
 {
 
-/// Keeps the settings of all file dialogs in a folder of its own, so that a test
-/// neither reads nor changes those of the person who runs it.
+/// Redirects the settings of all file dialogs to a temporary folder, so that a test
+/// neither reads nor changes the user's own settings.
 class DialogSettings
 {
 public:

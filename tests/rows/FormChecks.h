@@ -1,4 +1,4 @@
-// Checks that a row's form is the one that was agreed on.
+// Compares the widgets of a form with the expected ones.
 #pragma once
 
 #include <QFrame>
@@ -11,11 +11,11 @@
 namespace tests
 {
 
-/// The style of a field that shows a result and of one that names a file.
+/// Style sheet of a read-only result field and of a file name field.
 inline constexpr QLatin1String resultStyle("background-color: rgb(255, 255, 220);");
 
-/// The grid column of @p widget inside its parent's grid layout, -1 when it is
-/// not in there or not in row 0 with a span of one.
+/// The column of @p widget in its parent's grid layout; -1 if it is not in that grid,
+/// not in row 0, or has a span above one.
 inline int gridColumn(const QWidget* widget)
 {
     const auto* grid = qobject_cast<QGridLayout*>(widget->parentWidget()->layout());
@@ -31,19 +31,20 @@ inline int gridColumn(const QWidget* widget)
     return row == 0 && rowSpan == 1 && columnSpan == 1 ? column : -1;
 }
 
-/// What the "text" property of @p widget says.
+/// The "text" property of @p widget; empty if it has none.
 inline QString textOf(const QWidget* widget)
 {
     return widget->property("text").toString();
 }
 
-/// The child called @p name that is no part of another row inside @p row.
-inline QWidget* ownChild(const QWidget* row, const QString& name)
+/// The direct child of @p row called @p name. Direct only, because nested rows have
+/// widgets of the same names.
+inline QWidget* directChild(const QWidget* row, const QString& name)
 {
     return row->findChild<QWidget*>(name, Qt::FindDirectChildrenOnly);
 }
 
-/// A widget of a form: its name, the column where it is, its class and its text.
+/// One widget of a form: its object name, grid column, class name and text.
 struct FormWidget {
     const char* name;
     int column;
@@ -51,16 +52,17 @@ struct FormWidget {
     const char* text = "";
 };
 
-/// What the widgets of @p row differ in from those that were agreed on.
-inline QStringList differencesOfForm(const QWidget* row, const QList<FormWidget>& agreed)
+/// The names of the expected widgets that @p row lacks, or that have another column,
+/// class or text.
+inline QStringList formDifferences(const QWidget* row, const QList<FormWidget>& expected)
 {
     QStringList found;
-    for (const FormWidget& wanted : agreed) {
-        const QWidget* widget = ownChild(row, QString::fromLatin1(wanted.name));
-        if (!widget || gridColumn(widget) != wanted.column ||
-            qstrcmp(widget->metaObject()->className(), wanted.className) != 0 ||
-            textOf(widget) != QString::fromUtf8(wanted.text)) {
-            found.append(QString::fromLatin1(wanted.name));
+    for (const FormWidget& formWidget : expected) {
+        const QWidget* widget = directChild(row, QString::fromLatin1(formWidget.name));
+        if (!widget || gridColumn(widget) != formWidget.column ||
+            qstrcmp(widget->metaObject()->className(), formWidget.className) != 0 ||
+            textOf(widget) != QString::fromUtf8(formWidget.text)) {
+            found.append(QString::fromLatin1(formWidget.name));
         }
     }
     return found;

@@ -1,4 +1,4 @@
-// The energy-point row: its form, its signals, and the map files that it loads.
+// Tests of AEPoint, the energy-point row: its form, its signals, and loading map files.
 
 #include "rows/AEPoint.h"
 #include "rows/DialogSettings.h"
@@ -26,7 +26,7 @@ namespace
 
 using Values = QList<double>;
 
-// A map of 2 by 2 pixels: x, y, intensity, i0.
+// A map of 2 by 2 pixels with the columns x, y, intensity and i0.
 const QByteArray textMap = "# 1306 map\n"
                            "# X-NUM 2\n"
                            "# Y-NUM 2\n"
@@ -36,10 +36,10 @@ const QByteArray textMap = "# 1306 map\n"
                            "0 1 12 22\n"
                            "1 1 13 23\n";
 
-// The same without its energy.
-const QByteArray quietMap = "# X-NUM 2\n# Y-NUM 1\n0 0 5 6\n1 0 7 8\n";
+// A smaller map, without an energy in its header.
+const QByteArray mapWithoutEnergy = "# X-NUM 2\n# Y-NUM 1\n0 0 5 6\n1 0 7 8\n";
 
-// The bytes of a binary map with the given pixels, all valid.
+// The bytes of a binary map of @p pixels, all of them valid.
 QByteArray binaryMap(int width, int height, const Values& pixels)
 {
     QByteArray bytes = QByteArrayLiteral("2dData-V0.0 HeaderSize: 512").leftJustified(64, ' ');
@@ -52,7 +52,7 @@ QByteArray binaryMap(int width, int height, const Values& pixels)
     return bytes + QByteArray(pixels.size(), '\1');
 }
 
-// The rows of a map as numbers: x, y, intensity, i0, one row after another.
+// The rows of a map as one list: x, y, intensity and i0 of each row.
 Values numbersOf(const A2DData& map)
 {
     Values numbers;
@@ -62,7 +62,7 @@ Values numbersOf(const A2DData& map)
     return numbers;
 }
 
-// The energy of the row and its muts of two references.
+// The energy of the row and the muts of references @p i and @p j.
 Values energyAndMuts(const AEPoint& row, int i, int j)
 {
     Values read(3, -1.0);
@@ -70,7 +70,7 @@ Values energyAndMuts(const AEPoint& row, int i, int j)
     return read;
 }
 
-// A box without text is a target only where its mark is.
+// Clicks near the left edge: a box without text reacts only on its indicator.
 void click(QAbstractButton* button)
 {
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
@@ -82,13 +82,13 @@ void leaveField(QLineEdit* edit)
     QCoreApplication::sendEvent(edit, &leave);
 }
 
-// Writes down in which order a row's signals came.
-class Journal : public QObject
+// Records the signals of a row in the order of emission.
+class SignalRecorder : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit Journal(AEPoint* row)
+    explicit SignalRecorder(AEPoint* row)
     {
         connect(row, &AEPoint::newDir, this, [this] { entries << QStringLiteral("dir"); });
         connect(row, &AEPoint::newEnergy, this, [this, row](double e) {
@@ -116,52 +116,52 @@ private Q_SLOTS:
 
     void formHasTheWidgetsOfItsRow();
     void formHasItsFrameAndSpacings();
-    void fieldsHaveTheirLimits();
-    void linesAreVerticalAndSunken();
+    void fieldsHaveTheirMaximumWidths();
+    void separatorsAreVerticalAndSunken();
     void fileRowFillsTheWidth();
     void rowStartsEmpty();
     void slotsAreCallableByName();
 
-    void clickedBoxAsksForACalculationAndOneSetByCodeDoesNot_data();
-    void clickedBoxAsksForACalculationAndOneSetByCodeDoesNot();
-    void showMapButtonAsksForNoCalculation();
-    void typingAMutTellsNothingAndCountsNextTime();
-    void leavingTheEnergyFieldTellsTheEnergyEvenUnchanged();
-    void energyOfWordsReadsAsZero();
-    void energyAndMutsComeFromTheTexts();
-    void mutOutsideTheReferencesReadsAsZero();
+    void onlyClickedBoxesRequestACalculation_data();
+    void onlyClickedBoxesRequestACalculation();
+    void showMapButtonRequestsNoCalculation();
+    void typedMutEmitsNothingAndIsReadLater();
+    void leavingTheEnergyFieldAlwaysEmitsTheEnergy();
+    void unparsableEnergyIsZero();
+    void energyAndMutsAreReadFromTheFields();
+    void mutOfInvalidReferenceIsZero();
 
-    void directoryIsPassedOn();
+    void newDirectoryIsForwarded();
     void fileRowLoadsTheMap();
     void textMapFillsTheRow();
-    void energyLineTellsTheEnergyBeforeTheData();
-    void everyEnergyLineTellsTheEnergyAndTheLastStays();
-    void oldEnergyStaysWhenTheFileHasNone();
+    void energyIsEmittedBeforeTheData();
+    void everyEnergyLineIsEmittedAndTheLastIsKept();
+    void energyIsKeptIfTheFileHasNone();
     void mapWithoutLoadableRowsIsNotLoaded_data();
     void mapWithoutLoadableRowsIsNotLoaded();
-    void failedReloadKeepsTheRowsItRead();
-    void fileThatCannotBeOpenedKeepsTheOldMap_data();
-    void fileThatCannotBeOpenedKeepsTheOldMap();
+    void failedReloadKeepsTheRowsJustRead();
+    void unopenableFileKeepsTheOldMap_data();
+    void unopenableFileKeepsTheOldMap();
     void unreadableFileKeepsTheOldMap();
-    void clearedFileRowIsNotLoadedAndKeepsTheOldMap();
-    void sizeGoesToTheDebugLog();
+    void clearedFileRowUnloadsButKeepsTheOldMap();
+    void sizeIsWrittenToTheDebugLog();
 
-    void binaryMapFillsTheRowWithReadyMut();
-    void firstBytesDecideTheFormNotTheSuffix();
-    void textThatOpensLikeABinaryMapIsReadAsOne();
-    void secondBinaryMapKeepsTheOldPixelsInFront();
-    void binaryMapAfterATextMapKeepsItsRowsAndHeader();
-    void textMapAfterABinaryMapStartsAfresh();
+    void binaryMapFillsTheRowWithMut();
+    void formatIsDetectedByFirstBytesNotSuffix();
+    void textWithBinarySignatureIsReadAsBinaryMap();
+    void secondBinaryMapIsAppendedToTheOldPixels();
+    void binaryMapAfterTextMapKeepsRowsAndHeader();
+    void textMapAfterBinaryMapReplacesIt();
     void failedBinaryMapIsLoadedWithSizeZero_data();
     void failedBinaryMapIsLoadedWithSizeZero();
-    void binaryMapPastTheLimitHasSizeZero();
-    void shortBinaryMapIsAcceptedWithZeroPixels();
+    void binaryMapOverTheSizeLimitHasSizeZero();
+    void truncatedBinaryMapIsPaddedWithZeros();
 
-    void textMapTruncatedAnywhereIsLoadedOnlyWithSizeAndRows();
-    void binaryMapTruncatedAnywhereIsLoaded();
-    void noiseDoesNoHarm();
-    void longLineDoesNoHarm();
-    void energyFieldTakesAnAbsurdText();
+    void truncatedTextMapIsLoadedOnlyWithSizeAndRows();
+    void truncatedBinaryMapIsAlwaysLoaded();
+    void randomBytesAreHarmless();
+    void veryLongLineIsHarmless();
+    void extremeEnergyTextsAreAccepted();
 
 private:
     QString file(const QString& name, const QByteArray& content) const
@@ -182,7 +182,7 @@ void tst_AEPoint::init()
 void tst_AEPoint::formHasTheWidgetsOfItsRow()
 {
     const AEPoint row;
-    const QList<tests::FormWidget> agreed{
+    const QList<tests::FormWidget> expectedForm{
         {"NumDisp", 0, "QLabel", "No. "},
         {"line_2", 1, "QFrame"},
         {"UseCB", 2, "QCheckBox"},
@@ -205,7 +205,7 @@ void tst_AEPoint::formHasTheWidgetsOfItsRow()
         {"FileSelect", 21, "AFileSelect"},
         {"ShowMapB", 22, "QRadioButton"},
     };
-    QCOMPARE(tests::differencesOfForm(&row, agreed), QStringList());
+    QCOMPARE(tests::formDifferences(&row, expectedForm), QStringList());
 }
 
 void tst_AEPoint::formHasItsFrameAndSpacings()
@@ -225,7 +225,7 @@ void tst_AEPoint::formHasItsFrameAndSpacings()
     QCOMPARE(grid->rowCount(), 1);
 }
 
-void tst_AEPoint::fieldsHaveTheirLimits()
+void tst_AEPoint::fieldsHaveTheirMaximumWidths()
 {
     const AEPoint row;
     QCOMPARE(row.NumDisp->sizePolicy().horizontalPolicy(), QSizePolicy::Maximum);
@@ -246,7 +246,7 @@ void tst_AEPoint::fieldsHaveTheirLimits()
     }
 }
 
-void tst_AEPoint::linesAreVerticalAndSunken()
+void tst_AEPoint::separatorsAreVerticalAndSunken()
 {
     const AEPoint row;
     for (const char* name : {"line", "line_2"}) {
@@ -292,7 +292,7 @@ void tst_AEPoint::slotsAreCallableByName()
     }
 }
 
-void tst_AEPoint::clickedBoxAsksForACalculationAndOneSetByCodeDoesNot_data()
+void tst_AEPoint::onlyClickedBoxesRequestACalculation_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name : {"UseCB", "VPointCB", "LCFCB"}) {
@@ -300,38 +300,38 @@ void tst_AEPoint::clickedBoxAsksForACalculationAndOneSetByCodeDoesNot_data()
     }
 }
 
-void tst_AEPoint::clickedBoxAsksForACalculationAndOneSetByCodeDoesNot()
+void tst_AEPoint::onlyClickedBoxesRequestACalculation()
 {
     QFETCH(QString, name);
     AEPoint row;
     row.show();
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     auto* box = row.findChild<QCheckBox*>(name);
     click(box);
     QVERIFY(box->isChecked());
-    QCOMPARE(journal.entries, QStringList(QStringLiteral("box")));
+    QCOMPARE(recorder.entries, QStringList(QStringLiteral("box")));
     click(box);
     QVERIFY(!box->isChecked());
-    QCOMPARE(journal.entries.size(), 2);
+    QCOMPARE(recorder.entries.size(), 2);
     box->setChecked(true); // by code
     box->setChecked(false);
-    QCOMPARE(journal.entries.size(), 2);
+    QCOMPARE(recorder.entries.size(), 2);
 }
 
-void tst_AEPoint::showMapButtonAsksForNoCalculation()
+void tst_AEPoint::showMapButtonRequestsNoCalculation()
 {
     AEPoint row;
     row.show();
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     click(row.ShowMapB);
     QVERIFY(row.ShowMapB->isChecked());
-    QCOMPARE(journal.entries, QStringList());
+    QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AEPoint::typingAMutTellsNothingAndCountsNextTime()
+void tst_AEPoint::typedMutEmitsNothingAndIsReadLater()
 {
     AEPoint row;
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     for (QLineEdit* mut : std::as_const(row.mutEdits)) {
         QTest::keyClicks(mut, QStringLiteral("0.25"));
         QTest::keyClick(mut, Qt::Key_Return);
@@ -339,11 +339,11 @@ void tst_AEPoint::typingAMutTellsNothingAndCountsNextTime()
     }
     QTest::keyClicks(row.MutT, QStringLiteral("0.5"));
     QTest::keyClick(row.MutT, Qt::Key_Return);
-    QCOMPARE(journal.entries, QStringList());
+    QCOMPARE(recorder.entries, QStringList());
     QCOMPARE(energyAndMuts(row, 0, 3), (Values{0.0, 0.25, 0.25}));
 }
 
-void tst_AEPoint::leavingTheEnergyFieldTellsTheEnergyEvenUnchanged()
+void tst_AEPoint::leavingTheEnergyFieldAlwaysEmitsTheEnergy()
 {
     AEPoint row;
     const QSignalSpy energies(&row, &AEPoint::newEnergy);
@@ -352,12 +352,12 @@ void tst_AEPoint::leavingTheEnergyFieldTellsTheEnergyEvenUnchanged()
     leaveField(row.Energy);
     QCOMPARE(energies.size(), 1);
     QCOMPARE(energies.at(0).at(0).toDouble(), 8404.5);
-    row.inNewEnergy(); // unchanged it is told again
+    row.inNewEnergy(); // emitted again although unchanged
     QCOMPARE(energies.size(), 2);
     QCOMPARE(energies.at(1).at(0).toDouble(), 8404.5);
 }
 
-void tst_AEPoint::energyOfWordsReadsAsZero()
+void tst_AEPoint::unparsableEnergyIsZero()
 {
     AEPoint row;
     const QSignalSpy energies(&row, &AEPoint::newEnergy);
@@ -368,7 +368,7 @@ void tst_AEPoint::energyOfWordsReadsAsZero()
     QCOMPARE(energyAndMuts(row, 0, 1).at(0), 0.0);
 }
 
-void tst_AEPoint::energyAndMutsComeFromTheTexts()
+void tst_AEPoint::energyAndMutsAreReadFromTheFields()
 {
     AEPoint row;
     row.Energy->setText(QStringLiteral("8381.25"));
@@ -380,14 +380,14 @@ void tst_AEPoint::energyAndMutsComeFromTheTexts()
     QCOMPARE(energyAndMuts(row, 2, 3), (Values{8381.25, 0.0, 0.4}));
 }
 
-void tst_AEPoint::mutOutsideTheReferencesReadsAsZero()
+void tst_AEPoint::mutOfInvalidReferenceIsZero()
 {
     AEPoint row;
     row.Mut1->setText(QStringLiteral("1"));
     QCOMPARE(energyAndMuts(row, -1, 4), (Values{0.0, 0.0, 0.0}));
 }
 
-void tst_AEPoint::directoryIsPassedOn()
+void tst_AEPoint::newDirectoryIsForwarded()
 {
     AEPoint row;
     const QSignalSpy dirs(&row, &AEPoint::newDir);
@@ -399,11 +399,11 @@ void tst_AEPoint::directoryIsPassedOn()
 void tst_AEPoint::fileRowLoadsTheMap()
 {
     AEPoint row;
-    const Journal journal(&row);
-    row.FileSelect->newFile(file(QStringLiteral("map.dat"), quietMap));
+    const SignalRecorder recorder(&row);
+    row.FileSelect->newFile(file(QStringLiteral("map.dat"), mapWithoutEnergy));
     QVERIFY(row.loaded);
     const QStringList expected{QStringLiteral("dir"), QStringLiteral("data, loaded 1")};
-    QCOMPARE(journal.entries, expected);
+    QCOMPARE(recorder.entries, expected);
 }
 
 void tst_AEPoint::textMapFillsTheRow()
@@ -420,21 +420,21 @@ void tst_AEPoint::textMapFillsTheRow()
     QCOMPARE(data::pixelMut(row, 1, 1), std::log(23.0 / 13.0));
 }
 
-void tst_AEPoint::energyLineTellsTheEnergyBeforeTheData()
+void tst_AEPoint::energyIsEmittedBeforeTheData()
 {
     AEPoint row;
     row.Energy->setText(QStringLiteral("1"));
     row.loaded = true;
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     row.loadData(file(QStringLiteral("map.dat"), textMap));
     const QStringList expected{QStringLiteral("energy 8381.5, 8381.5, loaded 0"),
                                QStringLiteral("data, loaded 1")};
-    QCOMPARE(journal.entries, expected);
+    QCOMPARE(recorder.entries, expected);
     QCOMPARE(row.Energy->text(), QStringLiteral("8381.5"));
     QCOMPARE(row.Energy->cursorPosition(), 0);
 }
 
-void tst_AEPoint::everyEnergyLineTellsTheEnergyAndTheLastStays()
+void tst_AEPoint::everyEnergyLineIsEmittedAndTheLastIsKept()
 {
     AEPoint row;
     const QSignalSpy energies(&row, &AEPoint::newEnergy);
@@ -446,12 +446,12 @@ void tst_AEPoint::everyEnergyLineTellsTheEnergyAndTheLastStays()
     QCOMPARE(row.Energy->text(), QStringLiteral("8460.50"));
 }
 
-void tst_AEPoint::oldEnergyStaysWhenTheFileHasNone()
+void tst_AEPoint::energyIsKeptIfTheFileHasNone()
 {
     AEPoint row;
     row.Energy->setText(QStringLiteral("8404.5"));
     const QSignalSpy energies(&row, &AEPoint::newEnergy);
-    row.loadData(file(QStringLiteral("map.dat"), quietMap));
+    row.loadData(file(QStringLiteral("map.dat"), mapWithoutEnergy));
     QVERIFY(row.loaded);
     QCOMPARE(row.Energy->text(), QStringLiteral("8404.5"));
     QCOMPARE(energies.size(), 0);
@@ -464,7 +464,7 @@ void tst_AEPoint::mapWithoutLoadableRowsIsNotLoaded_data()
     QTest::newRow("empty") << QByteArray() << qsizetype(0);
     QTest::newRow("no size") << QByteArray("0 0 1 2\n1 0 1 2\n") << qsizetype(2);
     QTest::newRow("no rows") << QByteArray("# X-NUM 2\n# Y-NUM 2\n") << qsizetype(0);
-    QTest::newRow("size past the limit")
+    QTest::newRow("size over the limit")
         << QByteArray("# X-NUM 100000\n# Y-NUM 100000\n0 0 1 2\n") << qsizetype(1);
 }
 
@@ -479,7 +479,7 @@ void tst_AEPoint::mapWithoutLoadableRowsIsNotLoaded()
     QTEST(row.rows.size(), "rowCount");
 }
 
-void tst_AEPoint::failedReloadKeepsTheRowsItRead()
+void tst_AEPoint::failedReloadKeepsTheRowsJustRead()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("map.dat"), textMap));
@@ -490,7 +490,7 @@ void tst_AEPoint::failedReloadKeepsTheRowsItRead()
     QCOMPARE(row.headerLines, QStringList(QStringLiteral("# no size")));
 }
 
-void tst_AEPoint::fileThatCannotBeOpenedKeepsTheOldMap_data()
+void tst_AEPoint::unopenableFileKeepsTheOldMap_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("missing") << "missing.dat";
@@ -498,7 +498,7 @@ void tst_AEPoint::fileThatCannotBeOpenedKeepsTheOldMap_data()
     QTest::newRow("a pipe") << "pipe";
 }
 
-void tst_AEPoint::fileThatCannotBeOpenedKeepsTheOldMap()
+void tst_AEPoint::unopenableFileKeepsTheOldMap()
 {
     QFETCH(QString, name);
     QCOMPARE(::mkfifo(QFile::encodeName(folder->filePath(QStringLiteral("pipe"))), 0600), 0);
@@ -517,7 +517,7 @@ void tst_AEPoint::unreadableFileKeepsTheOldMap()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("map.dat"), textMap));
-    const QString path = file(QStringLiteral("secret.dat"), quietMap);
+    const QString path = file(QStringLiteral("secret.dat"), mapWithoutEnergy);
     QVERIFY(QFile::setPermissions(path, {}));
     QVERIFY(QFile::setPermissions(folder->path(), QFile::Permissions(0x7755)));
     const QSignalSpy maps(&row, &AEPoint::newData);
@@ -531,18 +531,18 @@ void tst_AEPoint::unreadableFileKeepsTheOldMap()
     QCOMPARE(maps.size(), 0);
 }
 
-void tst_AEPoint::clearedFileRowIsNotLoadedAndKeepsTheOldMap()
+void tst_AEPoint::clearedFileRowUnloadsButKeepsTheOldMap()
 {
     AEPoint row;
     row.FileSelect->newFile(file(QStringLiteral("map.dat"), textMap));
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     row.FileSelect->clearFileName();
     QVERIFY(!row.loaded);
     QCOMPARE(row.rows.size(), 4);
-    QCOMPARE(journal.entries, QStringList());
+    QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AEPoint::sizeGoesToTheDebugLog()
+void tst_AEPoint::sizeIsWrittenToTheDebugLog()
 {
     AEPoint row;
     const QString good = file(QStringLiteral("map.dat"), textMap);
@@ -554,10 +554,10 @@ void tst_AEPoint::sizeGoesToTheDebugLog()
     QCOMPARE(log.lines(), expected);
 }
 
-void tst_AEPoint::binaryMapFillsTheRowWithReadyMut()
+void tst_AEPoint::binaryMapFillsTheRowWithMut()
 {
     AEPoint row;
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     row.Energy->setText(QStringLiteral("8313"));
     row.loadData(file(QStringLiteral("map.2dp"), binaryMap(3, 2, {0.1, 0.2, 0.3, 0.4, 0.5, 0.6})));
     QVERIFY(row.loaded);
@@ -568,20 +568,20 @@ void tst_AEPoint::binaryMapFillsTheRowWithReadyMut()
     QCOMPARE(numbersOf(row), expected);
     QVERIFY(row.rows.at(0).values.isEmpty());
     QCOMPARE(data::pixelMut(row, 1, 1), 0.5);
-    QCOMPARE(journal.entries, QStringList(QStringLiteral("data, loaded 1")));
+    QCOMPARE(recorder.entries, QStringList(QStringLiteral("data, loaded 1")));
     QCOMPARE(row.Energy->text(), QStringLiteral("8313"));
 }
 
-void tst_AEPoint::firstBytesDecideTheFormNotTheSuffix()
+void tst_AEPoint::formatIsDetectedByFirstBytesNotSuffix()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("map.dat"), binaryMap(1, 1, {0.75})));
     QCOMPARE(data::pixelMut(row, 0, 0), 0.75);
-    row.loadData(file(QStringLiteral("map.2dp"), quietMap));
+    row.loadData(file(QStringLiteral("map.2dp"), mapWithoutEnergy));
     QCOMPARE(data::pixelMut(row, 0, 0), std::log(6.0 / 5.0));
 }
 
-void tst_AEPoint::textThatOpensLikeABinaryMapIsReadAsOne()
+void tst_AEPoint::textWithBinarySignatureIsReadAsBinaryMap()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("map.dat"), "2dData\n# X-NUM 1\n# Y-NUM 1\n0 0 1 2\n"));
@@ -591,7 +591,7 @@ void tst_AEPoint::textThatOpensLikeABinaryMapIsReadAsOne()
     QVERIFY(row.headerLines.isEmpty());
 }
 
-void tst_AEPoint::secondBinaryMapKeepsTheOldPixelsInFront()
+void tst_AEPoint::secondBinaryMapIsAppendedToTheOldPixels()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("a.2dp"), binaryMap(2, 1, {0.1, 0.2})));
@@ -604,7 +604,7 @@ void tst_AEPoint::secondBinaryMapKeepsTheOldPixelsInFront()
     QCOMPARE(data::pixelMut(row, 2, 0), 0.7);
 }
 
-void tst_AEPoint::binaryMapAfterATextMapKeepsItsRowsAndHeader()
+void tst_AEPoint::binaryMapAfterTextMapKeepsRowsAndHeader()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("a.dat"), textMap));
@@ -616,11 +616,11 @@ void tst_AEPoint::binaryMapAfterATextMapKeepsItsRowsAndHeader()
     QCOMPARE(data::pixelMut(row, 0, 0), std::log(20.0 / 10.0));
 }
 
-void tst_AEPoint::textMapAfterABinaryMapStartsAfresh()
+void tst_AEPoint::textMapAfterBinaryMapReplacesIt()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("a.2dp"), binaryMap(2, 1, {0.1, 0.2})));
-    row.loadData(file(QStringLiteral("b.dat"), quietMap));
+    row.loadData(file(QStringLiteral("b.dat"), mapWithoutEnergy));
     QCOMPARE(row.rows.size(), 2);
     QCOMPARE(data::pixelMut(row, 0, 0), std::log(6.0 / 5.0));
 }
@@ -648,7 +648,7 @@ void tst_AEPoint::failedBinaryMapIsLoadedWithSizeZero()
     QCOMPARE(maps.size(), 1);
 }
 
-void tst_AEPoint::binaryMapPastTheLimitHasSizeZero()
+void tst_AEPoint::binaryMapOverTheSizeLimitHasSizeZero()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("map.2dp"), binaryMap(100000, 100000, {0.5})));
@@ -661,7 +661,7 @@ void tst_AEPoint::binaryMapPastTheLimitHasSizeZero()
     QVERIFY(row.rows.isEmpty());
 }
 
-void tst_AEPoint::shortBinaryMapIsAcceptedWithZeroPixels()
+void tst_AEPoint::truncatedBinaryMapIsPaddedWithZeros()
 {
     AEPoint row;
     QByteArray bytes = binaryMap(2, 2, {0.1, 0.2, 0.3, 0.4});
@@ -674,7 +674,7 @@ void tst_AEPoint::shortBinaryMapIsAcceptedWithZeroPixels()
     QCOMPARE(data::pixelMut(row, 1, 1), 0.0);
 }
 
-void tst_AEPoint::textMapTruncatedAnywhereIsLoadedOnlyWithSizeAndRows()
+void tst_AEPoint::truncatedTextMapIsLoadedOnlyWithSizeAndRows()
 {
     AEPoint row;
     int loads = 0;
@@ -688,7 +688,7 @@ void tst_AEPoint::textMapTruncatedAnywhereIsLoadedOnlyWithSizeAndRows()
     QVERIFY(row.loaded);
 }
 
-void tst_AEPoint::binaryMapTruncatedAnywhereIsLoaded()
+void tst_AEPoint::truncatedBinaryMapIsAlwaysLoaded()
 {
     const QByteArray whole = binaryMap(2, 2, {0.1, 0.2, 0.3, 0.4});
     AEPoint row;
@@ -701,7 +701,7 @@ void tst_AEPoint::binaryMapTruncatedAnywhereIsLoaded()
     QCOMPARE(data::pixelMut(row, 1, 1), 0.4);
 }
 
-void tst_AEPoint::noiseDoesNoHarm()
+void tst_AEPoint::randomBytesAreHarmless()
 {
     std::mt19937 generator(20240607);
     std::uniform_int_distribution<int> anyByte(0, 255);
@@ -716,7 +716,7 @@ void tst_AEPoint::noiseDoesNoHarm()
     }
 }
 
-void tst_AEPoint::longLineDoesNoHarm()
+void tst_AEPoint::veryLongLineIsHarmless()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("long.dat"), QByteArray(10'000'000, '7')));
@@ -727,7 +727,7 @@ void tst_AEPoint::longLineDoesNoHarm()
     QCOMPARE(row.rows.size(), 1);
 }
 
-void tst_AEPoint::energyFieldTakesAnAbsurdText()
+void tst_AEPoint::extremeEnergyTextsAreAccepted()
 {
     AEPoint row;
     const QSignalSpy energies(&row, &AEPoint::newEnergy);

@@ -1,4 +1,5 @@
-// The file row: its form, its two modes, and every way in which a path comes.
+// Tests of AFileSelect, the file row: its form, its two modes, and all ways to choose a
+// path.
 
 #include "rows/AFileSelect.h"
 #include "rows/DialogSettings.h"
@@ -27,13 +28,13 @@
 namespace
 {
 
-// Writes down in which order a row's signals came, with their arguments.
-class Journal : public QObject
+// Records the signals of a row with their arguments, in the order of emission.
+class SignalRecorder : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit Journal(AFileSelect* row)
+    explicit SignalRecorder(AFileSelect* row)
     {
         connect(row, &AFileSelect::newDir, this,
                 [this](const QString& dir) { entries << QStringLiteral("newDir ") + dir; });
@@ -59,8 +60,8 @@ void enter(AFileSelect* row, const QMimeData& mime, bool* accepted)
     *accepted = event.isAccepted();
 }
 
-// Drags @p mime over the row and lets it go. What was done with it, as the
-// place that the drag came from is told, is the result.
+// Drops @p mime on the row. Returns the drop action that the drag's source receives;
+// IgnoreAction if the drop was not accepted.
 Qt::DropAction drop(AFileSelect* row, const QMimeData& mime)
 {
     bool accepted = false;
@@ -83,15 +84,15 @@ Qt::DropAction dropUrls(AFileSelect* row, const QList<QUrl>& urls)
     return drop(row, mime);
 }
 
-/// How a row is made.
-using Make = std::function<AFileSelect*()>;
+/// Creates a row.
+using MakeRow = std::function<AFileSelect*()>;
 
-/// How a user ends a dialog.
-using End = std::function<void(QFileDialog*)>;
+/// Closes a dialog, as the user can.
+using CloseDialog = std::function<void(QFileDialog*)>;
 
-/// The place of a file in the list of the row's open dialog; invalid as long as
-/// it is not listed.
-QModelIndex fileCell(const AFileSelect& row, const QString& path)
+/// The model index of a file in the list of the row's open dialog; invalid while the
+/// file is not listed.
+QModelIndex indexOfFile(const AFileSelect& row, const QString& path)
 {
     const auto* list = row.dialog->findChild<QTreeView*>(QStringLiteral("treeView"));
     const auto* model = qobject_cast<const QFileSystemModel*>(list->model());
@@ -104,22 +105,23 @@ QModelIndex fileCell(const AFileSelect& row, const QString& path)
     return {};
 }
 
-/// Clicks on a file in the list of the row's open dialog.
+/// Clicks a file in the list of the row's open dialog. Returns whether the file was
+/// listed in time.
 bool clickFile(const AFileSelect& row, const QString& path)
 {
     const auto* list = row.dialog->findChild<QTreeView*>(QStringLiteral("treeView"));
     const bool listed =
         QTest::qWaitForWindowActive(row.dialog) &&
-        QTest::qWaitFor([&] { return fileCell(row, path).isValid(); }) &&
-        QTest::qWaitFor([&] { return !list->visualRect(fileCell(row, path)).isEmpty(); });
+        QTest::qWaitFor([&] { return indexOfFile(row, path).isValid(); }) &&
+        QTest::qWaitFor([&] { return !list->visualRect(indexOfFile(row, path)).isEmpty(); });
     if (listed) {
         QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
-                          list->visualRect(fileCell(row, path)).center());
+                          list->visualRect(indexOfFile(row, path)).center());
     }
     return listed;
 }
 
-/// A shown save row that names a result, with its dialog at @p folder.
+/// A visible save row with the name of a result file. Its dialog is in @p folder.
 struct SaveRow {
     explicit SaveRow(const QString& folder)
     {
@@ -142,7 +144,7 @@ struct SaveRow {
 
 } // namespace
 
-Q_DECLARE_METATYPE(End)
+Q_DECLARE_METATYPE(CloseDialog)
 
 class tst_AFileSelect : public QObject
 {
@@ -153,70 +155,70 @@ private Q_SLOTS:
     void cleanup();
 
     void formHasTheWidgetsOfItsRow();
-    void formHasItsLimitsAndSpacings();
-    void shiftFieldIsPartOfItsHolder();
+    void formHasItsWidthsAndSpacings();
+    void shiftFieldIsInItsContainer();
     void fieldsStartEmpty();
     void slotsAreCallableByName();
 
-    void dialogIsAWindowThatBelongsToTheRow();
+    void dialogIsAWindowOwnedByTheRow();
     void dialogOffersItsFiltersInOrder();
     void firstDialogOpensInTheWorkingDirectory();
     void selectButtonShowsTheDialogWithoutBlocking();
-    void selectButtonBringsAnOpenDialogToTheFront();
+    void selectButtonRaisesAnOpenDialog();
 
-    void modeDecidesTheDialogAndTheField_data();
-    void modeDecidesTheDialogAndTheField();
-    void multiCountsOnlyOnceTheModeIsSet();
+    void modeConfiguresDialogAndField_data();
+    void modeConfiguresDialogAndField();
+    void multiTakesEffectWhenTheModeIsSet();
 
-    void newFileShowsThePathAndTellsItInOrder();
+    void newFileShowsThePathAndEmitsSignalsInOrder();
     void newFileStoresTheCanonicalDirectory();
-    void linkToAFileIsInTheFolderOfTheLink();
-    void newFileShowsAPathThatCannotBeRead();
-    void directoryOfAFileYetToBeSavedIsKnown();
-    void savePathBearsTheSuffix_data();
-    void savePathBearsTheSuffix();
+    void symbolicLinkToAFileKeepsItsOwnFolder();
+    void newFileShowsAnUnreadablePath();
+    void directoryOfAFileNotYetSavedIsStored();
+    void savePathGetsTheSuffix_data();
+    void savePathGetsTheSuffix();
 
-    void newFilesShowsNamesEachWithABlank();
+    void newFilesShowsNamesFollowedBySpaces();
     void newFilesKeepsTheDirectoryOfTheLastPath();
-    void newFilesOfNothingEmptiesTheField();
+    void newFilesWithEmptyListClearsTheField();
 
-    void clearLeavesTheDirectoryAndTellsAnEmptyPath();
+    void clearKeepsTheDirectoryAndEmitsAnEmptyPath();
 
-    void highlightedFileLoadsAtOnceAndAgainOnOpen();
-    void openByTheDialogEndsWithThePathOfTheFile();
+    void highlightedFileIsLoadedAtOnceAndAgainOnOpen();
+    void openInTheDialogEmitsThePathLast();
     void highlightIsIgnoredWhileTheDialogIsHidden();
-    void highlightOfNoReadableFilePassesWithoutEffect_data();
-    void highlightOfNoReadableFilePassesWithoutEffect();
-    void highlightedUnreadableFilePassesWithoutEffect();
-    void severalPickedFilesArriveTogether();
-    void openingByTheButtonLoadsNothing();
+    void highlightOfOtherThanRegularFileIsIgnored_data();
+    void highlightOfOtherThanRegularFileIsIgnored();
+    void highlightedUnreadableFileIsIgnored();
+    void severalSelectedFilesAreEmittedTogether();
+    void openingTheDialogLoadsNothing();
 
-    void cancelGivesTheSaveRowItsEarlierNameBack_data();
-    void cancelGivesTheSaveRowItsEarlierNameBack();
-    void selectButtonOfAnOpenDialogIsNoOpening();
-    void eachOpeningOfTheSaveRowCountsAnew();
-    void savedNameStays();
-    void cancelOfAHiddenDialogChangesNothing();
+    void cancelRestoresTheNameOfTheSaveRow_data();
+    void cancelRestoresTheNameOfTheSaveRow();
+    void selectButtonWithOpenDialogIsNotAnOpening();
+    void eachOpeningStoresTheNameAgain();
+    void savedNameIsKept();
+    void cancelOfHiddenDialogChangesNothing();
     void cancelInOpenModeKeepsThePreview();
 
     void saveDialogOpensWithTheNameOfItsRow();
-    void presentDirectoryDoesNotTouchTheDialog();
-    void newDirectoryGoesToTheDialogInSilence();
+    void settingTheSameDirectoryKeepsTheDialog();
+    void newDirectoryIsSetWithoutSignals();
 
-    void dragOfAnythingIsAccepted();
-    void dragOverTheSaveFieldFallsToTheRow();
-    void dropLoadsALocalFile_data();
-    void dropLoadsALocalFile();
-    void dropShowsThePathOfTheUrl_data();
-    void dropShowsThePathOfTheUrl();
-    void dropOfSeveralFilesCountsAsTheFirst();
-    void dropOfSomethingElseDoesNothing_data();
-    void dropOfSomethingElseDoesNothing();
-    void dropInSaveModeTakesTheSuffix();
-    void droppedFileIsNeverMoved();
+    void everyDragIsAccepted();
+    void saveFieldLeavesDropsToTheRow();
+    void droppedLocalFileIsLoaded_data();
+    void droppedLocalFileIsLoaded();
+    void droppedUrlIsShownAsPath_data();
+    void droppedUrlIsShownAsPath();
+    void dropOfSeveralFilesUsesTheFirst();
+    void dropOfOtherDataDoesNothing_data();
+    void dropOfOtherDataDoesNothing();
+    void dropInSaveModeGetsTheSuffix();
+    void droppedFileIsCopiedNotMoved();
 
     void showDEShowsAndHidesTheShiftField();
-    void leavingTheShiftFieldTellsNewDE();
+    void leavingTheShiftFieldEmitsNewDE();
 
 private:
     const tests::DialogSettings m_settings;
@@ -241,7 +243,7 @@ void tst_AFileSelect::cleanup()
 void tst_AFileSelect::formHasTheWidgetsOfItsRow()
 {
     const AFileSelect row;
-    const QList<tests::FormWidget> agreed{
+    const QList<tests::FormWidget> expectedForm{
         {"ExInfo", 4, "QWidget"},
         {"label_4", 5, "QLabel", "File"},
         {"SelectB", 6, "QPushButton", "Sel."},
@@ -249,10 +251,10 @@ void tst_AFileSelect::formHasTheWidgetsOfItsRow()
         {"ClearB", 8, "QPushButton", "Clear"},
         {"dEBase", 9, "QWidget"},
     };
-    QCOMPARE(tests::differencesOfForm(&row, agreed), QStringList());
+    QCOMPARE(tests::formDifferences(&row, expectedForm), QStringList());
 }
 
-void tst_AFileSelect::formHasItsLimitsAndSpacings()
+void tst_AFileSelect::formHasItsWidthsAndSpacings()
 {
     const AFileSelect row;
     QCOMPARE(row.objectName(), QStringLiteral("AFileSelect"));
@@ -273,7 +275,7 @@ void tst_AFileSelect::formHasItsLimitsAndSpacings()
     QCOMPARE(row.ClearB->maximumWidth(), 50);
 }
 
-void tst_AFileSelect::shiftFieldIsPartOfItsHolder()
+void tst_AFileSelect::shiftFieldIsInItsContainer()
 {
     const AFileSelect row;
     const auto* grid = qobject_cast<QGridLayout*>(row.dEBase->layout());
@@ -282,9 +284,9 @@ void tst_AFileSelect::shiftFieldIsPartOfItsHolder()
     QCOMPARE(grid->horizontalSpacing(), 3);
     QCOMPARE(grid->verticalSpacing(), 0);
     QCOMPARE(grid->contentsMargins(), QMargins(0, 0, 0, 0));
-    QCOMPARE(tests::ownChild(row.dEBase, QStringLiteral("label")), row.label);
+    QCOMPARE(tests::directChild(row.dEBase, QStringLiteral("label")), row.label);
     QCOMPARE(row.label->text(), QStringLiteral("dE[eV]"));
-    QCOMPARE(tests::ownChild(row.dEBase, QStringLiteral("dE")), row.dE);
+    QCOMPARE(tests::directChild(row.dEBase, QStringLiteral("dE")), row.dE);
     QCOMPARE(row.dE->text(), QStringLiteral("0"));
     QCOMPARE(row.dE->maximumWidth(), 40);
     QVERIFY(tests::isRightAligned(row.dE));
@@ -310,7 +312,7 @@ void tst_AFileSelect::slotsAreCallableByName()
     }
 }
 
-void tst_AFileSelect::dialogIsAWindowThatBelongsToTheRow()
+void tst_AFileSelect::dialogIsAWindowOwnedByTheRow()
 {
     const AFileSelect row;
     QVERIFY(row.dialog != nullptr);
@@ -332,7 +334,8 @@ void tst_AFileSelect::dialogOffersItsFiltersInOrder()
 
 void tst_AFileSelect::firstDialogOpensInTheWorkingDirectory()
 {
-    // An earlier dialog leaves its directory to the next one of the toolkit.
+    // QFileDialog starts in the directory of the previous dialog; the row must override
+    // this.
     {
         QFileDialog earlier;
         earlier.setDirectory(folder->path());
@@ -351,7 +354,7 @@ void tst_AFileSelect::selectButtonShowsTheDialogWithoutBlocking()
     row.dialog->close();
 }
 
-void tst_AFileSelect::selectButtonBringsAnOpenDialogToTheFront()
+void tst_AFileSelect::selectButtonRaisesAnOpenDialog()
 {
     AFileSelect row;
     row.show();
@@ -365,37 +368,37 @@ void tst_AFileSelect::selectButtonBringsAnOpenDialogToTheFront()
     QTRY_COMPARE(QGuiApplication::focusWindow(), row.dialog->windowHandle());
 }
 
-void tst_AFileSelect::modeDecidesTheDialogAndTheField_data()
+void tst_AFileSelect::modeConfiguresDialogAndField_data()
 {
-    QTest::addColumn<Make>("make");
+    QTest::addColumn<MakeRow>("make");
     QTest::addColumn<bool>("saves");
     QTest::addColumn<QFileDialog::FileMode>("files");
-    QTest::newRow("opens a file") << Make([] { return new AFileSelect; }) << false
+    QTest::newRow("opens a file") << MakeRow([] { return new AFileSelect; }) << false
                                   << QFileDialog::ExistingFile;
-    QTest::newRow("opens several files") << Make([] {
+    QTest::newRow("opens several files") << MakeRow([] {
         auto* row = new AFileSelect;
         row->multi = true;
         row->setMode(AFileSelect::OpenMode);
         return row;
     }) << false << QFileDialog::ExistingFiles;
-    QTest::newRow("saves") << Make([] {
+    QTest::newRow("saves") << MakeRow([] {
         auto* row = new AFileSelect;
         row->setMode(1);
         return row;
     }) << true << QFileDialog::AnyFile;
     QTest::newRow("saves from the start")
-        << Make([] { return new AFileSelect(nullptr, AFileSelect::SaveMode); }) << true
+        << MakeRow([] { return new AFileSelect(nullptr, AFileSelect::SaveMode); }) << true
         << QFileDialog::AnyFile;
-    QTest::newRow("opens again") << Make([] {
+    QTest::newRow("opens after save mode") << MakeRow([] {
         auto* row = new AFileSelect(nullptr, AFileSelect::SaveMode);
         row->setMode(0);
         return row;
     }) << false << QFileDialog::ExistingFile;
 }
 
-void tst_AFileSelect::modeDecidesTheDialogAndTheField()
+void tst_AFileSelect::modeConfiguresDialogAndField()
 {
-    QFETCH(Make, make);
+    QFETCH(MakeRow, make);
     QFETCH(bool, saves);
     QFETCH(QFileDialog::FileMode, files);
     const std::unique_ptr<AFileSelect> row(make());
@@ -407,25 +410,25 @@ void tst_AFileSelect::modeDecidesTheDialogAndTheField()
                                                 : "background-color: rgb(255, 255, 220);");
 }
 
-void tst_AFileSelect::multiCountsOnlyOnceTheModeIsSet()
+void tst_AFileSelect::multiTakesEffectWhenTheModeIsSet()
 {
     AFileSelect row;
     row.multi = true;
     QCOMPARE(row.dialog->fileMode(), QFileDialog::ExistingFile);
 }
 
-void tst_AFileSelect::newFileShowsThePathAndTellsItInOrder()
+void tst_AFileSelect::newFileShowsThePathAndEmitsSignalsInOrder()
 {
     AFileSelect row;
-    const Journal journal(&row);
-    const QString path = file(QStringLiteral("map.2dp")); // which keeps its suffix
+    const SignalRecorder recorder(&row);
+    const QString path = file(QStringLiteral("map.2dp")); // in open mode the suffix is kept
     row.newFile(path);
     QCOMPARE(row.fileText(), path);
     QCOMPARE(row.fileName, QStringLiteral("map.2dp"));
     const QStringList expected{QStringLiteral("newDir ") + canonicalFolder,
                                QStringLiteral("newFilePath ") + path,
                                QStringLiteral("selectedFile")};
-    QCOMPARE(journal.entries, expected);
+    QCOMPARE(recorder.entries, expected);
 }
 
 void tst_AFileSelect::newFileStoresTheCanonicalDirectory()
@@ -441,7 +444,7 @@ void tst_AFileSelect::newFileStoresTheCanonicalDirectory()
     QCOMPARE(row.fileText(), path);
 }
 
-void tst_AFileSelect::linkToAFileIsInTheFolderOfTheLink()
+void tst_AFileSelect::symbolicLinkToAFileKeepsItsOwnFolder()
 {
     QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("measured")));
     QVERIFY(QFile::link(file(QStringLiteral("measured/map.dat")),
@@ -452,7 +455,7 @@ void tst_AFileSelect::linkToAFileIsInTheFolderOfTheLink()
     QCOMPARE(row.fileName, QStringLiteral("link.dat"));
 }
 
-void tst_AFileSelect::newFileShowsAPathThatCannotBeRead()
+void tst_AFileSelect::newFileShowsAnUnreadablePath()
 {
     AFileSelect row;
     const QSignalSpy paths(&row, &AFileSelect::newFilePath);
@@ -464,29 +467,29 @@ void tst_AFileSelect::newFileShowsAPathThatCannotBeRead()
     QCOMPARE(paths.size(), 1);
 }
 
-void tst_AFileSelect::directoryOfAFileYetToBeSavedIsKnown()
+void tst_AFileSelect::directoryOfAFileNotYetSavedIsStored()
 {
     AFileSelect row(nullptr, AFileSelect::SaveMode);
     row.newFile(folder->filePath(QStringLiteral("result.dat")));
     QCOMPARE(row.dir, canonicalFolder);
 }
 
-void tst_AFileSelect::savePathBearsTheSuffix_data()
+void tst_AFileSelect::savePathGetsTheSuffix_data()
 {
     QTest::addColumn<QString>("suffix");
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("saved");
     tests::addTexts("no suffix", {"dat", "result", "result.dat"});
     tests::addTexts("another suffix", {"dat", "result.txt", "result.txt.dat"});
-    tests::addTexts("the suffix itself", {"dat", "result.dat", "result.dat"});
-    tests::addTexts("letters of another case", {"dat", "result.DAT", "result.DAT.dat"});
+    tests::addTexts("has the suffix", {"dat", "result.dat", "result.dat"});
+    tests::addTexts("suffix in upper case", {"dat", "result.DAT", "result.DAT.dat"});
     tests::addTexts("only the last suffix counts", {"dat", "a.dat.gz", "a.dat.gz.dat"});
-    tests::addTexts("a point at the end", {"dat", "result.", "result..dat"});
-    tests::addTexts("no suffix is asked for", {"", "result", "result"});
-    tests::addTexts("another one is asked for", {"csv", "result.dat", "result.dat.csv"});
+    tests::addTexts("trailing dot", {"dat", "result.", "result..dat"});
+    tests::addTexts("no suffix required", {"", "result", "result"});
+    tests::addTexts("other suffix required", {"csv", "result.dat", "result.dat.csv"});
 }
 
-void tst_AFileSelect::savePathBearsTheSuffix()
+void tst_AFileSelect::savePathGetsTheSuffix()
 {
     QFETCH(QString, suffix);
     QFETCH(QString, name);
@@ -501,17 +504,17 @@ void tst_AFileSelect::savePathBearsTheSuffix()
     QCOMPARE(paths.at(0).at(0).toString(), folder->filePath(saved));
 }
 
-void tst_AFileSelect::newFilesShowsNamesEachWithABlank()
+void tst_AFileSelect::newFilesShowsNamesFollowedBySpaces()
 {
     AFileSelect row;
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     const QStringList paths{file(QStringLiteral("a.dat")), file(QStringLiteral("b c.dat"))};
     row.newFiles(paths);
     QCOMPARE(row.fileText(), QStringLiteral("a.dat b c.dat "));
     const QStringList expected{QStringLiteral("newDir ") + canonicalFolder,
                                QStringLiteral("newFilePaths ") + paths.join(u'|'),
                                QStringLiteral("selectedFile")};
-    QCOMPARE(journal.entries, expected);
+    QCOMPARE(recorder.entries, expected);
 }
 
 void tst_AFileSelect::newFilesKeepsTheDirectoryOfTheLastPath()
@@ -522,7 +525,7 @@ void tst_AFileSelect::newFilesKeepsTheDirectoryOfTheLastPath()
     QCOMPARE(row.dir, canonicalFolder + QStringLiteral("/later"));
 }
 
-void tst_AFileSelect::newFilesOfNothingEmptiesTheField()
+void tst_AFileSelect::newFilesWithEmptyListClearsTheField()
 {
     AFileSelect row;
     row.newFile(file(QStringLiteral("a.dat")));
@@ -533,19 +536,19 @@ void tst_AFileSelect::newFilesOfNothingEmptiesTheField()
     QCOMPARE(paths.size(), 1);
 }
 
-void tst_AFileSelect::clearLeavesTheDirectoryAndTellsAnEmptyPath()
+void tst_AFileSelect::clearKeepsTheDirectoryAndEmitsAnEmptyPath()
 {
     AFileSelect row;
     row.newFile(file(QStringLiteral("map.dat")));
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     QTest::mouseClick(row.ClearB, Qt::LeftButton);
     QCOMPARE(row.fileText(), QString());
     QCOMPARE(row.dir, canonicalFolder);
     const QStringList expected{QStringLiteral("newFilePath "), QStringLiteral("selectedFile")};
-    QCOMPARE(journal.entries, expected);
+    QCOMPARE(recorder.entries, expected);
 }
 
-void tst_AFileSelect::highlightedFileLoadsAtOnceAndAgainOnOpen()
+void tst_AFileSelect::highlightedFileIsLoadedAtOnceAndAgainOnOpen()
 {
     AFileSelect row;
     const QSignalSpy paths(&row, &AFileSelect::newFilePath);
@@ -559,7 +562,7 @@ void tst_AFileSelect::highlightedFileLoadsAtOnceAndAgainOnOpen()
     QCOMPARE(paths.at(1).at(0).toString(), path);
 }
 
-void tst_AFileSelect::openByTheDialogEndsWithThePathOfTheFile()
+void tst_AFileSelect::openInTheDialogEmitsThePathLast()
 {
     AFileSelect row;
     row.dialog->setOption(QFileDialog::DontUseNativeDialog);
@@ -579,13 +582,13 @@ void tst_AFileSelect::openByTheDialogEndsWithThePathOfTheFile()
 void tst_AFileSelect::highlightIsIgnoredWhileTheDialogIsHidden()
 {
     AFileSelect row;
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     Q_EMIT row.dialog->currentChanged(file(QStringLiteral("map.dat")));
-    QCOMPARE(journal.entries, QStringList());
+    QCOMPARE(recorder.entries, QStringList());
     QCOMPARE(row.fileText(), QString());
 }
 
-void tst_AFileSelect::highlightOfNoReadableFilePassesWithoutEffect_data()
+void tst_AFileSelect::highlightOfOtherThanRegularFileIsIgnored_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("directory") << ".";
@@ -594,35 +597,35 @@ void tst_AFileSelect::highlightOfNoReadableFilePassesWithoutEffect_data()
     QTest::newRow("pipe") << "pipe";
 }
 
-void tst_AFileSelect::highlightOfNoReadableFilePassesWithoutEffect()
+void tst_AFileSelect::highlightOfOtherThanRegularFileIsIgnored()
 {
     QFETCH(QString, name);
     const QByteArray pipe = QFile::encodeName(folder->filePath("pipe"));
     QCOMPARE(::mkfifo(pipe.constData(), 0600), 0);
     AFileSelect row;
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     row.dialog->show();
     row.selectingFile(name.isEmpty() ? name : folder->filePath(name));
-    QCOMPARE(journal.entries, QStringList());
+    QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AFileSelect::highlightedUnreadableFilePassesWithoutEffect()
+void tst_AFileSelect::highlightedUnreadableFileIsIgnored()
 {
     const QString path = file(QStringLiteral("secret.dat"));
     QVERIFY(QFile::setPermissions(path, {}));
     QVERIFY(QFile::setPermissions(folder->path(), QFile::Permissions(0x7755)));
     AFileSelect row;
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     row.dialog->show();
     {
         const tests::Unprivileged rights;
         QVERIFY(rights.holds());
         row.selectingFile(path);
     }
-    QCOMPARE(journal.entries, QStringList());
+    QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AFileSelect::severalPickedFilesArriveTogether()
+void tst_AFileSelect::severalSelectedFilesAreEmittedTogether()
 {
     AFileSelect row;
     row.multi = true;
@@ -634,64 +637,64 @@ void tst_AFileSelect::severalPickedFilesArriveTogether()
     QCOMPARE(lists.at(0).at(0).toStringList(), paths);
 }
 
-void tst_AFileSelect::openingByTheButtonLoadsNothing()
+void tst_AFileSelect::openingTheDialogLoadsNothing()
 {
     const QString path = file(QStringLiteral("first.dat"));
     AFileSelect row;
     row.show();
     row.setDir(canonicalFolder);
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     QTest::mouseClick(row.SelectB, Qt::LeftButton);
-    QTRY_VERIFY(fileCell(row, path).isValid());
+    QTRY_VERIFY(indexOfFile(row, path).isValid());
     QTest::qWait(50);
-    QCOMPARE(journal.entries, QStringList());
+    QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AFileSelect::cancelGivesTheSaveRowItsEarlierNameBack_data()
+void tst_AFileSelect::cancelRestoresTheNameOfTheSaveRow_data()
 {
-    QTest::addColumn<End>("end");
-    QTest::newRow("Cancel") << End([](QFileDialog* dialog) {
+    QTest::addColumn<CloseDialog>("end");
+    QTest::newRow("Cancel") << CloseDialog([](QFileDialog* dialog) {
         const auto* buttons = dialog->findChild<QDialogButtonBox*>();
         QTest::mouseClick(buttons->button(QDialogButtonBox::Cancel), Qt::LeftButton);
     });
-    QTest::newRow("Escape") << End(
+    QTest::newRow("Escape") << CloseDialog(
         [](QFileDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
     QTest::newRow("closed by the window manager")
-        << End([](QFileDialog* dialog) { dialog->windowHandle()->close(); });
+        << CloseDialog([](QFileDialog* dialog) { dialog->windowHandle()->close(); });
 }
 
-void tst_AFileSelect::cancelGivesTheSaveRowItsEarlierNameBack()
+void tst_AFileSelect::cancelRestoresTheNameOfTheSaveRow()
 {
-    QFETCH(End, end);
+    QFETCH(CloseDialog, end);
     const SaveRow row(canonicalFolder);
     const QString measured = file(QStringLiteral("map.dat"));
     QTest::mouseClick(row->SelectB, Qt::LeftButton);
     QVERIFY(clickFile(*row, measured));
     QCOMPARE(row->fileText(), measured);
 
-    const Journal journal(row.get());
+    const SignalRecorder recorder(row.get());
     end(row->dialog);
     QVERIFY(row->dialog->isHidden());
     QCOMPARE(row->fileText(), row.text);
     QCOMPARE(row->dir, row.dir);
     QCOMPARE(row->fileName, row.fileName);
-    QCOMPARE(journal.entries, QStringList());
+    QCOMPARE(recorder.entries, QStringList());
 }
 
-// Also after another file was highlighted and the dialog cancelled: "Save" must
-// not be one keystroke away from that file.
+// Each opening selects the row's own name, even if the user highlighted another file
+// and cancelled before. Otherwise one keystroke on "Save" would overwrite that file.
 void tst_AFileSelect::saveDialogOpensWithTheNameOfItsRow()
 {
     const SaveRow row(canonicalFolder);
     const QString measured = file(QStringLiteral("map.dat"));
     for (int opening = 0; opening < 2; ++opening) {
-        const Journal journal(row.get());
+        const SignalRecorder recorder(row.get());
         QTest::mouseClick(row->SelectB, Qt::LeftButton);
         const auto* name = row->dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
         QVERIFY(name);
         QCOMPARE(name->text(), row.fileName);
         QCOMPARE(name->selectedText(), row.fileName);
-        QCOMPARE(journal.entries, QStringList());
+        QCOMPARE(recorder.entries, QStringList());
         QVERIFY(clickFile(*row, measured));
         QTest::keyClick(row->dialog, Qt::Key_Escape);
     }
@@ -700,7 +703,7 @@ void tst_AFileSelect::saveDialogOpensWithTheNameOfItsRow()
     QCOMPARE(row->dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text(), QString());
 }
 
-void tst_AFileSelect::selectButtonOfAnOpenDialogIsNoOpening()
+void tst_AFileSelect::selectButtonWithOpenDialogIsNotAnOpening()
 {
     const SaveRow row(canonicalFolder);
     QTest::mouseClick(row->SelectB, Qt::LeftButton);
@@ -710,7 +713,7 @@ void tst_AFileSelect::selectButtonOfAnOpenDialogIsNoOpening()
     QCOMPARE(row->fileText(), row.text);
 }
 
-void tst_AFileSelect::eachOpeningOfTheSaveRowCountsAnew()
+void tst_AFileSelect::eachOpeningStoresTheNameAgain()
 {
     const SaveRow row(canonicalFolder);
     row->dialog->show();
@@ -722,7 +725,7 @@ void tst_AFileSelect::eachOpeningOfTheSaveRowCountsAnew()
     QCOMPARE(row->fileText(), QStringLiteral("typed.dat"));
 }
 
-void tst_AFileSelect::savedNameStays()
+void tst_AFileSelect::savedNameIsKept()
 {
     const SaveRow row(canonicalFolder);
     QTest::mouseClick(row->SelectB, Qt::LeftButton);
@@ -737,7 +740,7 @@ void tst_AFileSelect::savedNameStays()
     QCOMPARE(row->fileName, QStringLiteral("result.dat"));
 }
 
-void tst_AFileSelect::cancelOfAHiddenDialogChangesNothing()
+void tst_AFileSelect::cancelOfHiddenDialogChangesNothing()
 {
     const SaveRow row(canonicalFolder);
     row->dialog->show();
@@ -760,27 +763,27 @@ void tst_AFileSelect::cancelInOpenModeKeepsThePreview()
     QCOMPARE(row.fileText(), path);
 }
 
-void tst_AFileSelect::presentDirectoryDoesNotTouchTheDialog()
+void tst_AFileSelect::settingTheSameDirectoryKeepsTheDialog()
 {
     AFileSelect row;
     row.setDir(canonicalFolder);
-    // The user went elsewhere in the dialog meanwhile.
+    // Meanwhile the user goes to another directory in the dialog.
     row.dialog->setDirectory(QDir::rootPath());
     row.setDir(canonicalFolder);
     QCOMPARE(row.dialog->directory().path(), QDir::rootPath());
 }
 
-void tst_AFileSelect::newDirectoryGoesToTheDialogInSilence()
+void tst_AFileSelect::newDirectoryIsSetWithoutSignals()
 {
     AFileSelect row;
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     row.setDir(canonicalFolder);
     QCOMPARE(row.dir, canonicalFolder);
     QCOMPARE(row.dialog->directory().canonicalPath(), canonicalFolder);
-    QCOMPARE(journal.entries, QStringList());
+    QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AFileSelect::dragOfAnythingIsAccepted()
+void tst_AFileSelect::everyDragIsAccepted()
 {
     AFileSelect row;
     QMimeData mime;
@@ -788,26 +791,26 @@ void tst_AFileSelect::dragOfAnythingIsAccepted()
     bool accepted = false;
     enter(&row, mime, &accepted);
     QVERIFY(accepted);
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     QCOMPARE(drop(&row, mime), Qt::IgnoreAction);
-    QCOMPARE(journal.entries, QStringList());
+    QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AFileSelect::dragOverTheSaveFieldFallsToTheRow()
+void tst_AFileSelect::saveFieldLeavesDropsToTheRow()
 {
     const AFileSelect row(nullptr, AFileSelect::SaveMode);
     QVERIFY(!row.FileName->acceptDrops());
 }
 
-void tst_AFileSelect::dropLoadsALocalFile_data()
+void tst_AFileSelect::droppedLocalFileIsLoaded_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("plain name") << "map.dat";
-    QTest::newRow("blank in the name") << "my map.dat";
-    QTest::newRow("other letters") << QString::fromUtf8("ニッケル.dat");
+    QTest::newRow("ASCII name") << "map.dat";
+    QTest::newRow("space in the name") << "my map.dat";
+    QTest::newRow("Japanese name") << QString::fromUtf8("ニッケル.dat");
 }
 
-void tst_AFileSelect::dropLoadsALocalFile()
+void tst_AFileSelect::droppedLocalFileIsLoaded()
 {
     QFETCH(QString, name);
     const QString path = file(name);
@@ -820,16 +823,16 @@ void tst_AFileSelect::dropLoadsALocalFile()
     QCOMPARE(row.dir, canonicalFolder);
 }
 
-void tst_AFileSelect::dropShowsThePathOfTheUrl_data()
+void tst_AFileSelect::droppedUrlIsShownAsPath_data()
 {
     QTest::addColumn<QString>("url");
     QTest::addColumn<QString>("text");
-    tests::addTexts("blanks are folded", {"file:///maps/a%20%20b.dat%20", "/maps/a b.dat"});
-    tests::addTexts("share keeps its host",
+    tests::addTexts("whitespace is simplified", {"file:///maps/a%20%20b.dat%20", "/maps/a b.dat"});
+    tests::addTexts("network share keeps its host",
                     {"file://server/share/map.dat", "//server/share/map.dat"});
 }
 
-void tst_AFileSelect::dropShowsThePathOfTheUrl()
+void tst_AFileSelect::droppedUrlIsShownAsPath()
 {
     QFETCH(QString, url);
     AFileSelect row;
@@ -837,7 +840,7 @@ void tst_AFileSelect::dropShowsThePathOfTheUrl()
     QTEST(row.fileText(), "text");
 }
 
-void tst_AFileSelect::dropOfSeveralFilesCountsAsTheFirst()
+void tst_AFileSelect::dropOfSeveralFilesUsesTheFirst()
 {
     AFileSelect row;
     row.multi = true;
@@ -852,30 +855,30 @@ void tst_AFileSelect::dropOfSeveralFilesCountsAsTheFirst()
     QCOMPARE(lists.size(), 0);
 }
 
-void tst_AFileSelect::dropOfSomethingElseDoesNothing_data()
+void tst_AFileSelect::dropOfOtherDataDoesNothing_data()
 {
     QTest::addColumn<QList<QUrl>>("urls");
     const QUrl local = QUrl::fromLocalFile(QStringLiteral("/tmp/map.dat"));
-    QTest::newRow("a page") << QList<QUrl>{QUrl(QStringLiteral("http://example.org/map.dat"))};
-    QTest::newRow("a name without a scheme") << QList<QUrl>{QUrl(QStringLiteral("/tmp/map.dat"))};
-    QTest::newRow("the second is a file")
+    QTest::newRow("http URL") << QList<QUrl>{QUrl(QStringLiteral("http://example.org/map.dat"))};
+    QTest::newRow("path without scheme") << QList<QUrl>{QUrl(QStringLiteral("/tmp/map.dat"))};
+    QTest::newRow("only the second URL is a file")
         << QList<QUrl>{QUrl(QStringLiteral("http://example.org/map.dat")), local};
     QTest::newRow("no URL") << QList<QUrl>{};
 }
 
-void tst_AFileSelect::dropOfSomethingElseDoesNothing()
+void tst_AFileSelect::dropOfOtherDataDoesNothing()
 {
     QFETCH(QList<QUrl>, urls);
     AFileSelect row;
     row.newFile(file(QStringLiteral("before.dat")));
     const QString before = row.fileText();
-    const Journal journal(&row);
+    const SignalRecorder recorder(&row);
     dropUrls(&row, urls);
-    QCOMPARE(journal.entries, QStringList());
+    QCOMPARE(recorder.entries, QStringList());
     QCOMPARE(row.fileText(), before);
 }
 
-void tst_AFileSelect::dropInSaveModeTakesTheSuffix()
+void tst_AFileSelect::dropInSaveModeGetsTheSuffix()
 {
     AFileSelect row(nullptr, AFileSelect::SaveMode);
     const QString path = file(QStringLiteral("result"));
@@ -883,7 +886,7 @@ void tst_AFileSelect::dropInSaveModeTakesTheSuffix()
     QCOMPARE(row.fileText(), path + QStringLiteral(".dat"));
 }
 
-void tst_AFileSelect::droppedFileIsNeverMoved()
+void tst_AFileSelect::droppedFileIsCopiedNotMoved()
 {
     AFileSelect row;
     const QString path = file(QStringLiteral("map.dat"));
@@ -900,7 +903,7 @@ void tst_AFileSelect::showDEShowsAndHidesTheShiftField()
     QVERIFY(row.dEBase->isHidden());
 }
 
-void tst_AFileSelect::leavingTheShiftFieldTellsNewDE()
+void tst_AFileSelect::leavingTheShiftFieldEmitsNewDE()
 {
     AFileSelect row;
     const QSignalSpy shifts(&row, &AFileSelect::newDE);

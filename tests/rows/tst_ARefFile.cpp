@@ -1,4 +1,5 @@
-// The line of the reference table: its form, its switch and what it passes on.
+// Tests of ARefFile, one row of the reference table: its form, its switch and the
+// signals it forwards.
 
 #include "rows/ARefFile.h"
 #include "rows/DialogSettings.h"
@@ -13,8 +14,8 @@
 namespace
 {
 
-// Clicks where the button's mark is: a radio button is no target over the
-// whole width that a layout may give it.
+// Clicks on the indicator: a radio button reacts only there, even if the layout makes
+// it wider.
 void click(QAbstractButton* button)
 {
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
@@ -29,15 +30,15 @@ class tst_ARefFile : public QObject
 private Q_SLOTS:
 
     void formHasTheWidgetsOfItsRow();
-    void formHasItsLimitsAndStyles();
+    void formHasItsWidthsAndStyles();
     void rowStartsOff();
 
-    void mouseSwitchesTheRowOnAndOffAndTellsOnce();
-    void switchingByCodeTellsTwiceAndThePresentStateNothing();
-    void rowsDoNotExcludeOneAnother();
+    void clickTogglesTheRowAndEmitsOnce();
+    void setUseEmitsTwiceOnChangeAndNeverOtherwise();
+    void rowsAreNotMutuallyExclusive();
 
-    void fileAndEdgeOfTheSpectrumArePassedOn();
-    void wordsInValenceAreKeptAsTyped();
+    void signalsOfTheSpectrumRowAreForwarded();
+    void unparsableValenceIsKeptAsTyped();
 
 private:
     const tests::DialogSettings m_settings;
@@ -46,17 +47,17 @@ private:
 void tst_ARefFile::formHasTheWidgetsOfItsRow()
 {
     const ARefFile row;
-    const QList<tests::FormWidget> agreed{
+    const QList<tests::FormWidget> expectedForm{
         {"RefName", 0, "QLabel", "Ref 1"}, {"UseCB", 1, "QRadioButton", "Use"},
         {"XafsFS", 2, "AXafsFileSelect"},  {"label_20", 3, "QLabel", "Valence"},
         {"Valence", 4, "QLineEdit", "1"},  {"label", 5, "QLabel", "Ratio"},
         {"RatioDisp", 6, "QLineEdit"},     {"label_2", 7, "QLabel", "dMut"},
         {"AmountDisp", 8, "QLineEdit"},
     };
-    QCOMPARE(tests::differencesOfForm(&row, agreed), QStringList());
+    QCOMPARE(tests::formDifferences(&row, expectedForm), QStringList());
 }
 
-void tst_ARefFile::formHasItsLimitsAndStyles()
+void tst_ARefFile::formHasItsWidthsAndStyles()
 {
     const ARefFile row;
     QCOMPARE(row.objectName(), QStringLiteral("ARefFile"));
@@ -82,7 +83,7 @@ void tst_ARefFile::rowStartsOff()
     QVERIFY(!row.XafsFS->valid);
 }
 
-void tst_ARefFile::mouseSwitchesTheRowOnAndOffAndTellsOnce()
+void tst_ARefFile::clickTogglesTheRowAndEmitsOnce()
 {
     ARefFile row;
     row.show();
@@ -97,7 +98,7 @@ void tst_ARefFile::mouseSwitchesTheRowOnAndOffAndTellsOnce()
     QCOMPARE(uses.at(1).at(0).toBool(), false);
 }
 
-void tst_ARefFile::switchingByCodeTellsTwiceAndThePresentStateNothing()
+void tst_ARefFile::setUseEmitsTwiceOnChangeAndNeverOtherwise()
 {
     ARefFile row;
     for (const bool on : {true, false, true}) {
@@ -107,13 +108,13 @@ void tst_ARefFile::switchingByCodeTellsTwiceAndThePresentStateNothing()
         QCOMPARE(uses.size(), 2);
         QCOMPARE(uses.at(0).at(0).toBool(), on);
         QCOMPARE(uses.at(1).at(0).toBool(), on);
-        row.setUse(on); // the present state tells nothing
+        row.setUse(on); // setting the same state emits nothing
         QCOMPARE(row.UseCB->isChecked(), on);
         QCOMPARE(uses.size(), 2);
     }
 }
 
-void tst_ARefFile::rowsDoNotExcludeOneAnother()
+void tst_ARefFile::rowsAreNotMutuallyExclusive()
 {
     QWidget table;
     auto* layout = new QVBoxLayout(&table);
@@ -135,22 +136,22 @@ void tst_ARefFile::rowsDoNotExcludeOneAnother()
     }
 }
 
-void tst_ARefFile::fileAndEdgeOfTheSpectrumArePassedOn()
+void tst_ARefFile::signalsOfTheSpectrumRowAreForwarded()
 {
     const QTemporaryDir folder;
     const QString path = tests::writeFile(folder, QStringLiteral("ni.dat"), "8000 0\n8010 1\n");
     ARefFile row;
-    QStringList journal;
+    QStringList received;
     connect(&row, &ARefFile::foundNewEdge, this,
-            [&](double e) { journal << QStringLiteral("edge %1").arg(e); });
-    connect(&row, &ARefFile::selectedFile, this, [&] { journal << QStringLiteral("selected"); });
+            [&](double e) { received << QStringLiteral("edge %1").arg(e); });
+    connect(&row, &ARefFile::selectedFile, this, [&] { received << QStringLiteral("selected"); });
     row.XafsFS->AFileSelect::newFile(path);
-    // Half way between the two points.
+    // The edge is midway between the two points.
     const QStringList expected{QStringLiteral("edge 8005"), QStringLiteral("selected")};
-    QCOMPARE(journal, expected);
+    QCOMPARE(received, expected);
 }
 
-void tst_ARefFile::wordsInValenceAreKeptAsTyped()
+void tst_ARefFile::unparsableValenceIsKeptAsTyped()
 {
     ARefFile row;
     row.Valence->setText(QStringLiteral("two"));

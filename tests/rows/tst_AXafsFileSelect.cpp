@@ -1,5 +1,5 @@
-// The spectrum row: reading where a file is named, the edge that it proposes,
-// its energy shift, and its mut less a background line.
+// Tests of AXafsFileSelect, the spectrum row: reading the named file, the proposed edge
+// energy, the energy shift, and mut minus a background line.
 
 #include "rows/AXafsFileSelect.h"
 #include "rows/DialogSettings.h"
@@ -18,12 +18,12 @@
 namespace
 {
 
-// The rise between 8100 and 8110 is the steepest, so the edge is at 8105.
+// The slope is steepest between 8100 and 8110, so the edge is at 8105.
 const QByteArray goodSpectrum = "8000 0.0\n8100 0.1\n8110 1.1\n8200 1.2\n";
 
-// Straight numbers for hand calculation: mut 0.1 at 8000 eV, 1.1 at 8010 eV
-// and 1.3 at 8020 eV, over flat background lines.
-void fill(AMutE& spectrum)
+// A spectrum for calculation by hand: mut 0.1 at 8000 eV, 1.1 at 8010 eV and 1.3 at
+// 8020 eV, with constant background lines.
+void setSpectrum(AMutE& spectrum)
 {
     spectrum.points = {{0.0, 8000.0, 0.1}, {0.0, 8010.0, 1.1}, {0.0, 8020.0, 1.3}};
     spectrum.preLine = {0.25, 0.0, 0.0};
@@ -45,38 +45,38 @@ class tst_AXafsFileSelect : public QObject
 private Q_SLOTS:
     void init();
 
-    void rowStartsWithoutFrameAndSubtractsThePreEdgeLine();
+    void rowStartsWithoutFrameAndWithSubPostOff();
     void slotsAreCallableByName();
 
-    void namedFileIsReadAndProposesItsEdge();
-    void edgeIsProposedBeforeTheRowReturns();
-    void dialogAndDropHaveTheSameEffect();
-    void readOverAReadProposesAgain();
+    void newFileIsReadAndProposesItsEdge();
+    void edgeIsProposedBeforeOtherSignals();
+    void fileFromDialogIsRead();
+    void secondReadProposesItsEdge();
     void failedReadProposesNoEdge_data();
     void failedReadProposesNoEdge();
     void unreadableFileProposesNoEdge();
-    void missingFileLeavesTheSpectrumAndProposesNoEdge_data();
-    void missingFileLeavesTheSpectrumAndProposesNoEdge();
-    void fileWithoutPointsMakesAGoodSpectrumInvalid();
-    void spectrumSlotAloneDoesNotTouchTheNameField();
+    void missingFileKeepsTheSpectrumAndProposesNoEdge_data();
+    void missingFileKeepsTheSpectrumAndProposesNoEdge();
+    void fileWithoutPointsInvalidatesTheSpectrum();
+    void spectrumSlotKeepsTheNameField();
 
-    void shiftFieldIsNotHeardBeforeAttach();
-    void attachIsSafeWithoutAFrame();
-    void attachTwiceHearsTheShiftFieldOnce();
+    void shiftFieldHasNoEffectBeforeAttach();
+    void attachWithoutFrameIsHarmless();
+    void attachTwiceConnectsTheShiftFieldOnce();
 
-    void shiftOfAValidSpectrumIsStoredAndTold();
-    void shiftWithoutASpectrumIsStoredInSilence();
-    void shiftOfWordsIsZero();
+    void shiftOfValidSpectrumIsStoredAndSignalled();
+    void shiftWithoutSpectrumIsStoredWithoutSignal();
+    void unparsableShiftIsZero();
     void shiftDoesNotRefitTheBackgroundLines();
-    void shiftSurvivesANewFile();
+    void shiftIsKeptForANewFile();
 
-    void mutIsInterpolatedLessThePreEdgeLine_data();
-    void mutIsInterpolatedLessThePreEdgeLine();
-    void mutIsLessThePostEdgeLineWhenChosen();
-    void mutAboveTheSpectrumIsRefusedAndLeavesTheValue();
-    void mutOfAnEmptySpectrumIsRefused();
-    void mutUsesTheWorkingEnergies();
-    void mutOfADescendingScanTakesTheFirstPoint();
+    void mutIsInterpolatedMinusThePreEdgeLine_data();
+    void mutIsInterpolatedMinusThePreEdgeLine();
+    void subPostSubtractsThePostEdgeLine();
+    void mutAboveTheSpectrumFailsAndKeepsTheValue();
+    void mutOfEmptySpectrumFails();
+    void mutUsesTheShiftedEnergies();
+    void mutOfDescendingScanUsesTheFirstPoint();
 
 private:
     const tests::DialogSettings m_settings;
@@ -89,7 +89,7 @@ void tst_AXafsFileSelect::init()
     QVERIFY(folder->isValid());
 }
 
-void tst_AXafsFileSelect::rowStartsWithoutFrameAndSubtractsThePreEdgeLine()
+void tst_AXafsFileSelect::rowStartsWithoutFrameAndWithSubPostOff()
 {
     const AXafsFileSelect row;
     QVERIFY(row.frame == nullptr);
@@ -109,7 +109,7 @@ void tst_AXafsFileSelect::slotsAreCallableByName()
     QCOMPARE(spectrumOf(row).dE, 2.0);
 }
 
-void tst_AXafsFileSelect::namedFileIsReadAndProposesItsEdge()
+void tst_AXafsFileSelect::newFileIsReadAndProposesItsEdge()
 {
     AXafsFileSelect row;
     const QSignalSpy edges(&row, &AXafsFileSelect::foundNewEdge);
@@ -122,24 +122,26 @@ void tst_AXafsFileSelect::namedFileIsReadAndProposesItsEdge()
     QCOMPARE(edges.at(0).at(0).toDouble(), 8105.0);
 }
 
-void tst_AXafsFileSelect::edgeIsProposedBeforeTheRowReturns()
+void tst_AXafsFileSelect::edgeIsProposedBeforeOtherSignals()
 {
     AXafsFileSelect row;
-    QStringList journal;
-    // A listener of newFilePath that came later than the row itself, like the
-    // panel, finds the spectrum read.
-    connect(&row, &AXafsFileSelect::foundNewEdge, this, [&] { journal << QStringLiteral("edge"); });
+    QStringList received;
+    // A slot connected to newFilePath after the row's own slot, like the panel's, finds
+    // the spectrum already read.
+    connect(&row, &AXafsFileSelect::foundNewEdge, this,
+            [&] { received << QStringLiteral("edge"); });
     connect(&row, &AFileSelect::newFilePath, this, [&] {
-        journal << (row.valid ? QStringLiteral("path, read") : QStringLiteral("path, not read"));
+        received << (row.valid ? QStringLiteral("path, read") : QStringLiteral("path, not read"));
     });
-    connect(&row, &AFileSelect::selectedFile, this, [&] { journal << QStringLiteral("selected"); });
+    connect(&row, &AFileSelect::selectedFile, this,
+            [&] { received << QStringLiteral("selected"); });
     row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum));
     const QStringList expected{QStringLiteral("edge"), QStringLiteral("path, read"),
                                QStringLiteral("selected")};
-    QCOMPARE(journal, expected);
+    QCOMPARE(received, expected);
 }
 
-void tst_AXafsFileSelect::dialogAndDropHaveTheSameEffect()
+void tst_AXafsFileSelect::fileFromDialogIsRead()
 {
     AXafsFileSelect row;
     const QString path = tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum);
@@ -151,7 +153,7 @@ void tst_AXafsFileSelect::dialogAndDropHaveTheSameEffect()
     QCOMPARE(row.AMutE::fileName, QStringLiteral("ni.dat"));
 }
 
-void tst_AXafsFileSelect::readOverAReadProposesAgain()
+void tst_AXafsFileSelect::secondReadProposesItsEdge()
 {
     AXafsFileSelect row;
     const QSignalSpy edges(&row, &AXafsFileSelect::foundNewEdge);
@@ -200,7 +202,7 @@ void tst_AXafsFileSelect::unreadableFileProposesNoEdge()
     QCOMPARE(row.fileText(), path);
 }
 
-void tst_AXafsFileSelect::missingFileLeavesTheSpectrumAndProposesNoEdge_data()
+void tst_AXafsFileSelect::missingFileKeepsTheSpectrumAndProposesNoEdge_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("missing file") << "missing.dat";
@@ -208,7 +210,7 @@ void tst_AXafsFileSelect::missingFileLeavesTheSpectrumAndProposesNoEdge_data()
     QTest::newRow("cleared row") << "";
 }
 
-void tst_AXafsFileSelect::missingFileLeavesTheSpectrumAndProposesNoEdge()
+void tst_AXafsFileSelect::missingFileKeepsTheSpectrumAndProposesNoEdge()
 {
     QFETCH(QString, name);
     AXafsFileSelect row;
@@ -226,7 +228,7 @@ void tst_AXafsFileSelect::missingFileLeavesTheSpectrumAndProposesNoEdge()
     QCOMPARE(paths.size(), 1);
 }
 
-void tst_AXafsFileSelect::fileWithoutPointsMakesAGoodSpectrumInvalid()
+void tst_AXafsFileSelect::fileWithoutPointsInvalidatesTheSpectrum()
 {
     AXafsFileSelect row;
     row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum));
@@ -236,7 +238,7 @@ void tst_AXafsFileSelect::fileWithoutPointsMakesAGoodSpectrumInvalid()
     QCOMPARE(edges.size(), 0);
 }
 
-void tst_AXafsFileSelect::spectrumSlotAloneDoesNotTouchTheNameField()
+void tst_AXafsFileSelect::spectrumSlotKeepsTheNameField()
 {
     AXafsFileSelect row;
     const QSignalSpy paths(&row, &AFileSelect::newFilePath);
@@ -246,7 +248,7 @@ void tst_AXafsFileSelect::spectrumSlotAloneDoesNotTouchTheNameField()
     QCOMPARE(paths.size(), 0);
 }
 
-void tst_AXafsFileSelect::shiftFieldIsNotHeardBeforeAttach()
+void tst_AXafsFileSelect::shiftFieldHasNoEffectBeforeAttach()
 {
     AXafsFileSelect row;
     row.Ui_AFileSelect::dE->setText(QStringLiteral("1.5"));
@@ -254,7 +256,7 @@ void tst_AXafsFileSelect::shiftFieldIsNotHeardBeforeAttach()
     QCOMPARE(spectrumOf(row).dE, 0.0);
 }
 
-void tst_AXafsFileSelect::attachIsSafeWithoutAFrame()
+void tst_AXafsFileSelect::attachWithoutFrameIsHarmless()
 {
     AXafsFileSelect row;
     row.attach(nullptr);
@@ -265,25 +267,25 @@ void tst_AXafsFileSelect::attachIsSafeWithoutAFrame()
     QCOMPARE(spectrumOf(row).dE, 1.5);
     row.AFileSelect::newFile(tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum));
     QVERIFY(row.valid);
-    row.draw(nullptr); // there is nothing to draw on
+    row.draw(nullptr); // no-op without a frame
 }
 
-void tst_AXafsFileSelect::attachTwiceHearsTheShiftFieldOnce()
+void tst_AXafsFileSelect::attachTwiceConnectsTheShiftFieldOnce()
 {
     AXafsFileSelect row;
     row.attach(nullptr);
     row.attach(nullptr);
-    fill(row);
+    setSpectrum(row);
     const QSignalSpy updates(&row, &AXafsFileSelect::updated);
     Q_EMIT row.newDE();
     QCOMPARE(updates.size(), 1);
 }
 
-void tst_AXafsFileSelect::shiftOfAValidSpectrumIsStoredAndTold()
+void tst_AXafsFileSelect::shiftOfValidSpectrumIsStoredAndSignalled()
 {
     AXafsFileSelect row;
     row.attach(nullptr);
-    fill(row);
+    setSpectrum(row);
     const QSignalSpy updates(&row, &AXafsFileSelect::updated);
     row.Ui_AFileSelect::dE->setText(QStringLiteral("-2.5"));
     const tests::DebugLog log;
@@ -294,7 +296,7 @@ void tst_AXafsFileSelect::shiftOfAValidSpectrumIsStoredAndTold()
     QCOMPARE(log.lines(), expected);
 }
 
-void tst_AXafsFileSelect::shiftWithoutASpectrumIsStoredInSilence()
+void tst_AXafsFileSelect::shiftWithoutSpectrumIsStoredWithoutSignal()
 {
     AXafsFileSelect row;
     row.attach(nullptr);
@@ -307,7 +309,7 @@ void tst_AXafsFileSelect::shiftWithoutASpectrumIsStoredInSilence()
     QCOMPARE(log.lines(), QStringList(QStringLiteral("set new de")));
 }
 
-void tst_AXafsFileSelect::shiftOfWordsIsZero()
+void tst_AXafsFileSelect::unparsableShiftIsZero()
 {
     AXafsFileSelect row;
     spectrumOf(row).dE = 4.0;
@@ -333,13 +335,14 @@ void tst_AXafsFileSelect::shiftDoesNotRefitTheBackgroundLines()
             tests::sameDouble(row.preLine.b, pre.b));
     QVERIFY(tests::sameDouble(row.postLine.c, post.c) &&
             tests::sameDouble(row.postLine.a, post.a) && tests::sameDouble(row.postLine.b, post.b));
-    // A fit of the shifted spectrum would have given other lines.
+    // A new fit of the shifted spectrum gives other lines, so the comparison above is
+    // meaningful.
     row.fitLines();
     QVERIFY(!tests::sameDouble(row.preLine.c, pre.c));
     QVERIFY(!tests::sameDouble(row.postLine.c, post.c));
 }
 
-void tst_AXafsFileSelect::shiftSurvivesANewFile()
+void tst_AXafsFileSelect::shiftIsKeptForANewFile()
 {
     AXafsFileSelect row;
     row.Ui_AFileSelect::dE->setText(QStringLiteral("5"));
@@ -349,10 +352,10 @@ void tst_AXafsFileSelect::shiftSurvivesANewFile()
     QCOMPARE(spectrumOf(row).dE, 5.0);
     QCOMPARE(row.points.at(0).energy, 8000.0);
     QCOMPARE(edges.size(), 1);
-    QCOMPARE(edges.at(0).at(0).toDouble(), 8100.0); // 8105 less the shift
+    QCOMPARE(edges.at(0).at(0).toDouble(), 8100.0); // 8105 minus the shift
 }
 
-void tst_AXafsFileSelect::mutIsInterpolatedLessThePreEdgeLine_data()
+void tst_AXafsFileSelect::mutIsInterpolatedMinusThePreEdgeLine_data()
 {
     QTest::addColumn<double>("energy"); // eV
     QTest::addColumn<double>("mut");
@@ -361,41 +364,41 @@ void tst_AXafsFileSelect::mutIsInterpolatedLessThePreEdgeLine_data()
     QTest::newRow("on a point") << 8010.0 << 1.1 - 0.25;
     QTest::newRow("on the first point") << 8000.0 << 0.1 - 0.25;
     QTest::newRow("on the last point") << 8020.0 << 1.3 - 0.25;
-    QTest::newRow("below, half way from energy 0, mut 0") << 4000.0 << 0.05 - 0.25;
+    QTest::newRow("below, midway from (0, 0)") << 4000.0 << 0.05 - 0.25;
 }
 
-void tst_AXafsFileSelect::mutIsInterpolatedLessThePreEdgeLine()
+void tst_AXafsFileSelect::mutIsInterpolatedMinusThePreEdgeLine()
 {
     QFETCH(double, energy);
     QFETCH(double, mut);
     AXafsFileSelect row;
-    fill(row);
+    setSpectrum(row);
     double out = -7.0;
     QVERIFY(row.MutAt(energy, &out));
-    // A few roundings of numbers near 1.
+    // Tolerance: a few rounding errors of numbers near 1.
     QVERIFY2(qAbs(out - mut) < 1e-12, qPrintable(QString::number(out, 'g', 17)));
 }
 
-void tst_AXafsFileSelect::mutIsLessThePostEdgeLineWhenChosen()
+void tst_AXafsFileSelect::subPostSubtractsThePostEdgeLine()
 {
     AXafsFileSelect row;
-    fill(row);
+    setSpectrum(row);
     row.subPost = true;
     double out = -7.0;
     QVERIFY(row.MutAt(8005.0, &out));
     QVERIFY2(qAbs(out - (0.6 - 1.5)) < 1e-12, qPrintable(QString::number(out, 'g', 17)));
 }
 
-void tst_AXafsFileSelect::mutAboveTheSpectrumIsRefusedAndLeavesTheValue()
+void tst_AXafsFileSelect::mutAboveTheSpectrumFailsAndKeepsTheValue()
 {
     AXafsFileSelect row;
-    fill(row);
+    setSpectrum(row);
     double out = -7.0;
     QVERIFY(!row.MutAt(8020.5, &out));
     QCOMPARE(out, -7.0);
 }
 
-void tst_AXafsFileSelect::mutOfAnEmptySpectrumIsRefused()
+void tst_AXafsFileSelect::mutOfEmptySpectrumFails()
 {
     const AXafsFileSelect row;
     double out = -7.0;
@@ -403,25 +406,26 @@ void tst_AXafsFileSelect::mutOfAnEmptySpectrumIsRefused()
     QCOMPARE(out, -7.0);
 }
 
-void tst_AXafsFileSelect::mutUsesTheWorkingEnergies()
+void tst_AXafsFileSelect::mutUsesTheShiftedEnergies()
 {
     AXafsFileSelect row;
-    fill(row);
+    setSpectrum(row);
     spectrumOf(row).dE = 5.0;
     double out = -7.0;
-    // The points lie at 7995, 8005 and 8015 now.
+    // The points are now at 7995, 8005 and 8015.
     QVERIFY(row.MutAt(8000.0, &out));
     QVERIFY2(qAbs(out - (0.6 - 0.25)) < 1e-12, qPrintable(QString::number(out, 'g', 17)));
     QVERIFY(!row.MutAt(8016.0, &out));
 }
 
-void tst_AXafsFileSelect::mutOfADescendingScanTakesTheFirstPoint()
+void tst_AXafsFileSelect::mutOfDescendingScanUsesTheFirstPoint()
 {
     AXafsFileSelect row;
-    fill(row);
+    setSpectrum(row);
     std::reverse(row.points.begin(), row.points.end());
     double out = -7.0;
-    // 8020 eV comes first and reaches 8010 eV: from the origin, 1.3 * 8010 / 8020.
+    // The first point, 8020 eV, is already above 8010 eV: interpolation from the origin
+    // gives 1.3 * 8010 / 8020.
     QVERIFY(row.MutAt(8010.0, &out));
     QVERIFY2(qAbs(out - (1.3 * 8010.0 / 8020.0 - 0.25)) < 1e-12,
              qPrintable(QString::number(out, 'g', 17)));

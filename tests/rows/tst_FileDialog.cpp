@@ -1,4 +1,5 @@
-// The file dialog of a row: at rest while hidden, ready to type when it opens.
+// Tests of FileDialog, the file dialog of a row: idle while hidden, ready for typing
+// when it opens.
 
 #include "rows/DialogSettings.h"
 #include "rows/FileDialog.h"
@@ -22,10 +23,11 @@
 namespace
 {
 
-/// Long enough for a thread to read a folder of a few files.
+/// Long enough for the model's thread to read a folder of a few files.
 constexpr int quietMs = 150;
 
-/// Whether this process has the folder watched, as the kernel tells.
+/// Whether this process watches @p folder, according to the kernel's inotify
+/// information in /proc.
 bool isWatched(const QString& folder)
 {
     struct stat info = {};
@@ -42,22 +44,22 @@ bool isWatched(const QString& folder)
     });
 }
 
-/// A dialog of a window, with the toolkit's own widgets inside.
-struct Desk {
-    Desk()
+/// A dialog with its parent window, and Qt's widgets inside it.
+struct DialogFixture {
+    DialogFixture()
     {
         dialog.setNameFilters({QStringLiteral("Data Files (*.dat)")});
         dialog.setFileMode(QFileDialog::ExistingFile);
     }
 
-    /// Opens the dialog, ready for the keyboard.
+    /// Opens the dialog and waits until its window is active.
     bool open()
     {
         dialog.show();
         return QTest::qWaitForWindowActive(&dialog);
     }
 
-    bool holds(const QString& path) const
+    bool lists(const QString& path) const
     {
         return list->model()->rowCount(list->rootIndex()) > 0 && model->index(path).isValid() &&
                model->index(path).parent() == list->rootIndex();
@@ -80,31 +82,31 @@ class tst_FileDialog : public QObject
 private Q_SLOTS:
     void init();
 
-    void desktopsMayShowTheirOwnDialog();
+    void classNameAllowsTheNativeDialog();
     void isAHiddenWindowOfItsParent();
 
-    void hiddenDialogOnlyRemembersItsFolder();
-    void dialogThatWasClosedNeitherReadsNorWatches();
-    void dialogClosedWhileItReadsWatchesNothingLater();
+    void hiddenDialogOnlyStoresItsFolder();
+    void closedDialogNeitherReadsNorWatches();
+    void dialogClosedWhileReadingWatchesNothing();
     void openDialogFollowsItsFolder();
     void openingReadsTheFolderAgain();
 
-    void opensInTheFolderThatItWasGiven();
-    void opensWhereTheUserWent();
-    void opensAboveAFolderThatIsGone();
-    void emptyFolderIsNoFolder();
+    void opensInTheGivenFolder();
+    void opensInTheFolderChosenByTheUser();
+    void opensInNearestExistingParentFolder();
+    void emptyFolderIsIgnored();
     void openingHighlightsNoFile();
-    void pausesAreNoPlacesToGoBackTo();
-    void firstOpeningHasNoPlaceToGoBackTo();
+    void closingAddsNoHistoryEntry();
+    void firstOpeningHasNoHistory();
 
-    void completionListGoesWithItsDialog();
-    void matchesThatComeLateOpenNoList();
+    void completionListClosesWithItsDialog();
+    void lateMatchesOpenNoCompletionList();
     void completionWorksOnTheNextOpening();
 
     void lastNameIsSelectedOnEachOpening();
     void firstOpeningShowsNameSizeAndDate();
-    void sizeThatTheUserChoseStays();
-    void titleStaysWhateverTheModes();
+    void sizeChosenByTheUserIsKept();
+    void titleIsKeptInAllModes();
 
 private:
     QString file(const QString& name) const { return tests::writeFile(*m_folder, name, "1 2\n"); }
@@ -121,29 +123,29 @@ void tst_FileDialog::init()
     m_path = QDir(m_folder->path()).canonicalPath();
 }
 
-void tst_FileDialog::desktopsMayShowTheirOwnDialog()
+void tst_FileDialog::classNameAllowsTheNativeDialog()
 {
-    // The toolkit asks for exactly this name.
-    const Desk desk;
-    QCOMPARE(desk.dialog.metaObject()->className(), "QFileDialog");
+    // Qt shows the native dialog only for exactly this class name.
+    const DialogFixture fixture;
+    QCOMPARE(fixture.dialog.metaObject()->className(), "QFileDialog");
 }
 
 void tst_FileDialog::isAHiddenWindowOfItsParent()
 {
-    const Desk desk;
-    QCOMPARE(desk.dialog.parentWidget(), &desk.window);
-    QCOMPARE(desk.dialog.windowType(), Qt::Window);
-    QVERIFY(desk.dialog.isHidden());
-    QCOMPARE(desk.dialog.directory().path(), QDir::currentPath());
+    const DialogFixture fixture;
+    QCOMPARE(fixture.dialog.parentWidget(), &fixture.window);
+    QCOMPARE(fixture.dialog.windowType(), Qt::Window);
+    QVERIFY(fixture.dialog.isHidden());
+    QCOMPARE(fixture.dialog.directory().path(), QDir::currentPath());
 }
 
-void tst_FileDialog::hiddenDialogOnlyRemembersItsFolder()
+void tst_FileDialog::hiddenDialogOnlyStoresItsFolder()
 {
     file(QStringLiteral("a.dat"));
-    Desk desk;
-    const QSignalSpy loads(desk.model, &QFileSystemModel::directoryLoaded);
-    desk.dialog.setDirectory(m_path);
-    QCOMPARE(desk.dialog.directory().path(), m_path);
+    DialogFixture fixture;
+    const QSignalSpy loads(fixture.model, &QFileSystemModel::directoryLoaded);
+    fixture.dialog.setDirectory(m_path);
+    QCOMPARE(fixture.dialog.directory().path(), m_path);
     QTest::qWait(quietMs);
     QVERIFY(!isWatched(m_path));
     QVERIFY(!isWatched(QDir::currentPath()));
@@ -153,33 +155,33 @@ void tst_FileDialog::hiddenDialogOnlyRemembersItsFolder()
     }
 }
 
-void tst_FileDialog::dialogThatWasClosedNeitherReadsNorWatches()
+void tst_FileDialog::closedDialogNeitherReadsNorWatches()
 {
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
-    QVERIFY(desk.open());
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
+    QVERIFY(fixture.open());
     QTRY_VERIFY(isWatched(m_path));
     QTest::qWait(quietMs);
-    const QSignalSpy loads(desk.model, &QFileSystemModel::directoryLoaded);
-    desk.dialog.close();
+    const QSignalSpy loads(fixture.model, &QFileSystemModel::directoryLoaded);
+    fixture.dialog.close();
     QVERIFY(!isWatched(m_path));
     const QString later = file(QStringLiteral("later.dat"));
     QTest::qWait(quietMs);
     QVERIFY(!isWatched(m_path));
     QCOMPARE(loads.size(), 0);
-    QCOMPARE(desk.list->model()->rowCount(desk.list->rootIndex()), 0);
+    QCOMPARE(fixture.list->model()->rowCount(fixture.list->rootIndex()), 0);
 }
 
-void tst_FileDialog::dialogClosedWhileItReadsWatchesNothingLater()
+void tst_FileDialog::dialogClosedWhileReadingWatchesNothing()
 {
     for (int i = 0; i < 500; ++i) {
         file(QStringLiteral("%1.dat").arg(i));
     }
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
-    QSignalSpy loads(desk.model, &QFileSystemModel::directoryLoaded);
-    desk.dialog.show();
-    desk.dialog.close();
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
+    QSignalSpy loads(fixture.model, &QFileSystemModel::directoryLoaded);
+    fixture.dialog.show();
+    fixture.dialog.close();
     QTRY_VERIFY(!loads.isEmpty() && loads.last().first().toString() == m_path);
     loads.clear();
     QTest::qWait(quietMs);
@@ -189,242 +191,242 @@ void tst_FileDialog::dialogClosedWhileItReadsWatchesNothingLater()
 
 void tst_FileDialog::openDialogFollowsItsFolder()
 {
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
-    QVERIFY(desk.open());
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
+    QVERIFY(fixture.open());
     QTRY_VERIFY(isWatched(m_path));
     const QString path = file(QStringLiteral("arrived.dat"));
-    QTRY_VERIFY(desk.holds(path));
+    QTRY_VERIFY(fixture.lists(path));
 }
 
 void tst_FileDialog::openingReadsTheFolderAgain()
 {
     const QString removed = file(QStringLiteral("removed.dat"));
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
-    QVERIFY(desk.open());
-    QTRY_VERIFY(desk.holds(removed));
-    desk.dialog.close();
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
+    QVERIFY(fixture.open());
+    QTRY_VERIFY(fixture.lists(removed));
+    fixture.dialog.close();
     const QString added = file(QStringLiteral("added.dat"));
     QVERIFY(QFile::remove(removed));
-    QVERIFY(desk.open());
-    QTRY_VERIFY(desk.holds(added));
-    QTRY_COMPARE(desk.list->model()->rowCount(desk.list->rootIndex()), 1);
+    QVERIFY(fixture.open());
+    QTRY_VERIFY(fixture.lists(added));
+    QTRY_COMPARE(fixture.list->model()->rowCount(fixture.list->rootIndex()), 1);
     QTRY_VERIFY(isWatched(m_path));
 }
 
-void tst_FileDialog::opensInTheFolderThatItWasGiven()
+void tst_FileDialog::opensInTheGivenFolder()
 {
     const QString path = file(QStringLiteral("a.dat"));
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
-    QVERIFY(desk.open());
-    QCOMPARE(desk.dialog.directory().path(), m_path);
-    QTRY_VERIFY(desk.holds(path));
-    // One that is open goes there at once.
-    desk.dialog.setDirectory(QDir::rootPath());
-    QCOMPARE(desk.dialog.directory().path(), QDir::rootPath());
-    QCOMPARE(desk.model->rootPath(), QDir::rootPath());
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
+    QVERIFY(fixture.open());
+    QCOMPARE(fixture.dialog.directory().path(), m_path);
+    QTRY_VERIFY(fixture.lists(path));
+    // An open dialog goes there at once.
+    fixture.dialog.setDirectory(QDir::rootPath());
+    QCOMPARE(fixture.dialog.directory().path(), QDir::rootPath());
+    QCOMPARE(fixture.model->rootPath(), QDir::rootPath());
 }
 
-void tst_FileDialog::opensWhereTheUserWent()
+void tst_FileDialog::opensInTheFolderChosenByTheUser()
 {
     QVERIFY(QDir(m_path).mkdir(QStringLiteral("below")));
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
-    QVERIFY(desk.open());
-    QTest::keyClicks(desk.name, QStringLiteral("below"));
-    QTest::keyClick(desk.name, Qt::Key_Return);
-    QCOMPARE(desk.dialog.directory().dirName(), QStringLiteral("below"));
-    desk.dialog.close();
-    QCOMPARE(desk.dialog.directory().dirName(), QStringLiteral("below"));
-    QVERIFY(desk.open());
-    QCOMPARE(desk.model->rootPath(), m_path + QStringLiteral("/below"));
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
+    QVERIFY(fixture.open());
+    QTest::keyClicks(fixture.name, QStringLiteral("below"));
+    QTest::keyClick(fixture.name, Qt::Key_Return);
+    QCOMPARE(fixture.dialog.directory().dirName(), QStringLiteral("below"));
+    fixture.dialog.close();
+    QCOMPARE(fixture.dialog.directory().dirName(), QStringLiteral("below"));
+    QVERIFY(fixture.open());
+    QCOMPARE(fixture.model->rootPath(), m_path + QStringLiteral("/below"));
 }
 
-void tst_FileDialog::opensAboveAFolderThatIsGone()
+void tst_FileDialog::opensInNearestExistingParentFolder()
 {
-    Desk desk;
-    desk.dialog.setDirectory(m_path + QStringLiteral("/run/1"));
-    QVERIFY(desk.open());
-    QCOMPARE(desk.model->rootPath(), m_path);
-    desk.dialog.close();
-    desk.dialog.setDirectory(QStringLiteral("//server/share"));
-    QVERIFY(desk.open());
-    QCOMPARE(desk.model->rootPath(), QDir::rootPath());
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path + QStringLiteral("/run/1"));
+    QVERIFY(fixture.open());
+    QCOMPARE(fixture.model->rootPath(), m_path);
+    fixture.dialog.close();
+    fixture.dialog.setDirectory(QStringLiteral("//server/share"));
+    QVERIFY(fixture.open());
+    QCOMPARE(fixture.model->rootPath(), QDir::rootPath());
 }
 
-void tst_FileDialog::emptyFolderIsNoFolder()
+void tst_FileDialog::emptyFolderIsIgnored()
 {
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
-    desk.dialog.setDirectory(QString());
-    QCOMPARE(desk.dialog.directory().path(), m_path);
-    QVERIFY(desk.open());
-    desk.dialog.setDirectory(QString());
-    QCOMPARE(desk.dialog.directory().path(), m_path);
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
+    fixture.dialog.setDirectory(QString());
+    QCOMPARE(fixture.dialog.directory().path(), m_path);
+    QVERIFY(fixture.open());
+    fixture.dialog.setDirectory(QString());
+    QCOMPARE(fixture.dialog.directory().path(), m_path);
 }
 
 void tst_FileDialog::openingHighlightsNoFile()
 {
     const QString path = file(QStringLiteral("a.dat"));
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
-    const QSignalSpy highlights(&desk.dialog, &QFileDialog::currentChanged);
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
+    const QSignalSpy highlights(&fixture.dialog, &QFileDialog::currentChanged);
     for (int opening = 0; opening < 2; ++opening) {
-        QVERIFY(desk.open());
-        QTRY_VERIFY(desk.holds(path));
+        QVERIFY(fixture.open());
+        QTRY_VERIFY(fixture.lists(path));
         QTest::qWait(quietMs);
-        QVERIFY(!desk.list->currentIndex().isValid());
-        desk.dialog.close();
+        QVERIFY(!fixture.list->currentIndex().isValid());
+        fixture.dialog.close();
     }
     QCOMPARE(highlights.size(), 0);
 }
 
-void tst_FileDialog::pausesAreNoPlacesToGoBackTo()
+void tst_FileDialog::closingAddsNoHistoryEntry()
 {
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
     for (int opening = 0; opening < 3; ++opening) {
-        QVERIFY(desk.open());
-        desk.dialog.close();
+        QVERIFY(fixture.open());
+        fixture.dialog.close();
     }
-    QVERIFY(desk.open());
-    desk.dialog.setDirectory(QDir::tempPath());
-    auto* back = desk.dialog.findChild<QAbstractButton*>(QStringLiteral("backButton"));
+    QVERIFY(fixture.open());
+    fixture.dialog.setDirectory(QDir::tempPath());
+    auto* back = fixture.dialog.findChild<QAbstractButton*>(QStringLiteral("backButton"));
     QVERIFY(back && back->isEnabled());
     QTest::mouseClick(back, Qt::LeftButton);
-    QCOMPARE(desk.model->rootPath(), m_path);
+    QCOMPARE(fixture.model->rootPath(), m_path);
     while (back->isEnabled()) {
         QTest::mouseClick(back, Qt::LeftButton);
-        QVERIFY(!desk.model->rootPath().isEmpty());
+        QVERIFY(!fixture.model->rootPath().isEmpty());
     }
 }
 
-void tst_FileDialog::firstOpeningHasNoPlaceToGoBackTo()
+void tst_FileDialog::firstOpeningHasNoHistory()
 {
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
-    QVERIFY(desk.open());
-    const auto* back = desk.dialog.findChild<QAbstractButton*>(QStringLiteral("backButton"));
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
+    QVERIFY(fixture.open());
+    const auto* back = fixture.dialog.findChild<QAbstractButton*>(QStringLiteral("backButton"));
     QVERIFY(back && !back->isEnabled());
-    desk.dialog.setDirectory(QDir::tempPath());
+    fixture.dialog.setDirectory(QDir::tempPath());
     QVERIFY(back->isEnabled());
 }
 
-void tst_FileDialog::completionListGoesWithItsDialog()
+void tst_FileDialog::completionListClosesWithItsDialog()
 {
     const QString path = file(QStringLiteral("ref_ni2.dat"));
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
-    QVERIFY(desk.open());
-    QTRY_VERIFY(desk.holds(path));
-    QTest::keyClicks(desk.name, QStringLiteral("ref_ni2.dat"));
-    QTRY_VERIFY(desk.completer->popup()->isVisible());
-    const QSignalSpy files(&desk.dialog, &QFileDialog::fileSelected);
-    // While it is open the list has the keyboard.
-    QTest::keyClick(desk.completer->popup(), Qt::Key_Return);
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
+    QVERIFY(fixture.open());
+    QTRY_VERIFY(fixture.lists(path));
+    QTest::keyClicks(fixture.name, QStringLiteral("ref_ni2.dat"));
+    QTRY_VERIFY(fixture.completer->popup()->isVisible());
+    const QSignalSpy files(&fixture.dialog, &QFileDialog::fileSelected);
+    // While the completion list is open it has the keyboard focus.
+    QTest::keyClick(fixture.completer->popup(), Qt::Key_Return);
     QCOMPARE(files.size(), 1);
-    QVERIFY(desk.dialog.isHidden());
-    QVERIFY(!desk.completer->popup()->isVisible());
+    QVERIFY(fixture.dialog.isHidden());
+    QVERIFY(!fixture.completer->popup()->isVisible());
     QTest::qWait(quietMs);
-    QVERIFY(!desk.completer->popup()->isVisible());
+    QVERIFY(!fixture.completer->popup()->isVisible());
     QVERIFY(!QApplication::activePopupWidget());
 }
 
-void tst_FileDialog::matchesThatComeLateOpenNoList()
+void tst_FileDialog::lateMatchesOpenNoCompletionList()
 {
     for (int i = 0; i < 300; ++i) {
         file(QStringLiteral("ref_%1.dat").arg(i));
     }
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
-    const QSignalSpy loads(desk.model, &QFileSystemModel::directoryLoaded);
-    desk.dialog.show();
-    QTest::keyClicks(desk.name, QStringLiteral("ref"));
-    desk.dialog.close();
-    QCOMPARE(loads.size(), 0); // so nothing matches yet
-    // Without a field a completer opens nothing.
-    QVERIFY(!desk.completer->widget());
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
+    const QSignalSpy loads(fixture.model, &QFileSystemModel::directoryLoaded);
+    fixture.dialog.show();
+    QTest::keyClicks(fixture.name, QStringLiteral("ref"));
+    fixture.dialog.close();
+    QCOMPARE(loads.size(), 0); // the folder is not read yet, so nothing matches
+    // A completer without a widget opens no list.
+    QVERIFY(!fixture.completer->widget());
     QTRY_VERIFY(!loads.isEmpty() && loads.last().first().toString() == m_path);
     QTest::qWait(quietMs);
     QVERIFY(!QApplication::activePopupWidget());
-    QVERIFY(!desk.completer->popup()->isVisible());
+    QVERIFY(!fixture.completer->popup()->isVisible());
 }
 
 void tst_FileDialog::completionWorksOnTheNextOpening()
 {
     const QString path = file(QStringLiteral("ref_ni2.dat"));
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
     for (int opening = 0; opening < 2; ++opening) {
-        QVERIFY(desk.open());
-        QTRY_VERIFY(desk.holds(path));
-        QTest::keyClicks(desk.name, QStringLiteral("ref"));
-        QTRY_VERIFY(desk.completer->popup()->isVisible());
-        desk.dialog.close();
-        QVERIFY(!desk.completer->popup()->isVisible());
+        QVERIFY(fixture.open());
+        QTRY_VERIFY(fixture.lists(path));
+        QTest::keyClicks(fixture.name, QStringLiteral("ref"));
+        QTRY_VERIFY(fixture.completer->popup()->isVisible());
+        fixture.dialog.close();
+        QVERIFY(!fixture.completer->popup()->isVisible());
     }
 }
 
 void tst_FileDialog::lastNameIsSelectedOnEachOpening()
 {
     file(QStringLiteral("target.dat"));
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
-    QVERIFY(desk.open());
-    QTest::keyClicks(desk.name, QStringLiteral("target.dat"));
-    desk.dialog.close();
-    QVERIFY(desk.open());
-    QTRY_VERIFY(desk.name->hasFocus());
-    QCOMPARE(desk.name->selectedText(), QStringLiteral("target.dat"));
-    QTest::keyClicks(desk.name, QStringLiteral("mix.dat"));
-    QCOMPARE(desk.name->text(), QStringLiteral("mix.dat"));
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
+    QVERIFY(fixture.open());
+    QTest::keyClicks(fixture.name, QStringLiteral("target.dat"));
+    fixture.dialog.close();
+    QVERIFY(fixture.open());
+    QTRY_VERIFY(fixture.name->hasFocus());
+    QCOMPARE(fixture.name->selectedText(), QStringLiteral("target.dat"));
+    QTest::keyClicks(fixture.name, QStringLiteral("mix.dat"));
+    QCOMPARE(fixture.name->text(), QStringLiteral("mix.dat"));
 }
 
 void tst_FileDialog::firstOpeningShowsNameSizeAndDate()
 {
     const QString path = tests::writeFile(*m_folder, QStringLiteral("spectrum_8345.75ev_a.dat"),
                                           QByteArray(1023990, '1'));
-    Desk desk;
-    desk.dialog.setDirectory(m_path);
-    QVERIFY(desk.open());
-    QTRY_VERIFY(desk.holds(path));
-    const QAbstractItemView* list = desk.list;
+    DialogFixture fixture;
+    fixture.dialog.setDirectory(m_path);
+    QVERIFY(fixture.open());
+    QTRY_VERIFY(fixture.lists(path));
+    const QAbstractItemView* list = fixture.list;
     for (const int column : {0, 1, 3}) {
         const QByteArray which = "column " + QByteArray::number(column);
-        QVERIFY2(list->sizeHintForColumn(column) <= desk.list->columnWidth(column), which);
-        const QRect cell = list->visualRect(desk.model->index(path).siblingAtColumn(column));
+        QVERIFY2(list->sizeHintForColumn(column) <= fixture.list->columnWidth(column), which);
+        const QRect cell = list->visualRect(fixture.model->index(path).siblingAtColumn(column));
         QVERIFY2(list->viewport()->rect().contains(cell), which);
     }
-    QVERIFY(desk.dialog.width() <= 1200 && desk.dialog.height() <= 700);
+    QVERIFY(fixture.dialog.width() <= 1200 && fixture.dialog.height() <= 700);
 }
 
-void tst_FileDialog::sizeThatTheUserChoseStays()
+void tst_FileDialog::sizeChosenByTheUserIsKept()
 {
-    Desk desk;
-    QVERIFY(desk.open());
+    DialogFixture fixture;
+    QVERIFY(fixture.open());
     const QSize chosen(450, 420);
-    desk.dialog.resize(chosen);
-    desk.list->header()->resizeSection(0, 90);
-    desk.dialog.close();
-    QVERIFY(desk.open());
-    QCOMPARE(desk.dialog.size(), chosen);
-    QCOMPARE(desk.list->columnWidth(0), 90);
+    fixture.dialog.resize(chosen);
+    fixture.list->header()->resizeSection(0, 90);
+    fixture.dialog.close();
+    QVERIFY(fixture.open());
+    QCOMPARE(fixture.dialog.size(), chosen);
+    QCOMPARE(fixture.list->columnWidth(0), 90);
 }
 
-void tst_FileDialog::titleStaysWhateverTheModes()
+void tst_FileDialog::titleIsKeptInAllModes()
 {
-    Desk desk;
+    DialogFixture fixture;
     const QString title = QStringLiteral("Ref 1");
-    desk.dialog.setWindowTitle(title);
-    desk.dialog.setAcceptMode(QFileDialog::AcceptSave);
-    desk.dialog.setFileMode(QFileDialog::Directory);
-    desk.dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    fixture.dialog.setWindowTitle(title);
+    fixture.dialog.setAcceptMode(QFileDialog::AcceptSave);
+    fixture.dialog.setFileMode(QFileDialog::Directory);
+    fixture.dialog.setAcceptMode(QFileDialog::AcceptOpen);
     QEvent language(QEvent::LanguageChange);
-    QCoreApplication::sendEvent(&desk.dialog, &language);
-    QVERIFY(desk.open());
-    QCOMPARE(desk.dialog.windowTitle(), title);
+    QCoreApplication::sendEvent(&fixture.dialog, &language);
+    QVERIFY(fixture.open());
+    QCOMPARE(fixture.dialog.windowTitle(), title);
 }
 
 QTEST_MAIN(tst_FileDialog)

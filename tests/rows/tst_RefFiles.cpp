@@ -1,4 +1,4 @@
-// The list of reference rows as one place to listen to.
+// Tests of RefFiles, the list of reference rows with common signals.
 
 #include "rows/ARefFile.h"
 #include "rows/DialogSettings.h"
@@ -14,7 +14,7 @@ class tst_RefFiles : public QObject
 
 private Q_SLOTS:
     void listStartsEmpty();
-    void signalsOfAllRowsComeOutAsOne();
+    void signalsOfAllRowsAreForwarded();
     void rowsAreNotOwned();
 
 private:
@@ -27,7 +27,7 @@ void tst_RefFiles::listStartsEmpty()
     QVERIFY(refs.RefRows.isEmpty());
 }
 
-void tst_RefFiles::signalsOfAllRowsComeOutAsOne()
+void tst_RefFiles::signalsOfAllRowsAreForwarded()
 {
     ARefFile first;
     ARefFile second;

@@ -1,4 +1,4 @@
-// How a spectrum row draws itself in its frame.
+// Tests of the plot of one spectrum, which its row draws in a frame.
 
 #include "display/Displays.h"
 #include "rows/AXafsFileSelect.h"
@@ -28,21 +28,21 @@ const QColor preColor(0, 200, 0);
 const QColor postColor(0, 0, 200);
 const QColor outlineColor(150, 150, 150);
 
-// On a surface of 387 by 257 pixels the margins are 38 and 19 pixels wide (0.1
-// and 0.05 of 387, cut) and 25 and 12 high. The plot area goes from column 38 to
-// 368 and from row 232 up to 12: 330 by 220 pixels.
+// On a surface of 387 by 257 pixels the margins are 38 and 19 pixels wide (0.1 and 0.05
+// of 387, truncated) and 25 and 12 high. The plot area is columns 38 to 368 and rows 12
+// to 232: 330 by 220 pixels.
 //
-// A spectrum that spans 300 eV and 2 in mut has a range of 330 eV and 2.2, so
-// that a pixel is 1 eV wide and 0.01 high:
+// A spectrum that spans 300 eV and 2 in mut has a range of 330 eV and 2.2, so one pixel
+// is 1 eV wide and 0.01 high:
 //     column = 53 + (energy - lowest energy)
 //     row = 222 - 100 * (mut - lowest mut)
-const QSize evenSize(387, 257);
-const QRect evenOutline(38, 12, 330, 220);
+const QSize usualSize(387, 257);
+const QRect usualOutline(38, 12, 330, 220);
 
-// A size at which nothing of this comes out even.
+// A size without integer pixel coordinates.
 const QSize oddSize(401, 307);
 
-/// Gives the row these points; the extremes as a reader would find them.
+/// Sets the points and their extremes, like a file reader.
 void setPoints(AMutE& spectrum, const QList<QPointF>& energyAndMut)
 {
     spectrum.points.clear();
@@ -58,15 +58,15 @@ void setPoints(AMutE& spectrum, const QList<QPointF>& energyAndMut)
     spectrum.valid = true;
 }
 
-/// A flat line at a level.
+/// A constant background line.
 data::VictoreenLine level(double value)
 {
     return {value, 0.0, 0.0};
 }
 
-/// 8000 to 8300 eV, mut 1 to 3; the middle part rises by a pixel a column. The
-/// background lines lie at 1.155 and 2.855, which is a jump of 1.7, the limits
-/// at 8050.5 and 8180.5 and the edge at 8150.5: all to the left of the text.
+/// A spectrum from 8000 to 8300 eV with mut 1 to 3; its middle part rises by one pixel
+/// per column. The background lines are at 1.155 and 2.855 (edge jump 1.7), the limits
+/// at 8050.5 and 8180.5 and the edge at 8150.5: all left of the text.
 void setStep(AMutE& spectrum)
 {
     setPoints(spectrum, {{8000, 1}, {8100.5, 1.505}, {8200.5, 2.505}, {8300, 3}});
@@ -77,16 +77,16 @@ void setStep(AMutE& spectrum)
     spectrum.postLine = level(2.855);
 }
 
-/// The same with the limits and the edge out of sight.
-void setBareStep(AMutE& spectrum)
+/// Like setStep(), but with limits and edge outside the range.
+void setStepWithoutMarkers(AMutE& spectrum)
 {
     setStep(spectrum);
     spectrum.preEdgeEnd = spectrum.edgeEnergy = spectrum.postEdgeStart = 9000.0;
 }
 
-/// A row in a frame whose surface has a chosen size.
+/// A spectrum row attached to a frame with a surface of a fixed size.
 struct Plot {
-    explicit Plot(const QSize& size = evenSize)
+    explicit Plot(const QSize& size = usualSize)
     {
         frame.xTitleInArea = true;
         frame.yTitleInArea = true;
@@ -97,10 +97,10 @@ struct Plot {
     AMutE& spectrum() { return row; }
     ChCoord& cc() { return frame.DispA->cc; }
 
-    /// What the surface shows now.
+    /// The current picture of the surface.
     QImage paint() { return frame.DispA->grab().toImage(); }
 
-    /// Chooses the range, as a zoom would.
+    /// Sets the range, like a zoom.
     void setRange(double x0, double y0, double x1, double y1)
     {
         cc().setReal(x0, y0, x1, y1);
@@ -111,14 +111,14 @@ struct Plot {
     AXafsFileSelect row;
 };
 
-/// A frame that says how many slots hear a signal of it.
+/// A frame that counts the receivers of a signal.
 class CountingFrame : public DispABase
 {
 public:
-    int hearers(const char* signal) const { return receivers(signal); }
+    int receiverCount(const char* signal) const { return receivers(signal); }
 };
 
-/// A spectrum with its range and a margin of a twentieth around.
+/// The range of a spectrum with a margin of a twentieth on each side.
 PlotRange rangeOf(const AMutE& spectrum)
 {
     const double marginX = 0.05 * (spectrum.maxEnergy - spectrum.minEnergy);
@@ -127,15 +127,15 @@ PlotRange rangeOf(const AMutE& spectrum)
             spectrum.maxMut + marginY};
 }
 
-/// Three margins wide, at the right end of the plot area, a row of text below its
-/// top.
+/// The box of the edge jump: three left margins wide, at the right end of the plot
+/// area, one gap below its top.
 QRect jumpBox(const PlotPlace& place)
 {
     return {place.right - 3 * place.left, place.top + place.gap(), 3 * place.left,
             place.textHeight()};
 }
 
-/// The text of @p words fitted to the place of the edge jump.
+/// Draws @p words at the position of the edge jump, fitted to its box.
 void drawJump(QStylePainter* p, const PlotPlace& place, const QString& words)
 {
     p->setPen(Qt::black);
@@ -143,11 +143,11 @@ void drawJump(QStylePainter* p, const PlotPlace& place, const QString& words)
                         -1.0);
 }
 
-/// The picture by plain means: one call for each line and text, all by hand.
-class PlainPicture : public PlainPlot
+/// The reference drawing: one call per line and text.
+class ReferencePlot : public PlainPlot
 {
 public:
-    PlainPicture(const QSize& size, const AMutE& drawn)
+    ReferencePlot(const QSize& size, const AMutE& drawn)
         : PlainPlot(size, rangeOf(drawn))
         , spectrum(drawn)
     {
@@ -201,36 +201,36 @@ private:
     }
 };
 
-/// The pixels strictly inside the outline of the even plot.
-QRect evenInside()
+/// The pixels strictly inside the outline of the plot of usualSize.
+QRect usualInside()
 {
-    return evenOutline.adjusted(1, 1, 0, 0); // an outline is a pixel wider than its rectangle
+    return usualOutline.adjusted(1, 1, 0, 0); // an outline is one pixel larger than its rectangle
 }
 
-/// Nothing but the frame and the text at the place of the edge jump.
-class JumpPicture : public PlainPlot
+/// A plot that shows only the frame and a text at the position of the edge jump.
+class JumpPlot : public PlainPlot
 {
 public:
-    JumpPicture(const QSize& size, const AMutE& drawn, const QString& words)
+    JumpPlot(const QSize& size, const AMutE& drawn, const QString& words)
         : PlainPlot(size, rangeOf(drawn))
-        , m_words(words)
+        , m_text(words)
     {
     }
 
 protected:
     void drawData(QStylePainter*) const override {}
-    void drawOnTop(QStylePainter* p) const override { drawJump(p, place, m_words); }
+    void drawOnTop(QStylePainter* p) const override { drawJump(p, place, m_text); }
 
 private:
-    QString m_words;
+    QString m_text;
 };
 
-/// Whether the place of the edge jump shows exactly @p words.
+/// Whether the box of the edge jump shows exactly @p words.
 bool showsJump(Plot& plot, const QString& words)
 {
     const QImage image = plot.paint();
-    const JumpPicture wanted(image.size(), plot.spectrum(), words);
-    return isSamePicture(image, wanted.picture(), jumpBox(wanted.place).adjusted(0, 0, -1, 0));
+    const JumpPlot expected(image.size(), plot.spectrum(), words);
+    return isSamePicture(image, expected.picture(), jumpBox(expected.place).adjusted(0, 0, -1, 0));
 }
 
 } // namespace
@@ -241,67 +241,67 @@ class tst_SpectrumPlot : public QObject
 
 private Q_SLOTS:
 
-    void attachJoinsTheRowWithTheFramesSignals();
-    void reattachingStopsDrawingInTheFormerFrame();
+    void attachConnectsTheFramesSignals();
+    void reattachingStopsDrawingInThePreviousFrame();
     void reattachingTheSameFrameDrawsOnce();
-    void mouseOnTheFrameLeavesTheSpectrum();
+    void mouseOnTheFrameKeepsTheSpectrum();
 
-    void withoutPointsTheFrameIsWhiteAndUntitled();
-    void withoutPointsTheFillLeavesTheLastColumnAndRow();
-    void withoutPointsARangeIsNotFitted();
+    void plotWithoutPointsIsWhiteAndHasNoTitles();
+    void plotWithoutPointsOmitsTheLastColumnAndRow();
+    void rangeWithoutPointsIsNotFitted();
     void invalidSpectrumWithPointsIsDrawn();
     void titlesAreSetOnEveryDraw();
 
-    void rangeHasMarginsOfATwentiethAroundTheEnergiesAsRead();
+    void rangeHasMarginOfATwentiethAroundUnshiftedEnergies();
     void rangeIsFittedOnceAndKept();
-    void changedShiftMovesTheCurveAndKeepsTheRange();
-    void newFileFitsTheRangeAfresh();
+    void shiftMovesTheCurveAndKeepsTheRange();
+    void newFileResetsTheRange();
     void resizedFrameKeepsTheRange();
 
     void limitsAndEdgeAreVerticalLines_data();
     void limitsAndEdgeAreVerticalLines();
     void edgeIsDrawnOverTheLimits();
-    void limitsOutsideTheRangeAreMasked();
-    void curvesRunThroughTheirPixels_data();
-    void curvesRunThroughTheirPixels();
-    void curvesCoverTheLimitsAndOneAnother();
-    void wholePictureIsThePlainOne_data();
-    void wholePictureIsThePlainOne();
+    void linesOutsideTheRangeAreMasked();
+    void curvesPassThroughTheirPixels_data();
+    void curvesPassThroughTheirPixels();
+    void curvesAreDrawnOverLimitsInOrder();
+    void pictureMatchesTheReference_data();
+    void pictureMatchesTheReference();
 
     void onePointCollapsesTheRange();
-    void onePointInAChosenRangeHasLinesAndNoSegments();
-    void missingMutDropsItsTwoSegmentsOnly();
+    void onePointInAFixedRangeHasNoSegments();
+    void missingMutDropsOnlyItsTwoSegments();
     void unfittedLinesAreNotDrawn();
-    void segmentAcrossADeepZoomIsSeen();
-    void markerAcrossADeepZoomIsSeen();
+    void segmentIsVisibleInADeepZoom();
+    void markerIsVisibleInADeepZoom();
 
-    void jumpIsTakenAtTheRowsEdgeAndNotShifted();
-    void jumpUsesTheLinesAsLastFitted();
-    void jumpIsShownInSixDigits();
+    void edgeJumpUsesTheUnshiftedEdge();
+    void edgeJumpUsesTheLastFittedLines();
+    void edgeJumpIsShownWithSixDigits();
 
 private:
     const tests::DialogSettings m_settings;
 };
 
-void tst_SpectrumPlot::attachJoinsTheRowWithTheFramesSignals()
+void tst_SpectrumPlot::attachConnectsTheFramesSignals()
 {
     CountingFrame frame;
     const char* const draw = SIGNAL(draw(QStylePainter*));
-    const int before = frame.hearers(draw);
+    const int before = frame.receiverCount(draw);
     AXafsFileSelect row;
     row.attach(&frame);
     QCOMPARE(row.frame, &frame);
-    QCOMPARE(frame.hearers(draw), before + 1);
-    QCOMPARE(frame.hearers(SIGNAL(mPressed(MouseC*))), 1);
-    QCOMPARE(frame.hearers(SIGNAL(mDragging(MouseC*))), 1);
-    QCOMPARE(frame.hearers(SIGNAL(mReleased(MouseC*))), 1);
-    QCOMPARE(frame.hearers(SIGNAL(mDClicked(MouseC*))), 0);
+    QCOMPARE(frame.receiverCount(draw), before + 1);
+    QCOMPARE(frame.receiverCount(SIGNAL(mPressed(MouseC*))), 1);
+    QCOMPARE(frame.receiverCount(SIGNAL(mDragging(MouseC*))), 1);
+    QCOMPARE(frame.receiverCount(SIGNAL(mReleased(MouseC*))), 1);
+    QCOMPARE(frame.receiverCount(SIGNAL(mDClicked(MouseC*))), 0);
 }
 
-void tst_SpectrumPlot::reattachingStopsDrawingInTheFormerFrame()
+void tst_SpectrumPlot::reattachingStopsDrawingInThePreviousFrame()
 {
     DispABase second;
-    second.DispA->setFixedSize(evenSize);
+    second.DispA->setFixedSize(usualSize);
     Plot plot;
     setStep(plot.spectrum());
     plot.paint();
@@ -310,7 +310,7 @@ void tst_SpectrumPlot::reattachingStopsDrawingInTheFormerFrame()
     QCOMPARE(plot.row.frame, &second);
     const QImage former = plot.paint();
     QVERIFY(!plot.frame.DispA->hasScale);
-    QCOMPARE(countOf(former, evenInside(), edgeColor), 0);
+    QCOMPARE(countOf(former, usualInside(), edgeColor), 0);
     const QImage image = second.DispA->grab().toImage();
     QVERIFY(second.DispA->hasScale);
     QCOMPARE(image.pixelColor(203, 40), edgeColor);
@@ -320,18 +320,18 @@ void tst_SpectrumPlot::reattachingTheSameFrameDrawsOnce()
 {
     CountingFrame frame;
     const char* const draw = SIGNAL(draw(QStylePainter*));
-    const int before = frame.hearers(draw);
+    const int before = frame.receiverCount(draw);
     AXafsFileSelect row;
     row.attach(&frame);
     row.attach(&frame);
-    QCOMPARE(frame.hearers(draw), before + 1);
+    QCOMPARE(frame.receiverCount(draw), before + 1);
     CountingFrame other;
     row.attach(&other);
-    QCOMPARE(frame.hearers(draw), before);
-    QCOMPARE(other.hearers(draw), before + 1);
+    QCOMPARE(frame.receiverCount(draw), before);
+    QCOMPARE(other.receiverCount(draw), before + 1);
 }
 
-void tst_SpectrumPlot::mouseOnTheFrameLeavesTheSpectrum()
+void tst_SpectrumPlot::mouseOnTheFrameKeepsTheSpectrum()
 {
     Plot plot;
     setStep(plot.spectrum());
@@ -343,11 +343,11 @@ void tst_SpectrumPlot::mouseOnTheFrameLeavesTheSpectrum()
     QVERIFY(isSamePicture(plot.paint(), before));
 }
 
-void tst_SpectrumPlot::withoutPointsTheFrameIsWhiteAndUntitled()
+void tst_SpectrumPlot::plotWithoutPointsIsWhiteAndHasNoTitles()
 {
     Plot plot;
     const QImage image = plot.paint();
-    QCOMPARE(image.size(), evenSize);
+    QCOMPARE(image.size(), usualSize);
     QVERIFY(isAllOf(image, QRect(0, 0, 386, 256), Qt::white));
     QVERIFY(!plot.cc().drawn);
     QCOMPARE(plot.frame.xTitle, QStringLiteral("Eng.[eV]"));
@@ -356,7 +356,7 @@ void tst_SpectrumPlot::withoutPointsTheFrameIsWhiteAndUntitled()
     QVERIFY(plot.cc().drawn);
 }
 
-void tst_SpectrumPlot::withoutPointsTheFillLeavesTheLastColumnAndRow()
+void tst_SpectrumPlot::plotWithoutPointsOmitsTheLastColumnAndRow()
 {
     Plot plot;
     const QColor background(10, 20, 30);
@@ -368,12 +368,12 @@ void tst_SpectrumPlot::withoutPointsTheFillLeavesTheLastColumnAndRow()
     QVERIFY(isAllOf(image, QRect(0, 0, 386, 256), Qt::white));
     QVERIFY(isAllOf(image, QRect(386, 0, 1, 257), background));
     QVERIFY(isAllOf(image, QRect(0, 256, 387, 1), background));
-    // The margins of a drawn plot are white to the end.
+    // With data, the whole surface is white, including its last column and row.
     setStep(plot.spectrum());
-    QCOMPARE(countOf(plot.paint(), QRect(QPoint(0, 0), evenSize), background), 0);
+    QCOMPARE(countOf(plot.paint(), QRect(QPoint(0, 0), usualSize), background), 0);
 }
 
-void tst_SpectrumPlot::withoutPointsARangeIsNotFitted()
+void tst_SpectrumPlot::rangeWithoutPointsIsNotFitted()
 {
     Plot plot;
     plot.paint();
@@ -407,13 +407,13 @@ void tst_SpectrumPlot::titlesAreSetOnEveryDraw()
     QCOMPARE(plot.frame.yTitle, QStringLiteral("mut"));
 }
 
-void tst_SpectrumPlot::rangeHasMarginsOfATwentiethAroundTheEnergiesAsRead()
+void tst_SpectrumPlot::rangeHasMarginOfATwentiethAroundUnshiftedEnergies()
 {
     Plot plot;
     setStep(plot.spectrum());
-    plot.spectrum().dE = 40.0; // the energies count as read
+    plot.spectrum().dE = 40.0; // the range uses the energies as read
     plot.paint();
-    // 5 % of 300 eV are 15 eV, 5 % of 2 are 0.1.
+    // The margins are 5 % of 300 eV, 15 eV, and 5 % of 2, 0.1.
     QCOMPARE(plot.cc().realX0, 7985.0);
     QCOMPARE(plot.cc().realX1, 8315.0);
     QCOMPARE(plot.cc().realY0, 0.9);
@@ -438,11 +438,11 @@ void tst_SpectrumPlot::rangeIsFittedOnceAndKept()
     QCOMPARE(plot.cc().realY1, 10.5);
 }
 
-void tst_SpectrumPlot::changedShiftMovesTheCurveAndKeepsTheRange()
+void tst_SpectrumPlot::shiftMovesTheCurveAndKeepsTheRange()
 {
     Plot plot;
     setStep(plot.spectrum());
-    // Column 203 is 8150.5, the middle of the step: 2.005, row 121.
+    // Column 203 is 8150.5, the middle of the step with mut 2.005 at row 121.
     QCOMPARE(plot.paint().pixelColor(203, 121), QColor(Qt::black));
     plot.row.Ui_AFileSelect::dE->setText(QStringLiteral("40"));
     QTest::keyClick(plot.row.Ui_AFileSelect::dE, Qt::Key_Return);
@@ -451,10 +451,10 @@ void tst_SpectrumPlot::changedShiftMovesTheCurveAndKeepsTheRange()
     QCOMPARE(image.pixelColor(163, 121), QColor(Qt::black));
     QCOMPARE(plot.cc().realX0, 7985.0);
     QCOMPARE(plot.cc().realX1, 8315.0);
-    QCOMPARE(image.pixelColor(203, 121), edgeColor); // the edge stays where it was
+    QCOMPARE(image.pixelColor(203, 121), edgeColor); // the edge does not move
 }
 
-void tst_SpectrumPlot::newFileFitsTheRangeAfresh()
+void tst_SpectrumPlot::newFileResetsTheRange()
 {
     const QTemporaryDir folder;
     QVERIFY(folder.isValid());
@@ -477,11 +477,11 @@ void tst_SpectrumPlot::resizedFrameKeepsTheRange()
     Plot plot;
     setStep(plot.spectrum());
     plot.paint();
-    plot.frame.DispA->setFixedSize(2 * evenSize);
+    plot.frame.DispA->setFixedSize(2 * usualSize);
     const QImage image = plot.paint();
     QCOMPARE(plot.cc().realX0, 7985.0);
-    // Twice 387 is 774: margins of 77 and 38, 659 pixels for 330 eV; the edge
-    // 165.5 eV from the left is at 77 + 330.5.
+    // The surface is 774 wide: margins of 77 and 38, 659 pixels for 330 eV. The edge,
+    // 165.5 eV from the left, is at 77 + 330.5.
     QCOMPARE(image.pixelColor(407, 60), edgeColor);
     QCOMPARE(image.pixelColor(406, 60), QColor(Qt::white));
     QCOMPARE(image.pixelColor(408, 60), QColor(Qt::white));
@@ -503,8 +503,8 @@ void tst_SpectrumPlot::limitsAndEdgeAreVerticalLines()
     Plot plot;
     setStep(plot.spectrum());
     const QImage image = plot.paint();
-    // From the top of the plot area to its bottom: 2 rows are taken by the
-    // background lines and 1 by the spectrum.
+    // From the top to the bottom of the plot area, 219 rows: the background lines cover
+    // two of them, the spectrum one.
     QCOMPARE(countOf(image, QRect(column, 13, 1, 219), color), 216);
     QCOMPARE(image.pixelColor(column, 13), color);
     QCOMPARE(image.pixelColor(column, 231), color);
@@ -521,10 +521,10 @@ void tst_SpectrumPlot::edgeIsDrawnOverTheLimits()
     plot.spectrum().preEdgeEnd = 8150.5;
     plot.spectrum().postEdgeStart = 8150.5;
     QCOMPARE(plot.paint().pixelColor(203, 60), edgeColor);
-    QCOMPARE(countOf(plot.paint(), evenInside(), limitColor), 0);
+    QCOMPARE(countOf(plot.paint(), usualInside(), limitColor), 0);
 }
 
-void tst_SpectrumPlot::limitsOutsideTheRangeAreMasked()
+void tst_SpectrumPlot::linesOutsideTheRangeAreMasked()
 {
     Plot plot;
     setStep(plot.spectrum());
@@ -532,11 +532,11 @@ void tst_SpectrumPlot::limitsOutsideTheRangeAreMasked()
     plot.spectrum().postEdgeStart = 8330.5; // column 383
     plot.spectrum().edgeEnergy = 9000.0;
     const QImage image = plot.paint();
-    QCOMPARE(countOf(image, QRect(QPoint(0, 0), evenSize), limitColor), 0);
-    QCOMPARE(countOf(image, QRect(QPoint(0, 0), evenSize), edgeColor), 0);
+    QCOMPARE(countOf(image, QRect(QPoint(0, 0), usualSize), limitColor), 0);
+    QCOMPARE(countOf(image, QRect(QPoint(0, 0), usualSize), edgeColor), 0);
 }
 
-void tst_SpectrumPlot::curvesRunThroughTheirPixels_data()
+void tst_SpectrumPlot::curvesPassThroughTheirPixels_data()
 {
     QTest::addColumn<QPoint>("pixel");
     QTest::addColumn<QColor>("color");
@@ -548,17 +548,17 @@ void tst_SpectrumPlot::curvesRunThroughTheirPixels_data()
     QTest::newRow("below the step") << QPoint(178, 147) << QColor(Qt::white);
     // 222 - 100 * 0.155 = 206.5 and 222 - 100 * 1.855 = 36.5
     QTest::newRow("pre-edge line") << QPoint(60, 206) << preColor;
-    QTest::newRow("pre-edge line behind the edge") << QPoint(340, 206) << preColor;
+    QTest::newRow("pre-edge line above the edge energy") << QPoint(340, 206) << preColor;
     QTest::newRow("above the pre-edge line") << QPoint(60, 205) << QColor(Qt::white);
     QTest::newRow("below the pre-edge line") << QPoint(60, 207) << QColor(Qt::white);
     QTest::newRow("pre-edge line ends with the points") << QPoint(45, 206) << QColor(Qt::white);
     QTest::newRow("post-edge line") << QPoint(340, 36) << postColor;
-    QTest::newRow("post-edge line before the edge") << QPoint(60, 36) << postColor;
+    QTest::newRow("post-edge line below the edge energy") << QPoint(60, 36) << postColor;
     QTest::newRow("above the post-edge line") << QPoint(340, 35) << QColor(Qt::white);
     QTest::newRow("post-edge line ends with the points") << QPoint(360, 36) << QColor(Qt::white);
 }
 
-void tst_SpectrumPlot::curvesRunThroughTheirPixels()
+void tst_SpectrumPlot::curvesPassThroughTheirPixels()
 {
     QFETCH(QPoint, pixel);
     Plot plot;
@@ -566,7 +566,7 @@ void tst_SpectrumPlot::curvesRunThroughTheirPixels()
     QTEST(plot.paint().pixelColor(pixel), "color");
 }
 
-void tst_SpectrumPlot::curvesCoverTheLimitsAndOneAnother()
+void tst_SpectrumPlot::curvesAreDrawnOverLimitsInOrder()
 {
     Plot plot;
     setStep(plot.spectrum());
@@ -574,7 +574,7 @@ void tst_SpectrumPlot::curvesCoverTheLimitsAndOneAnother()
     QCOMPARE(image.pixelColor(203, 206), preColor);
     QCOMPARE(image.pixelColor(203, 36), postColor);
     QCOMPARE(image.pixelColor(203, 121), QColor(Qt::black));
-    // All three on one level: the post-edge line is the last.
+    // With all three curves at the same level, the post-edge line is drawn last.
     setPoints(plot.spectrum(), {{8000, 1}, {8100, 2.005}, {8200, 2.005}, {8300, 3}});
     plot.spectrum().preLine = level(2.005);
     plot.spectrum().postLine = level(2.005);
@@ -585,7 +585,7 @@ void tst_SpectrumPlot::curvesCoverTheLimitsAndOneAnother()
     QVERIFY(isAllOf(image, QRect(160, 121, 80, 1), preColor));
 }
 
-void tst_SpectrumPlot::wholePictureIsThePlainOne_data()
+void tst_SpectrumPlot::pictureMatchesTheReference_data()
 {
     QTest::addColumn<double>("dE");
     QTest::addColumn<bool>("backwards");
@@ -594,18 +594,18 @@ void tst_SpectrumPlot::wholePictureIsThePlainOne_data()
     QTest::newRow("shifted") << 12.3456 << false << oddSize;
     QTest::newRow("shifted the other way") << -17.3 << false << oddSize;
     QTest::newRow("descending scan") << 0.0 << true << oddSize;
-    QTest::newRow("wide") << 0.0 << false << QSize(797, 163);
-    QTest::newRow("high") << 3.3 << false << QSize(211, 503);
+    QTest::newRow("wide surface") << 0.0 << false << QSize(797, 163);
+    QTest::newRow("tall surface") << 3.3 << false << QSize(211, 503);
 }
 
-void tst_SpectrumPlot::wholePictureIsThePlainOne()
+void tst_SpectrumPlot::pictureMatchesTheReference()
 {
     QFETCH(double, dE);
     QFETCH(bool, backwards);
     QFETCH(QSize, size);
     QList<QPointF> points;
     for (int i = 0; i < 600; ++i) {
-        // An edge with wiggles at uneven energies.
+        // An edge with EXAFS oscillations, at uneven energies.
         const double e = 8103.7 + 0.91 * i + 0.3 * std::sin(1.7 * i);
         points.append({e, 0.31 + 1.17 / (1.0 + std::exp((8347.3 - e) / 4.1)) +
                               0.09 * std::sin(0.11 * (e - 8300.0))});
@@ -622,8 +622,8 @@ void tst_SpectrumPlot::wholePictureIsThePlainOne()
     spectrum.postEdgeStart = 8447.3;
     spectrum.preLine = {0.113, 0.071, -0.0031};
     spectrum.postLine = {0.917, 0.211, -0.0123};
-    PlainPicture wanted(size, spectrum);
-    QVERIFY(isSamePicture(plot.paint(), wanted.picture()));
+    ReferencePlot expected(size, spectrum);
+    QVERIFY(isSamePicture(plot.paint(), expected.picture()));
 }
 
 void tst_SpectrumPlot::onePointCollapsesTheRange()
@@ -647,7 +647,7 @@ void tst_SpectrumPlot::onePointCollapsesTheRange()
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 1.25")));
 }
 
-void tst_SpectrumPlot::onePointInAChosenRangeHasLinesAndNoSegments()
+void tst_SpectrumPlot::onePointInAFixedRangeHasNoSegments()
 {
     Plot plot;
     setPoints(plot.spectrum(), {{8100, 2.005}});
@@ -658,19 +658,20 @@ void tst_SpectrumPlot::onePointInAChosenRangeHasLinesAndNoSegments()
     plot.spectrum().postLine = level(2.755);
     plot.setRange(7985.0, 0.9, 8315.0, 3.1);
     const QImage image = plot.paint();
-    // The lines reach from the lowest to the highest mut, which is a point each.
+    // The vertical lines extend from the lowest to the highest mut, here one pixel
+    // each.
     QCOMPARE(image.pixelColor(103, 121), limitColor);
     QCOMPARE(image.pixelColor(203, 121), edgeColor);
     QCOMPARE(image.pixelColor(303, 121), limitColor);
-    QCOMPARE(countOf(image, evenInside(), limitColor), 2);
-    QCOMPARE(countOf(image, evenInside(), edgeColor), 1);
-    QCOMPARE(countOf(image, evenInside(), preColor), 0);
-    QCOMPARE(countOf(image, evenInside(), postColor), 0);
-    const QRect belowTheText = evenInside().adjusted(0, 20, 0, 0);
+    QCOMPARE(countOf(image, usualInside(), limitColor), 2);
+    QCOMPARE(countOf(image, usualInside(), edgeColor), 1);
+    QCOMPARE(countOf(image, usualInside(), preColor), 0);
+    QCOMPARE(countOf(image, usualInside(), postColor), 0);
+    const QRect belowTheText = usualInside().adjusted(0, 20, 0, 0);
     QCOMPARE(countOf(image, belowTheText, Qt::black), 0);
 }
 
-void tst_SpectrumPlot::missingMutDropsItsTwoSegmentsOnly()
+void tst_SpectrumPlot::missingMutDropsOnlyItsTwoSegments()
 {
     Plot plot;
     AMutE& spectrum = plot.spectrum();
@@ -688,7 +689,7 @@ void tst_SpectrumPlot::missingMutDropsItsTwoSegmentsOnly()
     QVERIFY(isAllOf(image, QRect(103, 121, 51, 1), Qt::black)); // 8050.5 to 8100.5
     QVERIFY(isAllOf(image, QRect(154, 60, 99, 130), Qt::white));
     QVERIFY(isAllOf(image, QRect(253, 121, 51, 1), Qt::black)); // 8200.5 to 8250.5
-    // The background lines have a place there.
+    // The background lines are not interrupted.
     QVERIFY(isAllOf(image, QRect(60, 196, 280, 1), preColor));
     QVERIFY(isAllOf(image, QRect(60, 46, 280, 1), postColor));
 }
@@ -700,23 +701,23 @@ void tst_SpectrumPlot::unfittedLinesAreNotDrawn()
     plot.spectrum().preLine = level(notANumber);
     plot.spectrum().postLine = level(std::numeric_limits<double>::infinity());
     const QImage image = plot.paint();
-    QCOMPARE(countOf(image, evenInside(), preColor), 0);
-    QCOMPARE(countOf(image, evenInside(), postColor), 0);
+    QCOMPARE(countOf(image, usualInside(), preColor), 0);
+    QCOMPARE(countOf(image, usualInside(), postColor), 0);
     QCOMPARE(image.pixelColor(203, 121), QColor(Qt::black));
     QCOMPARE(image.pixelColor(203, 60), edgeColor);
 }
 
-void tst_SpectrumPlot::segmentAcrossADeepZoomIsSeen()
+void tst_SpectrumPlot::segmentIsVisibleInADeepZoom()
 {
     Plot plot;
     setPoints(plot.spectrum(), {{8000, 0}, {9000, 1}});
     plot.spectrum().preLine = level(-1.0);
     plot.spectrum().postLine = level(-1.0);
-    // The segment passes (8500, 0.5), the middle of the view, and climbs by the
-    // view's height over its width; its ends are 8e10 pixels away.
+    // The segment passes through (8500, 0.5), the middle of the view, with the slope of
+    // the view's diagonal. Its ends are 8e10 pixels away.
     plot.setRange(8500.0 - 1e-6, 0.5 - 1e-9, 8500.0 + 1e-6, 0.5 + 1e-9);
     const QImage image = plot.paint();
-    // 330 columns and 220 rows: two thirds of a row for each column.
+    // 330 columns and 220 rows: two thirds of a row per column.
     const auto isNear = [&image](int column, int row) {
         return countOf(image, QRect(column, row - 4, 1, 9), Qt::black) > 0;
     };
@@ -727,51 +728,51 @@ void tst_SpectrumPlot::segmentAcrossADeepZoomIsSeen()
     QVERIFY(!isNear(263, 122));
 }
 
-void tst_SpectrumPlot::markerAcrossADeepZoomIsSeen()
+void tst_SpectrumPlot::markerIsVisibleInADeepZoom()
 {
     Plot plot;
     setStep(plot.spectrum());
     plot.setRange(8150.5 - 1.65e-4, 2.2 - 1e-10, 8150.5 + 1.65e-4, 2.2 + 1e-10);
     const QImage image = plot.paint();
-    // The middle of the view is column 38 + 165, give or take the rounding of
-    // the limits.
+    // The middle of the view is column 38 + 165. Tolerance: one column, for the
+    // rounding of the limits.
     const int red = countOf(image, QRect(202, 13, 3, 219), edgeColor);
     QCOMPARE(red, 219);
-    QCOMPARE(countOf(image, evenInside(), limitColor), 0);
+    QCOMPARE(countOf(image, usualInside(), limitColor), 0);
 }
 
-void tst_SpectrumPlot::jumpIsTakenAtTheRowsEdgeAndNotShifted()
+void tst_SpectrumPlot::edgeJumpUsesTheUnshiftedEdge()
 {
     Plot plot;
-    setBareStep(plot.spectrum());
+    setStepWithoutMarkers(plot.spectrum());
     plot.spectrum().preLine = level(1.0);
-    // 4 L^3 at the wavelength L: 0.5 at L = 1/2, 4 at L = 1.
+    // The edge jump is 4 L^3 at wavelength L: 0.5 at L = 1/2, 4 at L = 1.
     plot.spectrum().postLine = {1.0, 4.0, 0.0};
     plot.spectrum().edgeEnergy = 2.0 * AMutE::hcEvAngstrom;
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 0.5")));
     plot.spectrum().edgeEnergy = AMutE::hcEvAngstrom;
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 4")));
     QVERIFY(!showsJump(plot, QStringLiteral("Edge Jump : 5")));
-    plot.spectrum().dE = 0.5 * AMutE::hcEvAngstrom; // does not move the edge
+    plot.spectrum().dE = 0.5 * AMutE::hcEvAngstrom; // the shift does not move the edge
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 4")));
 }
 
-void tst_SpectrumPlot::jumpUsesTheLinesAsLastFitted()
+void tst_SpectrumPlot::edgeJumpUsesTheLastFittedLines()
 {
     Plot plot;
-    setBareStep(plot.spectrum());
+    setStepWithoutMarkers(plot.spectrum());
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 1.7")));
-    // Other limits alone fit nothing.
+    // Changing the limits alone does not refit the lines.
     plot.spectrum().preEdgeEnd = 8400.0;
     plot.spectrum().postEdgeStart = 7900.0;
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 1.7")));
     QCOMPARE(plot.spectrum().preLine.c, 1.155);
 }
 
-void tst_SpectrumPlot::jumpIsShownInSixDigits()
+void tst_SpectrumPlot::edgeJumpIsShownWithSixDigits()
 {
     Plot plot;
-    setBareStep(plot.spectrum());
+    setStepWithoutMarkers(plot.spectrum());
     plot.spectrum().preLine = level(0.0);
     plot.spectrum().postLine = level(1.23456789);
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 1.23457")));
