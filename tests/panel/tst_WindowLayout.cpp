@@ -327,7 +327,7 @@ private:
     std::unique_ptr<Body> m_body;
 };
 
-void inBothLanguages()
+void addLanguageRows()
 {
     QTest::addColumn<app::Language>("language");
     QTest::newRow("English") << app::Language::English;
@@ -344,43 +344,43 @@ private Q_SLOTS:
     void initTestCase();
 
     void japaneseIsSpokenAndEnglishIsNot();
-    void mainWindowCutsNothing_data() { inBothLanguages(); }
+    void mainWindowCutsNothing_data() { addLanguageRows(); }
     void mainWindowCutsNothing();
-    void panelOpensAtLeastAsWideAsItsDesign_data() { inBothLanguages(); }
+    void panelOpensAtLeastAsWideAsItsDesign_data() { addLanguageRows(); }
     void panelOpensAtLeastAsWideAsItsDesign();
-    void mainWindowFitsOnASmallScreen_data() { inBothLanguages(); }
+    void mainWindowFitsOnASmallScreen_data() { addLanguageRows(); }
     void mainWindowFitsOnASmallScreen();
-    void mainWindowLetsNothingOverlap_data() { inBothLanguages(); }
+    void mainWindowLetsNothingOverlap_data() { addLanguageRows(); }
     void mainWindowLetsNothingOverlap();
     void lowFieldsShowWholeLetters();
-    void pathsGetTheWidthOfAWideWindow_data() { inBothLanguages(); }
+    void pathsGetTheWidthOfAWideWindow_data() { addLanguageRows(); }
     void pathsGetTheWidthOfAWideWindow();
-    void listOfEnergiesAndBulkRowAreInLine_data() { inBothLanguages(); }
+    void listOfEnergiesAndBulkRowAreInLine_data() { addLanguageRows(); }
     void listOfEnergiesAndBulkRowAreInLine();
     void heightOfAHighWindowIsLeftBelow();
     void otherDesktopsCutNothing_data();
     void otherDesktopsCutNothing();
-    void moreConditionsCutNothing_data() { inBothLanguages(); }
+    void moreConditionsCutNothing_data() { addLanguageRows(); }
     void moreConditionsCutNothing();
-    void graphWindowShowsWholeNumbersInAllReadOuts_data() { inBothLanguages(); }
+    void graphWindowShowsWholeNumbersInAllReadOuts_data() { addLanguageRows(); }
     void graphWindowShowsWholeNumbersInAllReadOuts();
-    void graphWindowHasEqualColumns_data() { inBothLanguages(); }
+    void graphWindowHasEqualColumns_data() { addLanguageRows(); }
     void graphWindowHasEqualColumns();
-    void titlesOnEndStayInTheirBoxes_data() { inBothLanguages(); }
+    void titlesOnEndStayInTheirBoxes_data() { addLanguageRows(); }
     void titlesOnEndStayInTheirBoxes();
-    void plotLabelsStayInTheirBoxes_data() { inBothLanguages(); }
+    void plotLabelsStayInTheirBoxes_data() { addLanguageRows(); }
     void plotLabelsStayInTheirBoxes();
-    void poppedOutWindowsCarryTheNamesOfTheirPlots_data() { inBothLanguages(); }
+    void poppedOutWindowsCarryTheNamesOfTheirPlots_data() { addLanguageRows(); }
     void poppedOutWindowsCarryTheNamesOfTheirPlots();
-    void graphWindowOpensAtItsSizeAndCutsNothing_data() { inBothLanguages(); }
+    void graphWindowOpensAtItsSizeAndCutsNothing_data() { addLanguageRows(); }
     void graphWindowOpensAtItsSizeAndCutsNothing();
-    void mapWindowsOpenAtTheirSizeAndCutNothing_data() { inBothLanguages(); }
+    void mapWindowsOpenAtTheirSizeAndCutNothing_data() { addLanguageRows(); }
     void mapWindowsOpenAtTheirSizeAndCutNothing();
-    void poppedOutPlotsCutNothing_data() { inBothLanguages(); }
+    void poppedOutPlotsCutNothing_data() { addLanguageRows(); }
     void poppedOutPlotsCutNothing();
-    void poppedOutMapsCutNothing_data() { inBothLanguages(); }
+    void poppedOutMapsCutNothing_data() { addLanguageRows(); }
     void poppedOutMapsCutNothing();
-    void graphWindowCanBeMadeHalfAsLarge_data() { inBothLanguages(); }
+    void graphWindowCanBeMadeHalfAsLarge_data() { addLanguageRows(); }
     void graphWindowCanBeMadeHalfAsLarge();
 };
 

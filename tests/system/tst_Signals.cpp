@@ -14,9 +14,9 @@ namespace
 ChildProcess program(const QByteArray& steps)
 {
     ChildProcess child{QStringLiteral(AELK_PROGRAM)};
-    child.setVariable(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("aelkeye"));
+    child.setVariable(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("aelkinspector"));
     child.setVariable(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(AELK_PLUGINS));
-    child.setVariable(QStringLiteral("AELK_EYE_STEPS"), QString::fromUtf8(steps));
+    child.setVariable(QStringLiteral("AELK_INSPECTOR_STEPS"), QString::fromUtf8(steps));
     return child;
 }
 
@@ -37,7 +37,8 @@ private Q_SLOTS:
 void tst_Signals::programLivesWhenNobodyReadsItsRemarks()
 {
     // An energy row without a file says that it cannot open it.
-    const QByteArray steps("click FileSelect.ClearB; click FileSelect.ClearB; tell WriteB; exit 0");
+    const QByteArray steps(
+        "click FileSelect.ClearB; click FileSelect.ClearB; print WriteB; exit 0");
     const ChildRun read = program(steps).run(english);
     QCOMPARE(read.trouble, QString());
     QVERIFY(read.errors.contains("can't open"));
@@ -53,7 +54,7 @@ void tst_Signals::programTellsOfAFileThatMayNotGrow()
     const QTemporaryDir folder;
     const QByteArray path = QFile::encodeName(writeFile(folder, "result.dat", "an older result\n"));
     ChildProcess child =
-        program("type SaveFSelect.FileName " + path + "; click WriteB; tell Message; exit 0");
+        program("type SaveFSelect.FileName " + path + "; click WriteB; print Message; exit 0");
     child.limitFileSize(8);
     const ChildRun run = child.run(english);
     QCOMPARE(run.trouble, QString());
