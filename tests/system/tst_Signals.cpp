@@ -1,5 +1,5 @@
-// Signals by which the system ends a program whose pipe has no reader, or whose
-// file grows beyond what is allowed: both are failed writes and no more.
+// SIGPIPE (a pipe without a reader) and SIGXFSZ (a file beyond the size limit) do not end
+// the program; they only make a write fail.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -10,7 +10,7 @@ using namespace tests;
 namespace
 {
 
-/// The program itself, in English; the plugin in it takes the steps.
+/// The program itself, in English; the inspector plugin runs @p steps.
 ChildProcess program(const QByteArray& steps)
 {
     ChildProcess child{QStringLiteral(AELK_PROGRAM)};
@@ -29,14 +29,14 @@ class tst_Signals : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void programLivesWhenNobodyReadsItsRemarks();
-    void programTellsOfAFileThatMayNotGrow();
-    void childLivesWhenNobodyReadsItsRemarks();
+    void programSurvivesAClosedErrorPipe();
+    void programReportsAFileAtTheSizeLimit();
+    void childSurvivesAClosedErrorPipe();
 };
 
-void tst_Signals::programLivesWhenNobodyReadsItsRemarks()
+void tst_Signals::programSurvivesAClosedErrorPipe()
 {
-    // An energy row without a file says that it cannot open it.
+    // An energy row without a file logs that it cannot open it.
     const QByteArray steps(
         "click FileSelect.ClearB; click FileSelect.ClearB; print WriteB; exit 0");
     const ChildRun read = program(steps).run(english);
@@ -49,7 +49,7 @@ void tst_Signals::programLivesWhenNobodyReadsItsRemarks()
     QCOMPARE(run.output, QByteArray("Write\n"));
 }
 
-void tst_Signals::programTellsOfAFileThatMayNotGrow()
+void tst_Signals::programReportsAFileAtTheSizeLimit()
 {
     const QTemporaryDir folder;
     const QByteArray path = QFile::encodeName(writeFile(folder, "result.dat", "an older result\n"));
@@ -62,11 +62,11 @@ void tst_Signals::programTellsOfAFileThatMayNotGrow()
     QCOMPARE(readFile(QFile::decodeName(path)), QByteArray("# qelk r"));
 }
 
-void tst_Signals::childLivesWhenNobodyReadsItsRemarks()
+void tst_Signals::childSurvivesAClosedErrorPipe()
 {
     ChildProcess child = systemChild();
     child.closeReaderOfErrors();
-    const ChildRun run = child.runSteps({"remark", "one", "remark", "two", "map", "/nowhere"});
+    const ChildRun run = child.runSteps({"logText", "one", "logText", "two", "map", "/nowhere"});
     QCOMPARE(run.trouble, QString());
     QCOMPARE(run.steps().size(), 3);
     QCOMPARE(logOf(run.steps().at(1)), QStringList{"two"});
