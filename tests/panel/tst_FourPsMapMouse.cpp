@@ -50,8 +50,8 @@ private Q_SLOTS:
     void doubleClickInThePoppedOutWindowCounts();
     void singleClickLeavesViewAndLimits();
 
-    void moveShowsPlaceAndValueOfEachPixel();
-    void valueShowsSixDigitsFromItsStart();
+    void mouseMoveShowsPositionAndValue();
+    void valueHasSixDigitsAndCursorAtStart();
     void valueWithoutNumberIsShownAsSuch();
     void moveInTheZoomedViewReadsItsPixel();
     void dragReadsAsWell();
@@ -247,7 +247,7 @@ void tst_FourPsMapMouse::singleClickLeavesViewAndLimits()
     QCOMPARE(limitTexts(window()), QStringList({"0.6", "0.7"}));
 }
 
-void tst_FourPsMapMouse::moveShowsPlaceAndValueOfEachPixel()
+void tst_FourPsMapMouse::mouseMoveShowsPositionAndValue()
 {
     setQuantity(*m_panel, ratio1, 3, 2, {0.125, 0.25, 0.375, 0.5, 0.625, 0.75});
     picture(window());
@@ -262,7 +262,7 @@ void tst_FourPsMapMouse::moveShowsPlaceAndValueOfEachPixel()
     }
 }
 
-void tst_FourPsMapMouse::valueShowsSixDigitsFromItsStart()
+void tst_FourPsMapMouse::valueHasSixDigitsAndCursorAtStart()
 {
     setQuantity(*m_panel, ratio1, 1, 1, {-1.0 / 3.0});
     window()->Val->setText("a long text");

@@ -24,7 +24,7 @@ private Q_SLOTS:
     void firstPaintFitsViewAndLimits();
     void laterPaintsKeepViewAndLimits();
     void slopesHaveNoPresetAndAreScanned();
-    void valueIsThatOfThePixel();
+    void valueIsReadFromThePixel();
     void valueOutsideTheMapIsZero();
     void nothingIsReadOrClickedWithoutAResult();
     void doubleClickScansAndWithShiftOnlyRaises();
@@ -156,7 +156,7 @@ void tst_ResultMapView::slopesHaveNoPresetAndAreScanned()
     QCOMPARE(m_loose->resultMap.CBar->zmax, 1.1);
 }
 
-void tst_ResultMapView::valueIsThatOfThePixel()
+void tst_ResultMapView::valueIsReadFromThePixel()
 {
     m_result = extendedMap(4, 2, 0.0);
     m_view->showValueAt(1.5, 1.2); // pixel 1 + 4
