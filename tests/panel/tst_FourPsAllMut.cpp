@@ -552,8 +552,8 @@ void tst_FourPsAllMut::verticalLinesEndEarlyOnAHighWidget()
     QCOMPARE(place.bottom, 360);
     const int guide = place.pixel(8350.0, 0.0).x();
     const int energy = place.pixel(8380.2, 0.0).x();
-    QVERIFY(isAllOf(image, QRect(guide, 21, 1, 100),
-                    guideGreen)); // the lines end at row 120, because the code uses the width
+    // The lines end at row 120, which is the width of the widget.
+    QVERIFY(isAllOf(image, QRect(guide, 21, 1, 100), guideGreen));
     QVERIFY(isAllOf(image, QRect(energy, 21, 1, 100), blue));
     const QRect below(13, 121, 100, 239);
     QCOMPARE(countOf(image, below, guideGreen), 0);
