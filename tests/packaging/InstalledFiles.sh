@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # InstalledFiles.sh CMAKE BUILD SOURCE TREE: installs into the emptied TREE and compares the
-# result with the standard places on Linux. The umask is strict, because all users must be
+# installed files with the expected list. The umask is strict, because all users must be
 # able to read an installation even if the administrator's new files are private.
 set -euo pipefail
 cmake=$1 build=$2 source=$3 tree=$4

@@ -144,7 +144,7 @@ void tst_AnalysisGraphs::spectraRangeIsTheWindowAroundTheEdge()
     const display::Graph::Range range = rangeOf(Displays::DMuts);
     QCOMPARE(range.x0, 8300.0);
     QCOMPARE(range.x1, 8450.0);
-    QCOMPARE(range.y0, -0.1); // the span of 0 to 2, plus 5 % on each side
+    QCOMPARE(range.y0, -0.1); // values 0 to 2, plus 5 % of the span on each side
     QCOMPARE(range.y1, 2.1);
 }
 
@@ -184,7 +184,7 @@ void tst_AnalysisGraphs::planeUsesTheColumnsOfTheFirstTwoUsedReferences()
     m_loose->point(0)->Mut2->setText("10");
     m_loose->point(0)->Mut3->setText("100");
     const display::Graph::Range range = rangeOf(Displays::DM2M3);
-    QCOMPARE(range.x1, 11.0); // 0 to 10, plus 10 %
+    QCOMPARE(range.x1, 11.0); // 0 to 10, plus 10 % on each side
     QCOMPARE(range.y1, 110.0);
     m_loose->reference(2)->UseCB->setChecked(false);
     rangeOf(Displays::DM2M3);

@@ -30,7 +30,7 @@ const QColor guideGreen(80, 255, 80);
 const QColor guideGrey(200, 200, 200);
 
 // At this size the plot area spans columns 38 to 368 and rows 232 (bottom) to 12 (top): 330
-// by 220 pixels. The evenRange therefore has 2.2 pixels per eV and 100 pixels per unit of
+// by 220 pixels. This gives evenRange 2.2 pixels per eV and 100 pixels per unit of
 // absorption.
 const QSize evenSize(387, 257);
 const PlotRange evenRange{8300.0, -0.1, 8450.0, 2.1};
@@ -230,8 +230,8 @@ PlainSpectra tst_FourPsAllMut::plain(const PlotRange& range, int kind) const
     return picture;
 }
 
-/// Whether the plot has its automatic range: the window around the edge, and @p y0 to @p
-/// y1.
+/// Whether the plot has its automatic range: the energy window around the edge, and the
+/// given limits of y.
 bool tst_FourPsAllMut::isAutomatic(double y0, double y1) const
 {
     paint();
@@ -376,7 +376,7 @@ void tst_FourPsAllMut::emptyEnergyIsDrawnAtZero()
     for (const AEPoint* row : std::as_const(m_panel->EPoints)) {
         row->Energy->setText("1e9");
     }
-    const QRect line(148, 13, 1, 219); // 0 eV is at 50 of the 150 eV of the plot
+    const QRect line(148, 13, 1, 219); // the column of 0 eV in a plot from -50 to 100 eV
     QCOMPARE(countOf(paint(), line, blue), 0);
     m_panel->EPoints.at(6)->Energy->clear();
     QVERIFY(countOf(paint(), line, blue) > 200);
@@ -489,7 +489,7 @@ void tst_FourPsAllMut::fittedCurveIsDrawnLastWithoutNormalisation()
 
 void tst_FourPsAllMut::rangeIncludesAllSpectraWithPoints_data()
 {
-    QTest::addColumn<int>("index"); // 4 stands for a displayed file
+    QTest::addColumn<int>("index"); // 4 means a displayed file
     QTest::addColumn<bool>("valid");
     QTest::addColumn<bool>("on");
     QTest::newRow("third reference") << 2 << true << true;

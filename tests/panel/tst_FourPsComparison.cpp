@@ -182,7 +182,7 @@ void tst_FourPsComparison::pointsOutsideThePlotAreNotDrawn()
     const PlainComparison wanted = plain();
     m_panel->LCFvs4PS.prepend(pointAt(fit, target, 2));
     QVERIFY(isSamePicture(paint(), wanted.picture()));
-    // If it is the newest point, no point has a red circle.
+    // If such a point is the newest one, no point has a red circle.
     m_panel->LCFvs4PS.append(pointAt(fit, target, 2));
     const QImage image = paint();
     QCOMPARE(countOf(image, image.rect(), red), 0);

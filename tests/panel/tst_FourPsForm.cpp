@@ -166,8 +166,8 @@ const QStringList checkedAtStart = {
     "RecAmount", "MapValence",       "TypeNonEquiv",    "TypeTMKisLS", "SubPreEforRef",
     "NBy2Vics",  "SubPreEforTarget", "NonEquivBGLinear"};
 
-/// A translator that records the texts it is asked for and returns each text repeated @c
-/// factor times.
+/// A translator that records the requested texts and returns each text repeated several
+/// times.
 class RecordingTranslator : public QTranslator
 {
 public:

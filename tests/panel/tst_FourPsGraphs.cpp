@@ -51,8 +51,7 @@ int columnNear(const PlotPlace& place, double energyEv)
     return static_cast<int>(std::lround(place.columnOf(energyEv)));
 }
 
-/// Whether exactly one column of the plot has the colour of the edge line: the column of @p
-/// energyEv.
+/// Whether the plot has its edge line at @p energyEv and in no other column.
 bool showsEdgeAt(DispABase* plot, double energyEv, double from = lowestEv, double to = highestEv)
 {
     const QImage image = plot->DispA->grab().toImage();
@@ -463,7 +462,7 @@ void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
     press(of->DispA, QPointF(columnNear(place, 8440.0), middle(of)));
     drag(of->DispA, QPointF(columnNear(place, 8350.0), middle(of)));
     const QList<QList<double>> wanted{{0.0, 0.0}, {1.0, 1.0}, {1.5, 0.5}};
-    constexpr double tolerance = 1e-3; // for fitting three terms to constants
+    constexpr double tolerance = 1e-3; // a fit of three terms to a constant is not exact
     for (int row = 0; row < 3; ++row) {
         for (int reference = 0; reference < 2; ++reference) {
             QVERIFY(std::abs(cell(row, reference) - wanted.at(row).at(reference)) < tolerance);
@@ -647,10 +646,10 @@ void tst_FourPsGraphs::histogramSelectionRepaints()
     const bool checked = choice->isChecked();
     SurfacePaints paints(*m_panel->Disps);
     {
-        // The radio button that is unchecked also requests a paint, which would hide that
-        // the other one requests none.
-        QObject nobody;
-        QObject* other = before.isEmpty() ? &nobody : m_panel->findChild<QObject*>(before);
+        // The radio button that is unchecked requests a paint too. Its signals are blocked,
+        // so that this paint cannot hide a missing one.
+        QObject unused;
+        QObject* other = before.isEmpty() ? &unused : m_panel->findChild<QObject*>(before);
         const QSignalBlocker quiet(other);
         choice->click();
     }

@@ -65,11 +65,11 @@ HistogramPlot plotOf(FourPs& panel, int id)
             ui.HgTAuto};
 }
 
-void checkBoxes(const HistogramPlot& plotFor, bool main, const QList<int>& boxes)
+void checkBoxes(const HistogramPlot& histograms, bool main, const QList<int>& boxes)
 {
-    plotFor.mainBox->setChecked(main);
-    for (int i = 0; i < plotFor.boxes.size(); ++i) {
-        plotFor.boxes.at(i)->setChecked(boxes.contains(i));
+    histograms.mainBox->setChecked(main);
+    for (int i = 0; i < histograms.boxes.size(); ++i) {
+        histograms.boxes.at(i)->setChecked(boxes.contains(i));
     }
 }
 
@@ -83,16 +83,16 @@ void setReferences(FourPs& panel, const QList<int>& used, const QList<int>& vali
     }
 }
 
-QImage pictureOf(const HistogramPlot& plotFor)
+QImage pictureOf(const HistogramPlot& histograms)
 {
-    return plotFor.plot->DispA->grab().toImage();
+    return histograms.plot->DispA->grab().toImage();
 }
 
 /// The plot area with the automatic range for this highest count.
-PlotPlace automaticPlot(const HistogramPlot& plotFor, int highest)
+PlotPlace automaticPlot(const HistogramPlot& histograms, int highest)
 {
-    return {plotFor.plot->DispA->size(),
-            {plotFor.from->text().toDouble(), -0.1 * highest, plotFor.to->text().toDouble(),
+    return {histograms.plot->DispA->size(),
+            {histograms.from->text().toDouble(), -0.1 * highest, histograms.to->text().toDouble(),
              1.1 * highest}};
 }
 
@@ -102,17 +102,18 @@ struct Shown {
     int row;
 };
 
-PlainHistograms plainHistograms(const HistogramPlot& plotFor, bool main, const QList<Shown>& shown)
+PlainHistograms plainHistograms(const HistogramPlot& histograms, bool main,
+                                const QList<Shown>& shown)
 {
     PlainHistograms plain;
-    plain.from = plotFor.from->text().toDouble();
-    plain.to = plotFor.to->text().toDouble();
-    plain.main = *plotFor.main;
+    plain.from = histograms.from->text().toDouble();
+    plain.to = histograms.to->text().toDouble();
+    plain.main = *histograms.main;
     if (main) {
         plain.mainColor = mainColor;
     }
     for (const Shown& each : shown) {
-        plain.references.append({*plotFor.ofReferences.at(each.k), rowColors.at(each.row)});
+        plain.references.append({*histograms.ofReferences.at(each.k), rowColors.at(each.row)});
     }
     return plain;
 }
@@ -127,11 +128,11 @@ int highestCount(const PlainHistograms& plain)
 }
 
 /// Whether the plot shows exactly these histograms, with its automatic range.
-bool showsOnly(const HistogramPlot& plotFor, bool main, const QList<Shown>& shown)
+bool showsOnly(const HistogramPlot& histograms, bool main, const QList<Shown>& shown)
 {
-    const PlainHistograms plain = plainHistograms(plotFor, main, shown);
-    const PlotPlace plot = automaticPlot(plotFor, highestCount(plain));
-    return isSamePicture(pictureOf(plotFor), plain.picture(plot), plot.inside());
+    const PlainHistograms plain = plainHistograms(histograms, main, shown);
+    const PlotPlace plot = automaticPlot(histograms, highestCount(plain));
+    return isSamePicture(pictureOf(histograms), plain.picture(plot), plot.inside());
 }
 
 void addBothPlots()
@@ -171,7 +172,7 @@ private Q_SLOTS:
 
 private:
     HistogramPlot plotFor(int id) { return plotOf(*m_panel, id); }
-    void fillHistograms(const HistogramPlot& plotFor);
+    void fillHistograms(const HistogramPlot& histograms);
 
     const SharedPanel m_panel;
 };
@@ -259,7 +260,7 @@ void tst_FourPsHistograms::boxesSelectTheHistograms_data()
     add("unused and invalid rows between others", {0, 2, 3}, {0, 1, 3}, true, all,
         {{0, 0}, {2, 3}});
     add("all invalid", all, {}, true, all, {});
-    add("none used", {}, all, true, all, {});
+    add("no reference used", {}, all, true, all, {});
     add("box of the row, not of the index in use", {1, 3}, all, true, {3}, {{1, 3}});
     add("box of a row not in use", {1, 3}, all, true, {0, 2}, {});
     add("box of the second row, first in use", {1, 3}, all, true, {1}, {{0, 1}});

@@ -170,7 +170,7 @@ void tst_FourPsMapRepaints::selectingAQuantityKeepsTheZoom()
     const QPoint at(size.width() / 2, size.height() / 2);
     tests::move(result()->DispA, at);
     turnWheel(result()->DispA, at, {0, 120});
-    // The zoom factor is 1 / 1.1, centred on the middle pixel (rounded down).
+    // The view shrinks by 1 / 1.1 about the middle, which is rounded down to a whole pixel.
     const double x = 2.0 * at.x() / size.width();
     const double y = 2.0 * (size.height() - at.y()) / size.height();
     const QList<double> zoomed{x - x / 1.1, y - y / 1.1, x + (2.0 - x) / 1.1, y + (2.0 - y) / 1.1};
@@ -544,7 +544,7 @@ void tst_FourPsMapRepaints::settingLimitsInAPaintNeedsNoSecondPaint_data()
     gridBoxRepaintsBothWindows_data();
 }
 
-// The limits that a paint sets are visible in the same paint and request no second one.
+// The limits that a paint sets are visible in the same paint; no second one is requested.
 void tst_FourPsMapRepaints::settingLimitsInAPaintNeedsNoSecondPaint()
 {
     QFETCH(bool, out);

@@ -69,21 +69,21 @@ void tst_FourPsMessages::boxKeepsEveryLine()
 
 void tst_FourPsMessages::newLineIsScrolledIntoView_data()
 {
-    QTest::addColumn<bool>("isReflex");
-    QTest::newRow("a line") << false;
-    QTest::newRow("a reflex") << true;
+    QTest::addColumn<bool>("isRecalculation");
+    QTest::newRow("single line") << false;
+    QTest::newRow("recalculation") << true;
 }
 
 // Regardless of the scroll position and the selection.
 void tst_FourPsMessages::newLineIsScrolledIntoView()
 {
-    QFETCH(bool, isReflex);
+    QFETCH(bool, isRecalculation);
     for (int i = 0; i < 200; ++i) {
         m_panel->message(QString::number(i));
     }
     QVERIFY(showsItsEnd());
     const auto write = [&] {
-        if (isReflex) {
+        if (isRecalculation) {
             m_panel->calcBoth();
         } else {
             m_panel->message(QStringLiteral("new"));
@@ -146,9 +146,9 @@ void tst_FourPsMessages::recalculationWritesTheSameLinesAsItsParts()
 
 void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce_data()
 {
-    QTest::addColumn<std::function<void(FourPs&)>>("reflex");
-    const auto add = [](const char* name, const std::function<void(FourPs&)>& reflex) {
-        QTest::newRow(name) << reflex;
+    QTest::addColumn<std::function<void(FourPs&)>>("recalculation");
+    const auto add = [](const char* name, const std::function<void(FourPs&)>& recalculation) {
+        QTest::newRow(name) << recalculation;
     };
     add("calculation", [](FourPs& panel) { panel.calcBoth(); });
     add("edge", [](FourPs& panel) { panel.setEdge(); });
@@ -162,13 +162,13 @@ void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce_data()
 
 void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce()
 {
-    QFETCH(std::function<void(FourPs&)>, reflex);
+    QFETCH(std::function<void(FourPs&)>, recalculation);
     for (int i = 0; i < 4; ++i) {
         makeReferenceValid(*m_panel, i);
     }
     clearMessages(*m_panel);
     const QSignalSpy changes(box()->document(), &QTextDocument::contentsChanged);
-    reflex(*m_panel);
+    recalculation(*m_panel);
     QVERIFY(messages(*m_panel).size() >= 2);
     QCOMPARE(changes.size(), 1);
     QVERIFY(showsItsEnd());

@@ -100,7 +100,7 @@ void tst_Repaints::referencesAndFilesRepaintTheirMaps()
     PaintCounter result(loose.resultMap.DispA);
     PaintCounter measured(loose.dataMap.DispA);
     const auto expect = [&](int resultPaints, int measuredPaints) {
-        constexpr int paintTimeMs = 20; // ms
+        constexpr int paintTimeMs = 20;
         const bool isMet =
             result.within(paintTimeMs) == resultPaints && measured.count() == measuredPaints;
         result.settle();

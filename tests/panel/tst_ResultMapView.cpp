@@ -245,7 +245,8 @@ void tst_ResultMapView::newResultOfAnotherSizeFitsTheView()
     QVERIFY(m_loose->resultMap.DispA->hasScale);
     QCOMPARE(m_loose->resultMap.DispA->cc.realX1, 8.0);
     QCOMPARE(m_loose->resultMap.DispA->cc.realY1, 3.0);
-    QCOMPARE(m_loose->resultMap.CBar->zmax, 16.0); // kept: they may be the user's choice
+    QCOMPARE(m_loose->resultMap.CBar->zmax,
+             16.0); // the limits are kept: the user may have set them
 }
 
 void tst_ResultMapView::fittedResultClearsTheRange()

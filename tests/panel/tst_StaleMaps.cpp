@@ -207,7 +207,7 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_folder;
     const SharedPanel m_panel; ///< calculates in all tests
-    const SharedPanel m_other; ///< newPanel like new before each of its calculations
+    const SharedPanel m_other; ///< made like new before each of its calculations
 };
 
 void tst_StaleMaps::initTestCase()

@@ -140,11 +140,11 @@ void tst_Wiring::referencesAreConnected()
         Q_EMIT row->foundNewEdge(8333.0);
         QCOMPARE(m_panel->take(), QStringList{"noticedNewEdge 8333"});
         int selected = 0;
-        const auto heard =
+        const auto connection =
             connect(&m_loose->references, &RefFiles::selectedFile, this, [&] { ++selected; });
         Q_EMIT row->selectedFile();
         QCOMPARE(selected, 1);
-        disconnect(heard);
+        disconnect(connection);
         QVERIFY(m_panel->take().isEmpty());
     }
 }

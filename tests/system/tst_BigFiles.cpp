@@ -83,7 +83,7 @@ private Q_SLOTS:
     void initTestCase();
     void bigMapsAreRefused_data();
     void bigMapsAreRefused();
-    void refusedBigMapReplacesTheLoadedMap();
+    void refusedBigMapUnloadsTheEarlierMap();
     void mapLineLimitIs16Mebibytes_data();
     void mapLineLimitIs16Mebibytes();
     void commentLimitIs64Mebibytes_data();
@@ -156,7 +156,7 @@ void tst_BigFiles::bigMapsAreRefused()
     QCOMPARE(mapTrouble(read("map", path)), QString());
 }
 
-void tst_BigFiles::refusedBigMapReplacesTheLoadedMap()
+void tst_BigFiles::refusedBigMapUnloadsTheEarlierMap()
 {
     const QTemporaryDir folder;
     const QString good = folder.filePath("good.dat");

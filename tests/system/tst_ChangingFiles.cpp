@@ -11,7 +11,7 @@ namespace
 {
 
 constexpr int manyRows = 100000;
-constexpr int maxCalls = 5; ///< calls per file to hook; more than any reader makes
+constexpr int maxCalls = 5; ///< hooked calls of each kind; readers open and close a file less often
 
 QByteArray textMap(int rows)
 {

@@ -9,11 +9,12 @@ using namespace tests;
 namespace
 {
 
-constexpr qint64 uncheckedPixels = qint64{1}
-                                   << 20; ///< claimed pixels that are accepted without a check
+/// A header can claim this many pixels without any check against the file.
+constexpr qint64 uncheckedPixels = qint64{1} << 20;
 constexpr qint64 maxPixels = qint64{1} << 25;
-constexpr qint64 rowsForLargerClaim =
-    uncheckedPixels / 64 + 1; ///< smallest row count that allows more than uncheckedPixels
+/// A larger claim needs one row in the file per 64 pixels. This is the smallest number of
+/// rows that allows more than uncheckedPixels.
+constexpr qint64 rowsForLargerClaim = uncheckedPixels / 64 + 1;
 
 /// A text map with @p rows rows whose header claims a size of @p width by 1.
 QByteArray textMap(qint64 width, qint64 rows, bool isByAxes = false)

@@ -10,7 +10,7 @@ using namespace tests;
 namespace
 {
 
-constexpr int manyRows = 100000; ///< as rows of a map 6 MB, as points of a spectrum 2 MB
+constexpr int manyRows = 100000; ///< 6 MB as rows of a map, 2 MB as points of a spectrum
 
 QByteArray textMap()
 {

@@ -19,7 +19,7 @@ using namespace tests;
 namespace
 {
 
-constexpr int timeoutMs = 20000; // ms
+constexpr int timeoutMs = 20000;
 constexpr qsizetype longestPath = 4095;
 
 const QByteArray map("# X-NUM 1\n# Y-NUM 1\n1 2 3\n");
@@ -46,7 +46,7 @@ bool makeSocket(const QByteArray& path)
     return isMade;
 }
 
-/// Makes a file whose name may be invalid UTF-8, which QFile could not do.
+/// Makes a file. Its name can be invalid UTF-8, which QFile does not support.
 bool makeFile(const QByteArray& path, const QByteArray& content)
 {
     const int file = ::open(path.constData(), O_WRONLY | O_CREAT, 0644);
@@ -111,7 +111,8 @@ void tst_OddPaths::cleanup()
     std::filesystem::remove_all(QFile::encodeName(m_folder->path()).toStdString(), error);
 }
 
-/// Makes the object of the row's name and returns its path; empty on failure.
+/// Creates the object that @p what names and returns its path; empty on failure. An
+/// absolute path is returned unchanged.
 QByteArray tst_OddPaths::make(const QByteArray& what) const
 {
     const QByteArray path = inFolder("odd");

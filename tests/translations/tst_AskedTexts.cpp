@@ -1,4 +1,4 @@
-// The translation table and the sources contain the same texts.
+// The translation table and the sources contain the same texts, except for known ones.
 
 #include "support/QmReader.h"
 #include "support/TestFiles.h"
@@ -46,8 +46,8 @@ class tst_AskedTexts : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void allTextsOfTheSourcesAreInTheTable();
-    void allTextsOfTheTableAreInTheSources();
+    void onlyKnownTextsOfTheSourcesAreNotInTheTable();
+    void onlyKnownTextsOfTheTableAreNotInTheSources();
     void sourcesAndVocabularyHaveTheSameTexts();
 
 private:
@@ -80,12 +80,12 @@ void tst_AskedTexts::initTestCase()
     }
 }
 
-void tst_AskedTexts::allTextsOfTheSourcesAreInTheTable()
+void tst_AskedTexts::onlyKnownTextsOfTheSourcesAreNotInTheTable()
 {
     QCOMPARE(surplus(m_inSources, m_inTable), surplus(askedInVain, {}));
 }
 
-void tst_AskedTexts::allTextsOfTheTableAreInTheSources()
+void tst_AskedTexts::onlyKnownTextsOfTheTableAreNotInTheSources()
 {
     QCOMPARE(surplus(m_inTable, m_inSources), surplus(neverAsked, {}));
 }
