@@ -44,7 +44,7 @@ constexpr int rowStep = 11;
 /// The energy and the normalised value of each point, calculated independently of the
 /// program. @p kind is 0 without normalisation, 1 after subtracting the pre-edge line, 3
 /// divided by the edge jump, 4 divided by the difference of the two lines.
-QList<QPointF> presented(const AMutE& spectrum, int kind)
+QList<QPointF> normalisedPoints(const AMutE& spectrum, int kind)
 {
     const auto line = [](const data::VictoreenLine& v, double energyEv) {
         const double L = 12398.424360387684 / energyEv;
@@ -223,8 +223,8 @@ PlainSpectra tst_FourPsAllMut::plain(const PlotRange& range, int kind) const
     const QList<QColor> ofReferences{black, red, blue, green};
     for (int i = 0; i < 4; ++i) {
         if (const AMutE& each = reference(i); each.valid) {
-            picture.curves.append(
-                {presented(each, kind), ofReferences.at(i), 2, each.fileName, each.switchedOn});
+            picture.curves.append({normalisedPoints(each, kind), ofReferences.at(i), 2,
+                                   each.fileName, each.switchedOn});
         }
     }
     return picture;
@@ -306,7 +306,7 @@ void tst_FourPsAllMut::spectraAreShownInTheChosenNormalisation()
     double lo = 1e300;
     double hi = -1e300;
     for (int i = 0; i < 2; ++i) {
-        for (const QPointF& point : presented(reference(i), kind)) {
+        for (const QPointF& point : normalisedPoints(reference(i), kind)) {
             if (point.x() >= 8300.0 && point.x() <= 8450.0) {
                 lo = std::fmin(lo, point.y());
                 hi = std::fmax(hi, point.y());
@@ -433,8 +433,8 @@ void tst_FourPsAllMut::displayedFilesHaveThinLinesAndTheNextColors()
     const AMutE& first = displayed("first.dat", {{8300, 0.1}, {8449, 1.8}});
     const AMutE& second = displayed("second.dat", {{8300, 0.3}, {8449, 1.6}});
     PlainSpectra wanted = plain();
-    wanted.curves.append({presented(first, 0), ochre, 1, "first.dat"});
-    wanted.curves.append({presented(second, 0), QColor(240, 0, 240), 1, "second.dat"});
+    wanted.curves.append({normalisedPoints(first, 0), ochre, 1, "first.dat"});
+    wanted.curves.append({normalisedPoints(second, 0), QColor(240, 0, 240), 1, "second.dat"});
     QVERIFY(isSamePicture(paint(), wanted.picture()));
     // An invalid file is not drawn, and the other file keeps its colour.
     m_displayed.front()->valid = false;
@@ -453,7 +453,7 @@ void tst_FourPsAllMut::colorsRepeatAfterTheLast()
         AMutE& spectrum = *m_panel->DispMuts.at(file);
         setPoints(spectrum, "last", falling());
         PlainSpectra wanted = plain();
-        wanted.curves = {{presented(spectrum, 0), color, 1, "last"}};
+        wanted.curves = {{normalisedPoints(spectrum, 0), color, 1, "last"}};
         QVERIFY(isSamePicture(paint(), wanted.picture()));
         spectrum.valid = false;
     }
@@ -476,7 +476,7 @@ void tst_FourPsAllMut::fittedCurveIsDrawnLastWithoutNormalisation()
     setFit(points);
     m_fitted->preLine = {5.0, 0.0, 0.0}; // ignored: the fitted curve is normalised already
     PlainSpectra wanted = plain({8300.0, -0.35, 8450.0, 1.85}, 1);
-    wanted.curves.append({presented(file, 1), ochre, 1, "file.dat"});
+    wanted.curves.append({normalisedPoints(file, 1), ochre, 1, "file.dat"});
     wanted.fitted = points;
     const QImage image = paint();
     QVERIFY(isSamePicture(image, wanted.picture()));
@@ -552,7 +552,7 @@ void tst_FourPsAllMut::verticalLinesEndEarlyOnAHighWidget()
     QCOMPARE(place.bottom, 360);
     const int guide = place.pixel(8350.0, 0.0).x();
     const int energy = place.pixel(8380.2, 0.0).x();
-    // The lines end at row 120, which is the width of the widget.
+    // On purpose, vertical lines end as far down as the widget is wide: at row 120.
     QVERIFY(isAllOf(image, QRect(guide, 21, 1, 100), guideGreen));
     QVERIFY(isAllOf(image, QRect(energy, 21, 1, 100), blue));
     const QRect below(13, 121, 100, 239);
@@ -752,7 +752,7 @@ void tst_FourPsAllMut::draggedLineFollowsTheMouse()
     image = paint();
     QVERIFY(isAllOf(image, QRect(start + 49, 30, 2, 70), blue));
     PlainSpectra wanted = plain();
-    wanted.curves = {{presented(*m_panel->DispMuts.first(), 0), ochre, 1, "file"}};
+    wanted.curves = {{normalisedPoints(*m_panel->DispMuts.first(), 0), ochre, 1, "file"}};
     QVERIFY(isSamePicture(image, wanted.picture()));
 }
 

@@ -168,7 +168,7 @@ private Q_SLOTS:
     void calculatedMapIsShownImmediately();
 
     void boxOfAnUnusedRowIsIgnored();
-    void currentShareHistogramDoesNotChangeThePlot();
+    void currentRatioHistogramDoesNotChangeThePlot();
 
 private:
     HistogramPlot plotFor(int id) { return plotOf(*m_panel, id); }
@@ -400,7 +400,7 @@ void tst_FourPsHistograms::boxOfAnUnusedRowIsIgnored()
 
 // The third row is the second one in use: the box belongs to the row, the histogram to the
 // index among the references in use.
-void tst_FourPsHistograms::currentShareHistogramDoesNotChangeThePlot()
+void tst_FourPsHistograms::currentRatioHistogramDoesNotChangeThePlot()
 {
     setReferences(*m_panel, {0, 2}, {0, 2});
     const HistogramPlot of = plotFor(Displays::DHistA);

@@ -19,7 +19,7 @@ constexpr int c1 = 9;
 constexpr int valence = 11;
 
 /// The full event sequence of a double-click.
-void clickTwice(QWidget* surface, Qt::MouseButton button, Qt::KeyboardModifiers keys)
+void fullDoubleClick(QWidget* surface, Qt::MouseButton button, Qt::KeyboardModifiers keys)
 {
     const QPointF at(30.0, 40.0);
     press(surface, at, button, keys);
@@ -109,7 +109,7 @@ void tst_FourPsMapMouse::doubleClickSetsTheLimits()
     setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
     picture(window());
     window()->setZRange(0.6, 0.7);
-    clickTwice(surface(), button, keys);
+    fullDoubleClick(surface(), button, keys);
     QCOMPARE(limitTexts(window()), texts);
     QCOMPARE(barLimits(window()), QList<double>({texts.at(0).toDouble(), texts.at(1).toDouble()}));
     QCOMPARE(window()->MinV->cursorPosition(), 0);
@@ -134,7 +134,7 @@ void tst_FourPsMapMouse::shiftOnlyRaisesTheLimits()
     setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
     picture(window());
     window()->setZRange(low, high);
-    clickTwice(surface(), Qt::LeftButton, Qt::ShiftModifier);
+    fullDoubleClick(surface(), Qt::LeftButton, Qt::ShiftModifier);
     QTEST(limitTexts(window()), "texts");
 }
 
@@ -148,7 +148,7 @@ void tst_FourPsMapMouse::doubleClickScansTheShownQuantity()
                                           {4, {"0", "0"}}}) {
         mapRadio(*m_panel, quantity)->setChecked(true);
         window()->setZRange(40.0, 50.0);
-        clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+        fullDoubleClick(surface(), Qt::LeftButton, Qt::NoModifier);
         QCOMPARE(limitTexts(window()), texts);
     }
 }
@@ -176,7 +176,7 @@ void tst_FourPsMapMouse::nextPaintSetsTheLimitsOfTheQuantity()
     setQuantity(*m_panel, quantity, 3, 1, values);
     picture(window());
     window()->setZRange(2.0, 3.0);
-    clickTwice(surface(), Qt::LeftButton, keys);
+    fullDoubleClick(surface(), Qt::LeftButton, keys);
     PaintCounter paints(surface());
     QVERIFY(paints.within() >= 1);
     QCOMPARE(limitTexts(window()), texts);
@@ -202,7 +202,7 @@ void tst_FourPsMapMouse::doubleClickWithAnyButtonShowsTheWholeMap()
     turnWheel(surface(), {100.0, 100.0}, {0, 120});
     picture(window());
     QVERIFY(viewOf(window()) != QList<double>({0.0, 0.0, 3.0, 2.0}));
-    clickTwice(surface(), button, Qt::NoModifier);
+    fullDoubleClick(surface(), button, Qt::NoModifier);
     QTest::qWait(20);
     QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 3.0, 2.0}));
     QVERIFY(surface()->hasScale);
@@ -214,12 +214,12 @@ void tst_FourPsMapMouse::doubleClickRepaintsThePanel()
     setQuantity(*m_panel, ratio1, 1, 1, {0.5});
     PaintCounter paints(m_panel.get());
     paints.settle();
-    clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+    fullDoubleClick(surface(), Qt::LeftButton, Qt::NoModifier);
     QCOMPARE(paints.within(), 1);
-    clickTwice(surface(), Qt::RightButton, Qt::NoModifier);
+    fullDoubleClick(surface(), Qt::RightButton, Qt::NoModifier);
     QCOMPARE(paints.within(), 2);
     m_panel->BaseData.clear();
-    clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+    fullDoubleClick(surface(), Qt::LeftButton, Qt::NoModifier);
     QCOMPARE(paints.within(), 2);
     m_panel->hide();
 }
@@ -229,7 +229,7 @@ void tst_FourPsMapMouse::doubleClickWorksInThePoppedOutWindow()
     setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
     QVERIFY(popOut(window()));
     window()->setZRange(0.6, 0.7);
-    clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+    fullDoubleClick(surface(), Qt::LeftButton, Qt::NoModifier);
     QCOMPARE(limitTexts(window()), QStringList({"0.45", "0.9"}));
     QTest::qWait(40);
     QCOMPARE(limitTexts(window()), QStringList({"-0.1", "1.1"}));

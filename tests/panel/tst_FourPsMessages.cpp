@@ -1,5 +1,5 @@
-// The message box with many lines: its text, its scroll position, and the cost of the lines
-// of a recalculation.
+// The message box with many lines: its text, its scroll position, and how recalculations
+// write to it.
 
 #include "rows/AXafsFileSelect.h"
 #include "support/PictureTools.h"

@@ -438,7 +438,7 @@ void tst_FourPsReflexes::clickingACheckBoxOfARowRecalculatesOnce()
     QCOMPARE(counter.runs(), 1);
     panel.EPoints.at(5)->LCFCB->click();
     QCOMPARE(counter.runs(), 2);
-    panel.EPoints.at(5)->VPointCB->click(); // a V row without a map is refused like no V row
+    panel.EPoints.at(5)->VPointCB->click(); // a V row without a map counts as no V row
     QCOMPARE(counter.runs(), 3);
 }
 
@@ -705,7 +705,7 @@ void tst_FourPsReflexes::recalculationSetsTheHistogramLimitsFirst()
     panel.ui.HgABoxes->setText("2");
     panel.Refs.RefRows.at(1)->Valence->setText("5");
     panel.calcBoth();
-    // From 1.5 to 5.5 with two bins: the lower bound is half a bin below.
+    // Two bins from 1.5 to 5.5 are 4 wide, and the lower bound is half a bin below 1.5.
     QCOMPARE(panel.ui.HgATo->text(), "5.5");
     QCOMPARE(panel.HistV->step, 4.0);
     QCOMPARE(panel.HistV->minV, -0.5);

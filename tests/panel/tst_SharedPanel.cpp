@@ -25,7 +25,7 @@ namespace
 
 /// Changes as much of the panel's state as possible: loads, calculates, shows windows,
 /// edits all fields.
-void disturb(FourPs& panel, const QTemporaryDir& dir)
+void changeEverything(FourPs& panel, const QTemporaryDir& dir)
 {
     const QString path = writeFile(dir, "a.dat", spectrumText("1.00", "1.5", "1.25", "1"));
     prepareThreePointMaps(panel);
@@ -185,7 +185,7 @@ void tst_SharedPanel::resetPanelHasTheTextsAndStatesOfANewOne()
 {
     const QTemporaryDir dir;
     auto panel = std::make_unique<FourPs>();
-    disturb(*panel, dir);
+    changeEverything(*panel, dir);
     resetPanel(*panel);
     const QList<QMap<QString, States>> found = statesOf(*panel);
     const QList<QMap<QString, States>>& expected = firstStates();
@@ -211,7 +211,7 @@ void tst_SharedPanel::resetPanelHasTheDataOfANewOne()
     const QTemporaryDir dir;
     auto panel = std::make_unique<FourPs>();
     const QStringList fresh = dataOf(*panel);
-    disturb(*panel, dir);
+    changeEverything(*panel, dir);
     QVERIFY(dataOf(*panel) != fresh);
     resetPanel(*panel);
     QCOMPARE(dataOf(*panel), fresh);
@@ -223,7 +223,7 @@ void tst_SharedPanel::resetPanelCalculatesLikeANewOne()
     const QTemporaryDir dir;
     auto panel = std::make_unique<FourPs>();
     const QStringList fresh = recalculationOutput(*panel);
-    disturb(*panel, dir);
+    changeEverything(*panel, dir);
     resetPanel(*panel);
     QCOMPARE(recalculationOutput(*panel), fresh);
     closePanel(panel);

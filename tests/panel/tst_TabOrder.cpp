@@ -17,7 +17,7 @@ namespace
 {
 
 /// Whether @p edit shows a result or a selection and is not meant for typing.
-bool isYellow(const QLineEdit* edit)
+bool isResultField(const QLineEdit* edit)
 {
     return edit->styleSheet() == QLatin1String("background-color: rgb(255, 255, 220);");
 }
@@ -113,7 +113,8 @@ void tst_TabOrder::cleanup()
 QList<QLineEdit*> tst_TabOrder::typedFields() const
 {
     QList<QLineEdit*> fields = m_body->findChildren<QLineEdit*>();
-    fields.removeIf([](const QLineEdit* edit) { return isYellow(edit) || !edit->isVisible(); });
+    fields.removeIf(
+        [](const QLineEdit* edit) { return isResultField(edit) || !edit->isVisible(); });
     return fields;
 }
 

@@ -613,6 +613,7 @@ void tst_WindowLayout::rotatedTitlesStayInTheirBoxes()
     }
 }
 
+// Tested at several widths: font sizes are whole pixels, so some sizes are rounded up.
 void tst_WindowLayout::plotLabelsStayInTheirBoxes()
 {
     QFETCH(app::Language, language);

@@ -12,8 +12,8 @@ namespace
 /// A header can claim this many pixels without any check against the file.
 constexpr qint64 uncheckedPixels = qint64{1} << 20;
 constexpr qint64 maxPixels = qint64{1} << 25;
-/// A larger claim needs one row in the file per 64 pixels. This is the smallest number of
-/// rows that allows more than uncheckedPixels.
+/// A larger claim needs one pixel in the file per 64 claimed pixels. This is the smallest
+/// number of pixels (rows of a text map) that allows more than uncheckedPixels.
 constexpr qint64 rowsForLargerClaim = uncheckedPixels / 64 + 1;
 
 /// A text map with @p rows rows whose header claims a size of @p width by 1.
