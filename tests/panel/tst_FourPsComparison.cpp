@@ -203,7 +203,7 @@ void tst_FourPsComparison::extremeValencesAreSafe_data()
     addTexts("falling", {"1e300", "-1e300"});
 }
 
-// The paint must return, and nothing may be drawn over the margins.
+// The paint must finish, and nothing may be drawn over the margins.
 void tst_FourPsComparison::extremeValencesAreSafe()
 {
     QFETCH(QString, first);
@@ -316,7 +316,7 @@ void tst_FourPsComparison::fitShowsItsPointImmediately()
     QCOMPARE(m_panel->LCFvs4PS.size(), 1);
     QVERIFY(surface()->cc.drawn);
     PlainComparison wanted(evenSize, 2.0, 3.0);
-    wanted.points = {{2.0 * 0.6 + 3.0 * 0.4, 2.805, black}}; // 179.4 pixels from the left axis
+    wanted.points = {{2.0 * 0.6 + 3.0 * 0.4, 2.805, black}}; // 179.4 pixels right of the y axis
     QVERIFY(isSamePicture(paint(), wanted.picture()));
 }
 

@@ -362,7 +362,7 @@ void tst_FourPsGraphs::pressAwayFromTheLinesDragsNothing()
 void tst_FourPsGraphs::dragRecalculatesOncePerValidReference_data()
 {
     QTest::addColumn<int>("valid");
-    QTest::addColumn<int>("perMove");    // recalculations
+    QTest::addColumn<int>("perMove");    // number of recalculations
     QTest::addColumn<int>("perRelease"); // its own drag step, the edge, and the recalculation
     QTest::newRow("no reference") << 0 << 0 << 1;
     QTest::newRow("one reference") << 1 << 1 << 3;

@@ -73,7 +73,7 @@ void checkBoxes(const HistogramPlot& histograms, bool main, const QList<int>& bo
     }
 }
 
-/// Uses the references @p used, and makes exactly those in @p valid valid.
+/// Selects the references @p used. Only those listed in @p valid have a valid spectrum.
 void setReferences(FourPs& panel, const QList<int>& used, const QList<int>& valid)
 {
     useReferences(panel, used);

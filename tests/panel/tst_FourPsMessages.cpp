@@ -74,7 +74,7 @@ void tst_FourPsMessages::newLineIsScrolledIntoView_data()
     QTest::newRow("recalculation") << true;
 }
 
-// Regardless of the scroll position and the selection.
+// The end is shown regardless of the earlier scroll position and selection.
 void tst_FourPsMessages::newLineIsScrolledIntoView()
 {
     QFETCH(bool, isRecalculation);

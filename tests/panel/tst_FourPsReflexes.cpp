@@ -166,8 +166,8 @@ void tst_FourPsReflexes::loadingAReferenceProposesTheEdge()
 
 void tst_FourPsReflexes::loadingAReferenceRecalculatesThreeTimes()
 {
-    // The proposed edge updates every valid column, here only its own. Then the file
-    // updates its column once more and recalculates.
+    // The proposed edge updates every valid column, here only the file's own: one
+    // recalculation. Then loading updates this column again and recalculates: two more.
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
     load(panel.XafsFiles.at(0), m_files.ref1);

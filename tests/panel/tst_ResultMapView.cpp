@@ -159,11 +159,11 @@ void tst_ResultMapView::slopesHaveNoPresetLimits()
 void tst_ResultMapView::valueIsReadFromThePixel()
 {
     m_result = extendedMap(4, 2, 0.0);
-    m_view->showValueAt(1.5, 1.2); // pixel 1 + 4
+    m_view->showValueAt(1.5, 1.2); // row 1, column 1: pixel 5
     QCOMPARE(m_loose->resultMap.Val->text(), QStringLiteral("14"));
     choose(m_loose->form.MapValence);
     m_view->showValueAt(3.9, 0.0);
-    QCOMPARE(m_loose->resultMap.Val->text(), QStringLiteral("14")); // 11 + 3
+    QCOMPARE(m_loose->resultMap.Val->text(), QStringLiteral("14")); // quantity 11 in pixel 3
 }
 
 void tst_ResultMapView::valueOutsideTheMapIsZero()
@@ -188,7 +188,7 @@ void tst_ResultMapView::withoutAResultTheMouseHasNoEffect()
 
 void tst_ResultMapView::doubleClickScansAndShiftOnlyRaisesTheLimits()
 {
-    m_result = extendedMap(4, 2, 0.0); // C1 from 9 to 16
+    m_result = extendedMap(4, 2, 0.0); // C1 is 9 to 16
     const cBar& bar = *m_loose->resultMap.CBar;
     m_loose->resultMap.setZRange(-3.0, 30.0);
     QVERIFY(doubleClick(*m_view, Qt::ShiftModifier));

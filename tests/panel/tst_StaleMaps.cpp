@@ -397,7 +397,7 @@ void tst_StaleMaps::loadedFileChangesTheResult()
     panel.EPoints.at(2)->loadData(file("map.2dp", binaryMap(200, 20, 10)));
     const AEPoint& base = *panel.EPoints.at(2);
     QCOMPARE(base.rows.size(), width * height + 200);
-    QCOMPARE(data::pixelMut(base, 15, 2), ofText); // 4 * 13 + 3 is 2 * 20 + 15
+    QCOMPARE(data::pixelMut(base, 15, 2), ofText); // same index: 4 * 13 + 3 = 2 * 20 + 15
     const A2DData result = calculate(panel).map;
     QCOMPARE(result.rows.size(), 200);
 

@@ -276,8 +276,8 @@ QStringList labelsOutsideTheirBoxes(DispABase* plot)
     if (texts.size() < 7) {
         return {QStringLiteral("too few texts")};
     }
-    // The order is: the frame's four labels, the edge jump, both titles. A text that needs
-    // two fonts comes in several parts.
+    // The texts are in this order: the frame's four labels, the edge jump, both titles. A text that
+    // needs two fonts comes in several parts.
     QStringList found = outside(texts.mid(0, 2), 0.0, 0.95 * margin) +
                         outside(texts.mid(2, 1), cc.areaX0, cc.areaX0 + 2 * margin) +
                         outside(texts.mid(3, 1), cc.areaX1 - 2 * margin, cc.areaX1);

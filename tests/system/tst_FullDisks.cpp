@@ -140,7 +140,7 @@ void tst_FullDisks::incompleteHistogramIsReported()
     }
     QCOMPARE(messagesOf(run.lastStep()), expected);
     QVERIFY(run.lastStep()["isPanelUnchanged"].toBool());
-    QVERIFY(readFile(path("result.dat")).endsWith("\n\n")); // complete
+    QVERIFY(readFile(path("result.dat")).endsWith("\n\n")); // the result is complete
     for (const char* name : {"result_HGAlpha.dat", "result_HGThick.dat"}) {
         const QByteArray left = readFile(path(name));
         QVERIFY(left.size() <= 3000);
