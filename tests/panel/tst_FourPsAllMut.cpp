@@ -701,7 +701,7 @@ void tst_FourPsAllMut::draggingAMarkerWritesItsField()
 
 void tst_FourPsAllMut::draggedEnergyUpdatesItsMutFields()
 {
-    // Absorption 0 up to 8310 eV, then a slope of 0.01 per eV.
+    // Absorption 0 up to 8310 eV, then 0.01 per eV up to 1 at 8410 eV.
     setPoints(reference(0), "line",
               {{8000, 0},
                {8100, 0},

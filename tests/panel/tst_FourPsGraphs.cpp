@@ -55,7 +55,8 @@ int columnNear(const PlotPlace& place, double energyEv)
 bool showsEdgeAt(DispABase* plot, double energyEv, double from = lowestEv, double to = highestEv)
 {
     const QImage image = plot->DispA->grab().toImage();
-    const int row = plot->DispA->height() / 4; // below the text, above the foot of the edge
+    const int row =
+        plot->DispA->height() / 4; // below the text, above the lower end of the edge line
     QList<int> columns;
     for (int x = 0; x < image.width(); ++x) {
         if (image.pixelColor(x, row) == QColor(255, 0, 0)) {
