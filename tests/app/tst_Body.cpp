@@ -12,15 +12,15 @@ class tst_Body : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void titleIsTheNameOfTheProgram();
+    void titleIsTheProgramName();
     void titleIsNeverTranslated();
     void windowGrowsToItsPanel();
     void panelIsTheOnlyContent();
-    void menuBarAndStatusBarAreThereAndEmpty();
-    void menuBarHasTheGeometryOfTheForm();
+    void menuBarAndStatusBarExistAndAreEmpty();
+    void menuBarHasTheGeometryFromTheForm();
 };
 
-void tst_Body::titleIsTheNameOfTheProgram()
+void tst_Body::titleIsTheProgramName()
 {
     const Body body;
     QCOMPARE(body.objectName(), QString("Body"));
@@ -61,7 +61,7 @@ void tst_Body::panelIsTheOnlyContent()
     QCOMPARE(item->layout()->itemAt(0)->widget()->objectName(), QString("FourPs"));
 }
 
-void tst_Body::menuBarAndStatusBarAreThereAndEmpty()
+void tst_Body::menuBarAndStatusBarExistAndAreEmpty()
 {
     const Body body;
     const auto* menuBar = body.findChild<QMenuBar*>("menubar");
@@ -73,7 +73,7 @@ void tst_Body::menuBarAndStatusBarAreThereAndEmpty()
     QVERIFY(statusBar->findChildren<QLabel*>().isEmpty());
 }
 
-void tst_Body::menuBarHasTheGeometryOfTheForm()
+void tst_Body::menuBarHasTheGeometryFromTheForm()
 {
     const Body body;
     QCOMPARE(body.findChild<QMenuBar*>("menubar")->geometry(), QRect(0, 0, 869, 17));

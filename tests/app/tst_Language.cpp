@@ -20,15 +20,15 @@ void tst_Language::argumentsChooseTheLanguage_data()
     QTest::newRow("no argument is Japanese") << QStringList{} << false;
     QTest::newRow("-j is Japanese") << QStringList{"-j"} << false;
     QTest::newRow("-e is English") << QStringList{"-e"} << true;
-    QTest::newRow("the later one wins: -e -j") << QStringList{"-e", "-j"} << false;
-    QTest::newRow("the later one wins: -j -e") << QStringList{"-j", "-e"} << true;
+    QTest::newRow("the last one wins: -e -j") << QStringList{"-e", "-j"} << false;
+    QTest::newRow("the last one wins: -j -e") << QStringList{"-j", "-e"} << true;
     QTest::newRow("the last of three wins") << QStringList{"-e", "-j", "-e"} << true;
     QTest::newRow("-E is ignored") << QStringList{"-E"} << false;
     QTest::newRow("-J is ignored") << QStringList{"-J"} << false;
     QTest::newRow("-J does not undo -e") << QStringList{"-e", "-J"} << true;
     QTest::newRow("unknown arguments are ignored") << QStringList{"--help", "file.dat"} << false;
     QTest::newRow("unknown arguments do not undo -e") << QStringList{"-x", "-e", "-x"} << true;
-    QTest::newRow("only the whole word counts")
+    QTest::newRow("similar words are ignored")
         << QStringList{"-en", "--e", "e", " -e", "-e ", "-e=1", ""} << false;
 }
 

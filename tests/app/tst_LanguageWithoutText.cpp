@@ -1,4 +1,4 @@
-// The language of a program into which no Japanese text was linked.
+// Language selection in a program without the Japanese text.
 
 #include "app/Body.h"
 #include "app/Language.h"
@@ -12,11 +12,11 @@
 namespace
 {
 
-QStringList said;
+QStringList messages;
 
-void listen(QtMsgType, const QMessageLogContext&, const QString& text)
+void recordMessage(QtMsgType, const QMessageLogContext&, const QString& text)
 {
-    said.append(text);
+    messages.append(text);
 }
 
 } // namespace
@@ -26,12 +26,12 @@ class tst_LanguageWithoutText : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void textIsNotThere();
+    void japaneseTextIsNotLinked();
     void japaneseStaysSilentAndEnglish_data();
-    void japaneseStaysSilentAndEnglish();
+    void japaneseFallsBackToEnglishSilently();
 };
 
-void tst_LanguageWithoutText::textIsNotThere()
+void tst_LanguageWithoutText::japaneseTextIsNotLinked()
 {
     QVERIFY(!QFile::exists(QStringLiteral(":/qelk_ja_JP.qm")));
     QVERIFY(!QFile::exists(QStringLiteral(":/qelk_ja_JP")));
@@ -44,15 +44,15 @@ void tst_LanguageWithoutText::japaneseStaysSilentAndEnglish_data()
     QTest::newRow("English") << app::Language::English;
 }
 
-void tst_LanguageWithoutText::japaneseStaysSilentAndEnglish()
+void tst_LanguageWithoutText::japaneseFallsBackToEnglishSilently()
 {
     QFETCH(app::Language, language);
-    said.clear();
-    const QtMessageHandler before = qInstallMessageHandler(listen);
+    messages.clear();
+    const QtMessageHandler before = qInstallMessageHandler(recordMessage);
     QTranslator translator;
     app::speak(language, translator);
     qInstallMessageHandler(before);
-    QCOMPARE(said, QStringList());
+    QCOMPARE(messages, QStringList());
     QVERIFY(translator.isEmpty());
     QCOMPARE(QCoreApplication::translate("FourPs", "Valence"), QString("Valence"));
 

@@ -1,4 +1,4 @@
-// The program as a user starts it, seen from inside by the plugin in eye/.
+// Runs the program as a user starts it and inspects it with the plugin in inspector/.
 
 #include "support/QmReader.h"
 #include "support/TestFiles.h"
@@ -18,56 +18,59 @@ using namespace tests;
 namespace
 {
 
-constexpr int patienceMs = 60000;
+constexpr int timeoutMs = 60000;
 
-/// What one run of the program left.
+/// The result of one run of the program.
 struct Run {
-    QJsonArray looks; ///< what each look saw
-    int status = -1;  ///< -1 when the program did not end by itself
+    QJsonArray snapshots;
+    int status = -1; ///< -1 if the program did not end by itself
     QByteArray output;
     QByteArray errors;
 
-    QJsonArray windows(int look = 0) const { return looks.at(look)["windows"].toArray(); }
+    QJsonArray windows(int snapshot = 0) const
+    {
+        return snapshots.at(snapshot)["windows"].toArray();
+    }
 };
 
-/// Runs the program with these arguments; @p steps are those of the plugin.
+/// Runs the program with @p arguments; the plugin executes @p steps.
 Run runProgram(const QStringList& arguments, const QString& steps)
 {
     const QTemporaryDir folder;
     const QString report = folder.filePath(QStringLiteral("report.json"));
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("aelkeye"));
+    environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("aelkinspector"));
     environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(AELK_PLUGINS));
-    // Qt would say that it has to choose one by itself.
+    // Without it, Qt prints a warning that it chooses a runtime directory.
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder.path());
-    environment.insert(QStringLiteral("AELK_EYE_STEPS"), steps);
-    environment.insert(QStringLiteral("AELK_EYE_REPORT"), report);
+    environment.insert(QStringLiteral("AELK_INSPECTOR_STEPS"), steps);
+    environment.insert(QStringLiteral("AELK_INSPECTOR_REPORT"), report);
     QProcess program;
     program.setProcessEnvironment(environment);
     program.setWorkingDirectory(folder.path());
     program.start(QStringLiteral(AELK_PROGRAM), arguments);
     Run run;
-    if (program.waitForFinished(patienceMs) && program.exitStatus() == QProcess::NormalExit) {
+    if (program.waitForFinished(timeoutMs) && program.exitStatus() == QProcess::NormalExit) {
         run.status = program.exitCode();
     }
-    program.kill(); // the one that waits for a user in vain
-    program.waitForFinished(patienceMs);
+    program.kill(); // in case it has not ended in time
+    program.waitForFinished(timeoutMs);
     run.output = program.readAllStandardOutput();
     run.errors = program.readAllStandardError();
-    run.looks = QJsonDocument::fromJson(readFile(report)).array();
+    run.snapshots = QJsonDocument::fromJson(readFile(report)).array();
     return run;
 }
 
-/// Looks once and ends with status 0.
-Run lookAt(const QStringList& arguments)
+/// Takes one snapshot and ends the program with status 0.
+Run snapshotAtStart(const QStringList& arguments)
 {
-    return runProgram(arguments, QStringLiteral("look; exit 0"));
+    return runProgram(arguments, QStringLiteral("snapshot; exit 0"));
 }
 
 using Visit = std::function<void(const QJsonObject& widget)>;
 
-/// Every widget, each before its children.
+/// Calls @p visit for every widget; a parent is visited before its children.
 void visitAll(const QJsonArray& widgets, const Visit& visit)
 {
     for (const QJsonValue& widget : widgets) {
@@ -83,7 +86,7 @@ QList<QJsonObject> allWidgets(const QJsonArray& windows)
     return widgets;
 }
 
-/// The first widget of this name; empty without one.
+/// The first widget with this name; an empty object if there is none.
 QJsonObject widgetNamed(const QJsonArray& windows, const QString& name)
 {
     QJsonObject found;
@@ -95,7 +98,7 @@ QJsonObject widgetNamed(const QJsonArray& windows, const QString& name)
     return found;
 }
 
-QString wordsOn(const QJsonArray& windows, const QString& name)
+QString labelText(const QJsonArray& windows, const QString& name)
 {
     return widgetNamed(windows, name)["words"].toString();
 }
@@ -111,8 +114,8 @@ QStringList visibleWindows(const QJsonArray& windows)
     return names;
 }
 
-/// Rows for a test that holds in both languages.
-void inBothLanguages()
+/// Rows for a test that runs in both languages.
+void addLanguageRows()
 {
     QTest::addColumn<QString>("language");
     QTest::newRow("English") << "-e";
@@ -124,8 +127,8 @@ QString withNumber(const QString& text, int number)
     return text.arg(number);
 }
 
-/// The numbers that stand beside the energy rows, once in the panel's grid and
-/// once in the row's own, never shown frame.
+/// Whether @p text is the number of an energy row. It appears twice: in the panel's grid,
+/// and in the row's own frame, which is never shown.
 bool isRowNumber(const QString& text)
 {
     bool isNumber = false;
@@ -143,27 +146,27 @@ class tst_Program : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void tableStandsInTheProgramAsItIs();
+    void translationTableIsEmbeddedUnchanged();
     void argumentsChooseTheLanguage_data();
     void argumentsChooseTheLanguage();
-    void allLabelsAreTheirSourcesInEnglish();
-    void allLabelsAreThoseOfTheTableInJapanese();
+    void englishLabelsShowTheSourceTexts();
+    void japaneseLabelsShowTheTranslations();
     void textsOutsideTheTableShowTheirSourceInBothLanguages_data();
-    void textsOutsideTheTableShowTheirSourceInBothLanguages();
-    void fieldsHoldTheSameInBothLanguages();
+    void untranslatedTextsShowTheirSourceInBothLanguages();
+    void fieldValuesAreTheSameInBothLanguages();
 
     void titleIsTheNameOfTheProgram_data();
-    void titleIsTheNameOfTheProgram();
+    void titleIsTheProgramName();
     void menuBarAndStatusBarAreThereAndEmpty_data();
-    void menuBarAndStatusBarAreThereAndEmpty();
+    void menuBarAndStatusBarExistAndAreEmpty();
     void onlyTheMainWindowShowsAtStart_data();
-    void onlyTheMainWindowShowsAtStart();
+    void onlyTheMainWindowIsVisibleAtStart();
     void startSaysNothing_data();
-    void startSaysNothing();
+    void startPrintsNothing();
 
     void closingTheLastWindowEndsWithZero();
     void statusIsThatOfTheEventLoop_data();
-    void statusIsThatOfTheEventLoop();
+    void exitStatusIsTheEventLoopsResult();
     void openWindowKeepsTheProgramRunning_data();
     void openWindowKeepsTheProgramRunning();
     void windowsCloseInEitherOrder_data();
@@ -171,9 +174,9 @@ private Q_SLOTS:
 
 private:
     QString translated(const QString& context, const QString& source) const;
-    QString wordInJapanese(const QString& source) const;
+    QString expectedInJapanese(const QString& source) const;
 
-    QMap<Asked, QString> m_translations; ///< those that are not empty
+    QMap<Asked, QString> m_translations; ///< without empty translations
     Run m_english;
     Run m_japanese;
 };
@@ -189,23 +192,23 @@ void tst_Program::initTestCase()
                 message.translation);
         }
     }
-    m_english = lookAt({"-e"});
-    m_japanese = lookAt({"-j"});
+    m_english = snapshotAtStart({"-e"});
+    m_japanese = snapshotAtStart({"-j"});
     for (const Run& run : {m_english, m_japanese}) {
         QVERIFY2(run.status == 0, run.errors.constData());
-        QCOMPARE(run.looks.size(), 1);
+        QCOMPARE(run.snapshots.size(), 1);
     }
 }
 
-/// What the table has for a text, its source if that is nothing.
+/// The translation of a text; the source text if there is no translation.
 QString tst_Program::translated(const QString& context, const QString& source) const
 {
     return m_translations.value({context, source}, source);
 }
 
-/// What has to stand in Japanese where English has @p source. Titles of forms
-/// aside, no two classes say the same word differently.
-QString tst_Program::wordInJapanese(const QString& source) const
+/// The expected Japanese text for the English @p source. Except for form titles, all
+/// classes translate a source text in the same way.
+QString tst_Program::expectedInJapanese(const QString& source) const
 {
     for (int n = 1; n <= 4; ++n) {
         if (source == withNumber(QStringLiteral("Ref %1"), n)) {
@@ -221,7 +224,7 @@ QString tst_Program::wordInJapanese(const QString& source) const
     return source;
 }
 
-void tst_Program::tableStandsInTheProgramAsItIs()
+void tst_Program::translationTableIsEmbeddedUnchanged()
 {
     const QByteArray table = readFile(QStringLiteral(":/qelk_ja_JP.qm"));
     QVERIFY(table.size() > 5000);
@@ -246,9 +249,9 @@ void tst_Program::argumentsChooseTheLanguage_data()
     QTest::newRow("unknown words are ignored")
         << QStringList{"--help", "--version", "-x", "english", "e", ""} << false;
     QTest::newRow("unknown words around -e") << QStringList{"-x", "-e", "map.dat", "j"} << true;
-    QTest::newRow("unknown words around both")
+    QTest::newRow("unknown words around -e and -j")
         << QStringList{"one", "-e", "two", "-j", "three"} << false;
-    QTest::newRow("no part of a word counts")
+    QTest::newRow("similar words are ignored")
         << QStringList{"--e", "-en", "-ej", "-e=1", " -e", "-e "} << false;
 }
 
@@ -256,18 +259,19 @@ void tst_Program::argumentsChooseTheLanguage()
 {
     QFETCH(QStringList, arguments);
     QFETCH(bool, isEnglish);
-    const Run run = lookAt(arguments);
+    const Run run = snapshotAtStart(arguments);
     QVERIFY2(run.status == 0, run.errors.constData());
     const QJsonArray windows = run.windows();
-    QCOMPARE(wordsOn(windows, "label_10"), isEnglish ? QString("Valence") : QStringLiteral("価数"));
-    QCOMPARE(wordsOn(windows, "label_14"),
+    QCOMPARE(labelText(windows, "label_10"),
+             isEnglish ? QString("Valence") : QStringLiteral("価数"));
+    QCOMPARE(labelText(windows, "label_14"),
              isEnglish ? QString("Edge[eV]") : QStringLiteral("吸収端[eV]"));
-    QCOMPARE(wordsOn(windows, "TypeNonEquiv"),
+    QCOMPARE(labelText(windows, "TypeNonEquiv"),
              isEnglish ? QString("Non Equiv. Meth.") : QStringLiteral("非等価法"));
     QCOMPARE(windows, isEnglish ? m_english.windows() : m_japanese.windows());
 }
 
-void tst_Program::allLabelsAreTheirSourcesInEnglish()
+void tst_Program::englishLabelsShowTheSourceTexts()
 {
     QSet<QString> sources{""};
     for (const Asked& asked : allAsked()) {
@@ -282,12 +286,12 @@ void tst_Program::allLabelsAreTheirSourcesInEnglish()
         QVERIFY2(sources.contains(words) || isRowNumber(words), qPrintable(words));
         shown.insert(words);
     }
-    QVERIFY(shown.contains("Amouont")); // as it is written
+    QVERIFY(shown.contains("Amouont")); // spelled this way in the program
     QVERIFY(shown.contains("  Non Equiv. Meth."));
     QVERIFY(shown.contains("Histgram of dMut"));
 }
 
-void tst_Program::allLabelsAreThoseOfTheTableInJapanese()
+void tst_Program::japaneseLabelsShowTheTranslations()
 {
     const QList<QJsonObject> english = allWidgets(m_english.windows());
     const QList<QJsonObject> japanese = allWidgets(m_japanese.windows());
@@ -298,7 +302,7 @@ void tst_Program::allLabelsAreThoseOfTheTableInJapanese()
         QCOMPARE(japanese.at(i)["name"].toString(), name);
         const QString source = english.at(i)["words"].toString();
         const QString words = japanese.at(i)["words"].toString();
-        QCOMPARE(words, wordInJapanese(source));
+        QCOMPARE(words, expectedInJapanese(source));
         differing += words == source ? 0 : 1;
     }
     QVERIFY(differing > 150);
@@ -316,14 +320,14 @@ void tst_Program::textsOutsideTheTableShowTheirSourceInBothLanguages_data()
                                 << "LCF vs MPS";
 }
 
-void tst_Program::textsOutsideTheTableShowTheirSourceInBothLanguages()
+void tst_Program::untranslatedTextsShowTheirSourceInBothLanguages()
 {
     QFETCH(QString, name);
     QFETCH(QString, words);
     for (const Run& run : {m_english, m_japanese}) {
         const QJsonObject widget = widgetNamed(run.windows(), name);
         QVERIFY(!widget.isEmpty());
-        // Of a plot it is the label that names it.
+        // A plot has no text; its title label does.
         const QJsonObject label = widget.contains("words")
                                       ? widget
                                       : widgetNamed(QJsonArray{widget}, QStringLiteral("Title"));
@@ -331,7 +335,7 @@ void tst_Program::textsOutsideTheTableShowTheirSourceInBothLanguages()
     }
 }
 
-void tst_Program::fieldsHoldTheSameInBothLanguages()
+void tst_Program::fieldValuesAreTheSameInBothLanguages()
 {
     const QList<QJsonObject> english = allWidgets(m_english.windows());
     const QList<QJsonObject> japanese = allWidgets(m_japanese.windows());
@@ -344,10 +348,10 @@ void tst_Program::fieldsHoldTheSameInBothLanguages()
 
 void tst_Program::titleIsTheNameOfTheProgram_data()
 {
-    inBothLanguages();
+    addLanguageRows();
 }
 
-void tst_Program::titleIsTheNameOfTheProgram()
+void tst_Program::titleIsTheProgramName()
 {
     QFETCH(QString, language);
     const QJsonArray windows = (language == "-e" ? m_english : m_japanese).windows();
@@ -361,10 +365,10 @@ void tst_Program::titleIsTheNameOfTheProgram()
 
 void tst_Program::menuBarAndStatusBarAreThereAndEmpty_data()
 {
-    inBothLanguages();
+    addLanguageRows();
 }
 
-void tst_Program::menuBarAndStatusBarAreThereAndEmpty()
+void tst_Program::menuBarAndStatusBarExistAndAreEmpty()
 {
     QFETCH(QString, language);
     const QJsonArray windows = (language == "-e" ? m_english : m_japanese).windows();
@@ -382,10 +386,10 @@ void tst_Program::menuBarAndStatusBarAreThereAndEmpty()
 
 void tst_Program::onlyTheMainWindowShowsAtStart_data()
 {
-    inBothLanguages();
+    addLanguageRows();
 }
 
-void tst_Program::onlyTheMainWindowShowsAtStart()
+void tst_Program::onlyTheMainWindowIsVisibleAtStart()
 {
     QFETCH(QString, language);
     const Run& run = language == "-e" ? m_english : m_japanese;
@@ -394,27 +398,27 @@ void tst_Program::onlyTheMainWindowShowsAtStart()
 
 void tst_Program::startSaysNothing_data()
 {
-    inBothLanguages();
+    addLanguageRows();
 }
 
-void tst_Program::startSaysNothing()
+void tst_Program::startPrintsNothing()
 {
     QFETCH(QString, language);
     const Run& run = language == "-e" ? m_english : m_japanese;
     QCOMPARE(run.output, QByteArray());
     QByteArrayList said = run.errors.split('\n');
     said.removeAll("");
-    // What the platform without a screen says of itself.
+    // The offscreen platform prints this line.
     said.removeAll("This plugin does not support propagateSizeHints()");
     QCOMPARE(said, QByteArrayList());
 }
 
 void tst_Program::closingTheLastWindowEndsWithZero()
 {
-    const Run run = runProgram({}, "look; close Body");
+    const Run run = runProgram({}, "snapshot; close Body");
     QVERIFY2(run.status == 0, run.errors.constData());
-    QCOMPARE(run.looks.size(), 1);
-    QVERIFY(run.looks.at(0)["quitsOnLastWindowClosed"].toBool());
+    QCOMPARE(run.snapshots.size(), 1);
+    QVERIFY(run.snapshots.at(0)["quitsOnLastWindowClosed"].toBool());
 }
 
 void tst_Program::statusIsThatOfTheEventLoop_data()
@@ -425,7 +429,7 @@ void tst_Program::statusIsThatOfTheEventLoop_data()
     QTest::newRow("77") << 77;
 }
 
-void tst_Program::statusIsThatOfTheEventLoop()
+void tst_Program::exitStatusIsTheEventLoopsResult()
 {
     QFETCH(int, status);
     QCOMPARE(runProgram({}, QStringLiteral("exit %1").arg(status)).status, status);
@@ -447,9 +451,9 @@ void tst_Program::openWindowKeepsTheProgramRunning()
 {
     QFETCH(QString, button);
     QFETCH(QString, window);
-    const Run run =
-        runProgram({}, QStringLiteral("click %1; close Body; look; look; exit 5").arg(button));
-    QCOMPARE(run.looks.size(), 2);
+    const Run run = runProgram(
+        {}, QStringLiteral("click %1; close Body; snapshot; snapshot; exit 5").arg(button));
+    QCOMPARE(run.snapshots.size(), 2);
     QCOMPARE(visibleWindows(run.windows(0)), QStringList{window});
     QCOMPARE(visibleWindows(run.windows(1)), QStringList{window});
     QCOMPARE(run.status, 5);
@@ -470,9 +474,9 @@ void tst_Program::windowsCloseInEitherOrder()
     QFETCH(QString, first);
     QFETCH(QString, second);
     const Run run = runProgram(
-        {}, QStringLiteral("click ShowDAB; close %1; look; close %2").arg(first, second));
+        {}, QStringLiteral("click ShowDAB; close %1; snapshot; close %2").arg(first, second));
     QVERIFY2(run.status == 0, run.errors.constData());
-    QCOMPARE(run.looks.size(), 1);
+    QCOMPARE(run.snapshots.size(), 1);
     QCOMPARE(visibleWindows(run.windows()), QStringList{second});
 }
 

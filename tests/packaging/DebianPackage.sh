@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# DebianPackage.sh CPACK BUILD VERSION TREE WORK: makes the package in WORK. It
-# names what it depends on, and holds what an installation puts into TREE,
-# compressed where Debian wants that.
+# DebianPackage.sh CPACK BUILD VERSION TREE WORK: makes the package in WORK. Checks its
+# dependencies, its permissions, and that it contains the files of the installation in TREE;
+# Debian requires the manual pages and the changelog to be compressed.
 set -euo pipefail
 cpack=$1 build=$2 version=$3 tree=$4 work=$5
 
@@ -12,11 +12,11 @@ rm -rf "$work"
 )
 package=$work/aelk_${version}_$(dpkg --print-architecture).deb
 [ -f "$package" ] || {
-    echo "there is no $package"
+    echo "$package does not exist"
     exit 1
 }
 
-wants()
+expect_words()
 {
     local field=$1 word
     shift
@@ -29,12 +29,12 @@ wants()
         }
     done
 }
-wants Package aelk
-wants Version "$version"
-wants Section science
-wants Depends libc6 libqt6core6 libqt6gui6 libqt6widgets6
-wants Recommends fonts-vlgothic
-wants Suggests qt6-wayland
+expect_words Package aelk
+expect_words Version "$version"
+expect_words Section science
+expect_words Depends libc6 libqt6core6 libqt6gui6 libqt6widgets6
+expect_words Recommends fonts-vlgothic
+expect_words Suggests qt6-wayland
 
 expected()
 {
@@ -44,14 +44,14 @@ expected()
 listing=$(dpkg-deb -c "$package")
 diff <(expected | LC_ALL=C sort) \
     <(grep -v '^d' <<<"$listing" | sed -E 's:.* \./usr/::' | LC_ALL=C sort) || {
-    echo "< is missing, > is too much"
+    echo "< is missing, > is unexpected"
     exit 1
 }
 
-hidden=$(grep -vE '^(drwxr-xr-x root/root .*/|-rwxr-xr-x root/root .* \./usr/bin/aelk|-rw-r--r-- root/root .*)$' \
+wrong=$(grep -vE '^(drwxr-xr-x root/root .*/|-rwxr-xr-x root/root .* \./usr/bin/aelk|-rw-r--r-- root/root .*)$' \
     <<<"$listing" || true)
-[ -z "$hidden" ] || {
-    echo "wrong owner or permissions: $hidden"
+[ -z "$wrong" ] || {
+    echo "wrong owner or permissions: $wrong"
     exit 1
 }
 

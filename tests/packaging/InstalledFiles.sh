@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# InstalledFiles.sh CMAKE BUILD SOURCE TREE: installs afresh into TREE, by a user
-# who hides everything from others, and compares what is there with what Linux
-# expects. Everyone has to be able to read it.
+# InstalledFiles.sh CMAKE BUILD SOURCE TREE: installs into the emptied TREE and compares the
+# installed files with the expected list. The umask is strict, because all users must be
+# able to read an installation even if the administrator's new files are private.
 set -euo pipefail
 cmake=$1 build=$2 source=$3 tree=$4
 
@@ -35,45 +35,45 @@ END
 }
 
 diff <(expected | LC_ALL=C sort) <(cd "$tree/usr" && find . -type f -printf '%P\n' | LC_ALL=C sort) || {
-    echo "< is missing, > is too much"
+    echo "< is missing, > is unexpected"
     exit 1
 }
 
-hidden=$(find "$tree" \( -type d ! -perm 755 -o -type f ! -path '*/bin/*' ! -perm 644 \
+wrong=$(find "$tree" \( -type d ! -perm 755 -o -type f ! -path '*/bin/*' ! -perm 644 \
     -o -path '*/bin/*' ! -perm 755 \) -printf '%m %p\n')
-[ -z "$hidden" ] || {
-    echo "wrong permissions: $hidden"
+[ -z "$wrong" ] || {
+    echo "wrong permissions: $wrong"
     exit 1
 }
 
-# What the menu entry names is there.
+# The program and the icon that the menu entry names exist.
 entry=$tree/usr/share/applications/aelk.desktop
 while read -r program _; do
     [ -x "$tree/usr/bin/$program" ] || {
-        echo "the menu entry starts $program"
+        echo "the menu entry starts $program, which is not installed"
         exit 1
     }
 done < <(sed -n 's/^Exec=//p' "$entry")
 icon=$(sed -n 's/^Icon=//p' "$entry")
 [ -f "$tree/usr/share/icons/hicolor/scalable/apps/$icon.svg" ] || {
-    echo "the menu entry shows $icon"
+    echo "the menu entry shows $icon, which is not installed"
     exit 1
 }
 
-# A place can also be named from where one stands.
-beside=$tree-beside
-rm -rf "$beside"
+# The prefix can also be a path relative to the working directory.
+relative=$tree-relative
+rm -rf "$relative"
 (
     umask 077
     cd "$(dirname "$tree")"
-    "$cmake" --install "$build" --prefix "$(basename "$beside")" >/dev/null
+    "$cmake" --install "$build" --prefix "$(basename "$relative")" >/dev/null
 )
-diff -r "$tree/usr" "$beside" || {
-    echo "an installation to a relative place is another one"
+diff -r "$tree/usr" "$relative" || {
+    echo "the installation to a relative path differs"
     exit 1
 }
-hidden=$(find "$beside" -type d ! -perm 755)
-[ -z "$hidden" ] || {
-    echo "hidden folders: $hidden"
+wrong=$(find "$relative" -type d ! -perm 755)
+[ -z "$wrong" ] || {
+    echo "folders with wrong permissions: $wrong"
     exit 1
 }

@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# InstalledLinks.sh FOLDER: every link in the Markdown files below FOLDER that
-# is no web address leads to a file, and to a heading of it where it names one.
+# InstalledLinks.sh FOLDER: checks the links in all Markdown files below FOLDER, except web
+# addresses. Each link must lead to an existing file, and to an existing heading if it has
+# an anchor.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
-# anchors FILE: the names of its headings in links: small letters, no
-# punctuation, hyphens for blanks; and those that it gives itself.
+# anchors FILE: prints the anchors of FILE: its headings in lower case, without punctuation
+# and with hyphens for spaces, and the ids of its <a> elements.
 anchors()
 {
     grep -oP '<a id="\K[^"]+' "$1" || true
@@ -23,7 +24,7 @@ while IFS= read -r document; do
             continue
             ;;
         /*)
-            echo "$document: $link is bound to one machine"
+            echo "$document: $link is an absolute path"
             bad=$((bad + 1))
             continue
             ;;
@@ -31,16 +32,16 @@ while IFS= read -r document; do
         target=$document
         [ -z "$path" ] || target=$(dirname "$document")/$path
         if [ ! -e "$target" ]; then
-            echo "$document: $link is not there"
+            echo "$document: $link does not exist"
             bad=$((bad + 1))
         elif [ -n "$anchor" ] && ! anchors "$target" | grep -xF -e "$anchor" >/dev/null; then
-            echo "$document: $link names no heading"
+            echo "$document: $link names a heading that does not exist"
             bad=$((bad + 1))
         fi
     done < <(grep -oP '\]\(\K[^)\s]+|(?:src|href)="\K[^"]+' "$document")
 done < <(find "$1" -name '*.md')
 
 if [ "$count" -eq 0 ] || [ "$bad" -gt 0 ]; then
-    echo "$bad of $count links lead nowhere"
+    echo "$bad of $count links are broken"
     exit 1
 fi

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# InstalledProgram.sh PREFIX: the installed program starts from any folder, in
-# either language, keeps running, and ends when it is asked to.
+# InstalledProgram.sh PREFIX: the installed program starts from any folder in both
+# languages, keeps running, and ends on SIGTERM.
 set -euo pipefail
 program=$1/bin/aelk
 cd /
@@ -9,12 +9,12 @@ for language in -j -e; do
     "$program" $language &
     sleep 2
     kill -TERM $! || {
-        echo "aelk $language has ended by itself"
+        echo "aelk $language has ended before the signal"
         exit 1
     }
     status=0
     wait $! || status=$?
-    # 128 and the number of the signal.
+    # 128 + the signal's number
     [ "$status" -eq 143 ] || {
         echo "aelk $language: exit status $status"
         exit 1

@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# NamedVersion.sh PACKAGING VERSION: the newest release of the metainfo, the foot
-# of the man pages and a heading of the changelog name the project's version, and
-# one date.
+# NamedVersion.sh PACKAGING VERSION: the newest release in the metainfo, the footers of the
+# man pages and a heading of the changelog all name VERSION, with the same date.
 set -euo pipefail
 packaging=$1 version=$2
 

@@ -1,4 +1,4 @@
-// The icon as desktops take it: one file that looks right at every size.
+// The icon is one SVG file that renders correctly at every size.
 
 #include <QFile>
 #include <QImageReader>
@@ -11,13 +11,13 @@ class tst_Icon : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void isASquareDrawing();
-    void drawsPlainShapesOnly();
+    void isASquareSvg();
+    void usesOnlyBasicShapes();
     void rendersAtEverySize_data();
     void rendersAtEverySize();
 };
 
-void tst_Icon::isASquareDrawing()
+void tst_Icon::isASquareSvg()
 {
     QFile file(QStringLiteral(ICON_FILE));
     QVERIFY(file.open(QIODevice::ReadOnly));
@@ -32,9 +32,9 @@ void tst_Icon::isASquareDrawing()
     QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
 }
 
-// Texts would need fonts, links other files; styles, clips and filters are not
-// known to every renderer.
-void tst_Icon::drawsPlainShapesOnly()
+// Text would need fonts, and links would need other files. Some renderers do not support
+// styles, clip paths and filters.
+void tst_Icon::usesOnlyBasicShapes()
 {
     const QSet<QString> shapes{QStringLiteral("svg"), QStringLiteral("g"), QStringLiteral("path"),
                                QStringLiteral("rect"), QStringLiteral("circle")};
@@ -79,8 +79,8 @@ void tst_Icon::rendersAtEverySize()
     QVERIFY2(!image.isNull(), qPrintable(reader.errorString()));
     QCOMPARE(image.size(), QSize(size, size));
 
-    // The corners are round, the curve is white, and the map's two far corners
-    // are blue and red.
+    // The icon's corners are round, hence transparent. The curve is white; the map's top
+    // left corner is blue and its bottom right corner red.
     QVERIFY(image.pixelColor(0, 0).alpha() < 255);
     const auto at = [&](double x, double y) {
         return image.pixelColor(static_cast<int>(x * size), static_cast<int>(y * size));

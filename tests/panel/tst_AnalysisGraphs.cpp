@@ -1,4 +1,4 @@
-// The graphs of the analysis, gathered and drawn without the panel.
+// The graphs of the analysis, drawn on loose widgets without the panel.
 
 #include "display/CColors.h"
 #include "display/Histgram.h"
@@ -21,22 +21,23 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase() { m_loose.reset(); }
 
-    void emptyGraphsLeaveTheRangeAlone_data();
-    void emptyGraphsLeaveTheRangeAlone();
-    void spectraSpanTheWindowAroundTheEdge();
-    void comparisonSpansTheFirstTwoValences();
-    void histogramsSpanTheirFields();
-    void thicknessSpansTheFieldsOfBothHistograms();
-    void planeTakesTheColumnsOfTheFirstTwoUsedReferences();
+    void emptyGraphsDoNotChangeTheRange_data();
+    void emptyGraphsDoNotChangeTheRange();
+    void spectraRangeIsTheWindowAroundTheEdge();
+    void comparisonRangeIsSetByTheFirstTwoValences();
+    void histogramRangeIsSetByItsFields();
+    void thicknessAgainstValenceUsesTheFieldsOfBothHistograms();
+    void planeUsesTheColumnsOfTheFirstTwoUsedReferences();
     void titlesNameTheAxes_data();
     void titlesNameTheAxes();
-    void spectrumRowsAreLeftToThemselves();
-    void pressInTheLegendSwitchesItsSpectrum();
+    void plotsOfTheSpectrumRowsAreNotDrawn();
+    void pressInTheLegendTogglesItsSpectrum();
 
 private:
     void fillAllGraphs();
     void makeSpectrum(AMutE& spectrum);
-    /// The automatic range that a paint of plot @p id gives; @p before without one.
+    /// Paints plot @p id and returns its automatic range, or @p before if the paint sets
+    /// none.
     display::Graph::Range rangeOf(Displays::DispId id, display::Graph::Range before = {});
 
     std::unique_ptr<LooseWidgets> m_loose;
@@ -118,7 +119,7 @@ display::Graph::Range tst_AnalysisGraphs::rangeOf(Displays::DispId id, display::
     return before;
 }
 
-void tst_AnalysisGraphs::emptyGraphsLeaveTheRangeAlone_data()
+void tst_AnalysisGraphs::emptyGraphsDoNotChangeTheRange_data()
 {
     QTest::addColumn<Displays::DispId>("id");
     QTest::newRow("all spectra") << Displays::DMuts;
@@ -128,7 +129,7 @@ void tst_AnalysisGraphs::emptyGraphsLeaveTheRangeAlone_data()
     QTest::newRow("thickness against valence") << Displays::DDMutVsA;
 }
 
-void tst_AnalysisGraphs::emptyGraphsLeaveTheRangeAlone()
+void tst_AnalysisGraphs::emptyGraphsDoNotChangeTheRange()
 {
     QFETCH(const Displays::DispId, id);
     const display::Graph::Range range = rangeOf(id, {1.0, 2.0, 3.0, 4.0});
@@ -137,17 +138,17 @@ void tst_AnalysisGraphs::emptyGraphsLeaveTheRangeAlone()
     QVERIFY(!m_loose->graphs.frame(id)->DispA->cc.drawn);
 }
 
-void tst_AnalysisGraphs::spectraSpanTheWindowAroundTheEdge()
+void tst_AnalysisGraphs::spectraRangeIsTheWindowAroundTheEdge()
 {
     fillAllGraphs();
     const display::Graph::Range range = rangeOf(Displays::DMuts);
     QCOMPARE(range.x0, 8300.0);
     QCOMPARE(range.x1, 8450.0);
-    QCOMPARE(range.y0, -0.1); // a twentieth of the span of 0 to 2
+    QCOMPARE(range.y0, -0.1); // values 0 to 2, plus 5 % of the span on each side
     QCOMPARE(range.y1, 2.1);
 }
 
-void tst_AnalysisGraphs::comparisonSpansTheFirstTwoValences()
+void tst_AnalysisGraphs::comparisonRangeIsSetByTheFirstTwoValences()
 {
     fillAllGraphs();
     const display::Graph::Range range = rangeOf(Displays::DLCFvs4PS);
@@ -156,7 +157,7 @@ void tst_AnalysisGraphs::comparisonSpansTheFirstTwoValences()
     QCOMPARE(range.y1, 3.2);
 }
 
-void tst_AnalysisGraphs::histogramsSpanTheirFields()
+void tst_AnalysisGraphs::histogramRangeIsSetByItsFields()
 {
     fillAllGraphs();
     display::Graph::Range range = rangeOf(Displays::DHistA);
@@ -170,7 +171,7 @@ void tst_AnalysisGraphs::histogramsSpanTheirFields()
     QVERIFY(!m_loose->graphs.frame(Displays::DHistDMut)->DispA->cc.drawn);
 }
 
-void tst_AnalysisGraphs::thicknessSpansTheFieldsOfBothHistograms()
+void tst_AnalysisGraphs::thicknessAgainstValenceUsesTheFieldsOfBothHistograms()
 {
     fillAllGraphs();
     const display::Graph::Range range = rangeOf(Displays::DDMutVsA);
@@ -178,12 +179,12 @@ void tst_AnalysisGraphs::thicknessSpansTheFieldsOfBothHistograms()
     QCOMPARE(range.y1, 7.0);
 }
 
-void tst_AnalysisGraphs::planeTakesTheColumnsOfTheFirstTwoUsedReferences()
+void tst_AnalysisGraphs::planeUsesTheColumnsOfTheFirstTwoUsedReferences()
 {
     m_loose->point(0)->Mut2->setText("10");
     m_loose->point(0)->Mut3->setText("100");
     const display::Graph::Range range = rangeOf(Displays::DM2M3);
-    QCOMPARE(range.x1, 11.0); // 0 to 10 with a tenth around
+    QCOMPARE(range.x1, 11.0); // 0 to 10, plus 10 % on each side
     QCOMPARE(range.y1, 110.0);
     m_loose->reference(2)->UseCB->setChecked(false);
     rangeOf(Displays::DM2M3);
@@ -218,7 +219,7 @@ void tst_AnalysisGraphs::titlesNameTheAxes()
     QTEST(m_loose->graphs.frame(id)->yTitle, "y");
 }
 
-void tst_AnalysisGraphs::spectrumRowsAreLeftToThemselves()
+void tst_AnalysisGraphs::plotsOfTheSpectrumRowsAreNotDrawn()
 {
     fillAllGraphs();
     for (const auto id : {Displays::DRef1, Displays::DRef4, Displays::DTarget}) {
@@ -226,7 +227,7 @@ void tst_AnalysisGraphs::spectrumRowsAreLeftToThemselves()
     }
 }
 
-void tst_AnalysisGraphs::pressInTheLegendSwitchesItsSpectrum()
+void tst_AnalysisGraphs::pressInTheLegendTogglesItsSpectrum()
 {
     fillAllGraphs();
     AMutE shownOnly;

@@ -1,4 +1,4 @@
-// The window of the measured map, without the panel.
+// The window of the measured map, on loose widgets without the panel.
 
 #include "panel/DataMapView.h"
 #include "panel/InputReader.h"
@@ -21,12 +21,12 @@ private Q_SLOTS:
 
     void rowWithoutAMapIsWhite();
     void firstPaintFitsViewAndLimits();
-    void gridIsDrawnWhereAsked();
+    void gridIsDrawnIfChecked();
     void checkedRowIsShown();
-    void valueIsThatOfThePixel();
+    void valueIsReadFromThePixel();
     void valueOutsideTheMapIsMinusOne();
-    void nothingIsReadWithoutAMap();
-    void otherMapGivesUpRangeAndValue();
+    void withoutAMapTheValueIsUnchanged();
+    void otherMapClearsRangeAndValue();
 
 private:
     void load(int row, const A2DData& map);
@@ -83,7 +83,7 @@ void tst_DataMapView::firstPaintFitsViewAndLimits()
     QCOMPARE(window.CBar->zmax, 5.0); // only a paint without a range fits the limits
 }
 
-void tst_DataMapView::gridIsDrawnWhereAsked()
+void tst_DataMapView::gridIsDrawnIfChecked()
 {
     load(0, readyMap(2, 1, {3, 5}));
     const QImage plain = paint();
@@ -103,7 +103,7 @@ void tst_DataMapView::checkedRowIsShown()
     QCOMPARE(m_loose->dataMap.Val->text(), QStringLiteral("7"));
 }
 
-void tst_DataMapView::valueIsThatOfThePixel()
+void tst_DataMapView::valueIsReadFromThePixel()
 {
     load(0, readyMap(2, 2, {1, 2, 3, 4.5}));
     m_view->showValueAt(1.9, 1.0);
@@ -120,14 +120,14 @@ void tst_DataMapView::valueOutsideTheMapIsMinusOne()
     }
 }
 
-void tst_DataMapView::nothingIsReadWithoutAMap()
+void tst_DataMapView::withoutAMapTheValueIsUnchanged()
 {
     m_loose->dataMap.Val->setText("before");
     m_view->showValueAt(0.0, 0.0);
     QCOMPARE(m_loose->dataMap.Val->text(), QStringLiteral("before"));
 }
 
-void tst_DataMapView::otherMapGivesUpRangeAndValue()
+void tst_DataMapView::otherMapClearsRangeAndValue()
 {
     load(0, readyMap(2, 1, {3, 5}));
     paint();

@@ -1,4 +1,4 @@
-// The grid of the energy rows, without the panel.
+// The layout of the energy rows in a grid, without the panel.
 
 #include "panel/EnergyGrid.h"
 #include "rows/AEPoint.h"
@@ -12,11 +12,11 @@ class tst_EnergyGrid : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void headingsFillTwoLines();
-    void rowsComeBelowTheHeadings();
-    void pathTakesTheWidthAndTheRestIsCentred();
-    void fieldsForAllRowsStandInTheirColumns();
-    void widgetsOfARowBelongToTheGrid();
+    void headingsTakeTwoLines();
+    void rowsAreBelowTheHeadings();
+    void pathFillsItsColumnAndTheRestIsCentred();
+    void fieldsForAllRowsAreInTheMatchingColumns();
+    void widgetsOfARowMoveIntoTheGridsParent();
 };
 
 namespace
@@ -31,7 +31,7 @@ QString textAt(const QGridLayout& grid, int line, int column)
 
 } // namespace
 
-void tst_EnergyGrid::headingsFillTwoLines()
+void tst_EnergyGrid::headingsTakeTwoLines()
 {
     QWidget frame;
     QGridLayout grid(&frame);
@@ -58,7 +58,7 @@ void tst_EnergyGrid::headingsFillTwoLines()
     QCOMPARE(grid.columnCount(), upper.size());
 }
 
-void tst_EnergyGrid::rowsComeBelowTheHeadings()
+void tst_EnergyGrid::rowsAreBelowTheHeadings()
 {
     QWidget frame;
     QGridLayout grid(&frame);
@@ -74,7 +74,7 @@ void tst_EnergyGrid::rowsComeBelowTheHeadings()
     }
 }
 
-void tst_EnergyGrid::pathTakesTheWidthAndTheRestIsCentred()
+void tst_EnergyGrid::pathFillsItsColumnAndTheRestIsCentred()
 {
     QWidget frame;
     QGridLayout grid(&frame);
@@ -87,7 +87,7 @@ void tst_EnergyGrid::pathTakesTheWidthAndTheRestIsCentred()
     }
 }
 
-void tst_EnergyGrid::fieldsForAllRowsStandInTheirColumns()
+void tst_EnergyGrid::fieldsForAllRowsAreInTheMatchingColumns()
 {
     QWidget frame;
     QGridLayout grid(&frame);
@@ -114,7 +114,7 @@ void tst_EnergyGrid::fieldsForAllRowsStandInTheirColumns()
     files.setParent(nullptr);
 }
 
-void tst_EnergyGrid::widgetsOfARowBelongToTheGrid()
+void tst_EnergyGrid::widgetsOfARowMoveIntoTheGridsParent()
 {
     QWidget frame;
     QGridLayout grid(&frame);

@@ -1,4 +1,4 @@
-// The groups of fields that the focus chain goes through, without the panel.
+// The order of the widget groups in the focus chain, without the panel.
 
 #include "panel/FocusOrder.h"
 #include "support/LooseWidgets.h"
@@ -12,10 +12,10 @@ class tst_FocusOrder : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void chainGoesFromReferencesOverSpectraAndRowsToActions();
+    void chainVisitsReferencesSpectraRowsAndActionsInThisOrder();
 };
 
-void tst_FocusOrder::chainGoesFromReferencesOverSpectraAndRowsToActions()
+void tst_FocusOrder::chainVisitsReferencesSpectraRowsAndActionsInThisOrder()
 {
     LooseWidgets loose;
     loose.energyList.setParent(loose.form.FourPsFiles);

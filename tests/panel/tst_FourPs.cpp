@@ -1,4 +1,5 @@
-// The panel's construction, its message box and its small read-outs.
+// The panel after construction, its message box, and the values that it reads from its
+// widgets.
 
 #include "display/Histgram.h"
 #include "support/MemberOrder.h"
@@ -20,37 +21,37 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase();
 
-    void rowsMadeInCodeBearTheirNames();
-    void referencesStartWithTheFirstTwoInUseAndValencesZeroToThree();
+    void rowsMadeInCodeHaveObjectNames();
+    void referencesStartWithTwoInUseAndValences0To3();
     void energyRowsStartWithDefaults();
-    void seventhAndEighthEnergyStayEmpty();
-    void thirdRowIsTheVPointAndTheFirstRowIsShown();
-    void gridHoldsTheRowsWidgets();
-    void headingOfTheFilesAloneIsLeft();
+    void energiesOfRows7And8StartEmpty();
+    void thirdRowIsVPointAndFirstRowIsShown();
+    void gridContainsTheWidgetsOfTheRows();
+    void onlyTheHeadingOfTheFilesIsLeftAligned();
     void moreConditionsAreHiddenAtStart();
-    void moreConditionsShowWhenAsked();
+    void buttonShowsAndHidesMoreConditions();
     void fourPointsRadiosCannotBeChangedByTheUser();
-    void histogramLimitsDifferFromTheFormsAfterConstruction();
-    void firstReflexRunsInsideTheConstructorOnce();
+    void constructionReplacesTheHistogramLimitsOfTheForm();
+    void constructorRunsTheCalculationsOnce();
     void windowsStartHiddenAndTheirPlotsDocked();
-    void showMapButtonsExcludeOneAnother();
-    void mapRadiosExcludeOneAnother();
-    void normalisationRadiosExcludeOneAnother();
-    void saveRowCanBeTypedInAndTheMultiRowsTakeSeveralFiles();
-    void dialogsAreTitledByTheirRows();
-    void spectrumRowsShowTheirShiftAndTheOthersDoNot();
-    void startsInTheWorkingDirectoryExceptForTheSaveRow();
-    void histogramsShareTheirWidgets();
+    void showMapButtonsAreExclusive();
+    void mapRadiosAreExclusive();
+    void normalisationRadiosAreExclusive();
+    void saveRowIsEditableAndMultiRowsAcceptSeveralFiles();
+    void dialogTitlesNameTheirRows();
+    void onlySpectrumRowsShowAnEnergyShift();
+    void allFileRowsButSaveStartInTheWorkingDirectory();
+    void histogramsShareTheirFields();
 
-    void messageFoldsWhiteSpaceAndEndsItsLine();
+    void messageCollapsesWhiteSpaceAndEndsItsLine();
 
-    void columnBoxesByIndex();
+    void columnsAreSelectedByIndex();
     void kindOfMapIsTheCheckedRadio();
-    void readOutsAreThoseOfTheReferencesAndTheForm();
-    void slotsComeInTheirOrder();
+    void valuesAreReadFromTheReferencesAndTheForm();
+    void slotsHaveTheExpectedOrder();
 
 private:
-    std::unique_ptr<const FourPs> m_fresh; ///< for what construction leaves
+    std::unique_ptr<const FourPs> m_fresh; ///< never modified: the state after construction
     std::unique_ptr<FourPs> m_panel;
 };
 
@@ -71,7 +72,7 @@ void tst_FourPs::cleanupTestCase()
     closePanel(m_panel);
 }
 
-void tst_FourPs::rowsMadeInCodeBearTheirNames()
+void tst_FourPs::rowsMadeInCodeHaveObjectNames()
 {
     const FourPs& panel = *m_fresh;
     QCOMPARE(panel.objectName(), "FourPs");
@@ -85,7 +86,7 @@ void tst_FourPs::rowsMadeInCodeBearTheirNames()
     QCOMPARE(panel.EPoints.size(), 8);
 }
 
-void tst_FourPs::referencesStartWithTheFirstTwoInUseAndValencesZeroToThree()
+void tst_FourPs::referencesStartWithTwoInUseAndValences0To3()
 {
     const FourPs& panel = *m_fresh;
     QCOMPARE(panel.Refs.RefRows.size(), 4);
@@ -113,14 +114,14 @@ void tst_FourPs::energyRowsStartWithDefaults()
     }
 }
 
-void tst_FourPs::seventhAndEighthEnergyStayEmpty()
+void tst_FourPs::energiesOfRows7And8StartEmpty()
 {
     const FourPs& panel = *m_fresh;
     QVERIFY(panel.EPoints.at(6)->Energy->text().isEmpty());
     QVERIFY(panel.EPoints.at(7)->Energy->text().isEmpty());
 }
 
-void tst_FourPs::thirdRowIsTheVPointAndTheFirstRowIsShown()
+void tst_FourPs::thirdRowIsVPointAndFirstRowIsShown()
 {
     const FourPs& panel = *m_fresh;
     for (int i = 0; i < 8; ++i) {
@@ -130,7 +131,7 @@ void tst_FourPs::thirdRowIsTheVPointAndTheFirstRowIsShown()
     }
 }
 
-void tst_FourPs::gridHoldsTheRowsWidgets()
+void tst_FourPs::gridContainsTheWidgetsOfTheRows()
 {
     const FourPs& panel = *m_fresh;
     for (int i = 0; i < 8; ++i) {
@@ -142,7 +143,7 @@ void tst_FourPs::gridHoldsTheRowsWidgets()
             QLayoutItem* item = panel.ui.CLayout->itemAtPosition(i + 2, k + 1);
             QVERIFY(item);
             QCOMPARE(item->widget(), inColumns.at(k));
-            // A path fills its column; everything else is in the middle.
+            // A path fills its column; all other widgets are centred.
             const bool path = inColumns.at(k) == row->FileSelect;
             QCOMPARE(item->alignment(), path ? Qt::AlignVCenter : Qt::AlignCenter);
             QCOMPARE(inColumns.at(k)->parentWidget(), panel.ui.FourPsFiles);
@@ -150,7 +151,7 @@ void tst_FourPs::gridHoldsTheRowsWidgets()
     }
 }
 
-void tst_FourPs::headingOfTheFilesAloneIsLeft()
+void tst_FourPs::onlyTheHeadingOfTheFilesIsLeftAligned()
 {
     for (int column = 0; column < 12; ++column) {
         const QWidget* heading = m_fresh->ui.CLayout->itemAtPosition(0, column)->widget();
@@ -166,7 +167,7 @@ void tst_FourPs::moreConditionsAreHiddenAtStart()
     QVERIFY(panel.ui.CConds->isHidden());
 }
 
-void tst_FourPs::moreConditionsShowWhenAsked()
+void tst_FourPs::buttonShowsAndHidesMoreConditions()
 {
     FourPs& panel = *m_panel;
     panel.ui.DispCondsB->click();
@@ -187,9 +188,10 @@ void tst_FourPs::fourPointsRadiosCannotBeChangedByTheUser()
     QVERIFY(!panel.ui.CConds3->isEnabled());
 }
 
-void tst_FourPs::histogramLimitsDifferFromTheFormsAfterConstruction()
+void tst_FourPs::constructionReplacesTheHistogramLimitsOfTheForm()
 {
-    // Valences 0 and 1 in use, no spectrum: -0.5 to 1.5, and -0.5 to 0.5.
+    // With valences 0 and 1 in use and no spectrum, the limits are -0.5 to 1.5 and -0.5 to
+    // 0.5.
     const FourPs& panel = *m_fresh;
     QCOMPARE(panel.ui.HgAFrom->text(), "-0.5");
     QCOMPARE(panel.ui.HgATo->text(), "1.5");
@@ -198,9 +200,9 @@ void tst_FourPs::histogramLimitsDifferFromTheFormsAfterConstruction()
     QCOMPARE(panel.ui.HgABoxes->text(), "51");
 }
 
-void tst_FourPs::firstReflexRunsInsideTheConstructorOnce()
+void tst_FourPs::constructorRunsTheCalculationsOnce()
 {
-    // What one run of map, target and fit says about an empty panel.
+    // The messages of one run of map, target and fit on an empty panel.
     const FourPs& panel = *m_fresh;
     const QString few("Number of valied Ref Files is 0, which is less than 2.");
     QCOMPARE(messages(panel), (QStringList{few, "Ref File 0 is not valid.", few,
@@ -220,7 +222,7 @@ void tst_FourPs::windowsStartHiddenAndTheirPlotsDocked()
     QCOMPARE(panel.LCFColor, 0);
 }
 
-void tst_FourPs::showMapButtonsExcludeOneAnother()
+void tst_FourPs::showMapButtonsAreExclusive()
 {
     FourPs& panel = *m_panel;
     panel.EPoints.at(5)->ShowMapB->click();
@@ -229,7 +231,7 @@ void tst_FourPs::showMapButtonsExcludeOneAnother()
     QCOMPARE(panel.EPoints.at(5)->ShowMapB->group()->buttons().size(), 8);
 }
 
-void tst_FourPs::mapRadiosExcludeOneAnother()
+void tst_FourPs::mapRadiosAreExclusive()
 {
     FourPs& panel = *m_panel;
     QList<QAbstractButton*> expected{panel.ui.MapValence, panel.ui.MapAmount, panel.ui.MapRatio1,
@@ -243,7 +245,7 @@ void tst_FourPs::mapRadiosExcludeOneAnother()
     QVERIFY(!panel.ui.MapValence->isChecked());
 }
 
-void tst_FourPs::normalisationRadiosExcludeOneAnother()
+void tst_FourPs::normalisationRadiosAreExclusive()
 {
     FourPs& panel = *m_panel;
     const QList<QAbstractButton*> expected{panel.ui.NNone, panel.ui.NBySubPre, panel.ui.NByEJ,
@@ -254,7 +256,7 @@ void tst_FourPs::normalisationRadiosExcludeOneAnother()
     QVERIFY(!panel.ui.NBy2Vics->isChecked());
 }
 
-void tst_FourPs::saveRowCanBeTypedInAndTheMultiRowsTakeSeveralFiles()
+void tst_FourPs::saveRowIsEditableAndMultiRowsAcceptSeveralFiles()
 {
     const FourPs& panel = *m_fresh;
     QVERIFY(!panel.ui.SaveFSelect->FileName->isReadOnly());
@@ -266,7 +268,7 @@ void tst_FourPs::saveRowCanBeTypedInAndTheMultiRowsTakeSeveralFiles()
     QCOMPARE(panel.EPoints.at(0)->FileSelect->dialog->fileMode(), QFileDialog::ExistingFile);
 }
 
-void tst_FourPs::dialogsAreTitledByTheirRows()
+void tst_FourPs::dialogTitlesNameTheirRows()
 {
     const FourPs& panel = *m_fresh;
     for (int i = 0; i < panel.Refs.RefRows.size(); ++i) {
@@ -283,7 +285,7 @@ void tst_FourPs::dialogsAreTitledByTheirRows()
     }
 }
 
-void tst_FourPs::spectrumRowsShowTheirShiftAndTheOthersDoNot()
+void tst_FourPs::onlySpectrumRowsShowAnEnergyShift()
 {
     const FourPs& panel = *m_fresh;
     for (const AXafsFileSelect* row : std::as_const(panel.XafsFiles)) {
@@ -295,7 +297,7 @@ void tst_FourPs::spectrumRowsShowTheirShiftAndTheOthersDoNot()
     }
 }
 
-void tst_FourPs::startsInTheWorkingDirectoryExceptForTheSaveRow()
+void tst_FourPs::allFileRowsButSaveStartInTheWorkingDirectory()
 {
     const FourPs& panel = *m_fresh;
     QCOMPARE(panel.EPoints.at(7)->FileSelect->dir, QDir::currentPath());
@@ -306,7 +308,7 @@ void tst_FourPs::startsInTheWorkingDirectoryExceptForTheSaveRow()
     QVERIFY(panel.ui.SaveFSelect->dir.isEmpty());
 }
 
-void tst_FourPs::histogramsShareTheirWidgets()
+void tst_FourPs::histogramsShareTheirFields()
 {
     const FourPs& panel = *m_fresh;
     QCOMPARE(panel.HistV->fromEdit, panel.ui.HgAFrom);
@@ -321,7 +323,7 @@ void tst_FourPs::histogramsShareTheirWidgets()
     }
 }
 
-void tst_FourPs::messageFoldsWhiteSpaceAndEndsItsLine()
+void tst_FourPs::messageCollapsesWhiteSpaceAndEndsItsLine()
 {
     FourPs& panel = *m_panel;
     clearMessages(panel);
@@ -330,11 +332,11 @@ void tst_FourPs::messageFoldsWhiteSpaceAndEndsItsLine()
     QCOMPARE(panel.ui.Message->toPlainText(), "one two three\nfour\n");
 }
 
-void tst_FourPs::columnBoxesByIndex()
+void tst_FourPs::columnsAreSelectedByIndex()
 {
     FourPs& panel = *m_panel;
     for (int i = 0; i < 13; ++i) {
-        QCOMPARE(panel.isColumnWanted(i), i >= 11); // as the form starts
+        QCOMPARE(panel.isColumnWanted(i), i >= 11); // the defaults of the form
     }
     panel.ui.RecC1->toggle();
     QVERIFY(panel.isColumnWanted(9));
@@ -353,7 +355,7 @@ void tst_FourPs::kindOfMapIsTheCheckedRadio()
     QCOMPARE(panel.kindOfMap(), 2);
 }
 
-void tst_FourPs::readOutsAreThoseOfTheReferencesAndTheForm()
+void tst_FourPs::valuesAreReadFromTheReferencesAndTheForm()
 {
     FourPs& panel = *m_panel;
     makeReferenceValid(panel, 0, 3.0);
@@ -364,7 +366,7 @@ void tst_FourPs::readOutsAreThoseOfTheReferencesAndTheForm()
     QCOMPARE(panel.NormMode(), 3);
 }
 
-void tst_FourPs::slotsComeInTheirOrder()
+void tst_FourPs::slotsHaveTheExpectedOrder()
 {
     const QStringList slotNames = memberNames(FourPs::staticMetaObject, QMetaMethod::Slot);
     QCOMPARE(slotNames.size(), 36);

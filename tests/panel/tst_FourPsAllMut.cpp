@@ -1,5 +1,5 @@
-// The panel's plot of all spectra: what it shows, its legend under the mouse, and
-// its marker lines.
+// The panel's plot of all spectra: what it draws, clicks in its legend, and its marker
+// lines.
 
 #include "display/Displays.h"
 #include "display/MarkLines.h"
@@ -23,27 +23,28 @@ namespace
 const QColor black(0, 0, 0);
 const QColor red(255, 0, 0);
 const QColor blue(0, 0, 255);
-const QColor green(120, 220, 120); // of the fourth reference
-const QColor ochre(200, 200, 0);   // of the first displayed file
-const QColor pink(255, 200, 255);  // of the fitted curve
+const QColor green(120, 220, 120); // fourth reference
+const QColor ochre(200, 200, 0);   // first displayed file
+const QColor pink(255, 200, 255);  // fitted curve
 const QColor guideGreen(80, 255, 80);
 const QColor guideGrey(200, 200, 200);
 
-// The plot area goes from column 38 to 368 and from row 232 up to 12. The window
-// from 8300 to 8450 eV takes 2.2 pixels an eV, a span of 2 takes 100 a unit.
+// At this size the plot area spans columns 38 to 368 and rows 232 (bottom) to 12 (top): 330
+// by 220 pixels. This gives evenRange 2.2 pixels per eV and 100 pixels per unit of
+// absorption.
 const QSize evenSize(387, 257);
 const PlotRange evenRange{8300.0, -0.1, 8450.0, 2.1};
 
-// The rows of the legend there: 38 pixels are the left margin, rows are 11 high
-// with 9 of text, and the first one begins a pixel below the top of the area.
-// A press hits from column 292 to 368 and from row 12 + 11 - 9 to 12 + 11, all
-// four excluded.
+// The legend at this size: rows are 11 pixels high with 9 pixels of text, and the first row
+// begins one pixel below the top of the plot area. The hit area of the first row is columns
+// 292 to 368 and rows 14 to 23, all four bounds excluded.
 constexpr QPoint firstRow(320, 18);
 constexpr int rowStep = 11;
 
-/// Energy and presented value of each point, by the formulas of the
-/// presentations.
-QList<QPointF> presented(const AMutE& spectrum, int kind)
+/// The energy and the normalised value of each point, calculated independently of the
+/// program. @p kind is 0 without normalisation, 1 after subtracting the pre-edge line, 3
+/// divided by the edge jump, 4 divided by the difference of the two lines.
+QList<QPointF> normalisedPoints(const AMutE& spectrum, int kind)
 {
     const auto line = [](const data::VictoreenLine& v, double energyEv) {
         const double L = 12398.424360387684 / energyEv;
@@ -62,7 +63,7 @@ QList<QPointF> presented(const AMutE& spectrum, int kind)
     return points;
 }
 
-/// Points at these places, two flat lines at 0.25 and 2.25, the edge at 8350.
+/// Sets these points, the constant lines 0.25 and 2.25, and the edge at 8350 eV.
 void setPoints(AMutE& spectrum, const QString& name, const QList<QPointF>& energyAndMut)
 {
     spectrum.valid = true;
@@ -96,48 +97,48 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    // What is to see
+    // Drawing
     void withoutSpectraThePlotIsBlank();
     void showsSpectraGuidesAndLegend();
-    void normalisationDecidesWhatIsShown_data();
-    void normalisationDecidesWhatIsShown();
-    void energyLineTellsFitAndUse_data();
-    void energyLineTellsFitAndUse();
-    void energyLineOfALaterRowCoversAnEarlierOne();
-    void emptyEnergyIsALineFarOut();
+    void spectraAreShownInTheChosenNormalisation_data();
+    void spectraAreShownInTheChosenNormalisation();
+    void energyLineShowsWhetherItsRowIsUsedAndInTheFit_data();
+    void energyLineShowsWhetherItsRowIsUsedAndInTheFit();
+    void laterEnergyLinesCoverEarlierOnes();
+    void emptyEnergyIsDrawnAtZero();
     void targetIsNotShown();
     void invalidSpectrumIsNotDrawnButKeepsItsColor();
-    void singlePointIsNoCurveButHasAName();
-    void validSpectrumWithoutPointsHasAName();
-    void displayedFilesAreThinInTheColorsAfterTheReferences();
-    void colorsBeginAgainAfterTheLast();
-    void percentSignsInNamesStay();
-    void fittedCurveIsDrawnLastAndAsItIs();
+    void singlePointHasALegendRowButNoCurve();
+    void validSpectrumWithoutPointsHasALegendRow();
+    void displayedFilesHaveThinLinesAndTheNextColors();
+    void colorsRepeatAfterTheLast();
+    void percentSignsInNamesAreKept();
+    void fittedCurveIsDrawnLastWithoutNormalisation();
 
-    // The range
-    void rangeTakesAllSpectraWithPoints_data();
-    void rangeTakesAllSpectraWithPoints();
-    void rangeLeavesOutTheTargetAndTheFit();
-    void edgeTextAfterAZoomMovesTheGuidesButNotTheRange();
+    // The automatic range
+    void rangeIncludesAllSpectraWithPoints_data();
+    void rangeIncludesAllSpectraWithPoints();
+    void rangeIgnoresTheTargetAndTheFit();
+    void newEdgeAfterAZoomMovesTheGuidesAndKeepsTheRange();
 
-    // The high widget
-    void verticalLinesStopShortOnAHighWidget();
+    // A widget that is higher than wide
+    void verticalLinesEndEarlyOnAHighWidget();
 
-    // The legend under the mouse
+    // Clicks in the legend
     void legendClickTogglesItsSpectrum();
-    void legendCountsOnlyValidSpectra();
-    void legendClickRepaintsTheGraphs();
+    void legendHasRowsOnlyForValidSpectra();
+    void pressRepaintsTheGraphs();
     void pressInAnotherPlotTogglesNothing();
 
-    // Dispatch
-    void valuesBelowFiveDrawNothing_data();
-    void valuesBelowFiveDrawNothing();
+    // Plots drawn elsewhere
+    void plotsOutsideTheAnalysisDrawNothing_data();
+    void plotsOutsideTheAnalysisDrawNothing();
 
-    // The marker lines
-    void dragOfAMarkerWritesItsField_data();
-    void dragOfAMarkerWritesItsField();
-    void draggedEnergyRefreshesItsCells();
-    void draggedLineIsSeenWhereTheMouseIs();
+    // Dragging the marker lines
+    void draggingAMarkerWritesItsField_data();
+    void draggingAMarkerWritesItsField();
+    void draggedEnergyUpdatesItsMutFields();
+    void draggedLineFollowsTheMouse();
 
 private:
     DispABase* frame() const { return m_panel->Disps->frame(Displays::DMuts); }
@@ -160,8 +161,8 @@ private:
     std::unique_ptr<AMutE> m_fitted;
 };
 
-/// An edge at 8350 with the limits -50 and 100, spectra presented as read. The
-/// lines of the energy rows are out of the picture.
+/// Sets an edge at 8350 eV with the limits -50 and 100 and no normalisation. The lines of
+/// the energy rows are outside the plot.
 void tst_FourPsAllMut::init()
 {
     resetPanel(*m_panel);
@@ -205,8 +206,7 @@ void tst_FourPsAllMut::click(const QPoint& at) const
     tests::release(surface(), at);
 }
 
-/// The picture that is to be seen, by the spectra, the fields and the rows as
-/// they are.
+/// The expected picture, calculated from the current spectra, fields and rows.
 PlainSpectra tst_FourPsAllMut::plain(const PlotRange& range, int kind) const
 {
     PlainSpectra picture(surface()->size(), range);
@@ -223,14 +223,15 @@ PlainSpectra tst_FourPsAllMut::plain(const PlotRange& range, int kind) const
     const QList<QColor> ofReferences{black, red, blue, green};
     for (int i = 0; i < 4; ++i) {
         if (const AMutE& each = reference(i); each.valid) {
-            picture.curves.append(
-                {presented(each, kind), ofReferences.at(i), 2, each.fileName, each.switchedOn});
+            picture.curves.append({normalisedPoints(each, kind), ofReferences.at(i), 2,
+                                   each.fileName, each.switchedOn});
         }
     }
     return picture;
 }
 
-/// Whether the plot shows the window and these values, as its automatic range.
+/// Whether the plot has its automatic range: the energy window around the edge, and the
+/// given limits of y.
 bool tst_FourPsAllMut::isAutomatic(double y0, double y1) const
 {
     paint();
@@ -241,7 +242,7 @@ bool tst_FourPsAllMut::isAutomatic(double y0, double y1) const
     return surface()->hasScale && cc().realX0 == 8300.0 && cc().realX1 == 8450.0 && off <= 1e-12;
 }
 
-/// Which of the references are switched on.
+/// Which of the four references are switched on.
 QList<bool> tst_FourPsAllMut::on() const
 {
     return {reference(0).switchedOn, reference(1).switchedOn, reference(2).switchedOn,
@@ -260,7 +261,7 @@ void tst_FourPsAllMut::setFit(const QList<QPointF>& energyAndMut)
 void tst_FourPsAllMut::withoutSpectraThePlotIsBlank()
 {
     m_panel->EPoints.at(0)->Energy->setText("8320");
-    QVERIFY(isBlank(paint())); // neither lines nor titles nor labels
+    QVERIFY(isBlank(paint())); // no lines, titles or labels
     QVERIFY(!cc().drawn);
     QCOMPARE(frame()->xTitle, QStringLiteral("Eng.[eV]"));
     QCOMPARE(frame()->yTitle, QStringLiteral("mut"));
@@ -281,7 +282,7 @@ void tst_FourPsAllMut::showsSpectraGuidesAndLegend()
     }
 }
 
-void tst_FourPsAllMut::normalisationDecidesWhatIsShown_data()
+void tst_FourPsAllMut::spectraAreShownInTheChosenNormalisation_data()
 {
     QTest::addColumn<int>("kind");
     QTest::newRow("NNone") << 0;
@@ -290,7 +291,7 @@ void tst_FourPsAllMut::normalisationDecidesWhatIsShown_data()
     QTest::newRow("NBy2Vics") << 4;
 }
 
-void tst_FourPsAllMut::normalisationDecidesWhatIsShown()
+void tst_FourPsAllMut::spectraAreShownInTheChosenNormalisation()
 {
     QFETCH(int, kind);
     setTwoReferences();
@@ -305,7 +306,7 @@ void tst_FourPsAllMut::normalisationDecidesWhatIsShown()
     double lo = 1e300;
     double hi = -1e300;
     for (int i = 0; i < 2; ++i) {
-        for (const QPointF& point : presented(reference(i), kind)) {
+        for (const QPointF& point : normalisedPoints(reference(i), kind)) {
             if (point.x() >= 8300.0 && point.x() <= 8450.0) {
                 lo = std::fmin(lo, point.y());
                 hi = std::fmax(hi, point.y());
@@ -317,30 +318,30 @@ void tst_FourPsAllMut::normalisationDecidesWhatIsShown()
     QVERIFY(isAutomatic(range.y0, range.y1));
 }
 
-void tst_FourPsAllMut::energyLineTellsFitAndUse_data()
+void tst_FourPsAllMut::energyLineShowsWhetherItsRowIsUsedAndInTheFit_data()
 {
     QTest::addColumn<bool>("inFit");
     QTest::addColumn<bool>("used");
     QTest::addColumn<QColor>("color");
-    QTest::addColumn<QList<int>>("columns"); // about the line's own
+    QTest::addColumn<QList<int>>("columns"); // relative to the column of the line
     QTest::newRow("neither") << false << false << blue << QList<int>{0};
     QTest::newRow("fit") << true << false << red << QList<int>{0};
     QTest::newRow("used") << false << true << blue << QList<int>{-1, 0, 1};
     QTest::newRow("both") << true << true << red << QList<int>{-1, 0, 1};
 }
 
-void tst_FourPsAllMut::energyLineTellsFitAndUse()
+void tst_FourPsAllMut::energyLineShowsWhetherItsRowIsUsedAndInTheFit()
 {
     QFETCH(bool, inFit);
     QFETCH(bool, used);
     QFETCH(QColor, color);
     QFETCH(QList<int>, columns);
-    setPoints(reference(3), "r4", {{8400, 0.0}, {8401, 2.0}}); // neither red nor blue
+    setPoints(reference(3), "r4", {{8400, 0.0}, {8401, 2.0}}); // red and blue are not its colours
     for (const int row : {1, 7}) {
         AEPoint* point = m_panel->EPoints.at(row);
         chooseQuietly(m_panel->EPoints.at(0)->ShowMapB);
         const QSignalBlocker quiet(point);
-        point->Energy->setText("8320.2"); // on column 38 + 44
+        point->Energy->setText("8320.2"); // on column 82 = 38 + 44
         point->LCFCB->setChecked(inFit);
         point->UseCB->setChecked(used);
         const QImage image = paint();
@@ -352,15 +353,15 @@ void tst_FourPsAllMut::energyLineTellsFitAndUse()
     }
 }
 
-void tst_FourPsAllMut::energyLineOfALaterRowCoversAnEarlierOne()
+void tst_FourPsAllMut::laterEnergyLinesCoverEarlierOnes()
 {
     setTwoReferences();
     useRows(*m_panel, {4, 5});
     for (const int row : {4, 5, 6}) {
-        m_panel->EPoints.at(row)->Energy->setText("8330.2"); // on column 38 + 66
+        m_panel->EPoints.at(row)->Energy->setText("8330.2"); // on column 104 = 38 + 66
         m_panel->EPoints.at(row)->LCFCB->setChecked(row == 5);
     }
-    // A wide blue one, a wide red one over it, and a narrow blue one on top.
+    // A wide blue line, a wide red line over it, and a narrow blue line on top.
     const QImage image = paint();
     QCOMPARE(image.pixelColor(103, 100), red);
     QCOMPARE(image.pixelColor(104, 100), blue);
@@ -368,14 +369,14 @@ void tst_FourPsAllMut::energyLineOfALaterRowCoversAnEarlierOne()
     QVERIFY(isSamePicture(image, plain().picture()));
 }
 
-void tst_FourPsAllMut::emptyEnergyIsALineFarOut()
+void tst_FourPsAllMut::emptyEnergyIsDrawnAtZero()
 {
     setPoints(reference(0), "r1", {{-40, 0.0}, {90, 2.0}});
     m_panel->ui.EdgeE->setText("0");
     for (const AEPoint* row : std::as_const(m_panel->EPoints)) {
         row->Energy->setText("1e9");
     }
-    const QRect line(148, 13, 1, 219); // 0 eV, 50 of 150 along the plot
+    const QRect line(148, 13, 1, 219); // the column of 0 eV in a plot from -50 to 100 eV
     QCOMPARE(countOf(paint(), line, blue), 0);
     m_panel->EPoints.at(6)->Energy->clear();
     QVERIFY(countOf(paint(), line, blue) > 200);
@@ -405,17 +406,17 @@ void tst_FourPsAllMut::invalidSpectrumIsNotDrawnButKeepsItsColor()
     QCOMPARE(countOf(image, wanted.place.inside(), black), 0);
 }
 
-void tst_FourPsAllMut::singlePointIsNoCurveButHasAName()
+void tst_FourPsAllMut::singlePointHasALegendRowButNoCurve()
 {
     setPoints(reference(0), "single", {{8330, 1.0}});
     setPoints(reference(1), "falling", falling());
     const QImage image = paint();
     QVERIFY(isSamePicture(image, plain().picture()));
     QCOMPARE(countOf(image, QRect(39, 23, 240, 200), black), 0);
-    QVERIFY(countOf(image, QRect(288, 13, 76, 9), Qt::white) < 76 * 9); // its name
+    QVERIFY(countOf(image, QRect(288, 13, 76, 9), Qt::white) < 76 * 9); // the name in the legend
 }
 
-void tst_FourPsAllMut::validSpectrumWithoutPointsHasAName()
+void tst_FourPsAllMut::validSpectrumWithoutPointsHasALegendRow()
 {
     setTwoReferences();
     reference(0).points.clear();
@@ -426,55 +427,56 @@ void tst_FourPsAllMut::validSpectrumWithoutPointsHasAName()
     QVERIFY(isSamePicture(paint(), wanted.picture()));
 }
 
-void tst_FourPsAllMut::displayedFilesAreThinInTheColorsAfterTheReferences()
+void tst_FourPsAllMut::displayedFilesHaveThinLinesAndTheNextColors()
 {
     setTwoReferences();
     const AMutE& first = displayed("first.dat", {{8300, 0.1}, {8449, 1.8}});
     const AMutE& second = displayed("second.dat", {{8300, 0.3}, {8449, 1.6}});
     PlainSpectra wanted = plain();
-    wanted.curves.append({presented(first, 0), ochre, 1, "first.dat"});
-    wanted.curves.append({presented(second, 0), QColor(240, 0, 240), 1, "second.dat"});
+    wanted.curves.append({normalisedPoints(first, 0), ochre, 1, "first.dat"});
+    wanted.curves.append({normalisedPoints(second, 0), QColor(240, 0, 240), 1, "second.dat"});
     QVERIFY(isSamePicture(paint(), wanted.picture()));
-    // Of the two, only the valid one has a name, in its own colour.
+    // An invalid file is not drawn, and the other file keeps its colour.
     m_displayed.front()->valid = false;
     wanted.curves.removeAt(2);
     QVERIFY(isSamePicture(paint(), wanted.picture()));
 }
 
-void tst_FourPsAllMut::colorsBeginAgainAfterTheLast()
+void tst_FourPsAllMut::colorsRepeatAfterTheLast()
 {
     for (int i = 0; i < 43; ++i) {
         displayed("last", {}).valid = false;
     }
-    // Files 41 to 43 are spectra 45 to 47 of 45 colours.
+    // Files 41 to 43 are spectra 45 to 47; there are 45 colours.
     for (const auto& [file, color] :
          {std::pair{40, QColor(240, 160, 0)}, std::pair{41, black}, std::pair{42, red}}) {
         AMutE& spectrum = *m_panel->DispMuts.at(file);
         setPoints(spectrum, "last", falling());
         PlainSpectra wanted = plain();
-        wanted.curves = {{presented(spectrum, 0), color, 1, "last"}};
+        wanted.curves = {{normalisedPoints(spectrum, 0), color, 1, "last"}};
         QVERIFY(isSamePicture(paint(), wanted.picture()));
         spectrum.valid = false;
     }
 }
 
-void tst_FourPsAllMut::percentSignsInNamesStay()
+void tst_FourPsAllMut::percentSignsInNamesAreKept()
 {
     setTwoReferences();
     reference(0).fileName = "50%1 %L2 %n%%";
     QVERIFY(isSamePicture(paint(), plain().picture()));
 }
 
-void tst_FourPsAllMut::fittedCurveIsDrawnLastAndAsItIs()
+void tst_FourPsAllMut::fittedCurveIsDrawnLastWithoutNormalisation()
 {
     chooseQuietly(m_panel->ui.NBySubPre);
     setTwoReferences();
     const QList<QPointF> points{{8299.8, 1.0}, {8400.2, 1.0}, {8449.8, 1.5}};
-    const AMutE& file = displayed("file.dat", {{8299.8, 1.25}, {8449.8, 1.25}}); // 1 above its line
+    const AMutE& file =
+        displayed("file.dat", {{8299.8, 1.25}, {8449.8, 1.25}}); // 1 above the pre-edge line
     setFit(points);
-    m_fitted->preLine = {5.0, 0.0, 0.0}; // it is normalised already
+    m_fitted->preLine = {5.0, 0.0, 0.0}; // ignored: the fitted curve is normalised already
     PlainSpectra wanted = plain({8300.0, -0.35, 8450.0, 1.85}, 1);
-    wanted.curves.append({presented(file, 1), ochre, 1, "file.dat"});
+    wanted.curves.append({normalisedPoints(file, 1), ochre, 1, "file.dat"});
     wanted.fitted = points;
     const QImage image = paint();
     QVERIFY(isSamePicture(image, wanted.picture()));
@@ -485,9 +487,9 @@ void tst_FourPsAllMut::fittedCurveIsDrawnLastAndAsItIs()
     QVERIFY(image.pixelColor(60, row - 2) != pink && image.pixelColor(60, row + 2) != pink);
 }
 
-void tst_FourPsAllMut::rangeTakesAllSpectraWithPoints_data()
+void tst_FourPsAllMut::rangeIncludesAllSpectraWithPoints_data()
 {
-    QTest::addColumn<int>("index"); // 4 for a displayed file
+    QTest::addColumn<int>("index"); // 4 means a displayed file
     QTest::addColumn<bool>("valid");
     QTest::addColumn<bool>("on");
     QTest::newRow("third reference") << 2 << true << true;
@@ -498,7 +500,7 @@ void tst_FourPsAllMut::rangeTakesAllSpectraWithPoints_data()
     QTest::newRow("switched off file") << 4 << true << false;
 }
 
-void tst_FourPsAllMut::rangeTakesAllSpectraWithPoints()
+void tst_FourPsAllMut::rangeIncludesAllSpectraWithPoints()
 {
     QFETCH(int, index);
     QFETCH(bool, valid);
@@ -508,10 +510,10 @@ void tst_FourPsAllMut::rangeTakesAllSpectraWithPoints()
     setPoints(spectrum, "single", {{8400.0, 4.0}});
     spectrum.valid = valid;
     spectrum.switchedOn = on;
-    QVERIFY(isAutomatic(-0.2, 4.2)); // 0 to 4 and a twentieth of that
+    QVERIFY(isAutomatic(-0.2, 4.2)); // 0 to 4, plus 5 % of the span on each side
 }
 
-void tst_FourPsAllMut::rangeLeavesOutTheTargetAndTheFit()
+void tst_FourPsAllMut::rangeIgnoresTheTargetAndTheFit()
 {
     setTwoReferences();
     setPoints(*m_panel->ui.TargetFile, "target.dat", {{8300, -9.0}, {8400, 9.0}});
@@ -519,7 +521,7 @@ void tst_FourPsAllMut::rangeLeavesOutTheTargetAndTheFit()
     QVERIFY(isAutomatic(-0.1, 2.1));
 }
 
-void tst_FourPsAllMut::edgeTextAfterAZoomMovesTheGuidesButNotTheRange()
+void tst_FourPsAllMut::newEdgeAfterAZoomMovesTheGuidesAndKeepsTheRange()
 {
     setTwoReferences();
     paint();
@@ -539,7 +541,7 @@ void tst_FourPsAllMut::edgeTextAfterAZoomMovesTheGuidesButNotTheRange()
     QVERIFY(isSamePicture(image, plain(zoomed).picture()));
 }
 
-void tst_FourPsAllMut::verticalLinesStopShortOnAHighWidget()
+void tst_FourPsAllMut::verticalLinesEndEarlyOnAHighWidget()
 {
     setSize({120, 400});
     setPoints(reference(3), "r4", {{8330, 0.0}, {8331, 2.0}});
@@ -550,12 +552,13 @@ void tst_FourPsAllMut::verticalLinesStopShortOnAHighWidget()
     QCOMPARE(place.bottom, 360);
     const int guide = place.pixel(8350.0, 0.0).x();
     const int energy = place.pixel(8380.2, 0.0).x();
-    QVERIFY(isAllOf(image, QRect(guide, 21, 1, 100), guideGreen)); // down to row 120
+    // On purpose, vertical lines end as far down as the widget is wide: at row 120.
+    QVERIFY(isAllOf(image, QRect(guide, 21, 1, 100), guideGreen));
     QVERIFY(isAllOf(image, QRect(energy, 21, 1, 100), blue));
     const QRect below(13, 121, 100, 239);
     QCOMPARE(countOf(image, below, guideGreen), 0);
     QCOMPARE(countOf(image, below, blue), 0);
-    // The horizontal ones are whole: 1 lies in the middle of 21 rows.
+    // The horizontal lines are complete. The line at 0.5 is in the middle of 21 rows.
     QVERIFY(countOf(image, QRect(13, place.pixel(0, 0.5).y(), 101, 1), guideGrey) > 90);
 }
 
@@ -568,7 +571,7 @@ void tst_FourPsAllMut::legendClickTogglesItsSpectrum()
     }
     spectra.append({&displayed("first", rising()), &displayed("second", rising())});
     paint();
-    for (int step = 0; step < 12; ++step) { // each row off and on again
+    for (int step = 0; step < 12; ++step) { // switches each row off, then on again
         const int row = step / 2;
         click(firstRow + QPoint(0, row * rowStep));
         for (int i = 0; i < spectra.size(); ++i) {
@@ -578,7 +581,7 @@ void tst_FourPsAllMut::legendClickTogglesItsSpectrum()
     QCOMPARE(m_panel->ui.PostEStartDE->text(), QStringLiteral("100"));
 }
 
-void tst_FourPsAllMut::legendCountsOnlyValidSpectra()
+void tst_FourPsAllMut::legendHasRowsOnlyForValidSpectra()
 {
     setTwoReferences();
     setPoints(reference(2), "third", rising());
@@ -588,18 +591,18 @@ void tst_FourPsAllMut::legendCountsOnlyValidSpectra()
     QCOMPARE(on(), QList<bool>({true, false, true, true}));
     click(firstRow + QPoint(0, rowStep));
     QCOMPARE(on(), QList<bool>({true, false, false, true}));
-    click(firstRow + QPoint(0, 2 * rowStep)); // no row there
+    click(firstRow + QPoint(0, 2 * rowStep)); // below the last row
     QCOMPARE(on(), QList<bool>({true, false, false, true}));
 }
 
-void tst_FourPsAllMut::legendClickRepaintsTheGraphs()
+void tst_FourPsAllMut::pressRepaintsTheGraphs()
 {
     setTwoReferences();
     SurfacePaints paints(*m_panel->Disps);
     press(firstRow);
     QCOMPARE(paints.counts(), inTheGrid(1));
     paints.restart();
-    press({100, 200}); // beside the legend, too
+    press({100, 200}); // outside the legend
     QCOMPARE(paints.counts(), inTheGrid(1));
     QVERIFY(messages(*m_panel).isEmpty());
 }
@@ -616,7 +619,7 @@ void tst_FourPsAllMut::pressInAnotherPlotTogglesNothing()
     QCOMPARE(on(), QList<bool>({true, true, true, true}));
 }
 
-void tst_FourPsAllMut::valuesBelowFiveDrawNothing_data()
+void tst_FourPsAllMut::plotsOutsideTheAnalysisDrawNothing_data()
 {
     QTest::addColumn<int>("id");
     for (const int id : {0, 1, 2, 3, 4, 11}) {
@@ -624,7 +627,7 @@ void tst_FourPsAllMut::valuesBelowFiveDrawNothing_data()
     }
 }
 
-void tst_FourPsAllMut::valuesBelowFiveDrawNothing()
+void tst_FourPsAllMut::plotsOutsideTheAnalysisDrawNothing()
 {
     QFETCH(int, id);
     setTwoReferences();
@@ -645,7 +648,7 @@ void tst_FourPsAllMut::valuesBelowFiveDrawNothing()
     QCOMPARE(plot.DispA->cc.realX1, 3.0);
 }
 
-void tst_FourPsAllMut::dragOfAMarkerWritesItsField_data()
+void tst_FourPsAllMut::draggingAMarkerWritesItsField_data()
 {
     QTest::addColumn<int>("line");
     QTest::newRow("edge") << 0;
@@ -656,7 +659,7 @@ void tst_FourPsAllMut::dragOfAMarkerWritesItsField_data()
     }
 }
 
-void tst_FourPsAllMut::dragOfAMarkerWritesItsField()
+void tst_FourPsAllMut::draggingAMarkerWritesItsField()
 {
     QFETCH(int, line);
     displayed("file", falling());
@@ -685,7 +688,7 @@ void tst_FourPsAllMut::dragOfAMarkerWritesItsField()
     };
     edits.at(line)->setCursorPosition(2);
     press({start, 128});
-    QCOMPARE(edits.at(line)->text(), texts.at(line)); // a press writes nothing
+    QCOMPARE(edits.at(line)->text(), texts.at(line)); // a press alone writes nothing
     drag(surface(), QPointF(start + 7, 128));
     QVERIFY(isWritten(start + 7));
     drag(surface(), QPointF(start - 13, 3));
@@ -693,12 +696,12 @@ void tst_FourPsAllMut::dragOfAMarkerWritesItsField()
     release(surface(), QPointF(start + 5, 250));
     QVERIFY(isWritten(start + 5));
     move(surface(), QPointF(start, 128));
-    QVERIFY(isWritten(start + 5)); // the line is left there
+    QVERIFY(isWritten(start + 5)); // the line keeps its place after the release
 }
 
-void tst_FourPsAllMut::draggedEnergyRefreshesItsCells()
+void tst_FourPsAllMut::draggedEnergyUpdatesItsMutFields()
 {
-    // Nothing below 8310 eV, from there on a hundredth an eV.
+    // Absorption 0 up to 8310 eV, then 0.01 per eV up to 1 at 8410 eV.
     setPoints(reference(0), "line",
               {{8000, 0},
                {8100, 0},
@@ -727,7 +730,7 @@ void tst_FourPsAllMut::draggedEnergyRefreshesItsCells()
     release(surface(), QPointF(start + 20, 128));
 }
 
-void tst_FourPsAllMut::draggedLineIsSeenWhereTheMouseIs()
+void tst_FourPsAllMut::draggedLineFollowsTheMouse()
 {
     displayed("file", falling());
     useRows(*m_panel, {6});
@@ -749,7 +752,7 @@ void tst_FourPsAllMut::draggedLineIsSeenWhereTheMouseIs()
     image = paint();
     QVERIFY(isAllOf(image, QRect(start + 49, 30, 2, 70), blue));
     PlainSpectra wanted = plain();
-    wanted.curves = {{presented(*m_panel->DispMuts.first(), 0), ochre, 1, "file"}};
+    wanted.curves = {{normalisedPoints(*m_panel->DispMuts.first(), 0), ochre, 1, "file"}};
     QVERIFY(isSamePicture(image, wanted.picture()));
 }
 

@@ -1,5 +1,5 @@
-// The panel's plot of the fit against the target calculation: what it shows, and
-// what the mouse does in it.
+// The panel's plot of the LCF valence against the target calculation: what it draws, and
+// mouse actions in it.
 
 #include "display/Displays.h"
 #include "rows/AXafsFileSelect.h"
@@ -24,13 +24,13 @@ const QColor blue(0, 0, 255);
 const QColor gridBlue(200, 200, 255);
 const QColor diagonalGreen(0, 200, 0);
 
-// Columns 38 to 368, rows 232 up to 12: 330 by 220 pixels.
+// At this size the plot area is columns 38 to 368 and rows 232 to 12: 330 by 220 pixels.
 const QSize evenSize(387, 257);
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
-/// A point as a run of the fit leaves it; the shares are not shown.
+/// A point as a run of the fit adds it; the shares of the references are not drawn.
 LCFPoint pointAt(double fit, double target, int color = 0)
 {
     return {0.125, target, 0.875, fit, color};
@@ -48,20 +48,20 @@ private Q_SLOTS:
     void withoutPointsThePlotIsBlank();
     void showsPointsOverGridAndDiagonal();
     void fitIsOnXAndTargetOnY();
-    void pointsTakeTheColorsOfTheirRuns();
-    void lastPointIsRedOutside();
-    void pointsWithoutAPlaceAreLeftOut_data();
-    void pointsWithoutAPlaceAreLeftOut();
+    void pointsHaveTheColorsOfTheirRuns();
+    void lastPointHasARedOuterCircle();
+    void pointsOutsideThePlotAreNotDrawn_data();
+    void pointsOutsideThePlotAreNotDrawn();
 
-    void valencesBeyondMeasureAreSafe_data();
-    void valencesBeyondMeasureAreSafe();
+    void extremeValencesAreSafe_data();
+    void extremeValencesAreSafe();
 
     void doubleClickClearsThePlot();
-    void pointAfterAClearingFitsTheRangeAfresh();
-    void clickGivesTheNextPointsAnotherColor();
-    void releaseOfAnyButtonTakesTheNextColor_data();
-    void releaseOfAnyButtonTakesTheNextColor();
-    void runOfTheFitShowsItsPointAtOnce();
+    void firstPointAfterClearingFitsTheRange();
+    void clickGivesLaterPointsTheNextColor();
+    void releaseOfAnyButtonSelectsTheNextColor_data();
+    void releaseOfAnyButtonSelectsTheNextColor();
+    void fitShowsItsPointImmediately();
 
 private:
     DispABase* frame() const { return m_panel->Disps->frame(Displays::DLCFvs4PS); }
@@ -73,7 +73,7 @@ private:
     const SharedPanel m_panel;
 };
 
-/// Ref 1 and Ref 2 are in use at valence 2 and 3.
+/// References 1 and 2 are in use, with valences 2 and 3.
 void tst_FourPsComparison::init()
 {
     resetPanel(*m_panel);
@@ -92,7 +92,7 @@ void tst_FourPsComparison::setValences(const QStringList& valences) const
     }
 }
 
-/// The picture that is to be seen for the points as they are, of colours 0 to 2.
+/// The expected picture of the current points, whose colours are 0 to 2.
 PlainComparison tst_FourPsComparison::plain(double first, double second) const
 {
     const QList<QColor> colors{black, red, blue};
@@ -130,23 +130,23 @@ void tst_FourPsComparison::fitIsOnXAndTargetOnY()
 {
     m_panel->LCFvs4PS = {pointAt(2.1, 2.905)};
     const QImage image = paint();
-    // 0.3 of 1.4 along and 1.105 of 1.4 up, in a 330 by 220 area.
+    // Both axes span 1.8 to 3.2: 0.3/1.4 of 330 columns and 1.105/1.4 of 220 rows.
     const QPoint centre(38 + 70, 232 - 174);
     QVERIFY(countOf(image, QRect(centre - QPoint(2, 2), QSize(5, 5)), red) >= 8);
     QCOMPARE(countOf(image, image.rect(), red),
              countOf(image, QRect(centre - QPoint(2, 2), QSize(5, 5)), red));
 }
 
-void tst_FourPsComparison::pointsTakeTheColorsOfTheirRuns()
+void tst_FourPsComparison::pointsHaveTheColorsOfTheirRuns()
 {
-    m_panel->LCFColor = 4; // of the next one, not of these
+    m_panel->LCFColor = 4; // for the next point, not for these
     m_panel->LCFvs4PS = {pointAt(2.15, 2.25, 2), pointAt(2.35, 2.15, 8), pointAt(2.75, 2.45, 2)};
     PlainComparison wanted(evenSize, 2.0, 3.0);
     wanted.points = {{2.15, 2.25, blue}, {2.35, 2.15, QColor(0, 160, 0)}, {2.75, 2.45, blue}};
     QVERIFY(isSamePicture(paint(), wanted.picture()));
 }
 
-void tst_FourPsComparison::lastPointIsRedOutside()
+void tst_FourPsComparison::lastPointHasARedOuterCircle()
 {
     m_panel->LCFvs4PS = {pointAt(2.25, 2.85, 2), pointAt(2.75, 2.15, 2)};
     const QImage image = paint();
@@ -156,12 +156,12 @@ void tst_FourPsComparison::lastPointIsRedOutside()
     const QRect last(place.pixel(2.75, 2.15) - QPoint(2, 2), box);
     QCOMPARE(countOf(image, first, red), 0);
     QVERIFY(countOf(image, last, red) >= 8);
-    // The inner circle keeps its colour.
+    // The inner circle keeps the point's colour.
     QVERIFY(countOf(image, last, blue) >= 4);
     QVERIFY(countOf(image, first, blue) >= countOf(image, last, blue) + 8);
 }
 
-void tst_FourPsComparison::pointsWithoutAPlaceAreLeftOut_data()
+void tst_FourPsComparison::pointsOutsideThePlotAreNotDrawn_data()
 {
     QTest::addColumn<double>("fit");
     QTest::addColumn<double>("target");
@@ -171,10 +171,10 @@ void tst_FourPsComparison::pointsWithoutAPlaceAreLeftOut_data()
     QTest::newRow("infinite target") << 2.5 << -infinite;
     QTest::newRow("huge fit") << -1e300 << 2.5;
     QTest::newRow("huge target") << 2.5 << 1e300;
-    QTest::newRow("beyond whole numbers") << 1e10 << -1e10;
+    QTest::newRow("beyond the range of int") << 1e10 << -1e10;
 }
 
-void tst_FourPsComparison::pointsWithoutAPlaceAreLeftOut()
+void tst_FourPsComparison::pointsOutsideThePlotAreNotDrawn()
 {
     QFETCH(double, fit);
     QFETCH(double, target);
@@ -182,20 +182,20 @@ void tst_FourPsComparison::pointsWithoutAPlaceAreLeftOut()
     const PlainComparison wanted = plain();
     m_panel->LCFvs4PS.prepend(pointAt(fit, target, 2));
     QVERIFY(isSamePicture(paint(), wanted.picture()));
-    // As the newest it leaves no red.
+    // If such a point is the newest one, no point has a red circle.
     m_panel->LCFvs4PS.append(pointAt(fit, target, 2));
     const QImage image = paint();
     QCOMPARE(countOf(image, image.rect(), red), 0);
     QVERIFY(countOf(image, wanted.place.inside(), blue) >= 12);
 }
 
-void tst_FourPsComparison::valencesBeyondMeasureAreSafe_data()
+void tst_FourPsComparison::extremeValencesAreSafe_data()
 {
     QTest::addColumn<QString>("first");
     QTest::addColumn<QString>("second");
-    addTexts("millions of lines", {"0", "1e9"});
+    addTexts("millions of grid lines", {"0", "1e9"});
     addTexts("huge", {"-1e300", "1e300"});
-    addTexts("beyond a double's steps", {"1e17", "1.0000001e17"});
+    addTexts("less than one ulp per grid line", {"1e17", "1.0000001e17"});
     addTexts("infinite", {"0", "inf"});
     addTexts("both infinite", {"-inf", "inf"});
     addTexts("NaN", {"nan", "3"});
@@ -203,8 +203,8 @@ void tst_FourPsComparison::valencesBeyondMeasureAreSafe_data()
     addTexts("falling", {"1e300", "-1e300"});
 }
 
-// That it comes back at all is what counts; the margins stay clean.
-void tst_FourPsComparison::valencesBeyondMeasureAreSafe()
+// The paint must finish, and nothing may be drawn over the margins.
+void tst_FourPsComparison::extremeValencesAreSafe()
 {
     QFETCH(QString, first);
     QFETCH(QString, second);
@@ -232,7 +232,7 @@ void tst_FourPsComparison::doubleClickClearsThePlot()
     QVERIFY(!surface()->hasScale);
 }
 
-void tst_FourPsComparison::pointAfterAClearingFitsTheRangeAfresh()
+void tst_FourPsComparison::firstPointAfterClearingFitsTheRange()
 {
     m_panel->LCFvs4PS = {pointAt(2.5, 2.35, 2)};
     paint();
@@ -244,9 +244,9 @@ void tst_FourPsComparison::pointAfterAClearingFitsTheRangeAfresh()
     QVERIFY(isSamePicture(paint(), plain(1.0, 4.0).picture()));
 }
 
-void tst_FourPsComparison::clickGivesTheNextPointsAnotherColor()
+void tst_FourPsComparison::clickGivesLaterPointsTheNextColor()
 {
-    const auto run = [this](double fit) { // as a run of the fit adds its point
+    const auto run = [this](double fit) { // adds a point like a run of the fit
         m_panel->LCFvs4PS.append(pointAt(fit, 2.35, m_panel->LCFColor));
     };
     run(2.05);
@@ -263,7 +263,7 @@ void tst_FourPsComparison::clickGivesTheNextPointsAnotherColor()
     QVERIFY(isSamePicture(paint(), wanted.picture()));
 }
 
-void tst_FourPsComparison::releaseOfAnyButtonTakesTheNextColor_data()
+void tst_FourPsComparison::releaseOfAnyButtonSelectsTheNextColor_data()
 {
     QTest::addColumn<int>("button");
     QTest::addColumn<int>("keys");
@@ -272,7 +272,7 @@ void tst_FourPsComparison::releaseOfAnyButtonTakesTheNextColor_data()
     QTest::newRow("left with Shift") << int(Qt::LeftButton) << int(Qt::ShiftModifier);
 }
 
-void tst_FourPsComparison::releaseOfAnyButtonTakesTheNextColor()
+void tst_FourPsComparison::releaseOfAnyButtonSelectsTheNextColor()
 {
     QFETCH(int, button);
     QFETCH(int, keys);
@@ -284,12 +284,12 @@ void tst_FourPsComparison::releaseOfAnyButtonTakesTheNextColor()
     QCOMPARE(m_panel->LCFColor, 0);
     release(surface(), {100, 100}, which, held);
     QCOMPARE(m_panel->LCFColor, 1);
-    // What is there keeps its colour.
+    // Existing points keep their colours.
     QVERIFY(isSamePicture(paint(), before));
 }
 
-// The target is 3/5 of the one and 2/5 of the other reference, between 0 and 1.
-void tst_FourPsComparison::runOfTheFitShowsItsPointAtOnce()
+// The target is a mixture of 3/5 of reference 1 and 2/5 of reference 2.
+void tst_FourPsComparison::fitShowsItsPointImmediately()
 {
     const QList<double> energies{8300, 8350, 8400, 8450, 8500};
     const QList<double> first{0.1, 0.9, 0.4, 0.7, 0.2};
@@ -316,7 +316,7 @@ void tst_FourPsComparison::runOfTheFitShowsItsPointAtOnce()
     QCOMPARE(m_panel->LCFvs4PS.size(), 1);
     QVERIFY(surface()->cc.drawn);
     PlainComparison wanted(evenSize, 2.0, 3.0);
-    wanted.points = {{2.0 * 0.6 + 3.0 * 0.4, 2.805, black}}; // 179.4 pixels along
+    wanted.points = {{2.0 * 0.6 + 3.0 * 0.4, 2.805, black}}; // 179.4 pixels right of the y axis
     QVERIFY(isSamePicture(paint(), wanted.picture()));
 }
 

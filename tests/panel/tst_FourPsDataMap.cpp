@@ -1,4 +1,4 @@
-// The window of the measured maps: picture, limits, choice of a row, new files.
+// The window of the measured maps: picture, limits, selection of a row, loading of files.
 
 #include "support/MapWindows.h"
 #include "support/MouseInput.h"
@@ -20,7 +20,7 @@ struct Counts {
     double i0;
 };
 
-/// Gives an energy row a map of counted pixels.
+/// Sets the map of an energy row from the counts of its pixels.
 void setCounts(FourPs& panel, int row, int width, int height, const QList<Counts>& pixels)
 {
     AEPoint* point = panel.EPoints.at(row);
@@ -33,7 +33,8 @@ void setCounts(FourPs& panel, int row, int width, int height, const QList<Counts
     point->loaded = true;
 }
 
-/// The same of ready values of mut.
+/// Sets the map of an energy row from values of mut: with I0 = 0 the intensity is the
+/// value.
 void setMuts(FourPs& panel, int row, int width, int height, const QList<double>& muts)
 {
     QList<Counts> pixels;
@@ -43,7 +44,7 @@ void setMuts(FourPs& panel, int row, int width, int height, const QList<double>&
     setCounts(panel, row, width, height, pixels);
 }
 
-/// A map file of @p width columns whose pixels show the given ready muts.
+/// A map file of @p width columns with the given values of mut.
 QByteArray mapText(int width, int height, const QList<double>& muts)
 {
     QByteArray text = "# map\n# X-NUM " + QByteArray::number(width) + "\n# Y-NUM " +
@@ -66,22 +67,22 @@ private Q_SLOTS:
     void mapWithoutSizeIsWhite_data();
     void mapWithoutSizeIsWhite();
 
-    void countsShowAsLogarithm();
-    void pixelOutsideTheRowsShowsAsMinusOne();
-    void pixelWithoutNumberTakesTheFirstColour();
+    void countsAreShownAsLogarithm();
+    void missingPixelIsShownAsMinusOne();
+    void nanPixelHasTheFirstColour();
 
-    void limitsOfNoNumberAreLeft();
+    void mapOfOnlyNanKeepsTheLimits();
     void doubleClickFitsViewAndLimitsAgain_data();
     void doubleClickFitsViewAndLimitsAgain();
 
-    void chosenRowFitsViewAndLimits();
-    void chosenRowWithoutDataIsWhiteAndLeavesTheLimits();
-    void loadedFileFitsViewAndLimits();
-    void loadedFileOfAnotherRowLeavesThePicture();
-    void filesForAllRowsFitTheShownOne();
+    void selectingARowFitsViewAndLimits();
+    void selectingAnEmptyRowIsWhiteAndKeepsTheLimits();
+    void loadingAFileFitsViewAndLimits();
+    void loadingAnotherRowKeepsThePicture();
+    void loadingAllRowsFitsTheShownMap();
 
-    void moveShowsPlaceAndValueOfEachPixel();
-    void valueShowsSixDigitsFromItsStart();
+    void mouseMoveShowsPositionAndValue();
+    void valueHasSixDigitsAndCursorAtStart();
 
 private:
     DispMBase* window() const { return m_panel->DMapDisp; }
@@ -118,7 +119,7 @@ void tst_FourPsDataMap::mapWithoutSizeIsWhite()
     QCOMPARE(barLimits(window()), QList<double>({0.0, 1.0}));
 }
 
-void tst_FourPsDataMap::countsShowAsLogarithm()
+void tst_FourPsDataMap::countsAreShownAsLogarithm()
 {
     setCounts(*m_panel, 0, 2, 2, {{1.0, 2.0}, {4.0, 2.0}, {1.0, 8.0}, {3.0, 3.0}});
     const QList<double> values{std::log(2.0), std::log(0.5), std::log(8.0), 0.0};
@@ -127,16 +128,16 @@ void tst_FourPsDataMap::countsShowAsLogarithm()
     QCOMPARE(limitTexts(window()), QStringList({"-0.693147", "2.07944"}));
 }
 
-void tst_FourPsDataMap::pixelOutsideTheRowsShowsAsMinusOne()
+void tst_FourPsDataMap::missingPixelIsShownAsMinusOne()
 {
     setMuts(*m_panel, 0, 2, 2, {1.0, 2.0, 3.0});
     QCOMPARE(picture(window()), plainPicture(window(), {2, 2, {1.0, 2.0, 3.0, -1.0}, -1.0, 3.0}));
     QCOMPARE(limitTexts(window()), QStringList({"-1", "3"}));
 }
 
-void tst_FourPsDataMap::pixelWithoutNumberTakesTheFirstColour()
+void tst_FourPsDataMap::nanPixelHasTheFirstColour()
 {
-    // The logarithm of a negative ratio has no number.
+    // The logarithm of a negative ratio is NaN.
     setCounts(*m_panel, 0, 4, 1, {{1.0, 0.0}, {-1.0, 2.0}, {notANumber, 0.0}, {2.0, 0.0}});
     const QList<double> values{1.0, notANumber, notANumber, 2.0};
     const QImage image = picture(window());
@@ -145,7 +146,7 @@ void tst_FourPsDataMap::pixelWithoutNumberTakesTheFirstColour()
     QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
 }
 
-void tst_FourPsDataMap::limitsOfNoNumberAreLeft()
+void tst_FourPsDataMap::mapOfOnlyNanKeepsTheLimits()
 {
     window()->setZRange(40.0, 50.0);
     setMuts(*m_panel, 0, 2, 1, {notANumber, notANumber});
@@ -170,14 +171,14 @@ void tst_FourPsDataMap::doubleClickFitsViewAndLimitsAgain()
     surface()->cc.setReal(0.5, 0.25, 1.75, 0.75);
     window()->setZRange(-4.0, 4.0);
     doubleClick(surface(), {30.0, 40.0}, button);
-    // No limits of its own: those come with the next paint.
+    // The double-click only discards the view; the next paint fits the view and the limits.
     QCOMPARE(limitTexts(window()), QStringList({"-4", "4"}));
     QTest::qWait(20);
     QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
 }
 
-void tst_FourPsDataMap::chosenRowFitsViewAndLimits()
+void tst_FourPsDataMap::selectingARowFitsViewAndLimits()
 {
     setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
     setMuts(*m_panel, 5, 3, 2, {6.0, 5.0, 4.0, 3.0, 8.0, 9.0});
@@ -192,7 +193,7 @@ void tst_FourPsDataMap::chosenRowFitsViewAndLimits()
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
 }
 
-void tst_FourPsDataMap::chosenRowWithoutDataIsWhiteAndLeavesTheLimits()
+void tst_FourPsDataMap::selectingAnEmptyRowIsWhiteAndKeepsTheLimits()
 {
     setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
     picture(window());
@@ -203,7 +204,7 @@ void tst_FourPsDataMap::chosenRowWithoutDataIsWhiteAndLeavesTheLimits()
     QCOMPARE(barLimits(window()), QList<double>({1.0, 2.0}));
 }
 
-void tst_FourPsDataMap::loadedFileFitsViewAndLimits()
+void tst_FourPsDataMap::loadingAFileFitsViewAndLimits()
 {
     setMuts(*m_panel, 0, 3, 1, {10.0, 20.0, 30.0});
     picture(window());
@@ -217,7 +218,7 @@ void tst_FourPsDataMap::loadedFileFitsViewAndLimits()
     QCOMPARE(picture(window()), plainPicture(window(), {2, 2, {1.0, 2.0, 4.0, 3.0}, 1.0, 4.0}));
 }
 
-void tst_FourPsDataMap::loadedFileOfAnotherRowLeavesThePicture()
+void tst_FourPsDataMap::loadingAnotherRowKeepsThePicture()
 {
     setMuts(*m_panel, 0, 3, 1, {10.0, 20.0, 30.0});
     picture(window());
@@ -226,7 +227,7 @@ void tst_FourPsDataMap::loadedFileOfAnotherRowLeavesThePicture()
     QCOMPARE(picture(window()), plainPicture(window(), {3, 1, {10.0, 20.0, 30.0}, 10.0, 30.0}));
 }
 
-void tst_FourPsDataMap::filesForAllRowsFitTheShownOne()
+void tst_FourPsDataMap::loadingAllRowsFitsTheShownMap()
 {
     QStringList paths;
     for (int row = 0; row < 8; ++row) {
@@ -238,7 +239,7 @@ void tst_FourPsDataMap::filesForAllRowsFitTheShownOne()
     QCOMPARE(picture(window()), plainPicture(window(), {1, 2, {16.0, 20.0}, 16.0, 20.0}));
 }
 
-void tst_FourPsDataMap::moveShowsPlaceAndValueOfEachPixel()
+void tst_FourPsDataMap::mouseMoveShowsPositionAndValue()
 {
     setCounts(*m_panel, 0, 3, 2,
               {{1.0, 2.0}, {0.0, 2.0}, {2.5, 0.0}, {4.0, 2.0}, {0.0, 0.0}, {1.0, 10.0}});
@@ -255,7 +256,7 @@ void tst_FourPsDataMap::moveShowsPlaceAndValueOfEachPixel()
     }
 }
 
-void tst_FourPsDataMap::valueShowsSixDigitsFromItsStart()
+void tst_FourPsDataMap::valueHasSixDigitsAndCursorAtStart()
 {
     setMuts(*m_panel, 0, 1, 1, {-1.0 / 3.0});
     m_panel->receiveNowPosInDMap(0.5, 0.5);

@@ -1,5 +1,5 @@
-// The form of the panel: every control with its name, class, cell, text and
-// settings, as the rest of the program and its users' scripts rely on them.
+// The form of the panel: name, class, layout cell, text and settings of every control. The
+// program and its users' scripts rely on them.
 
 #include "rows/AFileSelect.h"
 #include "rows/AXafsFileSelect.h"
@@ -24,8 +24,8 @@ struct Control {
     const char* layout;
     int row;
     int column;
-    int columns;      ///< how many columns it spans
-    const char* text; ///< null for a control without text of its own
+    int columns;      ///< number of columns that it spans
+    const char* text; ///< null for a control without a text
 };
 
 // clang-format off
@@ -143,7 +143,7 @@ constexpr Control controls[] = {
     {"FullRangeCB", "QCheckBox", "gridLayout_23", 0, 6, 1, "Full Range"},
     {"label_3", "QLabel", "gridLayout_16", 0, 0, 1, "Target"},
     {"label", "QLabel", "gridLayout_12", 2, 1, 1, "Amount dMut"},
-    // The rows of the program's own, and the holders with a place of their own.
+    // The program's own row widgets, and the container widgets that are in a grid.
     {"TargetFile", "AXafsFileSelect", "gridLayout_16", 0, 1, 1, nullptr},
     {"DispFSelect", "AFileSelect", "gridLayout_14", 0, 1, 1, nullptr},
     {"SaveFSelect", "AFileSelect", "gridLayout_8", 0, 1, 1, nullptr},
@@ -156,8 +156,8 @@ constexpr Control controls[] = {
 };
 // clang-format on
 
-// Shown in the form as they stand in every language: the translation has no
-// entry for them.
+// The Japanese translation has no entry for these texts, so they are the same in every
+// language.
 const QStringList untranslated = {"multi points", "with Grid"};
 
 const QStringList checkedAtStart = {
@@ -166,12 +166,12 @@ const QStringList checkedAtStart = {
     "RecAmount", "MapValence",       "TypeNonEquiv",    "TypeTMKisLS", "SubPreEforRef",
     "NBy2Vics",  "SubPreEforTarget", "NonEquivBGLinear"};
 
-/// A translation of nothing: it takes down what it is asked for, and gives
-/// each text back @c factor times over.
-class Listener : public QTranslator
+/// A translator that records the requested texts and returns each text repeated several
+/// times.
+class RecordingTranslator : public QTranslator
 {
 public:
-    explicit Listener(int times)
+    explicit RecordingTranslator(int times)
         : factor(times)
     {
     }
@@ -182,17 +182,17 @@ public:
         if (qstrcmp(context, "FourPs") != 0) {
             return text;
         }
-        heard.append(text);
+        requested.append(text);
         return text.repeated(factor);
     }
     bool isEmpty() const override { return false; }
 
     int factor = 1;
-    mutable QStringList heard;
+    mutable QStringList requested;
 };
 
-/// The widgets of the form itself: what a file row holds belongs to the row
-/// and may bear the same names.
+/// The widgets of the form itself. Widgets inside a file row are left out; they can have
+/// the same names.
 void collectWidgets(const QWidget* parent, QList<QWidget*>& found)
 {
     for (QObject* child : parent->children()) {
@@ -207,7 +207,7 @@ void collectWidgets(const QWidget* parent, QList<QWidget*>& found)
     }
 }
 
-/// The form on a plain frame.
+/// The form on a plain frame, without the panel.
 struct Form {
     Form()
     {
@@ -244,7 +244,7 @@ struct Form {
     QList<QWidget*> widgets;
 };
 
-/// Names of the checked buttons among @p names.
+/// The names in @p names whose buttons are checked.
 QStringList checkedOf(const Form& form, const QStringList& names)
 {
     QStringList checked;
@@ -256,8 +256,8 @@ QStringList checkedOf(const Form& form, const QStringList& names)
     return checked;
 }
 
-/// Whether a layout squeezes @p w below what its text needs; a told maximum
-/// width goes before the text.
+/// Whether @p w is smaller than its text needs. A fixed maximum width has priority over the
+/// text.
 bool isCutOff(const QWidget* w)
 {
     const int wanted = std::min(w->sizeHint().width(), w->maximumWidth());
@@ -285,26 +285,26 @@ class tst_FourPsForm : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void frameIsStyledRaisedAndSizedAsDesigned();
-    void controlStandsInItsCellWithItsText_data();
-    void controlStandsInItsCellWithItsText();
+    void frameHasTheDesignedStyleAndSize();
+    void controlHasTheExpectedCellAndText_data();
+    void controlHasTheExpectedCellAndText();
     void everyControlOfTheFormIsInTheTable();
-    void exactlyTheToldButtonsStartChecked();
-    void widthsHaveTheToldLimits();
-    void exactlyTheToldTextsAreRightAligned();
-    void onlyTheResultOfTheFitAndTheMessagesAreReadOnly();
-    void resultFieldsAndMessagesHaveTheirColours();
-    void messageBoxIsLowAndForgetsNothing();
-    void radiosOfAGroupShareAHolderOfTheirOwn_data();
-    void radiosOfAGroupShareAHolderOfTheirOwn();
-    void radiosOfAGroupExcludeOneAnotherOnly_data();
-    void radiosOfAGroupExcludeOneAnotherOnly();
+    void onlyTheExpectedButtonsStartChecked();
+    void maximumWidthsAreAsExpected();
+    void onlyTheExpectedTextsAreRightAligned();
+    void onlyTheFitResultAndTheMessagesAreReadOnly();
+    void resultFieldsAndMessagesHaveABackgroundColour();
+    void messageBoxIsLowWithoutUndo();
+    void radiosOfAGroupShareAParentWithNoOtherRadios_data();
+    void radiosOfAGroupShareAParentWithNoOtherRadios();
+    void radiosOfAGroupAreExclusive_data();
+    void radiosOfAGroupAreExclusive();
     void autoSwitchesAreIndependent();
-    void moreConditionsHoldTheThreeBlocks();
-    void gridOfEnergyPointsIsEmptyWithItsSpacing();
-    void referenceRowsHaveTheirEmptyLayout();
-    void plainHoldersHaveNoMargins();
-    void innerGridsHaveSpacingThreeInHeight();
+    void moreConditionsContainTheThreeBlocks();
+    void gridOfEnergyPointsIsEmptyAndHasItsSpacing();
+    void layoutOfTheReferenceRowsIsEmpty();
+    void plainContainersHaveNoMargins();
+    void innerGridsHaveVerticalSpacing3();
     void formMakesNoButtonGroup();
     void translatableTextsAreInTheVocabulary();
     void nothingIsCutOffAtTheDesignedSize();
@@ -313,7 +313,7 @@ private Q_SLOTS:
 private:
     static void addGroups();
 
-    std::unique_ptr<Form> m_untouched; ///< to look at only
+    std::unique_ptr<Form> m_untouched; ///< never modified
 };
 
 void tst_FourPsForm::initTestCase()
@@ -321,7 +321,7 @@ void tst_FourPsForm::initTestCase()
     m_untouched = std::make_unique<Form>();
 }
 
-void tst_FourPsForm::frameIsStyledRaisedAndSizedAsDesigned()
+void tst_FourPsForm::frameHasTheDesignedStyleAndSize()
 {
     const Form& form = *m_untouched;
     QCOMPARE(form.frame.objectName(), QString("FourPs"));
@@ -332,7 +332,7 @@ void tst_FourPsForm::frameIsStyledRaisedAndSizedAsDesigned()
     QCOMPARE(form.frame.layout()->objectName(), QString("gridLayout"));
 }
 
-void tst_FourPsForm::controlStandsInItsCellWithItsText_data()
+void tst_FourPsForm::controlHasTheExpectedCellAndText_data()
 {
     QTest::addColumn<int>("index");
     for (int i = 0; i < int(std::size(controls)); ++i) {
@@ -340,51 +340,51 @@ void tst_FourPsForm::controlStandsInItsCellWithItsText_data()
     }
 }
 
-void tst_FourPsForm::controlStandsInItsCellWithItsText()
+void tst_FourPsForm::controlHasTheExpectedCellAndText()
 {
     QFETCH(int, index);
-    const Control& told = controls[index];
+    const Control& expected = controls[index];
     const Form& form = *m_untouched;
-    QWidget* widget = form.widget(told.name);
-    QVERIFY2(widget, "no such control, or more than one");
-    QCOMPARE(widget->metaObject()->className(), told.className);
+    QWidget* widget = form.widget(expected.name);
+    QVERIFY2(widget, "the control does not exist or is not unique");
+    QCOMPARE(widget->metaObject()->className(), expected.className);
 
     auto* layout = qobject_cast<QGridLayout*>(widget->parentWidget()->layout());
     QVERIFY(layout);
-    QCOMPARE(layout->objectName(), QString(told.layout));
+    QCOMPARE(layout->objectName(), QString(expected.layout));
     QVERIFY(layout->indexOf(widget) >= 0);
     int row = -1;
     int column = -1;
     int rows = -1;
     int columns = -1;
     layout->getItemPosition(layout->indexOf(widget), &row, &column, &rows, &columns);
-    QCOMPARE(row, told.row);
-    QCOMPARE(column, told.column);
+    QCOMPARE(row, expected.row);
+    QCOMPARE(column, expected.column);
     QCOMPARE(rows, 1);
-    QCOMPARE(columns, told.columns);
+    QCOMPARE(columns, expected.columns);
 
-    QCOMPARE(widget->property("text").toString(), QString(told.text));
+    QCOMPARE(widget->property("text").toString(), QString(expected.text));
 }
 
 void tst_FourPsForm::everyControlOfTheFormIsInTheTable()
 {
     const Form& form = *m_untouched;
-    QStringList strangers;
+    QStringList unknown;
     for (const QWidget* w : form.widgets) {
         const bool control = qobject_cast<const QAbstractButton*>(w) ||
                              qobject_cast<const QLineEdit*>(w) || qobject_cast<const QLabel*>(w) ||
                              qobject_cast<const AFileSelect*>(w);
         const bool known = std::any_of(std::begin(controls), std::end(controls),
                                        [&](const Control& c) { return w->objectName() == c.name; });
-        // Names with the prefix belong to the inside of Qt's own widgets.
+        // Widgets with this prefix are internal to Qt's own widgets.
         if (control && !known && !w->objectName().startsWith("qt_")) {
-            strangers.append(w->objectName());
+            unknown.append(w->objectName());
         }
     }
-    QCOMPARE(strangers, QStringList());
+    QCOMPARE(unknown, QStringList());
 }
 
-void tst_FourPsForm::exactlyTheToldButtonsStartChecked()
+void tst_FourPsForm::onlyTheExpectedButtonsStartChecked()
 {
     const Form& form = *m_untouched;
     QStringList checked;
@@ -393,41 +393,41 @@ void tst_FourPsForm::exactlyTheToldButtonsStartChecked()
             checked.append(button->objectName());
         }
     }
-    QStringList told = checkedAtStart;
+    QStringList expected = checkedAtStart;
     checked.sort();
-    told.sort();
-    QCOMPARE(checked, told);
+    expected.sort();
+    QCOMPARE(checked, expected);
 }
 
-void tst_FourPsForm::widthsHaveTheToldLimits()
+void tst_FourPsForm::maximumWidthsAreAsExpected()
 {
-    const QHash<QString, int> told = {{"HgAFrom", 60},     {"HgATo", 60},    {"HgTFrom", 60},
-                                      {"HgTTo", 60},       {"HgABoxes", 40}, {"HgTBoxes", 40},
-                                      {"CalcTargetB", 60}, {"LCFB", 60},     {"PostEStartDE", 70},
-                                      {"PreEEndDE", 70},   {"EdgeE", 80},    {"RemoveAFile", 50},
-                                      {"TargetDMut", 40}};
+    const QHash<QString, int> expected = {
+        {"HgAFrom", 60},      {"HgATo", 60},     {"HgTFrom", 60},     {"HgTTo", 60},
+        {"HgABoxes", 40},     {"HgTBoxes", 40},  {"CalcTargetB", 60}, {"LCFB", 60},
+        {"PostEStartDE", 70}, {"PreEEndDE", 70}, {"EdgeE", 80},       {"RemoveAFile", 50},
+        {"TargetDMut", 40}};
     const Form& form = *m_untouched;
     for (const Control& control : controls) {
         QCOMPARE(form.widget(control.name)->maximumWidth(),
-                 told.value(control.name, QWIDGETSIZE_MAX));
+                 expected.value(control.name, QWIDGETSIZE_MAX));
     }
     QCOMPARE(form.widget("label_3")->minimumWidth(), 50);
 }
 
-void tst_FourPsForm::exactlyTheToldTextsAreRightAligned()
+void tst_FourPsForm::onlyTheExpectedTextsAreRightAligned()
 {
-    const QStringList told = {"HgAFrom", "HgTBoxes",     "HgATo",     "HgTFrom", "HgABoxes",
-                              "HgTTo",   "PostEStartDE", "PreEEndDE", "EdgeE",   "label_16"};
+    const QStringList expected = {"HgAFrom", "HgTBoxes",     "HgATo",     "HgTFrom", "HgABoxes",
+                                  "HgTTo",   "PostEStartDE", "PreEEndDE", "EdgeE",   "label_16"};
     const Form& form = *m_untouched;
     for (const Control& control : controls) {
         const QVariant alignment = form.widget(control.name)->property("alignment");
         const bool right = (Qt::Alignment::fromInt(alignment.toInt()) & Qt::AlignHorizontal_Mask) ==
                            Qt::AlignRight;
-        QVERIFY2(right == told.contains(control.name), control.name);
+        QVERIFY2(right == expected.contains(control.name), control.name);
     }
 }
 
-void tst_FourPsForm::onlyTheResultOfTheFitAndTheMessagesAreReadOnly()
+void tst_FourPsForm::onlyTheFitResultAndTheMessagesAreReadOnly()
 {
     const Form& form = *m_untouched;
     QVERIFY(form.ui.Message->isReadOnly());
@@ -437,22 +437,23 @@ void tst_FourPsForm::onlyTheResultOfTheFitAndTheMessagesAreReadOnly()
     }
 }
 
-void tst_FourPsForm::resultFieldsAndMessagesHaveTheirColours()
+void tst_FourPsForm::resultFieldsAndMessagesHaveABackgroundColour()
 {
     const QString result = "background-color: rgb(255, 255, 220);";
-    const QHash<QString, QString> told = {{"CalcRes", result},
-                                          {"LCFRes", result},
-                                          {"TargetDMut", result},
-                                          {"Message", "background-color: rgb(255, 231, 231);"}};
+    const QHash<QString, QString> expected = {{"CalcRes", result},
+                                              {"LCFRes", result},
+                                              {"TargetDMut", result},
+                                              {"Message", "background-color: rgb(255, 231, 231);"}};
     const Form& form = *m_untouched;
     for (const QWidget* w : form.widgets) {
         if (!qobject_cast<const AFileSelect*>(w)) {
-            QVERIFY2(w->styleSheet() == told.value(w->objectName()), qPrintable(w->objectName()));
+            QVERIFY2(w->styleSheet() == expected.value(w->objectName()),
+                     qPrintable(w->objectName()));
         }
     }
 }
 
-void tst_FourPsForm::messageBoxIsLowAndForgetsNothing()
+void tst_FourPsForm::messageBoxIsLowWithoutUndo()
 {
     const Form& form = *m_untouched;
     QCOMPARE(form.ui.Message->maximumHeight(), 60);
@@ -475,12 +476,12 @@ void tst_FourPsForm::addGroups()
     QTest::newRow("background line type") << QStringList{"NonEquivBGLinear", "NonEquivBGVic"};
 }
 
-void tst_FourPsForm::radiosOfAGroupShareAHolderOfTheirOwn_data()
+void tst_FourPsForm::radiosOfAGroupShareAParentWithNoOtherRadios_data()
 {
     addGroups();
 }
 
-void tst_FourPsForm::radiosOfAGroupShareAHolderOfTheirOwn()
+void tst_FourPsForm::radiosOfAGroupShareAParentWithNoOtherRadios()
 {
     QFETCH(QStringList, members);
     const Form& form = *m_untouched;
@@ -496,12 +497,12 @@ void tst_FourPsForm::radiosOfAGroupShareAHolderOfTheirOwn()
     QCOMPARE(inHolder, members);
 }
 
-void tst_FourPsForm::radiosOfAGroupExcludeOneAnotherOnly_data()
+void tst_FourPsForm::radiosOfAGroupAreExclusive_data()
 {
     addGroups();
 }
 
-void tst_FourPsForm::radiosOfAGroupExcludeOneAnotherOnly()
+void tst_FourPsForm::radiosOfAGroupAreExclusive()
 {
     QFETCH(QStringList, members);
     const Form form;
@@ -530,7 +531,7 @@ void tst_FourPsForm::autoSwitchesAreIndependent()
     QVERIFY(!form.ui.HgTAuto->isChecked());
 }
 
-void tst_FourPsForm::moreConditionsHoldTheThreeBlocks()
+void tst_FourPsForm::moreConditionsContainTheThreeBlocks()
 {
     const Form& form = *m_untouched;
     QCOMPARE(form.ui.CConds2->parentWidget(), form.ui.CConds);
@@ -542,7 +543,7 @@ void tst_FourPsForm::moreConditionsHoldTheThreeBlocks()
     QVERIFY(form.ui.frame_4->isAncestorOf(form.ui.NonEquivBGVic));
 }
 
-void tst_FourPsForm::gridOfEnergyPointsIsEmptyWithItsSpacing()
+void tst_FourPsForm::gridOfEnergyPointsIsEmptyAndHasItsSpacing()
 {
     const Form& form = *m_untouched;
     const QGridLayout* grid = form.ui.CLayout;
@@ -557,7 +558,7 @@ void tst_FourPsForm::gridOfEnergyPointsIsEmptyWithItsSpacing()
     QCOMPARE(grid->contentsMargins().right(), style->pixelMetric(QStyle::PM_LayoutRightMargin));
 }
 
-void tst_FourPsForm::referenceRowsHaveTheirEmptyLayout()
+void tst_FourPsForm::layoutOfTheReferenceRowsIsEmpty()
 {
     const Form& form = *m_untouched;
     QCOMPARE(form.ui.RefFileLayout->parentWidget(), form.ui.frame_11);
@@ -565,7 +566,7 @@ void tst_FourPsForm::referenceRowsHaveTheirEmptyLayout()
     QVERIFY(form.ui.widget_10->children().isEmpty());
 }
 
-void tst_FourPsForm::plainHoldersHaveNoMargins()
+void tst_FourPsForm::plainContainersHaveNoMargins()
 {
     const Form& form = *m_untouched;
     for (const QWidget* w : form.widgets) {
@@ -575,7 +576,7 @@ void tst_FourPsForm::plainHoldersHaveNoMargins()
     }
 }
 
-void tst_FourPsForm::innerGridsHaveSpacingThreeInHeight()
+void tst_FourPsForm::innerGridsHaveVerticalSpacing3()
 {
     const Form& form = *m_untouched;
     for (const QWidget* w : form.widgets) {
@@ -594,20 +595,20 @@ void tst_FourPsForm::formMakesNoButtonGroup()
 
 void tst_FourPsForm::translatableTextsAreInTheVocabulary()
 {
-    Listener listener(1);
-    QVERIFY(QCoreApplication::installTranslator(&listener));
+    RecordingTranslator translator(1);
+    QVERIFY(QCoreApplication::installTranslator(&translator));
     const Form form;
-    QStringList strangers;
-    for (const QString& text : listener.heard) {
+    QStringList unknown;
+    for (const QString& text : translator.requested) {
         if (!tests::panelWords.contains(text)) {
-            strangers.append(text);
+            unknown.append(text);
         }
     }
-    strangers.sort();
-    QCOMPARE(strangers, untranslated);
-    // Nothing that is seen goes round the translation.
+    unknown.sort();
+    QCOMPARE(unknown, untranslated);
+    // Every visible text goes through the translator.
     for (const Control& control : controls) {
-        QVERIFY2(!control.text || listener.heard.contains(control.text), control.name);
+        QVERIFY2(!control.text || translator.requested.contains(control.text), control.name);
     }
 }
 
@@ -621,7 +622,7 @@ void tst_FourPsForm::nothingIsCutOffAtTheDesignedSize()
 
 void tst_FourPsForm::textsOfDoubleWidthFit()
 {
-    Listener doubled(2);
+    RecordingTranslator doubled(2);
     QVERIFY(QCoreApplication::installTranslator(&doubled));
     Form form;
     QCOMPARE(form.ui.label_22->text(), QString("XAFS spectraXAFS spectra"));

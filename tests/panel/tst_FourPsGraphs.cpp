@@ -1,5 +1,5 @@
-// The panel and its graph window: marker lines under the mouse, what repaints
-// the window, and how it opens and closes.
+// The panel and its graph window: dragging marker lines, what repaints the window, opening
+// and closing it.
 
 #include "display/DispMBase.h"
 #include "display/Displays.h"
@@ -23,7 +23,7 @@ using namespace tests;
 namespace
 {
 
-// The range of a plot of spectrumText(): 850 eV and a twentieth of that on each side.
+// The range of a plot of spectrumText(): 850 eV plus 5 % on each side.
 constexpr double lowestEv = 7957.5;
 constexpr double highestEv = 8892.5;
 
@@ -40,8 +40,8 @@ void load(AXafsFileSelect* row, const QString& path)
     static_cast<AFileSelect*>(row)->newFile(path);
 }
 
-/// Where the energies of a plot have their columns.
-PlotPlace placeOf(const DispABase* plot, double from = lowestEv, double to = highestEv)
+/// The plot area of @p plot with its energy axis, which converts energies to columns.
+PlotPlace plotAreaOf(const DispABase* plot, double from = lowestEv, double to = highestEv)
 {
     return {plot->DispA->size(), {from, 0.0, to, 1.0}};
 }
@@ -51,27 +51,28 @@ int columnNear(const PlotPlace& place, double energyEv)
     return static_cast<int>(std::lround(place.columnOf(energyEv)));
 }
 
-/// Whether the plot shows its edge at this energy and at no other column.
+/// Whether the plot has its edge line at @p energyEv and in no other column.
 bool showsEdgeAt(DispABase* plot, double energyEv, double from = lowestEv, double to = highestEv)
 {
     const QImage image = plot->DispA->grab().toImage();
-    const int row = plot->DispA->height() / 4; // under the text, above the edge's foot
+    const int row =
+        plot->DispA->height() / 4; // below the text, above the lower end of the edge line
     QList<int> columns;
     for (int x = 0; x < image.width(); ++x) {
         if (image.pixelColor(x, row) == QColor(255, 0, 0)) {
             columns.append(x);
         }
     }
-    const QList<int> wanted{placeOf(plot, from, to).column(energyEv)};
+    const QList<int> wanted{plotAreaOf(plot, from, to).column(energyEv)};
     if (columns != wanted) {
         qWarning() << "edge at columns" << columns << "instead of" << wanted;
     }
     return columns == wanted;
 }
 
-/// Lines of the message box that one run of the reflex leaves on a panel whose
-/// map and target calculation are refused: one for each, and one of the fit.
-constexpr int linesOfARun = 3;
+/// Lines in the message box after one recalculation whose map and target calculation are
+/// refused: one line for each of them and one for the fit.
+constexpr int linesPerRecalculation = 3;
 
 } // namespace
 
@@ -83,48 +84,48 @@ private Q_SLOTS:
     void initTestCase();
     void init();
 
-    void rowsAreJoinedWithTheirPlots();
+    void spectrumRowsDrawIntoTheirPlots();
     void closingTheGraphWindowHidesIt();
 
-    void dragOfTheEdgeWritesItsField_data();
-    void dragOfTheEdgeWritesItsField();
-    void dragOfALimitWritesItsOffset_data();
-    void dragOfALimitWritesItsOffset();
-    void thirdAndFourthReferenceHaveNoLines_data();
-    void thirdAndFourthReferenceHaveNoLines();
+    void draggingTheEdgeWritesItsField_data();
+    void draggingTheEdgeWritesItsField();
+    void draggingALimitWritesItsOffset_data();
+    void draggingALimitWritesItsOffset();
+    void thirdAndFourthReferenceHaveNoMarkers_data();
+    void thirdAndFourthReferenceHaveNoMarkers();
     void pressAwayFromTheLinesDragsNothing();
-    void dragRunsAReflexPerValidReference_data();
-    void dragRunsAReflexPerValidReference();
-    void pressAloneRunsTheReflexAtItsRelease();
-    void newPlaceSetsTheEdgeBeforeItCalculates();
-    void movingSetsTheEdgeBeforeItCalculates();
+    void dragRecalculatesOncePerValidReference_data();
+    void dragRecalculatesOncePerValidReference();
+    void pressWithoutDragRecalculatesOnRelease();
+    void releasedMarkerSetsTheEdgeBeforeRecalculating();
+    void movingMarkerSetsTheEdgeBeforeRecalculating();
     void columnsAndResultFollowTheDraggedEdge();
     void plotsFollowTheDraggedEdge();
 
-    void wheelZoomsOnePlotOnly();
-    void doubleClickFitsOnePlotOnly();
+    void wheelZoomsOnlyItsPlot();
+    void doubleClickFitsOnlyItsPlot();
     void markersAreDraggedInThePoppedOutWindow();
 
-    void wholeDoubleClickInTheComparisonEndsAtTheSecondColor();
-    void otherPlotsLeaveTheComparison_data();
-    void otherPlotsLeaveTheComparison();
+    void doubleClickInTheComparisonEndsWithTheSecondColor();
+    void otherPlotsDoNotChangeTheComparison_data();
+    void otherPlotsDoNotChangeTheComparison();
 
     void normalisationRadioRepaintsAndClearsTheScale_data();
     void normalisationRadioRepaintsAndClearsTheScale();
-    void histogramChoiceRepaints_data();
-    void histogramChoiceRepaints();
+    void histogramSelectionRepaints_data();
+    void histogramSelectionRepaints();
     void stepRepaintsTheGraphs_data();
     void stepRepaintsTheGraphs();
     void stepRepaintsNothing_data();
     void stepRepaintsNothing();
     void mapWithoutRowsRepaintsTheGraphs();
     void displayFilesRepaintTheGraphs();
-    void chosenDisplayFileRepaintsTheGraphs();
-    void removedDisplayFileRepaintsTheGraphs();
+    void selectingADisplayFileRepaintsTheGraphs();
+    void removingADisplayFileRepaintsTheGraphs();
 
     void leavingTheEdgeFieldByTabMovesTheLine();
-    void shiftMovesTheCurveAndKeepsTheRange();
-    void fileWithoutASpectrumEmptiesItsPlot();
+    void energyShiftMovesTheCurveAndKeepsTheRange();
+    void fileWithoutASpectrumClearsItsPlot();
 
 private:
     DispABase* plot(Displays::DispId id) const { return m_panel->Disps->frame(id); }
@@ -146,8 +147,8 @@ void tst_FourPsGraphs::initTestCase()
     load(m_panel->ui.TargetFile, m_files.target);
 }
 
-/// Two references and the target are loaded, the edge is at 8350 with the limits
-/// -50 and 100, every calculation is refused, and all plots show all they have.
+/// Two references and the target are loaded, the edge is at 8350 eV with the limits -50 and
+/// 100, every calculation is refused, and every plot shows its full range.
 void tst_FourPsGraphs::init()
 {
     resetRows();
@@ -193,8 +194,8 @@ void tst_FourPsGraphs::resetSpectra()
     }
 }
 
-/// Makes the first references valid and no other; the third takes the points of
-/// the first.
+/// Makes the first references valid (as many as @p references) and the others invalid. The
+/// third one copies the points of the first.
 void tst_FourPsGraphs::makeValid(int references)
 {
     AMutE& third = *m_panel->XafsFiles.at(2);
@@ -204,15 +205,15 @@ void tst_FourPsGraphs::makeValid(int references)
     }
 }
 
-/// A run of the reflex then says three lines, and adds a point when the fit may
-/// run.
+/// A recalculation then writes three lines. It also adds a point to the comparison if the
+/// fit is possible.
 void tst_FourPsGraphs::refuseMapAndTarget()
 {
     m_panel->EPoints.at(1)->LCFCB->setChecked(true);
     m_panel->EPoints.at(5)->LCFCB->setChecked(true);
 }
 
-/// One-pixel maps in the given rows, of which the third is the V row.
+/// Loads one-pixel maps into the given rows; the third row is the V row.
 void tst_FourPsGraphs::prepareMaps(const QList<int>& rows)
 {
     useRows(*m_panel, rows);
@@ -222,14 +223,14 @@ void tst_FourPsGraphs::prepareMaps(const QList<int>& rows)
     }
 }
 
-void tst_FourPsGraphs::rowsAreJoinedWithTheirPlots()
+void tst_FourPsGraphs::spectrumRowsDrawIntoTheirPlots()
 {
     for (int i = 0; i < 5; ++i) {
         const AXafsFileSelect* row = m_panel->XafsFiles.at(i);
         QCOMPARE(row->frame, plot(static_cast<Displays::DispId>(i)));
         QVERIFY(row->dEBase->isVisibleTo(row));
     }
-    // Each draws its own spectrum: 1.5, 1.5 and 2.5 at most, a twentieth above.
+    // Each plot draws its own spectrum: the maxima are 1.5, 1.5 and 2.5, plus 5 %.
     QCOMPARE(plot(Displays::DRef1)->DispA->cc.realY1, 1.575);
     QCOMPARE(plot(Displays::DRef2)->DispA->cc.realY1, 1.3125);
     QCOMPARE(plot(Displays::DTarget)->DispA->cc.realY1, 2.625);
@@ -247,11 +248,11 @@ void tst_FourPsGraphs::closingTheGraphWindowHidesIt()
     QVERIFY(!m_panel->Disps->isVisible());
     m_panel->ui.ShowDAB->click();
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
-    // The zoom is still there.
+    // The zoom is unchanged.
     QVERIFY(showsEdgeAt(plot(Displays::DRef1), 8350.0, 8200.0, 8400.0));
 }
 
-void tst_FourPsGraphs::dragOfTheEdgeWritesItsField_data()
+void tst_FourPsGraphs::draggingTheEdgeWritesItsField_data()
 {
     QTest::addColumn<int>("id");
     QTest::newRow("first reference") << int(Displays::DRef1);
@@ -259,11 +260,11 @@ void tst_FourPsGraphs::dragOfTheEdgeWritesItsField_data()
     QTest::newRow("target") << int(Displays::DTarget);
 }
 
-void tst_FourPsGraphs::dragOfTheEdgeWritesItsField()
+void tst_FourPsGraphs::draggingTheEdgeWritesItsField()
 {
     QFETCH(int, id);
     DispABase* of = plot(static_cast<Displays::DispId>(id));
-    const PlotPlace place = placeOf(of);
+    const PlotPlace place = plotAreaOf(of);
     const int start = columnNear(place, 8350.0);
     QLineEdit* edge = m_panel->ui.EdgeE;
     edge->setCursorPosition(4);
@@ -274,7 +275,7 @@ void tst_FourPsGraphs::dragOfTheEdgeWritesItsField()
     QCOMPARE(edge->cursorPosition(), 0);
     QTest::mouseMove(of->DispA, {start - 20, 3});
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start - 20)));
-    // The release is a drag step of its own.
+    // The release is another drag step.
     QTest::mouseRelease(of->DispA, Qt::LeftButton, {}, {start + 11, middle(of)});
     const double wanted = sixDigits(place.valueAt(start + 11)).toDouble();
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start + 11)));
@@ -289,7 +290,7 @@ void tst_FourPsGraphs::dragOfTheEdgeWritesItsField()
     QCOMPARE(m_panel->ui.PostEStartDE->text(), QStringLiteral("100"));
 }
 
-void tst_FourPsGraphs::dragOfALimitWritesItsOffset_data()
+void tst_FourPsGraphs::draggingALimitWritesItsOffset_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<bool>("post");
@@ -301,12 +302,12 @@ void tst_FourPsGraphs::dragOfALimitWritesItsOffset_data()
     }
 }
 
-void tst_FourPsGraphs::dragOfALimitWritesItsOffset()
+void tst_FourPsGraphs::draggingALimitWritesItsOffset()
 {
     QFETCH(int, id);
     QFETCH(bool, post);
     DispABase* of = plot(static_cast<Displays::DispId>(id));
-    const PlotPlace place = placeOf(of);
+    const PlotPlace place = plotAreaOf(of);
     QLineEdit* edit = post ? m_panel->ui.PostEStartDE : m_panel->ui.PreEEndDE;
     const int start = columnNear(place, post ? 8450.0 : 8300.0);
     const int end = start + (post ? 9 : -9);
@@ -324,21 +325,21 @@ void tst_FourPsGraphs::dragOfALimitWritesItsOffset()
              post ? QStringLiteral("-50") : QStringLiteral("100"));
 }
 
-void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoLines_data()
+void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoMarkers_data()
 {
     QTest::addColumn<int>("reference");
     QTest::newRow("third reference") << 2;
     QTest::newRow("fourth reference") << 3;
 }
 
-void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoLines()
+void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoMarkers()
 {
     QFETCH(int, reference);
     AXafsFileSelect* row = m_panel->XafsFiles.at(reference);
     static_cast<AMutE&>(*row) = *m_panel->XafsFiles.at(0);
     DispABase* of = plot(static_cast<Displays::DispId>(reference));
-    QVERIFY(showsEdgeAt(of, 8350.0)); // drawn, but not to be held
-    const int start = columnNear(placeOf(of), 8350.0);
+    QVERIFY(showsEdgeAt(of, 8350.0)); // the edge line is drawn but cannot be dragged
+    const int start = columnNear(plotAreaOf(of), 8350.0);
     press(of->DispA, QPointF(start, middle(of)));
     drag(of->DispA, QPointF(start + 10, middle(of)));
     release(of->DispA, QPointF(start + 10, middle(of)));
@@ -349,8 +350,8 @@ void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoLines()
 void tst_FourPsGraphs::pressAwayFromTheLinesDragsNothing()
 {
     DispABase* of = plot(Displays::DRef1);
-    const PlotPlace place = placeOf(of);
-    const int start = columnNear(place, 8300.0) - 21; // further than 20 pixels from any
+    const PlotPlace place = plotAreaOf(of);
+    const int start = columnNear(place, 8300.0) - 21; // more than 20 pixels from any line
     press(of->DispA, QPointF(start, middle(of)));
     drag(of->DispA, QPointF(start + 25, middle(of)));
     release(of->DispA, QPointF(start + 25, middle(of)));
@@ -359,18 +360,18 @@ void tst_FourPsGraphs::pressAwayFromTheLinesDragsNothing()
     QVERIFY(messages(*m_panel).isEmpty());
 }
 
-void tst_FourPsGraphs::dragRunsAReflexPerValidReference_data()
+void tst_FourPsGraphs::dragRecalculatesOncePerValidReference_data()
 {
     QTest::addColumn<int>("valid");
-    QTest::addColumn<int>("perMove");    // runs
-    QTest::addColumn<int>("perRelease"); // its own step, the edge, the reflex
+    QTest::addColumn<int>("perMove");    // number of recalculations
+    QTest::addColumn<int>("perRelease"); // its own drag step, the edge, and the recalculation
     QTest::newRow("no reference") << 0 << 0 << 1;
     QTest::newRow("one reference") << 1 << 1 << 3;
     QTest::newRow("two references") << 2 << 2 << 5;
     QTest::newRow("three references, two in use") << 3 << 3 << 7;
 }
 
-void tst_FourPsGraphs::dragRunsAReflexPerValidReference()
+void tst_FourPsGraphs::dragRecalculatesOncePerValidReference()
 {
     QFETCH(int, valid);
     QFETCH(int, perMove);
@@ -378,37 +379,37 @@ void tst_FourPsGraphs::dragRunsAReflexPerValidReference()
     refuseMapAndTarget();
     makeValid(valid);
     DispABase* of = plot(Displays::DTarget);
-    const int start = columnNear(placeOf(of), 8350.0);
+    const int start = columnNear(plotAreaOf(of), 8350.0);
     const bool fits = valid >= 2;
     press(of->DispA, QPointF(start, middle(of)));
     QVERIFY(messages(*m_panel).isEmpty());
     for (int step = 1; step <= 2; ++step) {
         drag(of->DispA, QPointF(start + step, middle(of)));
-        QCOMPARE(messages(*m_panel).size(), step * perMove * linesOfARun);
+        QCOMPARE(messages(*m_panel).size(), step * perMove * linesPerRecalculation);
         QCOMPARE(m_panel->LCFvs4PS.size(), fits ? step * perMove : 0);
     }
     clearMessages(*m_panel);
     m_panel->LCFvs4PS.clear();
     release(of->DispA, QPointF(start + 2, middle(of)));
-    QCOMPARE(messages(*m_panel).size(), perRelease * linesOfARun);
+    QCOMPARE(messages(*m_panel).size(), perRelease * linesPerRecalculation);
     QCOMPARE(m_panel->LCFvs4PS.size(), fits ? perRelease : 0);
 }
 
-void tst_FourPsGraphs::pressAloneRunsTheReflexAtItsRelease()
+void tst_FourPsGraphs::pressWithoutDragRecalculatesOnRelease()
 {
     refuseMapAndTarget();
     DispABase* of = plot(Displays::DRef2);
-    const PlotPlace place = placeOf(of);
+    const PlotPlace place = plotAreaOf(of);
     const int start = columnNear(place, 8350.0) + 2;
     press(of->DispA, QPointF(start, middle(of)));
     QVERIFY(m_panel->LCFvs4PS.isEmpty());
     release(of->DispA, QPointF(start, middle(of)));
-    // The line jumps to the mouse at the release.
+    // The line jumps to the mouse position on release.
     QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(place.valueAt(start)));
     QCOMPARE(m_panel->LCFvs4PS.size(), 5);
 }
 
-void tst_FourPsGraphs::newPlaceSetsTheEdgeBeforeItCalculates()
+void tst_FourPsGraphs::releasedMarkerSetsTheEdgeBeforeRecalculating()
 {
     refuseMapAndTarget();
     m_panel->lcf();
@@ -427,7 +428,7 @@ void tst_FourPsGraphs::newPlaceSetsTheEdgeBeforeItCalculates()
     }
 }
 
-void tst_FourPsGraphs::movingSetsTheEdgeBeforeItCalculates()
+void tst_FourPsGraphs::movingMarkerSetsTheEdgeBeforeRecalculating()
 {
     refuseMapAndTarget();
     m_panel->lcf();
@@ -440,8 +441,8 @@ void tst_FourPsGraphs::movingSetsTheEdgeBeforeItCalculates()
 
 void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
 {
-    // With the edge at 8440 the pre-edge part reaches into the rise and its
-    // line is wrong; from 8350 on it lies at 0, so that the columns show the
+    // With the edge at 8440 eV the pre-edge part includes some of the rise, so the pre-edge
+    // line is wrong. With the edge at 8350 eV the line is 0, and the columns show the
     // spectra themselves: 0, 1, 1.5 and 0, 1, 0.5.
     FourPs& panel = *m_panel;
     panel.EPoints.at(2)->VPointCB->setChecked(true);
@@ -452,17 +453,17 @@ void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
         return panel.EPoints.at(row)->mutEdits.at(reference)->text().toDouble();
     };
     QVERIFY(std::abs(cell(1, 0) - 1.0) > 0.05);
-    // A base of 1 and a thickness of 4: 1 + 4 * 0, 1 + 4 * 1, and at the V row
-    // 1 + 4 * (a * 1.5 + (1 - a) * 0.5) for a = 1/2.
+    // Base 1 and thickness 4: the target is 1 + 4 * 0, 1 + 4 * 1, and at the V row 1 + 4 *
+    // (a * 1.5 + (1 - a) * 0.5) with a = 1/2.
     panel.EPoints.at(0)->MutT->setText("1");
     panel.EPoints.at(1)->MutT->setText("5");
     panel.EPoints.at(2)->MutT->setText("5");
     DispABase* of = plot(Displays::DRef1);
-    const PlotPlace place = placeOf(of);
+    const PlotPlace place = plotAreaOf(of);
     press(of->DispA, QPointF(columnNear(place, 8440.0), middle(of)));
     drag(of->DispA, QPointF(columnNear(place, 8350.0), middle(of)));
     const QList<QList<double>> wanted{{0.0, 0.0}, {1.0, 1.0}, {1.5, 0.5}};
-    constexpr double tolerance = 1e-3; // the fit of three terms to constants
+    constexpr double tolerance = 1e-3; // a fit of three terms to a constant is not exact
     for (int row = 0; row < 3; ++row) {
         for (int reference = 0; reference < 2; ++reference) {
             QVERIFY(std::abs(cell(row, reference) - wanted.at(row).at(reference)) < tolerance);
@@ -473,7 +474,7 @@ void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
     QVERIFY(found.hasMatch());
     QVERIFY(std::abs(found.captured(1).toDouble() - 0.5) < tolerance);
     QVERIFY(std::abs(found.captured(2).toDouble() - 2.5) < tolerance);
-    // The target's column is not written.
+    // The target's column is not overwritten.
     QCOMPARE(panel.EPoints.at(1)->MutT->text(), QStringLiteral("5"));
     release(of->DispA, QPointF(columnNear(place, 8350.0), middle(of)));
     QVERIFY(std::abs(cell(2, 0) - 1.5) < tolerance);
@@ -483,7 +484,7 @@ void tst_FourPsGraphs::plotsFollowTheDraggedEdge()
 {
     SurfacePaints paints(*m_panel->Disps);
     DispABase* of = plot(Displays::DRef1);
-    const PlotPlace place = placeOf(of);
+    const PlotPlace place = plotAreaOf(of);
     const int start = columnNear(place, 8350.0);
     press(of->DispA, QPointF(start, middle(of)));
     QCOMPARE(paints.counts(), inTheGrid(0));
@@ -497,12 +498,12 @@ void tst_FourPsGraphs::plotsFollowTheDraggedEdge()
     QCOMPARE(paints.counts(), inTheGrid(1));
 }
 
-void tst_FourPsGraphs::wheelZoomsOnePlotOnly()
+void tst_FourPsGraphs::wheelZoomsOnlyItsPlot()
 {
     SurfacePaints paints(*m_panel->Disps);
     DispABase* of = plot(Displays::DRef1);
     const int column = of->DispA->width() / 2;
-    const double centre = placeOf(of).valueAt(column);
+    const double centre = plotAreaOf(of).valueAt(column);
     move(of->DispA, QPointF(column, middle(of)));
     turnWheel(of->DispA, QPointF(column, middle(of)), {0, 120});
     QList<int> wanted(11, 0);
@@ -512,14 +513,14 @@ void tst_FourPsGraphs::wheelZoomsOnePlotOnly()
     QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
     QVERIFY(near(of->DispA->cc.realX1, centre + (highestEv - centre) / 1.1));
     QCOMPARE(plot(Displays::DRef2)->DispA->cc.realX0, lowestEv);
-    // It lasts through the reflexes.
+    // The zoom is kept when the plots are recalculated.
     enter(m_panel->ui.EdgeE, "8360");
     QTest::qWait(30);
     QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
     QVERIFY(near(m_panel->Disps->frame(Displays::DTarget)->DispA->cc.realX0, lowestEv));
 }
 
-void tst_FourPsGraphs::doubleClickFitsOnePlotOnly()
+void tst_FourPsGraphs::doubleClickFitsOnlyItsPlot()
 {
     for (const auto id : {Displays::DRef1, Displays::DRef2, Displays::DTarget}) {
         plot(id)->DispA->cc.setReal(8100.0, 0.0, 8200.0, 1.0);
@@ -540,8 +541,8 @@ void tst_FourPsGraphs::markersAreDraggedInThePoppedOutWindow()
     of->popDock();
     QVERIFY(QTest::qWaitForWindowExposed(of->pop));
     QTest::qWait(20);
-    const PlotPlace place = placeOf(of);
-    QVERIFY(place.right - place.left > 600); // 800 less the margins
+    const PlotPlace place = plotAreaOf(of);
+    QVERIFY(place.right - place.left > 600); // 800 minus the margins
     SurfacePaints paints(*m_panel->Disps);
     const int start = columnNear(place, 8350.0);
     press(of->DispA, QPointF(start, middle(of)));
@@ -552,7 +553,7 @@ void tst_FourPsGraphs::markersAreDraggedInThePoppedOutWindow()
     release(of->DispA, QPointF(start + 33, middle(of)));
 }
 
-void tst_FourPsGraphs::wholeDoubleClickInTheComparisonEndsAtTheSecondColor()
+void tst_FourPsGraphs::doubleClickInTheComparisonEndsWithTheSecondColor()
 {
     m_panel->LCFvs4PS.append(LCFPoint());
     m_panel->LCFColor = 7;
@@ -562,13 +563,13 @@ void tst_FourPsGraphs::wholeDoubleClickInTheComparisonEndsAtTheSecondColor()
     QCOMPARE(m_panel->LCFColor, 8);
     doubleClick(surface, {20, 20});
     QCOMPARE(m_panel->LCFColor, 0);
-    // Its own release steps on from there.
+    // The release after the double-click selects the next colour.
     release(surface, {20, 20});
     QCOMPARE(m_panel->LCFColor, 1);
     QVERIFY(m_panel->LCFvs4PS.isEmpty());
 }
 
-void tst_FourPsGraphs::otherPlotsLeaveTheComparison_data()
+void tst_FourPsGraphs::otherPlotsDoNotChangeTheComparison_data()
 {
     QTest::addColumn<int>("id");
     for (int id = Displays::DRef1; id <= Displays::DM2M3; ++id) {
@@ -578,7 +579,7 @@ void tst_FourPsGraphs::otherPlotsLeaveTheComparison_data()
     }
 }
 
-void tst_FourPsGraphs::otherPlotsLeaveTheComparison()
+void tst_FourPsGraphs::otherPlotsDoNotChangeTheComparison()
 {
     QFETCH(int, id);
     m_panel->LCFvs4PS.append(LCFPoint());
@@ -614,7 +615,7 @@ void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale()
     QVERIFY(plot(Displays::DRef1)->DispA->hasScale);
     QCOMPARE(paints.counts(), inTheGrid(1));
     QVERIFY(messages(*m_panel).isEmpty());
-    // A click on the chosen one changes nothing.
+    // A click on the selected radio button changes nothing.
     all->setRealCoord(8300.0, -0.1, 8450.0, 1.1);
     paints.restart();
     radio->click();
@@ -622,9 +623,10 @@ void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale()
     QCOMPARE(paints.counts(), inTheGrid(0));
 }
 
-void tst_FourPsGraphs::histogramChoiceRepaints_data()
+void tst_FourPsGraphs::histogramSelectionRepaints_data()
 {
-    QTest::addColumn<QString>("before"); // the one chosen before among radios
+    QTest::addColumn<QString>(
+        "before"); // radio button that is checked before; empty for check boxes
     for (const char* box : {"HgValence", "HgRatio1", "HgRatio2", "HgRatio3", "HgRatio4", "HgAmount",
                             "HgdMut1", "HgdMut2", "HgdMut3", "HgdMut4"}) {
         QTest::newRow(box) << QString();
@@ -634,7 +636,7 @@ void tst_FourPsGraphs::histogramChoiceRepaints_data()
     QTest::newRow("HgC2") << "HgC1";
 }
 
-void tst_FourPsGraphs::histogramChoiceRepaints()
+void tst_FourPsGraphs::histogramSelectionRepaints()
 {
     QFETCH(QString, before);
     auto* choice = m_panel->findChild<QAbstractButton*>(QLatin1String(QTest::currentDataTag()));
@@ -645,9 +647,10 @@ void tst_FourPsGraphs::histogramChoiceRepaints()
     const bool checked = choice->isChecked();
     SurfacePaints paints(*m_panel->Disps);
     {
-        // A radio that goes off asks for a paint, too, and would hide a missing one.
-        QObject nobody;
-        QObject* other = before.isEmpty() ? &nobody : m_panel->findChild<QObject*>(before);
+        // The radio button that is unchecked requests a paint too. Its signals are blocked,
+        // so that this paint cannot hide a missing one.
+        QObject unused;
+        QObject* other = before.isEmpty() ? &unused : m_panel->findChild<QObject*>(before);
         const QSignalBlocker quiet(other);
         choice->click();
     }
@@ -677,8 +680,8 @@ void tst_FourPsGraphs::stepRepaintsTheGraphs_data()
         }
         panel.setEdge();
     });
-    add("an edge is noticed", {}, [](FourPs& panel) { panel.noticedNewEdge(8351.0); });
-    add("an edge field is left", {}, [](FourPs& panel) { enter(panel.ui.PreEEndDE, "-40"); });
+    add("a new edge is found", {}, [](FourPs& panel) { panel.noticedNewEdge(8351.0); });
+    add("an edge field is edited", {}, [](FourPs& panel) { enter(panel.ui.PreEEndDE, "-40"); });
     add("a reference's column is written", {}, [](FourPs& panel) { panel.receiveNewRef(1); });
     add("the target's column is written", {},
         [](FourPs& panel) { panel.receiveNewTarget(QString()); });
@@ -731,11 +734,11 @@ void tst_FourPsGraphs::stepRepaintsNothing_data()
     };
     add("the map calculation is refused", [](FourPs& panel) { panel.calcMap(); });
     add("the fit is refused", [](FourPs& panel) { panel.lcf(); });
-    add("the reflex is refused", [](FourPs& panel) { panel.calcBoth(); });
+    add("the recalculation is refused", [](FourPs& panel) { panel.calcBoth(); });
     add("an invalid reference", [](FourPs& panel) { panel.receiveNewRef(3); });
     add("another colour", [](FourPs& panel) { panel.newColorLCFvs4PS(nullptr); });
     add("no file to remove", [](FourPs& panel) { panel.ui.RemoveAFile->click(); });
-    add("the energy of a stranger", [](FourPs& panel) { panel.receiveNewEnergy(8313.0); });
+    add("an energy without an energy row", [](FourPs& panel) { panel.receiveNewEnergy(8313.0); });
 }
 
 void tst_FourPsGraphs::stepRepaintsNothing()
@@ -768,7 +771,7 @@ void tst_FourPsGraphs::displayFilesRepaintTheGraphs()
     m_panel->removeAFile();
 }
 
-void tst_FourPsGraphs::chosenDisplayFileRepaintsTheGraphs()
+void tst_FourPsGraphs::selectingADisplayFileRepaintsTheGraphs()
 {
     m_panel->receiveNewDispFiles({m_files.ref1, m_files.ref2});
     QCOMPARE(m_panel->ui.SelectedFs->currentIndex(), 0);
@@ -781,7 +784,7 @@ void tst_FourPsGraphs::chosenDisplayFileRepaintsTheGraphs()
     m_panel->removeAFile();
 }
 
-void tst_FourPsGraphs::removedDisplayFileRepaintsTheGraphs()
+void tst_FourPsGraphs::removingADisplayFileRepaintsTheGraphs()
 {
     m_panel->receiveNewDispFiles({m_files.ref1, m_files.ref2});
     const AMutE* second = m_panel->DispMuts.last();
@@ -818,13 +821,13 @@ void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheLine()
     m_panel->hide();
 }
 
-void tst_FourPsGraphs::shiftMovesTheCurveAndKeepsTheRange()
+void tst_FourPsGraphs::energyShiftMovesTheCurveAndKeepsTheRange()
 {
     refuseMapAndTarget();
     DispABase* of = plot(Displays::DRef1);
     const QImage before = of->DispA->grab().toImage();
     enter(m_panel->XafsFiles.at(0)->Ui_AFileSelect::dE, "40");
-    QCOMPARE(m_panel->LCFvs4PS.size(), 1); // one run of the reflex
+    QCOMPARE(m_panel->LCFvs4PS.size(), 1); // one recalculation
     QTest::qWait(30);
     QCOMPARE(of->DispA->cc.realX0, lowestEv);
     QCOMPARE(of->DispA->cc.realX1, highestEv);
@@ -832,7 +835,7 @@ void tst_FourPsGraphs::shiftMovesTheCurveAndKeepsTheRange()
     QVERIFY(showsEdgeAt(of, 8350.0));
 }
 
-void tst_FourPsGraphs::fileWithoutASpectrumEmptiesItsPlot()
+void tst_FourPsGraphs::fileWithoutASpectrumClearsItsPlot()
 {
     FourPs panel;
     load(panel.XafsFiles.at(2), m_files.ref1);

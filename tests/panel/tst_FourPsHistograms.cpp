@@ -1,5 +1,5 @@
-// The panel's two histogram plots: which histograms they show, in which colours
-// and places, and the range and the grid that go with them.
+// The panel's two histogram plots: which histograms they show, their colours and bars, the
+// range and the grid.
 
 #include "display/Displays.h"
 #include "display/Histgram.h"
@@ -17,12 +17,12 @@ using namespace tests;
 namespace
 {
 
-/// What the rows of a reference and the main histogram are drawn in.
+/// The colours of the reference rows and of the main histogram.
 const QList<QColor> rowColors{{0, 0, 0}, {255, 0, 0}, {0, 0, 255}, {120, 220, 120}};
 const QColor mainColor(160, 160, 160);
 
-/// One of the two plots and what it draws.
-struct Family {
+/// One of the two plots with the histograms and the widgets that belong to it.
+struct HistogramPlot {
     DispABase* plot;
     HistogramCounts* main;
     QList<HistogramCounts*> ofReferences;
@@ -39,7 +39,7 @@ QList<HistogramCounts*> plainCounts(const QList<Histgram*>& histograms)
     return {histograms.begin(), histograms.end()};
 }
 
-Family familyOf(FourPs& panel, int id)
+HistogramPlot plotOf(FourPs& panel, int id)
 {
     const auto& ui = panel.ui;
     DispABase* plot = panel.Disps->frame(static_cast<Displays::DispId>(id));
@@ -65,15 +65,15 @@ Family familyOf(FourPs& panel, int id)
             ui.HgTAuto};
 }
 
-void checkBoxes(const Family& family, bool main, const QList<int>& boxes)
+void checkBoxes(const HistogramPlot& histograms, bool main, const QList<int>& boxes)
 {
-    family.mainBox->setChecked(main);
-    for (int i = 0; i < family.boxes.size(); ++i) {
-        family.boxes.at(i)->setChecked(boxes.contains(i));
+    histograms.mainBox->setChecked(main);
+    for (int i = 0; i < histograms.boxes.size(); ++i) {
+        histograms.boxes.at(i)->setChecked(boxes.contains(i));
     }
 }
 
-/// Takes these rows into use, and gives exactly those of @p valid a spectrum.
+/// Selects the references @p used. Only those listed in @p valid have a valid spectrum.
 void setReferences(FourPs& panel, const QList<int>& used, const QList<int>& valid)
 {
     useReferences(panel, used);
@@ -83,36 +83,37 @@ void setReferences(FourPs& panel, const QList<int>& used, const QList<int>& vali
     }
 }
 
-QImage shownOn(const Family& family)
+QImage pictureOf(const HistogramPlot& histograms)
 {
-    return family.plot->DispA->grab().toImage();
+    return histograms.plot->DispA->grab().toImage();
 }
 
-/// The plot with the automatic range of the given highest count.
-PlotPlace automaticPlot(const Family& family, int highest)
+/// The plot area with the automatic range for this highest count.
+PlotPlace automaticPlot(const HistogramPlot& histograms, int highest)
 {
-    return {family.plot->DispA->size(),
-            {family.from->text().toDouble(), -0.1 * highest, family.to->text().toDouble(),
+    return {histograms.plot->DispA->size(),
+            {histograms.from->text().toDouble(), -0.1 * highest, histograms.to->text().toDouble(),
              1.1 * highest}};
 }
 
-/// A histogram that is shown: the how manieth reference in use, and its row.
+/// A reference histogram that is shown: its index among the references in use, and its row.
 struct Shown {
     int k;
     int row;
 };
 
-PlainHistograms plainHistograms(const Family& family, bool main, const QList<Shown>& shown)
+PlainHistograms plainHistograms(const HistogramPlot& histograms, bool main,
+                                const QList<Shown>& shown)
 {
     PlainHistograms plain;
-    plain.from = family.from->text().toDouble();
-    plain.to = family.to->text().toDouble();
-    plain.main = *family.main;
+    plain.from = histograms.from->text().toDouble();
+    plain.to = histograms.to->text().toDouble();
+    plain.main = *histograms.main;
     if (main) {
         plain.mainColor = mainColor;
     }
     for (const Shown& each : shown) {
-        plain.references.append({*family.ofReferences.at(each.k), rowColors.at(each.row)});
+        plain.references.append({*histograms.ofReferences.at(each.k), rowColors.at(each.row)});
     }
     return plain;
 }
@@ -126,12 +127,12 @@ int highestCount(const PlainHistograms& plain)
     return highest;
 }
 
-/// Whether the plot shows exactly these histograms in its automatic range.
-bool showsOnly(const Family& family, bool main, const QList<Shown>& shown)
+/// Whether the plot shows exactly these histograms, with its automatic range.
+bool showsOnly(const HistogramPlot& histograms, bool main, const QList<Shown>& shown)
 {
-    const PlainHistograms plain = plainHistograms(family, main, shown);
-    const PlotPlace plot = automaticPlot(family, highestCount(plain));
-    return isSamePicture(shownOn(family), plain.picture(plot), plot.inside());
+    const PlainHistograms plain = plainHistograms(histograms, main, shown);
+    const PlotPlace plot = automaticPlot(histograms, highestCount(plain));
+    return isSamePicture(pictureOf(histograms), plain.picture(plot), plot.inside());
 }
 
 void addBothPlots()
@@ -153,25 +154,25 @@ private Q_SLOTS:
     void initTestCase();
     void init();
 
-    void boxesChooseTheHistograms_data();
-    void boxesChooseTheHistograms();
+    void boxesSelectTheHistograms_data();
+    void boxesSelectTheHistograms();
 
-    void limitsOfXAreTheTypedOnes_data();
-    void limitsOfXAreTheTypedOnes();
-    void highestCountZeroShowsTheTitlesOnly_data();
-    void highestCountZeroShowsTheTitlesOnly();
+    void xLimitsAreTheFieldValues_data();
+    void xLimitsAreTheFieldValues();
+    void highestCountZeroShowsOnlyTheTitles_data();
+    void highestCountZeroShowsOnlyTheTitles();
 
-    void limitsFromHighToLowMirrorThePlot();
-    void oneBoxStillPaints();
+    void reversedLimitsMirrorThePlot();
+    void oneBinIsPaintedWithoutBars();
 
-    void calculatedMapIsShownAtOnce();
+    void calculatedMapIsShownImmediately();
 
-    void boxOfAnUnusedRowIsNotAsked();
-    void currentHistogramOfSharesLeavesThePlotAlone();
+    void boxOfAnUnusedRowIsIgnored();
+    void currentRatioHistogramDoesNotChangeThePlot();
 
 private:
-    Family family(int id) { return familyOf(*m_panel, id); }
-    void fillHistograms(const Family& family);
+    HistogramPlot plotFor(int id) { return plotOf(*m_panel, id); }
+    void fillHistograms(const HistogramPlot& histograms);
 
     const SharedPanel m_panel;
 };
@@ -183,15 +184,15 @@ void tst_FourPsHistograms::initTestCase()
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
 }
 
-/// All four references used and valid, every box off, all histograms counted
-/// between 1 and 4, and every plot without a range.
+/// All four references are used and valid, no box is checked, all histograms are counted
+/// between 1 and 4, and no plot has a range.
 void tst_FourPsHistograms::init()
 {
     resetPanel(*m_panel);
     emptyRows(*m_panel);
     setReferences(*m_panel, {0, 1, 2, 3}, {0, 1, 2, 3});
     for (const int id : {Displays::DHistA, Displays::DHistDMut}) {
-        const Family of = family(id);
+        const HistogramPlot of = plotFor(id);
         of.from->setText("1");
         of.to->setText("4");
         of.number->setText("11");
@@ -201,9 +202,11 @@ void tst_FourPsHistograms::init()
     QTest::qWait(10);
 }
 
-/// Eleven bins each, no two alike, those of the thickness the other way round;
-/// the highest counts are 40, and 50, 35, 60 and 20, those outside larger.
-void tst_FourPsHistograms::fillHistograms(const Family& of)
+/// Fills eleven bins per histogram, all different; the thickness has them in reverse order.
+/// The highest counts are 40 for the main histogram and 50, 35, 60 and 20 for the
+/// references. The counts outside the limits are larger than 40, and must not affect the
+/// range.
+void tst_FourPsHistograms::fillHistograms(const HistogramPlot& of)
 {
     const bool reversed = of.from->objectName() == QLatin1String("HgTFrom");
     const auto counted = [reversed](QList<int> bins, int under, int over) {
@@ -224,7 +227,7 @@ void tst_FourPsHistograms::fillHistograms(const Family& of)
     }
 }
 
-void tst_FourPsHistograms::boxesChooseTheHistograms_data()
+void tst_FourPsHistograms::boxesSelectTheHistograms_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<QList<int>>("used");
@@ -240,29 +243,30 @@ void tst_FourPsHistograms::boxesChooseTheHistograms_data()
         QTest::addRow("thickness: %s", name)
             << int(Displays::DHistDMut) << used << valid << main << boxes << shown;
     };
-    add("the main one alone", {0, 1}, {0, 1}, true, {}, {});
-    add("one reference over it", {0, 1}, {0, 1}, true, {0}, {{0, 0}});
-    add("one reference alone", {0, 1}, {0, 1}, false, {0}, {{0, 0}});
-    add("the second alone", {0, 1}, {0, 1}, false, {1}, {{1, 1}});
+    add("only the main histogram", {0, 1}, {0, 1}, true, {}, {});
+    add("main histogram and one reference", {0, 1}, {0, 1}, true, {0}, {{0, 0}});
+    add("only one reference", {0, 1}, {0, 1}, false, {0}, {{0, 0}});
+    add("only the second reference", {0, 1}, {0, 1}, false, {1}, {{1, 1}});
     add("two references", {0, 1}, {0, 1}, true, {0, 1}, {{0, 0}, {1, 1}});
     add("three references", {0, 1, 2}, all, true, {0, 1, 2}, {{0, 0}, {1, 1}, {2, 2}});
     add("four references", all, all, true, all, {{0, 0}, {1, 1}, {2, 2}, {3, 3}});
-    add("four references alone", all, all, false, all, {{0, 0}, {1, 1}, {2, 2}, {3, 3}});
+    add("only four references", all, all, false, all, {{0, 0}, {1, 1}, {2, 2}, {3, 3}});
     add("the first and the last", all, all, true, {0, 3}, {{0, 0}, {3, 3}});
-    add("an unused row in between", {0, 2}, all, true, all, {{0, 0}, {1, 2}});
-    add("unused rows in front", {2, 3}, all, false, all, {{0, 2}, {1, 3}});
-    add("two unused rows in between", {0, 3}, all, true, all, {{0, 0}, {1, 3}});
-    add("an invalid row in between", {0, 1, 2}, {0, 2, 3}, true, all, {{0, 0}, {2, 2}});
-    add("an invalid row in front", {0, 1, 2}, {1, 2}, true, all, {{1, 1}, {2, 2}});
-    add("unused and invalid rows in between", {0, 2, 3}, {0, 1, 3}, true, all, {{0, 0}, {2, 3}});
+    add("unused row between used ones", {0, 2}, all, true, all, {{0, 0}, {1, 2}});
+    add("unused rows before used ones", {2, 3}, all, false, all, {{0, 2}, {1, 3}});
+    add("two unused rows between used ones", {0, 3}, all, true, all, {{0, 0}, {1, 3}});
+    add("invalid row between valid ones", {0, 1, 2}, {0, 2, 3}, true, all, {{0, 0}, {2, 2}});
+    add("invalid row before valid ones", {0, 1, 2}, {1, 2}, true, all, {{1, 1}, {2, 2}});
+    add("unused and invalid rows between others", {0, 2, 3}, {0, 1, 3}, true, all,
+        {{0, 0}, {2, 3}});
     add("all invalid", all, {}, true, all, {});
-    add("none used", {}, all, true, all, {});
-    add("box of the row and not of the place", {1, 3}, all, true, {3}, {{1, 3}});
+    add("no reference used", {}, all, true, all, {});
+    add("box of the row, not of the index in use", {1, 3}, all, true, {3}, {{1, 3}});
     add("box of a row not in use", {1, 3}, all, true, {0, 2}, {});
     add("box of the second row, first in use", {1, 3}, all, true, {1}, {{0, 1}});
 }
 
-void tst_FourPsHistograms::boxesChooseTheHistograms()
+void tst_FourPsHistograms::boxesSelectTheHistograms()
 {
     QFETCH(int, id);
     QFETCH(QList<int>, used);
@@ -271,27 +275,27 @@ void tst_FourPsHistograms::boxesChooseTheHistograms()
     QFETCH(QList<int>, boxes);
     QFETCH(QList<Shown>, shown);
     setReferences(*m_panel, used, valid);
-    const Family of = family(id);
+    const HistogramPlot of = plotFor(id);
     checkBoxes(of, main, boxes);
     QVERIFY(showsOnly(of, main, shown));
 }
 
-void tst_FourPsHistograms::limitsOfXAreTheTypedOnes_data()
+void tst_FourPsHistograms::xLimitsAreTheFieldValues_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<bool>("automatic");
     QTest::newRow("valence, automatic") << int(Displays::DHistA) << true;
-    QTest::newRow("valence, by hand") << int(Displays::DHistA) << false;
+    QTest::newRow("valence, manual") << int(Displays::DHistA) << false;
     QTest::newRow("thickness, automatic") << int(Displays::DHistDMut) << true;
-    QTest::newRow("thickness, by hand") << int(Displays::DHistDMut) << false;
+    QTest::newRow("thickness, manual") << int(Displays::DHistDMut) << false;
 }
 
-// The bins keep the limits that they were counted with, 1 and 4.
-void tst_FourPsHistograms::limitsOfXAreTheTypedOnes()
+// The bins keep the limits 1 and 4 with which they were counted.
+void tst_FourPsHistograms::xLimitsAreTheFieldValues()
 {
     QFETCH(int, id);
     QFETCH(bool, automatic);
-    const Family of = family(id);
+    const HistogramPlot of = plotFor(id);
     of.automatic->setChecked(automatic);
     static_cast<Histgram*>(of.main)->autoMode = automatic;
     of.from->setText("-0.7");
@@ -303,28 +307,29 @@ void tst_FourPsHistograms::limitsOfXAreTheTypedOnes()
     QCOMPARE(of.from->text(), QStringLiteral("-0.7"));
 }
 
-void tst_FourPsHistograms::highestCountZeroShowsTheTitlesOnly_data()
+void tst_FourPsHistograms::highestCountZeroShowsOnlyTheTitles_data()
 {
     addBothPlots();
 }
 
-// Everything lay outside the limits.
-void tst_FourPsHistograms::highestCountZeroShowsTheTitlesOnly()
+// All counts are outside the limits.
+void tst_FourPsHistograms::highestCountZeroShowsOnlyTheTitles()
 {
     QFETCH(int, id);
-    const Family of = family(id);
+    const HistogramPlot of = plotFor(id);
     checkBoxes(of, true, {});
     *of.main = readyCounts(1.0, 4.0, QList<int>(11, 0), 30, 20);
-    const QImage shown = shownOn(of);
+    const QImage shown = pictureOf(of);
     QVERIFY(of.plot->DispA->cc.drawn);
     QVERIFY(!isBlank(shown));
     QCOMPARE(countOf(shown, automaticPlot(of, 1).inside(), mainColor), 0);
 }
 
-// From 4 to 1: bin 0 is that of 4, at the left; no grid line lies below To.
-void tst_FourPsHistograms::limitsFromHighToLowMirrorThePlot()
+// With From 4 and To 1, bin 0 is the one of 4 and is at the left. There is no vertical grid
+// line, because the loop goes from From up to To.
+void tst_FourPsHistograms::reversedLimitsMirrorThePlot()
 {
-    const Family of = family(Displays::DHistA);
+    const HistogramPlot of = plotFor(Displays::DHistA);
     of.from->setText("4");
     of.to->setText("1");
     checkBoxes(of, true, {1});
@@ -333,14 +338,14 @@ void tst_FourPsHistograms::limitsFromHighToLowMirrorThePlot()
     QVERIFY(showsOnly(of, true, {{1, 1}}));
 }
 
-// One box divides by zero, so that no bar has a place.
-void tst_FourPsHistograms::oneBoxStillPaints()
+// With one bin, the calculation of the bin width divides by zero, so no bar has a position.
+void tst_FourPsHistograms::oneBinIsPaintedWithoutBars()
 {
-    const Family of = family(Displays::DHistA);
+    const HistogramPlot of = plotFor(Displays::DHistA);
     checkBoxes(of, true, {1});
     *of.main = readyCounts(1.0, 4.0, {8}, 20, 30);
     *of.ofReferences.at(1) = readyCounts(1.0, 4.0, {8}, 20, 30);
-    const QImage shown = shownOn(of);
+    const QImage shown = pictureOf(of);
     QVERIFY(of.plot->DispA->cc.drawn);
     const QRect inside = automaticPlot(of, 8).inside();
     QCOMPARE(countOf(shown, inside, mainColor), 0);
@@ -348,57 +353,57 @@ void tst_FourPsHistograms::oneBoxStillPaints()
     QVERIFY(countOf(shown, inside, plainGrid) > 0);
 }
 
-// One pixel of a = 1/2 between valences 2 and 3, thickness 1: a count of one in
-// the bin at 2.5, and one in the bin at 1.
-void tst_FourPsHistograms::calculatedMapIsShownAtOnce()
+// One pixel with a = 1/2, valences 2 and 3, and thickness 1: one count in the bin at 2.5
+// and one in the bin at 1.
+void tst_FourPsHistograms::calculatedMapIsShownImmediately()
 {
     FourPs& panel = *m_panel;
     resetPanel(panel);
     prepareThreePointMaps(panel);
     panel.ui.HgAFrom->setText("1");
     panel.ui.HgATo->setText("4");
-    panel.ui.HgABoxes->setText("7"); // centres every half
+    panel.ui.HgABoxes->setText("7"); // bin centres every 0.5
     panel.ui.HgTFrom->setText("0");
     panel.ui.HgTTo->setText("2");
     panel.ui.HgTBoxes->setText("5");
     SurfacePaints paints(*panel.Disps);
     panel.calcMap();
     QCOMPARE(paints.counts(), inTheGrid(1));
-    const Family valence = familyOf(panel, Displays::DHistA);
-    const Family thickness = familyOf(panel, Displays::DHistDMut);
+    const HistogramPlot valence = plotOf(panel, Displays::DHistA);
+    const HistogramPlot thickness = plotOf(panel, Displays::DHistDMut);
     checkBoxes(thickness, true, {});
     *valence.main = readyCounts(1.0, 4.0, {0, 0, 0, 1, 0, 0, 0});
     *thickness.main = readyCounts(0.0, 2.0, {0, 0, 1, 0, 0});
-    const QImage asCountedByHand = shownOn(valence);
-    const QImage thicknessByHand = shownOn(thickness);
+    const QImage asCountedByHand = pictureOf(valence);
+    const QImage thicknessByHand = pictureOf(thickness);
     panel.calcMap();
-    QVERIFY(isSamePicture(shownOn(valence), asCountedByHand));
-    QVERIFY(isSamePicture(shownOn(thickness), thicknessByHand));
+    QVERIFY(isSamePicture(pictureOf(valence), asCountedByHand));
+    QVERIFY(isSamePicture(pictureOf(thickness), thicknessByHand));
     QVERIFY(showsOnly(valence, true, {}));
     QVERIFY(showsOnly(thickness, true, {}));
 }
 
-void tst_FourPsHistograms::boxOfAnUnusedRowIsNotAsked()
+void tst_FourPsHistograms::boxOfAnUnusedRowIsIgnored()
 {
     setReferences(*m_panel, {1, 3}, {});
-    checkBoxes(family(Displays::DHistA), false, {0, 3});
-    checkBoxes(family(Displays::DHistDMut), false, {1, 2});
+    checkBoxes(plotFor(Displays::DHistA), false, {0, 3});
+    checkBoxes(plotFor(Displays::DHistDMut), false, {1, 2});
     QVERIFY(!m_panel->ratioChecked(0)); // row 1
-    QVERIFY(m_panel->ratioChecked(1));  // row 3, valid or not
+    QVERIFY(m_panel->ratioChecked(1));  // row 3, whether it is valid or not
     QVERIFY(m_panel->dMutChecked(0));
     QVERIFY(!m_panel->dMutChecked(1));
-    QVERIFY(!m_panel->ratioChecked(2)); // no such reference
+    QVERIFY(!m_panel->ratioChecked(2)); // there is no such reference
     QVERIFY(!m_panel->dMutChecked(2));
     QVERIFY(!m_panel->ratioChecked(-1));
     QVERIFY(!m_panel->dMutChecked(-1));
 }
 
-// The third row is the second in use: the box of the row, the histogram of the
-// place.
-void tst_FourPsHistograms::currentHistogramOfSharesLeavesThePlotAlone()
+// The third row is the second one in use: the box belongs to the row, the histogram to the
+// index among the references in use.
+void tst_FourPsHistograms::currentRatioHistogramDoesNotChangeThePlot()
 {
     setReferences(*m_panel, {0, 2}, {0, 2});
-    const Family of = family(Displays::DHistA);
+    const HistogramPlot of = plotFor(Displays::DHistA);
     QCOMPARE(m_panel->currentRatioHist(), m_panel->HistV);
     checkBoxes(of, false, {2});
     QCOMPARE(m_panel->currentRatioHist(), m_panel->HistRatio.at(2));

@@ -1,4 +1,4 @@
-// The mouse over the result map: double clicks and read-outs.
+// The mouse over the result map: double-clicks and the position and value fields.
 
 #include "support/MapWindows.h"
 #include "support/MouseInput.h"
@@ -18,8 +18,8 @@ constexpr int ratio2 = 1;
 constexpr int c1 = 9;
 constexpr int valence = 11;
 
-/// A double click as the user makes it.
-void clickTwice(QWidget* surface, Qt::MouseButton button, Qt::KeyboardModifiers keys)
+/// The full event sequence of a double-click.
+void fullDoubleClick(QWidget* surface, Qt::MouseButton button, Qt::KeyboardModifiers keys)
 {
     const QPointF at(30.0, 40.0);
     press(surface, at, button, keys);
@@ -37,24 +37,24 @@ class tst_FourPsMapMouse : public QObject
 private Q_SLOTS:
     void init();
 
-    void doubleClickChoosesLimits_data();
-    void doubleClickChoosesLimits();
+    void doubleClickSetsTheLimits_data();
+    void doubleClickSetsTheLimits();
     void shiftOnlyRaisesTheLimits_data();
     void shiftOnlyRaisesTheLimits();
-    void scanOfADoubleClickTakesTheShownQuantity();
-    void nextPaintSetsItsOwnLimits_data();
-    void nextPaintSetsItsOwnLimits();
-    void everyDoubleClickShowsTheWholeMapAgain_data();
-    void everyDoubleClickShowsTheWholeMapAgain();
+    void doubleClickScansTheShownQuantity();
+    void nextPaintSetsTheLimitsOfTheQuantity_data();
+    void nextPaintSetsTheLimitsOfTheQuantity();
+    void doubleClickWithAnyButtonShowsTheWholeMap_data();
+    void doubleClickWithAnyButtonShowsTheWholeMap();
     void doubleClickRepaintsThePanel();
-    void doubleClickInThePoppedOutWindowCounts();
-    void singleClickLeavesViewAndLimits();
+    void doubleClickWorksInThePoppedOutWindow();
+    void singleClickKeepsViewAndLimits();
 
-    void moveShowsPlaceAndValueOfEachPixel();
-    void valueShowsSixDigitsFromItsStart();
-    void valueWithoutNumberIsShownAsSuch();
-    void moveInTheZoomedViewReadsItsPixel();
-    void dragReadsAsWell();
+    void mouseMoveShowsPositionAndValue();
+    void valueHasSixDigitsAndCursorAtStart();
+    void nonFiniteValueIsShownAsText();
+    void moveInTheZoomedViewReadsTheRightPixel();
+    void dragShowsTheValueToo();
 
 private:
     DispMBase* window() const { return m_panel->MapDisp; }
@@ -69,7 +69,7 @@ void tst_FourPsMapMouse::init()
     QVERIFY(showWindow(window()));
 }
 
-void tst_FourPsMapMouse::doubleClickChoosesLimits_data()
+void tst_FourPsMapMouse::doubleClickSetsTheLimits_data()
 {
     using Keys = Qt::KeyboardModifiers;
     QTest::addColumn<Qt::MouseButton>("button");
@@ -95,13 +95,13 @@ void tst_FourPsMapMouse::doubleClickChoosesLimits_data()
     add("Shift and Alt", Qt::ShiftModifier | Qt::AltModifier, left);
     add("Control and Alt", Qt::ControlModifier | Qt::AltModifier, left);
     add("all three", Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier, left);
-    add("right", Qt::NoModifier, left, Qt::RightButton);
+    add("right button", Qt::NoModifier, left, Qt::RightButton);
     add("right with Shift", Qt::ShiftModifier, left, Qt::RightButton);
     add("right with Control", Qt::ControlModifier, left, Qt::RightButton);
-    add("middle", Qt::NoModifier, left, Qt::MiddleButton);
+    add("middle button", Qt::NoModifier, left, Qt::MiddleButton);
 }
 
-void tst_FourPsMapMouse::doubleClickChoosesLimits()
+void tst_FourPsMapMouse::doubleClickSetsTheLimits()
 {
     QFETCH(Qt::MouseButton, button);
     QFETCH(Qt::KeyboardModifiers, keys);
@@ -109,7 +109,7 @@ void tst_FourPsMapMouse::doubleClickChoosesLimits()
     setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
     picture(window());
     window()->setZRange(0.6, 0.7);
-    clickTwice(surface(), button, keys);
+    fullDoubleClick(surface(), button, keys);
     QCOMPARE(limitTexts(window()), texts);
     QCOMPARE(barLimits(window()), QList<double>({texts.at(0).toDouble(), texts.at(1).toDouble()}));
     QCOMPARE(window()->MinV->cursorPosition(), 0);
@@ -134,11 +134,11 @@ void tst_FourPsMapMouse::shiftOnlyRaisesTheLimits()
     setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
     picture(window());
     window()->setZRange(low, high);
-    clickTwice(surface(), Qt::LeftButton, Qt::ShiftModifier);
+    fullDoubleClick(surface(), Qt::LeftButton, Qt::ShiftModifier);
     QTEST(limitTexts(window()), "texts");
 }
 
-void tst_FourPsMapMouse::scanOfADoubleClickTakesTheShownQuantity()
+void tst_FourPsMapMouse::doubleClickScansTheShownQuantity()
 {
     setFractions(*m_panel, 2, 1, {{0.25, 1.0}, {0.75, 5.0}});
     for (const auto& [quantity, texts] : {std::pair<int, QStringList>{ratio1, {"0.25", "0.75"}},
@@ -148,12 +148,12 @@ void tst_FourPsMapMouse::scanOfADoubleClickTakesTheShownQuantity()
                                           {4, {"0", "0"}}}) {
         mapRadio(*m_panel, quantity)->setChecked(true);
         window()->setZRange(40.0, 50.0);
-        clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+        fullDoubleClick(surface(), Qt::LeftButton, Qt::NoModifier);
         QCOMPARE(limitTexts(window()), texts);
     }
 }
 
-void tst_FourPsMapMouse::nextPaintSetsItsOwnLimits_data()
+void tst_FourPsMapMouse::nextPaintSetsTheLimitsOfTheQuantity_data()
 {
     using Keys = Qt::KeyboardModifiers;
     QTest::addColumn<int>("quantity");
@@ -167,7 +167,7 @@ void tst_FourPsMapMouse::nextPaintSetsItsOwnLimits_data()
     }
 }
 
-void tst_FourPsMapMouse::nextPaintSetsItsOwnLimits()
+void tst_FourPsMapMouse::nextPaintSetsTheLimitsOfTheQuantity()
 {
     QFETCH(int, quantity);
     QFETCH(Qt::KeyboardModifiers, keys);
@@ -176,7 +176,7 @@ void tst_FourPsMapMouse::nextPaintSetsItsOwnLimits()
     setQuantity(*m_panel, quantity, 3, 1, values);
     picture(window());
     window()->setZRange(2.0, 3.0);
-    clickTwice(surface(), Qt::LeftButton, keys);
+    fullDoubleClick(surface(), Qt::LeftButton, keys);
     PaintCounter paints(surface());
     QVERIFY(paints.within() >= 1);
     QCOMPARE(limitTexts(window()), texts);
@@ -185,7 +185,7 @@ void tst_FourPsMapMouse::nextPaintSetsItsOwnLimits()
     QCOMPARE(picture(window()), plainPicture(window(), {3, 1, values, low, high}));
 }
 
-void tst_FourPsMapMouse::everyDoubleClickShowsTheWholeMapAgain_data()
+void tst_FourPsMapMouse::doubleClickWithAnyButtonShowsTheWholeMap_data()
 {
     QTest::addColumn<Qt::MouseButton>("button");
     QTest::newRow("left") << Qt::LeftButton;
@@ -193,7 +193,7 @@ void tst_FourPsMapMouse::everyDoubleClickShowsTheWholeMapAgain_data()
     QTest::newRow("middle") << Qt::MiddleButton;
 }
 
-void tst_FourPsMapMouse::everyDoubleClickShowsTheWholeMapAgain()
+void tst_FourPsMapMouse::doubleClickWithAnyButtonShowsTheWholeMap()
 {
     QFETCH(Qt::MouseButton, button);
     setQuantity(*m_panel, ratio1, 3, 2, QList<double>(6, 0.5));
@@ -202,7 +202,7 @@ void tst_FourPsMapMouse::everyDoubleClickShowsTheWholeMapAgain()
     turnWheel(surface(), {100.0, 100.0}, {0, 120});
     picture(window());
     QVERIFY(viewOf(window()) != QList<double>({0.0, 0.0, 3.0, 2.0}));
-    clickTwice(surface(), button, Qt::NoModifier);
+    fullDoubleClick(surface(), button, Qt::NoModifier);
     QTest::qWait(20);
     QCOMPARE(viewOf(window()), QList<double>({0.0, 0.0, 3.0, 2.0}));
     QVERIFY(surface()->hasScale);
@@ -214,28 +214,28 @@ void tst_FourPsMapMouse::doubleClickRepaintsThePanel()
     setQuantity(*m_panel, ratio1, 1, 1, {0.5});
     PaintCounter paints(m_panel.get());
     paints.settle();
-    clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+    fullDoubleClick(surface(), Qt::LeftButton, Qt::NoModifier);
     QCOMPARE(paints.within(), 1);
-    clickTwice(surface(), Qt::RightButton, Qt::NoModifier);
+    fullDoubleClick(surface(), Qt::RightButton, Qt::NoModifier);
     QCOMPARE(paints.within(), 2);
     m_panel->BaseData.clear();
-    clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+    fullDoubleClick(surface(), Qt::LeftButton, Qt::NoModifier);
     QCOMPARE(paints.within(), 2);
     m_panel->hide();
 }
 
-void tst_FourPsMapMouse::doubleClickInThePoppedOutWindowCounts()
+void tst_FourPsMapMouse::doubleClickWorksInThePoppedOutWindow()
 {
     setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
     QVERIFY(popOut(window()));
     window()->setZRange(0.6, 0.7);
-    clickTwice(surface(), Qt::LeftButton, Qt::NoModifier);
+    fullDoubleClick(surface(), Qt::LeftButton, Qt::NoModifier);
     QCOMPARE(limitTexts(window()), QStringList({"0.45", "0.9"}));
     QTest::qWait(40);
     QCOMPARE(limitTexts(window()), QStringList({"-0.1", "1.1"}));
 }
 
-void tst_FourPsMapMouse::singleClickLeavesViewAndLimits()
+void tst_FourPsMapMouse::singleClickKeepsViewAndLimits()
 {
     setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
     picture(window());
@@ -247,7 +247,7 @@ void tst_FourPsMapMouse::singleClickLeavesViewAndLimits()
     QCOMPARE(limitTexts(window()), QStringList({"0.6", "0.7"}));
 }
 
-void tst_FourPsMapMouse::moveShowsPlaceAndValueOfEachPixel()
+void tst_FourPsMapMouse::mouseMoveShowsPositionAndValue()
 {
     setQuantity(*m_panel, ratio1, 3, 2, {0.125, 0.25, 0.375, 0.5, 0.625, 0.75});
     picture(window());
@@ -262,7 +262,7 @@ void tst_FourPsMapMouse::moveShowsPlaceAndValueOfEachPixel()
     }
 }
 
-void tst_FourPsMapMouse::valueShowsSixDigitsFromItsStart()
+void tst_FourPsMapMouse::valueHasSixDigitsAndCursorAtStart()
 {
     setQuantity(*m_panel, ratio1, 1, 1, {-1.0 / 3.0});
     window()->Val->setText("a long text");
@@ -272,7 +272,7 @@ void tst_FourPsMapMouse::valueShowsSixDigitsFromItsStart()
     QCOMPARE(window()->Val->cursorPosition(), 0);
 }
 
-void tst_FourPsMapMouse::valueWithoutNumberIsShownAsSuch()
+void tst_FourPsMapMouse::nonFiniteValueIsShownAsText()
 {
     setQuantity(
         *m_panel, ratio1, 2, 1,
@@ -283,7 +283,7 @@ void tst_FourPsMapMouse::valueWithoutNumberIsShownAsSuch()
     QCOMPARE(window()->Val->text(), "-inf");
 }
 
-void tst_FourPsMapMouse::moveInTheZoomedViewReadsItsPixel()
+void tst_FourPsMapMouse::moveInTheZoomedViewReadsTheRightPixel()
 {
     QList<double> values;
     for (int i = 0; i < 100; ++i) {
@@ -291,7 +291,7 @@ void tst_FourPsMapMouse::moveInTheZoomedViewReadsItsPixel()
     }
     setQuantity(*m_panel, ratio1, 10, 10, values);
     picture(window());
-    // Column 4 and line 7 alone, and what is right above.
+    // Zooms to column 4 and rows 7 and 8.
     surface()->cc.setReal(4.0, 7.0, 5.0, 9.0);
     const double width = surface()->width();
     const double height = surface()->height();
@@ -301,7 +301,7 @@ void tst_FourPsMapMouse::moveInTheZoomedViewReadsItsPixel()
     QCOMPARE(window()->Val->text(), "0.84");
 }
 
-void tst_FourPsMapMouse::dragReadsAsWell()
+void tst_FourPsMapMouse::dragShowsTheValueToo()
 {
     setQuantity(*m_panel, ratio1, 2, 1, {0.125, 0.25});
     picture(window());

@@ -17,8 +17,8 @@ constexpr int dMut1 = 4;
 constexpr int c1 = 9;
 constexpr int c2 = 10;
 
-/// Two references at four energies, the non-equivalent method with a linear
-/// background, and a line of pixels in each of the four rows.
+/// Prepares the non-equivalent method with two references, five energies and a linear
+/// background. The maps of the five rows have one line of pixels.
 void prepareNonEquivalent(FourPs& panel, const QList<double>& parts)
 {
     const QList<double> energies{1000, 2000, 3000, 4000, 5000};
@@ -39,7 +39,7 @@ void prepareNonEquivalent(FourPs& panel, const QList<double>& parts)
     clearMessages(panel);
 }
 
-/// The values of one quantity as the calculation stored them.
+/// The values of one quantity in the stored result.
 QList<double> storedValues(const FourPs& panel, int quantity)
 {
     QList<double> values;
@@ -58,24 +58,22 @@ struct WindowPaints {
         data.settle();
     }
 
-    /// Those of the result map and of the data map.
+    /// The paints of the result map and of the data map.
     QList<int> counts() const { return {result.within(), data.count()}; }
 
-    /// Whether the result map, or else the data map, was painted alone. A paint
-    /// that sets limits brings another one with it.
-    bool wereOfOne(bool ofTheResult) const
+    /// Whether only the result map (or only the data map) was painted.
+    bool isOnlyPaintOf(bool ofResult) const
     {
         const QList<int> times = counts();
-        return ofTheResult ? times.at(0) > 0 && times.at(1) == 0
-                           : times.at(0) == 0 && times.at(1) > 0;
+        return ofResult ? times.at(0) > 0 && times.at(1) == 0 : times.at(0) == 0 && times.at(1) > 0;
     }
 
     PaintCounter result;
     PaintCounter data;
 };
 
-/// Paints the map, and then gives it a view and limits that no paint would choose.
-void paintAndSetByHand(DispMBase* window)
+/// Paints the map, then sets a view and limits that no paint would set.
+void paintAndSetManually(DispMBase* window)
 {
     picture(window);
     window->DispA->cc.setReal(-0.5, -0.25, 1.5, 2.75);
@@ -93,26 +91,26 @@ private Q_SLOTS:
 
     void reopenedWindowKeepsZoomAndLimits();
 
-    void chosenQuantityKeepsTheZoom();
-    void chosenQuantityTakesItsLimitsAtOnce();
-    void chosenSlopeKeepsTheLimitsInTheWholeView();
-    void chosenQuantityRepaintsTheResultMap_data();
-    void chosenQuantityRepaintsTheResultMap();
-    void everyRadioIsHeard();
+    void selectingAQuantityKeepsTheZoom();
+    void selectingAQuantitySetsItsLimitsImmediately();
+    void selectingASlopeKeepsTheLimits();
+    void selectingAQuantityRepaintsTheResultMap_data();
+    void selectingAQuantityRepaintsTheResultMap();
+    void everyQuantityRadioIsConnected();
 
     void gridBoxRepaintsBothWindows_data();
     void gridBoxRepaintsBothWindows();
     void gridBoxKeepsZoomAndLimits();
-    void updateOfBothMapsIgnoresItsArgument();
+    void updateMapsIgnoresItsArgument();
 
-    void chosenRowRepaintsTheDataMapAlone_data();
-    void chosenRowRepaintsTheDataMapAlone();
-    void everyRowRadioIsHeard();
+    void selectingARowRepaintsOnlyTheDataMap_data();
+    void selectingARowRepaintsOnlyTheDataMap();
+    void everyRowRadioIsConnected();
 
-    void nonEquivalentRunFitsTheResultMapAfresh_data();
-    void nonEquivalentRunFitsTheResultMapAfresh();
-    void repeatedNonEquivalentRunFitsTheResultMapAfresh();
-    void refusedRunLeavesTheResultMap();
+    void nonEquivalentRunFitsViewAndLimits_data();
+    void nonEquivalentRunFitsViewAndLimits();
+    void repeatedNonEquivalentRunFitsViewAndLimits();
+    void refusedRunKeepsTheResultMap();
     void fourPointsRunKeepsViewAndLimits_data();
     void fourPointsRunKeepsViewAndLimits();
     void repeatedFourPointsRunKeepsViewAndLimits();
@@ -120,13 +118,13 @@ private Q_SLOTS:
     void resultOfAnotherSizeFitsTheViewAndKeepsTheLimits_data();
     void resultOfAnotherSizeFitsTheViewAndKeepsTheLimits();
     void sizeChangedWhileTheWindowWasClosedFitsTheView();
-    void resultOfAnotherSizeTakesItsLimitsInAWindowNeverShown();
-    void resultWithoutASizeKeepsTheViewUntilTheNext();
-    void limitsTypedBeforeAnotherSizeStay();
-    void runsLeaveTheDataMap();
+    void windowShownForTheFirstTimeFitsViewAndLimits();
+    void resultWithoutSizeKeepsTheView();
+    void typedLimitsAreKeptForAnotherSize();
+    void runsKeepTheDataMap();
 
-    void paintThatSetsLimitsIsTheOnlyOne_data();
-    void paintThatSetsLimitsIsTheOnlyOne();
+    void settingLimitsInAPaintNeedsNoSecondPaint_data();
+    void settingLimitsInAPaintNeedsNoSecondPaint();
 
 private:
     DispMBase* result() const { return m_panel->MapDisp; }
@@ -162,7 +160,7 @@ void tst_FourPsMapRepaints::reopenedWindowKeepsZoomAndLimits()
     QCOMPARE(barLimits(result()), QList<double>({-0.1, 0.75}));
 }
 
-void tst_FourPsMapRepaints::chosenQuantityKeepsTheZoom()
+void tst_FourPsMapRepaints::selectingAQuantityKeepsTheZoom()
 {
     setResult(*m_panel, 2, 2, {{0.1, 0.9}, {0.2, 0.8}, {0.3, 0.7}, {0.4, 0.6}});
     mapRadio(*m_panel, ratio1)->click();
@@ -172,7 +170,7 @@ void tst_FourPsMapRepaints::chosenQuantityKeepsTheZoom()
     const QPoint at(size.width() / 2, size.height() / 2);
     tests::move(result()->DispA, at);
     turnWheel(result()->DispA, at, {0, 120});
-    // By 1 / 1.1 about the middle, which is cut to a whole pixel.
+    // The view shrinks by 1 / 1.1 about the middle, which is rounded down to a whole pixel.
     const double x = 2.0 * at.x() / size.width();
     const double y = 2.0 * (size.height() - at.y()) / size.height();
     const QList<double> zoomed{x - x / 1.1, y - y / 1.1, x + (2.0 - x) / 1.1, y + (2.0 - y) / 1.1};
@@ -186,7 +184,7 @@ void tst_FourPsMapRepaints::chosenQuantityKeepsTheZoom()
                                  {{}, view.at(0), view.at(1), view.at(2), view.at(3)}));
 }
 
-void tst_FourPsMapRepaints::chosenQuantityTakesItsLimitsAtOnce()
+void tst_FourPsMapRepaints::selectingAQuantitySetsItsLimitsImmediately()
 {
     setQuantity(*m_panel, ratio1, 1, 1, {0.5});
     picture(result());
@@ -196,14 +194,14 @@ void tst_FourPsMapRepaints::chosenQuantityTakesItsLimitsAtOnce()
     m_panel->ui.MapValence->click();
     QCOMPARE(limitTexts(result()), QStringList({"1.5", "3.5"}));
     QVERIFY(result()->DispA->hasScale);
-    // Called by itself it does the same.
+    // Calling the slot directly has the same effect.
     result()->setZRange(40.0, 50.0);
     m_panel->selectedNewMap();
     QCOMPARE(limitTexts(result()), QStringList({"1.5", "3.5"}));
 }
 
-// The automatic range is set by the first paint, and no choice clears it.
-void tst_FourPsMapRepaints::chosenSlopeKeepsTheLimitsInTheWholeView()
+// The first paint sets the automatic range, and selecting a quantity does not clear it.
+void tst_FourPsMapRepaints::selectingASlopeKeepsTheLimits()
 {
     setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
     picture(result());
@@ -211,7 +209,7 @@ void tst_FourPsMapRepaints::chosenSlopeKeepsTheLimitsInTheWholeView()
     QCOMPARE(picture(result()), plainPicture(result(), {2, 1, {0.3, 0.9}, -0.1, 1.1}));
 }
 
-void tst_FourPsMapRepaints::chosenQuantityRepaintsTheResultMap_data()
+void tst_FourPsMapRepaints::selectingAQuantityRepaintsTheResultMap_data()
 {
     QTest::addColumn<bool>("out");
     QTest::addColumn<int>("quantity");
@@ -221,7 +219,7 @@ void tst_FourPsMapRepaints::chosenQuantityRepaintsTheResultMap_data()
     QTest::newRow("without limits, popped out") << true << c1;
 }
 
-void tst_FourPsMapRepaints::chosenQuantityRepaintsTheResultMap()
+void tst_FourPsMapRepaints::selectingAQuantityRepaintsTheResultMap()
 {
     QFETCH(bool, out);
     QFETCH(int, quantity);
@@ -232,8 +230,9 @@ void tst_FourPsMapRepaints::chosenQuantityRepaintsTheResultMap()
     QCOMPARE(paints.counts(), QList<int>({1, 0}));
 }
 
-// Each takes its own limits at once, or leaves those of the one before: the slopes.
-void tst_FourPsMapRepaints::everyRadioIsHeard()
+// Selecting a quantity sets its preset limits. The slopes have none and keep the current
+// limits.
+void tst_FourPsMapRepaints::everyQuantityRadioIsConnected()
 {
     for (int quantity = 12; quantity >= 0; --quantity) {
         result()->setZRange(40.0, 50.0);
@@ -288,7 +287,7 @@ void tst_FourPsMapRepaints::gridBoxKeepsZoomAndLimits()
     }
 }
 
-void tst_FourPsMapRepaints::updateOfBothMapsIgnoresItsArgument()
+void tst_FourPsMapRepaints::updateMapsIgnoresItsArgument()
 {
     QVERIFY(showBoth(false));
     for (const bool argument : {false, true}) {
@@ -298,12 +297,12 @@ void tst_FourPsMapRepaints::updateOfBothMapsIgnoresItsArgument()
     }
 }
 
-void tst_FourPsMapRepaints::chosenRowRepaintsTheDataMapAlone_data()
+void tst_FourPsMapRepaints::selectingARowRepaintsOnlyTheDataMap_data()
 {
     gridBoxRepaintsBothWindows_data();
 }
 
-void tst_FourPsMapRepaints::chosenRowRepaintsTheDataMapAlone()
+void tst_FourPsMapRepaints::selectingARowRepaintsOnlyTheDataMap()
 {
     QFETCH(bool, out);
     setMap(*m_panel, 0, {1.0, 2.0});
@@ -311,11 +310,11 @@ void tst_FourPsMapRepaints::chosenRowRepaintsTheDataMapAlone()
     QVERIFY(showBoth(out));
     const WindowPaints paints(*m_panel);
     m_panel->EPoints.at(3)->ShowMapB->click();
-    QVERIFY(paints.wereOfOne(false));
+    QVERIFY(paints.isOnlyPaintOf(false));
     QCOMPARE(picture(data()), plainPicture(data(), {3, 1, {5.0, 7.0, 6.0}, 5.0, 7.0}));
 }
 
-void tst_FourPsMapRepaints::everyRowRadioIsHeard()
+void tst_FourPsMapRepaints::everyRowRadioIsConnected()
 {
     for (const int row : {1, 2, 3, 4, 5, 6, 7, 0}) {
         data()->DispA->hasScale = true;
@@ -325,12 +324,12 @@ void tst_FourPsMapRepaints::everyRowRadioIsHeard()
     }
 }
 
-void tst_FourPsMapRepaints::nonEquivalentRunFitsTheResultMapAfresh_data()
+void tst_FourPsMapRepaints::nonEquivalentRunFitsViewAndLimits_data()
 {
     gridBoxRepaintsBothWindows_data();
 }
 
-void tst_FourPsMapRepaints::nonEquivalentRunFitsTheResultMapAfresh()
+void tst_FourPsMapRepaints::nonEquivalentRunFitsViewAndLimits()
 {
     QFETCH(bool, out);
     prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});
@@ -342,14 +341,14 @@ void tst_FourPsMapRepaints::nonEquivalentRunFitsTheResultMapAfresh()
     m_panel->ui.CalcMapB->click();
     QVERIFY(messages(*m_panel).isEmpty());
     QVERIFY(!result()->DispA->hasScale);
-    QVERIFY(paints.wereOfOne(true));
+    QVERIFY(paints.isOnlyPaintOf(true));
     QVERIFY(result()->DispA->hasScale);
     QCOMPARE(m_panel->BaseData.xNum, 3);
     QCOMPARE(picture(result()),
              plainPicture(result(), {3, 1, storedValues(*m_panel, ratio1), -0.1, 1.1}));
 }
 
-void tst_FourPsMapRepaints::repeatedNonEquivalentRunFitsTheResultMapAfresh()
+void tst_FourPsMapRepaints::repeatedNonEquivalentRunFitsViewAndLimits()
 {
     prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});
     mapRadio(*m_panel, ratio1)->setChecked(true);
@@ -361,15 +360,15 @@ void tst_FourPsMapRepaints::repeatedNonEquivalentRunFitsTheResultMapAfresh()
     const WindowPaints paints(*m_panel);
     const A2DRow* before = m_panel->BaseData.rows.constData();
     m_panel->ui.CalcMapB->click();
-    // Nothing was calculated anew.
+    // The inputs are unchanged, so the map was not calculated again.
     QCOMPARE(m_panel->BaseData.rows.constData(), before);
     QVERIFY(!result()->DispA->hasScale);
-    QVERIFY(paints.wereOfOne(true));
+    QVERIFY(paints.isOnlyPaintOf(true));
     QCOMPARE(viewOf(result()), QList<double>({0.0, 0.0, 3.0, 1.0}));
     QCOMPARE(limitTexts(result()), QStringList({"-0.1", "1.1"}));
 }
 
-void tst_FourPsMapRepaints::refusedRunLeavesTheResultMap()
+void tst_FourPsMapRepaints::refusedRunKeepsTheResultMap()
 {
     prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});
     m_panel->calcMap();
@@ -395,11 +394,11 @@ void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits_data()
 void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits()
 {
     QFETCH(bool, out);
-    // a = 1/2 in the one pixel.
+    // The only pixel has a = 1/2.
     prepareThreePointMaps(*m_panel);
     setQuantity(*m_panel, ratio1, 1, 1, {0.2});
     QVERIFY(showBoth(out));
-    paintAndSetByHand(result());
+    paintAndSetManually(result());
     const WindowPaints paints(*m_panel);
     m_panel->ui.CalcMapB->click();
     QVERIFY(messages(*m_panel).isEmpty());
@@ -416,7 +415,7 @@ void tst_FourPsMapRepaints::repeatedFourPointsRunKeepsViewAndLimits()
     prepareThreePointMaps(*m_panel);
     m_panel->calcMap();
     QVERIFY(showBoth(false));
-    paintAndSetByHand(result());
+    paintAndSetManually(result());
     m_panel->calcMap();
     QVERIFY(result()->DispA->hasScale);
     picture(result());
@@ -468,7 +467,7 @@ void tst_FourPsMapRepaints::sizeChangedWhileTheWindowWasClosedFitsTheView()
     m_panel->calcMap();
     mapRadio(*m_panel, ratio1)->setChecked(true);
     QVERIFY(showBoth(false));
-    paintAndSetByHand(result());
+    paintAndSetManually(result());
     result()->close();
     setMap(*m_panel, 0, {1, 1});
     setMap(*m_panel, 1, {5, 5});
@@ -479,7 +478,7 @@ void tst_FourPsMapRepaints::sizeChangedWhileTheWindowWasClosedFitsTheView()
     QCOMPARE(picture(result()), plainPicture(result(), {2, 1, {0.5, 0.5}, 0.25, 0.75}));
 }
 
-void tst_FourPsMapRepaints::resultOfAnotherSizeTakesItsLimitsInAWindowNeverShown()
+void tst_FourPsMapRepaints::windowShownForTheFirstTimeFitsViewAndLimits()
 {
     prepareThreePointMaps(*m_panel);
     m_panel->calcMap();
@@ -493,12 +492,12 @@ void tst_FourPsMapRepaints::resultOfAnotherSizeTakesItsLimitsInAWindowNeverShown
     QCOMPARE(limitTexts(result()), QStringList({"-0.1", "1.1"}));
 }
 
-void tst_FourPsMapRepaints::resultWithoutASizeKeepsTheViewUntilTheNext()
+void tst_FourPsMapRepaints::resultWithoutSizeKeepsTheView()
 {
     prepareThreePointMaps(*m_panel);
     m_panel->calcMap();
     QVERIFY(showBoth(false));
-    paintAndSetByHand(result());
+    paintAndSetManually(result());
     m_panel->EPoints.at(2)->yNum = 0;
     m_panel->calcMap();
     QVERIFY(isBlank(picture(result())));
@@ -509,7 +508,7 @@ void tst_FourPsMapRepaints::resultWithoutASizeKeepsTheViewUntilTheNext()
     QCOMPARE(limitTexts(result()), QStringList({"0.25", "0.75"}));
 }
 
-void tst_FourPsMapRepaints::limitsTypedBeforeAnotherSizeStay()
+void tst_FourPsMapRepaints::typedLimitsAreKeptForAnotherSize()
 {
     prepareThreePointMaps(*m_panel);
     m_panel->calcMap();
@@ -526,7 +525,7 @@ void tst_FourPsMapRepaints::limitsTypedBeforeAnotherSizeStay()
     QCOMPARE(barLimits(result()), QList<double>({lower, 2.75}));
 }
 
-void tst_FourPsMapRepaints::runsLeaveTheDataMap()
+void tst_FourPsMapRepaints::runsKeepTheDataMap()
 {
     prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});
     picture(data());
@@ -540,13 +539,13 @@ void tst_FourPsMapRepaints::runsLeaveTheDataMap()
     QCOMPARE(limitTexts(data()), QStringList({"0.25", "0.5"}));
 }
 
-void tst_FourPsMapRepaints::paintThatSetsLimitsIsTheOnlyOne_data()
+void tst_FourPsMapRepaints::settingLimitsInAPaintNeedsNoSecondPaint_data()
 {
     gridBoxRepaintsBothWindows_data();
 }
 
-// The limits that a paint sets show in it already, and ask for no other one.
-void tst_FourPsMapRepaints::paintThatSetsLimitsIsTheOnlyOne()
+// The limits that a paint sets are visible in the same paint; no second one is requested.
+void tst_FourPsMapRepaints::settingLimitsInAPaintNeedsNoSecondPaint()
 {
     QFETCH(bool, out);
     setQuantity(*m_panel, c1, 2, 1, {0.5, 0.6});

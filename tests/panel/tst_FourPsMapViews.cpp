@@ -16,26 +16,26 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 enum Quantity { Ratio1, Ratio2, DMut1 = 4, Mut0 = 8, C1, C2, Valence, Amount };
 
-// A value that is another one for each pixel and each quantity.
-double ownValue(int pixel, int quantity)
+// A value that differs for every pixel and quantity.
+double distinctValue(int pixel, int quantity)
 {
     return 0.37 * pixel - 0.4 + 0.11 * quantity;
 }
 
-QList<QList<double>> ownValues(int pixels)
+QList<QList<double>> distinctValues(int pixels)
 {
     QList<QList<double>> all;
     for (int pixel = 0; pixel < pixels; ++pixel) {
         QList<double> values;
         for (int quantity = 0; quantity < 13; ++quantity) {
-            values.append(ownValue(pixel, quantity));
+            values.append(distinctValue(pixel, quantity));
         }
         all.append(values);
     }
     return all;
 }
 
-// Limits with the references of setTwoReferences(): the jumps add up to 8.
+// The limits with the references of setTwoReferences(), whose edge jumps add up to 8.
 constexpr double amountLow = -0.8;
 const double amountHigh = 8.0 * 1.1;
 
@@ -56,25 +56,25 @@ private Q_SLOTS:
     void resultWithoutSizeIsWhite_data();
     void resultWithoutSizeIsWhite();
 
-    void everyQuantityOfTheNonEquivalentMethodShows_data();
-    void everyQuantityOfTheNonEquivalentMethodShows();
-    void valenceFollowsTheReferencesOfNow();
-    void firstRowLiesAtTheBottomAndFirstColumnAtTheLeft();
-    void surplusRecordsAreNotShown();
+    void everyQuantityOfTheNonEquivalentMethodIsShown_data();
+    void everyQuantityOfTheNonEquivalentMethodIsShown();
+    void valenceUsesTheCurrentReferences();
+    void firstRowIsAtTheBottomAndFirstColumnAtTheLeft();
+    void recordsBeyondTheSizeAreNotShown();
 
-    void presetNeedsNoResult();
+    void presetLimitsNeedNoResult();
 
     void slopesAreScanned_data();
     void slopesAreScanned();
-    void scanCountsPixelsOutsideTheRecordsAsZero();
-    void scanWithoutAnyNumberLeavesTheLimits();
+    void scanCountsMissingPixelsAsZero();
+    void scanOfOnlyNanKeepsTheLimits();
     void infinitePixelWidensTheLimits_data();
     void infinitePixelWidensTheLimits();
-    void equalValuesTakeTheFirstColour();
+    void equalValuesHaveTheFirstColour();
 
-    void typedLimitColoursTheMap();
-    void zoomedAndPannedViewShowsItsPart();
-    void squeezedBarColoursTheMap();
+    void typedLimitChangesTheColours();
+    void zoomedAndPannedViewShowsItsPartOfTheMap();
+    void squeezedColourBarChangesTheColours();
 
 private:
     DispMBase* window() const { return m_panel->MapDisp; }
@@ -109,29 +109,29 @@ void tst_FourPsMapViews::resultWithoutSizeIsWhite()
     QCOMPARE(barLimits(window()), QList<double>({0.0, 1.0}));
 }
 
-void tst_FourPsMapViews::everyQuantityOfTheNonEquivalentMethodShows_data()
+void tst_FourPsMapViews::everyQuantityOfTheNonEquivalentMethodIsShown_data()
 {
     QTest::addColumn<int>("quantity");
     QTest::addColumn<double>("low");
     QTest::addColumn<double>("high");
     for (int i = 0; i < 4; ++i) {
-        QTest::addRow("share %d", i + 1) << i << -0.1 << 1.1;
+        QTest::addRow("ratio %d", i + 1) << i << -0.1 << 1.1;
         QTest::addRow("dMut %d", i + 1) << 4 + i << amountLow << amountHigh;
     }
     QTest::newRow("mut0") << 8 << amountLow << amountHigh;
-    // Scanned: those of the first and the last pixel.
-    QTest::newRow("c1") << 9 << ownValue(0, 9) << ownValue(5, 9);
-    QTest::newRow("c2") << 10 << ownValue(0, 10) << ownValue(5, 10);
+    // Scanned limits: the values of the first and the last pixel.
+    QTest::newRow("c1") << 9 << distinctValue(0, 9) << distinctValue(5, 9);
+    QTest::newRow("c2") << 10 << distinctValue(0, 10) << distinctValue(5, 10);
     QTest::newRow("valence") << 11 << 1.5 << 3.5;
     QTest::newRow("amount") << 12 << amountLow << amountHigh;
 }
 
-void tst_FourPsMapViews::everyQuantityOfTheNonEquivalentMethodShows()
+void tst_FourPsMapViews::everyQuantityOfTheNonEquivalentMethodIsShown()
 {
     QFETCH(int, quantity);
     QFETCH(double, low);
     QFETCH(double, high);
-    setResult(*m_panel, 3, 2, ownValues(6));
+    setResult(*m_panel, 3, 2, distinctValues(6));
     mapRadio(*m_panel, quantity)->setChecked(true);
     const QImage image = picture(window());
     QCOMPARE(barLimits(window()), QList<double>({low, high}));
@@ -142,24 +142,24 @@ QList<double> tst_FourPsMapViews::shown(int quantity, int pixels) const
 {
     QList<double> values;
     for (int pixel = 0; pixel < pixels; ++pixel) {
-        values.append(ownValue(pixel, quantity));
+        values.append(distinctValue(pixel, quantity));
     }
     return values;
 }
 
-void tst_FourPsMapViews::valenceFollowsTheReferencesOfNow()
+void tst_FourPsMapViews::valenceUsesTheCurrentReferences()
 {
     setFractions(*m_panel, 1, 1, {{0.25, 1.0}});
     QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {2.75}, 1.5, 3.5}));
     m_panel->Refs.RefRows.at(0)->Valence->setText("1");
-    // The limits stay, the fraction reads 0.25 * 1 + 0.75 * 3.
+    // The limits are kept; the valence is 0.25 * 1 + 0.75 * 3.
     QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {2.5}, 1.5, 3.5}));
-    // With one valid reference alone it reads 0.
+    // With only one valid reference the valence is 0.
     m_panel->XafsFiles.at(1)->valid = false;
     QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {0.0}, 1.5, 3.5}));
 }
 
-void tst_FourPsMapViews::firstRowLiesAtTheBottomAndFirstColumnAtTheLeft()
+void tst_FourPsMapViews::firstRowIsAtTheBottomAndFirstColumnAtTheLeft()
 {
     setQuantity(*m_panel, Ratio1, 2, 2, {-0.1, 0.3, 0.7, 1.1});
     const QImage image = picture(window());
@@ -171,14 +171,14 @@ void tst_FourPsMapViews::firstRowLiesAtTheBottomAndFirstColumnAtTheLeft()
     QCOMPARE(image.pixelColor(right, 0), QColor(255, 255, 255));
 }
 
-void tst_FourPsMapViews::surplusRecordsAreNotShown()
+void tst_FourPsMapViews::recordsBeyondTheSizeAreNotShown()
 {
     setQuantity(*m_panel, C1, 2, 1, {1.0, 3.0, -50.0, 50.0});
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 3.0}, 1.0, 3.0}));
     QCOMPARE(limitTexts(window()), QStringList({"1", "3"}));
 }
 
-void tst_FourPsMapViews::presetNeedsNoResult()
+void tst_FourPsMapViews::presetLimitsNeedNoResult()
 {
     mapRadio(*m_panel, Ratio2)->setChecked(true);
     window()->setZRange(40.0, 50.0);
@@ -206,7 +206,7 @@ void tst_FourPsMapViews::slopesAreScanned()
     QCOMPARE(window()->MaxV->cursorPosition(), 0);
 }
 
-void tst_FourPsMapViews::scanCountsPixelsOutsideTheRecordsAsZero()
+void tst_FourPsMapViews::scanCountsMissingPixelsAsZero()
 {
     setQuantity(*m_panel, C2, 2, 2, {3.0, 5.0, 4.0});
     picture(window());
@@ -217,7 +217,7 @@ void tst_FourPsMapViews::scanCountsPixelsOutsideTheRecordsAsZero()
     QCOMPARE(barLimits(window()), QList<double>({-5.0, 0.0}));
 }
 
-void tst_FourPsMapViews::scanWithoutAnyNumberLeavesTheLimits()
+void tst_FourPsMapViews::scanOfOnlyNanKeepsTheLimits()
 {
     window()->setZRange(40.0, 50.0);
     setQuantity(*m_panel, C1, 2, 1, {notANumber, notANumber});
@@ -240,12 +240,12 @@ void tst_FourPsMapViews::infinitePixelWidensTheLimits()
 {
     QFETCH(double, value);
     setQuantity(*m_panel, C1, 3, 1, {2.0, value, 6.0});
-    // No finite distance between the limits: everything has the first colour.
+    // The difference of the limits is infinite, so every pixel has the first colour.
     QCOMPARE(picture(window()), plainPicture(window(), {3, 1, {0.0, 0.0, 0.0}, 0.0, 1.0}));
     QTEST(limitTexts(window()), "texts");
 }
 
-void tst_FourPsMapViews::equalValuesTakeTheFirstColour()
+void tst_FourPsMapViews::equalValuesHaveTheFirstColour()
 {
     setQuantity(*m_panel, C1, 2, 2, {4.0, 4.0, 4.0, 4.0});
     QImage black(window()->DispA->size(), QImage::Format_RGB32);
@@ -255,7 +255,7 @@ void tst_FourPsMapViews::equalValuesTakeTheFirstColour()
     QCOMPARE(limitTexts(window()), QStringList({"4", "4"}));
 }
 
-void tst_FourPsMapViews::typedLimitColoursTheMap()
+void tst_FourPsMapViews::typedLimitChangesTheColours()
 {
     setQuantity(*m_panel, Ratio1, 2, 1, {0.0, 1.0});
     picture(window());
@@ -265,7 +265,7 @@ void tst_FourPsMapViews::typedLimitColoursTheMap()
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {0.0, 1.0}, -4.0, 2.3}));
 }
 
-void tst_FourPsMapViews::zoomedAndPannedViewShowsItsPart()
+void tst_FourPsMapViews::zoomedAndPannedViewShowsItsPartOfTheMap()
 {
     const QList<double> values{0.0, 0.2, 0.4, 0.6, 0.8, 1.0};
     setQuantity(*m_panel, Ratio1, 3, 2, values);
@@ -277,9 +277,9 @@ void tst_FourPsMapViews::zoomedAndPannedViewShowsItsPart()
     QCOMPARE(picture(window()), plainPicture(window(), map, {{}, -2.5, -1.25, 4.0, 5.0}));
 }
 
-// The upper limit stands for twice the table, so that all from its middle on is
-// white.
-void tst_FourPsMapViews::squeezedBarColoursTheMap()
+// The upper limit is at twice the length of the colour table, so every value from the
+// middle on is white.
+void tst_FourPsMapViews::squeezedColourBarChangesTheColours()
 {
     setQuantity(*m_panel, C1, 3, 1, {0.0, 192.0, 768.0});
     picture(window());

@@ -1,5 +1,5 @@
-// The message box under many lines: its text, what it shows, and the work that a
-// reflex makes in it.
+// The message box with many lines: its text, its scroll position, and how recalculations
+// write to it.
 
 #include "rows/AXafsFileSelect.h"
 #include "support/PictureTools.h"
@@ -22,15 +22,15 @@ private Q_SLOTS:
     void init();
 
     void boxKeepsEveryLine();
-    void lineAtTheEndIsShown_data();
-    void lineAtTheEndIsShown();
-    void boxLooksAsWithSingleLines();
-    void reflexWritesTheSameLinesAsItsParts();
-    void linesOfAReflexAreLaidOutOnce_data();
-    void linesOfAReflexAreLaidOutOnce();
-    void textIsWholeWithinAReflex();
-    void reflexWithoutLinesLeavesTheCursorAlone();
-    void lineAfterAReflexIsOnItsOwn();
+    void newLineIsScrolledIntoView_data();
+    void newLineIsScrolledIntoView();
+    void boxLooksTheSameAsWithSingleLines();
+    void recalculationWritesTheSameLinesAsItsParts();
+    void linesOfARecalculationAreInsertedAtOnce_data();
+    void linesOfARecalculationAreInsertedAtOnce();
+    void textIsUpToDateDuringARecalculation();
+    void recalculationWithoutLinesKeepsTheCursor();
+    void lineAfterARecalculationIsWrittenImmediately();
 
 private:
     QTextEdit* box() const { return m_panel->ui.Message; }
@@ -48,8 +48,8 @@ void tst_FourPsMessages::init()
     QVERIFY(QTest::qWaitForWindowExposed(m_panel.get()));
 }
 
-/// Whether the cursor is behind the last line, nothing is selected, and the box is
-/// scrolled to it.
+/// Whether the cursor is after the last line, nothing is selected, and the end of the text
+/// is visible.
 bool tst_FourPsMessages::showsItsEnd() const
 {
     const QTextCursor cursor = box()->textCursor();
@@ -67,23 +67,23 @@ void tst_FourPsMessages::boxKeepsEveryLine()
     QCOMPARE(box()->toPlainText(), wanted);
 }
 
-void tst_FourPsMessages::lineAtTheEndIsShown_data()
+void tst_FourPsMessages::newLineIsScrolledIntoView_data()
 {
-    QTest::addColumn<bool>("isReflex");
-    QTest::newRow("a line") << false;
-    QTest::newRow("a reflex") << true;
+    QTest::addColumn<bool>("isRecalculation");
+    QTest::newRow("single line") << false;
+    QTest::newRow("recalculation") << true;
 }
 
-// Wherever the user has scrolled to, and whatever is selected.
-void tst_FourPsMessages::lineAtTheEndIsShown()
+// The end is shown regardless of the earlier scroll position and selection.
+void tst_FourPsMessages::newLineIsScrolledIntoView()
 {
-    QFETCH(bool, isReflex);
+    QFETCH(bool, isRecalculation);
     for (int i = 0; i < 200; ++i) {
         m_panel->message(QString::number(i));
     }
     QVERIFY(showsItsEnd());
     const auto write = [&] {
-        if (isReflex) {
+        if (isRecalculation) {
             m_panel->calcBoth();
         } else {
             m_panel->message(QStringLiteral("new"));
@@ -102,8 +102,9 @@ void tst_FourPsMessages::lineAtTheEndIsShown()
     QCOMPARE(messages(*m_panel).first(), QStringLiteral("0"));
 }
 
-// A box of its own that gets each line by itself, and the panel's after reflexes.
-void tst_FourPsMessages::boxLooksAsWithSingleLines()
+// Compares the panel's box after recalculations with a separate box that gets every line
+// individually.
+void tst_FourPsMessages::boxLooksTheSameAsWithSingleLines()
 {
     for (int i = 0; i < 4; ++i) {
         makeReferenceValid(*m_panel, i);
@@ -131,7 +132,7 @@ void tst_FourPsMessages::boxLooksAsWithSingleLines()
     }
 }
 
-void tst_FourPsMessages::reflexWritesTheSameLinesAsItsParts()
+void tst_FourPsMessages::recalculationWritesTheSameLinesAsItsParts()
 {
     m_panel->calcMap();
     m_panel->calcTarget();
@@ -143,11 +144,11 @@ void tst_FourPsMessages::reflexWritesTheSameLinesAsItsParts()
     QCOMPARE(messages(*m_panel), parts);
 }
 
-void tst_FourPsMessages::linesOfAReflexAreLaidOutOnce_data()
+void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce_data()
 {
-    QTest::addColumn<std::function<void(FourPs&)>>("reflex");
-    const auto add = [](const char* name, const std::function<void(FourPs&)>& reflex) {
-        QTest::newRow(name) << reflex;
+    QTest::addColumn<std::function<void(FourPs&)>>("recalculation");
+    const auto add = [](const char* name, const std::function<void(FourPs&)>& recalculation) {
+        QTest::newRow(name) << recalculation;
     };
     add("calculation", [](FourPs& panel) { panel.calcBoth(); });
     add("edge", [](FourPs& panel) { panel.setEdge(); });
@@ -159,21 +160,21 @@ void tst_FourPsMessages::linesOfAReflexAreLaidOutOnce_data()
         [](FourPs& panel) { Q_EMIT panel.XafsFiles.first()->newFilePath(QStringLiteral("a")); });
 }
 
-void tst_FourPsMessages::linesOfAReflexAreLaidOutOnce()
+void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce()
 {
-    QFETCH(std::function<void(FourPs&)>, reflex);
+    QFETCH(std::function<void(FourPs&)>, recalculation);
     for (int i = 0; i < 4; ++i) {
         makeReferenceValid(*m_panel, i);
     }
     clearMessages(*m_panel);
     const QSignalSpy changes(box()->document(), &QTextDocument::contentsChanged);
-    reflex(*m_panel);
+    recalculation(*m_panel);
     QVERIFY(messages(*m_panel).size() >= 2);
     QCOMPARE(changes.size(), 1);
     QVERIFY(showsItsEnd());
 }
 
-void tst_FourPsMessages::textIsWholeWithinAReflex()
+void tst_FourPsMessages::textIsUpToDateDuringARecalculation()
 {
     prepareThreePoints(*m_panel);
     m_panel->calcTarget();
@@ -185,13 +186,14 @@ void tst_FourPsMessages::textIsWholeWithinAReflex()
     connect(m_panel->ui.CalcRes, &QLineEdit::textChanged, &context,
             [&] { seen = messages(*m_panel); });
     m_panel->calcBoth();
-    // The result goes to its field ahead of its line; the map's refusal is there.
+    // The result's field is set before its line is written; the lines of the map are there
+    // already.
     QVERIFY(!seen.isEmpty());
     QCOMPARE(messages(*m_panel).mid(0, seen.size()), seen);
     QVERIFY(messages(*m_panel).contains(line));
 }
 
-void tst_FourPsMessages::reflexWithoutLinesLeavesTheCursorAlone()
+void tst_FourPsMessages::recalculationWithoutLinesKeepsTheCursor()
 {
     for (int i = 0; i < 50; ++i) {
         m_panel->message(QString::number(i));
@@ -207,7 +209,7 @@ void tst_FourPsMessages::reflexWithoutLinesLeavesTheCursorAlone()
     QCOMPARE(messages(*m_panel).size(), 50);
 }
 
-void tst_FourPsMessages::lineAfterAReflexIsOnItsOwn()
+void tst_FourPsMessages::lineAfterARecalculationIsWrittenImmediately()
 {
     m_panel->calcBoth();
     const QSignalSpy changes(box()->document(), &QTextDocument::contentsChanged);

@@ -1,4 +1,4 @@
-// The panel's plot of the plane of two references' absorbance: its points, its
+// The panel's plot of the absorption of two references against each other: its points, its
 // lines and its range.
 
 #include "display/Displays.h"
@@ -66,8 +66,8 @@ private:
     }
 };
 
-/// Mut of the first and of the second reference in the eight rows. Rows 0, 1 and
-/// 3 lie on y = 0.5 x + 0.3, row 2 is the V row; in use are rows 0 to 3.
+/// The mut of the first and the second reference in the eight rows. Rows 0, 1 and 3 are on
+/// the line y = 0.5 x + 0.3; row 2 is the V row. Rows 0 to 3 are in use.
 const QList<QPointF> usualPoints{{0.2, 0.4},  {1.4, 1.0},  {0.9, 1.35}, {2.0, 1.3},
                                  {-0.4, 0.9}, {1.7, -0.2}, {2.4, 1.9},  {0.6, 2.2}};
 
@@ -82,21 +82,23 @@ private Q_SLOTS:
     void init();
 
     void pointsAndLinesOfTheRows();
-    void columnsAreThoseOfTheFirstTwoUsed_data();
-    void columnsAreThoseOfTheFirstTwoUsed();
-    void validSpectraAreNotAskedFor();
-    void allRowsGiveAPointUsedOrNot();
-    void targetColumnIsNotLookedAt();
+    void columnsBelongToTheFirstTwoUsedReferences_data();
+    void columnsBelongToTheFirstTwoUsedReferences();
+    void spectraNeedNotBeValid();
+    void unusedRowsHaveAPointToo();
+    void targetColumnIsIgnored();
 
-    void vPointOutOfUseIsRedWithoutALine();
-    void lastOfSeveralVPointsGivesTheLine();
+    void unusedVPointIsRedWithoutALine();
+    void lastOfSeveralVPointsDefinesTheLine();
 
 private:
     DispABase* plot() const { return m_panel->Disps->frame(Displays::DM2M3); }
     QImage shown() const { return plot()->DispA->grab().toImage(); }
-    /// -0.4 to 2.4 and -0.2 to 2.2, a tenth of the span on each side.
+    /// The points span -0.4 to 2.4 and -0.2 to 2.2; the range adds a tenth of the span on
+    /// each side.
     PlotPlace usualView() const { return {plot()->DispA->size(), {-0.68, -0.44, 2.68, 2.44}}; }
-    /// Jumps of 1.5 and 2, row 2 over 0.9, and the line through the others.
+    /// The expected plot: k1 is the ratio of the edge jumps 2 and 1.5, k2 passes through
+    /// the V point, and ab through the other rows in use.
     static PlainPlane usualPlane()
     {
         return {usualPoints, {2}, Line{2.0 / 1.5}, Line{1.35 / 0.9}, Line{0.5, 0.3}};
@@ -159,12 +161,12 @@ void tst_FourPsPlane::pointsAndLinesOfTheRows()
     QVERIFY(shows(usualPlane(), usualView()));
 }
 
-void tst_FourPsPlane::columnsAreThoseOfTheFirstTwoUsed_data()
+void tst_FourPsPlane::columnsBelongToTheFirstTwoUsedReferences_data()
 {
     QTest::addColumn<QList<int>>("used");
     QTest::addColumn<int>("first");
     QTest::addColumn<int>("second");
-    QTest::addColumn<double>("k1"); // second jump over the first
+    QTest::addColumn<double>("k1"); // ratio of the second edge jump to the first
     QTest::newRow("1 and 2") << QList<int>{0, 1} << 0 << 1 << 2.0 / 1.5;
     QTest::newRow("1 and 3") << QList<int>{0, 2} << 0 << 2 << 2.0;
     QTest::newRow("2 and 4") << QList<int>{1, 3} << 1 << 3 << 2.0;
@@ -173,7 +175,7 @@ void tst_FourPsPlane::columnsAreThoseOfTheFirstTwoUsed_data()
     QTest::newRow("the first two of all") << QList<int>{0, 1, 2, 3} << 0 << 1 << 2.0 / 1.5;
 }
 
-void tst_FourPsPlane::columnsAreThoseOfTheFirstTwoUsed()
+void tst_FourPsPlane::columnsBelongToTheFirstTwoUsedReferences()
 {
     QFETCH(QList<int>, used);
     QFETCH(int, first);
@@ -189,7 +191,7 @@ void tst_FourPsPlane::columnsAreThoseOfTheFirstTwoUsed()
     QVERIFY(shows(plain, usualView()));
 }
 
-void tst_FourPsPlane::validSpectraAreNotAskedFor()
+void tst_FourPsPlane::spectraNeedNotBeValid()
 {
     for (int i = 0; i < 4; ++i) {
         m_panel->XafsFiles.at(i)->valid = false;
@@ -197,7 +199,7 @@ void tst_FourPsPlane::validSpectraAreNotAskedFor()
     QVERIFY(shows(usualPlane(), usualView()));
 }
 
-void tst_FourPsPlane::allRowsGiveAPointUsedOrNot()
+void tst_FourPsPlane::unusedRowsHaveAPointToo()
 {
     useRows(*m_panel, {});
     PlainPlane plain = usualPlane();
@@ -208,7 +210,7 @@ void tst_FourPsPlane::allRowsGiveAPointUsedOrNot()
     QVERIFY(countOf(shown(), usualView().inside(), blue) >= 7 * 8);
 }
 
-void tst_FourPsPlane::targetColumnIsNotLookedAt()
+void tst_FourPsPlane::targetColumnIsIgnored()
 {
     for (AEPoint* row : std::as_const(m_panel->EPoints)) {
         row->MutT->setText("-9");
@@ -217,7 +219,7 @@ void tst_FourPsPlane::targetColumnIsNotLookedAt()
     QVERIFY(shows(usualPlane(), usualView()));
 }
 
-void tst_FourPsPlane::vPointOutOfUseIsRedWithoutALine()
+void tst_FourPsPlane::unusedVPointIsRedWithoutALine()
 {
     useRows(*m_panel, {0, 1, 3});
     PlainPlane plain = usualPlane();
@@ -225,8 +227,8 @@ void tst_FourPsPlane::vPointOutOfUseIsRedWithoutALine()
     QVERIFY(shows(plain, usualView()));
 }
 
-// All are red, and none of them belongs to the others.
-void tst_FourPsPlane::lastOfSeveralVPointsGivesTheLine()
+// All V points are red, and none of them is used for the line ab.
+void tst_FourPsPlane::lastOfSeveralVPointsDefinesTheLine()
 {
     useRows(*m_panel, {0, 1, 2, 3, 6, 7});
     markVPoints({2, 6, 7});

@@ -1,4 +1,5 @@
-// How the panel answers to its inputs.
+// How the panel reacts to changes of its inputs: columns, edge, directories,
+// recalculations.
 
 #include "display/Histgram.h"
 #include "support/SharedPanel.h"
@@ -19,11 +20,11 @@ using namespace tests;
 namespace
 {
 
-// One run of the map calculation on a panel without a V row says this once.
+// Every map calculation on a panel without a V row writes this line once.
 const QString mapRefusal = QStringLiteral("V Point is not selected");
 
-// Counts the runs of calcBoth while alive: every run of the map calculation on
-// a panel with the four-points family chosen and no V row says one line.
+// Counts the runs of calcBoth(): with a four-points method and no V row, every run writes
+// mapRefusal once.
 class RunCounter
 {
 public:
@@ -71,62 +72,62 @@ class tst_FourPsReflexes : public QObject
 private Q_SLOTS:
     void init();
 
-    void loadedReferenceFillsItsColumn();
-    void loadedReferenceProposesTheEdge();
-    void loadedReferenceRunsOneReflexForTheEdgeAndTwoForTheFile();
-    void secondReferenceRunsOneReflexPerValidColumnAndTwoForTheFile();
-    void loadedTargetFillsItsColumnAndProposesNoEdge();
-    void emptyEnergyLeavesTheCellUntouched();
-    void energyOfWordsLeavesTheCellUntouched();
+    void loadingAReferenceFillsItsColumn();
+    void loadingAReferenceProposesTheEdge();
+    void loadingAReferenceRecalculatesThreeTimes();
+    void loadingASecondReferenceRecalculatesFourTimes();
+    void loadingTheTargetFillsItsColumnAndProposesNoEdge();
+    void emptyEnergyKeepsTheCell();
+    void invalidEnergyKeepsTheCell();
     void energyAboveTheSpectrumClearsTheCell();
-    void targetColumnAsksForNoEnergy();
-    void missingFileOverAGoodSpectrumChangesNothingButRunsTheReflex();
+    void targetColumnIsWrittenWithoutAnEnergyCheck();
+    void missingFileKeepsTheSpectrumButRecalculates();
     void brokenFileInvalidatesTheReference();
     void clearingARowKeepsItsSpectrum();
 
-    void noticedEdgeIsWrittenWithSixDigits();
-    void setEdgeGivesLimitsToAllSpectra();
-    void setEdgeRefitsBeforeAnyReflex();
-    void setEdgeRefreshesValidReferencesOnly();
-    void edgeLeavesTheTargetColumn();
+    void newEdgeIsWrittenWithSixDigits();
+    void setEdgeSetsTheLimitsOfAllSpectra();
+    void setEdgeRefitsAllLinesBeforeRecalculating();
+    void setEdgeUpdatesOnlyValidReferences();
+    void newEdgeKeepsTheTargetColumn();
 
-    void newEnergyRefreshesItsRowOnly();
+    void newEnergyUpdatesOnlyItsRow();
     void newEnergyStartsNoCalculation();
-    void newEnergyRefreshesCellsWithoutTestOfTheEnergy();
-    void newEnergyOfAStrangerDoesNothing();
+    void newEnergyUpdatesCellsWithoutAnEnergyCheck();
+    void newEnergyFromAnotherSenderDoesNothing();
 
     void postEdgeForReferencesChangesColumnsAndFlags();
-    void postEdgeForTheTargetChangesItsColumnAndRunsOnce();
-    void preEdgeRadioClickRunsTheReflexToo();
+    void postEdgeForTheTargetChangesItsColumnAndRecalculatesOnce();
+    void preEdgeRadioClickRecalculates();
 
-    void togglingUseRunsTheReflexOnce();
-    void setUseRunsTheReflexTwice();
-    void clickingARowsBoxRunsTheReflexOnce();
-    void checkingARowsBoxByCodeRunsNothing();
-    void methodRadiosRunTheReflex();
-    void shiftOfAValidSpectrumRunsTheReflexWithoutRefit();
+    void togglingUseRecalculatesOnce();
+    void setUseRecalculatesTwice();
+    void clickingACheckBoxOfARowRecalculatesOnce();
+    void setCheckedOnARowDoesNotRecalculate();
+    void methodRadiosRecalculate();
+    void shiftOfAValidSpectrumRecalculatesWithoutRefit();
 
-    void receiveNewRefIgnoresOddNumbers();
-    void numberedReferenceSlotsRefreshTheirColumns();
-    void receiveNewFileFromNowhereRunsTheReflex();
+    void receiveNewRefIgnoresInvalidIndices();
+    void numberedReferenceSlotsUpdateTheirColumns();
+    void receiveNewFileWithoutASenderRecalculates();
 
-    void displayFilesAreListedWithTheirSpectra();
-    void unreadableDisplayFilesAreDropped();
+    void displayFilesAreListedAndLoaded();
+    void unreadableDisplayFilesAreSkipped();
     void displayFilesFollowTheEdge();
-    void removeAFileTakesTheCurrentOne();
+    void removeAFileRemovesTheCurrentOne();
     void removeAFileOnAnEmptyListDoesNothing();
 
-    void pathsGoToTheRowsInOrderAndSurplusIsDropped();
-    void directoryReachesEveryRowButTheSaveRow();
-    void dropFromAShareMovesNoDialog();
-    void listOfEnergiesIsSpreadAsTyped();
-    void listOfEnergiesSkipsWhatIsNoEnergy();
+    void pathsAreAssignedToRowsInOrderAndExtraPathsIgnored();
+    void newDirectoryIsSetInAllRowsButTheSaveRow();
+    void dropFromANetworkShareKeepsTheDialogDirectories();
+    void listOfEnergiesIsCopiedToTheRowsAsTyped();
+    void listOfEnergiesSkipsInvalidEnergies();
     void listOfEnergiesEmitsNothing();
 
     void valenceRangeOfTheUsedReferences();
-    void histogramRangesFollowWhereAutoIsOn();
-    void mapFilesEnergyLineReachesThePanel();
-    void reflexSetsTheHistogramLimitsFirst();
+    void histogramRangesAreSetOnlyWithAuto();
+    void energyInAMapFileUpdatesTheRow();
+    void recalculationSetsTheHistogramLimitsFirst();
 
 private:
     Files m_files;
@@ -138,12 +139,12 @@ void tst_FourPsReflexes::init()
     resetPanel(*m_panel);
 }
 
-void tst_FourPsReflexes::loadedReferenceFillsItsColumn()
+void tst_FourPsReflexes::loadingAReferenceFillsItsColumn()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
-    // The background is 0, so the cells show the spectrum; 8313 lies on its
-    // zero part, 8460 and 8475 on the flat top.
+    // The background is 0, so the cells show the spectrum itself: 0 at 8313 eV, and the
+    // flat top at 8460 and 8475 eV.
     const QStringList expected{"0", "1", "1.5", "1.25", "1", "1"};
     for (int i = 0; i < expected.size(); ++i) {
         QCOMPARE(mut(panel, i, 0), expected.at(i));
@@ -152,7 +153,7 @@ void tst_FourPsReflexes::loadedReferenceFillsItsColumn()
     }
 }
 
-void tst_FourPsReflexes::loadedReferenceProposesTheEdge()
+void tst_FourPsReflexes::loadingAReferenceProposesTheEdge()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
@@ -163,26 +164,26 @@ void tst_FourPsReflexes::loadedReferenceProposesTheEdge()
     QCOMPARE(panel.XafsFiles.at(0)->postEdgeStart, 8445.0);
 }
 
-void tst_FourPsReflexes::loadedReferenceRunsOneReflexForTheEdgeAndTwoForTheFile()
+void tst_FourPsReflexes::loadingAReferenceRecalculatesThreeTimes()
 {
-    // The proposed edge refreshes every valid column, here its own; the file
-    // then refreshes its column once more and runs the reflex itself.
+    // The proposed edge updates every valid column, here only the file's own: one
+    // recalculation. Then loading updates this column again and recalculates: two more.
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
     load(panel.XafsFiles.at(0), m_files.ref1);
     QCOMPARE(counter.runs(), 3);
 }
 
-void tst_FourPsReflexes::secondReferenceRunsOneReflexPerValidColumnAndTwoForTheFile()
+void tst_FourPsReflexes::loadingASecondReferenceRecalculatesFourTimes()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
     RunCounter counter(panel);
     load(panel.XafsFiles.at(1), m_files.ref2);
-    QCOMPARE(counter.runs(), 4); // two columns by the edge, its own, the file
+    QCOMPARE(counter.runs(), 4); // two columns for the edge, its own column, the file
 }
 
-void tst_FourPsReflexes::loadedTargetFillsItsColumnAndProposesNoEdge()
+void tst_FourPsReflexes::loadingTheTargetFillsItsColumnAndProposesNoEdge()
 {
     FourPs& panel = *m_panel;
     panel.setEdge();
@@ -194,7 +195,7 @@ void tst_FourPsReflexes::loadedTargetFillsItsColumnAndProposesNoEdge()
     QCOMPARE(counter.runs(), 1);
 }
 
-void tst_FourPsReflexes::emptyEnergyLeavesTheCellUntouched()
+void tst_FourPsReflexes::emptyEnergyKeepsTheCell()
 {
     FourPs& panel = *m_panel;
     panel.EPoints.at(6)->Mut1->setText("typed");
@@ -202,7 +203,7 @@ void tst_FourPsReflexes::emptyEnergyLeavesTheCellUntouched()
     QCOMPARE(mut(panel, 6, 0), "typed");
 }
 
-void tst_FourPsReflexes::energyOfWordsLeavesTheCellUntouched()
+void tst_FourPsReflexes::invalidEnergyKeepsTheCell()
 {
     FourPs& panel = *m_panel;
     panel.EPoints.at(0)->Energy->setText("edge");
@@ -223,18 +224,18 @@ void tst_FourPsReflexes::energyAboveTheSpectrumClearsTheCell()
     QVERIFY(mut(panel, 0, 0).isEmpty());
 }
 
-void tst_FourPsReflexes::targetColumnAsksForNoEnergy()
+void tst_FourPsReflexes::targetColumnIsWrittenWithoutAnEnergyCheck()
 {
     FourPs& panel = *m_panel;
     panel.EPoints.at(0)->Energy->setText("9000");
     panel.EPoints.at(0)->MutT->setText("typed");
-    panel.EPoints.at(6)->MutT->setText("typed"); // its energy is empty
+    panel.EPoints.at(6)->MutT->setText("typed"); // the energy is empty
     load(panel.ui.TargetFile, m_files.target);
     QVERIFY(panel.EPoints.at(0)->MutT->text().isEmpty());
     QVERIFY(panel.EPoints.at(6)->MutT->text() != "typed");
 }
 
-void tst_FourPsReflexes::missingFileOverAGoodSpectrumChangesNothingButRunsTheReflex()
+void tst_FourPsReflexes::missingFileKeepsTheSpectrumButRecalculates()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
@@ -243,7 +244,7 @@ void tst_FourPsReflexes::missingFileOverAGoodSpectrumChangesNothingButRunsTheRef
     load(panel.XafsFiles.at(0), m_files.dir.filePath("missing.dat"));
     QVERIFY(panel.XafsFiles.at(0)->valid);
     QCOMPARE(panel.ui.EdgeE->text(), "8333"); // no edge is proposed
-    QCOMPARE(counter.runs(), 2);              // its column, and the file itself
+    QCOMPARE(counter.runs(), 2);              // for its column and for the file
 }
 
 void tst_FourPsReflexes::brokenFileInvalidatesTheReference()
@@ -254,8 +255,8 @@ void tst_FourPsReflexes::brokenFileInvalidatesTheReference()
     RunCounter counter(panel);
     load(panel.XafsFiles.at(0), m_files.broken);
     QVERIFY(!panel.XafsFiles.at(0)->valid);
-    QCOMPARE(panel.ui.EdgeE->text(), "8333"); // no edge was proposed
-    QCOMPARE(mut(panel, 1, 0), "1");          // the column stays
+    QCOMPARE(panel.ui.EdgeE->text(), "8333"); // no edge is proposed
+    QCOMPARE(mut(panel, 1, 0), "1");          // the column is kept
     QCOMPARE(counter.runs(), 1);
 }
 
@@ -268,15 +269,15 @@ void tst_FourPsReflexes::clearingARowKeepsItsSpectrum()
     QVERIFY(panel.XafsFiles.at(0)->valid);
 }
 
-void tst_FourPsReflexes::noticedEdgeIsWrittenWithSixDigits()
+void tst_FourPsReflexes::newEdgeIsWrittenWithSixDigits()
 {
     FourPs& panel = *m_panel;
     panel.noticedNewEdge(8333.123456);
     QCOMPARE(panel.ui.EdgeE->text(), "8333.12");
-    QCOMPARE(panel.XafsFiles.at(3)->edgeEnergy, 8333.12); // as displayed
+    QCOMPARE(panel.XafsFiles.at(3)->edgeEnergy, 8333.12); // the rounded value of the field
 }
 
-void tst_FourPsReflexes::setEdgeGivesLimitsToAllSpectra()
+void tst_FourPsReflexes::setEdgeSetsTheLimitsOfAllSpectra()
 {
     FourPs& panel = *m_panel;
     panel.ui.EdgeE->setText("8340");
@@ -290,20 +291,20 @@ void tst_FourPsReflexes::setEdgeGivesLimitsToAllSpectra()
     }
 }
 
-void tst_FourPsReflexes::setEdgeRefitsBeforeAnyReflex()
+void tst_FourPsReflexes::setEdgeRefitsAllLinesBeforeRecalculating()
 {
-    // With the post-edge range moved onto the flat top of both spectra, the
-    // total jump of the first reflex already counts both refitted lines.
+    // The post-edge range is moved to the flat top of both spectra. If both lines are
+    // refitted before the first recalculation, the total jump is correct.
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
     load(panel.XafsFiles.at(1), m_files.ref2);
-    enter(panel.ui.PostEStartDE, "1000"); // no point: NaN lines
+    enter(panel.ui.PostEStartDE, "1000"); // no point in the range, so the line is NaN
     QCOMPARE(panel.ui.HgTTo->text(), "nan");
     enter(panel.ui.PostEStartDE, "100");
     QVERIFY(std::abs(panel.ui.HgTTo->text().toDouble() - 2.5) < 1e-4);
 }
 
-void tst_FourPsReflexes::setEdgeRefreshesValidReferencesOnly()
+void tst_FourPsReflexes::setEdgeUpdatesOnlyValidReferences()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
@@ -316,7 +317,7 @@ void tst_FourPsReflexes::setEdgeRefreshesValidReferencesOnly()
     QCOMPARE(counter.runs(), 1);
 }
 
-void tst_FourPsReflexes::edgeLeavesTheTargetColumn()
+void tst_FourPsReflexes::newEdgeKeepsTheTargetColumn()
 {
     FourPs& panel = *m_panel;
     load(panel.ui.TargetFile, m_files.target);
@@ -325,7 +326,7 @@ void tst_FourPsReflexes::edgeLeavesTheTargetColumn()
     QCOMPARE(panel.EPoints.at(1)->MutT->text(), "typed");
 }
 
-void tst_FourPsReflexes::newEnergyRefreshesItsRowOnly()
+void tst_FourPsReflexes::newEnergyUpdatesOnlyItsRow()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
@@ -345,24 +346,24 @@ void tst_FourPsReflexes::newEnergyStartsNoCalculation()
     QVERIFY(messages(panel).isEmpty());
 }
 
-void tst_FourPsReflexes::newEnergyRefreshesCellsWithoutTestOfTheEnergy()
+void tst_FourPsReflexes::newEnergyUpdatesCellsWithoutAnEnergyCheck()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
     panel.EPoints.at(0)->Mut1->setText("typed");
-    panel.EPoints.at(0)->Mut2->setText("typed"); // no spectrum: cleared
+    panel.EPoints.at(0)->Mut2->setText("typed"); // without a spectrum the cell is cleared
     enter(panel.EPoints.at(0)->Energy, "");
     QVERIFY(mut(panel, 0, 0) != "typed");
     QVERIFY(mut(panel, 0, 1).isEmpty());
 }
 
-void tst_FourPsReflexes::newEnergyOfAStrangerDoesNothing()
+void tst_FourPsReflexes::newEnergyFromAnotherSenderDoesNothing()
 {
     FourPs& panel = *m_panel;
-    AEPoint stranger;
+    AEPoint outsider;
     panel.EPoints.at(0)->Mut1->setText("typed");
-    connect(&stranger, &AEPoint::newEnergy, &panel, &FourPs::receiveNewEnergy);
-    Q_EMIT stranger.newEnergy(8390);
+    connect(&outsider, &AEPoint::newEnergy, &panel, &FourPs::receiveNewEnergy);
+    Q_EMIT outsider.newEnergy(8390);
     panel.receiveNewEnergy(8390);
     QCOMPARE(mut(panel, 0, 0), "typed");
 }
@@ -373,8 +374,8 @@ void tst_FourPsReflexes::postEdgeForReferencesChangesColumnsAndFlags()
     load(panel.XafsFiles.at(0), m_files.ref1);
     RunCounter counter(panel);
     panel.ui.SubPostEforRef->click();
-    // Less the post-edge line of 1: 1.5 becomes 0.5 (the line is a fit, so to
-    // its rounding).
+    // Minus the post-edge line of 1, the value 1.5 becomes 0.5. The line is a fit, so its
+    // rounding errors need a tolerance.
     QVERIFY(std::abs(mut(panel, 2, 0).toDouble() - 0.5) < 1e-4);
     QVERIFY(panel.XafsFiles.at(0)->subPost);
     QVERIFY(panel.XafsFiles.at(3)->subPost);
@@ -387,7 +388,7 @@ void tst_FourPsReflexes::postEdgeForReferencesChangesColumnsAndFlags()
     QVERIFY(!panel.EPoints.at(0)->subBGForRef);
 }
 
-void tst_FourPsReflexes::postEdgeForTheTargetChangesItsColumnAndRunsOnce()
+void tst_FourPsReflexes::postEdgeForTheTargetChangesItsColumnAndRecalculatesOnce()
 {
     FourPs& panel = *m_panel;
     load(panel.ui.TargetFile, m_files.target);
@@ -400,16 +401,16 @@ void tst_FourPsReflexes::postEdgeForTheTargetChangesItsColumnAndRunsOnce()
     QCOMPARE(counter.runs(), 1);
 }
 
-void tst_FourPsReflexes::preEdgeRadioClickRunsTheReflexToo()
+void tst_FourPsReflexes::preEdgeRadioClickRecalculates()
 {
     FourPs& panel = *m_panel;
     panel.ui.SubPostEforTarget->click();
     RunCounter counter(panel);
-    panel.ui.SubPreEforTarget->click(); // toggles the other one off
+    panel.ui.SubPreEforTarget->click(); // also unchecks the other radio button
     QCOMPARE(counter.runs(), 1);
 }
 
-void tst_FourPsReflexes::togglingUseRunsTheReflexOnce()
+void tst_FourPsReflexes::togglingUseRecalculatesOnce()
 {
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
@@ -419,7 +420,7 @@ void tst_FourPsReflexes::togglingUseRunsTheReflexOnce()
     QCOMPARE(counter.runs(), 2);
 }
 
-void tst_FourPsReflexes::setUseRunsTheReflexTwice()
+void tst_FourPsReflexes::setUseRecalculatesTwice()
 {
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
@@ -429,7 +430,7 @@ void tst_FourPsReflexes::setUseRunsTheReflexTwice()
     QCOMPARE(counter.runs(), 2);
 }
 
-void tst_FourPsReflexes::clickingARowsBoxRunsTheReflexOnce()
+void tst_FourPsReflexes::clickingACheckBoxOfARowRecalculatesOnce()
 {
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
@@ -437,11 +438,11 @@ void tst_FourPsReflexes::clickingARowsBoxRunsTheReflexOnce()
     QCOMPARE(counter.runs(), 1);
     panel.EPoints.at(5)->LCFCB->click();
     QCOMPARE(counter.runs(), 2);
-    panel.EPoints.at(5)->VPointCB->click(); // a V row without a map is none
+    panel.EPoints.at(5)->VPointCB->click(); // a V row without a map counts as no V row
     QCOMPARE(counter.runs(), 3);
 }
 
-void tst_FourPsReflexes::checkingARowsBoxByCodeRunsNothing()
+void tst_FourPsReflexes::setCheckedOnARowDoesNotRecalculate()
 {
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
@@ -449,17 +450,17 @@ void tst_FourPsReflexes::checkingARowsBoxByCodeRunsNothing()
     QVERIFY(messages(panel).isEmpty());
 }
 
-void tst_FourPsReflexes::methodRadiosRunTheReflex()
+void tst_FourPsReflexes::methodRadiosRecalculate()
 {
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
     panel.ui.NonEquivBGVic->click();
     QCOMPARE(counter.runs(), 1);
-    panel.ui.TypeNonEquiv->click(); // the map is then refused in other words
+    panel.ui.TypeNonEquiv->click(); // the map is then refused with another message
     QCOMPARE(messages(panel).count("Ref File 0 is not valid."), 1);
 }
 
-void tst_FourPsReflexes::shiftOfAValidSpectrumRunsTheReflexWithoutRefit()
+void tst_FourPsReflexes::shiftOfAValidSpectrumRecalculatesWithoutRefit()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
@@ -470,20 +471,20 @@ void tst_FourPsReflexes::shiftOfAValidSpectrumRunsTheReflexWithoutRefit()
     QCOMPARE(spectrum.dE, 5.0);
     QCOMPARE(spectrum.postValue(8500), before);
     QCOMPARE(counter.runs(), 1);
-    QCOMPARE(mut(panel, 2, 0), "1.5"); // columns are not rewritten here
+    QCOMPARE(mut(panel, 2, 0), "1.5"); // columns are not updated by a shift
 }
 
-void tst_FourPsReflexes::receiveNewRefIgnoresOddNumbers()
+void tst_FourPsReflexes::receiveNewRefIgnoresInvalidIndices()
 {
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
     for (const int n : {-1, 0, 4, 1000}) {
-        panel.receiveNewRef(n); // no valid reference anywhere
+        panel.receiveNewRef(n); // there is no valid reference
     }
     QVERIFY(messages(panel).isEmpty());
 }
 
-void tst_FourPsReflexes::numberedReferenceSlotsRefreshTheirColumns()
+void tst_FourPsReflexes::numberedReferenceSlotsUpdateTheirColumns()
 {
     FourPs& panel = *m_panel;
     for (int i = 0; i < 4; ++i) {
@@ -503,7 +504,7 @@ void tst_FourPsReflexes::numberedReferenceSlotsRefreshTheirColumns()
     }
 }
 
-void tst_FourPsReflexes::receiveNewFileFromNowhereRunsTheReflex()
+void tst_FourPsReflexes::receiveNewFileWithoutASenderRecalculates()
 {
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
@@ -511,7 +512,7 @@ void tst_FourPsReflexes::receiveNewFileFromNowhereRunsTheReflex()
     QCOMPARE(counter.runs(), 1);
 }
 
-void tst_FourPsReflexes::displayFilesAreListedWithTheirSpectra()
+void tst_FourPsReflexes::displayFilesAreListedAndLoaded()
 {
     FourPs& panel = *m_panel;
     panel.ui.DispFSelect->newFiles({m_files.ref1, m_files.target});
@@ -522,7 +523,7 @@ void tst_FourPsReflexes::displayFilesAreListedWithTheirSpectra()
     QCOMPARE(panel.DispMuts.at(1)->maxMut, 2.5);
 }
 
-void tst_FourPsReflexes::unreadableDisplayFilesAreDropped()
+void tst_FourPsReflexes::unreadableDisplayFilesAreSkipped()
 {
     FourPs& panel = *m_panel;
     clearMessages(panel);
@@ -543,7 +544,7 @@ void tst_FourPsReflexes::displayFilesFollowTheEdge()
     QCOMPARE(panel.DispMuts.at(0)->postEdgeStart, 8440.0);
 }
 
-void tst_FourPsReflexes::removeAFileTakesTheCurrentOne()
+void tst_FourPsReflexes::removeAFileRemovesTheCurrentOne()
 {
     FourPs& panel = *m_panel;
     panel.receiveNewDispFiles({m_files.ref1, m_files.ref2, m_files.target});
@@ -565,7 +566,7 @@ void tst_FourPsReflexes::removeAFileOnAnEmptyListDoesNothing()
     QCOMPARE(panel.ui.SelectedFs->count(), 1);
 }
 
-void tst_FourPsReflexes::pathsGoToTheRowsInOrderAndSurplusIsDropped()
+void tst_FourPsReflexes::pathsAreAssignedToRowsInOrderAndExtraPathsIgnored()
 {
     QTemporaryDir dir;
     QStringList paths;
@@ -581,10 +582,10 @@ void tst_FourPsReflexes::pathsGoToTheRowsInOrderAndSurplusIsDropped()
         QVERIFY(panel.EPoints.at(i)->loaded);
         QCOMPARE(panel.EPoints.at(i)->rows.at(0).intensity, static_cast<double>(i));
     }
-    QVERIFY(messages(panel).isEmpty()); // a map read starts no calculation
+    QVERIFY(messages(panel).isEmpty()); // loading maps starts no calculation
 }
 
-void tst_FourPsReflexes::dropFromAShareMovesNoDialog()
+void tst_FourPsReflexes::dropFromANetworkShareKeepsTheDialogDirectories()
 {
     FourPs& panel = *m_panel;
     panel.show();
@@ -613,7 +614,7 @@ void tst_FourPsReflexes::dropFromAShareMovesNoDialog()
     panel.hide();
 }
 
-void tst_FourPsReflexes::directoryReachesEveryRowButTheSaveRow()
+void tst_FourPsReflexes::newDirectoryIsSetInAllRowsButTheSaveRow()
 {
     FourPs& panel = *m_panel;
     panel.ui.SaveFSelect->dir = "own";
@@ -631,7 +632,7 @@ void tst_FourPsReflexes::directoryReachesEveryRowButTheSaveRow()
     QCOMPARE(panel.EPoints.at(0)->FileSelect->dir, "/target");
 }
 
-void tst_FourPsReflexes::listOfEnergiesIsSpreadAsTyped()
+void tst_FourPsReflexes::listOfEnergiesIsCopiedToTheRowsAsTyped()
 {
     FourPs& panel = *m_panel;
     enter(panel.MultiEnergys, "8300.0, 8.35e3,8390 \"8400\"");
@@ -641,7 +642,7 @@ void tst_FourPsReflexes::listOfEnergiesIsSpreadAsTyped()
     }
 }
 
-void tst_FourPsReflexes::listOfEnergiesSkipsWhatIsNoEnergy()
+void tst_FourPsReflexes::listOfEnergiesSkipsInvalidEnergies()
 {
     FourPs& panel = *m_panel;
     enter(panel.MultiEnergys, "eV 0 -5 8300 words 8320");
@@ -657,7 +658,7 @@ void tst_FourPsReflexes::listOfEnergiesEmitsNothing()
     QSignalSpy spy(panel.EPoints.at(0), &AEPoint::newEnergy);
     enter(panel.MultiEnergys, "8390");
     QCOMPARE(spy.count(), 0);
-    QCOMPARE(mut(panel, 0, 0), "0"); // still that of 8313
+    QCOMPARE(mut(panel, 0, 0), "0"); // still the value at 8313 eV
 }
 
 void tst_FourPsReflexes::valenceRangeOfTheUsedReferences()
@@ -672,7 +673,7 @@ void tst_FourPsReflexes::valenceRangeOfTheUsedReferences()
     QCOMPARE(span, 2.5);
 }
 
-void tst_FourPsReflexes::histogramRangesFollowWhereAutoIsOn()
+void tst_FourPsReflexes::histogramRangesAreSetOnlyWithAuto()
 {
     FourPs& panel = *m_panel;
     panel.ui.HgAAuto->setChecked(false);
@@ -684,7 +685,7 @@ void tst_FourPsReflexes::histogramRangesFollowWhereAutoIsOn()
     QCOMPARE(panel.ui.HgTTo->cursorPosition(), 0);
 }
 
-void tst_FourPsReflexes::mapFilesEnergyLineReachesThePanel()
+void tst_FourPsReflexes::energyInAMapFileUpdatesTheRow()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
@@ -696,15 +697,15 @@ void tst_FourPsReflexes::mapFilesEnergyLineReachesThePanel()
     QCOMPARE(mut(panel, 0, 0), "1.5");
 }
 
-void tst_FourPsReflexes::reflexSetsTheHistogramLimitsFirst()
+void tst_FourPsReflexes::recalculationSetsTheHistogramLimitsFirst()
 {
-    // The count of the same run goes by the limits of the new valence.
+    // The limits follow the new valence before the same run counts its pixels.
     FourPs& panel = *m_panel;
     prepareThreePointMaps(panel);
     panel.ui.HgABoxes->setText("2");
     panel.Refs.RefRows.at(1)->Valence->setText("5");
     panel.calcBoth();
-    // From 1.5 to 5.5 in two boxes: the lower edge lies half a box below.
+    // Two bins from 1.5 to 5.5 are 4 wide, and the lower bound is half a bin below 1.5.
     QCOMPARE(panel.ui.HgATo->text(), "5.5");
     QCOMPARE(panel.HistV->step, 4.0);
     QCOMPARE(panel.HistV->minV, -0.5);

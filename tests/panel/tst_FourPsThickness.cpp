@@ -1,5 +1,5 @@
-// The panel's plot of thickness against valence: its points, their colour, its
-// grid and its range.
+// The panel's plot of thickness against valence: its points, their colour, its grid and its
+// range.
 
 #include "display/Displays.h"
 #include "support/MouseInput.h"
@@ -17,14 +17,14 @@ namespace
 
 using Points = QList<QPointF>; // valence and thickness
 
-/// A pixel of the four-points family: the fraction and the thickness.
+/// A pixel of the three- and four-points methods.
 A2DRow fraction(double a, double thickness)
 {
     return {1.0, 2.0, a, thickness, {}};
 }
 
-/// A pixel of the non-equivalent method; its two stored numbers and its other
-/// values are none of those that are drawn.
+/// A pixel of the non-equivalent method. All its other numbers differ from the two that are
+/// drawn.
 A2DRow values(double valence, double totalDMut)
 {
     return {
@@ -41,16 +41,16 @@ private Q_SLOTS:
     void initTestCase();
     void init();
 
-    void valuesStandAtTheirValenceAndTotal();
-    void flagOfTheResultDecidesAndNotTheValues();
-    void chosenMapIsNotLookedAt();
-    void valenceFollowsTheFieldsOfTheReferences();
+    void pointsAreAtValenceAndTotalThickness();
+    void extendedFlagSelectsTheStoredNumbers();
+    void selectedMapIsIgnored();
+    void valenceUsesTheFieldsOfTheReferences();
 
     void colorIsTheCurrentOne_data();
     void colorIsTheCurrentOne();
     void releaseInTheComparisonChangesTheColor();
 
-    void calculatedMapIsShownAtOnce();
+    void calculatedMapIsShownImmediately();
 
 private:
     DispABase* plot() const { return m_panel->Disps->frame(Displays::DDMutVsA); }
@@ -87,8 +87,8 @@ void tst_FourPsThickness::initTestCase()
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
 }
 
-/// Two references of valence 2 and 3, a view from 1.5 to 3.5 and -0.5 to 2, no
-/// result, the first colour.
+/// Two references with valences 2 and 3, the range 1.5 to 3.5 and -0.5 to 2, no result, and
+/// the first colour.
 void tst_FourPsThickness::init()
 {
     resetPanel(*m_panel);
@@ -105,19 +105,19 @@ void tst_FourPsThickness::init()
     QTest::qWait(10);
 }
 
-void tst_FourPsThickness::valuesStandAtTheirValenceAndTotal()
+void tst_FourPsThickness::pointsAreAtValenceAndTotalThickness()
 {
     setResult({values(2.1, 0.9), values(3.3, -0.4), values(1.7, 1.9)}, true);
     QVERIFY(showsPoints({{2.1, 0.9}, {3.3, -0.4}, {1.7, 1.9}}));
 }
 
-void tst_FourPsThickness::flagOfTheResultDecidesAndNotTheValues()
+void tst_FourPsThickness::extendedFlagSelectsTheStoredNumbers()
 {
     setResult({values(2.1, 0.9)}, false);
     QVERIFY(showsPoints({{2.75, 0.75}}));
 }
 
-void tst_FourPsThickness::chosenMapIsNotLookedAt()
+void tst_FourPsThickness::selectedMapIsIgnored()
 {
     setResult({values(2.1, 0.9)}, true);
     m_panel->ui.MapDMut2->setChecked(true);
@@ -125,7 +125,7 @@ void tst_FourPsThickness::chosenMapIsNotLookedAt()
     m_panel->ui.MapValence->setChecked(true);
 }
 
-void tst_FourPsThickness::valenceFollowsTheFieldsOfTheReferences()
+void tst_FourPsThickness::valenceUsesTheFieldsOfTheReferences()
 {
     setResult({fraction(0.3125, 1.1)}, false);
     shown();
@@ -146,7 +146,7 @@ void tst_FourPsThickness::colorIsTheCurrentOne_data()
     QTest::newRow("fifth") << 4 << QColor(200, 200, 0);
     QTest::newRow("fifteenth") << 14 << QColor(240, 160, 0);
     QTest::newRow("last") << 44 << QColor(240, 160, 0);
-    QTest::newRow("the round before") << 31 << QColor(255, 0, 0);
+    QTest::newRow("earlier in the second cycle") << 31 << QColor(255, 0, 0);
 }
 
 void tst_FourPsThickness::colorIsTheCurrentOne()
@@ -173,8 +173,8 @@ void tst_FourPsThickness::releaseInTheComparisonChangesTheColor()
     QVERIFY(shows(plain, automaticPlot()));
 }
 
-// One pixel of a = 1/2 between valences 2 and 3, thickness 1.
-void tst_FourPsThickness::calculatedMapIsShownAtOnce()
+// One pixel with a = 1/2, valences 2 and 3, and thickness 1.
+void tst_FourPsThickness::calculatedMapIsShownImmediately()
 {
     prepareThreePointMaps(*m_panel);
     SurfacePaints paints(*m_panel->Disps);

@@ -1,4 +1,4 @@
-// What is read from which widget, without the panel.
+// The values that are read from each input widget, without the panel.
 
 #include "analysis/CalculationState.h"
 #include "panel/InputReader.h"
@@ -17,28 +17,28 @@ private Q_SLOTS:
     void init() { m_loose->reset(); }
     void cleanupTestCase() { m_loose.reset(); }
 
-    void pointsComeFromTheirRows();
-    void wordsReadAsZero();
-    void mapOfARowIsKnown();
-    void referencesComeFromTheirRows();
-    void methodsAreTheRadios();
-    void calculationWorksOnTheRowsThemselves();
-    void limitsAreMeasuredFromTheEdge();
+    void pointsAreReadFromTheirRows();
+    void unparsableTextReadsAsZero();
+    void loadedMapIsReported();
+    void referencesAreReadFromTheirRows();
+    void methodsAreReadFromTheRadios();
+    void calculationStatePointsToTheRowsData();
+    void limitsAreRelativeToTheEdge();
     void normModeByRadio_data();
     void normModeByRadio();
     void shownMapIsTheFirstCheckedRowOrTheFirst();
     void quantityIsTheCheckedRadioOrTheFirst();
-    void lastOfSeveralCheckedQuantitiesCounts();
-    void columnsAreInTheOrderOfTheFile();
-    void histogramsGoByTheUsedReferences();
-    void lastCheckedShareHistogramCounts();
-    void everyReadSeesTheNewText();
+    void lastOfSeveralCheckedQuantitiesIsUsed();
+    void columnsHaveTheOrderOfTheFile();
+    void histogramsAreIndexedByUsedReferences();
+    void lastCheckedRatioHistogramIsUsed();
+    void everyReadReturnsTheCurrentText();
 
 private:
     std::unique_ptr<LooseWidgets> m_loose;
 };
 
-void tst_InputReader::pointsComeFromTheirRows()
+void tst_InputReader::pointsAreReadFromTheirRows()
 {
     const LooseWidgets& loose = *m_loose;
     const AEPoint* row = loose.point(5);
@@ -65,7 +65,7 @@ void tst_InputReader::pointsComeFromTheirRows()
     QCOMPARE(other.energy, 0.0);
 }
 
-void tst_InputReader::wordsReadAsZero()
+void tst_InputReader::unparsableTextReadsAsZero()
 {
     const LooseWidgets& loose = *m_loose;
     loose.point(0)->Energy->setText("8313 eV");
@@ -85,7 +85,7 @@ void tst_InputReader::wordsReadAsZero()
     QCOMPARE(reader.edge().preEdgeEnd, -50.0);
 }
 
-void tst_InputReader::mapOfARowIsKnown()
+void tst_InputReader::loadedMapIsReported()
 {
     const LooseWidgets& loose = *m_loose;
     loose.point(7)->loaded = true;
@@ -94,7 +94,7 @@ void tst_InputReader::mapOfARowIsKnown()
     QVERIFY(!points.at(6).hasMap);
 }
 
-void tst_InputReader::referencesComeFromTheirRows()
+void tst_InputReader::referencesAreReadFromTheirRows()
 {
     const LooseWidgets& loose = *m_loose;
     for (int i = 0; i < 4; ++i) {
@@ -117,7 +117,7 @@ void tst_InputReader::referencesComeFromTheirRows()
     QCOMPARE(references.used(1)->edgeJump, 0.75);
 }
 
-void tst_InputReader::methodsAreTheRadios()
+void tst_InputReader::methodsAreReadFromTheRadios()
 {
     const LooseWidgets& loose = *m_loose;
     const panel::InputReader reader(loose.list);
@@ -135,7 +135,7 @@ void tst_InputReader::methodsAreTheRadios()
     QVERIFY(radios.leastSquare && radios.linearBackground);
 }
 
-void tst_InputReader::calculationWorksOnTheRowsThemselves()
+void tst_InputReader::calculationStatePointsToTheRowsData()
 {
     const LooseWidgets& loose = *m_loose;
     loose.form.SubPostEforTarget->setChecked(true);
@@ -150,7 +150,7 @@ void tst_InputReader::calculationWorksOnTheRowsThemselves()
     QVERIFY(!state.subPostForRef);
 }
 
-void tst_InputReader::limitsAreMeasuredFromTheEdge()
+void tst_InputReader::limitsAreRelativeToTheEdge()
 {
     const LooseWidgets& loose = *m_loose;
     loose.form.EdgeE->setText("8350");
@@ -167,7 +167,7 @@ void tst_InputReader::normModeByRadio_data()
     QTest::addColumn<int>("radio");
     QTest::addColumn<int>("mode");
     QTest::newRow("none") << 0 << 0;
-    QTest::newRow("less pre-edge line") << 1 << 1;
+    QTest::newRow("minus pre-edge line") << 1 << 1;
     QTest::newRow("by edge jump") << 2 << 3;
     QTest::newRow("by two lines") << 3 << 4;
     QTest::newRow("nothing checked") << -1 << 5;
@@ -214,7 +214,7 @@ void tst_InputReader::quantityIsTheCheckedRadioOrTheFirst()
     QCOMPARE(reader.kindOfMap(), 0);
 }
 
-void tst_InputReader::lastOfSeveralCheckedQuantitiesCounts()
+void tst_InputReader::lastOfSeveralCheckedQuantitiesIsUsed()
 {
     const LooseWidgets& loose = *m_loose;
     for (QRadioButton* radio : {loose.form.MapRatio2, loose.form.MapMut0, loose.form.MapDMut1}) {
@@ -223,7 +223,7 @@ void tst_InputReader::lastOfSeveralCheckedQuantitiesCounts()
     QCOMPARE(panel::InputReader(loose.list).kindOfMap(), 8);
 }
 
-void tst_InputReader::columnsAreInTheOrderOfTheFile()
+void tst_InputReader::columnsHaveTheOrderOfTheFile()
 {
     const LooseWidgets& loose = *m_loose;
     const Ui_FourPs& form = loose.form;
@@ -242,7 +242,7 @@ void tst_InputReader::columnsAreInTheOrderOfTheFile()
     }
 }
 
-void tst_InputReader::histogramsGoByTheUsedReferences()
+void tst_InputReader::histogramsAreIndexedByUsedReferences()
 {
     const LooseWidgets& loose = *m_loose;
     for (int i = 0; i < 4; ++i) {
@@ -262,7 +262,7 @@ void tst_InputReader::histogramsGoByTheUsedReferences()
     }
 }
 
-void tst_InputReader::lastCheckedShareHistogramCounts()
+void tst_InputReader::lastCheckedRatioHistogramIsUsed()
 {
     const LooseWidgets& loose = *m_loose;
     const panel::InputReader reader(loose.list);
@@ -273,7 +273,7 @@ void tst_InputReader::lastCheckedShareHistogramCounts()
     QCOMPARE(reader.shownRatioRow(), 2);
 }
 
-void tst_InputReader::everyReadSeesTheNewText()
+void tst_InputReader::everyReadReturnsTheCurrentText()
 {
     const LooseWidgets& loose = *m_loose;
     const panel::InputReader reader(loose.list);

@@ -1,4 +1,4 @@
-// Heights of the rows in a form.
+// The heights of fields and buttons in a form.
 #include "panel/LowRows.h"
 
 #include <QCheckBox>
@@ -14,7 +14,7 @@
 namespace
 {
 
-/// A form with a holder inside, as forms have, and a dialog of its own.
+/// A frame that contains a widget with all kinds of controls, and a dialog as a child.
 struct Form {
     Form()
     {
@@ -39,7 +39,7 @@ struct Form {
     QRadioButton* radio = new QRadioButton(QStringLiteral("Valence"));
     QLabel* label = new QLabel(QStringLiteral("Valence"));
     QDialog* dialog = new QDialog(&frame);
-    QPushButton* ofDialog = new QPushButton(dialog);
+    QPushButton* dialogButton = new QPushButton(dialog);
 };
 
 } // namespace
@@ -49,15 +49,15 @@ class tst_LowRows : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void rowsAreAsHighAsALineAndItsFrame();
-    void fieldsOfARowAreEquallyHigh();
-    void marksAreLowerThanFields();
+    void fieldIsAsHighAsATextLineAndItsFrame();
+    void fieldsButtonsAndListsHaveTheSameHeight();
+    void checkBoxesAreLowerThanFields();
     void otherWidgetsAndDialogsKeepTheirHeights();
     void heightsFollowTheFont();
-    void widthsStayFree();
+    void widthsAreNotLimited();
 };
 
-void tst_LowRows::rowsAreAsHighAsALineAndItsFrame()
+void tst_LowRows::fieldIsAsHighAsATextLineAndItsFrame()
 {
     const Form form;
     const int line = form.frame.fontMetrics().height();
@@ -66,14 +66,14 @@ void tst_LowRows::rowsAreAsHighAsALineAndItsFrame()
     QVERIFY(form.edit->maximumHeight() < form.edit->sizeHint().height());
 }
 
-void tst_LowRows::fieldsOfARowAreEquallyHigh()
+void tst_LowRows::fieldsButtonsAndListsHaveTheSameHeight()
 {
     const Form form;
     QCOMPARE(form.button->maximumHeight(), form.edit->maximumHeight());
     QCOMPARE(form.list->maximumHeight(), form.edit->maximumHeight());
 }
 
-void tst_LowRows::marksAreLowerThanFields()
+void tst_LowRows::checkBoxesAreLowerThanFields()
 {
     const Form form;
     QVERIFY(form.check->maximumHeight() < form.edit->maximumHeight());
@@ -85,7 +85,7 @@ void tst_LowRows::otherWidgetsAndDialogsKeepTheirHeights()
 {
     const Form form;
     QCOMPARE(form.label->maximumHeight(), QWIDGETSIZE_MAX);
-    QCOMPARE(form.ofDialog->maximumHeight(), QWIDGETSIZE_MAX);
+    QCOMPARE(form.dialogButton->maximumHeight(), QWIDGETSIZE_MAX);
 }
 
 void tst_LowRows::heightsFollowTheFont()
@@ -100,7 +100,7 @@ void tst_LowRows::heightsFollowTheFont()
     QVERIFY(form.edit->maximumHeight() > before);
 }
 
-void tst_LowRows::widthsStayFree()
+void tst_LowRows::widthsAreNotLimited()
 {
     const Form form;
     QCOMPARE(form.edit->maximumWidth(), QWIDGETSIZE_MAX);

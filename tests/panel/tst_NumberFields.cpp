@@ -1,5 +1,5 @@
-// Every field of the program's windows: that a number in it cannot be misread,
-// selected by halves, or vanish on a dark desktop.
+// All input fields of the program's windows: a number must not be misread because it is cut
+// off, a double-click must select all of it, and it must be readable in a dark theme.
 
 #include "app/Body.h"
 #include "display/DispMBase.h"
@@ -20,11 +20,11 @@ namespace
 
 const QString longNumber = QStringLiteral("-9.60021e-05");
 
-/// Fields that hold paths, a list of numbers, or a sentence.
+/// Fields that hold paths, a list of numbers, or a result sentence.
 const QStringList otherFields{"FileName", "MultiEnergys", "CalcRes", "LCFRes"};
 
-/// Whether the whole text of @p edit fits in its letters; up to 3 pixels at
-/// either end are frame and margin.
+/// Whether the whole text of @p edit fits into the field at its font size. Frame and margin
+/// take up to 3 pixels at each end.
 bool fits(const QLineEdit* edit)
 {
     return QFontMetricsF(edit->font()).horizontalAdvance(edit->text()) <=
@@ -47,12 +47,12 @@ private Q_SLOTS:
     void initTestCase();
     void cleanupTestCase();
 
-    void everyFieldOfANumberIsANumberField();
-    void noFieldShowsANumberWithoutItsExponent();
-    void numbersOfSixtyPixelsAreWhole();
-    void doubleClickOnTheEdgeEnergyReplacesAllOfIt();
-    void fieldsWithABackgroundHaveBlackTextOnADarkDesktop();
-    void messagesAreBlackOnADarkDesktop();
+    void everyFieldWithANumberIsANumberEdit();
+    void everyFieldShowsTheExponentOfANumber();
+    void longNumberFitsInto60Pixels();
+    void doubleClickSelectsTheWholeEdgeEnergy();
+    void fieldsWithABackgroundHaveBlackTextInADarkTheme();
+    void messagesAreBlackInADarkTheme();
 
 private:
     QList<QLineEdit*> fields() const;
@@ -81,7 +81,7 @@ void tst_NumberFields::cleanupTestCase()
     m_body.reset();
 }
 
-/// All fields in sight.
+/// All visible fields.
 QList<QLineEdit*> tst_NumberFields::fields() const
 {
     QList<QLineEdit*> all;
@@ -93,7 +93,7 @@ QList<QLineEdit*> tst_NumberFields::fields() const
     return all;
 }
 
-void tst_NumberFields::everyFieldOfANumberIsANumberField()
+void tst_NumberFields::everyFieldWithANumberIsANumberEdit()
 {
     int numbers = 0;
     const QList<QLineEdit*> all = fields();
@@ -103,25 +103,26 @@ void tst_NumberFields::everyFieldOfANumberIsANumberField()
         QVERIFY2(isNumber != otherFields.contains(edit->objectName()), qPrintable(nameOf(edit)));
         numbers += isNumber ? 1 : 0;
     }
-    // 8 x 6 of the energy rows, 5 of shifts, 3 x 4 + 1 of the references and the
-    // target, 3 of the edge, 6 of the histograms, 10 x 2 and 2 x 5 of the plots.
+    // 8 x 6 in the energy rows, 5 energy shifts, 3 x 4 + 1 in the rows of the references
+    // and the target, 3 for the edge, 6 for the histograms, 10 x 2 and 2 x 5 in the plots
+    // and maps.
     QCOMPARE(numbers, 48 + 5 + 13 + 3 + 6 + 20 + 10);
 }
 
-void tst_NumberFields::noFieldShowsANumberWithoutItsExponent()
+void tst_NumberFields::everyFieldShowsTheExponentOfANumber()
 {
     const QList<QLineEdit*> all = fields();
     for (QLineEdit* edit : all) {
         edit->setText(longNumber);
     }
     for (const QLineEdit* edit : all) {
-        // Where it does not fit it shows the exponent behind an ellipsis, and all of the
-        // number in a tool tip.
+        // If the number does not fit, the field shows the exponent after an ellipsis, and a
+        // tool tip shows the complete number.
         QVERIFY2(edit->toolTip() == longNumber || fits(edit), qPrintable(nameOf(edit)));
     }
 }
 
-void tst_NumberFields::numbersOfSixtyPixelsAreWhole()
+void tst_NumberFields::longNumberFitsInto60Pixels()
 {
     const QList<QLineEdit*> all = fields();
     for (QLineEdit* edit : all) {
@@ -133,7 +134,7 @@ void tst_NumberFields::numbersOfSixtyPixelsAreWhole()
     }
 }
 
-void tst_NumberFields::doubleClickOnTheEdgeEnergyReplacesAllOfIt()
+void tst_NumberFields::doubleClickSelectsTheWholeEdgeEnergy()
 {
     QLineEdit* edge = m_panel->ui.EdgeE;
     m_body->activateWindow();
@@ -146,7 +147,7 @@ void tst_NumberFields::doubleClickOnTheEdgeEnergyReplacesAllOfIt()
     QCOMPARE(m_panel->ui.TargetFile->edgeEnergy, 8340.0);
 }
 
-void tst_NumberFields::fieldsWithABackgroundHaveBlackTextOnADarkDesktop()
+void tst_NumberFields::fieldsWithABackgroundHaveBlackTextInADarkTheme()
 {
     const QPalette before = QApplication::palette();
     QApplication::setPalette(QPalette(Qt::white, QColor(40, 40, 40), Qt::lightGray, Qt::black,
@@ -156,18 +157,18 @@ void tst_NumberFields::fieldsWithABackgroundHaveBlackTextOnADarkDesktop()
     int coloured = 0;
     const QList<QLineEdit*> all = fields();
     for (const QLineEdit* edit : all) {
-        const bool own = !edit->styleSheet().isEmpty();
+        const bool hasBackground = !edit->styleSheet().isEmpty();
         const QColor text = edit->palette().color(QPalette::Text);
-        coloured += own ? 1 : 0;
-        QVERIFY2(text == QColor(own ? Qt::black : Qt::white), qPrintable(nameOf(edit)));
+        coloured += hasBackground ? 1 : 0;
+        QVERIFY2(text == QColor(hasBackground ? Qt::black : Qt::white), qPrintable(nameOf(edit)));
     }
     QApplication::setPalette(before);
-    // 16 files, 2 results for each reference and 1 for the target, 2 sentences,
-    // 10 x 2 and 2 x 3 places.
+    // 16 file names, 2 results per reference and 1 for the target, 2 result sentences, 10 x
+    // 2 and 2 x 3 position and value fields.
     QCOMPARE(coloured, 16 + 9 + 2 + 20 + 6);
 }
 
-void tst_NumberFields::messagesAreBlackOnADarkDesktop()
+void tst_NumberFields::messagesAreBlackInADarkTheme()
 {
     const QPalette before = QApplication::palette();
     QPalette dark(before);

@@ -1,4 +1,4 @@
-// Which picture is repainted when which field changes, without the panel.
+// Which plots and maps are repainted when a field changes, without the panel.
 
 #include "panel/Repaints.h"
 #include "support/LooseWidgets.h"
@@ -60,12 +60,12 @@ class tst_Repaints : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void fieldsRepaintThePlotsThatReadThem_data();
-    void fieldsRepaintThePlotsThatReadThem();
-    void referencesRepaintTheResultMapAndFilesTheirMaps();
+    void fieldsRepaintThePlotsThatUseThem_data();
+    void fieldsRepaintThePlotsThatUseThem();
+    void referencesAndFilesRepaintTheirMaps();
 };
 
-void tst_Repaints::fieldsRepaintThePlotsThatReadThem_data()
+void tst_Repaints::fieldsRepaintThePlotsThatUseThem_data()
 {
     QTest::addColumn<int>("index");
     for (int i = 0; i < cases.size(); ++i) {
@@ -73,7 +73,7 @@ void tst_Repaints::fieldsRepaintThePlotsThatReadThem_data()
     }
 }
 
-void tst_Repaints::fieldsRepaintThePlotsThatReadThem()
+void tst_Repaints::fieldsRepaintThePlotsThatUseThem()
 {
     QFETCH(const int, index);
     LooseWidgets loose;
@@ -89,7 +89,7 @@ void tst_Repaints::fieldsRepaintThePlotsThatReadThem()
     }
 }
 
-void tst_Repaints::referencesRepaintTheResultMapAndFilesTheirMaps()
+void tst_Repaints::referencesAndFilesRepaintTheirMaps()
 {
     LooseWidgets loose;
     panel::connectRepaints(loose.list);
@@ -100,9 +100,9 @@ void tst_Repaints::referencesRepaintTheResultMapAndFilesTheirMaps()
     PaintCounter result(loose.resultMap.DispA);
     PaintCounter measured(loose.dataMap.DispA);
     const auto expect = [&](int resultPaints, int measuredPaints) {
-        constexpr int enoughForAPaint = 20; // ms
+        constexpr int paintTimeMs = 20;
         const bool isMet =
-            result.within(enoughForAPaint) == resultPaints && measured.count() == measuredPaints;
+            result.within(paintTimeMs) == resultPaints && measured.count() == measuredPaints;
         result.settle();
         measured.settle();
         return isMet;

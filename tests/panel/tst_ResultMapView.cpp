@@ -1,4 +1,4 @@
-// The window of the result map, without the panel.
+// The window of the result map, on loose widgets without the panel.
 
 #include "data/A2DData.h"
 #include "display/MouseC.h"
@@ -20,19 +20,19 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase();
 
-    void noResultIsWhiteAndFitsNothing();
+    void withoutAResultTheMapIsWhite();
     void firstPaintFitsViewAndLimits();
     void laterPaintsKeepViewAndLimits();
-    void slopesHaveNoPresetAndAreScanned();
-    void valueIsThatOfThePixel();
+    void slopesHaveNoPresetLimits();
+    void valueIsReadFromThePixel();
     void valueOutsideTheMapIsZero();
-    void nothingIsReadOrClickedWithoutAResult();
-    void doubleClickScansAndWithShiftOnlyRaises();
-    void controlDoubleClickTakesThePreset();
-    void otherQuantityClearsTheValueAndTakesItsPreset();
+    void withoutAResultTheMouseHasNoEffect();
+    void doubleClickScansAndShiftOnlyRaisesTheLimits();
+    void controlDoubleClickSetsThePresetLimits();
+    void otherQuantityClearsTheValueAndSetsItsPreset();
     void newResultOfTheSameSizeKeepsTheView();
     void newResultOfAnotherSizeFitsTheView();
-    void fittedResultGivesUpItsRange();
+    void fittedResultClearsTheRange();
 
 private:
     void choose(QRadioButton* quantity);
@@ -47,8 +47,8 @@ private:
 namespace
 {
 
-/// Pixels with values for all quantities: that of quantity q is @p base + q for the
-/// first pixel, and 1 more for each pixel that follows.
+/// A map with values of all quantities: quantity q is @p base + q in the first pixel, and
+/// increases by 1 from pixel to pixel.
 A2DData extendedMap(int width, int height, double base)
 {
     A2DData map;
@@ -110,7 +110,7 @@ QImage tst_ResultMapView::paint()
     return m_loose->resultMap.DispA->grab().toImage();
 }
 
-void tst_ResultMapView::noResultIsWhiteAndFitsNothing()
+void tst_ResultMapView::withoutAResultTheMapIsWhite()
 {
     const QImage picture = paint();
     QCOMPARE(picture.pixelColor(picture.width() / 2, picture.height() / 2), QColor(Qt::white));
@@ -144,7 +144,7 @@ void tst_ResultMapView::laterPaintsKeepViewAndLimits()
     QCOMPARE(m_loose->resultMap.CBar->zmax, 116.0);
 }
 
-void tst_ResultMapView::slopesHaveNoPresetAndAreScanned()
+void tst_ResultMapView::slopesHaveNoPresetLimits()
 {
     m_result = extendedMap(2, 1, 0.0);
     m_loose->resultMap.setZRange(-3.0, 3.0);
@@ -156,14 +156,14 @@ void tst_ResultMapView::slopesHaveNoPresetAndAreScanned()
     QCOMPARE(m_loose->resultMap.CBar->zmax, 1.1);
 }
 
-void tst_ResultMapView::valueIsThatOfThePixel()
+void tst_ResultMapView::valueIsReadFromThePixel()
 {
     m_result = extendedMap(4, 2, 0.0);
-    m_view->showValueAt(1.5, 1.2); // pixel 1 + 4
+    m_view->showValueAt(1.5, 1.2); // row 1, column 1: pixel 5
     QCOMPARE(m_loose->resultMap.Val->text(), QStringLiteral("14"));
     choose(m_loose->form.MapValence);
     m_view->showValueAt(3.9, 0.0);
-    QCOMPARE(m_loose->resultMap.Val->text(), QStringLiteral("14")); // 11 + 3
+    QCOMPARE(m_loose->resultMap.Val->text(), QStringLiteral("14")); // quantity 11 in pixel 3
 }
 
 void tst_ResultMapView::valueOutsideTheMapIsZero()
@@ -176,7 +176,7 @@ void tst_ResultMapView::valueOutsideTheMapIsZero()
     }
 }
 
-void tst_ResultMapView::nothingIsReadOrClickedWithoutAResult()
+void tst_ResultMapView::withoutAResultTheMouseHasNoEffect()
 {
     m_loose->resultMap.Val->setText("before");
     m_loose->resultMap.setZRange(-3.0, 3.0);
@@ -186,9 +186,9 @@ void tst_ResultMapView::nothingIsReadOrClickedWithoutAResult()
     QCOMPARE(m_loose->resultMap.CBar->zmax, 3.0);
 }
 
-void tst_ResultMapView::doubleClickScansAndWithShiftOnlyRaises()
+void tst_ResultMapView::doubleClickScansAndShiftOnlyRaisesTheLimits()
 {
-    m_result = extendedMap(4, 2, 0.0); // C1 from 9 to 16
+    m_result = extendedMap(4, 2, 0.0); // C1 is 9 to 16
     const cBar& bar = *m_loose->resultMap.CBar;
     m_loose->resultMap.setZRange(-3.0, 30.0);
     QVERIFY(doubleClick(*m_view, Qt::ShiftModifier));
@@ -204,18 +204,18 @@ void tst_ResultMapView::doubleClickScansAndWithShiftOnlyRaises()
     QCOMPARE(bar.zmax, 30.0);
 }
 
-void tst_ResultMapView::controlDoubleClickTakesThePreset()
+void tst_ResultMapView::controlDoubleClickSetsThePresetLimits()
 {
     m_result = extendedMap(4, 2, 0.0);
     const cBar& bar = *m_loose->resultMap.CBar;
     QVERIFY(doubleClick(*m_view, Qt::ControlModifier));
-    QCOMPARE(bar.zmax, 16.0); // a slope has none, and is scanned
+    QCOMPARE(bar.zmax, 16.0); // slopes have no preset limits and are scanned
     choose(m_loose->form.MapRatio1);
     QVERIFY(doubleClick(*m_view, Qt::ControlModifier));
     QCOMPARE(bar.zmax, 1.1);
 }
 
-void tst_ResultMapView::otherQuantityClearsTheValueAndTakesItsPreset()
+void tst_ResultMapView::otherQuantityClearsTheValueAndSetsItsPreset()
 {
     m_result = extendedMap(4, 2, 0.0);
     m_loose->resultMap.Val->setText("16");
@@ -245,10 +245,11 @@ void tst_ResultMapView::newResultOfAnotherSizeFitsTheView()
     QVERIFY(m_loose->resultMap.DispA->hasScale);
     QCOMPARE(m_loose->resultMap.DispA->cc.realX1, 8.0);
     QCOMPARE(m_loose->resultMap.DispA->cc.realY1, 3.0);
-    QCOMPARE(m_loose->resultMap.CBar->zmax, 16.0); // those that the user may have chosen
+    QCOMPARE(m_loose->resultMap.CBar->zmax,
+             16.0); // the limits are kept: the user may have set them
 }
 
-void tst_ResultMapView::fittedResultGivesUpItsRange()
+void tst_ResultMapView::fittedResultClearsTheRange()
 {
     m_result = extendedMap(4, 2, 0.0);
     paint();

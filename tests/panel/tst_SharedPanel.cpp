@@ -1,4 +1,4 @@
-// That a panel which tests share hides nothing of one test from the next.
+// Resetting a panel that several tests share: no state of one test may remain for the next.
 
 #include "rows/FileDialog.h"
 #include "support/SharedPanel.h"
@@ -14,17 +14,18 @@ class tst_SharedPanel : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void resetPanelHasTheTextsAndStatesOfAFreshOne();
-    void resetPanelHasTheDataOfAFreshOne();
-    void resetPanelCalculatesAsAFreshOne();
+    void resetPanelHasTheTextsAndStatesOfANewOne();
+    void resetPanelHasTheDataOfANewOne();
+    void resetPanelCalculatesLikeANewOne();
     void resetMakesButtonsExclusiveAgain();
 };
 
 namespace
 {
 
-/// Loads, calculates, shows and changes what can be.
-void disturb(FourPs& panel, const QTemporaryDir& dir)
+/// Changes as much of the panel's state as possible: loads, calculates, shows windows,
+/// edits all fields.
+void changeEverything(FourPs& panel, const QTemporaryDir& dir)
 {
     const QString path = writeFile(dir, "a.dat", spectrumText("1.00", "1.5", "1.25", "1"));
     prepareThreePointMaps(panel);
@@ -170,8 +171,8 @@ QStringList dataOf(const FourPs& panel)
                        textOf(panel.scaleY1)};
 }
 
-/// The lines of the message box after one run of everything.
-QStringList reflexOf(FourPs& panel)
+/// The message lines and results after one recalculation.
+QStringList recalculationOutput(FourPs& panel)
 {
     prepareThreePointMaps(panel);
     panel.calcBoth();
@@ -180,11 +181,11 @@ QStringList reflexOf(FourPs& panel)
 
 } // namespace
 
-void tst_SharedPanel::resetPanelHasTheTextsAndStatesOfAFreshOne()
+void tst_SharedPanel::resetPanelHasTheTextsAndStatesOfANewOne()
 {
     const QTemporaryDir dir;
     auto panel = std::make_unique<FourPs>();
-    disturb(*panel, dir);
+    changeEverything(*panel, dir);
     resetPanel(*panel);
     const QList<QMap<QString, States>> found = statesOf(*panel);
     const QList<QMap<QString, States>>& expected = firstStates();
@@ -205,26 +206,26 @@ void tst_SharedPanel::resetPanelHasTheTextsAndStatesOfAFreshOne()
     closePanel(panel);
 }
 
-void tst_SharedPanel::resetPanelHasTheDataOfAFreshOne()
+void tst_SharedPanel::resetPanelHasTheDataOfANewOne()
 {
     const QTemporaryDir dir;
     auto panel = std::make_unique<FourPs>();
     const QStringList fresh = dataOf(*panel);
-    disturb(*panel, dir);
+    changeEverything(*panel, dir);
     QVERIFY(dataOf(*panel) != fresh);
     resetPanel(*panel);
     QCOMPARE(dataOf(*panel), fresh);
     closePanel(panel);
 }
 
-void tst_SharedPanel::resetPanelCalculatesAsAFreshOne()
+void tst_SharedPanel::resetPanelCalculatesLikeANewOne()
 {
     const QTemporaryDir dir;
     auto panel = std::make_unique<FourPs>();
-    const QStringList fresh = reflexOf(*panel);
-    disturb(*panel, dir);
+    const QStringList fresh = recalculationOutput(*panel);
+    changeEverything(*panel, dir);
     resetPanel(*panel);
-    QCOMPARE(reflexOf(*panel), fresh);
+    QCOMPARE(recalculationOutput(*panel), fresh);
     closePanel(panel);
 }
 

@@ -1,5 +1,5 @@
-// Maps that change between calculations in the ways that a user can change them:
-// each result is that of a panel which never calculated before.
+// Maps that the user changes between calculations: each result must equal the result of a
+// panel that has calculated nothing before.
 #include "display/Histgram.h"
 #include "display/LineEditText.h"
 #include "rows/AXafsFileSelect.h"
@@ -22,7 +22,7 @@ namespace
 
 using Action = std::function<void(FourPs&)>;
 
-/// A method of calculation with as many rows as it is tried with.
+/// A calculation method and the number of rows to test it with.
 struct Method {
     const char* name;
     int rows;
@@ -41,12 +41,12 @@ const QList<double> energies{8300, 8320, 8335, 8345, 8350, 8360, 8380, 8420};
 const QList<double> firstShape{0.01, 0.02, 0.4, 0.9, 1.3, 1.1, 0.95, 1.0};
 const QList<double> secondShape{0.02, 0.01, 0.1, 0.5, 0.8, 1.4, 1.05, 1.0};
 
-// More pixels than a block, and no whole number of blocks.
+// Several blocks of pixels, and an incomplete block at the end.
 constexpr int width = 13;
 constexpr int height = 11;
 
-/// A text map of intensities that follow from @p seed; maps of one size differ in
-/// nothing else.
+/// A text map whose intensities are pseudo-random with @p seed. Maps of the same size
+/// differ only in the intensities.
 QByteArray textMap(int seed, int columns = width, int lines = height)
 {
     QByteArray text =
@@ -61,7 +61,7 @@ QByteArray textMap(int seed, int columns = width, int lines = height)
     return text;
 }
 
-/// A binary map of ready values that follow from @p seed.
+/// A binary map whose pixels contain mut directly, pseudo-random with @p seed.
 QByteArray binaryMap(int seed, int columns, int lines)
 {
     QByteArray bytes = QByteArrayLiteral("2dData-V0.0 HeaderSize: 512").leftJustified(64, ' ');
@@ -76,7 +76,7 @@ QByteArray binaryMap(int seed, int columns, int lines)
     return bytes + QByteArray(columns * lines, '\1');
 }
 
-/// References, and the numbers of all rows.
+/// Sets the references, and the energies and mut values of all rows.
 void prepareNumbers(FourPs& panel)
 {
     for (int i = 0; i < 2; ++i) {
@@ -104,7 +104,7 @@ void choose(FourPs& panel, const Method& method)
     chooseQuietly(method.linear ? panel.ui.NonEquivBGLinear : panel.ui.NonEquivBGVic);
 }
 
-/// Everything that a map calculation reads, copied to another panel.
+/// Copies everything that a map calculation reads to another panel.
 void copyState(const FourPs& from, FourPs& to)
 {
     for (int row = 0; row < from.EPoints.size(); ++row) {
@@ -131,27 +131,27 @@ void copyState(const FourPs& from, FourPs& to)
     }
 }
 
-/// What a calculation left.
-struct Left {
-    A2DData map; ///< with memory of its own
+/// The state after a calculation.
+struct Outcome {
+    A2DData map; ///< a deep copy
     QList<HistogramCounts> counts;
     bool isRefused = false;
 };
 
-Left calculate(FourPs& panel)
+Outcome calculate(FourPs& panel)
 {
     clearMessages(panel);
     panel.calcMap();
-    Left left{ownCopy(panel.BaseData), {*panel.HistV, *panel.HistT}, false};
+    Outcome outcome{ownCopy(panel.BaseData), {*panel.HistV, *panel.HistT}, false};
     for (const Histgram* histogram : panel.HistRatio + panel.HistDMut) {
-        left.counts.append(*histogram);
+        outcome.counts.append(*histogram);
     }
-    left.isRefused = !messages(panel).isEmpty();
-    return left;
+    outcome.isRefused = !messages(panel).isEmpty();
+    return outcome;
 }
 
-/// Leaves nothing of earlier calculations: neither a result, nor any of what the
-/// panel keeps for the next one, since its maps are empty in the last of them.
+/// Removes all results of earlier calculations and everything that the panel caches. The
+/// cache is emptied by a last calculation with empty maps.
 void makeLikeNew(FourPs& panel)
 {
     panel.BaseData = {};
@@ -166,7 +166,7 @@ void makeLikeNew(FourPs& panel)
     panel.BaseData = {};
 }
 
-QString differenceOf(const Left& a, const Left& b)
+QString differenceOf(const Outcome& a, const Outcome& b)
 {
     for (qsizetype i = 0; i < a.counts.size(); ++i) {
         const HistogramCounts& p = a.counts.at(i);
@@ -190,11 +190,11 @@ class tst_StaleMaps : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void resultIsThatOfAFreshPanel_data();
-    void resultIsThatOfAFreshPanel();
-    void resultIsThatOfANewPanel();
-    void filesReachTheResult();
-    void resultThatWasCopiedStays();
+    void resultEqualsThatOfAResetPanel_data();
+    void resultEqualsThatOfAResetPanel();
+    void resultEqualsThatOfANewPanel();
+    void loadedFileChangesTheResult();
+    void copiedResultIsNotModified();
 
 private:
     QString file(const QString& name, const QByteArray& content) const
@@ -220,10 +220,10 @@ void tst_StaleMaps::initTestCase()
     prepareNumbers(*m_other);
 }
 
-/// The state that each test begins with: a text map in each row.
+/// Loads the initial state of each test: a text map in each row.
 void tst_StaleMaps::loadAll(FourPs& panel) const
 {
-    file(nameOf(2), textMap(2)); // which a test may have written anew
+    file(nameOf(2), textMap(2)); // a test can have overwritten it
     prepareNumbers(panel);
     for (int row = 0; row < panel.EPoints.size(); ++row) {
         panel.EPoints.at(row)->loadData(m_folder->filePath(nameOf(row)));
@@ -231,10 +231,10 @@ void tst_StaleMaps::loadAll(FourPs& panel) const
     }
 }
 
-void tst_StaleMaps::resultIsThatOfAFreshPanel_data()
+void tst_StaleMaps::resultEqualsThatOfAResetPanel_data()
 {
     QTest::addColumn<Action>("action");
-    QTest::addColumn<bool>("changes"); // the result, with every method
+    QTest::addColumn<bool>("changes"); // whether every method gives a different result
     addFileActions();
     addChoiceActions();
 }
@@ -246,7 +246,7 @@ void tst_StaleMaps::addFileActions()
     };
     row("another file of the same size", true,
         [this](FourPs& panel) { panel.EPoints.at(0)->loadData(file("other.dat", textMap(100))); });
-    row("the same file written anew", true,
+    row("the same file with new content", true,
         [this](FourPs& panel) { panel.EPoints.at(2)->loadData(file("row2.dat", textMap(101))); });
     row("another file of another size in the first row", true, [this](FourPs& panel) {
         panel.EPoints.at(0)->loadData(file("small.dat", textMap(102, 7, 10)));
@@ -267,10 +267,10 @@ void tst_StaleMaps::addFileActions()
         panel.calcMap();
         panel.EPoints.at(1)->loadData(file("other.dat", textMap(104)));
     });
-    row("larger binary map behind a text map", true, [this](FourPs& panel) {
+    row("larger binary map loaded over a text map", true, [this](FourPs& panel) {
         panel.EPoints.at(2)->loadData(file("map.2dp", binaryMap(105, 20, 10)));
     });
-    row("binary maps behind text maps throughout", true, [this](FourPs& panel) {
+    row("binary maps loaded over all text maps", true, [this](FourPs& panel) {
         for (int i = 0; i < panel.EPoints.size(); ++i) {
             panel.EPoints.at(i)->loadData(file("map.2dp", binaryMap(120 + i, 20, 10)));
         }
@@ -310,7 +310,7 @@ void tst_StaleMaps::addChoiceActions()
         panel.calcMap();
         panel.EPoints.at(1)->UseCB->click();
     });
-    row("another row for one", true, [](FourPs& panel) {
+    row("one row replaced by another", true, [](FourPs& panel) {
         panel.EPoints.at(0)->UseCB->click();
         panel.EPoints.at(7)->UseCB->click();
     });
@@ -326,9 +326,9 @@ void tst_StaleMaps::addChoiceActions()
         [](FourPs& panel) { enter(panel.EPoints.at(1)->Energy, QStringLiteral("8327")); });
 }
 
-// The change is made, and calculated before and after it, with each method in
-// turn; another panel, which has nothing of before, is brought to the same state.
-void tst_StaleMaps::resultIsThatOfAFreshPanel()
+// For each method, calculates before and after the action. Another panel, which keeps
+// nothing of earlier calculations, gets the same inputs; its result must be equal.
+void tst_StaleMaps::resultEqualsThatOfAResetPanel()
 {
     QFETCH(Action, action);
     QFETCH(bool, changes);
@@ -340,16 +340,16 @@ void tst_StaleMaps::resultIsThatOfAFreshPanel()
         }
         useRows(*m_panel, rows);
         choose(*m_panel, method);
-        const Left before = calculate(*m_panel);
+        const Outcome before = calculate(*m_panel);
         QVERIFY2(!before.isRefused && before.map.rows.size() == width * height, method.name);
         action(*m_panel);
-        const Left after = calculate(*m_panel);
+        const Outcome after = calculate(*m_panel);
         QVERIFY2(!changes || !differenceOf(after, before).isEmpty(), method.name);
 
         makeLikeNew(*m_other);
         choose(*m_other, method);
         copyState(*m_panel, *m_other);
-        const Left expected = calculate(*m_other);
+        const Outcome expected = calculate(*m_other);
         QCOMPARE(after.isRefused, expected.isRefused);
         if (after.isRefused) {
             QCOMPARE(tests::differenceOf(after.map, before.map), QString());
@@ -361,7 +361,7 @@ void tst_StaleMaps::resultIsThatOfAFreshPanel()
     }
 }
 
-void tst_StaleMaps::resultIsThatOfANewPanel()
+void tst_StaleMaps::resultEqualsThatOfANewPanel()
 {
     loadAll(*m_panel);
     useRows(*m_panel, {0, 1, 2, 3, 4, 5});
@@ -369,23 +369,24 @@ void tst_StaleMaps::resultIsThatOfANewPanel()
     calculate(*m_panel);
     m_panel->EPoints.at(0)->loadData(file("other.dat", textMap(300)));
     m_panel->EPoints.at(4)->loadData(file("map.2dp", binaryMap(301, 20, 10)));
-    FourPs made;
-    prepareNumbers(made);
+    FourPs newPanel;
+    prepareNumbers(newPanel);
     for (const Method& method : methods) {
         const bool isThreePoints = method.rows == 3;
         useRows(*m_panel, isThreePoints ? QList<int>{0, 1, 2} : QList<int>{0, 2, 3, 4, 5, 6});
         choose(*m_panel, method);
-        const Left left = calculate(*m_panel);
-        choose(made, method);
-        copyState(*m_panel, made);
-        const Left expected = calculate(made);
-        QCOMPARE(left.isRefused, expected.isRefused);
-        QVERIFY2(left.isRefused || differenceOf(left, expected).isEmpty(), method.name);
+        const Outcome outcome = calculate(*m_panel);
+        choose(newPanel, method);
+        copyState(*m_panel, newPanel);
+        const Outcome expected = calculate(newPanel);
+        QCOMPARE(outcome.isRefused, expected.isRefused);
+        QVERIFY2(outcome.isRefused || differenceOf(outcome, expected).isEmpty(), method.name);
     }
 }
 
-// A binary map behind a text map: the pixels by position, first those of the text.
-void tst_StaleMaps::filesReachTheResult()
+// A binary map that is loaded over a text map appends its pixels. Pixels are accessed by
+// position, so the first ones still belong to the text map.
+void tst_StaleMaps::loadedFileChangesTheResult()
 {
     FourPs& panel = *m_panel;
     loadAll(panel);
@@ -396,7 +397,7 @@ void tst_StaleMaps::filesReachTheResult()
     panel.EPoints.at(2)->loadData(file("map.2dp", binaryMap(200, 20, 10)));
     const AEPoint& base = *panel.EPoints.at(2);
     QCOMPARE(base.rows.size(), width * height + 200);
-    QCOMPARE(data::pixelMut(base, 15, 2), ofText); // 4 * 13 + 3 is 2 * 20 + 15
+    QCOMPARE(data::pixelMut(base, 15, 2), ofText); // same index: 4 * 13 + 3 = 2 * 20 + 15
     const A2DData result = calculate(panel).map;
     QCOMPARE(result.rows.size(), 200);
 
@@ -412,7 +413,7 @@ void tst_StaleMaps::filesReachTheResult()
     QCOMPARE(tests::differenceOf(result, expected), QString());
 }
 
-void tst_StaleMaps::resultThatWasCopiedStays()
+void tst_StaleMaps::copiedResultIsNotModified()
 {
     FourPs& panel = *m_panel;
     loadAll(panel);

@@ -1,4 +1,4 @@
-// Where the Tab key leads on the main window and on the windows of the maps.
+// The order in which the Tab key moves the focus, in the main window and the map windows.
 
 #include "app/Body.h"
 #include "display/DispMBase.h"
@@ -16,14 +16,14 @@
 namespace
 {
 
-/// A field that shows a result or a choice, and is not for typing.
-bool isYellow(const QLineEdit* edit)
+/// Whether @p edit shows a result or a selection and is not meant for typing.
+bool isResultField(const QLineEdit* edit)
 {
     return edit->styleSheet() == QLatin1String("background-color: rgb(255, 255, 220);");
 }
 
-/// The fields that the Tab key reaches on @p window, from the start of the chain
-/// around to it.
+/// The fields of @p window that the Tab key reaches in one full cycle of the focus chain
+/// from @p first.
 QList<QLineEdit*> fieldsByTab(QWidget* window, QWidget* first)
 {
     QList<QLineEdit*> fields;
@@ -45,19 +45,19 @@ QString nameOf(const QWidget* widget)
     return QStringLiteral("%1 at %2, %3").arg(widget->objectName()).arg(at.x()).arg(at.y());
 }
 
-/// The middle of a field in its window.
-QPoint placeOf(const QWidget* widget)
+/// The centre of a widget in the coordinates of its window.
+QPoint centreOf(const QWidget* widget)
 {
     return widget->mapTo(widget->window(), widget->rect().center());
 }
 
-/// Whether @p next comes after @p before for a reader: further down, or in the
-/// same line and further right.
+/// Whether @p next comes after @p before in reading order: further down, or further right
+/// in the same line.
 bool isReadAfter(const QWidget* next, const QWidget* before)
 {
     const int lineHeight = before->height() / 2;
-    const QPoint a = placeOf(before);
-    const QPoint b = placeOf(next);
+    const QPoint a = centreOf(before);
+    const QPoint b = centreOf(next);
     return b.y() > a.y() + lineHeight || (b.y() > a.y() - lineHeight && b.x() > a.x());
 }
 
@@ -72,18 +72,18 @@ private Q_SLOTS:
     void cleanup();
 
     void programStartsAtTheFirstReference();
-    void tabGoesThroughTheFieldsInReadingOrder();
-    void tabReachesEveryFieldThatIsTypedIn();
-    void tabPassesMoreConditionsBetweenResultsAndEnergies();
-    void tabPassesResultsByAndAClickTakesThem();
-    void theSaveNameIsReachedByTab();
-    void mapWindowOpensWithTheCaretInNoField();
-    void poppedOutMapOpensWithTheCaretInNoField();
-    void eachOpeningOfAMapWindowTakesTheCaretFromItsField();
-    void clickOnTheButtonThatPopsOutGivesItNoFocus();
-    void whatIsTypedIntoAFreshMapWindowIsLost();
+    void tabVisitsTheFieldsInReadingOrder();
+    void tabReachesEveryEditableField();
+    void tabVisitsMoreConditionsBetweenResultsAndEnergies();
+    void resultFieldsGetTheFocusOnlyByAClick();
+    void tabReachesTheSaveName();
+    void mapWindowOpensWithoutAFocusedField();
+    void poppedOutMapOpensWithoutAFocusedField();
+    void reopeningAMapWindowClearsTheFocusOfItsFields();
+    void popOutButtonDoesNotTakeTheFocus();
+    void keysInANewMapWindowChangeNothing();
     void graphWindowOpensWithoutAFocusedButton();
-    void tabGoesFromTheUpperToTheLowerLimit();
+    void tabMovesFromTheUpperToTheLowerLimit();
 
 private:
     QList<QLineEdit*> typedFields() const;
@@ -113,7 +113,8 @@ void tst_TabOrder::cleanup()
 QList<QLineEdit*> tst_TabOrder::typedFields() const
 {
     QList<QLineEdit*> fields = m_body->findChildren<QLineEdit*>();
-    fields.removeIf([](const QLineEdit* edit) { return isYellow(edit) || !edit->isVisible(); });
+    fields.removeIf(
+        [](const QLineEdit* edit) { return isResultField(edit) || !edit->isVisible(); });
     return fields;
 }
 
@@ -127,7 +128,7 @@ void tst_TabOrder::programStartsAtTheFirstReference()
     QVERIFY(row->Valence->hasFocus());
 }
 
-void tst_TabOrder::tabGoesThroughTheFieldsInReadingOrder()
+void tst_TabOrder::tabVisitsTheFieldsInReadingOrder()
 {
     QWidget* first = m_panel->Refs.RefRows.first()->UseCB;
     const QList<QLineEdit*> fields = fieldsByTab(m_body.get(), first);
@@ -138,7 +139,7 @@ void tst_TabOrder::tabGoesThroughTheFieldsInReadingOrder()
     }
 }
 
-void tst_TabOrder::tabReachesEveryFieldThatIsTypedIn()
+void tst_TabOrder::tabReachesEveryEditableField()
 {
     const QList<QLineEdit*> reached =
         fieldsByTab(m_body.get(), m_panel->Refs.RefRows.first()->UseCB);
@@ -150,7 +151,7 @@ void tst_TabOrder::tabReachesEveryFieldThatIsTypedIn()
     QCOMPARE(reached.size(), typed.size());
 }
 
-void tst_TabOrder::tabPassesMoreConditionsBetweenResultsAndEnergies()
+void tst_TabOrder::tabVisitsMoreConditionsBetweenResultsAndEnergies()
 {
     m_panel->ui.DispCondsB->click();
     QList<QWidget*> visited;
@@ -166,7 +167,7 @@ void tst_TabOrder::tabPassesMoreConditionsBetweenResultsAndEnergies()
     QCOMPARE(visited.last(), m_panel->EPoints.first()->UseCB);
 }
 
-void tst_TabOrder::tabPassesResultsByAndAClickTakesThem()
+void tst_TabOrder::resultFieldsGetTheFocusOnlyByAClick()
 {
     const ARefFile* row = m_panel->Refs.RefRows.first();
     for (QLineEdit* edit :
@@ -178,14 +179,14 @@ void tst_TabOrder::tabPassesResultsByAndAClickTakesThem()
     }
 }
 
-void tst_TabOrder::theSaveNameIsReachedByTab()
+void tst_TabOrder::tabReachesTheSaveName()
 {
     m_panel->ui.SaveFSelect->SelectB->setFocus();
     QTest::keyClick(m_panel->ui.SaveFSelect->SelectB, Qt::Key_Tab);
     QVERIFY(m_panel->ui.SaveFSelect->FileName->hasFocus());
 }
 
-void tst_TabOrder::mapWindowOpensWithTheCaretInNoField()
+void tst_TabOrder::mapWindowOpensWithoutAFocusedField()
 {
     for (DispMBase* window : {m_panel->MapDisp, m_panel->DMapDisp}) {
         window->show();
@@ -195,7 +196,7 @@ void tst_TabOrder::mapWindowOpensWithTheCaretInNoField()
     }
 }
 
-void tst_TabOrder::poppedOutMapOpensWithTheCaretInNoField()
+void tst_TabOrder::poppedOutMapOpensWithoutAFocusedField()
 {
     m_panel->MapDisp->show();
     m_panel->MapDisp->popDock();
@@ -205,7 +206,7 @@ void tst_TabOrder::poppedOutMapOpensWithTheCaretInNoField()
     m_panel->MapDisp->popDock();
 }
 
-void tst_TabOrder::eachOpeningOfAMapWindowTakesTheCaretFromItsField()
+void tst_TabOrder::reopeningAMapWindowClearsTheFocusOfItsFields()
 {
     DispMBase* window = m_panel->MapDisp;
     for (int opening = 0; opening < 2; ++opening) {
@@ -227,7 +228,7 @@ void tst_TabOrder::eachOpeningOfAMapWindowTakesTheCaretFromItsField()
     }
 }
 
-void tst_TabOrder::clickOnTheButtonThatPopsOutGivesItNoFocus()
+void tst_TabOrder::popOutButtonDoesNotTakeTheFocus()
 {
     m_panel->Disps->show();
     m_panel->Disps->activateWindow();
@@ -240,7 +241,7 @@ void tst_TabOrder::clickOnTheButtonThatPopsOutGivesItNoFocus()
     QVERIFY(!plot->PopDockB->hasFocus());
 }
 
-void tst_TabOrder::whatIsTypedIntoAFreshMapWindowIsLost()
+void tst_TabOrder::keysInANewMapWindowChangeNothing()
 {
     DispMBase* window = m_panel->MapDisp;
     window->show();
@@ -264,7 +265,7 @@ void tst_TabOrder::graphWindowOpensWithoutAFocusedButton()
     QVERIFY(!qobject_cast<QLineEdit*>(QApplication::focusWidget()));
 }
 
-void tst_TabOrder::tabGoesFromTheUpperToTheLowerLimit()
+void tst_TabOrder::tabMovesFromTheUpperToTheLowerLimit()
 {
     DispMBase* window = m_panel->MapDisp;
     window->show();

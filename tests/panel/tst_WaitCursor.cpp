@@ -1,5 +1,5 @@
-// The wait cursor is there while files are read or written and while long
-// calculations run, and at no other time.
+// The wait cursor is shown while files are read or written and during long calculations,
+// and at no other time.
 
 #include "display/WaitCursor.h"
 
@@ -28,17 +28,17 @@ bool isWaiting()
     return cursor && cursor->shape() == Qt::WaitCursor;
 }
 
-/// Whether the wait cursor was there at each emission of a signal.
+/// Records for each emission of a signal whether the wait cursor is shown.
 class CursorSpy : public QObject
 {
 public:
     template <class Sender, class Signal>
     CursorSpy(const Sender* sender, Signal signal)
     {
-        connect(sender, signal, this, [this] { seen.append(isWaiting()); });
+        connect(sender, signal, this, [this] { waiting.append(isWaiting()); });
     }
 
-    QList<bool> seen;
+    QList<bool> waiting;
 };
 
 const QByteArray mapText = "# map\n# ENERGY : 8381\n# X-NUM 2\n# Y-NUM 1\n0 0 1 2\n0 0 1 3\n";
@@ -53,27 +53,27 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void guardShowsTheCursorWhileItLives();
-    void nestedGuardsCountOnce();
-    void guardThatIsNotWantedDoesNothing();
-    void guardKeepsTheCursorOfOthers();
+    void guardShowsTheCursorDuringItsLifetime();
+    void nestedGuardsSetTheCursorOnce();
+    void guardConstructedWithFalseDoesNothing();
+    void guardRestoresAnEarlierOverrideCursor();
 
-    void mapIsReadUnderTheCursor();
-    void manyMapsAreReadUnderOneCursor();
-    void droppedMapIsReadUnderTheCursor();
-    void failedReadsTakeTheCursorAway_data();
-    void failedReadsTakeTheCursorAway();
-    void spectrumIsReadAndUsedUnderTheCursor_data();
-    void spectrumIsReadAndUsedUnderTheCursor();
-    void spectraForDisplayAreReadUnderTheCursor();
-    void resultIsWrittenUnderTheCursor();
+    void readingAMapShowsTheCursor();
+    void readingSeveralMapsShowsTheCursorThroughout();
+    void readingADroppedMapShowsTheCursor();
+    void failedReadsRestoreTheCursor_data();
+    void failedReadsRestoreTheCursor();
+    void readingASpectrumShowsTheCursor_data();
+    void readingASpectrumShowsTheCursor();
+    void readingDisplayFilesShowsTheCursor();
+    void writingAResultShowsTheCursor();
 
     void longCalculationShowsTheCursor_data();
     void longCalculationShowsTheCursor();
-    void longSpectraShowTheCursorAtTheFit();
-    void shortCalculationLeavesThePointer();
-    void draggedEdgeLeavesThePointerOverLittleData();
-    void refusedCalculationTakesTheCursorAway();
+    void longSpectraShowTheCursorDuringFitAndTarget();
+    void shortCalculationKeepsTheCursor();
+    void draggingTheEdgeWithLittleDataKeepsTheCursor();
+    void refusedCalculationRestoresTheCursor();
 
 private:
     void prepareLargeMaps();
@@ -94,7 +94,7 @@ void tst_WaitCursor::cleanup()
     QVERIFY(!QGuiApplication::overrideCursor());
 }
 
-void tst_WaitCursor::guardShowsTheCursorWhileItLives()
+void tst_WaitCursor::guardShowsTheCursorDuringItsLifetime()
 {
     QVERIFY(!isWaiting());
     {
@@ -104,7 +104,7 @@ void tst_WaitCursor::guardShowsTheCursorWhileItLives()
     QVERIFY(!QGuiApplication::overrideCursor());
 }
 
-void tst_WaitCursor::nestedGuardsCountOnce()
+void tst_WaitCursor::nestedGuardsSetTheCursorOnce()
 {
     const auto nested = [] {
         const WaitCursor inner;
@@ -115,12 +115,12 @@ void tst_WaitCursor::nestedGuardsCountOnce()
         nested();
         QVERIFY(isWaiting());
         QGuiApplication::restoreOverrideCursor();
-        QVERIFY(!QGuiApplication::overrideCursor()); // there was but one
+        QVERIFY(!QGuiApplication::overrideCursor()); // there was only one override cursor
     }
     QVERIFY(!QGuiApplication::overrideCursor());
 }
 
-void tst_WaitCursor::guardThatIsNotWantedDoesNothing()
+void tst_WaitCursor::guardConstructedWithFalseDoesNothing()
 {
     const WaitCursor unwanted(false);
     QVERIFY(!isWaiting());
@@ -132,7 +132,7 @@ void tst_WaitCursor::guardThatIsNotWantedDoesNothing()
     QVERIFY(!isWaiting());
 }
 
-void tst_WaitCursor::guardKeepsTheCursorOfOthers()
+void tst_WaitCursor::guardRestoresAnEarlierOverrideCursor()
 {
     QGuiApplication::setOverrideCursor(Qt::CrossCursor);
     {
@@ -143,43 +143,43 @@ void tst_WaitCursor::guardKeepsTheCursorOfOthers()
     QGuiApplication::restoreOverrideCursor();
 }
 
-void tst_WaitCursor::mapIsReadUnderTheCursor()
+void tst_WaitCursor::readingAMapShowsTheCursor()
 {
     const CursorSpy inside(row(0), &AEPoint::newEnergy);
     const CursorSpy after(row(0), &AEPoint::newData);
     row(0)->FileSelect->newFile(writeFile(m_dir, "map.dat", mapText));
-    QCOMPARE(inside.seen, QList<bool>{true});
-    QCOMPARE(after.seen, QList<bool>{true});
+    QCOMPARE(inside.waiting, QList<bool>{true});
+    QCOMPARE(after.waiting, QList<bool>{true});
 }
 
-void tst_WaitCursor::manyMapsAreReadUnderOneCursor()
+void tst_WaitCursor::readingSeveralMapsShowsTheCursorThroughout()
 {
     const QString path = writeFile(m_dir, "map.dat", mapText);
     const CursorSpy first(row(0)->FileSelect, &AFileSelect::newDir);
     const CursorSpy last(row(1)->FileSelect, &AFileSelect::selectedFile);
     m_panel->MultiFiles->newFiles({path, path});
-    QCOMPARE(first.seen, QList<bool>{true});
-    QCOMPARE(last.seen, QList<bool>{true});
+    QCOMPARE(first.waiting, QList<bool>{true});
+    QCOMPARE(last.waiting, QList<bool>{true});
 }
 
-void tst_WaitCursor::droppedMapIsReadUnderTheCursor()
+void tst_WaitCursor::readingADroppedMapShowsTheCursor()
 {
     const CursorSpy inside(row(0), &AEPoint::newEnergy);
     dropFile(row(0)->FileSelect, writeFile(m_dir, "map.dat", mapText));
-    QCOMPARE(inside.seen, QList<bool>{true});
+    QCOMPARE(inside.waiting, QList<bool>{true});
 }
 
-void tst_WaitCursor::failedReadsTakeTheCursorAway_data()
+void tst_WaitCursor::failedReadsRestoreTheCursor_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("missing file") << m_dir.filePath("missing.dat");
     QTest::newRow("empty file") << writeFile(m_dir, "empty.dat", {});
     QTest::newRow("folder") << m_dir.path();
     QTest::newRow("no name") << QString();
-    QTest::newRow("binary map cut short") << writeFile(m_dir, "short.2dp", "2dData");
+    QTest::newRow("truncated binary map") << writeFile(m_dir, "short.2dp", "2dData");
 }
 
-void tst_WaitCursor::failedReadsTakeTheCursorAway()
+void tst_WaitCursor::failedReadsRestoreTheCursor()
 {
     QFETCH(QString, path);
     row(0)->FileSelect->newFile(path);
@@ -192,48 +192,48 @@ void tst_WaitCursor::failedReadsTakeTheCursorAway()
     QVERIFY(!isWaiting());
 }
 
-void tst_WaitCursor::spectrumIsReadAndUsedUnderTheCursor_data()
+void tst_WaitCursor::readingASpectrumShowsTheCursor_data()
 {
     QTest::addColumn<int>("index");
     QTest::newRow("reference") << 0;
     QTest::newRow("target") << 4;
 }
 
-void tst_WaitCursor::spectrumIsReadAndUsedUnderTheCursor()
+void tst_WaitCursor::readingASpectrumShowsTheCursor()
 {
     QFETCH(int, index);
     const CursorSpy read(m_panel->XafsFiles.at(index), &AXafsFileSelect::foundNewEdge);
     const CursorSpy used(m_panel->ui.Message, &QTextEdit::textChanged);
     m_panel->XafsFiles.at(index)->AFileSelect::newFile(
         writeFile(m_dir, "a.dat", spectrumText("0.5", "2", "1.5", "1")));
-    QCOMPARE(read.seen, QList<bool>{true});
-    QVERIFY(!used.seen.isEmpty());
-    QVERIFY(!used.seen.contains(false));
+    QCOMPARE(read.waiting, QList<bool>{true});
+    QVERIFY(!used.waiting.isEmpty());
+    QVERIFY(!used.waiting.contains(false));
 }
 
-void tst_WaitCursor::spectraForDisplayAreReadUnderTheCursor()
+void tst_WaitCursor::readingDisplayFilesShowsTheCursor()
 {
     const QString path = writeFile(m_dir, "a.dat", spectrumText("0.5", "2", "1.5", "1"));
     const CursorSpy inside(m_panel->ui.SelectedFs, &QComboBox::currentIndexChanged);
     m_panel->ui.DispFSelect->newFiles({path, path});
-    QCOMPARE(inside.seen, QList<bool>{true}); // the first one is chosen
+    QCOMPARE(inside.waiting, QList<bool>{true}); // the first file is selected
 }
 
-// A path that cannot be written is told in the message box meanwhile.
-void tst_WaitCursor::resultIsWrittenUnderTheCursor()
+// A path that cannot be written is reported in the message box during the write.
+void tst_WaitCursor::writingAResultShowsTheCursor()
 {
     m_panel->ui.SaveFSelect->FileName->clear();
     const CursorSpy inside(m_panel->ui.Message, &QTextEdit::textChanged);
     m_panel->write();
-    QCOMPARE(inside.seen, QList<bool>{true});
+    QCOMPARE(inside.waiting, QList<bool>{true});
     m_panel->ui.WriteB->click();
-    QVERIFY(!inside.seen.contains(false));
+    QVERIFY(!inside.waiting.contains(false));
     m_panel->ui.SaveFSelect->FileName->setText(m_dir.filePath("result.dat"));
     m_panel->ui.WriteB->click();
     QVERIFY(!isWaiting());
 }
 
-// Three maps of 400 by 400.
+// Three maps of 400 by 400 pixels.
 void tst_WaitCursor::prepareLargeMaps()
 {
     prepareThreePointMaps(*m_panel);
@@ -279,13 +279,13 @@ void tst_WaitCursor::longCalculationShowsTheCursor()
     CursorSpy fit(m_panel->ui.LCFRes, &QLineEdit::textChanged);
     run(m_panel.get());
     for (const CursorSpy* spy : {&limits, &target, &fit}) {
-        QVERIFY(!spy->seen.isEmpty());
-        QVERIFY(!spy->seen.contains(false));
+        QVERIFY(!spy->waiting.isEmpty());
+        QVERIFY(!spy->waiting.contains(false));
     }
     QVERIFY(!isWaiting());
 }
 
-void tst_WaitCursor::longSpectraShowTheCursorAtTheFit()
+void tst_WaitCursor::longSpectraShowTheCursorDuringFitAndTarget()
 {
     prepareThreePoints(*m_panel);
     row(0)->LCFCB->setChecked(true);
@@ -298,11 +298,11 @@ void tst_WaitCursor::longSpectraShowTheCursorAtTheFit()
     const CursorSpy target(m_panel->ui.CalcRes, &QLineEdit::textChanged);
     m_panel->ui.LCFB->click();
     m_panel->ui.CalcTargetB->click();
-    QCOMPARE(fit.seen, QList<bool>{true});
-    QCOMPARE(target.seen, QList<bool>{true});
+    QCOMPARE(fit.waiting, QList<bool>{true});
+    QCOMPARE(target.waiting, QList<bool>{true});
 }
 
-void tst_WaitCursor::shortCalculationLeavesThePointer()
+void tst_WaitCursor::shortCalculationKeepsTheCursor()
 {
     prepareThreePointMaps(*m_panel);
     row(0)->LCFCB->setChecked(true);
@@ -312,28 +312,28 @@ void tst_WaitCursor::shortCalculationLeavesThePointer()
     const CursorSpy target(m_panel->ui.CalcRes, &QLineEdit::textChanged);
     const CursorSpy fit(m_panel->ui.LCFRes, &QLineEdit::textChanged);
     m_panel->calcBoth();
-    QCOMPARE(target.seen, QList<bool>{false});
-    QCOMPARE(fit.seen, QList<bool>{false});
+    QCOMPARE(target.waiting, QList<bool>{false});
+    QCOMPARE(fit.waiting, QList<bool>{false});
 }
 
-void tst_WaitCursor::draggedEdgeLeavesThePointerOverLittleData()
+void tst_WaitCursor::draggingTheEdgeWithLittleDataKeepsTheCursor()
 {
     prepareThreePointMaps(*m_panel);
     const CursorSpy messages(m_panel->ui.Message, &QTextEdit::textChanged);
     const MarkLines* lines = m_panel->Disps->frame(Displays::DMuts)->DispA->markLines;
     Q_EMIT const_cast<MarkLines*>(lines)->moving();
     Q_EMIT const_cast<MarkLines*>(lines)->newPos();
-    QVERIFY(!messages.seen.isEmpty());
-    QVERIFY(!messages.seen.contains(true));
+    QVERIFY(!messages.waiting.isEmpty());
+    QVERIFY(!messages.waiting.contains(true));
 }
 
-void tst_WaitCursor::refusedCalculationTakesTheCursorAway()
+void tst_WaitCursor::refusedCalculationRestoresTheCursor()
 {
     prepareLargeMaps();
     row(2)->VPointCB->setChecked(false);
     const CursorSpy refusal(m_panel->ui.Message, &QTextEdit::textChanged);
     m_panel->ui.CalcMapB->click();
-    QCOMPARE(refusal.seen, QList<bool>{true});
+    QCOMPARE(refusal.waiting, QList<bool>{true});
     QVERIFY(!isWaiting());
     m_panel->calcBoth();
     QVERIFY(!isWaiting());

@@ -1,5 +1,5 @@
-// What a user reads on every window as it opens, in either language: no label or
-// button is cut, numbers are whole, and what belongs together is in line.
+// Whether every window is readable when it opens, in both languages: labels and buttons are
+// not cut off, numbers are complete, and related widgets are aligned.
 
 #include "app/Body.h"
 #include "app/Language.h"
@@ -24,32 +24,31 @@
 namespace
 {
 
-/// The least size in which the words on @p widget can be read whole. A maximum
-/// that the design gives a button goes before the padding that its style would
-/// like to have.
+/// The smallest size in which the text of @p widget is readable. A maximum size that the
+/// design sets has priority over the padding that the style adds.
 QSize sizeNeededBy(const QWidget* widget)
 {
     const QString text = widget->property("text").toString();
-    // Nothing to read still has the height of a line.
+    // An empty text would still have the height of a line.
     const QSize words = text.isEmpty() ? QSize() : widget->fontMetrics().size(0, text);
-    // This button gives what it does not need to the read-outs beside it.
+    // The read-outs beside this button get the space that its text does not need.
     const QSize most = widget->objectName() == QStringLiteral("PopDockB")
                            ? QSize(0, widget->maximumHeight())
                            : widget->maximumSize();
     return widget->sizeHint().boundedTo(most).expandedTo(words);
 }
 
-/// Labels and buttons in sight on @p window that are smaller than they need, a
-/// line for each.
-QString cutOnes(const QWidget* window)
+/// The visible labels and buttons of @p window that are smaller than they need, one per
+/// line.
+QString cutOffTexts(const QWidget* window)
 {
     QStringList cut;
     const QList<QWidget*> children = window->findChildren<QWidget*>();
     for (const QWidget* child : children) {
-        const bool reads =
+        const bool hasText =
             qobject_cast<const QLabel*>(child) || qobject_cast<const QAbstractButton*>(child);
         const QSize needed =
-            reads && child->isVisibleTo(window) ? sizeNeededBy(child) : QSize(0, 0);
+            hasText && child->isVisibleTo(window) ? sizeNeededBy(child) : QSize(0, 0);
         if (needed.width() > child->width() || needed.height() > child->height()) {
             cut << QStringLiteral("%1 \"%2\" needs %3 x %4 and has %5 x %6")
                        .arg(child->objectName(), child->property("text").toString())
@@ -62,15 +61,15 @@ QString cutOnes(const QWidget* window)
     return cut.join(u'\n');
 }
 
-/// The same for the height alone: a maximum width that the design gives cuts what
-/// a desktop makes larger.
-QString tooLowOnes(const QWidget* window)
+/// The visible fields and texts that are lower than a line of text. The widths are not
+/// checked: where the design limits a width, larger fonts are cut off.
+QString tooLowWidgets(const QWidget* window)
 {
     QStringList low;
     for (const QWidget* child : window->findChildren<QWidget*>()) {
         const bool edit = qobject_cast<const QLineEdit*>(child);
-        const bool reads = edit || !child->property("text").toString().isEmpty();
-        if (reads && child->isVisibleTo(window) &&
+        const bool hasText = edit || !child->property("text").toString().isEmpty();
+        if (hasText && child->isVisibleTo(window) &&
             child->height() < child->fontMetrics().height()) {
             low << child->objectName();
         }
@@ -78,39 +77,40 @@ QString tooLowOnes(const QWidget* window)
     return low.join(u'\n');
 }
 
-QString cutOnesWhenShown(QWidget* window)
+QString cutOffTextsWhenShown(QWidget* window)
 {
     window->show();
     if (!QTest::qWaitForWindowExposed(window)) {
         return QStringLiteral("not shown");
     }
     QCoreApplication::processEvents();
-    const QString cut = cutOnes(window);
+    const QString cut = cutOffTexts(window);
     window->hide();
     return cut;
 }
 
-/// Cut ones on a drawing that is in a window of its own for the time.
+/// The cut-off texts of a frame in its pop-out window.
 template <class Frame>
-QString cutOnesPoppedOut(Frame* frame)
+QString cutOffTextsPoppedOut(Frame* frame)
 {
     frame->popDock();
     QString cut = QStringLiteral("not shown");
     if (QTest::qWaitForWindowExposed(frame->pop)) {
         QCoreApplication::processEvents();
-        cut = cutOnes(frame->pop);
+        cut = cutOffTexts(frame->pop);
     }
     if (frame->pop->size() != QSize(800, 600)) {
-        cut += QStringLiteral("\nits window has another size");
+        cut += QStringLiteral("\nits window has the wrong size");
     }
     frame->popDock();
     return cut;
 }
 
-/// Pairs in sight on @p window that share a parent and meet, a line for each.
+/// Pairs of visible widgets on @p window that have the same parent and overlap, one pair
+/// per line.
 QString overlaps(const QWidget* window)
 {
-    QStringList met;
+    QStringList pairs;
     const auto name = [](const QWidget* w) {
         return w->objectName() + u' ' + w->property("text").toString();
     };
@@ -120,23 +120,23 @@ QString overlaps(const QWidget* window)
             for (qsizetype j = 0; j < i; ++j) {
                 if (children.at(i)->isVisibleTo(window) && children.at(j)->isVisibleTo(window) &&
                     children.at(i)->geometry().intersects(children.at(j)->geometry())) {
-                    met << name(children.at(i)) + QStringLiteral(" and ") + name(children.at(j));
+                    pairs << name(children.at(i)) + QStringLiteral(" and ") + name(children.at(j));
                 }
             }
         }
     }
-    return met.join(u'\n');
+    return pairs.join(u'\n');
 }
 
-/// Where @p widget is on its window: its left edge and its width.
+/// The left edge (in window coordinates) and the width of @p widget.
 std::pair<int, int> columnOf(const QWidget* widget)
 {
     return {widget->mapTo(widget->window(), QPoint()).x(), widget->width()};
 }
 
-/// The parts of the list of energies and of the bulk row that are not in line
-/// with those of the rows above them.
-QStringList outOfLine(const FourPs* panel)
+/// The fields for all rows that are not aligned with the same fields of the energy rows
+/// above.
+QStringList misaligned(const FourPs* panel)
 {
     QStringList found;
     const auto compare = [&](const QWidget* below, const QWidget* above) {
@@ -154,7 +154,7 @@ QStringList outOfLine(const FourPs* panel)
     return found;
 }
 
-/// The fields with the paths of maps, references and target.
+/// The path fields of maps, references and target.
 QList<QWidget*> pathFields(const FourPs* panel)
 {
     QList<QWidget*> fields{panel->MultiFiles->FileName};
@@ -174,8 +174,8 @@ bool resized(QWidget* window, int width, int height)
     return window->size() == QSize(width, height);
 }
 
-/// The rows of pixels that the text of @p edit paints when it is @p height high.
-int rowsOfInk(QLineEdit* edit, int height)
+/// The number of pixel rows in which @p edit paints its text at this @p height.
+int paintedRows(QLineEdit* edit, int height)
 {
     edit->resize(200, height);
     const QImage picture = edit->grab(edit->rect().adjusted(4, 1, -4, -1)).toImage();
@@ -190,11 +190,11 @@ int rowsOfInk(QLineEdit* edit, int height)
     return rows;
 }
 
-/// Another style or font of the whole desktop, for the time of a test.
-class OtherDesktop
+/// Sets another style and font size for the application during its lifetime.
+class ChangedDesktop
 {
 public:
-    OtherDesktop(const QString& style, int points)
+    ChangedDesktop(const QString& style, int points)
         : m_font(QApplication::font())
         , m_style(QApplication::style()->name())
     {
@@ -203,29 +203,29 @@ public:
         QApplication::setFont(font);
         QApplication::setStyle(style);
     }
-    ~OtherDesktop()
+    ~ChangedDesktop()
     {
         QApplication::setFont(m_font);
         QApplication::setStyle(m_style);
     }
-    Q_DISABLE_COPY_MOVE(OtherDesktop)
+    Q_DISABLE_COPY_MOVE(ChangedDesktop)
 
 private:
     QFont m_font;
     QString m_style;
 };
 
-/// Whether @p edit shows @p number whole: no digit outside, no ellipsis.
-bool showsWhole(QLineEdit* edit, const QString& number)
+/// Whether @p edit shows @p number completely, without an ellipsis.
+bool showsCompletely(QLineEdit* edit, const QString& number)
 {
     edit->setText(number);
-    // What the toolkit leaves free beside a text, and the cursor.
+    // Qt leaves 2 pixels free on each side of the text, and 1 for the cursor.
     const int free = edit->contentsRect().width() - 2 * 2 - 1;
     return edit->toolTip().isEmpty() &&
            QFontMetricsF(edit->font()).horizontalAdvance(number) <= free;
 }
 
-/// The plots that have a place in the graph window.
+/// The plots that are docked in the graph window.
 QList<DispABase*> plotsIn(const Displays* graphs)
 {
     QList<DispABase*> plots;
@@ -237,7 +237,7 @@ QList<DispABase*> plotsIn(const Displays* graphs)
     return plots;
 }
 
-/// The texts on the surface of @p plot, as they reach a painter.
+/// The texts that @p plot paints.
 QList<tests::DrawnText> textsOn(DispABase* plot)
 {
     tests::TextRecorder recorder;
@@ -247,7 +247,7 @@ QList<tests::DrawnText> textsOn(DispABase* plot)
     return recorder.texts();
 }
 
-/// Texts that begin at the left of @p from or end at the right of @p to, pixels.
+/// The texts that begin left of @p from or end right of @p to (pixels).
 QStringList outside(const QList<tests::DrawnText>& texts, double from, double to)
 {
     constexpr double rounding = 1e-6;
@@ -265,9 +265,9 @@ QStringList outside(const QList<tests::DrawnText>& texts, double from, double to
     return found;
 }
 
-/// The texts of a spectrum's plot that are outside their boxes: both labels of the y
-/// axis the left margin, both of the x axis two margins' width below the plot,
-/// and the edge jump three margins' width at the right of it.
+/// The texts of a spectrum plot that are outside their boxes. The boxes: the left margin
+/// for both labels of the y axis, a width of two margins below the plot for both labels of
+/// the x axis, and a width of three margins at the right end for the edge jump.
 QStringList labelsOutsideTheirBoxes(DispABase* plot)
 {
     const ChCoord& cc = plot->DispA->cc;
@@ -276,8 +276,8 @@ QStringList labelsOutsideTheirBoxes(DispABase* plot)
     if (texts.size() < 7) {
         return {QStringLiteral("too few texts")};
     }
-    // The frame's four labels, the edge jump, and then both titles. A text of
-    // letters from two fonts comes in parts.
+    // The texts are in this order: the frame's four labels, the edge jump, both titles. A text that
+    // needs two fonts comes in several parts.
     QStringList found = outside(texts.mid(0, 2), 0.0, 0.95 * margin) +
                         outside(texts.mid(2, 1), cc.areaX0, cc.areaX0 + 2 * margin) +
                         outside(texts.mid(3, 1), cc.areaX1 - 2 * margin, cc.areaX1);
@@ -291,29 +291,29 @@ QStringList labelsOutsideTheirBoxes(DispABase* plot)
     return found;
 }
 
-/// The program in one language, made anew.
-class Speaking
+/// A new main window in one language.
+class Program
 {
 public:
-    explicit Speaking(app::Language language)
+    explicit Program(app::Language language)
     {
         app::speak(language, m_translator);
         m_body = std::make_unique<Body>();
         panel = m_body->findChild<FourPs*>();
     }
-    ~Speaking()
+    ~Program()
     {
         for (QWidget* window :
              std::initializer_list<QWidget*>{panel->Disps, panel->MapDisp, panel->DMapDisp}) {
             window->hide();
         }
     }
-    Speaking(const Speaking&) = delete;
-    Speaking& operator=(const Speaking&) = delete;
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
 
     Body* body() const { return m_body.get(); }
 
-    /// Shows the main window; returns whether it came up.
+    /// Shows the main window; false if it is not exposed in time.
     bool show() const
     {
         m_body->show();
@@ -323,11 +323,11 @@ public:
     FourPs* panel = nullptr;
 
 private:
-    QTranslator m_translator; ///< before the windows, which it has to outlive
+    QTranslator m_translator; ///< declared before the windows because it must outlive them
     std::unique_ptr<Body> m_body;
 };
 
-void inBothLanguages()
+void addLanguageRows()
 {
     QTest::addColumn<app::Language>("language");
     QTest::newRow("English") << app::Language::English;
@@ -343,101 +343,101 @@ class tst_WindowLayout : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void japaneseIsSpokenAndEnglishIsNot();
-    void mainWindowCutsNothing_data() { inBothLanguages(); }
-    void mainWindowCutsNothing();
-    void panelOpensAtLeastAsWideAsItsDesign_data() { inBothLanguages(); }
+    void languageSelectsTheTexts();
+    void mainWindowCutsOffNothing_data() { addLanguageRows(); }
+    void mainWindowCutsOffNothing();
+    void panelOpensAtLeastAsWideAsItsDesign_data() { addLanguageRows(); }
     void panelOpensAtLeastAsWideAsItsDesign();
-    void mainWindowFitsOnASmallScreen_data() { inBothLanguages(); }
+    void mainWindowFitsOnASmallScreen_data() { addLanguageRows(); }
     void mainWindowFitsOnASmallScreen();
-    void mainWindowLetsNothingOverlap_data() { inBothLanguages(); }
-    void mainWindowLetsNothingOverlap();
-    void lowFieldsShowWholeLetters();
-    void pathsGetTheWidthOfAWideWindow_data() { inBothLanguages(); }
-    void pathsGetTheWidthOfAWideWindow();
-    void listOfEnergiesAndBulkRowAreInLine_data() { inBothLanguages(); }
-    void listOfEnergiesAndBulkRowAreInLine();
-    void heightOfAHighWindowIsLeftBelow();
-    void otherDesktopsCutNothing_data();
-    void otherDesktopsCutNothing();
-    void moreConditionsCutNothing_data() { inBothLanguages(); }
-    void moreConditionsCutNothing();
-    void graphWindowShowsWholeNumbersInAllReadOuts_data() { inBothLanguages(); }
-    void graphWindowShowsWholeNumbersInAllReadOuts();
-    void graphWindowHasEqualColumns_data() { inBothLanguages(); }
+    void mainWindowHasNoOverlaps_data() { addLanguageRows(); }
+    void mainWindowHasNoOverlaps();
+    void lowFieldsShowCompleteLetters();
+    void pathFieldsGetTheExtraWidthOfAWideWindow_data() { addLanguageRows(); }
+    void pathFieldsGetTheExtraWidthOfAWideWindow();
+    void fieldsForAllRowsAreAlignedWithTheRows_data() { addLanguageRows(); }
+    void fieldsForAllRowsAreAlignedWithTheRows();
+    void extraHeightOfAHighWindowStaysEmpty();
+    void otherStylesAndFontsCutOffNothing_data();
+    void otherStylesAndFontsCutOffNothing();
+    void moreConditionsCutOffNothing_data() { addLanguageRows(); }
+    void moreConditionsCutOffNothing();
+    void graphWindowShowsCompleteNumbers_data() { addLanguageRows(); }
+    void graphWindowShowsCompleteNumbers();
+    void graphWindowHasEqualColumns_data() { addLanguageRows(); }
     void graphWindowHasEqualColumns();
-    void titlesOnEndStayInTheirBoxes_data() { inBothLanguages(); }
-    void titlesOnEndStayInTheirBoxes();
-    void plotLabelsStayInTheirBoxes_data() { inBothLanguages(); }
+    void rotatedTitlesStayInTheirBoxes_data() { addLanguageRows(); }
+    void rotatedTitlesStayInTheirBoxes();
+    void plotLabelsStayInTheirBoxes_data() { addLanguageRows(); }
     void plotLabelsStayInTheirBoxes();
-    void poppedOutWindowsCarryTheNamesOfTheirPlots_data() { inBothLanguages(); }
-    void poppedOutWindowsCarryTheNamesOfTheirPlots();
-    void graphWindowOpensAtItsSizeAndCutsNothing_data() { inBothLanguages(); }
-    void graphWindowOpensAtItsSizeAndCutsNothing();
-    void mapWindowsOpenAtTheirSizeAndCutNothing_data() { inBothLanguages(); }
-    void mapWindowsOpenAtTheirSizeAndCutNothing();
-    void poppedOutPlotsCutNothing_data() { inBothLanguages(); }
-    void poppedOutPlotsCutNothing();
-    void poppedOutMapsCutNothing_data() { inBothLanguages(); }
-    void poppedOutMapsCutNothing();
-    void graphWindowCanBeMadeHalfAsLarge_data() { inBothLanguages(); }
-    void graphWindowCanBeMadeHalfAsLarge();
+    void poppedOutWindowsAreTitledLikeTheirPlots_data() { addLanguageRows(); }
+    void poppedOutWindowsAreTitledLikeTheirPlots();
+    void graphWindowOpensInItsSizeAndCutsOffNothing_data() { addLanguageRows(); }
+    void graphWindowOpensInItsSizeAndCutsOffNothing();
+    void mapWindowsOpenInTheirSizeAndCutOffNothing_data() { addLanguageRows(); }
+    void mapWindowsOpenInTheirSizeAndCutOffNothing();
+    void poppedOutPlotsCutOffNothing_data() { addLanguageRows(); }
+    void poppedOutPlotsCutOffNothing();
+    void poppedOutMapsCutOffNothing_data() { addLanguageRows(); }
+    void poppedOutMapsCutOffNothing();
+    void graphWindowCanShrinkToHalfItsSize_data() { addLanguageRows(); }
+    void graphWindowCanShrinkToHalfItsSize();
 };
 
 void tst_WindowLayout::initTestCase()
 {
-    // Without one all Japanese characters are boxes of some other width.
+    // Without such a font, all Japanese characters are boxes of another width.
     QVERIFY2(!QFontDatabase::families(QFontDatabase::Japanese).isEmpty(),
-             "no font with Japanese characters is installed, so nothing can be measured");
+             "no font with Japanese characters is installed, so text sizes cannot be measured");
 }
 
-void tst_WindowLayout::japaneseIsSpokenAndEnglishIsNot()
+void tst_WindowLayout::languageSelectsTheTexts()
 {
     const auto words = [](app::Language language) {
-        return Speaking(language).panel->ui.label_10->text();
+        return Program(language).panel->ui.label_10->text();
     };
     QCOMPARE(words(app::Language::English), QString("Valence"));
     QCOMPARE(words(app::Language::Japanese), QStringLiteral("価数"));
     QCOMPARE(words(app::Language::English), QString("Valence"));
 }
 
-void tst_WindowLayout::mainWindowCutsNothing()
+void tst_WindowLayout::mainWindowCutsOffNothing()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
-    QCOMPARE(cutOnesWhenShown(program.body()), QString());
+    const Program program(language);
+    QCOMPARE(cutOffTextsWhenShown(program.body()), QString());
 }
 
-// Japanese words are short: by them alone the window would be so narrow that the
-// absorptions in the rows show four digits.
+// Japanese texts are short. Without a minimum width the window would be so narrow that the
+// absorption fields of the rows show only four digits.
 void tst_WindowLayout::panelOpensAtLeastAsWideAsItsDesign()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
+    const Program program(language);
     QVERIFY(program.show());
     QVERIFY(program.panel->width() >= 1016);
 }
 
-// A screen of 768 rows has about 740 for a window and its frame.
+// On a screen with 768 rows, about 740 rows are available for a window and its frame.
 void tst_WindowLayout::mainWindowFitsOnASmallScreen()
 {
-    constexpr int frameOfADesktop = 25;
+    constexpr int windowFrameHeight = 25;
     QFETCH(app::Language, language);
-    const Speaking program(language);
+    const Program program(language);
     QVERIFY(program.show());
-    QVERIFY2(program.body()->height() + frameOfADesktop <= 720,
+    QVERIFY2(program.body()->height() + windowFrameHeight <= 720,
              qPrintable(QString::number(program.body()->height())));
     QVERIFY(program.body()->width() <= 1366);
-    // Three messages and the empty line behind them.
+    // Three messages and the empty line after them.
     const QTextEdit* messages = program.panel->ui.Message;
     QVERIFY(messages->viewport()->height() >= 4 * messages->fontMetrics().height());
     QVERIFY(messages->height() <= 60);
 }
 
-void tst_WindowLayout::mainWindowLetsNothingOverlap()
+void tst_WindowLayout::mainWindowHasNoOverlaps()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
+    const Program program(language);
     QVERIFY(program.show());
     QCOMPARE(overlaps(program.body()), QString());
     program.panel->ui.DispCondsB->click();
@@ -445,24 +445,24 @@ void tst_WindowLayout::mainWindowLetsNothingOverlap()
     QCOMPARE(overlaps(program.body()), QString());
 }
 
-// The highest and the lowest letters, in a field of the panel and in one with all
-// the height that it could want.
-void tst_WindowLayout::lowFieldsShowWholeLetters()
+// Compares the highest and lowest letters in a field of the panel's height and in a field
+// that is high enough for any letter.
+void tst_WindowLayout::lowFieldsShowCompleteLetters()
 {
-    const Speaking program(app::Language::English);
+    const Program program(app::Language::English);
     QVERIFY(program.show());
     const QString text = QStringLiteral("gjpqyÉ(8)[µ]価");
     for (const QLineEdit* field : {program.panel->ui.EdgeE, program.panel->EPoints.at(0)->Energy}) {
         QLineEdit sample;
         sample.setText(text);
-        QCOMPARE(rowsOfInk(&sample, field->height()), rowsOfInk(&sample, 40));
+        QCOMPARE(paintedRows(&sample, field->height()), paintedRows(&sample, 40));
     }
 }
 
-void tst_WindowLayout::pathsGetTheWidthOfAWideWindow()
+void tst_WindowLayout::pathFieldsGetTheExtraWidthOfAWideWindow()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
+    const Program program(language);
     QVERIFY(program.show());
     const int opening = program.body()->width();
     const int height = program.body()->height();
@@ -480,21 +480,21 @@ void tst_WindowLayout::pathsGetTheWidthOfAWideWindow()
     }
 }
 
-void tst_WindowLayout::listOfEnergiesAndBulkRowAreInLine()
+void tst_WindowLayout::fieldsForAllRowsAreAlignedWithTheRows()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
+    const Program program(language);
     QVERIFY(program.show());
-    QCOMPARE(outOfLine(program.panel), QStringList());
+    QCOMPARE(misaligned(program.panel), QStringList());
     for (const int width : {1600, 3840}) {
         QVERIFY(resized(program.body(), width, program.body()->height()));
-        QCOMPARE(outOfLine(program.panel), QStringList());
+        QCOMPARE(misaligned(program.panel), QStringList());
     }
 }
 
-void tst_WindowLayout::heightOfAHighWindowIsLeftBelow()
+void tst_WindowLayout::extraHeightOfAHighWindowStaysEmpty()
 {
-    const Speaking program(app::Language::English);
+    const Program program(app::Language::English);
     QVERIFY(program.show());
     const Ui_FourPs& ui = program.panel->ui;
     const QList<QWidget*> blocks{ui.frame_5, ui.frame_6, ui.FourPsFiles, ui.FourPsAction,
@@ -509,7 +509,7 @@ void tst_WindowLayout::heightOfAHighWindowIsLeftBelow()
     }
 }
 
-void tst_WindowLayout::otherDesktopsCutNothing_data()
+void tst_WindowLayout::otherStylesAndFontsCutOffNothing_data()
 {
     QTest::addColumn<QString>("style");
     QTest::addColumn<int>("points");
@@ -521,47 +521,47 @@ void tst_WindowLayout::otherDesktopsCutNothing_data()
     QTest::newRow("another style, large letters") << "windows" << 14 << app::Language::Japanese;
 }
 
-void tst_WindowLayout::otherDesktopsCutNothing()
+void tst_WindowLayout::otherStylesAndFontsCutOffNothing()
 {
     QFETCH(QString, style);
     QFETCH(int, points);
     QFETCH(app::Language, language);
-    const OtherDesktop desktop(style, points);
-    const Speaking program(language);
+    const ChangedDesktop desktop(style, points);
+    const Program program(language);
     QVERIFY(program.show());
-    QCOMPARE(tooLowOnes(program.body()), QString());
+    QCOMPARE(tooLowWidgets(program.body()), QString());
     QCOMPARE(overlaps(program.body()), QString());
 }
 
-void tst_WindowLayout::moreConditionsCutNothing()
+void tst_WindowLayout::moreConditionsCutOffNothing()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
+    const Program program(language);
     program.panel->ui.DispCondsB->click();
     QVERIFY(program.panel->ui.CConds->isVisibleTo(program.body()));
-    QCOMPARE(cutOnesWhenShown(program.body()), QString());
+    QCOMPARE(cutOffTextsWhenShown(program.body()), QString());
 }
 
-void tst_WindowLayout::graphWindowOpensAtItsSizeAndCutsNothing()
+void tst_WindowLayout::graphWindowOpensInItsSizeAndCutsOffNothing()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
-    QCOMPARE(cutOnesWhenShown(program.panel->Disps), QString());
+    const Program program(language);
+    QCOMPARE(cutOffTextsWhenShown(program.panel->Disps), QString());
     QCOMPARE(program.panel->Disps->size(), QSize(1100, 853));
 }
 
-void tst_WindowLayout::graphWindowShowsWholeNumbersInAllReadOuts()
+void tst_WindowLayout::graphWindowShowsCompleteNumbers()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
+    const Program program(language);
     program.panel->Disps->show();
     QVERIFY(QTest::qWaitForWindowExposed(program.panel->Disps));
     const QList<DispABase*> plots = plotsIn(program.panel->Disps);
     QCOMPARE(plots.size(), 10);
     for (const DispABase* plot : plots) {
         for (const char* number : {"316.038", "8550.12", "-0.0123", "8888.88"}) {
-            QVERIFY2(showsWhole(plot->XPos, number), qPrintable(plot->Title->text()));
-            QVERIFY2(showsWhole(plot->YPos, number), qPrintable(plot->Title->text()));
+            QVERIFY2(showsCompletely(plot->XPos, number), qPrintable(plot->Title->text()));
+            QVERIFY2(showsCompletely(plot->YPos, number), qPrintable(plot->Title->text()));
         }
     }
 }
@@ -569,7 +569,7 @@ void tst_WindowLayout::graphWindowShowsWholeNumbersInAllReadOuts()
 void tst_WindowLayout::graphWindowHasEqualColumns()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
+    const Program program(language);
     Displays* graphs = program.panel->Disps;
     graphs->show();
     QVERIFY(QTest::qWaitForWindowExposed(graphs));
@@ -583,14 +583,14 @@ void tst_WindowLayout::graphWindowHasEqualColumns()
     }
 }
 
-// At several widths, since fonts come in whole pixels: some sizes are rounded up.
-// The box of such a title: its height, and as much from the left edge; it is as long
-// as the plot is high. The labels of the axis are at both ends of the margin.
-void tst_WindowLayout::titlesOnEndStayInTheirBoxes()
+// A title of the y axis is rotated. Its box is as long as the plot is high, as wide as the
+// text height, and starts one text height from the left edge. The labels of the axis are at
+// both ends of the margin.
+void tst_WindowLayout::rotatedTitlesStayInTheirBoxes()
 {
     QFETCH(app::Language, language);
     const QTemporaryDir dir;
-    const Speaking program(language);
+    const Program program(language);
     program.panel->XafsFiles.at(0)->AFileSelect::newFile(
         tests::writeFile(dir, "a.dat", tests::spectrumText("0.9", "1.1", "1", "0.974817")));
     program.panel->Disps->show();
@@ -613,11 +613,12 @@ void tst_WindowLayout::titlesOnEndStayInTheirBoxes()
     }
 }
 
+// Tested at several widths: font sizes are whole pixels, so some sizes are rounded up.
 void tst_WindowLayout::plotLabelsStayInTheirBoxes()
 {
     QFETCH(app::Language, language);
     const QTemporaryDir dir;
-    const Speaking program(language);
+    const Program program(language);
     Displays* graphs = program.panel->Disps;
     program.panel->XafsFiles.at(0)->AFileSelect::newFile(
         tests::writeFile(dir, "a.dat", tests::spectrumText("0.9", "1.1", "1", "0.974817")));
@@ -635,10 +636,10 @@ void tst_WindowLayout::plotLabelsStayInTheirBoxes()
     }
 }
 
-void tst_WindowLayout::poppedOutWindowsCarryTheNamesOfTheirPlots()
+void tst_WindowLayout::poppedOutWindowsAreTitledLikeTheirPlots()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
+    const Program program(language);
     for (DispABase* plot : std::as_const(program.panel->Disps->disps)) {
         QTest::mouseClick(plot->PopDockB, Qt::LeftButton);
         QVERIFY(plot->pop->isVisible());
@@ -656,38 +657,38 @@ void tst_WindowLayout::poppedOutWindowsCarryTheNamesOfTheirPlots()
              english ? QString("Target") : QStringLiteral("対象"));
 }
 
-void tst_WindowLayout::mapWindowsOpenAtTheirSizeAndCutNothing()
+void tst_WindowLayout::mapWindowsOpenInTheirSizeAndCutOffNothing()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
+    const Program program(language);
     for (DispMBase* window : {program.panel->MapDisp, program.panel->DMapDisp}) {
-        QCOMPARE(cutOnesWhenShown(window), QString());
+        QCOMPARE(cutOffTextsWhenShown(window), QString());
         QCOMPARE(window->size(), QSize(578, 528));
     }
 }
 
-void tst_WindowLayout::poppedOutPlotsCutNothing()
+void tst_WindowLayout::poppedOutPlotsCutOffNothing()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
+    const Program program(language);
     for (DispABase* plot : std::as_const(program.panel->Disps->disps)) {
-        QCOMPARE(cutOnesPoppedOut(plot), QString());
+        QCOMPARE(cutOffTextsPoppedOut(plot), QString());
     }
 }
 
-void tst_WindowLayout::poppedOutMapsCutNothing()
+void tst_WindowLayout::poppedOutMapsCutOffNothing()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
+    const Program program(language);
     for (DispMBase* window : {program.panel->MapDisp, program.panel->DMapDisp}) {
-        QCOMPARE(cutOnesPoppedOut(window), QString());
+        QCOMPARE(cutOffTextsPoppedOut(window), QString());
     }
 }
 
-void tst_WindowLayout::graphWindowCanBeMadeHalfAsLarge()
+void tst_WindowLayout::graphWindowCanShrinkToHalfItsSize()
 {
     QFETCH(app::Language, language);
-    const Speaking program(language);
+    const Program program(language);
     Displays* graphs = program.panel->Disps;
     graphs->show();
     graphs->resize(425, 426);

@@ -1,4 +1,5 @@
-// The connections of the panel, with a stand-in for the panel that records its slots.
+// The signal connections of the panel, tested with a mock panel that records its slot
+// calls.
 
 #include "display/MarkLine.h"
 #include "panel/Wiring.h"
@@ -11,55 +12,58 @@ using namespace tests;
 namespace
 {
 
-/// Has the slots of the panel, and lists those that run.
+/// A mock with the slots of the panel, which records their calls.
 class SlotRecorder : public QObject
 {
 public:
     void noticedNewEdge(double e) { note("noticedNewEdge %1", e); }
-    void setEdge() { ran << "setEdge"; }
-    void updateMaps(bool) { ran << "updateMaps"; }
+    void setEdge() { calls << "setEdge"; }
+    void updateMaps(bool) { calls << "updateMaps"; }
     void dispCalcConditions(bool f) { note("dispCalcConditions %1", f); }
     void changedSubBGTypeForRef(bool f) { note("changedSubBGTypeForRef %1", f); }
     void changedSubBGTypeForTarget(bool f) { note("changedSubBGTypeForTarget %1", f); }
-    void removeAFile() { ran << "removeAFile"; }
-    void receiveNewDir(QString dir) { ran << "receiveNewDir " + dir; }
+    void removeAFile() { calls << "removeAFile"; }
+    void receiveNewDir(QString dir) { calls << "receiveNewDir " + dir; }
     void receiveNewEnergy(double e) { note("receiveNewEnergy %1", e); }
     void receiveNewFile(QString path)
     {
-        ran << "receiveNewFile " + path;
+        calls << "receiveNewFile " + path;
         fileSender = sender();
     }
-    void receiveNewDispFiles(QStringList paths) { ran << "receiveNewDispFiles " + paths.join(','); }
-    void receiveNewPaths(QStringList paths) { ran << "receiveNewPaths " + paths.join(','); }
-    void calcBoth() { ran << "calcBoth"; }
-    void calcMap() { ran << "calcMap"; }
-    void calcTarget() { ran << "calcTarget"; }
-    void calcAndWrite() { ran << "calcAndWrite"; }
-    void clearLCFvs4PS(MouseC*) { ran << "clearLCFvs4PS"; }
-    void newColorLCFvs4PS(MouseC*) { ran << "newColorLCFvs4PS"; }
-    void updateDMap() { ran << "updateDMap"; }
+    void receiveNewDispFiles(QStringList paths)
+    {
+        calls << "receiveNewDispFiles " + paths.join(',');
+    }
+    void receiveNewPaths(QStringList paths) { calls << "receiveNewPaths " + paths.join(','); }
+    void calcBoth() { calls << "calcBoth"; }
+    void calcMap() { calls << "calcMap"; }
+    void calcTarget() { calls << "calcTarget"; }
+    void calcAndWrite() { calls << "calcAndWrite"; }
+    void clearLCFvs4PS(MouseC*) { calls << "clearLCFvs4PS"; }
+    void newColorLCFvs4PS(MouseC*) { calls << "newColorLCFvs4PS"; }
+    void updateDMap() { calls << "updateDMap"; }
     void draw(Displays::DispId id, DispABase*, QStylePainter*) { note("draw %1", id); }
-    void drawMap(QStylePainter*) { ran << "drawMap"; }
-    void drawDMap(QStylePainter*) { ran << "drawDMap"; }
-    void selectedNewMap() { ran << "selectedNewMap"; }
+    void drawMap(QStylePainter*) { calls << "drawMap"; }
+    void drawDMap(QStylePainter*) { calls << "drawDMap"; }
+    void selectedNewMap() { calls << "selectedNewMap"; }
     void receiveNowPosInMap(double x, double) { note("receiveNowPosInMap %1", x); }
     void receiveNowPosInDMap(double x, double) { note("receiveNowPosInDMap %1", x); }
-    void lcf() { ran << "lcf"; }
-    void mPressedInAllMut(MouseC*) { ran << "mPressedInAllMut"; }
-    void dClickedInMap(MouseC*) { ran << "dClickedInMap"; }
-    void newMultiEnergys() { ran << "newMultiEnergys"; }
+    void lcf() { calls << "lcf"; }
+    void mPressedInAllMut(MouseC*) { calls << "mPressedInAllMut"; }
+    void dClickedInMap(MouseC*) { calls << "dClickedInMap"; }
+    void newMultiEnergys() { calls << "newMultiEnergys"; }
 
-    /// What ran since the last call.
-    QStringList take() { return std::exchange(ran, {}); }
+    /// Returns and clears the recorded calls.
+    QStringList take() { return std::exchange(calls, {}); }
 
-    QStringList ran;
+    QStringList calls;
     const QObject* fileSender = nullptr;
 
 private:
     template <class Value>
     void note(const char* text, Value value)
     {
-        ran << QString::fromLatin1(text).arg(value);
+        calls << QString::fromLatin1(text).arg(value);
     }
 };
 
@@ -74,22 +78,22 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase();
 
-    void referencesAreHeard();
-    void energyRowsAreHeard();
-    void spectrumRowsAreHeard();
-    void rowsOfSeveralFilesAreHeard();
+    void referencesAreConnected();
+    void energyRowsAreConnected();
+    void spectrumRowsAreConnected();
+    void rowsOfSeveralFilesAreConnected();
     void buttonsStartTheirCalculation();
-    void conditionsRunTheReflex();
+    void conditionsRecalculate();
     void edgeFieldsSetTheEdge();
-    void backgroundChoicesAreHeard();
-    void graphsAreDrawnAndClicked();
-    void windowsOpenByTheirButtons();
-    void mapsAreDrawnAndClicked();
-    void choicesOfMapsAreHeard();
-    void normalisationFitsThePlotOfAllSpectra();
-    void movedLinesSetTheEdgeAndTheirReleaseCalculates();
-    void edgeLinesStandInTheirPlots();
-    void limitsAreMeasuredFromTheEdgeLine();
+    void backgroundRadiosAreConnected();
+    void drawingAndClicksOfGraphsAreConnected();
+    void buttonsOpenTheirWindows();
+    void drawingAndClicksOfMapsAreConnected();
+    void mapSelectionsAreConnected();
+    void normalisationClearsTheRangeOfAllSpectra();
+    void movedLinesSetTheEdgeAndReleaseRecalculates();
+    void markerLinesBelongToTheirPlots();
+    void limitLinesAreRelativeToTheEdge();
 
 private:
     std::unique_ptr<LooseWidgets> m_loose;
@@ -115,7 +119,8 @@ void tst_Wiring::init()
 
 void tst_Wiring::cleanupTestCase()
 {
-    // In the program they live until the process ends.
+    // In the program the marker lines live until the process ends; here the test deletes
+    // them.
     for (MarkLines* set : {m_marks.allSpectra, m_marks.singleSpectrum}) {
         qDeleteAll(set->lines);
         set->clear();
@@ -126,7 +131,7 @@ void tst_Wiring::cleanupTestCase()
     delete m_marks.singleSpectrum;
 }
 
-void tst_Wiring::referencesAreHeard()
+void tst_Wiring::referencesAreConnected()
 {
     for (int i = 0; i < 4; ++i) {
         ARefFile* row = m_loose->reference(i);
@@ -135,16 +140,16 @@ void tst_Wiring::referencesAreHeard()
         Q_EMIT row->foundNewEdge(8333.0);
         QCOMPARE(m_panel->take(), QStringList{"noticedNewEdge 8333"});
         int selected = 0;
-        const auto heard =
+        const auto connection =
             connect(&m_loose->references, &RefFiles::selectedFile, this, [&] { ++selected; });
         Q_EMIT row->selectedFile();
         QCOMPARE(selected, 1);
-        disconnect(heard);
+        disconnect(connection);
         QVERIFY(m_panel->take().isEmpty());
     }
 }
 
-void tst_Wiring::energyRowsAreHeard()
+void tst_Wiring::energyRowsAreConnected()
 {
     for (int i = 0; i < 8; ++i) {
         AEPoint* row = m_loose->point(i);
@@ -159,7 +164,7 @@ void tst_Wiring::energyRowsAreHeard()
     QCOMPARE(m_panel->take(), QStringList{"newMultiEnergys"});
 }
 
-void tst_Wiring::spectrumRowsAreHeard()
+void tst_Wiring::spectrumRowsAreConnected()
 {
     QCOMPARE(m_loose->list.spectra.size(), 5);
     for (AXafsFileSelect* row : m_loose->list.spectra) {
@@ -172,7 +177,7 @@ void tst_Wiring::spectrumRowsAreHeard()
     }
 }
 
-void tst_Wiring::rowsOfSeveralFilesAreHeard()
+void tst_Wiring::rowsOfSeveralFilesAreConnected()
 {
     Q_EMIT m_loose->form.DispFSelect->newDir("/a");
     Q_EMIT m_loose->form.DispFSelect->newFilePaths({"x", "y"});
@@ -180,7 +185,7 @@ void tst_Wiring::rowsOfSeveralFilesAreHeard()
     Q_EMIT m_loose->mapFiles.newFilePaths({"m", "n"});
     QCOMPARE(m_panel->take(), (QStringList{"receiveNewDir /a", "receiveNewDispFiles x,y",
                                            "receiveNewDir /b", "receiveNewPaths m,n"}));
-    // The save row keeps its own folder.
+    // The save row has its own folder, so its signal is not connected.
     Q_EMIT m_loose->form.SaveFSelect->newDir("/c");
     QVERIFY(m_panel->take().isEmpty());
     m_loose->form.RemoveAFile->click();
@@ -196,13 +201,13 @@ void tst_Wiring::buttonsStartTheirCalculation()
     QCOMPARE(m_panel->take(), (QStringList{"calcAndWrite", "calcTarget", "calcMap", "lcf"}));
 }
 
-void tst_Wiring::conditionsRunTheReflex()
+void tst_Wiring::conditionsRecalculate()
 {
     Q_EMIT m_loose->form.TypeNonEquiv->toggled(true);
     QCOMPARE(m_panel->take(), QStringList{"calcBoth"});
     Q_EMIT m_loose->form.NonEquivBGLinear->toggled(false);
     QCOMPARE(m_panel->take(), QStringList{"calcBoth"});
-    // These two wait for the next reflex.
+    // These two radio buttons take effect at the next recalculation.
     Q_EMIT m_loose->form.TypeTMKisExact->toggled(true);
     Q_EMIT m_loose->form.TypeTMKisLS->toggled(true);
     QVERIFY(m_panel->take().isEmpty());
@@ -218,7 +223,7 @@ void tst_Wiring::edgeFieldsSetTheEdge()
     }
 }
 
-void tst_Wiring::backgroundChoicesAreHeard()
+void tst_Wiring::backgroundRadiosAreConnected()
 {
     Q_EMIT m_loose->form.SubPostEforRef->toggled(true);
     Q_EMIT m_loose->form.SubPostEforTarget->toggled(false);
@@ -227,7 +232,7 @@ void tst_Wiring::backgroundChoicesAreHeard()
                                            "changedSubBGTypeForTarget 0", "dispCalcConditions 1"}));
 }
 
-void tst_Wiring::graphsAreDrawnAndClicked()
+void tst_Wiring::drawingAndClicksOfGraphsAreConnected()
 {
     Q_EMIT m_loose->graphs.draw(Displays::DHistA, nullptr, nullptr);
     QCOMPARE(m_panel->take(), QStringList{QStringLiteral("draw %1").arg(Displays::DHistA)});
@@ -239,7 +244,7 @@ void tst_Wiring::graphsAreDrawnAndClicked()
     QCOMPARE(m_panel->take(), QStringList{"mPressedInAllMut"});
 }
 
-void tst_Wiring::windowsOpenByTheirButtons()
+void tst_Wiring::buttonsOpenTheirWindows()
 {
     const Ui_FourPs& form = m_loose->form;
     const std::initializer_list<std::pair<QPushButton*, QWidget*>> windows{
@@ -254,7 +259,7 @@ void tst_Wiring::windowsOpenByTheirButtons()
     }
 }
 
-void tst_Wiring::mapsAreDrawnAndClicked()
+void tst_Wiring::drawingAndClicksOfMapsAreConnected()
 {
     m_panel->take();
     Q_EMIT m_loose->resultMap.draw(nullptr);
@@ -267,7 +272,7 @@ void tst_Wiring::mapsAreDrawnAndClicked()
     QCOMPARE(m_panel->take(), (QStringList{"drawDMap", "receiveNowPosInDMap 4"}));
 }
 
-void tst_Wiring::choicesOfMapsAreHeard()
+void tst_Wiring::mapSelectionsAreConnected()
 {
     Q_EMIT m_loose->form.MapWGrid->toggled(true);
     QCOMPARE(m_panel->take(), QStringList{"updateMaps"});
@@ -277,7 +282,7 @@ void tst_Wiring::choicesOfMapsAreHeard()
     QCOMPARE(m_panel->take(), QStringList{"updateDMap"});
 }
 
-void tst_Wiring::normalisationFitsThePlotOfAllSpectra()
+void tst_Wiring::normalisationClearsTheRangeOfAllSpectra()
 {
     for (DispABase* plot : std::as_const(m_loose->graphs.disps)) {
         plot->DispA->hasScale = true;
@@ -290,7 +295,7 @@ void tst_Wiring::normalisationFitsThePlotOfAllSpectra()
     QVERIFY(m_panel->take().isEmpty());
 }
 
-void tst_Wiring::movedLinesSetTheEdgeAndTheirReleaseCalculates()
+void tst_Wiring::movedLinesSetTheEdgeAndReleaseRecalculates()
 {
     for (MarkLines* set : {m_marks.allSpectra, m_marks.singleSpectrum}) {
         Q_EMIT set->moving();
@@ -300,7 +305,7 @@ void tst_Wiring::movedLinesSetTheEdgeAndTheirReleaseCalculates()
     }
 }
 
-void tst_Wiring::edgeLinesStandInTheirPlots()
+void tst_Wiring::markerLinesBelongToTheirPlots()
 {
     const QList<Displays::DispId> withEdge{Displays::DRef1, Displays::DRef2, Displays::DTarget};
     for (int i = 0; i < m_loose->graphs.disps.size(); ++i) {
@@ -314,7 +319,7 @@ void tst_Wiring::edgeLinesStandInTheirPlots()
     QCOMPARE(m_marks.singleSpectrum->lines.size(), 3);
 }
 
-void tst_Wiring::limitsAreMeasuredFromTheEdgeLine()
+void tst_Wiring::limitLinesAreRelativeToTheEdge()
 {
     m_loose->form.EdgeE->setText("8350");
     m_loose->form.PreEEndDE->setText("-50");

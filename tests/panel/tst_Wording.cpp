@@ -1,4 +1,4 @@
-// The exact words of refusals and results.
+// The exact texts of error messages and results.
 #include "panel/Wording.h"
 
 #include "analysis/CalculationMessage.h"
@@ -27,23 +27,23 @@ class tst_Wording : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void refusalsHaveTheirSentences_data();
-    void refusalsHaveTheirSentences();
+    void errorMessagesHaveTheExpectedText_data();
+    void errorMessagesHaveTheExpectedText();
     void fourPointsNumbersHaveSixDigits_data();
     void fourPointsNumbersHaveSixDigits();
-    void nonEquivalentNumbersHaveThreeDecimalsAndAPlaceForTheSign();
-    void fitNumbersHaveThreeDecimalsAndAPlaceForTheSign();
-    void numericTroubleIsShown();
-    void fileThatCannotBeOpenedIsNamed();
+    void nonEquivalentNumbersHaveThreeDecimalsAndSpaceForASign();
+    void fitNumbersHaveThreeDecimalsAndSpaceForASign();
+    void nonFiniteNumbersAreShownAsText();
+    void errorMessageNamesTheFileThatCannotBeOpened();
 };
 
-void tst_Wording::refusalsHaveTheirSentences_data()
+void tst_Wording::errorMessagesHaveTheExpectedText_data()
 {
     QTest::addColumn<Message>("refusal");
     QTest::addColumn<QString>("sentence");
-    QTest::newRow("no V row for the target: with a period")
+    QTest::newRow("no V row for the target, with a period")
         << Message{MessageId::NoTargetVPoint} << "V Point is not selected.";
-    QTest::newRow("no V row for the maps: without a period")
+    QTest::newRow("no V row for the maps, without a period")
         << Message{MessageId::NoMapVPoint} << "V Point is not selected";
     QTest::newRow("few references") << Message{MessageId::FewReferences, 1}
                                     << "Number of valied Ref Files is 1, which is less than 2.";
@@ -51,22 +51,22 @@ void tst_Wording::refusalsHaveTheirSentences_data()
         << Message{MessageId::FirstReferenceInvalid} << "The 1st Ref File is not valid.";
     QTest::newRow("second reference")
         << Message{MessageId::SecondReferenceInvalid} << "The 2nd Ref File is not valid.";
-    QTest::newRow("a reference by its row, from 0")
+    QTest::newRow("reference with index 0")
         << Message{MessageId::ReferenceInvalid, 0} << "Ref File 0 is not valid.";
     QTest::newRow("target") << Message{MessageId::TargetInvalid} << "Target File1 is not valid.";
-    QTest::newRow("number of rows: is not, though less would fit")
+    QTest::newRow("wrong number of rows")
         << Message{MessageId::WrongCount, 3, 4} << "Number of selected data sets 3 is not 4.";
     QTest::newRow("fewer rows than unknowns")
         << Message{MessageId::TooFewRows, 4, 5} << "Number of selected data sets 4 is less than 5.";
-    QTest::newRow("no range of the fit")
+    QTest::newRow("no fit range")
         << Message{MessageId::NoFitRange}
         << "Energy Range is not selected, which should by selected by CB of TR.";
-    QTest::newRow("few references of the fit: without a period")
+    QTest::newRow("few references for the fit, without a period")
         << Message{MessageId::FewFitReferences, 0}
         << "Number of Valid Reference files is 0, which is less than 2";
 }
 
-void tst_Wording::refusalsHaveTheirSentences()
+void tst_Wording::errorMessagesHaveTheExpectedText()
 {
     QFETCH(Message, refusal);
     QTEST(Wording::of(refusal), "sentence");
@@ -76,9 +76,9 @@ void tst_Wording::fourPointsNumbersHaveSixDigits_data()
 {
     QTest::addColumn<Variant>("variant");
     QTest::addColumn<QString>("line");
-    QTest::newRow("three points: no thickness")
+    QTest::newRow("three points, no thickness")
         << Variant::ThreePoints << "3ps: a = 0.111111, Valence = 2.88889";
-    QTest::newRow("exact: no label")
+    QTest::newRow("exact four points, no label")
         << Variant::ExactFourPoints << "a = 0.111111, Valence = 2.88889, t/ts = 1e+07";
     QTest::newRow("least square") << Variant::LeastSquare
                                   << "4ps2: a = 0.111111, Valence = 2.88889, t/ts = 1e+07";
@@ -90,7 +90,7 @@ void tst_Wording::fourPointsNumbersHaveSixDigits()
     QTEST(Wording::of({variant, 1.0 / 9.0, 3.0 - 1.0 / 9.0, 1e7, {}}), "line");
 }
 
-void tst_Wording::nonEquivalentNumbersHaveThreeDecimalsAndAPlaceForTheSign()
+void tst_Wording::nonEquivalentNumbersHaveThreeDecimalsAndSpaceForASign()
 {
     analysis::TargetResult result{
         Variant::NonEquivalentLinear, -0.2, 5.6, 40.0, {{0, -0.2, -1.0}, {3, 1.2, 6.0}}};
@@ -104,7 +104,7 @@ void tst_Wording::nonEquivalentNumbersHaveThreeDecimalsAndAPlaceForTheSign()
         "Result of NEQ :: -0.200 :  1.200 :  0.250 :  0.000, Valence"));
 }
 
-void tst_Wording::fitNumbersHaveThreeDecimalsAndAPlaceForTheSign()
+void tst_Wording::fitNumbersHaveThreeDecimalsAndSpaceForASign()
 {
     QCOMPARE(Wording::of(analysis::LinearFit{{1.25, -0.25}, 1.5, -0.375, {}}),
              "Result of LCF ::  1.250 : -0.250, Valence =  1.500, Base = -0.375");
@@ -113,7 +113,7 @@ void tst_Wording::fitNumbersHaveThreeDecimalsAndAPlaceForTheSign()
              "Base =  12.500");
 }
 
-void tst_Wording::numericTroubleIsShown()
+void tst_Wording::nonFiniteNumbersAreShownAsText()
 {
     QCOMPARE(Wording::of({Variant::ThreePoints, notANumber, notANumber, 0.0, {}}),
              "3ps: a = nan, Valence = nan");
@@ -131,7 +131,7 @@ void tst_Wording::numericTroubleIsShown()
              4);
 }
 
-void tst_Wording::fileThatCannotBeOpenedIsNamed()
+void tst_Wording::errorMessageNamesTheFileThatCannotBeOpened()
 {
     QCOMPARE(Wording::cannotOpen("/a b/%1.dat"), "Can't open the file [/a b/%1.dat]");
     QCOMPARE(Wording::cannotOpen({}), "Can't open the file []");

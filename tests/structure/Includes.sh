@@ -1,18 +1,18 @@
 #!/usr/bin/env bash
-# Includes.sh CMAKE SOURCE WORK CASE: one behaviour of cmake/CheckIncludes.cmake, on a
-# little tree in WORK.
+# Includes.sh CMAKE SOURCE WORK CASE: tests one behaviour of cmake/CheckIncludes.cmake on a
+# small source tree in WORK.
 set -euo pipefail
 cmake=$1 source=$2 work=$3 case=$4
 
 rm -rf "$work"
 mkdir -p "$work"
-wrong()
+fail()
 {
     echo "$case: $*"
     exit 1
 }
 
-# file PATH LINE...: a source of the tree.
+# file PATH LINE...: writes a source file into the tree.
 file()
 {
     mkdir -p "$(dirname "$work/$1")"
@@ -24,22 +24,22 @@ check()
 }
 accepts()
 {
-    check || wrong "refused: $said"
+    check || fail "refused: $said"
 }
-# refuses WORD...: the check fails, and says each word.
+# refuses WORD...: the check must fail, and its output must contain each WORD.
 refuses()
 {
-    check && wrong "accepted"
+    check && fail "accepted"
     for word; do
-        [[ $said == *"$word"* ]] || wrong "no \"$word\" in: $said"
+        [[ $said == *"$word"* ]] || fail "no \"$word\" in: $said"
     done
 }
 
 case $case in
-the_whole_of_src_passes)
-    check "$source/src" || wrong "refused: $said"
+src_passes)
+    check "$source/src" || fail "refused: $said"
     ;;
-each_folder_may_include_what_lies_below_it)
+each_folder_may_include_lower_folders)
     folders=(app panel rows display analysis data)
     for from in "${!folders[@]}"; do
         lines=('#pragma once' '#include <QString>' '#include <vector>')
@@ -92,32 +92,32 @@ core_may_not_include_a_form)
         refuses data/Some.h "$header"
     done
     ;;
-members_of_the_panel_may_include_what_the_panel_may)
+panel_members_may_include_what_the_panel_may_include)
     lines=('#include "panel/FourPs.h"' '#include "rows/AEPoint.h"' '#include "display/Displays.h"'
         '#include "analysis/Limits.h"' '#include "data/AMutE.h"' '#include <QMessageBox>')
     file analysis/FourPsMap.cpp "${lines[@]}"
     file display/FourPsGraphs.cpp "${lines[@]}"
     accepts
     ;;
-members_of_the_panel_may_not_include_app)
+panel_members_may_not_include_app)
     file display/FourPsGraphs.cpp '#include "app/Body.h"'
     refuses display/FourPsGraphs.cpp app/Body.h
     ;;
-only_sources_of_the_panel_are_members)
+only_files_named_FourPs_are_panel_members)
     for path in analysis/FourPsMap.h analysis/NotFourPs.cpp data/FourPsFiles.cpp; do
         file "$path" '#include "panel/FourPs.h"'
         refuses "$path" panel/FourPs.h
         rm "$work/$path"
     done
     ;;
-a_form_is_its_own_folders_business)
+a_form_may_only_be_included_in_its_class_folder)
     file display/Frame.h '#include "ui_Frame.h"'
     file forms/Frame.ui '<header>display/Surface.h</header>'
     accepts
     file rows/Row.cpp '#include "ui_Frame.h"'
     refuses rows/Row.cpp ui_Frame.h
     ;;
-a_form_may_not_name_a_header_from_above)
+a_form_may_not_name_a_header_from_a_higher_folder)
     file display/Frame.h '#include "ui_Frame.h"'
     file forms/Frame.ui '   <header>display/Surface.h</header>' '   <header>rows/AEPoint.h</header>'
     refuses forms/Frame.ui rows/AEPoint.h
@@ -132,44 +132,44 @@ a_folder_without_a_rule_is_refused)
     file rows/Row.cpp '#include "network/Socket.h"'
     refuses rows/Row.cpp network/Socket.h
     ;;
-a_path_that_is_not_folder_and_name_is_refused)
+a_path_other_than_folder_and_name_is_refused)
     for name in '"../rows/AEPoint.h"' '"AEPoint.h"' '"data/../rows/AEPoint.h"' '<rows/AEPoint.h>' \
         '"data/deep/Map.h"' '"data/Map.inc"' '<private/qobject_p.h>' 'HEADER'; do
         file display/Graph.cpp "#include $name"
         refuses display/Graph.cpp
     done
     ;;
-a_path_behind_a_comment_is_seen)
+a_path_after_a_comment_is_checked)
     file data/Map.h '/* rows */ #include "rows/Row.h"'
     refuses data/Map.h rows/Row.h
     file data/Map.h '/* of rows' 'and more */#include "rows/Row.h"'
     refuses data/Map.h rows/Row.h
     ;;
-a_path_behind_a_byte_order_mark_is_seen)
+a_path_after_a_byte_order_mark_is_checked)
     file data/Map.h $'\xEF\xBB\xBF#include "rows/Row.h"'
     refuses data/Map.h rows/Row.h
     file data/Map.h $'// Maps\r\f#include "rows/Row.h"'
     refuses data/Map.h rows/Row.h
     ;;
-a_path_in_two_lines_is_seen)
+a_path_split_over_two_lines_is_checked)
     file data/Map.h $'#inc\\' 'lude "rows/Row.h"'
     refuses data/Map.h rows/Row.h
     ;;
-a_source_of_another_suffix_is_refused)
+a_source_with_an_unknown_suffix_is_refused)
     file data/Map.ipp '#include "rows/Row.h"'
     refuses data/Map.ipp
     ;;
-a_fault_behind_other_includes_is_found)
+a_forbidden_include_after_others_is_found)
     file data/Map.cpp '#include "data/Map.h" // [[nodiscard]; see' '' '#if 1' '#  include "data/A.h"' \
         '#include<vector> // [' $'\t#\tinclude \\' '"rows/AEPoint.h" // ]'
     refuses data/Map.cpp rows/AEPoint.h
     ;;
-all_faults_are_told_at_once)
+all_forbidden_includes_are_reported_together)
     file data/Map.h '#include "analysis/Limits.h"'
     file display/Graph.cpp '#include "rows/AEPoint.h"'
     refuses data/Map.h analysis/Limits.h display/Graph.cpp rows/AEPoint.h
     ;;
 *)
-    wrong "there is no such case"
+    fail "unknown case"
     ;;
 esac

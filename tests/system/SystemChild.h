@@ -1,4 +1,5 @@
-// What the tests of this folder share: the child, its answers, large files.
+// Helpers for the tests in this folder: starting the child, reading its output, making
+// large files.
 #pragma once
 
 #include "support/ChildProcess.h"
@@ -15,16 +16,16 @@ namespace tests
 
 inline constexpr qint64 mebibyte = 1024 * 1024;
 
-/// The most (bytes) that reading may take beyond what is kept of a file.
-inline constexpr qint64 mostWhileReading = 200'000'000;
+/// Memory (bytes) that a read may use beyond the size of the data it keeps.
+inline constexpr qint64 maxExtraMemory = 200'000'000;
 
 inline ChildProcess systemChild()
 {
     return ChildProcess(QStringLiteral(AELK_SYSTEM_CHILD));
 }
 
-/// Whether files of full size are read, which takes minutes without
-/// optimisation: in a build for use, and when AELK_FULL_SIZES is set.
+/// Whether files of full size are read: in optimised builds, or if AELK_FULL_SIZES is set.
+/// Without optimisation it takes minutes.
 inline bool isFullSize()
 {
 #ifdef __OPTIMIZE__
@@ -54,8 +55,8 @@ inline QStringList messagesOf(const QJsonObject& step)
     return lines;
 }
 
-/// Whether the debug log says why a file was refused. The size that every text
-/// map tells is no reason.
+/// Whether the debug log gives a reason for refusing a file. The "size" line, which is
+/// logged for every text map, is not a reason.
 inline bool hasReason(const QJsonObject& step)
 {
     const QStringList log = logOf(step);
@@ -64,27 +65,28 @@ inline bool hasReason(const QJsonObject& step)
     });
 }
 
-/// Why the memory that a read took is too much; empty when it is not, and where
-/// nobody can tell.
-inline QString memoryTrouble(const QJsonObject& step, qint64 most = mostWhileReading)
+/// Why a read used too much memory; empty if it did not. Always empty under
+/// AddressSanitizer, where memory use cannot be measured.
+inline QString memoryTrouble(const QJsonObject& step, qint64 most = maxExtraMemory)
 {
-    const auto taken = [&step](const char* what) {
+    const auto bytes = [&step](const char* what) {
         return static_cast<qint64>(step[QLatin1String(what)].toDouble());
     };
     if (isUnderAddressSanitizer()) {
         return {};
     }
-    if (taken("peak") >= taken("kept") + most) {
-        return QStringLiteral("%1 bytes at most for %2 kept").arg(taken("peak")).arg(taken("kept"));
+    if (bytes("peak") >= bytes("kept") + most) {
+        return QStringLiteral("%1 bytes at most for %2 kept").arg(bytes("peak")).arg(bytes("kept"));
     }
-    if (taken("left") >= taken("kept") + mostWhileReading) {
-        return QStringLiteral("%1 bytes left for %2 kept").arg(taken("left")).arg(taken("kept"));
+    if (bytes("left") >= bytes("kept") + maxExtraMemory) {
+        return QStringLiteral("%1 bytes left for %2 kept").arg(bytes("left")).arg(bytes("kept"));
     }
     return {};
 }
 
-/// Makes a file of @p head and as many @p block as fit into @p size bytes; empty
-/// when that failed. Blocks of a single zero byte take no place on the disk.
+/// Makes a file of @p head followed by as many @p block as fit into @p size bytes. Returns
+/// its path, or an empty string on failure. If the block is a single zero byte, the file is
+/// sparse and takes no disk space.
 inline QString makeFile(const QTemporaryDir& folder, const QByteArray& head,
                         const QByteArray& block, qint64 size)
 {

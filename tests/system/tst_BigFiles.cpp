@@ -1,4 +1,4 @@
-// Files that are much too large are refused, within little memory.
+// Files beyond the size limits are refused without using much memory.
 #include "system/SystemChild.h"
 
 #include <QTest>
@@ -8,10 +8,10 @@ using namespace tests;
 namespace
 {
 
-constexpr qint64 longestLine = 16 * mebibyte;
-constexpr qint64 mostComments = 64 * mebibyte; ///< characters, and 64 for each line
-constexpr qint64 mostRows = qint64{1} << 25;
-constexpr qint64 mostPoints = qint64{1} << 22;
+constexpr qint64 maxLine = 16 * mebibyte;
+constexpr qint64 maxComments = 64 * mebibyte; ///< characters, plus 64 for each line
+constexpr qint64 maxRows = qint64{1} << 25;
+constexpr qint64 maxPoints = qint64{1} << 22;
 
 const QByteArray zeroByte(1, '\0');
 const QByteArray utf16Mark("\xff\xfe");
@@ -27,20 +27,20 @@ QByteArray utf16(const QByteArray& text)
     return wide;
 }
 
-/// The size of the files that the disk really holds.
-qint64 realSize()
+/// The size of files that really occupy disk space (others are sparse).
+qint64 sizeOnDisk()
 {
     return isFullSize() ? 1500 * mebibyte : 100 * mebibyte;
 }
 
-QString mapTrouble(const ChildRun& run, qint64 mostMemory = mostWhileReading)
+QString mapTrouble(const ChildRun& run, qint64 mostMemory = maxExtraMemory)
 {
     const QJsonObject step = run.lastStep();
     if (!run.trouble.isEmpty()) {
         return run.trouble + ": " + QString::fromUtf8(run.errors.right(300));
     }
     if (step["loaded"].toBool() || step["newData"].toInt() != 0) {
-        return QStringLiteral("the map was taken");
+        return QStringLiteral("the map was accepted");
     }
     return hasReason(step) ? memoryTrouble(step, mostMemory)
                            : QStringLiteral("no reason in the debug log");
@@ -53,20 +53,20 @@ QString spectrumTrouble(const ChildRun& run)
         return run.trouble + ": " + QString::fromUtf8(run.errors.right(300));
     }
     if (step["valid"].toBool() || step["newEdges"].toInt() != 0) {
-        return QStringLiteral("the spectrum was taken");
+        return QStringLiteral("the spectrum was accepted");
     }
     return hasReason(step) ? memoryTrouble(step) : QStringLiteral("no reason in the debug log");
 }
 
-/// A map of one pixel with comment lines that count @p characters in all, those
-/// of its size included.
-QByteArray mapOfComments(qint64 characters)
+/// A map of one pixel whose comment lines, including the two size lines, count @p
+/// characters against the limit.
+QByteArray mapWithComments(qint64 characters)
 {
     constexpr qint64 perLine = 64;
     QByteArray text = "# X-NUM 1\n# Y-NUM 1\n";
     qint64 left = characters - text.size() + 2 - 2 * perLine;
     while (left > 0) {
-        const qint64 line = std::min(left, longestLine) - perLine;
+        const qint64 line = std::min(left, maxLine) - perLine;
         text += '#' + QByteArray(line - 1, 'c') + '\n';
         left -= line + perLine;
     }
@@ -83,21 +83,21 @@ private Q_SLOTS:
     void initTestCase();
     void bigMapsAreRefused_data();
     void bigMapsAreRefused();
-    void mapBeforeABigOneIsNotInUseAnyMore();
-    void mapLineMayHave16Mebibytes_data();
-    void mapLineMayHave16Mebibytes();
-    void commentLinesMayHave64Mebibytes_data();
-    void commentLinesMayHave64Mebibytes();
-    void mapMayHaveManyRows();
-    void mapOfMoreRowsIsRefusedBeforeTheyAreStored();
+    void refusedBigMapUnloadsTheEarlierMap();
+    void mapLineLimitIs16Mebibytes_data();
+    void mapLineLimitIs16Mebibytes();
+    void commentLimitIs64Mebibytes_data();
+    void commentLimitIs64Mebibytes();
+    void mapWithMaximumRowsIsRead();
+    void mapWithTooManyRowsIsRefusedWithLittleMemory();
     void bigSpectraAreRefused_data();
     void bigSpectraAreRefused();
-    void spectrumLineMayHave16Mebibytes_data();
-    void spectrumLineMayHave16Mebibytes();
-    void spectrumOfTooManyPointsIsRefused();
-    void spectrumMayHaveManyPoints();
-    void headerOfABinaryMapTakesLittleMemory_data();
-    void headerOfABinaryMapTakesLittleMemory();
+    void spectrumLineLimitIs16Mebibytes_data();
+    void spectrumLineLimitIs16Mebibytes();
+    void spectrumWithTooManyPointsIsRefused();
+    void spectrumWithMaximumPointsIsRead();
+    void largeBinaryHeaderSizeUsesLittleMemory_data();
+    void largeBinaryHeaderSizeUsesLittleMemory();
 
 private:
     ChildRun read(const char* step, const QString& path);
@@ -106,7 +106,7 @@ private:
 void tst_BigFiles::initTestCase()
 {
     if (isUnderAddressSanitizer()) {
-        QSKIP("takes minutes, and what memory is used is not to be seen");
+        QSKIP("takes minutes, and memory use cannot be measured");
     }
 }
 
@@ -129,19 +129,18 @@ void tst_BigFiles::bigMapsAreRefused_data()
     QTest::newRow("short comment lines") << QByteArray() << QByteArray("#\n") << 20 * mebibyte;
     QTest::newRow("long comment lines") << onePixel << '#' + QByteArray(100000, 'c') + '\n'
                                         << 100 * mebibyte;
-    QTest::newRow("one line of zeros") << QByteArray() << QByteArray("0") << realSize();
+    QTest::newRow("one line of zeros") << QByteArray() << QByteArray("0") << sizeOnDisk();
     QTest::newRow("one line of zero bytes") << QByteArray() << zeroByte << 1500 * mebibyte;
-    QTest::newRow("long line behind a good map") << onePixel << QByteArray("0") << someLines;
-    QTest::newRow("long line behind many rows")
+    QTest::newRow("long line after a valid map") << onePixel << QByteArray("0") << someLines;
+    QTest::newRow("long line after many rows")
         << onePixel + QByteArray("1 2 3\n").repeated(4000000) << QByteArray("0") << 48 * mebibyte;
-    QTest::newRow("zero bytes behind a good map") << onePixel << zeroByte << 100 * mebibyte;
+    QTest::newRow("zero bytes after a valid map") << onePixel << zeroByte << 100 * mebibyte;
     QTest::newRow("long comment line") << onePixel + "# " << QByteArray("c") << someLines;
-    QTest::newRow("blanks behind a pixel") << onePixel + "1 2 3" << QByteArray(" ") << someLines;
-    QTest::newRow("one line of letters with marks")
+    QTest::newRow("blanks after a pixel") << onePixel + "1 2 3" << QByteArray(" ") << someLines;
+    QTest::newRow("one line of accented letters")
         << QByteArray() << QByteArray("\xc3\xa9") << 40 * mebibyte;
-    QTest::newRow("one line of bytes that are no text")
-        << QByteArray() << QByteArray("\xff") << someLines;
-    QTest::newRow("one line of 16-bit zeros") << utf16Mark << utf16("0") << realSize();
+    QTest::newRow("one line of invalid UTF-8") << QByteArray() << QByteArray("\xff") << someLines;
+    QTest::newRow("one line of 16-bit zeros") << utf16Mark << utf16("0") << sizeOnDisk();
     QTest::newRow("16-bit zero bytes") << utf16Mark << zeroByte << 100 * mebibyte;
     QTest::newRow("short comment lines of 16 bits") << utf16Mark << utf16("#\n") << 20 * mebibyte;
 }
@@ -157,7 +156,7 @@ void tst_BigFiles::bigMapsAreRefused()
     QCOMPARE(mapTrouble(read("map", path)), QString());
 }
 
-void tst_BigFiles::mapBeforeABigOneIsNotInUseAnyMore()
+void tst_BigFiles::refusedBigMapUnloadsTheEarlierMap()
 {
     const QTemporaryDir folder;
     const QString good = folder.filePath("good.dat");
@@ -174,7 +173,7 @@ void tst_BigFiles::mapBeforeABigOneIsNotInUseAnyMore()
     QCOMPARE(run.steps().at(2)["rows"].toInt(), 1);
 }
 
-void tst_BigFiles::mapLineMayHave16Mebibytes_data()
+void tst_BigFiles::mapLineLimitIs16Mebibytes_data()
 {
     QTest::addColumn<QByteArray>("begin");
     QTest::addColumn<char>("filling");
@@ -182,12 +181,12 @@ void tst_BigFiles::mapLineMayHave16Mebibytes_data()
     QTest::newRow("comment") << QByteArray("# long") << 'g';
 }
 
-void tst_BigFiles::mapLineMayHave16Mebibytes()
+void tst_BigFiles::mapLineLimitIs16Mebibytes()
 {
     QFETCH(QByteArray, begin);
     QFETCH(char, filling);
     const QTemporaryDir folder;
-    const QByteArray line = begin + QByteArray(longestLine - begin.size(), filling);
+    const QByteArray line = begin + QByteArray(maxLine - begin.size(), filling);
     const QString longest = makeFile(folder, onePixel + line + '\n', "1 2 3\n", 0);
     const QJsonObject step = read("map", longest).lastStep();
     QVERIFY(step["loaded"].toBool());
@@ -197,22 +196,22 @@ void tst_BigFiles::mapLineMayHave16Mebibytes()
     QCOMPARE(mapTrouble(read("map", tooLong)), QString());
 }
 
-void tst_BigFiles::commentLinesMayHave64Mebibytes_data()
+void tst_BigFiles::commentLimitIs64Mebibytes_data()
 {
     QTest::addColumn<qint64>("characters");
-    QTest::addColumn<bool>("isTaken");
-    QTest::newRow("at the bound") << mostComments << true;
-    QTest::newRow("one more") << mostComments + 1 << false;
+    QTest::addColumn<bool>("isAccepted");
+    QTest::newRow("at the limit") << maxComments << true;
+    QTest::newRow("one above the limit") << maxComments + 1 << false;
 }
 
-void tst_BigFiles::commentLinesMayHave64Mebibytes()
+void tst_BigFiles::commentLimitIs64Mebibytes()
 {
     QFETCH(qint64, characters);
-    QFETCH(bool, isTaken);
+    QFETCH(bool, isAccepted);
     const QTemporaryDir folder;
-    const QString path = makeFile(folder, mapOfComments(characters), "\n", 0);
+    const QString path = makeFile(folder, mapWithComments(characters), "\n", 0);
     const ChildRun run = read("map", path);
-    if (isTaken) {
+    if (isAccepted) {
         QCOMPARE(run.trouble, QString());
         QVERIFY(run.lastStep()["loaded"].toBool());
         QCOMPARE(run.lastStep()["headerLines"].toInt(), 6);
@@ -222,25 +221,25 @@ void tst_BigFiles::commentLinesMayHave64Mebibytes()
     }
 }
 
-void tst_BigFiles::mapMayHaveManyRows()
+void tst_BigFiles::mapWithMaximumRowsIsRead()
 {
     if (!isFullSize()) {
-        QSKIP("takes a minute without optimisation; AELK_FULL_SIZES asks for it");
+        QSKIP("takes a minute without optimisation; set AELK_FULL_SIZES to run it");
     }
     const QTemporaryDir folder;
     const QByteArray head = "# X-NUM 8192\n# Y-NUM 4096\n";
-    const QString most = makeFile(folder, head, "1 2 3\n", head.size() + 6 * mostRows);
+    const QString most = makeFile(folder, head, "1 2 3\n", head.size() + 6 * maxRows);
     const QJsonObject step = read("map", most).lastStep();
     QVERIFY(step["loaded"].toBool());
-    QCOMPARE(static_cast<qint64>(step["rows"].toDouble()), mostRows);
+    QCOMPARE(static_cast<qint64>(step["rows"].toDouble()), maxRows);
     QCOMPARE(memoryTrouble(step), QString());
 }
 
-void tst_BigFiles::mapOfMoreRowsIsRefusedBeforeTheyAreStored()
+void tst_BigFiles::mapWithTooManyRowsIsRefusedWithLittleMemory()
 {
     const QTemporaryDir folder;
     const QByteArray head = "# X-NUM 8192\n# Y-NUM 4096\n";
-    const QString more = makeFile(folder, head, "1 2 3\n", head.size() + 6 * mostRows + 6);
+    const QString more = makeFile(folder, head, "1 2 3\n", head.size() + 6 * maxRows + 6);
     QCOMPARE(mapTrouble(read("map", more)), QString());
 }
 
@@ -252,18 +251,18 @@ void tst_BigFiles::bigSpectraAreRefused_data()
 
     const qint64 someLines = 20 * mebibyte;
     const QByteArray points("8000 1\n8100 2\n");
-    QTest::newRow("one line of zeros") << QByteArray() << QByteArray("0") << realSize();
+    QTest::newRow("one line of zeros") << QByteArray() << QByteArray("0") << sizeOnDisk();
     QTest::newRow("one line of zero bytes") << QByteArray() << zeroByte << 1500 * mebibyte;
-    QTest::newRow("one line of the beamline form")
-        << QByteArray("9809 ") << QByteArray("0") << realSize();
-    QTest::newRow("long line behind good points") << points << QByteArray("0") << someLines;
-    QTest::newRow("zero bytes behind good points") << points << zeroByte << 1500 * mebibyte;
+    QTest::newRow("one beamline header line")
+        << QByteArray("9809 ") << QByteArray("0") << sizeOnDisk();
+    QTest::newRow("long line after valid points") << points << QByteArray("0") << someLines;
+    QTest::newRow("zero bytes after valid points") << points << zeroByte << 1500 * mebibyte;
     QTest::newRow("long comment line") << points + '#' << QByteArray("c") << someLines;
     QTest::newRow("long line in a header")
         << QByteArray("9809\n") << QByteArray("Mode ") << someLines;
     QTest::newRow("long line of counts") << QByteArray("9809\n Mode 0 0 1 2\n Offset\n 1 2 3 4 5\n")
                                          << QByteArray("1 ") << someLines;
-    QTest::newRow("one line of 16-bit zeros") << utf16Mark << utf16("0") << realSize();
+    QTest::newRow("one line of 16-bit zeros") << utf16Mark << utf16("0") << sizeOnDisk();
     QTest::newRow("16-bit zero bytes") << utf16Mark << zeroByte << 1500 * mebibyte;
 }
 
@@ -278,7 +277,7 @@ void tst_BigFiles::bigSpectraAreRefused()
     QCOMPARE(spectrumTrouble(read("spectrum", path)), QString());
 }
 
-void tst_BigFiles::spectrumLineMayHave16Mebibytes_data()
+void tst_BigFiles::spectrumLineLimitIs16Mebibytes_data()
 {
     QTest::addColumn<QByteArray>("begin");
     QTest::addColumn<char>("filling");
@@ -286,13 +285,13 @@ void tst_BigFiles::spectrumLineMayHave16Mebibytes_data()
     QTest::newRow("comment") << QByteArray("# long") << 'g';
 }
 
-void tst_BigFiles::spectrumLineMayHave16Mebibytes()
+void tst_BigFiles::spectrumLineLimitIs16Mebibytes()
 {
     QFETCH(QByteArray, begin);
     QFETCH(char, filling);
     const QTemporaryDir folder;
     const QByteArray points("8000 1\n8100 2\n");
-    const QByteArray line = begin + QByteArray(longestLine - begin.size(), filling);
+    const QByteArray line = begin + QByteArray(maxLine - begin.size(), filling);
     const QString longest = makeFile(folder, points + line + '\n', "\n", 0);
     const QJsonObject step = read("spectrum", longest).lastStep();
     QVERIFY(step["valid"].toBool());
@@ -302,35 +301,35 @@ void tst_BigFiles::spectrumLineMayHave16Mebibytes()
     QCOMPARE(spectrumTrouble(read("spectrum", tooLong)), QString());
 }
 
-void tst_BigFiles::spectrumOfTooManyPointsIsRefused()
+void tst_BigFiles::spectrumWithTooManyPointsIsRefused()
 {
     if (isUnderAddressSanitizer()) {
-        QSKIP("takes long; the bound is no matter of memory errors");
+        QSKIP("slow, and no memory errors are expected");
     }
     const QTemporaryDir folder;
-    const QString path = makeFile(folder, {}, "1 2\n", 4 * (mostPoints + 1));
+    const QString path = makeFile(folder, {}, "1 2\n", 4 * (maxPoints + 1));
     const ChildRun run = read("spectrum", path);
     QCOMPARE(spectrumTrouble(run), QString());
 }
 
-void tst_BigFiles::spectrumMayHaveManyPoints()
+void tst_BigFiles::spectrumWithMaximumPointsIsRead()
 {
     const QTemporaryDir folder;
-    const QString path = makeFile(folder, {}, "1 2\n", 4 * mostPoints);
+    const QString path = makeFile(folder, {}, "1 2\n", 4 * maxPoints);
     const QJsonObject step = read("spectrum", path).lastStep();
     QVERIFY(step["valid"].toBool());
-    QCOMPARE(static_cast<qint64>(step["points"].toDouble()), mostPoints);
+    QCOMPARE(static_cast<qint64>(step["points"].toDouble()), maxPoints);
     QCOMPARE(memoryTrouble(step), QString());
 }
 
-void tst_BigFiles::headerOfABinaryMapTakesLittleMemory_data()
+void tst_BigFiles::largeBinaryHeaderSizeUsesLittleMemory_data()
 {
     QTest::addColumn<QByteArray>("size");
     QTest::newRow("as long as the file") << QByteArray("1572864000");
     QTest::newRow("longer than the file") << QByteArray("2147483647");
 }
 
-void tst_BigFiles::headerOfABinaryMapTakesLittleMemory()
+void tst_BigFiles::largeBinaryHeaderSizeUsesLittleMemory()
 {
     QFETCH(QByteArray, size);
     const QTemporaryDir folder;

@@ -1,5 +1,5 @@
-// Files that change while they are read: whatever is made of them, the program
-// goes on, and the row takes the next file.
+// Files that change while they are read. Whatever is read, the program keeps running and
+// the row can read the next file.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -11,7 +11,7 @@ namespace
 {
 
 constexpr int manyRows = 100000;
-constexpr int callsTried = 5; ///< opens and closes of a file, more than any reader has
+constexpr int maxCalls = 5; ///< hooked calls of each kind; readers open and close a file less often
 
 QByteArray textMap(int rows)
 {
@@ -45,74 +45,73 @@ class tst_ChangingFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void mapThatEndsWhileItIsReadGivesTheRowsThatCame();
-    void mapThatGrowsWhileItIsReadGivesTheNewRowsToo();
-    void mapThatCannotBeReadOnGivesTheRowsThatCame();
-    void binaryMapThatEndsAfterItsHeaderHasZeros();
-    void binaryMapThatCannotBeReadOnHasZeros();
-    void binaryMapThatBecomesTextIsNoMap();
-    void binaryMapWhoseClaimGrowsTakesNoMemory();
-    void spectrumThatEndsWhileItIsReadGivesThePointsThatCame();
-    void spectrumRemovedBetweenThePassesIsWholeOrRefused();
-    void anyChangeAtAnyCallLeavesTheRowsUsable_data();
-    void anyChangeAtAnyCallLeavesTheRowsUsable();
+    void mapTruncatedDuringReadKeepsTheRowsRead();
+    void mapExtendedDuringReadHasTheNewRows();
+    void mapWithReadErrorKeepsTheRowsRead();
+    void binaryMapTruncatedDuringReadIsFilledWithZeros();
+    void binaryMapWithReadErrorIsFilledWithZeros();
+    void binaryMapReplacedByTextIsRefused();
+    void binaryMapRewrittenWithLargerSizeUsesLittleMemory();
+    void spectrumTruncatedDuringReadKeepsThePointsRead();
+    void spectrumRemovedBetweenPassesIsCompleteOrRefused();
+    void rowsWorkAfterAnyChangeAtAnyCall_data();
+    void rowsWorkAfterAnyChangeAtAnyCall();
 
 private:
-    ChildRun runWith(const char* step, const QByteArray& content, const QList<QByteArray>& happens);
+    ChildRun runWith(const char* step, const QByteArray& content, const QList<QByteArray>& hook);
 };
 
-/// Reads a file of @p content at which something happens: call, number, change
-/// and its argument.
+/// Reads a file of @p content with a hook: call, number, change and the change's argument.
 ChildRun tst_ChangingFiles::runWith(const char* step, const QByteArray& content,
-                                    const QList<QByteArray>& happens)
+                                    const QList<QByteArray>& hook)
 {
     const QTemporaryDir folder;
     const QByteArray path = QFile::encodeName(writeFile(folder, "changing.dat", content));
     return systemChild().runSteps(
-        {"happens", happens.at(0), happens.at(1), path, happens.at(2), happens.at(3), step, path});
+        {"hook", hook.at(0), hook.at(1), path, hook.at(2), hook.at(3), step, path});
 }
 
-void tst_ChangingFiles::mapThatEndsWhileItIsReadGivesTheRowsThatCame()
+void tst_ChangingFiles::mapTruncatedDuringReadKeepsTheRowsRead()
 {
-    const ChildRun run = runWith("map", textMap(manyRows), {"atRead", "3", "shrinks", "30000"});
+    const ChildRun run = runWith("map", textMap(manyRows), {"atRead", "3", "shrink", "30000"});
     QCOMPARE(run.trouble, QString());
     QVERIFY(run.lastStep()["loaded"].toBool());
     QVERIFY(run.lastStep()["rows"].toInt() > 1000);
     QVERIFY(run.lastStep()["rows"].toInt() < manyRows);
 }
 
-void tst_ChangingFiles::mapThatGrowsWhileItIsReadGivesTheNewRowsToo()
+void tst_ChangingFiles::mapExtendedDuringReadHasTheNewRows()
 {
-    const ChildRun run = runWith("map", textMap(manyRows), {"atRead", "3", "grows", "4 5 6\n"});
+    const ChildRun run = runWith("map", textMap(manyRows), {"atRead", "3", "grow", "4 5 6\n"});
     QCOMPARE(run.trouble, QString());
     QVERIFY(run.lastStep()["loaded"].toBool());
     QCOMPARE(run.lastStep()["rows"].toInt(), manyRows + 1);
 }
 
-void tst_ChangingFiles::mapThatCannotBeReadOnGivesTheRowsThatCame()
+void tst_ChangingFiles::mapWithReadErrorKeepsTheRowsRead()
 {
-    const ChildRun run = runWith("map", textMap(manyRows), {"atRead", "4+", "fails", "EIO"});
+    const ChildRun run = runWith("map", textMap(manyRows), {"atRead", "4+", "fail", "EIO"});
     QCOMPARE(run.trouble, QString());
     QVERIFY(run.lastStep()["loaded"].toBool());
     QVERIFY(run.lastStep()["rows"].toInt() > 1000);
     QVERIFY(run.lastStep()["rows"].toInt() < manyRows);
 }
 
-void tst_ChangingFiles::binaryMapThatEndsAfterItsHeaderHasZeros()
+void tst_ChangingFiles::binaryMapTruncatedDuringReadIsFilledWithZeros()
 {
-    // 256 bytes of header and five pixels are left.
-    const ChildRun run = runWith("map", binaryMap(), {"atOpen", "4", "shrinks", "296"});
+    // The shortened file has the header of 256 bytes and five pixels.
+    const ChildRun run = runWith("map", binaryMap(), {"atOpen", "4", "shrink", "296"});
     QCOMPARE(run.trouble, QString());
     QVERIFY(run.lastStep()["loaded"].toBool());
     QCOMPARE(run.lastStep()["rows"].toInt(), 12);
     QVERIFY(run.lastStep()["sum"].toDouble() <= 12.0);
 }
 
-void tst_ChangingFiles::binaryMapThatCannotBeReadOnHasZeros()
+void tst_ChangingFiles::binaryMapWithReadErrorIsFilledWithZeros()
 {
-    for (int number = 1; number <= callsTried; ++number) {
+    for (int number = 1; number <= maxCalls; ++number) {
         const ChildRun run = runWith("map", binaryMap(),
-                                     {"atRead", QByteArray::number(number) + '+', "fails", "EIO"});
+                                     {"atRead", QByteArray::number(number) + '+', "fail", "EIO"});
         QCOMPARE(run.trouble, QString());
         const int rows = run.lastStep()["rows"].toInt();
         QVERIFY(rows == 0 || rows == 12);
@@ -120,67 +119,66 @@ void tst_ChangingFiles::binaryMapThatCannotBeReadOnHasZeros()
     }
 }
 
-void tst_ChangingFiles::binaryMapThatBecomesTextIsNoMap()
+void tst_ChangingFiles::binaryMapReplacedByTextIsRefused()
 {
     const QTemporaryDir folder;
     const QByteArray path = QFile::encodeName(writeFile(folder, "changing.dat", binaryMap()));
     const QByteArray text = QFile::encodeName(writeFile(folder, "text.dat", textMap(3)));
     const ChildRun run =
-        systemChild().runSteps({"happens", "atClose", "1", path, "isReplaced", text, "map", path});
+        systemChild().runSteps({"hook", "atClose", "1", path, "replace", text, "map", path});
     QCOMPARE(run.trouble, QString());
     QCOMPARE(run.lastStep()["rows"].toInt(), 0);
     QCOMPARE(run.lastStep()["xNum"].toInt(), 0);
     QVERIFY(logOf(run.lastStep()).contains(QString::fromUtf8(path) + " is not a TDData0 file."));
 }
 
-void tst_ChangingFiles::binaryMapWhoseClaimGrowsTakesNoMemory()
+void tst_ChangingFiles::binaryMapRewrittenWithLargerSizeUsesLittleMemory()
 {
-    for (int number = 1; number <= callsTried; ++number) {
+    for (int number = 1; number <= maxCalls; ++number) {
         const QTemporaryDir folder;
         const QByteArray path = QFile::encodeName(writeFile(folder, "changing.dat", binaryMap()));
-        const QByteArray lying =
-            QFile::encodeName(writeFile(folder, "lying.dat", binaryMap("11184810")));
-        const ChildRun run =
-            systemChild().runSteps({"happens", "atOpen", QByteArray::number(number), path,
-                                    "isRewritten", lying, "map", path});
+        const QByteArray oversized =
+            QFile::encodeName(writeFile(folder, "oversized.dat", binaryMap("11184810")));
+        const ChildRun run = systemChild().runSteps({"hook", "atOpen", QByteArray::number(number),
+                                                     path, "rewrite", oversized, "map", path});
         QCOMPARE(run.trouble, QString());
         QVERIFY(run.lastStep()["rows"].toInt() <= 12);
         QCOMPARE(memoryTrouble(run.lastStep()), QString());
     }
 }
 
-void tst_ChangingFiles::spectrumThatEndsWhileItIsReadGivesThePointsThatCame()
+void tst_ChangingFiles::spectrumTruncatedDuringReadKeepsThePointsRead()
 {
     QByteArray content;
     for (int point = 0; point < manyRows; ++point) {
         content += QByteArray::number(7000 + point) + " 1\n";
     }
-    const ChildRun run = runWith("spectrum", content, {"atRead", "4", "shrinks", "40000"});
+    const ChildRun run = runWith("spectrum", content, {"atRead", "4", "shrink", "40000"});
     QCOMPARE(run.trouble, QString());
     QVERIFY(run.lastStep()["valid"].toBool());
     QVERIFY(run.lastStep()["points"].toInt() > 1000);
     QVERIFY(run.lastStep()["points"].toInt() < manyRows);
 }
 
-void tst_ChangingFiles::spectrumRemovedBetweenThePassesIsWholeOrRefused()
+void tst_ChangingFiles::spectrumRemovedBetweenPassesIsCompleteOrRefused()
 {
     const QTemporaryDir folder;
     const QByteArray before = QFile::encodeName(writeFile(folder, "before.dat", plainSpectrum));
     const QByteArray path = QFile::encodeName(writeFile(folder, "changing.dat", beamlineSpectrum));
     const ChildRun run = systemChild().runSteps(
-        {"spectrum", before, "happens", "atClose", "1", path, "isRemoved", "", "spectrum", path});
+        {"spectrum", before, "hook", "atClose", "1", path, "remove", "", "spectrum", path});
     QCOMPARE(run.trouble, QString());
     const QJsonObject step = run.lastStep();
     if (step["newEdges"].toInt() == 1) {
         QCOMPARE(step["points"].toInt(), 2);
     } else {
-        // Nothing was opened, so the spectrum before is still there.
+        // If the file could not be opened, the earlier spectrum is kept.
         QVERIFY(logOf(step).contains("Can't open a XAFS file " + QString::fromUtf8(path)));
         QCOMPARE(step["points"].toInt(), 3);
     }
 }
 
-void tst_ChangingFiles::anyChangeAtAnyCallLeavesTheRowsUsable_data()
+void tst_ChangingFiles::rowsWorkAfterAnyChangeAtAnyCall_data()
 {
     QTest::addColumn<QByteArray>("step");
     QTest::addColumn<QByteArray>("content");
@@ -188,13 +186,13 @@ void tst_ChangingFiles::anyChangeAtAnyCallLeavesTheRowsUsable_data()
 
     QTest::newRow("text map becomes binary") << QByteArray("map") << textMap(9) << binaryMap();
     QTest::newRow("binary map becomes text") << QByteArray("map") << binaryMap() << textMap(9);
-    QTest::newRow("plain spectrum becomes the beamline's")
+    QTest::newRow("plain spectrum becomes a beamline spectrum")
         << QByteArray("spectrum") << plainSpectrum << beamlineSpectrum;
-    QTest::newRow("the beamline's spectrum becomes plain")
+    QTest::newRow("beamline spectrum becomes plain")
         << QByteArray("spectrum") << beamlineSpectrum << plainSpectrum;
 }
 
-void tst_ChangingFiles::anyChangeAtAnyCallLeavesTheRowsUsable()
+void tst_ChangingFiles::rowsWorkAfterAnyChangeAtAnyCall()
 {
     QFETCH(QByteArray, step);
     QFETCH(QByteArray, content);
@@ -208,15 +206,14 @@ void tst_ChangingFiles::anyChangeAtAnyCallLeavesTheRowsUsable()
     const QByteArray good = file(content);
     const QByteArray otherFile = file(other);
     for (const char* call : {"atOpen", "atRead", "atClose"}) {
-        for (int number = 1; number <= callsTried; ++number) {
-            for (const Change& change :
-                 {Change{"shrinks", "0"}, Change{"shrinks", "70"}, Change{"isRemoved", ""},
-                  Change{"isReplaced", file(other)}, Change{"isRewritten", otherFile},
-                  Change{"fails", "EIO"}}) {
+        for (int number = 1; number <= maxCalls; ++number) {
+            for (const Change& change : {Change{"shrink", "0"}, Change{"shrink", "70"},
+                                         Change{"remove", ""}, Change{"replace", file(other)},
+                                         Change{"rewrite", otherFile}, Change{"fail", "EIO"}}) {
                 const QByteArray path = file(content);
-                steps += {"happens", call,        QByteArray::number(number),
-                          path,      change.name, change.argument,
-                          step,      path,        step,
+                steps += {"hook", call,        QByteArray::number(number),
+                          path,   change.name, change.argument,
+                          step,   path,        step,
                           good};
             }
         }

@@ -1,6 +1,5 @@
-// A disk that fills in the middle of a result or of a histogram: what could not be
-// written whole is told, each file by its own name, and the panel keeps its
-// result.
+// A disk that becomes full while a result or a histogram is written. Each incomplete file
+// is reported by its own name, and the panel keeps its result.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -26,16 +25,16 @@ class tst_FullDisks : public QObject
 
 private Q_SLOTS:
     void init();
-    void resultCutShortIsTold_data();
-    void resultCutShortIsTold();
-    void olderResultIsReplacedByTheBeginningOfTheNewOne();
-    void resultThatJustFitsIsWhole();
-    void histogramCutShortIsTold_data();
-    void histogramCutShortIsTold();
-    void histogramThatIsNotThereIsNotTold();
-    void everyFileCutShortIsTold();
-    void writingAgainWithMorePlaceIsWhole();
-    void fullDiskIsToldForResultAndHistogram();
+    void incompleteResultIsReported_data();
+    void incompleteResultIsReported();
+    void incompleteResultReplacesTheOlderOne();
+    void resultThatJustFitsIsComplete();
+    void incompleteHistogramIsReported_data();
+    void incompleteHistogramIsReported();
+    void missingHistogramFileIsNotReported();
+    void everyIncompleteFileIsReported();
+    void writingAgainWithMoreSpaceIsComplete();
+    void fullDiskIsReportedForResultAndHistogram();
 
 private:
     QByteArray path(const char* name) const;
@@ -51,31 +50,30 @@ void tst_FullDisks::init()
     QVERIFY(m_folder->isValid());
 }
 
-/// The message of a histogram names the real path of its file.
+/// Histogram messages contain the canonical path of the file.
 QByteArray tst_FullDisks::path(const char* name) const
 {
     return QFile::encodeName(QFileInfo(m_folder->path()).canonicalFilePath()) + '/' + name;
 }
 
-/// Writes a result of @p size by @p size pixels when no file may be longer than
-/// @p limit bytes.
+/// Writes a result of @p size by @p size pixels with a limit of @p limit bytes per file.
 ChildRun tst_FullDisks::write(const QByteArray& size, const QByteArray& limit,
                               const QByteArray& alphaBins, const QByteArray& thicknessBins) const
 {
     return systemChild().runSteps({"calculate", size, size, "bins", alphaBins, thicknessBins,
-                                   "fileSize", limit, "write", path("result.dat")});
+                                   "limitFileSize", limit, "write", path("result.dat")});
 }
 
-void tst_FullDisks::resultCutShortIsTold_data()
+void tst_FullDisks::incompleteResultIsReported_data()
 {
     QTest::addColumn<qint64>("limit");
     QTest::newRow("nothing") << qint64{0};
-    QTest::newRow("part of the title") << qint64{10};
+    QTest::newRow("part of the title line") << qint64{10};
     QTest::newRow("part of the pixels") << qint64{5000};
     QTest::newRow("part of a later block") << qint64{130000};
 }
 
-void tst_FullDisks::resultCutShortIsTold()
+void tst_FullDisks::incompleteResultIsReported()
 {
     QFETCH(qint64, limit);
     const ChildRun run = write("50", QByteArray::number(limit), "11", "11");
@@ -89,7 +87,7 @@ void tst_FullDisks::resultCutShortIsTold()
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{"result.dat"});
 }
 
-void tst_FullDisks::olderResultIsReplacedByTheBeginningOfTheNewOne()
+void tst_FullDisks::incompleteResultReplacesTheOlderOne()
 {
     writeFile(*m_folder, "result.dat", QByteArray(20000, 'o'));
     const ChildRun run = write("20", "5000", "11", "11");
@@ -100,57 +98,58 @@ void tst_FullDisks::olderResultIsReplacedByTheBeginningOfTheNewOne()
     QVERIFY(!left.contains('o'));
 }
 
-void tst_FullDisks::resultThatJustFitsIsWhole()
+void tst_FullDisks::resultThatJustFitsIsComplete()
 {
     QCOMPARE(write("20", "any", "11", "11").trouble, QString());
     const QByteArray whole = readFile(path("result.dat"));
     const QByteArray size = QByteArray::number(whole.size());
     QCOMPARE(messagesOf(write("20", size, "11", "11").lastStep()), QStringList());
     QCOMPARE(readFile(path("result.dat")), whole);
-    const QByteArray less = QByteArray::number(whole.size() - 1);
-    QCOMPARE(messagesOf(write("20", less, "11", "11").lastStep()),
+    const QByteArray oneLess = QByteArray::number(whole.size() - 1);
+    QCOMPARE(messagesOf(write("20", oneLess, "11", "11").lastStep()),
              QStringList{cannotOpen(path("result.dat"))});
 }
 
-void tst_FullDisks::histogramCutShortIsTold_data()
+void tst_FullDisks::incompleteHistogramIsReported_data()
 {
     QTest::addColumn<QByteArray>("alphaBins");
     QTest::addColumn<QByteArray>("thicknessBins");
-    QTest::addColumn<QList<QByteArray>>("told");
+    QTest::addColumn<QList<QByteArray>>("reported");
     const QByteArray alpha("result_HGAlpha.dat");
     const QByteArray thickness("result_HGThick.dat");
     QTest::newRow("valence") << QByteArray("2000") << QByteArray("11") << QList{alpha};
     QTest::newRow("thickness") << QByteArray("11") << QByteArray("2000") << QList{thickness};
     QTest::newRow("both") << QByteArray("2000") << QByteArray("2000") << QList{alpha, thickness};
-    // More than is kept back until the file is closed.
+    // This histogram is larger than the write buffer, so the write fails before the file is
+    // closed.
     QTest::newRow("large") << QByteArray("200000") << QByteArray("11") << QList{alpha};
 }
 
-void tst_FullDisks::histogramCutShortIsTold()
+void tst_FullDisks::incompleteHistogramIsReported()
 {
     QFETCH(QByteArray, alphaBins);
     QFETCH(QByteArray, thicknessBins);
-    QFETCH(QList<QByteArray>, told);
+    QFETCH(QList<QByteArray>, reported);
     writeFile(*m_folder, "result_HGAlpha.dat", "older");
     writeFile(*m_folder, "result_HGThick.dat", "older");
     const ChildRun run = write("2", "3000", alphaBins, thicknessBins);
     QCOMPARE(run.trouble, QString());
     QStringList expected;
-    for (const QByteArray& name : std::as_const(told)) {
+    for (const QByteArray& name : std::as_const(reported)) {
         expected += cannotOpen(path(name.constData()));
     }
     QCOMPARE(messagesOf(run.lastStep()), expected);
     QVERIFY(run.lastStep()["isPanelUnchanged"].toBool());
-    QVERIFY(readFile(path("result.dat")).endsWith("\n\n")); // whole
+    QVERIFY(readFile(path("result.dat")).endsWith("\n\n")); // the result is complete
     for (const char* name : {"result_HGAlpha.dat", "result_HGThick.dat"}) {
         const QByteArray left = readFile(path(name));
         QVERIFY(left.size() <= 3000);
         QVERIFY(!left.startsWith("older"));
-        QCOMPARE(left.count('\n') == 13, !told.contains(QByteArray(name)));
+        QCOMPARE(left.count('\n') == 13, !reported.contains(QByteArray(name)));
     }
 }
 
-void tst_FullDisks::histogramThatIsNotThereIsNotTold()
+void tst_FullDisks::missingHistogramFileIsNotReported()
 {
     const ChildRun run = write("2", "3000", "2000", "2000");
     QCOMPARE(run.trouble, QString());
@@ -158,7 +157,7 @@ void tst_FullDisks::histogramThatIsNotThereIsNotTold()
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{"result.dat"});
 }
 
-void tst_FullDisks::everyFileCutShortIsTold()
+void tst_FullDisks::everyIncompleteFileIsReported()
 {
     writeFile(*m_folder, "result_HGAlpha.dat", "older");
     writeFile(*m_folder, "result_HGThick.dat", "older");
@@ -171,12 +170,12 @@ void tst_FullDisks::everyFileCutShortIsTold()
     QVERIFY(run.lastStep()["isPanelUnchanged"].toBool());
 }
 
-void tst_FullDisks::writingAgainWithMorePlaceIsWhole()
+void tst_FullDisks::writingAgainWithMoreSpaceIsComplete()
 {
     const QByteArray result = path("result.dat");
     const ChildRun run = systemChild().runSteps(
-        {"calculate", "20", "20", "write", result, "file", result, "fileSize", "3000", "write",
-         result, "fileSize", "any", "write", result, "file", result});
+        {"calculate", "20", "20", "write", result, "file", result, "limitFileSize", "3000", "write",
+         result, "limitFileSize", "any", "write", result, "file", result});
     QCOMPARE(run.trouble, QString());
     QCOMPARE(run.steps().size(), 8);
     QCOMPARE(messagesOf(run.steps().at(4)), QStringList{cannotOpen(result)});
@@ -184,10 +183,10 @@ void tst_FullDisks::writingAgainWithMorePlaceIsWhole()
     QCOMPARE(run.steps().at(7)["checksum"], run.steps().at(2)["checksum"]);
 }
 
-void tst_FullDisks::fullDiskIsToldForResultAndHistogram()
+void tst_FullDisks::fullDiskIsReportedForResultAndHistogram()
 {
     if (!ChildProcess::canMountDisks()) {
-        QSKIP("no disk can be mounted for a single program here");
+        QSKIP("mounting a disk for a child process is not possible here");
     }
     const QByteArray result = path("result.dat");
     const QByteArray alpha = path("result_HGAlpha.dat");

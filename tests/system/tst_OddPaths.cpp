@@ -1,5 +1,5 @@
-// Paths that name no plain file, or none that may be opened: a row keeps what it
-// has, a result is refused with its message, and nothing waits.
+// Paths that do not name a regular file, or name one without permission. Reading keeps the
+// data in the row, writing is refused with a message, and no call blocks.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -19,15 +19,14 @@ using namespace tests;
 namespace
 {
 
-constexpr int hangs = 20000; // ms
+constexpr int timeoutMs = 20000;
 constexpr qsizetype longestPath = 4095;
 
 const QByteArray map("# X-NUM 1\n# Y-NUM 1\n1 2 3\n");
 const QByteArray spectrum("8000 1\n8100 2\n8200 3\n");
 
-/// The path of @p file with as many detours that lead nowhere as make it
-/// @p size bytes long.
-QByteArray detour(const QByteArray& file, qsizetype size)
+/// A path to @p file of exactly @p size bytes, padded with "./" and "/".
+QByteArray paddedPath(const QByteArray& file, qsizetype size)
 {
     const qsizetype name = file.lastIndexOf('/') + 1;
     const qsizetype missing = size - file.size();
@@ -47,7 +46,7 @@ bool makeSocket(const QByteArray& path)
     return isMade;
 }
 
-/// A file whose name is no valid text.
+/// Makes a file. Its name can be invalid UTF-8, which QFile does not support.
 bool makeFile(const QByteArray& path, const QByteArray& content)
 {
     const int file = ::open(path.constData(), O_WRONLY | O_CREAT, 0644);
@@ -71,17 +70,17 @@ class tst_OddPaths : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void readingKeepsWhatTheRowsHave_data();
-    void readingKeepsWhatTheRowsHave();
-    void writingIsRefusedAndTold_data();
-    void writingIsRefusedAndTold();
-    void devicesThatTakeAllAreWritten_data();
-    void devicesThatTakeAllAreWritten();
+    void readingAnOddPathKeepsTheRowsData_data();
+    void readingAnOddPathKeepsTheRowsData();
+    void writingToAnOddPathIsReported_data();
+    void writingToAnOddPathIsReported();
+    void writableDevicesAreWritten_data();
+    void writableDevicesAreWritten();
     void longestPathIsReadAndWritten();
-    void folderWithoutRightsRefusesAll();
-    void nameThatIsNoTextIsRefused_data();
-    void nameThatIsNoTextIsRefused();
-    void writingBesideANameThatIsNoTextLeavesItAlone();
+    void folderWithoutPermissionsRefusesReadingAndWriting();
+    void nameWithInvalidUtf8IsRefused_data();
+    void nameWithInvalidUtf8IsRefused();
+    void writingDoesNotTouchAFileWithInvalidUtf8Name();
 
 private:
     QByteArray inFolder(const QByteArray& name) const;
@@ -94,7 +93,7 @@ private:
 void tst_OddPaths::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
-    // Open to nobody too, so that only the rights of what is in it decide.
+    // All users may enter the folder, so that only the permissions inside it matter.
     QVERIFY(::chmod(QFile::encodeName(m_folder->path()).constData(), 0777) == 0);
     QVERIFY(!writeFile(*m_folder, "map.dat", map).isEmpty());
     QVERIFY(!writeFile(*m_folder, "spectrum.dat", spectrum).isEmpty());
@@ -105,14 +104,15 @@ QByteArray tst_OddPaths::inFolder(const QByteArray& name) const
     return QFile::encodeName(m_folder->path()) + '/' + name;
 }
 
-/// The toolkit cannot remove what it cannot name.
+/// QTemporaryDir cannot remove files whose names are not valid text.
 void tst_OddPaths::cleanup()
 {
     std::error_code error;
     std::filesystem::remove_all(QFile::encodeName(m_folder->path()).toStdString(), error);
 }
 
-/// Makes one of the odd things and returns its path.
+/// Creates the object that @p what names and returns its path; empty on failure. An
+/// absolute path is returned unchanged.
 QByteArray tst_OddPaths::make(const QByteArray& what) const
 {
     const QByteArray path = inFolder("odd");
@@ -135,7 +135,7 @@ QByteArray tst_OddPaths::make(const QByteArray& what) const
     } else if (what == "file as a folder") {
         return inFolder("map.dat/odd");
     } else if (what == "4096 characters") {
-        return detour(inFolder("map.dat"), longestPath + 1);
+        return paddedPath(inFolder("map.dat"), longestPath + 1);
     } else if (what == "name of 300 characters") {
         return inFolder(QByteArray(300, 'n'));
     }
@@ -145,11 +145,11 @@ QByteArray tst_OddPaths::make(const QByteArray& what) const
 ChildRun tst_OddPaths::run(const QList<QByteArray>& steps) const
 {
     ChildProcess child = systemChild();
-    child.setPatience(hangs);
+    child.setPatience(timeoutMs);
     return child.runSteps(steps);
 }
 
-void tst_OddPaths::readingKeepsWhatTheRowsHave_data()
+void tst_OddPaths::readingAnOddPathKeepsTheRowsData_data()
 {
     QTest::addColumn<QByteArray>("what");
     for (const char* what :
@@ -160,7 +160,7 @@ void tst_OddPaths::readingKeepsWhatTheRowsHave_data()
     }
 }
 
-void tst_OddPaths::readingKeepsWhatTheRowsHave()
+void tst_OddPaths::readingAnOddPathKeepsTheRowsData()
 {
     QFETCH(QByteArray, what);
     const QByteArray odd = make(what);
@@ -183,7 +183,7 @@ void tst_OddPaths::readingKeepsWhatTheRowsHave()
     QCOMPARE(left.steps().at(5)["newEdges"].toInt(), 1);
 }
 
-void tst_OddPaths::writingIsRefusedAndTold_data()
+void tst_OddPaths::writingToAnOddPathIsReported_data()
 {
     QTest::addColumn<QByteArray>("what");
     for (const char* what : {"pipe", "socket", "folder", "link to itself", "link to a folder",
@@ -193,7 +193,7 @@ void tst_OddPaths::writingIsRefusedAndTold_data()
     }
 }
 
-void tst_OddPaths::writingIsRefusedAndTold()
+void tst_OddPaths::writingToAnOddPathIsReported()
 {
     QFETCH(QByteArray, what);
     const QByteArray odd = make(what);
@@ -205,14 +205,14 @@ void tst_OddPaths::writingIsRefusedAndTold()
     QCOMPARE(readFile(m_folder->filePath("map.dat")), map);
 }
 
-void tst_OddPaths::devicesThatTakeAllAreWritten_data()
+void tst_OddPaths::writableDevicesAreWritten_data()
 {
     QTest::addColumn<QByteArray>("device");
     QTest::newRow("null") << QByteArray("/dev/null");
     QTest::newRow("zero") << QByteArray("/dev/zero");
 }
 
-void tst_OddPaths::devicesThatTakeAllAreWritten()
+void tst_OddPaths::writableDevicesAreWritten()
 {
     QFETCH(QByteArray, device);
     const ChildRun left = run({"calculate", "2", "2", "write", device});
@@ -222,9 +222,9 @@ void tst_OddPaths::devicesThatTakeAllAreWritten()
 
 void tst_OddPaths::longestPathIsReadAndWritten()
 {
-    const QByteArray mapPath = detour(inFolder("map.dat"), longestPath);
-    const QByteArray spectrumPath = detour(inFolder("spectrum.dat"), longestPath);
-    const QByteArray resultPath = detour(inFolder("result.dat"), longestPath);
+    const QByteArray mapPath = paddedPath(inFolder("map.dat"), longestPath);
+    const QByteArray spectrumPath = paddedPath(inFolder("spectrum.dat"), longestPath);
+    const QByteArray resultPath = paddedPath(inFolder("result.dat"), longestPath);
     const ChildRun left =
         run({"map", mapPath, "spectrum", spectrumPath, "calculate", "2", "2", "write", resultPath});
     QCOMPARE(left.trouble, QString());
@@ -234,19 +234,19 @@ void tst_OddPaths::longestPathIsReadAndWritten()
     QVERIFY(readFile(m_folder->filePath("result.dat")).startsWith("# qelk result map V1.0\n"));
 }
 
-void tst_OddPaths::folderWithoutRightsRefusesAll()
+void tst_OddPaths::folderWithoutPermissionsRefusesReadingAndWriting()
 {
     const QByteArray closed = inFolder("closed");
     QVERIFY(::mkdir(closed.constData(), 0777) == 0);
     QVERIFY(!writeFile(*m_folder, "closed/map.dat", map).isEmpty());
     QVERIFY(::chmod(closed.constData(), 0) == 0);
     const QByteArray path = closed + "/map.dat";
-    const ChildRun left = run({"nobody", "map", inFolder("map.dat"), "map", path, "spectrum", path,
-                               "folder", closed, "calculate", "2", "2", "write", path});
-    QVERIFY(::chmod(closed.constData(), 0777) == 0); // to be removed
+    const ChildRun left = run({"dropRoot", "map", inFolder("map.dat"), "map", path, "spectrum",
+                               path, "folder", closed, "calculate", "2", "2", "write", path});
+    QVERIFY(::chmod(closed.constData(), 0777) == 0); // so that cleanup() can remove it
     QCOMPARE(left.trouble, QString());
     if (left.steps().at(0)["isRoot"].toBool()) {
-        QSKIP("the rights of root cannot be given up here");
+        QSKIP("root's permissions cannot be given up here");
     }
     QVERIFY(left.steps().at(1)["loaded"].toBool());
     QVERIFY(!left.steps().at(2)["loaded"].toBool());
@@ -257,15 +257,15 @@ void tst_OddPaths::folderWithoutRightsRefusesAll()
     QCOMPARE(readFile(m_folder->filePath("closed/map.dat")), map);
 }
 
-void tst_OddPaths::nameThatIsNoTextIsRefused_data()
+void tst_OddPaths::nameWithInvalidUtf8IsRefused_data()
 {
     QTest::addColumn<QByteArray>("name");
-    QTest::newRow("lone byte") << QByteArray("bad\xff.dat");
-    QTest::newRow("cut sequence") << QByteArray("bad\xe3\x81.dat");
+    QTest::newRow("invalid byte") << QByteArray("bad\xff.dat");
+    QTest::newRow("truncated sequence") << QByteArray("bad\xe3\x81.dat");
     QTest::newRow("surrogate") << QByteArray("bad\xed\xa0\x80.dat");
 }
 
-void tst_OddPaths::nameThatIsNoTextIsRefused()
+void tst_OddPaths::nameWithInvalidUtf8IsRefused()
 {
     QFETCH(QByteArray, name);
     const QByteArray others = inFolder("others");
@@ -283,7 +283,7 @@ void tst_OddPaths::nameThatIsNoTextIsRefused()
     QVERIFY(!left.steps().at(3)["loaded"].toBool());
 }
 
-void tst_OddPaths::writingBesideANameThatIsNoTextLeavesItAlone()
+void tst_OddPaths::writingDoesNotTouchAFileWithInvalidUtf8Name()
 {
     const QByteArray path = inFolder("bad\xff.dat");
     QVERIFY(makeFile(path, "earlier"));

@@ -1,5 +1,5 @@
-// Signals by which the system ends a program whose pipe has no reader, or whose
-// file grows beyond what is allowed: both are failed writes and no more.
+// SIGPIPE (a pipe without a reader) and SIGXFSZ (a file beyond the size limit) do not end
+// the program; they only make a write fail.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -10,13 +10,13 @@ using namespace tests;
 namespace
 {
 
-/// The program itself, in English; the plugin in it takes the steps.
+/// The program itself, in English; the inspector plugin runs @p steps.
 ChildProcess program(const QByteArray& steps)
 {
     ChildProcess child{QStringLiteral(AELK_PROGRAM)};
-    child.setVariable(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("aelkeye"));
+    child.setVariable(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("aelkinspector"));
     child.setVariable(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(AELK_PLUGINS));
-    child.setVariable(QStringLiteral("AELK_EYE_STEPS"), QString::fromUtf8(steps));
+    child.setVariable(QStringLiteral("AELK_INSPECTOR_STEPS"), QString::fromUtf8(steps));
     return child;
 }
 
@@ -29,15 +29,16 @@ class tst_Signals : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void programLivesWhenNobodyReadsItsRemarks();
-    void programTellsOfAFileThatMayNotGrow();
-    void childLivesWhenNobodyReadsItsRemarks();
+    void programSurvivesAClosedErrorPipe();
+    void programReportsAFileAtTheSizeLimit();
+    void childSurvivesAClosedErrorPipe();
 };
 
-void tst_Signals::programLivesWhenNobodyReadsItsRemarks()
+void tst_Signals::programSurvivesAClosedErrorPipe()
 {
-    // An energy row without a file says that it cannot open it.
-    const QByteArray steps("click FileSelect.ClearB; click FileSelect.ClearB; tell WriteB; exit 0");
+    // An energy row without a file logs that it cannot open it.
+    const QByteArray steps(
+        "click FileSelect.ClearB; click FileSelect.ClearB; print WriteB; exit 0");
     const ChildRun read = program(steps).run(english);
     QCOMPARE(read.trouble, QString());
     QVERIFY(read.errors.contains("can't open"));
@@ -48,12 +49,12 @@ void tst_Signals::programLivesWhenNobodyReadsItsRemarks()
     QCOMPARE(run.output, QByteArray("Write\n"));
 }
 
-void tst_Signals::programTellsOfAFileThatMayNotGrow()
+void tst_Signals::programReportsAFileAtTheSizeLimit()
 {
     const QTemporaryDir folder;
     const QByteArray path = QFile::encodeName(writeFile(folder, "result.dat", "an older result\n"));
     ChildProcess child =
-        program("type SaveFSelect.FileName " + path + "; click WriteB; tell Message; exit 0");
+        program("type SaveFSelect.FileName " + path + "; click WriteB; print Message; exit 0");
     child.limitFileSize(8);
     const ChildRun run = child.run(english);
     QCOMPARE(run.trouble, QString());
@@ -61,11 +62,11 @@ void tst_Signals::programTellsOfAFileThatMayNotGrow()
     QCOMPARE(readFile(QFile::decodeName(path)), QByteArray("# qelk r"));
 }
 
-void tst_Signals::childLivesWhenNobodyReadsItsRemarks()
+void tst_Signals::childSurvivesAClosedErrorPipe()
 {
     ChildProcess child = systemChild();
     child.closeReaderOfErrors();
-    const ChildRun run = child.runSteps({"remark", "one", "remark", "two", "map", "/nowhere"});
+    const ChildRun run = child.runSteps({"logText", "one", "logText", "two", "map", "/nowhere"});
     QCOMPARE(run.trouble, QString());
     QCOMPARE(run.steps().size(), 3);
     QCOMPARE(logOf(run.steps().at(1)), QStringList{"two"});

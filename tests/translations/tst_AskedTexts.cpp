@@ -1,4 +1,4 @@
-// Whether the table of translations and the sources speak of the same texts.
+// The translation table and the sources contain the same texts, except for known ones.
 
 #include "support/QmReader.h"
 #include "support/TestFiles.h"
@@ -14,7 +14,7 @@ using namespace tests;
 namespace
 {
 
-/// The pairs of class and text in a translation source file.
+/// The pairs of class and text in a .ts file; empty if it cannot be read or parsed.
 QSet<Asked> readTs(const QString& path)
 {
     QSet<Asked> texts;
@@ -46,9 +46,9 @@ class tst_AskedTexts : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void sourcesAskForNothingElseThanTheTableHas();
-    void tableHasNothingElseThanTheSourcesAskFor();
-    void sourcesAskForTheWholeVocabulary();
+    void onlyKnownTextsOfTheSourcesAreNotInTheTable();
+    void onlyKnownTextsOfTheTableAreNotInTheSources();
+    void sourcesAndVocabularyHaveTheSameTexts();
 
 private:
     QSet<Asked> m_inSources;
@@ -68,7 +68,7 @@ void tst_AskedTexts::initTestCase()
     const QByteArray words = lupdate.readAll();
     QVERIFY2(lupdate.exitStatus() == QProcess::NormalExit && lupdate.exitCode() == 0,
              words.constData());
-    // It warns of a tr() that it cannot assign to a class.
+    // lupdate prints a warning if it cannot assign a tr() to a class.
     QCOMPARE(words, QByteArray());
     m_inSources = readTs(list);
     QVERIFY(!m_inSources.isEmpty());
@@ -80,17 +80,17 @@ void tst_AskedTexts::initTestCase()
     }
 }
 
-void tst_AskedTexts::sourcesAskForNothingElseThanTheTableHas()
+void tst_AskedTexts::onlyKnownTextsOfTheSourcesAreNotInTheTable()
 {
     QCOMPARE(surplus(m_inSources, m_inTable), surplus(askedInVain, {}));
 }
 
-void tst_AskedTexts::tableHasNothingElseThanTheSourcesAskFor()
+void tst_AskedTexts::onlyKnownTextsOfTheTableAreNotInTheSources()
 {
     QCOMPARE(surplus(m_inTable, m_inSources), surplus(neverAsked, {}));
 }
 
-void tst_AskedTexts::sourcesAskForTheWholeVocabulary()
+void tst_AskedTexts::sourcesAndVocabularyHaveTheSameTexts()
 {
     QCOMPARE(surplus(m_inSources, allAsked()), QStringList());
     QCOMPARE(surplus(allAsked(), m_inSources), QStringList());

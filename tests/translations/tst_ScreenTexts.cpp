@@ -1,4 +1,4 @@
-// Every text that comes to the screen was asked for as a translation.
+// Every text on the screen is translatable: it goes through the translator.
 
 #include "app/Body.h"
 #include "app/Language.h"
@@ -25,11 +25,11 @@ namespace
 
 constexpr int rowCount = 8;
 
-/// Something done to a panel.
+/// An operation on a panel.
 using Action = std::function<void(FourPs&)>;
 
-/// Whether a widget is one of Qt's own dialogs or inside one.
-bool isOfDialog(const QWidget* widget)
+/// Whether @p widget is one of Qt's file dialogs or inside one.
+bool isPartOfFileDialog(const QWidget* widget)
 {
     for (; widget; widget = widget->parentWidget()) {
         if (qobject_cast<const QFileDialog*>(widget)) {
@@ -39,11 +39,11 @@ bool isOfDialog(const QWidget* widget)
     return false;
 }
 
-/// Every widget of the program, in windows or without one.
+/// All widgets of the program, shown or not, except those of Qt's file dialogs.
 QWidgetList ownWidgets()
 {
     QWidgetList widgets = QApplication::allWidgets();
-    widgets.removeIf(isOfDialog);
+    widgets.removeIf(isPartOfFileDialog);
     return widgets;
 }
 
@@ -52,10 +52,11 @@ bool isMarked(const QString& text)
     return text.startsWith(u'«') && text.endsWith(u'»');
 }
 
-/// The texts on a painter that shows a plot as it is now.
+/// The texts that @p plot paints in its current state.
 QStringList drawnTexts(DispABase* plot)
 {
-    // Takes the size, as a paint does, for a plot that no window shows.
+    // A plot that is not shown gets its size from this grab, as it would from a paint
+    // event.
     plot->DispA->grab();
     plot->DispA->cc.drawn = true;
     TextRecorder recorder;
@@ -76,8 +77,8 @@ bool isNumber(const QString& text)
     return is;
 }
 
-/// The texts of a plot other than the numbers of its scales.
-QStringList wordsIn(DispABase* plot)
+/// The sorted texts of a plot without the numbers of its scales.
+QStringList textsIn(DispABase* plot)
 {
     QStringList texts = drawnTexts(plot);
     texts.removeIf(isNumber);
@@ -85,7 +86,7 @@ QStringList wordsIn(DispABase* plot)
     return texts;
 }
 
-/// A spectrum of a file of this name: low before an edge at 8350 eV, high after.
+/// Loads a spectrum with an edge at 8350 eV: 0.5 below the edge and 2.5 above it.
 bool loadEdge(AMutE& spectrum, const QTemporaryDir& folder, const QString& name)
 {
     const QString path = writeFile(folder, name,
@@ -94,14 +95,14 @@ bool loadEdge(AMutE& spectrum, const QTemporaryDir& folder, const QString& name)
     return spectrum.readFile(path);
 }
 
-/// Lines half and two and a half up, whatever was fitted.
+/// Sets the fitted lines to the constants 0.5 and 2.5.
 void setLines(AMutE& spectrum)
 {
     spectrum.preLine = {0.5, 0.0, 0.0};
     spectrum.postLine = {2.5, 0.0, 0.0};
 }
 
-/// Rows whose energies bound the range of the fit.
+/// Selects two energy rows that bound the energy range of the fit.
 void markFitRange(FourPs& panel)
 {
     panel.EPoints.at(6)->Energy->setText(QStringLiteral("8250"));
@@ -121,21 +122,21 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase();
 
-    void labelsAndButtonsAreAskedFor();
-    void titlesOfWindowsAreAskedFor();
-    void fieldsHoldNumbersOrAskedTexts();
-    void axisTitlesAreAskedFor_data();
-    void axisTitlesAreAskedFor();
-    void drawnTextsAreAskedForOrNumbers_data();
-    void drawnTextsAreAskedForOrNumbers();
+    void labelsAndButtonsAreTranslatable();
+    void windowTitlesAreTranslatable();
+    void fieldsHoldNumbersOrTranslatableTexts();
+    void axisTitlesAreTranslatable_data();
+    void axisTitlesAreTranslatable();
+    void drawnTextsAreNumbersOrTranslatable_data();
+    void drawnTextsAreNumbersOrTranslatable();
 
-    void refusalsAreAskedFor_data();
-    void refusalsAreAskedFor();
-    void resultsAreAskedFor_data();
-    void resultsAreAskedFor();
+    void errorMessagesAreTranslatable_data();
+    void errorMessagesAreTranslatable();
+    void resultTextsAreTranslatable_data();
+    void resultTextsAreTranslatable();
 
-    void everythingAskedForIsOfTheVocabulary();
-    void comparisonIsDrawnWithItsSourceInJapanese();
+    void requestedTextsAreExactlyTheVocabulary();
+    void untranslatedAxisTitlesOfTheComparisonStayEnglish();
 
 private:
     FourPs& panel() { return *m_panel; }
@@ -151,7 +152,8 @@ void tst_ScreenTexts::initTestCase()
     m_body = std::make_unique<Body>();
     m_panel = m_body->findChild<FourPs*>();
     QVERIFY(m_panel);
-    // With marks around them the numbers of the form are none.
+    // The translator's marks make the numbers in the fields unparsable, so they are
+    // removed.
     const auto fields = m_body->findChildren<QLineEdit*>();
     for (QLineEdit* field : fields) {
         field->setText(field->text().remove(u'«').remove(u'»'));
@@ -174,12 +176,12 @@ void tst_ScreenTexts::cleanupTestCase()
     m_body.reset();
 }
 
-void tst_ScreenTexts::labelsAndButtonsAreAskedFor()
+void tst_ScreenTexts::labelsAndButtonsAreTranslatable()
 {
-    // Numbers of rows that nobody sees: their widgets stand in the panel's grid.
-    QSet<QString> unasked;
+    // These row numbers belong to frames that are never shown; they do not go through tr().
+    QSet<QString> neverShown;
     for (int n = 1; n <= rowCount; ++n) {
-        unasked.insert(QStringLiteral("%1:  ").arg(n));
+        neverShown.insert(QStringLiteral("%1:  ").arg(n));
     }
     int asked = 0;
     const QWidgetList widgets = ownWidgets();
@@ -188,7 +190,7 @@ void tst_ScreenTexts::labelsAndButtonsAreAskedFor()
             continue;
         }
         const QString text = widget->property("text").toString();
-        QVERIFY2(text.isEmpty() || isMarked(text) || unasked.contains(text), qPrintable(text));
+        QVERIFY2(text.isEmpty() || isMarked(text) || neverShown.contains(text), qPrintable(text));
         asked += isMarked(text) ? 1 : 0;
     }
     QVERIFY(asked > 200);
@@ -201,7 +203,7 @@ void tst_ScreenTexts::labelsAndButtonsAreAskedFor()
     QVERIFY(shows("HgAmount", "Amouont"));
 }
 
-void tst_ScreenTexts::titlesOfWindowsAreAskedFor()
+void tst_ScreenTexts::windowTitlesAreTranslatable()
 {
     int asked = 0;
     const QWidgetList widgets = ownWidgets();
@@ -222,7 +224,7 @@ void tst_ScreenTexts::titlesOfWindowsAreAskedFor()
     QCOMPARE(panel().Disps->frame(Displays::DMuts)->pop->windowTitle(), EveryWord::marked("Frame"));
 }
 
-void tst_ScreenTexts::fieldsHoldNumbersOrAskedTexts()
+void tst_ScreenTexts::fieldsHoldNumbersOrTranslatableTexts()
 {
     const Body fresh;
     const QWidgetList widgets = ownWidgets();
@@ -238,7 +240,7 @@ void tst_ScreenTexts::fieldsHoldNumbersOrAskedTexts()
     QCOMPARE(fresh.findChild<QLineEdit*>("EdgeE")->text(), EveryWord::marked("8350"));
 }
 
-void tst_ScreenTexts::axisTitlesAreAskedFor_data()
+void tst_ScreenTexts::axisTitlesAreTranslatable_data()
 {
     QTest::addColumn<Displays::DispId>("plot");
     QTest::addColumn<QString>("x");
@@ -263,7 +265,7 @@ void tst_ScreenTexts::axisTitlesAreAskedFor_data()
                            << "M3";
 }
 
-void tst_ScreenTexts::axisTitlesAreAskedFor()
+void tst_ScreenTexts::axisTitlesAreTranslatable()
 {
     QFETCH(Displays::DispId, plot);
     QFETCH(QString, x);
@@ -274,7 +276,7 @@ void tst_ScreenTexts::axisTitlesAreAskedFor()
     QCOMPARE(frame->yTitle, EveryWord::marked(y));
 }
 
-void tst_ScreenTexts::drawnTextsAreAskedForOrNumbers_data()
+void tst_ScreenTexts::drawnTextsAreNumbersOrTranslatable_data()
 {
     QTest::addColumn<Displays::DispId>("plot");
     QTest::addColumn<QStringList>("words");
@@ -293,7 +295,7 @@ void tst_ScreenTexts::drawnTextsAreAskedForOrNumbers_data()
     QTest::newRow("plane") << Displays::DM2M3 << QStringList{"«M2»", "«M3»"};
 }
 
-void tst_ScreenTexts::drawnTextsAreAskedForOrNumbers()
+void tst_ScreenTexts::drawnTextsAreNumbersOrTranslatable()
 {
     QFETCH(Displays::DispId, plot);
     QFETCH(QStringList, words);
@@ -309,14 +311,14 @@ void tst_ScreenTexts::drawnTextsAreAskedForOrNumbers()
     }
     panel().calcMap();
     panel().LCFvs4PS.append({0.5, 2.5, 0.5, 2.5, 0});
-    QCOMPARE(wordsIn(panel().Disps->frame(plot)).join(u' '), words.join(u' '));
+    QCOMPARE(textsIn(panel().Disps->frame(plot)).join(u' '), words.join(u' '));
 }
 
-void tst_ScreenTexts::refusalsAreAskedFor_data()
+void tst_ScreenTexts::errorMessagesAreTranslatable_data()
 {
-    QTest::addColumn<Action>("spoil");
+    QTest::addColumn<Action>("prepare");
     QTest::addColumn<Action>("run");
-    QTest::addColumn<QStringList>("sources"); // with their numbers
+    QTest::addColumn<QStringList>("sources"); // with their numbers inserted
     const Action target = &FourPs::calcTarget;
     const Action map = &FourPs::calcMap;
     const Action fit = &FourPs::lcf;
@@ -375,13 +377,13 @@ void tst_ScreenTexts::refusalsAreAskedFor_data()
     }) << write << QStringList{"Can't open the file [no-such-folder/map.dat]"};
 }
 
-void tst_ScreenTexts::refusalsAreAskedFor()
+void tst_ScreenTexts::errorMessagesAreTranslatable()
 {
-    QFETCH(Action, spoil);
+    QFETCH(Action, prepare);
     QFETCH(Action, run);
     QFETCH(QStringList, sources);
     prepareThreePointMaps(panel());
-    spoil(panel());
+    prepare(panel());
     clearMessages(panel());
     run(panel());
     QStringList expected;
@@ -391,10 +393,10 @@ void tst_ScreenTexts::refusalsAreAskedFor()
     QCOMPARE(messages(panel()), expected);
 }
 
-void tst_ScreenTexts::resultsAreAskedFor_data()
+void tst_ScreenTexts::resultTextsAreTranslatable_data()
 {
     QTest::addColumn<Action>("prepare");
-    QTest::addColumn<QString>("pattern"); // of the line edit
+    QTest::addColumn<QString>("pattern"); // for the result's line edit
     QTest::newRow("three points") << Action(prepareThreePoints) << "«3ps: a = 0.5, Valence = 2.5»";
     QTest::newRow("exact four points") << Action([](FourPs& panel) {
         prepareFourPoints(panel);
@@ -408,7 +410,7 @@ void tst_ScreenTexts::resultsAreAskedFor_data()
     }) << "«Result of NEQ :: »[^«»]*«, Valence = [^«»]*, t = [^«»]*»";
 }
 
-void tst_ScreenTexts::resultsAreAskedFor()
+void tst_ScreenTexts::resultTextsAreTranslatable()
 {
     QFETCH(Action, prepare);
     QFETCH(QString, pattern);
@@ -429,26 +431,27 @@ void tst_ScreenTexts::resultsAreAskedFor()
              qPrintable(panel().ui.LCFRes->text()));
 }
 
-// The last one: by now every way of the program was gone.
-void tst_ScreenTexts::everythingAskedForIsOfTheVocabulary()
+// Must be the last test that uses this translator: it checks the texts requested by all
+// tests above.
+void tst_ScreenTexts::requestedTextsAreExactlyTheVocabulary()
 {
     QSet<Asked> asked = m_translator.asked();
     asked.removeIf([](const Asked& text) {
-        // Qt's own classes, of which the program has dialogs and fields.
+        // Qt's own classes ask for texts too, for example in dialogs and fields.
         return text.first.startsWith(u'Q');
     });
     QCOMPARE(surplus(asked, allAsked()), QStringList());
     QCOMPARE(surplus(allAsked(), asked), QStringList());
 }
 
-void tst_ScreenTexts::comparisonIsDrawnWithItsSourceInJapanese()
+void tst_ScreenTexts::untranslatedAxisTitlesOfTheComparisonStayEnglish()
 {
     QCoreApplication::removeTranslator(&m_translator);
     QTranslator translator;
     app::speak(app::Language::Japanese, translator);
     panel().LCFvs4PS.append({0.5, 2.5, 0.5, 2.5, 0});
-    QCOMPARE(wordsIn(panel().Disps->frame(Displays::DLCFvs4PS)), (QStringList{"LCF", "MPs"}));
-    // In a plot of which the table knows the words, it speaks Japanese.
+    QCOMPARE(textsIn(panel().Disps->frame(Displays::DLCFvs4PS)), (QStringList{"LCF", "MPs"}));
+    // The table has a translation for the texts of this plot.
     drawnTexts(panel().Disps->frame(Displays::DHistA));
     QCOMPARE(panel().Disps->frame(Displays::DHistA)->xTitle, QStringLiteral("価数"));
 }

@@ -1,4 +1,4 @@
-// The Japanese text as it is embedded, byte by byte and as Qt finds it.
+// The embedded Japanese translation table: its bytes, its contents, and lookups through Qt.
 
 #include "app/Language.h"
 #include "support/QmReader.h"
@@ -20,7 +20,7 @@ namespace
 
 const QString tablePath = QStringLiteral(":/qelk_ja_JP.qm");
 
-/// How often each placeholder stands in a text, "%1" to "%9".
+/// The number of occurrences of each placeholder "%1" to "%9".
 QList<qsizetype> placeholders(const QString& text)
 {
     QList<qsizetype> counts;
@@ -36,7 +36,7 @@ qsizetype leadingBlanks(const QString& text)
            text.cbegin();
 }
 
-/// What the end of a text means for what is put behind it: a colon, blanks.
+/// The trailing colons and spaces of a text; a value is appended after them.
 QString ending(const QString& text)
 {
     qsizetype begin = text.size();
@@ -46,10 +46,10 @@ QString ending(const QString& text)
     return text.mid(begin);
 }
 
-/// Whether a character belongs into a Japanese text of this program: printable
-/// ASCII, the two Greek letters of the quantities, Japanese punctuation, the
-/// two syllabaries at full width, and common ideographs.
-bool isOfJapaneseText(QChar c)
+/// Whether @p c may occur in a Japanese text of this program: printable ASCII, the Greek
+/// letters of the quantities, Japanese punctuation, full-width hiragana and katakana,
+/// common ideographs.
+bool isJapaneseText(QChar c)
 {
     const char16_t code = c.unicode();
     const auto between = [code](char16_t first, char16_t last) {
@@ -60,14 +60,13 @@ bool isOfJapaneseText(QChar c)
            between(0x4e00, 0x9fff);
 }
 
-/// Characters of Chinese, and old ones, where Japanese writes 線 価 範 囲 図 選 択 様
-/// 測 結 無 対 計 詳 細 開 記 録 値 数 処 関 軸 験 権 試 設 顕 辺 際 積 総.
-const QString notJapanese = QStringLiteral(
+/// Chinese and old forms of the Japanese characters 線 価 範 囲 図 選 択 様 測 結 無 対 計 詳 細 開
+/// 記 録 値 数 処 関 軸 験 権 試 設 顕 辺 際 積 総.
+const QString chineseForms = QStringLiteral(
     "线價价范围圖图选擇择樣样测结无對对计详细开记录值數處处關关轴驗验权试设显邊边际积总");
 
-/// Whether the character set of Japanese has all of a text; true as well when Qt
-/// knows no coding of it.
-bool isInJapaneseSet(const QString& text)
+/// Whether Shift_JIS can encode the whole text; also true if Qt has no codec for it.
+bool isInShiftJis(const QString& text)
 {
     QStringEncoder encode("Shift_JIS");
     QStringDecoder decode("Shift_JIS");
@@ -87,43 +86,43 @@ class tst_TextTable : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void tableIsTheOneFileAtTheRoot();
+    void tableIsTheOnlyFileInTheResourceRoot();
     void tableIsEmbeddedUncompressed();
-    void resourceHasFormatThree();
+    void resourceHasFormatVersion3();
 
-    void fileOpensWithTheMagic();
-    void fileHasHashesAndMessagesOnly();
-    void everyMessageHasItsHash();
-    void hashesAreSortedForTheSearch();
-    void readerRefusesEveryShortenedFile();
-    void readerStaysInsideADamagedFile();
+    void fileBeginsWithTheMagicNumber();
+    void fileHasOnlyHashesAndMessages();
+    void everyMessageHasTheCorrectHash();
+    void hashesAreSortedForBinarySearch();
+    void readerDetectsEveryTruncation();
+    void readerHandlesDamagedBytes();
 
     void tableHas173Messages();
-    void contextsHaveTheirCounts_data();
-    void contextsHaveTheirCounts();
-    void contextHasExactlyItsSources_data();
-    void contextHasExactlyItsSources();
-    void noMessageIsThereTwice();
+    void contextsHaveTheExpectedMessageCounts_data();
+    void contextsHaveTheExpectedMessageCounts();
+    void contextsHaveTheExpectedSources_data();
+    void contextsHaveTheExpectedSources();
+    void noMessageIsDuplicated();
     void noMessageHasACommentOrSeveralTranslations();
 
-    void everyMessageIsFound_data();
-    void everyMessageIsFound();
+    void everyMessageCanBeLookedUp_data();
+    void everyMessageCanBeLookedUp();
     void textWithoutTranslationShowsItsSource();
-    void textThatIsNotInTheTableShowsItsSource();
-    void messageOfAnotherContextIsNotTaken();
+    void textMissingFromTheTableShowsItsSource();
+    void messageFromAnotherContextIsNotUsed();
 
     void numbersAndBarePlaceholdersHaveNoTranslation();
     void labelsOfPlotFramesHaveNoTranslation();
-    void onlyTheseTextsHaveNoTranslation();
+    void onlyInternationalTextsHaveNoTranslation();
 
     void placeholdersAreKept();
     void leadingBlanksAreKept();
     void endingsAreKept();
     void separatorsBeforeNumbersAreKept();
-    void termsOfTheMethodAreThere_data();
-    void termsOfTheMethodAreThere();
-    void oneWordHasOneTranslation();
-    void charactersAreThoseOfJapanese();
+    void termsOfTheMethodAreTranslated_data();
+    void termsOfTheMethodAreTranslated();
+    void sameSourceHasSameTranslation();
+    void translationsUseOnlyJapaneseCharacters();
 
 private:
     QByteArray m_file;
@@ -134,13 +133,13 @@ void tst_TextTable::initTestCase()
 {
     m_file = readFile(tablePath);
     const std::optional<QmTable> table = readQm(m_file);
-    QVERIFY2(table, "the table is not there or damaged");
+    QVERIFY2(table, "the table is missing or damaged");
     m_table = *table;
 }
 
-void tst_TextTable::tableIsTheOneFileAtTheRoot()
+void tst_TextTable::tableIsTheOnlyFileInTheResourceRoot()
 {
-    // Qt's own parts keep theirs in folders.
+    // Qt's own resources are in folders.
     QCOMPARE(QDir(QStringLiteral(":/")).entryList(QDir::Files), QStringList{"qelk_ja_JP.qm"});
 }
 
@@ -152,25 +151,25 @@ void tst_TextTable::tableIsEmbeddedUncompressed()
     QCOMPARE(resource.size(), qint64(m_file.size()));
 }
 
-void tst_TextTable::resourceHasFormatThree()
+void tst_TextTable::resourceHasFormatVersion3()
 {
     const QString list = QString::fromUtf8(readFile(QStringLiteral(AELK_RESOURCE)));
     QVERIFY(list.contains(QLatin1String("qRegisterResourceData")));
-    QCOMPARE(list.count(QLatin1String("int version = ")), 2); // for coming and going
+    QCOMPARE(list.count(QLatin1String("int version = ")), 2); // for registering and unregistering
     QCOMPARE(list.count(QLatin1String("int version = 3;")), 2);
 }
 
-void tst_TextTable::fileOpensWithTheMagic()
+void tst_TextTable::fileBeginsWithTheMagicNumber()
 {
     QCOMPARE(m_file.first(16).toHex(), QByteArray("3cb86418caef9c95cd211cbf60a1bddd"));
 }
 
-void tst_TextTable::fileHasHashesAndMessagesOnly()
+void tst_TextTable::fileHasOnlyHashesAndMessages()
 {
     QCOMPARE(m_table.sections, (QList<int>{QmHashes, QmMessages}));
 }
 
-void tst_TextTable::everyMessageHasItsHash()
+void tst_TextTable::everyMessageHasTheCorrectHash()
 {
     QCOMPARE(m_table.hashes.size(), 173);
     QMap<quint32, quint32> hashAt;
@@ -183,25 +182,25 @@ void tst_TextTable::everyMessageHasItsHash()
     }
 }
 
-void tst_TextTable::hashesAreSortedForTheSearch()
+void tst_TextTable::hashesAreSortedForBinarySearch()
 {
     const auto isLess = [](const QmHash& a, const QmHash& b) { return a.hash < b.hash; };
     QVERIFY(std::is_sorted(m_table.hashes.cbegin(), m_table.hashes.cend(), isLess));
 }
 
-void tst_TextTable::readerRefusesEveryShortenedFile()
+void tst_TextTable::readerDetectsEveryTruncation()
 {
     for (qsizetype size = 0; size < m_file.size(); ++size) {
         const std::optional<QmTable> table = readQm(QByteArrayView(m_file).first(size));
-        // Cut between two sections it is a file, of fewer sections.
+        // A file cut between two sections is valid and has fewer sections.
         QVERIFY(!table || table->sections.size() < m_table.sections.size());
     }
 }
 
-void tst_TextTable::readerStaysInsideADamagedFile()
+void tst_TextTable::readerHandlesDamagedBytes()
 {
-    // A byte of 255 makes lengths huge and tags unknown; what is read then is
-    // never more than there is.
+    // Bytes of 255 make lengths huge and tags unknown. The reader must not return more
+    // messages than the intact file has.
     for (qsizetype at = 16; at < m_file.size(); at += 3) {
         QByteArray damaged = m_file;
         damaged[at] = '\xff';
@@ -215,7 +214,7 @@ void tst_TextTable::tableHas173Messages()
     QCOMPARE(m_table.messages.size(), 173);
 }
 
-void tst_TextTable::contextsHaveTheirCounts_data()
+void tst_TextTable::contextsHaveTheExpectedMessageCounts_data()
 {
     QTest::addColumn<int>("messages");
     QTest::newRow("FourPs") << 118;
@@ -232,7 +231,7 @@ void tst_TextTable::contextsHaveTheirCounts_data()
     QTest::newRow("cBar") << 1;
 }
 
-void tst_TextTable::contextsHaveTheirCounts()
+void tst_TextTable::contextsHaveTheExpectedMessageCounts()
 {
     QFETCH(int, messages);
     const auto isOfContext = [](const QmMessage& message) {
@@ -242,7 +241,7 @@ void tst_TextTable::contextsHaveTheirCounts()
              messages);
 }
 
-void tst_TextTable::contextHasExactlyItsSources_data()
+void tst_TextTable::contextsHaveTheExpectedSources_data()
 {
     QTest::addColumn<QStringList>("expected");
     for (auto context = vocabulary.cbegin(); context != vocabulary.cend(); ++context) {
@@ -250,7 +249,7 @@ void tst_TextTable::contextHasExactlyItsSources_data()
     }
 }
 
-void tst_TextTable::contextHasExactlyItsSources()
+void tst_TextTable::contextsHaveTheExpectedSources()
 {
     QFETCH(QStringList, expected);
     QStringList sources;
@@ -264,7 +263,7 @@ void tst_TextTable::contextHasExactlyItsSources()
     QCOMPARE(sources, expected);
 }
 
-void tst_TextTable::noMessageIsThereTwice()
+void tst_TextTable::noMessageIsDuplicated()
 {
     QSet<Asked> words;
     for (const QmMessage& message : std::as_const(m_table.messages)) {
@@ -284,7 +283,7 @@ void tst_TextTable::noMessageHasACommentOrSeveralTranslations()
     }
 }
 
-void tst_TextTable::everyMessageIsFound_data()
+void tst_TextTable::everyMessageCanBeLookedUp_data()
 {
     QTest::addColumn<QmMessage>("message");
     for (const QmMessage& message : std::as_const(m_table.messages)) {
@@ -292,7 +291,7 @@ void tst_TextTable::everyMessageIsFound_data()
     }
 }
 
-void tst_TextTable::everyMessageIsFound()
+void tst_TextTable::everyMessageCanBeLookedUp()
 {
     QFETCH(QmMessage, message);
     QTranslator translator;
@@ -315,7 +314,7 @@ void tst_TextTable::textWithoutTranslationShowsItsSource()
     QCOMPARE(QCoreApplication::translate("PopBase", "Frame"), QString("Frame"));
 }
 
-void tst_TextTable::textThatIsNotInTheTableShowsItsSource()
+void tst_TextTable::textMissingFromTheTableShowsItsSource()
 {
     QTranslator translator;
     app::speak(app::Language::Japanese, translator);
@@ -325,7 +324,7 @@ void tst_TextTable::textThatIsNotInTheTableShowsItsSource()
     }
 }
 
-void tst_TextTable::messageOfAnotherContextIsNotTaken()
+void tst_TextTable::messageFromAnotherContextIsNotUsed()
 {
     QTranslator translator;
     app::speak(app::Language::Japanese, translator);
@@ -345,7 +344,7 @@ void tst_TextTable::numbersAndBarePlaceholdersHaveNoTranslation()
             ++count;
         }
     }
-    QCOMPARE(count, 11); // eight numbers of the panel, "%1", and one in each of two rows
+    QCOMPARE(count, 11); // eight numbers on the panel, "%1", and one number in each of two rows
 }
 
 void tst_TextTable::labelsOfPlotFramesHaveNoTranslation()
@@ -356,10 +355,10 @@ void tst_TextTable::labelsOfPlotFramesHaveNoTranslation()
     }
 }
 
-void tst_TextTable::onlyTheseTextsHaveNoTranslation()
+void tst_TextTable::onlyInternationalTextsHaveNoTranslation()
 {
-    // Beside numbers and the labels of the plot frame: names of windows that
-    // have none, units, symbols, and abbreviations that Japanese has as well.
+    // Besides numbers and the labels of plot frames: titles of windows without a name,
+    // units, symbols, and abbreviations that Japanese uses too.
     const QSet<QString> international{"Frame",     "C1",   "C2",   "LCF",  "M2",
                                       "M3",        "No.",  "[eV]", "No. ", "M2/M3",
                                       "TextLabel", "  x:", "  y:", "P/D",  "dE[eV]"};
@@ -408,7 +407,8 @@ void tst_TextTable::endingsAreKept()
 
 void tst_TextTable::separatorsBeforeNumbersAreKept()
 {
-    // "name = %1" stays that, and what is put behind a number begins with a comma.
+    // An assignment " = %1" must be kept. A text that is appended to a number must still
+    // begin with a comma.
     for (const QmMessage& message : std::as_const(m_table.messages)) {
         if (message.translation.isEmpty()) {
             continue;
@@ -423,7 +423,7 @@ void tst_TextTable::separatorsBeforeNumbersAreKept()
     }
 }
 
-void tst_TextTable::termsOfTheMethodAreThere_data()
+void tst_TextTable::termsOfTheMethodAreTranslated_data()
 {
     QTest::addColumn<QString>("source");
     QTest::addColumn<QString>("term");
@@ -433,11 +433,13 @@ void tst_TextTable::termsOfTheMethodAreThere_data()
     QTest::newRow("linear combination fit")
         << "Result of LCF :: " << QStringLiteral("線形結合フィット");
     QTest::newRow("non-equivalent method") << "Non Equiv. Meth." << QStringLiteral("非等価法");
-    QTest::newRow("its heading") << "  Non Equiv. Meth." << QStringLiteral("非等価法");
-    QTest::newRow("its result") << "Result of NEQ :: " << QStringLiteral("非等価法");
+    QTest::newRow("non-equivalent method, heading")
+        << "  Non Equiv. Meth." << QStringLiteral("非等価法");
+    QTest::newRow("non-equivalent method, result")
+        << "Result of NEQ :: " << QStringLiteral("非等価法");
 }
 
-void tst_TextTable::termsOfTheMethodAreThere()
+void tst_TextTable::termsOfTheMethodAreTranslated()
 {
     QFETCH(QString, source);
     QFETCH(QString, term);
@@ -447,9 +449,9 @@ void tst_TextTable::termsOfTheMethodAreThere()
     QVERIFY2(shown.contains(term), qPrintable(shown));
 }
 
-void tst_TextTable::oneWordHasOneTranslation()
+void tst_TextTable::sameSourceHasSameTranslation()
 {
-    // What several windows say, they say alike; only titles of windows differ.
+    // All classes must translate a source text in the same way; only window titles differ.
     QMap<QByteArray, QString> translations;
     for (const QmMessage& message : std::as_const(m_table.messages)) {
         if (message.source == "Frame") {
@@ -461,17 +463,17 @@ void tst_TextTable::oneWordHasOneTranslation()
     }
 }
 
-void tst_TextTable::charactersAreThoseOfJapanese()
+void tst_TextTable::translationsUseOnlyJapaneseCharacters()
 {
-    QVERIFY(isInJapaneseSet(QStringLiteral("表示選択")));
+    QVERIFY(isInShiftJis(QStringLiteral("表示選択")));
     for (const QmMessage& message : std::as_const(m_table.messages)) {
-        QVERIFY2(isInJapaneseSet(message.translation), message.source.constData());
+        QVERIFY2(isInShiftJis(message.translation), message.source.constData());
         for (const QChar c : message.translation) {
-            const QString told = QStringLiteral("U+%1 in the text of \"%2\"")
-                                     .arg(ushort(c.unicode()), 4, 16, QLatin1Char('0'))
-                                     .arg(QString::fromUtf8(message.source));
-            QVERIFY2(isOfJapaneseText(c), qPrintable(told));
-            QVERIFY2(!notJapanese.contains(c), qPrintable(told));
+            const QString description = QStringLiteral("U+%1 in the text of \"%2\"")
+                                            .arg(ushort(c.unicode()), 4, 16, QLatin1Char('0'))
+                                            .arg(QString::fromUtf8(message.source));
+            QVERIFY2(isJapaneseText(c), qPrintable(description));
+            QVERIFY2(!chineseForms.contains(c), qPrintable(description));
         }
     }
 }

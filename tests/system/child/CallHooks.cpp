@@ -24,19 +24,19 @@ struct Hook {
     int seen = 0;
 };
 
-struct Watch {
+struct State {
     std::vector<Hook> hooks;
-    std::map<int, std::string> files; ///< by descriptor
+    std::map<int, std::string> files; ///< path by file descriptor
     std::array<int, 4> seen{};
-    bool isActing = false; ///< the calls of an action are left alone
+    bool isActing = false; ///< an action is running; its own calls are not hooked
 };
 
-/// None before the first hook: the libraries call long before main().
-Watch* watch = nullptr;
+/// Null until the first hook is set: libraries make these calls long before main().
+State* state = nullptr;
 
-bool isWatched(const std::string& path)
+bool hasHook(const std::string& path)
 {
-    for (const Hook& hook : watch->hooks) {
+    for (const Hook& hook : state->hooks) {
         if (hook.path == path) {
             return true;
         }
@@ -44,13 +44,13 @@ bool isWatched(const std::string& path)
     return false;
 }
 
-/// The error that the call has to fail with, or 0.
-int happen(Call call, const std::string& path)
+/// Counts the call and runs its hooks. Returns the errno to fail with, or 0.
+int runHooks(Call call, const std::string& path)
 {
     int error = 0;
-    ++watch->seen[static_cast<std::size_t>(call)];
-    watch->isActing = true;
-    for (Hook& hook : watch->hooks) {
+    ++state->seen[static_cast<std::size_t>(call)];
+    state->isActing = true;
+    for (Hook& hook : state->hooks) {
         if (hook.call != call || hook.path != path) {
             continue;
         }
@@ -59,22 +59,22 @@ int happen(Call call, const std::string& path)
             error = hook.action();
         }
     }
-    watch->isActing = false;
+    state->isActing = false;
     return error;
 }
 
-/// The same for an open file; 0 for one that nobody watches.
-int happen(Call call, int descriptor)
+/// The same for an open file; 0 if the file has no hook.
+int runHooks(Call call, int descriptor)
 {
-    if (watch == nullptr || watch->isActing) {
+    if (state == nullptr || state->isActing) {
         return 0;
     }
-    const auto file = watch->files.find(descriptor);
-    return file == watch->files.end() ? 0 : happen(call, file->second);
+    const auto file = state->files.find(descriptor);
+    return file == state->files.end() ? 0 : runHooks(call, file->second);
 }
 
 template <typename Function>
-Function* real(const char* name)
+Function* nextFunction(const char* name)
 {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
@@ -83,42 +83,42 @@ Function* real(const char* name)
 
 void hooks::at(Call call, const std::string& path, int number, bool isRepeated, Action action)
 {
-    if (watch == nullptr) {
-        watch = new Watch; // to the end: files are closed after main(), too
+    if (state == nullptr) {
+        state = new State; // never deleted: files are closed even after main()
     }
-    watch->hooks.push_back({call, path, number, isRepeated, std::move(action)});
+    state->hooks.push_back({call, path, number, isRepeated, std::move(action)});
 }
 
 int hooks::seen(Call call)
 {
-    return watch == nullptr ? 0 : watch->seen[static_cast<std::size_t>(call)];
+    return state == nullptr ? 0 : state->seen[static_cast<std::size_t>(call)];
 }
 
 extern "C" int open64(const char* path, int flags, ...)
 {
-    static auto* const next = real<int(const char*, int, ...)>("open64");
+    static auto* const next = nextFunction<int(const char*, int, ...)>("open64");
     va_list rest;
     va_start(rest, flags);
     const auto mode = va_arg(rest, mode_t);
     va_end(rest);
-    if (watch == nullptr || watch->isActing || !isWatched(path)) {
+    if (state == nullptr || state->isActing || !hasHook(path)) {
         return next(path, flags, mode);
     }
-    if (const int error = happen(Call::Open, std::string(path))) {
+    if (const int error = runHooks(Call::Open, std::string(path))) {
         errno = error;
         return -1;
     }
     const int descriptor = next(path, flags, mode);
     if (descriptor >= 0) {
-        watch->files[descriptor] = path;
+        state->files[descriptor] = path;
     }
     return descriptor;
 }
 
 extern "C" ssize_t read(int descriptor, void* out, std::size_t size)
 {
-    static auto* const next = real<ssize_t(int, void*, std::size_t)>("read");
-    if (const int error = happen(Call::Read, descriptor)) {
+    static auto* const next = nextFunction<ssize_t(int, void*, std::size_t)>("read");
+    if (const int error = runHooks(Call::Read, descriptor)) {
         errno = error;
         return -1;
     }
@@ -127,8 +127,8 @@ extern "C" ssize_t read(int descriptor, void* out, std::size_t size)
 
 extern "C" ssize_t write(int descriptor, const void* bytes, std::size_t size)
 {
-    static auto* const next = real<ssize_t(int, const void*, std::size_t)>("write");
-    if (const int error = happen(Call::Write, descriptor)) {
+    static auto* const next = nextFunction<ssize_t(int, const void*, std::size_t)>("write");
+    if (const int error = runHooks(Call::Write, descriptor)) {
         errno = error;
         return -1;
     }
@@ -137,11 +137,11 @@ extern "C" ssize_t write(int descriptor, const void* bytes, std::size_t size)
 
 extern "C" int close(int descriptor)
 {
-    static auto* const next = real<int(int)>("close");
+    static auto* const next = nextFunction<int(int)>("close");
     const int result = next(descriptor);
-    happen(Call::Close, descriptor);
-    if (watch != nullptr && !watch->isActing) {
-        watch->files.erase(descriptor);
+    runHooks(Call::Close, descriptor);
+    if (state != nullptr && !state->isActing) {
+        state->files.erase(descriptor);
     }
     return result;
 }

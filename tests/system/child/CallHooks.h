@@ -1,7 +1,7 @@
-// Something happens to a file at a chosen call that reads or writes it.
+// Hooks that run an action at a chosen system call on a chosen file.
 //
-// The program takes the place of open64(), read(), write() and close() for the
-// libraries that it is linked with, the toolkit among them.
+// This executable defines open64(), read(), write() and close(), which replace the C
+// library's functions for all libraries linked to it, including Qt.
 #pragma once
 
 #include <functional>
@@ -17,16 +17,16 @@ enum class Call {
     Close, ///< just after the file is closed
 };
 
-/// What happens: 0 lets the call go on, any other number is the error (errno)
-/// that the call fails with. Ignored for Call::Close.
+/// Runs at a call. It returns 0 to let the call proceed, or the errno with which the call
+/// fails. The result is ignored for Call::Close.
 using Action = std::function<int()>;
 
-/// Runs @p action at the calls of this kind on the file of this name, from the
-/// @p number -th one on (counted from 1) and once, or at each of them if
-/// @p isRepeated. The name is compared as given to the system.
+/// Runs @p action at the call with this @p number (counted from 1) of this kind on the
+/// file @p path; if @p isRepeated, also at every later one. The path is compared as a string
+/// with the path that is passed to open64().
 void at(Call call, const std::string& path, int number, bool isRepeated, Action action);
 
-/// How many calls of this kind files with a hook have seen in all.
+/// The number of calls of this kind on all files that have a hook.
 int seen(Call call);
 
 } // namespace hooks

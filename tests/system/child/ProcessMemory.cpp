@@ -9,9 +9,9 @@
 namespace
 {
 
-/// A figure of /proc/self/status, bytes; 0 when it is not there. Without the
-/// toolkit, which would ask for memory.
-qint64 figure(const char* name)
+/// A value from /proc/self/status in bytes; 0 if it is missing. Does not use Qt, which
+/// would allocate memory.
+qint64 statusValue(const char* name)
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen("/proc/self/status", "r"),
                                                                std::fclose);
@@ -39,20 +39,20 @@ void limitAddressSpace(rlim_t bytes)
 
 qint64 memory::addressSpace()
 {
-    return figure("VmSize");
+    return statusValue("VmSize");
 }
 
 qint64 memory::resident()
 {
-    return figure("VmRSS");
+    return statusValue("VmRSS");
 }
 
 qint64 memory::peakResident()
 {
-    return figure("VmHWM");
+    return statusValue("VmHWM");
 }
 
-void memory::forgetPeak()
+void memory::resetPeak()
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(
         std::fopen("/proc/self/clear_refs", "w"), std::fclose);

@@ -1,4 +1,4 @@
-// The memory of this process, as the system counts it.
+// Memory use of this process as the kernel reports it.
 #pragma once
 
 #include <QtGlobal>
@@ -6,18 +6,18 @@
 namespace memory
 {
 
-qint64 addressSpace(); ///< all that was asked for, bytes
-qint64 resident();     ///< what is in use, bytes
-qint64 peakResident(); ///< the most in use since forgetPeak(), bytes
+qint64 addressSpace(); ///< reserved address space, bytes
+qint64 resident();     ///< memory in use, bytes
+qint64 peakResident(); ///< highest memory use since resetPeak(), bytes
 
-/// Lets the peak begin anew; nothing where the system does not allow it.
-void forgetPeak();
+/// Resets the peak to the current use; a no-op if the kernel does not allow it.
+void resetPeak();
 
-/// Limits the address space to what is in use and @p more bytes while it lives.
+/// Limits the address space to the current size plus @p more bytes during its lifetime.
 class Limit
 {
 public:
-    /// @param more  no limit below 0
+    /// @param more  bytes; negative for no limit
     explicit Limit(qint64 more);
     ~Limit();
     Limit(const Limit&) = delete;

@@ -29,17 +29,17 @@ namespace
 
 constexpr qint64 mebibyte = 1024 * 1024;
 
-/// Paths come to the program as the toolkit makes text of their bytes.
-QString pathIn(const QByteArray& bytes)
+/// Decodes a path from its bytes as Qt does.
+QString decodedPath(const QByteArray& bytes)
 {
     return QFile::decodeName(bytes);
 }
 
-/// The lines of the debug log since the last step. They go on to standard error.
+/// The lines of the debug log since the last step. They are also printed to standard error.
 QStringList logLines;
 QtMessageHandler previousHandler = nullptr;
 
-void collect(QtMsgType type, const QMessageLogContext& context, const QString& text)
+void collectLogLine(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
     logLines.append(text);
     previousHandler(type, context, text);
@@ -66,22 +66,22 @@ QByteArray stateOf(const A2DData& map)
     return state;
 }
 
-/// What happens to a file in the middle of a step.
+/// Changes a file during a step, as a hook. Returns the errno for the hooked call, or 0.
 int change(const QByteArray& what, const QByteArray& path, const QByteArray& argument)
 {
-    if (what == "fails") {
+    if (what == "fail") {
         return argument == "EIO" ? EIO : ENOSPC;
     }
-    if (what == "shrinks") {
+    if (what == "shrink") {
         return ::truncate(path.constData(), argument.toLong()) == 0 ? 0 : EIO;
     }
-    if (what == "grows") {
+    if (what == "grow") {
         std::ofstream(path.toStdString(), std::ios::app) << argument.toStdString();
-    } else if (what == "isRemoved") {
+    } else if (what == "remove") {
         ::unlink(path.constData());
-    } else if (what == "isReplaced") {
+    } else if (what == "replace") {
         ::rename(argument.constData(), path.constData());
-    } else if (what == "isRewritten") {
+    } else if (what == "rewrite") {
         std::ofstream(path.toStdString()) << std::ifstream(argument.toStdString()).rdbuf();
     }
     return 0;
@@ -108,18 +108,18 @@ const QList<Steps::Kind>& Steps::kinds()
         {"write", 1, &Steps::write},
         {"file", 1, &Steps::file},
         {"make", 2, &Steps::make},
-        {"littleMemory", 1, &Steps::littleMemory},
-        {"fileSize", 1, &Steps::fileSize},
-        {"nobody", 0, &Steps::nobody},
-        {"remark", 1, &Steps::remark},
-        {"happens", 5, &Steps::happens},
+        {"limitMemory", 1, &Steps::limitMemory},
+        {"limitFileSize", 1, &Steps::limitFileSize},
+        {"dropRoot", 0, &Steps::dropRoot},
+        {"logText", 1, &Steps::logText},
+        {"hook", 5, &Steps::hook},
     };
     return all;
 }
 
 Steps::Steps()
 {
-    previousHandler = qInstallMessageHandler(collect);
+    previousHandler = qInstallMessageHandler(collectLogLine);
     QObject::connect(&m_row, &AEPoint::newData, [this] { ++m_newData; });
     QObject::connect(&m_row, &AEPoint::newEnergy,
                      [this] { m_energies.append(m_row.Energy->text()); });
@@ -152,8 +152,8 @@ bool Steps::run(QList<QByteArray> words)
     return true;
 }
 
-/// Runs @p read with as much memory as is allowed, and tells how much of it was
-/// taken at most and how much was not given back.
+/// Runs @p read under the memory limit. Returns the peak of its memory use and the memory
+/// still in use afterwards, both relative to the use before.
 template <typename Read>
 QJsonObject Steps::measured(Read read)
 {
@@ -161,7 +161,7 @@ QJsonObject Steps::measured(Read read)
     m_newEdges = 0;
     m_energies.clear();
     if (!tests::isUnderAddressSanitizer()) {
-        memory::forgetPeak(); // takes long among terabytes of addresses
+        memory::resetPeak(); // slow under AddressSanitizer, which maps terabytes
     }
     const qint64 before = memory::resident();
     {
@@ -173,7 +173,7 @@ QJsonObject Steps::measured(Read read)
 
 QJsonObject Steps::map(const Arguments& path)
 {
-    const QString name = pathIn(path.first());
+    const QString name = decodedPath(path.first());
     const QJsonObject use = measured([&] { m_row.FileSelect->newFile(name); });
     QJsonObject left = mapState();
     left["peak"] = use["peak"];
@@ -183,7 +183,7 @@ QJsonObject Steps::map(const Arguments& path)
 
 QJsonObject Steps::spectrum(const Arguments& path)
 {
-    const QString name = pathIn(path.first());
+    const QString name = decodedPath(path.first());
     const QJsonObject use = measured([&] { m_spectrumRow.AFileSelect::newFile(name); });
     QJsonObject left = spectrumState();
     left["peak"] = use["peak"];
@@ -191,17 +191,17 @@ QJsonObject Steps::spectrum(const Arguments& path)
     return left;
 }
 
-/// Drops a URL, given as bytes, on the energy row.
+/// Drops a URL, given as bytes, onto the energy row.
 QJsonObject Steps::drop(const Arguments& url)
 {
     measured([&] { tests::dropUrls(m_row.FileSelect, url.first() + "\r\n"); });
     return mapState();
 }
 
-/// Hands on all files of a folder as its list gives them.
+/// Passes every entry of a folder, as QDir lists it, to both rows.
 QJsonObject Steps::folder(const Arguments& path)
 {
-    const QDir list(pathIn(path.first()));
+    const QDir list(decodedPath(path.first()));
     QJsonArray names;
     measured([&] {
         const auto entries = list.entryInfoList(QDir::AllEntries | QDir::System | QDir::Hidden |
@@ -221,7 +221,7 @@ QJsonObject Steps::folder(const Arguments& path)
 QJsonObject Steps::panelMap(const Arguments& rowAndPath)
 {
     AEPoint* row = panel().EPoints.at(rowAndPath.first().toInt());
-    QJsonObject left = measured([&] { row->FileSelect->newFile(pathIn(rowAndPath.last())); });
+    QJsonObject left = measured([&] { row->FileSelect->newFile(decodedPath(rowAndPath.last())); });
     left["loaded"] = row->loaded;
     left["xNum"] = row->xNum;
     left["yNum"] = row->yNum;
@@ -229,7 +229,7 @@ QJsonObject Steps::panelMap(const Arguments& rowAndPath)
     return left;
 }
 
-/// A result of three points, all pixels different.
+/// Calculates a result with the three-point method; all pixels differ.
 QJsonObject Steps::calculate(const Arguments& widthAndHeight)
 {
     tests::prepareThreePoints(panel());
@@ -259,7 +259,7 @@ QJsonObject Steps::bins(const Arguments& alphaAndThickness)
 
 QJsonObject Steps::write(const Arguments& path)
 {
-    panel().ui.SaveFSelect->FileName->setText(pathIn(path.first()));
+    panel().ui.SaveFSelect->FileName->setText(decodedPath(path.first()));
     const QByteArray before = panelState();
     QJsonObject left = measured([&] { panel().ui.WriteB->click(); });
     left["messages"] = QJsonArray::fromStringList(newMessages());
@@ -267,10 +267,10 @@ QJsonObject Steps::write(const Arguments& path)
     return left;
 }
 
-/// What is on the disk, which may be the child's own.
+/// Reads a file. The test cannot do this itself if only the child sees the disk.
 QJsonObject Steps::file(const Arguments& path)
 {
-    QFile there(pathIn(path.first()));
+    QFile there(decodedPath(path.first()));
     if (!there.open(QIODevice::ReadOnly)) {
         return {{"exists", false}};
     }
@@ -283,22 +283,22 @@ QJsonObject Steps::file(const Arguments& path)
                              QCryptographicHash::hash(content, QCryptographicHash::Sha1).toHex())}};
 }
 
-/// Makes a file of so many bytes.
+/// Makes a file with this number of bytes.
 QJsonObject Steps::make(const Arguments& pathAndSize)
 {
-    QFile file(pathIn(pathAndSize.first()));
+    QFile file(decodedPath(pathAndSize.first()));
     const QByteArray content(pathAndSize.last().toInt(), 'm');
     return {{"isMade", file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
                            file.flush()}};
 }
 
-QJsonObject Steps::littleMemory(const Arguments& mebibytes)
+QJsonObject Steps::limitMemory(const Arguments& mebibytes)
 {
     m_addressSpaceLeft = mebibytes.first().toLongLong() * mebibyte;
     return {};
 }
 
-QJsonObject Steps::fileSize(const Arguments& bytes)
+QJsonObject Steps::limitFileSize(const Arguments& bytes)
 {
     rlimit limit{};
     ::getrlimit(RLIMIT_FSIZE, &limit);
@@ -307,8 +307,8 @@ QJsonObject Steps::fileSize(const Arguments& bytes)
     return {};
 }
 
-/// From here on the process has no rights of root.
-QJsonObject Steps::nobody(const Arguments&)
+/// Gives up root's permissions for the rest of the process.
+QJsonObject Steps::dropRoot(const Arguments&)
 {
     constexpr uid_t user = 65534;
     if (::geteuid() == 0 && ::setresuid(user, user, user) != 0) {
@@ -317,27 +317,28 @@ QJsonObject Steps::nobody(const Arguments&)
     return {{"isRoot", ::geteuid() == 0}};
 }
 
-QJsonObject Steps::remark(const Arguments& text)
+QJsonObject Steps::logText(const Arguments& text)
 {
     qDebug().noquote() << QString::fromLatin1(text.first());
     return {};
 }
 
-/// Arranges what will happen: the call, its number with a "+" if it happens at
-/// all later ones too, the path, the change and its argument.
-QJsonObject Steps::happens(const Arguments& hook)
+/// Sets a hook: the call, its number (with "+" to repeat it at every later call), the path,
+/// the change and the change's argument.
+QJsonObject Steps::hook(const Arguments& words)
 {
     const QHash<QByteArray, hooks::Call> calls{{"atOpen", hooks::Call::Open},
                                                {"atRead", hooks::Call::Read},
                                                {"atWrite", hooks::Call::Write},
                                                {"atClose", hooks::Call::Close}};
-    const bool isRepeated = hook.at(1).endsWith('+');
-    const int number = (isRepeated ? hook.at(1).chopped(1) : hook.at(1)).toInt();
-    const QByteArray path = hook.at(2);
-    hooks::at(
-        calls.value(hook.at(0)), path.toStdString(), number, isRepeated,
-        [path, what = hook.at(3), argument = hook.at(4)] { return change(what, path, argument); });
-    return {{"isKnown", calls.contains(hook.at(0))}};
+    const bool isRepeated = words.at(1).endsWith('+');
+    const int number = (isRepeated ? words.at(1).chopped(1) : words.at(1)).toInt();
+    const QByteArray path = words.at(2);
+    hooks::at(calls.value(words.at(0)), path.toStdString(), number, isRepeated,
+              [path, what = words.at(3), argument = words.at(4)] {
+                  return change(what, path, argument);
+              });
+    return {{"isKnown", calls.contains(words.at(0))}};
 }
 
 QJsonObject Steps::mapState() const
@@ -376,7 +377,8 @@ QJsonObject Steps::spectrumState() const
             {"lastMut", points.isEmpty() ? 0.0 : points.last().mut}};
 }
 
-/// All that a failed write must leave alone: result, histograms, rows, fields.
+/// A hash of everything that a failed write must not change: result, histograms, rows,
+/// fields.
 QByteArray Steps::panelState()
 {
     QByteArray state = stateOf(panel().BaseData) + stateOf({panel().HistV, panel().HistT}) +

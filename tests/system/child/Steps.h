@@ -1,4 +1,4 @@
-// What system_child can do, one step after the other.
+// The steps that system_child can run.
 #pragma once
 
 #include "rows/AEPoint.h"
@@ -13,9 +13,10 @@
 
 class FourPs;
 
-/// The steps and what they work on: one energy row and one spectrum row, each on
-/// its own, and a panel, made when first used. Every step tells what it left as
-/// one line of JSON on standard output, with its lines of the debug log.
+/// Runs the steps. They work on one energy row and one spectrum row, which belong to no
+/// panel, and on a panel, which is made when it is first needed. After each step, one line
+/// of JSON on standard output describes the resulting state and contains the new lines of
+/// the debug log.
 class Steps
 {
 public:
@@ -24,8 +25,8 @@ public:
     Steps(const Steps&) = delete;
     Steps& operator=(const Steps&) = delete;
 
-    /// Runs all steps of @p words, each a name and its arguments; false at a name
-    /// that is none or without all its arguments.
+    /// Runs the steps in @p words, each a name followed by its arguments. Stops and returns
+    /// false at an unknown name or missing arguments.
     bool run(QList<QByteArray> words);
 
 private:
@@ -33,26 +34,26 @@ private:
     struct Kind;
     static const QList<Kind>& kinds();
 
-    // Reading. The peak and what is left of memory are those of the read alone.
+    // Reading. "peak" and "left" are the memory use of the read alone.
     QJsonObject map(const Arguments& path);
     QJsonObject spectrum(const Arguments& path);
     QJsonObject drop(const Arguments& url);
     QJsonObject folder(const Arguments& path);
     QJsonObject panelMap(const Arguments& rowAndPath);
 
-    // A result.
+    // Calculating and writing a result.
     QJsonObject calculate(const Arguments& widthAndHeight);
     QJsonObject bins(const Arguments& alphaAndThickness);
     QJsonObject write(const Arguments& path);
     QJsonObject file(const Arguments& path);
     QJsonObject make(const Arguments& pathAndSize);
 
-    // The system.
-    QJsonObject littleMemory(const Arguments& mebibytes);
-    QJsonObject fileSize(const Arguments& bytes);
-    QJsonObject nobody(const Arguments&);
-    QJsonObject remark(const Arguments& text);
-    QJsonObject happens(const Arguments& hook);
+    // Limits and hooks.
+    QJsonObject limitMemory(const Arguments& mebibytes);
+    QJsonObject limitFileSize(const Arguments& bytes);
+    QJsonObject dropRoot(const Arguments&);
+    QJsonObject logText(const Arguments& text);
+    QJsonObject hook(const Arguments& words);
 
     QJsonObject mapState() const;
     QJsonObject spectrumState() const;
@@ -69,5 +70,5 @@ private:
     int m_newEdges = 0;
     QStringList m_energies;
     qsizetype m_messagesSeen = 0;
-    qint64 m_addressSpaceLeft = -1; ///< bytes for each read, no limit below 0
+    qint64 m_addressSpaceLeft = -1; ///< bytes available to each read; negative for no limit
 };

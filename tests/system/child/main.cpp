@@ -1,7 +1,7 @@
-// Runs the steps that its arguments name, each with the words that it needs, all
-// percent-encoded: system_child map /tmp/a%20map.dat write /tmp/result.dat
+// Runs the steps given as arguments: names, each followed by its own arguments, all
+// percent-encoded. Example: system_child map /tmp/a%20map.dat write /tmp/result.dat
 //
-// Its memory and its files are limited by whoever starts it; see
+// The parent process sets the limits for memory and files; see
 // tests/support/ChildProcess.h.
 
 #include "Steps.h"

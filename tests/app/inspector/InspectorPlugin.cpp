@@ -1,17 +1,17 @@
-// An eye in the running program: a plugin of the platform that Qt loads when the
-// environment names it (QT_QPA_GENERIC_PLUGINS=aelkeye). The program is not
-// changed for it and does not know of it.
+// A Qt plugin that operates and inspects the widgets of the running program. Qt loads
+// it if the environment names it (QT_QPA_GENERIC_PLUGINS=aelkinspector); the program
+// itself contains no code for it.
 //
-//   AELK_EYE_STEPS   what to do once the event loop runs, one step at a time,
-//                    with a semicolon between them:
-//                      look          adds what is on screen to the report
-//                      click NAME    presses the button of this object name
-//                      type NAME TEXT  puts the text into the field of this name
-//                      tell NAME     prints what the widget of this name says
-//                      close NAME    closes the window of this object name
-//                      exit NUMBER   ends the event loop with this number
-//                    "A.B" names the widget B inside the widget A.
-//   AELK_EYE_REPORT  the file of the report: a JSON list, an entry for each look
+//   AELK_INSPECTOR_STEPS   what to do once the event loop runs: steps separated by
+//                          semicolons
+//                            snapshot         adds the state of all widgets to the report
+//                            click NAME       clicks the button with this object name
+//                            type NAME TEXT   sets the text of the field NAME
+//                            print NAME       prints the text of the widget NAME
+//                            close NAME       closes the window with this object name
+//                            exit NUMBER      ends the event loop with this exit status
+//                          "A.B" names the widget B inside the widget A.
+//   AELK_INSPECTOR_REPORT  the report file: a JSON list with one entry per snapshot
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -33,16 +33,16 @@
 namespace
 {
 
-/// What @p widget shows, and its children in the order of their making. Qt's own
-/// dialogs are left out.
-QJsonObject seen(const QWidget* widget)
+/// The state of @p widget and of its children, in the order of their creation. Qt's own
+/// file dialogs are left out.
+QJsonObject describe(const QWidget* widget)
 {
     QJsonArray children;
     const QObjectList all = widget->children();
     for (const QObject* child : all) {
         const auto* part = qobject_cast<const QWidget*>(child);
         if (part && !qobject_cast<const QFileDialog*>(part)) {
-            children.append(seen(part));
+            children.append(describe(part));
         }
     }
     QJsonObject result{{"class", QString::fromLatin1(widget->metaObject()->className())},
@@ -76,31 +76,31 @@ QWidget* widgetNamed(const QString& name)
     return found == all.cend() ? nullptr : *found;
 }
 
-/// The text of a field, a button or a box of text.
-QString wordsOf(const QWidget* widget)
+/// The text of a field, button or text box.
+QString textOf(const QWidget* widget)
 {
     const auto* box = qobject_cast<const QTextEdit*>(widget);
     return box ? box->toPlainText().trimmed() : widget->property("text").toString();
 }
 
-/// A window's name, and a number where several have the same.
-QString keyOf(const QWidget* window)
+/// A sort key for windows: the object name, followed by the window's number if it has one.
+QString sortKey(const QWidget* window)
 {
     const auto* number = window->findChild<QLabel*>(QStringLiteral("NumDisp"));
     return window->objectName() + (number ? number->text() : QString());
 }
 
-class Eye : public QObject
+class Inspector : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit Eye(QObject* parent = nullptr)
+    explicit Inspector(QObject* parent = nullptr)
         : QObject(parent)
-        , m_steps(qEnvironmentVariable("AELK_EYE_STEPS").split(u';', Qt::SkipEmptyParts))
+        , m_steps(qEnvironmentVariable("AELK_INSPECTOR_STEPS").split(u';', Qt::SkipEmptyParts))
     {
-        // Fires when the event loop has nothing else to do.
-        connect(&m_timer, &QTimer::timeout, this, &Eye::step);
+        // A timer with interval 0 fires when the event loop has no other events.
+        connect(&m_timer, &QTimer::timeout, this, &Inspector::step);
         m_timer.start(0);
     }
 
@@ -114,16 +114,16 @@ private:
         const QString line = m_steps.takeFirst().trimmed();
         const QString verb = line.section(u' ', 0, 0);
         const QString rest = line.section(u' ', 1);
-        if (verb == QLatin1String("look")) {
-            look();
+        if (verb == QLatin1String("snapshot")) {
+            takeSnapshot();
         } else if (verb == QLatin1String("click")) {
             qobject_cast<QAbstractButton*>(widgetNamed(rest))->click();
         } else if (verb == QLatin1String("type")) {
             auto* edit = qobject_cast<QLineEdit*>(widgetNamed(rest.section(u' ', 0, 0)));
             edit->setText(rest.section(u' ', 1));
             Q_EMIT edit->editingFinished();
-        } else if (verb == QLatin1String("tell")) {
-            QTextStream(stdout) << wordsOf(widgetNamed(rest)) << '\n';
+        } else if (verb == QLatin1String("print")) {
+            QTextStream(stdout) << textOf(widgetNamed(rest)) << '\n';
         } else if (verb == QLatin1String("close")) {
             widgetNamed(rest)->close();
         } else if (verb == QLatin1String("exit")) {
@@ -133,22 +133,22 @@ private:
         }
     }
 
-    void look()
+    void takeSnapshot()
     {
         QJsonArray windows;
         QWidgetList all = QApplication::topLevelWidgets();
-        // Qt keeps them in a set, whose order changes from run to run.
+        // Qt keeps the top-level widgets in a set, whose order changes from run to run.
         std::sort(all.begin(), all.end(),
-                  [](const QWidget* a, const QWidget* b) { return keyOf(a) < keyOf(b); });
+                  [](const QWidget* a, const QWidget* b) { return sortKey(a) < sortKey(b); });
         for (const QWidget* window : std::as_const(all)) {
             if (!window->parentWidget()) {
-                windows.append(seen(window));
+                windows.append(describe(window));
             }
         }
         m_report.append(
             QJsonObject{{"windows", windows},
                         {"quitsOnLastWindowClosed", QGuiApplication::quitOnLastWindowClosed()}});
-        QSaveFile file(qEnvironmentVariable("AELK_EYE_REPORT"));
+        QSaveFile file(qEnvironmentVariable("AELK_INSPECTOR_REPORT"));
         if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(m_report).toJson()) < 0 ||
             !file.commit()) {
             qFatal("the report cannot be written");
@@ -162,16 +162,16 @@ private:
 
 } // namespace
 
-class EyePlugin : public QGenericPlugin
+class InspectorPlugin : public QGenericPlugin
 {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "eye.json")
+    Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "inspector.json")
 
 public:
     QObject* create(const QString& key, const QString&) override
     {
-        return key == QLatin1String("aelkeye") ? new Eye : nullptr;
+        return key == QLatin1String("aelkinspector") ? new Inspector : nullptr;
     }
 };
 
-#include "EyePlugin.moc"
+#include "InspectorPlugin.moc"

@@ -9,11 +9,14 @@ using namespace tests;
 namespace
 {
 
-constexpr qint64 believed = qint64{1} << 20; ///< pixels that need no proof
-constexpr qint64 mostPixels = qint64{1} << 25;
-constexpr qint64 rowsForMore = believed / 64 + 1; ///< 64 times this is above what is believed
+/// A header can claim this many pixels without any check against the file.
+constexpr qint64 uncheckedPixels = qint64{1} << 20;
+constexpr qint64 maxPixels = qint64{1} << 25;
+/// A larger claim needs one pixel in the file per 64 claimed pixels. This is the smallest
+/// number of pixels (rows of a text map) that allows more than uncheckedPixels.
+constexpr qint64 rowsForLargerClaim = uncheckedPixels / 64 + 1;
 
-/// A text map of @p rows rows that claims to be @p width by 1.
+/// A text map with @p rows rows whose header claims a size of @p width by 1.
 QByteArray textMap(qint64 width, qint64 rows, bool isByAxes = false)
 {
     const QByteArray head =
@@ -22,7 +25,8 @@ QByteArray textMap(qint64 width, qint64 rows, bool isByAxes = false)
     return head + QByteArray("1 2 3\n").repeated(rows);
 }
 
-/// A binary map that claims @p width pixels and holds @p pixels, without flags.
+/// A binary map whose header claims @p width pixels. It holds @p pixels values but no
+/// flags.
 QByteArray binaryMap(qint64 width, qint64 pixels)
 {
     QByteArray head = QByteArray("2dData-V0.0 HeaderSize: 256").leftJustified(64, ' ') + '\n';
@@ -32,27 +36,27 @@ QByteArray binaryMap(qint64 width, qint64 pixels)
 
 } // namespace
 
-class tst_LyingHeaders : public QObject
+class tst_FalseSizes : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void fourLyingMapsTakeNoMemory_data();
-    void fourLyingMapsTakeNoMemory();
-    void claimsAreHeldAgainstTheFile_data();
-    void claimsAreHeldAgainstTheFile();
+    void mapsWithFalseSizesUseLittleMemory_data();
+    void mapsWithFalseSizesUseLittleMemory();
+    void claimedSizeIsCheckedAgainstTheFile_data();
+    void claimedSizeIsCheckedAgainstTheFile();
 };
 
-void tst_LyingHeaders::fourLyingMapsTakeNoMemory_data()
+void tst_FalseSizes::mapsWithFalseSizesUseLittleMemory_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<bool>("isLoaded"); // a binary map that is none is 0 by 0
-    QTest::newRow("sizes") << textMap(mostPixels, 1) << false;
-    QTest::newRow("axes") << textMap(mostPixels, 1, true) << false;
-    QTest::newRow("binary") << binaryMap(mostPixels, 1) << true;
+    QTest::addColumn<bool>("isLoaded"); // a refused binary map is loaded as 0 by 0
+    QTest::newRow("sizes") << textMap(maxPixels, 1) << false;
+    QTest::newRow("axes") << textMap(maxPixels, 1, true) << false;
+    QTest::newRow("binary") << binaryMap(maxPixels, 1) << true;
 }
 
-void tst_LyingHeaders::fourLyingMapsTakeNoMemory()
+void tst_FalseSizes::mapsWithFalseSizesUseLittleMemory()
 {
     QFETCH(QByteArray, content);
     QFETCH(bool, isLoaded);
@@ -81,26 +85,31 @@ void tst_LyingHeaders::fourLyingMapsTakeNoMemory()
     QCOMPARE(memoryTrouble(run.lastStep()), QString());
 }
 
-void tst_LyingHeaders::claimsAreHeldAgainstTheFile_data()
+void tst_FalseSizes::claimedSizeIsCheckedAgainstTheFile_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<int>("width"); // 0 where the claim is refused
+    QTest::addColumn<int>("width"); // 0 if the claim is refused
 
-    const qint64 proved = 64 * rowsForMore;
+    const qint64 largestClaim = 64 * rowsForLargerClaim;
     const auto size = [](qint64 pixels) { return static_cast<int>(pixels); };
-    QTest::newRow("small claim") << textMap(believed, 1) << size(believed);
-    QTest::newRow("small claim of axes") << textMap(believed, 1, true) << size(believed);
-    QTest::newRow("one more than is believed") << textMap(believed + 1, 1) << 0;
-    QTest::newRow("one more by axes") << textMap(believed + 1, 1, true) << 0;
-    QTest::newRow("64 times the rows") << textMap(proved, rowsForMore) << size(proved);
-    QTest::newRow("one more than 64 times") << textMap(proved + 1, rowsForMore) << 0;
-    QTest::newRow("binary, small claim") << binaryMap(believed, 0) << size(believed);
-    QTest::newRow("binary, one more than is believed") << binaryMap(believed + 1, 0) << 0;
-    QTest::newRow("binary, 64 times the pixels") << binaryMap(proved, rowsForMore) << size(proved);
-    QTest::newRow("binary, one more than 64 times") << binaryMap(proved + 1, rowsForMore) << 0;
+    QTest::newRow("small claim") << textMap(uncheckedPixels, 1) << size(uncheckedPixels);
+    QTest::newRow("small claim, axes")
+        << textMap(uncheckedPixels, 1, true) << size(uncheckedPixels);
+    QTest::newRow("one above the small claim") << textMap(uncheckedPixels + 1, 1) << 0;
+    QTest::newRow("one above the small claim, axes") << textMap(uncheckedPixels + 1, 1, true) << 0;
+    QTest::newRow("64 times the rows")
+        << textMap(largestClaim, rowsForLargerClaim) << size(largestClaim);
+    QTest::newRow("one above 64 times the rows")
+        << textMap(largestClaim + 1, rowsForLargerClaim) << 0;
+    QTest::newRow("binary, small claim") << binaryMap(uncheckedPixels, 0) << size(uncheckedPixels);
+    QTest::newRow("binary, one above the small claim") << binaryMap(uncheckedPixels + 1, 0) << 0;
+    QTest::newRow("binary, 64 times the pixels")
+        << binaryMap(largestClaim, rowsForLargerClaim) << size(largestClaim);
+    QTest::newRow("binary, one above 64 times the pixels")
+        << binaryMap(largestClaim + 1, rowsForLargerClaim) << 0;
 }
 
-void tst_LyingHeaders::claimsAreHeldAgainstTheFile()
+void tst_FalseSizes::claimedSizeIsCheckedAgainstTheFile()
 {
     QFETCH(QByteArray, content);
     QFETCH(int, width);
@@ -122,5 +131,5 @@ void tst_LyingHeaders::claimsAreHeldAgainstTheFile()
     QCOMPARE(memoryTrouble(step), QString());
 }
 
-QTEST_GUILESS_MAIN(tst_LyingHeaders)
-#include "tst_LyingHeaders.moc"
+QTEST_GUILESS_MAIN(tst_FalseSizes)
+#include "tst_FalseSizes.moc"

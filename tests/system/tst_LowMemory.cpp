@@ -1,5 +1,5 @@
-// Reading with less and less memory: a file is read whole, or refused with a
-// reason; the program never ends for it.
+// Reading with less and less memory: a file is either read completely or refused with a
+// reason. The program never ends because of it.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -10,7 +10,7 @@ using namespace tests;
 namespace
 {
 
-constexpr int manyRows = 100000; ///< 6 MB as rows of a map, 2 MB as points
+constexpr int manyRows = 100000; ///< 6 MB as rows of a map, 2 MB as points of a spectrum
 
 QByteArray textMap()
 {
@@ -31,7 +31,7 @@ QByteArray commentedMap()
     return textMap() + QByteArray("# a comment of some length\n").repeated(60000);
 }
 
-QByteArray wideMap()
+QByteArray utf16Map()
 {
     QByteArray wide("\xff\xfe");
     for (const char byte : textMap()) {
@@ -53,14 +53,14 @@ QByteArray binaryMap()
     return head.leftJustified(256, '\0') + QByteArray(manyRows * 9, '\1');
 }
 
-QByteArray binaryMapOfLongHeader()
+QByteArray binaryMapWithLongHeader()
 {
     QByteArray head = QByteArray("2dData-V0.0 HeaderSize: 4194304").leftJustified(64, ' ') + '\n';
     head += "WIDTH: 500\nHEIGHT: 200\nEND_OF_HEADER:\n";
     return head.leftJustified(4 * mebibyte, 'h') + QByteArray(manyRows * 9, '\1');
 }
 
-/// Lines that are read by the character and take three bytes for each.
+/// Long lines of non-ASCII text, with three bytes per character in UTF-8.
 QByteArray longKanaMap()
 {
     const QByteArray line = '#' + QByteArray("\xE3\x81\x82").repeated(16777215) + '\n';
@@ -75,7 +75,7 @@ QByteArray longKanaHeader()
     return head.leftJustified(16777216, '\0') + QByteArray(manyRows * 9, '\1');
 }
 
-/// A beamline file with lines of some million words.
+/// A beamline file whose header lines have millions of words.
 QByteArray manyModes()
 {
     const QByteArray words = QByteArray("0 ").repeated(3000000);
@@ -100,18 +100,18 @@ QByteArray longLineSpectrum()
 
 } // namespace
 
-class tst_LittleMemory : public QObject
+class tst_LowMemory : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void fileIsReadWholeOrRefused_data();
-    void fileIsReadWholeOrRefused();
-    void refusedFileIsReadLaterWithMoreMemory_data();
-    void refusedFileIsReadLaterWithMoreMemory();
+    void fileIsReadCompletelyOrRefused_data();
+    void fileIsReadCompletelyOrRefused();
+    void refusedFileCanBeReadWithMoreMemory_data();
+    void refusedFileCanBeReadWithMoreMemory();
 };
 
-void tst_LittleMemory::fileIsReadWholeOrRefused_data()
+void tst_LowMemory::fileIsReadCompletelyOrRefused_data()
 {
     QTest::addColumn<QByteArray>("step");
     QTest::addColumn<QByteArray>("content");
@@ -120,10 +120,10 @@ void tst_LittleMemory::fileIsReadWholeOrRefused_data()
     QTest::newRow("text map") << map << textMap();
     QTest::newRow("map of channels") << map << channelMap();
     QTest::newRow("map with many comments") << map << commentedMap();
-    QTest::newRow("map of 16-bit text") << map << wideMap();
+    QTest::newRow("map of 16-bit text") << map << utf16Map();
     QTest::newRow("map with a long line") << map << longLineMap();
     QTest::newRow("binary map") << map << binaryMap();
-    QTest::newRow("binary map with a long header") << map << binaryMapOfLongHeader();
+    QTest::newRow("binary map with a long header") << map << binaryMapWithLongHeader();
     QTest::newRow("map with three long lines of kana") << map << longKanaMap();
     QTest::newRow("binary map with a long header of kana") << map << longKanaHeader();
     QTest::newRow("spectrum with many modes") << spectrum << manyModes();
@@ -132,7 +132,7 @@ void tst_LittleMemory::fileIsReadWholeOrRefused_data()
     QTest::newRow("spectrum with a long line") << spectrum << longLineSpectrum();
 }
 
-void tst_LittleMemory::fileIsReadWholeOrRefused()
+void tst_LowMemory::fileIsReadCompletelyOrRefused()
 {
     if (isUnderAddressSanitizer()) {
         QSKIP("the sanitizer needs all addresses");
@@ -145,7 +145,7 @@ void tst_LittleMemory::fileIsReadWholeOrRefused()
     int whole = 0;
     const QList<const char*> limits{"1", "30", "70", "127", "129", "150", "240", "1000"};
     for (const char* mebibytes : limits) {
-        const ChildRun run = systemChild().runSteps({"littleMemory", mebibytes, step, path});
+        const ChildRun run = systemChild().runSteps({"limitMemory", mebibytes, step, path});
         const QJsonObject left = run.lastStep();
         const bool isMap = step == "map";
         const bool isWhole = left[isMap ? "rows" : "points"].toInt() == manyRows &&
@@ -164,7 +164,7 @@ void tst_LittleMemory::fileIsReadWholeOrRefused()
     QVERIFY(whole < limits.size());
 }
 
-void tst_LittleMemory::refusedFileIsReadLaterWithMoreMemory_data()
+void tst_LowMemory::refusedFileCanBeReadWithMoreMemory_data()
 {
     QTest::addColumn<QByteArray>("step");
     QTest::addColumn<QByteArray>("content");
@@ -173,7 +173,7 @@ void tst_LittleMemory::refusedFileIsReadLaterWithMoreMemory_data()
     QTest::newRow("spectrum") << QByteArray("spectrum") << plainSpectrum();
 }
 
-void tst_LittleMemory::refusedFileIsReadLaterWithMoreMemory()
+void tst_LowMemory::refusedFileCanBeReadWithMoreMemory()
 {
     if (isUnderAddressSanitizer()) {
         QSKIP("the sanitizer needs all addresses");
@@ -182,13 +182,13 @@ void tst_LittleMemory::refusedFileIsReadLaterWithMoreMemory()
     QFETCH(QByteArray, content);
     const QTemporaryDir folder;
     const QByteArray path = QFile::encodeName(writeFile(folder, "file.dat", content));
-    const ChildRun run = systemChild().runSteps(
-        {"littleMemory", "20", step, path, "littleMemory", "400", step, path});
+    const ChildRun run =
+        systemChild().runSteps({"limitMemory", "20", step, path, "limitMemory", "400", step, path});
     QCOMPARE(run.trouble, QString());
     const QJsonObject left = run.lastStep();
     QCOMPARE(left[step == "map" ? "rows" : "points"].toInt(), manyRows);
     QVERIFY((step == "map" ? left["loaded"] : left["valid"]).toBool());
 }
 
-QTEST_GUILESS_MAIN(tst_LittleMemory)
-#include "tst_LittleMemory.moc"
+QTEST_GUILESS_MAIN(tst_LowMemory)
+#include "tst_LowMemory.moc"

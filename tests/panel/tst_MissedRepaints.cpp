@@ -1,4 +1,5 @@
-// What each window shows is what it would show after being painted again.
+// Missed repaints: after every change, each window must show what it would show if it were
+// painted again.
 
 #include "display/Histgram.h"
 #include "support/MapWindows.h"
@@ -18,7 +19,7 @@ using namespace tests;
 namespace
 {
 
-/// Shows the panel and its three windows, those of the maps small.
+/// Shows the panel and its three windows; the map windows are small.
 bool showAll(FourPs& panel)
 {
     panel.MapDisp->resize(260, 200);
@@ -27,7 +28,7 @@ bool showAll(FourPs& panel)
            showWindow(panel.DMapDisp);
 }
 
-void popSomeOut(FourPs& panel, bool many)
+void popOutSome(FourPs& panel, bool many)
 {
     for (const auto id : {Displays::DHistA, Displays::DDMutVsA}) {
         panel.Disps->frame(id)->pop->resize(300, 250);
@@ -40,7 +41,7 @@ void popSomeOut(FourPs& panel, bool many)
     }
 }
 
-/// Types a text in place of the one before, without leaving the field.
+/// Types a text that replaces the text of @p edit, without leaving the field.
 void enterText(QLineEdit* edit, const QString& text)
 {
     edit->selectAll();
@@ -49,44 +50,44 @@ void enterText(QLineEdit* edit, const QString& text)
 
 } // namespace
 
-class tst_TruePictures : public QObject
+class tst_MissedRepaints : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
 
-    void everyPictureIsTrueAfterEveryAction_data();
-    void everyPictureIsTrueAfterEveryAction();
+    void everyPictureIsUpToDateAfterEveryAction_data();
+    void everyPictureIsUpToDateAfterEveryAction();
 
-    void useOfARowWidensItsLineWhileTheCalculationIsRefused();
-    void fitBoxOfARowColorsItsLineWhileTheCalculationIsRefused();
+    void useOfARowWidensItsLineWithoutACalculation();
+    void fitBoxOfARowColorsItsLineWithoutACalculation();
     void listOfEnergiesMovesTheLines();
-    void typedEnergyMovesItsLineAtOnce();
-    void typedEdgeMovesItsLineAtOnce();
-    void valenceMovesTheGridsAndColorsTheMap();
-    void useOfAReferenceChangesWhatItIsPartOf();
+    void typedEnergyMovesItsLineImmediately();
+    void typedEdgeMovesItsLineImmediately();
+    void valenceChangesTheGridsAndTheMap();
+    void useOfAReferenceChangesItsPlotsAndTheMap();
     void limitsOfTheValenceHistogramMoveItsGrid();
     void limitsOfTheThicknessHistogramMoveItsGrid();
-    void seriesBoxShowsItsHistogram();
-    void failedReadOfAReferenceColorsTheResultMap();
-    void failedReadOfTheShownRowEmptiesTheDataMap();
-    void clearingTheShownRowEmptiesTheDataMap();
-    void releaseInTheComparisonLeavesTheThickness();
+    void checkBoxShowsItsHistogram();
+    void failedReadOfAReferenceChangesTheResultMap();
+    void failedReadOfTheShownRowClearsTheDataMap();
+    void clearingTheShownRowClearsTheDataMap();
+    void releaseInTheComparisonDoesNotRepaintTheThickness();
     void mutFieldsMoveThePointsOfThePlane();
-    void poppedOutPicturesAreTrueToo();
+    void poppedOutPicturesAreUpToDate();
 
-    void energyRepaintsThePlotOfTheSpectraAlone();
-    void fieldsThatNoPictureReadsRepaintNothing_data();
-    void fieldsThatNoPictureReadsRepaintNothing();
-    void changesThatRepaintStartNoCalculation();
-    void doubleClickOnTheBarLeavesItsMap();
+    void energyRepaintsOnlyThePlotOfTheSpectra();
+    void fieldsUsedByNoPictureRepaintNothing_data();
+    void fieldsUsedByNoPictureRepaintNothing();
+    void repaintsStartNoCalculation();
+    void doubleClickOnTheBarDoesNotRepaintItsMap();
 
 private:
     using Action = std::function<void()>;
 
     void prepareRefusedPanel();
-    QStringList changedBy(const Action& action, QStringList* untrue);
+    QStringList changedBy(const Action& action, QStringList* outdated);
     AEPoint* row(int index) const { return m_panel->EPoints.at(index); }
     DispArea* surface(Displays::DispId id) const { return m_panel->Disps->frame(id)->DispA; }
 
@@ -94,20 +95,21 @@ private:
     QTemporaryDir m_dir;
 };
 
-// The pictures that an action changes, while it leaves none of them untrue.
-#define COMPARE_CHANGED(action, wanted)                                                            \
+// Compares the pictures that an action changes with @p wanted, and checks that none is
+// outdated.
+#define COMPARE_CHANGED_PICTURES(action, wanted)                                                   \
     do {                                                                                           \
-        QStringList untrue;                                                                        \
-        QCOMPARE(changedBy(action, &untrue), QStringList wanted);                                  \
-        QCOMPARE(untrue, QStringList());                                                           \
+        QStringList outdated;                                                                      \
+        QCOMPARE(changedBy(action, &outdated), QStringList wanted);                                \
+        QCOMPARE(outdated, QStringList());                                                         \
     } while (false)
 
-void tst_TruePictures::initTestCase()
+void tst_MissedRepaints::initTestCase()
 {
     QVERIFY(showAll(*m_panel));
 }
 
-void tst_TruePictures::everyPictureIsTrueAfterEveryAction_data()
+void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction_data()
 {
     QTest::addColumn<unsigned>("seed");
     for (unsigned seed = 1; seed <= 3; ++seed) {
@@ -115,13 +117,13 @@ void tst_TruePictures::everyPictureIsTrueAfterEveryAction_data()
     }
 }
 
-void tst_TruePictures::everyPictureIsTrueAfterEveryAction()
+void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction()
 {
     QFETCH(unsigned, seed);
-    // Of its own, so that a seed gives the same actions when it is run alone.
+    // A new panel, so that a seed gives the same actions when its row runs alone.
     auto panel = std::make_unique<FourPs>();
     QVERIFY(showAll(*panel));
-    popSomeOut(*panel, seed % 2 == 0);
+    popOutSome(*panel, seed % 2 == 0);
     RandomUser user(*panel, seed);
     repaintedPictures(*panel);
     constexpr int steps = 80;
@@ -129,20 +131,20 @@ void tst_TruePictures::everyPictureIsTrueAfterEveryAction()
         const QString action = user.act();
         arrive();
         const QList<ShownPicture> shown = shownPictures(*panel);
-        QStringList untrue = differences(shown, repaintedPictures(*panel));
-        untrue.removeAll(user.leftBehind());
-        QVERIFY2(untrue.isEmpty(), qPrintable(QStringLiteral("seed %1, step %2, %3: stale is %4")
-                                                  .arg(seed)
-                                                  .arg(step)
-                                                  .arg(action, untrue.join(u", "))));
+        QStringList outdated = differences(shown, repaintedPictures(*panel));
+        outdated.removeAll(user.leftBehind());
+        QVERIFY2(outdated.isEmpty(), qPrintable(QStringLiteral("seed %1, step %2, %3: stale is %4")
+                                                    .arg(seed)
+                                                    .arg(step)
+                                                    .arg(action, outdated.join(u", "))));
     }
     closePanel(panel);
 }
 
-// Everything has something to show: three references of which two are in use, a
-// point of the comparison, a result, counts, and a measured map. No V point is
-// chosen and no range for the fit, so that every calculation is refused.
-void tst_TruePictures::prepareRefusedPanel()
+// Gives every picture contents: three references, two of them in use, a point in the
+// comparison, a result, counts, and a measured map. No V point and no fit range is
+// selected, so every calculation is refused.
+void tst_MissedRepaints::prepareRefusedPanel()
 {
     resetMaps(*m_panel);
     QVERIFY(showAll(*m_panel));
@@ -182,139 +184,140 @@ void tst_TruePictures::prepareRefusedPanel()
     repaintedPictures(*m_panel);
 }
 
-QStringList tst_TruePictures::changedBy(const Action& action, QStringList* untrue)
+QStringList tst_MissedRepaints::changedBy(const Action& action, QStringList* outdated)
 {
     const QList<ShownPicture> before = repaintedPictures(*m_panel);
     action();
     arrive();
     const QList<ShownPicture> after = shownPictures(*m_panel);
-    *untrue = differences(after, repaintedPictures(*m_panel));
+    *outdated = differences(after, repaintedPictures(*m_panel));
     return differences(before, after);
 }
 
-void tst_TruePictures::useOfARowWidensItsLineWhileTheCalculationIsRefused()
+void tst_MissedRepaints::useOfARowWidensItsLineWithoutACalculation()
 {
     prepareRefusedPanel();
-    COMPARE_CHANGED([&] { row(1)->UseCB->click(); }, {"Muts"});
-    COMPARE_CHANGED([&] { row(1)->UseCB->setChecked(true); }, {"Muts"});
+    COMPARE_CHANGED_PICTURES([&] { row(1)->UseCB->click(); }, {"Muts"});
+    COMPARE_CHANGED_PICTURES([&] { row(1)->UseCB->setChecked(true); }, {"Muts"});
 }
 
-void tst_TruePictures::fitBoxOfARowColorsItsLineWhileTheCalculationIsRefused()
+void tst_MissedRepaints::fitBoxOfARowColorsItsLineWithoutACalculation()
 {
     prepareRefusedPanel();
-    COMPARE_CHANGED([&] { row(1)->LCFCB->click(); }, {"Muts"});
+    COMPARE_CHANGED_PICTURES([&] { row(1)->LCFCB->click(); }, {"Muts"});
 }
 
-void tst_TruePictures::listOfEnergiesMovesTheLines()
+void tst_MissedRepaints::listOfEnergiesMovesTheLines()
 {
     prepareRefusedPanel();
     const auto spread = [&] {
         QTest::keyClicks(m_panel->MultiEnergys, "8345 8360");
         QTest::keyClick(m_panel->MultiEnergys, Qt::Key_Return);
     };
-    COMPARE_CHANGED(spread, {"Muts"});
+    COMPARE_CHANGED_PICTURES(spread, {"Muts"});
 }
 
-void tst_TruePictures::typedEnergyMovesItsLineAtOnce()
+void tst_MissedRepaints::typedEnergyMovesItsLineImmediately()
 {
     prepareRefusedPanel();
     row(0)->Energy->setText(QStringLiteral("834"));
-    COMPARE_CHANGED([&] { QTest::keyClicks(row(0)->Energy, "5"); }, {"Muts"});
+    COMPARE_CHANGED_PICTURES([&] { QTest::keyClicks(row(0)->Energy, "5"); }, {"Muts"});
 }
 
-void tst_TruePictures::typedEdgeMovesItsLineAtOnce()
+void tst_MissedRepaints::typedEdgeMovesItsLineImmediately()
 {
     prepareRefusedPanel();
     m_panel->ui.EdgeE->setText(QStringLiteral("834"));
-    COMPARE_CHANGED([&] { QTest::keyClicks(m_panel->ui.EdgeE, "5"); }, {"Muts"});
-    COMPARE_CHANGED([&] { m_panel->ui.PostEStartDE->setText(QStringLiteral("60")); }, {"Muts"});
+    COMPARE_CHANGED_PICTURES([&] { QTest::keyClicks(m_panel->ui.EdgeE, "5"); }, {"Muts"});
+    COMPARE_CHANGED_PICTURES([&] { m_panel->ui.PostEStartDE->setText(QStringLiteral("60")); },
+                             {"Muts"});
 }
 
-void tst_TruePictures::valenceMovesTheGridsAndColorsTheMap()
+void tst_MissedRepaints::valenceChangesTheGridsAndTheMap()
 {
     prepareRefusedPanel();
     QLineEdit* valence = m_panel->Refs.RefRows.at(1)->Valence;
-    COMPARE_CHANGED([&] { QTest::keyClicks(valence, ".5"); },
-                    ({"LCF vs MPS", "dMut/v or a", "Result Map"}));
+    COMPARE_CHANGED_PICTURES([&] { QTest::keyClicks(valence, ".5"); },
+                             ({"LCF vs MPS", "dMut/v or a", "Result Map"}));
 }
 
-void tst_TruePictures::useOfAReferenceChangesWhatItIsPartOf()
+void tst_MissedRepaints::useOfAReferenceChangesItsPlotsAndTheMap()
 {
     prepareRefusedPanel();
-    COMPARE_CHANGED(
+    COMPARE_CHANGED_PICTURES(
         [&] { m_panel->Refs.RefRows.at(0)->UseCB->click(); },
         ({"LCF vs MPS", "Histgram of a", "Histgram of dMut", "dMut/v or a", "Result Map"}));
 }
 
-void tst_TruePictures::limitsOfTheValenceHistogramMoveItsGrid()
+void tst_MissedRepaints::limitsOfTheValenceHistogramMoveItsGrid()
 {
     prepareRefusedPanel();
-    COMPARE_CHANGED([&] { enterText(m_panel->ui.HgATo, "2"); }, {"Histgram of a"});
-    COMPARE_CHANGED([&] { enterText(m_panel->ui.HgAFrom, "2"); }, {"Histgram of a"});
+    COMPARE_CHANGED_PICTURES([&] { enterText(m_panel->ui.HgATo, "2"); }, {"Histgram of a"});
+    COMPARE_CHANGED_PICTURES([&] { enterText(m_panel->ui.HgAFrom, "2"); }, {"Histgram of a"});
 }
 
-void tst_TruePictures::limitsOfTheThicknessHistogramMoveItsGrid()
+void tst_MissedRepaints::limitsOfTheThicknessHistogramMoveItsGrid()
 {
     prepareRefusedPanel();
-    COMPARE_CHANGED([&] { enterText(m_panel->ui.HgTTo, "2"); }, {"Histgram of dMut"});
-    COMPARE_CHANGED([&] { enterText(m_panel->ui.HgTFrom, "2"); }, {"Histgram of dMut"});
+    COMPARE_CHANGED_PICTURES([&] { enterText(m_panel->ui.HgTTo, "2"); }, {"Histgram of dMut"});
+    COMPARE_CHANGED_PICTURES([&] { enterText(m_panel->ui.HgTFrom, "2"); }, {"Histgram of dMut"});
 }
 
-void tst_TruePictures::seriesBoxShowsItsHistogram()
+void tst_MissedRepaints::checkBoxShowsItsHistogram()
 {
     prepareRefusedPanel();
-    COMPARE_CHANGED([&] { m_panel->ui.HgRatio2->click(); }, {"Histgram of a"});
-    COMPARE_CHANGED([&] { m_panel->ui.HgdMut1->click(); }, {"Histgram of dMut"});
+    COMPARE_CHANGED_PICTURES([&] { m_panel->ui.HgRatio2->click(); }, {"Histgram of a"});
+    COMPARE_CHANGED_PICTURES([&] { m_panel->ui.HgdMut1->click(); }, {"Histgram of dMut"});
 }
 
-void tst_TruePictures::failedReadOfAReferenceColorsTheResultMap()
+void tst_MissedRepaints::failedReadOfAReferenceChangesTheResultMap()
 {
     prepareRefusedPanel();
     const QString nothing = writeFile(m_dir, "empty.dat", {});
-    QStringList untrue;
+    QStringList outdated;
     const QStringList changed =
-        changedBy([&] { m_panel->XafsFiles.at(1)->AFileSelect::newFile(nothing); }, &untrue);
-    QCOMPARE(untrue, QStringList());
+        changedBy([&] { m_panel->XafsFiles.at(1)->AFileSelect::newFile(nothing); }, &outdated);
+    QCOMPARE(outdated, QStringList());
     QVERIFY(changed.contains(QStringLiteral("Result Map")));
     QVERIFY(changed.contains(QStringLiteral("Ref2")));
 }
 
-void tst_TruePictures::failedReadOfTheShownRowEmptiesTheDataMap()
+void tst_MissedRepaints::failedReadOfTheShownRowClearsTheDataMap()
 {
     prepareRefusedPanel();
     const QString words = writeFile(m_dir, "words.dat", "no number\n");
-    COMPARE_CHANGED([&] { row(0)->FileSelect->newFile(words); }, {"Data Map"});
+    COMPARE_CHANGED_PICTURES([&] { row(0)->FileSelect->newFile(words); }, {"Data Map"});
     QVERIFY(isBlank(shownImage(m_panel->DMapDisp->DispA)));
 }
 
-void tst_TruePictures::clearingTheShownRowEmptiesTheDataMap()
+void tst_MissedRepaints::clearingTheShownRowClearsTheDataMap()
 {
     prepareRefusedPanel();
-    COMPARE_CHANGED([&] { row(0)->FileSelect->ClearB->click(); }, {"Data Map"});
+    COMPARE_CHANGED_PICTURES([&] { row(0)->FileSelect->ClearB->click(); }, {"Data Map"});
     QVERIFY(isBlank(shownImage(m_panel->DMapDisp->DispA)));
 }
 
-void tst_TruePictures::releaseInTheComparisonLeavesTheThickness()
+void tst_MissedRepaints::releaseInTheComparisonDoesNotRepaintTheThickness()
 {
     prepareRefusedPanel();
-    QStringList untrue;
+    QStringList outdated;
     QCOMPARE(changedBy(
                  [&] {
                      release(surface(Displays::DLCFvs4PS), {20, 20});
                  },
-                 &untrue),
+                 &outdated),
              QStringList());
-    QCOMPARE(untrue, QStringList{"dMut/v or a"});
+    QCOMPARE(outdated, QStringList{"dMut/v or a"});
 }
 
-// Nothing in the program shows this plot.
-void tst_TruePictures::mutFieldsMoveThePointsOfThePlane()
+// The program itself never shows this plot.
+void tst_MissedRepaints::mutFieldsMoveThePointsOfThePlane()
 {
     prepareRefusedPanel();
     QVERIFY(showWindow(m_panel->Disps->frame(Displays::DM2M3)));
-    COMPARE_CHANGED([&] { row(1)->Mut1->setText(QStringLiteral("0.3")); }, {"M2/M3"});
-    COMPARE_CHANGED([&] { row(1)->VPointCB->setChecked(true); }, {"M2/M3"});
-    COMPARE_CHANGED([&] { row(1)->UseCB->setChecked(false); }, ({"Muts", "M2/M3"}));
+    COMPARE_CHANGED_PICTURES([&] { row(1)->Mut1->setText(QStringLiteral("0.3")); }, {"M2/M3"});
+    COMPARE_CHANGED_PICTURES([&] { row(1)->VPointCB->setChecked(true); }, {"M2/M3"});
+    COMPARE_CHANGED_PICTURES([&] { row(1)->UseCB->setChecked(false); }, ({"Muts", "M2/M3"}));
     const PaintCounter paints(surface(Displays::DM2M3));
     arrive();
     const int before = paints.count();
@@ -323,7 +326,7 @@ void tst_TruePictures::mutFieldsMoveThePointsOfThePlane()
     QCOMPARE(paints.count(), before + 1);
 }
 
-void tst_TruePictures::poppedOutPicturesAreTrueToo()
+void tst_MissedRepaints::poppedOutPicturesAreUpToDate()
 {
     prepareRefusedPanel();
     for (const auto id : {Displays::DMuts, Displays::DDMutVsA}) {
@@ -331,15 +334,15 @@ void tst_TruePictures::poppedOutPicturesAreTrueToo()
     }
     QVERIFY(popOut(m_panel->MapDisp));
     QVERIFY(popOut(m_panel->DMapDisp));
-    COMPARE_CHANGED([&] { row(1)->UseCB->click(); }, {"Muts"});
+    COMPARE_CHANGED_PICTURES([&] { row(1)->UseCB->click(); }, {"Muts"});
     QLineEdit* valence = m_panel->Refs.RefRows.at(1)->Valence;
-    COMPARE_CHANGED([&] { QTest::keyClicks(valence, ".5"); },
-                    ({"LCF vs MPS", "dMut/v or a", "Result Map"}));
-    COMPARE_CHANGED([&] { row(0)->FileSelect->ClearB->click(); }, {"Data Map"});
+    COMPARE_CHANGED_PICTURES([&] { QTest::keyClicks(valence, ".5"); },
+                             ({"LCF vs MPS", "dMut/v or a", "Result Map"}));
+    COMPARE_CHANGED_PICTURES([&] { row(0)->FileSelect->ClearB->click(); }, {"Data Map"});
 }
 
-// The plot of the thickness and both maps may have a million pixels each.
-void tst_TruePictures::energyRepaintsThePlotOfTheSpectraAlone()
+// The thickness plot and both maps can have a million pixels each, so a repaint is slow.
+void tst_MissedRepaints::energyRepaintsOnlyThePlotOfTheSpectra()
 {
     prepareRefusedPanel();
     const PaintCounter spectra(surface(Displays::DMuts));
@@ -356,7 +359,7 @@ void tst_TruePictures::energyRepaintsThePlotOfTheSpectraAlone()
     QCOMPARE(thickness.count() + result.count() + data.count(), others);
 }
 
-void tst_TruePictures::fieldsThatNoPictureReadsRepaintNothing_data()
+void tst_MissedRepaints::fieldsUsedByNoPictureRepaintNothing_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name : {"CalcRes", "LCFRes", "TargetDMut", "HgABoxes", "MultiEnergys", "MutT",
@@ -365,7 +368,7 @@ void tst_TruePictures::fieldsThatNoPictureReadsRepaintNothing_data()
     }
 }
 
-void tst_TruePictures::fieldsThatNoPictureReadsRepaintNothing()
+void tst_MissedRepaints::fieldsUsedByNoPictureRepaintNothing()
 {
     QFETCH(QString, name);
     prepareRefusedPanel();
@@ -383,7 +386,7 @@ void tst_TruePictures::fieldsThatNoPictureReadsRepaintNothing()
     }
 }
 
-void tst_TruePictures::changesThatRepaintStartNoCalculation()
+void tst_MissedRepaints::repaintsStartNoCalculation()
 {
     prepareRefusedPanel();
     clearMessages(*m_panel);
@@ -400,23 +403,23 @@ void tst_TruePictures::changesThatRepaintStartNoCalculation()
     QCOMPARE(messages(*m_panel), QStringList());
 }
 
-// On purpose: it catches up when it is painted next.
-void tst_TruePictures::doubleClickOnTheBarLeavesItsMap()
+// On purpose: the map shows the new colours at its next paint.
+void tst_MissedRepaints::doubleClickOnTheBarDoesNotRepaintItsMap()
 {
     prepareRefusedPanel();
     cBar* bar = m_panel->MapDisp->CBar;
     press(bar, {3.0, double(bar->maxLineY)});
     drag(bar, {3.0, bar->height() / 2.0});
     release(bar, {3.0, bar->height() / 2.0});
-    QStringList untrue;
+    QStringList outdated;
     QCOMPARE(changedBy(
                  [&] {
                      doubleClick(bar, {3.0, 3.0});
                  },
-                 &untrue),
+                 &outdated),
              QStringList{"Result Map, bar"});
-    QCOMPARE(untrue, QStringList{"Result Map"});
+    QCOMPARE(outdated, QStringList{"Result Map"});
 }
 
-QTEST_MAIN(tst_TruePictures)
-#include "tst_TruePictures.moc"
+QTEST_MAIN(tst_MissedRepaints)
+#include "tst_MissedRepaints.moc"
