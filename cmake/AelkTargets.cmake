@@ -52,9 +52,9 @@ endif()
 
 # For code that is not part of the program: libFuzzer should not follow its branches. Link
 # it after aelk_options, whose flag it cancels.
-add_library(aelk_uncounted INTERFACE)
+add_library(aelk_uninstrumented INTERFACE)
 if(AELK_LIBFUZZER)
-  target_compile_options(aelk_uncounted INTERFACE -fno-sanitize=fuzzer-no-link)
+  target_compile_options(aelk_uninstrumented INTERFACE -fno-sanitize=fuzzer-no-link)
 endif()
 
 # With AELK_PRECOMPILE, precompiles the given headers for all sources of a library. A

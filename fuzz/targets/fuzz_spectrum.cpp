@@ -270,7 +270,7 @@ void checkValues(AMutE record)
     }
     checkRange(record, AMutE::raw, -infinity, infinity);
     checkRange(record, AMutE::normalisedByLines, 8000.0, 9000.0);
-    checkRange(record, AMutE::lessPreEdge, energies.last(), energies.first());
+    checkRange(record, AMutE::minusPreEdge, energies.last(), energies.first());
     for (const double energy : {energies.last(), nan, infinity, -infinity}) {
         checkBackground(record, energy);
     }

@@ -143,9 +143,9 @@ double AMutE::value(int kind, int i) const
     switch (kind) {
     case raw:
         return m;
-    case lessPreEdge:
+    case minusPreEdge:
         return m - preValue(e);
-    case lessPostEdge:
+    case minusPostEdge:
         return m - postValue(e);
     case byEdgeJump:
         return (m - preValue(e)) / edgeJump();

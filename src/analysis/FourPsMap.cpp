@@ -29,7 +29,7 @@ void initHistograms(const QList<Histgram*>& histograms)
 
 void FourPs::calcMap()
 {
-    const display::WaitCursor cursor(isReflexLong());
+    const display::WaitCursor cursor(isRecalculationLong());
     const CalculationState state = m_inputs.calculationState();
     const analysis::CalculationPlan plan = analysis::planMap(state);
     showMessages(plan.messages);

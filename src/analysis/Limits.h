@@ -1,4 +1,4 @@
-// Makes data::Limits and data::noLimits available in this namespace.
+// Makes data::Limits and data::emptyLimits available in this namespace.
 #pragma once
 
 #include "data/Limits.h"
@@ -6,7 +6,7 @@
 namespace analysis
 {
 
+using data::emptyLimits;
 using data::Limits;
-using data::noLimits;
 
 } // namespace analysis

@@ -2,7 +2,7 @@
 
 #include "analysis/CalculationState.h"
 #include "analysis/LinearCombination.h"
-#include "analysis/NeqPlaces.h"
+#include "analysis/NeqColumns.h"
 #include "analysis/RowCollection.h"
 
 #include <algorithm>

@@ -16,8 +16,8 @@ struct PointState;
 /// The energy range of a fit: from the lowest to the highest energy of the energy-point
 /// rows that are marked for the fit.
 struct FitRange {
-    Limits energies = noLimits; ///< eV; noLimits without marked rows
-    int rows = 0;               ///< number of marked rows
+    Limits energies = emptyLimits; ///< eV; emptyLimits without marked rows
+    int rows = 0;                  ///< number of marked rows
 
     /// Whether two or more rows are marked. Two rows at the same energy are a valid
     /// range of zero width.

@@ -1,7 +1,7 @@
 // One quantity of a result map, as the map view shows it.
 #pragma once
 
-#include "analysis/NeqPlaces.h"
+#include "analysis/NeqColumns.h"
 #include "analysis/ValenceMix.h"
 #include "data/A2DData.h"
 

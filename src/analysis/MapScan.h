@@ -18,8 +18,8 @@ namespace analysis
 template <class ValueAt>
 std::optional<Limits> scanMap(const A2DData& map, ValueAt valueAt)
 {
-    data::cleanVectorRegisters(); // a paint, the usual caller, leaves them dirty
-    Limits found = noLimits;
+    data::clearUpperVectorHalves(); // a paint, the usual caller, leaves them dirty
+    Limits found = emptyLimits;
     for (int y = 0; y < map.yNum; ++y) {
         for (int x = 0; x < map.xNum; ++x) {
             found.widen(valueAt(x, y));

@@ -14,7 +14,7 @@ namespace
 
 int kindOf(bool subPost)
 {
-    return subPost ? AMutE::lessPostEdge : AMutE::lessPreEdge;
+    return subPost ? AMutE::minusPostEdge : AMutE::minusPreEdge;
 }
 
 int commonRows(const QList<QList<double>>& refValues, const QList<double>& energies)

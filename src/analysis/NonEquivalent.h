@@ -3,7 +3,7 @@
 #pragma once
 
 #include "analysis/LinearCombination.h"
-#include "analysis/NeqPlaces.h"
+#include "analysis/NeqColumns.h"
 
 #include <QList>
 

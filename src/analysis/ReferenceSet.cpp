@@ -1,6 +1,6 @@
 #include "analysis/ReferenceSet.h"
 
-#include "analysis/NeqPlaces.h"
+#include "analysis/NeqColumns.h"
 
 #include <limits>
 #include <utility>

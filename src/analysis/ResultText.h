@@ -1,7 +1,7 @@
 // Text format of a result map file.
 #pragma once
 
-#include "analysis/NeqPlaces.h"
+#include "analysis/NeqColumns.h"
 #include "analysis/ValenceMix.h"
 
 #include <QString>

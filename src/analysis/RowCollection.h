@@ -1,7 +1,7 @@
 // The numbers that calculations read from the energy-point rows.
 #pragma once
 
-#include "analysis/NeqPlaces.h"
+#include "analysis/NeqColumns.h"
 
 #include <QList>
 

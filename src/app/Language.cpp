@@ -19,7 +19,7 @@ Language languageFromArguments(const QStringList& arguments)
     return language;
 }
 
-void speak(Language language, QTranslator& translator)
+void installLanguage(Language language, QTranslator& translator)
 {
     if (language == Language::English) {
         return;

@@ -22,6 +22,6 @@ Language languageFromArguments(const QStringList& arguments);
 /// Japanese translation cannot be loaded, the texts remain English, without a message.
 ///
 /// @param translator  receives the translation; must live as long as the application
-void speak(Language language, QTranslator& translator);
+void installLanguage(Language language, QTranslator& translator);
 
 } // namespace app

@@ -13,7 +13,7 @@ int main(int argc, char* argv[])
     QApplication application(argc, argv);
     const app::Language language = app::languageFromArguments(QCoreApplication::arguments().mid(1));
     QTranslator translator;
-    app::speak(language, translator);
+    app::installLanguage(language, translator);
 
     Body body;
     body.show();

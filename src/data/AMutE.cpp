@@ -8,8 +8,8 @@ void AMutE::beginRead()
 {
     points.clear();
     valid = false;
-    minAngle = minEnergy = minMut = data::noLimits.low;
-    maxAngle = maxEnergy = maxMut = data::noLimits.high;
+    minAngle = minEnergy = minMut = data::emptyLimits.low;
+    maxAngle = maxEnergy = maxMut = data::emptyLimits.high;
 }
 
 const char* AMutE::appendPoint(const MutPoint& point, qint64 bytesToReserve)

@@ -39,8 +39,8 @@ public:
     /// The kinds of value() and valueAt(), for an absorbance m at working energy E
     /// with the pre-edge line pre(E) and the post-edge line post(E).
     static constexpr int raw = 0;               ///< m
-    static constexpr int lessPreEdge = 1;       ///< m - pre(E)
-    static constexpr int lessPostEdge = 2;      ///< m - post(E)
+    static constexpr int minusPreEdge = 1;      ///< m - pre(E)
+    static constexpr int minusPostEdge = 2;     ///< m - post(E)
     static constexpr int byEdgeJump = 3;        ///< (m - pre(E)) / edgeJump()
     static constexpr int normalisedByLines = 4; ///< (m - pre(E)) / (post(E) - pre(E))
 

@@ -54,7 +54,7 @@ void AbsorbanceCache::Entry::fill(const QList<A2DRow>& newRows)
         values = std::make_unique_for_overwrite<double[]>(static_cast<std::size_t>(size));
         capacity = size;
     }
-    cleanVectorRegisters(); // a preceding paint would slow the loop down
+    clearUpperVectorHalves(); // a preceding paint would slow the loop down
     const A2DRow* row = rows.constData();
     for (qsizetype i = 0; i < size; ++i, ++row) {
         values[static_cast<std::size_t>(i)] = absorbance(*row);

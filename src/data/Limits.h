@@ -23,6 +23,6 @@ struct Limits {
 
 /// The empty range, from which widen() starts: its ends are reversed until the first
 /// value is added.
-inline constexpr Limits noLimits{1e300, -1e300};
+inline constexpr Limits emptyLimits{1e300, -1e300};
 
 } // namespace data

@@ -17,8 +17,8 @@ struct TDData0Header {
     int width = 0;         ///< can be negative or larger than the file allows
     int height = 0;        ///< can be negative or larger than the file allows
     QString dataId;
-    double minVal = data::noLimits.low;
-    double maxVal = data::noLimits.high;
+    double minVal = data::emptyLimits.low;
+    double maxVal = data::emptyLimits.high;
 };
 
 /// A map of doubles with one valid flag for each pixel, an identifier, its
@@ -116,12 +116,12 @@ public:
     int width = 0;  ///< pixels per line
     int height = 0; ///< number of lines
     QList<double> data;
-    QList<bool> validFlags;              ///< whether each pixel holds data
-    double minVal = data::noLimits.low;  ///< smallest value; 1e300 without pixels
-    double maxVal = data::noLimits.high; ///< largest value; -1e300 without pixels
-    QRect region;                        ///< region of interest
-    bool regionSet = false;              ///< whether @c region is used
-    QList<MaskItem*> maskItems;          ///< owned
+    QList<bool> validFlags;                 ///< whether each pixel holds data
+    double minVal = data::emptyLimits.low;  ///< smallest value; 1e300 without pixels
+    double maxVal = data::emptyLimits.high; ///< largest value; -1e300 without pixels
+    QRect region;                           ///< region of interest
+    bool regionSet = false;                 ///< whether @c region is used
+    QList<MaskItem*> maskItems;             ///< owned
 
 public Q_SLOTS:
     /// Sets the region of interest.

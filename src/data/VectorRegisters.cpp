@@ -14,7 +14,7 @@ __attribute__((target("avx"))) void clearUpperHalves()
 
 } // namespace
 
-void data::cleanVectorRegisters()
+void data::clearUpperVectorHalves()
 {
     static const bool hasWideRegisters = __builtin_cpu_supports("avx") != 0;
     if (hasWideRegisters) {
@@ -24,6 +24,6 @@ void data::cleanVectorRegisters()
 
 #else
 
-void data::cleanVectorRegisters() {}
+void data::clearUpperVectorHalves() {}
 
 #endif

@@ -12,6 +12,6 @@ namespace data
 /// slower than a logarithm, until the halves are cleared: a map calculation after a
 /// paint took seven times as long, and so did a series of small fills. Call this
 /// function before long loops of arithmetic and between small fills.
-void cleanVectorRegisters();
+void clearUpperVectorHalves();
 
 } // namespace data

@@ -47,7 +47,7 @@ void FourPs::receiveNowPosInDMap(double x, double y)
 
 void FourPs::dClickedInMap(MouseC* m)
 {
-    if (m_resultMap.takeDoubleClick(*m)) {
+    if (m_resultMap.handleDoubleClick(*m)) {
         update(); // repaints the panel; the painting surface repaints itself
     }
 }

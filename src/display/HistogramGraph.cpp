@@ -101,7 +101,7 @@ bool HistogramGraph::isEmpty() const
 
 Graph::Range HistogramGraph::range() const
 {
-    analysis::Limits span = analysis::noLimits;
+    analysis::Limits span = analysis::emptyLimits;
     const auto widen = [&](const analysis::HistogramCounts& counts) {
         span.widen(-0.1 * counts.total);
         span.widen(1.1 * counts.total);

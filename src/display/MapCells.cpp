@@ -64,7 +64,7 @@ void MapCells::fillLine(QPainter* p, const Band& line, const QColor* const* colo
             length += m_x.bands.at(i).length;
         }
         p->fillRect(start, line.start, length, line.length, *color);
-        data::cleanVectorRegisters();
+        data::clearUpperVectorHalves();
     }
 }
 

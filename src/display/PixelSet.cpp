@@ -91,7 +91,7 @@ void PixelSet::fill(QPainter* p, const QColor& color) const
     QVarLengthArray<QRect, 512> runs;
     const auto fillThem = [&] {
         p->drawRects(runs.constData(), static_cast<int>(runs.size()));
-        data::cleanVectorRegisters();
+        data::clearUpperVectorHalves();
         runs.clear();
     };
     forEachRun([&](int x, int y, int length) {

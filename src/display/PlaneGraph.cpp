@@ -15,7 +15,7 @@ namespace
 
 analysis::Limits spanOf(const QList<PlaneGraph::Point>& points, double PlaneGraph::Point::*axis)
 {
-    analysis::Limits span = analysis::noLimits;
+    analysis::Limits span = analysis::emptyLimits;
     for (const PlaneGraph::Point& point : points) {
         span.widen(point.*axis);
     }

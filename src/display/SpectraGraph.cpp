@@ -37,7 +37,7 @@ bool SpectraGraph::isEmpty() const
 
 Graph::Range SpectraGraph::range() const
 {
-    analysis::Limits found = analysis::noLimits;
+    analysis::Limits found = analysis::emptyLimits;
     for (const Curve& curve : curves) {
         curve.spectrum->valueRange(kind, from, to, &found.low, &found.high);
     }

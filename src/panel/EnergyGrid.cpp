@@ -1,6 +1,6 @@
 #include "panel/EnergyGrid.h"
 
-#include "analysis/NeqPlaces.h"
+#include "analysis/NeqColumns.h"
 #include "rows/AEPoint.h"
 
 #include <QGridLayout>

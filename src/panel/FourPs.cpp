@@ -1,7 +1,7 @@
 #include "panel/FourPs.h"
 
 #include "analysis/CalculationMessage.h"
-#include "analysis/NeqPlaces.h"
+#include "analysis/NeqColumns.h"
 #include "analysis/ReferenceSet.h"
 #include "display/DispMBase.h"
 #include "display/FittedEdit.h"

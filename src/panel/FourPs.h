@@ -216,7 +216,7 @@ public Q_SLOTS:
     void lcf();
 
     void mPressedInAllMut(MouseC* m); ///< switches the spectrum of the pressed legend row
-    void dClickedInMap(MouseC* m);    ///< see panel::ResultMapView::takeDoubleClick()
+    void dClickedInMap(MouseC* m);    ///< see panel::ResultMapView::handleDoubleClick()
     void newMultiEnergys();           ///< copies the typed list of energies to the rows
 
 private:
@@ -243,7 +243,7 @@ private:
 
     // Recalculation.
     bool isSpectrumWorkLong() const;
-    bool isReflexLong() const;
+    bool isRecalculationLong() const;
     void RefreshRefColumn(int n);
 
     panel::MessageLines m_messages;

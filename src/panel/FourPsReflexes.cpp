@@ -49,7 +49,7 @@ void FourPs::noticedNewEdge(double e)
 
 void FourPs::setEdge()
 {
-    const display::WaitCursor cursor(isReflexLong());
+    const display::WaitCursor cursor(isRecalculationLong());
     const panel::MessageLines::Batch lines(&m_messages);
     const panel::InputReader::Edge edge = m_inputs.edge();
     QList<AMutE*> spectra(XafsFiles.cbegin(), XafsFiles.cend());
@@ -73,7 +73,7 @@ void FourPs::dispCalcConditions(bool f)
 
 void FourPs::changedSubBGTypeForRef(bool f)
 {
-    const display::WaitCursor cursor(isReflexLong());
+    const display::WaitCursor cursor(isRecalculationLong());
     const panel::MessageLines::Batch lines(&m_messages);
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForRef = f;
@@ -88,7 +88,7 @@ void FourPs::changedSubBGTypeForRef(bool f)
 
 void FourPs::changedSubBGTypeForTarget(bool f)
 {
-    const display::WaitCursor cursor(isReflexLong());
+    const display::WaitCursor cursor(isRecalculationLong());
     const panel::MessageLines::Batch lines(&m_messages);
     for (AEPoint* row : std::as_const(EPoints)) {
         row->subBGForTarget = f;
@@ -217,7 +217,7 @@ void FourPs::receiveNewPaths(QStringList paths)
 
 void FourPs::calcBoth()
 {
-    const display::WaitCursor cursor(isReflexLong());
+    const display::WaitCursor cursor(isRecalculationLong());
     const panel::MessageLines::Batch lines(&m_messages);
     SetHistogramRanges();
     calcMap();
@@ -230,7 +230,7 @@ bool FourPs::isSpectrumWorkLong() const
     return analysis::mayTakeLong(spectrumWork(XafsFiles, DispMuts));
 }
 
-bool FourPs::isReflexLong() const
+bool FourPs::isRecalculationLong() const
 {
     analysis::Work work = spectrumWork(XafsFiles, DispMuts);
     for (const AEPoint* row : EPoints) {

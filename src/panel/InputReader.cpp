@@ -1,7 +1,7 @@
 #include "panel/InputReader.h"
 
 #include "analysis/CalculationState.h"
-#include "analysis/NeqPlaces.h"
+#include "analysis/NeqColumns.h"
 #include "display/LineEditText.h"
 #include "panel/Widgets.h"
 #include "rows/AEPoint.h"
@@ -138,7 +138,7 @@ int InputReader::normMode() const
         return AMutE::raw;
     }
     if (form.NBySubPre->isChecked()) {
-        return AMutE::lessPreEdge;
+        return AMutE::minusPreEdge;
     }
     if (form.NByEJ->isChecked()) {
         return AMutE::byEdgeJump;

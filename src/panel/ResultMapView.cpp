@@ -92,7 +92,7 @@ void ResultMapView::showValueAt(double x, double y) const
     display::showNumber(m_widgets.resultMap->Val, pixel ? quantity().at(pixel->x, pixel->y) : 0.0);
 }
 
-bool ResultMapView::takeDoubleClick(const MouseC& mouse) const
+bool ResultMapView::handleDoubleClick(const MouseC& mouse) const
 {
     if (!hasResult()) {
         return false;

@@ -46,7 +46,7 @@ public:
     /// These limits are kept only until the next paint: the double click has also reset the
     /// range of the surface, so draw() sets view and limits again.
     /// @return false if there is no result; the double click then has no effect
-    bool takeDoubleClick(const MouseC& mouse) const;
+    bool handleDoubleClick(const MouseC& mouse) const;
 
     /// Call this if another quantity was selected: clears the value, sets the preset limits
     /// of the quantity if it has any, and repaints.

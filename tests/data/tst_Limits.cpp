@@ -32,8 +32,8 @@ private Q_SLOTS:
 
 void tst_Limits::initialLimitsAreReversed()
 {
-    QCOMPARE(data::noLimits.low, 1e300);
-    QCOMPARE(data::noLimits.high, -1e300);
+    QCOMPARE(data::emptyLimits.low, 1e300);
+    QCOMPARE(data::emptyLimits.high, -1e300);
 }
 
 void tst_Limits::valuesOnlyWidenTheLimits_data()
@@ -43,12 +43,12 @@ void tst_Limits::valuesOnlyWidenTheLimits_data()
     QTest::addColumn<double>("low");
     QTest::addColumn<double>("high");
     const data::Limits some{1.0, 2.0};
-    QTest::newRow("first value sets both ends") << data::noLimits << 3.0 << 3.0 << 3.0;
+    QTest::newRow("first value sets both ends") << data::emptyLimits << 3.0 << 3.0 << 3.0;
     QTest::newRow("below") << some << -1.0 << -1.0 << 2.0;
     QTest::newRow("above") << some << 5.0 << 1.0 << 5.0;
     QTest::newRow("inside") << some << 1.5 << 1.0 << 2.0;
     QTest::newRow("NaN") << some << notANumber << 1.0 << 2.0;
-    QTest::newRow("infinity is an extreme") << data::noLimits << infinity << 1e300 << infinity;
+    QTest::newRow("infinity is an extreme") << data::emptyLimits << infinity << 1e300 << infinity;
 }
 
 void tst_Limits::valuesOnlyWidenTheLimits()

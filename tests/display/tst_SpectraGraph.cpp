@@ -133,7 +133,7 @@ void tst_SpectraGraph::rangeIsTheWindowWithMarginOfATwentieth()
     QCOMPARE(range.y0, -1.25);
     QCOMPARE(range.y1, 4.25);
     // The range applies to the presented values: here the post-edge line is subtracted.
-    drawing.graph.kind = AMutE::lessPostEdge;
+    drawing.graph.kind = AMutE::minusPostEdge;
     drawing.graph.curves.removeLast();
     AMutE lifted = spectrumOf({{8400, 4}, {8410, 6}});
     lifted.postLine = {10.0, 0.0, 0.0};
@@ -367,7 +367,7 @@ void tst_SpectraGraph::fitUsesItsShiftButNotThePresentation()
     fit.dE = 2.5;
     fit.valid = fit.switchedOn = false;
     fit.preLine = fit.postLine = {7.0, 0.0, 0.0};
-    drawing.graph.kind = AMutE::lessPreEdge; // the pre-edge line is 0 for the curve, 7 for the fit
+    drawing.graph.kind = AMutE::minusPreEdge; // the pre-edge line is 0 for the curve, 7 for the fit
     drawing.graph.fitted = &fit;
     drawing.expected.fitted = {{8325, 0.2}, {8405, 1.2}};
     QVERIFY(drawing.matchesExpected());

@@ -71,7 +71,7 @@ bool doubleClick(const panel::ResultMapView& view, Qt::KeyboardModifiers keys,
     MouseC mouse;
     mouse.dClickButton = button;
     mouse.dClickMods = keys;
-    return view.takeDoubleClick(mouse);
+    return view.handleDoubleClick(mouse);
 }
 
 } // namespace

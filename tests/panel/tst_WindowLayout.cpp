@@ -297,7 +297,7 @@ class Program
 public:
     explicit Program(app::Language language)
     {
-        app::speak(language, m_translator);
+        app::installLanguage(language, m_translator);
         m_body = std::make_unique<Body>();
         panel = m_body->findChild<FourPs*>();
     }

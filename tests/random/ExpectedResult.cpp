@@ -231,7 +231,7 @@ void ExpectedResult::calculateNonEquivalent(MapResult& result) const
         stack.valences.append(m_panel.Refs.RefRows.at(reference)->Valence->text());
     }
     const int kind =
-        m_panel.ui.SubPostEforRef->isChecked() ? AMutE::lessPostEdge : AMutE::lessPreEdge;
+        m_panel.ui.SubPostEforRef->isChecked() ? AMutE::minusPostEdge : AMutE::minusPreEdge;
     for (const int row : usedRows()) {
         stack.maps.append(m_panel.EPoints.at(row));
         stack.energies.append(m_panel.EPoints.at(row)->Energy->text().toDouble());

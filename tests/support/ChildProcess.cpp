@@ -82,9 +82,9 @@ ChildProcess::ChildProcess(const QString& program)
 {
 }
 
-void ChildProcess::setPatience(int milliseconds)
+void ChildProcess::setTimeout(int milliseconds)
 {
-    m_patience = milliseconds;
+    m_timeoutMs = milliseconds;
 }
 
 void ChildProcess::setWorkingFolder(const QString& folder)
@@ -170,7 +170,7 @@ ChildRun ChildProcess::run(const QStringList& arguments)
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(m_folder);
     start(process, arguments);
-    const bool hasEnded = process.waitForFinished(m_patience);
+    const bool hasEnded = process.waitForFinished(m_timeoutMs);
     ChildRun left;
     left.trouble = troubleOf(process, hasEnded);
     process.kill();

@@ -39,7 +39,7 @@ public:
     explicit ChildProcess(const QString& program);
 
     /// Time until the program must have ended; a minute if not set.
-    void setPatience(int milliseconds);
+    void setTimeout(int milliseconds);
 
     void setWorkingFolder(const QString& folder);
     void setVariable(const QString& name, const QString& value);
@@ -75,7 +75,7 @@ private:
     QString m_program;
     QString m_folder;
     QList<std::pair<QString, QString>> m_variables;
-    int m_patience = 60000;
+    int m_timeoutMs = 60000;
     std::optional<qint64> m_addressSpace;
     std::optional<qint64> m_fileSize;
     bool m_hasReaderOfErrors = true;

@@ -114,7 +114,7 @@ ChildRun tst_BigFiles::read(const char* step, const QString& path)
 {
     ChildProcess child = systemChild();
     if (isFullSize()) {
-        child.setPatience(600000);
+        child.setTimeout(600000);
     }
     return child.runSteps({step, QFile::encodeName(path)});
 }

@@ -145,7 +145,7 @@ QByteArray tst_OddPaths::make(const QByteArray& what) const
 ChildRun tst_OddPaths::run(const QList<QByteArray>& steps) const
 {
     ChildProcess child = systemChild();
-    child.setPatience(timeoutMs);
+    child.setTimeout(timeoutMs);
     return child.runSteps(steps);
 }
 

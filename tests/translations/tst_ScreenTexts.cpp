@@ -448,7 +448,7 @@ void tst_ScreenTexts::untranslatedAxisTitlesOfTheComparisonStayEnglish()
 {
     QCoreApplication::removeTranslator(&m_translator);
     QTranslator translator;
-    app::speak(app::Language::Japanese, translator);
+    app::installLanguage(app::Language::Japanese, translator);
     panel().LCFvs4PS.append({0.5, 2.5, 0.5, 2.5, 0});
     QCOMPARE(textsIn(panel().Disps->frame(Displays::DLCFvs4PS)), (QStringList{"LCF", "MPs"}));
     // The table has a translation for the texts of this plot.

@@ -295,7 +295,7 @@ void tst_TextTable::everyMessageCanBeLookedUp()
 {
     QFETCH(QmMessage, message);
     QTranslator translator;
-    app::speak(app::Language::Japanese, translator);
+    app::installLanguage(app::Language::Japanese, translator);
     QVERIFY(!translator.isEmpty());
     const QString shown =
         QCoreApplication::translate(message.context.constData(), message.source.constData());
@@ -306,7 +306,7 @@ void tst_TextTable::everyMessageCanBeLookedUp()
 void tst_TextTable::textWithoutTranslationShowsItsSource()
 {
     QTranslator translator;
-    app::speak(app::Language::Japanese, translator);
+    app::installLanguage(app::Language::Japanese, translator);
     QCOMPARE(QCoreApplication::translate("FourPs", "8350"), QString("8350"));
     QCOMPARE(QCoreApplication::translate("DispABase", " x:"), QString(" x:"));
     QCOMPARE(QCoreApplication::translate("DispABase", "P/D"), QString("P/D"));
@@ -317,7 +317,7 @@ void tst_TextTable::textWithoutTranslationShowsItsSource()
 void tst_TextTable::textMissingFromTheTableShowsItsSource()
 {
     QTranslator translator;
-    app::speak(app::Language::Japanese, translator);
+    app::installLanguage(app::Language::Japanese, translator);
     for (const Asked& asked : askedInVain) {
         QCOMPARE(QCoreApplication::translate(qPrintable(asked.first), qPrintable(asked.second)),
                  asked.second);
@@ -327,7 +327,7 @@ void tst_TextTable::textMissingFromTheTableShowsItsSource()
 void tst_TextTable::messageFromAnotherContextIsNotUsed()
 {
     QTranslator translator;
-    app::speak(app::Language::Japanese, translator);
+    app::installLanguage(app::Language::Japanese, translator);
     QVERIFY(!translator.translate("FourPs", "Valence").isEmpty());
     QVERIFY(translator.translate("Displays", "Valence").isEmpty());
     QVERIFY(translator.translate("", "Valence").isEmpty());
@@ -444,7 +444,7 @@ void tst_TextTable::termsOfTheMethodAreTranslated()
     QFETCH(QString, source);
     QFETCH(QString, term);
     QTranslator translator;
-    app::speak(app::Language::Japanese, translator);
+    app::installLanguage(app::Language::Japanese, translator);
     const QString shown = QCoreApplication::translate("FourPs", qPrintable(source));
     QVERIFY2(shown.contains(term), qPrintable(shown));
 }

@@ -114,7 +114,7 @@ int main(int argc, char* argv[])
     }
     const QStringList wishes = arguments.mid(3);
     QTranslator translator;
-    app::speak(app::languageFromArguments(wishes), translator);
+    app::installLanguage(app::languageFromArguments(wishes), translator);
 
     Body body;
     auto* panel = body.findChild<FourPs*>();

@@ -86,7 +86,7 @@ int main(int argc, char** argv)
         return EXIT_FAILURE;
     }
     QTranslator translator;
-    app::speak(app::languageFromArguments(arguments.mid(2)), translator);
+    app::installLanguage(app::languageFromArguments(arguments.mid(2)), translator);
 
     Body body;
     body.show();
