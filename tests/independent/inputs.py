@@ -1,7 +1,7 @@
-"""Input files for the cases: spectra and maps, good, odd and broken.
+"""Input files for the cases: valid, unusual and broken spectra and maps.
 
-Everything comes from a random.Random that the caller seeds, so that the same
-seed makes the same bytes.
+All random numbers come from a random.Random that the caller seeds, so the same
+seed gives the same bytes.
 """
 
 import math
@@ -15,22 +15,22 @@ NUMBERS = (
 
 
 def mu(energy, valence, jump=1.0, base=0.3):
-    """A falling background, an edge that moves with the valence, a white line."""
+    """Absorbance: background, an edge that shifts with the valence, white line, oscillations."""
     edge = EDGE + 1.3 * valence
     L = 12398.42 / energy
     background = base + 0.02 * L**3 + 0.03 * L**4
     step = jump * (0.5 + math.atan((energy - edge) / 2.5) / math.pi)
     white = jump * (0.25 + 0.12 * valence) * math.exp(-(((energy - edge - 7.0) / 6.0) ** 2))
-    wiggle = 0.05 * jump * math.sin((energy - edge) / 12.0) * (energy > edge + 15)
-    return background + step + white + wiggle
+    oscillations = 0.05 * jump * math.sin((energy - edge) / 12.0) * (energy > edge + 15)
+    return background + step + white + oscillations
 
 
 def energies(rnd, count=36, low=8200.0, high=8560.0):
-    """Energies denser around the edge."""
-    third = count // 3
-    grid = [low + (8330 - low) * i / third for i in range(third)]
-    grid += [8330 + 90.0 * i / third for i in range(third)]
-    rest = count - 2 * third
+    """Energies (eV), denser around the edge, with random offsets."""
+    part = count // 3
+    grid = [low + (8330 - low) * i / part for i in range(part)]
+    grid += [8330 + 90.0 * i / part for i in range(part)]
+    rest = count - 2 * part
     grid += [8420 + (high - 8420) * (i + 1) / rest for i in range(rest)]
     return [round(e + rnd.uniform(-0.3, 0.3), 2) for e in grid]
 
@@ -46,7 +46,7 @@ def plain(points, head="# energy mut\n", line="%.2f %.5f\n", end="\n"):
 
 
 def beamline(points, rnd, modes=(1, 2), d="3.13551", kind=2, offset=True, tail=""):
-    """The form that opens with 9809: angles and counts."""
+    """The beamline (9809) format: angles and counts."""
     lines = ["  9809     KEK-PF  BL12C", "sample", " Mono :   SI(111)       D=  %s A    Initial angle= 13.7" % d]
     lines.append(" Angle(c)  Angle(o)   time/s  " + "  ".join(str(i + 2) for i in range(len(modes))))
     lines.append("Mode  0  0  " + "  ".join(map(str, modes)))
@@ -71,7 +71,7 @@ def beamline(points, rnd, modes=(1, 2), d="3.13551", kind=2, offset=True, tail="
 
 
 def odd_spectrum(rnd):
-    """A spectrum file that is good in a strange way, or no good at all."""
+    """An unusual but valid spectrum file, or an invalid one."""
     points = spectrum_points(rnd, rnd.uniform(0, 4), rnd.choice((9, 18, 24)))
     odd = rnd.randrange(20)
     if odd == 0:
@@ -118,7 +118,7 @@ def odd_spectrum(rnd):
 
 
 class Stack:
-    """Maps of one sample: valence and amount patterns seen at any energy."""
+    """Maps of one sample at any energy; the valence depends on x, the amount on y."""
 
     def __init__(self, rnd, width=5, height=4):
         self.rnd, self.width, self.height = rnd, width, height
@@ -157,9 +157,9 @@ class Stack:
                 lines.append("%g %g %d %d" % (x * 0.5, y * 0.5, i, i0))
         return end.join(lines) + end
 
-    def binary(self, energy, **lies):
+    def binary(self, energy, **options):
         values = [mut for _, _, mut in self.pixels(energy)]
-        return {"hex": binary_map(self.width, self.height, values, **lies).hex()}
+        return {"hex": binary_map(self.width, self.height, values, **options).hex()}
 
 
 def binary_map(width, height, values, header_size=None, cut=None, claim=None, flags=True):
@@ -181,7 +181,7 @@ def binary_map(width, height, values, header_size=None, cut=None, claim=None, fl
 
 
 def odd_map(rnd, stack, energy):
-    """A map file that is good in a strange way, or no good at all."""
+    """An unusual but valid map file, or an invalid one."""
     odd = rnd.randrange(22)
     text = stack.text(energy)
     if odd == 0:
