@@ -323,8 +323,8 @@ void Replay::newFile(const QJsonArray& action)
     fileRow(action.at(1).toString())->AFileSelect::newFile(local(action.at(2).toString()));
 }
 
-/// Calls a slot by name. A slot with one argument gets @p value converted to the
-/// argument's type.
+/// Calls a slot by name. A slot with a MouseC* argument gets a null pointer; another slot
+/// with an argument gets @p value, converted to the argument's type.
 void Replay::callSlot(QObject* object, const QString& name, const QJsonValue& value)
 {
     const QByteArray slot = name.toLatin1();
