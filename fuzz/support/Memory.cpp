@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-// In place of data::canAllocate(qint64): the linker turns the calls to here. The name is
-// the one that it has there.
+// Replaces data::canAllocate(qint64): the linker option --wrap redirects its calls to
+// this function, whose name is "__wrap_" plus the mangled name.
 extern "C" bool __wrap__ZN4data11canAllocateEx(qint64 bytes)
 {
     fuzz::mostAsked = std::max(fuzz::mostAsked, bytes);

@@ -1,4 +1,4 @@
-// The matrix library and what replaces it in loops over pixels.
+// The matrix library and the solvers that replace it in loops over pixels.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -22,7 +22,7 @@ namespace
 using Numbers = std::vector<double>;
 using Matrix = std::vector<Numbers>;
 
-constexpr int mostUnknowns = 7;
+constexpr int maxUnknowns = 7;
 
 bool same(const Numbers& a, const Numbers& b)
 {
@@ -44,16 +44,16 @@ std::vector<double*> rowsOf(Matrix& matrix)
     return rows;
 }
 
-/// What both factors and the solution are made of.
+/// A linear system a x = b.
 struct System {
     Matrix a;
     Numbers b;
-    bool isTame = false; ///< small whole numbers and a large diagonal
+    bool isTame = false; ///< small integers and a large diagonal
 
     int size() const { return static_cast<int>(b.size()); }
 };
 
-/// Singular systems come from equal rows and zeros, which are common.
+/// Equal rows and zeros are common, so singular systems occur.
 System nextSystem(fuzz::ByteReader& in, int n)
 {
     System system;
@@ -69,7 +69,7 @@ System nextSystem(fuzz::ByteReader& in, int n)
         system.b.push_back(number());
     }
     if (system.isTame && n > 1) {
-        // The order of the rows does not matter to a solution.
+        // The order of the rows must not change the solution.
         const auto shift = static_cast<std::ptrdiff_t>(in.number(0, n - 1));
         std::rotate(system.a.begin(), system.a.begin() + shift, system.a.end());
         std::rotate(system.b.begin(), system.b.begin() + shift, system.b.end());
@@ -77,7 +77,8 @@ System nextSystem(fuzz::ByteReader& in, int n)
     return system;
 }
 
-/// Elimination with rows that move and the right side beside them.
+/// Reference implementation: Gaussian elimination with partial pivoting that swaps the
+/// rows and the right-hand side.
 Numbers plainSolution(System system)
 {
     Matrix& a = system.a;
@@ -154,7 +155,7 @@ void checkTameSolution(const System& system, const Numbers& x)
     }
 }
 
-/// The library's solution; checks all on the way to it.
+/// The library's solution; checks all its intermediate results.
 Numbers checkLibrary(const System& system)
 {
     const int n = system.size();
@@ -208,7 +209,8 @@ void checkLanes(const std::array<System, analysis::laneCount>& systems,
     }
 }
 
-/// The round's row: the largest diagonal among the free ones, NaN below all.
+/// The pivot row: the largest diagonal element of the unused rows; NaN counts as smaller
+/// than any number.
 std::size_t plainDiagonalPivot(const Matrix& a, const std::vector<bool>& used)
 {
     std::size_t chosen = a.size();
@@ -294,7 +296,7 @@ void checkProducts(const System& left, const System& right)
     FUZZ_REQUIRE(same(a, c));
 }
 
-/// Sizes below 1 do nothing.
+/// Sizes below 1: all functions are no-ops.
 void checkNoSize(int n)
 {
     double** matrix = SmallMatrix::newMatrix(n);
@@ -308,7 +310,8 @@ void checkNoSize(int n)
     SmallMatrix::freeMatrix(n, matrix);
 }
 
-/// A fit with its matrix made once, against one made for each set of values.
+/// A fit that builds its matrix once, compared with one that builds it for each set of
+/// values.
 void checkCombination(fuzz::ByteReader& in, int unknowns)
 {
     const int rows = in.number(0, 9);
@@ -339,7 +342,7 @@ void fuzz::tryInput(const QByteArray& bytes)
 {
     ByteReader in(bytes);
     const int form = in.number(0, 3);
-    const int n = in.number(1, mostUnknowns);
+    const int n = in.number(1, maxUnknowns);
     if (form == 0) {
         checkCombination(in, n);
         return;
