@@ -416,8 +416,8 @@ void tryChoices(fuzz::ByteReader& in)
     const int boxes = in.number(0, 15);
     const analysis::MethodRadios radios{(boxes & 1) != 0, (boxes & 2) != 0, (boxes & 4) != 0,
                                         (boxes & 8) != 0};
-    const QList<int> odd{std::numeric_limits<int>::min(), std::numeric_limits<int>::max()};
-    const int selected = in.number(0, 7) == 7 ? in.oneOf(odd) : in.number(-1, 9);
+    const QList<int> extremes{std::numeric_limits<int>::min(), std::numeric_limits<int>::max()};
+    const int selected = in.number(0, 7) == 7 ? in.oneOf(extremes) : in.number(-1, 9);
     const int valid = in.number(0, 4);
     using analysis::Variant;
     const bool linear = radios.linearBackground;

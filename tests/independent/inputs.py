@@ -70,49 +70,49 @@ def beamline(points, rnd, modes=(1, 2), d="3.13551", kind=2, offset=True, tail="
     return "\n".join(lines) + "\n" + tail
 
 
-def odd_spectrum(rnd):
+def unusual_spectrum(rnd):
     """An unusual but valid spectrum file, or an invalid one."""
     points = spectrum_points(rnd, rnd.uniform(0, 4), rnd.choice((9, 18, 24)))
-    odd = rnd.randrange(20)
-    if odd == 0:
+    variant = rnd.randrange(20)
+    if variant == 0:
         return plain(points[::-1])
-    if odd == 1:
+    if variant == 1:
         return plain(points, end="\r\n")
-    if odd == 2:
+    if variant == 2:
         return plain([p + (rnd.random(),) for p in points], line="%.2f\t%.5f  %.3f\n")
-    if odd == 3:
+    if variant == 3:
         return "energy mut\n" + plain(points, head="")
-    if odd == 4:
+    if variant == 4:
         return plain(points) + "8600 nan\n8610 inf\nnan 1\ninf 2\n8620 -inf\n"
-    if odd == 5:
+    if variant == 5:
         return plain(points[:1])
-    if odd == 6:
+    if variant == 6:
         return plain(points[:2])
-    if odd == 7:
+    if variant == 7:
         return ""
-    if odd == 8:
+    if variant == 8:
         return "# nothing but a comment\n\n8300\n"
-    if odd == 9:
+    if variant == 9:
         return plain([p for p in points for _ in (0, 1)])
-    if odd == 10:
+    if variant == 10:
         rnd.shuffle(points)
         return plain(points)
-    if odd == 11:
+    if variant == 11:
         return beamline(points, rnd, offset=False)
-    if odd == 12:
+    if variant == 12:
         return beamline(points, rnd, modes=(1, 0, 3, 3, 2))
-    if odd == 13:
+    if variant == 13:
         return beamline(points, rnd, modes=(2, 1, 2))
-    if odd == 14:
+    if variant == 14:
         return beamline(points, rnd, modes=(2, 2))
-    if odd == 15:
+    if variant == 15:
         return beamline(points, rnd, modes=(1, 4, 2))
-    if odd == 16:
+    if variant == 16:
         return beamline(points, rnd, d=rnd.choice(("3.1", "abc", "0", "3.13551,")))
-    if odd == 17:
+    if variant == 17:
         second = "Mode 0 0 2 1\n" if rnd.random() < 0.5 else "Mode 0 0 1 3\n"
         return beamline(points, rnd, tail=second + " 13.1 13.1 1.0 5000 4000\n 13.0 13.0 1.0 5000\n 12.9 12.9 1.0 0 0\n")
-    if odd == 18:
+    if variant == 18:
         return {"hex": rnd.randbytes(90).replace(b"\0", b"0").replace(b"\xff", b"5").hex()}
     return plain(points, head="", line="%.2f,%.5f\n")
 
@@ -180,33 +180,33 @@ def binary_map(width, height, values, header_size=None, cut=None, claim=None, fl
     return data[:cut]
 
 
-def odd_map(rnd, stack, energy):
+def unusual_map(rnd, stack, energy):
     """An unusual but valid map file, or an invalid one."""
-    odd = rnd.randrange(22)
+    variant = rnd.randrange(22)
     text = stack.text(energy)
-    if odd == 0:
+    if variant == 0:
         return stack.text(energy, columns=3)
-    if odd == 1:
+    if variant == 1:
         return stack.text(energy, kind="1306")
-    if odd == 2:
+    if variant == 2:
         return stack.text(energy, kind="2003901")
-    if odd == 3:
+    if variant == 3:
         return stack.text(energy, kind="axis")
-    if odd == 4:
+    if variant == 4:
         return stack.text(energy, end="\r\n")
-    if odd == 5:
+    if variant == 5:
         return stack.text(energy, head=False)
-    if odd == 6:
+    if variant == 6:
         return stack.text(energy, size=(stack.width + 2, stack.height))
-    if odd == 7:
+    if variant == 7:
         return stack.text(energy, size=(stack.width, stack.height - 1))
-    if odd == 8:
+    if variant == 8:
         return stack.text(energy, size=(0, 4))
-    if odd == 9:
+    if variant == 9:
         return text.replace("# X-NUM", "#X-NUM")
-    if odd == 10:
+    if variant == 10:
         return text + "1 2\nx y z w\nnan inf 1e400 -1\n\n"
-    if odd == 11:
+    if variant == 11:
         lines = text.split("\n")
         for i in range(4, len(lines) - 1):
             if rnd.random() < 0.4:
@@ -214,22 +214,22 @@ def odd_map(rnd, stack, energy):
                 tokens[rnd.choice((2, 3))] = rnd.choice(("0", "nan", "inf", "-3", "word", "1,000", "1e400", "-0"))
                 lines[i] = " ".join(tokens)
         return "\n".join(lines)
-    if odd == 12:
+    if variant == 12:
         return text.replace("eV", "eV\n# ENERGY : %s eV" % rnd.choice(NUMBERS[1:8]))
-    if odd == 13:
+    if variant == 13:
         return ""
-    if odd == 14:
+    if variant == 14:
         return "# X-NUM 5\n# Y-NUM 4\n"
-    if odd == 15:
+    if variant == 15:
         return "# 2003901\n" + "".join("%d %d 3 4 5\n" % (x, y) for y in range(3) for x in range(4))
-    if odd == 16:
+    if variant == 16:
         return stack.binary(energy, cut=rnd.choice((70, 256, 300, 333)))
-    if odd == 17:
+    if variant == 17:
         return stack.binary(energy, claim=rnd.choice(((-1, 4), (0, 0), (7, 3), ("x", 2), (100000, 100000), (4, 60))))
-    if odd == 18:
+    if variant == 18:
         return stack.binary(energy, header_size=rnd.choice(("0", "100", "-5", "99999999999", "128")))
-    if odd == 19:
+    if variant == 19:
         return {"hex": rnd.randbytes(120).replace(b"\0", b"0").replace(b"\xff", b"5").hex()}
-    if odd == 20:
+    if variant == 20:
         return text.replace("# X-NUM 5", "# X-NUM 200000").replace("# y-num 4", "# Y-NUM 200000")
     return stack.text(energy, kind="2003901").replace("# I0 : 1", rnd.choice(("# I0 : 9", "# I0 1", "# i0 :2", "# I0 : -2")))

@@ -902,8 +902,8 @@ class RandomCase:
         width, height = rnd.choice(((5, 4), (3, 2), (4, 3), (2, 2)))
         files, _, self.stack = fit_measurement(rnd.random(), width, height, rnd.choice((12, 18, 24)))
         for n in range(odd_files):
-            files["@/in/odd%d.txt" % n] = inputs.odd_spectrum(rnd)
-            files["@/in/odd%d.dat" % n] = inputs.odd_map(rnd, self.stack, rnd.uniform(8300, 8480))
+            files["@/in/odd%d.txt" % n] = inputs.unusual_spectrum(rnd)
+            files["@/in/odd%d.dat" % n] = inputs.unusual_map(rnd, self.stack, rnd.uniform(8300, 8480))
         if rnd.random() < 0.7:
             files.update({"@/out/r_HGAlpha.dat": "", "@/out/r_HGThick.dat": ""})
         self.spectra = [p for p in files if p.endswith(".txt")] + ["@/in/beam.dat", "@/in/missing.txt"]
@@ -1012,9 +1012,9 @@ class RandomCase:
     def _overwrite(self, paths):
         path = self.rnd.choice(paths)
         if path in self.good_maps:
-            content = inputs.odd_map(self.rnd, self.stack, self.rnd.uniform(8300, 8480))
+            content = inputs.unusual_map(self.rnd, self.stack, self.rnd.uniform(8300, 8480))
         else:
-            content = inputs.odd_spectrum(self.rnd)
+            content = inputs.unusual_spectrum(self.rnd)
         self.case.do("file", path, content)
         rows = ["Row%d" % n for n in range(1, 6)] if path in self.good_maps else ["Ref1", "Ref2", "Target"]
         self.case.do("load", self.rnd.choice(rows), path)
@@ -1070,7 +1070,7 @@ def random_fits(seed, length=30):
         points = [(rnd.choice(few), rnd.choice(wild[:7])) for _ in range(rnd.randrange(1, 9))]
         files["@/in/few%d.txt" % n] = "".join("%s %s\n" % p for p in points)
     for n in range(6):
-        files["@/in/odd%d.txt" % n] = inputs.odd_spectrum(rnd)
+        files["@/in/odd%d.txt" % n] = inputs.unusual_spectrum(rnd)
     good = ["ref%d.txt" % n for n in range(1, 5)] + ["target.txt", "beam.dat"]
     names = ["wild%d.dat" % n for n in range(1, 9)] + ["map%d.dat" % n for n in range(1, 9)] + good
     names += ["few%d.txt" % n for n in range(6)] + ["odd%d.txt" % n for n in range(6)]

@@ -39,8 +39,8 @@ void printNote(std::string_view end)
     }
 }
 
-// Raises the signal again, whose action is the default one by now, so the program ends as
-// it would without this handler.
+// Prints the note and raises the signal again. Its default action is restored by then
+// (SA_RESETHAND), so the program ends as it would without this handler.
 void onFault(int signal)
 {
     printNote(": the program ended here\n");
@@ -48,7 +48,7 @@ void onFault(int signal)
 }
 
 #ifndef AELK_WITH_ADDRESS_SANITIZER
-/// For the handler of a stack overflow.
+/// Stack of the handlers, because a stack overflow leaves no space on the normal one.
 std::array<char, 65536> alternateStack;
 #endif
 
@@ -58,7 +58,8 @@ void onAlarm(int)
     ::_exit(3);
 }
 
-/// Calls @p handler for the first @p signal and resets the action to the default.
+/// Installs @p handler for @p signal. It is called at most once; afterwards the default
+/// action applies.
 void handleOnce(int signal, void (*handler)(int))
 {
     struct sigaction action = {};

@@ -128,8 +128,8 @@ ExpectedResult::Form ExpectedResult::fourPointForm(int selected) const
     return others + 1 < needed ? Form::None : form; // plus 1 for the V row
 }
 
-// Intended behaviour: a reference row in use with index i needs an i-th entry in the list
-// of references in use, and that reference must be valid.
+// As in the program, on purpose: a reference row in use with index i needs an i-th entry
+// in the list of references in use, and that reference must be valid.
 bool ExpectedResult::hasBrokenReference() const
 {
     const QList<int> used = usedReferences();

@@ -39,8 +39,8 @@ FileActions::FileActions(PanelWindows& windows, RandomFiles& files)
     closeDialogs();
 }
 
-// One row per kind. The other rows are alike, and each dialog that was opened keeps a
-// megabyte.
+// One row per kind of dialog; the other rows are alike. Each dialog that was opened keeps
+// a megabyte of memory.
 QList<AFileSelect*> FileActions::rowsWithDialogs() const
 {
     const FourPs& panel = m_windows.panel();

@@ -19,8 +19,8 @@ namespace tests
 class FileActions
 {
 public:
-    /// Opens each dialog once, because an opened dialog keeps memory; later measurements
-    /// then see no growth. @p files must be ready and must outlive the actions.
+    /// Opens each dialog once, because a dialog keeps memory after its first use, which
+    /// would count as growth later. @p files must be ready and must outlive the actions.
     FileActions(PanelWindows& windows, RandomFiles& files);
 
     QList<ActionKind> kinds();

@@ -174,18 +174,18 @@ QString MouseActions::dragLine(Draw& draw)
     DispArea* surface = m_windows.panel().Disps->frame(id)->DispA;
     const int line = draw.upTo(static_cast<int>(surface->markLines->lines.size()));
     const double step = draw.oneOf({7.0, -4.0, 0.5});
-    const bool isLetGo = !draw.onceIn(3);
+    const bool isReleased = !draw.onceIn(3);
     const Qt::MouseButton button = mostlyLeftButton(draw);
     const Qt::KeyboardModifiers keys = someKeys(draw);
     if (surface->isVisible()) {
         const QPointF from(surface->cc.r2sX(surface->markLines->value(line)), 20.0);
         press(surface, from, button, keys);
         move(surface, from + QPointF(step, 0.0), button, keys);
-        if (isLetGo) {
+        if (isReleased) {
             releaseButton(surface, from + QPointF(1.5 * step, 0.0), button, keys);
         }
     }
-    return QString::number(line) + (isLetGo ? ", let go" : "");
+    return QString::number(line) + (isReleased ? ", released" : "");
 }
 
 QString MouseActions::dragBar(Draw& draw)

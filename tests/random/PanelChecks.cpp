@@ -92,7 +92,7 @@ void PanelChecks::checkResult()
 {
     const MapResult found = resultOf(m_panel);
     if (const QString difference = differenceOf(found, m_result); !difference.isEmpty()) {
-        complain(QStringLiteral("the result is not that of the reference implementation: ") +
+        complain(QStringLiteral("the result differs from the reference implementation: ") +
                  difference);
         m_result = found; // report each difference once
     }
@@ -117,8 +117,9 @@ QStringList PanelChecks::afterAction(const QStringList& stalePictures)
     return std::exchange(m_complaints, {});
 }
 
-// Reversed limits of the result map are possible and are displayed as they are. Only the
-// number is compared, not the text: a typed text that changes no limit is kept.
+// The result map can have reversed limits, which are displayed as they are. Only the
+// numbers are compared, not the texts: a typed text that does not change the limit is
+// kept.
 void PanelChecks::checkLimits(const DispMBase* map)
 {
     const auto shown = [](const QLineEdit* edit) { return sixDigits(edit->text().toDouble()); };

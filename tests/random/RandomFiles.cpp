@@ -135,11 +135,11 @@ QString RandomFiles::hostileFile(Draw& draw)
         damage(path, draw);
         return path;
     }
-    const QList<QString> odd{
+    const QList<QString> paths{
         QString(),           m_dir.filePath(QStringLiteral("missing/missing.dat")),
         m_dir.path(),        QStringLiteral("/dev/null"),
         QString(4096, u'x'), m_dir.filePath(QString(QChar(0xd800)) + QStringLiteral(".dat"))};
-    return odd.at(which - texts - 6);
+    return paths.at(which - texts - 6);
 }
 
 QString RandomFiles::damage(const QString& path, Draw& draw)

@@ -35,8 +35,9 @@ void pressKey(QWidget* widget, int key, Qt::KeyboardModifiers keys = {}, const Q
     QCoreApplication::sendEvent(widget, &release);
 }
 
-/// Gives a widget the keyboard focus, as a mouse press does: shortcuts belong to the
-/// active window. Does nothing if the widget is hidden.
+/// Gives a widget the keyboard focus, as a mouse press does, and activates its window,
+/// because shortcuts work only in the active window. Does nothing if the widget is
+/// hidden.
 void focus(QWidget* widget)
 {
     if (widget->isVisible() && !widget->hasFocus()) {
@@ -54,7 +55,7 @@ void commit(QWidget* widget, const QString& text)
 }
 
 /// Texts that a field does not expect.
-QString oddText(Draw& draw)
+QString unusualText(Draw& draw)
 {
     static const QStringList texts{
         "NaN",
@@ -163,7 +164,7 @@ QString WidgetActions::type(QLineEdit* edit, Draw& draw)
 {
     static const QStringList numbers{"0.5", "1", "2.25", "3", "-1", "8350", "8381", "100", "-50"};
     const QString name = PanelWindows::nameOf(edit);
-    const QString text = draw.onceIn(2) ? draw.oneOf(numbers) : oddText(draw);
+    const QString text = draw.onceIn(2) ? draw.oneOf(numbers) : unusualText(draw);
     focus(edit);
     if (!draw.onceIn(3)) {
         pressKey(edit, Qt::Key_A, Qt::ControlModifier);
@@ -260,14 +261,14 @@ void WidgetActions::shortenTexts()
         QLineEdit* edit = m_longTexts.at(i);
         const QString text = edit->text();
         const bool isLong = text.size() > ordinaryText;
-        const bool stays = isLong && text.size() <= longText && kept < maxLongTexts;
+        const bool isKept = isLong && text.size() <= longText && kept < maxLongTexts;
         {
             const QSignalBlocker quiet(edit);
             const bool wasTyped = edit->isModified();
-            edit->setText(stays ? text : text.left(ordinaryText)); // clears the undo history
+            edit->setText(isKept ? text : text.left(ordinaryText)); // clears the undo history
             edit->setModified(wasTyped);
         }
-        if (stays) {
+        if (isKept) {
             ++kept;
             continue;
         }

@@ -29,8 +29,8 @@ struct ChildRun {
 
 /// Starts a program on the offscreen platform, with limits enforced by the kernel, and
 /// waits for it to exit. A program that does not exit in time is killed and reported as
-/// hanging. SIGPIPE and SIGXFSZ have their default action, as under a shell: they end the
-/// program unless it changes this itself.
+/// hanging. SIGPIPE and SIGXFSZ have their default actions, as under a shell: they end
+/// the program unless the program itself changes them.
 class ChildProcess
 {
 public:

@@ -6,8 +6,8 @@
 namespace tests::fits
 {
 
-/// Normalised references at 1 to 7 eV. They and a constant are linearly independent; the
-/// first two are so also from 2 to 6 eV.
+/// Normalised references at 1 to 7 eV. They are linearly independent of each other and of
+/// a constant; for the first two this also holds in the range 2 to 6 eV.
 inline const QList<double> energies{1, 2, 3, 4, 5, 6, 7};
 inline const QList<QList<double>> shapes{{9, 1, 0, 0.5, 2, 0.25, 3},
                                          {-9, 0, 1, 0.5, 0.75, 2, 8},
@@ -52,7 +52,7 @@ inline void setTarget(PanelInputs& inputs, const QList<double>& parts, double ba
     setNormalised(inputs.target, energies, mixed(parts, base), 1, 8);
 }
 
-/// Makes the last two energy rows mark the fit range, the upper end first.
+/// Marks the last two energy rows as the ends of the fit range, the upper end first.
 inline void setRange(PanelInputs& inputs, double from, double to)
 {
     inputs.points[6].energy = to;

@@ -6,8 +6,8 @@
 namespace tests
 {
 
-/// A text map whose counts depend on @p seed. Its header has an ENERGY line only if @p
-/// energy is not empty.
+/// A text map whose counts depend on @p seed. Its header has an ENERGY line only if
+/// @p energy is not empty.
 inline QByteArray mapText(int width, int height, int seed, const QByteArray& energy)
 {
     QByteArray text = "# map\n# X-NUM " + QByteArray::number(width) + "\n# Y-NUM " +

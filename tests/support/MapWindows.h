@@ -186,8 +186,8 @@ inline QList<double> viewOf(const DispMBase* window)
     return {cc.realX0, cc.realY0, cc.realX1, cc.realY1};
 }
 
-/// Centre of pixel (@p x, @p y) on a surface that shows the whole map of @p width by @p
-/// height pixels.
+/// Centre of pixel (@p x, @p y) on a surface that shows the whole map of @p width by
+/// @p height pixels.
 inline QPointF middleOf(const DispMBase* window, int width, int height, int x, int y)
 {
     const QSize size = window->DispA->size();

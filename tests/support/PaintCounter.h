@@ -11,11 +11,11 @@
 namespace tests
 {
 
-/// Waits for @p milliseconds and processes pending paint events. The wait is split into
-/// short turns, so on a busy machine too each turn processes all events.
+/// Waits for @p milliseconds. The wait consists of short turns that each process all
+/// events, so pending paints arrive even on a busy machine.
 inline void letPaintsArrive(int milliseconds = 20)
 {
-    constexpr int turn = 5; // ms; the platform gathers updates for this long
+    constexpr int turn = 5; // ms, the interval in which the platform collects updates
     for (int waited = 0; waited < milliseconds; waited += turn) {
         QTest::qWait(turn);
     }

@@ -41,7 +41,6 @@ inline std::optional<QRect> plainCell(const PlainMapView& view, int x, int y)
 
 /// Fills every pixel of a map with its colour.
 ///
-///
 /// @param colorAt  called as colorAt(x, y) for every pixel of the map
 template <class ColorAt>
 void plainFill(QPainter* p, const PlainMapView& view, int width, int height, ColorAt colorAt)

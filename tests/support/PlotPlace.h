@@ -11,7 +11,7 @@
 namespace tests
 {
 
-///  Data values at the edges of a plot area.
+/// Data values at the edges of a plot area.
 struct PlotRange {
     double x0 = 0.0;
     double y0 = 0.0;
@@ -51,7 +51,7 @@ struct PlotPlace {
         return place;
     }
 
-    /// The position of a value in pixels, not rounded.
+    /// The position of a value in pixels, before truncation.
     double columnOf(double x) const
     {
         return (right - left) / (range.x1 - range.x0) * (x - range.x0) + left;

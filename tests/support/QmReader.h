@@ -62,7 +62,7 @@ public:
 
     bool isGood() const { return m_good; }
     bool atEnd() const { return m_at == m_bytes.size(); }
-    void spoil() { m_good = false; }
+    void fail() { m_good = false; }
     quint32 place() const { return static_cast<quint32>(m_at); }
 
     QByteArrayView take(qsizetype count)
@@ -106,7 +106,7 @@ inline QString qmText(QmBytes& bytes)
         text += QChar(static_cast<char16_t>(units.number(2)));
     }
     if (!units.isGood()) {
-        bytes.spoil(); // odd number of bytes
+        bytes.fail(); // odd number of bytes
     }
     return text;
 }

@@ -322,11 +322,11 @@ QString RandomUser::dragLine()
     const QPointF from(surface->cc.r2sX(surface->markLines->value(line)), 20.0);
     press(surface, from);
     drag(surface, from + QPointF(7.0, 0.0));
-    const bool letGo = upTo(2) == 0;
-    if (letGo) {
+    const bool isReleased = upTo(2) == 0;
+    if (isReleased) {
         release(surface, from + QPointF(9.0, 0.0));
     }
-    return QString::number(line) + (letGo ? ", let go" : "");
+    return QString::number(line) + (isReleased ? ", released" : "");
 }
 
 QString RandomUser::dragBar()
