@@ -20,7 +20,7 @@ public:
     /// Maximum size of a mutation in bytes.
     static constexpr std::size_t maxBytes = 4096;
 
-    /// @param corpus  at least one input
+    /// @param corpus      at least one input
     /// @param dictionary  words of the target's input format; may be empty
     Mutator(std::vector<Input> corpus, std::vector<Input> dictionary, std::uint32_t seed);
 

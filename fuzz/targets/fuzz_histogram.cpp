@@ -146,7 +146,7 @@ void fuzz::tryInput(const QByteArray& bytes)
     if (counts.boxes > maxBinsToCount) {
         FUZZ_REQUIRE(counts.boxes <= HistogramCounts::maxBoxes);
         FUZZ_REQUIRE(counts.bins.size() == counts.boxes);
-        return; // counting would be slow and is not different
+        return; // counting is slow here and works in the same way
     }
     checkStarted(counts, limits);
 

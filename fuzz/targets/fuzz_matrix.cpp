@@ -48,7 +48,7 @@ std::vector<double*> rowsOf(Matrix& matrix)
 struct System {
     Matrix a;
     Numbers b;
-    bool isTame = false; ///< small integers and a large diagonal
+    bool isWellConditioned = false; ///< small integers and a large diagonal
 
     int size() const { return static_cast<int>(b.size()); }
 };
@@ -57,18 +57,20 @@ struct System {
 System nextSystem(fuzz::ByteReader& in, int n)
 {
     System system;
-    system.isTame = in.number(0, 3) == 0;
-    const auto number = [&] { return system.isTame ? in.number(-8, 8) : in.anyDouble(); };
+    system.isWellConditioned = in.number(0, 3) == 0;
+    const auto number = [&] {
+        return system.isWellConditioned ? in.number(-8, 8) : in.anyDouble();
+    };
     for (int i = 0; i < n; ++i) {
         Numbers row;
         for (int k = 0; k < n; ++k) {
-            row.push_back(number() + (system.isTame && i == k ? 100.0 : 0.0));
+            row.push_back(number() + (system.isWellConditioned && i == k ? 100.0 : 0.0));
         }
-        const bool repeats = !system.isTame && i > 0 && in.number(0, 15) == 15;
+        const bool repeats = !system.isWellConditioned && i > 0 && in.number(0, 15) == 15;
         system.a.push_back(repeats ? system.a.back() : row);
         system.b.push_back(number());
     }
-    if (system.isTame && n > 1) {
+    if (system.isWellConditioned && n > 1) {
         // The order of the rows must not change the solution.
         const auto shift = static_cast<std::ptrdiff_t>(in.number(0, n - 1));
         std::rotate(system.a.begin(), system.a.begin() + shift, system.a.end());
@@ -131,7 +133,7 @@ void checkFactors(const System& system, const Factors& factors)
             FUZZ_REQUIRE(i > k || factors.l[p][k] == (i == k ? 1.0 : 0.0));
         }
     }
-    if (!system.isTame) {
+    if (!system.isWellConditioned) {
         return;
     }
     for (std::size_t i = 0; i < n; ++i) {
@@ -176,7 +178,7 @@ Numbers checkLibrary(const System& system)
         solution.push_back(x[static_cast<std::size_t>(p)]);
     }
     FUZZ_REQUIRE(same(solution, plainSolution(system)));
-    if (system.isTame) {
+    if (system.isWellConditioned) {
         checkTameSolution(system, solution);
     }
     return solution;

@@ -123,7 +123,7 @@ void tryConversions(fuzz::ByteReader& in)
     FUZZ_REQUIRE(cc.labelWidth() == plainTruncated((cc.scrX1 - cc.scrX0) * cc.marginLeft));
     checkTick(cc, in.anyDouble(), in.anyDouble());
     if (!isSurface) {
-        return; // marks need a surface that is not empty
+        return; // marks need a coordinate transform that a widget has set up
     }
     const display::MarkPlaces places(cc);
     if (const auto place = places.at(v, p)) {

@@ -35,8 +35,8 @@ namespace
 
 using State = QMap<QString, QString>;
 
-/// The folder of the cases: the environment variable AELK_CASES, or else the committed
-/// cases.
+/// The folder of the cases: the value of the environment variable AELK_CASES if it is
+/// set, otherwise the folder of the committed cases.
 QString caseFolder()
 {
     return qEnvironmentVariable("AELK_CASES", QStringLiteral(AELK_CASES));

@@ -45,7 +45,7 @@ private Q_SLOTS:
         const MapForm& form = mapForms().at(static_cast<std::size_t>(index));
         for (const auto& [x, y] : {std::pair{0, 0}, std::pair{8, 12}, std::pair{48, 23}}) {
             const MixtureEstimate estimate = estimateMixture(form, mutAt(x, y));
-            // 1e-8: at 8320 and 8385 eV the edge step is not exactly 0 and 1
+            // 1e-8, because at 8320 and 8385 eV the step is not exactly 0 and 1
             QVERIFY(near(estimate.fraction, fractionAt(x, y), 1e-8));
             QVERIFY(near(estimate.jump, amountAt(x, y), 1e-8));
         }
@@ -78,8 +78,8 @@ private Q_SLOTS:
 
     void exactFourPointsJumpErrorIncludesTheLineBelowTheEdge()
     {
-        // Extrapolated from three rows: jump = (T2 - T1 - u (T1 - T0)) / (s2 - s1 - u (s1
-        // - s0)) with u = (E2 - E1) / (E1 - E0).
+        // The line through two rows below the edge is extrapolated: jump = (T2 - T1 - u
+        // (T1 - T0)) / (s2 - s1 - u (s1 - s0)) with u = (E2 - E1) / (E1 - E0).
         const Compound& compound = compounds()[niII];
         const double u = (8385.0 - 8320.0) / (8320.0 - 8250.0);
         const double divisor =

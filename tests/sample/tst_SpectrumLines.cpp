@@ -18,7 +18,7 @@ double below(double energyEv)
     return 0.05 + 0.36 * std::pow(wavelength, 3) - 0.14 * std::pow(wavelength, 4);
 }
 
-/// A spectrum that is a different straight line on each side of 8340 eV, without any
+/// A spectrum with a different Victoreen line on each side of 8340 eV and no other
 /// structure.
 std::vector<double> bareStep(double constant, double slope)
 {

@@ -32,7 +32,7 @@ inline constexpr std::array<double, 16> oddNumbers{0.0,
                                                    1e300,
                                                    -1e-300};
 
-/// The special values mixed into the ordinary numbers of a test.
+/// The kind of special values that are mixed into the ordinary numbers of a test.
 enum class Kind { Random, Singular, Zero, Infinite, NaN, Odd };
 
 inline constexpr std::array<Kind, 6> allKinds{Kind::Random,   Kind::Singular, Kind::Zero,

@@ -3,7 +3,7 @@
 
 #include "analysis/CalculationState.h"
 #include "data/A2DData.h"
-#include "support/MadeSpectrum.h"
+#include "support/SpectrumSetup.h"
 
 #include <array>
 #include <numeric>
@@ -31,8 +31,8 @@ struct PanelInputs {
     bool subPostForRef = false;
     bool subPostForTarget = false;
 
-    /// Setters that return *this, so calls can be chained. The first two put exactly the
-    /// given energy rows or references in use; markVRows() marks exactly the given rows
+    /// All setters return *this, so calls can be chained. useRows() and useReferences()
+    /// put exactly the given rows in use; markVRows() marks exactly the given energy rows
     /// as V points.
     PanelInputs& useRows(const QList<int>& rows);
     PanelInputs& useReferences(const QList<int>& rows);

@@ -4,7 +4,7 @@
 #include "panel/FourPs.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
-#include "support/MadeSpectrum.h"
+#include "support/SpectrumSetup.h"
 
 #include <QSignalBlocker>
 #include <QStringList>

@@ -1,5 +1,4 @@
-// Runs aelk on the nickel sample: aelk_sample FOLDER [-e
-//  -j]
+// Runs aelk on the nickel sample: aelk_sample FOLDER [-e | -j]
 //
 // With a display it opens all windows and waits; without one it saves their pictures to
 // out/. In both cases it writes the result maps to out/ and prints how close they are to

@@ -159,8 +159,7 @@ void SampleRun::recordShares(std::size_t count)
     }
 }
 
-/// Clears the results, so that a refused calculation cannot show those of the previous
-/// one.
+/// Clears the results, so that a refused calculation cannot show the previous ones.
 void SampleRun::clearResults()
 {
     for (const ARefFile* row : std::as_const(panel.Refs.RefRows)) {

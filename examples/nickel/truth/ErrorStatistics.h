@@ -17,9 +17,7 @@ public:
     /// cause of errors. NaN if any error is NaN.
     double rms() const;
 
-    /// Largest
-    /// error - bias
-    ///  / sigma; infinite if any error is NaN.
+    /// Largest |error - bias| / sigma; infinite if any error is NaN.
     double worst() const { return largest; }
 
     /// Mean of error - bias, and the expected standard deviation of this mean.
