@@ -6,6 +6,6 @@
 // this function, whose name is "__wrap_" plus the mangled name.
 extern "C" bool __wrap__ZN4data11canAllocateEx(qint64 bytes)
 {
-    fuzz::mostAsked = std::max(fuzz::mostAsked, bytes);
+    fuzz::peakRequest = std::max(fuzz::peakRequest, bytes);
     return bytes <= fuzz::freeMemory;
 }
