@@ -863,10 +863,10 @@ class Panel:
         self._show_mut("MutT", row, self.spectra[4], energy)
 
     def receiveNewEnergy(self, _e):
-        """Called directly there is no sender, so no row is known and nothing happens."""
+        """A direct call has no sender, so the row is unknown and nothing happens."""
 
     def receiveNewFile(self, _name):
-        """Called directly there is no sender, but the calculation still runs."""
+        """A direct call has no sender, but the calculation still runs."""
         self.calcBoth()
 
     def receiveNewDir(self, _dir):

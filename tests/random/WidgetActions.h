@@ -56,7 +56,7 @@ private:
     QString resizeWindow(Draw& draw);
 
     PanelWindows& m_windows;
-    QList<QLineEdit*> m_longTexts;           ///< fields that may have a long text, latest last
+    QList<QLineEdit*> m_longTexts;           ///< fields that can have a long text, latest last
     QSet<const QLineEdit*> m_preparedFields; ///< fields that already keep their maximum memory
     double m_fieldMemory = 0.0;
 };

@@ -4,8 +4,8 @@
 //
 // --only runs only the listed actions, --log writes the number and kind of the current
 // action to a file, --say prints each action. The exit status is 0 if every check passes,
-// and 1 after the first failure. The actions depend only on SEED, except that the
-// toolkit's threads influence the file dialogs. scripts/random runs this program and
+// and 1 after the first failure. The actions depend only on SEED, except that
+// threads of Qt influence the file dialogs. scripts/random runs this program and
 // reduces a failing list of actions.
 
 #include "app/Body.h"
@@ -150,7 +150,7 @@ private:
         return true;
     }
 
-    /// Allocated bytes, without the memory that the toolkit's fields keep by design.
+    /// Allocated bytes, without the memory that Qt's line edits keep by design.
     double memoryInUse() const { return tests::allocatedBytes() - m_user.keptByFields(); }
 
     bool finish()
@@ -158,7 +158,7 @@ private:
         m_log.begin(int(m_options.actions.size()), QStringLiteral("the end"));
         m_user.settle();
         m_checks.afterAction({});
-        // Bytes. The toolkit's caches fill slowly.
+        // Bytes. Qt's caches fill slowly.
         const double allowed = 3e6 + 1e3 * double(m_options.actions.size());
         const double grown = memoryInUse() - m_measured.memoryBefore;
         std::printf("seed %u: %d actions, %d results of %d calculations, slowest action %d with "

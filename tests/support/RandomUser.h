@@ -28,8 +28,8 @@ public:
     /// Performs one action and returns its description.
     QString act();
 
-    /// The title of the surface that the latest action does not repaint although its
-    /// content changes, which is intended; empty for every other action.
+    /// The title of the surface that the latest action, on purpose, does not repaint
+    /// although its content changes; empty for every other action.
     QString leftBehind() const { return m_staleSurface; }
 
 private:

@@ -19,7 +19,7 @@ struct TargetCheck {
 
     double off() const;
 
-    /// False also for NaN.
+    /// Also false for NaN.
     bool isGood() const { return off() <= bound; }
 };
 
@@ -32,7 +32,7 @@ struct MapCheck {
     MapCheck(const QString& quantity, const nickel::ErrorStatistics& statistics,
              double commonSigma);
 
-    /// False also for NaN.
+    /// Also false for NaN.
     bool isGood() const;
 
     QString what;

@@ -1,4 +1,4 @@
-// Compares the errors of many pixels with the errors that noise predicts.
+// Compares the errors of many pixels with the errors expected from noise.
 #pragma once
 
 namespace nickel

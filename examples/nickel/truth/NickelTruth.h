@@ -120,9 +120,10 @@ struct Image {
 const Image& imageOfTwo();
 
 /// The image of all four compounds. Each corner is a pure compound: Ni(II) and Ni(III) at
-/// the left and right of the first line, Ni(IV) and the metal in the last line; between
-/// them the fractions change linearly. Inside a disk it is twice as thick. At its
-/// energies all four compounds can be distinguished.
+/// the left and right of the first line, Ni(IV) and the metal at the left and right of
+/// the last line. Between the corners the fractions change linearly. The amount is twice
+/// as large inside a disk. At the energies of this image all four compounds can be
+/// distinguished.
 const Image& imageOfFour();
 
 } // namespace nickel
