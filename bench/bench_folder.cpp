@@ -1,6 +1,6 @@
-// What a folder of 5,000 files costs the file dialogs of a panel: the first
-// file from there, a "Write" into it, files that arrive in it while a
-// measurement runs; and what a panel costs to build.
+// Times the file dialogs of a panel in a folder of 5,000 files: choosing the first file,
+// a "Write" into the folder, and new files that arrive in it during a measurement; also
+// the construction of a panel.
 
 #include "panel/FourPs.h"
 #include "rows/ARefFile.h"
@@ -28,8 +28,8 @@ const int fileCount = bench::amount(5000, 50);
 const int arrivingCount = bench::amount(50, 5);
 constexpr int arrivalMs = 40;
 
-/// Processor time of the whole process so far, ms: the dialogs read their
-/// folder in threads of their own.
+/// Processor time of the whole process so far, ms: the dialogs read the folder in other
+/// threads.
 double processorMs()
 {
     return 1e3 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
@@ -45,7 +45,7 @@ void writeFile(const QString& path)
     }
 }
 
-/// A folder of spectrum files, made once.
+/// A folder of spectrum files, created on the first call.
 const QString& folder()
 {
     static const QTemporaryDir files;
@@ -58,14 +58,14 @@ const QString& folder()
     return path;
 }
 
-/// What the event loop did while it was watched.
+/// Measurements of the event loop.
 struct Load {
-    double stallMs = 0.0;     ///< the longest time without a look at the events
-    double processorMs = 0.0; ///< of all threads
+    double stallMs = 0.0;     ///< longest time without processing events
+    double processorMs = 0.0; ///< processor time of all threads
 };
 
-/// Runs the event loop for @p spanMs, then until the process has been idle for
-/// half a second.
+/// Runs the event loop for @p spanMs, and then until the process has been idle for half a
+/// second.
 class Watch
 {
 public:
@@ -86,7 +86,7 @@ public:
         }
     }
 
-    /// One thing that the event loop waits for.
+    /// Runs one action and records its duration as a possible stall.
     template <class Action>
     void turn(Action action)
     {
@@ -109,15 +109,16 @@ void report(benchmark::State& state, const Load& load)
     state.counters["processor_ms"] = load.processorMs;
 }
 
-/// A shown panel, at rest.
-struct Desk {
-    Desk()
+/// A shown panel without pending work.
+struct PanelSetup {
+    PanelSetup()
     {
         panel.show();
         Watch().run(0);
     }
 
-    /// "Sel." of the first reference, and its folder is read.
+    /// Opens the dialog of the first reference in the folder and waits until it has read
+    /// it.
     void openFolder() const
     {
         row->SelectB->click();
@@ -125,7 +126,7 @@ struct Desk {
         Watch().run(0);
     }
 
-    /// The first file is highlighted and taken.
+    /// Highlights the first file, which the panel loads at once, and closes the dialog.
     void takeFile() const
     {
         Q_EMIT dialog->currentChanged(folder() + QStringLiteral("/spectrum_00000.dat"));
@@ -152,10 +153,10 @@ void oneDialog(benchmark::State& state)
 void firstFile(benchmark::State& state)
 {
     for (auto run : state) {
-        const Desk desk;
-        desk.openFolder();
+        const PanelSetup setup;
+        setup.openFolder();
         Watch watch;
-        watch.turn([&] { desk.takeFile(); });
+        watch.turn([&] { setup.takeFile(); });
         watch.run(0);
         report(state, watch.load());
     }
@@ -164,13 +165,13 @@ void firstFile(benchmark::State& state)
 void write(benchmark::State& state)
 {
     for (auto run : state) {
-        const Desk desk;
-        desk.openFolder();
-        desk.takeFile();
+        const PanelSetup setup;
+        setup.openFolder();
+        setup.takeFile();
         Watch().run(0);
-        desk.panel.ui.SaveFSelect->FileName->setText(folder() + QStringLiteral("/result.dat"));
+        setup.panel.ui.SaveFSelect->FileName->setText(folder() + QStringLiteral("/result.dat"));
         Watch watch;
-        watch.turn([&] { desk.panel.ui.WriteB->click(); });
+        watch.turn([&] { setup.panel.ui.WriteB->click(); });
         watch.run(500);
         report(state, watch.load());
     }
@@ -179,9 +180,9 @@ void write(benchmark::State& state)
 void arriving(benchmark::State& state)
 {
     for (auto run : state) {
-        const Desk desk;
-        desk.openFolder();
-        desk.takeFile();
+        const PanelSetup setup;
+        setup.openFolder();
+        setup.takeFile();
         Watch().run(0);
         Watch watch;
         for (int i = 0; i < arrivingCount; ++i) {
@@ -240,7 +241,7 @@ int main(int argc, char** argv)
     const QTemporaryDir settings;
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     QApplication application(argc, argv);
-    folder(); // before the first measurement
+    folder(); // creates the folder before the first measurement
     add("buildPanel", buildPanel);
     add("buildRow", buildRow);
     addOnce("oneDialog", oneDialog);

@@ -1,6 +1,6 @@
-// What a pixel of the non-equivalent method costs in a large map over what it
-// costs in a small one, with maps that are new to the program; and the memory that
-// the large ones take.
+// Compares the time per pixel of the non-equivalent method in a large map and a small
+// one, with maps that the program has not read before, and prints the memory of the large
+// ones.
 
 #include "analysis/CalculationMemory.h"
 #include "analysis/HistogramCounts.h"
@@ -40,7 +40,7 @@ void calculate(const analysis::NeqStack& stack, A2DData& result)
     benchmark::DoNotOptimize(result.rows.constData());
 }
 
-/// The most memory that the program ever had, MB; 0 where the system tells none.
+/// Peak memory of the process, MB; 0 if the system does not report it.
 long peakMemory()
 {
     std::ifstream status("/proc/self/status");
@@ -74,7 +74,7 @@ void calculateFourPoints(const QList<A2DData>& maps, analysis::CalculationMemory
     analysis::mapExactFourPoints(stack, result, counts[0], counts[1]);
 }
 
-/// Maps of the same numbers that nothing is known of.
+/// Deep copies of the maps, for which no absorbance is cached.
 QList<A2DData> copiesOf(const QList<A2DData>& maps)
 {
     QList<A2DData> copies = maps;
@@ -100,7 +100,7 @@ void measure(benchmark::State& state, int side)
         calculateFourPoints(first, memory, result);
         peakOfFourPoints = peakMemory();
     }
-    calculateFrom(first); // takes fresh memory from the system
+    calculateFrom(first); // allocates new memory from the system
     if (isFirstOfAll) {
         peakOfNonEquivalent = peakMemory();
     }

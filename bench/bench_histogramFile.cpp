@@ -1,4 +1,4 @@
-// The text of a histogram file of a million bins.
+// Times the text of a histogram file with a million bins.
 #include "analysis/HistogramCounts.h"
 
 #include <benchmark/benchmark.h>

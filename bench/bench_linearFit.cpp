@@ -1,6 +1,6 @@
-// The linear combination fit of one target spectrum by four references, as it
-// runs at the end of every reflex: the reference, which searches each
-// spectrum from its first point for every point of the target, beside the product.
+// Times the linear combination fit of a target by four references, which runs at the end
+// of every recalculation. The reference implementation searches each spectrum from its
+// first point for every point of the target.
 
 #include "analysis/LinearFit.h"
 #include "data/AMutE.h"
@@ -14,7 +14,7 @@
 namespace
 {
 
-// An edge at `edgeEv` over a falling background, `count` points over 1000 eV.
+// A spectrum of `count` points over 1000 eV: an edge at `edgeEv` on a falling background.
 AMutE spectrum(double edgeEv, int count)
 {
     AMutE made;

@@ -1,11 +1,10 @@
-// A drag of the edge marker over 12,000 moves, from each mouse event to the
-// repainted windows, with small maps: what a move costs at the end beside one at
-// the start, and the memory that the process has. Comparison points and lines of
-// the message box pile up meanwhile, and the panel shows its box. A move costs the
-// median processor time of its hundred. Takes the number of moves as its one
-// argument.
+// Times a drag of the edge marker over 12,000 moves with small maps, from each mouse
+// event to the repainted windows, and compares the last moves with the first ones; also
+// prints the memory of the process. Points of the comparison plot and lines of the
+// visible message box accumulate during the drag. The time of a move is the median
+// processor time of a hundred moves. The only argument is the number of moves.
 
-#include "support/PanelDesk.h"
+#include "support/DragPanel.h"
 #include "support/Shortest.h"
 
 #include <QApplication>
@@ -35,7 +34,7 @@ double processorTime()
     return 1e3 * static_cast<double>(now.tv_sec) + 1e-6 * static_cast<double>(now.tv_nsec);
 }
 
-/// A size from the system's account of this process, MB.
+/// The entry @p name of /proc/self/status, MB.
 double memory(const char* name)
 {
     QFile status(QStringLiteral("/proc/self/status"));
@@ -64,18 +63,18 @@ int main(int argc, char** argv)
     QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
     const QApplication application(argc, argv);
     const int moves = argc > 1 ? std::max(std::atoi(argv[1]), hundred) : usualMoves;
-    bench::PanelDesk desk(true, 20);
-    desk.panel.show();
-    const int start = desk.edgePixel();
-    desk.send(QEvent::MouseButtonPress, start);
+    bench::DragPanel setup(true, 20);
+    setup.panel.show();
+    const int start = setup.edgePixel();
+    setup.send(QEvent::MouseButtonPress, start);
     printMemory("before");
-    std::vector<double> times; // of the median move in each hundred
-    std::vector<double> sums;  // of each hundred
+    std::vector<double> times; // median time in each hundred moves
+    std::vector<double> sums;  // total time of each hundred moves
     for (int i = 0; i < moves / hundred; ++i) {
         std::array<double, hundred> single{};
         for (int k = 0; k < hundred; ++k) {
             const double before = processorTime();
-            desk.send(QEvent::MouseMove, start + (k + i) % 41);
+            setup.send(QEvent::MouseMove, start + (k + i) % 41);
             single.at(static_cast<std::size_t>(k)) = processorTime() - before;
         }
         sums.push_back(std::accumulate(single.begin(), single.end(), 0.0));
@@ -86,11 +85,11 @@ int main(int argc, char** argv)
             std::fflush(stdout);
         }
     }
-    desk.send(QEvent::MouseButtonRelease, start);
+    setup.send(QEvent::MouseButtonRelease, start);
     printMemory("after");
     std::printf("longDrag %d lines in the box, %d points\n",
-                desk.panel.ui.Message->document()->blockCount() - 1,
-                static_cast<int>(desk.panel.LCFvs4PS.size()));
+                setup.panel.ui.Message->document()->blockCount() - 1,
+                static_cast<int>(setup.panel.LCFvs4PS.size()));
     std::printf("longDrag last hundred / first hundred = %.2f (all of their time: %.2f)\n",
                 times.back() / times.front(), sums.back() / sums.front());
     return 0;

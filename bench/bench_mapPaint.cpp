@@ -1,9 +1,7 @@
-// One paint of a result map of 1000 x 1000 pixels on a surface of 800 x 800: the
-// plain loop of one filled rectangle for each cell beside the product's; one paint
-// of the histograms of the same result; and one paint of the plot of thickness
-// against valence of a million records, spread over the plot: two circles for
-// each record, one after the other, beside the product's. The two pictures of the
-// plot are compared first.
+// Times one paint of a result map of 1000 x 1000 pixels on a surface of 800 x 800, of the
+// histograms of that result, and of the plot of thickness against valence with a million
+// points spread over the plot. The reference implementations fill one rectangle per map
+// pixel and draw two circles per point. The two pictures of the plot are compared first.
 
 #include "display/ChCoord.h"
 #include "display/DispMBase.h"
@@ -32,8 +30,7 @@ constexpr QSize surfaceSize(800, 800);
 constexpr int valence = 11;
 constexpr int totalDMut = 12;
 
-/// A ramp of the valence and a wave of the amount, with as much noise as a
-/// measurement has.
+/// A result map: a ramp of the valence and a wave of the amount, with @p noise.
 A2DData resultMap(double noise)
 {
     std::mt19937_64 random(5);
@@ -52,9 +49,9 @@ A2DData resultMap(double noise)
     return map;
 }
 
-/// A panel that shows a result.
-struct Desk {
-    explicit Desk(double noise)
+/// A panel that displays a result.
+struct ResultPanel {
+    explicit ResultPanel(double noise)
     {
         panel.BaseData = resultMap(noise);
         panel.MapDisp->setZRange(1.5, 3.5);
@@ -93,8 +90,8 @@ void paint(benchmark::State& state, const QList<DispArea*>& surfaces)
     }
 }
 
-/// The reference implementation: four conversions and one call for each cell, in
-/// view or not.
+/// Reference implementation: four coordinate conversions and one fillRect() per map
+/// pixel, whether visible or not.
 template <class ColorAt>
 void plainCells(QPainter* p, const ChCoord& cc, ColorAt colorAt)
 {
@@ -111,9 +108,9 @@ void plainCells(QPainter* p, const ChCoord& cc, ColorAt colorAt)
 
 void plainMap(benchmark::State& state, double noise)
 {
-    const Desk desk(noise);
-    const A2DData& map = desk.panel.BaseData;
-    const cBar* bar = desk.panel.MapDisp->CBar;
+    const ResultPanel setup(noise);
+    const A2DData& map = setup.panel.BaseData;
+    const cBar* bar = setup.panel.MapDisp->CBar;
     DispArea surface;
     surface.setFixedSize(surfaceSize);
     QObject::connect(&surface, &DispArea::draw, &surface, [&](QStylePainter* p) {
@@ -128,21 +125,21 @@ void plainMap(benchmark::State& state, double noise)
 
 void productMap(benchmark::State& state, double noise)
 {
-    const Desk desk(noise);
-    desk.panel.MapDisp->DispA->fitTo(0.0, 0.0, side, side);
-    paint(state, {desk.panel.MapDisp->DispA});
+    const ResultPanel setup(noise);
+    setup.panel.MapDisp->DispA->fitTo(0.0, 0.0, side, side);
+    paint(state, {setup.panel.MapDisp->DispA});
 }
 
 void histogramPair(benchmark::State& state)
 {
-    const Desk desk(0.02);
-    paint(state, {desk.plot(Displays::DHistA), desk.plot(Displays::DHistDMut)});
+    const ResultPanel setup(0.02);
+    paint(state, {setup.plot(Displays::DHistA), setup.plot(Displays::DHistDMut)});
 }
 
-/// Records all over the plot of a panel that shows them.
-struct SpreadDesk : Desk {
-    SpreadDesk()
-        : Desk(0.02)
+/// A panel whose points are spread over the whole plot.
+struct SpreadPanel : ResultPanel {
+    SpreadPanel()
+        : ResultPanel(0.02)
     {
         std::mt19937_64 random(7);
         std::uniform_real_distribution<double> valences(1.5, 3.5);
@@ -155,7 +152,7 @@ struct SpreadDesk : Desk {
     }
 };
 
-/// The plot record by record: two circles for each, in view or not.
+/// Reference implementation of the plot: two circles per point, whether visible or not.
 class PlainThickness : public display::Graph
 {
 public:
@@ -186,9 +183,9 @@ private:
     const FourPs& m_panel;
 };
 
-/// A panel whose plot is drawn record by record.
-struct PlainSpreadDesk : SpreadDesk {
-    PlainSpreadDesk()
+/// A panel that draws its plot with the reference implementation.
+struct PlainSpreadPanel : SpreadPanel {
+    PlainSpreadPanel()
     {
         QObject::disconnect(panel.Disps, &Displays::draw, &panel, &FourPs::draw);
         QObject::connect(panel.Disps, &Displays::draw, &panel,
@@ -199,18 +196,18 @@ struct PlainSpreadDesk : SpreadDesk {
     }
 };
 
-template <class SomeDesk>
+template <class SomePanel>
 void thicknessPlot(benchmark::State& state)
 {
-    const SomeDesk desk;
-    paint(state, {desk.plot(Displays::DDMutVsA)});
+    const SomePanel setup;
+    paint(state, {setup.plot(Displays::DDMutVsA)});
 }
 
-/// Whether both ways to draw the plot give the same picture.
+/// Whether the product and the reference implementation draw the same plot.
 bool isSameThicknessPlot()
 {
-    const SpreadDesk product;
-    const PlainSpreadDesk plain;
+    const SpreadPanel product;
+    const PlainSpreadPanel plain;
     return product.plot(Displays::DDMutVsA)->grab().toImage() ==
            plain.plot(Displays::DDMutVsA)->grab().toImage();
 }
@@ -229,9 +226,9 @@ int main(int argc, char** argv)
             ->Unit(benchmark::kMillisecond);
     }
     benchmark::RegisterBenchmark("histogramPair", histogramPair)->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("thicknessPlot/plain", thicknessPlot<PlainSpreadDesk>)
+    benchmark::RegisterBenchmark("thicknessPlot/plain", thicknessPlot<PlainSpreadPanel>)
         ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("thicknessPlot/product", thicknessPlot<SpreadDesk>)
+    benchmark::RegisterBenchmark("thicknessPlot/product", thicknessPlot<SpreadPanel>)
         ->Unit(benchmark::kMillisecond);
     if (!isSameThicknessPlot()) {
         std::fputs("The pictures of thicknessPlot differ.\n", stderr);

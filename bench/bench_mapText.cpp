@@ -1,4 +1,4 @@
-// Loading a four-column text map of 1000 by 1000 pixels.
+// Times loading a four-column text map of 1000 by 1000 pixels.
 #include "data/A2DData.h"
 #include "data/MapTextReader.h"
 #include "support/BigMap.h"
@@ -20,7 +20,7 @@ const QString& mapPath()
     return path;
 }
 
-/// Times @p read, which fills a fresh map and returns whether it is good.
+/// Times @p read, which fills a new map and returns whether it is valid.
 template <typename Read>
 void measure(benchmark::State& state, Read read)
 {

@@ -1,10 +1,10 @@
-// What one move and one release of a dragged edge marker cost, from the mouse
-// event to the repainted graph window: with nothing loaded, and with four
-// references, a target and eight maps of 1000 x 1000 pixels. Each valid
-// reference runs the whole reflex within a move. The reference implementation of
-// a loaded move is one plain calculation and one plain paint of the plots.
+// Times one move and one release of a dragged edge marker, from the mouse event to the
+// repainted graph window: without data, and with four references, a target and eight maps
+// of 1000 x 1000 pixels. In a move each valid reference triggers the whole recalculation.
+// The reference implementation of a move is one reference calculation and one reference
+// paint of the plots.
 
-#include "support/PanelDesk.h"
+#include "support/DragPanel.h"
 #include "support/PlainFits.h"
 #include "support/PlainHistograms.h"
 #include "support/PlainSpectra.h"
@@ -29,15 +29,15 @@ tests::PlainNeqStack plainStack(const FourPs& panel)
     stack.jumpSum = references;
     for (int j = 0; j < references; ++j) {
         QList<double> values;
-        for (const double energyEv : bench::desk::energiesEv) {
-            values.append(bench::desk::absorbed(j, energyEv) - 0.1);
+        for (const double energyEv : bench::dragData::energiesEv) {
+            values.append(bench::dragData::absorbed(j, energyEv) - 0.1);
         }
         stack.refValues.append(values);
         stack.weights.append(1.0 / references);
         stack.valences.append(QString::number(j));
     }
     stack.energies =
-        QList<double>(bench::desk::energiesEv.cbegin(), bench::desk::energiesEv.cend());
+        QList<double>(bench::dragData::energiesEv.cbegin(), bench::dragData::energiesEv.cend());
     for (const AEPoint* row : panel.EPoints) {
         stack.maps.append(row);
     }
@@ -53,8 +53,8 @@ tests::PlainCurve curveOf(const AMutE& spectrum)
     return curve;
 }
 
-/// One picture of each plot with data: the spectra's own plots, all of them in one,
-/// the histograms, and thickness against valence.
+/// Paints each plot that has data once: the plots of the single spectra, the plot of all
+/// spectra, the histograms, and thickness against valence.
 void paintPlainPlots(const FourPs& panel, const A2DData& result,
                      const tests::PlainNeqHistograms& counts)
 {
@@ -84,46 +84,46 @@ void paintPlainPlots(const FourPs& panel, const A2DData& result,
         thickness.picture({sizeOf(Displays::DDMutVsA), {-0.5, -0.5, 4.5, 4.5}}));
 }
 
-/// One calculation and one paint.
+/// Reference implementation of a move: one calculation and one paint.
 void movePlain(benchmark::State& state)
 {
-    const bench::PanelDesk desk(true, side);
-    const tests::PlainNeqStack stack = plainStack(desk.panel);
+    const bench::DragPanel setup(true, side);
+    const tests::PlainNeqStack stack = plainStack(setup.panel);
     for ([[maybe_unused]] auto run : state) {
         const tests::PlainHistogram shares{-0.5, 0.04, QList<int>(51, 0), 0, 0, 0};
         const QList<tests::PlainHistogram> ofReferences(4, shares);
         tests::PlainNeqHistograms histograms{shares, shares, ofReferences, ofReferences};
         A2DData result;
         tests::plainNonEquivalent(stack, result, histograms);
-        paintPlainPlots(desk.panel, result, histograms);
+        paintPlainPlots(setup.panel, result, histograms);
     }
 }
 
 void move(benchmark::State& state, bool loaded)
 {
-    const bench::PanelDesk desk(loaded, side);
-    const int start = desk.edgePixel();
-    desk.send(QEvent::MouseButtonPress, start);
+    const bench::DragPanel setup(loaded, side);
+    const int start = setup.edgePixel();
+    setup.send(QEvent::MouseButtonPress, start);
     int step = 0;
     for (auto run : state) {
         step = (step + 1) % 5;
-        desk.send(QEvent::MouseMove, start + step);
+        setup.send(QEvent::MouseMove, start + step);
     }
-    desk.send(QEvent::MouseButtonRelease, start);
+    setup.send(QEvent::MouseButtonRelease, start);
 }
 
 void release(benchmark::State& state, bool loaded)
 {
-    const bench::PanelDesk desk(loaded, side);
+    const bench::DragPanel setup(loaded, side);
     int direction = 3;
     for (auto run : state) {
         state.PauseTiming();
-        const int start = desk.edgePixel();
+        const int start = setup.edgePixel();
         direction = -direction;
-        desk.send(QEvent::MouseButtonPress, start);
-        desk.send(QEvent::MouseMove, start + direction);
+        setup.send(QEvent::MouseButtonPress, start);
+        setup.send(QEvent::MouseMove, start + direction);
         state.ResumeTiming();
-        desk.send(QEvent::MouseButtonRelease, start + direction);
+        setup.send(QEvent::MouseButtonRelease, start + direction);
     }
 }
 

@@ -1,7 +1,7 @@
-// The non-equivalent method on a stack of 1000 x 1000 pixels: the reference
-// implementation, which allocates, builds, factorises and solves a matrix and
-// parses the valences for every pixel, beside the product. The product runs once
-// with maps that are new to it and once with maps that it knows.
+// Times the non-equivalent method on 1000 x 1000 pixels. For every pixel the reference
+// implementation allocates, builds, factorises and solves a matrix and parses the
+// valences. The product runs once with maps that it has not read before and once with
+// cached absorbances.
 
 #include "analysis/CalculationMemory.h"
 #include "analysis/HistogramCounts.h"
@@ -23,7 +23,7 @@ namespace
 
 const int side = bench::amount(1000, 50);
 
-/// One map for each of @p rows; made once.
+/// One map per row in @p rows, created on the first call.
 const QList<A2DData>& mapsOf(const QList<int>& rows)
 {
     static std::map<QList<int>, QList<A2DData>> made;

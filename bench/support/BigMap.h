@@ -1,4 +1,4 @@
-// Large text maps for the benchmarks, made on the spot.
+// Generates large text maps for the benchmarks.
 #pragma once
 
 #include <QByteArray>
@@ -12,9 +12,9 @@
 namespace bench
 {
 
-/// Text of a map of @p width by @p height pixels in four columns (x and y in
-/// um, counts I and I0) as a beamline writes it: a header and one pixel to a
-/// line, x fastest. The same @p seed gives the same text.
+/// Text of a map of @p width by @p height pixels in four columns (x and y in um, counts I
+/// and I0), as a beamline writes it: a header and one line per pixel, row-major. The same
+/// @p seed gives the same text.
 inline QByteArray bigMapText(int width, int height, double energyEv = 8360.0, unsigned seed = 1306)
 {
     std::mt19937 random(seed);
@@ -37,8 +37,8 @@ inline QByteArray bigMapText(int width, int height, double energyEv = 8360.0, un
     return text;
 }
 
-/// Writes bigMapText() to @p name inside @p dir and returns the path; an empty
-/// string when that failed.
+/// Writes bigMapText() to the file @p name in @p dir and returns its path; an empty
+/// string on failure.
 inline QString writeBigMap(const QTemporaryDir& dir, const QString& name, int width, int height,
                            double energyEv = 8360.0, unsigned seed = 1306)
 {

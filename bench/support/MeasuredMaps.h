@@ -1,4 +1,4 @@
-// Stacks of measured maps for the benchmarks, made on the spot.
+// Generates stacks of maps of counts for the benchmarks.
 #pragma once
 
 #include "data/A2DData.h"
@@ -11,8 +11,9 @@
 namespace bench
 {
 
-/// @p count square maps of counts: I0 1e5, and I by mut = mutOf(map, f) with a
-/// little noise, where f rises from 0 to 1 along each line.
+/// Returns @p count square maps of @p side pixels with noisy counts: I0 is 1e5, and I
+/// corresponds to the absorbance mutOf(map, f), where f rises from 0 to 1 along each
+/// line.
 template <class MutOf>
 QList<A2DData> measuredMaps(int count, int side, MutOf mutOf)
 {

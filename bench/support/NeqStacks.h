@@ -1,4 +1,4 @@
-// Stacks of maps for the non-equivalent method, made on the spot.
+// Generates stacks of maps for the non-equivalent method.
 #pragma once
 
 #include "support/MeasuredMaps.h"
@@ -14,7 +14,7 @@ namespace bench
 
 inline constexpr double neqEnergiesEv[] = {8250, 8320, 8338, 8345, 8352, 8385, 8430, 8475};
 
-/// An edge with a white line, background off: one of four references.
+/// Absorbance of one of four references without background: an edge with a white line.
 inline double absorbedBy(int reference, double energyEv)
 {
     constexpr double edgesEv[] = {8343.6, 8345.4, 8347.2, 8333.0};
@@ -22,8 +22,8 @@ inline double absorbedBy(int reference, double energyEv)
     return 0.5 * (1 + std::erf(d / 3)) + 0.15 * (3 - reference) * std::exp(-0.03 * d * d);
 }
 
-/// Maps at the energies @p rows: along each line a ramp from the second reference
-/// to the first.
+/// Maps at the energies with the indices @p rows. Along each line the composition changes
+/// from the second reference to the first.
 inline QList<A2DData> neqMaps(int side, const QList<int>& rows)
 {
     return measuredMaps(static_cast<int>(rows.size()), side, [&](int k, double f) {
@@ -32,8 +32,8 @@ inline QList<A2DData> neqMaps(int side, const QList<int>& rows)
     });
 }
 
-/// The references at the energies @p rows beside @p maps, which must outlive the
-/// stack.
+/// The references at the energies with the indices @p rows, together with @p maps, which
+/// must outlive the stack.
 inline tests::PlainNeqStack neqStack(const QList<A2DData>& maps, bool victoreen, int references,
                                      const QList<int>& rows)
 {

@@ -1,5 +1,5 @@
-// Prints, beside the absolute times, how many times faster each "NAME/product" is
-// than its reference implementation "NAME/plain" of the same call.
+// Prints the absolute times and, for each "NAME/product", the ratio to its reference
+// implementation "NAME/plain" of the same run.
 #pragma once
 
 #include "support/Shortest.h"
@@ -17,13 +17,13 @@
 namespace bench
 {
 
-/// Ratios of processor times, each the median of all repetitions: the program
-/// calculates in one thread, and a busy machine spoils wall times.
+/// Prints ratios of processor times, each the median of all repetitions. The program
+/// calculates in one thread, and on a busy machine wall times are unreliable.
 class RatioReporter : public benchmark::ConsoleReporter
 {
 public:
     RatioReporter()
-        : ConsoleReporter(OO_None) // no colours: the table goes into files
+        : ConsoleReporter(OO_None) // no colours, because the table is saved to files
     {
     }
 
@@ -50,7 +50,7 @@ public:
         }
     }
 
-    /// The median time of the benchmark @p name, in its unit; 0 if it did not run.
+    /// The median time of the benchmark @p name in its unit; 0 if it did not run.
     double medianOf(const std::string& name) const
     {
         const auto times = m_times.find(name);
@@ -65,7 +65,8 @@ private:
         return times.size() % 2 == 1 ? times[middle] : 0.5 * (times[middle - 1] + times[middle]);
     }
 
-    /// Variants such as "NAME/again" share the reference implementation of "NAME".
+    /// The reference time of a benchmark. Variants such as "NAME/again" share the
+    /// reference implementation of "NAME".
     double plainTime(const std::string& name) const
     {
         const double time = medianOf(name + "/plain");
@@ -78,10 +79,10 @@ private:
     std::map<std::string, std::vector<double>> m_times;
 };
 
-/// Runs the benchmarks of the program, each five times in a random order (once in the
-/// shortest run) unless the command line says otherwise, and prints the ratios.
+/// Runs all benchmarks five times in random order and prints the ratios; once with
+/// AELK_BENCH_SHORTEST. The command line can change this.
 ///
-/// @param more  called with the reporter at the end, for further lines
+/// @param more  called with the reporter at the end, to print further lines
 template <class More>
 int runWithRatios(int argc, char** argv, More more)
 {

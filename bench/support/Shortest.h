@@ -1,4 +1,4 @@
-// A run of the benchmarks that shows that they work, in the least time.
+// A short run of the benchmarks that only shows that they work.
 #pragma once
 
 #include <cstdlib>
@@ -6,14 +6,14 @@
 namespace bench
 {
 
-/// Whether AELK_BENCH_SHORTEST is in the environment: each benchmark then runs once,
-/// and its times mean nothing.
+/// Whether AELK_BENCH_SHORTEST is set in the environment. Each benchmark then runs once
+/// on little data, and its times mean nothing.
 inline bool isShortest()
 {
     return std::getenv("AELK_BENCH_SHORTEST") != nullptr;
 }
 
-/// How much of something a benchmark works on: @p usual, or @p shortest in such a run.
+/// The amount of data of a benchmark: @p shortest in a short run, otherwise @p usual.
 inline int amount(int usual, int shortest)
 {
     return isShortest() ? shortest : usual;

@@ -1,8 +1,8 @@
 // Runs a fuzz target on a corpus and on mutations of it, without libFuzzer.
 //
-// The inputs are tried in a child process, so that whatever ends it (a failed
-// check, a sanitizer's report, no memory, a time limit) is told with the input
-// that was being tried.
+// The inputs are tried in a child process. If anything ends the child (a failed check, a
+// sanitizer's report, lack of memory, a time limit), the parent reports the input that
+// was being tried.
 #include "driver/Mutator.h"
 
 #include <sys/mman.h>
@@ -29,14 +29,14 @@ namespace
 namespace fs = std::filesystem;
 using fuzz::Input;
 
-constexpr unsigned longestSeconds = 20; // for one input, under the sanitizers
-constexpr std::size_t mostCorpusBytes = std::size_t{1} << 20;
+constexpr unsigned timeoutSeconds = 20; // time limit per input, for builds with sanitizers
+constexpr std::size_t maxCorpusBytes = std::size_t{1} << 20;
 
-/// What the child tells its parent, in memory that both have.
+/// The state of the child process, in memory shared with its parent.
 struct Progress {
-    char name[256];   ///< of the input that is being tried; empty between two
-    std::size_t size; ///< of that input
-    char bytes[mostCorpusBytes];
+    char name[256];   ///< name of the current input; empty between inputs
+    std::size_t size; ///< size of the current input
+    char bytes[maxCorpusBytes];
 };
 
 struct Task {
@@ -64,7 +64,7 @@ std::vector<fs::path> filesOf(const fs::path& folder)
     return files;
 }
 
-/// Tries inputs one by one and keeps the figures of the summary.
+/// Tries inputs one by one and collects the numbers for the summary.
 class Trial
 {
 public:
@@ -75,12 +75,13 @@ public:
 
     void tryInput(const std::string& name, const Input& input)
     {
-        m_progress.size = std::min(input.size(), mostCorpusBytes);
+        m_progress.size = std::min(input.size(), maxCorpusBytes);
         std::copy_n(input.data(), m_progress.size, m_progress.bytes);
         std::snprintf(m_progress.name, sizeof m_progress.name, "%s", name.c_str());
-        alarm(longestSeconds);
+        alarm(timeoutSeconds);
         const auto begin = Clock::now();
-        // From a block of the input's own size, so that reading past it is seen.
+        // Copied to a block of exactly the input's size, so that a sanitizer detects
+        // reading past its end.
         const std::vector<std::uint8_t> bytes(input.begin(), input.end());
         LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
         const std::chrono::duration<double> taken = Clock::now() - begin;
@@ -132,7 +133,7 @@ void tryAll(const Task& task, Progress& progress)
     trial.printSummary(task);
 }
 
-/// Keeps the input that failed, for trying it again.
+/// Writes the failed input to a file, so that it can be tried again; returns its path.
 std::string written(const Task& task, const Progress& progress)
 {
     const char* const folder = std::getenv("TMPDIR");
@@ -148,7 +149,7 @@ std::string written(const Task& task, const Progress& progress)
 void report(const Task& task, const Progress& progress, int status)
 {
     if (progress.name[0] == '\0') {
-        // As a leak is, which is found at the very end.
+        // For example a leak, which is found only when the process exits.
         std::fprintf(stderr, "%s: failed after its inputs, seed %u\n", task.target.c_str(),
                      task.seed);
         return;
@@ -159,7 +160,8 @@ void report(const Task& task, const Progress& progress, int status)
                  progress.name, written(task, progress).c_str(), task.target.c_str());
 }
 
-/// Tries everything in a child process. @return the exit status of this one
+/// Tries all inputs in a child process.
+/// @return the exit status for this process
 int runTask(const Task& task)
 {
     void* const shared =

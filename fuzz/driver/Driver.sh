@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Driver.sh PROGRAM WORK: what the driver says of an input that fails.
+# Driver.sh PROGRAM WORK: tests how the driver reports an input that fails.
 set -euo pipefail
 program=$1 work=$2
 
@@ -24,7 +24,7 @@ input=$(ls "$work"/failed/*-seed-5-mutation-"$number")
 [[ $said == *"The input: $input"* ]] || wrong "it said: $said"
 "$program" "$input" 2>/dev/null && wrong "the input alone does not fail"
 
-# The number makes the mutation, on any machine and in any run.
+# A mutation depends only on its number and the seed, in every run.
 cp "$input" "$work/first"
 "$program" "$work/corpus" 1000 5 >/dev/null 2>&1 && wrong "the failure was not seen again"
 cmp "$input" "$work/first" || wrong "another input the second time"
@@ -33,6 +33,6 @@ cmp "$input" "$work/first" || wrong "another input the second time"
 cp "$input" "$work/corpus/a-bad-input"
 said=$("$program" "$work/corpus" 0 2>&1) && wrong "the bad input was not seen"
 [[ $said == *"seed 1: a-bad-input"* ]] || wrong "it said: $said"
-"$program" "$work/none" 5 2>/dev/null && wrong "it took a folder that is not there"
-"$program" "$work/corpus" x 2>/dev/null && wrong "it took x mutations"
+"$program" "$work/none" 5 2>/dev/null && wrong "a missing folder was accepted"
+"$program" "$work/corpus" x 2>/dev/null && wrong "x mutations were accepted"
 exit 0

@@ -10,7 +10,7 @@ namespace fuzz
 namespace
 {
 
-// As text and as bytes: the ends of ranges, and what is no number.
+// Inserted as text and as bytes: the limits of ranges and texts that are not numbers.
 const std::array numbers{
     Input("0"),           Input("-0"),          Input("1"),          Input("-1"),
     Input("3"),           Input("1e308"),       Input("-1e308"),     Input("1e-320"),
@@ -24,7 +24,7 @@ const std::array numbers{
 
 Input withinBounds(Input input)
 {
-    input.resize(std::min(input.size(), Mutator::mostBytes));
+    input.resize(std::min(input.size(), Mutator::maxBytes));
     return input;
 }
 
@@ -33,7 +33,8 @@ char hexByte(const std::string& digits)
     return static_cast<char>(std::stoi(digits, nullptr, 16));
 }
 
-/// The word between the first and the last double quote of @p line.
+/// The word between the first and the last double quote of @p line, with its escapes
+/// decoded.
 Input unescaped(const std::string& line)
 {
     const std::size_t begin = line.find('"') + 1;
@@ -71,8 +72,8 @@ Input Mutator::mutation(std::uint32_t number)
     return input;
 }
 
-/// In [0, limit), 0 for a limit of 0. The library's distributions differ from
-/// one to the next.
+/// A number in [0, limit); 0 for a limit of 0. Uses no distribution of the standard
+/// library, because they differ between implementations.
 std::size_t Mutator::below(std::size_t limit)
 {
     return limit == 0 ? 0 : m_random() % limit;

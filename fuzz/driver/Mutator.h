@@ -1,4 +1,4 @@
-// Odd variants of inputs, made by a seed.
+// Makes mutations of inputs from a seed.
 #pragma once
 
 #include <cstdint>
@@ -9,23 +9,22 @@
 namespace fuzz
 {
 
-/// The bytes of one input.
 using Input = std::string;
 
-/// Makes mutations of the inputs of a corpus. Each is a function of the corpus,
-/// the dictionary, the seed and its own number: the same on every machine, and
-/// without those before it.
+/// Makes mutations of the inputs of a corpus. A mutation depends only on the corpus, the
+/// dictionary, the seed and its number: it is the same on every machine and does not
+/// depend on earlier mutations.
 class Mutator
 {
 public:
-    /// The most bytes that a mutation has.
-    static constexpr std::size_t mostBytes = 4096;
+    /// Maximum size of a mutation in bytes.
+    static constexpr std::size_t maxBytes = 4096;
 
     /// @param corpus      at least one input
-    /// @param dictionary  words that mean something to the target; may be empty
+    /// @param dictionary  words of the target's input format; may be empty
     Mutator(std::vector<Input> corpus, std::vector<Input> dictionary, std::uint32_t seed);
 
-    /// Mutation @p number: an input of the corpus, changed in one to eight places.
+    /// Mutation @p number: an input of the corpus with one to eight changes.
     Input mutation(std::uint32_t number);
 
 private:
@@ -52,8 +51,9 @@ private:
     std::mt19937 m_random;
 };
 
-/// The words of a dictionary in libFuzzer's form: one in double quotes on a line,
-/// perhaps behind "name=", with \\, \" and \xAB within; "#" opens a comment line.
+/// The words of a dictionary in libFuzzer's format: each line has one word in double
+/// quotes, optionally after "name=", with the escapes \\, \" and \xAB. Lines with "#" are
+/// comments.
 std::vector<Input> wordsOfDictionary(const std::string& text);
 
 } // namespace fuzz

@@ -77,7 +77,7 @@ QString ByteReader::text(int most)
     QString text;
     for (int i = 0; i < count && !atEnd(); ++i) {
         const std::uint8_t low = byte();
-        // Mostly ASCII: one byte in four opens a character beyond.
+        // Mostly ASCII: one byte in four starts a 16-bit character.
         text += low < 192 ? QChar(low % 128) : QChar(static_cast<char16_t>(byte() << 8 | low));
     }
     return text;

@@ -1,4 +1,4 @@
-// Takes numbers and texts off the front of a fuzz input.
+// Reads numbers and texts from a fuzz input.
 #pragma once
 
 #include <QByteArray>
@@ -10,8 +10,8 @@
 namespace fuzz
 {
 
-/// Reads an input from its first byte to its last. Past the end every byte is 0,
-/// so that any input, an empty one too, gives all that a target asks for.
+/// Reads an input from front to back. Past the end every byte reads as 0, so every input,
+/// even an empty one, gives all the values that a target needs.
 class ByteReader
 {
 public:
@@ -24,19 +24,19 @@ public:
 
     std::uint8_t byte();
 
-    /// A number in [low, high], made of as few bytes as that takes.
+    /// A number in [low, high], read from as few bytes as possible.
     int number(int low, int high);
 
-    /// One of @p choices, which has at least one.
+    /// One of @p choices, which must not be empty.
     template <class List>
     auto oneOf(const List& choices)
     {
         return choices.at(number(0, static_cast<int>(choices.size()) - 1));
     }
 
-    /// Any double: a first byte chooses between hostile ones (NaN, infinities,
-    /// zeros, 1e308, the smallest), small whole numbers, decimals as in files,
-    /// and eight bytes taken as they are.
+    /// Any double. The first byte chooses the kind: a special value (NaN, infinity, zero,
+    /// 1e308, denormal minimum), a small integer, a decimal as in files, or eight bytes
+    /// taken as a bit pattern.
     double anyDouble();
 
     /// A double from @p low to @p high.
@@ -45,10 +45,10 @@ public:
     /// At most @p most bytes.
     QByteArray some(int most);
 
-    /// At most @p most characters of UTF-16, lone surrogates among them.
+    /// At most @p most UTF-16 characters, which can include lone surrogates.
     QString text(int most);
 
-    /// All bytes that are left.
+    /// All remaining bytes.
     QByteArray rest();
 
 private:

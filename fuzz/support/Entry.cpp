@@ -1,4 +1,4 @@
-// The function that libFuzzer and the replay driver call for each input.
+// The entry point that libFuzzer and the replay driver call for each input.
 
 #include "support/FuzzTarget.h"
 
@@ -25,9 +25,10 @@ void fuzz::fail(const char* what, const char* file, int line)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    // The debug log of millions of odd inputs is of no use.
+    // Discards the debug log: millions of invalid inputs produce far too many messages.
     [[maybe_unused]] static const auto former = qInstallMessageHandler(dropMessage);
-    // A copy of the input's very size, so that reading past its end is seen.
+    // A copy of exactly the input's size, so that a sanitizer detects reading past its
+    // end.
     const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     fuzz::tryInput(bytes);
     return 0;

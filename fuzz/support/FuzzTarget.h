@@ -1,4 +1,4 @@
-// What each fuzz target gives to its driver.
+// The interface between a fuzz target and its driver.
 #pragma once
 
 #include <QByteArray>
@@ -6,17 +6,17 @@
 namespace fuzz
 {
 
-/// Tries one input and checks the properties of the target. Each target defines
-/// it once; libFuzzer and the replay driver call it through Entry.cpp. It keeps
-/// nothing from one call to the next, so that an input alone reproduces a failure.
+/// Tries one input and checks the properties of the target. Each target defines this
+/// function; libFuzzer and the replay driver call it through Entry.cpp. It must not keep
+/// state between calls, so that an input alone reproduces a failure.
 void tryInput(const QByteArray& bytes);
 
-/// Ends the process with a report: @p what did not hold.
+/// Ends the process and reports that the condition @p what failed.
 [[noreturn]] void fail(const char* what, const char* file, int line);
 
 } // namespace fuzz
 
-// A property that must hold for every input.
+// Checks a property that must hold for every input.
 #define FUZZ_REQUIRE(condition)                                                                    \
     do {                                                                                           \
         if (!(condition)) {                                                                        \

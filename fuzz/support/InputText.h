@@ -1,4 +1,4 @@
-// Texts made of inputs.
+// Makes texts from inputs.
 #pragma once
 
 #include <QByteArray>
@@ -9,7 +9,8 @@
 namespace fuzz
 {
 
-/// The bytes as UTF-8, or as they are as UTF-16, which may have lone surrogates.
+/// The bytes decoded as UTF-8, or taken as UTF-16 units, which can include lone
+/// surrogates.
 inline QString textOf(const QByteArray& bytes, bool isUtf16)
 {
     if (!isUtf16) {

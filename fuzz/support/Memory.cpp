@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-// In place of data::canAllocate(qint64): the linker turns the calls to here. The name is
-// the one that it has there.
+// Replaces data::canAllocate(qint64): the linker option --wrap redirects its calls to
+// this function, whose name is "__wrap_" plus the mangled name.
 extern "C" bool __wrap__ZN4data11canAllocateEx(qint64 bytes)
 {
-    fuzz::mostAsked = std::max(fuzz::mostAsked, bytes);
+    fuzz::peakRequest = std::max(fuzz::peakRequest, bytes);
     return bytes <= fuzz::freeMemory;
 }

@@ -1,4 +1,4 @@
-// Memory that runs out when a target wants it to.
+// Simulated lack of memory.
 #pragma once
 
 #include <QtGlobal>
@@ -8,35 +8,36 @@
 namespace fuzz
 {
 
-/// What the product is told to be free when it asks before it allocates. Here it is
-/// a number: to ask the sanitizers' allocator takes as long as to read many files.
+/// The free memory that data::canAllocate() assumes in a fuzz target. It is a plain
+/// number, because asking the sanitizers' allocator takes as long as reading many files.
 inline constexpr qint64 plentyOfMemory = qint64{1} << 40;
 inline qint64 freeMemory = plentyOfMemory; // bytes
 
-/// The most that the product has asked for at once; below 0 while it has not asked.
-inline qint64 mostAsked = -1; // bytes
+/// The largest amount that the product has asked for; below 0 if it has not asked.
+inline qint64 peakRequest = -1; // bytes
 
-/// Leaves only @p bytes free while it lives. What the product asks for counts whole,
-/// with what it wants to keep free beside: mostAskedBy() tells how much that is.
-class LittleMemory
+/// Limits the free memory to @p bytes during its lifetime. The limit applies to the whole
+/// request, including the reserve that the product wants to keep free; peakRequestOf()
+/// measures such a request.
+class LimitedMemory
 {
 public:
-    explicit LittleMemory(qint64 bytes) { freeMemory = bytes; }
-    ~LittleMemory() { freeMemory = plentyOfMemory; }
-    Q_DISABLE_COPY_MOVE(LittleMemory)
+    explicit LimitedMemory(qint64 bytes) { freeMemory = bytes; }
+    ~LimitedMemory() { freeMemory = plentyOfMemory; }
+    Q_DISABLE_COPY_MOVE(LimitedMemory)
 };
 
-/// The most bytes that the product asks for at once in @p action, with plenty free.
-/// With as many free the action must succeed, with any fewer it must fail.
+/// The largest request (bytes) that the product makes in @p action with plenty of free
+/// memory. With this much free memory the action must succeed; with less it must fail.
 template <typename Action>
-qint64 mostAskedBy(Action&& action)
+qint64 peakRequestOf(Action&& action)
 {
-    mostAsked = -1;
+    peakRequest = -1;
     std::forward<Action>(action)();
-    return mostAsked;
+    return peakRequest;
 }
 
-/// A number of bytes below @p most, close to it or about half of it.
+/// A number of bytes below @p most: one less, or about half of it.
 inline qint64 tooLittle(qint64 most, bool isClose)
 {
     return isClose || most < 2 ? most - 1 : most / 2;

@@ -1,4 +1,4 @@
-// A file in memory that has a path.
+// A file in memory with a path.
 #pragma once
 
 #include <QByteArray>
@@ -7,9 +7,9 @@
 namespace fuzz
 {
 
-/// A regular file that takes no space on a disk, for functions that ask for a
-/// path. One is made for each process and written anew for each input, which is
-/// many times faster than a file of a folder.
+/// A regular file in memory, for functions that need a path. There is one per process and
+/// its content is replaced for each input, which is many times faster than a file on
+/// disk.
 class MemoryFile
 {
 public:
@@ -17,10 +17,9 @@ public:
     ~MemoryFile();
     Q_DISABLE_COPY_MOVE(MemoryFile)
 
-    /// Opens this very file, for reading or writing, as often as is wanted.
+    /// A path that opens this file for reading or writing, any number of times.
     QString path() const { return m_path; }
 
-    /// Replaces the contents.
     void setContents(const QByteArray& bytes);
 
     QByteArray contents() const;

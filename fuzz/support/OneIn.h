@@ -1,4 +1,4 @@
-// Costly checks for some inputs only.
+// Selects some of the inputs for expensive checks.
 #pragma once
 
 #include <QByteArray>
@@ -8,8 +8,8 @@
 namespace fuzz
 {
 
-/// True for about one input in @p count, chosen by the input itself so that it gets
-/// the same checks each time.
+/// True for about one input in @p count. The choice depends on the input alone, so an
+/// input always gets the same checks.
 inline bool oneIn(int count, const QByteArray& bytes)
 {
     return qChecksum(QByteArrayView(bytes)) % count == 0;

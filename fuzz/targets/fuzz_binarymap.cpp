@@ -1,7 +1,7 @@
-// Binary maps: reading and writing their file, smoothing, copying, appending.
+// Binary maps: reading and writing files, smoothing, copying, appending.
 //
-// An input that begins with "2dData" is a file. Any other one is a list of bytes that
-// maps and operations on them are made of.
+// An input that begins with "2dData" is a file. Any other input is a list of bytes from
+// which maps and operations on them are made.
 #include "data/A2DData.h"
 #include "data/PixelFile.h"
 #include "data/TDData0.h"
@@ -46,7 +46,7 @@ bool areSame(const QList<double>& a, const QList<double>& b)
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), sameDouble);
 }
 
-/// The list's own comparison looks at the memory of empty lists, which have none.
+/// QList's own comparison accesses the memory of empty lists, which have none.
 bool areSame(const QList<bool>& a, const QList<bool>& b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end());
@@ -73,13 +73,13 @@ void copyFields(TDData0& to, const TDData0& from)
     to.regionSet = from.regionSet;
 }
 
-/// What an extreme is after it was written with 6 significant digits.
+/// The value of an extreme after writing it with 6 significant digits.
 double written(double extreme)
 {
     return QString::number(extreme, 'g', 6).toDouble();
 }
 
-/// Saves the map and loads it again: all that the file holds comes back.
+/// Saves the map and loads it again; everything that the file stores must be equal.
 void checkRoundTrip(const TDData0& map)
 {
     const QString path = savedFile().path();
@@ -104,7 +104,8 @@ void checkRoundTrip(const TDData0& map)
     }
 }
 
-/// The value of pixel @p i in the file, whole; nothing where the file is shorter.
+/// The value of pixel @p i in the file; nullopt if the file does not contain all its
+/// bytes.
 std::optional<double> valueInFile(const QByteArray& bytes, qint64 begin, qint64 i)
 {
     const qint64 at = begin + 8 * i;
@@ -132,12 +133,13 @@ void checkPixels(const TDData0& map, const QByteArray& bytes, qint64 begin)
     }
 }
 
-/// Puts the file behind three rows: they stay, and the pixels follow as mut.
+/// Appends the file to three existing rows: the rows are kept, and the pixels follow as
+/// absorbances.
 void checkAppended(const TDData0& map, bool isLoaded, int most)
 {
     A2DData rows;
     rows.rows = QList<A2DRow>(3, {9, 9, 9, 9, {}});
-    rows.headerLines = QStringList{QStringLiteral("stays")};
+    rows.headerLines = QStringList{QStringLiteral("kept")};
     rows.xNum = 7;
     FUZZ_REQUIRE(data::appendPixelFile(inputFile().path(), rows, most) == isLoaded);
     FUZZ_REQUIRE(rows.headerLines.size() == 1);
@@ -155,26 +157,26 @@ void checkAppended(const TDData0& map, bool isLoaded, int most)
     }
 }
 
-/// With just the memory that is asked for a file is loaded; with less nothing changes.
-void checkLittleMemory(const QByteArray& bytes, bool isLoaded)
+/// With exactly the requested memory the file is loaded; with less nothing changes.
+void checkLimitedMemory(const QByteArray& bytes, bool isLoaded)
 {
     const QString path = inputFile().path();
     TDData0 loaded(2, 1);
-    const qint64 most = fuzz::mostAskedBy([&] { FUZZ_REQUIRE(loaded.load(path) == isLoaded); });
+    const qint64 most = fuzz::peakRequestOf([&] { FUZZ_REQUIRE(loaded.load(path) == isLoaded); });
     FUZZ_REQUIRE(!isLoaded || most >= loaded.data.size() * 9);
     {
-        const fuzz::LittleMemory memory(most);
+        const fuzz::LimitedMemory memory(most);
         TDData0 map(2, 1);
         FUZZ_REQUIRE(map.load(path) == isLoaded);
         FUZZ_REQUIRE(isSame(map, loaded));
     }
-    const fuzz::LittleMemory memory(fuzz::tooLittle(most, bytes.size() % 2 == 0));
+    const fuzz::LimitedMemory memory(fuzz::tooLittle(most, bytes.size() % 2 == 0));
     TDData0 map(2, 1);
     FUZZ_REQUIRE(!map.load(path));
     FUZZ_REQUIRE(isSame(map, TDData0(2, 1)));
 }
 
-/// All that the header says, as the reference reads it.
+/// Compares the whole header with the reference implementation.
 void checkHeader(const TDData0Header& header, const QByteArray& bytes)
 {
     const tests::PlainPixelHeader expected = tests::readPlainPixelHeader(bytes);
@@ -185,7 +187,7 @@ void checkHeader(const TDData0Header& header, const QByteArray& bytes)
     FUZZ_REQUIRE(sameDouble(header.maxVal, expected.maxVal));
 }
 
-/// A failed load leaves a map that is there alone; another one replaces it.
+/// A failed load must not change an existing map; a successful one replaces it.
 void checkLoadOver(const TDData0& fresh, bool isLoaded, const QString& path)
 {
     TDData0 map(2, 3);
@@ -214,7 +216,7 @@ void checkFile(const QByteArray& bytes)
     checkHeader(header, bytes);
     const bool isLarge = qint64{header.width} * header.height > (1 << 14);
     if (isLarge && !fuzz::oneIn(64, bytes)) {
-        return; // millions of zeros take long
+        return; // comparing millions of zeros takes too long
     }
     TDData0 map(0, 0);
     const bool isLoaded = map.load(path);
@@ -227,7 +229,7 @@ void checkFile(const QByteArray& bytes)
             checkRoundTrip(map);
         }
     }
-    // Each opens the file several times.
+    // Only for some inputs, because each check opens the file several times.
     if (fuzz::oneIn(4, bytes)) {
         checkLoadOver(map, isLoaded, path);
     }
@@ -235,11 +237,11 @@ void checkFile(const QByteArray& bytes)
         checkAppended(map, isLoaded, static_cast<int>(bytes.size() % 200));
     }
     if (fuzz::oneIn(7, bytes)) {
-        checkLittleMemory(bytes, isLoaded);
+        checkLimitedMemory(bytes, isLoaded);
     }
 }
 
-/// A file of no such form gives false everywhere and changes nothing.
+/// For a file of another format every function returns false and changes nothing.
 void checkOtherFile(const QByteArray& bytes)
 {
     inputFile().setContents(bytes);
@@ -251,7 +253,7 @@ void checkOtherFile(const QByteArray& bytes)
     checkAppended(TDData0(0, 0), false, 100);
 }
 
-/// A map whose lists may be shorter than its size says.
+/// Fills a map; its lists can be shorter than its size.
 void fill(TDData0& map, ByteReader& reader, bool isExact)
 {
     for (qsizetype i = 0; i < map.data.size(); ++i) {
@@ -277,7 +279,8 @@ bool holdsData(const TDData0& map, int x, int y)
     return hasPixel(map, i) && map.validFlags.at(i);
 }
 
-/// Means of whole numbers, which the running sum gives exactly too.
+/// Reference implementation of smoothing. The values are integers, so the product's
+/// running sum is exact, too.
 void setPlainMeans(const TDData0& map, TDData0& dest, bool alongX, qint64 n)
 {
     for (int y = 0; y < std::min(map.height, dest.height); ++y) {
@@ -420,7 +423,7 @@ void fuzz::tryInput(const QByteArray& bytes)
     static int count = 1;
     static char name[] = "fuzz_binarymap";
     static char* names[] = {name, nullptr};
-    // For the map that smoothing leaves to be deleted later.
+    // Smoothing calls deleteLater() on a map, which needs an application.
     static const QCoreApplication application(count, names);
     if (QString::fromUtf8(bytes.left(64)).startsWith(QLatin1String("2dData"))) {
         checkFile(bytes);

@@ -1,6 +1,6 @@
-// The list of energies as it is typed.
+// The typed list of energies.
 //
-// The input: a byte for the number of rows and the form of the text, and the text.
+// The input: one byte for the number of rows and the encoding of the text, then the text.
 #include "data/TextItems.h"
 #include "support/FuzzTarget.h"
 #include "support/InputText.h"
@@ -12,8 +12,8 @@
 namespace
 {
 
-/// The items of a simplified line: of the rest, an item is all up to a blank, or all
-/// between two quotes, the second of which may be missing.
+/// Reference implementation: the items of a simplified line. An item ends at a space, or,
+/// if it starts with a quote, at the next quote or the end of the line.
 QList<QString> plainItems(QString rest)
 {
     QList<QString> items;
@@ -49,8 +49,8 @@ void fuzz::tryInput(const QByteArray& bytes)
     const QList<QString> energies = data::energiesOfList(text, rows);
     FUZZ_REQUIRE(energies == plainEnergies(text, rows));
     FUZZ_REQUIRE(rows > 0 || energies.isEmpty());
-    // Blanks for commas make no difference, nor does a list that is too short cut
-    // anything but its end.
+    // Replacing commas by spaces must not change the result, and fewer rows only cut the
+    // end of the list.
     FUZZ_REQUIRE(data::energiesOfList(QString(text).replace(u',', u' '), rows) == energies);
     FUZZ_REQUIRE(data::energiesOfList(text, 1 << 30).mid(0, qMax(rows, 0)) == energies);
     for (const QString& energy : energies) {

@@ -1,5 +1,4 @@
-// Spectra without a file and what a calculation makes of rows and references:
-// lines, brackets, fits, choices.
+// Spectra and the calculations on rows and references: lines, brackets, fits, choices.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -26,7 +25,7 @@ namespace
 
 using tests::sameDouble;
 
-constexpr int mostPoints = 10;
+constexpr int maxPoints = 10;
 
 bool same(const QList<double>& a, const QList<double>& b)
 {
@@ -47,7 +46,7 @@ AMutE nextSpectrum(fuzz::ByteReader& in)
     AMutE spectrum;
     const bool isTame = in.number(0, 1) == 0;
     const auto number = [&] { return isTame ? 0.25 * in.number(0, 60) : in.anyDouble(); };
-    for (int i = in.number(0, mostPoints); i > 0; --i) {
+    for (int i = in.number(0, maxPoints); i > 0; --i) {
         spectrum.points.append({in.anyDouble(), number(), number()});
     }
     spectrum.preEdgeEnd = number();
@@ -57,7 +56,7 @@ AMutE nextSpectrum(fuzz::ByteReader& in)
     return spectrum;
 }
 
-/// The least-square line through some of the points.
+/// Reference implementation: the least-squares line through the points of one fit range.
 VictoreenLine plainLine(const AMutE& spectrum, bool pre)
 {
     QList<double> energies;
@@ -115,7 +114,7 @@ double plainEdge(const AMutE& spectrum)
     return edge;
 }
 
-/// In the words of indexBelow().
+/// Reference implementation of indexBelow(): linear search.
 int plainBracket(const AMutE& spectrum, double E)
 {
     const int n = static_cast<int>(spectrum.points.size());
@@ -343,7 +342,7 @@ void checkCollection(const QList<analysis::PointState>& points,
     checkPlane(three);
 }
 
-/// Of the fit alone and of all that one target gets.
+/// Checks the non-equivalent fit alone and the complete target calculation.
 void checkNonEquivalent(fuzz::ByteReader& in, const QList<analysis::PointState>& points,
                         const analysis::ReferenceSet& references)
 {
@@ -417,8 +416,8 @@ void tryChoices(fuzz::ByteReader& in)
     const int boxes = in.number(0, 15);
     const analysis::MethodRadios radios{(boxes & 1) != 0, (boxes & 2) != 0, (boxes & 4) != 0,
                                         (boxes & 8) != 0};
-    const QList<int> odd{std::numeric_limits<int>::min(), std::numeric_limits<int>::max()};
-    const int selected = in.number(0, 7) == 7 ? in.oneOf(odd) : in.number(-1, 9);
+    const QList<int> extremes{std::numeric_limits<int>::min(), std::numeric_limits<int>::max()};
+    const int selected = in.number(0, 7) == 7 ? in.oneOf(extremes) : in.number(-1, 9);
     const int valid = in.number(0, 4);
     using analysis::Variant;
     const bool linear = radios.linearBackground;

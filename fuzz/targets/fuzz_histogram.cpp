@@ -1,4 +1,4 @@
-// Histograms: their limits, their counts and their file.
+// Histograms: their limits, counts and files.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -17,9 +17,9 @@ using analysis::HistogramCounts;
 namespace
 {
 
-constexpr int mostValues = 70;
-constexpr int mostBoxesToCount = 2000;
-constexpr int mostBoxesInFile = 30;
+constexpr int maxValues = 70;
+constexpr int maxBinsToCount = 2000;
+constexpr int maxBinsInFile = 30;
 
 void checkBoxesFrom(double number)
 {
@@ -32,14 +32,15 @@ void checkBoxesFrom(double number)
     }
 }
 
-/// A number of boxes as a program may ask for it; a million of them takes long.
+/// A number of bins as a caller can request it; rarely a very large one, because that is
+/// slow.
 int nextBoxes(fuzz::ByteReader& in)
 {
     switch (in.number(0, 255)) {
     case 255:
         return in.number(0, 15) == 15 ? 1'000'000'000 : 1024;
     case 254:
-        return in.number(1020, 1030); // where the way of counting changes
+        return in.number(1020, 1030); // the counting method changes here
     case 253:
         return in.number(std::numeric_limits<int>::min(), 0);
     default:
@@ -73,17 +74,17 @@ void checkCounts(const HistogramCounts& counts, const tests::PlainHistogram& pla
     FUZZ_REQUIRE(counts.total == plain.total);
 }
 
-/// Values about the limits and any others.
+/// Values near the limits and any other values.
 QList<double> nextValues(fuzz::ByteReader& in, const HistogramCounts& counts)
 {
     QList<double> values;
-    for (int count = in.number(0, mostValues); count > 0 && !in.atEnd(); --count) {
+    for (int count = in.number(0, maxValues); count > 0 && !in.atEnd(); --count) {
         switch (in.number(0, 3)) {
         case 0:
             values.append(in.anyDouble());
             break;
         case 1:
-            values.append(counts.minV + counts.step * in.number(-3, 63)); // on an edge
+            values.append(counts.minV + counts.step * in.number(-3, 63)); // on the edge of a bin
             break;
         case 2:
             values.append(in.doubleIn(counts.minV, counts.maxV));
@@ -106,7 +107,7 @@ HistogramCounts countedInBlocks(const Limits& limits, const QList<double>& value
     analysis::HistogramCounter counter(counts);
     for (qsizetype first = 0; first < values.size(); first += analysis::blockPixels) {
         analysis::Block block;
-        block.fill(values.first()); // what lies behind the count must not matter
+        block.fill(values.first()); // values after the count must not matter
         const qsizetype count = std::min<qsizetype>(values.size() - first, analysis::blockPixels);
         std::copy_n(values.cbegin() + first, count, block.begin());
         counter.add(block, static_cast<int>(count), instructions);
@@ -142,10 +143,10 @@ void fuzz::tryInput(const QByteArray& bytes)
     const bool writesFile = in.number(0, 3) == 0;
     HistogramCounts counts;
     counts.start(limits.from, limits.to, limits.boxes);
-    if (counts.boxes > mostBoxesToCount) {
+    if (counts.boxes > maxBinsToCount) {
         FUZZ_REQUIRE(counts.boxes <= HistogramCounts::maxBoxes);
         FUZZ_REQUIRE(counts.bins.size() == counts.boxes);
-        return; // to count takes long then, and is no different
+        return; // counting is slow here and works in the same way
     }
     checkStarted(counts, limits);
 
@@ -162,7 +163,7 @@ void fuzz::tryInput(const QByteArray& bytes)
     for (const analysis::Instructions instructions : analysis::availableInstructions()) {
         checkCounts(countedInBlocks(limits, values, instructions), plain);
     }
-    if (writesFile && counts.boxes <= mostBoxesInFile) {
+    if (writesFile && counts.boxes <= maxBinsInFile) {
         checkFileText(counts);
     }
 }

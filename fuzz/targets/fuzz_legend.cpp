@@ -1,5 +1,4 @@
-// Names and numbers as they are shown: texts that are shortened, fitted into a box
-// or into a field.
+// Displayed names and numbers: texts that are shortened or fitted into a box or a field.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -19,8 +18,8 @@ namespace
 
 constexpr QChar ellipsis(0x2026);
 
-/// Made with the first input and kept, since it costs more than thousands of
-/// inputs.
+/// Creates the application at the first input and keeps it, because this takes longer
+/// than thousands of inputs.
 void makeApplication()
 {
     static int count = 1;

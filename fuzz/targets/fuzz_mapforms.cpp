@@ -1,4 +1,4 @@
-// The map calculations, held against the plain ones pixel by pixel.
+// The map calculations, compared with the reference implementations pixel by pixel.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -23,8 +23,8 @@ namespace
 
 using Instructions = analysis::Instructions;
 
-constexpr int mostMaps = 5;
-constexpr int mostReferences = 4;
+constexpr int maxMaps = 5;
+constexpr int maxReferences = 4;
 constexpr int runs = 3;
 
 bool same(const QList<double>& a, const QList<double>& b)
@@ -50,7 +50,7 @@ void requireSame(const A2DData& found, const A2DData& wanted)
     }
 }
 
-/// The same map in memory of its own.
+/// A deep copy.
 A2DData deepCopy(const A2DData& map)
 {
     A2DData copy = map;
@@ -60,7 +60,7 @@ A2DData deepCopy(const A2DData& map)
     return copy;
 }
 
-/// A histogram of the product beside a plain one.
+/// A histogram of the product and of the reference implementation.
 struct Histogram {
     double from = 0.0;
     double to = 0.0;
@@ -95,7 +95,7 @@ Histogram nextHistogram(fuzz::ByteReader& in)
     return histogram;
 }
 
-/// A number as a field of the panel may hold it, words among them.
+/// The text of a number field of the panel; it need not be a number.
 QString nextText(fuzz::ByteReader& in)
 {
     const int form = in.number(0, 7);
@@ -107,7 +107,7 @@ class Calculations
 public:
     explicit Calculations(fuzz::ByteReader& in)
         : m_in(in)
-        , m_maps(static_cast<std::size_t>(in.number(1, mostMaps)))
+        , m_maps(static_cast<std::size_t>(in.number(1, maxMaps)))
     {
         for (int i = in.number(1, 6); i > 0; --i) {
             m_palette.append(in.anyDouble());
@@ -148,8 +148,8 @@ public:
         }
     }
 
-    /// What may happen between two calculations: a map that changes, somebody who
-    /// keeps the result or writes to it.
+    /// Something that can happen between two calculations: a map changes, or someone
+    /// keeps a copy of the result or writes to it.
     void change()
     {
         switch (m_in.number(0, 7)) {
@@ -186,11 +186,11 @@ public:
 
 private:
     struct Kept {
-        A2DData result; ///< shares its lists
+        A2DData result; ///< shares its lists with the result
         A2DData wanted;
     };
 
-    /// Between two runs with everything unchanged the second one is left out.
+    /// Index of the non-equivalent method; the lower indices are the four-points forms.
     static constexpr int neqForm = 3;
 
     A2DData& anyMap()
@@ -223,12 +223,12 @@ private:
         }
         const int claimed = std::max(map.xNum, 0) * std::max(map.yNum, 0);
         const int rows = m_in.number(0, 3) == 3 ? m_in.number(0, 220) : claimed;
-        const bool isPlain = m_in.number(0, 3) == 3; // alike pixels share their lists
+        const bool isUniform = m_in.number(0, 3) == 3; // identical pixels can share their lists
         const A2DRow first{0.0, 0.0, paletteNumber(), paletteNumber(), {}};
         for (int i = 0; i < rows; ++i) {
             map.rows.append(
-                isPlain ? first
-                        : A2DRow{1.0 * i, -1.0 * i, paletteNumber(), paletteNumber() + i, {}});
+                isUniform ? first
+                          : A2DRow{1.0 * i, -1.0 * i, paletteNumber(), paletteNumber() + i, {}});
         }
     }
 
@@ -254,7 +254,7 @@ private:
             m_neq.maps.append(&anyMap());
             m_neq.energies.append(m_in.anyDouble());
         }
-        for (int k = m_in.number(0, mostReferences); k > 0; --k) {
+        for (int k = m_in.number(0, maxReferences); k > 0; --k) {
             QList<double> values;
             for (qsizetype i = 0; i < m_neq.maps.size(); ++i) {
                 values.append(m_in.anyDouble());
@@ -269,7 +269,8 @@ private:
 
     qsizetype references() const { return m_neq.refValues.size(); }
 
-    /// @return false where the form has too few points
+    /// Runs the reference implementation.
+    /// @return false if the form has too few points
     bool calculatePlain(int form, A2DData& wanted)
     {
         tests::PlainHistogram& first = histogram(0).plain;
@@ -293,14 +294,14 @@ private:
         tests::PlainNeqHistograms histograms{first, second, {}, {}};
         for (int k = 0; k < references(); ++k) {
             histograms.ratio.append(histogram(2 + k).plain);
-            histograms.dMut.append(histogram(2 + mostReferences + k).plain);
+            histograms.dMut.append(histogram(2 + maxReferences + k).plain);
         }
         tests::plainNonEquivalent(m_neq, wanted, histograms);
         first = histograms.valence;
         second = histograms.total;
         for (int k = 0; k < references(); ++k) {
             histogram(2 + k).plain = histograms.ratio.at(k);
-            histogram(2 + mostReferences + k).plain = histograms.dMut.at(k);
+            histogram(2 + maxReferences + k).plain = histograms.dMut.at(k);
         }
         return true;
     }
@@ -340,14 +341,15 @@ private:
         QList<HistogramCounts*> all{histograms.valence, histograms.totalDMut};
         for (int k = 0; k < references(); ++k) {
             histograms.share.append(&histogram(2 + k).counts);
-            histograms.dMut.append(&histogram(2 + mostReferences + k).counts);
+            histograms.dMut.append(&histogram(2 + maxReferences + k).counts);
             all << histograms.share.last() << histograms.dMut.last();
         }
         runCached(analysis::inputsOf(stack), all,
                   [&] { analysis::mapNonEquivalent(stack, m_result, histograms); });
     }
 
-    /// Through the cache that leaves out repetitions, or past it.
+    /// Calculates directly or through the cache, which skips a calculation whose inputs
+    /// are unchanged.
     template <class Calculate>
     void runCached(const analysis::MapResultCache::Inputs& inputs,
                    const QList<HistogramCounts*>& histograms, Calculate calculate)
@@ -356,7 +358,7 @@ private:
             calculate();
             return;
         }
-        // As before the run: the counts of the latest one.
+        // Restores the counts of the latest run: the cache expects them.
         for (qsizetype i = 0; i < histograms.size() && i < m_latest.size(); ++i) {
             *histograms.at(i) = m_latest.at(i);
         }
@@ -372,7 +374,7 @@ private:
         }
     }
 
-    /// The values of a single pixel, while the rows stay with the result alone.
+    /// Keeps a copy of the values of one pixel; the list of rows is not shared.
     void keepList()
     {
         if (!m_result.rows.isEmpty()) {
@@ -396,7 +398,7 @@ private:
                 values.first() = 2.0;
             }
         }
-        requireSame(m_result, wanted); // no other pixel has changed
+        requireSame(m_result, wanted); // no other pixel may change
     }
 
     fuzz::ByteReader& m_in;
@@ -405,7 +407,7 @@ private:
     std::uint32_t m_random = 0;
     tests::PlainStack m_stack;
     tests::PlainNeqStack m_neq;
-    std::array<Histogram, 2 + 2 * mostReferences> m_histograms;
+    std::array<Histogram, 2 + 2 * maxReferences> m_histograms;
     analysis::CalculationMemory m_memory;
     analysis::MapResultCache m_cache;
     QList<HistogramCounts> m_latest;

@@ -1,4 +1,4 @@
-// A text map of any of the three header kinds, against the reference reader.
+// Text maps of all three header kinds, compared with the reference implementation.
 //
 // The input is the file.
 #include "data/A2DData.h"
@@ -44,7 +44,7 @@ void checkSame(const Reading& found, const Reading& expected)
                             [](const A2DRow& a, const A2DRow& b) { return isSame(a, b); }));
 }
 
-/// Reads once more into what @p reading holds.
+/// Reads into an existing @p reading.
 void readInto(Reading& reading, QIODevice& device)
 {
     reading.energies.clear();
@@ -71,7 +71,8 @@ Reading plainReading(const QByteArray& bytes)
     return reading;
 }
 
-/// Whatever the file says, no calculation is asked to go through more than this.
+/// The size must be bounded whatever the header states, so no calculation has to loop
+/// over more pixels.
 void checkBounds(const Reading& reading)
 {
     const A2DData& map = reading.map;
@@ -82,7 +83,8 @@ void checkBounds(const Reading& reading)
     FUZZ_REQUIRE(!map.extended);
 }
 
-/// Pixels everywhere, outside the rows too, and values that no row carries.
+/// Reads pixels inside and outside the map and outside the rows; rows of a text map have
+/// no value lists.
 void checkPixels(const A2DData& map)
 {
     for (const int x : {-1, 0, 1, map.xNum - 1, map.xNum, 1 << 30}) {
@@ -101,26 +103,26 @@ void checkPixels(const A2DData& map)
     FUZZ_REQUIRE(values.size() == (map.rows.isEmpty() ? 2 : 0));
 }
 
-/// With just the memory that is asked for the map is read; with less it is refused and
-/// left empty.
-void checkLittleMemory(const Reading& expected, const QByteArray& bytes)
+/// With exactly the requested memory the map is read; with less it is rejected and left
+/// empty.
+void checkLimitedMemory(const Reading& expected, const QByteArray& bytes)
 {
     Reading found;
-    const qint64 most = fuzz::mostAskedBy([&] { readBuffer(found, bytes); });
+    const qint64 most = fuzz::peakRequestOf([&] { readBuffer(found, bytes); });
     {
-        const fuzz::LittleMemory memory(most);
+        const fuzz::LimitedMemory memory(most);
         found = {};
         readBuffer(found, bytes);
         checkSame(found, expected);
     }
-    const fuzz::LittleMemory memory(fuzz::tooLittle(most, bytes.size() % 2 == 0));
+    const fuzz::LimitedMemory memory(fuzz::tooLittle(most, bytes.size() % 2 == 0));
     found = {};
     readBuffer(found, bytes);
     FUZZ_REQUIRE(!found.good && found.map.rows.isEmpty() && found.map.headerLines.isEmpty());
     FUZZ_REQUIRE(found.map.xNum == 0 && found.map.yNum == 0);
 }
 
-/// A device that fails ends the text.
+/// A read error ends the text.
 void checkFailingDevice(const QByteArray& bytes)
 {
     const qint64 end = qChecksum(QByteArrayView(bytes)) % (bytes.size() + 1);
@@ -135,7 +137,8 @@ void checkFile(const QByteArray& bytes)
 {
     const Reading expected = plainReading(bytes);
     Reading found;
-    // Behind a byte order mark what broken text decodes to depends on the pieces.
+    // After a byte order mark, the decoding of invalid text depends on where the pieces
+    // are split.
     const bool hasMark = QStringConverter::encodingForData(bytes.left(4)).has_value();
     if (!hasMark && fuzz::oneIn(4, bytes)) {
         tests::OddDevice device(bytes, 1 + bytes.size() % 9, bytes.size() % 2 == 0);
@@ -148,7 +151,7 @@ void checkFile(const QByteArray& bytes)
     checkPixels(found.map);
     if (fuzz::oneIn(8, bytes)) {
         Reading again;
-        readBuffer(again, bytes.sliced(bytes.size() / 2)); // another file before
+        readBuffer(again, bytes.sliced(bytes.size() / 2)); // the map holds another file first
         readBuffer(again, bytes);
         checkSame(again, expected);
     }
@@ -156,7 +159,7 @@ void checkFile(const QByteArray& bytes)
         checkFailingDevice(bytes);
     }
     if (fuzz::oneIn(11, bytes)) {
-        checkLittleMemory(expected, bytes);
+        checkLimitedMemory(expected, bytes);
     }
 }
 
@@ -166,7 +169,7 @@ void fuzz::tryInput(const QByteArray& bytes)
 {
     checkFile(bytes);
     if (oneIn(64, bytes)) {
-        // The decoder's input is cut within the input.
+        // Moves the boundary between two pieces of the decoder into the input.
         constexpr qsizetype piece = 16384;
         const qsizetype before = piece - 2 - bytes.size() % 1000;
         checkFile("#" + QByteArray(before, ' ') + "\n" + bytes);

@@ -1,4 +1,4 @@
-// The matrix library and what replaces it in loops over pixels.
+// The matrix library and the solvers that replace it in loops over pixels.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -22,7 +22,7 @@ namespace
 using Numbers = std::vector<double>;
 using Matrix = std::vector<Numbers>;
 
-constexpr int mostUnknowns = 7;
+constexpr int maxUnknowns = 7;
 
 bool same(const Numbers& a, const Numbers& b)
 {
@@ -44,32 +44,34 @@ std::vector<double*> rowsOf(Matrix& matrix)
     return rows;
 }
 
-/// What both factors and the solution are made of.
+/// A linear system a x = b.
 struct System {
     Matrix a;
     Numbers b;
-    bool isTame = false; ///< small whole numbers and a large diagonal
+    bool isWellConditioned = false; ///< small integers and a large diagonal
 
     int size() const { return static_cast<int>(b.size()); }
 };
 
-/// Singular systems come from equal rows and zeros, which are common.
+/// Equal rows and zeros are common, so singular systems occur.
 System nextSystem(fuzz::ByteReader& in, int n)
 {
     System system;
-    system.isTame = in.number(0, 3) == 0;
-    const auto number = [&] { return system.isTame ? in.number(-8, 8) : in.anyDouble(); };
+    system.isWellConditioned = in.number(0, 3) == 0;
+    const auto number = [&] {
+        return system.isWellConditioned ? in.number(-8, 8) : in.anyDouble();
+    };
     for (int i = 0; i < n; ++i) {
         Numbers row;
         for (int k = 0; k < n; ++k) {
-            row.push_back(number() + (system.isTame && i == k ? 100.0 : 0.0));
+            row.push_back(number() + (system.isWellConditioned && i == k ? 100.0 : 0.0));
         }
-        const bool repeats = !system.isTame && i > 0 && in.number(0, 15) == 15;
+        const bool repeats = !system.isWellConditioned && i > 0 && in.number(0, 15) == 15;
         system.a.push_back(repeats ? system.a.back() : row);
         system.b.push_back(number());
     }
-    if (system.isTame && n > 1) {
-        // The order of the rows does not matter to a solution.
+    if (system.isWellConditioned && n > 1) {
+        // The order of the rows must not change the solution.
         const auto shift = static_cast<std::ptrdiff_t>(in.number(0, n - 1));
         std::rotate(system.a.begin(), system.a.begin() + shift, system.a.end());
         std::rotate(system.b.begin(), system.b.begin() + shift, system.b.end());
@@ -77,7 +79,8 @@ System nextSystem(fuzz::ByteReader& in, int n)
     return system;
 }
 
-/// Elimination with rows that move and the right side beside them.
+/// Reference implementation: Gaussian elimination with partial pivoting that swaps the
+/// rows and the right-hand side.
 Numbers plainSolution(System system)
 {
     Matrix& a = system.a;
@@ -130,7 +133,7 @@ void checkFactors(const System& system, const Factors& factors)
             FUZZ_REQUIRE(i > k || factors.l[p][k] == (i == k ? 1.0 : 0.0));
         }
     }
-    if (!system.isTame) {
+    if (!system.isWellConditioned) {
         return;
     }
     for (std::size_t i = 0; i < n; ++i) {
@@ -154,7 +157,7 @@ void checkTameSolution(const System& system, const Numbers& x)
     }
 }
 
-/// The library's solution; checks all on the way to it.
+/// The library's solution; checks all its intermediate results.
 Numbers checkLibrary(const System& system)
 {
     const int n = system.size();
@@ -175,7 +178,7 @@ Numbers checkLibrary(const System& system)
         solution.push_back(x[static_cast<std::size_t>(p)]);
     }
     FUZZ_REQUIRE(same(solution, plainSolution(system)));
-    if (system.isTame) {
+    if (system.isWellConditioned) {
         checkTameSolution(system, solution);
     }
     return solution;
@@ -208,7 +211,8 @@ void checkLanes(const std::array<System, analysis::laneCount>& systems,
     }
 }
 
-/// The round's row: the largest diagonal among the free ones, NaN below all.
+/// The pivot row: the largest diagonal element of the unused rows; NaN counts as smaller
+/// than any number.
 std::size_t plainDiagonalPivot(const Matrix& a, const std::vector<bool>& used)
 {
     std::size_t chosen = a.size();
@@ -294,7 +298,7 @@ void checkProducts(const System& left, const System& right)
     FUZZ_REQUIRE(same(a, c));
 }
 
-/// Sizes below 1 do nothing.
+/// Sizes below 1: all functions are no-ops.
 void checkNoSize(int n)
 {
     double** matrix = SmallMatrix::newMatrix(n);
@@ -308,7 +312,8 @@ void checkNoSize(int n)
     SmallMatrix::freeMatrix(n, matrix);
 }
 
-/// A fit with its matrix made once, against one made for each set of values.
+/// A fit that builds its matrix once, compared with one that builds it for each set of
+/// values.
 void checkCombination(fuzz::ByteReader& in, int unknowns)
 {
     const int rows = in.number(0, 9);
@@ -339,7 +344,7 @@ void fuzz::tryInput(const QByteArray& bytes)
 {
     ByteReader in(bytes);
     const int form = in.number(0, 3);
-    const int n = in.number(1, mostUnknowns);
+    const int n = in.number(1, maxUnknowns);
     if (form == 0) {
         checkCombination(in, n);
         return;

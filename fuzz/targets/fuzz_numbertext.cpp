@@ -1,4 +1,4 @@
-// Numbers as text, held against the toolkit's own.
+// Numbers as text, compared with Qt's conversion.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -15,10 +15,10 @@
 namespace
 {
 
-constexpr int mostNumbers = 3;
+constexpr int maxNumbers = 3;
 
-/// A whole number times a power of ten, so that few digits are left after the
-/// sixth one, or the middle between two numbers of six digits.
+/// An integer times a power of ten, which has few digits after the sixth, or the midpoint
+/// between two numbers of six digits.
 double decimal(fuzz::ByteReader& in, double offset)
 {
     const double digits = in.number(-1'000'000, 1'000'000) + offset;
@@ -43,7 +43,7 @@ double nextNumber(fuzz::ByteReader& in)
         value = std::pow(10.0, in.number(-330, 308));
         break;
     default:
-        // Exact halves of the last digit that is kept.
+        // Exact halves of the last printed digit.
         value = (in.number(100'000, 999'999) + 0.5) * std::ldexp(1.0, in.number(0, 4));
         break;
     }
@@ -57,7 +57,7 @@ double nextNumber(fuzz::ByteReader& in)
 
 void checkGeneralText(double value)
 {
-    // Of the very size, so that writing past it is seen.
+    // Exactly the required size, so that a sanitizer detects writing past it.
     const auto out = std::make_unique<char[]>(analysis::generalTextCapacity);
     const std::size_t length = analysis::generalText(
         value,
@@ -93,7 +93,7 @@ void fuzz::tryInput(const QByteArray& bytes)
 {
     ByteReader in(bytes);
     QList<double> values;
-    while (!in.atEnd() && values.size() < mostNumbers) {
+    while (!in.atEnd() && values.size() < maxNumbers) {
         const double value = nextNumber(in);
         checkGeneralText(value);
         checkGeneralText(-value);

@@ -1,6 +1,6 @@
-// Words of numbers in the lines of files, against the toolkit's conversion.
+// Numbers in the lines of files, compared with Qt's conversion.
 //
-// The input is a line; what follows its line feed is not looked at.
+// The input is a line; bytes after its line feed are ignored.
 #include "data/DecimalNumber.h"
 #include "data/LineWords.h"
 #include "support/FuzzTarget.h"
@@ -15,7 +15,7 @@
 namespace
 {
 
-/// The line as a file's reader sees it: with a line feed, and nothing behind.
+/// The line as the file reader gets it: with a line feed and nothing after it.
 std::vector<char> lineOf(const QByteArray& bytes)
 {
     const auto end = std::find(bytes.begin(), bytes.end(), '\n');
@@ -30,7 +30,8 @@ QString decoded(const std::vector<char>& line)
     return text.remove(u'\r').simplified();
 }
 
-/// The words as an expression splits them; none of an empty line.
+/// Reference implementation: the words as a regular expression splits them; an empty list
+/// for an empty line.
 QStringList plainWords(const QString& line)
 {
     static const QRegularExpression blanks(QStringLiteral("\\s+"));
@@ -48,8 +49,8 @@ void checkTextWords(const QString& line, const QStringList& expected)
     FUZZ_REQUIRE(!words.next());
 }
 
-/// Every @p step-th word converted, the others passed over. A line that says at the
-/// end that it is plain must have given the words of the text.
+/// Converts every @p step-th word and skips the others. If the line then reports that it
+/// was plain, the words must be equal to those of the decoded text.
 void checkByteWords(const std::vector<char>& line, const QStringList& expected, int step)
 {
     data::ByteWords words(line.data());
@@ -72,7 +73,8 @@ void checkByteWords(const std::vector<char>& line, const QStringList& expected, 
     }
 }
 
-/// A number read from any place on is that of the characters that it took.
+/// A number read from any position must be equal to the conversion of the characters that
+/// it consumed.
 void checkDecimals(const std::vector<char>& line)
 {
     for (const char* begin = line.data(); *begin != '\n'; ++begin) {

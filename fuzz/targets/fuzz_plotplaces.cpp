@@ -1,5 +1,5 @@
-// Places on a plot: conversions with hostile ranges, whole pixels, grid lines and
-// the marks of many points.
+// Positions on a plot: coordinate conversions with extreme ranges, whole pixels, grid
+// lines and the marks of many points.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -29,7 +29,7 @@ namespace
 
 using tests::sameDouble;
 
-constexpr int mostPoints = 24;
+constexpr int maxPoints = 24;
 
 struct Axis {
     double real0;
@@ -123,7 +123,7 @@ void tryConversions(fuzz::ByteReader& in)
     FUZZ_REQUIRE(cc.labelWidth() == plainTruncated((cc.scrX1 - cc.scrX0) * cc.marginLeft));
     checkTick(cc, in.anyDouble(), in.anyDouble());
     if (!isSurface) {
-        return; // marks need a widget
+        return; // marks need a coordinate transform that a widget has set up
     }
     const display::MarkPlaces places(cc);
     if (const auto place = places.at(v, p)) {
@@ -143,7 +143,8 @@ void tryLegend(fuzz::ByteReader& in)
     FUZZ_REQUIRE(box.width() >= 0.0 && box.height() >= 0.0);
     const QPoint place(in.number(-10, 2010), in.number(-10, 2010));
     if (legend.isHit(row, place)) {
-        // A tenth of the left margin's width further right than the box.
+        // The hit area reaches to the right edge of the plot area, a tenth of the left
+        // margin beyond the box.
         FUZZ_REQUIRE(place.x() > box.left() && place.x() < cc.areaX1);
         FUZZ_REQUIRE(!legend.isHit(row + 1, place));
     }
@@ -161,7 +162,7 @@ double nextPlace(fuzz::ByteReader& in)
     }
 }
 
-/// How far a pixel lies from the line through two places.
+/// The distance of a pixel from the line through two points.
 long double distance(const QPointF& from, const QPointF& to, const QPoint& pixel)
 {
     const long double dx = static_cast<long double>(to.x()) - from.x();
@@ -204,7 +205,7 @@ void tryLines(fuzz::ByteReader& in)
     }
 }
 
-using Places = std::set<std::pair<int, int>>; // line, column
+using Places = std::set<std::pair<int, int>>; // row, column
 
 Places pixelsOf(const display::PixelSet& set)
 {
@@ -236,7 +237,7 @@ void trySets(fuzz::ByteReader& in)
     const QRect area(in.number(-70, 70), in.number(-9, 9), in.number(1, 140), in.number(1, 6));
     display::PixelSet set(area);
     Places plain;
-    for (int i = in.number(0, mostPoints); i > 0; --i) {
+    for (int i = in.number(0, maxPoints); i > 0; --i) {
         const QPoint at(in.number(area.left(), area.right()), in.number(area.top(), area.bottom()));
         if (in.number(0, 1) == 0) {
             FUZZ_REQUIRE(set.insert(at) == plain.emplace(at.y(), at.x()).second);
@@ -278,7 +279,7 @@ QImage whiteImage(const QSize& size)
     return image;
 }
 
-/// The plain picture of a grid: a line for each value in turn.
+/// Reference implementation of a grid: draws one line per value.
 template <class ToPixel, class DrawAt>
 void plainGrid(const display::GridValues& values, int size, ToPixel toPixel, DrawAt drawAt)
 {
@@ -373,7 +374,7 @@ QImage gathered(const QSize& surface, const display::MarkPlaces& places, int sta
     return image;
 }
 
-/// Nothing where the layers have to be drawn one after the other.
+/// The picture of layered marks; nullopt if the layers must be drawn one by one.
 std::optional<QImage> layered(const QSize& surface, const display::MarkPlaces& places, int state,
                               const QList<QColor>& colors, const std::vector<Mark>& marks)
 {
@@ -414,7 +415,7 @@ void tryMarks(fuzz::ByteReader& in)
     const QList<QColor> colors{Qt::red, Qt::blue, Qt::darkGreen};
     const int state = in.number(0, 6);
     std::vector<Mark> marks;
-    for (int i = in.number(0, mostPoints); i > 0; --i) {
+    for (int i = in.number(0, maxPoints); i > 0; --i) {
         const double x = in.number(0, 3) == 0 ? in.anyDouble() : in.number(-8, 160) / 4.0;
         const double y = in.number(0, 3) == 0 ? in.anyDouble() : in.number(-8, 160) / 4.0;
         if (const auto place = places.at(x, y)) {

@@ -1,4 +1,4 @@
-// The text of a result map, held against the straightforward writer.
+// The text of a result map, compared with the reference implementation.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -17,11 +17,11 @@ namespace
 
 using Wanted = std::array<bool, analysis::columnCount>;
 
-/// Takes a number of bytes and then fails, as a disk that fills does.
+/// Accepts a number of bytes and then fails, like a full disk.
 class SmallDevice : public QIODevice
 {
 public:
-    /// @param takesPart  whether the write that does not fit leaves what fits
+    /// @param takesPart  whether the failing write stores the bytes that still fit
     SmallDevice(qint64 capacity, bool takesPart)
         : m_capacity(capacity)
         , m_takesPart(takesPart)
@@ -67,7 +67,7 @@ A2DData nextMap(fuzz::ByteReader& in)
     map.extended = in.number(0, 1) == 1;
     const int form = in.number(0, 31);
     if (form == 0) {
-        // No pixels, whatever the other side says.
+        // No pixels, whatever the other dimension is.
         map.xNum = in.oneOf(QList<int>{0, -1, std::numeric_limits<int>::min()});
         map.yNum = in.number(-2, 300);
     } else if (form == 1) {
@@ -92,7 +92,7 @@ QString nextNumberText(fuzz::ByteReader& in)
     return in.number(0, 3) == 0 ? in.text(6) : QString::number(in.anyDouble(), 'g', 17);
 }
 
-/// Whether @p text is @p value to its six digits.
+/// Whether @p text is equal to @p value to six digits.
 bool isToSixDigits(const QByteArray& text, double value)
 {
     if (!std::isfinite(value)) {

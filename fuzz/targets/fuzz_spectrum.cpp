@@ -1,4 +1,4 @@
-// A spectrum file in either form, read and then asked for values everywhere.
+// Spectrum files of both formats, and queries at all kinds of energies.
 //
 // The input is the file.
 #include "data/AMutE.h"
@@ -68,7 +68,7 @@ const fuzz::MemoryFile& fileOf(const QByteArray& bytes)
     return file;
 }
 
-/// A shift of the energies, and the ends of the fits, as the input has it.
+/// A record whose energy shift depends on the input.
 AMutE recordFor(const QByteArray& bytes)
 {
     static constexpr std::array shifts{0.0, 0.0, 0.0, 1.5, -20.0, 1e300, nan, infinity};
@@ -104,13 +104,13 @@ void checkPoints(const AMutE& record, bool isRead, const QByteArray& bytes)
     checkExtremes(record);
 }
 
-/// The same file into a record that holds another one already.
+/// Reads the file into a record that already holds another file.
 void checkSecondRead(const AMutE& first, const QByteArray& bytes)
 {
     AMutE record = recordFor(bytes);
     readDevice(record, bytes.sliced(bytes.size() / 2));
     FUZZ_REQUIRE(readDevice(record, bytes) == first.valid);
-    // A failed read leaves the lines of the one before, and nothing uses them.
+    // A failed read keeps the lines of the previous spectrum; nothing uses them.
     if (!first.valid) {
         record.preLine = first.preLine;
         record.postLine = first.postLine;
@@ -134,34 +134,34 @@ void checkPath(const AMutE& expected, const QByteArray& bytes)
     }
 }
 
-/// With just the memory that is asked for the points are read; with less the read
-/// fails and leaves none.
-void checkLittleMemory(const AMutE& expected, const QByteArray& bytes)
+/// With exactly the requested memory the points are read; with less the read fails and
+/// leaves no points.
+void checkLimitedMemory(const AMutE& expected, const QByteArray& bytes)
 {
     AMutE record = recordFor(bytes);
-    const qint64 most = fuzz::mostAskedBy([&] { readDevice(record, bytes); });
+    const qint64 most = fuzz::peakRequestOf([&] { readDevice(record, bytes); });
     {
-        const fuzz::LittleMemory memory(most);
+        const fuzz::LimitedMemory memory(most);
         record = recordFor(bytes);
         FUZZ_REQUIRE(readDevice(record, bytes) == expected.valid);
         FUZZ_REQUIRE(isSame(record, expected));
     }
-    const fuzz::LittleMemory memory(fuzz::tooLittle(most, bytes.size() % 2 == 0));
+    const fuzz::LimitedMemory memory(fuzz::tooLittle(most, bytes.size() % 2 == 0));
     record = recordFor(bytes);
     FUZZ_REQUIRE(!readDevice(record, bytes));
     FUZZ_REQUIRE(!record.valid && record.points.isEmpty());
     FUZZ_REQUIRE(record.minEnergy == 1e300 && record.maxEnergy == -1e300);
 }
 
-/// Whether the text means the same in whatever pieces it is decoded.
+/// Whether the text decodes to the same characters however it is split into pieces.
 bool isPlainUtf8(const QByteArray& bytes)
 {
     return !QStringConverter::encodingForData(bytes.left(4)) &&
            QString::fromUtf8(bytes).toUtf8() == bytes;
 }
 
-/// A device that delivers odd pieces, and one that fails: the text ends there.
-void checkOddDevices(const AMutE& expected, const QByteArray& bytes)
+/// Reads from a device with short reads and from one that fails, where the text ends.
+void checkOtherDevices(const AMutE& expected, const QByteArray& bytes)
 {
     const qint64 largest = 1 + bytes.size() % 300;
     tests::OddDevice device(bytes, largest, false);
@@ -177,7 +177,7 @@ void checkOddDevices(const AMutE& expected, const QByteArray& bytes)
     checkPoints(record, isRead, bytes.left(end));
 }
 
-/// Energies at, between and beyond the points, and such as are none.
+/// Energies at, between and beyond the points, and non-finite ones.
 QList<double> energiesAround(const AMutE& record)
 {
     QList<double> energies{nan, infinity, -infinity, 0.0, 8333.0, 1e308};
@@ -291,10 +291,10 @@ void fuzz::tryInput(const QByteArray& bytes)
         checkSecondRead(record, bytes);
     }
     if (oneIn(6, bytes) && isPlainUtf8(bytes)) {
-        checkOddDevices(record, bytes);
+        checkOtherDevices(record, bytes);
     }
     if (oneIn(7, bytes)) {
-        checkLittleMemory(record, bytes);
+        checkLimitedMemory(record, bytes);
     }
     if (oneIn(16, bytes)) {
         checkPath(record, bytes);

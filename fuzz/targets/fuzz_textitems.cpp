@@ -1,7 +1,7 @@
-// Every function on lines of text, by the laws that it states.
+// All functions on lines of text, tested against their documented properties.
 //
-// The input: a byte for a length and the form of the text; a line; behind a byte of
-// 1 a second text.
+// The input: a byte for a length and the encoding of the text, then a line, and after a
+// byte of value 1 a second text.
 #include "data/TextItems.h"
 #include "support/FuzzTarget.h"
 #include "support/InputText.h"
@@ -30,7 +30,7 @@ void checkItems(const QString& line)
     while (!rest.isEmpty()) {
         QString item;
         const QString next = data::nextItem(rest, item);
-        FUZZ_REQUIRE(next.size() < rest.size()); // so that the loop ends
+        FUZZ_REQUIRE(next.size() < rest.size()); // otherwise the loop would not end
         FUZZ_REQUIRE(rest.endsWith(next));
         FUZZ_REQUIRE(rest.contains(item));
         all.append(item);
@@ -56,7 +56,7 @@ void checkKey(const QString& line, const QString& key, int count)
     } else {
         FUZZ_REQUIRE(!isFound && items == before);
     }
-    data::splitItemsAfter(line, key + line); // a prefix longer than the line
+    data::splitItemsAfter(line, key + line); // the prefix is longer than the line
 }
 
 void checkComment(const QString& line)
@@ -75,8 +75,9 @@ void checkComment(const QString& line)
     FUZZ_REQUIRE(data::isBlankOrComment(line) == before.simplified().isEmpty());
 }
 
-/// By the formula as it is stated: without the leading blanks, cut to the index of
-/// the last non-blank less 1.
+/// The documented formula: leading white space is removed, and the rest is cut to the
+/// index of the last non-blank character minus 1. The index is from the untrimmed line,
+/// on purpose.
 void checkTrimmed(const QString& line)
 {
     qsizetype first = 0;
@@ -104,7 +105,7 @@ void checkQuotes(const QString& text, const QString& other)
     FUZZ_REQUIRE(data::joinQuoted({}).isEmpty());
 }
 
-/// What was quoted for a comma-separated line comes back from it.
+/// A field that was quoted for a comma-separated line must be read back unchanged.
 void checkFields(const QString& text, const QString& other)
 {
     const QString written = data::quotedIfNeeded(text);
@@ -116,7 +117,8 @@ void checkFields(const QString& text, const QString& other)
     FUZZ_REQUIRE(field == text);
     FUZZ_REQUIRE(data::commaFieldLoose(written + u',' + other, field) == other);
     FUZZ_REQUIRE(field == text);
-    // Any line is used up, also into its own field.
+    // Reading fields must consume any line, even if the field and the line are the same
+    // object.
     QString line = text;
     while (!line.isEmpty()) {
         const qsizetype before = line.size();
@@ -129,7 +131,7 @@ void checkFields(const QString& text, const QString& other)
         line = data::commaField(line, line);
         FUZZ_REQUIRE(line.size() <= before);
         if (line.size() == before) {
-            break; // one field without a comma is its own text
+            break; // a single field without a comma is not consumed
         }
     }
 }

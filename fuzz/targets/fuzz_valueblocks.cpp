@@ -1,5 +1,5 @@
-// Lists that are views on blocks of memory, held against lists of their own, and
-// absorbances that are kept.
+// Lists that share blocks of memory, compared with ordinary lists, and cached
+// absorbances.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -15,17 +15,17 @@
 namespace
 {
 
-constexpr int mostRows = 6;
-constexpr int mostBlocks = 3;
-constexpr int mostSteps = 40;
-constexpr qsizetype mostLength = 40;
+constexpr int maxRows = 6;
+constexpr int maxBlocks = 3;
+constexpr int maxSteps = 40;
+constexpr qsizetype maxLength = 40;
 
 bool same(const QList<double>& a, const QList<double>& b)
 {
     return std::equal(a.cbegin(), a.cend(), b.cbegin(), b.cend(), tests::sameDouble);
 }
 
-/// Memory of its own.
+/// A deep copy.
 QList<double> deepCopy(const QList<double>& list)
 {
     QList<double> copy;
@@ -33,7 +33,7 @@ QList<double> deepCopy(const QList<double>& list)
     return copy;
 }
 
-/// A list of the product beside one that shares nothing.
+/// A list of the product and an equal list that shares nothing.
 struct Pair {
     QList<double> list;
     QList<double> wanted;
@@ -44,7 +44,7 @@ class Lists
 public:
     explicit Lists(fuzz::ByteReader& in)
         : m_in(in)
-        , m_rows(static_cast<std::size_t>(mostBlocks * mostRows))
+        , m_rows(static_cast<std::size_t>(maxBlocks * maxRows))
         , m_wanted(m_rows.size())
     {
     }
@@ -95,20 +95,17 @@ public:
     }
 
 private:
-    std::size_t row()
-    {
-        return static_cast<std::size_t>(m_in.number(0, mostBlocks * mostRows - 1));
-    }
+    std::size_t row() { return static_cast<std::size_t>(m_in.number(0, maxBlocks * maxRows - 1)); }
 
     std::ptrdiff_t keptPlace() { return m_in.number(0, static_cast<int>(m_kept.size()) - 1); }
 
-    /// As a calculation does: a block of its own for each piece of the rows.
+    /// Gives each piece of the rows its own block, as a calculation does.
     void share()
     {
-        const int block = m_in.number(0, mostBlocks - 1);
-        const int count = m_in.number(1, mostRows);
+        const int block = m_in.number(0, maxBlocks - 1);
+        const int count = m_in.number(1, maxRows);
         const int length = m_in.oneOf(QList<int>{13, 1, 2, 3, 13});
-        const auto first = static_cast<std::size_t>(block * mostRows);
+        const auto first = static_cast<std::size_t>(block * maxRows);
         const std::span<A2DRow> rows(&m_rows[first], static_cast<std::size_t>(count));
         const std::span<double> values =
             m_blocks.share(static_cast<std::size_t>(block), rows, length);
@@ -126,7 +123,7 @@ private:
 
     void forget()
     {
-        const auto block = static_cast<std::size_t>(m_in.number(0, mostBlocks));
+        const auto block = static_cast<std::size_t>(m_in.number(0, maxBlocks));
         if (m_in.number(0, 1) == 0) {
             m_blocks.forget(block);
         } else {
@@ -147,13 +144,13 @@ private:
         }
     }
 
-    /// One operation on both.
+    /// Performs the same operation on both lists.
     void change(QList<double>& list, QList<double>& wanted)
     {
         const int operation = m_in.number(0, 11);
         const qsizetype at = m_in.number(0, static_cast<int>(wanted.size()));
         const double value = ++m_next;
-        if (wanted.size() > mostLength) {
+        if (wanted.size() > maxLength) {
             list.clear();
             wanted.clear();
             return;
@@ -212,9 +209,9 @@ private:
     }
 
     fuzz::ByteReader& m_in;
-    double m_next = 0.0; ///< a new number for each place
+    double m_next = 0.0; ///< a new number for each element
     data::ValueBlocks m_blocks;
-    std::vector<A2DRow> m_rows; ///< in blocks
+    std::vector<A2DRow> m_rows; ///< in blocks of maxRows
     std::vector<QList<double>> m_wanted;
     std::vector<Pair> m_kept;
 };
@@ -235,18 +232,18 @@ void checkAbsorbances(const data::AbsorbanceCache& cache, const std::vector<A2DD
 
 void tryCache(fuzz::ByteReader& in)
 {
-    constexpr int mostMaps = 3;
+    constexpr int maxMaps = 3;
     data::AbsorbanceCache cache;
-    std::vector<A2DData> maps(mostMaps);
+    std::vector<A2DData> maps(maxMaps);
     const auto anyMap = [&]() -> A2DData& {
-        return maps[static_cast<std::size_t>(in.number(0, mostMaps - 1))];
+        return maps[static_cast<std::size_t>(in.number(0, maxMaps - 1))];
     };
     QList<const A2DData*> ready;
-    for (int step = 0; step < mostSteps && !in.atEnd(); ++step) {
+    for (int step = 0; step < maxSteps && !in.atEnd(); ++step) {
         switch (in.number(0, 4)) {
         case 0:
             ready.clear();
-            for (int count = in.number(0, mostMaps); count > 0; --count) {
+            for (int count = in.number(0, maxMaps); count > 0; --count) {
                 ready.append(&anyMap());
             }
             cache.prepare(ready);
@@ -286,7 +283,7 @@ void fuzz::tryInput(const QByteArray& bytes)
         return;
     }
     Lists lists(in);
-    for (int step = 0; step < mostSteps && !in.atEnd(); ++step) {
+    for (int step = 0; step < maxSteps && !in.atEnd(); ++step) {
         lists.step();
         lists.check();
     }

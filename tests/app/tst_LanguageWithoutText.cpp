@@ -27,7 +27,7 @@ class tst_LanguageWithoutText : public QObject
 
 private Q_SLOTS:
     void japaneseTextIsNotLinked();
-    void japaneseStaysSilentAndEnglish_data();
+    void japaneseFallsBackToEnglishSilently_data();
     void japaneseFallsBackToEnglishSilently();
 };
 
@@ -37,7 +37,7 @@ void tst_LanguageWithoutText::japaneseTextIsNotLinked()
     QVERIFY(!QFile::exists(QStringLiteral(":/qelk_ja_JP")));
 }
 
-void tst_LanguageWithoutText::japaneseStaysSilentAndEnglish_data()
+void tst_LanguageWithoutText::japaneseFallsBackToEnglishSilently_data()
 {
     QTest::addColumn<app::Language>("language");
     QTest::newRow("Japanese") << app::Language::Japanese;

@@ -151,21 +151,21 @@ private Q_SLOTS:
     void argumentsChooseTheLanguage();
     void englishLabelsShowTheSourceTexts();
     void japaneseLabelsShowTheTranslations();
-    void textsOutsideTheTableShowTheirSourceInBothLanguages_data();
+    void untranslatedTextsShowTheirSourceInBothLanguages_data();
     void untranslatedTextsShowTheirSourceInBothLanguages();
     void fieldValuesAreTheSameInBothLanguages();
 
-    void titleIsTheNameOfTheProgram_data();
+    void titleIsTheProgramName_data();
     void titleIsTheProgramName();
-    void menuBarAndStatusBarAreThereAndEmpty_data();
+    void menuBarAndStatusBarExistAndAreEmpty_data();
     void menuBarAndStatusBarExistAndAreEmpty();
-    void onlyTheMainWindowShowsAtStart_data();
+    void onlyTheMainWindowIsVisibleAtStart_data();
     void onlyTheMainWindowIsVisibleAtStart();
-    void startSaysNothing_data();
+    void startPrintsNothing_data();
     void startPrintsNothing();
 
     void closingTheLastWindowEndsWithZero();
-    void statusIsThatOfTheEventLoop_data();
+    void exitStatusIsTheEventLoopsResult_data();
     void exitStatusIsTheEventLoopsResult();
     void openWindowKeepsTheProgramRunning_data();
     void openWindowKeepsTheProgramRunning();
@@ -308,7 +308,7 @@ void tst_Program::japaneseLabelsShowTheTranslations()
     QVERIFY(differing > 150);
 }
 
-void tst_Program::textsOutsideTheTableShowTheirSourceInBothLanguages_data()
+void tst_Program::untranslatedTextsShowTheirSourceInBothLanguages_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("words");
@@ -346,7 +346,7 @@ void tst_Program::fieldValuesAreTheSameInBothLanguages()
     QCOMPARE(widgetNamed(m_japanese.windows(), "PreEEndDE")["value"].toString(), QString("-50"));
 }
 
-void tst_Program::titleIsTheNameOfTheProgram_data()
+void tst_Program::titleIsTheProgramName_data()
 {
     addLanguageRows();
 }
@@ -363,7 +363,7 @@ void tst_Program::titleIsTheProgramName()
     }
 }
 
-void tst_Program::menuBarAndStatusBarAreThereAndEmpty_data()
+void tst_Program::menuBarAndStatusBarExistAndAreEmpty_data()
 {
     addLanguageRows();
 }
@@ -384,7 +384,7 @@ void tst_Program::menuBarAndStatusBarExistAndAreEmpty()
     }
 }
 
-void tst_Program::onlyTheMainWindowShowsAtStart_data()
+void tst_Program::onlyTheMainWindowIsVisibleAtStart_data()
 {
     addLanguageRows();
 }
@@ -396,7 +396,7 @@ void tst_Program::onlyTheMainWindowIsVisibleAtStart()
     QCOMPARE(visibleWindows(run.windows()), QStringList{"Body"});
 }
 
-void tst_Program::startSaysNothing_data()
+void tst_Program::startPrintsNothing_data()
 {
     addLanguageRows();
 }
@@ -421,7 +421,7 @@ void tst_Program::closingTheLastWindowEndsWithZero()
     QVERIFY(run.snapshots.at(0)["quitsOnLastWindowClosed"].toBool());
 }
 
-void tst_Program::statusIsThatOfTheEventLoop_data()
+void tst_Program::exitStatusIsTheEventLoopsResult_data()
 {
     QTest::addColumn<int>("status");
     QTest::newRow("0") << 0;

@@ -1,7 +1,7 @@
-"""Input files for the cases: spectra and maps, good, odd and broken.
+"""Input files for the cases: valid, unusual and broken spectra and maps.
 
-Everything comes from a random.Random that the caller seeds, so that the same
-seed makes the same bytes.
+All random numbers come from a random.Random that the caller seeds, so the same
+seed gives the same bytes.
 """
 
 import math
@@ -15,22 +15,22 @@ NUMBERS = (
 
 
 def mu(energy, valence, jump=1.0, base=0.3):
-    """A falling background, an edge that moves with the valence, a white line."""
+    """Absorbance: background, an edge that shifts with the valence, white line, oscillations."""
     edge = EDGE + 1.3 * valence
     L = 12398.42 / energy
     background = base + 0.02 * L**3 + 0.03 * L**4
     step = jump * (0.5 + math.atan((energy - edge) / 2.5) / math.pi)
     white = jump * (0.25 + 0.12 * valence) * math.exp(-(((energy - edge - 7.0) / 6.0) ** 2))
-    wiggle = 0.05 * jump * math.sin((energy - edge) / 12.0) * (energy > edge + 15)
-    return background + step + white + wiggle
+    oscillations = 0.05 * jump * math.sin((energy - edge) / 12.0) * (energy > edge + 15)
+    return background + step + white + oscillations
 
 
 def energies(rnd, count=36, low=8200.0, high=8560.0):
-    """Energies denser around the edge."""
-    third = count // 3
-    grid = [low + (8330 - low) * i / third for i in range(third)]
-    grid += [8330 + 90.0 * i / third for i in range(third)]
-    rest = count - 2 * third
+    """Energies (eV), denser around the edge, with random offsets."""
+    part = count // 3
+    grid = [low + (8330 - low) * i / part for i in range(part)]
+    grid += [8330 + 90.0 * i / part for i in range(part)]
+    rest = count - 2 * part
     grid += [8420 + (high - 8420) * (i + 1) / rest for i in range(rest)]
     return [round(e + rnd.uniform(-0.3, 0.3), 2) for e in grid]
 
@@ -46,7 +46,7 @@ def plain(points, head="# energy mut\n", line="%.2f %.5f\n", end="\n"):
 
 
 def beamline(points, rnd, modes=(1, 2), d="3.13551", kind=2, offset=True, tail=""):
-    """The form that opens with 9809: angles and counts."""
+    """The beamline (9809) format: angles and counts."""
     lines = ["  9809     KEK-PF  BL12C", "sample", " Mono :   SI(111)       D=  %s A    Initial angle= 13.7" % d]
     lines.append(" Angle(c)  Angle(o)   time/s  " + "  ".join(str(i + 2) for i in range(len(modes))))
     lines.append("Mode  0  0  " + "  ".join(map(str, modes)))
@@ -70,55 +70,55 @@ def beamline(points, rnd, modes=(1, 2), d="3.13551", kind=2, offset=True, tail="
     return "\n".join(lines) + "\n" + tail
 
 
-def odd_spectrum(rnd):
-    """A spectrum file that is good in a strange way, or no good at all."""
+def unusual_spectrum(rnd):
+    """An unusual but valid spectrum file, or an invalid one."""
     points = spectrum_points(rnd, rnd.uniform(0, 4), rnd.choice((9, 18, 24)))
-    odd = rnd.randrange(20)
-    if odd == 0:
+    variant = rnd.randrange(20)
+    if variant == 0:
         return plain(points[::-1])
-    if odd == 1:
+    if variant == 1:
         return plain(points, end="\r\n")
-    if odd == 2:
+    if variant == 2:
         return plain([p + (rnd.random(),) for p in points], line="%.2f\t%.5f  %.3f\n")
-    if odd == 3:
+    if variant == 3:
         return "energy mut\n" + plain(points, head="")
-    if odd == 4:
+    if variant == 4:
         return plain(points) + "8600 nan\n8610 inf\nnan 1\ninf 2\n8620 -inf\n"
-    if odd == 5:
+    if variant == 5:
         return plain(points[:1])
-    if odd == 6:
+    if variant == 6:
         return plain(points[:2])
-    if odd == 7:
+    if variant == 7:
         return ""
-    if odd == 8:
+    if variant == 8:
         return "# nothing but a comment\n\n8300\n"
-    if odd == 9:
+    if variant == 9:
         return plain([p for p in points for _ in (0, 1)])
-    if odd == 10:
+    if variant == 10:
         rnd.shuffle(points)
         return plain(points)
-    if odd == 11:
+    if variant == 11:
         return beamline(points, rnd, offset=False)
-    if odd == 12:
+    if variant == 12:
         return beamline(points, rnd, modes=(1, 0, 3, 3, 2))
-    if odd == 13:
+    if variant == 13:
         return beamline(points, rnd, modes=(2, 1, 2))
-    if odd == 14:
+    if variant == 14:
         return beamline(points, rnd, modes=(2, 2))
-    if odd == 15:
+    if variant == 15:
         return beamline(points, rnd, modes=(1, 4, 2))
-    if odd == 16:
+    if variant == 16:
         return beamline(points, rnd, d=rnd.choice(("3.1", "abc", "0", "3.13551,")))
-    if odd == 17:
+    if variant == 17:
         second = "Mode 0 0 2 1\n" if rnd.random() < 0.5 else "Mode 0 0 1 3\n"
         return beamline(points, rnd, tail=second + " 13.1 13.1 1.0 5000 4000\n 13.0 13.0 1.0 5000\n 12.9 12.9 1.0 0 0\n")
-    if odd == 18:
+    if variant == 18:
         return {"hex": rnd.randbytes(90).replace(b"\0", b"0").replace(b"\xff", b"5").hex()}
     return plain(points, head="", line="%.2f,%.5f\n")
 
 
 class Stack:
-    """Maps of one sample: valence and amount patterns seen at any energy."""
+    """Maps of one sample at any energy; the valence depends on x, the amount on y."""
 
     def __init__(self, rnd, width=5, height=4):
         self.rnd, self.width, self.height = rnd, width, height
@@ -157,9 +157,9 @@ class Stack:
                 lines.append("%g %g %d %d" % (x * 0.5, y * 0.5, i, i0))
         return end.join(lines) + end
 
-    def binary(self, energy, **lies):
+    def binary(self, energy, **options):
         values = [mut for _, _, mut in self.pixels(energy)]
-        return {"hex": binary_map(self.width, self.height, values, **lies).hex()}
+        return {"hex": binary_map(self.width, self.height, values, **options).hex()}
 
 
 def binary_map(width, height, values, header_size=None, cut=None, claim=None, flags=True):
@@ -180,33 +180,33 @@ def binary_map(width, height, values, header_size=None, cut=None, claim=None, fl
     return data[:cut]
 
 
-def odd_map(rnd, stack, energy):
-    """A map file that is good in a strange way, or no good at all."""
-    odd = rnd.randrange(22)
+def unusual_map(rnd, stack, energy):
+    """An unusual but valid map file, or an invalid one."""
+    variant = rnd.randrange(22)
     text = stack.text(energy)
-    if odd == 0:
+    if variant == 0:
         return stack.text(energy, columns=3)
-    if odd == 1:
+    if variant == 1:
         return stack.text(energy, kind="1306")
-    if odd == 2:
+    if variant == 2:
         return stack.text(energy, kind="2003901")
-    if odd == 3:
+    if variant == 3:
         return stack.text(energy, kind="axis")
-    if odd == 4:
+    if variant == 4:
         return stack.text(energy, end="\r\n")
-    if odd == 5:
+    if variant == 5:
         return stack.text(energy, head=False)
-    if odd == 6:
+    if variant == 6:
         return stack.text(energy, size=(stack.width + 2, stack.height))
-    if odd == 7:
+    if variant == 7:
         return stack.text(energy, size=(stack.width, stack.height - 1))
-    if odd == 8:
+    if variant == 8:
         return stack.text(energy, size=(0, 4))
-    if odd == 9:
+    if variant == 9:
         return text.replace("# X-NUM", "#X-NUM")
-    if odd == 10:
+    if variant == 10:
         return text + "1 2\nx y z w\nnan inf 1e400 -1\n\n"
-    if odd == 11:
+    if variant == 11:
         lines = text.split("\n")
         for i in range(4, len(lines) - 1):
             if rnd.random() < 0.4:
@@ -214,22 +214,22 @@ def odd_map(rnd, stack, energy):
                 tokens[rnd.choice((2, 3))] = rnd.choice(("0", "nan", "inf", "-3", "word", "1,000", "1e400", "-0"))
                 lines[i] = " ".join(tokens)
         return "\n".join(lines)
-    if odd == 12:
+    if variant == 12:
         return text.replace("eV", "eV\n# ENERGY : %s eV" % rnd.choice(NUMBERS[1:8]))
-    if odd == 13:
+    if variant == 13:
         return ""
-    if odd == 14:
+    if variant == 14:
         return "# X-NUM 5\n# Y-NUM 4\n"
-    if odd == 15:
+    if variant == 15:
         return "# 2003901\n" + "".join("%d %d 3 4 5\n" % (x, y) for y in range(3) for x in range(4))
-    if odd == 16:
+    if variant == 16:
         return stack.binary(energy, cut=rnd.choice((70, 256, 300, 333)))
-    if odd == 17:
+    if variant == 17:
         return stack.binary(energy, claim=rnd.choice(((-1, 4), (0, 0), (7, 3), ("x", 2), (100000, 100000), (4, 60))))
-    if odd == 18:
+    if variant == 18:
         return stack.binary(energy, header_size=rnd.choice(("0", "100", "-5", "99999999999", "128")))
-    if odd == 19:
+    if variant == 19:
         return {"hex": rnd.randbytes(120).replace(b"\0", b"0").replace(b"\xff", b"5").hex()}
-    if odd == 20:
+    if variant == 20:
         return text.replace("# X-NUM 5", "# X-NUM 200000").replace("# y-num 4", "# Y-NUM 200000")
     return stack.text(energy, kind="2003901").replace("# I0 : 1", rnd.choice(("# I0 : 9", "# I0 1", "# i0 :2", "# I0 : -2")))

@@ -1,14 +1,14 @@
-"""Makes the cases that tst_independent replays.
+"""Generates the cases that tst_independent replays.
 
-    python3 make_cases.py                        the committed cases, into cases/
+    python3 make_cases.py                        writes the committed cases to cases/
     python3 make_cases.py --random 2000 --seed 7 --out /tmp/cases
-                                                 random ones only, into a folder
+                                                 only random cases, to a folder
     python3 make_cases.py --fits 500 --seed 7 --out /tmp/fits
-                                                 odd numbers for the fits
+                                                 unusual numbers for the fits
 
-A case is a list of actions on the panel with the state that model.py expects
-after each. States are written as differences from the state before; the first
-step differs from the state in start.json.
+A case is a list of actions on the panel, with the state that model.py
+calculates after each one. A state is written as the difference from the
+previous state; the first one as the difference from start.json.
 """
 
 import argparse
@@ -25,7 +25,7 @@ HERE = pathlib.Path(__file__).parent
 
 
 class Case:
-    """Runs actions on a model and keeps what changes at each."""
+    """Runs actions on a model and records the changes after each one."""
 
     def __init__(self, name, files, folders=("@/out", "@/in", "@/cwd")):
         self.name = name
@@ -59,7 +59,7 @@ class Case:
         return self
 
     def _indices(self, messages):
-        """Message numbers; a run of equal groups stays as it is."""
+        """The indices of messages in the table; new messages are appended to it."""
         for text in messages:
             if text not in self.table:
                 self.table.append(text)
@@ -89,14 +89,14 @@ def dump(value):
     return json.dumps(value, ensure_ascii=True, separators=(",", ":"))
 
 
-# --- a measurement to start from ----------------------------------------------
+# --- measurements -------------------------------------------------------------
 
 VALENCES = (0, 2, 3, 4)
 ENERGIES = (8313, 8340, 8352, 8360, 8400, 8460)
 
 
 def measurement(seed, width=5, height=4, count=30):
-    """Four references, a target, six maps and a binary map, as files."""
+    """Files of four references, a target, a beamline spectrum, six maps and a binary map."""
     rnd = random.Random(seed)
     files = {}
     for n, valence in enumerate(VALENCES):
@@ -116,7 +116,7 @@ def only(files, *names):
 
 
 def load_all(case, refs=2, maps=4, target=True):
-    """The hand of a user: references, target, maps."""
+    """Loads references, the target and maps, as a user does."""
     for n in range(refs):
         case.do("load", "Ref%d" % (n + 1), "@/in/ref%d.txt" % (n + 1))
     if target:
@@ -135,7 +135,7 @@ MORE_ENERGIES = (8346, 8420)
 
 
 def fit_measurement(seed, width=2, height=1, count=12):
-    """The same with eight maps: enough for four references and a background."""
+    """Like measurement(), with eight maps: enough for four references and a background."""
     files, rnd, stack = measurement(seed, width, height, count)
     for n, energy in enumerate(MORE_ENERGIES):
         files["@/in/map%d.dat" % (n + 7)] = stack.text(energy)
@@ -143,7 +143,7 @@ def fit_measurement(seed, width=2, height=1, count=12):
 
 
 def load_fit(case, refs=2, rows=5, boxes=4):
-    """References, target and maps, so that the references fit the rows."""
+    """Loads references, the target and maps, and puts all of them in use."""
     case.do("text", "HgABoxes", str(boxes)).do("text", "HgTBoxes", str(boxes))
     for row in range(5, rows + 1):
         case.do("check", "UseCB.%d" % row, True)
@@ -182,7 +182,8 @@ def exact_four_points_end_to_end():
     load_all(case).do("text", "HgABoxes", "5").do("text", "HgTBoxes", "5")
     case.do("click", "CalcTargetB").do("click", "CalcMapB")
     write_to(case)
-    # Five rows do not fit the exact form, and the earlier result stays.
+    # The exact form needs four rows: with five it is refused, and the earlier result is
+    # kept.
     case.do("load", "Row5", "@/in/map4.dat").do("click", "UseCB.5")
     return case.do("click", "CalcMapB").do("click", "CalcTargetB").do("click", "WriteB")
 
@@ -203,12 +204,12 @@ def four_references_and_gaps():
     case.do("click", "radioButton")
     load_all(case, refs=4)
     case.do("click", "Ref3.UseCB").do("click", "CalcMapB").do("click", "Ref2.UseCB")
-    case.do("click", "CalcMapB").do("click", "CalcTargetB")  # checked 1 and 3: map refused, target not
-    case.do("click", "Ref1.UseCB").do("click", "CalcMapB").do("click", "CalcTargetB")  # only the third
+    case.do("click", "CalcMapB").do("click", "CalcTargetB")  # references 1 and 3: map refused, target calculated
+    case.do("click", "Ref1.UseCB").do("click", "CalcMapB").do("click", "CalcTargetB")  # only reference 3
     case.do("click", "Ref4.UseCB").do("click", "Ref3.UseCB").do("click", "Ref4.UseCB")
-    case.do("click", "CalcMapB").do("click", "CalcTargetB")  # none at all
-    case.do("click", "Ref1.UseCB").do("click", "CalcMapB").do("click", "CalcTargetB")  # only the first
-    case.do("click", "UseCB.4").do("click", "UseCB.3")  # one reference, too few rows
+    case.do("click", "CalcMapB").do("click", "CalcTargetB")  # no reference
+    case.do("click", "Ref1.UseCB").do("click", "CalcMapB").do("click", "CalcTargetB")  # only reference 1
+    case.do("click", "UseCB.4").do("click", "UseCB.3")  # one reference and too few rows
     case.do("click", "UseCB.3").do("click", "CalcMapB")
     return case.do("setUse", 2, True).do("setUse", 2, True).do("setUse", 1, False).do("setUse", 4, True)
 
@@ -225,7 +226,7 @@ def refusals_of_the_start():
     case.do("load", "Target", "@/in/target.txt").do("click", "CalcTargetB")
     for row in (1, 2, 4):
         case.do("click", "UseCB.%d" % row).do("click", "CalcTargetB")
-    case.do("click", "UseCB.3").do("click", "CalcTargetB")  # no row at all
+    case.do("click", "UseCB.3").do("click", "CalcTargetB")  # no row in use
     return case.do("click", "CalcMapB")
 
 
@@ -235,12 +236,12 @@ def two_v_rows():
     case.do("click", "radioButton")
     load_all(case, maps=6)
     case.do("click", "CalcMapB")
-    case.do("click", "VPointCB.4")  # least square with two rows beside the V row
-    case.do("click", "UseCB.1")  # three selected, one of them beside the V row
+    case.do("click", "VPointCB.4")  # least squares with two rows and the V row
+    case.do("click", "UseCB.1")  # three rows in use, only one of them not a V row
     case.do("click", "CalcMapB").do("click", "CalcTargetB")
     case.do("check", "TypeTMKisExact", True).do("click", "UseCB.1").do("click", "CalcTargetB").do("click", "CalcMapB")
     case.do("click", "VPointCB.2").do("click", "CalcTargetB").do("click", "CalcMapB")
-    # A used row without a map counts for the collector but not for the choice.
+    # A row in use without a map counts in collect() but not in the choice of the form.
     case.do("click", "VPointCB.2").do("click", "VPointCB.3").do("clear", "Row1").do("click", "CalcMapB")
     return case.do("check", "TypeTMKisLS", True).do("click", "VPointCB.1").do("click", "VPointCB.2").do("click", "VPointCB.3")
 
@@ -252,13 +253,13 @@ def rows_without_maps_and_other_sizes():
     case = Case("rows without maps, maps of other sizes", {**only(files, *BASIC), **extra})
     case.do("click", "radioButton")
     load_all(case, maps=3)
-    case.do("click", "CalcMapB")  # row 4 used without a map: three points
+    case.do("click", "CalcMapB")  # row 4 is in use but has no map: three points
     case.do("click", "UseCB.1").do("load", "Row4", "@/in/small.dat").do("click", "CalcMapB")
     case.do("click", "UseCB.1").do("click", "CalcMapB")
     write_to(case)
     case.do("load", "Row1", "@/in/wide.dat").do("click", "CalcMapB")
     case.do("load", "Row3", "@/in/small.dat").do("click", "CalcMapB")
-    case.do("clear", "Row3").do("click", "CalcMapB")  # cleared, its pixels stay
+    case.do("clear", "Row3").do("click", "CalcMapB")  # cleared, but its pixels are kept
     case.do("clear", "Row1").do("click", "VPointCB.2").do("click", "CalcMapB")
     return case.do("click", "WriteB")
 
@@ -276,7 +277,7 @@ def binary_maps():
     case = Case("binary maps", {**only(files, *BASIC, "bin3.2dp"), **extra})
     case.do("click", "radioButton")
     load_all(case)
-    case.do("load", "Row3", "@/in/bin3.2dp").do("click", "CalcMapB")  # behind the text rows
+    case.do("load", "Row3", "@/in/bin3.2dp").do("click", "CalcMapB")  # its pixels are appended to those of the text map
     case.do("load", "Row5", "@/in/bin3.2dp").do("click", "UseCB.5").do("click", "UseCB.3").do("click", "VPointCB.5")
     case.do("click", "CalcMapB")
     case.do("load", "Row5", "@/in/bin3.2dp").do("load", "Row6", "@/in/short.2dp").do("click", "UseCB.6")
@@ -285,12 +286,12 @@ def binary_maps():
     for name in ("lie.2dp", "huge.2dp", "tiny.2dp", "words.2dp", "named.dat"):
         case.do("load", "Row7", "@/in/" + name)
     case.do("rowslot", 8, "load2dProcData", "@/in/missing.2dp").do("rowslot", 8, "loadData", "@/in/map1.dat")
-    case.do("load", "Row5", "@/in/huge.2dp").do("click", "CalcMapB")  # a V row of 0 by 0
+    case.do("load", "Row5", "@/in/huge.2dp").do("click", "CalcMapB")  # the V row's map is 0 by 0
     return case.do("click", "WriteB")
 
 
 def binary_heads():
-    """Headers of binary maps, well formed and not."""
+    """Valid and invalid headers of binary maps."""
 
     def head(lines, first="2dData-V0.0 HeaderSize: 256", size=256, values=(0.25, 0.5, -1.0, 1e-7, 7.0, 9.0), end=b"\1" * 6):
         text = (first.ljust(64) + "\n" + lines).encode()
@@ -356,7 +357,7 @@ def map_text_forms():
 
 
 def odd_characters():
-    """Byte order marks, blanks of every kind, control characters."""
+    """Byte order marks, all kinds of white space, control characters."""
     points = inputs.spectrum_points(random.Random(24), 2, 9)
     spectrum = inputs.plain(points)
     beam = inputs.beamline(points, random.Random(24))
@@ -519,15 +520,15 @@ def valences():
     for n, text in ((1, "2.5"), (2, "abc"), (2, ""), (1, "nan"), (1, "-1"), (2, "1e308"), (1, "inf"), (1, " 3 "), (2, "4,5")):
         case.do("type", "Ref%d.Valence" % n, text).do("click", "CalcTargetB").do("click", "WriteB")
     case.do("type", "Ref3.Valence", "7").do("click", "Ref3.UseCB").do("click", "CalcTargetB").do("click", "Ref1.UseCB")
-    case.do("click", "CalcTargetB").do("click", "CalcMapB")  # a gap at the top: the map is refused
-    # Written with one valid reference only, the valence column is 0.
+    case.do("click", "CalcTargetB").do("click", "CalcMapB")  # the first reference is not in use: the map is refused
+    # With only one valid reference the written valence column is 0.
     return case.do("click", "Ref3.UseCB").do("slot", "write")
 
 
 def written_files():
     files, _, _ = measurement(18, width=3, height=2)
     case = Case("written files", only(files, *BASIC), ("@/out", "@/in", "@/cwd", "@/out/folder.dat"))
-    case.do("click", "WriteB")  # no name, nothing calculated
+    case.do("click", "WriteB")  # no file name and no result
     case.do("file", "@/cwd/_HGAlpha.", "old").do("click", "WriteB")
     case.do("text", "Save.file", "@/out/empty").do("click", "WriteB")
     case.do("click", "radioButton")
@@ -657,7 +658,7 @@ def non_equivalent_backgrounds():
     load_fit(case)
     for button in ("SubPostEforRef", "SubPostEforTarget", "NonEquivBGVic", "SubPreEforRef", "SubPreEforTarget"):
         case.do("click", button).do("click", "CalcTargetB")
-    # The radio decides, whatever the slots were told.
+    # The radio buttons decide, not the argument of the last slot call.
     case.do("slot", "changedSubBGTypeForRef", True).do("slot", "changedSubBGTypeForTarget", True)
     case.do("text", "MutT.1", "7").do("text", "Mut1.2", "7").do("click", "CalcTargetB").do("click", "CalcMapB")
     case.do("type", "PreEEndDE", "-20").do("type", "PostEStartDE", "40").do("click", "CalcTargetB")
@@ -676,7 +677,7 @@ def non_equivalent_columns():
     case.do("slot", "write").do("click", "NonEquivBGVic").do("slot", "write")
     for box in ("RecRatio2", "RecC1", "RecValence", "RecDMut4"):
         case.do("click", box)
-    case.do("click", "WriteB").do("click", "radioButton").do("click", "WriteB")  # refused: no V row was needed before
+    case.do("click", "WriteB").do("click", "radioButton").do("click", "WriteB")  # refused: no V row
     return case.do("click", "VPointCB.1").do("click", "WriteB").do("click", "TypeNonEquiv").do("slot", "write")
 
 
@@ -686,13 +687,13 @@ def non_equivalent_refusals():
     both = lambda: case.do("click", "CalcTargetB").do("click", "CalcMapB")  # noqa: E731
     both().do("click", "Ref1.UseCB").do("click", "Ref2.UseCB")
     both().do("loads", "Multi", ["@/in/map%d.dat" % (n + 1) for n in range(5)]).do("check", "UseCB.5", True)
-    both().do("click", "NonEquivBGVic").do("click", "UseCB.2").do("click", "UseCB.3")  # no reference at all
+    both().do("click", "NonEquivBGVic").do("click", "UseCB.2").do("click", "UseCB.3")  # no reference
     both().do("click", "UseCB.3").do("click", "Ref1.UseCB")
     both().do("load", "Ref1", "@/in/ref1.txt").do("click", "UseCB.2")  # one reference
     both().do("click", "Ref2.UseCB")
     both().do("load", "Ref2", "@/in/ref2.txt")
     both().do("load", "Target", "@/in/target.txt")
-    both().do("click", "VPointCB.3")  # only the target wants a V row
+    both().do("click", "VPointCB.3")  # only the target needs a V row
     both().do("click", "UseCB.1").do("click", "NonEquivBGLinear")
     both().do("click", "UseCB.2").do("click", "VPointCB.4")
     return both()
@@ -712,7 +713,7 @@ def non_equivalent_base_rows():
     case.do("load", "Row2", "@/in/small.dat").do("click", "CalcMapB").do("load", "Row1", "@/in/wide.dat").do("click", "CalcMapB")
     case.do("load", "Row4", "@/in/wild.dat").do("click", "WriteB").do("load", "Row1", "@/in/wild.dat").do("click", "WriteB")
     case.do("load", "Row1", "@/in/short.dat").do("click", "WriteB")
-    case.do("clear", "Row1").do("click", "WriteB")  # cleared, its pixels stay and it is still the base
+    case.do("clear", "Row1").do("click", "WriteB")  # cleared, but its pixels are kept and it is still the base
     case.do("click", "UseCB.1").do("click", "UseCB.7").do("load", "Row7", "@/in/map1.dat").do("click", "CalcMapB")
     case.do("click", "UseCB.2").do("clear", "Row8").do("click", "UseCB.8").do("click", "CalcMapB")
     return case
@@ -737,7 +738,7 @@ def invalid_third_reference():
     for row in (1, 5):
         case.do("check", "LCFCB.%d" % row, True)
     load_fit(case, rows=8).do("load", "Ref4", "@/in/ref4.txt").do("click", "VPointCB.1").do("click", "VPointCB.3")
-    case.do("click", "Ref3.UseCB").do("click", "CalcTargetB").do("click", "CalcMapB")  # two valid of three
+    case.do("click", "Ref3.UseCB").do("click", "CalcTargetB").do("click", "CalcMapB")  # two of three references are valid
     case.do("click", "Ref4.UseCB").do("click", "CalcTargetB").do("click", "LCFB").do("click", "CalcMapB")
     case.do("click", "NonEquivBGVic").do("click", "UseCB.8").do("check", "UseCB.7", False).do("check", "UseCB.6", False)
     case.do("check", "UseCB.5", False).do("click", "CalcTargetB").do("check", "UseCB.5", True)
@@ -765,7 +766,7 @@ def fits_of_odd_spectra():
     for name in ("falling", "twice", "mixed", "one", "two", "flat", "nan"):
         case.do("load", "Ref1", "@/in/%s.txt" % name)
     case.do("load", "Ref2", "@/in/flat.txt").do("load", "Ref1", "@/in/flat.txt").do("click", "NonEquivBGVic")
-    case.do("load", "Ref1", "@/in/ref1.txt").do("load", "Ref2", "@/in/ref1.txt")  # the same one twice
+    case.do("load", "Ref1", "@/in/ref1.txt").do("load", "Ref2", "@/in/ref1.txt")  # the same spectrum twice
     case.do("click", "NonEquivBGLinear").do("load", "Ref2", "@/in/ref2.txt")
     for name in ("falling", "one", "nan", "ref1"):
         case.do("load", "Target", "@/in/%s.txt" % name)
@@ -785,7 +786,7 @@ def fits_of_odd_numbers():
         case.do("text", field, text)
         case.do("click", "NonEquivBGLinear" if case.panel.checked["NonEquivBGVic"] else "NonEquivBGVic")
     case.do("click", "WriteB")
-    for row in range(2, 6):  # rows of one energy
+    for row in range(2, 6):  # all rows at the same energy
         case.do("text", "Energy.%d" % row, "8313")
     case.do("click", "NonEquivBGLinear").do("click", "NonEquivBGVic")
     for field, text in (("Ref1.dE", "2.5"), ("Ref2.dE", "nan"), ("Ref2.dE", "-1"), ("Target.dE", "inf")):
@@ -799,7 +800,7 @@ def result_fields_of_the_target():
     for field in ("Ref1.RatioDisp", "Ref2.AmountDisp", "Ref3.RatioDisp", "Ref4.AmountDisp", "TargetDMut", "LCFRes", "CalcRes"):
         case.do("text", field, "old  text")
     load_fit(case, refs=3, rows=5).do("check", "VPointCB.2", True).do("click", "CalcTargetB")
-    case.do("click", "Ref1.UseCB").do("click", "Ref3.UseCB")  # what they show stays
+    case.do("click", "Ref1.UseCB").do("click", "Ref3.UseCB")  # their result fields keep the old text
     case.do("load", "Ref4", "@/in/ref4.txt").do("click", "Ref4.UseCB").do("clear", "Target").do("click", "CalcTargetB")
     return case.do("click", "radioButton").do("click", "CalcTargetB").do("click", "TypeNonEquiv")
 
@@ -809,7 +810,7 @@ def fit_range():
     points = [line.split()[0] for line in files["@/in/target.txt"].splitlines()]
     case = Case("range of the linear combination fit", only(files, *BASIC[:3]))
     case.do("click", "LCFB").do("click", "LCFCB.2").do("click", "LCFCB.3")  # no valid reference
-    load_all(case, maps=0).do("click", "LCFCB.3").do("click", "LCFCB.1")  # one row, then 1 and 2
+    load_all(case, maps=0).do("click", "LCFCB.3").do("click", "LCFCB.1")  # first one row, then rows 1 and 2
     case.do("click", "UseCB.1").do("click", "LCFCB.2").do("check", "LCFCB.8", True).do("click", "LCFB")
     for one, eight in (
         (points[3], points[3]), ("8300.001", "8300.002"), (points[2], points[9]), (points[9], points[2]), ("abc", "8500"),
@@ -827,7 +828,7 @@ def fit_references():
     case.do("check", "LCFCB.1", True).do("check", "LCFCB.6", True)
     for n in range(3):
         case.do("load", "Ref%d" % (n + 1), "@/in/ref%d.txt" % (n + 1))
-    case.do("click", "LCFB").do("load", "Target", "@/in/target.txt")  # before, there was no target
+    case.do("click", "LCFB").do("load", "Target", "@/in/target.txt")  # the first fit has no target
     case.do("click", "Ref3.UseCB").do("click", "Ref1.UseCB").do("type", "Ref3.Valence", "abc").do("click", "LCFB")
     case.do("load", "Target", "@/in/ref2.txt").do("load", "Ref1", "@/in/none.txt").do("click", "Ref1.UseCB")
     case.do("load", "Ref3", "@/in/ref2.txt").do("load", "Target", "@/in/none.txt").do("load", "Target", "@/in/target.txt")
@@ -840,7 +841,7 @@ def comparison_points():
     case.do("slot", "newColorLCFvs4PS").do("slot", "clearLCFvs4PS").do("click", "radioButton")
     load_all(case).do("click", "LCFB").do("check", "LCFCB.1", True).do("check", "LCFCB.4", True)
     case.do("click", "LCFB").do("slot", "newColorLCFvs4PS").do("slot", "lcf").do("click", "CalcTargetB").do("slot", "calcBoth")
-    for _ in range(43):  # to the last colour
+    for _ in range(43):  # up to the last colour
         case.do("slot", "newColorLCFvs4PS")
     case.do("slot", "lcf").do("slot", "newColorLCFvs4PS").do("slot", "lcf").do("slot", "newColorLCFvs4PS")
     case.do("click", "TypeNonEquiv").do("slot", "clearLCFvs4PS")
@@ -893,7 +894,7 @@ HAND_WRITTEN = (
 
 
 class RandomCase:
-    """A user of uncertain intentions."""
+    """A random user."""
 
     def __init__(self, seed, length=None, odd_files=6):
         self.rnd = random.Random("case %s" % seed)
@@ -901,8 +902,8 @@ class RandomCase:
         width, height = rnd.choice(((5, 4), (3, 2), (4, 3), (2, 2)))
         files, _, self.stack = fit_measurement(rnd.random(), width, height, rnd.choice((12, 18, 24)))
         for n in range(odd_files):
-            files["@/in/odd%d.txt" % n] = inputs.odd_spectrum(rnd)
-            files["@/in/odd%d.dat" % n] = inputs.odd_map(rnd, self.stack, rnd.uniform(8300, 8480))
+            files["@/in/odd%d.txt" % n] = inputs.unusual_spectrum(rnd)
+            files["@/in/odd%d.dat" % n] = inputs.unusual_map(rnd, self.stack, rnd.uniform(8300, 8480))
         if rnd.random() < 0.7:
             files.update({"@/out/r_HGAlpha.dat": "", "@/out/r_HGThick.dat": ""})
         self.spectra = [p for p in files if p.endswith(".txt")] + ["@/in/beam.dat", "@/in/missing.txt"]
@@ -914,7 +915,7 @@ class RandomCase:
         self._prepare()
         for _ in range(length or rnd.randrange(12, 26)):
             self._act()
-        forget_unused_files(self.case)
+        remove_unused_files(self.case)
 
     def _prepare(self):
         rnd, do = self.rnd, self.case.do
@@ -1011,22 +1012,22 @@ class RandomCase:
     def _overwrite(self, paths):
         path = self.rnd.choice(paths)
         if path in self.good_maps:
-            content = inputs.odd_map(self.rnd, self.stack, self.rnd.uniform(8300, 8480))
+            content = inputs.unusual_map(self.rnd, self.stack, self.rnd.uniform(8300, 8480))
         else:
-            content = inputs.odd_spectrum(self.rnd)
+            content = inputs.unusual_spectrum(self.rnd)
         self.case.do("file", path, content)
         rows = ["Row%d" % n for n in range(1, 6)] if path in self.good_maps else ["Ref1", "Ref2", "Target"]
         self.case.do("load", self.rnd.choice(rows), path)
 
 
-def forget_unused_files(case):
-    """Files that no action names are not needed; those in out/ are."""
+def remove_unused_files(case):
+    """Removes the files that no action uses, except those in out/."""
     named = json.dumps([step["do"] for step in case.steps])
     case.files = {p: c for p, c in case.files.items() if p.startswith("@/out/") or json.dumps(p) in named}
 
 
 def random_numbers(seed, length=30):
-    """Few files and many numbers in the cells: the arithmetic of the forms."""
+    """A case that types many random numbers, to test the arithmetic of the forms."""
     rnd = random.Random("numbers %s" % seed)
     files, _, _ = measurement(rnd.random(), 2, 2, 12)
     pixel = lambda: rnd.choice(("%.5g" % rnd.uniform(0, 9), "%d" % rnd.randrange(3), rnd.choice(inputs.NUMBERS).replace(" ", "") or "7"))  # noqa: E731
@@ -1056,8 +1057,8 @@ def random_numbers(seed, length=30):
 
 
 def random_fits(seed, length=30):
-    """Odd pixels, energies, spectra and valences for the non-equivalent method
-    and the linear combination fit."""
+    """A case of unusual pixels, energies, spectra and valences, for the
+    non-equivalent method and the linear combination fit."""
     rnd = random.Random("fits %s" % seed)
     files, _, _ = fit_measurement(rnd.random(), 2, 2, 12)
     wild = ["%.5g" % rnd.uniform(0, 9) for _ in range(6)] + ["0", "-1", "1e200", "nan"]
@@ -1069,7 +1070,7 @@ def random_fits(seed, length=30):
         points = [(rnd.choice(few), rnd.choice(wild[:7])) for _ in range(rnd.randrange(1, 9))]
         files["@/in/few%d.txt" % n] = "".join("%s %s\n" % p for p in points)
     for n in range(6):
-        files["@/in/odd%d.txt" % n] = inputs.odd_spectrum(rnd)
+        files["@/in/odd%d.txt" % n] = inputs.unusual_spectrum(rnd)
     good = ["ref%d.txt" % n for n in range(1, 5)] + ["target.txt", "beam.dat"]
     names = ["wild%d.dat" % n for n in range(1, 9)] + ["map%d.dat" % n for n in range(1, 9)] + good
     names += ["few%d.txt" % n for n in range(6)] + ["odd%d.txt" % n for n in range(6)]
@@ -1109,7 +1110,7 @@ def random_fits(seed, length=30):
                 )
             )
         case.do("click", rnd.choice(("CalcTargetB", "CalcMapB", "WriteB", "LCFB")))
-    forget_unused_files(case)
+    remove_unused_files(case)
     return case
 
 

@@ -1,14 +1,14 @@
 """An independent model of the panel, in plain Python.
 
-It was written from what the panel is meant to do, without a look at the C++
-sources: widgets are texts in a dict, every reflex is a method of the slot's
-name, every sum stands in the order of operations that the program promises.
-All arithmetic is IEEE double, as in the program; log, sin and asin are those
-of the C library.
+It was written from the panel's required behaviour, without reading the C++
+sources. Widgets are texts in a dict, each slot is a method with the slot's
+name, and every sum has the order of operations that the program guarantees.
+All arithmetic is IEEE double, as in the program; log, sin and asin come from
+the C library.
 
-Files live in a small virtual file system (a dict of path to bytes), so that
-cases can be computed without touching a disk. The path "@" stands for the
-folder that a replay makes for itself.
+Files are kept in a virtual file system (a dict from path to bytes), so cases
+are computed without touching the disk. The path "@" is a placeholder for the
+temporary folder of a replay.
 """
 
 import codecs
@@ -18,24 +18,24 @@ import re
 import struct
 from decimal import ROUND_HALF_UP, Context, Decimal
 
-HC = 12398.424360387684  # h times c, eV times angstrom
+HC = 12398.424360387684  # Planck constant times speed of light, eV times angstrom
 HC_KEV = 12.398424360387684
-TWO_D = 6.2710632  # of the plain form, angstrom
+TWO_D = 6.2710632  # 2 d in angstrom, for plain spectrum files
 DEFAULT_D = 3.1355316
 SHORT_PI = 3.1415926535
 MAX_PIXELS = 1 << 25
 MAX_BOXES = 1_000_000
-COLOURS = 45  # in the list that a panel starts with
+COLOURS = 45  # length of the panel's initial colour list
 
 NAN = math.nan
 INF = math.inf
 
 
-# --- numbers the way the toolkit and IEEE arithmetic see them -----------------
+# --- numbers: Qt's conversions and IEEE arithmetic ---------------------------
 
 
 def div(a, b):
-    """a / b with the results of IEEE arithmetic where Python would raise."""
+    """a / b by IEEE rules: infinity or NaN where Python would raise an exception."""
     if b == 0.0:
         if a == 0.0 or a != a:
             return NAN
@@ -63,7 +63,7 @@ _SIX_DIGITS = Context(prec=6, rounding=ROUND_HALF_UP)
 
 
 def general(v):
-    """General format with six digits; exact halves go away from zero."""
+    """General format with six digits; exact halves round away from zero."""
     if v != v:
         return "nan"
     if math.isinf(v):
@@ -90,8 +90,8 @@ _THREE_PLACES = Context(prec=400, rounding=ROUND_HALF_UP)
 
 
 def fixed3(v):
-    """The C format "% 6.3f" as the toolkit prints it; only a true zero loses
-    its minus sign."""
+    """The C format "% 6.3f" as Qt prints it: -0.0 has no minus sign, but a
+    negative number that rounds to 0 keeps it."""
     if v != v:
         return "   nan"
     if math.isinf(v):
@@ -110,7 +110,7 @@ _INTEGER = re.compile("[\t\n\v\f\r ]*([+-]?[0-9]+)[\t\n\v\f\r ]*")
 
 
 def number(text):
-    """A text as a double; what is no number is 0."""
+    """A text converted to a double; 0 if it is not a number."""
     match = _NUMBER.fullmatch(text)
     if not match:
         return NAN if _NAN_WORD.fullmatch(text) else 0.0
@@ -121,12 +121,12 @@ def number(text):
         exponent = (exponent or "0").replace("\u2212", "-")
         value = float(mantissa + "e" + exponent)
         if value == 0.0 and mantissa.strip("0."):
-            return 0.0  # an underflow loses its sign
+            return 0.0  # an underflow gives 0.0, never -0.0
     return value if sign in ("", "+") else -value
 
 
 def integer(text):
-    """A text as a 32-bit integer; what is none is 0."""
+    """A text converted to a 32-bit integer; 0 if it is not one or out of range."""
     match = _INTEGER.fullmatch(text.split("\0")[0])  # a NUL ends the text
     value = int(match.group(1)) if match else 0
     return value if -(1 << 31) <= value < (1 << 31) else 0
@@ -141,7 +141,7 @@ def tokens_of(line):
 
 
 def _bad_utf8(error):
-    """One replacement character for each bad byte; an unfinished character at
+    """One replacement character for each invalid byte; an incomplete character at
     the end of the file is dropped."""
     data, start = error.object, error.start
     needed = 1 + (data[start] >= 0xC2) + (data[start] >= 0xE0) + (data[start] >= 0xF0)
@@ -155,7 +155,7 @@ codecs.register_error("stream", _bad_utf8)
 
 
 def text_lines(content, text_mode=True):
-    """The lines of a file as a text stream hands them out."""
+    """The lines of a file as QTextStream returns them."""
     for bom, codec in (
         (b"\xff\xfe\0\0", "utf-32-le"),
         (b"\0\0\xfe\xff", "utf-32-be"),
@@ -176,7 +176,7 @@ def text_lines(content, text_mode=True):
 
 
 def next_item(line):
-    """The first blank-separated or quoted item of a line, and the rest."""
+    """The first item of a line (quoted, or ended by white space) and the rest."""
     start = re.search(r"[^\t\n\v\f\r ]", line)
     if not start:
         return "", ""
@@ -193,7 +193,7 @@ def next_item(line):
 
 
 def hash_doubles(values, seed=0xCBF29CE484222325):
-    """FNV-1a over 64-bit words; every NaN counts as the same one."""
+    """FNV-1a hash over 64-bit words; all NaNs have the same hash."""
     h = seed
     for v in values:
         bits = 0x7FF8000000000000 if v != v else struct.unpack("<Q", struct.pack("<d", v))[0]
@@ -212,8 +212,8 @@ def hash_text(text):
 
 
 def lu_decompose(a):
-    """Rows stay where they are and perm tells their order. A zero pivot divides
-    as 1.0 but keeps its value."""
+    """LU decomposition with partial pivoting. Rows are not moved; perm holds their
+    order. A zero pivot is replaced by 1.0 in divisions only."""
     n = len(a)
     perm = list(range(n))
     work = [list(row) for row in a]
@@ -270,7 +270,7 @@ def solve(matrix, right):
 
 
 class NormalEquations:
-    """Sums of a linear least-square fit, one equation added after the other."""
+    """Linear least squares by normal equations, accumulated one row at a time."""
 
     def __init__(self, unknowns):
         self.matrix = [[0.0] * unknowns for _ in range(unknowns)]
@@ -404,8 +404,8 @@ class Spectrum:
         return self.post(self.edge_energy) - self.pre(self.edge_energy)
 
     def value(self, kind, i):
-        """Point i with a background taken off: 1 pre-edge line, 2 post-edge
-        line, 4 by both lines."""
+        """The absorbance of point i. Kind 1: minus the pre-edge line; 2: minus the
+        post-edge line; 4: normalised by both lines."""
         e, m = self.working(i), self.points[i][2]
         if kind == 1:
             return m - self.pre(e)
@@ -425,8 +425,7 @@ class Spectrum:
         return 0
 
     def value_at(self, kind, energy):
-        """The presentation on a straight line between two points, the end
-        segments going on beyond them."""
+        """Linear interpolation of value(); the first and last segments extrapolate."""
         if len(self.points) < 2:
             return 0.0
         i = self.index_below(energy)
@@ -440,11 +439,11 @@ class Spectrum:
         self.pre_line = self._fit(lambda e: e < self.pre_edge_end)
         self.post_line = self._fit(lambda e: e > self.post_edge_start)
 
-    def _fit(self, taken):
+    def _fit(self, is_in_range):
         n = s3 = s4 = s6 = s7 = s8 = t0 = t3 = t4 = 0.0
         for _, energy, y in self.points:
             e = energy - self.dE
-            if not taken(e):
+            if not is_in_range(e):
                 continue
             L = div(HC, e)
             p3 = L * L * L
@@ -473,7 +472,9 @@ class Spectrum:
         return 0.5 * (self.working(at) + self.working(at + 1))
 
     def mut_at(self, energy):
-        """Background-subtracted mut, or None when no point reaches it."""
+        """Interpolated absorbance minus a line; None if all points are below energy.
+
+        Below the first point it interpolates from the point (0, 0), on purpose."""
         e0 = m0 = 0.0
         for i, point in enumerate(self.points):
             e1, m1 = self.working(i), point[2]
@@ -521,7 +522,7 @@ class Map:
         return ln(div(i0, intensity))
 
     def read_text(self, content, energy_found):
-        """True when the map has a size and a row."""
+        """Returns True if the map has a size and at least one row."""
         self.clear()
         kind, i0_column, i_column = 2, 0, 0
         for line_number, raw in enumerate(text_lines(content)):
@@ -566,7 +567,7 @@ class Map:
         return self.x_num > 0 and self.y_num > 0 and bool(self.rows)
 
     def append_binary(self, content):
-        """Adds the pixels of a binary map behind what is there."""
+        """Appends the pixels of a binary map to the existing rows."""
         width, height, values = binary_map(content)
         self.x_num, self.y_num = width, height
         for y in range(height):
@@ -579,7 +580,7 @@ def is_binary_map(content):
 
 
 def binary_map(content):
-    """Width, height and pixels; 0 by 0 for what cannot be read."""
+    """Width, height and pixels; 0 by 0 if the content is invalid."""
     if not is_binary_map(content):
         return 0, 0, []
     head = content[:64].decode("utf-8-sig", "replace")
@@ -642,7 +643,7 @@ class Histogram:
         return "".join(lines)
 
     def numbers(self):
-        """Limits and all counts."""
+        """The limits and all counts."""
         counts = [self.under, self.over, max(self.bins, default=0), *self.bins]
         return [self.min, self.max, self.step, *map(float, counts)]
 
@@ -651,7 +652,8 @@ class Histogram:
 
 
 class Files:
-    """A virtual file system: absolute normal paths to contents, and folders."""
+    """A virtual file system: a dict from normalised absolute path to content, and a
+    set of folders."""
 
     ROOT = "@"
     CWD = "@/cwd"
@@ -670,7 +672,7 @@ class Files:
         return posixpath.normpath(path)
 
     def read(self, path):
-        """Bytes of a regular file, None for anything else."""
+        """The bytes of a regular file; None for anything else."""
         return self.content.get(self.normal(path))
 
     def exists(self, path):
@@ -681,7 +683,7 @@ class Files:
         path = self.normal(path)
         if path is None or path in self.folders or posixpath.dirname(path) not in self.folders:
             return False
-        if path.startswith("/"):  # nothing outside the replay's folder can be written
+        if path.startswith("/"):  # only the replay's folder is writable
             return False
         self.content[path] = data
         return True
@@ -693,7 +695,7 @@ class Files:
         return (base, suffix) if dot else (name, "")
 
     def canonical_folder(self, path):
-        """Folder of an existing path; the working directory for any other."""
+        """The folder of an existing path; the working directory if it does not exist."""
         return posixpath.dirname(self.normal(path)) if self.exists(path) else self.CWD
 
 
@@ -716,7 +718,7 @@ REFS = range(4)
 
 
 class Refused(Exception):
-    """A calculation stops; carries the message, or None for a silent stop."""
+    """Raised to stop a calculation, with a message or None."""
 
 
 class Panel:
@@ -757,7 +759,7 @@ class Panel:
         self.hist_ratio = [Histogram() for _ in REFS]
         self.hist_dmut = [Histogram() for _ in REFS]
         self.lcf_mut = None
-        self.lcf_points = []  # (a and valence of the target, a and valence of the fit, colour)
+        self.lcf_points = []  # (a, valence of the target, a, valence of the fit, colour)
         self.lcf_color = 0
 
         for name in ("Ref1", "Ref2", "Ref3", "Ref4", "Target"):
@@ -805,7 +807,7 @@ class Panel:
     def message(self, text):
         self.messages.append(simplified(text))
 
-    # reflexes
+    # slots
 
     def noticedNewEdge(self, e):
         self.text["EdgeE"] = general(e)
@@ -861,10 +863,10 @@ class Panel:
         self._show_mut("MutT", row, self.spectra[4], energy)
 
     def receiveNewEnergy(self, _e):
-        """Called by hand there is no sender, and so no row."""
+        """A direct call has no sender, so the row is unknown and nothing happens."""
 
     def receiveNewFile(self, _name):
-        """Called by hand there is no sender; the calculation runs all the same."""
+        """A direct call has no sender, but the calculation still runs."""
         self.calcBoth()
 
     def receiveNewDir(self, _dir):
@@ -948,16 +950,16 @@ class Panel:
     # file rows
 
     def new_file(self, row, path):
-        """newFile of a file row, with everything that listens to it."""
+        """newFile() of a file row, including the slots connected to its signals."""
         if row == "Save":
             if self.files.base_and_suffix(path)[1] != "dat":
                 path += ".dat"
         self.text[row + ".file"] = path
-        self._file_arrived(row, path)
+        self._on_new_file(row, path)
 
     def clear_file(self, row):
         self.text[row + ".file"] = ""
-        self._file_arrived(row, "")
+        self._on_new_file(row, "")
 
     def new_files(self, row, paths):
         self.text[row + ".file"] = "".join(posixpath.basename(path) + " " for path in paths)
@@ -966,7 +968,7 @@ class Panel:
         elif row == "Multi":
             self.receiveNewPaths(paths)
 
-    def _file_arrived(self, row, path):
+    def _on_new_file(self, row, path):
         if row.startswith("Row"):
             self.loadData(int(row[3:]) - 1, path)
         elif row.startswith("Ref"):
@@ -1005,13 +1007,13 @@ class Panel:
         self.maps[row].append_binary(self.files.read(path))
         self.loaded[row] = True
 
-    # what the calculations share
+    # shared by the calculations
 
     def valid_references(self):
         return sum(self.used(n) and self.spectra[n].valid for n in REFS)
 
     def checked_reference(self, position):
-        """Index of the checked reference at a position, or None."""
+        """The index of the n-th checked reference, or None."""
         checked = [n for n in REFS if self.used(n)]
         return checked[position] if position < len(checked) else None
 
@@ -1034,7 +1036,8 @@ class Panel:
             self.message("Number of valied Ref Files is %d, which is less than 2." % count)
 
     def collect(self, needed):
-        """Rows beside the V row, the V row, energies and references at them."""
+        """Returns the other rows, the V row, and for all of them the energies and both
+        references' values; also the ratio of the edge jumps."""
         first, second = self.checked_reference(0), self.checked_reference(1)
         if first is None or second is None:
             raise Refused(None)
@@ -1055,7 +1058,7 @@ class Panel:
         return others, v, E, R1, R2, r
 
     def form_of(self, n):
-        """Which form n selected rows ask for."""
+        """The calculation form for n selected rows."""
         if n == 3:
             return "3ps"
         if n == 4:
@@ -1067,7 +1070,7 @@ class Panel:
     NEEDED = {"3ps": 3, "exact": 4, "ls": 0}
 
     def solver(self, form):
-        """Rows in order, the V row, and a function of T over the others and V."""
+        """Returns the rows, the V row, and a function of their absorbances."""
         others, v, E, R1, R2, r = self.collect(self.NEEDED[form])
         if form == "3ps":
             rows = others[:2]
@@ -1161,7 +1164,7 @@ class Panel:
                 raise Refused(None)
             return self._non_equivalent_map()
         rows, v, run = self.solver(self.form_of(n))
-        # A run of this family counts nothing for a single reference.
+        # This family starts the references' histograms but counts nothing in them.
         self._start_histograms([self.hist_v, *self.hist_ratio], [self.hist_t, *self.hist_dmut])
         base_row = self.maps[v]
         self.base.clear()
@@ -1254,13 +1257,13 @@ class Panel:
         refs = self.first_checked(valid)
         target = self.spectra[4]
         sums = NormalEquations(valid + 1)
-        kept = []  # (angle, energy, values of the references)
+        in_range = []  # (angle, energy, values of the references)
         for i, point in enumerate(target.points):
             e = target.working(i)
             if e >= lowest and e <= highest:
                 values = [self.spectra[n].value_at(4, e) for n in refs]
                 sums.add(values + [1.0], target.value(4, i))
-                kept.append((point[0], e, values))
+                in_range.append((point[0], e, values))
         sol = sums.solution()
         total = valence = 0.0
         for i, n in enumerate(refs):
@@ -1272,7 +1275,7 @@ class Panel:
         self.text["LCFRes"] = text
         self.lcf_points.append((self.target_v, self.target_t, div(sol[0], total), valence, self.lcf_color))
         self.lcf_mut = Spectrum()
-        for angle, e, values in kept:
+        for angle, e, values in in_range:
             fitted = sol[valid]
             for i in range(valid):
                 fitted += sol[i] * values[i]
@@ -1327,7 +1330,7 @@ class Panel:
 
     def click(self, button):
         if button in ("TypeTMKisExact", "TypeTMKisLS"):
-            return  # disabled for the whole run
+            return  # these buttons are always disabled
         if button == "CalcTargetB":
             self.calcTarget()
         elif button == "CalcMapB":
@@ -1350,12 +1353,12 @@ class Panel:
         return next((group for group in RADIO_GROUPS if button in group), None)
 
     def check(self, button, on):
-        """Sets a button by code, with what listens to its toggling."""
+        """Sets a button from code, including the slots connected to toggled()."""
         if self.checked[button] == on:
             return
         group = self._group(button)
         if group and not on:
-            return  # the checked one of a group cannot be unchecked
+            return  # the checked button of a group cannot be unchecked
         changed = [button]
         if group:
             other = group[0] if button == group[1] else group[1]
@@ -1388,10 +1391,10 @@ class Panel:
         elif field.endswith(".dE"):
             self.new_shift(field[:-3])
 
-    # the state that a replay compares
+    # the state that the replay compares
 
     def state(self):
-        """Field to text; a field that is not there stands for an empty one."""
+        """A dict from field to text; fields with an empty text are left out."""
         state = dict(self.text)
         for name, on in self.checked.items():
             state[name] = "on" if on else ""
@@ -1448,7 +1451,7 @@ class Panel:
         }
 
 
-# --- the forms ----------------------------------------------------------------
+# --- calculation forms --------------------------------------------------------
 
 
 def three_points(T, TV, R1, R1V, R2, R2V):
@@ -1456,7 +1459,7 @@ def three_points(T, TV, R1, R1V, R2, R2V):
         return div(XV - X[0], X[1] - X[0])
 
     a = div(f(T, TV) - f(R2, R2V), f(R1, R1V) - f(R2, R2V))
-    # The divisor mixes both references.
+    # The divisor mixes both references on purpose.
     t = div(T[1] - T[0], 0.5 * ((R1[1] - R2[0]) + (R1[1] - R1[0])))
     return a, t
 
@@ -1500,8 +1503,8 @@ def least_square(T, TV, R1, R1V, R2, R2V, E, EV, r):
 
 
 class NonEquivalent:
-    """What is the same for every pixel: rows in use and references there. The
-    result is the list of the thirteen columns."""
+    """The non-equivalent method: the data that all pixels share, and the solution
+    as a list of thirteen columns."""
 
     def __init__(self, panel):
         self.linear = panel.checked["NonEquivBGLinear"]
@@ -1518,8 +1521,8 @@ class NonEquivalent:
         self.weights = [div(spectrum.jump(), self.jump_sum) for spectrum in spectra]
 
     def solve(self, T):
-        """The columns as far as the fit tells them, and the sum before the
-        shares were made to add up to 1."""
+        """Returns the columns that the fit gives, and the sum of the shares before
+        they were divided by it."""
         n = len(self.refs)
         sums = NormalEquations(n + (2 if self.linear else 3))
         for e, y in enumerate(T):
@@ -1555,12 +1558,12 @@ class NonEquivalent:
 
 
 def as_bytes(content):
-    """File content as it stands in a case: a text, or hexadecimal bytes."""
+    """The content of a file in a case (a text or hexadecimal digits) as bytes."""
     return content.encode("utf-8") if isinstance(content, str) else bytes.fromhex(content["hex"])
 
 
 def perform(panel, action):
-    """One action of a user, a caller or the file system."""
+    """Performs one action: of a user, by code, or on the file system."""
     what, *args = action
     if what == "load":
         panel.new_file(*args)
@@ -1603,7 +1606,7 @@ def perform(panel, action):
 
 
 def set_base(base, values):
-    """Puts a result map into the panel by hand."""
+    """Sets the result map of the panel directly."""
     base.clear()
     base.extended = values["extended"]
     base.x_num, base.y_num = values["size"]

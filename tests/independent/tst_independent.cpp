@@ -1,5 +1,5 @@
-// Replays the cases of an independent model on a real panel and compares every
-// text, state and written file. See the README beside this file.
+// Replays the cases of the independent model on a real panel and compares every text,
+// state and written file with the model's. The README in this folder describes the cases.
 
 #include "display/Histgram.h"
 #include "panel/FourPs.h"
@@ -35,7 +35,8 @@ namespace
 
 using State = QMap<QString, QString>;
 
-/// Folder of the cases: the committed ones, or that of AELK_CASES.
+/// The folder of the cases: the value of the environment variable AELK_CASES if it is
+/// set, otherwise the folder of the committed cases.
 QString caseFolder()
 {
     return qEnvironmentVariable("AELK_CASES", QStringLiteral(AELK_CASES));
@@ -50,7 +51,7 @@ QJsonObject readJson(const QString& path)
     return QJsonDocument::fromJson(file.readAll()).object();
 }
 
-/// File content of a case: a text, or hexadecimal bytes.
+/// The content of a file in a case: a text or hexadecimal bytes.
 QByteArray contentOf(const QJsonValue& value)
 {
     return value.isString()
@@ -58,7 +59,7 @@ QByteArray contentOf(const QJsonValue& value)
                : QByteArray::fromHex(value.toObject().value("hex").toString().toLatin1());
 }
 
-/// FNV-1a over 64-bit words, shortened to 8 digits as in the cases.
+/// FNV-1a hash over 64-bit words; its text is the first 8 digits, as in the cases.
 class Hash
 {
 public:
@@ -94,7 +95,7 @@ QString hashOf(const QString& text)
     return hash.text();
 }
 
-/// Limits and counts of histograms, one after the other.
+/// The limits and counts of all histograms in one list.
 QList<double> numbersOf(const QList<Histgram*>& histograms)
 {
     QList<double> numbers;
@@ -116,20 +117,21 @@ QString countAndHash(const QList<double>& numbers)
     return QStringLiteral("%1 %2").arg(numbers.size()).arg(hash.text());
 }
 
-/// A number with all its digits, for the reader of a difference.
+/// A number with 17 digits, for messages about differences.
 QString allDigits(double value)
 {
     return QString::number(value, 'g', 17);
 }
 
-/// One panel with a folder of its own, driven by the actions of a case.
+/// A panel in its own temporary folder, driven by the actions of a case.
 class Replay
 {
 public:
     explicit Replay(const QJsonObject& caseObject);
     ~Replay();
 
-    /// Empty when the panel does all that the case says, else what differs.
+    /// Runs the case. Returns an empty string if the panel matches the model, otherwise a
+    /// description of the difference.
     QString run();
 
 private:
@@ -171,11 +173,11 @@ private:
     QString m_oldCurrent;
     std::unique_ptr<FourPs> m_panel;
     State m_expected;
-    QMap<QString, QByteArray> m_files; // what must lie in the folder
+    QMap<QString, QByteArray> m_files; // expected files, by path
     QStringList m_messageTable;
     qsizetype m_said = 0;
     QString m_trouble;
-    mutable QHash<QString, QWidget*> m_found; // by the field's name
+    mutable QHash<QString, QWidget*> m_found; // by field name
 };
 
 Replay::Replay(const QJsonObject& caseObject)
@@ -198,13 +200,13 @@ Replay::Replay(const QJsonObject& caseObject)
 
 Replay::~Replay()
 {
-    qDeleteAll(m_panel->DispMuts); // only their removal by the user deletes them
-    delete m_panel->LCFMut;        // only the next fit deletes it
+    qDeleteAll(m_panel->DispMuts); // the program deletes them only in removeAFile()
+    delete m_panel->LCFMut;        // the program deletes it only in the next fit
     m_panel.reset();
     QDir::setCurrent(m_oldCurrent);
 }
 
-/// A text of the case with the folder's real path in it.
+/// Replaces "@" by the path of the temporary folder.
 QString Replay::local(const QString& text) const
 {
     QString result = text;
@@ -314,14 +316,15 @@ QMap<QString, Replay::Operation> Replay::operations()
     };
 }
 
-/// Spectrum rows have a slot newFile of their own, so that of the file row is
-/// called by its class.
+/// Calls AFileSelect::newFile() explicitly, because spectrum rows have a slot of the same
+/// name.
 void Replay::newFile(const QJsonArray& action)
 {
     fileRow(action.at(1).toString())->AFileSelect::newFile(local(action.at(2).toString()));
 }
 
-/// Calls a slot by its name with what the case has for its one argument.
+/// Calls a slot by name. A slot with a MouseC* argument gets a null pointer; another slot
+/// with an argument gets @p value, converted to the argument's type.
 void Replay::callSlot(QObject* object, const QString& name, const QJsonValue& value)
 {
     const QByteArray slot = name.toLatin1();
@@ -370,9 +373,9 @@ void Replay::setBase(const QJsonObject& values)
     }
 }
 
-// Finding widgets: "Energy.3" is a widget of the third energy row, "Ref2.dE"
-// and "Target.dE" one of a spectrum's row, "Ref1.RatioDisp" one of a
-// reference's row, anything else bears its own name.
+// Field names: "Energy.3" is a widget of the third energy row, "Ref2.dE" and "Target.dE"
+// belong to the row of a spectrum, "Ref1.RatioDisp" to the row of a reference. Any other
+// name is the widget's object name.
 
 AEPoint* Replay::energyRow(const QString& field) const
 {
@@ -444,8 +447,7 @@ QAbstractButton* Replay::button(const QString& name) const
     return qobject_cast<QAbstractButton*>(widget(name));
 }
 
-// The panel's state in the words of the cases; a field with an empty text is
-// left out.
+// The panel's state in the format of the cases. Fields with an empty text are left out.
 
 State Replay::state() const
 {
@@ -649,7 +651,7 @@ void Replay::addFit(State& s) const
     s["LCFColor"] = m_panel->LCFColor == 0 ? QString() : QString::number(m_panel->LCFColor);
 }
 
-/// Numbers of one line, with all their digits.
+/// Numbers as one line of text with 17 digits each.
 QString lineOf(const QList<double>& numbers)
 {
     QStringList texts;
@@ -671,7 +673,7 @@ QStringList linesOf(const AMutE& spectrum)
     return lines;
 }
 
-/// What stands behind a hash, for the reader of a difference.
+/// The numbers from which a hash was calculated, for messages about differences.
 QString Replay::details(const QString& field) const
 {
     const QString name = field.section(QLatin1Char('.'), 0, 0);
@@ -746,7 +748,7 @@ QStringList Replay::messages() const
 {
     const QString text = m_panel->findChild<QTextEdit*>("Message")->toPlainText();
     QStringList lines = text.split(QLatin1Char('\n'));
-    lines.removeLast(); // what follows the last line feed
+    lines.removeLast(); // the empty text after the last line feed
     return lines;
 }
 
@@ -796,11 +798,11 @@ class tst_independent : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void panelDoesWhatTheModelSays_data();
-    void panelDoesWhatTheModelSays();
+    void panelMatchesModel_data();
+    void panelMatchesModel();
 };
 
-void tst_independent::panelDoesWhatTheModelSays_data()
+void tst_independent::panelMatchesModel_data()
 {
     QTest::addColumn<QString>("path");
     const QDir folder(caseFolder());
@@ -812,7 +814,7 @@ void tst_independent::panelDoesWhatTheModelSays_data()
     }
 }
 
-void tst_independent::panelDoesWhatTheModelSays()
+void tst_independent::panelMatchesModel()
 {
     QFETCH(QString, path);
     const QJsonObject caseObject = readJson(path);

@@ -1,4 +1,4 @@
-// One kind of thing that a random user does.
+// A kind of action of the random user.
 #pragma once
 
 #include "random/Draw.h"
@@ -12,8 +12,8 @@ namespace tests
 
 struct ActionKind {
     QString name;
-    int weight;                        ///< how often, compared with the others
-    std::function<QString(Draw&)> act; ///< does it, and says what it was
+    int weight;                        ///< relative frequency
+    std::function<QString(Draw&)> act; ///< performs it and returns a description
 };
 
 } // namespace tests

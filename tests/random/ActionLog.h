@@ -1,7 +1,7 @@
-// Which action was under way when the program ended.
+// Records the current action, for a run that crashes or hangs.
 #pragma once
 
-#include "random/EndNote.h"
+#include "random/CrashNote.h"
 
 #include <QFile>
 
@@ -10,38 +10,38 @@
 namespace tests
 {
 
-/// Keeps the action under way in a file and in the note at the end, for a run that
-/// ends by a crash, and ends a run whose action waits for ever.
+/// Writes the current action to a file and to the crash note. An alarm ends a run whose
+/// action does not return.
 class ActionLog
 {
 public:
-    /// @param path  of the file; none is kept for an empty one
+    /// @param path  path of the log file; empty for no file
     ActionLog(const QString& path, unsigned seed)
         : m_file(path)
         , m_seed(seed)
     {
-        m_isKept = !path.isEmpty() && m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
-        printNoteAtEnd();
+        m_isLogging = !path.isEmpty() && m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+        installCrashNote();
     }
 
-    /// Notes an action, in one line, and begins to wait for its end.
+    /// Records an action and restarts the alarm.
     void begin(int action, const QString& kind)
     {
-        if (m_isKept) {
+        if (m_isLogging) {
             m_file.resize(0);
             m_file.seek(0);
             m_file.write(QByteArray::number(action) + ' ' + kind.toUtf8() + '\n');
         }
-        setEndNote("seed " + QByteArray::number(m_seed) + ", action " + QByteArray::number(action) +
-                   ": " + kind.toUtf8());
-        constexpr unsigned longest = 60; // s; the machine may be busy with other things
-        ::alarm(longest);
+        setCrashNote("seed " + QByteArray::number(m_seed) + ", action " +
+                     QByteArray::number(action) + ": " + kind.toUtf8());
+        constexpr unsigned timeout = 60; // s; generous, because the machine may be busy
+        ::alarm(timeout);
     }
 
 private:
     QFile m_file;
     unsigned m_seed;
-    bool m_isKept = false;
+    bool m_isLogging = false;
 };
 
 } // namespace tests

@@ -1,17 +1,17 @@
-// How much memory the process has in use.
+// The amount of memory that the process has allocated.
 #pragma once
 
 #ifdef __SANITIZE_ADDRESS__
-#define AELK_ASKS_THE_SANITIZER
+#define AELK_WITH_ADDRESS_SANITIZER
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
-#define AELK_ASKS_THE_SANITIZER
+#define AELK_WITH_ADDRESS_SANITIZER
 #endif
 #endif
 
-#ifdef AELK_ASKS_THE_SANITIZER
+#ifdef AELK_WITH_ADDRESS_SANITIZER
 #include <cstddef>
-// Of the sanitizer; not every compiler brings its header.
+// Declared here because not every compiler ships the sanitizer's header.
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 #else
 #include <malloc.h>
@@ -23,7 +23,7 @@ namespace tests
 /// Bytes that are allocated and not freed.
 inline double allocatedBytes()
 {
-#ifdef AELK_ASKS_THE_SANITIZER
+#ifdef AELK_WITH_ADDRESS_SANITIZER
     return static_cast<double>(__sanitizer_get_current_allocated_bytes());
 #else
     const struct mallinfo2 info = mallinfo2();
@@ -31,8 +31,8 @@ inline double allocatedBytes()
 #endif
 }
 
-/// How many times slower than usual the process may be.
-#ifdef AELK_ASKS_THE_SANITIZER
+/// Factor by which the sanitizer slows the process down.
+#ifdef AELK_WITH_ADDRESS_SANITIZER
 inline constexpr double slowness = 4.0;
 #else
 inline constexpr double slowness = 1.0;

@@ -1,4 +1,4 @@
-// Draws for one action of a random user.
+// Random numbers for one action of a random user.
 #pragma once
 
 #include <QList>
@@ -9,9 +9,9 @@
 namespace tests
 {
 
-/// Draws that follow from the seed of a run and the number of an action alone, so
-/// that an action draws the same whichever actions came before it. The same on
-/// every platform: the distributions of the standard library are not.
+/// A random generator seeded only by the seed of the run and the number of the action, so
+/// an action draws the same numbers whichever actions precede it. The distributions of
+/// the standard library are not used, because they differ between platforms.
 class Draw
 {
 public:
@@ -21,17 +21,17 @@ public:
         m_random.seed(mixed);
     }
 
-    /// A whole number from 0 to @p count - 1; 0 for a @p count below 1.
+    /// A number from 0 to @p count - 1; 0 if @p count is below 1.
     int upTo(int count)
     {
         const auto drawn = static_cast<unsigned>(m_random());
         return count < 1 ? 0 : static_cast<int>(drawn % static_cast<unsigned>(count));
     }
 
-    /// Whether something happens that happens once in @p rounds.
+    /// True with probability 1 / @p rounds.
     bool onceIn(int rounds) { return upTo(rounds) == 0; }
 
-    /// One item of a list, which must not be empty.
+    /// A random item of a list, which must not be empty.
     template <class List>
     auto oneOf(const List& list)
     {

@@ -23,7 +23,7 @@ QList<Histgram*> histogramsOf(const FourPs& panel)
     return QList<Histgram*>{panel.HistV, panel.HistT} + panel.HistRatio + panel.HistDMut;
 }
 
-/// The limits that the edits ask for, nothing counted.
+/// A histogram with the limits and the number of bins from the edits, and all counts 0.
 HistogramCounts emptyCounts(const Histgram* histogram)
 {
     const double from = histogram->fromEdit->text().toDouble();
@@ -125,10 +125,11 @@ ExpectedResult::Form ExpectedResult::fourPointForm(int selected) const
     for (const int row : usedRows()) {
         others += m_panel.EPoints.at(row)->VPointCB->isChecked() ? 0 : 1;
     }
-    return others + 1 < needed ? Form::None : form; // the V row is the one
+    return others + 1 < needed ? Form::None : form; // plus 1 for the V row
 }
 
-// The n-th row in use needs an n-th valid reference among those in use.
+// As in the program, on purpose: a reference row in use with index i needs an i-th entry
+// in the list of references in use, and that reference must be valid.
 bool ExpectedResult::hasBrokenReference() const
 {
     const QList<int> used = usedReferences();

@@ -1,4 +1,4 @@
-// What a map calculation has to leave, by the reference implementations.
+// The expected result of a map calculation, from the reference implementations.
 #pragma once
 
 #include "analysis/HistogramCounts.h"
@@ -12,20 +12,22 @@ class FourPs;
 namespace tests
 {
 
-/// A result and its histograms: those of the valence and of the thickness, then
-/// those of the references, shares first.
+/// A result and its histograms: valence, thickness, then the shares and the dMut of the
+/// references.
 struct MapResult {
     A2DData map;
     QList<analysis::HistogramCounts> counts;
 };
 
-/// A copy of what @p panel has, with memory of its own.
+/// A deep copy of the result in @p panel.
 MapResult resultOf(const FourPs& panel);
 
-/// Where two of them differ; empty where they are the same to the last bit.
+/// Describes the first difference between two results; empty if they are equal bit by
+/// bit.
 QString differenceOf(const MapResult& a, const MapResult& b);
 
-/// Calculates what the widgets and maps of a panel ask for, by the plain ways.
+/// Calculates the result for the state of a panel's widgets and maps, with the reference
+/// implementations.
 class ExpectedResult
 {
 public:
@@ -34,10 +36,10 @@ public:
     {
     }
 
-    /// Whether the panel has to refuse the calculation.
+    /// Whether the panel must refuse the calculation.
     bool isRefused() const;
 
-    /// The result of a calculation that is not refused, in place of @p before.
+    /// The result of a calculation that is not refused; @p before is the previous result.
     MapResult calculated(const MapResult& before) const;
 
 private:

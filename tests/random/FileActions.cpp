@@ -39,8 +39,8 @@ FileActions::FileActions(PanelWindows& windows, RandomFiles& files)
     closeDialogs();
 }
 
-// One for each use: the other rows are like them, and every dialog that was opened
-// keeps a megabyte.
+// One row per kind of dialog; the other rows are alike. Each dialog that was opened keeps
+// a megabyte of memory.
 QList<AFileSelect*> FileActions::rowsWithDialogs() const
 {
     const FourPs& panel = m_windows.panel();
@@ -53,7 +53,7 @@ QList<ActionKind> FileActions::kinds()
     return {
         {"good file", 8, [this](Draw& draw) { return loadGood(draw); }},
         {"hostile file", 8, [this](Draw& draw) { return loadHostile(draw); }},
-        {"file that changes", 3, [this](Draw& draw) { return loadSpoilt(draw); }},
+        {"file that changes", 3, [this](Draw& draw) { return loadThenDamage(draw); }},
         {"several files", 3, [this](Draw& draw) { return loadSeveral(draw); }},
         {"all files", 2, [this](Draw& draw) { return loadEverything(draw); }},
         {"drop", 5, [this](Draw& draw) { return drop(draw); }},
@@ -88,22 +88,22 @@ QString FileActions::loadGood(Draw& draw)
 QString FileActions::loadHostile(Draw& draw)
 {
     AFileSelect* row = someRow(draw.onceIn(2), draw);
-    // A good file of the other kind is hostile, too.
+    // A good file of the wrong kind is hostile, too.
     const QString path =
         draw.onceIn(8) ? goodFile(draw.onceIn(2), draw) : m_files.hostileFile(draw);
     row->newFile(path);
     return PanelWindows::nameOf(row) + " takes " + shortName(path);
 }
 
-// The file is another one after it was read: what was read stays, and what is read
-// again is what is there then.
-QString FileActions::loadSpoilt(Draw& draw)
+// Changes the file after it was loaded. The loaded data must not change; loading again
+// must read the changed file.
+QString FileActions::loadThenDamage(Draw& draw)
 {
     const bool ofASpectrum = draw.onceIn(2);
     AFileSelect* row = someRow(ofASpectrum, draw);
     const QString path = goodFile(ofASpectrum, draw);
     row->newFile(path);
-    const QString change = m_files.spoil(path, draw);
+    const QString change = m_files.damage(path, draw);
     WidgetActions::click(m_windows.panel().ui.CalcMapB);
     if (draw.onceIn(2)) {
         row->newFile(path);
@@ -180,11 +180,12 @@ QString FileActions::useDialog(Draw& draw)
     WidgetActions::click(row->SelectB);
     const QString done = useOpenDialog(row, draw);
     m_boxes.setAccepting(false);
-    closeDialogs(); // files that come and go would move the highlight at any time
+    closeDialogs(); // an open dialog would follow changes in the folder and move its highlight
     return PanelWindows::nameOf(row) + done;
 }
 
-// A name that is not there, or that is to be replaced, is asked about in a box.
+// The dialog asks in a message box about a missing file or one to be overwritten; m_boxes
+// answers.
 QString FileActions::useOpenDialog(AFileSelect* row, Draw& draw)
 {
     QString done;

@@ -1,4 +1,4 @@
-// What a random user does with files, file rows and their dialogs.
+// Random actions with files, file rows and their dialogs.
 #pragma once
 
 #include "random/ActionKind.h"
@@ -19,23 +19,24 @@ namespace tests
 class FileActions
 {
 public:
-    /// Opens the dialogs once, since each keeps memory from then on. @p files must be
-    /// ready and must outlive the actions.
+    /// Opens each dialog once, because a dialog keeps memory after its first use, which
+    /// would count as growth later. @p files must be ready and must outlive the actions.
     FileActions(PanelWindows& windows, RandomFiles& files);
 
     QList<ActionKind> kinds();
 
-    /// Loads good files into the rows, so that every calculation runs.
+    /// Loads good files into the rows and sets their options, so that every calculation
+    /// can run.
     QString loadEverything(Draw& draw);
 
-    /// Has all dialogs closed.
+    /// Closes all dialogs.
     void closeDialogs();
 
 private:
     QString goodFile(bool ofASpectrum, Draw& draw);
     QString loadGood(Draw& draw);
     QString loadHostile(Draw& draw);
-    QString loadSpoilt(Draw& draw);
+    QString loadThenDamage(Draw& draw);
     QString loadSeveral(Draw& draw);
     QString drop(Draw& draw);
     QString write(Draw& draw);

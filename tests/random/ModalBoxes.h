@@ -1,4 +1,4 @@
-// Answers to the questions of file dialogs.
+// Answers the message boxes of file dialogs.
 #pragma once
 
 #include <QAbstractButton>
@@ -9,8 +9,8 @@
 namespace tests
 {
 
-/// Answers every message box that opens during its lifetime, which would wait for
-/// ever otherwise.
+/// Answers every message box that opens during its lifetime; a modal box would otherwise
+/// block for ever.
 class ModalBoxes : public QObject
 {
 public:
@@ -21,7 +21,7 @@ public:
         m_timer.start(interval);
     }
 
-    /// Whether the answer is yes from now on, where there is one; no at first.
+    /// Sets whether to answer yes, if the box has that button. Default: no.
     void setAccepting(bool accepts) { m_accepts = accepts; }
 
 private:

@@ -14,7 +14,7 @@ namespace tests
 namespace
 {
 
-/// In the widget, most of the time.
+/// A random position, usually inside the widget.
 QPointF placeIn(const QWidget* widget, Draw& draw)
 {
     if (draw.onceIn(12)) {
@@ -24,8 +24,8 @@ QPointF placeIn(const QWidget* widget, Draw& draw)
     return {x + 0.25 * draw.upTo(4), double(draw.upTo(widget->height()))};
 }
 
-/// A turn of the wheel: a notch up or down most of the time, otherwise part of one,
-/// sideways or aslant.
+/// A random turn of the wheel: usually a notch up or down, otherwise part of a notch,
+/// many notches, sideways or diagonal.
 QPoint someTurn(Draw& draw)
 {
     const int size = draw.oneOf({120, 120, 120, 15, 1, 1200});
@@ -48,9 +48,9 @@ QList<ActionKind> MouseActions::kinds()
     };
 }
 
-QStringList MouseActions::takeLeftBehind()
+QStringList MouseActions::takeStalePictures()
 {
-    return std::exchange(m_leftBehind, {});
+    return std::exchange(m_stalePictures, {});
 }
 
 QList<QWidget*> MouseActions::surfaces() const
@@ -67,13 +67,13 @@ QList<QWidget*> MouseActions::surfaces() const
     return all;
 }
 
-void MouseActions::letGo(QWidget* widget, const QPointF& at, Qt::MouseButton button,
-                         Qt::KeyboardModifiers keys)
+void MouseActions::releaseButton(QWidget* widget, const QPointF& at, Qt::MouseButton button,
+                                 Qt::KeyboardModifiers keys)
 {
     const Displays* graphs = m_windows.panel().Disps;
     release(widget, at, button, keys);
     if (widget == graphs->frame(Displays::DLCFvs4PS)->DispA) {
-        m_leftBehind.append(graphs->frame(Displays::DDMutVsA)->Title->text());
+        m_stalePictures.append(graphs->frame(Displays::DDMutVsA)->Title->text());
     }
 }
 
@@ -108,7 +108,7 @@ QString MouseActions::moveAround(Draw& draw)
     return PanelWindows::nameOf(surface);
 }
 
-// A press, moves and a release, or a part of these.
+// A press, some moves and a release; any part can be missing.
 QString MouseActions::stroke(Draw& draw)
 {
     const QList<QWidget*> all = surfaces();
@@ -125,7 +125,7 @@ QString MouseActions::stroke(Draw& draw)
         move(surface, placeIn(surface, draw), button, keys);
     }
     if (!draw.onceIn(3)) {
-        letGo(surface, placeIn(surface, draw), button, keys);
+        releaseButton(surface, placeIn(surface, draw), button, keys);
     }
     return PanelWindows::nameOf(surface);
 }
@@ -141,14 +141,14 @@ QString MouseActions::doubleClickAt(Draw& draw)
     const Qt::MouseButton button = someButton(draw);
     const Qt::KeyboardModifiers keys = someKeys(draw);
     press(surface, at, button, keys);
-    letGo(surface, at, button, keys);
+    releaseButton(surface, at, button, keys);
     doubleClick(surface, at, button, keys);
     if (!draw.onceIn(3)) {
-        letGo(surface, at, button, keys);
+        releaseButton(surface, at, button, keys);
     }
     for (const DispMBase* map : {m_windows.panel().MapDisp, m_windows.panel().DMapDisp}) {
         if (surface == map->CBar) {
-            m_leftBehind.append(map->Title->text());
+            m_stalePictures.append(map->Title->text());
         }
     }
     return PanelWindows::nameOf(surface);
@@ -163,7 +163,7 @@ QString MouseActions::pressInLegend(Draw& draw)
     if (surface->isVisible()) {
         const QPointF at = display::Legend(surface->cc).box(row).center();
         press(surface, at, button, keys);
-        letGo(surface, at, button, keys);
+        releaseButton(surface, at, button, keys);
     }
     return QString::number(row);
 }
@@ -174,18 +174,18 @@ QString MouseActions::dragLine(Draw& draw)
     DispArea* surface = m_windows.panel().Disps->frame(id)->DispA;
     const int line = draw.upTo(static_cast<int>(surface->markLines->lines.size()));
     const double step = draw.oneOf({7.0, -4.0, 0.5});
-    const bool isLetGo = !draw.onceIn(3);
+    const bool isReleased = !draw.onceIn(3);
     const Qt::MouseButton button = mostlyLeftButton(draw);
     const Qt::KeyboardModifiers keys = someKeys(draw);
     if (surface->isVisible()) {
         const QPointF from(surface->cc.r2sX(surface->markLines->value(line)), 20.0);
         press(surface, from, button, keys);
         move(surface, from + QPointF(step, 0.0), button, keys);
-        if (isLetGo) {
-            letGo(surface, from + QPointF(1.5 * step, 0.0), button, keys);
+        if (isReleased) {
+            releaseButton(surface, from + QPointF(1.5 * step, 0.0), button, keys);
         }
     }
-    return QString::number(line) + (isLetGo ? ", let go" : "");
+    return QString::number(line) + (isReleased ? ", released" : "");
 }
 
 QString MouseActions::dragBar(Draw& draw)

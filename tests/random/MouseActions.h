@@ -1,4 +1,4 @@
-// What a random user does with the mouse in plots, maps and colour bars.
+// Random mouse actions in plots, maps and colour bars.
 #pragma once
 
 #include "random/ActionKind.h"
@@ -22,11 +22,10 @@ public:
 
     QList<ActionKind> kinds();
 
-    /// The pictures that the latest actions leave as they are, by design: a release
-    /// in the comparison changes the colour of later points alone, and a double
-    /// click on a bar reaches its map with the map's own next paint. Empty after
-    /// the call.
-    QStringList takeLeftBehind();
+    /// Returns and clears the names of the pictures that the latest actions make stale on
+    /// purpose: a release in the comparison plot changes the colour of later points only,
+    /// and a double click on a colour bar takes effect at the next paint of its map.
+    QStringList takeStalePictures();
 
 private:
     QString turn(Draw& draw);
@@ -38,11 +37,11 @@ private:
     QString dragBar(Draw& draw);
 
     QList<QWidget*> surfaces() const;
-    void letGo(QWidget* widget, const QPointF& at, Qt::MouseButton button,
-               Qt::KeyboardModifiers keys);
+    void releaseButton(QWidget* widget, const QPointF& at, Qt::MouseButton button,
+                       Qt::KeyboardModifiers keys);
 
     PanelWindows& m_windows;
-    QStringList m_leftBehind;
+    QStringList m_stalePictures;
 };
 
 } // namespace tests

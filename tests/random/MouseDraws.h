@@ -1,4 +1,4 @@
-// Buttons and keys that a mouse event may come with.
+// Random buttons and modifier keys for mouse events.
 #pragma once
 
 #include "random/Draw.h"
@@ -8,7 +8,7 @@
 namespace tests
 {
 
-/// Any button, often the left one.
+/// A random button, often the left one.
 inline Qt::MouseButton someButton(Draw& draw)
 {
     return draw.onceIn(2) ? Qt::LeftButton
@@ -16,13 +16,13 @@ inline Qt::MouseButton someButton(Draw& draw)
                                         Qt::BackButton, Qt::ForwardButton});
 }
 
-/// The left button most of the time, and any otherwise.
+/// Usually the left button, sometimes another one.
 inline Qt::MouseButton mostlyLeftButton(Draw& draw)
 {
     return draw.onceIn(5) ? someButton(draw) : Qt::LeftButton;
 }
 
-/// No key half of the time; otherwise one or two.
+/// No modifier key in half of the cases, otherwise one or two.
 inline Qt::KeyboardModifiers someKeys(Draw& draw)
 {
     const auto key = [&draw] {

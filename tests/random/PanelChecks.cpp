@@ -20,8 +20,8 @@ PanelChecks::PanelChecks(FourPs& panel)
     followLimits();
 }
 
-// Slots run in the order of their connections: the panel has calculated before
-// these are called.
+// Slots run in the order of their connections. The panel connected first, so it has
+// calculated before these slots run.
 void PanelChecks::followCalculations()
 {
     const auto ended = [this] { calculationEnded(); };
@@ -35,7 +35,7 @@ void PanelChecks::followCalculations()
         connect(row, &AXafsFileSelect::updated, this, ended);
     }
     connect(ui.DispFSelect, &AFileSelect::newFilePaths, this, [this] {
-        if (m_panel.DispMuts != m_spectra) { // none of the files may have been a spectrum
+        if (m_panel.DispMuts != m_spectra) { // unchanged if none of the files was a spectrum
             calculationEnded();
         }
     });
@@ -59,7 +59,7 @@ void PanelChecks::followLimits()
 {
     for (const DispMBase* map : {m_panel.MapDisp, m_panel.DMapDisp}) {
         for (const QLineEdit* edit : {map->MinV, map->MaxV}) {
-            // Not modified after setText().
+            // setText() clears the modified flag; typing sets it.
             connect(edit, &QLineEdit::textChanged, this, [this, edit] {
                 edit->isModified() ? void(m_inTyping.insert(edit)) : void(m_inTyping.remove(edit));
             });
@@ -92,33 +92,34 @@ void PanelChecks::checkResult()
 {
     const MapResult found = resultOf(m_panel);
     if (const QString difference = differenceOf(found, m_result); !difference.isEmpty()) {
-        complain(QStringLiteral("the result is not that of the reference implementation: ") +
+        complain(QStringLiteral("the result differs from the reference implementation: ") +
                  difference);
-        m_result = found; // told once
+        m_result = found; // report each difference once
     }
 }
 
 void PanelChecks::beforeAction(int action)
 {
-    m_written.forget();
+    m_written.ignoreOldMessages();
     m_copies.keep(m_panel.BaseData, action);
     m_spectra = m_panel.DispMuts;
 }
 
-QStringList PanelChecks::afterAction(const QStringList& leftBehind)
+QStringList PanelChecks::afterAction(const QStringList& stalePictures)
 {
     if (!m_copies.areTheSame()) {
         complain(QStringLiteral("a calculation changed the copy of an earlier result"));
     }
-    checkResult(); // nothing but a calculation changes it
+    checkResult(); // only a calculation may change it
     checkLimits(m_panel.MapDisp);
     checkLimits(m_panel.DMapDisp);
-    checkPictures(leftBehind);
+    checkPictures(stalePictures);
     return std::exchange(m_complaints, {});
 }
 
-// The client may give the result map reversed limits, which are shown as given. A
-// number counts, not its text: a typed one that changes no limit stays as it is.
+// The result map can have reversed limits, which are displayed as they are. Only the
+// numbers are compared, not the texts: a typed text that does not change the limit is
+// kept.
 void PanelChecks::checkLimits(const DispMBase* map)
 {
     const auto shown = [](const QLineEdit* edit) { return sixDigits(edit->text().toDouble()); };
@@ -137,16 +138,16 @@ void PanelChecks::checkLimits(const DispMBase* map)
     }
 }
 
-// A hidden surface shows nothing, and is not compared.
-void PanelChecks::checkPictures(const QStringList& leftBehind)
+// Compares each visible surface with its full repaint; hidden ones have no picture.
+void PanelChecks::checkPictures(const QStringList& stalePictures)
 {
     const QList<ShownPicture> shown = shownPictures(m_panel);
-    QStringList untrue = differences(shown, repaintedPictures(m_panel));
-    for (const QString& name : leftBehind) {
-        untrue.removeAll(name);
+    QStringList outdated = differences(shown, repaintedPictures(m_panel));
+    for (const QString& name : stalePictures) {
+        outdated.removeAll(name);
     }
-    if (!untrue.isEmpty()) {
-        complain(QStringLiteral("stale picture: ") + untrue.join(u", "));
+    if (!outdated.isEmpty()) {
+        complain(QStringLiteral("stale picture: ") + outdated.join(u", "));
     }
 }
 

@@ -1,8 +1,8 @@
-// What must hold in the windows of a panel whatever its user does.
+// Checks of a panel's windows that must hold after every action.
 #pragma once
 
 #include "random/ExpectedResult.h"
-#include "random/KeptCopies.h"
+#include "random/ResultCopies.h"
 #include "random/WrittenFiles.h"
 
 #include <QObject>
@@ -17,22 +17,22 @@ class QLineEdit;
 namespace tests
 {
 
-/// Watches a panel. Calculations and writes are checked as each of them ends, since
-/// an action may change more afterwards; the rest after each action.
+/// Checks a panel. Calculations and writes are checked immediately when each one ends,
+/// because an action may change more afterwards; everything else after the action.
 class PanelChecks : public QObject
 {
 public:
-    /// Follows the calculations of @p panel from now on.
+    /// Connects to the signals of @p panel that start calculations.
     explicit PanelChecks(FourPs& panel);
 
-    /// Call it before each action, with its number.
+    /// Call this before each action, with its number.
     void beforeAction(int action);
 
-    /// What is wrong after an action; empty when nothing is. Pictures named in
-    /// @p leftBehind may be older than what they show.
-    QStringList afterAction(const QStringList& leftBehind);
+    /// Returns the errors found after an action. Pictures named in @p stalePictures may
+    /// be outdated.
+    QStringList afterAction(const QStringList& stalePictures);
 
-    /// How many calculations ended so far, and how many of them gave a result.
+    /// The number of calculations so far, and how many of them gave a result.
     int calculations() const { return m_calculations; }
     int results() const { return m_results; }
 
@@ -43,15 +43,15 @@ private:
     void writeEnded();
     void checkResult();
     void checkLimits(const DispMBase* map);
-    void checkPictures(const QStringList& leftBehind);
+    void checkPictures(const QStringList& stalePictures);
     void complain(const QString& text);
 
     FourPs& m_panel;
-    MapResult m_result; ///< that the panel has to have
+    MapResult m_result; ///< expected result of the panel
     WrittenFiles m_written;
-    KeptCopies m_copies;
-    QList<AMutE*> m_spectra;           ///< for display, before the action
-    QSet<const QLineEdit*> m_inTyping; ///< limits with a text that is not confirmed
+    ResultCopies m_copies;
+    QList<AMutE*> m_spectra;           ///< spectra for display before the action
+    QSet<const QLineEdit*> m_inTyping; ///< limits with typed text that is not confirmed yet
     QStringList m_complaints;
     int m_calculations = 0;
     int m_results = 0;

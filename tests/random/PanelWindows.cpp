@@ -39,7 +39,7 @@ void PanelWindows::reset()
         if (isAlwaysShown) {
             window->show();
         } else {
-            window->close(); // docks what was popped out
+            window->close(); // also docks a popped-out plot
         }
         window->resize(ordinarySize(window));
     }

@@ -1,4 +1,4 @@
-// The windows of the program and what can be seen in them.
+// The windows of the program and their visible widgets.
 #pragma once
 
 #include <QList>
@@ -10,20 +10,19 @@ class FourPs;
 namespace tests
 {
 
-/// The main window, the graph window, both map windows and the windows of what is
-/// popped out of them; no file dialog.
+/// The main window, the graph window, both map windows and all windows of popped-out
+/// plots and maps; no file dialogs.
 class PanelWindows
 {
 public:
-    /// Has all of them shown once, then calls reset(): a window that was shown keeps
-    /// the memory of its picture.
+    /// Shows all windows once and then calls reset(): a window that was shown keeps the
+    /// memory of its backing store, so memory does not grow later.
     explicit PanelWindows(Body& body);
 
     FourPs& panel() const { return m_panel; }
     const QList<QWidget*>& all() const { return m_windows; }
 
-    /// The visible widgets of a class in all windows, those that are disabled not
-    /// among them.
+    /// The visible and enabled widgets of a class in all windows.
     template <class Widget>
     QList<Widget*> visible() const
     {
@@ -42,16 +41,16 @@ public:
         return found;
     }
 
-    /// The name of a widget, with its number where there are others of that name beside
-    /// it, and with the title of the plot or map that it belongs to.
+    /// The name of a widget, with a number if it has siblings of the same name, and with
+    /// the title of its plot or map.
     static QString nameOf(const QWidget* widget);
 
-    /// Has everything docked and small, and the main window, the plots and the result
-    /// map shown.
+    /// Docks everything, resizes all windows to their ordinary size, and shows only the
+    /// main window, the graph window and the result map.
     void reset();
 
-    /// Brings the main window back where it was closed, and very large windows to
-    /// an ordinary size, since each later picture would take its time.
+    /// Shows the main window if it was closed, and resizes very large windows to their
+    /// ordinary size: large pictures would slow down all later checks.
     void tidy();
 
 private:

@@ -16,8 +16,7 @@ namespace tests
 namespace
 {
 
-/// A binary map whose header claims @p width by @p height pixels, with the values of
-/// @p pixels.
+/// A binary map whose header states @p width by @p height pixels, with @p pixels values.
 QByteArray binaryMap(const QByteArray& width, const QByteArray& height, int pixels, int seed)
 {
     QByteArray bytes = QByteArrayLiteral("2dData-V0.0 HeaderSize: 512").leftJustified(64, ' ');
@@ -30,7 +29,7 @@ QByteArray binaryMap(const QByteArray& width, const QByteArray& height, int pixe
     return bytes + QByteArray(pixels, '\1');
 }
 
-/// A beamline file of a few points.
+/// A beamline (9809) file with a few points.
 QByteArray beamlineText(const QByteArray& modes)
 {
     QByteArray text = "9809     SPring-8\n test\n  Angle(c)  Angle(o)  time\n Mode 0 0 1 2\n" +
@@ -52,7 +51,7 @@ QByteArray manyWords(const QByteArray& words, int times)
     return text;
 }
 
-/// Texts that are no good spectrum and no good map, all small.
+/// Texts that are neither a valid spectrum nor a valid map; most of them are small.
 const QList<QByteArray>& hostileTexts()
 {
     static const QList<QByteArray> texts{
@@ -133,17 +132,17 @@ QString RandomFiles::hostileFile(Draw& draw)
     }
     if (which < texts + 6) {
         const QString path = goodMap(draw.upTo(3));
-        spoil(path, draw);
+        damage(path, draw);
         return path;
     }
-    const QList<QString> odd{
+    const QList<QString> paths{
         QString(),           m_dir.filePath(QStringLiteral("missing/missing.dat")),
         m_dir.path(),        QStringLiteral("/dev/null"),
         QString(4096, u'x'), m_dir.filePath(QString(QChar(0xd800)) + QStringLiteral(".dat"))};
-    return odd.at(which - texts - 6);
+    return paths.at(which - texts - 6);
 }
 
-QString RandomFiles::spoil(const QString& path, Draw& draw)
+QString RandomFiles::damage(const QString& path, Draw& draw)
 {
     const int kind = draw.upTo(8);
     const QByteArray name = QFile::encodeName(path);
@@ -161,7 +160,7 @@ QString RandomFiles::spoil(const QString& path, Draw& draw)
     default:
         break;
     }
-    removeWhateverIs(path);
+    removeFileOrFolder(path);
     switch (kind) {
     case 3:
         QDir().mkpath(path);
@@ -192,7 +191,7 @@ QString RandomFiles::placeToWrite(Draw& draw)
     }
     if (which < 7) {
         const QString path = m_dir.filePath(QStringLiteral("new%1.dat").arg(which));
-        removeWhateverIs(path);
+        removeFileOrFolder(path);
         return path;
     }
     return hostileTarget(draw);
@@ -213,7 +212,7 @@ QString RandomFiles::hostileTarget(Draw& draw)
     case 3:
         return m_dir.filePath(QStringLiteral("missing/target.dat"));
     case 4:
-        removeWhateverIs(path);
+        removeFileOrFolder(path);
         return ::mkfifo(QFile::encodeName(path).constData(), 0600) == 0 ? path : QString();
     case 5:
         return m_dir.filePath(QString::fromUtf8("\xe7\xb5\x90\xe6\x9e\x9c \t\x01%1 '\".x.dat"));
@@ -229,7 +228,7 @@ QString RandomFiles::hostileTarget(Draw& draw)
 QString RandomFiles::make(const QString& name, const QByteArray& content)
 {
     const QString path = m_dir.filePath(name);
-    removeWhateverIs(path);
+    removeFileOrFolder(path);
     QFile file(path);
     if (file.open(QIODevice::WriteOnly)) {
         file.write(content);
@@ -237,7 +236,7 @@ QString RandomFiles::make(const QString& name, const QByteArray& content)
     return path;
 }
 
-void RandomFiles::removeWhateverIs(const QString& path)
+void RandomFiles::removeFileOrFolder(const QString& path)
 {
     const QFileInfo info(path);
     if (info.isDir() && !info.isSymLink()) {

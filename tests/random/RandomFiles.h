@@ -1,4 +1,4 @@
-// The files that a random user loads and writes.
+// Creates the files that a random user loads and writes.
 #pragma once
 
 #include "random/Draw.h"
@@ -10,44 +10,46 @@
 namespace tests
 {
 
-/// Files in a folder of their own, which is deleted at the end. Every call makes
-/// its file anew, whatever is in its place, so that what an action finds does
-/// not depend on earlier ones. There are few names, so that the folder stays small.
+/// Files in a temporary folder. Each call creates its file again and replaces what is
+/// there, so an action does not depend on earlier ones. There are only a few names, so
+/// the folder stays small.
 class RandomFiles
 {
 public:
     RandomFiles() = default;
 
-    /// Whether the folder could be made.
+    /// Whether the folder could be created.
     bool isReady() const { return m_dir.isValid(); }
 
     QString folder() const { return m_dir.path(); }
 
-    /// A spectrum that can be read, @p which from 0 to 2.
+    /// A valid spectrum; @p which is 0 to 2.
     QString goodSpectrum(int which);
 
-    /// A text map that can be read: of 8 by 6 pixels for @p which 0 to 4, of other
-    /// sizes, of a larger one or with an energy for 5 to 8.
+    /// A valid text map. @p which 0 to 4: 8 by 6 pixels; 5: smaller; 6: larger; 7 and 8:
+    /// with an energy in the header.
     QString goodMap(int which);
 
-    /// A binary map of ready values.
+    /// A valid binary map.
     QString goodBinaryMap(int which);
 
-    /// A file, or something else, that is no good spectrum and no good map.
+    /// A path to something that is neither a valid spectrum nor a valid map; not always a
+    /// file.
     QString hostileFile(Draw& draw);
 
-    /// Makes the place of @p path something else: shorter, another kind of file,
-    /// without rights, a folder, a link to itself, or nothing.
+    /// Damages the file at @p path: truncates it, removes its permissions, or replaces it
+    /// by a different kind of file, a folder, a pipe, a link to itself, or nothing.
+    ///
     /// @return what was done
-    QString spoil(const QString& path, Draw& draw);
+    QString damage(const QString& path, Draw& draw);
 
-    /// A path to write to: good ones, some with older histogram files beside them,
-    /// and ones that cannot be written.
+    /// A path to write to: some are writable, some of them with older histogram files
+    /// beside them; others cannot be written.
     QString placeToWrite(Draw& draw);
 
 private:
     QString make(const QString& name, const QByteArray& content);
-    void removeWhateverIs(const QString& path);
+    void removeFileOrFolder(const QString& path);
     QString hostileTarget(Draw& draw);
 
     QTemporaryDir m_dir;

@@ -23,7 +23,7 @@ namespace tests
 namespace
 {
 
-// Characters. Ordinary texts are the longest paths and all shorter ones.
+// Lengths in characters. The longest paths are still ordinary texts.
 constexpr int longText = 100000;
 constexpr int ordinaryText = 5000;
 
@@ -35,9 +35,10 @@ void pressKey(QWidget* widget, int key, Qt::KeyboardModifiers keys = {}, const Q
     QCoreApplication::sendEvent(widget, &release);
 }
 
-/// Gives a widget the keys, as a press in it does: shortcuts are those of its own
-/// window. Nothing happens to what cannot be seen.
-void goTo(QWidget* widget)
+/// Gives a widget the keyboard focus, as a mouse press does, and activates its window,
+/// because shortcuts work only in the active window. Does nothing if the widget is
+/// hidden.
+void focus(QWidget* widget)
 {
     if (widget->isVisible() && !widget->hasFocus()) {
         widget->window()->activateWindow();
@@ -53,8 +54,8 @@ void commit(QWidget* widget, const QString& text)
     QCoreApplication::sendEvent(widget, &event);
 }
 
-/// Texts that no field expects.
-QString oddText(Draw& draw)
+/// Texts that a field does not expect.
+QString unusualText(Draw& draw)
 {
     static const QStringList texts{
         "NaN",
@@ -111,15 +112,15 @@ QString WidgetActions::click(QAbstractButton* button, Qt::MouseButton mouse,
                              Qt::KeyboardModifiers keys)
 {
     const QString name = PanelWindows::nameOf(button);
-    // At the indicator, where a box has one.
+    // Click on the indicator of a check box or radio button.
     const QPointF at(std::min(8, button->width() / 2), button->height() / 2);
     press(button, at, mouse, keys);
     release(button, at, mouse, keys);
     return name + (button->isChecked() ? " is on" : "");
 }
 
-// Buttons that open a file dialog are pressed by the file actions: a dialog takes
-// its time.
+// Excludes the buttons that open a file dialog: dialogs are slow, and FileActions uses
+// them.
 QString WidgetActions::pressAny(Draw& draw)
 {
     QList<QAbstractButton*> buttons = m_windows.visible<QAbstractButton>();
@@ -152,7 +153,7 @@ QString WidgetActions::calculate(Draw& draw)
 
 void WidgetActions::enterText(QLineEdit* edit, const QString& text)
 {
-    goTo(edit);
+    focus(edit);
     edit->selectAll();
     pressKey(edit, Qt::Key_Delete);
     commit(edit, text);
@@ -163,8 +164,8 @@ QString WidgetActions::type(QLineEdit* edit, Draw& draw)
 {
     static const QStringList numbers{"0.5", "1", "2.25", "3", "-1", "8350", "8381", "100", "-50"};
     const QString name = PanelWindows::nameOf(edit);
-    const QString text = draw.onceIn(2) ? draw.oneOf(numbers) : oddText(draw);
-    goTo(edit);
+    const QString text = draw.onceIn(2) ? draw.oneOf(numbers) : unusualText(draw);
+    focus(edit);
     if (!draw.onceIn(3)) {
         pressKey(edit, Qt::Key_A, Qt::ControlModifier);
         pressKey(edit, Qt::Key_Delete);
@@ -201,7 +202,7 @@ QString WidgetActions::typeLongText(Draw& draw)
     m_longTexts.removeAll(edit);
     m_longTexts.append(edit);
     const QChar letter = draw.oneOf<QChar>({u'7', u'0', u'x', u' ', QChar(0x4e8c)});
-    goTo(edit);
+    focus(edit);
     if (!draw.onceIn(3)) {
         pressKey(edit, Qt::Key_A, Qt::ControlModifier);
         pressKey(edit, Qt::Key_Delete);
@@ -218,9 +219,10 @@ QString WidgetActions::typeLongText(Draw& draw)
         .arg(isConfirmed ? QStringLiteral(", Enter") : QString());
 }
 
-// The list of things to take back has an item for each character that came or went,
-// and its memory is kept when it is emptied. Between two calls of shortenTexts() there
-// may be one long text that goes and one that comes.
+// Makes the field's undo history reach its maximum size now and measures the memory. The
+// history has an entry per inserted or deleted character, and keeps its memory when it is
+// cleared. Between two calls of shortenTexts() one long text can be deleted and one
+// inserted, hence the factor 2.
 void WidgetActions::prepareForLongText(QLineEdit* edit)
 {
     if (m_preparedFields.contains(edit)) {
@@ -232,10 +234,11 @@ void WidgetActions::prepareForLongText(QLineEdit* edit)
     const double before = allocatedBytes();
     edit->insert(QString(2 * longText, u'0'));
     edit->setText(text);
-    m_keptByFields += allocatedBytes() - before;
+    m_fieldMemory += allocatedBytes() - before;
 }
 
-// A field may have got its text from another one: energies go on to the rows.
+// Finds fields that got a long text from another field: the list of energies is copied to
+// the rows.
 void WidgetActions::findLongTexts()
 {
     for (const QWidget* window : m_windows.all()) {
@@ -251,21 +254,21 @@ void WidgetActions::findLongTexts()
 
 void WidgetActions::shortenTexts()
 {
-    constexpr int mostLongTexts = 2;
+    constexpr int maxLongTexts = 2;
     findLongTexts();
     int kept = 0;
     for (qsizetype i = m_longTexts.size() - 1; i >= 0; --i) {
         QLineEdit* edit = m_longTexts.at(i);
         const QString text = edit->text();
         const bool isLong = text.size() > ordinaryText;
-        const bool stays = isLong && text.size() <= longText && kept < mostLongTexts;
+        const bool isKept = isLong && text.size() <= longText && kept < maxLongTexts;
         {
             const QSignalBlocker quiet(edit);
             const bool wasTyped = edit->isModified();
-            edit->setText(stays ? text : text.left(ordinaryText)); // forgets what was
+            edit->setText(isKept ? text : text.left(ordinaryText)); // clears the undo history
             edit->setModified(wasTyped);
         }
-        if (stays) {
+        if (isKept) {
             ++kept;
             continue;
         }
@@ -275,11 +278,11 @@ void WidgetActions::shortenTexts()
         }
     }
     if (QApplication::clipboard()->text().size() > ordinaryText) {
-        QApplication::clipboard()->clear(); // would be pasted into fields that are not ready
+        QApplication::clipboard()->clear(); // could be pasted into fields that are not prepared
     }
 }
 
-// What calculations read, with numbers that suit, most of the time.
+// Types numbers into fields that calculations read; usually suitable ones.
 QString WidgetActions::typeUseful(Draw& draw)
 {
     const FourPs& panel = m_windows.panel();
@@ -344,7 +347,7 @@ QString WidgetActions::turnCombo(Draw& draw)
         return click(m_windows.panel().ui.RemoveAFile);
     }
     QComboBox* list = m_windows.panel().ui.SelectedFs;
-    goTo(list);
+    focus(list);
     pressKey(list, draw.onceIn(2) ? Qt::Key_Up : Qt::Key_Down);
     turnWheel(list, {5, 5}, {0, draw.onceIn(2) ? 120 : -120});
     return list->currentText();
@@ -368,7 +371,7 @@ QString WidgetActions::popOrDock(Draw& draw)
     return buttons.isEmpty() ? QString() : click(draw.oneOf(buttons));
 }
 
-// The last sizes are rare: all pictures are painted twice.
+// The large sizes are rare, because checking paints all pictures twice.
 QString WidgetActions::resizeWindow(Draw& draw)
 {
     QWidget* window = draw.oneOf(m_windows.all());

@@ -1,4 +1,4 @@
-// What a random user does with fields, buttons and windows.
+// Random actions with fields, buttons and windows.
 #pragma once
 
 #include "random/ActionKind.h"
@@ -22,21 +22,21 @@ public:
 
     QList<ActionKind> kinds();
 
-    /// Presses a button with the mouse.
+    /// Clicks a button with the mouse.
     static QString click(QAbstractButton* button, Qt::MouseButton mouse = Qt::LeftButton,
                          Qt::KeyboardModifiers keys = {});
 
-    /// Puts a text into a field in place of the one there, as an input method does,
-    /// and confirms it.
+    /// Replaces the text of a field, as an input method does, and confirms it with Enter.
     static void enterText(QLineEdit* edit, const QString& text);
 
-    /// Leaves very long texts in the few fields that got one last, without what
-    /// they could take back; a user puts a short one into the others.
+    /// Limits memory: at most two fields keep a very long text, the latest ones, and
+    /// their undo history is cleared. The other long texts are replaced by a short one,
+    /// as a user would type it.
     void shortenTexts();
 
-    /// Bytes that fields keep for ever since they had a very long text: each keeps the
-    /// memory that its longest list of things to take back had.
-    double keptByFields() const { return m_keptByFields; }
+    /// Bytes that fields keep permanently because they once had a very long text: the
+    /// memory of an undo history does not shrink.
+    double keptByFields() const { return m_fieldMemory; }
 
 private:
     void prepareForLongText(QLineEdit* edit);
@@ -56,9 +56,9 @@ private:
     QString resizeWindow(Draw& draw);
 
     PanelWindows& m_windows;
-    QList<QLineEdit*> m_longTexts;           ///< fields that may have one, the latest last
-    QSet<const QLineEdit*> m_preparedFields; ///< that keep all the memory they ever will
-    double m_keptByFields = 0.0;
+    QList<QLineEdit*> m_longTexts;           ///< fields that can have a long text, latest last
+    QSet<const QLineEdit*> m_preparedFields; ///< fields that already keep their maximum memory
+    double m_fieldMemory = 0.0;
 };
 
 } // namespace tests

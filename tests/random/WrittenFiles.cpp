@@ -35,19 +35,19 @@ PlainValences valencesOf(const FourPs& panel)
     return valences;
 }
 
-/// The lines of a written result map that have numbers, one for each pixel.
+/// The data lines of a written result map, one per pixel.
 QList<QByteArray> numberLines(const QByteArray& written, const A2DData& map)
 {
     QList<QByteArray> lines = written.split('\n');
     const qsizetype heading = 2 + map.headerLines.join(u'\n').count(u'\n') +
                               (map.headerLines.isEmpty() ? 0 : 1) + (map.extended ? 1 : 0);
     lines.remove(0, std::min(heading, lines.size()));
-    lines.removeAll(QByteArray()); // behind each row of pixels, and at the end
+    lines.removeAll(QByteArray()); // after each row of pixels and at the end
     return lines;
 }
 
-/// What a line of the simple form says of a pixel, the valence aside, or one of the
-/// extended form with the columns @p wanted.
+/// The numbers of a pixel's line: in the simple form without the valence, in the extended
+/// form with the columns @p wanted.
 QList<double> numbersOf(const A2DRow& row, bool isExtended, const std::array<bool, 13>& wanted)
 {
     if (!isExtended) {
@@ -62,25 +62,26 @@ QList<double> numbersOf(const A2DRow& row, bool isExtended, const std::array<boo
     return numbers;
 }
 
-/// The numbers of a line with six digits, as a reader of the file understands them.
+/// The numbers of a line, rounded to six digits.
 QStringList readNumbers(const QByteArray& line, bool isExtended)
 {
     QStringList read;
     const QStringList words =
-        QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts); // reads nan and inf as well
+        QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts); // toDouble() accepts nan and inf
     for (const QString& word : words) {
         bool isNumber = false;
         const double number = word.toDouble(&isNumber);
         read.append(isNumber ? sixDigits(number) : QStringLiteral("no number"));
     }
     if (!isExtended && read.size() > 3) {
-        read.removeAt(3); // the valence, which the map does not have
+        read.removeAt(3); // the valence, which is not stored in the map
     }
     return read;
 }
 
 /// Whether a written result map, read again, has the numbers of @p map.
-bool saysTheSame(const QByteArray& written, const A2DData& map, const std::array<bool, 13>& wanted)
+bool hasSameNumbers(const QByteArray& written, const A2DData& map,
+                    const std::array<bool, 13>& wanted)
 {
     const QList<QByteArray> lines = numberLines(written, map);
     if (lines.size() != qsizetype{map.xNum} * map.yNum) {
@@ -99,7 +100,7 @@ bool saysTheSame(const QByteArray& written, const A2DData& map, const std::array
     return true;
 }
 
-/// The text of a histogram file, number by number.
+/// The expected text of a histogram file.
 QByteArray histogramText(const analysis::HistogramCounts& counts)
 {
     QString text;
@@ -120,7 +121,7 @@ QByteArray histogramText(const analysis::HistogramCounts& counts)
 
 } // namespace
 
-void WrittenFiles::forget()
+void WrittenFiles::ignoreOldMessages()
 {
     m_messagesBefore = m_panel.ui.Message->toPlainText().size();
 }
@@ -131,7 +132,7 @@ QString WrittenFiles::check()
     const QString complaint = QStringLiteral("Can't open the file [%1]").arg(path).simplified();
     const QString messages = m_panel.ui.Message->toPlainText().mid(m_messagesBefore);
     const bool isRefused = messages.split(u'\n').contains(complaint);
-    forget();
+    ignoreOldMessages();
     const QFileInfo file(path);
     if (isRefused) {
         const bool isPossible = !path.isEmpty() && file.isFile() && file.isWritable();
@@ -141,15 +142,16 @@ QString WrittenFiles::check()
         return QStringLiteral("no file was written, and no complaint made");
     }
     if (!file.isFile()) {
-        return {}; // a device keeps nothing to read again
+        return {}; // a device cannot be read again
     }
     const QByteArray written = readFile(path);
     if (written != expectedMap()) {
         return QStringLiteral("the written file is not the result");
     }
-    constexpr qint64 fewPixels = 10000; // reading takes longer than writing
+    constexpr qint64 fewPixels = 10000; // reading is slower than writing
     const A2DData& map = m_panel.BaseData;
-    if (qint64{map.xNum} * map.yNum <= fewPixels && !saysTheSame(written, map, wantedColumns())) {
+    if (qint64{map.xNum} * map.yNum <= fewPixels &&
+        !hasSameNumbers(written, map, wantedColumns())) {
         return QStringLiteral("the written file, read again, has other numbers than the result");
     }
     const QString first = checkHistogram(path, 0);
@@ -178,7 +180,7 @@ QByteArray WrittenFiles::expectedMap() const
     return buffer.data();
 }
 
-// Only a file that was there is written; no file is made.
+// The histogram files are only overwritten, never created.
 QString WrittenFiles::checkHistogram(const QString& path, int which) const
 {
     const QFileInfo result(path);

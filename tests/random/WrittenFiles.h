@@ -1,4 +1,4 @@
-// What "Write" has to leave on the disk.
+// Checks the files that "Write" writes.
 #pragma once
 
 #include <QString>
@@ -10,9 +10,9 @@ class FourPs;
 namespace tests
 {
 
-/// Compares the files of the save row with the result and the histograms of a
-/// panel; call forget() first, and after the message box was cleared,
-/// and check() after each write.
+/// Compares the written files with the result and the histograms of a panel. Call
+/// ignoreOldMessages() first and whenever the message box was cleared, and check() after
+/// each write.
 class WrittenFiles
 {
 public:
@@ -21,11 +21,11 @@ public:
     {
     }
 
-    /// Takes what is in the message box for old.
-    void forget();
+    /// Ignores the present text of the message box in the next check().
+    void ignoreOldMessages();
 
-    /// What is wrong after a write that has just ended; empty when nothing is. A
-    /// write that the panel complained about must not have been possible.
+    /// Describes what is wrong after a write; empty if all is correct. A write that the
+    /// panel reported as failed must really have been impossible.
     QString check();
 
 private:
@@ -34,7 +34,7 @@ private:
     QString checkHistogram(const QString& path, int which) const;
 
     const FourPs& m_panel;
-    qsizetype m_messagesBefore = 0; ///< length of their text
+    qsizetype m_messagesBefore = 0; ///< length of the old messages
 };
 
 } // namespace tests

@@ -1,19 +1,19 @@
-// A random user on the real main window, and checks after each action.
+// Runs a random user on the real main window and checks the program after each action.
 //
 //   random_user SEED ACTIONS [--only 3,17,40] [--log FILE] [--say]
 //
-// --only leaves out all other actions, --log keeps the number and the kind of the
-// action under way in a file, --say prints what each action does. The result is 0
-// when every check holds, and 1 after the first that does not. The actions follow
-// from SEED, except where the toolkit's threads have a part: those of file dialogs.
-// scripts/random runs this program, and shortens the list of actions that fails.
+// --only runs only the listed actions, --log writes the number and kind of the current
+// action to a file, --say prints each action. The exit status is 0 if every check passes,
+// and 1 after the first failure. The actions depend only on SEED, except that
+// threads of Qt influence the file dialogs. scripts/random runs this program and
+// reduces a failing list of actions.
 
 #include "app/Body.h"
 #include "panel/FourPs.h"
 #include "random/ActionLog.h"
 #include "random/AllocatedMemory.h"
+#include "random/MainWindowUser.h"
 #include "random/PanelChecks.h"
-#include "random/RestlessUser.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -35,14 +35,14 @@ struct Options {
     bool says = false;
 };
 
-/// What the actions took.
-struct Figures {
+/// Time and memory that the actions needed.
+struct Measurements {
     double slowest = 0.0; ///< s
     int slowestAction = 0;
-    double memoryBefore = 0.0; ///< bytes, after the first actions
+    double memoryBefore = 0.0; ///< bytes, after the first quarter of the actions
 };
 
-/// The options of the command line; false when there is something wrong.
+/// Reads the command line; returns false if it is invalid.
 bool readOptions(const QStringList& arguments, Options& options)
 {
     QCommandLineParser parser;
@@ -73,9 +73,9 @@ bool readOptions(const QStringList& arguments, Options& options)
     return seedIsGood && countIsGood;
 }
 
-/// Permissions mean nothing to root. The memory of a process that gave up its
-/// rights could not be looked at for leaks without the second call.
-void giveUpRights()
+/// Drops root's rights: file permissions do not apply to root. LeakSanitizer can inspect
+/// a process that changed its user only if it is dumpable again.
+void dropRootRights()
 {
     if (::geteuid() == 0) {
         constexpr uid_t nobody = 65534;
@@ -85,8 +85,8 @@ void giveUpRights()
     }
 }
 
-/// The time of an action may grow with what it calculates and paints. Generous: an
-/// action that hangs is looked for, no slow one.
+/// The time limit (s) of an action grows with the pixels that it calculates and paints.
+/// It is generous: the test looks for hanging actions, not slow ones.
 double longestTime(double pixels)
 {
     return tests::slowness * (2.0 + pixels * 5e-6);
@@ -101,10 +101,10 @@ public:
         , m_checks(*body.findChild<FourPs*>())
         , m_log(options.log, options.seed)
     {
-        m_checks.afterAction({}); // the first pictures
+        m_checks.afterAction({}); // paints everything once
     }
 
-    /// Whether all checks hold.
+    /// Runs all actions; returns whether all checks passed.
     bool run()
     {
         const qsizetype first = m_options.actions.size() / 4;
@@ -112,7 +112,7 @@ public:
             if (i == first) {
                 m_user.settle();
                 m_checks.afterAction({});
-                m_figures.memoryBefore = memoryInUse();
+                m_measured.memoryBefore = memoryInUse();
             }
             if (!doAction(m_options.actions.at(i))) {
                 return false;
@@ -134,11 +134,11 @@ private:
             std::printf("%6d  %s\n", action, qPrintable(done));
             std::fflush(stdout);
         }
-        if (seconds > m_figures.slowest) {
-            m_figures.slowest = seconds;
-            m_figures.slowestAction = action;
+        if (seconds > m_measured.slowest) {
+            m_measured.slowest = seconds;
+            m_measured.slowestAction = action;
         }
-        QStringList wrong = m_checks.afterAction(m_user.takeLeftBehind());
+        QStringList wrong = m_checks.afterAction(m_user.takeStalePictures());
         if (seconds > longestTime(pixels + m_user.pixels())) {
             wrong.append(QStringLiteral("it took %1 s").arg(seconds));
         }
@@ -150,7 +150,7 @@ private:
         return true;
     }
 
-    /// Bytes, without what fields keep by the design of the toolkit.
+    /// Allocated bytes, without the memory that Qt's line edits keep by design.
     double memoryInUse() const { return tests::allocatedBytes() - m_user.keptByFields(); }
 
     bool finish()
@@ -158,13 +158,13 @@ private:
         m_log.begin(int(m_options.actions.size()), QStringLiteral("the end"));
         m_user.settle();
         m_checks.afterAction({});
-        // Bytes; caches of the toolkit fill slowly.
+        // Bytes. Qt's caches fill slowly.
         const double allowed = 3e6 + 1e3 * double(m_options.actions.size());
-        const double grown = memoryInUse() - m_figures.memoryBefore;
+        const double grown = memoryInUse() - m_measured.memoryBefore;
         std::printf("seed %u: %d actions, %d results of %d calculations, slowest action %d with "
                     "%.2f s, memory grew by %.0f kB\n",
                     m_options.seed, int(m_options.actions.size()), m_checks.results(),
-                    m_checks.calculations(), m_figures.slowestAction, m_figures.slowest,
+                    m_checks.calculations(), m_measured.slowestAction, m_measured.slowest,
                     grown / 1000.0);
         if (grown > allowed) {
             complain(int(m_options.actions.size()), QStringLiteral("the end"),
@@ -181,10 +181,10 @@ private:
     }
 
     const Options& m_options;
-    tests::RestlessUser m_user;
+    tests::MainWindowUser m_user;
     tests::PanelChecks m_checks;
     tests::ActionLog m_log;
-    Figures m_figures;
+    Measurements m_measured;
 };
 
 } // namespace
@@ -194,10 +194,10 @@ int main(int argc, char* argv[])
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
-    giveUpRights();
+    dropRootRights();
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    // Remarks on files that cannot be read are expected.
+    // Warnings about unreadable files are expected.
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
         if (type == QtCriticalMsg || type == QtFatalMsg) {
             std::fprintf(stderr, "%s\n", qPrintable(text));
@@ -209,7 +209,7 @@ int main(int argc, char* argv[])
         std::fputs("random_user SEED ACTIONS [--only 3,17,40] [--log FILE] [--say]\n", stderr);
         return 2;
     }
-    QDir::setCurrent(files.folder()); // a name without a folder is written there
+    QDir::setCurrent(files.folder()); // a relative file name is written there
     QElapsedTimer timer;
     timer.start();
     Body body;

@@ -1,4 +1,4 @@
-# The run without a display leaves a picture of each window behind.
+# Checks that the run without a display has saved a picture of each window.
 foreach(window Body Displays MapDisp DMapDisp)
   set(picture ${FOLDER}/${window}.png)
   if(NOT EXISTS ${picture})

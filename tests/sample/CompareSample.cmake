@@ -1,5 +1,5 @@
-# Generates the sample afresh and compares it with the committed files, byte
-# for byte and name for name.
+# Generates the sample again and compares the files' names and bytes with the committed
+# ones.
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
 execute_process(COMMAND ${GENERATOR} ${WORK} COMMAND_ERROR_IS_FATAL ANY)
@@ -13,6 +13,6 @@ foreach(name IN LISTS fresh)
   file(SHA256 ${WORK}/${name} new)
   file(SHA256 ${COMMITTED}/${name} old)
   if(NOT new STREQUAL old)
-    message(FATAL_ERROR "${name} differs from what the generator makes")
+    message(FATAL_ERROR "${name} differs from the generated file")
   endif()
 endforeach()

@@ -1,10 +1,10 @@
-# Runs the sample program with the files of Ni(IV) and the metal exchanged: what
-# takes all four references has to be off, and what takes two must not care.
+# Runs the sample program with the files of Ni(IV) and nickel metal swapped. The results
+# with all four references must then be off, those with two references must not change.
 file(REMOVE_RECURSE ${WORK})
 file(COPY ${SAMPLE}/ DESTINATION ${WORK}/data)
-file(RENAME ${WORK}/data/ref_ni4.dat ${WORK}/data/spare)
+file(RENAME ${WORK}/data/ref_ni4.dat ${WORK}/data/swap)
 file(RENAME ${WORK}/data/ref_ni0.dat ${WORK}/data/ref_ni4.dat)
-file(RENAME ${WORK}/data/spare ${WORK}/data/ref_ni0.dat)
+file(RENAME ${WORK}/data/swap ${WORK}/data/ref_ni0.dat)
 execute_process(COMMAND ${PROGRAM} ${WORK}/data
   WORKING_DIRECTORY ${WORK}
   RESULT_VARIABLE status

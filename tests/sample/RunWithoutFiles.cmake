@@ -1,5 +1,5 @@
-# Runs the sample program on a folder without the sample: it has to come to an
-# orderly end, say that its results are off, and fail.
+# Runs the sample program on an empty folder: it must end normally, report that its
+# results are off, and return 1.
 execute_process(COMMAND ${PROGRAM} ${FOLDER}
   WORKING_DIRECTORY ${FOLDER}
   RESULT_VARIABLE status

@@ -1,4 +1,4 @@
-// What the linear combination fit has to give.
+// Tests of the expected result and errors of the linear combination fit.
 #include "CombinationErrors.h"
 
 #include "SpectrumErrors.h"
@@ -16,19 +16,19 @@ class TestCombinationErrors : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void spectraWithLinesAlikeGiveTheFractionsThemselves()
+    void equalLinesGiveTheTrueFractions()
     {
         QVERIFY(near(expectedCombination(combinationForms().at(0)), {0.35, 0.65, 2.65, 0.0}, 1e-8));
     }
 
-    void spectraWithLinesOfTheirOwnMoveTheFractions()
+    void differentLinesShiftTheFractions()
     {
-        // from normal equations over the same points, apart from this program
+        // calculated separately with normal equations over the same points
         QVERIFY(near(expectedCombination(combinationForms().at(1)),
                      {0.3967273, 0.2987123, 0.2030649, 0.1014955, 2.5019257, 4.64e-06}, 1e-7));
     }
 
-    void targetThatIsAReferenceIsAllOfIt()
+    void targetEqualToAReferenceHasFractionOne()
     {
         for (const CombinationForm& form : combinationForms()) {
             std::vector<SpectrumLines> spectra = noiseFreeSpectra(form.references, nullptr);
@@ -40,10 +40,10 @@ private Q_SLOTS:
         }
     }
 
-    void noiseReachesTheFractionsDilutedByTheNumberOfPoints()
+    void manyPointsReduceTheNoiseOfTheFractions()
     {
-        // One point, on the rising edge where the references are some 0.5 apart,
-        // knows the fraction to 2.5e-4 / 0.5; the edge has a dozen of them.
+        // On the rising edge the references differ by about 0.5, so one point determines
+        // the fraction to 2.5e-4 / 0.5 = 5e-4. There are about a dozen such points.
         const std::vector<double> sigmas = combinationErrors(combinationForms().at(0));
         QVERIFY(std::abs(sigmas.at(0) - sigmas.at(1)) < 1e-12);
         QVERIFY(sigmas.at(0) > 5e-4 / 12.0);

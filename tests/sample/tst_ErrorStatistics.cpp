@@ -1,4 +1,4 @@
-// Errors against expectations, on numbers counted by hand.
+// Tests of the error statistics, on numbers calculated by hand.
 #include "ErrorStatistics.h"
 
 #include <QTest>
@@ -13,7 +13,7 @@ class TestErrorStatistics : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void errorsAreMeasuredInTheirExpectedDeviation()
+    void errorsAreInUnitsOfTheExpectedSigma()
     {
         ErrorStatistics statistics;
         statistics.add(3.0, 1.0, 0.0);
@@ -25,7 +25,7 @@ private Q_SLOTS:
         QCOMPARE(statistics.meanSigma(), std::sqrt(1.25) / 2.0);
     }
 
-    void theExpectedBiasIsTakenOff()
+    void expectedBiasIsSubtracted()
     {
         ErrorStatistics statistics;
         statistics.add(2.5, 1.0, 0.5);
@@ -33,7 +33,7 @@ private Q_SLOTS:
         QCOMPARE(statistics.meanError(), 2.0);
     }
 
-    void aNanIsNeverWithinBounds()
+    void nanIsNeverWithinBounds()
     {
         ErrorStatistics statistics;
         statistics.add(std::numeric_limits<double>::quiet_NaN(), 1.0, 0.0);

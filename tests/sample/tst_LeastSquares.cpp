@@ -1,4 +1,4 @@
-// Least squares on numbers worked out by hand.
+// Tests of the least-squares solver, on numbers calculated by hand.
 #include "LeastSquares.h"
 
 #include <QTest>
@@ -12,16 +12,16 @@ class TestLeastSquares : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void lineRunsBetweenPointsThatAreOffIt()
+    void lineFitsPointsOffTheLine()
     {
-        // (0, 1), (1, 2), (2, 2): slope 1/2 through the middle (1, 5/3)
+        // points (0, 1), (1, 2), (2, 2): slope 1/2, through the centroid (1, 5/3)
         const LeastSquares line({{1, 1, 1}, {0, 1, 2}});
         const std::vector<double> found = line.coefficients({1, 2, 2});
         QVERIFY(std::abs(found.at(0) - 7.0 / 6.0) < 1e-14);
         QVERIFY(std::abs(found.at(1) - 0.5) < 1e-14);
     }
 
-    void asManyColumnsAsValuesGoThroughAll()
+    void asManyColumnsAsValuesInterpolate()
     {
         // 3 - 2 t + t^2 at t = 1, 2, 4
         const LeastSquares parabola({{1, 1, 1}, {1, 2, 4}, {1, 4, 16}});
@@ -31,7 +31,7 @@ private Q_SLOTS:
         QVERIFY(std::abs(found.at(2) - 1.0) < 1e-12);
     }
 
-    void nearlyParallelColumnsAreToldApart()
+    void nearlyParallelColumnsAreSeparated()
     {
         std::vector<std::vector<double>> columns(3);
         std::vector<double> values;

@@ -1,4 +1,4 @@
-// The error estimate of the sample's maps against formulas derived by hand.
+// Tests the error estimates of the sample's maps against formulas derived by hand.
 #include "MapErrors.h"
 
 #include <QTest>
@@ -38,20 +38,20 @@ class TestMapErrors : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void noiseFreePixelGivesItsTruth_data() { addForms(); }
-    void noiseFreePixelGivesItsTruth()
+    void noiseFreePixelGivesTheTruth_data() { addForms(); }
+    void noiseFreePixelGivesTheTruth()
     {
         QFETCH(int, index);
         const MapForm& form = mapForms().at(static_cast<std::size_t>(index));
         for (const auto& [x, y] : {std::pair{0, 0}, std::pair{8, 12}, std::pair{48, 23}}) {
             const MixtureEstimate estimate = estimateMixture(form, mutAt(x, y));
-            // 1e-8: what is left of the two steps at 8320 and 8385 eV
+            // 1e-8, because at 8320 and 8385 eV the step is not exactly 0 and 1
             QVERIFY(near(estimate.fraction, fractionAt(x, y), 1e-8));
             QVERIFY(near(estimate.jump, amountAt(x, y), 1e-8));
         }
     }
 
-    void slopeOfBackgroundIsOnlyForTheFormsThatKnowIt()
+    void onlyFormsThatFitASlopeTolerateABackgroundSlope()
     {
         MutValues mut = mutAt(0, 0);
         for (std::size_t row = 0; row < mut.size(); ++row) {
@@ -63,9 +63,10 @@ private Q_SLOTS:
         QVERIFY(near(estimateMixture(forms.at(2), mut).jump, amountAt(0, 0), 1e-8));
     }
 
-    void jumpErrorOfThreePointsIsThatOfADifference()
+    void threePointsJumpErrorIsTheErrorOfADifference()
     {
-        // jump = (T1 - T0) / (s1 - s0) is linear: sigma by Pythagoras, no bias.
+        // jump = (T1 - T0) / (s1 - s0) is linear: the errors add in quadrature, without
+        // bias.
         const Compound& compound = compounds()[niII];
         const double step = shape(compound, 8385) - shape(compound, 8320);
         const double wanted =
@@ -75,10 +76,10 @@ private Q_SLOTS:
         QVERIFY(near(errors.jump.bias, 0.0, 1e-12));
     }
 
-    void jumpErrorOfExactFourPointsIsThatOfALineBelowTheEdge()
+    void exactFourPointsJumpErrorIncludesTheLineBelowTheEdge()
     {
-        // Through three rows: jump = (T2 - T1 - u (T1 - T0)) / (s2 - s1 - u (s1 - s0)) with
-        // u = (E2 - E1) / (E1 - E0).
+        // The line through two rows below the edge is extrapolated: jump = (T2 - T1 - u
+        // (T1 - T0)) / (s2 - s1 - u (s1 - s0)) with u = (E2 - E1) / (E1 - E0).
         const Compound& compound = compounds()[niII];
         const double u = (8385.0 - 8320.0) / (8320.0 - 8250.0);
         const double divisor =
@@ -91,12 +92,12 @@ private Q_SLOTS:
         QVERIFY(near(expectedErrors(mapForms().at(1), 0, 0).jump.sigma, wanted, 1e-10));
     }
 
-    void fractionIsLessCertainWherePixelsAreThin_data() { addForms(); }
-    void fractionIsLessCertainWherePixelsAreThin()
+    void thinPixelsHaveLargerFractionErrors_data() { addForms(); }
+    void thinPixelsHaveLargerFractionErrors()
     {
         QFETCH(int, index);
         const MapForm& form = mapForms().at(static_cast<std::size_t>(index));
-        // same column, so the same valence: a thin pixel above a thick one
+        // the same column, so the same valence: a thin and a thick pixel
         QCOMPARE(valenceAt(8, 1), valenceAt(8, 4));
         const double thin = expectedErrors(form, 8, 1).fraction.sigma;
         const double thick = expectedErrors(form, 8, 4).fraction.sigma;

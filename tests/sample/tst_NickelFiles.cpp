@@ -1,4 +1,4 @@
-// The committed files of the sample, read as the program reads them.
+// Tests of the committed sample files, read with the program's readers.
 #include "NickelTruth.h"
 
 #include "data/A2DData.h"
@@ -37,7 +37,7 @@ class TestNickelFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void spectraLieOnTheirTruthWithinNoise()
+    void spectraMatchTheirTruthWithinNoise()
     {
         for (const Compound& compound : compounds()) {
             QVERIFY(isNearTruth(compound.fileName, [&compound](double energyEv) {
@@ -51,7 +51,7 @@ private Q_SLOTS:
         }
     }
 
-    void beamlineFormGivesTheSameSpectrumAsThePlainOne()
+    void beamlineFormatGivesTheSameSpectrumAsThePlainFormat()
     {
         AMutE plain;
         AMutE beamline;
@@ -60,13 +60,13 @@ private Q_SLOTS:
         QVERIFY(beamline.readFile(pathOf("ref_ni2_9809.dat")));
         QCOMPARE(beamline.points.size(), plain.points.size());
         for (qsizetype i = 0; i < plain.points.size(); ++i) {
-            // an angle of 8 decimals fixes 8900 eV to 4e-6 eV
+            // an angle with 8 decimals determines 8900 eV to 4e-6 eV
             QVERIFY(std::abs(beamline.points.at(i).energy - plain.points.at(i).energy) < 1e-4);
             QVERIFY(std::abs(beamline.points.at(i).mut - plain.points.at(i).mut) < 6e-7);
         }
     }
 
-    void textMapsHaveTheirSizeEnergyAndTruth()
+    void textMapsHaveSizeEnergyAndTrueValues()
     {
         for (const Image* image : {&imageOfTwo(), &imageOfFour()}) {
             for (const double energyEv : image->energiesEv) {
@@ -96,7 +96,7 @@ private Q_SLOTS:
                             [](bool valid) { return valid; }));
         for (qsizetype i = 0; i < binary.data.size(); ++i) {
             const A2DRow& row = map.rows.at(i);
-            // six decimals are kept
+            // the file has six decimals
             QVERIFY(std::abs(binary.data.at(i) - std::log(row.i0 / row.intensity)) < 6e-7);
         }
     }
@@ -109,7 +109,7 @@ private:
                std::all_of(spectrum.points.begin(), spectrum.points.end(),
                            [&mutAt](const MutPoint& point) {
                                const double mut = mutAt(point.energy);
-                               // six standard deviations and the last printed digit
+                               // six standard deviations plus the last printed digit
                                const double allowed =
                                    6.0 * std::sqrt((1.0 + std::exp(mut)) / spectrumPhotons) + 1e-6;
                                return std::abs(point.mut - mut) < allowed;

@@ -1,4 +1,4 @@
-// What the sample is made of.
+// Tests of the sample's true values.
 #include "NickelTruth.h"
 
 #include <QTest>
@@ -13,7 +13,7 @@ class TestNickelTruth : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void referencesAgreeAtTheEquivalentPointsAndDifferAtTheVPoint()
+    void referencesAreEqualAtTheEquivalentPointsAndDifferAtTheVPoint()
     {
         for (std::size_t row = 0; row < mapEnergiesEv.size(); ++row) {
             const double difference = std::abs(shape(compounds()[niII], mapEnergiesEv.at(row)) -
@@ -34,7 +34,7 @@ private Q_SLOTS:
         }
     }
 
-    void edgesMoveUpWithTheValence()
+    void edgeEnergyRisesWithTheValence()
     {
         QVERIFY(compounds()[3].edgeEv < compounds()[0].edgeEv);
         QVERIFY(compounds()[0].edgeEv < compounds()[1].edgeEv);
@@ -45,23 +45,23 @@ private Q_SLOTS:
     {
         QCOMPARE(valenceAt(0, 0), 2.1);
         QCOMPARE(valenceAt(63, 47), 2.6);
-        QCOMPARE(valenceAt(31, 6), 2.9); // 17.5 pixels from the middle
+        QCOMPARE(valenceAt(31, 6), 2.9); // 17.5 pixels from the centre
         QVERIFY(valenceAt(31, 23) < 2.4);
     }
 
     void amountSpellsTwoLetters()
     {
         QCOMPARE(amountAt(0, 47), 0.6);
-        QCOMPARE(amountAt(5, 44), 1.4);  // upper left of the N
-        QCOMPARE(amountAt(20, 44), 0.6); // between its legs
+        QCOMPARE(amountAt(5, 44), 1.4);  // top left of the N
+        QCOMPARE(amountAt(20, 44), 0.6); // between the strokes of the N
         QCOMPARE(amountAt(50, 42), 1.4); // the dot of the i
-        QCOMPARE(amountAt(50, 37), 0.6); // the gap under it
-        QCOMPARE(amountAt(58, 3), 1.4);  // lower right of the i
+        QCOMPARE(amountAt(50, 37), 0.6); // the gap below the dot
+        QCOMPARE(amountAt(58, 3), 1.4);  // bottom right of the i
         QCOMPARE(amountAt(59, 3), 0.6);
         QCOMPARE(amountAt(58, 2), 0.6);
     }
 
-    void fourCompoundsMeetInTheCornersOfTheirImage()
+    void cornersOfTheFourCompoundImageArePure()
     {
         const Image& image = imageOfFour();
         QCOMPARE(image.width, 32);
@@ -77,19 +77,19 @@ private Q_SLOTS:
         QCOMPARE(inside.at(3), 10.0 / 31.0 * 6.0 / 23.0);
     }
 
-    void theirAmountIsADisk()
+    void amountOfTheFourCompoundImageIsADisk()
     {
         const Image& image = imageOfFour();
         QCOMPARE(image.amountAt(16, 12), 1.4);
-        QCOMPARE(image.amountAt(16, 3), 1.4); // 8.5 pixels above the middle
+        QCOMPARE(image.amountAt(16, 3), 1.4); // 8.5 pixels above the centre
         QCOMPARE(image.amountAt(16, 2), 0.7);
         QCOMPARE(image.amountAt(0, 0), 0.7);
     }
 
-    void pixelAbsorbsItsCompoundsAndTheCommonBackground()
+    void pixelIsItsCompoundsPlusTheCommonBackground()
     {
         QCOMPARE(imageOfFour().mutAt(31, 0, 8347.0), 0.05 + 0.7 * shape(compounds()[niIII], 8347));
-        // a ring on a ramp: 2.1 at the left
+        // the valence is 2.1 at the left
         QCOMPARE(imageOfTwo().mutAt(0, 0, 8345.0),
                  0.05 + 0.6 * (0.9 * shape(compounds()[niII], 8345) +
                                0.1 * shape(compounds()[niIII], 8345)));
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(pureMetal, shape(compounds()[3], 8340.0));
     }
 
-    void spectraHaveAPointAtTheEnergyOfEachMap()
+    void spectraHaveAPointAtEachMapEnergy()
     {
         const std::vector<double>& scan = scanEnergies();
         for (const Image* image : {&imageOfTwo(), &imageOfFour()}) {
@@ -119,7 +119,7 @@ private Q_SLOTS:
         }
     }
 
-    void mapNamesSortInTheOrderOfTheirEnergies()
+    void mapNamesSortByEnergy()
     {
         const std::vector<double>& four = imageOfFour().energiesEv;
         for (std::size_t row = 1; row < four.size(); ++row) {

@@ -1,4 +1,4 @@
-// Noise carried through calculations that can be followed by hand.
+// Tests of error propagation, on calculations that can be checked by hand.
 #include "Propagation.h"
 
 #include <QTest>
@@ -12,7 +12,7 @@ class TestPropagation : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void linearResultAddsItsSharesInSquaresAndHasNoBias()
+    void linearErrorsAddInQuadratureWithoutBias()
     {
         const auto errors = propagate(
             [](const std::vector<double>& x) {
@@ -35,10 +35,11 @@ private Q_SLOTS:
         QVERIFY(std::abs(errors[0].bias - 0.25) < 1e-12);
     }
 
-    void thinAndThickSamplesAreLessCertainByTheLossOfPhotons()
+    void countingErrorDependsOnTheTransmittedPhotons()
     {
-        QCOMPARE(countingSigma(0.0, 2e4), 0.01);           // as many behind as before
-        QCOMPARE(countingSigma(std::log(7.0), 8e4), 0.01); // a seventh of them
+        QCOMPARE(countingSigma(0.0, 2e4), 0.01); // no absorption: equal counts before and after
+        QCOMPARE(countingSigma(std::log(7.0), 8e4),
+                 0.01); // a seventh of the photons is transmitted
         QVERIFY(countingSigma(2.0, 1e5) > countingSigma(1.0, 1e5));
     }
 };

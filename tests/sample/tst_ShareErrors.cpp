@@ -1,6 +1,6 @@
-// What the non-equivalent method has to give, and how uncertain it is: numbers
-// from the normal equations and error propagation by matrices, worked out apart
-// from this program.
+// Tests of the expected results and errors of the non-equivalent method. The expected
+// numbers were calculated separately from this program, with normal equations and matrix
+// error propagation.
 #include "ShareErrors.h"
 
 #include "SpectrumErrors.h"
@@ -42,15 +42,15 @@ class TestShareErrors : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void equalShapesGiveTheFractionsThemselves()
+    void equalShapesGiveTheTrueFractions()
     {
-        // 0.974884: edge jump by the lines over that of the step
+        // 0.974884: edge jump from the fitted lines divided by the true step
         const ShareFit fit = noiseFreeFit(formAt(0));
         QVERIFY(near(fit.expected({0.35, 0.65, 0.0, 0.0}, 1.2),
                      {0.35, 0.65, 2.65, 1.2 * 0.974883963}, 1e-8));
     }
 
-    void pureCompoundIsItselfWithTheJumpOfItsLines()
+    void pureCompoundHasShareOneAndTheJumpOfItsLines()
     {
         const ShareFit fit = noiseFreeFit(formAt(2));
         QVERIFY(near(fit.expected({0.0, 0.0, 1.0, 0.0}, 2.0),
@@ -61,14 +61,14 @@ private Q_SLOTS:
 
     void fractionsAreWeightedWithTheJumpsOfTheLines()
     {
-        // f_j K_j / J_j over their sum, with the three factors above
+        // f_j K_j / J_j divided by their sum, with the three factors above
         const ShareFit fit = noiseFreeFit(formAt(2));
         QVERIFY(near(fit.expected({0.4, 0.3, 0.2, 0.1}, 1.2),
                      {0.3970760, 0.2978070, 0.2036424, 0.1014746, 2.5021426, 1.1784755}, 1e-7));
     }
 
-    void noiseFreeTargetGivesWhatIsExpected_data() { addForms(); }
-    void noiseFreeTargetGivesWhatIsExpected()
+    void noiseFreeTargetGivesTheExpectedResult_data() { addForms(); }
+    void noiseFreeTargetGivesTheExpectedResult()
     {
         QFETCH(int, index);
         const ShareForm& form = formAt(index);
@@ -78,8 +78,8 @@ private Q_SLOTS:
                      fit.expected(form.target.fractions, form.target.jump), 1e-7));
     }
 
-    void noiseFreePixelGivesWhatIsExpected_data() { addForms(); }
-    void noiseFreePixelGivesWhatIsExpected()
+    void noiseFreePixelGivesTheExpectedResult_data() { addForms(); }
+    void noiseFreePixelGivesTheExpectedResult()
     {
         QFETCH(int, index);
         const ShareForm& form = formAt(index);
@@ -95,8 +95,8 @@ private Q_SLOTS:
         }
     }
 
-    void backgroundOfThePixelGoesIntoTheBackgroundTerms_data() { addForms(); }
-    void backgroundOfThePixelGoesIntoTheBackgroundTerms()
+    void pixelBackgroundChangesOnlyTheBackgroundTerms_data() { addForms(); }
+    void pixelBackgroundChangesOnlyTheBackgroundTerms()
     {
         QFETCH(int, index);
         const ShareForm& form = formAt(index);
@@ -114,7 +114,7 @@ private Q_SLOTS:
         QVERIFY(near(fit.valuesFor(sloped), fit.valuesFor(plain), 1e-7));
     }
 
-    void pixelErrorsAreThoseOfALinearFit_data()
+    void pixelErrorsMatchALinearFit_data()
     {
         QTest::addColumn<int>("index");
         QTest::addColumn<int>("x");
@@ -124,7 +124,7 @@ private Q_SLOTS:
             << 0 << 0 << 0 << QList<double>{0.029703, 0.029703, 0.029703, 0.009951};
         QTest::newRow("two, Victoreen")
             << 1 << 0 << 0 << QList<double>{0.030771, 0.030771, 0.030771, 0.009839};
-        QTest::newRow("four, linear, a corner")
+        QTest::newRow("four, linear, corner pixel")
             << 2 << 0 << 0
             << QList<double>{0.037753, 0.059419, 0.030210, 0.009631, 0.024209, 0.006369};
         QTest::newRow("four, linear")
@@ -134,21 +134,22 @@ private Q_SLOTS:
             << 3 << 16 << 12
             << QList<double>{0.019997, 0.035493, 0.019151, 0.004574, 0.015418, 0.007670};
     }
-    void pixelErrorsAreThoseOfALinearFit()
+    void pixelErrorsMatchALinearFit()
     {
         QFETCH(int, index);
         QFETCH(int, x);
         QFETCH(int, y);
         QFETCH(QList<double>, wanted);
         const ShareForm& form = formAt(index);
-        // 5e-6: the wanted ones leave out the curvature of the shares
+        // 5e-6: the expected values neglect the curvature of the shares
         QVERIFY(near(sigmasOf(pixelErrors(form, noiseFreeFit(form), x, y)),
                      {wanted.begin(), wanted.end()}, 5e-6));
     }
 
-    void errorsOfSharesAndValenceBelongTogether()
+    void errorsOfTwoSharesAndValenceAreEqual()
     {
-        // Two shares add up to 1, and their valences are 1 apart.
+        // The two shares add up to 1, so their errors are equal; the valences differ by
+        // 1, so the valence has the same error.
         const std::vector<double> references = referenceErrors(formAt(0));
         const std::vector<double> target = targetErrors(formAt(0));
         for (const std::vector<double>& sigmas : {references, target}) {
@@ -157,8 +158,8 @@ private Q_SLOTS:
         }
     }
 
-    void targetAddsItsOwnNoiseToThatOfTheReferences_data() { addForms(); }
-    void targetAddsItsOwnNoiseToThatOfTheReferences()
+    void targetErrorIncludesTargetAndReferenceNoise_data() { addForms(); }
+    void targetErrorIncludesTargetAndReferenceNoise()
     {
         QFETCH(int, index);
         const std::vector<double> references = referenceErrors(formAt(index));

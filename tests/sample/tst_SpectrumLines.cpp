@@ -1,4 +1,4 @@
-// The two lines of a spectrum, and what is read off them.
+// Tests of the two lines of a spectrum and the values derived from them.
 #include "NickelTruth.h"
 #include "SpectrumErrors.h"
 
@@ -18,7 +18,8 @@ double below(double energyEv)
     return 0.05 + 0.36 * std::pow(wavelength, 3) - 0.14 * std::pow(wavelength, 4);
 }
 
-/// A line of its own on each side of 8340 eV, without any structure.
+/// A spectrum with a different Victoreen line on each side of 8340 eV and no other
+/// structure.
 std::vector<double> bareStep(double constant, double slope)
 {
     std::vector<double> mut;
@@ -42,7 +43,7 @@ class TestSpectrumLines : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void linesAndJumpOfABareStep()
+    void linesAndJumpOfAStepWithoutStructure()
     {
         const SpectrumLines lines(bareStep(0.9, 0.1));
         const double atEdge = std::pow(12398.424360387684 / 8340.0, 3);
@@ -51,7 +52,7 @@ private Q_SLOTS:
         QVERIFY(near(lines.edgeJump(), 0.9 + 0.1 * atEdge));
     }
 
-    void pointsAboveTheLineAndBetweenBoth()
+    void lineIsSubtractedAndPointsAreNormalised()
     {
         const SpectrumLines lines(bareStep(0.9, 0.1));
         const double at8430 = std::pow(12398.424360387684 / 8430.0, 3);
@@ -61,7 +62,7 @@ private Q_SLOTS:
         QVERIFY(near(lines.normalised(scanIndex(8430.0)), 1.0));
     }
 
-    void pointsOnTheLimitsAreInNeitherLine()
+    void pointsExactlyAtTheLimitsAreInNeitherLine()
     {
         const SpectrumLines plain(bareStep(1.0, 0.0));
         std::vector<double> mut = bareStep(1.0, 0.0);
@@ -77,14 +78,14 @@ private Q_SLOTS:
         QVERIFY(!near(inside.post(8340.0), plain.post(8340.0)));
     }
 
-    void energyThatWasNotMeasuredIsRefused()
+    void unmeasuredEnergyIsRejected()
     {
         QCOMPARE(scanEnergies().at(scanIndex(8345.5)), 8345.5);
         QVERIFY_THROWS_EXCEPTION(std::out_of_range, scanIndex(8345.3));
         QVERIFY_THROWS_EXCEPTION(std::out_of_range, scanIndex(9000.0));
     }
 
-    void noiseFreeSpectraAreTheReferencesAndThenTheTarget()
+    void noiseFreeSpectraListReferencesBeforeTheTarget()
     {
         const std::vector<SpectrumLines> spectra = noiseFreeSpectra(3, &targetOfFour());
         QCOMPARE(spectra.size(), std::size_t{4});
@@ -94,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(noiseFreeSpectra(2, nullptr).size(), std::size_t{2});
     }
 
-    void noiseOfPointsAddsInSquares()
+    void noiseOfPointsAddsInQuadrature()
     {
         const std::vector<SpectrumLines> spectra = noiseFreeSpectra(2, nullptr);
         const std::size_t index = scanIndex(8350.0);

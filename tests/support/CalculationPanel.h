@@ -1,4 +1,4 @@
-// The inputs of the core, brought into a panel.
+// Enters PanelInputs, the inputs of the calculation core, into a real panel.
 #pragma once
 
 #include "display/Histgram.h"
@@ -13,7 +13,8 @@
 namespace tests
 {
 
-/// Sets a button whatever the others of its group, without any reflex.
+/// Sets a button's state. Blocks its signals and suspends autoExclusive, so no slot runs
+/// and the other buttons of its group keep their state.
 inline void setQuietly(QAbstractButton* button, bool checked)
 {
     const QSignalBlocker quiet(button);
@@ -23,7 +24,8 @@ inline void setQuietly(QAbstractButton* button, bool checked)
     button->setAutoExclusive(exclusive);
 }
 
-/// The histograms of valence and total, then those of the references.
+/// All histograms of a panel: valence, total dMut, ratios of the references, dMut of the
+/// references.
 inline QList<Histgram*> allHistograms(const FourPs& panel)
 {
     return QList<Histgram*>{panel.HistV, panel.HistT} + panel.HistRatio + panel.HistDMut;
@@ -34,7 +36,7 @@ inline QString allDigits(double value)
     return QString::number(value, 'g', 17);
 }
 
-/// The choices of @p inputs alone.
+/// Sets only the radio buttons and check boxes of the calculation, without signals.
 inline void enterChoices(FourPs& panel, const PanelInputs& inputs)
 {
     const Ui_FourPs& ui = panel.ui;
@@ -54,7 +56,9 @@ inline void enterChoices(FourPs& panel, const PanelInputs& inputs)
     }
 }
 
-/// Brings all of @p inputs into the panel, with all digits and without any reflex.
+/// Sets everything in @p inputs: choices, spectra, maps and numbers. Numbers are written
+/// with 17 digits, so they survive the round trip through the text fields. Buttons are
+/// set without signals.
 inline void enterInputs(FourPs& panel, const PanelInputs& inputs)
 {
     enterChoices(panel, inputs);

@@ -13,8 +13,8 @@ namespace tests
 namespace
 {
 
-// Mounts the disk, then becomes the program.
-const QString onOwnDisk =
+// Shell script: mounts a tmpfs of $1 bytes on $2, then replaces the shell by the program.
+const QString mountThenExec =
     QStringLiteral("mount -t tmpfs -o size=\"$1\" none \"$2\" || exit 99; shift 2; exec \"$@\"");
 
 QStringList unshareArguments(const QString& script, const QStringList& arguments)
@@ -24,16 +24,16 @@ QStringList unshareArguments(const QString& script, const QStringList& arguments
            arguments;
 }
 
-void limit(decltype(RLIMIT_AS) resource, const std::optional<qint64>& most)
+void limit(decltype(RLIMIT_AS) resource, const std::optional<qint64>& value)
 {
-    if (most) {
-        const rlimit both{static_cast<rlim_t>(*most), static_cast<rlim_t>(*most)};
+    if (value) {
+        const rlimit both{static_cast<rlim_t>(*value), static_cast<rlim_t>(*value)};
         ::setrlimit(resource, &both);
     }
 }
 
-/// Replaces standard error by a pipe without a reader.
-void dropErrors()
+/// Makes standard error a pipe without a reader.
+void breakStandardError()
 {
     int ends[2];
     if (::pipe(ends) == 0) {
@@ -123,14 +123,13 @@ bool ChildProcess::canMountDisks()
     const QTemporaryDir folder;
     QProcess process;
     process.start(QStringLiteral("unshare"),
-                  unshareArguments(
-                      onOwnDisk, {QStringLiteral("65536"), folder.path(), QStringLiteral("true")}));
+                  unshareArguments(mountThenExec, {QStringLiteral("65536"), folder.path(),
+                                                   QStringLiteral("true")}));
     return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit &&
            process.exitCode() == 0;
 }
 
-/// Runs in the new process before the program does: plain calls of the system
-/// only.
+/// Runs in the child between fork and exec, so it makes only plain system calls.
 void ChildProcess::prepareChild() const
 {
     std::signal(SIGPIPE, SIG_DFL);
@@ -140,7 +139,7 @@ void ChildProcess::prepareChild() const
     limit(RLIMIT_AS, m_addressSpace);
     limit(RLIMIT_FSIZE, m_fileSize);
     if (!m_hasReaderOfErrors) {
-        dropErrors();
+        breakStandardError();
     }
 }
 
@@ -151,15 +150,15 @@ void ChildProcess::start(QProcess& process, const QStringList& arguments) const
         process.start(m_program, arguments);
     } else {
         process.start(QStringLiteral("unshare"),
-                      unshareArguments(onOwnDisk, QStringList{QString::number(m_diskSize),
-                                                              m_diskFolder, m_program} +
-                                                      arguments));
+                      unshareArguments(mountThenExec, QStringList{QString::number(m_diskSize),
+                                                                  m_diskFolder, m_program} +
+                                                          arguments));
     }
 }
 
 ChildRun ChildProcess::run(const QStringList& arguments)
 {
-    const QTemporaryDir runtime; // Qt would say that it has to choose one by itself
+    const QTemporaryDir runtime; // avoids Qt's warning about a missing directory
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
@@ -171,13 +170,13 @@ ChildRun ChildProcess::run(const QStringList& arguments)
     process.setWorkingDirectory(m_folder);
     start(process, arguments);
     const bool hasEnded = process.waitForFinished(m_timeoutMs);
-    ChildRun left;
-    left.trouble = troubleOf(process, hasEnded);
+    ChildRun result;
+    result.trouble = troubleOf(process, hasEnded);
     process.kill();
     process.waitForFinished();
-    left.output = process.readAllStandardOutput();
-    left.errors = process.readAllStandardError();
-    return left;
+    result.output = process.readAllStandardOutput();
+    result.errors = process.readAllStandardError();
+    return result;
 }
 
 ChildRun ChildProcess::runSteps(const QList<QByteArray>& arguments)

@@ -1,4 +1,4 @@
-// A program that a test runs in a process of its own, with less than it may ask for.
+// Runs a program in its own process, optionally with limited memory, file size or disk.
 #pragma once
 
 #include <QByteArray>
@@ -13,59 +13,58 @@
 namespace tests
 {
 
-/// What one run of a program left.
+/// Result of one run of a program.
 struct ChildRun {
-    /// Why the program did not end by itself with status 0; empty when it did.
+    /// Why the program did not exit by itself with status 0; empty if it did.
     QString trouble;
     QByteArray output;
-    QByteArray errors; ///< with the debug log
+    QByteArray errors; ///< standard error, including the debug log
 
-    /// The lines of the output that are JSON objects: one for each step of
-    /// system_child.
+    /// The output lines that are JSON objects; system_child prints one per step.
     QList<QJsonObject> steps() const;
 
-    /// The last one of them; empty without any.
+    /// The last of steps(); an empty object if there is none.
     QJsonObject lastStep() const;
 };
 
-/// Starts a program off screen, with limits that the system keeps, and waits for
-/// its end. A program that does not end in time is killed and counts as hanging.
-/// SIGPIPE and SIGXFSZ end the program unless it asks for something else, as
-/// they do in a shell.
+/// Starts a program on the offscreen platform, with limits enforced by the kernel, and
+/// waits for it to exit. A program that does not exit in time is killed and reported as
+/// hanging. SIGPIPE and SIGXFSZ have their default actions, as under a shell: they end
+/// the program unless the program itself changes them.
 class ChildProcess
 {
 public:
     /// @param program  path of the program
     explicit ChildProcess(const QString& program);
 
-    /// Time until the program must have ended; a minute if not set.
+    /// Maximum running time; the default is one minute.
     void setTimeout(int milliseconds);
 
     void setWorkingFolder(const QString& folder);
     void setVariable(const QString& name, const QString& value);
 
-    /// Size (bytes) of all memory that the program may ask for, as "ulimit -v"
-    /// does. Means nothing under AddressSanitizer; see isUnderAddressSanitizer().
+    /// Limits the address space (bytes), like "ulimit -v". Not usable under
+    /// AddressSanitizer; see isUnderAddressSanitizer().
     void limitAddressSpace(qint64 bytes);
 
-    /// The longest file (bytes) that the program may write, as "ulimit -f" does.
-    /// Its output and errors are pipes and have no such limit.
+    /// Limits the size (bytes) of each file the program writes, like "ulimit -f". Its
+    /// standard output and standard error are pipes, which the limit does not affect.
     void limitFileSize(qint64 bytes);
 
-    /// Makes standard error a pipe that nobody reads any more.
+    /// Makes standard error a pipe without a reader: writing to it raises SIGPIPE.
     void closeReaderOfErrors();
 
-    /// Gives the program a disk of its own on @p folder, which is there already:
-    /// nobody else sees it, and it is gone after the run.
+    /// Mounts a tmpfs of @p bytes on the existing @p folder in the program's own mount
+    /// namespace. No other process sees it, and it disappears after the run.
     void mountDisk(const QString& folder, qint64 bytes);
 
-    /// Whether mountDisk() works on this machine.
+    /// Whether mountDisk() works on this machine: user namespaces must be allowed.
     static bool canMountDisks();
 
     ChildRun run(const QStringList& arguments);
 
-    /// Runs with arguments that need not be valid text: each is percent-encoded,
-    /// as system_child expects it.
+    /// Runs with arguments that need not be valid text. Each one is percent-encoded;
+    /// system_child decodes it.
     ChildRun runSteps(const QList<QByteArray>& arguments);
 
 private:
@@ -83,8 +82,8 @@ private:
     qint64 m_diskSize = 0;
 };
 
-/// Whether this build keeps watch over its memory, which takes terabytes of
-/// addresses and keeps what was freed.
+/// Whether this build uses AddressSanitizer. It reserves terabytes of address space and
+/// delays the reuse of freed memory, so memory limits cannot be tested.
 constexpr bool isUnderAddressSanitizer()
 {
 #if defined(__SANITIZE_ADDRESS__)

@@ -1,4 +1,4 @@
-// Short ways to write the data of a test.
+// Helpers for the data rows of a test.
 #pragma once
 
 #include <QStringList>
@@ -7,7 +7,7 @@
 namespace tests
 {
 
-/// A row that has texts only, in the order of the columns.
+/// Adds a data row of text columns; @p texts are in the order of the columns.
 inline void addTexts(const char* name, const QStringList& texts)
 {
     QTestData& row = QTest::newRow(name);

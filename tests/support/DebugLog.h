@@ -1,4 +1,4 @@
-// What goes to the debug log during a test.
+// Captures the messages of qDebug() and its relatives during a test.
 #pragma once
 
 #include <QString>
@@ -8,8 +8,8 @@
 namespace tests
 {
 
-/// Collects the messages of its lifetime, of every kind, in place of printing
-/// them. One at a time.
+/// Collects all messages, of every level, during its lifetime instead of printing them.
+/// Only one instance can exist at a time, because the list is static.
 class DebugLog
 {
 public:

@@ -1,4 +1,4 @@
-// Files that are dropped on a widget.
+// Simulates drag and drop on a widget.
 #pragma once
 
 #include <QCoreApplication>
@@ -12,17 +12,17 @@
 namespace tests
 {
 
-/// Drags @p mime over @p widget and lets it go.
+/// Drags @p mime over @p widget and drops it there.
 inline void dropMime(QWidget* widget, const QMimeData& mime)
 {
-    // Only a widget that took the drag gets the drop.
+    // Qt delivers a drop only to a widget that received the drag.
     QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(widget, &enter);
     QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(widget, &drop);
 }
 
-/// Drags a local file over @p widget and lets it go.
+/// Drags a local file over @p widget and drops it there.
 inline void dropFile(QWidget* widget, const QString& path)
 {
     QMimeData mime;
@@ -30,8 +30,8 @@ inline void dropFile(QWidget* widget, const QString& path)
     dropMime(widget, mime);
 }
 
-/// The same with a list of URLs as another program hands it on: a line for each,
-/// which ends in CR LF.
+/// Drops a text/uri-list as another program sends it: one URL per line, each line ending
+/// in CR LF.
 inline void dropUrls(QWidget* widget, const QByteArray& list)
 {
     QMimeData mime;

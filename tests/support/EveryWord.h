@@ -1,4 +1,4 @@
-// A translation that has a word for everything, which shows what was asked for.
+// A translator that has an entry for every text and records each request.
 #pragma once
 
 #include "support/Vocabulary.h"
@@ -8,8 +8,8 @@
 namespace tests
 {
 
-/// Puts every text between marks that no source has, and remembers what it was
-/// asked. Install it before the windows are built.
+/// Puts guillemets around every text, which no source text contains, and records each
+/// request. Install it before the windows are built.
 class EveryWord : public QTranslator
 {
 public:

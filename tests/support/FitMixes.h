@@ -6,8 +6,8 @@
 namespace tests::fits
 {
 
-/// Normalised references at 1 to 7 eV; independent of each other and of a
-/// constant, also from 2 to 6 eV for the first two.
+/// Normalised references at 1 to 7 eV. They are linearly independent of each other and of
+/// a constant; for the first two this also holds in the range 2 to 6 eV.
 inline const QList<double> energies{1, 2, 3, 4, 5, 6, 7};
 inline const QList<QList<double>> shapes{{9, 1, 0, 0.5, 2, 0.25, 3},
                                          {-9, 0, 1, 0.5, 0.75, 2, 8},
@@ -17,7 +17,8 @@ inline const QList<double> preLevels{0.5, 0.25, 0.75, 1};
 inline const QList<double> jumps{2, 4, 1, 8};
 inline const QList<double> valences{2, 4, 3, 5};
 
-/// A spectrum of these normalised values between two constant lines.
+/// Sets a spectrum whose normalised values are @p values: its pre-edge line is the
+/// constant @p pre, its post-edge line the constant @p pre + @p jump.
 inline void setNormalised(AMutE& spectrum, const QList<double>& at, QList<double> values,
                           double pre, double jump)
 {
@@ -34,7 +35,7 @@ inline void setReference(PanelInputs& inputs, std::size_t row, int shape)
     inputs.valences.at(row) = valences.at(shape);
 }
 
-/// The normalised values of a sum of references over a base.
+/// Normalised values of the weighted sum of the references, plus the constant @p base.
 inline QList<double> mixed(const QList<double>& parts, double base)
 {
     QList<double> values(energies.size(), base);
@@ -51,7 +52,7 @@ inline void setTarget(PanelInputs& inputs, const QList<double>& parts, double ba
     setNormalised(inputs.target, energies, mixed(parts, base), 1, 8);
 }
 
-/// Marks the last two energy rows as ends of the range.
+/// Marks the last two energy rows as the ends of the fit range, the upper end first.
 inline void setRange(PanelInputs& inputs, double from, double to)
 {
     inputs.points[6].energy = to;
@@ -60,9 +61,11 @@ inline void setRange(PanelInputs& inputs, double from, double to)
     inputs.points[7].inFit = true;
 }
 
-/// As many references as parts in use, the target of their sum over a base, and
-/// all seven points in range. The default has shares of 1.25 in all, that is 0.4
-/// and 0.6, and the valence 1/2 * 2 + 3/4 * 4 = 4 of the parts as they are.
+/// Inputs of a linear combination fit: one reference in use per part, the target is their
+/// weighted sum plus a constant, and all seven points are in range.
+///
+/// The default parts 0.5 and 0.75 sum to 1.25, so the shares are 0.4 and 0.6. The valence
+/// uses the parts before normalisation: 1/2 * 2 + 3/4 * 4 = 4.
 inline PanelInputs fitInputs(const QList<double>& parts = {0.5, 0.75}, double base = 0.125)
 {
     PanelInputs inputs;

@@ -1,4 +1,4 @@
-// A plot by itself that paints one graph.
+// A standalone plot that paints one graph.
 #pragma once
 
 #include "display/DispABase.h"
@@ -10,9 +10,9 @@
 namespace tests
 {
 
-/// A frame that paints the graph at each picture(), with titles in the plot.
-/// With its usual size the plot area reaches from column 40 to 380 and from row
-/// 270 up to 15.
+/// A plot frame that paints @p graph on each call of picture(), with its axis titles
+/// inside the plot. In the default size the plot area spans columns 40 to 380 and rows 15
+/// to 270. @p graph must outlive the plot.
 class GraphPlot : public DispABase
 {
 public:

@@ -1,4 +1,4 @@
-// Numbers that no plot expects.
+// Test rows of NaN, infinite and extreme numbers.
 #pragma once
 
 #include <QTest>
@@ -8,7 +8,7 @@
 namespace tests
 {
 
-/// A column "number" with a row for each of them.
+/// Adds a column "number" with one row per number.
 inline void addHostileNumbers()
 {
     using Limits = std::numeric_limits<double>;

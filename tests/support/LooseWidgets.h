@@ -1,4 +1,4 @@
-// The widgets of the panel without the panel.
+// The widgets of the panel, without the panel that connects them.
 #pragma once
 
 #include "display/DispMBase.h"
@@ -18,8 +18,8 @@
 namespace tests
 {
 
-/// Puts together what a part of the panel works on. Nothing is placed or connected, so
-/// that no calculation runs.
+/// Creates the widgets that the parts of the panel work on. There are no connections
+/// between them, so no calculation starts by itself.
 class LooseWidgets
 {
 public:
@@ -59,8 +59,9 @@ public:
         list.normRadios = &normRadios;
     }
 
-    /// Back to a start for the next case: no text, nothing checked, radio buttons that
-    /// can all be off, no spectrum, no map, and windows without a range.
+    /// Resets for the next test case: empty texts, nothing checked, all buttons
+    /// non-exclusive so that all can be off, no spectrum, no map, and no view range in
+    /// the map windows.
     void reset()
     {
         for (QObject* parent : parents()) {
@@ -102,10 +103,10 @@ public:
     QButtonGroup mapRadios;
     QButtonGroup mapRows;
     QButtonGroup normRadios;
-    panel::Widgets list; ///< all of it
+    panel::Widgets list; ///< pointers to all of the above
 
 private:
-    /// What holds fields and buttons.
+    /// The parents of all fields and buttons.
     QList<QObject*> parents()
     {
         QList<QObject*> all{&frame};

@@ -1,4 +1,4 @@
-// A text map made by hand.
+// Builds the text of a map file.
 #pragma once
 
 #include <QByteArray>
@@ -6,8 +6,8 @@
 namespace tests
 {
 
-/// A map of counts that differ with @p seed, with an energy where @p energy is not
-/// empty.
+/// A text map whose counts depend on @p seed. Its header has an ENERGY line only if
+/// @p energy is not empty.
 inline QByteArray mapText(int width, int height, int seed, const QByteArray& energy)
 {
     QByteArray text = "# map\n# X-NUM " + QByteArray::number(width) + "\n# Y-NUM " +

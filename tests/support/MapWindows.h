@@ -1,5 +1,5 @@
-// The two map windows of a panel: results made by hand, what their surfaces
-// show, and what they have to show.
+// The two map windows of a panel: setting results, and actual and expected pictures of
+// their surfaces.
 #pragma once
 
 #include "support/PictureTools.h"
@@ -22,14 +22,14 @@ inline bool showWindow(QWidget* window)
     return QTest::qWaitForWindowExposed(window);
 }
 
-/// Moves the drawing of a shown map window into a window of its own.
+/// Pops the surface of a shown map window out into a separate window.
 inline bool popOut(DispMBase* window)
 {
     window->popDock();
     return QTest::qWaitForWindowExposed(window->pop);
 }
 
-/// The radio of a quantity, by its place in the value list of a pixel.
+/// The radio button of a quantity; @p quantity is its index in a pixel's value list.
 inline QRadioButton* mapRadio(const FourPs& panel, int quantity)
 {
     const std::array<QRadioButton*, 13> radios{
@@ -40,7 +40,7 @@ inline QRadioButton* mapRadio(const FourPs& panel, int quantity)
     return radios.at(static_cast<std::size_t>(quantity));
 }
 
-/// References 1 and 2 at valence 2 and 3, with edge jumps of 2 and 6.
+/// Makes references 1 and 2 valid, with valences 2 and 3 and edge jumps 2 and 6.
 inline void setTwoReferences(FourPs& panel)
 {
     makeReferenceValid(panel, 0, 2.0);
@@ -49,8 +49,8 @@ inline void setTwoReferences(FourPs& panel)
     panel.Refs.RefRows.at(1)->Valence->setText(QStringLiteral("3"));
 }
 
-/// Brings a panel that tests share back to its start, with the valence and the
-/// first row chosen and the references of setTwoReferences().
+/// Resets a shared panel: the valence and the first row are chosen, and references 1 and
+/// 2 are as setTwoReferences() sets them.
 inline void resetMaps(FourPs& panel)
 {
     resetData(panel);
@@ -66,7 +66,8 @@ inline void resetMaps(FourPs& panel)
     useReferences(panel, {0, 1});
 }
 
-/// A result of the non-equivalent method: for each pixel its thirteen values.
+/// Stores a result of the non-equivalent method: thirteen values per pixel, row-major.
+/// The dummy a and thickness (-77, -78) must not be read.
 inline void setResult(FourPs& panel, int width, int height, const QList<QList<double>>& pixels)
 {
     panel.BaseData.clear();
@@ -78,7 +79,8 @@ inline void setResult(FourPs& panel, int width, int height, const QList<QList<do
     }
 }
 
-/// The same with one quantity in sight, all others far away.
+/// Stores a result of the non-equivalent method with @p values in one quantity and 1e6 in
+/// all others, and chooses that quantity. A mix-up of quantities then shows.
 inline void setQuantity(FourPs& panel, int quantity, int width, int height,
                         const QList<double>& values)
 {
@@ -92,7 +94,7 @@ inline void setQuantity(FourPs& panel, int quantity, int width, int height,
     mapRadio(panel, quantity)->setChecked(true);
 }
 
-/// A result of the four-points family.
+/// One pixel of a result of the four-points family.
 struct FractionPixel {
     double a;
     double thickness;
@@ -109,15 +111,15 @@ inline void setFractions(FourPs& panel, int width, int height, const QList<Fract
     }
 }
 
-/// Place of a value in the table of 768 colours between two limits; what is
-/// not finite counts as the lowest place.
+/// Index of a value in the table of 768 colours between two limits. A value that is not
+/// finite gets index 0.
 inline int plainColorPlace(double value, double low, double high)
 {
     const double place = 768.0 / (high - low) * (value - low);
     return std::isfinite(place) ? static_cast<int>(std::clamp(place, 0.0, 767.0)) : 0;
 }
 
-/// From black over red and yellow to white.
+/// The table's colour: black to red to yellow to white.
 inline QColor plainMapColor(double value, double low, double high)
 {
     const int place = plainColorPlace(value, low, high);
@@ -127,23 +129,24 @@ inline QColor plainMapColor(double value, double low, double high)
     return place < 512 ? QColor(255, place - 256, 0) : QColor(255, 255, place - 512);
 }
 
-/// What the surface shows when it is painted now.
+/// Paints the surface and returns the picture.
 inline QImage picture(DispMBase* window)
 {
     return window->DispA->grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
 
-/// A map and how it is to be seen.
+/// A map and how it is displayed.
 struct PlainMap {
     int width;
     int height;
-    QList<double> values; ///< x fastest
+    QList<double> values; ///< row-major
     double low;
     double high;
     bool grid = false;
 };
 
-/// What the surface has to show in @p view, of which the size is the surface's.
+/// The expected picture of the surface for @p view; the surface's size overrides that in
+/// @p view.
 inline QImage plainPicture(const DispMBase* window, const PlainMap& map, PlainMapView view)
 {
     view.surface = window->DispA->size();
@@ -159,13 +162,13 @@ inline QImage plainPicture(const DispMBase* window, const PlainMap& map, PlainMa
     return image;
 }
 
-/// The same of the whole map.
+/// The expected picture with the whole map in view.
 inline QImage plainPicture(const DispMBase* window, const PlainMap& map)
 {
     return plainPicture(window, map, {{}, 0.0, 0.0, double(map.width), double(map.height)});
 }
 
-/// The limits that the bar holds, and those that its edits show.
+/// The limits of the colour bar.
 inline QList<double> barLimits(const DispMBase* window)
 {
     return {window->CBar->zmin, window->CBar->zmax};
@@ -176,15 +179,15 @@ inline QStringList limitTexts(const DispMBase* window)
     return {window->MinV->text(), window->MaxV->text()};
 }
 
-/// The data values at the surface's edges: left, lower, right, upper.
+/// The map coordinates at the surface's edges: left, lower, right, upper.
 inline QList<double> viewOf(const DispMBase* window)
 {
     const ChCoord& cc = window->DispA->cc;
     return {cc.realX0, cc.realY0, cc.realX1, cc.realY1};
 }
 
-/// The middle of a pixel of the map on a surface that shows @p width by
-/// @p height of them.
+/// Centre of pixel (@p x, @p y) on a surface that shows the whole map of @p width by
+/// @p height pixels.
 inline QPointF middleOf(const DispMBase* window, int width, int height, int x, int y)
 {
     const QSize size = window->DispA->size();

@@ -1,4 +1,4 @@
-// Painters in every state that marks may meet.
+// Painter states in which marks are drawn.
 #pragma once
 
 #include "support/PictureTools.h"
@@ -11,11 +11,11 @@
 namespace tests
 {
 
-/// Sets a painter's state up, ahead of the pen.
+/// Sets up a painter, before the pen is set.
 using PainterState = std::function<void(QPainter*)>;
 
-/// Rows of a state and the scale of the device, for marks that every place gives
-/// the same pixels (@p plain) or for all others.
+/// Adds rows of a painter state and a device scale. With @p plain, the states in which a
+/// mark covers the same pixels at every position; otherwise all other states.
 inline void addPainterStates(bool plain)
 {
     QTest::addColumn<PainterState>("state");
@@ -24,7 +24,7 @@ inline void addPainterStates(bool plain)
         QTest::newRow(name) << state << scale;
     };
     if (plain) {
-        add("as it is", [](QPainter*) {});
+        add("default state", [](QPainter*) {});
         add("moved by whole pixels", [](QPainter* p) { p->translate(13, -7); });
         add("clipped to a rectangle", [](QPainter* p) { p->setClipRect(31, 22, 97, 83); });
         add("clipped to a region", [](QPainter* p) {
@@ -40,16 +40,16 @@ inline void addPainterStates(bool plain)
     });
     add("turned", [](QPainter* p) { p->rotate(20); });
     add("smooth", [](QPainter* p) { p->setRenderHint(QPainter::Antialiasing); });
-    add("half seen", [](QPainter* p) { p->setOpacity(0.5); });
+    add("half transparent", [](QPainter* p) { p->setOpacity(0.5); });
     add("filled", [](QPainter* p) { p->setBrush(Qt::yellow); });
     add("combined", [](QPainter* p) { p->setCompositionMode(QPainter::CompositionMode_Xor); });
     add(
-        "fine device", [](QPainter*) {}, 2.0);
+        "device pixel ratio 2", [](QPainter*) {}, 2.0);
     add(
-        "device in between", [](QPainter*) {}, 1.25);
+        "device pixel ratio 1.25", [](QPainter*) {}, 1.25);
 }
 
-/// A white picture of @p size, device pixels of that scale.
+/// A white picture of @p size logical pixels with the device pixel ratio @p scale.
 inline QImage scaledPicture(const QSize& size, double scale,
                             QImage::Format format = QImage::Format_RGB32)
 {

@@ -18,7 +18,8 @@ inline constexpr int horizontal = 1;
 class MarkedLines
 {
 public:
-    /// Adds a line with a new edit; relative to line @p base unless that is -1.
+    /// Adds a line with its own edit. Its value is relative to line @p base unless that
+    /// is -1.
     MarkLine* add(const QString& text, int direction = vertical, int base = -1)
     {
         m_edits.push_back(std::make_unique<QLineEdit>(text));
@@ -32,7 +33,7 @@ public:
 
     QString text(int line) const { return set.lines.at(line)->edit->text(); }
 
-    /// Marks a line as held, as a press beside it would.
+    /// Selects a line, as a mouse press next to it does.
     void hold(int line)
     {
         set.selected = true;

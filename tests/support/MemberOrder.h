@@ -1,4 +1,4 @@
-// The signals or slots of a class, in the order of their declaration.
+// Lists the signals or slots of a class in the order of their declaration.
 #pragma once
 
 #include <QMetaMethod>

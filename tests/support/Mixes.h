@@ -1,4 +1,4 @@
-// Mixtures of references whose shares, amounts and valence are known.
+// Mixtures of references with known shares, amounts and valence.
 #pragma once
 
 #include "support/PanelInputs.h"
@@ -11,12 +11,12 @@ namespace tests::mixes
 
 inline constexpr double hc = AMutE::hcEvAngstrom;
 
-/// Wavelengths (angstrom) of the eight energy rows: powers of two, so that E, L^3
-/// and L^4 are exact.
+/// Wavelengths (angstrom) of the eight energy rows. They are powers of two, so L^3, L^4
+/// and the division hc / L do not round.
 inline const QList<double> wavelengths{4, 2, 1, 0.5, 0.25, 0.125, 0.0625, 0.03125};
 
-/// What the references are above their pre-edge line at the eight rows:
-/// independent of each other and of both backgrounds, also on the first rows.
+/// Absorbance of the references above their pre-edge lines at the eight rows. They and
+/// the terms of either background are linearly independent, also on the first rows alone.
 inline const QList<QList<double>> shapes{{1, 0, 3, 2, 1, 0, 2, 1},
                                          {0, 1, 1, 3, 5, 1, 0, 2},
                                          {2, 0, 1, 0, 1, 3, 1, 0},
@@ -35,7 +35,7 @@ inline QList<double> rowEnergies()
     return energies;
 }
 
-/// A sum of references over a background; the linear term is in units of E / hc.
+/// A weighted sum of references plus a background; the linear term is in units of E / hc.
 struct Mix {
     QList<double> parts;
     double constant = 0.0;
@@ -66,16 +66,16 @@ struct Mix {
 
 /// dMut 1 and 3: shares 1/4 and 3/4, total 4, valence 2/4 + 15/4 = 4.25.
 inline const Mix quarter{{0.5, 0.5}, 1.25, 0.5};
-/// The same over a background of two terms in the wavelength.
+/// The same references over a constant and Victoreen terms (L^3, L^4).
 inline const Mix curvedQuarter{{0.5, 0.5}, 1.25, 0, 2, -0.5};
 /// dMut -1 and 6: shares -0.2 and 1.2, total 5, valence -0.4 + 6 = 5.6.
 inline const Mix negative{{-0.5, 1}, -2, -1};
 
-/// The thirteen values of a pixel, C1 in units of 1 / hc.
+/// The thirteen values of a pixel; C1 is in units of 1 / hc.
 inline const QList<double> quarterValues{0.25, 0.75, 0, 0, 1, 3, 0, 0, 1.25, 0.5, 0, 4.25, 4};
 inline const QList<double> negativeValues{-0.2, 1.2, 0, 0, -1, 6, 0, 0, -2, -1, 0, 5.6, 5};
 
-/// Gives a spectrum the shape, the lines and the jump of reference @p shape.
+/// Gives a spectrum the points, the lines and the edge jump of reference @p shape.
 inline void setReference(AMutE& spectrum, int shape)
 {
     const double pre = preLevels.at(shape);
@@ -88,8 +88,9 @@ inline void setTarget(AMutE& target, const Mix& mix)
     setSpectrum(target, rowEnergies(), mix.atAllRows(), {0.125, 0, 0}, {3.125, 0, 0});
 }
 
-/// The non-equivalent method with linear background on the first rows and
-/// references, the target of @p mix; the third energy row is the V row.
+/// Inputs of the non-equivalent method with linear background. The first @p references
+/// references and the first @p rows energy rows are in use, the target is @p mix, and the
+/// third row is the V row.
 inline PanelInputs mixedInputs(const Mix& mix, int references = 2, int rows = 5)
 {
     PanelInputs inputs;
@@ -108,10 +109,13 @@ inline PanelInputs mixedInputs(const Mix& mix, int references = 2, int rows = 5)
     return inputs;
 }
 
-/// Shares of 1/4 and 3/4 of a total of 4. The second reference is L^3, and so is,
-/// but for a constant, the distance of the lines of target and first reference.
-/// Less its post-edge line the target is short of an L^3: dMut 1 and -3. Less
-/// theirs the references are, for which the second makes up: dMut 1 and 6.
+/// Inputs for which subtracting the pre-edge or the post-edge line gives different
+/// results. Without line subtraction the shares are 1/4 and 3/4 and the total is 4.
+///
+/// The second reference is L^3. The post-edge lines of target and first reference also
+/// contain L^3, so subtracting them changes the coefficient of the second reference. With
+/// the target's post-edge line subtracted, dMut is 1 and -3. With the references'
+/// post-edge lines subtracted, dMut is 1 and 6.
 inline PanelInputs inputsOfLinesApart()
 {
     QList<double> cubes;
@@ -122,13 +126,14 @@ inline PanelInputs inputsOfLinesApart()
     }
     PanelInputs inputs = mixedInputs(quarter);
     setSpectrum(inputs.spectra[0], rowEnergies(), shapes.at(0), {}, {1, 1, 0});
-    inputs.spectra[0].edgeEnergy = hc; // where L is 1: jump 2
+    inputs.spectra[0].edgeEnergy = hc; // here L = 1, so the edge jump is 2
     setSpectrum(inputs.spectra[1], rowEnergies(), cubes, {0.5, 0, 0}, {6.5, 0, 0});
     setSpectrum(inputs.target, rowEnergies(), muts, {}, {3, 1, 0});
     return inputs;
 }
 
-/// Gives the first rows maps of one line of pixels, one for each mix.
+/// Gives the first @p rows energy rows a map that is one line of pixels, one pixel per
+/// mix.
 inline void setPixels(PanelInputs& inputs, const QList<Mix>& pixels, int rows = 5)
 {
     for (int row = 0; row < rows; ++row) {
@@ -151,7 +156,7 @@ inline bool near(const QList<double>& values, const QList<double>& expected)
                       [](double a, double b) { return near(a, b); });
 }
 
-/// The values of a pixel with its C1 in units of 1 / hc.
+/// The values of a pixel, with C1 converted to units of 1 / hc.
 inline QList<double> scaledValues(const A2DData& map, int pixel)
 {
     QList<double> values = map.rows.at(pixel).values;

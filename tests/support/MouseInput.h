@@ -1,5 +1,5 @@
-// Mouse events with every detail chosen: fractional places, keys held during a
-// move, wheel turns of any size.
+// Sends mouse events with fractional positions, modifier keys held during a move, and
+// wheel turns of any size.
 #pragma once
 
 #include <QCoreApplication>
@@ -10,7 +10,7 @@
 namespace tests
 {
 
-/// Sends one mouse event to @p widget, at @p at in its own coordinates.
+/// Sends one mouse event to @p widget; @p at is in the widget's coordinates.
 inline void sendMouse(QWidget* widget, QEvent::Type type, const QPointF& at, Qt::MouseButton button,
                       Qt::MouseButtons held, Qt::KeyboardModifiers keys)
 {
@@ -30,8 +30,8 @@ inline void release(QWidget* widget, const QPointF& at, Qt::MouseButton button =
     sendMouse(widget, QEvent::MouseButtonRelease, at, button, {}, keys);
 }
 
-/// The second press of a double click; the first one and the releases are not
-/// part of it.
+/// Sends only the second press of a double click, without the first press and the
+/// releases.
 inline void doubleClick(QWidget* widget, const QPointF& at, Qt::MouseButton button = Qt::LeftButton,
                         Qt::KeyboardModifiers keys = {})
 {
@@ -51,7 +51,7 @@ inline void drag(QWidget* widget, const QPointF& at, Qt::KeyboardModifiers keys 
     move(widget, at, Qt::LeftButton, keys);
 }
 
-/// A turn of the wheel; @p delta in eighths of a degree, a notch is 120.
+/// Turns the wheel by @p delta, in eighths of a degree; a notch is 120.
 inline void turnWheel(QWidget* widget, const QPointF& at, const QPoint& delta,
                       Qt::KeyboardModifiers keys = {})
 {

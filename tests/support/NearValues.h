@@ -1,4 +1,4 @@
-// Lists of numbers that may differ by a stated amount.
+// Compares lists of numbers within a tolerance.
 #pragma once
 
 #include <QtGlobal>
@@ -10,8 +10,8 @@
 namespace tests
 {
 
-/// Whether both lists are equally long and no value is off by more than
-/// @p tolerance; the first one that is goes to the log.
+/// Whether both lists have the same length and each value differs from the wanted one by
+/// at most @p tolerance. Logs the first value that differs by more, or is NaN.
 inline bool near(const std::vector<double>& values, const std::vector<double>& wanted,
                  double tolerance)
 {

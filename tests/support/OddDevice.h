@@ -1,4 +1,4 @@
-// A device that delivers its bytes in pieces of odd sizes, and may fail.
+// A device that returns short reads of varying size and can fail.
 #pragma once
 
 #include <QByteArray>
@@ -11,12 +11,13 @@
 namespace tests
 {
 
-/// Holds bytes and delivers as few at a time as it likes, down to one. Sequential
-/// or not, as it is asked to be. Open for reading from the start.
+/// Holds bytes and returns between 1 and @p largest of them per read, in a fixed
+/// pseudo-random sequence (a linear congruential generator). Optionally sequential. Open
+/// for reading, at its start.
 class OddDevice : public QIODevice
 {
 public:
-    /// @param largest  bytes of the largest piece, 1 or more
+    /// @param largest  upper limit of a read in bytes, 1 or more
     OddDevice(const QByteArray& bytes, qint64 largest, bool isSequential)
         : m_bytes(bytes)
         , m_failsAt(bytes.size())
@@ -26,8 +27,8 @@ public:
         open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
 
-    /// Makes every read at and behind byte @p position fail, while size() and atEnd()
-    /// promise the rest.
+    /// Makes every read at or after byte @p position fail, while size() and atEnd() still
+    /// report the full content.
     void failAt(qint64 position) { m_failsAt = std::min<qint64>(position, m_bytes.size()); }
 
     bool isSequential() const override { return m_isSequential; }

@@ -1,4 +1,4 @@
-// Numbers and maps of all kinds, made by chance.
+// Random numbers and maps, including NaN, infinite, huge and denormal values.
 #pragma once
 
 #include "data/A2DData.h"
@@ -32,7 +32,7 @@ inline constexpr std::array<double, 16> oddNumbers{0.0,
                                                    1e300,
                                                    -1e-300};
 
-/// What the numbers of a test have among them, beside ordinary ones.
+/// The kind of special values that are mixed into the ordinary numbers of a test.
 enum class Kind { Random, Singular, Zero, Infinite, NaN, Odd };
 
 inline constexpr std::array<Kind, 6> allKinds{Kind::Random,   Kind::Singular, Kind::Zero,
@@ -45,19 +45,19 @@ inline const char* nameOf(Kind kind)
     return names[static_cast<std::size_t>(kind)];
 }
 
-/// A whole number from @p low to @p high.
+/// A random integer from @p low to @p high, both included.
 inline int wholeNumber(std::mt19937_64& random, int low, int high)
 {
     return std::uniform_int_distribution<int>(low, high)(random);
 }
 
-/// Whether something happens that happens once in @p rounds.
+/// True with probability 1 / @p rounds.
 inline bool onceIn(std::mt19937_64& random, int rounds)
 {
     return wholeNumber(random, 1, rounds) == 1;
 }
 
-/// An ordinary number, or one out of five that @p kind has among them.
+/// An ordinary number or, with probability 1/5, a special value of @p kind.
 inline double numberOf(Kind kind, std::mt19937_64& random)
 {
     const double ordinary = std::uniform_real_distribution<double>(-0.5, 2.5)(random);
@@ -81,7 +81,7 @@ inline double numberOf(Kind kind, std::mt19937_64& random)
     return ordinary;
 }
 
-/// A row as files give it, or a ready value of mut.
+/// A map row: counts with an I0, or a ready absorbance (I0 is 0).
 inline A2DRow rowOf(Kind kind, std::mt19937_64& random)
 {
     const bool isReady = onceIn(random, 3);
@@ -92,7 +92,7 @@ inline A2DRow rowOf(Kind kind, std::mt19937_64& random)
             {}};
 }
 
-/// A map that claims @p width by @p height pixels and has @p rows.
+/// A map whose header states @p width by @p height pixels but which has @p rows rows.
 inline A2DData mapOf(Kind kind, int width, int height, int rows, std::mt19937_64& random)
 {
     A2DData map;
@@ -110,7 +110,8 @@ inline bool sameNumbers(const QList<double>& a, const QList<double>& b)
     return std::equal(a.cbegin(), a.cend(), b.cbegin(), b.cend(), sameDouble);
 }
 
-/// Where @p a and @p b differ; empty where they are the same to the last bit.
+/// Describes the first difference between @p a and @p b; empty if they are equal bit by
+/// bit.
 inline QString differenceOf(const A2DData& a, const A2DData& b)
 {
     if (a.xNum != b.xNum || a.yNum != b.yNum || a.extended != b.extended ||
@@ -133,13 +134,13 @@ inline QString differenceOf(const A2DData& a, const A2DData& b)
     return {};
 }
 
-/// A list of its own with the same numbers.
+/// A deep copy: a list with the same numbers and its own memory.
 inline QList<double> ownCopy(const QList<double>& list)
 {
     return {list.cbegin(), list.cend()};
 }
 
-/// A map with the same contents that shares no list of numbers with @p map.
+/// A deep copy of a map: it shares no list of numbers with @p map.
 inline A2DData ownCopy(const A2DData& map)
 {
     A2DData copy;

@@ -1,4 +1,4 @@
-// How often a widget is painted.
+// Counts the paint events of a widget.
 #pragma once
 
 #include <QEvent>
@@ -11,11 +11,11 @@
 namespace tests
 {
 
-/// Waits for @p milliseconds, and at least until the paints that are under way have
-/// arrived, however busy the machine is: each turn handles all events.
+/// Waits for @p milliseconds. The wait consists of short turns that each process all
+/// events, so pending paints arrive even on a busy machine.
 inline void letPaintsArrive(int milliseconds = 20)
 {
-    constexpr int turn = 5; // ms, as long as the platform gathers updates
+    constexpr int turn = 5; // ms, the interval in which the platform collects updates
     for (int waited = 0; waited < milliseconds; waited += turn) {
         QTest::qWait(turn);
     }
@@ -27,7 +27,7 @@ class PaintCounter : public QObject
 public:
     explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
 
-    /// Lets what is still under way arrive, then counts from 0.
+    /// Processes pending paints, then restarts the count at 0.
     void settle()
     {
         letPaintsArrive();
@@ -35,17 +35,17 @@ public:
         m_region = {};
     }
 
-    /// The paints since settle().
+    /// The number of paints since settle().
     int count() const { return m_count; }
 
-    /// The same, those of the next @p milliseconds included.
+    /// The number of paints since settle(), including the next @p milliseconds.
     int within(int milliseconds = 20) const
     {
         letPaintsArrive(milliseconds);
         return m_count;
     }
 
-    /// What they painted, all together.
+    /// The union of the regions painted since settle().
     const QRegion& region() const { return m_region; }
 
 protected:

@@ -1,9 +1,9 @@
-// What a user gives to the calculations, without a panel.
+// The inputs of the calculations, as a user sets them, without a panel.
 #pragma once
 
 #include "analysis/CalculationState.h"
 #include "data/A2DData.h"
-#include "support/MadeSpectrum.h"
+#include "support/SpectrumSetup.h"
 
 #include <array>
 #include <numeric>
@@ -11,8 +11,8 @@
 namespace tests
 {
 
-/// The rows, spectra, maps and choices of a panel. The default has nothing in use,
-/// the edge at 8350 eV, and the least-square form and the linear background chosen.
+/// The rows, spectra, maps and choices of a panel. By default nothing is in use, the edge
+/// is at 8350 eV, and least squares and the linear background are chosen.
 struct PanelInputs {
     PanelInputs()
     {
@@ -31,13 +31,15 @@ struct PanelInputs {
     bool subPostForRef = false;
     bool subPostForTarget = false;
 
-    /// Takes exactly these energy rows, or references, into use; and marks exactly
-    /// these rows as V points. The calls can be strung together.
+    /// All setters return *this, so calls can be chained. useRows() and useReferences()
+    /// put exactly the given rows in use; markVRows() marks exactly the given energy rows
+    /// as V points.
     PanelInputs& useRows(const QList<int>& rows);
     PanelInputs& useReferences(const QList<int>& rows);
     PanelInputs& markVRows(const QList<int>& rows);
 
-    /// Takes the first @p count references into use, with a spectrum without points.
+    /// Puts the first @p count references in use. Each gets a spectrum without points and
+    /// edge jump 1.
     PanelInputs& useFirstReferences(int count);
 
     PanelInputs& makeInvalid(const QList<int>& references);
@@ -46,19 +48,22 @@ struct PanelInputs {
     PanelInputs& chooseFourPoints(bool exact, bool leastSquare);
     PanelInputs& chooseNonEquivalent(bool linear);
 
-    /// The numbers of an energy row: eV, the first two references, the target.
+    /// Sets the numbers of an energy row: energy (eV), absorbance of the first two
+    /// references, and of the target.
     PanelInputs& setPoint(int row, double energy, double r1, double r2, double mutT);
 
-    /// Gives an energy row a map of ready mut values, one line of pixels.
+    /// Gives an energy row a map with one line of pixels that hold these absorbances.
     PanelInputs& setMap(int row, const QList<double>& muts);
 
-    /// Gives each of the first @p rows a one-pixel map of its target number.
+    /// Gives each of the first @p rows energy rows a one-pixel map of its target
+    /// absorbance.
     PanelInputs& addMaps(int rows);
 
-    /// The row is as if no file had been chosen for it.
+    /// Removes the map of a row, as if no file had been chosen.
     PanelInputs& takeMap(int row);
 
-    /// Refers to the spectra and maps, so these inputs must outlive it.
+    /// The state that the calculations take. It points to the spectra and maps of these
+    /// inputs, which must outlive it.
     analysis::CalculationState state() const
     {
         analysis::CalculationState state;
@@ -80,7 +85,7 @@ struct PanelInputs {
     }
 };
 
-/// 0, 1, ... as many as @p count.
+/// The list 0, 1, ..., @p count - 1.
 inline QList<int> firstRows(int count)
 {
     QList<int> rows(count);
@@ -185,8 +190,8 @@ inline PanelInputs& PanelInputs::takeMap(int row)
     return *this;
 }
 
-/// Three points that give a = 1/2 and, on one-pixel maps, thickness 1: the
-/// references have valence 2 and 3, rows 1 and 2 and the V row 3 are in use.
+/// Inputs of the three-points method with a = 1/2 and, on one-pixel maps, thickness 1.
+/// The references have valences 2 and 3; rows 1, 2 and the V row 3 are in use.
 inline PanelInputs threePointInputs()
 {
     PanelInputs inputs;
@@ -201,8 +206,8 @@ inline PanelInputs threePointInputs()
     return inputs;
 }
 
-/// Four rows, V row 3, of the half sum of two references: exact four points and
-/// least square give a = 1/2 and t/ts = 1.
+/// Four rows with V row 3; the target is half the sum of two references. The exact and
+/// the least-squares four-points method both give a = 1/2 and t/ts = 1.
 inline PanelInputs fourPointInputs()
 {
     PanelInputs inputs = threePointInputs();

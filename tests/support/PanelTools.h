@@ -1,10 +1,10 @@
-// Short ways to bring a panel into a known state and to read it.
+// Helpers to set up a panel and to read its state.
 #pragma once
 
 #include "panel/FourPs.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
-#include "support/MadeSpectrum.h"
+#include "support/SpectrumSetup.h"
 
 #include <QSignalBlocker>
 #include <QStringList>
@@ -14,16 +14,16 @@
 namespace tests
 {
 
-// Refusals that both ways of calculation share.
+// Error messages that the target and the map calculation have in common.
 inline const QString fewReferences =
     QStringLiteral("Number of valied Ref Files is %1, which is less than 2.");
 inline const QString wrongCount = QStringLiteral("Number of selected data sets %1 is not %2.");
 
-// What the linear combination fit says with fewer than two marked rows.
+// The fit's error message if fewer than two rows are marked.
 inline const QString noFitRange =
     QStringLiteral("Energy Range is not selected, which should by selected by CB of TR.");
 
-/// The lines of the message box so far.
+/// The non-empty lines of the message box.
 inline QStringList messages(const FourPs& panel)
 {
     return panel.ui.Message->toPlainText().split(QLatin1Char('\n'), Qt::SkipEmptyParts);
@@ -34,21 +34,22 @@ inline void clearMessages(FourPs& panel)
     panel.ui.Message->clear();
 }
 
-/// A number as fields show it.
+/// A number formatted as the fields show it.
 inline QString sixDigits(double value)
 {
     return QString::number(value, 'g', 6);
 }
 
-/// Types into a field and leaves it.
+/// Sets a field's text and emits editingFinished(), as if the user had typed it and left
+/// the field.
 inline void enter(QLineEdit* edit, const QString& text)
 {
     edit->setText(text);
     Q_EMIT edit->editingFinished();
 }
 
-/// Gives a reference row a spectrum without points whose lines are constants:
-/// its edge jump is @p jump whatever its edge energy.
+/// Gives a reference row a valid spectrum without points and with constant lines: the
+/// edge jump is @p jump at every edge energy.
 inline void makeReferenceValid(FourPs& panel, int row, double jump = 1.0)
 {
     AMutE& spectrum = *panel.XafsFiles.at(row);
@@ -62,7 +63,7 @@ inline void makeTargetValid(FourPs& panel)
     panel.ui.TargetFile->valid = true;
 }
 
-/// Types the numbers of an energy row.
+/// Sets the numbers of an energy row, without editingFinished().
 inline void setPoint(FourPs& panel, int row, const QString& energy, const QString& r1,
                      const QString& r2, const QString& target = {})
 {
@@ -73,7 +74,7 @@ inline void setPoint(FourPs& panel, int row, const QString& energy, const QStrin
     point->MutT->setText(target);
 }
 
-/// Gives an energy row a map of ready mut values, one line of pixels.
+/// Gives an energy row a map with one line of pixels that hold these absorbances.
 inline void setMap(FourPs& panel, int row, const QList<double>& muts)
 {
     AEPoint* point = panel.EPoints.at(row);
@@ -86,7 +87,7 @@ inline void setMap(FourPs& panel, int row, const QList<double>& muts)
     point->loaded = true;
 }
 
-/// Takes exactly these rows into use.
+/// Puts exactly these energy rows in use.
 inline void useRows(FourPs& panel, const QList<int>& rows)
 {
     for (int i = 0; i < panel.EPoints.size(); ++i) {
@@ -94,7 +95,7 @@ inline void useRows(FourPs& panel, const QList<int>& rows)
     }
 }
 
-/// Takes exactly these references into use, without any reflex.
+/// Puts exactly these references in use, without signals.
 inline void useReferences(FourPs& panel, const QList<int>& rows)
 {
     for (int i = 0; i < panel.Refs.RefRows.size(); ++i) {
@@ -103,7 +104,8 @@ inline void useReferences(FourPs& panel, const QList<int>& rows)
     }
 }
 
-/// Chooses one of exclusive buttons, without any reflex.
+/// Checks one of a group of exclusive buttons. The signals of all buttons with the same
+/// parent are blocked.
 inline void chooseQuietly(QAbstractButton* button)
 {
     std::vector<QSignalBlocker> quiet;
@@ -114,14 +116,14 @@ inline void chooseQuietly(QAbstractButton* button)
     button->setChecked(true);
 }
 
-/// Chooses the four-points family, without any reflex.
+/// Chooses the four-points family, without signals.
 inline void chooseFourPoints(FourPs& panel)
 {
     chooseQuietly(panel.ui.radioButton);
 }
 
-/// Three points that give a = 1/2 and, on maps, thickness 1: the references
-/// have the valences 2 and 3, rows 1 and 2 and the V row 3 are in use.
+/// Sets up the three-points method with a = 1/2 and, on maps, thickness 1. The references
+/// have valences 2 and 3; rows 1, 2 and the V row 3 are in use.
 inline void prepareThreePoints(FourPs& panel)
 {
     chooseFourPoints(panel);
@@ -137,7 +139,7 @@ inline void prepareThreePoints(FourPs& panel)
     clearMessages(panel);
 }
 
-/// The same with one-pixel maps in the three rows.
+/// Like prepareThreePoints(), with one-pixel maps in the three rows.
 inline void prepareThreePointMaps(FourPs& panel)
 {
     prepareThreePoints(panel);
@@ -146,8 +148,8 @@ inline void prepareThreePointMaps(FourPs& panel)
     setMap(panel, 2, {3});
 }
 
-/// Four rows, V row 3, of the half sum of two references: exact four points and
-/// least square give a = 1/2 and t/ts = 1.
+/// Four rows with V row 3; the target is half the sum of two references. The exact and
+/// the least-squares four-points method both give a = 1/2 and t/ts = 1.
 inline void prepareFourPoints(FourPs& panel)
 {
     prepareThreePoints(panel);

@@ -1,4 +1,4 @@
-// What pictures show: comparison pixel by pixel, and counts of pixels.
+// Compares pictures pixel by pixel and counts pixels.
 #pragma once
 
 #include <QColor>
@@ -16,8 +16,8 @@ inline QImage whitePicture(const QSize& size)
     return image;
 }
 
-/// Whether two pictures of one size agree in @p part, which has to lie in them;
-/// the first pixel where they do not goes to the log.
+/// Whether two pictures of equal size agree in @p part. Logs the first pixel that
+/// differs. Also false, with a log line, if the sizes differ or @p part reaches outside.
 inline bool isSamePicture(const QImage& image, const QImage& wanted, const QRect& part)
 {
     if (image.size() != wanted.size() || !image.rect().contains(part)) {
@@ -41,8 +41,7 @@ inline bool isSamePicture(const QImage& image, const QImage& wanted)
     return isSamePicture(image, wanted, image.rect());
 }
 
-/// Whether all of @p part has this colour; the first pixel that has not goes to
-/// the log.
+/// Whether all pixels of @p part have this colour; logs the first one that does not.
 inline bool isAllOf(const QImage& image, const QRect& part, const QColor& color)
 {
     QImage wanted(image.size(), QImage::Format_RGB32);
@@ -55,7 +54,7 @@ inline bool isBlank(const QImage& image)
     return isAllOf(image, image.rect(), Qt::white);
 }
 
-/// The smallest rectangle around the pixels of @p part of which @p isWanted says yes.
+/// The bounding box of the pixels in @p part for which @p isWanted returns true.
 template <class Predicate>
 QRect boxOf(const QImage& image, const QRect& part, Predicate isWanted)
 {
@@ -70,7 +69,7 @@ QRect boxOf(const QImage& image, const QRect& part, Predicate isWanted)
     return box;
 }
 
-/// The pixels of @p part that have this colour.
+/// The number of pixels in @p part with this colour.
 inline int countOf(const QImage& image, const QRect& part, const QColor& color)
 {
     int pixels = 0;

@@ -1,4 +1,4 @@
-// The plot of the fit against the target calculation by plain means.
+// Reference implementation of the plot of fit against target calculation.
 #pragma once
 
 #include "support/PlainPlot.h"
@@ -18,7 +18,7 @@ struct PlainPoint {
 class PlainComparison : public PlainPlot
 {
 public:
-    /// From the one valence to the other with 0.2 around, on both axes.
+    /// Both axes run from @p first - 0.2 to @p second + 0.2.
     PlainComparison(const QSize& size, double first, double second)
         : PlainComparison(size, first, second,
                           {first - 0.2, first - 0.2, second + 0.2, second + 0.2})

@@ -1,6 +1,6 @@
-// The two linear fits as a reference: a matrix allocated, built, factorised
-// and solved for every pixel, every text parsed there, every interpolation a
-// search from the first point. The fast path must give the same bits.
+// Reference implementation of the two linear fits: for every pixel it allocates, builds,
+// factorises and solves a matrix and parses every text; each interpolation searches from
+// the first point. The fast path must give the same bits.
 #pragma once
 
 #include "analysis/NonEquivalentMap.h"
@@ -16,8 +16,9 @@
 namespace tests
 {
 
-/// The coefficients of the basis functions for the values @p y; @p basis writes
-/// the functions' values at a row.
+/// Least squares by normal equations: the coefficients of the basis functions that fit
+/// @p y best. The equations are solved by LU decomposition. @p basis writes the values of
+/// all @p unknowns functions at a row to phi.
 QList<double> plainCoefficients(int unknowns,
                                 const std::function<void(qsizetype row, double* phi)>& basis,
                                 const QList<double>& y);
@@ -29,7 +30,7 @@ struct PlainNeqStack {
     QList<double> weights;
     double jumpSum = 0.0;
     QList<QString> valences;
-    QList<const A2DData*> maps; ///< the first one is the base
+    QList<const A2DData*> maps; ///< the first map gives size, coordinates and header lines
 };
 
 struct PlainNeqHistograms {
@@ -43,7 +44,7 @@ void plainNeqSolve(bool victoreen, const QList<double>& T, const QList<QList<dou
                    const QList<double>& energies, const QList<double>& weights, double* sum,
                    QList<double>& out);
 
-/// The same for the product.
+/// The same inputs in the form that the fast path takes.
 analysis::NeqStack neqStackOf(const PlainNeqStack& plain);
 
 void plainNonEquivalent(const PlainNeqStack& stack, A2DData& result,

@@ -1,4 +1,4 @@
-// The plot of histograms by plain means: one call for every line and bar.
+// Reference implementation of the histogram plot: one painter call per line and bar.
 #pragma once
 
 #include "analysis/HistogramCounts.h"
@@ -14,8 +14,8 @@
 namespace tests
 {
 
-/// The distance of grid lines: the first of 1, 2, 5, 10, ... that takes more than
-/// ten pixels on x.
+/// The spacing of grid lines: the first of 1, 2, 5, 10, ... that is wider than ten pixels
+/// on the x axis.
 inline double plainTick(const PlotPlace& place)
 {
     double decade = 1.0;
@@ -31,7 +31,7 @@ inline double plainTick(const PlotPlace& place)
     return decade;
 }
 
-/// A histogram with ready counts; its highest count is that of its bins.
+/// A histogram with given counts; its highest count is the maximum of @p bins.
 inline analysis::HistogramCounts readyCounts(double from, double to, const QList<int>& bins,
                                              int under = 0, int over = 0)
 {
@@ -50,7 +50,7 @@ struct PlainHistograms {
         QColor color;
     };
 
-    /// Everything inside the plot area.
+    /// The content of the plot area, on a white surface.
     QImage picture(const PlotPlace& place) const
     {
         QImage image = whitePicture(place.size);
@@ -68,7 +68,7 @@ struct PlainHistograms {
     double from = 0.0;
     double to = 0.0;
     analysis::HistogramCounts main;
-    std::optional<QColor> mainColor; ///< none where it is not shown
+    std::optional<QColor> mainColor; ///< empty if the main histogram is hidden
     QList<Bars> references;
 
 private:

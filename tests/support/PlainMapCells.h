@@ -1,5 +1,5 @@
-// A map painted as a reference: one fillRect() and one drawRects() for each
-// of its pixels, every edge worked out anew.
+// Reference implementation of map painting: one fillRect() and one drawRects() per pixel
+// of the map, and each edge calculated separately.
 #pragma once
 
 #include "support/PlotPlace.h"
@@ -13,16 +13,16 @@
 namespace tests
 {
 
-/// A surface without margins, y growing upward.
+/// The view of a surface without margins; the y axis points up.
 struct PlainMapView {
-    QSize surface; ///< pixels
+    QSize surface; ///< size in pixels
     double left = 0.0;
     double bottom = 0.0;
     double right = 1.0;
     double top = 1.0;
 };
 
-/// The rectangle of a pixel of a map; nothing in a view without extent.
+/// The rectangle of pixel (@p x, @p y) of a map; nullopt if the view has no extent.
 inline std::optional<QRect> plainCell(const PlainMapView& view, int x, int y)
 {
     const PlotPlace place =
@@ -39,6 +39,8 @@ inline std::optional<QRect> plainCell(const PlainMapView& view, int x, int y)
                  lowerLeft.y() - upperRight.y());
 }
 
+/// Fills every pixel of a map with its colour.
+///
 /// @param colorAt  called as colorAt(x, y) for every pixel of the map
 template <class ColorAt>
 void plainFill(QPainter* p, const PlainMapView& view, int width, int height, ColorAt colorAt)
@@ -52,8 +54,8 @@ void plainFill(QPainter* p, const PlainMapView& view, int width, int height, Col
     }
 }
 
-/// In the painter's pen. drawRects() loses corners of rectangles that reach out
-/// of the surface, so these are drawn side by side.
+/// Outlines every pixel of a map with the painter's pen. drawRects() loses corners of
+/// rectangles that reach outside the surface; those are drawn side by side as lines.
 inline void plainOutline(QPainter* p, const PlainMapView& view, int width, int height)
 {
     const QRect surface({0, 0}, view.surface);
@@ -64,7 +66,8 @@ inline void plainOutline(QPainter* p, const PlainMapView& view, int width, int h
             if (!cell) {
                 continue;
             }
-            const QRect outline = cell->adjusted(0, 0, 1, 1); // its right() and bottom() count
+            const QRect outline =
+                cell->adjusted(0, 0, 1, 1); // an outline includes right() and bottom()
             if (surface.contains(outline)) {
                 p->drawRects(&*cell, 1);
                 continue;

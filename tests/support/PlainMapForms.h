@@ -1,5 +1,5 @@
-// The map calculation as a reference: every text parsed and every reference
-// looked up for every pixel, matrices allocated for every solve, rows appended
+// Reference implementation of the map calculation: for every pixel it parses every text
+// and looks up every reference; it allocates matrices for every solve and appends rows
 // one at a time. The fast path must give the same bits.
 #pragma once
 
@@ -37,14 +37,15 @@ struct PlainHistogram {
 
 struct PlainStack {
     QList<PlainReference> references;
-    QList<PlainPoint> points; ///< the used rows
+    QList<PlainPoint> points; ///< only rows in use
     double r = 0.0;
 };
 
-/// Counts one value, the bin found by plain truncation.
+/// Counts one value. The bin index is the quotient truncated towards zero.
 void plainCount(PlainHistogram& histogram, double value);
 
-/// The same for the product; the first two of the references are used.
+/// The same inputs in the form that the fast path takes. Only the first two references
+/// are read, as if they were in use.
 analysis::MapStack mapStackOf(const PlainStack& plain);
 
 double plainPixelMut(const A2DData& map, int x, int y);

@@ -94,8 +94,8 @@ void takeAllLines(QTextStream& stream, PlainState& state, A2DData& map,
     }
 }
 
-/// As many columns as rows that share the first one's y, as many lines as rows that
-/// share its x. The first row counts even where it holds no number to share.
+/// Derives the size: the width is the number of rows with the first row's y, the height
+/// the number of rows with its x. The first row always counts, even if its x or y is NaN.
 void countSize(A2DData& map)
 {
     map.xNum = map.yNum = 0;
@@ -109,12 +109,13 @@ void countSize(A2DData& map)
     }
 }
 
-/// The bounds are written out here so that a change of the product's is noticed.
+/// The limits are repeated as literals, so that a change of the product's limits fails a
+/// test.
 bool isClaimTooLarge(const A2DData& map)
 {
     const qint64 columns = map.xNum < 1 ? 1 : map.xNum;
     const qint64 lines = map.yNum < 1 ? 1 : map.yNum;
-    const qint64 pixels = columns * lines; // two ints fit
+    const qint64 pixels = columns * lines; // the product of two ints fits
     if (pixels > 1048576 && pixels > 64 * map.rows.size()) {
         return true;
     }

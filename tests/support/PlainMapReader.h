@@ -1,4 +1,5 @@
-// The reference reader of a text map, which the fast one must equal.
+// Reference implementation of the text map reader; the fast path must give the same
+// result.
 #pragma once
 
 #include "data/MapTextReader.h"
@@ -10,15 +11,15 @@ class QString;
 namespace tests
 {
 
-/// Reads the text map at @p path into @p map: a QTextStream in text mode, a
-/// line at a time, simplified, split by an expression, every number through
-/// QString::toDouble. Slow, and plain to read; not part of the product.
+/// Reads the text map at @p path into @p map. It reads a QTextStream in text mode line by
+/// line, simplifies each line, splits it by a regular expression and converts every
+/// number by QString::toDouble. Slow but simple; not part of the product.
 ///
-/// @return whether the map has a size and a row, as data::readMapText does;
-///         false, with @p map left alone, for a file that cannot be opened
+/// @return true if the map has a size and at least one row, as data::readMapText; false,
+///         with @p map unchanged, if the file cannot be opened
 bool readPlainMap(const QString& path, A2DData& map, const data::EnergyHandler& energyFound);
 
-/// The same for a device that is open for reading, in text mode.
+/// Like the overload above, for a device that is open for reading in text mode.
 bool readPlainMap(QIODevice& device, A2DData& map, const data::EnergyHandler& energyFound);
 
 } // namespace tests

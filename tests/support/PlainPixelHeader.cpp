@@ -13,8 +13,9 @@ struct ItemAndRest {
     QString rest;
 };
 
-/// The first item of @p line and what follows it. One that opens with a quote ends at
-/// the next quote or, without one, at the end of the line; any other ends at a blank.
+/// Splits @p line into its first item and the text after it. An item that opens with a
+/// quote ends at the next quote or, if there is none, at the end of the line. Any other
+/// item ends at white space.
 ItemAndRest firstItem(const QString& line)
 {
     static const QRegularExpression closed(QStringLiteral("^\\s*\"([^\"]*)\"(.*)$"),

@@ -1,4 +1,4 @@
-// The reference reading of a binary map's header, against which the product's is held.
+// Reference implementation of reading a binary map's header.
 #pragma once
 
 #include <QByteArray>
@@ -8,7 +8,7 @@
 namespace tests
 {
 
-/// What the header of a binary map says; what it does not say is as here.
+/// The header of a binary map; entries that it lacks keep these defaults.
 struct PlainPixelHeader {
     qint64 headerSize = 0;
     int width = 0;
@@ -18,9 +18,9 @@ struct PlainPixelHeader {
     double maxVal = -1e300;
 };
 
-/// Reads the header of a file of these @p bytes, which begin with "2dData": all of
-/// the header decoded at once, a line at a time, its items found by expressions.
-/// Slow, and plain to read; not part of the product.
+/// Reads the header of a file with these @p bytes, which must begin with "2dData". It
+/// decodes the whole header at once, then splits it line by line with regular
+/// expressions. Slow but simple; not part of the product.
 PlainPixelHeader readPlainPixelHeader(const QByteArray& bytes);
 
 } // namespace tests

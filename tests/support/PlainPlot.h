@@ -1,5 +1,5 @@
-// A plot by plain means: one call of the painter for each thing, every place
-// worked out anew from the size of the surface.
+// Reference implementation of a plot: one painter call per element, and every position
+// calculated from the size of the surface.
 #pragma once
 
 #include "display/DrawText.h"
@@ -12,8 +12,9 @@
 namespace tests
 {
 
-/// White ground, what the derived class draws, the margins wiped over it, the
-/// outline with its labels, what stands on top, and the titles in the plot.
+/// Draws in this order: white background, the data of the derived class, white margins
+/// over it, the outline with its labels, the elements on top, and the titles inside the
+/// plot.
 class PlainPlot
 {
 public:
@@ -23,7 +24,6 @@ public:
     }
     virtual ~PlainPlot() = default;
 
-    /// The finished picture.
     QImage picture() const
     {
         Canvas canvas(*this);
@@ -42,7 +42,7 @@ protected:
     int height() const { return place.size.height(); }
 
 private:
-    /// What a surface is to Qt.
+    /// A widget to paint on: QStylePainter needs one.
     class Canvas : public QWidget
     {
     public:

@@ -1,4 +1,4 @@
-// The result map's text made the plain way, to compare the product with.
+// Reference implementation of the result map writer.
 #pragma once
 
 #include <QString>
@@ -11,16 +11,17 @@ class QIODevice;
 namespace tests
 {
 
-/// Where a valence comes from: texts of line edits, read for each pixel anew.
+/// The source of the valences: texts of line edits, parsed again for each pixel.
 struct PlainValences {
     int validReferences = 0;
     QString first;
     QString second;
 };
 
-/// Writes a result map number by number through QString::arg and a text
-/// stream, line by line in the order of the file.
-/// @return whether the stream is still well after the last line
+/// Writes a result map number by number with QString::arg and a text stream, line by line
+/// in file order.
+///
+/// @return whether the stream's status is still Ok after the last line
 bool writePlainResultMap(QIODevice& device, const A2DData& map, const PlainValences& valences,
                          const std::array<bool, 13>& wanted);
 

@@ -1,4 +1,4 @@
-// The plot of all spectra by plain means.
+// Reference implementation of the plot of all spectra.
 #pragma once
 
 #include "support/PlainPlot.h"
@@ -9,9 +9,9 @@
 namespace tests
 {
 
-/// One spectrum as it is to be seen.
+/// One spectrum as the plot displays it.
 struct PlainCurve {
-    QList<QPointF> points; ///< energy (eV) and presented value
+    QList<QPointF> points; ///< energy (eV) and displayed value
     QColor color;
     int width = 1;
     QString name;
@@ -30,8 +30,8 @@ class PlainSpectra : public PlainPlot
 public:
     using PlainPlot::PlainPlot;
 
-    /// The place of the name in row @p row of the legend: twice the left margin
-    /// wide, a tenth of that margin away from the right end of the plot area.
+    /// The box of the name in row @p row of the legend: twice the left margin wide, and
+    /// starting 2.1 left margins before the right edge of the plot area.
     QRectF legendBox(int row) const
     {
         return {place.right - 2.1 * place.left,
@@ -43,7 +43,7 @@ public:
     double from = 0.0;
     double to = 0.0;
     QList<PlainEnergy> energies;
-    QList<PlainCurve> curves; ///< in the order of drawing; each has a row of the legend
+    QList<PlainCurve> curves; ///< in drawing order; each has a row in the legend
     QList<QPointF> fitted;
 
 protected:
@@ -84,7 +84,8 @@ protected:
     }
 
 private:
-    /// Down to the row that the widget is wide, not high.
+    /// The line ends at the row given by the widget's width, not its height, as in the
+    /// program.
     void drawVertical(QStylePainter* p, double energyEv) const
     {
         const int column = place.column(energyEv);

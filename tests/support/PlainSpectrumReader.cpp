@@ -19,8 +19,9 @@ QList<QStringList> tokensOfLines(QIODevice& device)
     QTextStream stream(&device);
     while (!stream.atEnd()) {
         const QString line = stream.readLine().simplified();
-        // The only blank that is left is the space, which is split at in less time; but
-        // an expression finds nothing in text with half a surrogate pair.
+        // After simplified() the only white space is the space character, and splitting
+        // at a character is faster. The regular expression is still needed for text with
+        // an unpaired surrogate: it matches nothing there, so the line stays whole.
         lines.append(line.isValidUtf16() ? line.split(u' ') : line.split(blanks));
     }
     return lines;
@@ -86,7 +87,7 @@ QList<MutPoint> beamlinePoints(const QList<QStringList>& lines)
     Detectors detectors;
     bool isStarted = false;
     for (const QStringList& tokens : lines) {
-        // Without an I0 column in the row there is no point.
+        // A row without the I0 column gives no point.
         if (isStarted && tokens.size() > 4 && detectors.i0Column >= 0 &&
             detectors.i0Column < tokens.size()) {
             MutPoint point;

@@ -1,4 +1,4 @@
-// The reference reader of spectra, against which the product's is held.
+// Reference implementation of the spectrum reader.
 #pragma once
 
 #include "data/AMutE.h"
@@ -10,11 +10,11 @@ class QIODevice;
 namespace tests
 {
 
-/// The points of the spectrum on @p device, in either form: a line at a time,
-/// simplified, split by an expression, every number through QString::toDouble.
-/// Slow, and plain to read; not part of the product.
+/// Reads the points of a spectrum, in either file format. It reads line by line,
+/// simplifies each line, splits it by a regular expression and converts every number by
+/// QString::toDouble. Slow but simple; not part of the product.
 ///
-/// @param device  open for reading, in text mode, at its start, not sequential
+/// @param device  open for reading in text mode, at its start, not sequential
 QList<MutPoint> readPlainSpectrum(QIODevice& device);
 
 } // namespace tests

@@ -1,4 +1,4 @@
-// Single lines and circles of a plot, in view or not.
+// Reference implementation of a plot's lines and circles, without clipping.
 #pragma once
 
 #include "support/PlotPlace.h"
@@ -11,7 +11,7 @@ namespace tests
 
 inline const QColor plainGrid(200, 200, 255);
 
-/// Across the whole surface.
+/// A vertical line over the full height of the surface.
 inline void plainVertical(QPainter* p, const PlotPlace& place, double x)
 {
     p->drawLine(place.column(x), 0, place.column(x), place.size.height());
@@ -27,14 +27,14 @@ inline void plainCircle(QPainter* p, const QPoint& centre, int radius)
     p->drawEllipse(QRect(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius));
 }
 
-/// Two circles about a point.
+/// A mark: two circles around a point.
 inline void plainMark(QPainter* p, const PlotPlace& place, double x, double y)
 {
     plainCircle(p, place.pixel(x, y), 1);
     plainCircle(p, place.pixel(x, y), 2);
 }
 
-/// The vertical lines at each tenth from one valence to another.
+/// Vertical lines at each tenth of a valence from @p lower to @p upper.
 inline void plainTenths(QPainter* p, const PlotPlace& place, double lower, double upper)
 {
     for (int i = 0; lower + 0.1 * i <= upper + 0.05; ++i) {

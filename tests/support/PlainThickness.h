@@ -1,4 +1,4 @@
-// The plot of thickness against valence by plain means.
+// Reference implementation of the plot of thickness against valence.
 #pragma once
 
 #include "support/PictureTools.h"
@@ -11,7 +11,7 @@ namespace tests
 {
 
 struct PlainThickness {
-    /// Everything inside the plot area.
+    /// The content of the plot area, on a white surface.
     QImage picture(const PlotPlace& place) const
     {
         QImage image = whitePicture(place.size);
@@ -27,7 +27,7 @@ struct PlainThickness {
 
     QList<QPointF> points; ///< valence and thickness
     QColor color{0, 0, 0};
-    double lower = 2.0; ///< the valences of the references
+    double lower = 2.0; ///< valences of the two references
     double upper = 3.0;
 };
 

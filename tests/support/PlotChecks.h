@@ -1,4 +1,4 @@
-// What every picture of a plot has to keep.
+// Checks that apply to every picture of a plot.
 #pragma once
 
 #include "support/PictureTools.h"
@@ -7,13 +7,13 @@
 namespace tests
 {
 
-/// The pixels of one colour outside the plot area.
+/// The number of pixels with this colour outside the plot area.
 inline int countInMargins(const QImage& image, const PlotPlace& place, const QColor& color)
 {
     return countOf(image, image.rect(), color) - countOf(image, place.area(), color);
 }
 
-/// Whether the upper and the left side of the plot area's outline are whole.
+/// Whether the top and left sides of the plot area's outline are complete.
 inline bool hasOutline(const QImage& image, const PlotPlace& place)
 {
     const QColor grey(150, 150, 150);

@@ -1,4 +1,4 @@
-// Where the things of a plot have their places on a surface.
+// Reference implementation of a plot's layout and coordinate transform.
 #pragma once
 
 #include <QPoint>
@@ -19,17 +19,17 @@ struct PlotRange {
     double y1 = 1.0;
 };
 
-/// A place on the screen as a whole number, cut towards zero. A million pixels
-/// are further than any surface reaches, and few enough for a painter.
+/// Truncates a coordinate to a whole pixel, clamped to +-1e6. That is further than any
+/// surface reaches and small enough for QPainter.
 inline int plainPixel(double place)
 {
     constexpr double reach = 1e6;
     return static_cast<int>(std::trunc(std::clamp(place, -reach, reach)));
 }
 
-/// The margins of a plot are a tenth at the left and at the bottom and a
-/// twentieth at the right and at the top, each cut to whole pixels; a row of text
-/// is a twentieth of the plot area high, and its text fills 0.85 of it.
+/// Layout of a plot. The left and bottom margins are a tenth of the surface, the right
+/// and top ones a twentieth, each truncated to whole pixels. A row of text is a twentieth
+/// of the plot area high; its text uses 0.85 of that.
 struct PlotPlace {
     PlotPlace(const QSize& surface, const PlotRange& values)
         : size(surface)
@@ -41,7 +41,7 @@ struct PlotPlace {
     {
     }
 
-    /// A surface that is plot area all over.
+    /// Layout of a surface that is entirely plot area.
     static PlotPlace withoutMargins(const QSize& surface, const PlotRange& values)
     {
         PlotPlace place(surface, values);
@@ -51,7 +51,7 @@ struct PlotPlace {
         return place;
     }
 
-    /// Where a value falls, in pixels.
+    /// The position of a value in pixels, before truncation.
     double columnOf(double x) const
     {
         return (right - left) / (range.x1 - range.x0) * (x - range.x0) + left;
@@ -61,22 +61,22 @@ struct PlotPlace {
         return (top - bottom) / (range.y1 - range.y0) * (y - range.y0) + bottom;
     }
 
-    /// The value that a column shows.
+    /// The inverse of columnOf().
     double valueAt(int column) const
     {
         return (range.x1 - range.x0) / (right - left) * (column - left) + range.x0;
     }
 
-    /// The pixel of a point; for one that has a place.
+    /// The pixel of a data point, whose coordinates must not be NaN.
     int column(double x) const { return plainPixel(columnOf(x)); }
     int row(double y) const { return plainPixel(rowOf(y)); }
     QPoint pixel(double x, double y) const { return {column(x), row(y)}; }
 
-    /// The plot area with the outline of its frame, which is a pixel larger than
-    /// what is drawn as its rectangle.
+    /// The plot area including its outline. It is one pixel larger than the rectangle
+    /// that is drawn, because an outline includes its right and bottom edge.
     QRect area() const { return {QPoint(left, top), QPoint(right, bottom)}; }
 
-    /// The pixels that the outline leaves to the data.
+    /// The plot area without its outline.
     QRect inside() const { return area().adjusted(1, 1, -1, -1); }
 
     int rowHeight() const { return (bottom - top) / 20; }

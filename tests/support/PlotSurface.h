@@ -1,4 +1,4 @@
-// A surface with the margins of a plot.
+// A coordinate transform with the margins of a plot.
 #pragma once
 
 #include "display/ChCoord.h"
@@ -7,9 +7,9 @@
 namespace tests
 {
 
-/// 400 by 300 pixels, of which the plot area takes those from 40 to 380 and from
-/// 270 up to 15. For x from 10 to 27 and y from -1 to 4 that makes 20 and 51
-/// pixels a unit.
+/// A surface of 400 by 300 pixels; the plot area spans columns 40 to 380 and rows 15 to
+/// 270. With x from 10 to 27 and y from -1 to 4, one data unit is 20 pixels wide and 51
+/// pixels high.
 struct PlotSurface : ChCoord {
     explicit PlotSurface(double x0 = 10, double y0 = -1, double x1 = 27, double y1 = 4)
     {
@@ -19,7 +19,7 @@ struct PlotSurface : ChCoord {
     }
 };
 
-/// A picture of its size.
+/// A white picture of the size of PlotSurface.
 inline QImage whiteSurface()
 {
     return whitePicture({400, 300});

@@ -1,10 +1,10 @@
-// Reads compiled tables of translations (.qm) byte by byte, so that tests see
-// what is in the file and not what QTranslator makes of it.
+// Reads compiled translations (.qm) byte by byte, so that tests see the file's content
+// and not QTranslator's interpretation.
 //
-// A file is 16 bytes of magic and then sections, each a tag, a length of 32 bits
-// and that many bytes. All numbers are big-endian. The section of hashes lists
-// pairs of a text's hash and its message's place in the section of messages. A
-// message is a row of tagged fields up to an end tag.
+// A file is 16 magic bytes followed by sections. Each section is a one-byte tag, a 32-bit
+// length and that many bytes. All numbers are big-endian. The section of hashes lists
+// pairs of a text's hash and its message's offset in the section of messages. A message
+// is a sequence of tagged fields that ends with an end tag.
 #pragma once
 
 #include <QByteArray>
@@ -20,20 +20,20 @@ namespace tests
 
 struct QmHash {
     quint32 hash = 0;
-    quint32 place = 0; ///< bytes from the beginning of the messages
+    quint32 place = 0; ///< byte offset in the section of messages
 };
 
 struct QmMessage {
     QByteArray context;
     QByteArray source;
     QByteArray comment;
-    QString translation;  ///< empty when the message has none
-    int translations = 0; ///< fields of that kind, empty ones as well
-    quint32 place = 0;    ///< bytes from the beginning of the messages
+    QString translation;  ///< empty if the message has none
+    int translations = 0; ///< number of translation fields, including empty ones
+    quint32 place = 0;    ///< byte offset in the section of messages
 };
 
 struct QmTable {
-    QList<int> sections; ///< tags in the order of the file
+    QList<int> sections; ///< tags in file order
     QList<QmHash> hashes;
     QList<QmMessage> messages;
 };
@@ -50,7 +50,8 @@ enum QmSection {
 inline constexpr std::array<unsigned char, 16> qmMagic{
     0x3c, 0xb8, 0x64, 0x18, 0xca, 0xef, 0x9c, 0x95, 0xcd, 0x21, 0x1c, 0xbf, 0x60, 0xa1, 0xbd, 0xdd};
 
-/// Takes bytes from the front of a view; what is not there ends the reading.
+/// Reads bytes from the front of a view. Reading past the end clears isGood() and returns
+/// an empty view or 0.
 class QmBytes
 {
 public:
@@ -61,7 +62,7 @@ public:
 
     bool isGood() const { return m_good; }
     bool atEnd() const { return m_at == m_bytes.size(); }
-    void spoil() { m_good = false; }
+    void fail() { m_good = false; }
     quint32 place() const { return static_cast<quint32>(m_at); }
 
     QByteArrayView take(qsizetype count)
@@ -83,7 +84,7 @@ public:
         return value;
     }
 
-    /// Bytes after their count.
+    /// A byte block: a 32-bit length followed by that many bytes.
     QByteArrayView block() { return take(static_cast<qsizetype>(number(4))); }
 
 private:
@@ -92,7 +93,7 @@ private:
     bool m_good = true;
 };
 
-/// UTF-16 after its count of bytes, of which 0xffffffff means none.
+/// A UTF-16 text: its length in bytes (0xffffffff for a null string), then the text.
 inline QString qmText(QmBytes& bytes)
 {
     const quint32 length = bytes.number(4);
@@ -105,12 +106,12 @@ inline QString qmText(QmBytes& bytes)
         text += QChar(static_cast<char16_t>(units.number(2)));
     }
     if (!units.isGood()) {
-        bytes.spoil(); // half a character
+        bytes.fail(); // odd number of bytes
     }
     return text;
 }
 
-/// Nothing when the message has an unknown field or does not end.
+/// Reads one message; nullopt if it has an unknown field or no end tag.
 inline std::optional<QmMessage> qmMessage(QmBytes& bytes)
 {
     QmMessage message;
@@ -142,7 +143,7 @@ inline std::optional<QmMessage> qmMessage(QmBytes& bytes)
     }
 }
 
-/// The content of a .qm file; nothing when it is damaged.
+/// The content of a .qm file; nullopt if it is damaged.
 inline std::optional<QmTable> readQm(QByteArrayView file)
 {
     const QByteArrayView magic(reinterpret_cast<const char*>(qmMagic.data()), qmMagic.size());
@@ -176,8 +177,8 @@ inline std::optional<QmTable> readQm(QByteArrayView file)
     return table;
 }
 
-/// The hash of a text and its comment, as the System V ABI has it for names in
-/// ELF files; never 0.
+/// The hash of a text and its comment, which must be concatenated: the ELF hash of the
+/// System V ABI. A result of 0 is replaced by 1.
 inline quint32 qmHash(const QByteArray& text)
 {
     quint32 hash = 0;

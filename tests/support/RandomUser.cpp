@@ -38,7 +38,8 @@ RandomUser::RandomUser(FourPs& panel, unsigned seed)
     loadEverything();
 }
 
-// The distributions of the standard library differ between its makers.
+// std::uniform_int_distribution gives different numbers with different standard
+// libraries.
 int RandomUser::upTo(int count)
 {
     return static_cast<int>(m_random() % static_cast<unsigned>(count));
@@ -46,7 +47,7 @@ int RandomUser::upTo(int count)
 
 QString RandomUser::act()
 {
-    m_leftBehind.clear();
+    m_staleSurface.clear();
     int place = upTo(m_weight);
     for (const Kind& kind : std::as_const(m_kinds)) {
         place -= kind.weight;
@@ -178,7 +179,7 @@ QString RandomUser::loadEverything()
 
 QString RandomUser::click(QAbstractButton* button)
 {
-    // At the indicator, where a box has one.
+    // Click on the indicator of a check box or radio button.
     const QPointF at(std::min(8, button->width() / 2), button->height() / 2);
     press(button, at);
     release(button, at);
@@ -247,7 +248,7 @@ QList<DispArea*> RandomUser::surfaces() const
         }
     }
     for (const DispMBase* map : maps()) {
-        all.append({map->DispA, map->DispA}); // there are but two of them
+        all.append({map->DispA, map->DispA}); // twice, because there are only two of them
     }
     return all;
 }
@@ -275,15 +276,15 @@ QString RandomUser::dragInPlot()
     drag(surface, placeIn(surface), keys);
     if (upTo(2) == 0) {
         release(surface, placeIn(surface), Qt::LeftButton, keys);
-        leaveThicknessBehind(surface);
+        markThicknessAsStale(surface);
     }
     return surface->parentWidget()->parentWidget()->objectName();
 }
 
-void RandomUser::leaveThicknessBehind(const DispArea* released)
+void RandomUser::markThicknessAsStale(const DispArea* released)
 {
     if (released == m_panel.Disps->frame(Displays::DLCFvs4PS)->DispA) {
-        m_leftBehind = m_panel.Disps->frame(Displays::DDMutVsA)->Title->text();
+        m_staleSurface = m_panel.Disps->frame(Displays::DDMutVsA)->Title->text();
     }
 }
 
@@ -299,7 +300,7 @@ QString RandomUser::doubleClickInPlot()
     doubleClick(surface, at, button, keys);
     if (upTo(2) == 0) {
         release(surface, at, button, keys);
-        leaveThicknessBehind(surface);
+        markThicknessAsStale(surface);
     }
     return surface->parentWidget()->parentWidget()->objectName();
 }
@@ -321,11 +322,11 @@ QString RandomUser::dragLine()
     const QPointF from(surface->cc.r2sX(surface->markLines->value(line)), 20.0);
     press(surface, from);
     drag(surface, from + QPointF(7.0, 0.0));
-    const bool letGo = upTo(2) == 0;
-    if (letGo) {
+    const bool isReleased = upTo(2) == 0;
+    if (isReleased) {
         release(surface, from + QPointF(9.0, 0.0));
     }
-    return QString::number(line) + (letGo ? ", let go" : "");
+    return QString::number(line) + (isReleased ? ", released" : "");
 }
 
 QString RandomUser::dragBar()
@@ -344,8 +345,8 @@ QString RandomUser::doubleClickBar()
     const DispMBase* map = oneOf(maps());
     const QPointF at = placeIn(map->CBar);
     doubleClick(map->CBar, at);
-    m_leftBehind = map->Title->text();
-    return m_leftBehind;
+    m_staleSurface = map->Title->text();
+    return m_staleSurface;
 }
 
 QString RandomUser::popOrDock()

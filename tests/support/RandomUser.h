@@ -1,4 +1,4 @@
-// A user who does at random what the windows of a panel offer.
+// A simulated user who performs random actions in the windows of a panel.
 #pragma once
 
 #include "panel/FourPs.h"
@@ -16,21 +16,21 @@
 namespace tests
 {
 
-/// Acts on a panel whose windows are shown, by mouse, keys, files and drops. The
-/// same seed gives the same actions, on every platform.
+/// Acts on a panel with shown windows by mouse, keyboard, files and drops. The same seed
+/// gives the same actions on every platform.
 class RandomUser
 {
 public:
-    /// Chooses small files of its own in all rows, so that every calculation
-    /// runs at first.
+    /// Writes small files and loads them into all rows, so that every calculation can run
+    /// from the start.
     RandomUser(FourPs& panel, unsigned seed);
 
-    /// Does one thing and says what it was.
+    /// Performs one action and returns its description.
     QString act();
 
-    /// The surface that the latest action leaves as it was by design; empty for
-    /// every other action.
-    QString leftBehind() const { return m_leftBehind; }
+    /// The title of the surface that the latest action, on purpose, does not repaint
+    /// although its content changes; empty for every other action.
+    QString leftBehind() const { return m_staleSurface; }
 
 private:
     struct Kind {
@@ -58,7 +58,7 @@ private:
     QString turnTheWheel();
     QString dragInPlot();
     QString doubleClickInPlot();
-    void leaveThicknessBehind(const DispArea* released);
+    void markThicknessAsStale(const DispArea* released);
     QString pressInLegend();
     QString dragLine();
     QString dragBar();
@@ -76,7 +76,7 @@ private:
     QStringList m_noFiles;
     QList<Kind> m_kinds;
     int m_weight = 0;
-    QString m_leftBehind;
+    QString m_staleSurface;
 };
 
 } // namespace tests

@@ -1,4 +1,4 @@
-// Maps made by hand.
+// Builds maps from given absorbances.
 #pragma once
 
 #include "data/A2DData.h"
@@ -8,7 +8,8 @@
 namespace tests
 {
 
-/// A map whose pixels hold ready values of mut; x counts from 10, y is 20.
+/// A map whose pixels hold ready absorbances (I0 is 0). The x coordinate of pixel i is 10
+/// + i; y is 20.
 inline A2DData readyMap(int width, int height, const QList<double>& muts)
 {
     A2DData map;

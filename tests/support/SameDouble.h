@@ -1,4 +1,4 @@
-// Exact comparison of doubles, NaN and the sign of zero included.
+// Bitwise comparison of doubles.
 #pragma once
 
 #include <bit>
@@ -8,7 +8,8 @@
 namespace tests
 {
 
-/// Whether both have the same bits; all NaN count as the same.
+/// Whether both numbers have the same bits, so 0.0 and -0.0 differ. Any two NaNs are
+/// equal.
 inline bool sameDouble(double a, double b)
 {
     return (std::isnan(a) && std::isnan(b)) ||

@@ -1,4 +1,4 @@
-// A panel that the tests of a file share, and its way back to its start.
+// A panel shared by the tests of a file, and functions that reset it.
 #pragma once
 
 #include "display/DispMBase.h"
@@ -16,7 +16,7 @@
 namespace tests
 {
 
-/// Puts a plot, or a map window, back in its frame, without a range of its own.
+/// Docks a plot or map window, clears its view range and deselects its marker line.
 template <class Frame>
 void resetPlot(Frame* plot)
 {
@@ -30,7 +30,7 @@ void resetPlot(Frame* plot)
     }
 }
 
-/// The plots of the graph window, which stays as it is.
+/// Resets all plots of the graph window; the window itself keeps its state.
 inline void resetPlots(FourPs& panel)
 {
     for (DispABase* plot : std::as_const(panel.Disps->disps)) {
@@ -38,7 +38,7 @@ inline void resetPlots(FourPs& panel)
     }
 }
 
-/// Hides a map window and gives it back what it starts with, but for empty limits.
+/// Hides a map window and restores its initial state, except that its limits are empty.
 inline void resetWindow(DispMBase* window)
 {
     resetPlot(window);
@@ -54,7 +54,7 @@ inline void resetWindow(DispMBase* window)
     }
 }
 
-/// No point of the comparison, the first colour for the next one.
+/// Removes all points of the comparison plot; the next point gets the first colour.
 inline void resetComparison(FourPs& panel)
 {
     panel.LCFvs4PS.clear();
@@ -62,7 +62,8 @@ inline void resetComparison(FourPs& panel)
     panel.Colors.colors = CColors().colors;
 }
 
-/// No numbers, nothing checked but the V point of the third row.
+/// Clears an energy row: no numbers, nothing checked, except the V point of the third
+/// row.
 inline void resetRow(FourPs& panel, int index)
 {
     AEPoint* row = panel.EPoints.at(index);
@@ -75,7 +76,7 @@ inline void resetRow(FourPs& panel, int index)
     row->VPointCB->setChecked(index == 2);
 }
 
-/// No numbers in any energy row, none in use, the V point in the third one.
+/// Clears all energy rows; only the V point of the third row is checked.
 inline void emptyRows(FourPs& panel)
 {
     for (int row = 0; row < panel.EPoints.size(); ++row) {
@@ -83,9 +84,9 @@ inline void emptyRows(FourPs& panel)
     }
 }
 
-/// No spectrum, no map and no result, every plot with its automatic range, and both
-/// map windows hidden with empty limits.
-inline void dropData(FourPs& panel)
+/// Removes all spectra, maps and results. Every plot gets its automatic range, and both
+/// map windows are hidden with empty limits.
+inline void clearData(FourPs& panel)
 {
     for (AMutE* spectrum : std::as_const(panel.XafsFiles)) {
         *spectrum = AMutE();
@@ -102,17 +103,17 @@ inline void dropData(FourPs& panel)
     resetWindow(panel.DMapDisp);
 }
 
-/// Panel without data, without numbers in its energy rows, and with an empty message
-/// box. The other fields stay.
+/// Removes all data, clears the energy rows and empties the message box. The other fields
+/// keep their values.
 inline void resetData(FourPs& panel)
 {
-    dropData(panel);
+    clearData(panel);
     emptyRows(panel);
-    panel.setEdge(); // the spectra take it from the panel
+    panel.setEdge(); // copies the edge energy to the spectra
     clearMessages(panel);
 }
 
-/// Ends a panel after its windows, which have no parent.
+/// Hides the windows of a panel, which have no parent, and then destroys it.
 inline void closePanel(std::unique_ptr<FourPs>& panel)
 {
     resetData(*panel);
@@ -121,8 +122,9 @@ inline void closePanel(std::unique_ptr<FourPs>& panel)
     panel.reset();
 }
 
-/// The panel that the tests of a program share: a member of the test class, which is
-/// made when there is an application, as by QTEST_MAIN. It ends after its windows.
+/// The panel shared by the tests of a program. Make it a member of the test class, which
+/// is created after the application (as QTEST_MAIN does). Its destructor hides the
+/// windows first.
 class SharedPanel
 {
 public:
@@ -139,14 +141,14 @@ private:
     std::unique_ptr<FourPs> m_panel = std::make_unique<FourPs>();
 };
 
-/// The form of a panel and its windows.
+/// The panel's form and its windows.
 inline QList<QWidget*> windowsOf(FourPs& panel)
 {
     return {&panel, panel.Disps, panel.Disps->frame(Displays::DM2M3), panel.MapDisp,
             panel.DMapDisp};
 }
 
-/// The states of all its widgets, window by window.
+/// The states of all widgets of a panel, window by window.
 inline QList<QMap<QString, States>> statesOf(FourPs& panel)
 {
     QList<QMap<QString, States>> all;
@@ -157,7 +159,7 @@ inline QList<QMap<QString, States>> statesOf(FourPs& panel)
     return all;
 }
 
-/// Those of a panel after its construction, but for an empty message box.
+/// The states of a newly constructed panel with an empty message box.
 inline const QList<QMap<QString, States>>& firstStates()
 {
     static const QList<QMap<QString, States>> states = [] {
@@ -170,7 +172,7 @@ inline const QList<QMap<QString, States>>& firstStates()
     return states;
 }
 
-/// The file rows go back to the working directory and forget their names.
+/// Resets the file rows to the working directory and clears their file names.
 inline void resetFileRows(FourPs& panel)
 {
     const auto rows = panel.findChildren<AFileSelect*>();
@@ -189,7 +191,7 @@ inline void resetFileRows(FourPs& panel)
     }
 }
 
-/// Nothing is counted, fitted or calculated.
+/// Clears all histograms, fits and calculated numbers.
 inline void resetResults(FourPs& panel)
 {
     for (Histgram* histogram :
@@ -197,19 +199,19 @@ inline void resetResults(FourPs& panel)
         static_cast<analysis::HistogramCounts&>(*histogram) = {};
         histogram->autoMode = false;
     }
-    panel.LCFMut = nullptr; // a test may have lent it
+    panel.LCFMut = nullptr; // a test may have set it to its own object
     panel.TargetV = 0.0;
     panel.TargetT = 0.0;
     panel.scaleX0 = panel.scaleY0 = panel.scaleX1 = panel.scaleY1 = 0.0;
 }
 
-/// The panel as its construction leaves it, in all texts and states, but for the
-/// message box, which is empty. Whether the form and the graph window are shown, and
-/// the sizes that a test fixed, stay.
+/// Resets a panel to its state after construction, in all texts and states. The message
+/// box is empty. Unchanged: whether the form and the graph window are shown, and sizes
+/// that a test fixed.
 inline void resetPanel(FourPs& panel)
 {
     const QList<QMap<QString, States>>& first = firstStates();
-    dropData(panel);
+    clearData(panel);
     resetResults(panel);
     resetFileRows(panel);
     const QList<QWidget*> windows = windowsOf(panel);
@@ -220,7 +222,7 @@ inline void resetPanel(FourPs& panel)
         const QSignalBlocker quiet(window->CBar);
         window->setZRange(0.0, 1.0);
     }
-    panel.setEdge(); // the spectra take it from the panel
+    panel.setEdge(); // copies the edge energy to the spectra
     clearMessages(panel);
 }
 

@@ -1,4 +1,5 @@
-// What the windows of a panel really show: copies of their backing stores.
+// The pictures that the windows of a panel currently show, copied from their backing
+// stores.
 #pragma once
 
 #include "display/DispMBase.h"
@@ -16,25 +17,26 @@
 namespace tests
 {
 
-/// A surface or a colour bar, and what its window shows at its place.
+/// A surface or a colour bar, and the part of its window's backing store that it covers.
 struct ShownPicture {
     QString name;
     const QWidget* widget;
     QImage image;
 };
 
-/// Lets everything arrive that was asked for, paints included.
+/// Processes all pending events, including paints.
 inline void arrive()
 {
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();
     if (QGuiApplication::platformName() != QLatin1String("offscreen")) {
-        QTest::qWait(40); // a display server asks for some of them later
+        QTest::qWait(40); // a display server sends some paint events later
     }
 }
 
-/// What is painted at the place of @p widget; nothing while it is hidden.
+/// The picture in the backing store at the position of @p widget; null while it is
+/// hidden.
 inline QImage shownImage(const QWidget* widget)
 {
     const QWidget* window = widget->window();
@@ -43,13 +45,13 @@ inline QImage shownImage(const QWidget* widget)
     }
     const auto* store = dynamic_cast<const QImage*>(window->backingStore()->paintDevice());
     if (!store) {
-        return {}; // nothing was painted yet
+        return {}; // not painted yet
     }
     return store->copy(QRect(widget->mapTo(window, QPoint()), widget->size()));
 }
 
-/// The surfaces and bars of the graph window and of both map windows by name,
-/// popped out or not, hidden or not.
+/// All surfaces and colour bars of the graph window and both map windows, by name; docked
+/// or popped out, visible or hidden. The images are empty.
 inline QList<ShownPicture> surfacesOf(const FourPs& panel)
 {
     QList<ShownPicture> surfaces;
@@ -63,7 +65,7 @@ inline QList<ShownPicture> surfacesOf(const FourPs& panel)
     return surfaces;
 }
 
-/// The same with what they show.
+/// All surfaces with the pictures that they currently show.
 inline QList<ShownPicture> shownPictures(const FourPs& panel)
 {
     QList<ShownPicture> pictures = surfacesOf(panel);
@@ -73,7 +75,7 @@ inline QList<ShownPicture> shownPictures(const FourPs& panel)
     return pictures;
 }
 
-/// The same after all of them were painted again.
+/// All surfaces with their pictures after a full repaint.
 inline QList<ShownPicture> repaintedPictures(const FourPs& panel)
 {
     const QList<ShownPicture> surfaces = surfacesOf(panel);
@@ -84,7 +86,8 @@ inline QList<ShownPicture> repaintedPictures(const FourPs& panel)
     return shownPictures(panel);
 }
 
-/// The names of those that differ between two lists of the same surfaces.
+/// The names of the surfaces whose pictures differ between two lists of the same
+/// surfaces.
 inline QStringList differences(const QList<ShownPicture>& some, const QList<ShownPicture>& others)
 {
     QStringList names;

@@ -1,4 +1,4 @@
-// A spectrum file made by hand.
+// Builds the text of a spectrum file.
 #pragma once
 
 #include <QByteArray>
@@ -6,10 +6,10 @@
 namespace tests
 {
 
-/// A plain spectrum without background from 8000 to 8850 eV: 0 below the edge,
-/// @p jump far above it, and the given values at four energies between. Its
-/// steepest rise is the step from 8320 to 8370, so it proposes 8345 eV as its
-/// edge.
+/// A spectrum in the plain format from 8000 to 8850 eV without background: 0 below the
+/// edge, @p jump far above it, and the given values at 8381, 8390 and 8404.5 eV (the
+/// first one also at 8370 eV). The steepest rise is from 8320 to 8370 eV, so the proposed
+/// edge is 8345 eV.
 inline QByteArray spectrumText(const QByteArray& at8381, const QByteArray& at8390,
                                const QByteArray& at8404, const QByteArray& jump)
 {

@@ -1,4 +1,4 @@
-// How often each plot of a graph window is painted.
+// Counts the paint events of each plot of a graph window.
 #pragma once
 
 #include "display/Displays.h"
@@ -11,7 +11,7 @@
 namespace tests
 {
 
-/// Counts the paint events of every surface, in the order of the plots.
+/// Counts the paint events of every surface; the counts are in the order of the plots.
 class SurfacePaints : public QObject
 {
 public:
@@ -25,14 +25,14 @@ public:
         restart();
     }
 
-    /// Lets what is still under way arrive, then counts from 0.
+    /// Processes pending paints, then restarts all counts at 0.
     void restart()
     {
         letPaintsArrive();
         m_counts.fill(0);
     }
 
-    /// The paints since restart(), what is still under way included.
+    /// The number of paints of each surface since restart(), including pending ones.
     QList<int> counts()
     {
         letPaintsArrive();
@@ -53,8 +53,8 @@ private:
     QList<int> m_counts;
 };
 
-/// What counts() says when the ten plots in the grid were painted @p times each
-/// and the one outside of it never.
+/// The expected counts() if the ten plots in the grid were painted @p times each and the
+/// plot outside the grid was not painted.
 inline QList<int> inTheGrid(int times)
 {
     return QList<int>(10, times) + QList<int>{0};

@@ -1,4 +1,4 @@
-// Files for tests, made on the spot.
+// Writes and reads small files for tests.
 #pragma once
 
 #include <QByteArray>
@@ -9,8 +9,8 @@
 namespace tests
 {
 
-/// Writes @p content to @p name inside @p dir and returns the path; an empty
-/// string when that failed.
+/// Writes @p content to the file @p name in @p dir and returns its path; an empty string
+/// on failure.
 inline QString writeFile(const QTemporaryDir& dir, const QString& name, const QByteArray& content)
 {
     const QString path = dir.filePath(name);
@@ -21,7 +21,7 @@ inline QString writeFile(const QTemporaryDir& dir, const QString& name, const QB
     return path;
 }
 
-/// The whole content of a file; empty when it cannot be read.
+/// The whole content of a file; empty if it cannot be read.
 inline QByteArray readFile(const QString& path)
 {
     QFile file(path);

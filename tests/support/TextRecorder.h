@@ -1,4 +1,4 @@
-// A paint device that remembers the texts drawn on it.
+// A paint device that records the texts drawn on it.
 #pragma once
 
 #include <QColor>
@@ -13,8 +13,8 @@
 namespace tests
 {
 
-/// A text as it came: its size in points, where its baseline begins on the
-/// device, how long that is there (pixels), and its colour.
+/// A drawn text: its size in points, the start of its baseline in device pixels, the
+/// length of the baseline in device pixels, and its colour.
 struct DrawnText {
     QString text;
     double points = 0.0;
@@ -23,7 +23,8 @@ struct DrawnText {
     QColor color;
 };
 
-/// Takes everything and keeps the texts; 1000 by 800 pixels, 96 to the inch.
+/// Accepts all drawing and records only texts. The device has 1000 by 800 pixels at 96
+/// dpi.
 class TextRecorder : public QPaintDevice
 {
 public:

@@ -1,4 +1,4 @@
-// Tests of permissions: root may read and write all, so they run as nobody.
+// Drops root's rights for tests of file permissions.
 #pragma once
 
 #include <unistd.h>
@@ -6,9 +6,9 @@
 namespace tests
 {
 
-/// While it lives, the process has no more rights than user 65534, when it had
-/// those of root; any other user keeps what he has. The real user changes too,
-/// since access(2) asks for that one; the groups stay.
+/// During its lifetime a process of root has the rights of user 65534 (nobody); for any
+/// other user nothing changes. It also changes the real user id, because access(2) checks
+/// that one. The groups do not change.
 class Unprivileged
 {
 public:
@@ -28,7 +28,7 @@ public:
     Unprivileged(const Unprivileged&) = delete;
     Unprivileged& operator=(const Unprivileged&) = delete;
 
-    /// Whether permissions mean anything now.
+    /// Whether file permissions apply to this process now.
     bool holds() const { return ::geteuid() != 0; }
 
 private:

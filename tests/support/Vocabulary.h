@@ -1,6 +1,5 @@
-// The words of the program: the source texts of the table of translations, by
-// the class that asks for them. Typed by hand, from the design of the forms and
-// of the messages.
+// The source texts of the translation table, sorted by the class that requests them.
+// Typed by hand from the design of the forms and messages, so independent of the table.
 #pragma once
 
 #include <QMap>
@@ -12,7 +11,7 @@
 namespace tests
 {
 
-/// A text as it is asked for: the class's name and the English source.
+/// A requested text: the class name and the English source.
 using Asked = QPair<QString, QString>;
 
 inline const QStringList panelWords{
@@ -136,7 +135,7 @@ inline const QStringList panelWords{
     "mut0",
 };
 
-/// The source texts of each of the twelve contexts.
+/// The source texts of the twelve contexts.
 inline const QMap<QString, QStringList> vocabulary{
     {"FourPs", panelWords},
     {"Displays",
@@ -156,8 +155,8 @@ inline const QMap<QString, QStringList> vocabulary{
     {"cBar", {"Frame"}},
 };
 
-/// What the program asks for and the table does not have: it shows its source
-/// in both languages.
+/// Texts that the program requests but the table lacks; they are in English in both
+/// languages.
 inline const QSet<Asked> askedInVain{
     {"Displays", "LCF vs MPS"},
     {"FourPs", "MPs"},
@@ -165,14 +164,14 @@ inline const QSet<Asked> askedInVain{
     {"FourPs", "with Grid"},
 };
 
-/// What the table has and nobody asks for.
+/// Texts that are in the table but never requested.
 inline const QSet<Asked> neverAsked{
     {"FourPs", "Rattio 1"},       {"FourPs", "4ps"},
     {"FourPs", "4 points."},      {"Displays", "LCF vs 4PS"},
     {"AXafsFileSelect", "Frame"},
 };
 
-/// Everything that the table has.
+/// All texts in the table.
 inline QSet<Asked> allWords()
 {
     QSet<Asked> words;
@@ -184,13 +183,14 @@ inline QSet<Asked> allWords()
     return words;
 }
 
-/// Everything that the program asks for.
+/// All texts that the program requests.
 inline QSet<Asked> allAsked()
 {
     return (allWords() - neverAsked) + askedInVain;
 }
 
-/// For a failed comparison: what is in @p some and not in @p others, in order.
+/// The texts in @p some that are not in @p others, sorted; for the message of a failed
+/// comparison.
 inline QStringList surplus(const QSet<Asked>& some, const QSet<Asked>& others)
 {
     QStringList texts;

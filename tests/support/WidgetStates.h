@@ -1,4 +1,4 @@
-// The texts and states of all widgets below one, and the way back to them.
+// Saves and restores the texts and states of all widgets below a widget.
 #pragma once
 
 #include <QAbstractButton>
@@ -21,9 +21,9 @@ namespace tests
 
 using States = QMap<QString, QVariant>;
 
-/// Calls @p visit for every widget of the program below @p top with a name that the
-/// same widget has in another window of its kind. What the toolkit makes for itself
-/// inside dialogs, lists and fields is left out.
+/// Calls @p visit for @p top and every widget below it, with a path that is the same in
+/// another window of the same kind. Dialogs and the inner widgets of lists, scroll areas
+/// and line edits are skipped.
 inline void visitWidgets(QWidget* top, const QString& name,
                          const std::function<void(QWidget*, const QString&)>& visit)
 {
@@ -45,7 +45,7 @@ inline void visitWidgets(QWidget* top, const QString& name,
     }
 }
 
-/// What a user sees of a widget or can change in it, but for its place and size.
+/// All that a user can see or change in a widget, except its position and size.
 inline States statesOf(QWidget* widget)
 {
     States states{{"enabled", widget->isEnabledTo(widget->parentWidget())},
@@ -78,7 +78,7 @@ inline States statesOf(QWidget* widget)
     return states;
 }
 
-/// Gives a widget the states that statesOf() told.
+/// Sets the states that statesOf() returned.
 inline void setStates(QWidget* widget, const States& states)
 {
     if (states.contains("hidden") && states["hidden"].toBool() != widget->isHidden()) {
@@ -111,7 +111,8 @@ inline void setStates(QWidget* widget, const States& states)
     }
 }
 
-/// Unchecks all buttons of a group that a test has made inclusive.
+/// Unchecks all buttons of a group that a test has made non-exclusive, and makes it
+/// exclusive again.
 inline void makeExclusive(QButtonGroup* group)
 {
     const QSignalBlocker quiet(group);
@@ -122,7 +123,7 @@ inline void makeExclusive(QButtonGroup* group)
     group->setExclusive(true);
 }
 
-/// The states of all widgets below @p top, by their names.
+/// The states of all widgets below @p top, by path.
 inline QMap<QString, States> statesBelow(QWidget* top)
 {
     QMap<QString, States> all;
@@ -132,7 +133,8 @@ inline QMap<QString, States> statesBelow(QWidget* top)
     return all;
 }
 
-/// Gives the widgets below @p top the states of @p all; no button or list says so.
+/// Sets the states @p all of the widgets below @p top. The signals of buttons, groups and
+/// lists are blocked.
 inline void setStatesBelow(QWidget* top, const QMap<QString, States>& all)
 {
     std::vector<QSignalBlocker> quiet;

@@ -11,19 +11,19 @@ std::int64_t PhotonCounter::count(double mean)
     return std::max<std::int64_t>(std::llround(mean + std::sqrt(mean) * normal()), 1);
 }
 
-/// In [-1, 1), from the upper 53 bits of one draw.
+/// A uniform number in [-1, 1), from the upper 53 bits of one random number.
 double PhotonCounter::uniform()
 {
     return std::ldexp(static_cast<double>(engine() >> 11U), -52) - 1.0;
 }
 
-/// Standard normal number by Marsaglia's polar method (SIAM Review 6, 260,
-/// 1964), which makes two at a time.
+/// A standard normal number by Marsaglia's polar method (Marsaglia and Bray, SIAM Review
+/// 6, 260, 1964). The method gives two numbers at a time; the second one is stored.
 double PhotonCounter::normal()
 {
-    if (hasSpare) {
-        hasSpare = false;
-        return spare;
+    if (hasStored) {
+        hasStored = false;
+        return stored;
     }
     double u = 0.0;
     double v = 0.0;
@@ -34,8 +34,8 @@ double PhotonCounter::normal()
         square = u * u + v * v;
     } while (square >= 1.0 || square == 0.0);
     const double factor = std::sqrt(-2.0 * std::log(square) / square);
-    spare = v * factor;
-    hasSpare = true;
+    stored = v * factor;
+    hasStored = true;
     return u * factor;
 }
 

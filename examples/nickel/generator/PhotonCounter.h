@@ -1,4 +1,4 @@
-// Counting noise that is the same with every compiler and library.
+// Counting noise that is reproducible with every compiler and library.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,8 @@
 namespace nickel
 {
 
-/// Draws photon counts from a seed. The engine is fixed by the standard, its
-/// distributions are not, so the normal numbers are made here.
+/// Draws photon counts from a seed. The C++ standard specifies the engine but not the
+/// algorithms of the distributions, so the normal numbers are generated here.
 class PhotonCounter
 {
 public:
@@ -17,9 +17,9 @@ public:
     {
     }
 
-    /// A Poisson count of mean @p mean by its normal approximation, never below
-    /// 1. The sample's means are above 10^4, where the two laws differ by less
-    /// than a hundredth of their width.
+    /// A Poisson number of mean @p mean by the normal approximation; at least 1. The
+    /// sample's means are above 10^4, where the two distributions differ by less than a
+    /// hundredth of their width.
     std::int64_t count(double mean);
 
 private:
@@ -27,8 +27,8 @@ private:
     double normal();
 
     std::mt19937_64 engine;
-    double spare = 0.0;
-    bool hasSpare = false;
+    double stored = 0.0;
+    bool hasStored = false;
 };
 
 } // namespace nickel

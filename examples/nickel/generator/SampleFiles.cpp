@@ -14,9 +14,9 @@ namespace nickel
 namespace
 {
 
-constexpr double crystalSpacing = 3.1355316; // Si(111), angstrom
+constexpr double crystalSpacing = 3.1355316; // lattice plane spacing of Si(111), angstrom
 constexpr double hcEvAngstrom = 12398.424360387684;
-constexpr double degreesPerRadian = 180.0 / 3.1415926535; // as short as the readers' pi
+constexpr double degreesPerRadian = 180.0 / 3.1415926535; // pi as in aelk's readers
 
 struct Counts {
     std::int64_t incident;
@@ -40,7 +40,7 @@ std::string line(const char* format, Values... values)
     const int length = std::snprintf(nullptr, 0, format, values...);
     std::string text(static_cast<std::size_t>(length) + 1, '\0');
     std::snprintf(text.data(), text.size(), format, values...);
-    text.pop_back(); // the terminating zero
+    text.pop_back(); // the terminating null character
     return text;
 }
 
@@ -85,7 +85,7 @@ std::string beamlineSpectrum(const char* title, const Scan& points)
     return text;
 }
 
-using CountMap = std::vector<Counts>; // row-major, x fastest
+using CountMap = std::vector<Counts>; // row-major
 
 CountMap countMap(PhotonCounter& counter, const Image& image, double energyEv)
 {
@@ -126,7 +126,8 @@ void appendLittleEndian(std::string& bytes, double value)
     }
 }
 
-/// mut to six decimals, so that the last bit of a logarithm decides nothing.
+/// Absorbances rounded to six decimals, so that the file does not depend on the last bit
+/// of a logarithm.
 std::vector<double> mutValues(const CountMap& pixels)
 {
     std::vector<double> values;
@@ -195,7 +196,8 @@ std::vector<SampleFile> sampleFiles(std::uint64_t seed)
             files.push_back({"map_8345ev.2dp", binaryMap(energyEv, pixels)});
         }
     }
-    // What came later draws later, so that the earlier files keep their noise.
+    // Files that were added later are generated last, so the noise of the earlier files
+    // does not change.
     files.push_back(targetFile(counter, targetOfFour()));
     for (const double energyEv : imageOfFour().energiesEv) {
         const CountMap pixels = countMap(counter, imageOfFour(), energyEv);

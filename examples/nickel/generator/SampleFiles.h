@@ -1,4 +1,4 @@
-// The files of the nickel sample as bytes.
+// The contents of the nickel sample's files.
 #pragma once
 
 #include <cstdint>
@@ -13,9 +13,8 @@ struct SampleFile {
     std::string content;
 };
 
-/// All files of the sample, with noise drawn from @p seed: references and
-/// targets, the text maps of both images, and one map once more in the binary
-/// form.
+/// All files of the sample, with noise from @p seed: references and targets, the text
+/// maps of both images, and one of the maps also in the binary format.
 std::vector<SampleFile> sampleFiles(std::uint64_t seed);
 
 } // namespace nickel

@@ -1,8 +1,8 @@
-// aelk on the nickel sample: aelk_sample FOLDER [-e | -j]
+// Runs aelk on the nickel sample: aelk_sample FOLDER [-e | -j]
 //
-// With a display all windows open and stay; without one their pictures go into
-// out/. Either way it writes the result maps there and says how near they come to
-// the truth; the exit status is 0 when all of them are within their bounds.
+// With a display it opens all windows and waits; without one it saves their pictures to
+// out/. In both cases it writes the result maps to out/ and prints how close they are to
+// the truth. The exit status is 0 if all results are within their bounds.
 #include "CombinationErrors.h"
 #include "MapErrors.h"
 #include "SampleRun.h"
@@ -35,13 +35,14 @@ bool hasDisplay()
 bool report(const SampleOutcome& outcome)
 {
     outcome.print();
-    // What the readers remark goes past the buffer, into the other stream.
+    // The readers' warnings go to the unbuffered stderr: flush to keep the order of the
+    // output.
     std::fflush(stdout);
     return outcome.isGood();
 }
 
-/// All methods: the one that the program starts with, the fit beside it, and
-/// the four-points family. Ends where it began.
+/// Runs all methods: the non-equivalent method, the linear combination fits and the
+/// four-points family. Then restores the initial state of the run.
 bool runAllMethods(SampleRun& run)
 {
     const auto& shares = nickel::shareForms();
@@ -76,7 +77,7 @@ int main(int argc, char** argv)
     }
     const QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
-    if (arguments.size() < 2) { // further ones are ignored, as by aelk
+    if (arguments.size() < 2) { // further arguments are ignored, as in aelk
         std::fputs("usage: aelk_sample FOLDER [-e | -j]\n", stderr);
         return EXIT_FAILURE;
     }

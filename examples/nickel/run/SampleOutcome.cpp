@@ -11,7 +11,7 @@ namespace
 
 constexpr double meanSigmas = 4.0;
 
-/// To the digits that are printed, without the sign of a zero.
+/// Rounds to the printed digits and changes -0 to 0.
 double rounded(double value)
 {
     return std::round(value * 1e4) / 1e4 + 0.0;

@@ -25,17 +25,17 @@
 namespace
 {
 
-// What the noise of the spectra themselves adds to a result of the four-points
-// family; examples/nickel/README.md derives them.
+// Standard deviations that the noise of the spectra adds to results of the four-points
+// family; derived in examples/nickel/README.md.
 constexpr double referenceSigmaFraction = 0.00075;
-constexpr double referenceSigmaThickness = 0.0003; // of the thickness
+constexpr double referenceSigmaThickness = 0.0003; // relative to the thickness
 constexpr double targetSigmaFraction = 0.0011;
 
 constexpr double targetSigmas = 4.0;
-constexpr double fitDigit = 0.0005; // half of the last digit in the line of the fit
+constexpr double fitDigit = 0.0005; // half of the last digit in the fit's result line
 
-/// Makes an empty file where there is none: the panel updates a histogram file
-/// only when it is already there.
+/// Creates the file if it does not exist: the panel only overwrites existing histogram
+/// files.
 void touch(const QString& path)
 {
     QFile file(path);
@@ -86,9 +86,9 @@ SampleRun::SampleRun(FourPs& fourPs, const QDir& sampleFolder, const QDir& outpu
 void SampleRun::load()
 {
     loadReferences();
-    // Each reference has proposed an edge of its own, so the common one comes
-    // after them; and the target after that, since a change of edge leaves the
-    // target's column as it was.
+    // Each loaded reference proposes an edge, so the common edge is set afterwards. The
+    // target is loaded last, because a change of the edge does not update the target's
+    // column.
     typeInto(panel.ui.EdgeE, QString::number(nickel::edgeEv));
     loadFiles(nickel::imageOfTwo(), nickel::targetOfTwo());
 }
@@ -118,7 +118,7 @@ void SampleRun::loadFiles(const nickel::Image& image, const nickel::Target& targ
     }
     panel.MultiFiles->newFiles(maps);
     useRows(rowsOf(image));
-    // Well above the edge the amount shows in the measured map.
+    // Show the last map: well above the edge the absorbance shows the amount.
     turn(panel.EPoints.at(maps.size() - 1)->ShowMapB, true);
 }
 
@@ -159,7 +159,7 @@ void SampleRun::recordShares(std::size_t count)
     }
 }
 
-/// A calculation that is refused must not show the results of the one before.
+/// Clears the results, so that a refused calculation cannot show the previous ones.
 void SampleRun::clearResults()
 {
     for (const ARefFile* row : std::as_const(panel.Refs.RefRows)) {
@@ -241,7 +241,7 @@ SampleOutcome SampleRun::calculate(const nickel::MapForm& form)
     useReferences(2);
     chooseSolver(form);
     std::vector<std::size_t> rows = form.rows;
-    rows.push_back(nickel::vPoint); // marked as such from the start
+    rows.push_back(nickel::vPoint); // the default V row
     useRows(rows);
     calculateTarget();
 
@@ -266,7 +266,7 @@ void SampleRun::restart()
     useReferences(2);
     useRows(rowsOf(nickel::imageOfTwo()));
     recordShares(0);
-    panel.clearLCFvs4PS(nullptr); // the points of other targets
+    panel.clearLCFvs4PS(nullptr); // removes the points of other targets
     panel.calcBoth();
 }
 
@@ -277,7 +277,7 @@ QList<QWidget*> SampleRun::windows() const
 
 void SampleRun::chooseSolver(const nickel::MapForm& form)
 {
-    // The frame of these two is disabled for good, so a hand could not do this.
+    // The frame of these two buttons is always disabled, so a user cannot click them.
     const bool exact = form.fitsSlope && form.rows.size() == 3;
     (exact ? panel.ui.TypeTMKisExact : panel.ui.TypeTMKisLS)->setChecked(true);
 }
@@ -285,11 +285,11 @@ void SampleRun::chooseSolver(const nickel::MapForm& form)
 bool SampleRun::write(const QString& path)
 {
     const QFileInfo info(path);
-    QFile::remove(path); // so that a file of an earlier run cannot pass for this one
+    QFile::remove(path); // a file of an earlier run must not count
     for (const char* histogram : {"_HGAlpha.", "_HGThick."}) {
         touch(output.filePath(info.completeBaseName() + QLatin1String(histogram) + info.suffix()));
     }
-    panel.BaseData.rows.clear(); // so that a refused calculation leaves nothing to write
+    panel.BaseData.rows.clear(); // a refused calculation then has nothing to write
     panel.ui.SaveFSelect->newFile(path);
     panel.ui.WriteB->click();
     return QFileInfo(path).size() > 0;
@@ -338,12 +338,12 @@ QList<MapCheck> SampleRun::checkMap(const nickel::ShareForm& form) const
                 fit.expected(image.fractionsAt(x, y), image.amountAt(x, y));
             const auto errors = nickel::pixelErrors(form, fit, x, y);
             for (std::size_t k = 0; k < quantities; ++k) {
-                // Shares come first in the panel's list, valence and total last.
+                // The panel's list has the shares first, and valence and total last.
                 const qsizetype place =
                     k < form.references
                         ? static_cast<qsizetype>(k)
                         : pixel.values.size() - static_cast<qsizetype>(quantities - k);
-                // The amount as a part of the true one.
+                // The errors of the amount are relative to the expected amount.
                 const double unit = k + 1 == quantities ? expected[k] : 1.0;
                 statistics[k].add((pixel.values.value(place, std::nan("")) - expected[k]) / unit,
                                   errors[k].sigma / unit, errors[k].bias / unit);
@@ -369,8 +369,8 @@ QList<MapCheck> SampleRun::checkMap(const nickel::MapForm& form) const
         for (int x = 0; x < nickel::mapWidth; ++x) {
             const A2DRow& pixel = panel.BaseData.rows.at(y * nickel::mapWidth + x);
             const nickel::ExpectedErrors expected = nickel::expectedErrors(form, x, y);
-            // Between valences 2 and 3 an error of the fraction is one of the
-            // valence.
+            // The valences of the references differ by 1, so the valence and the fraction
+            // have the same error, but for the sign.
             valence.add(pixel.intensity - nickel::fractionAt(x, y), expected.fraction.sigma,
                         expected.fraction.bias);
             const double jump = nickel::amountAt(x, y);

@@ -1,4 +1,4 @@
-// Works aelk's panel on the nickel sample, as a user's hand would.
+// Drives aelk's panel through the nickel sample, as a user would.
 #pragma once
 
 #include "SampleOutcome.h"
@@ -23,39 +23,37 @@ struct ShareForm;
 struct Target;
 } // namespace nickel
 
-/// Loads the sample through the rows' own slots, calculates, writes result maps
-/// and compares them with what the sample is made of.
+/// Loads the sample through the slots of the file rows, calculates, writes result maps
+/// and compares them with the truth.
 class SampleRun
 {
 public:
-    /// @param panel  a freshly built panel
-    /// @param sample folder of the sample's files
-    /// @param output existing folder for the result maps
+    /// @param panel   a newly constructed panel
+    /// @param sample  folder of the sample's files
+    /// @param output  existing folder for the result maps
     SampleRun(FourPs& panel, const QDir& sample, const QDir& output);
 
-    /// Names the references, the first target and the first maps to the rows,
-    /// and sets valences and edge. A file that is not there leaves its row
-    /// empty; the checks then fail.
+    /// Loads the references, the first target and the first maps, and sets valences and
+    /// edge. A missing file leaves its row empty; the checks then fail.
     void load();
 
-    /// Calculates target and maps by the non-equivalent method, with the
-    /// references, files and background of @p form, writes the result map and
-    /// both histograms, and compares.
+    /// Calculates the target and the maps by the non-equivalent method with the
+    /// references, files and background of @p form, writes the result map and both
+    /// histograms, and compares the results.
     SampleOutcome calculate(const nickel::ShareForm& form);
 
-    /// Fits the target of @p form and compares.
+    /// Fits the target of @p form and compares the results.
     SampleOutcome calculate(const nickel::CombinationForm& form);
 
-    /// The same by a form of the four-points family; the first two references
-    /// and the first files have to be in use.
+    /// Calculates with a form of the four-points family and compares the results. The
+    /// first two references and the first files must be in use.
     SampleOutcome calculate(const nickel::MapForm& form);
 
-    /// Back to the first files, two references and the method that the program
-    /// starts with.
+    /// Restores the first files, two references and the program's default method.
     void restart();
 
-    /// The program's windows: the main one, the graphs, the result map and the
-    /// map measured at the highest energy.
+    /// The program's windows: the main window, the graphs, the result map and the
+    /// measured map at the highest energy.
     QList<QWidget*> windows() const;
 
 private:
@@ -78,5 +76,5 @@ private:
     FourPs& panel;
     QDir sample;
     QDir output;
-    const nickel::Image* loaded = nullptr; ///< the image in the rows
+    const nickel::Image* loaded = nullptr; ///< the image whose maps are in the rows
 };

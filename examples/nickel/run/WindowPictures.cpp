@@ -8,7 +8,7 @@ bool savePicture(QWidget* window, const QSize& size, const QString& path)
 {
     window->show();
     window->resize(size);
-    // A moved or resized drawing settles in the events after it.
+    // Moving or resizing a window causes further events: process them all.
     for (int i = 0; i < 3; ++i) {
         QCoreApplication::processEvents();
     }

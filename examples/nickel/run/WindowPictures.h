@@ -1,4 +1,4 @@
-// Pictures of the program's windows.
+// Saves pictures of the program's windows.
 #pragma once
 
 #include <QDir>
@@ -8,10 +8,10 @@
 
 class QWidget;
 
-/// Shows a window at a size and saves the picture of it, as a user would see it.
-/// @return false when the file could not be written
+/// Shows a window at the given size and saves its picture.
+/// @return false if the file cannot be written
 bool savePicture(QWidget* window, const QSize& size, const QString& path);
 
-/// Saves every window at its own size as "<object name>.png" in @p folder.
-/// @return false when one of them could not be written
+/// Saves every window at its size as "<object name>.png" in @p folder.
+/// @return false if any of the files cannot be written
 bool savePictures(const QList<QWidget*>& windows, const QDir& folder);

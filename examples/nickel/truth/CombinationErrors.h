@@ -1,5 +1,5 @@
-// What the linear combination fit has to give for the sample's targets, and how
-// far counting noise lets it be off.
+// The expected results of the linear combination fit for the sample's targets, and their
+// errors from counting noise.
 #pragma once
 
 #include "NickelTruth.h"
@@ -13,32 +13,32 @@ namespace nickel
 /// One fit of a target.
 struct CombinationForm {
     const char* name;
-    std::size_t references; ///< the first so many compounds
+    std::size_t references; ///< number of compounds, from the first
     const Target& target;
-    double lowestEv;  ///< ends of the range,
-    double highestEv; ///< points of the scan
+    double lowestEv;  ///< lower end of the range, a scan point
+    double highestEv; ///< upper end of the range, a scan point
 };
 
-/// Two references and all four.
+/// The fits of the sample: with two references and with all four.
 const std::vector<CombinationForm>& combinationForms();
 
-/// Results in this order: the fraction of each reference, valence, constant.
-/// The valence is that of the coefficients before they are divided by their
-/// sum, as aelk has it.
+/// The results of a fit in this order: the fraction of each reference, the valence, the
+/// constant. As in aelk, the valence uses the coefficients before they are divided by
+/// their sum.
 ///
-/// @param spectra  the form's references, and the target as the last of them
+/// @param spectra  the form's references, then the target
 std::vector<double> combination(const CombinationForm& form,
                                 const std::vector<SpectrumLines>& spectra);
 
-/// What the fit makes of the spectra without noise.
+/// The result of the fit without noise.
 ///
-/// Normalised by its two lines a mixture is sum_j f_j s_j over sum_j f_j d_j,
-/// and a reference s_j / d_j, with d_j(E) the distance of the lines of s_j. Were
-/// all d_j alike, the coefficients would be the fractions f_j. Those of Ni(II)
-/// and Ni(III) are; with all four the fit settles near f_j d_j / sum_k f_k d_k.
+/// The normalised mixture is sum_j f_j s_j / sum_j f_j d_j and a normalised reference is
+/// s_j / d_j, where d_j(E) is the difference of the two lines of s_j. If all d_j are
+/// equal, as for Ni(II) and Ni(III), the coefficients are the fractions f_j. With all
+/// four compounds the fit gives values near f_j d_j / sum_k f_k d_k.
 std::vector<double> expectedCombination(const CombinationForm& form);
 
-/// Standard deviations of the results, from the noise of all spectra.
+/// The standard deviations of the results from the noise of all spectra.
 std::vector<double> combinationErrors(const CombinationForm& form);
 
 } // namespace nickel

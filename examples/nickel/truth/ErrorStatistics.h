@@ -1,26 +1,26 @@
-// How errors of many pixels compare with what noise makes expect.
+// Compares the errors of many pixels with the errors expected from noise.
 #pragma once
 
 namespace nickel
 {
 
-/// Collects errors together with their expected standard deviation and bias.
+/// Collects errors with their expected standard deviation and bias.
 class ErrorStatistics
 {
 public:
-    /// @param error  result less truth
+    /// @param error  result minus truth
     /// @param sigma  its expected standard deviation, above 0
-    /// @param bias   the mean error to be expected
+    /// @param bias   its expected mean
     void add(double error, double sigma, double bias);
 
-    /// Root of the mean square of (error - bias) / sigma: 1 when noise alone is
-    /// at work. NaN when any error is.
+    /// Root mean square of (error - bias) / sigma. It is about 1 if noise is the only
+    /// cause of errors. NaN if any error is NaN.
     double rms() const;
 
-    /// Largest |error - bias| / sigma; infinite when any error is NaN.
+    /// Largest |error - bias| / sigma; infinite if any error is NaN.
     double worst() const { return largest; }
 
-    /// Mean of error - bias, and its expected standard deviation.
+    /// Mean of error - bias, and the expected standard deviation of this mean.
     double meanError() const;
     double meanSigma() const;
 

@@ -16,8 +16,9 @@ double product(const std::vector<double>& a, const std::vector<double>& b)
 
 } // namespace
 
-// Gram and Schmidt, each column twice: once leaves too much of the others in
-// columns that are nearly parallel, as the powers of a wavelength are.
+// Gram-Schmidt orthogonalisation with two passes per column. Powers of a wavelength are
+// nearly parallel, and after a single pass they would not be orthogonal to working
+// precision.
 LeastSquares::LeastSquares(std::vector<std::vector<double>> columns)
 {
     for (std::vector<double>& column : columns) {

@@ -1,4 +1,4 @@
-// Least squares by orthogonal columns; aelk itself goes by normal equations.
+// Least squares by QR decomposition (aelk itself uses normal equations).
 #pragma once
 
 #include <vector>
@@ -10,14 +10,14 @@ namespace nickel
 class LeastSquares
 {
 public:
-    /// @param columns  linearly independent, of equal length
+    /// @param columns  linearly independent columns of equal length
     explicit LeastSquares(std::vector<std::vector<double>> columns);
 
-    /// The coefficients of the columns for @p values, as long as a column.
+    /// The coefficients of the columns for @p values, which must be as long as a column.
     std::vector<double> coefficients(const std::vector<double>& values) const;
 
 private:
-    std::vector<std::vector<double>> unit;     ///< the columns made orthonormal
+    std::vector<std::vector<double>> unit;     ///< orthonormal columns
     std::vector<std::vector<double>> triangle; ///< column k = sum over i of triangle[k][i] unit[i]
 };
 

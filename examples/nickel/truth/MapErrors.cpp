@@ -14,7 +14,7 @@ double commonShape(std::size_t row)
     return shape(compounds()[niII], mapEnergiesEv.at(row));
 }
 
-/// s = c0 + c1 E + c2 mut, turned round.
+/// The line s = c0 + c1 E + c2 mut, solved for mut.
 struct PixelLine {
     double jump;
     double backgroundAtV;
@@ -65,8 +65,8 @@ PixelLine leastSquares(const MapForm& form, const MutValues& mut)
 
 const std::vector<MapForm>& mapForms()
 {
-    // The three-point thickness is relative to the first reference alone, that
-    // of the other forms to the mean of both.
+    // The thickness of the three-points form is relative to the first reference; the
+    // thickness of the other forms is relative to the mean of both.
     static const double first = compounds()[niII].jump;
     static const double mean = 0.5 * (compounds()[niII].jump + compounds()[niIII].jump);
     static const std::vector<MapForm> forms = {

@@ -1,4 +1,5 @@
-// How far counting noise lets a result of the sample's maps be off.
+// The expected errors of the sample's maps by the four-points family, from counting
+// noise.
 #pragma once
 
 #include "NickelTruth.h"
@@ -9,31 +10,30 @@
 namespace nickel
 {
 
-/// One of the forms of the four-points family, as the sample uses it.
+/// A form of the four-points family with the rows that the sample uses.
 struct MapForm {
     const char* name;
-    const char* fileName;          ///< of the result map
-    std::vector<std::size_t> rows; ///< rows in use beside the V row
-    bool fitsSlope;                ///< the form knows a background slope
-    double thicknessUnit;          ///< edge jump that reads as thickness 1
+    const char* fileName;          ///< name of the result map
+    std::vector<std::size_t> rows; ///< rows in use other than the V row
+    bool fitsSlope;                ///< whether the form fits a background slope
+    double thicknessUnit;          ///< edge jump that gives thickness 1
 };
 
-/// Three points, exact four points, least square.
+/// Three points, exact four points and least squares.
 const std::vector<MapForm>& mapForms();
 
-/// A result of one pixel: fraction of Ni(II), and edge jump.
+/// The result of one pixel: fraction of Ni(II) and edge jump.
 struct MixtureEstimate {
     double fraction = 0.0;
     double jump = 0.0;
 };
 
-/// The mixture that the values of a pixel stand for, with noise-free
-/// references.
+/// The mixture that gives the values of a pixel, with noise-free references.
 ///
-/// Above and below the edge a pixel absorbs mut = jump * s(E) + mu0 + k E, with
-/// s the shape that both references share there. The line of s over (E, mut) is
-/// fitted by least squares, or taken through two points without k; the V point
-/// then shares the rest between the two references.
+/// Above and below the edge a pixel absorbs mut = jump * s(E) + mu0 + k E, where s is the
+/// shape that both references have there. This line of s over (E, mut) is fitted by least
+/// squares, or goes through two points without k. The V point then determines the
+/// fractions of the two references.
 ///
 /// @param mut  one value for each of mapEnergiesEv
 MixtureEstimate estimateMixture(const MapForm& form,
@@ -44,8 +44,7 @@ struct ExpectedErrors {
     ExpectedError jump;
 };
 
-/// Standard deviation and bias of the pixel's results, from the noise of its
-/// own values.
+/// The standard deviations and biases of a pixel's results from the noise of its values.
 ExpectedErrors expectedErrors(const MapForm& form, int x, int y);
 
 } // namespace nickel

@@ -12,12 +12,12 @@ constexpr double hcEvAngstrom = 12398.424360387684;
 constexpr double stepWidthEv = 3.0;
 constexpr double whiteLineShiftEv = 6.0;
 constexpr double whiteLineWidthEv = 4.0;
-constexpr double wiggleOnsetEv = 8333.0;
-constexpr double wiggleDecayEv = 180.0;
+constexpr double exafsOnsetEv = 8333.0;
+constexpr double exafsDecayEv = 180.0;
 constexpr double wavenumberSquaredPerEv = 0.2624682; // 2 m_e / hbar^2, 1/(angstrom^2 eV)
 
-// Ni(II) and Ni(III) differ in nothing but edge, jump and background: their
-// shapes agree wherever both steps are over.
+// Ni(II) and Ni(III) differ only in edge, jump and background, so their shapes are equal
+// at energies away from both steps.
 constexpr std::array<Compound, 4> compoundTable = {{
     {"Ni(II)", "ref_ni2.dat", 2.0, 8343.6, 1.0, 0.60, 2.05, 0.10, 0.05, 0.36, -0.14},
     {"Ni(III)", "ref_ni3.dat", 3.0, 8345.4, 1.1, 0.60, 2.05, 0.10, 0.03, 0.30, -0.10},
@@ -34,15 +34,15 @@ constexpr std::array<const char*, 7> letters = {
     "#..##..#.", //
     "#...#.###",
 };
-constexpr int letterScale = 6; // pixels of the map for one mark of a letter
+constexpr int letterScale = 6; // map pixels per mark of a letter
 constexpr int letterLeft = 5;
 constexpr int letterTop = 3;
 
-double wiggle(const Compound& compound, double energyEv)
+double exafs(const Compound& compound, double energyEv)
 {
-    const double aboveEv = std::max(energyEv - wiggleOnsetEv, 0.0);
+    const double aboveEv = std::max(energyEv - exafsOnsetEv, 0.0);
     const double wavenumber = std::sqrt(wavenumberSquaredPerEv * aboveEv);
-    return compound.wiggle * std::exp(-aboveEv / wiggleDecayEv) *
+    return compound.exafsAmplitude * std::exp(-aboveEv / exafsDecayEv) *
            std::sin(2.0 * wavenumber * compound.shellDistance + 0.6);
 }
 
@@ -90,7 +90,7 @@ double shape(const Compound& compound, double energyEv)
 {
     const double step = 0.5 * (1.0 + std::erf((energyEv - compound.edgeEv) / stepWidthEv));
     const double fromPeak = (energyEv - compound.edgeEv - whiteLineShiftEv) / whiteLineWidthEv;
-    return step * (1.0 + wiggle(compound, energyEv)) +
+    return step * (1.0 + exafs(compound, energyEv)) +
            compound.whiteLine * std::exp(-0.5 * fromPeak * fromPeak);
 }
 
@@ -159,7 +159,7 @@ double amountAt(int x, int y)
 {
     constexpr double thin = 0.6;
     constexpr double thick = 1.4;
-    const int fromTop = mapHeight - 1 - y; // the last line of a map is shown on top
+    const int fromTop = mapHeight - 1 - y; // the last line of a map is displayed at the top
     if (x < letterLeft || fromTop < letterTop) {
         return thin;
     }

@@ -1,4 +1,4 @@
-// How the noise of measured values goes into what is calculated from them.
+// Error propagation: from the noise of measured values to the errors of a result.
 #pragma once
 
 #include <functional>
@@ -7,25 +7,25 @@
 namespace nickel
 {
 
-/// Error of a result to be expected from counting noise.
+/// The expected error of a result from counting noise.
 struct ExpectedError {
     double sigma = 0.0; ///< standard deviation
-    double bias = 0.0;  ///< shift of the mean, from the calculation's curvature
+    double bias = 0.0;  ///< shift of the mean, from the curvature of the calculation
 };
 
 using Calculation = std::function<std::vector<double>(const std::vector<double>& inputs)>;
 
-/// The error of each of the calculation's results.
+/// The expected error of each result of a calculation.
 ///
-/// Each input is moved up and down by its standard deviation, the others left
-/// as they are: half the difference of the two results is its share of the
-/// error (added in squares), half their second difference its share of the
-/// bias.
+/// Each input is changed up and down by its standard deviation while the other inputs
+/// keep their values. Half the difference of the two results is the input's contribution
+/// to sigma; contributions add in quadrature. Half the second difference is its
+/// contribution to the bias; these add up.
 std::vector<ExpectedError> propagate(const Calculation& calculation, std::vector<double> inputs,
                                      const std::vector<double>& sigmas);
 
-/// Standard deviation of a mu*t of @p mut, measured with @p photons incident
-/// ones: ln(I0 / I) has the variance 1/I0 + 1/I.
+/// The standard deviation of an absorbance @p mut that was measured with @p photons
+/// incident photons: the variance of ln(I0 / I) is 1/I0 + 1/I.
 double countingSigma(double mut, double photons);
 
 } // namespace nickel

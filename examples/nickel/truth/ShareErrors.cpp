@@ -20,8 +20,8 @@ std::vector<std::vector<double>> columnsOf(const ShareForm& form,
             column.push_back(spectra.at(j).abovePre(scanIndex(energyEv)));
         }
     }
-    // Any three independent combinations of 1, L^3 and L^4 will do, and of 1
-    // and E any two.
+    // The background terms can be any three independent combinations of 1, L^3 and L^4,
+    // or any two of 1 and E.
     const int powers = form.victoreen ? 3 : 2;
     for (int k = 0; k < powers; ++k) {
         std::vector<double>& column = columns.emplace_back();
@@ -34,7 +34,7 @@ std::vector<std::vector<double>> columnsOf(const ShareForm& form,
     return columns;
 }
 
-/// Shares, valence and total of the amounts dMut.
+/// The shares, the valence and the total for the amounts dMut.
 ShareValues composition(const std::vector<double>& amounts)
 {
     double total = 0.0;
@@ -130,8 +130,8 @@ std::vector<ExpectedError> pixelErrors(const ShareForm& form, const ShareFit& fi
 
 std::vector<double> referenceErrors(const ShareForm& form)
 {
-    // The results hardly bend between pixels, so every eighth of each line
-    // stands for all.
+    // The results vary smoothly between pixels, so every eighth pixel in x and y is
+    // enough.
     constexpr int step = 8;
     std::vector<std::vector<double>> pixels;
     std::vector<double> jumps;

@@ -1,5 +1,5 @@
-// What the non-equivalent method has to give for the sample, and how far
-// counting noise lets it be off.
+// The expected results of the non-equivalent method for the sample, and their errors from
+// counting noise.
 #pragma once
 
 #include "LeastSquares.h"
@@ -12,28 +12,28 @@
 namespace nickel
 {
 
-/// One way to run the non-equivalent method on the sample.
+/// A configuration of the non-equivalent method for the sample.
 struct ShareForm {
     const char* name;
-    const char* fileName;   ///< of the result map
-    std::size_t references; ///< the first so many compounds
-    bool victoreen;         ///< background c + a L^3 + b L^4 in place of c + k E
+    const char* fileName;   ///< name of the result map
+    std::size_t references; ///< number of compounds, from the first
+    bool victoreen;         ///< background c + a L^3 + b L^4 instead of c + k E
     const Image& image;
     const Target& target;
 };
 
-/// Two references and all four, with either background.
+/// Two references and all four, each with both backgrounds.
 const std::vector<ShareForm>& shareForms();
 
-/// Results of the method in this order: the share of each reference, then
-/// valence, then total dMut.
+/// The results of the method in this order: the share of each reference, the valence, the
+/// total dMut.
 using ShareValues = std::vector<double>;
 
-/// The method with given references.
+/// The non-equivalent method with given references.
 class ShareFit
 {
 public:
-    /// @param spectra  the form's references, in order; further ones are ignored
+    /// @param spectra  the form's references in order; further spectra are ignored
     ShareFit(const ShareForm& form, const std::vector<SpectrumLines>& spectra);
 
     /// @param mut  one value for each energy of the form's image
@@ -41,13 +41,13 @@ public:
 
     ShareValues valuesForTarget(const SpectrumLines& target) const;
 
-    /// What a mixture of edge jump @p jump has to give.
+    /// The result without noise for a mixture of edge jump @p jump.
     ///
-    /// The model is mut = sum_j x_j R_j + background, with R_j = J_j s_j the
-    /// absorption of reference j above its background; so x_j = jump f_j / J_j.
-    /// The method multiplies x_j with the edge jump that it reads off the lines
-    /// of reference j, K_j: dMut_j = jump f_j K_j / J_j. K_j is not quite J_j,
-    /// since the wiggle does not average out in the upper line.
+    /// The model is mut = sum_j x_j R_j + background. R_j = J_j s_j is the absorbance of
+    /// reference j above its background, so x_j = jump f_j / J_j. The method multiplies
+    /// x_j by K_j, the edge jump that the two lines of reference j give: dMut_j = jump
+    /// f_j K_j / J_j. K_j differs slightly from J_j, because the fit of the post-edge
+    /// line does not average out the EXAFS oscillations.
     ShareValues expected(const Fractions& fractions, double jump) const;
 
 private:
@@ -56,15 +56,15 @@ private:
     LeastSquares fit;
 };
 
-/// Errors of the results in a pixel, from the noise of its own values.
+/// The errors of a pixel's results from the noise of its values.
 /// @param fit  with noise-free references
 std::vector<ExpectedError> pixelErrors(const ShareForm& form, const ShareFit& fit, int x, int y);
 
-/// Standard deviations that the noise of the references gives to the mean over
-/// all pixels; that of the total dMut as a part of the true one.
+/// The standard deviations of the mean over all pixels from the noise of the references.
+/// For the total dMut it is relative to the true value.
 std::vector<double> referenceErrors(const ShareForm& form);
 
-/// Standard deviations of the target's results, from the noise of all spectra.
+/// The standard deviations of the target's results from the noise of all spectra.
 std::vector<double> targetErrors(const ShareForm& form);
 
 } // namespace nickel

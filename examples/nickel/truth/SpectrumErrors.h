@@ -1,4 +1,4 @@
-// How the noise of spectra goes into what is calculated from them.
+// Error propagation: from the noise of spectra to the errors of a result.
 #pragma once
 
 #include "NickelTruth.h"
@@ -10,17 +10,17 @@
 namespace nickel
 {
 
-/// Noise-free spectra of the first @p references compounds, and of @p target
-/// after them if there is one.
+/// The noise-free spectra of the first @p references compounds, followed by @p target
+/// unless it is null.
 std::vector<SpectrumLines> noiseFreeSpectra(std::size_t references, const Target* target);
 
 using SpectraCalculation = std::function<std::vector<double>(const std::vector<SpectrumLines>&)>;
 
-/// Standard deviation of each of the calculation's results.
+/// The standard deviation of each result of a calculation.
 ///
-/// Each point of each spectrum is moved up by its standard deviation, all
-/// others left as they are; the changes of a result are added in squares. At
-/// the photons of a spectrum every result is straight enough for that.
+/// Each point of each spectrum is increased by its standard deviation while the others
+/// keep their values; the changes of a result add in quadrature. With the photons of a
+/// spectrum every result is linear enough for this.
 std::vector<double> spectrumErrors(const SpectraCalculation& calculation,
                                    std::vector<SpectrumLines> spectra);
 

@@ -12,7 +12,8 @@ namespace nickel
 namespace
 {
 
-// Wavelength in units of that at the edge; the constant of the powers drops out.
+// Powers of the wavelength, in units of the wavelength at the edge; the unit cancels in
+// the fit.
 std::array<double, 3> powers(double energyEv)
 {
     const double ratio = edgeEv / energyEv;
@@ -20,7 +21,7 @@ std::array<double, 3> powers(double energyEv)
     return {1.0, cube, cube * ratio};
 }
 
-/// The points from @p first up to the one before @p last, ready for fits.
+/// The points with the indices [@p firstPoint, @p lastPoint), prepared for fits.
 class LineFit
 {
 public:
@@ -56,7 +57,7 @@ private:
     LeastSquares fit;
 };
 
-// Both limits are left out of the lines.
+// Points exactly at a limit belong to neither line.
 const LineFit& fitBelow()
 {
     const std::vector<double>& scan = scanEnergies();

@@ -1,4 +1,4 @@
-// A spectrum with its two background lines.
+// A spectrum with its pre-edge and post-edge lines.
 #pragma once
 
 #include <vector>
@@ -6,28 +6,28 @@
 namespace nickel
 {
 
-/// Limits of the background lines, eV from edgeEv: aelk's own.
+/// Limits of the background lines, eV relative to edgeEv: aelk's defaults.
 inline constexpr double preEdgeEnd = -50.0;
 inline constexpr double postEdgeStart = 100.0;
 
-/// A spectrum and the lines c + a L^3 + b L^4 below and above its edge.
+/// A spectrum and its lines c + a L^3 + b L^4 below and above the edge.
 class SpectrumLines
 {
 public:
-    /// @param mut  a value at each of scanEnergies()
+    /// @param mut  one value for each of scanEnergies()
     explicit SpectrumLines(std::vector<double> mut);
 
     const std::vector<double>& mut() const { return mutValues; }
     double pre(double energyEv) const;
     double post(double energyEv) const;
 
-    /// Distance of the lines at edgeEv.
+    /// The difference of the two lines at edgeEv.
     double edgeJump() const;
 
-    /// mu*t less the line below the edge, at the scan's point @p index.
+    /// The absorbance minus the pre-edge line at point @p index of the scan.
     double abovePre(std::size_t index) const;
 
-    /// The same in units of the lines' distance at this point.
+    /// abovePre() divided by the difference of the two lines at this point.
     double normalised(std::size_t index) const;
 
 private:
@@ -36,7 +36,8 @@ private:
     std::vector<double> postLine;
 };
 
-/// Place of @p energyEv in scanEnergies(), which has to hold it.
+/// The index of @p energyEv in scanEnergies(). Throws std::out_of_range if it is not
+/// there.
 std::size_t scanIndex(double energyEv);
 
 } // namespace nickel

@@ -1,4 +1,4 @@
-// Spectra made by hand.
+// Builds spectra from given numbers.
 #pragma once
 
 #include "data/AMutE.h"
@@ -6,9 +6,9 @@
 namespace tests
 {
 
-/// Gives a spectrum one point at each energy (eV) of @p energies, in this order
-/// and at angles of 10, 11, ... degrees, and two lines; its mut is
-/// @p muts above the pre-edge line.
+/// Sets the points and both lines of a spectrum and marks it valid. There is one point at
+/// each energy (eV) of @p energies, in this order, at angles 10, 11, ... degrees. The
+/// absorbance of point i is @p muts[i] above the pre-edge line.
 inline void setSpectrum(AMutE& spectrum, const QList<double>& energies, const QList<double>& muts,
                         const data::VictoreenLine& pre, const data::VictoreenLine& post)
 {
@@ -22,8 +22,8 @@ inline void setSpectrum(AMutE& spectrum, const QList<double>& energies, const QL
     }
 }
 
-/// No points, and lines that are constants: the edge jump is @p jump whatever the
-/// edge energy.
+/// Sets a spectrum without points and with constant lines, so the edge jump is @p jump at
+/// every edge energy.
 inline void setJump(AMutE& spectrum, double jump)
 {
     setSpectrum(spectrum, {}, {}, {}, {jump, 0.0, 0.0});

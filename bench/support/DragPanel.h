@@ -1,5 +1,5 @@
-// A panel with its graph window open whose edge marker can be dragged, with or
-// without four references, a target and eight maps.
+// A panel with an open graph window whose edge marker can be dragged, with or without
+// four references, a target and eight maps.
 #pragma once
 
 #include "display/Displays.h"
@@ -17,8 +17,8 @@
 namespace bench
 {
 
-/// The data of a desk: made up, and the same each time.
-namespace desk
+/// The fixed data of a DragPanel.
+namespace dragData
 {
 
 constexpr int spectrumPoints = 900;
@@ -45,7 +45,7 @@ inline void fill(AMutE& spectrum, int number)
     }
 }
 
-/// Square maps of @p side pixels for all rows of @p panel.
+/// Loads square maps of @p side pixels into all energy rows of @p panel.
 inline void loadMaps(FourPs& panel, int side)
 {
     const QList<A2DData> maps =
@@ -63,18 +63,19 @@ inline void loadMaps(FourPs& panel, int side)
     }
 }
 
-} // namespace desk
+} // namespace dragData
 
-/// The panel with its graph window open, ready to be dragged in the first plot.
-struct PanelDesk {
-    /// @param side  pixels of a map on each axis
-    PanelDesk(bool loaded, int side)
+/// A panel with its graph window open, ready for dragging in the first plot.
+struct DragPanel {
+    /// @param loaded  whether to load references, a target and maps
+    /// @param side    pixels of a map on each axis
+    DragPanel(bool loaded, int side)
     {
-        panel.ui.EdgeE->setText(QString::number(desk::edgeEv));
+        panel.ui.EdgeE->setText(QString::number(dragData::edgeEv));
         if (loaded) {
-            desk::loadMaps(panel, side);
+            dragData::loadMaps(panel, side);
             for (int i = 0; i < panel.XafsFiles.size(); ++i) {
-                desk::fill(*panel.XafsFiles.at(i), i);
+                dragData::fill(*panel.XafsFiles.at(i), i);
             }
             for (ARefFile* row : std::as_const(panel.Refs.RefRows)) {
                 row->UseCB->setChecked(true);
@@ -85,9 +86,9 @@ struct PanelDesk {
         QCoreApplication::processEvents();
         plot->DispA->cc.setReal(8100.0, 0.0, 8999.0, 1.4);
         plot->DispA->hasScale = true;
-        // The first calculations take fresh memory from the system.
+        // The first calculations allocate new memory from the system.
         for (int i = 0; i < 3; ++i) {
-            panel.ui.EdgeE->setText(QString::number(desk::edgeEv + i));
+            panel.ui.EdgeE->setText(QString::number(dragData::edgeEv + i));
             panel.setEdge();
         }
         QCoreApplication::processEvents();
@@ -104,7 +105,7 @@ struct PanelDesk {
         QCoreApplication::processEvents();
     }
 
-    /// The column of the edge marker in the plot.
+    /// The pixel column of the edge marker in the plot.
     int edgePixel() const
     {
         return static_cast<int>(plot->DispA->cc.r2sX(panel.ui.EdgeE->text().toDouble()));

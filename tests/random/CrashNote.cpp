@@ -1,4 +1,4 @@
-#include "random/EndNote.h"
+#include "random/CrashNote.h"
 
 #include "random/AllocatedMemory.h"
 
@@ -8,8 +8,8 @@
 #include <string_view>
 #include <unistd.h>
 
-#ifdef AELK_ASKS_THE_SANITIZER
-// Of the sanitizers; not every compiler brings their headers.
+#ifdef AELK_WITH_ADDRESS_SANITIZER
+// Declared here because not every compiler ships the sanitizers' headers.
 extern "C" void __sanitizer_set_death_callback(void (*callback)());
 extern "C" void __ubsan_on_report();
 #endif
@@ -29,7 +29,7 @@ void print(std::string_view text)
     [[maybe_unused]] const auto written = ::write(STDERR_FILENO, text.data(), text.size());
 }
 
-/// Prints the note, the first time alone: several of the ends may follow each other.
+/// Prints the note once: several handlers may run one after the other.
 void printNote(std::string_view end)
 {
     if (isPrinted == 0) {
@@ -39,16 +39,17 @@ void printNote(std::string_view end)
     }
 }
 
-// The program ends as it would have without it: the signal comes again.
+// Prints the note and raises the signal again. Its default action is restored by then
+// (SA_RESETHAND), so the program ends as it would without this handler.
 void onFault(int signal)
 {
     printNote(": the program ended here\n");
     ::raise(signal);
 }
 
-#ifndef AELK_ASKS_THE_SANITIZER
-/// For a fault that has used up the stack.
-std::array<char, 65536> otherStack;
+#ifndef AELK_WITH_ADDRESS_SANITIZER
+/// Stack of the handlers, because a stack overflow leaves no space on the normal one.
+std::array<char, 65536> alternateStack;
 #endif
 
 void onAlarm(int)
@@ -57,8 +58,9 @@ void onAlarm(int)
     ::_exit(3);
 }
 
-/// Calls @p handler once for @p signal, and leaves the next one to the system.
-void follow(int signal, void (*handler)(int))
+/// Installs @p handler for @p signal. It is called at most once; afterwards the default
+/// action applies.
+void handleOnce(int signal, void (*handler)(int))
 {
     struct sigaction action = {};
     action.sa_handler = handler;
@@ -68,24 +70,24 @@ void follow(int signal, void (*handler)(int))
 
 } // namespace
 
-void printNoteAtEnd()
+void installCrashNote()
 {
-    follow(SIGALRM, onAlarm);
-    follow(SIGABRT, onFault);
-#ifdef AELK_ASKS_THE_SANITIZER
+    handleOnce(SIGALRM, onAlarm);
+    handleOnce(SIGABRT, onFault);
+#ifdef AELK_WITH_ADDRESS_SANITIZER
     __sanitizer_set_death_callback([] { printNote(": the sanitizer ended the program here\n"); });
 #else
     stack_t stack = {};
-    stack.ss_sp = otherStack.data();
-    stack.ss_size = otherStack.size();
+    stack.ss_sp = alternateStack.data();
+    stack.ss_size = alternateStack.size();
     ::sigaltstack(&stack, nullptr);
     for (const int signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL}) {
-        follow(signal, onFault);
+        handleOnce(signal, onFault);
     }
 #endif
 }
 
-void setEndNote(const QByteArray& note)
+void setCrashNote(const QByteArray& note)
 {
     noteSize = std::min(static_cast<std::size_t>(note.size()), noteText.size());
     std::copy_n(note.cbegin(), noteSize, noteText.begin());
@@ -93,9 +95,9 @@ void setEndNote(const QByteArray& note)
 
 } // namespace tests
 
-#ifdef AELK_ASKS_THE_SANITIZER
-// Called before each report of undefined behaviour: with gcc the end after it calls
-// nothing.
+#ifdef AELK_WITH_ADDRESS_SANITIZER
+// The undefined behaviour sanitizer calls this before each report. With gcc the death
+// callback does not run when UBSan ends the program.
 extern "C" void __ubsan_on_report()
 {
     tests::printNote(": undefined behaviour\n");

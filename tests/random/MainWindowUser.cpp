@@ -1,4 +1,4 @@
-#include "random/RestlessUser.h"
+#include "random/MainWindowUser.h"
 
 #include "panel/FourPs.h"
 #include "rows/AEPoint.h"
@@ -12,14 +12,14 @@ namespace tests
 namespace
 {
 
-constexpr int mostMessages = 300;
-constexpr int mostSpectra = 6;
-constexpr int mostPoints = 300;
-constexpr double mostBoxes = 2000;
+constexpr int maxMessages = 300;
+constexpr int maxSpectra = 6;
+constexpr int maxPoints = 300;
+constexpr double maxBins = 2000;
 
 } // namespace
 
-RestlessUser::RestlessUser(Body& body, RandomFiles& files, unsigned seed)
+MainWindowUser::MainWindowUser(Body& body, RandomFiles& files, unsigned seed)
     : m_seed(seed)
     , m_windows(body)
     , m_widgets(m_windows)
@@ -33,7 +33,7 @@ RestlessUser::RestlessUser(Body& body, RandomFiles& files, unsigned seed)
     settle();
 }
 
-const ActionKind& RestlessUser::chosen(Draw& draw) const
+const ActionKind& MainWindowUser::chosen(Draw& draw) const
 {
     int place = draw.upTo(m_weight);
     for (const ActionKind& kind : m_kinds) {
@@ -45,13 +45,13 @@ const ActionKind& RestlessUser::chosen(Draw& draw) const
     return m_kinds.last();
 }
 
-QString RestlessUser::kindOf(int action) const
+QString MainWindowUser::kindOf(int action) const
 {
     Draw draw(m_seed, action);
     return chosen(draw).name;
 }
 
-QString RestlessUser::act(int action)
+QString MainWindowUser::act(int action)
 {
     Draw draw(m_seed, action);
     const ActionKind& kind = chosen(draw);
@@ -60,36 +60,37 @@ QString RestlessUser::act(int action)
     return done;
 }
 
-void RestlessUser::tidy()
+void MainWindowUser::tidy()
 {
-    clearWhatGrows();
+    limitGrowth();
     m_widgets.shortenTexts();
     const auto& ui = m_windows.panel().ui;
     for (QLineEdit* edit : {ui.HgABoxes, ui.HgTBoxes}) {
-        if (edit->text().toDouble() > mostBoxes) {
+        if (edit->text().toDouble() > maxBins) {
             edit->setText(QStringLiteral("51"));
         }
     }
     m_windows.tidy();
 }
 
-void RestlessUser::clearWhatGrows()
+void MainWindowUser::limitGrowth()
 {
     FourPs& panel = m_windows.panel();
-    if (panel.ui.Message->document()->blockCount() > mostMessages) {
+    if (panel.ui.Message->document()->blockCount() > maxMessages) {
         panel.ui.Message->clear();
     }
-    while (panel.DispMuts.size() > mostSpectra) {
+    while (panel.DispMuts.size() > maxSpectra) {
         panel.removeAFile();
         panel.ui.SelectedFs->setCurrentIndex(0);
     }
-    if (panel.LCFvs4PS.size() > mostPoints) {
+    if (panel.LCFvs4PS.size() > maxPoints) {
         panel.clearLCFvs4PS(nullptr);
     }
 }
 
-// Everything that a result, or a list of the toolkit, may be large by.
-void RestlessUser::settle()
+// Resets everything whose size affects memory: bins, result, spectra, points, texts and
+// the toolkit's caches.
+void MainWindowUser::settle()
 {
     FourPs& panel = m_windows.panel();
     m_files.closeDialogs();
@@ -108,13 +109,13 @@ void RestlessUser::settle()
     }
     panel.clearLCFvs4PS(nullptr);
     panel.ui.Message->clear();
-    forgetUndo();
+    clearUndo();
     arrive();
     QPixmapCache::clear();
 }
 
-// Each field keeps what was typed, to take it back.
-void RestlessUser::forgetUndo()
+// Clears the undo history of each field with setText().
+void MainWindowUser::clearUndo()
 {
     for (const QWidget* window : m_windows.all()) {
         const auto edits = window->findChildren<QLineEdit*>();
@@ -124,7 +125,7 @@ void RestlessUser::forgetUndo()
     }
 }
 
-double RestlessUser::pixels() const
+double MainWindowUser::pixels() const
 {
     double pixels = 0.0;
     for (const AEPoint* row : std::as_const(m_windows.panel().EPoints)) {

@@ -1,4 +1,4 @@
-// Copies of a result, which a later calculation must not change.
+// Checks that copies of a result do not change in a later calculation.
 #pragma once
 
 #include "data/A2DData.h"
@@ -7,14 +7,16 @@
 namespace tests
 {
 
-/// Copies share their memory with the result up to the next calculation. A
-/// calculation that writes into memory of its own as long as nobody else has it has
-/// to see them. Most of the time there are none, as in the program.
-class KeptCopies
+/// Keeps implicitly shared copies of a result across the next calculation. A calculation
+/// that reuses the result's memory must detach from these copies first. Most of the time
+/// no copy exists, as in the program.
+class ResultCopies
 {
 public:
-    /// Keeps @p result whole, the values of its pixels, or, mostly, nothing.
-    /// @param round  decides which
+    /// Keeps a copy of @p result, of its pixels' values, or (in half of the rounds)
+    /// nothing.
+    ///
+    /// @param round  decides which of them
     void keep(const A2DData& result, int round)
     {
         *this = {};
@@ -29,7 +31,7 @@ public:
         }
     }
 
-    /// Whether the copies are what they were.
+    /// Whether the copies are unchanged.
     bool areTheSame() const
     {
         return differenceOf(m_map, m_mapThen).isEmpty() &&
