@@ -21,10 +21,10 @@ void setBlackText(QWidget* field);
 
 /// Shortens @p text to @p width pixels, with an ellipsis for the omitted part. Text
 /// that fits is returned unchanged.
-/// - A number loses the last digits of its mantissa. Its exponent is always kept, even
-///   if it does not fit, since without it the number would have another magnitude.
-/// - A path loses its middle.
-/// - Any other text is cut after a whole item, since a list that ends with a part of a
+/// - In a number, the last digits of the mantissa are omitted. The exponent is always
+///   kept, even if it does not fit: without it the number would have another magnitude.
+/// - In a path, the middle is omitted.
+/// - Any other text is cut after a whole item, because a list that ends with a part of a
 ///   number could be misread.
 QString shortened(const QString& text, const QFontMetricsF& metrics, double width);
 

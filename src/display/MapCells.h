@@ -17,7 +17,7 @@ namespace display
 /// there are no gaps and no overlaps.
 ///
 /// The picture is the same, pixel for pixel, as with one fillRect() for each cell.
-/// It is faster because cells that are outside the view or cover no pixel are
+/// This class is faster because cells that are outside the view or cover no pixel are
 /// skipped, and neighbouring cells of one colour in a line are filled by one call.
 class MapCells
 {

@@ -19,7 +19,7 @@ namespace display
 class MarkPlaces
 {
 public:
-    /// Copies what it needs from the coordinates @p cc of the plot.
+    /// Copies the scales and the ranges from the coordinates @p cc of the plot.
     explicit MarkPlaces(const ChCoord& cc);
 
     /// Returns the pixel of the point (@p x, @p y) (data values), with truncated

@@ -45,8 +45,8 @@ struct GraphData {
     Histograms thickness;
 };
 
-/// Draws the analysis graphs. Each paint reads all its data again; no data are stored
-/// between paints.
+/// Draws the six graphs of the analysis. Each paint reads all its data again; no data are
+/// stored between paints.
 class AnalysisGraphs
 {
     Q_DECLARE_TR_FUNCTIONS(FourPs) // the titles are translated in the context of the panel

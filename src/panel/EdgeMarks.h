@@ -17,9 +17,10 @@ struct EdgeMarks {
     MarkLines* singleSpectrum = nullptr;
 };
 
-/// Makes both sets from the fields of the panel and assigns them to plots:
-/// @c allSpectra to the plot of all spectra, @c singleSpectrum to the plots of Ref 1,
-/// Ref 2 and the target. The plots of Ref 3 and Ref 4 have no lines, on purpose.
+/// Makes both sets of marker lines from the fields of the panel and assigns them to plots.
+/// EdgeMarks::allSpectra is used in the plot of all spectra, EdgeMarks::singleSpectrum in
+/// the plots of Ref 1, Ref 2 and the target. On purpose the plots of Ref 3 and Ref 4 have
+/// no lines.
 EdgeMarks makeEdgeMarks(const Widgets& widgets);
 
 } // namespace panel

@@ -71,18 +71,16 @@ public:
     /// Writes the automatic histogram limits to their fields if "Auto" is checked.
     void SetHistogramRanges();
 
-    /// See checkedMapRow(), isRatioShown() and isDMutShown() of panel::InputReader.
-    int CheckedMapRow() const;
-    bool ratioChecked(int n) const;
-    bool dMutChecked(int n) const;
+    int CheckedMapRow() const;      ///< see panel::InputReader::checkedMapRow()
+    bool ratioChecked(int n) const; ///< see panel::InputReader::isRatioShown()
+    bool dMutChecked(int n) const;  ///< see panel::InputReader::isDMutShown()
 
     /// Returns the ratio histogram of the last checked ratio box, or the valence
     /// histogram if no box is checked.
     Histgram* currentRatioHist() const;
 
-    /// See edgeJumpRatio() and valenceMix() of analysis::ReferenceSet.
-    double edgeJumpRatio() const;
-    double valenceMix(double a) const;
+    double edgeJumpRatio() const;      ///< see analysis::ReferenceSet::edgeJumpRatio()
+    double valenceMix(double a) const; ///< see analysis::ReferenceSet::valenceMix()
 
     /// Whether column @p i (0 to 12) is selected for the result file; false for any
     /// other number.
@@ -118,10 +116,10 @@ public:
     Histgram* HistT = nullptr;         ///< histogram of the total dMut
     QList<Histgram*> HistRatio;        ///< one per reference, with the fields of HistV
     QList<Histgram*> HistDMut;         ///< one per reference, with the fields of HistT
-    double scaleX0 = 0.0;              ///< automatic range of the graph drawn last, to scaleY1
-    double scaleY0 = 0.0;
-    double scaleX1 = 0.0;
-    double scaleY1 = 0.0;
+    double scaleX0 = 0.0;              ///< x0 of the automatic range of the latest graph
+    double scaleY0 = 0.0;              ///< y0 of the automatic range of the latest graph
+    double scaleX1 = 0.0;              ///< x1 of the automatic range of the latest graph
+    double scaleY1 = 0.0;              ///< y1 of the automatic range of the latest graph
 
 public Q_SLOTS:
     /// Writes the edge energy @p e (eV) with 6 digits to its field and calls setEdge().
@@ -135,9 +133,14 @@ public Q_SLOTS:
     void updateMaps(bool f);         ///< repaints both map windows; ignores @p f
     void dispCalcConditions(bool f); ///< shows or hides the further conditions
 
-    /// Select the background line that is subtracted, the post-edge line (@p f is true) or
-    /// the pre-edge line; refresh the columns concerned and run calcBoth().
+    /// Selects the background line that is subtracted from the references: the post-edge
+    /// line if @p f is true, otherwise the pre-edge line. Then calls receiveNewRef() for
+    /// each reference.
     void changedSubBGTypeForRef(bool f);
+
+    /// Selects the background line that is subtracted from the target: the post-edge line
+    /// if @p f is true, otherwise the pre-edge line. Then refreshes the column of the
+    /// target and runs calcBoth().
     void changedSubBGTypeForTarget(bool f);
 
     /// Removes the selected spectrum from the list of spectra for display only. Does nothing
@@ -160,11 +163,10 @@ public Q_SLOTS:
     /// its spectrum is not valid or does not exist.
     void receiveNewRef(int n);
 
-    /// Call receiveNewRef() for Ref 1 to Ref 4; @p fname is ignored.
-    void receiveNewRef1(QString fname);
-    void receiveNewRef2(QString fname);
-    void receiveNewRef3(QString fname);
-    void receiveNewRef4(QString fname);
+    void receiveNewRef1(QString fname); ///< calls receiveNewRef(0); ignores @p fname
+    void receiveNewRef2(QString fname); ///< calls receiveNewRef(1); ignores @p fname
+    void receiveNewRef3(QString fname); ///< calls receiveNewRef(2); ignores @p fname
+    void receiveNewRef4(QString fname); ///< calls receiveNewRef(3); ignores @p fname
 
     /// Refreshes the column of the target; @p fname is ignored.
     void receiveNewTarget(QString fname);
@@ -207,12 +209,13 @@ public Q_SLOTS:
     void drawDMap(QStylePainter* p); ///< draws the measured map of the selected energy row
     void selectedNewMap();           ///< see panel::ResultMapView::showOtherQuantity()
 
-    /// Show the value at the position (@p x, @p y) (pixels of the map).
+    /// Shows the value of the result map at (@p x, @p y) (pixels of the map).
     void receiveNowPosInMap(double x, double y);
+    /// Shows the value of the measured map at (@p x, @p y) (pixels of the map).
     void receiveNowPosInDMap(double x, double y);
 
-    /// Runs the linear combination fit of the target spectrum by the used references. The
-    /// result goes to LCFRes and LCFMut, and a point is added to LCFvs4PS.
+    /// Runs the linear combination fit of the target spectrum by the used references. Shows
+    /// the result in LCFRes, stores the fitted curve in LCFMut and adds a point to LCFvs4PS.
     void lcf();
 
     void mPressedInAllMut(MouseC* m); ///< switches the spectrum of the pressed legend row

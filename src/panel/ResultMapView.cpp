@@ -75,7 +75,7 @@ void ResultMapView::scanLimits(bool onlyRaise) const
         return; // no pixel has a number: the limits are kept
     }
     if (onlyRaise) {
-        // The larger value for both limits on purpose: a repeated scan only raises limits.
+        // On purpose the maximum also for the lower limit: a repeated scan only raises limits.
         const cBar& bar = *m_widgets.resultMap->CBar;
         limits->low = std::max(limits->low, bar.zmin);
         limits->high = std::max(limits->high, bar.zmax);
