@@ -87,7 +87,7 @@ void DispABase::drawXYTitle(QStylePainter* p)
 
 void DispABase::clearScale()
 {
-    forgetRange();
+    discardRange();
 }
 
 void DispABase::update()

@@ -77,7 +77,7 @@ protected:
     }
 
     /// Discards the range of the view. The next paint fits it to the data again.
-    void forgetRange() { this->DispA->hasScale = false; }
+    void discardRange() { this->DispA->hasScale = false; }
 
     /// Repaints the frame and its drawing, even if the drawing is in the separate window.
     void updateAll()

@@ -23,7 +23,7 @@ public:
         QColor color;
     };
 
-    /// True if no histogram is selected for display, or before the first count.
+    /// True if no histogram is selected for display, or if nothing has been counted yet.
     bool isEmpty() const override;
 
     /// Returns the range from @c from to @c to on x, and from -0.1 to 1.1 times the highest

@@ -13,8 +13,8 @@ namespace display
 namespace
 {
 
-/// The bits of @p word that a left shift by @p shift (0 to 63) moves into the next word.
-/// The shift back is done in two steps, because a shift by 64 is undefined behaviour.
+/// Returns the bits of @p word that a left shift by @p shift (0 to 63) moves into the next
+/// word. The right shift is done in two steps, because a shift by 64 is undefined behaviour.
 std::uint64_t carryOf(std::uint64_t word, int shift)
 {
     return word >> 1 >> (63 - shift);

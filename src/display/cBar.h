@@ -9,7 +9,7 @@
 #include <QList>
 
 /// Owns the colour table and maps values to colours. It is also a control: dragging
-/// its two lines squeezes or stretches the table along the bar without changing the
+/// its two lines compresses or stretches the table along the bar without changing the
 /// value limits.
 class cBar : public QFrame
 {

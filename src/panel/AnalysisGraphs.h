@@ -70,7 +70,7 @@ public:
     void switchSpectrumAt(QPoint pos, const QList<AMutE*>& displayOnly) const;
 
 private:
-    /// The target of a paint.
+    /// The arguments of draw() that are the same for all graphs.
     struct Plot {
         DispABase* frame;
         QStylePainter* painter;

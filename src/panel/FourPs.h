@@ -40,7 +40,7 @@ enum class Variant;
 /// them with signals and slots. Its parts do the reading, drawing and connecting
 /// (panel::InputReader, panel::AnalysisGraphs, panel::Wiring, ...).
 ///
-/// The widgets hold the state: numbers and choices are read from line edits and
+/// The widgets are the state: numbers and choices are read from line edits and
 /// buttons at each use, and unparsable text counts as 0. A slot reads its inputs once,
 /// calls a pure function, and shows the result. If a calculation is refused, the reason
 /// is shown in the message box and earlier results are kept.
@@ -51,11 +51,11 @@ class FourPs : public QFrame
 public:
     explicit FourPs(QWidget* parent = nullptr);
 
-    /// Adds a line to the message box, after QString::simplified().
+    /// Adds @p text to the message box as one line, see QString::simplified().
     void message(const QString& text);
 
-    /// Gives the focus to the file button of the first reference, the first step of a
-    /// session. Call this after the panel is placed in its window.
+    /// Gives the focus to the file button of the first reference, because a session
+    /// starts with this file. Call this after the panel is placed in its window.
     void focusFirstStep();
 
     /// See panel::InputReader::normMode().
@@ -114,8 +114,8 @@ public:
     DispMBase* DMapDisp = nullptr;     ///< the window of the measured map
     Histgram* HistV = nullptr;         ///< histogram of the valence
     Histgram* HistT = nullptr;         ///< histogram of the total dMut
-    QList<Histgram*> HistRatio;        ///< one per reference, with the fields of HistV
-    QList<Histgram*> HistDMut;         ///< one per reference, with the fields of HistT
+    QList<Histgram*> HistRatio;        ///< one per reference; shares the input fields of HistV
+    QList<Histgram*> HistDMut;         ///< one per reference; shares the input fields of HistT
     double scaleX0 = 0.0;              ///< x0 of the automatic range of the latest graph
     double scaleY0 = 0.0;              ///< y0 of the automatic range of the latest graph
     double scaleX1 = 0.0;              ///< x1 of the automatic range of the latest graph
@@ -131,7 +131,7 @@ public Q_SLOTS:
     void setEdge();
 
     void updateMaps(bool f);         ///< repaints both map windows; ignores @p f
-    void dispCalcConditions(bool f); ///< shows or hides the further conditions
+    void dispCalcConditions(bool f); ///< shows or hides the further calculation conditions
 
     /// Selects the background line that is subtracted from the references: the post-edge
     /// line if @p f is true, otherwise the pre-edge line. Then calls receiveNewRef() for
@@ -151,16 +151,17 @@ public Q_SLOTS:
     /// directory, which is reported for a file on a share that is not mounted.
     void receiveNewDir(QString dir);
 
-    /// Refreshes the mut fields of the sending energy row at the energy in its field. Ignores
-    /// @p e and starts no calculation.
+    /// Recalculates the mut fields of the energy row that sent the signal, for the energy in
+    /// its field. Ignores @p e and starts no calculation.
     void receiveNewEnergy(double e);
 
     /// A spectrum row has read another file: refreshes its column, then runs calcBoth().
     /// calcBoth() also runs if the sender is not a spectrum row.
     void receiveNewFile(QString fname);
 
-    /// Refreshes the column of reference @p n (from 0) and runs calcBoth(). Does nothing if
-    /// its spectrum is not valid or does not exist.
+    /// Refreshes the column of reference @p n (from 0), that is its mut in each energy row
+    /// with a positive energy, and runs calcBoth(). Does nothing if its spectrum is not
+    /// valid or does not exist.
     void receiveNewRef(int n);
 
     void receiveNewRef1(QString fname); ///< calls receiveNewRef(0); ignores @p fname

@@ -75,7 +75,7 @@ void ResultMapView::scanLimits(bool onlyRaise) const
         return; // no pixel has a number: the limits are kept
     }
     if (onlyRaise) {
-        // On purpose the maximum also for the lower limit: a repeated scan only raises limits.
+        // On purpose the lower limit is also only raised, never lowered.
         const cBar& bar = *m_widgets.resultMap->CBar;
         limits->low = std::max(limits->low, bar.zmin);
         limits->high = std::max(limits->high, bar.zmax);
