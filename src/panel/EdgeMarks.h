@@ -11,9 +11,10 @@ struct Widgets;
 /// The two sets of marker lines. The position of a line is the text of a line edit. The
 /// sets exist until the process ends.
 struct EdgeMarks {
-    /// The edge, the ends of the background lines, and the energy of each energy row.
+    /// Lines at the edge, at the ends of the background lines, and at the energy of each
+    /// energy row.
     MarkLines* allSpectra = nullptr;
-    /// The edge and the ends of the background lines.
+    /// Lines at the edge and at the ends of the background lines.
     MarkLines* singleSpectrum = nullptr;
 };
 

@@ -183,7 +183,8 @@ public Q_SLOTS:
     /// of them runs even if the previous one was refused.
     void calcBoth();
 
-    /// Calculates all pixels of the maps in use, into BaseData and the histograms.
+    /// Calculates all pixels of the maps in use. Stores the results in BaseData and in the
+    /// histograms.
     void calcMap();
 
     /// Calculates the target from the energy rows, or from the spectra with the
@@ -219,7 +220,7 @@ public Q_SLOTS:
     /// the result in LCFRes, stores the fitted curve in LCFMut and adds a point to LCFvs4PS.
     void lcf();
 
-    void mPressedInAllMut(MouseC* m); ///< switches the spectrum of the pressed legend row
+    void mPressedInAllMut(MouseC* m); ///< switches the spectrum of the pressed legend row on or off
     void dClickedInMap(MouseC* m);    ///< see panel::ResultMapView::handleDoubleClick()
     void newMultiEnergys();           ///< copies the typed list of energies to the rows
 

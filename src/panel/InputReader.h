@@ -20,7 +20,7 @@ namespace panel
 struct Widgets;
 
 /// Reads the input widgets of the panel into plain structs, for calculations, graphs and
-/// maps. The widgets are the state: every call reads them again. Unparsable text reads
+/// maps. The widgets are the state: every call reads them again. Unparsable text counts
 /// as 0.
 class InputReader
 {
