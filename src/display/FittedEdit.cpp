@@ -138,7 +138,7 @@ void FittedEdit::fit()
     }
     if (m_fitted) {
         m_fitted = false;
-        applyFont(QFont()); // back to the inherited font
+        applyFont(QFont()); // restores the inherited font
     }
     const QFont ordinary = font();
     const int available = textRect().width();

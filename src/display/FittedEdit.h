@@ -56,7 +56,7 @@ private:
     bool m_overflows = false;      ///< the text is too wide even in the smallest font
     bool m_hasKeys = false;        ///< a key was pressed since the last end of editing
     QSize m_hint;                  ///< size hint of the ordinary font, valid while m_fitted
-    QSize m_minimumHint;           ///< minimum size hint of the ordinary font, while m_fitted
+    QSize m_minimumHint;           ///< minimum size hint of the ordinary font, valid while m_fitted
 };
 
 } // namespace display

@@ -15,8 +15,8 @@ void showNumber(QLineEdit* edit, double value);
 /// Returns the number in @p edit, or 0 if the text is not a number.
 double numberIn(const QLineEdit* edit);
 
-/// Sets the text colour of @p field to black. For widgets with a fixed light
-/// background, whose text would be unreadable on desktops with light text.
+/// Sets the text colour of @p field to black. Use this for widgets with a fixed light
+/// background: their text would be unreadable on desktops with light text.
 void setBlackText(QWidget* field);
 
 /// Shortens @p text to @p width pixels, with an ellipsis for the omitted part. Text

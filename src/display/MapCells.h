@@ -23,7 +23,7 @@ class MapCells
 {
 public:
     /// Calculates the positions of @p width by @p height cells on the surface with
-    /// the coordinates @p cc. If the range of the view is zero, there are no cells.
+    /// the coordinates @p cc. If the range of the view is empty, there are no cells.
     /// @pre the x values of the view grow to the right
     MapCells(const ChCoord& cc, int width, int height);
 
