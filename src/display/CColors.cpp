@@ -13,8 +13,8 @@ QList<QColor> baseList()
     return once + once + once;
 }
 
-/// Returns one channel of a derived colour: a third of the way from @p channel down to
-/// @p next if @p next is lower, otherwise @p next.
+/// Returns one channel of a derived colour. If @p next is lower than @p channel, this is
+/// @p channel minus a third of the difference; otherwise it is @p next.
 int between(int channel, int next)
 {
     return next < channel ? (next + 2 * channel) / 3 : next;

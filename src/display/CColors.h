@@ -12,7 +12,7 @@ class CColors : public QObject
 
 public:
     /// Makes the base list of 45 colours (15 colours, repeated three times) and
-    /// extends it if @p n is greater.
+    /// extends it to @p n colours if @p n is greater than 45.
     explicit CColors(int n = 40);
 
     /// Copies @p list and extends it to @p n colours if it has fewer.

@@ -3,13 +3,16 @@
 
 #include <QObject>
 
-/// The coordinates of a plot: the rectangle of the whole widget (@c scr), the
-/// plot area inside its margins (@c area), both in pixels, and the data values at
-/// the edges of the plot area (@c real).
+/// The coordinates of a plot, and conversions between its data values and pixels.
 ///
-/// On a painting surface y0 is the height of the widget and y1 is 0, so that data
-/// values grow upward. The conversions do not check for a span of zero: they then
-/// return infinities or NaN.
+/// @c scrX0 to @c scrY1 are the rectangle of the whole widget, and @c areaX0 to
+/// @c areaY1 the plot area inside its margins, both in pixels. @c realX0 to @c realY1
+/// are the data values at the edges of the plot area. On a painting surface
+/// @c scrY0 is the height of the widget and @c scrY1 is 0, so that data values grow
+/// upward.
+///
+/// The conversions do not check for an empty range, for which they return infinities
+/// or NaN.
 class ChCoord : public QObject
 {
     Q_OBJECT
@@ -28,64 +31,75 @@ public:
     /// is truncated to whole pixels.
     void computeArea();
 
-    /// Set the data values at the plot area's edges.
+    /// Sets the data values at all edges of the plot area.
     void setReal(double x0, double y0, double x1, double y1);
+    /// Sets the data values at the two vertical edges of the plot area.
     void setRealX(double x0, double x1);
+    /// Sets the data values at the two horizontal edges of the plot area.
     void setRealY(double y0, double y1);
 
-    /// Convert a data value to a pixel position.
+    /// Converts an x value of the data to a pixel position.
     double r2sX(double v) const;
+    /// Converts a y value of the data to a pixel position.
     double r2sY(double v) const;
 
-    /// Convert a distance in data values to pixels. The result is signed: on a
-    /// painting surface a positive distance in y is negative in pixels.
+    /// Converts a signed distance on the x axis from data values to pixels.
     double r2sdX(double d) const;
+    /// Converts a signed distance on the y axis from data values to pixels. On a
+    /// painting surface this changes the sign.
     double r2sdY(double d) const;
 
-    /// Convert a pixel position to a data value.
+    /// Converts a pixel position to an x value of the data.
     double s2rX(double p) const;
+    /// Converts a pixel position to a y value of the data.
     double s2rY(double p) const;
 
-    /// Convert a pixel position to its distance, in data values, from the first
-    /// real limit.
+    /// Returns s2rX() minus @c realX0.
     double s2rOffX(double p) const;
+    /// Returns s2rY() minus @c realY0.
     double s2rOffY(double p) const;
 
-    /// Convert a signed distance in pixels to a distance in data values.
+    /// Converts a signed distance on the x axis from pixels to data values.
     double s2rdX(double d) const;
+    /// Converts a signed distance on the y axis from pixels to data values.
     double s2rdY(double d) const;
 
-    /// Return s2rX() or s2rY(), clamped to the two real limits, which can be in
-    /// either order. NaN is returned as NaN.
+    /// Returns s2rX(), clamped to the range between @c realX0 and @c realX1, which
+    /// can be in either order. NaN is returned as NaN.
     double s2rClampX(double p) const;
+    /// Returns s2rY(), clamped to the range between @c realY0 and @c realY1, which
+    /// can be in either order. NaN is returned as NaN.
     double s2rClampY(double p) const;
 
-    /// Whether pixel @p p is inside the edge band of the plot area or outside the
-    /// plot area.
+    /// Whether x position @p p (pixels) is in an edge band inside the plot area, or
+    /// outside the plot area. The width of the bands is @c areaEdge.
     bool nearAreaEdgeX(double p) const;
+    /// Whether y position @p p (pixels) is in an edge band inside the plot area, or
+    /// outside the plot area.
     bool nearAreaEdgeY(double p) const;
 
-    /// Whether pixel @p p is inside the edge band of the whole widget or outside
-    /// the widget.
+    /// Whether x position @p p (pixels) is in an edge band inside the widget, or
+    /// outside the widget. The width of the bands is @c scrEdge.
     bool nearScrEdgeX(double p) const;
+    /// Whether y position @p p (pixels) is in an edge band inside the widget, or
+    /// outside the widget.
     bool nearScrEdgeY(double p) const;
 
-    /// Chooses the distance between ticks, in data values: the first of @p base
-    /// times 1, 2, 5, 10, 20, 50, ... that is wider than @p minPixels on the x axis.
-    /// If none of the first 24 is wide enough, returns @p base times 10^8.
+    /// Returns a distance between ticks, in data values: the first product of @p base
+    /// with 1, 2, 5, 10, 20, 50, ... that is wider than @p minPixels on the x axis. If
+    /// none of the first 24 products is wide enough, returns @p base times 10^8.
     double tickStep(double base, double minPixels) const;
 
-    /// Returns the distance between ticks on the y axis. It is the same as
-    /// tickStep(), which uses the scale of x, on purpose: both axes have the same
-    /// step.
+    /// Returns tickStep(), which uses the scale of the x axis. On purpose both axes have
+    /// ticks at the same distance in data values.
     double tickStepY(double base, double minPixels) const;
 
-    /// Height of a row of text, truncated to whole pixels. It has the sign of the
-    /// y axis: negative on a painting surface.
+    /// Returns the height of a row of text, truncated to whole pixels. It has the sign
+    /// of the y axis: negative on a painting surface.
     int textRow() const;
 
-    /// Width of the left margin, truncated to whole pixels. Labels and legends
-    /// derive their width from it.
+    /// Returns the width of the left margin, truncated to whole pixels. The widths of
+    /// labels and legends are multiples of it.
     int labelWidth() const;
 
     double scrX0 = 0.0;

@@ -8,12 +8,12 @@ namespace display
 namespace
 {
 
-/// The value of a colour channel at step t of a ramp: 0 (None), t (Rising), 255 - t
-/// (Falling) or 255 (Full).
+/// How the value of a colour channel depends on the step t of a ramp: it is 0 (None), t
+/// (Rising), 255 - t (Falling) or 255 (Full).
 enum class Channel { None, Rising, Falling, Full };
 enum class Order { Up, Down };
 
-/// A colour gradient of 256 entries, with its steps in rising or falling order.
+/// A colour gradient of 256 entries, from step 0 to 255 (Up) or from step 255 to 0 (Down).
 struct Ramp {
     Order order;
     Channel red;

@@ -14,15 +14,16 @@ namespace display
 
 class MarkPlaces;
 
-/// One point for each run of the linear combination fit: x is the valence of the
-/// fit, y the valence of the latest target calculation at that time. The diagonal
-/// line shows where both are equal.
+/// The graph that compares the results of two methods for the target. It has one point
+/// for each run of the linear combination fit: x is the valence from the fit, y the
+/// valence from the latest target calculation at that time. The diagonal line shows
+/// where the two valences are equal.
 class ComparisonGraph : public Graph
 {
 public:
     bool isEmpty() const override { return points.isEmpty(); }
 
-    /// From 0.2 below @c lower to 0.2 above @c upper, on both axes.
+    /// Returns the range from 0.2 below @c lower to 0.2 above @c upper on both axes.
     Range range() const override;
 
     double lower = 0.0; ///< valence of the first used reference

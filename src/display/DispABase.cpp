@@ -21,8 +21,8 @@ DispABase::DispABase(QWidget* parent)
     : DrawingFrame(parent)
 {
     setupUi(this);
-    // The button gets only the width of its text, so that the fields for the mouse position
-    // get the rest of the strip.
+    // The button is only as wide as its text, so that the rest of the strip remains for the
+    // mouse position.
     const int textWidth = PopDockB->fontMetrics().horizontalAdvance(PopDockB->text());
     gridLayout_2->setColumnMinimumWidth(
         buttonColumn, std::min(textWidth + buttonPadding, PopDockB->maximumWidth()));
@@ -87,7 +87,7 @@ void DispABase::drawXYTitle(QStylePainter* p)
 
 void DispABase::clearScale()
 {
-    forgetRange();
+    discardRange();
 }
 
 void DispABase::update()

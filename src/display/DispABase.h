@@ -40,18 +40,17 @@ public Q_SLOTS:
     /// Draws the titles that are shown in the plot.
     void drawXYTitle(QStylePainter* p);
 
-    /// Drops the range of the view; the next paint fits it to the data.
+    /// Discards the range of the view. The next paint fits it to the data again.
     void clearScale();
 
-    /// Repaints the frame and its drawing, also if the drawing is in the separate
+    /// Repaints the frame and its drawing, even if the drawing is in the separate
     /// window.
     void update();
 
 Q_SIGNALS:
-    /// The signals of the painting surface, forwarded; see DispArea.
-    void draw(QStylePainter* p);
-    void mPressed(MouseC* m);
-    void mDragging(MouseC* m);
-    void mReleased(MouseC* m);
-    void mDClicked(MouseC* m);
+    void draw(QStylePainter* p); ///< forwards DispArea::draw()
+    void mPressed(MouseC* m);    ///< forwards DispArea::mPressed()
+    void mDragging(MouseC* m);   ///< forwards DispArea::mDragging()
+    void mReleased(MouseC* m);   ///< forwards DispArea::mReleased()
+    void mDClicked(MouseC* m);   ///< forwards DispArea::mDClicked()
 };

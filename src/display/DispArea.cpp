@@ -49,7 +49,7 @@ void DispArea::useWholeWidget()
 
 void DispArea::useWholeWidgetBeforeFirstPaint()
 {
-    // Not after the first paint: this would reset the plot area that the client has set.
+    // After the first paint this would reset the plot area that the client has set.
     if (!m_painted) {
         useWholeWidget();
     }
@@ -81,7 +81,7 @@ void DispArea::mouseMoveEvent(QMouseEvent* event)
     useWholeWidgetBeforeFirstPaint();
     mouse.moved(event);
     Q_EMIT nowPos(cc.s2rX(mouse.now.x()), cc.s2rY(mouse.now.y()));
-    // The modifier keys at the time of the press count, not the current ones.
+    // Uses the modifier keys at the time of the press, not the current ones.
     if (!mouse.pressed || mouse.pressButton != Qt::LeftButton || (mouse.pressMods & controlOrAlt)) {
         return;
     }
@@ -112,7 +112,7 @@ void DispArea::mouseDoubleClickEvent(QMouseEvent* event)
 void DispArea::wheelEvent(QWheelEvent* event)
 {
     useWholeWidgetBeforeFirstPaint();
-    // Each event zooms by one step, whatever its angle delta is.
+    // Each event zooms by one step: only the sign of its angle delta is used.
     const double turn = event->angleDelta().y() * 0.125 / 15.0;
     zoom(turn < 0.0 ? 1.1 : 1.0 / 1.1);
     event->accept();
@@ -121,8 +121,8 @@ void DispArea::wheelEvent(QWheelEvent* event)
 void DispArea::zoom(double factor)
 {
     // The zoom is centred on the position of the last mouse move; the position in the wheel
-    // event is not used. Near the left or right edge only y is zoomed, near the top or bottom
-    // edge only x; elsewhere and in the corners both.
+    // event is not used. Near the left or right edge only y is zoomed. Near the top or bottom
+    // edge only x is zoomed. Elsewhere, and in the corners, both axes are zoomed.
     const QPoint at = mouse.now;
     const double cx = cc.s2rX(at.x());
     const double cy = cc.s2rY(at.y());
@@ -148,7 +148,7 @@ void DispArea::pan()
 double DispArea::distanceTo(int line) const
 {
     const double value = markLines->value(line);
-    // Only the distance across the line counts, so a line can also be grabbed in the margins.
+    // The distance perpendicular to the line: a line can also be grabbed in the margins.
     return markLines->lines.at(line)->direction == 0
                ? std::fabs(cc.r2sX(value) - mouse.pressPos.x())
                : std::fabs(cc.r2sY(value) - mouse.pressPos.y());
@@ -236,7 +236,7 @@ void DispArea::drawRangeLabels(QStylePainter* p)
     const int textHeight = truncated(rowHeight * cc.textFill);
     const double below = cc.areaY0 - truncated((1.0 - cc.textFill) * rowHeight);
     const auto label = [&](double value, int characters, const QRectF& box, Qt::Alignment side) {
-        // Truncated, not rounded, on purpose: an exponent can be lost.
+        // On purpose the text is cut and not rounded, so an exponent can be lost.
         const QString text = QString::number(value, 'g', 6).left(characters);
         dt.drawText(p, box, QFont(), static_cast<int>(Qt::AlignVCenter | side), DrawText::fit, text,
                     maxPoints);

@@ -14,7 +14,7 @@ class MarkLines;
 /// A painting surface. It draws nothing itself: each paint sets up a painter and
 /// the coordinates and emits draw(), in which the connected client draws.
 ///
-/// The surface keeps the view, that is the real range of @c cc. The mouse wheel
+/// The surface stores the view, that is the real range of @c cc. The mouse wheel
 /// zooms the view, and dragging with Shift and the left button pans it. The surface
 /// also records the mouse state and lets the user drag the lines of a MarkLines set
 /// with the left button.
@@ -30,10 +30,9 @@ public:
     void fitTo(double x0, double y0, double x1, double y1);
 
     /// Draws the outline of the plot area and four labels with its range. The
-    /// numbers are truncated to their first 5 (y) or 6 (x) characters, since the
-    /// labels are only a rough guide. With @p maskMargins the margins are filled
-    /// with white first, which covers data outside the plot area. Call this after
-    /// the data are drawn.
+    /// numbers are cut after 5 (y) or 6 (x) characters, because the labels are only a
+    /// rough guide. With @p maskMargins the margins are filled with white first, which
+    /// covers data outside the plot area. Call this after the data are drawn.
     void drawFrame(QStylePainter* p, bool maskMargins);
 
     MouseC mouse;                   ///< mouse state; the signals pass a pointer to it
@@ -45,12 +44,13 @@ public:
 Q_SIGNALS:
     /// The mouse moved to this position (data values).
     void nowPos(double rx, double ry);
-    /// Emitted in each paint, so that the client draws with @p p. The painter is
-    /// valid only during the emission.
+    /// Emitted in each paint: the client draws with @p p now. The painter is valid
+    /// only during the emission.
     void draw(QStylePainter* p);
     /// The left button was pressed without Shift, Control or Alt.
     void mPressed(MouseC* m);
-    /// The mouse moved after a left press without Shift, Control or Alt.
+    /// The mouse moved with the left button down. Not emitted if Shift, Control or Alt
+    /// was down at the press.
     void mDragging(MouseC* m);
     /// Any button was released.
     void mReleased(MouseC* m);

@@ -84,7 +84,7 @@ void DispMBase::popDock()
 
 void DispMBase::clearScale()
 {
-    forgetRange();
+    discardRange();
 }
 
 void DispMBase::newZmax()

@@ -31,28 +31,30 @@ public Q_SLOTS:
     /// Moves the drawing into its separate window, or back into the frame.
     void popDock();
 
-    /// Drops the range of the view; the next paint fits it to the data.
+    /// Discards the range of the view. The next paint fits it to the data again.
     void clearScale();
 
-    /// Pass the number in the edit of a limit to the colour bar; unparsable text
-    /// counts as 0. Afterwards the edits show the limits of the bar, which swaps
-    /// reversed ones. If the edit still has the text that was last shown, nothing
-    /// happens: that text is rounded, and the bar would lose digits of its limit.
+    /// Sets the upper limit of the colour bar to the number in its edit; unparsable
+    /// text counts as 0. The bar swaps reversed limits. Afterwards both edits show the
+    /// limits of the bar.
+    ///
+    /// Does nothing if the text of the edit has not changed since it was last shown:
+    /// that text is rounded, and the limit of the bar has more digits.
     void newZmax();
+    /// Sets the lower limit of the colour bar to the number in its edit, see newZmax().
     void newZmin();
 
-    /// Repaints the frame and its drawing, also if the drawing is in the separate
+    /// Repaints the frame and its drawing, even if the drawing is in the separate
     /// window.
     void update();
 
 Q_SIGNALS:
-    /// The signals of the painting surface, forwarded; see DispArea.
-    void draw(QStylePainter* p);
-    void nowPos(double x, double y);
-    void mPressed(MouseC* m);
-    void mDragging(MouseC* m);
-    void mReleased(MouseC* m);
-    void mDClicked(MouseC* m);
+    void draw(QStylePainter* p);     ///< forwards DispArea::draw()
+    void nowPos(double x, double y); ///< forwards DispArea::nowPos()
+    void mPressed(MouseC* m);        ///< forwards DispArea::mPressed()
+    void mDragging(MouseC* m);       ///< forwards DispArea::mDragging()
+    void mReleased(MouseC* m);       ///< forwards DispArea::mReleased()
+    void mDClicked(MouseC* m);       ///< forwards DispArea::mDClicked()
 
 protected:
     /// Gives the focus to the frame itself when the window opens.

@@ -7,13 +7,15 @@
 #include <QFrame>
 #include <QList>
 
-/// Shows the plots in a grid and forwards their draw and mouse signals, with the
-/// plot that sent them as an argument.
+/// Shows the plots in a grid, and forwards their draw and mouse signals with the
+/// sending plot as an additional argument.
 class Displays : public QFrame, public Ui_Displays
 {
     Q_OBJECT
 
 public:
+    /// The ids of the plots: the four references, the target, and the six graphs of the
+    /// analysis.
     enum DispId {
         DRef1,
         DRef2,
@@ -45,21 +47,23 @@ public:
     QList<DispId> ids; ///< the id of each plot in @c disps
 
 public Q_SLOTS:
-    /// Forward a signal of the sending plot.
-    void receiveDraw(QStylePainter* p);
-    void receiveMPressed(MouseC* m);
-    void receiveMDragging(MouseC* m);
-    void receiveMReleased(MouseC* m);
+    void receiveDraw(QStylePainter* p); ///< emits draw() for the sending plot
+    void receiveMPressed(MouseC* m);    ///< emits mPressed() for the sending plot
+    void receiveMDragging(MouseC* m);   ///< emits mDragging() for the sending plot
+    void receiveMReleased(MouseC* m);   ///< emits mReleased() for the sending plot
 
     /// Repaints all plots. Plots in separate windows are repainted even while this
     /// window is hidden.
     void update();
 
 Q_SIGNALS:
-    /// The signals of the plots, with the plot @p dab that sent them; see DispArea.
+    /// Plot @p dab with the id @p id is being painted, see DispArea::draw().
     void draw(Displays::DispId id, DispABase* dab, QStylePainter* p);
+    /// Plot @p dab has emitted mPressed(), see DispArea::mPressed().
     void mPressed(DispABase* dab, MouseC* m);
+    /// Plot @p dab has emitted mDragging(), see DispArea::mDragging().
     void mDragging(DispABase* dab, MouseC* m);
+    /// Plot @p dab has emitted mReleased(), see DispArea::mReleased().
     void mReleased(DispABase* dab, MouseC* m);
 
 protected:

@@ -15,7 +15,7 @@ namespace
 constexpr double trialPoints = 10.0;
 
 /// Start value for the common size of several texts, in points: larger than any size that
-/// fits. It also applies to an empty list.
+/// fits. An empty list therefore gets this size.
 constexpr double startPoints = 100000.0;
 
 QFont sized(const QFont& font, double points)
@@ -25,8 +25,8 @@ QFont sized(const QFont& font, double points)
     return copy;
 }
 
-/// The size in points at which a text fills @p box, if it has the size @p measured at
-/// the trial size.
+/// Returns the size in points at which a text fits @p box. @p measured is the bounding
+/// box of the text at the trial size.
 double fittingPoints(const QRectF& box, const QRectF& measured)
 {
     if (measured.width() == 0.0 && measured.height() == 0.0) {
@@ -42,9 +42,9 @@ double limited(double points, double maxPoints)
     return maxPoints > 0.0 && points > maxPoints ? maxPoints : points;
 }
 
-/// Distance from the top of the line of @p text to its baseline. If some letters come
-/// from a fallback font, for example Japanese ones, this differs from the ascent of the
-/// painter's font.
+/// Returns the distance from the top of the line of @p text to its baseline. This differs
+/// from the ascent of the painter's font if some letters, for example Japanese ones, are
+/// taken from a fallback font.
 double ascentOf(const QStylePainter* p, const QString& text)
 {
     QTextLayout layout(text, p->font(), p->device());
@@ -56,8 +56,8 @@ double ascentOf(const QStylePainter* p, const QString& text)
 
 /// Draws @p text with the painter's font into @p box, without clipping. Text that is
 /// wider than the box is squeezed to the width of the box. Text whose letters would
-/// extend above or below the box is moved inside if it fits. It usually does: the line
-/// can be a pixel higher than the box, but the letters rarely are.
+/// extend above or below the box is moved inside if the letters fit. They usually fit: the
+/// line can be a pixel higher than the box, but the letters are rarely as high as the line.
 void drawInsideBox(QStylePainter* p, const QRectF& box, int flags, const QString& text)
 {
     const QRectF line = p->boundingRect(box, flags, text);

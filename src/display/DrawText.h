@@ -22,15 +22,14 @@ class DrawText : public QObject
     Q_OBJECT
 
 public:
-    /// Drawing modes: @c asGiven uses the given font, @c fit scales it to the box.
-    static constexpr int asGiven = 0;
-    static constexpr int fit = 1;
+    static constexpr int asGiven = 0; ///< drawing mode: uses the given font
+    static constexpr int fit = 1;     ///< drawing mode: scales the font to the box
 
     using QObject::QObject;
 
     /// Draws @p text into @p box. Afterwards the font of the painter is @p font.
     ///
-    /// Fitted text is not clipped, so that a number cannot lose a digit. Font sizes
+    /// Fitted text is not clipped, so that no digit of a number is cut off. Font sizes
     /// are rounded to whole pixels, so the text can become wider than calculated;
     /// then it is squeezed to the width of the box.
     ///
@@ -86,7 +85,7 @@ public:
     /// inside the square of side @p size with its lower left corner at (x, y).
     static bool inButton(const QMouseEvent* event, double x, double y, double size);
 
-    int align = -1;
+    int align = -1;      ///< not used by the program
     QList<QRectF> boxes; ///< rectangles that are already used in a drawing
     QColor buttonLine{0, 220, 220};
     QColor buttonOn{170, 255, 170};

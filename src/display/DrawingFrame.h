@@ -69,14 +69,17 @@ protected:
         connect(this->DispA, &DispArea::mDClicked, owner, &Frame::mDClicked);
     }
 
+    /// Moves the drawing into its separate window, or back into the frame.
     void popOrDock()
     {
         pop->setWindowTitle(this->Title->text());
         pop->popDock(this->DispABFrame, this->gridLayout, &docked);
     }
 
-    void forgetRange() { this->DispA->hasScale = false; }
+    /// Discards the range of the view. The next paint fits it to the data again.
+    void discardRange() { this->DispA->hasScale = false; }
 
+    /// Repaints the frame and its drawing, even if the drawing is in the separate window.
     void updateAll()
     {
         QFrame::update();

@@ -33,7 +33,8 @@ constexpr int steps = 7;
 constexpr int sideMargin = 2;
 constexpr int cursorWidth = 1;
 
-/// The font of @p step: 0 returns @p ordinary, @c steps the smallest and narrowest font.
+/// Returns the font of @p step. Step 0 is @p ordinary; the last step (@c steps) is the
+/// smallest and narrowest font.
 QFont fontOfStep(const QFont& ordinary, int step)
 {
     QFont font(ordinary);
@@ -137,7 +138,7 @@ void FittedEdit::fit()
     }
     if (m_fitted) {
         m_fitted = false;
-        applyFont(QFont()); // back to the inherited font
+        applyFont(QFont()); // restores the inherited font
     }
     const QFont ordinary = font();
     const int available = textRect().width();
@@ -153,7 +154,7 @@ void FittedEdit::fit()
         m_fitted = true;
         applyFont(fitted);
     }
-    // Escaped, because QToolTip would interpret some texts as rich text.
+    // QToolTip would interpret some texts as rich text, so they are escaped.
     const QString tip = Qt::mightBeRichText(text()) ? text().toHtmlEscaped() : text();
     setToolTip(m_overflows ? tip : QString());
 }

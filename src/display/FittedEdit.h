@@ -16,7 +16,7 @@ namespace display
 /// while the user edits the text or has selected a part of it. When the field loses
 /// the focus, the cursor returns to the beginning.
 ///
-/// The size hints are always those of the ordinary font, which the field inherits
+/// The size hints are always calculated for the ordinary font, which the field inherits
 /// from its parent. A font that is set on the field itself is lost.
 ///
 /// A field with a style sheet is expected to have a light background and gets black
@@ -28,8 +28,10 @@ class FittedEdit : public QLineEdit
 public:
     explicit FittedEdit(QWidget* parent = nullptr);
 
-    /// The size hints for the ordinary font, also while a fitted font is in use.
+    /// Returns the size hint for the ordinary font, also while a fitted font is in use.
     QSize sizeHint() const override;
+    /// Returns the minimum size hint for the ordinary font, also while a fitted font is
+    /// in use.
     QSize minimumSizeHint() const override;
 
 protected:
@@ -54,7 +56,7 @@ private:
     bool m_overflows = false;      ///< the text is too wide even in the smallest font
     bool m_hasKeys = false;        ///< a key was pressed since the last end of editing
     QSize m_hint;                  ///< size hint of the ordinary font, valid while m_fitted
-    QSize m_minimumHint;           ///< minimum size hint of the ordinary font, while m_fitted
+    QSize m_minimumHint;           ///< minimum size hint of the ordinary font, valid while m_fitted
 };
 
 } // namespace display

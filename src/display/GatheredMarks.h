@@ -16,10 +16,10 @@ class MarkPlaces;
 /// Fast path for drawing the marks of all points, in the painter's pen.
 ///
 /// It paints exactly the same pixels as display::drawMark() for each point. In one
-/// opaque colour neither the order of the marks nor their number on a pixel is
+/// opaque colour, neither the order of the marks nor the number of marks on a pixel is
 /// visible. It is therefore enough to collect the pixels that are covered by any
-/// mark, and to fill each of them once. Where this does not hold, add() draws each
-/// mark itself.
+/// mark, and to fill each of them once. If drawing a mark twice changes the picture
+/// (see isRedrawNoOp()), add() draws each mark immediately.
 class GatheredMarks
 {
 public:

@@ -49,7 +49,10 @@ public:
     virtual Range range() const = 0;
 
 protected:
+    /// Draws the grid and the data. Called only if the graph is not empty.
     virtual void drawData(QStylePainter* p, const ChCoord& cc) const = 0;
+    /// Draws what must not be covered by the frame, for example a legend. Called only if
+    /// the graph is not empty. By default draws nothing.
     virtual void drawOnTop(QStylePainter* p, const ChCoord& cc) const;
 };
 

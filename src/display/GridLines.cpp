@@ -31,7 +31,7 @@ void forEachPixel(const GridValues& values, double spacing, int size, ToPixel to
         return;
     }
     if (std::fabs(spacing) < 1.0) {
-        // At least one value on every pixel between the ends.
+        // The spacing is below one pixel: every pixel between the ends contains a value.
         const double last = begin + spacing * steps;
         const auto [low, high] = std::minmax(begin, last);
         const double end = std::min(std::trunc(high), size - 1.0);

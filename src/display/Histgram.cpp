@@ -30,8 +30,8 @@ bool Histgram::write(const QString& path, const QString& name, QString* incomple
     const QFileInfo result(path);
     const QString fileName =
         result.completeBaseName() + QLatin1Char('_') + name + QLatin1Char('.') + result.suffix();
-    // canonicalFilePath() of a missing file is empty, so that nothing is written. This is
-    // intended: users opt in to a histogram file by creating it once.
+    // canonicalFilePath() of a missing file is empty, and opening an empty path fails. This
+    // is intended: users opt in to a histogram file by creating it once.
     const QString target = QFileInfo(QDir(result.canonicalPath()), fileName).canonicalFilePath();
     QFile file(target);
     if (!data::openForWriting(file)) {

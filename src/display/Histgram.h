@@ -24,8 +24,9 @@ public:
     void init();
 
     /// Writes fileText() to "<complete base name>_<name>.<suffix>" next to the result
-    /// file @p path. Symbolic links are resolved: the folder is that of the actual
-    /// result file. If @p path has no suffix, the file name ends with a dot.
+    /// file @p path. Symbolic links are resolved, so the histogram file is written to the
+    /// folder of the actual result file. If @p path has no suffix, the file name ends
+    /// with a dot.
     ///
     /// Writes to existing files only: creating the file is the opt-in of the user.
     /// If @p path itself does not exist, the current working folder is used.

@@ -16,12 +16,12 @@ namespace display
 namespace
 {
 
-// Pixels: width of the bars of references, and distance between neighbouring bars.
+// Width of the bars of references, and distance between neighbouring bars; pixels.
 constexpr double barPitch = 3.0;
 
 /// Draws the bars of one histogram. Consecutive bars on the same pixels are merged into
-/// one with the largest height. The number of fills is therefore limited by the width of
-/// the widget, whatever the number of bins.
+/// one bar with the largest height. The number of fills is therefore limited by the width of
+/// the widget, not by the number of bins.
 class BarPainter
 {
 public:
@@ -37,12 +37,12 @@ public:
     BarPainter(const BarPainter&) = delete;
     BarPainter& operator=(const BarPainter&) = delete;
 
-    /// Adds a bar over the pixels in the half-open interval [@p left, @p right), but at
-    /// least one pixel wide.
+    /// Adds a bar over the pixels in the half-open interval [@p left, @p right). The bar is
+    /// at least one pixel wide.
     void add(double left, double right, int count)
     {
         const double end = m_coord.scrX1;
-        // The position of a count can be NaN if the range of y is zero.
+        // The pixel position of the count can be NaN if the range of y is empty.
         if (count <= 0 || !(left < end && right > -1.0) || std::isnan(m_coord.r2sY(count))) {
             return;
         }
@@ -59,7 +59,7 @@ public:
 private:
     int row(double count) const
     {
-        // Clamped to the widget; the white margins cover what is outside the plot area.
+        // Clamped to one pixel outside the widget, so that the position fits into an int.
         return truncated(std::clamp(m_coord.r2sY(count), -1.0, m_coord.scrY0 + 1.0));
     }
 

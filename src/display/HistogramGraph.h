@@ -12,8 +12,8 @@ class QPainter;
 namespace display
 {
 
-/// The main histogram with wide bars, and in front of it the histograms of single
-/// references with narrow bars side by side.
+/// The graph of histograms: the main histogram with wide bars, and in front of it the
+/// histograms of single references with narrow bars side by side.
 class HistogramGraph : public Graph
 {
 public:
@@ -23,15 +23,16 @@ public:
         QColor color;
     };
 
-    /// True if no histogram is selected for display, or before the first count.
+    /// True if no histogram is selected for display, or if nothing has been counted yet.
     bool isEmpty() const override;
 
-    /// From @c from to @c to on x. On y from -0.1 to 1.1 times the highest count of
-    /// the shown histograms, or from 0 to 1 and not fitted if all bins are empty.
+    /// Returns the range from @c from to @c to on x, and from -0.1 to 1.1 times the highest
+    /// count of the shown histograms on y. If all bins are empty, y is from 0 to 1 and the
+    /// range is not fitted.
     Range range() const override;
 
-    double from = 0.0; ///< current limits in the line edits; the bins can have older limits
-    double to = 0.0;
+    double from = 0.0; ///< current lower limit in its edit; the bins can have an older one
+    double to = 0.0;   ///< current upper limit in its edit; the bins can have an older one
     analysis::HistogramCounts main;
     bool mainShown = false;
     QColor mainColor;

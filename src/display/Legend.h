@@ -9,8 +9,8 @@ class QPoint;
 namespace display
 {
 
-/// The rows of names in the upper right corner of a plot, and the areas in which a
-/// mouse press hits them.
+/// The layout of a legend: rows of names in the upper right corner of a plot. Each row
+/// has a box in which it is drawn, and a hit area for mouse presses.
 class Legend
 {
 public:

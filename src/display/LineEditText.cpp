@@ -14,7 +14,7 @@ QString shortenedItems(const QString& text, const QFontMetricsF& metrics, double
 {
     const qsizetype last = text.contains(u'/') ? 0 : text.size();
     QString front;
-    // From the beginning, so that only text that fits is measured, however long the whole is.
+    // Starts at the beginning, so that the rest of a very long text is never measured.
     for (qsizetype end = 1; end <= last; ++end) {
         if (text.at(end - 1) != u' ' && text.at(end - 1) != u',') {
             continue;
@@ -67,7 +67,7 @@ QString shortened(const QString& text, const QFontMetricsF& metrics, double widt
     const qsizetype e = text.indexOf(u'e', 0, Qt::CaseInsensitive);
     const QString mantissa = text.left(e); // the whole text if there is no exponent
     const QString tail = QChar(0x2026) + (e < 0 ? QString() : text.mid(e));
-    // From the beginning here too: a number in a file can have thousands of digits.
+    // Starts at the beginning too: a number in a file can have thousands of digits.
     qsizetype kept = 0;
     while (kept + 1 < mantissa.size() && fits(mantissa.left(kept + 1) + tail)) {
         ++kept;

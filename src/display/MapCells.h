@@ -17,13 +17,13 @@ namespace display
 /// there are no gaps and no overlaps.
 ///
 /// The picture is the same, pixel for pixel, as with one fillRect() for each cell.
-/// It is faster because cells that are outside the view or cover no pixel are
+/// This class is faster because cells that are outside the view or cover no pixel are
 /// skipped, and neighbouring cells of one colour in a line are filled by one call.
 class MapCells
 {
 public:
     /// Calculates the positions of @p width by @p height cells on the surface with
-    /// the coordinates @p cc. If the range of the view is zero, there are no cells.
+    /// the coordinates @p cc. If the range of the view is empty, there are no cells.
     /// @pre the x values of the view grow to the right
     MapCells(const ChCoord& cc, int width, int height);
 

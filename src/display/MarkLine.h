@@ -14,13 +14,13 @@ class MarkLine : public QObject
 public:
     /// @param lineEdit  the edit whose text is the value; if null, the line creates
     ///                  an edit that is never shown
-    /// @param axis      0 for a vertical line, whose value is an x; any other number
-    ///                  for a horizontal line, whose value is a y
+    /// @param axis      0 for a vertical line, which marks a value of x; any other number
+    ///                  for a horizontal line, which marks a value of y
     MarkLine(QLineEdit* lineEdit, int axis, QObject* parent = nullptr);
 
     int index = 0;         ///< position in the set of lines; set by the code that fills the set
     QLineEdit* edit;       ///< not owned
     int direction;         ///< 0 for a vertical line, otherwise horizontal
     bool relative = false; ///< the text is an offset from another line
-    int baseIndex = -1;    ///< index of that other line
+    int baseIndex = -1;    ///< index of the line to which the offset is added
 };

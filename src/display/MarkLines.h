@@ -30,8 +30,8 @@ public:
     double baseValue(int i) const;
 
     QList<MarkLine*> lines;
-    bool selected = false;  ///< the mouse drags a line
-    int selectedIndex = -1; ///< index of that line, or -1
+    bool selected = false;  ///< whether the mouse drags a line
+    int selectedIndex = -1; ///< index of the dragged line, or -1
 
 Q_SIGNALS:
     /// The selected line was dragged; its edit already has the new value.

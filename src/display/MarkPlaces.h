@@ -19,7 +19,7 @@ namespace display
 class MarkPlaces
 {
 public:
-    /// Copies what it needs from the coordinates @p cc of the plot.
+    /// Copies the scales and the ranges from the coordinates @p cc of the plot.
     explicit MarkPlaces(const ChCoord& cc);
 
     /// Returns the pixel of the point (@p x, @p y) (data values), with truncated
@@ -45,8 +45,8 @@ private:
         bool showsAt(double place) const { return place > low && place < high; }
 
         double scale; ///< pixels per unit of the data
-        double real0; ///< data value at the first edge of the plot area
-        double area0; ///< pixel of the first edge of the plot area
+        double real0; ///< data value at area0
+        double area0; ///< first edge of the plot area, pixels
         double low;   ///< marks are visible between low and high, both exclusive
         double high;
     };

@@ -6,7 +6,7 @@
 
 class QMouseEvent;
 
-/// Positions, buttons and modifier keys of the last mouse events of each kind.
+/// Position, button and modifier keys of the latest mouse event of each kind.
 /// Positions are rounded to the nearest pixel of the widget, halves away from zero.
 /// A pointer to a MouseC that a signal passes must be used only during the emission:
 /// the next event changes the object.
@@ -17,10 +17,13 @@ class MouseC : public QObject
 public:
     using QObject::QObject;
 
-    /// Record a move, press, release or double click.
+    /// Records a move.
     void moved(const QMouseEvent* event);
+    /// Records a press and sets @c pressed.
     void recordPressed(const QMouseEvent* event);
+    /// Records a release and clears @c pressed.
     void released(const QMouseEvent* event);
+    /// Records a double click. Does not change @c now and @c prev.
     void dClicked(const QMouseEvent* event);
 
     QPoint prev; ///< the value of @c now before the last move, press or release

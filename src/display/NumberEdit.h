@@ -1,4 +1,4 @@
-// A line edit that holds one number.
+// A line edit for one number.
 #pragma once
 
 #include "display/FittedEdit.h"

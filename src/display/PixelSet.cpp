@@ -13,8 +13,8 @@ namespace display
 namespace
 {
 
-/// The bits of @p word that a left shift by @p shift (0 to 63) moves into the next word.
-/// The shift back is done in two steps, because a shift by 64 is undefined behaviour.
+/// Returns the bits of @p word that a left shift by @p shift (0 to 63) moves into the next
+/// word. The right shift is done in two steps, because a shift by 64 is undefined behaviour.
 std::uint64_t carryOf(std::uint64_t word, int shift)
 {
     return word >> 1 >> (63 - shift);
@@ -71,7 +71,7 @@ PixelSet PixelSet::dilated(const std::vector<std::uint64_t>& stamp) const
         }
         for (int row = 0; row < size; ++row) {
             std::uint64_t* to = &result.m_words[result.wordOf(0, y + row - reach)];
-            // The area of the result starts further left, so that all shifts are to the right.
+            // The result has its left edge further left, so that all shifts are to the right.
             for (std::uint64_t left = stamp[static_cast<std::size_t>(row)]; left != 0;
                  left &= left - 1) {
                 addShifted(from, m_wordsPerLine, std::countr_zero(left), to);

@@ -17,9 +17,9 @@ namespace display
 /// bit for each pixel. Inserting a pixel, or a row of up to 64 pixels, takes constant
 /// time.
 ///
-/// Fast paths use such a set in place of many drawings in one opaque colour: each
-/// pixel of the set is filled once, and neighbouring pixels on a line are filled
-/// together.
+/// Fast paths collect many overlapping drawings of one opaque colour in such a set.
+/// Then each pixel of the set is filled once, and neighbouring pixels on a line are
+/// filled together.
 class PixelSet
 {
 public:

@@ -11,7 +11,7 @@ namespace display
 namespace
 {
 
-// Pixels. Larger than any window, and small enough for the integer arithmetic of QPainter.
+// In pixels. Larger than any window, and small enough for QPainter's integer arithmetic.
 constexpr double clipLimit = 1 << 20;
 
 bool isFinite(const QPointF& p)

@@ -1,4 +1,4 @@
-// The graph of the absorbance of the second reference against that of the first.
+// The graph that plots the absorbances of two references against each other.
 #pragma once
 
 #include "analysis/PlaneLines.h"
@@ -9,12 +9,14 @@
 namespace display
 {
 
-/// One point for each energy of the measurement: the mut (absorbance) of the first
-/// used reference on x, and of the second used reference on y. The lines of
-/// analysis::PlaneLines, which the four-points methods use, are drawn as well.
+/// The graph of two references against each other. It has one point for each energy of
+/// the measurement: x is the mut (absorbance) of the first used reference, y the mut of
+/// the second used reference. The lines of analysis::PlaneLines, which the four-points
+/// methods use, are drawn as well.
 class PlaneGraph : public Graph
 {
 public:
+    /// One energy of the measurement.
     struct Point {
         double m2;   ///< mut of the first used reference
         double m3;   ///< mut of the second used reference
@@ -23,8 +25,9 @@ public:
 
     bool isEmpty() const override { return points.isEmpty(); }
 
-    /// The range of the points on each axis, extended by a tenth of its width on both
-    /// sides, or by 0.1 if the width is 0. Not fitted if all values on an axis are NaN.
+    /// Returns the range of the points on each axis, extended by a tenth of its width on
+    /// both sides, or by 0.1 if the width is 0. The range is not fitted if all values on
+    /// an axis are NaN.
     Range range() const override;
 
     QList<Point> points; ///< empty with fewer than two used references

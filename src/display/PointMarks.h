@@ -11,9 +11,8 @@ class QPainter;
 namespace display
 {
 
-/// Radii of the two circles that mark a point, pixels.
-inline constexpr int innerRadius = 1;
-inline constexpr int outerRadius = 2;
+inline constexpr int innerRadius = 1; ///< radius of a mark's inner circle, pixels
+inline constexpr int outerRadius = 2; ///< radius of a mark's outer circle, pixels
 
 /// Returns the pixel of a single point (data values), or nothing if its mark would be
 /// outside the widget. See MarkPlaces::at().

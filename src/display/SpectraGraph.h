@@ -11,8 +11,8 @@
 namespace display
 {
 
-/// All spectra in the same normalisation, over an energy range around the edge. The
-/// graph also shows the energies of the measurement, and a legend whose rows switch
+/// The graph of all spectra in the same normalisation, over an energy range around the
+/// edge. It also shows the energies of the measurement, and a legend whose rows switch
 /// the spectra on and off.
 class SpectraGraph : public Graph
 {
@@ -36,9 +36,9 @@ public:
     /// True if no spectrum has any points.
     bool isEmpty() const override;
 
-    /// From @c from to @c to on x. On y the range of all values in this interval,
-    /// extended by a twentieth of its width on both sides, or from 0 to 1 and not
-    /// fitted if the interval contains no values.
+    /// Returns the range from @c from to @c to on x. On y it is the range of all values in
+    /// this interval, extended by a twentieth of its width on both sides. If the interval
+    /// contains no values, y is from 0 to 1 and the range is not fitted.
     Range range() const override;
 
     int kind = AMutE::raw; ///< normalisation, see AMutE::value()

@@ -9,8 +9,8 @@
 namespace display
 {
 
-/// One point for each pixel of the result map: the valence on x, and the thickness or
-/// total dMut on y.
+/// The graph of thickness against valence. It has one point for each pixel of the result
+/// map: x is the valence, y the thickness or total dMut.
 class ThicknessGraph : public Graph
 {
 public:

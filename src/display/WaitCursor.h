@@ -12,8 +12,7 @@ namespace display
 class [[nodiscard]] WaitCursor
 {
 public:
-    /// @param isWanted  false makes the guard a no-op, for work that takes only a
-    ///                  short time
+    /// @param isWanted  false makes the guard a no-op, for a short calculation
     explicit WaitCursor(bool isWanted = true);
     ~WaitCursor();
 

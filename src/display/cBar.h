@@ -9,7 +9,7 @@
 #include <QList>
 
 /// Owns the colour table and maps values to colours. It is also a control: dragging
-/// its two lines squeezes or stretches the table along the bar without changing the
+/// its two lines compresses or stretches the table along the bar without changing the
 /// value limits.
 class cBar : public QFrame
 {
@@ -25,19 +25,19 @@ public:
     void setCBarType(int type);
 
     /// Returns the colour of value @p v. Values outside the limits get the first or
-    /// the last colour. A value that is not finite gets the first colour, as does any
-    /// value while the limits are equal. If the bar is inverted, first and last colour
-    /// are exchanged. The reference is valid until the next table is built.
+    /// the last colour. A value that is not finite gets the first colour. If the limits
+    /// are equal, all values get the first colour. If the bar is inverted, first and
+    /// last colour are exchanged. The reference is valid until the next table is built.
     const QColor& color(double v) const;
 
     /// Swaps the value limits if they are reversed, and emits newScale().
     void checkOrder();
 
     MouseC mouse;
-    ChCoord cc;           ///< coordinates of the bar; y is an index in the table
-    QList<QColor*> table; ///< owned
-    QColor aboveColor{255, 255, 255};
-    QColor belowColor{0, 0, 0};
+    ChCoord cc;                       ///< coordinates of the bar; y is an index in the table
+    QList<QColor*> table;             ///< owned
+    QColor aboveColor{255, 255, 255}; ///< fills the bar above the upper line
+    QColor belowColor{0, 0, 0};       ///< fills the bar below the lower line
     QColor lineColor{150, 150, 150};
     int nColors = 0;       ///< length of the table
     int maxIdx = 0;        ///< table index of the upper line
@@ -56,9 +56,11 @@ public Q_SLOTS:
     /// Sets @c autoScale and emits newScale().
     void setAutoScale(bool f);
 
-    /// Set one value limit, swap both limits if they are now reversed, and emit
+    /// Sets the upper value limit, swaps both limits if they are now reversed, and emits
     /// newScale().
     void newZmax(double max);
+    /// Sets the lower value limit, swaps both limits if they are now reversed, and emits
+    /// newScale().
     void newZmin(double min);
 
     /// Returns the number of colour tables.

@@ -73,7 +73,7 @@ void AnalysisGraphs::draw(Displays::DispId id, DispABase* frame, QStylePainter* 
         drawPlane(plot);
         break;
     default:
-        break; // spectrum rows draw their plots themselves
+        break; // the spectrum rows draw the other plots
     }
 }
 

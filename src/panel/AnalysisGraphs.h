@@ -45,8 +45,8 @@ struct GraphData {
     Histograms thickness;
 };
 
-/// Draws the analysis graphs. Each paint reads all its data again; no data are stored
-/// between paints.
+/// Draws the six graphs of the analysis. Each paint reads all its data again; no data are
+/// stored between paints.
 class AnalysisGraphs
 {
     Q_DECLARE_TR_FUNCTIONS(FourPs) // the titles are translated in the context of the panel
@@ -70,7 +70,7 @@ public:
     void switchSpectrumAt(QPoint pos, const QList<AMutE*>& displayOnly) const;
 
 private:
-    /// The target of a paint.
+    /// The arguments of draw() that are the same for all graphs.
     struct Plot {
         DispABase* frame;
         QStylePainter* painter;

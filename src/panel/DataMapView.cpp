@@ -58,7 +58,7 @@ void DataMapView::showOtherMap() const
 {
     DispMBase* window = m_widgets.dataMap;
     window->clearScale();
-    window->Val->clear(); // a value of the previous map
+    window->Val->clear(); // the value is from the previous map
     window->update();
 }
 

@@ -28,8 +28,8 @@ public:
     /// the map. Does nothing if the row has no map.
     void showValueAt(double x, double y) const;
 
-    /// Call this if another map is to be shown: clears the value, and repaints with the
-    /// view and the limits fitted to that map.
+    /// Call this if another map was selected or read: clears the value, and repaints with
+    /// the view and the limits fitted to the new map.
     void showOtherMap() const;
 
 private:

@@ -10,8 +10,8 @@
 namespace panel
 {
 
-// A focus chain has the order in which the widgets were created: the rows come after the
-// widgets of the form, although they are shown above many of them.
+// By default the focus chain has the order in which the widgets were created. The rows are
+// created after the widgets of the form, although they are shown above many of them.
 void orderFocusChain(QWidget* panel, const Widgets& widgets)
 {
     QList<QWidget*> references;

@@ -116,7 +116,7 @@ void layOutEnergyRows(FourPs& panel)
     for (int i = 0; i < panel.EPoints.size(); ++i) {
         grid.placeRow(*panel.EPoints.at(i), i);
     }
-    // As wide as the energy fields above it.
+    // The list of energies is as wide as the energy fields above it.
     panel.MultiEnergys->setMaximumWidth(panel.EPoints.first()->Energy->maximumWidth());
     grid.placeFieldsForAll(panel.MultiEnergys, panel.MultiFiles, energyRowCount);
 }
@@ -187,7 +187,7 @@ FourPs::FourPs(QWidget* parent)
     changedSubBGTypeForTarget(ui.SubPostEforTarget->isChecked());
     m_widgets.normRadios = newGroup({ui.NNone, ui.NBySubPre, ui.NByEJ, ui.NBy2Vics});
     ui.CConds->setVisible(ui.DispCondsB->isChecked());
-    // "4 Points Meth." keeps its default on purpose: it is never enabled again.
+    // On purpose the choice of "4 Points Meth." keeps its default: no code enables it again.
     ui.CConds3->setEnabled(false);
     // Connected last, so that the initialisation above starts no calculation.
     const panel::Wiring<FourPs> wiring(m_widgets, this);

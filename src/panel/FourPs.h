@@ -40,7 +40,7 @@ enum class Variant;
 /// them with signals and slots. Its parts do the reading, drawing and connecting
 /// (panel::InputReader, panel::AnalysisGraphs, panel::Wiring, ...).
 ///
-/// The widgets hold the state: numbers and choices are read from line edits and
+/// The widgets are the state: numbers and choices are read from line edits and
 /// buttons at each use, and unparsable text counts as 0. A slot reads its inputs once,
 /// calls a pure function, and shows the result. If a calculation is refused, the reason
 /// is shown in the message box and earlier results are kept.
@@ -51,11 +51,11 @@ class FourPs : public QFrame
 public:
     explicit FourPs(QWidget* parent = nullptr);
 
-    /// Adds a line to the message box, after QString::simplified().
+    /// Adds @p text to the message box as one line, see QString::simplified().
     void message(const QString& text);
 
-    /// Gives the focus to the file button of the first reference, the first step of a
-    /// session. Call this after the panel is placed in its window.
+    /// Gives the focus to the file button of the first reference, because a session
+    /// starts with this file. Call this after the panel is placed in its window.
     void focusFirstStep();
 
     /// See panel::InputReader::normMode().
@@ -71,18 +71,16 @@ public:
     /// Writes the automatic histogram limits to their fields if "Auto" is checked.
     void SetHistogramRanges();
 
-    /// See checkedMapRow(), isRatioShown() and isDMutShown() of panel::InputReader.
-    int CheckedMapRow() const;
-    bool ratioChecked(int n) const;
-    bool dMutChecked(int n) const;
+    int CheckedMapRow() const;      ///< see panel::InputReader::checkedMapRow()
+    bool ratioChecked(int n) const; ///< see panel::InputReader::isRatioShown()
+    bool dMutChecked(int n) const;  ///< see panel::InputReader::isDMutShown()
 
     /// Returns the ratio histogram of the last checked ratio box, or the valence
     /// histogram if no box is checked.
     Histgram* currentRatioHist() const;
 
-    /// See edgeJumpRatio() and valenceMix() of analysis::ReferenceSet.
-    double edgeJumpRatio() const;
-    double valenceMix(double a) const;
+    double edgeJumpRatio() const;      ///< see analysis::ReferenceSet::edgeJumpRatio()
+    double valenceMix(double a) const; ///< see analysis::ReferenceSet::valenceMix()
 
     /// Whether column @p i (0 to 12) is selected for the result file; false for any
     /// other number.
@@ -116,12 +114,12 @@ public:
     DispMBase* DMapDisp = nullptr;     ///< the window of the measured map
     Histgram* HistV = nullptr;         ///< histogram of the valence
     Histgram* HistT = nullptr;         ///< histogram of the total dMut
-    QList<Histgram*> HistRatio;        ///< one per reference, with the fields of HistV
-    QList<Histgram*> HistDMut;         ///< one per reference, with the fields of HistT
-    double scaleX0 = 0.0;              ///< automatic range of the graph drawn last, to scaleY1
-    double scaleY0 = 0.0;
-    double scaleX1 = 0.0;
-    double scaleY1 = 0.0;
+    QList<Histgram*> HistRatio;        ///< one per reference; shares the input fields of HistV
+    QList<Histgram*> HistDMut;         ///< one per reference; shares the input fields of HistT
+    double scaleX0 = 0.0;              ///< x0 of the automatic range of the latest graph
+    double scaleY0 = 0.0;              ///< y0 of the automatic range of the latest graph
+    double scaleX1 = 0.0;              ///< x1 of the automatic range of the latest graph
+    double scaleY1 = 0.0;              ///< y1 of the automatic range of the latest graph
 
 public Q_SLOTS:
     /// Writes the edge energy @p e (eV) with 6 digits to its field and calls setEdge().
@@ -133,11 +131,16 @@ public Q_SLOTS:
     void setEdge();
 
     void updateMaps(bool f);         ///< repaints both map windows; ignores @p f
-    void dispCalcConditions(bool f); ///< shows or hides the further conditions
+    void dispCalcConditions(bool f); ///< shows or hides the further calculation conditions
 
-    /// Select the background line that is subtracted, the post-edge line (@p f is true) or
-    /// the pre-edge line; refresh the columns concerned and run calcBoth().
+    /// Selects the background line that is subtracted from the references: the post-edge
+    /// line if @p f is true, otherwise the pre-edge line. Then calls receiveNewRef() for
+    /// each reference.
     void changedSubBGTypeForRef(bool f);
+
+    /// Selects the background line that is subtracted from the target: the post-edge line
+    /// if @p f is true, otherwise the pre-edge line. Then refreshes the column of the
+    /// target and runs calcBoth().
     void changedSubBGTypeForTarget(bool f);
 
     /// Removes the selected spectrum from the list of spectra for display only. Does nothing
@@ -148,23 +151,23 @@ public Q_SLOTS:
     /// directory, which is reported for a file on a share that is not mounted.
     void receiveNewDir(QString dir);
 
-    /// Refreshes the mut fields of the sending energy row at the energy in its field. Ignores
-    /// @p e and starts no calculation.
+    /// Recalculates the mut fields of the energy row that sent the signal, for the energy in
+    /// its field. Ignores @p e and starts no calculation.
     void receiveNewEnergy(double e);
 
     /// A spectrum row has read another file: refreshes its column, then runs calcBoth().
     /// calcBoth() also runs if the sender is not a spectrum row.
     void receiveNewFile(QString fname);
 
-    /// Refreshes the column of reference @p n (from 0) and runs calcBoth(). Does nothing if
-    /// its spectrum is not valid or does not exist.
+    /// Refreshes the column of reference @p n (from 0), that is its mut in each energy row
+    /// with a positive energy, and runs calcBoth(). Does nothing if its spectrum is not
+    /// valid or does not exist.
     void receiveNewRef(int n);
 
-    /// Call receiveNewRef() for Ref 1 to Ref 4; @p fname is ignored.
-    void receiveNewRef1(QString fname);
-    void receiveNewRef2(QString fname);
-    void receiveNewRef3(QString fname);
-    void receiveNewRef4(QString fname);
+    void receiveNewRef1(QString fname); ///< calls receiveNewRef(0); ignores @p fname
+    void receiveNewRef2(QString fname); ///< calls receiveNewRef(1); ignores @p fname
+    void receiveNewRef3(QString fname); ///< calls receiveNewRef(2); ignores @p fname
+    void receiveNewRef4(QString fname); ///< calls receiveNewRef(3); ignores @p fname
 
     /// Refreshes the column of the target; @p fname is ignored.
     void receiveNewTarget(QString fname);
@@ -180,7 +183,8 @@ public Q_SLOTS:
     /// of them runs even if the previous one was refused.
     void calcBoth();
 
-    /// Calculates all pixels of the maps in use, into BaseData and the histograms.
+    /// Calculates all pixels of the maps in use. Stores the results in BaseData and in the
+    /// histograms.
     void calcMap();
 
     /// Calculates the target from the energy rows, or from the spectra with the
@@ -207,15 +211,16 @@ public Q_SLOTS:
     void drawDMap(QStylePainter* p); ///< draws the measured map of the selected energy row
     void selectedNewMap();           ///< see panel::ResultMapView::showOtherQuantity()
 
-    /// Show the value at the position (@p x, @p y) (pixels of the map).
+    /// Shows the value of the result map at (@p x, @p y) (pixels of the map).
     void receiveNowPosInMap(double x, double y);
+    /// Shows the value of the measured map at (@p x, @p y) (pixels of the map).
     void receiveNowPosInDMap(double x, double y);
 
-    /// Runs the linear combination fit of the target spectrum by the used references. The
-    /// result goes to LCFRes and LCFMut, and a point is added to LCFvs4PS.
+    /// Runs the linear combination fit of the target spectrum by the used references. Shows
+    /// the result in LCFRes, stores the fitted curve in LCFMut and adds a point to LCFvs4PS.
     void lcf();
 
-    void mPressedInAllMut(MouseC* m); ///< switches the spectrum of the pressed legend row
+    void mPressedInAllMut(MouseC* m); ///< switches the spectrum of the pressed legend row on or off
     void dClickedInMap(MouseC* m);    ///< see panel::ResultMapView::handleDoubleClick()
     void newMultiEnergys();           ///< copies the typed list of energies to the rows
 

@@ -150,8 +150,8 @@ void FourPs::receiveNewFile(QString fname)
         receiveNewTarget(fname);
     }
     calcBoth();
-    // If the file contains no spectrum, nothing has been repainted yet, and the plot still
-    // shows the previous spectrum.
+    // If the file contains no spectrum, its plot has not been repainted yet and still shows
+    // the previous spectrum.
     Disps->update();
 }
 

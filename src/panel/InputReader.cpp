@@ -53,7 +53,7 @@ bool isChecked(const QAbstractButton* button)
     return button->isChecked();
 }
 
-/// Index of the last checked button of @p buttons, or -1 if none is checked.
+/// Returns the index of the last checked button of @p buttons, or -1 if none is checked.
 template <class Buttons>
 int lastChecked(const Buttons& buttons)
 {

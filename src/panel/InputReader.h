@@ -20,7 +20,7 @@ namespace panel
 struct Widgets;
 
 /// Reads the input widgets of the panel into plain structs, for calculations, graphs and
-/// maps. The widgets hold the state: every call reads them again. Unparsable text reads
+/// maps. The widgets are the state: every call reads them again. Unparsable text counts
 /// as 0.
 class InputReader
 {
@@ -67,10 +67,12 @@ public:
     /// Returns for each quantity whether it is selected for the result file.
     std::array<bool, analysis::columnCount> wantedColumns() const;
 
-    /// Whether the box for the histogram of the @p n-th used reference (from 0) is
-    /// checked: for the histogram of its share, or of its edge jump. False if there is no
-    /// such reference.
+    /// Whether the box for the share histogram of the @p n-th used reference (from 0) is
+    /// checked. False if there is no such reference.
     bool isRatioShown(const analysis::ReferenceSet& references, int n) const;
+
+    /// Whether the box for the edge jump histogram of the @p n-th used reference (from 0)
+    /// is checked. False if there is no such reference.
     bool isDMutShown(const analysis::ReferenceSet& references, int n) const;
 
     /// Returns the index of the last reference row whose box for the share histogram is

@@ -18,8 +18,8 @@ namespace panel
 namespace
 {
 
-/// Height in pixels that the style adds to the text of a line edit, above and below it
-/// together.
+/// Returns the sum of the heights (pixels) that the style adds to a line edit above and
+/// below its text.
 int lineEditFrameHeight(const QWidget* form)
 {
     constexpr int trialHeight = 100;

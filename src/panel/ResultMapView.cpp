@@ -72,10 +72,10 @@ void ResultMapView::scanLimits(bool onlyRaise) const
     const analysis::MapQuantity scanned = quantity();
     auto limits = analysis::scanMap(m_result, [&](int x, int y) { return scanned.at(x, y); });
     if (!limits) {
-        return; // no pixel has a number: the limits are kept
+        return; // no pixel has a numeric value: the limits are kept
     }
     if (onlyRaise) {
-        // The larger value for both limits on purpose: a repeated scan only raises limits.
+        // On purpose the lower limit is also only raised, never lowered.
         const cBar& bar = *m_widgets.resultMap->CBar;
         limits->low = std::max(limits->low, bar.zmin);
         limits->high = std::max(limits->high, bar.zmax);
@@ -113,7 +113,7 @@ bool ResultMapView::handleDoubleClick(const MouseC& mouse) const
 
 void ResultMapView::showOtherQuantity() const
 {
-    m_widgets.resultMap->Val->clear(); // a value of the previous quantity
+    m_widgets.resultMap->Val->clear(); // the value is from the previous quantity
     m_widgets.resultMap->update();
     setPresetLimits();
 }
@@ -126,14 +126,14 @@ void ResultMapView::showNewResult(bool isSizeNew) const
     if (isSizeNew && window->DispA->hasScale && hasPixels()) {
         window->DispA->cc.setReal(0.0, 0.0, m_result.xNum, m_result.yNum);
     }
-    window->Val->clear(); // a value of the previous result
+    window->Val->clear(); // the value is from the previous result
     window->update();
 }
 
 void ResultMapView::showAndFitNewResult() const
 {
     DispMBase* window = m_widgets.resultMap;
-    window->Val->clear(); // a value of the previous result
+    window->Val->clear(); // the value is from the previous result
     window->clearScale();
     window->update();
 }

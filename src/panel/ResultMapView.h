@@ -40,7 +40,7 @@ public:
 
     /// Sets the limits after a double click with the left button:
     /// - without a modifier key to the range of all pixels;
-    /// - with Shift to the same range, but no limit is lowered;
+    /// - with Shift to the range of all pixels, except that no limit is lowered;
     /// - with Control to the preset limits, or to the range of all pixels if there are none.
     ///
     /// These limits are kept only until the next paint: the double click has also reset the
