@@ -117,7 +117,7 @@ void tst_Histgram::countTenValues()
     }
 }
 
-// Tolerance: a few ulps of 1.
+// The tolerance is a few ulps of 1.
 void tst_Histgram::limitsAreReadFromTheEdits()
 {
     m_from.setText("0");

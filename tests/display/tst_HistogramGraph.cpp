@@ -300,7 +300,7 @@ void tst_HistogramGraph::fourSeriesAreSideBySide()
         QCOMPARE(box.top(), static_cast<int>(270.0 - 255.0 / 36.0 * (33.0 - 4 * s)));
     }
     QCOMPARE(boxOf(grey, image).right(),
-             219); // the main bar extends to the right of the other bars
+             219); // right end of the main bar
     const PlainHistograms barByBar = referenceOf(graph);
     const PlotPlace view(plotSize, {0.0, -3.0, 8.5, 33.0});
     QVERIFY(isSamePicture(image, barByBar.picture(view), view.inside()));
