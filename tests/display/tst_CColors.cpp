@@ -1,3 +1,4 @@
+// Tests of CColors, the list of colours of curves and points.
 #include "display/CColors.h"
 
 #include <QTest>

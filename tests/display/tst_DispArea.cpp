@@ -176,8 +176,8 @@ QList<double> tst_DispArea::range() const
     return {cc.realX0, cc.realY0, cc.realX1, cc.realY1};
 }
 
-// Tolerance 1e-9: rounding errors of two or three operations on numbers of a few
-// hundred.
+// The tolerance of 1e-9 covers the rounding errors of two or three operations on numbers
+// of a few hundred.
 bool tst_DispArea::rangeIs(const QList<double>& expected) const
 {
     const QList<double> got = range();

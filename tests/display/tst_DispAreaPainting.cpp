@@ -48,7 +48,7 @@ struct Range {
     double y1 = 1.0;
 };
 
-/// The picture of drawFrame() with labels, on white.
+/// The picture that drawFrame() draws, with labels, on a white surface.
 QImage drawnFrame(const QSize& size, const Range& range)
 {
     return paintedBy(size, [&range](DispArea& area, QStylePainter* p) {

@@ -342,7 +342,7 @@ void tst_GridLines::valenceGridEndsWithinHalfAStep()
     QCOMPARE(values.last, 3.05);
     // The grid from 2 to 3 has eleven lines. The grid up to 2.36 has five lines, the
     // grid up to 2.34 four.
-    const PlotSurface cc(1.9, 0, 3.6, 1); // one unit is 200 pixels, starting at 60.0
+    const PlotSurface cc(1.9, 0, 3.6, 1); // one unit is 200 pixels wide; 2 is at column 60
     const auto linesOf = [&cc](double upper) {
         int count = 0;
         const QImage image = grid(cc, display::valenceGrid(2.0, upper), true);

@@ -299,8 +299,7 @@ void tst_HistogramGraph::fourSeriesAreSideBySide()
         QCOMPARE(box.width(), 3);
         QCOMPARE(box.top(), static_cast<int>(270.0 - 255.0 / 36.0 * (33.0 - 4 * s)));
     }
-    QCOMPARE(boxOf(grey, image).right(),
-             219); // right end of the main bar
+    QCOMPARE(boxOf(grey, image).right(), 219); // right end of the main bar
     const PlainHistograms barByBar = referenceOf(graph);
     const PlotPlace view(plotSize, {0.0, -3.0, 8.5, 33.0});
     QVERIFY(isSamePicture(image, barByBar.picture(view), view.inside()));
@@ -479,7 +478,7 @@ void tst_HistogramGraph::verticalGridExcludesTheLastInteger_data()
     QTest::newRow("negative") << -3.5 << -0.5 << QList<int>{-3, -2};
     QTest::newRow("around zero") << -2.5 << 2.5 << QList<int>{-2, -1, 0, 1};
     QTest::newRow("largest range with steps of 1")
-        << 0.5 << 33.5 << valuesFrom(1, 32, 1); // 10.3 columns
+        << 0.5 << 33.5 << valuesFrom(1, 32, 1); // steps of 10.3 columns
     QTest::newRow("ten columns are too narrow") << 0.5 << 34.5 << valuesFrom(1, 33, 2);
     QTest::newRow("steps of 5") << -0.5 << 99.5 << valuesFrom(0, 95, 5);
     QTest::newRow("steps of 10 from an odd number")

@@ -389,8 +389,8 @@ void tst_MapCells::coloursAreRequestedForVisibleCellsOnly()
     QCOMPARE(requested, expected);
 }
 
-// 300 by 200 cells on 50 by 40 pixels: a cell without a pixel is not visible, so its
-// colour is not requested.
+// 300 by 200 cells on 50 by 40 pixels: a cell that is drawn on no pixel is not
+// visible, so its colour is not requested.
 void tst_MapCells::coloursAreRequestedAtMostOncePerCell()
 {
     const Map map{300, 200, QList<int>(60000, 0)};

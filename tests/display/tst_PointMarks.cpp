@@ -95,8 +95,8 @@ void tst_PointMarks::pointsOutsideTheWidgetHaveNoPlace()
 }
 
 // The points are in the middle of pixels, so truncation does not matter. A mark of
-// radius 2 is visible from two pixels left of the picture to one pixel right of it, and
-// likewise on y.
+// radius 2 is visible from two pixels left of the picture to one pixel right of it. The
+// same holds in y.
 void tst_PointMarks::partlyVisibleMarksHaveAPlace()
 {
     const PlotSurface cc;

@@ -327,7 +327,7 @@ void tst_SpectraGraph::invalidOrHiddenSpectrumIsNotDrawn()
     drawing.expected.curves.removeIf([](const PlainCurve& curve) { return !curve.on; });
     const QImage image = drawing.painted();
     QCOMPARE(countOf(image, QRect(39, 24, 240, 200), Qt::black) > 100, drawn);
-    // A grey row: the spectrum is valid but switched off.
+    // A grey legend row means that the spectrum is valid but switched off.
     QCOMPARE(countOf(image, QRect(290, 13, 70, 9), QColor(220, 220, 220)) == 630, valid && !on);
     QCOMPARE(countOf(image, QRect(290, 13, 70, 9), QColor(220, 220, 220)) > 0, valid && !on);
 }

@@ -39,7 +39,8 @@ QColor entryOf(int type, int i)
     }
 }
 
-/// A visible bar of 256 pixels, with a table of 256 entries: entry i is on row 256 - i.
+/// A visible bar with a height of 256 pixels and a table of 256 entries, so that entry i
+/// is on row 256 - i.
 class VisibleBar : public cBar
 {
 public:

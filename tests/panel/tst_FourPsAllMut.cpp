@@ -42,7 +42,8 @@ constexpr int rowStep = 11;
 
 /// The energy and the normalised value of each point, calculated independently of the
 /// program. @p kind selects the normalisation: 0 none, 1 subtraction of the pre-edge
-/// line, 3 division by the edge jump, 4 division by the difference of the two lines.
+/// line, 3 the result of 1 divided by the edge jump, 4 the result of 1 divided by the
+/// difference of the two lines.
 QList<QPointF> normalisedPoints(const AMutE& spectrum, int kind)
 {
     const auto line = [](const data::VictoreenLine& v, double energyEv) {
