@@ -1,4 +1,4 @@
-// Tests of CColors, the list of colours of curves and points.
+// Tests of CColors, a list of drawing colours that is extended with derived colours.
 #include "display/CColors.h"
 
 #include <QTest>

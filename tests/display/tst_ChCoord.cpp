@@ -79,7 +79,7 @@ private Q_SLOTS:
     void areaAndScreenBandsHaveSeparateFractions();
     void tickStepIsFirstOneWideEnough_data();
     void tickStepIsFirstOneWideEnough();
-    void tickStepGivesUpAfterEightDecades_data();
+    void tickStepSearchEndsAfterEightDecades_data();
     void tickStepSearchEndsAfterEightDecades();
     void emptyRealRangeMakesEveryStepWideEnough();
     void tickStepOfYUsesScaleOfX();
@@ -406,7 +406,7 @@ void tst_ChCoord::tickStepIsFirstOneWideEnough()
     QCOMPARE(cc.tickStep(base, minPixels), step);
 }
 
-void tst_ChCoord::tickStepGivesUpAfterEightDecades_data()
+void tst_ChCoord::tickStepSearchEndsAfterEightDecades_data()
 {
     QTest::addColumn<QRectF>("xRange"); // x0 and x1 of the area, then of the real range
     QTest::addColumn<double>("base");

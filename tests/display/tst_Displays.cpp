@@ -101,7 +101,7 @@ private Q_SLOTS:
     void windowMatchesItsForm();
     void signalsAndSlotsAreDeclaredInOrder();
 
-    void plotHasItsPlaceAndTitle_data();
+    void plotHasItsGridCellAndTitle_data();
     void plotHasItsGridCellAndTitle();
     void elevenPlotsAreListedInOrderOfTheirIds();
     void plotOutsideTheGridStaysAHiddenWindow();
@@ -167,7 +167,7 @@ void tst_Displays::signalsAndSlotsAreDeclaredInOrder()
     QCOMPARE(memberNames(Displays::staticMetaObject, QMetaMethod::Slot).first(4), expectedSlots);
 }
 
-void tst_Displays::plotHasItsPlaceAndTitle_data()
+void tst_Displays::plotHasItsGridCellAndTitle_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<int>("value");

@@ -27,9 +27,9 @@ class tst_Legend : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void rowsHaveTheirBoxes_data();
+    void rowsAreDrawnInTheirBoxes_data();
     void rowsAreDrawnInTheirBoxes();
-    void rowsAreHitInTheirPixels_data();
+    void rowsAreHitOnlyInTheirHitAreas_data();
     void rowsAreHitOnlyInTheirHitAreas();
     void noPixelHitsTwoRows();
     void leftmostStripOfDrawnBoxIsNotHit();
@@ -38,7 +38,7 @@ private Q_SLOTS:
     void legendUsesThePlotsSettings();
 };
 
-void tst_Legend::rowsHaveTheirBoxes_data()
+void tst_Legend::rowsAreDrawnInTheirBoxes_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("row");
@@ -68,7 +68,7 @@ void tst_Legend::rowsAreDrawnInTheirBoxes()
     QCOMPARE(Legend(plot).box(row).normalized(), box);
 }
 
-void tst_Legend::rowsAreHitInTheirPixels_data()
+void tst_Legend::rowsAreHitOnlyInTheirHitAreas_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QList<QRect>>("rows"); // the hit area of each row

@@ -84,7 +84,7 @@ private Q_SLOTS:
     void axesOutsideTheViewAreNotDrawn();
     void eachLineHasItsColor_data();
     void eachLineHasItsColor();
-    void lineHasItsSlopeAndConstant_data();
+    void lineHasTheGivenSlopeAndConstant_data();
     void lineHasTheGivenSlopeAndConstant();
     void linesCrossTheWholePlot();
     void nonFiniteLineIsOmitted_data();
@@ -209,7 +209,7 @@ void tst_PlaneGraph::eachLineHasItsColor()
     QCOMPARE(countOf(image, inside, color) + countOf(image, inside, Qt::white), 339 * 254);
 }
 
-void tst_PlaneGraph::lineHasItsSlopeAndConstant_data()
+void tst_PlaneGraph::lineHasTheGivenSlopeAndConstant_data()
 {
     QTest::addColumn<double>("slope");
     QTest::addColumn<double>("constant");

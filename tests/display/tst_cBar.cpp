@@ -130,7 +130,7 @@ private Q_SLOTS:
     void typeBuildsItsTable();
     void typeResetsTheLines();
 
-    void valuesFindTheirEntry_data();
+    void valuesSelectTheirEntry_data();
     void valuesSelectTheirEntry();
     void valuesWithoutAnEntryHaveTheFirstColour_data();
     void valuesWithoutAnEntryHaveTheFirstColour();
@@ -158,7 +158,7 @@ private Q_SLOTS:
 
     void pressNearALineSelectsIt_data();
     void pressNearALineSelectsIt();
-    void lowerLineWinsWhenBothAreNear_data();
+    void lowerLineIsSelectedIfBothAreNear_data();
     void lowerLineIsSelectedIfBothAreNear();
     void pressPositionIsRounded();
     void everyButtonDrags();
@@ -273,7 +273,7 @@ void tst_cBar::typeResetsTheLines()
     QCOMPARE(spy.count(), 0);
 }
 
-void tst_cBar::valuesFindTheirEntry_data()
+void tst_cBar::valuesSelectTheirEntry_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<int>("entry");
@@ -679,7 +679,7 @@ void tst_cBar::pressNearALineSelectsIt()
     QCOMPARE(spy.count(), 0);
 }
 
-void tst_cBar::lowerLineWinsWhenBothAreNear_data()
+void tst_cBar::lowerLineIsSelectedIfBothAreNear_data()
 {
     QTest::addColumn<int>("y");
     QTest::addColumn<int>("handle");

@@ -187,7 +187,7 @@ private Q_SLOTS:
     void highlightedFileIsLoadedAtOnceAndAgainOnOpen();
     void openInTheDialogEmitsThePathLast();
     void highlightIsIgnoredWhileTheDialogIsHidden();
-    void highlightOfOtherThanRegularFileIsIgnored_data();
+    void highlightOfNonRegularFileIsIgnored_data();
     void highlightOfNonRegularFileIsIgnored();
     void highlightedUnreadableFileIsIgnored();
     void severalSelectedFilesAreEmittedTogether();
@@ -588,7 +588,7 @@ void tst_AFileSelect::highlightIsIgnoredWhileTheDialogIsHidden()
     QCOMPARE(row.fileText(), QString());
 }
 
-void tst_AFileSelect::highlightOfOtherThanRegularFileIsIgnored_data()
+void tst_AFileSelect::highlightOfNonRegularFileIsIgnored_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("directory") << ".";
