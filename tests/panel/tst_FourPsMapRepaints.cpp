@@ -61,8 +61,8 @@ struct WindowPaints {
     /// The numbers of paints of the result map and of the data map.
     QList<int> counts() const { return {result.within(), data.count()}; }
 
-    /// Whether only the result map was painted; with @p ofResult false, whether only
-    /// the data map was.
+    /// Whether only one window was painted: the result map if @p ofResult, otherwise the
+    /// data map.
     bool isOnlyPaintOf(bool ofResult) const
     {
         const QList<int> times = counts();
