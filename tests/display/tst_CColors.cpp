@@ -1,3 +1,4 @@
+// Tests of CColors, a list of drawing colours that is extended with derived colours.
 #include "display/CColors.h"
 
 #include <QTest>
@@ -71,8 +72,9 @@ void tst_CColors::listGrowsToRequestedSizeAndNeverShrinks()
 
 void tst_CColors::newColoursDeriveFromNeighboursAndWrapAround()
 {
-    // From (100, 10, 7) and (40, 20, 7): red falls, so (40 + 200) / 3; green rises, so
-    // 20; blue is equal, so 7. The neighbour of the last colour is the first one.
+    // Channels derived from (100, 10, 7) and its neighbour (40, 20, 7): red falls, so
+    // the new red is (40 + 2 * 100) / 3; green rises, so the new green is 20; blue is
+    // equal, so it is kept. The neighbour of the last colour is the first colour.
     const CColors colors({QColor(100, 10, 7), QColor(40, 20, 7)}, 4);
     QCOMPARE(colors.colors.at(2), QColor(80, 20, 7));
     QCOMPARE(colors.colors.at(3), QColor(100, (10 + 40) / 3, 7));
@@ -80,14 +82,16 @@ void tst_CColors::newColoursDeriveFromNeighboursAndWrapAround()
 
 void tst_CColors::brightColoursAreDarkened()
 {
-    // The sum 201 + 181 + 121 = 503 is above 500; 200 + 180 + 120 is not. The products
-    // 201 * 0.8 = 160.8, 181 * 0.6 = 108.6 and 121 * 0.8 = 96.8 are truncated.
+    // The sum 201 + 181 + 121 = 503 is above 500, so the colour is darkened; the sum
+    // 200 + 180 + 120 = 500 is not. The products 201 * 0.8 = 160.8, 181 * 0.6 = 108.6
+    // and 121 * 0.8 = 96.8 are truncated.
     const CColors bright({QColor(201, 181, 121)}, 2);
     QCOMPARE(bright.colors.at(1), QColor(160, 108, 96));
     const CColors dark({QColor(200, 180, 120)}, 2);
     QCOMPARE(dark.colors.at(1), QColor(200, 180, 120));
-    // The sum decides, not a single channel: 500 is kept, 501 is darkened. The products
-    // are 204, 147 and 0.8; the last one is truncated to 0.
+    // Only the sum of the channels matters: a colour with the sum 500 is kept, a colour
+    // with the sum 501 is darkened. The products are 204, 147 and 0.8; the last product
+    // is truncated to 0.
     QCOMPARE(CColors({QColor(255, 245, 0)}, 2).colors.at(1), QColor(255, 245, 0));
     QCOMPARE(CColors({QColor(255, 245, 1)}, 2).colors.at(1), QColor(204, 147, 0));
 }
@@ -97,23 +101,24 @@ void tst_CColors::laterRoundsUseGrownListAndStopAtRequestedSize()
     const auto grown = [](const QList<int>& reds, int requested) {
         return CColors(colorsOf(reds), requested).colors;
     };
-    // The first round turns reds 90 and 30 into (30 + 180) / 3 = 70 and 90. The second
-    // round uses 90, 30, 70 and 90: it adds 70, 70, 90, and 90 by wrapping around.
+    // The first round derives the reds (30 + 2 * 90) / 3 = 70 and 90 from 90 and 30.
+    // The second round derives 70, 70, 90 and, after wrapping around, 90 from 90, 30,
+    // 70 and 90.
     QCOMPARE(grown({90, 30}, 8), colorsOf({90, 30, 70, 90, 70, 70, 90, 90}));
-    // Reds 30, 60 and 90 rise, so the new reds are 60 and 90. No third one is added,
+    // Reds 30, 60 and 90 rise, so the new reds are 60 and 90. No third colour is added,
     // because five colours were requested.
     QCOMPARE(grown({30, 60, 90}, 5), colorsOf({30, 60, 90, 60, 90}));
 }
 
-// Colours 0, 1 and 2 are black, red and blue; colour 44 is (240, 160, 0).
+// Colours 0, 1, 2 and 44 of the base list are black, red, blue and (240, 160, 0).
 void tst_CColors::baseListGrowsByTheSameRule()
 {
     const CColors colors(91);
     QCOMPARE(colors.colors.size(), 91);
     QCOMPARE(colors.colors.at(45), QColor(255, 0, 0));
     QCOMPARE(colors.colors.at(46), QColor(510 / 3, 0, 255));
-    // Colour 48 derives from (120, 220, 120) and (200, 200, 0): 200, (200 + 440) / 3
-    // and 240 / 3.
+    // Colour 48 derives from colours 3 and 4, (120, 220, 120) and (200, 200, 0): its
+    // channels are 200, (200 + 2 * 220) / 3 and (0 + 2 * 120) / 3.
     QCOMPARE(colors.colors.at(48), QColor(200, 213, 80));
     // The first round ends by wrapping around: colour 44 is combined with black.
     QCOMPARE(colors.colors.at(89), QColor(480 / 3, 320 / 3, 0));

@@ -59,7 +59,7 @@ class tst_ChCoord : public QObject
 private Q_SLOTS:
     void startsWithUnitRanges();
     void startsWithDefaultLayout();
-    void setScreenSetsPlotAreaToo();
+    void setScreenAlsoSetsPlotArea();
     void setAreaKeepsScreen();
     void realLimitsAreSetTogetherOrPerAxis();
     void marginsAreTruncatedToWholePixels_data();
@@ -79,8 +79,8 @@ private Q_SLOTS:
     void areaAndScreenBandsHaveSeparateFractions();
     void tickStepIsFirstOneWideEnough_data();
     void tickStepIsFirstOneWideEnough();
-    void tickStepGivesUpAfterEightDecades_data();
-    void tickStepGivesUpAfterEightDecades();
+    void tickStepSearchEndsAfterEightDecades_data();
+    void tickStepSearchEndsAfterEightDecades();
     void emptyRealRangeMakesEveryStepWideEnough();
     void tickStepOfYUsesScaleOfX();
     void textRowAndLabelWidthAreWholePixels();
@@ -109,7 +109,7 @@ void tst_ChCoord::startsWithDefaultLayout()
     QVERIFY(cc.drawn);
 }
 
-void tst_ChCoord::setScreenSetsPlotAreaToo()
+void tst_ChCoord::setScreenAlsoSetsPlotArea()
 {
     ChCoord cc;
     cc.setScreen(1, 2, 3, 4); // x0, y0, x1, y1
@@ -144,13 +144,13 @@ void tst_ChCoord::marginsAreTruncatedToWholePixels_data()
 {
     QTest::addColumn<QRectF>("screen"); // x0, y0, x1 - x0, y1 - y0
     QTest::addColumn<QRectF>("area");
-    // Margins 40 (left), 20 (right), 30 (bottom) and 15 (top).
+    // The margins are 40 (left), 20 (right), 30 (bottom) and 15 (top).
     QTest::newRow("400 by 300") << QRectF(0, 300, 400, -300) << QRectF(40, 270, 340, -255);
-    // Margins 39.9, 19.95, 29.9 and 14.95, truncated.
+    // The margins 39.9, 19.95, 29.9 and 14.95 are truncated.
     QTest::newRow("399 by 299") << QRectF(0, 299, 399, -299) << QRectF(39, 270, 341, -256);
     QTest::newRow("one pixel") << QRectF(0, 1, 1, -1) << QRectF(0, 1, 1, -1);
     QTest::newRow("empty") << QRectF(0, 0, 0, 0) << QRectF(0, 0, 0, 0);
-    // Margins 20 and 10 in x, 10 and 5 in y.
+    // The margins are 20 and 10 in x, 10 and 5 in y.
     QTest::newRow("not at the origin") << QRectF(10, 120, 200, -100) << QRectF(30, 110, 170, -85);
     QTest::newRow("y axis pointing down") << QRectF(0, 0, 400, 300) << QRectF(40, 30, 340, 255);
 }
@@ -204,7 +204,7 @@ void tst_ChCoord::convertsIncreasingRanges_data()
     QTest::newRow("pixels as a distance in y") << asConversion(&ChCoord::s2rdY) << 102.0 << -2.0;
 }
 
-// Tolerance: a few ulps of 400.
+// The tolerance is a few ulps of 400, the widget's width in pixels.
 void tst_ChCoord::convertsIncreasingRanges()
 {
     QFETCH(Conversion, conversion);
@@ -231,7 +231,7 @@ void tst_ChCoord::convertsReversedRanges_data()
     QTest::newRow("pixels as a distance in y") << asConversion(&ChCoord::s2rdY) << 51.0 << 1.0;
 }
 
-// Tolerance: a few ulps of 400.
+// The tolerance is a few ulps of 400, the widget's width in pixels.
 void tst_ChCoord::convertsReversedRanges()
 {
     QFETCH(Conversion, conversion);
@@ -264,7 +264,7 @@ void tst_ChCoord::conversionClampsAtBothEnds_data()
     QTest::newRow("reversed y, above the area") << true << y << 0.0 << -1.0;
 }
 
-// Tolerance: a few ulps of 400.
+// The tolerance is a few ulps of 400, the widget's width in pixels.
 void tst_ChCoord::conversionClampsAtBothEnds()
 {
     QFETCH(bool, reversed);
@@ -316,8 +316,9 @@ void tst_ChCoord::edgeBandsAreAtBothEnds_data()
     QTest::addColumn<EdgeTest>("isNear");
     QTest::addColumn<QList<double>>("nearPixels");
     QTest::addColumn<QList<double>>("farPixels");
-    // Bands: 34 pixels in the area's x (40 to 380), 25.5 in its y (15 to 270), 40 and
-    // 30 in the widget's x and y.
+    // The edge bands of the plot area (columns 40 to 380, rows 15 to 270) are 34 pixels
+    // wide and 25.5 pixels high. The edge bands of the widget are 40 pixels wide and 30
+    // pixels high.
     QTest::newRow("x of the area")
         << asEdgeTest(&ChCoord::nearAreaEdgeX)
         << QList<double>{-1000, 0, 40, 73, 347, 380, 400, 1000} << QList<double>{75, 210, 345};
@@ -346,8 +347,8 @@ void tst_ChCoord::edgeBandsAreAtBothEnds()
     }
 }
 
-// Each band is a quarter of 340 pixels. Its inner limits, exactly 40 + 85 and 380 - 85,
-// do not belong to it.
+// Each band is a quarter of 340 pixels wide. The bands exclude their inner limits, which
+// are exactly 40 + 85 and 380 - 85.
 void tst_ChCoord::edgeBandsExcludeTheirInnerLimits()
 {
     PlotSurface cc;
@@ -385,14 +386,14 @@ void tst_ChCoord::tickStepIsFirstOneWideEnough_data()
     QTest::addColumn<double>("step");
     QTest::newRow("base is wide enough") << 1.0 << 10.0 << 1.0;
     QTest::newRow("exactly the minimum is too narrow") << 1.0 << 20.0 << 2.0;
-    QTest::newRow("five follows two") << 1.0 << 40.0 << 5.0;
-    QTest::newRow("ten follows five") << 1.0 << 100.0 << 10.0;
-    QTest::newRow("twenty") << 1.0 << 200.0 << 20.0;
-    QTest::newRow("fifty") << 1.0 << 400.0 << 50.0;
-    QTest::newRow("smaller base") << 0.125 << 10.0 << 0.625; // steps of 2.5, 5 and 12.5 pixels
+    QTest::newRow("step of 5") << 1.0 << 40.0 << 5.0;
+    QTest::newRow("step of 10") << 1.0 << 100.0 << 10.0;
+    QTest::newRow("step of 20") << 1.0 << 200.0 << 20.0;
+    QTest::newRow("step of 50") << 1.0 << 400.0 << 50.0;
+    QTest::newRow("base below one") << 0.125 << 10.0 << 0.625; // steps of 2.5, 5 and 12.5 pixels
     QTest::newRow("base not a power of ten") << 3.0 << 100.0 << 6.0;
     QTest::newRow("minimum of zero pixels") << 1.0 << 0.0 << 1.0;
-    // 5e7 units are 1e9 pixels wide: the last step that is tried.
+    // 5e7 units are 1e9 pixels wide. This is the last step that is tried.
     QTest::newRow("last step tried") << 1.0 << 999999999.0 << 5e7;
 }
 
@@ -405,7 +406,7 @@ void tst_ChCoord::tickStepIsFirstOneWideEnough()
     QCOMPARE(cc.tickStep(base, minPixels), step);
 }
 
-void tst_ChCoord::tickStepGivesUpAfterEightDecades_data()
+void tst_ChCoord::tickStepSearchEndsAfterEightDecades_data()
 {
     QTest::addColumn<QRectF>("xRange"); // x0 and x1 of the area, then of the real range
     QTest::addColumn<double>("base");
@@ -418,7 +419,7 @@ void tst_ChCoord::tickStepGivesUpAfterEightDecades_data()
     QTest::newRow("reversed range") << QRectF(40, 380, 27, 10) << 3.0 << 10.0 << 3e8;
 }
 
-void tst_ChCoord::tickStepGivesUpAfterEightDecades()
+void tst_ChCoord::tickStepSearchEndsAfterEightDecades()
 {
     QFETCH(QRectF, xRange);
     QFETCH(double, base);
@@ -448,9 +449,9 @@ void tst_ChCoord::tickStepOfYUsesScaleOfX()
     QCOMPARE(cc.tickStepY(1.0, 40), 1e8);
 }
 
-// On 399 by 299 pixels the plot area runs from y = 270 (299 - 29) to 14, so a text row
-// is -256 / 20 = -12.8 high. The label width is a tenth of 399, that is 39.9. Both are
-// truncated.
+// On 399 by 299 pixels the plot area extends from y = 270 (299 - 29) up to 14, so a
+// text row is -256 / 20 = -12.8 pixels high. The label width is 399 / 10 = 39.9 pixels.
+// Both numbers are truncated.
 void tst_ChCoord::textRowAndLabelWidthAreWholePixels()
 {
     ChCoord cc;

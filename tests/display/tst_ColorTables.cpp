@@ -10,7 +10,8 @@ namespace
 {
 
 /// Known colours of each table, as hexadecimal RGB: entries 0, 128 and 255 of every
-/// ramp of 256 entries. Calculated by hand from t = 0 to 255 and c = 255 - t.
+/// ramp of 256 entries. Calculated by hand: in a ramp, a rising channel is t = 0 to 255
+/// and a falling channel is 255 - t.
 const QStringList knownColors{
     "000000 800000 ff0000 ff0000 ff8000 ffff00 ffff00 ffff80 ffffff",
     "000000 008000 00ff00 00ff00 00ff80 00ffff 00ffff 80ffff ffffff",
@@ -95,7 +96,7 @@ void tst_ColorTables::tableConsistsOfWholeRamps()
 }
 
 // A ramp covers 255 levels in 255 steps. If no step is larger than one level, the ramp
-// is linear. Together with the known ends this determines every entry.
+// is linear. So the known ends of a ramp determine all of its entries.
 void tst_ColorTables::channelsMoveOneLevelAtATime()
 {
     QFETCH(int, type);

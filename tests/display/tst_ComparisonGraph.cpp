@@ -23,7 +23,7 @@ const QSize usualSize(387, 257);
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-/// The picture of a frame that shows @p graph.
+/// The picture of a plot that shows @p graph.
 QImage painted(const ComparisonGraph& graph, const QSize& size = usualSize)
 {
     return GraphPlot(graph, size, QStringLiteral("LCF"), QStringLiteral("MPs")).picture();
@@ -211,7 +211,8 @@ void tst_ComparisonGraph::highResolutionScreenShowsNewestPointOnTop()
         plot.DispA->render(&picture);
         return picture;
     };
-    // Marks that overlap in an order that matters. Many points share each position.
+    // Overlapping marks: the picture depends on the order in which they are drawn.
+    // Twenty points share each position.
     QList<PlainPoint> newest = randomPoints(200);
     for (PlainPoint& point : newest) {
         point.color.setAlpha(alpha);
@@ -255,7 +256,7 @@ void tst_ComparisonGraph::diagonalEndsAtTheValences()
     fill(&graph, 2.0, 3.0, {{2.5, 2.35, Qt::blue}});
     const QImage image = painted(graph);
     // The diagonal spans columns 38 + 47.1 to 38 + 282.9 and rows 232 - 31.4 to 232 -
-    // 188.6.
+    // 188.6, all truncated.
     const QRect part(QPoint(85, 43), QPoint(320, 200));
     QCOMPARE(image.pixelColor(85, 200), QColor(0, 200, 0));
     QCOMPARE(image.pixelColor(320, 43), QColor(0, 200, 0));

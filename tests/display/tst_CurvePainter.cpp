@@ -1,4 +1,5 @@
-// Tests of CurvePainter: its batches of segments give the same picture as single lines.
+// Tests of CurvePainter: a curve drawn in batches of segments looks the same as a curve
+// drawn segment by segment.
 #include "display/CurvePainter.h"
 
 #include "support/PlotSurface.h"
@@ -38,9 +39,9 @@ QImage curve(const ChCoord& cc, const Points& points, const QPen& pen = {})
     return image;
 }
 
-/// The pixel of a point on PlotSurface, calculated independently of ChCoord. Empty for
-/// a non-finite point. Only for points near the plot, because the coordinates must fit
-/// an int.
+/// The pixel of a point on PlotSurface, calculated independently of ChCoord; nullopt
+/// for a non-finite point. The point must be near the plot, because its pixel
+/// coordinates must fit an int.
 std::optional<QPoint> pixelOf(const QPointF& point)
 {
     const double x = 40.0 + 340.0 / 17.0 * (point.x() - 10.0);
@@ -67,7 +68,7 @@ QImage singleLines(const Points& points, const QPen& pen = {})
     return image;
 }
 
-/// Random points in and around the plot; equal seeds yield equal points.
+/// Random points in and around the plot. Equal seeds yield equal points.
 Points randomPoints(int count, quint32 seed)
 {
     QRandomGenerator random(seed);
@@ -171,8 +172,8 @@ void tst_CurvePainter::nonFinitePointDropsItsSegments_data()
     QTest::newRow("pixel coordinate overflows") << QPointF(20, -huge);
 }
 
-// Non-finite points at the start, inside a batch, where two batches of 256 segments
-// meet, twice in a row, and at the end.
+// The non-finite points are at the start, inside a batch, at the border between two
+// batches of 256 segments, twice in a row, and at the end.
 void tst_CurvePainter::nonFinitePointDropsItsSegments()
 {
     QFETCH(QPointF, point);
@@ -204,8 +205,9 @@ void tst_CurvePainter::deepZoomKeepsCrossingSegments_data()
 }
 
 // The line from (-3, -3) to (4, 4), zoomed in on (0.5, 0.5), passes through two
-// opposite corners of the plot area: 340 pixels to the right and 255 up. Tolerance: two
-// rows, for the truncations and for a line of whole pixels.
+// opposite corners of the plot area: it rises by 255 rows over 340 columns. The
+// tolerance is two rows, because the expected row is truncated and the ends of the
+// drawn line are rounded to whole pixels.
 void tst_CurvePainter::deepZoomKeepsCrossingSegments()
 {
     QFETCH(double, half);
@@ -224,7 +226,7 @@ void tst_CurvePainter::deepZoomKeepsCrossingSegments()
     }
 }
 
-// The value 2 is on row 117. The ends are 2e10 pixels outside.
+// The value 2 is on row 117. The ends of the line are 2e10 pixels outside the plot.
 void tst_CurvePainter::horizontalLineStaysLevelWithFarEnds()
 {
     const QImage image = curve(PlotSurface(), {{-1e9, 2}, {1e9, 2}});
@@ -244,9 +246,9 @@ void tst_CurvePainter::highSpikeHasBothFlanks_data()
     QTest::newRow("1e300") << 1e300;
 }
 
-// The curve goes from (16, 0) at pixel (160, 219) to a peak at x = 18 above the
-// picture, and back to (20, 0) at pixel (240, 219). Its flanks are so steep that they
-// look vertical. Tolerance: one column, for the truncation at the far end.
+// The curve rises from (16, 0) at pixel (160, 219) to a peak at x = 18 above the
+// picture, and falls to (20, 0) at pixel (240, 219). Its flanks are so steep that they
+// look vertical. The tolerance is one column, for the truncation at the peak.
 void tst_CurvePainter::highSpikeHasBothFlanks()
 {
     QFETCH(double, height);
@@ -257,7 +259,7 @@ void tst_CurvePainter::highSpikeHasBothFlanks()
     }
 }
 
-// The picture is not checked: the sanitizers report errors.
+// The picture is not checked. The sanitizers report invalid conversions and accesses.
 void tst_CurvePainter::extremeNumbersAreHarmless()
 {
     const QList<double> values{0,    1,       -1,     1e9,   -1e10,      1e20,     -1e20,

@@ -1,5 +1,5 @@
-// Tests of DispABase, the frame of a plot: its form, its read-outs and the titles of
-// its axes.
+// Tests of DispABase, the frame of a plot: its form, its read-out fields and the titles
+// of its axes.
 
 #include "display/DispABase.h"
 #include "support/MemberOrder.h"
@@ -15,16 +15,17 @@
 using namespace tests;
 
 // A surface of 400 by 300 pixels with the usual margins has its plot area in columns 40
-// to 380 and rows 15 to 270. A row of text is trunc((15 - 270) / 20) = -12 pixels high;
-// the text fills trunc(-10.2) of it, and the gap below the plot is trunc(-1.8).
+// to 380 and rows 15 to 270. A row of text is trunc((15 - 270) / 20) = -12 pixels high
+// (negative: upward). The text in it is trunc(-10.2) = -10 high, and the gap below the
+// plot is trunc(-1.8) = -1.
 
 namespace
 {
 
 constexpr QSize surfaceSize(400, 300);
 const QRectF xTitleBox(40.0, 271.0, 340.0, 10.0);
-// Given in coordinates rotated by 270 degrees about the upper left corner. On the
-// screen the box is columns 10 to 20 over the full height.
+// The box of the y title, in coordinates rotated by 270 degrees about the upper left
+// corner. On the screen the box is columns 10 to 20 over the full height.
 const QRectF yTitleBox(-300.0, 10.0, 300.0, 10.0);
 
 void drawTitle(QStylePainter* p, const QRectF& box, const QString& text)
@@ -39,7 +40,7 @@ QImage picture(QWidget* widget)
     return widget->grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
 
-/// A white surface on which @p drawTitles draws with a black pen: the expected picture.
+/// The expected picture: a white surface on which @p drawTitles draws with a black pen.
 QImage surfaceWith(const QSize& size, const std::function<void(QStylePainter*)>& drawTitles)
 {
     DispArea area;
@@ -112,8 +113,8 @@ void tst_DispABase::cleanup()
     m_frame.reset();
 }
 
-/// The picture of the frame's surface with the titles "Energy" and "mut". A client
-/// fills the surface white first.
+/// The picture of the frame's surface with the titles "Energy" and "mut", drawn by a
+/// client that first fills the surface white.
 QImage tst_DispABase::paintedTitles(bool xInArea, bool yInArea)
 {
     DispArea* area = m_frame->DispA;
@@ -253,8 +254,9 @@ void tst_DispABase::titleOfYReadsUpwardAtTheLeft()
     QVERIFY(lower.width() > upper.width());
 }
 
-// A surface of 333 by 217 has its plot area in columns 33 to 317 and rows 10 to 196.
-// The row of text is trunc(-9.3) = -9, the text 7 (7.65) and the gap 1 (1.35).
+// A surface of 333 by 217 pixels has its plot area in columns 33 to 317 and rows 10 to
+// 196. The row of text is trunc(9.3) = 9 pixels high, the text in it trunc(7.65) = 7
+// and the gap trunc(1.35) = 1.
 void tst_DispABase::titlesFitOddPlotSizes()
 {
     paintedTitles(true, true);
@@ -267,9 +269,10 @@ void tst_DispABase::titlesFitOddPlotSizes()
              }));
 }
 
-// A surface of 800 by 900 has its plot area in columns 80 to 760 and rows 45 to 810.
-// The row of text is trunc(-38.25) = -38, the text 32 (32.3) and the gap 5 (5.7). 24
-// points would fit, but the size is limited to 12.
+// A surface of 800 by 900 pixels has its plot area in columns 80 to 760 and rows 45 to
+// 810. The row of text is trunc(38.25) = 38 pixels high, the text in it trunc(32.3) =
+// 32 and the gap trunc(5.7) = 5. A font of 24 points would fit, but the size is limited
+// to 12.
 void tst_DispABase::titlesOfLargePlotsAreTwelvePointsHigh()
 {
     paintedTitles(true, true);

@@ -176,8 +176,8 @@ QList<double> tst_DispArea::range() const
     return {cc.realX0, cc.realY0, cc.realX1, cc.realY1};
 }
 
-// Tolerance 1e-9: rounding errors of two or three operations on numbers of a few
-// hundred.
+// The tolerance of 1e-9 covers the rounding errors of two or three operations on numbers
+// of a few hundred.
 bool tst_DispArea::rangeIs(const QList<double>& expected) const
 {
     const QList<double> got = range();
@@ -230,8 +230,8 @@ void tst_DispArea::moveWithAnyButtonReportsPosition()
     }
 }
 
-// The position is a quarter of 400 pixels from the left and a quarter of 300 from the
-// bottom.
+// The position is a quarter of 400 pixels from the left edge and a quarter of 300
+// pixels from the lower edge.
 void tst_DispArea::positionRefersToWholeWidgetWithoutMargins()
 {
     DispArea bare;
@@ -383,20 +383,27 @@ void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine_data()
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<bool>("hit");
     // Column 140 and row 170 have the value 100.
-    QTest::newRow("vertical, 0") << vertical << "100" << QPointF(140, 60) << true;
-    QTest::newRow("vertical, 19 right") << vertical << "100" << QPointF(159, 60) << true;
-    QTest::newRow("vertical, 19 left") << vertical << "100" << QPointF(121, 60) << true;
-    QTest::newRow("vertical, 20 right") << vertical << "100" << QPointF(160, 60) << false;
-    QTest::newRow("vertical, 20 left") << vertical << "100" << QPointF(120, 60) << false;
-    QTest::newRow("vertical, 19.75") << vertical << "99.75" << QPointF(120, 60) << true;
-    QTest::newRow("vertical, rounded to 19") << vertical << "100" << QPointF(159.25, 60) << true;
-    QTest::newRow("vertical, rounded to 20") << vertical << "100" << QPointF(159.5, 60) << false;
-    QTest::newRow("horizontal, 0") << horizontal << "100" << QPointF(300, 170) << true;
-    QTest::newRow("horizontal, 19 up") << horizontal << "100" << QPointF(300, 151) << true;
-    QTest::newRow("horizontal, 19 down") << horizontal << "100" << QPointF(300, 189) << true;
-    QTest::newRow("horizontal, 20 up") << horizontal << "100" << QPointF(300, 150) << false;
-    QTest::newRow("horizontal, 20 down") << horizontal << "100" << QPointF(300, 190) << false;
-    QTest::newRow("horizontal, 19.75 up") << horizontal << "100.25" << QPointF(300, 150) << true;
+    QTest::newRow("vertical, on the line") << vertical << "100" << QPointF(140, 60) << true;
+    QTest::newRow("vertical, 19 pixels right") << vertical << "100" << QPointF(159, 60) << true;
+    QTest::newRow("vertical, 19 pixels left") << vertical << "100" << QPointF(121, 60) << true;
+    QTest::newRow("vertical, 20 pixels right") << vertical << "100" << QPointF(160, 60) << false;
+    QTest::newRow("vertical, 20 pixels left") << vertical << "100" << QPointF(120, 60) << false;
+    QTest::newRow("vertical, 19.75 pixels left") << vertical << "99.75" << QPointF(120, 60) << true;
+    QTest::newRow("vertical, rounded to 19 pixels")
+        << vertical << "100" << QPointF(159.25, 60) << true;
+    QTest::newRow("vertical, rounded to 20 pixels")
+        << vertical << "100" << QPointF(159.5, 60) << false;
+    QTest::newRow("horizontal, on the line") << horizontal << "100" << QPointF(300, 170) << true;
+    QTest::newRow("horizontal, 19 pixels above")
+        << horizontal << "100" << QPointF(300, 151) << true;
+    QTest::newRow("horizontal, 19 pixels below")
+        << horizontal << "100" << QPointF(300, 189) << true;
+    QTest::newRow("horizontal, 20 pixels above")
+        << horizontal << "100" << QPointF(300, 150) << false;
+    QTest::newRow("horizontal, 20 pixels below")
+        << horizontal << "100" << QPointF(300, 190) << false;
+    QTest::newRow("horizontal, 19.75 pixels above")
+        << horizontal << "100.25" << QPointF(300, 150) << true;
     QTest::newRow("any direction other than 0 is horizontal")
         << -7 << "100" << QPointF(300, 170) << true;
 }
@@ -516,7 +523,7 @@ void tst_DispArea::pressWithoutLinesOnlyEmitsSignals()
     }
 }
 
-// The held line is still the selected one while newPos() is emitted.
+// The held line is still selected while newPos() is emitted.
 void tst_DispArea::secondPressFirstReleasesTheHeldLine()
 {
     m_lines->add("100");
@@ -556,10 +563,10 @@ void tst_DispArea::dragOfRelativeLineWritesDistanceFromBase_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("value");
     // The line is dragged to x = 200 or y = 120.
-    QTest::newRow("above the base") << vertical << "150"
-                                    << "50" << 200.0;
-    QTest::newRow("below the base") << vertical << "300.5"
-                                    << "-100.5" << 200.0;
+    QTest::newRow("to the right of the base") << vertical << "150"
+                                              << "50" << 200.0;
+    QTest::newRow("to the left of the base") << vertical << "300.5"
+                                             << "-100.5" << 200.0;
     QTest::newRow("horizontal") << horizontal << "150"
                                 << "-30" << 120.0;
     QTest::newRow("unparsable base counts as 0") << vertical << "edge"
@@ -841,10 +848,11 @@ void tst_DispArea::wheelZoomsAroundThePointer_data()
 {
     QTest::addColumn<int>("turn");
     QTest::addColumn<QList<double>>("expected");
-    // Zoom by 1.1 around (100, 100): the limits are 100 below and 240 (x) or 155 (y)
-    // above it.
-    QTest::newRow("towards the user, out") << -120 << QList<double>{-10.0, -10.0, 364.0, 270.5};
-    QTest::newRow("away from the user, in")
+    // Zoom by 1.1 around (100, 100): the lower limits are 100 below this point, the
+    // upper limits 240 (x) and 155 (y) above it.
+    QTest::newRow("towards the user zooms out")
+        << -120 << QList<double>{-10.0, -10.0, 364.0, 270.5};
+    QTest::newRow("away from the user zooms in")
         << 120
         << QList<double>{100.0 - 1000.0 / 11.0, 100.0 - 1000.0 / 11.0, 100.0 + 2400.0 / 11.0,
                          100.0 + 1550.0 / 11.0};
@@ -864,7 +872,7 @@ void tst_DispArea::wheelZoomsAroundThePointer()
 void tst_DispArea::wheelStepIsIndependentOfTheAngle_data()
 {
     QTest::addColumn<QPoint>("turn");
-    QTest::addColumn<double>("width"); // of the x range; 340 before
+    QTest::addColumn<double>("width"); // width of the x range after the wheel event; 340 before it
     const double in = 3400.0 / 11.0;
     const double out = 374.0;
     QTest::newRow("smallest step away from the user") << QPoint(0, 1) << in;
@@ -906,7 +914,7 @@ void tst_DispArea::wheelInAnEdgeBandZoomsOneAxisOnly_data()
         << QPointF(140, 260) << QList<double>{-10.0, 0.0, 364.0, 255.0};
     QTest::newRow("above the plot: x")
         << QPointF(140, 5) << QList<double>{-10.0, 0.0, 364.0, 255.0};
-    // The same around (-20, -15), (10, 10), (350, 265) and (330, 5).
+    // Zoom out by 1.1 around (-20, -15), (10, 10), (350, 265) and (330, 5).
     QTest::newRow("lower left corner, outside: both axes")
         << QPointF(20, 285) << QList<double>{2.0, 1.5, 376.0, 282.0};
     QTest::newRow("lower left corner, inside: both axes")
@@ -931,8 +939,8 @@ void tst_DispArea::edgeBandIsATenthOfThePlotArea_data()
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<bool>("besideY");
     QTest::addColumn<bool>("besideX");
-    // The bands are 34 pixels wide in columns 40 to 380 and 25.5 pixels high in rows 15
-    // to 270.
+    // The edge bands of the plot area (columns 40 to 380, rows 15 to 270) are 34 pixels
+    // wide and 25.5 pixels high.
     QTest::newRow("last column of the left band") << QPointF(73, 170) << true << false;
     QTest::newRow("first column right of the left band") << QPointF(74, 170) << false << false;
     QTest::newRow("last column before the right band") << QPointF(346, 170) << false << false;

@@ -11,9 +11,9 @@
 #include <limits>
 
 // A surface of 400 by 300 pixels with the usual margins has its plot area in columns 40
-// to 380 and rows 15 to 270. A row of text is (15 - 270) / 20 = -12.75, truncated to 12
-// pixels. The text is 0.85 of that, 10 pixels (10.2); the gap below the plot is 0.15 of
-// it, 1 pixel (1.8).
+// to 380 and rows 15 to 270. A row of text is trunc((270 - 15) / 20) = 12 pixels high,
+// the text in it trunc(0.85 * 12) = 10, and the gap below the plot
+// trunc(0.15 * 12) = 1.
 
 using namespace tests;
 
@@ -48,7 +48,7 @@ struct Range {
     double y1 = 1.0;
 };
 
-/// The picture of drawFrame() with labels, on white.
+/// The picture that drawFrame() draws, with labels, on a white surface.
 QImage drawnFrame(const QSize& size, const Range& range)
 {
     return paintedBy(size, [&range](DispArea& area, QStylePainter* p) {
@@ -59,13 +59,13 @@ QImage drawnFrame(const QSize& size, const Range& range)
     });
 }
 
-/// The four labels: their texts, and their boxes in pixels.
+/// The texts of the four labels and their boxes in pixels, in the same order.
 struct Labels {
-    QStringList texts; // top of y, bottom of y, left of x, right of x
+    QStringList texts; // upper end of y, lower end of y, left end of x, right end of x
     QList<QRectF> boxes;
 };
 
-/// The expected picture of the frame: outline and labels drawn one by one.
+/// The expected picture of the frame: the outline and the labels, drawn one by one.
 QImage expectedFrame(const QSize& size, const QRect& outline, const Labels& labels)
 {
     return paintedBy(size, [&](DispArea& area, QStylePainter* p) {
@@ -85,8 +85,8 @@ QImage expectedFrame(const QSize& size, const QRect& outline, const Labels& labe
 
 const QRect usualOutline(40, 15, 340, 255);
 const QList<QRectF> usualBoxes{
-    {0.0, 15.0, 38.0, 10.0},   // 0.95 of the left margin wide, below the upper edge
-    {0.0, 260.0, 38.0, 10.0},  // above the lower edge
+    {0.0, 15.0, 38.0, 10.0},   // 0.95 of the left margin wide, at the top of the plot
+    {0.0, 260.0, 38.0, 10.0},  // at the bottom of the plot
     {40.0, 271.0, 80.0, 10.0}, // twice the left margin wide
     {300.0, 271.0, 80.0, 10.0},
 };
@@ -158,7 +158,8 @@ void tst_DispAreaPainting::startsWithAutomaticRangeAndNoMarkerLines()
     QCOMPARE(area.cc.realY1, 1.0);
 }
 
-// The surface does not paint its own frame either, although its form has one.
+// The surface does not paint its own frame either, although its form sets a frame
+// shape.
 void tst_DispAreaPainting::surfacePaintsNothingItself()
 {
     const QImage image = paintedBy(usualSize, [](DispArea&, QStylePainter*) {});
@@ -208,7 +209,7 @@ void tst_DispAreaPainting::painterSmoothsPixmapsButNotLines()
     });
     QVERIFY(hints.testFlag(QPainter::SmoothPixmapTransform));
     QVERIFY(!hints.testFlag(QPainter::Antialiasing));
-    for (int y = 10; y < 78; ++y) { // a slanted line has no grey pixels
+    for (int y = 10; y < 78; ++y) { // without antialiasing, a sloped line has no grey pixels
         for (int x = 10; x < 201; ++x) {
             const int grey = qGray(image.pixel(x, y));
             QVERIFY(grey == 0 || grey == 255);
@@ -238,7 +239,8 @@ void tst_DispAreaPainting::eachPaintResetsScreenToWidgetWithYUpward_data()
     QTest::newRow("one pixel") << QSize(1, 1);
 }
 
-// At each paint the plot area is the whole widget again, even if a client changed it.
+// At each paint the plot area is the whole widget again, even if a client changed it
+// before.
 void tst_DispAreaPainting::eachPaintResetsScreenToWidgetWithYUpward()
 {
     QFETCH(QSize, size);
@@ -378,15 +380,16 @@ void tst_DispAreaPainting::labelsAreDrawnInTheirBoxes_data()
     QTest::addColumn<QList<QRectF>>("boxes");
     QTest::newRow("usual size") << usualSize << usualOutline << usualBoxes;
     // The plot area is columns 33 to 317 and rows 10 to 196 (217 - 21). The row of text
-    // is trunc(-9.3) = -9, the text 7 (7.65), the gap 1 (1.35), the left margin 33.
+    // is trunc(9.3) = 9 pixels high, the text in it trunc(7.65) = 7, the gap
+    // trunc(1.35) = 1. The left margin is 33.
     QTest::newRow("odd sides") << QSize(333, 217) << QRect(33, 10, 284, 186)
                                << QList<QRectF>{{0.0, 10.0, 33.0 * 0.95, 7.0},
                                                 {0.0, 189.0, 33.0 * 0.95, 7.0},
                                                 {33.0, 197.0, 66.0, 7.0},
                                                 {251.0, 197.0, 66.0, 7.0}};
     // The plot area is columns 80 to 760 and rows 45 to 810. The row of text is
-    // trunc(-38.25) = -38, the text 32 (32.3), the gap 5 (5.7). The font size is
-    // limited to 12 points.
+    // trunc(38.25) = 38 pixels high, the text in it trunc(32.3) = 32, the gap
+    // trunc(5.7) = 5. The font size is limited to 12 points.
     QTest::newRow("large") << QSize(800, 900) << QRect(80, 45, 680, 765)
                            << QList<QRectF>{{0.0, 45.0, 76.0, 32.0},
                                             {0.0, 778.0, 76.0, 32.0},
@@ -415,7 +418,8 @@ void tst_DispAreaPainting::labelsAreBlackWithAnyPen()
     QCOMPARE(image, expectedFrame(usualSize, usualOutline, labels));
 }
 
-// Guards the comparisons above: equal pictures could both be empty.
+// The comparisons of pictures in the other tests need this check: equal pictures could
+// both be empty.
 void tst_DispAreaPainting::labelsHaveDarkPixelsInTheirBoxes()
 {
     const QImage image = drawnFrame(usualSize, {8300.0, -1.25, 8400.0, 2.5});
@@ -426,8 +430,8 @@ void tst_DispAreaPainting::labelsHaveDarkPixelsInTheirBoxes()
     QCOMPARE(darkPixels(empty, empty.rect()), 0);
 }
 
-// The row of text is trunc(-25.5) = -25, the text 12 (12.5), the gap 12 (12.5), the
-// left margin 80.
+// The row of text is trunc(25.5) = 25 pixels high, the text in it trunc(12.5) = 12, the
+// gap trunc(12.5) = 12. The left margin is 80.
 void tst_DispAreaPainting::labelsFollowTheTextRowSettings()
 {
     const QImage image = paintedBy(usualSize, [](DispArea& area, QStylePainter* p) {
@@ -475,7 +479,7 @@ void tst_DispAreaPainting::invalidRangeIsHarmless_data()
     QTest::newRow("huge") << QList<double>{-1e308, -1e308, 1e308, 1e308};
 }
 
-// The frame itself does not depend on the range.
+// The frame is the same for every range.
 void tst_DispAreaPainting::invalidRangeIsHarmless()
 {
     QFETCH(QList<double>, range);

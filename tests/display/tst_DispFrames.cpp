@@ -1,4 +1,4 @@
-// Tests of what the plot frame and the map frame have in common: form, forwarded
+// Tests of the common parts of the plot frame and the map frame: form, forwarded
 // signals, automatic range, and the pop-out window.
 
 #include "display/DispABase.h"
@@ -23,8 +23,8 @@ using namespace tests;
 namespace
 {
 
-/// A plot frame or a map frame behind one interface: the members that both have under
-/// the same names, and a list of the signals emitted so far.
+/// A common interface to a plot frame or a map frame: the members that have the same
+/// names in both classes, and a list of the signals emitted so far.
 struct AnyFrame {
     template <class Frame>
     explicit AnyFrame(Frame* made)
@@ -115,7 +115,7 @@ struct AnyFrame {
     std::function<bool()> docked;
     std::function<void()> popDock;
     std::function<void()> clearScale;
-    std::function<void()> update; ///< the frame's own update(), which hides the one of QWidget
+    std::function<void()> update; ///< calls the frame's own update(), which hides QWidget::update()
     std::function<void(double, double, double, double)> setRealCoord;
     std::function<void(QStylePainter*)> client;
     QStringList signalsSeen;
@@ -245,7 +245,7 @@ void tst_DispFrames::contentIsInRowOneOfTheGrid()
     QCOMPARE(m->grid->objectName(), "gridLayout");
     QCOMPARE(m->grid->contentsMargins(), QMargins(2, 2, 2, 2));
     QFETCH(bool, map);
-    if (!map) { // a map's grid uses the spacing of the style
+    if (!map) { // the grid of a map uses the spacing of the style
         QCOMPARE(m->grid->horizontalSpacing(), 2);
         QCOMPARE(m->grid->verticalSpacing(), 2);
     }
@@ -261,7 +261,7 @@ void tst_DispFrames::stripHasItsWidgetsFromLeftToRight()
     const QList<FormWidget> plotStrip{
         {"Title", 0, "QLabel", "TextLabel"},   {"label", 1, "QLabel", " x:"},
         {"XTitle", 2, "QLabel", "x-title"},    {"XPos", 3, "QLineEdit"},
-        {"label_2", 4, "QLabel", "y:"}, // without a space, on purpose
+        {"label_2", 4, "QLabel", "y:"}, // on purpose without a space after the colon
         {"YTitle", 5, "QLabel", "y-title"},    {"YPos", 6, "QLineEdit"},
         {"PopDockB", 7, "QPushButton", "P/D"},
     };
@@ -288,7 +288,7 @@ void tst_DispFrames::stripHasItsWidgetsFromLeftToRight()
     QCOMPARE(m->button->maximumWidth(), 50);
 }
 
-// Read-only are x and y of a plot, but only y of a map.
+// In a plot, the fields of x and y are read-only; in a map, only the field of y is.
 void tst_DispFrames::readOutsHaveTheResultStyleAndSomeAreReadOnly()
 {
     QFETCH(bool, map);
@@ -427,7 +427,8 @@ void tst_DispFrames::popOutWindowIsAHiddenChild()
     QVERIFY(m->isDocked());
 }
 
-// The button itself moves: it is clicked in the frame, then in the window.
+// The button moves together with the content: it is clicked first in the frame, then in
+// the window.
 void tst_DispFrames::buttonPopsOutAndDocks()
 {
     QVERIFY(m->showDocked());
@@ -486,7 +487,7 @@ void tst_DispFrames::popOutKeepsViewAndMarkerLines()
         QVERIFY(m->area->hasScale);
         QVERIFY(m->rangeIs(1.0, 2.0, 3.0, 4.0));
         QCOMPARE(m->area->markLines, &lines.set);
-        QCOMPARE(m->frame->findChildren<DispArea*>(), surfaces); // no surface was added
+        QCOMPARE(m->frame->findChildren<DispArea*>(), surfaces); // no surface was created
     }
     QVERIFY(m->isDocked());
 }
@@ -570,7 +571,7 @@ void tst_DispFrames::frameUpdatePaintsTheSurfaceOnce()
     paints.settle();
     m->client = [&drawings](QStylePainter*) { ++drawings; };
     m->update();
-    QCOMPARE(paints.count(), 0); // the paint is only scheduled
+    QCOMPARE(paints.count(), 0); // the paint is scheduled but not done yet
     QCOMPARE(paints.within(settleTime), 1);
     QCOMPARE(paints.within(settleTime), 1);
     QCOMPARE(drawings, 1);

@@ -1,5 +1,5 @@
-// Tests of DispMBase, the frame of a map: its form, its read-outs and the limits of its
-// colours.
+// Tests of DispMBase, the frame of a map: its form, its read-out fields and the limits
+// of its colours.
 
 #include "display/DispMBase.h"
 #include "rows/FormChecks.h"
@@ -18,7 +18,7 @@
 
 using namespace tests;
 
-/// An action that changes the colours of a frame.
+/// An action that changes the colours of the map in a frame.
 using Action = std::function<void(DispMBase*)>;
 
 class tst_DispMBase : public QObject
@@ -181,7 +181,7 @@ void tst_DispMBase::signalsAndSlotsAreDeclaredInOrder()
                           "popDock()", "clearScale()", "newZmax()", "newZmin()"}));
 }
 
-// The read-outs are already updated when the client receives the signal.
+// The read-out fields are already updated when the client receives the signal.
 void tst_DispMBase::mousePositionIsForwarded()
 {
     QVERIFY(show());
@@ -207,7 +207,7 @@ void tst_DispMBase::valueFieldIsSetByTheClientOnly()
     QCOMPARE(m_frame->Val->text(), "client's");
 }
 
-// Unlike in a plot, whose fields show the start of the number.
+// A plot differs on purpose: its read-out fields show the start of the number.
 void tst_DispMBase::readOutLeavesTheCursorAtTheEnd()
 {
     m_frame->receiveNowPos(8333.2469, -1.5);
@@ -249,7 +249,7 @@ void tst_DispMBase::limitIsNotAppliedWhileTyping()
     QTest::keyClicks(m_frame->MaxV, "25");
     QCOMPARE(m_frame->CBar->zmax, 1.0);
     QCOMPARE(scales.size(), 0);
-    m_frame->MinV->setText("-7"); // as a client does
+    m_frame->MinV->setText("-7"); // set by a client, not typed
     QCOMPARE(m_frame->CBar->zmin, 0.0);
 }
 
@@ -277,7 +277,7 @@ void tst_DispMBase::unparsableLimitIsZero()
 
 void tst_DispMBase::reversedLimitsAreSwapped_data()
 {
-    QTest::addColumn<bool>("upper"); // change the upper limit of the range 1 to 3
+    QTest::addColumn<bool>("upper"); // whether to change the upper limit of the range 1 to 3
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("zmin");
     QTest::addColumn<double>("zmax");
@@ -378,7 +378,7 @@ void tst_DispMBase::setZRangeSetsBarAndTexts_data()
     QTest::newRow("unchanged") << 10.0 << 20.0 << QStringList{"10", "20"};
     QTest::newRow("empty, inside") << 15.0 << 15.0 << QStringList{"15", "15"};
     QTest::newRow("empty, above") << 30.0 << 30.0 << QStringList{"30", "30"};
-    // The texts show the limits as given.
+    // Reversed limits are shown as given.
     QTest::newRow("reversed above") << 40.0 << 30.0 << QStringList{"40", "30"};
     QTest::newRow("reversed below") << -30.0 << -40.0 << QStringList{"-30", "-40"};
     QTest::newRow("reversed within") << 18.0 << 12.0 << QStringList{"18", "12"};
@@ -405,7 +405,7 @@ void tst_DispMBase::setZRangeShowsSixDigitsFromTheStart()
     QCOMPARE(m_frame->MaxV->text(), "1.23457e+06");
     QCOMPARE(m_frame->MinV->cursorPosition(), 0);
     QCOMPARE(m_frame->MaxV->cursorPosition(), 0);
-    // The bar keeps all digits.
+    // The bar stores the limits with all digits.
     QCOMPARE(m_frame->CBar->zmin, -1.0 / 3.0);
     QCOMPARE(m_frame->CBar->zmax, 1234567.0);
 }
@@ -426,7 +426,7 @@ void tst_DispMBase::nanRangeIsShownAndCanBeReplaced()
     QFETCH(double, hi);
     m_frame->setZRange(lo, hi);
     QTEST((QStringList{m_frame->MinV->text(), m_frame->MaxV->text()}), "texts");
-    // NaN limits give no index into the table: the first colour.
+    // With NaN limits there is no table index, so the first colour is used.
     QCOMPARE(m_frame->CBar->color(2.0), QColor(0, 0, 0));
     m_frame->setZRange(3.0, 4.0);
     QCOMPARE(m_frame->CBar->zmin, 3.0);
@@ -452,9 +452,10 @@ void tst_DispMBase::setZRangeKeepsTheView()
 void tst_DispMBase::colourChangeRepaintsTheSurfaceOnce_data()
 {
     QTest::addColumn<Action>("change");
-    QTest::newRow("range") << Action([](DispMBase* frame) { frame->setZRange(5.0, 6.0); });
-    QTest::newRow("scale") << Action([](DispMBase* frame) { frame->CBar->setAutoScale(true); });
-    QTest::newRow("limit") << Action([](DispMBase* frame) {
+    QTest::newRow("setZRange") << Action([](DispMBase* frame) { frame->setZRange(5.0, 6.0); });
+    QTest::newRow("setAutoScale") << Action(
+        [](DispMBase* frame) { frame->CBar->setAutoScale(true); });
+    QTest::newRow("limit is typed") << Action([](DispMBase* frame) {
         frame->MaxV->setText(frame->MaxV->text() + "4");
         QTest::keyClick(frame->MaxV, Qt::Key_Return);
     });

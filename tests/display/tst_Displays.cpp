@@ -51,7 +51,6 @@ struct MouseSignal {
     bool operator==(const MouseSignal&) const = default;
 };
 
-/// Records the mouse signals of a graph window.
 class MouseSignalRecorder : public QObject
 {
 public:
@@ -102,8 +101,8 @@ private Q_SLOTS:
     void windowMatchesItsForm();
     void signalsAndSlotsAreDeclaredInOrder();
 
-    void plotHasItsPlaceAndTitle_data();
-    void plotHasItsPlaceAndTitle();
+    void plotHasItsGridCellAndTitle_data();
+    void plotHasItsGridCellAndTitle();
     void elevenPlotsAreListedInOrderOfTheirIds();
     void plotOutsideTheGridStaysAHiddenWindow();
     void axisTitlesAreDrawnInThePlotsNotInTheStrips();
@@ -168,7 +167,7 @@ void tst_Displays::signalsAndSlotsAreDeclaredInOrder()
     QCOMPARE(memberNames(Displays::staticMetaObject, QMetaMethod::Slot).first(4), expectedSlots);
 }
 
-void tst_Displays::plotHasItsPlaceAndTitle_data()
+void tst_Displays::plotHasItsGridCellAndTitle_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<int>("value");
@@ -193,7 +192,7 @@ void tst_Displays::plotHasItsPlaceAndTitle_data()
     plot("DDMutVsA", Displays::DDMutVsA, 9, "dMut/v or a", 2, 2, 1);
 }
 
-void tst_Displays::plotHasItsPlaceAndTitle()
+void tst_Displays::plotHasItsGridCellAndTitle()
 {
     QFETCH(int, id);
     QFETCH(QString, title);
@@ -256,8 +255,8 @@ void tst_Displays::allTitlesButTheComparisonAreTranslated()
     const Displays graphs;
     QCOMPARE(graphs.frame(Displays::DRef1)->Title->text(), QStringLiteral("<Ref1>"));
     QCOMPARE(graphs.frame(Displays::DM2M3)->Title->text(), QStringLiteral("<M2/M3>"));
-    // The translation tables contain this title under another source text, so it is not
-    // translated.
+    // The translation contains this title only under another source text, so the title
+    // is not translated.
     QCOMPARE(graphs.frame(Displays::DLCFvs4PS)->Title->text(), QStringLiteral("LCF vs MPS"));
 }
 
@@ -285,9 +284,9 @@ void tst_Displays::negativeColumnOrRowMeansOutsideTheGrid_data()
 {
     QTest::addColumn<int>("column");
     QTest::addColumn<int>("row");
-    QTest::newRow("column") << -1 << 3;
-    QTest::newRow("row") << 3 << -1;
-    QTest::newRow("column and row") << -1 << -1;
+    QTest::newRow("negative column") << -1 << 3;
+    QTest::newRow("negative row") << 3 << -1;
+    QTest::newRow("negative column and row") << -1 << -1;
 }
 
 void tst_Displays::negativeColumnOrRowMeansOutsideTheGrid()
@@ -465,7 +464,7 @@ void tst_Displays::idlePlotsAreNotPainted()
     plot->popDock();
     QVERIFY(QTest::qWaitForWindowExposed(plot->pop));
     SurfacePaints paints(graphs);
-    graphs.update(); // a paint must not request another one
+    graphs.update(); // this paint must not request another one
     paints.restart();
     QTest::qWait(200);
     QCOMPARE(paints.counts(), inTheGrid(0));

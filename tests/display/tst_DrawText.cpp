@@ -1,4 +1,5 @@
-// Tests of DrawText: font sizes as the painter receives them, positions by pixels.
+// Tests of DrawText: font sizes recorded by a paint device, and positions measured in
+// pictures.
 #include "display/DrawText.h"
 
 #include "support/DebugLog.h"
@@ -120,7 +121,7 @@ private Q_SLOTS:
     void textBoxHasNoMaximumSize();
 
     void listUsesTheSmallestSizeInWholePoints();
-    void listShiftsItsBox();
+    void boxOfAListIsShiftedForEachText();
     void listFitsEachLineInOtherModes_data();
     void listFitsEachLineInOtherModes();
     void pairsAreAlignedToBothEndsOfTheirRow();
@@ -142,8 +143,8 @@ private Q_SLOTS:
 private:
     /// The texts that @p drawing draws.
     QList<tests::DrawnText> textsDrawnBy(const Drawing& drawing);
-    /// The text that drawText() draws with givenFont(), or an empty one if the number
-    /// of texts drawn is not one.
+    /// The text that drawText() draws with givenFont(). Empty if it draws no text or
+    /// several texts.
     tests::DrawnText drawnText(const QRectF& box, int flags, int mode, const QString& text,
                                double maxPoints);
     /// The size of a text at 10 points, measured by QPainter.
@@ -205,11 +206,12 @@ void tst_DrawText::fittedSizeFollowsTheTighterSide_data()
     QTest::newRow("size of the text") << QSizeF(1, 1) << 10.0;
     QTest::newRow("width is tight") << QSizeF(0.5, 3) << 5.0;
     QTest::newRow("height is tight") << QSizeF(4, 1.5) << 15.0;
-    QTest::newRow("both grow") << QSizeF(2.5, 2.5) << 25.0;
+    QTest::newRow("larger than the text") << QSizeF(2.5, 2.5) << 25.0;
     QTest::newRow("small") << QSizeF(0.25, 0.75) << 2.5;
 }
 
-// Tolerance: a font stores its size to a hundredth of a point.
+// The tolerance is a hundredth of a point, the precision with which a font stores its
+// size.
 void tst_DrawText::fittedSizeFollowsTheTighterSide()
 {
     QFETCH(QSizeF, space);
@@ -224,8 +226,8 @@ void tst_DrawText::fittedSizeFollowsTheTighterSide()
     QVERIFY(drawnMeanwhile.isEmpty());
 }
 
-// The size is calculated, not searched for: a box of twice the size doubles the font
-// exactly.
+// The size is calculated in one step, not by trying sizes: a box of twice the size
+// doubles the font size exactly.
 void tst_DrawText::fittedSizeIsProportionalToTheBox()
 {
     const double small = drawnText({5, 5, 40, 11}, leftMiddle, 1, shortText, -1.0).points;
@@ -245,7 +247,8 @@ void tst_DrawText::fittedSizeIsLimitedToMaxPoints_data()
     QTest::newRow("zero means no maximum") << 0.0 << 30.0;
 }
 
-// The box fits 30 points. Tolerance: a font stores its size to a hundredth of a point.
+// At 30 points the text fills the box. The tolerance is a hundredth of a point, the
+// precision with which a font stores its size.
 void tst_DrawText::fittedSizeIsLimitedToMaxPoints()
 {
     QFETCH(double, maxPoints);
@@ -281,9 +284,9 @@ void tst_DrawText::emptyTextHasEmptyBox()
 void tst_DrawText::otherModesUseTheGivenFont_data()
 {
     QTest::addColumn<int>("mode");
-    QTest::newRow("0") << 0;
-    QTest::newRow("2") << 2;
-    QTest::newRow("-1") << -1;
+    QTest::newRow("mode 0") << 0;
+    QTest::newRow("mode 2") << 2;
+    QTest::newRow("mode -1") << -1;
 }
 
 void tst_DrawText::otherModesUseTheGivenFont()
@@ -334,7 +337,7 @@ void tst_DrawText::negativeBoxEqualsNormalizedBox_data()
     QTest::addColumn<QRectF>("box");
     QTest::newRow("grows to the left") << QRectF(120, 30, -100, 20);
     QTest::newRow("grows upward") << QRectF(20, 50, 100, -20);
-    QTest::newRow("both") << QRectF(120, 50, -100, -20);
+    QTest::newRow("grows to the left and upward") << QRectF(120, 50, -100, -20);
 }
 
 void tst_DrawText::negativeBoxEqualsNormalizedBox()
@@ -362,12 +365,13 @@ void tst_DrawText::fittedTextStaysInItsBox_data()
     QTest::addColumn<int>("flags");
     QTest::newRow("left") << QRectF(50, 60, 160, 30) << leftMiddle;
     QTest::newRow("right") << QRectF(50, 60, 160, 30) << int(Qt::AlignRight | Qt::AlignVCenter);
-    QTest::newRow("negative") << QRectF(210, 90, -160, -30) << int(Qt::AlignCenter);
+    QTest::newRow("negative width and height")
+        << QRectF(210, 90, -160, -30) << int(Qt::AlignCenter);
     QTest::newRow("narrow") << QRectF(50, 60, 40, 90) << int(Qt::AlignCenter);
 }
 
-// Tolerance: glyph widths are whole pixels, so a text can be a few pixels narrower than
-// calculated, and letters can overhang by one pixel.
+// The tolerance is a few pixels: glyph widths are whole pixels, so a text can be
+// narrower than calculated, and letters can overhang by one pixel.
 void tst_DrawText::fittedTextStaysInItsBox()
 {
     QFETCH(QRectF, box);
@@ -400,8 +404,8 @@ void tst_DrawText::smallTextStaysInItsBox_data()
     QTest::newRow("title in Japanese") << QStringLiteral("画素数") << int(Qt::AlignCenter);
 }
 
-// The widths start at the one in a small window and increase in steps that are not
-// whole pixels. At the top and bottom, letters can overhang by one pixel.
+// The smallest width is the label width in a small window. The widths increase in steps
+// that are not whole pixels. Letters can overhang by one pixel at the top and bottom.
 void tst_DrawText::smallTextStaysInItsBox()
 {
     QFETCH(QString, text);
@@ -422,8 +426,8 @@ void tst_DrawText::smallTextStaysInItsBox()
     }
 }
 
-// The text at the widget's edge equals the text in the same box further inside, so the
-// edge cuts nothing off.
+// The picture of a text at the widget's edge is compared with the same text further
+// inside. The pictures are equal if the edge cuts nothing off.
 void tst_DrawText::textAtTheWidgetEdgeIsNotCutOff()
 {
     QFETCH(QString, text);
@@ -478,7 +482,7 @@ void tst_DrawText::boxWithOneEmptySideFitsTheOther_data()
     QTest::newRow("no width, no height") << QSizeF(0, 0) << 10.0;
 }
 
-// An empty side counts as if the text fitted it at 10 points.
+// An empty side counts as if the text fitted this side at 10 points.
 void tst_DrawText::boxWithOneEmptySideFitsTheOther()
 {
     QFETCH(QSizeF, space);
@@ -500,7 +504,8 @@ void tst_DrawText::textBoxReturnsWhereTheTextIsDrawn_data()
     QTest::newRow("given size, bottom right") << 0 << int(Qt::AlignRight | Qt::AlignBottom);
 }
 
-// Letters do not fill the height of their line, and they can overhang by one pixel.
+// The drawn letters do not fill the height of their line, and they can overhang by one
+// pixel.
 void tst_DrawText::textBoxReturnsWhereTheTextIsDrawn()
 {
     QFETCH(int, mode);
@@ -519,8 +524,8 @@ void tst_DrawText::textBoxReturnsWhereTheTextIsDrawn()
     QVERIFY(near(found.right() + 1.0, place.right(), 6.0));
 }
 
-// A box with the text's proportions is filled completely, up to rounding of the glyph
-// widths.
+// A box with the proportions of the text is filled completely, except for the rounding
+// of glyph widths.
 void tst_DrawText::textBoxHasNoMaximumSize()
 {
     const QRectF box(QPointF(40, 50), 4.0 * measured(shortText));
@@ -530,7 +535,8 @@ void tst_DrawText::textBoxHasNoMaximumSize()
     });
 }
 
-// The box fits 25.9 points of longText and more of shortText.
+// At 25.9 points longText fills the width of the box; shortText would fit at a larger
+// size.
 void tst_DrawText::listUsesTheSmallestSizeInWholePoints()
 {
     const QSizeF size = measured(longText);
@@ -545,7 +551,7 @@ void tst_DrawText::listUsesTheSmallestSizeInWholePoints()
     }
 }
 
-void tst_DrawText::listShiftsItsBox()
+void tst_DrawText::boxOfAListIsShiftedForEachText()
 {
     const auto all = textsDrawnBy([&](QStylePainter* p) {
         m_dt.drawTexts(p, {20, 130, 100, -30}, 7.5, -20.25, givenFont(), leftMiddle, 0,
@@ -563,12 +569,11 @@ void tst_DrawText::listShiftsItsBox()
 void tst_DrawText::listFitsEachLineInOtherModes_data()
 {
     QTest::addColumn<int>("mode");
-    QTest::newRow("1") << 1;
-    QTest::newRow("2") << 2;
+    QTest::newRow("mode 1") << 1;
+    QTest::newRow("mode 2") << 2;
 }
 
-// The width is twice the one of shortText at 10 points; the height is enough for all
-// texts.
+// The box is twice as wide as shortText at 10 points, and high enough for all texts.
 void tst_DrawText::listFitsEachLineInOtherModes()
 {
     QFETCH(int, mode);
@@ -611,7 +616,7 @@ void tst_DrawText::pairsAreAlignedToBothEndsOfTheirRow()
     QCOMPARE(all.at(2).at.y() - all.at(0).at.y(), 25.0);
 }
 
-// The box fits 15.9 points of the joined texts of the second row.
+// At 15.9 points the joined texts of the second row fill the width of the box.
 void tst_DrawText::pairsUseTheSizeOfTheLongestRow()
 {
     const QSizeF size = measured(longText + shortText, Qt::AlignVCenter);
@@ -633,7 +638,7 @@ void tst_DrawText::emptyListsDrawNothing()
         m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {}, -1.0);
         m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 1, {}, -1.0);
         m_dt.drawTextPairs(p, box, 0, 20, givenFont(), {}, {}, -1.0);
-        // Sizes below one point draw nothing.
+        // A font size below one point draws nothing.
         m_dt.drawTexts(p, {20, 30, 0.5, 0.5}, 0, 20, givenFont(), leftMiddle, 0, {shortText}, -1.0);
     });
     QVERIFY(all.isEmpty());
@@ -654,7 +659,7 @@ void tst_DrawText::overlappingBoxesAreFound_data()
     QTest::newRow("between the two boxes") << QRectF(60, 60, 100, 30) << false;
 }
 
-// The used boxes are (10, 10) to (50, 40) and (200, 100) to (210, 110).
+// The boxes in use are (10, 10) to (50, 40) and (200, 100) to (210, 110).
 void tst_DrawText::overlappingBoxesAreFound()
 {
     QFETCH(QRectF, box);
@@ -679,10 +684,10 @@ void tst_DrawText::normalizeKeepsTheArea_data()
 {
     QTest::addColumn<QRectF>("box");
     QTest::addColumn<QRectF>("normal");
-    QTest::newRow("positive") << QRectF(1, 2, 3, 4) << QRectF(1, 2, 3, 4);
+    QTest::newRow("positive width and height") << QRectF(1, 2, 3, 4) << QRectF(1, 2, 3, 4);
     QTest::newRow("negative width") << QRectF(10, 2, -3, 4) << QRectF(7, 2, 3, 4);
     QTest::newRow("negative height") << QRectF(10, 20, 3, -4) << QRectF(10, 16, 3, 4);
-    QTest::newRow("both") << QRectF(10, 20, -3, -4) << QRectF(7, 16, 3, 4);
+    QTest::newRow("negative width and height") << QRectF(10, 20, -3, -4) << QRectF(7, 16, 3, 4);
     QTest::newRow("empty") << QRectF(10, 20, 0, 0) << QRectF(10, 20, 0, 0);
 }
 
@@ -700,7 +705,7 @@ void tst_DrawText::buttonSquareShowsItsState_data()
     QTest::newRow("off") << false << QColor(4, 5, 200);
 }
 
-// The square has side 30 and its lower left corner at (40, 100).
+// The square has sides of 30 pixels and its lower left corner at (40, 100).
 void tst_DrawText::buttonSquareShowsItsState()
 {
     QFETCH(bool, on);
@@ -721,8 +726,8 @@ void tst_DrawText::buttonSquareShowsItsState()
     }
 }
 
-// The square has side 30. Its text starts at x = 40 + 36 and y = 100 - 28.5, is 27 high
-// and at most 200 - 36 wide.
+// The square has sides of 30 pixels. The text beside it starts at x = 40 + 36 and
+// y = 100 - 28.5; it is 27 high and at most 200 - 36 wide.
 void tst_DrawText::buttonTextIsBesideTheSquare()
 {
     DrawText dt;
@@ -765,7 +770,7 @@ void tst_DrawText::buttonIsHitStrictlyInside_data()
     QTest::newRow("below the lower left") << QPointF(20, 60) << false;
 }
 
-// The square is (10, 50) to (30, 30).
+// The square has the corners (10, 50) and (30, 30).
 void tst_DrawText::buttonIsHitStrictlyInside()
 {
     QFETCH(QPointF, at);

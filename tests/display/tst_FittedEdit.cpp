@@ -29,8 +29,8 @@ QImage pictureOf(QWidget* widget)
     return widget->grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
 
-/// The picture of the text of @p edit in its current font, drawn in a field that is
-/// wide enough.
+/// The picture of the text of @p edit in its current font, drawn in a wider field in
+/// which the text fits.
 QImage inkInWideField(const FittedEdit& edit)
 {
     QLineEdit wide;
@@ -193,8 +193,8 @@ void tst_FittedEdit::toolTipExistsOnlyIfTextDoesNotFit()
     QCOMPARE(m_edit->toolTip(), QString());
 }
 
-// A field of 40 pixels, as for shares and amounts, is too narrow for twelve characters
-// even in the smallest font. The visible text must end in the exponent.
+// A field of 40 pixels, as used for shares and amounts, is too narrow for twelve
+// characters even in the smallest font. The visible text must end with the exponent.
 void tst_FittedEdit::longNumberWithoutFocusShowsItsExponent()
 {
     m_edit->setFixedWidth(40);
@@ -225,7 +225,8 @@ void tst_FittedEdit::clickInLongNumberKeepsItsExponentVisible()
     const QImage before = pictureOf(m_edit);
     QTest::mouseClick(m_edit, Qt::LeftButton, {}, QPoint(20, m_edit->height() / 2));
     QVERIFY(m_edit->hasFocus());
-    // Only the text is compared: the frame of a field with focus has another colour.
+    // Only the text is compared, because the frame of a field with focus has another
+    // colour.
     const QImage after = pictureOf(m_edit);
     QCOMPARE(after.copy(inkOf(before)), before.copy(inkOf(before)));
 }
@@ -268,7 +269,7 @@ void tst_FittedEdit::longTextWithoutFocusShowsStartAndEnd()
     QCOMPARE(m_edit->text(), path);
     QCOMPARE(m_edit->toolTip(), path);
     QVERIFY(!inkOf(visible).isEmpty());
-    // A plain line edit would show the start only.
+    // A plain line edit would show only the start of the number.
     QLineEdit plainEdit;
     plainEdit.setFont(m_edit->font());
     plainEdit.resize(m_edit->size());

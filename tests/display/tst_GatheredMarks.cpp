@@ -1,4 +1,4 @@
-// Tests of GatheredMarks: the picture equals one circle drawn per point.
+// Tests of GatheredMarks: the picture is the same as with one circle drawn per point.
 #include "display/GatheredMarks.h"
 
 #include "display/ChCoord.h"
@@ -21,7 +21,8 @@ const QSize usualSize(150, 120);
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-/// Random points in a plot of 0 to 1 on both axes and around it.
+/// Random points with coordinates from -@p around to 1 + @p around. The plot shows the
+/// range 0 to 1.
 QList<QPointF> randomPoints(int count, double around = 0.2)
 {
     std::mt19937_64 random(static_cast<unsigned>(count));
@@ -210,9 +211,9 @@ void tst_GatheredMarks::marksMatchWithOtherPainterStates()
 void tst_GatheredMarks::marksMatchWithUnusualPens_data()
 {
     QTest::addColumn<QPen>("pen");
-    QTest::newRow("broad") << QPen(Qt::blue, 2);
-    QTest::newRow("dashed") << QPen(Qt::blue, 1, Qt::DotLine);
-    QTest::newRow("transparent") << QPen(QColor(0, 0, 255, 120));
+    QTest::newRow("wide pen") << QPen(Qt::blue, 2);
+    QTest::newRow("dotted pen") << QPen(Qt::blue, 1, Qt::DotLine);
+    QTest::newRow("transparent pen") << QPen(QColor(0, 0, 255, 120));
     QTest::newRow("no pen") << QPen(Qt::NoPen);
 }
 

@@ -15,8 +15,8 @@ namespace
 
 const QSize plotSize(387, 257); // margins: left 38, right 19, bottom 25, top 12 pixels
 
-/// A graph whose data fill the whole surface in one colour, with a square at (13, 0.5),
-/// and which draws a bar on top.
+/// A graph whose data fill the whole surface with one colour and draw a square at
+/// (13, 0.5), and whose drawOnTop() draws a bar.
 class FilledGraph : public Graph
 {
 public:
@@ -59,7 +59,7 @@ protected:
     }
 };
 
-/// A FilledGraph with the drawOnTop() of the base class.
+/// A FilledGraph that uses the base class's drawOnTop(), which draws nothing.
 class FilledGraphWithoutTop : public FilledGraph
 {
 protected:
@@ -99,7 +99,7 @@ private Q_SLOTS:
     void unfittedRangeKeepsTheZoom();
     void emptyGraphIsWhiteWithoutTitles();
     void emptyGraphKeepsTheRanges();
-    void titlesVanishWithTheDataAndReturn();
+    void titlesAreDrawnOnlyWhileTheGraphHasData();
 };
 
 void tst_Graph::frameIsDrawnBetweenDataAndTop()
@@ -123,7 +123,8 @@ void tst_Graph::drawOnTopDrawsNothingByDefault()
     QVERIFY(isSamePicture(plot.picture(), expected.picture()));
 }
 
-// One unit is 10 pixels on x, from column 38, and 40 pixels on y, from row 232 upward.
+// One unit of x is 10 pixels, starting at column 38. One unit of y is 40 pixels, upward
+// from row 232.
 void tst_Graph::plotAreaIsComputedBeforeTheDataIsDrawn()
 {
     const FilledGraph graph;
@@ -213,7 +214,7 @@ void tst_Graph::emptyGraphKeepsTheRanges()
     QVERIFY(plot.DispA->hasScale);
 }
 
-void tst_Graph::titlesVanishWithTheDataAndReturn()
+void tst_Graph::titlesAreDrawnOnlyWhileTheGraphHasData()
 {
     FilledGraph graph;
     Plot plot(graph);

@@ -1,5 +1,5 @@
-// Tests of the grid lines: they equal the picture of a plain loop, in a time bounded by
-// the widget's size.
+// Tests of the grid lines: the picture is the same as with a plain loop over all lines,
+// but the run time is bounded by the widget's size.
 #include "display/GridLines.h"
 
 #include "support/PlotSurface.h"
@@ -39,7 +39,7 @@ QImage grid(const ChCoord& cc, const GridValues& values, bool vertical)
     return image;
 }
 
-/// The picture with one line across it at each of @p pixels.
+/// The picture with one line across it at each column or row in @p pixels.
 QImage lines(const QSet<int>& pixels, bool vertical)
 {
     QImage image = whiteSurface();
@@ -60,7 +60,8 @@ QSet<int> pixelRange(int first, int last)
     return pixels;
 }
 
-/// The reference implementation: draws all values, visible or not. Not for huge grids.
+/// The reference implementation: draws the lines of all values, visible or not. Too
+/// slow for huge grids.
 QImage plainGrid(const ChCoord& cc, const GridValues& values, bool vertical)
 {
     const double slope =
@@ -77,7 +78,8 @@ QImage plainGrid(const ChCoord& cc, const GridValues& values, bool vertical)
     return lines(pixels, vertical);
 }
 
-/// Compares the vertical and the horizontal grid with the reference implementation.
+/// Whether the vertical and the horizontal grid look the same as with the reference
+/// implementation.
 bool matchesPlainGrid(const ChCoord& cc, const GridValues& values)
 {
     return grid(cc, values, true) == plainGrid(cc, values, true) &&
@@ -113,13 +115,13 @@ private Q_SLOTS:
     void valenceGridEndsWithinHalfAStep();
 };
 
-// One unit is 20 pixels on x and 51 on y.
+// One unit of x is 20 pixels, one unit of y 51 pixels.
 void tst_GridLines::linesAreAtTheirValues()
 {
     const PlotSurface cc(10, -1, 27, 4);
     QCOMPARE(grid(cc, {12, 2.51, 20}, true), lines({80, 130, 180, 230}, true));
     QCOMPARE(grid(cc, {-0.5, 1.1, 3}, false), lines({244, 188, 132, 76}, false));
-    // Lines outside the plot area are drawn up to the widget's edges.
+    // Lines also cross the margins up to the widget's edges.
     QCOMPARE(grid(cc, {7, 1.5, 29}, true),
              lines({10, 40, 70, 100, 130, 160, 190, 220, 250, 280, 310, 340, 370}, true));
 }
@@ -158,7 +160,7 @@ void tst_GridLines::linesUseThePen()
 
 void tst_GridLines::matchesAPlainLoop_data()
 {
-    QTest::addColumn<QRectF>("range"); // left and top are x0 and y0, right and bottom x1 and y1
+    QTest::addColumn<QRectF>("range");         // left = x0, top = y0, right = x1, bottom = y1
     QTest::addColumn<QList<double>>("values"); // first, step, last
     const auto range = [](double x0, double y0, double x1, double y1) {
         return QRectF(x0, y0, x1 - x0, y1 - y0);
@@ -240,16 +242,16 @@ void tst_GridLines::millionsOfLinesAreOnePerPixel()
     }
 }
 
-// 337 units are 340 pixels wide, and 0 is at column 40. So -40.25 and -39.25 are at
-// -0.61 and 0.40; both are truncated to column 0.
+// 337 units of x are 340 pixels wide, and 0 is at column 40. So the values -40.25 and
+// -39.25 are at columns -0.61 and 0.40; both are truncated to 0.
 void tst_GridLines::positionsAroundZeroShareALine()
 {
     const PlotSurface cc(0.0, 0.0, 337.0, 1.0);
     QCOMPARE(grid(cc, {-40.25, 1.0, -39.25}, true), lines({0}, true));
 }
 
-// One step is 34 pixels on x and 25.5 on y. The first of 1e9 lines is far to the left.
-// The range starts midway between two lines.
+// One step is 34 pixels in x and 25.5 in y. The first of 1e9 lines is far outside on
+// the left. The range starts midway between two lines.
 void tst_GridLines::zoomIntoHugeGridKeepsLinePositions()
 {
     const PlotSurface cc(5e8 + 0.5, 5e8 + 0.5, 5e8 + 10.5, 5e8 + 10.5);
@@ -305,8 +307,8 @@ void tst_GridLines::invalidGridsAreEmpty()
     QVERIFY(isEmpty(PlotSurface(27, 27, 10, 10), grid));
 }
 
-// Every call must return quickly. Only the invalid grids have a known picture: an empty
-// one.
+// Every call must return quickly. The picture is checked for invalid grids only: they
+// draw nothing.
 void tst_GridLines::extremeNumbersReturnQuickly()
 {
     const QList<double> numbers{0,    0.1,      -1,       1e17,      1e300,     -1e300,
@@ -338,8 +340,9 @@ void tst_GridLines::valenceGridEndsWithinHalfAStep()
     QCOMPARE(values.first, 2.0);
     QCOMPARE(values.step, 0.1);
     QCOMPARE(values.last, 3.05);
-    // From 2 to 3 there are eleven lines. Up to 2.36 there are five, up to 2.34 four.
-    const PlotSurface cc(1.9, 0, 3.6, 1); // one unit is 200 pixels, starting at 60.0
+    // The grid from 2 to 3 has eleven lines. The grid up to 2.36 has five lines, the
+    // grid up to 2.34 four.
+    const PlotSurface cc(1.9, 0, 3.6, 1); // one unit is 200 pixels wide; 2 is at column 60
     const auto linesOf = [&cc](double upper) {
         int count = 0;
         const QImage image = grid(cc, display::valenceGrid(2.0, upper), true);

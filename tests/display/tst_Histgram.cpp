@@ -22,8 +22,8 @@ namespace
 
 const QByteArray earlierText = "what was there before, and longer than the histogram's text is\n";
 
-/// Bins of width 2 with the edges 0, 2 and 4. The counts, from below the range to above
-/// it, are 1, 2, 3 and 4.
+/// Bins of width 2 with the edges 0, 2 and 4. The four counts (below the range, two
+/// bins, above the range) are 1, 2, 3 and 4.
 const QByteArray writtenText = "-2 -1 0  1\n"
                                "0 1 2  2\n"
                                "2 3 4  3\n"
@@ -117,7 +117,7 @@ void tst_Histgram::countTenValues()
     }
 }
 
-// Tolerance: a few ulps of 1.
+// The tolerance is a few ulps of 1.
 void tst_Histgram::limitsAreReadFromTheEdits()
 {
     m_from.setText("0");
@@ -165,7 +165,7 @@ void tst_Histgram::numberOfBinsIsTruncatedAndLimited()
     QFETCH(int, boxes);
     m_boxes.setText(text);
     m_histogram.init();
-    m_histogram.add(2.0); // must not crash, even with unusable limits
+    m_histogram.add(2.0); // must not crash, even without valid bins
     QCOMPARE(m_histogram.boxes, boxes);
     QCOMPARE(m_histogram.bins.size(), boxes);
 }
@@ -240,7 +240,8 @@ void tst_Histgram::fileCreatedByTheUserIsWritten()
     QCOMPARE(tests::readFile(byHand.fileName()), writtenText);
 }
 
-// The name comes from the link, the folder from the file it points to.
+// The histogram file gets its name from the link and its folder from the file that the
+// link points to.
 void tst_Histgram::symbolicLinkToResultUsesItsRealFolder()
 {
     QVERIFY(QDir(m_folder->path()).mkdir("real"));
@@ -259,8 +260,8 @@ void tst_Histgram::symbolicLinkToHistogramFileIsFollowed()
     QVERIFY(QFileInfo(pathOf("map_HGAlpha.dat")).isSymLink());
 }
 
-// The file in the folder of the missing result is kept; the one in the working folder
-// is written.
+// The histogram file in the folder of the missing result is kept; the file in the
+// working folder is written.
 void tst_Histgram::missingResultUsesTheWorkingFolder()
 {
     QVERIFY(QDir(m_folder->path()).mkdir("work"));

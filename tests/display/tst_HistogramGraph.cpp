@@ -27,8 +27,8 @@ const QColor green(0, 160, 0);
 const QColor blue(0, 0, 255);
 const QColor grey(160, 160, 160);
 
-/// Fills @p graph with ten bins of width 1, centred on 0 to 9, and a range of 0 to 8.5:
-/// one unit is 40 columns. No histogram is made visible.
+/// Gives @p graph ten bins of width 1, centred on 0 to 9, and the x range 0 to 8.5, so
+/// that one unit is 40 columns wide. No histogram is made visible.
 void fillGraph(HistogramGraph& graph, const QList<int>& bins, int under = 0, int over = 0)
 {
     graph.from = 0.0;
@@ -107,7 +107,7 @@ QList<int> gridRows(const QImage& image)
     return rows;
 }
 
-/// A picture of a graph without visible counts, so that it shows its grid only.
+/// The picture of a graph that shows only its grid, because no counts are visible.
 QImage gridPicture(double from, double to, int total, const Graph::Range& view)
 {
     HistogramGraph graph;
@@ -227,8 +227,9 @@ void tst_HistogramGraph::rangeWithoutCountsIsNotFitted()
     QVERIFY(!range.isFitted);
 }
 
-// The bin of 4 covers 3.5 to 4.5: columns 180 to 219. The y range -3 to 33 covers 255
-// rows, so the count 30 is at 270 - 255 / 36 * 33 = 36.25 and zero at 248.75.
+// The bin of value 4 covers 3.5 to 4.5: columns 180 to 219. The y range -3 to 33 covers
+// 255 rows, so the count 30 is at row 270 - 255 / 36 * 33 = 36.25 and the count 0 at
+// row 248.75.
 void tst_HistogramGraph::mainBarFillsItsBin()
 {
     HistogramGraph graph;
@@ -237,7 +238,7 @@ void tst_HistogramGraph::mainBarFillsItsBin()
     QCOMPARE(boxOf(grey, GraphPlot(graph).picture()), QRect(180, 36, 40, 248 - 36));
 }
 
-// The bin is 1000 times narrower than in the test above: 0.04 columns.
+// The bin is 1000 times narrower than in mainBarFillsItsBin(): 0.04 columns.
 void tst_HistogramGraph::mainBarIsAtLeastOnePixelWide()
 {
     HistogramGraph graph;
@@ -256,7 +257,7 @@ void tst_HistogramGraph::firstBinIsCentredOnTheLowerLimit()
     graph.mainShown = true;
     GraphPlot plot(graph);
     plot.setRealCoord(-1.0, -3.0, 7.5, 33.0);
-    // The bin covers -0.5 to 0.5; -1 is at the left edge.
+    // The bin covers -0.5 to 0.5. The value -1 is at the left edge of the plot.
     QCOMPARE(boxOf(grey, plot.picture()), QRect(60, 36, 40, 248 - 36));
 }
 
@@ -264,10 +265,10 @@ void tst_HistogramGraph::barsAreShiftedByTheIndexOfTheirSeries_data()
 {
     QTest::addColumn<int>("place");
     QTest::addColumn<int>("column"); // 180 - 3.5, 180 - 0.5, 180 + 2.5 and 180 + 5.5, truncated
-    QTest::newRow("first") << 0 << 176;
-    QTest::newRow("second") << 1 << 179;
-    QTest::newRow("third") << 2 << 182;
-    QTest::newRow("fourth") << 3 << 185;
+    QTest::newRow("first series") << 0 << 176;
+    QTest::newRow("second series") << 1 << 179;
+    QTest::newRow("third series") << 2 << 182;
+    QTest::newRow("fourth series") << 3 << 185;
 }
 
 void tst_HistogramGraph::barsAreShiftedByTheIndexOfTheirSeries()
@@ -298,13 +299,13 @@ void tst_HistogramGraph::fourSeriesAreSideBySide()
         QCOMPARE(box.width(), 3);
         QCOMPARE(box.top(), static_cast<int>(270.0 - 255.0 / 36.0 * (33.0 - 4 * s)));
     }
-    QCOMPARE(boxOf(grey, image).right(), 219); // the main bar is behind them
+    QCOMPARE(boxOf(grey, image).right(), 219); // right end of the main bar
     const PlainHistograms barByBar = referenceOf(graph);
     const PlotPlace view(plotSize, {0.0, -3.0, 8.5, 33.0});
     QVERIFY(isSamePicture(image, barByBar.picture(view), view.inside()));
 }
 
-// Bins are two columns wide, so the bars of the three series overlap.
+// The bins are two columns wide, so the bars of the three series overlap.
 void tst_HistogramGraph::laterSeriesAreDrawnOverEarlierOnes()
 {
     HistogramGraph graph;
@@ -325,8 +326,8 @@ void tst_HistogramGraph::laterSeriesAreDrawnOverEarlierOnes()
     QVERIFY(isSamePicture(plot.picture(), referenceOf(graph).picture(view), view.inside()));
 }
 
-// The bins are 0 to 9; the counts outside the limits are drawn at -1 and 10. The view
-// starts at -4 with 20 columns per unit.
+// The bins have the values 0 to 9. The counts outside the limits are drawn at -1 and
+// 10. The view starts at -4 with 20 columns per unit.
 void tst_HistogramGraph::countsOutsideTheLimitsAreDrawnBesideTheBins()
 {
     HistogramGraph graph;
@@ -337,8 +338,8 @@ void tst_HistogramGraph::countsOutsideTheLimitsAreDrawnBesideTheBins()
     plot.setRealCoord(-4.0, -3.0, 13.0, 33.0);
     const QImage image = plot.picture();
     QCOMPARE(boxOf(red, image), QRect(QPoint(90, 36), QPoint(329, 247)));
-    // -1.5 to -0.5 is columns 90 to 110, 9.5 to 10.5 is 310 to 330. The left bar has
-    // the count 20.
+    // The bar of -1 is in columns 90 to 110 and has the count 20; the bar of 10 is in
+    // columns 310 to 330.
     QCOMPARE(countOf(image, {90, 36, 20, 212}, red), 20 * (248 - 107));
     QCOMPARE(countOf(image, {310, 36, 20, 212}, red), 20 * 212);
     QCOMPARE(countOf(image, {110, 36, 200, 212}, red), 0);
@@ -351,7 +352,8 @@ void tst_HistogramGraph::emptyBinsHaveNoBar()
     addSeries(graph, oneBin(9, 30), red);
     GraphPlot plot(graph);
     plot.setRealCoord(0.0, -3.0, 8.5, 33.0);
-    // Only the bar of 9, which starts at 8.5, reaches into the view, at its right edge.
+    // Only the bar of 9, which starts at 8.5, is visible, at the right edge of the
+    // view.
     const QImage image = plot.picture();
     QCOMPARE(countOf(image, {41, 16, 330, 253}, red), 0);
     QCOMPARE(boxOf(red, image), QRect(376, 36, 3, 212));
@@ -367,7 +369,7 @@ void tst_HistogramGraph::barsAreClippedOnlyAtTheView_data()
     QTest::newRow("inside in x only") << PlotRange{3.999, -3.0, 4.001, 33.0};
     QTest::newRow("inside in y only") << PlotRange{-10.0, 10.0, 20.0, 10.001};
     QTest::newRow("below the bar") << PlotRange{3.0, -50.0, 5.0, 2.0};
-    QTest::newRow("above the foot of the bar") << PlotRange{3.0, 15.0, 5.0, 95.0};
+    QTest::newRow("above the lower end of the bar") << PlotRange{3.0, 15.0, 5.0, 95.0};
     QTest::newRow("shifted bars at the left edge") << PlotRange{3.495, -3.0, 5.0, 33.0};
 }
 
@@ -466,22 +468,23 @@ void tst_HistogramGraph::verticalGridExcludesTheLastInteger_data()
     QTest::addColumn<double>("from");
     QTest::addColumn<double>("to");
     QTest::addColumn<QList<int>>("values");
-    // One unit is 340 / (to - from) columns wide. The lines are at integers below
+    // One unit is 340 / (to - from) columns wide. Lines are at integers below
     // floor(to), which is excluded, and must be more than ten columns apart.
-    QTest::newRow("integer limits") << 0.0 << 5.0 << QList<int>{1, 2, 3, 4}; // 0 is on the outline
+    QTest::newRow("integer limits")
+        << 0.0 << 5.0 << QList<int>{1, 2, 3, 4}; // the outline covers the line at 0
     QTest::newRow("limits between integers") << 0.5 << 5.5 << QList<int>{1, 2, 3, 4};
     QTest::newRow("only integer is the excluded one") << 0.2 << 1.9 << QList<int>{};
     QTest::newRow("no integer inside") << 1.2 << 1.9 << QList<int>{};
     QTest::newRow("negative") << -3.5 << -0.5 << QList<int>{-3, -2};
     QTest::newRow("around zero") << -2.5 << 2.5 << QList<int>{-2, -1, 0, 1};
     QTest::newRow("largest range with steps of 1")
-        << 0.5 << 33.5 << valuesFrom(1, 32, 1); // 10.3 columns
+        << 0.5 << 33.5 << valuesFrom(1, 32, 1); // steps of 10.3 columns
     QTest::newRow("ten columns are too narrow") << 0.5 << 34.5 << valuesFrom(1, 33, 2);
     QTest::newRow("steps of 5") << -0.5 << 99.5 << valuesFrom(0, 95, 5);
     QTest::newRow("steps of 10 from an odd number")
-        << 6.5 << 306.5 << valuesFrom(17, 297, 10); // 7 is on the outline
+        << 6.5 << 306.5 << valuesFrom(17, 297, 10); // the outline covers the line at 7
     QTest::newRow("upper limit on the grid")
-        << -1.0 << 59.0 << valuesFrom(1, 57, 2); // steps of 2 from -1; 59 is excluded
+        << -1.0 << 59.0 << valuesFrom(1, 57, 2); // steps of 2, starting at -1; 59 is excluded
 }
 
 void tst_HistogramGraph::verticalGridExcludesTheLastInteger()
@@ -526,20 +529,20 @@ void tst_HistogramGraph::horizontalGridUsesTheScaleOfX()
 // Vertical lines exist only between the limits, in every view.
 void tst_HistogramGraph::gridIsLimitedToLimitsAndView()
 {
-    // The limits are 0.5 and 5.5; one unit is 17 columns.
+    // The limits are 0.5 and 5.5. One unit is 17 columns wide.
     const QImage out = gridPicture(0.5, 5.5, 3, {-8.0, -1.0, 12.0, 9.0});
     QCOMPARE(gridColumns(out), (QList<int>{193, 210, 227, 244}));
-    // The view is a hundredth of a unit wide, around 3.
+    // The view is 0.01 units wide and includes 3.
     const QImage in = gridPicture(0.5, 5.5, 3, {2.996, 0.5, 3.006, 1.5});
     QCOMPARE(gridColumns(in), QList<int>{176});
     QCOMPARE(gridRows(in), QList<int>{142});
 }
 
-// The step is 1 in a view 100200 high: every row from 0 to 40000 has a line.
+// The step is 1 in a view that is 100200 high, so every row from 0 to 40000 has a line.
 void tst_HistogramGraph::denseHorizontalGridFillsItsRows()
 {
     const QImage image = gridPicture(0.5, 5.5, 40000, {0.5, -20100.0, 5.5, 80100.0});
-    // 0 is at row 218.85, the highest count at 117.05.
+    // The count 0 is at row 218.85, the highest count at row 117.05.
     const QList<int> rows = gridRows(image);
     QCOMPARE(QList<int>(rows.rbegin(), rows.rend()), valuesFrom(117, 218, 1));
 }
@@ -550,8 +553,8 @@ void tst_HistogramGraph::extremeNumbersStillPaint_data()
     QTest::newRow("zero") << 0.0;
 }
 
-// Each number is used as a limit, as a bin's position and width, and as a limit of the
-// view.
+// Each number is used as a limit, as the position and width of the bins, and as a limit
+// of the view.
 void tst_HistogramGraph::extremeNumbersStillPaint()
 {
     QFETCH(double, number);

@@ -1,5 +1,5 @@
-// Tests of LayeredMarks: the newest mark is visible where marks in several colours
-// overlap.
+// Tests of LayeredMarks: where marks of several colours overlap, the newest mark is
+// visible.
 #include "display/LayeredMarks.h"
 
 #include "display/MarkPlaces.h"
@@ -89,8 +89,8 @@ private Q_SLOTS:
     void scaledPainterHasNoStamp();
 };
 
-// Two marks of radius 2 at (100, 80) and one pixel to the right: both cover the pixel
-// (101, 78), and the later mark wins.
+// Two marks of radius 2, the second one pixel to the right of the first: both cover the
+// pixel (101, 78), which must show the later mark.
 void tst_LayeredMarks::laterMarkCoversEarlierOne()
 {
     const QList<Mark> marks{{{100, 80}, 0}, {{101, 80}, 1}};
@@ -113,7 +113,7 @@ void tst_LayeredMarks::manyMarksMatchMarkByMarkDrawing_data()
     QTest::addColumn<int>("count");
     QTest::addColumn<QRect>("part");
     const QRect all(-3, -3, 406, 306);
-    QTest::newRow("none") << 0 << all;
+    QTest::newRow("no marks") << 0 << all;
     QTest::newRow("a few") << 50 << all;
     QTest::newRow("many") << 4000 << all;
     QTest::newRow("overlapping") << 4000 << QRect(60, 50, 70, 9);

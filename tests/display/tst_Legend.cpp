@@ -1,4 +1,5 @@
-// Tests of Legend: where its rows are drawn, and which pixels hit them.
+// Tests of Legend: where its rows are drawn, and which pixels belong to the hit area of
+// a row.
 #include "display/Legend.h"
 
 #include "display/ChCoord.h"
@@ -26,10 +27,10 @@ class tst_Legend : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void rowsHaveTheirBoxes_data();
-    void rowsHaveTheirBoxes();
-    void rowsAreHitInTheirPixels_data();
-    void rowsAreHitInTheirPixels();
+    void rowsAreDrawnInTheirBoxes_data();
+    void rowsAreDrawnInTheirBoxes();
+    void rowsAreHitOnlyInTheirHitAreas_data();
+    void rowsAreHitOnlyInTheirHitAreas();
     void noPixelHitsTwoRows();
     void leftmostStripOfDrawnBoxIsNotHit();
     void hitAreaExtendsBeyondDrawnBoxOnTheRight();
@@ -37,26 +38,28 @@ private Q_SLOTS:
     void legendUsesThePlotsSettings();
 };
 
-void tst_Legend::rowsHaveTheirBoxes_data()
+void tst_Legend::rowsAreDrawnInTheirBoxes_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("row");
     QTest::addColumn<QRectF>("box");
-    // The plot area is columns 40 to 380 and rows 15 to 270. A row of text is 12 pixels
-    // high (12.75), the text 10 (10.2), the gap above it 1 (1.8). A box is 2 * 40 wide
-    // and starts 2.1 * 40 left of 380.
-    QTest::newRow("first") << QSize(400, 300) << 0 << QRectF(296, 16, 80, 10);
-    QTest::newRow("second") << QSize(400, 300) << 1 << QRectF(296, 28, 80, 10);
-    QTest::newRow("eighth") << QSize(400, 300) << 7 << QRectF(296, 100, 80, 10);
-    // The margins are 52 and 26 columns (52.9, 26.45), 27 and 13 rows (27.7, 13.85).
-    // The area ends at column 503 and covers rows 13 to 250. A row of text is 11 high
-    // (11.85), the text 9.
-    QTest::newRow("odd, third") << QSize(529, 277) << 2 << QRectF(503 - 2.1 * 52, 36, 104, 9);
-    // The area is 340 of 400 pixels high: 20 rows of text of exactly 17.
-    QTest::newRow("even, first") << QSize(200, 400) << 0 << QRectF(148, 22, 40, 14);
+    // The plot area is columns 40 to 380 and rows 15 to 270. A row of text is
+    // trunc(12.75) = 12 pixels high, the text in it trunc(10.2) = 10, the gap above the
+    // text trunc(1.8) = 1. A box is 2 * 40 wide and starts 2.1 * 40 to the left of
+    // column 380.
+    QTest::newRow("400 by 300, first row") << QSize(400, 300) << 0 << QRectF(296, 16, 80, 10);
+    QTest::newRow("400 by 300, second row") << QSize(400, 300) << 1 << QRectF(296, 28, 80, 10);
+    QTest::newRow("400 by 300, eighth row") << QSize(400, 300) << 7 << QRectF(296, 100, 80, 10);
+    // The margins are trunc(52.9) = 52 and trunc(26.45) = 26 columns, trunc(27.7) = 27
+    // and trunc(13.85) = 13 rows. The plot area ends at column 503 and covers rows 13
+    // to 250. A row of text is trunc(11.85) = 11 pixels high, the text in it 9.
+    QTest::newRow("529 by 277, third row")
+        << QSize(529, 277) << 2 << QRectF(503 - 2.1 * 52, 36, 104, 9);
+    // The plot area is 340 of 400 pixels high: 20 rows of text of exactly 17 pixels.
+    QTest::newRow("200 by 400, first row") << QSize(200, 400) << 0 << QRectF(148, 22, 40, 14);
 }
 
-void tst_Legend::rowsHaveTheirBoxes()
+void tst_Legend::rowsAreDrawnInTheirBoxes()
 {
     QFETCH(QSize, size);
     QFETCH(int, row);
@@ -65,12 +68,12 @@ void tst_Legend::rowsHaveTheirBoxes()
     QCOMPARE(Legend(plot).box(row).normalized(), box);
 }
 
-void tst_Legend::rowsAreHitInTheirPixels_data()
+void tst_Legend::rowsAreHitOnlyInTheirHitAreas_data()
 {
     QTest::addColumn<QSize>("size");
-    QTest::addColumn<QList<QRect>>("rows"); // the pixels that hit each row
-    // Columns 380 - 80 to 380, both excluded. The lower edge of the first row is 15 +
-    // 12, the upper one 10 above it, both excluded.
+    QTest::addColumn<QList<QRect>>("rows"); // the hit area of each row
+    // The hit area of the first row is between columns 380 - 80 and 380 and between
+    // rows 15 + 12 - 10 and 15 + 12; these columns and rows are excluded.
     QTest::newRow("400 by 300") << QSize(400, 300)
                                 << QList<QRect>{{301, 18, 79, 9},
                                                 {301, 30, 79, 9},
@@ -78,12 +81,12 @@ void tst_Legend::rowsAreHitInTheirPixels_data()
                                                 {301, 54, 79, 9}};
     QTest::newRow("529 by 277") << QSize(529, 277)
                                 << QList<QRect>{{400, 16, 103, 8}, {400, 27, 103, 8}};
-    // A row of text is 17 high (341 / 20), the text 14 (14.49): the margins are 39 and
-    // 19 rows.
+    // The margins are 39 and 19 rows. A row of text is trunc(341 / 20) = 17 pixels
+    // high, the text in it trunc(14.45) = 14.
     QTest::newRow("200 by 399") << QSize(200, 399) << QList<QRect>{{151, 23, 39, 13}};
 }
 
-void tst_Legend::rowsAreHitInTheirPixels()
+void tst_Legend::rowsAreHitOnlyInTheirHitAreas()
 {
     QFETCH(QSize, size);
     QFETCH(QList<QRect>, rows);
@@ -109,8 +112,8 @@ void tst_Legend::noPixelHitsTwoRows()
         for (int row = 0; row < 20; ++row) {
             hits += legend.isHit(row, {330, y}) ? 1 : 0;
         }
-        // Rows of text are 11 pixels high, starting at row 12: 3 pixels do not hit, the
-        // next 8 do.
+        // The rows of text are 11 pixels high and start at row 12. In each of them, the
+        // upper 3 pixels are outside the hit area and the lower 8 inside.
         const bool insideRow = y >= 12 && y < 12 + 20 * 11 && (y - 12) % 11 >= 3;
         QCOMPARE(hits, insideRow ? 1 : 0);
     }
@@ -120,8 +123,8 @@ void tst_Legend::leftmostStripOfDrawnBoxIsNotHit()
 {
     const Plot plot(400, 300);
     const Legend legend(plot);
-    for (int x = 296; x <= 300;
-         ++x) { // the offset of a tenth of 40 pixels, and the excluded border
+    // The hit area starts 4 pixels to the right of the box, and its column 300 is excluded.
+    for (int x = 296; x <= 300; ++x) {
         QVERIFY(legend.box(0).normalized().contains(QPointF(x, 20)));
         QVERIFY(!legend.isHit(0, {x, 20}));
     }
@@ -151,7 +154,7 @@ void tst_Legend::legendUsesThePlotsSettings()
 {
     Plot plot(400, 300);
     plot.textFill = 0.5;
-    plot.titleDiv = 10; // rows of text 25 high (25.5), text 12, gap 12
+    plot.titleDiv = 10; // a row of text is trunc(25.5) = 25 pixels high, the text 12, the gap 12
     plot.marginLeft = 0.2;
     const Legend legend(plot);
     QCOMPARE(legend.box(1).normalized(), QRectF(380 - 168, 15 + 12 + 25, 160, 12));

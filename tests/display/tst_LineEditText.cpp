@@ -1,5 +1,5 @@
-// Tests of the numbers in line edits: shown with six digits, read without validation,
-// shortened to the available width.
+// Tests of numbers in line edits: formatting with six digits, reading without
+// validation, and shortening to the available width.
 
 #include "display/LineEditText.h"
 #include "support/DataRows.h"
@@ -74,7 +74,7 @@ void tst_LineEditText::textIsReadAsNumber()
 void tst_LineEditText::shortenedTextCannotBeMisread_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("widthOf"); // the available width is the one of this text
+    QTest::addColumn<QString>("widthOf"); // a text that has the available width
     QTest::addColumn<QString>("expected");
     const QString dots(QChar(0x2026));
     tests::addTexts("text that fits", {"-9.60021e-05", "-9.60021e-05", "-9.60021e-05"});

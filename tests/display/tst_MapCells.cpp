@@ -1,5 +1,5 @@
-// Tests of MapCells: the picture equals one rectangle per pixel of the measurement,
-// pixel for pixel.
+// Tests of MapCells: the picture is identical to one rectangle drawn per pixel of the
+// map.
 
 #include "display/ChCoord.h"
 #include "display/MapCells.h"
@@ -81,7 +81,8 @@ QImage referenceMap(const Map& map, const PlainMapView& view, bool grid)
     return image;
 }
 
-/// Compares MapCells with the reference drawing, with and without the grid.
+/// Whether MapCells draws the same picture as the reference drawing, with and without
+/// the grid.
 bool matchesReference(const Map& map, const PlainMapView& view)
 {
     for (const bool grid : {false, true}) {
@@ -189,8 +190,8 @@ void tst_MapCells::randomViewsMatchOneRectanglePerPixel()
     }
 }
 
-// In steps of half a pixel: edges exactly on the border of the surface, just inside and
-// just outside.
+// The view moves in steps of half a pixel, so that the edges of the map are exactly on
+// the border of the surface, just inside it and just outside it.
 void tst_MapCells::edgesAtTheSurfaceBorderMatchReference()
 {
     std::mt19937 random(14);
@@ -215,7 +216,8 @@ void tst_MapCells::hugeZoomMatchesOneRectanglePerPixel()
     std::mt19937 random(15);
     const Map map = randomMap(random, 8, 8);
     const double half = span / 2;
-    // Inside a cell, on an edge, on a corner, and on the corners of the map.
+    // The zoom is centred inside a cell, on edges, on a corner of a cell, and on two
+    // corners of the map.
     for (const QPointF& at : {QPointF(3.5, 2.5), QPointF(3.0, 2.5), QPointF(3.5, 2.0),
                               QPointF(3.0, 2.0), QPointF(0.0, 0.0), QPointF(8.0, 8.0)}) {
         QVERIFY(matchesReference(
@@ -290,7 +292,8 @@ void tst_MapCells::mapWithoutPixelsHasNoCells()
     }
 }
 
-// 3 by 2 cells on 10 by 5 pixels: columns start at 0, 3 and 6; lines end at 5 and 2.
+// 3 by 2 cells on 10 by 5 pixels: the cells start at columns 0, 3 and 6 and end at rows
+// 5 and 2.
 void tst_MapCells::cellsAreAtTheirPositions()
 {
     const Map map{3, 2, {0, 1, 2, 3, 0, 1}};
@@ -354,7 +357,7 @@ void tst_MapCells::coloursAreRequestedForVisibleCellsOnly_data()
     QTest::newRow("map and surroundings") << QRectF(-20, -10, 60, 30) << QRect(0, 0, 20, 10);
     QTest::newRow("one cell") << QRectF(7.25, 3.25, 0.5, 0.5) << QRect(7, 3, 1, 1);
     QTest::newRow("four cells") << QRectF(7.5, 3.5, 1, 1) << QRect(7, 3, 2, 2);
-    QTest::newRow("exactly three by two") << QRectF(4, 6, 3, 2) << QRect(4, 6, 3, 2);
+    QTest::newRow("exactly three by two cells") << QRectF(4, 6, 3, 2) << QRect(4, 6, 3, 2);
     QTest::newRow("a corner") << QRectF(-1, -1, 2, 2) << QRect(0, 0, 1, 1);
     QTest::newRow("right of the map") << QRectF(21, 3, 2, 2) << QRect();
     QTest::newRow("above the map") << QRectF(3, 11, 2, 2) << QRect();
@@ -386,8 +389,8 @@ void tst_MapCells::coloursAreRequestedForVisibleCellsOnly()
     QCOMPARE(requested, expected);
 }
 
-// 300 by 200 cells on 50 by 40 pixels: a cell without a pixel is not visible, so its
-// colour is not requested.
+// 300 by 200 cells on 50 by 40 pixels: a cell that is drawn on no pixel is not
+// visible, so its colour is not requested.
 void tst_MapCells::coloursAreRequestedAtMostOncePerCell()
 {
     const Map map{300, 200, QList<int>(60000, 0)};

@@ -1,4 +1,5 @@
-// Tests of MarkLine and MarkLines: the value of a line is the number in its edit.
+// Tests of MarkLine and MarkLines: the value of a marker line is the number in its
+// edit.
 
 #include "support/MarkedLines.h"
 #include "support/MemberOrder.h"
@@ -173,7 +174,8 @@ void tst_MarkLines::relativeValueIsAddedToItsBase()
     QTEST(lines.set.value(1), "value");
 }
 
-// Line 2 is at 7 + 20, not at 7 + 20 + 100.
+// Line 2 is at 7 + 20: its base contributes its own number, 20, but not the 100 to
+// which the base is relative.
 void tst_MarkLines::relativeBaseContributesOnlyItsOwnNumber()
 {
     MarkedLines lines;

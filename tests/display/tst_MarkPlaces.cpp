@@ -37,8 +37,8 @@ void tst_MarkPlaces::placeIsTheTruncatedPixel_data()
     QTest::newRow("wide") << -1e9 << -1e12 << 3e9 << 2e12;
 }
 
-// Random pixel positions on and around the widget are converted to data values. Their
-// places must agree with ChCoord.
+// Random pixel positions on and around the widget are converted to data values. The
+// places of these values must agree with ChCoord.
 void tst_MarkPlaces::placeIsTheTruncatedPixel()
 {
     QFETCH(double, x0);

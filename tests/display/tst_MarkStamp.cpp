@@ -1,4 +1,5 @@
-// Tests of MarkStamp: the pixels of one mark, and the painters that have no stamp.
+// Tests of MarkStamp: the pixels of one mark, and the painters for which no stamp
+// exists.
 #include "display/MarkStamp.h"
 
 #include "support/MarkPainters.h"
@@ -32,11 +33,12 @@ void tst_MarkStamp::stampMatchesTheMarkDrawnByQt_data()
     QTest::addColumn<QPen>("pen");
     QTest::newRow("usual pen") << QPen(Qt::blue);
     QTest::newRow("cosmetic pen") << QPen(Qt::blue, 0);
-    QTest::newRow("white") << QPen(Qt::white);
-    QTest::newRow("round ends") << QPen(Qt::blue, 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    QTest::newRow("white pen") << QPen(Qt::white);
+    QTest::newRow("pen with round ends")
+        << QPen(Qt::blue, 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
 }
 
-// Marks inside the image, across each edge and outside it.
+// The marks are inside the image, across each edge and outside the image.
 void tst_MarkStamp::stampMatchesTheMarkDrawnByQt()
 {
     QFETCH(QPen, pen);
@@ -113,11 +115,11 @@ void tst_MarkStamp::otherPainterStatesHaveNoStamp()
 void tst_MarkStamp::unusualPensHaveNoStamp_data()
 {
     QTest::addColumn<QPen>("pen");
-    QTest::newRow("broad") << QPen(Qt::blue, 2);
-    QTest::newRow("dashed") << QPen(Qt::blue, 1, Qt::DashLine);
+    QTest::newRow("wide pen") << QPen(Qt::blue, 2);
+    QTest::newRow("dashed pen") << QPen(Qt::blue, 1, Qt::DashLine);
     QTest::newRow("no pen") << QPen(Qt::NoPen);
-    QTest::newRow("transparent") << QPen(QColor(0, 0, 255, 120));
-    QTest::newRow("pattern") << QPen(QBrush(Qt::blue, Qt::Dense4Pattern), 1);
+    QTest::newRow("transparent pen") << QPen(QColor(0, 0, 255, 120));
+    QTest::newRow("pen with a pattern") << QPen(QBrush(Qt::blue, Qt::Dense4Pattern), 1);
 }
 
 void tst_MarkStamp::unusualPensHaveNoStamp()

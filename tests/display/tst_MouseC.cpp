@@ -58,8 +58,8 @@ void tst_MouseC::startsWithEverythingZero()
     }
 }
 
-// The recorded button is the one that caused the event, not a held one. For a move it
-// is usually Qt::NoButton.
+// The recorded button is the button that caused the event, not a button that is held.
+// For a move it is usually Qt::NoButton.
 void tst_MouseC::moveRecordsPositionButtonAndKeys()
 {
     MouseC mouse;
@@ -163,7 +163,7 @@ void tst_MouseC::positionsAreRoundedHalfAwayFromZero_data()
     QTest::newRow("negative below half") << QPointF(-0.25, -3.4375) << QPoint(0, -3);
     QTest::newRow("negative half") << QPointF(-1.5, -2.5) << QPoint(-2, -3);
     QTest::newRow("negative above half") << QPointF(-0.75, -2.5625) << QPoint(-1, -3);
-    QTest::newRow("each coordinate by itself") << QPointF(2.5, -2.5) << QPoint(3, -3);
+    QTest::newRow("coordinates are rounded independently") << QPointF(2.5, -2.5) << QPoint(3, -3);
 }
 
 void tst_MouseC::positionsAreRoundedHalfAwayFromZero()

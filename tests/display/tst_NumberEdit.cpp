@@ -1,4 +1,5 @@
-// Tests of NumberEdit, a field for one number: what a double click and Enter select.
+// Tests of NumberEdit, a field for one number: the selection after a double click and
+// after Enter.
 
 #include "display/NumberEdit.h"
 
@@ -89,7 +90,7 @@ void tst_NumberEdit::mouseMoveDuringDoubleClickKeepsTheSelection()
 void tst_NumberEdit::laterDragSelectsAPart()
 {
     QTest::mouseDClick(m_edit, Qt::LeftButton, {}, positionOf(1));
-    // Long enough not to count as a triple click.
+    // Waits so long that the next press does not count as a triple click.
     QTest::qWait(QApplication::doubleClickInterval() + 50);
     m_edit->deselect();
     QTest::mousePress(m_edit, Qt::LeftButton, {}, positionOf(0));

@@ -30,7 +30,7 @@ Pixels pixelsOf(const PixelSet& set)
     return pixels;
 }
 
-/// Random pixels of the area, on average one in @p oneIn.
+/// Random pixels of the area; each pixel is included with probability 1 / @p oneIn.
 Pixels randomPixels(unsigned oneIn)
 {
     std::mt19937 random(oneIn);

@@ -1,4 +1,4 @@
-// Tests of the conversion of doubles to whole pixels.
+// Tests of the conversion of doubles to whole pixels and of the clipping of long lines.
 #include "display/Pixels.h"
 
 #include <QTest>
@@ -36,7 +36,7 @@ private Q_SLOTS:
     void longLinesAreClipped_data();
     void longLinesAreClipped();
     void endInsideTheLimitsIsKept();
-    void reversedLineIsClippedAlike();
+    void reversedLineHasTheSameClippedEnds();
     void largestDoublesAreClippedToTheLimits();
     void linesOutsideTheLimitsAreDropped_data();
     void linesOutsideTheLimitsAreDropped();
@@ -79,12 +79,12 @@ void tst_Pixels::nearestPixelRoundsHalvesAwayFromZero_data()
     QTest::addColumn<QPoint>("pixel");
     QTest::newRow("origin") << QPointF(0, 0) << QPoint(0, 0);
     QTest::newRow("integers") << QPointF(12, -7) << QPoint(12, -7);
-    QTest::newRow("below the half") << QPointF(12.49, -7.49) << QPoint(12, -7);
+    QTest::newRow("below one half") << QPointF(12.49, -7.49) << QPoint(12, -7);
     QTest::newRow("halves") << QPointF(12.5, -7.5) << QPoint(13, -8);
     QTest::newRow("halves beside zero") << QPointF(0.5, -0.5) << QPoint(1, -1);
-    QTest::newRow("above the half") << QPointF(12.51, -7.51) << QPoint(13, -8);
-    QTest::newRow("each coordinate by itself") << QPointF(-0.4, 3.6) << QPoint(0, 4);
-    QTest::newRow("beyond any int") << QPointF(1e300, -1e300) << QPoint(lowest, lowest);
+    QTest::newRow("above one half") << QPointF(12.51, -7.51) << QPoint(13, -8);
+    QTest::newRow("coordinates are rounded independently") << QPointF(-0.4, 3.6) << QPoint(0, 4);
+    QTest::newRow("outside the range of int") << QPointF(1e300, -1e300) << QPoint(lowest, lowest);
     QTest::newRow("NaN and infinity") << QPointF(notANumber, infinite) << QPoint(lowest, lowest);
 }
 
@@ -148,7 +148,8 @@ void tst_Pixels::longLinesAreClipped_data()
         << QLine(-clipLimit, -clipLimit / 2, clipLimit / 2, clipLimit);
 }
 
-// Tolerance: one pixel at the clipped end, for rounding before the truncation.
+// The tolerance is one pixel at the clipped end, because the end is rounded before it
+// is truncated.
 void tst_Pixels::longLinesAreClipped()
 {
     QFETCH(QPointF, from);
@@ -170,8 +171,8 @@ void tst_Pixels::endInsideTheLimitsIsKept()
     QCOMPARE(in->p2(), QPoint(123, 45));
 }
 
-// Tolerance: one pixel, as above.
-void tst_Pixels::reversedLineIsClippedAlike()
+// The tolerance is one pixel at the clipped end, as in longLinesAreClipped().
+void tst_Pixels::reversedLineHasTheSameClippedEnds()
 {
     const QPointF from(-7.3e6, -2.1e5);
     const QPointF to(5.2e8, 1.9e7);
@@ -204,7 +205,7 @@ void tst_Pixels::linesOutsideTheLimitsAreDropped_data()
     QTest::newRow("below the limits, vertical") << QPointF(5, out) << QPointF(5, 2 * out);
     QTest::newRow("horizontal, outside in y") << QPointF(-out, out) << QPointF(out, out);
     QTest::newRow("vertical, outside in x") << QPointF(out, -out) << QPointF(out, out);
-    // The line x + y = 3 clipLimit does not touch the corner (clipLimit, clipLimit).
+    // The line x + y = 3 clipLimit passes outside the corner (clipLimit, clipLimit).
     QTest::newRow("past a corner") << QPointF(3.0 * clipLimit, 0) << QPointF(0, 3.0 * clipLimit);
     QTest::newRow("one point, far outside") << QPointF(1e300, 1e300) << QPointF(1e300, 1e300);
 }

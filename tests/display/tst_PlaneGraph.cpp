@@ -1,5 +1,5 @@
-// Tests of PlaneGraph, the plot of one reference's absorbance against the other's:
-// points, lines and range.
+// Tests of PlaneGraph, the plot of one reference's absorbance against another
+// reference's absorbance: points, lines and range.
 
 #include "display/PlaneGraph.h"
 #include "support/GraphPlot.h"
@@ -53,8 +53,7 @@ constexpr Graph::Range twentyPixelsPerUnit{0.0, 0.0, 17.0, 12.75};
 /// One point far outside the view, so that the graph is not empty.
 const QList<PlaneGraph::Point> farPoint{{-900.0, -900.0, false}};
 
-/// The only row of @p column that has the colour, or -1 if there is no such row or more
-/// than one.
+/// The only row of @p column that has the colour; -1 if no row or several rows have it.
 int rowIn(const QImage& image, int column, const QColor& color)
 {
     int row = -1;
@@ -85,8 +84,8 @@ private Q_SLOTS:
     void axesOutsideTheViewAreNotDrawn();
     void eachLineHasItsColor_data();
     void eachLineHasItsColor();
-    void lineHasItsSlopeAndConstant_data();
-    void lineHasItsSlopeAndConstant();
+    void lineHasTheGivenSlopeAndConstant_data();
+    void lineHasTheGivenSlopeAndConstant();
     void linesCrossTheWholePlot();
     void nonFiniteLineIsOmitted_data();
     void nonFiniteLineIsOmitted();
@@ -125,14 +124,14 @@ void tst_PlaneGraph::rangeHasMarginOfATenthOfEachSpan_data()
     QTest::newRow("first is the lowest") << QList<double>{5.0, 6.0, 15.0} << 4.0 << 16.0;
     QTest::newRow("first is the highest") << QList<double>{15.0, 6.0, 5.0} << 4.0 << 16.0;
     QTest::newRow("all negative") << QList<double>{-30.0, -20.0, -25.0} << -31.0 << -19.0;
-    QTest::newRow("narrow") << QList<double>{1.0, 1.0, 1.0 + 0x1p-20} << 1.0 - 0x1p-20 * 0.1
-                            << 1.0 + 0x1p-20 * 1.1;
+    QTest::newRow("narrow span") << QList<double>{1.0, 1.0, 1.0 + 0x1p-20} << 1.0 - 0x1p-20 * 0.1
+                                 << 1.0 + 0x1p-20 * 1.1;
     QTest::newRow("no span") << QList<double>{2.5, 2.5, 2.5} << 2.4 << 2.6;
     QTest::newRow("no span at zero") << QList<double>{0.0, -0.0, 0.0} << -0.1 << 0.1;
     QTest::newRow("no span, one point") << QList<double>{-7.0} << -7.1 << -6.9;
 }
 
-// Tolerance: one rounding error, relative to the limit.
+// The tolerance is one rounding error, relative to the limit.
 void tst_PlaneGraph::rangeHasMarginOfATenthOfEachSpan()
 {
     QFETCH(QList<double>, numbers);
@@ -151,7 +150,8 @@ void tst_PlaneGraph::rangeHasMarginOfATenthOfEachSpan()
     const Graph::Range y = FilledGraph(alongY).range();
     QVERIFY(isNear(x.x0, low) && isNear(x.x1, high));
     QVERIFY(isNear(y.y0, low) && isNear(y.y1, high));
-    // Each axis has its own margin: the other one covers 20 to 40, or only 20.
+    // The margins of the axes are independent: the coordinates on the other axis span
+    // 20 to 40 or, with one point, are 20.
     QVERIFY(isNear(x.y0, numbers.size() > 1 ? 18.0 : 19.9));
     QVERIFY(isNear(y.x1, numbers.size() > 1 ? 42.0 : 20.1));
 }
@@ -167,7 +167,7 @@ void tst_PlaneGraph::rangeIgnoresNaN()
     QCOMPARE(range.y1, 27.0);
 }
 
-// The view is -3 to 14 and -2 to 10.75: zero is at column 40 + 60 and row 270 - 40.
+// The view is -3 to 14 and -2 to 10.75, so zero is at column 40 + 60 and row 270 - 40.
 void tst_PlaneGraph::axesAreBlackThroughTheOrigin()
 {
     const QImage image = pictureOf(FilledGraph(farPoint), {-3.0, -2.0, 14.0, 10.75});
@@ -195,7 +195,7 @@ void tst_PlaneGraph::eachLineHasItsColor_data()
     QTest::newRow("a and b") << notANumber << notANumber << 0.5 << cyan;
 }
 
-// The line is y = x / 2: 10 rows up for 20 columns.
+// The line is y = x / 2: it rises by 10 rows over 20 columns.
 void tst_PlaneGraph::eachLineHasItsColor()
 {
     QFETCH(double, k1);
@@ -209,7 +209,7 @@ void tst_PlaneGraph::eachLineHasItsColor()
     QCOMPARE(countOf(image, inside, color) + countOf(image, inside, Qt::white), 339 * 254);
 }
 
-void tst_PlaneGraph::lineHasItsSlopeAndConstant_data()
+void tst_PlaneGraph::lineHasTheGivenSlopeAndConstant_data()
 {
     QTest::addColumn<double>("slope");
     QTest::addColumn<double>("constant");
@@ -219,8 +219,8 @@ void tst_PlaneGraph::lineHasItsSlopeAndConstant_data()
     QTest::newRow("slope 1") << 1.0 << -1.25;
 }
 
-// Tolerance: one row, because QPainter rounds sloped lines.
-void tst_PlaneGraph::lineHasItsSlopeAndConstant()
+// The tolerance is one row, because QPainter rounds sloped lines.
+void tst_PlaneGraph::lineHasTheGivenSlopeAndConstant()
 {
     QFETCH(double, slope);
     QFETCH(double, constant);
@@ -270,7 +270,7 @@ void tst_PlaneGraph::nonFiniteLineIsOmitted()
     QCOMPARE(visibleLines({0.25, 0.5, -0.25, extreme}), (QList<bool>{true, true, false}));
 }
 
-// The line y = 1e6 (x - 5) is vertical within one column of x = 5.
+// Where it is visible, the line y = 1e6 (x - 5) is at most one column away from x = 5.
 void tst_PlaneGraph::steepLineIsDrawnAtItsPosition()
 {
     const QImage image =
@@ -287,7 +287,7 @@ void tst_PlaneGraph::laterLinesAreDrawnOverEarlierOnes()
     QCOMPARE(at({0.5, 0.5, 0.5, 0.0}), cyan);
     QCOMPARE(at({0.5, 0.5, notANumber, 0.0}), magenta);
     QCOMPARE(at({0.5, notANumber, notANumber, 0.0}), yellow);
-    // A line along the x axis is drawn over it.
+    // A horizontal line at y = 0 covers the x axis.
     const QImage level = pictureOf(FilledGraph(farPoint, {0.0, notANumber, notANumber, 0.0}),
                                    {-3.0, -2.0, 14.0, 10.75});
     QCOMPARE(countOf(level, {41, 230, 339, 1}, yellow), 339);
@@ -311,7 +311,8 @@ void tst_PlaneGraph::vPointsAreRedAndOthersBlue()
     QCOMPARE(countOf(image, inside, red), 2 * pixelsOfOne);
 }
 
-// M2 is on x and M3 on y: (5, 3) is at column 140 and row 210.
+// M2 is the x coordinate and M3 the y coordinate, so (5, 3) is at column 140 and row
+// 210.
 void tst_PlaneGraph::pointIsTwoCircles()
 {
     const QImage image = pictureOf(FilledGraph({{5.0, 3.0, true}}), twentyPixelsPerUnit);

@@ -1,4 +1,5 @@
-// Tests of the marks of single points: their pixels, and the points that have no mark.
+// Tests of the marks of single points: the pixels of a mark, and the points that have
+// no mark.
 #include "display/PointMarks.h"
 
 #include "support/PlainStrokes.h"
@@ -46,7 +47,7 @@ private Q_SLOTS:
     void pointsOutsideTheWidgetHaveNoPlace();
     void partlyVisibleMarksHaveAPlace();
     void invalidRangeHasNoPlaces();
-    void circleHasItsRadius();
+    void circleHasTheGivenRadius();
     void circleUsesPenAndBrush();
     void markIsTwoCirclesOfRadiusOneAndTwo();
 };
@@ -55,11 +56,11 @@ void tst_PointMarks::placeIsTheTruncatedPixel_data()
 {
     QTest::addColumn<QPointF>("point");
     QTest::addColumn<QPoint>("place");
-    QTest::newRow("corner") << QPointF(10, -1) << QPoint(40, 270);
-    QTest::newRow("other corner") << QPointF(27, 4) << QPoint(380, 15);
+    QTest::newRow("lower left corner") << QPointF(10, -1) << QPoint(40, 270);
+    QTest::newRow("upper right corner") << QPointF(27, 4) << QPoint(380, 15);
     QTest::newRow("inside") << QPointF(15.0, 0.0) << QPoint(140, 219);
     QTest::newRow("fractions") << QPointF(15.04, -0.9 / 51.0) << QPoint(140, 219);
-    QTest::newRow("larger fractions") << QPointF(15.049, -0.1 / 51.0) << QPoint(140, 219);
+    QTest::newRow("fraction just below one") << QPointF(15.049, -0.1 / 51.0) << QPoint(140, 219);
     QTest::newRow("in the margin") << QPointF(8.5, 4.2) << QPoint(10, 4);
     QTest::newRow("just left of the widget") << QPointF(8.0 - 0.9 / 20.0, 0.0) << QPoint(0, 219);
 }
@@ -94,8 +95,8 @@ void tst_PointMarks::pointsOutsideTheWidgetHaveNoPlace()
 }
 
 // The points are in the middle of pixels, so truncation does not matter. A mark of
-// radius 2 is visible from two pixels left of the picture to one pixel right of it, and
-// likewise on y.
+// radius 2 is visible from two pixels left of the picture to one pixel right of it. The
+// same holds in y.
 void tst_PointMarks::partlyVisibleMarksHaveAPlace()
 {
     const PlotSurface cc;
@@ -125,7 +126,7 @@ void tst_PointMarks::invalidRangeHasNoPlaces()
     QVERIFY(!display::markPlace(cc, 15.0, 0.0));
 }
 
-void tst_PointMarks::circleHasItsRadius()
+void tst_PointMarks::circleHasTheGivenRadius()
 {
     for (const int radius : {1, 2, 5}) {
         QImage image = whiteSurface();

@@ -15,7 +15,7 @@ using tests::PaintCounter;
 namespace
 {
 
-/// A frame with its content at row 1 of its grid, and the pop-out window.
+/// A frame with its content in row 1 of its grid layout, and the pop-out window.
 struct DockingFrame {
     DockingFrame() { grid.addWidget(&content, 1, 0); }
 
@@ -28,7 +28,7 @@ struct DockingFrame {
     void popDock() { pop.popDock(&content, &grid, &docked); }
 };
 
-/// A visible window, and a count of its closed() signals.
+/// A visible window, and a counter of its closed() signals.
 struct ShownWindow {
     ShownWindow() { pop.show(); }
     bool isReady() { return QTest::qWaitForWindowExposed(&pop); }
@@ -98,8 +98,8 @@ void tst_PopBase::closingEmitsClosedOnce()
     QVERIFY(!shown.pop.isVisible());
 }
 
-// The user can click the close button twice during a long calculation: two close events
-// are queued.
+// During a long calculation the user can click the close button twice, so that two
+// close events are queued.
 void tst_PopBase::secondCloseEmitsNothing()
 {
     ShownWindow shown;

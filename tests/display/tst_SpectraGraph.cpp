@@ -14,7 +14,8 @@ using namespace tests;
 namespace
 {
 
-// The plot area is columns 38 to 368 and rows 12 to 232: 330 by 220 pixels.
+// The plot area of this size is columns 38 to 368 and rows 12 to 232: 330 by 220
+// pixels.
 const QSize usualSize(387, 257);
 const PlotRange usualRange{8300.0, -0.1, 8450.0, 2.1};
 
@@ -32,7 +33,8 @@ AMutE spectrumOf(const QList<QPointF>& energyAndMut)
     return spectrum;
 }
 
-/// A graph of the window 8300 to 8450 around the edge 8350, and the expected picture.
+/// A graph of the energy window 8300 to 8450 with the edge at 8350, and the expected
+/// picture.
 struct Drawing {
     explicit Drawing(const QSize& size = usualSize, const PlotRange& values = usualRange)
         : expected(size, values)
@@ -132,7 +134,8 @@ void tst_SpectraGraph::rangeIsTheWindowWithMarginOfATwentieth()
     QCOMPARE(range.x1, 8450.0);
     QCOMPARE(range.y0, -1.25);
     QCOMPARE(range.y1, 4.25);
-    // The range applies to the presented values: here the post-edge line is subtracted.
+    // The range applies to the presented values, from which the post-edge line is
+    // subtracted here.
     drawing.graph.kind = AMutE::minusPostEdge;
     drawing.graph.curves.removeLast();
     AMutE lifted = spectrumOf({{8400, 4}, {8410, 6}});
@@ -150,8 +153,8 @@ void tst_SpectraGraph::rangeOfOneValueHasNoHeight()
     QVERIFY(drawing.graph.range().isFitted);
     QCOMPARE(drawing.graph.range().y0, 0.7);
     QCOMPARE(drawing.graph.range().y1, 0.7);
-    // A range without height shows no data; the frame, the labels and the legend are
-    // drawn.
+    // With a range of zero height no data are drawn, but the frame, the labels and the
+    // legend are.
     const QImage image = drawing.painted();
     QCOMPARE(image.pixelColor(38, 100), QColor(150, 150, 150));
     QVERIFY(countOf(image, QRect(288, 13, 76, 9), Qt::white) < 76 * 9);
@@ -225,7 +228,8 @@ void tst_SpectraGraph::curveHasTheWidthOfItsPen()
     }
 }
 
-// In the automatic range the frame covers the guides at both ends of the window.
+// In the automatic range the frame covers the guides at both ends of the window. This
+// wider view shows them.
 void tst_SpectraGraph::allGuidesAreVisibleInAWiderView()
 {
     const PlotRange view{8270.0, -0.1, 8490.0, 2.1}; // 1.5 pixels per eV
@@ -272,14 +276,14 @@ void tst_SpectraGraph::legendIsDrawnOverFrameAndCurves()
     off.switchedOn = false;
     const AMutE steep = spectrumOf({{8430, 0.0}, {8430.5, 2.0}, {8440, 1.9}});
     drawing.add(steep, Qt::black, 2, "");
-    for (int i = 0; i < 25; ++i) { // more rows than the plot area holds
+    for (int i = 0; i < 25; ++i) { // more rows than fit in the plot area
         drawing.add(off, Qt::red, 2, "");
     }
     const QImage image = drawing.painted();
     QVERIFY(isAllOf(image, QRect(290, 24, 70, 9), QColor(220, 220, 220)));
-    QVERIFY(countOf(image, QRect(320, 23, 30, 209), Qt::black) >
-            0); // the curve is visible between the rows
-    // Row 19 starts at 13 + 19 * 11; the next one covers the lower outline at 232.
+    // The curve is visible between the rows.
+    QVERIFY(countOf(image, QRect(320, 23, 30, 209), Qt::black) > 0);
+    // Row 19 starts at 13 + 19 * 11. Row 20 covers the lower outline at 232.
     QVERIFY(isAllOf(image, QRect(290, 222, 70, 9), QColor(220, 220, 220)));
     QVERIFY(isAllOf(image, QRect(290, 233, 70, 3), QColor(220, 220, 220)));
     QVERIFY(drawing.matchesExpected());
@@ -323,7 +327,7 @@ void tst_SpectraGraph::invalidOrHiddenSpectrumIsNotDrawn()
     drawing.expected.curves.removeIf([](const PlainCurve& curve) { return !curve.on; });
     const QImage image = drawing.painted();
     QCOMPARE(countOf(image, QRect(39, 24, 240, 200), Qt::black) > 100, drawn);
-    // A grey row: the spectrum is valid but switched off.
+    // A grey legend row means that the spectrum is valid but switched off.
     QCOMPARE(countOf(image, QRect(290, 13, 70, 9), QColor(220, 220, 220)) == 630, valid && !on);
     QCOMPARE(countOf(image, QRect(290, 13, 70, 9), QColor(220, 220, 220)) > 0, valid && !on);
 }
@@ -341,7 +345,7 @@ void tst_SpectraGraph::nonFiniteEnergyInterruptsTheCurve()
         drawing.expected.curves.append({{{8320, 0.5}, {8340, 1.5}}, Qt::red, 2, "broken"});
         QVERIFY(countOf(drawing.painted(), QRect(39, 24, 240, 200), Qt::red) > 100);
         const QImage image = drawing.painted();
-        // No line between the second and the fourth point.
+        // No line is drawn between the second and the fourth point.
         QCOMPARE(countOf(image, QRect(38 + 92, 24, 100, 200), Qt::red), 0);
         QVERIFY(countOf(image, QRect(38 + 198, 24, 22, 200), Qt::red) > 50);
     }
@@ -376,7 +380,8 @@ void tst_SpectraGraph::fitUsesItsShiftButNotThePresentation()
     QVERIFY(drawing.matchesExpected());
 }
 
-// On a large surface a short name is larger than 12 points, the limit of the labels.
+// The size of axis labels is limited to 12 points; a short name in the legend of a
+// large surface is drawn larger.
 void tst_SpectraGraph::legendTextsHaveNoMaximumSize()
 {
     Drawing drawing(QSize(900, 900));

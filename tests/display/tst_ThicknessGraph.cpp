@@ -51,8 +51,8 @@ A2DData extendedResult(const QList<QPointF>& points)
     return result;
 }
 
-/// A red graph of a result with the limits 1.5 to 3.5 and 0 to 2, and a grid from 2 to
-/// 3.
+/// A graph of a result with red marks, the limits 1.5 to 3.5 and 0 to 2, and a grid
+/// from 2 to 3.
 struct FilledGraph {
     explicit FilledGraph(const A2DData& map)
         : result(map)
@@ -136,7 +136,7 @@ void tst_ThicknessGraph::graphWithoutPixelsIsEmpty()
     QCOMPARE(plot.range.x0, -1.0); // unchanged
 }
 
-// An empty grid with titles still shows that a result exists.
+// An empty grid with titles shows the user that a result exists.
 void tst_ThicknessGraph::graphOfHiddenPixelsIsNotEmpty()
 {
     const FilledGraph filled(extendedResult({{notANumber, 1.0}}));
@@ -157,8 +157,8 @@ void tst_ThicknessGraph::rangeIsTheGivenLimits()
     QVERIFY(range.isFitted);
 }
 
-// The point (2.25, 1) is at 40 + 127.5 and 270 - 127.5, truncated to (167, 142). A
-// circle of radius 2 extends two pixels to each side, so it is 5 wide.
+// The point (2.25, 1) is at column 40 + 127.5 and row 270 - 127.5, truncated to (167,
+// 142). A circle of radius 2 extends two pixels to each side, so it is 5 pixels wide.
 void tst_ThicknessGraph::markIsTwoCirclesAroundThePixel()
 {
     const FilledGraph filled(extendedResult({{2.25, 1.0}}));
@@ -233,8 +233,8 @@ void tst_ThicknessGraph::manyMarksMatchMarkByMarkDrawing()
     QVERIFY(showsPoints(extendedResult(points), points));
 }
 
-// Positions from 5 pixels outside to 5 pixels inside each edge of the plot area. The
-// marks of points just outside reach into it.
+// The points are at positions from 5 pixels outside to 5 pixels inside each edge of the
+// plot area. The marks of points just outside extend into the plot area.
 void tst_ThicknessGraph::marksOutsideAreVisibleAtTheEdges()
 {
     QList<QPointF> points;
@@ -266,8 +266,8 @@ void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence_data()
     QTest::newRow("upper is infinite") << 2.0 << infinity << 0;
 }
 
-// In a grid wider than the view the lines are 1.6 to 3.4; the lines at its ends are
-// covered by the outline.
+// In a grid wider than the view, the lines from 1.6 to 3.4 are visible; the outline
+// covers the lines at the ends of the view.
 void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence()
 {
     QFETCH(double, lower);

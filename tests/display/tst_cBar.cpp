@@ -1,5 +1,5 @@
-// Tests of cBar, the colour bar: the colours of values, its painting, and its two
-// draggable lines.
+// Tests of cBar, the colour bar: the colours of values, the painting of the bar, and
+// its two draggable lines.
 #include "display/cBar.h"
 
 #include "display/ColorTables.h"
@@ -23,8 +23,9 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 constexpr double huge = std::numeric_limits<double>::max();
 
-/// Reference entries of three tables: blue to yellow (type 11, 256 entries), blue to
-/// green to red (type 8, 512), black to red to yellow to white (type 0, 768).
+/// Entry @p i of one of three tables, calculated independently of ColorTables: blue to
+/// yellow (type 11, 256 entries), blue to green to red (type 8, 512 entries), black to
+/// red to yellow to white (type 0, 768 entries).
 QColor entryOf(int type, int i)
 {
     const auto level = [](int v) { return std::clamp(v, 0, 255); };
@@ -38,7 +39,8 @@ QColor entryOf(int type, int i)
     }
 }
 
-/// A visible bar of 256 pixels, with a table of 256 entries: entry i is on row 256 - i.
+/// A visible bar with a height of 256 pixels and a table of 256 entries, so that entry i
+/// is on row 256 - i.
 class VisibleBar : public cBar
 {
 public:
@@ -80,7 +82,7 @@ public:
     }
 };
 
-/// Places the lines on rows @p upper and @p lower, like a drag.
+/// Moves the lines to rows @p upper and @p lower, as a drag would.
 void placeLines(cBar& bar, int upper, int lower)
 {
     const double d = static_cast<double>(bar.nColors) / (upper - lower);
@@ -121,15 +123,15 @@ class tst_cBar : public QObject
 
 private Q_SLOTS:
     void startsWithTheFirstTable();
-    void startsAsInItsForm();
+    void startsWithTheSettingsOfItsForm();
     void signalsAndSlotsAreDeclaredInOrder();
 
     void typeBuildsItsTable_data();
     void typeBuildsItsTable();
     void typeResetsTheLines();
 
-    void valuesFindTheirEntry_data();
-    void valuesFindTheirEntry();
+    void valuesSelectTheirEntry_data();
+    void valuesSelectTheirEntry();
     void valuesWithoutAnEntryHaveTheFirstColour_data();
     void valuesWithoutAnEntryHaveTheFirstColour();
     void extremeLimitsStillMapValues_data();
@@ -156,12 +158,12 @@ private Q_SLOTS:
 
     void pressNearALineSelectsIt_data();
     void pressNearALineSelectsIt();
-    void lowerLineWinsWhenBothAreNear_data();
-    void lowerLineWinsWhenBothAreNear();
+    void lowerLineIsSelectedIfBothAreNear_data();
+    void lowerLineIsSelectedIfBothAreNear();
     void pressPositionIsRounded();
     void everyButtonDrags();
-    void draggedUpperLineRaisesTheTop();
-    void draggedLowerLineLowersTheBottom();
+    void draggingTheUpperLineRaisesImax();
+    void draggingTheLowerLineLowersImin();
     void bothLinesCanBeDragged();
     void eachMoveIsRelativeToTheOtherLine();
     void lastLineStaysSelected_data();
@@ -195,7 +197,7 @@ void tst_cBar::startsWithTheFirstTable()
     QVERIFY(!bar.mouse.pressed);
 }
 
-void tst_cBar::startsAsInItsForm()
+void tst_cBar::startsWithTheSettingsOfItsForm()
 {
     const cBar bar;
     QCOMPARE(bar.objectName(), QString("cBar"));
@@ -225,8 +227,8 @@ void tst_cBar::typeBuildsItsTable_data()
     for (int type = 0; type < 12; ++type) {
         QTest::addRow("%d", type) << type << type;
     }
-    QTest::newRow("one below") << -1 << 0;
-    QTest::newRow("one above") << 12 << 0;
+    QTest::newRow("one below the lowest type") << -1 << 0;
+    QTest::newRow("one above the highest type") << 12 << 0;
     QTest::newRow("largest int") << std::numeric_limits<int>::max() << 0;
 }
 
@@ -271,7 +273,7 @@ void tst_cBar::typeResetsTheLines()
     QCOMPARE(spy.count(), 0);
 }
 
-void tst_cBar::valuesFindTheirEntry_data()
+void tst_cBar::valuesSelectTheirEntry_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<int>("entry");
@@ -286,13 +288,13 @@ void tst_cBar::valuesFindTheirEntry_data()
     QTest::newRow("upper limit") << 384.0 << 767;
     QTest::newRow("below") << -384.5 << 0;
     QTest::newRow("above") << 385.0 << 767;
-    QTest::newRow("beyond any int below") << -1e20 << 0;
-    QTest::newRow("beyond any int above") << 1e20 << 767;
+    QTest::newRow("far below, outside the range of int") << -1e20 << 0;
+    QTest::newRow("far above, outside the range of int") << 1e20 << 767;
 }
 
-// With limits of -384 and 384 and the 768 entries of table 0, the entry is the value
-// plus 384.
-void tst_cBar::valuesFindTheirEntry()
+// The limits are -384 and 384 and table 0 has 768 entries, so the index of a value is
+// the value plus 384.
+void tst_cBar::valuesSelectTheirEntry()
 {
     QFETCH(double, value);
     QFETCH(int, entry);
@@ -348,7 +350,7 @@ void tst_cBar::extremeLimitsStillMapValues_data()
     QTest::newRow("three quarters") << -1e300 << 1e300 << 5e299 << 576;
     QTest::newRow("upper limit") << -1e300 << 1e300 << 1e300 << 767;
     QTest::newRow("beyond the range of int") << -1e300 << 1e300 << 1.7e308 << 767;
-    // Reversed limits, like the start values of a search for the extremes.
+    // Reversed limits are, for example, the start values of a search for the extremes.
     QTest::newRow("reversed, middle") << 1e300 << -1e300 << 0.0 << 384;
     QTest::newRow("reversed, quarter") << 1e300 << -1e300 << 5e299 << 192;
     QTest::newRow("range overflows") << -huge << huge << 0.0 << 0;
@@ -414,7 +416,7 @@ void tst_cBar::limitsStayInOrder_data()
     QTest::newRow("minimum above the maximum") << false << 8.0 << 5.0 << 8.0;
 }
 
-// The limits are 2 and 5. Each change emits newScale() once.
+// The limits before the change are 2 and 5. Each change emits newScale() once.
 void tst_cBar::limitsStayInOrder()
 {
     QFETCH(bool, upper);
@@ -492,7 +494,7 @@ void tst_cBar::rowsShowTheColoursOfTheirValues_data()
 }
 
 // Row y shows the entry at the fraction (height - y) / height between imin and imax.
-// Tolerance: one entry, and one row for the position of a line.
+// The tolerance is one entry, plus one row because a line is placed on a whole row.
 void tst_cBar::rowsShowTheColoursOfTheirValues()
 {
     QFETCH(int, type);
@@ -524,7 +526,8 @@ void tst_cBar::rowsShowTheColoursOfTheirValues()
     }
 }
 
-// 256 rows for 256 entries, without rounding: entry i is on row 256 - i.
+// The bar has 256 rows for 256 entries, so no rounding occurs and entry i is on row
+// 256 - i.
 void tst_cBar::entriesAreOnTheirRows()
 {
     cBar bar;
@@ -536,7 +539,7 @@ void tst_cBar::entriesAreOnTheirRows()
     }
 }
 
-// Each entry has three rows: entry i is on row 768 - 3 i and the two rows above it.
+// Each entry covers three rows: row 768 - 3 i and the two rows above it.
 void tst_cBar::tallEntriesFillAllTheirRows()
 {
     cBar bar;
@@ -585,12 +588,12 @@ void tst_cBar::linesAreClampedToTheBar_data()
     QTest::newRow("inside") << 64 << 192 << 64 << 192;
     QTest::newRow("above the bar") << -256 << 256 << 0 << 255;
     QTest::newRow("below the bar") << 0 << 512 << 0 << 255;
-    QTest::newRow("both above") << -512 << -256 << 0 << 0;
-    QTest::newRow("both below") << 512 << 1024 << 255 << 255;
-    QTest::newRow("crossed") << 192 << 64 << 192 << 64;
+    QTest::newRow("both lines above the bar") << -512 << -256 << 0 << 0;
+    QTest::newRow("both lines below the bar") << 512 << 1024 << 255 << 255;
+    QTest::newRow("crossed lines") << 192 << 64 << 192 << 64;
 }
 
-// The rows are exact in binary floating point.
+// The row numbers are exact in binary floating point, so no tolerance is needed.
 void tst_cBar::linesAreClampedToTheBar()
 {
     QFETCH(int, upper);
@@ -631,7 +634,7 @@ void tst_cBar::extremeLinesAreHarmless_data()
     QTest::newRow("not finite") << -infinite << notANumber;
 }
 
-// The picture is not checked: the sanitizers report errors.
+// The picture is not checked. The sanitizers report invalid conversions and accesses.
 void tst_cBar::extremeLinesAreHarmless()
 {
     QFETCH(double, imin);
@@ -649,16 +652,16 @@ void tst_cBar::pressNearALineSelectsIt_data()
     QTest::addColumn<int>("y");
     QTest::addColumn<int>("handle");
     QTest::newRow("on the upper line") << 64 << 0;
-    QTest::newRow("nine above it") << 55 << 0;
-    QTest::newRow("ten above it") << 54 << 2;
-    QTest::newRow("nine below it") << 73 << 0;
-    QTest::newRow("ten below it") << 74 << 2;
+    QTest::newRow("nine rows above the upper line") << 55 << 0;
+    QTest::newRow("ten rows above the upper line") << 54 << 2;
+    QTest::newRow("nine rows below the upper line") << 73 << 0;
+    QTest::newRow("ten rows below the upper line") << 74 << 2;
     QTest::newRow("between the lines") << 128 << 2;
     QTest::newRow("on the lower line") << 192 << 1;
-    QTest::newRow("nine above the lower line") << 183 << 1;
-    QTest::newRow("ten above the lower line") << 182 << 2;
-    QTest::newRow("nine below the lower line") << 201 << 1;
-    QTest::newRow("ten below the lower line") << 202 << 2;
+    QTest::newRow("nine rows above the lower line") << 183 << 1;
+    QTest::newRow("ten rows above the lower line") << 182 << 2;
+    QTest::newRow("nine rows below the lower line") << 201 << 1;
+    QTest::newRow("ten rows below the lower line") << 202 << 2;
 }
 
 void tst_cBar::pressNearALineSelectsIt()
@@ -676,7 +679,7 @@ void tst_cBar::pressNearALineSelectsIt()
     QCOMPARE(spy.count(), 0);
 }
 
-void tst_cBar::lowerLineWinsWhenBothAreNear_data()
+void tst_cBar::lowerLineIsSelectedIfBothAreNear_data()
 {
     QTest::addColumn<int>("y");
     QTest::addColumn<int>("handle");
@@ -689,7 +692,7 @@ void tst_cBar::lowerLineWinsWhenBothAreNear_data()
 }
 
 // The lines are on rows 128 and 136.
-void tst_cBar::lowerLineWinsWhenBothAreNear()
+void tst_cBar::lowerLineIsSelectedIfBothAreNear()
 {
     QFETCH(int, y);
     VisibleBar bar;
@@ -732,8 +735,9 @@ void tst_cBar::everyButtonDrags()
 }
 
 // The upper line moves from row 0 to 128: 256 / (128 - 256) = -2 entries per row. The
-// 256 rows above the lower line make imax 512.
-void tst_cBar::draggedUpperLineRaisesTheTop()
+// lower line stays on row 256 at entry 0, so the top of the bar, 256 rows above it, is
+// at imax = 512.
+void tst_cBar::draggingTheUpperLineRaisesImax()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());
@@ -756,7 +760,7 @@ void tst_cBar::draggedUpperLineRaisesTheTop()
     QCOMPARE(bar.zmin, 0.0);
     QCOMPARE(bar.maxLineY, 128);
     QCOMPARE(bar.minLineY, 255);
-    // Half of the values are now above the table.
+    // The upper half of the value range is now above the table.
     QCOMPARE(bar.color(1.0), entryOf(11, 255));
     QCOMPARE(bar.color(0.55), entryOf(11, 255));
     QCOMPARE(bar.color(0.25), entryOf(11, 128));
@@ -764,8 +768,9 @@ void tst_cBar::draggedUpperLineRaisesTheTop()
 }
 
 // The lower line moves from row 256 to 128: 256 / (0 - 128) = -2 entries per row. The
-// 128 rows below it make imin -256.
-void tst_cBar::draggedLowerLineLowersTheBottom()
+// lower line is at entry 0, so the bottom of the bar, 128 rows below it, is at
+// imin = -256.
+void tst_cBar::draggingTheLowerLineLowersImin()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());
@@ -783,8 +788,8 @@ void tst_cBar::draggedLowerLineLowersTheBottom()
     QVERIFY(rowHasColor(bar.grab().toImage(), 150, bar.belowColor));
 }
 
-// The lines move to rows 128 and 192: 256 / (128 - 192) = -4 entries per row, with 192
-// rows above the lower line and 64 below it.
+// The lines move to rows 128 and 192: 256 / (128 - 192) = -4 entries per row. 192 rows
+// are above the lower line and 64 rows below it.
 void tst_cBar::bothLinesCanBeDragged()
 {
     VisibleBar bar;
@@ -908,7 +913,7 @@ void tst_cBar::moveWithoutButtonOnlyRepaints()
     VisibleBar bar;
     QVERIFY(bar.isReady());
     bar.drag(3, 128);
-    bar.setMouseTracking(true); // otherwise moves without a button send no events
+    bar.setMouseTracking(true); // otherwise Qt sends no events for moves without a button
     QSignalSpy spy(&bar, &cBar::newScale);
     tests::PaintCounter paints(&bar);
     paints.settle();

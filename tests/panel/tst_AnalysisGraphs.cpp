@@ -1,4 +1,4 @@
-// The graphs of the analysis, drawn on loose widgets without the panel.
+// Tests of the graphs of the analysis, drawn on separate widgets without the panel.
 
 #include "display/CColors.h"
 #include "display/Histgram.h"
@@ -36,8 +36,8 @@ private Q_SLOTS:
 private:
     void fillAllGraphs();
     void makeSpectrum(AMutE& spectrum);
-    /// Paints plot @p id and returns its automatic range, or @p before if the paint sets
-    /// none.
+    /// Paints plot @p id, which has the range @p before. Returns its automatic range,
+    /// or @p before if the paint sets none.
     display::Graph::Range rangeOf(Displays::DispId id, display::Graph::Range before = {});
 
     std::unique_ptr<LooseWidgets> m_loose;

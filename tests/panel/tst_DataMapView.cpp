@@ -1,4 +1,4 @@
-// The window of the measured map, on loose widgets without the panel.
+// Tests of the window of the measured map, with separate widgets instead of the panel.
 
 #include "panel/DataMapView.h"
 #include "panel/InputReader.h"
@@ -80,7 +80,7 @@ void tst_DataMapView::firstPaintFitsViewAndLimits()
              window.CBar->color(5.0));
     load(0, readyMap(3, 1, {30, 50, 40}));
     paint();
-    QCOMPARE(window.CBar->zmax, 5.0); // only a paint without a range fits the limits
+    QCOMPARE(window.CBar->zmax, 5.0); // the limits are fitted only by a paint without a fixed range
 }
 
 void tst_DataMapView::gridIsDrawnIfChecked()

@@ -1,4 +1,4 @@
-// The layout of the energy rows in a grid, without the panel.
+// Tests of the layout of the energy rows in a grid, without the panel.
 
 #include "panel/EnergyGrid.h"
 #include "rows/AEPoint.h"

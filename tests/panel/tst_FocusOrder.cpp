@@ -1,4 +1,4 @@
-// The order of the widget groups in the focus chain, without the panel.
+// Tests of the order of the widget groups in the focus chain, without the panel.
 
 #include "panel/FocusOrder.h"
 #include "support/LooseWidgets.h"

@@ -1,5 +1,5 @@
-// The panel after construction, its message box, and the values that it reads from its
-// widgets.
+// Tests of the panel after construction: its initial state, its message box, and the
+// values that it reads from its widgets.
 
 #include "display/Histgram.h"
 #include "support/MemberOrder.h"
@@ -143,7 +143,7 @@ void tst_FourPs::gridContainsTheWidgetsOfTheRows()
             QLayoutItem* item = panel.ui.CLayout->itemAtPosition(i + 2, k + 1);
             QVERIFY(item);
             QCOMPARE(item->widget(), inColumns.at(k));
-            // A path fills its column; all other widgets are centred.
+            // The path field fills its column. All other widgets are centred.
             const bool path = inColumns.at(k) == row->FileSelect;
             QCOMPARE(item->alignment(), path ? Qt::AlignVCenter : Qt::AlignCenter);
             QCOMPARE(inColumns.at(k)->parentWidget(), panel.ui.FourPsFiles);
@@ -336,7 +336,7 @@ void tst_FourPs::columnsAreSelectedByIndex()
 {
     FourPs& panel = *m_panel;
     for (int i = 0; i < 13; ++i) {
-        QCOMPARE(panel.isColumnWanted(i), i >= 11); // the defaults of the form
+        QCOMPARE(panel.isColumnWanted(i), i >= 11); // as checked by default in the form
     }
     panel.ui.RecC1->toggle();
     QVERIFY(panel.isColumnWanted(9));

@@ -1,5 +1,5 @@
-// The panel's plot of all spectra: what it draws, clicks in its legend, and its marker
-// lines.
+// Tests of the panel's plot of all spectra: the picture, clicks in the legend, and the
+// marker lines.
 
 #include "display/Displays.h"
 #include "display/MarkLines.h"
@@ -29,9 +29,8 @@ const QColor pink(255, 200, 255);  // fitted curve
 const QColor guideGreen(80, 255, 80);
 const QColor guideGrey(200, 200, 200);
 
-// At this size the plot area spans columns 38 to 368 and rows 232 (bottom) to 12 (top): 330
-// by 220 pixels. This gives evenRange 2.2 pixels per eV and 100 pixels per unit of
-// absorption.
+// At this size the plot area is columns 38 to 368 and rows 12 to 232: 330 by 220
+// pixels. So evenRange has 2.2 pixels per eV and 100 pixels per unit of absorption.
 const QSize evenSize(387, 257);
 const PlotRange evenRange{8300.0, -0.1, 8450.0, 2.1};
 
@@ -42,8 +41,9 @@ constexpr QPoint firstRow(320, 18);
 constexpr int rowStep = 11;
 
 /// The energy and the normalised value of each point, calculated independently of the
-/// program. @p kind is 0 without normalisation, 1 after subtracting the pre-edge line, 3
-/// divided by the edge jump, 4 divided by the difference of the two lines.
+/// program. @p kind selects the normalisation: 0 none, 1 subtraction of the pre-edge
+/// line, 3 the result of 1 divided by the edge jump, 4 the result of 1 divided by the
+/// difference of the two lines.
 QList<QPointF> normalisedPoints(const AMutE& spectrum, int kind)
 {
     const auto line = [](const data::VictoreenLine& v, double energyEv) {
@@ -63,7 +63,8 @@ QList<QPointF> normalisedPoints(const AMutE& spectrum, int kind)
     return points;
 }
 
-/// Sets these points, the constant lines 0.25 and 2.25, and the edge at 8350 eV.
+/// Makes @p spectrum valid, with these points, the constant background lines 0.25 and
+/// 2.25, and the edge at 8350 eV.
 void setPoints(AMutE& spectrum, const QString& name, const QList<QPointF>& energyAndMut)
 {
     spectrum.valid = true;
@@ -121,7 +122,7 @@ private Q_SLOTS:
     void rangeIgnoresTheTargetAndTheFit();
     void newEdgeAfterAZoomMovesTheGuidesAndKeepsTheRange();
 
-    // A widget that is higher than wide
+    // A widget whose height is larger than its width
     void verticalLinesEndEarlyOnAHighWidget();
 
     // Clicks in the legend
@@ -130,7 +131,7 @@ private Q_SLOTS:
     void pressRepaintsTheGraphs();
     void pressInAnotherPlotTogglesNothing();
 
-    // Plots drawn elsewhere
+    // Plots that the analysis does not draw
     void plotsOutsideTheAnalysisDrawNothing_data();
     void plotsOutsideTheAnalysisDrawNothing();
 
@@ -230,8 +231,8 @@ PlainSpectra tst_FourPsAllMut::plain(const PlotRange& range, int kind) const
     return picture;
 }
 
-/// Whether the plot has its automatic range: the energy window around the edge, and the
-/// given limits of y.
+/// Whether the plot has its automatic range: the energy window around the edge on x,
+/// and the given limits on y.
 bool tst_FourPsAllMut::isAutomatic(double y0, double y1) const
 {
     paint();
@@ -242,7 +243,7 @@ bool tst_FourPsAllMut::isAutomatic(double y0, double y1) const
     return surface()->hasScale && cc().realX0 == 8300.0 && cc().realX1 == 8450.0 && off <= 1e-12;
 }
 
-/// Which of the four references are switched on.
+/// Whether each of the four references is switched on.
 QList<bool> tst_FourPsAllMut::on() const
 {
     return {reference(0).switchedOn, reference(1).switchedOn, reference(2).switchedOn,
@@ -324,10 +325,10 @@ void tst_FourPsAllMut::energyLineShowsWhetherItsRowIsUsedAndInTheFit_data()
     QTest::addColumn<bool>("used");
     QTest::addColumn<QColor>("color");
     QTest::addColumn<QList<int>>("columns"); // relative to the column of the line
-    QTest::newRow("neither") << false << false << blue << QList<int>{0};
-    QTest::newRow("fit") << true << false << red << QList<int>{0};
+    QTest::newRow("neither used nor in the fit") << false << false << blue << QList<int>{0};
+    QTest::newRow("in the fit") << true << false << red << QList<int>{0};
     QTest::newRow("used") << false << true << blue << QList<int>{-1, 0, 1};
-    QTest::newRow("both") << true << true << red << QList<int>{-1, 0, 1};
+    QTest::newRow("used and in the fit") << true << true << red << QList<int>{-1, 0, 1};
 }
 
 void tst_FourPsAllMut::energyLineShowsWhetherItsRowIsUsedAndInTheFit()
@@ -336,7 +337,7 @@ void tst_FourPsAllMut::energyLineShowsWhetherItsRowIsUsedAndInTheFit()
     QFETCH(bool, used);
     QFETCH(QColor, color);
     QFETCH(QList<int>, columns);
-    setPoints(reference(3), "r4", {{8400, 0.0}, {8401, 2.0}}); // red and blue are not its colours
+    setPoints(reference(3), "r4", {{8400, 0.0}, {8401, 2.0}}); // drawn in green
     for (const int row : {1, 7}) {
         AEPoint* point = m_panel->EPoints.at(row);
         chooseQuietly(m_panel->EPoints.at(0)->ShowMapB);
@@ -361,7 +362,7 @@ void tst_FourPsAllMut::laterEnergyLinesCoverEarlierOnes()
         m_panel->EPoints.at(row)->Energy->setText("8330.2"); // on column 104 = 38 + 66
         m_panel->EPoints.at(row)->LCFCB->setChecked(row == 5);
     }
-    // A wide blue line, a wide red line over it, and a narrow blue line on top.
+    // A wide blue line, a wide red line over it, and a narrow blue line on top of both.
     const QImage image = paint();
     QCOMPARE(image.pixelColor(103, 100), red);
     QCOMPARE(image.pixelColor(104, 100), blue);
@@ -376,7 +377,7 @@ void tst_FourPsAllMut::emptyEnergyIsDrawnAtZero()
     for (const AEPoint* row : std::as_const(m_panel->EPoints)) {
         row->Energy->setText("1e9");
     }
-    const QRect line(148, 13, 1, 219); // the column of 0 eV in a plot from -50 to 100 eV
+    const QRect line(148, 13, 1, 219); // the column of 0 eV in a plot of -50 to 100 eV
     QCOMPARE(countOf(paint(), line, blue), 0);
     m_panel->EPoints.at(6)->Energy->clear();
     QVERIFY(countOf(paint(), line, blue) > 200);
@@ -552,13 +553,14 @@ void tst_FourPsAllMut::verticalLinesEndEarlyOnAHighWidget()
     QCOMPARE(place.bottom, 360);
     const int guide = place.pixel(8350.0, 0.0).x();
     const int energy = place.pixel(8380.2, 0.0).x();
-    // On purpose, vertical lines end as far down as the widget is wide: at row 120.
+    // On purpose, a vertical line ends at the row whose number is the widget's width:
+    // row 120.
     QVERIFY(isAllOf(image, QRect(guide, 21, 1, 100), guideGreen));
     QVERIFY(isAllOf(image, QRect(energy, 21, 1, 100), blue));
     const QRect below(13, 121, 100, 239);
     QCOMPARE(countOf(image, below, guideGreen), 0);
     QCOMPARE(countOf(image, below, blue), 0);
-    // The horizontal lines are complete. The line at 0.5 is in the middle of 21 rows.
+    // Horizontal guides are not cut off. Here the guide at 0.5 is checked.
     QVERIFY(countOf(image, QRect(13, place.pixel(0, 0.5).y(), 101, 1), guideGrey) > 90);
 }
 
@@ -571,7 +573,7 @@ void tst_FourPsAllMut::legendClickTogglesItsSpectrum()
     }
     spectra.append({&displayed("first", rising()), &displayed("second", rising())});
     paint();
-    for (int step = 0; step < 12; ++step) { // switches each row off, then on again
+    for (int step = 0; step < 12; ++step) { // switches each row off and on again
         const int row = step / 2;
         click(firstRow + QPoint(0, row * rowStep));
         for (int i = 0; i < spectra.size(); ++i) {
@@ -688,7 +690,7 @@ void tst_FourPsAllMut::draggingAMarkerWritesItsField()
     };
     edits.at(line)->setCursorPosition(2);
     press({start, 128});
-    QCOMPARE(edits.at(line)->text(), texts.at(line)); // a press alone writes nothing
+    QCOMPARE(edits.at(line)->text(), texts.at(line)); // a press without a drag writes nothing
     drag(surface(), QPointF(start + 7, 128));
     QVERIFY(isWritten(start + 7));
     drag(surface(), QPointF(start - 13, 3));
@@ -696,12 +698,12 @@ void tst_FourPsAllMut::draggingAMarkerWritesItsField()
     release(surface(), QPointF(start + 5, 250));
     QVERIFY(isWritten(start + 5));
     move(surface(), QPointF(start, 128));
-    QVERIFY(isWritten(start + 5)); // the line keeps its place after the release
+    QVERIFY(isWritten(start + 5)); // the line stays at its position after the release
 }
 
 void tst_FourPsAllMut::draggedEnergyUpdatesItsMutFields()
 {
-    // Absorption 0 up to 8310 eV, then 0.01 per eV up to 1 at 8410 eV.
+    // The absorption is 0 up to 8310 eV, then rises by 0.01 per eV to 1 at 8410 eV.
     setPoints(reference(0), "line",
               {{8000, 0},
                {8100, 0},

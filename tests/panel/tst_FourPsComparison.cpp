@@ -1,5 +1,5 @@
-// The panel's plot of the LCF valence against the target calculation: what it draws, and
-// mouse actions in it.
+// Tests of the panel's plot of the LCF valence against the valence of the target
+// calculation: the picture, and mouse actions.
 
 #include "display/Displays.h"
 #include "rows/AXafsFileSelect.h"
@@ -24,13 +24,15 @@ const QColor blue(0, 0, 255);
 const QColor gridBlue(200, 200, 255);
 const QColor diagonalGreen(0, 200, 0);
 
-// At this size the plot area is columns 38 to 368 and rows 232 to 12: 330 by 220 pixels.
+// At this size the plot area is columns 38 to 368 and rows 12 to 232: 330 by 220
+// pixels.
 const QSize evenSize(387, 257);
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
-/// A point as a run of the fit adds it; the shares of the references are not drawn.
+/// A point like those that the fit adds. The shares of the references are not drawn, so
+/// they are arbitrary.
 LCFPoint pointAt(double fit, double target, int color = 0)
 {
     return {0.125, target, 0.875, fit, color};
@@ -73,7 +75,7 @@ private:
     const SharedPanel m_panel;
 };
 
-/// References 1 and 2 are in use, with valences 2 and 3.
+/// Selects references 1 and 2 with the valences 2 and 3.
 void tst_FourPsComparison::init()
 {
     resetPanel(*m_panel);
@@ -92,7 +94,7 @@ void tst_FourPsComparison::setValences(const QStringList& valences) const
     }
 }
 
-/// The expected picture of the current points, whose colours are 0 to 2.
+/// The expected picture of the current points, which must have colours 0 to 2.
 PlainComparison tst_FourPsComparison::plain(double first, double second) const
 {
     const QList<QColor> colors{black, red, blue};
@@ -130,7 +132,8 @@ void tst_FourPsComparison::fitIsOnXAndTargetOnY()
 {
     m_panel->LCFvs4PS = {pointAt(2.1, 2.905)};
     const QImage image = paint();
-    // Both axes span 1.8 to 3.2: 0.3/1.4 of 330 columns and 1.105/1.4 of 220 rows.
+    // Both axes span 1.8 to 3.2, so the centre is 0.3/1.4 of 330 columns from the left
+    // and 1.105/1.4 of 220 rows from the bottom.
     const QPoint centre(38 + 70, 232 - 174);
     QVERIFY(countOf(image, QRect(centre - QPoint(2, 2), QSize(5, 5)), red) >= 8);
     QCOMPARE(countOf(image, image.rect(), red),
@@ -139,7 +142,7 @@ void tst_FourPsComparison::fitIsOnXAndTargetOnY()
 
 void tst_FourPsComparison::pointsHaveTheColorsOfTheirRuns()
 {
-    m_panel->LCFColor = 4; // for the next point, not for these
+    m_panel->LCFColor = 4; // applies to the next point, not to existing points
     m_panel->LCFvs4PS = {pointAt(2.15, 2.25, 2), pointAt(2.35, 2.15, 8), pointAt(2.75, 2.45, 2)};
     PlainComparison wanted(evenSize, 2.0, 3.0);
     wanted.points = {{2.15, 2.25, blue}, {2.35, 2.15, QColor(0, 160, 0)}, {2.75, 2.45, blue}};
@@ -165,8 +168,8 @@ void tst_FourPsComparison::pointsOutsideThePlotAreNotDrawn_data()
 {
     QTest::addColumn<double>("fit");
     QTest::addColumn<double>("target");
-    QTest::newRow("no fit") << notANumber << 2.5;
-    QTest::newRow("no target") << 2.5 << notANumber;
+    QTest::newRow("NaN as the fit") << notANumber << 2.5;
+    QTest::newRow("NaN as the target") << 2.5 << notANumber;
     QTest::newRow("infinite fit") << infinite << 2.5;
     QTest::newRow("infinite target") << 2.5 << -infinite;
     QTest::newRow("huge fit") << -1e300 << 2.5;
@@ -182,7 +185,7 @@ void tst_FourPsComparison::pointsOutsideThePlotAreNotDrawn()
     const PlainComparison wanted = plain();
     m_panel->LCFvs4PS.prepend(pointAt(fit, target, 2));
     QVERIFY(isSamePicture(paint(), wanted.picture()));
-    // If such a point is the newest one, no point has a red circle.
+    // If the newest point is not drawn, no point has a red circle.
     m_panel->LCFvs4PS.append(pointAt(fit, target, 2));
     const QImage image = paint();
     QCOMPARE(countOf(image, image.rect(), red), 0);
@@ -203,7 +206,7 @@ void tst_FourPsComparison::extremeValencesAreSafe_data()
     addTexts("falling", {"1e300", "-1e300"});
 }
 
-// The paint must finish, and nothing may be drawn over the margins.
+// The paint must return, and it must draw nothing over the margins.
 void tst_FourPsComparison::extremeValencesAreSafe()
 {
     QFETCH(QString, first);
@@ -267,9 +270,9 @@ void tst_FourPsComparison::releaseOfAnyButtonSelectsTheNextColor_data()
 {
     QTest::addColumn<int>("button");
     QTest::addColumn<int>("keys");
-    QTest::newRow("left") << int(Qt::LeftButton) << int(Qt::NoModifier);
-    QTest::newRow("right") << int(Qt::RightButton) << int(Qt::NoModifier);
-    QTest::newRow("left with Shift") << int(Qt::LeftButton) << int(Qt::ShiftModifier);
+    QTest::newRow("left button") << int(Qt::LeftButton) << int(Qt::NoModifier);
+    QTest::newRow("right button") << int(Qt::RightButton) << int(Qt::NoModifier);
+    QTest::newRow("left button with Shift") << int(Qt::LeftButton) << int(Qt::ShiftModifier);
 }
 
 void tst_FourPsComparison::releaseOfAnyButtonSelectsTheNextColor()

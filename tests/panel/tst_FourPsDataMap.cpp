@@ -1,4 +1,5 @@
-// The window of the measured maps: picture, limits, selection of a row, loading of files.
+// Tests of the window of the measured maps: the picture, its limits, the selection of a
+// row, and the loading of files.
 
 #include "support/MapWindows.h"
 #include "support/MouseInput.h"
@@ -33,8 +34,8 @@ void setCounts(FourPs& panel, int row, int width, int height, const QList<Counts
     point->loaded = true;
 }
 
-/// Sets the map of an energy row from values of mut: with I0 = 0 the intensity is the
-/// value.
+/// Sets the map of an energy row from values of mut, which are stored as intensities
+/// with I0 = 0, because for I0 = 0 the intensity itself is mut.
 void setMuts(FourPs& panel, int row, int width, int height, const QList<double>& muts)
 {
     QList<Counts> pixels;
@@ -159,8 +160,8 @@ void tst_FourPsDataMap::mapOfOnlyNanKeepsTheLimits()
 void tst_FourPsDataMap::doubleClickFitsViewAndLimitsAgain_data()
 {
     QTest::addColumn<Qt::MouseButton>("button");
-    QTest::newRow("left") << Qt::LeftButton;
-    QTest::newRow("right") << Qt::RightButton;
+    QTest::newRow("left button") << Qt::LeftButton;
+    QTest::newRow("right button") << Qt::RightButton;
 }
 
 void tst_FourPsDataMap::doubleClickFitsViewAndLimitsAgain()
@@ -171,7 +172,8 @@ void tst_FourPsDataMap::doubleClickFitsViewAndLimitsAgain()
     surface()->cc.setReal(0.5, 0.25, 1.75, 0.75);
     window()->setZRange(-4.0, 4.0);
     doubleClick(surface(), {30.0, 40.0}, button);
-    // The double-click only discards the view; the next paint fits the view and the limits.
+    // The double-click only resets the view. The next paint fits the view and the
+    // limits.
     QCOMPARE(limitTexts(window()), QStringList({"-4", "4"}));
     QTest::qWait(20);
     QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));

@@ -1,5 +1,5 @@
-// The form of the panel: name, class, layout cell, text and settings of every control. The
-// program and its users' scripts rely on them.
+// Tests of the panel's form: name, class, layout cell, text and settings of every
+// control. The program and its users' scripts depend on these properties.
 
 #include "rows/AFileSelect.h"
 #include "rows/AXafsFileSelect.h"
@@ -24,8 +24,8 @@ struct Control {
     const char* layout;
     int row;
     int column;
-    int columns;      ///< number of columns that it spans
-    const char* text; ///< null for a control without a text
+    int columns;      ///< column span
+    const char* text; ///< null if the control has no text
 };
 
 // clang-format off
@@ -143,7 +143,7 @@ constexpr Control controls[] = {
     {"FullRangeCB", "QCheckBox", "gridLayout_23", 0, 6, 1, "Full Range"},
     {"label_3", "QLabel", "gridLayout_16", 0, 0, 1, "Target"},
     {"label", "QLabel", "gridLayout_12", 2, 1, 1, "Amount dMut"},
-    // The program's own row widgets, and the container widgets that are in a grid.
+    // The program's own row widgets, and the containers that are in a grid.
     {"TargetFile", "AXafsFileSelect", "gridLayout_16", 0, 1, 1, nullptr},
     {"DispFSelect", "AFileSelect", "gridLayout_14", 0, 1, 1, nullptr},
     {"SaveFSelect", "AFileSelect", "gridLayout_8", 0, 1, 1, nullptr},
@@ -191,8 +191,8 @@ public:
     mutable QStringList requested;
 };
 
-/// The widgets of the form itself. Widgets inside a file row are left out; they can have
-/// the same names.
+/// Appends the widgets of the form to @p found. Widgets inside a file row are left out,
+/// because they can have the same names.
 void collectWidgets(const QWidget* parent, QList<QWidget*>& found)
 {
     for (QObject* child : parent->children()) {
@@ -606,7 +606,7 @@ void tst_FourPsForm::translatableTextsAreInTheVocabulary()
     }
     unknown.sort();
     QCOMPARE(unknown, untranslated);
-    // Every visible text goes through the translator.
+    // Every visible text is requested from the translator.
     for (const Control& control : controls) {
         QVERIFY2(!control.text || translator.requested.contains(control.text), control.name);
     }

@@ -1,5 +1,5 @@
-// The panel and its graph window: dragging marker lines, what repaints the window, opening
-// and closing it.
+// Tests of the panel and its graph window: dragging marker lines, actions that repaint
+// the window, opening and closing it.
 
 #include "display/DispMBase.h"
 #include "display/Displays.h"
@@ -40,7 +40,7 @@ void load(AXafsFileSelect* row, const QString& path)
     static_cast<AFileSelect*>(row)->newFile(path);
 }
 
-/// The plot area of @p plot with its energy axis, which converts energies to columns.
+/// The plot area of @p plot with its energy axis; it converts energies to columns.
 PlotPlace plotAreaOf(const DispABase* plot, double from = lowestEv, double to = highestEv)
 {
     return {plot->DispA->size(), {from, 0.0, to, 1.0}};
@@ -51,12 +51,12 @@ int columnNear(const PlotPlace& place, double energyEv)
     return static_cast<int>(std::lround(place.columnOf(energyEv)));
 }
 
-/// Whether the plot has its edge line at @p energyEv and in no other column.
+/// Whether the plot shows its edge line at @p energyEv and in no other column.
 bool showsEdgeAt(DispABase* plot, double energyEv, double from = lowestEv, double to = highestEv)
 {
     const QImage image = plot->DispA->grab().toImage();
     const int row =
-        plot->DispA->height() / 4; // below the text, above the lower end of the edge line
+        plot->DispA->height() / 4; // a row below the text and above the lower end of the edge line
     QList<int> columns;
     for (int x = 0; x < image.width(); ++x) {
         if (image.pixelColor(x, row) == QColor(255, 0, 0)) {
@@ -114,10 +114,10 @@ private Q_SLOTS:
     void normalisationRadioRepaintsAndClearsTheScale();
     void histogramSelectionRepaints_data();
     void histogramSelectionRepaints();
-    void stepRepaintsTheGraphs_data();
-    void stepRepaintsTheGraphs();
-    void stepRepaintsNothing_data();
-    void stepRepaintsNothing();
+    void actionRepaintsTheGraphs_data();
+    void actionRepaintsTheGraphs();
+    void actionRepaintsNothing_data();
+    void actionRepaintsNothing();
     void mapWithoutRowsRepaintsTheGraphs();
     void displayFilesRepaintTheGraphs();
     void selectingADisplayFileRepaintsTheGraphs();
@@ -147,8 +147,8 @@ void tst_FourPsGraphs::initTestCase()
     load(m_panel->ui.TargetFile, m_files.target);
 }
 
-/// Two references and the target are loaded, the edge is at 8350 eV with the limits -50 and
-/// 100, every calculation is refused, and every plot shows its full range.
+/// Loads two references and the target and sets the edge to 8350 eV with the limits -50
+/// and 100. Every calculation is refused, and every plot shows its full range.
 void tst_FourPsGraphs::init()
 {
     resetRows();
@@ -194,8 +194,8 @@ void tst_FourPsGraphs::resetSpectra()
     }
 }
 
-/// Makes the first references valid (as many as @p references) and the others invalid. The
-/// third one copies the points of the first.
+/// Makes the first @p references reference rows valid and the others invalid. The third
+/// reference copies the points of the first.
 void tst_FourPsGraphs::makeValid(int references)
 {
     AMutE& third = *m_panel->XafsFiles.at(2);
@@ -205,8 +205,8 @@ void tst_FourPsGraphs::makeValid(int references)
     }
 }
 
-/// A recalculation then writes three lines. It also adds a point to the comparison if the
-/// fit is possible.
+/// Makes every recalculation refuse the map and the target, so that it writes three
+/// lines. If the fit is possible, a recalculation also adds a point to the comparison.
 void tst_FourPsGraphs::refuseMapAndTarget()
 {
     m_panel->EPoints.at(1)->LCFCB->setChecked(true);
@@ -230,7 +230,7 @@ void tst_FourPsGraphs::spectrumRowsDrawIntoTheirPlots()
         QCOMPARE(row->frame, plot(static_cast<Displays::DispId>(i)));
         QVERIFY(row->dEBase->isVisibleTo(row));
     }
-    // Each plot draws its own spectrum: the maxima are 1.5, 1.5 and 2.5, plus 5 %.
+    // Each plot draws its own spectrum: the maxima are 1.5, 1.25 and 2.5, plus 5 %.
     QCOMPARE(plot(Displays::DRef1)->DispA->cc.realY1, 1.575);
     QCOMPARE(plot(Displays::DRef2)->DispA->cc.realY1, 1.3125);
     QCOMPARE(plot(Displays::DTarget)->DispA->cc.realY1, 2.625);
@@ -248,7 +248,7 @@ void tst_FourPsGraphs::closingTheGraphWindowHidesIt()
     QVERIFY(!m_panel->Disps->isVisible());
     m_panel->ui.ShowDAB->click();
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
-    // The zoom is unchanged.
+    // The zoom is kept.
     QVERIFY(showsEdgeAt(plot(Displays::DRef1), 8350.0, 8200.0, 8400.0));
 }
 
@@ -275,7 +275,7 @@ void tst_FourPsGraphs::draggingTheEdgeWritesItsField()
     QCOMPARE(edge->cursorPosition(), 0);
     QTest::mouseMove(of->DispA, {start - 20, 3});
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start - 20)));
-    // The release is another drag step.
+    // The release moves the line like another drag step.
     QTest::mouseRelease(of->DispA, Qt::LeftButton, {}, {start + 11, middle(of)});
     const double wanted = sixDigits(place.valueAt(start + 11)).toDouble();
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start + 11)));
@@ -363,8 +363,8 @@ void tst_FourPsGraphs::pressAwayFromTheLinesDragsNothing()
 void tst_FourPsGraphs::dragRecalculatesOncePerValidReference_data()
 {
     QTest::addColumn<int>("valid");
-    QTest::addColumn<int>("perMove");    // number of recalculations
-    QTest::addColumn<int>("perRelease"); // its own drag step, the edge, and the recalculation
+    QTest::addColumn<int>("perMove");    // recalculations per mouse move
+    QTest::addColumn<int>("perRelease"); // drag step, new edge, and a final recalculation
     QTest::newRow("no reference") << 0 << 0 << 1;
     QTest::newRow("one reference") << 1 << 1 << 3;
     QTest::newRow("two references") << 2 << 2 << 5;
@@ -441,9 +441,9 @@ void tst_FourPsGraphs::movingMarkerSetsTheEdgeBeforeRecalculating()
 
 void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
 {
-    // With the edge at 8440 eV the pre-edge part includes some of the rise, so the pre-edge
-    // line is wrong. With the edge at 8350 eV the line is 0, and the columns show the
-    // spectra themselves: 0, 1, 1.5 and 0, 1, 0.5.
+    // With the edge at 8440 eV the pre-edge range includes a part of the rise, so the
+    // pre-edge line is wrong. With the edge at 8350 eV the pre-edge line is 0, and the
+    // columns show the values of the spectra: 0, 1, 1.5 and 0, 1, 0.5.
     FourPs& panel = *m_panel;
     panel.EPoints.at(2)->VPointCB->setChecked(true);
     panel.Refs.RefRows.at(0)->Valence->setText("2");
@@ -453,8 +453,8 @@ void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
         return panel.EPoints.at(row)->mutEdits.at(reference)->text().toDouble();
     };
     QVERIFY(std::abs(cell(1, 0) - 1.0) > 0.05);
-    // Base 1 and thickness 4: the target is 1 + 4 * 0, 1 + 4 * 1, and at the V row 1 + 4 *
-    // (a * 1.5 + (1 - a) * 0.5) with a = 1/2.
+    // The target has a base value of 1 and a thickness of 4: its values are 1 + 4 * 0,
+    // 1 + 4 * 1 and, at the V row, 1 + 4 * (a * 1.5 + (1 - a) * 0.5) with a = 1/2.
     panel.EPoints.at(0)->MutT->setText("1");
     panel.EPoints.at(1)->MutT->setText("5");
     panel.EPoints.at(2)->MutT->setText("5");
@@ -463,7 +463,7 @@ void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
     press(of->DispA, QPointF(columnNear(place, 8440.0), middle(of)));
     drag(of->DispA, QPointF(columnNear(place, 8350.0), middle(of)));
     const QList<QList<double>> wanted{{0.0, 0.0}, {1.0, 1.0}, {1.5, 0.5}};
-    constexpr double tolerance = 1e-3; // a fit of three terms to a constant is not exact
+    constexpr double tolerance = 1e-3; // fitting three terms to constant values is not exact
     for (int row = 0; row < 3; ++row) {
         for (int reference = 0; reference < 2; ++reference) {
             QVERIFY(std::abs(cell(row, reference) - wanted.at(row).at(reference)) < tolerance);
@@ -513,7 +513,7 @@ void tst_FourPsGraphs::wheelZoomsOnlyItsPlot()
     QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
     QVERIFY(near(of->DispA->cc.realX1, centre + (highestEv - centre) / 1.1));
     QCOMPARE(plot(Displays::DRef2)->DispA->cc.realX0, lowestEv);
-    // The zoom is kept when the plots are recalculated.
+    // A recalculation of the plots keeps the zoom.
     enter(m_panel->ui.EdgeE, "8360");
     QTest::qWait(30);
     QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
@@ -626,7 +626,7 @@ void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale()
 void tst_FourPsGraphs::histogramSelectionRepaints_data()
 {
     QTest::addColumn<QString>(
-        "before"); // radio button that is checked before; empty for check boxes
+        "before"); // the radio button that is checked first; empty for check boxes
     for (const char* box : {"HgValence", "HgRatio1", "HgRatio2", "HgRatio3", "HgRatio4", "HgAmount",
                             "HgdMut1", "HgdMut2", "HgdMut3", "HgdMut4"}) {
         QTest::newRow(box) << QString();
@@ -647,8 +647,8 @@ void tst_FourPsGraphs::histogramSelectionRepaints()
     const bool checked = choice->isChecked();
     SurfacePaints paints(*m_panel->Disps);
     {
-        // The radio button that is unchecked requests a paint too. Its signals are blocked,
-        // so that this paint cannot hide a missing one.
+        // The radio button that becomes unchecked requests a paint, too. Its signals
+        // are blocked, so that its paint cannot hide a missing one.
         QObject unused;
         QObject* other = before.isEmpty() ? &unused : m_panel->findChild<QObject*>(before);
         const QSignalBlocker quiet(other);
@@ -665,13 +665,13 @@ void tst_FourPsGraphs::histogramSelectionRepaints()
     QVERIFY(messages(*m_panel).isEmpty());
 }
 
-void tst_FourPsGraphs::stepRepaintsTheGraphs_data()
+void tst_FourPsGraphs::actionRepaintsTheGraphs_data()
 {
-    QTest::addColumn<std::function<void(FourPs&)>>("step");
+    QTest::addColumn<std::function<void(FourPs&)>>("action");
     QTest::addColumn<QList<int>>("maps");
     const auto add = [](const char* name, const QList<int>& maps,
-                        const std::function<void(FourPs&)>& step) {
-        QTest::newRow(name) << step << maps;
+                        const std::function<void(FourPs&)>& action) {
+        QTest::newRow(name) << action << maps;
     };
     add("the edge is set", {}, [](FourPs& panel) { panel.setEdge(); });
     add("the edge is set without a reference", {}, [](FourPs& panel) {
@@ -711,41 +711,44 @@ void tst_FourPsGraphs::stepRepaintsTheGraphs_data()
     add("the same map is calculated again", {0, 1, 2}, [](FourPs& panel) { panel.calcMap(); });
 }
 
-void tst_FourPsGraphs::stepRepaintsTheGraphs()
+void tst_FourPsGraphs::actionRepaintsTheGraphs()
 {
-    QFETCH(std::function<void(FourPs&)>, step);
+    QFETCH(std::function<void(FourPs&)>, action);
     QFETCH(QList<int>, maps);
     if (!maps.isEmpty()) {
         prepareMaps(maps);
     }
     const bool linear = m_panel->ui.NonEquivBGLinear->isChecked();
     SurfacePaints paints(*m_panel->Disps);
-    step(*m_panel);
+    action(*m_panel);
     QCOMPARE(paints.counts(), inTheGrid(1));
     chooseFourPoints(*m_panel);
     m_panel->ui.NonEquivBGLinear->setChecked(linear);
 }
 
-void tst_FourPsGraphs::stepRepaintsNothing_data()
+void tst_FourPsGraphs::actionRepaintsNothing_data()
 {
-    QTest::addColumn<std::function<void(FourPs&)>>("step");
-    const auto add = [](const char* name, const std::function<void(FourPs&)>& step) {
-        QTest::newRow(name) << step;
+    QTest::addColumn<std::function<void(FourPs&)>>("action");
+    const auto add = [](const char* name, const std::function<void(FourPs&)>& action) {
+        QTest::newRow(name) << action;
     };
     add("the map calculation is refused", [](FourPs& panel) { panel.calcMap(); });
     add("the fit is refused", [](FourPs& panel) { panel.lcf(); });
     add("the recalculation is refused", [](FourPs& panel) { panel.calcBoth(); });
-    add("an invalid reference", [](FourPs& panel) { panel.receiveNewRef(3); });
-    add("another colour", [](FourPs& panel) { panel.newColorLCFvs4PS(nullptr); });
-    add("no file to remove", [](FourPs& panel) { panel.ui.RemoveAFile->click(); });
-    add("an energy without an energy row", [](FourPs& panel) { panel.receiveNewEnergy(8313.0); });
+    add("the column of an invalid reference is written",
+        [](FourPs& panel) { panel.receiveNewRef(3); });
+    add("another colour is selected", [](FourPs& panel) { panel.newColorLCFvs4PS(nullptr); });
+    add("a file is removed from an empty list",
+        [](FourPs& panel) { panel.ui.RemoveAFile->click(); });
+    add("an energy is received without a sender",
+        [](FourPs& panel) { panel.receiveNewEnergy(8313.0); });
 }
 
-void tst_FourPsGraphs::stepRepaintsNothing()
+void tst_FourPsGraphs::actionRepaintsNothing()
 {
-    QFETCH(std::function<void(FourPs&)>, step);
+    QFETCH(std::function<void(FourPs&)>, action);
     SurfacePaints paints(*m_panel->Disps);
-    step(*m_panel);
+    action(*m_panel);
     QCOMPARE(paints.counts(), inTheGrid(0));
 }
 

@@ -1,5 +1,5 @@
-// The panel's two histogram plots: which histograms they show, their colours and bars, the
-// range and the grid.
+// Tests of the panel's two histogram plots: the histograms that they show, colours and
+// bars, range and grid.
 
 #include "display/Displays.h"
 #include "display/Histgram.h"
@@ -88,7 +88,7 @@ QImage pictureOf(const HistogramPlot& histograms)
     return histograms.plot->DispA->grab().toImage();
 }
 
-/// The plot area with the automatic range for this highest count.
+/// The plot area with the automatic range for the count @p highest.
 PlotPlace automaticPlot(const HistogramPlot& histograms, int highest)
 {
     return {histograms.plot->DispA->size(),
@@ -96,7 +96,8 @@ PlotPlace automaticPlot(const HistogramPlot& histograms, int highest)
              1.1 * highest}};
 }
 
-/// A reference histogram that is shown: its index among the references in use, and its row.
+/// A visible histogram of a reference: its index among the references in use, and its
+/// row.
 struct Shown {
     int k;
     int row;
@@ -184,8 +185,8 @@ void tst_FourPsHistograms::initTestCase()
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
 }
 
-/// All four references are used and valid, no box is checked, all histograms are counted
-/// between 1 and 4, and no plot has a range.
+/// Selects four valid references, unchecks all boxes, and counts all histograms between
+/// the limits 1 and 4. The plots have no fixed range.
 void tst_FourPsHistograms::init()
 {
     resetPanel(*m_panel);
@@ -202,10 +203,10 @@ void tst_FourPsHistograms::init()
     QTest::qWait(10);
 }
 
-/// Fills eleven bins per histogram, all different; the thickness has them in reverse order.
-/// The highest counts are 40 for the main histogram and 50, 35, 60 and 20 for the
-/// references. The counts outside the limits are larger than 40, and must not affect the
-/// range.
+/// Fills eleven bins per histogram, all with different counts; the thickness histograms
+/// have the counts in reverse order. The highest counts are 40 for the main histogram
+/// and 50, 35, 60 and 20 for the references. The counts outside the limits are larger
+/// than 40, but must not affect the range.
 void tst_FourPsHistograms::fillHistograms(const HistogramPlot& of)
 {
     const bool reversed = of.from->objectName() == QLatin1String("HgTFrom");
@@ -290,7 +291,8 @@ void tst_FourPsHistograms::xLimitsAreTheFieldValues_data()
     QTest::newRow("thickness, manual") << int(Displays::DHistDMut) << false;
 }
 
-// The bins keep the limits 1 and 4 with which they were counted.
+// The x limits of the plot follow the fields, while the bins keep the limits 1 and 4
+// with which they were counted.
 void tst_FourPsHistograms::xLimitsAreTheFieldValues()
 {
     QFETCH(int, id);
@@ -325,8 +327,8 @@ void tst_FourPsHistograms::highestCountZeroShowsOnlyTheTitles()
     QCOMPARE(countOf(shown, automaticPlot(of, 1).inside(), mainColor), 0);
 }
 
-// With From 4 and To 1, bin 0 is the one of 4 and is at the left. There is no vertical grid
-// line, because the loop goes from From up to To.
+// With From 4 and To 1, bin 0 belongs to the value 4 and is at the left. No vertical
+// grid line is drawn, because the loop over the lines counts upward from From to To.
 void tst_FourPsHistograms::reversedLimitsMirrorThePlot()
 {
     const HistogramPlot of = plotFor(Displays::DHistA);
@@ -338,7 +340,8 @@ void tst_FourPsHistograms::reversedLimitsMirrorThePlot()
     QVERIFY(showsOnly(of, true, {{1, 1}}));
 }
 
-// With one bin, the calculation of the bin width divides by zero, so no bar has a position.
+// With one bin, the calculation of the bin width divides by zero, so no bar has a
+// finite position.
 void tst_FourPsHistograms::oneBinIsPaintedWithoutBars()
 {
     const HistogramPlot of = plotFor(Displays::DHistA);
@@ -353,8 +356,8 @@ void tst_FourPsHistograms::oneBinIsPaintedWithoutBars()
     QVERIFY(countOf(shown, inside, plainGrid) > 0);
 }
 
-// One pixel with a = 1/2, valences 2 and 3, and thickness 1: one count in the bin at 2.5
-// and one in the bin at 1.
+// The map has one pixel with a = 1/2, valences 2 and 3, and thickness 1: one count in
+// the bin at valence 2.5 and one in the bin at thickness 1.
 void tst_FourPsHistograms::calculatedMapIsShownImmediately()
 {
     FourPs& panel = *m_panel;
@@ -362,7 +365,7 @@ void tst_FourPsHistograms::calculatedMapIsShownImmediately()
     prepareThreePointMaps(panel);
     panel.ui.HgAFrom->setText("1");
     panel.ui.HgATo->setText("4");
-    panel.ui.HgABoxes->setText("7"); // bin centres every 0.5
+    panel.ui.HgABoxes->setText("7"); // the bin centres are 0.5 apart
     panel.ui.HgTFrom->setText("0");
     panel.ui.HgTTo->setText("2");
     panel.ui.HgTBoxes->setText("5");
@@ -389,17 +392,17 @@ void tst_FourPsHistograms::boxOfAnUnusedRowIsIgnored()
     checkBoxes(plotFor(Displays::DHistA), false, {0, 3});
     checkBoxes(plotFor(Displays::DHistDMut), false, {1, 2});
     QVERIFY(!m_panel->ratioChecked(0)); // row 1
-    QVERIFY(m_panel->ratioChecked(1));  // row 3, whether it is valid or not
+    QVERIFY(m_panel->ratioChecked(1));  // row 3; the validity of its spectrum does not matter
     QVERIFY(m_panel->dMutChecked(0));
     QVERIFY(!m_panel->dMutChecked(1));
-    QVERIFY(!m_panel->ratioChecked(2)); // there is no such reference
+    QVERIFY(!m_panel->ratioChecked(2)); // only two references are in use
     QVERIFY(!m_panel->dMutChecked(2));
     QVERIFY(!m_panel->ratioChecked(-1));
     QVERIFY(!m_panel->dMutChecked(-1));
 }
 
-// The third row is the second one in use: the box belongs to the row, the histogram to the
-// index among the references in use.
+// The third row is the second one in use. The box belongs to the row; the histogram has
+// the index among the references in use.
 void tst_FourPsHistograms::currentRatioHistogramDoesNotChangeThePlot()
 {
     setReferences(*m_panel, {0, 2}, {0, 2});

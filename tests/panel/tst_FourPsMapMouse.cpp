@@ -1,4 +1,5 @@
-// The mouse over the result map: double-clicks and the position and value fields.
+// Tests of mouse actions on the result map: double-clicks, and the position and value
+// fields.
 
 #include "support/MapWindows.h"
 #include "support/MouseInput.h"
@@ -188,9 +189,9 @@ void tst_FourPsMapMouse::nextPaintSetsTheLimitsOfTheQuantity()
 void tst_FourPsMapMouse::doubleClickWithAnyButtonShowsTheWholeMap_data()
 {
     QTest::addColumn<Qt::MouseButton>("button");
-    QTest::newRow("left") << Qt::LeftButton;
-    QTest::newRow("right") << Qt::RightButton;
-    QTest::newRow("middle") << Qt::MiddleButton;
+    QTest::newRow("left button") << Qt::LeftButton;
+    QTest::newRow("right button") << Qt::RightButton;
+    QTest::newRow("middle button") << Qt::MiddleButton;
 }
 
 void tst_FourPsMapMouse::doubleClickWithAnyButtonShowsTheWholeMap()
@@ -291,7 +292,7 @@ void tst_FourPsMapMouse::moveInTheZoomedViewReadsTheRightPixel()
     }
     setQuantity(*m_panel, ratio1, 10, 10, values);
     picture(window());
-    // Zooms to column 4 and rows 7 and 8.
+    // The view is zoomed to column 4 and rows 7 and 8.
     surface()->cc.setReal(4.0, 7.0, 5.0, 9.0);
     const double width = surface()->width();
     const double height = surface()->height();

@@ -1,4 +1,4 @@
-// What opens the two map windows and what repaints them.
+// Tests of the actions that open and repaint the two map windows.
 
 #include "support/MapWindows.h"
 #include "support/MouseInput.h"
@@ -58,10 +58,11 @@ struct WindowPaints {
         data.settle();
     }
 
-    /// The paints of the result map and of the data map.
+    /// The numbers of paints of the result map and of the data map.
     QList<int> counts() const { return {result.within(), data.count()}; }
 
-    /// Whether only the result map (or only the data map) was painted.
+    /// Whether only one window was painted: the result map if @p ofResult, otherwise the
+    /// data map.
     bool isOnlyPaintOf(bool ofResult) const
     {
         const QList<int> times = counts();
@@ -72,7 +73,7 @@ struct WindowPaints {
     PaintCounter data;
 };
 
-/// Paints the map, then sets a view and limits that no paint would set.
+/// Paints the map, then sets a view and limits that a paint would not set by itself.
 void paintAndSetManually(DispMBase* window)
 {
     picture(window);
@@ -170,7 +171,8 @@ void tst_FourPsMapRepaints::selectingAQuantityKeepsTheZoom()
     const QPoint at(size.width() / 2, size.height() / 2);
     tests::move(result()->DispA, at);
     turnWheel(result()->DispA, at, {0, 120});
-    // The view shrinks by 1 / 1.1 about the middle, which is rounded down to a whole pixel.
+    // The view shrinks by 1 / 1.1 about the middle of the surface, which is rounded
+    // down to a whole pixel.
     const double x = 2.0 * at.x() / size.width();
     const double y = 2.0 * (size.height() - at.y()) / size.height();
     const QList<double> zoomed{x - x / 1.1, y - y / 1.1, x + (2.0 - x) / 1.1, y + (2.0 - y) / 1.1};
@@ -200,7 +202,8 @@ void tst_FourPsMapRepaints::selectingAQuantitySetsItsLimitsImmediately()
     QCOMPARE(limitTexts(result()), QStringList({"1.5", "3.5"}));
 }
 
-// The first paint sets the automatic range, and selecting a quantity does not clear it.
+// Limits are fitted only by a paint without a fixed range. The first paint fixes the
+// range, and selecting a quantity does not reset it.
 void tst_FourPsMapRepaints::selectingASlopeKeepsTheLimits()
 {
     setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
@@ -394,7 +397,7 @@ void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits_data()
 void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits()
 {
     QFETCH(bool, out);
-    // The only pixel has a = 1/2.
+    // The only pixel of the calculated map has a = 1/2.
     prepareThreePointMaps(*m_panel);
     setQuantity(*m_panel, ratio1, 1, 1, {0.2});
     QVERIFY(showBoth(out));

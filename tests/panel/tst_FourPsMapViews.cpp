@@ -1,4 +1,4 @@
-// The picture of the result map and the limits of its colours.
+// Tests of the picture of the result map and of the limits of its colours.
 
 #include "support/MapWindows.h"
 
@@ -35,7 +35,8 @@ QList<QList<double>> distinctValues(int pixels)
     return all;
 }
 
-// The limits with the references of setTwoReferences(), whose edge jumps add up to 8.
+// The preset limits of an amount with the references of setTwoReferences(), whose edge
+// jumps add up to 8.
 constexpr double amountLow = -0.8;
 const double amountHigh = 8.0 * 1.1;
 
@@ -119,7 +120,8 @@ void tst_FourPsMapViews::everyQuantityOfTheNonEquivalentMethodIsShown_data()
         QTest::addRow("dMut %d", i + 1) << 4 + i << amountLow << amountHigh;
     }
     QTest::newRow("mut0") << 8 << amountLow << amountHigh;
-    // Scanned limits: the values of the first and the last pixel.
+    // The limits of C1 and C2 are scanned: the values of the first and of the last
+    // pixel.
     QTest::newRow("c1") << 9 << distinctValue(0, 9) << distinctValue(5, 9);
     QTest::newRow("c2") << 10 << distinctValue(0, 10) << distinctValue(5, 10);
     QTest::newRow("valence") << 11 << 1.5 << 3.5;
@@ -152,7 +154,7 @@ void tst_FourPsMapViews::valenceUsesTheCurrentReferences()
     setFractions(*m_panel, 1, 1, {{0.25, 1.0}});
     QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {2.75}, 1.5, 3.5}));
     m_panel->Refs.RefRows.at(0)->Valence->setText("1");
-    // The limits are kept; the valence is 0.25 * 1 + 0.75 * 3.
+    // The limits are kept. The valence is 0.25 * 1 + 0.75 * 3.
     QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {2.5}, 1.5, 3.5}));
     // With only one valid reference the valence is 0.
     m_panel->XafsFiles.at(1)->valid = false;
@@ -277,8 +279,8 @@ void tst_FourPsMapViews::zoomedAndPannedViewShowsItsPartOfTheMap()
     QCOMPARE(picture(window()), plainPicture(window(), map, {{}, -2.5, -1.25, 4.0, 5.0}));
 }
 
-// The upper limit is at twice the length of the colour table, so every value from the
-// middle on is white.
+// With imax at twice the length of the colour table, every value from the middle of the
+// limits on is white.
 void tst_FourPsMapViews::squeezedColourBarChangesTheColours()
 {
     setQuantity(*m_panel, C1, 3, 1, {0.0, 192.0, 768.0});

@@ -1,5 +1,5 @@
-// The message box with many lines: its text, its scroll position, and how recalculations
-// write to it.
+// Tests of the message box with many lines: its text, its scroll position, and the
+// lines that recalculations write.
 
 #include "rows/AXafsFileSelect.h"
 #include "support/PictureTools.h"
@@ -74,7 +74,7 @@ void tst_FourPsMessages::newLineIsScrolledIntoView_data()
     QTest::newRow("recalculation") << true;
 }
 
-// The end is shown regardless of the earlier scroll position and selection.
+// The box scrolls to its end whatever its scroll position and selection were before.
 void tst_FourPsMessages::newLineIsScrolledIntoView()
 {
     QFETCH(bool, isRecalculation);
@@ -102,8 +102,8 @@ void tst_FourPsMessages::newLineIsScrolledIntoView()
     QCOMPARE(messages(*m_panel).first(), QStringLiteral("0"));
 }
 
-// Compares the panel's box after recalculations with a separate box that gets every line
-// individually.
+// Compares the panel's box after recalculations with a separate box to which every line
+// is added individually.
 void tst_FourPsMessages::boxLooksTheSameAsWithSingleLines()
 {
     for (int i = 0; i < 4; ++i) {
@@ -186,8 +186,8 @@ void tst_FourPsMessages::textIsUpToDateDuringARecalculation()
     connect(m_panel->ui.CalcRes, &QLineEdit::textChanged, &context,
             [&] { seen = messages(*m_panel); });
     m_panel->calcBoth();
-    // The result's field is set before its line is written; the lines of the map are there
-    // already.
+    // The result field is set before the line of the result is written, but after the
+    // lines of the map.
     QVERIFY(!seen.isEmpty());
     QCOMPARE(messages(*m_panel).mid(0, seen.size()), seen);
     QVERIFY(messages(*m_panel).contains(line));

@@ -1,5 +1,5 @@
-// The panel's plot of the absorption of two references against each other: its points, its
-// lines and its range.
+// Tests of the panel's plot of the absorption of one reference against another: points,
+// lines and range.
 
 #include "display/Displays.h"
 #include "support/PlainStrokes.h"
@@ -21,7 +21,7 @@ const QColor yellow(255, 255, 0);
 const QColor magenta(255, 0, 255);
 const QColor cyan(0, 255, 255);
 
-/// A line y = slope x + constant.
+/// The line y = slope * x + constant.
 struct Line {
     double slope = 0.0;
     double constant = 0.0;
@@ -66,8 +66,8 @@ private:
     }
 };
 
-/// The mut of the first and the second reference in the eight rows. Rows 0, 1 and 3 are on
-/// the line y = 0.5 x + 0.3; row 2 is the V row. Rows 0 to 3 are in use.
+/// The values of mut of the first and the second reference in the eight rows. Rows 0, 1
+/// and 3 are on the line y = 0.5 x + 0.3. Row 2 is the V row. Rows 0 to 3 are in use.
 const QList<QPointF> usualPoints{{0.2, 0.4},  {1.4, 1.0},  {0.9, 1.35}, {2.0, 1.3},
                                  {-0.4, 0.9}, {1.7, -0.2}, {2.4, 1.9},  {0.6, 2.2}};
 
@@ -81,7 +81,7 @@ private Q_SLOTS:
     void initTestCase();
     void init();
 
-    void pointsAndLinesOfTheRows();
+    void pointsAndLinesOfTheRowsAreDrawn();
     void columnsBelongToTheFirstTwoUsedReferences_data();
     void columnsBelongToTheFirstTwoUsedReferences();
     void spectraNeedNotBeValid();
@@ -94,11 +94,11 @@ private Q_SLOTS:
 private:
     DispABase* plot() const { return m_panel->Disps->frame(Displays::DM2M3); }
     QImage shown() const { return plot()->DispA->grab().toImage(); }
-    /// The points span -0.4 to 2.4 and -0.2 to 2.2; the range adds a tenth of the span on
-    /// each side.
+    /// The points span -0.4 to 2.4 and -0.2 to 2.2. The range adds a tenth of the span
+    /// on each side.
     PlotPlace usualView() const { return {plot()->DispA->size(), {-0.68, -0.44, 2.68, 2.44}}; }
-    /// The expected plot: k1 is the ratio of the edge jumps 2 and 1.5, k2 passes through
-    /// the V point, and ab through the other rows in use.
+    /// The expected plot: the slope of k1 is the ratio of the edge jumps 2 and 1.5, k2
+    /// passes through the V point, and ab passes through the other rows in use.
     static PlainPlane usualPlane()
     {
         return {usualPoints, {2}, Line{2.0 / 1.5}, Line{1.35 / 0.9}, Line{0.5, 0.3}};
@@ -156,7 +156,7 @@ void tst_FourPsPlane::init()
     markVPoints({2});
 }
 
-void tst_FourPsPlane::pointsAndLinesOfTheRows()
+void tst_FourPsPlane::pointsAndLinesOfTheRowsAreDrawn()
 {
     QVERIFY(shows(usualPlane(), usualView()));
 }

@@ -1,4 +1,4 @@
-// How the panel reacts to changes of its inputs: columns, edge, directories,
+// Tests of the panel's reactions to changes of its inputs: columns, edge, directories,
 // recalculations.
 
 #include "display/Histgram.h"
@@ -124,7 +124,7 @@ private Q_SLOTS:
     void listOfEnergiesSkipsInvalidEnergies();
     void listOfEnergiesEmitsNothing();
 
-    void valenceRangeOfTheUsedReferences();
+    void valenceRangeIncludesTheUsedReferences();
     void histogramRangesAreSetOnlyWithAuto();
     void energyInAMapFileUpdatesTheRow();
     void recalculationSetsTheHistogramLimitsFirst();
@@ -166,8 +166,9 @@ void tst_FourPsReflexes::loadingAReferenceProposesTheEdge()
 
 void tst_FourPsReflexes::loadingAReferenceRecalculatesThreeTimes()
 {
-    // The proposed edge updates every valid column, here only the file's own: one
-    // recalculation. Then loading updates this column again and recalculates: two more.
+    // The proposed edge updates every valid column. Only the column of this file is
+    // valid: one recalculation. Then the loading updates the column again and
+    // recalculates: two more.
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
     load(panel.XafsFiles.at(0), m_files.ref1);
@@ -180,7 +181,7 @@ void tst_FourPsReflexes::loadingASecondReferenceRecalculatesFourTimes()
     load(panel.XafsFiles.at(0), m_files.ref1);
     RunCounter counter(panel);
     load(panel.XafsFiles.at(1), m_files.ref2);
-    QCOMPARE(counter.runs(), 4); // two columns for the edge, its own column, the file
+    QCOMPARE(counter.runs(), 4); // two columns after the new edge, the loaded column, the file
 }
 
 void tst_FourPsReflexes::loadingTheTargetFillsItsColumnAndProposesNoEdge()
@@ -244,7 +245,7 @@ void tst_FourPsReflexes::missingFileKeepsTheSpectrumButRecalculates()
     load(panel.XafsFiles.at(0), m_files.dir.filePath("missing.dat"));
     QVERIFY(panel.XafsFiles.at(0)->valid);
     QCOMPARE(panel.ui.EdgeE->text(), "8333"); // no edge is proposed
-    QCOMPARE(counter.runs(), 2);              // for its column and for the file
+    QCOMPARE(counter.runs(), 2);              // once for the column and once for the file
 }
 
 void tst_FourPsReflexes::brokenFileInvalidatesTheReference()
@@ -274,7 +275,7 @@ void tst_FourPsReflexes::newEdgeIsWrittenWithSixDigits()
     FourPs& panel = *m_panel;
     panel.noticedNewEdge(8333.123456);
     QCOMPARE(panel.ui.EdgeE->text(), "8333.12");
-    QCOMPARE(panel.XafsFiles.at(3)->edgeEnergy, 8333.12); // the rounded value of the field
+    QCOMPARE(panel.XafsFiles.at(3)->edgeEnergy, 8333.12); // the field's value with six digits
 }
 
 void tst_FourPsReflexes::setEdgeSetsTheLimitsOfAllSpectra()
@@ -293,8 +294,8 @@ void tst_FourPsReflexes::setEdgeSetsTheLimitsOfAllSpectra()
 
 void tst_FourPsReflexes::setEdgeRefitsAllLinesBeforeRecalculating()
 {
-    // The post-edge range is moved to the flat top of both spectra. If both lines are
-    // refitted before the first recalculation, the total jump is correct.
+    // The post-edge range is moved to the flat top of both spectra. The total jump is
+    // correct only if both lines are refitted before the first recalculation.
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
     load(panel.XafsFiles.at(1), m_files.ref2);
@@ -374,8 +375,8 @@ void tst_FourPsReflexes::postEdgeForReferencesChangesColumnsAndFlags()
     load(panel.XafsFiles.at(0), m_files.ref1);
     RunCounter counter(panel);
     panel.ui.SubPostEforRef->click();
-    // Minus the post-edge line of 1, the value 1.5 becomes 0.5. The line is a fit, so its
-    // rounding errors need a tolerance.
+    // The post-edge line is 1, so 1.5 becomes 0.5. The line is a fit with rounding
+    // errors, so the comparison needs a tolerance.
     QVERIFY(std::abs(mut(panel, 2, 0).toDouble() - 0.5) < 1e-4);
     QVERIFY(panel.XafsFiles.at(0)->subPost);
     QVERIFY(panel.XafsFiles.at(3)->subPost);
@@ -438,7 +439,7 @@ void tst_FourPsReflexes::clickingACheckBoxOfARowRecalculatesOnce()
     QCOMPARE(counter.runs(), 1);
     panel.EPoints.at(5)->LCFCB->click();
     QCOMPARE(counter.runs(), 2);
-    panel.EPoints.at(5)->VPointCB->click(); // a V row without a map counts as no V row
+    panel.EPoints.at(5)->VPointCB->click(); // a V row without a map is treated as no V row
     QCOMPARE(counter.runs(), 3);
 }
 
@@ -471,7 +472,7 @@ void tst_FourPsReflexes::shiftOfAValidSpectrumRecalculatesWithoutRefit()
     QCOMPARE(spectrum.dE, 5.0);
     QCOMPARE(spectrum.postValue(8500), before);
     QCOMPARE(counter.runs(), 1);
-    QCOMPARE(mut(panel, 2, 0), "1.5"); // columns are not updated by a shift
+    QCOMPARE(mut(panel, 2, 0), "1.5"); // a shift does not update the columns
 }
 
 void tst_FourPsReflexes::receiveNewRefIgnoresInvalidIndices()
@@ -479,7 +480,7 @@ void tst_FourPsReflexes::receiveNewRefIgnoresInvalidIndices()
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
     for (const int n : {-1, 0, 4, 1000}) {
-        panel.receiveNewRef(n); // there is no valid reference
+        panel.receiveNewRef(n); // no reference is valid
     }
     QVERIFY(messages(panel).isEmpty());
 }
@@ -658,10 +659,10 @@ void tst_FourPsReflexes::listOfEnergiesEmitsNothing()
     QSignalSpy spy(panel.EPoints.at(0), &AEPoint::newEnergy);
     enter(panel.MultiEnergys, "8390");
     QCOMPARE(spy.count(), 0);
-    QCOMPARE(mut(panel, 0, 0), "0"); // still the value at 8313 eV
+    QCOMPARE(mut(panel, 0, 0), "0"); // the value at 8313 eV is kept
 }
 
-void tst_FourPsReflexes::valenceRangeOfTheUsedReferences()
+void tst_FourPsReflexes::valenceRangeIncludesTheUsedReferences()
 {
     FourPs& panel = *m_panel;
     panel.Refs.RefRows.at(0)->Valence->setText("2.5");
@@ -699,7 +700,8 @@ void tst_FourPsReflexes::energyInAMapFileUpdatesTheRow()
 
 void tst_FourPsReflexes::recalculationSetsTheHistogramLimitsFirst()
 {
-    // The limits follow the new valence before the same run counts its pixels.
+    // The histogram limits are set from the new valence before the same run counts its
+    // pixels.
     FourPs& panel = *m_panel;
     prepareThreePointMaps(panel);
     panel.ui.HgABoxes->setText("2");

@@ -1,5 +1,5 @@
-// The panel's plot of thickness against valence: its points, their colour, its grid and its
-// range.
+// Tests of the panel's plot of thickness against valence: points, their colour, grid
+// and range.
 
 #include "display/Displays.h"
 #include "support/MouseInput.h"
@@ -23,8 +23,8 @@ A2DRow fraction(double a, double thickness)
     return {1.0, 2.0, a, thickness, {}};
 }
 
-/// A pixel of the non-equivalent method. All its other numbers differ from the two that are
-/// drawn.
+/// A pixel of the non-equivalent method. Its other numbers differ from the two numbers
+/// that are drawn.
 A2DRow values(double valence, double totalDMut)
 {
     return {
@@ -46,8 +46,8 @@ private Q_SLOTS:
     void selectedMapIsIgnored();
     void valenceUsesTheFieldsOfTheReferences();
 
-    void colorIsTheCurrentOne_data();
-    void colorIsTheCurrentOne();
+    void pointsHaveTheCurrentColor_data();
+    void pointsHaveTheCurrentColor();
     void releaseInTheComparisonChangesTheColor();
 
     void calculatedMapIsShownImmediately();
@@ -87,8 +87,8 @@ void tst_FourPsThickness::initTestCase()
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
 }
 
-/// Two references with valences 2 and 3, the range 1.5 to 3.5 and -0.5 to 2, no result, and
-/// the first colour.
+/// Sets two references with the valences 2 and 3, the range 1.5 to 3.5 and -0.5 to 2,
+/// no result, and the first colour.
 void tst_FourPsThickness::init()
 {
     resetPanel(*m_panel);
@@ -137,19 +137,19 @@ void tst_FourPsThickness::valenceUsesTheFieldsOfTheReferences()
     QVERIFY(shows(plain, automaticPlot()));
 }
 
-void tst_FourPsThickness::colorIsTheCurrentOne_data()
+void tst_FourPsThickness::pointsHaveTheCurrentColor_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<QColor>("color");
-    QTest::newRow("first") << 0 << QColor(0, 0, 0);
-    QTest::newRow("second") << 1 << QColor(255, 0, 0);
-    QTest::newRow("fifth") << 4 << QColor(200, 200, 0);
-    QTest::newRow("fifteenth") << 14 << QColor(240, 160, 0);
-    QTest::newRow("last") << 44 << QColor(240, 160, 0);
-    QTest::newRow("earlier in the second cycle") << 31 << QColor(255, 0, 0);
+    QTest::newRow("first colour") << 0 << QColor(0, 0, 0);
+    QTest::newRow("second colour") << 1 << QColor(255, 0, 0);
+    QTest::newRow("fifth colour") << 4 << QColor(200, 200, 0);
+    QTest::newRow("fifteenth colour") << 14 << QColor(240, 160, 0);
+    QTest::newRow("last colour") << 44 << QColor(240, 160, 0);
+    QTest::newRow("second colour of the third repetition") << 31 << QColor(255, 0, 0);
 }
 
-void tst_FourPsThickness::colorIsTheCurrentOne()
+void tst_FourPsThickness::pointsHaveTheCurrentColor()
 {
     QFETCH(int, index);
     m_panel->LCFColor = index;
@@ -173,7 +173,7 @@ void tst_FourPsThickness::releaseInTheComparisonChangesTheColor()
     QVERIFY(shows(plain, automaticPlot()));
 }
 
-// One pixel with a = 1/2, valences 2 and 3, and thickness 1.
+// The map has one pixel with a = 1/2, valences 2 and 3, and thickness 1.
 void tst_FourPsThickness::calculatedMapIsShownImmediately()
 {
     prepareThreePointMaps(*m_panel);

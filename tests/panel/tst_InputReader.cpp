@@ -1,4 +1,4 @@
-// The values that are read from each input widget, without the panel.
+// Tests of the values that are read from each input widget, without the panel.
 
 #include "analysis/CalculationState.h"
 #include "panel/InputReader.h"
@@ -24,8 +24,8 @@ private Q_SLOTS:
     void methodsAreReadFromTheRadios();
     void calculationStatePointsToTheRowsData();
     void limitsAreRelativeToTheEdge();
-    void normModeByRadio_data();
-    void normModeByRadio();
+    void normModeIsTheCheckedRadio_data();
+    void normModeIsTheCheckedRadio();
     void shownMapIsTheFirstCheckedRowOrTheFirst();
     void quantityIsTheCheckedRadioOrTheFirst();
     void lastOfSeveralCheckedQuantitiesIsUsed();
@@ -162,18 +162,18 @@ void tst_InputReader::limitsAreRelativeToTheEdge()
     QCOMPARE(edge.postEdgeStart, 8450.0);
 }
 
-void tst_InputReader::normModeByRadio_data()
+void tst_InputReader::normModeIsTheCheckedRadio_data()
 {
     QTest::addColumn<int>("radio");
     QTest::addColumn<int>("mode");
-    QTest::newRow("none") << 0 << 0;
+    QTest::newRow("no normalisation") << 0 << 0;
     QTest::newRow("minus pre-edge line") << 1 << 1;
     QTest::newRow("by edge jump") << 2 << 3;
     QTest::newRow("by two lines") << 3 << 4;
-    QTest::newRow("nothing checked") << -1 << 5;
+    QTest::newRow("no radio button is checked") << -1 << 5;
 }
 
-void tst_InputReader::normModeByRadio()
+void tst_InputReader::normModeIsTheCheckedRadio()
 {
     QFETCH(const int, radio);
     const LooseWidgets& loose = *m_loose;

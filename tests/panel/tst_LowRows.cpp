@@ -1,4 +1,4 @@
-// The heights of fields and buttons in a form.
+// Tests of the heights of fields and buttons in a form.
 #include "panel/LowRows.h"
 
 #include <QCheckBox>
@@ -14,7 +14,7 @@
 namespace
 {
 
-/// A frame that contains a widget with all kinds of controls, and a dialog as a child.
+/// A frame with all kinds of controls in a nested widget, and with a dialog as a child.
 struct Form {
     Form()
     {

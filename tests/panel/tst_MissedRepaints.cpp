@@ -1,5 +1,5 @@
-// Missed repaints: after every change, each window must show what it would show if it were
-// painted again.
+// Tests for missed repaints: after every change, each window must show the picture that
+// a new paint would show.
 
 #include "display/Histgram.h"
 #include "support/MapWindows.h"
@@ -41,7 +41,7 @@ void popOutSome(FourPs& panel, bool many)
     }
 }
 
-/// Types a text that replaces the text of @p edit, without leaving the field.
+/// Replaces the text of @p edit by typing, without leaving the field.
 void enterText(QLineEdit* edit, const QString& text)
 {
     edit->selectAll();
@@ -95,8 +95,8 @@ private:
     QTemporaryDir m_dir;
 };
 
-// Compares the pictures that an action changes with @p wanted, and checks that none is
-// outdated.
+// Checks that @p action changes exactly the pictures @p wanted, and that no picture is
+// outdated afterwards.
 #define COMPARE_CHANGED_PICTURES(action, wanted)                                                   \
     do {                                                                                           \
         QStringList outdated;                                                                      \
@@ -120,7 +120,8 @@ void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction_data()
 void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction()
 {
     QFETCH(unsigned, seed);
-    // A new panel, so that a seed gives the same actions when its row runs alone.
+    // Each seed uses a new panel, so that it causes the same actions when its row runs
+    // alone.
     auto panel = std::make_unique<FourPs>();
     QVERIFY(showAll(*panel));
     popOutSome(*panel, seed % 2 == 0);
@@ -141,8 +142,8 @@ void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction()
     closePanel(panel);
 }
 
-// Gives every picture contents: three references, two of them in use, a point in the
-// comparison, a result, counts, and a measured map. No V point and no fit range is
+// Gives every picture some contents: three references, two of them in use, a point in
+// the comparison, a result, counts, and a measured map. No V point and no fit range is
 // selected, so every calculation is refused.
 void tst_MissedRepaints::prepareRefusedPanel()
 {
@@ -341,7 +342,8 @@ void tst_MissedRepaints::poppedOutPicturesAreUpToDate()
     COMPARE_CHANGED_PICTURES([&] { row(0)->FileSelect->ClearB->click(); }, {"Data Map"});
 }
 
-// The thickness plot and both maps can have a million pixels each, so a repaint is slow.
+// The thickness plot and both maps can have a million pixels each, so unnecessary
+// repaints would be slow.
 void tst_MissedRepaints::energyRepaintsOnlyThePlotOfTheSpectra()
 {
     prepareRefusedPanel();
@@ -403,7 +405,7 @@ void tst_MissedRepaints::repaintsStartNoCalculation()
     QCOMPARE(messages(*m_panel), QStringList());
 }
 
-// On purpose: the map shows the new colours at its next paint.
+// On purpose: the map shows the changed colours only at its next paint.
 void tst_MissedRepaints::doubleClickOnTheBarDoesNotRepaintItsMap()
 {
     prepareRefusedPanel();

@@ -1,5 +1,6 @@
-// All input fields of the program's windows: a number must not be misread because it is cut
-// off, a double-click must select all of it, and it must be readable in a dark theme.
+// Tests of all input fields of the program's windows: a number that is cut off must not
+// be misread, a double-click must select the whole number, and the number must be
+// readable in a dark theme.
 
 #include "app/Body.h"
 #include "display/DispMBase.h"
@@ -20,11 +21,12 @@ namespace
 
 const QString longNumber = QStringLiteral("-9.60021e-05");
 
-/// Fields that hold paths, a list of numbers, or a result sentence.
+/// Fields that contain no single number: paths, a list of numbers, or a result
+/// sentence.
 const QStringList otherFields{"FileName", "MultiEnergys", "CalcRes", "LCFRes"};
 
-/// Whether the whole text of @p edit fits into the field at its font size. Frame and margin
-/// take up to 3 pixels at each end.
+/// Whether the whole text of @p edit fits in the field at its font size. The frame and
+/// the margin need up to 3 pixels at each end.
 bool fits(const QLineEdit* edit)
 {
     return QFontMetricsF(edit->font()).horizontalAdvance(edit->text()) <=
@@ -103,9 +105,9 @@ void tst_NumberFields::everyFieldWithANumberIsANumberEdit()
         QVERIFY2(isNumber != otherFields.contains(edit->objectName()), qPrintable(nameOf(edit)));
         numbers += isNumber ? 1 : 0;
     }
-    // 8 x 6 in the energy rows, 5 energy shifts, 3 x 4 + 1 in the rows of the references
-    // and the target, 3 for the edge, 6 for the histograms, 10 x 2 and 2 x 5 in the plots
-    // and maps.
+    // 8 x 6 fields in the energy rows, 5 energy shifts, 3 x 4 + 1 in the rows of the
+    // references and the target, 3 for the edge, 6 for the histograms, 10 x 2 and 2 x 5
+    // in the plots and maps.
     QCOMPARE(numbers, 48 + 5 + 13 + 3 + 6 + 20 + 10);
 }
 
@@ -163,8 +165,8 @@ void tst_NumberFields::fieldsWithABackgroundHaveBlackTextInADarkTheme()
         QVERIFY2(text == QColor(hasBackground ? Qt::black : Qt::white), qPrintable(nameOf(edit)));
     }
     QApplication::setPalette(before);
-    // 16 file names, 2 results per reference and 1 for the target, 2 result sentences, 10 x
-    // 2 and 2 x 3 position and value fields.
+    // 16 file names, 2 results per reference and 1 for the target, 2 result sentences,
+    // 10 x 2 and 2 x 3 fields for positions and values.
     QCOMPARE(coloured, 16 + 9 + 2 + 20 + 6);
 }
 

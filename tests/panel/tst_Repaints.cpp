@@ -1,4 +1,4 @@
-// Which plots and maps are repainted when a field changes, without the panel.
+// Tests which plots and maps are repainted when a field changes, without the panel.
 
 #include "panel/Repaints.h"
 #include "support/LooseWidgets.h"

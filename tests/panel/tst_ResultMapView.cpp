@@ -1,4 +1,4 @@
-// The window of the result map, on loose widgets without the panel.
+// Tests of the window of the result map, with separate widgets instead of the panel.
 
 #include "data/A2DData.h"
 #include "display/MouseC.h"
@@ -47,8 +47,8 @@ private:
 namespace
 {
 
-/// A map with values of all quantities: quantity q is @p base + q in the first pixel, and
-/// increases by 1 from pixel to pixel.
+/// A map with values of all quantities. Quantity q is @p base + q in the first pixel
+/// and increases by 1 from pixel to pixel.
 A2DData extendedMap(int width, int height, double base)
 {
     A2DData map;

@@ -1,4 +1,5 @@
-// Resetting a panel that several tests share: no state of one test may remain for the next.
+// Tests of the reset of a panel that several tests share: no state of one test may
+// remain for the next test.
 
 #include "rows/FileDialog.h"
 #include "support/SharedPanel.h"
@@ -23,8 +24,8 @@ private Q_SLOTS:
 namespace
 {
 
-/// Changes as much of the panel's state as possible: loads, calculates, shows windows,
-/// edits all fields.
+/// Changes as much of the panel's state as possible: loads files, calculates, shows
+/// windows, and edits all fields.
 void changeEverything(FourPs& panel, const QTemporaryDir& dir)
 {
     const QString path = writeFile(dir, "a.dat", spectrumText("1.00", "1.5", "1.25", "1"));

@@ -1,5 +1,5 @@
-// Maps that the user changes between calculations: each result must equal the result of a
-// panel that has calculated nothing before.
+// Tests of maps that change between calculations: each result must equal the result of
+// a panel that has calculated nothing before.
 #include "display/Histgram.h"
 #include "display/LineEditText.h"
 #include "rows/AXafsFileSelect.h"
@@ -41,12 +41,12 @@ const QList<double> energies{8300, 8320, 8335, 8345, 8350, 8360, 8380, 8420};
 const QList<double> firstShape{0.01, 0.02, 0.4, 0.9, 1.3, 1.1, 0.95, 1.0};
 const QList<double> secondShape{0.02, 0.01, 0.1, 0.5, 0.8, 1.4, 1.05, 1.0};
 
-// Several blocks of pixels, and an incomplete block at the end.
+// A size whose pixels form several blocks and an incomplete block at the end.
 constexpr int width = 13;
 constexpr int height = 11;
 
 /// A text map whose intensities are pseudo-random with @p seed. Maps of the same size
-/// differ only in the intensities.
+/// differ only in their intensities.
 QByteArray textMap(int seed, int columns = width, int lines = height)
 {
     QByteArray text =
@@ -104,7 +104,7 @@ void choose(FourPs& panel, const Method& method)
     chooseQuietly(method.linear ? panel.ui.NonEquivBGLinear : panel.ui.NonEquivBGVic);
 }
 
-/// Copies everything that a map calculation reads to another panel.
+/// Copies all inputs of a map calculation to another panel.
 void copyState(const FourPs& from, FourPs& to)
 {
     for (int row = 0; row < from.EPoints.size(); ++row) {
@@ -150,8 +150,8 @@ Outcome calculate(FourPs& panel)
     return outcome;
 }
 
-/// Removes all results of earlier calculations and everything that the panel caches. The
-/// cache is emptied by a last calculation with empty maps.
+/// Removes all results of earlier calculations and everything that the panel caches. A
+/// last calculation with empty maps empties the cache.
 void makeLikeNew(FourPs& panel)
 {
     panel.BaseData = {};
@@ -190,9 +190,9 @@ class tst_StaleMaps : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void resultEqualsThatOfAResetPanel_data();
-    void resultEqualsThatOfAResetPanel();
-    void resultEqualsThatOfANewPanel();
+    void resultIsTheSameOnAResetPanel_data();
+    void resultIsTheSameOnAResetPanel();
+    void resultIsTheSameOnANewPanel();
     void loadedFileChangesTheResult();
     void copiedResultIsNotModified();
 
@@ -231,7 +231,7 @@ void tst_StaleMaps::loadAll(FourPs& panel) const
     }
 }
 
-void tst_StaleMaps::resultEqualsThatOfAResetPanel_data()
+void tst_StaleMaps::resultIsTheSameOnAResetPanel_data()
 {
     QTest::addColumn<Action>("action");
     QTest::addColumn<bool>("changes"); // whether every method gives a different result
@@ -262,7 +262,7 @@ void tst_StaleMaps::addFileActions()
     row("file without a size", false, [this](FourPs& panel) {
         panel.EPoints.at(1)->loadData(file("sizeless.dat", "1 2 300 1000\n2 2 400 1000\n"));
     });
-    row("failed load, then a good one", true, [this](FourPs& panel) {
+    row("failed load, then a successful load", true, [this](FourPs& panel) {
         panel.EPoints.at(1)->loadData(QStringLiteral("/nowhere/map.dat"));
         panel.calcMap();
         panel.EPoints.at(1)->loadData(file("other.dat", textMap(104)));
@@ -280,7 +280,7 @@ void tst_StaleMaps::addFileActions()
         panel.calcMap();
         panel.EPoints.at(1)->loadData(file("other.dat", textMap(108)));
     });
-    row("binary map twice", true, [this](FourPs& panel) {
+    row("binary map loaded twice", true, [this](FourPs& panel) {
         for (int round = 0; round < 2; ++round) {
             panel.EPoints.at(0)->loadData(file("map.2dp", binaryMap(109 + round, 20, 12)));
             panel.EPoints.at(2)->loadData(file("map.2dp", binaryMap(111 + round, 20, 20)));
@@ -326,9 +326,10 @@ void tst_StaleMaps::addChoiceActions()
         [](FourPs& panel) { enter(panel.EPoints.at(1)->Energy, QStringLiteral("8327")); });
 }
 
-// For each method, calculates before and after the action. Another panel, which keeps
-// nothing of earlier calculations, gets the same inputs; its result must be equal.
-void tst_StaleMaps::resultEqualsThatOfAResetPanel()
+// For each method, calculates before and after the action. A second panel without
+// results and caches of earlier calculations receives the same inputs. Its result must
+// be equal.
+void tst_StaleMaps::resultIsTheSameOnAResetPanel()
 {
     QFETCH(Action, action);
     QFETCH(bool, changes);
@@ -361,7 +362,7 @@ void tst_StaleMaps::resultEqualsThatOfAResetPanel()
     }
 }
 
-void tst_StaleMaps::resultEqualsThatOfANewPanel()
+void tst_StaleMaps::resultIsTheSameOnANewPanel()
 {
     loadAll(*m_panel);
     useRows(*m_panel, {0, 1, 2, 3, 4, 5});
@@ -384,8 +385,8 @@ void tst_StaleMaps::resultEqualsThatOfANewPanel()
     }
 }
 
-// A binary map that is loaded over a text map appends its pixels. Pixels are accessed by
-// position, so the first ones still belong to the text map.
+// Loading a binary map over a text map appends the pixels. Pixels are accessed by
+// index, so the first pixels still belong to the text map.
 void tst_StaleMaps::loadedFileChangesTheResult()
 {
     FourPs& panel = *m_panel;

@@ -1,4 +1,5 @@
-// The order in which the Tab key moves the focus, in the main window and the map windows.
+// Tests of the order in which the Tab key moves the focus, in the main window and in
+// the map windows.
 
 #include "app/Body.h"
 #include "display/DispMBase.h"
@@ -22,8 +23,8 @@ bool isResultField(const QLineEdit* edit)
     return edit->styleSheet() == QLatin1String("background-color: rgb(255, 255, 220);");
 }
 
-/// The fields of @p window that the Tab key reaches in one full cycle of the focus chain
-/// from @p first.
+/// The fields of @p window that the Tab key reaches in one full cycle of the focus
+/// chain, starting at @p first.
 QList<QLineEdit*> fieldsByTab(QWidget* window, QWidget* first)
 {
     QList<QLineEdit*> fields;
@@ -51,7 +52,7 @@ QPoint centreOf(const QWidget* widget)
     return widget->mapTo(widget->window(), widget->rect().center());
 }
 
-/// Whether @p next comes after @p before in reading order: further down, or further right
+/// Whether @p next is after @p before in reading order: further down, or further right
 /// in the same line.
 bool isReadAfter(const QWidget* next, const QWidget* before)
 {

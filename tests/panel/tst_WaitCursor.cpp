@@ -1,5 +1,5 @@
-// The wait cursor is shown while files are read or written and during long calculations,
-// and at no other time.
+// Tests of the wait cursor: it is shown while files are read or written and during long
+// calculations, and at no other time.
 
 #include "display/WaitCursor.h"
 
@@ -115,7 +115,7 @@ void tst_WaitCursor::nestedGuardsSetTheCursorOnce()
         nested();
         QVERIFY(isWaiting());
         QGuiApplication::restoreOverrideCursor();
-        QVERIFY(!QGuiApplication::overrideCursor()); // there was only one override cursor
+        QVERIFY(!QGuiApplication::overrideCursor()); // only one override cursor was set
     }
     QVERIFY(!QGuiApplication::overrideCursor());
 }
@@ -216,10 +216,10 @@ void tst_WaitCursor::readingDisplayFilesShowsTheCursor()
     const QString path = writeFile(m_dir, "a.dat", spectrumText("0.5", "2", "1.5", "1"));
     const CursorSpy inside(m_panel->ui.SelectedFs, &QComboBox::currentIndexChanged);
     m_panel->ui.DispFSelect->newFiles({path, path});
-    QCOMPARE(inside.waiting, QList<bool>{true}); // the first file is selected
+    QCOMPARE(inside.waiting, QList<bool>{true}); // the program selects the first file of the list
 }
 
-// A path that cannot be written is reported in the message box during the write.
+// If a path cannot be written, the message box reports this during the write.
 void tst_WaitCursor::writingAResultShowsTheCursor()
 {
     m_panel->ui.SaveFSelect->FileName->clear();
@@ -233,7 +233,7 @@ void tst_WaitCursor::writingAResultShowsTheCursor()
     QVERIFY(!isWaiting());
 }
 
-// Three maps of 400 by 400 pixels.
+// Prepares three maps of 400 by 400 pixels.
 void tst_WaitCursor::prepareLargeMaps()
 {
     prepareThreePointMaps(*m_panel);

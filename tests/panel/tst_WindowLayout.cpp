@@ -1,5 +1,5 @@
-// Whether every window is readable when it opens, in both languages: labels and buttons are
-// not cut off, numbers are complete, and related widgets are aligned.
+// Tests that every window is readable when it opens, in both languages: labels and
+// buttons are not cut off, numbers are complete, and related widgets are aligned.
 
 #include "app/Body.h"
 #include "app/Language.h"
@@ -31,15 +31,16 @@ QSize sizeNeededBy(const QWidget* widget)
     const QString text = widget->property("text").toString();
     // An empty text would still have the height of a line.
     const QSize words = text.isEmpty() ? QSize() : widget->fontMetrics().size(0, text);
-    // The read-outs beside this button get the space that its text does not need.
+    // The button may be narrower than its size hint, because the read-out fields beside
+    // it get all the width that its text does not need.
     const QSize most = widget->objectName() == QStringLiteral("PopDockB")
                            ? QSize(0, widget->maximumHeight())
                            : widget->maximumSize();
     return widget->sizeHint().boundedTo(most).expandedTo(words);
 }
 
-/// The visible labels and buttons of @p window that are smaller than they need, one per
-/// line.
+/// The visible labels and buttons of @p window that are smaller than sizeNeededBy(),
+/// one per line.
 QString cutOffTexts(const QWidget* window)
 {
     QStringList cut;
@@ -61,8 +62,8 @@ QString cutOffTexts(const QWidget* window)
     return cut.join(u'\n');
 }
 
-/// The visible fields and texts that are lower than a line of text. The widths are not
-/// checked: where the design limits a width, larger fonts are cut off.
+/// The visible fields and texts that are lower than a line of text. Widths are not
+/// checked, because large fonts are cut off where the design limits a width.
 QString tooLowWidgets(const QWidget* window)
 {
     QStringList low;
@@ -89,7 +90,7 @@ QString cutOffTextsWhenShown(QWidget* window)
     return cut;
 }
 
-/// The cut-off texts of a frame in its pop-out window.
+/// The cut-off texts of @p frame while it is popped out.
 template <class Frame>
 QString cutOffTextsPoppedOut(Frame* frame)
 {
@@ -106,8 +107,8 @@ QString cutOffTextsPoppedOut(Frame* frame)
     return cut;
 }
 
-/// Pairs of visible widgets on @p window that have the same parent and overlap, one pair
-/// per line.
+/// The pairs of visible widgets on @p window that have the same parent and overlap, one
+/// pair per line.
 QString overlaps(const QWidget* window)
 {
     QStringList pairs;
@@ -219,7 +220,7 @@ private:
 bool showsCompletely(QLineEdit* edit, const QString& number)
 {
     edit->setText(number);
-    // Qt leaves 2 pixels free on each side of the text, and 1 for the cursor.
+    // Qt keeps 2 pixels free on each side of the text, and 1 pixel for the cursor.
     const int free = edit->contentsRect().width() - 2 * 2 - 1;
     return edit->toolTip().isEmpty() &&
            QFontMetricsF(edit->font()).horizontalAdvance(number) <= free;
@@ -247,7 +248,8 @@ QList<tests::DrawnText> textsOn(DispABase* plot)
     return recorder.texts();
 }
 
-/// The texts that begin left of @p from or end right of @p to (pixels).
+/// The texts that begin to the left of column @p from or end to the right of column @p
+/// to.
 QStringList outside(const QList<tests::DrawnText>& texts, double from, double to)
 {
     constexpr double rounding = 1e-6;
@@ -265,9 +267,10 @@ QStringList outside(const QList<tests::DrawnText>& texts, double from, double to
     return found;
 }
 
-/// The texts of a spectrum plot that are outside their boxes. The boxes: the left margin
-/// for both labels of the y axis, a width of two margins below the plot for both labels of
-/// the x axis, and a width of three margins at the right end for the edge jump.
+/// The texts of a spectrum plot that are outside their boxes. The boxes are the left
+/// margin for both labels of the y axis, a width of two margins below the plot for each
+/// label of the x axis, and a width of three margins at the right end for the edge
+/// jump.
 QStringList labelsOutsideTheirBoxes(DispABase* plot)
 {
     const ChCoord& cc = plot->DispA->cc;
@@ -276,8 +279,8 @@ QStringList labelsOutsideTheirBoxes(DispABase* plot)
     if (texts.size() < 7) {
         return {QStringLiteral("too few texts")};
     }
-    // The texts are in this order: the frame's four labels, the edge jump, both titles. A text that
-    // needs two fonts comes in several parts.
+    // The texts are in this order: the frame's four labels, the edge jump, both titles.
+    // A text that needs two fonts is drawn in several parts.
     QStringList found = outside(texts.mid(0, 2), 0.0, 0.95 * margin) +
                         outside(texts.mid(2, 1), cc.areaX0, cc.areaX0 + 2 * margin) +
                         outside(texts.mid(3, 1), cc.areaX1 - 2 * margin, cc.areaX1);
@@ -291,7 +294,7 @@ QStringList labelsOutsideTheirBoxes(DispABase* plot)
     return found;
 }
 
-/// A new main window in one language.
+/// A new main window in the given language.
 class Program
 {
 public:
@@ -386,7 +389,8 @@ private Q_SLOTS:
 
 void tst_WindowLayout::initTestCase()
 {
-    // Without such a font, all Japanese characters are boxes of another width.
+    // Without a Japanese font, all Japanese characters are drawn as boxes of another
+    // width.
     QVERIFY2(!QFontDatabase::families(QFontDatabase::Japanese).isEmpty(),
              "no font with Japanese characters is installed, so text sizes cannot be measured");
 }
@@ -408,8 +412,8 @@ void tst_WindowLayout::mainWindowCutsOffNothing()
     QCOMPARE(cutOffTextsWhenShown(program.body()), QString());
 }
 
-// Japanese texts are short. Without a minimum width the window would be so narrow that the
-// absorption fields of the rows show only four digits.
+// Japanese texts are short. Without a minimum width the window would be so narrow that
+// the absorption fields of the rows would show only four digits.
 void tst_WindowLayout::panelOpensAtLeastAsWideAsItsDesign()
 {
     QFETCH(app::Language, language);
@@ -445,8 +449,8 @@ void tst_WindowLayout::mainWindowHasNoOverlaps()
     QCOMPARE(overlaps(program.body()), QString());
 }
 
-// Compares the highest and lowest letters in a field of the panel's height and in a field
-// that is high enough for any letter.
+// Compares the highest and the lowest letters in a field with the panel's row height
+// and in a field that is high enough for any letter.
 void tst_WindowLayout::lowFieldsShowCompleteLetters()
 {
     const Program program(app::Language::English);
@@ -514,11 +518,11 @@ void tst_WindowLayout::otherStylesAndFontsCutOffNothing_data()
     QTest::addColumn<QString>("style");
     QTest::addColumn<int>("points");
     QTest::addColumn<app::Language>("language");
-    QTest::newRow("small letters") << "fusion" << 7 << app::Language::English;
-    QTest::newRow("large letters") << "fusion" << 12 << app::Language::Japanese;
-    QTest::newRow("very large letters") << "fusion" << 16 << app::Language::English;
+    QTest::newRow("small font") << "fusion" << 7 << app::Language::English;
+    QTest::newRow("large font") << "fusion" << 12 << app::Language::Japanese;
+    QTest::newRow("very large font") << "fusion" << 16 << app::Language::English;
     QTest::newRow("another style") << "windows" << 9 << app::Language::English;
-    QTest::newRow("another style, large letters") << "windows" << 14 << app::Language::Japanese;
+    QTest::newRow("another style, large font") << "windows" << 14 << app::Language::Japanese;
 }
 
 void tst_WindowLayout::otherStylesAndFontsCutOffNothing()
@@ -583,9 +587,9 @@ void tst_WindowLayout::graphWindowHasEqualColumns()
     }
 }
 
-// A title of the y axis is rotated. Its box is as long as the plot is high, as wide as the
-// text height, and starts one text height from the left edge. The labels of the axis are at
-// both ends of the margin.
+// The title of the y axis is rotated. Its box is as long as the plot is high, is as
+// wide as the text is high, and starts one text height from the left edge. The labels
+// of the axis are at both ends of the margin.
 void tst_WindowLayout::rotatedTitlesStayInTheirBoxes()
 {
     QFETCH(app::Language, language);
@@ -613,7 +617,8 @@ void tst_WindowLayout::rotatedTitlesStayInTheirBoxes()
     }
 }
 
-// Tested at several widths: font sizes are whole pixels, so some sizes are rounded up.
+// Several widths are tested, because font sizes are whole pixels and some sizes are
+// rounded up.
 void tst_WindowLayout::plotLabelsStayInTheirBoxes()
 {
     QFETCH(app::Language, language);

@@ -1,5 +1,5 @@
-// The signal connections of the panel, tested with a mock panel that records its slot
-// calls.
+// Tests of the panel's signal connections, with a mock panel that records the calls of
+// its slots.
 
 #include "display/MarkLine.h"
 #include "panel/Wiring.h"
@@ -12,7 +12,7 @@ using namespace tests;
 namespace
 {
 
-/// A mock with the slots of the panel, which records their calls.
+/// A mock of the panel that records the calls of its slots.
 class SlotRecorder : public QObject
 {
 public:
@@ -119,8 +119,8 @@ void tst_Wiring::init()
 
 void tst_Wiring::cleanupTestCase()
 {
-    // In the program the marker lines live until the process ends; here the test deletes
-    // them.
+    // In the program the marker lines exist until the process ends. Here the test
+    // deletes them.
     for (MarkLines* set : {m_marks.allSpectra, m_marks.singleSpectrum}) {
         qDeleteAll(set->lines);
         set->clear();
@@ -207,7 +207,7 @@ void tst_Wiring::conditionsRecalculate()
     QCOMPARE(m_panel->take(), QStringList{"calcBoth"});
     Q_EMIT m_loose->form.NonEquivBGLinear->toggled(false);
     QCOMPARE(m_panel->take(), QStringList{"calcBoth"});
-    // These two radio buttons take effect at the next recalculation.
+    // These two radio buttons start no recalculation; they take effect at the next one.
     Q_EMIT m_loose->form.TypeTMKisExact->toggled(true);
     Q_EMIT m_loose->form.TypeTMKisLS->toggled(true);
     QVERIFY(m_panel->take().isEmpty());

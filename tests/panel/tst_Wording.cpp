@@ -1,4 +1,4 @@
-// The exact texts of error messages and results.
+// Tests of the exact texts of error messages and results.
 #include "panel/Wording.h"
 
 #include "analysis/CalculationMessage.h"
@@ -45,8 +45,8 @@ void tst_Wording::errorMessagesHaveTheExpectedText_data()
         << Message{MessageId::NoTargetVPoint} << "V Point is not selected.";
     QTest::newRow("no V row for the maps, without a period")
         << Message{MessageId::NoMapVPoint} << "V Point is not selected";
-    QTest::newRow("few references") << Message{MessageId::FewReferences, 1}
-                                    << "Number of valied Ref Files is 1, which is less than 2.";
+    QTest::newRow("too few references") << Message{MessageId::FewReferences, 1}
+                                        << "Number of valied Ref Files is 1, which is less than 2.";
     QTest::newRow("first reference")
         << Message{MessageId::FirstReferenceInvalid} << "The 1st Ref File is not valid.";
     QTest::newRow("second reference")
@@ -61,7 +61,7 @@ void tst_Wording::errorMessagesHaveTheExpectedText_data()
     QTest::newRow("no fit range")
         << Message{MessageId::NoFitRange}
         << "Energy Range is not selected, which should by selected by CB of TR.";
-    QTest::newRow("few references for the fit, without a period")
+    QTest::newRow("too few references for the fit, without a period")
         << Message{MessageId::FewFitReferences, 0}
         << "Number of Valid Reference files is 0, which is less than 2";
 }

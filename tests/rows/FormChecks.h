@@ -14,8 +14,8 @@ namespace tests
 /// Style sheet of a read-only result field and of a file name field.
 inline constexpr QLatin1String resultStyle("background-color: rgb(255, 255, 220);");
 
-/// The column of @p widget in its parent's grid layout; -1 if it is not in that grid,
-/// not in row 0, or has a span above one.
+/// The column of @p widget in its parent's grid layout; -1 if the widget is not in the
+/// grid, not in row 0, or spans several cells.
 inline int gridColumn(const QWidget* widget)
 {
     const auto* grid = qobject_cast<QGridLayout*>(widget->parentWidget()->layout());
@@ -31,20 +31,20 @@ inline int gridColumn(const QWidget* widget)
     return row == 0 && rowSpan == 1 && columnSpan == 1 ? column : -1;
 }
 
-/// The "text" property of @p widget; empty if it has none.
+/// The "text" property of @p widget; empty if the widget has no such property.
 inline QString textOf(const QWidget* widget)
 {
     return widget->property("text").toString();
 }
 
-/// The direct child of @p row called @p name. Direct only, because nested rows have
-/// widgets of the same names.
+/// The direct child of @p row called @p name; null if it does not exist. Deeper
+/// descendants are ignored, because nested rows contain widgets with the same names.
 inline QWidget* directChild(const QWidget* row, const QString& name)
 {
     return row->findChild<QWidget*>(name, Qt::FindDirectChildrenOnly);
 }
 
-/// One widget of a form: its object name, grid column, class name and text.
+/// The expected properties of one widget of a form.
 struct FormWidget {
     const char* name;
     int column;
@@ -52,7 +52,7 @@ struct FormWidget {
     const char* text = "";
 };
 
-/// The names of the expected widgets that @p row lacks, or that have another column,
+/// The names of the expected widgets that are missing in @p row or have another column,
 /// class or text.
 inline QStringList formDifferences(const QWidget* row, const QList<FormWidget>& expected)
 {

@@ -26,7 +26,7 @@ namespace
 
 using Values = QList<double>;
 
-// A map of 2 by 2 pixels with the columns x, y, intensity and i0.
+// A map file of 2 by 2 pixels with the columns x, y, intensity and i0.
 const QByteArray textMap = "# 1306 map\n"
                            "# X-NUM 2\n"
                            "# Y-NUM 2\n"
@@ -36,7 +36,7 @@ const QByteArray textMap = "# 1306 map\n"
                            "0 1 12 22\n"
                            "1 1 13 23\n";
 
-// A smaller map, without an energy in its header.
+// A map file with fewer pixels and without an energy in its header.
 const QByteArray mapWithoutEnergy = "# X-NUM 2\n# Y-NUM 1\n0 0 5 6\n1 0 7 8\n";
 
 // The bytes of a binary map of @p pixels, all of them valid.
@@ -62,7 +62,7 @@ Values numbersOf(const A2DData& map)
     return numbers;
 }
 
-// The energy of the row and the muts of references @p i and @p j.
+// The energy of the row and the values of mut for references @p i and @p j.
 Values energyAndMuts(const AEPoint& row, int i, int j)
 {
     Values read(3, -1.0);
@@ -70,7 +70,8 @@ Values energyAndMuts(const AEPoint& row, int i, int j)
     return read;
 }
 
-// Clicks near the left edge: a box without text reacts only on its indicator.
+// Clicks near the left edge, because a box without text reacts only to clicks on its
+// indicator.
 void click(QAbstractButton* button)
 {
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
@@ -313,7 +314,7 @@ void tst_AEPoint::onlyClickedBoxesRequestACalculation()
     click(box);
     QVERIFY(!box->isChecked());
     QCOMPARE(recorder.entries.size(), 2);
-    box->setChecked(true); // by code
+    box->setChecked(true); // set by the program, not by a click
     box->setChecked(false);
     QCOMPARE(recorder.entries.size(), 2);
 }
@@ -352,7 +353,7 @@ void tst_AEPoint::leavingTheEnergyFieldAlwaysEmitsTheEnergy()
     leaveField(row.Energy);
     QCOMPARE(energies.size(), 1);
     QCOMPARE(energies.at(0).at(0).toDouble(), 8404.5);
-    row.inNewEnergy(); // emitted again although unchanged
+    row.inNewEnergy(); // the unchanged energy is emitted again
     QCOMPARE(energies.size(), 2);
     QCOMPARE(energies.at(1).at(0).toDouble(), 8404.5);
 }

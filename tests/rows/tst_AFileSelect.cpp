@@ -1,5 +1,5 @@
-// Tests of AFileSelect, the file row: its form, its two modes, and all ways to choose a
-// path.
+// Tests of AFileSelect, the file row: its form, its open and save modes, and all
+// methods of choosing a path.
 
 #include "rows/AFileSelect.h"
 #include "rows/DialogSettings.h"
@@ -60,8 +60,8 @@ void enter(AFileSelect* row, const QMimeData& mime, bool* accepted)
     *accepted = event.isAccepted();
 }
 
-// Drops @p mime on the row. Returns the drop action that the drag's source receives;
-// IgnoreAction if the drop was not accepted.
+// Drops @p mime on the row. Returns the drop action that the source of the drag
+// receives; IgnoreAction if the row does not accept the drop.
 Qt::DropAction drop(AFileSelect* row, const QMimeData& mime)
 {
     bool accepted = false;
@@ -84,10 +84,10 @@ Qt::DropAction dropUrls(AFileSelect* row, const QList<QUrl>& urls)
     return drop(row, mime);
 }
 
-/// Creates a row.
+/// A function that creates the row of a test case.
 using MakeRow = std::function<AFileSelect*()>;
 
-/// Closes a dialog, as the user can.
+/// A function that closes a dialog in one of the ways in which a user can close it.
 using CloseDialog = std::function<void(QFileDialog*)>;
 
 /// The model index of a file in the list of the row's open dialog; invalid while the
@@ -105,8 +105,8 @@ QModelIndex indexOfFile(const AFileSelect& row, const QString& path)
     return {};
 }
 
-/// Clicks a file in the list of the row's open dialog. Returns whether the file was
-/// listed in time.
+/// Clicks a file in the list of the row's open dialog. Returns false, without a click,
+/// if the file is not listed in time.
 bool clickFile(const AFileSelect& row, const QString& path)
 {
     const auto* list = row.dialog->findChild<QTreeView*>(QStringLiteral("treeView"));
@@ -121,7 +121,7 @@ bool clickFile(const AFileSelect& row, const QString& path)
     return listed;
 }
 
-/// A visible save row with the name of a result file. Its dialog is in @p folder.
+/// A visible save row with the name of a result file. Its dialog shows @p folder.
 struct SaveRow {
     explicit SaveRow(const QString& folder)
     {
@@ -187,15 +187,15 @@ private Q_SLOTS:
     void highlightedFileIsLoadedAtOnceAndAgainOnOpen();
     void openInTheDialogEmitsThePathLast();
     void highlightIsIgnoredWhileTheDialogIsHidden();
-    void highlightOfOtherThanRegularFileIsIgnored_data();
-    void highlightOfOtherThanRegularFileIsIgnored();
+    void highlightOfNonRegularFileIsIgnored_data();
+    void highlightOfNonRegularFileIsIgnored();
     void highlightedUnreadableFileIsIgnored();
     void severalSelectedFilesAreEmittedTogether();
     void openingTheDialogLoadsNothing();
 
     void cancelRestoresTheNameOfTheSaveRow_data();
     void cancelRestoresTheNameOfTheSaveRow();
-    void selectButtonWithOpenDialogIsNotAnOpening();
+    void selectButtonWithOpenDialogStoresNoName();
     void eachOpeningStoresTheNameAgain();
     void savedNameIsKept();
     void cancelOfHiddenDialogChangesNothing();
@@ -334,8 +334,8 @@ void tst_AFileSelect::dialogOffersItsFiltersInOrder()
 
 void tst_AFileSelect::firstDialogOpensInTheWorkingDirectory()
 {
-    // QFileDialog starts in the directory of the previous dialog; the row must override
-    // this.
+    // By default QFileDialog starts in the directory of the previous dialog. The row
+    // must override this.
     {
         QFileDialog earlier;
         earlier.setDirectory(folder->path());
@@ -421,7 +421,7 @@ void tst_AFileSelect::newFileShowsThePathAndEmitsSignalsInOrder()
 {
     AFileSelect row;
     const SignalRecorder recorder(&row);
-    const QString path = file(QStringLiteral("map.2dp")); // in open mode the suffix is kept
+    const QString path = file(QStringLiteral("map.2dp")); // the suffix is kept in open mode
     row.newFile(path);
     QCOMPARE(row.fileText(), path);
     QCOMPARE(row.fileName, QStringLiteral("map.2dp"));
@@ -588,7 +588,7 @@ void tst_AFileSelect::highlightIsIgnoredWhileTheDialogIsHidden()
     QCOMPARE(row.fileText(), QString());
 }
 
-void tst_AFileSelect::highlightOfOtherThanRegularFileIsIgnored_data()
+void tst_AFileSelect::highlightOfNonRegularFileIsIgnored_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("directory") << ".";
@@ -597,7 +597,7 @@ void tst_AFileSelect::highlightOfOtherThanRegularFileIsIgnored_data()
     QTest::newRow("pipe") << "pipe";
 }
 
-void tst_AFileSelect::highlightOfOtherThanRegularFileIsIgnored()
+void tst_AFileSelect::highlightOfNonRegularFileIsIgnored()
 {
     QFETCH(QString, name);
     const QByteArray pipe = QFile::encodeName(folder->filePath("pipe"));
@@ -682,7 +682,8 @@ void tst_AFileSelect::cancelRestoresTheNameOfTheSaveRow()
 }
 
 // Each opening selects the row's own name, even if the user highlighted another file
-// and cancelled before. Otherwise one keystroke on "Save" would overwrite that file.
+// and cancelled before. Otherwise a keystroke that activates "Save" would overwrite the
+// highlighted file.
 void tst_AFileSelect::saveDialogOpensWithTheNameOfItsRow()
 {
     const SaveRow row(canonicalFolder);
@@ -703,7 +704,7 @@ void tst_AFileSelect::saveDialogOpensWithTheNameOfItsRow()
     QCOMPARE(row->dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text(), QString());
 }
 
-void tst_AFileSelect::selectButtonWithOpenDialogIsNotAnOpening()
+void tst_AFileSelect::selectButtonWithOpenDialogStoresNoName()
 {
     const SaveRow row(canonicalFolder);
     QTest::mouseClick(row->SelectB, Qt::LeftButton);
@@ -767,7 +768,7 @@ void tst_AFileSelect::settingTheSameDirectoryKeepsTheDialog()
 {
     AFileSelect row;
     row.setDir(canonicalFolder);
-    // Meanwhile the user goes to another directory in the dialog.
+    // Before setDir() the user selects another directory in the dialog.
     row.dialog->setDirectory(QDir::rootPath());
     row.setDir(canonicalFolder);
     QCOMPARE(row.dialog->directory().path(), QDir::rootPath());

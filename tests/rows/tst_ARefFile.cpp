@@ -14,8 +14,8 @@
 namespace
 {
 
-// Clicks on the indicator: a radio button reacts only there, even if the layout makes
-// it wider.
+// Clicks on the indicator, because a radio button reacts only there, even if the layout
+// makes the button wider.
 void click(QAbstractButton* button)
 {
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
@@ -31,7 +31,7 @@ private Q_SLOTS:
 
     void formHasTheWidgetsOfItsRow();
     void formHasItsWidthsAndStyles();
-    void rowStartsOff();
+    void rowIsInitiallySwitchedOff();
 
     void clickTogglesTheRowAndEmitsOnce();
     void setUseEmitsTwiceOnChangeAndNeverOtherwise();
@@ -76,7 +76,7 @@ void tst_ARefFile::formHasItsWidthsAndStyles()
     }
 }
 
-void tst_ARefFile::rowStartsOff()
+void tst_ARefFile::rowIsInitiallySwitchedOff()
 {
     const ARefFile row;
     QVERIFY(!row.UseCB->isChecked());
@@ -146,7 +146,7 @@ void tst_ARefFile::signalsOfTheSpectrumRowAreForwarded()
             [&](double e) { received << QStringLiteral("edge %1").arg(e); });
     connect(&row, &ARefFile::selectedFile, this, [&] { received << QStringLiteral("selected"); });
     row.XafsFS->AFileSelect::newFile(path);
-    // The edge is midway between the two points.
+    // The proposed edge is midway between the two points.
     const QStringList expected{QStringLiteral("edge 8005"), QStringLiteral("selected")};
     QCOMPARE(received, expected);
 }

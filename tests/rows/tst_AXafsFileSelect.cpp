@@ -21,8 +21,8 @@ namespace
 // The slope is steepest between 8100 and 8110, so the edge is at 8105.
 const QByteArray goodSpectrum = "8000 0.0\n8100 0.1\n8110 1.1\n8200 1.2\n";
 
-// A spectrum for calculation by hand: mut 0.1 at 8000 eV, 1.1 at 8010 eV and 1.3 at
-// 8020 eV, with constant background lines.
+// A spectrum that is easy to interpolate by hand: mut is 0.1 at 8000 eV, 1.1 at 8010 eV
+// and 1.3 at 8020 eV. The background lines are constant.
 void setSpectrum(AMutE& spectrum)
 {
     spectrum.points = {{0.0, 8000.0, 0.1}, {0.0, 8010.0, 1.1}, {0.0, 8020.0, 1.3}};
@@ -126,8 +126,8 @@ void tst_AXafsFileSelect::edgeIsProposedBeforeOtherSignals()
 {
     AXafsFileSelect row;
     QStringList received;
-    // A slot connected to newFilePath after the row's own slot, like the panel's, finds
-    // the spectrum already read.
+    // The panel connects its slot to newFilePath after the row's own slot. Such a slot
+    // finds the spectrum already read.
     connect(&row, &AXafsFileSelect::foundNewEdge, this,
             [&] { received << QStringLiteral("edge"); });
     connect(&row, &AFileSelect::newFilePath, this, [&] {
@@ -335,8 +335,8 @@ void tst_AXafsFileSelect::shiftDoesNotRefitTheBackgroundLines()
             tests::sameDouble(row.preLine.b, pre.b));
     QVERIFY(tests::sameDouble(row.postLine.c, post.c) &&
             tests::sameDouble(row.postLine.a, post.a) && tests::sameDouble(row.postLine.b, post.b));
-    // A new fit of the shifted spectrum gives other lines, so the comparison above is
-    // meaningful.
+    // This check shows that the comparison above is meaningful: a new fit of the
+    // shifted spectrum yields other lines.
     row.fitLines();
     QVERIFY(!tests::sameDouble(row.preLine.c, pre.c));
     QVERIFY(!tests::sameDouble(row.postLine.c, post.c));
@@ -352,7 +352,7 @@ void tst_AXafsFileSelect::shiftIsKeptForANewFile()
     QCOMPARE(spectrumOf(row).dE, 5.0);
     QCOMPARE(row.points.at(0).energy, 8000.0);
     QCOMPARE(edges.size(), 1);
-    QCOMPARE(edges.at(0).at(0).toDouble(), 8100.0); // 8105 minus the shift
+    QCOMPARE(edges.at(0).at(0).toDouble(), 8100.0); // 8105 eV minus the shift of 5 eV
 }
 
 void tst_AXafsFileSelect::mutIsInterpolatedMinusThePreEdgeLine_data()
@@ -364,7 +364,8 @@ void tst_AXafsFileSelect::mutIsInterpolatedMinusThePreEdgeLine_data()
     QTest::newRow("on a point") << 8010.0 << 1.1 - 0.25;
     QTest::newRow("on the first point") << 8000.0 << 0.1 - 0.25;
     QTest::newRow("on the last point") << 8020.0 << 1.3 - 0.25;
-    QTest::newRow("below, midway from (0, 0)") << 4000.0 << 0.05 - 0.25;
+    QTest::newRow("below the spectrum, midway between (0, 0) and the first point")
+        << 4000.0 << 0.05 - 0.25;
 }
 
 void tst_AXafsFileSelect::mutIsInterpolatedMinusThePreEdgeLine()
@@ -375,7 +376,7 @@ void tst_AXafsFileSelect::mutIsInterpolatedMinusThePreEdgeLine()
     setSpectrum(row);
     double out = -7.0;
     QVERIFY(row.MutAt(energy, &out));
-    // Tolerance: a few rounding errors of numbers near 1.
+    // The tolerance is a few rounding errors of numbers near 1.
     QVERIFY2(qAbs(out - mut) < 1e-12, qPrintable(QString::number(out, 'g', 17)));
 }
 
@@ -424,8 +425,8 @@ void tst_AXafsFileSelect::mutOfDescendingScanUsesTheFirstPoint()
     setSpectrum(row);
     std::reverse(row.points.begin(), row.points.end());
     double out = -7.0;
-    // The first point, 8020 eV, is already above 8010 eV: interpolation from the origin
-    // gives 1.3 * 8010 / 8020.
+    // The first point, 8020 eV, is already above 8010 eV. So mut is interpolated
+    // between the origin (0 eV, 0) and the first point: 1.3 * 8010 / 8020.
     QVERIFY(row.MutAt(8010.0, &out));
     QVERIFY2(qAbs(out - (1.3 * 8010.0 / 8020.0 - 0.25)) < 1e-12,
              qPrintable(QString::number(out, 'g', 17)));

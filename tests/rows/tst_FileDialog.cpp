@@ -1,5 +1,5 @@
-// Tests of FileDialog, the file dialog of a row: idle while hidden, ready for typing
-// when it opens.
+// Tests of FileDialog, the file dialog of a row: it does no work while hidden, and it
+// is ready for typing when it opens.
 
 #include "rows/DialogSettings.h"
 #include "rows/FileDialog.h"
@@ -23,11 +23,12 @@
 namespace
 {
 
-/// Long enough for the model's thread to read a folder of a few files.
+/// A waiting time in milliseconds in which the model's thread can read a folder of a
+/// few files.
 constexpr int quietMs = 150;
 
 /// Whether this process watches @p folder, according to the kernel's inotify
-/// information in /proc.
+/// information in /proc. False if the folder does not exist.
 bool isWatched(const QString& folder)
 {
     struct stat info = {};
@@ -85,8 +86,8 @@ private Q_SLOTS:
     void classNameAllowsTheNativeDialog();
     void isAHiddenWindowOfItsParent();
 
-    void hiddenDialogOnlyStoresItsFolder();
-    void closedDialogNeitherReadsNorWatches();
+    void folderOfAHiddenDialogIsOnlyStored();
+    void closedDialogNeitherReadsNorWatchesItsFolder();
     void dialogClosedWhileReadingWatchesNothing();
     void openDialogFollowsItsFolder();
     void openingReadsTheFolderAgain();
@@ -100,7 +101,7 @@ private Q_SLOTS:
     void firstOpeningHasNoHistory();
 
     void completionListClosesWithItsDialog();
-    void lateMatchesOpenNoCompletionList();
+    void matchesFoundAfterClosingOpenNoCompletionList();
     void completionWorksOnTheNextOpening();
 
     void lastNameIsSelectedOnEachOpening();
@@ -139,7 +140,7 @@ void tst_FileDialog::isAHiddenWindowOfItsParent()
     QCOMPARE(fixture.dialog.directory().path(), QDir::currentPath());
 }
 
-void tst_FileDialog::hiddenDialogOnlyStoresItsFolder()
+void tst_FileDialog::folderOfAHiddenDialogIsOnlyStored()
 {
     file(QStringLiteral("a.dat"));
     DialogFixture fixture;
@@ -155,7 +156,7 @@ void tst_FileDialog::hiddenDialogOnlyStoresItsFolder()
     }
 }
 
-void tst_FileDialog::closedDialogNeitherReadsNorWatches()
+void tst_FileDialog::closedDialogNeitherReadsNorWatchesItsFolder()
 {
     DialogFixture fixture;
     fixture.dialog.setDirectory(m_path);
@@ -223,7 +224,7 @@ void tst_FileDialog::opensInTheGivenFolder()
     QVERIFY(fixture.open());
     QCOMPARE(fixture.dialog.directory().path(), m_path);
     QTRY_VERIFY(fixture.lists(path));
-    // An open dialog goes there at once.
+    // An open dialog changes to the folder immediately.
     fixture.dialog.setDirectory(QDir::rootPath());
     QCOMPARE(fixture.dialog.directory().path(), QDir::rootPath());
     QCOMPARE(fixture.model->rootPath(), QDir::rootPath());
@@ -324,7 +325,7 @@ void tst_FileDialog::completionListClosesWithItsDialog()
     QTest::keyClicks(fixture.name, QStringLiteral("ref_ni2.dat"));
     QTRY_VERIFY(fixture.completer->popup()->isVisible());
     const QSignalSpy files(&fixture.dialog, &QFileDialog::fileSelected);
-    // While the completion list is open it has the keyboard focus.
+    // The completion list has the keyboard focus while it is open.
     QTest::keyClick(fixture.completer->popup(), Qt::Key_Return);
     QCOMPARE(files.size(), 1);
     QVERIFY(fixture.dialog.isHidden());
@@ -334,7 +335,7 @@ void tst_FileDialog::completionListClosesWithItsDialog()
     QVERIFY(!QApplication::activePopupWidget());
 }
 
-void tst_FileDialog::lateMatchesOpenNoCompletionList()
+void tst_FileDialog::matchesFoundAfterClosingOpenNoCompletionList()
 {
     for (int i = 0; i < 300; ++i) {
         file(QStringLiteral("ref_%1.dat").arg(i));

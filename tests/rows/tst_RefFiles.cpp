@@ -1,4 +1,4 @@
-// Tests of RefFiles, the list of reference rows with common signals.
+// Tests of RefFiles, a list of reference rows that forwards the signals of all rows.
 
 #include "rows/ARefFile.h"
 #include "rows/DialogSettings.h"

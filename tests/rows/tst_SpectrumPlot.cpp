@@ -1,4 +1,4 @@
-// Tests of the plot of one spectrum, which its row draws in a frame.
+// Tests of the plot of one spectrum, which a spectrum row draws in a frame.
 
 #include "display/Displays.h"
 #include "rows/AXafsFileSelect.h"
@@ -39,7 +39,7 @@ const QColor outlineColor(150, 150, 150);
 const QSize usualSize(387, 257);
 const QRect usualOutline(38, 12, 330, 220);
 
-// A size without integer pixel coordinates.
+// At this size the data points are at fractional pixel coordinates.
 const QSize oddSize(401, 307);
 
 /// Sets the points and their extremes, like a file reader.
@@ -64,9 +64,10 @@ data::VictoreenLine level(double value)
     return {value, 0.0, 0.0};
 }
 
-/// A spectrum from 8000 to 8300 eV with mut 1 to 3; its middle part rises by one pixel
-/// per column. The background lines are at 1.155 and 2.855 (edge jump 1.7), the limits
-/// at 8050.5 and 8180.5 and the edge at 8150.5: all left of the text.
+/// A spectrum from 8000 to 8300 eV with mut from 1 to 3. Its middle part rises by one
+/// pixel per column. The background lines are at 1.155 and 2.855 (edge jump 1.7), the
+/// limits at 8050.5 and 8180.5, the edge at 8150.5. All vertical lines are left of the
+/// text.
 void setStep(AMutE& spectrum)
 {
     setPoints(spectrum, {{8000, 1}, {8100.5, 1.505}, {8200.5, 2.505}, {8300, 3}});
@@ -77,7 +78,7 @@ void setStep(AMutE& spectrum)
     spectrum.postLine = level(2.855);
 }
 
-/// Like setStep(), but with limits and edge outside the range.
+/// Like setStep(), but the limits and the edge are outside the range.
 void setStepWithoutMarkers(AMutE& spectrum)
 {
     setStep(spectrum);
@@ -100,7 +101,7 @@ struct Plot {
     /// The current picture of the surface.
     QImage paint() { return frame.DispA->grab().toImage(); }
 
-    /// Sets the range, like a zoom.
+    /// Sets the range like a zoom by the user.
     void setRange(double x0, double y0, double x1, double y1)
     {
         cc().setReal(x0, y0, x1, y1);
@@ -118,7 +119,7 @@ public:
     int receiverCount(const char* signal) const { return receivers(signal); }
 };
 
-/// The range of a spectrum with a margin of a twentieth on each side.
+/// The range of a spectrum with a margin of a twentieth of the span on each side.
 PlotRange rangeOf(const AMutE& spectrum)
 {
     const double marginX = 0.05 * (spectrum.maxEnergy - spectrum.minEnergy);
@@ -128,7 +129,7 @@ PlotRange rangeOf(const AMutE& spectrum)
 }
 
 /// The box of the edge jump: three left margins wide, at the right end of the plot
-/// area, one gap below its top.
+/// area, one gap below the top of the plot area.
 QRect jumpBox(const PlotPlace& place)
 {
     return {place.right - 3 * place.left, place.top + place.gap(), 3 * place.left,
@@ -225,7 +226,7 @@ private:
     QString m_text;
 };
 
-/// Whether the box of the edge jump shows exactly @p words.
+/// Whether the box of the edge jump shows exactly the text @p words.
 bool showsJump(Plot& plot, const QString& words)
 {
     const QImage image = plot.paint();
@@ -411,9 +412,9 @@ void tst_SpectrumPlot::rangeHasMarginOfATwentiethAroundUnshiftedEnergies()
 {
     Plot plot;
     setStep(plot.spectrum());
-    plot.spectrum().dE = 40.0; // the range uses the energies as read
+    plot.spectrum().dE = 40.0; // the range uses the unshifted energies
     plot.paint();
-    // The margins are 5 % of 300 eV, 15 eV, and 5 % of 2, 0.1.
+    // The margins are 5 % of 300 eV, which is 15 eV, and 5 % of 2, which is 0.1.
     QCOMPARE(plot.cc().realX0, 7985.0);
     QCOMPARE(plot.cc().realX1, 8315.0);
     QCOMPARE(plot.cc().realY0, 0.9);
@@ -442,7 +443,7 @@ void tst_SpectrumPlot::shiftMovesTheCurveAndKeepsTheRange()
 {
     Plot plot;
     setStep(plot.spectrum());
-    // Column 203 is 8150.5, the middle of the step with mut 2.005 at row 121.
+    // Column 203 is at 8150.5, the middle of the step, where mut is 2.005 (row 121).
     QCOMPARE(plot.paint().pixelColor(203, 121), QColor(Qt::black));
     plot.row.Ui_AFileSelect::dE->setText(QStringLiteral("40"));
     QTest::keyClick(plot.row.Ui_AFileSelect::dE, Qt::Key_Return);
@@ -451,7 +452,7 @@ void tst_SpectrumPlot::shiftMovesTheCurveAndKeepsTheRange()
     QCOMPARE(image.pixelColor(163, 121), QColor(Qt::black));
     QCOMPARE(plot.cc().realX0, 7985.0);
     QCOMPARE(plot.cc().realX1, 8315.0);
-    QCOMPARE(image.pixelColor(203, 121), edgeColor); // the edge does not move
+    QCOMPARE(image.pixelColor(203, 121), edgeColor); // the edge line does not move
 }
 
 void tst_SpectrumPlot::newFileResetsTheRange()
@@ -480,8 +481,8 @@ void tst_SpectrumPlot::resizedFrameKeepsTheRange()
     plot.frame.DispA->setFixedSize(2 * usualSize);
     const QImage image = plot.paint();
     QCOMPARE(plot.cc().realX0, 7985.0);
-    // The surface is 774 wide: margins of 77 and 38, 659 pixels for 330 eV. The edge,
-    // 165.5 eV from the left, is at 77 + 330.5.
+    // The surface is 774 pixels wide: the margins are 77 and 38, so 659 pixels show 330
+    // eV. The edge, 165.5 eV from the left end of the range, is at column 77 + 330.5.
     QCOMPARE(image.pixelColor(407, 60), edgeColor);
     QCOMPARE(image.pixelColor(406, 60), QColor(Qt::white));
     QCOMPARE(image.pixelColor(408, 60), QColor(Qt::white));
@@ -503,8 +504,8 @@ void tst_SpectrumPlot::limitsAndEdgeAreVerticalLines()
     Plot plot;
     setStep(plot.spectrum());
     const QImage image = plot.paint();
-    // From the top to the bottom of the plot area, 219 rows: the background lines cover
-    // two of them, the spectrum one.
+    // The line extends over all 219 rows of the plot area. The background lines cover
+    // two of these rows, the spectrum one.
     QCOMPARE(countOf(image, QRect(column, 13, 1, 219), color), 216);
     QCOMPARE(image.pixelColor(column, 13), color);
     QCOMPARE(image.pixelColor(column, 231), color);
@@ -540,13 +541,15 @@ void tst_SpectrumPlot::curvesPassThroughTheirPixels_data()
 {
     QTest::addColumn<QPoint>("pixel");
     QTest::addColumn<QColor>("color");
-    // 222 - 100 * 0.505 = 171.5 at 8100.5, column 153; 71.5 at 8200.5, column 253
+    // Mut 1.505 at 8100.5 eV is at row 222 - 100 * 0.505 = 171.5 and column 153; mut
+    // 2.505 at 8200.5 eV is at row 71.5 and column 253.
     QTest::newRow("start of the step") << QPoint(153, 171) << QColor(Qt::black);
     QTest::newRow("end of the step") << QPoint(253, 71) << QColor(Qt::black);
     QTest::newRow("quarter of the step") << QPoint(178, 146) << QColor(Qt::black);
     QTest::newRow("above the step") << QPoint(178, 145) << QColor(Qt::white);
     QTest::newRow("below the step") << QPoint(178, 147) << QColor(Qt::white);
-    // 222 - 100 * 0.155 = 206.5 and 222 - 100 * 1.855 = 36.5
+    // The pre-edge line is at row 222 - 100 * 0.155 = 206.5, the post-edge line at row
+    // 222 - 100 * 1.855 = 36.5.
     QTest::newRow("pre-edge line") << QPoint(60, 206) << preColor;
     QTest::newRow("pre-edge line above the edge energy") << QPoint(340, 206) << preColor;
     QTest::newRow("above the pre-edge line") << QPoint(60, 205) << QColor(Qt::white);
@@ -591,8 +594,8 @@ void tst_SpectrumPlot::pictureMatchesTheReference_data()
     QTest::addColumn<bool>("backwards");
     QTest::addColumn<QSize>("size");
     QTest::newRow("as read") << 0.0 << false << oddSize;
-    QTest::newRow("shifted") << 12.3456 << false << oddSize;
-    QTest::newRow("shifted the other way") << -17.3 << false << oddSize;
+    QTest::newRow("shifted to lower energies") << 12.3456 << false << oddSize;
+    QTest::newRow("shifted to higher energies") << -17.3 << false << oddSize;
     QTest::newRow("descending scan") << 0.0 << true << oddSize;
     QTest::newRow("wide surface") << 0.0 << false << QSize(797, 163);
     QTest::newRow("tall surface") << 3.3 << false << QSize(211, 503);
@@ -658,8 +661,8 @@ void tst_SpectrumPlot::onePointInAFixedRangeHasNoSegments()
     plot.spectrum().postLine = level(2.755);
     plot.setRange(7985.0, 0.9, 8315.0, 3.1);
     const QImage image = plot.paint();
-    // The vertical lines extend from the lowest to the highest mut, here one pixel
-    // each.
+    // A vertical line extends from the lowest to the highest mut. With one point, its
+    // length is one pixel.
     QCOMPARE(image.pixelColor(103, 121), limitColor);
     QCOMPARE(image.pixelColor(203, 121), edgeColor);
     QCOMPARE(image.pixelColor(303, 121), limitColor);
@@ -734,8 +737,8 @@ void tst_SpectrumPlot::markerIsVisibleInADeepZoom()
     setStep(plot.spectrum());
     plot.setRange(8150.5 - 1.65e-4, 2.2 - 1e-10, 8150.5 + 1.65e-4, 2.2 + 1e-10);
     const QImage image = plot.paint();
-    // The middle of the view is column 38 + 165. Tolerance: one column, for the
-    // rounding of the limits.
+    // The middle of the view is column 38 + 165. The tolerance is one column,
+    // for the rounding of the limits.
     const int red = countOf(image, QRect(202, 13, 3, 219), edgeColor);
     QCOMPARE(red, 219);
     QCOMPARE(countOf(image, usualInside(), limitColor), 0);
@@ -746,14 +749,15 @@ void tst_SpectrumPlot::edgeJumpUsesTheUnshiftedEdge()
     Plot plot;
     setStepWithoutMarkers(plot.spectrum());
     plot.spectrum().preLine = level(1.0);
-    // The edge jump is 4 L^3 at wavelength L: 0.5 at L = 1/2, 4 at L = 1.
+    // The edge jump is 4 L^3 at the wavelength L (in angstroms): 0.5 at L = 1/2 and
+    // 4 at L = 1.
     plot.spectrum().postLine = {1.0, 4.0, 0.0};
     plot.spectrum().edgeEnergy = 2.0 * AMutE::hcEvAngstrom;
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 0.5")));
     plot.spectrum().edgeEnergy = AMutE::hcEvAngstrom;
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 4")));
     QVERIFY(!showsJump(plot, QStringLiteral("Edge Jump : 5")));
-    plot.spectrum().dE = 0.5 * AMutE::hcEvAngstrom; // the shift does not move the edge
+    plot.spectrum().dE = 0.5 * AMutE::hcEvAngstrom; // the shift does not move the edge energy
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 4")));
 }
 
@@ -762,7 +766,7 @@ void tst_SpectrumPlot::edgeJumpUsesTheLastFittedLines()
     Plot plot;
     setStepWithoutMarkers(plot.spectrum());
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 1.7")));
-    // Changing the limits alone does not refit the lines.
+    // New limits alone do not refit the lines.
     plot.spectrum().preEdgeEnd = 8400.0;
     plot.spectrum().postEdgeStart = 7900.0;
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 1.7")));
