@@ -44,7 +44,7 @@ public:
     /// @param maps   must not contain null pointers; must outlive this object
     /// @param cache  absorbances of some or all of @p maps; those of other maps are
     ///               calculated on request. Must outlive this object.
-    /// @param base   its width gives the line length of the pixels
+    /// @param base   its width is the number of pixels per image line
     StackBlocks(const QList<const A2DData*>& maps, const data::AbsorbanceCache& cache,
                 const A2DData& base);
 

@@ -12,7 +12,7 @@ struct PlaneLines {
     double k1 = 0.0; ///< y = k1 x with k1 = 1 / r: references that differ only in edge jump
     double k2 = 0.0; ///< y = k2 x with k2 = R2_V / R1_V: through the V point
     double a = 0.0;  ///< slope of y = a x + b, the linear regression through the other rows
-    double b = 0.0;  ///< intercept of this line
+    double b = 0.0;  ///< intercept of the regression line
 };
 
 /// Calculates the lines from the used rows; the regression line by the normal equations.

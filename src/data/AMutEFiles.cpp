@@ -202,8 +202,9 @@ private:
         return sum;
     }
 
-    /// Reads a "Mode" line. A second one replaces the list of modes, and the I0 column
-    /// if it names one; the kind of measurement set before remains.
+    /// Reads a "Mode" line. A second "Mode" line replaces the list of modes, and the I0
+    /// column if it has one. It does not replace a kind of measurement that is already
+    /// known.
     void readModes(const Tokens& tokens)
     {
         if (tokens.indexOf(u"Mode") == -1) {

@@ -43,7 +43,8 @@ AFileSelect::AFileSelect(QWidget* parent, int initialMode)
     setupUi(this);
     dEBase->hide();
     setAcceptDrops(true);
-    // The field would insert a dropped URL as text. Without drops it leaves them to the row.
+    // The field would insert a dropped URL as text. If the field refuses drops, the row
+    // receives them.
     FileName->setAcceptDrops(false);
 
     dialog->setObjectName(QStringLiteral("dialog"));
