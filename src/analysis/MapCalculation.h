@@ -37,12 +37,12 @@ struct MapStack {
 /// Calculates a result map by the three-points form from the first two rows of
 /// MapStack::others. Does nothing if there are fewer.
 ///
-/// The result gets the size and the comment lines of the V row's map, and one row per
-/// pixel, row-major: x and y of the pixel's row in the V row's map (0.0 if the map has no
-/// such row), the fraction a as intensity, the thickness as i0, and no value list. Valence
-/// and thickness of each pixel are added to the histograms. No pixel is skipped: where a
-/// map has no row for a pixel, the pixel's mut counts as -1.0. Each map is read with its
-/// own width. Infinities and NaN are stored as they are.
+/// The result gets the size and the comment lines of the V row's map, and one A2DRow
+/// per pixel, row-major: x and y of the pixel in the V row's map (0.0 if this map does
+/// not contain it), the fraction a as intensity, the thickness as i0, and no value
+/// list. Valence and thickness of each pixel are added to the histograms. No pixel is
+/// skipped: where a map does not contain a pixel, the pixel's mut counts as -1.0. Each
+/// map is read with its own width. Infinities and NaN are stored as they are.
 ///
 /// @param stack                      the input
 /// @param[out] result                the result map; earlier contents are replaced

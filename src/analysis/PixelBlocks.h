@@ -36,14 +36,14 @@ void copyCoordinates(const A2DData& base, qint64 first, std::span<A2DRow> rows);
 
 /// Reads the absorbances of a stack of maps in blocks of pixels of a base map.
 ///
-/// The values are those of pixelMut(): each map is read with its own width, and pixels outside
-/// its rows have the value data::absorbanceOutside.
+/// The values equal the results of pixelMut(): each map is read with its own width, and
+/// pixels outside its rows have the value data::absorbanceOutside.
 class StackBlocks
 {
 public:
     /// @param maps   must not contain null pointers; must outlive this object
-    /// @param cache  absorbances of some or all of @p maps; those of other maps are
-    ///               calculated on request. Must outlive this object.
+    /// @param cache  absorbances of some or all of @p maps; the absorbances of other
+    ///               maps are calculated on request. Must outlive this object.
     /// @param base   its width is the number of pixels per image line
     StackBlocks(const QList<const A2DData*>& maps, const data::AbsorbanceCache& cache,
                 const A2DData& base);

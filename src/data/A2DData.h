@@ -7,13 +7,15 @@
 
 #include <cmath>
 
-/// One pixel of a map file, or of a result map.
+/// One pixel of a map file or of a result map. In a result map, @c intensity is the
+/// fraction or share of the first reference, and @c i0 is the thickness or the total
+/// dMut.
 struct A2DRow {
     double x = 0.0;         ///< first column of the file
     double y = 0.0;         ///< second column of the file
     double intensity = 0.0; ///< transmitted intensity; the absorbance itself if i0 is 0
     double i0 = 0.0;        ///< incident intensity
-    QList<double> values;   ///< all quantities, if the map is an extended result map
+    QList<double> values;   ///< quantities of an extended result map; otherwise empty
 };
 // A growing QList then moves its rows as one block of memory, not one by one.
 Q_DECLARE_TYPEINFO(A2DRow, Q_RELOCATABLE_TYPE);

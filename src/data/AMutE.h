@@ -36,8 +36,8 @@ struct VictoreenLine {
 class AMutE
 {
 public:
-    /// The kinds of value() and valueAt(), for an absorbance m at working energy E
-    /// with the pre-edge line pre(E) and the post-edge line post(E).
+    // The kinds of value() and valueAt(), for an absorbance m at working energy E
+    // with the pre-edge line pre(E) and the post-edge line post(E).
     static constexpr int raw = 0;               ///< m
     static constexpr int minusPreEdge = 1;      ///< m - pre(E)
     static constexpr int minusPostEdge = 2;     ///< m - post(E)
@@ -134,6 +134,9 @@ public:
 
     /// Value of point @p i as @p kind (raw to normalisedByLines). 0.0 if @p kind is
     /// any other number or if @p i is not a valid index.
+    ///
+    /// In the descriptions of the kinds, m is the absorbance at working energy E, pre(E)
+    /// the pre-edge line and post(E) the post-edge line.
     double value(int kind, int i) const;
 
     /// Same as value().

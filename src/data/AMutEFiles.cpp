@@ -22,8 +22,8 @@ namespace
 constexpr double hcKevAngstrom = 12.398424360387684;
 constexpr double defaultTwoD = 6.2710632; // angstrom
 constexpr double defaultD = 3.1355316;    // angstrom
-// Truncated on purpose: with more digits, angles and energies would differ from those
-// of earlier results.
+// Truncated on purpose: with more digits, angles and energies would differ from earlier
+// results.
 constexpr double shortPi = 3.1415926535;
 constexpr double degreesInPi = 180.0;
 

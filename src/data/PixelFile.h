@@ -19,7 +19,7 @@ public:
     ///
     /// @return false, with a line in the debug log, if the file does not have this
     ///         format, if a side of the map is negative, or if data::isSizeTooLarge()
-    ///         holds for the size and the pixels stored in the file
+    ///         is true for the size and the pixels stored in the file
     bool open(const QString& path);
 
     /// The header of the open file.

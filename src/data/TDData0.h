@@ -57,7 +57,7 @@ public:
     ///
     /// @return false, with this map unchanged and a line in the debug log, if the file
     ///         does not have this format, if a side is negative, if
-    ///         data::isSizeTooLarge() holds for the size and the pixels stored in the
+    ///         data::isSizeTooLarge() is true for the size and the pixels stored in the
     ///         file, or if there is not enough memory
     bool load(const QString& path);
 
