@@ -17,8 +17,8 @@
 namespace analysis
 {
 
-/// Number of pixels of @p base by its size, xNum * yNum; 0 if either is 0 or less. The map
-/// can have more or fewer rows.
+/// Number of pixels of @p base by its size, xNum * yNum; 0 if either is 0 or less. The list
+/// of rows can be longer or shorter.
 inline qsizetype pixelCount(const A2DData& base)
 {
     return base.xNum > 0 && base.yNum > 0 ? qsizetype{base.xNum} * base.yNum : 0;

@@ -1,4 +1,4 @@
-// Lines for the plot of one reference's absorbance against the other's.
+// Lines for the plot of the second reference's absorbance against the first's.
 #pragma once
 
 namespace analysis

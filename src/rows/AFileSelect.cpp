@@ -14,8 +14,8 @@ namespace
 constexpr QLatin1String readOnlyStyle("background-color: rgb(255, 255, 220);");
 constexpr QLatin1String editableStyle("background-color: rgb(255, 255, 255);");
 
-// Uses the directory because the canonical path of a file that does not exist yet is
-// empty.
+// Resolves the directory, not the file: the canonical path of a file that does not exist
+// yet is empty.
 QString canonicalDirectory(const QFileInfo& info)
 {
     return info.dir().canonicalPath();
