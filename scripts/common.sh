@@ -88,9 +88,9 @@ build()
     ) || fail "the build failed"
 }
 
-# build_program TARGET: makes the release build of a program for a user, for whom warnings
-# are not errors. If ./test release has built in the same folder before, its setting is
-# kept, because a change would compile everything again.
+# build_program TARGET: builds a program for a user with the release preset; warnings
+# are not errors. If ./test release has built in the same folder before, warnings remain
+# errors, because a change of this option would compile everything again.
 build_program()
 {
     local warnings=OFF

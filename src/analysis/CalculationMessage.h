@@ -4,8 +4,8 @@
 namespace analysis
 {
 
-/// All messages that the checks before a calculation can give, without their texts.
-/// "number" and "needed" below are the members of Message.
+/// All messages of the checks before a calculation, without their texts. "number" and
+/// "needed" below are the members of Message.
 enum class MessageId {
     NoTargetVPoint,         ///< no V row for the target calculation
     NoMapVPoint,            ///< no V row for the map calculation; the text differs

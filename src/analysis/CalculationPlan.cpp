@@ -18,7 +18,8 @@ void countReferences(const ReferenceSet& references, QList<Message>& messages)
     }
 }
 
-// Checks the references and the target. The first check that fails gives the message.
+// Checks the references and the target. The first check that fails adds its message and
+// ends the checks.
 bool targetCanRun(const CalculationState& state, QList<Message>& messages)
 {
     countReferences(state.references, messages);
@@ -128,7 +129,7 @@ CalculationPlan planMap(const CalculationState& state)
         plan.messages.append(choice.refusal);
     } else if (!isNonEquivalent(*choice.variant)) {
         planRows(state, *choice.variant, plan);
-    } else if (state.references.usedRow(1) >= 0) { // a missing one is already reported
+    } else if (state.references.usedRow(1) >= 0) { // a missing reference is already reported
         plan.variant = choice.variant;
     }
     return plan;

@@ -28,10 +28,10 @@ struct CalculationPlan {
 /// of used rows (with or without a map). A V row is required even for the
 /// non-equivalent method, which does not use it.
 ///
-/// Fewer than two valid references give the warning MessageId::FewReferences, and
-/// the checks go on. A missing first or second reference stops them without
-/// another message, because the warning already reports it. With the
-/// non-equivalent method all references that enter the fit must be valid.
+/// Fewer than two valid references give the warning MessageId::FewReferences, and the
+/// checks continue. A missing first or second reference stops the checks without
+/// another message, because the warning already reports it. With the non-equivalent
+/// method all references that enter the fit must be valid.
 CalculationPlan planTarget(const CalculationState& state);
 
 /// Plans the map calculation.

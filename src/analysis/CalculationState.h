@@ -27,7 +27,7 @@ struct CalculationState {
     /// Whether to subtract the post-edge line from the references instead of the
     /// pre-edge line.
     bool subPostForRef = false;
-    bool subPostForTarget = false; ///< the same for the target
+    bool subPostForTarget = false; ///< likewise for the target
 
     /// Spectra of the first n used references, where n is the number of references
     /// that are both used and valid. If a used reference is not valid, its spectrum

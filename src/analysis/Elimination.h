@@ -1,6 +1,6 @@
 // The steps of Gaussian elimination with partial pivoting, as templates that all
 // solvers share. The size of the system is known at compile time or at run time; an
-// element is a double or a vector of lanes; rows are in place or reached through a
+// element is a double or a vector of lanes; rows are addressed directly or through a
 // permutation.
 //
 // A matrix is any type whose element i, j is m[i][j]. Every instantiation does the
@@ -25,6 +25,7 @@ inline constexpr double belowAnyMagnitude = -1e300;
 /// The half-open interval [First, Last) of indices known at compile time.
 template <std::size_t First, std::size_t Last>
 struct UnrolledRange {
+    /// Calls step(i) for each index i, where i is a std::integral_constant.
     template <class Step>
     [[gnu::always_inline]] void forEach(Step step) const
     {
@@ -37,6 +38,7 @@ struct IndexRange {
     std::int32_t first;
     std::int32_t last;
 
+    /// Calls step(i) for each index i.
     template <class Step>
     [[gnu::always_inline]] void forEach(Step step) const
     {
@@ -62,8 +64,8 @@ namespace detail
 
 } // namespace detail
 
-/// Partial pivoting: the row with the largest absolute value in @p column. The first
-/// of equal values wins, and NaN is never chosen over a number; if all are NaN, the
+/// Partial pivoting: the row with the largest absolute value in @p column. The first of
+/// equal values wins, and NaN is never chosen over a number; if all values are NaN, the
 /// result is @p column itself.
 ///
 /// @param rows  the rows to search; the first of them is @p column

@@ -2,13 +2,13 @@
 // first reference and the thickness from the absorbance of a target and of two
 // references at a few energies.
 //
-// No form guards against a zero divisor: infinities and NaN go into the results,
-// where the user sees them.
+// No form checks for a zero divisor. The results can therefore be infinite or NaN, and
+// the program shows them as they are.
 //
-// A map calculation runs a form on four pixels side by side. Each pixel still gets
-// the operations of the formula in their order, so the result is bit-identical to a
-// loop over single pixels. Sums that do not depend on the target are formed once,
-// from the same terms in the same order.
+// A map calculation runs a form on four pixels side by side. Each pixel still gets the
+// operations of the formula in their order, so the result is bit-identical to a loop
+// over single pixels. Sums that do not depend on the target are calculated once, from
+// the same terms in the same order.
 #pragma once
 
 #include "analysis/Lanes.h"
@@ -27,8 +27,8 @@ struct FractionAndThickness {
     double thickness = 0.0; ///< relative to the references
 };
 
-/// The mut of a target or a reference at rows 0 and 1 and at the V row. With Lanes
-/// as @p Number it holds four targets side by side.
+/// The mut of a target or a reference at rows 0 and 1 and at the V row. With Lanes as
+/// @p Number it contains four targets side by side.
 template <class Number>
 struct ThreeOf {
     Number at0{};
@@ -37,9 +37,11 @@ struct ThreeOf {
 };
 using ThreeValues = ThreeOf<double>;
 
-/// Fraction of the first reference by the three-point form:
-/// a = (f(T) - f(R2)) / (f(R1) - f(R2)) with f(X) = (X_V - X_0) / (X_1 - X_0),
-/// where f is the relative height of the V point: 0 at row 0, 1 at row 1.
+/// Fraction of the first reference by the three-points form.
+///
+/// a = (f(T) - f(R2)) / (f(R1) - f(R2)) with f(X) = (X_V - X_0) / (X_1 - X_0), where f(X)
+/// is the relative height of X at the V row: 0 for the value at row 0 and 1 for the value
+/// at row 1.
 /// @return the fraction; not clamped
 template <class Number = double>
 [[gnu::always_inline]] inline Number
@@ -51,7 +53,7 @@ threePointFraction(const ThreeOf<Number>& t, const ThreeValues& r1, const ThreeV
     return (fT - fR2) / (fR1 - fR2);
 }
 
-/// Thickness by the three-point form:
+/// Thickness by the three-points form:
 /// (T_1 - T_0) / (0.5 * ((R1_1 - R2_0) + (R1_1 - R1_0))).
 ///
 /// The first bracket mixes the references on purpose (R1_1 - R2_0, not
@@ -124,8 +126,8 @@ struct VPointNumbers {
 /// The least-square form: the model of exactFourPoints(), with the plane
 /// S = c0 + c1 E + c2 T fitted to any number of rows.
 ///
-/// The plane is a least-squares fit by the normal equations. Sums that do not depend
-/// on the target are formed once, in the constructor.
+/// The plane is a least-squares fit by the normal equations. Sums that do not depend on
+/// the target are calculated once, in the constructor.
 class LeastSquarePlane
 {
 public:
@@ -173,9 +175,9 @@ private:
 ///                       are ignored
 /// @param r              edge jump of the first over the second reference
 /// @param[out] tts       the relative thickness
-/// @return the fraction; not clamped. Fewer than three rows, or singular ones, raise
-///         no error: a zero pivot is handled as in SmallMatrix::luDecompose(), and
-///         the result has no meaning or is infinite or NaN.
+/// @return the fraction; not clamped. Fewer than three rows, or a singular system,
+///         raise no error: a zero pivot is handled as in SmallMatrix::luDecompose(),
+///         and the result has no meaning or is infinite or NaN.
 double leastSquareFourPoints(double TV, double R1V, double R2V, double EV, const QList<double>& T,
                              const QList<double>& R1, const QList<double>& R2,
                              const QList<double>& E, double r, double* tts);

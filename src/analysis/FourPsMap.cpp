@@ -81,8 +81,8 @@ void FourPs::runMapForm(Variant variant, MapForm form, analysis::MapStack stack)
             initHistograms({HistV, HistT});
         },
         [&] { form(stack, BaseData, *HistV, *HistT); });
-    // This result has no shares of single references, so the counts that the last
-    // non-equivalent run left are cleared.
+    // The four-points family calculates no shares of single references, so the
+    // histograms of an earlier non-equivalent run are cleared.
     initHistograms(HistRatio + HistDMut);
     Disps->update();
     m_resultMap.showNewResult(std::pair(BaseData.xNum, BaseData.yNum) != sizeBefore);

@@ -48,7 +48,8 @@ void FourPs::write()
     using NamedHistogram = std::pair<const Histgram*, QString>;
     for (const auto& [histogram, name] :
          {NamedHistogram(HistV, "HGAlpha"), NamedHistogram(HistT, "HGThick")}) {
-        // A missing histogram file is not an error: only existing ones are written.
+        // Existing files only: creating one is the opt-in of the user, so a missing
+        // file is not an error.
         QString incompletePath;
         histogram->write(path, name, &incompletePath);
         if (!incompletePath.isEmpty()) {

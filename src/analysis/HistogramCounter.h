@@ -32,8 +32,9 @@ public:
 private:
     /// Neighbouring pixels often fall into the same bin, and each increment then waits
     /// for the previous store. Consecutive values are therefore counted in different
-    /// tables, which finish() adds up. Histograms with very many bins are counted directly:
-    /// clearing and adding up the tables would take longer than the waiting.
+    /// tables, which finish() adds up. Histograms with more bins than maxTableBoxes are
+    /// counted directly: clearing and adding up the tables would take longer than the
+    /// delayed increments.
     static constexpr int tableCount = 4;
     static constexpr int maxTableBoxes = 1024;
 

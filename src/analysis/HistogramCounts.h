@@ -16,7 +16,7 @@ struct HistogramCounts {
     /// The maximum number of bins.
     static constexpr int maxBoxes = 1'000'000;
 
-    /// 2^31, the smallest positive number that an int cannot hold.
+    /// 2^31, the smallest positive integer that does not fit into an int.
     static constexpr double beyondInt = 2147483648.0;
 
     /// Converts a number typed by the user to a number of bins: truncated, at most

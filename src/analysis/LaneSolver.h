@@ -43,7 +43,7 @@ struct LaneSystem {
     }
 
     /// Swaps row @p C with the pivot row @p row of each lane. Columns before @p C are
-    /// not swapped, because they are not needed any more.
+    /// not swapped, because no later step reads them.
     template <std::size_t C>
     [[gnu::always_inline]] void swapPivotRow(const LaneBits& row)
     {

@@ -3,6 +3,7 @@
 
 #include "data/Limits.h"
 
+/// Calculations on spectra and maps, without widgets.
 namespace analysis
 {
 

@@ -24,13 +24,13 @@ struct FitRange {
     bool isSelected() const { return !(energies.low > energies.high) && rows >= 2; }
 };
 
-/// The energy range of all rows marked for the fit. It does not matter whether they are used.
+/// The energy range of all rows marked for the fit. Rows that are not used count, too.
 FitRange fitRange(const QList<PointState>& points);
 
 /// The result of a linear combination fit.
 struct LinearFit {
     QList<double> fractions; ///< coefficients of the references divided by their sum
-    double valence = 0.0;    ///< sum of coefficient times valence, not divided by their sum
+    double valence = 0.0;    ///< sum of coefficient times valence, not normalised
     double base = 0.0;       ///< the fitted constant
     QList<MutPoint> curve;   ///< the fitted target points: angle, working energy, fit
 };
@@ -42,9 +42,9 @@ struct LinearFit {
 /// points of the target whose working energy is in @p range, ends included; references
 /// are interpolated linearly at these energies.
 ///
-/// Fractions are divided by the sum of the coefficients, but the valence is not. This
-/// is on purpose, to stay comparable with earlier data; the two disagree where the sum
-/// differs from 1.
+/// The fractions are divided by the sum of the coefficients, but the valence is not.
+/// Fractions and valence therefore disagree if the sum is not 1. This is on purpose, so
+/// that results stay comparable with earlier data.
 ///
 /// @param references  one to four spectra; further ones are ignored. A spectrum with
 ///                    fewer than two points counts as 0.0 at all energies.
@@ -55,11 +55,10 @@ LinearFit fitLinearCombination(const AMutE& target, const QList<const AMutE*>& r
 
 /// Fits the target of @p state by the first n used references, where n is the number
 /// of references that are both used and valid.
-/// @pre planFit() gave @p range, so n is at least two
+/// @pre planFit() returned @p range, so n is at least two
 LinearFit fitTarget(const CalculationState& state, const FitRange& range);
 
-/// Combines a fit with the result of the target calculation to one point of the
-/// comparison plot.
+/// The point of the comparison plot for a fit and the result of the target calculation.
 ///
 /// @param targetA        fraction of the first reference by the target calculation
 /// @param targetValence  valence by the target calculation

@@ -20,14 +20,14 @@ void fillRows(std::span<A2DRow> rows, const Block& a, const Block& thickness)
         rows[i].intensity = a[i];
         rows[i].i0 = thickness[i];
         if (!rows[i].values.isEmpty()) {
-            rows[i].values = {}; // left from an earlier result
+            rows[i].values = {}; // the list of an earlier result in reused memory
         }
     }
 }
 
 /// Whether to cache the absorbance of @p maps for the next calculation. Very large maps
-/// are not cached: the memory would be large, and little time is saved because a form
-/// needs each logarithm only once.
+/// are not cached: the cache would need much memory and save little time, because a
+/// form needs each logarithm only once.
 bool isWorthCaching(const QList<const A2DData*>& maps)
 {
     constexpr qsizetype maxPixels = qsizetype{1} << 24; // 128 MiB of doubles
@@ -74,7 +74,8 @@ void calculate(const MapStack& stack, const QList<MapPoint>& points, A2DData& re
     result.extended = false;
 }
 
-/// calculate() for a form in closed form, which solves four pixels side by side.
+/// calculate() for the forms that are a closed formula, applied to four pixels side by
+/// side.
 ///
 /// @tparam Points  number of @p points
 /// @param solve    called as solve(t, a, thickness) with the absorbances of the points

@@ -27,32 +27,35 @@ struct MapPoint {
 /// The input of a map calculation by the four-points family.
 struct MapStack {
     QList<MapPoint> others;              ///< the rows without the V row, in row order
-    MapPoint v;                          ///< the V row; its map fixes the size of the result
+    MapPoint v;                          ///< the V row; its map determines the size of the result
     double r = 0.0;                      ///< edge jump of the first over the second reference
     ValenceMix mix;                      ///< converts a fraction to the valence of the histogram
     CalculationMemory* memory = nullptr; ///< null: caches are not kept for the next run
     Instructions instructions = fastestInstructions(); ///< affects speed only
 };
 
-/// Calculates a result map by one of the three forms of the four-points method.
+/// Calculates a result map by the three-points form from the first two rows of
+/// MapStack::others. Does nothing if there are fewer.
 ///
-/// The result gets the size and the comment lines of the V row's map, and one row per
-/// pixel, row-major: x and y of the pixel's row in the V row's map (0.0 if the map has no
-/// such row), the fraction a as intensity, the thickness as i0, and no value list. Valence
-/// and thickness of each pixel are added to the histograms. No pixel is skipped: where a
-/// map has no row for a pixel, the pixel's mut counts as -1.0. Each map is read with its
-/// own width. Infinities and NaN are stored as they are.
-///
-/// mapThreePoints() uses the first two of MapStack::others and mapExactFourPoints() the
-/// first three; with fewer rows they do nothing. mapLeastSquare() uses all of them.
+/// The result gets the size and the comment lines of the V row's map, and one A2DRow
+/// per pixel, row-major: x and y of the pixel in the V row's map (0.0 if this map does
+/// not contain it), the fraction a as intensity, the thickness as i0, and no value
+/// list. Valence and thickness of each pixel are added to the histograms. No pixel is
+/// skipped: where a map does not contain a pixel, the pixel's mut counts as -1.0. Each
+/// map is read with its own width. Infinities and NaN are stored as they are.
 ///
 /// @param stack                      the input
 /// @param[out] result                the result map; earlier contents are replaced
 /// @param[in,out] valence,thickness  histograms on which start() was called
 void mapThreePoints(const MapStack& stack, A2DData& result, HistogramCounts& valence,
                     HistogramCounts& thickness);
+
+/// mapThreePoints() with the exact form, from the first three rows of MapStack::others. Does
+/// nothing if there are fewer.
 void mapExactFourPoints(const MapStack& stack, A2DData& result, HistogramCounts& valence,
                         HistogramCounts& thickness);
+
+/// mapThreePoints() with the least-square form, from all rows of MapStack::others.
 void mapLeastSquare(const MapStack& stack, A2DData& result, HistogramCounts& valence,
                     HistogramCounts& thickness);
 

@@ -23,7 +23,7 @@ class MapQuantity
 public:
     /// @param result  must outlive the quantity
     /// @param mix     converts a fraction to a valence; four-points family only
-    /// @param kind    column 0 to 12; any other number gives 0 everywhere
+    /// @param kind    column 0 to 12; with any other number all values are 0
     MapQuantity(const A2DData& result, const ValenceMix& mix, int kind)
         : m_rows(result.rows)
         , m_width(result.xNum)
@@ -34,10 +34,11 @@ public:
     }
 
     /// The value of row @p index of the result; 0.0 if there is no such row, or if the
-    /// row's value list is too short. Inline, because a paint reads every pixel.
+    /// row's value list is too short. The function is inline because painting a map
+    /// reads every pixel.
     double at(qint64 index) const
     {
-        const auto position = static_cast<std::size_t>(index); // a negative index becomes too large
+        const auto position = static_cast<std::size_t>(index); // a negative index becomes huge
         if (position >= m_rows.size()) {
             return 0.0;
         }

@@ -11,24 +11,26 @@ namespace analysis
 
 /// Skips a map calculation whose inputs are unchanged.
 ///
-/// Dragging the edge marker runs the whole chain of updates once per reference, and
-/// releasing it does so again. Skipping is safe because a calculation depends on nothing
-/// but its inputs, and because the result and the histograms are compared too.
+/// While the user drags the edge marker, everything is recalculated once per reference,
+/// and again when the marker is released. Skipping is safe because a calculation
+/// depends on nothing but its inputs, and because the result and the histograms are
+/// compared too.
 ///
 /// Maps and result are kept as implicitly shared lists. Code that modifies such a list
-/// gets a new copy, and the cache detects the change by the different data pointer. Data
-/// that was replaced therefore stays in memory until the next calculation.
+/// gets a new copy, and the cache detects the change by the different data pointer.
+/// Data that was replaced therefore remains in memory until the next calculation.
 class MapResultCache
 {
 public:
     /// Everything that a calculation reads, except the limits of its histograms.
     struct Inputs {
-        QList<double> numbers;      ///< compared bit by bit; put the length before a list
+        QList<double> numbers;      ///< compared bit by bit; precede each list by its length
         QList<const A2DData*> maps; ///< never null
     };
 
-    /// Runs the calculation, unless @p result and the histograms already hold what it
-    /// would give; they are then left unchanged.
+    /// Runs the calculation, unless the inputs and the limits of the histograms are the
+    /// same as in the latest run and @p result and the histograms have not changed since.
+    /// In that case it leaves the result and the histograms unchanged.
     ///
     /// @param start      called as start(); sets the current limits of the histograms and
     ///                   zeroes their counts

@@ -18,7 +18,7 @@ namespace analysis
 template <class ValueAt>
 std::optional<Limits> scanMap(const A2DData& map, ValueAt valueAt)
 {
-    data::clearUpperVectorHalves(); // a paint, the usual caller, leaves them dirty
+    data::clearUpperVectorHalves(); // painting leaves them in use
     Limits found = emptyLimits;
     for (int y = 0; y < map.yNum; ++y) {
         for (int x = 0; x < map.xNum; ++x) {

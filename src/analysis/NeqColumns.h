@@ -9,7 +9,7 @@ namespace analysis::neq
 
 inline constexpr int references = 4;        ///< number of reference rows of the panel
 inline constexpr int share = 0;             ///< first of four shares, which add up to 1
-inline constexpr int dMut = references;     ///< first of four edge jumps in the target
+inline constexpr int dMut = references;     ///< first of four contributions to the edge jump
 inline constexpr int mut0 = 2 * references; ///< constant term of the background
 inline constexpr int c1 = mut0 + 1;         ///< coefficient of L^3 (Victoreen) or E (linear)
 inline constexpr int c2 = mut0 + 2;         ///< coefficient of L^4 (Victoreen) or 0 (linear)

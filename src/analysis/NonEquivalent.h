@@ -84,7 +84,8 @@ public:
         m_terms == 3 ? withReferences<3>(solve) : withReferences<2>(solve);
     }
 
-    /// The first half of a fit; the first argument is the Size of this fit.
+    /// The first half of a fit: builds the right side of the normal equations and does
+    /// the forward substitution. The first argument is the Size of this fit.
     ///
     /// @tparam Number   double for one target, Lanes for four targets side by side
     /// @param targetAt  called as targetAt(row) for each row below rows(), in order; the
@@ -98,9 +99,9 @@ public:
         m_fit.substituteForward(targetAt, x);
     }
 
-    /// The second half of a fit: sets the shares and the background terms in @p out (indices
-    /// share and mut0 to c2 of analysis::neq) and zeroes its other elements. A sum of 0
-    /// makes the shares infinite or NaN.
+    /// The second half of a fit: does the back substitution, sets the shares and the
+    /// background terms in @p out (indices share and mut0 to c2 of analysis::neq) and
+    /// zeroes its other elements. A sum of 0 makes the shares infinite or NaN.
     ///
     /// @param[in,out] x  the result of begin(); becomes the coefficients
     /// @return the sum of coefficient times weight over the references
@@ -118,7 +119,8 @@ public:
             out[i] = x[i] * m_weights[i];
             sum += out[i];
         }
-        // On purpose also where no reference exists: a sum of 0 or NaN then gives NaN there.
+        // On purpose, the zeros of missing references are divided, too: they become NaN
+        // if the sum is 0 or NaN.
         for (std::size_t i = 0; i < neq::references; ++i) {
             out[i] /= sum;
         }

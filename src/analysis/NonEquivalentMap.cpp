@@ -170,7 +170,7 @@ void fillLists(const BlockValues& values, std::span<double> lists)
 
 /// One list of values for all pixels that have the same absorbances in all maps.
 ///
-/// It saves memory for a scan that was stopped early, whose maps have fewer rows than
+/// This saves memory for a scan that was stopped early, whose maps have fewer rows than
 /// pixels, and for a masked map, where many pixels have the same value.
 class UniformPixels
 {

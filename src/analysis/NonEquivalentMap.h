@@ -34,12 +34,13 @@ struct NeqHistograms {
 
 /// Calculates a result map by the non-equivalent method. NeqFit describes the model.
 ///
-/// The result gets the size and the comment lines of the base map, and one row per pixel,
-/// row-major: x and y of the pixel's row in the base map (0.0 if the map has no such row), the
-/// share of the first reference as intensity, the total dMut as i0, and all neq::count values
-/// as the value list. Valence, total dMut, shares and dMut of each pixel are added to the
-/// histograms. No pixel is skipped: where a map has no row for a pixel, the pixel's mut counts
-/// as -1.0. Each map is read with its own width.
+/// The result gets the size and the comment lines of the base map, and one A2DRow per
+/// pixel, row-major: x and y of the pixel in the base map (0.0 if this map does not
+/// contain it), the share of the first reference as intensity, the total dMut as i0,
+/// and all neq::count values as the value list. Valence, total dMut, shares and dMut of
+/// each pixel are added to the histograms. No pixel is skipped: where a map does not
+/// contain a pixel, the pixel's mut counts as -1.0. Each map is read with its own
+/// width.
 ///
 /// @param[out] result  the result map; earlier contents are replaced
 void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistograms& histograms);

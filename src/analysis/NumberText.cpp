@@ -84,7 +84,7 @@ constexpr double minScalable = 1e-16;
 constexpr double maxScalable = 1e27;
 
 /// magnitude * 10^power, correctly rounded. |power| must be at most 22: 10^22 is the
-/// largest power of ten that a double holds exactly.
+/// largest power of ten that is exact as a double.
 double scaledBy(double magnitude, int power)
 {
     static constexpr std::array<double, 23> powersOfTen = {
@@ -127,7 +127,7 @@ std::size_t writeMagnitude(double magnitude, char* out)
     return hasExponent ? writeWithExponent(digits, out) : writeWithoutExponent(digits, out);
 }
 
-/// Fallback: writes what QString::arg(double) gives.
+/// Fallback: formats the number with QString::arg(double).
 std::size_t writeWithQString(double value, char* out)
 {
     const QByteArray text = QStringLiteral("%1").arg(value).toLatin1();

@@ -1,9 +1,10 @@
-// Numbers as text, byte by byte as QString formats them, but faster.
+// Formats numbers with the same bytes as QString, but faster.
 //
-// Most numbers take a fast path: one multiplication or division by an exact power of ten
-// puts the six digits before the decimal point, where they are rounded. The error of this
-// step has a known bound. Numbers for which it could change the rounding are formatted by
-// QString, and so are magnitudes below 1e-16 or from 1e27 up, infinities and NaN.
+// Most numbers take a fast path: one multiplication or division by an exact power of
+// ten puts the six digits before the decimal point, where they are rounded. The error
+// of this step has a known bound. QString formats all other numbers: those for which
+// the error could change the rounding, magnitudes below 1e-16 or from 1e27 up,
+// infinities and NaN.
 #pragma once
 
 #include <QByteArray>
@@ -24,7 +25,7 @@ inline constexpr std::size_t generalTextCapacity = 32;
 inline constexpr std::size_t generalTextLength = 13;
 
 /// Writes @p value in general format with 6 significant digits to the beginning of
-/// @p out, byte by byte what QString::arg(double) gives. Exact halves are rounded away from
+/// @p out, with the same bytes as QString::arg(double). Exact halves are rounded away from
 /// zero. -0.0 gives "0". Non-finite values give "nan", "inf" or "-inf".
 /// @return the length of the text, which has no terminating null character
 std::size_t generalText(double value, std::span<char, generalTextCapacity> out);
@@ -33,8 +34,8 @@ std::size_t generalText(double value, std::span<char, generalTextCapacity> out);
 /// longer text is not cut. The bytes are those of QString::arg(value, width, 'g', -1, ' ').
 void appendGeneral(QByteArray& text, double value, int width);
 
-/// @p value with three decimals, in the format "% 6.3f". A positive number gets a leading
-/// blank, so that it is as wide as its negative: " 0.250", "-0.250".
+/// @p value with three decimals, in the format "% 6.3f". A positive number gets a
+/// leading blank in place of the minus sign: " 0.250", "-0.250".
 QString signedText(double value);
 
 /// The signedText() of each value, separated by " : "; empty without values.

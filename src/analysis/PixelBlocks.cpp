@@ -21,7 +21,7 @@ std::span<A2DRow> startResult(A2DData& result, const A2DData& base)
     }
     result.rows.reserve(pixels);
     result.rows.resize(pixels);
-    data::clearUpperVectorHalves(); // a paint may have left them dirty
+    data::clearUpperVectorHalves(); // a preceding paint can leave them in use
     return result.rows;
 }
 

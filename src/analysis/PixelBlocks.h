@@ -17,8 +17,8 @@
 namespace analysis
 {
 
-/// Number of pixels of @p base by its size, xNum * yNum; 0 if either is 0 or less. The map
-/// can have more or fewer rows.
+/// Number of pixels of @p base by its size, xNum * yNum; 0 if either is 0 or less. The list
+/// of rows can be longer or shorter.
 inline qsizetype pixelCount(const A2DData& base)
 {
     return base.xNum > 0 && base.yNum > 0 ? qsizetype{base.xNum} * base.yNum : 0;
@@ -36,15 +36,15 @@ void copyCoordinates(const A2DData& base, qint64 first, std::span<A2DRow> rows);
 
 /// Reads the absorbances of a stack of maps in blocks of pixels of a base map.
 ///
-/// The values are those of pixelMut(): each map is read with its own width, and pixels outside
-/// its rows have the value data::absorbanceOutside.
+/// The values equal the results of pixelMut(): each map is read with its own width, and
+/// pixels outside its rows have the value data::absorbanceOutside.
 class StackBlocks
 {
 public:
     /// @param maps   must not contain null pointers; must outlive this object
-    /// @param cache  absorbances of some or all of @p maps; those of other maps are
-    ///               calculated on request. Must outlive this object.
-    /// @param base   its width gives the line length of the pixels
+    /// @param cache  absorbances of some or all of @p maps; the absorbances of other
+    ///               maps are calculated on request. Must outlive this object.
+    /// @param base   its width is the number of pixels per image line
     StackBlocks(const QList<const A2DData*>& maps, const data::AbsorbanceCache& cache,
                 const A2DData& base);
 

@@ -64,9 +64,10 @@ public:
 
     /// Lowest and highest valence of the used references, valid or not.
     ///
-    /// The search starts with a lowest valence of 10 and a highest of 0. So the low limit is
-    /// never above 10 and the high limit never below 0; without used references the limits
-    /// are 10 and 0. This is on purpose: users know these scales.
+    /// The search starts with a lowest valence of 10 and a highest of 0. The low limit
+    /// is therefore never above 10 and the high limit never below 0; without used
+    /// references the limits are 10 and 0. This is on purpose: users expect these
+    /// scales.
     Limits valenceRange() const;
 
     /// Sum of the edge jumps of the first n used references, where n is validCount().

@@ -96,9 +96,9 @@ constexpr std::size_t numberWidth = 10;
 /// the number.
 constexpr std::size_t numberCapacity = 32;
 
-/// Writes a number, right-aligned in its field, and returns the end of the text. It copies a
-/// fixed number of bytes, which is faster than the exact number; the text that follows
-/// overwrites the surplus.
+/// Writes a number, right-aligned in its field, and returns the end of the text.
+/// Copying a fixed number of bytes is faster than copying the exact number; the text
+/// that follows overwrites the surplus bytes.
 char* putNumber(char* out, double value)
 {
     constexpr std::size_t copiedBytes = 16;

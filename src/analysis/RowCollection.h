@@ -50,7 +50,7 @@ struct CollectedRows {
     PointNumbers v;             ///< the last used row marked as V point
     double r = 0.0;             ///< edge jump of the first over the second used reference
 
-    /// Number of rows that a form can use: the others and the V row.
+    /// Number of collected rows: @c others and the V row, if there is one.
     int usable() const { return static_cast<int>(others.size()) + (v.row < 0 ? 0 : 1); }
 };
 

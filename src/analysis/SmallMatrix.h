@@ -16,31 +16,44 @@ namespace analysis
 /// not overlap, unless its description allows it.
 ///
 /// To solve a system a x = b, call luDecompose(), forwardSolve() and backSolve() in this order.
-/// Rows are not swapped but reached through a permutation: unknown k is x[perm[k]].
+/// Rows are not swapped; a permutation states their order: unknown k is x[perm[k]].
 class SmallMatrix
 {
 public:
-    /// Allocate a matrix or vector with undefined contents.
+    /// Allocates a matrix with undefined contents.
     static double** newMatrix(std::int32_t n);
+
+    /// Allocates a vector with undefined contents.
     static double* newVector(std::int32_t n);
+
+    /// Allocates a vector of indices with undefined contents.
     static std::int32_t* newIndexVector(std::int32_t n);
 
-    /// Release the result of the matching new...() function, with the same @p n. Null is a
-    /// no-op.
+    /// Releases a matrix from newMatrix() with the same @p n. Null is a no-op.
     static void freeMatrix(std::int32_t n, double** m);
+
+    /// Releases a vector from newVector(). Null is a no-op.
     static void freeVector(double* v);
+
+    /// Releases a vector from newIndexVector(). Null is a no-op.
     static void freeIndexVector(std::int32_t* p);
 
-    /// Set all elements to zero.
+    /// Sets all elements of a matrix to zero.
     static void clearMatrix(std::int32_t n, double* const* m);
+
+    /// Sets all elements of a vector to zero.
     static void clearVector(std::int32_t n, double* v);
+
+    /// Sets all elements of a vector of indices to zero.
     static void clearIndexVector(std::int32_t n, std::int32_t* p);
 
     /// Sets @p m to the identity matrix.
     static void setIdentity(std::int32_t n, double* const* m);
 
-    /// Copy all elements.
+    /// Copies all elements of a matrix.
     static void copyMatrix(std::int32_t n, const double* const* from, double* const* to);
+
+    /// Copies all elements of a vector.
     static void copyVector(std::int32_t n, const double* from, double* to);
 
     /// Not the matrix product, on purpose: sets every element of row i of @p c to diagonal
@@ -52,8 +65,10 @@ public:
     static void multiplyMatrixVector(std::int32_t n, const double* const* a, const double* v,
                                      double* out);
 
-    /// Return 1 if any element is NaN, otherwise 0.
+    /// Returns 1 if any element of the matrix is NaN, otherwise 0.
     static int hasNaNMatrix(std::int32_t n, const double* const* m);
+
+    /// Returns 1 if any element of the vector is NaN, otherwise 0.
     static int hasNaNVector(std::int32_t n, const double* v);
 
     /// LU decomposition of @p a with partial pivoting: row perm[i] of @p a is row i of the
@@ -61,8 +76,8 @@ public:
     ///
     /// The pivot of a column is the largest absolute value in the remaining rows. The first of
     /// equal values wins, and NaN is never chosen over a number. If the pivot is 0, the divisor
-    /// of the elimination is 1.0 instead, but the element of @p u stays 0. So a singular matrix
-    /// raises no error, and backSolve() gives infinities or NaN.
+    /// of the elimination is 1.0 instead, but the element of @p u stays 0. A singular matrix
+    /// therefore raises no error, and backSolve() gives infinities or NaN.
     ///
     /// @param a          the matrix; left unchanged
     /// @param[out] l     unit lower triangular factor, with row i at l[perm[i]]
@@ -87,18 +102,25 @@ public:
     /// of @p a (the first unused row if all are NaN) and marks it as used. If the diagonal
     /// element is 0, the round ends. Otherwise the row is divided by the diagonal element in
     /// both matrices, and multiples of it are subtracted from the rows that are still unused,
-    /// so that their element in the pivot column vanishes. Unlike in the Gauss-Jordan method,
+    /// so that their element in the pivot column becomes 0. Unlike in the Gauss-Jordan method,
     /// rows used earlier are left unchanged on purpose, so @p a does not become the identity.
     static void gaussJordan(std::int32_t n, double* const* a, double* const* b);
 
-    /// Print to the standard output for debugging. Lines begin with "# ", which plotting
-    /// programs read as comments. The permuted versions print row or element perm[i] as
-    /// number i.
+    /// Prints a matrix to the standard output for debugging. Lines begin with "# ", which
+    /// plotting programs read as comments.
     static void printMatrix(const char* name, std::int32_t n, const double* const* m);
+
+    /// Prints a matrix like printMatrix(), with row perm[i] as row i.
     static void printMatrixPermuted(const char* name, std::int32_t n, const double* const* m,
                                     const std::int32_t* perm);
+
+    /// Prints a vector in the format of printMatrix().
     static void printVector(const char* name, std::int32_t n, const double* v);
+
+    /// Prints a vector of indices in the format of printMatrix().
     static void printIndexVector(const char* name, std::int32_t n, const std::int32_t* p);
+
+    /// Prints a vector like printVector(), with element perm[i] as element i.
     static void printVectorPermuted(const char* name, std::int32_t n, const double* v,
                                     const std::int32_t* perm);
 };

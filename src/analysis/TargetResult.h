@@ -32,17 +32,21 @@ struct TargetResult {
     bool isAnnounced() const { return variant != Variant::ExactFourPoints; }
 };
 
-/// Calculates the target's result by a form of the four-points family.
+/// Calculates the target's result by the three-points form.
 ///
 /// @param rows  the rows that planTarget() collected for this form
 TargetResult threePointsResult(const CalculationState& state, const CollectedRows& rows);
+
+/// threePointsResult() with the exact form.
 TargetResult exactFourPointsResult(const CalculationState& state, const CollectedRows& rows);
+
+/// threePointsResult() with the least-square form.
 TargetResult leastSquareResult(const CalculationState& state, const CollectedRows& rows);
 
 /// Calculates the target's result by the non-equivalent method, from the spectra.
 ///
 /// @param victoreen  selects the Victoreen background instead of the linear one; see NeqFit
-/// @pre planTarget() gave this variant
+/// @pre planTarget() returned this variant
 TargetResult nonEquivalentResult(const CalculationState& state, bool victoreen);
 
 } // namespace analysis

@@ -11,8 +11,8 @@ namespace analysis
 /// Calls step(i) for each index i in [@p First, @p Last), where i is a
 /// std::integral_constant.
 ///
-/// The optimiser unrolls ordinary loops too late to keep a small matrix in registers. With
-/// this expansion it does keep it there.
+/// The optimiser unrolls ordinary loops too late to keep a small matrix in registers.
+/// With this expansion the matrix does stay in registers.
 template <std::size_t First, std::size_t Last, class Step>
 [[gnu::always_inline]] inline void forEachIndex(Step step)
 {

@@ -8,6 +8,7 @@ class QTranslator;
 namespace app
 {
 
+/// The languages of the user interface.
 enum class Language { Japanese, English };
 
 /// The language that @p arguments, without the name of the program, select.

@@ -1,6 +1,7 @@
 // Ignores the signals that would end the program when a write fails.
 #pragma once
 
+/// Functions for the start of the program.
 namespace app
 {
 

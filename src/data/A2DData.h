@@ -7,13 +7,15 @@
 
 #include <cmath>
 
-/// One pixel of a map file, or of a result map.
+/// One pixel of a map file or of a result map. In a result map, @c intensity is the
+/// fraction or share of the first reference, and @c i0 is the thickness or the total
+/// dMut.
 struct A2DRow {
     double x = 0.0;         ///< first column of the file
     double y = 0.0;         ///< second column of the file
     double intensity = 0.0; ///< transmitted intensity; the absorbance itself if i0 is 0
     double i0 = 0.0;        ///< incident intensity
-    QList<double> values;   ///< one value per result map; empty for a pixel of a map file
+    QList<double> values;   ///< quantities of an extended result map; otherwise empty
 };
 // A growing QList then moves its rows as one block of memory, not one by one.
 Q_DECLARE_TYPEINFO(A2DRow, Q_RELOCATABLE_TYPE);
@@ -28,7 +30,7 @@ class A2DData
 {
 public:
     /// Removes all pixels and comment lines and sets the size to 0 by 0. Keeps
-    /// @c extended, which belongs to the calculation that fills a result map.
+    /// @c extended, which the calculation of a result map sets.
     void clear();
 
     /// Derives the size from the coordinates of the pixels, compared exactly:
@@ -41,7 +43,7 @@ public:
     /// sets every element of @p out to 0 and keeps its length.
     void rowValues(int i, QList<double>& out) const;
 
-    bool extended = false; ///< true for a result map whose pixels hold @c values
+    bool extended = false; ///< true for a result map whose pixels have @c values
     QStringList headerLines;
     QList<A2DRow> rows;
     int xNum = 0;
@@ -73,8 +75,8 @@ inline constexpr qint64 maxPixelsPerStored = 64;
 bool isSizeTooLarge(qint64 width, qint64 height, qint64 stored);
 
 /// Absorbance mu*t of a pixel, dimensionless: @c intensity if @c i0 is 0.0 (the file
-/// then holds the absorbance itself); otherwise 1.0 if @c intensity is 0.0; otherwise
-/// ln(i0 / intensity).
+/// then contains the absorbance itself); otherwise 1.0 if @c intensity is 0.0;
+/// otherwise ln(i0 / intensity).
 ///
 /// A NaN field gives NaN, except that a NaN @c i0 with intensity 0.0 gives 1.0. A
 /// negative ratio gives NaN.

@@ -11,7 +11,7 @@ class QIODevice;
 
 /// A point of a spectrum.
 struct MutPoint {
-    double angle = 0.0;  ///< monochromator angle, degrees; NaN if no angle gives the energy
+    double angle = 0.0;  ///< monochromator angle, degrees; NaN if the energy has no angle
     double energy = 0.0; ///< photon energy, eV, as read: dE is not subtracted
     double mut = 0.0;    ///< absorbance mu*t, dimensionless
 };
@@ -36,8 +36,8 @@ struct VictoreenLine {
 class AMutE
 {
 public:
-    /// The kinds of value() and valueAt(), for an absorbance m at working energy E
-    /// with the pre-edge line pre(E) and the post-edge line post(E).
+    // The kinds of value() and valueAt(), for an absorbance m at working energy E
+    // with the pre-edge line pre(E) and the post-edge line post(E).
     static constexpr int raw = 0;               ///< m
     static constexpr int minusPreEdge = 1;      ///< m - pre(E)
     static constexpr int minusPostEdge = 2;     ///< m - post(E)
@@ -59,37 +59,45 @@ public:
     /// @return whether points were read; both background lines are then fitted
     bool readFile(const QString& path);
 
-    /// Does the same for a device that is open for reading and can seek. The text
-    /// starts at the current position. @c filePath and @c fileName are not changed.
+    /// readFile() for a device that is open for reading and can seek. The text starts at
+    /// the current position. @c filePath and @c fileName are not changed.
     bool readDevice(QIODevice& device);
 
     /// Whether the first line of the file starts with "9809" after its white space
     /// is simplified. False, with a line in the debug log, if the file cannot be opened.
     bool is9809(const QString& path) const;
 
-    /// Does the same for a device in text mode.
+    /// is9809() for a device in text mode.
     bool is9809(QIODevice& device) const;
 
-    /// The readers of the two formats, for a path or for a device in text mode. They
-    /// return the same as readFile() and do not change @c filePath and @c fileName. A
-    /// file that cannot be opened changes nothing and is reported to the debug log.
+    /// Reads a file in the beamline format. Returns the same as readFile(), but does
+    /// not change @c filePath and @c fileName. A file that cannot be opened changes
+    /// nothing and is reported to the debug log.
     ///
-    /// In the beamline format mut is calculated from the counts of the channels. A
-    /// "Mode" line gives each channel its mode: 1 is the incident intensity I0; 2 is
-    /// transmission, mut = ln(I0 / I) of the first such channel; 3 is fluorescence,
-    /// mut = the sum of I / I0 over such channels. A data row without a known I0
-    /// column is skipped, so a file without I0 contains no points.
+    /// Absorbances are calculated from the counts of the channels. A "Mode" line gives
+    /// each channel its mode: 1 is the incident intensity I0; 2 is transmission,
+    /// mut = ln(I0 / I) of the first such channel; 3 is fluorescence, mut = the sum of
+    /// I / I0 over such channels. A data row without a known I0 column is skipped, so a file
+    /// without I0 contains no points.
     bool read9809(const QString& path);
+
+    /// read9809() for a device in text mode.
     bool read9809(QIODevice& device);
+
+    /// Reads a file of two plain columns, energy (eV) and mut; otherwise like read9809().
     bool readPlain(const QString& path);
+
+    /// readPlain() for a device in text mode.
     bool readPlain(QIODevice& device);
 
     /// Index of the first token equal to @p word; -1 if there is none.
     static int findToken(const QStringList& tokens, const QString& word);
 
-    /// The pre-edge line and the post-edge line at working energy @p E, eV.
-    /// Infinite or NaN if @p E is 0.
+    /// Value of the pre-edge line at working energy @p E, eV. Infinite or NaN if @p E
+    /// is 0.
     double preValue(double E) const;
+
+    /// Value of the post-edge line at working energy @p E, eV. Infinite or NaN if @p E is 0.
     double postValue(double E) const;
 
     /// The edge jump: post-edge line minus pre-edge line at @c edgeEnergy.
@@ -126,7 +134,12 @@ public:
 
     /// Value of point @p i as @p kind (raw to normalisedByLines). 0.0 if @p kind is
     /// any other number or if @p i is not a valid index.
+    ///
+    /// In the descriptions of the kinds, m is the absorbance at working energy E, pre(E)
+    /// the pre-edge line and post(E) the post-edge line.
     double value(int kind, int i) const;
+
+    /// Same as value().
     double checkedValue(int kind, int i) const;
 
     /// value() at working energy @p E, interpolated like mutAt().
@@ -139,8 +152,8 @@ public:
     QList<double> normalisedAt(const QList<double>& energies) const;
 
     /// Extends the range from @p min to @p max by the values of the given kind whose
-    /// working energies lie in the closed interval [from, to]. The caller
-    /// initialises @p min and @p max.
+    /// working energies are in the closed interval [from, to]. The caller initialises
+    /// @p min and @p max.
     void valueRange(int kind, double from, double to, double* min, double* max) const;
 
     /// The mut of the spectrum at working energy @p E minus the post-edge line if
@@ -155,7 +168,7 @@ public:
     bool backgroundSubtractedAt(double E, bool subPost, double* out) const;
 
     bool valid = false;
-    bool switchedOn = true; ///< whether the graph of all spectra draws it; toggled in its legend
+    bool switchedOn = true; ///< whether the graph of all spectra draws this one
     QString filePath;
     QString fileName;
     double minAngle = 0.0;

@@ -22,8 +22,8 @@ namespace
 constexpr double hcKevAngstrom = 12.398424360387684;
 constexpr double defaultTwoD = 6.2710632; // angstrom
 constexpr double defaultD = 3.1355316;    // angstrom
-// Truncated on purpose: with more digits, angles and energies would differ from those
-// of earlier results.
+// Truncated on purpose: with more digits, angles and energies would differ from earlier
+// results.
 constexpr double shortPi = 3.1415926535;
 constexpr double degreesInPi = 180.0;
 
@@ -202,8 +202,9 @@ private:
         return sum;
     }
 
-    /// Reads a "Mode" line. A second one replaces the list of modes, and the I0 column
-    /// if it names one; the kind of measurement set before remains.
+    /// Reads a "Mode" line. A second "Mode" line replaces the list of modes, and the I0
+    /// column if it has one. It does not replace a kind of measurement that is already
+    /// known.
     void readModes(const Tokens& tokens)
     {
         if (tokens.indexOf(u"Mode") == -1) {

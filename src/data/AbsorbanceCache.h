@@ -15,10 +15,10 @@ namespace data
 /// Calculates the logarithm of each pixel once per map that is read, instead of once
 /// per calculation.
 ///
-/// The cached values are equal to those of pixelMut() as long as the rows of the map
-/// are unchanged. The cache detects a change because it keeps an implicitly shared
-/// copy of the list: code that writes to the rows of the map gets a new list with
-/// another address. Maps that share their rows share their cache entry.
+/// The cached values equal the results of pixelMut() as long as the rows of the map are
+/// unchanged. The cache detects a change because it keeps an implicitly shared copy of
+/// the list: code that writes to the rows of the map gets a new list with another
+/// address. Maps that share their rows share their cache entry.
 ///
 /// Memory: eight bytes for each pixel of the cached maps. Rows that a map has
 /// released also remain in memory until the next prepare().

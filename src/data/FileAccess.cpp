@@ -11,8 +11,8 @@ namespace data
 namespace
 {
 
-/// Type of the file that @p file names, after following links; file_type::none if it
-/// cannot be determined. The file is not opened, so a pipe cannot block the call.
+/// Type of the file at the path of @p file, after following links; file_type::none if
+/// it cannot be determined. The file is not opened, so a pipe cannot block the call.
 /// The name is passed as bytes because the conversion of a wide string that is not
 /// valid text would throw.
 std::filesystem::file_type typeOf(const QFile& file)

@@ -8,16 +8,16 @@ class QFile;
 namespace data
 {
 
-/// Opens the file that @p file names read-only, without text mode; the caller
-/// adds that with setTextModeEnabled().
+/// Opens @p file read-only, without text mode; the caller can switch on text mode with
+/// setTextModeEnabled().
 ///
 /// @return false, with @p file closed, unless it is a readable regular file or a link
 ///         to one. Reading a folder would fail, a pipe could block, and a device
 ///         could have no end
 bool openForReading(QFile& file);
 
-/// Opens the file that @p file names write-only. An existing file loses its contents,
-/// a missing file is created.
+/// Opens @p file write-only. An existing file loses its contents, a missing file is
+/// created.
 ///
 /// @param extra  further open flags; the default is the text mode of result files
 /// @return false, with @p file closed, if the file cannot be opened or is a pipe:

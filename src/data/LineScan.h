@@ -11,7 +11,8 @@ namespace data
 ///
 /// This is an upper estimate: it looks only at line feeds and at the first characters
 /// of lines, and counts a line that starts with a byte other than plain ASCII as a
-/// comment. After true, only a full reading decides whether the file is refused.
+/// comment. If the result is true, only reading the whole file shows whether it is
+/// refused.
 ///
 /// Reads @p device from its position to its end.
 bool mayBeRefused(QIODevice& device);

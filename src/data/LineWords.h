@@ -26,9 +26,10 @@ enum class ByteKind : unsigned char {
     Word,
     Blank,
     LineFeed,
-    NeedsDecoder, ///< has a meaning only after decoding, which can also drop the byte
+    NeedsDecoder, ///< can be classified only after decoding, which can also drop the byte
 };
 
+/// The kind of each byte.
 inline constexpr std::array<ByteKind, 256> byteKinds = [] {
     std::array<ByteKind, 256> kinds{};
     for (const char blank : {' ', '\t', '\v', '\f'}) {
@@ -43,6 +44,7 @@ inline constexpr std::array<ByteKind, 256> byteKinds = [] {
     return kinds;
 }();
 
+/// The kind of @p byte.
 inline ByteKind byteKind(char byte)
 {
     return byteKinds[static_cast<unsigned char>(byte)];
@@ -99,7 +101,7 @@ public:
     /// can be wrong: decode the line and read its words with TextWords.
     bool isPlain() const { return m_isPlain; }
 
-    /// The current position in the line, at most at its line feed.
+    /// The current position in the line, never after its line feed.
     const char* position() const { return m_next; }
 
 private:
@@ -160,7 +162,10 @@ public:
         return !m_word.isEmpty();
     }
 
+    /// The word found by next(); valid as long as the line.
     QStringView word() const { return m_word; }
+
+    /// The word as a number, by QString::toDouble(): 0 if it is unparsable.
     double toDouble() const { return m_word.toDouble(); }
 
 private:

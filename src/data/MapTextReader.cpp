@@ -65,7 +65,7 @@ bool readFourColumns(Words& words, Pixel& pixel)
     return found >= 3;
 }
 
-/// Indices of the words in a data line that hold the intensity and i0.
+/// Indices of the words in a data line that contain the intensity and i0.
 struct ChannelColumns {
     qint64 intensity = 2;
     qint64 i0 = 2;

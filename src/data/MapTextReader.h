@@ -36,7 +36,7 @@ using EnergyHandler = std::function<void(const QString& text)>;
 /// large file whose lines may exceed a bound is first read without storing pixels,
 /// unless the device is sequential. Refusals are written to the debug log.
 ///
-/// If data::isSizeTooLarge() holds for the size of the map, the size is set to 0 by 0
+/// If data::isSizeTooLarge() is true for the size of the map, the size is set to 0 by 0
 /// and the reading fails.
 ///
 /// @param device       open for reading, not in text mode: line ends are handled here

@@ -13,6 +13,7 @@
 class MaskItem
 {
 public:
+    /// The kind of a shape.
     enum class Kind { Points = 1, Rectangles = 2, Rectangle = 3 };
 
     using Points = QList<QPointF>;
@@ -21,9 +22,10 @@ public:
 
     MaskItem(Shape shape, QString label);
 
+    /// The kind of the shape; it follows from the type of shape().
     Kind kind() const;
 
-    /// The shape; kind() names the alternative that the variant holds.
+    /// The shape; its type corresponds to kind().
     const Shape& shape() const { return m_shape; }
 
     const QString& label() const { return m_label; }

@@ -19,15 +19,20 @@ public:
     ///
     /// @return false, with a line in the debug log, if the file does not have this
     ///         format, if a side of the map is negative, or if data::isSizeTooLarge()
-    ///         holds for the size and the pixels stored in the file
+    ///         is true for the size and the pixels stored in the file
     bool open(const QString& path);
 
+    /// The header of the open file.
     const TDData0Header& header() const { return m_header; }
+
+    /// Number of pixels by the size in the header; the file can contain fewer.
     qsizetype pixelCount() const { return qsizetype{m_header.width} * m_header.height; }
 
-    /// Fill @p out with the next values or flags of the file. The flags follow the
-    /// last value. Where the file is too short, @p out keeps its elements.
+    /// Fills @p out with the next values of the file. If the file is too short, the
+    /// remaining elements of @p out keep their values.
     void readValues(std::span<double> out);
+
+    /// Fills @p out like readValues(), with the next valid flags. They follow the last value.
     void readFlags(std::span<bool> out);
 
 private:

@@ -51,13 +51,13 @@ public:
     ///         line is longer than data::longestLine, or if there is not enough memory
     static bool readHeader(TDData0Header& h, const QString& path);
 
-    /// Reads a file. The region and the mask items are not changed. If the file is too
-    /// short, the missing pixels and flags keep the values that this map has at their
-    /// indices.
+    /// Reads a file in the format that save() writes. The region and the mask items are
+    /// not changed. If the file is too short, the missing pixels and flags keep the
+    /// values that this map has at their indices.
     ///
     /// @return false, with this map unchanged and a line in the debug log, if the file
     ///         does not have this format, if a side is negative, if
-    ///         data::isSizeTooLarge() holds for the size and the pixels stored in the
+    ///         data::isSizeTooLarge() is true for the size and the pixels stored in the
     ///         file, or if there is not enough memory
     bool load(const QString& path);
 
@@ -116,11 +116,11 @@ public:
     int width = 0;  ///< pixels per line
     int height = 0; ///< number of lines
     QList<double> data;
-    QList<bool> validFlags;                 ///< whether each pixel holds data
+    QList<bool> validFlags;                 ///< whether each pixel has data
     double minVal = data::emptyLimits.low;  ///< smallest value; 1e300 without pixels
     double maxVal = data::emptyLimits.high; ///< largest value; -1e300 without pixels
     QRect region;                           ///< region of interest
-    bool regionSet = false;                 ///< whether @c region is used
+    bool regionSet = false;                 ///< whether @c region is in use
     QList<MaskItem*> maskItems;             ///< owned
 
 public Q_SLOTS:

@@ -198,7 +198,7 @@ bool TDData0::save(const QString& path) const
         const bool written = write(file, text.constData(), text.size()) && file.seek(headerSize) &&
                              write(file, data.constData(), data.size() * qint64{sizeof(double)}) &&
                              write(file, validFlags.constData(), validFlags.size());
-        file.close(); // flushes the buffer, so that its errors are seen
+        file.close(); // flushes the buffer, so that write errors are detected
         if (written && file.error() == QFileDevice::NoError) {
             return true;
         }

@@ -6,11 +6,11 @@
 #include <QString>
 #include <QStringList>
 
-/// Stateless functions on single lines of text.
+/// Spectra and maps, the readers of their files, and functions on lines of text.
 ///
-/// A blank is a character that the regular expression \s matches: space, tab, line feed,
-/// vertical tab, form feed or carriage return. Digits are "0" to "9" and every character
-/// outside ASCII for which QChar::isNumber() is true.
+/// In the functions on text, a blank is a space, tab, line feed, vertical tab, form
+/// feed or carriage return. Digits are "0" to "9" and every character outside ASCII for
+/// which QChar::isNumber() is true.
 namespace data
 {
 

@@ -9,9 +9,9 @@ namespace data
 ///
 /// When Qt fills a rectangle, it uses AVX instructions and leaves the upper halves in
 /// use. On many processors each transition between AVX and SSE instructions is then
-/// slower than a logarithm, until the halves are cleared: a map calculation after a
-/// paint took seven times as long, and so did a series of small fills. Call this
-/// function before long loops of arithmetic and between small fills.
+/// slower than the calculation of a logarithm, until the halves are cleared: a map
+/// calculation after a paint took seven times as long, and so did a series of small
+/// fills. Call this function before long loops of arithmetic and between small fills.
 void clearUpperVectorHalves();
 
 } // namespace data

@@ -8,7 +8,7 @@
 #include <QList>
 
 /// The row of an energy point of the measurement. It inherits its map (A2DData), and
-/// its widgets hold the numbers of the point. The panel moves these widgets into its
+/// its widgets contain the numbers of the point. The panel moves these widgets into its
 /// grid.
 class AEPoint : public QFrame, public A2DData, private Ui_AEPoint
 {

@@ -14,8 +14,8 @@ namespace
 constexpr QLatin1String readOnlyStyle("background-color: rgb(255, 255, 220);");
 constexpr QLatin1String editableStyle("background-color: rgb(255, 255, 255);");
 
-// Uses the directory because the canonical path of a file that does not exist yet is
-// empty.
+// Resolves the directory, not the file: the canonical path of a file that does not exist
+// yet is empty.
 QString canonicalDirectory(const QFileInfo& info)
 {
     return info.dir().canonicalPath();
@@ -43,7 +43,8 @@ AFileSelect::AFileSelect(QWidget* parent, int initialMode)
     setupUi(this);
     dEBase->hide();
     setAcceptDrops(true);
-    // The field would insert a dropped URL as text. Without drops it leaves them to the row.
+    // The field would insert a dropped URL as text. If the field refuses drops, the row
+    // receives them.
     FileName->setAcceptDrops(false);
 
     dialog->setObjectName(QStringLiteral("dialog"));
@@ -53,7 +54,7 @@ AFileSelect::AFileSelect(QWidget* parent, int initialMode)
     setMode(initialMode);
 
     connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::show);
-    // A dialog that is already open can be hidden by the main window.
+    // A dialog that is already open can be covered by the main window.
     connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::raise);
     connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::activateWindow);
     connect(ClearB, &QPushButton::clicked, this, &AFileSelect::clearFileName);
@@ -123,7 +124,8 @@ void AFileSelect::clearFileName()
 
 void AFileSelect::selectingFile(QString path)
 {
-    // Code that changes the hidden dialog also moves its highlight.
+    // Code that changes the hidden dialog can also move its highlight, which calls this
+    // slot.
     if (!dialog->isVisible()) {
         return;
     }
@@ -182,8 +184,8 @@ bool AFileSelect::eventFilter(QObject* watched, QEvent* event)
 
 void AFileSelect::endDialog(int result)
 {
-    // Each highlighted file was written into the name field. If one stayed there after
-    // "Cancel", the next result would overwrite it.
+    // Each highlighted file was written into the name field. After "Cancel" its name
+    // must be removed; otherwise the next result would overwrite that file.
     if (result == QDialog::Rejected && mode == SaveMode && m_choiceBefore) {
         FileName->setText(m_choiceBefore->text);
         dir = m_choiceBefore->dir;

@@ -6,7 +6,7 @@
 #include <QFrame>
 
 /// The row of a reference spectrum: a button that switches it on, a file row, its
-/// valence and two result fields. The widgets hold the numbers.
+/// valence and two result fields. The numbers are stored only in the widgets.
 class ARefFile : public QFrame, public Ui_ARefFile
 {
     Q_OBJECT

@@ -46,9 +46,13 @@ public Q_SLOTS:
     /// the edge jump. Without points the drawing is white. Does nothing without a frame.
     void draw(QStylePainter* p);
 
-    /// These do nothing: the marker lines of the frame handle the dragging.
+    /// Does nothing: the marker lines of the frame handle the dragging.
     void mPressed(MouseC* m);
+
+    /// Does nothing; see mPressed().
     void mDragging(MouseC* m);
+
+    /// Does nothing; see mPressed().
     void mReleased(MouseC* m);
 
 Q_SIGNALS:

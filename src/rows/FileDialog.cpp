@@ -67,8 +67,8 @@ int widenColumns(const QTreeView* list)
     return header->length();
 }
 
-// Ends the watching of the folder. The signals of the model are blocked; otherwise the
-// empty path would enter the history of the "Back" button.
+// Stops watching the folder. The signals of the model are blocked; otherwise the empty
+// path would enter the history of the "Back" button.
 void leaveFolder(QFileSystemModel* model)
 {
     const QSignalBlocker blocker(model);
@@ -77,9 +77,10 @@ void leaveFolder(QFileSystemModel* model)
 
 } // namespace
 
-// The base class reads the folder that it is constructed with. It gets the root folder,
-// which is small and which it leaves at once. suspend() would also end the watching, but
-// it would take about 10 ms: ending a watch that has just started is slow.
+// The constructor of the base class starts to read and watch the folder that it is
+// given. It gets the root folder, which is small, and this constructor leaves the root
+// folder at once. suspend() is not called here: stopping a watch that has just started
+// takes about 10 ms.
 FileDialog::FileDialog(QWidget* parent)
     : QFileDialog(parent, QString(), QDir::rootPath())
     , m_folder(QDir::currentPath())
@@ -155,8 +156,8 @@ void FileDialog::suspend()
 void FileDialog::detachCompleter()
 {
     // A thread reads the folder, so matches can arrive, and open the popup of the
-    // completer, after the dialog is hidden. Without its line edit the completer hides
-    // its popup and cannot open it.
+    // completer, after the dialog is hidden. A completer without a line edit hides its
+    // popup and cannot open it.
     if (QLineEdit* edit = nameEdit(); edit && edit->completer()) {
         m_completer = edit->completer();
         edit->setCompleter(nullptr);

@@ -10,6 +10,7 @@ class QCompleter;
 class QFileSystemModel;
 class QLineEdit;
 
+/// The file dialog of the input rows.
 namespace rows
 {
 
@@ -18,11 +19,11 @@ namespace rows
 /// A hidden dialog only remembers its folder and opens it when the dialog is shown. It
 /// does not read or watch a folder, except that its constructor reads the root folder
 /// once. Call setDirectory() and directory() through this class: the functions of the
-/// base class do not know the remembered folder.
+/// base class ignore the remembered folder.
 ///
 /// It has no Q_OBJECT because Qt shows the native dialog of the desktop only if the
-/// meta-object has the class name QFileDialog. A native dialog has no widgets and no
-/// model here, so the code that uses them must allow for null pointers.
+/// meta-object has the class name QFileDialog. A native dialog has no Qt widgets and no
+/// model, so code that looks for them must accept null pointers.
 class FileDialog : public QFileDialog
 {
 public:
@@ -33,6 +34,8 @@ public:
     /// If @p folder does not exist then, its nearest existing parent is shown. Does
     /// nothing if @p folder is empty.
     void setDirectory(const QString& folder);
+
+    /// setDirectory() with the absolute path of @p folder.
     void setDirectory(const QDir& folder) { setDirectory(folder.absolutePath()); }
 
     /// The folder that the dialog shows, or will show when it opens.

@@ -6,8 +6,8 @@
 
 class ARefFile;
 
-/// Holds the reference rows in the order of the list. The panel connects the signals of
-/// each row to the two signals here, so that a receiver needs only one connection.
+/// Contains the reference rows in the order of the list. The panel connects the signals
+/// of each row to the two signals here, so that a receiver needs only one connection.
 class RefFiles : public QObject
 {
     Q_OBJECT
