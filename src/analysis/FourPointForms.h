@@ -37,7 +37,7 @@ struct ThreeOf {
 };
 using ThreeValues = ThreeOf<double>;
 
-/// Fraction of the first reference by the three-points form.
+/// Fraction of the first reference by the three-point form.
 ///
 /// a = (f(T) - f(R2)) / (f(R1) - f(R2)) with f(X) = (X_V - X_0) / (X_1 - X_0), where f(X)
 /// is the relative height of X at the V row: 0 for the value at row 0 and 1 for the value
@@ -53,7 +53,7 @@ threePointFraction(const ThreeOf<Number>& t, const ThreeValues& r1, const ThreeV
     return (fT - fR2) / (fR1 - fR2);
 }
 
-/// Thickness by the three-points form:
+/// Thickness by the three-point form:
 /// (T_1 - T_0) / (0.5 * ((R1_1 - R2_0) + (R1_1 - R1_0))).
 ///
 /// The first bracket mixes the references on purpose (R1_1 - R2_0, not

@@ -34,7 +34,7 @@ struct MapStack {
     Instructions instructions = fastestInstructions(); ///< affects speed only
 };
 
-/// Calculates a result map by the three-points form from the first two rows of
+/// Calculates a result map by the three-point form from the first two rows of
 /// MapStack::others. Does nothing if there are fewer.
 ///
 /// The result gets the size and the comment lines of the V row's map, and one A2DRow

@@ -32,7 +32,7 @@ struct TargetResult {
     bool isAnnounced() const { return variant != Variant::ExactFourPoints; }
 };
 
-/// Calculates the target's result by the three-points form.
+/// Calculates the target's result by the three-point form.
 ///
 /// @param rows  the rows that planTarget() collected for this form
 TargetResult threePointsResult(const CalculationState& state, const CollectedRows& rows);

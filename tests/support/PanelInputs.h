@@ -190,7 +190,7 @@ inline PanelInputs& PanelInputs::takeMap(int row)
     return *this;
 }
 
-/// Inputs of the three-points method with a = 1/2 and, on one-pixel maps, thickness 1.
+/// Inputs of the three-point method with a = 1/2 and, on one-pixel maps, thickness 1.
 /// The references have valences 2 and 3; rows 1, 2 and the V row 3 are in use.
 inline PanelInputs threePointInputs()
 {

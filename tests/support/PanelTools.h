@@ -122,7 +122,7 @@ inline void chooseFourPoints(FourPs& panel)
     chooseQuietly(panel.ui.radioButton);
 }
 
-/// Sets up the three-points method with a = 1/2 and, on maps, thickness 1. The references
+/// Sets up the three-point method with a = 1/2 and, on maps, thickness 1. The references
 /// have valences 2 and 3; rows 1, 2 and the V row 3 are in use.
 inline void prepareThreePoints(FourPs& panel)
 {

@@ -65,7 +65,7 @@ PixelLine leastSquares(const MapForm& form, const MutValues& mut)
 
 const std::vector<MapForm>& mapForms()
 {
-    // The thickness of the three-points form is relative to the first reference; the
+    // The thickness of the three-point form is relative to the first reference; the
     // thickness of the other forms is relative to the mean of both.
     static const double first = compounds()[niII].jump;
     static const double mean = 0.5 * (compounds()[niII].jump + compounds()[niIII].jump);

@@ -24,7 +24,7 @@ inline constexpr std::size_t vPoint = 2;
 inline constexpr double edgeEv = 8340.0;
 
 /// Absorbance of everything except nickel in the maps. It does not depend on the energy,
-/// so the three-points form, which fits no slope, is exact too.
+/// so the three-point form, which fits no slope, is exact too.
 inline constexpr double mapBackground = 0.05;
 
 /// Mean number of incident photons of a map pixel and of a spectrum point.
