@@ -1,4 +1,4 @@
-// Searching the points around many energies at once, compared with one search per energy.
+// Search for the points around many energies at once, compared with one search per energy.
 #include "data/AMutE.h"
 
 #include "support/SameDouble.h"

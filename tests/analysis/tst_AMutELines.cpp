@@ -189,9 +189,9 @@ void tst_AMutELines::pointsInBothRangesEnterBothFits()
 
 void tst_AMutELines::fitUsesSumsInListOrder()
 {
-    // The comparison is exact, so the order of every operation matters. The expected line
-    // repeats it: sums in list order, then Gaussian elimination with partial pivoting,
-    // written out.
+    // The comparison is exact, so the calculation of the expected line uses the same order of
+    // operations as the fit: sums in list order, then Gaussian elimination with partial pivoting
+    // for three unknowns.
     AMutE spectrum = spectrumOf({{7000, 0.31}, {7450, 0.27}, {7900, 0.22}, {7100, 0.305}});
     spectrum.fitLines();
 
@@ -206,7 +206,7 @@ void tst_AMutELines::fitUsesSumsInListOrder()
             s[i] += terms[i];
         }
     }
-    // L is near 1.7, so the sums grow with the power of L and row 2 holds the first pivot.
+    // L is near 1.7, so the sums grow with the power of L and the first pivot is in row 2.
     // The second pivot is the larger remaining entry of column 1, in row 0 or row 1.
     const double f0 = s[2] == 0.0 ? 0.0 : s[0] / s[2];
     const double f1 = s[1] / s[2];
@@ -250,7 +250,7 @@ void tst_AMutELines::pointOnALimitOrWithNaNEnergyEntersNeitherFit()
     QVERIFY(isSame(with.preLine, without.preLine));
     QVERIFY(isSame(with.postLine, without.postLine));
     QVERIFY(std::isnan(with.preLine.c) !=
-            std::isnan(with.postLine.c)); // exactly one of the two ranges has points
+            std::isnan(with.postLine.c)); // only one of the two ranges contains points
 }
 
 void tst_AMutELines::fitUsesWorkingEnergies()
@@ -467,7 +467,7 @@ void tst_AMutELines::presentationEvaluatesLinesAtTheWorkingEnergy()
     AMutE spectrum = spectrumOf({{hc / 2 + 5.0, 100}}, 5.0);
     spectrum.preLine = {0.0, 1.0, 0.0};  // 8 at L = 2
     spectrum.postLine = {0.0, 2.0, 0.0}; // 16 at L = 2
-    spectrum.edgeEnergy = hc;            // not shifted by dE: the edge jump is 1
+    spectrum.edgeEnergy = hc;            // not shifted by dE: L = 1, edge jump 1
     QVERIFY(near(spectrum.value(1, 0), 92.0, 1e-11));
     QVERIFY(near(spectrum.value(2, 0), 84.0, 1e-11));
     QVERIFY(near(spectrum.value(3, 0), 92.0, 1e-11));
@@ -604,7 +604,7 @@ void tst_AMutELines::backgroundSubtracted_data()
     QTest::addColumn<Pairs>("pairs");
     QTest::addColumn<double>("dE");
     QTest::addColumn<double>("E");
-    QTest::addColumn<double>("expected"); // NaN: the call returns false
+    QTest::addColumn<double>("expected"); // NaN if the call returns false
 
     const Pairs three{{10, 1}, {20, 2}, {40, 6}};
     QTest::newRow("inside") << three << 0.0 << 15.0 << 1.5;

@@ -238,7 +238,8 @@ void tst_A2DData::pixelIsFoundByPositionNotByCoordinates()
     map.yNum = 2;
     QCOMPARE(data::pixelMut(map, 2, 1), 5.0);
     QCOMPARE(data::pixelMut(map, 1, 0), 1.0);
-    // Only the position counts: a column beyond the end of its line is in the next line.
+    // The index is y * xNum + x. There is no range check for x, so an x beyond its line reads a
+    // pixel of the next or previous line.
     QCOMPARE(data::pixelMut(map, 4, 0), 4.0);
     QCOMPARE(data::pixelMut(map, -1, 1), 2.0);
 }
@@ -269,7 +270,7 @@ void tst_A2DData::pixelPositionIsCalculatedIn64Bits()
 {
     A2DData map = onePixel(7.0, 0.0);
     map.xNum = 65536;
-    // 65536 * 65536 is 0 in 32 bits, the position of the only pixel.
+    // In 32 bits, 65536 * 65536 would overflow to 0, the index of the only pixel.
     QCOMPARE(data::pixelMut(map, 0, 65536), -1.0);
 }
 

@@ -46,7 +46,7 @@ wrong=$(find "$tree" \( -type d ! -perm 755 -o -type f ! -path '*/bin/*' ! -perm
     exit 1
 }
 
-# The program and the icon that the menu entry names exist.
+# The menu entry's program and icon must be installed.
 entry=$tree/usr/share/applications/aelk.desktop
 while read -r program _; do
     [ -x "$tree/usr/bin/$program" ] || {
