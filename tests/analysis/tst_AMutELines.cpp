@@ -14,7 +14,7 @@ namespace
 
 using Pairs = QList<std::pair<double, double>>; // energy as read (eV), mut
 
-constexpr double hc = 12398.424360387684; // eV angstrom
+constexpr double hc = 12398.424360387684; // h c in eV angstrom
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
@@ -36,7 +36,7 @@ AMutE withConstantLines(AMutE spectrum, double pre, double post)
     return spectrum;
 }
 
-/// c + a L^3 + b L^4, with std::pow.
+/// The value c + a L^3 + b L^4 of @p line, calculated with std::pow.
 double lineAt(const VictoreenLine& line, double energyEv)
 {
     const double L = hc / energyEv;
@@ -440,8 +440,8 @@ void tst_AMutELines::presentations_data()
     QTest::addColumn<int>("kind");
     QTest::addColumn<double>("value");
 
-    // mut is 7. At the point the lines are 1 (pre-edge) and 3 (post-edge), at the edge energy
-    // 1 and 5.
+    // The point has mut 7. The pre-edge line is 1, also at the edge energy. The post-edge line is
+    // 3 at the point and 5 at the edge energy, so the edge jump is 4.
     QTest::newRow("raw") << 0 << 7.0;
     QTest::newRow("minus pre-edge line") << 1 << 6.0;
     QTest::newRow("minus post-edge line") << 2 << 4.0;
@@ -659,7 +659,7 @@ void tst_AMutELines::backgroundSubtractedUsesTheFirstPointAtOrAboveTheEnergy()
     AMutE flat = withConstantLines(spectrum, 0.0, 0.0);
     QVERIFY(flat.backgroundSubtractedAt(12.0, false, &out));
     QCOMPARE(out, 2.0);
-    // The left end is the previous point of the file, not the nearest lower energy.
+    // The interpolation starts at the previous point of the file, not at the nearest lower energy.
     flat.points = {{0.0, 10.0, 0.0}, {0.0, 4.0, 1.0}, {0.0, 14.0, 11.0}};
     QVERIFY(flat.backgroundSubtractedAt(12.0, false, &out));
     QCOMPARE(out, 9.0); // 1 + (12 - 4) * 10 / 10

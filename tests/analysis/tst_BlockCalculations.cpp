@@ -560,7 +560,7 @@ void tst_BlockCalculations::changedMapIsReadAgain_data()
     QTest::newRow("non-equivalent") << static_cast<int>(Method::NonEquivalent);
 }
 
-// Changes one pixel of one map at a time, at the ends of the blocks.
+// Changes one pixel of one map at a time: the pixels next to the boundaries of blocks.
 void tst_BlockCalculations::changedMapIsReadAgain()
 {
     QFETCH(int, method);

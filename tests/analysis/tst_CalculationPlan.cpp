@@ -179,7 +179,7 @@ void tst_CalculationPlan::targetIsRefused_data()
             {few(1), secondInvalid});
     refused("the target is checked before the number of rows",
             four().makeTargetInvalid().useRows({2}), {targetInvalid});
-    refused("two rows: the message asks for four although three are enough", four().useRows({0, 2}),
+    refused("two rows: the message says four although three are enough", four().useRows({0, 2}),
             {wrongCount(2, 4)});
     refused("one row", four().useRows({2}), {wrongCount(1, 4)});
     refused("five rows with exact on", five().chooseFourPoints(true, false), {wrongCount(5, 4)});

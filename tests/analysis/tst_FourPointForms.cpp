@@ -40,7 +40,7 @@ Mixture mixture(double fraction, double thickness, double jump1, double jump2, d
         m.T[i] = thickness * (fraction * shape1[i] + (1 - fraction) * shape2[i]) + mu0 +
                  slope * (m.E[i] - 8300);
     }
-    // The four-point forms give the thickness in units of the references' mean edge jump.
+    // The four-point forms return the thickness in units of the references' mean edge jump.
     m.tts = 2 * thickness / (jump1 + jump2);
     return m;
 }
@@ -227,7 +227,8 @@ void tst_FourPointForms::orderOfRowsChangesOnlyTheRounding()
 
 void tst_FourPointForms::leastSquareOfThreeRowsIsNearTheExactForm()
 {
-    // Not a mixture of the model, but any three rows determine the plane exactly.
+    // These numbers do not follow the model. Both forms still agree, because the least-squares
+    // plane through three rows is exact.
     Mixture m = mixture(0.35, 1.2, 1.5, 0.8, 0.2, 1e-4);
     m.T[1] += 0.05;
     m.R1[2] -= 0.03;

@@ -105,7 +105,7 @@ void tst_FourPsTarget::threePointResultIsShownBeforeTheMessage()
 
 void tst_FourPsTarget::nonEquivalentResultFillsItsFields()
 {
-    // The amounts (dMut) are 1 and 3 of a total of 4, on either background.
+    // The amounts (dMut) are 1 and 3, with a total of 4, for both kinds of background.
     for (const bool linear : {true, false}) {
         PanelInputs inputs = mixes::mixedInputs(linear ? mixes::quarter : mixes::curvedQuarter);
         resetPanel(*m_shared);
@@ -165,7 +165,7 @@ void tst_FourPsTarget::resultsAreShownAtTheUsedReferences()
 
 void tst_FourPsTarget::resultFieldsShowSixDigitsFromTheirStart()
 {
-    // The amounts (dMut) are 1/3 and 2 of a total of 7/3.
+    // The amounts (dMut) are 1/3 and 2, with a total of 7/3.
     enterInputs(panel, mixes::mixedInputs({{1.0 / 6.0, 1.0 / 3.0}}));
     panel.calcTarget();
     const ARefFile* first = panel.Refs.RefRows.at(0);

@@ -153,7 +153,8 @@ void tst_HistogramCounts::valueIsCountedInItsBin()
     }
 }
 
-// The lower limit is 1; the value is half a bin width, 1, below it.
+// The lower limit 1 is the centre of bin 0. The value, half a bin width below it, is on the
+// lower edge of bin 0.
 void tst_HistogramCounts::valueHalfABinBelowTheLowerLimitIsInBinZero()
 {
     HistogramCounts counts = fourBins();
@@ -269,7 +270,8 @@ void tst_HistogramCounts::fileLinesHaveEdgesCentreAndCount()
                                            "8 9 10  2\n"));
 }
 
-// The bin width is -1 and the lower edge 0.5: one line for i = -1 and one for i = 0.
+// The bin width is -1 and the lower edge 0.5: one line for values below (i = -1) and
+// one for values above (i = 0).
 void tst_HistogramCounts::fileOfZeroBoxesHasTwoLines()
 {
     HistogramCounts counts;

@@ -103,7 +103,7 @@ void tst_MapCalculation::threePointsMatchAHandCalculation()
                              result.thickness);
     QCOMPARE(result.map.rows.at(0).intensity, 0.5);
     QCOMPARE(result.map.rows.at(0).i0, 1.0);
-    // Valence 2.5 is in the middle one of eleven bins with centres from 2.0 to 3.0.
+    // There are eleven bins with centres from 2.0 to 3.0. The valence 2.5 is in the middle bin.
     QCOMPARE(result.valence.bins.at(5), 1);
     QCOMPARE(result.thickness.bins.at(5), 1);
     QCOMPARE(result.valence.total, 1);
@@ -229,7 +229,7 @@ void tst_MapCalculation::tooFewRowsLeaveTheResultUnchanged()
 
 void tst_MapCalculation::exactFormUsesTheFirstThreeRows()
 {
-    // Half the sum of the references of tst_FourPointForms: a = 0.5, t/ts = 1.
+    // The target is half the sum of the references in tst_FourPointForms: a = 0.5, t/ts = 1.
     const A2DData t0 = readyMap(1, 1, {2});
     const A2DData t1 = readyMap(1, 1, {2.5});
     const A2DData t2 = readyMap(1, 1, {6.5});

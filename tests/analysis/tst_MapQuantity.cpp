@@ -172,7 +172,7 @@ void tst_MapQuantity::pixelsOutsideTheRowsAreZero()
     QFETCH(qint64, index);
     for (const bool extended : {false, true}) {
         A2DData result = usualResult(extended);
-        result.rows[0].intensity = 0.625; // so that no value of pixel 0 is 0
+        result.rows[0].intensity = 0.625; // so that no quantity of pixel 0 is 0
         result.rows[0].values.fill(77.0);
         for (const int kind : {0, 1, 11, 12}) {
             const MapQuantity quantity(result, twoToThree, kind);
@@ -182,7 +182,7 @@ void tst_MapQuantity::pixelsOutsideTheRowsAreZero()
     }
 }
 
-// The number of rows matters, not the size of the result.
+// The number of rows decides which pixels exist, not the size of the result.
 void tst_MapQuantity::rowsBeyondTheSizeAreRead()
 {
     A2DData result = usualResult(true);

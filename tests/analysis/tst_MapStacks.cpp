@@ -140,7 +140,8 @@ void tst_MapStacks::nonEquivalentMapHasThirteenValuesPerPixel()
 
 void tst_MapStacks::fourReferencesFillEveryEntry()
 {
-    // The amounts (dMut) are 1, 3, 4 and 8 of 16; the valence is 1/8 + 15/16 + 1 + 7/2.
+    // The amounts (dMut) are 1, 3, 4 and 8, with a total of 16; the valence is 1/8 + 15/16 + 1 +
+    // 7/2.
     Mix mix = curvedQuarter;
     mix.parts = {0.5, 0.5, 1, 1};
     const A2DData map = nonEquivalentMap(mixedMaps({mix}, 4, 8), true);

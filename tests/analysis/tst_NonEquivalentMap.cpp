@@ -215,7 +215,8 @@ void tst_NonEquivalentMap::pixelsWithoutDataShareTheirValues()
 
 void tst_NonEquivalentMap::blocksOfEqualPixelsShareTheirValues()
 {
-    // Blocks of 64 pixels: one of 1, two of 2, one of 2 with another last pixel, one of NaN.
+    // Five blocks of 64 pixels: one with the value 1, two with 2, one with 2 and a last pixel of 3,
+    // and one with NaN.
     QList<double> muts(64, 1.0);
     muts += QList<double>(191, 2.0) + QList<double>{3.0} + QList<double>(64, notANumber);
     const A2DData base = readyMap(320, 1, muts);

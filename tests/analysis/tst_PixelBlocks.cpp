@@ -1,4 +1,4 @@
-// The blocks of pixels in which every map calculation runs.
+// Division of a map calculation into blocks of pixels, and the start of a result.
 #include "analysis/PixelBlocks.h"
 
 #include "support/ReadyMap.h"

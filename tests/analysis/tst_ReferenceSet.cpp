@@ -217,8 +217,8 @@ void tst_ReferenceSet::totalJumpSumsUsedReferences()
 
 void tst_ReferenceSet::usedReferenceWithoutSpectrumIsATermOfTheTotal()
 {
-    // Two references are valid, so the sum has two terms. They are the edge
-    // jumps of the first two used references, 0.0 and 2.0; the 4.0 is left out.
+    // Two references are valid, so the sum has two terms. They are the edge jumps of the first
+    // two used references, 0.0 and 2.0; the 4.0 is left out.
     QCOMPARE(ReferenceSet({reference(true, false, 0, 0.0), reference(true, true, 0, 2.0),
                            reference(true, true, 0, 4.0)})
                  .totalJump(),

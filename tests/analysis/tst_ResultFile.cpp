@@ -35,7 +35,7 @@ private Q_SLOTS:
 void tst_ResultFile::fileContainsTheSelectedColumns()
 {
     const QTemporaryDir dir;
-    const QString path = writeFile(dir, "result", QByteArray(1000, 'x')); // is replaced
+    const QString path = writeFile(dir, "result", QByteArray(1000, 'x')); // replaced by the result
     A2DData map;
     map.headerLines = {"# sample  A"};
     map.xNum = 1;

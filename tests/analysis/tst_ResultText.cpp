@@ -486,8 +486,8 @@ void tst_ResultText::textMatchesTheReferenceImplementation()
     }
 }
 
-// Several blocks of 256 KiB with a different number in each pixel, and comment lines around
-// the length of a block.
+// The text has several blocks of 256 KiB. Each pixel has a different number, and some comment
+// lines are about as long as a block.
 void tst_ResultText::textLongerThanABlockIsComplete()
 {
     A2DData map = mapOf(150, 130, {});

@@ -1,6 +1,6 @@
 // The small matrix library: LU factorisation with partial pivoting, Gauss-Jordan elimination
-// and basic operations. The numbers are chosen so that every step is exact, and the results
-// are compared exactly.
+// and basic operations. In most tests the numbers are chosen so that every step is exact, and
+// the results are compared exactly.
 #include "analysis/SmallMatrix.h"
 #include "support/SameDouble.h"
 

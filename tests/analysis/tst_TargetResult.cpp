@@ -132,7 +132,8 @@ void tst_TargetResult::leastSquareGivesFractionAndThickness()
 
 void tst_TargetResult::leastSquareUsesAllRows()
 {
-    // A fifth row on the plane S = 2 T changes nothing; a row off the plane does.
+    // A fifth row on the plane S = 2 T does not change the result. A row that is not on this plane
+    // does.
     PanelInputs inputs = fourPointInputs();
     inputs.useRows({0, 1, 2, 3, 4});
     inputs.setPoint(4, 7, 3, 5, 4);
@@ -213,9 +214,10 @@ void tst_TargetResult::mixturesOfThreeAndFourReferencesAreRecovered_data()
     QTest::addColumn<bool>("isLinear");
     QTest::addColumn<QList<double>>("shares");
     QTest::addColumn<double>("valence");
-    // The amounts (dMut) are 1, 3 and 4 of 8; the valence is 0.25 + 1.875 + 2.
+    // The amounts (dMut) are 1, 3 and 4, with a total of 8; the valence is 0.25 + 1.875 + 2.
     const QList<double> three{0.125, 0.375, 0.5};
-    // The amounts (dMut) are 1, 3, 4 and 32 of 40; the valence is 0.05 + 0.375 + 0.4 + 5.6.
+    // The amounts (dMut) are 1, 3, 4 and 32, with a total of 40; the valence is 0.05 + 0.375 + 0.4
+    // + 5.6.
     const QList<double> four{0.025, 0.075, 0.1, 0.8};
     QTest::newRow("three, linear") << true << three << 4.125;
     QTest::newRow("four, linear") << true << four << 6.425;
@@ -250,8 +252,8 @@ void tst_TargetResult::victoreenBackgroundIsSeparated()
     const TargetResult result = victoreen(mixedInputs(curvedQuarter));
     QCOMPARE(result.variant, Variant::NonEquivalentVictoreen);
     QVERIFY(isQuarter(result));
-    // A Victoreen background cannot follow a straight line through eight points, and a linear
-    // background cannot follow a Victoreen background.
+    // The two background forms cannot replace each other: with eight points, neither can fit the
+    // curve of the other one.
     QVERIFY(!isQuarter(victoreen(mixedInputs(quarter, 2, 8))));
     QVERIFY(!isQuarter(linear(mixedInputs(curvedQuarter, 2, 8))));
 }

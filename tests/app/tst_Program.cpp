@@ -327,7 +327,7 @@ void tst_Program::untranslatedTextsShowTheirSourceInBothLanguages()
     for (const Run& run : {m_english, m_japanese}) {
         const QJsonObject widget = widgetNamed(run.windows(), name);
         QVERIFY(!widget.isEmpty());
-        // A plot has no text; its title label does.
+        // A plot itself has no text, but its title label has one.
         const QJsonObject label = widget.contains("words")
                                       ? widget
                                       : widgetNamed(QJsonArray{widget}, QStringLiteral("Title"));

@@ -174,12 +174,12 @@ void tst_A2DData::largeSizeNeedsOneRowPer64Pixels_data()
     QTest::addColumn<qint64>("height");
     QTest::addColumn<qint64>("held");
     QTest::addColumn<bool>("tooLarge");
-    const qint64 million = 1048576; // 2^20
+    const qint64 uncheckedPixels = 1048576; // 2^20
     QTest::newRow("2^20 pixels without rows") << qint64{1024} << qint64{1024} << qint64{0} << false;
     QTest::newRow("2^20 + 1 pixels, just enough rows")
-        << million + 1 << qint64{1} << qint64{16385} << false;
+        << uncheckedPixels + 1 << qint64{1} << qint64{16385} << false;
     QTest::newRow("2^20 + 1 pixels, one row too few")
-        << million + 1 << qint64{1} << qint64{16384} << true;
+        << uncheckedPixels + 1 << qint64{1} << qint64{16384} << true;
     QTest::newRow("2^25 pixels with 2^19 rows")
         << maxPixels << qint64{1} << qint64{524288} << false;
     QTest::newRow("2^25 pixels with one row fewer")

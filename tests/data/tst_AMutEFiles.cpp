@@ -829,7 +829,7 @@ void tst_AMutEFiles::lineOf16MiBIsRead_data()
 void tst_AMutEFiles::lineOf16MiBIsRead()
 {
 #ifdef __SANITIZE_ADDRESS__
-    QSKIP("takes minutes with the realloc of the sanitizer");
+    QSKIP("takes minutes with AddressSanitizer's realloc()");
 #endif
     QFETCH(QByteArray, start);
     QFETCH(QByteArray, end);
@@ -841,7 +841,7 @@ void tst_AMutEFiles::lineOf16MiBIsRead()
 void tst_AMutEFiles::longerLineIsRefused()
 {
 #ifdef __SANITIZE_ADDRESS__
-    QSKIP("takes minutes with the realloc of the sanitizer");
+    QSKIP("takes minutes with AddressSanitizer's realloc()");
 #endif
     QFETCH(QByteArray, start);
     QFETCH(QByteArray, end);

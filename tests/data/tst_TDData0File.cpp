@@ -526,7 +526,7 @@ void TestTDData0File::headerSizeLimitsTheHeader()
 void TestTDData0File::largeHeaderSizeIsNotAllocated()
 {
 #ifdef __SANITIZE_ADDRESS__
-    QSKIP("the sanitizer needs all of the address space");
+    QSKIP("AddressSanitizer needs all of the address space");
 #endif
     const QString path = write(firstLine("2147483647") + "WIDTH: 2\n");
     const rlim_t now = addressSpace();

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # InstalledFiles.sh CMAKE BUILD SOURCE TREE: installs into the emptied TREE and compares the
-# installed files with the expected list. The umask is strict, because all users must be
-# able to read an installation even if the administrator's new files are private.
+# installed files with the expected list. The test sets a strict umask: all users must be able
+# to read an installation, even if the administrator's umask makes new files private.
 set -euo pipefail
 cmake=$1 build=$2 source=$3 tree=$4
 

@@ -50,7 +50,7 @@ private Q_SLOTS:
 void tst_FalseSizes::mapsWithFalseSizesUseLittleMemory_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<bool>("isLoaded"); // true: a refused binary map becomes a map of 0 by 0 pixels
+    QTest::addColumn<bool>("isLoaded"); // a refused binary map is still loaded, as 0 by 0
     QTest::newRow("sizes") << textMap(maxPixels, 1) << false;
     QTest::newRow("axes") << textMap(maxPixels, 1, true) << false;
     QTest::newRow("binary") << binaryMap(maxPixels, 1) << true;

@@ -135,7 +135,7 @@ void tst_LowMemory::fileIsReadCompletelyOrRefused_data()
 void tst_LowMemory::fileIsReadCompletelyOrRefused()
 {
     if (isUnderAddressSanitizer()) {
-        QSKIP("the sanitizer needs all addresses");
+        QSKIP("AddressSanitizer needs all of the address space");
     }
     QFETCH(QByteArray, step);
     QFETCH(QByteArray, content);
@@ -176,7 +176,7 @@ void tst_LowMemory::refusedFileCanBeReadWithMoreMemory_data()
 void tst_LowMemory::refusedFileCanBeReadWithMoreMemory()
 {
     if (isUnderAddressSanitizer()) {
-        QSKIP("the sanitizer needs all addresses");
+        QSKIP("AddressSanitizer needs all of the address space");
     }
     QFETCH(QByteArray, step);
     QFETCH(QByteArray, content);

@@ -1,5 +1,5 @@
-// Paths that do not lead to a regular file, or to one without permission. Reading keeps the
-// data in the row, writing is refused with a message, and no call blocks.
+// Paths of objects other than regular files, and of files without permissions. Reading keeps
+// the data in the row, writing is refused with a message, and no call blocks.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 

@@ -55,8 +55,7 @@ bool isMarked(const QString& text)
 /// The texts that @p plot paints in its current state.
 QStringList drawnTexts(DispABase* plot)
 {
-    // A plot that is not shown gets its size from this grab, as it would from a paint
-    // event.
+    // If the plot is not shown, grab() sets the size that a paint event would set.
     plot->DispA->grab();
     plot->DispA->cc.drawn = true;
     TextRecorder recorder;
@@ -318,8 +317,7 @@ void tst_ScreenTexts::errorMessagesAreTranslatable_data()
 {
     QTest::addColumn<Action>("prepare");
     QTest::addColumn<Action>("run");
-    QTest::addColumn<QStringList>(
-        "sources"); // English texts in which the placeholders are replaced by numbers
+    QTest::addColumn<QStringList>("sources"); // English texts with numbers in place of "%1"
     const Action target = &FourPs::calcTarget;
     const Action map = &FourPs::calcMap;
     const Action fit = &FourPs::lcf;
