@@ -1,4 +1,4 @@
-// Searching the points around many energies at once, compared with one search per energy.
+// Search for the points around many energies at once, compared with one search per energy.
 #include "data/AMutE.h"
 
 #include "support/SameDouble.h"
@@ -61,7 +61,7 @@ void tst_AMutEBrackets::firstPairThatBracketsWins()
 
 void tst_AMutEBrackets::fallingPairBracketsNothing()
 {
-    // Only the pairs 10, 15 and 12, 40 rise: the first contains 14, the second contains 25.
+    // Only the pairs (10, 15) and (12, 40) rise. The first pair contains 14, the second pair 25.
     const AMutE a = spectrum({10, 15, 12, 40});
     QCOMPARE(a.indicesBelow({14, 25}), (QList<int>{0, 2}));
 }

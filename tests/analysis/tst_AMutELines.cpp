@@ -14,7 +14,7 @@ namespace
 
 using Pairs = QList<std::pair<double, double>>; // energy as read (eV), mut
 
-constexpr double hc = 12398.424360387684; // eV angstrom
+constexpr double hc = 12398.424360387684; // h c in eV angstrom
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
@@ -36,7 +36,7 @@ AMutE withConstantLines(AMutE spectrum, double pre, double post)
     return spectrum;
 }
 
-/// c + a L^3 + b L^4, with std::pow.
+/// The value c + a L^3 + b L^4 of @p line, calculated with std::pow.
 double lineAt(const VictoreenLine& line, double energyEv)
 {
     const double L = hc / energyEv;
@@ -189,9 +189,9 @@ void tst_AMutELines::pointsInBothRangesEnterBothFits()
 
 void tst_AMutELines::fitUsesSumsInListOrder()
 {
-    // The comparison is exact, so the order of every operation matters. The expected line
-    // repeats it: sums in list order, then Gaussian elimination with partial pivoting,
-    // written out.
+    // The comparison is exact, so the calculation of the expected line uses the same order of
+    // operations as the fit: sums in list order, then Gaussian elimination with partial pivoting
+    // for three unknowns.
     AMutE spectrum = spectrumOf({{7000, 0.31}, {7450, 0.27}, {7900, 0.22}, {7100, 0.305}});
     spectrum.fitLines();
 
@@ -206,7 +206,7 @@ void tst_AMutELines::fitUsesSumsInListOrder()
             s[i] += terms[i];
         }
     }
-    // L is near 1.7, so the sums grow with the power of L and row 2 holds the first pivot.
+    // L is near 1.7, so the sums grow with the power of L and the first pivot is in row 2.
     // The second pivot is the larger remaining entry of column 1, in row 0 or row 1.
     const double f0 = s[2] == 0.0 ? 0.0 : s[0] / s[2];
     const double f1 = s[1] / s[2];
@@ -250,7 +250,7 @@ void tst_AMutELines::pointOnALimitOrWithNaNEnergyEntersNeitherFit()
     QVERIFY(isSame(with.preLine, without.preLine));
     QVERIFY(isSame(with.postLine, without.postLine));
     QVERIFY(std::isnan(with.preLine.c) !=
-            std::isnan(with.postLine.c)); // exactly one of the two ranges has points
+            std::isnan(with.postLine.c)); // only one of the two ranges contains points
 }
 
 void tst_AMutELines::fitUsesWorkingEnergies()
@@ -440,8 +440,8 @@ void tst_AMutELines::presentations_data()
     QTest::addColumn<int>("kind");
     QTest::addColumn<double>("value");
 
-    // mut is 7. At the point the lines are 1 (pre-edge) and 3 (post-edge), at the edge energy
-    // 1 and 5.
+    // The point has mut 7. The pre-edge line is 1, also at the edge energy. The post-edge line is
+    // 3 at the point and 5 at the edge energy, so the edge jump is 4.
     QTest::newRow("raw") << 0 << 7.0;
     QTest::newRow("minus pre-edge line") << 1 << 6.0;
     QTest::newRow("minus post-edge line") << 2 << 4.0;
@@ -467,7 +467,7 @@ void tst_AMutELines::presentationEvaluatesLinesAtTheWorkingEnergy()
     AMutE spectrum = spectrumOf({{hc / 2 + 5.0, 100}}, 5.0);
     spectrum.preLine = {0.0, 1.0, 0.0};  // 8 at L = 2
     spectrum.postLine = {0.0, 2.0, 0.0}; // 16 at L = 2
-    spectrum.edgeEnergy = hc;            // not shifted by dE: the edge jump is 1
+    spectrum.edgeEnergy = hc;            // not shifted by dE: L = 1, edge jump 1
     QVERIFY(near(spectrum.value(1, 0), 92.0, 1e-11));
     QVERIFY(near(spectrum.value(2, 0), 84.0, 1e-11));
     QVERIFY(near(spectrum.value(3, 0), 92.0, 1e-11));
@@ -604,7 +604,7 @@ void tst_AMutELines::backgroundSubtracted_data()
     QTest::addColumn<Pairs>("pairs");
     QTest::addColumn<double>("dE");
     QTest::addColumn<double>("E");
-    QTest::addColumn<double>("expected"); // NaN: the call returns false
+    QTest::addColumn<double>("expected"); // NaN if the call returns false
 
     const Pairs three{{10, 1}, {20, 2}, {40, 6}};
     QTest::newRow("inside") << three << 0.0 << 15.0 << 1.5;
@@ -659,7 +659,7 @@ void tst_AMutELines::backgroundSubtractedUsesTheFirstPointAtOrAboveTheEnergy()
     AMutE flat = withConstantLines(spectrum, 0.0, 0.0);
     QVERIFY(flat.backgroundSubtractedAt(12.0, false, &out));
     QCOMPARE(out, 2.0);
-    // The left end is the previous point of the file, not the nearest lower energy.
+    // The interpolation starts at the previous point of the file, not at the nearest lower energy.
     flat.points = {{0.0, 10.0, 0.0}, {0.0, 4.0, 1.0}, {0.0, 14.0, 11.0}};
     QVERIFY(flat.backgroundSubtractedAt(12.0, false, &out));
     QCOMPARE(out, 9.0); // 1 + (12 - 4) * 10 / 10

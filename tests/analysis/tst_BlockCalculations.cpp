@@ -31,7 +31,7 @@ enum class Method { ThreePoints, ExactFourPoints, LeastSquare, NonEquivalent };
 using Maps = std::array<A2DData, 8>;
 using Random = std::mt19937_64;
 
-/// Inputs of one calculation, as the reference implementations take them.
+/// Inputs of one calculation, in the types of the reference implementations.
 struct Task {
     Method method = Method::ThreePoints;
     tests::PlainStack points;  ///< for the three- and four-point methods
@@ -52,7 +52,7 @@ QString text(double number)
     return QString::number(number, 'g', 17);
 }
 
-/// Random numbers for the energy rows of @p maps; @p v is the index of the V row.
+/// A stack of @p maps with random numbers for the energy rows; @p v is the index of the V row.
 tests::PlainStack pointsOf(const QList<const A2DData*>& maps, qsizetype v, Kind kind,
                            Random& random)
 {
@@ -140,7 +140,7 @@ Outcome expectedOf(const Task& task)
     return expected;
 }
 
-/// Runs the program's calculation; @p outcome can hold an earlier result.
+/// Runs the program's calculation; @p outcome can contain an earlier result.
 void calculate(const Task& task, Outcome& outcome, CalculationMemory* memory,
                Instructions instructions)
 {
@@ -169,7 +169,7 @@ void calculate(const Task& task, Outcome& outcome, CalculationMemory* memory,
     }
 }
 
-/// Describes the first difference; empty if both are equal to the last bit.
+/// Describes the first difference; empty if the outcomes are equal bit for bit.
 QString differenceOf(const Outcome& outcome, const Outcome& expected)
 {
     for (std::size_t i = 0; i < outcome.counts.size(); ++i) {
@@ -206,8 +206,8 @@ int anyRowsFor(int pixels, Random& random)
     }
 }
 
-/// A map used together with one of @p width by @p height pixels. Its size is usually the
-/// same, otherwise different or even invalid.
+/// A map to be used together with maps of @p width by @p height pixels. It usually has this
+/// size, otherwise a different or even an invalid size.
 A2DData anyMapUsedWith(int width, int height, Kind kind, Random& random)
 {
     int otherWidth = width;
@@ -269,7 +269,7 @@ void tst_BlockCalculations::everySizeMatchesTheReferenceImplementation()
     const auto numbers = static_cast<Kind>(kind);
     Random random(static_cast<unsigned>(1000 * method + 100 * references + 10 * kind) +
                   (victoreen ? 1U : 0U));
-    // The largest sizes, one per kind, take most of the test's time.
+    // Most of the test's time is needed for the largest sizes, so each kind has only one of them.
     const std::array<std::pair<int, int>, 6> largest{
         {{1000, 1}, {16, 12}, {16, 16}, {20, 16}, {1, 321}, {25, 10}}};
     const std::array<std::pair<int, int>, 22> sizes{
@@ -329,7 +329,7 @@ Kind anyKind(Random& random)
     return onceIn(random, 2) ? Kind::Random : tests::allKinds[random() % tests::allKinds.size()];
 }
 
-/// Changes one of @p maps, or none, also in ways that a user cannot.
+/// Changes one of @p maps or none. Some changes are impossible for a user of the program.
 void change(Maps& maps, Random& random)
 {
     const auto any = [&]() -> A2DData& { return maps[random() % maps.size()]; };
@@ -363,7 +363,7 @@ void change(Maps& maps, Random& random)
     case 5: // a copy with separate memory
         map = ownCopy(map);
         break;
-    case 6: // the rows that were read before a read failed
+    case 6: // fewer rows, as after a failed read
         map.rows.resize(wholeNumber(random, 0, rows));
         break;
     case 7: // the same rows, with another size
@@ -392,7 +392,7 @@ void change(Maps& maps, Random& random)
     }
 }
 
-/// Changes a result, as other code can do between calculations.
+/// Changes a result in a way that is possible for other code between two calculations.
 void modify(A2DData& result, const QList<std::pair<A2DData, A2DData>>& copies, Random& random)
 {
     const int rows = static_cast<int>(result.rows.size());
@@ -523,7 +523,7 @@ void tst_BlockCalculations::reusedMemoryAndResultMatchTheReferenceImplementation
     }
     CalculationMemory memory;
     Outcome outcome;
-    Outcome secondOutcome; // a second result that shares the memory
+    Outcome secondOutcome; // uses the same CalculationMemory
     Copies copies;
     Task task = anyTask(maps, random);
     for (int step = 0; step < 80; ++step) {
@@ -560,7 +560,7 @@ void tst_BlockCalculations::changedMapIsReadAgain_data()
     QTest::newRow("non-equivalent") << static_cast<int>(Method::NonEquivalent);
 }
 
-// Changes one pixel of one map at a time, at the ends of the blocks.
+// Changes one pixel of one map at a time: the pixels next to the boundaries of blocks.
 void tst_BlockCalculations::changedMapIsReadAgain()
 {
     QFETCH(int, method);

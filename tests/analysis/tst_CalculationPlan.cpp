@@ -46,7 +46,7 @@ void addRunColumns()
     QTest::addColumn<int>("vRow");
 }
 
-// The first four rows are in use, the third of them is the V row; no row has a map.
+// Rows 1 to 4 are in use and row 3 is the V row; no row has a map.
 PanelInputs four()
 {
     return fourPointInputs();
@@ -67,7 +67,7 @@ PanelInputs victoreen()
     return four().chooseNonEquivalent(false);
 }
 
-// The same rows, each with a map.
+// The inputs of four(), with a map in each of the eight rows.
 PanelInputs fourMaps()
 {
     return four().addMaps(8);
@@ -78,7 +78,7 @@ PanelInputs linearMaps()
     return linear().addMaps(8);
 }
 
-// A fit range, marked at the last two rows.
+// The inputs of four(), with a fit range marked by the last two rows.
 PanelInputs fit()
 {
     PanelInputs inputs = four();
@@ -179,7 +179,7 @@ void tst_CalculationPlan::targetIsRefused_data()
             {few(1), secondInvalid});
     refused("the target is checked before the number of rows",
             four().makeTargetInvalid().useRows({2}), {targetInvalid});
-    refused("two rows: the message asks for four although three are enough", four().useRows({0, 2}),
+    refused("two rows: the message says four although three are enough", four().useRows({0, 2}),
             {wrongCount(2, 4)});
     refused("one row", four().useRows({2}), {wrongCount(1, 4)});
     refused("five rows with exact on", five().chooseFourPoints(true, false), {wrongCount(5, 4)});

@@ -1,5 +1,5 @@
-// The linear combination fit, from the panel's inputs to the result. Expected numbers are the
-// parts of which the target is mixed.
+// The linear combination fit, from the panel's inputs to the result. The target is a known
+// mixture, so the expected numbers are the parts of its references.
 #include "analysis/LinearFit.h"
 
 #include "analysis/CalculationPlan.h"
@@ -70,7 +70,7 @@ private Q_SLOTS:
     void invalidReferenceAmongTheFirstIsFittedAsZero();
     void invalidReferenceAfterTheFirstTwoIsIgnored();
 
-    void comparisonPointHoldsTargetResultShareValenceAndColour();
+    void comparisonPointStoresTargetResultShareValenceAndColour();
 };
 
 void tst_FitTarget::fitRecoversTheMixture()
@@ -200,12 +200,12 @@ void tst_FitTarget::invalidReferenceAfterTheFirstTwoIsIgnored()
     QVERIFY(isDefault(fit(fitInputs().useReferences({0, 1, 3}))));
 }
 
-void tst_FitTarget::comparisonPointHoldsTargetResultShareValenceAndColour()
+void tst_FitTarget::comparisonPointStoresTargetResultShareValenceAndColour()
 {
     const LCFPoint point = analysis::comparisonPoint(0.375, 2.75, fit(fitInputs()), 7);
     QCOMPARE(point.fourPsA, 0.375);
     QCOMPARE(point.fourPsValence, 2.75);
-    QVERIFY(near(point.lcfA, 0.4));     // of the sum of the parts
+    QVERIFY(near(point.lcfA, 0.4));     // the share: 0.5 / 1.25
     QVERIFY(near(point.lcfValence, 4)); // the parts are not divided by their sum
     QCOMPARE(point.color, 7);
 }

@@ -16,7 +16,7 @@ namespace
 {
 
 // A target that follows the model exactly: a mixture of two references with different edge
-// jumps on a background that is linear in energy. Each divided by its edge jump, the
+// jumps on a background that is linear in energy. After division by their edge jumps, the
 // references are equal at all rows except the V row.
 struct Mixture {
     std::array<double, 4> E{8250, 8320, 8385, 8345}; // eV; the V row is the last
@@ -40,7 +40,7 @@ Mixture mixture(double fraction, double thickness, double jump1, double jump2, d
         m.T[i] = thickness * (fraction * shape1[i] + (1 - fraction) * shape2[i]) + mu0 +
                  slope * (m.E[i] - 8300);
     }
-    // The four-point forms give the thickness in units of the references' mean edge jump.
+    // The four-point forms return the thickness in units of the references' mean edge jump.
     m.tts = 2 * thickness / (jump1 + jump2);
     return m;
 }
@@ -59,8 +59,8 @@ double leastSquare(const Mixture& m, double* tts)
         {m.R2[0], m.R2[1], m.R2[2]}, {m.E[0], m.E[1], m.E[2]}, m.r, tts);
 }
 
-// 1e-6: the normal equations for three close energies near 8300 eV lose about nine of the
-// sixteen digits.
+// The normal equations for three close energies near 8300 eV lose about nine of the sixteen
+// digits.
 constexpr double leastSquareTolerance = 1e-6;
 
 } // namespace
@@ -122,7 +122,7 @@ void tst_FourPointForms::equalRowsMakeThreePointsNaNOrInfinite()
     const ThreeValues r2{0, 4, 1};
     QVERIFY(std::isnan(analysis::threePointFraction({1, 1, 1}, r1, r2)));
     QVERIFY(std::isinf(analysis::threePointFraction({1, 5, 3}, r1, r1)));
-    QVERIFY(std::isnan(analysis::threePointFraction({1, 5, 4}, r1, r1))); // 0 over 0
+    QVERIFY(std::isnan(analysis::threePointFraction({1, 5, 4}, r1, r1))); // 0 / 0
 }
 
 void tst_FourPointForms::threePointThicknessUsesOnlyTheFirstReferenceAtRowOne()
@@ -141,8 +141,8 @@ void tst_FourPointForms::threePointThicknessOfFirstReferenceIsOneOnlyForEqualFir
 
 void tst_FourPointForms::exactFormOfAnEqualMixtureIsHalfWithThicknessOne()
 {
-    // R1 is 1, 2, 4 (V row 8), R2 is 3, 3, 9 (V row 2), T = (R1 + R2) / 2; the energies are
-    // 0, 1, 5 (V row 2).
+    // R1 is 1, 2, 4 and 8 (V row), R2 is 3, 3, 9 and 2 (V row), T is (R1 + R2) / 2. The
+    // energies are 0, 1, 5 and 2 (V row).
     double tts = 0.0;
     const double a =
         analysis::exactFourPoints(2, 2.5, 6.5, 5, 1, 2, 4, 8, 3, 3, 9, 2, 0, 1, 5, 2, 1.0, &tts);
@@ -227,7 +227,8 @@ void tst_FourPointForms::orderOfRowsChangesOnlyTheRounding()
 
 void tst_FourPointForms::leastSquareOfThreeRowsIsNearTheExactForm()
 {
-    // Not a mixture of the model, but any three rows determine the plane exactly.
+    // These numbers do not follow the model. Both forms still agree, because the least-squares
+    // plane through three rows is exact.
     Mixture m = mixture(0.35, 1.2, 1.5, 0.8, 0.2, 1e-4);
     m.T[1] += 0.05;
     m.R1[2] -= 0.03;

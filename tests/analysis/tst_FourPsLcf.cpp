@@ -61,8 +61,8 @@ private Q_SLOTS:
     void curveIsReplacedByTheNextRun();
 
     void eachRunAddsOneComparisonPoint();
-    void comparisonPointHoldsTargetResultAndColour();
-    void comparisonPointAfterARefusedTargetHoldsTheEarlierResult();
+    void comparisonPointStoresTargetResultAndColour();
+    void comparisonPointAfterARefusedTargetStoresTheEarlierResult();
     void clearingRemovesThePointsAndResetsTheColour();
     void newColourWrapsAtTheNumberOfColours();
 
@@ -76,7 +76,7 @@ private:
     FourPs& panel = *m_shared;
 };
 
-// In the shared panel only the calculations that its constructor triggers have run.
+// So far, only the calculations that the constructor starts have run in the shared panel.
 void tst_FourPsLcf::initTestCase()
 {
     QVERIFY(!panel.LCFMut);
@@ -178,7 +178,7 @@ void tst_FourPsLcf::eachRunAddsOneComparisonPoint()
     QVERIFY(near(panel.LCFvs4PS.at(2).lcfA, 0.75));
 }
 
-void tst_FourPsLcf::comparisonPointHoldsTargetResultAndColour()
+void tst_FourPsLcf::comparisonPointStoresTargetResultAndColour()
 {
     enterInputs(panel, fitInputs());
     panel.TargetV = 0.375;
@@ -192,7 +192,7 @@ void tst_FourPsLcf::comparisonPointHoldsTargetResultAndColour()
     QCOMPARE(panel.LCFColor, 7);
 }
 
-void tst_FourPsLcf::comparisonPointAfterARefusedTargetHoldsTheEarlierResult()
+void tst_FourPsLcf::comparisonPointAfterARefusedTargetStoresTheEarlierResult()
 {
     PanelInputs inputs = threePointsAndFit();
     inputs.useRows({});

@@ -1,4 +1,4 @@
-// The map calculation in the panel: the inputs it reads, and its effect on the result map,
+// The map calculation in the panel: its inputs, and its effect on the result map,
 // the histograms and the message box. Its checks are tested in tst_CalculationPlan, its
 // numbers in tst_MapStacks, tst_MapCalculation and tst_NonEquivalentMap.
 #include "support/CalculationPanel.h"
@@ -31,8 +31,8 @@ PanelInputs mixedMaps(const QList<mixes::Mix>& pixels, int references = 2, int r
     return inputs;
 }
 
-// Histogram limits that put a valence of 2.5 and a thickness of 1 into the middle one of
-// three bins each. Each value is outside the limits of the other histogram.
+// Limits for histograms of three bins each: a valence of 2.5 and a thickness of 1 are in the
+// middle bins. Each value is outside the limits of the other histogram.
 void separateHistograms(FourPs& panel)
 {
     panel.ui.HgAFrom->setText("2");
@@ -60,7 +60,7 @@ void setHistogramLimits(FourPs& panel)
     panel.ui.HgTBoxes->setText("11");
 }
 
-// The rounded centres of the filled bins, each repeated as often as it was counted.
+// The rounded centres of the filled bins. A bin with the count n occurs n times.
 QList<int> countedCentres(const Histgram* histogram)
 {
     QList<int> centres;
@@ -148,7 +148,7 @@ private:
 void tst_FourPsMap::buttonCalculatesThreePoints()
 {
     PanelInputs inputs = threePointMaps();
-    inputs.target.valid = false; // the map does not need it
+    inputs.target.valid = false; // not needed for the map
     inputs.maps[2].headerLines = {"# base row"};
     inputs.maps[2].rows[0].x = 12.5;
     enterInputs(panel, inputs);
@@ -195,7 +195,7 @@ void tst_FourPsMap::nonEquivalentMethodFillsAllValues()
 {
     QFETCH(bool, linear);
     PanelInputs inputs = mixedMaps({linear ? mixes::quarter : mixes::curvedQuarter}, 2, 8);
-    inputs.chooseNonEquivalent(linear).makeTargetInvalid().markVRows({}); // the map needs neither
+    inputs.chooseNonEquivalent(linear).makeTargetInvalid().markVRows({}); // not needed for the map
     enterInputs(panel, inputs);
     panel.calcMap();
     QVERIFY(messages(panel).isEmpty());
@@ -269,10 +269,10 @@ void tst_FourPsMap::histogramsCountValenceTotalSharesAndAmounts()
     enterInputs(panel, mixedMaps({mixes::quarter, mixes::negative}));
     setHistogramLimits(panel);
     panel.calcMap();
-    QCOMPARE(countedCentres(panel.HistV), (QList<int>{4, 6}));           // 4.25, 5.6
-    QCOMPARE(countedCentres(panel.HistT), (QList<int>{4, 5}));           // 4, 5
-    QCOMPARE(countedCentres(panel.HistRatio.at(0)), (QList<int>{0, 0})); // 0.25, -0.2
-    QCOMPARE(countedCentres(panel.HistRatio.at(1)), (QList<int>{1, 1})); // 0.75, 1.2
+    QCOMPARE(countedCentres(panel.HistV), (QList<int>{4, 6}));           // values 4.25 and 5.6
+    QCOMPARE(countedCentres(panel.HistT), (QList<int>{4, 5}));           // values 4 and 5
+    QCOMPARE(countedCentres(panel.HistRatio.at(0)), (QList<int>{0, 0})); // values 0.25 and -0.2
+    QCOMPARE(countedCentres(panel.HistRatio.at(1)), (QList<int>{1, 1})); // values 0.75 and 1.2
     QCOMPARE(countedCentres(panel.HistDMut.at(0)), (QList<int>{-1, 1}));
     QCOMPARE(countedCentres(panel.HistDMut.at(1)), (QList<int>{3, 6}));
     QCOMPARE(panel.HistRatio.at(0)->total, 2);
@@ -321,8 +321,8 @@ void tst_FourPsMap::pointMethodsEmptyTheReferenceHistograms_data()
     }
 }
 
-// A repeated run with unchanged inputs skips the calculation, but still resets these
-// histograms.
+// A repeated run with unchanged inputs skips the calculation, but it still resets the
+// histograms of the references.
 void tst_FourPsMap::pointMethodsEmptyTheReferenceHistograms()
 {
     QFETCH(int, maps);

@@ -41,7 +41,7 @@ private Q_SLOTS:
     void nonEquivalentResultFillsItsFields();
     void nonEquivalentMessageIsSentBeforeTheResultIsShown();
     void resultsAreShownAtTheUsedReferences();
-    void resultFieldsShowSixDigitsAndTheirStart();
+    void resultFieldsShowSixDigitsFromTheirStart();
     void mapAndHistogramsAreUnchanged();
 
     void rowNumbersAreReadFromTheirFields();
@@ -80,7 +80,7 @@ void tst_FourPsTarget::exactFourPointsSendNoMessage()
 void tst_FourPsTarget::leastSquareIsShownAndSentAsMessage()
 {
     const QString line = "4ps2: a = 0.5, Valence = 2.5, t/ts = 1";
-    for (const bool chosen : {true, false}) { // also with neither radio on
+    for (const bool chosen : {true, false}) { // false: both radio buttons are off
         enterInputs(panel, fourPointInputs().chooseFourPoints(false, chosen));
         clearMessages(panel);
         panel.ui.CalcRes->clear();
@@ -105,7 +105,7 @@ void tst_FourPsTarget::threePointResultIsShownBeforeTheMessage()
 
 void tst_FourPsTarget::nonEquivalentResultFillsItsFields()
 {
-    // The amounts (dMut) are 1 and 3 of a total of 4, on either background.
+    // The amounts (dMut) are 1 and 3, with a total of 4, for both kinds of background.
     for (const bool linear : {true, false}) {
         PanelInputs inputs = mixes::mixedInputs(linear ? mixes::quarter : mixes::curvedQuarter);
         resetPanel(*m_shared);
@@ -163,9 +163,9 @@ void tst_FourPsTarget::resultsAreShownAtTheUsedReferences()
     QCOMPARE(panel.ui.CalcRes->text(), quarterText);
 }
 
-void tst_FourPsTarget::resultFieldsShowSixDigitsAndTheirStart()
+void tst_FourPsTarget::resultFieldsShowSixDigitsFromTheirStart()
 {
-    // The amounts (dMut) are 1/3 and 2 of a total of 7/3.
+    // The amounts (dMut) are 1/3 and 2, with a total of 7/3.
     enterInputs(panel, mixes::mixedInputs({{1.0 / 6.0, 1.0 / 3.0}}));
     panel.calcTarget();
     const ARefFile* first = panel.Refs.RefRows.at(0);
@@ -205,7 +205,7 @@ void tst_FourPsTarget::rowNumbersAreReadFromTheirFields()
     // The V row's value is edited from 3 to 3.5, so f(T) = 2.5/4 and a = 3/4.
     enterInputs(panel, threePointInputs());
     panel.EPoints.at(2)->MutT->setText("3.5");
-    QVERIFY(panel.ui.CalcRes->text().isEmpty()); // typing alone starts no calculation
+    QVERIFY(panel.ui.CalcRes->text().isEmpty()); // a changed text alone starts no calculation
     panel.calcTarget();
     QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.75, Valence = 2.25");
 }
@@ -215,13 +215,13 @@ void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly_data()
     QTest::addColumn<bool>("linear");
     QTest::addColumn<bool>("victoreen");
     QTest::newRow("linear") << true << false;
-    QTest::newRow("both") << true << true;
+    QTest::newRow("both radio buttons on") << true << true;
     QTest::newRow("Victoreen") << false << true;
-    QTest::newRow("neither") << false << false;
+    QTest::newRow("both radio buttons off") << false << false;
 }
 
-// Target and pixels have a linear background: the two terms of the Victoreen background
-// cannot follow a straight line through eight points.
+// Target and pixels have a linear background. The Victoreen background has two terms, which
+// cannot fit a straight line through eight points, so it leads to other results.
 void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly()
 {
     QFETCH(bool, linear);

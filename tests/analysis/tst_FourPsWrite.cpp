@@ -51,7 +51,7 @@ private Q_SLOTS:
     void saveUpdatesExistingHistogramFiles();
 
 private:
-    // Enters the file name as a user who types it.
+    // Sets the text of the save field to the path of @p name in m_dir. Returns the path.
     QString saveTo(const QString& name) const;
 
     SharedPanel m_shared;
@@ -136,7 +136,7 @@ void tst_FourPsWrite::valenceIsCalculatedWhenWriting()
     panel.write();
     QVERIFY(readFile(path).contains("  0.5          3          1\n"));
     panel.XafsFiles.at(1)->valid = false;
-    panel.write(); // the valence is 0 with fewer than two valid references
+    panel.write(); // with fewer than two valid references the valence is 0
     QVERIFY(readFile(path).contains("  0.5          0          1\n"));
 }
 
@@ -163,7 +163,7 @@ void tst_FourPsWrite::saveRowAddsItsSuffix()
 void tst_FourPsWrite::existingFileIsOverwrittenWithoutAMessage()
 {
     const QString path = writeFile(*m_dir, "no suffix", QByteArray(100000, 'x'));
-    saveTo("no suffix"); // no suffix is added to a typed path
+    saveTo("no suffix"); // a path in the field is used without adding a suffix
     panel.write();
     QCOMPARE(readFile(path), "# qelk result map V1.0\n\n");
     QVERIFY(messages(panel).isEmpty());
@@ -204,7 +204,7 @@ void tst_FourPsWrite::partlyWrittenHistogramIsReportedByItsName()
 
 void tst_FourPsWrite::histogramsAreWrittenAlthoughTheResultIsNot()
 {
-    // A folder has the name of the result; the histogram file exists already.
+    // The result cannot be written, because a folder has its name. The histogram file exists.
     QVERIFY(QDir(m_dir->path()).mkdir("result.dat"));
     const QString path = saveTo("result.dat");
     const QString histogram = writeFile(*m_dir, "result_HGAlpha.dat", "old");
@@ -237,7 +237,7 @@ void tst_FourPsWrite::saveUpdatesExistingHistogramFiles()
     const QString thick = writeFile(*m_dir, "a.b_HGThick.dat", "old");
     saveTo("a.b.dat");
     panel.calcAndWrite();
-    // Valence 2.5 is in the middle one of three bins; thickness 1 is below both of two bins.
+    // The valence 2.5 is in the middle bin of three. The thickness 1 is below both bins.
     QCOMPARE(readFile(alpha), "1.25 1.5 1.75  0\n"
                               "1.75 2 2.25  0\n"
                               "2.25 2.5 2.75  1\n"

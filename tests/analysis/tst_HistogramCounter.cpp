@@ -37,9 +37,9 @@ bool sameCounts(const HistogramCounts& a, const tests::PlainHistogram& plain)
            a.total == plain.total;
 }
 
-/// Counts @p values in blocks of @p perBlock. The unused end of each block holds numbers that
-/// would be counted.
-/// @return whether a copy of the counts, made before, is unchanged
+/// Counts @p values in blocks of @p perBlock. The unused end of each block contains numbers
+/// that must not be counted.
+/// @return whether a copy of @p counts, made before counting, is unchanged
 bool countInBlocks(HistogramCounts& counts, const Values& values, int perBlock,
                    Instructions instructions)
 {
@@ -126,8 +126,8 @@ private Q_SLOTS:
     void valuesAfterTheCountAreIgnored_data();
     void valuesAfterTheCountAreIgnored();
     void edgesBelongToTheBinAbove();
-    void valuesLessThanOneBinBelowCountInTheFirst();
-    void binNumbersBeyondIntCountBelow();
+    void valuesLessThanOneBinBelowCountInTheFirstBin();
+    void binNumbersBeyondIntAreCountedBelow();
     void valuesInOneBinAreAllCounted();
     void earlierCountsAreKept();
     void higherEarlierCountRemainsTheMaximum();
@@ -196,7 +196,7 @@ void tst_HistogramCounter::valuesAfterTheCountAreIgnored()
         HistogramCounts counts;
         counts.start(0.0, 1.0, boxes);
         Block block;
-        block.fill(1.0); // would be counted in the last bin
+        block.fill(1.0); // the unused values would be counted in the last bin
         std::fill_n(block.begin(), count, 0.0);
         HistogramCounter counter(counts);
         counter.add(block, count, instructions);
@@ -227,7 +227,7 @@ void tst_HistogramCounter::edgesBelongToTheBinAbove()
     }
 }
 
-void tst_HistogramCounter::valuesLessThanOneBinBelowCountInTheFirst()
+void tst_HistogramCounter::valuesLessThanOneBinBelowCountInTheFirstBin()
 {
     for (const Instructions instructions : analysis::availableInstructions()) {
         HistogramCounts counts;
@@ -243,8 +243,8 @@ void tst_HistogramCounter::valuesLessThanOneBinBelowCountInTheFirst()
     }
 }
 
-// The bins are 2 wide and start at 0; the bin numbers are around 2^31.
-void tst_HistogramCounter::binNumbersBeyondIntCountBelow()
+// The bins start at 0 and have the width 2; the bin numbers of the values are around 2^31.
+void tst_HistogramCounter::binNumbersBeyondIntAreCountedBelow()
 {
     for (const Instructions instructions : analysis::availableInstructions()) {
         HistogramCounts counts;

@@ -153,7 +153,8 @@ void tst_HistogramCounts::valueIsCountedInItsBin()
     }
 }
 
-// The lower limit is 1; the value is half a bin width, 1, below it.
+// The lower limit 1 is the centre of bin 0. The value, half a bin width below it, is on the
+// lower edge of bin 0.
 void tst_HistogramCounts::valueHalfABinBelowTheLowerLimitIsInBinZero()
 {
     HistogramCounts counts = fourBins();
@@ -185,7 +186,7 @@ void tst_HistogramCounts::valuesOutsideDoNotRaiseTheHighestCount()
     QCOMPARE(counts.over, 5);
 }
 
-// From 7 to 1: the width is -2 and bin 0 extends from 8 down to 6.
+// From 7 to 1 in four boxes: the bin width is -2 and bin 0 extends from 8 down to 6.
 void tst_HistogramCounts::descendingLimitsCountDownward()
 {
     HistogramCounts counts;
@@ -230,8 +231,8 @@ void tst_HistogramCounts::zeroBoxesCountEverythingOutside()
     HistogramCounts counts;
     counts.start(0.0, 1.0, 0);
     QCOMPARE(counts.step, -1.0);
-    counts.add(0.0);   // half a width from the edge at 0.5, where bin 0 would be
-    counts.add(100.0); // far away on the other side of this edge
+    counts.add(0.0);   // after the edge at 0.5, where bin 0 would be
+    counts.add(100.0); // far before this edge; the bins are in descending order
     counts.add(notANumber);
     QCOMPARE(counts.bins.size(), 0);
     QCOMPARE(counts.over, 1);
@@ -269,7 +270,8 @@ void tst_HistogramCounts::fileLinesHaveEdgesCentreAndCount()
                                            "8 9 10  2\n"));
 }
 
-// The width is -1 and the lower edge 0.5: one line for i = -1 and one for i = 0.
+// The bin width is -1 and the lower edge 0.5: one line for values below (i = -1) and
+// one for values above (i = 0).
 void tst_HistogramCounts::fileOfZeroBoxesHasTwoLines()
 {
     HistogramCounts counts;
@@ -278,8 +280,8 @@ void tst_HistogramCounts::fileOfZeroBoxesHasTwoLines()
                                            "0.5 0 -0.5  0\n"));
 }
 
-// The width is infinite and the lower edge minus infinity. inf * i - inf is NaN for positive
-// i, and 0 * inf is NaN as well.
+// With one box, the bin width is infinite and the lower edge is minus infinity. Edges and
+// centres are k * inf - inf, which is NaN for every k >= 0.
 void tst_HistogramCounts::fileOfOneBoxShowsInfinityAndNaN()
 {
     HistogramCounts counts;
@@ -290,7 +292,7 @@ void tst_HistogramCounts::fileOfOneBoxShowsInfinityAndNaN()
                                            "nan nan nan  0\n"));
 }
 
-// The bin centres are 100000.5 and 100001.5.
+// The bin centres are 100000.5 and 100001.5, half-way between numbers of six digits.
 void tst_HistogramCounts::fileRoundsExactHalvesAwayFromZero()
 {
     HistogramCounts counts;

@@ -80,7 +80,7 @@ solvedInLanes(const std::array<Matrix<N>, analysis::laneCount>& a,
     return x;
 }
 
-/// Solves one system, as the third of four; the others are zero.
+/// Solves one system in lane 2. The systems of the other lanes are zero.
 template <std::size_t N>
 Vector<N> solved(const Matrix<N>& a, const Vector<N>& b)
 {
@@ -89,11 +89,11 @@ Vector<N> solved(const Matrix<N>& a, const Vector<N>& b)
                             analysis::fastestInstructions())[2];
 }
 
-/// Number of random systems of size N that SmallMatrix solves differently.
+/// Number of random systems of N equations for which SmallMatrix has another result.
 template <std::size_t N>
 int differences(const std::function<double()>& element)
 {
-    constexpr int rounds = 250; // of four systems each
+    constexpr int rounds = 250; // each round solves four systems
     int different = 0;
     for (int round = 0; round < rounds; ++round) {
         std::array<Matrix<N>, analysis::laneCount> a;
@@ -165,8 +165,8 @@ void tst_LaneSolver::unknownsAreInColumnOrder()
 
 void tst_LaneSolver::firstOfEqualPivotsIsChosen()
 {
-    // With row 0 as pivot the multiplier is 1 and 1e-20 is lost in row 1 (1 - 1e-20 = 1), so
-    // x1 = (1 - 0) / (1 - 1e-20) = 1 and x0 = 0 - 1e-20. With row 1 as pivot, x0 would be 0.
+    // With row 0 as the pivot row, the multiplier is 1 and 1 - 1e-20 is rounded to 1 in row 1.
+    // So x1 = 1 / 1 and x0 = 0 - 1e-20. With row 1 as the pivot row, x0 would be 0.
     const auto x = solved<2>({{{1, 1e-20}, {1, 1}}}, {0, 1});
     QCOMPARE(x[1], 1.0);
     QVERIFY(tests::sameDouble(x[0], -1e-20));

@@ -1,6 +1,6 @@
-// analysis::LinearCombination: small cases calculated by hand, and random cases compared
-// bit for bit with the reference implementation, which factorises the matrix for every set of
-// values.
+// analysis::LinearCombination: small cases that are calculated by hand, and random cases that
+// are compared bit for bit with the reference implementation. The reference implementation
+// factorises the matrix again for every set of values.
 #include "analysis/LinearCombination.h"
 
 #include "support/PlainFits.h"
@@ -30,8 +30,8 @@ double uniform(std::mt19937& random)
     return std::uniform_real_distribution<double>(-2.0, 2.0)(random);
 }
 
-/// Number of coefficients that differ from the reference implementation, for random bases of
-/// all sizes with several sets of values each.
+/// Number of coefficients that differ from the reference implementation. The test uses random
+/// bases of all sizes and several sets of values for each basis.
 int differences(const Element& element)
 {
     std::mt19937 random(7);
@@ -83,7 +83,7 @@ private Q_SLOTS:
 
 void tst_LinearCombination::lineThroughTwoPointsIsExact()
 {
-    // 1 + 2 t at t = 0 and 1; the normal matrix {2, 1}, {1, 1} is exact.
+    // The line 1 + 2 t at t = 0 and t = 1. The normal matrix {2, 1}, {1, 1} is exact.
     const LinearCombination fit(2, {1, 0, 1, 1});
     const std::array<double, 2> y{1, 3};
     const auto x = fit.coefficients(y);

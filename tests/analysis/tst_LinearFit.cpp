@@ -75,7 +75,7 @@ class tst_LinearFit : public QObject
 private Q_SLOTS:
     void rangeSpansMarkedRowsEvenIfUnused();
     void unmarkedRowsAreIgnored();
-    void oneMarkedRowIsNoRange();
+    void oneMarkedRowIsNotARange();
     void twoMarkedRowsAtOneEnergyAreARange();
     void rowWithNaNEnergyCountsButSetsNoLimit();
     void mixtureIsRecovered();
@@ -116,7 +116,7 @@ void tst_LinearFit::unmarkedRowsAreIgnored()
     QVERIFY(!none.isSelected());
 }
 
-void tst_LinearFit::oneMarkedRowIsNoRange()
+void tst_LinearFit::oneMarkedRowIsNotARange()
 {
     QVERIFY(!analysis::fitRange({marked(100)}).isSelected());
 }
@@ -143,7 +143,7 @@ void tst_LinearFit::rowWithNaNEnergyCountsButSetsNoLimit()
 
 void tst_LinearFit::mixtureIsRecovered()
 {
-    // 0.25 a + 0.75 b + 0.5
+    // The target is 0.25 a + 0.75 b + 0.5.
     const AMutE a = spectrum({0, 1, 4, 2});
     const AMutE b = spectrum({2, 0, 2, 6});
     const AMutE target = spectrum({2, 0.75, 3, 5.5});
@@ -188,7 +188,7 @@ void tst_LinearFit::spectraAreNormalisedBetweenTheirLines()
 
 void tst_LinearFit::valenceIsNotDividedByTheSum()
 {
-    // 2 a + 2 b: both shares are 1/2, but the valence is 2 * 2 + 2 * 4.
+    // The target is 2 a + 2 b: both shares are 1/2, but the valence is 2 * 2 + 2 * 4.
     const AMutE a = spectrum({0, 1, 4, 2});
     const AMutE b = spectrum({2, 0, 2, 6});
     const AMutE target = spectrum({4, 2, 12, 16});

@@ -39,8 +39,8 @@ using Form = void (*)(const MapStack&, A2DData&, HistogramCounts&, HistogramCoun
 using PlainForm = void (*)(const tests::PlainStack&, A2DData&, tests::PlainHistogram&,
                            tests::PlainHistogram&);
 
-// Two references that differ only at the V row: R1 is 0, 4 and 3 (V row), R2 is 0, 4 and 1.
-// The valences are 2 and 3.
+// A stack with two references that differ only at the V row: R1 is 0, 4 and 3 (V row), R2 is
+// 0, 4 and 1 (V row). The valences are 2 and 3.
 MapStack threePointStack(const A2DData& m0, const A2DData& m1, const A2DData& mv)
 {
     return {{{&m0, 100, 0, 0}, {&m1, 200, 4, 4}}, {&mv, 150, 3, 1}, 1.0, {true, 2.0, 3.0}};
@@ -63,14 +63,14 @@ class tst_MapCalculation : public QObject
 private Q_SLOTS:
     void resultHasOneRowPerPixelInScanOrder();
     void threePointsMatchAHandCalculation();
-    void coordinatesComeFromTheVRowsMap();
+    void coordinatesAreReadFromTheVRowsMap();
     void pixelMissingInTheVRowsMapHasZeroCoordinates();
     void mapsOfAnotherSizeAreReadWithTheirWidth();
-    void headerLinesAndSizeComeFromTheVRow();
+    void headerLinesAndSizeAreReadFromTheVRow();
     void earlierResultIsReplacedAndNoLongerExtended();
     void mapOfHeightZeroGivesNoPixels();
     void hugeHeightWithZeroWidthReturnsAtOnce();
-    void nanPixelGivesNaNAndCountsBelow();
+    void nanPixelGivesNaNAndIsCountedBelow();
     void tooFewRowsLeaveTheResultUnchanged();
     void exactFormUsesTheFirstThreeRows();
     void leastSquareWithoutOtherRowsGivesNaNPixels();
@@ -103,13 +103,13 @@ void tst_MapCalculation::threePointsMatchAHandCalculation()
                              result.thickness);
     QCOMPARE(result.map.rows.at(0).intensity, 0.5);
     QCOMPARE(result.map.rows.at(0).i0, 1.0);
-    // Valence 2.5 is in the middle one of eleven bins with centres from 2.0 to 3.0.
+    // There are eleven bins with centres from 2.0 to 3.0. The valence 2.5 is in the middle bin.
     QCOMPARE(result.valence.bins.at(5), 1);
     QCOMPARE(result.thickness.bins.at(5), 1);
     QCOMPARE(result.valence.total, 1);
 }
 
-void tst_MapCalculation::coordinatesComeFromTheVRowsMap()
+void tst_MapCalculation::coordinatesAreReadFromTheVRowsMap()
 {
     A2DData m0 = readyMap(1, 1, {1});
     m0.rows[0].x = 77;
@@ -125,7 +125,7 @@ void tst_MapCalculation::coordinatesComeFromTheVRowsMap()
 
 void tst_MapCalculation::pixelMissingInTheVRowsMapHasZeroCoordinates()
 {
-    const A2DData mv = readyMap(2, 1, {3}); // the size is two pixels, but there is one row
+    const A2DData mv = readyMap(2, 1, {3}); // one row, but a size of two pixels
     Result result;
     analysis::mapThreePoints(threePointStack(mv, mv, mv), result.map, result.valence,
                              result.thickness);
@@ -136,8 +136,8 @@ void tst_MapCalculation::pixelMissingInTheVRowsMapHasZeroCoordinates()
 
 void tst_MapCalculation::mapsOfAnotherSizeAreReadWithTheirWidth()
 {
-    // The V row's map is 20 by 20. Row 1 has a map of 10 by 10 whose pixel i holds 1000 + i,
-    // row 0 a constant map. The thickness (T1 - T0) / 4 shows which T1 was read.
+    // The V row's map is 20 by 20, row 0 has a constant map, and row 1 has a map of 10 by 10
+    // pixels with the values 1000 + index. The thickness (T1 - T0) / 4 shows which T1 was read.
     const A2DData mv = readyMap(20, 20, QList<double>(400, 3.0));
     QList<double> small;
     for (int i = 0; i < 100; ++i) {
@@ -150,14 +150,14 @@ void tst_MapCalculation::mapsOfAnotherSizeAreReadWithTheirWidth()
                              result.thickness);
     for (int y = 0; y < 20; ++y) {
         for (int x = 0; x < 20; ++x) {
-            const int index = y * 10 + x; // calculated with the width of the small map
+            const int index = y * 10 + x; // the index uses the width of the small map
             const double t1 = index < 100 ? 1000 + index : -1.0;
             QCOMPARE(result.map.rows.at(y * 20 + x).i0, t1 / 4);
         }
     }
 }
 
-void tst_MapCalculation::headerLinesAndSizeComeFromTheVRow()
+void tst_MapCalculation::headerLinesAndSizeAreReadFromTheVRow()
 {
     A2DData m0 = readyMap(1, 1, {1});
     m0.headerLines = {"# other"};
@@ -203,7 +203,7 @@ void tst_MapCalculation::hugeHeightWithZeroWidthReturnsAtOnce()
     QVERIFY(result.map.rows.isEmpty());
 }
 
-void tst_MapCalculation::nanPixelGivesNaNAndCountsBelow()
+void tst_MapCalculation::nanPixelGivesNaNAndIsCountedBelow()
 {
     const A2DData mv = readyMap(1, 1, {NaN});
     Result result;
@@ -229,7 +229,7 @@ void tst_MapCalculation::tooFewRowsLeaveTheResultUnchanged()
 
 void tst_MapCalculation::exactFormUsesTheFirstThreeRows()
 {
-    // Half the sum of the references of tst_FourPointForms: a = 0.5, t/ts = 1.
+    // The target is half the sum of the references in tst_FourPointForms: a = 0.5, t/ts = 1.
     const A2DData t0 = readyMap(1, 1, {2});
     const A2DData t1 = readyMap(1, 1, {2.5});
     const A2DData t2 = readyMap(1, 1, {6.5});
@@ -261,7 +261,7 @@ void tst_MapCalculation::methodsMatchTheReferenceImplementationBitForBit_data()
 {
     QTest::addColumn<Form>("form");
     QTest::addColumn<PlainForm>("plain");
-    QTest::addColumn<int>("minimumOthers"); // rows in addition to the V row
+    QTest::addColumn<int>("minimumOthers"); // fewest rows in addition to the V row
     QTest::newRow("three points") << &analysis::mapThreePoints << &tests::plainThreePoints << 2;
     QTest::newRow("exact") << &analysis::mapExactFourPoints << &tests::plainExactFourPoints << 3;
     QTest::newRow("least square") << &analysis::mapLeastSquare << &tests::plainLeastSquare << 0;

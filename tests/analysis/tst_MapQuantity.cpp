@@ -17,8 +17,8 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 const ValenceMix twoToThree{true, 2.0, 3.0};
 
-/// A result of 2 by 2 pixels. Value k of pixel i is 100 i + k; intensity and i0 hold a
-/// fraction and a thickness.
+/// A result of 2 by 2 pixels. Value k of pixel i is 100 i + k. As in every result, intensity
+/// is the fraction a and i0 is the thickness.
 A2DData usualResult(bool extended)
 {
     A2DData result;
@@ -84,8 +84,8 @@ void tst_MapQuantity::quantitiesFollowFromTheFraction_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<QList<double>>("values"); // for a = 0, 1/4, 1/2, 3/4
-    QTest::newRow("share of the first") << 0 << QList<double>{0.0, 0.25, 0.5, 0.75};
-    QTest::newRow("share of the second") << 1 << QList<double>{1.0, 0.75, 0.5, 0.25};
+    QTest::newRow("share of the first reference") << 0 << QList<double>{0.0, 0.25, 0.5, 0.75};
+    QTest::newRow("share of the second reference") << 1 << QList<double>{1.0, 0.75, 0.5, 0.25};
     for (int kind = 2; kind < 11; ++kind) {
         QTest::addRow("quantity %d", kind) << kind << QList<double>{0.0, 0.0, 0.0, 0.0};
     }
@@ -126,7 +126,7 @@ void tst_MapQuantity::pixelIsFoundByItsPosition()
     const MapQuantity quantity(result, ValenceMix{}, 4);
     QCOMPARE(quantity.at(2, 0), 204.0);
     QCOMPARE(quantity.at(0, 1), 304.0);
-    QCOMPARE(quantity.at(1, 1), 0.0); // there is no such row
+    QCOMPARE(quantity.at(1, 1), 0.0); // outside the rows
     QCOMPARE(quantity.at(0, 1 << 30), 0.0);
 }
 
@@ -164,7 +164,7 @@ void tst_MapQuantity::pixelsOutsideTheRowsAreZero_data()
     QTest::newRow("after the last") << qint64{4};
     QTest::newRow("far before") << std::numeric_limits<qint64>::min();
     QTest::newRow("far after") << std::numeric_limits<qint64>::max();
-    QTest::newRow("beyond 32 bits") << (qint64{1} << 32); // 0 if cut to 32 bits
+    QTest::newRow("beyond 32 bits") << (qint64{1} << 32); // 0 if truncated to 32 bits
 }
 
 void tst_MapQuantity::pixelsOutsideTheRowsAreZero()
@@ -172,7 +172,7 @@ void tst_MapQuantity::pixelsOutsideTheRowsAreZero()
     QFETCH(qint64, index);
     for (const bool extended : {false, true}) {
         A2DData result = usualResult(extended);
-        result.rows[0].intensity = 0.625; // so that no value of pixel 0 is 0
+        result.rows[0].intensity = 0.625; // so that no quantity of pixel 0 is 0
         result.rows[0].values.fill(77.0);
         for (const int kind : {0, 1, 11, 12}) {
             const MapQuantity quantity(result, twoToThree, kind);
@@ -182,7 +182,7 @@ void tst_MapQuantity::pixelsOutsideTheRowsAreZero()
     }
 }
 
-// The number of rows matters, not the size of the result.
+// The number of rows decides which pixels exist, not the size of the result.
 void tst_MapQuantity::rowsBeyondTheSizeAreRead()
 {
     A2DData result = usualResult(true);
@@ -221,7 +221,7 @@ void tst_MapQuantity::missingValuesReadAsZero()
     for (int kind = 0; kind < 13; ++kind) {
         const MapQuantity quantity(result, twoToThree, kind);
         QCOMPARE(quantity.at(1), kind < length ? 100.0 + kind : 0.0);
-        QCOMPARE(quantity.at(2), 200.0 + kind); // the next pixel has all values
+        QCOMPARE(quantity.at(2), 200.0 + kind); // pixel 2 has all values
     }
 }
 

@@ -16,8 +16,8 @@ using analysis::MapResultCache;
 namespace
 {
 
-// A fake calculation: its result is the sum of the maps' first pixels and of the numbers,
-// counted in one histogram.
+// A fake calculation. Its result is the sum of the first pixels of the maps and of the
+// numbers; the sum is also counted in one histogram.
 struct FakeCalculation {
     A2DData first = tests::readyMap(2, 1, {1.0, 2.0});
     A2DData second = tests::readyMap(2, 1, {3.0, 4.0});
@@ -54,7 +54,7 @@ using Change = std::function<void(FakeCalculation&)>;
 const A2DData someMap;
 const A2DData otherMap;
 
-// Stacks whose numbers are all different, so that a mix-up of two numbers is noticed.
+// In these stacks all numbers are different, so the tests detect a mix-up of two numbers.
 analysis::MapStack fourPoints()
 {
     return {{{&someMap, 1.0, 2.0, 3.0}, {&someMap, 4.0, 5.0, 6.0}},

@@ -1,5 +1,5 @@
-// From the panel's inputs to the result map of each method. Expected numbers are the parts of
-// which the pixels are mixed.
+// From the panel's inputs to the result map of each method. Every pixel is a known mixture, so
+// the expected numbers are the parts of its references.
 #include "analysis/MapStacks.h"
 
 #include "analysis/CalculationPlan.h"
@@ -52,11 +52,11 @@ class tst_MapStacks : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void stackHoldsTheMapsAndNumbersOfItsRows();
+    void stackContainsTheMapsAndNumbersOfItsRows();
     void usedRowWithoutMapReadsAsMinusOne();
     void vRowWithoutMapGivesAnEmptyResult();
 
-    void nonEquivalentMapHoldsThirteenValuesPerPixel();
+    void nonEquivalentMapHasThirteenValuesPerPixel();
     void fourReferencesFillEveryEntry();
     void victoreenFitOfFiveRowsPassesThroughAllPoints();
     void postEdgeLineIsSubtractedFromReferencesOnRequest();
@@ -70,7 +70,7 @@ private Q_SLOTS:
     void minimumNumberOfRowsIsEnough();
 };
 
-void tst_MapStacks::stackHoldsTheMapsAndNumbersOfItsRows()
+void tst_MapStacks::stackContainsTheMapsAndNumbersOfItsRows()
 {
     PanelInputs inputs = fourPointInputs();
     inputs.addMaps(4);
@@ -94,9 +94,9 @@ void tst_MapStacks::stackHoldsTheMapsAndNumbersOfItsRows()
 
 void tst_MapStacks::usedRowWithoutMapReadsAsMinusOne()
 {
-    // Row 1 has no map; rows 2, 3 (V row) and 4 have one, so three rows count. The
-    // three-point form still takes row 1 first, with T0 = -1: f(T) = (3 + 1) / (5 + 1) = 2/3,
-    // a = (2/3 - 1/4) * 2 = 5/6.
+    // Row 1 has no map. Rows 2, 3 (V row) and 4 have one, so there are enough rows. The
+    // three-point form still uses row 1 as its first row, with T0 = -1: f(T) = (3 + 1) / (5 + 1)
+    // = 2/3 and a = (2/3 - 1/4) * 2 = 5/6.
     const auto inputs = threePointInputs().addMaps(4).useRows({0, 1, 2, 3}).takeMap(0);
     const analysis::CalculationState state = inputs.state();
     A2DData map;
@@ -110,7 +110,7 @@ void tst_MapStacks::usedRowWithoutMapReadsAsMinusOne()
 
 void tst_MapStacks::vRowWithoutMapGivesAnEmptyResult()
 {
-    // Row 5 is in use and is the later V row, but has no map.
+    // The V rows are 3 and 5. The later one, row 5, is used although it has no map.
     const auto inputs = fourPointInputs().addMaps(4).useRows({0, 1, 2, 3, 4}).markVRows({2, 4});
     const analysis::CalculationState state = inputs.state();
     A2DData map = inputs.maps[0];
@@ -122,7 +122,7 @@ void tst_MapStacks::vRowWithoutMapGivesAnEmptyResult()
     QCOMPARE(map.xNum, 0);
 }
 
-void tst_MapStacks::nonEquivalentMapHoldsThirteenValuesPerPixel()
+void tst_MapStacks::nonEquivalentMapHasThirteenValuesPerPixel()
 {
     const A2DData map = nonEquivalentMap(mixedMaps({quarter, negative}));
     QVERIFY(map.extended);
@@ -140,7 +140,8 @@ void tst_MapStacks::nonEquivalentMapHoldsThirteenValuesPerPixel()
 
 void tst_MapStacks::fourReferencesFillEveryEntry()
 {
-    // The amounts (dMut) are 1, 3, 4 and 8 of 16; the valence is 1/8 + 15/16 + 1 + 7/2.
+    // The amounts (dMut) are 1, 3, 4 and 8, with a total of 16; the valence is 1/8 + 15/16 + 1 +
+    // 7/2.
     Mix mix = curvedQuarter;
     mix.parts = {0.5, 0.5, 1, 1};
     const A2DData map = nonEquivalentMap(mixedMaps({mix}, 4, 8), true);
@@ -166,8 +167,9 @@ void tst_MapStacks::victoreenFitOfFiveRowsPassesThroughAllPoints()
 
 void tst_MapStacks::postEdgeLineIsSubtractedFromReferencesOnRequest()
 {
-    // Minus its post-edge line each reference is lower by its jump, so the constant is higher
-    // by the total of 4. The option for the target has no effect.
+    // Subtracting the post-edge line instead of the pre-edge line lowers each reference by its
+    // edge jump, so the fitted constant is higher by the total of 4. The option for the target
+    // has no effect on maps.
     PanelInputs inputs = mixedMaps({quarter});
     inputs.subPostForTarget = true;
     QVERIFY(isQuarter(nonEquivalentMap(inputs)));
@@ -201,7 +203,7 @@ void tst_MapStacks::baseRowIsTheFirstUsedRowAndNotTheVRow()
     base.headerLines = {"# base  row", "#"};
     base.rows[1].x = 12.5;
     base.rows[1].y = -3;
-    base.rows.append({20, 20, 5, 0, {}}); // beyond the width of the map
+    base.rows.append({20, 20, 5, 0, {}}); // the map is only two pixels wide
     inputs.useRows({1, 2, 3, 4, 5});
     const A2DData map = nonEquivalentMap(inputs);
     QCOMPARE(map.headerLines, (QStringList{"# base  row", "#"}));
@@ -233,7 +235,7 @@ void tst_MapStacks::rowWithoutMapIsFittedAsMinusOne()
     const A2DData map = nonEquivalentMap(inputs);
     QVERIFY(near(map.rows.at(0).intensity, 0.25));
     QVERIFY(near(map.rows.at(0).values.at(8), mix.constant));
-    // With another constant, -1 does not fit the other rows.
+    // With the original constant, the -1 is not on the mixture, so the share is wrong.
     setPixels(inputs, {quarter}, 6);
     inputs.takeMap(3);
     QVERIFY(!near(nonEquivalentMap(inputs).rows.at(0).intensity, 0.25));

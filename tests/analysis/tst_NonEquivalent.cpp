@@ -1,5 +1,5 @@
-// The non-equivalent method on one target: the layout of the result, the order of operations,
-// and mixtures made by hand.
+// The non-equivalent method for one target: the layout of the result, the order of operations,
+// and mixtures of known shares.
 #include "analysis/NonEquivalent.h"
 
 #include "analysis/ReferenceSet.h"
@@ -318,7 +318,7 @@ void tst_NonEquivalent::valenceOfAMissingReferenceCountsAsZero()
 
 void tst_NonEquivalent::targetResultMultipliesTheTotalFirst()
 {
-    // The shares and their sum are from neqSolve(). In some trials share * (sum * jumpSum)
+    // neqSolve() returns the shares and their sum. In some trials share * (sum * jumpSum)
     // rounds differently from (share * sum) * jumpSum.
     std::mt19937 random(3);
     std::uniform_real_distribution<double> uniform(0.0, 2.0);

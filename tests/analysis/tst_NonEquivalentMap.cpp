@@ -1,4 +1,4 @@
-// The non-equivalent method on a stack of maps. tst_BlockCalculations compares it with the
+// The non-equivalent method for a stack of maps. tst_BlockCalculations compares it with the
 // reference implementation.
 #include "analysis/NonEquivalentMap.h"
 
@@ -144,8 +144,8 @@ void tst_NonEquivalentMap::baseMapWithoutPixelsGivesAnEmptyExtendedResult()
 
 void tst_NonEquivalentMap::pixelWithoutDataHasAllValues()
 {
-    // T = -1 at all rows is a constant background: the coefficients are about 0 and the
-    // shares mean nothing, but the pixel has all its values.
+    // T = -1 at all rows is a constant background. The coefficients are about 0 and the shares
+    // have no meaning, but the pixel still has all its values.
     A2DData base = readyMap(3, 1, {1});
     Result result;
     analysis::mapNonEquivalent(twoReferenceStack({&base, &base, &base, &base}), result.map,
@@ -207,7 +207,7 @@ void tst_NonEquivalentMap::pixelsWithoutDataShareTheirValues()
     analysis::mapNonEquivalent(twoReferenceStack({&base, &base, &base, &base}), result.map,
                                result.histograms());
     QCOMPARE(result.map.rows.size(), 1000);
-    // The first block has data, so only the pixels after it share their values.
+    // The first block of 64 pixels has data. The other pixels have none and share one list.
     QVERIFY(result.map.rows.at(64).values.constData() ==
             result.map.rows.at(999).values.constData());
     QVERIFY(result.map.rows.at(0).values.constData() != result.map.rows.at(1).values.constData());
@@ -215,7 +215,8 @@ void tst_NonEquivalentMap::pixelsWithoutDataShareTheirValues()
 
 void tst_NonEquivalentMap::blocksOfEqualPixelsShareTheirValues()
 {
-    // Blocks of 64 pixels: one of 1, two of 2, one of 2 with another last pixel, one of NaN.
+    // Five blocks of 64 pixels: one with the value 1, two with 2, one with 2 and a last pixel of 3,
+    // and one with NaN.
     QList<double> muts(64, 1.0);
     muts += QList<double>(191, 2.0) + QList<double>{3.0} + QList<double>(64, notANumber);
     const A2DData base = readyMap(320, 1, muts);

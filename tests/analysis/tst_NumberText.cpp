@@ -1,4 +1,4 @@
-// Numbers as text, compared with Qt's formatting, which is the definition.
+// Numbers as text. The texts must be the same as those of Qt's formatting.
 #include "analysis/NumberText.h"
 
 #include <QTest>
@@ -13,8 +13,8 @@
 namespace
 {
 
-/// The address sanitizer checks memory accesses, not digits, so a tenth of the random numbers
-/// is enough.
+/// AddressSanitizer builds, which are slow, test only a tenth of the random numbers. They check
+/// memory accesses; the other builds check the digits.
 #ifdef __SANITIZE_ADDRESS__
 constexpr int reduction = 10;
 #else
@@ -81,8 +81,8 @@ double dyadic(Random& random)
     return std::ldexp(integer(random, -20'000'000, 20'000'000), -integer(random, 0, 24));
 }
 
-/// The double nearest to a decimal number of seven digits that ends in 5, or one of its two
-/// neighbours.
+/// The double nearest to a decimal number whose seventh and last digit is 5, or one of the two
+/// neighbours of this double.
 double sevenDigitsEndingInFive(Random& random)
 {
     const double digits = 10.0 * integer(random, 100'000, 999'999) + 5.0;
@@ -93,8 +93,8 @@ double sevenDigitsEndingInFive(Random& random)
     return step == 0 ? value : std::nextafter(value, step * inf);
 }
 
-/// A number near the middle between two numbers of six significant digits; the distance is
-/// about the safety margin of the fast path.
+/// A number near the middle between two numbers of six significant digits. Its distance from
+/// the middle is about the safety margin of the fast path.
 double closeToAHalf(Random& random)
 {
     const double half = integer(random, 100'000, 999'999) + 0.5;
@@ -140,12 +140,12 @@ private Q_SLOTS:
     void shortTextIsRightAligned();
     void longTextLosesNoDigits();
     void appendingKeepsEarlierText();
-    void bothSignsTakeTheSameWidth_data();
-    void bothSignsTakeTheSameWidth();
+    void bothSignsHaveTheSameWidth_data();
+    void bothSignsHaveTheSameWidth();
     void severalNumbersAreSeparatedByColons();
 };
 
-// Texts by hand, from the rules of the general format.
+// The expected texts are derived by hand from the rules of the general format ("%g").
 void tst_NumberText::textFollowsTheGeneralFormat_data()
 {
     QTest::addColumn<double>("value");
@@ -307,7 +307,7 @@ void tst_NumberText::appendingKeepsEarlierText()
     QCOMPARE(text, QByteArray("x= 1.5"));
 }
 
-void tst_NumberText::bothSignsTakeTheSameWidth_data()
+void tst_NumberText::bothSignsHaveTheSameWidth_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QString>("text");
@@ -318,7 +318,7 @@ void tst_NumberText::bothSignsTakeTheSameWidth_data()
     QTest::newRow("wide and negative") << -12345.5 << "-12345.500";
 }
 
-void tst_NumberText::bothSignsTakeTheSameWidth()
+void tst_NumberText::bothSignsHaveTheSameWidth()
 {
     QFETCH(double, value);
     QFETCH(QString, text);

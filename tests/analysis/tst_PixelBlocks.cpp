@@ -1,4 +1,4 @@
-// The blocks of pixels in which every map calculation runs.
+// Division of a map calculation into blocks of pixels, and the start of a result.
 #include "analysis/PixelBlocks.h"
 
 #include "support/ReadyMap.h"
@@ -10,8 +10,8 @@ using analysis::PixelBlock;
 namespace
 {
 
-/// Calls @p fill for all blocks of a result that has the size of @p base; the only input map
-/// is @p base.
+/// Calls @p fill for all blocks of a result of the size of @p base. The only input map is
+/// @p base.
 template <class Fill>
 void calculate(const A2DData& base, A2DData& result, Fill fill)
 {
@@ -28,9 +28,9 @@ class tst_PixelBlocks : public QObject
 
 private Q_SLOTS:
     void everyPixelIsInOneBlockInScanOrder();
-    void coordinatesComeFromTheBaseOrAreZero();
+    void coordinatesAreReadFromTheBaseOrZero();
     void coordinatesOfAnEarlierResultAreReplaced();
-    void extendedFlagIsLeftToTheCaller();
+    void startingAResultKeepsTheExtendedFlag();
     void muchLargerEarlierResultReleasesItsMemory();
     void similarEarlierResultKeepsItsMemory();
     void copyOfAnEarlierResultIsUnchanged();
@@ -64,7 +64,7 @@ void tst_PixelBlocks::everyPixelIsInOneBlockInScanOrder()
     QCOMPARE(result.yNum, 3);
 }
 
-void tst_PixelBlocks::coordinatesComeFromTheBaseOrAreZero()
+void tst_PixelBlocks::coordinatesAreReadFromTheBaseOrZero()
 {
     A2DData base = tests::readyMap(2, 1, {9.0});
     base.rows[0].x = 7.0;
@@ -89,7 +89,7 @@ void tst_PixelBlocks::coordinatesOfAnEarlierResultAreReplaced()
     QCOMPARE(result.rows.at(1).y, 0.0);
 }
 
-void tst_PixelBlocks::extendedFlagIsLeftToTheCaller()
+void tst_PixelBlocks::startingAResultKeepsTheExtendedFlag()
 {
     A2DData result;
     result.extended = true;
@@ -167,7 +167,7 @@ void tst_PixelBlocks::absorbanceThatIsNotCachedIsCalculated()
 
 void tst_PixelBlocks::growingResultDropsItsOldValues()
 {
-    // Copying the rows into a longer list would keep their values; a new result has none.
+    // Enlarging the list would copy the old rows with their values. A new result has no values.
     A2DData result;
     result.rows.append({1.0, 2.0, 3.0, 4.0, {5.0}});
     analysis::startResult(result, tests::readyMap(100, 1, {}));

@@ -13,7 +13,7 @@ using analysis::planeLines;
 namespace
 {
 
-using Point = QPair<double, double>; // R1 and R2
+using Point = QPair<double, double>; // x is R1, y is R2
 using Points = QList<Point>;
 
 /// Rows at the given points, and a V row at (2, 3); r = 0.5. The energies have no effect.
@@ -114,7 +114,7 @@ void tst_PlaneLines::vRowAtXZeroHasNoFiniteSlope()
     QCOMPARE(planeLines(rows).a, 1.0);
 }
 
-// The numbers left in the V row have no effect.
+// Only rows.v.row says that there is no V row. The other numbers of rows.v have no effect.
 void tst_PlaneLines::withoutAVRowTheSecondSlopeIsNaN()
 {
     CollectedRows rows = rowsAt({{0.0, 1.0}, {1.0, 3.0}});
@@ -143,7 +143,7 @@ void tst_PlaneLines::rowsOnALineGiveThatLine_data()
     QTest::newRow("level") << 0.0 << -0.75;
 }
 
-// Small numbers with few binary digits, so every sum is exact.
+// The numbers have few binary digits, so every sum is exact.
 void tst_PlaneLines::rowsOnALineGiveThatLine()
 {
     QFETCH(double, a);
@@ -163,8 +163,8 @@ void tst_PlaneLines::rowsOnALineGiveThatLine()
 }
 
 // The points (0,0), (1,2), (2,1) and (3,5) have the means 1.5 and 2. The products of the
-// deviations add up to (-1.5)(-2) + 0 + 0.5 (-1) + 1.5 * 3 = 7, the squares of those in x to 5, so
-// the slope a is 1.4 and b = 2 - 2.1.
+// deviations from the means have the sum (-1.5)(-2) + 0 + 0.5 (-1) + 1.5 * 3 = 7. The squares
+// of the x deviations have the sum 5. So the slope a is 7 / 5 and b is 2 - 1.4 * 1.5.
 void tst_PlaneLines::scatteredRowsGiveTheLeastSquaresLine()
 {
     const PlaneLines lines = planeLines(rowsAt({{0.0, 0.0}, {1.0, 2.0}, {2.0, 1.0}, {3.0, 5.0}}));

@@ -41,7 +41,7 @@ private Q_SLOTS:
     void unusedRowsDoNotEnterTheValenceRange();
     void firstTwoValencesKeepTheirOrderAndMissingOnesAreZero();
     void totalJumpSumsUsedReferences();
-    void usedValencesAreAsManyAsValidReferences();
+    void numberOfUsedValencesIsTheNumberOfValidReferences();
     void usedReferenceWithoutSpectrumIsATermOfTheTotal();
     void mapLimitsByColumn_data();
     void mapLimitsByColumn();
@@ -80,13 +80,13 @@ void tst_ReferenceSet::referencesWithoutGapHaveNoRowWithoutCounterpart()
 
 void tst_ReferenceSet::gapLeavesALaterRowWithoutCounterpart()
 {
-    // Rows 0 and 2 are used. The counterpart of row 2 would be used reference number 2 (counted
-    // from 0), which does not exist.
+    // Rows 0 and 2 are used. The counterpart of row i is the used reference with the index i.
+    // Row 2 has no counterpart, because there are only two used references.
     QCOMPARE(ReferenceSet({reference(true, true), reference(false, true), reference(true, true)})
                  .rowWithoutValidCounterpart(),
              2);
-    // Rows 1 and 2 are used. The counterpart of row 1 is used reference number 1, which is row
-    // 2; row 2 has no counterpart.
+    // Rows 1 and 2 are used. The counterpart of row 1 is the used reference with the index 1,
+    // which is row 2. Row 2 has no counterpart.
     QCOMPARE(ReferenceSet({reference(false, true), reference(true, true), reference(true, true)})
                  .rowWithoutValidCounterpart(),
              2);
@@ -97,8 +97,8 @@ void tst_ReferenceSet::rowWithInvalidCounterpartIsReturned()
     QCOMPARE(
         ReferenceSet({reference(true, true), reference(true, false)}).rowWithoutValidCounterpart(),
         1);
-    // Row 1 itself is valid, but its counterpart, used reference number 1, is row 2, which is
-    // invalid.
+    // Row 1 itself is valid. Its counterpart, the used reference with the index 1, is row 2,
+    // which is invalid.
     QCOMPARE(ReferenceSet({reference(false, true), reference(true, true), reference(true, false)})
                  .rowWithoutValidCounterpart(),
              1);
@@ -183,10 +183,11 @@ void tst_ReferenceSet::unusedRowsDoNotEnterTheValenceRange()
     QCOMPARE(range.high, 3.0);
 }
 
-void tst_ReferenceSet::usedValencesAreAsManyAsValidReferences()
+void tst_ReferenceSet::numberOfUsedValencesIsTheNumberOfValidReferences()
 {
-    // The second reference is not in use. The third, used but without a spectrum, takes its
-    // place, so the last one is left out.
+    // Two references are valid, so there are two valences. They are read from the first two
+    // used references: the first, and the third, although the third has no spectrum. The fourth
+    // is left out.
     const ReferenceSet refs(
         {{true, true, 2, 1}, {false, true, 3, 1}, {true, false, 4, 1}, {true, true, 5, 1}});
     QCOMPARE(refs.usedValences(), (QList<double>{2, 4}));
@@ -216,8 +217,8 @@ void tst_ReferenceSet::totalJumpSumsUsedReferences()
 
 void tst_ReferenceSet::usedReferenceWithoutSpectrumIsATermOfTheTotal()
 {
-    // Two references are valid, so the sum has two terms. They are read from the first two
-    // used rows, 0.0 and 2.0; the 4.0 is left out.
+    // Two references are valid, so the sum has two terms. They are the edge jumps of the first
+    // two used references, 0.0 and 2.0; the 4.0 is left out.
     QCOMPARE(ReferenceSet({reference(true, false, 0, 0.0), reference(true, true, 0, 2.0),
                            reference(true, true, 0, 4.0)})
                  .totalJump(),
@@ -233,7 +234,7 @@ void tst_ReferenceSet::mapLimitsByColumn_data()
     for (int kind = 0; kind <= 3; ++kind) {
         QTest::addRow("share %d", kind) << kind << true << -0.1 << 1.1;
     }
-    for (const int kind : {4, 5, 6, 7, 8, 12}) { // the total jump is 3: -0.3 to 3.3
+    for (const int kind : {4, 5, 6, 7, 8, 12}) { // limits -0.3 to 3.3 for a total jump of 3
         QTest::addRow("amount %d", kind) << kind << true << -0.3 << 3.3;
     }
     QTest::addRow("valence") << 11 << true << 1.5 << 3.5;
@@ -251,7 +252,7 @@ void tst_ReferenceSet::mapLimitsByColumn()
     const std::optional<Limits> limits = analysis::mapLimits(kind, refs);
     QCOMPARE(limits.has_value(), known);
     if (known) {
-        QTEST(limits->low, "low"); // doubles with a relative tolerance of 1e-12
+        QTEST(limits->low, "low"); // QTEST compares with a relative tolerance of 1e-12
         QTEST(limits->high, "high");
     }
 }

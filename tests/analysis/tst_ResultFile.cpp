@@ -26,16 +26,16 @@ class tst_ResultFile : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void fileHoldsTheSelectedColumns();
+    void fileContainsTheSelectedColumns();
     void unopenableFileIsRefused_data();
     void unopenableFileIsRefused();
     void fullDiskIsRefused();
 };
 
-void tst_ResultFile::fileHoldsTheSelectedColumns()
+void tst_ResultFile::fileContainsTheSelectedColumns()
 {
     const QTemporaryDir dir;
-    const QString path = writeFile(dir, "result", QByteArray(1000, 'x')); // is replaced
+    const QString path = writeFile(dir, "result", QByteArray(1000, 'x')); // replaced by the result
     A2DData map;
     map.headerLines = {"# sample  A"};
     map.xNum = 1;

@@ -80,7 +80,7 @@ QByteArray difference(const QByteArray& a, const QByteArray& b)
            b.mid(from, 80) + "]";
 }
 
-/// Accepts a number of bytes and refuses the next write, as a short write or with an error.
+/// A device that accepts a number of bytes and then fails, with a short write or an error.
 class LimitedDevice : public QIODevice
 {
 public:
@@ -391,7 +391,7 @@ void tst_ResultText::emptyExtendedMapHasOnlyItsHeading()
     QCOMPARE(textOf(map, {true, 2.0, 3.0}, columns({8})), title + "# one\n\n# y x Mut0\n");
 }
 
-// A fraction of 0 gives the second valence, also for a pixel without a row.
+// The fraction of a pixel without a row is 0, so its valence is the second reference's.
 void tst_ResultText::pixelsBeyondTheRowsAreWrittenAsZero()
 {
     const A2DData map = mapOf(2, 1, {{5, 6, 1, 2, {}}});
@@ -486,8 +486,8 @@ void tst_ResultText::textMatchesTheReferenceImplementation()
     }
 }
 
-// Several blocks of 256 KiB with a different number in each pixel, and comment lines around
-// the length of a block.
+// The text has several blocks of 256 KiB. Each pixel has a different number, and some comment
+// lines are about as long as a block.
 void tst_ResultText::textLongerThanABlockIsComplete()
 {
     A2DData map = mapOf(150, 130, {});
@@ -505,8 +505,7 @@ void tst_ResultText::textLongerThanABlockIsComplete()
 
 void tst_ResultText::failingDeviceIsReported_data()
 {
-    QTest::addColumn<qint64>(
-        "missing"); // bytes of the text that the device does not accept; -1 is all
+    QTest::addColumn<qint64>("missing"); // bytes that the device does not accept; -1 for all
     QTest::addColumn<bool>("shortWrites");
     for (const bool shortWrites : {false, true}) {
         const char* const how = shortWrites ? "short write" : "refused";
@@ -555,7 +554,7 @@ void tst_ResultText::closedDeviceIsReported()
     QVERIFY(!analysis::writeResultMap(closed, A2DData(), {}, {}));
 }
 
-// Reads through a second handle before the first one is closed.
+// Reads the file through a second handle before the written file is closed.
 void tst_ResultText::fileIsCompleteWhenTheWriterReturns()
 {
     const QTemporaryDir dir;

@@ -1,6 +1,6 @@
 // The small matrix library: LU factorisation with partial pivoting, Gauss-Jordan elimination
-// and basic operations. The numbers are chosen so that every step is exact, and the results
-// are compared exactly.
+// and basic operations. In most tests the numbers are chosen so that every step is exact, and
+// the results are compared exactly.
 #include "analysis/SmallMatrix.h"
 #include "support/SameDouble.h"
 
@@ -30,7 +30,7 @@ namespace
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// A matrix in the storage of the library.
+/// A matrix in the storage that the library uses, with automatic release.
 class Matrix
 {
 public:
@@ -107,8 +107,8 @@ Solution solved(const Rows& rows, const Values& right)
     return s;
 }
 
-/// The same solution by a straightforward Gaussian elimination with partial pivoting, which
-/// swaps the rows and restores their order at the end.
+/// The same solution by the textbook form of Gaussian elimination with partial pivoting, which
+/// swaps the rows. Its results are then stored in the library's order of rows.
 Solution solvedBySwappingRows(Rows a, Values right)
 {
     const std::size_t n = a.size();
@@ -376,7 +376,7 @@ void tst_SmallMatrix::largestEntryInRowTwoBecomesTheFirstPivot()
     const Solution s = solved({{1, 2, 0}, {2, 0, 1}, {4, 0, 0}}, {5, 5, 4});
     QCOMPARE(s.perm[0], 2);
     QVERIFY(same(s.unknowns, Values{1, 2, 3}));
-    QVERIFY(!same(s.x, s.unknowns)); // so the permutation matters
+    QVERIFY(!same(s.x, s.unknowns)); // otherwise the test would not check the permutation
 }
 
 void tst_SmallMatrix::factorsAreStoredInPermutedRows()
@@ -439,7 +439,7 @@ void tst_SmallMatrix::nanIsNeverChosenAsPivot()
     QCOMPARE(solved({{notANumber, 0}, {0.5, 1}}, {0, 0}).perm, (Indices{1, 0}));
     QCOMPARE(solved({{0.5, 0}, {notANumber, 1}}, {0, 0}).perm, (Indices{0, 1}));
     QCOMPARE(solved({{notANumber, 0}, {0, 1}}, {0, 0}).perm,
-             (Indices{1, 0})); // even if the other entry is 0
+             (Indices{1, 0})); // a NaN is not chosen, even if the other entry is 0
 }
 
 void tst_SmallMatrix::nanPropagatesToTheResult()
@@ -489,8 +489,8 @@ void tst_SmallMatrix::solvesAKnownSystem()
 
 void tst_SmallMatrix::solvesRandomSystems()
 {
-    // The residual of a backward stable solution is a few ulps of its terms; 1e-12 of their
-    // size is a safe bound.
+    // The residual of a backward stable solution is a few ulps of its terms. 1e-12 times the
+    // size of the terms is a safe bound.
     std::mt19937 random(7);
     std::uniform_real_distribution<> uniform(-1, 1);
     for (std::size_t n = 1; n <= 7; ++n) {

@@ -1,5 +1,5 @@
-// The numbers of a target calculation. Expected numbers are calculated by hand from the parts
-// of which the target is mixed.
+// The numbers of a target calculation. The target is a known mixture, and the expected numbers
+// are calculated by hand from the parts of its references.
 #include "analysis/TargetResult.h"
 
 #include "analysis/CalculationPlan.h"
@@ -88,7 +88,7 @@ private Q_SLOTS:
     void equalTargetValuesGiveNaN();
 
     void nonEquivalentMixtureIsRecovered();
-    void partsHoldTheirReferenceRows();
+    void partsStoreTheirReferenceRows();
     void mixturesOfThreeAndFourReferencesAreRecovered_data();
     void mixturesOfThreeAndFourReferencesAreRecovered();
     void targetEqualToTheFirstReferenceHasShareOne();
@@ -132,7 +132,8 @@ void tst_TargetResult::leastSquareGivesFractionAndThickness()
 
 void tst_TargetResult::leastSquareUsesAllRows()
 {
-    // A fifth row on the plane S = 2 T changes nothing; a row off the plane does.
+    // A fifth row on the plane S = 2 T does not change the result. A row that is not on this plane
+    // does.
     PanelInputs inputs = fourPointInputs();
     inputs.useRows({0, 1, 2, 3, 4});
     inputs.setPoint(4, 7, 3, 5, 4);
@@ -158,8 +159,8 @@ void tst_TargetResult::withoutTheFirstReferenceTheSecondBecomesTheFirst()
     inputs.points[1].mut[2] = 4;
     inputs.points[2].mut[2] = 2;
     inputs.useReferences({1, 2});
-    // f(T) = 1/2; f is 1/4 for the second reference, which is now the first, and 1/2 for the
-    // third, so a = 0.
+    // The calculation uses the second and the third reference: f(T) = 1/2, f is 1/4 for the
+    // second reference and 1/2 for the third, so a = 0.
     QCOMPARE(threePoints(inputs).a, 0.0);
     QCOMPARE(threePoints(inputs).valence, 4.0);
 }
@@ -192,7 +193,7 @@ void tst_TargetResult::nonEquivalentMixtureIsRecovered()
     QVERIFY(isQuarter(result));
 }
 
-void tst_TargetResult::partsHoldTheirReferenceRows()
+void tst_TargetResult::partsStoreTheirReferenceRows()
 {
     // References 1 and 2 of the mixture are in rows 2 and 4; rows 1 and 3 are valid, but not
     // used.
@@ -213,9 +214,10 @@ void tst_TargetResult::mixturesOfThreeAndFourReferencesAreRecovered_data()
     QTest::addColumn<bool>("isLinear");
     QTest::addColumn<QList<double>>("shares");
     QTest::addColumn<double>("valence");
-    // The amounts (dMut) are 1, 3 and 4 of 8; the valence is 0.25 + 1.875 + 2.
+    // The amounts (dMut) are 1, 3 and 4, with a total of 8; the valence is 0.25 + 1.875 + 2.
     const QList<double> three{0.125, 0.375, 0.5};
-    // The amounts (dMut) are 1, 3, 4 and 32 of 40; the valence is 0.05 + 0.375 + 0.4 + 5.6.
+    // The amounts (dMut) are 1, 3, 4 and 32, with a total of 40; the valence is 0.05 + 0.375 + 0.4
+    // + 5.6.
     const QList<double> four{0.025, 0.075, 0.1, 0.8};
     QTest::newRow("three, linear") << true << three << 4.125;
     QTest::newRow("four, linear") << true << four << 6.425;
@@ -250,8 +252,8 @@ void tst_TargetResult::victoreenBackgroundIsSeparated()
     const TargetResult result = victoreen(mixedInputs(curvedQuarter));
     QCOMPARE(result.variant, Variant::NonEquivalentVictoreen);
     QVERIFY(isQuarter(result));
-    // A Victoreen background cannot follow a straight line through eight points, and a linear
-    // background cannot follow a Victoreen background.
+    // The two background forms cannot replace each other: with eight points, neither can fit the
+    // curve of the other one.
     QVERIFY(!isQuarter(victoreen(mixedInputs(quarter, 2, 8))));
     QVERIFY(!isQuarter(linear(mixedInputs(curvedQuarter, 2, 8))));
 }
@@ -279,14 +281,14 @@ void tst_TargetResult::chosenLinesAreSubtractedFromTheSpectra()
 
 void tst_TargetResult::vRowIsFittedLikeTheOtherRows()
 {
-    // With four rows for four unknowns, the fit passes through every point, including the V
-    // row's.
+    // With four rows for four unknowns, the fit passes through every point, including the point
+    // of the V row.
     PanelInputs inputs = mixedInputs(quarter, 2, 4);
     for (const int vRow : {0, 3}) {
         inputs.markVRows({vRow});
         QVERIFY(isQuarter(linear(inputs)));
     }
-    inputs.target.points[3].mut += 1; // at the V row of the last iteration
+    inputs.target.points[3].mut += 1; // at the V row that was marked last
     QVERIFY(!near(linear(inputs).a, 0.25));
 }
 
@@ -314,7 +316,7 @@ void tst_TargetResult::zeroTargetHasNaNShares()
 
 void tst_TargetResult::cancellingJumpsGiveNaN()
 {
-    // The weights are plus and minus infinity.
+    // The edge jumps cancel to a sum of 0, so the weights are plus and minus infinity.
     PanelInputs inputs = mixedInputs(quarter);
     inputs.spectra[1].postLine = {0.5 - 2, 0, 0};
     QVERIFY(std::isnan(linear(inputs).a));

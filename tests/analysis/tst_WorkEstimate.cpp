@@ -10,12 +10,12 @@ class tst_WorkEstimate : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void noWorkIsNotLong();
+    void estimateWithoutWorkIsShort();
     void estimateDependsOnPixelsRowsAndPoints_data();
     void estimateDependsOnPixelsRowsAndPoints();
 };
 
-void tst_WorkEstimate::noWorkIsNotLong()
+void tst_WorkEstimate::estimateWithoutWorkIsShort()
 {
     QVERIFY(!mayTakeLong({}));
     QVERIFY(!mayTakeLong({1e9, 0, 0.0}));
@@ -33,8 +33,8 @@ void tst_WorkEstimate::estimateDependsOnPixelsRowsAndPoints_data()
     QTest::newRow("six maps of 64 by 48") << 3072.0 << 6 << 0.0 << false;
     QTest::newRow("five spectra of 900 points") << 0.0 << 0 << 4500.0 << false;
     QTest::newRow("five spectra of 10000 points") << 0.0 << 0 << 50000.0 << true;
-    QTest::newRow("long only in sum") << 65536.0 << 4 << 12000.0 << true;
-    QTest::newRow("short also in sum") << 3072.0 << 6 << 4500.0 << false;
+    QTest::newRow("long only in total") << 65536.0 << 4 << 12000.0 << true;
+    QTest::newRow("short in total") << 3072.0 << 6 << 4500.0 << false;
 }
 
 void tst_WorkEstimate::estimateDependsOnPixelsRowsAndPoints()

@@ -42,7 +42,7 @@ Run runProgram(const QStringList& arguments, const QString& steps)
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("aelkinspector"));
     environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(AELK_PLUGINS));
-    // Without it, Qt prints a warning that it chooses a runtime directory.
+    // Without this variable, Qt prints a warning about the runtime directory.
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder.path());
     environment.insert(QStringLiteral("AELK_INSPECTOR_STEPS"), steps);
     environment.insert(QStringLiteral("AELK_INSPECTOR_REPORT"), report);
@@ -54,7 +54,7 @@ Run runProgram(const QStringList& arguments, const QString& steps)
     if (program.waitForFinished(timeoutMs) && program.exitStatus() == QProcess::NormalExit) {
         run.status = program.exitCode();
     }
-    program.kill(); // in case it has not ended in time
+    program.kill(); // if it is still running after the time limit
     program.waitForFinished(timeoutMs);
     run.output = program.readAllStandardOutput();
     run.errors = program.readAllStandardError();
@@ -127,8 +127,8 @@ QString withNumber(const QString& text, int number)
     return text.arg(number);
 }
 
-/// Whether @p text is the number of an energy row. It appears twice: in the panel's grid,
-/// and in the row's own frame, which is never shown.
+/// Whether @p text is the number of an energy row: "1", as in the panel's grid, or "1:  ", as
+/// in the row's own frame, which is never shown.
 bool isRowNumber(const QString& text)
 {
     bool isNumber = false;
@@ -176,7 +176,7 @@ private:
     QString translated(const QString& context, const QString& source) const;
     QString expectedInJapanese(const QString& source) const;
 
-    QMap<Asked, QString> m_translations; ///< without empty translations
+    QMap<Asked, QString> m_translations; ///< only texts with a translation
     Run m_english;
     Run m_japanese;
 };
@@ -206,8 +206,8 @@ QString tst_Program::translated(const QString& context, const QString& source) c
     return m_translations.value({context, source}, source);
 }
 
-/// The expected Japanese text for the English @p source. Except for form titles, all
-/// classes translate a source text in the same way.
+/// The expected Japanese text for the English @p source. The class that shows the text is
+/// not needed: all classes translate a source text in the same way, except form titles.
 QString tst_Program::expectedInJapanese(const QString& source) const
 {
     for (int n = 1; n <= 4; ++n) {
@@ -327,7 +327,7 @@ void tst_Program::untranslatedTextsShowTheirSourceInBothLanguages()
     for (const Run& run : {m_english, m_japanese}) {
         const QJsonObject widget = widgetNamed(run.windows(), name);
         QVERIFY(!widget.isEmpty());
-        // A plot has no text; its title label does.
+        // A plot itself has no text, but its title label has one.
         const QJsonObject label = widget.contains("words")
                                       ? widget
                                       : widgetNamed(QJsonArray{widget}, QStringLiteral("Title"));
@@ -408,7 +408,7 @@ void tst_Program::startPrintsNothing()
     QCOMPARE(run.output, QByteArray());
     QByteArrayList said = run.errors.split('\n');
     said.removeAll("");
-    // The offscreen platform prints this line.
+    // This line is printed by the offscreen platform, not by the program.
     said.removeAll("This plugin does not support propagateSizeHints()");
     QCOMPARE(said, QByteArrayList());
 }

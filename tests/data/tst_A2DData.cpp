@@ -174,12 +174,12 @@ void tst_A2DData::largeSizeNeedsOneRowPer64Pixels_data()
     QTest::addColumn<qint64>("height");
     QTest::addColumn<qint64>("held");
     QTest::addColumn<bool>("tooLarge");
-    const qint64 million = 1048576; // 2^20
+    const qint64 uncheckedPixels = 1048576; // 2^20
     QTest::newRow("2^20 pixels without rows") << qint64{1024} << qint64{1024} << qint64{0} << false;
     QTest::newRow("2^20 + 1 pixels, just enough rows")
-        << million + 1 << qint64{1} << qint64{16385} << false;
+        << uncheckedPixels + 1 << qint64{1} << qint64{16385} << false;
     QTest::newRow("2^20 + 1 pixels, one row too few")
-        << million + 1 << qint64{1} << qint64{16384} << true;
+        << uncheckedPixels + 1 << qint64{1} << qint64{16384} << true;
     QTest::newRow("2^25 pixels with 2^19 rows")
         << maxPixels << qint64{1} << qint64{524288} << false;
     QTest::newRow("2^25 pixels with one row fewer")
@@ -238,7 +238,8 @@ void tst_A2DData::pixelIsFoundByPositionNotByCoordinates()
     map.yNum = 2;
     QCOMPARE(data::pixelMut(map, 2, 1), 5.0);
     QCOMPARE(data::pixelMut(map, 1, 0), 1.0);
-    // Only the position counts: a column beyond the end of its line is in the next line.
+    // The index is y * xNum + x. There is no range check for x, so an x beyond its line reads a
+    // pixel of the next or previous line.
     QCOMPARE(data::pixelMut(map, 4, 0), 4.0);
     QCOMPARE(data::pixelMut(map, -1, 1), 2.0);
 }
@@ -269,7 +270,7 @@ void tst_A2DData::pixelPositionIsCalculatedIn64Bits()
 {
     A2DData map = onePixel(7.0, 0.0);
     map.xNum = 65536;
-    // 65536 * 65536 is 0 in 32 bits, the position of the only pixel.
+    // In 32 bits, 65536 * 65536 would overflow to 0, the index of the only pixel.
     QCOMPARE(data::pixelMut(map, 0, 65536), -1.0);
 }
 

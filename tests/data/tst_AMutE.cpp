@@ -8,8 +8,8 @@
 #include <limits>
 #include <type_traits>
 
-// A spectrum row of the panel is both a widget and this record, so the record has no virtual
-// functions.
+// The panel's spectrum row AXafsFileSelect inherits from a widget and from this record, so the
+// record has no virtual functions.
 static_assert(!std::is_polymorphic_v<AMutE>);
 static_assert(std::is_copy_constructible_v<AMutE>);
 
@@ -77,7 +77,7 @@ void tst_AMutE::extremesSpanAllPoints()
     QCOMPARE(spectrum.maxEnergy, 8400.0);
     QCOMPARE(spectrum.minMut, -1.25);
     QCOMPARE(spectrum.maxMut, 2.0);
-    QCOMPARE(spectrum.minAngle, spectrum.points.at(2).angle); // highest energy
+    QCOMPARE(spectrum.minAngle, spectrum.points.at(2).angle); // at the highest energy
     QCOMPARE(spectrum.maxAngle, spectrum.points.at(1).angle);
 }
 
@@ -154,7 +154,7 @@ void tst_AMutE::readFitsTheLinesWithTheCurrentLimits()
     QVERIFY(std::fabs(spectrum.preValue(8200.0) - 1.0) < 1e-6);
     QVERIFY(std::fabs(spectrum.postValue(8500.0) - 3.0) < 1e-6);
 
-    spectrum.preEdgeEnd = 0.0; // no point is below it
+    spectrum.preEdgeEnd = 0.0; // no point is below this energy
     QVERIFY(read(&spectrum, content));
     QVERIFY(std::isnan(spectrum.preLine.c));
     QVERIFY(std::fabs(spectrum.postValue(8500.0) - 3.0) < 1e-6);

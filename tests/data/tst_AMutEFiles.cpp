@@ -61,7 +61,7 @@ bool samePoints(const AMutE& a, const AMutE& b)
     return same(energies(a), energies(b)) && same(muts(a), muts(b)) && same(angles(a), angles(b));
 }
 
-/// A record that holds a spectrum, to see what a read changes.
+/// A record with a spectrum. After a read, isUnchanged() shows whether the read changed it.
 AMutE goodSpectrum()
 {
     AMutE spectrum;
@@ -92,8 +92,9 @@ QByteArray beamline(const QByteArray& modes, const QByteArray& rows)
 
 const QRegularExpression cannotOpen("Can't open a XAFS file.*nowhere");
 
-/// Slow reference implementations of the readers: every line is simplified and split into
-/// words by a regular expression.
+// Reference implementations of the two readers. They are simple and slow: they simplify every
+// line and split it into words with a regular expression.
+
 QStringList plainTokens(const QString& line)
 {
     static const QRegularExpression blanks("\\s+");
@@ -180,7 +181,7 @@ class tst_AMutEFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // The entry point readFile()
+    // Opening files with readFile(), and choosing the format
     void readSetsPathAndName();
     void unreadablePathChangesNothing_data();
     void unreadablePathChangesNothing();
@@ -366,8 +367,8 @@ void tst_AMutEFiles::is9809()
 
 void tst_AMutEFiles::is9809ReadsTheFirstLineOnly()
 {
-    // The first line alone decides the format: read as a plain file, the rest would give
-    // points.
+    // Only the first line decides the format. A reader of plain files would read points from
+    // the other lines.
     AMutE spectrum;
     QVERIFY(!read(&spectrum, "9809\n8300 1\n8400 2\n8300 1 2 3 4 5\n"));
     QVERIFY(spectrum.points.isEmpty());
@@ -498,7 +499,7 @@ void tst_AMutEFiles::beamlineMut_data()
     QTest::addColumn<QByteArray>("rows");
     QTest::addColumn<Values>("mut");
 
-    const QByteArray row = "0 30 0 800 100 400\n"; // I0 800, then 100 and 400
+    const QByteArray row = "0 30 0 800 100 400\n"; // I0 is 800, the other counts are 100 and 400
     QTest::newRow("transmission") << QByteArray("Mode 0 0 1 2") << row << Values{ln8};
     QTest::newRow("fluorescence") << QByteArray("Mode 0 0 1 3") << row << Values{0.125};
     QTest::newRow("I0 after the counts")
@@ -696,7 +697,7 @@ void tst_AMutEFiles::successfulReadFitsTheLines_data()
     QTest::addColumn<QByteArray>("content");
 
     QTest::newRow("plain") << QByteArray("8600 1\n8700 1\n8800 1\n8900 1\n");
-    // The angles from 12.5 to 13.3 degrees are energies from 9135 to 8594 eV.
+    // The angles from 12.5 to 13.3 degrees correspond to energies from 9135 to 8594 eV.
     QTest::newRow("9809") << QByteArray("9809\nMode 0 0 1 3\nOffset\n0 12.5 0 1 1\n0 12.7 0 1 1\n"
                                         "0 13 0 1 1\n0 13.3 0 1 1\n");
 }
@@ -801,7 +802,7 @@ void tst_AMutEFiles::lineOfMegabytes_data()
     QTest::newRow("9809, first line") << "9809 " + numbers << qsizetype(0);
     QTest::newRow("9809, one row") << beamline("Mode 0 0 1 2", numbers) << qsizetype(1);
     QTest::newRow("9809, Mode line") << beamline("Mode 0 0 " + numbers, "0 30 0 1 1\n")
-                                     << qsizetype(0); // the I0 column is beyond the row
+                                     << qsizetype(0); // the row ends before the I0 column
 }
 
 void tst_AMutEFiles::lineOfMegabytes()
@@ -828,7 +829,7 @@ void tst_AMutEFiles::lineOf16MiBIsRead_data()
 void tst_AMutEFiles::lineOf16MiBIsRead()
 {
 #ifdef __SANITIZE_ADDRESS__
-    QSKIP("takes minutes with the realloc of the sanitizer");
+    QSKIP("takes minutes with AddressSanitizer's realloc()");
 #endif
     QFETCH(QByteArray, start);
     QFETCH(QByteArray, end);
@@ -840,7 +841,7 @@ void tst_AMutEFiles::lineOf16MiBIsRead()
 void tst_AMutEFiles::longerLineIsRefused()
 {
 #ifdef __SANITIZE_ADDRESS__
-    QSKIP("takes minutes with the realloc of the sanitizer");
+    QSKIP("takes minutes with AddressSanitizer's realloc()");
 #endif
     QFETCH(QByteArray, start);
     QFETCH(QByteArray, end);

@@ -21,14 +21,14 @@ namespace
 
 using Change = std::function<void(A2DData&)>;
 
-/// Whether @p cache holds the correct absorbance for each row of @p map.
+/// Whether @p cache contains the correct absorbance for each row of @p map.
 bool isCorrect(const AbsorbanceCache& cache, const A2DData& map)
 {
     const std::span<const double> values = cache.of(map);
     if (std::cmp_not_equal(values.size(), map.rows.size())) {
         return false;
     }
-    A2DData line = map; // the same rows in a single line
+    A2DData line = map; // the same pixels as a single line, so that x is the index
     line.xNum = static_cast<int>(map.rows.size());
     line.yNum = 1;
     for (int i = 0; i < line.xNum; ++i) {
@@ -73,7 +73,7 @@ private Q_SLOTS:
     void absorbanceOutlivesTheMap();
     void changedMapIsReadAgain_data();
     void changedMapIsReadAgain();
-    void changeOfOneSharingMapKeepsTheArrayOfTheOther();
+    void changedMapDoesNotAffectAMapWithTheSameRows();
     void unchangedMapKeepsItsArray();
     void mapsMissingInTheListAreDropped();
     void oldRowsOfAChangedMapAreReleased();
@@ -170,7 +170,7 @@ void tst_AbsorbanceCache::mapListedTwiceHasOneArray()
         QVERIFY(isCorrect(cache, b));
         QVERIFY(cache.of(a).data() != cache.of(b).data());
     }
-    cache.prepare({}); // no duplicate entry holds the rows
+    cache.prepare({}); // a duplicate entry would still share the rows
     QVERIFY(a.rows.isDetached());
     QVERIFY(b.rows.isDetached());
 }
@@ -199,7 +199,7 @@ void tst_AbsorbanceCache::absorbanceOutlivesTheMap()
         values = cache.of(map);
     }
     QCOMPARE(values[1], 2.0);
-    // The cached rows must not be mistaken for the rows of a new map.
+    // A new map must not be mistaken for the destroyed one.
     for (int round = 0; round < 100; ++round) {
         const A2DData map = readyMap(2, 1, {5, 6});
         QVERIFY(cache.of(map).empty());
@@ -253,12 +253,12 @@ void tst_AbsorbanceCache::changedMapIsReadAgain()
     QVERIFY(cache.of(map).empty());
     cache.prepare({&map});
     QVERIFY(isCorrect(cache, map));
-    change(map); // a second time
+    change(map);
     cache.prepare({&map});
     QVERIFY(isCorrect(cache, map));
 }
 
-void tst_AbsorbanceCache::changeOfOneSharingMapKeepsTheArrayOfTheOther()
+void tst_AbsorbanceCache::changedMapDoesNotAffectAMapWithTheSameRows()
 {
     const A2DData a = readyMap(3, 1, {1, 2, 3});
     A2DData b = a;

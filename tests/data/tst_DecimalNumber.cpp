@@ -34,7 +34,8 @@ QByteArray digits(int count, Random& random)
     return text;
 }
 
-/// Random parts of a number; each part can be missing, and signs can be doubled.
+/// The text of a random number. Each part (sign, digits, point, exponent) can be missing, and
+/// signs can be doubled.
 QByteArray randomText(Random& random)
 {
     static const QByteArrayList signs = {"", "", "", "-", "-", "+", "--", "-+"};
@@ -52,7 +53,7 @@ QByteArray randomText(Random& random)
     return text;
 }
 
-/// The value of the only word of a line.
+/// The value of @p word as the only word of a line in a file.
 double lineValue(const QByteArray& word)
 {
     const QByteArray line = word + '\n';
@@ -60,7 +61,7 @@ double lineValue(const QByteArray& word)
     return words.next() ? words.toDouble() : 0.0;
 }
 
-/// Whether the fast path reads the whole of @p word.
+/// Whether the fast path reads the whole of @p word. Stores the number in @p value.
 bool isFast(const QByteArray& word, double& value)
 {
     const QByteArray line = word + '\n';
@@ -73,8 +74,8 @@ double qtValue(const QByteArray& word)
     return QString::fromLatin1(word).toDouble();
 }
 
-/// Whether Qt's value equals the value in a line of a file, and the fast path's value if the
-/// fast path reads @p word.
+/// Whether reading @p word from a line of a file gives the same value as Qt. If the fast path
+/// reads @p word, its value must be the same as well.
 bool sameAsQt(const QByteArray& word)
 {
     const double expected = qtValue(word);
@@ -92,8 +93,8 @@ class tst_DecimalNumber : public QObject
 private Q_SLOTS:
     void plainDecimalsAreRead_data();
     void plainDecimalsAreRead();
-    void otherTextIsNotRead_data();
-    void otherTextIsNotRead();
+    void otherTextIsLeftToTheFallback_data();
+    void otherTextIsLeftToTheFallback();
     void readingStopsAfterTheNumber();
     void limitsMatchQt_data();
     void limitsMatchQt();
@@ -128,7 +129,7 @@ void tst_DecimalNumber::plainDecimalsAreRead()
     QVERIFY(tests::sameDouble(got, value));
 }
 
-void tst_DecimalNumber::otherTextIsNotRead_data()
+void tst_DecimalNumber::otherTextIsLeftToTheFallback_data()
 {
     QTest::addColumn<QByteArray>("text");
     for (const char* const text :
@@ -139,7 +140,7 @@ void tst_DecimalNumber::otherTextIsNotRead_data()
     }
 }
 
-void tst_DecimalNumber::otherTextIsNotRead()
+void tst_DecimalNumber::otherTextIsLeftToTheFallback()
 {
     QFETCH(QByteArray, text);
     const QByteArray line = text + '\n';
@@ -227,7 +228,7 @@ void tst_DecimalNumber::randomTextsMatchQt()
             QFAIL(text.constData());
         }
     }
-    QVERIFY(fast > randomTexts / 4); // the fast path must be tested often enough
+    QVERIFY(fast > randomTexts / 4); // otherwise the test would say little about the fast path
 }
 
 void tst_DecimalNumber::randomMantissasMatchQt()

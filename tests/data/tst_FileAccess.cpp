@@ -52,7 +52,7 @@ void tst_FileAccess::init()
 {
     dir = std::make_unique<QTemporaryDir>();
     QVERIFY(dir->isValid());
-    // Accessible to every user, so that only the permissions of the files matter.
+    // All users can enter the folder, so that only the permissions of the files matter.
     QVERIFY(::chmod(QFile::encodeName(dir->path()).constData(), 0777) == 0);
 }
 
@@ -252,7 +252,7 @@ void tst_FileAccess::fullDeviceFailsAtTheWrite()
         QSKIP("no /dev/full here");
     }
     QVERIFY(data::openForWriting(file));
-    QCOMPARE(file.write("x"), 1); // only into the buffer
+    QCOMPARE(file.write("x"), 1); // the byte is still in the buffer
     QVERIFY(!file.flush());
     QVERIFY(file.error() != QFileDevice::NoError);
 }

@@ -16,7 +16,7 @@ bool mayBeRefused(QByteArray text)
 
 constexpr qsizetype maxLineLength = 16777216; // characters of the longest accepted line
 constexpr qsizetype maxOneByteComments =
-    1032444; // comment lines of one character, which count 65 bytes each
+    1032444; // each line counts as 65 bytes; one line more exceeds 64 MiB
 
 } // namespace
 
@@ -76,8 +76,8 @@ void tst_LineScan::manyCommentsAreSuspected()
     QFETCH(QByteArray, start);
     QVERIFY(!mayBeRefused((start + '\n').repeated(maxOneByteComments)));
     QVERIFY(mayBeRefused((start + '\n').repeated(maxOneByteComments + 1)));
-    QVERIFY(
-        mayBeRefused((" \t" + start + '\n').repeated(maxOneByteComments))); // leading blanks count
+    QVERIFY(mayBeRefused(
+        (" \t" + start + '\n').repeated(maxOneByteComments))); // leading blanks are counted too
 }
 
 void tst_LineScan::manyDataLinesAreNotSuspected()

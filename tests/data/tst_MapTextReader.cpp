@@ -1,4 +1,4 @@
-// The meaning of text map files: kinds of files, comment lines, data lines, size.
+// Reading text maps: the kinds of files, comment lines, data lines and the size.
 #include "data/A2DData.h"
 #include "data/MapTextReader.h"
 #include "support/SameDouble.h"
@@ -68,7 +68,7 @@ private:
     QByteArray m_text;
 };
 
-/// A device whose text changes after it has been read to its end.
+/// A device that replaces its text when the text has been read to its end.
 class ChangingDevice : public QIODevice
 {
 public:
@@ -148,8 +148,8 @@ private Q_SLOTS:
     void headerLinesAreUnchangedAndInOrder();
     void hashAfterBlanksIsAComment();
 
-    void pixelWithI0ZeroHoldsItsMut();
-    void pixelWithIntensityZeroHasMutOne();
+    void intensityIsTheMutIfI0IsZero();
+    void mutIsOneIfTheIntensityIsZero();
 
     void earlierMapIsReplacedExceptForExtended();
     void failedReadKeepsTheRowsItRead_data();
@@ -484,14 +484,14 @@ void tst_MapTextReader::hashAfterBlanksIsAComment()
     QCOMPARE(got.map.rows.size(), 1);
 }
 
-void tst_MapTextReader::pixelWithI0ZeroHoldsItsMut()
+void tst_MapTextReader::intensityIsTheMutIfI0IsZero()
 {
     const Reading got = read(twoByOne + "0 0 0.75 0\n1 0 0.25 word\n");
     QCOMPARE(data::pixelMut(got.map, 0, 0), 0.75);
     QCOMPARE(data::pixelMut(got.map, 1, 0), 0.25);
 }
 
-void tst_MapTextReader::pixelWithIntensityZeroHasMutOne()
+void tst_MapTextReader::mutIsOneIfTheIntensityIsZero()
 {
     const Reading got = read(twoByOne + "0 0 0 100\n1 0 word 100\n");
     QCOMPARE(data::pixelMut(got.map, 0, 0), 1.0);
@@ -574,8 +574,8 @@ void tst_MapTextReader::sizeAboveTheBoundFailsTheRead()
 
 void tst_MapTextReader::countedSizeAboveTheBoundFailsTheRead()
 {
-    // Rows that are all at one point are counted along both axes; 1025 squared is more than
-    // 2^20 and more than 64 times 1025.
+    // All rows are at one point, so the number of rows becomes both the width and the height.
+    // 1025 squared is above both bounds, 2^20 and 64 times the rows.
     const QByteArray row = "1 1 2\n";
     QVERIFY(read("# 2003901\n" + row.repeated(1024)).good);
     const Reading got = read("# 2003901\n" + row.repeated(1025));
@@ -603,7 +603,7 @@ void tst_MapTextReader::lineOf16MiBIsRead_data()
     QTest::addColumn<QByteArray>("start");
     QTest::newRow("data") << QByteArray("1 2 3 ");
     QTest::newRow("comment") << QByteArray("# ");
-#ifndef __SANITIZE_ADDRESS__ // its realloc takes minutes for the buffer of a text stream
+#ifndef __SANITIZE_ADDRESS__ // AddressSanitizer needs minutes to enlarge the text buffer
     QTest::newRow("with a byte order mark") << QByteArray("\xEF\xBB\xBF# ");
 #endif
 }
@@ -734,7 +734,7 @@ void tst_MapTextReader::largeFileIsRefusedBeforeItIsRead()
     QCOMPARE(got.map.rows.capacity(), 0);
 }
 
-// In the quick scan the zero bytes of UTF-16 look like comments.
+// The quick scan counts lines of UTF-16, which contain zero bytes, as comments.
 void tst_MapTextReader::suspectedLargeFileIsReadIfItIsValid()
 {
     QStringEncoder encode(QStringEncoder::Utf16, QStringEncoder::Flag::WriteBom);
@@ -906,7 +906,7 @@ void tst_MapTextReader::binaryNoiseIsReadWithoutHarm()
     QByteArray noise(1 << 20, Qt::Uninitialized);
     std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random() % 256u); });
     QVERIFY(!read(noise).good);
-    // After a valid head, lines of noise only add rows.
+    // After a valid header, lines of noise can only add rows.
     const Reading got = read(twoByOne + "1 2 3\n" + noise);
     QVERIFY(got.good);
     QCOMPARE(fields(got.map).first(), (QList<double>{1, 2, 3, 1}));

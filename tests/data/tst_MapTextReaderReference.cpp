@@ -47,7 +47,7 @@ bool sameRow(const A2DRow& a, const A2DRow& b)
            sameBits(a.i0, b.i0) && a.values == b.values;
 }
 
-/// Names the first difference between two readings; empty if they are equal.
+/// Describes the first difference between two readings; empty if they are equal.
 QString difference(const Reading& reference, const Reading& product)
 {
     if (reference.good != product.good) {
@@ -99,7 +99,7 @@ QList<QByteArray> allNumbers()
     all += QByteArray(400, '0') + "1.5";
     all += "1" + QByteArray(400, '0') + "e-400";
     all += "0." + QByteArray(400, '0') + "1e401";
-    // Half-way between two neighbours, decided by a digit after the 768th.
+    // Half-way between two doubles: a digit after the 768th decides the rounding.
     all += "9007199254740993." + QByteArray(800, '0');
     all += "9007199254740993." + QByteArray(800, '0') + "1";
     all += QByteArray("1\0", 2);
@@ -226,7 +226,7 @@ private Q_SLOTS:
     void lineOfMegabytes_data();
     void lineOfMegabytes();
     void longLinesOfOneRepeatedPart();
-    void missingFileKeepsTheReferenceMap();
+    void missingFileKeepsTheMapOfTheReferenceReader();
 
 private:
     /// Describes the difference between the reader and the reference implementation for @p
@@ -439,8 +439,8 @@ void tst_MapTextReaderReference::grammarFuzzInUtf16()
 
 void tst_MapTextReaderReference::brokenUtf8AtTheBoundariesOfDecodedPieces()
 {
-    // A text stream decodes 16384 bytes at a time. A sequence broken at such a boundary gives
-    // other replacement characters than a sequence broken elsewhere.
+    // A text stream decodes 16384 bytes at a time. A sequence broken at such a boundary is
+    // decoded to other replacement characters than a sequence broken elsewhere.
     const QByteArray broken =
         "\xe2\x82\xac\xf0\x9f\xc3\xe2\xef\xbb\xf0\x9f\x98\x80\xc2\n# \xf0\x9f\n";
     for (const qsizetype pieces : {1, 16}) {
@@ -462,7 +462,7 @@ void tst_MapTextReaderReference::lineEndAtABlockBoundary()
         VERIFY_SAME(comment + line + line.chopped(1));
         VERIFY_SAME(QByteArray(size, ' ') + line);
     }
-    // The end of the second block, which starts with the rest of a line.
+    // The same at the end of the second block. The second block starts in the middle of a line.
     const QByteArray head = "# Y-NUM 1\n#" + QByteArray(data::mapTextBlockSize, 'x') + '\n';
     for (qsizetype shift = 0; shift <= line.size(); shift += 3) {
         const qsizetype size = 2 * data::mapTextBlockSize - head.size() - shift;
@@ -510,7 +510,7 @@ void tst_MapTextReaderReference::longLinesOfOneRepeatedPart()
     }
 }
 
-void tst_MapTextReaderReference::missingFileKeepsTheReferenceMap()
+void tst_MapTextReaderReference::missingFileKeepsTheMapOfTheReferenceReader()
 {
     Reading reference;
     reference.map.xNum = 7;

@@ -19,7 +19,7 @@ void tst_MemoryCheck::unavailableMemoryIsRefused()
     QVERIFY(data::canAllocate(0));
     QVERIFY(data::canGrow(QList<double>(), 1000, 0));
 #ifdef __SANITIZE_ADDRESS__
-    QSKIP("the sanitizer aborts at such a size");
+    QSKIP("AddressSanitizer aborts at such a size");
 #endif
     QVERIFY(!data::canAllocate(qint64{1} << 60));
     QVERIFY(!data::canGrow(QList<double>(), qsizetype{1} << 56, 0));

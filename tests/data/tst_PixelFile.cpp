@@ -14,7 +14,7 @@ using tests::sameDouble;
 namespace
 {
 
-/// A header of 256 bytes with this size.
+/// A header of 256 bytes that states this width and height.
 QByteArray header(const QByteArray& width, const QByteArray& height)
 {
     return ("2dData-V0.0 HeaderSize: 256\nWIDTH: " + width + "\nHEIGHT: " + height + '\n')

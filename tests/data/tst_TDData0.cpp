@@ -17,7 +17,7 @@ constexpr int intMin = std::numeric_limits<int>::min();
 constexpr int intMax = std::numeric_limits<int>::max();
 
 /// A map whose pixel (x, y) is 100 + 10 y + x and is valid if x + y is even. The extremes are
-/// as the constructor sets them.
+/// the ones that the constructor sets.
 std::unique_ptr<TDData0> countedMap(int width, int height)
 {
     auto map = std::make_unique<TDData0>(width, height);
@@ -160,7 +160,7 @@ void TestTDData0::copyToTheOriginMovesTheBlock()
 void TestTDData0::copyWithoutMovingKeepsThePosition()
 {
     const auto map = countedMap(4, 3);
-    TDData0 dest(3, 3); // another width: pixels keep their column and line
+    TDData0 dest(3, 3); // with another width, pixels keep their column and line
     map->copyBlockTo(&dest, cornerRect(1, 1, 2, 2), false);
     QCOMPARE(dest.data, QList<double>({0, 0, 0, 0, 111, 112, 0, 121, 122}));
     QCOMPARE(dest.validFlags,
@@ -226,7 +226,7 @@ void TestTDData0::copySkipsPixelsOutsideEitherMap_data()
 {
     QTest::addColumn<QRect>("rect");
     QTest::addColumn<bool>("toOrigin");
-    QTest::addColumn<QList<double>>("pixels"); // of the 2 by 2 target
+    QTest::addColumn<QList<double>>("pixels"); // expected values in the target of 2 by 2 pixels
     using Pixels = QList<double>;
     QTest::newRow("larger than both maps")
         << cornerRect(intMin, intMin, intMax, intMax) << false << Pixels{100, 101, 110, 111};

@@ -77,7 +77,8 @@ void fillNickel(TDData0& map)
     map.maxVal = 1.2345678;
 }
 
-/// A map of 3 by 1 with every field set, to see what a load leaves unchanged.
+/// Makes @p map a map of 3 by 1 pixels with every field set. After a load, isOld() shows
+/// whether the load changed anything.
 void fillOld(TDData0& map)
 {
     map.setSize(3, 1);
@@ -331,7 +332,7 @@ void TestTDData0File::extremesAreRestoredWithSixDigits()
     QVERIFY(map.save(path));
     TDData0 loaded(0, 0);
     QVERIFY(loaded.load(path));
-    QCOMPARE(loaded.minVal, -123457.0); // from the text, not from the pixel
+    QCOMPARE(loaded.minVal, -123457.0); // the value in the header, not the value of the pixel
     QCOMPARE(loaded.maxVal, 1.0);
 }
 
@@ -486,7 +487,7 @@ void TestTDData0File::headerSizeLimitsTheHeader_data()
 {
     QTest::addColumn<QByteArray>("start");
     QTest::addColumn<qint64>("size");
-    QTest::addColumn<int>("width"); // 0 if the header ends before its line
+    QTest::addColumn<int>("width"); // 0 if the header ends before the WIDTH line
     const auto row = [](const char* name, const QByteArray& start, qint64 size, int width) {
         QTest::newRow(name) << start << size << width;
     };
@@ -525,7 +526,7 @@ void TestTDData0File::headerSizeLimitsTheHeader()
 void TestTDData0File::largeHeaderSizeIsNotAllocated()
 {
 #ifdef __SANITIZE_ADDRESS__
-    QSKIP("the sanitizer needs all of the address space");
+    QSKIP("AddressSanitizer needs all of the address space");
 #endif
     const QString path = write(firstLine("2147483647") + "WIDTH: 2\n");
     const rlim_t now = addressSpace();
@@ -625,7 +626,8 @@ void TestTDData0File::invalidSizesAreRefused()
 void TestTDData0File::largestSizeIsAccepted()
 {
     TDData0 map(0, 0);
-    const QByteArray pixels(8 * 524288, '\0'); // the smallest number for this size
+    // 2^19 pixels, one for every 64 of the 2^25 pixels in the header, are just enough.
+    const QByteArray pixels(8 * 524288, '\0');
     QVERIFY(map.load(write(headerOf512("WIDTH: 8192\nHEIGHT: 4096\n") + pixels)));
     QCOMPARE(map.data.size(), 33554432);
     QCOMPARE(map.validFlags.size(), 33554432);

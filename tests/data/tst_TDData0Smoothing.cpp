@@ -53,7 +53,7 @@ std::optional<double> plainMean(const TDData0& map, int x, int y, int nx, int ny
 
 /// Whether every pixel of @p smooth is the mean over its window in @p map. The rounding error
 /// of a running sum of a few hundred values below 5 is less than 1e-12.
-bool holdsMeans(const TDData0& smooth, const TDData0& map, int nx, int ny)
+bool containsMeans(const TDData0& smooth, const TDData0& map, int nx, int ny)
 {
     for (int y = 0; y < map.height; ++y) {
         for (int x = 0; x < map.width; ++x) {
@@ -77,7 +77,7 @@ std::unique_ptr<TDData0> line(const QList<double>& values)
     return map;
 }
 
-/// The same pixels as one column.
+/// A map of one column of valid pixels.
 std::unique_ptr<TDData0> column(const QList<double>& values)
 {
     auto map = line(values);
@@ -150,10 +150,10 @@ void TestTDData0Smoothing::smoothingGivesTheMeanOfTheWindow()
     const auto map = randomMap(width, height);
     TDData0 alongX(width, height);
     map->smoothAlongX(&alongX, n);
-    QVERIFY(holdsMeans(alongX, *map, n, 0));
+    QVERIFY(containsMeans(alongX, *map, n, 0));
     TDData0 alongY(width, height);
     map->smoothAlongY(&alongY, n);
-    QVERIFY(holdsMeans(alongY, *map, 0, n));
+    QVERIFY(containsMeans(alongY, *map, 0, n));
 }
 
 void TestTDData0Smoothing::windowAtTheEdgeDividesByItsPixelCount()
@@ -198,7 +198,8 @@ void TestTDData0Smoothing::nanRemainsInTheRunningSumToTheEndOfTheLine()
     map.smoothAlongX(&dest, 0);
     QCOMPARE(dest.data[0], 1.0);
     QVERIFY(std::isnan(dest.data[1]));
-    QVERIFY(std::isnan(dest.data[2])); // outside its window, but still in the running sum
+    // The NaN is outside the windows of pixels 2 and 3, but it is still in the running sum.
+    QVERIFY(std::isnan(dest.data[2]));
     QVERIFY(std::isnan(dest.data[3]));
     QCOMPARE(dest.data.mid(4), QList<double>({1, 2, 3, 4}));
 }
@@ -233,7 +234,7 @@ void TestTDData0Smoothing::hugeWindowIsLimitedToTheLine()
     map->smoothAlongX(&dest, std::numeric_limits<int>::max());
     map->smoothAlongY(&dest, std::numeric_limits<int>::max());
     QVERIFY2(timer.elapsed() < 30'000, "500 lines of 2^31 steps take hours");
-    QVERIFY(holdsMeans(dest, *map, 0, 200));
+    QVERIFY(containsMeans(dest, *map, 0, 200));
 }
 
 void TestTDData0Smoothing::smallerTargetReceivesThePixelsInsideIt()
@@ -305,7 +306,7 @@ void TestTDData0Smoothing::smoothedInOneDirection()
     QFETCH(int, ny);
     const auto map = randomMap(9, 8);
     const std::unique_ptr<TDData0> smooth(map->smoothed(nx, ny));
-    QVERIFY(holdsMeans(*smooth, *map, std::max(nx, 0), std::max(ny, 0)));
+    QVERIFY(containsMeans(*smooth, *map, std::max(nx, 0), std::max(ny, 0)));
 }
 
 void TestTDData0Smoothing::smoothedInBothDirectionsStartsAlongX()

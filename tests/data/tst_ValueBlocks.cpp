@@ -24,7 +24,7 @@ using Write = std::function<void(Values&)>;
 constexpr int length = 13;
 constexpr int blockRows = 64;
 
-/// The values that the fill number @p fill gives to row @p row.
+/// The values of row @p row in fill number @p fill.
 Values valuesOf(qsizetype row, double fill, int count = length)
 {
     Values values;
@@ -34,7 +34,7 @@ Values valuesOf(qsizetype row, double fill, int count = length)
     return values;
 }
 
-/// Fills all of @p rows block by block, and drops the blocks after them.
+/// Fills all of @p rows block by block, and releases the blocks that they do not need.
 /// @return the start address of each block
 QList<const double*> refill(ValueBlocks& blocks, Rows& rows, double fill, int count = length)
 {
@@ -42,14 +42,14 @@ QList<const double*> refill(ValueBlocks& blocks, Rows& rows, double fill, int co
     const auto number = (rows.size() + blockRows - 1) / blockRows;
     blocks.keepFirst(static_cast<std::size_t>(number));
     for (qsizetype first = 0; first < rows.size(); first += blockRows) {
-        const qsizetype here = std::min<qsizetype>(blockRows, rows.size() - first);
-        const auto rowsOfBlock = std::span<A2DRow>(rows).subspan(static_cast<std::size_t>(first),
-                                                                 static_cast<std::size_t>(here));
+        const qsizetype blockSize = std::min<qsizetype>(blockRows, rows.size() - first);
+        const auto rowsOfBlock = std::span<A2DRow>(rows).subspan(
+            static_cast<std::size_t>(first), static_cast<std::size_t>(blockSize));
         const std::span<double> shared =
             blocks.share(static_cast<std::size_t>(first / blockRows), rowsOfBlock, count);
         double* position = shared.data();
         addresses.append(position);
-        for (qsizetype i = 0; i < here; ++i) {
+        for (qsizetype i = 0; i < blockSize; ++i) {
             const Values values = valuesOf(first + i, fill, count);
             position = std::copy(values.cbegin(), values.cend(), position);
         }
@@ -161,7 +161,7 @@ private Q_SLOTS:
     void otherRowsAreFilledCorrectly();
     void forgottenBlocksKeepTheirLists();
     void forgottenBlockReleasesItsMemory();
-    void laterBlockCanBeSharedFirst();
+    void blocksCanBeFilledInAnyOrder();
 
     void randomChangesAreHandledCorrectly_data();
     void randomChangesAreHandledCorrectly();
@@ -259,7 +259,7 @@ void tst_ValueBlocks::refillWithACopyUsesOtherMemory()
     QVERIFY(other != addresses);
     QVERIFY(areFilled(rows, 2));
     QCOMPARE(copy, valuesOf(row, 1));
-    QCOMPARE(refill(blocks, rows, 3), other); // no copy uses this memory
+    QCOMPARE(refill(blocks, rows, 3), other); // reused, because no copy uses this memory
     QVERIFY(areFilled(rows, 3));
     QCOMPARE(copy, valuesOf(row, 1));
 }
@@ -373,8 +373,8 @@ void tst_ValueBlocks::writeDoesNotChangeTheNeighbours()
     }
 }
 
-// Only one list of the block still exists; the memory of the other lists is before and after
-// it.
+// Only one list of the block still exists. The memory before and after it belonged to the
+// other lists.
 void tst_ValueBlocks::writeByTheLastOwnerIsCorrect()
 {
     QFETCH(Write, write);
@@ -435,7 +435,8 @@ void tst_ValueBlocks::rowsInAnotherOrderAreFilledCorrectly()
     QVERIFY(areFilled(rows, 4));
 }
 
-// The block has as many owners as before the exchange, but one of them is different.
+// Exchanging two rows does not change the number of owners of the block's memory, but one
+// owner is then outside the list of rows.
 void tst_ValueBlocks::copiedRowIsFilledCorrectly()
 {
     ValueBlocks blocks;
@@ -465,7 +466,7 @@ void tst_ValueBlocks::rowWithTheListOfAnotherRowIsFilledCorrectly()
     rows.append(rows.last());
     refill(blocks, rows, 3);
     QVERIFY(areFilled(rows, 3));
-    rows[0].values.resize(length - 1); // at the same address, with another length
+    rows[0].values.resize(length - 1); // the list keeps its address, but has another length
     refill(blocks, rows, 4);
     QVERIFY(areFilled(rows, 4));
 }
@@ -483,7 +484,7 @@ void tst_ValueBlocks::shorterLastBlockIsFilledCorrectly()
         QVERIFY(areFilled(rows, fill));
         QVERIFY(before.isEmpty() || areFilled(before, fillBefore));
     }
-    // Again, without a copy of the rows that shares the blocks.
+    // The same without a copy of the rows that shares the blocks.
     for (const int number : {70, 64, 65, 128, 129, 1, 63, 64, 0, 100, 90, 100}) {
         rows.resize(number);
         refill(blocks, rows, ++fill);
@@ -523,7 +524,7 @@ void tst_ValueBlocks::forgottenBlocksKeepTheirLists()
     ValueBlocks blocks;
     Rows rows(130);
     const QList<const double*> addresses = refill(blocks, rows, 1);
-    blocks.keepFirst(5); // more than exist
+    blocks.keepFirst(5); // only three blocks exist
     blocks.keepFirst(1);
     QVERIFY(areFilled(rows, 1));
     const QList<const double*> other = refill(blocks, rows, 2);
@@ -541,14 +542,14 @@ void tst_ValueBlocks::forgottenBlockReleasesItsMemory()
     Values last = rows.last().values;
     rows.clear();
     QVERIFY(!last.isDetached()); // the block is the second owner of the memory
-    blocks.forget(7);            // does not exist
+    blocks.forget(7);            // no block has this index
     QVERIFY(!last.isDetached());
     blocks.forget(0);
     QVERIFY(last.isDetached());
     QCOMPARE(last, valuesOf(blockRows - 1, 1.0));
 }
 
-void tst_ValueBlocks::laterBlockCanBeSharedFirst()
+void tst_ValueBlocks::blocksCanBeFilledInAnyOrder()
 {
     ValueBlocks blocks;
     Rows late(2);
@@ -577,7 +578,7 @@ void tst_ValueBlocks::randomChangesAreHandledCorrectly()
     std::mt19937_64 random(static_cast<unsigned>(seed));
     ValueBlocks blocks;
     Rows rows;
-    QList<std::pair<Values, Values>> copies; // each with a deep copy
+    QList<std::pair<Values, Values>> copies; // a list that shares memory, and its deep copy
     QList<std::pair<Rows, double>> allCopies;
     for (int fill = 1; fill <= 80; ++fill) {
         rows.resize(tests::wholeNumber(random, 0, 3) * 64 + tests::wholeNumber(random, 0, 2));

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # InstalledFiles.sh CMAKE BUILD SOURCE TREE: installs into the emptied TREE and compares the
-# installed files with the expected list. The umask is strict, because all users must be
-# able to read an installation even if the administrator's new files are private.
+# installed files with the expected list. The test sets a strict umask: all users must be able
+# to read an installation, even if the administrator's umask makes new files private.
 set -euo pipefail
 cmake=$1 build=$2 source=$3 tree=$4
 
@@ -46,7 +46,7 @@ wrong=$(find "$tree" \( -type d ! -perm 755 -o -type f ! -path '*/bin/*' ! -perm
     exit 1
 }
 
-# The program and the icon that the menu entry names exist.
+# The menu entry's program and icon must be installed.
 entry=$tree/usr/share/applications/aelk.desktop
 while read -r program _; do
     [ -x "$tree/usr/bin/$program" ] || {

@@ -14,7 +14,7 @@ for language in -j -e; do
     }
     status=0
     wait $! || status=$?
-    # 128 + the signal's number
+    # 143 = 128 + 15, the number of SIGTERM
     [ "$status" -eq 143 ] || {
         echo "aelk $language: exit status $status"
         exit 1

@@ -37,8 +37,8 @@ install_font()
         - "$source" 2>&1) || fail "it ended early: $said"
     [[ $said == *"went on" ]] || fail "it ended early: $said"
 }
-# Creates a mock of the random user, which runs the shell code $1 after setting `actions` to
-# the numbers of the actions to play, each between commas.
+# Creates a mock of the random user. The mock first sets `actions` to the numbers of the
+# actions to play, with a comma before and after each number, and then runs the shell code $1.
 random_user()
 {
     mock_command random_user 'seed=$1 actions=,$(seq -s , 0 "$(($2 - 1))"), log=/dev/null
@@ -96,7 +96,7 @@ make_commits()
     mock_command shellcheck '! grep -H fault "$@"'
     mkdir -p "$work/tree/src"
     cd "$work/tree"
-    # Git's environment variables and the user's configuration must not have an effect here.
+    # Git's environment variables and the user's configuration must not affect this repository.
     unset GIT_DIR GIT_INDEX_FILE GIT_WORK_TREE
     export GIT_CONFIG_GLOBAL=/dev/null GIT_CONFIG_SYSTEM=/dev/null
     git init --quiet --initial-branch main

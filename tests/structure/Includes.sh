@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Includes.sh CMAKE SOURCE WORK CASE: tests one behaviour of cmake/CheckIncludes.cmake on a
-# small source tree in WORK.
+# small source tree that the test creates in WORK.
 set -euo pipefail
 cmake=$1 source=$2 work=$3 case=$4
 

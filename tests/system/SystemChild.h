@@ -16,7 +16,7 @@ namespace tests
 
 inline constexpr qint64 mebibyte = 1024 * 1024;
 
-/// Memory (bytes) that a read may use beyond the size of the data it keeps.
+/// Memory (bytes) that a read may use in addition to the data that remains in the row.
 inline constexpr qint64 maxExtraMemory = 200'000'000;
 
 inline ChildProcess systemChild()
@@ -24,8 +24,9 @@ inline ChildProcess systemChild()
     return ChildProcess(QStringLiteral(AELK_SYSTEM_CHILD));
 }
 
-/// Whether files of full size are read: in optimised builds, or if AELK_FULL_SIZES is set.
-/// Without optimisation it takes minutes.
+/// Whether the tests read files of full size. An optimised build does, except under
+/// AddressSanitizer. A build without optimisation, which needs minutes for them, does so only
+/// if AELK_FULL_SIZES is set.
 inline bool isFullSize()
 {
 #ifdef __OPTIMIZE__
@@ -65,8 +66,10 @@ inline bool hasReason(const QJsonObject& step)
     });
 }
 
-/// Why a read used too much memory; empty if it did not. Always empty under
-/// AddressSanitizer, where memory use cannot be measured.
+/// An error text if the read in @p step used too much memory, otherwise an empty string.
+/// Always empty under AddressSanitizer, where memory use cannot be measured.
+///
+/// @param most  limit for the peak, bytes in addition to the data that remains in the row
 inline QString memoryTrouble(const QJsonObject& step, qint64 most = maxExtraMemory)
 {
     const auto bytes = [&step](const char* what) {
@@ -84,9 +87,9 @@ inline QString memoryTrouble(const QJsonObject& step, qint64 most = maxExtraMemo
     return {};
 }
 
-/// Makes a file of @p head followed by as many @p block as fit into @p size bytes. Returns
-/// its path, or an empty string on failure. If the block is a single zero byte, the file is
-/// sparse and takes no disk space.
+/// Makes a file that consists of @p head and as many copies of @p block as fit into @p size
+/// bytes. Returns its path, or an empty string on failure. If the block is a single zero
+/// byte, the file is sparse and occupies no disk space.
 inline QString makeFile(const QTemporaryDir& folder, const QByteArray& head,
                         const QByteArray& block, qint64 size)
 {

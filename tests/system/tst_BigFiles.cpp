@@ -9,7 +9,7 @@ namespace
 {
 
 constexpr qint64 maxLine = 16 * mebibyte;
-constexpr qint64 maxComments = 64 * mebibyte; ///< characters, plus 64 for each line
+constexpr qint64 maxComments = 64 * mebibyte; ///< limit: all characters plus 64 per comment line
 constexpr qint64 maxRows = qint64{1} << 25;
 constexpr qint64 maxPoints = qint64{1} << 22;
 
@@ -27,7 +27,7 @@ QByteArray utf16(const QByteArray& text)
     return wide;
 }
 
-/// The size of files that really occupy disk space (others are sparse).
+/// Size in bytes of the test files that are not sparse and therefore occupy disk space.
 qint64 sizeOnDisk()
 {
     return isFullSize() ? 1500 * mebibyte : 100 * mebibyte;
@@ -58,8 +58,8 @@ QString spectrumTrouble(const ChildRun& run)
     return hasReason(step) ? memoryTrouble(step) : QStringLiteral("no reason in the debug log");
 }
 
-/// A map of one pixel whose comment lines, including the two size lines, count @p
-/// characters against the limit.
+/// A map of one pixel. Its comment lines, including the two size lines, count as @p
+/// characters for the limit maxComments.
 QByteArray mapWithComments(qint64 characters)
 {
     constexpr qint64 perLine = 64;

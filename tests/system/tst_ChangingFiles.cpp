@@ -1,5 +1,5 @@
-// Files that change while they are read. Whatever is read, the program keeps running and
-// the row can read the next file.
+// Files that change while they are read. In every case the program keeps running and the row
+// can read the next file.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -11,7 +11,7 @@ namespace
 {
 
 constexpr int manyRows = 100000;
-constexpr int maxCalls = 5; ///< hooked calls of each kind; readers open and close a file less often
+constexpr int maxCalls = 5; ///< hooked calls of each kind; readers open a file fewer times
 
 QByteArray textMap(int rows)
 {
@@ -61,7 +61,8 @@ private:
     ChildRun runWith(const char* step, const QByteArray& content, const QList<QByteArray>& hook);
 };
 
-/// Reads a file of @p content with a hook: call, number, change and the change's argument.
+/// Reads a file with this @p content in the child. The words of @p hook are the call, its
+/// number, the change and the argument of the change.
 ChildRun tst_ChangingFiles::runWith(const char* step, const QByteArray& content,
                                     const QList<QByteArray>& hook)
 {
@@ -99,7 +100,7 @@ void tst_ChangingFiles::mapWithReadErrorKeepsTheRowsRead()
 
 void tst_ChangingFiles::binaryMapTruncatedDuringReadIsFilledWithZeros()
 {
-    // The shortened file has the header of 256 bytes and five pixels.
+    // The shortened file contains the header of 256 bytes and five pixels (40 bytes).
     const ChildRun run = runWith("map", binaryMap(), {"atOpen", "4", "shrink", "296"});
     QCOMPARE(run.trouble, QString());
     QVERIFY(run.lastStep()["loaded"].toBool());
@@ -220,10 +221,10 @@ void tst_ChangingFiles::rowsWorkAfterAnyChangeAtAnyCall()
     }
     const ChildRun run = systemChild().runSteps(steps);
     QCOMPARE(run.trouble, QString());
-    const QList<QJsonObject> left = run.steps();
-    for (int at = 1; at + 1 < left.size(); at += 3) {
-        const QJsonObject& changed = left.at(at);
-        const QJsonObject& next = left.at(at + 1);
+    const QList<QJsonObject> reports = run.steps();
+    for (int at = 1; at + 1 < reports.size(); at += 3) {
+        const QJsonObject& changed = reports.at(at);
+        const QJsonObject& next = reports.at(at + 1);
         if (step == "spectrum") {
             QCOMPARE(next["newEdges"].toInt(), 1);
             QVERIFY(next["points"].toInt() > 0);

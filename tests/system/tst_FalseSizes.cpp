@@ -1,4 +1,4 @@
-// Maps whose header claims far more pixels than the file holds.
+// Maps whose header claims far more pixels than the file contains.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -9,7 +9,7 @@ using namespace tests;
 namespace
 {
 
-/// A header can claim this many pixels without any check against the file.
+/// Up to this many claimed pixels are not compared with the size of the file.
 constexpr qint64 uncheckedPixels = qint64{1} << 20;
 constexpr qint64 maxPixels = qint64{1} << 25;
 /// A larger claim needs one pixel in the file per 64 claimed pixels. This is the smallest
@@ -25,8 +25,8 @@ QByteArray textMap(qint64 width, qint64 rows, bool isByAxes = false)
     return head + QByteArray("1 2 3\n").repeated(rows);
 }
 
-/// A binary map whose header claims @p width pixels. It holds @p pixels values but no
-/// flags.
+/// A binary map whose header claims @p width pixels. The file contains @p pixels values but
+/// no flags.
 QByteArray binaryMap(qint64 width, qint64 pixels)
 {
     QByteArray head = QByteArray("2dData-V0.0 HeaderSize: 256").leftJustified(64, ' ') + '\n';
@@ -50,7 +50,7 @@ private Q_SLOTS:
 void tst_FalseSizes::mapsWithFalseSizesUseLittleMemory_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<bool>("isLoaded"); // a refused binary map is loaded as 0 by 0
+    QTest::addColumn<bool>("isLoaded"); // a refused binary map is still loaded, as 0 by 0
     QTest::newRow("sizes") << textMap(maxPixels, 1) << false;
     QTest::newRow("axes") << textMap(maxPixels, 1, true) << false;
     QTest::newRow("binary") << binaryMap(maxPixels, 1) << true;

@@ -50,7 +50,7 @@ void tst_FullDisks::init()
     QVERIFY(m_folder->isValid());
 }
 
-/// Histogram messages contain the canonical path of the file.
+/// The canonical path of a file in the test folder, as in the messages about histograms.
 QByteArray tst_FullDisks::path(const char* name) const
 {
     return QFile::encodeName(QFileInfo(m_folder->path()).canonicalFilePath()) + '/' + name;
@@ -80,10 +80,10 @@ void tst_FullDisks::incompleteResultIsReported()
     QCOMPARE(run.trouble, QString());
     QCOMPARE(messagesOf(run.lastStep()), QStringList{cannotOpen(path("result.dat"))});
     QVERIFY(run.lastStep()["isPanelUnchanged"].toBool());
-    const QByteArray left = readFile(path("result.dat"));
-    QVERIFY(left.size() <= limit);
+    const QByteArray content = readFile(path("result.dat"));
+    QVERIFY(content.size() <= limit);
     QVERIFY(QByteArray("# qelk result map V1.0\n")
-                .startsWith(left.first(std::min<qsizetype>(left.size(), 23))));
+                .startsWith(content.first(std::min<qsizetype>(content.size(), 23))));
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{"result.dat"});
 }
 
@@ -93,9 +93,9 @@ void tst_FullDisks::incompleteResultReplacesTheOlderOne()
     const ChildRun run = write("20", "5000", "11", "11");
     QCOMPARE(run.trouble, QString());
     QCOMPARE(messagesOf(run.lastStep()), QStringList{cannotOpen(path("result.dat"))});
-    const QByteArray left = readFile(path("result.dat"));
-    QVERIFY(left.size() <= 5000);
-    QVERIFY(!left.contains('o'));
+    const QByteArray content = readFile(path("result.dat"));
+    QVERIFY(content.size() <= 5000);
+    QVERIFY(!content.contains('o'));
 }
 
 void tst_FullDisks::resultThatJustFitsIsComplete()
@@ -140,12 +140,12 @@ void tst_FullDisks::incompleteHistogramIsReported()
     }
     QCOMPARE(messagesOf(run.lastStep()), expected);
     QVERIFY(run.lastStep()["isPanelUnchanged"].toBool());
-    QVERIFY(readFile(path("result.dat")).endsWith("\n\n")); // the result is complete
+    QVERIFY(readFile(path("result.dat")).endsWith("\n\n")); // the end of a complete result
     for (const char* name : {"result_HGAlpha.dat", "result_HGThick.dat"}) {
-        const QByteArray left = readFile(path(name));
-        QVERIFY(left.size() <= 3000);
-        QVERIFY(!left.startsWith("older"));
-        QCOMPARE(left.count('\n') == 13, !reported.contains(QByteArray(name)));
+        const QByteArray content = readFile(path(name));
+        QVERIFY(content.size() <= 3000);
+        QVERIFY(!content.startsWith("older"));
+        QCOMPARE(content.count('\n') == 13, !reported.contains(QByteArray(name)));
     }
 }
 
@@ -199,17 +199,17 @@ void tst_FullDisks::fullDiskIsReportedForResultAndHistogram()
                                        "write",     result, "file",  result,  "file", alpha};
     const ChildRun run = child.runSteps(tooLarge + littleLeft);
     QCOMPARE(run.trouble, QString());
-    const QList<QJsonObject> left = run.steps();
-    QCOMPARE(left.size(), 11);
-    QCOMPARE(messagesOf(left.at(1)), QStringList{cannotOpen(result)});
-    QVERIFY(left.at(1)["isPanelUnchanged"].toBool());
-    QVERIFY(left.at(2)["size"].toInt() <= 64 * 1024);
-    QCOMPARE(messagesOf(left.at(4)), QStringList());
-    QVERIFY(left.at(6)["isMade"].toBool());
-    QCOMPARE(messagesOf(left.at(8)), QStringList{cannotOpen(alpha)});
-    QVERIFY(left.at(8)["isPanelUnchanged"].toBool());
-    QVERIFY(left.at(9)["isWholeLines"].toBool());
-    QVERIFY(left.at(10)["size"].toInt() < 64 * 1024 - 40000);
+    const QList<QJsonObject> steps = run.steps();
+    QCOMPARE(steps.size(), 11);
+    QCOMPARE(messagesOf(steps.at(1)), QStringList{cannotOpen(result)});
+    QVERIFY(steps.at(1)["isPanelUnchanged"].toBool());
+    QVERIFY(steps.at(2)["size"].toInt() <= 64 * 1024);
+    QCOMPARE(messagesOf(steps.at(4)), QStringList());
+    QVERIFY(steps.at(6)["isMade"].toBool());
+    QCOMPARE(messagesOf(steps.at(8)), QStringList{cannotOpen(alpha)});
+    QVERIFY(steps.at(8)["isPanelUnchanged"].toBool());
+    QVERIFY(steps.at(9)["isWholeLines"].toBool());
+    QVERIFY(steps.at(10)["size"].toInt() < 64 * 1024 - 40000);
 }
 
 QTEST_GUILESS_MAIN(tst_FullDisks)

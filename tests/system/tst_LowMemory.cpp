@@ -1,5 +1,5 @@
 // Reading with less and less memory: a file is either read completely or refused with a
-// reason. The program never ends because of it.
+// reason. A lack of memory never ends the program.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -10,7 +10,7 @@ using namespace tests;
 namespace
 {
 
-constexpr int manyRows = 100000; ///< 6 MB as rows of a map, 2 MB as points of a spectrum
+constexpr int manyRows = 100000; ///< 6 MB in a file as rows of a map, 2 MB as points
 
 QByteArray textMap()
 {
@@ -135,7 +135,7 @@ void tst_LowMemory::fileIsReadCompletelyOrRefused_data()
 void tst_LowMemory::fileIsReadCompletelyOrRefused()
 {
     if (isUnderAddressSanitizer()) {
-        QSKIP("the sanitizer needs all addresses");
+        QSKIP("AddressSanitizer needs all of the address space");
     }
     QFETCH(QByteArray, step);
     QFETCH(QByteArray, content);
@@ -146,12 +146,12 @@ void tst_LowMemory::fileIsReadCompletelyOrRefused()
     const QList<const char*> limits{"1", "30", "70", "127", "129", "150", "240", "1000"};
     for (const char* mebibytes : limits) {
         const ChildRun run = systemChild().runSteps({"limitMemory", mebibytes, step, path});
-        const QJsonObject left = run.lastStep();
+        const QJsonObject state = run.lastStep();
         const bool isMap = step == "map";
-        const bool isWhole = left[isMap ? "rows" : "points"].toInt() == manyRows &&
-                             (isMap ? left["loaded"] : left["valid"]).toBool();
-        const bool isRefused = hasReason(left) && left[isMap ? "rows" : "points"].toInt() == 0 &&
-                               left[isMap ? "xNum" : "newEdges"].toInt() == 0;
+        const bool isWhole = state[isMap ? "rows" : "points"].toInt() == manyRows &&
+                             (isMap ? state["loaded"] : state["valid"]).toBool();
+        const bool isRefused = hasReason(state) && state[isMap ? "rows" : "points"].toInt() == 0 &&
+                               state[isMap ? "xNum" : "newEdges"].toInt() == 0;
         if (!run.trouble.isEmpty()) {
             complaints += QStringLiteral("%1 MiB: %2").arg(mebibytes, run.trouble);
         } else if (!isWhole && !isRefused) {
@@ -176,7 +176,7 @@ void tst_LowMemory::refusedFileCanBeReadWithMoreMemory_data()
 void tst_LowMemory::refusedFileCanBeReadWithMoreMemory()
 {
     if (isUnderAddressSanitizer()) {
-        QSKIP("the sanitizer needs all addresses");
+        QSKIP("AddressSanitizer needs all of the address space");
     }
     QFETCH(QByteArray, step);
     QFETCH(QByteArray, content);
@@ -185,9 +185,9 @@ void tst_LowMemory::refusedFileCanBeReadWithMoreMemory()
     const ChildRun run =
         systemChild().runSteps({"limitMemory", "20", step, path, "limitMemory", "400", step, path});
     QCOMPARE(run.trouble, QString());
-    const QJsonObject left = run.lastStep();
-    QCOMPARE(left[step == "map" ? "rows" : "points"].toInt(), manyRows);
-    QVERIFY((step == "map" ? left["loaded"] : left["valid"]).toBool());
+    const QJsonObject state = run.lastStep();
+    QCOMPARE(state[step == "map" ? "rows" : "points"].toInt(), manyRows);
+    QVERIFY((step == "map" ? state["loaded"] : state["valid"]).toBool());
 }
 
 QTEST_GUILESS_MAIN(tst_LowMemory)

@@ -1,5 +1,5 @@
-// Paths that do not name a regular file, or name one without permission. Reading keeps the
-// data in the row, writing is refused with a message, and no call blocks.
+// Paths of objects other than regular files, and of files without permissions. Reading keeps
+// the data in the row, writing is refused with a message, and no call blocks.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -46,7 +46,7 @@ bool makeSocket(const QByteArray& path)
     return isMade;
 }
 
-/// Makes a file. Its name can be invalid UTF-8, which QFile does not support.
+/// Makes a file with open(), because QFile does not support names that are invalid UTF-8.
 bool makeFile(const QByteArray& path, const QByteArray& content)
 {
     const int file = ::open(path.constData(), O_WRONLY | O_CREAT, 0644);
@@ -93,7 +93,7 @@ private:
 void tst_OddPaths::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
-    // All users may enter the folder, so that only the permissions inside it matter.
+    // All users can enter the folder, so that only the permissions inside it matter.
     QVERIFY(::chmod(QFile::encodeName(m_folder->path()).constData(), 0777) == 0);
     QVERIFY(!writeFile(*m_folder, "map.dat", map).isEmpty());
     QVERIFY(!writeFile(*m_folder, "spectrum.dat", spectrum).isEmpty());
@@ -104,15 +104,16 @@ QByteArray tst_OddPaths::inFolder(const QByteArray& name) const
     return QFile::encodeName(m_folder->path()) + '/' + name;
 }
 
-/// QTemporaryDir cannot remove files whose names are not valid text.
+/// Removes the folder without QTemporaryDir, which cannot remove files whose names are
+/// invalid UTF-8.
 void tst_OddPaths::cleanup()
 {
     std::error_code error;
     std::filesystem::remove_all(QFile::encodeName(m_folder->path()).toStdString(), error);
 }
 
-/// Creates the object that @p what names and returns its path; empty on failure. An
-/// absolute path is returned unchanged.
+/// Creates the object that @p what describes, such as "pipe", and returns its path; empty on
+/// failure. If @p what is an absolute path, returns it unchanged.
 QByteArray tst_OddPaths::make(const QByteArray& what) const
 {
     const QByteArray path = inFolder("odd");
@@ -165,22 +166,22 @@ void tst_OddPaths::readingAnOddPathKeepsTheRowsData()
     QFETCH(QByteArray, what);
     const QByteArray odd = make(what);
     QVERIFY(!odd.isEmpty());
-    const ChildRun left =
+    const ChildRun childRun =
         run({"map", inFolder("map.dat"), "spectrum", inFolder("spectrum.dat"), "map", odd,
              "spectrum", odd, "map", inFolder("map.dat"), "spectrum", inFolder("spectrum.dat")});
-    QCOMPARE(left.trouble, QString());
-    QCOMPARE(left.steps().size(), 6);
-    const QJsonObject oddMap = left.steps().at(2);
+    QCOMPARE(childRun.trouble, QString());
+    QCOMPARE(childRun.steps().size(), 6);
+    const QJsonObject oddMap = childRun.steps().at(2);
     QVERIFY(!oddMap["loaded"].toBool());
     QCOMPARE(oddMap["newData"].toInt(), 0);
     QCOMPARE(oddMap["rows"].toInt(), 1); // the earlier map
     QCOMPARE(logOf(oddMap), QStringList{"can't open " + QFile::decodeName(odd)});
-    const QJsonObject oddSpectrum = left.steps().at(3);
+    const QJsonObject oddSpectrum = childRun.steps().at(3);
     QCOMPARE(oddSpectrum["newEdges"].toInt(), 0);
     QCOMPARE(oddSpectrum["points"].toInt(), 3);
     QCOMPARE(oddSpectrum["fileName"].toString(), QStringLiteral("spectrum.dat"));
-    QVERIFY(left.steps().at(4)["loaded"].toBool());
-    QCOMPARE(left.steps().at(5)["newEdges"].toInt(), 1);
+    QVERIFY(childRun.steps().at(4)["loaded"].toBool());
+    QCOMPARE(childRun.steps().at(5)["newEdges"].toInt(), 1);
 }
 
 void tst_OddPaths::writingToAnOddPathIsReported_data()
@@ -198,10 +199,10 @@ void tst_OddPaths::writingToAnOddPathIsReported()
     QFETCH(QByteArray, what);
     const QByteArray odd = make(what);
     QVERIFY(!odd.isEmpty());
-    const ChildRun left = run({"calculate", "2", "2", "write", odd});
-    QCOMPARE(left.trouble, QString());
-    QCOMPARE(messagesOf(left.lastStep()), QStringList{cannotOpen(odd)});
-    QVERIFY(left.lastStep()["isPanelUnchanged"].toBool());
+    const ChildRun childRun = run({"calculate", "2", "2", "write", odd});
+    QCOMPARE(childRun.trouble, QString());
+    QCOMPARE(messagesOf(childRun.lastStep()), QStringList{cannotOpen(odd)});
+    QVERIFY(childRun.lastStep()["isPanelUnchanged"].toBool());
     QCOMPARE(readFile(m_folder->filePath("map.dat")), map);
 }
 
@@ -215,9 +216,9 @@ void tst_OddPaths::writableDevicesAreWritten_data()
 void tst_OddPaths::writableDevicesAreWritten()
 {
     QFETCH(QByteArray, device);
-    const ChildRun left = run({"calculate", "2", "2", "write", device});
-    QCOMPARE(left.trouble, QString());
-    QCOMPARE(messagesOf(left.lastStep()), QStringList());
+    const ChildRun childRun = run({"calculate", "2", "2", "write", device});
+    QCOMPARE(childRun.trouble, QString());
+    QCOMPARE(messagesOf(childRun.lastStep()), QStringList());
 }
 
 void tst_OddPaths::longestPathIsReadAndWritten()
@@ -225,12 +226,12 @@ void tst_OddPaths::longestPathIsReadAndWritten()
     const QByteArray mapPath = paddedPath(inFolder("map.dat"), longestPath);
     const QByteArray spectrumPath = paddedPath(inFolder("spectrum.dat"), longestPath);
     const QByteArray resultPath = paddedPath(inFolder("result.dat"), longestPath);
-    const ChildRun left =
+    const ChildRun childRun =
         run({"map", mapPath, "spectrum", spectrumPath, "calculate", "2", "2", "write", resultPath});
-    QCOMPARE(left.trouble, QString());
-    QVERIFY(left.steps().at(0)["loaded"].toBool());
-    QVERIFY(left.steps().at(1)["valid"].toBool());
-    QCOMPARE(messagesOf(left.lastStep()), QStringList());
+    QCOMPARE(childRun.trouble, QString());
+    QVERIFY(childRun.steps().at(0)["loaded"].toBool());
+    QVERIFY(childRun.steps().at(1)["valid"].toBool());
+    QCOMPARE(messagesOf(childRun.lastStep()), QStringList());
     QVERIFY(readFile(m_folder->filePath("result.dat")).startsWith("# qelk result map V1.0\n"));
 }
 
@@ -241,19 +242,19 @@ void tst_OddPaths::folderWithoutPermissionsRefusesReadingAndWriting()
     QVERIFY(!writeFile(*m_folder, "closed/map.dat", map).isEmpty());
     QVERIFY(::chmod(closed.constData(), 0) == 0);
     const QByteArray path = closed + "/map.dat";
-    const ChildRun left = run({"dropRoot", "map", inFolder("map.dat"), "map", path, "spectrum",
-                               path, "folder", closed, "calculate", "2", "2", "write", path});
+    const ChildRun childRun = run({"dropRoot", "map", inFolder("map.dat"), "map", path, "spectrum",
+                                   path, "folder", closed, "calculate", "2", "2", "write", path});
     QVERIFY(::chmod(closed.constData(), 0777) == 0); // so that cleanup() can remove it
-    QCOMPARE(left.trouble, QString());
-    if (left.steps().at(0)["isRoot"].toBool()) {
+    QCOMPARE(childRun.trouble, QString());
+    if (childRun.steps().at(0)["isRoot"].toBool()) {
         QSKIP("root's permissions cannot be given up here");
     }
-    QVERIFY(left.steps().at(1)["loaded"].toBool());
-    QVERIFY(!left.steps().at(2)["loaded"].toBool());
-    QCOMPARE(left.steps().at(2)["rows"].toInt(), 1);
-    QCOMPARE(left.steps().at(3)["newEdges"].toInt(), 0);
-    QVERIFY(left.steps().at(4)["names"].toArray().isEmpty());
-    QCOMPARE(messagesOf(left.lastStep()), QStringList{cannotOpen(path)});
+    QVERIFY(childRun.steps().at(1)["loaded"].toBool());
+    QVERIFY(!childRun.steps().at(2)["loaded"].toBool());
+    QCOMPARE(childRun.steps().at(2)["rows"].toInt(), 1);
+    QCOMPARE(childRun.steps().at(3)["newEdges"].toInt(), 0);
+    QVERIFY(childRun.steps().at(4)["names"].toArray().isEmpty());
+    QCOMPARE(messagesOf(childRun.lastStep()), QStringList{cannotOpen(path)});
     QCOMPARE(readFile(m_folder->filePath("closed/map.dat")), map);
 }
 
@@ -273,22 +274,22 @@ void tst_OddPaths::nameWithInvalidUtf8IsRefused()
     const QByteArray path = others + '/' + name;
     QVERIFY(makeFile(path, map));
     const QByteArray url = "file://" + others + '/' + name.toPercentEncoding();
-    const ChildRun left = run({"map", path, "spectrum", path, "folder", others, "drop", url});
-    QCOMPARE(left.trouble, QString());
-    QVERIFY(!left.steps().at(0)["loaded"].toBool());
-    QCOMPARE(logOf(left.steps().at(0)), QStringList{"can't open " + QFile::decodeName(path)});
-    QVERIFY(!left.steps().at(1)["valid"].toBool());
-    QVERIFY(!left.steps().at(2)["loaded"].toBool());
-    QVERIFY(!left.steps().at(2)["valid"].toBool());
-    QVERIFY(!left.steps().at(3)["loaded"].toBool());
+    const ChildRun childRun = run({"map", path, "spectrum", path, "folder", others, "drop", url});
+    QCOMPARE(childRun.trouble, QString());
+    QVERIFY(!childRun.steps().at(0)["loaded"].toBool());
+    QCOMPARE(logOf(childRun.steps().at(0)), QStringList{"can't open " + QFile::decodeName(path)});
+    QVERIFY(!childRun.steps().at(1)["valid"].toBool());
+    QVERIFY(!childRun.steps().at(2)["loaded"].toBool());
+    QVERIFY(!childRun.steps().at(2)["valid"].toBool());
+    QVERIFY(!childRun.steps().at(3)["loaded"].toBool());
 }
 
 void tst_OddPaths::writingDoesNotTouchAFileWithInvalidUtf8Name()
 {
     const QByteArray path = inFolder("bad\xff.dat");
     QVERIFY(makeFile(path, "earlier"));
-    const ChildRun left = run({"calculate", "2", "2", "write", path, "file", path});
-    QCOMPARE(left.trouble, QString());
+    const ChildRun childRun = run({"calculate", "2", "2", "write", path, "file", path});
+    QCOMPARE(childRun.trouble, QString());
     const int file = ::open(path.constData(), O_RDONLY);
     QByteArray content(100, '\0');
     content.resize(::read(file, content.data(), 100));

@@ -36,7 +36,8 @@ private Q_SLOTS:
 
 void tst_Signals::programSurvivesAClosedErrorPipe()
 {
-    // An energy row without a file logs that it cannot open it.
+    // A click on an energy row's Clear button makes the row read an empty path, and the failure
+    // is logged.
     const QByteArray steps(
         "click FileSelect.ClearB; click FileSelect.ClearB; print WriteB; exit 0");
     const ChildRun read = program(steps).run(english);

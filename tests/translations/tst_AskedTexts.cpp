@@ -1,4 +1,4 @@
-// The translation table and the sources contain the same texts, except for known ones.
+// The translation table and the sources contain the same texts, except for a few known ones.
 
 #include "support/QmReader.h"
 #include "support/TestFiles.h"
@@ -46,8 +46,8 @@ class tst_AskedTexts : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void onlyKnownTextsOfTheSourcesAreNotInTheTable();
-    void onlyKnownTextsOfTheTableAreNotInTheSources();
+    void sourceTextsMissingFromTheTableAreKnown();
+    void tableTextsMissingFromTheSourcesAreKnown();
     void sourcesAndVocabularyHaveTheSameTexts();
 
 private:
@@ -80,12 +80,12 @@ void tst_AskedTexts::initTestCase()
     }
 }
 
-void tst_AskedTexts::onlyKnownTextsOfTheSourcesAreNotInTheTable()
+void tst_AskedTexts::sourceTextsMissingFromTheTableAreKnown()
 {
     QCOMPARE(surplus(m_inSources, m_inTable), surplus(askedInVain, {}));
 }
 
-void tst_AskedTexts::onlyKnownTextsOfTheTableAreNotInTheSources()
+void tst_AskedTexts::tableTextsMissingFromTheSourcesAreKnown()
 {
     QCOMPARE(surplus(m_inTable, m_inSources), surplus(neverAsked, {}));
 }

@@ -55,8 +55,7 @@ bool isMarked(const QString& text)
 /// The texts that @p plot paints in its current state.
 QStringList drawnTexts(DispABase* plot)
 {
-    // A plot that is not shown gets its size from this grab, as it would from a paint
-    // event.
+    // If the plot is not shown, grab() sets the size that a paint event would set.
     plot->DispA->grab();
     plot->DispA->cc.drawn = true;
     TextRecorder recorder;
@@ -86,7 +85,7 @@ QStringList textsIn(DispABase* plot)
     return texts;
 }
 
-/// Loads a spectrum with an edge at 8350 eV: 0.5 below the edge and 2.5 above it.
+/// Loads a spectrum with an edge at 8350 eV: mut is 0.5 below the edge and 2.5 above it.
 bool loadEdge(AMutE& spectrum, const QTemporaryDir& folder, const QString& name)
 {
     const QString path = writeFile(folder, name,
@@ -124,7 +123,7 @@ private Q_SLOTS:
 
     void labelsAndButtonsAreTranslatable();
     void windowTitlesAreTranslatable();
-    void fieldsHoldNumbersOrTranslatableTexts();
+    void fieldsContainNumbersOrTranslatableTexts();
     void axisTitlesAreTranslatable_data();
     void axisTitlesAreTranslatable();
     void drawnTextsAreNumbersOrTranslatable_data();
@@ -224,7 +223,7 @@ void tst_ScreenTexts::windowTitlesAreTranslatable()
     QCOMPARE(panel().Disps->frame(Displays::DMuts)->pop->windowTitle(), EveryWord::marked("Frame"));
 }
 
-void tst_ScreenTexts::fieldsHoldNumbersOrTranslatableTexts()
+void tst_ScreenTexts::fieldsContainNumbersOrTranslatableTexts()
 {
     const Body fresh;
     const QWidgetList widgets = ownWidgets();
@@ -318,7 +317,7 @@ void tst_ScreenTexts::errorMessagesAreTranslatable_data()
 {
     QTest::addColumn<Action>("prepare");
     QTest::addColumn<Action>("run");
-    QTest::addColumn<QStringList>("sources"); // with their numbers inserted
+    QTest::addColumn<QStringList>("sources"); // English texts with numbers in place of "%1"
     const Action target = &FourPs::calcTarget;
     const Action map = &FourPs::calcMap;
     const Action fit = &FourPs::lcf;
@@ -396,7 +395,7 @@ void tst_ScreenTexts::errorMessagesAreTranslatable()
 void tst_ScreenTexts::resultTextsAreTranslatable_data()
 {
     QTest::addColumn<Action>("prepare");
-    QTest::addColumn<QString>("pattern"); // for the result's line edit
+    QTest::addColumn<QString>("pattern"); // matches the text of the result's line edit
     QTest::newRow("three points") << Action(prepareThreePoints) << "«3ps: a = 0.5, Valence = 2.5»";
     QTest::newRow("exact four points") << Action([](FourPs& panel) {
         prepareFourPoints(panel);
@@ -437,7 +436,7 @@ void tst_ScreenTexts::requestedTextsAreExactlyTheVocabulary()
 {
     QSet<Asked> asked = m_translator.asked();
     asked.removeIf([](const Asked& text) {
-        // Qt's own classes ask for texts too, for example in dialogs and fields.
+        // Qt's own classes request translations too, for example in dialogs and fields.
         return text.first.startsWith(u'Q');
     });
     QCOMPARE(surplus(asked, allAsked()), QStringList());
@@ -451,7 +450,7 @@ void tst_ScreenTexts::untranslatedAxisTitlesOfTheComparisonStayEnglish()
     app::installLanguage(app::Language::Japanese, translator);
     panel().LCFvs4PS.append({0.5, 2.5, 0.5, 2.5, 0});
     QCOMPARE(textsIn(panel().Disps->frame(Displays::DLCFvs4PS)), (QStringList{"LCF", "MPs"}));
-    // The table has a translation for the texts of this plot.
+    // The axis title of this histogram, in contrast, has a translation in the table.
     drawnTexts(panel().Disps->frame(Displays::DHistA));
     QCOMPARE(panel().Disps->frame(Displays::DHistA)->xTitle, QStringLiteral("価数"));
 }

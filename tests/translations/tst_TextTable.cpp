@@ -60,8 +60,8 @@ bool isJapaneseText(QChar c)
            between(0x4e00, 0x9fff);
 }
 
-/// Chinese and old forms of the Japanese characters 線 価 範 囲 図 選 択 様 測 結 無 対 計 詳 細 開
-/// 記 録 値 数 処 関 軸 験 権 試 設 顕 辺 際 積 総.
+/// Chinese and traditional forms of the Japanese characters 線 価 範 囲 図 選 択 様 測 結 無 対 計
+/// 詳 細 開 記 録 値 数 処 関 軸 験 権 試 設 顕 辺 際 積 総.
 const QString chineseForms = QStringLiteral(
     "线價价范围圖图选擇择樣样测结无對对计详细开记录值數處处關关轴驗验权试设显邊边际积总");
 
@@ -192,14 +192,14 @@ void tst_TextTable::readerDetectsEveryTruncation()
 {
     for (qsizetype size = 0; size < m_file.size(); ++size) {
         const std::optional<QmTable> table = readQm(QByteArrayView(m_file).first(size));
-        // A file cut between two sections is valid and has fewer sections.
+        // A file that is truncated between two sections is valid, but has fewer sections.
         QVERIFY(!table || table->sections.size() < m_table.sections.size());
     }
 }
 
 void tst_TextTable::readerHandlesDamagedBytes()
 {
-    // Bytes of 255 make lengths huge and tags unknown. The reader must not return more
+    // A byte of 255 makes a length huge or a tag unknown. The reader must not return more
     // messages than the intact file has.
     for (qsizetype at = 16; at < m_file.size(); at += 3) {
         QByteArray damaged = m_file;
@@ -357,8 +357,9 @@ void tst_TextTable::labelsOfPlotFramesHaveNoTranslation()
 
 void tst_TextTable::onlyInternationalTextsHaveNoTranslation()
 {
-    // Besides numbers and the labels of plot frames: titles of windows without a name,
-    // units, symbols, and abbreviations that Japanese uses too.
+    // Numbers and the labels of plot frames are not listed. The listed texts are default
+    // texts of form widgets ("Frame", "TextLabel"), units, symbols, and abbreviations that are
+    // also used in Japanese.
     const QSet<QString> international{"Frame",     "C1",   "C2",   "LCF",  "M2",
                                       "M3",        "No.",  "[eV]", "No. ", "M2/M3",
                                       "TextLabel", "  x:", "  y:", "P/D",  "dE[eV]"};

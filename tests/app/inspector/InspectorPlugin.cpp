@@ -99,7 +99,7 @@ public:
         : QObject(parent)
         , m_steps(qEnvironmentVariable("AELK_INSPECTOR_STEPS").split(u';', Qt::SkipEmptyParts))
     {
-        // A timer with interval 0 fires when the event loop has no other events.
+        // A timer with interval 0 fires each time the event loop has no other events.
         connect(&m_timer, &QTimer::timeout, this, &Inspector::step);
         m_timer.start(0);
     }

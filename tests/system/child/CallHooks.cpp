@@ -28,10 +28,10 @@ struct State {
     std::vector<Hook> hooks;
     std::map<int, std::string> files; ///< path by file descriptor
     std::array<int, 4> seen{};
-    bool isActing = false; ///< an action is running; its own calls are not hooked
+    bool isActing = false; ///< true while an action runs; calls of the action have no hooks
 };
 
-/// Null until the first hook is set: libraries make these calls long before main().
+/// Null until the first hook is set, because libraries make these calls before main() starts.
 State* state = nullptr;
 
 bool hasHook(const std::string& path)
@@ -44,7 +44,8 @@ bool hasHook(const std::string& path)
     return false;
 }
 
-/// Counts the call and runs its hooks. Returns the errno to fail with, or 0.
+/// Counts the call and runs its hooks. Returns the errno with which the call fails, or 0 to
+/// let it proceed.
 int runHooks(Call call, const std::string& path)
 {
     int error = 0;
@@ -63,7 +64,8 @@ int runHooks(Call call, const std::string& path)
     return error;
 }
 
-/// The same for an open file; 0 if the file has no hook.
+/// Runs the hooks of a call on an open file, given by its descriptor. Returns 0 if the file
+/// has no hook.
 int runHooks(Call call, int descriptor)
 {
     if (state == nullptr || state->isActing) {

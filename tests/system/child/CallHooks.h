@@ -22,7 +22,7 @@ enum class Call {
 using Action = std::function<int()>;
 
 /// Runs @p action at the call with this @p number (counted from 1) of this kind on the
-/// file @p path; if @p isRepeated, also at every later one. The path is compared as a string
+/// file @p path; if @p isRepeated, also at every later call. The path is compared as a string
 /// with the path that is passed to open64().
 void at(Call call, const std::string& path, int number, bool isRepeated, Action action);
 

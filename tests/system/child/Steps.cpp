@@ -66,7 +66,8 @@ QByteArray stateOf(const A2DData& map)
     return state;
 }
 
-/// Changes a file during a step, as a hook. Returns the errno for the hooked call, or 0.
+/// The action of a hook: changes the file @p path as @p what says. Returns the errno with
+/// which the hooked call fails, or 0 to let it proceed.
 int change(const QByteArray& what, const QByteArray& path, const QByteArray& argument)
 {
     if (what == "fail") {
@@ -143,10 +144,10 @@ bool Steps::run(QList<QByteArray> words)
         const Arguments arguments = words.first(kind->arguments);
         words.remove(0, kind->arguments);
         logLines.clear();
-        QJsonObject left = (this->*kind->step)(arguments);
-        left["step"] = QString::fromLatin1(name);
-        left["log"] = QJsonArray::fromStringList(logLines);
-        std::printf("%s\n", QJsonDocument(left).toJson(QJsonDocument::Compact).constData());
+        QJsonObject result = (this->*kind->step)(arguments);
+        result["step"] = QString::fromLatin1(name);
+        result["log"] = QJsonArray::fromStringList(logLines);
+        std::printf("%s\n", QJsonDocument(result).toJson(QJsonDocument::Compact).constData());
         std::fflush(stdout);
     }
     return true;
@@ -161,7 +162,7 @@ QJsonObject Steps::measured(Read read)
     m_newEdges = 0;
     m_energies.clear();
     if (!tests::isUnderAddressSanitizer()) {
-        memory::resetPeak(); // slow under AddressSanitizer, which maps terabytes
+        memory::resetPeak(); // too slow under AddressSanitizer, which maps terabytes
     }
     const qint64 before = memory::resident();
     {
@@ -175,20 +176,20 @@ QJsonObject Steps::map(const Arguments& path)
 {
     const QString name = decodedPath(path.first());
     const QJsonObject use = measured([&] { m_row.FileSelect->newFile(name); });
-    QJsonObject left = mapState();
-    left["peak"] = use["peak"];
-    left["left"] = use["left"];
-    return left;
+    QJsonObject result = mapState();
+    result["peak"] = use["peak"];
+    result["left"] = use["left"];
+    return result;
 }
 
 QJsonObject Steps::spectrum(const Arguments& path)
 {
     const QString name = decodedPath(path.first());
     const QJsonObject use = measured([&] { m_spectrumRow.AFileSelect::newFile(name); });
-    QJsonObject left = spectrumState();
-    left["peak"] = use["peak"];
-    left["left"] = use["left"];
-    return left;
+    QJsonObject result = spectrumState();
+    result["peak"] = use["peak"];
+    result["left"] = use["left"];
+    return result;
 }
 
 /// Drops a URL, given as bytes, onto the energy row.
@@ -212,21 +213,22 @@ QJsonObject Steps::folder(const Arguments& path)
             m_spectrumRow.AFileSelect::newFile(entry.filePath());
         }
     });
-    QJsonObject left = mapState();
-    left["names"] = names;
-    left["valid"] = m_spectrumRow.valid;
-    return left;
+    QJsonObject result = mapState();
+    result["names"] = names;
+    result["valid"] = m_spectrumRow.valid;
+    return result;
 }
 
 QJsonObject Steps::panelMap(const Arguments& rowAndPath)
 {
     AEPoint* row = panel().EPoints.at(rowAndPath.first().toInt());
-    QJsonObject left = measured([&] { row->FileSelect->newFile(decodedPath(rowAndPath.last())); });
-    left["loaded"] = row->loaded;
-    left["xNum"] = row->xNum;
-    left["yNum"] = row->yNum;
-    left["rows"] = row->rows.size();
-    return left;
+    QJsonObject result =
+        measured([&] { row->FileSelect->newFile(decodedPath(rowAndPath.last())); });
+    result["loaded"] = row->loaded;
+    result["xNum"] = row->xNum;
+    result["yNum"] = row->yNum;
+    result["rows"] = row->rows.size();
+    return result;
 }
 
 /// Calculates a result with the three-point method; all pixels differ.
@@ -261,20 +263,21 @@ QJsonObject Steps::write(const Arguments& path)
 {
     panel().ui.SaveFSelect->FileName->setText(decodedPath(path.first()));
     const QByteArray before = panelState();
-    QJsonObject left = measured([&] { panel().ui.WriteB->click(); });
-    left["messages"] = QJsonArray::fromStringList(newMessages());
-    left["isPanelUnchanged"] = panelState() == before;
-    return left;
+    QJsonObject result = measured([&] { panel().ui.WriteB->click(); });
+    result["messages"] = QJsonArray::fromStringList(newMessages());
+    result["isPanelUnchanged"] = panelState() == before;
+    return result;
 }
 
-/// Reads a file. The test cannot do this itself if only the child sees the disk.
+/// Describes a file. The test cannot read the file itself if the disk is mounted only for the
+/// child process.
 QJsonObject Steps::file(const Arguments& path)
 {
-    QFile there(decodedPath(path.first()));
-    if (!there.open(QIODevice::ReadOnly)) {
+    QFile file(decodedPath(path.first()));
+    if (!file.open(QIODevice::ReadOnly)) {
         return {{"exists", false}};
     }
-    const QByteArray content = there.readAll();
+    const QByteArray content = file.readAll();
     return {{"exists", true},
             {"size", content.size()},
             {"begin", QString::fromLatin1(content.first(std::min<qsizetype>(content.size(), 22)))},
@@ -323,8 +326,8 @@ QJsonObject Steps::logText(const Arguments& text)
     return {};
 }
 
-/// Sets a hook: the call, its number (with "+" to repeat it at every later call), the path,
-/// the change and the change's argument.
+/// Sets a hook. @p words are the call, its number (a "+" after the number repeats the change
+/// at every later call), the path, the change and the argument of the change.
 QJsonObject Steps::hook(const Arguments& words)
 {
     const QHash<QByteArray, hooks::Call> calls{{"atOpen", hooks::Call::Open},
@@ -377,8 +380,8 @@ QJsonObject Steps::spectrumState() const
             {"lastMut", points.isEmpty() ? 0.0 : points.last().mut}};
 }
 
-/// A hash of everything that a failed write must not change: result, histograms, rows,
-/// fields.
+/// A hash of everything that a failed write must not change: the result, the histograms, the
+/// rows and the fields.
 QByteArray Steps::panelState()
 {
     QByteArray state = stateOf(panel().BaseData) + stateOf({panel().HistV, panel().HistT}) +

@@ -13,10 +13,10 @@
 
 class FourPs;
 
-/// Runs the steps. They work on one energy row and one spectrum row, which belong to no
-/// panel, and on a panel, which is made when it is first needed. After each step, one line
-/// of JSON on standard output describes the resulting state and contains the new lines of
-/// the debug log.
+/// Runs the steps. They use one energy row and one spectrum row, which are not part of a
+/// panel, and a panel, which is created when a step first needs it. After each step, one line
+/// of JSON on standard output describes the resulting state and contains the new lines of the
+/// debug log.
 class Steps
 {
 public:
@@ -25,8 +25,8 @@ public:
     Steps(const Steps&) = delete;
     Steps& operator=(const Steps&) = delete;
 
-    /// Runs the steps in @p words, each a name followed by its arguments. Stops and returns
-    /// false at an unknown name or missing arguments.
+    /// Runs the steps in @p words. Each step is a name followed by its arguments. At an
+    /// unknown name or a missing argument, stops and returns false.
     bool run(QList<QByteArray> words);
 
 private:
@@ -34,7 +34,7 @@ private:
     struct Kind;
     static const QList<Kind>& kinds();
 
-    // Reading. "peak" and "left" are the memory use of the read alone.
+    // Reading. "peak" and "left" are the memory use during and after the read, in bytes.
     QJsonObject map(const Arguments& path);
     QJsonObject spectrum(const Arguments& path);
     QJsonObject drop(const Arguments& url);

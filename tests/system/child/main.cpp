@@ -1,5 +1,6 @@
-// Runs the steps given as arguments: names, each followed by its own arguments, all
-// percent-encoded. Example: system_child map /tmp/a%20map.dat write /tmp/result.dat
+// Runs the steps in the command-line arguments. Each step is a name followed by its own
+// arguments; all words are percent-encoded. Example:
+// system_child map /tmp/a%20map.dat write /tmp/result.dat
 //
 // The parent process sets the limits for memory and files; see
 // tests/support/ChildProcess.h.
