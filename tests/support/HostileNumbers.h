@@ -8,7 +8,7 @@
 namespace tests
 {
 
-/// Adds a column "number" with one row per number.
+/// Adds the data column "number" and one row for each NaN, infinite or extreme number.
 inline void addHostileNumbers()
 {
     using Limits = std::numeric_limits<double>;

@@ -38,8 +38,8 @@ RandomUser::RandomUser(FourPs& panel, unsigned seed)
     loadEverything();
 }
 
-// std::uniform_int_distribution gives different numbers with different standard
-// libraries.
+// Uses the remainder, because std::uniform_int_distribution returns different numbers in
+// different standard libraries.
 int RandomUser::upTo(int count)
 {
     return static_cast<int>(m_random() % static_cast<unsigned>(count));
@@ -179,7 +179,8 @@ QString RandomUser::loadEverything()
 
 QString RandomUser::click(QAbstractButton* button)
 {
-    // Click on the indicator of a check box or radio button.
+    // Click on the indicator: a check box or radio button reacts only there and on its
+    // text.
     const QPointF at(std::min(8, button->width() / 2), button->height() / 2);
     press(button, at);
     release(button, at);
@@ -248,7 +249,7 @@ QList<DispArea*> RandomUser::surfaces() const
         }
     }
     for (const DispMBase* map : maps()) {
-        all.append({map->DispA, map->DispA}); // twice, because there are only two of them
+        all.append({map->DispA, map->DispA}); // listed twice to be chosen more often
     }
     return all;
 }
