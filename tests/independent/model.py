@@ -127,7 +127,7 @@ def number(text):
 
 def integer(text):
     """A text converted to a 32-bit integer; 0 if it is not one or out of range."""
-    match = _INTEGER.fullmatch(text.split("\0")[0])  # a NUL ends the text
+    match = _INTEGER.fullmatch(text.split("\0")[0])  # a NUL character ends the text
     value = int(match.group(1)) if match else 0
     return value if -(1 << 31) <= value < (1 << 31) else 0
 
@@ -496,7 +496,7 @@ class Map:
     def clear(self):
         self.header_lines = []
         self.rows = []  # (x, y, intensity, i0)
-        self.values = {}  # row index to values of an extended map
+        self.values = {}  # row index -> the value list of an extended map
         self.x_num = self.y_num = 0
 
     def derive_size(self):
@@ -683,7 +683,7 @@ class Files:
         path = self.normal(path)
         if path is None or path in self.folders or posixpath.dirname(path) not in self.folders:
             return False
-        if path.startswith("/"):  # only the replay's folder is writable
+        if path.startswith("/"):  # only the temporary folder of the replay is writable
             return False
         self.content[path] = data
         return True
@@ -759,7 +759,7 @@ class Panel:
         self.hist_ratio = [Histogram() for _ in REFS]
         self.hist_dmut = [Histogram() for _ in REFS]
         self.lcf_mut = None
-        self.lcf_points = []  # (a, valence of the target, a, valence of the fit, colour)
+        self.lcf_points = []  # (a and valence of the target calculation, a and valence of the fit, colour)
         self.lcf_color = 0
 
         for name in ("Ref1", "Ref2", "Ref3", "Ref4", "Target"):
@@ -1164,7 +1164,8 @@ class Panel:
                 raise Refused(None)
             return self._non_equivalent_map()
         rows, v, run = self.solver(self.form_of(n))
-        # This family starts the references' histograms but counts nothing in them.
+        # The four-points methods reset the histograms of the references but count
+        # nothing in them.
         self._start_histograms([self.hist_v, *self.hist_ratio], [self.hist_t, *self.hist_dmut])
         base_row = self.maps[v]
         self.base.clear()
@@ -1257,7 +1258,7 @@ class Panel:
         refs = self.first_checked(valid)
         target = self.spectra[4]
         sums = NormalEquations(valid + 1)
-        in_range = []  # (angle, energy, values of the references)
+        in_range = []  # (angle, energy, list of the references' values)
         for i, point in enumerate(target.points):
             e = target.working(i)
             if e >= lowest and e <= highest:
@@ -1459,7 +1460,8 @@ def three_points(T, TV, R1, R1V, R2, R2V):
         return div(XV - X[0], X[1] - X[0])
 
     a = div(f(T, TV) - f(R2, R2V), f(R1, R1V) - f(R2, R2V))
-    # The divisor mixes both references on purpose.
+    # The divisor subtracts values of different references, on purpose: the program does
+    # the same.
     t = div(T[1] - T[0], 0.5 * ((R1[1] - R2[0]) + (R1[1] - R1[0])))
     return a, t
 
