@@ -6,9 +6,9 @@
     python3 make_cases.py --fits 500 --seed 7 --out /tmp/fits
                                                  unusual numbers for the fits
 
-A case is a list of actions on the panel, with the state that model.py
-calculates after each one. A state is written as the difference from the
-previous state; the first one as the difference from start.json.
+A case is a list of actions on the panel and the state that model.py calculates
+after each action. A state is written as the difference from the previous state,
+and the first state as the difference from start.json.
 """
 
 import argparse
@@ -25,7 +25,7 @@ HERE = pathlib.Path(__file__).parent
 
 
 class Case:
-    """Runs actions on a model and records the changes after each one."""
+    """Performs actions on a model and records the changes of state after each action."""
 
     def __init__(self, name, files, folders=("@/out", "@/in", "@/cwd")):
         self.name = name
@@ -59,7 +59,7 @@ class Case:
         return self
 
     def _indices(self, messages):
-        """The indices of messages in the table; new messages are appended to it."""
+        """The indices of messages in the table. Appends messages that are not in the table."""
         for text in messages:
             if text not in self.table:
                 self.table.append(text)
@@ -135,7 +135,7 @@ MORE_ENERGIES = (8346, 8420)
 
 
 def fit_measurement(seed, width=2, height=1, count=12):
-    """Like measurement(), with eight maps: enough for four references and a background."""
+    """Like measurement(), but with eight maps, which four references and a background need."""
     files, rnd, stack = measurement(seed, width, height, count)
     for n, energy in enumerate(MORE_ENERGIES):
         files["@/in/map%d.dat" % (n + 7)] = stack.text(energy)
@@ -358,7 +358,7 @@ def map_text_forms():
 
 
 def odd_characters():
-    """Byte order marks, all kinds of white space, control characters."""
+    """Texts with byte order marks, all kinds of white space, and control characters."""
     points = inputs.spectrum_points(random.Random(24), 2, 9)
     spectrum = inputs.plain(points)
     beam = inputs.beamline(points, random.Random(24))
@@ -895,7 +895,7 @@ HAND_WRITTEN = (
 
 
 class RandomCase:
-    """A random user."""
+    """A case with random actions of a user."""
 
     def __init__(self, seed, length=None, odd_files=6):
         self.rnd = random.Random("case %s" % seed)
@@ -1028,7 +1028,7 @@ def remove_unused_files(case):
 
 
 def random_numbers(seed, length=30):
-    """A case that types many random numbers, to test the arithmetic of the forms."""
+    """A case with many random numbers in the fields, to test the arithmetic of the calculation forms."""
     rnd = random.Random("numbers %s" % seed)
     files, _, _ = measurement(rnd.random(), 2, 2, 12)
     pixel = lambda: rnd.choice(("%.5g" % rnd.uniform(0, 9), "%d" % rnd.randrange(3), rnd.choice(inputs.NUMBERS).replace(" ", "") or "7"))  # noqa: E731
@@ -1058,7 +1058,7 @@ def random_numbers(seed, length=30):
 
 
 def random_fits(seed, length=30):
-    """A case of unusual pixels, energies, spectra and valences, for the
+    """A case with unusual pixels, energies, spectra and valences, for the
     non-equivalent method and the linear combination fit."""
     rnd = random.Random("fits %s" % seed)
     files, _, _ = fit_measurement(rnd.random(), 2, 2, 12)

@@ -16,10 +16,10 @@ inline void addHostileNumbers()
     QTest::newRow("NaN") << Limits::quiet_NaN();
     QTest::newRow("infinity") << Limits::infinity();
     QTest::newRow("minus infinity") << -Limits::infinity();
-    QTest::newRow("huge") << 1e300;
-    QTest::newRow("hugely negative") << -1e300;
-    QTest::newRow("the largest") << Limits::max();
-    QTest::newRow("the smallest") << Limits::denorm_min();
+    QTest::newRow("1e300") << 1e300;
+    QTest::newRow("-1e300") << -1e300;
+    QTest::newRow("largest double") << Limits::max();
+    QTest::newRow("smallest positive double") << Limits::denorm_min();
 }
 
 } // namespace tests

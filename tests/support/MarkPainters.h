@@ -39,11 +39,12 @@ inline void addPainterStates(bool plain)
         p->translate(150, 0);
         p->scale(-1, 1);
     });
-    add("turned", [](QPainter* p) { p->rotate(20); });
-    add("smooth", [](QPainter* p) { p->setRenderHint(QPainter::Antialiasing); });
+    add("rotated", [](QPainter* p) { p->rotate(20); });
+    add("antialiased", [](QPainter* p) { p->setRenderHint(QPainter::Antialiasing); });
     add("half transparent", [](QPainter* p) { p->setOpacity(0.5); });
-    add("filled", [](QPainter* p) { p->setBrush(Qt::yellow); });
-    add("combined", [](QPainter* p) { p->setCompositionMode(QPainter::CompositionMode_Xor); });
+    add("with a brush", [](QPainter* p) { p->setBrush(Qt::yellow); });
+    add("xor composition mode",
+        [](QPainter* p) { p->setCompositionMode(QPainter::CompositionMode_Xor); });
     add(
         "device pixel ratio 2", [](QPainter*) {}, 2.0);
     add(

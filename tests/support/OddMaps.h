@@ -123,10 +123,10 @@ inline QString differenceOf(const A2DData& a, const A2DData& b)
         const A2DRow& p = a.rows.at(i);
         const A2DRow& q = b.rows.at(i);
         if (!sameDouble(p.x, q.x) || !sameDouble(p.y, q.y)) {
-            return QStringLiteral("place of pixel %1").arg(i);
+            return QStringLiteral("coordinates of pixel %1").arg(i);
         }
         if (!sameDouble(p.intensity, q.intensity) || !sameDouble(p.i0, q.i0)) {
-            return QStringLiteral("fields of pixel %1").arg(i);
+            return QStringLiteral("intensity or I0 of pixel %1").arg(i);
         }
         if (!sameNumbers(p.values, q.values)) {
             return QStringLiteral("values of pixel %1").arg(i);

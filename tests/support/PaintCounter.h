@@ -13,7 +13,7 @@ namespace tests
 
 /// Waits for @p milliseconds in short steps. Each step processes all events, so pending
 /// paint events are delivered even on a busy machine.
-inline void letPaintsArrive(int milliseconds = 20)
+inline void waitForPaints(int milliseconds = 20)
 {
     constexpr int turn = 5; // ms, the interval in which the platform plugin collects updates
     for (int waited = 0; waited < milliseconds; waited += turn) {
@@ -30,7 +30,7 @@ public:
     /// Processes pending paint events, then sets the count to 0.
     void settle()
     {
-        letPaintsArrive();
+        waitForPaints();
         m_count = 0;
         m_region = {};
     }
@@ -41,7 +41,7 @@ public:
     /// Waits for @p milliseconds and returns the number of paint events since settle().
     int within(int milliseconds = 20) const
     {
-        letPaintsArrive(milliseconds);
+        waitForPaints(milliseconds);
         return m_count;
     }
 

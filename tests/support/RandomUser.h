@@ -66,14 +66,14 @@ private:
     QString popOrDock();
     QList<DispArea*> surfaces() const;
     QList<DispMBase*> maps() const;
-    QPointF placeIn(const QWidget* widget);
+    QPointF positionIn(const QWidget* widget);
 
     FourPs& m_panel;
     std::mt19937 m_random;
     QTemporaryDir m_dir;
     QStringList m_spectra;
     QStringList m_maps;
-    QStringList m_noFiles;
+    QStringList m_invalidFiles;
     QList<Kind> m_kinds;
     int m_weight = 0;
     QString m_staleSurface;

@@ -28,7 +28,7 @@ public:
     /// Processes pending paint events, then sets all counts to 0.
     void restart()
     {
-        letPaintsArrive();
+        waitForPaints();
         m_counts.fill(0);
     }
 
@@ -36,7 +36,7 @@ public:
     /// first.
     QList<int> counts()
     {
-        letPaintsArrive();
+        waitForPaints();
         return m_counts;
     }
 
