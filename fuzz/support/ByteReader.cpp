@@ -77,7 +77,7 @@ QString ByteReader::text(int most)
     QString text;
     for (int i = 0; i < count && !atEnd(); ++i) {
         const std::uint8_t low = byte();
-        // Three of four first bytes give an ASCII character; the others start a 16-bit
+        // A byte below 192 is used as an ASCII character; any other byte starts a 16-bit
         // character.
         text += low < 192 ? QChar(low % 128) : QChar(static_cast<char16_t>(byte() << 8 | low));
     }

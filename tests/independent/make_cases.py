@@ -645,7 +645,7 @@ def non_equivalent_two_to_four_references():
     case = Case("non-equivalent, two to four references", {**only(files, *FIT_ALL), **HISTOGRAMS})
     load_fit(case, refs=4, rows=8).do("click", "CalcTargetB").do("click", "CalcMapB")
     write_to(case).do("click", "NonEquivBGVic").do("click", "WriteB")
-    # First with as many equations as unknowns, then with one row less.
+    # First with as many equations as unknowns, then with one row fewer.
     case.do("click", "UseCB.8").do("click", "WriteB").do("click", "UseCB.7")
     case.do("click", "Ref4.UseCB").do("click", "WriteB").do("click", "NonEquivBGLinear").do("click", "UseCB.6")
     case.do("click", "Ref3.UseCB").do("click", "NonEquivBGVic").do("click", "WriteB").do("click", "NonEquivBGLinear")

@@ -324,8 +324,8 @@ void Replay::newFile(const QJsonArray& action)
     fileRow(action.at(1).toString())->AFileSelect::newFile(local(action.at(2).toString()));
 }
 
-/// Calls a slot by name. A MouseC* argument is a null pointer. Any other argument is @p
-/// value, converted to the argument's type.
+/// Calls a slot by name. A MouseC* argument is a null pointer. Any other argument is
+/// @p value, converted to the argument's type.
 void Replay::callSlot(QObject* object, const QString& name, const QJsonValue& value)
 {
     const QByteArray slot = name.toLatin1();

@@ -41,7 +41,7 @@ void printNote(std::string_view end)
 }
 
 // Prints the note and raises the signal again. SA_RESETHAND has already restored the
-// default action, so the program ends as without this handler.
+// default action, so the program ends as it would without this handler.
 void onFault(int signal)
 {
     printNote(": the program ended here\n");
@@ -59,7 +59,7 @@ void onAlarm(int)
     ::_exit(3);
 }
 
-/// Installs @p handler for the first @p signal. After it the default action applies
+/// Installs @p handler for the first @p signal. Afterwards the default action applies
 /// again.
 void handleOnce(int signal, void (*handler)(int))
 {

@@ -10,9 +10,9 @@
 namespace tests
 {
 
-/// Creates files in a temporary folder. Each call writes its file again, whatever has the
-/// same name, so an action does not depend on files of earlier actions. Only a few names
-/// are used, so the folder stays small.
+/// Creates files in a temporary folder. Each call replaces anything that has the same
+/// name by a new file, so an action does not depend on files of earlier actions. Only a
+/// few names are used, so the folder stays small.
 class RandomFiles
 {
 public:

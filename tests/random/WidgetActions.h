@@ -32,7 +32,7 @@ public:
 
     /// Limits the memory of long texts. At most two fields, the most recent ones, keep a
     /// very long text, and their undo history is cleared. The other long texts are
-    /// replaced by a short one, with the events of typing.
+    /// replaced by a short one, which is entered like typed text.
     void shortenTexts();
 
     /// Bytes that text fields do not free after a very long text, because the memory of

@@ -79,8 +79,9 @@ private Q_SLOTS:
 
     void exactFourPointsJumpErrorIncludesTheLineBelowTheEdge()
     {
-        // The line through the two rows below the edge is extrapolated: jump = (T2 - T1 -
-        // u (T1 - T0)) / (s2 - s1 - u (s1 - s0)) with u = (E2 - E1) / (E1 - E0).
+        // The line through the two rows below the edge is extrapolated. With
+        // u = (E2 - E1) / (E1 - E0) the result is
+        // jump = (T2 - T1 - u (T1 - T0)) / (s2 - s1 - u (s1 - s0)).
         const Compound& compound = compounds()[niII];
         const double u = (8385.0 - 8320.0) / (8320.0 - 8250.0);
         const double divisor =

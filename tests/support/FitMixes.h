@@ -7,7 +7,7 @@ namespace tests::fits
 {
 
 /// Normalised references at 1 to 7 eV. They are linearly independent of each other and of
-/// a constant. In the range 2 to 6 eV this holds for the first two references.
+/// a constant. The first two references are also independent in the range 2 to 6 eV.
 inline const QList<double> energies{1, 2, 3, 4, 5, 6, 7};
 inline const QList<QList<double>> shapes{{9, 1, 0, 0.5, 2, 0.25, 3},
                                          {-9, 0, 1, 0.5, 0.75, 2, 8},

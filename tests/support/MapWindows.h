@@ -68,8 +68,8 @@ inline void resetMaps(FourPs& panel)
 }
 
 /// Stores a result of the non-equivalent method: thirteen values per pixel, row-major.
-/// The fields a and thickness belong to the other method; their values -77 and -78 must
-/// not be read.
+/// The fields a and thickness belong to the four-points family; their values -77 and -78
+/// must not be read.
 inline void setResult(FourPs& panel, int width, int height, const QList<QList<double>>& pixels)
 {
     panel.BaseData.clear();

@@ -17,7 +17,7 @@ inline const QList<double> wavelengths{4, 2, 1, 0.5, 0.25, 0.125, 0.0625, 0.0312
 
 /// Absorbance of the references above their pre-edge lines at the eight rows. The
 /// references and the terms of either background (linear or Victoreen) are linearly
-/// independent. This also holds for the first rows alone.
+/// independent. This also holds if only the first rows are used.
 inline const QList<QList<double>> shapes{{1, 0, 3, 2, 1, 0, 2, 1},
                                          {0, 1, 1, 3, 5, 1, 0, 2},
                                          {2, 0, 1, 0, 1, 3, 1, 0},
@@ -36,8 +36,8 @@ inline QList<double> rowEnergies()
     return energies;
 }
 
-/// A weighted sum of the references plus a background. The linear term is in units of E /
-/// hc.
+/// A weighted sum of the references plus a background. The unit of the linear term is
+/// E / hc.
 struct Mix {
     QList<double> parts;
     double constant = 0.0;

@@ -11,8 +11,8 @@
 namespace tests
 {
 
-/// A device over the given bytes, sequential or not. Each read returns between 1 and @p
-/// largest bytes; the sizes are a fixed sequence of a linear congruential generator. The
+/// A device over the given bytes, sequential or not. Each read returns between 1 and
+/// @p largest bytes; the sizes are a fixed sequence of a linear congruential generator. The
 /// constructor opens the device for reading.
 class OddDevice : public QIODevice
 {

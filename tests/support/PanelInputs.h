@@ -209,8 +209,7 @@ inline PanelInputs threePointInputs()
 }
 
 /// Inputs of the four-points methods with four rows; row 3 is the V row. The target is
-/// half the sum of the two references, so the exact and the least-squares method both
-/// return a = 1/2 and t/ts = 1.
+/// half the sum of the two references, so a = 1/2 and t/ts = 1 in both methods.
 inline PanelInputs fourPointInputs()
 {
     PanelInputs inputs = threePointInputs();

@@ -149,8 +149,7 @@ inline void prepareThreePointMaps(FourPs& panel)
 }
 
 /// Sets up the four-points methods with four rows; row 3 is the V row. The target is half
-/// the sum of the two references, so the exact and the least-squares method both return a
-/// = 1/2 and t/ts = 1.
+/// the sum of the two references, so a = 1/2 and t/ts = 1 in both methods.
 inline void prepareFourPoints(FourPs& panel)
 {
     prepareThreePoints(panel);

@@ -17,8 +17,8 @@
 namespace tests
 {
 
-/// Least squares by normal equations: the coefficients of the basis functions that fit @p
-/// y best. The equations are solved by LU decomposition. @p basis writes the values of
+/// Least squares by normal equations: the coefficients of the basis functions that fit
+/// @p y best. The equations are solved by LU decomposition. @p basis writes the values of
 /// all @p unknowns basis functions at @p row to @p phi.
 QList<double> plainCoefficients(int unknowns,
                                 const std::function<void(qsizetype row, double* phi)>& basis,
