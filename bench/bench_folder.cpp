@@ -1,6 +1,6 @@
-// Times the file dialogs of a panel in a folder of 5,000 files: choosing the first file,
-// a "Write" into the folder, and new files that arrive in it during a measurement; also
-// the construction of a panel.
+// Measures the file dialogs of a panel in a folder of 5,000 files: the choice of the
+// first file, a "Write" into the folder, and new files that other programs create there.
+// Also measures the construction of a panel.
 
 #include "panel/FourPs.h"
 #include "rows/ARefFile.h"
@@ -25,11 +25,11 @@ namespace
 {
 
 const int fileCount = bench::amount(5000, 50);
-const int arrivingCount = bench::amount(50, 5);
-constexpr int arrivalMs = 40;
+const int newFileCount = bench::amount(50, 5);
+constexpr int newFileIntervalMs = 40;
 
-/// Processor time of the whole process so far, ms: the dialogs read the folder in other
-/// threads.
+/// Processor time of all threads of the process so far, ms. The dialogs read the folder
+/// in other threads.
 double processorMs()
 {
     return 1e3 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
@@ -45,7 +45,7 @@ void writeFile(const QString& path)
     }
 }
 
-/// A folder of spectrum files, created on the first call.
+/// The path of a folder of spectrum files. The first call creates it.
 const QString& folder()
 {
     static const QTemporaryDir files;
@@ -58,14 +58,14 @@ const QString& folder()
     return path;
 }
 
-/// Measurements of the event loop.
+/// The load that an action causes.
 struct Load {
-    double stallMs = 0.0;     ///< longest time without processing events
+    double stallMs = 0.0;     ///< longest time in which no events are processed
     double processorMs = 0.0; ///< processor time of all threads
 };
 
-/// Runs the event loop for @p spanMs, and then until the process has been idle for half a
-/// second.
+/// Runs the event loop for at least @p spanMs and until the process has been idle for
+/// half a second.
 class Watch
 {
 public:
@@ -77,7 +77,7 @@ public:
         QElapsedTimer idle;
         idle.start();
         while (span.elapsed() < spanMs || idle.elapsed() < 500) {
-            turn([] { QCoreApplication::processEvents(); });
+            runAction([] { QCoreApplication::processEvents(); });
             QThread::msleep(2);
             if (processorMs() - idleSince > 0.02 * static_cast<double>(idle.elapsed()) + 2.0) {
                 idleSince = processorMs();
@@ -86,9 +86,9 @@ public:
         }
     }
 
-    /// Runs one action and records its duration as a possible stall.
+    /// Runs one action. Its duration counts as a stall of the event loop.
     template <class Action>
-    void turn(Action action)
+    void runAction(Action action)
     {
         QElapsedTimer length;
         length.start();
@@ -109,7 +109,7 @@ void report(benchmark::State& state, const Load& load)
     state.counters["processor_ms"] = load.processorMs;
 }
 
-/// A shown panel without pending work.
+/// A visible panel that has processed all its events.
 struct PanelSetup {
     PanelSetup()
     {
@@ -117,8 +117,8 @@ struct PanelSetup {
         Watch().run(0);
     }
 
-    /// Opens the dialog of the first reference in the folder and waits until it has read
-    /// it.
+    /// Opens the dialog of the first reference, changes to the folder, and waits until
+    /// the dialog has read it.
     void openFolder() const
     {
         row->SelectB->click();
@@ -126,8 +126,8 @@ struct PanelSetup {
         Watch().run(0);
     }
 
-    /// Highlights the first file, which the panel loads at once, and closes the dialog.
-    void takeFile() const
+    /// Selects the first file, which the panel then loads, and closes the dialog.
+    void chooseFile() const
     {
         Q_EMIT dialog->currentChanged(folder() + QStringLiteral("/spectrum_00000.dat"));
         dialog->close();
@@ -138,13 +138,13 @@ struct PanelSetup {
     QFileDialog* dialog = row->findChild<QFileDialog*>(QStringLiteral("dialog"));
 };
 
-void oneDialog(benchmark::State& state)
+void qtDialog(benchmark::State& state)
 {
     for (auto run : state) {
         QFileDialog dialog;
         dialog.show();
         Watch watch;
-        watch.turn([&] { dialog.setDirectory(folder()); });
+        watch.runAction([&] { dialog.setDirectory(folder()); });
         watch.run(0);
         report(state, watch.load());
     }
@@ -156,7 +156,7 @@ void firstFile(benchmark::State& state)
         const PanelSetup setup;
         setup.openFolder();
         Watch watch;
-        watch.turn([&] { setup.takeFile(); });
+        watch.runAction([&] { setup.chooseFile(); });
         watch.run(0);
         report(state, watch.load());
     }
@@ -167,36 +167,36 @@ void write(benchmark::State& state)
     for (auto run : state) {
         const PanelSetup setup;
         setup.openFolder();
-        setup.takeFile();
+        setup.chooseFile();
         Watch().run(0);
         setup.panel.ui.SaveFSelect->FileName->setText(folder() + QStringLiteral("/result.dat"));
         Watch watch;
-        watch.turn([&] { setup.panel.ui.WriteB->click(); });
+        watch.runAction([&] { setup.panel.ui.WriteB->click(); });
         watch.run(500);
         report(state, watch.load());
     }
 }
 
-void arriving(benchmark::State& state)
+void newFiles(benchmark::State& state)
 {
     for (auto run : state) {
         const PanelSetup setup;
         setup.openFolder();
-        setup.takeFile();
+        setup.chooseFile();
         Watch().run(0);
         Watch watch;
-        for (int i = 0; i < arrivingCount; ++i) {
+        for (int i = 0; i < newFileCount; ++i) {
             writeFile(folder() + QStringLiteral("/arrived_%1.dat").arg(i));
             QElapsedTimer pause;
             pause.start();
-            while (pause.elapsed() < arrivalMs) {
-                watch.turn([] { QCoreApplication::processEvents(); });
+            while (pause.elapsed() < newFileIntervalMs) {
+                watch.runAction([] { QCoreApplication::processEvents(); });
                 QThread::msleep(2);
             }
         }
         watch.run(500);
         report(state, watch.load());
-        for (int i = 0; i < arrivingCount; ++i) {
+        for (int i = 0; i < newFileCount; ++i) {
             QFile::remove(folder() + QStringLiteral("/arrived_%1.dat").arg(i));
         }
     }
@@ -241,13 +241,13 @@ int main(int argc, char** argv)
     const QTemporaryDir settings;
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     QApplication application(argc, argv);
-    folder(); // creates the folder before the first measurement
+    folder(); // creates the folder before the measurements
     add("buildPanel", buildPanel);
     add("buildRow", buildRow);
-    addOnce("oneDialog", oneDialog);
+    addOnce("qtDialog", qtDialog);
     addOnce("firstFile", firstFile);
     addOnce("write", write);
-    addOnce("arriving", arriving);
+    addOnce("newFiles", newFiles);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

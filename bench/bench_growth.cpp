@@ -1,6 +1,6 @@
-// Compares the time per pixel of the non-equivalent method in a large map and a small
-// one, with maps that the program has not read before, and prints the memory of the large
-// ones.
+// Compares the time per pixel of the non-equivalent method in a large and in a small map.
+// The absorbances of the maps are not cached. Also prints the memory use of the large
+// maps.
 
 #include "analysis/CalculationMemory.h"
 #include "analysis/HistogramCounts.h"
@@ -40,7 +40,7 @@ void calculate(const analysis::NeqStack& stack, A2DData& result)
     benchmark::DoNotOptimize(result.rows.constData());
 }
 
-/// Peak memory of the process, MB; 0 if the system does not report it.
+/// Peak memory of the process in MB; 0 if the system does not report it.
 long peakMemory()
 {
     std::ifstream status("/proc/self/status");
@@ -74,7 +74,7 @@ void calculateFourPoints(const QList<A2DData>& maps, analysis::CalculationMemory
     analysis::mapExactFourPoints(stack, result, counts[0], counts[1]);
 }
 
-/// Deep copies of the maps, for which no absorbance is cached.
+/// Deep copies of the maps. No absorbances are cached for them.
 QList<A2DData> copiesOf(const QList<A2DData>& maps)
 {
     QList<A2DData> copies = maps;
@@ -100,7 +100,7 @@ void measure(benchmark::State& state, int side)
         calculateFourPoints(first, memory, result);
         peakOfFourPoints = peakMemory();
     }
-    calculateFrom(first); // allocates new memory from the system
+    calculateFrom(first); // the first calculation allocates its memory from the system
     if (isFirstOfAll) {
         peakOfNonEquivalent = peakMemory();
     }

@@ -1,4 +1,4 @@
-// Times the text of a histogram file with a million bins.
+// Measures the formatting of a histogram file with a million bins.
 #include "analysis/HistogramCounts.h"
 
 #include <benchmark/benchmark.h>

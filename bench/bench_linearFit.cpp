@@ -1,6 +1,6 @@
-// Times the linear combination fit of a target by four references, which runs at the end
-// of every recalculation. The reference implementation searches each spectrum from its
-// first point for every point of the target.
+// Measures the linear combination fit of a target by four references, which runs at the
+// end of every recalculation. For every point of the target the reference implementation
+// searches each spectrum from its first point.
 
 #include "analysis/LinearFit.h"
 #include "data/AMutE.h"
@@ -14,7 +14,8 @@
 namespace
 {
 
-// A spectrum of `count` points over 1000 eV: an edge at `edgeEv` on a falling background.
+// A spectrum of `count` points over a range of 1000 eV: an edge at `edgeEv` on a falling
+// background.
 AMutE spectrum(double edgeEv, int count)
 {
     AMutE made;

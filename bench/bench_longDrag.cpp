@@ -1,8 +1,8 @@
-// Times a drag of the edge marker over 12,000 moves with small maps, from each mouse
-// event to the repainted windows, and compares the last moves with the first ones; also
-// prints the memory of the process. Points of the comparison plot and lines of the
-// visible message box accumulate during the drag. The time of a move is the median
-// processor time of a hundred moves. The only argument is the number of moves.
+// Measures a drag of the edge marker over 12,000 moves with small maps, from each mouse
+// event to the repainted windows. Compares the last moves with the first ones and prints
+// the memory of the process. During the drag the comparison plot collects points and the
+// visible message box collects lines. The printed time is the median processor time per
+// move in a hundred moves. The only argument is the number of moves.
 
 #include "support/DragPanel.h"
 #include "support/Shortest.h"
@@ -26,7 +26,7 @@ namespace
 constexpr int hundred = 100;
 const int usualMoves = bench::amount(12000, hundred);
 
-/// Processor time of the process, ms.
+/// Processor time of the process so far, ms.
 double processorTime()
 {
     timespec now{};
@@ -34,7 +34,7 @@ double processorTime()
     return 1e3 * static_cast<double>(now.tv_sec) + 1e-6 * static_cast<double>(now.tv_nsec);
 }
 
-/// The entry @p name of /proc/self/status, MB.
+/// The entry @p name of /proc/self/status, in MB.
 double memory(const char* name)
 {
     QFile status(QStringLiteral("/proc/self/status"));
@@ -68,8 +68,8 @@ int main(int argc, char** argv)
     const int start = setup.edgePixel();
     setup.send(QEvent::MouseButtonPress, start);
     printMemory("before");
-    std::vector<double> times; // median time in each hundred moves
-    std::vector<double> sums;  // total time of each hundred moves
+    std::vector<double> times; // median time per move, one value per hundred moves
+    std::vector<double> sums;  // total time, one value per hundred moves
     for (int i = 0; i < moves / hundred; ++i) {
         std::array<double, hundred> single{};
         for (int k = 0; k < hundred; ++k) {

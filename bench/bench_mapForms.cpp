@@ -1,7 +1,6 @@
-// Times the three map forms of the four-points family on 1000 x 1000 pixels. The
+// Measures the three forms of the four-points family for maps of 1000 x 1000 pixels. The
 // reference implementation parses texts and looks up references for every pixel. The
-// product runs once with maps that it has not read before and once with cached
-// absorbances.
+// product is measured without and with cached absorbances.
 
 #include "analysis/CalculationMemory.h"
 #include "analysis/HistogramCounts.h"
@@ -33,7 +32,7 @@ constexpr PointTexts pointTexts[mapCount] = {
     {"8250", "0.00123", "0.00118"}, {"8320", "0.00345", "0.00351"}, {"8345", "0.612", "0.334"},
     {"8385", "1.0123", "1.0098"},   {"8430", "1.0034", "1.0011"},   {"8475", "0.9987", "0.9992"}};
 
-// Absorbances around the values in the texts above, increasing along each line.
+// The absorbances are near the values in the texts above and increase along each line.
 const QList<A2DData>& maps()
 {
     static const QList<A2DData> made = bench::measuredMaps(mapCount, side, [](int k, double f) {

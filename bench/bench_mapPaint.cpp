@@ -1,7 +1,8 @@
-// Times one paint of a result map of 1000 x 1000 pixels on a surface of 800 x 800, of the
-// histograms of that result, and of the plot of thickness against valence with a million
-// points spread over the plot. The reference implementations fill one rectangle per map
-// pixel and draw two circles per point. The two pictures of the plot are compared first.
+// Measures one paint on a surface of 800 x 800 pixels: a result map of 1000 x 1000
+// pixels, the histograms of this result, and a plot of thickness against valence whose
+// million points are spread over the plot. The reference implementations fill one
+// rectangle per map pixel and draw two circles per point. Before the measurement, the
+// pictures of the plot by both implementations are compared.
 
 #include "display/ChCoord.h"
 #include "display/DispMBase.h"
@@ -30,7 +31,8 @@ constexpr QSize surfaceSize(800, 800);
 constexpr int valence = 11;
 constexpr int totalDMut = 12;
 
-/// A result map: a ramp of the valence and a wave of the amount, with @p noise.
+/// A result map: the valence is a ramp and the amount a wave. Both have normally
+/// distributed errors of standard deviation @p noise.
 A2DData resultMap(double noise)
 {
     std::mt19937_64 random(5);
@@ -49,7 +51,7 @@ A2DData resultMap(double noise)
     return map;
 }
 
-/// A panel that displays a result.
+/// A panel that displays a result map.
 struct ResultPanel {
     explicit ResultPanel(double noise)
     {
@@ -90,8 +92,8 @@ void paint(benchmark::State& state, const QList<DispArea*>& surfaces)
     }
 }
 
-/// Reference implementation: four coordinate conversions and one fillRect() per map
-/// pixel, whether visible or not.
+/// Reference implementation of a map: four coordinate conversions and one fillRect() per
+/// map pixel, for visible and invisible pixels.
 template <class ColorAt>
 void plainCells(QPainter* p, const ChCoord& cc, ColorAt colorAt)
 {
@@ -136,7 +138,7 @@ void histogramPair(benchmark::State& state)
     paint(state, {setup.plot(Displays::DHistA), setup.plot(Displays::DHistDMut)});
 }
 
-/// A panel whose points are spread over the whole plot.
+/// A panel whose points are spread over the plot of thickness against valence.
 struct SpreadPanel : ResultPanel {
     SpreadPanel()
         : ResultPanel(0.02)
@@ -152,7 +154,8 @@ struct SpreadPanel : ResultPanel {
     }
 };
 
-/// Reference implementation of the plot: two circles per point, whether visible or not.
+/// Reference implementation of the plot of thickness against valence: two circles per
+/// point, for visible and invisible points.
 class PlainThickness : public display::Graph
 {
 public:
@@ -183,7 +186,7 @@ private:
     const FourPs& m_panel;
 };
 
-/// A panel that draws its plot with the reference implementation.
+/// A panel that paints its plot with the reference implementation.
 struct PlainSpreadPanel : SpreadPanel {
     PlainSpreadPanel()
     {
@@ -203,7 +206,7 @@ void thicknessPlot(benchmark::State& state)
     paint(state, {setup.plot(Displays::DDMutVsA)});
 }
 
-/// Whether the product and the reference implementation draw the same plot.
+/// Whether the product and the reference implementation paint the same plot.
 bool isSameThicknessPlot()
 {
     const SpreadPanel product;

@@ -1,4 +1,4 @@
-// Times loading a four-column text map of 1000 by 1000 pixels.
+// Measures the loading of a four-column text map of 1000 x 1000 pixels.
 #include "data/A2DData.h"
 #include "data/MapTextReader.h"
 #include "support/BigMap.h"
@@ -20,7 +20,8 @@ const QString& mapPath()
     return path;
 }
 
-/// Times @p read, which fills a new map and returns whether it is valid.
+/// Measures @p read, a function that reads into a new map and returns whether it is
+/// valid.
 template <typename Read>
 void measure(benchmark::State& state, Read read)
 {

@@ -1,8 +1,8 @@
-// Times one move and one release of a dragged edge marker, from the mouse event to the
+// Measures one move and one release of a dragged edge marker, from the mouse event to the
 // repainted graph window: without data, and with four references, a target and eight maps
-// of 1000 x 1000 pixels. In a move each valid reference triggers the whole recalculation.
-// The reference implementation of a move is one reference calculation and one reference
-// paint of the plots.
+// of 1000 x 1000 pixels. A move triggers the complete recalculation once per valid
+// reference. The reference implementation of a move is one calculation and one paint of
+// the plots.
 
 #include "support/DragPanel.h"
 #include "support/PlainFits.h"
@@ -53,8 +53,8 @@ tests::PlainCurve curveOf(const AMutE& spectrum)
     return curve;
 }
 
-/// Paints each plot that has data once: the plots of the single spectra, the plot of all
-/// spectra, the histograms, and thickness against valence.
+/// Paints each plot with data once: the plots of the single spectra, the plot of all
+/// spectra, the histograms, and the plot of thickness against valence.
 void paintPlainPlots(const FourPs& panel, const A2DData& result,
                      const tests::PlainNeqHistograms& counts)
 {

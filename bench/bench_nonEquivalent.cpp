@@ -1,7 +1,6 @@
-// Times the non-equivalent method on 1000 x 1000 pixels. For every pixel the reference
-// implementation allocates, builds, factorises and solves a matrix and parses the
-// valences. The product runs once with maps that it has not read before and once with
-// cached absorbances.
+// Measures the non-equivalent method for maps of 1000 x 1000 pixels. For every pixel the
+// reference implementation parses the valences, allocates a matrix, fills it and solves
+// the linear system. The product is measured without and with cached absorbances.
 
 #include "analysis/CalculationMemory.h"
 #include "analysis/HistogramCounts.h"
@@ -23,7 +22,7 @@ namespace
 
 const int side = bench::amount(1000, 50);
 
-/// One map per row in @p rows, created on the first call.
+/// One map for each row index in @p rows. The first call creates the maps.
 const QList<A2DData>& mapsOf(const QList<int>& rows)
 {
     static std::map<QList<int>, QList<A2DData>> made;

@@ -1,4 +1,4 @@
-// Times writing a result map of 1000 by 1000 pixels.
+// Measures the writing of a result map of 1000 x 1000 pixels.
 #include "analysis/ResultText.h"
 
 #include "data/A2DData.h"
@@ -20,11 +20,11 @@ const int side = bench::amount(1000, 50);
 constexpr analysis::ValenceMix mix{true, 2.0, 3.0};
 const tests::PlainValences valences{2, QStringLiteral("2"), QStringLiteral("3")};
 
-/// All columns that a result with two references has.
+/// The columns that a result with two references has.
 constexpr std::array<bool, analysis::columnCount> wanted = {
     true, true, false, false, true, true, false, false, true, true, false, true, true};
 
-/// A result with realistic fractions and thicknesses, with noise in all digits.
+/// A result with realistic fractions and thicknesses. Noise makes all digits different.
 A2DData makeResult(bool extended)
 {
     std::mt19937_64 random(1);
@@ -54,7 +54,7 @@ const A2DData& result(bool extended)
     return extended ? full : simple;
 }
 
-/// Discards everything written to it, so that only formatting is timed.
+/// A device that discards its input, so that only the formatting is measured.
 class NullDevice : public QIODevice
 {
 public:

@@ -12,9 +12,9 @@
 namespace bench
 {
 
-/// Text of a map of @p width by @p height pixels in four columns (x and y in um, counts I
-/// and I0), as a beamline writes it: a header and one line per pixel, row-major. The same
-/// @p seed gives the same text.
+/// The text of a map of @p width by @p height pixels in a beamline format: a header and
+/// one line per pixel, row-major. The four columns are x and y (um) and the counts I and
+/// I0. The same @p seed gives the same text.
 inline QByteArray bigMapText(int width, int height, double energyEv = 8360.0, unsigned seed = 1306)
 {
     std::mt19937 random(seed);
@@ -37,8 +37,8 @@ inline QByteArray bigMapText(int width, int height, double energyEv = 8360.0, un
     return text;
 }
 
-/// Writes bigMapText() to the file @p name in @p dir and returns its path; an empty
-/// string on failure.
+/// Writes bigMapText() to the file @p name in @p dir. Returns the path, or an empty
+/// string if the file cannot be written.
 inline QString writeBigMap(const QTemporaryDir& dir, const QString& name, int width, int height,
                            double energyEv = 8360.0, unsigned seed = 1306)
 {

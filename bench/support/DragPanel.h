@@ -1,5 +1,5 @@
-// A panel with an open graph window whose edge marker can be dragged, with or without
-// four references, a target and eight maps.
+// A panel with a visible graph window whose edge marker can be dragged. It is empty or
+// has four references, a target and eight maps.
 #pragma once
 
 #include "display/Displays.h"
@@ -17,7 +17,7 @@
 namespace bench
 {
 
-/// The fixed data of a DragPanel.
+/// The constant inputs of a DragPanel.
 namespace dragData
 {
 
@@ -65,10 +65,11 @@ inline void loadMaps(FourPs& panel, int side)
 
 } // namespace dragData
 
-/// A panel with its graph window open, ready for dragging in the first plot.
+/// A panel with a visible graph window. Its first plot is ready for dragging the edge
+/// marker.
 struct DragPanel {
     /// @param loaded  whether to load references, a target and maps
-    /// @param side    pixels of a map on each axis
+    /// @param side    width and height of each map in pixels
     DragPanel(bool loaded, int side)
     {
         panel.ui.EdgeE->setText(QString::number(dragData::edgeEv));
@@ -86,7 +87,7 @@ struct DragPanel {
         QCoreApplication::processEvents();
         plot->DispA->cc.setReal(8100.0, 0.0, 8999.0, 1.4);
         plot->DispA->hasScale = true;
-        // The first calculations allocate new memory from the system.
+        // The first calculations allocate their memory from the system and are slower.
         for (int i = 0; i < 3; ++i) {
             panel.ui.EdgeE->setText(QString::number(dragData::edgeEv + i));
             panel.setEdge();
@@ -94,7 +95,7 @@ struct DragPanel {
         QCoreApplication::processEvents();
     }
 
-    /// Sends a mouse event to column @p x of the plot and repaints the windows.
+    /// Sends a mouse event at pixel column @p x of the plot and repaints the windows.
     void send(QEvent::Type type, int x) const
     {
         const QPointF at(x, plot->DispA->height() / 2);

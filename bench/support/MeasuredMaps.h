@@ -1,4 +1,4 @@
-// Generates stacks of maps of counts for the benchmarks.
+// Generates maps of counts for the benchmarks.
 #pragma once
 
 #include "data/A2DData.h"
@@ -11,8 +11,8 @@
 namespace bench
 {
 
-/// Returns @p count square maps of @p side pixels with noisy counts: I0 is 1e5, and I
-/// corresponds to the absorbance mutOf(map, f), where f rises from 0 to 1 along each
+/// Returns @p count square maps with @p side pixels per axis. I0 is 1e5, and I
+/// corresponds to the absorbance mutOf(map, f) plus noise; f rises from 0 to 1 along each
 /// line.
 template <class MutOf>
 QList<A2DData> measuredMaps(int count, int side, MutOf mutOf)

@@ -1,4 +1,4 @@
-// Generates stacks of maps for the non-equivalent method.
+// Generates the inputs of the non-equivalent method for the benchmarks.
 #pragma once
 
 #include "support/MeasuredMaps.h"
@@ -14,7 +14,8 @@ namespace bench
 
 inline constexpr double neqEnergiesEv[] = {8250, 8320, 8338, 8345, 8352, 8385, 8430, 8475};
 
-/// Absorbance of one of four references without background: an edge with a white line.
+/// Absorbance of a reference above its background: an edge with a white line.
+/// @p reference is 0 to 3.
 inline double absorbedBy(int reference, double energyEv)
 {
     constexpr double edgesEv[] = {8343.6, 8345.4, 8347.2, 8333.0};
@@ -23,7 +24,7 @@ inline double absorbedBy(int reference, double energyEv)
 }
 
 /// Maps at the energies with the indices @p rows. Along each line the composition changes
-/// from the second reference to the first.
+/// from the second reference (f = 0) to the first one.
 inline QList<A2DData> neqMaps(int side, const QList<int>& rows)
 {
     return measuredMaps(static_cast<int>(rows.size()), side, [&](int k, double f) {
@@ -32,8 +33,7 @@ inline QList<A2DData> neqMaps(int side, const QList<int>& rows)
     });
 }
 
-/// The references at the energies with the indices @p rows, together with @p maps, which
-/// must outlive the stack.
+/// The inputs at the energies with the indices @p rows. @p maps must outlive them.
 inline tests::PlainNeqStack neqStack(const QList<A2DData>& maps, bool victoreen, int references,
                                      const QList<int>& rows)
 {

@@ -1,5 +1,5 @@
-// Prints the absolute times and, for each "NAME/product", the ratio to its reference
-// implementation "NAME/plain" of the same run.
+// Prints absolute times and ratios. The ratio of a benchmark "NAME/product" is its speed
+// relative to the reference implementation "NAME/plain" in the same run.
 #pragma once
 
 #include "support/Shortest.h"
@@ -17,13 +17,14 @@
 namespace bench
 {
 
-/// Prints ratios of processor times, each the median of all repetitions. The program
-/// calculates in one thread, and on a busy machine wall times are unreliable.
+/// Prints the ratios of processor times. Each time is the median of all repetitions.
+/// Processor time is used because wall time is unreliable on a busy machine; the program
+/// calculates in one thread.
 class RatioReporter : public benchmark::ConsoleReporter
 {
 public:
     RatioReporter()
-        : ConsoleReporter(OO_None) // no colours, because the table is saved to files
+        : ConsoleReporter(OO_None) // no colour codes, because the output is saved to files
     {
     }
 
@@ -50,7 +51,7 @@ public:
         }
     }
 
-    /// The median time of the benchmark @p name in its unit; 0 if it did not run.
+    /// The median time of the benchmark @p name, in its unit; 0 if it did not run.
     double medianOf(const std::string& name) const
     {
         const auto times = m_times.find(name);
@@ -65,8 +66,8 @@ private:
         return times.size() % 2 == 1 ? times[middle] : 0.5 * (times[middle - 1] + times[middle]);
     }
 
-    /// The reference time of a benchmark. Variants such as "NAME/again" share the
-    /// reference implementation of "NAME".
+    /// The time of the reference implementation of a benchmark. A variant "NAME/again"
+    /// has the same reference implementation as "NAME".
     double plainTime(const std::string& name) const
     {
         const double time = medianOf(name + "/plain");
@@ -79,10 +80,10 @@ private:
     std::map<std::string, std::vector<double>> m_times;
 };
 
-/// Runs all benchmarks five times in random order and prints the ratios; once with
-/// AELK_BENCH_SHORTEST. The command line can change this.
+/// Runs all benchmarks five times in random order (once if AELK_BENCH_SHORTEST is set)
+/// and prints the ratios. The command line can override these settings.
 ///
-/// @param more  called with the reporter at the end, to print further lines
+/// @param more  called with the reporter at the end, for additional lines
 template <class More>
 int runWithRatios(int argc, char** argv, More more)
 {

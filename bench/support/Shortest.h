@@ -1,4 +1,4 @@
-// A short run of the benchmarks that only shows that they work.
+// The short run of the benchmarks, which only checks that they work.
 #pragma once
 
 #include <cstdlib>
@@ -6,14 +6,14 @@
 namespace bench
 {
 
-/// Whether AELK_BENCH_SHORTEST is set in the environment. Each benchmark then runs once
-/// on little data, and its times mean nothing.
+/// Whether the environment variable AELK_BENCH_SHORTEST is set. Each benchmark then runs
+/// once on little data; the printed times are meaningless.
 inline bool isShortest()
 {
     return std::getenv("AELK_BENCH_SHORTEST") != nullptr;
 }
 
-/// The amount of data of a benchmark: @p shortest in a short run, otherwise @p usual.
+/// The amount of data of a benchmark: @p shortest in the short run, otherwise @p usual.
 inline int amount(int usual, int shortest)
 {
     return isShortest() ? shortest : usual;

@@ -1,8 +1,8 @@
 // Runs a fuzz target on a corpus and on mutations of it, without libFuzzer.
 //
-// The inputs are tried in a child process. If anything ends the child (a failed check, a
-// sanitizer's report, lack of memory, a time limit), the parent reports the input that
-// was being tried.
+// The inputs run in a child process. If anything ends the child early (a failed check, a
+// sanitizer's report, lack of memory, the time limit), the parent reports the current
+// input.
 #include "driver/Mutator.h"
 
 #include <sys/mman.h>
@@ -29,10 +29,10 @@ namespace
 namespace fs = std::filesystem;
 using fuzz::Input;
 
-constexpr unsigned timeoutSeconds = 20; // time limit per input, for builds with sanitizers
+constexpr unsigned timeoutSeconds = 20; // per input; builds with sanitizers are slow
 constexpr std::size_t maxCorpusBytes = std::size_t{1} << 20;
 
-/// The state of the child process, in memory shared with its parent.
+/// The progress of the child process, in memory shared with the parent.
 struct Progress {
     char name[256];   ///< name of the current input; empty between inputs
     std::size_t size; ///< size of the current input
@@ -64,7 +64,7 @@ std::vector<fs::path> filesOf(const fs::path& folder)
     return files;
 }
 
-/// Tries inputs one by one and collects the numbers for the summary.
+/// Runs inputs one by one and collects the numbers for the summary.
 class Trial
 {
 public:
@@ -80,8 +80,8 @@ public:
         std::snprintf(m_progress.name, sizeof m_progress.name, "%s", name.c_str());
         alarm(timeoutSeconds);
         const auto begin = Clock::now();
-        // Copied to a block of exactly the input's size, so that a sanitizer detects
-        // reading past its end.
+        // A copy in a block of exactly the input's size, so that a sanitizer detects
+        // reads past the end.
         const std::vector<std::uint8_t> bytes(input.begin(), input.end());
         LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
         const std::chrono::duration<double> taken = Clock::now() - begin;
@@ -133,8 +133,9 @@ void tryAll(const Task& task, Progress& progress)
     trial.printSummary(task);
 }
 
-/// Writes the failed input to a file, so that it can be tried again; returns its path.
-std::string written(const Task& task, const Progress& progress)
+/// Writes the failed input to a file, so that it can be run again. Returns the path or,
+/// if the file cannot be written, a text that says so.
+std::string saveFailedInput(const Task& task, const Progress& progress)
 {
     const char* const folder = std::getenv("TMPDIR");
     std::string name = progress.name;
@@ -149,7 +150,8 @@ std::string written(const Task& task, const Progress& progress)
 void report(const Task& task, const Progress& progress, int status)
 {
     if (progress.name[0] == '\0') {
-        // For example a leak, which is found only when the process exits.
+        // The failure does not belong to an input, for example a leak found at the
+        // process exit.
         std::fprintf(stderr, "%s: failed after its inputs, seed %u\n", task.target.c_str(),
                      task.seed);
         return;
@@ -157,11 +159,11 @@ void report(const Task& task, const Progress& progress, int status)
     const bool isTooSlow = WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM;
     std::fprintf(stderr, "%s: %s, seed %u: %s\nThe input: %s\nTo try it again: %s FILE\n",
                  task.target.c_str(), isTooSlow ? "took too long" : "failed", task.seed,
-                 progress.name, written(task, progress).c_str(), task.target.c_str());
+                 progress.name, saveFailedInput(task, progress).c_str(), task.target.c_str());
 }
 
-/// Tries all inputs in a child process.
-/// @return the exit status for this process
+/// Runs all inputs of a task in a child process.
+/// @return the exit status of the parent
 int runTask(const Task& task)
 {
     void* const shared =

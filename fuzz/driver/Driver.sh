@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Driver.sh PROGRAM WORK: tests how the driver reports an input that fails.
+# Driver.sh PROGRAM WORK: tests the driver's reports about failing inputs.
 set -euo pipefail
 program=$1 work=$2
 
@@ -9,30 +9,30 @@ printf 'good' >"$work/corpus/a-good-input"
 printf '# words\n"b\\x61d"\n' >"$work/corpus.dict"
 export TMPDIR=$work/failed
 
-wrong()
+failed()
 {
     echo "$*"
     exit 1
 }
 
 "$program" "$work/corpus" 0 | grep -q '2 inputs in .* seed 1; the slowest took' ||
-    wrong "no summary of the corpus alone"
-said=$("$program" "$work/corpus" 1000 5 2>&1) && wrong "the failure was not seen"
-[[ $said =~ "failed, seed 5: mutation "([0-9]+) ]] || wrong "it said: $said"
+    failed "no summary of the corpus alone"
+output=$("$program" "$work/corpus" 1000 5 2>&1) && failed "the failure was not reported"
+[[ $output =~ "failed, seed 5: mutation "([0-9]+) ]] || failed "unexpected output: $output"
 number=${BASH_REMATCH[1]}
 input=$(ls "$work"/failed/*-seed-5-mutation-"$number")
-[[ $said == *"The input: $input"* ]] || wrong "it said: $said"
-"$program" "$input" 2>/dev/null && wrong "the input alone does not fail"
+[[ $output == *"The input: $input"* ]] || failed "unexpected output: $output"
+"$program" "$input" 2>/dev/null && failed "the input alone does not fail"
 
-# A mutation depends only on its number and the seed, in every run.
+# A mutation must depend only on its number and the seed: a second run reproduces it.
 cp "$input" "$work/first"
-"$program" "$work/corpus" 1000 5 >/dev/null 2>&1 && wrong "the failure was not seen again"
-cmp "$input" "$work/first" || wrong "another input the second time"
-"$program" "$work/corpus" "$((number - 1))" 5 >/dev/null || wrong "an earlier one fails too"
+"$program" "$work/corpus" 1000 5 >/dev/null 2>&1 && failed "the failure was not reported again"
+cmp "$input" "$work/first" || failed "the second run reported a different input"
+"$program" "$work/corpus" "$((number - 1))" 5 >/dev/null || failed "an earlier mutation fails too"
 
 cp "$input" "$work/corpus/a-bad-input"
-said=$("$program" "$work/corpus" 0 2>&1) && wrong "the bad input was not seen"
-[[ $said == *"seed 1: a-bad-input"* ]] || wrong "it said: $said"
-"$program" "$work/none" 5 2>/dev/null && wrong "a missing folder was accepted"
-"$program" "$work/corpus" x 2>/dev/null && wrong "x mutations were accepted"
+output=$("$program" "$work/corpus" 0 2>&1) && failed "the bad input was not reported"
+[[ $output == *"seed 1: a-bad-input"* ]] || failed "unexpected output: $output"
+"$program" "$work/none" 5 2>/dev/null && failed "a missing folder was accepted"
+"$program" "$work/corpus" x 2>/dev/null && failed "x mutations were accepted"
 exit 0

@@ -1,4 +1,4 @@
-// A target that fails for some inputs, to test the driver.
+// A target that fails for some inputs, for the test of the driver.
 #include "support/FuzzTarget.h"
 
 void fuzz::tryInput(const QByteArray& bytes)

@@ -10,7 +10,8 @@ namespace fuzz
 namespace
 {
 
-// Inserted as text and as bytes: the limits of ranges and texts that are not numbers.
+// Texts and bytes for insertion: numbers at the limits of ranges, and texts that are not
+// numbers.
 const std::array numbers{
     Input("0"),           Input("-0"),          Input("1"),          Input("-1"),
     Input("3"),           Input("1e308"),       Input("-1e308"),     Input("1e-320"),
@@ -33,8 +34,7 @@ char hexByte(const std::string& digits)
     return static_cast<char>(std::stoi(digits, nullptr, 16));
 }
 
-/// The word between the first and the last double quote of @p line, with its escapes
-/// decoded.
+/// The word between the first and the last double quote of @p line, with decoded escapes.
 Input unescaped(const std::string& line)
 {
     const std::size_t begin = line.find('"') + 1;
@@ -72,8 +72,9 @@ Input Mutator::mutation(std::uint32_t number)
     return input;
 }
 
-/// A number in [0, limit); 0 for a limit of 0. Uses no distribution of the standard
-/// library, because they differ between implementations.
+/// A random number in the half-open interval [0, limit); 0 if @p limit is 0. Uses the
+/// remainder instead of a standard distribution, because distributions differ between
+/// standard libraries.
 std::size_t Mutator::below(std::size_t limit)
 {
     return limit == 0 ? 0 : m_random() % limit;

@@ -1,4 +1,4 @@
-// Makes mutations of inputs from a seed.
+// Generates mutations of inputs from a seed.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +11,8 @@ namespace fuzz
 
 using Input = std::string;
 
-/// Makes mutations of the inputs of a corpus. A mutation depends only on the corpus, the
-/// dictionary, the seed and its number: it is the same on every machine and does not
+/// Generates mutations of the inputs of a corpus. A mutation depends only on the corpus,
+/// the dictionary, the seed and its number. It is the same on every machine and does not
 /// depend on earlier mutations.
 class Mutator
 {
@@ -24,7 +24,8 @@ public:
     /// @param dictionary  words of the target's input format; may be empty
     Mutator(std::vector<Input> corpus, std::vector<Input> dictionary, std::uint32_t seed);
 
-    /// Mutation @p number: an input of the corpus with one to eight changes.
+    /// Returns mutation @p number: an input of the corpus with one to eight random
+    /// changes.
     Input mutation(std::uint32_t number);
 
 private:
@@ -51,9 +52,9 @@ private:
     std::mt19937 m_random;
 };
 
-/// The words of a dictionary in libFuzzer's format: each line has one word in double
-/// quotes, optionally after "name=", with the escapes \\, \" and \xAB. Lines with "#" are
-/// comments.
+/// The words of a dictionary in libFuzzer's format. Each line has one word in double
+/// quotes, optionally after "name=". The escapes are \\, \" and \xAB. Lines that begin
+/// with "#" are comments.
 std::vector<Input> wordsOfDictionary(const std::string& text);
 
 } // namespace fuzz

@@ -26,7 +26,7 @@ int ByteReader::number(int low, int high)
 double ByteReader::anyDouble()
 {
     using Limits = std::numeric_limits<double>;
-    static constexpr std::array hostile{0.0,
+    static constexpr std::array special{0.0,
                                         -0.0,
                                         1.0,
                                         -1.0,
@@ -42,8 +42,8 @@ double ByteReader::anyDouble()
                                         1e300};
     switch (number(0, 3)) {
     case 0:
-        return hostile.at(
-            static_cast<std::size_t>(number(0, static_cast<int>(hostile.size()) - 1)));
+        return special.at(
+            static_cast<std::size_t>(number(0, static_cast<int>(special.size()) - 1)));
     case 1:
         return number(-128, 127);
     case 2:
@@ -63,7 +63,7 @@ double ByteReader::doubleIn(double low, double high)
     return low + (high - low) * (number(0, 65535) / 65535.0);
 }
 
-QByteArray ByteReader::some(int most)
+QByteArray ByteReader::byteArray(int most)
 {
     const qsizetype count = std::min<qsizetype>(number(0, most), m_bytes.size() - m_next);
     const QByteArray taken = m_bytes.sliced(m_next, count);
@@ -77,7 +77,8 @@ QString ByteReader::text(int most)
     QString text;
     for (int i = 0; i < count && !atEnd(); ++i) {
         const std::uint8_t low = byte();
-        // Mostly ASCII: one byte in four starts a 16-bit character.
+        // A byte below 192 is used as an ASCII character; any other byte starts a 16-bit
+        // character.
         text += low < 192 ? QChar(low % 128) : QChar(static_cast<char16_t>(byte() << 8 | low));
     }
     return text;

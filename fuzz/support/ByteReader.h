@@ -10,8 +10,8 @@
 namespace fuzz
 {
 
-/// Reads an input from front to back. Past the end every byte reads as 0, so every input,
-/// even an empty one, gives all the values that a target needs.
+/// Reads an input from front to back. Past the end every byte reads as 0, so a target can
+/// read any number of values from any input, even from an empty one.
 class ByteReader
 {
 public:
@@ -24,7 +24,7 @@ public:
 
     std::uint8_t byte();
 
-    /// A number in [low, high], read from as few bytes as possible.
+    /// A number in the closed interval [low, high], read from as few bytes as possible.
     int number(int low, int high);
 
     /// One of @p choices, which must not be empty.
@@ -34,18 +34,19 @@ public:
         return choices.at(number(0, static_cast<int>(choices.size()) - 1));
     }
 
-    /// Any double. The first byte chooses the kind: a special value (NaN, infinity, zero,
-    /// 1e308, denormal minimum), a small integer, a decimal as in files, or eight bytes
-    /// taken as a bit pattern.
+    /// Any double. The first byte chooses the kind: a special value (such as NaN,
+    /// infinity, zero, 1e308 or the smallest denormal), a small integer, a decimal number
+    /// with three decimals, or eight bytes used as the bit pattern.
     double anyDouble();
 
-    /// A double from @p low to @p high.
+    /// A double in the closed interval [low, high].
     double doubleIn(double low, double high);
 
-    /// At most @p most bytes.
-    QByteArray some(int most);
+    /// At most @p most bytes; the number of bytes is read from the input.
+    QByteArray byteArray(int most);
 
-    /// At most @p most UTF-16 characters, which can include lone surrogates.
+    /// A text of at most @p most UTF-16 code units, which can include unpaired
+    /// surrogates.
     QString text(int most);
 
     /// All remaining bytes.

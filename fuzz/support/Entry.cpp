@@ -1,4 +1,4 @@
-// The entry point that libFuzzer and the replay driver call for each input.
+// The function that libFuzzer and the driver call for each input.
 
 #include "support/FuzzTarget.h"
 
@@ -25,7 +25,8 @@ void fuzz::fail(const char* what, const char* file, int line)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    // Discards the debug log: millions of invalid inputs produce far too many messages.
+    // Discards the debug log, because millions of invalid inputs produce too many
+    // messages.
     [[maybe_unused]] static const auto former = qInstallMessageHandler(dropMessage);
     // A copy of exactly the input's size, so that a sanitizer detects reading past its
     // end.

@@ -6,17 +6,17 @@
 namespace fuzz
 {
 
-/// Tries one input and checks the properties of the target. Each target defines this
-/// function; libFuzzer and the replay driver call it through Entry.cpp. It must not keep
-/// state between calls, so that an input alone reproduces a failure.
+/// Runs one input and checks the properties of the target. Each target defines this
+/// function; libFuzzer and the driver call it through Entry.cpp. It must not keep state
+/// between calls, so that a single input reproduces a failure.
 void tryInput(const QByteArray& bytes);
 
-/// Ends the process and reports that the condition @p what failed.
+/// Reports that the condition @p what failed and ends the process.
 [[noreturn]] void fail(const char* what, const char* file, int line);
 
 } // namespace fuzz
 
-// Checks a property that must hold for every input.
+// Calls fuzz::fail() if @p condition is false.
 #define FUZZ_REQUIRE(condition)                                                                    \
     do {                                                                                           \
         if (!(condition)) {                                                                        \

@@ -1,4 +1,4 @@
-// Makes texts from inputs.
+// Converts the bytes of an input to a text.
 #pragma once
 
 #include <QByteArray>
@@ -9,8 +9,8 @@
 namespace fuzz
 {
 
-/// The bytes decoded as UTF-8, or taken as UTF-16 units, which can include lone
-/// surrogates.
+/// The bytes decoded as UTF-8 or, with @p isUtf16, used directly as UTF-16 code units,
+/// which can include unpaired surrogates.
 inline QString textOf(const QByteArray& bytes, bool isUtf16)
 {
     if (!isUtf16) {

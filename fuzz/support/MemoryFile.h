@@ -7,9 +7,9 @@
 namespace fuzz
 {
 
-/// A regular file in memory, for functions that need a path. There is one per process and
-/// its content is replaced for each input, which is many times faster than a file on
-/// disk.
+/// A regular file in memory that has a path, for functions that need one. A process uses
+/// one such file and replaces its content for each input, which is many times faster than
+/// a file on disk.
 class MemoryFile
 {
 public:
@@ -17,7 +17,8 @@ public:
     ~MemoryFile();
     Q_DISABLE_COPY_MOVE(MemoryFile)
 
-    /// A path that opens this file for reading or writing, any number of times.
+    /// The path of this file. It can be opened any number of times for reading or
+    /// writing.
     QString path() const { return m_path; }
 
     void setContents(const QByteArray& bytes);

@@ -1,4 +1,4 @@
-// Selects some of the inputs for expensive checks.
+// Selects some of the inputs for slow checks.
 #pragma once
 
 #include <QByteArray>
@@ -8,8 +8,8 @@
 namespace fuzz
 {
 
-/// True for about one input in @p count. The choice depends on the input alone, so an
-/// input always gets the same checks.
+/// True for about one of @p count inputs. The result depends only on the input, so the
+/// same checks always run for an input.
 inline bool oneIn(int count, const QByteArray& bytes)
 {
     return qChecksum(QByteArrayView(bytes)) % count == 0;

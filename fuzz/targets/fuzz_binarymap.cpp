@@ -1,7 +1,7 @@
-// Binary maps: reading and writing files, smoothing, copying, appending.
+// Tests binary maps: reading and writing files, smoothing, copying, appending.
 //
-// An input that begins with "2dData" is a file. Any other input is a list of bytes from
-// which maps and operations on them are made.
+// An input that begins with "2dData" is used as a file. Any other input is a sequence of
+// numbers from which maps and operations on them are generated.
 #include "data/A2DData.h"
 #include "data/PixelFile.h"
 #include "data/TDData0.h"
@@ -46,7 +46,8 @@ bool areSame(const QList<double>& a, const QList<double>& b)
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), sameDouble);
 }
 
-/// QList's own comparison accesses the memory of empty lists, which have none.
+/// Replaces QList's operator==, which uses the data pointer of a list even if the list is
+/// empty and the pointer is null.
 bool areSame(const QList<bool>& a, const QList<bool>& b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end());
@@ -73,13 +74,13 @@ void copyFields(TDData0& to, const TDData0& from)
     to.regionSet = from.regionSet;
 }
 
-/// The value of an extreme after writing it with 6 significant digits.
-double written(double extreme)
+/// The value after it was written with 6 significant digits and read again.
+double roundedToSixDigits(double extreme)
 {
     return QString::number(extreme, 'g', 6).toDouble();
 }
 
-/// Saves the map and loads it again; everything that the file stores must be equal.
+/// Saves the map and loads it again. All properties that the file stores must be equal.
 void checkRoundTrip(const TDData0& map)
 {
     const QString path = savedFile().path();
@@ -92,8 +93,8 @@ void checkRoundTrip(const TDData0& map)
     FUZZ_REQUIRE(again.load(path));
     FUZZ_REQUIRE(again.width == map.width && again.height == map.height);
     FUZZ_REQUIRE(areSame(again.data, map.data) && areSame(again.validFlags, map.validFlags));
-    FUZZ_REQUIRE(sameDouble(again.minVal, written(map.minVal)));
-    FUZZ_REQUIRE(sameDouble(again.maxVal, written(map.maxVal)));
+    FUZZ_REQUIRE(sameDouble(again.minVal, roundedToSixDigits(map.minVal)));
+    FUZZ_REQUIRE(sameDouble(again.maxVal, roundedToSixDigits(map.maxVal)));
     const QByteArray id = map.dataId.toLatin1();
     const bool isAscii =
         std::all_of(id.begin(), id.end(), [](char c) { return c >= ' ' && c < 127; });
@@ -104,8 +105,7 @@ void checkRoundTrip(const TDData0& map)
     }
 }
 
-/// The value of pixel @p i in the file; nullopt if the file does not contain all its
-/// bytes.
+/// The value of pixel @p i in the file; nullopt if the file ends before its last byte.
 std::optional<double> valueInFile(const QByteArray& bytes, qint64 begin, qint64 i)
 {
     const qint64 at = begin + 8 * i;
@@ -133,8 +133,8 @@ void checkPixels(const TDData0& map, const QByteArray& bytes, qint64 begin)
     }
 }
 
-/// Appends the file to three existing rows: the rows are kept, and the pixels follow as
-/// absorbances.
+/// Appends the file to a map of three rows. These rows must not change, and the pixels
+/// must follow as absorbances.
 void checkAppended(const TDData0& map, bool isLoaded, int most)
 {
     A2DData rows;
@@ -157,7 +157,7 @@ void checkAppended(const TDData0& map, bool isLoaded, int most)
     }
 }
 
-/// With exactly the requested memory the file is loaded; with less nothing changes.
+/// With exactly the requested memory the file must load; with less, nothing may change.
 void checkLimitedMemory(const QByteArray& bytes, bool isLoaded)
 {
     const QString path = inputFile().path();
@@ -187,7 +187,8 @@ void checkHeader(const TDData0Header& header, const QByteArray& bytes)
     FUZZ_REQUIRE(sameDouble(header.maxVal, expected.maxVal));
 }
 
-/// A failed load must not change an existing map; a successful one replaces it.
+/// Loads into an existing map: a failed load must not change it, a successful one must
+/// replace its content.
 void checkLoadOver(const TDData0& fresh, bool isLoaded, const QString& path)
 {
     TDData0 map(2, 3);
@@ -241,7 +242,7 @@ void checkFile(const QByteArray& bytes)
     }
 }
 
-/// For a file of another format every function returns false and changes nothing.
+/// For a file of another format every function must return false and change nothing.
 void checkOtherFile(const QByteArray& bytes)
 {
     inputFile().setContents(bytes);
@@ -253,7 +254,7 @@ void checkOtherFile(const QByteArray& bytes)
     checkAppended(TDData0(0, 0), false, 100);
 }
 
-/// Fills a map; its lists can be shorter than its size.
+/// Fills a map with values and flags. Its lists can be shorter than the map.
 void fill(TDData0& map, ByteReader& reader, bool isExact)
 {
     for (qsizetype i = 0; i < map.data.size(); ++i) {
@@ -273,14 +274,14 @@ bool hasPixel(const TDData0& map, qint64 i)
     return i < map.data.size() && i < map.validFlags.size();
 }
 
-bool holdsData(const TDData0& map, int x, int y)
+bool hasValue(const TDData0& map, int x, int y)
 {
     const qint64 i = qint64{y} * map.width + x;
     return hasPixel(map, i) && map.validFlags.at(i);
 }
 
-/// Reference implementation of smoothing. The values are integers, so the product's
-/// running sum is exact, too.
+/// Reference implementation of smoothing by a moving average. The values are integers, so
+/// the running sum of the product is also exact.
 void setPlainMeans(const TDData0& map, TDData0& dest, bool alongX, qint64 n)
 {
     for (int y = 0; y < std::min(map.height, dest.height); ++y) {
@@ -290,13 +291,13 @@ void setPlainMeans(const TDData0& map, TDData0& dest, bool alongX, qint64 n)
             for (int other = 0; other < (alongX ? map.width : map.height); ++other) {
                 const int sx = alongX ? other : x;
                 const int sy = alongX ? y : other;
-                if (std::abs(qint64{other} - (alongX ? x : y)) <= n && holdsData(map, sx, sy)) {
+                if (std::abs(qint64{other} - (alongX ? x : y)) <= n && hasValue(map, sx, sy)) {
                     sum += map.data.at(qint64{sy} * map.width + sx);
                     ++count;
                 }
             }
             const qint64 to = qint64{y} * dest.width + x;
-            if (count > 0 && holdsData(map, x, y) && hasPixel(dest, to)) {
+            if (count > 0 && hasValue(map, x, y) && hasPixel(dest, to)) {
                 dest.data[to] = sum / count;
                 dest.validFlags[to] = true;
                 dest.minVal = std::min(dest.minVal, sum / count);
@@ -423,7 +424,7 @@ void fuzz::tryInput(const QByteArray& bytes)
     static int count = 1;
     static char name[] = "fuzz_binarymap";
     static char* names[] = {name, nullptr};
-    // Smoothing calls deleteLater() on a map, which needs an application.
+    // Smoothing calls deleteLater() on a map, which needs an application object.
     static const QCoreApplication application(count, names);
     if (QString::fromUtf8(bytes.left(64)).startsWith(QLatin1String("2dData"))) {
         checkFile(bytes);

@@ -1,6 +1,6 @@
-// The typed list of energies.
+// Tests the parser of the typed list of energies.
 //
-// The input: one byte for the number of rows and the encoding of the text, then the text.
+// An input is one byte for the number of rows and the encoding, followed by the text.
 #include "data/TextItems.h"
 #include "support/FuzzTarget.h"
 #include "support/InputText.h"
@@ -12,8 +12,8 @@
 namespace
 {
 
-/// Reference implementation: the items of a simplified line. An item ends at a space, or,
-/// if it starts with a quote, at the next quote or the end of the line.
+/// Reference implementation: splits a simplified line into items. A quoted item ends at
+/// the next quote or at the end of the line; any other item ends at a space.
 QList<QString> plainItems(QString rest)
 {
     QList<QString> items;
@@ -49,8 +49,8 @@ void fuzz::tryInput(const QByteArray& bytes)
     const QList<QString> energies = data::energiesOfList(text, rows);
     FUZZ_REQUIRE(energies == plainEnergies(text, rows));
     FUZZ_REQUIRE(rows > 0 || energies.isEmpty());
-    // Replacing commas by spaces must not change the result, and fewer rows only cut the
-    // end of the list.
+    // A comma must have the same effect as a space. A smaller number of rows must only
+    // shorten the list at its end.
     FUZZ_REQUIRE(data::energiesOfList(QString(text).replace(u',', u' '), rows) == energies);
     FUZZ_REQUIRE(data::energiesOfList(text, 1 << 30).mid(0, qMax(rows, 0)) == energies);
     for (const QString& energy : energies) {

@@ -1,4 +1,5 @@
-// Spectra and the calculations on rows and references: lines, brackets, fits, choices.
+// Tests spectra and the calculations on rows and references: pre-edge and post-edge
+// lines, interpolation, linear fits, and the choice of the calculation form.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -56,7 +57,8 @@ AMutE nextSpectrum(fuzz::ByteReader& in)
     return spectrum;
 }
 
-/// Reference implementation: the least-squares line through the points of one fit range.
+/// Reference implementation: the least-squares line through the points of the pre-edge
+/// range or, without @p pre, of the post-edge range.
 VictoreenLine plainLine(const AMutE& spectrum, bool pre)
 {
     QList<double> energies;
@@ -114,7 +116,7 @@ double plainEdge(const AMutE& spectrum)
     return edge;
 }
 
-/// Reference implementation of indexBelow(): linear search.
+/// Reference implementation of indexBelow() by linear search.
 int plainBracket(const AMutE& spectrum, double E)
 {
     const int n = static_cast<int>(spectrum.points.size());
@@ -342,7 +344,7 @@ void checkCollection(const QList<analysis::PointState>& points,
     checkPlane(three);
 }
 
-/// Checks the non-equivalent fit alone and the complete target calculation.
+/// Checks the non-equivalent method by itself and in the complete target calculation.
 void checkNonEquivalent(fuzz::ByteReader& in, const QList<analysis::PointState>& points,
                         const analysis::ReferenceSet& references)
 {

@@ -1,4 +1,4 @@
-// Histograms: their limits, counts and files.
+// Tests histograms: limits, counts and files.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -32,15 +32,15 @@ void checkBoxesFrom(double number)
     }
 }
 
-/// A number of bins as a caller can request it; rarely a very large one, because that is
-/// slow.
+/// A number of bins as a caller can pass it, including invalid ones. Very large numbers
+/// are rare, because they are slow.
 int nextBoxes(fuzz::ByteReader& in)
 {
     switch (in.number(0, 255)) {
     case 255:
         return in.number(0, 15) == 15 ? 1'000'000'000 : 1024;
     case 254:
-        return in.number(1020, 1030); // the counting method changes here
+        return in.number(1020, 1030); // the algorithm of counting changes near 1024 bins
     case 253:
         return in.number(std::numeric_limits<int>::min(), 0);
     default:
@@ -74,7 +74,7 @@ void checkCounts(const HistogramCounts& counts, const tests::PlainHistogram& pla
     FUZZ_REQUIRE(counts.total == plain.total);
 }
 
-/// Values near the limits and any other values.
+/// Values near the limits, on the edges of bins, and arbitrary values.
 QList<double> nextValues(fuzz::ByteReader& in, const HistogramCounts& counts)
 {
     QList<double> values;
@@ -107,7 +107,7 @@ HistogramCounts countedInBlocks(const Limits& limits, const QList<double>& value
     analysis::HistogramCounter counter(counts);
     for (qsizetype first = 0; first < values.size(); first += analysis::blockPixels) {
         analysis::Block block;
-        block.fill(values.first()); // values after the count must not matter
+        block.fill(values.first()); // values changed after counting must have no effect
         const qsizetype count = std::min<qsizetype>(values.size() - first, analysis::blockPixels);
         std::copy_n(values.cbegin() + first, count, block.begin());
         counter.add(block, static_cast<int>(count), instructions);
@@ -146,7 +146,7 @@ void fuzz::tryInput(const QByteArray& bytes)
     if (counts.boxes > maxBinsToCount) {
         FUZZ_REQUIRE(counts.boxes <= HistogramCounts::maxBoxes);
         FUZZ_REQUIRE(counts.bins.size() == counts.boxes);
-        return; // counting is slow here and works in the same way
+        return; // counting so many bins is slow and tests nothing new
     }
     checkStarted(counts, limits);
 

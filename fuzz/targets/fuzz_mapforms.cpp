@@ -1,4 +1,4 @@
-// The map calculations, compared with the reference implementations pixel by pixel.
+// Tests the map calculations: every pixel must be equal to the reference implementations.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -50,7 +50,7 @@ void requireSame(const A2DData& found, const A2DData& wanted)
     }
 }
 
-/// A deep copy.
+/// A deep copy of a map.
 A2DData deepCopy(const A2DData& map)
 {
     A2DData copy = map;
@@ -60,7 +60,7 @@ A2DData deepCopy(const A2DData& map)
     return copy;
 }
 
-/// A histogram of the product and of the reference implementation.
+/// The counts of one histogram by the product and by the reference implementation.
 struct Histogram {
     double from = 0.0;
     double to = 0.0;
@@ -95,7 +95,7 @@ Histogram nextHistogram(fuzz::ByteReader& in)
     return histogram;
 }
 
-/// The text of a number field of the panel; it need not be a number.
+/// The text of a number field of the panel. It is not always a number.
 QString nextText(fuzz::ByteReader& in)
 {
     const int form = in.number(0, 7);
@@ -148,8 +148,8 @@ public:
         }
     }
 
-    /// Something that can happen between two calculations: a map changes, or someone
-    /// keeps a copy of the result or writes to it.
+    /// Makes a change that can occur between two calculations: a map changes, a copy of
+    /// the result is kept or dropped, or the result is written to.
     void change()
     {
         switch (m_in.number(0, 7)) {
@@ -186,11 +186,12 @@ public:
 
 private:
     struct Kept {
-        A2DData result; ///< shares its lists with the result
+        A2DData result; ///< implicitly shared copy of the product's result
         A2DData wanted;
     };
 
-    /// Index of the non-equivalent method; the lower indices are the four-points forms.
+    /// Index of the non-equivalent method. The lower indices are the forms of the
+    /// four-points family.
     static constexpr int neqForm = 3;
 
     A2DData& anyMap()
@@ -223,7 +224,8 @@ private:
         }
         const int claimed = std::max(map.xNum, 0) * std::max(map.yNum, 0);
         const int rows = m_in.number(0, 3) == 3 ? m_in.number(0, 220) : claimed;
-        const bool isUniform = m_in.number(0, 3) == 3; // identical pixels can share their lists
+        const bool isUniform =
+            m_in.number(0, 3) == 3; // the product can share lists between identical pixels
         const A2DRow first{0.0, 0.0, paletteNumber(), paletteNumber(), {}};
         for (int i = 0; i < rows; ++i) {
             map.rows.append(
@@ -269,8 +271,8 @@ private:
 
     qsizetype references() const { return m_neq.refValues.size(); }
 
-    /// Runs the reference implementation.
-    /// @return false if the form has too few points
+    /// Calculates with the reference implementation.
+    /// @return false if the form needs more points
     bool calculatePlain(int form, A2DData& wanted)
     {
         tests::PlainHistogram& first = histogram(0).plain;
@@ -348,8 +350,8 @@ private:
                   [&] { analysis::mapNonEquivalent(stack, m_result, histograms); });
     }
 
-    /// Calculates directly or through the cache, which skips a calculation whose inputs
-    /// are unchanged.
+    /// Runs a calculation directly or through the cache. The cache skips the calculation
+    /// if its inputs are unchanged.
     template <class Calculate>
     void runCached(const analysis::MapResultCache::Inputs& inputs,
                    const QList<HistogramCounts*>& histograms, Calculate calculate)
@@ -358,7 +360,7 @@ private:
             calculate();
             return;
         }
-        // Restores the counts of the latest run: the cache expects them.
+        // The cache expects the counts of the latest calculation, so they are restored.
         for (qsizetype i = 0; i < histograms.size() && i < m_latest.size(); ++i) {
             *histograms.at(i) = m_latest.at(i);
         }
@@ -374,7 +376,7 @@ private:
         }
     }
 
-    /// Keeps a copy of the values of one pixel; the list of rows is not shared.
+    /// Keeps a copy of one pixel's value list. The list of rows is not shared.
     void keepList()
     {
         if (!m_result.rows.isEmpty()) {

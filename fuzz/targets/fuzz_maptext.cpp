@@ -1,6 +1,6 @@
-// Text maps of all three header kinds, compared with the reference implementation.
+// Tests text maps with all three kinds of header against the reference implementation.
 //
-// The input is the file.
+// An input is used as the file.
 #include "data/A2DData.h"
 #include "data/MapTextReader.h"
 #include "support/FuzzTarget.h"
@@ -44,7 +44,7 @@ void checkSame(const Reading& found, const Reading& expected)
                             [](const A2DRow& a, const A2DRow& b) { return isSame(a, b); }));
 }
 
-/// Reads into an existing @p reading.
+/// Reads a map into @p reading, which can already contain another map.
 void readInto(Reading& reading, QIODevice& device)
 {
     reading.energies.clear();
@@ -71,8 +71,8 @@ Reading plainReading(const QByteArray& bytes)
     return reading;
 }
 
-/// The size must be bounded whatever the header states, so no calculation has to loop
-/// over more pixels.
+/// The size of the map must stay within its limits for every header, so that no
+/// calculation loops over more pixels.
 void checkBounds(const Reading& reading)
 {
     const A2DData& map = reading.map;
@@ -83,8 +83,8 @@ void checkBounds(const Reading& reading)
     FUZZ_REQUIRE(!map.extended);
 }
 
-/// Reads pixels inside and outside the map and outside the rows; rows of a text map have
-/// no value lists.
+/// Reads pixels inside the map, outside the map, and without a row. Rows of a text map
+/// must have no value lists.
 void checkPixels(const A2DData& map)
 {
     for (const int x : {-1, 0, 1, map.xNum - 1, map.xNum, 1 << 30}) {
@@ -103,8 +103,8 @@ void checkPixels(const A2DData& map)
     FUZZ_REQUIRE(values.size() == (map.rows.isEmpty() ? 2 : 0));
 }
 
-/// With exactly the requested memory the map is read; with less it is rejected and left
-/// empty.
+/// With exactly the requested memory the file must be read. With less it must be
+/// rejected, and the map must be empty.
 void checkLimitedMemory(const Reading& expected, const QByteArray& bytes)
 {
     Reading found;
@@ -122,7 +122,7 @@ void checkLimitedMemory(const Reading& expected, const QByteArray& bytes)
     FUZZ_REQUIRE(found.map.xNum == 0 && found.map.yNum == 0);
 }
 
-/// A read error ends the text.
+/// A read error must have the same effect as the end of the file.
 void checkFailingDevice(const QByteArray& bytes)
 {
     const qint64 end = qChecksum(QByteArrayView(bytes)) % (bytes.size() + 1);
@@ -137,8 +137,8 @@ void checkFile(const QByteArray& bytes)
 {
     const Reading expected = plainReading(bytes);
     Reading found;
-    // After a byte order mark, the decoding of invalid text depends on where the pieces
-    // are split.
+    // Skipped after a byte order mark: the decoding of invalid text then depends on the
+    // sizes of the reads.
     const bool hasMark = QStringConverter::encodingForData(bytes.left(4)).has_value();
     if (!hasMark && fuzz::oneIn(4, bytes)) {
         tests::OddDevice device(bytes, 1 + bytes.size() % 9, bytes.size() % 2 == 0);
@@ -151,7 +151,7 @@ void checkFile(const QByteArray& bytes)
     checkPixels(found.map);
     if (fuzz::oneIn(8, bytes)) {
         Reading again;
-        readBuffer(again, bytes.sliced(bytes.size() / 2)); // the map holds another file first
+        readBuffer(again, bytes.sliced(bytes.size() / 2)); // the map contains another file first
         readBuffer(again, bytes);
         checkSame(again, expected);
     }
@@ -169,7 +169,8 @@ void fuzz::tryInput(const QByteArray& bytes)
 {
     checkFile(bytes);
     if (oneIn(64, bytes)) {
-        // Moves the boundary between two pieces of the decoder into the input.
+        // Spaces before the input move the boundary between two reads of the decoder into
+        // it.
         constexpr qsizetype piece = 16384;
         const qsizetype before = piece - 2 - bytes.size() % 1000;
         checkFile("#" + QByteArray(before, ' ') + "\n" + bytes);

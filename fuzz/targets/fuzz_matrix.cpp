@@ -1,4 +1,4 @@
-// The matrix library and the solvers that replace it in loops over pixels.
+// Tests the matrix library and the solvers that replace it in the loops over the pixels.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -48,12 +48,13 @@ std::vector<double*> rowsOf(Matrix& matrix)
 struct System {
     Matrix a;
     Numbers b;
-    bool isWellConditioned = false; ///< small integers and a large diagonal
+    bool isWellConditioned = false; ///< small integers with a dominant diagonal
 
     int size() const { return static_cast<int>(b.size()); }
 };
 
-/// Equal rows and zeros are common, so singular systems occur.
+/// A random system of @p n equations. Equal rows and zeros are frequent, so singular
+/// systems occur.
 System nextSystem(fuzz::ByteReader& in, int n)
 {
     System system;
@@ -71,7 +72,7 @@ System nextSystem(fuzz::ByteReader& in, int n)
         system.b.push_back(number());
     }
     if (system.isWellConditioned && n > 1) {
-        // The order of the rows must not change the solution.
+        // Rotates the rows, so that the solver has to exchange them.
         const auto shift = static_cast<std::ptrdiff_t>(in.number(0, n - 1));
         std::rotate(system.a.begin(), system.a.begin() + shift, system.a.end());
         std::rotate(system.b.begin(), system.b.begin() + shift, system.b.end());
@@ -79,8 +80,8 @@ System nextSystem(fuzz::ByteReader& in, int n)
     return system;
 }
 
-/// Reference implementation: Gaussian elimination with partial pivoting that swaps the
-/// rows and the right-hand side.
+/// Reference implementation: Gaussian elimination with partial pivoting. It swaps the
+/// rows of the matrix and of the right-hand side.
 Numbers plainSolution(System system)
 {
     Matrix& a = system.a;
@@ -149,7 +150,7 @@ void checkFactors(const System& system, const Factors& factors)
     }
 }
 
-void checkTameSolution(const System& system, const Numbers& x)
+void checkResidual(const System& system, const Numbers& x)
 {
     for (std::size_t i = 0; i < x.size(); ++i) {
         const double sum = std::inner_product(x.begin(), x.end(), system.a[i].begin(), 0.0);
@@ -157,7 +158,7 @@ void checkTameSolution(const System& system, const Numbers& x)
     }
 }
 
-/// The library's solution; checks all its intermediate results.
+/// Returns the library's solution and checks all its intermediate results.
 Numbers checkLibrary(const System& system)
 {
     const int n = system.size();
@@ -179,7 +180,7 @@ Numbers checkLibrary(const System& system)
     }
     FUZZ_REQUIRE(same(solution, plainSolution(system)));
     if (system.isWellConditioned) {
-        checkTameSolution(system, solution);
+        checkResidual(system, solution);
     }
     return solution;
 }
@@ -211,7 +212,7 @@ void checkLanes(const std::array<System, analysis::laneCount>& systems,
     }
 }
 
-/// The pivot row: the largest diagonal element of the unused rows; NaN counts as smaller
+/// The next pivot row: the unused row with the largest diagonal element. NaN is smaller
 /// than any number.
 std::size_t plainDiagonalPivot(const Matrix& a, const std::vector<bool>& used)
 {
@@ -298,7 +299,7 @@ void checkProducts(const System& left, const System& right)
     FUZZ_REQUIRE(same(a, c));
 }
 
-/// Sizes below 1: all functions are no-ops.
+/// For a size below 1 all functions must be no-ops.
 void checkNoSize(int n)
 {
     double** matrix = SmallMatrix::newMatrix(n);
@@ -312,7 +313,7 @@ void checkNoSize(int n)
     SmallMatrix::freeMatrix(n, matrix);
 }
 
-/// A fit that builds its matrix once, compared with one that builds it for each set of
+/// Compares a fit that factorises its matrix once with fits that do so for each set of
 /// values.
 void checkCombination(fuzz::ByteReader& in, int unknowns)
 {

@@ -1,4 +1,4 @@
-// Numbers as text, compared with Qt's conversion.
+// Tests the conversion of numbers to text against Qt's conversion.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -17,8 +17,8 @@ namespace
 
 constexpr int maxNumbers = 3;
 
-/// An integer times a power of ten, which has few digits after the sixth, or the midpoint
-/// between two numbers of six digits.
+/// An integer times a power of ten. With @p offset 0.5 it can be the midpoint between two
+/// numbers of six digits.
 double decimal(fuzz::ByteReader& in, double offset)
 {
     const double digits = in.number(-1'000'000, 1'000'000) + offset;
@@ -43,7 +43,7 @@ double nextNumber(fuzz::ByteReader& in)
         value = std::pow(10.0, in.number(-330, 308));
         break;
     default:
-        // Exact halves of the last printed digit.
+        // Can be an exact tie for rounding to six digits.
         value = (in.number(100'000, 999'999) + 0.5) * std::ldexp(1.0, in.number(0, 4));
         break;
     }
@@ -57,7 +57,8 @@ double nextNumber(fuzz::ByteReader& in)
 
 void checkGeneralText(double value)
 {
-    // Exactly the required size, so that a sanitizer detects writing past it.
+    // A buffer of exactly the required size, so that a sanitizer detects writes past its
+    // end.
     const auto out = std::make_unique<char[]>(analysis::generalTextCapacity);
     const std::size_t length = analysis::generalText(
         value,

@@ -1,6 +1,7 @@
-// Numbers in the lines of files, compared with Qt's conversion.
+// Tests the conversion of words and numbers in the lines of files against Qt's
+// conversion.
 //
-// The input is a line; bytes after its line feed are ignored.
+// An input is a line. Bytes after its first line feed are ignored.
 #include "data/DecimalNumber.h"
 #include "data/LineWords.h"
 #include "support/FuzzTarget.h"
@@ -15,7 +16,8 @@
 namespace
 {
 
-/// The line as the file reader gets it: with a line feed and nothing after it.
+/// The line as the file reader receives it: it ends with a line feed, and the buffer ends
+/// there.
 std::vector<char> lineOf(const QByteArray& bytes)
 {
     const auto end = std::find(bytes.begin(), bytes.end(), '\n');
@@ -30,8 +32,8 @@ QString decoded(const std::vector<char>& line)
     return text.remove(u'\r').simplified();
 }
 
-/// Reference implementation: the words as a regular expression splits them; an empty list
-/// for an empty line.
+/// Reference implementation: splits a line into words by a regular expression. An empty
+/// line has no words.
 QStringList plainWords(const QString& line)
 {
     static const QRegularExpression blanks(QStringLiteral("\\s+"));
@@ -49,8 +51,8 @@ void checkTextWords(const QString& line, const QStringList& expected)
     FUZZ_REQUIRE(!words.next());
 }
 
-/// Converts every @p step-th word and skips the others. If the line then reports that it
-/// was plain, the words must be equal to those of the decoded text.
+/// Converts every @p step-th word and skips the others. If the reader then reports a
+/// plain line, the words must be equal to the words of the decoded text.
 void checkByteWords(const std::vector<char>& line, const QStringList& expected, int step)
 {
     data::ByteWords words(line.data());
@@ -73,8 +75,8 @@ void checkByteWords(const std::vector<char>& line, const QStringList& expected, 
     }
 }
 
-/// A number read from any position must be equal to the conversion of the characters that
-/// it consumed.
+/// A number read from any position must be equal to Qt's conversion of the consumed
+/// characters.
 void checkDecimals(const std::vector<char>& line)
 {
     for (const char* begin = line.data(); *begin != '\n'; ++begin) {

@@ -1,5 +1,5 @@
-// Positions on a plot: coordinate conversions with extreme ranges, whole pixels, grid
-// lines and the marks of many points.
+// Tests positions in a plot: coordinate conversions with extreme ranges, truncation to
+// pixels, grid lines, and the marks of many points.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -83,14 +83,14 @@ void checkTick(const ChCoord& cc, double base, double minPixels)
     FUZZ_REQUIRE(sameDouble(step, base * 1e8));
 }
 
-void checkClamped(double held, double free, double end0, double end1)
+void checkClamped(double clamped, double unclamped, double end0, double end1)
 {
     const double low = std::min(end0, end1);
     const double high = std::max(end0, end1);
-    if (std::isnan(free) || std::isnan(end0) || std::isnan(end1)) {
+    if (std::isnan(unclamped) || std::isnan(end0) || std::isnan(end1)) {
         return;
     }
-    FUZZ_REQUIRE(held == std::clamp(free, low, high));
+    FUZZ_REQUIRE(clamped == std::clamp(unclamped, low, high));
 }
 
 void tryConversions(fuzz::ByteReader& in)
@@ -123,7 +123,7 @@ void tryConversions(fuzz::ByteReader& in)
     FUZZ_REQUIRE(cc.labelWidth() == plainTruncated((cc.scrX1 - cc.scrX0) * cc.marginLeft));
     checkTick(cc, in.anyDouble(), in.anyDouble());
     if (!isSurface) {
-        return; // marks need a coordinate transform that a widget has set up
+        return; // marks need the coordinate transform of a widget
     }
     const display::MarkPlaces places(cc);
     if (const auto place = places.at(v, p)) {
@@ -143,8 +143,8 @@ void tryLegend(fuzz::ByteReader& in)
     FUZZ_REQUIRE(box.width() >= 0.0 && box.height() >= 0.0);
     const QPoint place(in.number(-10, 2010), in.number(-10, 2010));
     if (legend.isHit(row, place)) {
-        // The hit area reaches to the right edge of the plot area, a tenth of the left
-        // margin beyond the box.
+        // The hit area is wider than the box by a tenth of the left margin: it ends at
+        // the right edge of the plot area.
         FUZZ_REQUIRE(place.x() > box.left() && place.x() < cc.areaX1);
         FUZZ_REQUIRE(!legend.isHit(row + 1, place));
     }
@@ -162,7 +162,7 @@ double nextPlace(fuzz::ByteReader& in)
     }
 }
 
-/// The distance of a pixel from the line through two points.
+/// The distance of @p pixel from the infinite line through @p from and @p to.
 long double distance(const QPointF& from, const QPointF& to, const QPoint& pixel)
 {
     const long double dx = static_cast<long double>(to.x()) - from.x();
@@ -188,7 +188,7 @@ void tryLines(fuzz::ByteReader& in)
     const auto isFinite = [](const QPointF& p) {
         return std::isfinite(p.x()) && std::isfinite(p.y());
     };
-    const auto isTame = [](const QPointF& p) {
+    const auto isBelowTrillion = [](const QPointF& p) {
         return std::abs(p.x()) <= 1e12 && std::abs(p.y()) <= 1e12;
     };
     const auto line = display::pixelLine(from, to);
@@ -199,13 +199,13 @@ void tryLines(fuzz::ByteReader& in)
                                      std::pair(to, line.value_or(QLine()).p2())}) {
         if (line && isNear(end)) {
             FUZZ_REQUIRE(pixel == QPoint(plainTruncated(end.x()), plainTruncated(end.y())));
-        } else if (line && isTame(from) && isTame(to) && from != to) {
+        } else if (line && isBelowTrillion(from) && isBelowTrillion(to) && from != to) {
             FUZZ_REQUIRE(distance(from, to, pixel) < 2.0L);
         }
     }
 }
 
-using Places = std::set<std::pair<int, int>>; // row, column
+using Places = std::set<std::pair<int, int>>; // (row, column) of each pixel
 
 Places pixelsOf(const display::PixelSet& set)
 {
@@ -279,7 +279,7 @@ QImage whiteImage(const QSize& size)
     return image;
 }
 
-/// Reference implementation of a grid: draws one line per value.
+/// Reference implementation of a grid: draws each line separately.
 template <class ToPixel, class DrawAt>
 void plainGrid(const display::GridValues& values, int size, ToPixel toPixel, DrawAt drawAt)
 {
@@ -308,12 +308,12 @@ void tryGrid(fuzz::ByteReader& in)
         display::drawHorizontalGrid(&p, cc, values);
     }
     const double steps = std::floor((values.last - values.first) / values.step);
-    const bool isTame =
+    const bool isBelowTrillion =
         values.step > 0.0 && steps < 300.0 && std::abs(values.first) < 1e3 &&
         std::abs(cc.realX0) < 1e3 && std::abs(cc.realY0) < 1e3 &&
         std::abs(cc.r2sdX(values.step)) >= 1.0 && std::abs(cc.r2sdY(values.step)) >= 1.0 &&
         std::isfinite(cc.r2sdX(values.step)) && std::isfinite(cc.r2sdY(values.step));
-    if (!isTame) {
+    if (!isBelowTrillion) {
         return;
     }
     QImage plain = whiteImage(surface);
@@ -374,7 +374,7 @@ QImage gathered(const QSize& surface, const display::MarkPlaces& places, int sta
     return image;
 }
 
-/// The picture of layered marks; nullopt if the layers must be drawn one by one.
+/// The picture of marks drawn in layers; nullopt if the layers must be drawn separately.
 std::optional<QImage> layered(const QSize& surface, const display::MarkPlaces& places, int state,
                               const QList<QColor>& colors, const std::vector<Mark>& marks)
 {

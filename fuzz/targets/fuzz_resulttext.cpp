@@ -1,4 +1,4 @@
-// The text of a result map, compared with the reference implementation.
+// Tests the text of a result map against the reference implementation.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -17,14 +17,14 @@ namespace
 
 using Wanted = std::array<bool, analysis::columnCount>;
 
-/// Accepts a number of bytes and then fails, like a full disk.
+/// A device that fails after a number of bytes, like a full disk.
 class SmallDevice : public QIODevice
 {
 public:
-    /// @param takesPart  whether the failing write stores the bytes that still fit
-    SmallDevice(qint64 capacity, bool takesPart)
+    /// @param takesPart  whether the failing write still stores the bytes that fit
+    SmallDevice(qint64 capacity, bool writesPart)
         : m_capacity(capacity)
-        , m_takesPart(takesPart)
+        , m_writesPart(writesPart)
     {
         open(QIODevice::WriteOnly | QIODevice::Unbuffered);
     }
@@ -37,7 +37,7 @@ protected:
     qint64 writeData(const char* data, qint64 size) override
     {
         const qint64 fits = m_capacity - m_written.size();
-        if (size > fits && !m_takesPart) {
+        if (size > fits && !m_writesPart) {
             return -1;
         }
         const qint64 taken = std::min(size, fits);
@@ -47,7 +47,7 @@ protected:
 
 private:
     qint64 m_capacity;
-    bool m_takesPart;
+    bool m_writesPart;
     QByteArray m_written;
 };
 
@@ -67,7 +67,7 @@ A2DData nextMap(fuzz::ByteReader& in)
     map.extended = in.number(0, 1) == 1;
     const int form = in.number(0, 31);
     if (form == 0) {
-        // No pixels, whatever the other dimension is.
+        // The map has no pixels, whatever its height is.
         map.xNum = in.oneOf(QList<int>{0, -1, std::numeric_limits<int>::min()});
         map.yNum = in.number(-2, 300);
     } else if (form == 1) {
@@ -92,7 +92,7 @@ QString nextNumberText(fuzz::ByteReader& in)
     return in.number(0, 3) == 0 ? in.text(6) : QString::number(in.anyDouble(), 'g', 17);
 }
 
-/// Whether @p text is equal to @p value to six digits.
+/// Whether @p text is @p value rounded to six significant digits.
 bool isToSixDigits(const QByteArray& text, double value)
 {
     if (!std::isfinite(value)) {
@@ -154,7 +154,7 @@ void fuzz::tryInput(const QByteArray& bytes)
     const analysis::ValenceMix mix{valences.validReferences >= 2, valences.first.toDouble(),
                                    valences.second.toDouble()};
     const double share = in.doubleIn(0.0, 1.2);
-    const bool takesPart = in.number(0, 1) == 1;
+    const bool writesPart = in.number(0, 1) == 1;
     const A2DData map = nextMap(in);
 
     QBuffer plain;
@@ -166,7 +166,7 @@ void fuzz::tryInput(const QByteArray& bytes)
     FUZZ_REQUIRE(written.data() == plain.data());
     checkReadAgain(written.data(), map, wanted, mix);
 
-    SmallDevice small(static_cast<qint64>(static_cast<double>(plain.size()) * share), takesPart);
+    SmallDevice small(static_cast<qint64>(static_cast<double>(plain.size()) * share), writesPart);
     const bool isWhole = analysis::writeResultMap(small, map, mix, wanted);
     FUZZ_REQUIRE(plain.data().startsWith(small.written()));
     FUZZ_REQUIRE(isWhole == (small.written().size() == plain.size()));

@@ -1,6 +1,7 @@
-// Spectrum files of both formats, and queries at all kinds of energies.
+// Tests spectrum files of both formats and interpolation at ordinary and extreme
+// energies.
 //
-// The input is the file.
+// An input is used as the file.
 #include "data/AMutE.h"
 #include "support/FuzzTarget.h"
 #include "support/Memory.h"
@@ -68,7 +69,7 @@ const fuzz::MemoryFile& fileOf(const QByteArray& bytes)
     return file;
 }
 
-/// A record whose energy shift depends on the input.
+/// An empty spectrum with an energy shift that depends on the input.
 AMutE recordFor(const QByteArray& bytes)
 {
     static constexpr std::array shifts{0.0, 0.0, 0.0, 1.5, -20.0, 1e300, nan, infinity};
@@ -104,13 +105,13 @@ void checkPoints(const AMutE& record, bool isRead, const QByteArray& bytes)
     checkExtremes(record);
 }
 
-/// Reads the file into a record that already holds another file.
+/// Reads the file into a spectrum that already contains another file.
 void checkSecondRead(const AMutE& first, const QByteArray& bytes)
 {
     AMutE record = recordFor(bytes);
     readDevice(record, bytes.sliced(bytes.size() / 2));
     FUZZ_REQUIRE(readDevice(record, bytes) == first.valid);
-    // A failed read keeps the lines of the previous spectrum; nothing uses them.
+    // After a failed read the lines of the previous spectrum remain; they are not used.
     if (!first.valid) {
         record.preLine = first.preLine;
         record.postLine = first.postLine;
@@ -134,8 +135,8 @@ void checkPath(const AMutE& expected, const QByteArray& bytes)
     }
 }
 
-/// With exactly the requested memory the points are read; with less the read fails and
-/// leaves no points.
+/// With exactly the requested memory the file must be read. With less the read must fail,
+/// and the spectrum must have no points.
 void checkLimitedMemory(const AMutE& expected, const QByteArray& bytes)
 {
     AMutE record = recordFor(bytes);
@@ -153,14 +154,15 @@ void checkLimitedMemory(const AMutE& expected, const QByteArray& bytes)
     FUZZ_REQUIRE(record.minEnergy == 1e300 && record.maxEnergy == -1e300);
 }
 
-/// Whether the text decodes to the same characters however it is split into pieces.
+/// Whether the decoded text does not depend on the sizes of the reads.
 bool isPlainUtf8(const QByteArray& bytes)
 {
     return !QStringConverter::encodingForData(bytes.left(4)) &&
            QString::fromUtf8(bytes).toUtf8() == bytes;
 }
 
-/// Reads from a device with short reads and from one that fails, where the text ends.
+/// Reads from a device with short reads and from a failing device. A read error must have
+/// the same effect as the end of the file.
 void checkOtherDevices(const AMutE& expected, const QByteArray& bytes)
 {
     const qint64 largest = 1 + bytes.size() % 300;
@@ -177,7 +179,7 @@ void checkOtherDevices(const AMutE& expected, const QByteArray& bytes)
     checkPoints(record, isRead, bytes.left(end));
 }
 
-/// Energies at, between and beyond the points, and non-finite ones.
+/// Energies at the points, between them and outside their range, and non-finite energies.
 QList<double> energiesAround(const AMutE& record)
 {
     QList<double> energies{nan, infinity, -infinity, 0.0, 8333.0, 1e308};

@@ -1,7 +1,7 @@
-// All functions on lines of text, tested against their documented properties.
+// Tests all functions on lines of text against their documented properties.
 //
-// The input: a byte for a length and the encoding of the text, then a line, and after a
-// byte of value 1 a second text.
+// An input is a byte for a length and the encoding, followed by a line. After a byte of
+// value 1 a second text follows.
 #include "data/TextItems.h"
 #include "support/FuzzTarget.h"
 #include "support/InputText.h"
@@ -56,7 +56,7 @@ void checkKey(const QString& line, const QString& key, int count)
     } else {
         FUZZ_REQUIRE(!isFound && items == before);
     }
-    data::splitItemsAfter(line, key + line); // the prefix is longer than the line
+    data::splitItemsAfter(line, key + line); // a prefix longer than the line
 }
 
 void checkComment(const QString& line)
@@ -75,9 +75,9 @@ void checkComment(const QString& line)
     FUZZ_REQUIRE(data::isBlankOrComment(line) == before.simplified().isEmpty());
 }
 
-/// The documented formula: leading white space is removed, and the rest is cut to the
-/// index of the last non-blank character minus 1. The index is from the untrimmed line,
-/// on purpose.
+/// The documented formula: leading white space is removed, and the rest is cut to n - 1
+/// characters, where n is the index of the last non-blank character in the untrimmed
+/// line. The formula is odd on purpose.
 void checkTrimmed(const QString& line)
 {
     qsizetype first = 0;
@@ -105,7 +105,7 @@ void checkQuotes(const QString& text, const QString& other)
     FUZZ_REQUIRE(data::joinQuoted({}).isEmpty());
 }
 
-/// A field that was quoted for a comma-separated line must be read back unchanged.
+/// A field that was quoted for a comma-separated line must be equal after reading it.
 void checkFields(const QString& text, const QString& other)
 {
     const QString written = data::quotedIfNeeded(text);
@@ -117,8 +117,8 @@ void checkFields(const QString& text, const QString& other)
     FUZZ_REQUIRE(field == text);
     FUZZ_REQUIRE(data::commaFieldLoose(written + u',' + other, field) == other);
     FUZZ_REQUIRE(field == text);
-    // Reading fields must consume any line, even if the field and the line are the same
-    // object.
+    // Reading fields must consume any line, even if the same object is passed as the
+    // field and as the line.
     QString line = text;
     while (!line.isEmpty()) {
         const qsizetype before = line.size();
@@ -131,7 +131,7 @@ void checkFields(const QString& text, const QString& other)
         line = data::commaField(line, line);
         FUZZ_REQUIRE(line.size() <= before);
         if (line.size() == before) {
-            break; // a single field without a comma is not consumed
+            break; // the last field, which has no comma after it, is not consumed
         }
     }
 }

@@ -1,4 +1,4 @@
-// Lists that share blocks of memory, compared with ordinary lists, and cached
+// Tests lists that share blocks of memory against ordinary lists, and the cache of
 // absorbances.
 
 #include "support/ByteReader.h"
@@ -25,7 +25,7 @@ bool same(const QList<double>& a, const QList<double>& b)
     return std::equal(a.cbegin(), a.cend(), b.cbegin(), b.cend(), tests::sameDouble);
 }
 
-/// A deep copy.
+/// A deep copy of a list.
 QList<double> deepCopy(const QList<double>& list)
 {
     QList<double> copy;
@@ -33,7 +33,8 @@ QList<double> deepCopy(const QList<double>& list)
     return copy;
 }
 
-/// A list of the product and an equal list that shares nothing.
+/// A list in a shared block, and the expected list with the same operations in separate
+/// memory.
 struct Pair {
     QList<double> list;
     QList<double> wanted;
@@ -99,7 +100,8 @@ private:
 
     std::ptrdiff_t keptPlace() { return m_in.number(0, static_cast<int>(m_kept.size()) - 1); }
 
-    /// Gives each piece of the rows its own block, as a calculation does.
+    /// Moves the value lists of some rows into one memory block and fills them, as a
+    /// calculation does.
     void share()
     {
         const int block = m_in.number(0, maxBlocks - 1);
@@ -144,7 +146,7 @@ private:
         }
     }
 
-    /// Performs the same operation on both lists.
+    /// Performs the same random operation on both lists.
     void change(QList<double>& list, QList<double>& wanted)
     {
         const int operation = m_in.number(0, 11);
@@ -209,7 +211,7 @@ private:
     }
 
     fuzz::ByteReader& m_in;
-    double m_next = 0.0; ///< a new number for each element
+    double m_next = 0.0; ///< the latest value; each element has a different one
     data::ValueBlocks m_blocks;
     std::vector<A2DRow> m_rows; ///< in blocks of maxRows
     std::vector<QList<double>> m_wanted;

@@ -15,7 +15,7 @@ NUMBERS = (
 
 
 def mu(energy, valence, jump=1.0, base=0.3):
-    """Absorbance: background, an edge that shifts with the valence, white line, oscillations."""
+    """Absorbance: background, an edge whose energy depends on the valence, white line, EXAFS oscillations."""
     edge = EDGE + 1.3 * valence
     L = 12398.42 / energy
     background = base + 0.02 * L**3 + 0.03 * L**4
@@ -26,7 +26,7 @@ def mu(energy, valence, jump=1.0, base=0.3):
 
 
 def energies(rnd, count=36, low=8200.0, high=8560.0):
-    """Energies (eV), denser around the edge, with random offsets."""
+    """Energies of a scan (eV) with smaller steps around the edge and random offsets."""
     part = count // 3
     grid = [low + (8330 - low) * i / part for i in range(part)]
     grid += [8330 + 90.0 * i / part for i in range(part)]
@@ -46,7 +46,7 @@ def plain(points, head="# energy mut\n", line="%.2f %.5f\n", end="\n"):
 
 
 def beamline(points, rnd, modes=(1, 2), d="3.13551", kind=2, offset=True, tail=""):
-    """The beamline (9809) format: angles and counts."""
+    """A spectrum file in the beamline format (9809): angles and counts."""
     lines = ["  9809     KEK-PF  BL12C", "sample", " Mono :   SI(111)       D=  %s A    Initial angle= 13.7" % d]
     lines.append(" Angle(c)  Angle(o)   time/s  " + "  ".join(str(i + 2) for i in range(len(modes))))
     lines.append("Mode  0  0  " + "  ".join(map(str, modes)))
@@ -118,7 +118,7 @@ def unusual_spectrum(rnd):
 
 
 class Stack:
-    """Maps of one sample at any energy; the valence depends on x, the amount on y."""
+    """A sample whose maps can be generated at any energy. The valence depends on x, the amount on y."""
 
     def __init__(self, rnd, width=5, height=4):
         self.rnd, self.width, self.height = rnd, width, height

@@ -6,9 +6,9 @@
     python3 make_cases.py --fits 500 --seed 7 --out /tmp/fits
                                                  unusual numbers for the fits
 
-A case is a list of actions on the panel, with the state that model.py
-calculates after each one. A state is written as the difference from the
-previous state; the first one as the difference from start.json.
+A case is a list of actions on the panel and the state that model.py calculates
+after each action. A state is written as the difference from the previous state,
+and the first state as the difference from start.json.
 """
 
 import argparse
@@ -25,7 +25,7 @@ HERE = pathlib.Path(__file__).parent
 
 
 class Case:
-    """Runs actions on a model and records the changes after each one."""
+    """Performs actions on a model and records the changes of state after each action."""
 
     def __init__(self, name, files, folders=("@/out", "@/in", "@/cwd")):
         self.name = name
@@ -59,7 +59,7 @@ class Case:
         return self
 
     def _indices(self, messages):
-        """The indices of messages in the table; new messages are appended to it."""
+        """The indices of messages in the table. Appends messages that are not in the table."""
         for text in messages:
             if text not in self.table:
                 self.table.append(text)
@@ -135,7 +135,7 @@ MORE_ENERGIES = (8346, 8420)
 
 
 def fit_measurement(seed, width=2, height=1, count=12):
-    """Like measurement(), with eight maps: enough for four references and a background."""
+    """Like measurement(), but with eight maps, which four references and a background need."""
     files, rnd, stack = measurement(seed, width, height, count)
     for n, energy in enumerate(MORE_ENERGIES):
         files["@/in/map%d.dat" % (n + 7)] = stack.text(energy)
@@ -182,8 +182,8 @@ def exact_four_points_end_to_end():
     load_all(case).do("text", "HgABoxes", "5").do("text", "HgTBoxes", "5")
     case.do("click", "CalcTargetB").do("click", "CalcMapB")
     write_to(case)
-    # The exact form needs four rows: with five it is refused, and the earlier result is
-    # kept.
+    # The exact form needs exactly four rows. With five rows the calculation is refused
+    # and the earlier result is kept.
     case.do("load", "Row5", "@/in/map4.dat").do("click", "UseCB.5")
     return case.do("click", "CalcMapB").do("click", "CalcTargetB").do("click", "WriteB")
 
@@ -204,12 +204,12 @@ def four_references_and_gaps():
     case.do("click", "radioButton")
     load_all(case, refs=4)
     case.do("click", "Ref3.UseCB").do("click", "CalcMapB").do("click", "Ref2.UseCB")
-    case.do("click", "CalcMapB").do("click", "CalcTargetB")  # references 1 and 3: map refused, target calculated
-    case.do("click", "Ref1.UseCB").do("click", "CalcMapB").do("click", "CalcTargetB")  # only reference 3
+    case.do("click", "CalcMapB").do("click", "CalcTargetB")  # references 1 and 3 in use: map refused, target calculated
+    case.do("click", "Ref1.UseCB").do("click", "CalcMapB").do("click", "CalcTargetB")  # only reference 3 in use
     case.do("click", "Ref4.UseCB").do("click", "Ref3.UseCB").do("click", "Ref4.UseCB")
-    case.do("click", "CalcMapB").do("click", "CalcTargetB")  # no reference
-    case.do("click", "Ref1.UseCB").do("click", "CalcMapB").do("click", "CalcTargetB")  # only reference 1
-    case.do("click", "UseCB.4").do("click", "UseCB.3")  # one reference and too few rows
+    case.do("click", "CalcMapB").do("click", "CalcTargetB")  # no reference in use
+    case.do("click", "Ref1.UseCB").do("click", "CalcMapB").do("click", "CalcTargetB")  # only reference 1 in use
+    case.do("click", "UseCB.4").do("click", "UseCB.3")  # one reference and too few rows in use
     case.do("click", "UseCB.3").do("click", "CalcMapB")
     return case.do("setUse", 2, True).do("setUse", 2, True).do("setUse", 1, False).do("setUse", 4, True)
 
@@ -237,11 +237,12 @@ def two_v_rows():
     load_all(case, maps=6)
     case.do("click", "CalcMapB")
     case.do("click", "VPointCB.4")  # least squares with two rows and the V row
-    case.do("click", "UseCB.1")  # three rows in use, only one of them not a V row
+    case.do("click", "UseCB.1")  # three rows in use, two of them V rows
     case.do("click", "CalcMapB").do("click", "CalcTargetB")
     case.do("check", "TypeTMKisExact", True).do("click", "UseCB.1").do("click", "CalcTargetB").do("click", "CalcMapB")
     case.do("click", "VPointCB.2").do("click", "CalcTargetB").do("click", "CalcMapB")
-    # A row in use without a map counts in collect() but not in the choice of the form.
+    # A row in use without a map is counted in collect(), but not in the choice of the
+    # form.
     case.do("click", "VPointCB.2").do("click", "VPointCB.3").do("clear", "Row1").do("click", "CalcMapB")
     return case.do("check", "TypeTMKisLS", True).do("click", "VPointCB.1").do("click", "VPointCB.2").do("click", "VPointCB.3")
 
@@ -259,7 +260,7 @@ def rows_without_maps_and_other_sizes():
     write_to(case)
     case.do("load", "Row1", "@/in/wide.dat").do("click", "CalcMapB")
     case.do("load", "Row3", "@/in/small.dat").do("click", "CalcMapB")
-    case.do("clear", "Row3").do("click", "CalcMapB")  # cleared, but its pixels are kept
+    case.do("clear", "Row3").do("click", "CalcMapB")  # the row is cleared but keeps its pixels
     case.do("clear", "Row1").do("click", "VPointCB.2").do("click", "CalcMapB")
     return case.do("click", "WriteB")
 
@@ -277,7 +278,7 @@ def binary_maps():
     case = Case("binary maps", {**only(files, *BASIC, "bin3.2dp"), **extra})
     case.do("click", "radioButton")
     load_all(case)
-    case.do("load", "Row3", "@/in/bin3.2dp").do("click", "CalcMapB")  # its pixels are appended to those of the text map
+    case.do("load", "Row3", "@/in/bin3.2dp").do("click", "CalcMapB")  # the binary map's pixels are appended to the pixels of the text map
     case.do("load", "Row5", "@/in/bin3.2dp").do("click", "UseCB.5").do("click", "UseCB.3").do("click", "VPointCB.5")
     case.do("click", "CalcMapB")
     case.do("load", "Row5", "@/in/bin3.2dp").do("load", "Row6", "@/in/short.2dp").do("click", "UseCB.6")
@@ -357,7 +358,7 @@ def map_text_forms():
 
 
 def odd_characters():
-    """Byte order marks, all kinds of white space, control characters."""
+    """Texts with byte order marks, all kinds of white space, and control characters."""
     points = inputs.spectrum_points(random.Random(24), 2, 9)
     spectrum = inputs.plain(points)
     beam = inputs.beamline(points, random.Random(24))
@@ -521,7 +522,7 @@ def valences():
         case.do("type", "Ref%d.Valence" % n, text).do("click", "CalcTargetB").do("click", "WriteB")
     case.do("type", "Ref3.Valence", "7").do("click", "Ref3.UseCB").do("click", "CalcTargetB").do("click", "Ref1.UseCB")
     case.do("click", "CalcTargetB").do("click", "CalcMapB")  # the first reference is not in use: the map is refused
-    # With only one valid reference the written valence column is 0.
+    # With only one valid reference the column of the valence is 0.
     return case.do("click", "Ref3.UseCB").do("slot", "write")
 
 
@@ -644,7 +645,7 @@ def non_equivalent_two_to_four_references():
     case = Case("non-equivalent, two to four references", {**only(files, *FIT_ALL), **HISTOGRAMS})
     load_fit(case, refs=4, rows=8).do("click", "CalcTargetB").do("click", "CalcMapB")
     write_to(case).do("click", "NonEquivBGVic").do("click", "WriteB")
-    # As many equations as unknowns, then one row too few.
+    # First with as many equations as unknowns, then with one row fewer.
     case.do("click", "UseCB.8").do("click", "WriteB").do("click", "UseCB.7")
     case.do("click", "Ref4.UseCB").do("click", "WriteB").do("click", "NonEquivBGLinear").do("click", "UseCB.6")
     case.do("click", "Ref3.UseCB").do("click", "NonEquivBGVic").do("click", "WriteB").do("click", "NonEquivBGLinear")
@@ -658,7 +659,7 @@ def non_equivalent_backgrounds():
     load_fit(case)
     for button in ("SubPostEforRef", "SubPostEforTarget", "NonEquivBGVic", "SubPreEforRef", "SubPreEforTarget"):
         case.do("click", button).do("click", "CalcTargetB")
-    # The radio buttons decide, not the argument of the last slot call.
+    # The calculation reads the radio buttons; the argument of the slot has no effect.
     case.do("slot", "changedSubBGTypeForRef", True).do("slot", "changedSubBGTypeForTarget", True)
     case.do("text", "MutT.1", "7").do("text", "Mut1.2", "7").do("click", "CalcTargetB").do("click", "CalcMapB")
     case.do("type", "PreEEndDE", "-20").do("type", "PostEStartDE", "40").do("click", "CalcTargetB")
@@ -689,7 +690,7 @@ def non_equivalent_refusals():
     both().do("loads", "Multi", ["@/in/map%d.dat" % (n + 1) for n in range(5)]).do("check", "UseCB.5", True)
     both().do("click", "NonEquivBGVic").do("click", "UseCB.2").do("click", "UseCB.3")  # no reference
     both().do("click", "UseCB.3").do("click", "Ref1.UseCB")
-    both().do("load", "Ref1", "@/in/ref1.txt").do("click", "UseCB.2")  # one reference
+    both().do("load", "Ref1", "@/in/ref1.txt").do("click", "UseCB.2")  # one valid reference
     both().do("click", "Ref2.UseCB")
     both().do("load", "Ref2", "@/in/ref2.txt")
     both().do("load", "Target", "@/in/target.txt")
@@ -713,7 +714,7 @@ def non_equivalent_base_rows():
     case.do("load", "Row2", "@/in/small.dat").do("click", "CalcMapB").do("load", "Row1", "@/in/wide.dat").do("click", "CalcMapB")
     case.do("load", "Row4", "@/in/wild.dat").do("click", "WriteB").do("load", "Row1", "@/in/wild.dat").do("click", "WriteB")
     case.do("load", "Row1", "@/in/short.dat").do("click", "WriteB")
-    case.do("clear", "Row1").do("click", "WriteB")  # cleared, but its pixels are kept and it is still the base
+    case.do("clear", "Row1").do("click", "WriteB")  # the row is cleared but keeps its pixels and is still the base row
     case.do("click", "UseCB.1").do("click", "UseCB.7").do("load", "Row7", "@/in/map1.dat").do("click", "CalcMapB")
     case.do("click", "UseCB.2").do("clear", "Row8").do("click", "UseCB.8").do("click", "CalcMapB")
     return case
@@ -786,7 +787,7 @@ def fits_of_odd_numbers():
         case.do("text", field, text)
         case.do("click", "NonEquivBGLinear" if case.panel.checked["NonEquivBGVic"] else "NonEquivBGVic")
     case.do("click", "WriteB")
-    for row in range(2, 6):  # all rows at the same energy
+    for row in range(2, 6):  # the same energy in all rows
         case.do("text", "Energy.%d" % row, "8313")
     case.do("click", "NonEquivBGLinear").do("click", "NonEquivBGVic")
     for field, text in (("Ref1.dE", "2.5"), ("Ref2.dE", "nan"), ("Ref2.dE", "-1"), ("Target.dE", "inf")):
@@ -800,7 +801,7 @@ def result_fields_of_the_target():
     for field in ("Ref1.RatioDisp", "Ref2.AmountDisp", "Ref3.RatioDisp", "Ref4.AmountDisp", "TargetDMut", "LCFRes", "CalcRes"):
         case.do("text", field, "old  text")
     load_fit(case, refs=3, rows=5).do("check", "VPointCB.2", True).do("click", "CalcTargetB")
-    case.do("click", "Ref1.UseCB").do("click", "Ref3.UseCB")  # their result fields keep the old text
+    case.do("click", "Ref1.UseCB").do("click", "Ref3.UseCB")  # the result fields of references not in use keep their old text
     case.do("load", "Ref4", "@/in/ref4.txt").do("click", "Ref4.UseCB").do("clear", "Target").do("click", "CalcTargetB")
     return case.do("click", "radioButton").do("click", "CalcTargetB").do("click", "TypeNonEquiv")
 
@@ -810,7 +811,7 @@ def fit_range():
     points = [line.split()[0] for line in files["@/in/target.txt"].splitlines()]
     case = Case("range of the linear combination fit", only(files, *BASIC[:3]))
     case.do("click", "LCFB").do("click", "LCFCB.2").do("click", "LCFCB.3")  # no valid reference
-    load_all(case, maps=0).do("click", "LCFCB.3").do("click", "LCFCB.1")  # first one row, then rows 1 and 2
+    load_all(case, maps=0).do("click", "LCFCB.3").do("click", "LCFCB.1")  # first one marked row, then rows 1 and 2
     case.do("click", "UseCB.1").do("click", "LCFCB.2").do("check", "LCFCB.8", True).do("click", "LCFB")
     for one, eight in (
         (points[3], points[3]), ("8300.001", "8300.002"), (points[2], points[9]), (points[9], points[2]), ("abc", "8500"),
@@ -841,7 +842,7 @@ def comparison_points():
     case.do("slot", "newColorLCFvs4PS").do("slot", "clearLCFvs4PS").do("click", "radioButton")
     load_all(case).do("click", "LCFB").do("check", "LCFCB.1", True).do("check", "LCFCB.4", True)
     case.do("click", "LCFB").do("slot", "newColorLCFvs4PS").do("slot", "lcf").do("click", "CalcTargetB").do("slot", "calcBoth")
-    for _ in range(43):  # up to the last colour
+    for _ in range(43):  # uses all colours of the list
         case.do("slot", "newColorLCFvs4PS")
     case.do("slot", "lcf").do("slot", "newColorLCFvs4PS").do("slot", "lcf").do("slot", "newColorLCFvs4PS")
     case.do("click", "TypeNonEquiv").do("slot", "clearLCFvs4PS")
@@ -894,7 +895,7 @@ HAND_WRITTEN = (
 
 
 class RandomCase:
-    """A random user."""
+    """A case with random actions of a user."""
 
     def __init__(self, seed, length=None, odd_files=6):
         self.rnd = random.Random("case %s" % seed)
@@ -1027,7 +1028,7 @@ def remove_unused_files(case):
 
 
 def random_numbers(seed, length=30):
-    """A case that types many random numbers, to test the arithmetic of the forms."""
+    """A case with many random numbers in the fields, to test the arithmetic of the calculation forms."""
     rnd = random.Random("numbers %s" % seed)
     files, _, _ = measurement(rnd.random(), 2, 2, 12)
     pixel = lambda: rnd.choice(("%.5g" % rnd.uniform(0, 9), "%d" % rnd.randrange(3), rnd.choice(inputs.NUMBERS).replace(" ", "") or "7"))  # noqa: E731
@@ -1057,7 +1058,7 @@ def random_numbers(seed, length=30):
 
 
 def random_fits(seed, length=30):
-    """A case of unusual pixels, energies, spectra and valences, for the
+    """A case with unusual pixels, energies, spectra and valences, for the
     non-equivalent method and the linear combination fit."""
     rnd = random.Random("fits %s" % seed)
     files, _, _ = fit_measurement(rnd.random(), 2, 2, 12)

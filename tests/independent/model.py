@@ -1,14 +1,14 @@
 """An independent model of the panel, in plain Python.
 
 It was written from the panel's required behaviour, without reading the C++
-sources. Widgets are texts in a dict, each slot is a method with the slot's
-name, and every sum has the order of operations that the program guarantees.
+sources. The texts of the widgets are in a dict, each slot is a method with the
+name of the slot, and every sum has the order of operations that the program
+guarantees.
 All arithmetic is IEEE double, as in the program; log, sin and asin come from
 the C library.
 
-Files are kept in a virtual file system (a dict from path to bytes), so cases
-are computed without touching the disk. The path "@" is a placeholder for the
-temporary folder of a replay.
+Files are in a virtual file system (a dict from path to bytes), so the model never
+uses the disk. The path "@" is a placeholder for the temporary folder of a replay.
 """
 
 import codecs
@@ -63,7 +63,7 @@ _SIX_DIGITS = Context(prec=6, rounding=ROUND_HALF_UP)
 
 
 def general(v):
-    """General format with six digits; exact halves round away from zero."""
+    """The general format with six significant digits. Exact ties round away from zero."""
     if v != v:
         return "nan"
     if math.isinf(v):
@@ -90,8 +90,8 @@ _THREE_PLACES = Context(prec=400, rounding=ROUND_HALF_UP)
 
 
 def fixed3(v):
-    """The C format "% 6.3f" as Qt prints it: -0.0 has no minus sign, but a
-    negative number that rounds to 0 keeps it."""
+    """The C format "% 6.3f" as Qt prints it. -0.0 has no minus sign, but a negative
+    number that rounds to 0 has one."""
     if v != v:
         return "   nan"
     if math.isinf(v):
@@ -110,7 +110,7 @@ _INTEGER = re.compile("[\t\n\v\f\r ]*([+-]?[0-9]+)[\t\n\v\f\r ]*")
 
 
 def number(text):
-    """A text converted to a double; 0 if it is not a number."""
+    """Converts a text to a double; 0 if it is not a number."""
     match = _NUMBER.fullmatch(text)
     if not match:
         return NAN if _NAN_WORD.fullmatch(text) else 0.0
@@ -126,8 +126,8 @@ def number(text):
 
 
 def integer(text):
-    """A text converted to a 32-bit integer; 0 if it is not one or out of range."""
-    match = _INTEGER.fullmatch(text.split("\0")[0])  # a NUL ends the text
+    """Converts a text to a 32-bit integer; 0 if it is not an integer or out of range."""
+    match = _INTEGER.fullmatch(text.split("\0")[0])  # a NUL character ends the text
     value = int(match.group(1)) if match else 0
     return value if -(1 << 31) <= value < (1 << 31) else 0
 
@@ -141,8 +141,8 @@ def tokens_of(line):
 
 
 def _bad_utf8(error):
-    """One replacement character for each invalid byte; an incomplete character at
-    the end of the file is dropped."""
+    """Returns one replacement character for each invalid byte. An incomplete character
+    at the end of the file is dropped."""
     data, start = error.object, error.start
     needed = 1 + (data[start] >= 0xC2) + (data[start] >= 0xE0) + (data[start] >= 0xF0)
     rest = data[start + 1 :]
@@ -176,7 +176,7 @@ def text_lines(content, text_mode=True):
 
 
 def next_item(line):
-    """The first item of a line (quoted, or ended by white space) and the rest."""
+    """Returns the first item of a line and the rest. An item is quoted or ends at white space."""
     start = re.search(r"[^\t\n\v\f\r ]", line)
     if not start:
         return "", ""
@@ -212,8 +212,9 @@ def hash_text(text):
 
 
 def lu_decompose(a):
-    """LU decomposition with partial pivoting. Rows are not moved; perm holds their
-    order. A zero pivot is replaced by 1.0 in divisions only."""
+    """LU decomposition with partial pivoting. The rows are not moved; perm is their
+    order. A zero pivot stays 0 in u; only the
+    elimination divides by 1.0 instead."""
     n = len(a)
     perm = list(range(n))
     work = [list(row) for row in a]
@@ -404,8 +405,8 @@ class Spectrum:
         return self.post(self.edge_energy) - self.pre(self.edge_energy)
 
     def value(self, kind, i):
-        """The absorbance of point i. Kind 1: minus the pre-edge line; 2: minus the
-        post-edge line; 4: normalised by both lines."""
+        """The absorbance of point i. Kind 1 subtracts the pre-edge line, kind 2 the
+        post-edge line; kind 4 normalises by both lines."""
         e, m = self.working(i), self.points[i][2]
         if kind == 1:
             return m - self.pre(e)
@@ -472,7 +473,7 @@ class Spectrum:
         return 0.5 * (self.working(at) + self.working(at + 1))
 
     def mut_at(self, energy):
-        """Interpolated absorbance minus a line; None if all points are below energy.
+        """The interpolated absorbance minus a line; None if all points are below energy.
 
         Below the first point it interpolates from the point (0, 0), on purpose."""
         e0 = m0 = 0.0
@@ -496,7 +497,7 @@ class Map:
     def clear(self):
         self.header_lines = []
         self.rows = []  # (x, y, intensity, i0)
-        self.values = {}  # row index to values of an extended map
+        self.values = {}  # row index -> the value list of an extended map
         self.x_num = self.y_num = 0
 
     def derive_size(self):
@@ -580,7 +581,7 @@ def is_binary_map(content):
 
 
 def binary_map(content):
-    """Width, height and pixels; 0 by 0 if the content is invalid."""
+    """Returns the width, the height and the pixels; 0 by 0 if the content is invalid."""
     if not is_binary_map(content):
         return 0, 0, []
     head = content[:64].decode("utf-8-sig", "replace")
@@ -643,7 +644,7 @@ class Histogram:
         return "".join(lines)
 
     def numbers(self):
-        """The limits and all counts."""
+        """The limits and all counts in one list."""
         counts = [self.under, self.over, max(self.bins, default=0), *self.bins]
         return [self.min, self.max, self.step, *map(float, counts)]
 
@@ -653,7 +654,7 @@ class Histogram:
 
 class Files:
     """A virtual file system: a dict from normalised absolute path to content, and a
-    set of folders."""
+    set of existing folders."""
 
     ROOT = "@"
     CWD = "@/cwd"
@@ -683,7 +684,7 @@ class Files:
         path = self.normal(path)
         if path is None or path in self.folders or posixpath.dirname(path) not in self.folders:
             return False
-        if path.startswith("/"):  # only the replay's folder is writable
+        if path.startswith("/"):  # only the temporary folder of the replay is writable
             return False
         self.content[path] = data
         return True
@@ -718,7 +719,7 @@ REFS = range(4)
 
 
 class Refused(Exception):
-    """Raised to stop a calculation, with a message or None."""
+    """Stops a calculation. Its argument is the message, or None for no message."""
 
 
 class Panel:
@@ -759,7 +760,7 @@ class Panel:
         self.hist_ratio = [Histogram() for _ in REFS]
         self.hist_dmut = [Histogram() for _ in REFS]
         self.lcf_mut = None
-        self.lcf_points = []  # (a, valence of the target, a, valence of the fit, colour)
+        self.lcf_points = []  # (a and valence of the target calculation, a and valence of the fit, colour)
         self.lcf_color = 0
 
         for name in ("Ref1", "Ref2", "Ref3", "Ref4", "Target"):
@@ -863,10 +864,10 @@ class Panel:
         self._show_mut("MutT", row, self.spectra[4], energy)
 
     def receiveNewEnergy(self, _e):
-        """A direct call has no sender, so the row is unknown and nothing happens."""
+        """A direct call has no sender, so the row is unknown: no effect."""
 
     def receiveNewFile(self, _name):
-        """A direct call has no sender, but the calculation still runs."""
+        """A direct call has no sender: only the calculation runs."""
         self.calcBoth()
 
     def receiveNewDir(self, _dir):
@@ -950,7 +951,7 @@ class Panel:
     # file rows
 
     def new_file(self, row, path):
-        """newFile() of a file row, including the slots connected to its signals."""
+        """The slot newFile() of a file row and all slots connected to the row's signals."""
         if row == "Save":
             if self.files.base_and_suffix(path)[1] != "dat":
                 path += ".dat"
@@ -1013,7 +1014,7 @@ class Panel:
         return sum(self.used(n) and self.spectra[n].valid for n in REFS)
 
     def checked_reference(self, position):
-        """The index of the n-th checked reference, or None."""
+        """The row index of the checked reference at a position in the list; None if there is none."""
         checked = [n for n in REFS if self.used(n)]
         return checked[position] if position < len(checked) else None
 
@@ -1036,8 +1037,8 @@ class Panel:
             self.message("Number of valied Ref Files is %d, which is less than 2." % count)
 
     def collect(self, needed):
-        """Returns the other rows, the V row, and for all of them the energies and both
-        references' values; also the ratio of the edge jumps."""
+        """Returns the rows in use except the V row, the V row, the energies and both
+        references' values of all these rows, and the ratio of the edge jumps."""
         first, second = self.checked_reference(0), self.checked_reference(1)
         if first is None or second is None:
             raise Refused(None)
@@ -1070,7 +1071,7 @@ class Panel:
     NEEDED = {"3ps": 3, "exact": 4, "ls": 0}
 
     def solver(self, form):
-        """Returns the rows, the V row, and a function of their absorbances."""
+        """Returns the rows, the V row, and the calculation as a function of their absorbances."""
         others, v, E, R1, R2, r = self.collect(self.NEEDED[form])
         if form == "3ps":
             rows = others[:2]
@@ -1164,7 +1165,8 @@ class Panel:
                 raise Refused(None)
             return self._non_equivalent_map()
         rows, v, run = self.solver(self.form_of(n))
-        # This family starts the references' histograms but counts nothing in them.
+        # The four-points methods reset the histograms of the references but count
+        # nothing in them.
         self._start_histograms([self.hist_v, *self.hist_ratio], [self.hist_t, *self.hist_dmut])
         base_row = self.maps[v]
         self.base.clear()
@@ -1257,7 +1259,7 @@ class Panel:
         refs = self.first_checked(valid)
         target = self.spectra[4]
         sums = NormalEquations(valid + 1)
-        in_range = []  # (angle, energy, values of the references)
+        in_range = []  # (angle, energy, list of the references' values)
         for i, point in enumerate(target.points):
             e = target.working(i)
             if e >= lowest and e <= highest:
@@ -1353,7 +1355,7 @@ class Panel:
         return next((group for group in RADIO_GROUPS if button in group), None)
 
     def check(self, button, on):
-        """Sets a button from code, including the slots connected to toggled()."""
+        """Sets a button by setChecked() and calls the slots connected to toggled()."""
         if self.checked[button] == on:
             return
         group = self._group(button)
@@ -1394,7 +1396,7 @@ class Panel:
     # the state that the replay compares
 
     def state(self):
-        """A dict from field to text; fields with an empty text are left out."""
+        """The state as a dict from field to text, without fields whose text is empty."""
         state = dict(self.text)
         for name, on in self.checked.items():
             state[name] = "on" if on else ""
@@ -1459,7 +1461,8 @@ def three_points(T, TV, R1, R1V, R2, R2V):
         return div(XV - X[0], X[1] - X[0])
 
     a = div(f(T, TV) - f(R2, R2V), f(R1, R1V) - f(R2, R2V))
-    # The divisor mixes both references on purpose.
+    # The divisor subtracts values of different references, on purpose: the program does
+    # the same.
     t = div(T[1] - T[0], 0.5 * ((R1[1] - R2[0]) + (R1[1] - R1[0])))
     return a, t
 
@@ -1503,8 +1506,8 @@ def least_square(T, TV, R1, R1V, R2, R2V, E, EV, r):
 
 
 class NonEquivalent:
-    """The non-equivalent method: the data that all pixels share, and the solution
-    as a list of thirteen columns."""
+    """The non-equivalent method: the data common to all pixels, and the solution for
+    one pixel as a list of thirteen columns."""
 
     def __init__(self, panel):
         self.linear = panel.checked["NonEquivBGLinear"]
@@ -1521,8 +1524,8 @@ class NonEquivalent:
         self.weights = [div(spectrum.jump(), self.jump_sum) for spectrum in spectra]
 
     def solve(self, T):
-        """Returns the columns that the fit gives, and the sum of the shares before
-        they were divided by it."""
+        """Returns the columns of the fit, and the sum of the shares before they were
+        divided by it."""
         n = len(self.refs)
         sums = NormalEquations(n + (2 if self.linear else 3))
         for e, y in enumerate(T):
@@ -1558,12 +1561,12 @@ class NonEquivalent:
 
 
 def as_bytes(content):
-    """The content of a file in a case (a text or hexadecimal digits) as bytes."""
+    """Converts the content of a file in a case, a text or hexadecimal digits, to bytes."""
     return content.encode("utf-8") if isinstance(content, str) else bytes.fromhex(content["hex"])
 
 
 def perform(panel, action):
-    """Performs one action: of a user, by code, or on the file system."""
+    """Performs one action: by the user, by a call from code, or on the file system."""
     what, *args = action
     if what == "load":
         panel.new_file(*args)
@@ -1606,7 +1609,7 @@ def perform(panel, action):
 
 
 def set_base(base, values):
-    """Sets the result map of the panel directly."""
+    """Replaces the result map of the panel without a calculation."""
     base.clear()
     base.extended = values["extended"]
     base.x_num, base.y_num = values["size"]

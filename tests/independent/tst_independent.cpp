@@ -1,5 +1,6 @@
-// Replays the cases of the independent model on a real panel and compares every text,
-// state and written file with the model's. The README in this folder describes the cases.
+// Replays the cases of the independent model on a real panel. Every text, state and
+// written file must be equal to the model's. The README in this folder describes the
+// cases.
 
 #include "display/Histgram.h"
 #include "panel/FourPs.h"
@@ -35,8 +36,8 @@ namespace
 
 using State = QMap<QString, QString>;
 
-/// The folder of the cases: the value of the environment variable AELK_CASES if it is
-/// set, otherwise the folder of the committed cases.
+/// The folder of the cases: the environment variable AELK_CASES or, if it is not set, the
+/// folder of the committed cases.
 QString caseFolder()
 {
     return qEnvironmentVariable("AELK_CASES", QStringLiteral(AELK_CASES));
@@ -51,7 +52,7 @@ QJsonObject readJson(const QString& path)
     return QJsonDocument::fromJson(file.readAll()).object();
 }
 
-/// The content of a file in a case: a text or hexadecimal bytes.
+/// The content of a file in a case, which is stored as a text or as hexadecimal digits.
 QByteArray contentOf(const QJsonValue& value)
 {
     return value.isString()
@@ -59,7 +60,8 @@ QByteArray contentOf(const QJsonValue& value)
                : QByteArray::fromHex(value.toObject().value("hex").toString().toLatin1());
 }
 
-/// FNV-1a hash over 64-bit words; its text is the first 8 digits, as in the cases.
+/// FNV-1a hash (Fowler, Noll and Vo) over 64-bit words. The cases contain the first 8
+/// hexadecimal digits.
 class Hash
 {
 public:
@@ -117,21 +119,21 @@ QString countAndHash(const QList<double>& numbers)
     return QStringLiteral("%1 %2").arg(numbers.size()).arg(hash.text());
 }
 
-/// A number with 17 digits, for messages about differences.
+/// A number with 17 significant digits, for messages about differences.
 QString allDigits(double value)
 {
     return QString::number(value, 'g', 17);
 }
 
-/// A panel in its own temporary folder, driven by the actions of a case.
+/// A panel with its own temporary folder that performs the actions of a case.
 class Replay
 {
 public:
     explicit Replay(const QJsonObject& caseObject);
     ~Replay();
 
-    /// Runs the case. Returns an empty string if the panel matches the model, otherwise a
-    /// description of the difference.
+    /// Runs the case. Returns a description of the first difference between the panel and
+    /// the model; empty if there is none.
     QString run();
 
 private:
@@ -316,15 +318,14 @@ QMap<QString, Replay::Operation> Replay::operations()
     };
 }
 
-/// Calls AFileSelect::newFile() explicitly, because spectrum rows have a slot of the same
-/// name.
+/// Names the base class explicitly, because spectrum rows have a slot with the same name.
 void Replay::newFile(const QJsonArray& action)
 {
     fileRow(action.at(1).toString())->AFileSelect::newFile(local(action.at(2).toString()));
 }
 
-/// Calls a slot by name. A slot with a MouseC* argument gets a null pointer; another slot
-/// with an argument gets @p value, converted to the argument's type.
+/// Calls a slot by name. A MouseC* argument is a null pointer. Any other argument is
+/// @p value, converted to the argument's type.
 void Replay::callSlot(QObject* object, const QString& name, const QJsonValue& value)
 {
     const QByteArray slot = name.toLatin1();
@@ -373,9 +374,9 @@ void Replay::setBase(const QJsonObject& values)
     }
 }
 
-// Field names: "Energy.3" is a widget of the third energy row, "Ref2.dE" and "Target.dE"
-// belong to the row of a spectrum, "Ref1.RatioDisp" to the row of a reference. Any other
-// name is the widget's object name.
+// Field names: "Energy.3" is a widget of the third energy row; "Ref2.dE" and "Target.dE"
+// are widgets of the row of a spectrum; "Ref1.RatioDisp" is a widget of the row of a
+// reference. Any other name is the object name of the widget.
 
 AEPoint* Replay::energyRow(const QString& field) const
 {
@@ -651,7 +652,7 @@ void Replay::addFit(State& s) const
     s["LCFColor"] = m_panel->LCFColor == 0 ? QString() : QString::number(m_panel->LCFColor);
 }
 
-/// Numbers as one line of text with 17 digits each.
+/// Numbers with 17 significant digits each, in one line of text.
 QString lineOf(const QList<double>& numbers)
 {
     QStringList texts;
@@ -673,7 +674,8 @@ QStringList linesOf(const AMutE& spectrum)
     return lines;
 }
 
-/// The numbers from which a hash was calculated, for messages about differences.
+/// The numbers from which the hash of a field was calculated, for messages about
+/// differences.
 QString Replay::details(const QString& field) const
 {
     const QString name = field.section(QLatin1Char('.'), 0, 0);

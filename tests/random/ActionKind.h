@@ -12,8 +12,8 @@ namespace tests
 
 struct ActionKind {
     QString name;
-    int weight;                        ///< relative frequency
-    std::function<QString(Draw&)> act; ///< performs it and returns a description
+    int weight;                        ///< frequency relative to the other kinds
+    std::function<QString(Draw&)> act; ///< performs the action and returns its description
 };
 
 } // namespace tests

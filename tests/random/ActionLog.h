@@ -1,4 +1,4 @@
-// Records the current action, for a run that crashes or hangs.
+// Records the current action, so that it is known after a crash or a hang.
 #pragma once
 
 #include "random/CrashNote.h"
@@ -10,12 +10,12 @@
 namespace tests
 {
 
-/// Writes the current action to a file and to the crash note. An alarm ends a run whose
-/// action does not return.
+/// Writes the current action to a log file and to the crash note. SIGALRM ends the
+/// program if an action does not return.
 class ActionLog
 {
 public:
-    /// @param path  path of the log file; empty for no file
+    /// @param path  path of the log file; empty for no log file
     ActionLog(const QString& path, unsigned seed)
         : m_file(path)
         , m_seed(seed)
@@ -24,7 +24,7 @@ public:
         installCrashNote();
     }
 
-    /// Records an action and restarts the alarm.
+    /// Records the start of an action and restarts the alarm.
     void begin(int action, const QString& kind)
     {
         if (m_isLogging) {

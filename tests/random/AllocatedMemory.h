@@ -1,4 +1,4 @@
-// The amount of memory that the process has allocated.
+// Measures the memory that the process has allocated.
 #pragma once
 
 #ifdef __SANITIZE_ADDRESS__
@@ -20,7 +20,7 @@ extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 namespace tests
 {
 
-/// Bytes that are allocated and not freed.
+/// The number of bytes that are allocated and not yet freed.
 inline double allocatedBytes()
 {
 #ifdef AELK_WITH_ADDRESS_SANITIZER
@@ -31,7 +31,7 @@ inline double allocatedBytes()
 #endif
 }
 
-/// Factor by which the sanitizer slows the process down.
+/// Approximate factor by which AddressSanitizer slows the process down; 1 without it.
 #ifdef AELK_WITH_ADDRESS_SANITIZER
 inline constexpr double slowness = 4.0;
 #else

@@ -29,7 +29,8 @@ void print(std::string_view text)
     [[maybe_unused]] const auto written = ::write(STDERR_FILENO, text.data(), text.size());
 }
 
-/// Prints the note once: several handlers may run one after the other.
+/// Prints the note and @p end. Only the first call prints, because several handlers can
+/// run one after another.
 void printNote(std::string_view end)
 {
     if (isPrinted == 0) {
@@ -39,8 +40,8 @@ void printNote(std::string_view end)
     }
 }
 
-// Prints the note and raises the signal again. Its default action is restored by then
-// (SA_RESETHAND), so the program ends as it would without this handler.
+// Prints the note and raises the signal again. SA_RESETHAND has already restored the
+// default action, so the program ends as it would without this handler.
 void onFault(int signal)
 {
     printNote(": the program ended here\n");
@@ -48,18 +49,18 @@ void onFault(int signal)
 }
 
 #ifndef AELK_WITH_ADDRESS_SANITIZER
-/// Stack of the handlers, because a stack overflow leaves no space on the normal one.
+/// Stack of the handlers. After a stack overflow the normal stack has no space for them.
 std::array<char, 65536> alternateStack;
 #endif
 
 void onAlarm(int)
 {
-    printNote(": it never ends\n");
+    printNote(": the action did not return in time\n");
     ::_exit(3);
 }
 
-/// Installs @p handler for @p signal. It is called at most once; afterwards the default
-/// action applies.
+/// Installs @p handler for the first @p signal. Afterwards the default action applies
+/// again.
 void handleOnce(int signal, void (*handler)(int))
 {
     struct sigaction action = {};
@@ -96,7 +97,7 @@ void setCrashNote(const QByteArray& note)
 } // namespace tests
 
 #ifdef AELK_WITH_ADDRESS_SANITIZER
-// The undefined behaviour sanitizer calls this before each report. With gcc the death
+// UBSan calls this function before each report. It is needed because, with GCC, the death
 // callback does not run when UBSan ends the program.
 extern "C" void __ubsan_on_report()
 {

@@ -1,4 +1,4 @@
-// Prints a note when the program crashes.
+// Prints a note about the current action when the program crashes.
 #pragma once
 
 #include <QByteArray>
@@ -6,12 +6,12 @@
 namespace tests
 {
 
-/// Installs handlers: a sanitizer's report, a crash, an abort and an alarm print the
-/// latest note, followed by the cause. The handlers only write existing text and do not
-/// allocate, because the heap may be corrupt.
+/// Installs handlers for sanitizer reports, crashes, aborts and alarms. They print the
+/// latest note and the cause. The handlers only write existing text and do not allocate,
+/// because the heap may be corrupt.
 void installCrashNote();
 
-/// Sets the note, a single line. It is cut after 300 bytes.
+/// Sets the note, a single line. Only its first 300 bytes are used.
 void setCrashNote(const QByteArray& note);
 
 } // namespace tests

@@ -23,7 +23,7 @@ QList<Histgram*> histogramsOf(const FourPs& panel)
     return QList<Histgram*>{panel.HistV, panel.HistT} + panel.HistRatio + panel.HistDMut;
 }
 
-/// A histogram with the limits and the number of bins from the edits, and all counts 0.
+/// A histogram with all counts 0. Its limits and number of bins are read from the edits.
 HistogramCounts emptyCounts(const Histgram* histogram)
 {
     const double from = histogram->fromEdit->text().toDouble();
@@ -128,8 +128,9 @@ ExpectedResult::Form ExpectedResult::fourPointForm(int selected) const
     return others + 1 < needed ? Form::None : form; // plus 1 for the V row
 }
 
-// As in the program, on purpose: a reference row in use with index i needs an i-th entry
-// in the list of references in use, and that reference must be valid.
+// The program's rule, reproduced on purpose: if the reference row with index i is in use,
+// the list of references in use must have an entry with index i, and that reference must
+// be valid.
 bool ExpectedResult::hasBrokenReference() const
 {
     const QList<int> used = usedReferences();

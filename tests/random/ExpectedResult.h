@@ -1,4 +1,4 @@
-// The expected result of a map calculation, from the reference implementations.
+// Calculates the expected result of a map calculation by the reference implementations.
 #pragma once
 
 #include "analysis/HistogramCounts.h"
@@ -12,8 +12,8 @@ class FourPs;
 namespace tests
 {
 
-/// A result and its histograms: valence, thickness, then the shares and the dMut of the
-/// references.
+/// A result map and its histograms: valence, thickness, then the shares and the dMut of
+/// the references.
 struct MapResult {
     A2DData map;
     QList<analysis::HistogramCounts> counts;
@@ -26,8 +26,8 @@ MapResult resultOf(const FourPs& panel);
 /// bit.
 QString differenceOf(const MapResult& a, const MapResult& b);
 
-/// Calculates the result for the state of a panel's widgets and maps, with the reference
-/// implementations.
+/// Calculates the expected result for the current state of a panel's widgets and maps by
+/// the reference implementations.
 class ExpectedResult
 {
 public:

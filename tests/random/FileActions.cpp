@@ -30,7 +30,7 @@ FileActions::FileActions(PanelWindows& windows, RandomFiles& files)
     : m_windows(windows)
     , m_files(files)
 {
-    m_files.goodMap(0);
+    m_files.validMap(0);
     for (AFileSelect* row : rowsWithDialogs()) {
         row->setDir(m_files.folder());
         row->dialog->show();
@@ -39,8 +39,8 @@ FileActions::FileActions(PanelWindows& windows, RandomFiles& files)
     closeDialogs();
 }
 
-// One row per kind of dialog; the other rows are alike. Each dialog that was opened keeps
-// a megabyte of memory.
+// One row for each kind of dialog, because all dialogs of a kind behave alike. A dialog
+// allocates a megabyte when it is opened and keeps it.
 QList<AFileSelect*> FileActions::rowsWithDialogs() const
 {
     const FourPs& panel = m_windows.panel();
@@ -51,8 +51,8 @@ QList<AFileSelect*> FileActions::rowsWithDialogs() const
 QList<ActionKind> FileActions::kinds()
 {
     return {
-        {"good file", 8, [this](Draw& draw) { return loadGood(draw); }},
-        {"hostile file", 8, [this](Draw& draw) { return loadHostile(draw); }},
+        {"valid file", 8, [this](Draw& draw) { return loadValid(draw); }},
+        {"invalid file", 8, [this](Draw& draw) { return loadInvalid(draw); }},
         {"file that changes", 3, [this](Draw& draw) { return loadThenDamage(draw); }},
         {"several files", 3, [this](Draw& draw) { return loadSeveral(draw); }},
         {"all files", 2, [this](Draw& draw) { return loadEverything(draw); }},
@@ -68,47 +68,47 @@ AFileSelect* FileActions::someRow(bool ofASpectrum, Draw& draw) const
     return ofASpectrum ? draw.oneOf(panel.XafsFiles) : draw.oneOf(panel.EPoints)->FileSelect;
 }
 
-QString FileActions::goodFile(bool ofASpectrum, Draw& draw)
+QString FileActions::validFile(bool ofASpectrum, Draw& draw)
 {
     if (ofASpectrum) {
-        return m_files.goodSpectrum(draw.upTo(3));
+        return m_files.validSpectrum(draw.upTo(3));
     }
-    return draw.onceIn(6) ? m_files.goodBinaryMap(draw.upTo(2)) : m_files.goodMap(draw.upTo(9));
+    return draw.onceIn(6) ? m_files.validBinaryMap(draw.upTo(2)) : m_files.validMap(draw.upTo(9));
 }
 
-QString FileActions::loadGood(Draw& draw)
+QString FileActions::loadValid(Draw& draw)
 {
     const bool ofASpectrum = draw.onceIn(2);
     AFileSelect* row = someRow(ofASpectrum, draw);
-    const QString path = goodFile(ofASpectrum, draw);
+    const QString path = validFile(ofASpectrum, draw);
     row->newFile(path);
-    return PanelWindows::nameOf(row) + " takes " + shortName(path);
+    return PanelWindows::nameOf(row) + " loads " + shortName(path);
 }
 
-QString FileActions::loadHostile(Draw& draw)
+QString FileActions::loadInvalid(Draw& draw)
 {
     AFileSelect* row = someRow(draw.onceIn(2), draw);
-    // A good file of the wrong kind is hostile, too.
+    // A valid file of the wrong kind is also an invalid input.
     const QString path =
-        draw.onceIn(8) ? goodFile(draw.onceIn(2), draw) : m_files.hostileFile(draw);
+        draw.onceIn(8) ? validFile(draw.onceIn(2), draw) : m_files.invalidFile(draw);
     row->newFile(path);
-    return PanelWindows::nameOf(row) + " takes " + shortName(path);
+    return PanelWindows::nameOf(row) + " loads " + shortName(path);
 }
 
-// Changes the file after it was loaded. The loaded data must not change; loading again
-// must read the changed file.
+// Changes the file after it was loaded. The change must not affect the loaded data. If
+// the file is loaded again, the changed file must be read.
 QString FileActions::loadThenDamage(Draw& draw)
 {
     const bool ofASpectrum = draw.onceIn(2);
     AFileSelect* row = someRow(ofASpectrum, draw);
-    const QString path = goodFile(ofASpectrum, draw);
+    const QString path = validFile(ofASpectrum, draw);
     row->newFile(path);
     const QString change = m_files.damage(path, draw);
     WidgetActions::click(m_windows.panel().ui.CalcMapB);
     if (draw.onceIn(2)) {
         row->newFile(path);
     }
-    return PanelWindows::nameOf(row) + " takes " + shortName(path) + ", then " + change;
+    return PanelWindows::nameOf(row) + " loads " + shortName(path) + ", then " + change;
 }
 
 QString FileActions::loadSeveral(Draw& draw)
@@ -117,7 +117,7 @@ QString FileActions::loadSeveral(Draw& draw)
     const bool forDisplay = draw.onceIn(2);
     QStringList paths;
     for (int i = draw.upTo(forDisplay ? 3 : 11); i >= 0; --i) {
-        paths.append(draw.onceIn(4) ? m_files.hostileFile(draw) : goodFile(forDisplay, draw));
+        paths.append(draw.onceIn(4) ? m_files.invalidFile(draw) : validFile(forDisplay, draw));
     }
     (forDisplay ? panel.ui.DispFSelect : panel.MultiFiles)->newFiles(paths);
     return QStringLiteral("%1 %2").arg(paths.size()).arg(forDisplay ? "for display" : "maps");
@@ -127,12 +127,12 @@ QString FileActions::loadEverything(Draw& draw)
 {
     FourPs& panel = m_windows.panel();
     for (int i = 0; i < 2 + draw.upTo(3); ++i) {
-        panel.XafsFiles.at(i)->AFileSelect::newFile(m_files.goodSpectrum(i % 3));
+        panel.XafsFiles.at(i)->AFileSelect::newFile(m_files.validSpectrum(i % 3));
     }
-    panel.ui.TargetFile->AFileSelect::newFile(m_files.goodSpectrum(draw.upTo(3)));
+    panel.ui.TargetFile->AFileSelect::newFile(m_files.validSpectrum(draw.upTo(3)));
     QStringList maps;
     for (int i = 0; i < panel.EPoints.size(); ++i) {
-        maps.append(m_files.goodMap(i % 5));
+        maps.append(m_files.validMap(i % 5));
     }
     panel.MultiFiles->newFiles(maps);
     for (ARefFile* row : std::as_const(panel.Refs.RefRows)) {
@@ -158,7 +158,7 @@ QString FileActions::drop(Draw& draw)
     }
     AFileSelect* row = draw.oneOf(rows);
     const QString path =
-        draw.onceIn(3) ? m_files.hostileFile(draw) : goodFile(draw.onceIn(2), draw);
+        draw.onceIn(3) ? m_files.invalidFile(draw) : validFile(draw.onceIn(2), draw);
     dropFile(row, path);
     return PanelWindows::nameOf(row) + " gets " + shortName(path);
 }
@@ -180,19 +180,19 @@ QString FileActions::useDialog(Draw& draw)
     WidgetActions::click(row->SelectB);
     const QString done = useOpenDialog(row, draw);
     m_boxes.setAccepting(false);
-    closeDialogs(); // an open dialog would follow changes in the folder and move its highlight
+    closeDialogs(); // an open dialog would follow changes in the folder and move its selection
     return PanelWindows::nameOf(row) + done;
 }
 
-// The dialog asks in a message box about a missing file or one to be overwritten; m_boxes
-// answers.
+// The dialog shows a message box if a file is missing or would be overwritten. m_boxes
+// answers it.
 QString FileActions::useOpenDialog(AFileSelect* row, Draw& draw)
 {
     QString done;
     rows::FileDialog* dialog = row->dialog;
     const auto* model = dialog->findChild<QFileSystemModel*>();
     for (int i = draw.upTo(3); i > 0; --i) {
-        const QString path = draw.onceIn(3) ? m_files.hostileFile(draw) : goodFile(i > 1, draw);
+        const QString path = draw.onceIn(3) ? m_files.invalidFile(draw) : validFile(i > 1, draw);
         auto* list = dialog->findChild<QAbstractItemView*>(QStringLiteral("listView"));
         list->setCurrentIndex(model->index(path));
         done += u' ' + shortName(path);

@@ -19,23 +19,22 @@ namespace tests
 class FileActions
 {
 public:
-    /// Opens each dialog once, because a dialog keeps memory after its first use, which
-    /// would count as growth later. @p files must be ready and must outlive the actions.
+    /// Opens each dialog once. A dialog keeps the memory of its first use, which would
+    /// otherwise be counted as memory growth later. @p files must be ready and must
+    /// outlive the actions.
     FileActions(PanelWindows& windows, RandomFiles& files);
 
     QList<ActionKind> kinds();
 
-    /// Loads good files into the rows and sets their options, so that every calculation
-    /// can run.
+    /// Loads valid files into the rows and sets the options that a calculation needs.
     QString loadEverything(Draw& draw);
 
-    /// Closes all dialogs.
     void closeDialogs();
 
 private:
-    QString goodFile(bool ofASpectrum, Draw& draw);
-    QString loadGood(Draw& draw);
-    QString loadHostile(Draw& draw);
+    QString validFile(bool ofASpectrum, Draw& draw);
+    QString loadValid(Draw& draw);
+    QString loadInvalid(Draw& draw);
     QString loadThenDamage(Draw& draw);
     QString loadSeveral(Draw& draw);
     QString drop(Draw& draw);

@@ -30,7 +30,7 @@ MainWindowUser::MainWindowUser(Body& body, RandomFiles& files, unsigned seed)
     for (const ActionKind& kind : std::as_const(m_kinds)) {
         m_weight += kind.weight;
     }
-    settle();
+    resetToFixedState();
 }
 
 const ActionKind& MainWindowUser::chosen(Draw& draw) const
@@ -88,9 +88,9 @@ void MainWindowUser::limitGrowth()
     }
 }
 
-// Resets everything whose size affects memory: bins, result, spectra, points, texts and
-// the toolkit's caches.
-void MainWindowUser::settle()
+// Resets everything whose size affects the allocated memory: bins, result, spectra,
+// points, texts and Qt's pixmap cache.
+void MainWindowUser::resetToFixedState()
 {
     FourPs& panel = m_windows.panel();
     m_files.closeDialogs();
@@ -114,7 +114,7 @@ void MainWindowUser::settle()
     QPixmapCache::clear();
 }
 
-// Clears the undo history of each field with setText().
+// setText() clears the undo history of a field.
 void MainWindowUser::clearUndo()
 {
     for (const QWidget* window : m_windows.all()) {

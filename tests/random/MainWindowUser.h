@@ -15,38 +15,40 @@ namespace tests
 {
 
 /// Performs actions by number. The random choices of an action depend only on the seed
-/// and its number, so actions can be left out. Its effect depends on the state that
-/// earlier actions left.
+/// and on its number, so a run can omit actions without changing the others. The effect
+/// of an action also depends on the state after the earlier actions.
 class MainWindowUser
 {
 public:
-    /// Shows the main window and loads files into all rows. @p files must be ready.
+    /// Shows the main window and loads files into all rows. @p files must be ready and
+    /// must outlive this object.
     MainWindowUser(Body& body, RandomFiles& files, unsigned seed);
 
-    /// The name of an action's kind.
+    /// The name of the kind of action @p action.
     QString kindOf(int action) const;
 
-    /// Performs an action, processes all resulting events, and returns a description.
+    /// Performs an action and processes all resulting events. Returns a description.
     QString act(int action);
 
-    /// Returns and clears the names of the pictures that the latest action makes stale on
-    /// purpose.
+    /// Returns and clears the names of the pictures that the latest action leaves
+    /// outdated on purpose.
     QStringList takeStalePictures() { return m_mouse.takeStalePictures(); }
 
-    /// Call this after the checks of an action. Limits everything that grows by design
-    /// (lines of the message box, spectra for display, points of the comparison, long
-    /// texts in fields) and everything that makes actions slow (window sizes, numbers of
-    /// bins).
+    /// Call this after the checks of each action. It limits everything that grows by
+    /// design (lines of the message box, displayed spectra, points of the comparison
+    /// plot, long texts in fields) and everything that slows actions down (window sizes,
+    /// numbers of bins).
     void tidy();
 
-    /// Resets the panel to a state that always takes the same amount of memory.
-    void settle();
+    /// Resets the panel to a fixed state. Its memory then does not depend on earlier
+    /// actions, so two measurements can be compared.
+    void resetToFixedState();
 
-    /// The number of pixels of all loaded maps and all visible windows. The time of an
-    /// action is proportional to it.
+    /// The number of pixels of all loaded maps and all visible windows. The running time
+    /// of an action is proportional to this number.
     double pixels() const;
 
-    /// Bytes that fields keep permanently because they once had a long text.
+    /// Bytes that text fields do not free after a long text.
     double keptByFields() const { return m_widgets.keptByFields(); }
 
 private:

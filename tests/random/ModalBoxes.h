@@ -1,4 +1,4 @@
-// Answers the message boxes of file dialogs.
+// Answers the message boxes of file dialogs automatically.
 #pragma once
 
 #include <QAbstractButton>
@@ -9,8 +9,8 @@
 namespace tests
 {
 
-/// Answers every message box that opens during its lifetime; a modal box would otherwise
-/// block for ever.
+/// Answers every message box that opens during its lifetime. Without an answer a modal
+/// box would block the test for ever.
 class ModalBoxes : public QObject
 {
 public:
@@ -21,7 +21,8 @@ public:
         m_timer.start(interval);
     }
 
-    /// Sets whether to answer yes, if the box has that button. Default: no.
+    /// Sets whether to click "Yes" if the box has that button. The default is not to
+    /// click it.
     void setAccepting(bool accepts) { m_accepts = accepts; }
 
 private:

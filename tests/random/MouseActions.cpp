@@ -14,8 +14,8 @@ namespace tests
 namespace
 {
 
-/// A random position, usually inside the widget.
-QPointF placeIn(const QWidget* widget, Draw& draw)
+/// A random position, mostly inside the widget.
+QPointF positionIn(const QWidget* widget, Draw& draw)
 {
     if (draw.onceIn(12)) {
         return draw.oneOf<QPointF>({{-5, -5}, {1e5, -1e5}, {0, 0}, {2e9, 2e9}});
@@ -24,9 +24,9 @@ QPointF placeIn(const QWidget* widget, Draw& draw)
     return {x + 0.25 * draw.upTo(4), double(draw.upTo(widget->height()))};
 }
 
-/// A random turn of the wheel: usually a notch up or down, otherwise part of a notch,
-/// many notches, sideways or diagonal.
-QPoint someTurn(Draw& draw)
+/// A random wheel turn in eighths of a degree: mostly one notch (120) up or down;
+/// sometimes part of a notch, ten notches, sideways or diagonal.
+QPoint randomTurn(Draw& draw)
 {
     const int size = draw.oneOf({120, 120, 120, 15, 1, 1200});
     const int turn = draw.onceIn(2) ? size : -size;
@@ -38,13 +38,13 @@ QPoint someTurn(Draw& draw)
 QList<ActionKind> MouseActions::kinds()
 {
     return {
-        {"wheel", 6, [this](Draw& draw) { return turn(draw); }},
+        {"wheel", 6, [this](Draw& draw) { return turnWheelIn(draw); }},
         {"move", 3, [this](Draw& draw) { return moveAround(draw); }},
-        {"stroke", 8, [this](Draw& draw) { return stroke(draw); }},
+        {"free drag", 8, [this](Draw& draw) { return dragFreely(draw); }},
         {"double click", 8, [this](Draw& draw) { return doubleClickAt(draw); }},
         {"legend", 3, [this](Draw& draw) { return pressInLegend(draw); }},
         {"line", 5, [this](Draw& draw) { return dragLine(draw); }},
-        {"bar", 4, [this](Draw& draw) { return dragBar(draw); }},
+        {"colour bar", 4, [this](Draw& draw) { return dragBar(draw); }},
     };
 }
 
@@ -77,17 +77,17 @@ void MouseActions::releaseButton(QWidget* widget, const QPointF& at, Qt::MouseBu
     }
 }
 
-QString MouseActions::turn(Draw& draw)
+QString MouseActions::turnWheelIn(Draw& draw)
 {
     const QList<QWidget*> all = surfaces();
     if (all.isEmpty()) {
         return {};
     }
     QWidget* surface = draw.oneOf(all);
-    const QPointF at = placeIn(surface, draw);
+    const QPointF at = positionIn(surface, draw);
     move(surface, at);
     const int turns = draw.onceIn(20) ? 300 : 1 + draw.upTo(3);
-    const QPoint delta = someTurn(draw);
+    const QPoint delta = randomTurn(draw);
     const Qt::KeyboardModifiers keys = someKeys(draw);
     for (int i = 0; i < turns; ++i) {
         turnWheel(surface, at, delta, keys);
@@ -103,13 +103,14 @@ QString MouseActions::moveAround(Draw& draw)
     }
     QWidget* surface = draw.oneOf(all);
     for (int i = 0; i < 3; ++i) {
-        move(surface, placeIn(surface, draw));
+        move(surface, positionIn(surface, draw));
     }
     return PanelWindows::nameOf(surface);
 }
 
-// A press, some moves and a release; any part can be missing.
-QString MouseActions::stroke(Draw& draw)
+// A press, up to three moves and a release. The press, the moves or the release can be
+// missing.
+QString MouseActions::dragFreely(Draw& draw)
 {
     const QList<QWidget*> all = surfaces();
     if (all.isEmpty()) {
@@ -119,13 +120,13 @@ QString MouseActions::stroke(Draw& draw)
     const Qt::MouseButton button = someButton(draw);
     const Qt::KeyboardModifiers keys = someKeys(draw);
     if (!draw.onceIn(6)) {
-        press(surface, placeIn(surface, draw), button, keys);
+        press(surface, positionIn(surface, draw), button, keys);
     }
     for (int i = draw.upTo(4); i > 0; --i) {
-        move(surface, placeIn(surface, draw), button, keys);
+        move(surface, positionIn(surface, draw), button, keys);
     }
     if (!draw.onceIn(3)) {
-        releaseButton(surface, placeIn(surface, draw), button, keys);
+        releaseButton(surface, positionIn(surface, draw), button, keys);
     }
     return PanelWindows::nameOf(surface);
 }
@@ -137,7 +138,7 @@ QString MouseActions::doubleClickAt(Draw& draw)
         return {};
     }
     QWidget* surface = draw.oneOf(all);
-    const QPointF at = placeIn(surface, draw);
+    const QPointF at = positionIn(surface, draw);
     const Qt::MouseButton button = someButton(draw);
     const Qt::KeyboardModifiers keys = someKeys(draw);
     press(surface, at, button, keys);
@@ -193,7 +194,7 @@ QString MouseActions::dragBar(Draw& draw)
     const FourPs& panel = m_windows.panel();
     cBar* bar = draw.oneOf({panel.MapDisp, panel.DMapDisp})->CBar;
     const int row = draw.onceIn(2) ? bar->maxLineY : bar->minLineY;
-    const QPointF to = placeIn(bar, draw);
+    const QPointF to = positionIn(bar, draw);
     const Qt::MouseButton button = mostlyLeftButton(draw);
     const Qt::KeyboardModifiers keys = someKeys(draw);
     if (bar->isVisible()) {

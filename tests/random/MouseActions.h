@@ -22,15 +22,16 @@ public:
 
     QList<ActionKind> kinds();
 
-    /// Returns and clears the names of the pictures that the latest actions make stale on
-    /// purpose: a release in the comparison plot changes the colour of later points only,
-    /// and a double click on a colour bar takes effect at the next paint of its map.
+    /// Returns and clears the names of the pictures that the latest action leaves
+    /// outdated on purpose. There are two cases: a release in the comparison plot changes
+    /// only the colour of later points, and a double click on a colour bar takes effect
+    /// at the next paint of its map.
     QStringList takeStalePictures();
 
 private:
-    QString turn(Draw& draw);
+    QString turnWheelIn(Draw& draw);
     QString moveAround(Draw& draw);
-    QString stroke(Draw& draw);
+    QString dragFreely(Draw& draw);
     QString doubleClickAt(Draw& draw);
     QString pressInLegend(Draw& draw);
     QString dragLine(Draw& draw);

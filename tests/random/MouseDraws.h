@@ -8,7 +8,7 @@
 namespace tests
 {
 
-/// A random button, often the left one.
+/// A random mouse button; the left button is the most frequent.
 inline Qt::MouseButton someButton(Draw& draw)
 {
     return draw.onceIn(2) ? Qt::LeftButton
@@ -22,7 +22,7 @@ inline Qt::MouseButton mostlyLeftButton(Draw& draw)
     return draw.onceIn(5) ? someButton(draw) : Qt::LeftButton;
 }
 
-/// No modifier key in half of the cases, otherwise one or two.
+/// No modifier key in half of the cases, otherwise one or two keys.
 inline Qt::KeyboardModifiers someKeys(Draw& draw)
 {
     const auto key = [&draw] {

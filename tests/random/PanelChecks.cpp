@@ -20,8 +20,8 @@ PanelChecks::PanelChecks(FourPs& panel)
     followLimits();
 }
 
-// Slots run in the order of their connections. The panel connected first, so it has
-// calculated before these slots run.
+// Qt calls slots in the order of their connection. The panel connected its slots earlier,
+// so its calculation is complete when these slots run.
 void PanelChecks::followCalculations()
 {
     const auto ended = [this] { calculationEnded(); };
@@ -84,7 +84,7 @@ void PanelChecks::writeEnded()
 {
     calculationEnded();
     if (const QString wrong = m_written.check(); !wrong.isEmpty()) {
-        complain(wrong);
+        addError(wrong);
     }
 }
 
@@ -92,9 +92,9 @@ void PanelChecks::checkResult()
 {
     const MapResult found = resultOf(m_panel);
     if (const QString difference = differenceOf(found, m_result); !difference.isEmpty()) {
-        complain(QStringLiteral("the result differs from the reference implementation: ") +
+        addError(QStringLiteral("the result differs from the reference implementation: ") +
                  difference);
-        m_result = found; // report each difference once
+        m_result = found; // report each difference only once
     }
 }
 
@@ -107,19 +107,19 @@ void PanelChecks::beforeAction(int action)
 
 QStringList PanelChecks::afterAction(const QStringList& stalePictures)
 {
-    if (!m_copies.areTheSame()) {
-        complain(QStringLiteral("a calculation changed the copy of an earlier result"));
+    if (!m_copies.areUnchanged()) {
+        addError(QStringLiteral("a calculation changed the copy of an earlier result"));
     }
-    checkResult(); // only a calculation may change it
+    checkResult(); // nothing except a calculation may change the result
     checkLimits(m_panel.MapDisp);
     checkLimits(m_panel.DMapDisp);
     checkPictures(stalePictures);
-    return std::exchange(m_complaints, {});
+    return std::exchange(m_errors, {});
 }
 
-// The result map can have reversed limits, which are displayed as they are. Only the
-// numbers are compared, not the texts: a typed text that does not change the limit is
-// kept.
+// The limits of the result map can be reversed; they are then displayed reversed. Numbers
+// are compared instead of texts, because a typed text is kept if it does not change the
+// limit.
 void PanelChecks::checkLimits(const DispMBase* map)
 {
     const auto shown = [](const QLineEdit* edit) { return sixDigits(edit->text().toDouble()); };
@@ -132,13 +132,13 @@ void PanelChecks::checkLimits(const DispMBase* map)
     const bool isReversed = map == m_panel.MapDisp && (isLowTyped || shown(map->MinV) == high) &&
                             (isHighTyped || shown(map->MaxV) == low);
     if (!isShown && !isReversed) {
-        complain(QStringLiteral("%1: limits [%2, %3], shown [%4, %5]")
+        addError(QStringLiteral("%1: limits [%2, %3], shown [%4, %5]")
                      .arg(map->Title->text(), low, high, map->MinV->text().left(40),
                           map->MaxV->text().left(40)));
     }
 }
 
-// Compares each visible surface with its full repaint; hidden ones have no picture.
+// Compares each visible surface with a full repaint. Hidden surfaces have no picture.
 void PanelChecks::checkPictures(const QStringList& stalePictures)
 {
     const QList<ShownPicture> shown = shownPictures(m_panel);
@@ -147,13 +147,13 @@ void PanelChecks::checkPictures(const QStringList& stalePictures)
         outdated.removeAll(name);
     }
     if (!outdated.isEmpty()) {
-        complain(QStringLiteral("stale picture: ") + outdated.join(u", "));
+        addError(QStringLiteral("stale picture: ") + outdated.join(u", "));
     }
 }
 
-void PanelChecks::complain(const QString& text)
+void PanelChecks::addError(const QString& text)
 {
-    m_complaints.append(text);
+    m_errors.append(text);
 }
 
 } // namespace tests

@@ -1,4 +1,4 @@
-// Checks of a panel's windows that must hold after every action.
+// Checks that a panel and its windows must pass after every action.
 #pragma once
 
 #include "random/ExpectedResult.h"
@@ -17,8 +17,9 @@ class QLineEdit;
 namespace tests
 {
 
-/// Checks a panel. Calculations and writes are checked immediately when each one ends,
-/// because an action may change more afterwards; everything else after the action.
+/// Checks a panel. The results of calculations and writes are checked as soon as each one
+/// ends, because the same action can change more afterwards. All other checks run after
+/// the action.
 class PanelChecks : public QObject
 {
 public:
@@ -28,11 +29,11 @@ public:
     /// Call this before each action, with its number.
     void beforeAction(int action);
 
-    /// Returns the errors found after an action. Pictures named in @p stalePictures may
-    /// be outdated.
+    /// Runs the checks after an action and returns all errors of this action. Pictures
+    /// named in @p stalePictures are allowed to be outdated.
     QStringList afterAction(const QStringList& stalePictures);
 
-    /// The number of calculations so far, and how many of them gave a result.
+    /// The number of calculations so far, and the number of those that produced a result.
     int calculations() const { return m_calculations; }
     int results() const { return m_results; }
 
@@ -44,15 +45,15 @@ private:
     void checkResult();
     void checkLimits(const DispMBase* map);
     void checkPictures(const QStringList& stalePictures);
-    void complain(const QString& text);
+    void addError(const QString& text);
 
     FourPs& m_panel;
-    MapResult m_result; ///< expected result of the panel
+    MapResult m_result; ///< the result that the panel must have
     WrittenFiles m_written;
     ResultCopies m_copies;
-    QList<AMutE*> m_spectra;           ///< spectra for display before the action
-    QSet<const QLineEdit*> m_inTyping; ///< limits with typed text that is not confirmed yet
-    QStringList m_complaints;
+    QList<AMutE*> m_spectra;           ///< displayed spectra before the action
+    QSet<const QLineEdit*> m_inTyping; ///< limits with typed text that is not yet confirmed
+    QStringList m_errors;
     int m_calculations = 0;
     int m_results = 0;
 };

@@ -39,7 +39,7 @@ void PanelWindows::reset()
         if (isAlwaysShown) {
             window->show();
         } else {
-            window->close(); // also docks a popped-out plot
+            window->close(); // closing also docks a popped-out plot
         }
         window->resize(ordinarySize(window));
     }

@@ -10,13 +10,13 @@ class FourPs;
 namespace tests
 {
 
-/// The main window, the graph window, both map windows and all windows of popped-out
-/// plots and maps; no file dialogs.
+/// The main window, the graph window, both map windows and the windows of popped-out
+/// plots and maps. File dialogs are not included.
 class PanelWindows
 {
 public:
-    /// Shows all windows once and then calls reset(): a window that was shown keeps the
-    /// memory of its backing store, so memory does not grow later.
+    /// Shows every window once and then calls reset(). A window keeps the memory of its
+    /// backing store after it was shown, so this memory does not grow during the actions.
     explicit PanelWindows(Body& body);
 
     FourPs& panel() const { return m_panel; }
@@ -41,16 +41,16 @@ public:
         return found;
     }
 
-    /// The name of a widget, with a number if it has siblings of the same name, and with
+    /// The name of a widget, followed by a number if siblings have the same name, and by
     /// the title of its plot or map.
     static QString nameOf(const QWidget* widget);
 
-    /// Docks everything, resizes all windows to their ordinary size, and shows only the
+    /// Docks all surfaces, resizes all windows to their ordinary size, and shows only the
     /// main window, the graph window and the result map.
     void reset();
 
     /// Shows the main window if it was closed, and resizes very large windows to their
-    /// ordinary size: large pictures would slow down all later checks.
+    /// ordinary size, because large pictures slow down all later checks.
     void tidy();
 
 private:

@@ -16,7 +16,7 @@ namespace tests
 namespace
 {
 
-/// A binary map whose header states @p width by @p height pixels, with @p pixels values.
+/// A binary map with @p pixels values. Its header states @p width by @p height pixels.
 QByteArray binaryMap(const QByteArray& width, const QByteArray& height, int pixels, int seed)
 {
     QByteArray bytes = QByteArrayLiteral("2dData-V0.0 HeaderSize: 512").leftJustified(64, ' ');
@@ -29,7 +29,7 @@ QByteArray binaryMap(const QByteArray& width, const QByteArray& height, int pixe
     return bytes + QByteArray(pixels, '\1');
 }
 
-/// A beamline (9809) file with a few points.
+/// A spectrum in the beamline format (9809) with a few points.
 QByteArray beamlineText(const QByteArray& modes)
 {
     QByteArray text = "9809     SPring-8\n test\n  Angle(c)  Angle(o)  time\n Mode 0 0 1 2\n" +
@@ -51,8 +51,8 @@ QByteArray manyWords(const QByteArray& words, int times)
     return text;
 }
 
-/// Texts that are neither a valid spectrum nor a valid map; most of them are small.
-const QList<QByteArray>& hostileTexts()
+/// Texts that are neither a valid spectrum nor a valid map. Most of them are small.
+const QList<QByteArray>& invalidTexts()
 {
     static const QList<QByteArray> texts{
         {},
@@ -96,7 +96,7 @@ const QList<QByteArray>& hostileTexts()
 
 } // namespace
 
-QString RandomFiles::goodSpectrum(int which)
+QString RandomFiles::validSpectrum(int which)
 {
     const QList<QByteArray> texts{spectrumText("0.5", "2", "1.5", "1"),
                                   spectrumText("0.25", "0.5", "1.75", "1.5"),
@@ -104,7 +104,7 @@ QString RandomFiles::goodSpectrum(int which)
     return make(QStringLiteral("spectrum%1.dat").arg(which), texts.at(which % 3));
 }
 
-QString RandomFiles::goodMap(int which)
+QString RandomFiles::validMap(int which)
 {
     QByteArray text = mapText(8, 6, which, {});
     if (which == 5) {
@@ -117,21 +117,21 @@ QString RandomFiles::goodMap(int which)
     return make(QStringLiteral("map%1.dat").arg(which), text);
 }
 
-QString RandomFiles::goodBinaryMap(int which)
+QString RandomFiles::validBinaryMap(int which)
 {
     return make(QStringLiteral("map%1.2dp").arg(which),
                 binaryMap(which == 0 ? "8" : "5", "6", which == 0 ? 48 : 30, which));
 }
 
-QString RandomFiles::hostileFile(Draw& draw)
+QString RandomFiles::invalidFile(Draw& draw)
 {
-    const int texts = static_cast<int>(hostileTexts().size());
+    const int texts = static_cast<int>(invalidTexts().size());
     const int which = draw.upTo(texts + 12);
     if (which < texts) {
-        return make(QStringLiteral("hostile%1.dat").arg(which), hostileTexts().at(which));
+        return make(QStringLiteral("invalid%1.dat").arg(which), invalidTexts().at(which));
     }
     if (which < texts + 6) {
-        const QString path = goodMap(draw.upTo(3));
+        const QString path = validMap(draw.upTo(3));
         damage(path, draw);
         return path;
     }
@@ -150,13 +150,13 @@ QString RandomFiles::damage(const QString& path, Draw& draw)
     switch (kind) {
     case 0:
         file.resize(file.size() / 2);
-        return QStringLiteral("cut in the middle");
+        return QStringLiteral("truncated to half its size");
     case 1:
         file.resize(0);
         return QStringLiteral("emptied");
     case 2:
         file.setPermissions({});
-        return QStringLiteral("without rights");
+        return QStringLiteral("without permissions");
     default:
         break;
     }
@@ -166,14 +166,15 @@ QString RandomFiles::damage(const QString& path, Draw& draw)
         QDir().mkpath(path);
         return QStringLiteral("now a folder");
     case 4:
-        return ::symlink(name.constData(), name.constData()) == 0 ? "now a link to itself" : "gone";
+        return ::symlink(name.constData(), name.constData()) == 0 ? "now a link to itself"
+                                                                  : "removed";
     case 5:
-        return ::mkfifo(name.constData(), 0600) == 0 ? "now a pipe" : "gone";
+        return ::mkfifo(name.constData(), 0600) == 0 ? "now a pipe" : "removed";
     case 6:
-        make(QFileInfo(path).fileName(), draw.oneOf(hostileTexts()));
-        return QStringLiteral("of another kind");
+        make(QFileInfo(path).fileName(), draw.oneOf(invalidTexts()));
+        return QStringLiteral("a different kind of file");
     default:
-        return QStringLiteral("gone");
+        return QStringLiteral("removed");
     }
 }
 
@@ -194,10 +195,10 @@ QString RandomFiles::placeToWrite(Draw& draw)
         removeFileOrFolder(path);
         return path;
     }
-    return hostileTarget(draw);
+    return unusualTarget(draw);
 }
 
-QString RandomFiles::hostileTarget(Draw& draw)
+QString RandomFiles::unusualTarget(Draw& draw)
 {
     const QString path = m_dir.filePath(QStringLiteral("target.dat"));
     switch (draw.upTo(9)) {

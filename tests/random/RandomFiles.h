@@ -10,9 +10,9 @@
 namespace tests
 {
 
-/// Files in a temporary folder. Each call creates its file again and replaces what is
-/// there, so an action does not depend on earlier ones. There are only a few names, so
-/// the folder stays small.
+/// Creates files in a temporary folder. Each call replaces anything that has the same
+/// name by a new file, so an action does not depend on files of earlier actions. Only a
+/// few names are used, so the folder stays small.
 class RandomFiles
 {
 public:
@@ -23,34 +23,34 @@ public:
 
     QString folder() const { return m_dir.path(); }
 
-    /// A valid spectrum; @p which is 0 to 2.
-    QString goodSpectrum(int which);
+    /// Path of a valid spectrum. @p which is 0 to 2.
+    QString validSpectrum(int which);
 
-    /// A valid text map. @p which 0 to 4: 8 by 6 pixels; 5: smaller; 6: larger; 7 and 8:
-    /// with an energy in the header.
-    QString goodMap(int which);
+    /// Path of a valid text map. @p which chooses it: 0 to 4 have 8 by 6 pixels, 5 is
+    /// smaller, 6 is larger, 7 and 8 have an energy in the header.
+    QString validMap(int which);
 
-    /// A valid binary map.
-    QString goodBinaryMap(int which);
+    /// Path of a valid binary map.
+    QString validBinaryMap(int which);
 
-    /// A path to something that is neither a valid spectrum nor a valid map; not always a
-    /// file.
-    QString hostileFile(Draw& draw);
+    /// Path of something that is neither a valid spectrum nor a valid map. It can be a
+    /// missing file, a folder or a device.
+    QString invalidFile(Draw& draw);
 
-    /// Damages the file at @p path: truncates it, removes its permissions, or replaces it
-    /// by a different kind of file, a folder, a pipe, a link to itself, or nothing.
+    /// Damages the file at @p path: truncates it, removes its permissions, deletes it, or
+    /// replaces it by a different kind of file, a folder, a pipe or a link to itself.
     ///
-    /// @return what was done
+    /// @return a description of the damage
     QString damage(const QString& path, Draw& draw);
 
-    /// A path to write to: some are writable, some of them with older histogram files
-    /// beside them; others cannot be written.
+    /// A path for the result file. Some of the paths are writable, and some of these have
+    /// older histogram files in the same folder. The other paths cannot be written.
     QString placeToWrite(Draw& draw);
 
 private:
     QString make(const QString& name, const QByteArray& content);
     void removeFileOrFolder(const QString& path);
-    QString hostileTarget(Draw& draw);
+    QString unusualTarget(Draw& draw);
 
     QTemporaryDir m_dir;
 };

@@ -1,4 +1,4 @@
-// Checks that copies of a result do not change in a later calculation.
+// Checks that a later calculation does not change copies of a result.
 #pragma once
 
 #include "data/A2DData.h"
@@ -7,42 +7,41 @@
 namespace tests
 {
 
-/// Keeps implicitly shared copies of a result across the next calculation. A calculation
-/// that reuses the result's memory must detach from these copies first. Most of the time
-/// no copy exists, as in the program.
+/// Keeps implicitly shared copies of a result during the next calculation. A calculation
+/// that reuses the memory of the result must detach from the copies first. In half of the
+/// actions no copy is kept, because the program itself keeps none.
 class ResultCopies
 {
 public:
-    /// Keeps a copy of @p result, of its pixels' values, or (in half of the rounds)
-    /// nothing.
+    /// Keeps a copy of @p result, a copy of its pixels' values, or nothing.
     ///
-    /// @param round  decides which of them
+    /// @param round  even rounds keep a copy, alternately of the result and of the values
     void keep(const A2DData& result, int round)
     {
         *this = {};
         if (round % 4 == 0) {
             m_map = result;
-            m_mapThen = ownCopy(result);
+            m_mapCopy = ownCopy(result);
         } else if (round % 4 == 2) {
             for (const A2DRow& row : result.rows) {
                 m_lists.append(row.values);
-                m_listsThen.append(ownCopy(row.values));
+                m_listCopies.append(ownCopy(row.values));
             }
         }
     }
 
-    /// Whether the copies are unchanged.
-    bool areTheSame() const
+    /// Whether the kept copies are unchanged.
+    bool areUnchanged() const
     {
-        return differenceOf(m_map, m_mapThen).isEmpty() &&
-               std::equal(m_lists.cbegin(), m_lists.cend(), m_listsThen.cbegin(), sameNumbers);
+        return differenceOf(m_map, m_mapCopy).isEmpty() &&
+               std::equal(m_lists.cbegin(), m_lists.cend(), m_listCopies.cbegin(), sameNumbers);
     }
 
 private:
     A2DData m_map;
-    A2DData m_mapThen;
+    A2DData m_mapCopy;
     QList<QList<double>> m_lists;
-    QList<QList<double>> m_listsThen;
+    QList<QList<double>> m_listCopies;
 };
 
 } // namespace tests

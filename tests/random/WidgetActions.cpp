@@ -23,7 +23,7 @@ namespace tests
 namespace
 {
 
-// Lengths in characters. The longest paths are still ordinary texts.
+// Lengths of texts in characters. Every file path is shorter than ordinaryText.
 constexpr int longText = 100000;
 constexpr int ordinaryText = 5000;
 
@@ -35,9 +35,8 @@ void pressKey(QWidget* widget, int key, Qt::KeyboardModifiers keys = {}, const Q
     QCoreApplication::sendEvent(widget, &release);
 }
 
-/// Gives a widget the keyboard focus, as a mouse press does, and activates its window,
-/// because shortcuts work only in the active window. Does nothing if the widget is
-/// hidden.
+/// Sets the keyboard focus to a widget, as a mouse press does, and activates its window,
+/// because shortcuts work only in the active window. No effect on a hidden widget.
 void focus(QWidget* widget)
 {
     if (widget->isVisible() && !widget->hasFocus()) {
@@ -54,7 +53,7 @@ void commit(QWidget* widget, const QString& text)
     QCoreApplication::sendEvent(widget, &event);
 }
 
-/// Texts that a field does not expect.
+/// A text that is unusual for a number field or a file name field.
 QString unusualText(Draw& draw)
 {
     static const QStringList texts{
@@ -101,7 +100,7 @@ QList<ActionKind> WidgetActions::kinds()
         {"number", 16, [this](Draw& draw) { return typeUseful(draw); }},
         {"limit", 6, [this](Draw& draw) { return typeLimit(draw); }},
         {"keys", 3, [this](Draw& draw) { return pressKeys(draw); }},
-        {"list of spectra", 3, [this](Draw& draw) { return turnCombo(draw); }},
+        {"list of spectra", 3, [this](Draw& draw) { return chooseSpectrum(draw); }},
         {"window", 6, [this](Draw& draw) { return showOrHide(draw); }},
         {"P/D", 3, [this](Draw& draw) { return popOrDock(draw); }},
         {"size", 3, [this](Draw& draw) { return resizeWindow(draw); }},
@@ -112,14 +111,15 @@ QString WidgetActions::click(QAbstractButton* button, Qt::MouseButton mouse,
                              Qt::KeyboardModifiers keys)
 {
     const QString name = PanelWindows::nameOf(button);
-    // Click on the indicator of a check box or radio button.
+    // Click on the indicator: a check box or radio button reacts only there and on its
+    // text.
     const QPointF at(std::min(8, button->width() / 2), button->height() / 2);
     press(button, at, mouse, keys);
     release(button, at, mouse, keys);
     return name + (button->isChecked() ? " is on" : "");
 }
 
-// Excludes the buttons that open a file dialog: dialogs are slow, and FileActions uses
+// Excludes the buttons that open a file dialog: dialogs are slow, and FileActions tests
 // them.
 QString WidgetActions::pressAny(Draw& draw)
 {
@@ -219,10 +219,10 @@ QString WidgetActions::typeLongText(Draw& draw)
         .arg(isConfirmed ? QStringLiteral(", Enter") : QString());
 }
 
-// Makes the field's undo history reach its maximum size now and measures the memory. The
-// history has an entry per inserted or deleted character, and keeps its memory when it is
-// cleared. Between two calls of shortenTexts() one long text can be deleted and one
-// inserted, hence the factor 2.
+// Makes the undo history of the field reach its maximum size now and measures its memory.
+// The history has one entry per inserted or deleted character and does not free its
+// memory when it is cleared. Between two calls of shortenTexts() one long text can be
+// deleted and another inserted, hence the factor 2.
 void WidgetActions::prepareForLongText(QLineEdit* edit)
 {
     if (m_preparedFields.contains(edit)) {
@@ -237,8 +237,8 @@ void WidgetActions::prepareForLongText(QLineEdit* edit)
     m_fieldMemory += allocatedBytes() - before;
 }
 
-// Finds fields that got a long text from another field: the list of energies is copied to
-// the rows.
+// Finds fields with a long text that was not typed into them: the program copies the list
+// of energies to the rows.
 void WidgetActions::findLongTexts()
 {
     for (const QWidget* window : m_windows.all()) {
@@ -265,7 +265,8 @@ void WidgetActions::shortenTexts()
         {
             const QSignalBlocker quiet(edit);
             const bool wasTyped = edit->isModified();
-            edit->setText(isKept ? text : text.left(ordinaryText)); // clears the undo history
+            edit->setText(isKept ? text
+                                 : text.left(ordinaryText)); // setText() clears the undo history
             edit->setModified(wasTyped);
         }
         if (isKept) {
@@ -278,11 +279,11 @@ void WidgetActions::shortenTexts()
         }
     }
     if (QApplication::clipboard()->text().size() > ordinaryText) {
-        QApplication::clipboard()->clear(); // could be pasted into fields that are not prepared
+        QApplication::clipboard()->clear(); // it could be pasted into unprepared fields
     }
 }
 
-// Types numbers into fields that calculations read; usually suitable ones.
+// Types a number into a field that calculations read. Most of the numbers are suitable.
 QString WidgetActions::typeUseful(Draw& draw)
 {
     const FourPs& panel = m_windows.panel();
@@ -328,7 +329,8 @@ QString WidgetActions::pressKeys(Draw& draw)
         const int key =
             draw.oneOf<int>({Qt::Key_Tab, Qt::Key_Backtab, Qt::Key_Space, Qt::Key_Up, Qt::Key_Down,
                              Qt::Key_Home, Qt::Key_End, Qt::Key_Backspace, Qt::Key_Escape});
-        if (key != Qt::Key_Space || widget->objectName() != u"SelectB") { // opens a dialog
+        if (key != Qt::Key_Space ||
+            widget->objectName() != u"SelectB") { // Space on this button opens a dialog
             pressKey(widget, key, {}, key == Qt::Key_Space ? QStringLiteral(" ") : QString());
         }
         widget = QApplication::focusWidget() ? QApplication::focusWidget() : widget;
@@ -341,7 +343,7 @@ QString WidgetActions::pressKeys(Draw& draw)
     return QStringLiteral("%1 from %2").arg(count).arg(name);
 }
 
-QString WidgetActions::turnCombo(Draw& draw)
+QString WidgetActions::chooseSpectrum(Draw& draw)
 {
     if (draw.onceIn(2)) {
         return click(m_windows.panel().ui.RemoveAFile);
@@ -371,7 +373,7 @@ QString WidgetActions::popOrDock(Draw& draw)
     return buttons.isEmpty() ? QString() : click(draw.oneOf(buttons));
 }
 
-// The large sizes are rare, because checking paints all pictures twice.
+// Large sizes are rare, because the checks paint all pictures twice.
 QString WidgetActions::resizeWindow(Draw& draw)
 {
     QWidget* window = draw.oneOf(m_windows.all());

@@ -26,16 +26,17 @@ public:
     static QString click(QAbstractButton* button, Qt::MouseButton mouse = Qt::LeftButton,
                          Qt::KeyboardModifiers keys = {});
 
-    /// Replaces the text of a field, as an input method does, and confirms it with Enter.
+    /// Inserts a new text into a field at once, as an input method does, and presses
+    /// Enter.
     static void enterText(QLineEdit* edit, const QString& text);
 
-    /// Limits memory: at most two fields keep a very long text, the latest ones, and
-    /// their undo history is cleared. The other long texts are replaced by a short one,
-    /// as a user would type it.
+    /// Limits the memory of long texts. At most two fields, the most recent ones, keep a
+    /// very long text, and their undo history is cleared. The other long texts are
+    /// replaced by a short one, which is entered like typed text.
     void shortenTexts();
 
-    /// Bytes that fields keep permanently because they once had a very long text: the
-    /// memory of an undo history does not shrink.
+    /// Bytes that text fields do not free after a very long text, because the memory of
+    /// an undo history does not shrink.
     double keptByFields() const { return m_fieldMemory; }
 
 private:
@@ -50,14 +51,14 @@ private:
     QString typeUseful(Draw& draw);
     QString typeLimit(Draw& draw);
     QString pressKeys(Draw& draw);
-    QString turnCombo(Draw& draw);
+    QString chooseSpectrum(Draw& draw);
     QString showOrHide(Draw& draw);
     QString popOrDock(Draw& draw);
     QString resizeWindow(Draw& draw);
 
     PanelWindows& m_windows;
-    QList<QLineEdit*> m_longTexts;           ///< fields that can have a long text, latest last
-    QSet<const QLineEdit*> m_preparedFields; ///< fields that already keep their maximum memory
+    QList<QLineEdit*> m_longTexts; ///< fields that can have a long text, the most recent last
+    QSet<const QLineEdit*> m_preparedFields; ///< fields whose undo history has its maximum size
     double m_fieldMemory = 0.0;
 };
 

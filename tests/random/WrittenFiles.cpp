@@ -35,19 +35,19 @@ PlainValences valencesOf(const FourPs& panel)
     return valences;
 }
 
-/// The data lines of a written result map, one per pixel.
+/// The data lines of a written result map, one line per pixel.
 QList<QByteArray> numberLines(const QByteArray& written, const A2DData& map)
 {
     QList<QByteArray> lines = written.split('\n');
     const qsizetype heading = 2 + map.headerLines.join(u'\n').count(u'\n') +
                               (map.headerLines.isEmpty() ? 0 : 1) + (map.extended ? 1 : 0);
     lines.remove(0, std::min(heading, lines.size()));
-    lines.removeAll(QByteArray()); // after each row of pixels and at the end
+    lines.removeAll(QByteArray()); // there are empty lines after each pixel row and at the end
     return lines;
 }
 
-/// The numbers of a pixel's line: in the simple form without the valence, in the extended
-/// form with the columns @p wanted.
+/// The numbers of a pixel as a line of the file contains them: the simple form without
+/// the valence, the extended form with the columns @p wanted.
 QList<double> numbersOf(const A2DRow& row, bool isExtended, const std::array<bool, 13>& wanted)
 {
     if (!isExtended) {
@@ -62,24 +62,24 @@ QList<double> numbersOf(const A2DRow& row, bool isExtended, const std::array<boo
     return numbers;
 }
 
-/// The numbers of a line, rounded to six digits.
+/// The numbers of a line as texts with six significant digits.
 QStringList readNumbers(const QByteArray& line, bool isExtended)
 {
     QStringList read;
-    const QStringList words =
-        QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts); // toDouble() accepts nan and inf
+    const QStringList words = QString::fromUtf8(line).split(
+        u' ', Qt::SkipEmptyParts); // toDouble() also accepts nan and inf
     for (const QString& word : words) {
         bool isNumber = false;
         const double number = word.toDouble(&isNumber);
-        read.append(isNumber ? sixDigits(number) : QStringLiteral("no number"));
+        read.append(isNumber ? sixDigits(number) : QStringLiteral("not a number"));
     }
     if (!isExtended && read.size() > 3) {
-        read.removeAt(3); // the valence, which is not stored in the map
+        read.removeAt(3); // the valence; the map does not store it
     }
     return read;
 }
 
-/// Whether a written result map, read again, has the numbers of @p map.
+/// Whether the numbers of a written result map, parsed again, are the numbers of @p map.
 bool hasSameNumbers(const QByteArray& written, const A2DData& map,
                     const std::array<bool, 13>& wanted)
 {
@@ -129,30 +129,30 @@ void WrittenFiles::ignoreOldMessages()
 QString WrittenFiles::check()
 {
     const QString path = m_panel.ui.SaveFSelect->fileText();
-    const QString complaint = QStringLiteral("Can't open the file [%1]").arg(path).simplified();
+    const QString refusal = QStringLiteral("Can't open the file [%1]").arg(path).simplified();
     const QString messages = m_panel.ui.Message->toPlainText().mid(m_messagesBefore);
-    const bool isRefused = messages.split(u'\n').contains(complaint);
+    const bool isRefused = messages.split(u'\n').contains(refusal);
     ignoreOldMessages();
     const QFileInfo file(path);
     if (isRefused) {
         const bool isPossible = !path.isEmpty() && file.isFile() && file.isWritable();
-        return isPossible ? QStringLiteral("a file that can be written was refused") : QString();
+        return isPossible ? QStringLiteral("a write to a writable file was refused") : QString();
     }
     if (!file.exists()) {
-        return QStringLiteral("no file was written, and no complaint made");
+        return QStringLiteral("no file was written, and no error was reported");
     }
     if (!file.isFile()) {
-        return {}; // a device cannot be read again
+        return {}; // a device or pipe cannot be read again
     }
     const QByteArray written = readFile(path);
     if (written != expectedMap()) {
-        return QStringLiteral("the written file is not the result");
+        return QStringLiteral("the written file differs from the result");
     }
     constexpr qint64 fewPixels = 10000; // reading is slower than writing
     const A2DData& map = m_panel.BaseData;
     if (qint64{map.xNum} * map.yNum <= fewPixels &&
         !hasSameNumbers(written, map, wantedColumns())) {
-        return QStringLiteral("the written file, read again, has other numbers than the result");
+        return QStringLiteral("the numbers of the written file differ from the result");
     }
     const QString first = checkHistogram(path, 0);
     return first.isEmpty() ? checkHistogram(path, 1) : first;
@@ -180,7 +180,7 @@ QByteArray WrittenFiles::expectedMap() const
     return buffer.data();
 }
 
-// The histogram files are only overwritten, never created.
+// The program only overwrites existing histogram files; a missing file stays missing.
 QString WrittenFiles::checkHistogram(const QString& path, int which) const
 {
     const QFileInfo result(path);
@@ -193,7 +193,7 @@ QString WrittenFiles::checkHistogram(const QString& path, int which) const
     const analysis::HistogramCounts& counts = which == 0 ? *m_panel.HistV : *m_panel.HistT;
     return readFile(file.filePath()) == histogramText(counts)
                ? QString()
-               : QStringLiteral("the written file is not the histogram: ") + name;
+               : QStringLiteral("the written file differs from the histogram: ") + name;
 }
 
 } // namespace tests

@@ -11,8 +11,8 @@ namespace tests
 {
 
 /// Compares the written files with the result and the histograms of a panel. Call
-/// ignoreOldMessages() first and whenever the message box was cleared, and check() after
-/// each write.
+/// ignoreOldMessages() before the first write and whenever the message box was cleared.
+/// Call check() after each write.
 class WrittenFiles
 {
 public:
@@ -21,11 +21,11 @@ public:
     {
     }
 
-    /// Ignores the present text of the message box in the next check().
+    /// Makes the next check() ignore the present text of the message box.
     void ignoreOldMessages();
 
-    /// Describes what is wrong after a write; empty if all is correct. A write that the
-    /// panel reported as failed must really have been impossible.
+    /// Describes the first error after a write; empty if there is none. If the panel
+    /// reported a failed write, the file must really be unwritable.
     QString check();
 
 private:
@@ -34,7 +34,7 @@ private:
     QString checkHistogram(const QString& path, int which) const;
 
     const FourPs& m_panel;
-    qsizetype m_messagesBefore = 0; ///< length of the old messages
+    qsizetype m_messagesBefore = 0; ///< length of the old messages in characters
 };
 
 } // namespace tests

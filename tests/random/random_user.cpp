@@ -35,21 +35,21 @@ struct Options {
     bool says = false;
 };
 
-/// Time and memory that the actions needed.
+/// Running time and memory use of the actions.
 struct Measurements {
-    double slowest = 0.0; ///< s
+    double slowest = 0.0; ///< processor time in seconds
     int slowestAction = 0;
-    double memoryBefore = 0.0; ///< bytes, after the first quarter of the actions
+    double memoryBefore = 0.0; ///< in bytes, after a quarter of the actions
 };
 
 /// Reads the command line; returns false if it is invalid.
 bool readOptions(const QStringList& arguments, Options& options)
 {
     QCommandLineParser parser;
-    parser.addPositionalArgument("SEED", "of all draws");
-    parser.addPositionalArgument("ACTIONS", "how many");
-    parser.addOptions({{"only", "these actions alone", "3,17,40"},
-                       {"log", "keeps the action under way", "FILE"},
+    parser.addPositionalArgument("SEED", "seed of all random choices");
+    parser.addPositionalArgument("ACTIONS", "number of actions");
+    parser.addOptions({{"only", "runs only these actions", "3,17,40"},
+                       {"log", "writes the current action to a file", "FILE"},
                        {"say", "prints each action"}});
     bool seedIsGood = false;
     bool countIsGood = false;
@@ -73,8 +73,8 @@ bool readOptions(const QStringList& arguments, Options& options)
     return seedIsGood && countIsGood;
 }
 
-/// Drops root's rights: file permissions do not apply to root. LeakSanitizer can inspect
-/// a process that changed its user only if it is dumpable again.
+/// Gives up root's rights, because file permissions do not apply to root. The process
+/// must then become dumpable again: otherwise LeakSanitizer cannot inspect it.
 void dropRootRights()
 {
     if (::geteuid() == 0) {
@@ -85,8 +85,9 @@ void dropRootRights()
     }
 }
 
-/// The time limit (s) of an action grows with the pixels that it calculates and paints.
-/// It is generous: the test looks for hanging actions, not slow ones.
+/// The time limit of an action in seconds. It grows with the number of pixels that the
+/// action calculates and paints. It is generous, because the test detects hanging
+/// actions, not slow ones.
 double longestTime(double pixels)
 {
     return tests::slowness * (2.0 + pixels * 5e-6);
@@ -101,7 +102,7 @@ public:
         , m_checks(*body.findChild<FourPs*>())
         , m_log(options.log, options.seed)
     {
-        m_checks.afterAction({}); // paints everything once
+        m_checks.afterAction({}); // paints every surface once
     }
 
     /// Runs all actions; returns whether all checks passed.
@@ -110,7 +111,7 @@ public:
         const qsizetype first = m_options.actions.size() / 4;
         for (qsizetype i = 0; i < m_options.actions.size(); ++i) {
             if (i == first) {
-                m_user.settle();
+                m_user.resetToFixedState();
                 m_checks.afterAction({});
                 m_measured.memoryBefore = memoryInUse();
             }
@@ -140,25 +141,25 @@ private:
         }
         QStringList wrong = m_checks.afterAction(m_user.takeStalePictures());
         if (seconds > longestTime(pixels + m_user.pixels())) {
-            wrong.append(QStringLiteral("it took %1 s").arg(seconds));
+            wrong.append(QStringLiteral("the action took %1 s").arg(seconds));
         }
         if (!wrong.isEmpty()) {
-            complain(action, done, wrong.first());
+            printError(action, done, wrong.first());
             return false;
         }
         m_user.tidy();
         return true;
     }
 
-    /// Allocated bytes, without the memory that Qt's line edits keep by design.
+    /// Allocated bytes without the memory that Qt's line edits never free.
     double memoryInUse() const { return tests::allocatedBytes() - m_user.keptByFields(); }
 
     bool finish()
     {
         m_log.begin(int(m_options.actions.size()), QStringLiteral("the end"));
-        m_user.settle();
+        m_user.resetToFixedState();
         m_checks.afterAction({});
-        // Bytes. Qt's caches fill slowly.
+        // In bytes. The caches of Qt still grow slowly.
         const double allowed = 3e6 + 1e3 * double(m_options.actions.size());
         const double grown = memoryInUse() - m_measured.memoryBefore;
         std::printf("seed %u: %d actions, %d results of %d calculations, slowest action %d with "
@@ -167,14 +168,14 @@ private:
                     m_checks.calculations(), m_measured.slowestAction, m_measured.slowest,
                     grown / 1000.0);
         if (grown > allowed) {
-            complain(int(m_options.actions.size()), QStringLiteral("the end"),
-                     QStringLiteral("memory grew by %1 bytes").arg(grown));
+            printError(int(m_options.actions.size()), QStringLiteral("the end"),
+                       QStringLiteral("memory grew by %1 bytes").arg(grown));
             return false;
         }
         return true;
     }
 
-    void complain(int action, const QString& done, const QString& wrong) const
+    void printError(int action, const QString& done, const QString& wrong) const
     {
         std::fprintf(stderr, "seed %u, action %d: %s: %s\n", m_options.seed, action,
                      qPrintable(done), qPrintable(wrong));
@@ -197,7 +198,7 @@ int main(int argc, char* argv[])
     dropRootRights();
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    // Warnings about unreadable files are expected.
+    // Warnings about unreadable files are expected and not printed.
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
         if (type == QtCriticalMsg || type == QtFatalMsg) {
             std::fprintf(stderr, "%s\n", qPrintable(text));
@@ -209,7 +210,7 @@ int main(int argc, char* argv[])
         std::fputs("random_user SEED ACTIONS [--only 3,17,40] [--log FILE] [--say]\n", stderr);
         return 2;
     }
-    QDir::setCurrent(files.folder()); // a relative file name is written there
+    QDir::setCurrent(files.folder()); // relative file names are written there
     QElapsedTimer timer;
     timer.start();
     Body body;

@@ -1,4 +1,4 @@
-# Checks that the run without a display has saved a picture of each window.
+# Checks that the sample run without a display has saved a picture of each window.
 foreach(window Body Displays MapDisp DMapDisp)
   set(picture ${FOLDER}/${window}.png)
   if(NOT EXISTS ${picture})

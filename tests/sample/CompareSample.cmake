@@ -1,5 +1,5 @@
-# Generates the sample again and compares the files' names and bytes with the committed
-# ones.
+# Generates the sample files again. Their names and bytes must be equal to the committed
+# files.
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
 execute_process(COMMAND ${GENERATOR} ${WORK} COMMAND_ERROR_IS_FATAL ANY)

@@ -1,5 +1,5 @@
-# Runs the sample program on an empty folder: it must end normally, report that its
-# results are off, and return 1.
+# Runs the sample program on an empty folder. It must not crash, must report results
+# outside their bounds, and must return 1.
 execute_process(COMMAND ${PROGRAM} ${FOLDER}
   WORKING_DIRECTORY ${FOLDER}
   RESULT_VARIABLE status

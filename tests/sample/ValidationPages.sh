@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# ValidationPages.sh PROGRAM SOURCE WORK: runs the sample in WORK and compares the
-# tables of docs/validation.md with what the program prints. The Japanese page must
-# have the same numbers.
+# ValidationPages.sh PROGRAM SOURCE WORK: runs the sample in the folder WORK and compares
+# the tables of docs/validation.md with the printed results. The tables of the Japanese
+# page must have the same numbers.
 set -euo pipefail
 program=$1 source=$2 work=$3
 
@@ -10,8 +10,8 @@ mkdir -p "$work"
 cd "$work"
 "$program" "$source/examples/nickel/data" -e >printed.txt 2>remarks.txt
 
-# "quantity|numbers" for each printed result. The column "off by" is left out: the
-# pages give the bound only.
+# Prints "quantity|numbers" for each result. Skips the column "off by": the tables contain
+# only the bound.
 awk '
     / target  .*mixed/ { columns = 5; next }
     / map, errors / { columns = 4; next }
@@ -26,7 +26,7 @@ awk '
         print row
     }' printed.txt >results.txt
 
-# The same from a table: all rows that end with four numbers.
+# Prints the table rows of a page in the same format: all rows that end with four numbers.
 rows_of()
 {
     sed -nE 's/^\|[^|]*\| ([^|]*) \| ([0-9.]+) \| ([0-9.]+) \| ([0-9.]+) \| ([0-9.]+) \|$/\1|\2|\3|\4|\5/p' "$1"
@@ -34,8 +34,8 @@ rows_of()
 rows_of "$source/docs/validation.md" >english.txt
 rows_of "$source/docs/validation.ja.md" >japanese.txt
 
-# Both tables list the methods in the order of the output, but target and map take
-# turns there: so each table by itself has to be a subsequence of the output.
+# Both tables list the methods in the order of the output. The output alternates between
+# targets and maps, so each table must be a subsequence of the output.
 for table in targets maps; do
     case $table in
     targets) pattern='^[^|]*\|[0-9]\.[0-9]{4}\|' ;;
@@ -43,7 +43,7 @@ for table in targets maps; do
     esac
     grep -E "$pattern" english.txt >"$table.txt"
     [ "$(wc -l <"$table.txt")" -eq 16 ] || {
-        echo "docs/validation.md: the table of $table has not 16 rows"
+        echo "docs/validation.md: the table of $table does not have 16 rows"
         exit 1
     }
     awk 'NR == FNR { wanted[++count] = $0; next }
@@ -57,6 +57,6 @@ for table in targets maps; do
 done
 
 diff <(cut -d'|' -f2- english.txt) <(cut -d'|' -f2- japanese.txt) || {
-    echo "docs/validation.ja.md has other numbers than docs/validation.md"
+    echo "docs/validation.ja.md and docs/validation.md have different numbers"
     exit 1
 }

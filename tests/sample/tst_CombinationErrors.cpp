@@ -1,4 +1,4 @@
-// Tests of the expected result and errors of the linear combination fit.
+// Tests of the expected results of the linear combination fit and of their errors.
 #include "CombinationErrors.h"
 
 #include "SpectrumErrors.h"
@@ -16,14 +16,15 @@ class TestCombinationErrors : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void equalLinesGiveTheTrueFractions()
+    void equalBackgroundLinesKeepTheTrueFractions()
     {
         QVERIFY(near(expectedCombination(combinationForms().at(0)), {0.35, 0.65, 2.65, 0.0}, 1e-8));
     }
 
-    void differentLinesShiftTheFractions()
+    void differentBackgroundLinesShiftTheFractions()
     {
-        // calculated separately with normal equations over the same points
+        // expected numbers from a separate solution by normal equations over the same
+        // points
         QVERIFY(near(expectedCombination(combinationForms().at(1)),
                      {0.3967273, 0.2987123, 0.2030649, 0.1014955, 2.5019257, 4.64e-06}, 1e-7));
     }
@@ -42,8 +43,9 @@ private Q_SLOTS:
 
     void manyPointsReduceTheNoiseOfTheFractions()
     {
-        // On the rising edge the references differ by about 0.5, so one point determines
-        // the fraction to 2.5e-4 / 0.5 = 5e-4. There are about a dozen such points.
+        // On the rising edge the references differ by about 0.5, so a single point
+        // determines the fraction to 2.5e-4 / 0.5 = 5e-4. About a dozen points are on the
+        // edge.
         const std::vector<double> sigmas = combinationErrors(combinationForms().at(0));
         QVERIFY(std::abs(sigmas.at(0) - sigmas.at(1)) < 1e-12);
         QVERIFY(sigmas.at(0) > 5e-4 / 12.0);

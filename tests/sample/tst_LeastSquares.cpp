@@ -12,18 +12,19 @@ class TestLeastSquares : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void lineFitsPointsOffTheLine()
+    void lineIsFittedThroughScatteredPoints()
     {
-        // points (0, 1), (1, 2), (2, 2): slope 1/2, through the centroid (1, 5/3)
+        // The points (0, 1), (1, 2), (2, 2): the line has slope 1/2 and passes through
+        // the centroid (1, 5/3).
         const LeastSquares line({{1, 1, 1}, {0, 1, 2}});
         const std::vector<double> found = line.coefficients({1, 2, 2});
         QVERIFY(std::abs(found.at(0) - 7.0 / 6.0) < 1e-14);
         QVERIFY(std::abs(found.at(1) - 0.5) < 1e-14);
     }
 
-    void asManyColumnsAsValuesInterpolate()
+    void squareSystemIsSolvedExactly()
     {
-        // 3 - 2 t + t^2 at t = 1, 2, 4
+        // values of 3 - 2 t + t^2 at t = 1, 2, 4
         const LeastSquares parabola({{1, 1, 1}, {1, 2, 4}, {1, 4, 16}});
         const std::vector<double> found = parabola.coefficients({2, 3, 11});
         QVERIFY(std::abs(found.at(0) - 3.0) < 1e-12);
@@ -31,7 +32,7 @@ private Q_SLOTS:
         QVERIFY(std::abs(found.at(2) - 1.0) < 1e-12);
     }
 
-    void nearlyParallelColumnsAreSeparated()
+    void nearlyParallelColumnsAreFittedAccurately()
     {
         std::vector<std::vector<double>> columns(3);
         std::vector<double> values;

@@ -1,4 +1,4 @@
-// Tests the error estimates of the sample's maps against formulas derived by hand.
+// Tests of the error estimates for the sample's maps against formulas derived by hand.
 #include "MapErrors.h"
 
 #include <QTest>
@@ -38,14 +38,15 @@ class TestMapErrors : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void noiseFreePixelGivesTheTruth_data() { addForms(); }
-    void noiseFreePixelGivesTheTruth()
+    void noiseFreePixelHasTheTrueResult_data() { addForms(); }
+    void noiseFreePixelHasTheTrueResult()
     {
         QFETCH(int, index);
         const MapForm& form = mapForms().at(static_cast<std::size_t>(index));
         for (const auto& [x, y] : {std::pair{0, 0}, std::pair{8, 12}, std::pair{48, 23}}) {
             const MixtureEstimate estimate = estimateMixture(form, mutAt(x, y));
-            // 1e-8, because at 8320 and 8385 eV the step is not exactly 0 and 1
+            // The tolerance is 1e-8, because the step is not exactly 0 at 8320 eV and 1
+            // at 8385 eV.
             QVERIFY(near(estimate.fraction, fractionAt(x, y), 1e-8));
             QVERIFY(near(estimate.jump, amountAt(x, y), 1e-8));
         }
@@ -65,8 +66,8 @@ private Q_SLOTS:
 
     void threePointsJumpErrorIsTheErrorOfADifference()
     {
-        // jump = (T1 - T0) / (s1 - s0) is linear: the errors add in quadrature, without
-        // bias.
+        // jump = (T1 - T0) / (s1 - s0) is linear in T, so the errors add in quadrature
+        // and there is no bias.
         const Compound& compound = compounds()[niII];
         const double step = shape(compound, 8385) - shape(compound, 8320);
         const double wanted =
@@ -78,8 +79,9 @@ private Q_SLOTS:
 
     void exactFourPointsJumpErrorIncludesTheLineBelowTheEdge()
     {
-        // The line through two rows below the edge is extrapolated: jump = (T2 - T1 - u
-        // (T1 - T0)) / (s2 - s1 - u (s1 - s0)) with u = (E2 - E1) / (E1 - E0).
+        // The line through the two rows below the edge is extrapolated. With
+        // u = (E2 - E1) / (E1 - E0) the result is
+        // jump = (T2 - T1 - u (T1 - T0)) / (s2 - s1 - u (s1 - s0)).
         const Compound& compound = compounds()[niII];
         const double u = (8385.0 - 8320.0) / (8320.0 - 8250.0);
         const double divisor =
@@ -97,7 +99,7 @@ private Q_SLOTS:
     {
         QFETCH(int, index);
         const MapForm& form = mapForms().at(static_cast<std::size_t>(index));
-        // the same column, so the same valence: a thin and a thick pixel
+        // A thin and a thick pixel in the same column, so with the same valence.
         QCOMPARE(valenceAt(8, 1), valenceAt(8, 4));
         const double thin = expectedErrors(form, 8, 1).fraction.sigma;
         const double thick = expectedErrors(form, 8, 4).fraction.sigma;

@@ -1,4 +1,4 @@
-// Tests of the committed sample files, read with the program's readers.
+// Tests of the committed sample files. They are read with the program's readers.
 #include "NickelTruth.h"
 
 #include "data/A2DData.h"
@@ -37,7 +37,7 @@ class TestNickelFiles : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void spectraMatchTheirTruthWithinNoise()
+    void spectraMatchTheTrueValuesWithinNoise()
     {
         for (const Compound& compound : compounds()) {
             QVERIFY(isNearTruth(compound.fileName, [&compound](double energyEv) {
@@ -51,7 +51,7 @@ private Q_SLOTS:
         }
     }
 
-    void beamlineFormatGivesTheSameSpectrumAsThePlainFormat()
+    void beamlineAndPlainFormatContainTheSameSpectrum()
     {
         AMutE plain;
         AMutE beamline;
@@ -60,7 +60,8 @@ private Q_SLOTS:
         QVERIFY(beamline.readFile(pathOf("ref_ni2_9809.dat")));
         QCOMPARE(beamline.points.size(), plain.points.size());
         for (qsizetype i = 0; i < plain.points.size(); ++i) {
-            // an angle with 8 decimals determines 8900 eV to 4e-6 eV
+            // The angles have 8 decimals, which determine an energy of 8900 eV to 4e-6
+            // eV.
             QVERIFY(std::abs(beamline.points.at(i).energy - plain.points.at(i).energy) < 1e-4);
             QVERIFY(std::abs(beamline.points.at(i).mut - plain.points.at(i).mut) < 6e-7);
         }
@@ -82,7 +83,7 @@ private Q_SLOTS:
         }
     }
 
-    void binaryMapHoldsTheSameValuesAsTheTextMap()
+    void binaryMapHasTheSameValuesAsTheTextMap()
     {
         A2DData map;
         QStringList energies;
@@ -96,7 +97,7 @@ private Q_SLOTS:
                             [](bool valid) { return valid; }));
         for (qsizetype i = 0; i < binary.data.size(); ++i) {
             const A2DRow& row = map.rows.at(i);
-            // the file has six decimals
+            // The binary file has six decimals.
             QVERIFY(std::abs(binary.data.at(i) - std::log(row.i0 / row.intensity)) < 6e-7);
         }
     }
@@ -109,7 +110,7 @@ private:
                std::all_of(spectrum.points.begin(), spectrum.points.end(),
                            [&mutAt](const MutPoint& point) {
                                const double mut = mutAt(point.energy);
-                               // six standard deviations plus the last printed digit
+                               // six standard deviations plus one unit of the last digit
                                const double allowed =
                                    6.0 * std::sqrt((1.0 + std::exp(mut)) / spectrumPhotons) + 1e-6;
                                return std::abs(point.mut - mut) < allowed;

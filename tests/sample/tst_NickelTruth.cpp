@@ -41,7 +41,7 @@ private Q_SLOTS:
         QVERIFY(compounds()[1].edgeEv < compounds()[2].edgeEv);
     }
 
-    void valenceIsARingOnARamp()
+    void valenceIsARampWithARing()
     {
         QCOMPARE(valenceAt(0, 0), 2.1);
         QCOMPARE(valenceAt(63, 47), 2.6);
@@ -49,19 +49,19 @@ private Q_SLOTS:
         QVERIFY(valenceAt(31, 23) < 2.4);
     }
 
-    void amountSpellsTwoLetters()
+    void amountMapShowsTheLettersNi()
     {
         QCOMPARE(amountAt(0, 47), 0.6);
-        QCOMPARE(amountAt(5, 44), 1.4);  // top left of the N
+        QCOMPARE(amountAt(5, 44), 1.4);  // top left corner of the N
         QCOMPARE(amountAt(20, 44), 0.6); // between the strokes of the N
         QCOMPARE(amountAt(50, 42), 1.4); // the dot of the i
-        QCOMPARE(amountAt(50, 37), 0.6); // the gap below the dot
-        QCOMPARE(amountAt(58, 3), 1.4);  // bottom right of the i
+        QCOMPARE(amountAt(50, 37), 0.6); // gap below the dot
+        QCOMPARE(amountAt(58, 3), 1.4);  // bottom right corner of the i
         QCOMPARE(amountAt(59, 3), 0.6);
         QCOMPARE(amountAt(58, 2), 0.6);
     }
 
-    void cornersOfTheFourCompoundImageArePure()
+    void cornersOfTheFourCompoundImageArePureCompounds()
     {
         const Image& image = imageOfFour();
         QCOMPARE(image.width, 32);
@@ -86,10 +86,11 @@ private Q_SLOTS:
         QCOMPARE(image.amountAt(0, 0), 0.7);
     }
 
-    void pixelIsItsCompoundsPlusTheCommonBackground()
+    void pixelAbsorbanceIsItsMixturePlusTheCommonBackground()
     {
         QCOMPARE(imageOfFour().mutAt(31, 0, 8347.0), 0.05 + 0.7 * shape(compounds()[niIII], 8347));
-        // the valence is 2.1 at the left
+        // The valence at the left edge is 2.1, so the pixel is 0.9 Ni(II) and 0.1
+        // Ni(III).
         QCOMPARE(imageOfTwo().mutAt(0, 0, 8345.0),
                  0.05 + 0.6 * (0.9 * shape(compounds()[niII], 8345) +
                                0.1 * shape(compounds()[niIII], 8345)));

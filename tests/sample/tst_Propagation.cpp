@@ -1,4 +1,4 @@
-// Tests of error propagation, on calculations that can be checked by hand.
+// Tests of error propagation with calculations whose errors are known exactly.
 #include "Propagation.h"
 
 #include <QTest>
@@ -25,9 +25,9 @@ private Q_SLOTS:
         QVERIFY(std::abs(errors[1].sigma - 0.2) < 1e-12);
     }
 
-    void squareIsShiftedByTheVariance()
+    void meanOfASquareIsShiftedByTheVariance()
     {
-        // the mean of (x + noise)^2 is x^2 + sigma^2
+        // The mean of (x + noise)^2 is x^2 + sigma^2, so the bias is sigma^2.
         const auto errors =
             propagate([](const std::vector<double>& x) { return std::vector<double>{x[0] * x[0]}; },
                       {3.0}, {0.5});
@@ -37,9 +37,9 @@ private Q_SLOTS:
 
     void countingErrorDependsOnTheTransmittedPhotons()
     {
-        QCOMPARE(countingSigma(0.0, 2e4), 0.01); // no absorption: equal counts before and after
+        QCOMPARE(countingSigma(0.0, 2e4), 0.01); // no absorption: I = I0
         QCOMPARE(countingSigma(std::log(7.0), 8e4),
-                 0.01); // a seventh of the photons is transmitted
+                 0.01); // I = I0 / 7
         QVERIFY(countingSigma(2.0, 1e5) > countingSigma(1.0, 1e5));
     }
 };

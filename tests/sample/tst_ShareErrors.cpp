@@ -1,5 +1,5 @@
-// Tests of the expected results and errors of the non-equivalent method. The expected
-// numbers were calculated separately from this program, with normal equations and matrix
+// Tests of the expected results of the non-equivalent method and of their errors. The
+// expected numbers come from a separate calculation with normal equations and matrix
 // error propagation.
 #include "ShareErrors.h"
 
@@ -44,13 +44,14 @@ class TestShareErrors : public QObject
 private Q_SLOTS:
     void equalShapesGiveTheTrueFractions()
     {
-        // 0.974884: edge jump from the fitted lines divided by the true step
+        // 0.974884 is the edge jump from the fitted lines divided by the true height of
+        // the step.
         const ShareFit fit = noiseFreeFit(formAt(0));
         QVERIFY(near(fit.expected({0.35, 0.65, 0.0, 0.0}, 1.2),
                      {0.35, 0.65, 2.65, 1.2 * 0.974883963}, 1e-8));
     }
 
-    void pureCompoundHasShareOneAndTheJumpOfItsLines()
+    void pureCompoundHasShareOneAndItsFittedEdgeJump()
     {
         const ShareFit fit = noiseFreeFit(formAt(2));
         QVERIFY(near(fit.expected({0.0, 0.0, 1.0, 0.0}, 2.0),
@@ -59,16 +60,17 @@ private Q_SLOTS:
                      {0.0, 0.0, 0.0, 1.0, 0.0, 0.996544652}, 1e-8));
     }
 
-    void fractionsAreWeightedWithTheJumpsOfTheLines()
+    void sharesAreWeightedByTheFittedEdgeJumps()
     {
-        // f_j K_j / J_j divided by their sum, with the three factors above
+        // The share of compound j is f_j K_j / J_j divided by the sum over all compounds.
+        // The ratios K_j / J_j are the three factors in the tests above.
         const ShareFit fit = noiseFreeFit(formAt(2));
         QVERIFY(near(fit.expected({0.4, 0.3, 0.2, 0.1}, 1.2),
                      {0.3970760, 0.2978070, 0.2036424, 0.1014746, 2.5021426, 1.1784755}, 1e-7));
     }
 
-    void noiseFreeTargetGivesTheExpectedResult_data() { addForms(); }
-    void noiseFreeTargetGivesTheExpectedResult()
+    void noiseFreeTargetHasTheExpectedResult_data() { addForms(); }
+    void noiseFreeTargetHasTheExpectedResult()
     {
         QFETCH(int, index);
         const ShareForm& form = formAt(index);
@@ -78,8 +80,8 @@ private Q_SLOTS:
                      fit.expected(form.target.fractions, form.target.jump), 1e-7));
     }
 
-    void noiseFreePixelGivesTheExpectedResult_data() { addForms(); }
-    void noiseFreePixelGivesTheExpectedResult()
+    void noiseFreePixelHasTheExpectedResult_data() { addForms(); }
+    void noiseFreePixelHasTheExpectedResult()
     {
         QFETCH(int, index);
         const ShareForm& form = formAt(index);
@@ -114,7 +116,7 @@ private Q_SLOTS:
         QVERIFY(near(fit.valuesFor(sloped), fit.valuesFor(plain), 1e-7));
     }
 
-    void pixelErrorsMatchALinearFit_data()
+    void pixelErrorsMatchLinearErrorPropagation_data()
     {
         QTest::addColumn<int>("index");
         QTest::addColumn<int>("x");
@@ -134,22 +136,23 @@ private Q_SLOTS:
             << 3 << 16 << 12
             << QList<double>{0.019997, 0.035493, 0.019151, 0.004574, 0.015418, 0.007670};
     }
-    void pixelErrorsMatchALinearFit()
+    void pixelErrorsMatchLinearErrorPropagation()
     {
         QFETCH(int, index);
         QFETCH(int, x);
         QFETCH(int, y);
         QFETCH(QList<double>, wanted);
         const ShareForm& form = formAt(index);
-        // 5e-6: the expected values neglect the curvature of the shares
+        // The tolerance is 5e-6, because the expected errors neglect the curvature of the
+        // shares.
         QVERIFY(near(sigmasOf(pixelErrors(form, noiseFreeFit(form), x, y)),
                      {wanted.begin(), wanted.end()}, 5e-6));
     }
 
-    void errorsOfTwoSharesAndValenceAreEqual()
+    void withTwoReferencesSharesAndValenceHaveEqualErrors()
     {
-        // The two shares add up to 1, so their errors are equal; the valences differ by
-        // 1, so the valence has the same error.
+        // The two shares sum to 1, so their errors are equal. The valences of the two
+        // references differ by 1, so the valence has the same error.
         const std::vector<double> references = referenceErrors(formAt(0));
         const std::vector<double> target = targetErrors(formAt(0));
         for (const std::vector<double>& sigmas : {references, target}) {

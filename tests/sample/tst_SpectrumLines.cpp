@@ -1,4 +1,5 @@
-// Tests of the two lines of a spectrum and the values derived from them.
+// Tests of the pre-edge and post-edge lines of a spectrum and of the values derived from
+// them.
 #include "NickelTruth.h"
 #include "SpectrumErrors.h"
 
@@ -18,9 +19,9 @@ double below(double energyEv)
     return 0.05 + 0.36 * std::pow(wavelength, 3) - 0.14 * std::pow(wavelength, 4);
 }
 
-/// A spectrum with a different Victoreen line on each side of 8340 eV and no other
-/// structure.
-std::vector<double> bareStep(double constant, double slope)
+/// A step at 8340 eV with a different Victoreen line on each side, without white line and
+/// oscillations.
+std::vector<double> plainStep(double constant, double slope)
 {
     std::vector<double> mut;
     for (const double energyEv : scanEnergies()) {
@@ -43,9 +44,9 @@ class TestSpectrumLines : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void linesAndJumpOfAStepWithoutStructure()
+    void linesAndEdgeJumpOfAPlainStepAreExact()
     {
-        const SpectrumLines lines(bareStep(0.9, 0.1));
+        const SpectrumLines lines(plainStep(0.9, 0.1));
         const double atEdge = std::pow(12398.424360387684 / 8340.0, 3);
         QVERIFY(near(lines.pre(8500.0), below(8500.0)));
         QVERIFY(near(lines.post(8340.0), below(8340.0) + 0.9 + 0.1 * atEdge));
@@ -54,7 +55,7 @@ private Q_SLOTS:
 
     void lineIsSubtractedAndPointsAreNormalised()
     {
-        const SpectrumLines lines(bareStep(0.9, 0.1));
+        const SpectrumLines lines(plainStep(0.9, 0.1));
         const double at8430 = std::pow(12398.424360387684 / 8430.0, 3);
         QVERIFY(near(lines.abovePre(scanIndex(8320.0)), 0.0));
         QVERIFY(near(lines.abovePre(scanIndex(8430.0)), 0.9 + 0.1 * at8430));
@@ -62,10 +63,10 @@ private Q_SLOTS:
         QVERIFY(near(lines.normalised(scanIndex(8430.0)), 1.0));
     }
 
-    void pointsExactlyAtTheLimitsAreInNeitherLine()
+    void pointsExactlyAtTheLimitsAreExcludedFromBothFits()
     {
-        const SpectrumLines plain(bareStep(1.0, 0.0));
-        std::vector<double> mut = bareStep(1.0, 0.0);
+        const SpectrumLines plain(plainStep(1.0, 0.0));
+        std::vector<double> mut = plainStep(1.0, 0.0);
         mut.at(scanIndex(8290.0)) += 1.0;
         mut.at(scanIndex(8440.0)) += 1.0;
         const SpectrumLines between(mut);
@@ -85,7 +86,7 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(std::out_of_range, scanIndex(9000.0));
     }
 
-    void noiseFreeSpectraListReferencesBeforeTheTarget()
+    void noiseFreeSpectraAreTheReferencesFollowedByTheTarget()
     {
         const std::vector<SpectrumLines> spectra = noiseFreeSpectra(3, &targetOfFour());
         QCOMPARE(spectra.size(), std::size_t{4});

@@ -24,8 +24,8 @@ inline void setQuietly(QAbstractButton* button, bool checked)
     button->setAutoExclusive(exclusive);
 }
 
-/// All histograms of a panel: valence, total dMut, ratios of the references, dMut of the
-/// references.
+/// All histograms of a panel, in this order: valence, total dMut, then the ratios and the
+/// dMut of the references.
 inline QList<Histgram*> allHistograms(const FourPs& panel)
 {
     return QList<Histgram*>{panel.HistV, panel.HistT} + panel.HistRatio + panel.HistDMut;
@@ -36,7 +36,7 @@ inline QString allDigits(double value)
     return QString::number(value, 'g', 17);
 }
 
-/// Sets only the radio buttons and check boxes of the calculation, without signals.
+/// Sets only the radio buttons and check boxes of the calculation. Emits no signals.
 inline void enterChoices(FourPs& panel, const PanelInputs& inputs)
 {
     const Ui_FourPs& ui = panel.ui;
@@ -56,9 +56,9 @@ inline void enterChoices(FourPs& panel, const PanelInputs& inputs)
     }
 }
 
-/// Sets everything in @p inputs: choices, spectra, maps and numbers. Numbers are written
-/// with 17 digits, so they survive the round trip through the text fields. Buttons are
-/// set without signals.
+/// Sets all inputs in @p inputs: choices, spectra, maps and numbers. Numbers are written
+/// with 17 digits, so reading the text field returns the same double. Buttons are set
+/// without signals.
 inline void enterInputs(FourPs& panel, const PanelInputs& inputs)
 {
     enterChoices(panel, inputs);

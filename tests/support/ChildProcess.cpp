@@ -13,7 +13,8 @@ namespace tests
 namespace
 {
 
-// Shell script: mounts a tmpfs of $1 bytes on $2, then replaces the shell by the program.
+// Shell script: mounts a tmpfs of $1 bytes on the folder $2, then replaces the shell by
+// the program (exec).
 const QString mountThenExec =
     QStringLiteral("mount -t tmpfs -o size=\"$1\" none \"$2\" || exit 99; shift 2; exec \"$@\"");
 
@@ -32,7 +33,7 @@ void limit(decltype(RLIMIT_AS) resource, const std::optional<qint64>& value)
     }
 }
 
-/// Makes standard error a pipe without a reader.
+/// Replaces standard error by a pipe whose reading end is closed.
 void breakStandardError()
 {
     int ends[2];
@@ -129,7 +130,7 @@ bool ChildProcess::canMountDisks()
            process.exitCode() == 0;
 }
 
-/// Runs in the child between fork and exec, so it makes only plain system calls.
+/// Runs in the child between fork() and exec(), where only simple system calls are safe.
 void ChildProcess::prepareChild() const
 {
     std::signal(SIGPIPE, SIG_DFL);

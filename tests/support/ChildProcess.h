@@ -15,7 +15,8 @@ namespace tests
 
 /// Result of one run of a program.
 struct ChildRun {
-    /// Why the program did not exit by itself with status 0; empty if it did.
+    /// Why the run failed: not started, not ended in time, a signal, or an exit status
+    /// other than 0. Empty after success.
     QString trouble;
     QByteArray output;
     QByteArray errors; ///< standard error, including the debug log
@@ -34,7 +35,7 @@ struct ChildRun {
 class ChildProcess
 {
 public:
-    /// @param program  path of the program
+    /// @param program  path of the executable file
     explicit ChildProcess(const QString& program);
 
     /// Maximum running time; the default is one minute.
@@ -51,20 +52,21 @@ public:
     /// standard output and standard error are pipes, which the limit does not affect.
     void limitFileSize(qint64 bytes);
 
-    /// Makes standard error a pipe without a reader: writing to it raises SIGPIPE.
+    /// Replaces standard error by a pipe without a reader, so writing to it raises
+    /// SIGPIPE.
     void closeReaderOfErrors();
 
     /// Mounts a tmpfs of @p bytes on the existing @p folder in the program's own mount
     /// namespace. No other process sees it, and it disappears after the run.
     void mountDisk(const QString& folder, qint64 bytes);
 
-    /// Whether mountDisk() works on this machine: user namespaces must be allowed.
+    /// Whether mountDisk() works on this machine. It needs unprivileged user namespaces.
     static bool canMountDisks();
 
     ChildRun run(const QStringList& arguments);
 
-    /// Runs with arguments that need not be valid text. Each one is percent-encoded;
-    /// system_child decodes it.
+    /// Runs the program with arguments that need not be valid text. Each argument is
+    /// percent-encoded; system_child decodes it.
     ChildRun runSteps(const QList<QByteArray>& arguments);
 
 private:
@@ -82,8 +84,9 @@ private:
     qint64 m_diskSize = 0;
 };
 
-/// Whether this build uses AddressSanitizer. It reserves terabytes of address space and
-/// delays the reuse of freed memory, so memory limits cannot be tested.
+/// Whether this build uses AddressSanitizer. AddressSanitizer reserves terabytes of
+/// address space and delays the reuse of freed memory, so memory limits cannot be tested
+/// with it.
 constexpr bool isUnderAddressSanitizer()
 {
 #if defined(__SANITIZE_ADDRESS__)

@@ -7,7 +7,7 @@
 namespace tests
 {
 
-/// Adds a data row of text columns; @p texts are in the order of the columns.
+/// Adds a test data row of text columns. @p texts are in the order of the columns.
 inline void addTexts(const char* name, const QStringList& texts)
 {
     QTestData& row = QTest::newRow(name);

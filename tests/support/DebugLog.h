@@ -1,4 +1,4 @@
-// Captures the messages of qDebug() and its relatives during a test.
+// Captures the messages of qDebug(), qInfo(), qWarning() and qCritical() during a test.
 #pragma once
 
 #include <QString>
@@ -8,8 +8,8 @@
 namespace tests
 {
 
-/// Collects all messages, of every level, during its lifetime instead of printing them.
-/// Only one instance can exist at a time, because the list is static.
+/// Collects the messages of all levels during its lifetime. They are not printed. Only
+/// one instance can exist at a time, because the list is static.
 class DebugLog
 {
 public:

@@ -1,4 +1,4 @@
-// A translator that has an entry for every text and records each request.
+// A translator that marks every text and records each request.
 #pragma once
 
 #include "support/Vocabulary.h"
@@ -8,7 +8,7 @@
 namespace tests
 {
 
-/// Puts guillemets around every text, which no source text contains, and records each
+/// Returns every text in guillemets, which no source text contains, and records each
 /// request. Install it before the windows are built.
 class EveryWord : public QTranslator
 {

@@ -7,7 +7,7 @@ namespace tests::fits
 {
 
 /// Normalised references at 1 to 7 eV. They are linearly independent of each other and of
-/// a constant; for the first two this also holds in the range 2 to 6 eV.
+/// a constant. The first two references are also independent in the range 2 to 6 eV.
 inline const QList<double> energies{1, 2, 3, 4, 5, 6, 7};
 inline const QList<QList<double>> shapes{{9, 1, 0, 0.5, 2, 0.25, 3},
                                          {-9, 0, 1, 0.5, 0.75, 2, 8},
@@ -17,8 +17,8 @@ inline const QList<double> preLevels{0.5, 0.25, 0.75, 1};
 inline const QList<double> jumps{2, 4, 1, 8};
 inline const QList<double> valences{2, 4, 3, 5};
 
-/// Sets a spectrum whose normalised values are @p values: its pre-edge line is the
-/// constant @p pre, its post-edge line the constant @p pre + @p jump.
+/// Sets a spectrum whose normalised values are @p values. Its pre-edge line is the
+/// constant @p pre and its post-edge line is the constant @p pre + @p jump.
 inline void setNormalised(AMutE& spectrum, const QList<double>& at, QList<double> values,
                           double pre, double jump)
 {
@@ -52,7 +52,8 @@ inline void setTarget(PanelInputs& inputs, const QList<double>& parts, double ba
     setNormalised(inputs.target, energies, mixed(parts, base), 1, 8);
 }
 
-/// Marks the last two energy rows as the ends of the fit range, the upper end first.
+/// Sets the fit range: marks the last two energy rows and writes the limits into them,
+/// the upper limit first.
 inline void setRange(PanelInputs& inputs, double from, double to)
 {
     inputs.points[6].energy = to;
@@ -61,8 +62,9 @@ inline void setRange(PanelInputs& inputs, double from, double to)
     inputs.points[7].inFit = true;
 }
 
-/// Inputs of a linear combination fit: one reference in use per part, the target is their
-/// weighted sum plus a constant, and all seven points are in range.
+/// Inputs of a linear combination fit. One reference is in use per part, the target is
+/// the weighted sum of the references plus a constant, and all seven points are in the
+/// fit range.
 ///
 /// The default parts 0.5 and 0.75 sum to 1.25, so the shares are 0.4 and 0.6. The valence
 /// uses the parts before normalisation: 1/2 * 2 + 3/4 * 4 = 4.

@@ -1,4 +1,4 @@
-// A standalone plot that paints one graph.
+// A plot frame for one graph, without a panel.
 #pragma once
 
 #include "display/DispABase.h"
@@ -10,9 +10,9 @@
 namespace tests
 {
 
-/// A plot frame that paints @p graph on each call of picture(), with its axis titles
-/// inside the plot. In the default size the plot area spans columns 40 to 380 and rows 15
-/// to 270. @p graph must outlive the plot.
+/// A plot frame that paints @p graph, with its axis titles inside the plot, on each call
+/// of picture(). In the default size the plot area spans columns 40 to 380 and rows 15 to
+/// 270. @p graph must outlive the plot.
 class GraphPlot : public DispABase
 {
 public:

@@ -8,7 +8,7 @@
 namespace tests
 {
 
-/// Adds a column "number" with one row per number.
+/// Adds the data column "number" and one row for each NaN, infinite or extreme number.
 inline void addHostileNumbers()
 {
     using Limits = std::numeric_limits<double>;
@@ -16,10 +16,10 @@ inline void addHostileNumbers()
     QTest::newRow("NaN") << Limits::quiet_NaN();
     QTest::newRow("infinity") << Limits::infinity();
     QTest::newRow("minus infinity") << -Limits::infinity();
-    QTest::newRow("huge") << 1e300;
-    QTest::newRow("hugely negative") << -1e300;
-    QTest::newRow("the largest") << Limits::max();
-    QTest::newRow("the smallest") << Limits::denorm_min();
+    QTest::newRow("1e300") << 1e300;
+    QTest::newRow("-1e300") << -1e300;
+    QTest::newRow("largest double") << Limits::max();
+    QTest::newRow("smallest positive double") << Limits::denorm_min();
 }
 
 } // namespace tests

@@ -1,4 +1,4 @@
-// The widgets of the panel, without the panel that connects them.
+// The widgets of the panel, without a panel and without connections.
 #pragma once
 
 #include "display/DispMBase.h"
@@ -18,8 +18,8 @@
 namespace tests
 {
 
-/// Creates the widgets that the parts of the panel work on. There are no connections
-/// between them, so no calculation starts by itself.
+/// Creates the widgets that panel::Widgets lists. They are not connected, so no
+/// calculation starts after a change of a widget.
 class LooseWidgets
 {
 public:
@@ -59,9 +59,9 @@ public:
         list.normRadios = &normRadios;
     }
 
-    /// Resets for the next test case: empty texts, nothing checked, all buttons
-    /// non-exclusive so that all can be off, no spectrum, no map, and no view range in
-    /// the map windows.
+    /// Resets the widgets for the next test case: empty texts, no button checked, no
+    /// spectrum, no map, and no view range in the map windows. All buttons are
+    /// non-exclusive, so every button of a group can be unchecked.
     void reset()
     {
         for (QObject* parent : parents()) {
@@ -103,10 +103,10 @@ public:
     QButtonGroup mapRadios;
     QButtonGroup mapRows;
     QButtonGroup normRadios;
-    panel::Widgets list; ///< pointers to all of the above
+    panel::Widgets list; ///< pointers to the widgets above
 
 private:
-    /// The parents of all fields and buttons.
+    /// The parent objects of all fields and buttons.
     QList<QObject*> parents()
     {
         QList<QObject*> all{&frame};

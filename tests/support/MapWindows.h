@@ -1,5 +1,5 @@
-// The two map windows of a panel: setting results, and actual and expected pictures of
-// their surfaces.
+// Functions for the two map windows of a panel: set results, and return the painted and
+// the expected pictures.
 #pragma once
 
 #include "support/PictureTools.h"
@@ -22,7 +22,8 @@ inline bool showWindow(QWidget* window)
     return QTest::qWaitForWindowExposed(window);
 }
 
-/// Pops the surface of a shown map window out into a separate window.
+/// Moves the surface of a map window into a separate window. The map window must be
+/// visible.
 inline bool popOut(DispMBase* window)
 {
     window->popDock();
@@ -49,8 +50,8 @@ inline void setTwoReferences(FourPs& panel)
     panel.Refs.RefRows.at(1)->Valence->setText(QStringLiteral("3"));
 }
 
-/// Resets a shared panel: the valence and the first row are chosen, and references 1 and
-/// 2 are as setTwoReferences() sets them.
+/// Resets a shared panel, chooses the valence and the first row for display, and calls
+/// setTwoReferences().
 inline void resetMaps(FourPs& panel)
 {
     resetData(panel);
@@ -67,7 +68,8 @@ inline void resetMaps(FourPs& panel)
 }
 
 /// Stores a result of the non-equivalent method: thirteen values per pixel, row-major.
-/// The dummy a and thickness (-77, -78) must not be read.
+/// The fields a and thickness belong to the four-points family; their values -77 and -78
+/// must not be read.
 inline void setResult(FourPs& panel, int width, int height, const QList<QList<double>>& pixels)
 {
     panel.BaseData.clear();
@@ -79,8 +81,9 @@ inline void setResult(FourPs& panel, int width, int height, const QList<QList<do
     }
 }
 
-/// Stores a result of the non-equivalent method with @p values in one quantity and 1e6 in
-/// all others, and chooses that quantity. A mix-up of quantities then shows.
+/// Stores a result of the non-equivalent method and chooses one quantity. The chosen
+/// quantity has @p values and all others have 1e6, so reading a wrong quantity changes
+/// the picture.
 inline void setQuantity(FourPs& panel, int quantity, int width, int height,
                         const QList<double>& values)
 {
@@ -111,31 +114,31 @@ inline void setFractions(FourPs& panel, int width, int height, const QList<Fract
     }
 }
 
-/// Index of a value in the table of 768 colours between two limits. A value that is not
-/// finite gets index 0.
-inline int plainColorPlace(double value, double low, double high)
+/// Index of the colour of @p value in the table of 768 colours, which covers the range
+/// from @p low to @p high. A value that is not finite gets index 0.
+inline int plainColorIndex(double value, double low, double high)
 {
     const double place = 768.0 / (high - low) * (value - low);
     return std::isfinite(place) ? static_cast<int>(std::clamp(place, 0.0, 767.0)) : 0;
 }
 
-/// The table's colour: black to red to yellow to white.
+/// The colour of @p value. The table changes from black through red and yellow to white.
 inline QColor plainMapColor(double value, double low, double high)
 {
-    const int place = plainColorPlace(value, low, high);
+    const int place = plainColorIndex(value, low, high);
     if (place < 256) {
         return {place, 0, 0};
     }
     return place < 512 ? QColor(255, place - 256, 0) : QColor(255, 255, place - 512);
 }
 
-/// Paints the surface and returns the picture.
+/// Paints the surface of a map window and returns the picture.
 inline QImage picture(DispMBase* window)
 {
     return window->DispA->grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
 
-/// A map and how it is displayed.
+/// The values of a map and the settings of its display.
 struct PlainMap {
     int width;
     int height;
@@ -145,8 +148,8 @@ struct PlainMap {
     bool grid = false;
 };
 
-/// The expected picture of the surface for @p view; the surface's size overrides that in
-/// @p view.
+/// The expected picture of the surface for @p view. The field @p view.surface is ignored:
+/// the picture has the size of the window's surface.
 inline QImage plainPicture(const DispMBase* window, const PlainMap& map, PlainMapView view)
 {
     view.surface = window->DispA->size();
@@ -162,7 +165,7 @@ inline QImage plainPicture(const DispMBase* window, const PlainMap& map, PlainMa
     return image;
 }
 
-/// The expected picture with the whole map in view.
+/// The expected picture if the view contains the whole map.
 inline QImage plainPicture(const DispMBase* window, const PlainMap& map)
 {
     return plainPicture(window, map, {{}, 0.0, 0.0, double(map.width), double(map.height)});
@@ -179,7 +182,7 @@ inline QStringList limitTexts(const DispMBase* window)
     return {window->MinV->text(), window->MaxV->text()};
 }
 
-/// The map coordinates at the surface's edges: left, lower, right, upper.
+/// The map coordinates at the edges of the surface: left, bottom, right, top.
 inline QList<double> viewOf(const DispMBase* window)
 {
     const ChCoord& cc = window->DispA->cc;

@@ -1,4 +1,4 @@
-// Painter states in which marks are drawn.
+// Test rows of painter states for drawing marks.
 #pragma once
 
 #include "support/PictureTools.h"
@@ -11,11 +11,12 @@
 namespace tests
 {
 
-/// Sets up a painter, before the pen is set.
+/// A function that changes the state of a painter. It is called before the pen is set.
 using PainterState = std::function<void(QPainter*)>;
 
-/// Adds rows of a painter state and a device scale. With @p plain, the states in which a
-/// mark covers the same pixels at every position; otherwise all other states.
+/// Adds data rows of a painter state and a device pixel ratio. With @p plain, these are
+/// the states in which a mark has the same shape in pixels at every position; otherwise
+/// all other states.
 inline void addPainterStates(bool plain)
 {
     QTest::addColumn<PainterState>("state");
@@ -38,11 +39,12 @@ inline void addPainterStates(bool plain)
         p->translate(150, 0);
         p->scale(-1, 1);
     });
-    add("turned", [](QPainter* p) { p->rotate(20); });
-    add("smooth", [](QPainter* p) { p->setRenderHint(QPainter::Antialiasing); });
+    add("rotated", [](QPainter* p) { p->rotate(20); });
+    add("antialiased", [](QPainter* p) { p->setRenderHint(QPainter::Antialiasing); });
     add("half transparent", [](QPainter* p) { p->setOpacity(0.5); });
-    add("filled", [](QPainter* p) { p->setBrush(Qt::yellow); });
-    add("combined", [](QPainter* p) { p->setCompositionMode(QPainter::CompositionMode_Xor); });
+    add("with a brush", [](QPainter* p) { p->setBrush(Qt::yellow); });
+    add("xor composition mode",
+        [](QPainter* p) { p->setCompositionMode(QPainter::CompositionMode_Xor); });
     add(
         "device pixel ratio 2", [](QPainter*) {}, 2.0);
     add(

@@ -1,4 +1,4 @@
-// A set of marker lines together with the edits that hold their values.
+// A set of marker lines and the line edits for their values.
 #pragma once
 
 #include "display/MarkLine.h"
@@ -18,8 +18,8 @@ inline constexpr int horizontal = 1;
 class MarkedLines
 {
 public:
-    /// Adds a line with its own edit. Its value is relative to line @p base unless that
-    /// is -1.
+    /// Adds a line with its own edit. The value is relative to the value of line @p base,
+    /// or absolute if @p base is -1.
     MarkLine* add(const QString& text, int direction = vertical, int base = -1)
     {
         m_edits.push_back(std::make_unique<QLineEdit>(text));
@@ -33,7 +33,7 @@ public:
 
     QString text(int line) const { return set.lines.at(line)->edit->text(); }
 
-    /// Selects a line, as a mouse press next to it does.
+    /// Selects a line, as a mouse press close to the line does.
     void hold(int line)
     {
         set.selected = true;

@@ -15,8 +15,9 @@ inline constexpr double hc = AMutE::hcEvAngstrom;
 /// and the division hc / L do not round.
 inline const QList<double> wavelengths{4, 2, 1, 0.5, 0.25, 0.125, 0.0625, 0.03125};
 
-/// Absorbance of the references above their pre-edge lines at the eight rows. They and
-/// the terms of either background are linearly independent, also on the first rows alone.
+/// Absorbance of the references above their pre-edge lines at the eight rows. The
+/// references and the terms of either background (linear or Victoreen) are linearly
+/// independent. This also holds if only the first rows are used.
 inline const QList<QList<double>> shapes{{1, 0, 3, 2, 1, 0, 2, 1},
                                          {0, 1, 1, 3, 5, 1, 0, 2},
                                          {2, 0, 1, 0, 1, 3, 1, 0},
@@ -35,7 +36,8 @@ inline QList<double> rowEnergies()
     return energies;
 }
 
-/// A weighted sum of references plus a background; the linear term is in units of E / hc.
+/// A weighted sum of the references plus a background. The unit of the linear term is
+/// E / hc.
 struct Mix {
     QList<double> parts;
     double constant = 0.0;
@@ -66,16 +68,18 @@ struct Mix {
 
 /// dMut 1 and 3: shares 1/4 and 3/4, total 4, valence 2/4 + 15/4 = 4.25.
 inline const Mix quarter{{0.5, 0.5}, 1.25, 0.5};
-/// The same references over a constant and Victoreen terms (L^3, L^4).
+/// The same references plus a background of a constant and the Victoreen terms L^3 and
+/// L^4.
 inline const Mix curvedQuarter{{0.5, 0.5}, 1.25, 0, 2, -0.5};
 /// dMut -1 and 6: shares -0.2 and 1.2, total 5, valence -0.4 + 6 = 5.6.
 inline const Mix negative{{-0.5, 1}, -2, -1};
 
-/// The thirteen values of a pixel; C1 is in units of 1 / hc.
+/// The thirteen values of a pixel for the mixes above. C1 is in units of 1 / hc.
 inline const QList<double> quarterValues{0.25, 0.75, 0, 0, 1, 3, 0, 0, 1.25, 0.5, 0, 4.25, 4};
 inline const QList<double> negativeValues{-0.2, 1.2, 0, 0, -1, 6, 0, 0, -2, -1, 0, 5.6, 5};
 
-/// Gives a spectrum the points, the lines and the edge jump of reference @p shape.
+/// Sets the points, the lines and the edge jump of a spectrum to those of the reference
+/// with index @p shape.
 inline void setReference(AMutE& spectrum, int shape)
 {
     const double pre = preLevels.at(shape);
@@ -89,7 +93,7 @@ inline void setTarget(AMutE& target, const Mix& mix)
 }
 
 /// Inputs of the non-equivalent method with linear background. The first @p references
-/// references and the first @p rows energy rows are in use, the target is @p mix, and the
+/// references and the first @p rows energy rows are in use. The target is @p mix. The
 /// third row is the V row.
 inline PanelInputs mixedInputs(const Mix& mix, int references = 2, int rows = 5)
 {
@@ -109,13 +113,14 @@ inline PanelInputs mixedInputs(const Mix& mix, int references = 2, int rows = 5)
     return inputs;
 }
 
-/// Inputs for which subtracting the pre-edge or the post-edge line gives different
-/// results. Without line subtraction the shares are 1/4 and 3/4 and the total is 4.
+/// Inputs for which the subtraction of the pre-edge line and of the post-edge line gives
+/// different results. Without line subtraction the shares are 1/4 and 3/4 and the total
+/// is 4.
 ///
-/// The second reference is L^3. The post-edge lines of target and first reference also
-/// contain L^3, so subtracting them changes the coefficient of the second reference. With
-/// the target's post-edge line subtracted, dMut is 1 and -3. With the references'
-/// post-edge lines subtracted, dMut is 1 and 6.
+/// The second reference is L^3. The post-edge lines of the target and of the first
+/// reference also contain L^3, so subtracting them changes the coefficient of the second
+/// reference. With the target's post-edge line subtracted, dMut is 1 and -3. With the
+/// references' post-edge lines subtracted, dMut is 1 and 6.
 inline PanelInputs inputsOfLinesApart()
 {
     QList<double> cubes;
@@ -132,8 +137,8 @@ inline PanelInputs inputsOfLinesApart()
     return inputs;
 }
 
-/// Gives the first @p rows energy rows a map that is one line of pixels, one pixel per
-/// mix.
+/// Sets the map of each of the first @p rows energy rows. A map is one line of pixels,
+/// with one pixel per mix.
 inline void setPixels(PanelInputs& inputs, const QList<Mix>& pixels, int rows = 5)
 {
     for (int row = 0; row < rows; ++row) {
@@ -156,7 +161,7 @@ inline bool near(const QList<double>& values, const QList<double>& expected)
                       [](double a, double b) { return near(a, b); });
 }
 
-/// The values of a pixel, with C1 converted to units of 1 / hc.
+/// The thirteen values of a pixel, with C1 converted to units of 1 / hc.
 inline QList<double> scaledValues(const A2DData& map, int pixel)
 {
     QList<double> values = map.rows.at(pixel).values;

@@ -1,5 +1,5 @@
-// Sends mouse events with fractional positions, modifier keys held during a move, and
-// wheel turns of any size.
+// Sends mouse events that QTest cannot send: fractional positions, modifier keys during a
+// move, and wheel turns of any size.
 #pragma once
 
 #include <QCoreApplication>
@@ -30,22 +30,21 @@ inline void release(QWidget* widget, const QPointF& at, Qt::MouseButton button =
     sendMouse(widget, QEvent::MouseButtonRelease, at, button, {}, keys);
 }
 
-/// Sends only the second press of a double click, without the first press and the
-/// releases.
+/// Sends only the double-click event, without the first press and without any release.
 inline void doubleClick(QWidget* widget, const QPointF& at, Qt::MouseButton button = Qt::LeftButton,
                         Qt::KeyboardModifiers keys = {})
 {
     sendMouse(widget, QEvent::MouseButtonDblClick, at, button, button, keys);
 }
 
-/// A move with the buttons @p held.
+/// Moves the mouse with the buttons @p held pressed.
 inline void move(QWidget* widget, const QPointF& at, Qt::MouseButtons held = {},
                  Qt::KeyboardModifiers keys = {})
 {
     sendMouse(widget, QEvent::MouseMove, at, Qt::NoButton, held, keys);
 }
 
-/// A move with the left button held.
+/// Moves the mouse with the left button pressed.
 inline void drag(QWidget* widget, const QPointF& at, Qt::KeyboardModifiers keys = {})
 {
     move(widget, at, Qt::LeftButton, keys);

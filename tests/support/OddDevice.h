@@ -1,4 +1,4 @@
-// A device that returns short reads of varying size and can fail.
+// A read-only device with short reads of varying size that can also fail.
 #pragma once
 
 #include <QByteArray>
@@ -11,13 +11,13 @@
 namespace tests
 {
 
-/// Holds bytes and returns between 1 and @p largest of them per read, in a fixed
-/// pseudo-random sequence (a linear congruential generator). Optionally sequential. Open
-/// for reading, at its start.
+/// A device over the given bytes, sequential or not. Each read returns between 1 and
+/// @p largest bytes; the sizes are a fixed sequence of a linear congruential generator. The
+/// constructor opens the device for reading.
 class OddDevice : public QIODevice
 {
 public:
-    /// @param largest  upper limit of a read in bytes, 1 or more
+    /// @param largest  maximum size of a read in bytes, at least 1
     OddDevice(const QByteArray& bytes, qint64 largest, bool isSequential)
         : m_bytes(bytes)
         , m_failsAt(bytes.size())
@@ -27,7 +27,7 @@ public:
         open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
 
-    /// Makes every read at or after byte @p position fail, while size() and atEnd() still
+    /// Makes every read at or after byte @p position fail. size() and atEnd() still
     /// report the full content.
     void failAt(qint64 position) { m_failsAt = std::min<qint64>(position, m_bytes.size()); }
 

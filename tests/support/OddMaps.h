@@ -32,7 +32,7 @@ inline constexpr std::array<double, 16> oddNumbers{0.0,
                                                    1e300,
                                                    -1e-300};
 
-/// The kind of special values that are mixed into the ordinary numbers of a test.
+/// The kind of special values that are mixed with the ordinary random numbers of a test.
 enum class Kind { Random, Singular, Zero, Infinite, NaN, Odd };
 
 inline constexpr std::array<Kind, 6> allKinds{Kind::Random,   Kind::Singular, Kind::Zero,
@@ -81,7 +81,8 @@ inline double numberOf(Kind kind, std::mt19937_64& random)
     return ordinary;
 }
 
-/// A map row: counts with an I0, or a ready absorbance (I0 is 0).
+/// A random map row. Its intensity is a count with an I0 or, if I0 is 0, the absorbance
+/// itself.
 inline A2DRow rowOf(Kind kind, std::mt19937_64& random)
 {
     const bool isReady = onceIn(random, 3);
@@ -92,7 +93,7 @@ inline A2DRow rowOf(Kind kind, std::mt19937_64& random)
             {}};
 }
 
-/// A map whose header states @p width by @p height pixels but which has @p rows rows.
+/// A random map with a stated size of @p width by @p height pixels and with @p rows rows.
 inline A2DData mapOf(Kind kind, int width, int height, int rows, std::mt19937_64& random)
 {
     A2DData map;
@@ -122,10 +123,10 @@ inline QString differenceOf(const A2DData& a, const A2DData& b)
         const A2DRow& p = a.rows.at(i);
         const A2DRow& q = b.rows.at(i);
         if (!sameDouble(p.x, q.x) || !sameDouble(p.y, q.y)) {
-            return QStringLiteral("place of pixel %1").arg(i);
+            return QStringLiteral("coordinates of pixel %1").arg(i);
         }
         if (!sameDouble(p.intensity, q.intensity) || !sameDouble(p.i0, q.i0)) {
-            return QStringLiteral("fields of pixel %1").arg(i);
+            return QStringLiteral("intensity or I0 of pixel %1").arg(i);
         }
         if (!sameNumbers(p.values, q.values)) {
             return QStringLiteral("values of pixel %1").arg(i);
@@ -134,13 +135,13 @@ inline QString differenceOf(const A2DData& a, const A2DData& b)
     return {};
 }
 
-/// A deep copy: a list with the same numbers and its own memory.
+/// A deep copy: a list with the same numbers in separate memory.
 inline QList<double> ownCopy(const QList<double>& list)
 {
     return {list.cbegin(), list.cend()};
 }
 
-/// A deep copy of a map: it shares no list of numbers with @p map.
+/// A deep copy of a map. It shares no list of numbers with @p map.
 inline A2DData ownCopy(const A2DData& map)
 {
     A2DData copy;

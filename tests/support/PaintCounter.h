@@ -11,11 +11,11 @@
 namespace tests
 {
 
-/// Waits for @p milliseconds. The wait consists of short turns that each process all
-/// events, so pending paints arrive even on a busy machine.
-inline void letPaintsArrive(int milliseconds = 20)
+/// Waits for @p milliseconds in short steps. Each step processes all events, so pending
+/// paint events are delivered even on a busy machine.
+inline void waitForPaints(int milliseconds = 20)
 {
-    constexpr int turn = 5; // ms, the interval in which the platform collects updates
+    constexpr int turn = 5; // ms, the interval in which the platform plugin collects updates
     for (int waited = 0; waited < milliseconds; waited += turn) {
         QTest::qWait(turn);
     }
@@ -27,21 +27,21 @@ class PaintCounter : public QObject
 public:
     explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
 
-    /// Processes pending paints, then restarts the count at 0.
+    /// Processes pending paint events, then sets the count to 0.
     void settle()
     {
-        letPaintsArrive();
+        waitForPaints();
         m_count = 0;
         m_region = {};
     }
 
-    /// The number of paints since settle().
+    /// The number of paint events since settle().
     int count() const { return m_count; }
 
-    /// The number of paints since settle(), including the next @p milliseconds.
+    /// Waits for @p milliseconds and returns the number of paint events since settle().
     int within(int milliseconds = 20) const
     {
-        letPaintsArrive(milliseconds);
+        waitForPaints(milliseconds);
         return m_count;
     }
 

@@ -1,4 +1,4 @@
-// The inputs of the calculations, as a user sets them, without a panel.
+// The inputs of the calculations, as a user sets them, in a plain struct without a panel.
 #pragma once
 
 #include "analysis/CalculationState.h"
@@ -11,8 +11,9 @@
 namespace tests
 {
 
-/// The rows, spectra, maps and choices of a panel. By default nothing is in use, the edge
-/// is at 8350 eV, and least squares and the linear background are chosen.
+/// The rows, spectra, maps and choices of a panel. By default no row and no reference is
+/// in use, the edge is at 8350 eV, and least squares and the linear background are
+/// chosen.
 struct PanelInputs {
     PanelInputs()
     {
@@ -32,8 +33,8 @@ struct PanelInputs {
     bool subPostForTarget = false;
 
     /// All setters return *this, so calls can be chained. useRows() and useReferences()
-    /// put exactly the given rows in use; markVRows() marks exactly the given energy rows
-    /// as V points.
+    /// put the given rows in use and all others out of use. markVRows() makes exactly the
+    /// given energy rows V points.
     PanelInputs& useRows(const QList<int>& rows);
     PanelInputs& useReferences(const QList<int>& rows);
     PanelInputs& markVRows(const QList<int>& rows);
@@ -48,22 +49,22 @@ struct PanelInputs {
     PanelInputs& chooseFourPoints(bool exact, bool leastSquare);
     PanelInputs& chooseNonEquivalent(bool linear);
 
-    /// Sets the numbers of an energy row: energy (eV), absorbance of the first two
-    /// references, and of the target.
+    /// Sets the numbers of an energy row: the energy (eV) and the absorbance of the first
+    /// reference, the second reference and the target.
     PanelInputs& setPoint(int row, double energy, double r1, double r2, double mutT);
 
-    /// Gives an energy row a map with one line of pixels that hold these absorbances.
+    /// Sets the map of an energy row: one line of pixels with the absorbances @p muts.
     PanelInputs& setMap(int row, const QList<double>& muts);
 
-    /// Gives each of the first @p rows energy rows a one-pixel map of its target
-    /// absorbance.
+    /// Sets a one-pixel map with the target's absorbance for each of the first @p rows
+    /// energy rows.
     PanelInputs& addMaps(int rows);
 
-    /// Removes the map of a row, as if no file had been chosen.
+    /// Removes the map of a row, as if no file had been loaded.
     PanelInputs& takeMap(int row);
 
-    /// The state that the calculations take. It points to the spectra and maps of these
-    /// inputs, which must outlive it.
+    /// The input struct of the calculation functions. It points to the spectra and maps
+    /// of this object, which must outlive it.
     analysis::CalculationState state() const
     {
         analysis::CalculationState state;
@@ -190,8 +191,9 @@ inline PanelInputs& PanelInputs::takeMap(int row)
     return *this;
 }
 
-/// Inputs of the three-point method with a = 1/2 and, on one-pixel maps, thickness 1.
-/// The references have valences 2 and 3; rows 1, 2 and the V row 3 are in use.
+/// Inputs of the three-point method with the result a = 1/2 and, for one-pixel maps,
+/// thickness 1. The references have the valences 2 and 3. Rows 1, 2 and the V row 3 are
+/// in use.
 inline PanelInputs threePointInputs()
 {
     PanelInputs inputs;
@@ -206,8 +208,8 @@ inline PanelInputs threePointInputs()
     return inputs;
 }
 
-/// Four rows with V row 3; the target is half the sum of two references. The exact and
-/// the least-squares four-points method both give a = 1/2 and t/ts = 1.
+/// Inputs of the four-points methods with four rows; row 3 is the V row. The target is
+/// half the sum of the two references, so a = 1/2 and t/ts = 1 in both methods.
 inline PanelInputs fourPointInputs()
 {
     PanelInputs inputs = threePointInputs();

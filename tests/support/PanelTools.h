@@ -1,4 +1,4 @@
-// Helpers to set up a panel and to read its state.
+// Functions that set up a panel and read its state.
 #pragma once
 
 #include "panel/FourPs.h"
@@ -14,12 +14,12 @@
 namespace tests
 {
 
-// Error messages that the target and the map calculation have in common.
+// Error messages of both the target calculation and the map calculation.
 inline const QString fewReferences =
     QStringLiteral("Number of valied Ref Files is %1, which is less than 2.");
 inline const QString wrongCount = QStringLiteral("Number of selected data sets %1 is not %2.");
 
-// The fit's error message if fewer than two rows are marked.
+// Error message of the fit if fewer than two rows are marked.
 inline const QString noFitRange =
     QStringLiteral("Energy Range is not selected, which should by selected by CB of TR.");
 
@@ -48,8 +48,8 @@ inline void enter(QLineEdit* edit, const QString& text)
     Q_EMIT edit->editingFinished();
 }
 
-/// Gives a reference row a valid spectrum without points and with constant lines: the
-/// edge jump is @p jump at every edge energy.
+/// Sets a valid spectrum without points for a reference row. Its lines are constant, so
+/// the edge jump is @p jump at every edge energy.
 inline void makeReferenceValid(FourPs& panel, int row, double jump = 1.0)
 {
     AMutE& spectrum = *panel.XafsFiles.at(row);
@@ -63,7 +63,7 @@ inline void makeTargetValid(FourPs& panel)
     panel.ui.TargetFile->valid = true;
 }
 
-/// Sets the numbers of an energy row, without editingFinished().
+/// Sets the numbers of an energy row. Does not emit editingFinished().
 inline void setPoint(FourPs& panel, int row, const QString& energy, const QString& r1,
                      const QString& r2, const QString& target = {})
 {
@@ -74,7 +74,7 @@ inline void setPoint(FourPs& panel, int row, const QString& energy, const QStrin
     point->MutT->setText(target);
 }
 
-/// Gives an energy row a map with one line of pixels that hold these absorbances.
+/// Sets the map of an energy row: one line of pixels with the absorbances @p muts.
 inline void setMap(FourPs& panel, int row, const QList<double>& muts)
 {
     AEPoint* point = panel.EPoints.at(row);
@@ -87,7 +87,7 @@ inline void setMap(FourPs& panel, int row, const QList<double>& muts)
     point->loaded = true;
 }
 
-/// Puts exactly these energy rows in use.
+/// Puts the given energy rows in use and all others out of use.
 inline void useRows(FourPs& panel, const QList<int>& rows)
 {
     for (int i = 0; i < panel.EPoints.size(); ++i) {
@@ -95,7 +95,7 @@ inline void useRows(FourPs& panel, const QList<int>& rows)
     }
 }
 
-/// Puts exactly these references in use, without signals.
+/// Puts the given references in use and all others out of use, without signals.
 inline void useReferences(FourPs& panel, const QList<int>& rows)
 {
     for (int i = 0; i < panel.Refs.RefRows.size(); ++i) {
@@ -104,8 +104,8 @@ inline void useReferences(FourPs& panel, const QList<int>& rows)
     }
 }
 
-/// Checks one of a group of exclusive buttons. The signals of all buttons with the same
-/// parent are blocked.
+/// Checks one button of an exclusive group. Blocks the signals of all buttons with the
+/// same parent.
 inline void chooseQuietly(QAbstractButton* button)
 {
     std::vector<QSignalBlocker> quiet;
@@ -122,8 +122,8 @@ inline void chooseFourPoints(FourPs& panel)
     chooseQuietly(panel.ui.radioButton);
 }
 
-/// Sets up the three-point method with a = 1/2 and, on maps, thickness 1. The references
-/// have valences 2 and 3; rows 1, 2 and the V row 3 are in use.
+/// Sets up the three-point method with the result a = 1/2 and, for maps, thickness 1.
+/// The references have the valences 2 and 3. Rows 1, 2 and the V row 3 are in use.
 inline void prepareThreePoints(FourPs& panel)
 {
     chooseFourPoints(panel);
@@ -139,7 +139,7 @@ inline void prepareThreePoints(FourPs& panel)
     clearMessages(panel);
 }
 
-/// Like prepareThreePoints(), with one-pixel maps in the three rows.
+/// Calls prepareThreePoints() and sets one-pixel maps in the three rows.
 inline void prepareThreePointMaps(FourPs& panel)
 {
     prepareThreePoints(panel);
@@ -148,8 +148,8 @@ inline void prepareThreePointMaps(FourPs& panel)
     setMap(panel, 2, {3});
 }
 
-/// Four rows with V row 3; the target is half the sum of two references. The exact and
-/// the least-squares four-points method both give a = 1/2 and t/ts = 1.
+/// Sets up the four-points methods with four rows; row 3 is the V row. The target is half
+/// the sum of the two references, so a = 1/2 and t/ts = 1 in both methods.
 inline void prepareFourPoints(FourPs& panel)
 {
     prepareThreePoints(panel);

@@ -16,8 +16,9 @@ inline QImage whitePicture(const QSize& size)
     return image;
 }
 
-/// Whether two pictures of equal size agree in @p part. Logs the first pixel that
-/// differs. Also false, with a log line, if the sizes differ or @p part reaches outside.
+/// Whether two pictures of equal size have the same pixels in @p part. Logs the first
+/// pixel that differs. Returns false, with a log line, if the sizes differ or if @p part
+/// is not completely inside the picture.
 inline bool isSamePicture(const QImage& image, const QImage& wanted, const QRect& part)
 {
     if (image.size() != wanted.size() || !image.rect().contains(part)) {
@@ -41,7 +42,8 @@ inline bool isSamePicture(const QImage& image, const QImage& wanted)
     return isSamePicture(image, wanted, image.rect());
 }
 
-/// Whether all pixels of @p part have this colour; logs the first one that does not.
+/// Whether all pixels of @p part have this colour. Logs the first pixel with another
+/// colour.
 inline bool isAllOf(const QImage& image, const QRect& part, const QColor& color)
 {
     QImage wanted(image.size(), QImage::Format_RGB32);

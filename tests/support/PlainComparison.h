@@ -1,4 +1,4 @@
-// Reference implementation of the plot of fit against target calculation.
+// Reference implementation of the plot that compares the fit with the target calculation.
 #pragma once
 
 #include "support/PlainPlot.h"
@@ -18,7 +18,7 @@ struct PlainPoint {
 class PlainComparison : public PlainPlot
 {
 public:
-    /// Both axes run from @p first - 0.2 to @p second + 0.2.
+    /// The range of both axes is @p first - 0.2 to @p second + 0.2.
     PlainComparison(const QSize& size, double first, double second)
         : PlainComparison(size, first, second,
                           {first - 0.2, first - 0.2, second + 0.2, second + 0.2})

@@ -1,6 +1,7 @@
-// Reference implementation of the two linear fits: for every pixel it allocates, builds,
-// factorises and solves a matrix and parses every text; each interpolation searches from
-// the first point. The fast path must give the same bits.
+// Reference implementation of the linear combination fit and of the non-equivalent
+// method. For every pixel it parses all texts, allocates a matrix, fills it and solves
+// the linear system. Each interpolation searches from the first point. The fast path must
+// return the same bits.
 #pragma once
 
 #include "analysis/NonEquivalentMap.h"
@@ -18,7 +19,7 @@ namespace tests
 
 /// Least squares by normal equations: the coefficients of the basis functions that fit
 /// @p y best. The equations are solved by LU decomposition. @p basis writes the values of
-/// all @p unknowns functions at a row to phi.
+/// all @p unknowns basis functions at @p row to @p phi.
 QList<double> plainCoefficients(int unknowns,
                                 const std::function<void(qsizetype row, double* phi)>& basis,
                                 const QList<double>& y);
@@ -30,7 +31,7 @@ struct PlainNeqStack {
     QList<double> weights;
     double jumpSum = 0.0;
     QList<QString> valences;
-    QList<const A2DData*> maps; ///< the first map gives size, coordinates and header lines
+    QList<const A2DData*> maps; ///< size, coordinates and header lines are from the first map
 };
 
 struct PlainNeqHistograms {
@@ -44,7 +45,7 @@ void plainNeqSolve(bool victoreen, const QList<double>& T, const QList<QList<dou
                    const QList<double>& energies, const QList<double>& weights, double* sum,
                    QList<double>& out);
 
-/// The same inputs in the form that the fast path takes.
+/// Converts the inputs to the struct of the fast path.
 analysis::NeqStack neqStackOf(const PlainNeqStack& plain);
 
 void plainNonEquivalent(const PlainNeqStack& stack, A2DData& result,

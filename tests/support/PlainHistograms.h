@@ -14,8 +14,8 @@
 namespace tests
 {
 
-/// The spacing of grid lines: the first of 1, 2, 5, 10, ... that is wider than ten pixels
-/// on the x axis.
+/// The spacing of the grid lines: the first number of 1, 2, 5, 10, 20, ... whose width on
+/// the x axis is more than ten pixels.
 inline double plainTick(const PlotPlace& place)
 {
     double decade = 1.0;
@@ -31,7 +31,7 @@ inline double plainTick(const PlotPlace& place)
     return decade;
 }
 
-/// A histogram with given counts; its highest count is the maximum of @p bins.
+/// A histogram with the counts @p bins. Its highest count is the maximum of @p bins.
 inline analysis::HistogramCounts readyCounts(double from, double to, const QList<int>& bins,
                                              int under = 0, int over = 0)
 {
@@ -50,7 +50,7 @@ struct PlainHistograms {
         QColor color;
     };
 
-    /// The content of the plot area, on a white surface.
+    /// Paints the content of the plot area on a white surface and returns the picture.
     QImage picture(const PlotPlace& place) const
     {
         QImage image = whitePicture(place.size);

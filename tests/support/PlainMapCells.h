@@ -1,5 +1,5 @@
-// Reference implementation of map painting: one fillRect() and one drawRects() per pixel
-// of the map, and each edge calculated separately.
+// Reference implementation of map painting: one fillRect() and one drawRects() per map
+// pixel. The edges of each pixel are calculated separately.
 #pragma once
 
 #include "support/PlotPlace.h"
@@ -13,7 +13,7 @@
 namespace tests
 {
 
-/// The view of a surface without margins; the y axis points up.
+/// The view of a surface without margins. The y axis points up.
 struct PlainMapView {
     QSize surface; ///< size in pixels
     double left = 0.0;
@@ -22,7 +22,8 @@ struct PlainMapView {
     double top = 1.0;
 };
 
-/// The rectangle of pixel (@p x, @p y) of a map; nullopt if the view has no extent.
+/// The rectangle of map pixel (@p x, @p y) on the surface; nullopt if the view has no
+/// extent.
 inline std::optional<QRect> plainCell(const PlainMapView& view, int x, int y)
 {
     const PlotPlace place =
@@ -54,8 +55,8 @@ void plainFill(QPainter* p, const PlainMapView& view, int width, int height, Col
     }
 }
 
-/// Outlines every pixel of a map with the painter's pen. drawRects() loses corners of
-/// rectangles that reach outside the surface; those are drawn side by side as lines.
+/// Outlines every pixel of a map with the painter's pen. drawRects() omits corners of
+/// rectangles that reach outside the surface, so such a rectangle is drawn as four lines.
 inline void plainOutline(QPainter* p, const PlainMapView& view, int width, int height)
 {
     const QRect surface({0, 0}, view.surface);
@@ -67,7 +68,7 @@ inline void plainOutline(QPainter* p, const PlainMapView& view, int width, int h
                 continue;
             }
             const QRect outline =
-                cell->adjusted(0, 0, 1, 1); // an outline includes right() and bottom()
+                cell->adjusted(0, 0, 1, 1); // the outline includes right() and bottom()
             if (surface.contains(outline)) {
                 p->drawRects(&*cell, 1);
                 continue;

@@ -16,8 +16,8 @@ struct Row {
     double E, R1, R2;
 };
 
-// Splits the rows. The last marked row is the V row; earlier marked rows are dropped; the
-// unmarked ones keep their order.
+// Splits the rows into the V row and the others. The last marked row becomes the V row,
+// earlier marked rows are ignored, and the unmarked rows keep their order.
 void collect(const PlainStack& stack, QList<Row>& others, Row& v)
 {
     for (const PlainPoint& point : stack.points) {

@@ -1,6 +1,6 @@
-// Reference implementation of the map calculation: for every pixel it parses every text
-// and looks up every reference; it allocates matrices for every solve and appends rows
-// one at a time. The fast path must give the same bits.
+// Reference implementation of the map calculation. For every pixel it parses all texts
+// and looks up all references. It allocates matrices for every linear system and appends
+// result rows one at a time. The fast path must return the same bits.
 #pragma once
 
 #include "analysis/MapCalculation.h"
@@ -41,11 +41,11 @@ struct PlainStack {
     double r = 0.0;
 };
 
-/// Counts one value. The bin index is the quotient truncated towards zero.
+/// Counts one value in a histogram. The bin index is the quotient truncated towards zero.
 void plainCount(PlainHistogram& histogram, double value);
 
-/// The same inputs in the form that the fast path takes. Only the first two references
-/// are read, as if they were in use.
+/// Converts the inputs to the struct of the fast path. Uses the first two references,
+/// whether they are in use or not.
 analysis::MapStack mapStackOf(const PlainStack& plain);
 
 double plainPixelMut(const A2DData& map, int x, int y);

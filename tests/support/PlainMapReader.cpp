@@ -94,8 +94,9 @@ void takeAllLines(QTextStream& stream, PlainState& state, A2DData& map,
     }
 }
 
-/// Derives the size: the width is the number of rows with the first row's y, the height
-/// the number of rows with its x. The first row always counts, even if its x or y is NaN.
+/// Derives the size from the coordinates. The width is the number of rows with the same y
+/// as the first row; the height is the number of rows with the same x. The first row
+/// always counts, even if its x or y is NaN.
 void countSize(A2DData& map)
 {
     map.xNum = map.yNum = 0;
@@ -109,13 +110,13 @@ void countSize(A2DData& map)
     }
 }
 
-/// The limits are repeated as literals, so that a change of the product's limits fails a
-/// test.
+/// Whether the stated size exceeds the limits of the reader. The limits are repeated here
+/// as literals, so that a test fails if the product's limits change.
 bool isClaimTooLarge(const A2DData& map)
 {
     const qint64 columns = map.xNum < 1 ? 1 : map.xNum;
     const qint64 lines = map.yNum < 1 ? 1 : map.yNum;
-    const qint64 pixels = columns * lines; // the product of two ints fits
+    const qint64 pixels = columns * lines; // no overflow: 64 bits hold the product of two ints
     if (pixels > 1048576 && pixels > 64 * map.rows.size()) {
         return true;
     }

@@ -13,9 +13,9 @@ struct ItemAndRest {
     QString rest;
 };
 
-/// Splits @p line into its first item and the text after it. An item that opens with a
-/// quote ends at the next quote or, if there is none, at the end of the line. Any other
-/// item ends at white space.
+/// Splits @p line into its first item and the text after this item. A quoted item ends at
+/// the next quote or, without one, at the end of the line. Any other item ends at white
+/// space.
 ItemAndRest firstItem(const QString& line)
 {
     static const QRegularExpression closed(QStringLiteral("^\\s*\"([^\"]*)\"(.*)$"),

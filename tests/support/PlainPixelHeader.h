@@ -1,4 +1,4 @@
-// Reference implementation of reading a binary map's header.
+// Reference implementation of the binary map's header reader.
 #pragma once
 
 #include <QByteArray>
@@ -8,7 +8,7 @@
 namespace tests
 {
 
-/// The header of a binary map; entries that it lacks keep these defaults.
+/// The header of a binary map. Missing entries keep these defaults.
 struct PlainPixelHeader {
     qint64 headerSize = 0;
     int width = 0;
@@ -18,9 +18,9 @@ struct PlainPixelHeader {
     double maxVal = -1e300;
 };
 
-/// Reads the header of a file with these @p bytes, which must begin with "2dData". It
-/// decodes the whole header at once, then splits it line by line with regular
-/// expressions. Slow but simple; not part of the product.
+/// Reads the header of a binary map. @p bytes is the file's content and must begin with
+/// "2dData". Decodes the whole header at once, then splits it line by line with regular
+/// expressions. This is simple but slow; it is not part of the product.
 PlainPixelHeader readPlainPixelHeader(const QByteArray& bytes);
 
 } // namespace tests

@@ -1,4 +1,4 @@
-// Reference implementation of a plot: one painter call per element, and every position
+// Reference implementation of a plot: one painter call per element. Every position is
 // calculated from the size of the surface.
 #pragma once
 
@@ -12,9 +12,9 @@
 namespace tests
 {
 
-/// Draws in this order: white background, the data of the derived class, white margins
-/// over it, the outline with its labels, the elements on top, and the titles inside the
-/// plot.
+/// Draws in this order: the white background, the data (by the derived class), the white
+/// margins, the outline with its labels, the elements above the data (by the derived
+/// class), and the titles inside the plot.
 class PlainPlot
 {
 public:
@@ -42,7 +42,7 @@ protected:
     int height() const { return place.size.height(); }
 
 private:
-    /// A widget to paint on: QStylePainter needs one.
+    /// A widget to paint on, because QStylePainter needs one.
     class Canvas : public QWidget
     {
     public:

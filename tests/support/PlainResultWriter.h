@@ -11,15 +11,15 @@ class QIODevice;
 namespace tests
 {
 
-/// The source of the valences: texts of line edits, parsed again for each pixel.
+/// The valences as texts of line edits. They are parsed again for each pixel.
 struct PlainValences {
     int validReferences = 0;
     QString first;
     QString second;
 };
 
-/// Writes a result map number by number with QString::arg and a text stream, line by line
-/// in file order.
+/// Writes a result map through a text stream, line by line in file order. Each number is
+/// formatted separately by QString::arg().
 ///
 /// @return whether the stream's status is still Ok after the last line
 bool writePlainResultMap(QIODevice& device, const A2DData& map, const PlainValences& valences,

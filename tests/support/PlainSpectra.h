@@ -9,7 +9,7 @@
 namespace tests
 {
 
-/// One spectrum as the plot displays it.
+/// A displayed spectrum.
 struct PlainCurve {
     QList<QPointF> points; ///< energy (eV) and displayed value
     QColor color;
@@ -30,8 +30,8 @@ class PlainSpectra : public PlainPlot
 public:
     using PlainPlot::PlainPlot;
 
-    /// The box of the name in row @p row of the legend: twice the left margin wide, and
-    /// starting 2.1 left margins before the right edge of the plot area.
+    /// The box of a name in row @p row of the legend. It is twice as wide as the left
+    /// margin and starts 2.1 left margins before the right edge of the plot area.
     QRectF legendBox(int row) const
     {
         return {place.right - 2.1 * place.left,
@@ -43,7 +43,7 @@ public:
     double from = 0.0;
     double to = 0.0;
     QList<PlainEnergy> energies;
-    QList<PlainCurve> curves; ///< in drawing order; each has a row in the legend
+    QList<PlainCurve> curves; ///< in drawing order; each curve has a legend row
     QList<QPointF> fitted;
 
 protected:
@@ -84,8 +84,8 @@ protected:
     }
 
 private:
-    /// The line ends at the row given by the widget's width, not its height, as in the
-    /// program.
+    /// The line ends at the pixel row whose number is the widget's width (not its
+    /// height), on purpose, as in the program.
     void drawVertical(QStylePainter* p, double energyEv) const
     {
         const int column = place.column(energyEv);

@@ -20,8 +20,9 @@ QList<QStringList> tokensOfLines(QIODevice& device)
     while (!stream.atEnd()) {
         const QString line = stream.readLine().simplified();
         // After simplified() the only white space is the space character, and splitting
-        // at a character is faster. The regular expression is still needed for text with
-        // an unpaired surrogate: it matches nothing there, so the line stays whole.
+        // at a character is faster than by a regular expression. Text with an unpaired
+        // surrogate still needs the regular expression: it matches nothing there, so the
+        // line is not split.
         lines.append(line.isValidUtf16() ? line.split(u' ') : line.split(blanks));
     }
     return lines;
@@ -87,7 +88,7 @@ QList<MutPoint> beamlinePoints(const QList<QStringList>& lines)
     Detectors detectors;
     bool isStarted = false;
     for (const QStringList& tokens : lines) {
-        // A row without the I0 column gives no point.
+        // A row without an I0 value is skipped.
         if (isStarted && tokens.size() > 4 && detectors.i0Column >= 0 &&
             detectors.i0Column < tokens.size()) {
             MutPoint point;

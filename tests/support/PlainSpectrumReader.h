@@ -10,11 +10,11 @@ class QIODevice;
 namespace tests
 {
 
-/// Reads the points of a spectrum, in either file format. It reads line by line,
-/// simplifies each line, splits it by a regular expression and converts every number by
-/// QString::toDouble. Slow but simple; not part of the product.
+/// Reads the points of a spectrum file of either format. Reads line by line, simplifies
+/// each line, splits it by a regular expression and converts every number by
+/// QString::toDouble(). This is simple but slow; it is not part of the product.
 ///
-/// @param device  open for reading in text mode, at its start, not sequential
+/// @param device  not sequential, open for reading in text mode, positioned at its start
 QList<MutPoint> readPlainSpectrum(QIODevice& device);
 
 } // namespace tests

@@ -1,4 +1,4 @@
-// Reference implementation of a plot's lines and circles, without clipping.
+// Reference implementation of the lines and circles of a plot, without clipping.
 #pragma once
 
 #include "support/PlotPlace.h"
@@ -27,14 +27,14 @@ inline void plainCircle(QPainter* p, const QPoint& centre, int radius)
     p->drawEllipse(QRect(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius));
 }
 
-/// A mark: two circles around a point.
+/// A point mark: two concentric circles.
 inline void plainMark(QPainter* p, const PlotPlace& place, double x, double y)
 {
     plainCircle(p, place.pixel(x, y), 1);
     plainCircle(p, place.pixel(x, y), 2);
 }
 
-/// Vertical lines at each tenth of a valence from @p lower to @p upper.
+/// Vertical lines at every tenth of a valence, from @p lower to @p upper.
 inline void plainTenths(QPainter* p, const PlotPlace& place, double lower, double upper)
 {
     for (int i = 0; lower + 0.1 * i <= upper + 0.05; ++i) {

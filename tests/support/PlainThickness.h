@@ -11,7 +11,7 @@ namespace tests
 {
 
 struct PlainThickness {
-    /// The content of the plot area, on a white surface.
+    /// Paints the content of the plot area on a white surface and returns the picture.
     QImage picture(const PlotPlace& place) const
     {
         QImage image = whitePicture(place.size);

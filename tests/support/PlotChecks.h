@@ -1,4 +1,4 @@
-// Checks that apply to every picture of a plot.
+// Checks for the pictures of all plots.
 #pragma once
 
 #include "support/PictureTools.h"

@@ -11,7 +11,7 @@
 namespace tests
 {
 
-/// Data values at the edges of a plot area.
+/// The data values at the edges of a plot area.
 struct PlotRange {
     double x0 = 0.0;
     double y0 = 0.0;
@@ -19,17 +19,17 @@ struct PlotRange {
     double y1 = 1.0;
 };
 
-/// Truncates a coordinate to a whole pixel, clamped to +-1e6. That is further than any
-/// surface reaches and small enough for QPainter.
+/// Truncates a coordinate to a whole pixel and clamps it to +-1e6. This range is larger
+/// than any surface and small enough for QPainter.
 inline int plainPixel(double place)
 {
     constexpr double reach = 1e6;
     return static_cast<int>(std::trunc(std::clamp(place, -reach, reach)));
 }
 
-/// Layout of a plot. The left and bottom margins are a tenth of the surface, the right
-/// and top ones a twentieth, each truncated to whole pixels. A row of text is a twentieth
-/// of the plot area high; its text uses 0.85 of that.
+/// The layout of a plot. The left and bottom margins are a tenth of the surface, the
+/// right and top margins a twentieth, each truncated to whole pixels. A text row is a
+/// twentieth of the plot area high, and the text height is 0.85 of a text row.
 struct PlotPlace {
     PlotPlace(const QSize& surface, const PlotRange& values)
         : size(surface)
@@ -41,7 +41,7 @@ struct PlotPlace {
     {
     }
 
-    /// Layout of a surface that is entirely plot area.
+    /// The layout of a surface without margins.
     static PlotPlace withoutMargins(const QSize& surface, const PlotRange& values)
     {
         PlotPlace place(surface, values);
@@ -51,7 +51,7 @@ struct PlotPlace {
         return place;
     }
 
-    /// The position of a value in pixels, before truncation.
+    /// The position of a data value in pixels, before truncation.
     double columnOf(double x) const
     {
         return (right - left) / (range.x1 - range.x0) * (x - range.x0) + left;
@@ -61,19 +61,19 @@ struct PlotPlace {
         return (top - bottom) / (range.y1 - range.y0) * (y - range.y0) + bottom;
     }
 
-    /// The inverse of columnOf().
+    /// The data value at a pixel column; the inverse of columnOf().
     double valueAt(int column) const
     {
         return (range.x1 - range.x0) / (right - left) * (column - left) + range.x0;
     }
 
-    /// The pixel of a data point, whose coordinates must not be NaN.
+    /// The pixel of a data point. Its coordinates must not be NaN.
     int column(double x) const { return plainPixel(columnOf(x)); }
     int row(double y) const { return plainPixel(rowOf(y)); }
     QPoint pixel(double x, double y) const { return {column(x), row(y)}; }
 
-    /// The plot area including its outline. It is one pixel larger than the rectangle
-    /// that is drawn, because an outline includes its right and bottom edge.
+    /// The plot area including its outline. It is one pixel wider and higher than the
+    /// drawn rectangle, because QPainter's outline includes the right and bottom edge.
     QRect area() const { return {QPoint(left, top), QPoint(right, bottom)}; }
 
     /// The plot area without its outline.

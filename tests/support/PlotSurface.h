@@ -1,4 +1,4 @@
-// A coordinate transform with the margins of a plot.
+// A coordinate transform for a surface with the margins of a plot.
 #pragma once
 
 #include "display/ChCoord.h"
@@ -7,9 +7,9 @@
 namespace tests
 {
 
-/// A surface of 400 by 300 pixels; the plot area spans columns 40 to 380 and rows 15 to
-/// 270. With x from 10 to 27 and y from -1 to 4, one data unit is 20 pixels wide and 51
-/// pixels high.
+/// The transform of a surface of 400 by 300 pixels. The plot area spans columns 40 to 380
+/// and rows 15 to 270. With the default ranges, x from 10 to 27 and y from -1 to 4, one
+/// data unit is 20 pixels wide and 51 pixels high.
 struct PlotSurface : ChCoord {
     explicit PlotSurface(double x0 = 10, double y0 = -1, double x1 = 27, double y1 = 4)
     {

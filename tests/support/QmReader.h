@@ -1,10 +1,10 @@
-// Reads compiled translations (.qm) byte by byte, so that tests see the file's content
-// and not QTranslator's interpretation.
+// Reads compiled translations (.qm) byte by byte, so that tests check the content of the
+// file itself instead of QTranslator's view of it.
 //
 // A file is 16 magic bytes followed by sections. Each section is a one-byte tag, a 32-bit
-// length and that many bytes. All numbers are big-endian. The section of hashes lists
-// pairs of a text's hash and its message's offset in the section of messages. A message
-// is a sequence of tagged fields that ends with an end tag.
+// length and that many bytes. All numbers are big-endian. The hash section is a list of
+// pairs: the hash of a text and the offset of its message in the message section. A
+// message is a sequence of tagged fields and ends with an end tag.
 #pragma once
 
 #include <QByteArray>
@@ -20,7 +20,7 @@ namespace tests
 
 struct QmHash {
     quint32 hash = 0;
-    quint32 place = 0; ///< byte offset in the section of messages
+    quint32 place = 0; ///< byte offset in the message section
 };
 
 struct QmMessage {
@@ -29,7 +29,7 @@ struct QmMessage {
     QByteArray comment;
     QString translation;  ///< empty if the message has none
     int translations = 0; ///< number of translation fields, including empty ones
-    quint32 place = 0;    ///< byte offset in the section of messages
+    quint32 place = 0;    ///< byte offset in the message section
 };
 
 struct QmTable {
@@ -50,8 +50,8 @@ enum QmSection {
 inline constexpr std::array<unsigned char, 16> qmMagic{
     0x3c, 0xb8, 0x64, 0x18, 0xca, 0xef, 0x9c, 0x95, 0xcd, 0x21, 0x1c, 0xbf, 0x60, 0xa1, 0xbd, 0xdd};
 
-/// Reads bytes from the front of a view. Reading past the end clears isGood() and returns
-/// an empty view or 0.
+/// Reads a byte view from front to back. Reading past the end makes isGood() false and
+/// returns an empty view or 0.
 class QmBytes
 {
 public:
@@ -106,12 +106,12 @@ inline QString qmText(QmBytes& bytes)
         text += QChar(static_cast<char16_t>(units.number(2)));
     }
     if (!units.isGood()) {
-        bytes.fail(); // odd number of bytes
+        bytes.fail(); // an odd number of bytes is not UTF-16
     }
     return text;
 }
 
-/// Reads one message; nullopt if it has an unknown field or no end tag.
+/// Reads one message. Returns nullopt if it has an unknown field or no end tag.
 inline std::optional<QmMessage> qmMessage(QmBytes& bytes)
 {
     QmMessage message;
@@ -143,7 +143,7 @@ inline std::optional<QmMessage> qmMessage(QmBytes& bytes)
     }
 }
 
-/// The content of a .qm file; nullopt if it is damaged.
+/// The content of a .qm file; nullopt if the file is damaged.
 inline std::optional<QmTable> readQm(QByteArrayView file)
 {
     const QByteArrayView magic(reinterpret_cast<const char*>(qmMagic.data()), qmMagic.size());
@@ -177,8 +177,8 @@ inline std::optional<QmTable> readQm(QByteArrayView file)
     return table;
 }
 
-/// The hash of a text and its comment, which must be concatenated: the ELF hash of the
-/// System V ABI. A result of 0 is replaced by 1.
+/// The hash of a message, by the ELF hash function of the System V ABI. @p text is the
+/// source text followed by its comment. A hash of 0 is replaced by 1.
 inline quint32 qmHash(const QByteArray& text)
 {
     quint32 hash = 0;

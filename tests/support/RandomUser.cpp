@@ -38,8 +38,8 @@ RandomUser::RandomUser(FourPs& panel, unsigned seed)
     loadEverything();
 }
 
-// std::uniform_int_distribution gives different numbers with different standard
-// libraries.
+// Uses the remainder, because std::uniform_int_distribution returns different numbers in
+// different standard libraries.
 int RandomUser::upTo(int count)
 {
     return static_cast<int>(m_random() % static_cast<unsigned>(count));
@@ -67,8 +67,8 @@ void RandomUser::makeFiles()
               writeFile(m_dir, "m1.dat", mapText(8, 6, 1, {})),
               writeFile(m_dir, "m2.dat", mapText(8, 6, 2, "8381")),
               writeFile(m_dir, "m3.dat", mapText(5, 4, 3, {}))};
-    m_noFiles = {writeFile(m_dir, "words.dat", "no number\n"), writeFile(m_dir, "empty.dat", {}),
-                 m_dir.filePath("missing.dat"), QString()};
+    m_invalidFiles = {writeFile(m_dir, "words.dat", "no number\n"),
+                      writeFile(m_dir, "empty.dat", {}), m_dir.filePath("missing.dat"), QString()};
 }
 
 void RandomUser::makeKinds()
@@ -162,7 +162,7 @@ QString RandomUser::loadEverything()
     m_panel.ui.TargetFile->AFileSelect::newFile(m_spectra.at(1 + upTo(2)));
     m_panel.MultiFiles->newFiles(m_maps.first(3) + m_maps.first(1));
     if (upTo(2) == 0) {
-        m_panel.ui.DispFSelect->newFiles({m_spectra.at(2), m_noFiles.at(0), m_spectra.at(0)});
+        m_panel.ui.DispFSelect->newFiles({m_spectra.at(2), m_invalidFiles.at(0), m_spectra.at(0)});
     }
     for (int i = 0; i < 2; ++i) {
         m_panel.Refs.RefRows.at(i)->UseCB->setChecked(true);
@@ -179,7 +179,8 @@ QString RandomUser::loadEverything()
 
 QString RandomUser::click(QAbstractButton* button)
 {
-    // Click on the indicator of a check box or radio button.
+    // Click on the indicator: a check box or radio button reacts only there and on its
+    // text.
     const QPointF at(std::min(8, button->width() / 2), button->height() / 2);
     press(button, at);
     release(button, at);
@@ -208,16 +209,16 @@ QString RandomUser::load()
     const int which = upTo(3);
     if (which == 0) {
         AEPoint* row = oneOf(m_panel.EPoints);
-        const QString path = oneOf(good ? m_maps : m_noFiles + m_spectra);
+        const QString path = oneOf(good ? m_maps : m_invalidFiles + m_spectra);
         row->FileSelect->newFile(path);
         return row->NumDisp->text() + path;
     }
     if (which == 1) {
-        m_panel.ui.DispFSelect->newFiles({oneOf(good ? m_spectra : m_noFiles)});
+        m_panel.ui.DispFSelect->newFiles({oneOf(good ? m_spectra : m_invalidFiles)});
         return "for display";
     }
     AXafsFileSelect* row = oneOf(m_panel.XafsFiles);
-    const QString path = oneOf(good ? m_spectra : m_noFiles);
+    const QString path = oneOf(good ? m_spectra : m_invalidFiles);
     if (path.isEmpty()) {
         return click(row->ClearB);
     }
@@ -229,7 +230,7 @@ QString RandomUser::drop()
 {
     const bool ofASpectrum = upTo(2) == 0;
     AFileSelect* row = ofASpectrum ? oneOf(m_panel.XafsFiles) : oneOf(m_panel.EPoints)->FileSelect;
-    const QString path = oneOf((ofASpectrum ? m_spectra : m_maps) + m_noFiles.first(3));
+    const QString path = oneOf((ofASpectrum ? m_spectra : m_maps) + m_invalidFiles.first(3));
     dropFile(row, path);
     return path;
 }
@@ -248,12 +249,12 @@ QList<DispArea*> RandomUser::surfaces() const
         }
     }
     for (const DispMBase* map : maps()) {
-        all.append({map->DispA, map->DispA}); // twice, because there are only two of them
+        all.append({map->DispA, map->DispA}); // listed twice to be chosen more often
     }
     return all;
 }
 
-QPointF RandomUser::placeIn(const QWidget* widget)
+QPointF RandomUser::positionIn(const QWidget* widget)
 {
     const int x = upTo(widget->width());
     return {double(x), double(upTo(widget->height()))};
@@ -262,7 +263,7 @@ QPointF RandomUser::placeIn(const QWidget* widget)
 QString RandomUser::turnTheWheel()
 {
     DispArea* surface = oneOf(surfaces());
-    const QPointF at = placeIn(surface);
+    const QPointF at = positionIn(surface);
     move(surface, at);
     turnWheel(surface, at, {0, upTo(2) == 0 ? 120 : -120});
     return surface->parentWidget()->parentWidget()->objectName();
@@ -272,10 +273,10 @@ QString RandomUser::dragInPlot()
 {
     DispArea* surface = oneOf(surfaces());
     const auto keys = upTo(3) == 0 ? Qt::ShiftModifier : Qt::NoModifier;
-    press(surface, placeIn(surface), Qt::LeftButton, keys);
-    drag(surface, placeIn(surface), keys);
+    press(surface, positionIn(surface), Qt::LeftButton, keys);
+    drag(surface, positionIn(surface), keys);
     if (upTo(2) == 0) {
-        release(surface, placeIn(surface), Qt::LeftButton, keys);
+        release(surface, positionIn(surface), Qt::LeftButton, keys);
         markThicknessAsStale(surface);
     }
     return surface->parentWidget()->parentWidget()->objectName();
@@ -291,7 +292,7 @@ void RandomUser::markThicknessAsStale(const DispArea* released)
 QString RandomUser::doubleClickInPlot()
 {
     DispArea* surface = oneOf(surfaces());
-    const QPointF at = placeIn(surface);
+    const QPointF at = positionIn(surface);
     const auto button = upTo(4) == 0 ? Qt::RightButton : Qt::LeftButton;
     const auto keys = oneOf(QList<Qt::KeyboardModifier>{Qt::NoModifier, Qt::NoModifier,
                                                         Qt::ShiftModifier, Qt::ControlModifier});
@@ -333,9 +334,9 @@ QString RandomUser::dragBar()
 {
     cBar* bar = oneOf(maps())->CBar;
     press(bar, {3.0, double(upTo(2) == 0 ? bar->maxLineY : bar->minLineY)});
-    drag(bar, placeIn(bar));
+    drag(bar, positionIn(bar));
     if (upTo(2) == 0) {
-        release(bar, placeIn(bar));
+        release(bar, positionIn(bar));
     }
     return {};
 }
@@ -343,7 +344,7 @@ QString RandomUser::dragBar()
 QString RandomUser::doubleClickBar()
 {
     const DispMBase* map = oneOf(maps());
-    const QPointF at = placeIn(map->CBar);
+    const QPointF at = positionIn(map->CBar);
     doubleClick(map->CBar, at);
     m_staleSurface = map->Title->text();
     return m_staleSurface;

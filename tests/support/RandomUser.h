@@ -16,20 +16,20 @@
 namespace tests
 {
 
-/// Acts on a panel with shown windows by mouse, keyboard, files and drops. The same seed
-/// gives the same actions on every platform.
+/// Performs mouse, keyboard, file and drop actions on a panel with visible windows. The
+/// same seed produces the same actions on every platform.
 class RandomUser
 {
 public:
-    /// Writes small files and loads them into all rows, so that every calculation can run
-    /// from the start.
+    /// Writes small files and loads them into all rows, so that every calculation has its
+    /// inputs before the first action.
     RandomUser(FourPs& panel, unsigned seed);
 
     /// Performs one action and returns its description.
     QString act();
 
-    /// The title of the surface that the latest action, on purpose, does not repaint
-    /// although its content changes; empty for every other action.
+    /// The title of the one surface that the latest action changes without repainting it.
+    /// This is on purpose. Empty after every other action.
     QString leftBehind() const { return m_staleSurface; }
 
 private:
@@ -66,14 +66,14 @@ private:
     QString popOrDock();
     QList<DispArea*> surfaces() const;
     QList<DispMBase*> maps() const;
-    QPointF placeIn(const QWidget* widget);
+    QPointF positionIn(const QWidget* widget);
 
     FourPs& m_panel;
     std::mt19937 m_random;
     QTemporaryDir m_dir;
     QStringList m_spectra;
     QStringList m_maps;
-    QStringList m_noFiles;
+    QStringList m_invalidFiles;
     QList<Kind> m_kinds;
     int m_weight = 0;
     QString m_staleSurface;

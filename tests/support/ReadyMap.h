@@ -8,8 +8,8 @@
 namespace tests
 {
 
-/// A map whose pixels hold ready absorbances (I0 is 0). The x coordinate of pixel i is 10
-/// + i; y is 20.
+/// A map with the absorbances @p muts: I0 is 0, so the intensity is the absorbance
+/// itself. Pixel i is at x = 10 + i and y = 20.
 inline A2DData readyMap(int width, int height, const QList<double>& muts)
 {
     A2DData map;

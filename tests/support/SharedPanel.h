@@ -1,4 +1,4 @@
-// A panel shared by the tests of a file, and functions that reset it.
+// A panel shared by all tests of a program, and functions that reset it.
 #pragma once
 
 #include "display/DispMBase.h"
@@ -16,7 +16,7 @@
 namespace tests
 {
 
-/// Docks a plot or map window, clears its view range and deselects its marker line.
+/// Docks a plot or a map surface, clears its view range and deselects its marker line.
 template <class Frame>
 void resetPlot(Frame* plot)
 {
@@ -30,7 +30,7 @@ void resetPlot(Frame* plot)
     }
 }
 
-/// Resets all plots of the graph window; the window itself keeps its state.
+/// Resets all plots of the graph window. The window itself keeps its state.
 inline void resetPlots(FourPs& panel)
 {
     for (DispABase* plot : std::as_const(panel.Disps->disps)) {
@@ -38,7 +38,7 @@ inline void resetPlots(FourPs& panel)
     }
 }
 
-/// Hides a map window and restores its initial state, except that its limits are empty.
+/// Hides a map window and restores its initial state, but leaves its limits empty.
 inline void resetWindow(DispMBase* window)
 {
     resetPlot(window);
@@ -62,8 +62,8 @@ inline void resetComparison(FourPs& panel)
     panel.Colors.colors = CColors().colors;
 }
 
-/// Clears an energy row: no numbers, nothing checked, except the V point of the third
-/// row.
+/// Clears the numbers of an energy row and unchecks its boxes. The third row remains the
+/// V point.
 inline void resetRow(FourPs& panel, int index)
 {
     AEPoint* row = panel.EPoints.at(index);
@@ -76,7 +76,7 @@ inline void resetRow(FourPs& panel, int index)
     row->VPointCB->setChecked(index == 2);
 }
 
-/// Clears all energy rows; only the V point of the third row is checked.
+/// Clears all energy rows. The third row remains the V point.
 inline void emptyRows(FourPs& panel)
 {
     for (int row = 0; row < panel.EPoints.size(); ++row) {
@@ -84,8 +84,8 @@ inline void emptyRows(FourPs& panel)
     }
 }
 
-/// Removes all spectra, maps and results. Every plot gets its automatic range, and both
-/// map windows are hidden with empty limits.
+/// Removes all spectra, maps and results. Every plot returns to its automatic range. Both
+/// map windows are hidden and their limits are empty.
 inline void clearData(FourPs& panel)
 {
     for (AMutE* spectrum : std::as_const(panel.XafsFiles)) {
@@ -103,8 +103,8 @@ inline void clearData(FourPs& panel)
     resetWindow(panel.DMapDisp);
 }
 
-/// Removes all data, clears the energy rows and empties the message box. The other fields
-/// keep their values.
+/// Calls clearData(), clears the energy rows and empties the message box. All other
+/// fields keep their values.
 inline void resetData(FourPs& panel)
 {
     clearData(panel);
@@ -113,7 +113,8 @@ inline void resetData(FourPs& panel)
     clearMessages(panel);
 }
 
-/// Hides the windows of a panel, which have no parent, and then destroys it.
+/// Hides the panel's windows, which are top-level windows without a parent, and then
+/// destroys the panel.
 inline void closePanel(std::unique_ptr<FourPs>& panel)
 {
     resetData(*panel);
@@ -122,8 +123,8 @@ inline void closePanel(std::unique_ptr<FourPs>& panel)
     panel.reset();
 }
 
-/// The panel shared by the tests of a program. Make it a member of the test class, which
-/// is created after the application (as QTEST_MAIN does). Its destructor hides the
+/// The panel shared by the tests of a program. Make it a member of the test class:
+/// QTEST_MAIN creates the test object after the application. The destructor hides the
 /// windows first.
 class SharedPanel
 {
@@ -172,7 +173,7 @@ inline const QList<QMap<QString, States>>& firstStates()
     return states;
 }
 
-/// Resets the file rows to the working directory and clears their file names.
+/// Sets the folder of all file rows to the working directory and clears their file names.
 inline void resetFileRows(FourPs& panel)
 {
     const auto rows = panel.findChildren<AFileSelect*>();
@@ -191,7 +192,7 @@ inline void resetFileRows(FourPs& panel)
     }
 }
 
-/// Clears all histograms, fits and calculated numbers.
+/// Clears all histograms, fit results and calculated numbers.
 inline void resetResults(FourPs& panel)
 {
     for (Histgram* histogram :
@@ -205,9 +206,9 @@ inline void resetResults(FourPs& panel)
     panel.scaleX0 = panel.scaleY0 = panel.scaleX1 = panel.scaleY1 = 0.0;
 }
 
-/// Resets a panel to its state after construction, in all texts and states. The message
-/// box is empty. Unchanged: whether the form and the graph window are shown, and sizes
-/// that a test fixed.
+/// Resets all texts and states of a panel to their values after construction. The message
+/// box is empty. Three things do not change: whether the form is visible, whether the
+/// graph window is visible, and sizes that a test fixed.
 inline void resetPanel(FourPs& panel)
 {
     const QList<QMap<QString, States>>& first = firstStates();

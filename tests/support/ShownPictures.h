@@ -17,7 +17,7 @@
 namespace tests
 {
 
-/// A surface or a colour bar, and the part of its window's backing store that it covers.
+/// A surface or colour bar, and the part of its window's backing store that it covers.
 struct ShownPicture {
     QString name;
     const QWidget* widget;
@@ -35,8 +35,8 @@ inline void arrive()
     }
 }
 
-/// The picture in the backing store at the position of @p widget; null while it is
-/// hidden.
+/// The pixels of the backing store at the position of @p widget; a null image if the
+/// widget is hidden or not yet painted.
 inline QImage shownImage(const QWidget* widget)
 {
     const QWidget* window = widget->window();
@@ -45,13 +45,13 @@ inline QImage shownImage(const QWidget* widget)
     }
     const auto* store = dynamic_cast<const QImage*>(window->backingStore()->paintDevice());
     if (!store) {
-        return {}; // not painted yet
+        return {}; // no paint event yet
     }
     return store->copy(QRect(widget->mapTo(window, QPoint()), widget->size()));
 }
 
-/// All surfaces and colour bars of the graph window and both map windows, by name; docked
-/// or popped out, visible or hidden. The images are empty.
+/// All surfaces and colour bars of the graph window and both map windows, with their
+/// names. Hidden and popped-out surfaces are included. The images are null.
 inline QList<ShownPicture> surfacesOf(const FourPs& panel)
 {
     QList<ShownPicture> surfaces;
@@ -65,7 +65,7 @@ inline QList<ShownPicture> surfacesOf(const FourPs& panel)
     return surfaces;
 }
 
-/// All surfaces with the pictures that they currently show.
+/// All surfaces, each with the picture that is currently visible.
 inline QList<ShownPicture> shownPictures(const FourPs& panel)
 {
     QList<ShownPicture> pictures = surfacesOf(panel);
@@ -75,7 +75,7 @@ inline QList<ShownPicture> shownPictures(const FourPs& panel)
     return pictures;
 }
 
-/// All surfaces with their pictures after a full repaint.
+/// All surfaces, each with its picture after a full repaint.
 inline QList<ShownPicture> repaintedPictures(const FourPs& panel)
 {
     const QList<ShownPicture> surfaces = surfacesOf(panel);
@@ -86,8 +86,8 @@ inline QList<ShownPicture> repaintedPictures(const FourPs& panel)
     return shownPictures(panel);
 }
 
-/// The names of the surfaces whose pictures differ between two lists of the same
-/// surfaces.
+/// The names of the surfaces whose pictures differ. Both lists must have the same
+/// surfaces in the same order.
 inline QStringList differences(const QList<ShownPicture>& some, const QList<ShownPicture>& others)
 {
     QStringList names;

@@ -6,9 +6,9 @@
 namespace tests
 {
 
-/// Sets the points and both lines of a spectrum and marks it valid. There is one point at
-/// each energy (eV) of @p energies, in this order, at angles 10, 11, ... degrees. The
-/// absorbance of point i is @p muts[i] above the pre-edge line.
+/// Sets the points and both lines of a spectrum and marks it valid. Point i has the
+/// energy @p energies[i] (eV), the angle 10 + i degrees, and an absorbance of @p muts[i]
+/// above the pre-edge line.
 inline void setSpectrum(AMutE& spectrum, const QList<double>& energies, const QList<double>& muts,
                         const data::VictoreenLine& pre, const data::VictoreenLine& post)
 {
@@ -22,7 +22,7 @@ inline void setSpectrum(AMutE& spectrum, const QList<double>& energies, const QL
     }
 }
 
-/// Sets a spectrum without points and with constant lines, so the edge jump is @p jump at
+/// Sets a spectrum without points. Its lines are constant, so the edge jump is @p jump at
 /// every edge energy.
 inline void setJump(AMutE& spectrum, double jump)
 {

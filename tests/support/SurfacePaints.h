@@ -11,7 +11,7 @@
 namespace tests
 {
 
-/// Counts the paint events of every surface; the counts are in the order of the plots.
+/// Counts the paint events of every surface. The counts are in the order of the plots.
 class SurfacePaints : public QObject
 {
 public:
@@ -25,17 +25,18 @@ public:
         restart();
     }
 
-    /// Processes pending paints, then restarts all counts at 0.
+    /// Processes pending paint events, then sets all counts to 0.
     void restart()
     {
-        letPaintsArrive();
+        waitForPaints();
         m_counts.fill(0);
     }
 
-    /// The number of paints of each surface since restart(), including pending ones.
+    /// The number of paint events of each surface since restart(). Processes pending ones
+    /// first.
     QList<int> counts()
     {
-        letPaintsArrive();
+        waitForPaints();
         return m_counts;
     }
 
@@ -53,8 +54,8 @@ private:
     QList<int> m_counts;
 };
 
-/// The expected counts() if the ten plots in the grid were painted @p times each and the
-/// plot outside the grid was not painted.
+/// The value of counts() if each of the ten plots in the grid was painted @p times and
+/// the plot outside the grid was not painted.
 inline QList<int> inTheGrid(int times)
 {
     return QList<int>(10, times) + QList<int>{0};

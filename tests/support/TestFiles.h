@@ -9,8 +9,8 @@
 namespace tests
 {
 
-/// Writes @p content to the file @p name in @p dir and returns its path; an empty string
-/// on failure.
+/// Writes @p content to the file @p name in @p dir. Returns the path, or an empty string
+/// if the file cannot be written.
 inline QString writeFile(const QTemporaryDir& dir, const QString& name, const QByteArray& content)
 {
     const QString path = dir.filePath(name);

@@ -13,8 +13,8 @@
 namespace tests
 {
 
-/// A drawn text: its size in points, the start of its baseline in device pixels, the
-/// length of the baseline in device pixels, and its colour.
+/// A drawn text: its size in points, its colour, and the start and length of its baseline
+/// in device pixels.
 struct DrawnText {
     QString text;
     double points = 0.0;
@@ -23,8 +23,8 @@ struct DrawnText {
     QColor color;
 };
 
-/// Accepts all drawing and records only texts. The device has 1000 by 800 pixels at 96
-/// dpi.
+/// Ignores all drawing except texts, which it records. The device has 1000 by 800 pixels
+/// at 96 dpi.
 class TextRecorder : public QPaintDevice
 {
 public:

@@ -1,4 +1,4 @@
-// Drops root's rights for tests of file permissions.
+// Temporarily gives up root's rights, for tests of file permissions.
 #pragma once
 
 #include <unistd.h>
@@ -6,9 +6,9 @@
 namespace tests
 {
 
-/// During its lifetime a process of root has the rights of user 65534 (nobody); for any
-/// other user nothing changes. It also changes the real user id, because access(2) checks
-/// that one. The groups do not change.
+/// Changes the user of a root process to 65534 (nobody) during its lifetime. No effect
+/// for any other user. The real user id changes too, because access(2) checks it. The
+/// group ids do not change.
 class Unprivileged
 {
 public:
@@ -28,7 +28,7 @@ public:
     Unprivileged(const Unprivileged&) = delete;
     Unprivileged& operator=(const Unprivileged&) = delete;
 
-    /// Whether file permissions apply to this process now.
+    /// Whether this process is now subject to file permissions, that is, not root.
     bool holds() const { return ::geteuid() != 0; }
 
 private:

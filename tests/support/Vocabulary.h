@@ -1,5 +1,6 @@
-// The source texts of the translation table, sorted by the class that requests them.
-// Typed by hand from the design of the forms and messages, so independent of the table.
+// The source texts of the translation table, sorted by the class that requests them. They
+// were typed from the design of the forms and messages, so they are independent of the
+// table.
 #pragma once
 
 #include <QMap>
@@ -11,7 +12,7 @@
 namespace tests
 {
 
-/// A requested text: the class name and the English source.
+/// A requested text: the class name and the English source text.
 using Asked = QPair<QString, QString>;
 
 inline const QStringList panelWords{
@@ -135,7 +136,7 @@ inline const QStringList panelWords{
     "mut0",
 };
 
-/// The source texts of the twelve contexts.
+/// The source texts of the table's twelve contexts.
 inline const QMap<QString, QStringList> vocabulary{
     {"FourPs", panelWords},
     {"Displays",
@@ -155,8 +156,8 @@ inline const QMap<QString, QStringList> vocabulary{
     {"cBar", {"Frame"}},
 };
 
-/// Texts that the program requests but the table lacks; they are in English in both
-/// languages.
+/// Texts that the program requests although the table does not contain them. They are in
+/// English in both languages.
 inline const QSet<Asked> askedInVain{
     {"Displays", "LCF vs MPS"},
     {"FourPs", "MPs"},
@@ -164,7 +165,7 @@ inline const QSet<Asked> askedInVain{
     {"FourPs", "with Grid"},
 };
 
-/// Texts that are in the table but never requested.
+/// Texts in the table that the program never requests.
 inline const QSet<Asked> neverAsked{
     {"FourPs", "Rattio 1"},       {"FourPs", "4ps"},
     {"FourPs", "4 points."},      {"Displays", "LCF vs 4PS"},
@@ -189,8 +190,8 @@ inline QSet<Asked> allAsked()
     return (allWords() - neverAsked) + askedInVain;
 }
 
-/// The texts in @p some that are not in @p others, sorted; for the message of a failed
-/// comparison.
+/// The texts in @p some that are missing in @p others, sorted; used in the message of a
+/// failed comparison.
 inline QStringList surplus(const QSet<Asked>& some, const QSet<Asked>& others)
 {
     QStringList texts;

@@ -21,9 +21,9 @@ namespace tests
 
 using States = QMap<QString, QVariant>;
 
-/// Calls @p visit for @p top and every widget below it, with a path that is the same in
-/// another window of the same kind. Dialogs and the inner widgets of lists, scroll areas
-/// and line edits are skipped.
+/// Calls @p visit for @p top and all widgets below it. The second argument of @p visit is
+/// a path that is equal in every window of the same kind. Dialogs and the inner widgets
+/// of lists, scroll areas and line edits are skipped.
 inline void visitWidgets(QWidget* top, const QString& name,
                          const std::function<void(QWidget*, const QString&)>& visit)
 {
@@ -45,7 +45,7 @@ inline void visitWidgets(QWidget* top, const QString& name,
     }
 }
 
-/// All that a user can see or change in a widget, except its position and size.
+/// Everything that a user can see or change in a widget, except its position and size.
 inline States statesOf(QWidget* widget)
 {
     States states{{"enabled", widget->isEnabledTo(widget->parentWidget())},
@@ -78,7 +78,7 @@ inline States statesOf(QWidget* widget)
     return states;
 }
 
-/// Sets the states that statesOf() returned.
+/// Restores the states that statesOf() returned.
 inline void setStates(QWidget* widget, const States& states)
 {
     if (states.contains("hidden") && states["hidden"].toBool() != widget->isHidden()) {
@@ -111,8 +111,8 @@ inline void setStates(QWidget* widget, const States& states)
     }
 }
 
-/// Unchecks all buttons of a group that a test has made non-exclusive, and makes it
-/// exclusive again.
+/// Unchecks all buttons of a group and makes it exclusive again, after a test has made it
+/// non-exclusive.
 inline void makeExclusive(QButtonGroup* group)
 {
     const QSignalBlocker quiet(group);
@@ -133,8 +133,8 @@ inline QMap<QString, States> statesBelow(QWidget* top)
     return all;
 }
 
-/// Sets the states @p all of the widgets below @p top. The signals of buttons, groups and
-/// lists are blocked.
+/// Restores the states @p all of the widgets below @p top. The signals of buttons, button
+/// groups and lists are blocked.
 inline void setStatesBelow(QWidget* top, const QMap<QString, States>& all)
 {
     std::vector<QSignalBlocker> quiet;

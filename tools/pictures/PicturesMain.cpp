@@ -1,8 +1,8 @@
 // Loads the sample and saves pictures of the program's windows.
 //   aelk_pictures SAMPLE-FOLDER OUTPUT-FOLDER [all] [-e | -j]
-// makes the pictures for the documents. With "all" it saves every window at half, normal
-// and double size, to check the layout after a change. The pictures show the path of
-// SAMPLE-FOLDER exactly as given.
+// By default it makes the pictures for the documents. With "all" it saves every window at
+// half, normal and double size, for checks of the layout after a change. The pictures
+// show the path SAMPLE-FOLDER exactly as it is given on the command line.
 
 #include "CombinationErrors.h"
 #include "SampleRun.h"
@@ -26,7 +26,7 @@
 namespace
 {
 
-/// Saves a picture of a plot in a separate window.
+/// Moves a plot into a separate window and saves a picture of this window.
 bool grabPlot(DispABase* plot, const QString& path)
 {
     plot->popDock();
@@ -35,7 +35,7 @@ bool grabPlot(DispABase* plot, const QString& path)
     return good;
 }
 
-/// Does the same after zooming the x axis to the given range, eV.
+/// The same with the range of the x axis limited to @p fromEv to @p toEv.
 bool grabPlot(DispABase* plot, double fromEv, double toEv, const QString& path)
 {
     plot->DispA->cc.setRealX(fromEv, toEv);
@@ -88,8 +88,9 @@ bool grabAll(const QList<QWidget*>& windows, const QDir& output)
     return good;
 }
 
-/// Brings the program into the state that the pictures show: the sample is loaded and
-/// calculated, and three targets, two of them of known valence, fill the comparison graph.
+/// Brings the program into the state for the pictures: the sample is loaded and all
+/// results are calculated. The comparison plot shows three targets, two of them with a
+/// known valence.
 void runThroughSample(FourPs& panel, SampleRun& run, const QDir& sample)
 {
     run.load();

@@ -1,4 +1,4 @@
-// Writes the files of the nickel sample: nickel_generator FOLDER [SEED]
+// Writes the files of the nickel sample. Usage: nickel_generator FOLDER [SEED]
 #include "SampleFiles.h"
 
 #include <cstdlib>

@@ -11,14 +11,16 @@ std::int64_t PhotonCounter::count(double mean)
     return std::max<std::int64_t>(std::llround(mean + std::sqrt(mean) * normal()), 1);
 }
 
-/// A uniform number in [-1, 1), from the upper 53 bits of one random number.
+/// A uniformly distributed number in [-1, 1), from the upper 53 bits of one random
+/// number.
 double PhotonCounter::uniform()
 {
     return std::ldexp(static_cast<double>(engine() >> 11U), -52) - 1.0;
 }
 
-/// A standard normal number by Marsaglia's polar method (Marsaglia and Bray, SIAM Review
-/// 6, 260, 1964). The method gives two numbers at a time; the second one is stored.
+/// A standard normal number by the polar method (Marsaglia and Bray, SIAM Review 6, 260,
+/// 1964). The method generates two numbers at a time; the second one is stored for the
+/// next call.
 double PhotonCounter::normal()
 {
     if (hasStored) {

@@ -1,4 +1,4 @@
-// Counting noise that is reproducible with every compiler and library.
+// Generates counting noise that is the same with every compiler and standard library.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,9 @@
 namespace nickel
 {
 
-/// Draws photon counts from a seed. The C++ standard specifies the engine but not the
-/// algorithms of the distributions, so the normal numbers are generated here.
+/// Draws random photon counts. The C++ standard specifies the random engine exactly, but
+/// not the algorithms of the distributions, so this class generates the normal numbers
+/// itself.
 class PhotonCounter
 {
 public:
@@ -17,9 +18,9 @@ public:
     {
     }
 
-    /// A Poisson number of mean @p mean by the normal approximation; at least 1. The
-    /// sample's means are above 10^4, where the two distributions differ by less than a
-    /// hundredth of their width.
+    /// A Poisson distributed number with mean @p mean, by the normal approximation; at
+    /// least 1. The means in the sample are above 10^4, where the two distributions
+    /// differ by less than a hundredth of their width.
     std::int64_t count(double mean);
 
 private:

@@ -16,7 +16,8 @@ namespace
 
 constexpr double crystalSpacing = 3.1355316; // lattice plane spacing of Si(111), angstrom
 constexpr double hcEvAngstrom = 12398.424360387684;
-constexpr double degreesPerRadian = 180.0 / 3.1415926535; // pi as in aelk's readers
+constexpr double degreesPerRadian =
+    180.0 / 3.1415926535; // with the value of pi that aelk's readers use
 
 struct Counts {
     std::int64_t incident;
@@ -40,7 +41,7 @@ std::string line(const char* format, Values... values)
     const int length = std::snprintf(nullptr, 0, format, values...);
     std::string text(static_cast<std::size_t>(length) + 1, '\0');
     std::snprintf(text.data(), text.size(), format, values...);
-    text.pop_back(); // the terminating null character
+    text.pop_back(); // removes the terminating null character
     return text;
 }
 
@@ -126,8 +127,8 @@ void appendLittleEndian(std::string& bytes, double value)
     }
 }
 
-/// Absorbances rounded to six decimals, so that the file does not depend on the last bit
-/// of a logarithm.
+/// The absorbances of a map, rounded to six decimals, so that the file does not depend on
+/// the last bit of a logarithm.
 std::vector<double> mutValues(const CountMap& pixels)
 {
     std::vector<double> values;
@@ -196,8 +197,8 @@ std::vector<SampleFile> sampleFiles(std::uint64_t seed)
             files.push_back({"map_8345ev.2dp", binaryMap(energyEv, pixels)});
         }
     }
-    // Files that were added later are generated last, so the noise of the earlier files
-    // does not change.
+    // Files that were added to the sample later are generated last, so that the noise of
+    // the earlier files does not change.
     files.push_back(targetFile(counter, targetOfFour()));
     for (const double energyEv : imageOfFour().energiesEv) {
         const CountMap pixels = countMap(counter, imageOfFour(), energyEv);

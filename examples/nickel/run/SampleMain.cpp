@@ -1,8 +1,9 @@
-// Runs aelk on the nickel sample: aelk_sample FOLDER [-e | -j]
+// Analyses the nickel sample with aelk. Usage: aelk_sample FOLDER [-e | -j]
 //
-// With a display it opens all windows and waits; without one it saves their pictures to
-// out/. In both cases it writes the result maps to out/ and prints how close they are to
-// the truth. The exit status is 0 if all results are within their bounds.
+// With a display it opens all windows and waits. Without a display it saves pictures of
+// them to out/. In both cases it writes the result maps to out/ and prints the
+// differences between the results and their expected values. The exit status is 0 if all
+// results are within their bounds.
 #include "CombinationErrors.h"
 #include "MapErrors.h"
 #include "SampleRun.h"
@@ -35,14 +36,15 @@ bool hasDisplay()
 bool report(const SampleOutcome& outcome)
 {
     outcome.print();
-    // The readers' warnings go to the unbuffered stderr: flush to keep the order of the
-    // output.
+    // The readers print warnings to stderr, which is unbuffered. The flush keeps the
+    // order of both outputs.
     std::fflush(stdout);
     return outcome.isGood();
 }
 
-/// Runs all methods: the non-equivalent method, the linear combination fits and the
-/// four-points family. Then restores the initial state of the run.
+/// Runs all methods: the non-equivalent method, the linear combination fit and the
+/// four-points family. Then restores the initial state of the run. Returns whether all
+/// results are within their bounds.
 bool runAllMethods(SampleRun& run)
 {
     const auto& shares = nickel::shareForms();

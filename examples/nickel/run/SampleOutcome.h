@@ -1,4 +1,4 @@
-// Results of the sample and their comparison with the expected values.
+// Results of the sample and checks against their expected values.
 #pragma once
 
 #include <QList>
@@ -9,46 +9,46 @@ namespace nickel
 class ErrorStatistics;
 }
 
-/// One number of a target's result and its check.
+/// The check of one number in the result of a target.
 struct TargetCheck {
     QString what;
-    double mixed = 0.0;    ///< true value of the target
-    double expected = 0.0; ///< result of the method without noise
+    double mixed = 0.0;    ///< true value
+    double expected = 0.0; ///< result of the method for data without noise
     double result = 0.0;
-    double bound = 0.0; ///< largest allowed difference of result and expected
+    double bound = 0.0; ///< largest allowed |result - expected|
 
     double off() const;
 
-    /// Also false for NaN.
+    /// Whether the result is within its bound; false for NaN.
     bool isGood() const { return off() <= bound; }
 };
 
-/// The check of one quantity of a result map, over all pixels.
+/// The check of one quantity of a result map over all pixels.
 struct MapCheck {
     static constexpr double rmsBound = 1.15;  // in expected standard deviations
     static constexpr double worstBound = 6.0; // in expected standard deviations
 
-    /// @param commonSigma  standard deviation of the error that all pixels share
+    /// @param commonSigma  standard deviation of the error that is common to all pixels
     MapCheck(const QString& quantity, const nickel::ErrorStatistics& statistics,
              double commonSigma);
 
-    /// Also false for NaN.
+    /// Whether all three numbers are within their bounds; false for NaN.
     bool isGood() const;
 
     QString what;
     double rms;   ///< rms of (error - bias) / sigma
     double worst; ///< largest |error - bias| / sigma
-    double mean;  ///< size of the mean error
+    double mean;  ///< absolute value of the mean error
     double meanBound;
 };
 
-/// The outcome of one calculation.
+/// The results of one calculation and their checks.
 struct SampleOutcome {
     QString title;
-    QString line; ///< result line in the window
+    QString line; ///< the result line of the window
     QList<TargetCheck> target;
     QList<MapCheck> map;
-    QString resultPath; ///< path of the result map; empty without one
+    QString resultPath; ///< path of the result map; empty if there is none
     bool written = true;
 
     bool isGood() const;

@@ -25,17 +25,17 @@
 namespace
 {
 
-// Standard deviations that the noise of the spectra adds to results of the four-points
-// family; derived in examples/nickel/README.md.
+// Standard deviations of the results of the four-points family due to the noise of the
+// spectra. examples/nickel/README.md derives them.
 constexpr double referenceSigmaFraction = 0.00075;
 constexpr double referenceSigmaThickness = 0.0003; // relative to the thickness
 constexpr double targetSigmaFraction = 0.0011;
 
 constexpr double targetSigmas = 4.0;
-constexpr double fitDigit = 0.0005; // half of the last digit in the fit's result line
+constexpr double fitDigit = 0.0005; // half a unit of the last digit in the fit's result line
 
-/// Creates the file if it does not exist: the panel only overwrites existing histogram
-/// files.
+/// Creates an empty file if it does not exist, because the panel only overwrites existing
+/// histogram files.
 void touch(const QString& path)
 {
     QFile file(path);
@@ -63,7 +63,7 @@ std::vector<std::size_t> rowsOf(const nickel::Image& image)
     return rows;
 }
 
-/// The numbers of a result line, in order.
+/// The numbers in a result line, in their order.
 QList<double> numbersIn(const QString& line)
 {
     static const QRegularExpression number(QStringLiteral("-?\\d+\\.\\d+|nan|inf"));
@@ -86,9 +86,9 @@ SampleRun::SampleRun(FourPs& fourPs, const QDir& sampleFolder, const QDir& outpu
 void SampleRun::load()
 {
     loadReferences();
-    // Each loaded reference proposes an edge, so the common edge is set afterwards. The
-    // target is loaded last, because a change of the edge does not update the target's
-    // column.
+    // Each loaded reference proposes an edge energy, so the edge is set after the
+    // references are loaded. The target is loaded last, because a change of the edge does
+    // not update the absorbances of the target in the energy rows.
     typeInto(panel.ui.EdgeE, QString::number(nickel::edgeEv));
     loadFiles(nickel::imageOfTwo(), nickel::targetOfTwo());
 }
@@ -118,7 +118,8 @@ void SampleRun::loadFiles(const nickel::Image& image, const nickel::Target& targ
     }
     panel.MultiFiles->newFiles(maps);
     useRows(rowsOf(image));
-    // Show the last map: well above the edge the absorbance shows the amount.
+    // Shows the map at the highest energy: well above the edge the absorbance shows the
+    // amount.
     turn(panel.EPoints.at(maps.size() - 1)->ShowMapB, true);
 }
 
@@ -159,7 +160,7 @@ void SampleRun::recordShares(std::size_t count)
     }
 }
 
-/// Clears the results, so that a refused calculation cannot show the previous ones.
+/// Clears the results. Otherwise a refused calculation would leave the previous results.
 void SampleRun::clearResults()
 {
     for (const ARefFile* row : std::as_const(panel.Refs.RefRows)) {
@@ -266,7 +267,7 @@ void SampleRun::restart()
     useReferences(2);
     useRows(rowsOf(nickel::imageOfTwo()));
     recordShares(0);
-    panel.clearLCFvs4PS(nullptr); // removes the points of other targets
+    panel.clearLCFvs4PS(nullptr); // removes the points of the other targets
     panel.calcBoth();
 }
 
@@ -277,7 +278,7 @@ QList<QWidget*> SampleRun::windows() const
 
 void SampleRun::chooseSolver(const nickel::MapForm& form)
 {
-    // The frame of these two buttons is always disabled, so a user cannot click them.
+    // A user cannot click these two buttons, because their frame is always disabled.
     const bool exact = form.fitsSlope && form.rows.size() == 3;
     (exact ? panel.ui.TypeTMKisExact : panel.ui.TypeTMKisLS)->setChecked(true);
 }
@@ -285,11 +286,11 @@ void SampleRun::chooseSolver(const nickel::MapForm& form)
 bool SampleRun::write(const QString& path)
 {
     const QFileInfo info(path);
-    QFile::remove(path); // a file of an earlier run must not count
+    QFile::remove(path); // otherwise a file of an earlier run could pass the check
     for (const char* histogram : {"_HGAlpha.", "_HGThick."}) {
         touch(output.filePath(info.completeBaseName() + QLatin1String(histogram) + info.suffix()));
     }
-    panel.BaseData.rows.clear(); // a refused calculation then has nothing to write
+    panel.BaseData.rows.clear(); // after a refused calculation there is nothing to write
     panel.ui.SaveFSelect->newFile(path);
     panel.ui.WriteB->click();
     return QFileInfo(path).size() > 0;
@@ -338,12 +339,13 @@ QList<MapCheck> SampleRun::checkMap(const nickel::ShareForm& form) const
                 fit.expected(image.fractionsAt(x, y), image.amountAt(x, y));
             const auto errors = nickel::pixelErrors(form, fit, x, y);
             for (std::size_t k = 0; k < quantities; ++k) {
-                // The panel's list has the shares first, and valence and total last.
+                // In the panel's list the shares are first, and the valence and the total
+                // are last.
                 const qsizetype place =
                     k < form.references
                         ? static_cast<qsizetype>(k)
                         : pixel.values.size() - static_cast<qsizetype>(quantities - k);
-                // The errors of the amount are relative to the expected amount.
+                // The errors of the total are relative to its expected value.
                 const double unit = k + 1 == quantities ? expected[k] : 1.0;
                 statistics[k].add((pixel.values.value(place, std::nan("")) - expected[k]) / unit,
                                   errors[k].sigma / unit, errors[k].bias / unit);
@@ -369,8 +371,8 @@ QList<MapCheck> SampleRun::checkMap(const nickel::MapForm& form) const
         for (int x = 0; x < nickel::mapWidth; ++x) {
             const A2DRow& pixel = panel.BaseData.rows.at(y * nickel::mapWidth + x);
             const nickel::ExpectedErrors expected = nickel::expectedErrors(form, x, y);
-            // The valences of the references differ by 1, so the valence and the fraction
-            // have the same error, but for the sign.
+            // The valences of the two references differ by 1, so the errors of the
+            // valence and of the fraction are equal except for the sign.
             valence.add(pixel.intensity - nickel::fractionAt(x, y), expected.fraction.sigma,
                         expected.fraction.bias);
             const double jump = nickel::amountAt(x, y);

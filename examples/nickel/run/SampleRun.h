@@ -1,4 +1,5 @@
-// Drives aelk's panel through the nickel sample, as a user would.
+// Operates aelk's panel as a user would: loads the nickel sample and runs the
+// calculations.
 #pragma once
 
 #include "SampleOutcome.h"
@@ -24,7 +25,7 @@ struct Target;
 } // namespace nickel
 
 /// Loads the sample through the slots of the file rows, calculates, writes result maps
-/// and compares them with the truth.
+/// and checks the results against their expected values.
 class SampleRun
 {
 public:
@@ -33,27 +34,29 @@ public:
     /// @param output  existing folder for the result maps
     SampleRun(FourPs& panel, const QDir& sample, const QDir& output);
 
-    /// Loads the references, the first target and the first maps, and sets valences and
-    /// edge. A missing file leaves its row empty; the checks then fail.
+    /// Loads the references, the first target and the first image, and sets the valences
+    /// and the edge energy. A missing file leaves its row empty, and the checks then
+    /// fail.
     void load();
 
-    /// Calculates the target and the maps by the non-equivalent method with the
-    /// references, files and background of @p form, writes the result map and both
-    /// histograms, and compares the results.
+    /// Calculates the target and the maps of @p form by the non-equivalent method, with
+    /// its references and background. Writes the result map and both histograms, and
+    /// checks the results.
     SampleOutcome calculate(const nickel::ShareForm& form);
 
-    /// Fits the target of @p form and compares the results.
+    /// Fits the target of @p form by a linear combination and checks the results.
     SampleOutcome calculate(const nickel::CombinationForm& form);
 
-    /// Calculates with a form of the four-points family and compares the results. The
-    /// first two references and the first files must be in use.
+    /// Calculates the target and the maps by a form of the four-points family and checks
+    /// the results. The first two references and the first image must be in use.
     SampleOutcome calculate(const nickel::MapForm& form);
 
-    /// Restores the first files, two references and the program's default method.
+    /// Loads the first target and image again, uses two references, and chooses the
+    /// program's default method.
     void restart();
 
-    /// The program's windows: the main window, the graphs, the result map and the
-    /// measured map at the highest energy.
+    /// The main window, the graph window, the result map, and the window of the measured
+    /// map at the highest energy.
     QList<QWidget*> windows() const;
 
 private:
@@ -76,5 +79,5 @@ private:
     FourPs& panel;
     QDir sample;
     QDir output;
-    const nickel::Image* loaded = nullptr; ///< the image whose maps are in the rows
+    const nickel::Image* loaded = nullptr; ///< the image whose maps are loaded
 };

@@ -8,7 +8,8 @@ bool savePicture(QWidget* window, const QSize& size, const QString& path)
 {
     window->show();
     window->resize(size);
-    // Moving or resizing a window causes further events: process them all.
+    // Moving or resizing a window posts further events, so the events are processed more
+    // than once.
     for (int i = 0; i < 3; ++i) {
         QCoreApplication::processEvents();
     }

@@ -12,6 +12,7 @@ class QWidget;
 /// @return false if the file cannot be written
 bool savePicture(QWidget* window, const QSize& size, const QString& path);
 
-/// Saves every window at its size as "<object name>.png" in @p folder.
+/// Saves a picture of every window at its current size as "<object name>.png" in
+/// @p folder.
 /// @return false if any of the files cannot be written
 bool savePictures(const QList<QWidget*>& windows, const QDir& folder);

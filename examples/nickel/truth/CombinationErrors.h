@@ -1,5 +1,5 @@
-// The expected results of the linear combination fit for the sample's targets, and their
-// errors from counting noise.
+// Calculates the expected results of the linear combination fit for the sample's targets,
+// and the errors of these results due to counting noise.
 #pragma once
 
 #include "NickelTruth.h"
@@ -10,35 +10,36 @@
 namespace nickel
 {
 
-/// One fit of a target.
+/// A linear combination fit of a target.
 struct CombinationForm {
     const char* name;
-    std::size_t references; ///< number of compounds, from the first
+    std::size_t references; ///< the number of compounds, counted from Ni(II)
     const Target& target;
-    double lowestEv;  ///< lower end of the range, a scan point
-    double highestEv; ///< upper end of the range, a scan point
+    double lowestEv;  ///< lower limit of the fit range; a point of the scan
+    double highestEv; ///< upper limit of the fit range; a point of the scan
 };
 
-/// The fits of the sample: with two references and with all four.
+/// The fits for the sample: with two references and with four.
 const std::vector<CombinationForm>& combinationForms();
 
-/// The results of a fit in this order: the fraction of each reference, the valence, the
-/// constant. As in aelk, the valence uses the coefficients before they are divided by
-/// their sum.
+/// The results of a fit: the fractions of the references, the valence, and the constant,
+/// in this order. As in aelk, the valence is calculated from the coefficients before they
+/// are divided by their sum.
 ///
-/// @param spectra  the form's references, then the target
+/// @param spectra  the references of the form, followed by the target
 std::vector<double> combination(const CombinationForm& form,
                                 const std::vector<SpectrumLines>& spectra);
 
-/// The result of the fit without noise.
+/// The results of the fit for spectra without noise, in the order of combination().
 ///
 /// The normalised mixture is sum_j f_j s_j / sum_j f_j d_j and a normalised reference is
 /// s_j / d_j, where d_j(E) is the difference of the two lines of s_j. If all d_j are
 /// equal, as for Ni(II) and Ni(III), the coefficients are the fractions f_j. With all
-/// four compounds the fit gives values near f_j d_j / sum_k f_k d_k.
+/// four compounds the coefficients are near f_j d_j / sum_k f_k d_k.
 std::vector<double> expectedCombination(const CombinationForm& form);
 
-/// The standard deviations of the results from the noise of all spectra.
+/// The standard deviations of the results, in the same order, due to the noise of all
+/// spectra.
 std::vector<double> combinationErrors(const CombinationForm& form);
 
 } // namespace nickel

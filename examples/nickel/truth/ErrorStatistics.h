@@ -1,26 +1,27 @@
-// Compares the errors of many pixels with the errors expected from noise.
+// Compares the errors of many pixels with the errors that noise should cause.
 #pragma once
 
 namespace nickel
 {
 
-/// Collects errors with their expected standard deviation and bias.
+/// Collects errors together with their expected standard deviations and biases.
 class ErrorStatistics
 {
 public:
-    /// @param error  result minus truth
-    /// @param sigma  its expected standard deviation, above 0
-    /// @param bias   its expected mean
+    /// @param error  result minus expected value
+    /// @param sigma  expected standard deviation of the error, above 0
+    /// @param bias   expected mean of the error
     void add(double error, double sigma, double bias);
 
     /// Root mean square of (error - bias) / sigma. It is about 1 if noise is the only
-    /// cause of errors. NaN if any error is NaN.
+    /// cause of the errors. NaN if any error is NaN.
     double rms() const;
 
     /// Largest |error - bias| / sigma; infinite if any error is NaN.
     double worst() const { return largest; }
 
-    /// Mean of error - bias, and the expected standard deviation of this mean.
+    /// meanError() is the mean of error - bias. meanSigma() is the expected standard
+    /// deviation of this mean.
     double meanError() const;
     double meanSigma() const;
 

@@ -16,8 +16,8 @@ double product(const std::vector<double>& a, const std::vector<double>& b)
 
 } // namespace
 
-// Gram-Schmidt orthogonalisation with two passes per column. Powers of a wavelength are
-// nearly parallel, and after a single pass they would not be orthogonal to working
+// Gram-Schmidt orthogonalisation with two passes per column. The columns are powers of a
+// wavelength and nearly parallel: a single pass would not make them orthogonal to machine
 // precision.
 LeastSquares::LeastSquares(std::vector<std::vector<double>> columns)
 {

@@ -1,4 +1,5 @@
-// Least squares by QR decomposition (aelk itself uses normal equations).
+// Least squares by QR decomposition. aelk itself uses normal equations, so the two
+// solutions are independent.
 #pragma once
 
 #include <vector>
@@ -13,7 +14,8 @@ public:
     /// @param columns  linearly independent columns of equal length
     explicit LeastSquares(std::vector<std::vector<double>> columns);
 
-    /// The coefficients of the columns for @p values, which must be as long as a column.
+    /// The coefficient of each column for the least-squares fit of @p values, which must
+    /// have the length of a column.
     std::vector<double> coefficients(const std::vector<double>& values) const;
 
 private:

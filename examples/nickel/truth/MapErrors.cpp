@@ -14,7 +14,7 @@ double commonShape(std::size_t row)
     return shape(compounds()[niII], mapEnergiesEv.at(row));
 }
 
-/// The line s = c0 + c1 E + c2 mut, solved for mut.
+/// The fitted plane s = c0 + c1 E + c2 mut, solved for mut: mut = jump * s + background.
 struct PixelLine {
     double jump;
     double backgroundAtV;
@@ -28,6 +28,8 @@ PixelLine throughTwoPoints(const MapForm& form, const MutValues& mut)
     return {jump, mut.at(below) - jump * commonShape(below)};
 }
 
+// Fits s over (E, mut) by normal equations of the centred values and solves them by Cramer's
+// rule.
 PixelLine leastSquares(const MapForm& form, const MutValues& mut)
 {
     double meanE = 0.0;
@@ -65,8 +67,8 @@ PixelLine leastSquares(const MapForm& form, const MutValues& mut)
 
 const std::vector<MapForm>& mapForms()
 {
-    // The thickness of the three-point form is relative to the first reference; the
-    // thickness of the other forms is relative to the mean of both.
+    // The unit of the thickness is the edge jump of the first reference in the
+    // three-point form, and the mean edge jump of both references in the other forms.
     static const double first = compounds()[niII].jump;
     static const double mean = 0.5 * (compounds()[niII].jump + compounds()[niIII].jump);
     static const std::vector<MapForm> forms = {

@@ -1,5 +1,5 @@
-// The expected errors of the sample's maps by the four-points family, from counting
-// noise.
+// Calculates the expected errors of the sample's maps for the four-points family. The
+// errors are due to counting noise.
 #pragma once
 
 #include "NickelTruth.h"
@@ -10,32 +10,33 @@
 namespace nickel
 {
 
-/// A form of the four-points family with the rows that the sample uses.
+/// A form of the four-points family and the rows that the sample uses for it.
 struct MapForm {
     const char* name;
-    const char* fileName;          ///< name of the result map
-    std::vector<std::size_t> rows; ///< rows in use other than the V row
+    const char* fileName;          ///< file name of the result map
+    std::vector<std::size_t> rows; ///< indices of the rows in use, without the V row
     bool fitsSlope;                ///< whether the form fits a background slope
-    double thicknessUnit;          ///< edge jump that gives thickness 1
+    double thicknessUnit;          ///< the edge jump of a pixel with thickness 1
 };
 
-/// Three points, exact four points and least squares.
+/// The forms in the order three points, exact four points, least squares.
 const std::vector<MapForm>& mapForms();
 
-/// The result of one pixel: fraction of Ni(II) and edge jump.
+/// The result for one pixel: the fraction of Ni(II) and the edge jump.
 struct MixtureEstimate {
     double fraction = 0.0;
     double jump = 0.0;
 };
 
-/// The mixture that gives the values of a pixel, with noise-free references.
+/// Solves the model of the four-points family for one pixel, with noise-free references.
 ///
-/// Above and below the edge a pixel absorbs mut = jump * s(E) + mu0 + k E, where s is the
-/// shape that both references have there. This line of s over (E, mut) is fitted by least
-/// squares, or goes through two points without k. The V point then determines the
-/// fractions of the two references.
+/// Below and above the edge the absorbance of a pixel is mut = jump * s(E) + mu0 + k E,
+/// where s is the common shape of both references at these energies. The model is fitted
+/// as s over (E, mut) by least squares; a form without slope passes a line through two
+/// points with k = 0. The V point then determines the fractions of the two references.
 ///
-/// @param mut  one value for each of mapEnergiesEv
+/// @param mut  the absorbance at each of mapEnergiesEv
+/// @return the fraction and the edge jump of the pixel
 MixtureEstimate estimateMixture(const MapForm& form,
                                 const std::array<double, mapEnergiesEv.size()>& mut);
 
@@ -44,7 +45,8 @@ struct ExpectedErrors {
     ExpectedError jump;
 };
 
-/// The standard deviations and biases of a pixel's results from the noise of its values.
+/// The standard deviations and biases of the results of pixel (@p x, @p y) due to its
+/// noise.
 ExpectedErrors expectedErrors(const MapForm& form, int x, int y);
 
 } // namespace nickel

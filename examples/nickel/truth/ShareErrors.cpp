@@ -20,8 +20,8 @@ std::vector<std::vector<double>> columnsOf(const ShareForm& form,
             column.push_back(spectra.at(j).abovePre(scanIndex(energyEv)));
         }
     }
-    // The background terms can be any three independent combinations of 1, L^3 and L^4,
-    // or any two of 1 and E.
+    // Any three independent combinations of 1, L^3 and L^4 describe the same background;
+    // the same holds for any two of 1 and E.
     const int powers = form.victoreen ? 3 : 2;
     for (int k = 0; k < powers; ++k) {
         std::vector<double>& column = columns.emplace_back();
@@ -34,7 +34,7 @@ std::vector<std::vector<double>> columnsOf(const ShareForm& form,
     return columns;
 }
 
-/// The shares, the valence and the total for the amounts dMut.
+/// The shares, the valence and the total for the amounts dMut of the references.
 ShareValues composition(const std::vector<double>& amounts)
 {
     double total = 0.0;
@@ -130,8 +130,8 @@ std::vector<ExpectedError> pixelErrors(const ShareForm& form, const ShareFit& fi
 
 std::vector<double> referenceErrors(const ShareForm& form)
 {
-    // The results vary smoothly between pixels, so every eighth pixel in x and y is
-    // enough.
+    // The results change smoothly between pixels, so every eighth pixel in x and y is
+    // sufficient.
     constexpr int step = 8;
     std::vector<std::vector<double>> pixels;
     std::vector<double> jumps;

@@ -1,4 +1,5 @@
-// Error propagation: from the noise of spectra to the errors of a result.
+// Error propagation for spectra: calculates the errors of a result from the noise of
+// spectra.
 #pragma once
 
 #include "NickelTruth.h"
@@ -10,17 +11,17 @@
 namespace nickel
 {
 
-/// The noise-free spectra of the first @p references compounds, followed by @p target
-/// unless it is null.
+/// The noise-free spectra of the first @p references compounds. If @p target is not null,
+/// its noise-free spectrum is the last one.
 std::vector<SpectrumLines> noiseFreeSpectra(std::size_t references, const Target* target);
 
 using SpectraCalculation = std::function<std::vector<double>(const std::vector<SpectrumLines>&)>;
 
-/// The standard deviation of each result of a calculation.
+/// The standard deviation of each result of a calculation, by numerical differentiation.
 ///
-/// Each point of each spectrum is increased by its standard deviation while the others
-/// keep their values; the changes of a result add in quadrature. With the photons of a
-/// spectrum every result is linear enough for this.
+/// Each point of each spectrum is increased by its standard deviation while the other
+/// points keep their values. The changes of a result are added in quadrature. The noise
+/// of the spectra is so small that every result is linear enough for this.
 std::vector<double> spectrumErrors(const SpectraCalculation& calculation,
                                    std::vector<SpectrumLines> spectra);
 

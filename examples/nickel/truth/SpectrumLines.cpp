@@ -12,8 +12,8 @@ namespace nickel
 namespace
 {
 
-// Powers of the wavelength, in units of the wavelength at the edge; the unit cancels in
-// the fit.
+// 1, L^3 and L^4, where L is the wavelength divided by the wavelength at the edge. This
+// unit of L has no effect on the fitted line.
 std::array<double, 3> powers(double energyEv)
 {
     const double ratio = edgeEv / energyEv;
@@ -21,7 +21,7 @@ std::array<double, 3> powers(double energyEv)
     return {1.0, cube, cube * ratio};
 }
 
-/// The points with the indices [@p firstPoint, @p lastPoint), prepared for fits.
+/// Least-squares fits to the points with the indices [@p firstPoint, @p lastPoint).
 class LineFit
 {
 public:
@@ -57,7 +57,7 @@ private:
     LeastSquares fit;
 };
 
-// Points exactly at a limit belong to neither line.
+// Points exactly at a limit of the ranges are excluded, as in aelk.
 const LineFit& fitBelow()
 {
     const std::vector<double>& scan = scanEnergies();

@@ -6,28 +6,29 @@
 namespace nickel
 {
 
-/// Limits of the background lines, eV relative to edgeEv: aelk's defaults.
+/// Limits of the ranges of the pre-edge and post-edge lines, eV relative to edgeEv. They
+/// are aelk's default values.
 inline constexpr double preEdgeEnd = -50.0;
 inline constexpr double postEdgeStart = 100.0;
 
-/// A spectrum and its lines c + a L^3 + b L^4 below and above the edge.
+/// A spectrum with its fitted Victoreen lines c + a L^3 + b L^4 below and above the edge.
 class SpectrumLines
 {
 public:
-    /// @param mut  one value for each of scanEnergies()
+    /// @param mut  the absorbance at each of scanEnergies()
     explicit SpectrumLines(std::vector<double> mut);
 
     const std::vector<double>& mut() const { return mutValues; }
     double pre(double energyEv) const;
     double post(double energyEv) const;
 
-    /// The difference of the two lines at edgeEv.
+    /// The difference between the post-edge and the pre-edge line at edgeEv.
     double edgeJump() const;
 
-    /// The absorbance minus the pre-edge line at point @p index of the scan.
+    /// The absorbance minus the pre-edge line at the point @p index of the scan.
     double abovePre(std::size_t index) const;
 
-    /// abovePre() divided by the difference of the two lines at this point.
+    /// abovePre() divided by the difference of the two lines at the same point.
     double normalised(std::size_t index) const;
 
 private:
@@ -36,8 +37,8 @@ private:
     std::vector<double> postLine;
 };
 
-/// The index of @p energyEv in scanEnergies(). Throws std::out_of_range if it is not
-/// there.
+/// The index of @p energyEv in scanEnergies().
+/// @throws std::out_of_range  if @p energyEv is not a point of the scan
 std::size_t scanIndex(double energyEv);
 
 } // namespace nickel

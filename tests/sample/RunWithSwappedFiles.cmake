@@ -1,5 +1,6 @@
 # Runs the sample program with the files of Ni(IV) and nickel metal swapped. The results
-# with all four references must then be off, those with two references must not change.
+# with four references must then exceed their bounds (OFF). The results with two
+# references do not use these files and must stay within their bounds.
 file(REMOVE_RECURSE ${WORK})
 file(COPY ${SAMPLE}/ DESTINATION ${WORK}/data)
 file(RENAME ${WORK}/data/ref_ni4.dat ${WORK}/data/swap)
