@@ -5,10 +5,10 @@
 #include "data/MapTextReader.h"
 #include "support/FuzzTarget.h"
 #include "support/Memory.h"
-#include "support/OddDevice.h"
 #include "support/OneIn.h"
 #include "support/PlainMapReader.h"
 #include "support/SameDouble.h"
+#include "support/ShortReadDevice.h"
 
 #include <QBuffer>
 #include <QStringConverter>
@@ -126,7 +126,7 @@ void checkLimitedMemory(const Reading& expected, const QByteArray& bytes)
 void checkFailingDevice(const QByteArray& bytes)
 {
     const qint64 end = qChecksum(QByteArrayView(bytes)) % (bytes.size() + 1);
-    tests::OddDevice device(bytes, 1 + bytes.size() % 300, bytes.size() % 2 == 0);
+    tests::ShortReadDevice device(bytes, 1 + bytes.size() % 300, bytes.size() % 2 == 0);
     device.failAt(end);
     Reading found;
     readInto(found, device);
@@ -141,7 +141,7 @@ void checkFile(const QByteArray& bytes)
     // sizes of the reads.
     const bool hasMark = QStringConverter::encodingForData(bytes.left(4)).has_value();
     if (!hasMark && fuzz::oneIn(4, bytes)) {
-        tests::OddDevice device(bytes, 1 + bytes.size() % 9, bytes.size() % 2 == 0);
+        tests::ShortReadDevice device(bytes, 1 + bytes.size() % 9, bytes.size() % 2 == 0);
         readInto(found, device);
     } else {
         readBuffer(found, bytes);

@@ -6,10 +6,10 @@
 #include "support/FuzzTarget.h"
 #include "support/Memory.h"
 #include "support/MemoryFile.h"
-#include "support/OddDevice.h"
 #include "support/OneIn.h"
 #include "support/PlainSpectrumReader.h"
 #include "support/SameDouble.h"
+#include "support/ShortReadDevice.h"
 
 #include <QBuffer>
 #include <QStringConverter>
@@ -166,13 +166,13 @@ bool isPlainUtf8(const QByteArray& bytes)
 void checkOtherDevices(const AMutE& expected, const QByteArray& bytes)
 {
     const qint64 largest = 1 + bytes.size() % 300;
-    tests::OddDevice device(bytes, largest, false);
+    tests::ShortReadDevice device(bytes, largest, false);
     AMutE record = recordFor(bytes);
     FUZZ_REQUIRE(record.readDevice(device) == expected.valid);
     FUZZ_REQUIRE(isSame(record, expected));
 
     const qint64 end = qChecksum(QByteArrayView(bytes)) % (bytes.size() + 1);
-    tests::OddDevice failing(bytes, largest, false);
+    tests::ShortReadDevice failing(bytes, largest, false);
     failing.failAt(end);
     record = recordFor(bytes);
     const bool isRead = record.readDevice(failing);

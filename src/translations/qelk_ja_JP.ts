@@ -4,7 +4,7 @@
 <!-- The Japanese text. No language attribute on purpose: the compiled table
      holds hashes and messages alone. A finished message with an empty
      translation shows its source; an unfinished one would be left out.
-     Kept by hand: lupdate would drop what no source asks for any more. -->
+     Edited by hand: lupdate would delete texts that no source uses any more. -->
 <context>
     <name>FourPs</name>
     <message>
@@ -63,12 +63,12 @@
     </message>
     <message>
         <source>4 points.</source>
-        <extracomment>Asked for by nobody any more; kept with the table.</extracomment>
+        <extracomment>No source uses this text any more; it stays in the table.</extracomment>
         <translation>4点</translation>
     </message>
     <message>
         <source>4ps</source>
-        <extracomment>Asked for by nobody any more; kept with the table.</extracomment>
+        <extracomment>No source uses this text any more; it stays in the table.</extracomment>
         <translation>4点</translation>
     </message>
     <message>
@@ -314,7 +314,7 @@
     </message>
     <message>
         <source>Rattio 1</source>
-        <extracomment>Asked for by nobody any more; kept with the table.</extracomment>
+        <extracomment>No source uses this text any more; it stays in the table.</extracomment>
         <translation>比率 1</translation>
     </message>
     <message>

@@ -5,9 +5,9 @@
 #include "analysis/HistogramCounts.h"
 #include "analysis/MapCalculation.h"
 #include "analysis/NonEquivalentMap.h"
-#include "support/OddMaps.h"
 #include "support/PlainFits.h"
 #include "support/PlainMapForms.h"
+#include "support/RandomMaps.h"
 
 #include <QTest>
 
@@ -17,10 +17,10 @@
 using analysis::CalculationMemory;
 using analysis::HistogramCounts;
 using analysis::Instructions;
+using tests::deepCopy;
 using tests::Kind;
 using tests::numberOf;
 using tests::onceIn;
-using tests::ownCopy;
 using tests::wholeNumber;
 
 namespace
@@ -361,7 +361,7 @@ void change(Maps& maps, Random& random)
         map.clear();
         break;
     case 5: // a copy with separate memory
-        map = ownCopy(map);
+        map = deepCopy(map);
         break;
     case 6: // fewer rows, as after a failed read
         map.rows.resize(wholeNumber(random, 0, rows));
@@ -467,12 +467,12 @@ public:
     void take(const A2DData& result, Random& random)
     {
         if (onceIn(random, 4)) {
-            maps.append({result, ownCopy(result)});
+            maps.append({result, deepCopy(result)});
         }
         if (!result.rows.isEmpty() && onceIn(random, 2)) {
             const int last = static_cast<int>(result.rows.size()) - 1;
             const QList<double> list = result.rows.at(wholeNumber(random, 0, last)).values;
-            m_lists.append({list, ownCopy(list)});
+            m_lists.append({list, deepCopy(list)});
         }
         if (maps.size() > 3) {
             maps.removeAt(wholeNumber(random, 0, 3));
@@ -587,7 +587,7 @@ void tst_BlockCalculations::changedMapIsReadAgain()
     calculate(task, outcome, &memory, analysis::fastestInstructions());
     for (A2DData& map : maps) {
         for (const int pixel : {0, 1, 63, 64, 127, 128, 129}) {
-            const A2DData before = ownCopy(outcome.map);
+            const A2DData before = deepCopy(outcome.map);
             map.rows[pixel].intensity += 1.0;
             calculate(task, outcome, &memory, analysis::fastestInstructions());
             QCOMPARE(differenceOf(outcome, expectedOf(task)), QString());

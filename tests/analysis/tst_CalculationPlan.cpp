@@ -260,10 +260,10 @@ void tst_CalculationPlan::mapIsRefused_data()
     addRefusalColumns();
     const Messages noVPoint{{MessageId::NoMapVPoint}};
     refused("no V row", fourMaps().markVRows({}), noVPoint);
-    refused("V row without a map", fourMaps().takeMap(2), noVPoint);
+    refused("V row without a map", fourMaps().removeMap(2), noVPoint);
     refused("V point before the references", fourMaps().markVRows({}).makeInvalid({0}), noVPoint);
     refused("two rows", fourMaps().useRows({1, 2}), {wrongCount(2, 4)});
-    refused("a row without a map is not selected", fourMaps().useRows({0, 1, 2}).takeMap(0),
+    refused("a row without a map is not selected", fourMaps().useRows({0, 1, 2}).removeMap(0),
             {wrongCount(2, 4)});
     refused("five rows with exact on", five().addMaps(8).chooseFourPoints(true, false),
             {wrongCount(5, 4)});
@@ -289,7 +289,7 @@ void tst_CalculationPlan::mapIsRefused_data()
     refused("non-equivalent, no V row: only the number of rows is checked",
             linearMaps().markVRows({}).useRows({0, 1, 3}), {tooFewRows(3, 4)});
     refused("non-equivalent, no row", linearMaps().useRows({}), {tooFewRows(0, 4)});
-    refused("non-equivalent, a row without a map does not count", linearMaps().takeMap(1),
+    refused("non-equivalent, a row without a map does not count", linearMaps().removeMap(1),
             {tooFewRows(3, 4)});
     refused("non-equivalent, an invalid reference", linearMaps().makeInvalid({1}),
             {few(1), invalid(1)});
@@ -318,12 +318,12 @@ void tst_CalculationPlan::mapRuns_data()
     runs("five rows", five().addMaps(8), Variant::LeastSquare, {0, 1, 3, 4}, 2);
     runs("an invalid target is ignored", fourMaps().makeTargetInvalid(), Variant::LeastSquare,
          {0, 1, 3}, 2);
-    runs("a used row without a map is still collected", fourMaps().takeMap(0), Variant::ThreePoints,
-         {0, 1, 3}, 2);
-    runs("a later V row without a map is the V row", five().addMaps(8).takeMap(4).markVRows({2, 4}),
-         Variant::LeastSquare, {0, 1, 3}, 4);
+    runs("a used row without a map is still collected", fourMaps().removeMap(0),
+         Variant::ThreePoints, {0, 1, 3}, 2);
+    runs("a later V row without a map is the V row",
+         five().addMaps(8).removeMap(4).markVRows({2, 4}), Variant::LeastSquare, {0, 1, 3}, 4);
     runs("exact ignores the rows after its first three",
-         five().addMaps(8).takeMap(4).chooseFourPoints(true, false), Variant::ExactFourPoints,
+         five().addMaps(8).removeMap(4).chooseFourPoints(true, false), Variant::ExactFourPoints,
          {0, 1, 3}, 2);
     runs("non-equivalent without a V row", linearMaps().markVRows({}),
          Variant::NonEquivalentLinear);

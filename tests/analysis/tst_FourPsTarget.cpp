@@ -229,8 +229,8 @@ void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly()
     PanelInputs inputs = mixes::mixedInputs(mixes::quarter, 2, 8);
     mixes::setPixels(inputs, {mixes::quarter}, 8);
     enterInputs(panel, inputs);
-    setQuietly(panel.ui.NonEquivBGLinear, linear);
-    setQuietly(panel.ui.NonEquivBGVic, victoreen);
+    setWithoutSignals(panel.ui.NonEquivBGLinear, linear);
+    setWithoutSignals(panel.ui.NonEquivBGVic, victoreen);
     panel.calcTarget();
     panel.calcMap();
     QCOMPARE(panel.ui.CalcRes->text() == quarterText, linear);

@@ -2,8 +2,8 @@
 #include "analysis/HistogramCounter.h"
 
 #include "analysis/HistogramCounts.h"
-#include "support/OddMaps.h"
 #include "support/PlainMapForms.h"
+#include "support/RandomMaps.h"
 
 #include <QTest>
 
@@ -77,7 +77,7 @@ Values valuesFor(const HistogramCounts& counts, std::mt19937_64& random, int num
             values.push_back(std::nextafter(edge, -inf));
             break;
         case 3:
-            values.push_back(tests::oddNumbers[random() % tests::oddNumbers.size()]);
+            values.push_back(tests::specialNumbers[random() % tests::specialNumbers.size()]);
             break;
         case 4: // bin numbers around the limits of int
             values.push_back(counts.minV +

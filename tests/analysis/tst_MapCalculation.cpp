@@ -3,9 +3,9 @@
 
 #include "analysis/HistogramCounts.h"
 #include "data/A2DData.h"
-#include "support/OddMaps.h"
+#include "support/AbsorbanceMap.h"
 #include "support/PlainMapForms.h"
-#include "support/ReadyMap.h"
+#include "support/RandomMaps.h"
 
 #include <QTest>
 
@@ -16,7 +16,7 @@
 using analysis::HistogramCounts;
 using analysis::MapStack;
 using analysis::ValenceMix;
-using tests::readyMap;
+using tests::absorbanceMap;
 
 namespace
 {
@@ -80,7 +80,7 @@ private Q_SLOTS:
 
 void tst_MapCalculation::resultHasOneRowPerPixelInScanOrder()
 {
-    const A2DData map = readyMap(3, 2, {1, 2, 3, 4, 5, 6});
+    const A2DData map = absorbanceMap(3, 2, {1, 2, 3, 4, 5, 6});
     Result result;
     analysis::mapThreePoints(threePointStack(map, map, map), result.map, result.valence,
                              result.thickness);
@@ -95,9 +95,9 @@ void tst_MapCalculation::threePointsMatchAHandCalculation()
 {
     // T is 1 and 5 at the two rows and 3 at the V row: f(T) = 1/2, f(R1) = 3/4, f(R2) = 1/4,
     // so a = 1/2. The thickness is (5 - 1) / (0.5 * ((4 - 0) + (4 - 0))) = 1.
-    const A2DData m0 = readyMap(1, 1, {1});
-    const A2DData m1 = readyMap(1, 1, {5});
-    const A2DData mv = readyMap(1, 1, {3});
+    const A2DData m0 = absorbanceMap(1, 1, {1});
+    const A2DData m1 = absorbanceMap(1, 1, {5});
+    const A2DData mv = absorbanceMap(1, 1, {3});
     Result result;
     analysis::mapThreePoints(threePointStack(m0, m1, mv), result.map, result.valence,
                              result.thickness);
@@ -111,9 +111,9 @@ void tst_MapCalculation::threePointsMatchAHandCalculation()
 
 void tst_MapCalculation::coordinatesAreReadFromTheVRowsMap()
 {
-    A2DData m0 = readyMap(1, 1, {1});
+    A2DData m0 = absorbanceMap(1, 1, {1});
     m0.rows[0].x = 77;
-    A2DData mv = readyMap(1, 1, {3});
+    A2DData mv = absorbanceMap(1, 1, {3});
     mv.rows[0].x = -1.5;
     mv.rows[0].y = 2.5;
     Result result;
@@ -125,7 +125,7 @@ void tst_MapCalculation::coordinatesAreReadFromTheVRowsMap()
 
 void tst_MapCalculation::pixelMissingInTheVRowsMapHasZeroCoordinates()
 {
-    const A2DData mv = readyMap(2, 1, {3}); // one row, but a size of two pixels
+    const A2DData mv = absorbanceMap(2, 1, {3}); // one row, but a size of two pixels
     Result result;
     analysis::mapThreePoints(threePointStack(mv, mv, mv), result.map, result.valence,
                              result.thickness);
@@ -138,13 +138,13 @@ void tst_MapCalculation::mapsOfAnotherSizeAreReadWithTheirWidth()
 {
     // The V row's map is 20 by 20, row 0 has a constant map, and row 1 has a map of 10 by 10
     // pixels with the values 1000 + index. The thickness (T1 - T0) / 4 shows which T1 was read.
-    const A2DData mv = readyMap(20, 20, QList<double>(400, 3.0));
+    const A2DData mv = absorbanceMap(20, 20, QList<double>(400, 3.0));
     QList<double> small;
     for (int i = 0; i < 100; ++i) {
         small.append(1000 + i);
     }
-    const A2DData m1 = readyMap(10, 10, small);
-    const A2DData m0 = readyMap(20, 20, QList<double>(400, 0.0));
+    const A2DData m1 = absorbanceMap(10, 10, small);
+    const A2DData m0 = absorbanceMap(20, 20, QList<double>(400, 0.0));
     Result result;
     analysis::mapThreePoints(threePointStack(m0, m1, mv), result.map, result.valence,
                              result.thickness);
@@ -159,9 +159,9 @@ void tst_MapCalculation::mapsOfAnotherSizeAreReadWithTheirWidth()
 
 void tst_MapCalculation::headerLinesAndSizeAreReadFromTheVRow()
 {
-    A2DData m0 = readyMap(1, 1, {1});
+    A2DData m0 = absorbanceMap(1, 1, {1});
     m0.headerLines = {"# other"};
-    A2DData mv = readyMap(2, 1, {3, 3});
+    A2DData mv = absorbanceMap(2, 1, {3, 3});
     mv.headerLines = {"# one", "#  two "};
     Result result;
     analysis::mapThreePoints(threePointStack(m0, m0, mv), result.map, result.valence,
@@ -173,9 +173,9 @@ void tst_MapCalculation::headerLinesAndSizeAreReadFromTheVRow()
 
 void tst_MapCalculation::earlierResultIsReplacedAndNoLongerExtended()
 {
-    const A2DData mv = readyMap(1, 1, {3});
+    const A2DData mv = absorbanceMap(1, 1, {3});
     Result result;
-    result.map = readyMap(3, 1, {7, 8, 9});
+    result.map = absorbanceMap(3, 1, {7, 8, 9});
     result.map.extended = true;
     analysis::mapThreePoints(threePointStack(mv, mv, mv), result.map, result.valence,
                              result.thickness);
@@ -185,7 +185,7 @@ void tst_MapCalculation::earlierResultIsReplacedAndNoLongerExtended()
 
 void tst_MapCalculation::mapOfHeightZeroGivesNoPixels()
 {
-    const A2DData m = readyMap(5, 0, {1, 2, 3, 4, 5});
+    const A2DData m = absorbanceMap(5, 0, {1, 2, 3, 4, 5});
     Result result;
     result.map = m;
     analysis::mapThreePoints(threePointStack(m, m, m), result.map, result.valence,
@@ -196,7 +196,7 @@ void tst_MapCalculation::mapOfHeightZeroGivesNoPixels()
 
 void tst_MapCalculation::hugeHeightWithZeroWidthReturnsAtOnce()
 {
-    const A2DData m = readyMap(0, std::numeric_limits<int>::max(), {1});
+    const A2DData m = absorbanceMap(0, std::numeric_limits<int>::max(), {1});
     Result result;
     analysis::mapThreePoints(threePointStack(m, m, m), result.map, result.valence,
                              result.thickness);
@@ -205,7 +205,7 @@ void tst_MapCalculation::hugeHeightWithZeroWidthReturnsAtOnce()
 
 void tst_MapCalculation::nanPixelGivesNaNAndIsCountedBelow()
 {
-    const A2DData mv = readyMap(1, 1, {NaN});
+    const A2DData mv = absorbanceMap(1, 1, {NaN});
     Result result;
     analysis::mapThreePoints(threePointStack(mv, mv, mv), result.map, result.valence,
                              result.thickness);
@@ -216,10 +216,10 @@ void tst_MapCalculation::nanPixelGivesNaNAndIsCountedBelow()
 
 void tst_MapCalculation::tooFewRowsLeaveTheResultUnchanged()
 {
-    const A2DData m = readyMap(1, 1, {3});
+    const A2DData m = absorbanceMap(1, 1, {3});
     MapStack stack = threePointStack(m, m, m);
     Result result;
-    result.map = readyMap(1, 1, {42});
+    result.map = absorbanceMap(1, 1, {42});
     analysis::mapExactFourPoints(stack, result.map, result.valence, result.thickness);
     QCOMPARE(result.map.rows.at(0).intensity, 42.0);
     stack.others.removeLast();
@@ -230,11 +230,11 @@ void tst_MapCalculation::tooFewRowsLeaveTheResultUnchanged()
 void tst_MapCalculation::exactFormUsesTheFirstThreeRows()
 {
     // The target is half the sum of the references in tst_FourPointForms: a = 0.5, t/ts = 1.
-    const A2DData t0 = readyMap(1, 1, {2});
-    const A2DData t1 = readyMap(1, 1, {2.5});
-    const A2DData t2 = readyMap(1, 1, {6.5});
-    const A2DData tv = readyMap(1, 1, {5});
-    const A2DData surplus = readyMap(1, 1, {999});
+    const A2DData t0 = absorbanceMap(1, 1, {2});
+    const A2DData t1 = absorbanceMap(1, 1, {2.5});
+    const A2DData t2 = absorbanceMap(1, 1, {6.5});
+    const A2DData tv = absorbanceMap(1, 1, {5});
+    const A2DData surplus = absorbanceMap(1, 1, {999});
     const MapStack stack{{{&t0, 0, 1, 3}, {&t1, 1, 2, 3}, {&t2, 5, 4, 9}, {&surplus, 7, 1, 1}},
                          {&tv, 2, 8, 2},
                          1.0,
@@ -249,7 +249,7 @@ void tst_MapCalculation::exactFormUsesTheFirstThreeRows()
 
 void tst_MapCalculation::leastSquareWithoutOtherRowsGivesNaNPixels()
 {
-    const A2DData m = readyMap(2, 1, {3, 4});
+    const A2DData m = absorbanceMap(2, 1, {3, 4});
     const MapStack stack{{}, {&m, 150, 3, 1}, 1.0, {true, 2.0, 3.0}};
     Result result;
     analysis::mapLeastSquare(stack, result.map, result.valence, result.thickness);

@@ -4,7 +4,7 @@
 
 #include "analysis/MapCalculation.h"
 #include "analysis/NonEquivalentMap.h"
-#include "support/ReadyMap.h"
+#include "support/AbsorbanceMap.h"
 
 #include <QtTest>
 
@@ -19,8 +19,8 @@ namespace
 // A fake calculation. Its result is the sum of the first pixels of the maps and of the
 // numbers; the sum is also counted in one histogram.
 struct FakeCalculation {
-    A2DData first = tests::readyMap(2, 1, {1.0, 2.0});
-    A2DData second = tests::readyMap(2, 1, {3.0, 4.0});
+    A2DData first = tests::absorbanceMap(2, 1, {1.0, 2.0});
+    A2DData second = tests::absorbanceMap(2, 1, {3.0, 4.0});
     QList<double> numbers{5.0, 6.0};
     A2DData result;
     analysis::HistogramCounts histogram;
@@ -143,7 +143,7 @@ void tst_MapResultCache::anyChangeRunsTheCalculationAgain_data()
     row("a pixel that the calculation does not read",
         [](FakeCalculation& s) { s.second.rows[1].i0 = 8.0; });
     row("a map read again with equal pixels", [](FakeCalculation& s) {
-        s.first = tests::readyMap(2, 1, {1.0, 2.0});
+        s.first = tests::absorbanceMap(2, 1, {1.0, 2.0});
     });
     row("the width of a map", [](FakeCalculation& s) { s.first.xNum = 1; });
     row("the height of a map", [](FakeCalculation& s) { s.first.yNum = 2; });

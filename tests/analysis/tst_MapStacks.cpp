@@ -97,7 +97,7 @@ void tst_MapStacks::usedRowWithoutMapReadsAsMinusOne()
     // Row 1 has no map. Rows 2, 3 (V row) and 4 have one, so there are enough rows. The
     // three-point form still uses row 1 as its first row, with T0 = -1: f(T) = (3 + 1) / (5 + 1)
     // = 2/3 and a = (2/3 - 1/4) * 2 = 5/6.
-    const auto inputs = threePointInputs().addMaps(4).useRows({0, 1, 2, 3}).takeMap(0);
+    const auto inputs = threePointInputs().addMaps(4).useRows({0, 1, 2, 3}).removeMap(0);
     const analysis::CalculationState state = inputs.state();
     A2DData map;
     analysis::HistogramCounts valence;
@@ -219,7 +219,7 @@ void tst_MapStacks::baseRowIsTheFirstUsedRowAndNotTheVRow()
 
 void tst_MapStacks::baseRowWithoutMapGivesNoPixels()
 {
-    const A2DData map = nonEquivalentMap(mixedMaps({quarter}, 2, 6).takeMap(0));
+    const A2DData map = nonEquivalentMap(mixedMaps({quarter}, 2, 6).removeMap(0));
     QVERIFY(map.rows.isEmpty());
     QCOMPARE(map.xNum, 0);
     QVERIFY(map.extended);
@@ -231,13 +231,13 @@ void tst_MapStacks::rowWithoutMapIsFittedAsMinusOne()
     Mix mix = quarter;
     mix.constant -= quarter.at(3) + 1;
     PanelInputs inputs = mixedMaps({mix}, 2, 6);
-    inputs.takeMap(3);
+    inputs.removeMap(3);
     const A2DData map = nonEquivalentMap(inputs);
     QVERIFY(near(map.rows.at(0).intensity, 0.25));
     QVERIFY(near(map.rows.at(0).values.at(8), mix.constant));
     // With the original constant, the -1 is not on the mixture, so the share is wrong.
     setPixels(inputs, {quarter}, 6);
-    inputs.takeMap(3);
+    inputs.removeMap(3);
     QVERIFY(!near(nonEquivalentMap(inputs).rows.at(0).intensity, 0.25));
 }
 

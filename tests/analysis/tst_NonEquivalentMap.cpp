@@ -4,7 +4,7 @@
 
 #include "analysis/HistogramCounts.h"
 #include "data/A2DData.h"
-#include "support/ReadyMap.h"
+#include "support/AbsorbanceMap.h"
 
 #include <QTest>
 
@@ -16,7 +16,7 @@
 using analysis::HistogramCounts;
 
 namespace neq = analysis::neq;
-using tests::readyMap;
+using tests::absorbanceMap;
 
 namespace
 {
@@ -90,10 +90,10 @@ void tst_NonEquivalentMap::mixtureOfAPixelIsRecovered()
 {
     // T = R1 + 3 R2: the sum is (1 + 3) / 2 = 2, the shares are 1/4 and 3/4 and the valence
     // is 2.75. The total is 2 * 2 = 4, with the amounts 1 and 3.
-    const A2DData m0 = readyMap(1, 1, {3});
-    const A2DData m1 = readyMap(1, 1, {1});
-    const A2DData m2 = readyMap(1, 1, {6});
-    const A2DData m3 = readyMap(1, 1, {16});
+    const A2DData m0 = absorbanceMap(1, 1, {3});
+    const A2DData m1 = absorbanceMap(1, 1, {1});
+    const A2DData m2 = absorbanceMap(1, 1, {6});
+    const A2DData m3 = absorbanceMap(1, 1, {16});
     Result result;
     analysis::mapNonEquivalent(twoReferenceStack({&m0, &m1, &m2, &m3}), result.map,
                                result.histograms());
@@ -112,9 +112,9 @@ void tst_NonEquivalentMap::mixtureOfAPixelIsRecovered()
 
 void tst_NonEquivalentMap::baseMapSetsSizeCoordinatesAndHeader()
 {
-    A2DData base = readyMap(2, 2, {1, 2, 3}); // one row fewer than its size
+    A2DData base = absorbanceMap(2, 2, {1, 2, 3}); // one row fewer than its size
     base.headerLines = QStringList{"# first", "# second"};
-    const A2DData other = readyMap(1, 1, {1});
+    const A2DData other = absorbanceMap(1, 1, {1});
     Result result;
     result.map.headerLines = QStringList{"# earlier"};
     analysis::mapNonEquivalent(twoReferenceStack({&base, &other, &other, &other}), result.map,
@@ -132,7 +132,7 @@ void tst_NonEquivalentMap::baseMapSetsSizeCoordinatesAndHeader()
 void tst_NonEquivalentMap::baseMapWithoutPixelsGivesAnEmptyExtendedResult()
 {
     const A2DData none;
-    const A2DData other = readyMap(1, 1, {1});
+    const A2DData other = absorbanceMap(1, 1, {1});
     Result result;
     result.map = other;
     analysis::mapNonEquivalent(twoReferenceStack({&none, &other, &other, &other}), result.map,
@@ -146,7 +146,7 @@ void tst_NonEquivalentMap::pixelWithoutDataHasAllValues()
 {
     // T = -1 at all rows is a constant background. The coefficients are about 0 and the shares
     // have no meaning, but the pixel still has all its values.
-    A2DData base = readyMap(3, 1, {1});
+    A2DData base = absorbanceMap(3, 1, {1});
     Result result;
     analysis::mapNonEquivalent(twoReferenceStack({&base, &base, &base, &base}), result.map,
                                result.histograms());
@@ -163,10 +163,10 @@ void tst_NonEquivalentMap::mapOfAnotherSizeIsReadWithItsWidth()
 {
     // Pixel (0, 1) is the second value of a map of width 1, but the third value of the base,
     // which is 2 wide.
-    const A2DData base = readyMap(2, 2, {0, 0, 3, 0});
-    const A2DData narrow = readyMap(1, 2, {7, 1});
-    const A2DData third = readyMap(2, 2, {0, 0, 6, 0});
-    const A2DData fourth = readyMap(2, 2, {0, 0, 16, 0});
+    const A2DData base = absorbanceMap(2, 2, {0, 0, 3, 0});
+    const A2DData narrow = absorbanceMap(1, 2, {7, 1});
+    const A2DData third = absorbanceMap(2, 2, {0, 0, 6, 0});
+    const A2DData fourth = absorbanceMap(2, 2, {0, 0, 16, 0});
     Result result;
     analysis::mapNonEquivalent(twoReferenceStack({&base, &narrow, &third, &fourth}), result.map,
                                result.histograms());
@@ -175,8 +175,8 @@ void tst_NonEquivalentMap::mapOfAnotherSizeIsReadWithItsWidth()
 
 void tst_NonEquivalentMap::linearBackgroundHasZeroSecondSlope()
 {
-    const A2DData a = readyMap(3, 1, {1, 2, 3});
-    const A2DData b = readyMap(3, 1, {5, 1, 0});
+    const A2DData a = absorbanceMap(3, 1, {1, 2, 3});
+    const A2DData b = absorbanceMap(3, 1, {5, 1, 0});
     Result result;
     analysis::mapNonEquivalent(twoReferenceStack({&a, &b, &b, &a}), result.map,
                                result.histograms());
@@ -188,8 +188,8 @@ void tst_NonEquivalentMap::linearBackgroundHasZeroSecondSlope()
 
 void tst_NonEquivalentMap::everyPixelIsCountedForTheUsedReferencesOnly()
 {
-    const A2DData a = readyMap(3, 1, {1, 2, notANumber});
-    const A2DData b = readyMap(3, 1, {5, 1, 0});
+    const A2DData a = absorbanceMap(3, 1, {1, 2, notANumber});
+    const A2DData b = absorbanceMap(3, 1, {5, 1, 0});
     Result result;
     analysis::mapNonEquivalent(twoReferenceStack({&a, &b, &b, &a}), result.map,
                                result.histograms());
@@ -202,7 +202,7 @@ void tst_NonEquivalentMap::everyPixelIsCountedForTheUsedReferencesOnly()
 
 void tst_NonEquivalentMap::pixelsWithoutDataShareTheirValues()
 {
-    const A2DData base = readyMap(1000, 1, {1, 2});
+    const A2DData base = absorbanceMap(1000, 1, {1, 2});
     Result result;
     analysis::mapNonEquivalent(twoReferenceStack({&base, &base, &base, &base}), result.map,
                                result.histograms());
@@ -219,8 +219,8 @@ void tst_NonEquivalentMap::blocksOfEqualPixelsShareTheirValues()
     // and one with NaN.
     QList<double> muts(64, 1.0);
     muts += QList<double>(191, 2.0) + QList<double>{3.0} + QList<double>(64, notANumber);
-    const A2DData base = readyMap(320, 1, muts);
-    const A2DData flat = readyMap(320, 1, QList<double>(320, 0.5));
+    const A2DData base = absorbanceMap(320, 1, muts);
+    const A2DData flat = absorbanceMap(320, 1, QList<double>(320, 0.5));
     Result result;
     analysis::mapNonEquivalent(twoReferenceStack({&base, &flat, &flat, &base}), result.map,
                                result.histograms());
@@ -246,7 +246,7 @@ void tst_NonEquivalentMap::amountsAreMultipliedFromLeftToRight()
         QList<double> T;
         for (int k = 0; k < 4; ++k) {
             T.append(uniform(random));
-            made.append(readyMap(1, 1, {T.last()}));
+            made.append(absorbanceMap(1, 1, {T.last()}));
         }
         for (const A2DData& map : std::as_const(made)) {
             maps.append(&map);

@@ -1,7 +1,7 @@
 // Division of a map calculation into blocks of pixels, and the start of a result.
 #include "analysis/PixelBlocks.h"
 
-#include "support/ReadyMap.h"
+#include "support/AbsorbanceMap.h"
 
 #include <QTest>
 
@@ -41,7 +41,7 @@ private Q_SLOTS:
 
 void tst_PixelBlocks::everyPixelIsInOneBlockInScanOrder()
 {
-    A2DData base = tests::readyMap(50, 3, {});
+    A2DData base = tests::absorbanceMap(50, 3, {});
     for (int i = 0; i < 150; ++i) {
         base.rows.append({0.0, 0.0, static_cast<double>(i), 0.0, {}});
     }
@@ -66,7 +66,7 @@ void tst_PixelBlocks::everyPixelIsInOneBlockInScanOrder()
 
 void tst_PixelBlocks::coordinatesAreReadFromTheBaseOrZero()
 {
-    A2DData base = tests::readyMap(2, 1, {9.0});
+    A2DData base = tests::absorbanceMap(2, 1, {9.0});
     base.rows[0].x = 7.0;
     base.rows[0].y = 8.0;
     A2DData result;
@@ -79,7 +79,7 @@ void tst_PixelBlocks::coordinatesAreReadFromTheBaseOrZero()
 
 void tst_PixelBlocks::coordinatesOfAnEarlierResultAreReplaced()
 {
-    const A2DData base = tests::readyMap(2, 1, {9.0});
+    const A2DData base = tests::absorbanceMap(2, 1, {9.0});
     A2DData result;
     result.rows = {{1, 2, 3, 4, {}}, {5, 6, 7, 8, {}}};
     calculate(base, result, [](const PixelBlock&) {});
@@ -99,7 +99,7 @@ void tst_PixelBlocks::startingAResultKeepsTheExtendedFlag()
 
 void tst_PixelBlocks::muchLargerEarlierResultReleasesItsMemory()
 {
-    const A2DData base = tests::readyMap(10, 1, {});
+    const A2DData base = tests::absorbanceMap(10, 1, {});
     A2DData result;
     result.rows.resize(100000);
     analysis::startResult(result, base);
@@ -109,7 +109,7 @@ void tst_PixelBlocks::muchLargerEarlierResultReleasesItsMemory()
 
 void tst_PixelBlocks::similarEarlierResultKeepsItsMemory()
 {
-    const A2DData base = tests::readyMap(900, 1, {});
+    const A2DData base = tests::absorbanceMap(900, 1, {});
     A2DData result;
     result.rows.resize(1000);
     const A2DRow* const before = result.rows.constData();
@@ -119,7 +119,7 @@ void tst_PixelBlocks::similarEarlierResultKeepsItsMemory()
 
 void tst_PixelBlocks::copyOfAnEarlierResultIsUnchanged()
 {
-    const A2DData base = tests::readyMap(1, 1, {9.0});
+    const A2DData base = tests::absorbanceMap(1, 1, {9.0});
     A2DData result;
     result.rows = {{1, 2, 3, 4, {}}};
     const QList<A2DRow> copy = result.rows;
@@ -131,7 +131,7 @@ void tst_PixelBlocks::copyOfAnEarlierResultIsUnchanged()
 
 void tst_PixelBlocks::pixelsBeyondTheRowsReadAsMinusOne()
 {
-    const A2DData base = tests::readyMap(100, 2, QList<double>(65, 3.0));
+    const A2DData base = tests::absorbanceMap(100, 2, QList<double>(65, 3.0));
     A2DData result;
     QList<double> last;
     calculate(base, result, [&](const PixelBlock& block) {
@@ -142,8 +142,8 @@ void tst_PixelBlocks::pixelsBeyondTheRowsReadAsMinusOne()
 
 void tst_PixelBlocks::absorbanceThatIsNotCachedIsCalculated()
 {
-    A2DData base = tests::readyMap(70, 1, {});
-    A2DData narrow = tests::readyMap(7, 20, {});
+    A2DData base = tests::absorbanceMap(70, 1, {});
+    A2DData narrow = tests::absorbanceMap(7, 20, {});
     for (int i = 0; i < 90; ++i) {
         base.rows.append({0.0, 0.0, 1.0 + i, 100.0, {}});
         narrow.rows.append({0.0, 0.0, 2.0 + i, 50.0, {}});
@@ -170,7 +170,7 @@ void tst_PixelBlocks::growingResultDropsItsOldValues()
     // Enlarging the list would copy the old rows with their values. A new result has no values.
     A2DData result;
     result.rows.append({1.0, 2.0, 3.0, 4.0, {5.0}});
-    analysis::startResult(result, tests::readyMap(100, 1, {}));
+    analysis::startResult(result, tests::absorbanceMap(100, 1, {}));
     QCOMPARE(result.rows.size(), 100);
     QVERIFY(result.rows.first().values.isEmpty());
 }

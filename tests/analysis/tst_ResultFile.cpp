@@ -2,7 +2,7 @@
 #include "analysis/ResultFile.h"
 
 #include "data/A2DData.h"
-#include "support/ReadyMap.h"
+#include "support/AbsorbanceMap.h"
 #include "support/TestFiles.h"
 
 #include <QFileInfo>
@@ -83,7 +83,7 @@ void tst_ResultFile::fullDiskIsRefused()
         QSKIP("needs /dev/full, the device that is always full");
     }
     QVERIFY(!write("/dev/full"));
-    QVERIFY(!write("/dev/full", readyMap(100, 100, QList<double>(10000, 1.0))));
+    QVERIFY(!write("/dev/full", absorbanceMap(100, 100, QList<double>(10000, 1.0))));
 }
 
 QTEST_APPLESS_MAIN(tst_ResultFile)

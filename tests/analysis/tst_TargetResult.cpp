@@ -270,7 +270,7 @@ void tst_TargetResult::mutsOfTheRowsAreNotUsed()
 
 void tst_TargetResult::chosenLinesAreSubtractedFromTheSpectra()
 {
-    PanelInputs inputs = inputsOfLinesApart();
+    PanelInputs inputs = inputsWithDifferentLines();
     QVERIFY(near(amounts(linear(inputs)), {1, 3}));
     inputs.subPostForTarget = true;
     QVERIFY(near(amounts(linear(inputs)), {1, -3}));

@@ -1,5 +1,5 @@
 #include "app/Body.h"
-#include "support/EveryWord.h"
+#include "support/MarkingTranslator.h"
 
 #include <QLabel>
 #include <QLayout>
@@ -29,7 +29,7 @@ void tst_Body::titleIsTheProgramName()
 
 void tst_Body::titleIsNeverTranslated()
 {
-    tests::EveryWord translator;
+    tests::MarkingTranslator translator;
     QVERIFY(QCoreApplication::installTranslator(&translator));
     const Body body;
     QCOMPARE(body.windowTitle(), QString("aelk"));

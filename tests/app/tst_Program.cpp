@@ -176,7 +176,7 @@ private:
     QString translated(const QString& context, const QString& source) const;
     QString expectedInJapanese(const QString& source) const;
 
-    QMap<Asked, QString> m_translations; ///< only texts with a translation
+    QMap<SourceText, QString> m_translations; ///< only texts with a translation
     Run m_english;
     Run m_japanese;
 };
@@ -215,7 +215,7 @@ QString tst_Program::expectedInJapanese(const QString& source) const
             return withNumber(translated(QStringLiteral("FourPs"), QStringLiteral("Ref %1")), n);
         }
     }
-    for (auto context = vocabulary.cbegin(); context != vocabulary.cend(); ++context) {
+    for (auto context = sourceTexts.cbegin(); context != sourceTexts.cend(); ++context) {
         const QString word = translated(context.key(), source);
         if (word != source) {
             return word;
@@ -274,8 +274,8 @@ void tst_Program::argumentsChooseTheLanguage()
 void tst_Program::englishLabelsShowTheSourceTexts()
 {
     QSet<QString> sources{""};
-    for (const Asked& asked : allAsked()) {
-        sources.insert(asked.second);
+    for (const SourceText& requested : requestedTexts()) {
+        sources.insert(requested.second);
     }
     for (int n = 1; n <= 4; ++n) {
         sources.insert(withNumber(QStringLiteral("Ref %1"), n));

@@ -1,9 +1,9 @@
 // The cache that keeps the absorbance of maps between calculations.
 #include "data/AbsorbanceCache.h"
 
-#include "support/OddMaps.h"
+#include "support/AbsorbanceMap.h"
 #include "support/PlainMapForms.h"
-#include "support/ReadyMap.h"
+#include "support/RandomMaps.h"
 
 #include <QTest>
 
@@ -12,8 +12,8 @@
 #include <utility>
 
 using data::AbsorbanceCache;
+using tests::absorbanceMap;
 using tests::Kind;
-using tests::readyMap;
 using tests::sameDouble;
 
 namespace
@@ -44,12 +44,12 @@ bool isCorrect(const AbsorbanceCache& cache, const A2DData& map)
 A2DData mapOfSpecialPairs()
 {
     A2DData map;
-    for (const double intensity : tests::oddNumbers) {
-        for (const double i0 : tests::oddNumbers) {
+    for (const double intensity : tests::specialNumbers) {
+        for (const double i0 : tests::specialNumbers) {
             map.rows.append({1.0, 2.0, intensity, i0, {}});
         }
     }
-    map.xNum = map.yNum = static_cast<int>(tests::oddNumbers.size());
+    map.xNum = map.yNum = static_cast<int>(tests::specialNumbers.size());
     return map;
 }
 
@@ -120,7 +120,7 @@ void tst_AbsorbanceCache::absorbanceMatchesAHandCalculation()
 
 void tst_AbsorbanceCache::sizeOfTheMapHasNoEffect()
 {
-    A2DData map = readyMap(3, 1, {1, 2, 3});
+    A2DData map = absorbanceMap(3, 1, {1, 2, 3});
     AbsorbanceCache cache;
     cache.prepare({&map});
     for (const int width : {-3, 0, 1, 3, 1000}) {
@@ -134,8 +134,8 @@ void tst_AbsorbanceCache::sizeOfTheMapHasNoEffect()
 
 void tst_AbsorbanceCache::unpreparedMapHasNoValues()
 {
-    const A2DData map = readyMap(2, 1, {1, 2});
-    const A2DData equal = readyMap(2, 1, {1, 2});
+    const A2DData map = absorbanceMap(2, 1, {1, 2});
+    const A2DData equal = absorbanceMap(2, 1, {1, 2});
     AbsorbanceCache cache;
     QVERIFY(cache.of(map).empty());
     cache.prepare({&map});
@@ -146,11 +146,11 @@ void tst_AbsorbanceCache::unpreparedMapHasNoValues()
 void tst_AbsorbanceCache::emptyMapsHaveNoAbsorbance()
 {
     const A2DData none;
-    A2DData cleared = readyMap(2, 1, {1, 2});
+    A2DData cleared = absorbanceMap(2, 1, {1, 2});
     cleared.rows.clear();
     A2DData sizeOnly;
     sizeOnly.xNum = sizeOnly.yNum = 4;
-    const A2DData map = readyMap(2, 1, {1, 2});
+    const A2DData map = absorbanceMap(2, 1, {1, 2});
     AbsorbanceCache cache;
     cache.prepare({&none, &map, &cleared, &sizeOnly});
     QVERIFY(cache.of(none).empty());
@@ -161,8 +161,8 @@ void tst_AbsorbanceCache::emptyMapsHaveNoAbsorbance()
 
 void tst_AbsorbanceCache::mapListedTwiceHasOneArray()
 {
-    const A2DData a = readyMap(2, 1, {1, 2});
-    const A2DData b = readyMap(2, 1, {3, 4});
+    const A2DData a = absorbanceMap(2, 1, {1, 2});
+    const A2DData b = absorbanceMap(2, 1, {3, 4});
     AbsorbanceCache cache;
     for (int round = 0; round < 2; ++round) {
         cache.prepare({&a, &b, &a, &a, &b});
@@ -177,7 +177,7 @@ void tst_AbsorbanceCache::mapListedTwiceHasOneArray()
 
 void tst_AbsorbanceCache::mapsThatShareTheirRowsShareOneArray()
 {
-    const A2DData a = readyMap(3, 1, {1, 2, 3});
+    const A2DData a = absorbanceMap(3, 1, {1, 2, 3});
     A2DData b = a;
     b.xNum = 1;
     b.yNum = 3;
@@ -194,14 +194,14 @@ void tst_AbsorbanceCache::absorbanceOutlivesTheMap()
     AbsorbanceCache cache;
     std::span<const double> values;
     {
-        const A2DData map = readyMap(2, 1, {1, 2});
+        const A2DData map = absorbanceMap(2, 1, {1, 2});
         cache.prepare({&map});
         values = cache.of(map);
     }
     QCOMPARE(values[1], 2.0);
     // A new map must not be mistaken for the destroyed one.
     for (int round = 0; round < 100; ++round) {
-        const A2DData map = readyMap(2, 1, {5, 6});
+        const A2DData map = absorbanceMap(2, 1, {5, 6});
         QVERIFY(cache.of(map).empty());
     }
 }
@@ -221,9 +221,9 @@ void tst_AbsorbanceCache::changedMapIsReadAgain_data()
     row("made longer", [](A2DData& map) { map.rows.resize(100); });
     row("two rows exchanged", [](A2DData& map) { map.rows.swapItemsAt(0, 4); });
     row("filled", [](A2DData& map) { map.rows.fill({0, 0, 50.0, 0.0, {}}); });
-    row("equal copy", [](A2DData& map) { map = tests::ownCopy(map); });
+    row("equal copy", [](A2DData& map) { map = tests::deepCopy(map); });
     row("detached", [](A2DData& map) { map.rows.detach(); });
-    row("another map", [](A2DData& map) { map = readyMap(5, 1, {9, 8, 7, 6, 5}); });
+    row("another map", [](A2DData& map) { map = absorbanceMap(5, 1, {9, 8, 7, 6, 5}); });
     row("read again", [](A2DData& map) {
         map.clear();
         for (int i = 0; i < 5; ++i) {
@@ -232,7 +232,7 @@ void tst_AbsorbanceCache::changedMapIsReadAgain_data()
     });
     row("moved away and read again", [](A2DData& map) {
         const QList<A2DRow> elsewhere = std::move(map.rows);
-        map.rows = readyMap(5, 1, {9, 8, 7, 6, 5}).rows;
+        map.rows = absorbanceMap(5, 1, {9, 8, 7, 6, 5}).rows;
     });
     row("changed in a copy", [](A2DData& map) {
         A2DData copy = map;
@@ -245,7 +245,7 @@ void tst_AbsorbanceCache::changedMapIsReadAgain_data()
 void tst_AbsorbanceCache::changedMapIsReadAgain()
 {
     QFETCH(Change, change);
-    A2DData map = readyMap(5, 1, {1, 2, 3, 4, 5});
+    A2DData map = absorbanceMap(5, 1, {1, 2, 3, 4, 5});
     AbsorbanceCache cache;
     cache.prepare({&map});
     QVERIFY(isCorrect(cache, map));
@@ -260,7 +260,7 @@ void tst_AbsorbanceCache::changedMapIsReadAgain()
 
 void tst_AbsorbanceCache::changedMapDoesNotAffectAMapWithTheSameRows()
 {
-    const A2DData a = readyMap(3, 1, {1, 2, 3});
+    const A2DData a = absorbanceMap(3, 1, {1, 2, 3});
     A2DData b = a;
     AbsorbanceCache cache;
     cache.prepare({&a, &b});
@@ -276,9 +276,9 @@ void tst_AbsorbanceCache::changedMapDoesNotAffectAMapWithTheSameRows()
 
 void tst_AbsorbanceCache::unchangedMapKeepsItsArray()
 {
-    const A2DData a = readyMap(3, 1, {1, 2, 3});
-    const A2DData b = readyMap(3, 1, {4, 5, 6});
-    const A2DData c = readyMap(3, 1, {7, 8, 9});
+    const A2DData a = absorbanceMap(3, 1, {1, 2, 3});
+    const A2DData b = absorbanceMap(3, 1, {4, 5, 6});
+    const A2DData c = absorbanceMap(3, 1, {7, 8, 9});
     AbsorbanceCache cache;
     cache.prepare({&a, &b});
     const double* const before = cache.of(b).data();
@@ -291,9 +291,9 @@ void tst_AbsorbanceCache::unchangedMapKeepsItsArray()
 
 void tst_AbsorbanceCache::mapsMissingInTheListAreDropped()
 {
-    const A2DData a = readyMap(2, 1, {1, 2});
-    const A2DData b = readyMap(2, 1, {3, 4});
-    const A2DData c = readyMap(2, 1, {5, 6});
+    const A2DData a = absorbanceMap(2, 1, {1, 2});
+    const A2DData b = absorbanceMap(2, 1, {3, 4});
+    const A2DData c = absorbanceMap(2, 1, {5, 6});
     AbsorbanceCache cache;
     cache.prepare({&a, &b});
     QVERIFY(!a.rows.isDetached());
@@ -306,7 +306,7 @@ void tst_AbsorbanceCache::mapsMissingInTheListAreDropped()
 
 void tst_AbsorbanceCache::oldRowsOfAChangedMapAreReleased()
 {
-    A2DData map = readyMap(2, 1, {1, 2});
+    A2DData map = absorbanceMap(2, 1, {1, 2});
     AbsorbanceCache cache;
     cache.prepare({&map});
     const QList<A2DRow> earlier = map.rows;
@@ -318,7 +318,7 @@ void tst_AbsorbanceCache::oldRowsOfAChangedMapAreReleased()
 
 void tst_AbsorbanceCache::emptyListDropsAllMaps()
 {
-    const A2DData map = readyMap(2, 1, {1, 2});
+    const A2DData map = absorbanceMap(2, 1, {1, 2});
     AbsorbanceCache cache;
     cache.prepare({&map});
     cache.prepare({});
@@ -328,12 +328,12 @@ void tst_AbsorbanceCache::emptyListDropsAllMaps()
 
 void tst_AbsorbanceCache::memoryOfADroppedMapIsReused()
 {
-    A2DData map = readyMap(100, 1, QList<double>(100, 1.0));
+    A2DData map = absorbanceMap(100, 1, QList<double>(100, 1.0));
     AbsorbanceCache cache;
     cache.prepare({&map});
     const double* const before = cache.of(map).data();
     for (const int rows : {100, 80, 100, 50}) {
-        map = readyMap(rows, 1, QList<double>(rows, 1.0 * rows));
+        map = absorbanceMap(rows, 1, QList<double>(rows, 1.0 * rows));
         cache.prepare({&map});
         QVERIFY(cache.of(map).data() == before);
         QVERIFY(isCorrect(cache, map));
@@ -344,7 +344,7 @@ void tst_AbsorbanceCache::memoryThatIsTooSmallIsReplaced()
 {
     AbsorbanceCache cache;
     for (const int rows : {10, 11, 5000, 5001}) {
-        const A2DData map = readyMap(rows, 1, QList<double>(rows, 1.0 * rows));
+        const A2DData map = absorbanceMap(rows, 1, QList<double>(rows, 1.0 * rows));
         cache.prepare({&map});
         QVERIFY(isCorrect(cache, map));
     }
@@ -354,7 +354,7 @@ void tst_AbsorbanceCache::memoryThatIsTooSmallIsReplaced()
 // at the same address.
 void tst_AbsorbanceCache::muchLargerMemoryIsReleased()
 {
-    A2DData map = readyMap(10, 1, QList<double>(10, 1.0));
+    A2DData map = absorbanceMap(10, 1, QList<double>(10, 1.0));
     const A2DData small = map;
     map.rows.resize(1'000'000);
     AbsorbanceCache cache;

@@ -1,8 +1,8 @@
 // The reader of text maps, compared bit for bit with the reference implementation.
 #include "data/A2DData.h"
 #include "data/MapTextReader.h"
-#include "support/OddDevice.h"
 #include "support/PlainMapReader.h"
+#include "support/ShortReadDevice.h"
 #include "support/TestFiles.h"
 
 #include <QBuffer>
@@ -255,7 +255,7 @@ QString tst_MapTextReaderReference::check(const QByteArray& text, qint64 step)
     }
     QString found = difference(reference, readFrom(file));
     if (found.isEmpty() && step > 0) {
-        tests::OddDevice device(text, step, true);
+        tests::ShortReadDevice device(text, step, true);
         found = difference(reference, readFrom(device));
     }
     return found.isEmpty() ? found

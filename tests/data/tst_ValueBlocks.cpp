@@ -1,7 +1,7 @@
 // The shared memory blocks for the value lists of a result's rows.
 #include "data/ValueBlocks.h"
 
-#include "support/OddMaps.h"
+#include "support/RandomMaps.h"
 
 #include <QTest>
 
@@ -12,7 +12,7 @@
 #include <utility>
 
 using data::ValueBlocks;
-using tests::ownCopy;
+using tests::deepCopy;
 
 namespace
 {
@@ -410,7 +410,7 @@ void tst_ValueBlocks::writtenListIsReplacedByTheNextFill()
     for (const int position : {5, 69}) {
         write(rows[position].values);
         const Values written = rows.at(position).values;
-        const Values expected = ownCopy(written);
+        const Values expected = deepCopy(written);
         refill(blocks, rows, 2);
         QVERIFY(areFilled(rows, 2));
         QCOMPARE(written, expected);
@@ -589,7 +589,7 @@ void tst_ValueBlocks::randomChangesAreHandledCorrectly()
         }
         for (int i = 0; i < 3 && !rows.isEmpty(); ++i) {
             const int row = tests::wholeNumber(random, 0, static_cast<int>(rows.size()) - 1);
-            copies.append({rows.at(row).values, ownCopy(rows.at(row).values)});
+            copies.append({rows.at(row).values, deepCopy(rows.at(row).values)});
             if (tests::onceIn(random, 3)) {
                 rows[row].values.append(-1.0);
             } else if (tests::onceIn(random, 3)) {

@@ -607,7 +607,7 @@ void tst_DispArea::dragRequestsNoRepaint()
 {
     m_lines->add("100");
     PaintCounter paints(m_area.get());
-    paints.settle();
+    paints.restart();
     press(m_area.get(), {140.0, 170.0});
     drag(m_area.get(), {160.0, 150.0});
     release(m_area.get(), {160.0, 150.0});
@@ -762,7 +762,7 @@ void tst_DispArea::panRepaintsAndKeepsHasScale()
 {
     QFETCH(bool, hasScale);
     PaintCounter paints(m_area.get());
-    paints.settle();
+    paints.restart();
     m_area->hasScale = hasScale;
     press(m_area.get(), {140.0, 170.0}, Qt::LeftButton, Qt::ShiftModifier);
     QCOMPARE(paints.within(50), 0);
@@ -800,7 +800,7 @@ void tst_DispArea::doubleClickOfAnyButtonRestoresAutomaticRange()
     QFETCH(Qt::MouseButton, button);
     QFETCH(Qt::KeyboardModifiers, keys);
     PaintCounter paints(m_area.get());
-    paints.settle();
+    paints.restart();
     record();
     bool scaleAtSignal = true;
     connect(m_area.get(), &DispArea::mDClicked, this,
@@ -985,7 +985,7 @@ void tst_DispArea::wheelRepaintsOnceAndKeepsHasScale()
 {
     tests::move(m_area.get(), {140.0, 170.0});
     PaintCounter paints(m_area.get());
-    paints.settle();
+    paints.restart();
     turnWheel(m_area.get(), {140.0, 170.0}, {0, -120});
     QVERIFY(m_area->hasScale);
     QCOMPARE(paints.within(50), 1);

@@ -163,7 +163,7 @@ void tst_DispAreaPainting::startsWithAutomaticRangeAndNoMarkerLines()
 void tst_DispAreaPainting::surfacePaintsNothingItself()
 {
     const QImage image = paintedBy(usualSize, [](DispArea&, QStylePainter*) {});
-    QVERIFY(isAllOf(image, image.rect(), image.pixelColor(200, 150)));
+    QVERIFY(isFilledWith(image, image.rect(), image.pixelColor(200, 150)));
 }
 
 void tst_DispAreaPainting::eachPaintEmitsDrawOnce()
@@ -286,7 +286,7 @@ void tst_DispAreaPainting::drawingIsNotClipped()
         QVERIFY(!p->hasClipping());
         fill(area, p, Qt::red);
     });
-    QVERIFY(isAllOf(image, image.rect(), Qt::red));
+    QVERIFY(isFilledWith(image, image.rect(), Qt::red));
 }
 
 void tst_DispAreaPainting::eachPaintStartsFromAnEmptySurface()
@@ -298,11 +298,11 @@ void tst_DispAreaPainting::eachPaintStartsFromAnEmptySurface()
             fill(area, p, Qt::red);
         }
     });
-    QVERIFY(isAllOf(area.grab().toImage(), area.rect(), Qt::red));
+    QVERIFY(isFilledWith(area.grab().toImage(), area.rect(), Qt::red));
     draws = false;
     const QImage second = area.grab().toImage();
     QVERIFY(second.pixelColor(200, 150) != QColor(Qt::red));
-    QVERIFY(isAllOf(second, area.rect(), second.pixelColor(200, 150)));
+    QVERIFY(isFilledWith(second, area.rect(), second.pixelColor(200, 150)));
 }
 
 void tst_DispAreaPainting::frameMasksMarginsOnlyOnRequest_data()
@@ -323,16 +323,16 @@ void tst_DispAreaPainting::frameMasksMarginsOnlyOnRequest()
         area.drawFrame(p, maskMargins);
     });
     const QColor margin = maskMargins ? Qt::white : Qt::red;
-    QVERIFY(isAllOf(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::red));
-    QVERIFY(isAllOf(image, QRect(QPoint(0, 0), QPoint(399, 14)), margin));
-    QVERIFY(isAllOf(image, QRect(QPoint(0, 30), QPoint(39, 250)), margin));
-    QVERIFY(isAllOf(image, QRect(QPoint(381, 0), QPoint(399, 299)), margin));
-    QVERIFY(isAllOf(image, QRect(QPoint(0, 285), QPoint(399, 299)), margin));
-    QVERIFY(isAllOf(image, QRect(QPoint(121, 271), QPoint(299, 284)), margin));
-    QVERIFY(isAllOf(image, QRect(QPoint(40, 15), QPoint(380, 15)), outlineGrey));
-    QVERIFY(isAllOf(image, QRect(QPoint(40, 270), QPoint(380, 270)), outlineGrey));
-    QVERIFY(isAllOf(image, QRect(QPoint(40, 15), QPoint(40, 270)), outlineGrey));
-    QVERIFY(isAllOf(image, QRect(QPoint(380, 15), QPoint(380, 270)), outlineGrey));
+    QVERIFY(isFilledWith(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::red));
+    QVERIFY(isFilledWith(image, QRect(QPoint(0, 0), QPoint(399, 14)), margin));
+    QVERIFY(isFilledWith(image, QRect(QPoint(0, 30), QPoint(39, 250)), margin));
+    QVERIFY(isFilledWith(image, QRect(QPoint(381, 0), QPoint(399, 299)), margin));
+    QVERIFY(isFilledWith(image, QRect(QPoint(0, 285), QPoint(399, 299)), margin));
+    QVERIFY(isFilledWith(image, QRect(QPoint(121, 271), QPoint(299, 284)), margin));
+    QVERIFY(isFilledWith(image, QRect(QPoint(40, 15), QPoint(380, 15)), outlineGrey));
+    QVERIFY(isFilledWith(image, QRect(QPoint(40, 270), QPoint(380, 270)), outlineGrey));
+    QVERIFY(isFilledWith(image, QRect(QPoint(40, 15), QPoint(40, 270)), outlineGrey));
+    QVERIFY(isFilledWith(image, QRect(QPoint(380, 15), QPoint(380, 270)), outlineGrey));
 }
 
 void tst_DispAreaPainting::labelsShowFirstCharactersOfTheLimits_data()
@@ -489,9 +489,9 @@ void tst_DispAreaPainting::invalidRangeIsHarmless()
         area.cc.setReal(range.at(0), range.at(1), range.at(2), range.at(3));
         area.drawFrame(p, true);
     });
-    QVERIFY(isAllOf(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::red));
-    QVERIFY(isAllOf(image, QRect(QPoint(40, 15), QPoint(380, 15)), outlineGrey));
-    QVERIFY(isAllOf(image, QRect(QPoint(0, 285), QPoint(399, 299)), Qt::white));
+    QVERIFY(isFilledWith(image, QRect(QPoint(41, 16), QPoint(379, 269)), Qt::red));
+    QVERIFY(isFilledWith(image, QRect(QPoint(40, 15), QPoint(380, 15)), outlineGrey));
+    QVERIFY(isFilledWith(image, QRect(QPoint(0, 285), QPoint(399, 299)), Qt::white));
 }
 
 QTEST_MAIN(tst_DispAreaPainting)

@@ -383,7 +383,7 @@ void tst_DispFrames::clearScaleRequestsNoRepaint()
     m->client = [this](QStylePainter*) { m->setRealCoord(0.0, 0.0, 10.0, 20.0); };
     QVERIFY(m->showDocked());
     PaintCounter paints(m->area);
-    paints.settle();
+    paints.restart();
     m->area->cc.setReal(3.0, 3.0, 4.0, 4.0);
     m->clearScale();
     QCOMPARE(paints.within(settleTime), 0);
@@ -400,7 +400,7 @@ void tst_DispFrames::clearScaleOfHiddenFrameTakesEffectAtNextPaint()
     m->area->cc.setReal(3.0, 3.0, 4.0, 4.0);
     m->frame->hide();
     PaintCounter paints(m->area);
-    paints.settle();
+    paints.restart();
     m->clearScale();
     QCOMPARE(paints.within(settleTime), 0);
     QVERIFY(!m->frame->isVisible());
@@ -481,7 +481,7 @@ void tst_DispFrames::popOutKeepsViewAndMarkerLines()
     PaintCounter paints(m->area);
     for (int move = 0; move < 2; ++move) {
         m->popDock();
-        paints.settle();
+        paints.restart();
         m->area->repaint();
         QCOMPARE(paints.count(), 1);
         QVERIFY(m->area->hasScale);
@@ -558,7 +558,7 @@ void tst_DispFrames::idleSurfaceDoesNotPaint()
     QFETCH(bool, out);
     QVERIFY(out ? m->showPoppedOut() : m->showDocked());
     PaintCounter paints(m->area);
-    paints.settle();
+    paints.restart();
     QCOMPARE(paints.within(idleTime), 0);
 }
 
@@ -568,7 +568,7 @@ void tst_DispFrames::frameUpdatePaintsTheSurfaceOnce()
     QVERIFY(out ? m->showPoppedOut() : m->showDocked());
     int drawings = 0;
     PaintCounter paints(m->area);
-    paints.settle();
+    paints.restart();
     m->client = [&drawings](QStylePainter*) { ++drawings; };
     m->update();
     QCOMPARE(paints.count(), 0); // the paint is scheduled but not done yet
@@ -582,8 +582,8 @@ void tst_DispFrames::surfacePaintRepaintsThePopOutWindow()
     QVERIFY(m->showPoppedOut());
     PaintCounter surface(m->area);
     PaintCounter window(m->pop);
-    surface.settle();
-    window.settle();
+    surface.restart();
+    window.restart();
     m->area->update();
     QVERIFY(window.within(settleTime) >= 1);
     QVERIFY(window.region().contains(m->pop->rect().topLeft()));

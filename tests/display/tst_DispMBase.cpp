@@ -471,7 +471,7 @@ void tst_DispMBase::colourChangeRepaintsTheSurfaceOnce()
             QVERIFY(QTest::qWaitForWindowExposed(m_frame->pop));
         }
         PaintCounter paints(m_frame->DispA);
-        paints.settle();
+        paints.restart();
         change(m_frame.get());
         QCOMPARE(paints.within(), 1);
         QCOMPARE(paints.within(), 1);

@@ -411,7 +411,7 @@ void tst_Displays::updatePaintsEveryPlotOnce()
     QVERIFY(showAndSettle(graphs));
     SurfacePaints paints(graphs);
     graphs.update();
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
 }
 
 void tst_Displays::updatePaintsPoppedOutPlotOnce()
@@ -423,11 +423,11 @@ void tst_Displays::updatePaintsPoppedOutPlotOnce()
     QVERIFY(QTest::qWaitForWindowExposed(plot->pop));
     SurfacePaints paints(graphs);
     graphs.update();
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     plot->popDock();
     paints.restart();
     graphs.update();
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
 }
 
 void tst_Displays::updatePaintsPoppedOutPlotOfHiddenWindow()
@@ -467,7 +467,7 @@ void tst_Displays::idlePlotsAreNotPainted()
     graphs.update(); // this paint must not request another one
     paints.restart();
     QTest::qWait(200);
-    QCOMPARE(paints.counts(), inTheGrid(0));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(0));
 }
 
 void tst_Displays::closedWindowIsHiddenAndCanBeReopened()
@@ -482,7 +482,7 @@ void tst_Displays::closedWindowIsHiddenAndCanBeReopened()
     QVERIFY(showAndSettle(graphs));
     SurfacePaints paints(graphs);
     graphs.update();
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
 }
 
 void tst_Displays::plotsAreDestroyedWithTheWindow()

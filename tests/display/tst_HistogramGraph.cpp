@@ -1,8 +1,8 @@
 // Tests of HistogramGraph: bars, grid and range.
 
 #include "display/HistogramGraph.h"
+#include "support/ExtremeNumbers.h"
 #include "support/GraphPlot.h"
-#include "support/HostileNumbers.h"
 #include "support/PlainHistograms.h"
 #include "support/PlotChecks.h"
 
@@ -549,7 +549,7 @@ void tst_HistogramGraph::denseHorizontalGridFillsItsRows()
 
 void tst_HistogramGraph::extremeNumbersStillPaint_data()
 {
-    addHostileNumbers();
+    addExtremeNumbers();
     QTest::newRow("zero") << 0.0;
 }
 

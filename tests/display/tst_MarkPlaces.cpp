@@ -3,7 +3,7 @@
 
 #include "display/Pixels.h"
 #include "display/PointMarks.h"
-#include "support/HostileNumbers.h"
+#include "support/ExtremeNumbers.h"
 #include "support/PlotSurface.h"
 
 #include <QTest>
@@ -20,7 +20,7 @@ private Q_SLOTS:
     void placeIsTheTruncatedPixel_data();
     void placeIsTheTruncatedPixel();
     void areaContainsEveryPlace();
-    void extremeRangesHaveNoPlaceOutsideTheArea_data() { addHostileNumbers(); }
+    void extremeRangesHaveNoPlaceOutsideTheArea_data() { addExtremeNumbers(); }
     void extremeRangesHaveNoPlaceOutsideTheArea();
 };
 

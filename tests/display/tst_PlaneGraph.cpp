@@ -2,8 +2,8 @@
 // reference's absorbance: points, lines and range.
 
 #include "display/PlaneGraph.h"
+#include "support/ExtremeNumbers.h"
 #include "support/GraphPlot.h"
-#include "support/HostileNumbers.h"
 #include "support/PlotChecks.h"
 
 #include <QTest>
@@ -367,7 +367,7 @@ void tst_PlaneGraph::pointsOutsideThePixelRangeAreOmitted()
 
 void tst_PlaneGraph::extremeNumbersStillPaint_data()
 {
-    addHostileNumbers();
+    addExtremeNumbers();
     QTest::newRow("zero") << 0.0;
 }
 

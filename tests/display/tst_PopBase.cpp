@@ -148,8 +148,8 @@ void tst_PopBase::updateDoesNotRepaintTheContent()
     QVERIFY(QTest::qWaitForWindowExposed(&docking.pop));
     PaintCounter window(&docking.pop);
     PaintCounter content(&docking.content);
-    window.settle();
-    content.settle();
+    window.restart();
+    content.restart();
     docking.pop.update();
     QCOMPARE(window.within(settleTime), 1);
     QVERIFY(window.region().contains(docking.pop.rect().topLeft()));

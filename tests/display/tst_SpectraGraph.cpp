@@ -280,12 +280,12 @@ void tst_SpectraGraph::legendIsDrawnOverFrameAndCurves()
         drawing.add(off, Qt::red, 2, "");
     }
     const QImage image = drawing.painted();
-    QVERIFY(isAllOf(image, QRect(290, 24, 70, 9), QColor(220, 220, 220)));
+    QVERIFY(isFilledWith(image, QRect(290, 24, 70, 9), QColor(220, 220, 220)));
     // The curve is visible between the rows.
     QVERIFY(countOf(image, QRect(320, 23, 30, 209), Qt::black) > 0);
     // Row 19 starts at 13 + 19 * 11. Row 20 covers the lower outline at 232.
-    QVERIFY(isAllOf(image, QRect(290, 222, 70, 9), QColor(220, 220, 220)));
-    QVERIFY(isAllOf(image, QRect(290, 233, 70, 3), QColor(220, 220, 220)));
+    QVERIFY(isFilledWith(image, QRect(290, 222, 70, 9), QColor(220, 220, 220)));
+    QVERIFY(isFilledWith(image, QRect(290, 233, 70, 3), QColor(220, 220, 220)));
     QVERIFY(drawing.matchesExpected());
 }
 

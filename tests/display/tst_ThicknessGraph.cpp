@@ -1,8 +1,8 @@
 // Tests of ThicknessGraph: points, grid and range.
 
 #include "display/ThicknessGraph.h"
+#include "support/ExtremeNumbers.h"
 #include "support/GraphPlot.h"
-#include "support/HostileNumbers.h"
 #include "support/PlainThickness.h"
 #include "support/PlotChecks.h"
 
@@ -293,7 +293,7 @@ void tst_ThicknessGraph::pointsAreDrawnOverTheGrid()
 
 void tst_ThicknessGraph::extremeNumbersStillPaint_data()
 {
-    addHostileNumbers();
+    addExtremeNumbers();
     QTest::newRow("large") << 1e17;
 }
 

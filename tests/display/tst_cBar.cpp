@@ -258,7 +258,7 @@ void tst_cBar::typeResetsTheLines()
     bar.zmin = -3.0;
     QSignalSpy spy(&bar, &cBar::newScale);
     tests::PaintCounter paints(&bar);
-    paints.settle();
+    paints.restart();
     bar.setCBarType(3);
     QCOMPARE(bar.nColors, 512);
     QCOMPARE(bar.maxIdx, 512);
@@ -743,10 +743,10 @@ void tst_cBar::draggingTheUpperLineRaisesImax()
     QVERIFY(bar.isReady());
     QSignalSpy spy(&bar, &cBar::newScale);
     tests::PaintCounter paints(&bar);
-    paints.settle();
+    paints.restart();
     bar.press(5);
     QCOMPARE(spy.count(), 0);
-    paints.settle();
+    paints.restart();
     bar.move(128);
     QCOMPARE(spy.count(), 1);
     QCOMPARE(paints.within(), 1);
@@ -875,7 +875,7 @@ void tst_cBar::linesOnTheSameRowChangeNothing()
     QSignalSpy spy(&bar, &cBar::newScale);
     bar.press(3);
     tests::PaintCounter paints(&bar);
-    paints.settle();
+    paints.restart();
     bar.move(128);
     QCOMPARE(paints.within(), 1);
     QCOMPARE(spy.count(), 0);
@@ -916,7 +916,7 @@ void tst_cBar::moveWithoutButtonOnlyRepaints()
     bar.setMouseTracking(true); // otherwise Qt sends no events for moves without a button
     QSignalSpy spy(&bar, &cBar::newScale);
     tests::PaintCounter paints(&bar);
-    paints.settle();
+    paints.restart();
     bar.send(QEvent::MouseMove, {20, 30}, Qt::NoButton, Qt::NoButton);
     QCOMPARE(paints.within(), 1);
     QCOMPARE(spy.count(), 0);
@@ -932,7 +932,7 @@ void tst_cBar::releaseRepaints()
     QSignalSpy spy(&bar, &cBar::newScale);
     bar.press(3);
     tests::PaintCounter paints(&bar);
-    paints.settle();
+    paints.restart();
     bar.release(90);
     QCOMPARE(paints.within(), 1);
     QCOMPARE(spy.count(), 0);
@@ -951,7 +951,7 @@ void tst_cBar::doubleClickRestoresWithoutSignal()
     bar.press(220);
     bar.release(220);
     tests::PaintCounter paints(&bar);
-    paints.settle();
+    paints.restart();
     QTest::mouseDClick(&bar, Qt::LeftButton, {}, {20, 220});
     QCOMPARE(paints.within(), 1);
     QCOMPARE(bar.imax, 256.0);

@@ -5,7 +5,7 @@
 #include "display/Legend.h"
 #include "panel/AnalysisGraphs.h"
 #include "panel/InputReader.h"
-#include "support/LooseWidgets.h"
+#include "support/UnconnectedWidgets.h"
 
 #include <QImage>
 #include <QTest>
@@ -40,7 +40,7 @@ private:
     /// or @p before if the paint sets none.
     display::Graph::Range rangeOf(Displays::DispId id, display::Graph::Range before = {});
 
-    std::unique_ptr<LooseWidgets> m_loose;
+    std::unique_ptr<UnconnectedWidgets> m_loose;
     std::unique_ptr<panel::InputReader> m_inputs;
     std::unique_ptr<panel::AnalysisGraphs> m_graphs;
     std::unique_ptr<Histgram> m_valence;
@@ -53,7 +53,7 @@ private:
 
 void tst_AnalysisGraphs::initTestCase()
 {
-    m_loose = std::make_unique<LooseWidgets>();
+    m_loose = std::make_unique<UnconnectedWidgets>();
     m_inputs = std::make_unique<panel::InputReader>(m_loose->list);
     m_graphs = std::make_unique<panel::AnalysisGraphs>(m_loose->list, *m_inputs);
 }

@@ -2,8 +2,8 @@
 
 #include "panel/DataMapView.h"
 #include "panel/InputReader.h"
-#include "support/LooseWidgets.h"
-#include "support/ReadyMap.h"
+#include "support/AbsorbanceMap.h"
+#include "support/UnconnectedWidgets.h"
 
 #include <QImage>
 #include <QTest>
@@ -32,14 +32,14 @@ private:
     void load(int row, const A2DData& map);
     QImage paint();
 
-    std::unique_ptr<LooseWidgets> m_loose;
+    std::unique_ptr<UnconnectedWidgets> m_loose;
     std::unique_ptr<panel::InputReader> m_inputs;
     std::unique_ptr<panel::DataMapView> m_view;
 };
 
 void tst_DataMapView::initTestCase()
 {
-    m_loose = std::make_unique<LooseWidgets>();
+    m_loose = std::make_unique<UnconnectedWidgets>();
     m_inputs = std::make_unique<panel::InputReader>(m_loose->list);
     m_view = std::make_unique<panel::DataMapView>(m_loose->list, *m_inputs);
     connect(&m_loose->dataMap, &DispMBase::draw, m_loose->form.MapWGrid,
@@ -60,7 +60,7 @@ QImage tst_DataMapView::paint()
 
 void tst_DataMapView::rowWithoutAMapIsWhite()
 {
-    load(0, readyMap(2, 1, {3, 5}));
+    load(0, absorbanceMap(2, 1, {3, 5}));
     m_loose->point(0)->loaded = false;
     const QImage picture = paint();
     QCOMPARE(picture.pixelColor(picture.width() / 2, picture.height() / 2), QColor(Qt::white));
@@ -69,7 +69,7 @@ void tst_DataMapView::rowWithoutAMapIsWhite()
 
 void tst_DataMapView::firstPaintFitsViewAndLimits()
 {
-    load(0, readyMap(3, 1, {3, 5, 4}));
+    load(0, absorbanceMap(3, 1, {3, 5, 4}));
     const QImage picture = paint();
     const DispMBase& window = m_loose->dataMap;
     QCOMPARE(window.DispA->cc.realX1, 3.0);
@@ -78,14 +78,14 @@ void tst_DataMapView::firstPaintFitsViewAndLimits()
     QCOMPARE(window.CBar->zmax, 5.0);
     QCOMPARE(picture.pixelColor(picture.width() / 2, picture.height() / 2),
              window.CBar->color(5.0));
-    load(0, readyMap(3, 1, {30, 50, 40}));
+    load(0, absorbanceMap(3, 1, {30, 50, 40}));
     paint();
     QCOMPARE(window.CBar->zmax, 5.0); // the limits are fitted only by a paint without a fixed range
 }
 
 void tst_DataMapView::gridIsDrawnIfChecked()
 {
-    load(0, readyMap(2, 1, {3, 5}));
+    load(0, absorbanceMap(2, 1, {3, 5}));
     const QImage plain = paint();
     m_loose->form.MapWGrid->setChecked(true);
     const QImage withGrid = paint();
@@ -96,8 +96,8 @@ void tst_DataMapView::gridIsDrawnIfChecked()
 
 void tst_DataMapView::checkedRowIsShown()
 {
-    load(0, readyMap(1, 1, {3}));
-    load(6, readyMap(1, 1, {7}));
+    load(0, absorbanceMap(1, 1, {3}));
+    load(6, absorbanceMap(1, 1, {7}));
     m_loose->point(6)->ShowMapB->setChecked(true);
     m_view->showValueAt(0.0, 0.0);
     QCOMPARE(m_loose->dataMap.Val->text(), QStringLiteral("7"));
@@ -105,14 +105,14 @@ void tst_DataMapView::checkedRowIsShown()
 
 void tst_DataMapView::valueIsReadFromThePixel()
 {
-    load(0, readyMap(2, 2, {1, 2, 3, 4.5}));
+    load(0, absorbanceMap(2, 2, {1, 2, 3, 4.5}));
     m_view->showValueAt(1.9, 1.0);
     QCOMPARE(m_loose->dataMap.Val->text(), QStringLiteral("4.5"));
 }
 
 void tst_DataMapView::valueOutsideTheMapIsMinusOne()
 {
-    load(0, readyMap(2, 2, {1, 2, 3, 4}));
+    load(0, absorbanceMap(2, 2, {1, 2, 3, 4}));
     for (const auto& [x, y] : {std::pair(-0.1, 0.0), {2.0, 0.0}, {0.0, 2.0}}) {
         m_loose->dataMap.Val->setText("before");
         m_view->showValueAt(x, y);
@@ -129,7 +129,7 @@ void tst_DataMapView::withoutAMapTheValueIsUnchanged()
 
 void tst_DataMapView::otherMapClearsRangeAndValue()
 {
-    load(0, readyMap(2, 1, {3, 5}));
+    load(0, absorbanceMap(2, 1, {3, 5}));
     paint();
     m_loose->dataMap.Val->setText("5");
     m_view->showOtherMap();

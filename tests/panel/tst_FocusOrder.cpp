@@ -1,7 +1,7 @@
 // Tests of the order of the widget groups in the focus chain, without the panel.
 
 #include "panel/FocusOrder.h"
-#include "support/LooseWidgets.h"
+#include "support/UnconnectedWidgets.h"
 
 #include <QTest>
 
@@ -17,7 +17,7 @@ private Q_SLOTS:
 
 void tst_FocusOrder::chainVisitsReferencesSpectraRowsAndActionsInThisOrder()
 {
-    LooseWidgets loose;
+    UnconnectedWidgets loose;
     loose.energyList.setParent(loose.form.FourPsFiles);
     panel::orderFocusChain(&loose.frame, loose.list);
     QList<const QWidget*> chain;

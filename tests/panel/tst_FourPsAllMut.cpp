@@ -167,12 +167,12 @@ private:
 void tst_FourPsAllMut::init()
 {
     resetPanel(*m_panel);
-    emptyRows(*m_panel);
+    clearRows(*m_panel);
     m_displayed.clear();
     m_panel->ui.EdgeE->setText("8350");
     m_panel->ui.PreEEndDE->setText("-50");
     m_panel->ui.PostEStartDE->setText("100");
-    chooseQuietly(m_panel->ui.NNone);
+    chooseWithoutSignals(m_panel->ui.NNone);
     m_panel->setEdge();
     clearMessages(*m_panel);
     setSize(evenSize);
@@ -303,7 +303,7 @@ void tst_FourPsAllMut::spectraAreShownInTheChosenNormalisation()
     }
     auto* radio = m_panel->findChild<QAbstractButton*>(QLatin1String(QTest::currentDataTag()));
     QVERIFY(radio);
-    chooseQuietly(radio);
+    chooseWithoutSignals(radio);
     double lo = 1e300;
     double hi = -1e300;
     for (int i = 0; i < 2; ++i) {
@@ -340,7 +340,7 @@ void tst_FourPsAllMut::energyLineShowsWhetherItsRowIsUsedAndInTheFit()
     setPoints(reference(3), "r4", {{8400, 0.0}, {8401, 2.0}}); // drawn in green
     for (const int row : {1, 7}) {
         AEPoint* point = m_panel->EPoints.at(row);
-        chooseQuietly(m_panel->EPoints.at(0)->ShowMapB);
+        chooseWithoutSignals(m_panel->EPoints.at(0)->ShowMapB);
         const QSignalBlocker quiet(point);
         point->Energy->setText("8320.2"); // on column 82 = 38 + 44
         point->LCFCB->setChecked(inFit);
@@ -469,7 +469,7 @@ void tst_FourPsAllMut::percentSignsInNamesAreKept()
 
 void tst_FourPsAllMut::fittedCurveIsDrawnLastWithoutNormalisation()
 {
-    chooseQuietly(m_panel->ui.NBySubPre);
+    chooseWithoutSignals(m_panel->ui.NBySubPre);
     setTwoReferences();
     const QList<QPointF> points{{8299.8, 1.0}, {8400.2, 1.0}, {8449.8, 1.5}};
     const AMutE& file =
@@ -483,7 +483,7 @@ void tst_FourPsAllMut::fittedCurveIsDrawnLastWithoutNormalisation()
     QVERIFY(isSamePicture(image, wanted.picture()));
     const int row = wanted.place.pixel(0.0, 1.0).y();
     for (const int off : {-1, 0, 1}) {
-        QVERIFY(isAllOf(image, QRect(39, row + off, 200, 1), pink));
+        QVERIFY(isFilledWith(image, QRect(39, row + off, 200, 1), pink));
     }
     QVERIFY(image.pixelColor(60, row - 2) != pink && image.pixelColor(60, row + 2) != pink);
 }
@@ -555,8 +555,8 @@ void tst_FourPsAllMut::verticalLinesEndEarlyOnAHighWidget()
     const int energy = place.pixel(8380.2, 0.0).x();
     // On purpose, a vertical line ends at the row whose number is the widget's width:
     // row 120.
-    QVERIFY(isAllOf(image, QRect(guide, 21, 1, 100), guideGreen));
-    QVERIFY(isAllOf(image, QRect(energy, 21, 1, 100), blue));
+    QVERIFY(isFilledWith(image, QRect(guide, 21, 1, 100), guideGreen));
+    QVERIFY(isFilledWith(image, QRect(energy, 21, 1, 100), blue));
     const QRect below(13, 121, 100, 239);
     QCOMPARE(countOf(image, below, guideGreen), 0);
     QCOMPARE(countOf(image, below, blue), 0);
@@ -602,10 +602,10 @@ void tst_FourPsAllMut::pressRepaintsTheGraphs()
     setTwoReferences();
     SurfacePaints paints(*m_panel->Disps);
     press(firstRow);
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     paints.restart();
     press({100, 200}); // outside the legend
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     QVERIFY(messages(*m_panel).isEmpty());
 }
 
@@ -642,7 +642,7 @@ void tst_FourPsAllMut::plotsOutsideTheAnalysisDrawNothing()
     QStylePainter p(&image, &plot);
     m_panel->draw(static_cast<Displays::DispId>(id), &plot, &p);
     p.end();
-    QVERIFY(isAllOf(image, image.rect(), Qt::cyan));
+    QVERIFY(isFilledWith(image, image.rect(), Qt::cyan));
     QCOMPARE(plot.xTitle, QStringLiteral("before"));
     QCOMPARE(plot.yTitle, QStringLiteral("too"));
     QVERIFY(plot.DispA->cc.drawn);
@@ -744,15 +744,15 @@ void tst_FourPsAllMut::draggedLineFollowsTheMouse()
     press({start, 128});
     paints.restart();
     drag(surface(), QPointF(start + 31, 128));
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     QImage image = paint();
-    QVERIFY(isAllOf(image, QRect(start + 30, 30, 2, 70), blue));
+    QVERIFY(isFilledWith(image, QRect(start + 30, 30, 2, 70), blue));
     QCOMPARE(countOf(image, QRect(start - 2, 30, 5, 70), blue), 0);
     paints.restart();
     release(surface(), QPointF(start + 50, 128));
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     image = paint();
-    QVERIFY(isAllOf(image, QRect(start + 49, 30, 2, 70), blue));
+    QVERIFY(isFilledWith(image, QRect(start + 49, 30, 2, 70), blue));
     PlainSpectra wanted = plain();
     wanted.curves = {{normalisedPoints(*m_panel->DispMuts.first(), 0), ochre, 1, "file"}};
     QVERIFY(isSamePicture(image, wanted.picture()));

@@ -79,7 +79,7 @@ private:
 void tst_FourPsComparison::init()
 {
     resetPanel(*m_panel);
-    emptyRows(*m_panel);
+    clearRows(*m_panel);
     useReferences(*m_panel, {0, 1});
     setValences({"2", "3", "7", "9"});
     surface()->setFixedSize(evenSize);
@@ -215,8 +215,8 @@ void tst_FourPsComparison::extremeValencesAreSafe()
     m_panel->LCFvs4PS = {pointAt(2.5, 2.5), pointAt(1e300, infinite)};
     const QImage image = paint();
     QVERIFY(surface()->cc.drawn);
-    QVERIFY(isAllOf(image, QRect(40, 2, 300, 9), Qt::white));
-    QVERIFY(isAllOf(image, QRect(370, 2, 17, 228), Qt::white));
+    QVERIFY(isFilledWith(image, QRect(40, 2, 300, 9), Qt::white));
+    QVERIFY(isFilledWith(image, QRect(370, 2, 17, 228), Qt::white));
 }
 
 void tst_FourPsComparison::doubleClickClearsThePlot()
@@ -229,7 +229,7 @@ void tst_FourPsComparison::doubleClickClearsThePlot()
     QVERIFY(m_panel->LCFvs4PS.isEmpty());
     QList<int> counts = paints.counts();
     QVERIFY(counts.takeAt(Displays::DLCFvs4PS) >= 1);
-    QCOMPARE(counts, inTheGrid(1).mid(1));
+    QCOMPARE(counts, paintsOfGridPlots(1).mid(1));
     QVERIFY(isBlank(paint()));
     QVERIFY(!surface()->cc.drawn);
     QVERIFY(!surface()->hasScale);

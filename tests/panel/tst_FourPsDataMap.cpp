@@ -143,7 +143,7 @@ void tst_FourPsDataMap::nanPixelHasTheFirstColour()
     const QList<double> values{1.0, notANumber, notANumber, 2.0};
     const QImage image = picture(window());
     QCOMPARE(image, plainPicture(window(), {4, 1, values, 1.0, 2.0}));
-    QCOMPARE(image.pixelColor(middleOf(window(), 4, 1, 1, 0).toPoint()), QColor(0, 0, 0));
+    QCOMPARE(image.pixelColor(pixelCentre(window(), 4, 1, 1, 0).toPoint()), QColor(0, 0, 0));
     QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
 }
 
@@ -250,7 +250,7 @@ void tst_FourPsDataMap::mouseMoveShowsPositionAndValue()
     const double width = surface()->width();
     const double height = surface()->height();
     for (int pixel = 0; pixel < 6; ++pixel) {
-        const QPoint at = middleOf(window(), 3, 2, pixel % 3, pixel / 3).toPoint();
+        const QPoint at = pixelCentre(window(), 3, 2, pixel % 3, pixel / 3).toPoint();
         tests::move(surface(), at);
         QCOMPARE(window()->XPos->text(), sixDigits(3.0 / width * at.x()));
         QCOMPARE(window()->YPos->text(), sixDigits(2.0 / height * (height - at.y())));

@@ -600,7 +600,7 @@ void tst_FourPsForm::translatableTextsAreInTheVocabulary()
     const Form form;
     QStringList unknown;
     for (const QString& text : translator.requested) {
-        if (!tests::panelWords.contains(text)) {
+        if (!tests::panelTexts.contains(text)) {
             unknown.append(text);
         }
     }

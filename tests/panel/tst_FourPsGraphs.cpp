@@ -487,15 +487,15 @@ void tst_FourPsGraphs::plotsFollowTheDraggedEdge()
     const PlotPlace place = plotAreaOf(of);
     const int start = columnNear(place, 8350.0);
     press(of->DispA, QPointF(start, middle(of)));
-    QCOMPARE(paints.counts(), inTheGrid(0));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(0));
     drag(of->DispA, QPointF(start + 13, middle(of)));
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     const double edge = m_panel->ui.EdgeE->text().toDouble();
     QVERIFY(showsEdgeAt(of, edge));
     QVERIFY(showsEdgeAt(plot(Displays::DTarget), edge));
     paints.restart();
     release(of->DispA, QPointF(start + 13, middle(of)));
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
 }
 
 void tst_FourPsGraphs::wheelZoomsOnlyItsPlot()
@@ -548,7 +548,7 @@ void tst_FourPsGraphs::markersAreDraggedInThePoppedOutWindow()
     press(of->DispA, QPointF(start, middle(of)));
     drag(of->DispA, QPointF(start + 33, middle(of)));
     QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(place.valueAt(start + 33)));
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     QVERIFY(showsEdgeAt(of, m_panel->ui.EdgeE->text().toDouble()));
     release(of->DispA, QPointF(start + 33, middle(of)));
 }
@@ -603,7 +603,7 @@ void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale_data()
 void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale()
 {
     QFETCH(QString, before);
-    chooseQuietly(m_panel->findChild<QAbstractButton*>(before));
+    chooseWithoutSignals(m_panel->findChild<QAbstractButton*>(before));
     DispABase* all = plot(Displays::DMuts);
     all->setRealCoord(8300.0, -0.1, 8450.0, 1.1);
     SurfacePaints paints(*m_panel->Disps);
@@ -613,14 +613,14 @@ void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale()
     QVERIFY(radio->isChecked());
     QVERIFY(!all->DispA->hasScale);
     QVERIFY(plot(Displays::DRef1)->DispA->hasScale);
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     QVERIFY(messages(*m_panel).isEmpty());
     // A click on the selected radio button changes nothing.
     all->setRealCoord(8300.0, -0.1, 8450.0, 1.1);
     paints.restart();
     radio->click();
     QVERIFY(all->DispA->hasScale);
-    QCOMPARE(paints.counts(), inTheGrid(0));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(0));
 }
 
 void tst_FourPsGraphs::histogramSelectionRepaints_data()
@@ -655,12 +655,12 @@ void tst_FourPsGraphs::histogramSelectionRepaints()
         choice->click();
     }
     QCOMPARE(choice->isChecked(), !checked);
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     if (before.isEmpty()) {
         paints.restart();
         choice->click();
         QCOMPARE(choice->isChecked(), checked);
-        QCOMPARE(paints.counts(), inTheGrid(1));
+        QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     }
     QVERIFY(messages(*m_panel).isEmpty());
 }
@@ -697,14 +697,14 @@ void tst_FourPsGraphs::actionRepaintsTheGraphs_data()
     });
     add("a map is calculated from three points", {0, 1, 2}, [](FourPs& panel) { panel.calcMap(); });
     add("a map is calculated from exact four points", {0, 1, 2, 3}, [](FourPs& panel) {
-        chooseQuietly(panel.ui.TypeTMKisExact);
+        chooseWithoutSignals(panel.ui.TypeTMKisExact);
         panel.calcMap();
-        chooseQuietly(panel.ui.TypeTMKisLS);
+        chooseWithoutSignals(panel.ui.TypeTMKisLS);
     });
     add("a map is calculated by least square", {0, 1, 2, 3},
         [](FourPs& panel) { panel.calcMap(); });
     add("a map is calculated with a line as background", {0, 1, 2, 3, 4}, [](FourPs& panel) {
-        chooseQuietly(panel.ui.TypeNonEquiv);
+        chooseWithoutSignals(panel.ui.TypeNonEquiv);
         panel.ui.NonEquivBGLinear->setChecked(true);
         panel.calcMap();
     });
@@ -721,7 +721,7 @@ void tst_FourPsGraphs::actionRepaintsTheGraphs()
     const bool linear = m_panel->ui.NonEquivBGLinear->isChecked();
     SurfacePaints paints(*m_panel->Disps);
     action(*m_panel);
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     chooseFourPoints(*m_panel);
     m_panel->ui.NonEquivBGLinear->setChecked(linear);
 }
@@ -749,7 +749,7 @@ void tst_FourPsGraphs::actionRepaintsNothing()
     QFETCH(std::function<void(FourPs&)>, action);
     SurfacePaints paints(*m_panel->Disps);
     action(*m_panel);
-    QCOMPARE(paints.counts(), inTheGrid(0));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(0));
 }
 
 void tst_FourPsGraphs::mapWithoutRowsRepaintsTheGraphs()
@@ -760,17 +760,17 @@ void tst_FourPsGraphs::mapWithoutRowsRepaintsTheGraphs()
     SurfacePaints paints(*m_panel->Disps);
     m_panel->calcMap();
     QVERIFY(m_panel->BaseData.rows.isEmpty());
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
 }
 
 void tst_FourPsGraphs::displayFilesRepaintTheGraphs()
 {
     SurfacePaints paints(*m_panel->Disps);
     Q_EMIT m_panel->ui.DispFSelect->newFilePaths({m_files.broken});
-    QCOMPARE(paints.counts(), inTheGrid(0));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(0));
     Q_EMIT m_panel->ui.DispFSelect->newFilePaths({m_files.ref1});
     QCOMPARE(m_panel->DispMuts.size(), 1);
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     m_panel->removeAFile();
 }
 
@@ -781,7 +781,7 @@ void tst_FourPsGraphs::selectingADisplayFileRepaintsTheGraphs()
     clearMessages(*m_panel);
     SurfacePaints paints(*m_panel->Disps);
     m_panel->ui.SelectedFs->setCurrentIndex(1);
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     QVERIFY(messages(*m_panel).isEmpty());
     m_panel->removeAFile();
     m_panel->removeAFile();
@@ -794,12 +794,12 @@ void tst_FourPsGraphs::removingADisplayFileRepaintsTheGraphs()
     m_panel->ui.SelectedFs->setCurrentIndex(0);
     SurfacePaints paints(*m_panel->Disps);
     m_panel->ui.RemoveAFile->click();
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     QCOMPARE(m_panel->DispMuts, QList<AMutE*>{const_cast<AMutE*>(second)});
     QCOMPARE(m_panel->ui.SelectedFs->currentText(), m_files.ref2);
     paints.restart();
     m_panel->ui.RemoveAFile->click();
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     QVERIFY(m_panel->DispMuts.isEmpty());
 }
 
@@ -818,7 +818,7 @@ void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheLine()
     QVERIFY(!edge->hasFocus());
     QCOMPARE(m_panel->XafsFiles.at(0)->edgeEnergy, 8412.5);
     QCOMPARE(m_panel->XafsFiles.at(4)->postEdgeStart, 8512.5);
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     QVERIFY(showsEdgeAt(plot(Displays::DRef1), 8412.5));
     QVERIFY(showsEdgeAt(plot(Displays::DTarget), 8412.5));
     m_panel->hide();

@@ -190,7 +190,7 @@ void tst_FourPsHistograms::initTestCase()
 void tst_FourPsHistograms::init()
 {
     resetPanel(*m_panel);
-    emptyRows(*m_panel);
+    clearRows(*m_panel);
     setReferences(*m_panel, {0, 1, 2, 3}, {0, 1, 2, 3});
     for (const int id : {Displays::DHistA, Displays::DHistDMut}) {
         const HistogramPlot of = plotFor(id);
@@ -371,7 +371,7 @@ void tst_FourPsHistograms::calculatedMapIsShownImmediately()
     panel.ui.HgTBoxes->setText("5");
     SurfacePaints paints(*panel.Disps);
     panel.calcMap();
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     const HistogramPlot valence = plotOf(panel, Displays::DHistA);
     const HistogramPlot thickness = plotOf(panel, Displays::DHistDMut);
     checkBoxes(thickness, true, {});

@@ -214,7 +214,7 @@ void tst_FourPsMapMouse::doubleClickRepaintsThePanel()
     QVERIFY(showWindow(m_panel.get()));
     setQuantity(*m_panel, ratio1, 1, 1, {0.5});
     PaintCounter paints(m_panel.get());
-    paints.settle();
+    paints.restart();
     fullDoubleClick(surface(), Qt::LeftButton, Qt::NoModifier);
     QCOMPARE(paints.within(), 1);
     fullDoubleClick(surface(), Qt::RightButton, Qt::NoModifier);
@@ -255,7 +255,7 @@ void tst_FourPsMapMouse::mouseMoveShowsPositionAndValue()
     const double width = surface()->width();
     const double height = surface()->height();
     for (int pixel = 0; pixel < 6; ++pixel) {
-        const QPoint at = middleOf(window(), 3, 2, pixel % 3, pixel / 3).toPoint();
+        const QPoint at = pixelCentre(window(), 3, 2, pixel % 3, pixel / 3).toPoint();
         tests::move(surface(), at);
         QCOMPARE(window()->XPos->text(), sixDigits(3.0 / width * at.x()));
         QCOMPARE(window()->YPos->text(), sixDigits(2.0 / height * (height - at.y())));
@@ -306,10 +306,10 @@ void tst_FourPsMapMouse::dragShowsTheValueToo()
 {
     setQuantity(*m_panel, ratio1, 2, 1, {0.125, 0.25});
     picture(window());
-    press(surface(), middleOf(window(), 2, 1, 0, 0));
-    drag(surface(), middleOf(window(), 2, 1, 1, 0));
+    press(surface(), pixelCentre(window(), 2, 1, 0, 0));
+    drag(surface(), pixelCentre(window(), 2, 1, 1, 0));
     QCOMPARE(window()->Val->text(), "0.25");
-    release(surface(), middleOf(window(), 2, 1, 1, 0));
+    release(surface(), pixelCentre(window(), 2, 1, 1, 0));
 }
 
 QTEST_MAIN(tst_FourPsMapMouse)

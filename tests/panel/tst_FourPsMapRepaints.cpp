@@ -23,7 +23,7 @@ void prepareNonEquivalent(FourPs& panel, const QList<double>& parts)
 {
     const QList<double> energies{1000, 2000, 3000, 4000, 5000};
     const QList<QList<double>> shapes{{1, 0, 3, 2, 1}, {0, 1, 1, 3, 5}};
-    chooseQuietly(panel.ui.TypeNonEquiv);
+    chooseWithoutSignals(panel.ui.TypeNonEquiv);
     setSpectrum(*panel.XafsFiles.at(0), energies, shapes.at(0), {0.25, 0, 0}, {2.25, 0, 0});
     setSpectrum(*panel.XafsFiles.at(1), energies, shapes.at(1), {0.5, 0, 0}, {6.5, 0, 0});
     useReferences(panel, {0, 1});
@@ -54,8 +54,8 @@ struct WindowPaints {
         : result(panel.MapDisp->DispA)
         , data(panel.DMapDisp->DispA)
     {
-        result.settle();
-        data.settle();
+        result.restart();
+        data.restart();
     }
 
     /// The numbers of paints of the result map and of the data map.

@@ -287,9 +287,9 @@ void tst_FourPsMapViews::squeezedColourBarChangesTheColours()
     picture(window());
     window()->CBar->imax = 1536.0;
     const QImage image = picture(window());
-    QCOMPARE(colorAt(image, middleOf(window(), 3, 1, 0, 0)), QColor(0, 0, 0));
-    QCOMPARE(colorAt(image, middleOf(window(), 3, 1, 1, 0)), QColor(255, 128, 0));
-    QCOMPARE(colorAt(image, middleOf(window(), 3, 1, 2, 0)), QColor(255, 255, 255));
+    QCOMPARE(colorAt(image, pixelCentre(window(), 3, 1, 0, 0)), QColor(0, 0, 0));
+    QCOMPARE(colorAt(image, pixelCentre(window(), 3, 1, 1, 0)), QColor(255, 128, 0));
+    QCOMPARE(colorAt(image, pixelCentre(window(), 3, 1, 2, 0)), QColor(255, 255, 255));
 }
 
 QTEST_MAIN(tst_FourPsMapViews)

@@ -42,7 +42,7 @@ private:
 void tst_FourPsMessages::init()
 {
     resetPanel(*m_panel);
-    emptyRows(*m_panel);
+    clearRows(*m_panel);
     useReferences(*m_panel, {0, 1, 2, 3});
     m_panel->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_panel.get()));

@@ -141,7 +141,7 @@ void tst_FourPsPlane::initTestCase()
 void tst_FourPsPlane::init()
 {
     resetPanel(*m_panel);
-    emptyRows(*m_panel);
+    clearRows(*m_panel);
     useReferences(*m_panel, {0, 1});
     const QList<double> jumps{1.5, 2.0, 3.0, 4.0};
     for (int i = 0; i < 4; ++i) {

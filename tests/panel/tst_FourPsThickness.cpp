@@ -92,7 +92,7 @@ void tst_FourPsThickness::initTestCase()
 void tst_FourPsThickness::init()
 {
     resetPanel(*m_panel);
-    emptyRows(*m_panel);
+    clearRows(*m_panel);
     useReferences(*m_panel, {0, 1});
     for (int i = 0; i < 4; ++i) {
         makeReferenceValid(*m_panel, i);
@@ -179,7 +179,7 @@ void tst_FourPsThickness::calculatedMapIsShownImmediately()
     prepareThreePointMaps(*m_panel);
     SurfacePaints paints(*m_panel->Disps);
     m_panel->calcMap();
-    QCOMPARE(paints.counts(), inTheGrid(1));
+    QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     QCOMPARE(m_panel->BaseData.rows.size(), 1);
     QVERIFY(showsPoints({{2.5, 1.0}}));
 }

@@ -2,7 +2,7 @@
 
 #include "analysis/CalculationState.h"
 #include "panel/InputReader.h"
-#include "support/LooseWidgets.h"
+#include "support/UnconnectedWidgets.h"
 
 #include <QTest>
 
@@ -13,7 +13,7 @@ class tst_InputReader : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { m_loose = std::make_unique<LooseWidgets>(); }
+    void initTestCase() { m_loose = std::make_unique<UnconnectedWidgets>(); }
     void init() { m_loose->reset(); }
     void cleanupTestCase() { m_loose.reset(); }
 
@@ -35,12 +35,12 @@ private Q_SLOTS:
     void everyReadReturnsTheCurrentText();
 
 private:
-    std::unique_ptr<LooseWidgets> m_loose;
+    std::unique_ptr<UnconnectedWidgets> m_loose;
 };
 
 void tst_InputReader::pointsAreReadFromTheirRows()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     const AEPoint* row = loose.point(5);
     row->UseCB->setChecked(true);
     row->VPointCB->setChecked(true);
@@ -67,7 +67,7 @@ void tst_InputReader::pointsAreReadFromTheirRows()
 
 void tst_InputReader::unparsableTextReadsAsZero()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     loose.point(0)->Energy->setText("8313 eV");
     loose.point(0)->Mut1->setText("one");
     loose.point(0)->MutT->setText("0,5");
@@ -87,7 +87,7 @@ void tst_InputReader::unparsableTextReadsAsZero()
 
 void tst_InputReader::loadedMapIsReported()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     loose.point(7)->loaded = true;
     const QList<analysis::PointState> points = panel::InputReader(loose.list).points();
     QVERIFY(points.at(7).hasMap);
@@ -96,7 +96,7 @@ void tst_InputReader::loadedMapIsReported()
 
 void tst_InputReader::referencesAreReadFromTheirRows()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     for (int i = 0; i < 4; ++i) {
         loose.reference(i)->UseCB->setChecked(i == 1 || i == 3);
     }
@@ -119,7 +119,7 @@ void tst_InputReader::referencesAreReadFromTheirRows()
 
 void tst_InputReader::methodsAreReadFromTheRadios()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     const panel::InputReader reader(loose.list);
     loose.form.TypeNonEquiv->setChecked(true);
     loose.form.TypeTMKisExact->setChecked(true);
@@ -137,7 +137,7 @@ void tst_InputReader::methodsAreReadFromTheRadios()
 
 void tst_InputReader::calculationStatePointsToTheRowsData()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     loose.form.SubPostEforTarget->setChecked(true);
     const analysis::CalculationState state = panel::InputReader(loose.list).calculationState();
     QCOMPARE(state.points.size(), 8);
@@ -152,7 +152,7 @@ void tst_InputReader::calculationStatePointsToTheRowsData()
 
 void tst_InputReader::limitsAreRelativeToTheEdge()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     loose.form.EdgeE->setText("8350");
     loose.form.PreEEndDE->setText("-50");
     loose.form.PostEStartDE->setText("100");
@@ -176,7 +176,7 @@ void tst_InputReader::normModeIsTheCheckedRadio_data()
 void tst_InputReader::normModeIsTheCheckedRadio()
 {
     QFETCH(const int, radio);
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     const QList<QAbstractButton*> radios = loose.normRadios.buttons();
     for (int i = 0; i < radios.size(); ++i) {
         radios.at(i)->setChecked(i == radio);
@@ -186,7 +186,7 @@ void tst_InputReader::normModeIsTheCheckedRadio()
 
 void tst_InputReader::shownMapIsTheFirstCheckedRowOrTheFirst()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     const panel::InputReader reader(loose.list);
     QCOMPARE(reader.checkedMapRow(), 0);
     for (const int row : {6, 3}) {
@@ -197,7 +197,7 @@ void tst_InputReader::shownMapIsTheFirstCheckedRowOrTheFirst()
 
 void tst_InputReader::quantityIsTheCheckedRadioOrTheFirst()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     const Ui_FourPs& form = loose.form;
     const QList<QRadioButton*> radios{
         form.MapRatio1, form.MapRatio2,  form.MapRatio3, form.MapRatio4, form.MapDMut1,
@@ -216,7 +216,7 @@ void tst_InputReader::quantityIsTheCheckedRadioOrTheFirst()
 
 void tst_InputReader::lastOfSeveralCheckedQuantitiesIsUsed()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     for (QRadioButton* radio : {loose.form.MapRatio2, loose.form.MapMut0, loose.form.MapDMut1}) {
         radio->setChecked(true);
     }
@@ -225,7 +225,7 @@ void tst_InputReader::lastOfSeveralCheckedQuantitiesIsUsed()
 
 void tst_InputReader::columnsHaveTheOrderOfTheFile()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     const Ui_FourPs& form = loose.form;
     const QList<QCheckBox*> boxes{form.RecRatio1, form.RecRatio2, form.RecRatio3, form.RecRatio4,
                                   form.RecDMut1,  form.RecDMut2,  form.RecDMut3,  form.RecDMut4,
@@ -244,7 +244,7 @@ void tst_InputReader::columnsHaveTheOrderOfTheFile()
 
 void tst_InputReader::histogramsAreIndexedByUsedReferences()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     for (int i = 0; i < 4; ++i) {
         loose.reference(i)->UseCB->setChecked(i == 1 || i == 2);
     }
@@ -264,7 +264,7 @@ void tst_InputReader::histogramsAreIndexedByUsedReferences()
 
 void tst_InputReader::lastCheckedRatioHistogramIsUsed()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     const panel::InputReader reader(loose.list);
     QCOMPARE(reader.shownRatioRow(), -1);
     loose.form.HgRatio3->setChecked(true);
@@ -275,7 +275,7 @@ void tst_InputReader::lastCheckedRatioHistogramIsUsed()
 
 void tst_InputReader::everyReadReturnsTheCurrentText()
 {
-    const LooseWidgets& loose = *m_loose;
+    const UnconnectedWidgets& loose = *m_loose;
     const panel::InputReader reader(loose.list);
     loose.point(0)->Energy->setText("8313");
     QCOMPARE(reader.points().first().energy, 8313.0);

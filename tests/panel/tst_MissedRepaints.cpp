@@ -130,10 +130,10 @@ void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction()
     constexpr int steps = 80;
     for (int step = 0; step < steps; ++step) {
         const QString action = user.act();
-        arrive();
+        processPendingEvents();
         const QList<ShownPicture> shown = shownPictures(*panel);
         QStringList outdated = differences(shown, repaintedPictures(*panel));
-        outdated.removeAll(user.leftBehind());
+        outdated.removeAll(user.staleSurface());
         QVERIFY2(outdated.isEmpty(), qPrintable(QStringLiteral("seed %1, step %2, %3: stale is %4")
                                                     .arg(seed)
                                                     .arg(step)
@@ -189,7 +189,7 @@ QStringList tst_MissedRepaints::changedBy(const Action& action, QStringList* out
 {
     const QList<ShownPicture> before = repaintedPictures(*m_panel);
     action();
-    arrive();
+    processPendingEvents();
     const QList<ShownPicture> after = shownPictures(*m_panel);
     *outdated = differences(after, repaintedPictures(*m_panel));
     return differences(before, after);
@@ -320,10 +320,10 @@ void tst_MissedRepaints::mutFieldsMoveThePointsOfThePlane()
     COMPARE_CHANGED_PICTURES([&] { row(1)->VPointCB->setChecked(true); }, {"M2/M3"});
     COMPARE_CHANGED_PICTURES([&] { row(1)->UseCB->setChecked(false); }, ({"Muts", "M2/M3"}));
     const PaintCounter paints(surface(Displays::DM2M3));
-    arrive();
+    processPendingEvents();
     const int before = paints.count();
     m_panel->Disps->update();
-    arrive();
+    processPendingEvents();
     QCOMPARE(paints.count(), before + 1);
 }
 
@@ -351,12 +351,12 @@ void tst_MissedRepaints::energyRepaintsOnlyThePlotOfTheSpectra()
     const PaintCounter thickness(surface(Displays::DDMutVsA));
     const PaintCounter result(m_panel->MapDisp->DispA);
     const PaintCounter data(m_panel->DMapDisp->DispA);
-    arrive();
+    processPendingEvents();
     const int before = spectra.count();
     const int others = thickness.count() + result.count() + data.count();
     QTest::keyClicks(row(0)->Energy, "5");
     row(0)->UseCB->setChecked(false);
-    arrive();
+    processPendingEvents();
     QCOMPARE(spectra.count(), before + 1);
     QCOMPARE(thickness.count() + result.count() + data.count(), others);
 }
@@ -382,7 +382,7 @@ void tst_MissedRepaints::fieldsUsedByNoPictureRepaintNothing()
         counters.push_back(std::make_unique<PaintCounter>(const_cast<QWidget*>(picture.widget)));
     }
     field->setText(QStringLiteral("0.123"));
-    arrive();
+    processPendingEvents();
     for (const auto& counter : counters) {
         QCOMPARE(counter->count(), 0);
     }
@@ -401,7 +401,7 @@ void tst_MissedRepaints::repaintsStartNoCalculation()
     row(0)->LCFCB->setChecked(true);
     row(0)->FileSelect->ClearB->click();
     release(surface(Displays::DLCFvs4PS), {20, 20});
-    arrive();
+    processPendingEvents();
     QCOMPARE(messages(*m_panel), QStringList());
 }
 

@@ -1,9 +1,9 @@
 // Tests which plots and maps are repainted when a field changes, without the panel.
 
 #include "panel/Repaints.h"
-#include "support/LooseWidgets.h"
 #include "support/PaintCounter.h"
 #include "support/SurfacePaints.h"
+#include "support/UnconnectedWidgets.h"
 
 #include <QTest>
 
@@ -12,7 +12,7 @@ using namespace tests;
 namespace
 {
 
-using Step = void (*)(const LooseWidgets&);
+using Step = void (*)(const UnconnectedWidgets&);
 
 struct Case {
     const char* name;
@@ -20,37 +20,39 @@ struct Case {
     QList<Displays::DispId> repainted;
 };
 
-void switchReference(const LooseWidgets& loose)
+void switchReference(const UnconnectedWidgets& loose)
 {
     loose.reference(2)->UseCB->toggle();
 }
 
 const QList<Case> cases{
-    {"edge", [](const LooseWidgets& l) { l.form.EdgeE->setText("1"); }, {Displays::DMuts}},
+    {"edge", [](const UnconnectedWidgets& l) { l.form.EdgeE->setText("1"); }, {Displays::DMuts}},
     {"pre-edge limit",
-     [](const LooseWidgets& l) { l.form.PreEEndDE->setText("1"); },
+     [](const UnconnectedWidgets& l) { l.form.PreEEndDE->setText("1"); },
      {Displays::DMuts}},
     {"post-edge limit",
-     [](const LooseWidgets& l) { l.form.PostEStartDE->setText("1"); },
+     [](const UnconnectedWidgets& l) { l.form.PostEStartDE->setText("1"); },
      {Displays::DMuts}},
     {"valence limit",
-     [](const LooseWidgets& l) { l.form.HgATo->setText("1.5"); },
+     [](const UnconnectedWidgets& l) { l.form.HgATo->setText("1.5"); },
      {Displays::DHistA}},
     {"thickness limit",
-     [](const LooseWidgets& l) { l.form.HgTFrom->setText("1.5"); },
+     [](const UnconnectedWidgets& l) { l.form.HgTFrom->setText("1.5"); },
      {Displays::DHistDMut}},
     {"energy of a row",
-     [](const LooseWidgets& l) { l.point(7)->Energy->setText("1"); },
+     [](const UnconnectedWidgets& l) { l.point(7)->Energy->setText("1"); },
      {Displays::DMuts}},
-    {"use of a row", [](const LooseWidgets& l) { l.point(7)->UseCB->toggle(); }, {Displays::DMuts}},
+    {"use of a row",
+     [](const UnconnectedWidgets& l) { l.point(7)->UseCB->toggle(); },
+     {Displays::DMuts}},
     {"valence of a reference",
-     [](const LooseWidgets& l) { l.reference(3)->Valence->setText("9"); },
+     [](const UnconnectedWidgets& l) { l.reference(3)->Valence->setText("9"); },
      {Displays::DLCFvs4PS, Displays::DDMutVsA}},
     {"use of a reference",
      switchReference,
      {Displays::DLCFvs4PS, Displays::DHistA, Displays::DHistDMut, Displays::DDMutVsA}},
-    {"bins", [](const LooseWidgets& l) { l.form.HgABoxes->setText("7"); }, {}},
-    {"target column", [](const LooseWidgets& l) { l.point(0)->MutT->setText("1"); }, {}},
+    {"bins", [](const UnconnectedWidgets& l) { l.form.HgABoxes->setText("7"); }, {}},
+    {"target column", [](const UnconnectedWidgets& l) { l.point(0)->MutT->setText("1"); }, {}},
 };
 
 } // namespace
@@ -76,7 +78,7 @@ void tst_Repaints::fieldsRepaintThePlotsThatUseThem_data()
 void tst_Repaints::fieldsRepaintThePlotsThatUseThem()
 {
     QFETCH(const int, index);
-    LooseWidgets loose;
+    UnconnectedWidgets loose;
     panel::connectRepaints(loose.list);
     loose.graphs.show();
     QVERIFY(QTest::qWaitForWindowExposed(&loose.graphs));
@@ -91,7 +93,7 @@ void tst_Repaints::fieldsRepaintThePlotsThatUseThem()
 
 void tst_Repaints::referencesAndFilesRepaintTheirMaps()
 {
-    LooseWidgets loose;
+    UnconnectedWidgets loose;
     panel::connectRepaints(loose.list);
     loose.resultMap.show();
     loose.dataMap.show();
@@ -103,12 +105,12 @@ void tst_Repaints::referencesAndFilesRepaintTheirMaps()
         constexpr int paintTimeMs = 20;
         const bool isMet =
             result.within(paintTimeMs) == resultPaints && measured.count() == measuredPaints;
-        result.settle();
-        measured.settle();
+        result.restart();
+        measured.restart();
         return isMet;
     };
-    result.settle();
-    measured.settle();
+    result.restart();
+    measured.restart();
     switchReference(loose);
     QVERIFY(expect(1, 0));
     loose.reference(0)->Valence->setText("9");

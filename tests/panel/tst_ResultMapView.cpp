@@ -4,7 +4,7 @@
 #include "display/MouseC.h"
 #include "panel/InputReader.h"
 #include "panel/ResultMapView.h"
-#include "support/LooseWidgets.h"
+#include "support/UnconnectedWidgets.h"
 
 #include <QImage>
 #include <QTest>
@@ -38,7 +38,7 @@ private:
     void choose(QRadioButton* quantity);
     QImage paint();
 
-    std::unique_ptr<LooseWidgets> m_loose;
+    std::unique_ptr<UnconnectedWidgets> m_loose;
     std::unique_ptr<panel::InputReader> m_inputs;
     std::unique_ptr<panel::ResultMapView> m_view;
     A2DData m_result;
@@ -78,7 +78,7 @@ bool doubleClick(const panel::ResultMapView& view, Qt::KeyboardModifiers keys,
 
 void tst_ResultMapView::initTestCase()
 {
-    m_loose = std::make_unique<LooseWidgets>();
+    m_loose = std::make_unique<UnconnectedWidgets>();
     m_inputs = std::make_unique<panel::InputReader>(m_loose->list);
     m_view = std::make_unique<panel::ResultMapView>(m_loose->list, *m_inputs, m_result);
     connect(&m_loose->resultMap, &DispMBase::draw, m_loose->form.MapWGrid,

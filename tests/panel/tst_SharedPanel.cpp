@@ -189,7 +189,7 @@ void tst_SharedPanel::resetPanelHasTheTextsAndStatesOfANewOne()
     changeEverything(*panel, dir);
     resetPanel(*panel);
     const QList<QMap<QString, States>> found = statesOf(*panel);
-    const QList<QMap<QString, States>>& expected = firstStates();
+    const QList<QMap<QString, States>>& expected = initialStates();
     QCOMPARE(found.size(), expected.size());
     for (qsizetype i = 0; i < found.size(); ++i) {
         QCOMPARE(found.at(i).keys(), expected.at(i).keys());

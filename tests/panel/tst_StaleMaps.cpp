@@ -3,8 +3,8 @@
 #include "display/Histgram.h"
 #include "display/LineEditText.h"
 #include "rows/AXafsFileSelect.h"
-#include "support/OddMaps.h"
 #include "support/PlainMapForms.h"
+#include "support/RandomMaps.h"
 #include "support/SharedPanel.h"
 #include "support/TestFiles.h"
 
@@ -99,9 +99,9 @@ QString nameOf(int row)
 
 void choose(FourPs& panel, const Method& method)
 {
-    chooseQuietly(method.nonEquivalent ? panel.ui.TypeNonEquiv : panel.ui.radioButton);
-    chooseQuietly(method.exact ? panel.ui.TypeTMKisExact : panel.ui.TypeTMKisLS);
-    chooseQuietly(method.linear ? panel.ui.NonEquivBGLinear : panel.ui.NonEquivBGVic);
+    chooseWithoutSignals(method.nonEquivalent ? panel.ui.TypeNonEquiv : panel.ui.radioButton);
+    chooseWithoutSignals(method.exact ? panel.ui.TypeTMKisExact : panel.ui.TypeTMKisLS);
+    chooseWithoutSignals(method.linear ? panel.ui.NonEquivBGLinear : panel.ui.NonEquivBGVic);
 }
 
 /// Copies all inputs of a map calculation to another panel.
@@ -110,7 +110,7 @@ void copyState(const FourPs& from, FourPs& to)
     for (int row = 0; row < from.EPoints.size(); ++row) {
         const AEPoint* source = from.EPoints.at(row);
         AEPoint* target = to.EPoints.at(row);
-        static_cast<A2DData&>(*target) = ownCopy(*source);
+        static_cast<A2DData&>(*target) = deepCopy(*source);
         target->loaded = source->loaded;
         target->UseCB->setChecked(source->UseCB->isChecked());
         target->VPointCB->setChecked(source->VPointCB->isChecked());
@@ -142,7 +142,7 @@ Outcome calculate(FourPs& panel)
 {
     clearMessages(panel);
     panel.calcMap();
-    Outcome outcome{ownCopy(panel.BaseData), {*panel.HistV, *panel.HistT}, false};
+    Outcome outcome{deepCopy(panel.BaseData), {*panel.HistV, *panel.HistT}, false};
     for (const Histgram* histogram : panel.HistRatio + panel.HistDMut) {
         outcome.counts.append(*histogram);
     }
@@ -422,9 +422,9 @@ void tst_StaleMaps::copiedResultIsNotModified()
     choose(panel, methods[3]);
     calculate(panel);
     const A2DData copy = panel.BaseData;
-    const A2DData then = ownCopy(copy);
+    const A2DData then = deepCopy(copy);
     const QList<double> list = copy.rows.at(64).values;
-    const QList<double> listThen = ownCopy(list);
+    const QList<double> listThen = deepCopy(list);
     panel.EPoints.at(0)->loadData(file("other.dat", textMap(201)));
     QVERIFY(!tests::differenceOf(calculate(panel).map, then).isEmpty());
     QCOMPARE(tests::differenceOf(copy, then), QString());

@@ -3,7 +3,7 @@
 
 #include "display/MarkLine.h"
 #include "panel/Wiring.h"
-#include "support/LooseWidgets.h"
+#include "support/UnconnectedWidgets.h"
 
 #include <QTest>
 
@@ -96,14 +96,14 @@ private Q_SLOTS:
     void limitLinesAreRelativeToTheEdge();
 
 private:
-    std::unique_ptr<LooseWidgets> m_loose;
+    std::unique_ptr<UnconnectedWidgets> m_loose;
     std::unique_ptr<SlotRecorder> m_panel;
     panel::EdgeMarks m_marks;
 };
 
 void tst_Wiring::initTestCase()
 {
-    m_loose = std::make_unique<LooseWidgets>();
+    m_loose = std::make_unique<UnconnectedWidgets>();
     m_panel = std::make_unique<SlotRecorder>();
     m_marks = panel::makeEdgeMarks(m_loose->list);
     const panel::Wiring<SlotRecorder> wiring(m_loose->list, m_panel.get());

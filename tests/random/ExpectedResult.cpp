@@ -4,9 +4,9 @@
 #include "panel/FourPs.h"
 #include "rows/AEPoint.h"
 #include "rows/ARefFile.h"
-#include "support/OddMaps.h"
 #include "support/PlainFits.h"
 #include "support/PlainMapForms.h"
+#include "support/RandomMaps.h"
 
 #include <algorithm>
 
@@ -64,7 +64,7 @@ bool sameCounts(const HistogramCounts& a, const HistogramCounts& b)
 
 MapResult resultOf(const FourPs& panel)
 {
-    MapResult result{ownCopy(panel.BaseData), {}};
+    MapResult result{deepCopy(panel.BaseData), {}};
     const QList<Histgram*> histograms = histogramsOf(panel);
     for (const Histgram* histogram : histograms) {
         result.counts.append(*histogram);

@@ -34,7 +34,7 @@ FileActions::FileActions(PanelWindows& windows, RandomFiles& files)
     for (AFileSelect* row : rowsWithDialogs()) {
         row->setDir(m_files.folder());
         row->dialog->show();
-        arrive();
+        processPendingEvents();
     }
     closeDialogs();
 }

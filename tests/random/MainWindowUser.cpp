@@ -56,7 +56,7 @@ QString MainWindowUser::act(int action)
     Draw draw(m_seed, action);
     const ActionKind& kind = chosen(draw);
     const QString done = kind.name + QStringLiteral(": ") + kind.act(draw);
-    arrive();
+    processPendingEvents();
     return done;
 }
 
@@ -110,7 +110,7 @@ void MainWindowUser::resetToFixedState()
     panel.clearLCFvs4PS(nullptr);
     panel.ui.Message->clear();
     clearUndo();
-    arrive();
+    processPendingEvents();
     QPixmapCache::clear();
 }
 

@@ -26,7 +26,7 @@ PanelWindows::PanelWindows(Body& body)
     }
     m_panel.MapDisp->popDock();
     m_panel.DMapDisp->popDock();
-    arrive();
+    processPendingEvents();
     m_panel.ui.DispCondsB->setChecked(false);
     reset();
 }
@@ -43,7 +43,7 @@ void PanelWindows::reset()
         }
         window->resize(ordinarySize(window));
     }
-    arrive();
+    processPendingEvents();
 }
 
 QSize PanelWindows::ordinarySize(const QWidget* window) const

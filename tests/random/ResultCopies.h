@@ -2,7 +2,7 @@
 #pragma once
 
 #include "data/A2DData.h"
-#include "support/OddMaps.h"
+#include "support/RandomMaps.h"
 
 namespace tests
 {
@@ -21,11 +21,11 @@ public:
         *this = {};
         if (round % 4 == 0) {
             m_map = result;
-            m_mapCopy = ownCopy(result);
+            m_mapCopy = deepCopy(result);
         } else if (round % 4 == 2) {
             for (const A2DRow& row : result.rows) {
                 m_lists.append(row.values);
-                m_listCopies.append(ownCopy(row.values));
+                m_listCopies.append(deepCopy(row.values));
             }
         }
     }

@@ -349,7 +349,7 @@ void tst_SpectrumPlot::plotWithoutPointsIsWhiteAndHasNoTitles()
     Plot plot;
     const QImage image = plot.paint();
     QCOMPARE(image.size(), usualSize);
-    QVERIFY(isAllOf(image, QRect(0, 0, 386, 256), Qt::white));
+    QVERIFY(isFilledWith(image, QRect(0, 0, 386, 256), Qt::white));
     QVERIFY(!plot.cc().drawn);
     QCOMPARE(plot.frame.xTitle, QStringLiteral("Eng.[eV]"));
     setStep(plot.spectrum());
@@ -366,9 +366,9 @@ void tst_SpectrumPlot::plotWithoutPointsOmitsTheLastColumnAndRow()
     plot.frame.DispA->setPalette(palette);
     plot.frame.DispA->setAutoFillBackground(true);
     const QImage image = plot.paint();
-    QVERIFY(isAllOf(image, QRect(0, 0, 386, 256), Qt::white));
-    QVERIFY(isAllOf(image, QRect(386, 0, 1, 257), background));
-    QVERIFY(isAllOf(image, QRect(0, 256, 387, 1), background));
+    QVERIFY(isFilledWith(image, QRect(0, 0, 386, 256), Qt::white));
+    QVERIFY(isFilledWith(image, QRect(386, 0, 1, 257), background));
+    QVERIFY(isFilledWith(image, QRect(0, 256, 387, 1), background));
     // With data, the whole surface is white, including its last column and row.
     setStep(plot.spectrum());
     QCOMPARE(countOf(plot.paint(), QRect(QPoint(0, 0), usualSize), background), 0);
@@ -582,10 +582,10 @@ void tst_SpectrumPlot::curvesAreDrawnOverLimitsInOrder()
     plot.spectrum().preLine = level(2.005);
     plot.spectrum().postLine = level(2.005);
     image = plot.paint();
-    QVERIFY(isAllOf(image, QRect(160, 121, 80, 1), postColor));
+    QVERIFY(isFilledWith(image, QRect(160, 121, 80, 1), postColor));
     plot.spectrum().postLine = level(1.505);
     image = plot.paint();
-    QVERIFY(isAllOf(image, QRect(160, 121, 80, 1), preColor));
+    QVERIFY(isFilledWith(image, QRect(160, 121, 80, 1), preColor));
 }
 
 void tst_SpectrumPlot::pictureMatchesTheReference_data()
@@ -689,12 +689,12 @@ void tst_SpectrumPlot::missingMutDropsOnlyItsTwoSegments()
     spectrum.preLine = level(1.255);
     spectrum.postLine = level(2.755);
     const QImage image = plot.paint();
-    QVERIFY(isAllOf(image, QRect(103, 121, 51, 1), Qt::black)); // 8050.5 to 8100.5
-    QVERIFY(isAllOf(image, QRect(154, 60, 99, 130), Qt::white));
-    QVERIFY(isAllOf(image, QRect(253, 121, 51, 1), Qt::black)); // 8200.5 to 8250.5
+    QVERIFY(isFilledWith(image, QRect(103, 121, 51, 1), Qt::black)); // 8050.5 to 8100.5
+    QVERIFY(isFilledWith(image, QRect(154, 60, 99, 130), Qt::white));
+    QVERIFY(isFilledWith(image, QRect(253, 121, 51, 1), Qt::black)); // 8200.5 to 8250.5
     // The background lines are not interrupted.
-    QVERIFY(isAllOf(image, QRect(60, 196, 280, 1), preColor));
-    QVERIFY(isAllOf(image, QRect(60, 46, 280, 1), postColor));
+    QVERIFY(isFilledWith(image, QRect(60, 196, 280, 1), preColor));
+    QVERIFY(isFilledWith(image, QRect(60, 46, 280, 1), postColor));
 }
 
 void tst_SpectrumPlot::unfittedLinesAreNotDrawn()

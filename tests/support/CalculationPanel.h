@@ -15,7 +15,7 @@ namespace tests
 
 /// Sets a button's state. Blocks its signals and suspends autoExclusive, so no slot runs
 /// and the other buttons of its group keep their state.
-inline void setQuietly(QAbstractButton* button, bool checked)
+inline void setWithoutSignals(QAbstractButton* button, bool checked)
 {
     const QSignalBlocker quiet(button);
     const bool exclusive = button->autoExclusive();
@@ -52,7 +52,7 @@ inline void enterChoices(FourPs& panel, const PanelInputs& inputs)
         {ui.SubPostEforTarget, inputs.subPostForTarget},
         {ui.SubPreEforTarget, !inputs.subPostForTarget}};
     for (const auto& [button, checked] : choices) {
-        setQuietly(button, checked);
+        setWithoutSignals(button, checked);
     }
 }
 
@@ -65,7 +65,7 @@ inline void enterInputs(FourPs& panel, const PanelInputs& inputs)
     for (int i = 0; i < 4; ++i) {
         const auto row = static_cast<std::size_t>(i);
         static_cast<AMutE&>(*panel.XafsFiles.at(i)) = inputs.spectra.at(row);
-        setQuietly(panel.Refs.RefRows.at(i)->UseCB, inputs.used.at(row));
+        setWithoutSignals(panel.Refs.RefRows.at(i)->UseCB, inputs.used.at(row));
         panel.Refs.RefRows.at(i)->Valence->setText(allDigits(inputs.valences.at(row)));
     }
     static_cast<AMutE&>(*panel.ui.TargetFile) = inputs.target;
@@ -74,9 +74,9 @@ inline void enterInputs(FourPs& panel, const PanelInputs& inputs)
         AEPoint* row = panel.EPoints.at(i);
         static_cast<A2DData&>(*row) = inputs.maps.at(static_cast<std::size_t>(i));
         row->loaded = point.hasMap;
-        setQuietly(row->UseCB, point.used);
-        setQuietly(row->VPointCB, point.vPoint);
-        setQuietly(row->LCFCB, point.inFit);
+        setWithoutSignals(row->UseCB, point.used);
+        setWithoutSignals(row->VPointCB, point.vPoint);
+        setWithoutSignals(row->LCFCB, point.inFit);
         row->Energy->setText(allDigits(point.energy));
         for (int k = 0; k < row->mutEdits.size(); ++k) {
             row->mutEdits.at(k)->setText(allDigits(point.mut.at(static_cast<std::size_t>(k))));

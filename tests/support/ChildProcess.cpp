@@ -108,7 +108,7 @@ void ChildProcess::limitFileSize(qint64 bytes)
     m_fileSize = bytes;
 }
 
-void ChildProcess::closeReaderOfErrors()
+void ChildProcess::closeStandardErrorReader()
 {
     m_hasReaderOfErrors = false;
 }

@@ -54,7 +54,7 @@ public:
 
     /// Replaces standard error by a pipe without a reader, so writing to it raises
     /// SIGPIPE.
-    void closeReaderOfErrors();
+    void closeStandardErrorReader();
 
     /// Mounts a tmpfs of @p bytes on the existing @p folder in the program's own mount
     /// namespace. No other process sees it, and it disappears after the run.

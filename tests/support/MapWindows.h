@@ -191,7 +191,7 @@ inline QList<double> viewOf(const DispMBase* window)
 
 /// Centre of pixel (@p x, @p y) on a surface that shows the whole map of @p width by
 /// @p height pixels.
-inline QPointF middleOf(const DispMBase* window, int width, int height, int x, int y)
+inline QPointF pixelCentre(const DispMBase* window, int width, int height, int x, int y)
 {
     const QSize size = window->DispA->size();
     return {size.width() * (x + 0.5) / width, size.height() * (1.0 - (y + 0.5) / height)};

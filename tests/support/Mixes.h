@@ -121,7 +121,7 @@ inline PanelInputs mixedInputs(const Mix& mix, int references = 2, int rows = 5)
 /// reference also contain L^3, so subtracting them changes the coefficient of the second
 /// reference. With the target's post-edge line subtracted, dMut is 1 and -3. With the
 /// references' post-edge lines subtracted, dMut is 1 and 6.
-inline PanelInputs inputsOfLinesApart()
+inline PanelInputs inputsWithDifferentLines()
 {
     QList<double> cubes;
     QList<double> muts;

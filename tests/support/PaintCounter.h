@@ -28,24 +28,24 @@ public:
     explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
 
     /// Processes pending paint events, then sets the count to 0.
-    void settle()
+    void restart()
     {
         waitForPaints();
         m_count = 0;
         m_region = {};
     }
 
-    /// The number of paint events since settle().
+    /// The number of paint events since restart().
     int count() const { return m_count; }
 
-    /// Waits for @p milliseconds and returns the number of paint events since settle().
+    /// Waits for @p milliseconds and returns the number of paint events since restart().
     int within(int milliseconds = 20) const
     {
         waitForPaints(milliseconds);
         return m_count;
     }
 
-    /// The union of the regions painted since settle().
+    /// The union of the regions painted since restart().
     const QRegion& region() const { return m_region; }
 
 protected:

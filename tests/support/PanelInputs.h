@@ -61,7 +61,7 @@ struct PanelInputs {
     PanelInputs& addMaps(int rows);
 
     /// Removes the map of a row, as if no file had been loaded.
-    PanelInputs& takeMap(int row);
+    PanelInputs& removeMap(int row);
 
     /// The input struct of the calculation functions. It points to the spectra and maps
     /// of this object, which must outlive it.
@@ -184,7 +184,7 @@ inline PanelInputs& PanelInputs::addMaps(int rows)
     return *this;
 }
 
-inline PanelInputs& PanelInputs::takeMap(int row)
+inline PanelInputs& PanelInputs::removeMap(int row)
 {
     maps.at(static_cast<std::size_t>(row)).clear();
     points[row].hasMap = false;

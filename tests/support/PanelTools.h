@@ -106,7 +106,7 @@ inline void useReferences(FourPs& panel, const QList<int>& rows)
 
 /// Checks one button of an exclusive group. Blocks the signals of all buttons with the
 /// same parent.
-inline void chooseQuietly(QAbstractButton* button)
+inline void chooseWithoutSignals(QAbstractButton* button)
 {
     std::vector<QSignalBlocker> quiet;
     const auto neighbours = button->parentWidget()->findChildren<QAbstractButton*>();
@@ -119,7 +119,7 @@ inline void chooseQuietly(QAbstractButton* button)
 /// Chooses the four-points family, without signals.
 inline void chooseFourPoints(FourPs& panel)
 {
-    chooseQuietly(panel.ui.radioButton);
+    chooseWithoutSignals(panel.ui.radioButton);
 }
 
 /// Sets up the three-point method with the result a = 1/2 and, for maps, thickness 1.

@@ -44,7 +44,7 @@ inline bool isSamePicture(const QImage& image, const QImage& wanted)
 
 /// Whether all pixels of @p part have this colour. Logs the first pixel with another
 /// colour.
-inline bool isAllOf(const QImage& image, const QRect& part, const QColor& color)
+inline bool isFilledWith(const QImage& image, const QRect& part, const QColor& color)
 {
     QImage wanted(image.size(), QImage::Format_RGB32);
     wanted.fill(color);
@@ -53,7 +53,7 @@ inline bool isAllOf(const QImage& image, const QRect& part, const QColor& color)
 
 inline bool isBlank(const QImage& image)
 {
-    return isAllOf(image, image.rect(), Qt::white);
+    return isFilledWith(image, image.rect(), Qt::white);
 }
 
 /// The bounding box of the pixels in @p part for which @p isWanted returns true.

@@ -18,8 +18,8 @@ inline bool hasOutline(const QImage& image, const PlotPlace& place)
 {
     const QColor grey(150, 150, 150);
     const QRect area = place.area();
-    return isAllOf(image, {area.topLeft(), QSize(area.width(), 1)}, grey) &&
-           isAllOf(image, {area.topLeft(), QSize(1, area.height())}, grey);
+    return isFilledWith(image, {area.topLeft(), QSize(area.width(), 1)}, grey) &&
+           isFilledWith(image, {area.topLeft(), QSize(1, area.height())}, grey);
 }
 
 } // namespace tests

@@ -30,7 +30,7 @@ public:
 
     /// The title of the one surface that the latest action changes without repainting it.
     /// This is on purpose. Empty after every other action.
-    QString leftBehind() const { return m_staleSurface; }
+    QString staleSurface() const { return m_staleSurface; }
 
 private:
     struct Kind {

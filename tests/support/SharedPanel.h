@@ -77,7 +77,7 @@ inline void resetRow(FourPs& panel, int index)
 }
 
 /// Clears all energy rows. The third row remains the V point.
-inline void emptyRows(FourPs& panel)
+inline void clearRows(FourPs& panel)
 {
     for (int row = 0; row < panel.EPoints.size(); ++row) {
         resetRow(panel, row);
@@ -108,7 +108,7 @@ inline void clearData(FourPs& panel)
 inline void resetData(FourPs& panel)
 {
     clearData(panel);
-    emptyRows(panel);
+    clearRows(panel);
     panel.setEdge(); // copies the edge energy to the spectra
     clearMessages(panel);
 }
@@ -161,7 +161,7 @@ inline QList<QMap<QString, States>> statesOf(FourPs& panel)
 }
 
 /// The states of a newly constructed panel with an empty message box.
-inline const QList<QMap<QString, States>>& firstStates()
+inline const QList<QMap<QString, States>>& initialStates()
 {
     static const QList<QMap<QString, States>> states = [] {
         auto fresh = std::make_unique<FourPs>();
@@ -211,7 +211,7 @@ inline void resetResults(FourPs& panel)
 /// graph window is visible, and sizes that a test fixed.
 inline void resetPanel(FourPs& panel)
 {
-    const QList<QMap<QString, States>>& first = firstStates();
+    const QList<QMap<QString, States>>& first = initialStates();
     clearData(panel);
     resetResults(panel);
     resetFileRows(panel);

@@ -25,7 +25,7 @@ struct ShownPicture {
 };
 
 /// Processes all pending events, including paints.
-inline void arrive()
+inline void processPendingEvents()
 {
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents();
@@ -82,7 +82,7 @@ inline QList<ShownPicture> repaintedPictures(const FourPs& panel)
     for (const ShownPicture& surface : surfaces) {
         const_cast<QWidget*>(surface.widget)->update();
     }
-    arrive();
+    processPendingEvents();
     return shownPictures(panel);
 }
 

@@ -56,7 +56,7 @@ private:
 
 /// The value of counts() if each of the ten plots in the grid was painted @p times and
 /// the plot outside the grid was not painted.
-inline QList<int> inTheGrid(int times)
+inline QList<int> paintsOfGridPlots(int times)
 {
     return QList<int>(10, times) + QList<int>{0};
 }

@@ -13,9 +13,9 @@ namespace tests
 {
 
 /// A requested text: the class name and the English source text.
-using Asked = QPair<QString, QString>;
+using SourceText = QPair<QString, QString>;
 
-inline const QStringList panelWords{
+inline const QStringList panelTexts{
     "Frame",
     "  Non Equiv. Meth.",
     "%1",
@@ -137,8 +137,8 @@ inline const QStringList panelWords{
 };
 
 /// The source texts of the table's twelve contexts.
-inline const QMap<QString, QStringList> vocabulary{
-    {"FourPs", panelWords},
+inline const QMap<QString, QStringList> sourceTexts{
+    {"FourPs", panelTexts},
     {"Displays",
      {"Frame", "Ref1", "Ref2", "Ref3", "Ref4", "Target", "Muts", "LCF vs 4PS", "Histgram of a",
       "Histgram of dMut", "dMut/v or a", "M2/M3"}},
@@ -158,7 +158,7 @@ inline const QMap<QString, QStringList> vocabulary{
 
 /// Texts that the program requests although the table does not contain them. They are in
 /// English in both languages.
-inline const QSet<Asked> askedInVain{
+inline const QSet<SourceText> textsMissingInTable{
     {"Displays", "LCF vs MPS"},
     {"FourPs", "MPs"},
     {"FourPs", "multi points"},
@@ -166,17 +166,17 @@ inline const QSet<Asked> askedInVain{
 };
 
 /// Texts in the table that the program never requests.
-inline const QSet<Asked> neverAsked{
+inline const QSet<SourceText> unusedTexts{
     {"FourPs", "Rattio 1"},       {"FourPs", "4ps"},
     {"FourPs", "4 points."},      {"Displays", "LCF vs 4PS"},
     {"AXafsFileSelect", "Frame"},
 };
 
 /// All texts in the table.
-inline QSet<Asked> allWords()
+inline QSet<SourceText> allTexts()
 {
-    QSet<Asked> words;
-    for (auto context = vocabulary.cbegin(); context != vocabulary.cend(); ++context) {
+    QSet<SourceText> words;
+    for (auto context = sourceTexts.cbegin(); context != sourceTexts.cend(); ++context) {
         for (const QString& source : context.value()) {
             words.insert({context.key(), source});
         }
@@ -185,18 +185,18 @@ inline QSet<Asked> allWords()
 }
 
 /// All texts that the program requests.
-inline QSet<Asked> allAsked()
+inline QSet<SourceText> requestedTexts()
 {
-    return (allWords() - neverAsked) + askedInVain;
+    return (allTexts() - unusedTexts) + textsMissingInTable;
 }
 
 /// The texts in @p some that are missing in @p others, sorted; used in the message of a
 /// failed comparison.
-inline QStringList surplus(const QSet<Asked>& some, const QSet<Asked>& others)
+inline QStringList surplus(const QSet<SourceText>& some, const QSet<SourceText>& others)
 {
     QStringList texts;
-    for (const Asked& asked : some - others) {
-        texts << asked.first + QLatin1String(": ") + asked.second;
+    for (const SourceText& requested : some - others) {
+        texts << requested.first + QLatin1String(": ") + requested.second;
     }
     texts.sort();
     return texts;

@@ -44,7 +44,7 @@ void tst_Signals::programSurvivesAClosedErrorPipe()
     QCOMPARE(read.trouble, QString());
     QVERIFY(read.errors.contains("can't open"));
     ChildProcess unread = program(steps);
-    unread.closeReaderOfErrors();
+    unread.closeStandardErrorReader();
     const ChildRun run = unread.run(english);
     QCOMPARE(run.trouble, QString());
     QCOMPARE(run.output, QByteArray("Write\n"));
@@ -66,7 +66,7 @@ void tst_Signals::programReportsAFileAtTheSizeLimit()
 void tst_Signals::childSurvivesAClosedErrorPipe()
 {
     ChildProcess child = systemChild();
-    child.closeReaderOfErrors();
+    child.closeStandardErrorReader();
     const ChildRun run = child.runSteps({"logText", "one", "logText", "two", "map", "/nowhere"});
     QCOMPARE(run.trouble, QString());
     QCOMPARE(run.steps().size(), 3);

@@ -5,7 +5,7 @@
 #include "display/DispMBase.h"
 #include "display/Displays.h"
 #include "rows/AXafsFileSelect.h"
-#include "support/EveryWord.h"
+#include "support/MarkingTranslator.h"
 #include "support/SharedPanel.h"
 #include "support/TestFiles.h"
 #include "support/TextRecorder.h"
@@ -140,7 +140,7 @@ private Q_SLOTS:
 private:
     FourPs& panel() { return *m_panel; }
 
-    EveryWord m_translator;
+    MarkingTranslator m_translator;
     std::unique_ptr<Body> m_body;
     FourPs* m_panel = nullptr;
 };
@@ -162,8 +162,8 @@ void tst_ScreenTexts::initTestCase()
 void tst_ScreenTexts::init()
 {
     resetData(panel());
-    chooseQuietly(panel().ui.TypeNonEquiv);
-    chooseQuietly(panel().ui.TypeTMKisLS);
+    chooseWithoutSignals(panel().ui.TypeNonEquiv);
+    chooseWithoutSignals(panel().ui.TypeTMKisLS);
     useReferences(panel(), {0, 1});
     panel().ui.CalcRes->clear();
     panel().ui.LCFRes->clear();
@@ -182,7 +182,7 @@ void tst_ScreenTexts::labelsAndButtonsAreTranslatable()
     for (int n = 1; n <= rowCount; ++n) {
         neverShown.insert(QStringLiteral("%1:  ").arg(n));
     }
-    int asked = 0;
+    int requested = 0;
     const QWidgetList widgets = ownWidgets();
     for (const QWidget* widget : widgets) {
         if (!qobject_cast<const QLabel*>(widget) && !qobject_cast<const QAbstractButton*>(widget)) {
@@ -190,12 +190,13 @@ void tst_ScreenTexts::labelsAndButtonsAreTranslatable()
         }
         const QString text = widget->property("text").toString();
         QVERIFY2(text.isEmpty() || isMarked(text) || neverShown.contains(text), qPrintable(text));
-        asked += isMarked(text) ? 1 : 0;
+        requested += isMarked(text) ? 1 : 0;
     }
-    QVERIFY(asked > 200);
+    QVERIFY(requested > 200);
     const auto shows = [this](const char* name, const char* source) {
         const auto* widget = m_body->findChild<QWidget*>(QLatin1String(name));
-        return widget && widget->property("text") == EveryWord::marked(QLatin1String(source));
+        return widget &&
+               widget->property("text") == MarkingTranslator::marked(QLatin1String(source));
     };
     QVERIFY(shows("radioButton", "multi points"));
     QVERIFY(shows("MapWGrid", "with Grid"));
@@ -204,7 +205,7 @@ void tst_ScreenTexts::labelsAndButtonsAreTranslatable()
 
 void tst_ScreenTexts::windowTitlesAreTranslatable()
 {
-    int asked = 0;
+    int requested = 0;
     const QWidgetList widgets = ownWidgets();
     for (const QWidget* widget : widgets) {
         const QString title = widget->windowTitle();
@@ -212,15 +213,16 @@ void tst_ScreenTexts::windowTitlesAreTranslatable()
             QCOMPARE(title, QString("aelk"));
         } else if (widget->isWindow() || !title.isEmpty()) {
             QVERIFY2(isMarked(title), qPrintable(widget->objectName() + ": " + title));
-            ++asked;
+            ++requested;
         }
     }
-    QVERIFY(asked > 30);
-    QCOMPARE(panel().Disps->windowTitle(), EveryWord::marked("Frame"));
-    QCOMPARE(panel().MapDisp->windowTitle(), EveryWord::marked("Result Map"));
-    QCOMPARE(panel().DMapDisp->windowTitle(), EveryWord::marked("Data Map"));
-    QCOMPARE(panel().MapDisp->pop->windowTitle(), EveryWord::marked("Frame"));
-    QCOMPARE(panel().Disps->frame(Displays::DMuts)->pop->windowTitle(), EveryWord::marked("Frame"));
+    QVERIFY(requested > 30);
+    QCOMPARE(panel().Disps->windowTitle(), MarkingTranslator::marked("Frame"));
+    QCOMPARE(panel().MapDisp->windowTitle(), MarkingTranslator::marked("Result Map"));
+    QCOMPARE(panel().DMapDisp->windowTitle(), MarkingTranslator::marked("Data Map"));
+    QCOMPARE(panel().MapDisp->pop->windowTitle(), MarkingTranslator::marked("Frame"));
+    QCOMPARE(panel().Disps->frame(Displays::DMuts)->pop->windowTitle(),
+             MarkingTranslator::marked("Frame"));
 }
 
 void tst_ScreenTexts::fieldsContainNumbersOrTranslatableTexts()
@@ -236,7 +238,7 @@ void tst_ScreenTexts::fieldsContainNumbersOrTranslatableTexts()
         QCOMPARE(widget->toolTip(), QString());
         QCOMPARE(widget->whatsThis(), QString());
     }
-    QCOMPARE(fresh.findChild<QLineEdit*>("EdgeE")->text(), EveryWord::marked("8350"));
+    QCOMPARE(fresh.findChild<QLineEdit*>("EdgeE")->text(), MarkingTranslator::marked("8350"));
 }
 
 void tst_ScreenTexts::axisTitlesAreTranslatable_data()
@@ -271,8 +273,8 @@ void tst_ScreenTexts::axisTitlesAreTranslatable()
     QFETCH(QString, y);
     DispABase* frame = panel().Disps->frame(plot);
     drawnTexts(frame);
-    QCOMPARE(frame->xTitle, EveryWord::marked(x));
-    QCOMPARE(frame->yTitle, EveryWord::marked(y));
+    QCOMPARE(frame->xTitle, MarkingTranslator::marked(x));
+    QCOMPARE(frame->yTitle, MarkingTranslator::marked(y));
 }
 
 void tst_ScreenTexts::drawnTextsAreNumbersOrTranslatable_data()
@@ -329,7 +331,7 @@ void tst_ScreenTexts::errorMessagesAreTranslatable_data()
         return [rows](FourPs& panel) { useRows(panel, rows); };
     };
     const Action noVPoint = [](FourPs& panel) { panel.EPoints.at(2)->VPointCB->setChecked(false); };
-    const Action nonEquivalent = [](FourPs& panel) { chooseQuietly(panel.ui.TypeNonEquiv); };
+    const Action nonEquivalent = [](FourPs& panel) { chooseWithoutSignals(panel.ui.TypeNonEquiv); };
     const QString oneValid =
         QStringLiteral("Number of valied Ref Files is 1, which is less than 2.");
 
@@ -387,7 +389,7 @@ void tst_ScreenTexts::errorMessagesAreTranslatable()
     run(panel());
     QStringList expected;
     for (const QString& source : std::as_const(sources)) {
-        expected << EveryWord::marked(source);
+        expected << MarkingTranslator::marked(source);
     }
     QCOMPARE(messages(panel()), expected);
 }
@@ -405,7 +407,7 @@ void tst_ScreenTexts::resultTextsAreTranslatable_data()
                                   << "«4ps2: a = 0.5, Valence = 2.5, t/ts = 1»";
     QTest::newRow("non-equivalent method") << Action([](FourPs& panel) {
         prepareFourPoints(panel);
-        chooseQuietly(panel.ui.TypeNonEquiv);
+        chooseWithoutSignals(panel.ui.TypeNonEquiv);
     }) << "«Result of NEQ :: »[^«»]*«, Valence = [^«»]*, t = [^«»]*»";
 }
 
@@ -434,13 +436,13 @@ void tst_ScreenTexts::resultTextsAreTranslatable()
 // tests above.
 void tst_ScreenTexts::requestedTextsAreExactlyTheVocabulary()
 {
-    QSet<Asked> asked = m_translator.asked();
-    asked.removeIf([](const Asked& text) {
+    QSet<SourceText> requested = m_translator.requested();
+    requested.removeIf([](const SourceText& text) {
         // Qt's own classes request translations too, for example in dialogs and fields.
         return text.first.startsWith(u'Q');
     });
-    QCOMPARE(surplus(asked, allAsked()), QStringList());
-    QCOMPARE(surplus(allAsked(), asked), QStringList());
+    QCOMPARE(surplus(requested, requestedTexts()), QStringList());
+    QCOMPARE(surplus(requestedTexts(), requested), QStringList());
 }
 
 void tst_ScreenTexts::untranslatedAxisTitlesOfTheComparisonStayEnglish()

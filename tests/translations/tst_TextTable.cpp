@@ -244,7 +244,7 @@ void tst_TextTable::contextsHaveTheExpectedMessageCounts()
 void tst_TextTable::contextsHaveTheExpectedSources_data()
 {
     QTest::addColumn<QStringList>("expected");
-    for (auto context = vocabulary.cbegin(); context != vocabulary.cend(); ++context) {
+    for (auto context = sourceTexts.cbegin(); context != sourceTexts.cend(); ++context) {
         QTest::newRow(qPrintable(context.key())) << context.value();
     }
 }
@@ -265,14 +265,15 @@ void tst_TextTable::contextsHaveTheExpectedSources()
 
 void tst_TextTable::noMessageIsDuplicated()
 {
-    QSet<Asked> words;
+    QSet<SourceText> words;
     for (const QmMessage& message : std::as_const(m_table.messages)) {
-        const Asked word{QString::fromUtf8(message.context), QString::fromUtf8(message.source)};
+        const SourceText word{QString::fromUtf8(message.context),
+                              QString::fromUtf8(message.source)};
         QVERIFY2(!words.contains(word), message.source.constData());
         words.insert(word);
     }
-    QCOMPARE(surplus(words, allWords()), QStringList());
-    QCOMPARE(surplus(allWords(), words), QStringList());
+    QCOMPARE(surplus(words, allTexts()), QStringList());
+    QCOMPARE(surplus(allTexts(), words), QStringList());
 }
 
 void tst_TextTable::noMessageHasACommentOrSeveralTranslations()
@@ -318,9 +319,10 @@ void tst_TextTable::textMissingFromTheTableShowsItsSource()
 {
     QTranslator translator;
     app::installLanguage(app::Language::Japanese, translator);
-    for (const Asked& asked : askedInVain) {
-        QCOMPARE(QCoreApplication::translate(qPrintable(asked.first), qPrintable(asked.second)),
-                 asked.second);
+    for (const SourceText& requested : textsMissingInTable) {
+        QCOMPARE(
+            QCoreApplication::translate(qPrintable(requested.first), qPrintable(requested.second)),
+            requested.second);
     }
 }
 

@@ -20,10 +20,10 @@ namespace tests
 
 /// Creates the widgets that panel::Widgets lists. They are not connected, so no
 /// calculation starts after a change of a widget.
-class LooseWidgets
+class UnconnectedWidgets
 {
 public:
-    LooseWidgets()
+    UnconnectedWidgets()
     {
         form.setupUi(&frame);
         for (int i = 0; i < 4; ++i) {

@@ -9,7 +9,7 @@ namespace tests
 {
 
 /// Adds the data column "number" and one row for each NaN, infinite or extreme number.
-inline void addHostileNumbers()
+inline void addExtremeNumbers()
 {
     using Limits = std::numeric_limits<double>;
     QTest::addColumn<double>("number");

@@ -14,11 +14,11 @@ namespace tests
 /// A device over the given bytes, sequential or not. Each read returns between 1 and
 /// @p largest bytes; the sizes are a fixed sequence of a linear congruential generator. The
 /// constructor opens the device for reading.
-class OddDevice : public QIODevice
+class ShortReadDevice : public QIODevice
 {
 public:
     /// @param largest  maximum size of a read in bytes, at least 1
-    OddDevice(const QByteArray& bytes, qint64 largest, bool isSequential)
+    ShortReadDevice(const QByteArray& bytes, qint64 largest, bool isSequential)
         : m_bytes(bytes)
         , m_failsAt(bytes.size())
         , m_largest(largest)

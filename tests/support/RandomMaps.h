@@ -15,22 +15,22 @@
 namespace tests
 {
 
-inline constexpr std::array<double, 16> oddNumbers{0.0,
-                                                   -0.0,
-                                                   1.0,
-                                                   -1.0,
-                                                   0.1,
-                                                   -2.5,
-                                                   std::numeric_limits<double>::quiet_NaN(),
-                                                   -std::numeric_limits<double>::quiet_NaN(),
-                                                   std::numeric_limits<double>::infinity(),
-                                                   -std::numeric_limits<double>::infinity(),
-                                                   std::numeric_limits<double>::max(),
-                                                   std::numeric_limits<double>::lowest(),
-                                                   std::numeric_limits<double>::min(),
-                                                   std::numeric_limits<double>::denorm_min(),
-                                                   1e300,
-                                                   -1e-300};
+inline constexpr std::array<double, 16> specialNumbers{0.0,
+                                                       -0.0,
+                                                       1.0,
+                                                       -1.0,
+                                                       0.1,
+                                                       -2.5,
+                                                       std::numeric_limits<double>::quiet_NaN(),
+                                                       -std::numeric_limits<double>::quiet_NaN(),
+                                                       std::numeric_limits<double>::infinity(),
+                                                       -std::numeric_limits<double>::infinity(),
+                                                       std::numeric_limits<double>::max(),
+                                                       std::numeric_limits<double>::lowest(),
+                                                       std::numeric_limits<double>::min(),
+                                                       std::numeric_limits<double>::denorm_min(),
+                                                       1e300,
+                                                       -1e-300};
 
 /// The kind of special values that are mixed with the ordinary random numbers of a test.
 enum class Kind { Random, Singular, Zero, Infinite, NaN, Odd };
@@ -72,11 +72,11 @@ inline double numberOf(Kind kind, std::mt19937_64& random)
     case Kind::Zero:
         return onceIn(random, 2) ? 0.0 : -0.0;
     case Kind::Infinite:
-        return onceIn(random, 2) ? oddNumbers[8] : oddNumbers[9];
+        return onceIn(random, 2) ? specialNumbers[8] : specialNumbers[9];
     case Kind::NaN:
-        return oddNumbers[6];
+        return specialNumbers[6];
     case Kind::Odd:
-        return oddNumbers[random() % oddNumbers.size()];
+        return specialNumbers[random() % specialNumbers.size()];
     }
     return ordinary;
 }
@@ -136,13 +136,13 @@ inline QString differenceOf(const A2DData& a, const A2DData& b)
 }
 
 /// A deep copy: a list with the same numbers in separate memory.
-inline QList<double> ownCopy(const QList<double>& list)
+inline QList<double> deepCopy(const QList<double>& list)
 {
     return {list.cbegin(), list.cend()};
 }
 
 /// A deep copy of a map. It shares no list of numbers with @p map.
-inline A2DData ownCopy(const A2DData& map)
+inline A2DData deepCopy(const A2DData& map)
 {
     A2DData copy;
     copy.extended = map.extended;
@@ -150,7 +150,7 @@ inline A2DData ownCopy(const A2DData& map)
     copy.xNum = map.xNum;
     copy.yNum = map.yNum;
     for (const A2DRow& row : map.rows) {
-        copy.rows.append({row.x, row.y, row.intensity, row.i0, ownCopy(row.values)});
+        copy.rows.append({row.x, row.y, row.intensity, row.i0, deepCopy(row.values)});
     }
     return copy;
 }

@@ -15,9 +15,9 @@ namespace
 {
 
 /// The pairs of class and text in a .ts file; empty if it cannot be read or parsed.
-QSet<Asked> readTs(const QString& path)
+QSet<SourceText> readTs(const QString& path)
 {
-    QSet<Asked> texts;
+    QSet<SourceText> texts;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         return texts;
@@ -34,12 +34,12 @@ QSet<Asked> readTs(const QString& path)
             texts.insert({context, xml.readElementText()});
         }
     }
-    return xml.hasError() ? QSet<Asked>() : texts;
+    return xml.hasError() ? QSet<SourceText>() : texts;
 }
 
 } // namespace
 
-class tst_AskedTexts : public QObject
+class tst_RequestedTexts : public QObject
 {
     Q_OBJECT
 
@@ -51,15 +51,15 @@ private Q_SLOTS:
     void sourcesAndVocabularyHaveTheSameTexts();
 
 private:
-    QSet<Asked> m_inSources;
-    QSet<Asked> m_inTable;
+    QSet<SourceText> m_inSources;
+    QSet<SourceText> m_inTable;
 };
 
-void tst_AskedTexts::initTestCase()
+void tst_RequestedTexts::initTestCase()
 {
     const QTemporaryDir folder;
     QVERIFY(folder.isValid());
-    const QString list = folder.filePath(QStringLiteral("asked.ts"));
+    const QString list = folder.filePath(QStringLiteral("requested.ts"));
     QProcess lupdate;
     lupdate.setProcessChannelMode(QProcess::MergedChannels);
     lupdate.start(QStringLiteral(AELK_LUPDATE),
@@ -80,21 +80,21 @@ void tst_AskedTexts::initTestCase()
     }
 }
 
-void tst_AskedTexts::sourceTextsMissingFromTheTableAreKnown()
+void tst_RequestedTexts::sourceTextsMissingFromTheTableAreKnown()
 {
-    QCOMPARE(surplus(m_inSources, m_inTable), surplus(askedInVain, {}));
+    QCOMPARE(surplus(m_inSources, m_inTable), surplus(textsMissingInTable, {}));
 }
 
-void tst_AskedTexts::tableTextsMissingFromTheSourcesAreKnown()
+void tst_RequestedTexts::tableTextsMissingFromTheSourcesAreKnown()
 {
-    QCOMPARE(surplus(m_inTable, m_inSources), surplus(neverAsked, {}));
+    QCOMPARE(surplus(m_inTable, m_inSources), surplus(unusedTexts, {}));
 }
 
-void tst_AskedTexts::sourcesAndVocabularyHaveTheSameTexts()
+void tst_RequestedTexts::sourcesAndVocabularyHaveTheSameTexts()
 {
-    QCOMPARE(surplus(m_inSources, allAsked()), QStringList());
-    QCOMPARE(surplus(allAsked(), m_inSources), QStringList());
+    QCOMPARE(surplus(m_inSources, requestedTexts()), QStringList());
+    QCOMPARE(surplus(requestedTexts(), m_inSources), QStringList());
 }
 
-QTEST_GUILESS_MAIN(tst_AskedTexts)
-#include "tst_AskedTexts.moc"
+QTEST_GUILESS_MAIN(tst_RequestedTexts)
+#include "tst_RequestedTexts.moc"

@@ -10,7 +10,7 @@ namespace tests
 
 /// A map with the absorbances @p muts: I0 is 0, so the intensity is the absorbance
 /// itself. Pixel i is at x = 10 + i and y = 20.
-inline A2DData readyMap(int width, int height, const QList<double>& muts)
+inline A2DData absorbanceMap(int width, int height, const QList<double>& muts)
 {
     A2DData map;
     map.xNum = width;

@@ -10,22 +10,22 @@ namespace tests
 
 /// Returns every text in guillemets, which no source text contains, and records each
 /// request. Install it before the windows are built.
-class EveryWord : public QTranslator
+class MarkingTranslator : public QTranslator
 {
 public:
     QString translate(const char* context, const char* source, const char*, int) const override
     {
-        m_asked.insert({QString::fromUtf8(context), QString::fromUtf8(source)});
+        m_requested.insert({QString::fromUtf8(context), QString::fromUtf8(source)});
         return marked(QString::fromUtf8(source));
     }
     bool isEmpty() const override { return false; }
 
     static QString marked(const QString& source) { return u'«' + source + u'»'; }
 
-    const QSet<Asked>& asked() const { return m_asked; }
+    const QSet<SourceText>& requested() const { return m_requested; }
 
 private:
-    mutable QSet<Asked> m_asked;
+    mutable QSet<SourceText> m_requested;
 };
 
 } // namespace tests
