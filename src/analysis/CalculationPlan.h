@@ -18,7 +18,7 @@ struct CalculationState;
 /// The outcome of the checks before a target or map calculation.
 struct CalculationPlan {
     QList<Message> messages;        ///< in the order in which to show them
-    std::optional<Variant> variant; ///< what to run; if empty, keep the earlier results
+    std::optional<Variant> variant; ///< the variant to run; if empty, keep the earlier results
     CollectedRows rows;             ///< input of the four-points family; empty for other variants
 };
 

@@ -27,11 +27,12 @@ struct CalculationState {
     /// Whether to subtract the post-edge line from the references instead of the
     /// pre-edge line.
     bool subPostForRef = false;
-    bool subPostForTarget = false; ///< likewise for the target
+    /// Whether to subtract the post-edge line from the target instead of the pre-edge line.
+    bool subPostForTarget = false;
 
     /// Spectra of the first n used references, where n is the number of references
-    /// that are both used and valid. If a used reference is not valid, its spectrum
-    /// can be among them and can have no points.
+    /// that are both used and valid. They can include the spectrum of an invalid
+    /// reference, which can have no points; see ReferenceSet.
     QList<const AMutE*> usedSpectra() const;
 };
 

@@ -84,9 +84,10 @@ template <class Position, class Column, class Range, class Matrix>
     return position;
 }
 
-/// Subtracts multiples of the pivot row @p column from all later rows, in the later
-/// columns only. Elements of @p column itself are left unchanged. If the pivot is 0,
-/// the divisor is 1.0 instead, so that a singular matrix is factorised without error.
+/// One step of the elimination: subtracts multiples of the pivot row, whose index is
+/// @p column, from all later rows. Only the later columns are changed: the elements of
+/// @p column below the pivot would become 0, but keep their values. If the pivot is 0, the
+/// divisor is 1.0 instead, so that a singular matrix is factorised without error.
 ///
 /// @param later  the row and column indices after @p column
 /// @param keep   called as keep(row, factor) with the multiplier of each row
