@@ -32,8 +32,8 @@ if(AELK_LIBFUZZER)
   if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     message(FATAL_ERROR "AELK_LIBFUZZER needs clang; CMAKE_CXX_COMPILER is ${CMAKE_CXX_COMPILER}")
   endif()
-  # Instruments the code so that libFuzzer sees which branches an input reaches. -O2,
-  # because faster runs find more errors, even if some line numbers are inexact.
+  # Instruments the code so that libFuzzer can record which branches an input reaches. -O2 is
+  # used because faster runs find more errors; it makes some line numbers in reports inexact.
   target_compile_options(aelk_options INTERFACE -fsanitize=fuzzer-no-link -O2)
 endif()
 

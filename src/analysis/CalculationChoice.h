@@ -34,8 +34,8 @@ struct Choice {
 /// Chooses the variant for one target spectrum.
 ///
 /// Four-points family: 3 rows select the three-point form. 4 rows select the exact
-/// form if its radio button is on, otherwise the least-square form. 5 or more rows
-/// select the least-square form if its radio button is on. The non-equivalent method
+/// form if its radio button is on, otherwise the least-squares form. 5 or more rows
+/// select the least-squares form if its radio button is on. The non-equivalent method
 /// needs at least 4 rows with the linear background and 5 with the Victoreen
 /// background. Unlike in chooseForMap(), these two bounds do not depend on the number
 /// of references.

@@ -19,9 +19,9 @@ namespace analysis
 /// pointer is null, except target in a default-constructed state.
 struct CalculationState {
     QList<PointState> points;                         ///< the energy-point rows
-    QList<const A2DData*> maps;                       ///< one per energy-point row
+    QList<const A2DData*> maps;                       ///< map of each energy-point row
     ReferenceSet references{QList<ReferenceState>()}; ///< the reference rows
-    QList<const AMutE*> spectra;                      ///< one per reference row
+    QList<const AMutE*> spectra;                      ///< spectrum of each reference row
     const AMutE* target = nullptr;                    ///< the target's spectrum
     MethodRadios radios;
     /// Whether to subtract the post-edge line from the references instead of the

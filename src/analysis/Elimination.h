@@ -64,9 +64,9 @@ namespace detail
 
 } // namespace detail
 
-/// Partial pivoting: the row with the largest absolute value in @p column. The first of
-/// equal values wins, and NaN is never chosen over a number; if all values are NaN, the
-/// result is @p column itself.
+/// Partial pivoting: the index of the row with the largest absolute value in @p column. Of
+/// equal values, the first is chosen, and NaN is never chosen over a number. If all values
+/// are NaN, the result is @p column itself.
 ///
 /// @param rows  the rows to search; the first of them is @p column
 template <class Position, class Column, class Range, class Matrix>

@@ -123,7 +123,7 @@ struct VPointNumbers {
     double r = 0.0;   ///< edge jump ratio of the first to the second reference
 };
 
-/// The least-square form: the model of exactFourPoints(), with the plane
+/// The least-squares form: the model of exactFourPoints(), with the plane
 /// S = c0 + c1 E + c2 T fitted to any number of rows.
 ///
 /// The plane is a least-squares fit by the normal equations. Sums that do not depend on
@@ -167,7 +167,7 @@ private:
     double m_sSE = 0.0;
 };
 
-/// Fraction of the first reference by the least-square form, for one target; see
+/// Fraction of the first reference by the least-squares form, for one target; see
 /// LeastSquarePlane.
 ///
 /// @param TV,R1V,R2V,EV  mut of target and references, and energy (eV), at the V row

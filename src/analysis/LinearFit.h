@@ -48,7 +48,7 @@ struct LinearFit {
 ///
 /// @param references  one to four spectra; further ones are ignored. A spectrum with
 ///                    fewer than two points counts as 0.0 at all energies.
-/// @param valences    valences of the references; a missing one counts as 0
+/// @param valences    valences of the references; a missing valence counts as 0
 /// @return the fit; NaN values and an empty curve if no point is in the range
 LinearFit fitLinearCombination(const AMutE& target, const QList<const AMutE*>& references,
                                const QList<double>& valences, const FitRange& range);

@@ -56,7 +56,7 @@ void mapThreePoints(const MapStack& stack, A2DData& result, HistogramCounts& val
 void mapExactFourPoints(const MapStack& stack, A2DData& result, HistogramCounts& valence,
                         HistogramCounts& thickness);
 
-/// Calculates a result map by the least-square form from the V row and all rows of
+/// Calculates a result map by the least-squares form from the V row and all rows of
 /// MapStack::others. The result and the parameters are as for mapThreePoints().
 void mapLeastSquare(const MapStack& stack, A2DData& result, HistogramCounts& valence,
                     HistogramCounts& thickness);

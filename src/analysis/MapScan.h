@@ -34,7 +34,7 @@ std::optional<Limits> scanMap(const A2DData& map, ValueAt valueAt)
     return found;
 }
 
-/// A pixel of a map.
+/// Column x and image line y of a pixel, counted from 0.
 struct MapPixel {
     int x = 0;
     int y = 0;

@@ -176,7 +176,7 @@ void neqSolve(bool victoreen, const QList<double>& T, const QList<QList<double>>
 /// The mean valence of a mixture: the sum of share times valence over the references.
 ///
 /// @param out       a list of values with at least the shares, see analysis::neq
-/// @param valences  per reference; a missing one counts as 0
+/// @param valences  valence of each reference; a missing valence counts as 0
 double neqValence(const QList<double>& out, const QList<double>& valences);
 
 /// Calculates all neq::count values of one target spectrum; see analysis::neq for their

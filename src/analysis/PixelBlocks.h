@@ -57,7 +57,7 @@ public:
 
 private:
     struct Source {
-        std::span<const double> absorbance; ///< of all rows; empty if not cached
+        std::span<const double> absorbance; ///< one per row of the map; empty if not cached
         std::span<const A2DRow> rows;
         qint64 width;
     };

@@ -41,7 +41,8 @@ public:
     /// Number of references that are both used and valid.
     int validCount() const;
 
-    /// Row index of used reference number @p k, counted from 0; -1 if it does not exist.
+    /// Row index of the used reference with number @p k; -1 if it does not exist. The number
+    /// counts the used references from 0.
     int usedRow(int k) const;
 
     /// The reference at usedRow(@p k); null if it does not exist.

@@ -42,7 +42,7 @@ TargetResult threePointsResult(const CalculationState& state, const CollectedRow
 /// @param rows  the rows that planTarget() collected for this form
 TargetResult exactFourPointsResult(const CalculationState& state, const CollectedRows& rows);
 
-/// Calculates the target's result by the least-square form.
+/// Calculates the target's result by the least-squares form.
 ///
 /// @param rows  the rows that planTarget() collected for this form
 TargetResult leastSquareResult(const CalculationState& state, const CollectedRows& rows);

@@ -123,8 +123,8 @@ public:
     /// -1 for one point. 0 if no pair brackets @p E or if there are no points.
     int indexBelow(double E) const;
 
-    /// indexBelow() of each energy, in the order of @p energies. For n energies and
-    /// n points this takes O(n log n) instead of O(n^2) time, even if the energies
+    /// The result of indexBelow() for each of @p energies, in their order. For n energies
+    /// and n points this needs O(n log n) instead of O(n^2) time, even if the energies
     /// of the points fall, repeat or jump.
     QList<int> indicesBelow(const QList<double>& energies) const;
 
@@ -146,10 +146,12 @@ public:
     /// value() at working energy @p E, interpolated like mutAt().
     double valueAt(int kind, double E) const;
 
-    /// valueAt() of the kind normalisedByLines at working energy @p E, eV.
+    /// Absorbance normalised by both background lines at working energy @p E, eV: valueAt()
+    /// of the kind normalisedByLines.
     double normalisedAt(double E) const;
 
-    /// normalisedAt() of each energy, found by indicesBelow().
+    /// The result of normalisedAt() for each of @p energies, in their order. Uses
+    /// indicesBelow(), so it is fast for many energies.
     QList<double> normalisedAt(const QList<double>& energies) const;
 
     /// Extends the range from @p min to @p max so that it contains the values of the given

@@ -6,7 +6,7 @@ class QIODevice;
 namespace data
 {
 
-/// Whether a text map file may have too many lines, a line that is too long, or too much
+/// Whether a text map file can have too many lines, a line that is too long, or too much
 /// comment text for its reader.
 ///
 /// This is an upper estimate: the function examines only line feeds and the first

@@ -40,8 +40,9 @@ private:
     TDData0Header m_header;
 };
 
-/// Appends the pixels of the file at @p path to the rows of @p map and gives the map
-/// the size of the file. The values are the absorbance itself (i0 = 0).
+/// Appends the pixels of the file at @p path to the rows of @p map and sets the size of
+/// the map to the size in the file. The values of the file become the intensities, with
+/// i0 = 0, which by convention marks them as absorbances.
 ///
 /// The pixels of earlier files keep their indices, and the new pixels follow them. Valid
 /// flags are ignored: every pixel becomes a row. Pixels missing from the file have the

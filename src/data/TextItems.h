@@ -80,10 +80,10 @@ QString quotedIfNeeded(const QString& text);
 /// @p text with a backslash before every double quote.
 QString quoteEscaped(const QString& text);
 
-/// quoteEscaped() of @p text between double quotes.
+/// @p text between double quotes, with a backslash before every double quote in it.
 QString quoted(const QString& text);
 
-/// A comma, followed by quoted() of @p text.
+/// A comma, followed by @p text as quoted() returns it.
 QString commaQuoted(const QString& text);
 
 /// The texts of a list, each in double quotes, separated by blanks. Quotes in a text are
