@@ -72,7 +72,7 @@ public:
     NeqFit(bool victoreen, const QList<QList<double>>& refValues, const QList<double>& energies,
            const QList<double>& weights);
 
-    /// Numbers of references and background terms as compile-time constants.
+    /// The number of references and the number of background terms, as compile-time constants.
     template <std::size_t References, std::size_t Terms>
     struct Size {
         static constexpr std::size_t unknowns = References + Terms;

@@ -1,4 +1,5 @@
-// Lines for the plot of the absorbance of the second reference against the first reference.
+// Lines for the plot of one reference against another: the absorbance of the second
+// reference against the absorbance of the first reference.
 #pragma once
 
 namespace analysis
@@ -7,7 +8,7 @@ namespace analysis
 struct CollectedRows;
 
 /// Three lines in a plane where x is the mut of the first used reference and y is the mut of
-/// the second used reference.
+/// the second used reference. R1_V and R2_V are these two values at the V row.
 struct PlaneLines {
     /// Slope 1 / r of y = k1 x, where r is the edge jump ratio of the first to the second
     /// reference. All rows are on this line if the references differ only in edge jump.

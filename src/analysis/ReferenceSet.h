@@ -75,8 +75,9 @@ public:
     /// Sum of the edge jumps of the first n used references, where n is validCount().
     double totalJump() const;
 
-    /// Valences of the first and the second used reference, valid or not, as lower and upper
-    /// end of the scale. A missing reference counts as 0.
+    /// Valence scale of a graph: its lower end is the valence of the first used reference, its
+    /// upper end the valence of the second used reference, valid or not. The valence of a
+    /// missing reference counts as 0.
     ValenceScale firstTwoValences() const;
 
     /// Valences of the first n used references, where n is validCount().

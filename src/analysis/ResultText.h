@@ -26,9 +26,10 @@ QString columnName(int i);
 /// The table has one line per pixel, row-major, and a blank line after each image line. Simple
 /// layout: x, y, fraction, valence and thickness. Extended layout: x, y and the wanted values;
 /// a line of column names precedes the table. These names begin with "y x" although x is
-/// written first; the format is kept on purpose. A pixel or a value that the map
-/// does not contain is written as 0.
-/// A height of 0 or less gives no table lines; a width of 0 or less gives only the blank lines.
+/// written first; the format is kept on purpose.
+///
+/// A pixel or a value that the map does not contain is written as 0. A height of 0 or less
+/// gives no table lines; a width of 0 or less gives only the blank lines.
 ///
 /// Numbers are formatted like QString::arg(value, 10, 'g', -1, ' '), comment lines in UTF-8.
 ///

@@ -1,4 +1,4 @@
-// A two-dimensional map as a flat list of pixels with a nominal size.
+// A two-dimensional map: a flat list of pixels, and a size that can differ from the list.
 #pragma once
 
 #include <QList>
