@@ -2,13 +2,14 @@
 
 # Compiler options for our own code. They turn on many warnings and keep the arithmetic
 # as written in the source (no contraction into fused operations, no fast-math), so that
-# results are bit-identical with every compiler. -Wno-psabi: how vectors are passed
-# between functions does not matter, because functions with vectors are inlined.
+# results are bit-identical with every compiler. -Wno-psabi turns off warnings about the
+# calling convention for vectors: it does not matter, because functions with vectors are
+# inlined.
 add_library(aelk_options INTERFACE)
 target_compile_options(aelk_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion
   -ffp-contract=off -Wno-psabi)
-# For development only: the compiler of a user can have warnings that ours do not have.
+# For development only: the compiler of a user can give warnings that ours do not give.
 if(AELK_WARNINGS_ARE_ERRORS)
   target_compile_options(aelk_options INTERFACE -Werror)
 endif()
@@ -31,13 +32,13 @@ if(AELK_LIBFUZZER)
   if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     message(FATAL_ERROR "AELK_LIBFUZZER needs clang; CMAKE_CXX_COMPILER is ${CMAKE_CXX_COMPILER}")
   endif()
-  # Instruments the code so that libFuzzer sees which branches an input reaches. -O2,
-  # because faster runs find more errors, even if some line numbers are inexact.
+  # Instruments the code so that libFuzzer can record which branches an input reaches. -O2 is
+  # used because faster runs find more errors; it makes some line numbers in reports inexact.
   target_compile_options(aelk_options INTERFACE -fsanitize=fuzzer-no-link -O2)
 endif()
 
-# gold, which is in the same package as the default linker (binutils), needs a fifth of the
-# time to link a test program.
+# gold links a test program in a fifth of the time that the default linker needs. Both
+# linkers are in the package binutils.
 if(AELK_QUICK_LINK)
   include(CheckLinkerFlag)
   check_linker_flag(CXX -fuse-ld=gold AELK_HAS_GOLD)
@@ -50,8 +51,8 @@ if(AELK_COVERAGE)
   target_link_options(aelk_options INTERFACE --coverage)
 endif()
 
-# For code that is not part of the program: libFuzzer should not follow its branches. Link
-# it after aelk_options, whose flag it cancels.
+# For code that is not part of the program, and whose branches libFuzzer should ignore. Link
+# aelk_uninstrumented after aelk_options, because it cancels a flag of aelk_options.
 add_library(aelk_uninstrumented INTERFACE)
 if(AELK_LIBFUZZER)
   target_compile_options(aelk_uninstrumented INTERFACE -fno-sanitize=fuzzer-no-link)
@@ -66,7 +67,7 @@ function(aelk_precompile target)
 endfunction()
 
 # Precompiles the headers that most tests include, for all test programs that use the
-# given library. They take half of the compile time of a test.
+# given library. Without this, the headers take half of the compile time of a test.
 #
 # Qt defines macros with the folders of each test. They are undefined here because
 # programs can share precompiled headers only if their macros are equal; no test uses
@@ -89,7 +90,7 @@ endfunction()
 # Adds a Qt Test program that runs without a display.
 # aelk_add_test(tst_name libraries...)
 #
-# moc runs only on the one source of the test. AUTOMOC would scan for more sources and
+# moc runs only on the single source of the test. AUTOMOC would search for more sources and
 # compile an additional empty source for each program, which took a tenth of the time of
 # a complete test run.
 set(AELK_TEST_ENVIRONMENT

@@ -2,8 +2,8 @@
 # cmake -DTREE=src [-DSTAMP=file to touch on success] -P CheckIncludes.cmake
 cmake_minimum_required(VERSION 3.25)
 
-# Dependencies go in one direction. For each folder: the other folders whose headers it may
-# include. A folder that is not listed must not contain code.
+# Dependencies point in one direction. For each folder, this list states the other folders
+# whose headers it may include. A folder that is not listed must not contain code.
 set(app_may_include panel rows display analysis data)
 set(panel_may_include rows display analysis data)
 set(rows_may_include display analysis data)
@@ -37,15 +37,15 @@ endfunction()
 # Returns the names that a source or a form includes, without quotes or brackets.
 function(includes_of path result)
   file(READ ${TREE}/${path} text)
-  # Like the compiler: removes a byte order mark and joins continued lines; vertical tabs
-  # and form feeds are white space, and a carriage return ends a line.
+  # Reads the text as the compiler does: removes a byte order mark and joins continued lines;
+  # vertical tabs and form feeds are white space, and a carriage return ends a line.
   string(ASCII 239 187 191 byte_order_mark)
   string(ASCII 11 vertical_tab)
   string(ASCII 12 form_feed)
   string(REGEX REPLACE "${byte_order_mark}|\\\\\r?\n" "" text "\n${text}")
   string(REGEX REPLACE "${vertical_tab}|${form_feed}" " " text "${text}")
   string(REPLACE "\r" "\n" text "${text}")
-  # In a CMake list these characters would join or split elements.
+  # Removes the characters that would split or join elements of a CMake list.
   string(REGEX REPLACE ";|\\[|\\]" " " text "${text}")
   if(path MATCHES "\\.ui$")
     set(include "<(header|include)( [^>]*)?>([^<]*)<")
@@ -66,7 +66,7 @@ function(includes_of path result)
   set(${result} "${names}" PARENT_SCOPE)
 endfunction()
 
-# Returns why the source must not include the name; empty if it may.
+# Returns the reason why a source must not include a name; empty if it may include it.
 function(refusal path name result)
   set(${result} "" PARENT_SCOPE)
   folder_of("${path}" from)
@@ -90,7 +90,7 @@ function(refusal path name result)
   folder_of("${name}" to)
   set(allowed ${from} ${${from}_may_include})
   if(name MATCHES "^ui_")
-    set(allowed ${from}) # only the folder of its class may include a form
+    set(allowed ${from}) # only the folder of the class may include the header of its form
     list(REMOVE_ITEM allowed ${core})
   endif()
   if(NOT to IN_LIST allowed)

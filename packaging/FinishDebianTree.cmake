@@ -1,10 +1,10 @@
-# cpack runs this script after the installation and before it makes the package. It adds
-# what Debian requires in a package: a changelog, and compression of the changelog and
-# the man pages. The compressed files contain no file name or time, so that the package is
+# cpack runs this script after the installation and before it makes the package. The script
+# adds what Debian requires: it writes a changelog, and compresses the changelog and the man
+# pages. The compressed files contain no file name or time, so that the package is
 # reproducible.
 set(root ${CPACK_TEMPORARY_INSTALL_DIRECTORY}${CPACK_PACKAGING_INSTALL_PREFIX})
 
-# The changelog gets the release date of the metainfo file.
+# The date in the changelog is the release date in the metainfo file.
 file(READ ${root}/share/metainfo/org.aelk.aelk.metainfo.xml metainfo)
 if(NOT metainfo MATCHES "<release version=\"${CPACK_PACKAGE_VERSION}\" date=\"([0-9-]+)\"")
   message(FATAL_ERROR "the metainfo has no release ${CPACK_PACKAGE_VERSION}")

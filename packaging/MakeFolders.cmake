@@ -1,6 +1,6 @@
 # The first step of the installation: creates the missing folders of the list `folders`
-# with read permission for all users. CMake itself would use the umask of the user who
-# installs. Existing folders keep their permissions.
+# with read permission for all users. If CMake created them, their permissions would depend on
+# the umask of the user who installs. Existing folders keep their permissions.
 function(make_folder folder)
   if("${folder}" STREQUAL "" OR EXISTS "${folder}")
     return()

@@ -54,13 +54,13 @@ install_missing()
         fail "could not install ${missing[*]}"
 }
 
-# A small font whose lines are not higher than lines of Latin text. Larger fonts have higher
-# lines, and then the main window needs a larger screen.
+# A small font whose lines of text are not higher than lines of Latin text. Larger fonts have
+# higher lines, so the main window would need a larger screen.
 japanese_font=fonts-vlgothic
 
-# install_japanese_font: installs a Japanese font if none is found. If the user has chosen any
-# other Japanese font, no font is added to it. The program also runs without such a font, so a
-# failure only prints a message.
+# install_japanese_font: installs a Japanese font if the system has none; a font that the user
+# has chosen is sufficient. The program also runs without such a font, so a failure only prints
+# a message.
 install_japanese_font()
 {
     (
@@ -88,9 +88,9 @@ build()
     ) || fail "the build failed"
 }
 
-# build_program TARGET: builds a program for a user with the release preset; warnings
-# are not errors. If ./test release has built in the same folder before, warnings remain
-# errors, because a change of this option would compile everything again.
+# build_program TARGET: builds a program for a user with the release preset. Warnings are not
+# errors, except in a folder in which ./test release has built before: there, a change of this
+# option would compile everything again.
 build_program()
 {
     local warnings=OFF

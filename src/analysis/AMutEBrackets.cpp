@@ -31,7 +31,7 @@ public:
     void assign(double low, double high, int index, QList<int>& indices)
     {
         if (!(low <= high)) {
-            return; // a falling pair or a NaN brackets nothing
+            return; // a falling pair of points, or one with NaN, brackets no energy
         }
         const auto first = std::lower_bound(
             m_entries.begin(), m_entries.end(), low,
@@ -50,7 +50,8 @@ private:
         qsizetype position = 0;
     };
 
-    // The first unassigned energy at or after k: union-find lookup with path halving.
+    // Index of the first unassigned energy from index k on: union-find lookup with path
+    // halving.
     std::size_t findUnassigned(std::size_t k)
     {
         while (m_parent[k] != k) {
@@ -100,7 +101,8 @@ QList<int> AMutE::indicesBelow(const QList<double>& energies) const
     }
     inside.sort();
     for (qsizetype i = 0; i < n - 1; ++i) {
-        // In file order: the first pair that brackets an energy wins, as in indexBelow().
+        // The pairs are in file order, so the first pair that brackets an energy is used, as
+        // in indexBelow().
         inside.assign(workingEnergy(i), workingEnergy(i + 1), static_cast<int>(i), indices);
     }
     return indices;

@@ -96,7 +96,7 @@ void AMutE::fitLines()
     for (qsizetype i = 0; i < points.size(); ++i) {
         const double e = workingEnergy(i);
         const double y = points.at(i).mut;
-        // Two separate tests: the ranges can overlap, and a point then enters both fits.
+        // Two separate tests: if the ranges overlap, a point can be used in both fits.
         if (e < preEdgeEnd) {
             pre.add(e, y);
         }

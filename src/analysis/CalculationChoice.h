@@ -34,14 +34,14 @@ struct Choice {
 /// Chooses the variant for one target spectrum.
 ///
 /// Four-points family: 3 rows select the three-point form. 4 rows select the exact
-/// form if its radio button is on, otherwise the least-square form. 5 or more rows
-/// select the least-square form if its radio button is on. The non-equivalent method
+/// form if its radio button is on, otherwise the least-squares form. 5 or more rows
+/// select the least-squares form if its radio button is on. The non-equivalent method
 /// needs at least 4 rows with the linear background and 5 with the Victoreen
 /// background. Unlike in chooseForMap(), these two bounds do not depend on the number
 /// of references.
 ///
 /// @param selected  number of used rows
-/// @return a refusal with MessageId::WrongCount for any other number of rows
+/// @return the variant; for any other number of rows, a refusal with MessageId::WrongCount
 Choice chooseForTarget(const MethodRadios& radios, int selected);
 
 /// Chooses the variant for a stack of maps.
@@ -53,8 +53,8 @@ Choice chooseForTarget(const MethodRadios& radios, int selected);
 ///
 /// @param selected         number of used rows that have a map
 /// @param validReferences  number of references that are used and valid
-/// @return a refusal with MessageId::WrongCount (four-points family) or
-///         MessageId::TooFewRows (non-equivalent method) for any other number
+/// @return the variant; for any other number of rows, a refusal with MessageId::WrongCount
+///         (four-points family) or MessageId::TooFewRows (non-equivalent method)
 Choice chooseForMap(const MethodRadios& radios, int selected, int validReferences);
 
 } // namespace analysis

@@ -7,17 +7,32 @@ namespace analysis
 /// All messages of the checks before a calculation, without their texts. "number" and
 /// "needed" below are the members of Message.
 enum class MessageId {
-    NoTargetVPoint,         ///< no V row for the target calculation
-    NoMapVPoint,            ///< no V row for the map calculation; the text differs
-    FewReferences,          ///< number: used and valid references; a warning only
-    FirstReferenceInvalid,  ///< the first used reference has no spectrum
-    SecondReferenceInvalid, ///< the second used reference has no spectrum
-    ReferenceInvalid,       ///< number: index of the reference row, from 0
-    TargetInvalid,          ///< the target has no spectrum
-    WrongCount,             ///< number: selected rows; needed: the count that the text states
-    TooFewRows,             ///< number: selected rows; needed: the minimum
-    NoFitRange,             ///< fewer than two rows mark the range of the fit
-    FewFitReferences,       ///< number: used and valid references, too few for the fit
+    /// No V row for the target calculation.
+    NoTargetVPoint,
+    /// No V row for the map calculation; same text as NoTargetVPoint, but without the full
+    /// stop.
+    NoMapVPoint,
+    /// Fewer than two references are used and valid. A warning only: the checks continue.
+    /// number: references that are used and valid.
+    FewReferences,
+    /// The first used reference has no spectrum.
+    FirstReferenceInvalid,
+    /// The second used reference has no spectrum.
+    SecondReferenceInvalid,
+    /// A reference has no spectrum. number: index of the reference row, from 0.
+    ReferenceInvalid,
+    /// The target has no spectrum.
+    TargetInvalid,
+    /// The method does not accept the number of rows. number: selected rows; needed: the
+    /// number that the text states.
+    WrongCount,
+    /// The fit has more unknowns than rows. number: selected rows; needed: the minimum.
+    TooFewRows,
+    /// Fewer than two rows are marked for the range of the linear combination fit.
+    NoFitRange,
+    /// Too few references for the linear combination fit. number: references that are used
+    /// and valid.
+    FewFitReferences,
 };
 
 /// A message with its numbers; see MessageId.

@@ -67,8 +67,8 @@ bool usedSpectraCanRun(const ReferenceSet& references, QList<Message>& messages)
     return true;
 }
 
-// Collects the rows for a form of the four-points family. With several V rows only
-// the last counts and the others are dropped, so too few rows can remain.
+// Collects the rows for a form of the four-points family. If several rows are marked as
+// V point, all but the last are dropped, so too few rows can remain.
 void planRows(const CalculationState& state, Variant form, CalculationPlan& plan)
 {
     const bool exact = form == Variant::ExactFourPoints;

@@ -18,7 +18,7 @@ struct CalculationState;
 /// The outcome of the checks before a target or map calculation.
 struct CalculationPlan {
     QList<Message> messages;        ///< in the order in which to show them
-    std::optional<Variant> variant; ///< what to run; if empty, keep the earlier results
+    std::optional<Variant> variant; ///< the variant to run; if empty, keep the earlier results
     CollectedRows rows;             ///< input of the four-points family; empty for other variants
 };
 
@@ -31,7 +31,7 @@ struct CalculationPlan {
 /// Fewer than two valid references give the warning MessageId::FewReferences, and the
 /// checks continue. A missing first or second reference stops the checks without
 /// another message, because the warning already reports it. With the non-equivalent
-/// method all references that enter the fit must be valid.
+/// method, all references that the fit uses must be valid.
 CalculationPlan planTarget(const CalculationState& state);
 
 /// Plans the map calculation.

@@ -19,19 +19,20 @@ namespace analysis
 /// pointer is null, except target in a default-constructed state.
 struct CalculationState {
     QList<PointState> points;                         ///< the energy-point rows
-    QList<const A2DData*> maps;                       ///< one per energy-point row
+    QList<const A2DData*> maps;                       ///< map of each energy-point row
     ReferenceSet references{QList<ReferenceState>()}; ///< the reference rows
-    QList<const AMutE*> spectra;                      ///< one per reference row
+    QList<const AMutE*> spectra;                      ///< spectrum of each reference row
     const AMutE* target = nullptr;                    ///< the target's spectrum
     MethodRadios radios;
     /// Whether to subtract the post-edge line from the references instead of the
     /// pre-edge line.
     bool subPostForRef = false;
-    bool subPostForTarget = false; ///< likewise for the target
+    /// Whether to subtract the post-edge line from the target instead of the pre-edge line.
+    bool subPostForTarget = false;
 
     /// Spectra of the first n used references, where n is the number of references
-    /// that are both used and valid. If a used reference is not valid, its spectrum
-    /// can be among them and can have no points.
+    /// that are both used and valid. They can include the spectrum of an invalid
+    /// reference, which can have no points; see ReferenceSet.
     QList<const AMutE*> usedSpectra() const;
 };
 

@@ -64,9 +64,9 @@ namespace detail
 
 } // namespace detail
 
-/// Partial pivoting: the row with the largest absolute value in @p column. The first of
-/// equal values wins, and NaN is never chosen over a number; if all values are NaN, the
-/// result is @p column itself.
+/// Partial pivoting: the index of the row with the largest absolute value in @p column. Of
+/// equal values, the first is chosen, and NaN is never chosen over a number. If all values
+/// are NaN, the result is @p column itself.
 ///
 /// @param rows  the rows to search; the first of them is @p column
 template <class Position, class Column, class Range, class Matrix>
@@ -84,9 +84,10 @@ template <class Position, class Column, class Range, class Matrix>
     return position;
 }
 
-/// Subtracts multiples of the pivot row @p column from all later rows, in the later
-/// columns only. Elements of @p column itself are left unchanged. If the pivot is 0,
-/// the divisor is 1.0 instead, so that a singular matrix is factorised without error.
+/// One step of the elimination: subtracts multiples of the pivot row, whose index is
+/// @p column, from all later rows. Only the later columns are changed: the elements of
+/// @p column below the pivot would become 0, but keep their values. If the pivot is 0, the
+/// divisor is 1.0 instead, so that a singular matrix is factorised without error.
 ///
 /// @param later  the row and column indices after @p column
 /// @param keep   called as keep(row, factor) with the multiplier of each row

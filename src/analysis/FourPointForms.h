@@ -27,8 +27,8 @@ struct FractionAndThickness {
     double thickness = 0.0; ///< relative to the references
 };
 
-/// The mut of a target or a reference at rows 0 and 1 and at the V row. With Lanes as
-/// @p Number it contains four targets side by side.
+/// The mut of a target or a reference at energy rows 0 and 1 and at the V row. With Lanes as
+/// @p Number, it contains four targets side by side.
 template <class Number>
 struct ThreeOf {
     Number at0{};
@@ -92,10 +92,10 @@ exactFourPointsOf(const Number& T0, const Number& T1, const Number& T2, const Nu
 
 /// Fraction of the first reference by the exact form.
 ///
-/// The model of the target is T = (t/2) S + mu0 + k E with S = R1 + R2. It is the
-/// plane S = c0 + c1 E + c2 T through three rows, with t = 2 / c2, mu0 = -c0 / c2 and
-/// k = -c1 / c2. Cramer's rule gives c2 and the background B = mu0 + k E_V at the V
-/// row. The fraction a then solves
+/// The model of the target is T = (t/2) S + mu0 + k E with S = R1 + R2. Solved for S, it
+/// is the plane S = c0 + c1 E + c2 T, with t = 2 / c2, mu0 = -c0 / c2 and k = -c1 / c2.
+/// The plane goes through the points of three rows. Cramer's rule gives c2 and the
+/// background B = mu0 + k E_V at the V row. The fraction a then solves
 /// T_V = B + a R1_V / p + (1 - a) R2_V / q with p = r c2 / (r + 1) and
 /// q = c2 / (r + 1).
 ///
@@ -103,7 +103,7 @@ exactFourPointsOf(const Number& T0, const Number& T1, const Number& T2, const Nu
 /// @param R1_0,R1_1,R1_2,R1V   mut of the first reference at the same rows
 /// @param R2_0,R2_1,R2_2,R2V   mut of the second reference at the same rows
 /// @param E0,E1,E2,EV          energies of the rows, eV
-/// @param r                    edge jump of the first over the second reference
+/// @param r                    edge jump ratio of the first to the second reference
 /// @param[out] tts             the relative thickness t = 2 / c2
 /// @return the fraction a; not clamped, infinite or NaN where a divisor is 0
 inline double exactFourPoints(double T0, double T1, double T2, double TV, double R1_0, double R1_1,
@@ -120,10 +120,10 @@ struct VPointNumbers {
     double R1V = 0.0; ///< mut of the first reference
     double R2V = 0.0; ///< mut of the second reference
     double EV = 0.0;  ///< eV
-    double r = 0.0;   ///< edge jump of the first over the second reference
+    double r = 0.0;   ///< edge jump ratio of the first to the second reference
 };
 
-/// The least-square form: the model of exactFourPoints(), with the plane
+/// The least-squares form: the model of exactFourPoints(), with the plane
 /// S = c0 + c1 E + c2 T fitted to any number of rows.
 ///
 /// The plane is a least-squares fit by the normal equations. Sums that do not depend on
@@ -141,8 +141,8 @@ public:
     ///
     /// @param T               mut of the targets, one block per row in row order
     /// @param TV              mut of the targets at the V row
-    /// @param count           number of targets, at most blockPixels; later elements of
-    ///                        the results are undefined
+    /// @param count           number of targets, at most blockPixels; the elements of
+    ///                        the results from index @p count on are undefined
     /// @param[out] a          fraction of the first reference; not clamped
     /// @param[out] thickness  relative thickness 2 / c2
     /// @param instructions    one of availableInstructions(); all give identical bits
@@ -167,13 +167,13 @@ private:
     double m_sSE = 0.0;
 };
 
-/// Fraction of the first reference by the least-square form, for one target; see
+/// Fraction of the first reference by the least-squares form, for one target; see
 /// LeastSquarePlane.
 ///
 /// @param TV,R1V,R2V,EV  mut of target and references, and energy (eV), at the V row
-/// @param T,R1,R2,E      the same at the other rows; surplus values of longer lists
-///                       are ignored
-/// @param r              edge jump of the first over the second reference
+/// @param T,R1,R2,E      mut of target and references, and energies (eV), at the other
+///                       rows; surplus values of longer lists are ignored
+/// @param r              edge jump ratio of the first to the second reference
 /// @param[out] tts       the relative thickness
 /// @return the fraction; not clamped. Fewer than three rows, or a singular system,
 ///         raise no error: a zero pivot is handled as in SmallMatrix::luDecompose(),

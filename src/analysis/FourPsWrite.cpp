@@ -48,8 +48,8 @@ void FourPs::write()
     using NamedHistogram = std::pair<const Histgram*, QString>;
     for (const auto& [histogram, name] :
          {NamedHistogram(HistV, "HGAlpha"), NamedHistogram(HistT, "HGThick")}) {
-        // Existing files only: creating one is the opt-in of the user, so a missing
-        // file is not an error.
+        // Writes existing histogram files only: the user creates a file as the opt-in, so a
+        // missing file is not an error.
         QString incompletePath;
         histogram->write(path, name, &incompletePath);
         if (!incompletePath.isEmpty()) {

@@ -28,7 +28,8 @@ void HistogramCounter::add(const Block& values, int count, Instructions instruct
     std::array<std::int32_t, blockPixels> indices;
     const double minV = m_counts.minV;
     const double step = m_counts.step;
-    const Lanes aboveRange = allLanes(m_counts.boxes); // index of values above the range
+    // Values above the range get the index after the last bin.
+    const Lanes aboveRange = allLanes(m_counts.boxes);
     runKernel(
         instructions, [&]() __attribute__((always_inline)) {
             for (int at = 0; at < count; at += laneCount) {

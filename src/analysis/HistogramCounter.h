@@ -12,14 +12,15 @@ struct HistogramCounts;
 
 /// The fast path of HistogramCounts::add(), for many values at a time.
 ///
-/// The final counts equal those of single calls of add(): each bin index is calculated
-/// by the same operations, and counts do not depend on the order of the values. The
-/// highest count is searched once at the end, which is valid because counts only grow.
+/// The final counts are the same as after one call of HistogramCounts::add() per value:
+/// each bin index is calculated by the same operations, and the counts do not depend on
+/// the order of the values. The highest count is searched once, in finish(); this is
+/// correct because counts never decrease.
 class HistogramCounter
 {
 public:
-    /// @param counts  a histogram on which start() was called; must outlive the
-    ///                counter. It is complete only after finish().
+    /// @param counts  a histogram on which HistogramCounts::start() was called; must outlive
+    ///                the counter. The histogram is complete only after finish().
     explicit HistogramCounter(HistogramCounts& counts);
 
     /// Counts the first @p count elements of @p values.
@@ -30,18 +31,19 @@ public:
     void finish();
 
 private:
-    /// Neighbouring pixels often fall into the same bin, and each increment then waits
-    /// for the previous store. Consecutive values are therefore counted in different
-    /// tables, which finish() adds up. Histograms with more bins than maxTableBoxes are
-    /// counted directly: clearing and adding up the tables would take longer than the
-    /// delayed increments.
+    /// Number of tables. Neighbouring pixels often fall into the same bin, and each
+    /// increment then waits for the previous store. Consecutive values are therefore
+    /// counted in different tables, which finish() adds up.
     static constexpr int tableCount = 4;
+
+    /// Largest number of bins for which tables are used. With more bins, clearing and adding
+    /// up the tables would take longer than the delayed increments.
     static constexpr int maxTableBoxes = 1024;
 
     void countDirectly(const int* indices, int count);
 
     HistogramCounts& m_counts;
-    int m_tableSize = 0;       ///< counts per table: below the range, the bins, above the range
+    int m_tableSize = 0;       ///< counts per table: below the range, one per bin, above the range
     std::vector<int> m_tables; ///< one table after another; empty if counted directly
 };
 

@@ -25,9 +25,9 @@ struct HistogramCounts {
 
     /// Sets limits and bin width, and zeroes all counts.
     ///
-    /// The bin width is (to - from) / (boxCount - 1). With one bin the division by zero
-    /// makes every value count as below the range. Without bins the width is from - to,
-    /// and every value counts as below or above the range.
+    /// The bin width is (to - from) / (boxCount - 1). With one bin, this is a division by
+    /// zero, and every value counts as below the range. Without bins, the width is
+    /// from - to, and every value counts as below or above the range.
     ///
     /// @param from,to   centres of the first and the last bin
     /// @param boxCount  number of bins, clamped to 0 ... maxBoxes
@@ -67,8 +67,8 @@ struct HistogramCounts {
     int boxes = 0;     ///< number of bins
     int total = 0;     ///< the highest count of any bin
     QList<int> bins;   ///< counts of the bins
-    int under = 0;     ///< values below the range
-    int over = 0;      ///< values above the range
+    int under = 0;     ///< number of values below the range
+    int over = 0;      ///< number of values above the range
 };
 
 } // namespace analysis

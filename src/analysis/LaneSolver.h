@@ -77,7 +77,8 @@ struct LaneSystem {
 /// of 0 is replaced by 1.0 as a divisor of the elimination, but not in the back
 /// substitution, so a singular system gives infinities or NaN and no error.
 ///
-/// Unlike in SmallMatrix, rows are swapped, because each lane has its own pivots.
+/// Unlike in SmallMatrix, rows are swapped: each lane has its own pivots, so the lanes cannot
+/// share a permutation.
 template <std::size_t N>
 [[gnu::always_inline]] inline void solveLanes(LaneSystem<N>& system)
 {

@@ -18,8 +18,8 @@ namespace analysis
 /// factorised once (LU decomposition with partial pivoting). Each set of values then
 /// needs only its right side, a forward substitution and a back substitution.
 ///
-/// Results are bit-identical to building and solving the whole system with SmallMatrix
-/// for each set of values, if all NaN count as equal. A singular basis, for example one
+/// SmallMatrix, called to solve the whole system for each set of values, would give
+/// bit-identical results, if all NaN count as equal. A singular basis, for example one
 /// with fewer rows than unknowns, raises no error: a zero pivot is handled as in
 /// SmallMatrix::luDecompose().
 class LinearCombination

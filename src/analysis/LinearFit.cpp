@@ -17,7 +17,7 @@ namespace
 
 constexpr qsizetype maxReferences = neq::references;
 
-// The points of the target inside an energy range.
+// The points of the target in an energy range.
 struct KeptPoints {
     QList<double> angles;
     QList<double> energies; // working energies, eV

@@ -24,7 +24,7 @@ struct FitRange {
     bool isSelected() const { return !(energies.low > energies.high) && rows >= 2; }
 };
 
-/// The energy range of all rows marked for the fit. Rows that are not used count, too.
+/// The energy range of all rows that are marked for the fit, used or not.
 FitRange fitRange(const QList<PointState>& points);
 
 /// The result of a linear combination fit.
@@ -32,7 +32,7 @@ struct LinearFit {
     QList<double> fractions; ///< coefficients of the references divided by their sum
     double valence = 0.0;    ///< sum of coefficient times valence, not normalised
     double base = 0.0;       ///< the fitted constant
-    QList<MutPoint> curve;   ///< the fitted target points: angle, working energy, fit
+    QList<MutPoint> curve;   ///< per target point in the range: angle, working energy, fitted value
 };
 
 /// Fits @p target by a linear combination of @p references and a constant: least
@@ -48,7 +48,7 @@ struct LinearFit {
 ///
 /// @param references  one to four spectra; further ones are ignored. A spectrum with
 ///                    fewer than two points counts as 0.0 at all energies.
-/// @param valences    valences of the references; a missing one counts as 0
+/// @param valences    valences of the references; a missing valence counts as 0
 /// @return the fit; NaN values and an empty curve if no point is in the range
 LinearFit fitLinearCombination(const AMutE& target, const QList<const AMutE*>& references,
                                const QList<double>& valences, const FitRange& range);
@@ -58,7 +58,7 @@ LinearFit fitLinearCombination(const AMutE& target, const QList<const AMutE*>& r
 /// @pre planFit() returned @p range, so n is at least two
 LinearFit fitTarget(const CalculationState& state, const FitRange& range);
 
-/// The point of the comparison plot for a fit and the result of the target calculation.
+/// The point of the plot "LCF vs 4PS" for a fit and the result of the target calculation.
 ///
 /// @param targetA        fraction of the first reference by the target calculation
 /// @param targetValence  valence by the target calculation

@@ -26,8 +26,8 @@ void fillRows(std::span<A2DRow> rows, const Block& a, const Block& thickness)
 }
 
 /// Whether to cache the absorbance of @p maps for the next calculation. Very large maps
-/// are not cached: the cache would need much memory and save little time, because a
-/// form needs each logarithm only once.
+/// are not cached: the cache would need much memory and save little time, because one
+/// calculation needs each logarithm only once.
 bool isWorthCaching(const QList<const A2DData*>& maps)
 {
     constexpr qsizetype maxPixels = qsizetype{1} << 24; // 128 MiB of doubles
@@ -38,7 +38,7 @@ bool isWorthCaching(const QList<const A2DData*>& maps)
     return pixels <= maxPixels;
 }
 
-/// The part that all forms share: result rows, caches and histograms.
+/// Does the work that all forms have in common: result rows, caches and histograms.
 ///
 /// @param points  the rows whose maps are read
 /// @param solve   called as solve(t, count, a, thickness) for each block of pixels;

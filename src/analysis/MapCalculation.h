@@ -28,14 +28,14 @@ struct MapPoint {
 struct MapStack {
     QList<MapPoint> others;              ///< the rows without the V row, in row order
     MapPoint v;                          ///< the V row; its map determines the size of the result
-    double r = 0.0;                      ///< edge jump of the first over the second reference
+    double r = 0.0;                      ///< edge jump ratio of the first to the second reference
     ValenceMix mix;                      ///< converts a fraction to the valence of the histogram
     CalculationMemory* memory = nullptr; ///< null: caches are not kept for the next run
     Instructions instructions = fastestInstructions(); ///< affects speed only
 };
 
-/// Calculates a result map by the three-point form from the first two rows of
-/// MapStack::others. Does nothing if there are fewer.
+/// Calculates a result map by the three-point form from the V row and the first two rows of
+/// MapStack::others. Does nothing if there are fewer than two.
 ///
 /// The result gets the size and the comment lines of the V row's map, and one A2DRow
 /// per pixel, row-major: x and y of the pixel in the V row's map (0.0 if this map does
@@ -50,16 +50,18 @@ struct MapStack {
 void mapThreePoints(const MapStack& stack, A2DData& result, HistogramCounts& valence,
                     HistogramCounts& thickness);
 
-/// mapThreePoints() with the exact form, from the first three rows of MapStack::others. Does
-/// nothing if there are fewer.
+/// Calculates a result map by the exact form from the V row and the first three rows of
+/// MapStack::others. Does nothing if there are fewer than three. The result and the
+/// parameters are as for mapThreePoints().
 void mapExactFourPoints(const MapStack& stack, A2DData& result, HistogramCounts& valence,
                         HistogramCounts& thickness);
 
-/// mapThreePoints() with the least-square form, from all rows of MapStack::others.
+/// Calculates a result map by the least-squares form from the V row and all rows of
+/// MapStack::others. The result and the parameters are as for mapThreePoints().
 void mapLeastSquare(const MapStack& stack, A2DData& result, HistogramCounts& valence,
                     HistogramCounts& thickness);
 
-/// Everything in @p stack that affects the result of @p form.
+/// The inputs for MapResultCache: everything in @p stack that affects the result of @p form.
 MapResultCache::Inputs inputsOf(Variant form, const MapStack& stack);
 
 } // namespace analysis

@@ -38,7 +38,8 @@ public:
     /// reads every pixel.
     double at(qint64 index) const
     {
-        const auto position = static_cast<std::size_t>(index); // a negative index becomes huge
+        const auto position =
+            static_cast<std::size_t>(index); // a negative index becomes larger than any size
         if (position >= m_rows.size()) {
             return 0.0;
         }

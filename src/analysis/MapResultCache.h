@@ -12,9 +12,9 @@ namespace analysis
 /// Skips a map calculation whose inputs are unchanged.
 ///
 /// While the user drags the edge marker, everything is recalculated once per reference,
-/// and again when the marker is released. Skipping is safe because a calculation
-/// depends on nothing but its inputs, and because the result and the histograms are
-/// compared too.
+/// and again when the marker is released. Skipping is safe because a calculation depends
+/// only on its inputs, and because the cache also detects changes of the result and the
+/// histograms.
 ///
 /// Maps and result are kept as implicitly shared lists. Code that modifies such a list
 /// gets a new copy, and the cache detects the change by the different data pointer.
@@ -24,7 +24,7 @@ class MapResultCache
 public:
     /// Everything that a calculation reads, except the limits of its histograms.
     struct Inputs {
-        QList<double> numbers;      ///< compared bit by bit; precede each list by its length
+        QList<double> numbers;      ///< compared bit by bit; write the length of a list before it
         QList<const A2DData*> maps; ///< never null
     };
 

@@ -18,7 +18,7 @@ namespace analysis
 template <class ValueAt>
 std::optional<Limits> scanMap(const A2DData& map, ValueAt valueAt)
 {
-    data::clearUpperVectorHalves(); // painting leaves them in use
+    data::clearUpperVectorHalves(); // without this, the loop is slow after a paint
     Limits found = emptyLimits;
     for (int y = 0; y < map.yNum; ++y) {
         for (int x = 0; x < map.xNum; ++x) {
@@ -34,7 +34,7 @@ std::optional<Limits> scanMap(const A2DData& map, ValueAt valueAt)
     return found;
 }
 
-/// A pixel of a map.
+/// Column x and image line y of a pixel, counted from 0.
 struct MapPixel {
     int x = 0;
     int y = 0;
@@ -43,7 +43,7 @@ struct MapPixel {
 /// The pixel at a position in the view of @p map.
 ///
 /// @param x,y  position in pixels from the lower left corner; truncated
-/// @return no value outside the map and for NaN
+/// @return the pixel; no value if the position is outside the map or NaN
 std::optional<MapPixel> pixelAt(const A2DData& map, double x, double y);
 
 } // namespace analysis

@@ -14,7 +14,7 @@ inline constexpr int mut0 = 2 * references; ///< constant term of the background
 inline constexpr int c1 = mut0 + 1;         ///< coefficient of L^3 (Victoreen) or E (linear)
 inline constexpr int c2 = mut0 + 2;         ///< coefficient of L^4 (Victoreen) or 0 (linear)
 inline constexpr int valence = mut0 + 3;    ///< sum of share times valence
-inline constexpr int totalDMut = mut0 + 4;  ///< sum of the four dMut
+inline constexpr int totalDMut = mut0 + 4;  ///< sum of the four contributions to the edge jump
 
 /// Length of the list.
 inline constexpr int count = 2 * references + 5;

@@ -137,9 +137,9 @@ QList<double> neqTargetResult(bool victoreen, const QList<double>& T, const NeqI
     QList<double> out;
     double sum = 0.0;
     neqSolve(victoreen, T, inputs.refValues, inputs.energies, inputs.weights, &sum, out);
-    // The total is formed first. mapNonEquivalent() multiplies out * sum * jumpSum from left
-    // to right and rounds differently. Both orders are kept on purpose, so that results stay
-    // comparable with earlier data.
+    // Here sum * jumpSum is calculated first. mapNonEquivalent() multiplies share * sum *
+    // jumpSum from left to right, so its rounding differs. Both orders are kept on purpose,
+    // so that results stay comparable with earlier data.
     const double total = sum * inputs.jumpSum;
     for (int i = 0; i < referencesOf(inputs.refValues); ++i) {
         out[neq::dMut + i] = out.at(i) * total;

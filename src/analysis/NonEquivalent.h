@@ -21,23 +21,24 @@ class ReferenceSet;
 /// The input of the fit that does not depend on the target, built once per calculation.
 struct NeqInputs {
     QList<QList<double>> refValues; ///< [reference][row]: mut minus the background line
-    QList<double> energies;         ///< of the rows, eV
+    QList<double> energies;         ///< energy of each used row, eV
     QList<double> weights;          ///< per reference: edge jump divided by jumpSum
-    QList<double> valences;         ///< per reference
+    QList<double> valences;         ///< valence of each reference
     double jumpSum = 0.0;           ///< sum of the references' edge jumps
-    int baseRow = 0;                ///< the first of rowIndices; 0 without rows
-    QList<int> rowIndices;          ///< the used rows, with or without a map
+    int baseRow = 0;                ///< first element of rowIndices; 0 without used rows
+    QList<int> rowIndices;          ///< indices of the used energy-point rows
 };
 
-/// Builds the input of the fit for all used rows.
+/// Builds the input of the fit for all used energy-point rows, with or without a map.
 ///
-/// A sum of edge jumps of 0 makes the weights infinite or NaN. Rows outside the energy
-/// range of a spectrum use its extrapolated end segment.
+/// If the edge jumps add up to 0, the weights are infinite or NaN. For an energy outside
+/// the range of a spectrum, the first or last segment of the spectrum is extrapolated.
 ///
 /// @param points      the energy-point rows
 /// @param references  the reference rows
 /// @param spectra     spectra of the first n used references, where n is the number of
-///                    references that are both used and valid; further ones are ignored
+///                    references that are both used and valid; further spectra are
+///                    ignored
 /// @param subPost     subtract the post-edge line instead of the pre-edge line
 NeqInputs neqPrepare(const QList<PointState>& points, const ReferenceSet& references,
                      const QList<const AMutE*>& spectra, bool subPost);
@@ -65,13 +66,13 @@ class NeqFit
 public:
     /// @param victoreen  selects the Victoreen background instead of the linear one
     /// @param refValues  as in NeqInputs; references after the fourth are ignored
-    /// @param energies   of the rows, eV. Only rows that @p energies and all lists of
-    ///                   @p refValues have are used.
+    /// @param energies   energies of the rows, eV. A row that is missing from @p energies
+    ///                   or from a list of @p refValues is not used.
     /// @param weights    as in NeqInputs; a missing weight counts as 0
     NeqFit(bool victoreen, const QList<QList<double>>& refValues, const QList<double>& energies,
            const QList<double>& weights);
 
-    /// Numbers of references and background terms as compile-time constants.
+    /// The number of references and the number of background terms, as compile-time constants.
     template <std::size_t References, std::size_t Terms>
     struct Size {
         static constexpr std::size_t unknowns = References + Terms;
@@ -101,10 +102,11 @@ public:
 
     /// The second half of a fit: does the back substitution, sets the shares and the
     /// background terms in @p out (indices share and mut0 to c2 of analysis::neq) and
-    /// zeroes its other elements. A sum of 0 makes the shares infinite or NaN.
+    /// zeroes the other elements of @p out.
     ///
     /// @param[in,out] x  the result of begin(); becomes the coefficients
-    /// @return the sum of coefficient times weight over the references
+    /// @return the sum of coefficient times weight over the references. If it is 0, the
+    ///         shares are infinite or NaN
     template <std::size_t References, std::size_t Terms, class Number>
     [[gnu::always_inline]] inline Number finish(Size<References, Terms> /*of this fit*/,
                                                 std::array<Number, References + Terms>& x,
@@ -119,8 +121,8 @@ public:
             out[i] = x[i] * m_weights[i];
             sum += out[i];
         }
-        // On purpose, the zeros of missing references are divided, too: they become NaN
-        // if the sum is 0 or NaN.
+        // On purpose, the zero shares of missing references are divided, too: they become
+        // NaN if the sum is 0 or NaN.
         for (std::size_t i = 0; i < neq::references; ++i) {
             out[i] /= sum;
         }
@@ -174,11 +176,12 @@ void neqSolve(bool victoreen, const QList<double>& T, const QList<QList<double>>
 /// The mean valence of a mixture: the sum of share times valence over the references.
 ///
 /// @param out       a list of values with at least the shares, see analysis::neq
-/// @param valences  per reference; a missing one counts as 0
+/// @param valences  valence of each reference; a missing valence counts as 0
 double neqValence(const QList<double>& out, const QList<double>& valences);
 
 /// Calculates all neq::count values of one target spectrum; see analysis::neq for their
-/// order. The dMut of a reference is its share times sum * jumpSum, the total dMut.
+/// order. The total dMut is NeqInputs::jumpSum times the sum that NeqFit::finish() returns.
+/// The dMut of a reference is its share times the total dMut.
 ///
 /// @param victoreen  selects the Victoreen background instead of the linear one
 /// @param T          as from neqTargetValues()

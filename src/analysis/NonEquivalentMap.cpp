@@ -42,9 +42,9 @@ public:
             std::array<Block, size.unknowns> x;
             runKernel(
                 m_instructions, [&]() __attribute__((always_inline)) {
-                    // Two loops for speed: the divisions of the back substitution depend
-                    // on each other. In a short separate loop, the processor can overlap the
-                    // divisions of several pixels.
+                    // Two loops for speed: within a pixel, each division of the back
+                    // substitution waits for the previous one. In a short separate loop, the
+                    // processor can overlap the divisions of several pixels.
                     for (int at = 0; at < count; at += laneCount) {
                         beginAt(size, t, at, x);
                     }
@@ -136,7 +136,7 @@ public:
 
 private:
     struct Counter {
-        std::size_t column; ///< index of the counted value
+        std::size_t column; ///< index of the counted quantity in BlockValues
         HistogramCounter counter;
     };
 
@@ -148,7 +148,6 @@ private:
     std::vector<Counter> m_counters;
 };
 
-/// Sets intensity and i0 of the rows.
 void fillRows(const BlockValues& values, const PixelBlock& block)
 {
     for (std::size_t i = 0; i < block.rows.size(); ++i) {
@@ -168,10 +167,10 @@ void fillLists(const BlockValues& values, std::span<double> lists)
     }
 }
 
-/// One list of values for all pixels that have the same absorbances in all maps.
+/// Shares one list of values between pixels whose absorbances are equal in each of the maps.
 ///
-/// This saves memory for a scan that was stopped early, whose maps have fewer rows than
-/// pixels, and for a masked map, where many pixels have the same value.
+/// This saves memory for a scan that was stopped early, whose maps contain fewer pixels than
+/// their size states, and for a masked map, in which many pixels have the same value.
 class UniformPixels
 {
 public:
@@ -180,8 +179,8 @@ public:
     {
     }
 
-    /// Whether all pixels of @p block have the same absorbances, compared bit by bit. Blocks
-    /// of different pixels mostly differ at their first pixels, so the check ends early.
+    /// Whether all pixels of @p block have the same absorbances, compared bit by bit. If the
+    /// pixels differ, the first two usually differ already, so the check ends early.
     bool matches(const PixelBlock& block) const
     {
         const std::size_t others = (block.rows.size() - 1) * sizeof(double);
@@ -195,7 +194,7 @@ public:
     }
 
     /// Sets the list of values for all rows of a block for which matches() is true. Makes a new
-    /// list if the absorbances differ from the previous such block.
+    /// list if the absorbances differ from the block of the previous call.
     void share(const BlockValues& values, const PixelBlock& block)
     {
         bool isNew = m_list.isEmpty();

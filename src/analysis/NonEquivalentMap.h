@@ -17,7 +17,7 @@ struct HistogramCounts;
 struct NeqStack {
     bool victoreen = false; ///< Victoreen background instead of the linear one
     NeqInputs inputs;
-    QList<const A2DData*> maps;          ///< one per inputs.rowIndices; never null
+    QList<const A2DData*> maps;          ///< map of each row in inputs.rowIndices; never null
     const A2DData* base = nullptr;       ///< map of inputs.baseRow; never null
     CalculationMemory* memory = nullptr; ///< null: caches are not kept for the next run
     Instructions instructions = fastestInstructions(); ///< affects speed only
@@ -45,7 +45,7 @@ struct NeqHistograms {
 /// @param[out] result  the result map; earlier contents are replaced
 void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistograms& histograms);
 
-/// Everything in @p stack that affects the result.
+/// The inputs for MapResultCache: everything in @p stack that affects the result.
 MapResultCache::Inputs inputsOf(const NeqStack& stack);
 
 } // namespace analysis

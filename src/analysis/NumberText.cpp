@@ -43,7 +43,7 @@ Digits digitsOf(std::uint32_t number, int exponent)
     return {text, (bits + 7) / 8, exponent};
 }
 
-// Both functions below write eight bytes at a time, which is faster than writing the
+// The two functions below write blocks of a fixed size, which is faster than writing the
 // exact number of bytes. The surplus bytes are within generalTextCapacity.
 
 std::size_t writeWithExponent(const Digits& digits, char* out)
@@ -108,8 +108,8 @@ std::size_t writeMagnitude(double magnitude, char* out)
     static_assert(std::numeric_limits<double>::is_iec559);
     constexpr double safeDistance = 1e-9;
 
-    // floor(binary * log10(2)) in fixed point (log10(2) is about 78913 / 2^18): the decimal
-    // exponent of the magnitude, or one less.
+    // floor(binary * log10(2)) in fixed point, since log10(2) is about 78913 / 2^18. The
+    // result is the decimal exponent of the magnitude, or one less.
     const int binary = static_cast<int>(std::bit_cast<std::uint64_t>(magnitude) >> 52) - 1023;
     int exponent = (binary * 78913) >> 18;
     double scaled = scaledBy(magnitude, 5 - exponent);

@@ -31,7 +31,7 @@ inline constexpr std::size_t generalTextLength = 13;
 std::size_t generalText(double value, std::span<char, generalTextCapacity> out);
 
 /// Appends generalText() of @p value, right-aligned in a field of @p width characters. A
-/// longer text is not cut. The bytes are those of QString::arg(value, width, 'g', -1, ' ').
+/// longer text is not cut. QString::arg(value, width, 'g', -1, ' ') gives the same bytes.
 void appendGeneral(QByteArray& text, double value, int width);
 
 /// @p value with three decimals, in the format "% 6.3f". A positive number gets a

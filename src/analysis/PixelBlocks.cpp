@@ -21,7 +21,7 @@ std::span<A2DRow> startResult(A2DData& result, const A2DData& base)
     }
     result.rows.reserve(pixels);
     result.rows.resize(pixels);
-    data::clearUpperVectorHalves(); // a preceding paint can leave them in use
+    data::clearUpperVectorHalves(); // without this, a calculation is slow after a paint
     return result.rows;
 }
 
@@ -66,7 +66,7 @@ void StackBlocks::read(qint64 first, int count)
     }
 }
 
-/// Copies one image line at a time, because the width of the map can differ.
+/// Copies one image line at a time, because the width of the map can differ from the base.
 void StackBlocks::copy(const Source& source, qint64 first, int count, Block& block) const
 {
     block.fill(data::absorbanceOutside);

@@ -17,8 +17,8 @@
 namespace analysis
 {
 
-/// Number of pixels of @p base by its size, xNum * yNum; 0 if either is 0 or less. The list
-/// of rows can be longer or shorter.
+/// Number of pixels of @p base by its size: xNum * yNum, or 0 if xNum or yNum is 0 or less.
+/// The list of rows can be longer or shorter.
 inline qsizetype pixelCount(const A2DData& base)
 {
     return base.xNum > 0 && base.yNum > 0 ? qsizetype{base.xNum} * base.yNum : 0;
@@ -30,8 +30,8 @@ inline qsizetype pixelCount(const A2DData& base)
 /// @return the rows of @p result, row-major
 std::span<A2DRow> startResult(A2DData& result, const A2DData& base);
 
-/// Copies x and y from the rows of @p base that begin at index @p first to @p rows; sets 0.0
-/// where @p base has no row.
+/// Copies x and y from the rows of @p base that begin at index @p first to @p rows; sets both
+/// to 0.0 where @p base has no row.
 void copyCoordinates(const A2DData& base, qint64 first, std::span<A2DRow> rows);
 
 /// Reads the absorbances of a stack of maps in blocks of pixels of a base map.
@@ -57,7 +57,7 @@ public:
 
 private:
     struct Source {
-        std::span<const double> absorbance; ///< of all rows; empty if not cached
+        std::span<const double> absorbance; ///< one per row of the map; empty if not cached
         std::span<const A2DRow> rows;
         qint64 width;
     };

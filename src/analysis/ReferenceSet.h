@@ -13,10 +13,10 @@ namespace analysis
 
 /// The inputs of one reference row.
 struct ReferenceState {
-    bool used = false;     ///< the row's "Use" box is on
+    bool used = false;     ///< the row's "Use" check box is on
     bool valid = false;    ///< the row has a readable spectrum
     double valence = 0.0;  ///< number in the row's valence field
-    double edgeJump = 0.0; ///< post-edge minus pre-edge line at the spectrum's edge energy
+    double edgeJump = 0.0; ///< post-edge line minus pre-edge line at the edge energy
 };
 
 /// The ends of a graph's valence scale. The scale can be reversed (lower > upper).
@@ -28,9 +28,10 @@ struct ValenceScale {
 /// The reference rows in list order.
 ///
 /// "Used" (selected by the user) and "valid" (has a spectrum) are independent, and each
-/// operation states which of them it requires. Several operations use the first n used
-/// references, where n is validCount(). A used reference that is not valid and precedes a
-/// valid one is then included in place of the last valid one; this is on purpose.
+/// operation states which of the two it requires. Several operations use the first n used
+/// references, where n is validCount(). On purpose, these n references can include an
+/// invalid one. Example: references 0, 1 and 2 are used; 0 and 2 are valid. Then n is 2,
+/// and the operations use references 0 and 1.
 class ReferenceSet
 {
 public:
@@ -40,7 +41,8 @@ public:
     /// Number of references that are both used and valid.
     int validCount() const;
 
-    /// Row index of used reference number @p k, counted from 0; -1 if it does not exist.
+    /// Row index of the used reference with number @p k; -1 if it does not exist. The number
+    /// counts the used references from 0.
     int usedRow(int k) const;
 
     /// The reference at usedRow(@p k); null if it does not exist.
@@ -49,32 +51,33 @@ public:
     /// The first used row i for which used reference number i does not exist or is not valid;
     /// -1 if there is no such row.
     ///
-    /// Row index and number agree only if the used rows are consecutive from the first row.
-    /// With a gap between them, some row is always reported. This is on purpose.
+    /// On purpose, the row index is used as the number of a reference. The two agree only if
+    /// the used rows are 0, 1, 2, ...; with a gap, a row is always reported. Example: rows 0
+    /// and 2 are used. There is no used reference number 2, so the result is 2.
     int rowWithoutValidCounterpart() const;
 
-    /// Edge jump of the first used reference divided by the edge jump of the second, valid or
-    /// not; NaN if one does not exist.
+    /// Edge jump of the first used reference divided by the edge jump of the second used
+    /// reference, valid or not; NaN with fewer than two used references.
     double edgeJumpRatio() const;
 
-    /// Converts a fraction of the first used reference to a valence, by the valences of the
-    /// first two used references, valid or not. With fewer than two references that are used
-    /// and valid, every valence is 0.0.
+    /// Returns the function that converts a fraction of the first used reference to a valence,
+    /// from the valences of the first two used references, valid or not. With fewer than two
+    /// references that are used and valid, the function always returns 0.0.
     ValenceMix valenceMix() const;
 
     /// Lowest and highest valence of the used references, valid or not.
     ///
-    /// The search starts with a lowest valence of 10 and a highest of 0. The low limit
-    /// is therefore never above 10 and the high limit never below 0; without used
-    /// references the limits are 10 and 0. This is on purpose: users expect these
-    /// scales.
+    /// On purpose, the search starts with a lowest valence of 10 and a highest valence of 0,
+    /// because users expect the scales that follow: the low limit is never above 10 and the
+    /// high limit never below 0. Without used references, the limits are 10 and 0.
     Limits valenceRange() const;
 
     /// Sum of the edge jumps of the first n used references, where n is validCount().
     double totalJump() const;
 
-    /// Valences of the first and the second used reference, valid or not, as lower and upper
-    /// end of the scale. A missing reference counts as 0.
+    /// Valence scale of a graph: its lower end is the valence of the first used reference, its
+    /// upper end the valence of the second used reference, valid or not. The valence of a
+    /// missing reference counts as 0.
     ValenceScale firstTwoValences() const;
 
     /// Valences of the first n used references, where n is validCount().
@@ -90,8 +93,8 @@ private:
 /// 1.1 times ReferenceSet::totalJump(). Valence: valenceLimits().
 ///
 /// @param kind  the shown column, an index of analysis::neq
-/// @return no value for the two other background terms, whose scale is left unchanged, and
-///         for a number that is not a column
+/// @return the limits; no value for the background coefficients c1 and c2, whose scale is
+///         not changed, and for a number that is not a column
 std::optional<Limits> mapLimits(int kind, const ReferenceSet& references);
 
 /// Limits of the valence for the colour scale of maps and for the automatic histogram limits:

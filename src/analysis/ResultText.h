@@ -26,16 +26,18 @@ QString columnName(int i);
 /// The table has one line per pixel, row-major, and a blank line after each image line. Simple
 /// layout: x, y, fraction, valence and thickness. Extended layout: x, y and the wanted values;
 /// a line of column names precedes the table. These names begin with "y x" although x is
-/// written first; the format is kept on purpose. Missing rows and values are written as 0.
-/// A height of 0 or less gives no table lines; a width of 0 or less gives only the blank lines.
+/// written first; the format is kept on purpose.
+///
+/// A pixel or a value that the map does not contain is written as 0. A height of 0 or less
+/// gives no table lines; a width of 0 or less gives only the blank lines.
 ///
 /// Numbers are formatted like QString::arg(value, 10, 'g', -1, ' '), comment lines in UTF-8.
 ///
-/// @param device  open for writing; in text mode if the line ends of the platform are wanted
+/// @param device  open for writing; in text mode for the line ends of the platform
 /// @param mix     converts a fraction to a valence; simple layout only
 /// @param wanted  whether to write each column; extended layout only
-/// @return false if a write failed; the text written before remains. The buffer of a file is
-///         flushed, so that a full disk is detected here.
+/// @return false if a write failed; the text written before remains. If @p device is a file,
+///         its buffer is flushed, so that a full disk is detected.
 bool writeResultMap(QIODevice& device, const A2DData& map, const ValenceMix& mix,
                     const std::array<bool, columnCount>& wanted);
 

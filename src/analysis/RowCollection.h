@@ -15,11 +15,11 @@ class ReferenceSet;
 /// The inputs of one energy-point row. Numbers are parsed from the texts of the fields, so
 /// they have the precision that the fields show.
 struct PointState {
-    bool used = false;                         ///< the row's use box is on
+    bool used = false;                         ///< the row's "Use" check box is on
     bool vPoint = false;                       ///< the row is marked as V point
     bool hasMap = false;                       ///< the row has a loaded map
     double energy = 0.0;                       ///< eV
-    std::array<double, neq::references> mut{}; ///< of the references, per reference row
+    std::array<double, neq::references> mut{}; ///< mut of the reference in each reference row
     double mutT = 0.0;                         ///< mut of the target
     bool inFit = false; ///< the row is marked for the range of the linear combination fit
 };
@@ -48,7 +48,7 @@ struct PointNumbers {
 struct CollectedRows {
     QList<PointNumbers> others; ///< the used rows not marked as V point, in row order
     PointNumbers v;             ///< the last used row marked as V point
-    double r = 0.0;             ///< edge jump of the first over the second used reference
+    double r = 0.0;             ///< edge jump ratio of the first to the second used reference
 
     /// Number of collected rows: @c others and the V row, if there is one.
     int usable() const { return static_cast<int>(others.size()) + (v.row < 0 ? 0 : 1); }
@@ -60,8 +60,8 @@ struct CollectedRows {
 /// @return an empty collection if fewer than two references are used
 CollectedRows collectRowsLS(const QList<PointState>& points, const ReferenceSet& references);
 
-/// collectRowsLS() with at most the first three of the other rows, since three rows determine
-/// the plane of the exact form.
+/// Like collectRowsLS(), but returns at most the first three rows in @c others, because three
+/// rows determine the plane of the exact form.
 CollectedRows collectRowsExact(const QList<PointState>& points, const ReferenceSet& references);
 
 } // namespace analysis

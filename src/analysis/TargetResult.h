@@ -22,13 +22,13 @@ struct ReferencePart {
 /// infinity or NaN.
 struct TargetResult {
     Variant variant = Variant::ThreePoints;
-    double a = 0.0;         ///< fraction (four-points family) or share of the first used reference
-    double valence = 0.0;   ///< valence of the mixture
-    double thickness = 0.0; ///< t/ts, total dMut (non-equivalent), or 0 (three points)
+    double a = 0.0;       ///< fraction (four-points family) or share of the first used reference
+    double valence = 0.0; ///< valence of the mixture
+    double thickness =
+        0.0; ///< relative thickness, total dMut (non-equivalent), or 0 (three points)
     QList<ReferencePart> parts; ///< one per used reference; non-equivalent method only
 
-    /// Whether the result is also written to the message box: all variants except the exact
-    /// form.
+    /// Whether the result is also written to the message box; false only for the exact form.
     bool isAnnounced() const { return variant != Variant::ExactFourPoints; }
 };
 
@@ -37,10 +37,14 @@ struct TargetResult {
 /// @param rows  the rows that planTarget() collected for this form
 TargetResult threePointsResult(const CalculationState& state, const CollectedRows& rows);
 
-/// threePointsResult() with the exact form.
+/// Calculates the target's result by the exact form.
+///
+/// @param rows  the rows that planTarget() collected for this form
 TargetResult exactFourPointsResult(const CalculationState& state, const CollectedRows& rows);
 
-/// threePointsResult() with the least-square form.
+/// Calculates the target's result by the least-squares form.
+///
+/// @param rows  the rows that planTarget() collected for this form
 TargetResult leastSquareResult(const CalculationState& state, const CollectedRows& rows);
 
 /// Calculates the target's result by the non-equivalent method, from the spectra.

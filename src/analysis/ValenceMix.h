@@ -4,7 +4,7 @@
 namespace analysis
 {
 
-/// The valence of a mixture of two references, linear in the fraction of the first.
+/// The valence of a mixture of two references, linear in the fraction of the first reference.
 struct ValenceMix {
     bool enoughReferences = false; ///< two or more used references are valid
     double v1 = 0.0;               ///< valence of the first used reference

@@ -6,9 +6,10 @@ namespace analysis
 namespace
 {
 
-// About five times the values that bench/ measures. secondsPerValue is for one value of a
-// pixel in the slowest method. secondsPerPoint is for one point of a spectrum when the edge
-// changes, which repeats the linear combination fit once per reference.
+// About five times what the benchmarks in bench/ measure, as a margin for slow machines.
+// secondsPerValue: one value of a pixel in the slowest method. secondsPerPoint: one point of
+// a spectrum after a change of the edge, which repeats the linear combination fit once per
+// reference.
 constexpr double secondsPerValue = 250e-9;
 constexpr double secondsPerPoint = 5e-6;
 

@@ -45,12 +45,13 @@ bool isSizeTooLarge(qint64 width, qint64 height, qint64 stored)
 {
     const qint64 columns = std::max(width, qint64{1});
     const qint64 lines = std::max(height, qint64{1});
-    // Each side is checked first: for a corrupt file the product of the sides can overflow.
+    // Width and height are checked first, because for a corrupt file their product can
+    // overflow.
     if (columns > maxMapPixels || lines > maxMapPixels || columns * lines > maxMapPixels) {
         return true;
     }
     const qint64 pixels = columns * lines;
-    // Clamped because this product can overflow, too.
+    // The number of stored pixels is clamped, because its product can overflow, too.
     return pixels > maxUncheckedPixels &&
            pixels > std::clamp(stored, qint64{0}, maxMapPixels) * maxPixelsPerStored;
 }

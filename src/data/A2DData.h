@@ -1,4 +1,4 @@
-// A two-dimensional map as a flat list of pixels with a nominal size.
+// A two-dimensional map: a flat list of pixels, and a size that can differ from the list.
 #pragma once
 
 #include <QList>
@@ -7,17 +7,19 @@
 
 #include <cmath>
 
-/// One pixel of a map file or of a result map. In a result map, @c intensity is the
-/// fraction or share of the first reference, and @c i0 is the thickness or the total
-/// dMut.
+/// One pixel of a map file or of a result map.
+///
+/// In a result map of the four-points family, @c intensity is the fraction of the first
+/// reference and @c i0 is the thickness. In a result map of the non-equivalent method,
+/// @c intensity is the share of the first reference and @c i0 is the total dMut.
 struct A2DRow {
     double x = 0.0;         ///< first column of the file
     double y = 0.0;         ///< second column of the file
-    double intensity = 0.0; ///< transmitted intensity; the absorbance itself if i0 is 0
+    double intensity = 0.0; ///< transmitted intensity; by convention the absorbance if i0 is 0
     double i0 = 0.0;        ///< incident intensity
     QList<double> values;   ///< quantities of an extended result map; otherwise empty
 };
-// A growing QList then moves its rows as one block of memory, not one by one.
+// Lets a growing QList move its pixels as one block of memory instead of one by one.
 Q_DECLARE_TYPEINFO(A2DRow, Q_RELOCATABLE_TYPE);
 
 /// A map in memory: its pixels in file order (x varies fastest), the comment
@@ -35,11 +37,11 @@ public:
 
     /// Derives the size from the coordinates of the pixels, compared exactly:
     /// xNum is the number of pixels with the y of the first pixel, yNum the
-    /// number of pixels with its x. The first pixel always counts, so a single
-    /// pixel gives 1 by 1. Without pixels the size is 0 by 0.
+    /// number of pixels with its x. The first pixel counts even if its coordinates are
+    /// NaN, so a single pixel gives 1 by 1. Without pixels the size is 0 by 0.
     void deriveSize();
 
-    /// Copies the values of pixel @p i to @p out. If @p i is not a valid index,
+    /// Copies the value list of pixel @p i to @p out. If @p i is not a valid index,
     /// sets every element of @p out to 0 and keeps its length.
     void rowValues(int i, QList<double>& out) const;
 
@@ -56,20 +58,20 @@ namespace data
 /// Largest number of pixels in a map.
 inline constexpr qint64 maxMapPixels = qint64{1} << 25;
 
-/// Up to this number of pixels, the size that a file states is accepted even if the
-/// file stores fewer pixels.
+/// A map of at most this number of pixels is accepted even if its file stores fewer
+/// pixels.
 inline constexpr qint64 maxUncheckedPixels = qint64{1} << 20;
 
-/// A larger size is accepted if it has at most this number of pixels for each pixel
-/// stored in the file.
+/// A map of more than maxUncheckedPixels pixels is accepted if it has at most this number
+/// of pixels for each pixel that its file stores.
 inline constexpr qint64 maxPixelsPerStored = 64;
 
-/// Whether the size of a map is too large for a calculation, which loops over all
-/// of its pixels: more than maxMapPixels, or more than both maxUncheckedPixels and
-/// maxPixelsPerStored * @p stored.
+/// Whether a map of @p width by @p height pixels is too large for a calculation, which
+/// loops over all pixels.
 ///
-/// A side of 0 or less counts as 1, so that one huge side is refused even if the
-/// other side is 0.
+/// True for more than maxMapPixels pixels. Also true for more than maxUncheckedPixels
+/// pixels if there are more than maxPixelsPerStored pixels per stored pixel. A width or
+/// height of 0 or less counts as 1, so a huge width is refused even if the height is 0.
 ///
 /// @param stored  number of pixels stored in the file
 bool isSizeTooLarge(qint64 width, qint64 height, qint64 stored);
@@ -91,12 +93,12 @@ inline double absorbance(const A2DRow& pixel)
     return std::log(pixel.i0 / pixel.intensity);
 }
 
-/// Absorbance of a pixel that is not in the list of its map.
+/// The absorbance that pixelMut() returns for a pixel that the map does not contain.
 inline constexpr double absorbanceOutside = -1.0;
 
-/// Absorbance of the pixel at column @p x and line @p y; absorbanceOutside if its
+/// Absorbance of the pixel at column @p x of image line @p y; absorbanceOutside if its
 /// index is outside @c rows. Only the index is checked, so a column outside the map
-/// reads a pixel of another line.
+/// reads a pixel of another image line.
 inline double pixelMut(const A2DData& map, int x, int y)
 {
     const qint64 i = qint64{y} * map.xNum + x;

@@ -74,11 +74,12 @@ public:
     /// not change @c filePath and @c fileName. A file that cannot be opened changes
     /// nothing and is reported to the debug log.
     ///
-    /// Absorbances are calculated from the counts of the channels. A "Mode" line gives
-    /// each channel its mode: 1 is the incident intensity I0; 2 is transmission,
-    /// mut = ln(I0 / I) of the first such channel; 3 is fluorescence, mut = the sum of
-    /// I / I0 over such channels. A data row without a known I0 column is skipped, so a file
-    /// without I0 contains no points.
+    /// Absorbances are calculated from the counts of the channels. A "Mode" line states
+    /// the mode of each channel; mode 1 is the incident intensity I0. The first mode of 2
+    /// or more selects the formula: with 2 (transmission), mut is ln(I0 / I) of the first
+    /// channel of mode 2; with 3 (fluorescence), mut is the sum of I / I0 over all
+    /// channels of mode 3; with any other mode, mut is 0.0. A data line without a count of
+    /// I0 is skipped, so a file without an I0 channel gives no points.
     bool read9809(const QString& path);
 
     /// read9809() for a device in text mode.
@@ -106,15 +107,15 @@ public:
     /// Fits the pre-edge line to the points strictly below @c preEdgeEnd and the
     /// post-edge line to the points strictly above @c postEdgeStart, all in working
     /// energies, by least squares with the normal equations. Does nothing without
-    /// points. A range without points gives a NaN line. No other function of this class
-    /// repeats the fit after a change of the limits or of @c dE.
+    /// points. A range without points gives a NaN line. After a change of the limits or of
+    /// @c dE, the caller must call this function again.
     void fitLines();
 
     /// Energy of the steepest rise, eV: the mean of the working energies of the two
-    /// neighbouring points with the largest increase of mut, which is not divided by
-    /// the energy step. Of equal increases the first is used. If there is only one
-    /// point, or if mut falls by 1 or more at every step, the result is half the first
-    /// working energy. Without points it is 0.0.
+    /// neighbouring points with the largest increase of mut. The increase is not divided
+    /// by the energy step. If two increases are equal, the first pair is used. If there is
+    /// only one point, or if mut falls by 1 or more at every step, the result is half the
+    /// first working energy. Without points the result is 0.0.
     double findEdge() const;
 
     /// Index of the lower point of the first pair that brackets working energy
@@ -122,8 +123,8 @@ public:
     /// -1 for one point. 0 if no pair brackets @p E or if there are no points.
     int indexBelow(double E) const;
 
-    /// indexBelow() of each energy, in the order of @p energies. For n energies and
-    /// n points this takes O(n log n) instead of O(n^2) time, even if the energies
+    /// The result of indexBelow() for each of @p energies, in their order. For n energies
+    /// and n points this needs O(n log n) instead of O(n^2) time, even if the energies
     /// of the points fall, repeat or jump.
     QList<int> indicesBelow(const QList<double>& energies) const;
 
@@ -145,14 +146,17 @@ public:
     /// value() at working energy @p E, interpolated like mutAt().
     double valueAt(int kind, double E) const;
 
-    /// valueAt() of the kind normalisedByLines at working energy @p E, eV.
+    /// Absorbance normalised by both background lines at working energy @p E, eV: valueAt()
+    /// of the kind normalisedByLines.
     double normalisedAt(double E) const;
 
-    /// normalisedAt() of each energy, found by indicesBelow().
+    /// The result of normalisedAt() for each of @p energies, in their order. Uses
+    /// indicesBelow(), so it is fast for many energies.
     QList<double> normalisedAt(const QList<double>& energies) const;
 
-    /// Extends the range from @p min to @p max by the values of the given kind whose
-    /// working energies are in the closed interval [from, to]. The caller initialises
+    /// Extends the range from @p min to @p max so that it contains the values of the given
+    /// kind at all points whose working energies are in the closed interval [from, to]. The caller
+    /// initialises
     /// @p min and @p max.
     void valueRange(int kind, double from, double to, double* min, double* max) const;
 
@@ -164,7 +168,7 @@ public:
     /// starts at energy 0 and mut 0, so an energy at or below the first point is
     /// interpolated from the origin.
     ///
-    /// @return false, with @p out unchanged, if no point has @p E or more
+    /// @return false, with @p out unchanged, if no point has a working energy of @p E or more
     bool backgroundSubtractedAt(double E, bool subPost, double* out) const;
 
     bool valid = false;

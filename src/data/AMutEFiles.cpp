@@ -22,8 +22,8 @@ namespace
 constexpr double hcKevAngstrom = 12.398424360387684;
 constexpr double defaultTwoD = 6.2710632; // angstrom
 constexpr double defaultD = 3.1355316;    // angstrom
-// Truncated on purpose: with more digits, angles and energies would differ from earlier
-// results.
+// Pi, truncated on purpose: with more digits, angles and energies would differ from
+// earlier results.
 constexpr double shortPi = 3.1415926535;
 constexpr double degreesInPi = 180.0;
 
@@ -31,7 +31,7 @@ constexpr double degreesInPi = 180.0;
 class Tokens
 {
 public:
-    /// @param line  simplified: single spaces, none at either end
+    /// @param line  words separated by single spaces, no space at the start or the end
     void split(QStringView line)
     {
         m_line = line;
@@ -65,7 +65,9 @@ public:
 
 private:
     QStringView m_line;
-    QList<int> m_ends; ///< 4 bytes per word instead of a view: a line can have millions of words
+    /// End index of each word: 4 bytes instead of the 16 bytes of a view, because a line
+    /// can have millions of words.
+    QList<int> m_ends;
 };
 
 bool openText(QFile& file)
@@ -91,7 +93,7 @@ public:
     /// longer than data::longestLine.
     bool next()
     {
-        // One more character than allowed shows that a line is too long.
+        // One character more than allowed is requested, to detect a line that is too long.
         if (m_isTooLong || !m_stream.readLineInto(&m_line, data::longestLine + 1)) {
             return false;
         }
@@ -109,7 +111,8 @@ private:
     bool m_isTooLong = false;
 };
 
-/// The point on a line of the plain format; nullopt for a comment or fewer than two words.
+/// The point on a line of the plain format; nullopt for a comment line and for a line of
+/// fewer than two words.
 std::optional<MutPoint> plainPoint(const QString& line, Tokens* tokens)
 {
     if (line.startsWith(u'#')) {
@@ -131,8 +134,8 @@ std::optional<MutPoint> plainPoint(const QString& line, Tokens* tokens)
 class BeamlineReader
 {
 public:
-    /// Reads one line: returns its point, if it has one, and keeps the settings that
-    /// it makes for the following lines.
+    /// Reads one line. Returns its point, if it has one, and stores its settings, which
+    /// apply to the following lines.
     std::optional<MutPoint> readLine(const Tokens& tokens)
     {
         const auto point = started ? pointOf(tokens) : std::nullopt;
@@ -148,7 +151,8 @@ private:
     enum Mode { Incident = 1, Transmission = 2, Fluorescence = 3 };
     static constexpr qsizetype firstChannel = 3; ///< token of channel 0
 
-    /// nullopt for a row that is too short, or whose I0 column is unknown or missing.
+    /// The point on a data line; nullopt if the line has fewer than five words, if no
+    /// "Mode" line has stated the I0 column, or if the line does not contain this column.
     std::optional<MutPoint> pointOf(const Tokens& tokens) const
     {
         constexpr qsizetype shortestRow = 5;
@@ -176,7 +180,7 @@ private:
         }
     }
 
-    /// Number of channels that have both a count and a mode.
+    /// Number of channels that have a mode and also a count in @p tokens.
     qsizetype channelCount(const Tokens& tokens) const
     {
         return std::min(modes.size(), tokens.size() - firstChannel);
@@ -202,9 +206,9 @@ private:
         return sum;
     }
 
-    /// Reads a "Mode" line. A second "Mode" line replaces the list of modes, and the I0
-    /// column if it has one. It does not replace a kind of measurement that is already
-    /// known.
+    /// Reads a "Mode" line. A second "Mode" line replaces the list of modes, and also the
+    /// I0 column if it states one. It does not replace a kind of measurement that is
+    /// already known.
     void readModes(const Tokens& tokens)
     {
         if (tokens.indexOf(u"Mode") == -1) {
@@ -231,10 +235,12 @@ private:
     }
 
     double d = defaultD; ///< lattice spacing of the monochromator crystal, angstrom
-    QList<int> modes;    ///< one for each channel
-    int kind = -1;       ///< the mode from which mut is calculated; below 0 while unknown
-    qsizetype i0Column = -1;
-    bool started = false; ///< whether the data rows have started
+    QList<int> modes;    ///< the mode of each channel
+    /// Kind of measurement, which selects the formula for mut: the first mode of 2 or
+    /// more; -1 until a "Mode" line sets it.
+    int kind = -1;
+    qsizetype i0Column = -1; ///< index of the word with the count of I0; -1 if unknown
+    bool started = false;    ///< whether the data lines have started
 };
 
 } // namespace

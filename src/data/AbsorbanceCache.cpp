@@ -48,13 +48,14 @@ void AbsorbanceCache::Entry::fill(const QList<A2DRow>& newRows)
 {
     rows = newRows;
     const qsizetype size = rows.size();
-    // An array of an earlier map is reused unless it is more than twice as large as needed.
+    // The array of an earlier map is reused unless it is too small or more than twice as
+    // large as needed.
     if (capacity < size || capacity / 2 > size) {
         values = nullptr;
         values = std::make_unique_for_overwrite<double[]>(static_cast<std::size_t>(size));
         capacity = size;
     }
-    clearUpperVectorHalves(); // a preceding paint would slow the loop down
+    clearUpperVectorHalves(); // without this, the loop is slow after a paint
     const A2DRow* row = rows.constData();
     for (qsizetype i = 0; i < size; ++i, ++row) {
         values[static_cast<std::size_t>(i)] = absorbance(*row);

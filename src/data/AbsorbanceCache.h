@@ -12,16 +12,16 @@
 namespace data
 {
 
-/// Calculates the logarithm of each pixel once per map that is read, instead of once
-/// per calculation.
+/// Calculates the logarithm of each pixel once per loaded map, instead of once per
+/// calculation.
 ///
 /// The cached values equal the results of pixelMut() as long as the rows of the map are
 /// unchanged. The cache detects a change because it keeps an implicitly shared copy of
 /// the list: code that writes to the rows of the map gets a new list with another
 /// address. Maps that share their rows share their cache entry.
 ///
-/// Memory: eight bytes for each pixel of the cached maps. Rows that a map has
-/// released also remain in memory until the next prepare().
+/// Memory: eight bytes for each pixel of the cached maps. If a map is changed or deleted,
+/// its old rows remain in memory until the next prepare().
 class AbsorbanceCache
 {
 public:
@@ -30,8 +30,8 @@ public:
     void prepare(const QList<const A2DData*>& maps);
 
     /// The absorbance of each pixel of @p map, in the order of its rows. Empty if the
-    /// map was not passed to the latest prepare() or has changed since. Valid until
-    /// the next prepare().
+    /// map was not passed to the latest prepare(), or has changed since. The result is
+    /// valid until the next prepare().
     std::span<const double> of(const A2DData& map) const;
 
 private:

@@ -13,8 +13,8 @@ namespace
 
 /// Type of the file at the path of @p file, after following links; file_type::none if
 /// it cannot be determined. The file is not opened, so a pipe cannot block the call.
-/// The name is passed as bytes because the conversion of a wide string that is not
-/// valid text would throw.
+/// The path is passed as bytes, because the conversion of a wide string throws if the
+/// string is not valid text.
 std::filesystem::file_type typeOf(const QFile& file)
 {
     std::error_code error;

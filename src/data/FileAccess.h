@@ -11,9 +11,9 @@ namespace data
 /// Opens @p file read-only, without text mode; the caller can switch on text mode with
 /// setTextModeEnabled().
 ///
-/// @return false, with @p file closed, unless it is a readable regular file or a link
-///         to one. Reading a folder would fail, a pipe could block, and a device
-///         could have no end
+/// @return whether @p file is a readable regular file, or a link to one, and is now open.
+///         Other files are refused: reading a folder would fail, a pipe could block, and
+///         a device could have no end
 bool openForReading(QFile& file);
 
 /// Opens @p file write-only. An existing file loses its contents, a missing file is

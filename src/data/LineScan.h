@@ -6,13 +6,13 @@ class QIODevice;
 namespace data
 {
 
-/// Whether a text map file may have too many lines, a line that is too long, or too much
+/// Whether a text map file can have too many lines, a line that is too long, or too much
 /// comment text for its reader.
 ///
-/// This is an upper estimate: it looks only at line feeds and at the first characters
-/// of lines, and counts a line that starts with a byte other than plain ASCII as a
-/// comment. If the result is true, only reading the whole file shows whether it is
-/// refused.
+/// This is an upper estimate: the function examines only line feeds and the first
+/// characters of lines, and a line that starts with a byte other than plain ASCII counts
+/// as a comment. If the result is true, only the reader itself can decide whether the
+/// file is refused.
 ///
 /// Reads @p device from its position to its end.
 bool mayBeRefused(QIODevice& device);

@@ -1,8 +1,8 @@
 // Iterators over the words of a line of a text file.
 //
-// The words of a plain ASCII line can be found and converted as bytes: they are the
-// same as those of the decoded line after QString::simplified() and split(). A line
-// with any other byte must be decoded.
+// In a line of plain ASCII, the words can be found and converted as bytes. The words are
+// the same as after decoding the line and calling QString::simplified() and split(). A
+// line with any other byte must be decoded.
 #pragma once
 
 #include "data/DecimalNumber.h"
@@ -61,8 +61,8 @@ public:
     }
 
     /// Whether the first word starts with @p byte. Call it before next(). If the first
-    /// byte needs a decoder, isPlain() is false afterwards, because the decoded byte
-    /// can be a blank or nothing.
+    /// byte needs a decoder, isPlain() is false afterwards, because the decoder can turn
+    /// the byte into a blank or drop it.
     bool startsWith(char byte)
     {
         skip(ByteKind::Blank);
@@ -70,8 +70,8 @@ public:
         return *m_next == byte;
     }
 
-    /// Moves to the next word; false at the end of the line and at a byte that needs
-    /// a decoder, after which isPlain() is false.
+    /// Moves to the next word; false at the end of the line. Also false at a byte that
+    /// needs a decoder; isPlain() is then false, too.
     bool next()
     {
         if (m_word != nullptr) {
@@ -83,8 +83,8 @@ public:
         return byteKind(*m_word) == ByteKind::Word;
     }
 
-    /// The word as a number, the same as QString::toDouble. If a byte in the word or
-    /// directly after it needs a decoder, isPlain() is false afterwards.
+    /// The word as a number, with the same result as QString::toDouble(). If a byte in the
+    /// word or directly after it needs a decoder, isPlain() is false afterwards.
     double toDouble()
     {
         m_next = m_word;
@@ -105,10 +105,10 @@ public:
     const char* position() const { return m_next; }
 
 private:
-    /// std::from_chars gives the same bits as QString::toDouble for a number of
-    /// digits, minus sign, point and exponent. The two differ for overflow, for the
-    /// words of infinity and NaN, for a leading "+" and for characters after the
-    /// number; these cases go to QString::toDouble.
+    /// For a number of digits, minus sign, point and exponent, std::from_chars() gives the
+    /// same bits as QString::toDouble(). The two functions differ for overflow, for the
+    /// words of infinity and NaN, for a leading "+" and for characters after the number;
+    /// in these cases QString::toDouble() is called.
     static double toDouble(std::string_view word)
     {
         const char* const end = word.data() + word.size();
@@ -127,7 +127,8 @@ private:
         }
     }
 
-    /// A carriage return directly before the line feed is allowed in a plain line.
+    /// Sets m_isPlain for the next byte. A carriage return directly before the line feed
+    /// needs no decoder.
     void checkNextByte()
     {
         m_isPlain =
@@ -144,8 +145,8 @@ class TextWords
 {
 public:
     /// A line with an unpaired surrogate is a single word: the reference
-    /// implementation splits with a regular expression, and that matches nowhere
-    /// in invalid UTF-16.
+    /// implementation splits with a regular expression, which never matches in
+    /// invalid UTF-16.
     explicit TextWords(QStringView line)
         : m_rest(line)
         , m_isSplit(line.isValidUtf16())

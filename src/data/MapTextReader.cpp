@@ -49,8 +49,8 @@ struct Pixel {
     double i0 = 1.0;
 };
 
-/// Reads x, y, intensity and i0 from the next words. If only i0 is missing, it keeps
-/// its default of 1.0. False if more words are missing.
+/// Reads x, y, intensity and i0 from the next words. If i0 is missing, it keeps its
+/// default of 1.0. Returns false if x, y or intensity is missing.
 template <typename Words>
 bool readFourColumns(Words& words, Pixel& pixel)
 {
@@ -71,8 +71,8 @@ struct ChannelColumns {
     qint64 i0 = 2;
 };
 
-/// Reads x, y, intensity and i0 from the next words, the last two from the given
-/// columns. False if a word is missing; a column below 0 counts as missing.
+/// Reads x and y from the first two words, and intensity and i0 from the given columns.
+/// Returns false if a word is missing; a column below 0 counts as missing.
 template <typename Words>
 bool readChannels(Words& words, const ChannelColumns& columns, Pixel& pixel)
 {
@@ -102,8 +102,10 @@ bool readChannels(Words& words, const ChannelColumns& columns, Pixel& pixel)
 
 enum class MapKind {
     FourColumns = 0, ///< the first line starts with "# 1306"
-    Channels = 1,    ///< "# 2003901"; "I0" and "I" comment lines select two of the channels
-    Other = 2,       ///< any other first line; read like FourColumns
+    /// The first line starts with "# 2003901"; the comment lines "I0" and "I" select two of
+    /// the channels.
+    Channels = 1,
+    Other = 2, ///< the first line starts with neither number; read like FourColumns
 };
 
 /// Builds a map from the lines of its file, in their order, or only counts its pixels.
@@ -144,7 +146,7 @@ public:
     /// Reads any line, without its line end; false if the map is refused.
     bool addTextLine(const QString& line)
     {
-        appendPending(); // the energy handler can read the rows, so none may be pending
+        appendPending(); // the energy handler can read the map, so no pixel may be pending
         if (m_isRefused) {
             return false;
         }
@@ -222,8 +224,8 @@ private:
         }
     }
 
-    /// Appends the pending pixels to the rows. They are appended in groups because
-    /// the list checks at each call whether it is shared and has enough capacity.
+    /// Appends the pending pixels to the map. They are appended in groups because the
+    /// list checks at each call whether it is shared and has enough capacity.
     void appendPending()
     {
         if (m_pendingCount == 0 || !canAppendPending()) {
@@ -352,7 +354,7 @@ private:
 
 constexpr auto tooLongLine = "a line is longer than a line may be";
 
-/// Passes all lines of a UTF-8 device to @p builder.
+/// Passes all lines of a device that contains UTF-8 text to @p builder.
 void readBlocks(QIODevice& device, MapBuilder& builder)
 {
     Utf8Blocks blocks(device, static_cast<std::size_t>(mapTextBlockSize));
@@ -363,7 +365,7 @@ void readBlocks(QIODevice& device, MapBuilder& builder)
     }
 }
 
-/// Passes all lines of a device with a byte order mark to @p builder.
+/// Passes all lines of a device whose text starts with a byte order mark to @p builder.
 void readStream(QIODevice& device, MapBuilder& builder)
 {
     const bool wasTextMode = device.isTextModeEnabled();
@@ -391,7 +393,7 @@ void readLines(QIODevice& device, MapBuilder& builder)
     }
 }
 
-/// Whether a large file will be refused. The check does not store the rows, which could
+/// Whether a large file will be refused. The check does not store the pixels, which could
 /// fill two gigabytes of memory before the refusal. It returns false for a small file,
 /// which needs no check, and for a sequential device, which cannot be read twice.
 /// The position of the device is restored.

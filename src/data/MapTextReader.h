@@ -33,7 +33,7 @@ using EnergyHandler = std::function<void(const QString& text)>;
 ///
 /// A file is refused, and the map left empty, if it exceeds a bound of
 /// data/ReadBounds.h, has more than @p maxRows pixels, or does not fit into memory. A
-/// large file whose lines may exceed a bound is first read without storing pixels,
+/// large file whose lines can exceed a bound is first read without storing pixels,
 /// unless the device is sequential. Refusals are written to the debug log.
 ///
 /// If data::isSizeTooLarge() is true for the size of the map, the size is set to 0 by 0

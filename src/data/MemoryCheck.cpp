@@ -17,7 +17,7 @@ namespace data
 bool canAllocate([[maybe_unused]] qint64 bytes)
 {
 #ifdef __SANITIZE_ADDRESS__
-    // The allocator of AddressSanitizer ends the process instead of failing, and is
+    // The allocator of AddressSanitizer ends the process instead of returning null, and is
     // very slow for large blocks.
     return true;
 #else
@@ -32,8 +32,8 @@ qint64 memoryToRead(const QIODevice& device)
 {
     constexpr qint64 mebibyte = 1024 * 1024;
     constexpr qint64 forWindows = 32 * mebibyte;
-    // A line of the maximum length takes 300 MiB if it consists of short words; comment
-    // lines of the maximum total size take 130 MiB.
+    // A line of the maximum length needs 300 MiB if it consists of short words, and
+    // comment lines of the maximum total size need 130 MiB: together less than 448 MiB.
     constexpr qint64 maxForText = 448 * mebibyte;
     constexpr qint64 perFileByte = 16;
     if (device.isSequential() || device.size() > maxForText / perFileByte) {

@@ -15,10 +15,10 @@ namespace data
 bool canAllocate(qint64 bytes);
 
 /// Upper bound of the memory, in bytes, that reading a text needs in addition to the
-/// pixels or points that are kept: copies of the line before and after decoding, its
+/// pixels or points that are kept: copies of a line before and after decoding, its
 /// words, the comment lines, and a reserve for the windows that show the data.
-/// Proportional to the size of the file up to a maximum, which is used for a sequential
-/// device.
+/// The bound grows with the size of the file up to a maximum, which is also used for a
+/// sequential device.
 qint64 memoryToRead(const QIODevice& device);
 
 /// Whether @p list can grow by @p more elements while @p bytesToReserve bytes remain

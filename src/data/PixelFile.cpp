@@ -40,7 +40,7 @@ bool PixelFile::open(const QString& path)
     m_file.setFileName(path);
     if (TDData0::readHeader(m_header, path)) {
         if (!openForReading(m_file) || !m_file.seek(m_header.headerSize)) {
-            m_file.close(); // an unreadable file counts as one without pixels
+            m_file.close(); // an unreadable file counts as a file without pixels
         }
         if (isSizeAllowed(m_header,
                           storedPixels(m_file.isOpen() ? m_file.size() : 0, m_header.headerSize))) {

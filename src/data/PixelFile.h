@@ -25,7 +25,7 @@ public:
     /// The header of the open file.
     const TDData0Header& header() const { return m_header; }
 
-    /// Number of pixels by the size in the header; the file can contain fewer.
+    /// Number of pixels according to the size in the header; the file can contain fewer.
     qsizetype pixelCount() const { return qsizetype{m_header.width} * m_header.height; }
 
     /// Fills @p out with the next values of the file. If the file is too short, the
@@ -40,14 +40,17 @@ private:
     TDData0Header m_header;
 };
 
-/// Appends the pixels of the file at @p path to the rows of @p map and gives the map
-/// the size of the file. The values are the absorbance itself (i0 = 0).
+/// Appends the pixels of the file at @p path to the rows of @p map and sets the size of
+/// the map to the size in the file. The values of the file become the intensities, with
+/// i0 = 0, which by convention marks them as absorbances.
 ///
-/// The rows of earlier files remain first and keep their indices. Valid flags are
-/// ignored: every pixel becomes a row. Pixels missing from the file have the value 0.
+/// The pixels of earlier files keep their indices, and the new pixels follow them. Valid
+/// flags are ignored: every pixel becomes a row. Pixels missing from the file have the
+/// value 0.
 ///
-/// @param maxRows  largest number of rows in @p map. No pixel of a map has a higher
-///                 index, and without this limit repeated loading would fill the memory
+/// @param maxRows  largest number of rows in @p map; further pixels are dropped. No map
+///                 size needs more rows, and without this limit, repeated loading would
+///                 fill the memory
 /// @return false if PixelFile::open() fails or if there is not enough memory. The rows
 ///         are then unchanged and the size is 0 by 0; the debug log states the reason
 bool appendPixelFile(const QString& path, A2DData& map, qsizetype maxRows = maxMapPixels);

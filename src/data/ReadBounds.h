@@ -17,8 +17,8 @@ inline constexpr qsizetype maxSpectrumPoints = qsizetype{1} << 22;
 /// commentLineCost for each line.
 inline constexpr qint64 maxCommentText = qint64{64} * 1024 * 1024;
 
-/// Memory overhead that is counted for each comment line. Without it, a file whose
-/// lines are a single "#" could need thirty times its size in memory.
+/// Memory overhead that is counted for each comment line. Without it, a file in which
+/// every line is a single "#" could need thirty times its size in memory.
 inline constexpr qint64 commentLineCost = 64;
 
 /// Writes to the debug log why a file is refused.

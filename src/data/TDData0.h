@@ -10,7 +10,7 @@
 
 class MaskItem;
 
-/// The contents of a map file's header, unchecked.
+/// The header of a binary map file as read; the values are not checked.
 struct TDData0Header {
     bool valid = false;    ///< whether the other members were read from a file
     qint64 headerSize = 0; ///< bytes before the first pixel; can be negative
@@ -92,14 +92,16 @@ public:
     /// of the valid pixels at most @p n columns away on the same line. Does nothing if
     /// @p n is below 0.
     ///
-    /// The extremes of @p dest are extended by each mean. Pixels of @p dest without a
-    /// mean are not changed. The mean uses a running sum, so after a NaN or an infinity
+    /// The extremes of @p dest are extended by each mean. All other pixels of @p dest are
+    /// left unchanged. The mean uses a running sum, so after a NaN or an infinity
     /// all further means of the line are not finite.
     ///
     /// @param dest  a different map
     void smoothAlongX(TDData0* dest, int n) const;
 
-    /// smoothAlongX() with lines and columns exchanged.
+    /// Moving average along the columns: for each valid pixel, writes to @p dest the mean
+    /// of the valid pixels at most @p n lines away in the same column. In all other
+    /// respects it is like smoothAlongX().
     void smoothAlongY(TDData0* dest, int n) const;
 
     /// Returns a new map, owned by the caller, smoothed by smoothAlongX() with @p nx
@@ -113,8 +115,8 @@ public:
     QString fileSafeId() const;
 
     QString dataId; ///< the quantity that the map shows
-    int width = 0;  ///< pixels per line
-    int height = 0; ///< number of lines
+    int width = 0;  ///< number of pixels per image line
+    int height = 0; ///< number of image lines
     QList<double> data;
     QList<bool> validFlags;                 ///< whether each pixel has data
     double minVal = data::emptyLimits.low;  ///< smallest value; 1e300 without pixels

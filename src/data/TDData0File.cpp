@@ -64,7 +64,8 @@ void readHeaderLine(const QString& line, TDData0Header& header)
     }
 }
 
-/// The ten lines of the header, with blanks in place of the first one.
+/// The ten lines of the header. The first line is filled with blanks, which
+/// withFirstLine() replaces.
 QString headerLines(const TDData0& map)
 {
     QString text;
@@ -84,8 +85,8 @@ QString headerLines(const TDData0& map)
     return text;
 }
 
-// The first line contains the size of the header. It has a fixed length, so the size
-// does not depend on its own number of digits.
+// Writes the size of the header into the first line. The line has a fixed length, so the
+// size does not depend on the number of its digits.
 QString withFirstLine(const QString& lines, qint64 headerSize)
 {
     const QString first =

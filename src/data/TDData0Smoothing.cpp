@@ -44,8 +44,8 @@ void TDData0::smoothRun(TDData0* dest, const Run& from, const Run& to, int n) co
     if (n < 0) {
         return;
     }
-    // A window of this width already covers the whole run, so a wider one is not
-    // needed.
+    // A reach of from.length already covers the whole run. Without the limit, a large n
+    // would make the loop below long.
     const qint64 reach = std::min(n, from.length);
     const auto source = [&from](qint64 i) { return from.first + i * from.step; };
     double sum = 0.0;

@@ -21,8 +21,9 @@ const QString& sharedBlanks()
     return shared;
 }
 
-// The character class \s. QChar::isSpace() would also accept blanks outside ASCII, and a
-// regular expression would search to the end of the line at each call.
+// The ASCII blanks, like \s in a regular expression. QChar::isSpace() would also accept
+// blanks outside ASCII, and a regular expression would search to the end of the line at
+// each call.
 bool isBlank(QChar c)
 {
     return c == u' ' || (c >= u'\t' && c <= u'\r');
@@ -93,7 +94,8 @@ SplitLine splitPlain(QStringView line, qsizetype start)
     return {line.sliced(start, at - start), line.sliced(at)};
 }
 
-// Returns views: copying the rest for each item would take quadratic time.
+// Returns views, because copying the rest of the line for each item would need quadratic
+// time.
 SplitLine splitFirst(QStringView line)
 {
     const qsizetype start = firstNonBlank(line);

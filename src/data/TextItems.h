@@ -19,9 +19,9 @@ namespace data
 /// An item ends at the next blank. An item that starts with a double quote ends at the
 /// next double quote instead; it can contain blanks or be empty, is returned without
 /// the quotes, and has no escape character. If the closing quote is missing, the item
-/// extends to the end of the line. This is reported to the debug log, and so is a quote
-/// at the end of the line when the last item did not start with one; that item keeps
-/// the quote.
+/// extends to the end of the line; the debug log reports this. If the last item ends with
+/// a quote but does not start with one, the item keeps the quote; the debug log reports
+/// this, too.
 ///
 /// @param item  receives the item; empty if the line contains none
 /// @return the text after the item, including its leading blanks
@@ -66,10 +66,10 @@ bool startsWithText(const QString& text, const QString& start);
 /// The line without its leading blanks, cut to k - 1 characters, where k is the index of
 /// the last non-blank in the whole @p line.
 ///
-/// k includes the leading blanks. A line without leading blanks therefore loses its last
-/// two characters, a line with one leading blank loses one, and a line with more keeps
-/// its text and possibly trailing blanks. This is on purpose. A negative length counts as
-/// 0; a line of blanks gives an empty string.
+/// On purpose, k includes the leading blanks. A line without leading blanks therefore
+/// loses its last two characters. A line with one leading blank loses its last character.
+/// A line with two or more leading blanks keeps its text and possibly some trailing
+/// blanks. A negative length counts as 0; a line of blanks gives an empty string.
 QString trimmed(const QString& line);
 
 /// @p text as a field of a comma-separated line. Text with a double quote is put in
@@ -80,10 +80,10 @@ QString quotedIfNeeded(const QString& text);
 /// @p text with a backslash before every double quote.
 QString quoteEscaped(const QString& text);
 
-/// quoteEscaped() of @p text between double quotes.
+/// @p text between double quotes, with a backslash before every double quote in it.
 QString quoted(const QString& text);
 
-/// A comma, followed by quoted() of @p text.
+/// A comma, followed by @p text as quoted() returns it.
 QString commaQuoted(const QString& text);
 
 /// The texts of a list, each in double quotes, separated by blanks. Quotes in a text are
@@ -102,8 +102,9 @@ QString joinQuoted(const QStringList& texts);
 /// @return the text after the comma; empty if there is no comma
 QString commaField(const QString& line, QString& field);
 
-/// Like commaField(), but quotes can open and close anywhere in a field. The quotes are
-/// dropped; between them a comma is text and a doubled quote means one quote character.
+/// Splits the first field off a comma-separated line, like commaField(), but quotes can
+/// open and close anywhere in a field. The quotes are dropped; between them a comma is text
+/// and a doubled quote means one quote character.
 QString commaFieldLoose(const QString& line, QString& field);
 
 /// The text after the first @p word in @p text, up to @p delimiter or to the end.
@@ -114,8 +115,8 @@ QString fieldAfter(const QString& text, const QString& word, QChar delimiter);
 /// continues. If so, @p line is cut before the backslash.
 bool endsWithBackslash(QString& line);
 
-/// @p line without the last backslash at its end, as in endsWithBackslash(), and without a
-/// second one before that. A third backslash is kept.
+/// @p line without the backslash at its end (see endsWithBackslash()) and without a second
+/// backslash before it. A third backslash is kept.
 QString dropBackslash(const QString& line);
 
 /// Whether @p text, simplified, is a sign, a digit or a point, followed by digits, with

@@ -146,7 +146,7 @@ void Utf8Blocks::append(std::string_view text)
     m_filled += text.size();
 }
 
-/// Removes the whole lines, so that the unfinished line is at the front.
+/// Removes the lines of the previous next(), so that the unfinished line is at the front.
 void Utf8Blocks::dropLines()
 {
     std::copy(m_block.get() + m_linesSize, m_block.get() + m_filled, m_block.get());

@@ -21,10 +21,10 @@ namespace data
 /// Returns the lines of a device, many at a time, with the same text that QTextStream
 /// would read from it as UTF-8.
 ///
-/// Invalid byte sequences are replaced by replacement characters. The number of these
-/// depends on where the input of the decoder is split; at a split the decoder can even
-/// drop the next line feed. The input is therefore split in the same places as by
-/// QTextStream. An incomplete sequence at the end of the file is dropped.
+/// Invalid byte sequences are replaced by replacement characters. Their number depends on
+/// where the input of the decoder is split, and at a split the decoder can even drop the
+/// next line feed. The input is therefore split at the same positions as in QTextStream.
+/// An incomplete sequence at the end of the file is dropped.
 ///
 /// Memory: a few blocks, or twice the longest line.
 class Utf8Blocks
@@ -62,7 +62,7 @@ private:
     qint64 m_bytesLeft; ///< number of bytes that can still be read
     QStringDecoder m_decoder{QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom};
     bool m_isLineTooLong = false;
-    bool m_isInSequence = false;     ///< whether the bytes read so far can end within a sequence
+    bool m_isInSequence = false;     ///< whether the bytes read so far can end within a character
     std::unique_ptr<char[]> m_block; ///< whole lines, then an unfinished one, then free bytes
     std::size_t m_capacity = 0;
     std::size_t m_linesSize = 0;

@@ -15,8 +15,8 @@ namespace data
 /// reuses the blocks for the next result. This saves one allocation per pixel.
 ///
 /// Many lists can share a block because a QList counts the references to its memory and
-/// need not start at the beginning of it. A copy of a list keeps its block alive and
-/// unchanged; code that writes to a list gets a new allocation for it.
+/// need not start at the beginning of it. A copy of a list keeps its block in memory and
+/// unchanged; code that writes to a list gets a new allocation for the list.
 ///
 /// Such a list is made with QArrayDataPointer and the QList constructor for it, which are
 /// public in Qt's headers but not documented. This works with Qt 6.4: tst_ValueBlocks
@@ -30,8 +30,9 @@ public:
     /// Releases block @p index. Existing lists keep their values.
     void forget(std::size_t index);
 
-    /// Gives each of @p rows a list of @p length values in block @p index. If the rows
-    /// have such lists already, and no copies of these exist, the block is reused.
+    /// Sets the value list of each of @p rows to a list of @p length values in block
+    /// @p index. If the rows already have such lists, and there are no copies of these
+    /// lists, the block is reused.
     ///
     /// @param rows    at least one. Keep a block small: a write to one list can
     ///                allocate as much memory as the whole block

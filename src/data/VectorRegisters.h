@@ -8,10 +8,11 @@ namespace data
 /// processor has AVX; otherwise does nothing. Changes no value that the program uses.
 ///
 /// When Qt fills a rectangle, it uses AVX instructions and leaves the upper halves in
-/// use. On many processors each transition between AVX and SSE instructions is then
-/// slower than the calculation of a logarithm, until the halves are cleared: a map
-/// calculation after a paint took seven times as long, and so did a series of small
-/// fills. Call this function before long loops of arithmetic and between small fills.
+/// use. On many processors, until the halves are cleared, each transition between AVX and
+/// SSE instructions is slower than the calculation of a logarithm. Without this function,
+/// a map calculation after a paint took seven times as long, and a series of small fills
+/// also took seven times as long. Call the function before long loops of arithmetic and
+/// between small fills.
 void clearUpperVectorHalves();
 
 } // namespace data
