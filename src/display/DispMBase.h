@@ -5,9 +5,9 @@
 #include "display/cBar.h"
 #include "ui_DispMBase.h"
 
-/// Contains the painting surface @c DispA of a map, its colour bar with the two
-/// limits, and a strip with its name, the mouse position, the value at the mouse and
-/// a button that moves all of this into a separate window and back. Clients connect
+/// Contains the painting surface @c DispA of a map, its colour bar with two edits for
+/// the value limits, and a strip with the map's name, the mouse position, the value at
+/// the mouse and a button that moves all of this into a separate window and back. Clients connect
 /// to the signals of the frame, not to the surface.
 class DispMBase : public display::DrawingFrame<Ui_DispMBase>
 {
@@ -22,7 +22,7 @@ public:
     void setZRange(double lo, double hi);
 
 public Q_SLOTS:
-    /// Shows a position (data values) in the strip.
+    /// Shows the mouse position (data values) in the strip.
     void receiveNowPos(double rx, double ry);
 
     /// Emits draw() for the client.
@@ -38,10 +38,12 @@ public Q_SLOTS:
     /// text counts as 0. The bar swaps reversed limits. Afterwards both edits show the
     /// limits of the bar.
     ///
-    /// Does nothing if the text of the edit has not changed since it was last shown:
-    /// that text is rounded, and the limit of the bar has more digits.
+    /// Does nothing if neither the text nor the limit of the bar has changed since the
+    /// frame wrote the text: the text is rounded, and reading it would replace the limit
+    /// by a less exact number.
     void newZmax();
-    /// Sets the lower limit of the colour bar to the number in its edit, see newZmax().
+    /// Sets the lower limit of the colour bar to the number in its edit, by the same rules
+    /// as newZmax().
     void newZmin();
 
     /// Repaints the frame and its drawing, even if the drawing is in the separate

@@ -43,7 +43,8 @@ void forEachPixel(const GridValues& values, double spacing, int size, ToPixel to
     const auto stepsTo = [&](double pixel) { return (pixel - begin) / spacing; };
     const double near = std::min(stepsTo(-1.0), stepsTo(size));
     const double start = std::max(0.0, std::floor(near));
-    // A step is at least one pixel, so at most size + 3 values need to be checked.
+    // A step is at least one pixel, so the values from pixel -1 to pixel size are at most
+    // size + 1 steps apart. floor() adds at most one step: at most size + 3 values are checked.
     int previous = -1;
     for (int k = 0; k <= size + 2 && start + k <= steps; ++k) {
         const double place = toPixel(values.first + values.step * (start + k));

@@ -31,8 +31,8 @@ public:
     /// range is not fitted.
     Range range() const override;
 
-    double from = 0.0; ///< current lower limit in its edit; the bins can have an older one
-    double to = 0.0;   ///< current upper limit in its edit; the bins can have an older one
+    double from = 0.0; ///< lower limit in its line edit; the bins can have an earlier limit
+    double to = 0.0;   ///< upper limit in its line edit; the bins can have an earlier limit
     analysis::HistogramCounts main;
     bool mainShown = false;
     QColor mainColor;
