@@ -18,5 +18,5 @@ public:
 
 private:
     Ui_Body ui;
-    FourPs* panel = nullptr; ///< owned by the central widget
+    FourPs* panel = nullptr; ///< child of the central widget
 };
