@@ -5,8 +5,8 @@ namespace
 
 QList<QColor> baseList()
 {
-    // The fourth and the thirteenth colour are equal on purpose: without the second one, the
-    // spectra after it would be drawn in other colours.
+    // The fourth and the thirteenth colour are equal on purpose: without the thirteenth, the
+    // indices of the colours after it, and so the colours of the graphs, would change.
     const QList<QColor> once{{0, 0, 0},       {255, 0, 0},     {0, 0, 255},     {120, 220, 120},
                              {200, 200, 0},   {240, 0, 240},   {0, 240, 240},   {160, 0, 0},
                              {0, 160, 0},     {0, 0, 160},     {255, 160, 160}, {160, 160, 160},

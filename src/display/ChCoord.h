@@ -92,8 +92,8 @@ public:
     /// none of the first 24 products is wide enough, returns @p base times 10^8.
     double tickStep(double base, double minPixels) const;
 
-    /// Returns tickStep(), which uses the scale of the x axis. On purpose both axes have
-    /// ticks at the same distance in data values.
+    /// Returns tickStep(), which is calculated from the scale of the x axis, also for the
+    /// y axis: on purpose both axes have ticks at the same distance in data values.
     double tickStepY(double base, double minPixels) const;
 
     /// Returns the height of a line of text: the height of the plot area divided by
@@ -124,7 +124,7 @@ public:
     double marginTop = 0.05;   ///< fraction of the widget's height
     double marginBottom = 0.1; ///< fraction of the widget's height
     int titleDiv = 20;         ///< number of lines of text in the height of the plot area
-    int tickDiv = 25;          ///< not used
+    int tickDiv = 25;          ///< not used by the program
     double textFill = 0.85;    ///< height of a text, as a fraction of its line's height
     bool drawn = true;         ///< set before each paint; cleared by a client that has no data
 };

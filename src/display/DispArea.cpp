@@ -49,7 +49,8 @@ void DispArea::useWholeWidget()
 
 void DispArea::useWholeWidgetBeforeFirstPaint()
 {
-    // Only then: useWholeWidget() resets the plot area, which the client sets in each paint.
+    // Not after the first paint: useWholeWidget() also resets the plot area, which the client
+    // sets in each paint.
     if (!m_painted) {
         useWholeWidget();
     }
@@ -239,7 +240,7 @@ void DispArea::drawRangeLabels(QStylePainter* p)
     const double below = cc.areaY0 - truncated((1.0 - cc.textFill) * rowHeight);
     const auto label = [&](double value, int characters, const QRectF& box, Qt::Alignment side) {
         // The text is cut, not rounded, so an exponent can be lost. This is on purpose: the
-        // labels are only a rough guide.
+        // labels show the range only approximately.
         const QString text = QString::number(value, 'g', 6).left(characters);
         dt.drawText(p, box, QFont(), static_cast<int>(Qt::AlignVCenter | side), DrawText::fit, text,
                     maxPoints);

@@ -30,9 +30,9 @@ public:
     /// persist.
     void fitTo(double x0, double y0, double x1, double y1);
 
-    /// Draws the outline of the plot area and four labels with its range. The
-    /// numbers are cut after 5 (y) or 6 (x) characters, because the labels are only a
-    /// rough guide. With @p maskMargins the margins are filled with white first, which
+    /// Draws the outline of the plot area and four labels with its range. The numbers are
+    /// cut after 5 (y) or 6 (x) characters, because the labels show the range only
+    /// approximately. With @p maskMargins the margins are filled with white first, which
     /// covers data outside the plot area. Call this after the data are drawn.
     void drawFrame(QStylePainter* p, bool maskMargins);
 

@@ -7,8 +7,8 @@
 
 /// Contains the painting surface @c DispA of a map, its colour bar with two edits for
 /// the value limits, and a strip with the map's name, the mouse position, the value at
-/// the mouse and a button that moves all of this into a separate window and back. Clients connect
-/// to the signals of the frame, not to the surface.
+/// the mouse and a button that moves all of this into a separate window and back.
+/// Clients connect to the signals of the frame, not to the surface.
 class DispMBase : public display::DrawingFrame<Ui_DispMBase>
 {
     Q_OBJECT
@@ -17,8 +17,9 @@ public:
     explicit DispMBase(QWidget* parent = nullptr);
     ~DispMBase() override;
 
-    /// Sets the value limits of the colour bar and shows them in their edits. The
-    /// edits show reversed limits as given; the bar stores them in rising order.
+    /// Sets the value limits of the colour bar and shows them in their edits. If @p lo is
+    /// above @p hi, the edits show the limits as @p lo and @p hi, but the bar stores the
+    /// smaller number as its lower limit.
     void setZRange(double lo, double hi);
 
 public Q_SLOTS:

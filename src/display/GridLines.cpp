@@ -49,7 +49,9 @@ void forEachPixel(const GridValues& values, double spacing, int size, ToPixel to
     for (int k = 0; k <= size + 2 && start + k <= steps; ++k) {
         const double place = toPixel(values.first + values.step * (start + k));
         const int pixel = place > -1.0 && place < size ? static_cast<int>(place) : previous;
-        if (pixel != previous) { // a position just below 0 and one just above both truncate to 0
+        // Two values can have the same pixel: positions just below 0 and just above 0 both
+        // truncate to 0.
+        if (pixel != previous) {
             drawAt(pixel);
             previous = pixel;
         }

@@ -21,8 +21,8 @@ namespace
 constexpr double barPitch = 3.0;
 
 /// Draws the bars of one histogram. Consecutive bars on the same pixel columns are merged into
-/// one bar with the largest height. The number of fills is therefore limited by the width of
-/// the widget, not by the number of bins.
+/// one bar, which is as high as the highest of them. The number of fills is therefore limited by
+/// the width of the widget, not by the number of bins.
 class BarPainter
 {
 public:

@@ -27,8 +27,8 @@ public:
     bool isEmpty() const override;
 
     /// Returns the range from @c from to @c to on x, and from -0.1 to 1.1 times the highest
-    /// count of the shown histograms on y. If all bins are empty, y is from 0 to 1 and the
-    /// range is not fitted.
+    /// count of the shown histograms on y. If all bins are empty, y is from 0 to 1 and
+    /// Range::isFitted is false.
     Range range() const override;
 
     double from = 0.0; ///< lower limit in its line edit; the bins can have an earlier limit

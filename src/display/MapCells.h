@@ -11,9 +11,10 @@ class QPainter;
 namespace display
 {
 
-/// Paints a map as filled rectangles, one cell for each map pixel. The cell of (x, y) extends from
-/// (x, y) to (x + 1, y + 1) in data values. Its edges are truncated to whole pixels and shared with
-/// the neighbouring cells, so that there are no gaps and no overlaps.
+/// Paints a map as filled rectangles, one cell for each map pixel. The cell of map pixel
+/// (x, y) extends from (x, y) to (x + 1, y + 1) in data values. The edges of cells are
+/// truncated to whole pixels. Neighbouring cells have a common edge, so there are no gaps
+/// and no overlaps.
 ///
 /// MapCells draws exactly the same picture as one fillRect() for each cell. It is faster
 /// because it skips cells that are outside the view or cover no pixel, and fills

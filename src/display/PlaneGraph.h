@@ -26,8 +26,8 @@ public:
     bool isEmpty() const override { return points.isEmpty(); }
 
     /// Returns the range of the points on each axis, extended by a tenth of its width on
-    /// both sides, or by 0.1 if the width is 0. The range is not fitted if all values on
-    /// an axis are NaN.
+    /// both sides, or by 0.1 if the width is 0. Range::isFitted is false if all
+    /// values on an axis are NaN.
     Range range() const override;
 
     QList<Point> points; ///< empty with fewer than two used references

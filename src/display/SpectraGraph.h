@@ -38,7 +38,7 @@ public:
 
     /// Returns the range from @c from to @c to on x. On y it is the range of all values in
     /// this interval, extended by a twentieth of its width on both sides. If the interval
-    /// contains no values, y is from 0 to 1 and the range is not fitted.
+    /// contains no values, y is from 0 to 1 and Range::isFitted is false.
     Range range() const override;
 
     int kind = AMutE::raw; ///< normalisation, see AMutE::value()

@@ -9,7 +9,7 @@ namespace display
 namespace
 {
 
-int guards = 0; // number of existing guards that are not no-ops
+int guards = 0; // number of existing guards that were created with isWanted
 
 } // namespace
 

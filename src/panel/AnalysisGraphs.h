@@ -35,11 +35,10 @@ struct GraphData {
         const QList<Histgram*>& ofReferences;
     };
 
-    const A2DData& result;            ///< result map of the latest map calculation
-    const QList<AMutE*>& displayOnly; ///< spectra loaded for display only
-    const AMutE* fitted;              ///< curve of the latest linear combination fit; can be null
-    const QList<LCFPoint>&
-        comparison; ///< linear combination fits and the target results of the same time
+    const A2DData& result;             ///< result map of the latest map calculation
+    const QList<AMutE*>& displayOnly;  ///< spectra loaded for display only
+    const AMutE* fitted;               ///< curve of the latest linear combination fit; can be null
+    const QList<LCFPoint>& comparison; ///< points of the graph that compares both methods
     int pointColor; ///< colour index of the thickness graph and of the next comparison point
     const CColors& colors;
     Histograms valence;

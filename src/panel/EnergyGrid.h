@@ -33,7 +33,7 @@ public:
 
     /// Places the field for a list of energies and the file row for several maps in one row
     /// of the grid, in the columns of the energies and of the map files.
-    /// @param index  number of energy rows above, which placeRow() has placed
+    /// @param index  number of energy rows that placeRow() has placed above
     void placeFieldsForAll(QLineEdit* energies, AFileSelect* files, int index);
 
 private:

@@ -74,7 +74,8 @@ void connectMaps(const Widgets& widgets)
                          &DispMBase::update);
     }
     for (const AEPoint* row : widgets.points) {
-        // Also repaints after a failed read, which leaves the row without a map.
+        // The signal is also emitted for a file that cannot be read. The row then has no map,
+        // and the repaint removes the picture of the old map.
         QObject::connect(row->FileSelect, &AFileSelect::newFilePath, widgets.dataMap,
                          &DispMBase::update);
     }

@@ -42,7 +42,7 @@ public:
 
     /// Sets the colour limits after a double click with the left button:
     /// - without a modifier key to the range of the values of all pixels;
-    /// - with Shift to the same range, except that no limit is lowered;
+    /// - with Shift to the range of the values of all pixels, except that no limit is lowered;
     /// - with Control to the preset limits, or to the range of the values of all pixels if the
     ///   quantity has no preset limits.
     ///

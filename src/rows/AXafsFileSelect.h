@@ -9,7 +9,7 @@ class DispABase;
 class MouseC;
 class QStylePainter;
 
-/// Reads the spectrum file that is selected in its row, proposes an edge energy, keeps
+/// Reads the spectrum file that is selected in its row, proposes an edge energy, stores
 /// the energy shift, and draws the spectrum in a frame of the graph window.
 class AXafsFileSelect : public AFileSelect, public AMutE
 {
