@@ -15,8 +15,8 @@ class QStylePainter;
 
 /// Draws text at a size that fits a box. The text is measured at 10 points, and its
 /// size is scaled to the box. A box is a rectangle in pixels; its width and height can
-/// be negative. The parameter @c flags contains alignment flags for QPainter::drawText(). If the
-/// fitting size is 0 points, nothing is drawn.
+/// be negative. The parameter @c flags contains alignment flags for
+/// QPainter::drawText(). If the fitting size is 0 points, nothing is drawn.
 class DrawText : public QObject
 {
     Q_OBJECT

@@ -31,8 +31,8 @@ public:
     /// Range::isFitted is false.
     Range range() const override;
 
-    double from = 0.0; ///< lower limit in its line edit; the bins can have an earlier limit
-    double to = 0.0;   ///< upper limit in its line edit; the bins can have an earlier limit
+    double from = 0.0; ///< lower limit in the form; the bins can be from an earlier limit
+    double to = 0.0;   ///< upper limit in the form; the bins can be from an earlier limit
     analysis::HistogramCounts main;
     bool mainShown = false;
     QColor mainColor;

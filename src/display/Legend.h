@@ -19,11 +19,11 @@ public:
     ///               legend
     explicit Legend(const ChCoord& coord);
 
-    /// Returns the box of line of text number @p row (from 0), in pixels.
+    /// Returns the box (pixels) of the line of text with index @p row (from 0).
     QRectF box(int row) const;
 
-    /// Whether @p place (pixels) is strictly inside the hit area of line of text number
-    /// @p row (from 0). On purpose the hit area is not the box: it is shifted to the right
+    /// Whether @p place (pixels) is strictly inside the hit area of the line of text with
+    /// index @p row (from 0). On purpose the hit area is not the box: it is shifted to the right
     /// by a tenth of the left margin's width, so that a press on the left end of the box
     /// has no effect.
     bool isHit(int row, const QPoint& place) const;

@@ -51,9 +51,9 @@ public:
     void outline(QPainter* p) const;
 
 private:
-    /// The pixels that a column or a map row of cells covers on its axis.
+    /// The pixels that a map column covers on the x axis, or a map row on the y axis.
     struct Band {
-        int cell; ///< map column or map row
+        int cell; ///< index of the map column or map row
         int start;
         int length;
     };

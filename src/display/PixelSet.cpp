@@ -71,8 +71,8 @@ PixelSet PixelSet::dilated(const std::vector<std::uint64_t>& stamp) const
         }
         for (int row = 0; row < size; ++row) {
             std::uint64_t* to = &result.m_words[result.wordOf(0, y + row - reach)];
-            // The left edge of the result is further left than the edge of this set by
-            // reach pixels, so all shifts are to the right.
+            // The left edge of the result is `reach` pixels to the left of this set's left edge,
+            // so all shifts are to the right.
             for (std::uint64_t left = stamp[static_cast<std::size_t>(row)]; left != 0;
                  left &= left - 1) {
                 addShifted(from, m_wordsPerLine, std::countr_zero(left), to);

@@ -20,7 +20,7 @@ public:
     struct Point {
         double m2;   ///< mut of the first used reference
         double m3;   ///< mut of the second used reference
-        bool vPoint; ///< the energy is marked as a V point
+        bool vPoint; ///< whether the energy is marked as a V point
     };
 
     bool isEmpty() const override { return points.isEmpty(); }

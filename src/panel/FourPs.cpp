@@ -116,7 +116,7 @@ void layOutEnergyRows(FourPs& panel)
     for (int i = 0; i < panel.EPoints.size(); ++i) {
         grid.placeRow(*panel.EPoints.at(i), i);
     }
-    // At most as wide as the energy fields above it.
+    // The field is at most as wide as the energy fields above it.
     panel.MultiEnergys->setMaximumWidth(panel.EPoints.first()->Energy->maximumWidth());
     grid.placeFieldsForAll(panel.MultiEnergys, panel.MultiFiles, energyRowCount);
 }

@@ -51,7 +51,7 @@ class FourPs : public QFrame
 public:
     explicit FourPs(QWidget* parent = nullptr);
 
-    /// Adds @p text to the message box as one line, see QString::simplified().
+    /// Appends QString::simplified() of @p text to the message box as one line of text.
     void message(const QString& text);
 
     /// Gives the focus to the file button of the first reference, because a session
@@ -204,7 +204,7 @@ public Q_SLOTS:
 
     void clearLCFvs4PS(MouseC* m);    ///< clears LCFvs4PS, the comparison of the two methods
     void newColorLCFvs4PS(MouseC* m); ///< selects the next colour for new points of LCFvs4PS
-    void updateDMap();                ///< repaints the measured map with a newly fitted view
+    void updateDMap();                ///< see panel::DataMapView::showOtherMap()
 
     /// Draws the analysis graph @p id; does nothing for the plots that spectrum rows draw.
     void draw(Displays::DispId id, DispABase* dab, QStylePainter* p);
@@ -222,7 +222,7 @@ public Q_SLOTS:
     /// the result in LCFRes, stores the fitted curve in LCFMut and adds a point to LCFvs4PS.
     void lcf();
 
-    void mPressedInAllMut(MouseC* m); ///< switches the spectrum of the pressed legend row on or off
+    void mPressedInAllMut(MouseC* m); ///< see panel::AnalysisGraphs::switchSpectrumAt()
     void dClickedInMap(MouseC* m);    ///< see panel::ResultMapView::handleDoubleClick()
     void newMultiEnergys();           ///< copies the typed list of energies to the energy rows
 

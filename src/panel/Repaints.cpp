@@ -60,9 +60,9 @@ void connectGraphs(const Widgets& widgets)
         repaintOn(thickness, row->UseCB, row->Valence);
         repaintOn(plane, row->UseCB);
     }
-    // Two kinds of input need no repaint. The limits of the histograms change the thickness plot
-    // only when its range is set automatically. A mouse release in the comparison plot changes only
-    // the colour of later points.
+    // Two kinds of input need no repaint. The limits of the histograms are used in the
+    // thickness plot only when its view is next fitted to them. A mouse release in the comparison
+    // plot changes only the colour of later points.
 }
 
 void connectMaps(const Widgets& widgets)

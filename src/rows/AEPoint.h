@@ -57,8 +57,8 @@ public Q_SLOTS:
     /// map is then 0 by 0.
     void load2dProcData(QString path);
 
-    /// Emits newEnergy() with the number in @c Energy, changed or not. An unparsable
-    /// number counts as 0.
+    /// Emits newEnergy() with the number in @c Energy, even if it is unchanged. An
+    /// unparsable number counts as 0.
     void inNewEnergy();
 
 Q_SIGNALS:

@@ -62,9 +62,9 @@ public Q_SLOTS:
     /// restored to their values before the dialog opened, without a signal.
     void selectingFile(QString path);
 
-    /// Sets the directory of the dialog without emitting newDir(), which would recurse
-    /// because many rows share a directory. Does nothing if @p newDir is the current
-    /// directory.
+    /// Sets the directory of the dialog. Does not emit newDir(): the panel handles newDir()
+    /// by calling setDir() of the rows, so the calls would recurse. Does nothing if
+    /// @p newDir is the current directory.
     void setDir(QString newDir);
 
     /// Shows or hides the energy shift field.

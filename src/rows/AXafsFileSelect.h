@@ -52,10 +52,10 @@ public Q_SLOTS:
     /// Does nothing: the marker lines of the frame handle the dragging.
     void mPressed(MouseC* m);
 
-    /// Does nothing; see mPressed().
+    /// Does nothing: the marker lines of the frame handle the dragging.
     void mDragging(MouseC* m);
 
-    /// Does nothing; see mPressed().
+    /// Does nothing: the marker lines of the frame handle the dragging.
     void mReleased(MouseC* m);
 
 Q_SIGNALS:
