@@ -7,8 +7,8 @@
 
 class FourPs;
 
-/// Contains the analysis panel and grows to its size. The menu bar and the status bar
-/// are empty.
+/// Contains the analysis panel and grows to the size of the panel. The menu bar and the
+/// status bar are empty.
 class Body : public QMainWindow
 {
     Q_OBJECT
@@ -18,5 +18,5 @@ public:
 
 private:
     Ui_Body ui;
-    FourPs* panel = nullptr; ///< owned by the central widget
+    FourPs* panel = nullptr; ///< child of the central widget
 };

@@ -11,13 +11,15 @@ namespace app
 /// The languages of the user interface.
 enum class Language { Japanese, English };
 
-/// The language that @p arguments, without the name of the program, select.
+/// Returns the language that the command line selects.
 ///
-/// "-j" selects Japanese and "-e" English; the last of them counts. They are compared
+/// "-j" selects Japanese and "-e" English; the last of these options counts. They must match
 /// exactly, and all other arguments are ignored. The default is Japanese.
+///
+/// @param arguments  the command line without the name of the program
 Language languageFromArguments(const QStringList& arguments);
 
-/// Installs the translation to @p language. Call this before constructing any window.
+/// Installs the translation into @p language. Call this before constructing any window.
 ///
 /// The texts in the sources are English, so nothing is installed for English. If the
 /// Japanese translation cannot be loaded, the texts remain English, without a message.

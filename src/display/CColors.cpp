@@ -5,7 +5,8 @@ namespace
 
 QList<QColor> baseList()
 {
-    // The fourth and the thirteenth colour are equal on purpose.
+    // The fourth and the thirteenth colour are equal on purpose: without the thirteenth, the
+    // indices of the colours after it, and so the colours of the graphs, would change.
     const QList<QColor> once{{0, 0, 0},       {255, 0, 0},     {0, 0, 255},     {120, 220, 120},
                              {200, 200, 0},   {240, 0, 240},   {0, 240, 240},   {160, 0, 0},
                              {0, 160, 0},     {0, 0, 160},     {255, 160, 160}, {160, 160, 160},
@@ -13,8 +14,8 @@ QList<QColor> baseList()
     return once + once + once;
 }
 
-/// Returns one channel of a derived colour. If @p next is lower than @p channel, this is
-/// @p channel minus a third of the difference; otherwise it is @p next.
+/// Returns one channel of a derived colour: if @p next is lower than @p channel, @p channel
+/// minus a third of the difference between them, otherwise @p next.
 int between(int channel, int next)
 {
     return next < channel ? (next + 2 * channel) / 3 : next;

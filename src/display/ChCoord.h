@@ -31,11 +31,13 @@ public:
     /// is truncated to whole pixels.
     void computeArea();
 
-    /// Sets the data values at all edges of the plot area.
+    /// Sets the data values at all four edges of the plot area.
     void setReal(double x0, double y0, double x1, double y1);
-    /// Sets the data values at the two vertical edges of the plot area.
+    /// Sets the data values at the left edge (@p x0) and the right edge (@p x1) of the plot
+    /// area.
     void setRealX(double x0, double x1);
-    /// Sets the data values at the two horizontal edges of the plot area.
+    /// Sets the data values at the bottom edge (@p y0) and the top edge (@p y1) of the plot
+    /// area.
     void setRealY(double y0, double y1);
 
     /// Converts an x value of the data to a pixel position.
@@ -71,18 +73,18 @@ public:
     /// can be in either order. NaN is returned as NaN.
     double s2rClampY(double p) const;
 
-    /// Whether x position @p p (pixels) is in an edge band inside the plot area, or
-    /// outside the plot area. The width of the bands is @c areaEdge.
+    /// Whether x position @p p (pixels) is outside the plot area, or inside it but near
+    /// its left or right edge: closer than the fraction @c areaEdge of its width.
     bool nearAreaEdgeX(double p) const;
-    /// Whether y position @p p (pixels) is in an edge band inside the plot area, or
-    /// outside the plot area.
+    /// Whether y position @p p (pixels) is outside the plot area, or inside it but near
+    /// its top or bottom edge: closer than the fraction @c areaEdge of its height.
     bool nearAreaEdgeY(double p) const;
 
-    /// Whether x position @p p (pixels) is in an edge band inside the widget, or
-    /// outside the widget. The width of the bands is @c scrEdge.
+    /// Whether x position @p p (pixels) is outside the widget, or inside it but near its
+    /// left or right edge: closer than the fraction @c scrEdge of its width.
     bool nearScrEdgeX(double p) const;
-    /// Whether y position @p p (pixels) is in an edge band inside the widget, or
-    /// outside the widget.
+    /// Whether y position @p p (pixels) is outside the widget, or inside it but near its
+    /// top or bottom edge: closer than the fraction @c scrEdge of its height.
     bool nearScrEdgeY(double p) const;
 
     /// Returns a distance between ticks, in data values: the first product of @p base
@@ -90,12 +92,13 @@ public:
     /// none of the first 24 products is wide enough, returns @p base times 10^8.
     double tickStep(double base, double minPixels) const;
 
-    /// Returns tickStep(), which uses the scale of the x axis. On purpose both axes have
-    /// ticks at the same distance in data values.
+    /// Returns tickStep(), which is calculated from the scale of the x axis, also for the
+    /// y axis: on purpose both axes have ticks at the same distance in data values.
     double tickStepY(double base, double minPixels) const;
 
-    /// Returns the height of a row of text, truncated to whole pixels. It has the sign
-    /// of the y axis: negative on a painting surface.
+    /// Returns the height of a line of text: the height of the plot area divided by
+    /// @c titleDiv, truncated to whole pixels. It is negative on a painting surface,
+    /// because y values grow upward while pixels grow downward.
     int textRow() const;
 
     /// Returns the width of the left margin, truncated to whole pixels. The widths of
@@ -114,14 +117,14 @@ public:
     double realX1 = 1.0;
     double realY0 = 0.0;
     double realY1 = 1.0;
-    double scrEdge = 0.1;      ///< edge band, as a fraction of the widget's size
-    double areaEdge = 0.1;     ///< edge band, as a fraction of the plot area's size
+    double scrEdge = 0.1;      ///< see nearScrEdgeX(), fraction of the widget's size
+    double areaEdge = 0.1;     ///< see nearAreaEdgeX(), fraction of the plot area's size
     double marginLeft = 0.1;   ///< fraction of the widget's width
     double marginRight = 0.05; ///< fraction of the widget's width
     double marginTop = 0.05;   ///< fraction of the widget's height
     double marginBottom = 0.1; ///< fraction of the widget's height
-    int titleDiv = 20;         ///< number of text rows in the height of the plot area
-    int tickDiv = 25;          ///< not used
-    double textFill = 0.85;    ///< fraction of a row's height that its text fills
-    bool drawn = true;         ///< each paint sets it; a client with nothing to draw clears it
+    int titleDiv = 20;         ///< number of lines of text in the height of the plot area
+    int tickDiv = 25;          ///< not used by the program
+    double textFill = 0.85;    ///< height of a text, as a fraction of its line's height
+    bool drawn = true;         ///< set before each paint; cleared by a client that has no data
 };

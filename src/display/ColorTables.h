@@ -16,7 +16,7 @@ inline constexpr int colorTableCount = 12;
 ///   each order (type 8 is blue, green, red);
 /// - types 9 to 11: one gradient between two complementary colours.
 ///
-/// Any other type returns table 0.
+/// Returns table 0 for any other type.
 QList<QColor> colorTable(int type);
 
 } // namespace display

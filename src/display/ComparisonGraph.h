@@ -23,7 +23,7 @@ class ComparisonGraph : public Graph
 public:
     bool isEmpty() const override { return points.isEmpty(); }
 
-    /// Returns the range from 0.2 below @c lower to 0.2 above @c upper on both axes.
+    /// Returns the range from @c lower - 0.2 to @c upper + 0.2 on both axes.
     Range range() const override;
 
     double lower = 0.0; ///< valence of the first used reference

@@ -15,7 +15,7 @@ namespace display
 /// Draws line segments between neighbouring points of a curve, in the painter's
 /// pen. The ends of each segment are truncated to whole pixels, see pixelLine().
 ///
-/// A point whose pixel coordinates are not finite drops its adjacent segments.
+/// If the pixel coordinates of a point are not finite, its adjacent segments are not drawn.
 /// Segments are drawn in batches, which is faster than one call for each segment
 /// and paints the same pixels. The destructor draws the last batch.
 class CurvePainter

@@ -12,7 +12,7 @@ namespace
 {
 
 constexpr double maxTitlePoints = 12.0;
-constexpr int buttonPadding = 8; // pixels, sum of left and right
+constexpr int buttonPadding = 8; // pixels, left and right of the text together
 constexpr int buttonColumn = 7;
 
 } // namespace
@@ -62,7 +62,7 @@ void DispABase::popDock()
 void DispABase::drawXYTitle(QStylePainter* p)
 {
     const ChCoord& cc = DispA->cc;
-    const int rowHeight = cc.textRow(); // negative: pixels grow downward
+    const int rowHeight = cc.textRow(); // negative: y values grow upward, pixels downward
     const double textHeight = -1.0 * truncated(rowHeight * cc.textFill);
     DrawText drawer;
     const auto title = [&](const QRectF& box, const QString& text) {

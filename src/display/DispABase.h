@@ -6,8 +6,8 @@
 
 #include <QString>
 
-/// Contains the painting surface @c DispA of a plot and a strip with its name, the
-/// mouse position and a button that moves surface and strip into a separate window
+/// Contains the painting surface @c DispA of a plot and a strip with the plot's name,
+/// the mouse position and a button that moves surface and strip into a separate window
 /// and back. Clients connect to the signals of the frame, not to the surface.
 class DispABase : public display::DrawingFrame<Ui_DispABase>
 {
@@ -22,22 +22,22 @@ public:
 
     QString xTitle;
     QString yTitle;
-    bool xTitleInArea = false; ///< draw the x title in the plot
-    bool yTitleInArea = false; ///< draw the y title in the plot
+    bool xTitleInArea = false; ///< whether the x title is drawn in the plot
+    bool yTitleInArea = false; ///< whether the y title is drawn in the plot
 
 public Q_SLOTS:
-    /// Shows a position (data values) in the strip. A number that is too long for
-    /// its field shows its first digits.
+    /// Shows the mouse position (data values) in the strip. If a number is too long for
+    /// its field, the field shows the first digits.
     void receiveNowPos(double rx, double ry);
 
-    /// Emits draw() for the client, then draws the titles unless the client had
-    /// nothing to draw.
+    /// Emits draw() for the client, then draws the axis titles unless the client
+    /// had nothing to draw.
     void receiveDraw(QStylePainter* p);
 
     /// Moves the drawing into its separate window, or back into the frame.
     void popDock();
 
-    /// Draws the titles that are shown in the plot.
+    /// Draws the axis titles for which @c xTitleInArea or @c yTitleInArea is set.
     void drawXYTitle(QStylePainter* p);
 
     /// Discards the range of the view. The next paint fits it to the data again.

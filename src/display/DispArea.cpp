@@ -49,7 +49,8 @@ void DispArea::useWholeWidget()
 
 void DispArea::useWholeWidgetBeforeFirstPaint()
 {
-    // After the first paint this would reset the plot area that the client has set.
+    // Not after the first paint: useWholeWidget() also resets the plot area, which the client
+    // sets in each paint.
     if (!m_painted) {
         useWholeWidget();
     }
@@ -112,7 +113,8 @@ void DispArea::mouseDoubleClickEvent(QMouseEvent* event)
 void DispArea::wheelEvent(QWheelEvent* event)
 {
     useWholeWidgetBeforeFirstPaint();
-    // Each event zooms by one step: only the sign of its angle delta is used.
+    // Each event zooms by one step: out if its angle is negative, otherwise in. The size of
+    // the angle is not used.
     const double turn = event->angleDelta().y() * 0.125 / 15.0;
     zoom(turn < 0.0 ? 1.1 : 1.0 / 1.1);
     event->accept();
@@ -148,7 +150,8 @@ void DispArea::pan()
 double DispArea::distanceTo(int line) const
 {
     const double value = markLines->value(line);
-    // The distance perpendicular to the line: a line can also be grabbed in the margins.
+    // Only the distance perpendicular to the line counts, so the user can also grab the line
+    // in the margins.
     return markLines->lines.at(line)->direction == 0
                ? std::fabs(cc.r2sX(value) - mouse.pressPos.x())
                : std::fabs(cc.r2sY(value) - mouse.pressPos.y());
@@ -231,12 +234,13 @@ void DispArea::drawRangeLabels(QStylePainter* p)
     constexpr int yCharacters = 5;
     constexpr int xCharacters = 6;
     constexpr double maxPoints = 12.0;
-    const int rowHeight = cc.textRow(); // negative: pixels grow downward
+    const int rowHeight = cc.textRow(); // negative: y values grow upward, pixels downward
     const int labelWidth = cc.labelWidth();
     const int textHeight = truncated(rowHeight * cc.textFill);
     const double below = cc.areaY0 - truncated((1.0 - cc.textFill) * rowHeight);
     const auto label = [&](double value, int characters, const QRectF& box, Qt::Alignment side) {
-        // On purpose the text is cut and not rounded, so an exponent can be lost.
+        // The text is cut, not rounded, so an exponent can be lost. This is on purpose: the
+        // labels show the range only approximately.
         const QString text = QString::number(value, 'g', 6).left(characters);
         dt.drawText(p, box, QFont(), static_cast<int>(Qt::AlignVCenter | side), DrawText::fit, text,
                     maxPoints);

@@ -14,7 +14,7 @@ class MarkLines;
 /// A painting surface. It draws nothing itself: each paint sets up a painter and
 /// the coordinates and emits draw(), in which the connected client draws.
 ///
-/// The surface stores the view, that is the real range of @c cc. The mouse wheel
+/// The surface stores the view, that is the range of data values in @c cc. The mouse wheel
 /// zooms the view, and dragging with Shift and the left button pans it. The surface
 /// also records the mouse state and lets the user drag the lines of a MarkLines set
 /// with the left button.
@@ -25,27 +25,28 @@ class DispArea : public QFrame
 public:
     explicit DispArea(QWidget* parent = nullptr);
 
-    /// Sets the real range (data values) to the automatic range of the client. Does
-    /// nothing while @c hasScale is set, so that zooming and panning persist.
+    /// Sets the view (data values) to the automatic range of the client and sets
+    /// @c hasScale. Does nothing while @c hasScale is set, so that zooming and panning
+    /// persist.
     void fitTo(double x0, double y0, double x1, double y1);
 
-    /// Draws the outline of the plot area and four labels with its range. The
-    /// numbers are cut after 5 (y) or 6 (x) characters, because the labels are only a
-    /// rough guide. With @p maskMargins the margins are filled with white first, which
+    /// Draws the outline of the plot area and four labels with its range. The numbers are
+    /// cut after 5 (y) or 6 (x) characters, because the labels show the range only
+    /// approximately. With @p maskMargins the margins are filled with white first, which
     /// covers data outside the plot area. Call this after the data are drawn.
     void drawFrame(QStylePainter* p, bool maskMargins);
 
     MouseC mouse;                   ///< mouse state; the signals pass a pointer to it
-    ChCoord cc;                     ///< widget rectangle, plot area and real range
-    bool hasScale = false;          ///< a client has set the real range
+    ChCoord cc;                     ///< widget rectangle, plot area and view
+    bool hasScale = false;          ///< whether a client has set the view, see fitTo()
     DrawText dt;                    ///< draws the range labels
     MarkLines* markLines = nullptr; ///< lines that the user can drag; not owned
 
 Q_SIGNALS:
-    /// The mouse moved to this position (data values).
+    /// The mouse moved to the position (@p rx, @p ry) (data values).
     void nowPos(double rx, double ry);
-    /// Emitted in each paint: the client draws with @p p now. The painter is valid
-    /// only during the emission.
+    /// Emitted in each paint. The connected client draws with the painter @p p, which is
+    /// valid only during the emission.
     void draw(QStylePainter* p);
     /// The left button was pressed without Shift, Control or Alt.
     void mPressed(MouseC* m);

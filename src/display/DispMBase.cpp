@@ -52,7 +52,7 @@ void DispMBase::setZRange(double lo, double hi)
 void DispMBase::showBarLimits()
 {
     // If the limits of the bar are unchanged, the edits are not updated: they can show
-    // reversed limits as the client has given them.
+    // reversed limits in the order in which the client passed them.
     if (m_shownMin.limit != CBar->zmin || m_shownMax.limit != CBar->zmax) {
         showLimits(CBar->zmin, CBar->zmax);
     }

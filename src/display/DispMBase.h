@@ -5,10 +5,10 @@
 #include "display/cBar.h"
 #include "ui_DispMBase.h"
 
-/// Contains the painting surface @c DispA of a map, its colour bar with the two
-/// limits, and a strip with its name, the mouse position, the value at the mouse and
-/// a button that moves all of this into a separate window and back. Clients connect
-/// to the signals of the frame, not to the surface.
+/// Contains the painting surface @c DispA of a map, its colour bar with two edits for
+/// the value limits, and a strip with the map's name, the mouse position, the value at
+/// the mouse and a button that moves all of this into a separate window and back.
+/// Clients connect to the signals of the frame, not to the surface.
 class DispMBase : public display::DrawingFrame<Ui_DispMBase>
 {
     Q_OBJECT
@@ -17,12 +17,13 @@ public:
     explicit DispMBase(QWidget* parent = nullptr);
     ~DispMBase() override;
 
-    /// Sets the value limits of the colour bar and shows them in their edits. The
-    /// edits show reversed limits as given; the bar stores them in rising order.
+    /// Sets the value limits of the colour bar and shows them in their edits. If @p lo is
+    /// above @p hi, the edits show the limits as @p lo and @p hi, but the bar stores the
+    /// smaller number as its lower limit.
     void setZRange(double lo, double hi);
 
 public Q_SLOTS:
-    /// Shows a position (data values) in the strip.
+    /// Shows the mouse position (data values) in the strip.
     void receiveNowPos(double rx, double ry);
 
     /// Emits draw() for the client.
@@ -38,10 +39,12 @@ public Q_SLOTS:
     /// text counts as 0. The bar swaps reversed limits. Afterwards both edits show the
     /// limits of the bar.
     ///
-    /// Does nothing if the text of the edit has not changed since it was last shown:
-    /// that text is rounded, and the limit of the bar has more digits.
+    /// Does nothing if neither the text nor the limit of the bar has changed since the
+    /// frame wrote the text: the text is rounded, and reading it would replace the limit
+    /// by a less exact number.
     void newZmax();
-    /// Sets the lower limit of the colour bar to the number in its edit, see newZmax().
+    /// Sets the lower limit of the colour bar to the number in its edit, by the same rules
+    /// as newZmax().
     void newZmin();
 
     /// Repaints the frame and its drawing, even if the drawing is in the separate

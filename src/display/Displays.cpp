@@ -22,7 +22,7 @@ Displays::Displays(QWidget* parent)
     make("DHistA", DHistA, tr("Histgram of a"), 0, 2, 1);
     make("DHistDMut", DHistDMut, tr("Histgram of dMut"), 1, 2, 1);
     make("DDMutVsA", DDMutVsA, tr("dMut/v or a"), 2, 2, 1);
-    // Not in the grid: this plot is never shown, on purpose.
+    // Not in the grid, on purpose: the user cannot open this plot, but tests and tools paint it.
     make("DM2M3", DM2M3, tr("M2/M3"), -1, -1, 1);
 }
 
@@ -40,7 +40,9 @@ void Displays::addDisp(DispABase* d, const QString& title, DispId id, int col, i
 {
     d->xTitleInArea = true;
     d->yTitleInArea = true;
-    d->setXYTitle(d->xTitle, d->yTitle); // clears the titles in the strip before the first paint
+    // The axis titles are still empty. Applying them hides the title labels of the strip, so
+    // that the first paint shows the strip without them.
+    d->setXYTitle(d->xTitle, d->yTitle);
     d->Title->setText(title);
     if (col >= 0 && row >= 0) {
         DispL->addWidget(d, row, col, rowSpan, colSpan);
@@ -92,7 +94,7 @@ void Displays::receiveMReleased(MouseC* m)
 void Displays::showEvent(QShowEvent* event)
 {
     QFrame::showEvent(event);
-    // Otherwise a button to pop out a plot would have the focus, and the space bar would
+    // Otherwise the pop-out button of a plot would get the focus, and the space bar would
     // press it.
     if (!event->spontaneous()) {
         setFocus();
@@ -101,7 +103,8 @@ void Displays::showEvent(QShowEvent* event)
 
 void Displays::update()
 {
-    // This also repaints the docked plots; updating each of them would paint it twice.
+    // This also repaints the docked plots. If they were updated as well, each would be painted
+    // twice.
     QFrame::update();
     for (DispABase* d : std::as_const(disps)) {
         if (d->parent()) {

@@ -36,7 +36,7 @@ public:
 
     /// Adds a plot: sets its title, connects its signals, appends it to @c disps
     /// and places it in the grid. With a negative column or row it is not placed in
-    /// the grid. Its axis titles are drawn in the plot.
+    /// the grid. The axis titles are drawn in the plot, not in the strip of its frame.
     void addDisp(DispABase* d, const QString& title, DispId id, int col, int row, int colSpan,
                  int rowSpan);
 

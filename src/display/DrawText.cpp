@@ -43,8 +43,8 @@ double limited(double points, double maxPoints)
 }
 
 /// Returns the distance from the top of the line of @p text to its baseline. This differs
-/// from the ascent of the painter's font if some letters, for example Japanese ones, are
-/// taken from a fallback font.
+/// from the ascent of the painter's font if some letters, for example Japanese ones, belong
+/// to a fallback font.
 double ascentOf(const QStylePainter* p, const QString& text)
 {
     QTextLayout layout(text, p->font(), p->device());

@@ -14,9 +14,9 @@ class QMouseEvent;
 class QStylePainter;
 
 /// Draws text at a size that fits a box. The text is measured at 10 points, and its
-/// size is scaled to the box. Boxes are in pixels and can have negative sizes.
-/// Alignment is given by the flags of QPainter::drawText(). If the fitting size is 0
-/// points, nothing is drawn.
+/// size is scaled to the box. A box is a rectangle in pixels; its width and height can
+/// be negative. The parameter @c flags contains alignment flags for
+/// QPainter::drawText(). If the fitting size is 0 points, nothing is drawn.
 class DrawText : public QObject
 {
     Q_OBJECT
@@ -52,30 +52,32 @@ public:
     double fitSize(QStylePainter* p, const QRectF& box, const QFont& font, int flags,
                    const QString& text);
 
-    /// Draws one line for each string of @p list and moves the box by (dx, dy)
+    /// Draws one line of text for each string of @p list and moves the box by (dx, dy)
     /// pixels after each line. In mode @c asGiven (0) all lines have the same size:
     /// the largest whole number of points at which every line fits, without using
     /// @p maxPoints. In any other mode each line is fitted separately.
     void drawTexts(QStylePainter* p, const QRectF& box, double dx, double dy, const QFont& font,
                    int flags, int mode, const QStringList& list, double maxPoints);
 
-    /// Draws two lists side by side. Each row has a string of @p list1 at the left
-    /// and one of @p list2 at the right of its box. All rows have the same size: the
-    /// largest whole number of points at which every row fits, without using
-    /// @p maxPoints. The shorter list determines the number of rows.
+    /// Draws two lists side by side. Each line of text has a string of @p list1 at the
+    /// left and a string of @p list2 at the right of the box, which moves by (dx, dy)
+    /// pixels after each line. All lines have the same size: the largest whole number of
+    /// points at which every line fits, without using @p maxPoints. The shorter list
+    /// determines the number of lines.
     void drawTextPairs(QStylePainter* p, const QRectF& box, double dx, double dy, const QFont& font,
                        const QStringList& list1, const QStringList& list2, double maxPoints);
 
-    /// Adds a box to the list of used boxes.
+    /// Adds @p box to the used rectangles, see @c boxes.
     void addBox(const QRectF& box);
 
-    /// Whether @p box (after normalize()) intersects one of the used boxes.
+    /// Whether @p box (after normalize()) intersects one of the used rectangles, see
+    /// @c boxes.
     bool overlaps(const QRectF& box) const;
 
     /// Returns the same rectangle with a non-negative width and height.
     static QRectF normalize(const QRectF& box);
 
-    /// Draws a check box without using the style: a square of side @p height with
+    /// Draws a check box without using the widget style: a square of side @p height with
     /// its lower left corner at (x, y), and @p text to the right of it. Square and
     /// text together have the given @p width.
     void drawButton(QStylePainter* p, bool on, const QString& text, double x, double y,

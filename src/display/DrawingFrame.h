@@ -15,11 +15,12 @@ namespace display
 /// A frame around a drawing that can be moved into a separate window and back.
 ///
 /// The form @p Form must have the painting surface @c DispA and a strip with the label
-/// @c Title and the button @c PopDockB. Both must be in @c DispABFrame, which is at
-/// row 1, column 0 of @c gridLayout.
+/// @c Title and the button @c PopDockB. Surface and strip must be in @c DispABFrame,
+/// which is at row 1, column 0 of @c gridLayout.
 ///
 /// A class template cannot be processed by moc, so it declares no signals or slots.
-/// Each derived frame declares them, which also sets their order in its meta-object.
+/// Each derived frame declares them itself and so determines their order in its
+/// meta-object.
 template <class Form>
 class DrawingFrame : public QFrame, public Form
 {
@@ -43,7 +44,7 @@ public:
 
     PopBase* pop = nullptr;           ///< the separate window for the drawing
     QVBoxLayout* popLayout = nullptr; ///< the layout of @c pop
-    bool docked = true;               ///< the drawing is in the frame
+    bool docked = true;               ///< whether the drawing is in the frame
 
 protected:
     explicit DrawingFrame(QWidget* parent)

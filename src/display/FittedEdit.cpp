@@ -28,8 +28,8 @@ constexpr int ordinaryStretch = 100;
 /// Font size and stretch are reduced together in this number of steps.
 constexpr int steps = 7;
 
-/// Pixels that QLineEdit leaves free on each side of its text, and the width of the
-/// cursor after the text.
+/// In pixels: the space that QLineEdit leaves free on each side of its text, and the width
+/// of the cursor after the text.
 constexpr int sideMargin = 2;
 constexpr int cursorWidth = 1;
 

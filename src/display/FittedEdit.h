@@ -10,7 +10,7 @@ namespace display
 /// A line edit that shows the whole text if possible, so that no number is misread.
 ///
 /// If the text is wider than the field, the font becomes smaller (down to 7 points)
-/// and narrower (down to a stretch of 65) until the text fits. A text that is still
+/// and narrower (down to a stretch of 65 %) until the text fits. A text that is still
 /// too wide is shortened with an ellipsis, see shortened(); a number keeps its whole
 /// exponent. The tool tip then shows the full text. The shortened form is not used
 /// while the user edits the text or has selected a part of it. When the field loses
@@ -51,10 +51,10 @@ private:
     bool isBeingEdited() const;
     void paintShortened();
 
-    bool m_isApplyingFont = false; ///< this class itself is changing the font
-    bool m_fitted = false;         ///< the font is not the ordinary one
-    bool m_overflows = false;      ///< the text is too wide even in the smallest font
-    bool m_hasKeys = false;        ///< a key was pressed since the last end of editing
+    bool m_isApplyingFont = false; ///< whether this class itself is changing the font
+    bool m_fitted = false;         ///< whether a smaller font than the ordinary one is in use
+    bool m_overflows = false;      ///< whether the text is too wide even in the smallest font
+    bool m_hasKeys = false;        ///< whether a key was pressed since the last end of editing
     QSize m_hint;                  ///< size hint of the ordinary font, valid while m_fitted
     QSize m_minimumHint;           ///< minimum size hint of the ordinary font, valid while m_fitted
 };

@@ -25,7 +25,7 @@ class GatheredMarks
 public:
     /// @param p       must outlive this object; its pen and state must not change
     ///                until draw() returns
-    /// @param places  converts the points; only its area is read
+    /// @param places  converts the points to pixels; only its area is read
     GatheredMarks(QPainter* p, const MarkPlaces& places);
 
     /// Adds a mark at @p place, a pixel returned by MarkPlaces::at().

@@ -9,8 +9,8 @@ class QStylePainter;
 namespace display
 {
 
-/// A graph of data from the panel, made for a single paint. Derived classes hold the
-/// data and draw them; this class draws the parts that all graphs share.
+/// A graph of data from the panel, created for a single paint. Derived classes contain
+/// the data and draw them. This class draws the parts that all graphs have in common.
 class Graph
 {
 public:

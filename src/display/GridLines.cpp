@@ -43,12 +43,15 @@ void forEachPixel(const GridValues& values, double spacing, int size, ToPixel to
     const auto stepsTo = [&](double pixel) { return (pixel - begin) / spacing; };
     const double near = std::min(stepsTo(-1.0), stepsTo(size));
     const double start = std::max(0.0, std::floor(near));
-    // A step is at least one pixel, so at most size + 3 values need to be checked.
+    // A step is at least one pixel, so the values from pixel -1 to pixel size are at most
+    // size + 1 steps apart. floor() adds at most one step: at most size + 3 values are checked.
     int previous = -1;
     for (int k = 0; k <= size + 2 && start + k <= steps; ++k) {
         const double place = toPixel(values.first + values.step * (start + k));
         const int pixel = place > -1.0 && place < size ? static_cast<int>(place) : previous;
-        if (pixel != previous) { // a position just below 0 and one just above both truncate to 0
+        // Two values can have the same pixel: positions just below 0 and just above 0 both
+        // truncate to 0.
+        if (pixel != previous) {
             drawAt(pixel);
             previous = pixel;
         }

@@ -38,8 +38,8 @@ inline constexpr QColor gridColor{200, 200, 255};
 /// line, so the time is limited by the size of the widget for any values.
 void drawVerticalGrid(QPainter* p, const ChCoord& cc, const GridValues& values);
 
-/// Draws horizontal lines over the whole width of the widget; otherwise the same as
-/// drawVerticalGrid().
+/// Draws a horizontal line over the whole width of the widget at each value, in the
+/// painter's pen. Truncation and skipped lines are as in drawVerticalGrid().
 void drawHorizontalGrid(QPainter* p, const ChCoord& cc, const GridValues& values);
 
 } // namespace display

@@ -16,12 +16,13 @@ namespace display
 namespace
 {
 
-// Width of the bars of references, and distance between neighbouring bars; pixels.
+// Width of a bar of a single reference, pixels. The bars of neighbouring references touch, so
+// this is also the distance from one bar to the next.
 constexpr double barPitch = 3.0;
 
-/// Draws the bars of one histogram. Consecutive bars on the same pixels are merged into
-/// one bar with the largest height. The number of fills is therefore limited by the width of
-/// the widget, not by the number of bins.
+/// Draws the bars of one histogram. Consecutive bars on the same pixel columns are merged into
+/// one bar, which is as high as the highest of them. The number of fills is therefore limited by
+/// the width of the widget, not by the number of bins.
 class BarPainter
 {
 public:
@@ -145,7 +146,8 @@ void HistogramGraph::drawGrid(QPainter* p, const ChCoord& cc) const
     constexpr double minPixels = 10.0;
     p->setPen(gridColor);
     const double step = cc.tickStep(1.0, minPixels);
-    // On purpose the last line is strictly below floor(to).
+    // The last grid line is strictly below floor(to): on purpose there is no line at the upper
+    // end of the range.
     const double first = std::ceil(from);
     const double last = first + step * (std::ceil((std::floor(to) - first) / step) - 1.0);
     drawVerticalGrid(p, cc, {first, step, last});

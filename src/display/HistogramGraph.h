@@ -27,12 +27,12 @@ public:
     bool isEmpty() const override;
 
     /// Returns the range from @c from to @c to on x, and from -0.1 to 1.1 times the highest
-    /// count of the shown histograms on y. If all bins are empty, y is from 0 to 1 and the
-    /// range is not fitted.
+    /// count of the shown histograms on y. If all bins are empty, y is from 0 to 1 and
+    /// Range::isFitted is false.
     Range range() const override;
 
-    double from = 0.0; ///< current lower limit in its edit; the bins can have an older one
-    double to = 0.0;   ///< current upper limit in its edit; the bins can have an older one
+    double from = 0.0; ///< lower limit in the form; the bins can be from an earlier limit
+    double to = 0.0;   ///< upper limit in the form; the bins can be from an earlier limit
     analysis::HistogramCounts main;
     bool mainShown = false;
     QColor mainColor;

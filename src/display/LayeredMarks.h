@@ -27,11 +27,11 @@ class LayeredMarks
 {
 public:
     /// @param stamp   the pixels of a mark, see stampOf()
-    /// @param places  converts the points; only its area is read
+    /// @param places  converts the points to pixels; only its area is read
     /// @param colors  one colour for each layer
     LayeredMarks(const MarkStamp& stamp, const MarkPlaces& places, const QList<QColor>& colors);
 
-    /// Returns the stamp of marks in these colours. Returns nothing if the fast path
+    /// Returns the stamp of marks in the colours @p colors. Returns nothing if the fast path
     /// would give a different picture, so that the marks must be drawn one by one,
     /// and if @p colors is empty.
     static std::optional<MarkStamp> stampOf(const QPainter& p, const QList<QColor>& colors);

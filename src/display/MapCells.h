@@ -11,14 +11,14 @@ class QPainter;
 namespace display
 {
 
-/// Paints a map as filled rectangles, one cell for each pixel of the measurement.
-/// The cell of (x, y) extends from (x, y) to (x + 1, y + 1) in data values. Its edges
-/// are truncated to whole pixels and shared with the neighbouring cells, so that
-/// there are no gaps and no overlaps.
+/// Paints a map as filled rectangles, one cell for each map pixel. The cell of map pixel
+/// (x, y) extends from (x, y) to (x + 1, y + 1) in data values. The edges of cells are
+/// truncated to whole pixels. Neighbouring cells have a common edge, so there are no gaps
+/// and no overlaps.
 ///
-/// The picture is the same, pixel for pixel, as with one fillRect() for each cell.
-/// This class is faster because cells that are outside the view or cover no pixel are
-/// skipped, and neighbouring cells of one colour in a line are filled by one call.
+/// MapCells draws exactly the same picture as one fillRect() for each cell. It is faster
+/// because it skips cells that are outside the view or cover no pixel, and fills
+/// neighbouring cells of one colour in a map row by one call.
 class MapCells
 {
 public:
@@ -37,8 +37,8 @@ public:
     {
         QVarLengthArray<const QColor*, 2048> colors(m_x.bands.size());
         for (const Band& line : m_y.bands) {
-            // All colours of a line are looked up before the line is drawn: the processor can
-            // then overlap the cache misses of several map pixels.
+            // All colours of a map row are looked up before the row is drawn: the processor
+            // can then overlap the cache misses of several map pixels.
             for (qsizetype i = 0; i < colors.size(); ++i) {
                 colors[i] = &colorAt(m_x.bands.at(i).cell, line.cell);
             }
@@ -51,9 +51,9 @@ public:
     void outline(QPainter* p) const;
 
 private:
-    /// The pixels of a column or a line of cells, on one axis.
+    /// The pixels that a map column covers on the x axis, or a map row on the y axis.
     struct Band {
-        int cell;
+        int cell; ///< index of the map column or map row
         int start;
         int length;
     };
@@ -62,7 +62,7 @@ private:
 
     struct Axis {
         QList<Band> bands; ///< visible bands in the order of cells, without gaps
-        QList<int> edges;  ///< pixels of all cell edges, without repetition
+        QList<int> edges;  ///< pixel positions of all cell edges, without duplicates
         int low = 0;       ///< first pixel of the outline
         int high = 0;      ///< last pixel of the outline
     };

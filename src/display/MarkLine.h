@@ -18,7 +18,7 @@ public:
     ///                  for a horizontal line, which marks a value of y
     MarkLine(QLineEdit* lineEdit, int axis, QObject* parent = nullptr);
 
-    int index = 0;         ///< position in the set of lines; set by the code that fills the set
+    int index = 0;         ///< index in MarkLines::lines; set by the code that fills the set
     QLineEdit* edit;       ///< not owned
     int direction;         ///< 0 for a vertical line, otherwise horizontal
     bool relative = false; ///< the text is an offset from another line

@@ -6,7 +6,7 @@
 
 class MarkLine;
 
-/// A set of marker lines. Several painting surfaces can share a set; they emit its
+/// A set of marker lines. Several painting surfaces can use one set; they emit its
 /// signals while the user drags a line.
 class MarkLines : public QObject
 {
@@ -25,8 +25,9 @@ public:
     /// Unparsable text counts as 0. Returns 0.0 for an index outside the set.
     double value(int i) const;
 
-    /// Returns the number in the edit of the base line of line @p i. Returns 0.0 if
-    /// line @p i is not relative, or if line @p i or its base line does not exist.
+    /// Returns the number in the edit of the line to which line @p i is relative, see
+    /// MarkLine::baseIndex. Returns 0.0 if line @p i is not relative, or if one of the two
+    /// lines does not exist.
     double baseValue(int i) const;
 
     QList<MarkLine*> lines;

@@ -13,9 +13,9 @@ namespace display
 
 /// Fast path for converting many points (plots can have a million) to pixels.
 ///
-/// The quotient of the spans is calculated only once for each axis. The remaining
-/// operations are in the same order as in ChCoord::r2sX() and r2sY(), so the results
-/// are equal bit for bit.
+/// The scale of each axis (pixels per unit of the data) is calculated only once. The
+/// remaining operations are in the same order as in ChCoord::r2sX() and r2sY(), so the
+/// results are equal bit for bit.
 class MarkPlaces
 {
 public:
@@ -47,8 +47,8 @@ private:
         double scale; ///< pixels per unit of the data
         double real0; ///< data value at area0
         double area0; ///< first edge of the plot area, pixels
-        double low;   ///< marks are visible between low and high, both exclusive
-        double high;
+        double low;   ///< marks at or below this pixel position are not visible
+        double high;  ///< marks at or above this pixel position are not visible
     };
 
     Axis m_x;

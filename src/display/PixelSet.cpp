@@ -20,8 +20,8 @@ std::uint64_t carryOf(std::uint64_t word, int shift)
     return word >> 1 >> (63 - shift);
 }
 
-/// Adds the pixels of a line to another line, moved @p shift (0 to 63) pixels to the
-/// right. The result can need one word more than @p words.
+/// Adds the pixels of pixel row @p from, moved @p shift (0 to 63) pixels to the right, to
+/// pixel row @p to. The result can need one word more than @p words.
 void addShifted(const std::uint64_t* from, std::size_t words, int shift, std::uint64_t* to)
 {
     std::uint64_t carry = 0;
@@ -71,7 +71,8 @@ PixelSet PixelSet::dilated(const std::vector<std::uint64_t>& stamp) const
         }
         for (int row = 0; row < size; ++row) {
             std::uint64_t* to = &result.m_words[result.wordOf(0, y + row - reach)];
-            // The result has its left edge further left, so that all shifts are to the right.
+            // The left edge of the result is `reach` pixels to the left of this set's left edge,
+            // so all shifts are to the right.
             for (std::uint64_t left = stamp[static_cast<std::size_t>(row)]; left != 0;
                  left &= left - 1) {
                 addShifted(from, m_wordsPerLine, std::countr_zero(left), to);
@@ -87,7 +88,8 @@ void PixelSet::fill(QPainter* p, const QColor& color) const
     const QBrush brush = p->brush();
     p->setPen(Qt::NoPen);
     p->setBrush(color);
-    // In batches: with one call for each run, the calls would take twice as long as the fills.
+    // Draws the runs in batches: with one drawRects() call for each run, the overhead of the
+    // calls would take twice as long as the fills.
     QVarLengthArray<QRect, 512> runs;
     const auto fillThem = [&] {
         p->drawRects(runs.constData(), static_cast<int>(runs.size()));

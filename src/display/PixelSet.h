@@ -13,12 +13,11 @@ class QPainter;
 namespace display
 {
 
-/// A set of pixels of a rectangular area, stored line by line as a bitmap with one
-/// bit for each pixel. Inserting a pixel, or a row of up to 64 pixels, takes constant
-/// time.
+/// A set of pixels of a rectangular area, stored as a bitmap with one bit for each pixel.
+/// Inserting a pixel, or up to 64 pixels of a pixel row, takes constant time.
 ///
 /// Fast paths collect many overlapping drawings of one opaque colour in such a set.
-/// Then each pixel of the set is filled once, and neighbouring pixels on a line are
+/// Then each pixel of the set is filled once, and neighbouring pixels in a pixel row are
 /// filled together.
 class PixelSet
 {
@@ -37,8 +36,8 @@ public:
         return isNew;
     }
 
-    /// Inserts pixels of the line of @p at: for each set bit n of @p bits, the pixel n
-    /// to the right of @p at. All of them must be inside the area.
+    /// Inserts pixels of the pixel row of @p at: for each set bit n of @p bits, the pixel
+    /// n positions to the right of @p at. All these pixels must be inside the area.
     ///
     /// @return the bits of the pixels that the set did not yet contain
     std::uint64_t insertRow(const QPoint& at, std::uint64_t bits);
@@ -47,12 +46,12 @@ public:
     /// when @p stamp is centred on each pixel of the set. It is calculated for 64
     /// pixels at a time.
     ///
-    /// @param stamp  n rows of n pixels, where n is odd and at most 63; the lowest
+    /// @param stamp  n pixel rows of n pixels, where n is odd and at most 63; the lowest
     ///               bit of a row is its leftmost pixel
     PixelSet dilated(const std::vector<std::uint64_t>& stamp) const;
 
-    /// Calls each(x, y, length) for every run of neighbouring pixels on a line, in the
-    /// order of lines. (x, y) is the leftmost pixel of the run.
+    /// Calls each(x, y, length) for every run of neighbouring pixels in a pixel row, from
+    /// the top pixel row to the bottom one. (x, y) is the leftmost pixel of the run.
     template <class Each>
     void forEachRun(Each each) const
     {
@@ -76,7 +75,7 @@ public:
 private:
     /// Returns the index of the word that contains a pixel.
     /// @param x  distance from the left edge of the area
-    /// @param y  line, in the coordinates of the area
+    /// @param y  pixel row, in the coordinates of the area
     std::size_t wordOf(int x, int y) const
     {
         return static_cast<std::size_t>(y - m_area.top()) * m_wordsPerLine +

@@ -32,9 +32,9 @@ struct ClipPoint {
     std::optional<double> y;
 };
 
-/// One axis of Liang-Barsky clipping (Liang and Barsky, 1984): moves both ends of the
-/// segment to the clip limits on this axis. Returns false if no part of the segment
-/// remains.
+/// One axis of Liang-Barsky clipping (Liang and Barsky, 1984): moves each end of the
+/// segment that is outside the clip limits of this axis to the limit. Returns false if no
+/// part of the segment remains.
 bool clipOnAxis(double from, double to, ClipPoint& begin, ClipPoint& end,
                 std::optional<double> ClipPoint::*axis)
 {
@@ -59,7 +59,7 @@ bool clipOnAxis(double from, double to, ClipPoint& begin, ClipPoint& end,
 
 double interpolated(double from, double to, double part)
 {
-    // Measured from the nearer end, so that part 0 and part 1 return the exact ends.
+    // Interpolates from the nearer end, so that part 0 and part 1 return the exact ends.
     const double half = 0.5 * to - 0.5 * from;
     const double at = part <= 0.5 ? from + 2.0 * (half * part) : to - 2.0 * (half * (1.0 - part));
     return std::fmin(std::fmax(at, -clipLimit), clipLimit);

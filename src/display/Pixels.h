@@ -13,8 +13,8 @@ class QPen;
 namespace display
 {
 
-/// Returns @p v truncated toward zero. NaN, infinities and values outside the range
-/// of int return the lowest int.
+/// Returns @p v truncated toward zero. Returns the lowest int for NaN, infinities and
+/// values outside the range of int.
 int truncated(double v);
 
 /// Returns the pixel nearest to @p p, with halves rounded away from zero. Coordinates
@@ -29,7 +29,8 @@ QPoint nearestPixel(const QPointF& p);
 /// coordinate is not finite or if the whole segment is outside the limits.
 std::optional<QLine> pixelLine(const QPointF& from, const QPointF& to);
 
-/// Draws pixelLine() in @p pen. If there is no line, the painter is not changed.
+/// Draws the segment pixelLine(@p from, @p to) in @p pen. If pixelLine() returns nothing,
+/// the painter is not changed.
 void drawPixelLine(QPainter* p, const QPen& pen, const QPointF& from, const QPointF& to);
 
 } // namespace display

@@ -20,14 +20,14 @@ public:
     struct Point {
         double m2;   ///< mut of the first used reference
         double m3;   ///< mut of the second used reference
-        bool vPoint; ///< the energy is marked as a V point
+        bool vPoint; ///< whether the energy is marked as a V point
     };
 
     bool isEmpty() const override { return points.isEmpty(); }
 
     /// Returns the range of the points on each axis, extended by a tenth of its width on
-    /// both sides, or by 0.1 if the width is 0. The range is not fitted if all values on
-    /// an axis are NaN.
+    /// both sides, or by 0.1 if the width is 0. Range::isFitted is false if all
+    /// values on an axis are NaN.
     Range range() const override;
 
     QList<Point> points; ///< empty with fewer than two used references

@@ -12,8 +12,8 @@ namespace display
 {
 
 /// The graph of all spectra in the same normalisation, over an energy range around the
-/// edge. It also shows the energies of the measurement, and a legend whose rows switch
-/// the spectra on and off.
+/// edge. It also shows the energies of the measurement, and a legend in which a
+/// press on a name switches its spectrum on or off.
 class SpectraGraph : public Graph
 {
 public:
@@ -29,8 +29,8 @@ public:
     /// One energy of the measurement.
     struct EnergyMark {
         double energy; ///< eV
-        bool inFit;    ///< is an end of the energy range of the linear combination fit
-        bool used;     ///< is used in the calculations
+        bool inFit;    ///< whether it is an end of the energy range of the linear combination fit
+        bool used;     ///< whether the calculations use it
     };
 
     /// True if no spectrum has any points.
@@ -38,7 +38,7 @@ public:
 
     /// Returns the range from @c from to @c to on x. On y it is the range of all values in
     /// this interval, extended by a twentieth of its width on both sides. If the interval
-    /// contains no values, y is from 0 to 1 and the range is not fitted.
+    /// contains no values, y is from 0 to 1 and Range::isFitted is false.
     Range range() const override;
 
     int kind = AMutE::raw; ///< normalisation, see AMutE::value()
@@ -47,7 +47,7 @@ public:
     double to = 0.0;       ///< upper end of the energy range, eV
     QList<EnergyMark> marks;
     QList<Curve> curves;
-    const AMutE* fitted = nullptr; ///< the calculated spectrum, already normalised; can be null
+    const AMutE* fitted = nullptr; ///< fitted spectrum, already normalised; can be null
 
 protected:
     void drawData(QStylePainter* p, const ChCoord& cc) const override;

@@ -14,14 +14,14 @@ namespace display
 class ThicknessGraph : public Graph
 {
 public:
-    /// @param map  the result, which must outlive the graph
+    /// @param map  the result map, which must outlive the graph
     /// @param mix  converts a fraction to a valence
     ThicknessGraph(const A2DData& map, const analysis::ValenceMix& mix);
 
     bool isEmpty() const override { return m_count == 0; }
     Range range() const override { return limits; }
 
-    Range limits;       ///< the limits of the two histograms
+    Range limits; ///< x: limits of the valence histogram; y: limits of the thickness histogram
     double lower = 0.0; ///< valence of the first used reference
     double upper = 0.0; ///< valence of the second used reference
     QColor color;

@@ -9,7 +9,7 @@ namespace display
 namespace
 {
 
-int guards = 0; // number of guards that currently show the cursor
+int guards = 0; // number of existing guards that were created with isWanted
 
 } // namespace
 

@@ -117,7 +117,7 @@ int cBar::rowOf(double place) const
     return display::truncated(cc.r2sY(place));
 }
 
-/// Fills the rows in the half-open interval [@p top, @p bottom) over the whole width.
+/// Fills the pixel rows in the half-open interval [@p top, @p bottom) over the whole width.
 void cBar::fillRows(QPainter* p, int top, int bottom, const QColor& color) const
 {
     const int first = std::max(top, 0);
@@ -129,8 +129,8 @@ void cBar::fillRows(QPainter* p, int top, int bottom, const QColor& color) const
 
 void cBar::drawTable(QPainter* p) const
 {
-    // Pixel rows grow downward, so r2sdY() is negative. The band of an entry extends
-    // upward from the row of its index.
+    // r2sdY() is negative, because table indices grow upward while pixels grow downward. The
+    // band of an entry extends upward from the pixel row of its index.
     const int band = std::max(display::truncated(std::fabs(cc.r2sdY(1.0)) + 1.0), 1);
     for (int i = 0; i < nColors; ++i) {
         const int row = rowOf(i);

@@ -8,9 +8,9 @@
 #include <QFrame>
 #include <QList>
 
-/// Owns the colour table and maps values to colours. It is also a control: dragging
-/// its two lines compresses or stretches the table along the bar without changing the
-/// value limits.
+/// Owns the colour table and maps values to colours. It is also a control: dragging its
+/// two horizontal lines compresses or stretches the table along the bar without changing
+/// the value limits.
 class cBar : public QFrame
 {
     Q_OBJECT
@@ -34,7 +34,7 @@ public:
     void checkOrder();
 
     MouseC mouse;
-    ChCoord cc;                       ///< coordinates of the bar; y is an index in the table
+    ChCoord cc;                       ///< coordinates of the bar; y is a table index
     QList<QColor*> table;             ///< owned
     QColor aboveColor{255, 255, 255}; ///< fills the bar above the upper line
     QColor belowColor{0, 0, 0};       ///< fills the bar below the lower line
@@ -48,8 +48,8 @@ public:
     double zmin = 0.0;     ///< lower value limit
     double imax = 0.0;     ///< table index at the top of the bar, which is the index of zmax
     double imin = 0.0;     ///< table index at the bottom of the bar, which is the index of zmin
-    bool autoScale = true; ///< the client calculates the limits from its data
-    bool invert = false;   ///< the table is read in reverse order
+    bool autoScale = true; ///< whether the client calculates the limits from its data
+    bool invert = false;   ///< whether the table is read in reverse order
     int dragHandle = 2;    ///< the dragged line: 0 upper, 1 lower, 2 none
 
 public Q_SLOTS:

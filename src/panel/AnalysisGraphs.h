@@ -35,18 +35,18 @@ struct GraphData {
         const QList<Histgram*>& ofReferences;
     };
 
-    const A2DData& result;             ///< result of the latest map calculation
+    const A2DData& result;             ///< result map of the latest map calculation
     const QList<AMutE*>& displayOnly;  ///< spectra loaded for display only
-    const AMutE* fitted;               ///< curve of the latest fit; can be null
-    const QList<LCFPoint>& comparison; ///< comparison of fits and target calculations
-    int pointColor;                    ///< colour index of the next comparison point
+    const AMutE* fitted;               ///< curve of the latest linear combination fit; can be null
+    const QList<LCFPoint>& comparison; ///< points of the graph that compares both methods
+    int pointColor; ///< colour index of the thickness graph and of the next comparison point
     const CColors& colors;
     Histograms valence;
     Histograms thickness;
 };
 
-/// Draws the six graphs of the analysis. Each paint reads all its data again; no data are
-/// stored between paints.
+/// Draws the six graphs of the analysis. Each paint reads the input fields and the results
+/// again: this class stores no data between paints.
 class AnalysisGraphs
 {
     Q_DECLARE_TR_FUNCTIONS(FourPs) // the titles are translated in the context of the panel
@@ -65,8 +65,8 @@ public:
     void draw(Displays::DispId id, DispABase* frame, QStylePainter* p, const GraphData& data,
               display::Graph::Range* range) const;
 
-    /// In the graph of all spectra, switches a spectrum on or off if its row in the
-    /// legend is at @p pos (pixels of the painting surface).
+    /// Switches a spectrum in the graph of all spectra on or off if its name in the legend is
+    /// at @p pos (pixels of the painting surface).
     void switchSpectrumAt(QPoint pos, const QList<AMutE*>& displayOnly) const;
 
 private:

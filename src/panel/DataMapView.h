@@ -20,16 +20,17 @@ public:
     /// @param inputs   reads the input fields
     DataMapView(const Widgets& widgets, const InputReader& inputs);
 
-    /// Paints a white background and, if the row has a map, its cells. If the painting
-    /// surface has no range, the view and the limits are first fitted to the map.
+    /// Paints a white background and, if the energy row has a map, the cells of the map. If
+    /// the painting surface has no range, the view and the colour limits are first fitted to
+    /// the map.
     void draw(QStylePainter* p) const;
 
     /// Shows the value at the position (@p x, @p y) (pixels of the map), or -1 outside
-    /// the map. Does nothing if the row has no map.
+    /// the map. Does nothing if the energy row has no map.
     void showValueAt(double x, double y) const;
 
-    /// Call this if another map was selected or read: clears the value, and repaints with
-    /// the view and the limits fitted to the new map.
+    /// Call this if another map was selected or read: clears the shown value and repaints.
+    /// The paint fits the view and the colour limits to the new map.
     void showOtherMap() const;
 
 private:

@@ -15,8 +15,8 @@ namespace
 
 constexpr int vertical = 0;
 
-/// Makes a set of vertical lines, one for each edit. The values of the second and the
-/// third line are offsets from the first.
+/// Makes a set of vertical marker lines, one for each edit. The numbers in the second and
+/// the third edit are offsets from the number in the first edit.
 MarkLines* edgeSet(const QList<QLineEdit*>& edits)
 {
     auto* set = new MarkLines;

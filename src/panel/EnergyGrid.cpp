@@ -84,7 +84,7 @@ void EnergyGrid::placeRow(const AEPoint& row, int index)
         {row.ShowMapB, ShowMapColumn},
     }};
     for (const auto& [widget, column] : cells) {
-        // The paths use all remaining width; the other widgets are centred.
+        // The file rows use all remaining width; the other widgets are centred.
         const bool path = column == MapFileColumn;
         m_grid->addWidget(widget, line, column, path ? Qt::AlignVCenter : Qt::AlignCenter);
     }

@@ -12,9 +12,10 @@ class QLineEdit;
 namespace panel
 {
 
-/// Places the widgets of the energy rows in a grid: two lines of headings, one line for
-/// each row, and below them the fields that apply to all rows. The widgets become
-/// children of the grid's widget; the frames of the rows are then empty and never shown.
+/// Places the widgets of the energy rows in a grid: two grid rows of headings, one grid row
+/// for each energy row, and below them the fields that apply to all energy rows. The widgets
+/// become children of the grid's widget; the frames of the energy rows are then empty and
+/// never shown.
 class EnergyGrid
 {
     Q_DECLARE_TR_FUNCTIONS(FourPs) // the headings are translated in the context of the panel
@@ -23,14 +24,16 @@ public:
     /// @param grid  an empty grid; must outlive this object
     explicit EnergyGrid(QGridLayout* grid);
 
-    /// Places the two lines of headings.
+    /// Places the headings in the two top rows of the grid.
     void placeHeadings();
 
-    /// Places the widgets of @p row in the line of row number @p index (from 0).
+    /// Places the widgets of @p row in one row of the grid, below the headings.
+    /// @param index  number of the energy row, from 0
     void placeRow(const AEPoint& row, int index);
 
-    /// Places the list of energies and the file row for several maps in the line of row
-    /// number @p index, in the columns of the energies and of the map files.
+    /// Places the field for a list of energies and the file row for several maps in one row
+    /// of the grid, in the columns of the energies and of the map files.
+    /// @param index  number of energy rows that placeRow() has placed above
     void placeFieldsForAll(QLineEdit* energies, AFileSelect* files, int index);
 
 private:

@@ -10,8 +10,9 @@
 namespace panel
 {
 
-// By default the focus chain has the order in which the widgets were created. The rows are
-// created after the widgets of the form, although they are shown above many of them.
+// By default the focus chain has the order in which the widgets were created. The reference
+// rows and the energy rows are created after the widgets of the form, although they are shown
+// above many of these widgets.
 void orderFocusChain(QWidget* panel, const Widgets& widgets)
 {
     QList<QWidget*> references;

@@ -116,7 +116,7 @@ void layOutEnergyRows(FourPs& panel)
     for (int i = 0; i < panel.EPoints.size(); ++i) {
         grid.placeRow(*panel.EPoints.at(i), i);
     }
-    // The list of energies is as wide as the energy fields above it.
+    // The field is at most as wide as the energy fields above it.
     panel.MultiEnergys->setMaximumWidth(panel.EPoints.first()->Energy->maximumWidth());
     grid.placeFieldsForAll(panel.MultiEnergys, panel.MultiFiles, energyRowCount);
 }
@@ -187,7 +187,8 @@ FourPs::FourPs(QWidget* parent)
     changedSubBGTypeForTarget(ui.SubPostEforTarget->isChecked());
     m_widgets.normRadios = newGroup({ui.NNone, ui.NBySubPre, ui.NByEJ, ui.NBy2Vics});
     ui.CConds->setVisible(ui.DispCondsB->isChecked());
-    // On purpose the choice of "4 Points Meth." keeps its default: no code enables it again.
+    // On purpose the choice of "4 Points Meth." keeps its default: no code enables the buttons
+    // again.
     ui.CConds3->setEnabled(false);
     // Connected last, so that the initialisation above starts no calculation.
     const panel::Wiring<FourPs> wiring(m_widgets, this);
@@ -198,8 +199,8 @@ FourPs::FourPs(QWidget* parent)
     receiveNewDir(QDir::currentPath());
 }
 
-// Fills the pointers that the parts of the panel use, except for the groups of buttons,
-// which are set where they are made.
+// Sets the pointers that the parts of the panel use, except for the groups of buttons: the
+// constructor sets these pointers when it creates the groups.
 void FourPs::listWidgets()
 {
     m_widgets.form = &ui;

@@ -51,7 +51,7 @@ class FourPs : public QFrame
 public:
     explicit FourPs(QWidget* parent = nullptr);
 
-    /// Adds @p text to the message box as one line, see QString::simplified().
+    /// Appends QString::simplified() of @p text to the message box as one line of text.
     void message(const QString& text);
 
     /// Gives the focus to the file button of the first reference, because a session
@@ -68,15 +68,16 @@ public:
     /// See panel::ResultMapView::setPresetLimits().
     bool SetMapScale();
 
-    /// Writes the automatic histogram limits to their fields if "Auto" is checked.
+    /// Writes the automatic limits of the valence and of the thickness histograms to their
+    /// fields, each if its "Auto" is checked.
     void SetHistogramRanges();
 
     int CheckedMapRow() const;      ///< see panel::InputReader::checkedMapRow()
     bool ratioChecked(int n) const; ///< see panel::InputReader::isRatioShown()
     bool dMutChecked(int n) const;  ///< see panel::InputReader::isDMutShown()
 
-    /// Returns the ratio histogram of the last checked ratio box, or the valence
-    /// histogram if no box is checked.
+    /// Returns the ratio histogram of the last reference whose check box for it is checked,
+    /// or the valence histogram if none of these check boxes is checked.
     Histgram* currentRatioHist() const;
 
     double edgeJumpRatio() const;      ///< see analysis::ReferenceSet::edgeJumpRatio()
@@ -95,39 +96,39 @@ public:
     int kindOfMap() const;
 
     Ui_FourPs ui;
-    QLineEdit* MultiEnergys = nullptr; ///< a list of energies for all rows
-    AFileSelect* MultiFiles = nullptr; ///< several maps at once
+    QLineEdit* MultiEnergys = nullptr; ///< field for a list of the energies of all rows
+    AFileSelect* MultiFiles = nullptr; ///< file row that selects several maps at once
     RefFiles Refs;
     QList<AXafsFileSelect*> XafsFiles; ///< Ref 1 to Ref 4, then the target
-    QList<AEPoint*> EPoints;           ///< eight rows; their frames have no owner
-    A2DData BaseData;                  ///< result of the latest map calculation
-    QList<AMutE*> DispMuts;            ///< spectra for display only, in the order of SelectedFs
-    AMutE* LCFMut = nullptr;           ///< curve of the latest fit; not marked valid
-    double TargetV = 0.0;              ///< first fraction of the latest target calculation
-    double TargetT = 0.0;              ///< valence of the latest target calculation
-    QList<LCFPoint> LCFvs4PS;          ///< one point for each fit since the list was cleared
-    int LCFColor = 0;                  ///< colour index of the next point of LCFvs4PS
-    bool unusedFlag = false;           ///< not read by any code; kept on purpose
-    CColors Colors;                    ///< the colours of the graphs
-    Displays* Disps = nullptr;         ///< the graph window
-    DispMBase* MapDisp = nullptr;      ///< the window of the result map
-    DispMBase* DMapDisp = nullptr;     ///< the window of the measured map
-    Histgram* HistV = nullptr;         ///< histogram of the valence
-    Histgram* HistT = nullptr;         ///< histogram of the total dMut
-    QList<Histgram*> HistRatio;        ///< one per reference; shares the input fields of HistV
-    QList<Histgram*> HistDMut;         ///< one per reference; shares the input fields of HistT
-    double scaleX0 = 0.0;              ///< x0 of the automatic range of the latest graph
-    double scaleY0 = 0.0;              ///< y0 of the automatic range of the latest graph
-    double scaleX1 = 0.0;              ///< x1 of the automatic range of the latest graph
-    double scaleY1 = 0.0;              ///< y1 of the automatic range of the latest graph
+    QList<AEPoint*> EPoints;       ///< the eight energy rows; their frames have no QObject parent
+    A2DData BaseData;              ///< result map of the latest map calculation
+    QList<AMutE*> DispMuts;        ///< spectra for display only, in the order of SelectedFs
+    AMutE* LCFMut = nullptr;       ///< curve of the latest linear combination fit; not marked valid
+    double TargetV = 0.0;          ///< fraction a of the latest target calculation
+    double TargetT = 0.0;          ///< valence of the latest target calculation
+    QList<LCFPoint> LCFvs4PS;      ///< one point for each fit since the list was last cleared
+    int LCFColor = 0;              ///< colour index of the next point of LCFvs4PS
+    bool unusedFlag = false;       ///< not read by any code; kept on purpose
+    CColors Colors;                ///< the colours of the graphs
+    Displays* Disps = nullptr;     ///< the graph window
+    DispMBase* MapDisp = nullptr;  ///< the window of the result map
+    DispMBase* DMapDisp = nullptr; ///< the window of the measured map
+    Histgram* HistV = nullptr;     ///< histogram of the valence
+    Histgram* HistT = nullptr;     ///< histogram of the total dMut
+    QList<Histgram*> HistRatio;    ///< ratio histogram of each reference, with the fields of HistV
+    QList<Histgram*> HistDMut;     ///< dMut histogram of each reference, with the fields of HistT
+    double scaleX0 = 0.0;          ///< lower x of the latest automatic range of a graph
+    double scaleY0 = 0.0;          ///< lower y of the latest automatic range of a graph
+    double scaleX1 = 0.0;          ///< upper x of the latest automatic range of a graph
+    double scaleY1 = 0.0;          ///< upper y of the latest automatic range of a graph
 
 public Q_SLOTS:
     /// Writes the edge energy @p e (eV) with 6 digits to its field and calls setEdge().
     void noticedNewEdge(double e);
 
-    /// Sets the edge and the ends of the background lines of all spectra to the values in
-    /// the fields, fits all background lines again, and calls receiveNewRef() for each
-    /// reference. The column of the target is not refreshed.
+    /// Sets the edge energy and the limits of the pre-edge and post-edge regions of all
+    /// spectra to the values in the fields, fits all background lines again, and calls
+    /// receiveNewRef() for each reference. The mut column of the target is not refreshed.
     void setEdge();
 
     void updateMaps(bool f);         ///< repaints both map windows; ignores @p f
@@ -139,7 +140,7 @@ public Q_SLOTS:
     void changedSubBGTypeForRef(bool f);
 
     /// Selects the background line that is subtracted from the target: the post-edge line
-    /// if @p f is true, otherwise the pre-edge line. Then refreshes the column of the
+    /// if @p f is true, otherwise the pre-edge line. Then refreshes the mut column of the
     /// target and runs calcBoth().
     void changedSubBGTypeForTarget(bool f);
 
@@ -147,21 +148,22 @@ public Q_SLOTS:
     /// if none is selected.
     void removeAFile();
 
-    /// Passes the directory to all file rows except the one for saving. Ignores an empty
-    /// directory, which is reported for a file on a share that is not mounted.
+    /// Sets the directory of all file rows except the save row to @p dir. Ignores an empty
+    /// directory, which a file row reports for a file on a network share that is not mounted.
     void receiveNewDir(QString dir);
 
     /// Recalculates the mut fields of the energy row that sent the signal, for the energy in
     /// its field. Ignores @p e and starts no calculation.
     void receiveNewEnergy(double e);
 
-    /// A spectrum row has read another file: refreshes its column, then runs calcBoth().
-    /// calcBoth() also runs if the sender is not a spectrum row.
+    /// A spectrum row has read another file: refreshes the mut column of this spectrum, then
+    /// runs calcBoth(). calcBoth() also runs if the sender is not a spectrum row. @p fname is
+    /// ignored.
     void receiveNewFile(QString fname);
 
-    /// Refreshes the column of reference @p n (from 0), that is its mut in each energy row
-    /// with a positive energy, and runs calcBoth(). Does nothing if its spectrum is not
-    /// valid or does not exist.
+    /// Refreshes the mut column of reference @p n (from 0): its mut in each energy row with a
+    /// positive energy. Then runs calcBoth(). Does nothing if the reference has no valid
+    /// spectrum or does not exist.
     void receiveNewRef(int n);
 
     void receiveNewRef1(QString fname); ///< calls receiveNewRef(0); ignores @p fname
@@ -169,10 +171,10 @@ public Q_SLOTS:
     void receiveNewRef3(QString fname); ///< calls receiveNewRef(2); ignores @p fname
     void receiveNewRef4(QString fname); ///< calls receiveNewRef(3); ignores @p fname
 
-    /// Refreshes the column of the target; @p fname is ignored.
+    /// Refreshes the mut column of the target; @p fname is ignored.
     void receiveNewTarget(QString fname);
 
-    /// Reads spectra for display only. Files that cannot be read are skipped.
+    /// Reads the spectra in @p paths for display only. Files that cannot be read are skipped.
     void receiveNewDispFiles(QStringList paths);
 
     /// Reads one map for each energy row, in order. Surplus paths are ignored.
@@ -187,8 +189,8 @@ public Q_SLOTS:
     /// histograms.
     void calcMap();
 
-    /// Calculates the target from the energy rows, or from the spectra with the
-    /// non-equivalent method, and shows the result in CalcRes.
+    /// Calculates the target and shows the result in CalcRes. The four-points methods use the
+    /// energy rows, the non-equivalent method uses the spectra.
     void calcTarget();
 
     /// Runs calcMap() and write(). If the calculation is refused, the previous result is
@@ -200,9 +202,9 @@ public Q_SLOTS:
     /// reported in the message box.
     void write();
 
-    void clearLCFvs4PS(MouseC* m);    ///< clears the comparison of fits and target results
+    void clearLCFvs4PS(MouseC* m);    ///< clears LCFvs4PS, the comparison of the two methods
     void newColorLCFvs4PS(MouseC* m); ///< selects the next colour for new points of LCFvs4PS
-    void updateDMap();                ///< repaints the measured map with a newly fitted view
+    void updateDMap();                ///< see panel::DataMapView::showOtherMap()
 
     /// Draws the analysis graph @p id; does nothing for the plots that spectrum rows draw.
     void draw(Displays::DispId id, DispABase* dab, QStylePainter* p);
@@ -220,9 +222,9 @@ public Q_SLOTS:
     /// the result in LCFRes, stores the fitted curve in LCFMut and adds a point to LCFvs4PS.
     void lcf();
 
-    void mPressedInAllMut(MouseC* m); ///< switches the spectrum of the pressed legend row on or off
+    void mPressedInAllMut(MouseC* m); ///< see panel::AnalysisGraphs::switchSpectrumAt()
     void dClickedInMap(MouseC* m);    ///< see panel::ResultMapView::handleDoubleClick()
-    void newMultiEnergys();           ///< copies the typed list of energies to the rows
+    void newMultiEnergys();           ///< copies the typed list of energies to the energy rows
 
 private:
     void listWidgets();

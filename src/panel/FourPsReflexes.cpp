@@ -17,8 +17,8 @@
 namespace
 {
 
-/// Shows the mut of @p spectrum at @p energy (eV). Clears the cell if the spectrum has no
-/// value there.
+/// Shows the mut of @p spectrum at @p energy (eV) in the field @p cell. Clears the field if
+/// the spectrum has no value at this energy.
 void refreshCell(QLineEdit* cell, const AXafsFileSelect* spectrum, double energy)
 {
     double mut = 0.0;
@@ -110,7 +110,7 @@ void FourPs::removeAFile()
 
 void FourPs::receiveNewDir(QString dir)
 {
-    // The directory is empty for a file on a share that is not mounted.
+    // The directory is empty for a file on a network share that is not mounted.
     if (dir.isEmpty()) {
         return;
     }

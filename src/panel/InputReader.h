@@ -47,36 +47,40 @@ public:
     /// points to the objects in the rows.
     analysis::CalculationState calculationState() const;
 
-    /// Returns the values of the edge fields. The user enters the two limits as distances
-    /// from the edge.
+    /// Returns the energies of the edge fields. The user enters the two limits as offsets
+    /// from the edge energy, which are added here.
     Edge edge() const;
 
-    /// Returns the normalisation of all spectra, see the constants of AMutE: 0 raw, 1
-    /// minus the pre-edge line, 3 in units of the edge jump, 4 normalised by both lines;
-    /// 5 if no button is checked.
+    /// Returns the selected normalisation of all spectra, a constant of AMutE:
+    /// - 0: raw absorbance;
+    /// - 1: minus the pre-edge line;
+    /// - 3: minus the pre-edge line, divided by the edge jump;
+    /// - 4: normalised by both background lines.
+    ///
+    /// Returns 5 if no button is checked.
     int normMode() const;
 
-    /// Returns the index of the first energy row with "Show Map" checked, or 0 if there
-    /// is none.
+    /// Returns the index of the first energy row with "Show Map" checked, or 0 if no row has
+    /// it checked.
     int checkedMapRow() const;
 
-    /// Returns the index of the quantity that the result map shows, or 0 if none is
-    /// selected.
+    /// Returns the index (0 to 12) of the quantity that the result map shows, or 0 if none
+    /// is selected.
     int kindOfMap() const;
 
     /// Returns for each quantity whether it is selected for the result file.
     std::array<bool, analysis::columnCount> wantedColumns() const;
 
-    /// Whether the box for the share histogram of the @p n-th used reference (from 0) is
-    /// checked. False if there is no such reference.
+    /// Whether the check box for the ratio histogram of the @p n-th used reference (from 0)
+    /// is checked. False if there is no such reference.
     bool isRatioShown(const analysis::ReferenceSet& references, int n) const;
 
-    /// Whether the box for the edge jump histogram of the @p n-th used reference (from 0)
+    /// Whether the check box for the dMut histogram of the @p n-th used reference (from 0)
     /// is checked. False if there is no such reference.
     bool isDMutShown(const analysis::ReferenceSet& references, int n) const;
 
-    /// Returns the index of the last reference row whose box for the share histogram is
-    /// checked, or -1 if none is.
+    /// Returns the index of the last reference row whose check box for the ratio histogram
+    /// is checked, or -1 if none of them is checked.
     int shownRatioRow() const;
 
     /// Whether maps are drawn with a grid.

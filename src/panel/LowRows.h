@@ -10,10 +10,10 @@ namespace panel
 
 /// Limits the height of the rows of a form, so that a form with many rows fits on a
 /// small screen. Line edits, push buttons and combo boxes get at most the height of a
-/// line of text with its frame. Check boxes and radio buttons get at most the height of
-/// the text or of their indicator, whichever is larger. The heights are
-/// set again when the font or the style of the form changes. Windows that are children
-/// of the form, such as file dialogs, are not changed.
+/// line of text with its frame. Check boxes and radio buttons get at most the
+/// height of a line of text or of their indicator: the larger of the two. The heights are
+/// set again when the font or the style of the form changes. Windows that are children of
+/// the form, such as file dialogs, are not changed.
 class LowRows : public QObject
 {
 public:
@@ -21,7 +21,7 @@ public:
     /// @param form  becomes the owner of this object
     explicit LowRows(QWidget* form);
 
-    /// Limits the heights again after a change of font or style. Does not stop any event.
+    /// Limits the heights again after a change of font or style. Does not block any event.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

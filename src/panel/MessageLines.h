@@ -12,9 +12,9 @@ namespace panel
 /// Appends lines to a text box and scrolls to the last one.
 ///
 /// After each change, QTextEdit lays out the lines near the end of the text again, and
-/// looks up the position of each of them in a tree of all lines. In a Batch all new
-/// lines are therefore laid out together, at the end of the batch. The text of the box
-/// contains each line immediately.
+/// looks up the position of each of these lines in a tree of all lines. To do this only
+/// once, all lines of a Batch are laid out together at the end of the batch. The text of
+/// the box contains each line immediately.
 class MessageLines
 {
 public:
@@ -38,8 +38,8 @@ public:
     /// @param box  must outlive this object
     void setBox(QTextEdit* box) { m_box = box; }
 
-    /// Appends a line and moves the cursor of the box to its end. Inside a batch the
-    /// cursor is moved at the end of the batch.
+    /// Appends a line and moves the cursor to the end of the text. Inside a batch the cursor
+    /// is moved only when the batch ends.
     /// @pre setBox() was called
     void append(const QString& line);
 

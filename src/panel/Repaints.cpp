@@ -60,9 +60,9 @@ void connectGraphs(const Widgets& widgets)
         repaintOn(thickness, row->UseCB, row->Valence);
         repaintOn(plane, row->UseCB);
     }
-    // Two inputs need no repaint. The limits of the histograms change the thickness plot only
-    // when its range is set automatically. A mouse release in the comparison plot changes
-    // only the colour of later points.
+    // Two kinds of input need no repaint. The limits of the histograms are used in the
+    // thickness plot only when its view is next fitted to them. A mouse release in the comparison
+    // plot changes only the colour of later points.
 }
 
 void connectMaps(const Widgets& widgets)
@@ -74,7 +74,8 @@ void connectMaps(const Widgets& widgets)
                          &DispMBase::update);
     }
     for (const AEPoint* row : widgets.points) {
-        // Also repaints after a failed read, which leaves the row without a map.
+        // The signal is also emitted for a file that cannot be read. The row then has no map,
+        // and the repaint removes the picture of the old map.
         QObject::connect(row->FileSelect, &AFileSelect::newFilePath, widgets.dataMap,
                          &DispMBase::update);
     }

@@ -26,11 +26,13 @@ public:
     ResultMapView(const Widgets& widgets, const InputReader& inputs, const A2DData& result);
 
     /// Paints a white background and, if the map has pixels, its cells. If the painting
-    /// surface has no range, the view is first fitted to the map and the limits are set:
-    /// to the preset limits of the quantity, or to the range of all pixels if it has none.
+    /// surface has no range, the view is first fitted to the map. The colour limits are then
+    /// also set: to the preset limits of the quantity, or to the range of the values of all
+    /// pixels if it has no preset limits.
     void draw(QStylePainter* p) const;
 
-    /// Sets the preset limits of the selected quantity, see analysis::mapLimits().
+    /// Sets the colour limits to the preset limits of the selected quantity, see
+    /// analysis::mapLimits().
     /// @return false if the quantity has no preset limits; the limits are then unchanged
     bool setPresetLimits() const;
 
@@ -38,25 +40,28 @@ public:
     /// map. Does nothing if there is no result.
     void showValueAt(double x, double y) const;
 
-    /// Sets the limits after a double click with the left button:
-    /// - without a modifier key to the range of all pixels;
-    /// - with Shift to the range of all pixels, except that no limit is lowered;
-    /// - with Control to the preset limits, or to the range of all pixels if there are none.
+    /// Sets the colour limits after a double click with the left button:
+    /// - without a modifier key to the range of the values of all pixels;
+    /// - with Shift to the range of the values of all pixels, except that no limit is lowered;
+    /// - with Control to the preset limits, or to the range of the values of all pixels if the
+    ///   quantity has no preset limits.
     ///
     /// These limits are kept only until the next paint: the double click has also reset the
-    /// range of the surface, so draw() sets view and limits again.
+    /// range of the surface, so draw() sets the view and the limits again.
     /// @return false if there is no result; the double click then has no effect
     bool handleDoubleClick(const MouseC& mouse) const;
 
-    /// Call this if another quantity was selected: clears the value, sets the preset limits
-    /// of the quantity if it has any, and repaints.
+    /// Call this if another quantity was selected: clears the shown value, sets the preset
+    /// limits of the new quantity if it has any, and repaints.
     void showOtherQuantity() const;
 
-    /// Repaints after a map calculation and keeps the limits.
-    /// @param isSizeNew  whether the map has another size; only then the view is fitted
+    /// Repaints after a map calculation and keeps the colour limits.
+    /// @param isSizeNew  whether the map has another size than before; only then the view is
+    ///                   fitted to the map
     void showNewResult(bool isSizeNew) const;
 
-    /// Repaints after a map calculation, with the view and the limits set again by draw().
+    /// Repaints after a map calculation. The next draw() fits the view to the map and sets
+    /// the colour limits again.
     void showAndFitNewResult() const;
 
 private:

@@ -29,7 +29,7 @@ AEPoint::AEPoint(QWidget* parent)
     connect(FileSelect, &AFileSelect::newDir, this, &AEPoint::newDir);
     connect(FileSelect, &AFileSelect::newFilePath, this, &AEPoint::loadData);
     connect(Energy, &QLineEdit::editingFinished, this, &AEPoint::inNewEnergy);
-    // clicked(), not toggled(): a box that code checks must not start a calculation.
+    // clicked(), not toggled(): when code checks a check box, no calculation must start.
     connect(UseCB, &QCheckBox::clicked, this, &AEPoint::changedCB);
     connect(LCFCB, &QCheckBox::clicked, this, &AEPoint::changedCB);
     connect(VPointCB, &QCheckBox::clicked, this, &AEPoint::changedCB);
@@ -68,7 +68,7 @@ void AEPoint::loadData(QString path)
 void AEPoint::load2dProcData(QString path)
 {
     const display::WaitCursor cursor;
-    // On purpose, a failed load also counts as loaded; the map is then 0 by 0.
+    // On purpose the row counts as loaded even if reading fails; the map is then 0 by 0.
     data::appendPixelFile(path, *this);
     loaded = true;
     Q_EMIT newData();

@@ -18,8 +18,8 @@ public:
     explicit AEPoint(QWidget* parent = nullptr);
 
     /// Reads the energy of the row (eV) and the mut of the references @p i and @p j from
-    /// the fields. An unparsable number reads as 0. An index outside the four references
-    /// gives 0.
+    /// the fields. An unparsable number reads as 0. For an index outside 0 to 3 the mut is
+    /// 0.
     void energyAndMuts(int i, int j, double* e, double* mi, double* mj) const;
 
     using Ui_AEPoint::Energy;
@@ -36,12 +36,12 @@ public:
     using Ui_AEPoint::VPointCB;
 
     bool loaded = false;         ///< whether the row has a map for calculations
-    bool subBGForRef = false;    ///< copy of the panel's option; never read
-    bool subBGForTarget = false; ///< copy of the panel's option; never read
+    bool subBGForRef = false;    ///< subtract the post-edge line from references; never read
+    bool subBGForTarget = false; ///< subtract the post-edge line from the target; never read
     QList<QLineEdit*> mutEdits;  ///< Mut1 to Mut4
 
 public Q_SLOTS:
-    /// Reads a map file of any format, which its first bytes determine.
+    /// Reads the map file @p path. The first bytes of the file determine its format.
     ///
     /// The energy of an "ENERGY" line in a text map is written to @c Energy and
     /// emitted by newEnergy() while the file is still being read. If the map has a
@@ -51,13 +51,14 @@ public Q_SLOTS:
     void loadData(QString path);
 
     /// Appends the pixels of a "2dData" file, whose values are mut, and sets the size of
-    /// the map to the size of the file. The pixels of earlier files remain first, so
-    /// they are found at the low indices. Then sets @c loaded to true and emits
-    /// newData(), also if the file is not a "2dData" file; the map is then 0 by 0.
+    /// the map to the size in the file. The pixels of earlier files remain in the list, in
+    /// front of the new ones, so the map still shows the earlier pixels. Then sets
+    /// @c loaded to true and emits newData(), also if the file is not a "2dData" file; the
+    /// map is then 0 by 0.
     void load2dProcData(QString path);
 
-    /// Emits newEnergy() with the number in @c Energy, changed or not. An unparsable
-    /// number counts as 0.
+    /// Emits newEnergy() with the number in @c Energy, even if it is unchanged. An
+    /// unparsable number counts as 0.
     void inNewEnergy();
 
 Q_SIGNALS:

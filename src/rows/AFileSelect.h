@@ -26,29 +26,30 @@ public:
     explicit AFileSelect(QWidget* parent = nullptr, int initialMode = OpenMode);
 
     /// Sets save mode if @p m is 1 (SaveMode), otherwise open mode. The mode determines
-    /// the settings of the dialog, and whether the user can type into the name field,
-    /// which its colour shows. Set @c multi before.
+    /// the settings of the dialog, and whether the user can type into the name field. The
+    /// colour of the field shows this. Set @c multi before the call: in open mode it
+    /// determines how many files the dialog can select.
     void setMode(int m);
 
-    /// The text of the name field.
+    /// Returns the text of the name field.
     QString fileText() const;
 
     int mode = OpenMode;
     bool multi = false;                     ///< whether several files can be selected at once
-    QString dir;                            ///< the directory last used
-    QString fileName;                       ///< the name without its directory
+    QString dir;                            ///< the current directory; starts empty
+    QString fileName;                       ///< name of the selected file, without its directory
     rows::FileDialog* dialog = nullptr;     ///< owned as a child
     QString suffix = QStringLiteral("dat"); ///< file name extension in save mode
 
 public Q_SLOTS:
-    /// Selects @p path, which need not exist: shows it and emits newDir(), newFilePath()
-    /// and selectedFile(), in this order. In save mode @c suffix is appended to a path
-    /// with another extension. For a symbolic link, the directory is the one of the
-    /// link, not of its target.
+    /// Selects the file @p path: shows the path in the name field and emits newDir(),
+    /// newFilePath() and selectedFile(), in this order. The file need not exist. In save
+    /// mode, a dot and @c suffix are appended to a path with another extension. If @p path
+    /// is a symbolic link, newDir() reports the directory that contains the link.
     void newFile(QString path);
 
-    /// Selects several paths: shows their names and emits newDir() with the directory of
-    /// the last path, newFilePaths() and selectedFile(), in this order.
+    /// Selects several files: shows their names in the name field and emits newDir() with
+    /// the directory of the last path, newFilePaths() and selectedFile(), in this order.
     void newFiles(QStringList paths);
 
     /// Clears the name field and emits newFilePath() with an empty path, then
@@ -61,9 +62,9 @@ public Q_SLOTS:
     /// restored to their values before the dialog opened, without a signal.
     void selectingFile(QString path);
 
-    /// Sets the directory of the dialog without emitting newDir(), which would recurse
-    /// because many rows share a directory. Does nothing if @p newDir is the current
-    /// directory.
+    /// Sets the directory of the dialog. Does not emit newDir(): the panel handles newDir()
+    /// by calling setDir() of the rows, so the calls would recurse. Does nothing if
+    /// @p newDir is the current directory.
     void setDir(QString newDir);
 
     /// Shows or hides the energy shift field.
@@ -71,8 +72,8 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     /// A path in the directory @p dir was selected. @p dir is canonical, or empty if the
-    /// directory does not exist, for example on a share that is not mounted. For a
-    /// symbolic link it is the directory of the link.
+    /// directory does not exist, for example on a network share that is not mounted. If the
+    /// path is a symbolic link, @p dir is the directory that contains the link.
     void newDir(QString dir);
 
     /// @p path was selected; it is empty after clearFileName().
@@ -95,7 +96,8 @@ protected:
     /// path. Does nothing if it is not a "file://" URL.
     void dropEvent(QDropEvent* event) override;
 
-    /// Saves the current selection when the dialog opens.
+    /// Saves the current selection when the dialog opens, so that it can be restored if the
+    /// user cancels the dialog.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

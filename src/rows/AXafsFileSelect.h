@@ -9,7 +9,7 @@ class DispABase;
 class MouseC;
 class QStylePainter;
 
-/// Reads the spectrum file that is selected in its row, proposes an edge energy, keeps
+/// Reads the spectrum file that is selected in its row, proposes an edge energy, stores
 /// the energy shift, and draws the spectrum in a frame of the graph window.
 class AXafsFileSelect : public AFileSelect, public AMutE
 {
@@ -22,8 +22,9 @@ public:
     /// it can be null. Also shows the energy shift field and connects it.
     void attach(DispABase* f);
 
-    /// Background-subtracted mut at working energy @p E (eV), with the post-edge line if
-    /// @c subPost; see AMutE::backgroundSubtractedAt().
+    /// Calculates the mut at working energy @p E (eV) minus the post-edge line if @c subPost
+    /// is set, otherwise minus the pre-edge line; see AMutE::backgroundSubtractedAt().
+    /// @return false, with @p out unchanged, if no point has the working energy @p E or more
     bool MutAt(double E, double* out) const;
 
     DispABase* frame = nullptr; ///< not owned
@@ -33,8 +34,9 @@ public Q_SLOTS:
     /// Reads the file and emits foundNewEdge() if it contains a spectrum. The next paint
     /// of the frame fits the range to the new data.
     ///
-    /// This slot does not replace AFileSelect::newFile(), whose signal newFilePath() is
-    /// connected to it. To load a file from code, call AFileSelect::newFile().
+    /// The slot hides AFileSelect::newFile() but does not override it: that function emits
+    /// newFilePath(), which is connected to this slot. To load a file from code, call
+    /// AFileSelect::newFile().
     void newFile(QString path);
 
     /// Reads the energy shift (eV) from its field; an unparsable number counts as 0. The
@@ -43,16 +45,17 @@ public Q_SLOTS:
 
     /// Draws the spectrum, its two background lines and three vertical lines at
     /// preEdgeEnd, edgeEnergy and postEdgeStart, over the working energy (eV), and writes
-    /// the edge jump. Without points the drawing is white. Does nothing without a frame.
+    /// the edge jump as text. A spectrum without points gets a white background only. Does
+    /// nothing without a frame.
     void draw(QStylePainter* p);
 
     /// Does nothing: the marker lines of the frame handle the dragging.
     void mPressed(MouseC* m);
 
-    /// Does nothing; see mPressed().
+    /// Does nothing: the marker lines of the frame handle the dragging.
     void mDragging(MouseC* m);
 
-    /// Does nothing; see mPressed().
+    /// Does nothing: the marker lines of the frame handle the dragging.
     void mReleased(MouseC* m);
 
 Q_SIGNALS:

@@ -25,7 +25,8 @@ void AXafsFileSelect::draw(QStylePainter* p)
         cc.drawn = false;
         return;
     }
-    // The range uses the energies without dE, so a shift moves the curve within it.
+    // The range is calculated from the energies of the file, without dE. A change of dE
+    // therefore moves the curve within the range.
     const double dx = (maxEnergy - minEnergy) * 0.05;
     const double dy = (maxMut - minMut) * 0.05;
     frame->setRealCoord(minEnergy - dx, minMut - dy, maxEnergy + dx, maxMut + dy);
@@ -65,7 +66,7 @@ void AXafsFileSelect::drawCurves(QStylePainter* p, const ChCoord& cc) const
 
 void AXafsFileSelect::drawEdgeJump(QStylePainter* p, const ChCoord& cc) const
 {
-    const int T = cc.textRow(); // negative
+    const int T = cc.textRow(); // negative: y values grow upward, pixels downward
     const int L = cc.labelWidth();
     const QRectF box(truncated(cc.areaX1) - 3 * L,
                      truncated(cc.areaY1) - truncated(T * (1.0 - cc.textFill)), 3 * L,

@@ -33,7 +33,7 @@ enum Column { NameColumn, SizeColumn, KindColumn, DateColumn };
 
 constexpr int nameLength = 24; // characters in a typical file name
 
-// The folder, or its nearest parent that exists.
+// Returns @p folder, or its nearest parent that exists.
 QString existingFolder(const QString& folder)
 {
     QFileInfo info(folder.isEmpty() ? QDir::rootPath() : folder);
@@ -43,8 +43,8 @@ QString existingFolder(const QString& folder)
     return info.absoluteFilePath();
 }
 
-// Widens the columns so that a typical file is readable in them. Returns the total width
-// of all columns, px.
+// Widens the columns so that the name, the size and the date of a typical file are readable.
+// Returns the total width of all columns, in pixels.
 int widenColumns(const QTreeView* list)
 {
     const QLocale locale = QLocale::system();
@@ -67,8 +67,8 @@ int widenColumns(const QTreeView* list)
     return header->length();
 }
 
-// Stops watching the folder. The signals of the model are blocked; otherwise the empty
-// path would enter the history of the "Back" button.
+// Makes the model stop watching its folder. The signals of the model are blocked; otherwise
+// the empty path would be added to the history of the "Back" button.
 void leaveFolder(QFileSystemModel* model)
 {
     const QSignalBlocker blocker(model);
@@ -77,10 +77,10 @@ void leaveFolder(QFileSystemModel* model)
 
 } // namespace
 
-// The constructor of the base class starts to read and watch the folder that it is
-// given. It gets the root folder, which is small, and this constructor leaves the root
-// folder at once. suspend() is not called here: stopping a watch that has just started
-// takes about 10 ms.
+// The constructor of the base class starts to read and watch its folder argument. The
+// argument is the root folder, which has few entries, and leaveFolder() stops watching it at
+// once. suspend() is not called here: stopping a watch that has just started takes about
+// 10 ms.
 FileDialog::FileDialog(QWidget* parent)
     : QFileDialog(parent, QString(), QDir::rootPath())
     , m_folder(QDir::currentPath())
@@ -122,7 +122,7 @@ void FileDialog::setVisible(bool visible)
 {
     const bool wasVisible = isVisible();
     if (visible && !wasVisible) {
-        // Before showing: a native dialog accepts no changes afterwards.
+        // Called before the dialog is shown: a visible native dialog accepts no changes.
         resume();
     } else if (wasVisible && !visible) {
         m_folder = QFileDialog::directory().path();
@@ -168,7 +168,7 @@ void FileDialog::resume()
 {
     if (QFileSystemModel* model = fileModel()) {
         model->setOption(QFileSystemModel::DontWatchForChanges, false);
-        // Makes the model read the folder again, even if it is the same one as before.
+        // Makes the model read the folder again, even if the folder is unchanged.
         leaveFolder(model);
     }
     QFileDialog::setDirectory(existingFolder(m_folder));

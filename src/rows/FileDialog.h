@@ -16,10 +16,10 @@ namespace rows
 
 /// A QFileDialog for an owner that keeps it hidden most of the time.
 ///
-/// A hidden dialog only remembers its folder and opens it when the dialog is shown. It
+/// A hidden dialog only stores its folder and reads it when the dialog is shown. It
 /// does not read or watch a folder, except that its constructor reads the root folder
 /// once. Call setDirectory() and directory() through this class: the functions of the
-/// base class ignore the remembered folder.
+/// base class ignore the stored folder.
 ///
 /// It has no Q_OBJECT because Qt shows the native dialog of the desktop only if the
 /// meta-object has the class name QFileDialog. A native dialog has no Qt widgets and no
@@ -30,15 +30,15 @@ public:
     /// Creates a hidden window, owned by @p parent, that opens in the working directory.
     explicit FileDialog(QWidget* parent);
 
-    /// Sets the folder that a visible dialog shows now and a hidden dialog when it opens.
-    /// If @p folder does not exist then, its nearest existing parent is shown. Does
-    /// nothing if @p folder is empty.
+    /// Sets the folder. A visible dialog shows it now, a hidden dialog when it opens. If
+    /// @p folder does not exist when the dialog opens, the dialog shows the nearest existing
+    /// parent folder. Does nothing if @p folder is empty.
     void setDirectory(const QString& folder);
 
-    /// setDirectory() with the absolute path of @p folder.
+    /// Calls setDirectory() with the absolute path of @p folder.
     void setDirectory(const QDir& folder) { setDirectory(folder.absolutePath()); }
 
-    /// The folder that the dialog shows, or will show when it opens.
+    /// Returns the folder that the dialog shows, or will show when it opens.
     QDir directory() const;
 
     /// Writes @p name, which can be empty, into the name field of the open dialog and

@@ -35,7 +35,8 @@ bool grabPlot(DispABase* plot, const QString& path)
     return good;
 }
 
-/// The same with the range of the x axis limited to @p fromEv to @p toEv.
+/// Saves a picture of a plot in a separate window, with an x axis from @p fromEv to @p toEv
+/// (eV).
 bool grabPlot(DispABase* plot, double fromEv, double toEv, const QString& path)
 {
     plot->DispA->cc.setRealX(fromEv, toEv);
@@ -88,9 +89,8 @@ bool grabAll(const QList<QWidget*>& windows, const QDir& output)
     return good;
 }
 
-/// Brings the program into the state for the pictures: the sample is loaded and all
-/// results are calculated. The comparison plot shows three targets, two of them with a
-/// known valence.
+/// Loads the sample and calculates all results, as the pictures need. The comparison plot
+/// then shows three targets, two of them with a known valence.
 void runThroughSample(FourPs& panel, SampleRun& run, const QDir& sample)
 {
     run.load();
@@ -113,9 +113,9 @@ int main(int argc, char* argv[])
         QTextStream(stderr) << "aelk_pictures SAMPLE-FOLDER OUTPUT-FOLDER [all] [-e | -j]\n";
         return EXIT_FAILURE;
     }
-    const QStringList wishes = arguments.mid(3);
+    const QStringList options = arguments.mid(3);
     QTranslator translator;
-    app::installLanguage(app::languageFromArguments(wishes), translator);
+    app::installLanguage(app::languageFromArguments(options), translator);
 
     Body body;
     auto* panel = body.findChild<FourPs*>();
@@ -124,7 +124,7 @@ int main(int argc, char* argv[])
     runThroughSample(*panel, run, sample);
     const QDir output(arguments.at(2));
     const bool good =
-        wishes.contains(QLatin1String("all"))
+        options.contains(QLatin1String("all"))
             ? grabAll(run.windows() + QList<QWidget*>{panel->Disps->frame(Displays::DM2M3)}, output)
             : grabDocuments(*panel, output);
     return good ? EXIT_SUCCESS : EXIT_FAILURE;
