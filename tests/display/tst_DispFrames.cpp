@@ -427,8 +427,9 @@ void tst_DispFrames::popOutWindowIsAHiddenChild()
     QVERIFY(m->isDocked());
 }
 
-// The button moves together with the content: it is clicked first in the frame, then in
-// the window.
+// The button belongs to the content, which moves into the pop-out window. So the first
+// click is in the frame and pops the content out; the second click is in the window and
+// docks it.
 void tst_DispFrames::buttonPopsOutAndDocks()
 {
     QVERIFY(m->showDocked());

@@ -76,8 +76,8 @@ void tst_DispMBase::init()
     m_frame = std::make_unique<DispMBase>();
 }
 
-// Destroys the frame at the end of each test: a limit field that still has the focus
-// then emits editingFinished, which must be harmless.
+// The frame is destroyed at the end of each test. A limit field that still has the
+// focus then emits editingFinished, which must be harmless.
 void tst_DispMBase::cleanup()
 {
     m_frame.reset();
@@ -277,7 +277,8 @@ void tst_DispMBase::unparsableLimitIsZero()
 
 void tst_DispMBase::reversedLimitsAreSwapped_data()
 {
-    QTest::addColumn<bool>("upper"); // whether to change the upper limit of the range 1 to 3
+    QTest::addColumn<bool>(
+        "upper"); // true: changes the upper limit of the range 1 to 3; false: the lower limit
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("zmin");
     QTest::addColumn<double>("zmax");

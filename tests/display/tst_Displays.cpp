@@ -70,8 +70,8 @@ public:
     QList<MouseSignal> received;
 };
 
-/// Translates every text of the context "Displays" except the title of the comparison
-/// plot.
+/// Puts every text of the context "Displays" in angle brackets, except the title of the
+/// comparison plot.
 class TitleTranslator : public QTranslator
 {
 public:
@@ -255,8 +255,8 @@ void tst_Displays::allTitlesButTheComparisonAreTranslated()
     const Displays graphs;
     QCOMPARE(graphs.frame(Displays::DRef1)->Title->text(), QStringLiteral("<Ref1>"));
     QCOMPARE(graphs.frame(Displays::DM2M3)->Title->text(), QStringLiteral("<M2/M3>"));
-    // The translation contains this title only under another source text, so the title
-    // is not translated.
+    // The title "LCF vs MPS" is not translated, because the translation contains it
+    // only under another source text.
     QCOMPARE(graphs.frame(Displays::DLCFvs4PS)->Title->text(), QStringLiteral("LCF vs MPS"));
 }
 

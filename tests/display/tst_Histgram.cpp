@@ -117,7 +117,8 @@ void tst_Histgram::countTenValues()
     }
 }
 
-// The tolerance is a few ulps of 1.
+// The tolerance of 1e-15 is about five ulps of 1, the largest number in the
+// calculation.
 void tst_Histgram::limitsAreReadFromTheEdits()
 {
     m_from.setText("0");
@@ -240,8 +241,8 @@ void tst_Histgram::fileCreatedByTheUserIsWritten()
     QCOMPARE(tests::readFile(byHand.fileName()), writtenText);
 }
 
-// The histogram file gets its name from the link and its folder from the file that the
-// link points to.
+// The name of the histogram file is derived from the name of the link. Its folder is
+// the folder of the file to which the link points.
 void tst_Histgram::symbolicLinkToResultUsesItsRealFolder()
 {
     QVERIFY(QDir(m_folder->path()).mkdir("real"));

@@ -39,7 +39,8 @@ const QByteArray textMap = "# 1306 map\n"
 // A map file with fewer pixels and without an energy in its header.
 const QByteArray mapWithoutEnergy = "# X-NUM 2\n# Y-NUM 1\n0 0 5 6\n1 0 7 8\n";
 
-// The bytes of a binary map of @p pixels, all of them valid.
+// The bytes of a binary map with the values @p pixels, none of which is a missing
+// value.
 QByteArray binaryMap(int width, int height, const Values& pixels)
 {
     QByteArray bytes = QByteArrayLiteral("2dData-V0.0 HeaderSize: 512").leftJustified(64, ' ');
@@ -52,7 +53,7 @@ QByteArray binaryMap(int width, int height, const Values& pixels)
     return bytes + QByteArray(pixels.size(), '\1');
 }
 
-// The rows of a map as one list: x, y, intensity and i0 of each row.
+// The pixels of a map as one list: x, y, intensity and i0 of each pixel.
 Values numbersOf(const A2DData& map)
 {
     Values numbers;
@@ -62,7 +63,8 @@ Values numbersOf(const A2DData& map)
     return numbers;
 }
 
-// The energy of the row and the values of mut for references @p i and @p j.
+// The energy of the row, followed by the values of mut for the references @p i and @p
+// j.
 Values energyAndMuts(const AEPoint& row, int i, int j)
 {
     Values read(3, -1.0);
@@ -70,8 +72,8 @@ Values energyAndMuts(const AEPoint& row, int i, int j)
     return read;
 }
 
-// Clicks near the left edge, because a box without text reacts only to clicks on its
-// indicator.
+// Clicks near the left edge, because a check box without text reacts only to clicks on
+// its indicator.
 void click(QAbstractButton* button)
 {
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));

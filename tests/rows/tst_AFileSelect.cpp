@@ -84,7 +84,7 @@ Qt::DropAction dropUrls(AFileSelect* row, const QList<QUrl>& urls)
     return drop(row, mime);
 }
 
-/// A function that creates the row of a test case.
+/// Creates the row that a test case uses.
 using MakeRow = std::function<AFileSelect*()>;
 
 /// A function that closes a dialog in one of the ways in which a user can close it.
@@ -121,7 +121,8 @@ bool clickFile(const AFileSelect& row, const QString& path)
     return listed;
 }
 
-/// A visible save row with the name of a result file. Its dialog shows @p folder.
+/// A visible save row that contains the name of a result file. Its dialog shows @p
+/// folder.
 struct SaveRow {
     explicit SaveRow(const QString& folder)
     {
@@ -681,9 +682,9 @@ void tst_AFileSelect::cancelRestoresTheNameOfTheSaveRow()
     QCOMPARE(recorder.entries, QStringList());
 }
 
-// Each opening selects the row's own name, even if the user highlighted another file
-// and cancelled before. Otherwise a keystroke that activates "Save" would overwrite the
-// highlighted file.
+// Whenever the dialog opens, it selects the row's own file name, even if the user
+// highlighted another file before and cancelled. Otherwise a keystroke that activates
+// "Save" would overwrite the highlighted file.
 void tst_AFileSelect::saveDialogOpensWithTheNameOfItsRow()
 {
     const SaveRow row(canonicalFolder);

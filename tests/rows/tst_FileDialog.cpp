@@ -23,8 +23,8 @@
 namespace
 {
 
-/// A waiting time in milliseconds in which the model's thread can read a folder of a
-/// few files.
+/// A waiting time in milliseconds that is long enough for the model's thread to read a
+/// folder of a few files.
 constexpr int quietMs = 150;
 
 /// Whether this process watches @p folder, according to the kernel's inotify
