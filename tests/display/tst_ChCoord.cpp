@@ -321,9 +321,10 @@ void tst_ChCoord::edgeBandsAreAtBothEnds_data()
     QTest::addColumn<EdgeTest>("isNear");
     QTest::addColumn<QList<double>>("nearPixels");
     QTest::addColumn<QList<double>>("farPixels");
-    // The edge bands are a tenth of the size. The plot area spans x = 40 to 380 and y =
-    // 15 to 270 in pixels, so its bands are 34 pixels wide and 25.5 pixels high. The
-    // bands of the widget, 400 by 300 pixels, are 40 pixels wide and 30 pixels high.
+    // The edge bands are a tenth of the size. The plot area spans x = 40 to 380 and
+    // y = 15 to 270 in pixels, so its bands are 34 pixels wide and 25.5 pixels high.
+    // The bands of the widget, 400 by 300 pixels, are 40 pixels wide and 30 pixels
+    // high.
     QTest::newRow("x of the area")
         << asEdgeTest(&ChCoord::nearAreaEdgeX)
         << QList<double>{-1000, 0, 40, 73, 347, 380, 400, 1000} << QList<double>{75, 210, 345};
@@ -457,8 +458,8 @@ void tst_ChCoord::tickStepOfYUsesScaleOfX()
 
 // On a widget of 399 by 299 pixels, the plot area extends from y = 299 - 29 = 270 up to
 // y = 14. A line of text is a twentieth of this height: (14 - 270) / 20 = -12.8 pixels,
-// negative because y pixels grow downward. The label width is the left margin, 0.1 *
-// 399 = 39.9 pixels. Both numbers are truncated.
+// negative because y pixels grow downward. The label width is the left margin,
+// 0.1 * 399 = 39.9 pixels. Both numbers are truncated.
 void tst_ChCoord::textRowAndLabelWidthAreWholePixels()
 {
     ChCoord cc;

@@ -257,9 +257,9 @@ void tst_ComparisonGraph::diagonalEndsAtTheValences()
     const QImage image = painted(graph);
     // With a margin of 0.2 around the valences 2 and 3, both axes show 1.8 to 3.2. The
     // plot area extends from (38, 232) 330 pixels to the right and 220 pixels upward.
-    // So the diagonal spans x = 38 + 330 * 0.2 / 1.4 = 85.1 to 38 + 330 * 1.2 / 1.4 =
-    // 320.9 and y = 232 - 220 * 0.2 / 1.4 = 200.6 to 232 - 220 * 1.2 / 1.4 = 43.4, all
-    // truncated.
+    // So the diagonal spans x = 38 + 330 * 0.2 / 1.4 = 85.1 to
+    // 38 + 330 * 1.2 / 1.4 = 320.9 and y = 232 - 220 * 0.2 / 1.4 = 200.6 to
+    // 232 - 220 * 1.2 / 1.4 = 43.4, all truncated.
     const QRect part(QPoint(85, 43), QPoint(320, 200));
     QCOMPARE(image.pixelColor(85, 200), QColor(0, 200, 0));
     QCOMPARE(image.pixelColor(320, 43), QColor(0, 200, 0));

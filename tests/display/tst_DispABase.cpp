@@ -259,8 +259,8 @@ void tst_DispABase::titleOfYReadsUpwardAtTheLeft()
 // On a surface of 333 by 217 pixels, the margins are trunc(33.3) = 33 (left),
 // trunc(16.65) = 16 (right), trunc(21.7) = 21 (bottom) and trunc(10.85) = 10 (top)
 // pixels. So the plot area spans x = 33 to 317 and y = 10 to 196. A line of text is
-// trunc(186 / 20) = 9 pixels high, its text trunc(0.85 * 9) = 7 and the gap trunc(0.15
-// * 9) = 1.
+// trunc(186 / 20) = 9 pixels high, its text trunc(0.85 * 9) = 7 and the gap
+// trunc(0.15 * 9) = 1.
 void tst_DispABase::titlesFitOddPlotSizes()
 {
     paintedTitles(true, true);
@@ -274,9 +274,9 @@ void tst_DispABase::titlesFitOddPlotSizes()
 }
 
 // On a surface of 800 by 900 pixels, the plot area spans x = 80 to 760 and y = 45 to
-// 810. A line of text is trunc(765 / 20) = 38 pixels high, its text trunc(0.85 * 38) =
-// 32 and the gap trunc(0.15 * 38) = 5. A font of about 24 points would fit, but the
-// size is limited to 12 points.
+// 810. A line of text is trunc(765 / 20) = 38 pixels high, its text
+// trunc(0.85 * 38) = 32 and the gap trunc(0.15 * 38) = 5. A font of about 24 points
+// would fit, but the size is limited to 12 points.
 void tst_DispABase::titlesOfLargePlotsAreTwelvePointsHigh()
 {
     paintedTitles(true, true);

@@ -105,7 +105,7 @@ private Q_SLOTS:
     void eachPanStepStartsAtThePreviousPosition();
     void panRepaintsAndKeepsHasScale_data();
     void panRepaintsAndKeepsHasScale();
-    void panReportsPositionInTheRangeBeforeIt();
+    void panReportsThePositionInThePreviousRange();
 
     void doubleClickOfAnyButtonRestoresAutomaticRange_data();
     void doubleClickOfAnyButtonRestoresAutomaticRange();
@@ -782,7 +782,7 @@ void tst_DispArea::panRepaintsAndKeepsHasScale()
                              : QList<double>{0.0, 0.0, 1.0, 1.0}));
 }
 
-void tst_DispArea::panReportsPositionInTheRangeBeforeIt()
+void tst_DispArea::panReportsThePositionInThePreviousRange()
 {
     const QSignalSpy positions(m_area.get(), &DispArea::nowPos);
     press(m_area.get(), {140.0, 170.0}, Qt::LeftButton, Qt::ShiftModifier);

@@ -12,8 +12,8 @@
 
 // On a surface of 400 by 300 pixels, the default margins are 40 (left), 20 (right), 30
 // (bottom) and 15 (top) pixels, so the plot area spans x = 40 to 380 and y = 15 to 270.
-// A line of text is trunc((270 - 15) / 20) = 12 pixels high, its text trunc(0.85 * 12)
-// = 10, and the gap below the plot trunc(0.15 * 12) = 1.
+// A line of text is trunc((270 - 15) / 20) = 12 pixels high, its text
+// trunc(0.85 * 12) = 10, and the gap below the plot trunc(0.15 * 12) = 1.
 
 using namespace tests;
 
@@ -238,8 +238,8 @@ void tst_DispAreaPainting::eachPaintResetsScreenToWidgetWithYUpward_data()
     QTest::newRow("one pixel") << QSize(1, 1);
 }
 
-// At each paint the plot area is the whole widget again, even if a client changed it
-// before.
+// At each paint the surface sets the plot area to the whole widget again, even if a
+// client changed it before.
 void tst_DispAreaPainting::eachPaintResetsScreenToWidgetWithYUpward()
 {
     QFETCH(QSize, size);
@@ -378,18 +378,18 @@ void tst_DispAreaPainting::labelsAreDrawnInTheirBoxes_data()
     QTest::addColumn<QRect>("outline");
     QTest::addColumn<QList<QRectF>>("boxes");
     QTest::newRow("usual size") << usualSize << usualOutline << usualBoxes;
-    // The margins are trunc(33.3) = 33 (left), trunc(16.65) = 16 (right), trunc(21.7) =
-    // 21 (bottom) and trunc(10.85) = 10 (top) pixels, so the plot area spans x = 33 to
-    // 317 and y = 10 to 196. A line of text is trunc(186 / 20) = 9 pixels high, its
-    // text trunc(0.85 * 9) = 7, the gap trunc(0.15 * 9) = 1.
+    // The margins are trunc(33.3) = 33 (left), trunc(16.65) = 16 (right),
+    // trunc(21.7) = 21 (bottom) and trunc(10.85) = 10 (top) pixels, so the plot area
+    // spans x = 33 to 317 and y = 10 to 196. A line of text is trunc(186 / 20) = 9
+    // pixels high, its text trunc(0.85 * 9) = 7, the gap trunc(0.15 * 9) = 1.
     QTest::newRow("odd sides") << QSize(333, 217) << QRect(33, 10, 284, 186)
                                << QList<QRectF>{{0.0, 10.0, 33.0 * 0.95, 7.0},
                                                 {0.0, 189.0, 33.0 * 0.95, 7.0},
                                                 {33.0, 197.0, 66.0, 7.0},
                                                 {251.0, 197.0, 66.0, 7.0}};
-    // The plot area spans x = 80 to 760 and y = 45 to 810. A line of text is trunc(765
-    // / 20) = 38 pixels high, its text trunc(0.85 * 38) = 32, the gap trunc(0.15 * 38)
-    // = 5. The font size is limited to 12 points.
+    // The plot area spans x = 80 to 760 and y = 45 to 810. A line of text is
+    // trunc(765 / 20) = 38 pixels high, its text trunc(0.85 * 38) = 32, the gap
+    // trunc(0.15 * 38) = 5. The font size is limited to 12 points.
     QTest::newRow("large") << QSize(800, 900) << QRect(80, 45, 680, 765)
                            << QList<QRectF>{{0.0, 45.0, 76.0, 32.0},
                                             {0.0, 778.0, 76.0, 32.0},

@@ -288,7 +288,8 @@ void tst_DispFrames::stripHasItsWidgetsFromLeftToRight()
     QCOMPARE(m->button->maximumWidth(), 50);
 }
 
-// In a plot, the fields of x and y are read-only; in a map, only the field of y is.
+// In a plot, the fields of x and y are read-only. In a map, only the field of y is
+// read-only.
 void tst_DispFrames::readOutsHaveTheResultStyleAndSomeAreReadOnly()
 {
     QFETCH(bool, map);

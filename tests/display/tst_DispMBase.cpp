@@ -207,7 +207,8 @@ void tst_DispMBase::valueFieldIsSetByTheClientOnly()
     QCOMPARE(m_frame->Val->text(), "client's");
 }
 
-// A plot differs on purpose: its read-out fields show the start of the number.
+// The fields show the end of the number. The read-out fields of a plot differ on
+// purpose: they show the start of the number.
 void tst_DispMBase::readOutLeavesTheCursorAtTheEnd()
 {
     m_frame->receiveNowPos(8333.2469, -1.5);
@@ -277,8 +278,8 @@ void tst_DispMBase::unparsableLimitIsZero()
 
 void tst_DispMBase::reversedLimitsAreSwapped_data()
 {
-    QTest::addColumn<bool>(
-        "upper"); // true: changes the upper limit of the range 1 to 3; false: the lower limit
+    // Whether to change the upper limit of the range 1 to 3 or, if false, the lower limit.
+    QTest::addColumn<bool>("upper");
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("zmin");
     QTest::addColumn<double>("zmax");

@@ -400,7 +400,8 @@ void tst_Displays::doubleClickResetsTheRangeOfOnePlotOnly()
     QList<int> expected(11, 0);
     expected[Displays::DHistDMut] = 1;
     QCOMPARE(paints.counts(), expected);
-    // No client is connected, so the paint sets the automatic range of an empty plot.
+    // No client is connected, so the next paint sets the automatic range of an empty
+    // plot, 0 to 1.
     QCOMPARE(clicked->DispA->cc.realX1, 1.0);
     QCOMPARE(graphs.frame(Displays::DHistA)->DispA->cc.realX1, 3.0);
 }

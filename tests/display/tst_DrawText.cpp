@@ -666,8 +666,8 @@ void tst_DrawText::overlappingBoxesAreFound_data()
     QTest::newRow("between the two boxes") << QRectF(60, 60, 100, 30) << false;
 }
 
-// The boxes in use have the corners (10, 10) and (50, 40), and (200, 100) and (210,
-// 110).
+// The boxes in use have the corners (10, 10) and (50, 40), and (200, 100) and
+// (210, 110).
 void tst_DrawText::overlappingBoxesAreFound()
 {
     QFETCH(QRectF, box);

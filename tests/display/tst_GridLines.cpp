@@ -227,7 +227,7 @@ void tst_GridLines::randomGridsMatchAPlainLoop()
 }
 
 // One unit is one pixel, so the values are a tenth of a pixel apart. They start at
-// column 40 + 17.05 = 57.05 and end at column 40 + 170.5 = 210.5.
+// pixel column 40 + 17.05 = 57.05 and end at pixel column 40 + 170.5 = 210.5.
 void tst_GridLines::denseGridHasOneLinePerPixel()
 {
     const PlotSurface cc(0, 0, 340, 255);
@@ -245,18 +245,18 @@ void tst_GridLines::millionsOfLinesFillEveryPixel()
     }
 }
 
-// 337 units of x are 340 pixels wide, and 0 is at column 40, so the value v is at
-// column 40 + v * 340 / 337. The values -40.25 and -39.25 are at columns -0.61 and
-// 0.40; both are truncated to 0.
+// 337 units of x are 340 pixels wide, and 0 is at pixel column 40. So the value v is at
+// pixel column 40 + v * 340 / 337. The values -40.25 and -39.25 are at -0.61 and 0.40;
+// both are truncated to 0.
 void tst_GridLines::positionsTruncatedToZeroShareALine()
 {
     const PlotSurface cc(0.0, 0.0, 337.0, 1.0);
     QCOMPARE(grid(cc, {-40.25, 1.0, -39.25}, true), lines({0}, true));
 }
 
-// The range is 10 steps long, so one step is 340 / 10 = 34 pixels in x and 255 / 10 =
-// 25.5 pixels in y. It starts midway between two of the 1e9 lines, far from the first
-// line.
+// The range is 10 steps long, so one step is 340 / 10 = 34 pixels in x and
+// 255 / 10 = 25.5 pixels in y. The range starts midway between two of the 1e9 lines,
+// far from the first line.
 void tst_GridLines::zoomIntoHugeGridKeepsLinePositions()
 {
     const PlotSurface cc(5e8 + 0.5, 5e8 + 0.5, 5e8 + 10.5, 5e8 + 10.5);

@@ -70,8 +70,8 @@ private Q_SLOTS:
     void symbolicLinkToHistogramFileIsFollowed();
     void missingResultUsesTheWorkingFolder();
     void emptyPathUsesTheWorkingFolder();
-    void folderWithThatNameIsRefused();
-    void pipeWithThatNameIsRefusedWithoutBlocking();
+    void folderNamedLikeTheHistogramFileIsRefused();
+    void pipeNamedLikeTheHistogramFileIsRefusedWithoutBlocking();
     void unwritableFileIsRefused();
     void incompletelyWrittenFileIsReported();
     void completeOrMissingFileIsNotReported();
@@ -284,14 +284,14 @@ void tst_Histgram::emptyPathUsesTheWorkingFolder()
     QCOMPARE(tests::readFile(pathOf("_HGAlpha.")), writtenText);
 }
 
-void tst_Histgram::folderWithThatNameIsRefused()
+void tst_Histgram::folderNamedLikeTheHistogramFileIsRefused()
 {
     QVERIFY(!tests::writeFile(*m_folder, "map.dat", "result\n").isEmpty());
     QVERIFY(QDir(m_folder->path()).mkdir("map_HGAlpha.dat"));
     QVERIFY(!m_histogram.write(pathOf("map.dat"), "HGAlpha"));
 }
 
-void tst_Histgram::pipeWithThatNameIsRefusedWithoutBlocking()
+void tst_Histgram::pipeNamedLikeTheHistogramFileIsRefusedWithoutBlocking()
 {
     QVERIFY(!tests::writeFile(*m_folder, "map.dat", "result\n").isEmpty());
     QCOMPARE(::mkfifo(QFile::encodeName(pathOf("map_HGAlpha.dat")).constData(), 0600), 0);

@@ -268,8 +268,8 @@ void tst_HistogramGraph::firstBinIsCentredOnTheLowerLimit()
 void tst_HistogramGraph::barsAreShiftedByTheIndexOfTheirSeries_data()
 {
     QTest::addColumn<int>("place");
-    // The bin starts at pixel column 180. The bar of series s is shifted by (s - 1.5) *
-    // 3 + 1 pixels: to 176.5, 179.5, 182.5 and 185.5, truncated.
+    // The bin starts at pixel column 180. The bar of series s (0 to 3) is shifted by 3
+    // s - 3.5 pixels: to 176.5, 179.5, 182.5 and 185.5, truncated.
     QTest::addColumn<int>("column");
     QTest::newRow("first series") << 0 << 176;
     QTest::newRow("second series") << 1 << 179;
@@ -311,8 +311,8 @@ void tst_HistogramGraph::fourSeriesAreSideBySide()
     QVERIFY(isSamePicture(image, barByBar.picture(view), view.inside()));
 }
 
-// The bins are two pixels wide and the bars three pixels, so the bars of neighbouring
-// bins and of the three series overlap.
+// The bins are two pixels wide and the bars of the three series are three pixels wide,
+// so neighbouring bars overlap.
 void tst_HistogramGraph::laterSeriesAreDrawnOverEarlierOnes()
 {
     HistogramGraph graph;
@@ -361,8 +361,8 @@ void tst_HistogramGraph::emptyBinsHaveNoBar()
     addSeries(graph, oneBin(9, 30), red);
     GraphPlot plot(graph);
     plot.setRealCoord(0.0, -3.0, 8.5, 33.0);
-    // Only the bar of the bin centred on 9 is visible. The bin starts at 8.5, the right end
-    // of the view, but the bar of the first series is shifted by -3.5 pixels.
+    // Only the bar of the bin centred on 9 is visible. The bin starts at 8.5, the right
+    // end of the view, but the bar of the first series is shifted by -3.5 pixels.
     const QImage image = plot.picture();
     QCOMPARE(countOf(image, {41, 16, 330, 253}, red), 0);
     QCOMPARE(boxOf(red, image), QRect(376, 36, 3, 212));
@@ -445,8 +445,8 @@ void tst_HistogramGraph::manyBinsMatchBarByBarDrawing()
     unsigned int random = 12345;
     for (int i = 0; i < boxes; ++i) {
         random = random * 1664525u + 1013904223u;
-        // Most counts are low. So usually a single high count determines the height of
-        // the bar in a pixel column.
+        // Most counts are low and a few are high. Where several bins share a pixel
+        // column, the highest count must be visible.
         bins.append((random >> 8) % 997 == 0 ? static_cast<int>(random >> 24) : 3);
         others.append((random >> 4) % 499 == 0 ? static_cast<int>(random >> 25) : 0);
     }
@@ -478,9 +478,9 @@ void tst_HistogramGraph::verticalGridExcludesTheLastInteger_data()
     QTest::addColumn<double>("from");
     QTest::addColumn<double>("to");
     QTest::addColumn<QList<int>>("values");
-    // One unit is 340 / (to - from) pixels wide. Lines are at the integers from the
-    // lower limit up to floor(to), which is excluded. They must be more than ten pixels
-    // apart.
+    // One unit is 340 / (to - from) pixels wide. Lines start at the lowest integer
+    // inside the limits and end below floor(to), which is excluded. The step is the
+    // first number of 1, 2, 5, 10, 20, ... that is more than ten pixels wide.
     QTest::newRow("integer limits")
         << 0.0 << 5.0 << QList<int>{1, 2, 3, 4}; // the outline covers the line at 0
     QTest::newRow("limits between integers") << 0.5 << 5.5 << QList<int>{1, 2, 3, 4};

@@ -85,7 +85,7 @@ private Q_SLOTS:
     void orderIsKeptWithTranslatedOrClippedPainters_data();
     void orderIsKeptWithTranslatedOrClippedPainters();
     void transparentColorsHaveNoStamp();
-    void noColorsHaveNoStamp();
+    void emptyColorListHasNoStamp();
     void scaledPainterHasNoStamp();
 };
 
@@ -152,7 +152,7 @@ void tst_LayeredMarks::transparentColorsHaveNoStamp()
     QVERIFY(!display::LayeredMarks::stampOf(p, inks + QList<QColor>{QColor(0, 0, 255, 254)}));
 }
 
-void tst_LayeredMarks::noColorsHaveNoStamp()
+void tst_LayeredMarks::emptyColorListHasNoStamp()
 {
     QImage image = whiteSurface();
     const QPainter p(&image);

@@ -47,15 +47,15 @@ void tst_Legend::legendRowsAreDrawnInTheirBoxes_data()
     // plot area spans x = 40 to 380 and y = 15 to 270. A legend row is a line of text,
     // trunc(255 / 20) = 12 pixels high. Its box is trunc(0.85 * 12) = 10 pixels high
     // and starts trunc(0.15 * 12) = 1 pixel below the top of the line. The box is twice
-    // the left margin wide, 80 pixels, and starts 2.1 * 40 = 84 pixels to the left of x
-    // = 380.
+    // the left margin wide, 80 pixels, and starts 2.1 * 40 = 84 pixels to the left of
+    // x = 380.
     QTest::newRow("400 by 300, first row") << QSize(400, 300) << 0 << QRectF(296, 16, 80, 10);
     QTest::newRow("400 by 300, second row") << QSize(400, 300) << 1 << QRectF(296, 28, 80, 10);
     QTest::newRow("400 by 300, eighth row") << QSize(400, 300) << 7 << QRectF(296, 100, 80, 10);
-    // The margins are trunc(52.9) = 52 (left), trunc(26.45) = 26 (right), trunc(27.7) =
-    // 27 (bottom) and trunc(13.85) = 13 (top) pixels. So the plot area ends at x = 503
-    // and spans y = 13 to 250. A line of text is trunc(237 / 20) = 11 pixels high, and
-    // its box trunc(0.85 * 11) = 9.
+    // The margins are trunc(52.9) = 52 (left), trunc(26.45) = 26 (right),
+    // trunc(27.7) = 27 (bottom) and trunc(13.85) = 13 (top) pixels. So the plot area
+    // ends at x = 503 and spans y = 13 to 250. A line of text is trunc(237 / 20) = 11
+    // pixels high, and its box trunc(0.85 * 11) = 9.
     QTest::newRow("529 by 277, third row")
         << QSize(529, 277) << 2 << QRectF(503 - 2.1 * 52, 36, 104, 9);
     // The plot area spans y = 20 to 360. A line of text is 340 / 20 = 17 pixels high,
@@ -80,8 +80,8 @@ void tst_Legend::legendRowsAreHitOnlyInTheirHitAreas_data()
     // The sizes are explained in legendRowsAreDrawnInTheirBoxes_data(). A hit area ends
     // at the right edge of the plot area, x = 380, and at the bottom of its line of
     // text, y = 15 + 12 = 27 in the first legend row. It is 80 pixels wide and 10
-    // pixels high like the box, but all four edges are excluded: x = 301 to 379 and y =
-    // 18 to 26.
+    // pixels high like the box, but all four edges are excluded: x = 301 to 379 and
+    // y = 18 to 26.
     QTest::newRow("400 by 300") << QSize(400, 300)
                                 << QList<QRect>{{301, 18, 79, 9},
                                                 {301, 30, 79, 9},
@@ -90,8 +90,8 @@ void tst_Legend::legendRowsAreHitOnlyInTheirHitAreas_data()
     QTest::newRow("529 by 277") << QSize(529, 277)
                                 << QList<QRect>{{400, 16, 103, 8}, {400, 27, 103, 8}};
     // The bottom and top margins are trunc(39.9) = 39 and trunc(19.95) = 19 pixels, so
-    // the plot area is 399 - 58 = 341 pixels high. A line of text is trunc(341 / 20) =
-    // 17 pixels high, its box trunc(0.85 * 17) = 14.
+    // the plot area is 399 - 58 = 341 pixels high. A line of text is
+    // trunc(341 / 20) = 17 pixels high, its box trunc(0.85 * 17) = 14.
     QTest::newRow("200 by 399") << QSize(200, 399) << QList<QRect>{{151, 23, 39, 13}};
 }
 
@@ -169,9 +169,9 @@ void tst_Legend::legendUsesThePlotsSettings()
     Plot plot(400, 300);
     plot.textFill = 0.5;
     // A line of text is trunc(255 / 10) = 25 pixels high. Its box and the gap above the
-    // box are trunc(0.5 * 25) = 12 pixels high each. With a label width of 0.2 * 400 =
-    // 80 pixels, the box is 2 * 80 = 160 pixels wide and starts 2.1 * 80 = 168 pixels
-    // to the left of x = 380.
+    // box are trunc(0.5 * 25) = 12 pixels high each. With a label width of
+    // 0.2 * 400 = 80 pixels, the box is 2 * 80 = 160 pixels wide and starts
+    // 2.1 * 80 = 168 pixels to the left of x = 380.
     plot.titleDiv = 10;
     plot.marginLeft = 0.2;
     const Legend legend(plot);

@@ -107,12 +107,12 @@ class tst_MapCells : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void wholeMapMatchesOneRectanglePerPixel_data();
+    void wholeMapMatchesReference_data();
     void wholeMapMatchesReference();
     void randomMapsMatchReference();
     void randomViewsMatchReference();
     void edgesAtTheSurfaceBorderMatchReference();
-    void hugeZoomMatchesOneRectanglePerPixel_data();
+    void hugeZoomMatchesReference_data();
     void hugeZoomMatchesReference();
     void mapOutsideTheViewDrawsNothing();
     void tinyMapIsOnePixelOrNothing();
@@ -130,7 +130,7 @@ private Q_SLOTS:
     void coloursAreRequestedAtMostOncePerCell();
 };
 
-void tst_MapCells::wholeMapMatchesOneRectanglePerPixel_data()
+void tst_MapCells::wholeMapMatchesReference_data()
 {
     QTest::addColumn<QSize>("map");
     QTest::addColumn<QSize>("surface");
@@ -202,7 +202,7 @@ void tst_MapCells::edgesAtTheSurfaceBorderMatchReference()
     }
 }
 
-void tst_MapCells::hugeZoomMatchesOneRectanglePerPixel_data()
+void tst_MapCells::hugeZoomMatchesReference_data()
 {
     QTest::addColumn<double>("span");
     for (const double span : {1e-1, 1e-3, 1e-6, 1e-9, 1e-12}) {
@@ -293,9 +293,8 @@ void tst_MapCells::mapWithoutPixelsHasNoCells()
 }
 
 // 3 by 2 cells on 10 by 5 pixels: a cell is 10 / 3 pixels wide and 2.5 pixels high, and
-// its edges are truncated to whole pixels. So the cells
-// start at the pixel columns 0, 3 and 6. The upper cells cover the pixel rows 0 and 1,
-// the lower cells the rows 2 to 4.
+// its edges are truncated to whole pixels. So the cells start at the pixel columns 0, 3
+// and 6. The upper cells cover the pixel rows 0 and 1, the lower cells the rows 2 to 4.
 void tst_MapCells::cellsAreAtTheirPositions()
 {
     const Map map{3, 2, {0, 1, 2, 3, 0, 1}};

@@ -153,7 +153,7 @@ void tst_PlaneGraph::rangeHasMarginOfATenthOfEachSpan()
     QVERIFY(isNear(x.x0, low) && isNear(x.x1, high));
     QVERIFY(isNear(y.y0, low) && isNear(y.y1, high));
     // The margins of the axes are independent: the coordinates on the other axis span
-    // 20 to 40 or, with one point, are 20.
+    // 20 to 40. With one point, both ends of this span are 20.
     QVERIFY(isNear(x.y0, numbers.size() > 1 ? 18.0 : 19.9));
     QVERIFY(isNear(y.x1, numbers.size() > 1 ? 42.0 : 20.1));
 }

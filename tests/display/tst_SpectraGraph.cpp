@@ -33,8 +33,8 @@ AMutE spectrumOf(const QList<QPointF>& energyAndMut)
     return spectrum;
 }
 
-/// A graph of the energy window 8300 to 8450 with the edge at 8350, and the expected
-/// picture.
+/// A graph of the energy window 8300 to 8450 eV with the edge at 8350 eV, and the
+/// expected picture.
 struct Drawing {
     explicit Drawing(const QSize& size = usualSize, const PlotRange& values = usualRange)
         : expected(size, values)
@@ -153,8 +153,8 @@ void tst_SpectraGraph::rangeOfOneValueHasNoHeight()
     QVERIFY(drawing.graph.range().isFitted);
     QCOMPARE(drawing.graph.range().y0, 0.7);
     QCOMPARE(drawing.graph.range().y1, 0.7);
-    // With a range of zero height no data are drawn, but the frame, the labels and the
-    // legend are.
+    // With a range of zero height, the graph draws the frame, the labels and the
+    // legend, but no data.
     const QImage image = drawing.painted();
     QCOMPARE(image.pixelColor(38, 100), QColor(150, 150, 150));
     QVERIFY(countOf(image, QRect(288, 13, 76, 9), Qt::white) < 76 * 9);
@@ -255,8 +255,8 @@ void tst_SpectraGraph::drawingOrderIsGuidesMarksCurvesFit()
     const AMutE level = spectrumOf({{8310, 0.0}, {8311, 2.0}, {8312, 1.0}, {8440, 1.0}});
     drawing.add(level, Qt::black, 1, "");
     const PlotPlace& place = drawing.expected.place;
-    const QPoint crossing = place.pixel(
-        8350.0, 1.0); // the vertical guide at the edge, 8350 eV, and the horizontal guide at 1
+    // The vertical guide at the edge, 8350 eV, crosses the horizontal guide at mut 1.
+    const QPoint crossing = place.pixel(8350.0, 1.0);
     drawing.graph.curves.first().width = 1;
     AMutE hidden = level;
     hidden.switchedOn = false;
@@ -351,8 +351,8 @@ void tst_SpectraGraph::nonFiniteEnergyInterruptsTheCurve()
         QVERIFY(countOf(drawing.painted(), QRect(39, 24, 240, 200), Qt::red) > 100);
         const QImage image = drawing.painted();
         // One eV is 2.2 pixels wide. No line is drawn between the second point, 8340 eV
-        // at pixel column 38 + 88, and the fourth point, 8390 eV at pixel column 38 +
-        // 198.
+        // at pixel column 38 + 88, and the fourth point, 8390 eV at pixel column
+        // 38 + 198.
         QCOMPARE(countOf(image, QRect(38 + 92, 24, 100, 200), Qt::red), 0);
         QVERIFY(countOf(image, QRect(38 + 198, 24, 22, 200), Qt::red) > 50);
     }

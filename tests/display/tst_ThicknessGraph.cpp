@@ -279,8 +279,8 @@ void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence()
     filled.graph.upper = upper;
     const QImage image = GraphPlot(filled.graph).picture();
     QTEST(countOf(image, {41, 100, 339, 1}, plainGrid), "lines");
-    // Each line covers the whole height of the plot area, 254 pixel rows; nothing else
-    // has the grid's colour.
+    // Each line covers the whole height of the plot area, 254 pixel rows; no other
+    // pixel has the grid's colour.
     QFETCH(int, lines);
     QCOMPARE(countOf(image, usualView.inside(), plainGrid), lines * 254);
 }

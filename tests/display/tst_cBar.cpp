@@ -129,9 +129,9 @@ private Q_SLOTS:
     void startsWithTheSettingsOfItsForm();
     void signalsAndSlotsAreDeclaredInOrder();
 
-    void typeBuildsItsTable_data();
-    void typeBuildsItsTable();
-    void typeResetsTheLines();
+    void setCBarTypeBuildsTheTable_data();
+    void setCBarTypeBuildsTheTable();
+    void setCBarTypeResetsTheLines();
 
     void valuesSelectTheirEntry_data();
     void valuesSelectTheirEntry();
@@ -223,7 +223,7 @@ void tst_cBar::signalsAndSlotsAreDeclaredInOrder()
     QCOMPARE(types, 12);
 }
 
-void tst_cBar::typeBuildsItsTable_data()
+void tst_cBar::setCBarTypeBuildsTheTable_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("builtType");
@@ -235,7 +235,7 @@ void tst_cBar::typeBuildsItsTable_data()
     QTest::newRow("largest int") << std::numeric_limits<int>::max() << 0;
 }
 
-void tst_cBar::typeBuildsItsTable()
+void tst_cBar::setCBarTypeBuildsTheTable()
 {
     QFETCH(int, type);
     QFETCH(int, builtType);
@@ -251,7 +251,7 @@ void tst_cBar::typeBuildsItsTable()
     QCOMPARE(bar.maxIdx, colors.size());
 }
 
-void tst_cBar::typeResetsTheLines()
+void tst_cBar::setCBarTypeResetsTheLines()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());
@@ -482,8 +482,8 @@ void tst_cBar::rowsShowTheColoursOfTheirValues_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("height");
-    QTest::addColumn<int>(
-        "upper"); // pixel rows of the two lines, calculated from per cent of the height
+    // The pixel rows of the two lines, calculated from percentages of the height.
+    QTest::addColumn<int>("upper");
     QTest::addColumn<int>("lower");
     const QList<QPair<int, int>> lines{{0, 100},   {25, 100}, {0, 75},     {30, 60},
                                        {-40, 100}, {0, 170},  {-300, 900}, {45, 52}};
@@ -498,9 +498,9 @@ void tst_cBar::rowsShowTheColoursOfTheirValues_data()
     }
 }
 
-// Pixel row y shows the entry at the fraction (height - y) / height of the way from
-// imin to imax. The tolerance is one entry. The drawn lines can be one pixel row away
-// from the given rows, because their positions are truncated.
+// Pixel row y shows the entry imin + (imax - imin) * (height - y) / height. The
+// tolerance is one entry. The drawn lines can be one pixel row away from the given
+// rows, because their positions are truncated.
 void tst_cBar::rowsShowTheColoursOfTheirValues()
 {
     QFETCH(int, type);
@@ -744,8 +744,8 @@ void tst_cBar::everyButtonDrags()
 
 // The upper line moves from pixel row 0 to 128. The 256 table entries now fill the rows
 // between the lines: 256 / (128 - 256) = -2 entries per row, negative because entries
-// grow upward. The lower line stays at row 256 at entry 0. The top of the bar, 256 rows
-// above it, is at entry 2 * 256 = 512, which is imax.
+// grow upward while pixel rows grow downward. The lower line stays at row 256 at entry
+// 0. The top of the bar, 256 rows above it, is at entry 2 * 256 = 512, which is imax.
 void tst_cBar::draggingTheUpperLineRaisesImax()
 {
     VisibleBar bar;
@@ -800,8 +800,8 @@ void tst_cBar::draggingTheLowerLineLowersImin()
 }
 
 // The lines move to the pixel rows 128 and 192: 256 / (128 - 192) = -4 entries per row.
-// The lower line, at entry 0, is 192 rows below the top of the bar, so imax = 4 * 192 =
-// 768. It is 64 rows above the bottom, so imin = -4 * 64 = -256.
+// The lower line, at entry 0, is 192 rows below the top of the bar, so
+// imax = 4 * 192 = 768. It is 64 rows above the bottom, so imin = -4 * 64 = -256.
 void tst_cBar::bothLinesCanBeDragged()
 {
     VisibleBar bar;
@@ -846,8 +846,8 @@ void tst_cBar::lastLineStaysSelected_data()
     QTest::addColumn<int>("handle");
     QTest::addColumn<double>("imin");
     QTest::addColumn<double>("imax");
-    // The selected line is moved to row 128. With the upper line there are 256 / (128 -
-    // 256) = -2 entries per row, with the lower line 256 / (0 - 128) = -2.
+    // The selected line is moved to row 128. With the upper line there are
+    // 256 / (128 - 256) = -2 entries per row, with the lower line 256 / (0 - 128) = -2.
     QTest::newRow("upper line") << 4 << 0 << 0.0 << 512.0;
     QTest::newRow("lower line") << 252 << 1 << -256.0 << 256.0;
 }
@@ -906,10 +906,10 @@ void tst_cBar::draggingALineOntoTheOtherIsIgnored()
     bar.release(0);
 }
 
-// The upper line is dragged to pixel row 192, the lower line to row 128: 256 / (192 -
-// 128) = 4 entries per row. The number is positive, so the table is upside down. The
-// lower line, at entry 0, is 128 rows from the top and the bottom of the bar, so imax =
-// -512 and imin = 512.
+// The upper line is dragged to pixel row 192, the lower line to row 128:
+// 256 / (192 - 128) = 4 entries per row. The number is positive, so the colours are in
+// reverse order. The lower line, at entry 0, is 128 rows from the top and the bottom of
+// the bar, so imax = -512 and imin = 512.
 void tst_cBar::linesCanCross()
 {
     VisibleBar bar;

@@ -121,8 +121,8 @@ bool clickFile(const AFileSelect& row, const QString& path)
     return listed;
 }
 
-/// A visible save row that contains the name of a result file. Its dialog shows @p
-/// folder.
+/// A visible save row that contains the name of a result file. Its dialog shows
+/// @p folder.
 struct SaveRow {
     explicit SaveRow(const QString& folder)
     {
@@ -207,7 +207,7 @@ private Q_SLOTS:
     void newDirectoryIsSetWithoutSignals();
 
     void everyDragIsAccepted();
-    void saveFieldLeavesDropsToTheRow();
+    void saveFieldPassesDropsToTheRow();
     void droppedLocalFileIsLoaded_data();
     void droppedLocalFileIsLoaded();
     void droppedUrlIsShownAsPath_data();
@@ -798,7 +798,7 @@ void tst_AFileSelect::everyDragIsAccepted()
     QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AFileSelect::saveFieldLeavesDropsToTheRow()
+void tst_AFileSelect::saveFieldPassesDropsToTheRow()
 {
     const AFileSelect row(nullptr, AFileSelect::SaveMode);
     QVERIFY(!row.FileName->acceptDrops());

@@ -95,7 +95,7 @@ private Q_SLOTS:
     void opensInTheGivenFolder();
     void opensInTheFolderChosenByTheUser();
     void opensInNearestExistingParentFolder();
-    void emptyFolderIsIgnored();
+    void emptyFolderNameIsIgnored();
     void openingHighlightsNoFile();
     void closingAddsNoHistoryEntry();
     void firstOpeningHasNoHistory();
@@ -257,7 +257,7 @@ void tst_FileDialog::opensInNearestExistingParentFolder()
     QCOMPARE(fixture.model->rootPath(), QDir::rootPath());
 }
 
-void tst_FileDialog::emptyFolderIsIgnored()
+void tst_FileDialog::emptyFolderNameIsIgnored()
 {
     DialogFixture fixture;
     fixture.dialog.setDirectory(m_path);

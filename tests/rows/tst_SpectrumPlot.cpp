@@ -209,8 +209,8 @@ private:
 /// The pixels strictly inside the outline of the plot of usualSize.
 QRect usualInside()
 {
-    return usualOutline.adjusted(
-        1, 1, 0, 0); // drawRect() draws an outline one pixel larger than its rectangle
+    // drawRect() draws an outline that is one pixel larger than its rectangle.
+    return usualOutline.adjusted(1, 1, 0, 0);
 }
 
 /// A plot that shows only the frame and a text at the position of the edge jump.
@@ -449,8 +449,9 @@ void tst_SpectrumPlot::shiftMovesTheCurveAndKeepsTheRange()
 {
     Plot plot;
     setStep(plot.spectrum());
-    // The middle of the step, mut 2.005 at 8150.5 eV, is at pixel column 53 + 150.5 =
-    // 203.5 and pixel row 222 - 100 * 1.005 = 121.5, truncated to (203, 121).
+    // The middle of the step, mut 2.005 at 8150.5 eV, is at pixel column
+    // 53 + 150.5 = 203.5 and pixel row 222 - 100 * 1.005 = 121.5, truncated to
+    // (203, 121).
     QCOMPARE(plot.paint().pixelColor(203, 121), QColor(Qt::black));
     plot.row.Ui_AFileSelect::dE->setText(QStringLiteral("40"));
     QTest::keyClick(plot.row.Ui_AFileSelect::dE, Qt::Key_Return);
@@ -549,9 +550,9 @@ void tst_SpectrumPlot::curvesPassThroughTheirPixels_data()
 {
     QTest::addColumn<QPoint>("pixel");
     QTest::addColumn<QColor>("color");
-    // The start of the step, mut 1.505 at 8100.5 eV, is at pixel column 53 + 100.5 =
-    // 153.5 and pixel row 222 - 100 * 0.505 = 171.5. Its end, mut 2.505 at 8200.5 eV,
-    // is at column 253.5 and row 71.5.
+    // The start of the step, mut 1.505 at 8100.5 eV, is at pixel column
+    // 53 + 100.5 = 153.5 and pixel row 222 - 100 * 0.505 = 171.5. Its end, mut 2.505 at
+    // 8200.5 eV, is at column 253.5 and row 71.5.
     QTest::newRow("start of the step") << QPoint(153, 171) << QColor(Qt::black);
     QTest::newRow("end of the step") << QPoint(253, 71) << QColor(Qt::black);
     QTest::newRow("quarter of the step") << QPoint(178, 146) << QColor(Qt::black);
