@@ -528,7 +528,8 @@ void tst_DispArea::pressWithoutLinesOnlyEmitsSignals()
     }
 }
 
-// newPos() is emitted for the line held so far, which is still selected at that time.
+// The second press emits newPos() for line 0, which is still selected at that time, and
+// then selects line 1.
 void tst_DispArea::secondPressFirstReleasesTheHeldLine()
 {
     m_lines->add("100");

@@ -1,5 +1,5 @@
-// Tests of Histgram: reading the panel's edits, and writing the histogram file beside
-// the result.
+// Tests of Histgram: reading the panel's edits, and writing the histogram file to the
+// folder of the result file.
 #include "display/Histgram.h"
 
 #include "support/DataRows.h"

@@ -248,7 +248,8 @@ void tst_SpectraGraph::allGuidesAreVisibleInAWiderView()
     QCOMPARE(columns, QList<int>({38 + 45, 38 + 120, 38 + 270}));
 }
 
-// A horizontal curve, the fit, a green guide and an energy mark cross at one pixel.
+// A horizontal curve, the fit, the green guides and an energy mark share one pixel. Each
+// element that is added must be drawn over the earlier ones.
 void tst_SpectraGraph::drawingOrderIsGuidesMarksCurvesFit()
 {
     Drawing drawing;

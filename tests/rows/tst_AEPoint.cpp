@@ -36,7 +36,7 @@ const QByteArray textMap = "# 1306 map\n"
                            "0 1 12 22\n"
                            "1 1 13 23\n";
 
-// A map file with fewer pixels and without an energy in its header.
+// A map file of 2 by 1 pixels without an energy in its header.
 const QByteArray mapWithoutEnergy = "# X-NUM 2\n# Y-NUM 1\n0 0 5 6\n1 0 7 8\n";
 
 // The bytes of a binary map of @p pixels. The flags after the pixel values are all 1,

@@ -84,10 +84,10 @@ Qt::DropAction dropUrls(AFileSelect* row, const QList<QUrl>& urls)
     return drop(row, mime);
 }
 
-/// Creates the row that a test case uses.
+/// A function that creates the row of a test case.
 using MakeRow = std::function<AFileSelect*()>;
 
-/// A function that closes a dialog in one of the ways in which a user can close it.
+/// Closes a dialog as a user can: with Cancel, with Escape or by the window manager.
 using CloseDialog = std::function<void(QFileDialog*)>;
 
 /// The model index of a file in the list of the row's open dialog; invalid while the
