@@ -72,9 +72,11 @@ void tst_CColors::listGrowsToRequestedSizeAndNeverShrinks()
 
 void tst_CColors::newColoursDeriveFromNeighboursAndWrapAround()
 {
-    // Channels derived from (100, 10, 7) and its neighbour (40, 20, 7): red falls, so
-    // the new red is (40 + 2 * 100) / 3; green rises, so the new green is 20; blue is
-    // equal, so it is kept. The neighbour of the last colour is the first colour.
+    // Each new colour derives from a colour and its neighbour, the next colour in the
+    // list, channel by channel. Here the colour is (100, 10, 7) and its neighbour is
+    // (40, 20, 7). Red falls, so the new red is (40 + 2 * 100) / 3 = 80. Green rises,
+    // so the new green is the neighbour's, 20. Blue is equal, so it is kept. The
+    // neighbour of the last colour is the first colour.
     const CColors colors({QColor(100, 10, 7), QColor(40, 20, 7)}, 4);
     QCOMPARE(colors.colors.at(2), QColor(80, 20, 7));
     QCOMPARE(colors.colors.at(3), QColor(100, (10 + 40) / 3, 7));
@@ -82,16 +84,18 @@ void tst_CColors::newColoursDeriveFromNeighboursAndWrapAround()
 
 void tst_CColors::brightColoursAreDarkened()
 {
-    // The sum 201 + 181 + 121 = 503 is above 500, so the colour is darkened; the sum
-    // 200 + 180 + 120 = 500 is not. The products 201 * 0.8 = 160.8, 181 * 0.6 = 108.6
-    // and 121 * 0.8 = 96.8 are truncated.
+    // A derived colour is darkened if the sum of its channels is above 500:
+    // 201 + 181 + 121 = 503 is, 200 + 180 + 120 = 500 is not. Darkening multiplies red
+    // by 0.8, green by 0.6 and blue by 0.8. The products 160.8, 108.6 and 96.8 are
+    // truncated.
     const CColors bright({QColor(201, 181, 121)}, 2);
     QCOMPARE(bright.colors.at(1), QColor(160, 108, 96));
     const CColors dark({QColor(200, 180, 120)}, 2);
     QCOMPARE(dark.colors.at(1), QColor(200, 180, 120));
-    // Only the sum of the channels matters: a colour with the sum 500 is kept, a colour
-    // with the sum 501 is darkened. The products are 204, 147 and 0.8; the last product
-    // is truncated to 0.
+    // Only the sum of the channels matters, not a single bright channel: (255, 245, 0)
+    // with the sum 500 is kept, (255, 245, 1) with the sum 501 is darkened. The
+    // products are 255 * 0.8 = 204, 245 * 0.6 = 147 and 1 * 0.8 = 0.8, which is
+    // truncated to 0.
     QCOMPARE(CColors({QColor(255, 245, 0)}, 2).colors.at(1), QColor(255, 245, 0));
     QCOMPARE(CColors({QColor(255, 245, 1)}, 2).colors.at(1), QColor(204, 147, 0));
 }
@@ -101,9 +105,10 @@ void tst_CColors::laterRoundsUseGrownListAndStopAtRequestedSize()
     const auto grown = [](const QList<int>& reds, int requested) {
         return CColors(colorsOf(reds), requested).colors;
     };
-    // The first round derives the reds (30 + 2 * 90) / 3 = 70 and 90 from 90 and 30.
-    // The second round derives 70, 70, 90 and, after wrapping around, 90 from 90, 30,
-    // 70 and 90.
+    // If the neighbour's red b is lower than the red a, the new red is (b + 2 a) / 3;
+    // otherwise it is b. So the first round derives 70 and 90 from 90 and 30. The
+    // second round derives 70, 70, 90 and, after wrapping around, 90 from the grown
+    // list 90, 30, 70 and 90.
     QCOMPARE(grown({90, 30}, 8), colorsOf({90, 30, 70, 90, 70, 70, 90, 90}));
     // Reds 30, 60 and 90 rise, so the new reds are 60 and 90. No third colour is added,
     // because five colours were requested.
@@ -117,8 +122,9 @@ void tst_CColors::baseListGrowsByTheSameRule()
     QCOMPARE(colors.colors.size(), 91);
     QCOMPARE(colors.colors.at(45), QColor(255, 0, 0));
     QCOMPARE(colors.colors.at(46), QColor(510 / 3, 0, 255));
-    // Colour 48 derives from colours 3 and 4, (120, 220, 120) and (200, 200, 0): its
-    // channels are 200, (200 + 2 * 220) / 3 and (0 + 2 * 120) / 3.
+    // Colour 48 derives from colours 3 and 4, which are (120, 220, 120) and
+    // (200, 200, 0). Red rises to 200. Green and blue fall, so they are
+    // (200 + 2 * 220) / 3 = 213 and (0 + 2 * 120) / 3 = 80.
     QCOMPARE(colors.colors.at(48), QColor(200, 213, 80));
     // The first round ends by wrapping around: colour 44 is combined with black.
     QCOMPARE(colors.colors.at(89), QColor(480 / 3, 320 / 3, 0));

@@ -144,13 +144,15 @@ void tst_ChCoord::marginsAreTruncatedToWholePixels_data()
 {
     QTest::addColumn<QRectF>("screen"); // x0, y0, x1 - x0, y1 - y0
     QTest::addColumn<QRectF>("area");
-    // The margins are 40 (left), 20 (right), 30 (bottom) and 15 (top).
+    // The default margins are 0.1 (left and bottom) and 0.05 (right and top) of the
+    // widget's size: 40, 30, 20 and 15 pixels.
     QTest::newRow("400 by 300") << QRectF(0, 300, 400, -300) << QRectF(40, 270, 340, -255);
-    // The margins 39.9, 19.95, 29.9 and 14.95 are truncated.
+    // The left, right, bottom and top margins are 39.9, 19.95, 29.9 and 14.95 pixels
+    // before truncation.
     QTest::newRow("399 by 299") << QRectF(0, 299, 399, -299) << QRectF(39, 270, 341, -256);
     QTest::newRow("one pixel") << QRectF(0, 1, 1, -1) << QRectF(0, 1, 1, -1);
     QTest::newRow("empty") << QRectF(0, 0, 0, 0) << QRectF(0, 0, 0, 0);
-    // The margins are 20 and 10 in x, 10 and 5 in y.
+    // The margins are 20 (left), 10 (right), 10 (bottom) and 5 (top) pixels.
     QTest::newRow("not at the origin") << QRectF(10, 120, 200, -100) << QRectF(30, 110, 170, -85);
     QTest::newRow("y axis pointing down") << QRectF(0, 0, 400, 300) << QRectF(40, 30, 340, 255);
 }
@@ -173,7 +175,7 @@ void tst_ChCoord::marginsFollowTheirFractions()
     cc.marginLeft = 0.25;
     cc.marginRight = 0.125;
     cc.marginTop = 0.5;
-    cc.marginBottom = 0.0625; // 12.5 pixels
+    cc.marginBottom = 0.0625; // 0.0625 * 200 = 12.5 pixels, truncated to 12
     cc.computeArea();
     QVERIFY(isArea(cc, 100, 188, 350, 100));
 }
@@ -204,7 +206,8 @@ void tst_ChCoord::convertsIncreasingRanges_data()
     QTest::newRow("pixels as a distance in y") << asConversion(&ChCoord::s2rdY) << 102.0 << -2.0;
 }
 
-// The tolerance is a few ulps of 400, the widget's width in pixels.
+// The tolerance of 1e-12 is about 18 ulps of 400, the widget's width in pixels, and far
+// below any visible difference.
 void tst_ChCoord::convertsIncreasingRanges()
 {
     QFETCH(Conversion, conversion);
@@ -231,7 +234,8 @@ void tst_ChCoord::convertsReversedRanges_data()
     QTest::newRow("pixels as a distance in y") << asConversion(&ChCoord::s2rdY) << 51.0 << 1.0;
 }
 
-// The tolerance is a few ulps of 400, the widget's width in pixels.
+// The tolerance of 1e-12 is about 18 ulps of 400, the widget's width in pixels, and far
+// below any visible difference.
 void tst_ChCoord::convertsReversedRanges()
 {
     QFETCH(Conversion, conversion);
@@ -264,7 +268,8 @@ void tst_ChCoord::conversionClampsAtBothEnds_data()
     QTest::newRow("reversed y, above the area") << true << y << 0.0 << -1.0;
 }
 
-// The tolerance is a few ulps of 400, the widget's width in pixels.
+// The tolerance of 1e-12 is about 18 ulps of 400, the widget's width in pixels, and far
+// below any visible difference.
 void tst_ChCoord::conversionClampsAtBothEnds()
 {
     QFETCH(bool, reversed);
@@ -282,10 +287,10 @@ void tst_ChCoord::emptyRealRangeGivesInfinitiesAndNaN()
 {
     PlotSurface cc;
     cc.setReal(5, 5, 5, 5);
-    QVERIFY(tests::sameDouble(cc.r2sX(6), infinite)); // the scale is 340 / 0
+    QVERIFY(tests::sameDouble(cc.r2sX(6), infinite)); // the scale in x is 340 / 0 pixels per unit
     QVERIFY(tests::sameDouble(cc.r2sX(4), -infinite));
     QVERIFY(tests::sameDouble(cc.r2sX(5), notANumber));
-    QVERIFY(tests::sameDouble(cc.r2sY(6), -infinite)); // the scale is -255 / 0
+    QVERIFY(tests::sameDouble(cc.r2sY(6), -infinite)); // the scale in y is -255 / 0 pixels per unit
     QVERIFY(tests::sameDouble(cc.r2sY(5), notANumber));
     QVERIFY(tests::sameDouble(cc.r2sdX(1), infinite));
     QVERIFY(tests::sameDouble(cc.r2sdX(0), notANumber));
@@ -301,7 +306,7 @@ void tst_ChCoord::emptyPlotAreaGivesInfinitiesAndNaN()
     cc.setArea(40, 30, 40, 30);
     QCOMPARE(cc.r2sX(15), 40.0);
     QCOMPARE(cc.r2sY(3), 30.0);
-    QVERIFY(tests::sameDouble(cc.s2rX(41), infinite)); // the scale is 17 / 0
+    QVERIFY(tests::sameDouble(cc.s2rX(41), infinite)); // the scale in x is 17 / 0 units per pixel
     QVERIFY(tests::sameDouble(cc.s2rX(40), notANumber));
     QVERIFY(tests::sameDouble(cc.s2rY(29), -infinite));
     QVERIFY(tests::sameDouble(cc.s2rOffY(31), infinite));
@@ -316,9 +321,10 @@ void tst_ChCoord::edgeBandsAreAtBothEnds_data()
     QTest::addColumn<EdgeTest>("isNear");
     QTest::addColumn<QList<double>>("nearPixels");
     QTest::addColumn<QList<double>>("farPixels");
-    // The edge bands of the plot area (columns 40 to 380, rows 15 to 270) are 34 pixels
-    // wide and 25.5 pixels high. The edge bands of the widget are 40 pixels wide and 30
-    // pixels high.
+    // The edge bands are a tenth of the size. The plot area spans x = 40 to 380 and
+    // y = 15 to 270 in pixels, so its bands are 34 pixels wide and 25.5 pixels high.
+    // The bands of the widget, 400 by 300 pixels, are 40 pixels wide and 30 pixels
+    // high.
     QTest::newRow("x of the area")
         << asEdgeTest(&ChCoord::nearAreaEdgeX)
         << QList<double>{-1000, 0, 40, 73, 347, 380, 400, 1000} << QList<double>{75, 210, 345};
@@ -347,8 +353,8 @@ void tst_ChCoord::edgeBandsAreAtBothEnds()
     }
 }
 
-// Each band is a quarter of 340 pixels wide. The bands exclude their inner limits, which
-// are exactly 40 + 85 and 380 - 85.
+// The plot area spans x = 40 to 380, so a band of a quarter of its width is 85 pixels
+// wide. The inner limits, 40 + 85 = 125 and 380 - 85 = 295, do not belong to the bands.
 void tst_ChCoord::edgeBandsExcludeTheirInnerLimits()
 {
     PlotSurface cc;
@@ -365,20 +371,21 @@ void tst_ChCoord::edgeBandsExcludeTheirInnerLimits()
 void tst_ChCoord::areaAndScreenBandsHaveSeparateFractions()
 {
     PlotSurface cc;
-    cc.areaEdge = 0.4; // bands of 136 and 102 pixels
+    cc.areaEdge = 0.4; // bands of 0.4 * 340 = 136 and 0.4 * 255 = 102 pixels
     QVERIFY(cc.nearAreaEdgeX(170.0));
     QVERIFY(cc.nearAreaEdgeY(110.0));
     QVERIFY(!cc.nearScrEdgeX(170.0));
     QVERIFY(!cc.nearScrEdgeY(110.0));
     cc.areaEdge = 0.1;
-    cc.scrEdge = 0.45; // bands of 180 and 135 pixels
+    cc.scrEdge = 0.45; // bands of 0.45 * 400 = 180 and 0.45 * 300 = 135 pixels
     QVERIFY(cc.nearScrEdgeX(170.0));
     QVERIFY(cc.nearScrEdgeY(110.0));
     QVERIFY(!cc.nearAreaEdgeX(170.0));
     QVERIFY(!cc.nearAreaEdgeY(110.0));
 }
 
-// One unit of x is 20 pixels wide.
+// The steps tried are 1, 2, 5, 10, 20, 50, ... times the base. One unit of x is 20
+// pixels wide, because 17 units fill the plot area of 340 pixels.
 void tst_ChCoord::tickStepIsFirstOneWideEnough_data()
 {
     QTest::addColumn<double>("base");
@@ -393,7 +400,7 @@ void tst_ChCoord::tickStepIsFirstOneWideEnough_data()
     QTest::newRow("base below one") << 0.125 << 10.0 << 0.625; // steps of 2.5, 5 and 12.5 pixels
     QTest::newRow("base not a power of ten") << 3.0 << 100.0 << 6.0;
     QTest::newRow("minimum of zero pixels") << 1.0 << 0.0 << 1.0;
-    // 5e7 units are 1e9 pixels wide. This is the last step that is tried.
+    // The last step tried is 5e7 units, which is 1e9 pixels wide.
     QTest::newRow("last step tried") << 1.0 << 999999999.0 << 5e7;
 }
 
@@ -449,9 +456,10 @@ void tst_ChCoord::tickStepOfYUsesScaleOfX()
     QCOMPARE(cc.tickStepY(1.0, 40), 1e8);
 }
 
-// On 399 by 299 pixels the plot area extends from y = 270 (299 - 29) up to 14, so a
-// text row is -256 / 20 = -12.8 pixels high. The label width is 399 / 10 = 39.9 pixels.
-// Both numbers are truncated.
+// On a widget of 399 by 299 pixels, the plot area extends from y = 299 - 29 = 270 up to
+// y = 14. A line of text is a twentieth of this height: (14 - 270) / 20 = -12.8 pixels,
+// negative because y pixels grow downward. The label width is the left margin,
+// 0.1 * 399 = 39.9 pixels. Both numbers are truncated.
 void tst_ChCoord::textRowAndLabelWidthAreWholePixels()
 {
     ChCoord cc;

@@ -10,8 +10,8 @@ namespace
 {
 
 /// Known colours of each table, as hexadecimal RGB: entries 0, 128 and 255 of every
-/// ramp of 256 entries. Calculated by hand: in a ramp, a rising channel is t = 0 to 255
-/// and a falling channel is 255 - t.
+/// ramp of 256 entries. Calculated by hand: in entry t of a ramp (0 to 255), a rising
+/// channel is t and a falling channel is 255 - t.
 const QStringList knownColors{
     "000000 800000 ff0000 ff0000 ff8000 ffff00 ffff00 ffff80 ffffff",
     "000000 008000 00ff00 00ff00 00ff80 00ffff 00ffff 80ffff ffffff",
@@ -95,8 +95,9 @@ void tst_ColorTables::tableConsistsOfWholeRamps()
     QCOMPARE(display::colorTable(type).size(), entries);
 }
 
-// A ramp covers 255 levels in 255 steps. If no step is larger than one level, the ramp
-// is linear. So the known ends of a ramp determine all of its entries.
+// The ends of each ramp are known, and they are 255 levels apart over 255 steps. If
+// every step changes a channel by exactly one level, the ramp is linear, so the known
+// ends determine all of its entries.
 void tst_ColorTables::channelsMoveOneLevelAtATime()
 {
     QFETCH(int, type);

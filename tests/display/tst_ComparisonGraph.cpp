@@ -52,7 +52,7 @@ QImage plain(double lower, double upper, const QList<PlainPoint>& points,
     return picture.picture();
 }
 
-/// Random points near the diagonal in four colours, some of them outside the plot.
+/// Random points near the diagonal in four colours. Some points are outside the plot.
 QList<PlainPoint> randomPoints(int count)
 {
     const QList<QColor> inks{Qt::blue, QColor(0, 160, 0), Qt::black, QColor(240, 0, 240)};
@@ -211,8 +211,8 @@ void tst_ComparisonGraph::highResolutionScreenShowsNewestPointOnTop()
         plot.DispA->render(&picture);
         return picture;
     };
-    // Overlapping marks: the picture depends on the order in which they are drawn.
-    // Twenty points share each position.
+    // With overlapping marks, the picture depends on the order in which the marks are
+    // drawn. Twenty points share each position.
     QList<PlainPoint> newest = randomPoints(200);
     for (PlainPoint& point : newest) {
         point.color.setAlpha(alpha);
@@ -255,8 +255,11 @@ void tst_ComparisonGraph::diagonalEndsAtTheValences()
     ComparisonGraph graph;
     fill(&graph, 2.0, 3.0, {{2.5, 2.35, Qt::blue}});
     const QImage image = painted(graph);
-    // The diagonal spans columns 38 + 47.1 to 38 + 282.9 and rows 232 - 31.4 to 232 -
-    // 188.6, all truncated.
+    // With a margin of 0.2 around the valences 2 and 3, both axes show 1.8 to 3.2. The
+    // plot area extends from (38, 232) 330 pixels to the right and 220 pixels upward.
+    // So the diagonal spans x = 38 + 330 * 0.2 / 1.4 = 85.1 to
+    // 38 + 330 * 1.2 / 1.4 = 320.9 and y = 232 - 220 * 0.2 / 1.4 = 200.6 to
+    // 232 - 220 * 1.2 / 1.4 = 43.4, all truncated.
     const QRect part(QPoint(85, 43), QPoint(320, 200));
     QCOMPARE(image.pixelColor(85, 200), QColor(0, 200, 0));
     QCOMPARE(image.pixelColor(320, 43), QColor(0, 200, 0));
@@ -269,7 +272,8 @@ void tst_ComparisonGraph::diagonalIsDrawnOverTheGrid()
     ComparisonGraph graph;
     fill(&graph, 2.0, 3.0, {{2.5, 2.15, Qt::blue}});
     const QImage image = painted(graph);
-    // The diagonal has a pixel in each column that it crosses.
+    // The diagonal spans the pixel columns 85 to 320 (see diagonalEndsAtTheValences())
+    // and has a pixel in each of them.
     for (int x = 85; x <= 320; ++x) {
         QVERIFY(countOf(image, QRect(x, 13, 1, 219), QColor(0, 200, 0)) >= 1);
     }

@@ -137,7 +137,7 @@ void tst_CurvePainter::matchesOneCallPerSegment()
     }
 }
 
-// The points are at pixels (140.8, 219.9) and (181.6, 219.4).
+// The points are at the pixel coordinates (140.8, 219.9) and (181.6, 219.4).
 void tst_CurvePainter::pointsAreTruncatedToPixels()
 {
     const QImage image = curve(PlotSurface(), {{15.04, -0.9 / 51.0}, {17.08, -0.4 / 51.0}});
@@ -173,7 +173,7 @@ void tst_CurvePainter::nonFinitePointDropsItsSegments_data()
 }
 
 // The non-finite points are at the start, inside a batch, at the border between two
-// batches of 256 segments, twice in a row, and at the end.
+// batches of 256 segments, at three neighbouring indices, and at the end.
 void tst_CurvePainter::nonFinitePointDropsItsSegments()
 {
     QFETCH(QPointF, point);
@@ -204,10 +204,10 @@ void tst_CurvePainter::deepZoomKeepsCrossingSegments_data()
     QTest::newRow("near the precision of a double") << 1e-12;
 }
 
-// The line from (-3, -3) to (4, 4), zoomed in on (0.5, 0.5), passes through two
-// opposite corners of the plot area: it rises by 255 rows over 340 columns. The
-// tolerance is two rows, because the expected row is truncated and the ends of the
-// drawn line are rounded to whole pixels.
+// The line from (-3, -3) to (4, 4) passes through (0.5, 0.5), the centre of the zoom,
+// so it crosses two opposite corners of the plot area: it rises by 255 pixels over 340
+// pixels, which is 0.75 per pixel column. The tolerance is two pixel rows, because the
+// expected row is truncated and the ends of the drawn line are rounded to whole pixels.
 void tst_CurvePainter::deepZoomKeepsCrossingSegments()
 {
     QFETCH(double, half);
@@ -226,7 +226,8 @@ void tst_CurvePainter::deepZoomKeepsCrossingSegments()
     }
 }
 
-// The value 2 is on row 117. The ends of the line are 2e10 pixels outside the plot.
+// The value 2 is at pixel row 270 - 51 * 3 = 117. One unit of x is 20 pixels wide, so
+// the ends of the line are 2e10 pixels outside the plot.
 void tst_CurvePainter::horizontalLineStaysLevelWithFarEnds()
 {
     const QImage image = curve(PlotSurface(), {{-1e9, 2}, {1e9, 2}});
@@ -248,7 +249,8 @@ void tst_CurvePainter::highSpikeHasBothFlanks_data()
 
 // The curve rises from (16, 0) at pixel (160, 219) to a peak at x = 18 above the
 // picture, and falls to (20, 0) at pixel (240, 219). Its flanks are so steep that they
-// look vertical. The tolerance is one column, for the truncation at the peak.
+// look vertical. The tolerance is one pixel column, because the peak is clipped and
+// truncated.
 void tst_CurvePainter::highSpikeHasBothFlanks()
 {
     QFETCH(double, height);

@@ -14,10 +14,11 @@
 
 using namespace tests;
 
-// A surface of 400 by 300 pixels with the usual margins has its plot area in columns 40
-// to 380 and rows 15 to 270. A row of text is trunc((15 - 270) / 20) = -12 pixels high
-// (negative: upward). The text in it is trunc(-10.2) = -10 high, and the gap below the
-// plot is trunc(-1.8) = -1.
+// On a surface of 400 by 300 pixels, the default margins are 40 (left), 20 (right), 30
+// (bottom) and 15 (top) pixels, so the plot area spans x = 40 to 380 and y = 15 to 270.
+// A line of text is a twentieth of this height: trunc((15 - 270) / 20) = -12 pixels,
+// negative because y pixels grow downward. Its text is trunc(0.85 * -12) = -10 pixels
+// high, and the gap below the plot is trunc(0.15 * -12) = -1.
 
 namespace
 {
@@ -25,7 +26,7 @@ namespace
 constexpr QSize surfaceSize(400, 300);
 const QRectF xTitleBox(40.0, 271.0, 340.0, 10.0);
 // The box of the y title, in coordinates rotated by 270 degrees about the upper left
-// corner. On the screen the box is columns 10 to 20 over the full height.
+// corner. On the screen the box spans x = 10 to 20 and the full height.
 const QRectF yTitleBox(-300.0, 10.0, 300.0, 10.0);
 
 void drawTitle(QStylePainter* p, const QRectF& box, const QString& text)
@@ -62,7 +63,7 @@ QImage expectedTitles(const QString& x, const QString& y)
     });
 }
 
-/// The bounding rectangle of all dark pixels.
+/// The bounding rectangle of all pixels with a grey level below 150.
 QRect inkOf(const QImage& image)
 {
     return boxOf(image, image.rect(), [](const QColor& c) { return qGray(c.rgb()) < 150; });
@@ -219,7 +220,8 @@ void tst_DispABase::plotShowsTitlesEnabledForIt()
              expectedTitles(xInArea ? "Energy" : "", yInArea ? "mut" : ""));
 }
 
-// The title is in the row of the range labels, with a gap on both sides.
+// The x title is on the same line of text as the two range labels, centred between
+// them: the middle of the plot area, x = 40 to 380, is 210.
 void tst_DispABase::titleOfXIsBetweenTheRangeLabels()
 {
     const QRect ink = inkOf(paintedTitles(true, false));
@@ -254,9 +256,11 @@ void tst_DispABase::titleOfYReadsUpwardAtTheLeft()
     QVERIFY(lower.width() > upper.width());
 }
 
-// A surface of 333 by 217 pixels has its plot area in columns 33 to 317 and rows 10 to
-// 196. The row of text is trunc(9.3) = 9 pixels high, the text in it trunc(7.65) = 7
-// and the gap trunc(1.35) = 1.
+// On a surface of 333 by 217 pixels, the margins are trunc(33.3) = 33 (left),
+// trunc(16.65) = 16 (right), trunc(21.7) = 21 (bottom) and trunc(10.85) = 10 (top)
+// pixels. So the plot area spans x = 33 to 317 and y = 10 to 196. A line of text is
+// trunc(186 / 20) = 9 pixels high, its text trunc(0.85 * 9) = 7 and the gap
+// trunc(0.15 * 9) = 1.
 void tst_DispABase::titlesFitOddPlotSizes()
 {
     paintedTitles(true, true);
@@ -269,10 +273,10 @@ void tst_DispABase::titlesFitOddPlotSizes()
              }));
 }
 
-// A surface of 800 by 900 pixels has its plot area in columns 80 to 760 and rows 45 to
-// 810. The row of text is trunc(38.25) = 38 pixels high, the text in it trunc(32.3) =
-// 32 and the gap trunc(5.7) = 5. A font of 24 points would fit, but the size is limited
-// to 12.
+// On a surface of 800 by 900 pixels, the plot area spans x = 80 to 760 and y = 45 to
+// 810. A line of text is trunc(765 / 20) = 38 pixels high, its text
+// trunc(0.85 * 38) = 32 and the gap trunc(0.15 * 38) = 5. A font of about 24 points
+// would fit, but the size is limited to 12 points.
 void tst_DispABase::titlesOfLargePlotsAreTwelvePointsHigh()
 {
     paintedTitles(true, true);

@@ -15,9 +15,9 @@
 
 using namespace tests;
 
-// Every surface here is 400 by 300 pixels with the usual margins: its plot area is
-// columns 40 to 380 and rows 15 to 270. With the real range 0 to 340 and 0 to 255 one
-// pixel is one unit: x = column - 40, y = 270 - row.
+// Every surface here is 400 by 300 pixels with the default margins: its plot area spans
+// x = 40 to 380 and y = 15 to 270 in pixels. With the real range 0 to 340 and 0 to 255,
+// one pixel is one unit: x = pixel column - 40, y = 270 - pixel row.
 
 namespace
 {
@@ -105,7 +105,7 @@ private Q_SLOTS:
     void eachPanStepStartsAtThePreviousPosition();
     void panRepaintsAndKeepsHasScale_data();
     void panRepaintsAndKeepsHasScale();
-    void panReportsPositionInTheRangeBeforeIt();
+    void panReportsThePositionInThePreviousRange();
 
     void doubleClickOfAnyButtonRestoresAutomaticRange_data();
     void doubleClickOfAnyButtonRestoresAutomaticRange();
@@ -176,8 +176,8 @@ QList<double> tst_DispArea::range() const
     return {cc.realX0, cc.realY0, cc.realX1, cc.realY1};
 }
 
-// The tolerance of 1e-9 covers the rounding errors of two or three operations on numbers
-// of a few hundred.
+// The tolerance of 1e-9 is far above the rounding errors of a few operations on numbers
+// of a few hundred (about 1e-13) and far below one pixel, which is one unit.
 bool tst_DispArea::rangeIs(const QList<double>& expected) const
 {
     const QList<double> got = range();
@@ -230,8 +230,8 @@ void tst_DispArea::moveWithAnyButtonReportsPosition()
     }
 }
 
-// The position is a quarter of 400 pixels from the left edge and a quarter of 300
-// pixels from the lower edge.
+// Without margins, the range 0 to 1 covers the whole widget. The position is a quarter
+// of 400 pixels from the left edge and a quarter of 300 pixels from the lower edge.
 void tst_DispArea::positionRefersToWholeWidgetWithoutMargins()
 {
     DispArea bare;
@@ -320,8 +320,8 @@ void tst_DispArea::modifiersAtPressSelectTheDragAction_data()
 }
 
 // The mouse moves from (100, 100) to (120, 120) in data values: a drag moves the line
-// to 120, a pan subtracts 20 from all limits. The line is marked as held for every kind
-// of press, so that an unwanted drag would be visible.
+// to 120, a pan subtracts 20 from all limits. After every kind of press the test itself
+// selects the line, so that an unwanted drag would be visible.
 void tst_DispArea::modifiersAtPressSelectTheDragAction()
 {
     QFETCH(Qt::KeyboardModifiers, atPress);
@@ -353,8 +353,8 @@ void tst_DispArea::moveIsIgnoredUnlessLeftButtonWasPressedLast_data()
     QTest::newRow("middle press last") << Buttons{Qt::LeftButton, Qt::MiddleButton} << false;
 }
 
-// The buttons in the move event are ignored; the recorded press counts. With Shift the
-// move would pan.
+// Only the recorded press decides; the buttons in the move event are ignored. With
+// Shift, a move that is not ignored would pan.
 void tst_DispArea::moveIsIgnoredUnlessLeftButtonWasPressedLast()
 {
     QFETCH(QList<Qt::MouseButton>, presses);
@@ -382,7 +382,9 @@ void tst_DispArea::pressWithinTwentyPixelsSelectsTheLine_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<bool>("hit");
-    // Column 140 and row 170 have the value 100.
+    // The value 100 is at pixel column 140 (x) and pixel row 170 (y). A line is hit if
+    // it is less than 20 pixels away from the mouse position, which is rounded to whole
+    // pixels.
     QTest::newRow("vertical, on the line") << vertical << "100" << QPointF(140, 60) << true;
     QTest::newRow("vertical, 19 pixels right") << vertical << "100" << QPointF(159, 60) << true;
     QTest::newRow("vertical, 19 pixels left") << vertical << "100" << QPointF(121, 60) << true;
@@ -428,16 +430,17 @@ void tst_DispArea::nearestLineIsSelected_data()
     QTest::addColumn<QStringList>("values");
     QTest::addColumn<QList<int>>("directions");
     QTest::addColumn<int>("selected");
-    // The press is at value 105 in x and y.
+    // The press is at (105, 105) in data values. Of several lines at the same distance,
+    // the line with the lowest index is selected.
     const QList<int> allVertical{vertical, vertical, vertical};
-    QTest::newRow("middle one") << QStringList{"90", "104", "110"} << allVertical << 1;
-    QTest::newRow("last one") << QStringList{"90", "100", "106"} << allVertical << 2;
+    QTest::newRow("middle line") << QStringList{"90", "104", "110"} << allVertical << 1;
+    QTest::newRow("last line") << QStringList{"90", "100", "106"} << allVertical << 2;
     QTest::newRow("midway between two, lower first")
         << QStringList{"100", "110", "300"} << allVertical << 0;
     QTest::newRow("midway between two, upper first")
         << QStringList{"300", "110", "100"} << allVertical << 1;
     QTest::newRow("two at the same value") << QStringList{"300", "105", "105"} << allVertical << 1;
-    QTest::newRow("horizontal one is nearer")
+    QTest::newRow("horizontal line is nearer")
         << QStringList{"100", "107", "300"} << QList<int>{vertical, horizontal, vertical} << 1;
     QTest::newRow("equal distance in x and y")
         << QStringList{"300", "100", "110"} << QList<int>{vertical, horizontal, vertical} << 1;
@@ -475,7 +478,9 @@ void tst_DispArea::lineIsHitInTheMargins()
     QVERIFY(m_lines->set.selected);
 }
 
-// The value -25 is in column 15, in the left margin.
+// The line is at pixel column 40 - 25 = 15, in the left margin. The hit distance is
+// less than 20 pixels, so a press at column 34 hits the line and a press at column 40
+// does not.
 void tst_DispArea::lineOutsideThePlotAreaIsHitAtItsOwnPosition()
 {
     m_lines->add("-25");
@@ -523,7 +528,8 @@ void tst_DispArea::pressWithoutLinesOnlyEmitsSignals()
     }
 }
 
-// The held line is still selected while newPos() is emitted.
+// The second press emits newPos() for line 0, which is still selected at that time, and
+// then selects line 1.
 void tst_DispArea::secondPressFirstReleasesTheHeldLine()
 {
     m_lines->add("100");
@@ -536,12 +542,12 @@ void tst_DispArea::secondPressFirstReleasesTheHeldLine()
     QCOMPARE(m_lines->text(1), "200");
 }
 
-// The range is 100 units over 340 pixels, so column 177 is 8300 + 137 * 100 / 340 =
-// 8340.29411...
+// The range is 100 units over 340 pixels and starts at pixel column 40. So column 177
+// is at 8300 + (177 - 40) * 100 / 340 = 8340.29411...
 void tst_DispArea::dragShowsTheStartOfTheText()
 {
     m_area->cc.setRealX(8300.0, 8400.0);
-    const MarkLine* line = m_lines->add("8350"); // column 210
+    const MarkLine* line = m_lines->add("8350"); // pixel column 40 + 50 * 3.4 = 210
     press(m_area.get(), {210.0, 100.0});
     drag(m_area.get(), {177.0, 20.0});
     QCOMPARE(m_lines->text(0), "8340.29");
@@ -562,7 +568,8 @@ void tst_DispArea::dragOfRelativeLineWritesDistanceFromBase_data()
     QTest::addColumn<QString>("base");
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("value");
-    // The line is dragged to x = 200 or y = 120.
+    // The line is dragged to pixel (240, 150), which is x = 200 or y = 120. Its text
+    // becomes the distance from the base line to this position.
     QTest::newRow("to the right of the base") << vertical << "150"
                                               << "50" << 200.0;
     QTest::newRow("to the left of the base") << vertical << "300.5"
@@ -776,7 +783,7 @@ void tst_DispArea::panRepaintsAndKeepsHasScale()
                              : QList<double>{0.0, 0.0, 1.0, 1.0}));
 }
 
-void tst_DispArea::panReportsPositionInTheRangeBeforeIt()
+void tst_DispArea::panReportsThePositionInThePreviousRange()
 {
     const QSignalSpy positions(m_area.get(), &DispArea::nowPos);
     press(m_area.get(), {140.0, 170.0}, Qt::LeftButton, Qt::ShiftModifier);
@@ -848,8 +855,9 @@ void tst_DispArea::wheelZoomsAroundThePointer_data()
 {
     QTest::addColumn<int>("turn");
     QTest::addColumn<QList<double>>("expected");
-    // Zoom by 1.1 around (100, 100): the lower limits are 100 below this point, the
-    // upper limits 240 (x) and 155 (y) above it.
+    // A wheel event zooms by 1.1 around (100, 100). Before it, the lower limits are 100
+    // below this point, the upper limits 240 (x) and 155 (y) above it. Zooming out
+    // multiplies these distances by 1.1, zooming in divides them by 1.1.
     QTest::newRow("towards the user zooms out")
         << -120 << QList<double>{-10.0, -10.0, 364.0, 270.5};
     QTest::newRow("away from the user zooms in")
@@ -899,22 +907,24 @@ void tst_DispArea::wheelInAnEdgeBandZoomsOneAxisOnly_data()
 {
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<QList<double>>("expected");
-    // Zoom out by 1.1 around x = column - 40 and y = 270 - row.
+    // Each wheel event zooms out by 1.1 around the mouse position in data values, x =
+    // pixel column - 40 and y = 270 - pixel row.
     QTest::newRow("middle: both axes")
         << QPointF(140, 170) << QList<double>{-10.0, -10.0, 364.0, 270.5};
-    QTest::newRow("left label column: y")
+    QTest::newRow("left of the plot: y")
         << QPointF(20, 170) << QList<double>{0.0, -10.0, 340.0, 270.5};
     QTest::newRow("inside the left edge: y")
         << QPointF(50, 170) << QList<double>{0.0, -10.0, 340.0, 270.5};
     QTest::newRow("right of the plot: y")
         << QPointF(390, 170) << QList<double>{0.0, -10.0, 340.0, 270.5};
-    QTest::newRow("row of the labels of x: x")
+    QTest::newRow("below the plot: x")
         << QPointF(140, 285) << QList<double>{-10.0, 0.0, 364.0, 255.0};
     QTest::newRow("inside the lower edge: x")
         << QPointF(140, 260) << QList<double>{-10.0, 0.0, 364.0, 255.0};
     QTest::newRow("above the plot: x")
         << QPointF(140, 5) << QList<double>{-10.0, 0.0, 364.0, 255.0};
-    // Zoom out by 1.1 around (-20, -15), (10, 10), (350, 265) and (330, 5).
+    // In a corner, both axes zoom out by 1.1: around (-20, -15), (10, 10), (350, 265)
+    // and (330, 5) in data values.
     QTest::newRow("lower left corner, outside: both axes")
         << QPointF(20, 285) << QList<double>{2.0, 1.5, 376.0, 282.0};
     QTest::newRow("lower left corner, inside: both axes")
@@ -939,8 +949,9 @@ void tst_DispArea::edgeBandIsATenthOfThePlotArea_data()
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<bool>("besideY");
     QTest::addColumn<bool>("besideX");
-    // The edge bands of the plot area (columns 40 to 380, rows 15 to 270) are 34 pixels
-    // wide and 25.5 pixels high.
+    // The edge bands are a tenth of the plot area, x = 40 to 380 and y = 15 to 270 in
+    // pixels: 34 pixels wide and 25.5 pixels high. So their inner limits are x = 74 and
+    // 346, y = 40.5 and 244.5; the limits do not belong to the bands.
     QTest::newRow("last column of the left band") << QPointF(73, 170) << true << false;
     QTest::newRow("first column right of the left band") << QPointF(74, 170) << false << false;
     QTest::newRow("last column before the right band") << QPointF(346, 170) << false << false;
@@ -1014,7 +1025,8 @@ void tst_DispArea::wheelEmitsNoSignal()
     QCOMPARE(m_lines->text(0), "100");
 }
 
-// The whole widget of 400 by 300 pixels covers 0 to 1 on both axes; y points up.
+// The whole widget of 400 by 300 pixels covers 0 to 1 on both axes. Pixel row 75 is a
+// quarter of the height below the top, and y values grow upward, so y is 0.75.
 void tst_DispArea::positionsBeforeFirstPaintReferToWholeWidget()
 {
     DispArea area;

@@ -10,10 +10,10 @@
 #include <functional>
 #include <limits>
 
-// A surface of 400 by 300 pixels with the usual margins has its plot area in columns 40
-// to 380 and rows 15 to 270. A row of text is trunc((270 - 15) / 20) = 12 pixels high,
-// the text in it trunc(0.85 * 12) = 10, and the gap below the plot
-// trunc(0.15 * 12) = 1.
+// On a surface of 400 by 300 pixels, the default margins are 40 (left), 20 (right), 30
+// (bottom) and 15 (top) pixels, so the plot area spans x = 40 to 380 and y = 15 to 270.
+// A line of text is trunc((270 - 15) / 20) = 12 pixels high, its text
+// trunc(0.85 * 12) = 10, and the gap below the plot trunc(0.15 * 12) = 1.
 
 using namespace tests;
 
@@ -158,8 +158,7 @@ void tst_DispAreaPainting::startsWithAutomaticRangeAndNoMarkerLines()
     QCOMPARE(area.cc.realY1, 1.0);
 }
 
-// The surface does not paint its own frame either, although its form sets a frame
-// shape.
+// The form of the surface sets a frame shape, but the surface does not paint it.
 void tst_DispAreaPainting::surfacePaintsNothingItself()
 {
     const QImage image = paintedBy(usualSize, [](DispArea&, QStylePainter*) {});
@@ -239,8 +238,8 @@ void tst_DispAreaPainting::eachPaintResetsScreenToWidgetWithYUpward_data()
     QTest::newRow("one pixel") << QSize(1, 1);
 }
 
-// At each paint the plot area is the whole widget again, even if a client changed it
-// before.
+// At each paint the surface sets the plot area to the whole widget again, even if a
+// client changed it before.
 void tst_DispAreaPainting::eachPaintResetsScreenToWidgetWithYUpward()
 {
     QFETCH(QSize, size);
@@ -379,17 +378,18 @@ void tst_DispAreaPainting::labelsAreDrawnInTheirBoxes_data()
     QTest::addColumn<QRect>("outline");
     QTest::addColumn<QList<QRectF>>("boxes");
     QTest::newRow("usual size") << usualSize << usualOutline << usualBoxes;
-    // The plot area is columns 33 to 317 and rows 10 to 196 (217 - 21). The row of text
-    // is trunc(9.3) = 9 pixels high, the text in it trunc(7.65) = 7, the gap
-    // trunc(1.35) = 1. The left margin is 33.
+    // The margins are trunc(33.3) = 33 (left), trunc(16.65) = 16 (right),
+    // trunc(21.7) = 21 (bottom) and trunc(10.85) = 10 (top) pixels, so the plot area
+    // spans x = 33 to 317 and y = 10 to 196. A line of text is trunc(186 / 20) = 9
+    // pixels high, its text trunc(0.85 * 9) = 7, the gap trunc(0.15 * 9) = 1.
     QTest::newRow("odd sides") << QSize(333, 217) << QRect(33, 10, 284, 186)
                                << QList<QRectF>{{0.0, 10.0, 33.0 * 0.95, 7.0},
                                                 {0.0, 189.0, 33.0 * 0.95, 7.0},
                                                 {33.0, 197.0, 66.0, 7.0},
                                                 {251.0, 197.0, 66.0, 7.0}};
-    // The plot area is columns 80 to 760 and rows 45 to 810. The row of text is
-    // trunc(38.25) = 38 pixels high, the text in it trunc(32.3) = 32, the gap
-    // trunc(5.7) = 5. The font size is limited to 12 points.
+    // The plot area spans x = 80 to 760 and y = 45 to 810. A line of text is
+    // trunc(765 / 20) = 38 pixels high, its text trunc(0.85 * 38) = 32, the gap
+    // trunc(0.15 * 38) = 5. The font size is limited to 12 points.
     QTest::newRow("large") << QSize(800, 900) << QRect(80, 45, 680, 765)
                            << QList<QRectF>{{0.0, 45.0, 76.0, 32.0},
                                             {0.0, 778.0, 76.0, 32.0},
@@ -418,8 +418,8 @@ void tst_DispAreaPainting::labelsAreBlackWithAnyPen()
     QCOMPARE(image, expectedFrame(usualSize, usualOutline, labels));
 }
 
-// The comparisons of pictures in the other tests need this check: equal pictures could
-// both be empty.
+// Two pictures without any label are equal too. This check shows that the labels, which
+// the other tests compare, are really drawn.
 void tst_DispAreaPainting::labelsHaveDarkPixelsInTheirBoxes()
 {
     const QImage image = drawnFrame(usualSize, {8300.0, -1.25, 8400.0, 2.5});
@@ -430,8 +430,8 @@ void tst_DispAreaPainting::labelsHaveDarkPixelsInTheirBoxes()
     QCOMPARE(darkPixels(empty, empty.rect()), 0);
 }
 
-// The row of text is trunc(25.5) = 25 pixels high, the text in it trunc(12.5) = 12, the
-// gap trunc(12.5) = 12. The left margin is 80.
+// A line of text is trunc(255 / 10) = 25 pixels high, its text trunc(0.5 * 25) = 12,
+// the gap trunc(0.5 * 25) = 12. The left margin is 0.2 * 400 = 80 pixels.
 void tst_DispAreaPainting::labelsFollowTheTextRowSettings()
 {
     const QImage image = paintedBy(usualSize, [](DispArea& area, QStylePainter* p) {
@@ -479,7 +479,7 @@ void tst_DispAreaPainting::invalidRangeIsHarmless_data()
     QTest::newRow("huge") << QList<double>{-1e308, -1e308, 1e308, 1e308};
 }
 
-// The frame is the same for every range.
+// The outline, the margins and the inside are painted as for a valid range.
 void tst_DispAreaPainting::invalidRangeIsHarmless()
 {
     QFETCH(QList<double>, range);

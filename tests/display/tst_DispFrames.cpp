@@ -288,7 +288,8 @@ void tst_DispFrames::stripHasItsWidgetsFromLeftToRight()
     QCOMPARE(m->button->maximumWidth(), 50);
 }
 
-// In a plot, the fields of x and y are read-only; in a map, only the field of y is.
+// In a plot, the fields of x and y are read-only. In a map, only the field of y is
+// read-only.
 void tst_DispFrames::readOutsHaveTheResultStyleAndSomeAreReadOnly()
 {
     QFETCH(bool, map);
@@ -427,8 +428,9 @@ void tst_DispFrames::popOutWindowIsAHiddenChild()
     QVERIFY(m->isDocked());
 }
 
-// The button moves together with the content: it is clicked first in the frame, then in
-// the window.
+// The button belongs to the content, which moves into the pop-out window. So the first
+// click is in the frame and pops the content out; the second click is in the window and
+// docks it.
 void tst_DispFrames::buttonPopsOutAndDocks()
 {
     QVERIFY(m->showDocked());

@@ -76,8 +76,8 @@ void tst_DispMBase::init()
     m_frame = std::make_unique<DispMBase>();
 }
 
-// Destroys the frame at the end of each test: a limit field that still has the focus
-// then emits editingFinished, which must be harmless.
+// The frame is destroyed at the end of each test. A limit field that still has the
+// focus then emits editingFinished, which must be harmless.
 void tst_DispMBase::cleanup()
 {
     m_frame.reset();
@@ -207,7 +207,8 @@ void tst_DispMBase::valueFieldIsSetByTheClientOnly()
     QCOMPARE(m_frame->Val->text(), "client's");
 }
 
-// A plot differs on purpose: its read-out fields show the start of the number.
+// The fields show the end of the number. The read-out fields of a plot differ on
+// purpose: they show the start of the number.
 void tst_DispMBase::readOutLeavesTheCursorAtTheEnd()
 {
     m_frame->receiveNowPos(8333.2469, -1.5);
@@ -277,7 +278,8 @@ void tst_DispMBase::unparsableLimitIsZero()
 
 void tst_DispMBase::reversedLimitsAreSwapped_data()
 {
-    QTest::addColumn<bool>("upper"); // whether to change the upper limit of the range 1 to 3
+    // Whether to change the upper limit of the range 1 to 3 or, if false, the lower limit.
+    QTest::addColumn<bool>("upper");
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("zmin");
     QTest::addColumn<double>("zmax");

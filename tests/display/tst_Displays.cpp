@@ -70,8 +70,8 @@ public:
     QList<MouseSignal> received;
 };
 
-/// Translates every text of the context "Displays" except the title of the comparison
-/// plot.
+/// Puts every text of the context "Displays" in angle brackets, except the title of the
+/// comparison plot.
 class TitleTranslator : public QTranslator
 {
 public:
@@ -255,8 +255,8 @@ void tst_Displays::allTitlesButTheComparisonAreTranslated()
     const Displays graphs;
     QCOMPARE(graphs.frame(Displays::DRef1)->Title->text(), QStringLiteral("<Ref1>"));
     QCOMPARE(graphs.frame(Displays::DM2M3)->Title->text(), QStringLiteral("<M2/M3>"));
-    // The translation contains this title only under another source text, so the title
-    // is not translated.
+    // The title "LCF vs MPS" is not translated, because the translation contains it
+    // only under another source text.
     QCOMPARE(graphs.frame(Displays::DLCFvs4PS)->Title->text(), QStringLiteral("LCF vs MPS"));
 }
 
@@ -400,7 +400,8 @@ void tst_Displays::doubleClickResetsTheRangeOfOnePlotOnly()
     QList<int> expected(11, 0);
     expected[Displays::DHistDMut] = 1;
     QCOMPARE(paints.counts(), expected);
-    // No client is connected, so the paint sets the automatic range of an empty plot.
+    // No client is connected, so the next paint sets the automatic range of an empty
+    // plot, 0 to 1.
     QCOMPARE(clicked->DispA->cc.realX1, 1.0);
     QCOMPARE(graphs.frame(Displays::DHistA)->DispA->cc.realX1, 3.0);
 }

@@ -113,19 +113,19 @@ private Q_SLOTS:
     void textAtTheWidgetEdgeIsNotCutOff();
     void emptyBoxDrawsNothing_data();
     void emptyBoxDrawsNothing();
-    void boxWithOneEmptySideFitsTheOther_data();
-    void boxWithOneEmptySideFitsTheOther();
+    void emptySideLimitsTheSizeToTenPoints_data();
+    void emptySideLimitsTheSizeToTenPoints();
 
     void textBoxReturnsWhereTheTextIsDrawn_data();
     void textBoxReturnsWhereTheTextIsDrawn();
     void textBoxHasNoMaximumSize();
 
     void listUsesTheSmallestSizeInWholePoints();
-    void boxOfAListIsShiftedForEachText();
-    void listFitsEachLineInOtherModes_data();
-    void listFitsEachLineInOtherModes();
-    void pairsAreAlignedToBothEndsOfTheirRow();
-    void pairsUseTheSizeOfTheLongestRow();
+    void eachTextOfAListIsShiftedByTheSameStep();
+    void otherModesFitEachTextOfAListSeparately_data();
+    void otherModesFitEachTextOfAListSeparately();
+    void pairTextsAreAlignedToTheLeftAndRight();
+    void pairsUseTheSizeOfTheLongestPair();
     void emptyListsDrawNothing();
 
     void overlappingBoxesAreFound_data();
@@ -143,8 +143,8 @@ private Q_SLOTS:
 private:
     /// The texts that @p drawing draws.
     QList<tests::DrawnText> textsDrawnBy(const Drawing& drawing);
-    /// The text that drawText() draws with givenFont(). Empty if it draws no text or
-    /// several texts.
+    /// The text that drawText() draws with givenFont(); empty if drawText() draws no
+    /// text or several texts.
     tests::DrawnText drawnText(const QRectF& box, int flags, int mode, const QString& text,
                                double maxPoints);
     /// The size of a text at 10 points, measured by QPainter.
@@ -210,8 +210,7 @@ void tst_DrawText::fittedSizeFollowsTheTighterSide_data()
     QTest::newRow("small") << QSizeF(0.25, 0.75) << 2.5;
 }
 
-// The tolerance is a hundredth of a point, the precision with which a font stores its
-// size.
+// The tolerance is 0.01 points, the precision with which a font stores its size.
 void tst_DrawText::fittedSizeFollowsTheTighterSide()
 {
     QFETCH(QSizeF, space);
@@ -247,8 +246,9 @@ void tst_DrawText::fittedSizeIsLimitedToMaxPoints_data()
     QTest::newRow("zero means no maximum") << 0.0 << 30.0;
 }
 
-// At 30 points the text fills the box. The tolerance is a hundredth of a point, the
-// precision with which a font stores its size.
+// The box is three times the size of the text at 10 points, so the text fills it at 30
+// points. The tolerance is 0.01 points, the precision with which a font stores its
+// size.
 void tst_DrawText::fittedSizeIsLimitedToMaxPoints()
 {
     QFETCH(double, maxPoints);
@@ -370,8 +370,8 @@ void tst_DrawText::fittedTextStaysInItsBox_data()
     QTest::newRow("narrow") << QRectF(50, 60, 40, 90) << int(Qt::AlignCenter);
 }
 
-// The tolerance is a few pixels: glyph widths are whole pixels, so a text can be
-// narrower than calculated, and letters can overhang by one pixel.
+// Glyph widths are whole pixels, so a drawn text can be a few pixels narrower than
+// calculated. Letters can overhang the box by one pixel.
 void tst_DrawText::fittedTextStaysInItsBox()
 {
     QFETCH(QRectF, box);
@@ -404,8 +404,9 @@ void tst_DrawText::smallTextStaysInItsBox_data()
     QTest::newRow("title in Japanese") << QStringLiteral("画素数") << int(Qt::AlignCenter);
 }
 
-// The smallest width is the label width in a small window. The widths increase in steps
-// that are not whole pixels. Letters can overhang by one pixel at the top and bottom.
+// The smallest width is the label width in a small window. The width increases in steps
+// of 3.1 pixels, so that it is rarely a whole number. Letters can overhang by one pixel
+// at the top and bottom.
 void tst_DrawText::smallTextStaysInItsBox()
 {
     QFETCH(QString, text);
@@ -426,8 +427,8 @@ void tst_DrawText::smallTextStaysInItsBox()
     }
 }
 
-// The picture of a text at the widget's edge is compared with the same text further
-// inside. The pictures are equal if the edge cuts nothing off.
+// Draws the text at the widget's edge and again 40 pixels further inside. If the edge
+// cuts nothing off, the two pictures show the same text.
 void tst_DrawText::textAtTheWidgetEdgeIsNotCutOff()
 {
     QFETCH(QString, text);
@@ -471,7 +472,7 @@ void tst_DrawText::emptyBoxDrawsNothing()
     QCOMPARE(log.lines(), QStringList());
 }
 
-void tst_DrawText::boxWithOneEmptySideFitsTheOther_data()
+void tst_DrawText::emptySideLimitsTheSizeToTenPoints_data()
 {
     QTest::addColumn<QSizeF>("space"); // as a multiple of the text's size at 10 points
     QTest::addColumn<double>("points");
@@ -482,8 +483,10 @@ void tst_DrawText::boxWithOneEmptySideFitsTheOther_data()
     QTest::newRow("no width, no height") << QSizeF(0, 0) << 10.0;
 }
 
-// An empty side counts as if the text fitted this side at 10 points.
-void tst_DrawText::boxWithOneEmptySideFitsTheOther()
+// An empty side of the box counts as if the text fitted it at exactly 10 points. So the
+// size is at most 10 points, and smaller if the text is too large for the side that is
+// not empty.
+void tst_DrawText::emptySideLimitsTheSizeToTenPoints()
 {
     QFETCH(QSizeF, space);
     QFETCH(double, points);
@@ -504,8 +507,9 @@ void tst_DrawText::textBoxReturnsWhereTheTextIsDrawn_data()
     QTest::newRow("given size, bottom right") << 0 << int(Qt::AlignRight | Qt::AlignBottom);
 }
 
-// The drawn letters do not fill the height of their line, and they can overhang by one
-// pixel.
+// Letters can overhang the returned box by two pixels at the sides and by one pixel at
+// the top and bottom. Beside the first and the last letter, the box has up to 6 pixels
+// of blank space.
 void tst_DrawText::textBoxReturnsWhereTheTextIsDrawn()
 {
     QFETCH(int, mode);
@@ -524,8 +528,8 @@ void tst_DrawText::textBoxReturnsWhereTheTextIsDrawn()
     QVERIFY(near(found.right() + 1.0, place.right(), 6.0));
 }
 
-// A box with the proportions of the text is filled completely, except for the rounding
-// of glyph widths.
+// The box has the proportions of the text, so the text fills it. The tolerance of 5 %
+// of the width covers the rounding of glyph widths to whole pixels.
 void tst_DrawText::textBoxHasNoMaximumSize()
 {
     const QRectF box(QPointF(40, 50), 4.0 * measured(shortText));
@@ -535,8 +539,8 @@ void tst_DrawText::textBoxHasNoMaximumSize()
     });
 }
 
-// At 25.9 points longText fills the width of the box; shortText would fit at a larger
-// size.
+// The box is 2.59 times as wide as longText at 10 points, so longText fits at 25.9
+// points, which is truncated to 25. shortText alone would fit at a larger size.
 void tst_DrawText::listUsesTheSmallestSizeInWholePoints()
 {
     const QSizeF size = measured(longText);
@@ -551,7 +555,7 @@ void tst_DrawText::listUsesTheSmallestSizeInWholePoints()
     }
 }
 
-void tst_DrawText::boxOfAListIsShiftedForEachText()
+void tst_DrawText::eachTextOfAListIsShiftedByTheSameStep()
 {
     const auto all = textsDrawnBy([&](QStylePainter* p) {
         m_dt.drawTexts(p, {20, 130, 100, -30}, 7.5, -20.25, givenFont(), leftMiddle, 0,
@@ -566,15 +570,16 @@ void tst_DrawText::boxOfAListIsShiftedForEachText()
     QCOMPARE(all.at(2).at - all.at(0).at, QPointF(15.0, -40.5));
 }
 
-void tst_DrawText::listFitsEachLineInOtherModes_data()
+void tst_DrawText::otherModesFitEachTextOfAListSeparately_data()
 {
     QTest::addColumn<int>("mode");
     QTest::newRow("mode 1") << 1;
     QTest::newRow("mode 2") << 2;
 }
 
-// The box is twice as wide as shortText at 10 points, and high enough for all texts.
-void tst_DrawText::listFitsEachLineInOtherModes()
+// The box is twice as wide as shortText at 10 points, and high enough for all texts. So
+// shortText fits at 20 points.
+void tst_DrawText::otherModesFitEachTextOfAListSeparately()
 {
     QFETCH(int, mode);
     const double width = 2.0 * measured(shortText).width();
@@ -597,7 +602,7 @@ void tst_DrawText::listFitsEachLineInOtherModes()
     QVERIFY(near(limited.at(1).points, std::min(12.0, fitting), 0.01));
 }
 
-void tst_DrawText::pairsAreAlignedToBothEndsOfTheirRow()
+void tst_DrawText::pairTextsAreAlignedToTheLeftAndRight()
 {
     const auto all = textsDrawnBy([&](QStylePainter* p) {
         m_dt.drawTextPairs(p, {20, 30, 300, 20}, 5, 25, givenFont(), {"First", "Third"},
@@ -616,8 +621,10 @@ void tst_DrawText::pairsAreAlignedToBothEndsOfTheirRow()
     QCOMPARE(all.at(2).at.y() - all.at(0).at.y(), 25.0);
 }
 
-// At 15.9 points the joined texts of the second row fill the width of the box.
-void tst_DrawText::pairsUseTheSizeOfTheLongestRow()
+// The second pair, longText and shortText, is the longest. The box is 1.59 times as
+// wide as this pair at 10 points, so the pair fits at 15.9 points, which is truncated
+// to 15.
+void tst_DrawText::pairsUseTheSizeOfTheLongestPair()
 {
     const QSizeF size = measured(longText + shortText, Qt::AlignVCenter);
     const QRectF box(20, 30, 1.59 * size.width(), 10.0 * size.height());
@@ -659,7 +666,8 @@ void tst_DrawText::overlappingBoxesAreFound_data()
     QTest::newRow("between the two boxes") << QRectF(60, 60, 100, 30) << false;
 }
 
-// The boxes in use are (10, 10) to (50, 40) and (200, 100) to (210, 110).
+// The boxes in use have the corners (10, 10) and (50, 40), and (200, 100) and
+// (210, 110).
 void tst_DrawText::overlappingBoxesAreFound()
 {
     QFETCH(QRectF, box);
@@ -705,7 +713,7 @@ void tst_DrawText::buttonSquareShowsItsState_data()
     QTest::newRow("off") << false << QColor(4, 5, 200);
 }
 
-// The square has sides of 30 pixels and its lower left corner at (40, 100).
+// The square has sides of 30 pixels, and its lower left corner is (40, 100).
 void tst_DrawText::buttonSquareShowsItsState()
 {
     QFETCH(bool, on);
@@ -726,8 +734,10 @@ void tst_DrawText::buttonSquareShowsItsState()
     }
 }
 
-// The square has sides of 30 pixels. The text beside it starts at x = 40 + 36 and
-// y = 100 - 28.5; it is 27 high and at most 200 - 36 wide.
+// The square has sides of 30 pixels, and its lower left corner is (40, 100). The text
+// box starts 1.2 * 30 = 36 pixels to the right of this corner and 0.95 * 30 = 28.5
+// pixels above it. It is 0.9 * 30 = 27 pixels high, and 200 - 36 = 164 pixels wide,
+// because square and text together are 200 pixels wide.
 void tst_DrawText::buttonTextIsBesideTheSquare()
 {
     DrawText dt;
@@ -770,7 +780,8 @@ void tst_DrawText::buttonIsHitStrictlyInside_data()
     QTest::newRow("below the lower left") << QPointF(20, 60) << false;
 }
 
-// The square has the corners (10, 50) and (30, 30).
+// The square has sides of 20 pixels, with the lower left corner (10, 50) and the upper
+// right corner (30, 30). The mouse position is rounded to whole pixels.
 void tst_DrawText::buttonIsHitStrictlyInside()
 {
     QFETCH(QPointF, at);

@@ -1,4 +1,4 @@
-// Tests of GatheredMarks: the picture is the same as with one circle drawn per point.
+// Tests of GatheredMarks, which draws the same picture as one call per circle.
 #include "display/GatheredMarks.h"
 
 #include "display/ChCoord.h"

@@ -13,7 +13,9 @@ using namespace tests;
 namespace
 {
 
-const QSize plotSize(387, 257); // margins: left 38, right 19, bottom 25, top 12 pixels
+// The margins are 0.1 (left and bottom) or 0.05 (right and top) of the size, truncated:
+// left 38, right 19, bottom 25 and top 12 pixels.
+const QSize plotSize(387, 257);
 
 /// A graph whose data fill the whole surface with one colour and draw a square at
 /// (13, 0.5), and whose drawOnTop() draws a bar.
@@ -123,8 +125,10 @@ void tst_Graph::drawOnTopDrawsNothingByDefault()
     QVERIFY(isSamePicture(plot.picture(), expected.picture()));
 }
 
-// One unit of x is 10 pixels, starting at column 38. One unit of y is 40 pixels, upward
-// from row 232.
+// The plot area is 330 by 220 pixels and shows 33 units of x and 5.5 units of y. So one
+// unit of x is 10 pixels, starting with 10 at pixel column 38, and one unit of y is 40
+// pixels, starting with -1 at pixel row 232 and growing upward. The square at (13, 0.5)
+// starts at pixel (68, 172).
 void tst_Graph::plotAreaIsComputedBeforeTheDataIsDrawn()
 {
     const FilledGraph graph;
@@ -196,7 +200,8 @@ void tst_Graph::emptyGraphIsWhiteWithoutTitles()
     QVERIFY(!plot.cc().drawn);
     QCOMPARE(plot.xTitle, QStringLiteral("over"));
     QCOMPARE(plot.yTitle, QStringLiteral("up"));
-    QCOMPARE(plot.cc().areaX0, 38.0); // mouse positions refer to the plot area
+    // The plot area is set even without data, because mouse positions refer to it.
+    QCOMPARE(plot.cc().areaX0, 38.0);
 }
 
 void tst_Graph::emptyGraphKeepsTheRanges()

@@ -1,5 +1,5 @@
-// Tests of the grid lines: the picture is the same as with a plain loop over all lines,
-// but the run time is bounded by the widget's size.
+// Tests of the grid lines: they look the same as with a plain loop over all lines, but
+// the run time is bounded by the widget's size.
 #include "display/GridLines.h"
 
 #include "support/PlotSurface.h"
@@ -39,7 +39,8 @@ QImage grid(const ChCoord& cc, const GridValues& values, bool vertical)
     return image;
 }
 
-/// The picture with one line across it at each column or row in @p pixels.
+/// A white picture with a line across it at each of @p pixels, which are pixel columns
+/// if @p vertical is true and pixel rows otherwise.
 QImage lines(const QSet<int>& pixels, bool vertical)
 {
     QImage image = whiteSurface();
@@ -60,8 +61,8 @@ QSet<int> pixelRange(int first, int last)
     return pixels;
 }
 
-/// The reference implementation: draws the lines of all values, visible or not. Too
-/// slow for huge grids.
+/// The reference implementation: draws the lines of all values, visible or not. It is
+/// too slow for huge grids.
 QImage plainGrid(const ChCoord& cc, const GridValues& values, bool vertical)
 {
     const double slope =
@@ -105,8 +106,8 @@ private Q_SLOTS:
     void matchesAPlainLoop();
     void randomGridsMatchAPlainLoop();
     void denseGridHasOneLinePerPixel();
-    void millionsOfLinesAreOnePerPixel();
-    void positionsAroundZeroShareALine();
+    void millionsOfLinesFillEveryPixel();
+    void positionsTruncatedToZeroShareALine();
     void zoomIntoHugeGridKeepsLinePositions();
     void gridOfOneValueHasOneLine();
     void invalidGridsAreEmpty_data();
@@ -115,7 +116,8 @@ private Q_SLOTS:
     void valenceGridEndsWithinHalfAStep();
 };
 
-// One unit of x is 20 pixels, one unit of y 51 pixels.
+// One unit of x is 20 pixels, with 10 at pixel column 40. One unit of y is 51 pixels,
+// with -1 at pixel row 270; y values grow upward.
 void tst_GridLines::linesAreAtTheirValues()
 {
     const PlotSurface cc(10, -1, 27, 4);
@@ -224,14 +226,15 @@ void tst_GridLines::randomGridsMatchAPlainLoop()
     QVERIFY(nonEmpty > 100);
 }
 
-// The values are a tenth of a pixel apart, from column 57 to 210.
+// One unit is one pixel, so the values are a tenth of a pixel apart. They start at
+// pixel column 40 + 17.05 = 57.05 and end at pixel column 40 + 170.5 = 210.5.
 void tst_GridLines::denseGridHasOneLinePerPixel()
 {
     const PlotSurface cc(0, 0, 340, 255);
     QCOMPARE(grid(cc, {17.05, 0.1, 170.5}, true), lines(pixelRange(57, 210), true));
 }
 
-void tst_GridLines::millionsOfLinesAreOnePerPixel()
+void tst_GridLines::millionsOfLinesFillEveryPixel()
 {
     const QSet<int> columns = pixelRange(0, width - 1);
     const QSet<int> rows = pixelRange(0, height - 1);
@@ -242,16 +245,18 @@ void tst_GridLines::millionsOfLinesAreOnePerPixel()
     }
 }
 
-// 337 units of x are 340 pixels wide, and 0 is at column 40. So the values -40.25 and
-// -39.25 are at columns -0.61 and 0.40; both are truncated to 0.
-void tst_GridLines::positionsAroundZeroShareALine()
+// 337 units of x are 340 pixels wide, and 0 is at pixel column 40. So the value v is at
+// pixel column 40 + v * 340 / 337. The values -40.25 and -39.25 are at -0.61 and 0.40;
+// both are truncated to 0.
+void tst_GridLines::positionsTruncatedToZeroShareALine()
 {
     const PlotSurface cc(0.0, 0.0, 337.0, 1.0);
     QCOMPARE(grid(cc, {-40.25, 1.0, -39.25}, true), lines({0}, true));
 }
 
-// One step is 34 pixels in x and 25.5 in y. The first of 1e9 lines is far outside on
-// the left. The range starts midway between two lines.
+// The range is 10 steps long, so one step is 340 / 10 = 34 pixels in x and
+// 255 / 10 = 25.5 pixels in y. The range starts midway between two of the 1e9 lines,
+// far from the first line.
 void tst_GridLines::zoomIntoHugeGridKeepsLinePositions()
 {
     const PlotSurface cc(5e8 + 0.5, 5e8 + 0.5, 5e8 + 10.5, 5e8 + 10.5);
@@ -340,9 +345,10 @@ void tst_GridLines::valenceGridEndsWithinHalfAStep()
     QCOMPARE(values.first, 2.0);
     QCOMPARE(values.step, 0.1);
     QCOMPARE(values.last, 3.05);
-    // The grid from 2 to 3 has eleven lines. The grid up to 2.36 has five lines, the
-    // grid up to 2.34 four.
-    const PlotSurface cc(1.9, 0, 3.6, 1); // one unit is 200 pixels wide; 2 is at column 60
+    // The lines are 0.1 apart and end at most half a step, 0.05, above the upper
+    // valence. The grid from 2 to 3 has eleven lines. With the upper valence 2.36 the
+    // line at 2.4 is drawn, so there are five lines; with 2.34 there are four.
+    const PlotSurface cc(1.9, 0, 3.6, 1); // one unit is 340 / 1.7 = 200 pixels wide
     const auto linesOf = [&cc](double upper) {
         int count = 0;
         const QImage image = grid(cc, display::valenceGrid(2.0, upper), true);

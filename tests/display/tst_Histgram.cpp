@@ -1,5 +1,5 @@
-// Tests of Histgram: reading the panel's edits, and writing the histogram file beside
-// the result.
+// Tests of Histgram: reading the panel's edits, and writing the histogram file to the
+// folder of the result file.
 #include "display/Histgram.h"
 
 #include "support/DataRows.h"
@@ -70,8 +70,8 @@ private Q_SLOTS:
     void symbolicLinkToHistogramFileIsFollowed();
     void missingResultUsesTheWorkingFolder();
     void emptyPathUsesTheWorkingFolder();
-    void folderWithThatNameIsRefused();
-    void pipeWithThatNameIsRefusedWithoutBlocking();
+    void folderNamedLikeTheHistogramFileIsRefused();
+    void pipeNamedLikeTheHistogramFileIsRefusedWithoutBlocking();
     void unwritableFileIsRefused();
     void incompletelyWrittenFileIsReported();
     void completeOrMissingFileIsNotReported();
@@ -117,7 +117,8 @@ void tst_Histgram::countTenValues()
     }
 }
 
-// The tolerance is a few ulps of 1.
+// The tolerance of 1e-15 is about five ulps of 1, the largest number in the
+// calculation.
 void tst_Histgram::limitsAreReadFromTheEdits()
 {
     m_from.setText("0");
@@ -240,8 +241,8 @@ void tst_Histgram::fileCreatedByTheUserIsWritten()
     QCOMPARE(tests::readFile(byHand.fileName()), writtenText);
 }
 
-// The histogram file gets its name from the link and its folder from the file that the
-// link points to.
+// The name of the histogram file is derived from the name of the link. Its folder is
+// the folder of the file to which the link points.
 void tst_Histgram::symbolicLinkToResultUsesItsRealFolder()
 {
     QVERIFY(QDir(m_folder->path()).mkdir("real"));
@@ -283,14 +284,14 @@ void tst_Histgram::emptyPathUsesTheWorkingFolder()
     QCOMPARE(tests::readFile(pathOf("_HGAlpha.")), writtenText);
 }
 
-void tst_Histgram::folderWithThatNameIsRefused()
+void tst_Histgram::folderNamedLikeTheHistogramFileIsRefused()
 {
     QVERIFY(!tests::writeFile(*m_folder, "map.dat", "result\n").isEmpty());
     QVERIFY(QDir(m_folder->path()).mkdir("map_HGAlpha.dat"));
     QVERIFY(!m_histogram.write(pathOf("map.dat"), "HGAlpha"));
 }
 
-void tst_Histgram::pipeWithThatNameIsRefusedWithoutBlocking()
+void tst_Histgram::pipeNamedLikeTheHistogramFileIsRefusedWithoutBlocking()
 {
     QVERIFY(!tests::writeFile(*m_folder, "map.dat", "result\n").isEmpty());
     QCOMPARE(::mkfifo(QFile::encodeName(pathOf("map_HGAlpha.dat")).constData(), 0600), 0);

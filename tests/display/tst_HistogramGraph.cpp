@@ -15,8 +15,8 @@ using display::HistogramGraph;
 
 using namespace tests;
 
-// A surface of 400 by 300 pixels has its plot area in columns 40 to 380 and rows 15 to
-// 270: 340 columns and 255 rows.
+// On a surface of 400 by 300 pixels, the plot area spans x = 40 to 380 and y = 15 to
+// 270: 340 by 255 pixels.
 
 namespace
 {
@@ -27,8 +27,8 @@ const QColor green(0, 160, 0);
 const QColor blue(0, 0, 255);
 const QColor grey(160, 160, 160);
 
-/// Gives @p graph ten bins of width 1, centred on 0 to 9, and the x range 0 to 8.5, so
-/// that one unit is 40 columns wide. No histogram is made visible.
+/// Sets ten bins of width 1 in @p graph, centred on 0 to 9, and the x range 0 to 8.5,
+/// so that one unit is 340 / 8.5 = 40 pixels wide. No histogram is made visible.
 void fillGraph(HistogramGraph& graph, const QList<int>& bins, int under = 0, int over = 0)
 {
     graph.from = 0.0;
@@ -82,7 +82,8 @@ QList<int> valuesFrom(int first, int last, int step)
     return numbers;
 }
 
-/// The columns of the vertical grid lines, read in the row below the upper edge.
+/// The pixel columns of the vertical grid lines, read in the pixel row below the upper
+/// edge.
 QList<int> gridColumns(const QImage& image)
 {
     QList<int> columns;
@@ -94,8 +95,8 @@ QList<int> gridColumns(const QImage& image)
     return columns;
 }
 
-/// The rows of the horizontal grid lines, read from bottom to top in the column beside
-/// the left edge.
+/// The pixel rows of the horizontal grid lines, read from bottom to top in the pixel
+/// column beside the left edge.
 QList<int> gridRows(const QImage& image)
 {
     QList<int> rows;
@@ -227,9 +228,10 @@ void tst_HistogramGraph::rangeWithoutCountsIsNotFitted()
     QVERIFY(!range.isFitted);
 }
 
-// The bin of value 4 covers 3.5 to 4.5: columns 180 to 219. The y range -3 to 33 covers
-// 255 rows, so the count 30 is at row 270 - 255 / 36 * 33 = 36.25 and the count 0 at
-// row 248.75.
+// One unit of x is 40 pixels wide, so the bin 3.5 to 4.5 covers the pixel columns 180
+// to 219. The highest count is 30, so the y range is -3 to 33, which is 36 counts over
+// 255 pixels. The count 30 is at pixel row 270 - 255 / 36 * 33 = 36.25, the count 0 at
+// 270 - 255 / 36 * 3 = 248.75.
 void tst_HistogramGraph::mainBarFillsItsBin()
 {
     HistogramGraph graph;
@@ -238,7 +240,7 @@ void tst_HistogramGraph::mainBarFillsItsBin()
     QCOMPARE(boxOf(grey, GraphPlot(graph).picture()), QRect(180, 36, 40, 248 - 36));
 }
 
-// The bin is 1000 times narrower than in mainBarFillsItsBin(): 0.04 columns.
+// The bin is 1000 times narrower than in mainBarFillsItsBin(): 0.04 pixels wide.
 void tst_HistogramGraph::mainBarIsAtLeastOnePixelWide()
 {
     HistogramGraph graph;
@@ -246,7 +248,8 @@ void tst_HistogramGraph::mainBarIsAtLeastOnePixelWide()
     graph.mainShown = true;
     graph.main.step = 0.001;
     graph.main.minV = 3.4965;
-    // The bin starts at 3.5005, which is 140.02 columns right of column 40.
+    // The bin starts at 3.4965 + 4 * 0.001 = 3.5005, which is 140.02 pixels to the
+    // right of pixel column 40.
     QCOMPARE(boxOf(grey, GraphPlot(graph).picture()), QRect(180, 36, 1, 248 - 36));
 }
 
@@ -257,14 +260,17 @@ void tst_HistogramGraph::firstBinIsCentredOnTheLowerLimit()
     graph.mainShown = true;
     GraphPlot plot(graph);
     plot.setRealCoord(-1.0, -3.0, 7.5, 33.0);
-    // The bin covers -0.5 to 0.5. The value -1 is at the left edge of the plot.
+    // The view starts at -1, so -1 is at pixel column 40. The bin covers -0.5 to 0.5,
+    // which is the pixel columns 60 to 99.
     QCOMPARE(boxOf(grey, plot.picture()), QRect(60, 36, 40, 248 - 36));
 }
 
 void tst_HistogramGraph::barsAreShiftedByTheIndexOfTheirSeries_data()
 {
     QTest::addColumn<int>("place");
-    QTest::addColumn<int>("column"); // 180 - 3.5, 180 - 0.5, 180 + 2.5 and 180 + 5.5, truncated
+    // The bin starts at pixel column 180. The bar of series s (0 to 3) is shifted by 3
+    // s - 3.5 pixels: to 176.5, 179.5, 182.5 and 185.5, truncated.
+    QTest::addColumn<int>("column");
     QTest::newRow("first series") << 0 << 176;
     QTest::newRow("second series") << 1 << 179;
     QTest::newRow("third series") << 2 << 182;
@@ -305,7 +311,8 @@ void tst_HistogramGraph::fourSeriesAreSideBySide()
     QVERIFY(isSamePicture(image, barByBar.picture(view), view.inside()));
 }
 
-// The bins are two columns wide, so the bars of the three series overlap.
+// The bins are two pixels wide and the bars of the three series are three pixels wide,
+// so neighbouring bars overlap.
 void tst_HistogramGraph::laterSeriesAreDrawnOverEarlierOnes()
 {
     HistogramGraph graph;
@@ -326,8 +333,9 @@ void tst_HistogramGraph::laterSeriesAreDrawnOverEarlierOnes()
     QVERIFY(isSamePicture(plot.picture(), referenceOf(graph).picture(view), view.inside()));
 }
 
-// The bins have the values 0 to 9. The counts outside the limits are drawn at -1 and
-// 10. The view starts at -4 with 20 columns per unit.
+// The ten bins are centred on 0 to 9. The counts below and above the limits are drawn
+// as bins centred on -1 and 10. The view starts at -4 and shows 17 units, so one unit
+// is 20 pixels wide.
 void tst_HistogramGraph::countsOutsideTheLimitsAreDrawnBesideTheBins()
 {
     HistogramGraph graph;
@@ -338,8 +346,9 @@ void tst_HistogramGraph::countsOutsideTheLimitsAreDrawnBesideTheBins()
     plot.setRealCoord(-4.0, -3.0, 13.0, 33.0);
     const QImage image = plot.picture();
     QCOMPARE(boxOf(red, image), QRect(QPoint(90, 36), QPoint(329, 247)));
-    // The bar of -1 is in columns 90 to 110 and has the count 20; the bar of 10 is in
-    // columns 310 to 330.
+    // The bar centred on -1 covers the pixel columns 90 to 109. Its count is 20, at
+    // pixel row 270 - 255 / 36 * 23 = 107.08. The bar centred on 10 covers the pixel
+    // columns 310 to 329. Its count is 30, at pixel row 36.
     QCOMPARE(countOf(image, {90, 36, 20, 212}, red), 20 * (248 - 107));
     QCOMPARE(countOf(image, {310, 36, 20, 212}, red), 20 * 212);
     QCOMPARE(countOf(image, {110, 36, 200, 212}, red), 0);
@@ -352,8 +361,8 @@ void tst_HistogramGraph::emptyBinsHaveNoBar()
     addSeries(graph, oneBin(9, 30), red);
     GraphPlot plot(graph);
     plot.setRealCoord(0.0, -3.0, 8.5, 33.0);
-    // Only the bar of 9, which starts at 8.5, is visible, at the right edge of the
-    // view.
+    // Only the bar of the bin centred on 9 is visible. The bin starts at 8.5, the right
+    // end of the view, but the bar of the first series is shifted by -3.5 pixels.
     const QImage image = plot.picture();
     QCOMPARE(countOf(image, {41, 16, 330, 253}, red), 0);
     QCOMPARE(boxOf(red, image), QRect(376, 36, 3, 212));
@@ -436,7 +445,8 @@ void tst_HistogramGraph::manyBinsMatchBarByBarDrawing()
     unsigned int random = 12345;
     for (int i = 0; i < boxes; ++i) {
         random = random * 1664525u + 1013904223u;
-        // Most counts are low, so that only the highest count of a column is visible.
+        // Most counts are low and a few are high. Where several bins share a pixel
+        // column, the highest count must be visible.
         bins.append((random >> 8) % 997 == 0 ? static_cast<int>(random >> 24) : 3);
         others.append((random >> 4) % 499 == 0 ? static_cast<int>(random >> 25) : 0);
     }
@@ -468,8 +478,9 @@ void tst_HistogramGraph::verticalGridExcludesTheLastInteger_data()
     QTest::addColumn<double>("from");
     QTest::addColumn<double>("to");
     QTest::addColumn<QList<int>>("values");
-    // One unit is 340 / (to - from) columns wide. Lines are at integers below
-    // floor(to), which is excluded, and must be more than ten columns apart.
+    // One unit is 340 / (to - from) pixels wide. Lines start at the lowest integer
+    // inside the limits and end below floor(to), which is excluded. The step is the
+    // first number of 1, 2, 5, 10, 20, ... that is more than ten pixels wide.
     QTest::newRow("integer limits")
         << 0.0 << 5.0 << QList<int>{1, 2, 3, 4}; // the outline covers the line at 0
     QTest::newRow("limits between integers") << 0.5 << 5.5 << QList<int>{1, 2, 3, 4};
@@ -478,7 +489,7 @@ void tst_HistogramGraph::verticalGridExcludesTheLastInteger_data()
     QTest::newRow("negative") << -3.5 << -0.5 << QList<int>{-3, -2};
     QTest::newRow("around zero") << -2.5 << 2.5 << QList<int>{-2, -1, 0, 1};
     QTest::newRow("largest range with steps of 1")
-        << 0.5 << 33.5 << valuesFrom(1, 32, 1); // steps of 10.3 columns
+        << 0.5 << 33.5 << valuesFrom(1, 32, 1); // steps of 340 / 33 = 10.3 pixels
     QTest::newRow("ten columns are too narrow") << 0.5 << 34.5 << valuesFrom(1, 33, 2);
     QTest::newRow("steps of 5") << -0.5 << 99.5 << valuesFrom(0, 95, 5);
     QTest::newRow("steps of 10 from an odd number")
@@ -526,23 +537,29 @@ void tst_HistogramGraph::horizontalGridUsesTheScaleOfX()
     QCOMPARE(gridRows(gridPicture(0.2, 0.2 + width, total, {0.2, -1.0, 0.2 + width, top})), rows);
 }
 
-// Vertical lines exist only between the limits, in every view.
+// Vertical lines exist only between the limits, also in a wider view.
 void tst_HistogramGraph::gridIsLimitedToLimitsAndView()
 {
-    // The limits are 0.5 and 5.5. One unit is 17 columns wide.
+    // The limits are 0.5 and 5.5. The view is 20 units wide and starts at -8, so one
+    // unit is 17 pixels wide and the line at 3 is at pixel column 40 + 17 * 11 = 227.
     const QImage out = gridPicture(0.5, 5.5, 3, {-8.0, -1.0, 12.0, 9.0});
     QCOMPARE(gridColumns(out), (QList<int>{193, 210, 227, 244}));
-    // The view is 0.01 units wide and includes 3.
+    // The view is 0.01 units wide. It contains the vertical line at 3, at pixel column
+    // 40 + 340 * 0.004 / 0.01 = 176, and the horizontal line at 1, in the middle of the
+    // plot area.
     const QImage in = gridPicture(0.5, 5.5, 3, {2.996, 0.5, 3.006, 1.5});
     QCOMPARE(gridColumns(in), QList<int>{176});
     QCOMPARE(gridRows(in), QList<int>{142});
 }
 
-// The step is 1 in a view that is 100200 high, so every row from 0 to 40000 has a line.
+// The grid step in counts is 1, because it is derived from the scale of x. The view
+// shows 100200 counts, so every pixel row between count 0 and the highest count, 40000,
+// has a line.
 void tst_HistogramGraph::denseHorizontalGridFillsItsRows()
 {
     const QImage image = gridPicture(0.5, 5.5, 40000, {0.5, -20100.0, 5.5, 80100.0});
-    // The count 0 is at row 218.85, the highest count at row 117.05.
+    // The count 0 is at pixel row 270 - 255 * 20100 / 100200 = 218.85, the highest
+    // count at 270 - 255 * 60100 / 100200 = 117.05.
     const QList<int> rows = gridRows(image);
     QCOMPARE(QList<int>(rows.rbegin(), rows.rend()), valuesFrom(117, 218, 1));
 }
@@ -553,8 +570,8 @@ void tst_HistogramGraph::extremeNumbersStillPaint_data()
     QTest::newRow("zero") << 0.0;
 }
 
-// Each number is used as a limit, as the position and width of the bins, and as a limit
-// of the view.
+// Each number is used in turn as a limit, as the position or width of the bins, and as
+// a limit of the view.
 void tst_HistogramGraph::extremeNumbersStillPaint()
 {
     QFETCH(double, number);

@@ -85,12 +85,12 @@ private Q_SLOTS:
     void orderIsKeptWithTranslatedOrClippedPainters_data();
     void orderIsKeptWithTranslatedOrClippedPainters();
     void transparentColorsHaveNoStamp();
-    void noColorsHaveNoStamp();
+    void emptyColorListHasNoStamp();
     void scaledPainterHasNoStamp();
 };
 
-// Two marks of radius 2, the second one pixel to the right of the first: both cover the
-// pixel (101, 78), which must show the later mark.
+// Two marks of radius 2 at (100, 80) and (101, 80). Both cover the pixel (101, 78),
+// which must show the later mark.
 void tst_LayeredMarks::laterMarkCoversEarlierOne()
 {
     const QList<Mark> marks{{{100, 80}, 0}, {{101, 80}, 1}};
@@ -152,7 +152,7 @@ void tst_LayeredMarks::transparentColorsHaveNoStamp()
     QVERIFY(!display::LayeredMarks::stampOf(p, inks + QList<QColor>{QColor(0, 0, 255, 254)}));
 }
 
-void tst_LayeredMarks::noColorsHaveNoStamp()
+void tst_LayeredMarks::emptyColorListHasNoStamp()
 {
     QImage image = whiteSurface();
     const QPainter p(&image);

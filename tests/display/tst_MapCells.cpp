@@ -1,5 +1,4 @@
-// Tests of MapCells: the picture is identical to one rectangle drawn per pixel of the
-// map.
+// Tests of MapCells, which draws the same picture as one rectangle per map pixel.
 
 #include "display/ChCoord.h"
 #include "display/MapCells.h"
@@ -108,13 +107,13 @@ class tst_MapCells : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void wholeMapMatchesOneRectanglePerPixel_data();
-    void wholeMapMatchesOneRectanglePerPixel();
-    void randomMapsMatchOneRectanglePerPixel();
-    void randomViewsMatchOneRectanglePerPixel();
+    void wholeMapMatchesReference_data();
+    void wholeMapMatchesReference();
+    void randomMapsMatchReference();
+    void randomViewsMatchReference();
     void edgesAtTheSurfaceBorderMatchReference();
-    void hugeZoomMatchesOneRectanglePerPixel_data();
-    void hugeZoomMatchesOneRectanglePerPixel();
+    void hugeZoomMatchesReference_data();
+    void hugeZoomMatchesReference();
     void mapOutsideTheViewDrawsNothing();
     void tinyMapIsOnePixelOrNothing();
     void emptyViewHasNoCells_data();
@@ -131,7 +130,7 @@ private Q_SLOTS:
     void coloursAreRequestedAtMostOncePerCell();
 };
 
-void tst_MapCells::wholeMapMatchesOneRectanglePerPixel_data()
+void tst_MapCells::wholeMapMatchesReference_data()
 {
     QTest::addColumn<QSize>("map");
     QTest::addColumn<QSize>("surface");
@@ -148,7 +147,7 @@ void tst_MapCells::wholeMapMatchesOneRectanglePerPixel_data()
     QTest::newRow("surface of one pixel") << QSize(5, 6) << QSize(1, 1);
 }
 
-void tst_MapCells::wholeMapMatchesOneRectanglePerPixel()
+void tst_MapCells::wholeMapMatchesReference()
 {
     QFETCH(QSize, map);
     QFETCH(QSize, surface);
@@ -157,7 +156,7 @@ void tst_MapCells::wholeMapMatchesOneRectanglePerPixel()
     QVERIFY(matchesReference(made, wholeView(made, surface)));
 }
 
-void tst_MapCells::randomMapsMatchOneRectanglePerPixel()
+void tst_MapCells::randomMapsMatchReference()
 {
     std::mt19937 random(12);
     std::uniform_int_distribution<int> side(1, 60);
@@ -172,7 +171,7 @@ void tst_MapCells::randomMapsMatchOneRectanglePerPixel()
     }
 }
 
-void tst_MapCells::randomViewsMatchOneRectanglePerPixel()
+void tst_MapCells::randomViewsMatchReference()
 {
     std::mt19937 random(13);
     std::uniform_int_distribution<int> side(1, 40);
@@ -190,8 +189,9 @@ void tst_MapCells::randomViewsMatchOneRectanglePerPixel()
     }
 }
 
-// The view moves in steps of half a pixel, so that the edges of the map are exactly on
-// the border of the surface, just inside it and just outside it.
+// The view shows 10 cells on 100 pixels and moves in steps of 0.05 cells, which is half
+// a pixel. So the edges of the map are exactly on the border of the surface, just
+// inside it and just outside it.
 void tst_MapCells::edgesAtTheSurfaceBorderMatchReference()
 {
     std::mt19937 random(14);
@@ -202,7 +202,7 @@ void tst_MapCells::edgesAtTheSurfaceBorderMatchReference()
     }
 }
 
-void tst_MapCells::hugeZoomMatchesOneRectanglePerPixel_data()
+void tst_MapCells::hugeZoomMatchesReference_data()
 {
     QTest::addColumn<double>("span");
     for (const double span : {1e-1, 1e-3, 1e-6, 1e-9, 1e-12}) {
@@ -210,7 +210,7 @@ void tst_MapCells::hugeZoomMatchesOneRectanglePerPixel_data()
     }
 }
 
-void tst_MapCells::hugeZoomMatchesOneRectanglePerPixel()
+void tst_MapCells::hugeZoomMatchesReference()
 {
     QFETCH(double, span);
     std::mt19937 random(15);
@@ -292,8 +292,9 @@ void tst_MapCells::mapWithoutPixelsHasNoCells()
     }
 }
 
-// 3 by 2 cells on 10 by 5 pixels: the cells start at columns 0, 3 and 6 and end at rows
-// 5 and 2.
+// 3 by 2 cells on 10 by 5 pixels: a cell is 10 / 3 pixels wide and 2.5 pixels high, and
+// its edges are truncated to whole pixels. So the cells start at the pixel columns 0, 3
+// and 6. The upper cells cover the pixel rows 0 and 1, the lower cells the rows 2 to 4.
 void tst_MapCells::cellsAreAtTheirPositions()
 {
     const Map map{3, 2, {0, 1, 2, 3, 0, 1}};
@@ -389,8 +390,8 @@ void tst_MapCells::coloursAreRequestedForVisibleCellsOnly()
     QCOMPARE(requested, expected);
 }
 
-// 300 by 200 cells on 50 by 40 pixels: a cell that is drawn on no pixel is not
-// visible, so its colour is not requested.
+// 300 by 200 cells on 50 by 40 pixels: most cells are drawn on no pixel, so their
+// colours need not be requested.
 void tst_MapCells::coloursAreRequestedAtMostOncePerCell()
 {
     const Map map{300, 200, QList<int>(60000, 0)};

@@ -33,8 +33,8 @@ private Q_SLOTS:
     void relativeValueIsAddedToItsBase();
     void relativeBaseContributesOnlyItsOwnNumber();
     void baseOfAbsoluteLineIsIgnored();
-    void baseCanFollowTheLineAndHaveAnotherDirection();
-    void signalsAreMovingAndNewPos();
+    void baseCanBeALaterLineOfAnotherDirection();
+    void movingAndNewPosAreTheOnlySignals();
 };
 
 void tst_MarkLines::lineUsesTheGivenEdit()
@@ -174,8 +174,8 @@ void tst_MarkLines::relativeValueIsAddedToItsBase()
     QTEST(lines.set.value(1), "value");
 }
 
-// Line 2 is at 7 + 20: its base contributes its own number, 20, but not the 100 to
-// which the base is relative.
+// Line 2 has the base line 1, which has the base line 0. The value of line 2 is 7 plus
+// the number in the edit of line 1, 20; the 100 of line 0 is not added.
 void tst_MarkLines::relativeBaseContributesOnlyItsOwnNumber()
 {
     MarkedLines lines;
@@ -194,7 +194,7 @@ void tst_MarkLines::baseOfAbsoluteLineIsIgnored()
     QCOMPARE(lines.set.value(1), 20.0);
 }
 
-void tst_MarkLines::baseCanFollowTheLineAndHaveAnotherDirection()
+void tst_MarkLines::baseCanBeALaterLineOfAnotherDirection()
 {
     MarkedLines lines;
     lines.add("20", vertical, 1);
@@ -202,7 +202,7 @@ void tst_MarkLines::baseCanFollowTheLineAndHaveAnotherDirection()
     QCOMPARE(lines.set.value(0), 120.0);
 }
 
-void tst_MarkLines::signalsAreMovingAndNewPos()
+void tst_MarkLines::movingAndNewPosAreTheOnlySignals()
 {
     QCOMPARE(tests::memberNames(MarkLines::staticMetaObject, QMetaMethod::Signal),
              (QStringList{"moving()", "newPos()"}));

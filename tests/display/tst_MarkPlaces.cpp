@@ -19,9 +19,9 @@ class tst_MarkPlaces : public QObject
 private Q_SLOTS:
     void placeIsTheTruncatedPixel_data();
     void placeIsTheTruncatedPixel();
-    void areaContainsEveryPlace();
-    void extremeRangesHaveNoPlaceOutsideTheArea_data() { addExtremeNumbers(); }
-    void extremeRangesHaveNoPlaceOutsideTheArea();
+    void areaContainsTheOutermostPlaces();
+    void extremeRangesYieldNoPlaceOutsideTheArea_data() { addExtremeNumbers(); }
+    void extremeRangesYieldNoPlaceOutsideTheArea();
 };
 
 void tst_MarkPlaces::placeIsTheTruncatedPixel_data()
@@ -37,8 +37,8 @@ void tst_MarkPlaces::placeIsTheTruncatedPixel_data()
     QTest::newRow("wide") << -1e9 << -1e12 << 3e9 << 2e12;
 }
 
-// Random pixel positions on and around the widget are converted to data values. The
-// places of these values must agree with ChCoord.
+// Random pixel positions on and around the widget are converted to data values.
+// MarkPlaces must convert these values to the same pixels as ChCoord.
 void tst_MarkPlaces::placeIsTheTruncatedPixel()
 {
     QFETCH(double, x0);
@@ -66,7 +66,7 @@ void tst_MarkPlaces::placeIsTheTruncatedPixel()
     }
 }
 
-void tst_MarkPlaces::areaContainsEveryPlace()
+void tst_MarkPlaces::areaContainsTheOutermostPlaces()
 {
     const PlotSurface cc;
     const QRect area = display::MarkPlaces(cc).area();
@@ -76,7 +76,7 @@ void tst_MarkPlaces::areaContainsEveryPlace()
     }
 }
 
-void tst_MarkPlaces::extremeRangesHaveNoPlaceOutsideTheArea()
+void tst_MarkPlaces::extremeRangesYieldNoPlaceOutsideTheArea()
 {
     QFETCH(double, number);
     for (int field = 0; field < 4; ++field) {

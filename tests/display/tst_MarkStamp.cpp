@@ -68,7 +68,8 @@ void tst_MarkStamp::stampMatchesTheMarkDrawnByQt()
     }
 }
 
-// An empty border shows that no part of the mark is cut off.
+// The outermost pixel rows of the stamp must be empty: this shows that no part of the
+// mark is cut off.
 void tst_MarkStamp::stampHasAnEmptyBorder()
 {
     QImage image(9, 9, QImage::Format_RGB32);

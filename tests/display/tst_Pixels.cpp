@@ -148,8 +148,8 @@ void tst_Pixels::longLinesAreClipped_data()
         << QLine(-clipLimit, -clipLimit / 2, clipLimit / 2, clipLimit);
 }
 
-// The tolerance is one pixel at the clipped end, because the end is rounded before it
-// is truncated.
+// The tolerance is one pixel at the clipped end: the rounding error of its coordinate
+// can change the truncated number by one.
 void tst_Pixels::longLinesAreClipped()
 {
     QFETCH(QPointF, from);

@@ -15,8 +15,9 @@ using display::PlaneGraph;
 
 using namespace tests;
 
-// A surface of 400 by 300 pixels has its plot area in columns 40 to 380 and rows 15 to
-// 270. In a view of 0 to 17 and 0 to 12.75 one unit is 20 pixels on both axes.
+// On a surface of 400 by 300 pixels, the plot area spans x = 40 to 380 and y = 15 to
+// 270: 340 by 255 pixels. In a view of 0 to 17 and 0 to 12.75, one unit is 20 pixels on
+// both axes.
 
 namespace
 {
@@ -53,7 +54,8 @@ constexpr Graph::Range twentyPixelsPerUnit{0.0, 0.0, 17.0, 12.75};
 /// One point far outside the view, so that the graph is not empty.
 const QList<PlaneGraph::Point> farPoint{{-900.0, -900.0, false}};
 
-/// The only row of @p column that has the colour; -1 if no row or several rows have it.
+/// The only pixel row of @p column that has the colour; -1 if no row or several rows
+/// have it.
 int rowIn(const QImage& image, int column, const QColor& color)
 {
     int row = -1;
@@ -131,7 +133,7 @@ void tst_PlaneGraph::rangeHasMarginOfATenthOfEachSpan_data()
     QTest::newRow("no span, one point") << QList<double>{-7.0} << -7.1 << -6.9;
 }
 
-// The tolerance is one rounding error, relative to the limit.
+// The tolerance of 4e-16 is about two ulps of 1. It is relative for limits above 1.
 void tst_PlaneGraph::rangeHasMarginOfATenthOfEachSpan()
 {
     QFETCH(QList<double>, numbers);
@@ -151,7 +153,7 @@ void tst_PlaneGraph::rangeHasMarginOfATenthOfEachSpan()
     QVERIFY(isNear(x.x0, low) && isNear(x.x1, high));
     QVERIFY(isNear(y.y0, low) && isNear(y.y1, high));
     // The margins of the axes are independent: the coordinates on the other axis span
-    // 20 to 40 or, with one point, are 20.
+    // 20 to 40. With one point, both ends of this span are 20.
     QVERIFY(isNear(x.y0, numbers.size() > 1 ? 18.0 : 19.9));
     QVERIFY(isNear(y.x1, numbers.size() > 1 ? 42.0 : 20.1));
 }
@@ -167,7 +169,8 @@ void tst_PlaneGraph::rangeIgnoresNaN()
     QCOMPARE(range.y1, 27.0);
 }
 
-// The view is -3 to 14 and -2 to 10.75, so zero is at column 40 + 60 and row 270 - 40.
+// The view is -3 to 14 and -2 to 10.75, so one unit is 20 pixels. The value 0 is at
+// pixel column 40 + 3 * 20 = 100 and pixel row 270 - 2 * 20 = 230.
 void tst_PlaneGraph::axesAreBlackThroughTheOrigin()
 {
     const QImage image = pictureOf(FilledGraph(farPoint), {-3.0, -2.0, 14.0, 10.75});
@@ -195,7 +198,8 @@ void tst_PlaneGraph::eachLineHasItsColor_data()
     QTest::newRow("a and b") << notANumber << notANumber << 0.5 << cyan;
 }
 
-// The line is y = x / 2: it rises by 10 rows over 20 columns.
+// The line is y = x / 2. One unit is 20 pixels on both axes, so the line rises by 100
+// pixels over 200 pixels.
 void tst_PlaneGraph::eachLineHasItsColor()
 {
     QFETCH(double, k1);
@@ -219,7 +223,7 @@ void tst_PlaneGraph::lineHasTheGivenSlopeAndConstant_data()
     QTest::newRow("slope 1") << 1.0 << -1.25;
 }
 
-// The tolerance is one row, because QPainter rounds sloped lines.
+// The tolerance is one pixel row, because QPainter rounds the pixels of sloped lines.
 void tst_PlaneGraph::lineHasTheGivenSlopeAndConstant()
 {
     QFETCH(double, slope);
@@ -270,7 +274,8 @@ void tst_PlaneGraph::nonFiniteLineIsOmitted()
     QCOMPARE(visibleLines({0.25, 0.5, -0.25, extreme}), (QList<bool>{true, true, false}));
 }
 
-// Where it is visible, the line y = 1e6 (x - 5) is at most one column away from x = 5.
+// Within the view, y = 0 to 12.75, the line y = 1e6 (x - 5) is at most one pixel column
+// away from x = 5, which is pixel column 140.
 void tst_PlaneGraph::steepLineIsDrawnAtItsPosition()
 {
     const QImage image =
@@ -311,8 +316,8 @@ void tst_PlaneGraph::vPointsAreRedAndOthersBlue()
     QCOMPARE(countOf(image, inside, red), 2 * pixelsOfOne);
 }
 
-// M2 is the x coordinate and M3 the y coordinate, so (5, 3) is at column 140 and row
-// 210.
+// M2 is the x coordinate and M3 the y coordinate. One unit is 20 pixels, so (5, 3) is
+// at pixel column 40 + 100 and pixel row 270 - 60.
 void tst_PlaneGraph::pointIsTwoCircles()
 {
     const QImage image = pictureOf(FilledGraph({{5.0, 3.0, true}}), twentyPixelsPerUnit);
@@ -371,8 +376,8 @@ void tst_PlaneGraph::extremeNumbersStillPaint_data()
     QTest::newRow("zero") << 0.0;
 }
 
-// Each number is used in a point, in a line and in the view, with an automatic and with
-// a fixed range.
+// Each number is used in turn in a point, in a line and in the view, with an automatic
+// and with a fixed range.
 void tst_PlaneGraph::extremeNumbersStillPaint()
 {
     QFETCH(double, number);

@@ -95,8 +95,9 @@ void tst_PointMarks::pointsOutsideTheWidgetHaveNoPlace()
 }
 
 // The points are in the middle of pixels, so truncation does not matter. A mark of
-// radius 2 is visible from two pixels left of the picture to one pixel right of it. The
-// same holds in y.
+// radius 2 covers the pixels up to 2 away from its centre. So on the picture with the
+// pixel columns 0 to 399, marks at the columns -2 to 401 are at least partly visible,
+// and likewise marks at the rows -2 to 301.
 void tst_PointMarks::partlyVisibleMarksHaveAPlace()
 {
     const PlotSurface cc;

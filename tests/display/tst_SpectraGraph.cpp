@@ -14,7 +14,7 @@ using namespace tests;
 namespace
 {
 
-// The plot area of this size is columns 38 to 368 and rows 12 to 232: 330 by 220
+// With this size, the plot area spans x = 38 to 368 and y = 12 to 232: 330 by 220
 // pixels.
 const QSize usualSize(387, 257);
 const PlotRange usualRange{8300.0, -0.1, 8450.0, 2.1};
@@ -33,8 +33,8 @@ AMutE spectrumOf(const QList<QPointF>& energyAndMut)
     return spectrum;
 }
 
-/// A graph of the energy window 8300 to 8450 with the edge at 8350, and the expected
-/// picture.
+/// A graph of the energy window 8300 to 8450 eV with the edge at 8350 eV, and the
+/// expected picture.
 struct Drawing {
     explicit Drawing(const QSize& size = usualSize, const PlotRange& values = usualRange)
         : expected(size, values)
@@ -58,7 +58,7 @@ struct Drawing {
         }
     }
 
-    /// The picture of the graph in @p view, or in its automatic range without one.
+    /// The picture of the graph in @p view; in the automatic range if @p view is null.
     QImage painted(const PlotRange* view = nullptr)
     {
         GraphPlot plot(graph, expected.place.size, expected.xTitle, expected.yTitle);
@@ -94,7 +94,7 @@ private Q_SLOTS:
     void allGuidesAreVisibleInAWiderView();
     void drawingOrderIsGuidesMarksCurvesFit();
     void legendIsDrawnOverFrameAndCurves();
-    void legendHasNoRowForAnInvalidSpectrum();
+    void legendOmitsInvalidSpectra();
     void invalidOrHiddenSpectrumIsNotDrawn_data();
     void invalidOrHiddenSpectrumIsNotDrawn();
     void nonFiniteEnergyInterruptsTheCurve();
@@ -153,8 +153,8 @@ void tst_SpectraGraph::rangeOfOneValueHasNoHeight()
     QVERIFY(drawing.graph.range().isFitted);
     QCOMPARE(drawing.graph.range().y0, 0.7);
     QCOMPARE(drawing.graph.range().y1, 0.7);
-    // With a range of zero height no data are drawn, but the frame, the labels and the
-    // legend are.
+    // With a range of zero height, the graph draws the frame, the labels and the
+    // legend, but no data.
     const QImage image = drawing.painted();
     QCOMPARE(image.pixelColor(38, 100), QColor(150, 150, 150));
     QVERIFY(countOf(image, QRect(288, 13, 76, 9), Qt::white) < 76 * 9);
@@ -229,10 +229,11 @@ void tst_SpectraGraph::curveHasTheWidthOfItsPen()
 }
 
 // In the automatic range the frame covers the guides at both ends of the window. This
-// wider view shows them.
+// wider view shows them. At 1.5 pixels per eV, the guides at 8300, 8350 and 8450 eV are
+// 45, 120 and 270 pixels to the right of 8270 eV, the left end of the view.
 void tst_SpectraGraph::allGuidesAreVisibleInAWiderView()
 {
-    const PlotRange view{8270.0, -0.1, 8490.0, 2.1}; // 1.5 pixels per eV
+    const PlotRange view{8270.0, -0.1, 8490.0, 2.1}; // 330 pixels for 220 eV
     Drawing drawing(usualSize, view);
     const AMutE spectrum = spectrumOf(wave);
     drawing.add(spectrum, Qt::black, 2, "wave");
@@ -247,14 +248,16 @@ void tst_SpectraGraph::allGuidesAreVisibleInAWiderView()
     QCOMPARE(columns, QList<int>({38 + 45, 38 + 120, 38 + 270}));
 }
 
-// A horizontal curve, the fit, a green guide and an energy mark cross at one pixel.
+// A horizontal curve, the fit, the green guides and an energy mark share one pixel. Each
+// element that is added must be drawn over the earlier ones.
 void tst_SpectraGraph::drawingOrderIsGuidesMarksCurvesFit()
 {
     Drawing drawing;
     const AMutE level = spectrumOf({{8310, 0.0}, {8311, 2.0}, {8312, 1.0}, {8440, 1.0}});
     drawing.add(level, Qt::black, 1, "");
     const PlotPlace& place = drawing.expected.place;
-    const QPoint crossing = place.pixel(8350.0, 1.0); // the edge and the guide at 1
+    // The vertical guide at the edge, 8350 eV, crosses the horizontal guide at mut 1.
+    const QPoint crossing = place.pixel(8350.0, 1.0);
     drawing.graph.curves.first().width = 1;
     AMutE hidden = level;
     hidden.switchedOn = false;
@@ -276,20 +279,23 @@ void tst_SpectraGraph::legendIsDrawnOverFrameAndCurves()
     off.switchedOn = false;
     const AMutE steep = spectrumOf({{8430, 0.0}, {8430.5, 2.0}, {8440, 1.9}});
     drawing.add(steep, Qt::black, 2, "");
-    for (int i = 0; i < 25; ++i) { // more rows than fit in the plot area
+    for (int i = 0; i < 25; ++i) { // more legend rows than fit in the plot area
         drawing.add(off, Qt::red, 2, "");
     }
     const QImage image = drawing.painted();
     QVERIFY(isFilledWith(image, QRect(290, 24, 70, 9), QColor(220, 220, 220)));
-    // The curve is visible between the rows.
+    // The curve is visible in the gaps between the legend rows.
     QVERIFY(countOf(image, QRect(320, 23, 30, 209), Qt::black) > 0);
-    // Row 19 starts at 13 + 19 * 11. Row 20 covers the lower outline at 232.
+    // Legend rows are 11 pixels high and numbered from 0; their boxes are 9 pixels
+    // high. The box of legend row 19 starts at y = 13 + 19 * 11 = 222. The box of
+    // legend row 20 starts at y = 233, below the outline at y = 232, because the legend
+    // is not clipped to the plot area.
     QVERIFY(isFilledWith(image, QRect(290, 222, 70, 9), QColor(220, 220, 220)));
     QVERIFY(isFilledWith(image, QRect(290, 233, 70, 3), QColor(220, 220, 220)));
     QVERIFY(drawing.matchesExpected());
 }
 
-void tst_SpectraGraph::legendHasNoRowForAnInvalidSpectrum()
+void tst_SpectraGraph::legendOmitsInvalidSpectra()
 {
     Drawing drawing;
     const AMutE first = spectrumOf(wave);
@@ -345,7 +351,9 @@ void tst_SpectraGraph::nonFiniteEnergyInterruptsTheCurve()
         drawing.expected.curves.append({{{8320, 0.5}, {8340, 1.5}}, Qt::red, 2, "broken"});
         QVERIFY(countOf(drawing.painted(), QRect(39, 24, 240, 200), Qt::red) > 100);
         const QImage image = drawing.painted();
-        // No line is drawn between the second and the fourth point.
+        // One eV is 2.2 pixels wide. No line is drawn between the second point, 8340 eV
+        // at pixel column 38 + 88, and the fourth point, 8390 eV at pixel column
+        // 38 + 198.
         QCOMPARE(countOf(image, QRect(38 + 92, 24, 100, 200), Qt::red), 0);
         QVERIFY(countOf(image, QRect(38 + 198, 24, 22, 200), Qt::red) > 50);
     }
@@ -380,8 +388,8 @@ void tst_SpectraGraph::fitUsesItsShiftButNotThePresentation()
     QVERIFY(drawing.matchesExpected());
 }
 
-// The size of axis labels is limited to 12 points; a short name in the legend of a
-// large surface is drawn larger.
+// The legend has no limit of 12 points as the axis labels have. On a large surface, a
+// short name is drawn larger.
 void tst_SpectraGraph::legendTextsHaveNoMaximumSize()
 {
     Drawing drawing(QSize(900, 900));
@@ -408,7 +416,7 @@ void tst_SpectraGraph::reversedWindowContainsNoValue()
     const AMutE spectrum = spectrumOf(wave);
     drawing.add(spectrum, Qt::black, 2, "wave");
     QVERIFY(!drawing.graph.range().isFitted);
-    QVERIFY(drawing.matchesExpected()); // the view is mirrored
+    QVERIFY(drawing.matchesExpected()); // in the reversed range, x values grow to the left
 }
 
 QTEST_MAIN(tst_SpectraGraph)

@@ -14,8 +14,8 @@ using display::ThicknessGraph;
 
 using namespace tests;
 
-// A surface of 400 by 300 pixels has its plot area in columns 40 to 380 and rows 15 to
-// 270: 340 columns and 255 rows.
+// On a surface of 400 by 300 pixels, the plot area spans x = 40 to 380 and y = 15 to
+// 270: 340 by 255 pixels.
 
 namespace
 {
@@ -157,8 +157,10 @@ void tst_ThicknessGraph::rangeIsTheGivenLimits()
     QVERIFY(range.isFitted);
 }
 
-// The point (2.25, 1) is at column 40 + 127.5 and row 270 - 127.5, truncated to (167,
-// 142). A circle of radius 2 extends two pixels to each side, so it is 5 pixels wide.
+// With the limits 1.5 to 3.5 and 0 to 2, one unit of x is 170 pixels and one unit of y
+// 127.5 pixels. So the point (2.25, 1) is at pixel column 40 + 0.75 * 170 = 167.5 and
+// pixel row 270 - 127.5 = 142.5, truncated to (167, 142). A circle of radius 2 extends
+// two pixels to each side, so it is 5 pixels wide.
 void tst_ThicknessGraph::markIsTwoCirclesAroundThePixel()
 {
     const FilledGraph filled(extendedResult({{2.25, 1.0}}));
@@ -233,8 +235,8 @@ void tst_ThicknessGraph::manyMarksMatchMarkByMarkDrawing()
     QVERIFY(showsPoints(extendedResult(points), points));
 }
 
-// The points are at positions from 5 pixels outside to 5 pixels inside each edge of the
-// plot area. The marks of points just outside extend into the plot area.
+// The points are from 5 pixels outside to 5 pixels inside each edge of the plot area.
+// The marks of points just outside extend into the plot area.
 void tst_ThicknessGraph::marksOutsideAreVisibleAtTheEdges()
 {
     QList<QPointF> points;
@@ -266,8 +268,8 @@ void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence_data()
     QTest::newRow("upper is infinite") << 2.0 << infinity << 0;
 }
 
-// In a grid wider than the view, the lines from 1.6 to 3.4 are visible; the outline
-// covers the lines at the ends of the view.
+// Row "wider than the view": the view is 1.5 to 3.5, and the outline covers the lines
+// at its ends, so the 19 lines from 1.6 to 3.4 are visible.
 void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence()
 {
     QFETCH(double, lower);
@@ -277,7 +279,8 @@ void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence()
     filled.graph.upper = upper;
     const QImage image = GraphPlot(filled.graph).picture();
     QTEST(countOf(image, {41, 100, 339, 1}, plainGrid), "lines");
-    // Each line covers its whole column; nothing else has the grid's colour.
+    // Each line covers the whole height of the plot area, 254 pixel rows; no other
+    // pixel has the grid's colour.
     QFETCH(int, lines);
     QCOMPARE(countOf(image, usualView.inside(), plainGrid), lines * 254);
 }

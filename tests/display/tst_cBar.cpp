@@ -39,8 +39,8 @@ QColor entryOf(int type, int i)
     }
 }
 
-/// A visible bar with a height of 256 pixels and a table of 256 entries, so that entry i
-/// is on row 256 - i.
+/// A visible bar that is 256 pixels high, with a table of 256 entries, so that entry i
+/// is at pixel row 256 - i.
 class VisibleBar : public cBar
 {
 public:
@@ -82,7 +82,10 @@ public:
     }
 };
 
-/// Moves the lines to rows @p upper and @p lower, as a drag would.
+/// Moves the lines to the pixel rows @p upper and @p lower, as a drag would: the table
+/// entries fill the rows from the lower line (entry 0) up to the upper line (entry
+/// nColors). imax and imin are the entries extrapolated to the top and bottom of the
+/// bar.
 void placeLines(cBar& bar, int upper, int lower)
 {
     const double d = static_cast<double>(bar.nColors) / (upper - lower);
@@ -102,7 +105,7 @@ bool rowHasColor(const QImage& image, int y, const QColor& expected)
     return rowHasColor(image, y, [&](const QColor& color) { return color == expected; });
 }
 
-/// Whether @p color is the colour of entry @p i or of an adjacent one.
+/// Whether @p color is the colour of entry @p i or of a neighbouring entry.
 bool isNear(const QColor& color, int type, int i, bool invert)
 {
     const int last = type == 11 ? 255 : type == 8 ? 511 : 767;
@@ -126,9 +129,9 @@ private Q_SLOTS:
     void startsWithTheSettingsOfItsForm();
     void signalsAndSlotsAreDeclaredInOrder();
 
-    void typeBuildsItsTable_data();
-    void typeBuildsItsTable();
-    void typeResetsTheLines();
+    void setCBarTypeBuildsTheTable_data();
+    void setCBarTypeBuildsTheTable();
+    void setCBarTypeResetsTheLines();
 
     void valuesSelectTheirEntry_data();
     void valuesSelectTheirEntry();
@@ -168,8 +171,8 @@ private Q_SLOTS:
     void eachMoveIsRelativeToTheOtherLine();
     void lastLineStaysSelected_data();
     void lastLineStaysSelected();
-    void dragWithoutALineEmitsUnchangedScale();
-    void linesOnTheSameRowChangeNothing();
+    void dragWithoutASelectedLineEmitsAnUnchangedScale();
+    void draggingALineOntoTheOtherIsIgnored();
     void linesCanCross();
     void moveWithoutButtonOnlyRepaints();
     void releaseRepaints();
@@ -220,7 +223,7 @@ void tst_cBar::signalsAndSlotsAreDeclaredInOrder()
     QCOMPARE(types, 12);
 }
 
-void tst_cBar::typeBuildsItsTable_data()
+void tst_cBar::setCBarTypeBuildsTheTable_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("builtType");
@@ -232,7 +235,7 @@ void tst_cBar::typeBuildsItsTable_data()
     QTest::newRow("largest int") << std::numeric_limits<int>::max() << 0;
 }
 
-void tst_cBar::typeBuildsItsTable()
+void tst_cBar::setCBarTypeBuildsTheTable()
 {
     QFETCH(int, type);
     QFETCH(int, builtType);
@@ -248,7 +251,7 @@ void tst_cBar::typeBuildsItsTable()
     QCOMPARE(bar.maxIdx, colors.size());
 }
 
-void tst_cBar::typeResetsTheLines()
+void tst_cBar::setCBarTypeResetsTheLines()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());
@@ -350,7 +353,8 @@ void tst_cBar::extremeLimitsStillMapValues_data()
     QTest::newRow("three quarters") << -1e300 << 1e300 << 5e299 << 576;
     QTest::newRow("upper limit") << -1e300 << 1e300 << 1e300 << 767;
     QTest::newRow("beyond the range of int") << -1e300 << 1e300 << 1.7e308 << 767;
-    // Reversed limits are, for example, the start values of a search for the extremes.
+    // Reversed limits occur, for example, at the start of a search for the minimum and
+    // maximum of a map.
     QTest::newRow("reversed, middle") << 1e300 << -1e300 << 0.0 << 384;
     QTest::newRow("reversed, quarter") << 1e300 << -1e300 << 5e299 << 192;
     QTest::newRow("range overflows") << -huge << huge << 0.0 << 0;
@@ -478,7 +482,8 @@ void tst_cBar::rowsShowTheColoursOfTheirValues_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("height");
-    QTest::addColumn<int>("upper"); // rows of the two lines, in per cent of the height
+    // The pixel rows of the two lines, calculated from percentages of the height.
+    QTest::addColumn<int>("upper");
     QTest::addColumn<int>("lower");
     const QList<QPair<int, int>> lines{{0, 100},   {25, 100}, {0, 75},     {30, 60},
                                        {-40, 100}, {0, 170},  {-300, 900}, {45, 52}};
@@ -493,8 +498,9 @@ void tst_cBar::rowsShowTheColoursOfTheirValues_data()
     }
 }
 
-// Row y shows the entry at the fraction (height - y) / height between imin and imax.
-// The tolerance is one entry, plus one row because a line is placed on a whole row.
+// Pixel row y shows the entry imin + (imax - imin) * (height - y) / height. The
+// tolerance is one entry. The drawn lines can be one pixel row away from the given
+// rows, because their positions are truncated.
 void tst_cBar::rowsShowTheColoursOfTheirValues()
 {
     QFETCH(int, type);
@@ -526,8 +532,8 @@ void tst_cBar::rowsShowTheColoursOfTheirValues()
     }
 }
 
-// The bar has 256 rows for 256 entries, so no rounding occurs and entry i is on row
-// 256 - i.
+// The bar has 256 pixel rows for 256 entries, so no rounding occurs and entry i is at
+// pixel row 256 - i.
 void tst_cBar::entriesAreOnTheirRows()
 {
     cBar bar;
@@ -539,7 +545,7 @@ void tst_cBar::entriesAreOnTheirRows()
     }
 }
 
-// Each entry covers three rows: row 768 - 3 i and the two rows above it.
+// Each entry covers three pixel rows: row 768 - 3 i and the two rows above it.
 void tst_cBar::tallEntriesFillAllTheirRows()
 {
     cBar bar;
@@ -561,7 +567,7 @@ void tst_cBar::rowsOutsideTheTableHaveTheirOwnColours()
     bar.aboveColor = QColor(1, 2, 3);
     bar.belowColor = QColor(40, 50, 60);
     bar.lineColor = QColor(200, 0, 200);
-    placeLines(bar, 64, 192); // exactly two entries per row
+    placeLines(bar, 64, 192); // 256 entries on 128 pixel rows: exactly two entries per row
     for (const bool invert : {false, true}) {
         bar.setInvertCBar(invert);
         const QImage image = bar.grab().toImage();
@@ -593,7 +599,8 @@ void tst_cBar::linesAreClampedToTheBar_data()
     QTest::newRow("crossed lines") << 192 << 64 << 192 << 64;
 }
 
-// The row numbers are exact in binary floating point, so no tolerance is needed.
+// The pixel rows are calculated without rounding errors, because all numbers are
+// multiples of powers of two. So no tolerance is needed.
 void tst_cBar::linesAreClampedToTheBar()
 {
     QFETCH(int, upper);
@@ -691,7 +698,8 @@ void tst_cBar::lowerLineIsSelectedIfBothAreNear_data()
     QTest::newRow("only the lower line is near") << 138 << 1;
 }
 
-// The lines are on rows 128 and 136.
+// The lines are at the pixel rows 128 and 136. A line is near if it is less than 10
+// rows away.
 void tst_cBar::lowerLineIsSelectedIfBothAreNear()
 {
     QFETCH(int, y);
@@ -712,11 +720,11 @@ void tst_cBar::pressPositionIsRounded()
         bar.send(QEvent::MouseButtonPress, {20, y}, Qt::LeftButton, Qt::LeftButton);
         bar.send(QEvent::MouseButtonRelease, {20, y}, Qt::LeftButton, Qt::NoButton);
     };
-    pressAt(9.5); // rounded to row 10, too far from the upper line
+    pressAt(9.5); // rounded to row 10, which is too far from the upper line at row 0
     QCOMPARE(bar.dragHandle, 2);
     pressAt(9.4);
     QCOMPARE(bar.dragHandle, 0);
-    pressAt(246.4); // rounded to row 246, too far from the lower line on row 256
+    pressAt(246.4); // rounded to row 246, which is too far from the lower line at row 256
     QCOMPARE(bar.dragHandle, 0);
     pressAt(246.5);
     QCOMPARE(bar.dragHandle, 1);
@@ -734,9 +742,10 @@ void tst_cBar::everyButtonDrags()
     }
 }
 
-// The upper line moves from row 0 to 128: 256 / (128 - 256) = -2 entries per row. The
-// lower line stays on row 256 at entry 0, so the top of the bar, 256 rows above it, is
-// at imax = 512.
+// The upper line moves from pixel row 0 to 128. The 256 table entries now fill the rows
+// between the lines: 256 / (128 - 256) = -2 entries per row, negative because entries
+// grow upward while pixel rows grow downward. The lower line stays at row 256 at entry
+// 0. The top of the bar, 256 rows above it, is at entry 2 * 256 = 512, which is imax.
 void tst_cBar::draggingTheUpperLineRaisesImax()
 {
     VisibleBar bar;
@@ -760,16 +769,18 @@ void tst_cBar::draggingTheUpperLineRaisesImax()
     QCOMPARE(bar.zmin, 0.0);
     QCOMPARE(bar.maxLineY, 128);
     QCOMPARE(bar.minLineY, 255);
-    // The upper half of the value range is now above the table.
+    // imax is twice the length of the table, so values above the middle of the range
+    // are beyond the last entry and have its colour.
     QCOMPARE(bar.color(1.0), entryOf(11, 255));
     QCOMPARE(bar.color(0.55), entryOf(11, 255));
     QCOMPARE(bar.color(0.25), entryOf(11, 128));
     QVERIFY(rowHasColor(bar.grab().toImage(), 100, bar.aboveColor));
 }
 
-// The lower line moves from row 256 to 128: 256 / (0 - 128) = -2 entries per row. The
-// lower line is at entry 0, so the bottom of the bar, 128 rows below it, is at
-// imin = -256.
+// The lower line moves from pixel row 256 to 128. The 256 table entries now fill the
+// rows between the lines: 256 / (0 - 128) = -2 entries per row. The lower line is at
+// entry 0, so the bottom of the bar, 128 rows below it, is at entry -2 * 128 = -256,
+// which is imin.
 void tst_cBar::draggingTheLowerLineLowersImin()
 {
     VisibleBar bar;
@@ -788,8 +799,9 @@ void tst_cBar::draggingTheLowerLineLowersImin()
     QVERIFY(rowHasColor(bar.grab().toImage(), 150, bar.belowColor));
 }
 
-// The lines move to rows 128 and 192: 256 / (128 - 192) = -4 entries per row. 192 rows
-// are above the lower line and 64 rows below it.
+// The lines move to the pixel rows 128 and 192: 256 / (128 - 192) = -4 entries per row.
+// The lower line, at entry 0, is 192 rows below the top of the bar, so
+// imax = 4 * 192 = 768. It is 64 rows above the bottom, so imin = -4 * 64 = -256.
 void tst_cBar::bothLinesCanBeDragged()
 {
     VisibleBar bar;
@@ -800,8 +812,9 @@ void tst_cBar::bothLinesCanBeDragged()
     QCOMPARE(bar.imin, -256.0);
     QCOMPARE(bar.maxLineY, 128);
     QCOMPARE(bar.minLineY, 192);
-    // The upper line is then dragged above the bar: 256 / (-64 - 192) = -1 entry per
-    // row.
+    // Then the upper line is dragged to row -64, above the bar: 256 / (-64 - 192) = -1
+    // entry per row. So imax = 192 and imin = -64, and the upper line is drawn in row
+    // 0, the first row of the bar.
     bar.drag(120, -64);
     QCOMPARE(bar.imax, 192.0);
     QCOMPARE(bar.imin, -64.0);
@@ -821,7 +834,8 @@ void tst_cBar::eachMoveIsRelativeToTheOtherLine()
     bar.move(192);
     bar.release(192);
     QCOMPARE(spy.count(), 7);
-    // 256 / (192 - 256) = -4 entries per row.
+    // Only the last position, row 192, counts: 256 / (192 - 256) = -4 entries per row.
+    // The top of the bar is 256 rows above the lower line, so imax = 4 * 256 = 1024.
     QCOMPARE(bar.imax, 1024.0);
     QCOMPARE(bar.imin, 0.0);
 }
@@ -832,7 +846,8 @@ void tst_cBar::lastLineStaysSelected_data()
     QTest::addColumn<int>("handle");
     QTest::addColumn<double>("imin");
     QTest::addColumn<double>("imax");
-    // 256 / (128 - 256) = -2 and 256 / (0 - 128) = -2 entries per row.
+    // The selected line is moved to row 128. With the upper line there are
+    // 256 / (128 - 256) = -2 entries per row, with the lower line 256 / (0 - 128) = -2.
     QTest::newRow("upper line") << 4 << 0 << 0.0 << 512.0;
     QTest::newRow("lower line") << 252 << 1 << -256.0 << 256.0;
 }
@@ -855,7 +870,7 @@ void tst_cBar::lastLineStaysSelected()
     QTEST(bar.imax, "imax");
 }
 
-void tst_cBar::dragWithoutALineEmitsUnchangedScale()
+void tst_cBar::dragWithoutASelectedLineEmitsAnUnchangedScale()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());
@@ -867,7 +882,7 @@ void tst_cBar::dragWithoutALineEmitsUnchangedScale()
     QCOMPARE(bar.imin, 0.0);
 }
 
-void tst_cBar::linesOnTheSameRowChangeNothing()
+void tst_cBar::draggingALineOntoTheOtherIsIgnored()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());
@@ -891,8 +906,10 @@ void tst_cBar::linesOnTheSameRowChangeNothing()
     bar.release(0);
 }
 
-// The upper line is dragged to row 192, the lower one to 128: 256 / (192 - 128) = 4
-// entries per row, so the table is reversed.
+// The upper line is dragged to pixel row 192, the lower line to row 128:
+// 256 / (192 - 128) = 4 entries per row. The number is positive, so the colours are in
+// reverse order. The lower line, at entry 0, is 128 rows from the top and the bottom of
+// the bar, so imax = -512 and imin = 512.
 void tst_cBar::linesCanCross()
 {
     VisibleBar bar;

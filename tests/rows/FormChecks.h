@@ -11,7 +11,7 @@
 namespace tests
 {
 
-/// Style sheet of a read-only result field and of a file name field.
+/// The style sheet of read-only result fields and of file name fields.
 inline constexpr QLatin1String resultStyle("background-color: rgb(255, 255, 220);");
 
 /// The column of @p widget in its parent's grid layout; -1 if the widget is not in the
@@ -52,8 +52,8 @@ struct FormWidget {
     const char* text = "";
 };
 
-/// The names of the expected widgets that are missing in @p row or have another column,
-/// class or text.
+/// The names of the expected widgets that are missing in @p row, or whose column, class
+/// or text differs.
 inline QStringList formDifferences(const QWidget* row, const QList<FormWidget>& expected)
 {
     QStringList found;

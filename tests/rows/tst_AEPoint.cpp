@@ -36,10 +36,11 @@ const QByteArray textMap = "# 1306 map\n"
                            "0 1 12 22\n"
                            "1 1 13 23\n";
 
-// A map file with fewer pixels and without an energy in its header.
+// A map file of 2 by 1 pixels without an energy in its header.
 const QByteArray mapWithoutEnergy = "# X-NUM 2\n# Y-NUM 1\n0 0 5 6\n1 0 7 8\n";
 
-// The bytes of a binary map of @p pixels, all of them valid.
+// The bytes of a binary map of @p pixels. The flags after the pixel values are all 1,
+// which means that all pixels are valid.
 QByteArray binaryMap(int width, int height, const Values& pixels)
 {
     QByteArray bytes = QByteArrayLiteral("2dData-V0.0 HeaderSize: 512").leftJustified(64, ' ');
@@ -52,7 +53,7 @@ QByteArray binaryMap(int width, int height, const Values& pixels)
     return bytes + QByteArray(pixels.size(), '\1');
 }
 
-// The rows of a map as one list: x, y, intensity and i0 of each row.
+// The pixels of a map as one list: x, y, intensity and i0 of each pixel.
 Values numbersOf(const A2DData& map)
 {
     Values numbers;
@@ -62,7 +63,8 @@ Values numbersOf(const A2DData& map)
     return numbers;
 }
 
-// The energy of the row and the values of mut for references @p i and @p j.
+// The energy of the row, followed by the values of mut for the references @p i and
+// @p j.
 Values energyAndMuts(const AEPoint& row, int i, int j)
 {
     Values read(3, -1.0);
@@ -70,8 +72,8 @@ Values energyAndMuts(const AEPoint& row, int i, int j)
     return read;
 }
 
-// Clicks near the left edge, because a box without text reacts only to clicks on its
-// indicator.
+// Clicks near the left edge, because a check box without text reacts only to clicks on
+// its indicator.
 void click(QAbstractButton* button)
 {
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
@@ -140,11 +142,11 @@ private Q_SLOTS:
     void energyIsKeptIfTheFileHasNone();
     void mapWithoutLoadableRowsIsNotLoaded_data();
     void mapWithoutLoadableRowsIsNotLoaded();
-    void failedReloadKeepsTheRowsJustRead();
-    void unopenableFileKeepsTheOldMap_data();
-    void unopenableFileKeepsTheOldMap();
-    void unreadableFileKeepsTheOldMap();
-    void clearedFileRowUnloadsButKeepsTheOldMap();
+    void failedReloadKeepsThePixelsJustRead();
+    void oldMapIsKeptIfTheFileCannotBeOpened_data();
+    void oldMapIsKeptIfTheFileCannotBeOpened();
+    void oldMapIsKeptIfTheFileCannotBeRead();
+    void clearingTheFileRowUnloadsButKeepsTheOldMap();
     void sizeIsWrittenToTheDebugLog();
 
     void binaryMapFillsTheRowWithMut();
@@ -153,8 +155,8 @@ private Q_SLOTS:
     void secondBinaryMapIsAppendedToTheOldPixels();
     void binaryMapAfterTextMapKeepsRowsAndHeader();
     void textMapAfterBinaryMapReplacesIt();
-    void failedBinaryMapIsLoadedWithSizeZero_data();
-    void failedBinaryMapIsLoadedWithSizeZero();
+    void unreadableBinaryMapIsLoadedWithSizeZero_data();
+    void unreadableBinaryMapIsLoadedWithSizeZero();
     void binaryMapOverTheSizeLimitHasSizeZero();
     void truncatedBinaryMapIsPaddedWithZeros();
 
@@ -480,7 +482,7 @@ void tst_AEPoint::mapWithoutLoadableRowsIsNotLoaded()
     QTEST(row.rows.size(), "rowCount");
 }
 
-void tst_AEPoint::failedReloadKeepsTheRowsJustRead()
+void tst_AEPoint::failedReloadKeepsThePixelsJustRead()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("map.dat"), textMap));
@@ -491,7 +493,7 @@ void tst_AEPoint::failedReloadKeepsTheRowsJustRead()
     QCOMPARE(row.headerLines, QStringList(QStringLiteral("# no size")));
 }
 
-void tst_AEPoint::unopenableFileKeepsTheOldMap_data()
+void tst_AEPoint::oldMapIsKeptIfTheFileCannotBeOpened_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("missing") << "missing.dat";
@@ -499,7 +501,7 @@ void tst_AEPoint::unopenableFileKeepsTheOldMap_data()
     QTest::newRow("a pipe") << "pipe";
 }
 
-void tst_AEPoint::unopenableFileKeepsTheOldMap()
+void tst_AEPoint::oldMapIsKeptIfTheFileCannotBeOpened()
 {
     QFETCH(QString, name);
     QCOMPARE(::mkfifo(QFile::encodeName(folder->filePath(QStringLiteral("pipe"))), 0600), 0);
@@ -514,7 +516,7 @@ void tst_AEPoint::unopenableFileKeepsTheOldMap()
     QCOMPARE(maps.size(), 0);
 }
 
-void tst_AEPoint::unreadableFileKeepsTheOldMap()
+void tst_AEPoint::oldMapIsKeptIfTheFileCannotBeRead()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("map.dat"), textMap));
@@ -532,7 +534,7 @@ void tst_AEPoint::unreadableFileKeepsTheOldMap()
     QCOMPARE(maps.size(), 0);
 }
 
-void tst_AEPoint::clearedFileRowUnloadsButKeepsTheOldMap()
+void tst_AEPoint::clearingTheFileRowUnloadsButKeepsTheOldMap()
 {
     AEPoint row;
     row.FileSelect->newFile(file(QStringLiteral("map.dat"), textMap));
@@ -626,7 +628,7 @@ void tst_AEPoint::textMapAfterBinaryMapReplacesIt()
     QCOMPARE(data::pixelMut(row, 0, 0), std::log(6.0 / 5.0));
 }
 
-void tst_AEPoint::failedBinaryMapIsLoadedWithSizeZero_data()
+void tst_AEPoint::unreadableBinaryMapIsLoadedWithSizeZero_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("missing") << "missing.2dp";
@@ -634,7 +636,7 @@ void tst_AEPoint::failedBinaryMapIsLoadedWithSizeZero_data()
     QTest::newRow("a folder") << ".";
 }
 
-void tst_AEPoint::failedBinaryMapIsLoadedWithSizeZero()
+void tst_AEPoint::unreadableBinaryMapIsLoadedWithSizeZero()
 {
     QFETCH(QString, name);
     const QString text = file(QStringLiteral("map.dat"), textMap);

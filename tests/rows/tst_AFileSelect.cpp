@@ -87,7 +87,7 @@ Qt::DropAction dropUrls(AFileSelect* row, const QList<QUrl>& urls)
 /// A function that creates the row of a test case.
 using MakeRow = std::function<AFileSelect*()>;
 
-/// A function that closes a dialog in one of the ways in which a user can close it.
+/// Closes a dialog as a user can: with Cancel, with Escape or by the window manager.
 using CloseDialog = std::function<void(QFileDialog*)>;
 
 /// The model index of a file in the list of the row's open dialog; invalid while the
@@ -121,7 +121,8 @@ bool clickFile(const AFileSelect& row, const QString& path)
     return listed;
 }
 
-/// A visible save row with the name of a result file. Its dialog shows @p folder.
+/// A visible save row that contains the name of a result file. Its dialog shows
+/// @p folder.
 struct SaveRow {
     explicit SaveRow(const QString& folder)
     {
@@ -206,7 +207,7 @@ private Q_SLOTS:
     void newDirectoryIsSetWithoutSignals();
 
     void everyDragIsAccepted();
-    void saveFieldLeavesDropsToTheRow();
+    void saveFieldPassesDropsToTheRow();
     void droppedLocalFileIsLoaded_data();
     void droppedLocalFileIsLoaded();
     void droppedUrlIsShownAsPath_data();
@@ -681,9 +682,9 @@ void tst_AFileSelect::cancelRestoresTheNameOfTheSaveRow()
     QCOMPARE(recorder.entries, QStringList());
 }
 
-// Each opening selects the row's own name, even if the user highlighted another file
-// and cancelled before. Otherwise a keystroke that activates "Save" would overwrite the
-// highlighted file.
+// Whenever the dialog opens, it selects the row's own file name, even if the user
+// highlighted another file before and cancelled. Otherwise a keystroke that activates
+// "Save" would overwrite the highlighted file.
 void tst_AFileSelect::saveDialogOpensWithTheNameOfItsRow()
 {
     const SaveRow row(canonicalFolder);
@@ -797,7 +798,7 @@ void tst_AFileSelect::everyDragIsAccepted()
     QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AFileSelect::saveFieldLeavesDropsToTheRow()
+void tst_AFileSelect::saveFieldPassesDropsToTheRow()
 {
     const AFileSelect row(nullptr, AFileSelect::SaveMode);
     QVERIFY(!row.FileName->acceptDrops());

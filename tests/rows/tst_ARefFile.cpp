@@ -146,7 +146,7 @@ void tst_ARefFile::signalsOfTheSpectrumRowAreForwarded()
             [&](double e) { received << QStringLiteral("edge %1").arg(e); });
     connect(&row, &ARefFile::selectedFile, this, [&] { received << QStringLiteral("selected"); });
     row.XafsFS->AFileSelect::newFile(path);
-    // The proposed edge is midway between the two points.
+    // The proposed edge energy is midway between the two points of the spectrum.
     const QStringList expected{QStringLiteral("edge 8005"), QStringLiteral("selected")};
     QCOMPARE(received, expected);
 }

@@ -18,7 +18,7 @@
 namespace
 {
 
-// The slope is steepest between 8100 and 8110, so the edge is at 8105.
+// The slope is steepest between 8100 and 8110 eV, so the proposed edge is at 8105 eV.
 const QByteArray goodSpectrum = "8000 0.0\n8100 0.1\n8110 1.1\n8200 1.2\n";
 
 // A spectrum that is easy to interpolate by hand: mut is 0.1 at 8000 eV, 1.1 at 8010 eV
@@ -126,8 +126,8 @@ void tst_AXafsFileSelect::edgeIsProposedBeforeOtherSignals()
 {
     AXafsFileSelect row;
     QStringList received;
-    // The panel connects its slot to newFilePath after the row's own slot. Such a slot
-    // finds the spectrum already read.
+    // The panel connects its slot to newFilePath after the row has connected its own
+    // slot. So the spectrum is already read when the panel's slot is called.
     connect(&row, &AXafsFileSelect::foundNewEdge, this,
             [&] { received << QStringLiteral("edge"); });
     connect(&row, &AFileSelect::newFilePath, this, [&] {
@@ -335,8 +335,8 @@ void tst_AXafsFileSelect::shiftDoesNotRefitTheBackgroundLines()
             tests::sameDouble(row.preLine.b, pre.b));
     QVERIFY(tests::sameDouble(row.postLine.c, post.c) &&
             tests::sameDouble(row.postLine.a, post.a) && tests::sameDouble(row.postLine.b, post.b));
-    // This check shows that the comparison above is meaningful: a new fit of the
-    // shifted spectrum yields other lines.
+    // A new fit of the shifted spectrum yields other lines. So the comparison above
+    // would have noticed a refit.
     row.fitLines();
     QVERIFY(!tests::sameDouble(row.preLine.c, pre.c));
     QVERIFY(!tests::sameDouble(row.postLine.c, post.c));
@@ -376,7 +376,8 @@ void tst_AXafsFileSelect::mutIsInterpolatedMinusThePreEdgeLine()
     setSpectrum(row);
     double out = -7.0;
     QVERIFY(row.MutAt(energy, &out));
-    // The tolerance is a few rounding errors of numbers near 1.
+    // The tolerance of 1e-12 is far above the rounding error of numbers near 1 (2e-16)
+    // and far below any real difference.
     QVERIFY2(qAbs(out - mut) < 1e-12, qPrintable(QString::number(out, 'g', 17)));
 }
 
@@ -413,7 +414,7 @@ void tst_AXafsFileSelect::mutUsesTheShiftedEnergies()
     setSpectrum(row);
     spectrumOf(row).dE = 5.0;
     double out = -7.0;
-    // The points are now at 7995, 8005 and 8015.
+    // The points are now at 7995, 8005 and 8015 eV.
     QVERIFY(row.MutAt(8000.0, &out));
     QVERIFY2(qAbs(out - (0.6 - 0.25)) < 1e-12, qPrintable(QString::number(out, 'g', 17)));
     QVERIFY(!row.MutAt(8016.0, &out));
@@ -425,8 +426,8 @@ void tst_AXafsFileSelect::mutOfDescendingScanUsesTheFirstPoint()
     setSpectrum(row);
     std::reverse(row.points.begin(), row.points.end());
     double out = -7.0;
-    // The first point, 8020 eV, is already above 8010 eV. So mut is interpolated
-    // between the origin (0 eV, 0) and the first point: 1.3 * 8010 / 8020.
+    // The first point, at 8020 eV, is already above 8010 eV. So mut is interpolated
+    // between (0 eV, 0) and this point: 1.3 * 8010 / 8020.
     QVERIFY(row.MutAt(8010.0, &out));
     QVERIFY2(qAbs(out - (1.3 * 8010.0 / 8020.0 - 0.25)) < 1e-12,
              qPrintable(QString::number(out, 'g', 17)));

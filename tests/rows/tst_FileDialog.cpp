@@ -23,8 +23,8 @@
 namespace
 {
 
-/// A waiting time in milliseconds in which the model's thread can read a folder of a
-/// few files.
+/// A waiting time in milliseconds that is long enough for the model's thread to read a
+/// folder of a few files.
 constexpr int quietMs = 150;
 
 /// Whether this process watches @p folder, according to the kernel's inotify
@@ -95,7 +95,7 @@ private Q_SLOTS:
     void opensInTheGivenFolder();
     void opensInTheFolderChosenByTheUser();
     void opensInNearestExistingParentFolder();
-    void emptyFolderIsIgnored();
+    void emptyFolderNameIsIgnored();
     void openingHighlightsNoFile();
     void closingAddsNoHistoryEntry();
     void firstOpeningHasNoHistory();
@@ -257,7 +257,7 @@ void tst_FileDialog::opensInNearestExistingParentFolder()
     QCOMPARE(fixture.model->rootPath(), QDir::rootPath());
 }
 
-void tst_FileDialog::emptyFolderIsIgnored()
+void tst_FileDialog::emptyFolderNameIsIgnored()
 {
     DialogFixture fixture;
     fixture.dialog.setDirectory(m_path);

@@ -28,21 +28,23 @@ const QColor preColor(0, 200, 0);
 const QColor postColor(0, 0, 200);
 const QColor outlineColor(150, 150, 150);
 
-// On a surface of 387 by 257 pixels the margins are 38 and 19 pixels wide (0.1 and 0.05
-// of 387, truncated) and 25 and 12 high. The plot area is columns 38 to 368 and rows 12
-// to 232: 330 by 220 pixels.
+// On a surface of 387 by 257 pixels, the margins are 0.1 (left and bottom) and 0.05
+// (right and top) of the size, truncated: left 38, right 19, bottom 25 and top 12
+// pixels. So the plot area spans x = 38 to 368 and y = 12 to 232: 330 by 220 pixels.
 //
-// A spectrum that spans 300 eV and 2 in mut has a range of 330 eV and 2.2, so one pixel
-// is 1 eV wide and 0.01 high:
-//     column = 53 + (energy - lowest energy)
-//     row = 222 - 100 * (mut - lowest mut)
+// The automatic range of a spectrum that spans 300 eV and 2 in mut has margins of 15 eV
+// and 0.1. It shows 330 eV and 2.2 in mut, so one pixel is 1 eV wide and 0.01 high. The
+// lowest energy is 15 pixels to the right of x = 38, the lowest mut 10 pixels above y =
+// 232:
+//     pixel column = 53 + (energy - lowest energy)
+//     pixel row = 222 - 100 * (mut - lowest mut)
 const QSize usualSize(387, 257);
 const QRect usualOutline(38, 12, 330, 220);
 
 // At this size the data points are at fractional pixel coordinates.
 const QSize oddSize(401, 307);
 
-/// Sets the points and their extremes, like a file reader.
+/// Sets the points and their minima and maxima, as a file reader does.
 void setPoints(AMutE& spectrum, const QList<QPointF>& energyAndMut)
 {
     spectrum.points.clear();
@@ -64,10 +66,11 @@ data::VictoreenLine level(double value)
     return {value, 0.0, 0.0};
 }
 
-/// A spectrum from 8000 to 8300 eV with mut from 1 to 3. Its middle part rises by one
-/// pixel per column. The background lines are at 1.155 and 2.855 (edge jump 1.7), the
-/// limits at 8050.5 and 8180.5, the edge at 8150.5. All vertical lines are left of the
-/// text.
+/// Sets a spectrum from 8000 to 8300 eV with mut from 1 to 3. Its middle part rises by
+/// one pixel per pixel column. The pre-edge line is constant at 1.155 and the post-edge
+/// line at 2.855, so the edge jump is 1.7. The pre-edge part ends at 8050.5 eV, the
+/// edge is at 8150.5 eV, and the post-edge part starts at 8180.5 eV. These three
+/// vertical lines are to the left of the text of the edge jump.
 void setStep(AMutE& spectrum)
 {
     setPoints(spectrum, {{8000, 1}, {8100.5, 1.505}, {8200.5, 2.505}, {8300, 3}});
@@ -78,7 +81,8 @@ void setStep(AMutE& spectrum)
     spectrum.postLine = level(2.855);
 }
 
-/// Like setStep(), but the limits and the edge are outside the range.
+/// Like setStep(), but the two limits and the edge are outside the range, so no
+/// vertical line is visible.
 void setStepWithoutMarkers(AMutE& spectrum)
 {
     setStep(spectrum);
@@ -119,7 +123,7 @@ public:
     int receiverCount(const char* signal) const { return receivers(signal); }
 };
 
-/// The range of a spectrum with a margin of a twentieth of the span on each side.
+/// The range of a spectrum, with margins of a twentieth of the span on each side.
 PlotRange rangeOf(const AMutE& spectrum)
 {
     const double marginX = 0.05 * (spectrum.maxEnergy - spectrum.minEnergy);
@@ -128,8 +132,8 @@ PlotRange rangeOf(const AMutE& spectrum)
             spectrum.maxMut + marginY};
 }
 
-/// The box of the edge jump: three left margins wide, at the right end of the plot
-/// area, one gap below the top of the plot area.
+/// The box of the edge jump: three times the left margin wide, at the right end of the
+/// plot area, one gap below its top.
 QRect jumpBox(const PlotPlace& place)
 {
     return {place.right - 3 * place.left, place.top + place.gap(), 3 * place.left,
@@ -205,7 +209,8 @@ private:
 /// The pixels strictly inside the outline of the plot of usualSize.
 QRect usualInside()
 {
-    return usualOutline.adjusted(1, 1, 0, 0); // an outline is one pixel larger than its rectangle
+    // drawRect() draws an outline that is one pixel larger than its rectangle.
+    return usualOutline.adjusted(1, 1, 0, 0);
 }
 
 /// A plot that shows only the frame and a text at the position of the edge jump.
@@ -414,7 +419,8 @@ void tst_SpectrumPlot::rangeHasMarginOfATwentiethAroundUnshiftedEnergies()
     setStep(plot.spectrum());
     plot.spectrum().dE = 40.0; // the range uses the unshifted energies
     plot.paint();
-    // The margins are 5 % of 300 eV, which is 15 eV, and 5 % of 2, which is 0.1.
+    // The margins are 5 % of the span on each side: 15 eV of 300 eV, and 0.1 of 2 in
+    // mut.
     QCOMPARE(plot.cc().realX0, 7985.0);
     QCOMPARE(plot.cc().realX1, 8315.0);
     QCOMPARE(plot.cc().realY0, 0.9);
@@ -443,7 +449,9 @@ void tst_SpectrumPlot::shiftMovesTheCurveAndKeepsTheRange()
 {
     Plot plot;
     setStep(plot.spectrum());
-    // Column 203 is at 8150.5, the middle of the step, where mut is 2.005 (row 121).
+    // The middle of the step, mut 2.005 at 8150.5 eV, is at pixel column
+    // 53 + 150.5 = 203.5 and pixel row 222 - 100 * 1.005 = 121.5, truncated to
+    // (203, 121).
     QCOMPARE(plot.paint().pixelColor(203, 121), QColor(Qt::black));
     plot.row.Ui_AFileSelect::dE->setText(QStringLiteral("40"));
     QTest::keyClick(plot.row.Ui_AFileSelect::dE, Qt::Key_Return);
@@ -481,8 +489,9 @@ void tst_SpectrumPlot::resizedFrameKeepsTheRange()
     plot.frame.DispA->setFixedSize(2 * usualSize);
     const QImage image = plot.paint();
     QCOMPARE(plot.cc().realX0, 7985.0);
-    // The surface is 774 pixels wide: the margins are 77 and 38, so 659 pixels show 330
-    // eV. The edge, 165.5 eV from the left end of the range, is at column 77 + 330.5.
+    // The surface is 774 pixels wide and the margins are 77 and 38 pixels, so 659
+    // pixels show 330 eV. The edge is 165.5 eV above the lower end of the range, so it
+    // is at pixel column 77 + 165.5 * 659 / 330 = 407.5.
     QCOMPARE(image.pixelColor(407, 60), edgeColor);
     QCOMPARE(image.pixelColor(406, 60), QColor(Qt::white));
     QCOMPARE(image.pixelColor(408, 60), QColor(Qt::white));
@@ -504,8 +513,8 @@ void tst_SpectrumPlot::limitsAndEdgeAreVerticalLines()
     Plot plot;
     setStep(plot.spectrum());
     const QImage image = plot.paint();
-    // The line extends over all 219 rows of the plot area. The background lines cover
-    // two of these rows, the spectrum one.
+    // The vertical line extends over all 219 pixel rows of the plot area. The
+    // background lines cover it in two of these rows, the spectrum in one.
     QCOMPARE(countOf(image, QRect(column, 13, 1, 219), color), 216);
     QCOMPARE(image.pixelColor(column, 13), color);
     QCOMPARE(image.pixelColor(column, 231), color);
@@ -529,8 +538,8 @@ void tst_SpectrumPlot::linesOutsideTheRangeAreMasked()
 {
     Plot plot;
     setStep(plot.spectrum());
-    plot.spectrum().preEdgeEnd = 7970.5;    // column 23
-    plot.spectrum().postEdgeStart = 8330.5; // column 383
+    plot.spectrum().preEdgeEnd = 7970.5;    // pixel column 53 - 29.5 = 23.5, in the left margin
+    plot.spectrum().postEdgeStart = 8330.5; // pixel column 53 + 330.5 = 383.5, in the right margin
     plot.spectrum().edgeEnergy = 9000.0;
     const QImage image = plot.paint();
     QCOMPARE(countOf(image, QRect(QPoint(0, 0), usualSize), limitColor), 0);
@@ -541,15 +550,16 @@ void tst_SpectrumPlot::curvesPassThroughTheirPixels_data()
 {
     QTest::addColumn<QPoint>("pixel");
     QTest::addColumn<QColor>("color");
-    // Mut 1.505 at 8100.5 eV is at row 222 - 100 * 0.505 = 171.5 and column 153; mut
-    // 2.505 at 8200.5 eV is at row 71.5 and column 253.
+    // The start of the step, mut 1.505 at 8100.5 eV, is at pixel column
+    // 53 + 100.5 = 153.5 and pixel row 222 - 100 * 0.505 = 171.5. Its end, mut 2.505 at
+    // 8200.5 eV, is at column 253.5 and row 71.5.
     QTest::newRow("start of the step") << QPoint(153, 171) << QColor(Qt::black);
     QTest::newRow("end of the step") << QPoint(253, 71) << QColor(Qt::black);
     QTest::newRow("quarter of the step") << QPoint(178, 146) << QColor(Qt::black);
     QTest::newRow("above the step") << QPoint(178, 145) << QColor(Qt::white);
     QTest::newRow("below the step") << QPoint(178, 147) << QColor(Qt::white);
-    // The pre-edge line is at row 222 - 100 * 0.155 = 206.5, the post-edge line at row
-    // 222 - 100 * 1.855 = 36.5.
+    // The pre-edge line is at pixel row 222 - 100 * 0.155 = 206.5, the post-edge line
+    // at pixel row 222 - 100 * 1.855 = 36.5.
     QTest::newRow("pre-edge line") << QPoint(60, 206) << preColor;
     QTest::newRow("pre-edge line above the edge energy") << QPoint(340, 206) << preColor;
     QTest::newRow("above the pre-edge line") << QPoint(60, 205) << QColor(Qt::white);
@@ -661,8 +671,8 @@ void tst_SpectrumPlot::onePointInAFixedRangeHasNoSegments()
     plot.spectrum().postLine = level(2.755);
     plot.setRange(7985.0, 0.9, 8315.0, 3.1);
     const QImage image = plot.paint();
-    // A vertical line extends from the lowest to the highest mut. With one point, its
-    // length is one pixel.
+    // The vertical lines of the limits and of the edge extend from the lowest to the
+    // highest mut of the spectrum. With one point, they are one pixel long.
     QCOMPARE(image.pixelColor(103, 121), limitColor);
     QCOMPARE(image.pixelColor(203, 121), edgeColor);
     QCOMPARE(image.pixelColor(303, 121), limitColor);
@@ -717,10 +727,11 @@ void tst_SpectrumPlot::segmentIsVisibleInADeepZoom()
     plot.spectrum().preLine = level(-1.0);
     plot.spectrum().postLine = level(-1.0);
     // The segment passes through (8500, 0.5), the middle of the view, with the slope of
-    // the view's diagonal. Its ends are 8e10 pixels away.
+    // the view's diagonal. The view is 2e-6 eV wide, so the ends of the segment, 500 eV
+    // away, are 8e10 pixels outside.
     plot.setRange(8500.0 - 1e-6, 0.5 - 1e-9, 8500.0 + 1e-6, 0.5 + 1e-9);
     const QImage image = plot.paint();
-    // 330 columns and 220 rows: two thirds of a row per column.
+    // The diagonal rises by 220 pixels over 330 pixels: 40 pixels over 60.
     const auto isNear = [&image](int column, int row) {
         return countOf(image, QRect(column, row - 4, 1, 9), Qt::black) > 0;
     };
@@ -737,8 +748,8 @@ void tst_SpectrumPlot::markerIsVisibleInADeepZoom()
     setStep(plot.spectrum());
     plot.setRange(8150.5 - 1.65e-4, 2.2 - 1e-10, 8150.5 + 1.65e-4, 2.2 + 1e-10);
     const QImage image = plot.paint();
-    // The middle of the view is column 38 + 165. The tolerance is one column,
-    // for the rounding of the limits.
+    // The edge is in the middle of the view, at pixel column 38 + 165 = 203. The
+    // tolerance is one column, because the limits of the view are rounded doubles.
     const int red = countOf(image, QRect(202, 13, 3, 219), edgeColor);
     QCOMPARE(red, 219);
     QCOMPARE(countOf(image, usualInside(), limitColor), 0);
@@ -749,8 +760,8 @@ void tst_SpectrumPlot::edgeJumpUsesTheUnshiftedEdge()
     Plot plot;
     setStepWithoutMarkers(plot.spectrum());
     plot.spectrum().preLine = level(1.0);
-    // The edge jump is 4 L^3 at the wavelength L (in angstroms): 0.5 at L = 1/2 and
-    // 4 at L = 1.
+    // The post-edge line minus the pre-edge line is 4 L^3 at the wavelength L (in
+    // angstroms). So the edge jump is 0.5 at L = 1/2 and 4 at L = 1.
     plot.spectrum().postLine = {1.0, 4.0, 0.0};
     plot.spectrum().edgeEnergy = 2.0 * AMutE::hcEvAngstrom;
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 0.5")));
