@@ -24,7 +24,7 @@ private Q_SLOTS:
     void boxKeepsEveryLine();
     void newLineIsScrolledIntoView_data();
     void newLineIsScrolledIntoView();
-    void boxLooksTheSameAsWithSingleLines();
+    void boxLooksAsIfLinesWereAddedOneByOne();
     void recalculationWritesTheSameLinesAsItsParts();
     void linesOfARecalculationAreInsertedAtOnce_data();
     void linesOfARecalculationAreInsertedAtOnce();
@@ -104,7 +104,7 @@ void tst_FourPsMessages::newLineIsScrolledIntoView()
 
 // Compares the panel's box after recalculations with a separate box to which every line
 // is added individually.
-void tst_FourPsMessages::boxLooksTheSameAsWithSingleLines()
+void tst_FourPsMessages::boxLooksAsIfLinesWereAddedOneByOne()
 {
     for (int i = 0; i < 4; ++i) {
         makeReferenceValid(*m_panel, i);
@@ -186,8 +186,8 @@ void tst_FourPsMessages::textIsUpToDateDuringARecalculation()
     connect(m_panel->ui.CalcRes, &QLineEdit::textChanged, &context,
             [&] { seen = messages(*m_panel); });
     m_panel->calcBoth();
-    // The result field is set before the line of the result is written, but after the
-    // lines of the map.
+    // A recalculation writes the lines of the map, sets the result field of the target, and
+    // then writes the line of the target. So the seen lines are the lines of the map only.
     QVERIFY(!seen.isEmpty());
     QCOMPARE(messages(*m_panel).mid(0, seen.size()), seen);
     QVERIFY(messages(*m_panel).contains(line));

@@ -41,7 +41,8 @@ void popOutSome(FourPs& panel, bool many)
     }
 }
 
-/// Replaces the text of @p edit by typing, without leaving the field.
+/// Replaces the text of @p edit by typing. The focus stays in the field, so editingFinished
+/// is not emitted.
 void enterText(QLineEdit* edit, const QString& text)
 {
     edit->selectAll();
@@ -120,8 +121,8 @@ void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction_data()
 void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction()
 {
     QFETCH(unsigned, seed);
-    // Each seed uses a new panel, so that it causes the same actions when its row runs
-    // alone.
+    // Each seed uses a new panel, so that the same actions follow when a row of this test is
+    // run alone.
     auto panel = std::make_unique<FourPs>();
     QVERIFY(showAll(*panel));
     popOutSome(*panel, seed % 2 == 0);
@@ -142,9 +143,9 @@ void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction()
     closePanel(panel);
 }
 
-// Gives every picture some contents: three references, two of them in use, a point in
-// the comparison, a result, counts, and a measured map. No V point and no fit range is
-// selected, so every calculation is refused.
+// Sets the panel so that no picture is empty: three references, two of them in use, a point
+// in the comparison, a result, histogram counts, and a measured map. Neither a V row nor an
+// energy range for the fit is selected, so every calculation is refused.
 void tst_MissedRepaints::prepareRefusedPanel()
 {
     resetMaps(*m_panel);
@@ -405,7 +406,8 @@ void tst_MissedRepaints::repaintsStartNoCalculation()
     QCOMPARE(messages(*m_panel), QStringList());
 }
 
-// On purpose: the map shows the changed colours only at its next paint.
+// On purpose, the double-click repaints only the colour bar. The map shows the changed
+// colours at its next paint.
 void tst_MissedRepaints::doubleClickOnTheBarDoesNotRepaintItsMap()
 {
     prepareRefusedPanel();

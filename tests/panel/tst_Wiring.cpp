@@ -119,8 +119,8 @@ void tst_Wiring::init()
 
 void tst_Wiring::cleanupTestCase()
 {
-    // In the program the marker lines exist until the process ends. Here the test
-    // deletes them.
+    // In the program, the marker lines exist until the process ends. The test must
+    // delete them itself, or they would leak.
     for (MarkLines* set : {m_marks.allSpectra, m_marks.singleSpectrum}) {
         qDeleteAll(set->lines);
         set->clear();
@@ -185,7 +185,7 @@ void tst_Wiring::rowsOfSeveralFilesAreConnected()
     Q_EMIT m_loose->mapFiles.newFilePaths({"m", "n"});
     QCOMPARE(m_panel->take(), (QStringList{"receiveNewDir /a", "receiveNewDispFiles x,y",
                                            "receiveNewDir /b", "receiveNewPaths m,n"}));
-    // The save row has its own folder, so its signal is not connected.
+    // The save row has its own folder, so its signal newDir() is not connected.
     Q_EMIT m_loose->form.SaveFSelect->newDir("/c");
     QVERIFY(m_panel->take().isEmpty());
     m_loose->form.RemoveAFile->click();

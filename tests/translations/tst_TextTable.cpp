@@ -1,4 +1,5 @@
-// The embedded Japanese translation table: its bytes, its contents, and lookups through Qt.
+// Tests of the embedded Japanese translation table: its bytes, its contents, and lookups
+// through Qt.
 
 #include "app/Language.h"
 #include "support/QmReader.h"
@@ -155,7 +156,8 @@ void tst_TextTable::resourceHasFormatVersion3()
 {
     const QString list = QString::fromUtf8(readFile(QStringLiteral(AELK_RESOURCE)));
     QVERIFY(list.contains(QLatin1String("qRegisterResourceData")));
-    QCOMPARE(list.count(QLatin1String("int version = ")), 2); // for registering and unregistering
+    QCOMPARE(list.count(QLatin1String("int version = ")),
+             2); // in the functions that register and unregister it
     QCOMPARE(list.count(QLatin1String("int version = 3;")), 2);
 }
 
