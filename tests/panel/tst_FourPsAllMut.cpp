@@ -141,7 +141,7 @@ private Q_SLOTS:
     void draggingAMarkerWritesItsField_data();
     void draggingAMarkerWritesItsField();
     void draggedEnergyUpdatesItsMutFields();
-    void draggedLineFollowsTheMouse();
+    void draggedMarkerLineFollowsTheMouse();
 
 private:
     DispABase* frame() const { return m_panel->Disps->frame(Displays::DMuts); }
@@ -164,8 +164,9 @@ private:
     std::unique_ptr<AMutE> m_fitted;
 };
 
-/// Sets the edge to 8350 eV, the ends of its window to -50 and 100 eV relative to the edge,
-/// and no normalisation. The marker lines of the energy rows are outside the plot.
+/// Sets the edge to 8350 eV, the end of the pre-edge part to -50 eV and the start of the
+/// post-edge part to 100 eV relative to the edge, and no normalisation. The marker lines of the
+/// energy rows are outside the plot.
 void tst_FourPsAllMut::init()
 {
     resetPanel(*m_panel);
@@ -515,8 +516,8 @@ void tst_FourPsAllMut::rangeIncludesAllSpectraWithPoints()
     setPoints(spectrum, "single", {{8400.0, 4.0}});
     spectrum.valid = valid;
     spectrum.switchedOn = on;
-    QVERIFY(
-        isAutomatic(-0.2, 4.2)); // the values are 0 to 4; 5 % of this span is added on each side
+    // The values are 0 to 4, and 5 % of this span is added on each side.
+    QVERIFY(isAutomatic(-0.2, 4.2));
 }
 
 void tst_FourPsAllMut::rangeIgnoresTheTargetAndTheFit()
@@ -558,8 +559,8 @@ void tst_FourPsAllMut::verticalLinesEndEarlyOnAHighWidget()
     QCOMPARE(place.bottom, 360);
     const int guide = place.pixel(8350.0, 0.0).x();
     const int energy = place.pixel(8380.2, 0.0).x();
-    // On purpose, the widget's width limits y of vertical lines: on this widget, 120 pixels
-    // wide and 400 high, they end at y = 120.
+    // On purpose, vertical lines are cut off at the y that equals the width of the widget. This
+    // widget is 120 pixels wide and 400 pixels high, so they end at y = 120.
     QVERIFY(isFilledWith(image, QRect(guide, 21, 1, 100), guideGreen));
     QVERIFY(isFilledWith(image, QRect(energy, 21, 1, 100), blue));
     const QRect below(13, 121, 100, 239);
@@ -578,8 +579,8 @@ void tst_FourPsAllMut::legendClickTogglesItsSpectrum()
     }
     spectra.append({&displayed("first", rising()), &displayed("second", rising())});
     paint();
-    for (int step = 0; step < 12;
-         ++step) { // clicks each line of the legend twice: off, then on again
+    // Clicks each of the six lines of the legend twice: off, then on again.
+    for (int step = 0; step < 12; ++step) {
         const int row = step / 2;
         click(firstRow + QPoint(0, row * rowStep));
         for (int i = 0; i < spectra.size(); ++i) {
@@ -738,7 +739,7 @@ void tst_FourPsAllMut::draggedEnergyUpdatesItsMutFields()
     release(surface(), QPointF(start + 20, 128));
 }
 
-void tst_FourPsAllMut::draggedLineFollowsTheMouse()
+void tst_FourPsAllMut::draggedMarkerLineFollowsTheMouse()
 {
     displayed("file", falling());
     useRows(*m_panel, {6});

@@ -319,8 +319,8 @@ void tst_FourPsComparison::fitShowsItsPointImmediately()
     QCOMPARE(m_panel->LCFvs4PS.size(), 1);
     QVERIFY(surface()->cc.drawn);
     PlainComparison wanted(evenSize, 2.0, 3.0);
-    wanted.points = {
-        {2.0 * 0.6 + 3.0 * 0.4, 2.805, black}}; // the fit is at pixel 38 + 330 * 0.6 / 1.4 = 179.4
+    // x is the valence of the fit, y the target valence that was set above.
+    wanted.points = {{2.0 * 0.6 + 3.0 * 0.4, 2.805, black}};
     QVERIFY(isSamePicture(paint(), wanted.picture()));
 }
 

@@ -93,7 +93,7 @@ private Q_SLOTS:
     void draggingALimitWritesItsOffset();
     void thirdAndFourthReferenceHaveNoMarkers_data();
     void thirdAndFourthReferenceHaveNoMarkers();
-    void pressAwayFromTheLinesDragsNothing();
+    void pressAwayFromTheMarkerLinesDragsNothing();
     void dragRecalculatesOncePerValidReference_data();
     void dragRecalculatesOncePerValidReference();
     void pressWithoutDragRecalculatesOnRelease();
@@ -123,7 +123,7 @@ private Q_SLOTS:
     void selectingADisplayFileRepaintsTheGraphs();
     void removingADisplayFileRepaintsTheGraphs();
 
-    void leavingTheEdgeFieldByTabMovesTheLine();
+    void leavingTheEdgeFieldByTabMovesTheMarkerLine();
     void energyShiftMovesTheCurveAndKeepsTheRange();
     void fileWithoutASpectrumClearsItsPlot();
 
@@ -147,9 +147,9 @@ void tst_FourPsGraphs::initTestCase()
     load(m_panel->ui.TargetFile, m_files.target);
 }
 
-/// Loads two references and the target, and sets the edge to 8350 eV and the ends of its
-/// window to -50 and 100 eV relative to the edge. Every calculation is refused, and every
-/// plot shows its full range.
+/// Loads two references and the target, and sets the edge to 8350 eV, the end of the
+/// pre-edge part to -50 eV and the start of the post-edge part to 100 eV relative to the
+/// edge. Every calculation is refused, and every plot shows its full range.
 void tst_FourPsGraphs::init()
 {
     resetRows();
@@ -350,12 +350,12 @@ void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoMarkers()
     QVERIFY(messages(*m_panel).isEmpty());
 }
 
-void tst_FourPsGraphs::pressAwayFromTheLinesDragsNothing()
+void tst_FourPsGraphs::pressAwayFromTheMarkerLinesDragsNothing()
 {
     DispABase* of = plot(Displays::DRef1);
     const PlotPlace place = plotAreaOf(of);
-    const int start =
-        columnNear(place, 8300.0) - 21; // farther from any line than the hit tolerance of 20 pixels
+    // One pixel farther from the nearest line than the hit tolerance of 20 pixels.
+    const int start = columnNear(place, 8300.0) - 21;
     press(of->DispA, QPointF(start, middle(of)));
     drag(of->DispA, QPointF(start + 25, middle(of)));
     release(of->DispA, QPointF(start + 25, middle(of)));
@@ -469,8 +469,8 @@ void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
     press(of->DispA, QPointF(columnNear(place, 8440.0), middle(of)));
     drag(of->DispA, QPointF(columnNear(place, 8350.0), middle(of)));
     const QList<QList<double>> wanted{{0.0, 0.0}, {1.0, 1.0}, {1.5, 0.5}};
-    constexpr double tolerance =
-        1e-3; // above the numerical error of the three-term fit, far below any real difference
+    // Above the numerical error of the three-term fit, and far below any real difference.
+    constexpr double tolerance = 1e-3;
     for (int row = 0; row < 3; ++row) {
         for (int reference = 0; reference < 2; ++reference) {
             QVERIFY(std::abs(cell(row, reference) - wanted.at(row).at(reference)) < tolerance);
@@ -549,8 +549,7 @@ void tst_FourPsGraphs::markersAreDraggedInThePoppedOutWindow()
     QVERIFY(QTest::qWaitForWindowExposed(of->pop));
     QTest::qWait(20);
     const PlotPlace place = plotAreaOf(of);
-    QVERIFY(place.right - place.left >
-            600); // the plot area is larger than it is in the graph window
+    QVERIFY(place.right - place.left > 600); // wider than in the graph window
     SurfacePaints paints(*m_panel->Disps);
     const int start = columnNear(place, 8350.0);
     press(of->DispA, QPointF(start, middle(of)));
@@ -709,7 +708,7 @@ void tst_FourPsGraphs::actionRepaintsTheGraphs_data()
         panel.calcMap();
         chooseWithoutSignals(panel.ui.TypeTMKisLS);
     });
-    add("a map is calculated by least square", {0, 1, 2, 3},
+    add("a map is calculated by least squares", {0, 1, 2, 3},
         [](FourPs& panel) { panel.calcMap(); });
     add("a map is calculated with a line as background", {0, 1, 2, 3, 4}, [](FourPs& panel) {
         chooseWithoutSignals(panel.ui.TypeNonEquiv);
@@ -811,7 +810,7 @@ void tst_FourPsGraphs::removingADisplayFileRepaintsTheGraphs()
     QVERIFY(m_panel->DispMuts.isEmpty());
 }
 
-void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheLine()
+void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheMarkerLine()
 {
     m_panel->show();
     m_panel->activateWindow();

@@ -206,10 +206,9 @@ void tst_FourPsHistograms::init()
 }
 
 /// Fills the eleven bins of each histogram. No two histograms are equal; the thickness
-/// histograms have their bins in reverse order. The highest counts are 40 for the main histogram
-/// and 50, 35, 60 and 20 for the references. The counts below and
-/// above the limits of the main histogram are larger than 40, but must not affect the range
-/// of the plot.
+/// histograms have their bins in reverse order. The highest counts are 40 for the main
+/// histogram and 50, 35, 60 and 20 for the references. The main histogram has more than 40
+/// values below and above its limits; they must not affect the range of the plot.
 void tst_FourPsHistograms::fillHistograms(const HistogramPlot& of)
 {
     const bool reversed = of.from->objectName() == QLatin1String("HgTFrom");

@@ -100,9 +100,9 @@ private Q_SLOTS:
     void selectingAQuantityRepaintsTheResultMap();
     void everyQuantityRadioIsConnected();
 
-    void gridBoxRepaintsBothWindows_data();
-    void gridBoxRepaintsBothWindows();
-    void gridBoxKeepsZoomAndLimits();
+    void gridCheckBoxRepaintsBothWindows_data();
+    void gridCheckBoxRepaintsBothWindows();
+    void gridCheckBoxKeepsZoomAndLimits();
     void updateMapsIgnoresItsArgument();
 
     void selectingARowRepaintsOnlyTheDataMap_data();
@@ -249,14 +249,14 @@ void tst_FourPsMapRepaints::everyQuantityRadioIsConnected()
     }
 }
 
-void tst_FourPsMapRepaints::gridBoxRepaintsBothWindows_data()
+void tst_FourPsMapRepaints::gridCheckBoxRepaintsBothWindows_data()
 {
     QTest::addColumn<bool>("out");
     QTest::newRow("docked") << false;
     QTest::newRow("popped out") << true;
 }
 
-void tst_FourPsMapRepaints::gridBoxRepaintsBothWindows()
+void tst_FourPsMapRepaints::gridCheckBoxRepaintsBothWindows()
 {
     QFETCH(bool, out);
     setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
@@ -274,7 +274,7 @@ void tst_FourPsMapRepaints::gridBoxRepaintsBothWindows()
     QCOMPARE(picture(data()), plainPicture(data(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
 }
 
-void tst_FourPsMapRepaints::gridBoxKeepsZoomAndLimits()
+void tst_FourPsMapRepaints::gridCheckBoxKeepsZoomAndLimits()
 {
     setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
     setMap(*m_panel, 0, {1.0, 2.0});
@@ -303,7 +303,7 @@ void tst_FourPsMapRepaints::updateMapsIgnoresItsArgument()
 
 void tst_FourPsMapRepaints::selectingARowRepaintsOnlyTheDataMap_data()
 {
-    gridBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothWindows_data();
 }
 
 void tst_FourPsMapRepaints::selectingARowRepaintsOnlyTheDataMap()
@@ -330,7 +330,7 @@ void tst_FourPsMapRepaints::everyRowRadioIsConnected()
 
 void tst_FourPsMapRepaints::nonEquivalentRunFitsViewAndLimits_data()
 {
-    gridBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothWindows_data();
 }
 
 void tst_FourPsMapRepaints::nonEquivalentRunFitsViewAndLimits()
@@ -392,7 +392,7 @@ void tst_FourPsMapRepaints::refusedRunKeepsTheResultMap()
 
 void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits_data()
 {
-    gridBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothWindows_data();
 }
 
 void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits()
@@ -442,7 +442,7 @@ void tst_FourPsMapRepaints::firstFourPointsRunFitsTheView()
 
 void tst_FourPsMapRepaints::resultOfAnotherSizeFitsTheViewAndKeepsTheLimits_data()
 {
-    gridBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothWindows_data();
 }
 
 void tst_FourPsMapRepaints::resultOfAnotherSizeFitsTheViewAndKeepsTheLimits()
@@ -545,7 +545,7 @@ void tst_FourPsMapRepaints::runsKeepTheDataMap()
 
 void tst_FourPsMapRepaints::settingLimitsInAPaintNeedsNoSecondPaint_data()
 {
-    gridBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothWindows_data();
 }
 
 // The limits that a paint sets are visible in the same paint, which requests no second paint.

@@ -456,8 +456,8 @@ void tst_FourPsReflexes::methodRadiosRecalculate()
     RunCounter counter(panel);
     panel.ui.NonEquivBGVic->click();
     QCOMPARE(counter.runs(), 1);
-    panel.ui.TypeNonEquiv
-        ->click(); // the non-equivalent method refuses the map with another message
+    // The non-equivalent method refuses the map with another message.
+    panel.ui.TypeNonEquiv->click();
     QCOMPARE(messages(panel).count("Ref File 0 is not valid."), 1);
 }
 

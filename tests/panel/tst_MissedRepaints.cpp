@@ -61,11 +61,11 @@ private Q_SLOTS:
     void everyPictureIsUpToDateAfterEveryAction_data();
     void everyPictureIsUpToDateAfterEveryAction();
 
-    void useOfARowWidensItsLineWithoutACalculation();
-    void fitBoxOfARowColorsItsLineWithoutACalculation();
-    void listOfEnergiesMovesTheLines();
-    void typedEnergyMovesItsLineImmediately();
-    void typedEdgeMovesItsLineImmediately();
+    void useOfARowWidensItsMarkerLineWithoutACalculation();
+    void fitCheckBoxOfARowColorsItsMarkerLineWithoutACalculation();
+    void listOfEnergiesMovesTheMarkerLines();
+    void typedEnergyMovesItsMarkerLineImmediately();
+    void typedEdgeMovesItsMarkerLineImmediately();
     void valenceChangesTheGridsAndTheMap();
     void useOfAReferenceChangesItsPlotsAndTheMap();
     void limitsOfTheValenceHistogramMoveItsGrid();
@@ -82,7 +82,7 @@ private Q_SLOTS:
     void fieldsUsedByNoPictureRepaintNothing_data();
     void fieldsUsedByNoPictureRepaintNothing();
     void repaintsStartNoCalculation();
-    void doubleClickOnTheBarDoesNotRepaintItsMap();
+    void doubleClickOnTheColourBarDoesNotRepaintItsMap();
 
 private:
     using Action = std::function<void()>;
@@ -196,20 +196,20 @@ QStringList tst_MissedRepaints::changedBy(const Action& action, QStringList* out
     return differences(before, after);
 }
 
-void tst_MissedRepaints::useOfARowWidensItsLineWithoutACalculation()
+void tst_MissedRepaints::useOfARowWidensItsMarkerLineWithoutACalculation()
 {
     prepareRefusedPanel();
     COMPARE_CHANGED_PICTURES([&] { row(1)->UseCB->click(); }, {"Muts"});
     COMPARE_CHANGED_PICTURES([&] { row(1)->UseCB->setChecked(true); }, {"Muts"});
 }
 
-void tst_MissedRepaints::fitBoxOfARowColorsItsLineWithoutACalculation()
+void tst_MissedRepaints::fitCheckBoxOfARowColorsItsMarkerLineWithoutACalculation()
 {
     prepareRefusedPanel();
     COMPARE_CHANGED_PICTURES([&] { row(1)->LCFCB->click(); }, {"Muts"});
 }
 
-void tst_MissedRepaints::listOfEnergiesMovesTheLines()
+void tst_MissedRepaints::listOfEnergiesMovesTheMarkerLines()
 {
     prepareRefusedPanel();
     const auto spread = [&] {
@@ -219,14 +219,14 @@ void tst_MissedRepaints::listOfEnergiesMovesTheLines()
     COMPARE_CHANGED_PICTURES(spread, {"Muts"});
 }
 
-void tst_MissedRepaints::typedEnergyMovesItsLineImmediately()
+void tst_MissedRepaints::typedEnergyMovesItsMarkerLineImmediately()
 {
     prepareRefusedPanel();
     row(0)->Energy->setText(QStringLiteral("834"));
     COMPARE_CHANGED_PICTURES([&] { QTest::keyClicks(row(0)->Energy, "5"); }, {"Muts"});
 }
 
-void tst_MissedRepaints::typedEdgeMovesItsLineImmediately()
+void tst_MissedRepaints::typedEdgeMovesItsMarkerLineImmediately()
 {
     prepareRefusedPanel();
     m_panel->ui.EdgeE->setText(QStringLiteral("834"));
@@ -408,7 +408,7 @@ void tst_MissedRepaints::repaintsStartNoCalculation()
 
 // On purpose, the double-click repaints only the colour bar. The map shows the changed
 // colours at its next paint.
-void tst_MissedRepaints::doubleClickOnTheBarDoesNotRepaintItsMap()
+void tst_MissedRepaints::doubleClickOnTheColourBarDoesNotRepaintItsMap()
 {
     prepareRefusedPanel();
     cBar* bar = m_panel->MapDisp->CBar;

@@ -163,8 +163,8 @@ void tst_ResultMapView::valueIsReadFromThePixel()
     QCOMPARE(m_loose->resultMap.Val->text(), QStringLiteral("14"));
     choose(m_loose->form.MapValence);
     m_view->showValueAt(3.9, 0.0);
-    QCOMPARE(m_loose->resultMap.Val->text(),
-             QStringLiteral("14")); // the valence, quantity 11, is 11 + 3 in pixel 3
+    // The valence is quantity 11, so it is 11 + 3 in pixel 3.
+    QCOMPARE(m_loose->resultMap.Val->text(), QStringLiteral("14"));
 }
 
 void tst_ResultMapView::valueOutsideTheMapIsZero()
@@ -246,8 +246,8 @@ void tst_ResultMapView::newResultOfAnotherSizeFitsTheView()
     QVERIFY(m_loose->resultMap.DispA->hasScale);
     QCOMPARE(m_loose->resultMap.DispA->cc.realX1, 8.0);
     QCOMPARE(m_loose->resultMap.DispA->cc.realY1, 3.0);
-    QCOMPARE(m_loose->resultMap.CBar->zmax,
-             16.0); // unchanged, because the user can have set the limits
+    // The limits do not change, because the user can have set them.
+    QCOMPARE(m_loose->resultMap.CBar->zmax, 16.0);
 }
 
 void tst_ResultMapView::showAndFitNewResultClearsTheRange()

@@ -33,7 +33,7 @@ struct Method {
 
 constexpr std::array<Method, 5> methods{{{"three points", 3, false, false, false},
                                          {"exact four points", 4, false, true, false},
-                                         {"least square", 6, false, false, false},
+                                         {"least squares", 6, false, false, false},
                                          {"linear", 6, true, false, true},
                                          {"Victoreen", 7, true, false, false}}};
 
@@ -399,8 +399,9 @@ void tst_StaleMaps::loadedFileChangesTheResult()
     panel.EPoints.at(2)->loadData(file("map.2dp", binaryMap(200, 20, 10)));
     const AEPoint& base = *panel.EPoints.at(2);
     QCOMPARE(base.rows.size(), width * height + 200);
-    QCOMPARE(data::pixelMut(base, 15, 2),
-             ofText); // index 2 * 20 + 15 = 55, as 4 * 13 + 3 in the text map
+    // Pixel (15, 2) of the binary map has the index 2 * 20 + 15 = 55, and pixel (3, 4) of the
+    // text map has the same index, 4 * 13 + 3.
+    QCOMPARE(data::pixelMut(base, 15, 2), ofText);
     const A2DData result = calculate(panel).map;
     QCOMPARE(result.rows.size(), 200);
 

@@ -91,9 +91,9 @@ private Q_SLOTS:
     void drawingAndClicksOfMapsAreConnected();
     void mapSelectionsAreConnected();
     void normalisationClearsTheRangeOfAllSpectra();
-    void movedLinesSetTheEdgeAndReleaseRecalculates();
+    void movedMarkerLinesSetTheEdgeAndReleaseRecalculates();
     void markerLinesBelongToTheirPlots();
-    void limitLinesAreRelativeToTheEdge();
+    void limitMarkerLinesAreRelativeToTheEdge();
 
 private:
     std::unique_ptr<UnconnectedWidgets> m_loose;
@@ -295,7 +295,7 @@ void tst_Wiring::normalisationClearsTheRangeOfAllSpectra()
     QVERIFY(m_panel->take().isEmpty());
 }
 
-void tst_Wiring::movedLinesSetTheEdgeAndReleaseRecalculates()
+void tst_Wiring::movedMarkerLinesSetTheEdgeAndReleaseRecalculates()
 {
     for (MarkLines* set : {m_marks.allSpectra, m_marks.singleSpectrum}) {
         Q_EMIT set->moving();
@@ -319,7 +319,7 @@ void tst_Wiring::markerLinesBelongToTheirPlots()
     QCOMPARE(m_marks.singleSpectrum->lines.size(), 3);
 }
 
-void tst_Wiring::limitLinesAreRelativeToTheEdge()
+void tst_Wiring::limitMarkerLinesAreRelativeToTheEdge()
 {
     m_loose->form.EdgeE->setText("8350");
     m_loose->form.PreEEndDE->setText("-50");

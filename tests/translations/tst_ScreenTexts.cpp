@@ -405,8 +405,8 @@ void tst_ScreenTexts::resultTextsAreTranslatable_data()
         prepareFourPoints(panel);
         panel.ui.TypeTMKisExact->setChecked(true);
     }) << "«a = 0.5, Valence = 2.5, t/ts = 1»";
-    QTest::newRow("least square") << Action(prepareFourPoints)
-                                  << "«4ps2: a = 0.5, Valence = 2.5, t/ts = 1»";
+    QTest::newRow("least squares")
+        << Action(prepareFourPoints) << "«4ps2: a = 0.5, Valence = 2.5, t/ts = 1»";
     QTest::newRow("non-equivalent method") << Action([](FourPs& panel) {
         prepareFourPoints(panel);
         chooseWithoutSignals(panel.ui.TypeNonEquiv);
