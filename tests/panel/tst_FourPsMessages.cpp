@@ -74,7 +74,7 @@ void tst_FourPsMessages::newMessageIsScrolledIntoView_data()
     QTest::newRow("recalculation") << true;
 }
 
-// The box scrolls to its end whatever its scroll position and selection were before.
+// The message box scrolls to its end. Its earlier scroll position and selection do not matter.
 void tst_FourPsMessages::newMessageIsScrolledIntoView()
 {
     QFETCH(bool, isRecalculation);

@@ -423,7 +423,7 @@ void tst_WindowLayout::panelOpensAtLeastAsWideAsItsDesign()
 }
 
 // On a screen of 1366 by 768 pixels, about 740 pixels of the height remain for a window and its
-// frame. The test allows 720.
+// frame. The test allows at most 720.
 void tst_WindowLayout::mainWindowFitsOnASmallScreen()
 {
     constexpr int windowFrameHeight = 25;
