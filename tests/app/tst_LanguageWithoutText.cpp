@@ -1,4 +1,4 @@
-// Language selection in a program without the Japanese text.
+// Tests of the language selection in a program to which the Japanese text is not linked.
 
 #include "app/Body.h"
 #include "app/Language.h"

@@ -1,4 +1,5 @@
-// Runs the program as a user starts it and inspects it with the plugin in inspector/.
+// Tests of the whole program: each test starts it as a user would, and inspects it with the
+// plugin in inspector/.
 
 #include "support/QmReader.h"
 #include "support/TestFiles.h"
@@ -20,7 +21,7 @@ namespace
 
 constexpr int timeoutMs = 60000;
 
-/// The result of one run of the program.
+/// The output of one run of the program.
 struct Run {
     QJsonArray snapshots;
     int status = -1; ///< -1 if the program did not end by itself
@@ -206,8 +207,8 @@ QString tst_Program::translated(const QString& context, const QString& source) c
     return m_translations.value({context, source}, source);
 }
 
-/// The expected Japanese text for the English @p source. The class that shows the text is
-/// not needed: all classes translate a source text in the same way, except form titles.
+/// The expected Japanese text for the English @p source. The class that shows the text need
+/// not be known: except for form titles, all classes translate a source text in the same way.
 QString tst_Program::expectedInJapanese(const QString& source) const
 {
     for (int n = 1; n <= 4; ++n) {

@@ -60,7 +60,7 @@ icon=$(sed -n 's/^Icon=//p' "$entry")
     exit 1
 }
 
-# The prefix can also be a path relative to the working directory.
+# An installation into a prefix that is relative to the working directory must also work.
 relative=$tree-relative
 rm -rf "$relative"
 (

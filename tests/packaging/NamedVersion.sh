@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # NamedVersion.sh PACKAGING VERSION: the newest release in the metainfo, the footers of the
-# man pages and a heading of the changelog all name VERSION, with the same date.
+# man pages, a heading of the changelog and CITATION.cff must all contain VERSION and the
+# same release date.
 set -euo pipefail
 packaging=$1 version=$2
 

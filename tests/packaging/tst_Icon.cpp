@@ -1,4 +1,4 @@
-// The icon is one SVG file that renders correctly at every size.
+// Tests that the icon is one SVG file and that Qt renders it correctly at every size.
 
 #include <QFile>
 #include <QImageReader>
@@ -79,8 +79,8 @@ void tst_Icon::rendersAtEverySize()
     QVERIFY2(!image.isNull(), qPrintable(reader.errorString()));
     QCOMPARE(image.size(), QSize(size, size));
 
-    // The icon's corners are round, hence transparent. The curve is white; the map's top
-    // left corner is blue and its bottom right corner red.
+    // The icon's corners are round, so the corner pixel is transparent. The curve in the icon
+    // is white. The map in the icon is blue at its top left and red at its bottom right.
     QVERIFY(image.pixelColor(0, 0).alpha() < 255);
     const auto at = [&](double x, double y) {
         return image.pixelColor(static_cast<int>(x * size), static_cast<int>(y * size));

@@ -36,8 +36,8 @@ private Q_SLOTS:
 private:
     void fillAllGraphs();
     void makeSpectrum(AMutE& spectrum);
-    /// Paints plot @p id, which has the range @p before. Returns its automatic range,
-    /// or @p before if the paint sets none.
+    /// Sets the range of plot @p id to @p before and paints the plot. Returns the automatic
+    /// range that the paint sets, or @p before if it sets none.
     display::Graph::Range rangeOf(Displays::DispId id, display::Graph::Range before = {});
 
     std::unique_ptr<UnconnectedWidgets> m_loose;
@@ -144,7 +144,7 @@ void tst_AnalysisGraphs::spectraRangeIsTheWindowAroundTheEdge()
     const display::Graph::Range range = rangeOf(Displays::DMuts);
     QCOMPARE(range.x0, 8300.0);
     QCOMPARE(range.x1, 8450.0);
-    QCOMPARE(range.y0, -0.1); // values 0 to 2, plus 5 % of the span on each side
+    QCOMPARE(range.y0, -0.1); // the values are 0 to 2; 5 % of this span is added on each side
     QCOMPARE(range.y1, 2.1);
 }
 
@@ -184,7 +184,7 @@ void tst_AnalysisGraphs::planeUsesTheColumnsOfTheFirstTwoUsedReferences()
     m_loose->point(0)->Mut2->setText("10");
     m_loose->point(0)->Mut3->setText("100");
     const display::Graph::Range range = rangeOf(Displays::DM2M3);
-    QCOMPARE(range.x1, 11.0); // 0 to 10, plus 10 % on each side
+    QCOMPARE(range.x1, 11.0); // the values are 0 to 10; 10 % of this span is added on each side
     QCOMPARE(range.y1, 110.0);
     m_loose->reference(2)->UseCB->setChecked(false);
     rangeOf(Displays::DM2M3);

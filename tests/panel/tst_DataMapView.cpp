@@ -80,7 +80,7 @@ void tst_DataMapView::firstPaintFitsViewAndLimits()
              window.CBar->color(5.0));
     load(0, absorbanceMap(3, 1, {30, 50, 40}));
     paint();
-    QCOMPARE(window.CBar->zmax, 5.0); // the limits are fitted only by a paint without a fixed range
+    QCOMPARE(window.CBar->zmax, 5.0); // a paint fits the limits only if no range is fixed
 }
 
 void tst_DataMapView::gridIsDrawnIfChecked()

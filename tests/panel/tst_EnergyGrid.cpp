@@ -12,9 +12,9 @@ class tst_EnergyGrid : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void headingsTakeTwoLines();
+    void headingsHaveTwoLines();
     void rowsAreBelowTheHeadings();
-    void pathFillsItsColumnAndTheRestIsCentred();
+    void pathFillsItsColumnAndOtherWidgetsAreCentred();
     void fieldsForAllRowsAreInTheMatchingColumns();
     void widgetsOfARowMoveIntoTheGridsParent();
 };
@@ -31,7 +31,7 @@ QString textAt(const QGridLayout& grid, int line, int column)
 
 } // namespace
 
-void tst_EnergyGrid::headingsTakeTwoLines()
+void tst_EnergyGrid::headingsHaveTwoLines()
 {
     QWidget frame;
     QGridLayout grid(&frame);
@@ -74,7 +74,7 @@ void tst_EnergyGrid::rowsAreBelowTheHeadings()
     }
 }
 
-void tst_EnergyGrid::pathFillsItsColumnAndTheRestIsCentred()
+void tst_EnergyGrid::pathFillsItsColumnAndOtherWidgetsAreCentred()
 {
     QWidget frame;
     QGridLayout grid(&frame);

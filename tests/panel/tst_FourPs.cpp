@@ -190,8 +190,8 @@ void tst_FourPs::fourPointsRadiosCannotBeChangedByTheUser()
 
 void tst_FourPs::constructionReplacesTheHistogramLimitsOfTheForm()
 {
-    // With valences 0 and 1 in use and no spectrum, the limits are -0.5 to 1.5 and -0.5 to
-    // 0.5.
+    // The references in use have the valences 0 and 1, and no reference has a spectrum. So
+    // the valence limits are -0.5 to 1.5, and the thickness limits are -0.5 to 0.5.
     const FourPs& panel = *m_fresh;
     QCOMPARE(panel.ui.HgAFrom->text(), "-0.5");
     QCOMPARE(panel.ui.HgATo->text(), "1.5");
@@ -202,7 +202,8 @@ void tst_FourPs::constructionReplacesTheHistogramLimitsOfTheForm()
 
 void tst_FourPs::constructorRunsTheCalculationsOnce()
 {
-    // The messages of one run of map, target and fit on an empty panel.
+    // The constructor calculates map, target and fit once; without spectra each calculation
+    // is refused with these messages.
     const FourPs& panel = *m_fresh;
     const QString few("Number of valied Ref Files is 0, which is less than 2.");
     QCOMPARE(messages(panel), (QStringList{few, "Ref File 0 is not valid.", few,
@@ -336,7 +337,8 @@ void tst_FourPs::columnsAreSelectedByIndex()
 {
     FourPs& panel = *m_panel;
     for (int i = 0; i < 13; ++i) {
-        QCOMPARE(panel.isColumnWanted(i), i >= 11); // as checked by default in the form
+        // The form initially checks only the check boxes of columns 11 and 12.
+        QCOMPARE(panel.isColumnWanted(i), i >= 11);
     }
     panel.ui.RecC1->toggle();
     QVERIFY(panel.isColumnWanted(9));
@@ -361,7 +363,7 @@ void tst_FourPs::valuesAreReadFromTheReferencesAndTheForm()
     makeReferenceValid(panel, 0, 3.0);
     makeReferenceValid(panel, 1, 2.0);
     QCOMPARE(panel.edgeJumpRatio(), 1.5);
-    QCOMPARE(panel.valenceMix(0.25), 0.75); // valences 0 and 1
+    QCOMPARE(panel.valenceMix(0.25), 0.75); // 0.25 * 0 + (1 - 0.25) * 1
     panel.ui.NByEJ->setChecked(true);
     QCOMPARE(panel.NormMode(), 3);
 }

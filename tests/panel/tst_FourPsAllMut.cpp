@@ -29,21 +29,23 @@ const QColor pink(255, 200, 255);  // fitted curve
 const QColor guideGreen(80, 255, 80);
 const QColor guideGrey(200, 200, 200);
 
-// At this size the plot area is columns 38 to 368 and rows 12 to 232: 330 by 220
-// pixels. So evenRange has 2.2 pixels per eV and 100 pixels per unit of absorption.
+// At this size the plot area is 330 by 220 pixels: x from 38 to 368, y from 12 to 232. So
+// evenRange has 330 / 150 = 2.2 pixels per eV and 220 / 2.2 = 100 pixels per unit of
+// absorption.
 const QSize evenSize(387, 257);
 const PlotRange evenRange{8300.0, -0.1, 8450.0, 2.1};
 
-// The legend at this size: rows are 11 pixels high with 9 pixels of text, and the first row
-// begins one pixel below the top of the plot area. The hit area of the first row is columns
-// 292 to 368 and rows 14 to 23, all four bounds excluded.
+// The legend at this size. A line of text is trunc(220 / 20) = 11 pixels high, and its text
+// is trunc(0.85 * 11) = 9 pixels high. The hit area of the first line ends 11 pixels below
+// the top of the plot area: 14 < y < 23. It is 2 * 38 pixels wide and ends at the right
+// edge of the plot area: 292 < x < 368.
 constexpr QPoint firstRow(320, 18);
 constexpr int rowStep = 11;
 
 /// The energy and the normalised value of each point, calculated independently of the
-/// program. @p kind selects the normalisation: 0 none, 1 subtraction of the pre-edge
-/// line, 3 the result of 1 divided by the edge jump, 4 the result of 1 divided by the
-/// difference of the two lines.
+/// program. @p kind selects the normalisation: 0 none; 1 subtracts the pre-edge line; 3 and
+/// 4 also divide by the edge jump (3) or by the difference between the post-edge line and
+/// the pre-edge line (4).
 QList<QPointF> normalisedPoints(const AMutE& spectrum, int kind)
 {
     const auto line = [](const data::VictoreenLine& v, double energyEv) {
@@ -63,8 +65,8 @@ QList<QPointF> normalisedPoints(const AMutE& spectrum, int kind)
     return points;
 }
 
-/// Makes @p spectrum valid, with these points, the constant background lines 0.25 and
-/// 2.25, and the edge at 8350 eV.
+/// Makes @p spectrum valid. It gets these points, the constant pre-edge line 0.25, the
+/// constant post-edge line 2.25, and the edge at 8350 eV.
 void setPoints(AMutE& spectrum, const QString& name, const QList<QPointF>& energyAndMut)
 {
     spectrum.valid = true;
@@ -112,11 +114,11 @@ private Q_SLOTS:
     void singlePointHasALegendRowButNoCurve();
     void validSpectrumWithoutPointsHasALegendRow();
     void displayedFilesHaveThinLinesAndTheNextColors();
-    void colorsRepeatAfterTheLast();
+    void colorsRepeatAfterTheLastColor();
     void percentSignsInNamesAreKept();
     void fittedCurveIsDrawnLastWithoutNormalisation();
 
-    // The automatic range
+    // Automatic range
     void rangeIncludesAllSpectraWithPoints_data();
     void rangeIncludesAllSpectraWithPoints();
     void rangeIgnoresTheTargetAndTheFit();
@@ -139,7 +141,7 @@ private Q_SLOTS:
     void draggingAMarkerWritesItsField_data();
     void draggingAMarkerWritesItsField();
     void draggedEnergyUpdatesItsMutFields();
-    void draggedLineFollowsTheMouse();
+    void draggedMarkerLineFollowsTheMouse();
 
 private:
     DispABase* frame() const { return m_panel->Disps->frame(Displays::DMuts); }
@@ -162,8 +164,9 @@ private:
     std::unique_ptr<AMutE> m_fitted;
 };
 
-/// Sets an edge at 8350 eV with the limits -50 and 100 and no normalisation. The lines of
-/// the energy rows are outside the plot.
+/// Sets the edge to 8350 eV, the end of the pre-edge part to -50 eV and the start of the
+/// post-edge part to 100 eV relative to the edge, and no normalisation. The marker lines of the
+/// energy rows are outside the plot.
 void tst_FourPsAllMut::init()
 {
     resetPanel(*m_panel);
@@ -324,7 +327,7 @@ void tst_FourPsAllMut::energyLineShowsWhetherItsRowIsUsedAndInTheFit_data()
     QTest::addColumn<bool>("inFit");
     QTest::addColumn<bool>("used");
     QTest::addColumn<QColor>("color");
-    QTest::addColumn<QList<int>>("columns"); // relative to the column of the line
+    QTest::addColumn<QList<int>>("columns"); // x of each pixel in this colour, relative to the line
     QTest::newRow("neither used nor in the fit") << false << false << blue << QList<int>{0};
     QTest::newRow("in the fit") << true << false << red << QList<int>{0};
     QTest::newRow("used") << false << true << blue << QList<int>{-1, 0, 1};
@@ -342,7 +345,7 @@ void tst_FourPsAllMut::energyLineShowsWhetherItsRowIsUsedAndInTheFit()
         AEPoint* point = m_panel->EPoints.at(row);
         chooseWithoutSignals(m_panel->EPoints.at(0)->ShowMapB);
         const QSignalBlocker quiet(point);
-        point->Energy->setText("8320.2"); // on column 82 = 38 + 44
+        point->Energy->setText("8320.2"); // at pixel 38 + 20.2 * 2.2 = 82.4
         point->LCFCB->setChecked(inFit);
         point->UseCB->setChecked(used);
         const QImage image = paint();
@@ -359,10 +362,11 @@ void tst_FourPsAllMut::laterEnergyLinesCoverEarlierOnes()
     setTwoReferences();
     useRows(*m_panel, {4, 5});
     for (const int row : {4, 5, 6}) {
-        m_panel->EPoints.at(row)->Energy->setText("8330.2"); // on column 104 = 38 + 66
+        m_panel->EPoints.at(row)->Energy->setText("8330.2"); // at pixel 38 + 30.2 * 2.2 = 104.4
         m_panel->EPoints.at(row)->LCFCB->setChecked(row == 5);
     }
-    // A wide blue line, a wide red line over it, and a narrow blue line on top of both.
+    // The lines overlap: row 4 is wide and blue, row 5 is wide and red, and row 6 is narrow and
+    // blue. Later rows are drawn over earlier ones.
     const QImage image = paint();
     QCOMPARE(image.pixelColor(103, 100), red);
     QCOMPARE(image.pixelColor(104, 100), blue);
@@ -377,7 +381,7 @@ void tst_FourPsAllMut::emptyEnergyIsDrawnAtZero()
     for (const AEPoint* row : std::as_const(m_panel->EPoints)) {
         row->Energy->setText("1e9");
     }
-    const QRect line(148, 13, 1, 219); // the column of 0 eV in a plot of -50 to 100 eV
+    const QRect line(148, 13, 1, 219); // x of 0 eV: 38 + 50 * 2.2 = 148
     QCOMPARE(countOf(paint(), line, blue), 0);
     m_panel->EPoints.at(6)->Energy->clear();
     QVERIFY(countOf(paint(), line, blue) > 200);
@@ -443,12 +447,13 @@ void tst_FourPsAllMut::displayedFilesHaveThinLinesAndTheNextColors()
     QVERIFY(isSamePicture(paint(), wanted.picture()));
 }
 
-void tst_FourPsAllMut::colorsRepeatAfterTheLast()
+void tst_FourPsAllMut::colorsRepeatAfterTheLastColor()
 {
     for (int i = 0; i < 43; ++i) {
         displayed("last", {}).valid = false;
     }
-    // Files 41 to 43 are spectra 45 to 47; there are 45 colours.
+    // Four references precede the displayed files, so displayed files 41 to 43 are spectra 45
+    // to 47. There are 45 colours, so spectrum 46 has the first colour again.
     for (const auto& [file, color] :
          {std::pair{40, QColor(240, 160, 0)}, std::pair{41, black}, std::pair{42, red}}) {
         AMutE& spectrum = *m_panel->DispMuts.at(file);
@@ -511,7 +516,8 @@ void tst_FourPsAllMut::rangeIncludesAllSpectraWithPoints()
     setPoints(spectrum, "single", {{8400.0, 4.0}});
     spectrum.valid = valid;
     spectrum.switchedOn = on;
-    QVERIFY(isAutomatic(-0.2, 4.2)); // 0 to 4, plus 5 % of the span on each side
+    // The values are 0 to 4, and 5 % of this span is added on each side.
+    QVERIFY(isAutomatic(-0.2, 4.2));
 }
 
 void tst_FourPsAllMut::rangeIgnoresTheTargetAndTheFit()
@@ -553,14 +559,14 @@ void tst_FourPsAllMut::verticalLinesEndEarlyOnAHighWidget()
     QCOMPARE(place.bottom, 360);
     const int guide = place.pixel(8350.0, 0.0).x();
     const int energy = place.pixel(8380.2, 0.0).x();
-    // On purpose, a vertical line ends at the row whose number is the widget's width:
-    // row 120.
+    // On purpose, vertical lines are cut off at the y that equals the width of the widget. This
+    // widget is 120 pixels wide and 400 pixels high, so they end at y = 120.
     QVERIFY(isFilledWith(image, QRect(guide, 21, 1, 100), guideGreen));
     QVERIFY(isFilledWith(image, QRect(energy, 21, 1, 100), blue));
     const QRect below(13, 121, 100, 239);
     QCOMPARE(countOf(image, below, guideGreen), 0);
     QCOMPARE(countOf(image, below, blue), 0);
-    // Horizontal guides are not cut off. Here the guide at 0.5 is checked.
+    // Horizontal guides are drawn at any y. The guide at the value 0.5 is an example.
     QVERIFY(countOf(image, QRect(13, place.pixel(0, 0.5).y(), 101, 1), guideGrey) > 90);
 }
 
@@ -573,7 +579,8 @@ void tst_FourPsAllMut::legendClickTogglesItsSpectrum()
     }
     spectra.append({&displayed("first", rising()), &displayed("second", rising())});
     paint();
-    for (int step = 0; step < 12; ++step) { // switches each row off and on again
+    // Clicks each of the six lines of the legend twice: off, then on again.
+    for (int step = 0; step < 12; ++step) {
         const int row = step / 2;
         click(firstRow + QPoint(0, row * rowStep));
         for (int i = 0; i < spectra.size(); ++i) {
@@ -593,7 +600,7 @@ void tst_FourPsAllMut::legendHasRowsOnlyForValidSpectra()
     QCOMPARE(on(), QList<bool>({true, false, true, true}));
     click(firstRow + QPoint(0, rowStep));
     QCOMPARE(on(), QList<bool>({true, false, false, true}));
-    click(firstRow + QPoint(0, 2 * rowStep)); // below the last row
+    click(firstRow + QPoint(0, 2 * rowStep)); // below the last line of the legend
     QCOMPARE(on(), QList<bool>({true, false, false, true}));
 }
 
@@ -732,7 +739,7 @@ void tst_FourPsAllMut::draggedEnergyUpdatesItsMutFields()
     release(surface(), QPointF(start + 20, 128));
 }
 
-void tst_FourPsAllMut::draggedLineFollowsTheMouse()
+void tst_FourPsAllMut::draggedMarkerLineFollowsTheMouse()
 {
     displayed("file", falling());
     useRows(*m_panel, {6});

@@ -24,15 +24,14 @@ const QColor blue(0, 0, 255);
 const QColor gridBlue(200, 200, 255);
 const QColor diagonalGreen(0, 200, 0);
 
-// At this size the plot area is columns 38 to 368 and rows 12 to 232: 330 by 220
-// pixels.
+// At this size the plot area is 330 by 220 pixels: x from 38 to 368, y from 12 to 232.
 const QSize evenSize(387, 257);
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
-/// A point like those that the fit adds. The shares of the references are not drawn, so
-/// they are arbitrary.
+/// A point of the comparison, as the fit would add it. The fractions in it are arbitrary,
+/// because the plot does not show them.
 LCFPoint pointAt(double fit, double target, int color = 0)
 {
     return {0.125, target, 0.875, fit, color};
@@ -132,8 +131,8 @@ void tst_FourPsComparison::fitIsOnXAndTargetOnY()
 {
     m_panel->LCFvs4PS = {pointAt(2.1, 2.905)};
     const QImage image = paint();
-    // Both axes span 1.8 to 3.2, so the centre is 0.3/1.4 of 330 columns from the left
-    // and 1.105/1.4 of 220 rows from the bottom.
+    // Both axes are from 1.8 to 3.2, a span of 1.4. So the point is 330 * 0.3 / 1.4 = 70
+    // pixels right of the left edge and 220 * 1.105 / 1.4 = 174 pixels above the bottom edge.
     const QPoint centre(38 + 70, 232 - 174);
     QVERIFY(countOf(image, QRect(centre - QPoint(2, 2), QSize(5, 5)), red) >= 8);
     QCOMPARE(countOf(image, image.rect(), red),
@@ -185,7 +184,8 @@ void tst_FourPsComparison::pointsOutsideThePlotAreNotDrawn()
     const PlainComparison wanted = plain();
     m_panel->LCFvs4PS.prepend(pointAt(fit, target, 2));
     QVERIFY(isSamePicture(paint(), wanted.picture()));
-    // If the newest point is not drawn, no point has a red circle.
+    // Only the newest point gets a red circle. If the newest point is outside the plot, no red
+    // circle is drawn.
     m_panel->LCFvs4PS.append(pointAt(fit, target, 2));
     const QImage image = paint();
     QCOMPARE(countOf(image, image.rect(), red), 0);
@@ -206,7 +206,7 @@ void tst_FourPsComparison::extremeValencesAreSafe_data()
     addTexts("falling", {"1e300", "-1e300"});
 }
 
-// The paint must return, and it must draw nothing over the margins.
+// The paint must end in finite time, and it must draw nothing over the margins.
 void tst_FourPsComparison::extremeValencesAreSafe()
 {
     QFETCH(QString, first);
@@ -249,7 +249,7 @@ void tst_FourPsComparison::firstPointAfterClearingFitsTheRange()
 
 void tst_FourPsComparison::clickGivesLaterPointsTheNextColor()
 {
-    const auto run = [this](double fit) { // adds a point like a run of the fit
+    const auto run = [this](double fit) { // adds a point, as a run of the fit would
         m_panel->LCFvs4PS.append(pointAt(fit, 2.35, m_panel->LCFColor));
     };
     run(2.05);
@@ -319,7 +319,8 @@ void tst_FourPsComparison::fitShowsItsPointImmediately()
     QCOMPARE(m_panel->LCFvs4PS.size(), 1);
     QVERIFY(surface()->cc.drawn);
     PlainComparison wanted(evenSize, 2.0, 3.0);
-    wanted.points = {{2.0 * 0.6 + 3.0 * 0.4, 2.805, black}}; // 179.4 pixels right of the y axis
+    // x is the valence of the fit, y the target valence that was set above.
+    wanted.points = {{2.0 * 0.6 + 3.0 * 0.4, 2.805, black}};
     QVERIFY(isSamePicture(paint(), wanted.picture()));
 }
 

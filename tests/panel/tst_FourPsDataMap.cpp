@@ -34,8 +34,8 @@ void setCounts(FourPs& panel, int row, int width, int height, const QList<Counts
     point->loaded = true;
 }
 
-/// Sets the map of an energy row from values of mut, which are stored as intensities
-/// with I0 = 0, because for I0 = 0 the intensity itself is mut.
+/// Sets the map of an energy row from values of mut. By convention, a pixel with I0 = 0
+/// stores mut in place of the intensity.
 void setMuts(FourPs& panel, int row, int width, int height, const QList<double>& muts)
 {
     QList<Counts> pixels;
@@ -45,7 +45,8 @@ void setMuts(FourPs& panel, int row, int width, int height, const QList<double>&
     setCounts(panel, row, width, height, pixels);
 }
 
-/// A map file of @p width columns with the given values of mut.
+/// The text of a map file of @p width by @p height pixels. Each pixel has I0 = 0, so its
+/// intensity is one of @p muts.
 QByteArray mapText(int width, int height, const QList<double>& muts)
 {
     QByteArray text = "# map\n# X-NUM " + QByteArray::number(width) + "\n# Y-NUM " +
@@ -138,7 +139,7 @@ void tst_FourPsDataMap::missingPixelIsShownAsMinusOne()
 
 void tst_FourPsDataMap::nanPixelHasTheFirstColour()
 {
-    // The logarithm of a negative ratio is NaN.
+    // The second pixel is NaN because ln(I0 / I) of a negative intensity I is NaN.
     setCounts(*m_panel, 0, 4, 1, {{1.0, 0.0}, {-1.0, 2.0}, {notANumber, 0.0}, {2.0, 0.0}});
     const QList<double> values{1.0, notANumber, notANumber, 2.0};
     const QImage image = picture(window());

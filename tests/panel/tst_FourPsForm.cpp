@@ -24,7 +24,7 @@ struct Control {
     const char* layout;
     int row;
     int column;
-    int columns;      ///< column span
+    int columns;      ///< number of columns that the control spans
     const char* text; ///< null if the control has no text
 };
 
@@ -143,7 +143,7 @@ constexpr Control controls[] = {
     {"FullRangeCB", "QCheckBox", "gridLayout_23", 0, 6, 1, "Full Range"},
     {"label_3", "QLabel", "gridLayout_16", 0, 0, 1, "Target"},
     {"label", "QLabel", "gridLayout_12", 2, 1, 1, "Amount dMut"},
-    // The program's own row widgets, and the containers that are in a grid.
+    // Row widgets of the program, and containers that are placed in a grid.
     {"TargetFile", "AXafsFileSelect", "gridLayout_16", 0, 1, 1, nullptr},
     {"DispFSelect", "AFileSelect", "gridLayout_14", 0, 1, 1, nullptr},
     {"SaveFSelect", "AFileSelect", "gridLayout_8", 0, 1, 1, nullptr},
@@ -256,8 +256,8 @@ QStringList checkedOf(const Form& form, const QStringList& names)
     return checked;
 }
 
-/// Whether @p w is smaller than its text needs. A fixed maximum width has priority over the
-/// text.
+/// Whether @p w is smaller than its text requires. The required width is at most the maximum
+/// width of the widget.
 bool isCutOff(const QWidget* w)
 {
     const int wanted = std::min(w->sizeHint().width(), w->maximumWidth());

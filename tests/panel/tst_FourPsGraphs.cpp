@@ -23,7 +23,8 @@ using namespace tests;
 namespace
 {
 
-// The range of a plot of spectrumText(): 850 eV plus 5 % on each side.
+// The range of a plot of spectrumText(), which is from 8000 to 8850 eV. On each side, 5 % of
+// the span of 850 eV is added: 42.5 eV.
 constexpr double lowestEv = 7957.5;
 constexpr double highestEv = 8892.5;
 
@@ -40,7 +41,7 @@ void load(AXafsFileSelect* row, const QString& path)
     static_cast<AFileSelect*>(row)->newFile(path);
 }
 
-/// The plot area of @p plot with its energy axis; it converts energies to columns.
+/// The plot area of @p plot. Its energy axis is from @p from to @p to (eV).
 PlotPlace plotAreaOf(const DispABase* plot, double from = lowestEv, double to = highestEv)
 {
     return {plot->DispA->size(), {from, 0.0, to, 1.0}};
@@ -51,12 +52,11 @@ int columnNear(const PlotPlace& place, double energyEv)
     return static_cast<int>(std::lround(place.columnOf(energyEv)));
 }
 
-/// Whether the plot shows its edge line at @p energyEv and in no other column.
+/// Whether the plot shows its edge line at @p energyEv and nowhere else.
 bool showsEdgeAt(DispABase* plot, double energyEv, double from = lowestEv, double to = highestEv)
 {
     const QImage image = plot->DispA->grab().toImage();
-    const int row =
-        plot->DispA->height() / 4; // a row below the text and above the lower end of the edge line
+    const int row = plot->DispA->height() / 4; // a pixel row that crosses the edge line but no text
     QList<int> columns;
     for (int x = 0; x < image.width(); ++x) {
         if (image.pixelColor(x, row) == QColor(255, 0, 0)) {
@@ -70,8 +70,8 @@ bool showsEdgeAt(DispABase* plot, double energyEv, double from = lowestEv, doubl
     return columns == wanted;
 }
 
-/// Lines in the message box after one recalculation whose map and target calculation are
-/// refused: one line for each of them and one for the fit.
+/// Lines that one recalculation adds to the message box if its map and its target are
+/// refused: one for the map, one for the target and one for the fit.
 constexpr int linesPerRecalculation = 3;
 
 } // namespace
@@ -93,7 +93,7 @@ private Q_SLOTS:
     void draggingALimitWritesItsOffset();
     void thirdAndFourthReferenceHaveNoMarkers_data();
     void thirdAndFourthReferenceHaveNoMarkers();
-    void pressAwayFromTheLinesDragsNothing();
+    void pressAwayFromTheMarkerLinesDragsNothing();
     void dragRecalculatesOncePerValidReference_data();
     void dragRecalculatesOncePerValidReference();
     void pressWithoutDragRecalculatesOnRelease();
@@ -123,7 +123,7 @@ private Q_SLOTS:
     void selectingADisplayFileRepaintsTheGraphs();
     void removingADisplayFileRepaintsTheGraphs();
 
-    void leavingTheEdgeFieldByTabMovesTheLine();
+    void leavingTheEdgeFieldByTabMovesTheMarkerLine();
     void energyShiftMovesTheCurveAndKeepsTheRange();
     void fileWithoutASpectrumClearsItsPlot();
 
@@ -132,7 +132,7 @@ private:
     void resetRows();
     void resetSpectra();
     void makeValid(int references);
-    void refuseMapAndTarget();
+    void selectFitRange();
     void prepareMaps(const QList<int>& rows);
     int middle(const DispABase* of) const { return of->DispA->height() / 2; }
 
@@ -147,8 +147,9 @@ void tst_FourPsGraphs::initTestCase()
     load(m_panel->ui.TargetFile, m_files.target);
 }
 
-/// Loads two references and the target and sets the edge to 8350 eV with the limits -50
-/// and 100. Every calculation is refused, and every plot shows its full range.
+/// Loads two references and the target, and sets the edge to 8350 eV, the end of the
+/// pre-edge part to -50 eV and the start of the post-edge part to 100 eV relative to the
+/// edge. Every calculation is refused, and every plot shows its full range.
 void tst_FourPsGraphs::init()
 {
     resetRows();
@@ -205,9 +206,10 @@ void tst_FourPsGraphs::makeValid(int references)
     }
 }
 
-/// Makes every recalculation refuse the map and the target, so that it writes three
-/// lines. If the fit is possible, a recalculation also adds a point to the comparison.
-void tst_FourPsGraphs::refuseMapAndTarget()
+/// Selects an energy range for the fit. Every recalculation still refuses the map and the
+/// target, so it writes linesPerRecalculation lines. If two references are valid, the fit
+/// also adds a point to the comparison.
+void tst_FourPsGraphs::selectFitRange()
 {
     m_panel->EPoints.at(1)->LCFCB->setChecked(true);
     m_panel->EPoints.at(5)->LCFCB->setChecked(true);
@@ -230,7 +232,8 @@ void tst_FourPsGraphs::spectrumRowsDrawIntoTheirPlots()
         QCOMPARE(row->frame, plot(static_cast<Displays::DispId>(i)));
         QVERIFY(row->dEBase->isVisibleTo(row));
     }
-    // Each plot draws its own spectrum: the maxima are 1.5, 1.25 and 2.5, plus 5 %.
+    // Each plot draws its own spectrum. The maxima are 1.5, 1.25 and 2.5 and the minima are 0,
+    // so 5 % of the maximum is added at the top.
     QCOMPARE(plot(Displays::DRef1)->DispA->cc.realY1, 1.575);
     QCOMPARE(plot(Displays::DRef2)->DispA->cc.realY1, 1.3125);
     QCOMPARE(plot(Displays::DTarget)->DispA->cc.realY1, 2.625);
@@ -248,7 +251,7 @@ void tst_FourPsGraphs::closingTheGraphWindowHidesIt()
     QVERIFY(!m_panel->Disps->isVisible());
     m_panel->ui.ShowDAB->click();
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
-    // The zoom is kept.
+    // The plot still has the zoomed range.
     QVERIFY(showsEdgeAt(plot(Displays::DRef1), 8350.0, 8200.0, 8400.0));
 }
 
@@ -347,11 +350,12 @@ void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoMarkers()
     QVERIFY(messages(*m_panel).isEmpty());
 }
 
-void tst_FourPsGraphs::pressAwayFromTheLinesDragsNothing()
+void tst_FourPsGraphs::pressAwayFromTheMarkerLinesDragsNothing()
 {
     DispABase* of = plot(Displays::DRef1);
     const PlotPlace place = plotAreaOf(of);
-    const int start = columnNear(place, 8300.0) - 21; // more than 20 pixels from any line
+    // One pixel farther from the nearest line than the hit tolerance of 20 pixels.
+    const int start = columnNear(place, 8300.0) - 21;
     press(of->DispA, QPointF(start, middle(of)));
     drag(of->DispA, QPointF(start + 25, middle(of)));
     release(of->DispA, QPointF(start + 25, middle(of)));
@@ -364,7 +368,7 @@ void tst_FourPsGraphs::dragRecalculatesOncePerValidReference_data()
 {
     QTest::addColumn<int>("valid");
     QTest::addColumn<int>("perMove");    // recalculations per mouse move
-    QTest::addColumn<int>("perRelease"); // drag step, new edge, and a final recalculation
+    QTest::addColumn<int>("perRelease"); // as for a move, plus as many for the new edge, plus 1
     QTest::newRow("no reference") << 0 << 0 << 1;
     QTest::newRow("one reference") << 1 << 1 << 3;
     QTest::newRow("two references") << 2 << 2 << 5;
@@ -376,7 +380,7 @@ void tst_FourPsGraphs::dragRecalculatesOncePerValidReference()
     QFETCH(int, valid);
     QFETCH(int, perMove);
     QFETCH(int, perRelease);
-    refuseMapAndTarget();
+    selectFitRange();
     makeValid(valid);
     DispABase* of = plot(Displays::DTarget);
     const int start = columnNear(plotAreaOf(of), 8350.0);
@@ -397,21 +401,22 @@ void tst_FourPsGraphs::dragRecalculatesOncePerValidReference()
 
 void tst_FourPsGraphs::pressWithoutDragRecalculatesOnRelease()
 {
-    refuseMapAndTarget();
+    selectFitRange();
     DispABase* of = plot(Displays::DRef2);
     const PlotPlace place = plotAreaOf(of);
     const int start = columnNear(place, 8350.0) + 2;
     press(of->DispA, QPointF(start, middle(of)));
     QVERIFY(m_panel->LCFvs4PS.isEmpty());
     release(of->DispA, QPointF(start, middle(of)));
-    // The line jumps to the mouse position on release.
+    // The release moves the line to the mouse position and recalculates 2 + 2 + 1 times: two
+    // references are valid.
     QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(place.valueAt(start)));
     QCOMPARE(m_panel->LCFvs4PS.size(), 5);
 }
 
 void tst_FourPsGraphs::releasedMarkerSetsTheEdgeBeforeRecalculating()
 {
-    refuseMapAndTarget();
+    selectFitRange();
     m_panel->lcf();
     const double before = m_panel->LCFvs4PS.last().lcfValence;
     for (const auto id : {Displays::DMuts, Displays::DRef1}) {
@@ -430,7 +435,7 @@ void tst_FourPsGraphs::releasedMarkerSetsTheEdgeBeforeRecalculating()
 
 void tst_FourPsGraphs::movingMarkerSetsTheEdgeBeforeRecalculating()
 {
-    refuseMapAndTarget();
+    selectFitRange();
     m_panel->lcf();
     const double before = m_panel->LCFvs4PS.takeLast().lcfValence;
     m_panel->ui.EdgeE->setText("8440");
@@ -442,8 +447,9 @@ void tst_FourPsGraphs::movingMarkerSetsTheEdgeBeforeRecalculating()
 void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
 {
     // With the edge at 8440 eV the pre-edge range includes a part of the rise, so the
-    // pre-edge line is wrong. With the edge at 8350 eV the pre-edge line is 0, and the
-    // columns show the values of the spectra: 0, 1, 1.5 and 0, 1, 0.5.
+    // pre-edge line is wrong. With the edge at 8350 eV the pre-edge line is 0, so the mut
+    // columns show the values of the spectra: 0, 1, 1.5 for the first reference and 0, 1, 0.5
+    // for the second.
     FourPs& panel = *m_panel;
     panel.EPoints.at(2)->VPointCB->setChecked(true);
     panel.Refs.RefRows.at(0)->Valence->setText("2");
@@ -453,8 +459,8 @@ void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
         return panel.EPoints.at(row)->mutEdits.at(reference)->text().toDouble();
     };
     QVERIFY(std::abs(cell(1, 0) - 1.0) > 0.05);
-    // The target has a base value of 1 and a thickness of 4: its values are 1 + 4 * 0,
-    // 1 + 4 * 1 and, at the V row, 1 + 4 * (a * 1.5 + (1 - a) * 0.5) with a = 1/2.
+    // The target is 1 + 4 * (a * first + (1 - a) * second) with the thickness 4 and the
+    // fraction a = 1/2: 1 + 4 * 0 = 1, 1 + 4 * 1 = 5 and 1 + 4 * (0.75 + 0.25) = 5.
     panel.EPoints.at(0)->MutT->setText("1");
     panel.EPoints.at(1)->MutT->setText("5");
     panel.EPoints.at(2)->MutT->setText("5");
@@ -463,7 +469,8 @@ void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
     press(of->DispA, QPointF(columnNear(place, 8440.0), middle(of)));
     drag(of->DispA, QPointF(columnNear(place, 8350.0), middle(of)));
     const QList<QList<double>> wanted{{0.0, 0.0}, {1.0, 1.0}, {1.5, 0.5}};
-    constexpr double tolerance = 1e-3; // fitting three terms to constant values is not exact
+    // Above the numerical error of the three-term fit, and far below any real difference.
+    constexpr double tolerance = 1e-3;
     for (int row = 0; row < 3; ++row) {
         for (int reference = 0; reference < 2; ++reference) {
             QVERIFY(std::abs(cell(row, reference) - wanted.at(row).at(reference)) < tolerance);
@@ -474,7 +481,7 @@ void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
     QVERIFY(found.hasMatch());
     QVERIFY(std::abs(found.captured(1).toDouble() - 0.5) < tolerance);
     QVERIFY(std::abs(found.captured(2).toDouble() - 2.5) < tolerance);
-    // The target's column is not overwritten.
+    // The drag does not overwrite the target's column.
     QCOMPARE(panel.EPoints.at(1)->MutT->text(), QStringLiteral("5"));
     release(of->DispA, QPointF(columnNear(place, 8350.0), middle(of)));
     QVERIFY(std::abs(cell(2, 0) - 1.5) < tolerance);
@@ -513,7 +520,7 @@ void tst_FourPsGraphs::wheelZoomsOnlyItsPlot()
     QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
     QVERIFY(near(of->DispA->cc.realX1, centre + (highestEv - centre) / 1.1));
     QCOMPARE(plot(Displays::DRef2)->DispA->cc.realX0, lowestEv);
-    // A recalculation of the plots keeps the zoom.
+    // A new edge recalculates and repaints the plots, but the zoomed range remains.
     enter(m_panel->ui.EdgeE, "8360");
     QTest::qWait(30);
     QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
@@ -542,7 +549,7 @@ void tst_FourPsGraphs::markersAreDraggedInThePoppedOutWindow()
     QVERIFY(QTest::qWaitForWindowExposed(of->pop));
     QTest::qWait(20);
     const PlotPlace place = plotAreaOf(of);
-    QVERIFY(place.right - place.left > 600); // 800 minus the margins
+    QVERIFY(place.right - place.left > 600); // wider than in the graph window
     SurfacePaints paints(*m_panel->Disps);
     const int start = columnNear(place, 8350.0);
     press(of->DispA, QPointF(start, middle(of)));
@@ -701,7 +708,7 @@ void tst_FourPsGraphs::actionRepaintsTheGraphs_data()
         panel.calcMap();
         chooseWithoutSignals(panel.ui.TypeTMKisLS);
     });
-    add("a map is calculated by least square", {0, 1, 2, 3},
+    add("a map is calculated by least squares", {0, 1, 2, 3},
         [](FourPs& panel) { panel.calcMap(); });
     add("a map is calculated with a line as background", {0, 1, 2, 3, 4}, [](FourPs& panel) {
         chooseWithoutSignals(panel.ui.TypeNonEquiv);
@@ -803,7 +810,7 @@ void tst_FourPsGraphs::removingADisplayFileRepaintsTheGraphs()
     QVERIFY(m_panel->DispMuts.isEmpty());
 }
 
-void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheLine()
+void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheMarkerLine()
 {
     m_panel->show();
     m_panel->activateWindow();
@@ -826,11 +833,11 @@ void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheLine()
 
 void tst_FourPsGraphs::energyShiftMovesTheCurveAndKeepsTheRange()
 {
-    refuseMapAndTarget();
+    selectFitRange();
     DispABase* of = plot(Displays::DRef1);
     const QImage before = of->DispA->grab().toImage();
     enter(m_panel->XafsFiles.at(0)->Ui_AFileSelect::dE, "40");
-    QCOMPARE(m_panel->LCFvs4PS.size(), 1); // one recalculation
+    QCOMPARE(m_panel->LCFvs4PS.size(), 1); // each recalculation adds one point
     QTest::qWait(30);
     QCOMPARE(of->DispA->cc.realX0, lowestEv);
     QCOMPARE(of->DispA->cc.realX1, highestEv);

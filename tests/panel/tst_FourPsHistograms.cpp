@@ -21,7 +21,7 @@ namespace
 const QList<QColor> rowColors{{0, 0, 0}, {255, 0, 0}, {0, 0, 255}, {120, 220, 120}};
 const QColor mainColor(160, 160, 160);
 
-/// One of the two plots with the histograms and the widgets that belong to it.
+/// The plot of valences or the plot of thicknesses, with its histograms and input widgets.
 struct HistogramPlot {
     DispABase* plot;
     HistogramCounts* main;
@@ -73,7 +73,8 @@ void checkBoxes(const HistogramPlot& histograms, bool main, const QList<int>& bo
     }
 }
 
-/// Selects the references @p used. Only those listed in @p valid have a valid spectrum.
+/// Checks "Use" of the references @p used. Only the references @p valid have a valid
+/// spectrum.
 void setReferences(FourPs& panel, const QList<int>& used, const QList<int>& valid)
 {
     useReferences(panel, used);
@@ -88,7 +89,8 @@ QImage pictureOf(const HistogramPlot& histograms)
     return histograms.plot->DispA->grab().toImage();
 }
 
-/// The plot area with the automatic range for the count @p highest.
+/// The plot area of @p histograms with its automatic range: x between the limit fields, y
+/// from -0.1 to 1.1 times @p highest, the highest count.
 PlotPlace automaticPlot(const HistogramPlot& histograms, int highest)
 {
     return {histograms.plot->DispA->size(),
@@ -96,11 +98,10 @@ PlotPlace automaticPlot(const HistogramPlot& histograms, int highest)
              1.1 * highest}};
 }
 
-/// A visible histogram of a reference: its index among the references in use, and its
-/// row.
+/// A visible histogram of a reference.
 struct Shown {
-    int k;
-    int row;
+    int k;   ///< index among the references in use, which selects the histogram
+    int row; ///< row of the reference, which selects the colour
 };
 
 PlainHistograms plainHistograms(const HistogramPlot& histograms, bool main,
@@ -128,7 +129,8 @@ int highestCount(const PlainHistograms& plain)
     return highest;
 }
 
-/// Whether the plot shows exactly these histograms, with its automatic range.
+/// Whether the plot has its automatic range and shows exactly the histograms @p shown, and
+/// the main histogram if @p main.
 bool showsOnly(const HistogramPlot& histograms, bool main, const QList<Shown>& shown)
 {
     const PlainHistograms plain = plainHistograms(histograms, main, shown);
@@ -155,8 +157,8 @@ private Q_SLOTS:
     void initTestCase();
     void init();
 
-    void boxesSelectTheHistograms_data();
-    void boxesSelectTheHistograms();
+    void checkBoxesSelectTheHistograms_data();
+    void checkBoxesSelectTheHistograms();
 
     void xLimitsAreTheFieldValues_data();
     void xLimitsAreTheFieldValues();
@@ -164,11 +166,11 @@ private Q_SLOTS:
     void highestCountZeroShowsOnlyTheTitles();
 
     void reversedLimitsMirrorThePlot();
-    void oneBinIsPaintedWithoutBars();
+    void histogramWithOneBinHasNoBars();
 
     void calculatedMapIsShownImmediately();
 
-    void boxOfAnUnusedRowIsIgnored();
+    void checkBoxOfAnUnusedRowIsIgnored();
     void currentRatioHistogramDoesNotChangeThePlot();
 
 private:
@@ -185,8 +187,8 @@ void tst_FourPsHistograms::initTestCase()
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
 }
 
-/// Selects four valid references, unchecks all boxes, and counts all histograms between
-/// the limits 1 and 4. The plots have no fixed range.
+/// Selects four valid references, unchecks the check boxes of all histograms, and sets the
+/// limits of all histograms to 1 and 4. The plots have no fixed range.
 void tst_FourPsHistograms::init()
 {
     resetPanel(*m_panel);
@@ -203,10 +205,10 @@ void tst_FourPsHistograms::init()
     QTest::qWait(10);
 }
 
-/// Fills eleven bins per histogram, all with different counts; the thickness histograms
-/// have the counts in reverse order. The highest counts are 40 for the main histogram
-/// and 50, 35, 60 and 20 for the references. The counts outside the limits are larger
-/// than 40, but must not affect the range.
+/// Fills the eleven bins of each histogram. No two histograms are equal; the thickness
+/// histograms have their bins in reverse order. The highest counts are 40 for the main
+/// histogram and 50, 35, 60 and 20 for the references. The main histogram has more than 40
+/// values below and above its limits; they must not affect the range of the plot.
 void tst_FourPsHistograms::fillHistograms(const HistogramPlot& of)
 {
     const bool reversed = of.from->objectName() == QLatin1String("HgTFrom");
@@ -228,7 +230,7 @@ void tst_FourPsHistograms::fillHistograms(const HistogramPlot& of)
     }
 }
 
-void tst_FourPsHistograms::boxesSelectTheHistograms_data()
+void tst_FourPsHistograms::checkBoxesSelectTheHistograms_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<QList<int>>("used");
@@ -252,7 +254,7 @@ void tst_FourPsHistograms::boxesSelectTheHistograms_data()
     add("three references", {0, 1, 2}, all, true, {0, 1, 2}, {{0, 0}, {1, 1}, {2, 2}});
     add("four references", all, all, true, all, {{0, 0}, {1, 1}, {2, 2}, {3, 3}});
     add("only four references", all, all, false, all, {{0, 0}, {1, 1}, {2, 2}, {3, 3}});
-    add("the first and the last", all, all, true, {0, 3}, {{0, 0}, {3, 3}});
+    add("the first and the last reference", all, all, true, {0, 3}, {{0, 0}, {3, 3}});
     add("unused row between used ones", {0, 2}, all, true, all, {{0, 0}, {1, 2}});
     add("unused rows before used ones", {2, 3}, all, false, all, {{0, 2}, {1, 3}});
     add("two unused rows between used ones", {0, 3}, all, true, all, {{0, 0}, {1, 3}});
@@ -262,12 +264,12 @@ void tst_FourPsHistograms::boxesSelectTheHistograms_data()
         {{0, 0}, {2, 3}});
     add("all invalid", all, {}, true, all, {});
     add("no reference used", {}, all, true, all, {});
-    add("box of the row, not of the index in use", {1, 3}, all, true, {3}, {{1, 3}});
-    add("box of a row not in use", {1, 3}, all, true, {0, 2}, {});
-    add("box of the second row, first in use", {1, 3}, all, true, {1}, {{0, 1}});
+    add("check box of the row, not of the index in use", {1, 3}, all, true, {3}, {{1, 3}});
+    add("check box of an unused row", {1, 3}, all, true, {0, 2}, {});
+    add("check box of row 1, the first row in use", {1, 3}, all, true, {1}, {{0, 1}});
 }
 
-void tst_FourPsHistograms::boxesSelectTheHistograms()
+void tst_FourPsHistograms::checkBoxesSelectTheHistograms()
 {
     QFETCH(int, id);
     QFETCH(QList<int>, used);
@@ -314,7 +316,7 @@ void tst_FourPsHistograms::highestCountZeroShowsOnlyTheTitles_data()
     addBothPlots();
 }
 
-// All counts are outside the limits.
+// All values are outside the limits, so every bin has the count 0.
 void tst_FourPsHistograms::highestCountZeroShowsOnlyTheTitles()
 {
     QFETCH(int, id);
@@ -327,8 +329,8 @@ void tst_FourPsHistograms::highestCountZeroShowsOnlyTheTitles()
     QCOMPARE(countOf(shown, automaticPlot(of, 1).inside(), mainColor), 0);
 }
 
-// With From 4 and To 1, bin 0 belongs to the value 4 and is at the left. No vertical
-// grid line is drawn, because the loop over the lines counts upward from From to To.
+// With From = 4 and To = 1, bin 0 belongs to the value 4 and is at the left. No vertical grid
+// line is drawn, because the loop over the grid lines runs upward from From and ends at To.
 void tst_FourPsHistograms::reversedLimitsMirrorThePlot()
 {
     const HistogramPlot of = plotFor(Displays::DHistA);
@@ -340,9 +342,9 @@ void tst_FourPsHistograms::reversedLimitsMirrorThePlot()
     QVERIFY(showsOnly(of, true, {{1, 1}}));
 }
 
-// With one bin, the calculation of the bin width divides by zero, so no bar has a
-// finite position.
-void tst_FourPsHistograms::oneBinIsPaintedWithoutBars()
+// The bin width is (To - From) / (bins - 1). With one bin this is a division by zero, so the
+// bar has no finite position and is not drawn.
+void tst_FourPsHistograms::histogramWithOneBinHasNoBars()
 {
     const HistogramPlot of = plotFor(Displays::DHistA);
     checkBoxes(of, true, {1});
@@ -365,7 +367,7 @@ void tst_FourPsHistograms::calculatedMapIsShownImmediately()
     prepareThreePointMaps(panel);
     panel.ui.HgAFrom->setText("1");
     panel.ui.HgATo->setText("4");
-    panel.ui.HgABoxes->setText("7"); // the bin centres are 0.5 apart
+    panel.ui.HgABoxes->setText("7"); // bin width (4 - 1) / (7 - 1) = 0.5
     panel.ui.HgTFrom->setText("0");
     panel.ui.HgTTo->setText("2");
     panel.ui.HgTBoxes->setText("5");
@@ -386,13 +388,13 @@ void tst_FourPsHistograms::calculatedMapIsShownImmediately()
     QVERIFY(showsOnly(thickness, true, {}));
 }
 
-void tst_FourPsHistograms::boxOfAnUnusedRowIsIgnored()
+void tst_FourPsHistograms::checkBoxOfAnUnusedRowIsIgnored()
 {
     setReferences(*m_panel, {1, 3}, {});
     checkBoxes(plotFor(Displays::DHistA), false, {0, 3});
     checkBoxes(plotFor(Displays::DHistDMut), false, {1, 2});
-    QVERIFY(!m_panel->ratioChecked(0)); // row 1
-    QVERIFY(m_panel->ratioChecked(1));  // row 3; the validity of its spectrum does not matter
+    QVERIFY(!m_panel->ratioChecked(0)); // index 0 in use is row 1
+    QVERIFY(m_panel->ratioChecked(1));  // index 1 in use is row 3; its spectrum need not be valid
     QVERIFY(m_panel->dMutChecked(0));
     QVERIFY(!m_panel->dMutChecked(1));
     QVERIFY(!m_panel->ratioChecked(2)); // only two references are in use
@@ -401,8 +403,9 @@ void tst_FourPsHistograms::boxOfAnUnusedRowIsIgnored()
     QVERIFY(!m_panel->dMutChecked(-1));
 }
 
-// The third row is the second one in use. The box belongs to the row; the histogram has
-// the index among the references in use.
+// Rows in use: 0 and 2. The check box of row 2 makes HistRatio.at(2), the histogram with the
+// index of the row, current. The plot still shows HistRatio.at(1), the histogram with the
+// index among the references in use.
 void tst_FourPsHistograms::currentRatioHistogramDoesNotChangeThePlot()
 {
     setReferences(*m_panel, {0, 2}, {0, 2});

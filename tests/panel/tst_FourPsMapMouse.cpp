@@ -19,7 +19,7 @@ constexpr int ratio2 = 1;
 constexpr int c1 = 9;
 constexpr int valence = 11;
 
-/// The full event sequence of a double-click.
+/// Sends all events of a double-click: press, release, double-click, release.
 void fullDoubleClick(QWidget* surface, Qt::MouseButton button, Qt::KeyboardModifiers keys)
 {
     const QPointF at(30.0, 40.0);
@@ -55,7 +55,7 @@ private Q_SLOTS:
     void valueHasSixDigitsAndCursorAtStart();
     void nonFiniteValueIsShownAsText();
     void moveInTheZoomedViewReadsTheRightPixel();
-    void dragShowsTheValueToo();
+    void dragShowsTheValue();
 
 private:
     DispMBase* window() const { return m_panel->MapDisp; }
@@ -292,7 +292,8 @@ void tst_FourPsMapMouse::moveInTheZoomedViewReadsTheRightPixel()
     }
     setQuantity(*m_panel, ratio1, 10, 10, values);
     picture(window());
-    // The view is zoomed to column 4 and rows 7 and 8.
+    // The view shows map column 4 in map rows 7 and 8. In pixels of the window, y grows
+    // downward, so row 7 is in the lower half.
     surface()->cc.setReal(4.0, 7.0, 5.0, 9.0);
     const double width = surface()->width();
     const double height = surface()->height();
@@ -302,7 +303,7 @@ void tst_FourPsMapMouse::moveInTheZoomedViewReadsTheRightPixel()
     QCOMPARE(window()->Val->text(), "0.84");
 }
 
-void tst_FourPsMapMouse::dragShowsTheValueToo()
+void tst_FourPsMapMouse::dragShowsTheValue()
 {
     setQuantity(*m_panel, ratio1, 2, 1, {0.125, 0.25});
     picture(window());

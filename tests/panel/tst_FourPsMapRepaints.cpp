@@ -18,7 +18,8 @@ constexpr int c1 = 9;
 constexpr int c2 = 10;
 
 /// Prepares the non-equivalent method with two references, five energies and a linear
-/// background. The maps of the five rows have one line of pixels.
+/// background. Each map is one line of pixels, one for each of @p parts. The absorbance of
+/// a pixel is its part times the first reference plus the second reference.
 void prepareNonEquivalent(FourPs& panel, const QList<double>& parts)
 {
     const QList<double> energies{1000, 2000, 3000, 4000, 5000};
@@ -39,7 +40,7 @@ void prepareNonEquivalent(FourPs& panel, const QList<double>& parts)
     clearMessages(panel);
 }
 
-/// The values of one quantity in the stored result.
+/// The values of @p quantity in all pixels of the stored result.
 QList<double> storedValues(const FourPs& panel, int quantity)
 {
     QList<double> values;
@@ -99,9 +100,9 @@ private Q_SLOTS:
     void selectingAQuantityRepaintsTheResultMap();
     void everyQuantityRadioIsConnected();
 
-    void gridBoxRepaintsBothWindows_data();
-    void gridBoxRepaintsBothWindows();
-    void gridBoxKeepsZoomAndLimits();
+    void gridCheckBoxRepaintsBothWindows_data();
+    void gridCheckBoxRepaintsBothWindows();
+    void gridCheckBoxKeepsZoomAndLimits();
     void updateMapsIgnoresItsArgument();
 
     void selectingARowRepaintsOnlyTheDataMap_data();
@@ -171,8 +172,8 @@ void tst_FourPsMapRepaints::selectingAQuantityKeepsTheZoom()
     const QPoint at(size.width() / 2, size.height() / 2);
     tests::move(result()->DispA, at);
     turnWheel(result()->DispA, at, {0, 120});
-    // The view shrinks by 1 / 1.1 about the middle of the surface, which is rounded
-    // down to a whole pixel.
+    // The wheel zooms by 1.1 about the mouse position, which is the centre of the surface,
+    // rounded down to a whole pixel. y values grow upward while pixels grow downward.
     const double x = 2.0 * at.x() / size.width();
     const double y = 2.0 * (size.height() - at.y()) / size.height();
     const QList<double> zoomed{x - x / 1.1, y - y / 1.1, x + (2.0 - x) / 1.1, y + (2.0 - y) / 1.1};
@@ -196,14 +197,14 @@ void tst_FourPsMapRepaints::selectingAQuantitySetsItsLimitsImmediately()
     m_panel->ui.MapValence->click();
     QCOMPARE(limitTexts(result()), QStringList({"1.5", "3.5"}));
     QVERIFY(result()->DispA->hasScale);
-    // Calling the slot directly has the same effect.
+    // A direct call of the slot also sets the limits.
     result()->setZRange(40.0, 50.0);
     m_panel->selectedNewMap();
     QCOMPARE(limitTexts(result()), QStringList({"1.5", "3.5"}));
 }
 
-// Limits are fitted only by a paint without a fixed range. The first paint fixes the
-// range, and selecting a quantity does not reset it.
+// A paint fits the limits only if no range is fixed. The first paint fixes the range, and
+// the selection of a quantity does not release it.
 void tst_FourPsMapRepaints::selectingASlopeKeepsTheLimits()
 {
     setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
@@ -233,8 +234,8 @@ void tst_FourPsMapRepaints::selectingAQuantityRepaintsTheResultMap()
     QCOMPARE(paints.counts(), QList<int>({1, 0}));
 }
 
-// Selecting a quantity sets its preset limits. The slopes have none and keep the current
-// limits.
+// Selecting a quantity sets its preset limits. The slopes C1 and C2 have no preset limits, so
+// the current limits remain.
 void tst_FourPsMapRepaints::everyQuantityRadioIsConnected()
 {
     for (int quantity = 12; quantity >= 0; --quantity) {
@@ -248,14 +249,14 @@ void tst_FourPsMapRepaints::everyQuantityRadioIsConnected()
     }
 }
 
-void tst_FourPsMapRepaints::gridBoxRepaintsBothWindows_data()
+void tst_FourPsMapRepaints::gridCheckBoxRepaintsBothWindows_data()
 {
     QTest::addColumn<bool>("out");
     QTest::newRow("docked") << false;
     QTest::newRow("popped out") << true;
 }
 
-void tst_FourPsMapRepaints::gridBoxRepaintsBothWindows()
+void tst_FourPsMapRepaints::gridCheckBoxRepaintsBothWindows()
 {
     QFETCH(bool, out);
     setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
@@ -273,7 +274,7 @@ void tst_FourPsMapRepaints::gridBoxRepaintsBothWindows()
     QCOMPARE(picture(data()), plainPicture(data(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
 }
 
-void tst_FourPsMapRepaints::gridBoxKeepsZoomAndLimits()
+void tst_FourPsMapRepaints::gridCheckBoxKeepsZoomAndLimits()
 {
     setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
     setMap(*m_panel, 0, {1.0, 2.0});
@@ -302,7 +303,7 @@ void tst_FourPsMapRepaints::updateMapsIgnoresItsArgument()
 
 void tst_FourPsMapRepaints::selectingARowRepaintsOnlyTheDataMap_data()
 {
-    gridBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothWindows_data();
 }
 
 void tst_FourPsMapRepaints::selectingARowRepaintsOnlyTheDataMap()
@@ -329,7 +330,7 @@ void tst_FourPsMapRepaints::everyRowRadioIsConnected()
 
 void tst_FourPsMapRepaints::nonEquivalentRunFitsViewAndLimits_data()
 {
-    gridBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothWindows_data();
 }
 
 void tst_FourPsMapRepaints::nonEquivalentRunFitsViewAndLimits()
@@ -391,7 +392,7 @@ void tst_FourPsMapRepaints::refusedRunKeepsTheResultMap()
 
 void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits_data()
 {
-    gridBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothWindows_data();
 }
 
 void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits()
@@ -441,7 +442,7 @@ void tst_FourPsMapRepaints::firstFourPointsRunFitsTheView()
 
 void tst_FourPsMapRepaints::resultOfAnotherSizeFitsTheViewAndKeepsTheLimits_data()
 {
-    gridBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothWindows_data();
 }
 
 void tst_FourPsMapRepaints::resultOfAnotherSizeFitsTheViewAndKeepsTheLimits()
@@ -544,10 +545,10 @@ void tst_FourPsMapRepaints::runsKeepTheDataMap()
 
 void tst_FourPsMapRepaints::settingLimitsInAPaintNeedsNoSecondPaint_data()
 {
-    gridBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothWindows_data();
 }
 
-// The limits that a paint sets are visible in the same paint; no second one is requested.
+// The limits that a paint sets are visible in the same paint, which requests no second paint.
 void tst_FourPsMapRepaints::settingLimitsInAPaintNeedsNoSecondPaint()
 {
     QFETCH(bool, out);

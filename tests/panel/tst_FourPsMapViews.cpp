@@ -16,7 +16,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 enum Quantity { Ratio1, Ratio2, DMut1 = 4, Mut0 = 8, C1, C2, Valence, Amount };
 
-// A value that differs for every pixel and quantity.
+// A value that is different for each pixel and each quantity.
 double distinctValue(int pixel, int quantity)
 {
     return 0.37 * pixel - 0.4 + 0.11 * quantity;
@@ -35,8 +35,8 @@ QList<QList<double>> distinctValues(int pixels)
     return all;
 }
 
-// The preset limits of an amount with the references of setTwoReferences(), whose edge
-// jumps add up to 8.
+// The preset limits of an amount are -0.1 and 1.1 times the sum of the edge jumps, which is 8
+// for the references of setTwoReferences().
 constexpr double amountLow = -0.8;
 const double amountHigh = 8.0 * 1.1;
 
@@ -65,10 +65,10 @@ private Q_SLOTS:
 
     void presetLimitsNeedNoResult();
 
-    void slopesAreScanned_data();
-    void slopesAreScanned();
-    void scanCountsMissingPixelsAsZero();
-    void scanOfOnlyNanKeepsTheLimits();
+    void limitsOfSlopesAreFittedToTheValues_data();
+    void limitsOfSlopesAreFittedToTheValues();
+    void missingPixelsCountAsZeroForTheLimits();
+    void mapOfOnlyNanKeepsTheLimits();
     void infinitePixelWidensTheLimits_data();
     void infinitePixelWidensTheLimits();
     void equalValuesHaveTheFirstColour();
@@ -120,8 +120,8 @@ void tst_FourPsMapViews::everyQuantityOfTheNonEquivalentMethodIsShown_data()
         QTest::addRow("dMut %d", i + 1) << 4 + i << amountLow << amountHigh;
     }
     QTest::newRow("mut0") << 8 << amountLow << amountHigh;
-    // The limits of C1 and C2 are scanned: the values of the first and of the last
-    // pixel.
+    // The limits of C1 and C2 are their lowest and highest values. distinctValue() increases
+    // with the pixel, so these are the values of the first and the last pixel.
     QTest::newRow("c1") << 9 << distinctValue(0, 9) << distinctValue(5, 9);
     QTest::newRow("c2") << 10 << distinctValue(0, 10) << distinctValue(5, 10);
     QTest::newRow("valence") << 11 << 1.5 << 3.5;
@@ -154,9 +154,9 @@ void tst_FourPsMapViews::valenceUsesTheCurrentReferences()
     setFractions(*m_panel, 1, 1, {{0.25, 1.0}});
     QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {2.75}, 1.5, 3.5}));
     m_panel->Refs.RefRows.at(0)->Valence->setText("1");
-    // The limits are kept. The valence is 0.25 * 1 + 0.75 * 3.
+    // The limits do not change. The new valence is 0.25 * 1 + 0.75 * 3 = 2.5.
     QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {2.5}, 1.5, 3.5}));
-    // With only one valid reference the valence is 0.
+    // With only one valid reference, every pixel has the valence 0.
     m_panel->XafsFiles.at(1)->valid = false;
     QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {0.0}, 1.5, 3.5}));
 }
@@ -190,14 +190,14 @@ void tst_FourPsMapViews::presetLimitsNeedNoResult()
     QVERIFY(!window()->DispA->hasScale);
 }
 
-void tst_FourPsMapViews::slopesAreScanned_data()
+void tst_FourPsMapViews::limitsOfSlopesAreFittedToTheValues_data()
 {
     QTest::addColumn<int>("quantity");
     QTest::newRow("c1") << int(C1);
     QTest::newRow("c2") << int(C2);
 }
 
-void tst_FourPsMapViews::slopesAreScanned()
+void tst_FourPsMapViews::limitsOfSlopesAreFittedToTheValues()
 {
     QFETCH(int, quantity);
     setQuantity(*m_panel, quantity, 2, 2, {3.0, -1234567.0, 7.5, 4.0});
@@ -208,7 +208,7 @@ void tst_FourPsMapViews::slopesAreScanned()
     QCOMPARE(window()->MaxV->cursorPosition(), 0);
 }
 
-void tst_FourPsMapViews::scanCountsMissingPixelsAsZero()
+void tst_FourPsMapViews::missingPixelsCountAsZeroForTheLimits()
 {
     setQuantity(*m_panel, C2, 2, 2, {3.0, 5.0, 4.0});
     picture(window());
@@ -219,7 +219,7 @@ void tst_FourPsMapViews::scanCountsMissingPixelsAsZero()
     QCOMPARE(barLimits(window()), QList<double>({-5.0, 0.0}));
 }
 
-void tst_FourPsMapViews::scanOfOnlyNanKeepsTheLimits()
+void tst_FourPsMapViews::mapOfOnlyNanKeepsTheLimits()
 {
     window()->setZRange(40.0, 50.0);
     setQuantity(*m_panel, C1, 2, 1, {notANumber, notANumber});
@@ -242,7 +242,7 @@ void tst_FourPsMapViews::infinitePixelWidensTheLimits()
 {
     QFETCH(double, value);
     setQuantity(*m_panel, C1, 3, 1, {2.0, value, 6.0});
-    // The difference of the limits is infinite, so every pixel has the first colour.
+    // The difference between the limits is infinite, so every pixel has the first colour.
     QCOMPARE(picture(window()), plainPicture(window(), {3, 1, {0.0, 0.0, 0.0}, 0.0, 1.0}));
     QTEST(limitTexts(window()), "texts");
 }
@@ -279,8 +279,8 @@ void tst_FourPsMapViews::zoomedAndPannedViewShowsItsPartOfTheMap()
     QCOMPARE(picture(window()), plainPicture(window(), map, {{}, -2.5, -1.25, 4.0, 5.0}));
 }
 
-// With imax at twice the length of the colour table, every value from the middle of the
-// limits on is white.
+// imax, the index of the upper limit 768, is twice the length of the colour table (768). So
+// the colours end at half the upper limit, and every higher value is white.
 void tst_FourPsMapViews::squeezedColourBarChangesTheColours()
 {
     setQuantity(*m_panel, C1, 3, 1, {0.0, 192.0, 768.0});

@@ -21,16 +21,16 @@ class tst_FourPsMessages : public QObject
 private Q_SLOTS:
     void init();
 
-    void boxKeepsEveryLine();
-    void newLineIsScrolledIntoView_data();
-    void newLineIsScrolledIntoView();
-    void boxLooksTheSameAsWithSingleLines();
+    void messageBoxKeepsEveryLine();
+    void newMessageIsScrolledIntoView_data();
+    void newMessageIsScrolledIntoView();
+    void messageBoxLooksAsIfLinesWereAddedOneByOne();
     void recalculationWritesTheSameLinesAsItsParts();
     void linesOfARecalculationAreInsertedAtOnce_data();
     void linesOfARecalculationAreInsertedAtOnce();
     void textIsUpToDateDuringARecalculation();
     void recalculationWithoutLinesKeepsTheCursor();
-    void lineAfterARecalculationIsWrittenImmediately();
+    void messageAfterARecalculationIsWrittenImmediately();
 
 private:
     QTextEdit* box() const { return m_panel->ui.Message; }
@@ -57,7 +57,7 @@ bool tst_FourPsMessages::showsItsEnd() const
            box()->viewport()->rect().contains(box()->cursorRect());
 }
 
-void tst_FourPsMessages::boxKeepsEveryLine()
+void tst_FourPsMessages::messageBoxKeepsEveryLine()
 {
     QString wanted;
     for (int i = 0; i < 5000; ++i) {
@@ -67,15 +67,15 @@ void tst_FourPsMessages::boxKeepsEveryLine()
     QCOMPARE(box()->toPlainText(), wanted);
 }
 
-void tst_FourPsMessages::newLineIsScrolledIntoView_data()
+void tst_FourPsMessages::newMessageIsScrolledIntoView_data()
 {
     QTest::addColumn<bool>("isRecalculation");
     QTest::newRow("single line") << false;
     QTest::newRow("recalculation") << true;
 }
 
-// The box scrolls to its end whatever its scroll position and selection were before.
-void tst_FourPsMessages::newLineIsScrolledIntoView()
+// The message box scrolls to its end. Its earlier scroll position and selection do not matter.
+void tst_FourPsMessages::newMessageIsScrolledIntoView()
 {
     QFETCH(bool, isRecalculation);
     for (int i = 0; i < 200; ++i) {
@@ -104,7 +104,7 @@ void tst_FourPsMessages::newLineIsScrolledIntoView()
 
 // Compares the panel's box after recalculations with a separate box to which every line
 // is added individually.
-void tst_FourPsMessages::boxLooksTheSameAsWithSingleLines()
+void tst_FourPsMessages::messageBoxLooksAsIfLinesWereAddedOneByOne()
 {
     for (int i = 0; i < 4; ++i) {
         makeReferenceValid(*m_panel, i);
@@ -186,8 +186,9 @@ void tst_FourPsMessages::textIsUpToDateDuringARecalculation()
     connect(m_panel->ui.CalcRes, &QLineEdit::textChanged, &context,
             [&] { seen = messages(*m_panel); });
     m_panel->calcBoth();
-    // The result field is set before the line of the result is written, but after the
-    // lines of the map.
+    // A recalculation writes the lines of the map, sets the result field of the target, and
+    // then writes the line of the target. So the
+    // lines that were seen at that moment are only the lines of the map.
     QVERIFY(!seen.isEmpty());
     QCOMPARE(messages(*m_panel).mid(0, seen.size()), seen);
     QVERIFY(messages(*m_panel).contains(line));
@@ -209,7 +210,7 @@ void tst_FourPsMessages::recalculationWithoutLinesKeepsTheCursor()
     QCOMPARE(messages(*m_panel).size(), 50);
 }
 
-void tst_FourPsMessages::lineAfterARecalculationIsWrittenImmediately()
+void tst_FourPsMessages::messageAfterARecalculationIsWrittenImmediately()
 {
     m_panel->calcBoth();
     const QSignalSpy changes(box()->document(), &QTextDocument::contentsChanged);

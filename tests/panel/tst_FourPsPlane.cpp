@@ -66,8 +66,9 @@ private:
     }
 };
 
-/// The values of mut of the first and the second reference in the eight rows. Rows 0, 1
-/// and 3 are on the line y = 0.5 x + 0.3. Row 2 is the V row. Rows 0 to 3 are in use.
+/// The points of the eight energy rows: x is mut of the first reference, y is mut of the
+/// second reference. Rows 0 to 3 are in use. Row 2 is the V row. Rows 0, 1 and 3 are on the
+/// line y = 0.5 x + 0.3.
 const QList<QPointF> usualPoints{{0.2, 0.4},  {1.4, 1.0},  {0.9, 1.35}, {2.0, 1.3},
                                  {-0.4, 0.9}, {1.7, -0.2}, {2.4, 1.9},  {0.6, 2.2}};
 
@@ -84,21 +85,22 @@ private Q_SLOTS:
     void pointsAndLinesOfTheRowsAreDrawn();
     void columnsBelongToTheFirstTwoUsedReferences_data();
     void columnsBelongToTheFirstTwoUsedReferences();
-    void spectraNeedNotBeValid();
-    void unusedRowsHaveAPointToo();
+    void planeIsDrawnWithInvalidSpectra();
+    void unusedRowsHaveAPoint();
     void targetColumnIsIgnored();
 
     void unusedVPointIsRedWithoutALine();
-    void lastOfSeveralVPointsDefinesTheLine();
+    void lastUsedVPointDefinesTheLineK2();
 
 private:
     DispABase* plot() const { return m_panel->Disps->frame(Displays::DM2M3); }
     QImage shown() const { return plot()->DispA->grab().toImage(); }
-    /// The points span -0.4 to 2.4 and -0.2 to 2.2. The range adds a tenth of the span
-    /// on each side.
+    /// The plot area with the automatic range of usualPoints. Their x values are -0.4 to 2.4
+    /// and their y values -0.2 to 2.2; a tenth of each span is added on each side.
     PlotPlace usualView() const { return {plot()->DispA->size(), {-0.68, -0.44, 2.68, 2.44}}; }
-    /// The expected plot: the slope of k1 is the ratio of the edge jumps 2 and 1.5, k2
-    /// passes through the V point, and ab passes through the other rows in use.
+    /// The expected plot. Line k1 passes through the origin, and its slope is the edge jump of the
+    /// second reference divided by the edge jump of the first. Line k2 passes through the
+    /// origin and the V point, and line ab through the points of the other rows in use.
     static PlainPlane usualPlane()
     {
         return {usualPoints, {2}, Line{2.0 / 1.5}, Line{1.35 / 0.9}, Line{0.5, 0.3}};
@@ -166,13 +168,14 @@ void tst_FourPsPlane::columnsBelongToTheFirstTwoUsedReferences_data()
     QTest::addColumn<QList<int>>("used");
     QTest::addColumn<int>("first");
     QTest::addColumn<int>("second");
-    QTest::addColumn<double>("k1"); // ratio of the second edge jump to the first
+    QTest::addColumn<double>("k1"); // edge jump of the second / of the first reference
     QTest::newRow("1 and 2") << QList<int>{0, 1} << 0 << 1 << 2.0 / 1.5;
     QTest::newRow("1 and 3") << QList<int>{0, 2} << 0 << 2 << 2.0;
     QTest::newRow("2 and 4") << QList<int>{1, 3} << 1 << 3 << 2.0;
     QTest::newRow("3 and 4") << QList<int>{2, 3} << 2 << 3 << 4.0 / 3.0;
-    QTest::newRow("the first two of three") << QList<int>{1, 2, 3} << 1 << 2 << 1.5;
-    QTest::newRow("the first two of all") << QList<int>{0, 1, 2, 3} << 0 << 1 << 2.0 / 1.5;
+    QTest::newRow("2 and 3, the first two of three") << QList<int>{1, 2, 3} << 1 << 2 << 1.5;
+    QTest::newRow("1 and 2, the first two of four")
+        << QList<int>{0, 1, 2, 3} << 0 << 1 << 2.0 / 1.5;
 }
 
 void tst_FourPsPlane::columnsBelongToTheFirstTwoUsedReferences()
@@ -191,7 +194,7 @@ void tst_FourPsPlane::columnsBelongToTheFirstTwoUsedReferences()
     QVERIFY(shows(plain, usualView()));
 }
 
-void tst_FourPsPlane::spectraNeedNotBeValid()
+void tst_FourPsPlane::planeIsDrawnWithInvalidSpectra()
 {
     for (int i = 0; i < 4; ++i) {
         m_panel->XafsFiles.at(i)->valid = false;
@@ -199,7 +202,7 @@ void tst_FourPsPlane::spectraNeedNotBeValid()
     QVERIFY(shows(usualPlane(), usualView()));
 }
 
-void tst_FourPsPlane::unusedRowsHaveAPointToo()
+void tst_FourPsPlane::unusedRowsHaveAPoint()
 {
     useRows(*m_panel, {});
     PlainPlane plain = usualPlane();
@@ -227,8 +230,9 @@ void tst_FourPsPlane::unusedVPointIsRedWithoutALine()
     QVERIFY(shows(plain, usualView()));
 }
 
-// All V points are red, and none of them is used for the line ab.
-void tst_FourPsPlane::lastOfSeveralVPointsDefinesTheLine()
+// All V points are red, and line ab is not fitted to any of them. Line k2 passes through the
+// last V point in use.
+void tst_FourPsPlane::lastUsedVPointDefinesTheLineK2()
 {
     useRows(*m_panel, {0, 1, 2, 3, 6, 7});
     markVPoints({2, 6, 7});

@@ -20,7 +20,7 @@ using namespace tests;
 namespace
 {
 
-// Every map calculation on a panel without a V row writes this line once.
+// The line that a map calculation with a four-points method writes if there is no V row.
 const QString mapRefusal = QStringLiteral("V Point is not selected");
 
 // Counts the runs of calcBoth(): with a four-points method and no V row, every run writes
@@ -77,9 +77,9 @@ private Q_SLOTS:
     void loadingAReferenceRecalculatesThreeTimes();
     void loadingASecondReferenceRecalculatesFourTimes();
     void loadingTheTargetFillsItsColumnAndProposesNoEdge();
-    void emptyEnergyKeepsTheCell();
-    void invalidEnergyKeepsTheCell();
-    void energyAboveTheSpectrumClearsTheCell();
+    void loadingKeepsTheMutOfARowWithoutEnergy();
+    void loadingKeepsTheMutOfARowWithAnInvalidEnergy();
+    void loadingClearsTheMutOfARowAboveTheSpectrum();
     void targetColumnIsWrittenWithoutAnEnergyCheck();
     void missingFileKeepsTheSpectrumButRecalculates();
     void brokenFileInvalidatesTheReference();
@@ -93,7 +93,7 @@ private Q_SLOTS:
 
     void newEnergyUpdatesOnlyItsRow();
     void newEnergyStartsNoCalculation();
-    void newEnergyUpdatesCellsWithoutAnEnergyCheck();
+    void newEnergyUpdatesTheMutFieldsEvenIfItIsEmpty();
     void newEnergyFromAnotherSenderDoesNothing();
 
     void postEdgeForReferencesChangesColumnsAndFlags();
@@ -114,7 +114,7 @@ private Q_SLOTS:
     void displayFilesAreListedAndLoaded();
     void unreadableDisplayFilesAreSkipped();
     void displayFilesFollowTheEdge();
-    void removeAFileRemovesTheCurrentOne();
+    void removeAFileRemovesTheSelectedFile();
     void removeAFileOnAnEmptyListDoesNothing();
 
     void pathsAreAssignedToRowsInOrderAndExtraPathsIgnored();
@@ -127,7 +127,7 @@ private Q_SLOTS:
     void valenceRangeIncludesTheUsedReferences();
     void histogramRangesAreSetOnlyWithAuto();
     void energyInAMapFileUpdatesTheRow();
-    void recalculationSetsTheHistogramLimitsFirst();
+    void recalculationSetsTheHistogramLimitsBeforeCounting();
 
 private:
     Files m_files;
@@ -143,8 +143,8 @@ void tst_FourPsReflexes::loadingAReferenceFillsItsColumn()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
-    // The background is 0, so the cells show the spectrum itself: 0 at 8313 eV, and the
-    // flat top at 8460 and 8475 eV.
+    // The pre-edge line is 0, so the mut fields show the values of the spectrum: 0 at 8313 eV,
+    // three given values, and the constant 1 at 8460 and 8475 eV.
     const QStringList expected{"0", "1", "1.5", "1.25", "1", "1"};
     for (int i = 0; i < expected.size(); ++i) {
         QCOMPARE(mut(panel, i, 0), expected.at(i));
@@ -166,9 +166,8 @@ void tst_FourPsReflexes::loadingAReferenceProposesTheEdge()
 
 void tst_FourPsReflexes::loadingAReferenceRecalculatesThreeTimes()
 {
-    // The proposed edge updates every valid column. Only the column of this file is
-    // valid: one recalculation. Then the loading updates the column again and
-    // recalculates: two more.
+    // The proposed edge recalculates once for each valid reference: here once. Then the panel
+    // recalculates once for the column of the loaded reference and once for the new file.
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
     load(panel.XafsFiles.at(0), m_files.ref1);
@@ -181,7 +180,7 @@ void tst_FourPsReflexes::loadingASecondReferenceRecalculatesFourTimes()
     load(panel.XafsFiles.at(0), m_files.ref1);
     RunCounter counter(panel);
     load(panel.XafsFiles.at(1), m_files.ref2);
-    QCOMPARE(counter.runs(), 4); // two columns after the new edge, the loaded column, the file
+    QCOMPARE(counter.runs(), 4); // 2 for the new edge, 1 for the loaded column, 1 for the file
 }
 
 void tst_FourPsReflexes::loadingTheTargetFillsItsColumnAndProposesNoEdge()
@@ -196,7 +195,7 @@ void tst_FourPsReflexes::loadingTheTargetFillsItsColumnAndProposesNoEdge()
     QCOMPARE(counter.runs(), 1);
 }
 
-void tst_FourPsReflexes::emptyEnergyKeepsTheCell()
+void tst_FourPsReflexes::loadingKeepsTheMutOfARowWithoutEnergy()
 {
     FourPs& panel = *m_panel;
     panel.EPoints.at(6)->Mut1->setText("typed");
@@ -204,7 +203,7 @@ void tst_FourPsReflexes::emptyEnergyKeepsTheCell()
     QCOMPARE(mut(panel, 6, 0), "typed");
 }
 
-void tst_FourPsReflexes::invalidEnergyKeepsTheCell()
+void tst_FourPsReflexes::loadingKeepsTheMutOfARowWithAnInvalidEnergy()
 {
     FourPs& panel = *m_panel;
     panel.EPoints.at(0)->Energy->setText("edge");
@@ -216,7 +215,7 @@ void tst_FourPsReflexes::invalidEnergyKeepsTheCell()
     QCOMPARE(mut(panel, 1, 0), "typed");
 }
 
-void tst_FourPsReflexes::energyAboveTheSpectrumClearsTheCell()
+void tst_FourPsReflexes::loadingClearsTheMutOfARowAboveTheSpectrum()
 {
     FourPs& panel = *m_panel;
     panel.EPoints.at(0)->Energy->setText("8851");
@@ -230,7 +229,7 @@ void tst_FourPsReflexes::targetColumnIsWrittenWithoutAnEnergyCheck()
     FourPs& panel = *m_panel;
     panel.EPoints.at(0)->Energy->setText("9000");
     panel.EPoints.at(0)->MutT->setText("typed");
-    panel.EPoints.at(6)->MutT->setText("typed"); // the energy is empty
+    panel.EPoints.at(6)->MutT->setText("typed"); // row 6 has no energy
     load(panel.ui.TargetFile, m_files.target);
     QVERIFY(panel.EPoints.at(0)->MutT->text().isEmpty());
     QVERIFY(panel.EPoints.at(6)->MutT->text() != "typed");
@@ -245,7 +244,7 @@ void tst_FourPsReflexes::missingFileKeepsTheSpectrumButRecalculates()
     load(panel.XafsFiles.at(0), m_files.dir.filePath("missing.dat"));
     QVERIFY(panel.XafsFiles.at(0)->valid);
     QCOMPARE(panel.ui.EdgeE->text(), "8333"); // no edge is proposed
-    QCOMPARE(counter.runs(), 2);              // once for the column and once for the file
+    QCOMPARE(counter.runs(), 2);              // 1 for the column, 1 for the file
 }
 
 void tst_FourPsReflexes::brokenFileInvalidatesTheReference()
@@ -257,7 +256,7 @@ void tst_FourPsReflexes::brokenFileInvalidatesTheReference()
     load(panel.XafsFiles.at(0), m_files.broken);
     QVERIFY(!panel.XafsFiles.at(0)->valid);
     QCOMPARE(panel.ui.EdgeE->text(), "8333"); // no edge is proposed
-    QCOMPARE(mut(panel, 1, 0), "1");          // the column is kept
+    QCOMPARE(mut(panel, 1, 0), "1");          // the values of the earlier file remain
     QCOMPARE(counter.runs(), 1);
 }
 
@@ -275,7 +274,7 @@ void tst_FourPsReflexes::newEdgeIsWrittenWithSixDigits()
     FourPs& panel = *m_panel;
     panel.noticedNewEdge(8333.123456);
     QCOMPARE(panel.ui.EdgeE->text(), "8333.12");
-    QCOMPARE(panel.XafsFiles.at(3)->edgeEnergy, 8333.12); // the field's value with six digits
+    QCOMPARE(panel.XafsFiles.at(3)->edgeEnergy, 8333.12); // the rounded value of the field
 }
 
 void tst_FourPsReflexes::setEdgeSetsTheLimitsOfAllSpectra()
@@ -294,12 +293,12 @@ void tst_FourPsReflexes::setEdgeSetsTheLimitsOfAllSpectra()
 
 void tst_FourPsReflexes::setEdgeRefitsAllLinesBeforeRecalculating()
 {
-    // The post-edge range is moved to the flat top of both spectra. The total jump is
-    // correct only if both lines are refitted before the first recalculation.
+    // The upper thickness limit is the sum of the edge jumps, 1 + 1, plus 0.5. It is 2.5 only
+    // if the post-edge lines of both spectra are fitted again before the recalculation.
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
     load(panel.XafsFiles.at(1), m_files.ref2);
-    enter(panel.ui.PostEStartDE, "1000"); // no point in the range, so the line is NaN
+    enter(panel.ui.PostEStartDE, "1000"); // no point is above 9345 eV, so the post-edge line is NaN
     QCOMPARE(panel.ui.HgTTo->text(), "nan");
     enter(panel.ui.PostEStartDE, "100");
     QVERIFY(std::abs(panel.ui.HgTTo->text().toDouble() - 2.5) < 1e-4);
@@ -347,12 +346,12 @@ void tst_FourPsReflexes::newEnergyStartsNoCalculation()
     QVERIFY(messages(panel).isEmpty());
 }
 
-void tst_FourPsReflexes::newEnergyUpdatesCellsWithoutAnEnergyCheck()
+void tst_FourPsReflexes::newEnergyUpdatesTheMutFieldsEvenIfItIsEmpty()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
     panel.EPoints.at(0)->Mut1->setText("typed");
-    panel.EPoints.at(0)->Mut2->setText("typed"); // without a spectrum the cell is cleared
+    panel.EPoints.at(0)->Mut2->setText("typed"); // without a spectrum the field is cleared
     enter(panel.EPoints.at(0)->Energy, "");
     QVERIFY(mut(panel, 0, 0) != "typed");
     QVERIFY(mut(panel, 0, 1).isEmpty());
@@ -375,8 +374,8 @@ void tst_FourPsReflexes::postEdgeForReferencesChangesColumnsAndFlags()
     load(panel.XafsFiles.at(0), m_files.ref1);
     RunCounter counter(panel);
     panel.ui.SubPostEforRef->click();
-    // The post-edge line is 1, so 1.5 becomes 0.5. The line is a fit with rounding
-    // errors, so the comparison needs a tolerance.
+    // The post-edge line is 1, so 1.5 becomes 0.5. The tolerance 1e-4 is above the
+    // numerical error of the three-term fit and far below any real difference.
     QVERIFY(std::abs(mut(panel, 2, 0).toDouble() - 0.5) < 1e-4);
     QVERIFY(panel.XafsFiles.at(0)->subPost);
     QVERIFY(panel.XafsFiles.at(3)->subPost);
@@ -439,7 +438,7 @@ void tst_FourPsReflexes::clickingACheckBoxOfARowRecalculatesOnce()
     QCOMPARE(counter.runs(), 1);
     panel.EPoints.at(5)->LCFCB->click();
     QCOMPARE(counter.runs(), 2);
-    panel.EPoints.at(5)->VPointCB->click(); // a V row without a map is treated as no V row
+    panel.EPoints.at(5)->VPointCB->click(); // without a map, row 5 is not accepted as the V row
     QCOMPARE(counter.runs(), 3);
 }
 
@@ -457,7 +456,8 @@ void tst_FourPsReflexes::methodRadiosRecalculate()
     RunCounter counter(panel);
     panel.ui.NonEquivBGVic->click();
     QCOMPARE(counter.runs(), 1);
-    panel.ui.TypeNonEquiv->click(); // the map is then refused with another message
+    // The non-equivalent method refuses the map with another message.
+    panel.ui.TypeNonEquiv->click();
     QCOMPARE(messages(panel).count("Ref File 0 is not valid."), 1);
 }
 
@@ -472,7 +472,7 @@ void tst_FourPsReflexes::shiftOfAValidSpectrumRecalculatesWithoutRefit()
     QCOMPARE(spectrum.dE, 5.0);
     QCOMPARE(spectrum.postValue(8500), before);
     QCOMPARE(counter.runs(), 1);
-    QCOMPARE(mut(panel, 2, 0), "1.5"); // a shift does not update the columns
+    QCOMPARE(mut(panel, 2, 0), "1.5"); // an energy shift does not update the mut columns
 }
 
 void tst_FourPsReflexes::receiveNewRefIgnoresInvalidIndices()
@@ -545,7 +545,7 @@ void tst_FourPsReflexes::displayFilesFollowTheEdge()
     QCOMPARE(panel.DispMuts.at(0)->postEdgeStart, 8440.0);
 }
 
-void tst_FourPsReflexes::removeAFileRemovesTheCurrentOne()
+void tst_FourPsReflexes::removeAFileRemovesTheSelectedFile()
 {
     FourPs& panel = *m_panel;
     panel.receiveNewDispFiles({m_files.ref1, m_files.ref2, m_files.target});
@@ -659,7 +659,7 @@ void tst_FourPsReflexes::listOfEnergiesEmitsNothing()
     QSignalSpy spy(panel.EPoints.at(0), &AEPoint::newEnergy);
     enter(panel.MultiEnergys, "8390");
     QCOMPARE(spy.count(), 0);
-    QCOMPARE(mut(panel, 0, 0), "0"); // the value at 8313 eV is kept
+    QCOMPARE(mut(panel, 0, 0), "0"); // still the value at 8313 eV
 }
 
 void tst_FourPsReflexes::valenceRangeIncludesTheUsedReferences()
@@ -698,16 +698,17 @@ void tst_FourPsReflexes::energyInAMapFileUpdatesTheRow()
     QCOMPARE(mut(panel, 0, 0), "1.5");
 }
 
-void tst_FourPsReflexes::recalculationSetsTheHistogramLimitsFirst()
+void tst_FourPsReflexes::recalculationSetsTheHistogramLimitsBeforeCounting()
 {
-    // The histogram limits are set from the new valence before the same run counts its
-    // pixels.
+    // The panel sets the histogram limits from the new valences 2 and 5 before it counts the
+    // pixels: 2 - 0.5 = 1.5 and 5 + 0.5 = 5.5.
     FourPs& panel = *m_panel;
     prepareThreePointMaps(panel);
     panel.ui.HgABoxes->setText("2");
     panel.Refs.RefRows.at(1)->Valence->setText("5");
     panel.calcBoth();
-    // Two bins from 1.5 to 5.5 are 4 wide, and the lower bound is half a bin below 1.5.
+    // With two bins, the bin width is (5.5 - 1.5) / (2 - 1) = 4. The first bin begins half a
+    // width below its centre 1.5: 1.5 - 2 = -0.5.
     QCOMPARE(panel.ui.HgATo->text(), "5.5");
     QCOMPARE(panel.HistV->step, 4.0);
     QCOMPARE(panel.HistV->minV, -0.5);

@@ -17,14 +17,14 @@ namespace
 
 using Points = QList<QPointF>; // valence and thickness
 
-/// A pixel of the three- and four-points methods.
+/// A pixel of the three-points or four-points method: the fraction @p a and the thickness.
 A2DRow fraction(double a, double thickness)
 {
     return {1.0, 2.0, a, thickness, {}};
 }
 
-/// A pixel of the non-equivalent method. Its other numbers differ from the two numbers
-/// that are drawn.
+/// A pixel of the non-equivalent method. The plot shows only the two arguments; all other
+/// numbers of the pixel differ from them.
 A2DRow values(double valence, double totalDMut)
 {
     return {
@@ -87,8 +87,8 @@ void tst_FourPsThickness::initTestCase()
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
 }
 
-/// Sets two references with the valences 2 and 3, the range 1.5 to 3.5 and -0.5 to 2,
-/// no result, and the first colour.
+/// Selects two references with the valences 2 and 3, no result, and the first colour. The
+/// plot shows valences from 1.5 to 3.5 and thicknesses from -0.5 to 2.
 void tst_FourPsThickness::init()
 {
     resetPanel(*m_panel);
@@ -133,7 +133,7 @@ void tst_FourPsThickness::valenceUsesTheFieldsOfTheReferences()
     PlainThickness plain;
     plain.lower = 1.6;
     plain.upper = 2.8;
-    plain.points = {{2.425, 1.1}}; // 0.6875 * 2.8 + 0.3125 * 1.6
+    plain.points = {{2.425, 1.1}}; // valence 0.3125 * 1.6 + (1 - 0.3125) * 2.8
     QVERIFY(shows(plain, automaticPlot()));
 }
 

@@ -26,8 +26,8 @@ private Q_SLOTS:
     void limitsAreRelativeToTheEdge();
     void normModeIsTheCheckedRadio_data();
     void normModeIsTheCheckedRadio();
-    void shownMapIsTheFirstCheckedRowOrTheFirst();
-    void quantityIsTheCheckedRadioOrTheFirst();
+    void shownMapIsTheFirstCheckedRowOrRowZero();
+    void quantityIsTheCheckedRadioOrZero();
     void lastOfSeveralCheckedQuantitiesIsUsed();
     void columnsHaveTheOrderOfTheFile();
     void histogramsAreIndexedByUsedReferences();
@@ -184,7 +184,7 @@ void tst_InputReader::normModeIsTheCheckedRadio()
     QTEST(panel::InputReader(loose.list).normMode(), "mode");
 }
 
-void tst_InputReader::shownMapIsTheFirstCheckedRowOrTheFirst()
+void tst_InputReader::shownMapIsTheFirstCheckedRowOrRowZero()
 {
     const UnconnectedWidgets& loose = *m_loose;
     const panel::InputReader reader(loose.list);
@@ -195,7 +195,7 @@ void tst_InputReader::shownMapIsTheFirstCheckedRowOrTheFirst()
     }
 }
 
-void tst_InputReader::quantityIsTheCheckedRadioOrTheFirst()
+void tst_InputReader::quantityIsTheCheckedRadioOrZero()
 {
     const UnconnectedWidgets& loose = *m_loose;
     const Ui_FourPs& form = loose.form;

@@ -41,7 +41,8 @@ void popOutSome(FourPs& panel, bool many)
     }
 }
 
-/// Replaces the text of @p edit by typing, without leaving the field.
+/// Replaces the text of @p edit by typing. The focus stays in the field, so editingFinished
+/// is not emitted.
 void enterText(QLineEdit* edit, const QString& text)
 {
     edit->selectAll();
@@ -60,11 +61,11 @@ private Q_SLOTS:
     void everyPictureIsUpToDateAfterEveryAction_data();
     void everyPictureIsUpToDateAfterEveryAction();
 
-    void useOfARowWidensItsLineWithoutACalculation();
-    void fitBoxOfARowColorsItsLineWithoutACalculation();
-    void listOfEnergiesMovesTheLines();
-    void typedEnergyMovesItsLineImmediately();
-    void typedEdgeMovesItsLineImmediately();
+    void useOfARowWidensItsMarkerLineWithoutACalculation();
+    void fitCheckBoxOfARowColorsItsMarkerLineWithoutACalculation();
+    void listOfEnergiesMovesTheMarkerLines();
+    void typedEnergyMovesItsMarkerLineImmediately();
+    void typedEdgeMovesItsMarkerLineImmediately();
     void valenceChangesTheGridsAndTheMap();
     void useOfAReferenceChangesItsPlotsAndTheMap();
     void limitsOfTheValenceHistogramMoveItsGrid();
@@ -81,7 +82,7 @@ private Q_SLOTS:
     void fieldsUsedByNoPictureRepaintNothing_data();
     void fieldsUsedByNoPictureRepaintNothing();
     void repaintsStartNoCalculation();
-    void doubleClickOnTheBarDoesNotRepaintItsMap();
+    void doubleClickOnTheColourBarDoesNotRepaintItsMap();
 
 private:
     using Action = std::function<void()>;
@@ -120,8 +121,8 @@ void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction_data()
 void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction()
 {
     QFETCH(unsigned, seed);
-    // Each seed uses a new panel, so that it causes the same actions when its row runs
-    // alone.
+    // Each seed uses a new panel, so that the same actions follow when a row of this test is
+    // run alone.
     auto panel = std::make_unique<FourPs>();
     QVERIFY(showAll(*panel));
     popOutSome(*panel, seed % 2 == 0);
@@ -142,9 +143,9 @@ void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction()
     closePanel(panel);
 }
 
-// Gives every picture some contents: three references, two of them in use, a point in
-// the comparison, a result, counts, and a measured map. No V point and no fit range is
-// selected, so every calculation is refused.
+// Sets the panel so that no picture is empty: three references, two of them in use, a point
+// in the comparison, a result, histogram counts, and a measured map. Neither a V row nor an
+// energy range for the fit is selected, so every calculation is refused.
 void tst_MissedRepaints::prepareRefusedPanel()
 {
     resetMaps(*m_panel);
@@ -195,20 +196,20 @@ QStringList tst_MissedRepaints::changedBy(const Action& action, QStringList* out
     return differences(before, after);
 }
 
-void tst_MissedRepaints::useOfARowWidensItsLineWithoutACalculation()
+void tst_MissedRepaints::useOfARowWidensItsMarkerLineWithoutACalculation()
 {
     prepareRefusedPanel();
     COMPARE_CHANGED_PICTURES([&] { row(1)->UseCB->click(); }, {"Muts"});
     COMPARE_CHANGED_PICTURES([&] { row(1)->UseCB->setChecked(true); }, {"Muts"});
 }
 
-void tst_MissedRepaints::fitBoxOfARowColorsItsLineWithoutACalculation()
+void tst_MissedRepaints::fitCheckBoxOfARowColorsItsMarkerLineWithoutACalculation()
 {
     prepareRefusedPanel();
     COMPARE_CHANGED_PICTURES([&] { row(1)->LCFCB->click(); }, {"Muts"});
 }
 
-void tst_MissedRepaints::listOfEnergiesMovesTheLines()
+void tst_MissedRepaints::listOfEnergiesMovesTheMarkerLines()
 {
     prepareRefusedPanel();
     const auto spread = [&] {
@@ -218,14 +219,14 @@ void tst_MissedRepaints::listOfEnergiesMovesTheLines()
     COMPARE_CHANGED_PICTURES(spread, {"Muts"});
 }
 
-void tst_MissedRepaints::typedEnergyMovesItsLineImmediately()
+void tst_MissedRepaints::typedEnergyMovesItsMarkerLineImmediately()
 {
     prepareRefusedPanel();
     row(0)->Energy->setText(QStringLiteral("834"));
     COMPARE_CHANGED_PICTURES([&] { QTest::keyClicks(row(0)->Energy, "5"); }, {"Muts"});
 }
 
-void tst_MissedRepaints::typedEdgeMovesItsLineImmediately()
+void tst_MissedRepaints::typedEdgeMovesItsMarkerLineImmediately()
 {
     prepareRefusedPanel();
     m_panel->ui.EdgeE->setText(QStringLiteral("834"));
@@ -405,8 +406,9 @@ void tst_MissedRepaints::repaintsStartNoCalculation()
     QCOMPARE(messages(*m_panel), QStringList());
 }
 
-// On purpose: the map shows the changed colours only at its next paint.
-void tst_MissedRepaints::doubleClickOnTheBarDoesNotRepaintItsMap()
+// On purpose, the double-click repaints only the colour bar. The map shows the changed
+// colours at its next paint.
+void tst_MissedRepaints::doubleClickOnTheColourBarDoesNotRepaintItsMap()
 {
     prepareRefusedPanel();
     cBar* bar = m_panel->MapDisp->CBar;

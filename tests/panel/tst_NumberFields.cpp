@@ -105,9 +105,9 @@ void tst_NumberFields::everyFieldWithANumberIsANumberEdit()
         QVERIFY2(isNumber != otherFields.contains(edit->objectName()), qPrintable(nameOf(edit)));
         numbers += isNumber ? 1 : 0;
     }
-    // 8 x 6 fields in the energy rows, 5 energy shifts, 3 x 4 + 1 in the rows of the
-    // references and the target, 3 for the edge, 6 for the histograms, 10 x 2 and 2 x 5
-    // in the plots and maps.
+    // 8 energy rows with 6 fields, 5 energy shifts, 4 references with 3 fields and the target
+    // with 1, 3 fields for the edge, 6 for the histograms, 10 plots with 2 fields, and 2 map
+    // windows with 5 fields.
     QCOMPARE(numbers, 48 + 5 + 13 + 3 + 6 + 20 + 10);
 }
 
@@ -165,8 +165,9 @@ void tst_NumberFields::fieldsWithABackgroundHaveBlackTextInADarkTheme()
         QVERIFY2(text == QColor(hasBackground ? Qt::black : Qt::white), qPrintable(nameOf(edit)));
     }
     QApplication::setPalette(before);
-    // 16 file names, 2 results per reference and 1 for the target, 2 result sentences,
-    // 10 x 2 and 2 x 3 fields for positions and values.
+    // 16 file names, 2 results for each of 4 references and 1 for the target, 2 result
+    // sentences, 10 plots with 2 fields for the position, and 2 map windows with 3 fields for
+    // the position and the value.
     QCOMPARE(coloured, 16 + 9 + 2 + 20 + 6);
 }
 

@@ -29,10 +29,10 @@ private Q_SLOTS:
     void withoutAResultTheMouseHasNoEffect();
     void doubleClickScansAndShiftOnlyRaisesTheLimits();
     void controlDoubleClickSetsThePresetLimits();
-    void otherQuantityClearsTheValueAndSetsItsPreset();
+    void selectingAnotherQuantityClearsTheValueAndSetsItsLimits();
     void newResultOfTheSameSizeKeepsTheView();
     void newResultOfAnotherSizeFitsTheView();
-    void fittedResultClearsTheRange();
+    void showAndFitNewResultClearsTheRange();
 
 private:
     void choose(QRadioButton* quantity);
@@ -128,7 +128,7 @@ void tst_ResultMapView::firstPaintFitsViewAndLimits()
     QVERIFY(window.DispA->hasScale);
     QCOMPARE(window.DispA->cc.realX1, 4.0);
     QCOMPARE(window.DispA->cc.realY1, 2.0);
-    QCOMPARE(window.CBar->zmin, 109.0); // C1 is quantity 9
+    QCOMPARE(window.CBar->zmin, 109.0); // the lowest C1, which is quantity 9
     QCOMPARE(window.CBar->zmax, 116.0);
     QCOMPARE(window.MinV->text(), QStringLiteral("109"));
     QCOMPARE(picture.pixelColor(1, picture.height() - 2), window.CBar->color(109.0));
@@ -159,11 +159,12 @@ void tst_ResultMapView::slopesHaveNoPresetLimits()
 void tst_ResultMapView::valueIsReadFromThePixel()
 {
     m_result = extendedMap(4, 2, 0.0);
-    m_view->showValueAt(1.5, 1.2); // row 1, column 1: pixel 5
+    m_view->showValueAt(1.5, 1.2); // map row 1, column 1: pixel 1 * 4 + 1 = 5
     QCOMPARE(m_loose->resultMap.Val->text(), QStringLiteral("14"));
     choose(m_loose->form.MapValence);
     m_view->showValueAt(3.9, 0.0);
-    QCOMPARE(m_loose->resultMap.Val->text(), QStringLiteral("14")); // quantity 11 in pixel 3
+    // The valence is quantity 11, so it is 11 + 3 in pixel 3.
+    QCOMPARE(m_loose->resultMap.Val->text(), QStringLiteral("14"));
 }
 
 void tst_ResultMapView::valueOutsideTheMapIsZero()
@@ -188,7 +189,7 @@ void tst_ResultMapView::withoutAResultTheMouseHasNoEffect()
 
 void tst_ResultMapView::doubleClickScansAndShiftOnlyRaisesTheLimits()
 {
-    m_result = extendedMap(4, 2, 0.0); // C1 is 9 to 16
+    m_result = extendedMap(4, 2, 0.0); // C1 is quantity 9: 9 to 16 in the eight pixels
     const cBar& bar = *m_loose->resultMap.CBar;
     m_loose->resultMap.setZRange(-3.0, 30.0);
     QVERIFY(doubleClick(*m_view, Qt::ShiftModifier));
@@ -209,13 +210,13 @@ void tst_ResultMapView::controlDoubleClickSetsThePresetLimits()
     m_result = extendedMap(4, 2, 0.0);
     const cBar& bar = *m_loose->resultMap.CBar;
     QVERIFY(doubleClick(*m_view, Qt::ControlModifier));
-    QCOMPARE(bar.zmax, 16.0); // slopes have no preset limits and are scanned
+    QCOMPARE(bar.zmax, 16.0); // C1 has no preset limits, so its highest value is used
     choose(m_loose->form.MapRatio1);
     QVERIFY(doubleClick(*m_view, Qt::ControlModifier));
     QCOMPARE(bar.zmax, 1.1);
 }
 
-void tst_ResultMapView::otherQuantityClearsTheValueAndSetsItsPreset()
+void tst_ResultMapView::selectingAnotherQuantityClearsTheValueAndSetsItsLimits()
 {
     m_result = extendedMap(4, 2, 0.0);
     m_loose->resultMap.Val->setText("16");
@@ -245,11 +246,11 @@ void tst_ResultMapView::newResultOfAnotherSizeFitsTheView()
     QVERIFY(m_loose->resultMap.DispA->hasScale);
     QCOMPARE(m_loose->resultMap.DispA->cc.realX1, 8.0);
     QCOMPARE(m_loose->resultMap.DispA->cc.realY1, 3.0);
-    QCOMPARE(m_loose->resultMap.CBar->zmax,
-             16.0); // the limits are kept: the user may have set them
+    // The limits do not change, because the user can have set them.
+    QCOMPARE(m_loose->resultMap.CBar->zmax, 16.0);
 }
 
-void tst_ResultMapView::fittedResultClearsTheRange()
+void tst_ResultMapView::showAndFitNewResultClearsTheRange()
 {
     m_result = extendedMap(4, 2, 0.0);
     paint();

@@ -15,9 +15,9 @@ class tst_SharedPanel : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void resetPanelHasTheTextsAndStatesOfANewOne();
-    void resetPanelHasTheDataOfANewOne();
-    void resetPanelCalculatesLikeANewOne();
+    void resetPanelHasTheTextsAndStatesOfANewPanel();
+    void resetPanelHasTheDataOfANewPanel();
+    void resetPanelCalculatesLikeANewPanel();
     void resetMakesButtonsExclusiveAgain();
 };
 
@@ -172,7 +172,7 @@ QStringList dataOf(const FourPs& panel)
                        textOf(panel.scaleY1)};
 }
 
-/// The message lines and results after one recalculation.
+/// The lines of the message box and the texts of the result fields after one recalculation.
 QStringList recalculationOutput(FourPs& panel)
 {
     prepareThreePointMaps(panel);
@@ -182,7 +182,7 @@ QStringList recalculationOutput(FourPs& panel)
 
 } // namespace
 
-void tst_SharedPanel::resetPanelHasTheTextsAndStatesOfANewOne()
+void tst_SharedPanel::resetPanelHasTheTextsAndStatesOfANewPanel()
 {
     const QTemporaryDir dir;
     auto panel = std::make_unique<FourPs>();
@@ -207,7 +207,7 @@ void tst_SharedPanel::resetPanelHasTheTextsAndStatesOfANewOne()
     closePanel(panel);
 }
 
-void tst_SharedPanel::resetPanelHasTheDataOfANewOne()
+void tst_SharedPanel::resetPanelHasTheDataOfANewPanel()
 {
     const QTemporaryDir dir;
     auto panel = std::make_unique<FourPs>();
@@ -219,7 +219,7 @@ void tst_SharedPanel::resetPanelHasTheDataOfANewOne()
     closePanel(panel);
 }
 
-void tst_SharedPanel::resetPanelCalculatesLikeANewOne()
+void tst_SharedPanel::resetPanelCalculatesLikeANewPanel()
 {
     const QTemporaryDir dir;
     auto panel = std::make_unique<FourPs>();

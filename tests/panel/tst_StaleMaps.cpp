@@ -22,7 +22,7 @@ namespace
 
 using Action = std::function<void(FourPs&)>;
 
-/// A calculation method and the number of rows to test it with.
+/// A calculation method and the number of energy rows that are in use in its tests.
 struct Method {
     const char* name;
     int rows;
@@ -33,7 +33,7 @@ struct Method {
 
 constexpr std::array<Method, 5> methods{{{"three points", 3, false, false, false},
                                          {"exact four points", 4, false, true, false},
-                                         {"least square", 6, false, false, false},
+                                         {"least squares", 6, false, false, false},
                                          {"linear", 6, true, false, true},
                                          {"Victoreen", 7, true, false, false}}};
 
@@ -41,12 +41,12 @@ const QList<double> energies{8300, 8320, 8335, 8345, 8350, 8360, 8380, 8420};
 const QList<double> firstShape{0.01, 0.02, 0.4, 0.9, 1.3, 1.1, 0.95, 1.0};
 const QList<double> secondShape{0.02, 0.01, 0.1, 0.5, 0.8, 1.4, 1.05, 1.0};
 
-// A size whose pixels form several blocks and an incomplete block at the end.
+// The number of pixels is not a multiple of the block size of the calculation, so the last
+// block is incomplete.
 constexpr int width = 13;
 constexpr int height = 11;
 
-/// A text map whose intensities are pseudo-random with @p seed. Maps of the same size
-/// differ only in their intensities.
+/// A text map with I0 = 1000 and pseudo-random intensities; @p seed starts the generator.
 QByteArray textMap(int seed, int columns = width, int lines = height)
 {
     QByteArray text =
@@ -61,7 +61,7 @@ QByteArray textMap(int seed, int columns = width, int lines = height)
     return text;
 }
 
-/// A binary map whose pixels contain mut directly, pseudo-random with @p seed.
+/// A binary map with pseudo-random values of mut; @p seed starts the generator.
 QByteArray binaryMap(int seed, int columns, int lines)
 {
     QByteArray bytes = QByteArrayLiteral("2dData-V0.0 HeaderSize: 512").leftJustified(64, ' ');
@@ -150,8 +150,8 @@ Outcome calculate(FourPs& panel)
     return outcome;
 }
 
-/// Removes all results of earlier calculations and everything that the panel caches. A
-/// last calculation with empty maps empties the cache.
+/// Removes all results of earlier calculations and all cached data from the panel. The
+/// calculation with empty maps empties the cache.
 void makeLikeNew(FourPs& panel)
 {
     panel.BaseData = {};
@@ -234,7 +234,7 @@ void tst_StaleMaps::loadAll(FourPs& panel) const
 void tst_StaleMaps::resultIsTheSameOnAResetPanel_data()
 {
     QTest::addColumn<Action>("action");
-    QTest::addColumn<bool>("changes"); // whether every method gives a different result
+    QTest::addColumn<bool>("changes"); // whether the action changes the result of every method
     addFileActions();
     addChoiceActions();
 }
@@ -326,9 +326,9 @@ void tst_StaleMaps::addChoiceActions()
         [](FourPs& panel) { enter(panel.EPoints.at(1)->Energy, QStringLiteral("8327")); });
 }
 
-// For each method, calculates before and after the action. A second panel without
-// results and caches of earlier calculations receives the same inputs. Its result must
-// be equal.
+// For each method, the panel calculates before and after the action. A second panel, which
+// has no earlier results and no cached data, then calculates with the same inputs. Both
+// panels must have the same result.
 void tst_StaleMaps::resultIsTheSameOnAResetPanel()
 {
     QFETCH(Action, action);
@@ -385,8 +385,9 @@ void tst_StaleMaps::resultIsTheSameOnANewPanel()
     }
 }
 
-// Loading a binary map over a text map appends the pixels. Pixels are accessed by
-// index, so the first pixels still belong to the text map.
+// Loading a binary map over a text map appends the binary pixels to the text map's pixels,
+// but sets the size of the binary map. Pixels are accessed by index, so the first pixels of
+// the new map are still the pixels of the text map.
 void tst_StaleMaps::loadedFileChangesTheResult()
 {
     FourPs& panel = *m_panel;
@@ -398,7 +399,9 @@ void tst_StaleMaps::loadedFileChangesTheResult()
     panel.EPoints.at(2)->loadData(file("map.2dp", binaryMap(200, 20, 10)));
     const AEPoint& base = *panel.EPoints.at(2);
     QCOMPARE(base.rows.size(), width * height + 200);
-    QCOMPARE(data::pixelMut(base, 15, 2), ofText); // same index: 4 * 13 + 3 = 2 * 20 + 15
+    // Pixel (15, 2) of the binary map has the index 2 * 20 + 15 = 55, and pixel (3, 4) of the
+    // text map has the same index, 4 * 13 + 3.
+    QCOMPARE(data::pixelMut(base, 15, 2), ofText);
     const A2DData result = calculate(panel).map;
     QCOMPARE(result.rows.size(), 200);
 

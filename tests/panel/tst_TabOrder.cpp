@@ -17,7 +17,8 @@
 namespace
 {
 
-/// Whether @p edit shows a result or a selection and is not meant for typing.
+/// Whether @p edit is a field for results or selected files, not for typing. The background
+/// colour marks such fields.
 bool isResultField(const QLineEdit* edit)
 {
     return edit->styleSheet() == QLatin1String("background-color: rgb(255, 255, 220);");
@@ -52,8 +53,8 @@ QPoint centreOf(const QWidget* widget)
     return widget->mapTo(widget->window(), widget->rect().center());
 }
 
-/// Whether @p next is after @p before in reading order: further down, or further right
-/// in the same line.
+/// Whether @p next is after @p before in reading order: it is lower, or in the same line of
+/// widgets and farther right.
 bool isReadAfter(const QWidget* next, const QWidget* before)
 {
     const int lineHeight = before->height() / 2;

@@ -216,10 +216,11 @@ void tst_WaitCursor::readingDisplayFilesShowsTheCursor()
     const QString path = writeFile(m_dir, "a.dat", spectrumText("0.5", "2", "1.5", "1"));
     const CursorSpy inside(m_panel->ui.SelectedFs, &QComboBox::currentIndexChanged);
     m_panel->ui.DispFSelect->newFiles({path, path});
-    QCOMPARE(inside.waiting, QList<bool>{true}); // the program selects the first file of the list
+    QCOMPARE(inside.waiting, QList<bool>{true}); // the first file is selected during the read
 }
 
-// If a path cannot be written, the message box reports this during the write.
+// An empty path cannot be written. The message about it appears during the write, so the test
+// can check the cursor at that moment.
 void tst_WaitCursor::writingAResultShowsTheCursor()
 {
     m_panel->ui.SaveFSelect->FileName->clear();
@@ -233,7 +234,7 @@ void tst_WaitCursor::writingAResultShowsTheCursor()
     QVERIFY(!isWaiting());
 }
 
-// Prepares three maps of 400 by 400 pixels.
+// Prepares three maps of 400 by 400 pixels, which make a calculation long.
 void tst_WaitCursor::prepareLargeMaps()
 {
     prepareThreePointMaps(*m_panel);

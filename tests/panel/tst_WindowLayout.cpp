@@ -29,10 +29,10 @@ namespace
 QSize sizeNeededBy(const QWidget* widget)
 {
     const QString text = widget->property("text").toString();
-    // An empty text would still have the height of a line.
+    // QFontMetrics returns the height of a line of text even for an empty text.
     const QSize words = text.isEmpty() ? QSize() : widget->fontMetrics().size(0, text);
-    // The button may be narrower than its size hint, because the read-out fields beside
-    // it get all the width that its text does not need.
+    // The pop-out button can be narrower than its size hint: the read-out fields next to it
+    // get all the width that the button's text does not need.
     const QSize most = widget->objectName() == QStringLiteral("PopDockB")
                            ? QSize(0, widget->maximumHeight())
                            : widget->maximumSize();
@@ -62,8 +62,8 @@ QString cutOffTexts(const QWidget* window)
     return cut.join(u'\n');
 }
 
-/// The visible fields and texts that are lower than a line of text. Widths are not
-/// checked, because large fonts are cut off where the design limits a width.
+/// The visible fields and texts whose height is less than a line of text. Widths are not
+/// checked, because a large font is cut off where the design limits a width.
 QString tooLowWidgets(const QWidget* window)
 {
     QStringList low;
@@ -135,8 +135,8 @@ std::pair<int, int> columnOf(const QWidget* widget)
     return {widget->mapTo(widget->window(), QPoint()).x(), widget->width()};
 }
 
-/// The fields for all rows that are not aligned with the same fields of the energy rows
-/// above.
+/// Below the energy rows there are fields that apply to all rows. Returns the names of those
+/// that are not aligned with the same fields of the energy rows.
 QStringList misaligned(const FourPs* panel)
 {
     QStringList found;
@@ -155,7 +155,7 @@ QStringList misaligned(const FourPs* panel)
     return found;
 }
 
-/// The path fields of maps, references and target.
+/// The path fields of the maps, the references and the target.
 QList<QWidget*> pathFields(const FourPs* panel)
 {
     QList<QWidget*> fields{panel->MultiFiles->FileName};
@@ -216,7 +216,8 @@ private:
     QString m_style;
 };
 
-/// Whether @p edit shows @p number completely, without an ellipsis.
+/// Sets the text of @p edit to @p number. Returns whether the field shows it completely,
+/// without an ellipsis.
 bool showsCompletely(QLineEdit* edit, const QString& number)
 {
     edit->setText(number);
@@ -248,8 +249,7 @@ QList<tests::DrawnText> textsOn(DispABase* plot)
     return recorder.texts();
 }
 
-/// The texts that begin to the left of column @p from or end to the right of column @p
-/// to.
+/// Describes the texts that begin left of x = @p from or end right of x = @p to.
 QStringList outside(const QList<tests::DrawnText>& texts, double from, double to)
 {
     constexpr double rounding = 1e-6;
@@ -267,10 +267,10 @@ QStringList outside(const QList<tests::DrawnText>& texts, double from, double to
     return found;
 }
 
-/// The texts of a spectrum plot that are outside their boxes. The boxes are the left
-/// margin for both labels of the y axis, a width of two margins below the plot for each
-/// label of the x axis, and a width of three margins at the right end for the edge
-/// jump.
+/// Describes the texts of a spectrum plot that are outside their rectangles. The margin is a
+/// tenth of the plot's width. Both labels of the y axis must be in the left margin. Each
+/// label of the x axis must be within two margins of its end of the axis, and the edge jump
+/// within three margins of the right end.
 QStringList labelsOutsideTheirBoxes(DispABase* plot)
 {
     const ChCoord& cc = plot->DispA->cc;
@@ -279,8 +279,8 @@ QStringList labelsOutsideTheirBoxes(DispABase* plot)
     if (texts.size() < 7) {
         return {QStringLiteral("too few texts")};
     }
-    // The texts are in this order: the frame's four labels, the edge jump, both titles.
-    // A text that needs two fonts is drawn in several parts.
+    // Texts are drawn in this order: two y labels, two x labels, the edge jump, both titles. A
+    // text that needs two fonts is drawn in several parts.
     QStringList found = outside(texts.mid(0, 2), 0.0, 0.95 * margin) +
                         outside(texts.mid(2, 1), cc.areaX0, cc.areaX0 + 2 * margin) +
                         outside(texts.mid(3, 1), cc.areaX1 - 2 * margin, cc.areaX1);
@@ -389,7 +389,7 @@ private Q_SLOTS:
 
 void tst_WindowLayout::initTestCase()
 {
-    // Without a Japanese font, all Japanese characters are drawn as boxes of another
+    // Without a Japanese font, Japanese characters are drawn as empty rectangles of another
     // width.
     QVERIFY2(!QFontDatabase::families(QFontDatabase::Japanese).isEmpty(),
              "no font with Japanese characters is installed, so text sizes cannot be measured");
@@ -422,7 +422,8 @@ void tst_WindowLayout::panelOpensAtLeastAsWideAsItsDesign()
     QVERIFY(program.panel->width() >= 1016);
 }
 
-// On a screen with 768 rows, about 740 rows are available for a window and its frame.
+// On a screen of 1366 by 768 pixels, about 740 pixels of the height remain for a window and its
+// frame. The test allows at most 720.
 void tst_WindowLayout::mainWindowFitsOnASmallScreen()
 {
     constexpr int windowFrameHeight = 25;
@@ -432,7 +433,7 @@ void tst_WindowLayout::mainWindowFitsOnASmallScreen()
     QVERIFY2(program.body()->height() + windowFrameHeight <= 720,
              qPrintable(QString::number(program.body()->height())));
     QVERIFY(program.body()->width() <= 1366);
-    // Three messages and the empty line after them.
+    // The box shows three messages and the empty line that follows them.
     const QTextEdit* messages = program.panel->ui.Message;
     QVERIFY(messages->viewport()->height() >= 4 * messages->fontMetrics().height());
     QVERIFY(messages->height() <= 60);
@@ -449,8 +450,8 @@ void tst_WindowLayout::mainWindowHasNoOverlaps()
     QCOMPARE(overlaps(program.body()), QString());
 }
 
-// Compares the highest and the lowest letters in a field with the panel's row height
-// and in a field that is high enough for any letter.
+// The text contains the highest and the lowest letters. It must fill as many pixel rows in a
+// field of the panel's height as in a field that is high enough for any letter.
 void tst_WindowLayout::lowFieldsShowCompleteLetters()
 {
     const Program program(app::Language::English);
@@ -587,9 +588,9 @@ void tst_WindowLayout::graphWindowHasEqualColumns()
     }
 }
 
-// The title of the y axis is rotated. Its box is as long as the plot is high, is as
-// wide as the text is high, and starts one text height from the left edge. The labels
-// of the axis are at both ends of the margin.
+// The title of the y axis is rotated, so its rectangle is as wide as the text is high. It
+// begins one text height from the left edge of the plot. The test checks the middle three
+// fifths of the height, because the labels of the axis are at the ends.
 void tst_WindowLayout::rotatedTitlesStayInTheirBoxes()
 {
     QFETCH(app::Language, language);
@@ -617,8 +618,8 @@ void tst_WindowLayout::rotatedTitlesStayInTheirBoxes()
     }
 }
 
-// Several widths are tested, because font sizes are whole pixels and some sizes are
-// rounded up.
+// Several widths are tested, because font sizes are rounded to whole pixels: at some widths
+// the text is larger than calculated.
 void tst_WindowLayout::plotLabelsStayInTheirBoxes()
 {
     QFETCH(app::Language, language);

@@ -91,9 +91,9 @@ private Q_SLOTS:
     void drawingAndClicksOfMapsAreConnected();
     void mapSelectionsAreConnected();
     void normalisationClearsTheRangeOfAllSpectra();
-    void movedLinesSetTheEdgeAndReleaseRecalculates();
+    void movedMarkerLinesSetTheEdgeAndReleaseRecalculates();
     void markerLinesBelongToTheirPlots();
-    void limitLinesAreRelativeToTheEdge();
+    void limitMarkerLinesAreRelativeToTheEdge();
 
 private:
     std::unique_ptr<UnconnectedWidgets> m_loose;
@@ -119,8 +119,8 @@ void tst_Wiring::init()
 
 void tst_Wiring::cleanupTestCase()
 {
-    // In the program the marker lines exist until the process ends. Here the test
-    // deletes them.
+    // In the program, the marker lines exist until the process ends. The test must
+    // delete them itself, or they would leak.
     for (MarkLines* set : {m_marks.allSpectra, m_marks.singleSpectrum}) {
         qDeleteAll(set->lines);
         set->clear();
@@ -185,7 +185,7 @@ void tst_Wiring::rowsOfSeveralFilesAreConnected()
     Q_EMIT m_loose->mapFiles.newFilePaths({"m", "n"});
     QCOMPARE(m_panel->take(), (QStringList{"receiveNewDir /a", "receiveNewDispFiles x,y",
                                            "receiveNewDir /b", "receiveNewPaths m,n"}));
-    // The save row has its own folder, so its signal is not connected.
+    // The save row has its own folder, so its signal newDir() is not connected.
     Q_EMIT m_loose->form.SaveFSelect->newDir("/c");
     QVERIFY(m_panel->take().isEmpty());
     m_loose->form.RemoveAFile->click();
@@ -295,7 +295,7 @@ void tst_Wiring::normalisationClearsTheRangeOfAllSpectra()
     QVERIFY(m_panel->take().isEmpty());
 }
 
-void tst_Wiring::movedLinesSetTheEdgeAndReleaseRecalculates()
+void tst_Wiring::movedMarkerLinesSetTheEdgeAndReleaseRecalculates()
 {
     for (MarkLines* set : {m_marks.allSpectra, m_marks.singleSpectrum}) {
         Q_EMIT set->moving();
@@ -319,7 +319,7 @@ void tst_Wiring::markerLinesBelongToTheirPlots()
     QCOMPARE(m_marks.singleSpectrum->lines.size(), 3);
 }
 
-void tst_Wiring::limitLinesAreRelativeToTheEdge()
+void tst_Wiring::limitMarkerLinesAreRelativeToTheEdge()
 {
     m_loose->form.EdgeE->setText("8350");
     m_loose->form.PreEEndDE->setText("-50");

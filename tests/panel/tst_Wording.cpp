@@ -80,8 +80,8 @@ void tst_Wording::fourPointsNumbersHaveSixDigits_data()
         << Variant::ThreePoints << "3ps: a = 0.111111, Valence = 2.88889";
     QTest::newRow("exact four points, no label")
         << Variant::ExactFourPoints << "a = 0.111111, Valence = 2.88889, t/ts = 1e+07";
-    QTest::newRow("least square") << Variant::LeastSquare
-                                  << "4ps2: a = 0.111111, Valence = 2.88889, t/ts = 1e+07";
+    QTest::newRow("least squares")
+        << Variant::LeastSquare << "4ps2: a = 0.111111, Valence = 2.88889, t/ts = 1e+07";
 }
 
 void tst_Wording::fourPointsNumbersHaveSixDigits()

@@ -149,7 +149,7 @@ run_without_a_display_installs_nothing)
     [[ $said == *"./run sample works without one" ]] || fail "it printed: $said"
     [ ! -s "$work/apt.log" ] || fail "apt-get was called with: $(cat "$work/apt.log")"
     ;;
-fuzz_without_a_target_lists_them)
+fuzz_without_a_target_lists_all_targets)
     make_fuzz_tree
     fuzz || fail "it failed: $said"
     [[ $said == *$'other\nsome' ]] || fail "it printed: $said"

@@ -16,7 +16,8 @@ namespace tests
 
 inline constexpr qint64 mebibyte = 1024 * 1024;
 
-/// Memory (bytes) that a read may use in addition to the data that remains in the row.
+/// Memory (bytes) that a read is allowed to use in addition to the data that it stores in the
+/// row.
 inline constexpr qint64 maxExtraMemory = 200'000'000;
 
 inline ChildProcess systemChild()
@@ -69,7 +70,8 @@ inline bool hasReason(const QJsonObject& step)
 /// An error text if the read in @p step used too much memory, otherwise an empty string.
 /// Always empty under AddressSanitizer, where memory use cannot be measured.
 ///
-/// @param most  limit for the peak, bytes in addition to the data that remains in the row
+/// @param most  limit of the peak, bytes in addition to the data that the read stores in the
+///              row
 inline QString memoryTrouble(const QJsonObject& step, qint64 most = maxExtraMemory)
 {
     const auto bytes = [&step](const char* what) {

@@ -1,4 +1,4 @@
-// Files beyond the size limits are refused without using much memory.
+// Tests that files beyond the size limits are refused without using much memory.
 #include "system/SystemChild.h"
 
 #include <QTest>
@@ -9,7 +9,9 @@ namespace
 {
 
 constexpr qint64 maxLine = 16 * mebibyte;
-constexpr qint64 maxComments = 64 * mebibyte; ///< limit: all characters plus 64 per comment line
+/// Limit of the size of a map's comments: the sum of their characters plus 64 for each comment
+/// line. The 64 accounts for the memory that a stored line needs in addition to its text.
+constexpr qint64 maxComments = 64 * mebibyte;
 constexpr qint64 maxRows = qint64{1} << 25;
 constexpr qint64 maxPoints = qint64{1} << 22;
 
@@ -58,8 +60,8 @@ QString spectrumTrouble(const ChildRun& run)
     return hasReason(step) ? memoryTrouble(step) : QStringLiteral("no reason in the debug log");
 }
 
-/// A map of one pixel. Its comment lines, including the two size lines, count as @p
-/// characters for the limit maxComments.
+/// A map of one pixel whose comments have the size @p characters, counted as for maxComments.
+/// The two lines with the map's size are comments too.
 QByteArray mapWithComments(qint64 characters)
 {
     constexpr qint64 perLine = 64;

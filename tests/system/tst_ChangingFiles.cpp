@@ -1,5 +1,5 @@
-// Files that change while they are read. In every case the program keeps running and the row
-// can read the next file.
+// Tests of files that change while they are read. In every case the program must keep running,
+// and the row must be able to read the next file.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -11,14 +11,14 @@ namespace
 {
 
 constexpr int manyRows = 100000;
-constexpr int maxCalls = 5; ///< hooked calls of each kind; readers open a file fewer times
+constexpr int maxCalls = 5; ///< calls of each kind to hook; no reader opens a file so often
 
 QByteArray textMap(int rows)
 {
     return "# X-NUM 10\n# Y-NUM 10\n" + QByteArray("1 2 3\n").repeated(rows);
 }
 
-/// A binary map of 4 by 3 pixels, each 1.0.
+/// A binary map of 12 pixels, each 1.0. Its header has the given width and the height 3.
 QByteArray binaryMap(const QByteArray& width = "4")
 {
     constexpr int pixels = 12;

@@ -1,4 +1,4 @@
-// Maps whose header claims far more pixels than the file contains.
+// Tests of maps whose header claims far more pixels than the file contains.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -9,11 +9,12 @@ using namespace tests;
 namespace
 {
 
-/// Up to this many claimed pixels are not compared with the size of the file.
+/// A header that claims at most this number of pixels is not compared with the file's size.
 constexpr qint64 uncheckedPixels = qint64{1} << 20;
 constexpr qint64 maxPixels = qint64{1} << 25;
-/// A larger claim needs one pixel in the file per 64 claimed pixels. This is the smallest
-/// number of pixels (rows of a text map) that allows more than uncheckedPixels.
+/// If a header claims more than uncheckedPixels, the file must contain at least one pixel for
+/// each 64 claimed pixels. This is the smallest number of pixels in the file that allows such
+/// a claim. In a text map, each row is one pixel.
 constexpr qint64 rowsForLargerClaim = uncheckedPixels / 64 + 1;
 
 /// A text map with @p rows rows whose header claims a size of @p width by 1.

@@ -1,5 +1,5 @@
-// A disk that becomes full while a result or a histogram is written. Each incomplete file
-// is reported by its own name, and the panel keeps its result.
+// Tests of a disk that becomes full while a result or a histogram is written. A message must
+// name each incomplete file, and the result on the panel must not change.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 

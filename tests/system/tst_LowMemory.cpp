@@ -1,5 +1,5 @@
-// Reading with less and less memory: a file is either read completely or refused with a
-// reason. A lack of memory never ends the program.
+// Tests that read files with less and less memory. A file must be either read completely or
+// refused with a reason; a lack of memory must never end the program.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -10,7 +10,7 @@ using namespace tests;
 namespace
 {
 
-constexpr int manyRows = 100000; ///< 6 MB in a file as rows of a map, 2 MB as points
+constexpr int manyRows = 100000; ///< rows of a text map or of a spectrum
 
 QByteArray textMap()
 {
@@ -60,7 +60,7 @@ QByteArray binaryMapWithLongHeader()
     return head.leftJustified(4 * mebibyte, 'h') + QByteArray(manyRows * 9, '\1');
 }
 
-/// Long lines of non-ASCII text, with three bytes per character in UTF-8.
+/// A map with long comment lines of kana, which need three bytes per character in UTF-8.
 QByteArray longKanaMap()
 {
     const QByteArray line = '#' + QByteArray("\xE3\x81\x82").repeated(16777215) + '\n';

@@ -1,5 +1,6 @@
-// Paths of objects other than regular files, and of files without permissions. Reading keeps
-// the data in the row, writing is refused with a message, and no call blocks.
+// Tests of paths that do not lead to a regular file, and of files without permissions. A read
+// must keep the data in the row, a write must be refused with a message, and no call may
+// block.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -93,7 +94,7 @@ private:
 void tst_OddPaths::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
-    // All users can enter the folder, so that only the permissions inside it matter.
+    // The folder is open to all users, so that only the permissions inside it matter.
     QVERIFY(::chmod(QFile::encodeName(m_folder->path()).constData(), 0777) == 0);
     QVERIFY(!writeFile(*m_folder, "map.dat", map).isEmpty());
     QVERIFY(!writeFile(*m_folder, "spectrum.dat", spectrum).isEmpty());

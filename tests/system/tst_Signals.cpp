@@ -1,5 +1,5 @@
-// SIGPIPE (a pipe without a reader) and SIGXFSZ (a file beyond the size limit) do not end
-// the program; they only make a write fail.
+// Tests that SIGPIPE (a pipe without a reader) and SIGXFSZ (a file beyond the size limit) do
+// not end the program. Only the write fails.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 

@@ -1,4 +1,5 @@
-// The translation table and the sources contain the same texts, except for a few known ones.
+// Tests that the translation table and the sources contain the same texts, except for a few
+// known texts.
 
 #include "support/QmReader.h"
 #include "support/TestFiles.h"

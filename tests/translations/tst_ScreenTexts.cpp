@@ -1,4 +1,5 @@
-// Every text on the screen is translatable: it goes through the translator.
+// Tests that every text on the screen is translatable: a translator that marks each text that
+// it returns is installed, so an unmarked text did not pass through tr().
 
 #include "app/Body.h"
 #include "app/Language.h"
@@ -28,7 +29,7 @@ constexpr int rowCount = 8;
 /// An operation on a panel.
 using Action = std::function<void(FourPs&)>;
 
-/// Whether @p widget is one of Qt's file dialogs or inside one.
+/// Whether @p widget is a file dialog of Qt or a widget inside it.
 bool isPartOfFileDialog(const QWidget* widget)
 {
     for (; widget; widget = widget->parentWidget()) {
@@ -39,7 +40,8 @@ bool isPartOfFileDialog(const QWidget* widget)
     return false;
 }
 
-/// All widgets of the program, shown or not, except those of Qt's file dialogs.
+/// All widgets of the program, visible or hidden, except file dialogs of Qt and the widgets
+/// inside them.
 QWidgetList ownWidgets()
 {
     QWidgetList widgets = QApplication::allWidgets();
@@ -94,14 +96,14 @@ bool loadEdge(AMutE& spectrum, const QTemporaryDir& folder, const QString& name)
     return spectrum.readFile(path);
 }
 
-/// Sets the fitted lines to the constants 0.5 and 2.5.
+/// Sets the pre-edge line to the constant 0.5 and the post-edge line to the constant 2.5.
 void setLines(AMutE& spectrum)
 {
     spectrum.preLine = {0.5, 0.0, 0.0};
     spectrum.postLine = {2.5, 0.0, 0.0};
 }
 
-/// Selects two energy rows that bound the energy range of the fit.
+/// Selects two energy rows, whose energies are the ends of the fit's energy range.
 void markFitRange(FourPs& panel)
 {
     panel.EPoints.at(6)->Energy->setText(QStringLiteral("8250"));
@@ -403,8 +405,8 @@ void tst_ScreenTexts::resultTextsAreTranslatable_data()
         prepareFourPoints(panel);
         panel.ui.TypeTMKisExact->setChecked(true);
     }) << "«a = 0.5, Valence = 2.5, t/ts = 1»";
-    QTest::newRow("least square") << Action(prepareFourPoints)
-                                  << "«4ps2: a = 0.5, Valence = 2.5, t/ts = 1»";
+    QTest::newRow("least squares")
+        << Action(prepareFourPoints) << "«4ps2: a = 0.5, Valence = 2.5, t/ts = 1»";
     QTest::newRow("non-equivalent method") << Action([](FourPs& panel) {
         prepareFourPoints(panel);
         chooseWithoutSignals(panel.ui.TypeNonEquiv);

@@ -1,4 +1,5 @@
-// The embedded Japanese translation table: its bytes, its contents, and lookups through Qt.
+// Tests of the embedded Japanese translation table: its bytes, its contents, and lookups
+// through Qt.
 
 #include "app/Language.h"
 #include "support/QmReader.h"
@@ -60,8 +61,8 @@ bool isJapaneseText(QChar c)
            between(0x4e00, 0x9fff);
 }
 
-/// Chinese and traditional forms of the Japanese characters 線 価 範 囲 図 選 択 様 測 結 無 対 計
-/// 詳 細 開 記 録 値 数 処 関 軸 験 権 試 設 顕 辺 際 積 総.
+/// Simplified and traditional Chinese forms of the Japanese characters 線 価 範 囲 図 選 択 様 測
+/// 結 無 対 計 詳 細 開 記 録 値 数 処 関 軸 験 権 試 設 顕 辺 際 積 総.
 const QString chineseForms = QStringLiteral(
     "线價价范围圖图选擇择樣样测结无對对计详细开记录值數處处關关轴驗验权试设显邊边际积总");
 
@@ -139,7 +140,7 @@ void tst_TextTable::initTestCase()
 
 void tst_TextTable::tableIsTheOnlyFileInTheResourceRoot()
 {
-    // Qt's own resources are in folders.
+    // Qt's own resources are in folders below the root, so they are not listed.
     QCOMPARE(QDir(QStringLiteral(":/")).entryList(QDir::Files), QStringList{"qelk_ja_JP.qm"});
 }
 
@@ -155,7 +156,9 @@ void tst_TextTable::resourceHasFormatVersion3()
 {
     const QString list = QString::fromUtf8(readFile(QStringLiteral(AELK_RESOURCE)));
     QVERIFY(list.contains(QLatin1String("qRegisterResourceData")));
-    QCOMPARE(list.count(QLatin1String("int version = ")), 2); // for registering and unregistering
+    // One version is in the function that registers the resource, and one in the function that
+    // unregisters it.
+    QCOMPARE(list.count(QLatin1String("int version = ")), 2);
     QCOMPARE(list.count(QLatin1String("int version = 3;")), 2);
 }
 

@@ -83,7 +83,7 @@ QString textOf(const QWidget* widget)
     return box ? box->toPlainText().trimmed() : widget->property("text").toString();
 }
 
-/// A sort key for windows: the object name, followed by the window's number if it has one.
+/// The sort key of a window: its object name, followed by its number if it has one.
 QString sortKey(const QWidget* window)
 {
     const auto* number = window->findChild<QLabel*>(QStringLiteral("NumDisp"));
@@ -99,7 +99,8 @@ public:
         : QObject(parent)
         , m_steps(qEnvironmentVariable("AELK_INSPECTOR_STEPS").split(u';', Qt::SkipEmptyParts))
     {
-        // A timer with interval 0 fires each time the event loop has no other events.
+        // A timer with interval 0 fires when the event loop has no other events to process, so
+        // a step starts when the events of the previous step are processed.
         connect(&m_timer, &QTimer::timeout, this, &Inspector::step);
         m_timer.start(0);
     }

@@ -44,8 +44,8 @@ bool hasHook(const std::string& path)
     return false;
 }
 
-/// Counts the call and runs its hooks. Returns the errno with which the call fails, or 0 to
-/// let it proceed.
+/// Counts the call and runs its hooks. Returns 0 if the call may proceed, or the errno with
+/// which it fails.
 int runHooks(Call call, const std::string& path)
 {
     int error = 0;

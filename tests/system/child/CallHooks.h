@@ -11,14 +11,14 @@ namespace hooks
 {
 
 enum class Call {
-    Open,  ///< just before the file is opened
-    Read,  ///< just before a read
-    Write, ///< just before a write
-    Close, ///< just after the file is closed
+    Open,  ///< the action runs just before the file is opened
+    Read,  ///< the action runs just before a read
+    Write, ///< the action runs just before a write
+    Close, ///< the action runs just after the file is closed
 };
 
-/// Runs at a call. It returns 0 to let the call proceed, or the errno with which the call
-/// fails. The result is ignored for Call::Close.
+/// A function that a hook runs. It returns 0 if the call may proceed, or the errno with which
+/// the call fails. For Call::Close the return value is ignored.
 using Action = std::function<int()>;
 
 /// Runs @p action at the call with this @p number (counted from 1) of this kind on the

@@ -10,14 +10,14 @@ qint64 addressSpace(); ///< reserved address space, bytes
 qint64 resident();     ///< memory in use, bytes
 qint64 peakResident(); ///< highest memory use since resetPeak(), bytes
 
-/// Resets the peak to the current use; a no-op if the kernel does not allow it.
+/// Resets peakResident() to the current memory use; a no-op if the kernel does not allow it.
 void resetPeak();
 
-/// Limits the address space to the current size plus @p more bytes during its lifetime.
+/// Limits the address space of the process during its lifetime.
 class Limit
 {
 public:
-    /// @param more  bytes; negative for no limit
+    /// @param more  bytes that the address space can grow; negative for no limit
     explicit Limit(qint64 more);
     ~Limit();
     Limit(const Limit&) = delete;

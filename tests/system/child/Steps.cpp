@@ -66,8 +66,8 @@ QByteArray stateOf(const A2DData& map)
     return state;
 }
 
-/// The action of a hook: changes the file @p path as @p what says. Returns the errno with
-/// which the hooked call fails, or 0 to let it proceed.
+/// The action of a hook: makes the change @p what with @p argument to the file @p path.
+/// Returns 0 if the hooked call may proceed, or the errno with which it fails.
 int change(const QByteArray& what, const QByteArray& path, const QByteArray& argument)
 {
     if (what == "fail") {
@@ -153,8 +153,8 @@ bool Steps::run(QList<QByteArray> words)
     return true;
 }
 
-/// Runs @p read under the memory limit. Returns the peak of its memory use and the memory
-/// still in use afterwards, both relative to the use before.
+/// Runs @p read under the memory limit. Returns its peak memory use and the memory that is
+/// still in use after it, both in bytes more than before the read.
 template <typename Read>
 QJsonObject Steps::measured(Read read)
 {
@@ -231,7 +231,7 @@ QJsonObject Steps::panelMap(const Arguments& rowAndPath)
     return result;
 }
 
-/// Calculates a result with the three-point method; all pixels differ.
+/// Calculates a result with the three-points method. No two pixels of the result are equal.
 QJsonObject Steps::calculate(const Arguments& widthAndHeight)
 {
     tests::prepareThreePoints(panel());
@@ -269,8 +269,8 @@ QJsonObject Steps::write(const Arguments& path)
     return result;
 }
 
-/// Describes a file. The test cannot read the file itself if the disk is mounted only for the
-/// child process.
+/// Describes the contents of a file. The child does this because the test cannot read a file
+/// on a disk that is mounted only for the child.
 QJsonObject Steps::file(const Arguments& path)
 {
     QFile file(decodedPath(path.first()));
@@ -286,7 +286,7 @@ QJsonObject Steps::file(const Arguments& path)
                              QCryptographicHash::hash(content, QCryptographicHash::Sha1).toHex())}};
 }
 
-/// Makes a file with this number of bytes.
+/// Makes a file of the given size in bytes.
 QJsonObject Steps::make(const Arguments& pathAndSize)
 {
     QFile file(decodedPath(pathAndSize.first()));
@@ -310,7 +310,7 @@ QJsonObject Steps::limitFileSize(const Arguments& bytes)
     return {};
 }
 
-/// Gives up root's permissions for the rest of the process.
+/// Drops root's permissions for the rest of the process.
 QJsonObject Steps::dropRoot(const Arguments&)
 {
     constexpr uid_t user = 65534;

@@ -34,7 +34,8 @@ private:
     struct Kind;
     static const QList<Kind>& kinds();
 
-    // Reading. "peak" and "left" are the memory use during and after the read, in bytes.
+    // Reading. In the report, "peak" is the highest memory use during the read and "left" the
+    // memory use after it, both in bytes more than before the read.
     QJsonObject map(const Arguments& path);
     QJsonObject spectrum(const Arguments& path);
     QJsonObject drop(const Arguments& url);
