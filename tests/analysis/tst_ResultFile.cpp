@@ -42,7 +42,8 @@ void tst_ResultFile::fileContainsTheSelectedColumns()
     map.yNum = 1;
     map.rows = {{7, 8, 0.5, 1, {0.25, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 2.5, 1.5}}};
     QVERIFY(write(path, map));
-    // x, y, a, valence and thickness, each right-aligned to ten characters.
+    // The columns are x, y, a, valence and thickness. Each number is right-aligned to 10
+    // characters after one blank; before a there are four blanks.
     QCOMPARE(readFile(path), "# qelk result map V1.0\n"
                              "# sample  A\n"
                              "\n"
