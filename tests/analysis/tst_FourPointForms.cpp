@@ -106,15 +106,15 @@ void tst_FourPointForms::threePointsGiveZeroForTheSecondReference()
 
 void tst_FourPointForms::threePointsMatchAHandCalculation()
 {
-    // f is (value at the V row - value at row 0) / (value at row 1 - value at row 0): f(T) =
-    // 2/4, f(R1) = 3/4 and f(R2) = 1/4. So a = (1/2 - 1/4) / (3/4 - 1/4) = 1/2.
+    // f is (value at the V row - value at row 0) / (value at row 1 - value at row 0):
+    // f(T) = 2/4, f(R1) = 3/4 and f(R2) = 1/4. So a = (1/2 - 1/4) / (3/4 - 1/4) = 1/2.
     QCOMPARE(analysis::threePointFraction({1, 5, 3}, {0, 4, 3}, {0, 4, 1}), 0.5);
 }
 
 void tst_FourPointForms::threePointsResultIsNotClamped()
 {
-    // With f as in threePointsMatchAHandCalculation(), f(T) = 4/4, so a =
-    // (1 - 1/4) / (3/4 - 1/4) = 1.5.
+    // With f as in threePointsMatchAHandCalculation(), f(T) = 4/4, so
+    // a = (1 - 1/4) / (3/4 - 1/4) = 1.5.
     QCOMPARE(analysis::threePointFraction({1, 5, 5}, {0, 4, 3}, {0, 4, 1}), 1.5);
 }
 

@@ -29,29 +29,29 @@ class tst_HistogramCounts : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void numberOfBoxesIsTruncatedAndClamped_data();
-    void numberOfBoxesIsTruncatedAndClamped();
+    void numberOfBinsIsTruncatedAndClamped_data();
+    void numberOfBinsIsTruncatedAndClamped();
     void limitsAreCentresOfTheOuterBins();
     void startZeroesAllCounts();
-    void startClampsTheNumberOfBoxes();
+    void startClampsTheNumberOfBins();
     void valueIsCountedInItsBin_data();
     void valueIsCountedInItsBin();
     void valueHalfABinBelowTheLowerLimitIsInBinZero();
     void totalIsTheHighestCount();
     void valuesOutsideDoNotRaiseTheHighestCount();
     void descendingLimitsCountDownward();
-    void withOneBoxEveryValueCountsAsBelow_data();
-    void withOneBoxEveryValueCountsAsBelow();
-    void withoutBoxesEveryValueCountsAsOutside();
-    void fileHasTwoLinesMoreThanBoxes_data();
-    void fileHasTwoLinesMoreThanBoxes();
+    void withOneBinEveryValueCountsAsBelow_data();
+    void withOneBinEveryValueCountsAsBelow();
+    void withoutBinsEveryValueCountsAsOutside();
+    void fileHasTwoLinesMoreThanBins_data();
+    void fileHasTwoLinesMoreThanBins();
     void fileLinesHaveEdgesCentreAndCount();
-    void fileOfZeroBoxesHasTwoLines();
-    void fileOfOneBoxShowsInfinityAndNaN();
+    void fileWithoutBinsHasTwoLines();
+    void fileOfOneBinShowsInfinityAndNaN();
     void fileRoundsExactHalvesAwayFromZero();
 };
 
-void tst_HistogramCounts::numberOfBoxesIsTruncatedAndClamped_data()
+void tst_HistogramCounts::numberOfBinsIsTruncatedAndClamped_data()
 {
     QTest::addColumn<double>("number");
     QTest::addColumn<int>("boxes");
@@ -70,7 +70,7 @@ void tst_HistogramCounts::numberOfBoxesIsTruncatedAndClamped_data()
     QTest::newRow("infinity") << inf << 1000000;
 }
 
-void tst_HistogramCounts::numberOfBoxesIsTruncatedAndClamped()
+void tst_HistogramCounts::numberOfBinsIsTruncatedAndClamped()
 {
     QFETCH(double, number);
     QTEST(HistogramCounts::boxesFrom(number), "boxes");
@@ -105,7 +105,7 @@ void tst_HistogramCounts::startZeroesAllCounts()
     QCOMPARE(counts.total, 0);
 }
 
-void tst_HistogramCounts::startClampsTheNumberOfBoxes()
+void tst_HistogramCounts::startClampsTheNumberOfBins()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, -5);
@@ -204,7 +204,7 @@ void tst_HistogramCounts::descendingLimitsCountDownward()
     QCOMPARE(counts.over, 1);
 }
 
-void tst_HistogramCounts::withOneBoxEveryValueCountsAsBelow_data()
+void tst_HistogramCounts::withOneBinEveryValueCountsAsBelow_data()
 {
     QTest::addColumn<double>("from");
     QTest::addColumn<double>("to");
@@ -213,7 +213,7 @@ void tst_HistogramCounts::withOneBoxEveryValueCountsAsBelow_data()
     QTest::newRow("equal") << 1.0 << 1.0;
 }
 
-void tst_HistogramCounts::withOneBoxEveryValueCountsAsBelow()
+void tst_HistogramCounts::withOneBinEveryValueCountsAsBelow()
 {
     QFETCH(double, from);
     QFETCH(double, to);
@@ -228,7 +228,7 @@ void tst_HistogramCounts::withOneBoxEveryValueCountsAsBelow()
     QCOMPARE(counts.over, 0);
 }
 
-void tst_HistogramCounts::withoutBoxesEveryValueCountsAsOutside()
+void tst_HistogramCounts::withoutBinsEveryValueCountsAsOutside()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, 0);
@@ -242,7 +242,7 @@ void tst_HistogramCounts::withoutBoxesEveryValueCountsAsOutside()
     QCOMPARE(counts.total, 0);
 }
 
-void tst_HistogramCounts::fileHasTwoLinesMoreThanBoxes_data()
+void tst_HistogramCounts::fileHasTwoLinesMoreThanBins_data()
 {
     QTest::addColumn<int>("boxes");
     for (const int boxes : {0, 1, 2, 11, 50, 1000}) {
@@ -250,7 +250,7 @@ void tst_HistogramCounts::fileHasTwoLinesMoreThanBoxes_data()
     }
 }
 
-void tst_HistogramCounts::fileHasTwoLinesMoreThanBoxes()
+void tst_HistogramCounts::fileHasTwoLinesMoreThanBins()
 {
     QFETCH(int, boxes);
     HistogramCounts counts;
@@ -274,7 +274,7 @@ void tst_HistogramCounts::fileLinesHaveEdgesCentreAndCount()
 
 // The bin width is (1 - 0) / (0 - 1) = -1 and the lower edge 0 + 0.5 = 0.5. The first line is
 // for the values below the range (bin -1), the second for the values above it (bin 0).
-void tst_HistogramCounts::fileOfZeroBoxesHasTwoLines()
+void tst_HistogramCounts::fileWithoutBinsHasTwoLines()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, 0);
@@ -285,7 +285,7 @@ void tst_HistogramCounts::fileOfZeroBoxesHasTwoLines()
 // With one box, the bin width is infinite and the lower edge is minus infinity. Edges and
 // With one bin, the bin width is 1 / 0, which is infinite, and the lower edge is minus
 // infinity. Edges and centres are k * inf - inf, which is -inf for k < 0 and NaN for k >= 0.
-void tst_HistogramCounts::fileOfOneBoxShowsInfinityAndNaN()
+void tst_HistogramCounts::fileOfOneBinShowsInfinityAndNaN()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, 1);

@@ -93,7 +93,7 @@ class tst_MapResultCache : public QObject
 
 private Q_SLOTS:
     void firstCalculationRuns();
-    void repetitionKeepsResultAndCountsWithoutRunning();
+    void unchangedInputsDoNotRunTheCalculationAgain();
     void anyChangeRunsTheCalculationAgain_data();
     void anyChangeRunsTheCalculationAgain();
     void oppositeZerosAreDifferentNumbers();
@@ -116,7 +116,7 @@ void tst_MapResultCache::firstCalculationRuns()
     QCOMPARE(fake.histogram.bins.at(2), 1);             // bin 2 is from 15 to 25
 }
 
-void tst_MapResultCache::repetitionKeepsResultAndCountsWithoutRunning()
+void tst_MapResultCache::unchangedInputsDoNotRunTheCalculationAgain()
 {
     FakeCalculation fake;
     fake.calculate();

@@ -95,8 +95,8 @@ void tst_MapStacks::stackContainsTheMapsAndNumbersOfItsRows()
 void tst_MapStacks::usedRowWithoutMapReadsAsMinusOne()
 {
     // Used: rows 1 to 4, with row 3 as the V row; with a map: rows 2 to 4. So there are enough
-    // rows. The three-point form still uses row 1 as its first row, with T0 = -1: f(T) =
-    // (3 + 1) / (5 + 1) = 2/3 and a = (2/3 - 1/4) / (3/4 - 1/4) = 5/6.
+    // rows. The three-point form still uses row 1 as its first row, with T0 = -1:
+    // f(T) = (3 + 1) / (5 + 1) = 2/3 and a = (2/3 - 1/4) / (3/4 - 1/4) = 5/6.
     const auto inputs = threePointInputs().addMaps(4).useRows({0, 1, 2, 3}).removeMap(0);
     const analysis::CalculationState state = inputs.state();
     A2DData map;
@@ -168,8 +168,8 @@ void tst_MapStacks::victoreenFitOfFiveRowsPassesThroughAllPoints()
 void tst_MapStacks::postEdgeLineIsSubtractedFromReferencesOnRequest()
 {
     // If the post-edge line is subtracted instead of the pre-edge line, each reference is
-    // lower by its edge jump. The fitted constant is then higher by the total dMut: 1.25 + 4 =
-    // 5.25. The option for the target has no effect on maps.
+    // lower by its edge jump. The fitted constant is then higher by the total dMut:
+    // 1.25 + 4 = 5.25. The option for the target has no effect on maps.
     PanelInputs inputs = mixedMaps({quarter});
     inputs.subPostForTarget = true;
     QVERIFY(isQuarter(nonEquivalentMap(inputs)));

@@ -49,7 +49,7 @@ private Q_SLOTS:
     void firstSlopeIsOneOverTheJumpRatio();
     void secondSlopeIsR2OverR1OfTheVRow_data();
     void secondSlopeIsR2OverR1OfTheVRow();
-    void vRowAtXZeroHasNoFiniteSlope();
+    void secondSlopeIsNotFiniteIfTheVRowIsAtXZero();
     void withoutAVRowTheSecondSlopeIsNaN();
     void firstRowCanBeTheVRow();
     void lineThroughAllRowsIsRecovered_data();
@@ -104,7 +104,7 @@ void tst_PlaneLines::secondSlopeIsR2OverR1OfTheVRow()
     QTEST(planeLines(rows).k2, "k2");
 }
 
-void tst_PlaneLines::vRowAtXZeroHasNoFiniteSlope()
+void tst_PlaneLines::secondSlopeIsNotFiniteIfTheVRowIsAtXZero()
 {
     CollectedRows rows = rowsAt({{0.0, 0.0}, {1.0, 1.0}});
     rows.v = {5, 8390.0, 0.0, 3.0};

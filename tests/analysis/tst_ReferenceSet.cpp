@@ -32,13 +32,13 @@ private Q_SLOTS:
     void rowWithInvalidCounterpartIsReturned();
     void edgeJumpRatioIgnoresValidity();
     void edgeJumpRatioNeedsTwoUsedReferences();
-    void secondJumpOfZeroGivesInfinity();
+    void edgeJumpRatioIsInfiniteIfTheSecondJumpIsZero();
     void valenceMixInterpolatesBetweenTheFirstTwoValences();
     void valenceMixIsZeroWithFewerThanTwoValid();
     void valenceMixReadsUsedReferencesEvenIfInvalid();
     void valenceRangeWithoutReferenceIsTenToZero();
-    void valenceAboveTenDoesNotRaiseTheLowest();
-    void negativeValenceDoesNotLowerTheHighest();
+    void valencesAboveTenKeepTheLowerLimitTen();
+    void negativeValencesKeepTheUpperLimitZero();
     void unusedRowsDoNotEnterTheValenceRange();
     void firstTwoValencesKeepTheirOrderAndMissingOnesAreZero();
     void totalJumpSumsUsedReferences();
@@ -46,7 +46,7 @@ private Q_SLOTS:
     void usedReferenceWithoutSpectrumIsATermOfTheTotal();
     void mapLimitsByColumn_data();
     void mapLimitsByColumn();
-    void valenceMapWithoutReferencesHasLimitsNineAndAHalfAndAHalf();
+    void valenceMapWithoutReferencesHasReversedLimits();
     void histogramLimitsFollowTheReferences();
 };
 
@@ -119,7 +119,7 @@ void tst_ReferenceSet::edgeJumpRatioNeedsTwoUsedReferences()
         ReferenceSet({reference(true, true, 0, 3), reference(false, true, 0, 2)}).edgeJumpRatio()));
 }
 
-void tst_ReferenceSet::secondJumpOfZeroGivesInfinity()
+void tst_ReferenceSet::edgeJumpRatioIsInfiniteIfTheSecondJumpIsZero()
 {
     QVERIFY(std::isinf(
         ReferenceSet({reference(true, true, 0, 3), reference(true, true, 0, 0)}).edgeJumpRatio()));
@@ -160,7 +160,7 @@ void tst_ReferenceSet::valenceRangeWithoutReferenceIsTenToZero()
     QCOMPARE(range.high, 0.0);
 }
 
-void tst_ReferenceSet::valenceAboveTenDoesNotRaiseTheLowest()
+void tst_ReferenceSet::valencesAboveTenKeepTheLowerLimitTen()
 {
     const Limits range =
         ReferenceSet({reference(true, true, 12), reference(true, true, 14)}).valenceRange();
@@ -168,7 +168,7 @@ void tst_ReferenceSet::valenceAboveTenDoesNotRaiseTheLowest()
     QCOMPARE(range.high, 14.0);
 }
 
-void tst_ReferenceSet::negativeValenceDoesNotLowerTheHighest()
+void tst_ReferenceSet::negativeValencesKeepTheUpperLimitZero()
 {
     const Limits range =
         ReferenceSet({reference(true, true, -3), reference(true, true, -2)}).valenceRange();
@@ -260,7 +260,7 @@ void tst_ReferenceSet::mapLimitsByColumn()
     }
 }
 
-void tst_ReferenceSet::valenceMapWithoutReferencesHasLimitsNineAndAHalfAndAHalf()
+void tst_ReferenceSet::valenceMapWithoutReferencesHasReversedLimits()
 {
     const std::optional<Limits> limits = analysis::mapLimits(11, ReferenceSet({}));
     QVERIFY(limits);

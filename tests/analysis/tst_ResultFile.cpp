@@ -27,9 +27,9 @@ class tst_ResultFile : public QObject
 
 private Q_SLOTS:
     void fileContainsTheSelectedColumns();
-    void unopenableFileIsRefused_data();
-    void unopenableFileIsRefused();
-    void fullDiskIsRefused();
+    void unopenableFileIsReported_data();
+    void unopenableFileIsReported();
+    void fullDiskIsReported();
 };
 
 void tst_ResultFile::fileContainsTheSelectedColumns()
@@ -59,7 +59,7 @@ void tst_ResultFile::fileContainsTheSelectedColumns()
                              "\n");
 }
 
-void tst_ResultFile::unopenableFileIsRefused_data()
+void tst_ResultFile::unopenableFileIsReported_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("folder") << "/.";
@@ -69,7 +69,7 @@ void tst_ResultFile::unopenableFileIsRefused_data()
     QTest::newRow("no name") << QString();
 }
 
-void tst_ResultFile::unopenableFileIsRefused()
+void tst_ResultFile::unopenableFileIsReported()
 {
     QFETCH(QString, name);
     const QTemporaryDir dir;
@@ -78,7 +78,7 @@ void tst_ResultFile::unopenableFileIsRefused()
     QCOMPARE(readFile(dir.filePath("plain")), "x");
 }
 
-void tst_ResultFile::fullDiskIsRefused()
+void tst_ResultFile::fullDiskIsReported()
 {
     if (!QFileInfo::exists("/dev/full")) {
         QSKIP("needs /dev/full, the device that is always full");

@@ -135,7 +135,7 @@ double anyBits(std::mt19937_64& random)
     return std::bit_cast<double>(random());
 }
 
-/// A map with all pairs of hostile numbers, then random numbers.
+/// A map with all pairs of hostileNumbers(), then random numbers.
 A2DData hostileMap(int width, int height, bool extended)
 {
     std::mt19937_64 random(7);

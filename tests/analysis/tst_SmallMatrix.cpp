@@ -589,7 +589,7 @@ void tst_SmallMatrix::gaussJordanSkipsAZeroDiagonal()
 
 void tst_SmallMatrix::gaussJordanUsesTheFirstUnusedRowAmongNaN()
 {
-    // Row 2 is used first and clears nothing. Row 0 is next: its NaN spreads over row 0 and,
+    // Row 2 is used first and changes no other row. Row 0 is next: its NaN spreads over row 0 and,
     // by the multiplier 1, over row 1.
     const Matrix a(Rows{{notANumber, 0, 0}, {1, notANumber, 0}, {0, 0, 2}});
     const Matrix b(Rows{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}});
