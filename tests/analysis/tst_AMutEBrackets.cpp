@@ -61,7 +61,8 @@ void tst_AMutEBrackets::firstPairThatBracketsWins()
 
 void tst_AMutEBrackets::fallingPairBracketsNothing()
 {
-    // Only the pairs (10, 15) and (12, 40) rise. The first pair contains 14, the second pair 25.
+    // Only the pairs (10, 15) and (12, 40) rise. Energy 14 is inside the pair of points 0 and
+    // 1, energy 25 inside the pair of points 2 and 3.
     const AMutE a = spectrum({10, 15, 12, 40});
     QCOMPARE(a.indicesBelow({14, 25}), (QList<int>{0, 2}));
 }

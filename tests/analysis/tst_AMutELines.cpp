@@ -70,7 +70,7 @@ private Q_SLOTS:
 
     void fitRecoversBothLines();
     void pointsInBothRangesEnterBothFits();
-    void fitUsesSumsInListOrder();
+    void fitAddsPointsInListOrder();
     void pointOnALimitOrWithNaNEnergyEntersNeitherFit_data();
     void pointOnALimitOrWithNaNEnergyEntersNeitherFit();
     void fitUsesWorkingEnergies();
@@ -165,8 +165,8 @@ void tst_AMutELines::fitRecoversBothLines()
         spectrum.points.append({0.0, E, lineAt(post, E)});
     }
     spectrum.fitLines();
-    // The normal equations have a condition number near 1e8, so about eight of
-    // sixteen digits remain.
+    // The normal equations have a condition number of about 3e6, so the fit loses six or seven
+    // of sixteen digits. 1e-7 also allows for the extrapolation of each line beyond its range.
     for (double E = 7000.0; E <= 9500.0; E += 100.0) {
         QVERIFY(near(spectrum.preValue(E), lineAt(pre, E), 1e-7));
         QVERIFY(near(spectrum.postValue(E), lineAt(post, E), 1e-7));
@@ -187,11 +187,11 @@ void tst_AMutELines::pointsInBothRangesEnterBothFits()
     QVERIFY(near(spectrum.preLine.c, 0.2, 1e-6));
 }
 
-void tst_AMutELines::fitUsesSumsInListOrder()
+void tst_AMutELines::fitAddsPointsInListOrder()
 {
-    // The comparison is exact, so the calculation of the expected line uses the same order of
-    // operations as the fit: sums in list order, then Gaussian elimination with partial pivoting
-    // for three unknowns.
+    // The comparison is exact, so the expected line is calculated with the same order of
+    // operations as in the fit: sums in list order, then Gaussian elimination with partial
+    // pivoting for three unknowns.
     AMutE spectrum = spectrumOf({{7000, 0.31}, {7450, 0.27}, {7900, 0.22}, {7100, 0.305}});
     spectrum.fitLines();
 
@@ -206,8 +206,9 @@ void tst_AMutELines::fitUsesSumsInListOrder()
             s[i] += terms[i];
         }
     }
-    // L is near 1.7, so the sums grow with the power of L and the first pivot is in row 2.
-    // The second pivot is the larger remaining entry of column 1, in row 0 or row 1.
+    // L is near 1.7, so the entries of column 0 (the sums of 1, L^3 and L^4) increase
+    // downward, and the first pivot is in row 2. The second pivot is the larger remaining
+    // entry of column 1, in row 0 or row 1.
     const double f0 = s[2] == 0.0 ? 0.0 : s[0] / s[2];
     const double f1 = s[1] / s[2];
     const double a01 = s[1] - s[4] * f0;
@@ -255,8 +256,8 @@ void tst_AMutELines::pointOnALimitOrWithNaNEnergyEntersNeitherFit()
 
 void tst_AMutELines::fitUsesWorkingEnergies()
 {
-    // The same spectrum with all energies 8 eV higher and a shift that undoes it. The
-    // energies are integers, so the shift is exact.
+    // `shifted` is the same spectrum with all energies 8 eV higher and dE = 8 eV, so the
+    // working energies are equal. The energies are integers, so the shift is exact.
     const Pairs pairs{{7700, 1}, {7800, 1.25}, {7900, 1.5}, {7999, 2},
                       {8600, 3}, {8700, 4},    {8800, 4.5}, {8501, 2.5}};
     AMutE plain = spectrumOf(pairs);
@@ -440,8 +441,8 @@ void tst_AMutELines::presentations_data()
     QTest::addColumn<int>("kind");
     QTest::addColumn<double>("value");
 
-    // The point has mut 7. The pre-edge line is 1, also at the edge energy. The post-edge line is
-    // 3 at the point and 5 at the edge energy, so the edge jump is 4.
+    // The point has the mut 7. The pre-edge line is 1 at all energies. The post-edge line is 3
+    // at the point and 5 at the edge energy, so the edge jump is 4.
     QTest::newRow("raw") << 0 << 7.0;
     QTest::newRow("minus pre-edge line") << 1 << 6.0;
     QTest::newRow("minus post-edge line") << 2 << 4.0;
@@ -467,7 +468,7 @@ void tst_AMutELines::presentationEvaluatesLinesAtTheWorkingEnergy()
     AMutE spectrum = spectrumOf({{hc / 2 + 5.0, 100}}, 5.0);
     spectrum.preLine = {0.0, 1.0, 0.0};  // 8 at L = 2
     spectrum.postLine = {0.0, 2.0, 0.0}; // 16 at L = 2
-    spectrum.edgeEnergy = hc;            // not shifted by dE: L = 1, edge jump 1
+    spectrum.edgeEnergy = hc;            // not shifted by dE: L = 1, so the jump is 2 - 1
     QVERIFY(near(spectrum.value(1, 0), 92.0, 1e-11));
     QVERIFY(near(spectrum.value(2, 0), 84.0, 1e-11));
     QVERIFY(near(spectrum.value(3, 0), 92.0, 1e-11));
@@ -520,7 +521,7 @@ void tst_AMutELines::valueAtInterpolatesThePresentation()
     QCOMPARE(spectrum.valueAt(2, 15.0), -3.0);
     QCOMPARE(spectrum.valueAt(3, 15.0), 0.25);
     QCOMPARE(spectrum.valueAt(4, 15.0), 0.25);
-    QCOMPARE(spectrum.valueAt(4, 30.0), 1.0); // extrapolated
+    QCOMPARE(spectrum.valueAt(4, 30.0), 1.0); // extrapolated: 0.5 at 20, 0 at 10
     spectrum.dE = 5.0;
     QCOMPARE(spectrum.valueAt(1, 10.0), 1.0);
 }
@@ -653,13 +654,15 @@ void tst_AMutELines::backgroundIsTheChosenLineAtTheEnergy()
 
 void tst_AMutELines::backgroundSubtractedUsesTheFirstPointAtOrAboveTheEnergy()
 {
-    // In file order, 14 is the first energy at or above 12; its predecessor is 10.
+    // In file order, 14 is the first energy at or above 12. The point before it is at 10, so
+    // the result is 0 + (12 - 10) * 4 / 4 = 2.
     const AMutE spectrum = spectrumOf({{10, 0}, {14, 4}, {11, 100}, {13, 200}});
     double out = 0.0;
     AMutE flat = withConstantLines(spectrum, 0.0, 0.0);
     QVERIFY(flat.backgroundSubtractedAt(12.0, false, &out));
     QCOMPARE(out, 2.0);
-    // The interpolation starts at the previous point of the file, not at the nearest lower energy.
+    // The points are at 10, 4 and 14. The interpolation starts at the point before 14 in the
+    // file, at 4, not at the nearest lower energy, 10.
     flat.points = {{0.0, 10.0, 0.0}, {0.0, 4.0, 1.0}, {0.0, 14.0, 11.0}};
     QVERIFY(flat.backgroundSubtractedAt(12.0, false, &out));
     QCOMPARE(out, 9.0); // 1 + (12 - 4) * 10 / 10
@@ -667,8 +670,9 @@ void tst_AMutELines::backgroundSubtractedUsesTheFirstPointAtOrAboveTheEnergy()
 
 void tst_AMutELines::backgroundSubtractedInterpolatesFromWorkingEnergyZero()
 {
-    // The first point has working energy 8 and mut 4, so the line from the origin is 2 at
-    // energy 4. A line from raw energy 0 (working energy -2) would give 2.4.
+    // The first point has the working energy 8 and the mut 4, so the line from the origin is
+    // 4 * 4 / 8 = 2 at energy 4. A line from raw energy 0 (working energy -2) would be
+    // 4 * 6 / 10 = 2.4.
     const AMutE spectrum = withConstantLines(spectrumOf({{10, 4}}, 2.0), 0.0, 0.0);
     double out = 0.0;
     QVERIFY(spectrum.backgroundSubtractedAt(4.0, false, &out));

@@ -39,9 +39,9 @@ struct Task {
     HistogramCounts histogram; ///< start state of every histogram
 };
 
-/// Results of a calculation: the map, then the histograms of valence and thickness (or
-/// total). The non-equivalent method also fills four histograms of shares and four of
-/// amounts.
+/// Results of a calculation: the map, then the histograms of the valence and of the thickness
+/// (non-equivalent method: of the total dMut). The non-equivalent method also fills four
+/// histograms of shares and four of amounts.
 struct Outcome {
     A2DData map;
     std::array<HistogramCounts, 10> counts;
@@ -191,7 +191,8 @@ HistogramCounts anyHistogram(Random& random)
     return counts;
 }
 
-/// A row count for a map of @p pixels: usually equal, sometimes smaller or larger.
+/// The number of rows (pixels with data) for a map of @p pixels pixels: usually equal,
+/// sometimes smaller or larger.
 int anyRowsFor(int pixels, Random& random)
 {
     switch (wholeNumber(random, 0, 5)) {
@@ -206,8 +207,8 @@ int anyRowsFor(int pixels, Random& random)
     }
 }
 
-/// A map to be used together with maps of @p width by @p height pixels. It usually has this
-/// size, otherwise a different or even an invalid size.
+/// A map for a calculation together with maps of @p width by @p height pixels. It usually has
+/// the same size; otherwise its size is different or even invalid.
 A2DData anyMapUsedWith(int width, int height, Kind kind, Random& random)
 {
     int otherWidth = width;
@@ -269,7 +270,8 @@ void tst_BlockCalculations::everySizeMatchesTheReferenceImplementation()
     const auto numbers = static_cast<Kind>(kind);
     Random random(static_cast<unsigned>(1000 * method + 100 * references + 10 * kind) +
                   (victoreen ? 1U : 0U));
-    // Most of the test's time is needed for the largest sizes, so each kind has only one of them.
+    // The largest sizes need most of the run time, so each kind of numbers is tested with only
+    // one of them.
     const std::array<std::pair<int, int>, 6> largest{
         {{1000, 1}, {16, 12}, {16, 16}, {20, 16}, {1, 321}, {25, 10}}};
     const std::array<std::pair<int, int>, 22> sizes{
@@ -329,7 +331,8 @@ Kind anyKind(Random& random)
     return onceIn(random, 2) ? Kind::Random : tests::allKinds[random() % tests::allKinds.size()];
 }
 
-/// Changes one of @p maps or none. Some changes are impossible for a user of the program.
+/// Changes one of @p maps, or none. Some of these changes cannot be made by a user of the
+/// program.
 void change(Maps& maps, Random& random)
 {
     const auto any = [&]() -> A2DData& { return maps[random() % maps.size()]; };
@@ -352,7 +355,7 @@ void change(Maps& maps, Random& random)
             map.rows[wholeNumber(random, 0, rows - 1)] = tests::rowOf(kind, random);
         }
         break;
-    case 3: // rows appended
+    case 3: // pixels appended
         for (int i = wholeNumber(random, 1, 70); i > 0 && rows < 1000; --i) {
             map.rows.append(tests::rowOf(kind, random));
         }
@@ -363,14 +366,14 @@ void change(Maps& maps, Random& random)
     case 5: // a copy with separate memory
         map = deepCopy(map);
         break;
-    case 6: // fewer rows, as after a failed read
+    case 6: // fewer pixels, as after a failed read
         map.rows.resize(wholeNumber(random, 0, rows));
         break;
-    case 7: // the same rows, with another size
+    case 7: // the same pixels, with another size
         map.xNum = wholeNumber(random, -2, 40);
         map.yNum = wholeNumber(random, -1, 7);
         break;
-    case 8: // two rows share one map
+    case 8: // two maps share their pixels
         map = A2DData(any());
         break;
     case 9: { // one pixel changed, in a copy that replaces the map
@@ -392,7 +395,7 @@ void change(Maps& maps, Random& random)
     }
 }
 
-/// Changes a result in a way that is possible for other code between two calculations.
+/// Changes a result as other code could change it between two calculations.
 void modify(A2DData& result, const QList<std::pair<A2DData, A2DData>>& copies, Random& random)
 {
     const int rows = static_cast<int>(result.rows.size());
@@ -437,7 +440,8 @@ void modify(A2DData& result, const QList<std::pair<A2DData, A2DData>>& copies, R
     }
 }
 
-/// A random calculation on @p maps, usually in array order, with at least four rows.
+/// A random calculation on a random selection of @p maps, in array order. If fewer than four
+/// maps are selected, random maps are added.
 Task anyTask(const Maps& maps, Random& random)
 {
     Task task;
@@ -560,7 +564,7 @@ void tst_BlockCalculations::changedMapIsReadAgain_data()
     QTest::newRow("non-equivalent") << static_cast<int>(Method::NonEquivalent);
 }
 
-// Changes one pixel of one map at a time: the pixels next to the boundaries of blocks.
+// Changes one pixel of one map at a time. The changed pixels are next to the block boundaries.
 void tst_BlockCalculations::changedMapIsReadAgain()
 {
     QFETCH(int, method);

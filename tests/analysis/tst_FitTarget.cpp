@@ -35,8 +35,8 @@ bool near(const QList<double>& values, const QList<double>& expected)
                       [](double a, double b) { return near(a, b); });
 }
 
-// The result for the default inputs: the parts 1/2 and 3/4 have the sum 1.25; the valence is
-// 1/2 * 2 + 3/4 * 4, not divided by this sum.
+// The result for the default inputs. The parts 1/2 and 3/4 add up to 1.25, so the shares are
+// 0.4 and 0.6. The valence uses the parts: 1/2 * 2 + 3/4 * 4 = 4, not divided by 1.25.
 bool isDefault(const LinearFit& fit)
 {
     return near(fit.fractions, {0.4, 0.6}) && near(fit.valence, 4) && near(fit.base, 0.125);
@@ -90,10 +90,10 @@ void tst_FitTarget::threeAndFourReferencesAreFitted_data()
     QTest::addColumn<QList<double>>("parts");
     QTest::addColumn<QList<double>>("fractions");
     QTest::addColumn<double>("valence");
-    // The sum of the parts is 2; the valence is 1 + 1 + 15/4.
+    // The parts add up to 2. The valence is 0.5 * 2 + 0.25 * 4 + 1.25 * 3 = 5.75.
     QTest::newRow("three") << QList<double>{0.5, 0.25, 1.25} << QList<double>{0.25, 0.125, 0.625}
                            << 5.75;
-    // The sum of the parts is 1/2; the valence is 1 + 1 - 3 + 15/4.
+    // The parts add up to 1/2. The valence is 0.5 * 2 + 0.25 * 4 - 1 * 3 + 0.75 * 5 = 2.75.
     QTest::newRow("four, one negative")
         << QList<double>{0.5, 0.25, -1, 0.75} << QList<double>{1, 0.5, -2, 1.5} << 2.75;
 }
@@ -180,8 +180,9 @@ void tst_FitTarget::invalidTargetIsFitted()
 
 void tst_FitTarget::invalidReferenceAmongTheFirstIsFittedAsZero()
 {
-    // Three of the four references are valid, so the first three are used. The third has no
-    // points: it is 0 everywhere and makes every share NaN. The base does not depend on it.
+    // Used: references 1 to 4; valid: 1, 2 and 4. There are three valid references, so the fit
+    // uses the first three used references: 1, 2 and 3. Reference 3 has no points, so it is 0
+    // everywhere and makes every share NaN. The base is still correct.
     PanelInputs inputs = fitInputs();
     setReference(inputs, 3, 3);
     inputs.useReferences({0, 1, 2, 3});
@@ -205,8 +206,8 @@ void tst_FitTarget::comparisonPointStoresTargetResultShareValenceAndColour()
     const LCFPoint point = analysis::comparisonPoint(0.375, 2.75, fit(fitInputs()), 7);
     QCOMPARE(point.fourPsA, 0.375);
     QCOMPARE(point.fourPsValence, 2.75);
-    QVERIFY(near(point.lcfA, 0.4));     // the share: 0.5 / 1.25
-    QVERIFY(near(point.lcfValence, 4)); // the parts are not divided by their sum
+    QVERIFY(near(point.lcfA, 0.4));     // the share of reference 1: 0.5 / 1.25
+    QVERIFY(near(point.lcfValence, 4)); // from the parts, not from the shares
     QCOMPARE(point.color, 7);
 }
 

@@ -59,8 +59,8 @@ double leastSquare(const Mixture& m, double* tts)
         {m.R2[0], m.R2[1], m.R2[2]}, {m.E[0], m.E[1], m.E[2]}, m.r, tts);
 }
 
-// The normal equations for three close energies near 8300 eV lose about nine of the sixteen
-// digits.
+// The normal equations for three close energies near 8300 eV are badly conditioned (condition
+// number above 1e12), so the tolerance is larger than the 1e-10 of the exact form.
 constexpr double leastSquareTolerance = 1e-6;
 
 } // namespace
@@ -106,13 +106,15 @@ void tst_FourPointForms::threePointsGiveZeroForTheSecondReference()
 
 void tst_FourPointForms::threePointsMatchAHandCalculation()
 {
-    // f(T) = 2/4, f(R1) = 3/4, f(R2) = 1/4: (1/2 - 1/4) / (3/4 - 1/4) = 1/2
+    // f is (value at the V row - value at row 0) / (value at row 1 - value at row 0):
+    // f(T) = 2/4, f(R1) = 3/4 and f(R2) = 1/4. So a = (1/2 - 1/4) / (3/4 - 1/4) = 1/2.
     QCOMPARE(analysis::threePointFraction({1, 5, 3}, {0, 4, 3}, {0, 4, 1}), 0.5);
 }
 
 void tst_FourPointForms::threePointsResultIsNotClamped()
 {
-    // f(T) = 4/4: (1 - 1/4) / (1/2) = 1.5
+    // With f as in threePointsMatchAHandCalculation(), f(T) = 4/4, so
+    // a = (1 - 1/4) / (3/4 - 1/4) = 1.5.
     QCOMPARE(analysis::threePointFraction({1, 5, 5}, {0, 4, 3}, {0, 4, 1}), 1.5);
 }
 
@@ -127,8 +129,10 @@ void tst_FourPointForms::equalRowsMakeThreePointsNaNOrInfinite()
 
 void tst_FourPointForms::threePointThicknessUsesOnlyTheFirstReferenceAtRowOne()
 {
-    // (9 - 1) / (0.5 * ((5 - 3) + (5 - 1))) = 8 / 3. The symmetric divisor 0.5 * ((7 - 3) +
-    // (5 - 1)) would give 2.
+    // T rises by 9 - 1 = 8. Both terms of the divisor use R1 at row 1, which is 5, so the
+    // divisor is 0.5 * ((5 - 3) + (5 - 1)) = 3. With R2 at row 1 (7) in the first term, the
+    // divisor would be 4 and the thickness 2. The asymmetry is on purpose: it keeps results
+    // comparable with earlier data.
     QCOMPARE(analysis::threePointThickness({1, 9, 0}, {1, 5, 0}, {3, 7, 0}), 8.0 / 3.0);
 }
 
@@ -196,13 +200,13 @@ void tst_FourPointForms::equalEnergiesMakeTheExactFormNaN()
 
 void tst_FourPointForms::targetLinearInEnergyHasNaNFractionAndZeroThickness()
 {
-    // T = E, so the determinant DT of the target is 0; the determinant DS of the references
-    // is not.
+    // T = E, so the determinant DT of the target is 0. The determinant DS of the references is
+    // not 0, so K = DS / DT is infinite.
     double tts = 1.0;
     const double a =
         analysis::exactFourPoints(0, 1, 5, 2, 1, 2, 4, 8, 3, 3, 9, 2, 0, 1, 5, 2, 1.0, &tts);
     QVERIFY(std::isnan(a));
-    QCOMPARE(tts, 0.0); // 1 / infinity
+    QCOMPARE(tts, 0.0); // 1 / (K / 2)
 }
 
 void tst_FourPointForms::jumpRatioOfMinusOneIsNotFinite()

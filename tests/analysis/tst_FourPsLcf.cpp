@@ -206,7 +206,7 @@ void tst_FourPsLcf::comparisonPointAfterARefusedTargetStoresTheEarlierResult()
     panel.calcBoth();
     QCOMPARE(panel.LCFvs4PS.size(), 2);
     QCOMPARE(panel.LCFvs4PS.at(1).fourPsA, 0.5);
-    QCOMPARE(panel.LCFvs4PS.at(1).fourPsValence, 3.0); // the mean of 2 and 4
+    QCOMPARE(panel.LCFvs4PS.at(1).fourPsValence, 3.0); // a = 0.5: the mean of the valences 2 and 4
 }
 
 void tst_FourPsLcf::clearingRemovesThePointsAndResetsTheColour()
@@ -275,7 +275,9 @@ void tst_FourPsLcf::refusalIsReportedAndChangesNothing()
 
 void tst_FourPsLcf::calcBothRunsRangesMapTargetAndFitInOrder()
 {
-    // Automatic limits for the valences 2 and 4: from 1.5 to 4.5, 51 bins of width 0.06.
+    // Automatic limits of the valence histogram for the valences 2 and 4: the bin centres go
+    // from 2 - 0.5 = 1.5 to 4 + 0.5 = 4.5. With 51 bins, the bin width is 3 / 50 = 0.06, so
+    // the lower edge of bin 0 is 1.5 - 0.03 = 1.47.
     PanelInputs inputs = threePointsAndFit();
     inputs.addMaps(3);
     enterInputs(panel, inputs);

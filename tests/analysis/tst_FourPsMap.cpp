@@ -49,7 +49,8 @@ bool eachIsInItsMiddleBin(const FourPs& panel)
     return panel.HistV->bins == middle && panel.HistT->bins == middle;
 }
 
-// Bin centres from 0 to 6 for valences and shares, from -4 to 6 for amounts.
+// Bin centres from 0 to 6 for the valence and the shares, from -4 to 6 for the total and the
+// amounts.
 void setHistogramLimits(FourPs& panel)
 {
     panel.ui.HgAFrom->setText("0");
@@ -77,7 +78,8 @@ bool isEmpty(const Histgram* histogram)
            histogram->total == 0;
 }
 
-// Fills the references' histograms, as an earlier non-equivalent run does.
+// Adds counts to the histograms of the references, as an earlier run of the non-equivalent
+// method would do.
 void fillReferenceHistograms(FourPs& panel)
 {
     for (Histgram* histogram : panel.HistRatio + panel.HistDMut) {

@@ -202,10 +202,11 @@ void tst_FourPsTarget::mapAndHistogramsAreUnchanged()
 
 void tst_FourPsTarget::rowNumbersAreReadFromTheirFields()
 {
-    // The V row's value is edited from 3 to 3.5, so f(T) = 2.5/4 and a = 3/4.
+    // The target's value at the V row is changed from 3 to 3.5, so f(T) = (3.5 - 1) / (5 - 1)
+    // = 5/8 and a = (5/8 - 1/4) / (3/4 - 1/4) = 3/4.
     enterInputs(panel, threePointInputs());
     panel.EPoints.at(2)->MutT->setText("3.5");
-    QVERIFY(panel.ui.CalcRes->text().isEmpty()); // a changed text alone starts no calculation
+    QVERIFY(panel.ui.CalcRes->text().isEmpty()); // changing the text starts no calculation
     panel.calcTarget();
     QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.75, Valence = 2.25");
 }
@@ -220,8 +221,8 @@ void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly_data()
     QTest::newRow("both radio buttons off") << false << false;
 }
 
-// Target and pixels have a linear background. The Victoreen background has two terms, which
-// cannot fit a straight line through eight points, so it leads to other results.
+// Target and pixels have a linear background. The two terms of the Victoreen background, L^3
+// and L^4, cannot fit a straight line at eight points, so they lead to other results.
 void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly()
 {
     QFETCH(bool, linear);

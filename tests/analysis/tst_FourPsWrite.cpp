@@ -81,7 +81,8 @@ void tst_FourPsWrite::buttonCalculatesAndWrites()
     const QString path = saveTo("result.dat");
     QTest::mouseClick(panel.ui.WriteB, Qt::LeftButton);
     QVERIFY(messages(panel).isEmpty());
-    // x 0, y 0.5, a 0.5, valence 2.5, thickness 1, each right-aligned to ten characters.
+    // The columns are x 0, y 0.5, a 0.5, valence 2.5 and thickness 1. Each number is
+    // right-aligned to 10 characters after one blank; before a there are four blanks.
     QCOMPARE(readFile(path), "# qelk result map V1.0\n"
                              "# sample  A\n"
                              "#\ttab\n"
@@ -92,7 +93,8 @@ void tst_FourPsWrite::buttonCalculatesAndWrites()
 
 void tst_FourPsWrite::buttonWritesTheExtendedLayout()
 {
-    // 1 / hc is 8.06554e-05, with hc = 12398.4 eV angstrom.
+    // C1 is 0.5 / hc for the first pixel and -1 / hc for the second. 1 / hc is 8.06554e-05
+    // with hc = 12398.4 eV angstrom.
     PanelInputs inputs = mixedMaps({mixes::quarter, mixes::negative});
     inputs.maps[0].headerLines = {"# sample  A"};
     enterInputs(panel, inputs);
@@ -213,7 +215,7 @@ void tst_FourPsWrite::histogramsAreWrittenAlthoughTheResultIsNot()
     panel.calcMap();
     panel.write();
     QCOMPARE(messages(panel), QStringList{cannotOpen.arg(path)});
-    QCOMPARE(readFile(histogram).count('\n'), 3); // one bin, one line below it and one above
+    QCOMPARE(readFile(histogram).count('\n'), 3); // values below, one bin, values above
 }
 
 void tst_FourPsWrite::saveCreatesNoHistogramFile()
@@ -237,7 +239,8 @@ void tst_FourPsWrite::saveUpdatesExistingHistogramFiles()
     const QString thick = writeFile(*m_dir, "a.b_HGThick.dat", "old");
     saveTo("a.b.dat");
     panel.calcAndWrite();
-    // The valence 2.5 is in the middle bin of three. The thickness 1 is below both bins.
+    // The valence 2.5 is in the middle bin of three. The thickness 1 is below both bins, so it
+    // is counted in the first line.
     QCOMPARE(readFile(alpha), "1.25 1.5 1.75  0\n"
                               "1.75 2 2.25  0\n"
                               "2.25 2.5 2.75  1\n"

@@ -1,4 +1,4 @@
-// Counting whole blocks of values, compared with counting single values.
+// Counting values in blocks, compared with counting them one by one.
 #include "analysis/HistogramCounter.h"
 
 #include "analysis/HistogramCounts.h"
@@ -37,9 +37,9 @@ bool sameCounts(const HistogramCounts& a, const tests::PlainHistogram& plain)
            a.total == plain.total;
 }
 
-/// Counts @p values in blocks of @p perBlock. The unused end of each block contains numbers
-/// that must not be counted.
-/// @return whether a copy of @p counts, made before counting, is unchanged
+/// Counts @p values in blocks of @p perBlock values. The unused end of each block contains
+/// numbers that must not be counted.
+/// @return whether a copy of @p counts from before the counting is unchanged
 bool countInBlocks(HistogramCounts& counts, const Values& values, int perBlock,
                    Instructions instructions)
 {
@@ -92,8 +92,8 @@ Values valuesFor(const HistogramCounts& counts, std::mt19937_64& random, int num
     return values;
 }
 
-/// Whether single values, blocks of every instruction set and the reference implementation
-/// give equal counts.
+/// Whether the counts are equal if @p values are counted one by one, in blocks with each
+/// instruction set, and by the reference implementation.
 bool countsAgree(double from, double to, int boxes, const Values& values, int perBlock)
 {
     HistogramCounts startState;
@@ -120,13 +120,13 @@ class tst_HistogramCounter : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void blocksCountLikeSingleValues_data();
-    void blocksCountLikeSingleValues();
+    void countingInBlocksEqualsCountingOneByOne_data();
+    void countingInBlocksEqualsCountingOneByOne();
     void blocksOfEveryLengthAreCounted();
     void valuesAfterTheCountAreIgnored_data();
     void valuesAfterTheCountAreIgnored();
     void edgesBelongToTheBinAbove();
-    void valuesLessThanOneBinBelowCountInTheFirstBin();
+    void valuesLessThanOneBinWidthBelowCountInBinZero();
     void binNumbersBeyondIntAreCountedBelow();
     void valuesInOneBinAreAllCounted();
     void earlierCountsAreKept();
@@ -135,7 +135,7 @@ private Q_SLOTS:
     void finishWithoutBlocksChangesNothing();
 };
 
-void tst_HistogramCounter::blocksCountLikeSingleValues_data()
+void tst_HistogramCounter::countingInBlocksEqualsCountingOneByOne_data()
 {
     QTest::addColumn<double>("from");
     QTest::addColumn<double>("to");
@@ -153,7 +153,7 @@ void tst_HistogramCounter::blocksCountLikeSingleValues_data()
     QTest::newRow("1000000 boxes, descending") << 7.0 << -1.0 << 1000000;
 }
 
-void tst_HistogramCounter::blocksCountLikeSingleValues()
+void tst_HistogramCounter::countingInBlocksEqualsCountingOneByOne()
 {
     QFETCH(double, from);
     QFETCH(double, to);
@@ -227,7 +227,7 @@ void tst_HistogramCounter::edgesBelongToTheBinAbove()
     }
 }
 
-void tst_HistogramCounter::valuesLessThanOneBinBelowCountInTheFirstBin()
+void tst_HistogramCounter::valuesLessThanOneBinWidthBelowCountInBinZero()
 {
     for (const Instructions instructions : analysis::availableInstructions()) {
         HistogramCounts counts;
@@ -243,7 +243,9 @@ void tst_HistogramCounter::valuesLessThanOneBinBelowCountInTheFirstBin()
     }
 }
 
-// The bins start at 0 and have the width 2; the bin numbers of the values are around 2^31.
+// The bins start at 0 and have the width 2. 4294967294 and 4294967295.9 have the bin number
+// 2^31 - 1, the largest int, and count as above. From 4294967296 on the bin number is not an
+// int: these values, infinities and NaN count as below.
 void tst_HistogramCounter::binNumbersBeyondIntAreCountedBelow()
 {
     for (const Instructions instructions : analysis::availableInstructions()) {

@@ -29,29 +29,29 @@ class tst_HistogramCounts : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void numberOfBoxesIsTruncatedAndClamped_data();
-    void numberOfBoxesIsTruncatedAndClamped();
+    void numberOfBinsIsTruncatedAndClamped_data();
+    void numberOfBinsIsTruncatedAndClamped();
     void limitsAreCentresOfTheOuterBins();
     void startZeroesAllCounts();
-    void startClampsTheNumberOfBoxes();
+    void startClampsTheNumberOfBins();
     void valueIsCountedInItsBin_data();
     void valueIsCountedInItsBin();
     void valueHalfABinBelowTheLowerLimitIsInBinZero();
     void totalIsTheHighestCount();
     void valuesOutsideDoNotRaiseTheHighestCount();
     void descendingLimitsCountDownward();
-    void oneBoxCountsEverythingBelow_data();
-    void oneBoxCountsEverythingBelow();
-    void zeroBoxesCountEverythingOutside();
-    void fileHasTwoLinesMoreThanBoxes_data();
-    void fileHasTwoLinesMoreThanBoxes();
+    void withOneBinEveryValueCountsAsBelow_data();
+    void withOneBinEveryValueCountsAsBelow();
+    void withoutBinsEveryValueCountsAsOutside();
+    void fileHasTwoLinesMoreThanBins_data();
+    void fileHasTwoLinesMoreThanBins();
     void fileLinesHaveEdgesCentreAndCount();
-    void fileOfZeroBoxesHasTwoLines();
-    void fileOfOneBoxShowsInfinityAndNaN();
+    void fileWithoutBinsHasTwoLines();
+    void fileOfOneBinShowsInfinityAndNaN();
     void fileRoundsExactHalvesAwayFromZero();
 };
 
-void tst_HistogramCounts::numberOfBoxesIsTruncatedAndClamped_data()
+void tst_HistogramCounts::numberOfBinsIsTruncatedAndClamped_data()
 {
     QTest::addColumn<double>("number");
     QTest::addColumn<int>("boxes");
@@ -70,13 +70,14 @@ void tst_HistogramCounts::numberOfBoxesIsTruncatedAndClamped_data()
     QTest::newRow("infinity") << inf << 1000000;
 }
 
-void tst_HistogramCounts::numberOfBoxesIsTruncatedAndClamped()
+void tst_HistogramCounts::numberOfBinsIsTruncatedAndClamped()
 {
     QFETCH(double, number);
     QTEST(HistogramCounts::boxesFrom(number), "boxes");
 }
 
-// Ten steps of 0.1 from 0 to 1. The tolerance is a few ulps of 1.
+// Eleven bins with centres from 0 to 1, so the bin width is 0.1. The tolerance 1e-15 is about
+// four ulps of 1 (2.2e-16).
 void tst_HistogramCounts::limitsAreCentresOfTheOuterBins()
 {
     HistogramCounts counts;
@@ -104,7 +105,7 @@ void tst_HistogramCounts::startZeroesAllCounts()
     QCOMPARE(counts.total, 0);
 }
 
-void tst_HistogramCounts::startClampsTheNumberOfBoxes()
+void tst_HistogramCounts::startClampsTheNumberOfBins()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, -5);
@@ -153,8 +154,8 @@ void tst_HistogramCounts::valueIsCountedInItsBin()
     }
 }
 
-// The lower limit 1 is the centre of bin 0. The value, half a bin width below it, is on the
-// lower edge of bin 0.
+// The lower limit 1 is the centre of bin 0 and the bin width is 2. The value 0 is half a bin
+// width below the limit, on the lower edge of bin 0.
 void tst_HistogramCounts::valueHalfABinBelowTheLowerLimitIsInBinZero()
 {
     HistogramCounts counts = fourBins();
@@ -186,7 +187,8 @@ void tst_HistogramCounts::valuesOutsideDoNotRaiseTheHighestCount()
     QCOMPARE(counts.over, 5);
 }
 
-// From 7 to 1 in four boxes: the bin width is -2 and bin 0 extends from 8 down to 6.
+// Limits from 7 to 1 with four bins: the bin width is -2 and bin 0 extends from 8 down to 6.
+// So 11 is before bin 0 and -1 after the last bin.
 void tst_HistogramCounts::descendingLimitsCountDownward()
 {
     HistogramCounts counts;
@@ -202,7 +204,7 @@ void tst_HistogramCounts::descendingLimitsCountDownward()
     QCOMPARE(counts.over, 1);
 }
 
-void tst_HistogramCounts::oneBoxCountsEverythingBelow_data()
+void tst_HistogramCounts::withOneBinEveryValueCountsAsBelow_data()
 {
     QTest::addColumn<double>("from");
     QTest::addColumn<double>("to");
@@ -211,7 +213,7 @@ void tst_HistogramCounts::oneBoxCountsEverythingBelow_data()
     QTest::newRow("equal") << 1.0 << 1.0;
 }
 
-void tst_HistogramCounts::oneBoxCountsEverythingBelow()
+void tst_HistogramCounts::withOneBinEveryValueCountsAsBelow()
 {
     QFETCH(double, from);
     QFETCH(double, to);
@@ -226,13 +228,13 @@ void tst_HistogramCounts::oneBoxCountsEverythingBelow()
     QCOMPARE(counts.over, 0);
 }
 
-void tst_HistogramCounts::zeroBoxesCountEverythingOutside()
+void tst_HistogramCounts::withoutBinsEveryValueCountsAsOutside()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, 0);
     QCOMPARE(counts.step, -1.0);
-    counts.add(0.0);   // after the edge at 0.5, where bin 0 would be
-    counts.add(100.0); // far before this edge; the bins are in descending order
+    counts.add(0.0);   // bin (0 - 0.5) / -1 = 0, after the last of 0 bins
+    counts.add(100.0); // bin (100 - 0.5) / -1 = -99, before bin 0
     counts.add(notANumber);
     QCOMPARE(counts.bins.size(), 0);
     QCOMPARE(counts.over, 1);
@@ -240,7 +242,7 @@ void tst_HistogramCounts::zeroBoxesCountEverythingOutside()
     QCOMPARE(counts.total, 0);
 }
 
-void tst_HistogramCounts::fileHasTwoLinesMoreThanBoxes_data()
+void tst_HistogramCounts::fileHasTwoLinesMoreThanBins_data()
 {
     QTest::addColumn<int>("boxes");
     for (const int boxes : {0, 1, 2, 11, 50, 1000}) {
@@ -248,7 +250,7 @@ void tst_HistogramCounts::fileHasTwoLinesMoreThanBoxes_data()
     }
 }
 
-void tst_HistogramCounts::fileHasTwoLinesMoreThanBoxes()
+void tst_HistogramCounts::fileHasTwoLinesMoreThanBins()
 {
     QFETCH(int, boxes);
     HistogramCounts counts;
@@ -270,9 +272,9 @@ void tst_HistogramCounts::fileLinesHaveEdgesCentreAndCount()
                                            "8 9 10  2\n"));
 }
 
-// The bin width is -1 and the lower edge 0.5: one line for values below (i = -1) and
-// one for values above (i = 0).
-void tst_HistogramCounts::fileOfZeroBoxesHasTwoLines()
+// The bin width is (1 - 0) / (0 - 1) = -1 and the lower edge 0 + 0.5 = 0.5. The first line is
+// for the values below the range (bin -1), the second for the values above it (bin 0).
+void tst_HistogramCounts::fileWithoutBinsHasTwoLines()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, 0);
@@ -281,8 +283,9 @@ void tst_HistogramCounts::fileOfZeroBoxesHasTwoLines()
 }
 
 // With one box, the bin width is infinite and the lower edge is minus infinity. Edges and
-// centres are k * inf - inf, which is NaN for every k >= 0.
-void tst_HistogramCounts::fileOfOneBoxShowsInfinityAndNaN()
+// With one bin, the bin width is 1 / 0, which is infinite, and the lower edge is minus
+// infinity. Edges and centres are k * inf - inf, which is -inf for k < 0 and NaN for k >= 0.
+void tst_HistogramCounts::fileOfOneBinShowsInfinityAndNaN()
 {
     HistogramCounts counts;
     counts.start(0.0, 1.0, 1);
@@ -292,7 +295,8 @@ void tst_HistogramCounts::fileOfOneBoxShowsInfinityAndNaN()
                                            "nan nan nan  0\n"));
 }
 
-// The bin centres are 100000.5 and 100001.5, half-way between numbers of six digits.
+// The bin centres are 100000.5 and 100001.5. Each is halfway between two numbers of six
+// digits.
 void tst_HistogramCounts::fileRoundsExactHalvesAwayFromZero()
 {
     HistogramCounts counts;

@@ -89,7 +89,8 @@ Vector<N> solved(const Matrix<N>& a, const Vector<N>& b)
                             analysis::fastestInstructions())[2];
 }
 
-/// Number of random systems of N equations for which SmallMatrix has another result.
+/// Number of random systems of N equations for which the result differs from the result of
+/// SmallMatrix.
 template <std::size_t N>
 int differences(const std::function<double()>& element)
 {
@@ -148,7 +149,7 @@ private Q_SLOTS:
 
 void tst_LaneSolver::solvesAKnownSystem()
 {
-    // 2x + y = 5, x - y = 1 has x = 2, y = 1; all steps are exact.
+    // The system 2x + y = 5, x - y = 1 has the solution x = 2, y = 1. All steps are exact.
     const auto x = solved<2>({{{2, 1}, {1, -1}}}, {5, 1});
     QCOMPARE(x[0], 2.0);
     QCOMPARE(x[1], 1.0);
@@ -156,7 +157,7 @@ void tst_LaneSolver::solvesAKnownSystem()
 
 void tst_LaneSolver::unknownsAreInColumnOrder()
 {
-    // The largest element of column 0 is in row 2, the largest of column 1 in row 0.
+    // The pivot of column 0 (4) is in row 2, the pivot of column 1 (8) in row 0.
     const auto x = solved<3>({{{0, 8, 0}, {0, 0, 2}, {4, 0, 0}}}, {16, 6, 4});
     QCOMPARE(x[0], 1.0);
     QCOMPARE(x[1], 2.0);

@@ -81,7 +81,7 @@ private Q_SLOTS:
     void mixtureIsRecovered();
     void targetEqualToTheFirstReferenceHasShareOne();
     void spectraAreNormalisedBetweenTheirLines();
-    void valenceIsNotDividedByTheSum();
+    void valenceIsNotDividedByTheSumOfTheParts();
     void rangeIncludesBothEnds();
     void energyShiftsAreApplied();
     void curveKeepsAnglesAndWorkingEnergies();
@@ -186,9 +186,10 @@ void tst_LinearFit::spectraAreNormalisedBetweenTheirLines()
     QVERIFY(isNear(fit.curve.at(1).mut, 0.75));
 }
 
-void tst_LinearFit::valenceIsNotDividedByTheSum()
+void tst_LinearFit::valenceIsNotDividedByTheSumOfTheParts()
 {
-    // The target is 2 a + 2 b: both shares are 1/2, but the valence is 2 * 2 + 2 * 4.
+    // The target is 2 a + 2 b. Both shares are 1/2, but the valence uses the parts:
+    // 2 * 2 + 2 * 4 = 12.
     const AMutE a = spectrum({0, 1, 4, 2});
     const AMutE b = spectrum({2, 0, 2, 6});
     const AMutE target = spectrum({4, 2, 12, 16});
@@ -211,7 +212,8 @@ void tst_LinearFit::rangeIncludesBothEnds()
 
 void tst_LinearFit::energyShiftsAreApplied()
 {
-    // The target's energies are 30 eV too high, the reference's 50 eV too low.
+    // The target's energies are 30 eV too high and its dE is 30. The energies of the first
+    // reference are 50 eV too low and its dE is -50.
     const AMutE a = spectrum({0, 1, 4, 2});
     const AMutE b = spectrum({2, 0, 2, 6});
     AMutE target = spectrum({2, 0.75, 3, 5.5});

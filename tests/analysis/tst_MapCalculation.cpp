@@ -39,8 +39,8 @@ using Form = void (*)(const MapStack&, A2DData&, HistogramCounts&, HistogramCoun
 using PlainForm = void (*)(const tests::PlainStack&, A2DData&, tests::PlainHistogram&,
                            tests::PlainHistogram&);
 
-// A stack with two references that differ only at the V row: R1 is 0, 4 and 3 (V row), R2 is
-// 0, 4 and 1 (V row). The valences are 2 and 3.
+// A stack with two references that differ only at the V row. At row 0, row 1 and the V row, R1
+// is 0, 4 and 3, and R2 is 0, 4 and 1. The valences are 2 and 3.
 MapStack threePointStack(const A2DData& m0, const A2DData& m1, const A2DData& mv)
 {
     return {{{&m0, 100, 0, 0}, {&m1, 200, 4, 4}}, {&mv, 150, 3, 1}, 1.0, {true, 2.0, 3.0}};
@@ -93,8 +93,9 @@ void tst_MapCalculation::resultHasOneRowPerPixelInScanOrder()
 
 void tst_MapCalculation::threePointsMatchAHandCalculation()
 {
-    // T is 1 and 5 at the two rows and 3 at the V row: f(T) = 1/2, f(R1) = 3/4, f(R2) = 1/4,
-    // so a = 1/2. The thickness is (5 - 1) / (0.5 * ((4 - 0) + (4 - 0))) = 1.
+    // T is 1 at row 0, 5 at row 1 and 3 at the V row, so f(T) = (3 - 1) / (5 - 1) = 1/2. In
+    // the same way f(R1) = 3/4 and f(R2) = 1/4, so a = (1/2 - 1/4) / (3/4 - 1/4) = 1/2. The
+    // thickness is (5 - 1) / (0.5 * ((4 - 0) + (4 - 0))) = 1.
     const A2DData m0 = absorbanceMap(1, 1, {1});
     const A2DData m1 = absorbanceMap(1, 1, {5});
     const A2DData mv = absorbanceMap(1, 1, {3});
@@ -103,7 +104,8 @@ void tst_MapCalculation::threePointsMatchAHandCalculation()
                              result.thickness);
     QCOMPARE(result.map.rows.at(0).intensity, 0.5);
     QCOMPARE(result.map.rows.at(0).i0, 1.0);
-    // There are eleven bins with centres from 2.0 to 3.0. The valence 2.5 is in the middle bin.
+    // Both histograms have eleven bins. The valence 2.5 is in the middle of the limits 2 to 3,
+    // the thickness 1 in the middle of 0 to 2.
     QCOMPARE(result.valence.bins.at(5), 1);
     QCOMPARE(result.thickness.bins.at(5), 1);
     QCOMPARE(result.valence.total, 1);
@@ -125,7 +127,7 @@ void tst_MapCalculation::coordinatesAreReadFromTheVRowsMap()
 
 void tst_MapCalculation::pixelMissingInTheVRowsMapHasZeroCoordinates()
 {
-    const A2DData mv = absorbanceMap(2, 1, {3}); // one row, but a size of two pixels
+    const A2DData mv = absorbanceMap(2, 1, {3}); // data for one pixel, but a size of two pixels
     Result result;
     analysis::mapThreePoints(threePointStack(mv, mv, mv), result.map, result.valence,
                              result.thickness);
@@ -136,8 +138,9 @@ void tst_MapCalculation::pixelMissingInTheVRowsMapHasZeroCoordinates()
 
 void tst_MapCalculation::mapsOfAnotherSizeAreReadWithTheirWidth()
 {
-    // The V row's map is 20 by 20, row 0 has a constant map, and row 1 has a map of 10 by 10
-    // pixels with the values 1000 + index. The thickness (T1 - T0) / 4 shows which T1 was read.
+    // The maps of the V row and of row 0 have 20 by 20 pixels. The map of row 1 has 10 by 10
+    // pixels with the values 1000 + index. T0 is 0, so the thickness T1 / 4 shows which value
+    // was read as T1.
     const A2DData mv = absorbanceMap(20, 20, QList<double>(400, 3.0));
     QList<double> small;
     for (int i = 0; i < 100; ++i) {
@@ -229,7 +232,9 @@ void tst_MapCalculation::tooFewRowsLeaveTheResultUnchanged()
 
 void tst_MapCalculation::exactFormUsesTheFirstThreeRows()
 {
-    // The target is half the sum of the references in tst_FourPointForms: a = 0.5, t/ts = 1.
+    // The numbers of exactFormOfAnEqualMixtureIsHalfWithThicknessOne() in tst_FourPointForms:
+    // the target is half the sum of the references, so a = 0.5 and t/ts = 1. A fourth row must
+    // be ignored.
     const A2DData t0 = absorbanceMap(1, 1, {2});
     const A2DData t1 = absorbanceMap(1, 1, {2.5});
     const A2DData t2 = absorbanceMap(1, 1, {6.5});
@@ -261,7 +266,7 @@ void tst_MapCalculation::methodsMatchTheReferenceImplementationBitForBit_data()
 {
     QTest::addColumn<Form>("form");
     QTest::addColumn<PlainForm>("plain");
-    QTest::addColumn<int>("minimumOthers"); // fewest rows in addition to the V row
+    QTest::addColumn<int>("minimumOthers"); // smallest number of rows besides the V row
     QTest::newRow("three points") << &analysis::mapThreePoints << &tests::plainThreePoints << 2;
     QTest::newRow("exact") << &analysis::mapExactFourPoints << &tests::plainExactFourPoints << 3;
     QTest::newRow("least square") << &analysis::mapLeastSquare << &tests::plainLeastSquare << 0;

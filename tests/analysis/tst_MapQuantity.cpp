@@ -182,7 +182,7 @@ void tst_MapQuantity::pixelsOutsideTheRowsAreZero()
     }
 }
 
-// The number of rows decides which pixels exist, not the size of the result.
+// A pixel exists if it has a row, even if it is outside the size of the result.
 void tst_MapQuantity::rowsBeyondTheSizeAreRead()
 {
     A2DData result = usualResult(true);

@@ -16,8 +16,8 @@ using analysis::MapResultCache;
 namespace
 {
 
-// A fake calculation. Its result is the sum of the first pixels of the maps and of the
-// numbers; the sum is also counted in one histogram.
+// A fake calculation. Its result is the sum of `numbers` and of the first pixel of each map.
+// The sum is also counted in one histogram.
 struct FakeCalculation {
     A2DData first = tests::absorbanceMap(2, 1, {1.0, 2.0});
     A2DData second = tests::absorbanceMap(2, 1, {3.0, 4.0});
@@ -93,7 +93,7 @@ class tst_MapResultCache : public QObject
 
 private Q_SLOTS:
     void firstCalculationRuns();
-    void repetitionKeepsResultAndCountsWithoutRunning();
+    void unchangedInputsDoNotRunTheCalculationAgain();
     void anyChangeRunsTheCalculationAgain_data();
     void anyChangeRunsTheCalculationAgain();
     void oppositeZerosAreDifferentNumbers();
@@ -112,11 +112,11 @@ void tst_MapResultCache::firstCalculationRuns()
     FakeCalculation fake;
     fake.calculate();
     QCOMPARE(fake.runs, 1);
-    QCOMPARE(fake.result.rows.first().intensity, 15.0); // 5 + 6 + 1 + 3
-    QCOMPARE(fake.histogram.bins.at(2), 1);             // bin edges at -5, 5, 15, 25, ...
+    QCOMPARE(fake.result.rows.first().intensity, 15.0); // numbers 5 and 6, pixels 1 and 3
+    QCOMPARE(fake.histogram.bins.at(2), 1);             // bin 2 is from 15 to 25
 }
 
-void tst_MapResultCache::repetitionKeepsResultAndCountsWithoutRunning()
+void tst_MapResultCache::unchangedInputsDoNotRunTheCalculationAgain()
 {
     FakeCalculation fake;
     fake.calculate();

@@ -20,7 +20,7 @@ A2DData sized(int width, int height)
     return map;
 }
 
-/// The extremes of @p values, which are row-major.
+/// The extremes of a map with the row-major @p values.
 std::optional<analysis::Limits> scan(int width, int height, const QList<double>& values)
 {
     return analysis::scanMap(sized(width, height),
@@ -118,7 +118,7 @@ void tst_MapScan::rowsOfTheMapAreNotRead()
     QCOMPARE(limits->high, 2.0);
 }
 
-// A loop over 2^31 empty lines would take too long.
+// A loop over the 2^31 - 1 empty lines would take too long.
 void tst_MapScan::linesWithoutColumnsAreSkipped()
 {
     QVERIFY(!scan(0, std::numeric_limits<int>::max(), {}));

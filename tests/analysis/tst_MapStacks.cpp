@@ -94,9 +94,9 @@ void tst_MapStacks::stackContainsTheMapsAndNumbersOfItsRows()
 
 void tst_MapStacks::usedRowWithoutMapReadsAsMinusOne()
 {
-    // Row 1 has no map. Rows 2, 3 (V row) and 4 have one, so there are enough rows. The
-    // three-point form still uses row 1 as its first row, with T0 = -1: f(T) = (3 + 1) / (5 + 1)
-    // = 2/3 and a = (2/3 - 1/4) * 2 = 5/6.
+    // Used: rows 1 to 4, with row 3 as the V row; with a map: rows 2 to 4. So there are enough
+    // rows. The three-point form still uses row 1 as its first row, with T0 = -1:
+    // f(T) = (3 + 1) / (5 + 1) = 2/3 and a = (2/3 - 1/4) / (3/4 - 1/4) = 5/6.
     const auto inputs = threePointInputs().addMaps(4).useRows({0, 1, 2, 3}).removeMap(0);
     const analysis::CalculationState state = inputs.state();
     A2DData map;
@@ -110,7 +110,7 @@ void tst_MapStacks::usedRowWithoutMapReadsAsMinusOne()
 
 void tst_MapStacks::vRowWithoutMapGivesAnEmptyResult()
 {
-    // The V rows are 3 and 5. The later one, row 5, is used although it has no map.
+    // Rows 3 and 5 are marked as V rows. The later one, row 5, is used although it has no map.
     const auto inputs = fourPointInputs().addMaps(4).useRows({0, 1, 2, 3, 4}).markVRows({2, 4});
     const analysis::CalculationState state = inputs.state();
     A2DData map = inputs.maps[0];
@@ -140,8 +140,8 @@ void tst_MapStacks::nonEquivalentMapHasThirteenValuesPerPixel()
 
 void tst_MapStacks::fourReferencesFillEveryEntry()
 {
-    // The amounts (dMut) are 1, 3, 4 and 8, with a total of 16; the valence is 1/8 + 15/16 + 1 +
-    // 7/2.
+    // The amounts (dMut) are 1, 3, 4 and 8 with the total 16, so the shares are 1/16, 3/16,
+    // 4/16 and 8/16. The valence is 2/16 + 5 * 3/16 + 4 * 4/16 + 7 * 8/16 = 5.5625.
     Mix mix = curvedQuarter;
     mix.parts = {0.5, 0.5, 1, 1};
     const A2DData map = nonEquivalentMap(mixedMaps({mix}, 4, 8), true);
@@ -167,9 +167,9 @@ void tst_MapStacks::victoreenFitOfFiveRowsPassesThroughAllPoints()
 
 void tst_MapStacks::postEdgeLineIsSubtractedFromReferencesOnRequest()
 {
-    // Subtracting the post-edge line instead of the pre-edge line lowers each reference by its
-    // edge jump, so the fitted constant is higher by the total of 4. The option for the target
-    // has no effect on maps.
+    // If the post-edge line is subtracted instead of the pre-edge line, each reference is
+    // lower by its edge jump. The fitted constant is then higher by the total dMut:
+    // 1.25 + 4 = 5.25. The option for the target has no effect on maps.
     PanelInputs inputs = mixedMaps({quarter});
     inputs.subPostForTarget = true;
     QVERIFY(isQuarter(nonEquivalentMap(inputs)));
@@ -192,7 +192,8 @@ void tst_MapStacks::countsAreConvertedToMutBeforeTheFit()
 
 void tst_MapStacks::baseRowIsTheFirstUsedRowAndNotTheVRow()
 {
-    // The map of the V row, row 3, is wider; row 1 has a map too, but is not in use.
+    // Rows 2 to 6 are used. The V row, row 3, has a wider map. Row 1 also has a map, but is
+    // not used. So the base row is row 2.
     PanelInputs inputs = mixedMaps({quarter, negative}, 2, 6);
     inputs.setMap(0, {1, 2, 3});
     inputs.maps[2].rows.append({9, 9, 7, 0, {}});
@@ -203,7 +204,7 @@ void tst_MapStacks::baseRowIsTheFirstUsedRowAndNotTheVRow()
     base.headerLines = {"# base  row", "#"};
     base.rows[1].x = 12.5;
     base.rows[1].y = -3;
-    base.rows.append({20, 20, 5, 0, {}}); // the map is only two pixels wide
+    base.rows.append({20, 20, 5, 0, {}}); // a third pixel outside the map's size
     inputs.useRows({1, 2, 3, 4, 5});
     const A2DData map = nonEquivalentMap(inputs);
     QCOMPARE(map.headerLines, (QStringList{"# base  row", "#"}));
@@ -235,7 +236,7 @@ void tst_MapStacks::rowWithoutMapIsFittedAsMinusOne()
     const A2DData map = nonEquivalentMap(inputs);
     QVERIFY(near(map.rows.at(0).intensity, 0.25));
     QVERIFY(near(map.rows.at(0).values.at(8), mix.constant));
-    // With the original constant, the -1 is not on the mixture, so the share is wrong.
+    // With the original constant the mixture is not -1 at this row, so the share is wrong.
     setPixels(inputs, {quarter}, 6);
     inputs.removeMap(3);
     QVERIFY(!near(nonEquivalentMap(inputs).rows.at(0).intensity, 0.25));

@@ -91,11 +91,11 @@ private Q_SLOTS:
     void fifthReferenceIsIgnored();
     void missingWeightCountsAsZero();
     void surplusSpectraAreIgnored();
-    void zeroSumMakesEveryShareNaN();
+    void zeroTargetMakesEveryShareNaN();
     void equalReferencesGiveNonFiniteShares();
     void valenceIsTheSumOfSharesTimesValences();
     void valenceOfAMissingReferenceCountsAsZero();
-    void targetResultMultipliesTheTotalFirst();
+    void targetAmountsAreShareTimesTotal();
     void matchesTheReferenceImplementationBitForBit();
 };
 
@@ -166,7 +166,8 @@ void tst_NonEquivalent::targetValuesSubtractTheChosenLine()
 
 void tst_NonEquivalent::mixtureIsRecoveredWithLinearBackground()
 {
-    // T = 0.5 R1 + 1.5 R2 + 3 + 0.01 E; both weights are 1/2, so the shares are 1/4 and 3/4.
+    // T = 0.5 R1 + 1.5 R2 + 3 + 0.01 E. The coefficients 0.5 and 1.5 times the weights of 1/2
+    // are 0.25 and 0.75. They add up to 1, so they are also the shares.
     QList<double> T;
     for (int e = 0; e < 5; ++e) {
         T.append(0.5 * twoReferences.at(0).at(e) + 1.5 * twoReferences.at(1).at(e) + 3 +
@@ -182,7 +183,9 @@ void tst_NonEquivalent::mixtureIsRecoveredWithLinearBackground()
 
 void tst_NonEquivalent::mixtureIsRecoveredWithVictoreenBackground()
 {
-    // Five rows for five unknowns: the fit passes through all points.
+    // Five rows for five unknowns: the fit passes through all points. T = 0.5 R1 + 1.5
+    // R2 + 3 + 0.25 L^3 - 0.125 L^4, so the shares are 1/4 and 3/4 as with the linear
+    // background.
     const QList<double> energies{6000, 7000, 8000, 9000, 10000};
     QList<double> T;
     for (int e = 0; e < 5; ++e) {
@@ -191,7 +194,8 @@ void tst_NonEquivalent::mixtureIsRecoveredWithVictoreenBackground()
                  0.25 * std::pow(L, 3) - 0.125 * std::pow(L, 4));
     }
     const Solved solved = solve(true, T, twoReferences, energies, {0.5, 0.5});
-    // The normal equations with L^3 and L^4 lose about six digits.
+    // The normal equations have a condition number of about 3e5, so the fit loses five or six
+    // of sixteen digits. 1e-6 is far above this error.
     QVERIFY(isNear(solved.out.at(0), 0.25, 1e-6));
     QVERIFY(isNear(solved.out.at(1), 0.75, 1e-6));
     QVERIFY(isNear(solved.out.at(neq::mut0), 3, 1e-6));
@@ -209,7 +213,9 @@ void tst_NonEquivalent::mixtureIsRecoveredWithVictoreenBackground()
 
 void tst_NonEquivalent::sharesAreWeightedByTheJumps()
 {
-    // Both coefficients are 1. Jumps of 3 and 1 with the sum 4 give the shares 3/4 and 1/4.
+    // The edge jumps 3 and 1 divided by their sum 4 are the weights 3/4 and 1/4. Both
+    // coefficients of T = R1 + R2 are 1. Times the weights they add up to 1, so the shares are
+    // 3/4 and 1/4.
     QList<double> T;
     for (int e = 0; e < 5; ++e) {
         T.append(twoReferences.at(0).at(e) + twoReferences.at(1).at(e));
@@ -222,7 +228,8 @@ void tst_NonEquivalent::sharesAreWeightedByTheJumps()
 
 void tst_NonEquivalent::sharesAddUpToOneAndCanBeNegative()
 {
-    // The coefficients are -1 and 3 with equal weights, so the shares are -1/2 and 3/2.
+    // The coefficients of T = -R1 + 3 R2 are -1 and 3. Times the weights of 1/2 they add up to
+    // 1, so the shares are -1/2 and 3/2.
     QList<double> T;
     for (int e = 0; e < 5; ++e) {
         T.append(-twoReferences.at(0).at(e) + 3 * twoReferences.at(1).at(e));
@@ -281,9 +288,10 @@ void tst_NonEquivalent::surplusSpectraAreIgnored()
     QCOMPARE(inputs.weights.size(), 2);
 }
 
-void tst_NonEquivalent::zeroSumMakesEveryShareNaN()
+void tst_NonEquivalent::zeroTargetMakesEveryShareNaN()
 {
-    // A target of zeros has coefficients of exactly 0, so every share is 0 / 0.
+    // A target of zeros has coefficients of exactly 0, so the sum of the weighted coefficients
+    // is 0 and every share is 0 / 0.
     const Solved solved = solve(false, {0, 0, 0, 0, 0}, twoReferences, fiveEnergies, {0.5, 0.5});
     QCOMPARE(solved.sum, 0.0);
     for (int i = 0; i < 4; ++i) {
@@ -293,7 +301,7 @@ void tst_NonEquivalent::zeroSumMakesEveryShareNaN()
 
 void tst_NonEquivalent::equalReferencesGiveNonFiniteShares()
 {
-    // All numbers are small integers, so the pivot is exactly 0.
+    // Both references are equal and all numbers are small integers, so a pivot is exactly 0.
     const Solved solved =
         solve(false, {1, 2, 4, 8}, {{1, 0, 1, 0}, {1, 0, 1, 0}}, {1, 2, 3, 4}, {0.5, 0.5});
     QVERIFY(!std::isfinite(solved.out.at(0)));
@@ -316,10 +324,11 @@ void tst_NonEquivalent::valenceOfAMissingReferenceCountsAsZero()
     QCOMPARE(analysis::neqValence(out, {}), 0.0);
 }
 
-void tst_NonEquivalent::targetResultMultipliesTheTotalFirst()
+void tst_NonEquivalent::targetAmountsAreShareTimesTotal()
 {
-    // neqSolve() returns the shares and their sum. In some trials share * (sum * jumpSum)
-    // rounds differently from (share * sum) * jumpSum.
+    // neqSolve() returns the shares and the sum of the weighted coefficients; the total dMut
+    // is sum * jumpSum. In some trials share * (sum * jumpSum) rounds differently from
+    // (share * sum) * jumpSum.
     std::mt19937 random(3);
     std::uniform_real_distribution<double> uniform(0.0, 2.0);
     int differentRoundings = 0;

@@ -88,8 +88,9 @@ private Q_SLOTS:
 
 void tst_NonEquivalentMap::mixtureOfAPixelIsRecovered()
 {
-    // T = R1 + 3 R2: the sum is (1 + 3) / 2 = 2, the shares are 1/4 and 3/4 and the valence
-    // is 2.75. The total is 2 * 2 = 4, with the amounts 1 and 3.
+    // T = R1 + 3 R2. The coefficients 1 and 3 times the weights of 1/2 add up to 2. So the
+    // shares are 1/4 and 3/4, and the valence is 1/4 * 2 + 3/4 * 3 = 2.75. The total dMut is
+    // 2 * jumpSum = 4, and the amounts (dMut) are 1/4 * 4 = 1 and 3/4 * 4 = 3.
     const A2DData m0 = absorbanceMap(1, 1, {3});
     const A2DData m1 = absorbanceMap(1, 1, {1});
     const A2DData m2 = absorbanceMap(1, 1, {6});
@@ -112,7 +113,7 @@ void tst_NonEquivalentMap::mixtureOfAPixelIsRecovered()
 
 void tst_NonEquivalentMap::baseMapSetsSizeCoordinatesAndHeader()
 {
-    A2DData base = absorbanceMap(2, 2, {1, 2, 3}); // one row fewer than its size
+    A2DData base = absorbanceMap(2, 2, {1, 2, 3}); // data for three of the four pixels
     base.headerLines = QStringList{"# first", "# second"};
     const A2DData other = absorbanceMap(1, 1, {1});
     Result result;
@@ -144,8 +145,9 @@ void tst_NonEquivalentMap::baseMapWithoutPixelsGivesAnEmptyExtendedResult()
 
 void tst_NonEquivalentMap::pixelWithoutDataHasAllValues()
 {
-    // T = -1 at all rows is a constant background. The coefficients are about 0 and the shares
-    // have no meaning, but the pixel still has all its values.
+    // A pixel without data has the absorbance -1 at all rows, which is a constant background.
+    // The coefficients of the references are about 0 and the shares have no meaning, but the
+    // pixel still has all thirteen values.
     A2DData base = absorbanceMap(3, 1, {1});
     Result result;
     analysis::mapNonEquivalent(twoReferenceStack({&base, &base, &base, &base}), result.map,
@@ -161,8 +163,8 @@ void tst_NonEquivalentMap::pixelWithoutDataHasAllValues()
 
 void tst_NonEquivalentMap::mapOfAnotherSizeIsReadWithItsWidth()
 {
-    // Pixel (0, 1) is the second value of a map of width 1, but the third value of the base,
-    // which is 2 wide.
+    // Pixel (0, 1) has the index 1 in the map of width 1 and the index 2 in the base map of
+    // width 2. Its values 3, 1, 6 and 16 are the mixture of mixtureOfAPixelIsRecovered().
     const A2DData base = absorbanceMap(2, 2, {0, 0, 3, 0});
     const A2DData narrow = absorbanceMap(1, 2, {7, 1});
     const A2DData third = absorbanceMap(2, 2, {0, 0, 6, 0});
@@ -207,7 +209,8 @@ void tst_NonEquivalentMap::pixelsWithoutDataShareTheirValues()
     analysis::mapNonEquivalent(twoReferenceStack({&base, &base, &base, &base}), result.map,
                                result.histograms());
     QCOMPARE(result.map.rows.size(), 1000);
-    // The first block of 64 pixels has data. The other pixels have none and share one list.
+    // The first block of 64 pixels contains the two pixels with data. The pixels of the other
+    // blocks have no data and share one list.
     QVERIFY(result.map.rows.at(64).values.constData() ==
             result.map.rows.at(999).values.constData());
     QVERIFY(result.map.rows.at(0).values.constData() != result.map.rows.at(1).values.constData());
@@ -215,8 +218,8 @@ void tst_NonEquivalentMap::pixelsWithoutDataShareTheirValues()
 
 void tst_NonEquivalentMap::blocksOfEqualPixelsShareTheirValues()
 {
-    // Five blocks of 64 pixels: one with the value 1, two with 2, one with 2 and a last pixel of 3,
-    // and one with NaN.
+    // Five blocks of 64 pixels. The pixels of block 0 have the value 1, of blocks 1 and 2 the
+    // value 2, and of block 4 NaN. In block 3 the last pixel is 3 and the others are 2.
     QList<double> muts(64, 1.0);
     muts += QList<double>(191, 2.0) + QList<double>{3.0} + QList<double>(64, notANumber);
     const A2DData base = absorbanceMap(320, 1, muts);

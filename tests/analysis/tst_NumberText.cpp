@@ -1,4 +1,4 @@
-// Numbers as text. The texts must be the same as those of Qt's formatting.
+// Formatting of numbers as text, compared with QString::arg().
 #include "analysis/NumberText.h"
 
 #include <QTest>
@@ -13,8 +13,8 @@
 namespace
 {
 
-/// AddressSanitizer builds, which are slow, test only a tenth of the random numbers. They check
-/// memory accesses; the other builds check the digits.
+/// The slow builds with AddressSanitizer test only a tenth of the random numbers: they are
+/// meant to check memory accesses, and the other builds check the digits.
 #ifdef __SANITIZE_ADDRESS__
 constexpr int reduction = 10;
 #else
@@ -74,8 +74,8 @@ double anyMagnitudeNearOne(Random& random)
     return std::ldexp(uniform(random, -2.0, 2.0), integer(random, -80, 110));
 }
 
-/// Fractions with few binary digits. Many are exactly half-way between two numbers of six
-/// significant digits.
+/// Fractions with few binary digits. Many of them are exactly halfway between two numbers of
+/// six significant digits.
 double dyadic(Random& random)
 {
     return std::ldexp(integer(random, -20'000'000, 20'000'000), -integer(random, 0, 24));
@@ -93,9 +93,10 @@ double sevenDigitsEndingInFive(Random& random)
     return step == 0 ? value : std::nextafter(value, step * inf);
 }
 
-/// A number near the middle between two numbers of six significant digits. Its distance from
-/// the middle is about the safety margin of the fast path.
-double closeToAHalf(Random& random)
+/// A number (n + 1/2 + d) / 10^k, where n has six digits, so it is nearly halfway between two
+/// numbers of six significant digits. |d| is at most 2^-24 to 2^-36. This range includes the
+/// safety margin of the fast path, 1e-9 (about 2^-30).
+double closeToHalfway(Random& random)
 {
     const double half = integer(random, 100'000, 999'999) + 0.5;
     const double distance = std::ldexp(uniform(random, -1.0, 1.0), -integer(random, 24, 36));
@@ -191,7 +192,8 @@ void tst_NumberText::textFollowsTheGeneralFormat()
 void tst_NumberText::limitsMatchQt_data()
 {
     QTest::addColumn<double>("value");
-    // Limits of the fast path.
+    // Numbers near 1e-4 and 1e6, below and above which the text has an exponent, and very
+    // large and very small doubles.
     QTest::newRow("1e-4") << 1e-4;
     QTest::newRow("rounds to 1e-4") << 9.9999995e-5;
     QTest::newRow("2^-14") << 0x1p-14;
@@ -204,8 +206,8 @@ void tst_NumberText::limitsMatchQt_data()
     QTest::newRow("largest") << std::numeric_limits<double>::max();
     QTest::newRow("smallest normal") << std::numeric_limits<double>::min();
     QTest::newRow("largest subnormal") << std::nextafter(std::numeric_limits<double>::min(), 0.0);
-    // Half-way cases that are not exact in binary: the nearest double is above some of them and
-    // below others.
+    // Numbers halfway between two numbers of six digits, but not exact in binary: the nearest
+    // double is above some of them and below others.
     QTest::newRow("0.1234565") << 0.1234565;
     QTest::newRow("0.1234575") << 0.1234575;
     QTest::newRow("1.000005") << 1.000005;
@@ -216,7 +218,7 @@ void tst_NumberText::limitsMatchQt_data()
     QTest::newRow("2.5e-5") << 2.5e-5;
     QTest::newRow("0.0002000005") << 0.0002000005;
     QTest::newRow("0.001234565") << 0.001234565;
-    // Half-way cases that are exact in binary.
+    // Numbers halfway between two numbers of six digits that are exact in binary.
     QTest::newRow("0.5") << 0.5;
     QTest::newRow("1000005") << 1000005.0;
     QTest::newRow("100000.5") << 100000.5;
@@ -264,7 +266,7 @@ void tst_NumberText::randomNumbersMatchQt_data()
     QTest::newRow("any magnitude near 1") << Draw{anyMagnitudeNearOne} << 400'000;
     QTest::newRow("few binary digits") << Draw{dyadic} << 300'000;
     QTest::newRow("seven digits ending in 5") << Draw{sevenDigitsEndingInFive} << 400'000;
-    QTest::newRow("close to a half") << Draw{closeToAHalf} << 400'000;
+    QTest::newRow("close to halfway") << Draw{closeToHalfway} << 400'000;
     QTest::newRow("whole numbers") << Draw{wholeNumber} << 100'000;
     QTest::newRow("subnormal") << Draw{subnormal} << 50'000;
     QTest::newRow("powers of ten") << Draw{powerOfTenOrNeighbour} << 50'000;

@@ -31,12 +31,12 @@ private Q_SLOTS:
     void coordinatesAreReadFromTheBaseOrZero();
     void coordinatesOfAnEarlierResultAreReplaced();
     void startingAResultKeepsTheExtendedFlag();
-    void muchLargerEarlierResultReleasesItsMemory();
-    void similarEarlierResultKeepsItsMemory();
+    void memoryOfAMuchLargerEarlierResultIsReleased();
+    void memoryOfASimilarEarlierResultIsReused();
     void copyOfAnEarlierResultIsUnchanged();
     void pixelsBeyondTheRowsReadAsMinusOne();
     void absorbanceThatIsNotCachedIsCalculated();
-    void growingResultDropsItsOldValues();
+    void oldValuesAreDroppedWhenTheResultGrows();
 };
 
 void tst_PixelBlocks::everyPixelIsInOneBlockInScanOrder()
@@ -97,7 +97,7 @@ void tst_PixelBlocks::startingAResultKeepsTheExtendedFlag()
     QVERIFY(result.extended);
 }
 
-void tst_PixelBlocks::muchLargerEarlierResultReleasesItsMemory()
+void tst_PixelBlocks::memoryOfAMuchLargerEarlierResultIsReleased()
 {
     const A2DData base = tests::absorbanceMap(10, 1, {});
     A2DData result;
@@ -107,7 +107,7 @@ void tst_PixelBlocks::muchLargerEarlierResultReleasesItsMemory()
     QVERIFY(result.rows.capacity() < 100);
 }
 
-void tst_PixelBlocks::similarEarlierResultKeepsItsMemory()
+void tst_PixelBlocks::memoryOfASimilarEarlierResultIsReused()
 {
     const A2DData base = tests::absorbanceMap(900, 1, {});
     A2DData result;
@@ -165,9 +165,10 @@ void tst_PixelBlocks::absorbanceThatIsNotCachedIsCalculated()
     }
 }
 
-void tst_PixelBlocks::growingResultDropsItsOldValues()
+void tst_PixelBlocks::oldValuesAreDroppedWhenTheResultGrows()
 {
-    // Enlarging the list would copy the old rows with their values. A new result has no values.
+    // If the list were enlarged, it would keep the old rows with their values. A new result
+    // has no values.
     A2DData result;
     result.rows.append({1.0, 2.0, 3.0, 4.0, {5.0}});
     analysis::startResult(result, tests::absorbanceMap(100, 1, {}));

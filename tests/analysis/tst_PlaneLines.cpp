@@ -16,7 +16,8 @@ namespace
 using Point = QPair<double, double>; // x is R1, y is R2
 using Points = QList<Point>;
 
-/// Rows at the given points, and a V row at (2, 3); r = 0.5. The energies have no effect.
+/// Energy rows at the given points, and a V row at (2, 3). The edge jump ratio r is 0.5. The
+/// energies have no effect.
 CollectedRows rowsAt(const Points& points)
 {
     CollectedRows rows;
@@ -48,11 +49,11 @@ private Q_SLOTS:
     void firstSlopeIsOneOverTheJumpRatio();
     void secondSlopeIsR2OverR1OfTheVRow_data();
     void secondSlopeIsR2OverR1OfTheVRow();
-    void vRowAtXZeroHasNoFiniteSlope();
+    void secondSlopeIsNotFiniteIfTheVRowIsAtXZero();
     void withoutAVRowTheSecondSlopeIsNaN();
     void firstRowCanBeTheVRow();
-    void rowsOnALineGiveThatLine_data();
-    void rowsOnALineGiveThatLine();
+    void lineThroughAllRowsIsRecovered_data();
+    void lineThroughAllRowsIsRecovered();
     void scatteredRowsGiveTheLeastSquaresLine();
     void orderOfTheRowsHasNoEffect();
     void vRowIsNotPartOfTheFit();
@@ -103,7 +104,7 @@ void tst_PlaneLines::secondSlopeIsR2OverR1OfTheVRow()
     QTEST(planeLines(rows).k2, "k2");
 }
 
-void tst_PlaneLines::vRowAtXZeroHasNoFiniteSlope()
+void tst_PlaneLines::secondSlopeIsNotFiniteIfTheVRowIsAtXZero()
 {
     CollectedRows rows = rowsAt({{0.0, 0.0}, {1.0, 1.0}});
     rows.v = {5, 8390.0, 0.0, 3.0};
@@ -114,7 +115,7 @@ void tst_PlaneLines::vRowAtXZeroHasNoFiniteSlope()
     QCOMPARE(planeLines(rows).a, 1.0);
 }
 
-// Only rows.v.row says that there is no V row. The other numbers of rows.v have no effect.
+// Only rows.v.row shows that there is no V row. The other numbers of rows.v have no effect.
 void tst_PlaneLines::withoutAVRowTheSecondSlopeIsNaN()
 {
     CollectedRows rows = rowsAt({{0.0, 1.0}, {1.0, 3.0}});
@@ -133,7 +134,7 @@ void tst_PlaneLines::firstRowCanBeTheVRow()
     QCOMPARE(planeLines(rows).k2, 1.5);
 }
 
-void tst_PlaneLines::rowsOnALineGiveThatLine_data()
+void tst_PlaneLines::lineThroughAllRowsIsRecovered_data()
 {
     QTest::addColumn<double>("a");
     QTest::addColumn<double>("b");
@@ -143,8 +144,9 @@ void tst_PlaneLines::rowsOnALineGiveThatLine_data()
     QTest::newRow("level") << 0.0 << -0.75;
 }
 
-// The numbers have few binary digits, so every sum is exact.
-void tst_PlaneLines::rowsOnALineGiveThatLine()
+// The coordinates have few binary digits, so their sums are exact. Only the divisions round:
+// 1e-14 is about ten ulps of 4 (8.9e-16), the largest slope or intercept.
+void tst_PlaneLines::lineThroughAllRowsIsRecovered()
 {
     QFETCH(double, a);
     QFETCH(double, b);
@@ -162,9 +164,10 @@ void tst_PlaneLines::rowsOnALineGiveThatLine()
     }
 }
 
-// The points (0,0), (1,2), (2,1) and (3,5) have the means 1.5 and 2. The products of the
-// deviations from the means have the sum (-1.5)(-2) + 0 + 0.5 (-1) + 1.5 * 3 = 7. The squares
-// of the x deviations have the sum 5. So the slope a is 7 / 5 and b is 2 - 1.4 * 1.5.
+// The points (0,0), (1,2), (2,1) and (3,5) have the mean coordinates 1.5 and 2. The sum of the
+// products of the deviations is (-1.5)(-2) + (-0.5) 0 + 0.5 (-1) + 1.5 * 3 = 7. The sum of the
+// squared x deviations is 2.25 + 0.25 + 0.25 + 2.25 = 5. So the slope a is 7 / 5 = 1.4 and the
+// intercept b is 2 - 1.4 * 1.5 = -0.1.
 void tst_PlaneLines::scatteredRowsGiveTheLeastSquaresLine()
 {
     const PlaneLines lines = planeLines(rowsAt({{0.0, 0.0}, {1.0, 2.0}, {2.0, 1.0}, {3.0, 5.0}}));

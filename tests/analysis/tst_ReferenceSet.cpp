@@ -1,4 +1,5 @@
-// The references in use: their order, edge jumps, valences and the limits that follow from them.
+// The references in use: their order, edge jumps and valences, and the limits of maps and
+// histograms that are derived from them.
 #include "analysis/ReferenceSet.h"
 
 #include <QTest>
@@ -25,19 +26,19 @@ class tst_ReferenceSet : public QObject
 
 private Q_SLOTS:
     void invalidReferencesCountAsUsed();
-    void withoutTheFirstReferenceTheSecondBecomesTheFirst();
+    void unusedReferenceIsSkippedByRatioAndValenceMix();
     void referencesWithoutGapHaveNoRowWithoutCounterpart();
     void gapLeavesALaterRowWithoutCounterpart();
     void rowWithInvalidCounterpartIsReturned();
     void edgeJumpRatioIgnoresValidity();
     void edgeJumpRatioNeedsTwoUsedReferences();
-    void secondJumpOfZeroGivesInfinity();
-    void valenceMixIsTheFirstAtOneAndTheSecondAtZero();
+    void edgeJumpRatioIsInfiniteIfTheSecondJumpIsZero();
+    void valenceMixInterpolatesBetweenTheFirstTwoValences();
     void valenceMixIsZeroWithFewerThanTwoValid();
     void valenceMixReadsUsedReferencesEvenIfInvalid();
     void valenceRangeWithoutReferenceIsTenToZero();
-    void valenceAboveTenDoesNotRaiseTheLowest();
-    void negativeValenceDoesNotLowerTheHighest();
+    void valencesAboveTenKeepTheLowerLimitTen();
+    void negativeValencesKeepTheUpperLimitZero();
     void unusedRowsDoNotEnterTheValenceRange();
     void firstTwoValencesKeepTheirOrderAndMissingOnesAreZero();
     void totalJumpSumsUsedReferences();
@@ -45,7 +46,7 @@ private Q_SLOTS:
     void usedReferenceWithoutSpectrumIsATermOfTheTotal();
     void mapLimitsByColumn_data();
     void mapLimitsByColumn();
-    void valenceMapWithoutReferencesHasLimitsNineAndAHalfAndAHalf();
+    void valenceMapWithoutReferencesHasReversedLimits();
     void histogramLimitsFollowTheReferences();
 };
 
@@ -60,7 +61,7 @@ void tst_ReferenceSet::invalidReferencesCountAsUsed()
     QVERIFY(!refs.used(2));
 }
 
-void tst_ReferenceSet::withoutTheFirstReferenceTheSecondBecomesTheFirst()
+void tst_ReferenceSet::unusedReferenceIsSkippedByRatioAndValenceMix()
 {
     QList<ReferenceState> rows{reference(true, true, 0, 1), reference(true, true, 2, 3),
                                reference(true, true, 3, 6)};
@@ -80,13 +81,13 @@ void tst_ReferenceSet::referencesWithoutGapHaveNoRowWithoutCounterpart()
 
 void tst_ReferenceSet::gapLeavesALaterRowWithoutCounterpart()
 {
-    // Rows 0 and 2 are used. The counterpart of row i is the used reference with the index i.
-    // Row 2 has no counterpart, because there are only two used references.
+    // The counterpart of row i is the used reference with the index i. Used: rows 0 and 2. So
+    // reference 0 is row 0 and reference 1 is row 2. Row 2 has no counterpart.
     QCOMPARE(ReferenceSet({reference(true, true), reference(false, true), reference(true, true)})
                  .rowWithoutValidCounterpart(),
              2);
-    // Rows 1 and 2 are used. The counterpart of row 1 is the used reference with the index 1,
-    // which is row 2. Row 2 has no counterpart.
+    // Used: rows 1 and 2. So reference 0 is row 1 and reference 1 is row 2. The counterpart of
+    // row 1 is row 2. Row 2 has no counterpart.
     QCOMPARE(ReferenceSet({reference(false, true), reference(true, true), reference(true, true)})
                  .rowWithoutValidCounterpart(),
              2);
@@ -97,8 +98,8 @@ void tst_ReferenceSet::rowWithInvalidCounterpartIsReturned()
     QCOMPARE(
         ReferenceSet({reference(true, true), reference(true, false)}).rowWithoutValidCounterpart(),
         1);
-    // Row 1 itself is valid. Its counterpart, the used reference with the index 1, is row 2,
-    // which is invalid.
+    // Used: rows 1 and 2; valid: rows 0 and 1. The counterpart of row 1 is the used reference
+    // with the index 1, which is row 2. Row 2 is invalid.
     QCOMPARE(ReferenceSet({reference(false, true), reference(true, true), reference(true, false)})
                  .rowWithoutValidCounterpart(),
              1);
@@ -118,13 +119,13 @@ void tst_ReferenceSet::edgeJumpRatioNeedsTwoUsedReferences()
         ReferenceSet({reference(true, true, 0, 3), reference(false, true, 0, 2)}).edgeJumpRatio()));
 }
 
-void tst_ReferenceSet::secondJumpOfZeroGivesInfinity()
+void tst_ReferenceSet::edgeJumpRatioIsInfiniteIfTheSecondJumpIsZero()
 {
     QVERIFY(std::isinf(
         ReferenceSet({reference(true, true, 0, 3), reference(true, true, 0, 0)}).edgeJumpRatio()));
 }
 
-void tst_ReferenceSet::valenceMixIsTheFirstAtOneAndTheSecondAtZero()
+void tst_ReferenceSet::valenceMixInterpolatesBetweenTheFirstTwoValences()
 {
     const auto mix =
         ReferenceSet({reference(true, true, 2), reference(true, true, 3)}).valenceMix();
@@ -144,7 +145,8 @@ void tst_ReferenceSet::valenceMixIsZeroWithFewerThanTwoValid()
 
 void tst_ReferenceSet::valenceMixReadsUsedReferencesEvenIfInvalid()
 {
-    // There are two valid used references, but the first used reference is invalid.
+    // Used: rows 0, 1 and 2; valid: rows 1 and 2. There are two valid references, so the
+    // valence is not 0. It is mixed from the first two used references, rows 0 and 1.
     const ReferenceSet refs(
         {reference(true, false, 7), reference(true, true, 2), reference(true, true, 3)});
     QCOMPARE(refs.valenceMix()(1.0), 7.0);
@@ -158,7 +160,7 @@ void tst_ReferenceSet::valenceRangeWithoutReferenceIsTenToZero()
     QCOMPARE(range.high, 0.0);
 }
 
-void tst_ReferenceSet::valenceAboveTenDoesNotRaiseTheLowest()
+void tst_ReferenceSet::valencesAboveTenKeepTheLowerLimitTen()
 {
     const Limits range =
         ReferenceSet({reference(true, true, 12), reference(true, true, 14)}).valenceRange();
@@ -166,7 +168,7 @@ void tst_ReferenceSet::valenceAboveTenDoesNotRaiseTheLowest()
     QCOMPARE(range.high, 14.0);
 }
 
-void tst_ReferenceSet::negativeValenceDoesNotLowerTheHighest()
+void tst_ReferenceSet::negativeValencesKeepTheUpperLimitZero()
 {
     const Limits range =
         ReferenceSet({reference(true, true, -3), reference(true, true, -2)}).valenceRange();
@@ -185,9 +187,9 @@ void tst_ReferenceSet::unusedRowsDoNotEnterTheValenceRange()
 
 void tst_ReferenceSet::numberOfUsedValencesIsTheNumberOfValidReferences()
 {
-    // Two references are valid, so there are two valences. They are read from the first two
-    // used references: the first, and the third, although the third has no spectrum. The fourth
-    // is left out.
+    // Used: rows 0, 2 and 3; valid: rows 0, 1 and 3. Two used references are valid, so there
+    // are two valences. They are read from the first two used references, rows 0 and 2,
+    // although row 2 is invalid.
     const ReferenceSet refs(
         {{true, true, 2, 1}, {false, true, 3, 1}, {true, false, 4, 1}, {true, true, 5, 1}});
     QCOMPARE(refs.usedValences(), (QList<double>{2, 4}));
@@ -217,8 +219,9 @@ void tst_ReferenceSet::totalJumpSumsUsedReferences()
 
 void tst_ReferenceSet::usedReferenceWithoutSpectrumIsATermOfTheTotal()
 {
-    // Two references are valid, so the sum has two terms. They are the edge jumps of the first
-    // two used references, 0.0 and 2.0; the 4.0 is left out.
+    // Used: rows 0, 1 and 2; valid: rows 1 and 2. There are two valid references, so the total
+    // has two terms: the edge jumps of the first two used references, 0.0 for row 0 and 2.0
+    // for row 1.
     QCOMPARE(ReferenceSet({reference(true, false, 0, 0.0), reference(true, true, 0, 2.0),
                            reference(true, true, 0, 4.0)})
                  .totalJump(),
@@ -234,7 +237,7 @@ void tst_ReferenceSet::mapLimitsByColumn_data()
     for (int kind = 0; kind <= 3; ++kind) {
         QTest::addRow("share %d", kind) << kind << true << -0.1 << 1.1;
     }
-    for (const int kind : {4, 5, 6, 7, 8, 12}) { // limits -0.3 to 3.3 for a total jump of 3
+    for (const int kind : {4, 5, 6, 7, 8, 12}) { // -10 % and 110 % of the total jump, 3
         QTest::addRow("amount %d", kind) << kind << true << -0.3 << 3.3;
     }
     QTest::addRow("valence") << 11 << true << 1.5 << 3.5;
@@ -252,12 +255,12 @@ void tst_ReferenceSet::mapLimitsByColumn()
     const std::optional<Limits> limits = analysis::mapLimits(kind, refs);
     QCOMPARE(limits.has_value(), known);
     if (known) {
-        QTEST(limits->low, "low"); // QTEST compares with a relative tolerance of 1e-12
+        QTEST(limits->low, "low"); // QTEST allows a relative error of 1e-12
         QTEST(limits->high, "high");
     }
 }
 
-void tst_ReferenceSet::valenceMapWithoutReferencesHasLimitsNineAndAHalfAndAHalf()
+void tst_ReferenceSet::valenceMapWithoutReferencesHasReversedLimits()
 {
     const std::optional<Limits> limits = analysis::mapLimits(11, ReferenceSet({}));
     QVERIFY(limits);

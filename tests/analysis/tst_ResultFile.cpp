@@ -27,9 +27,9 @@ class tst_ResultFile : public QObject
 
 private Q_SLOTS:
     void fileContainsTheSelectedColumns();
-    void unopenableFileIsRefused_data();
-    void unopenableFileIsRefused();
-    void fullDiskIsRefused();
+    void unopenableFileIsReported_data();
+    void unopenableFileIsReported();
+    void fullDiskIsReported();
 };
 
 void tst_ResultFile::fileContainsTheSelectedColumns()
@@ -42,7 +42,8 @@ void tst_ResultFile::fileContainsTheSelectedColumns()
     map.yNum = 1;
     map.rows = {{7, 8, 0.5, 1, {0.25, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 2.5, 1.5}}};
     QVERIFY(write(path, map));
-    // x, y, a, valence and thickness, each right-aligned to ten characters.
+    // The columns are x, y, a, valence and thickness. Each number is right-aligned to 10
+    // characters after one blank; before a there are four blanks.
     QCOMPARE(readFile(path), "# qelk result map V1.0\n"
                              "# sample  A\n"
                              "\n"
@@ -58,7 +59,7 @@ void tst_ResultFile::fileContainsTheSelectedColumns()
                              "\n");
 }
 
-void tst_ResultFile::unopenableFileIsRefused_data()
+void tst_ResultFile::unopenableFileIsReported_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("folder") << "/.";
@@ -68,7 +69,7 @@ void tst_ResultFile::unopenableFileIsRefused_data()
     QTest::newRow("no name") << QString();
 }
 
-void tst_ResultFile::unopenableFileIsRefused()
+void tst_ResultFile::unopenableFileIsReported()
 {
     QFETCH(QString, name);
     const QTemporaryDir dir;
@@ -77,7 +78,7 @@ void tst_ResultFile::unopenableFileIsRefused()
     QCOMPARE(readFile(dir.filePath("plain")), "x");
 }
 
-void tst_ResultFile::fullDiskIsRefused()
+void tst_ResultFile::fullDiskIsReported()
 {
     if (!QFileInfo::exists("/dev/full")) {
         QSKIP("needs /dev/full, the device that is always full");

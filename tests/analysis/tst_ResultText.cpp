@@ -1,4 +1,4 @@
-// The text of result maps: its layouts, comparison with the reference implementation,
+// The text of result maps: both layouts, the comparison with the reference implementation, and
 // failing devices.
 #include "analysis/ResultText.h"
 
@@ -135,7 +135,7 @@ double anyBits(std::mt19937_64& random)
     return std::bit_cast<double>(random());
 }
 
-/// A map with all pairs of hostile numbers, then random numbers.
+/// A map with all pairs of hostileNumbers(), then random numbers.
 A2DData hostileMap(int width, int height, bool extended)
 {
     std::mt19937_64 random(7);
@@ -196,7 +196,7 @@ private Q_SLOTS:
 
     void failingDeviceIsReported_data();
     void failingDeviceIsReported();
-    void hugeSizeStopsAtTheFirstFailure();
+    void writingAHugeMapStopsAtTheFirstFailure();
     void closedDeviceIsReported();
     void fileIsCompleteWhenTheWriterReturns();
 };
@@ -221,8 +221,8 @@ void tst_ResultText::columnsHaveTheirNames()
     QTEST(analysis::columnName(index), "name");
 }
 
-// The valences are 2 and 4: a fraction of 0.25 gives 0.75 * 4 + 2 * 0.25 = 3.5, a fraction of
-// -0.5 gives 1.5 * 4 - 2 * 0.5 = 5.
+// The valences are 2 and 4, so a fraction a has the valence 2 a + 4 (1 - a): 0.5 + 3 = 3.5 for
+// a = 0.25, and -1 + 6 = 5 for a = -0.5.
 void tst_ResultText::simpleLayoutMatchesItsSample()
 {
     A2DData map = mapOf(2, 2,
@@ -391,7 +391,8 @@ void tst_ResultText::emptyExtendedMapHasOnlyItsHeading()
     QCOMPARE(textOf(map, {true, 2.0, 3.0}, columns({8})), title + "# one\n\n# y x Mut0\n");
 }
 
-// The fraction of a pixel without a row is 0, so its valence is the second reference's.
+// The fraction of a pixel without a row is 0, so its valence is the valence of the second
+// reference.
 void tst_ResultText::pixelsBeyondTheRowsAreWrittenAsZero()
 {
     const A2DData map = mapOf(2, 1, {{5, 6, 1, 2, {}}});
@@ -474,7 +475,7 @@ void tst_ResultText::textMatchesTheReferenceImplementation()
     QFETCH(QString, second);
     A2DData map = hostileMap(90, 40, extended);
     map.headerLines = {"# a", "", QString::fromUtf8("# µ")};
-    map.yNum += 2; // two lines without rows
+    map.yNum += 2; // two more lines of pixels, without data
     const ValenceMix mix{validReferences >= 2, first.toDouble(), second.toDouble()};
     const tests::PlainValences valences{validReferences, first, second};
     for (const SelectedColumns& selected :
@@ -532,8 +533,8 @@ void tst_ResultText::failingDeviceIsReported()
     QCOMPARE(device.refusals, 1); // nothing is written after a failure
 }
 
-// Writing 2^62 pixels would take years.
-void tst_ResultText::hugeSizeStopsAtTheFirstFailure()
+// A writer that does not stop after a failed write would need years for 2^62 pixels.
+void tst_ResultText::writingAHugeMapStopsAtTheFirstFailure()
 {
     A2DData map = mapOf(maxInt, maxInt, {});
     for (const int width : {maxInt, 0}) {

@@ -83,7 +83,7 @@ private Q_SLOTS:
     void leastSquareGivesFractionAndThickness();
     void leastSquareUsesAllRows();
     void onlyTheExactFormSendsNoMessage();
-    void withoutTheFirstReferenceTheSecondBecomesTheFirst();
+    void unusedReferenceIsSkipped();
     void valenceIsZeroWithoutTwoValidReferences();
     void equalTargetValuesGiveNaN();
 
@@ -151,7 +151,7 @@ void tst_TargetResult::onlyTheExactFormSendsNoMessage()
     QVERIFY(victoreen(mixedInputs(quarter)).isAnnounced());
 }
 
-void tst_TargetResult::withoutTheFirstReferenceTheSecondBecomesTheFirst()
+void tst_TargetResult::unusedReferenceIsSkipped()
 {
     PanelInputs inputs = threePointInputs();
     setJump(inputs.spectra[2], 1.0);
@@ -159,15 +159,16 @@ void tst_TargetResult::withoutTheFirstReferenceTheSecondBecomesTheFirst()
     inputs.points[1].mut[2] = 4;
     inputs.points[2].mut[2] = 2;
     inputs.useReferences({1, 2});
-    // The calculation uses the second and the third reference: f(T) = 1/2, f is 1/4 for the
-    // second reference and 1/2 for the third, so a = 0.
+    // The calculation uses the second and the third reference. f(T) is 1/2, f of the second
+    // reference 1/4 and f of the third 1/2. So a = (1/2 - 1/2) / (1/4 - 1/2) = 0.
     QCOMPARE(threePoints(inputs).a, 0.0);
     QCOMPARE(threePoints(inputs).valence, 4.0);
 }
 
 void tst_TargetResult::valenceIsZeroWithoutTwoValidReferences()
 {
-    // The method needs two used references, which exist; the valence needs two valid ones.
+    // Used: references 1 and 2; valid: reference 1. The method needs two used references, but
+    // the valence needs two valid references.
     PanelInputs inputs = threePointInputs();
     inputs.spectra[1].valid = false;
     const analysis::CalculationState state = inputs.state();
@@ -214,10 +215,11 @@ void tst_TargetResult::mixturesOfThreeAndFourReferencesAreRecovered_data()
     QTest::addColumn<bool>("isLinear");
     QTest::addColumn<QList<double>>("shares");
     QTest::addColumn<double>("valence");
-    // The amounts (dMut) are 1, 3 and 4, with a total of 8; the valence is 0.25 + 1.875 + 2.
+    // The amounts (dMut) are 1, 3 and 4 with the total 8. The valence is
+    // 2 * 1/8 + 5 * 3/8 + 4 * 4/8 = 4.125.
     const QList<double> three{0.125, 0.375, 0.5};
-    // The amounts (dMut) are 1, 3, 4 and 32, with a total of 40; the valence is 0.05 + 0.375 + 0.4
-    // + 5.6.
+    // The amounts (dMut) are 1, 3, 4 and 32 with the total 40. The valence is
+    // 2 * 1/40 + 5 * 3/40 + 4 * 4/40 + 7 * 32/40 = 6.425.
     const QList<double> four{0.025, 0.075, 0.1, 0.8};
     QTest::newRow("three, linear") << true << three << 4.125;
     QTest::newRow("four, linear") << true << four << 6.425;
@@ -252,8 +254,8 @@ void tst_TargetResult::victoreenBackgroundIsSeparated()
     const TargetResult result = victoreen(mixedInputs(curvedQuarter));
     QCOMPARE(result.variant, Variant::NonEquivalentVictoreen);
     QVERIFY(isQuarter(result));
-    // The two background forms cannot replace each other: with eight points, neither can fit the
-    // curve of the other one.
+    // At eight points the linear background cannot fit a Victoreen curve, and the Victoreen
+    // background cannot fit a straight line.
     QVERIFY(!isQuarter(victoreen(mixedInputs(quarter, 2, 8))));
     QVERIFY(!isQuarter(linear(mixedInputs(curvedQuarter, 2, 8))));
 }
@@ -316,7 +318,7 @@ void tst_TargetResult::zeroTargetHasNaNShares()
 
 void tst_TargetResult::cancellingJumpsGiveNaN()
 {
-    // The edge jumps cancel to a sum of 0, so the weights are plus and minus infinity.
+    // The edge jumps 2 and -2 add up to 0, so the weights are plus and minus infinity.
     PanelInputs inputs = mixedInputs(quarter);
     inputs.spectra[1].postLine = {0.5 - 2, 0, 0};
     QVERIFY(std::isnan(linear(inputs).a));

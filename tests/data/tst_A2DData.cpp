@@ -238,8 +238,8 @@ void tst_A2DData::pixelIsFoundByPositionNotByCoordinates()
     map.yNum = 2;
     QCOMPARE(data::pixelMut(map, 2, 1), 5.0);
     QCOMPARE(data::pixelMut(map, 1, 0), 1.0);
-    // The index is y * xNum + x. There is no range check for x, so an x beyond its line reads a
-    // pixel of the next or previous line.
+    // The index is y * xNum + x. The range of x is not checked, so an x outside its line reads
+    // a pixel of the next or the previous line.
     QCOMPARE(data::pixelMut(map, 4, 0), 4.0);
     QCOMPARE(data::pixelMut(map, -1, 1), 2.0);
 }

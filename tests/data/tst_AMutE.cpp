@@ -144,8 +144,9 @@ void tst_AMutE::pointsKeepRawEnergiesWithAShift()
 
 void tst_AMutE::readFitsTheLinesWithTheCurrentLimits()
 {
-    // The spectrum is constant on each side, so the lines are c = 1 and c = 3. The tolerance
-    // is 1e-6 because the normal equations are badly conditioned.
+    // The spectrum is constant below and above the edge, so the lines are 1 and 3. The normal
+    // equations have a condition number of up to 7e8, so the fit loses nine of sixteen digits;
+    // the tolerance is 1e-6.
     const QByteArray content = "8100 1\n8200 1\n8250 1\n8300 1\n8400 3\n8500 3\n8600 3\n8700 3\n";
     AMutE spectrum;
     spectrum.preEdgeEnd = 8350.0;

@@ -223,8 +223,8 @@ private Q_SLOTS:
     void truncatedFileReadsLikeTheReference_data();
     void truncatedFileReadsLikeTheReference();
     void binaryNoiseReadsLikeTheReference();
-    void lineOfMegabytes_data();
-    void lineOfMegabytes();
+    void lineOfTwoMegabytesIsHandled_data();
+    void lineOfTwoMegabytesIsHandled();
     void lineOf16MiBIsRead_data();
     void lineOf16MiBIsRead();
     void longerLineIsRefused_data() { lineOf16MiBIsRead_data(); }
@@ -367,8 +367,9 @@ void tst_AMutEFiles::is9809()
 
 void tst_AMutEFiles::is9809ReadsTheFirstLineOnly()
 {
-    // Only the first line decides the format. A reader of plain files would read points from
-    // the other lines.
+    // Only the first line decides the format, so the file is read in the beamline format. It
+    // has no data rows, because it has no Mode line. The reader of the plain format would read
+    // points from the later lines.
     AMutE spectrum;
     QVERIFY(!read(&spectrum, "9809\n8300 1\n8400 2\n8300 1 2 3 4 5\n"));
     QVERIFY(spectrum.points.isEmpty());
@@ -457,8 +458,10 @@ void tst_AMutEFiles::plainFileIsRead()
 void tst_AMutEFiles::plainAngleIsCalculatedForTheFixedCrystal()
 {
     // Bragg's law: sin(angle) = h c / (E 2d) with 2d = 6.2710632 angstrom, which is 1/2 at
-    // 3954.169800230265 eV. The conversion to degrees uses pi truncated to 3.1415926535, so
-    // 30 becomes 30 pi / 3.1415926535 = 30.000000000857458. Tolerance 1e-12.
+    // 3954.169800230265 eV. The conversion to degrees uses pi truncated to 3.1415926535, so 30
+    // becomes 30 pi / 3.1415926535 = 30.000000000857458. The tolerance 1e-12 is far above the
+    // rounding error of numbers near 30 (4e-15) and far below the effect of the truncated pi
+    // (9e-10).
     AMutE spectrum;
     QVERIFY(read(&spectrum, "3954.169800230265 1\n8000 1\n"));
     QVERIFY(std::fabs(angles(spectrum)[0] - 30.000000000857458) < 1e-12);
@@ -485,7 +488,8 @@ void tst_AMutEFiles::plainLineOfWordsKeepsTheExtremesOfTheAngle()
 
 void tst_AMutEFiles::plainKeepsPointsThatTheCrystalCannotReflect()
 {
-    // h c / 2d = 1977.08 eV is the lowest energy that the crystal can reflect.
+    // The largest possible sine is 1, so the crystal reflects only energies above
+    // h c / 2d = 1977.08 eV.
     AMutE spectrum;
     QVERIFY(read(&spectrum, "1977 1\n1978 2\n"));
     QCOMPARE(spectrum.points.size(), 2);
@@ -580,8 +584,8 @@ void tst_AMutEFiles::beamlineMut()
 
 void tst_AMutEFiles::noOffsetIsSubtracted()
 {
-    // With the offsets subtracted, mut would be ln(100 / 50). The Offset line itself is not a
-    // data row, although it has enough words.
+    // With the offsets 700 and 50 subtracted, mut would be ln(100 / 50). The Offset line
+    // itself is not a data row, although it has enough words.
     AMutE spectrum;
     QVERIFY(read(&spectrum, "9809\nMode 0 0 1 2\nOffset 0 0 700 50\n0 30 0 800 100\n"));
     QVERIFY(same(muts(spectrum), Values{ln8}));
@@ -589,8 +593,8 @@ void tst_AMutEFiles::noOffsetIsSubtracted()
 
 void tst_AMutEFiles::beamlineEnergyIsCalculatedFromTheAngle()
 {
-    // E = h c / (2 d sin(30 degrees)) is h c for d = 1 angstrom; the truncated pi makes it
-    // 12398.424360709065 eV. The 20 in the first column is not used.
+    // E = h c / (2 d sin(30 degrees)) is equal to h c for d = 1 angstrom. The truncated pi
+    // changes it to 12398.424360709065 eV. The 20 in the first column is not used.
     AMutE spectrum;
     QVERIFY(read(&spectrum, beamline("Mode 0 0 1 2", "20 30 0 800 100\n")));
     QCOMPARE(spectrum.points.at(0).angle, 30.0);
@@ -599,7 +603,8 @@ void tst_AMutEFiles::beamlineEnergyIsCalculatedFromTheAngle()
 
 void tst_AMutEFiles::beamlineWithoutSpacingUsesTheDefaultCrystal()
 {
-    // h c / (2 * 3.1355316 * sin(14 degrees)), with the truncated pi.
+    // The default crystal has d = 3.1355316 angstrom. With the truncated pi,
+    // E = h c / (2 * 3.1355316 * sin(14 degrees)) is 8172.4099229207095 eV.
     AMutE spectrum;
     QVERIFY(read(&spectrum, "9809\nMode 0 0 1 2\nOffset\n0 14 0 800 100\n"));
     QVERIFY(std::fabs(spectrum.points.at(0).energy - 8172.4099229207095) < 1e-10);
@@ -627,7 +632,8 @@ void tst_AMutEFiles::beamlineSpacing()
     QFETCH(double, d);
     AMutE spectrum;
     QVERIFY(read(&spectrum, "9809\n" + line + "\nMode 0 0 1 2\nOffset\n0 30 0 800 100\n"));
-    // With the truncated pi, sin(30 degrees) differs from 1/2 by a relative 2.6e-11.
+    // At 30 degrees, E = h c / d. The truncated pi changes sin(30 degrees) by a relative
+    // 2.6e-11.
     const double expected = 12398.424360387684 / d;
     QVERIFY(spectrum.points.at(0).energy == expected ||
             std::fabs(spectrum.points.at(0).energy / expected - 1.0) < 3e-11);
@@ -704,9 +710,9 @@ void tst_AMutEFiles::successfulReadFitsTheLines_data()
 
 void tst_AMutEFiles::successfulReadFitsTheLines()
 {
-    // All mut values above postEdgeStart are 1, and no point is below preEdgeEnd. The
-    // post-edge line is 1 (to 1e-6, because the normal equations are badly conditioned), the
-    // pre-edge line is NaN.
+    // All mut values above postEdgeStart are 1, and no point is below preEdgeEnd. So the
+    // post-edge line is 1 and the pre-edge line is NaN. The condition number of the normal
+    // equations is above 1e7, so the tolerance is 1e-6.
     QFETCH(QByteArray, content);
     AMutE spectrum;
     QVERIFY(read(&spectrum, content));
@@ -789,7 +795,7 @@ void tst_AMutEFiles::binaryNoiseReadsLikeTheReference()
     }
 }
 
-void tst_AMutEFiles::lineOfMegabytes_data()
+void tst_AMutEFiles::lineOfTwoMegabytesIsHandled_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<qsizetype>("points");
@@ -802,10 +808,10 @@ void tst_AMutEFiles::lineOfMegabytes_data()
     QTest::newRow("9809, first line") << "9809 " + numbers << qsizetype(0);
     QTest::newRow("9809, one row") << beamline("Mode 0 0 1 2", numbers) << qsizetype(1);
     QTest::newRow("9809, Mode line") << beamline("Mode 0 0 " + numbers, "0 30 0 1 1\n")
-                                     << qsizetype(0); // the row ends before the I0 column
+                                     << qsizetype(0); // the row has no I0 column
 }
 
-void tst_AMutEFiles::lineOfMegabytes()
+void tst_AMutEFiles::lineOfTwoMegabytesIsHandled()
 {
     QFETCH(QByteArray, content);
     QFETCH(qsizetype, points);

@@ -113,8 +113,8 @@ void tst_AbsorbanceCache::absorbanceMatchesAHandCalculation()
     map.rows = {{0, 0, 5.0, 0.0, {}}, {0, 0, 0.0, 3.0, {}}, {0, 0, 1.0, 1.0, {}}};
     AbsorbanceCache cache;
     cache.prepare({&map});
-    QCOMPARE(cache.of(map)[0], 5.0); // i0 is 0: the intensity is the absorbance
-    QCOMPARE(cache.of(map)[1], 1.0); // the intensity is 0
+    QCOMPARE(cache.of(map)[0], 5.0); // i0 is 0: the intensity field is the absorbance
+    QCOMPARE(cache.of(map)[1], 1.0); // the intensity is 0: 1 by convention
     QCOMPARE(cache.of(map)[2], 0.0); // ln(1)
 }
 
@@ -170,7 +170,7 @@ void tst_AbsorbanceCache::mapListedTwiceHasOneArray()
         QVERIFY(isCorrect(cache, b));
         QVERIFY(cache.of(a).data() != cache.of(b).data());
     }
-    cache.prepare({}); // a duplicate entry would still share the rows
+    cache.prepare({}); // a second entry for `a` would still share its rows
     QVERIFY(a.rows.isDetached());
     QVERIFY(b.rows.isDetached());
 }
@@ -199,7 +199,8 @@ void tst_AbsorbanceCache::absorbanceOutlivesTheMap()
         values = cache.of(map);
     }
     QCOMPARE(values[1], 2.0);
-    // A new map must not be mistaken for the destroyed one.
+    // A new map can have the address of the destroyed map. It must not be mistaken for the old
+    // one.
     for (int round = 0; round < 100; ++round) {
         const A2DData map = absorbanceMap(2, 1, {5, 6});
         QVERIFY(cache.of(map).empty());
@@ -350,8 +351,8 @@ void tst_AbsorbanceCache::memoryThatIsTooSmallIsReplaced()
     }
 }
 
-// The allocator maps the memory of a large map separately, so a small allocation cannot start
-// at the same address.
+// The allocator maps the array of the large map separately, so the array of the small map
+// cannot start at the same address.
 void tst_AbsorbanceCache::muchLargerMemoryIsReleased()
 {
     A2DData map = absorbanceMap(10, 1, QList<double>(10, 1.0));

@@ -35,7 +35,7 @@ QByteArray digits(int count, Random& random)
 }
 
 /// The text of a random number. Each part (sign, digits, point, exponent) can be missing, and
-/// signs can be doubled.
+/// the sign can be doubled.
 QByteArray randomText(Random& random)
 {
     static const QByteArrayList signs = {"", "", "", "-", "-", "+", "--", "-+"};
@@ -61,7 +61,7 @@ double lineValue(const QByteArray& word)
     return words.next() ? words.toDouble() : 0.0;
 }
 
-/// Whether the fast path reads the whole of @p word. Stores the number in @p value.
+/// Whether the fast path accepts all of @p word as a number. Stores the number in @p value.
 bool isFast(const QByteArray& word, double& value)
 {
     const QByteArray line = word + '\n';
@@ -74,8 +74,8 @@ double qtValue(const QByteArray& word)
     return QString::fromLatin1(word).toDouble();
 }
 
-/// Whether reading @p word from a line of a file gives the same value as Qt. If the fast path
-/// reads @p word, its value must be the same as well.
+/// Whether @p word in a line of a file is read as the same number as by QString::toDouble().
+/// If the fast path accepts @p word, its number must also be the same.
 bool sameAsQt(const QByteArray& word)
 {
     const double expected = qtValue(word);
@@ -171,26 +171,26 @@ void tst_DecimalNumber::limitsMatchQt_data()
           "-", "+", ".", "-.", "+.", "1e", "1e+", "1e-", "-1e", "e1", ".e1", "0x10", "0X1", "1,5",
           "1_0", "1.2.3", "1..2", "1-", "1+1", "--1", "+-1", "1x", "1.5x", "inf", "-inf", "+inf",
           "nan", "-nan", "NaN", "infinity", "1f",
-          // Numbers.
+          // Numbers in unusual notation.
           "+1", "+.5", ".5", "5.", "-.5", "-5.", "1.e5", ".5e1", "-0", "-0.0", "-.0", "00012.50",
           "1E5", "1e+5", "1e-5", "-1.5e-5", "1e0005", "0e400", "-0e400",
           // Around 2^53, up to which all integers are exact, with and without decimals.
           "9007199254740991", "9007199254740992", "9007199254740993", "9007199254740994",
           "9007199254740995", "-9007199254740993", "900719925474099.1", "900719925474099.3",
           "0.9007199254740993", "0.009007199254740993", "9.007199254740993", "9007199254740993.0",
-          // Around 1e22, the largest exact power of ten.
+          // Around 1e22, the largest power of ten that is exact as a double.
           "1e21", "1e22", "1e23", "1e24", "10000000000000000000000", "100000000000000000000000",
           "9007199254740992e22", "9007199254740993e22", "123e22", "123e23", "1e-22", "1e-23",
           "7e-22", "7e-23", "0.0000000000000000000001", "0.00000000000000000000001",
-          // Around 64 bits and the largest number of digits.
+          // Near 2^64, and with about 19 digits, the most that the fast path accepts.
           "999999999999999999", "9999999999999999999", "18446744073709551615",
           "18446744073709551616", "18446744073709551621", "36893488147419103237",
           "0.000000000000000001", "0.0000000000000000001", "0.00000000000000000001",
-          // Half-way between two doubles.
+          // Exactly halfway between two doubles, or nearly so.
           "1.00000000000000011102230246251565404236316680908203125",
           "1.00000000000000011102230246251565404236316680908203126", "9007199254740992.5",
           "4503599627370496.5", "4503599627370497.5",
-          // Subnormal, underflow and overflow.
+          // Subnormal numbers, and numbers at the limits of underflow and overflow.
           "4.9406564584124654e-324", "2.4703282292062327e-324", "2.4703282292062328e-324",
           "2.2250738585072011e-308", "2.2250738585072014e-308", "1e-400", "-1e-400",
           "1.7976931348623157e308", "1.7976931348623159e308", "1e309", "-1e309", "1e400"}) {
@@ -228,13 +228,14 @@ void tst_DecimalNumber::randomTextsMatchQt()
             QFAIL(text.constData());
         }
     }
-    QVERIFY(fast > randomTexts / 4); // otherwise the test would say little about the fast path
+    QVERIFY(fast > randomTexts / 4); // otherwise the fast path is hardly tested
 }
 
 void tst_DecimalNumber::randomMantissasMatchQt()
 {
-    // Sixteen digits, up to slightly above 2^53: if the integer were rounded before the
-    // division, results would differ.
+    // Without their decimal points, the numbers are integers below or slightly above 2^53. Above
+    // 2^53 the conversion to double would round the integer before the division, so the result
+    // could differ from the result of Qt. The fast path must not accept them.
     std::mt19937_64 random(53);
     for (int i = 0; i < randomTexts / 2; ++i) {
         QByteArray text = QByteArray::number(quint64{random() % ((quint64{1} << 53) + 1000)});

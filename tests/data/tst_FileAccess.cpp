@@ -40,7 +40,7 @@ private Q_SLOTS:
     void writingRefusesAPipe();
     void writingRefusesAPipeThatHasAReader();
     void fileWithoutWritePermissionKeepsItsContents();
-    void fullDeviceFailsAtTheWrite();
+    void writingToAFullDeviceFails();
 
 private:
     QString pipePath();
@@ -52,7 +52,7 @@ void tst_FileAccess::init()
 {
     dir = std::make_unique<QTemporaryDir>();
     QVERIFY(dir->isValid());
-    // All users can enter the folder, so that only the permissions of the files matter.
+    // All users can enter the folder, so only the permissions of the files matter.
     QVERIFY(::chmod(QFile::encodeName(dir->path()).constData(), 0777) == 0);
 }
 
@@ -245,7 +245,7 @@ void tst_FileAccess::fileWithoutWritePermissionKeepsItsContents()
     QCOMPARE(tests::readFile(closed.fileName()), QByteArray("x"));
 }
 
-void tst_FileAccess::fullDeviceFailsAtTheWrite()
+void tst_FileAccess::writingToAFullDeviceFails()
 {
     QFile file("/dev/full");
     if (!file.exists()) {

@@ -1,4 +1,4 @@
-// Running minimum and maximum.
+// Limits: the running minimum and maximum of a sequence of values.
 
 #include "data/Limits.h"
 

@@ -1,4 +1,4 @@
-// The quick scan that finds too long lines and too many comment lines in a text map.
+// The quick scan that finds lines that are too long and too many comment lines in a text map.
 #include "data/LineScan.h"
 
 #include <QBuffer>
@@ -14,9 +14,9 @@ bool mayBeRefused(QByteArray text)
     return data::mayBeRefused(device);
 }
 
-constexpr qsizetype maxLineLength = 16777216; // characters of the longest accepted line
+constexpr qsizetype maxLineLength = 16777216; // longest accepted line, characters
 constexpr qsizetype maxOneByteComments =
-    1032444; // each line counts as 65 bytes; one line more exceeds 64 MiB
+    1032444; // 64 MiB / 65 bytes: a line counts as its byte plus 64 bytes of overhead
 
 } // namespace
 
@@ -77,7 +77,7 @@ void tst_LineScan::manyCommentsAreSuspected()
     QVERIFY(!mayBeRefused((start + '\n').repeated(maxOneByteComments)));
     QVERIFY(mayBeRefused((start + '\n').repeated(maxOneByteComments + 1)));
     QVERIFY(mayBeRefused(
-        (" \t" + start + '\n').repeated(maxOneByteComments))); // leading blanks are counted too
+        (" \t" + start + '\n').repeated(maxOneByteComments))); // leading blanks count too
 }
 
 void tst_LineScan::manyDataLinesAreNotSuspected()

@@ -155,10 +155,10 @@ private Q_SLOTS:
     void failedReadKeepsTheRowsItRead_data();
     void failedReadKeepsTheRowsItRead();
     void rowsNeedNotMatchTheSize();
-    void sizeAboveTheBoundFailsTheRead_data();
-    void sizeAboveTheBoundFailsTheRead();
-    void countedSizeAboveTheBoundFailsTheRead();
-    void sizeOutOfProportionToTheRowsFailsTheRead();
+    void readFailsIfTheSizeIsAboveTheBound_data();
+    void readFailsIfTheSizeIsAboveTheBound();
+    void readFailsIfTheCountedSizeIsAboveTheBound();
+    void readFailsIfThereAreTooFewRowsForTheSize();
     void lineOf16MiBIsRead_data();
     void lineOf16MiBIsRead();
     void lineLengthIsCountedInUtf16CodeUnits();
@@ -167,7 +167,7 @@ private Q_SLOTS:
     void commentLinesOf64MiBAreKept();
     void moreCommentLinesAreRefused();
     void shortCommentLinesCountWithTheirOverhead();
-    void refusedMapReleasesItsMemory();
+    void memoryOfARefusedMapIsReleased();
     void maximumNumberOfRowsIsRead_data();
     void maximumNumberOfRowsIsRead();
     void energiesBeforeARefusalAreReported();
@@ -185,11 +185,11 @@ private Q_SLOTS:
     void byteOrderMarkSelectsTheEncoding();
     void textModeOfTheDeviceIsRestored();
     void infinityAndNanWordsAreNumbers();
-    void emptyDeviceFailsTheRead();
+    void readingAnEmptyDeviceFails();
     void failingDeviceEndsTheText();
-    void closedDeviceFailsTheRead();
-    void lineOfMegabytes_data();
-    void lineOfMegabytes();
+    void readingAClosedDeviceFails();
+    void lineOfTwoMegabytesIsHandled_data();
+    void lineOfTwoMegabytesIsHandled();
     void binaryNoiseIsReadWithoutHarm();
 };
 
@@ -277,7 +277,8 @@ void tst_MapTextReader::firstLine2003901SelectsChannels()
     QFETCH(bool, isChannels);
     const Reading got = read(start + "# X-NUM 9\n# Y-NUM 9\n1 2 3 4\n");
     QVERIFY(got.good);
-    // In a channel file both fields read word 2, and the size is counted from the rows.
+    // In a channel file without column lines, I and I0 are both read from word 2 (value 3),
+    // and the size is counted from the rows (1 by 1).
     QCOMPARE(got.map.rows.first().i0, isChannels ? 3.0 : 4.0);
     QCOMPARE(got.map.xNum, isChannels ? 1 : 9);
 }
@@ -302,7 +303,7 @@ void tst_MapTextReader::tooShortChannelLineIsSkipped()
 {
     const Reading got = read("# 2003901\n# I0 : 1\n# I : 2\n1 2 3 4\n1 2 3 4 5\n");
     QCOMPARE(fields(got.map), (Fields{{1, 2, 5, 4}}));
-    // In a channel file, three words are not a ratio.
+    // In a channel file, a line of three words is not read as a ratio with the I0 1.
     QVERIFY(read("# 2003901\n# I0 : 1\n1 2 3\n").map.rows.isEmpty());
 }
 
@@ -350,7 +351,7 @@ void tst_MapTextReader::columnBelowMinusTwoSkipsTheLine()
     QVERIFY(read("# 2003901\n# I0 : -3\n7 8 9\n").map.rows.isEmpty());
     QVERIFY(read("# 2003901\n# I : -3\n7 8 9\n").map.rows.isEmpty());
     QVERIFY(read("# 2003901\n# I : -2147483648\n7 8 9\n").map.rows.isEmpty());
-    // A comment line is still read, even after a no-break space.
+    // Comment lines are still read while data lines are skipped, even after a no-break space.
     const Reading got = read("# 2003901\n# I : -3\n7 8 9\n\u00a0# I : 0\n1 2 3\n");
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 3}}));
 }
@@ -546,7 +547,7 @@ void tst_MapTextReader::rowsNeedNotMatchTheSize()
     QCOMPARE(more.map.rows.size(), 2);
 }
 
-void tst_MapTextReader::sizeAboveTheBoundFailsTheRead_data()
+void tst_MapTextReader::readFailsIfTheSizeIsAboveTheBound_data()
 {
     QTest::addColumn<QByteArray>("size");
     QTest::addColumn<bool>("good");
@@ -560,7 +561,7 @@ void tst_MapTextReader::sizeAboveTheBoundFailsTheRead_data()
         << QByteArray("# AXIS 0 a b c d 2147483647\n# Y-NUM 1\n") << false;
 }
 
-void tst_MapTextReader::sizeAboveTheBoundFailsTheRead()
+void tst_MapTextReader::readFailsIfTheSizeIsAboveTheBound()
 {
     QFETCH(QByteArray, size);
     QFETCH(bool, good);
@@ -572,10 +573,11 @@ void tst_MapTextReader::sizeAboveTheBoundFailsTheRead()
     QCOMPARE(got.map.rows.size(), rows);
 }
 
-void tst_MapTextReader::countedSizeAboveTheBoundFailsTheRead()
+void tst_MapTextReader::readFailsIfTheCountedSizeIsAboveTheBound()
 {
-    // All rows are at one point, so the number of rows becomes both the width and the height.
-    // 1025 squared is above both bounds, 2^20 and 64 times the rows.
+    // All rows have the same coordinates, so the number of rows becomes both the width and the
+    // height. 1024 * 1024 pixels are allowed without regard to the rows. 1025 * 1025 pixels
+    // are more than this and more than 64 per row.
     const QByteArray row = "1 1 2\n";
     QVERIFY(read("# 2003901\n" + row.repeated(1024)).good);
     const Reading got = read("# 2003901\n" + row.repeated(1025));
@@ -585,9 +587,9 @@ void tst_MapTextReader::countedSizeAboveTheBoundFailsTheRead()
     QCOMPARE(got.map.rows.size(), 1025);
 }
 
-void tst_MapTextReader::sizeOutOfProportionToTheRowsFailsTheRead()
+void tst_MapTextReader::readFailsIfThereAreTooFewRowsForTheSize()
 {
-    // 1,048,640 pixels are 64 times 16,385 rows.
+    // 1,048,640 pixels need 1,048,640 / 64 = 16,385 rows.
     const QByteArray size = "# X-NUM 1048640\n# Y-NUM 1\n";
     const QByteArray row = "1 2 3\n";
     QVERIFY(read(size + row.repeated(16385)).good);
@@ -617,8 +619,8 @@ void tst_MapTextReader::lineOf16MiBIsRead()
     QVERIFY(read(line + '\n' + twoByOne + "1 2 3\n").good);
 }
 
-// Lengths are counted in UTF-16 code units: a character outside the basic plane counts as
-// two, an invalid byte sequence as its replacement character.
+// Lengths are counted in UTF-16 code units. A character outside the basic plane counts as two,
+// an invalid byte as one replacement character.
 void tst_MapTextReader::lineLengthIsCountedInUtf16CodeUnits()
 {
     const auto reads = [](const QByteArray& part, int count) {
@@ -639,7 +641,7 @@ void tst_MapTextReader::longerLineIsRefused()
     const qsizetype mark = start.startsWith('\xEF') ? 3 : 0;
     const QByteArray line = start.leftJustified(16777217 + mark, 'x');
     for (const QByteArray& text :
-         {line + '\n' + twoByOne + "1 2 3\n", // as the first, a middle and the last line
+         {line + '\n' + twoByOne + "1 2 3\n", // the long line is first, in the middle or last
           twoByOne + "1 2 3\n" + line.mid(mark) + "\n4 5 6\n",
           twoByOne + "1 2 3\n" + line.mid(mark)}) {
         const Reading got = read(text);
@@ -649,7 +651,8 @@ void tst_MapTextReader::longerLineIsRefused()
     }
 }
 
-// Each line counts 1 MiB, including 64 bytes of overhead per line.
+// Each line counts as 1 MiB, including 64 bytes of overhead. The 63 lines and the two short
+// size lines are below 64 MiB.
 void tst_MapTextReader::commentLinesOf64MiBAreKept()
 {
     const QByteArray line = QByteArray("#").leftJustified(1048576 - 64, ' ') + '\n';
@@ -667,14 +670,15 @@ void tst_MapTextReader::moreCommentLinesAreRefused()
     QVERIFY(got.map.headerLines.isEmpty());
 }
 
-// Each line counts 65 bytes, so 1,032,444 lines are accepted.
+// Each line counts as 65 bytes (one character and 64 bytes of overhead), so 64 MiB / 65 bytes
+// = 1,032,444 lines are accepted.
 void tst_MapTextReader::shortCommentLinesCountWithTheirOverhead()
 {
     QCOMPARE(read(QByteArray("#\n").repeated(1032444)).map.headerLines.size(), 1032444);
     QVERIFY(read(QByteArray("#\n").repeated(1032445)).map.headerLines.isEmpty());
 }
 
-void tst_MapTextReader::refusedMapReleasesItsMemory()
+void tst_MapTextReader::memoryOfARefusedMapIsReleased()
 {
     const Reading got =
         read(twoByOne + QByteArray("1 2 3\n").repeated(1000) + QByteArray(16777217, ' ') + '\n');
@@ -850,7 +854,7 @@ void tst_MapTextReader::infinityAndNanWordsAreNumbers()
     QVERIFY(tests::sameDouble(limits.i0, -0.0));
 }
 
-void tst_MapTextReader::emptyDeviceFailsTheRead()
+void tst_MapTextReader::readingAnEmptyDeviceFails()
 {
     const Reading got = read("");
     QVERIFY(!got.good);
@@ -869,14 +873,14 @@ void tst_MapTextReader::failingDeviceEndsTheText()
     QVERIFY(map.rows.isEmpty());
 }
 
-void tst_MapTextReader::closedDeviceFailsTheRead()
+void tst_MapTextReader::readingAClosedDeviceFails()
 {
     QBuffer device;
     A2DData map;
     QVERIFY(!data::readMapText(device, map, {}));
 }
 
-void tst_MapTextReader::lineOfMegabytes_data()
+void tst_MapTextReader::lineOfTwoMegabytesIsHandled_data()
 {
     QTest::addColumn<QByteArray>("part");
     QTest::addColumn<int>("rows");
@@ -890,7 +894,7 @@ void tst_MapTextReader::lineOfMegabytes_data()
     QTest::newRow("comment") << QByteArray("# ") << 0;
 }
 
-void tst_MapTextReader::lineOfMegabytes()
+void tst_MapTextReader::lineOfTwoMegabytesIsHandled()
 {
     QFETCH(QByteArray, part);
     const QByteArray line = part.repeated(2'000'000 / part.size());
@@ -906,7 +910,7 @@ void tst_MapTextReader::binaryNoiseIsReadWithoutHarm()
     QByteArray noise(1 << 20, Qt::Uninitialized);
     std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random() % 256u); });
     QVERIFY(!read(noise).good);
-    // After a valid header, lines of noise can only add rows.
+    // After a valid header, lines of random bytes can only add rows.
     const Reading got = read(twoByOne + "1 2 3\n" + noise);
     QVERIFY(got.good);
     QCOMPARE(fields(got.map).first(), (QList<double>{1, 2, 3, 1}));

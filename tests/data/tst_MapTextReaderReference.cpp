@@ -99,7 +99,8 @@ QList<QByteArray> allNumbers()
     all += QByteArray(400, '0') + "1.5";
     all += "1" + QByteArray(400, '0') + "e-400";
     all += "0." + QByteArray(400, '0') + "1e401";
-    // Half-way between two doubles: a digit after the 768th decides the rounding.
+    // Exactly halfway between two doubles. In the second number, the digit after 800 zeros
+    // must still decide the rounding.
     all += "9007199254740993." + QByteArray(800, '0');
     all += "9007199254740993." + QByteArray(800, '0') + "1";
     all += QByteArray("1\0", 2);
@@ -223,15 +224,15 @@ private Q_SLOTS:
     void brokenUtf8AtTheBoundariesOfDecodedPieces();
     void lineEndAtABlockBoundary();
     void manyBlocksOfData();
-    void lineOfMegabytes_data();
-    void lineOfMegabytes();
+    void lineOfTwoMegabytes_data();
+    void lineOfTwoMegabytes();
     void longLinesOfOneRepeatedPart();
     void missingFileKeepsTheMapOfTheReferenceReader();
 
 private:
     /// Describes the difference between the reader and the reference implementation for @p
-    /// text; empty if they agree. If @p step is positive, a device that delivers at most @p
-    /// step bytes at a time is read as well.
+    /// text; empty if they agree. If @p step is positive, @p text is also read from a device
+    /// that delivers at most @p step bytes at a time.
     QString check(const QByteArray& text, qint64 step = 0);
 
     QTemporaryDir m_dir;
@@ -293,7 +294,7 @@ void tst_MapTextReaderReference::hostileNumberInEveryField()
 
 void tst_MapTextReaderReference::randomNumbers()
 {
-    // Random bit patterns of doubles, written with 0 to 19 digits.
+    // Doubles with random bit patterns, written with 0 to 19 significant digits.
     Random random(13061306);
     QByteArray text = "# X-NUM 1\n# Y-NUM 1\n";
     for (int i = 0; i < 20000; ++i) {
@@ -439,8 +440,8 @@ void tst_MapTextReaderReference::grammarFuzzInUtf16()
 
 void tst_MapTextReaderReference::brokenUtf8AtTheBoundariesOfDecodedPieces()
 {
-    // A text stream decodes 16384 bytes at a time. A sequence broken at such a boundary is
-    // decoded to other replacement characters than a sequence broken elsewhere.
+    // A text stream decodes 16384 bytes at a time. An invalid UTF-8 sequence that is split at
+    // such a boundary is decoded to other replacement characters than elsewhere in the text.
     const QByteArray broken =
         "\xe2\x82\xac\xf0\x9f\xc3\xe2\xef\xbb\xf0\x9f\x98\x80\xc2\n# \xf0\x9f\n";
     for (const qsizetype pieces : {1, 16}) {
@@ -462,7 +463,8 @@ void tst_MapTextReaderReference::lineEndAtABlockBoundary()
         VERIFY_SAME(comment + line + line.chopped(1));
         VERIFY_SAME(QByteArray(size, ' ') + line);
     }
-    // The same at the end of the second block. The second block starts in the middle of a line.
+    // Line ends at the end of the second block. The second block starts in the middle of a
+    // line.
     const QByteArray head = "# Y-NUM 1\n#" + QByteArray(data::mapTextBlockSize, 'x') + '\n';
     for (qsizetype shift = 0; shift <= line.size(); shift += 3) {
         const qsizetype size = 2 * data::mapTextBlockSize - head.size() - shift;
@@ -472,7 +474,7 @@ void tst_MapTextReaderReference::lineEndAtABlockBoundary()
 
 void tst_MapTextReaderReference::manyBlocksOfData()
 {
-    // Lines of 7 to 14 bytes cross the block boundaries at every offset.
+    // Lines of different lengths cross the block boundaries at different offsets.
     Random random(8192);
     QByteArray text = "# X-NUM 1\n# Y-NUM 1\n";
     while (text.size() < 6 * data::mapTextBlockSize) {
@@ -483,7 +485,7 @@ void tst_MapTextReaderReference::manyBlocksOfData()
     VERIFY_SAME(text.insert(3 * data::mapTextBlockSize, "\n# \xc3\xa9\xff\n"));
 }
 
-void tst_MapTextReaderReference::lineOfMegabytes_data()
+void tst_MapTextReaderReference::lineOfTwoMegabytes_data()
 {
     QTest::addColumn<QByteArray>("start");
     QTest::addColumn<QByteArray>("part");
@@ -494,7 +496,7 @@ void tst_MapTextReaderReference::lineOfMegabytes_data()
     QTest::newRow("long words") << QByteArray("# ENERGY : ") << QByteArray("abcdefghijklmno ");
 }
 
-void tst_MapTextReaderReference::lineOfMegabytes()
+void tst_MapTextReaderReference::lineOfTwoMegabytes()
 {
     QFETCH(QByteArray, start);
     QFETCH(QByteArray, part);

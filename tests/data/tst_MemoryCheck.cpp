@@ -1,4 +1,4 @@
-// Checks whether memory can be allocated, before it is needed.
+// Checks in advance whether memory can be allocated.
 #include "data/MemoryCheck.h"
 
 #include <QBuffer>
@@ -9,12 +9,12 @@ class tst_MemoryCheck : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void unavailableMemoryIsRefused();
+    void requestAboveTheAvailableMemoryIsDenied();
     void reservedMemoryOfAListIsNotRequestedAgain();
     void memoryForReadingGrowsWithTheFileUpToABound();
 };
 
-void tst_MemoryCheck::unavailableMemoryIsRefused()
+void tst_MemoryCheck::requestAboveTheAvailableMemoryIsDenied()
 {
     QVERIFY(data::canAllocate(0));
     QVERIFY(data::canGrow(QList<double>(), 1000, 0));

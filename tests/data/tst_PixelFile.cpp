@@ -35,8 +35,8 @@ private Q_SLOTS:
     void rowsEqualTheLoadedMap_data();
     void rowsEqualTheLoadedMap();
     void pixelsStopAtTheMaximumNumberOfRows();
-    void otherFileResetsTheSize_data();
-    void otherFileResetsTheSize();
+    void fileThatIsNotAMapResetsTheSize_data();
+    void fileThatIsNotAMapResetsTheSize();
     void negativeHeaderSizeReadsNoPixels();
     void largeSizeNeedsOnePixelPer64_data();
     void largeSizeNeedsOnePixelPer64();
@@ -117,10 +117,10 @@ void tst_PixelFile::pixelsStopAtTheMaximumNumberOfRows()
         QVERIFY(data::appendPixelFile(m_dir.filePath("map.2dp"), map, 6));
     }
     QCOMPARE(map.rows.size(), 6);
-    QCOMPARE(map.rows.at(5).intensity, 1.5); // the second load appended only two pixels
+    QCOMPARE(map.rows.at(5).intensity, 1.5); // the second load stops after its second pixel
 }
 
-void tst_PixelFile::otherFileResetsTheSize_data()
+void tst_PixelFile::fileThatIsNotAMapResetsTheSize_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("empty") << QByteArray();
@@ -132,7 +132,7 @@ void tst_PixelFile::otherFileResetsTheSize_data()
         << "2dData-V0.0 HeaderSize: 20000000\n" + QByteArray(16777217, 'x');
 }
 
-void tst_PixelFile::otherFileResetsTheSize()
+void tst_PixelFile::fileThatIsNotAMapResetsTheSize()
 {
     QFETCH(QByteArray, content);
     const QString file = path(content);
@@ -152,7 +152,7 @@ void tst_PixelFile::negativeHeaderSizeReadsNoPixels()
     A2DData map;
     QVERIFY(
         data::appendPixelFile(path("2dData-V0.0 HeaderSize: -8\n" + QByteArray(100, 'x')), map));
-    QCOMPARE(map.rows.size(), 0); // an empty header has no size
+    QCOMPARE(map.rows.size(), 0); // the header is empty, so the size is unknown
 }
 
 void tst_PixelFile::largeSizeNeedsOnePixelPer64_data()
@@ -167,7 +167,7 @@ void tst_PixelFile::largeSizeNeedsOnePixelPer64()
 {
     QFETCH(int, held);
     QFETCH(bool, good);
-    // 1,048,640 pixels are 64 times 16,385.
+    // 1,048,640 pixels need 1,048,640 / 64 = 16,385 pixels in the file.
     const QString file = path(header("1048640", "1") + one.repeated(held) + "1234567");
     A2DData map;
     QCOMPARE(data::appendPixelFile(file, map), good);

@@ -16,8 +16,8 @@ constexpr double noMax = -1e300;
 constexpr int intMin = std::numeric_limits<int>::min();
 constexpr int intMax = std::numeric_limits<int>::max();
 
-/// A map whose pixel (x, y) is 100 + 10 y + x and is valid if x + y is even. The extremes are
-/// the ones that the constructor sets.
+/// A map whose pixel (x, y) is 100 + 10 y + x and is valid if x + y is even. The extremes keep
+/// the values that the constructor sets.
 std::unique_ptr<TDData0> countedMap(int width, int height)
 {
     auto map = std::make_unique<TDData0>(width, height);
@@ -160,7 +160,7 @@ void TestTDData0::copyToTheOriginMovesTheBlock()
 void TestTDData0::copyWithoutMovingKeepsThePosition()
 {
     const auto map = countedMap(4, 3);
-    TDData0 dest(3, 3); // with another width, pixels keep their column and line
+    TDData0 dest(3, 3); // another width: pixels keep their column and line
     map->copyBlockTo(&dest, cornerRect(1, 1, 2, 2), false);
     QCOMPARE(dest.data, QList<double>({0, 0, 0, 0, 111, 112, 0, 121, 122}));
     QCOMPARE(dest.validFlags,

@@ -32,7 +32,8 @@ QByteArray firstLine(const QByteArray& size)
     return ("2dData-V0.0 HeaderSize: " + size).leftJustified(64, ' ') + '\n';
 }
 
-/// Lines 5 to 7: 158 bytes for the data structure, 34 bytes for the two sizes.
+/// Lines 5 to 7 of a header: 158 bytes for the description of the data, 34 bytes for the two
+/// element sizes.
 const QByteArray fixedLines = "DATA_STRUCTURE: Header of Size ( HeaderSize: ), "
                               "Row Double Data Block of pixels ( WIDTH: * HEIGHT ), "
                               "Row Bool Valid Flag Block of pixels ( WIDTH: * HEIGHT ) \n"
@@ -575,7 +576,7 @@ void TestTDData0File::everyNonZeroFlagByteReadsAsTrue()
     TDData0 map(0, 0);
     QVERIFY(map.load(write(content)));
     QCOMPARE(map.validFlags, QList<bool>({false, true, true, false}));
-    // Compared as bytes, because a bool that holds 2 can compare as true or false.
+    // Compared as bytes, because a bool with the byte value 2 can compare as true or as false.
     QCOMPARE(QByteArray(reinterpret_cast<const char*>(map.validFlags.constData()), 4),
              QByteArray::fromHex("00010100"));
 }
@@ -626,7 +627,8 @@ void TestTDData0File::invalidSizesAreRefused()
 void TestTDData0File::largestSizeIsAccepted()
 {
     TDData0 map(0, 0);
-    // 2^19 pixels, one for every 64 of the 2^25 pixels in the header, are just enough.
+    // The header states 2^25 pixels. 2^19 pixels in the file, one per 64 stated pixels, are
+    // just enough.
     const QByteArray pixels(8 * 524288, '\0');
     QVERIFY(map.load(write(headerOf512("WIDTH: 8192\nHEIGHT: 4096\n") + pixels)));
     QCOMPARE(map.data.size(), 33554432);
@@ -679,8 +681,9 @@ void TestTDData0File::fileTruncatedAtEveryByte()
             QVERIFY(isOld(map));
             continue;
         }
-        // Line 1 has 65 bytes, "WIDTH: 2\n" has 9 and "HEIGHT: 2\n" has 10. The header size
-        // in line 1 is complete from 27 bytes on.
+        // Line 1 has 65 bytes, "WIDTH: 2\n" has 9 and "HEIGHT: 2\n" has 10, so lines 2, 3 and
+        // 4 start at the bytes 65, 74 and 84. The header size in line 1 is complete from 27
+        // bytes on.
         QCOMPARE(map.width, size >= 65 + 8 ? 2 : 0);
         QCOMPARE(map.height, size >= 74 + 9 ? 2 : 0);
         QCOMPARE(map.dataId, QString("Ni map").left(std::clamp(size - (84 + 9), 0, 6)));
@@ -706,7 +709,7 @@ void TestTDData0File::noiseIsReadWithoutHarm()
     for (int round = 0; round < 400; ++round) {
         QByteArray content = nickelFile();
         if (round % 2 == 0) {
-            // Noise after the first lines of a header.
+            // Random bytes after the first lines of a header.
             content = firstLine("4096") + "WIDTH: 7\nHEIGHT: 3\n";
             for (int i = static_cast<int>(random() % 6000); i > 0; --i) {
                 content.append(static_cast<char>(random()));

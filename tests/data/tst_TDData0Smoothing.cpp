@@ -31,8 +31,8 @@ std::unique_ptr<TDData0> randomMap(int width, int height)
     return map;
 }
 
-/// The mean of the valid pixels at most @p nx columns and @p ny lines away, or nullopt if the
-/// pixel itself is invalid.
+/// The mean of the valid pixels that are at most @p nx columns and @p ny lines away, or
+/// nullopt if the pixel itself is invalid.
 std::optional<double> plainMean(const TDData0& map, int x, int y, int nx, int ny)
 {
     if (!map.validFlags[y * map.width + x]) {
@@ -51,8 +51,9 @@ std::optional<double> plainMean(const TDData0& map, int x, int y, int nx, int ny
     return sum / count;
 }
 
-/// Whether every pixel of @p smooth is the mean over its window in @p map. The rounding error
-/// of a running sum of a few hundred values below 5 is less than 1e-12.
+/// Whether every pixel of @p smooth is the mean of its window in @p map. The mean is a running
+/// sum of at most 200 values between -5 and 5, divided by their number. Its rounding error is
+/// below 2e-13, so the tolerance is 1e-12.
 bool containsMeans(const TDData0& smooth, const TDData0& map, int nx, int ny)
 {
     for (int y = 0; y < map.height; ++y) {
@@ -107,7 +108,7 @@ class TestTDData0Smoothing : public QObject
 private Q_SLOTS:
     void smoothingGivesTheMeanOfTheWindow_data();
     void smoothingGivesTheMeanOfTheWindow();
-    void windowAtTheEdgeDividesByItsPixelCount();
+    void meanAtTheEdgeIsDividedByThePixelsInTheWindow();
     void invalidPixelsAreSkipped();
     void invalidPixelsKeepTheValueOfTheTarget();
     void nanRemainsInTheRunningSumToTheEndOfTheLine();
@@ -156,7 +157,7 @@ void TestTDData0Smoothing::smoothingGivesTheMeanOfTheWindow()
     QVERIFY(containsMeans(alongY, *map, 0, n));
 }
 
-void TestTDData0Smoothing::windowAtTheEdgeDividesByItsPixelCount()
+void TestTDData0Smoothing::meanAtTheEdgeIsDividedByThePixelsInTheWindow()
 {
     // Windows of 2, 3, 3 and 2 pixels; all means are exact in binary.
     const QList<double> values = {2, 4, 12, 32};
@@ -314,7 +315,7 @@ void TestTDData0Smoothing::smoothedInBothDirectionsStartsAlongX()
     // The invalid pixel at (1, 1) makes the order of the two passes visible:
     //   2 4    along x   3  3    along y   5.5 3
     //   8 -              8  -              5.5 -
-    // Along y first would give 4.5 at (0, 0).
+    // With the pass along y first, the pixel (0, 0) would be 4.5.
     TDData0 map(2, 2);
     map.data = {2, 4, 8, 1000};
     map.validFlags = {true, true, true, false};

@@ -1,4 +1,4 @@
-// Items of a line of text. Expected texts are derived from the rules by hand.
+// Splitting a line of text into items. The expected texts are derived from the rules by hand.
 #include "data/TextItems.h"
 #include "support/DataRows.h"
 #include "support/DebugLog.h"
@@ -42,8 +42,8 @@ private Q_SLOTS:
     void isBlankOrComment_data();
     void isBlankOrComment();
     void startsWithTextIsCaseSensitive();
-    void trimmedCutsByTheLastIndexOfTheWholeLine_data();
-    void trimmedCutsByTheLastIndexOfTheWholeLine();
+    void trimmedLengthIsTheLastNonBlankIndexMinusOne_data();
+    void trimmedLengthIsTheLastNonBlankIndexMinusOne();
 
     void quotedIfNeeded_data();
     void quotedIfNeeded();
@@ -328,12 +328,12 @@ void TestTextItems::startsWithTextIsCaseSensitive()
     QVERIFY(!data::startsWithText(" 2dData", "2dData"));
 }
 
-void TestTextItems::trimmedCutsByTheLastIndexOfTheWholeLine_data()
+void TestTextItems::trimmedLengthIsTheLastNonBlankIndexMinusOne_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("expected");
-    // If the last non-blank has the index i, the result is the text without its leading
-    // blanks, cut to i - 1 characters.
+    // If the last character that is not a blank has the index i in the whole line, the result
+    // is the text without its leading blanks, cut to i - 1 characters.
     tests::addTexts("no leading blank, i = 5", {"abcdef", "abcd"});
     tests::addTexts("one leading blank, i = 6", {" abcdef", "abcde"});
     tests::addTexts("two leading blanks, i = 7", {"  abcdef", "abcdef"});
@@ -346,7 +346,7 @@ void TestTextItems::trimmedCutsByTheLastIndexOfTheWholeLine_data()
     tests::addTexts("empty", {"", ""});
 }
 
-void TestTextItems::trimmedCutsByTheLastIndexOfTheWholeLine()
+void TestTextItems::trimmedLengthIsTheLastNonBlankIndexMinusOne()
 {
     QFETCH(QString, line);
     const QString result = data::trimmed(line);

@@ -24,7 +24,7 @@ using Write = std::function<void(Values&)>;
 constexpr int length = 13;
 constexpr int blockRows = 64;
 
-/// The values of row @p row in fill number @p fill.
+/// The values of the row with the index @p row in fill number @p fill.
 Values valuesOf(qsizetype row, double fill, int count = length)
 {
     Values values;
@@ -34,7 +34,7 @@ Values valuesOf(qsizetype row, double fill, int count = length)
     return values;
 }
 
-/// Fills all of @p rows block by block, and releases the blocks that they do not need.
+/// Fills all of @p rows block by block, and releases the blocks that are no longer needed.
 /// @return the start address of each block
 QList<const double*> refill(ValueBlocks& blocks, Rows& rows, double fill, int count = length)
 {
@@ -137,9 +137,9 @@ private Q_SLOTS:
 
     void refillReusesTheMemory();
     void refillAfterACopyIsDestroyedReusesTheMemory();
-    void refillWithACopyUsesOtherMemory_data();
-    void refillWithACopyUsesOtherMemory();
-    void copyInOneBlockKeepsTheMemoryOfOthers();
+    void refillWhileACopyExistsUsesNewMemory_data();
+    void refillWhileACopyExistsUsesNewMemory();
+    void copyInOneBlockDoesNotAffectOtherBlocks();
 
     void copyOfAListIsNeverChanged_data();
     void copyOfAListIsNeverChanged();
@@ -157,10 +157,10 @@ private Q_SLOTS:
     void copiedRowIsFilledCorrectly();
     void rowWithTheListOfAnotherRowIsFilledCorrectly();
     void shorterLastBlockIsFilledCorrectly();
-    void otherLengthIsFilledCorrectly();
-    void otherRowsAreFilledCorrectly();
-    void forgottenBlocksKeepTheirLists();
-    void forgottenBlockReleasesItsMemory();
+    void listsOfAnotherLengthAreFilledCorrectly();
+    void twoListsOfRowsAreFilledIndependently();
+    void forgettingBlocksDoesNotChangeTheLists();
+    void forgettingABlockReleasesItsMemory();
     void blocksCanBeFilledInAnyOrder();
 
     void randomChangesAreHandledCorrectly_data();
@@ -240,7 +240,7 @@ void tst_ValueBlocks::refillAfterACopyIsDestroyedReusesTheMemory()
     QVERIFY(areFilled(rows, 2));
 }
 
-void tst_ValueBlocks::refillWithACopyUsesOtherMemory_data()
+void tst_ValueBlocks::refillWhileACopyExistsUsesNewMemory_data()
 {
     QTest::addColumn<int>("row");
     for (const int row : {0, 1, 30, 62, 63}) {
@@ -248,7 +248,7 @@ void tst_ValueBlocks::refillWithACopyUsesOtherMemory_data()
     }
 }
 
-void tst_ValueBlocks::refillWithACopyUsesOtherMemory()
+void tst_ValueBlocks::refillWhileACopyExistsUsesNewMemory()
 {
     QFETCH(int, row);
     ValueBlocks blocks;
@@ -264,7 +264,7 @@ void tst_ValueBlocks::refillWithACopyUsesOtherMemory()
     QCOMPARE(copy, valuesOf(row, 1));
 }
 
-void tst_ValueBlocks::copyInOneBlockKeepsTheMemoryOfOthers()
+void tst_ValueBlocks::copyInOneBlockDoesNotAffectOtherBlocks()
 {
     ValueBlocks blocks;
     Rows rows(192);
@@ -373,8 +373,8 @@ void tst_ValueBlocks::writeDoesNotChangeTheNeighbours()
     }
 }
 
-// Only one list of the block still exists. The memory before and after it belonged to the
-// other lists.
+// Only one list of the block still exists. The memory before and after it belonged to lists
+// that have been destroyed.
 void tst_ValueBlocks::writeByTheLastOwnerIsCorrect()
 {
     QFETCH(Write, write);
@@ -435,8 +435,8 @@ void tst_ValueBlocks::rowsInAnotherOrderAreFilledCorrectly()
     QVERIFY(areFilled(rows, 4));
 }
 
-// Exchanging two rows does not change the number of owners of the block's memory, but one
-// owner is then outside the list of rows.
+// Exchanging a row with a copied row does not change the number of owners of the block's
+// memory, but one owner is then not in the list of rows.
 void tst_ValueBlocks::copiedRowIsFilledCorrectly()
 {
     ValueBlocks blocks;
@@ -484,7 +484,7 @@ void tst_ValueBlocks::shorterLastBlockIsFilledCorrectly()
         QVERIFY(areFilled(rows, fill));
         QVERIFY(before.isEmpty() || areFilled(before, fillBefore));
     }
-    // The same without a copy of the rows that shares the blocks.
+    // Again, but without a copy of the rows that shares the blocks.
     for (const int number : {70, 64, 65, 128, 129, 1, 63, 64, 0, 100, 90, 100}) {
         rows.resize(number);
         refill(blocks, rows, ++fill);
@@ -492,9 +492,9 @@ void tst_ValueBlocks::shorterLastBlockIsFilledCorrectly()
     }
 }
 
-void tst_ValueBlocks::otherLengthIsFilledCorrectly()
+void tst_ValueBlocks::listsOfAnotherLengthAreFilledCorrectly()
 {
-    for (const int number : {70, 1, 65}) { // a list at the start of a block keeps its address
+    for (const int number : {70, 1, 65}) { // the first list of a block keeps its address
         ValueBlocks blocks;
         Rows rows(number);
         int fill = 0;
@@ -505,7 +505,7 @@ void tst_ValueBlocks::otherLengthIsFilledCorrectly()
     }
 }
 
-void tst_ValueBlocks::otherRowsAreFilledCorrectly()
+void tst_ValueBlocks::twoListsOfRowsAreFilledIndependently()
 {
     ValueBlocks blocks;
     Rows rows(70);
@@ -519,7 +519,7 @@ void tst_ValueBlocks::otherRowsAreFilledCorrectly()
     QVERIFY(areFilled(others, 2));
 }
 
-void tst_ValueBlocks::forgottenBlocksKeepTheirLists()
+void tst_ValueBlocks::forgettingBlocksDoesNotChangeTheLists()
 {
     ValueBlocks blocks;
     Rows rows(130);
@@ -534,7 +534,7 @@ void tst_ValueBlocks::forgottenBlocksKeepTheirLists()
     QVERIFY(areFilled(rows, 2));
 }
 
-void tst_ValueBlocks::forgottenBlockReleasesItsMemory()
+void tst_ValueBlocks::forgettingABlockReleasesItsMemory()
 {
     ValueBlocks blocks;
     Rows rows(blockRows);
