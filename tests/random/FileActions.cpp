@@ -89,7 +89,7 @@ QString FileActions::loadValid(Draw& draw)
 QString FileActions::loadInvalid(Draw& draw)
 {
     AFileSelect* row = someRow(draw.onceIn(2), draw);
-    // A valid map is an invalid spectrum and vice versa, so valid files are also used.
+    // Valid files are also used, because a valid map is an invalid spectrum and vice versa.
     const QString path =
         draw.onceIn(8) ? validFile(draw.onceIn(2), draw) : m_files.invalidFile(draw);
     row->newFile(path);

@@ -84,9 +84,9 @@ private:
     qint64 m_diskSize = 0;
 };
 
-/// Whether this build uses AddressSanitizer. AddressSanitizer reserves terabytes of
-/// address space and delays the reuse of freed memory, so memory limits cannot be tested
-/// with it.
+/// Whether this build uses AddressSanitizer. Memory limits cannot be tested in such a build,
+/// because AddressSanitizer reserves terabytes of address space and delays the reuse of
+/// freed memory.
 constexpr bool isUnderAddressSanitizer()
 {
 #if defined(__SANITIZE_ADDRESS__)

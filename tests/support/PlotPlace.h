@@ -11,7 +11,7 @@
 namespace tests
 {
 
-/// The data values at the edges of a plot area.
+/// The data values at the edges of a plot area: x0 left, x1 right, y0 bottom, y1 top.
 struct PlotRange {
     double x0 = 0.0;
     double y0 = 0.0;

@@ -35,7 +35,7 @@ inline void processPendingEvents()
     }
 }
 
-/// The pixels of the backing store at the position of @p widget; a null image if the
+/// The pixels of the window's backing store in the area of @p widget; a null image if the
 /// widget is hidden or not yet painted.
 inline QImage shownImage(const QWidget* widget)
 {

@@ -63,8 +63,8 @@ double shape(const Compound& compound, double energyEv);
 /// Absorbance of @p compound at @p energyEv, including its background.
 double referenceMut(const Compound& compound, double energyEv);
 
-/// The fractions of the compounds in an edge jump, in the order of compounds(). Their sum
-/// is 1.
+/// The fraction that each compound contributes to an edge jump, in the order of
+/// compounds(). The fractions sum to 1.
 using Fractions = std::array<double, 4>;
 
 /// Absorbance of a mixture at @p energyEv without background, in units of its edge jump.
