@@ -1,6 +1,6 @@
 // Measures the file dialogs of a panel in a folder of 5,000 files: the choice of the
-// first file, a "Write" into the folder, and new files that other programs create there.
-// Also measures the construction of a panel.
+// first file, a click of "Write" that writes into the folder, and the arrival of new files
+// that other programs create in the folder. Also measures the construction of a panel.
 
 #include "panel/FourPs.h"
 #include "rows/ARefFile.h"
@@ -64,8 +64,8 @@ struct Load {
     double processorMs = 0.0; ///< processor time of all threads
 };
 
-/// Runs the event loop for at least @p spanMs and until the process has been idle for
-/// half a second.
+/// Runs the event loop and measures its load since the construction of this object. run()
+/// continues for at least @p spanMs and until the process has been idle for half a second.
 class Watch
 {
 public:
@@ -86,7 +86,8 @@ public:
         }
     }
 
-    /// Runs one action. Its duration counts as a stall of the event loop.
+    /// Runs one action. No events are processed meanwhile, so its duration is a stall of the
+    /// event loop.
     template <class Action>
     void runAction(Action action)
     {

@@ -1,6 +1,6 @@
 // Compares the time per pixel of the non-equivalent method in a large and in a small map.
-// The absorbances of the maps are not cached. Also prints the memory use of the large
-// maps.
+// The absorbances of the maps are not cached. Also prints the memory use of the calculation
+// with large maps.
 
 #include "analysis/CalculationMemory.h"
 #include "analysis/HistogramCounts.h"
@@ -100,7 +100,7 @@ void measure(benchmark::State& state, int side)
         calculateFourPoints(first, memory, result);
         peakOfFourPoints = peakMemory();
     }
-    calculateFrom(first); // the first calculation allocates its memory from the system
+    calculateFrom(first); // not measured: it also requests memory from the system
     if (isFirstOfAll) {
         peakOfNonEquivalent = peakMemory();
     }

@@ -1,8 +1,9 @@
 // Measures a drag of the edge marker over 12,000 moves with small maps, from each mouse
-// event to the repainted windows. Compares the last moves with the first ones and prints
-// the memory of the process. During the drag the comparison plot collects points and the
-// visible message box collects lines. The printed time is the median processor time per
-// move in a hundred moves. The only argument is the number of moves.
+// event to the repainted windows. During the drag the comparison plot collects points and
+// the visible message field collects lines, so late moves could become slower. The program
+// therefore compares the last hundred moves with the first hundred, and prints the memory of
+// the process. The printed time is the median processor time per move in a hundred moves.
+// The only argument is the number of moves.
 
 #include "support/DragPanel.h"
 #include "support/Shortest.h"
@@ -68,8 +69,8 @@ int main(int argc, char** argv)
     const int start = setup.edgePixel();
     setup.send(QEvent::MouseButtonPress, start);
     printMemory("before");
-    std::vector<double> times; // median time per move, one value per hundred moves
-    std::vector<double> sums;  // total time, one value per hundred moves
+    std::vector<double> times; // median time per move (ms), one value per hundred moves
+    std::vector<double> sums;  // total time of the moves (ms), one value per hundred moves
     for (int i = 0; i < moves / hundred; ++i) {
         std::array<double, hundred> single{};
         for (int k = 0; k < hundred; ++k) {

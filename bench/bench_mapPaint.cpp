@@ -2,7 +2,7 @@
 // pixels, the histograms of this result, and a plot of thickness against valence whose
 // million points are spread over the plot. The reference implementations fill one
 // rectangle per map pixel and draw two circles per point. Before the measurement, the
-// pictures of the plot by both implementations are compared.
+// program checks that both implementations paint the same picture of the plot.
 
 #include "display/ChCoord.h"
 #include "display/DispMBase.h"
@@ -31,8 +31,8 @@ constexpr QSize surfaceSize(800, 800);
 constexpr int valence = 11;
 constexpr int totalDMut = 12;
 
-/// A result map: the valence is a ramp and the amount a wave. Both have normally
-/// distributed errors of standard deviation @p noise.
+/// A result map whose valence is a ramp and whose amount is a wave. Normally distributed
+/// errors with the standard deviation @p noise are added to both.
 A2DData resultMap(double noise)
 {
     std::mt19937_64 random(5);
@@ -138,7 +138,8 @@ void histogramPair(benchmark::State& state)
     paint(state, {setup.plot(Displays::DHistA), setup.plot(Displays::DHistDMut)});
 }
 
-/// A panel whose points are spread over the plot of thickness against valence.
+/// A panel with a result whose points are spread over the plot of thickness against
+/// valence.
 struct SpreadPanel : ResultPanel {
     SpreadPanel()
         : ResultPanel(0.02)

@@ -24,7 +24,8 @@ const tests::PlainValences valences{2, QStringLiteral("2"), QStringLiteral("3")}
 constexpr std::array<bool, analysis::columnCount> wanted = {
     true, true, false, false, true, true, false, false, true, true, false, true, true};
 
-/// A result with realistic fractions and thicknesses. Noise makes all digits different.
+/// A result with realistic fractions and thicknesses. Noise is added, so that the numbers
+/// have all six digits.
 A2DData makeResult(bool extended)
 {
     std::mt19937_64 random(1);

@@ -87,7 +87,8 @@ struct DragPanel {
         QCoreApplication::processEvents();
         plot->DispA->cc.setReal(8100.0, 0.0, 8999.0, 1.4);
         plot->DispA->hasScale = true;
-        // The first calculations allocate their memory from the system and are slower.
+        // The first calculations are slower, because they request memory from the system, so
+        // they run before the measurement.
         for (int i = 0; i < 3; ++i) {
             panel.ui.EdgeE->setText(QString::number(dragData::edgeEv + i));
             panel.setEdge();

@@ -12,8 +12,8 @@ namespace bench
 {
 
 /// Returns @p count square maps with @p side pixels per axis. I0 is 1e5, and I
-/// corresponds to the absorbance mutOf(map, f) plus noise; f rises from 0 to 1 along each
-/// line.
+/// corresponds to the absorbance mutOf(k, f) plus noise, where k is the index of the map and
+/// f = x / @p side rises from 0 to nearly 1 with the pixel index x.
 template <class MutOf>
 QList<A2DData> measuredMaps(int count, int side, MutOf mutOf)
 {

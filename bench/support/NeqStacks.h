@@ -23,8 +23,9 @@ inline double absorbedBy(int reference, double energyEv)
     return 0.5 * (1 + std::erf(d / 3)) + 0.15 * (3 - reference) * std::exp(-0.03 * d * d);
 }
 
-/// Maps at the energies with the indices @p rows. Along each line the composition changes
-/// from the second reference (f = 0) to the first one.
+/// Square maps with @p side pixels per axis at the energies neqEnergiesEv[i] for each i in
+/// @p rows. With increasing x the composition changes from the second reference to the first
+/// reference.
 inline QList<A2DData> neqMaps(int side, const QList<int>& rows)
 {
     return measuredMaps(static_cast<int>(rows.size()), side, [&](int k, double f) {
@@ -33,7 +34,8 @@ inline QList<A2DData> neqMaps(int side, const QList<int>& rows)
     });
 }
 
-/// The inputs at the energies with the indices @p rows. @p maps must outlive them.
+/// The inputs of the non-equivalent method at the energies neqEnergiesEv[i] for each i in
+/// @p rows. @p maps has one map for each energy and must outlive the inputs.
 inline tests::PlainNeqStack neqStack(const QList<A2DData>& maps, bool victoreen, int references,
                                      const QList<int>& rows)
 {

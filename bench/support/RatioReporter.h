@@ -51,7 +51,8 @@ public:
         }
     }
 
-    /// The median time of the benchmark @p name, in its unit; 0 if it did not run.
+    /// The median time of the benchmark @p name, in the time unit of this benchmark; 0 if the
+    /// benchmark did not run.
     double medianOf(const std::string& name) const
     {
         const auto times = m_times.find(name);

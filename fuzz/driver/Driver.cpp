@@ -1,8 +1,8 @@
 // Runs a fuzz target on a corpus and on mutations of it, without libFuzzer.
 //
-// The inputs run in a child process. If anything ends the child early (a failed check, a
-// sanitizer's report, lack of memory, the time limit), the parent reports the current
-// input.
+// A child process runs the inputs. If the child ends early (after a failed check, a
+// sanitizer's report, lack of memory or at the time limit), the parent process reports the
+// input that the child was running.
 #include "driver/Mutator.h"
 
 #include <sys/mman.h>
@@ -150,8 +150,8 @@ std::string saveFailedInput(const Task& task, const Progress& progress)
 void report(const Task& task, const Progress& progress, int status)
 {
     if (progress.name[0] == '\0') {
-        // The failure does not belong to an input, for example a leak found at the
-        // process exit.
+        // No input was running, for example because LeakSanitizer reported a leak at the
+        // exit of the process.
         std::fprintf(stderr, "%s: failed after its inputs, seed %u\n", task.target.c_str(),
                      task.seed);
         return;

@@ -24,7 +24,8 @@ input=$(ls "$work"/failed/*-seed-5-mutation-"$number")
 [[ $output == *"The input: $input"* ]] || failed "unexpected output: $output"
 "$program" "$input" 2>/dev/null && failed "the input alone does not fail"
 
-# A mutation must depend only on its number and the seed: a second run reproduces it.
+# A mutation must depend only on its number and the seed, so a second run must report the
+# same input.
 cp "$input" "$work/first"
 "$program" "$work/corpus" 1000 5 >/dev/null 2>&1 && failed "the failure was not reported again"
 cmp "$input" "$work/first" || failed "the second run reported a different input"

@@ -1,4 +1,4 @@
-// A target that fails for some inputs, for the test of the driver.
+// A fuzz target that fails for some inputs. Driver.sh uses it to test the driver.
 #include "support/FuzzTarget.h"
 
 void fuzz::tryInput(const QByteArray& bytes)

@@ -34,7 +34,8 @@ char hexByte(const std::string& digits)
     return static_cast<char>(std::stoi(digits, nullptr, 16));
 }
 
-/// The word between the first and the last double quote of @p line, with decoded escapes.
+/// The word between the first and the last double quote of a dictionary line, with its
+/// escapes decoded.
 Input unescaped(const std::string& line)
 {
     const std::size_t begin = line.find('"') + 1;

@@ -12,8 +12,8 @@ namespace fuzz
 using Input = std::string;
 
 /// Generates mutations of the inputs of a corpus. A mutation depends only on the corpus,
-/// the dictionary, the seed and its number. It is the same on every machine and does not
-/// depend on earlier mutations.
+/// the dictionary, the seed and the number of the mutation. It does not depend on the
+/// machine or on earlier mutations.
 class Mutator
 {
 public:
@@ -21,7 +21,7 @@ public:
     static constexpr std::size_t maxBytes = 4096;
 
     /// @param corpus      at least one input
-    /// @param dictionary  words of the target's input format; may be empty
+    /// @param dictionary  words of the target's input format; can be empty
     Mutator(std::vector<Input> corpus, std::vector<Input> dictionary, std::uint32_t seed);
 
     /// Returns mutation @p number: an input of the corpus with one to eight random

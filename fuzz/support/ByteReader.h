@@ -24,7 +24,8 @@ public:
 
     std::uint8_t byte();
 
-    /// A number in the closed interval [low, high], read from as few bytes as possible.
+    /// A number in the closed interval [low, high]. Reads as few bytes as the size of the
+    /// interval allows.
     int number(int low, int high);
 
     /// One of @p choices, which must not be empty.
@@ -42,11 +43,11 @@ public:
     /// A double in the closed interval [low, high].
     double doubleIn(double low, double high);
 
-    /// At most @p most bytes; the number of bytes is read from the input.
+    /// A byte array. Its length, 0 to @p most, is read from the input first.
     QByteArray byteArray(int most);
 
-    /// A text of at most @p most UTF-16 code units, which can include unpaired
-    /// surrogates.
+    /// A text. Its length, 0 to @p most UTF-16 code units, is read from the input first. It
+    /// can include unpaired surrogates.
     QString text(int most);
 
     /// All remaining bytes.

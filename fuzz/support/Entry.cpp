@@ -25,8 +25,8 @@ void fuzz::fail(const char* what, const char* file, int line)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    // Discards the debug log, because millions of invalid inputs produce too many
-    // messages.
+    // Discards the messages of the program, because millions of invalid inputs produce too
+    // many of them.
     [[maybe_unused]] static const auto former = qInstallMessageHandler(dropMessage);
     // A copy of exactly the input's size, so that a sanitizer detects reading past its
     // end.

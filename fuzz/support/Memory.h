@@ -8,18 +8,18 @@
 namespace fuzz
 {
 
-/// The free memory in bytes that data::canAllocate() assumes in a fuzz target. It is a
-/// simulated number, because a query of the sanitizers' allocator takes as long as
-/// reading many files.
+/// The free memory in bytes that data::canAllocate() assumes in a fuzz target. It is
+/// simulated, because one query of the sanitizers' allocator is as slow as reading many
+/// files.
 inline constexpr qint64 plentyOfMemory = qint64{1} << 40;
 inline qint64 freeMemory = plentyOfMemory; // bytes
 
-/// The largest request of the product so far; negative if there was none.
+/// The largest request to data::canAllocate() so far; -1 if there was no request.
 inline qint64 peakRequest = -1; // bytes
 
-/// Limits the free memory to @p bytes during its lifetime. The limit applies to complete
-/// requests, which include the reserve that the product keeps free. peakRequestOf()
-/// measures them in the same way.
+/// Limits the simulated free memory to @p bytes during the lifetime of this object. A
+/// request to data::canAllocate() includes the reserve that the product keeps free, both
+/// here and in peakRequestOf(), so their numbers can be compared.
 class LimitedMemory
 {
 public:
@@ -28,8 +28,9 @@ public:
     Q_DISABLE_COPY_MOVE(LimitedMemory)
 };
 
-/// The largest request (bytes) of the product in @p action if enough memory is free. With
-/// exactly this much free memory the action must succeed; with less it must fail.
+/// Runs @p action with enough free memory and returns its largest request in bytes; -1 if it
+/// requests no memory. With exactly this much free memory the action must succeed; with
+/// less free memory it must fail.
 template <typename Action>
 qint64 peakRequestOf(Action&& action)
 {
@@ -38,7 +39,7 @@ qint64 peakRequestOf(Action&& action)
     return peakRequest;
 }
 
-/// A number of bytes below @p most: one byte less if @p isClose, otherwise half.
+/// A number of bytes below @p most: @p most - 1 if @p isClose, otherwise half of @p most.
 inline qint64 tooLittle(qint64 most, bool isClose)
 {
     return isClose || most < 2 ? most - 1 : most / 2;

@@ -7,9 +7,9 @@
 namespace fuzz
 {
 
-/// A regular file in memory that has a path, for functions that need one. A process uses
-/// one such file and replaces its content for each input, which is many times faster than
-/// a file on disk.
+/// A regular file in memory that has a path, for functions that need a path. A process
+/// replaces the content of the same file for each input, which is many times faster than a
+/// new file on disk.
 class MemoryFile
 {
 public:

@@ -8,8 +8,8 @@
 namespace fuzz
 {
 
-/// True for about one of @p count inputs. The result depends only on the input, so the
-/// same checks always run for an input.
+/// True for about one of @p count inputs. The result depends only on @p bytes, so each run
+/// of an input does the same checks.
 inline bool oneIn(int count, const QByteArray& bytes)
 {
     return qChecksum(QByteArrayView(bytes)) % count == 0;

@@ -46,8 +46,8 @@ bool areSame(const QList<double>& a, const QList<double>& b)
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), sameDouble);
 }
 
-/// Replaces QList's operator==, which uses the data pointer of a list even if the list is
-/// empty and the pointer is null.
+/// Used instead of QList's operator==, because operator== uses the data pointers even if the
+/// lists are empty and the pointers are null.
 bool areSame(const QList<bool>& a, const QList<bool>& b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end());
@@ -74,7 +74,8 @@ void copyFields(TDData0& to, const TDData0& from)
     to.regionSet = from.regionSet;
 }
 
-/// The value after it was written with 6 significant digits and read again.
+/// @p extreme after a round trip through a text with 6 significant digits, because the
+/// header stores the smallest and largest value as such texts.
 double roundedToSixDigits(double extreme)
 {
     return QString::number(extreme, 'g', 6).toDouble();
@@ -105,7 +106,8 @@ void checkRoundTrip(const TDData0& map)
     }
 }
 
-/// The value of pixel @p i in the file; nullopt if the file ends before its last byte.
+/// The value of pixel @p i in the file, whose values start at byte @p begin; nullopt if the
+/// file ends before the last byte of this value.
 std::optional<double> valueInFile(const QByteArray& bytes, qint64 begin, qint64 i)
 {
     const qint64 at = begin + 8 * i;
@@ -133,8 +135,8 @@ void checkPixels(const TDData0& map, const QByteArray& bytes, qint64 begin)
     }
 }
 
-/// Appends the file to a map of three rows. These rows must not change, and the pixels
-/// must follow as absorbances.
+/// Appends the file to a map that already has three pixels. These pixels must not change.
+/// The pixels of the file must follow, stored as absorbances (I0 = 0).
 void checkAppended(const TDData0& map, bool isLoaded, int most)
 {
     A2DData rows;
@@ -157,7 +159,8 @@ void checkAppended(const TDData0& map, bool isLoaded, int most)
     }
 }
 
-/// With exactly the requested memory the file must load; with less, nothing may change.
+/// With exactly the requested memory the file must load; with less memory the load must fail
+/// and change nothing.
 void checkLimitedMemory(const QByteArray& bytes, bool isLoaded)
 {
     const QString path = inputFile().path();
@@ -187,8 +190,8 @@ void checkHeader(const TDData0Header& header, const QByteArray& bytes)
     FUZZ_REQUIRE(sameDouble(header.maxVal, expected.maxVal));
 }
 
-/// Loads into an existing map: a failed load must not change it, a successful one must
-/// replace its content.
+/// Loads the file into a map that already has content. A failed load must not change the
+/// map; a successful load must replace its content.
 void checkLoadOver(const TDData0& fresh, bool isLoaded, const QString& path)
 {
     TDData0 map(2, 3);
@@ -230,7 +233,8 @@ void checkFile(const QByteArray& bytes)
             checkRoundTrip(map);
         }
     }
-    // Only for some inputs, because each check opens the file several times.
+    // The following checks run only for some inputs, because each of them opens the file
+    // several times.
     if (fuzz::oneIn(4, bytes)) {
         checkLoadOver(map, isLoaded, path);
     }
@@ -242,7 +246,8 @@ void checkFile(const QByteArray& bytes)
     }
 }
 
-/// For a file of another format every function must return false and change nothing.
+/// For a file that is not a binary map, every function must return false and change
+/// nothing.
 void checkOtherFile(const QByteArray& bytes)
 {
     inputFile().setContents(bytes);
@@ -254,7 +259,8 @@ void checkOtherFile(const QByteArray& bytes)
     checkAppended(TDData0(0, 0), false, 100);
 }
 
-/// Fills a map with values and flags. Its lists can be shorter than the map.
+/// Fills a map with values and flags. With @p isExact all values are small integers. The
+/// lists of values and flags can be made shorter than the number of pixels.
 void fill(TDData0& map, ByteReader& reader, bool isExact)
 {
     for (qsizetype i = 0; i < map.data.size(); ++i) {
@@ -280,8 +286,9 @@ bool hasValue(const TDData0& map, int x, int y)
     return hasPixel(map, i) && map.validFlags.at(i);
 }
 
-/// Reference implementation of smoothing by a moving average. The values are integers, so
-/// the running sum of the product is also exact.
+/// Reference implementation of smoothing by a moving average: adds all values of each
+/// window. The product updates a running sum. With small integers both sums are exact, so
+/// the results must be equal.
 void setPlainMeans(const TDData0& map, TDData0& dest, bool alongX, qint64 n)
 {
     for (int y = 0; y < std::min(map.height, dest.height); ++y) {

@@ -1,6 +1,7 @@
 // Tests the parser of the typed list of energies.
 //
-// An input is one byte for the number of rows and the encoding, followed by the text.
+// The first byte of an input determines the number of energy rows and the encoding. The
+// text follows.
 #include "data/TextItems.h"
 #include "support/FuzzTarget.h"
 #include "support/InputText.h"
@@ -50,7 +51,7 @@ void fuzz::tryInput(const QByteArray& bytes)
     FUZZ_REQUIRE(energies == plainEnergies(text, rows));
     FUZZ_REQUIRE(rows > 0 || energies.isEmpty());
     // A comma must have the same effect as a space. A smaller number of rows must only
-    // shorten the list at its end.
+    // remove energies from the end of the list.
     FUZZ_REQUIRE(data::energiesOfList(QString(text).replace(u',', u' '), rows) == energies);
     FUZZ_REQUIRE(data::energiesOfList(text, 1 << 30).mid(0, qMax(rows, 0)) == energies);
     for (const QString& energy : energies) {

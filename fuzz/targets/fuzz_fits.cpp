@@ -57,8 +57,8 @@ AMutE nextSpectrum(fuzz::ByteReader& in)
     return spectrum;
 }
 
-/// Reference implementation: the least-squares line through the points of the pre-edge
-/// range or, without @p pre, of the post-edge range.
+/// Reference implementation: the least-squares fit of a Victoreen line c + a L^3 + b L^4 to
+/// the points of the pre-edge range or, if @p pre is false, of the post-edge range.
 VictoreenLine plainLine(const AMutE& spectrum, bool pre)
 {
     QList<double> energies;
@@ -344,7 +344,8 @@ void checkCollection(const QList<analysis::PointState>& points,
     checkPlane(three);
 }
 
-/// Checks the non-equivalent method by itself and in the complete target calculation.
+/// Checks the non-equivalent method, first called directly and then as a part of the
+/// complete target calculation.
 void checkNonEquivalent(fuzz::ByteReader& in, const QList<analysis::PointState>& points,
                         const analysis::ReferenceSet& references)
 {

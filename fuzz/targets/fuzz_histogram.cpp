@@ -32,15 +32,15 @@ void checkBoxesFrom(double number)
     }
 }
 
-/// A number of bins as a caller can pass it, including invalid ones. Very large numbers
-/// are rare, because they are slow.
+/// A number of bins as a caller can pass it, including invalid numbers. Very large numbers
+/// are rare, because many bins are slow.
 int nextBoxes(fuzz::ByteReader& in)
 {
     switch (in.number(0, 255)) {
     case 255:
         return in.number(0, 15) == 15 ? 1'000'000'000 : 1024;
     case 254:
-        return in.number(1020, 1030); // the algorithm of counting changes near 1024 bins
+        return in.number(1020, 1030); // above 1024 bins another counting algorithm is used
     case 253:
         return in.number(std::numeric_limits<int>::min(), 0);
     default:
@@ -107,7 +107,7 @@ HistogramCounts countedInBlocks(const Limits& limits, const QList<double>& value
     analysis::HistogramCounter counter(counts);
     for (qsizetype first = 0; first < values.size(); first += analysis::blockPixels) {
         analysis::Block block;
-        block.fill(values.first()); // values changed after counting must have no effect
+        block.fill(values.first()); // a change of the values after counting must have no effect
         const qsizetype count = std::min<qsizetype>(values.size() - first, analysis::blockPixels);
         std::copy_n(values.cbegin() + first, count, block.begin());
         counter.add(block, static_cast<int>(count), instructions);

@@ -1,5 +1,5 @@
-// Tests displayed names and numbers: texts that are shortened or fitted into a box or a
-// field.
+// Tests displayed names and numbers: texts that are shortened, or fitted into a rectangle
+// or a field.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -19,8 +19,8 @@ namespace
 
 constexpr QChar ellipsis(0x2026);
 
-/// Creates the application object for the first input and keeps it, because its
-/// construction takes longer than thousands of inputs.
+/// Creates the application object at the first input and keeps it, because its construction
+/// takes more time than thousands of inputs.
 void makeApplication()
 {
     static int count = 1;

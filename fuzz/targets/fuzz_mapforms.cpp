@@ -1,4 +1,5 @@
-// Tests the map calculations: every pixel must be equal to the reference implementations.
+// Tests the map calculations: every pixel must be equal to the result of the reference
+// implementations.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -95,7 +96,7 @@ Histogram nextHistogram(fuzz::ByteReader& in)
     return histogram;
 }
 
-/// The text of a number field of the panel. It is not always a number.
+/// A text for a number field of the panel. It is not always a number.
 QString nextText(fuzz::ByteReader& in)
 {
     const int form = in.number(0, 7);
@@ -148,8 +149,8 @@ public:
         }
     }
 
-    /// Makes a change that can occur between two calculations: a map changes, a copy of
-    /// the result is kept or dropped, or the result is written to.
+    /// Makes a change that can occur between two calculations: changes a map, keeps a copy
+    /// of the result, drops all copies, or modifies the result.
     void change()
     {
         switch (m_in.number(0, 7)) {
@@ -271,8 +272,8 @@ private:
 
     qsizetype references() const { return m_neq.refValues.size(); }
 
-    /// Calculates with the reference implementation.
-    /// @return false if the form needs more points
+    /// Calculates @p wanted with the reference implementation.
+    /// @return false if the form needs more energy rows than there are
     bool calculatePlain(int form, A2DData& wanted)
     {
         tests::PlainHistogram& first = histogram(0).plain;
@@ -360,7 +361,8 @@ private:
             calculate();
             return;
         }
-        // The cache expects the counts of the latest calculation, so they are restored.
+        // The cache requires that the histograms still have the counts of the latest cached
+        // calculation, so these counts are restored.
         for (qsizetype i = 0; i < histograms.size() && i < m_latest.size(); ++i) {
             *histograms.at(i) = m_latest.at(i);
         }
@@ -376,7 +378,8 @@ private:
         }
     }
 
-    /// Keeps a copy of one pixel's value list. The list of rows is not shared.
+    /// Keeps an implicitly shared copy of the value list of one pixel, but not of the list
+    /// of pixels.
     void keepList()
     {
         if (!m_result.rows.isEmpty()) {

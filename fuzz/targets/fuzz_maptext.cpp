@@ -71,8 +71,8 @@ Reading plainReading(const QByteArray& bytes)
     return reading;
 }
 
-/// The size of the map must stay within its limits for every header, so that no
-/// calculation loops over more pixels.
+/// The size of the map must be within the limits of the reader for every header, because
+/// the calculations loop over width * height pixels.
 void checkBounds(const Reading& reading)
 {
     const A2DData& map = reading.map;
@@ -83,8 +83,8 @@ void checkBounds(const Reading& reading)
     FUZZ_REQUIRE(!map.extended);
 }
 
-/// Reads pixels inside the map, outside the map, and without a row. Rows of a text map
-/// must have no value lists.
+/// Reads pixels inside the map, outside the map, and at indices after the last stored
+/// pixel. The pixels of a text map must have no value lists.
 void checkPixels(const A2DData& map)
 {
     for (const int x : {-1, 0, 1, map.xNum - 1, map.xNum, 1 << 30}) {
@@ -137,8 +137,8 @@ void checkFile(const QByteArray& bytes)
 {
     const Reading expected = plainReading(bytes);
     Reading found;
-    // Skipped after a byte order mark: the decoding of invalid text then depends on the
-    // sizes of the reads.
+    // Skipped for files with a byte order mark, because the decoding of invalid text then
+    // depends on the sizes of the reads.
     const bool hasMark = QStringConverter::encodingForData(bytes.left(4)).has_value();
     if (!hasMark && fuzz::oneIn(4, bytes)) {
         tests::ShortReadDevice device(bytes, 1 + bytes.size() % 9, bytes.size() % 2 == 0);
@@ -151,7 +151,7 @@ void checkFile(const QByteArray& bytes)
     checkPixels(found.map);
     if (fuzz::oneIn(8, bytes)) {
         Reading again;
-        readBuffer(again, bytes.sliced(bytes.size() / 2)); // the map contains another file first
+        readBuffer(again, bytes.sliced(bytes.size() / 2)); // first reads another file into the map
         readBuffer(again, bytes);
         checkSame(again, expected);
     }
@@ -169,8 +169,8 @@ void fuzz::tryInput(const QByteArray& bytes)
 {
     checkFile(bytes);
     if (oneIn(64, bytes)) {
-        // Spaces before the input move the boundary between two reads of the decoder into
-        // it.
+        // The decoder reads 16384 bytes at a time. A comment line of spaces before the input
+        // moves the boundary between two reads into the input.
         constexpr qsizetype piece = 16384;
         const qsizetype before = piece - 2 - bytes.size() % 1000;
         checkFile("#" + QByteArray(before, ' ') + "\n" + bytes);

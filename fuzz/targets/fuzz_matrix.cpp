@@ -48,7 +48,7 @@ std::vector<double*> rowsOf(Matrix& matrix)
 struct System {
     Matrix a;
     Numbers b;
-    bool isWellConditioned = false; ///< small integers with a dominant diagonal
+    bool isWellConditioned = false; ///< small integers, diagonally dominant before a row rotation
 
     int size() const { return static_cast<int>(b.size()); }
 };
@@ -212,8 +212,8 @@ void checkLanes(const std::array<System, analysis::laneCount>& systems,
     }
 }
 
-/// The next pivot row: the unused row with the largest diagonal element. NaN is smaller
-/// than any number.
+/// The next pivot row: the first of the unused rows whose diagonal element has the largest
+/// absolute value. NaN counts as smaller than any absolute value.
 std::size_t plainDiagonalPivot(const Matrix& a, const std::vector<bool>& used)
 {
     std::size_t chosen = a.size();
@@ -313,8 +313,8 @@ void checkNoSize(int n)
     SmallMatrix::freeMatrix(n, matrix);
 }
 
-/// Compares a fit that factorises its matrix once with fits that do so for each set of
-/// values.
+/// Compares a least-squares fit that factorises its matrix once for all sets of values with
+/// fits that factorise the matrix again for each set.
 void checkCombination(fuzz::ByteReader& in, int unknowns)
 {
     const int rows = in.number(0, 9);

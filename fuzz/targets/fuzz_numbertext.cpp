@@ -17,8 +17,8 @@ namespace
 
 constexpr int maxNumbers = 3;
 
-/// An integer times a power of ten. With @p offset 0.5 it can be the midpoint between two
-/// numbers of six digits.
+/// (Integer + @p offset) times a power of ten. With @p offset = 0.5 the result can be the
+/// midpoint between two numbers with six significant digits.
 double decimal(fuzz::ByteReader& in, double offset)
 {
     const double digits = in.number(-1'000'000, 1'000'000) + offset;
@@ -43,7 +43,8 @@ double nextNumber(fuzz::ByteReader& in)
         value = std::pow(10.0, in.number(-330, 308));
         break;
     default:
-        // Can be an exact tie for rounding to six digits.
+        // Without the power of two (factor 1) this is an exact tie: the midpoint between two
+        // numbers with six digits.
         value = (in.number(100'000, 999'999) + 0.5) * std::ldexp(1.0, in.number(0, 4));
         break;
     }

@@ -16,8 +16,8 @@
 namespace
 {
 
-/// The line as the file reader receives it: it ends with a line feed, and the buffer ends
-/// there.
+/// The line as the file reader receives it. It ends with a line feed, which is the last
+/// byte of the buffer, so that a sanitizer detects reads past it.
 std::vector<char> lineOf(const QByteArray& bytes)
 {
     const auto end = std::find(bytes.begin(), bytes.end(), '\n');
@@ -51,8 +51,9 @@ void checkTextWords(const QString& line, const QStringList& expected)
     FUZZ_REQUIRE(!words.next());
 }
 
-/// Converts every @p step-th word and skips the others. If the reader then reports a
-/// plain line, the words must be equal to the words of the decoded text.
+/// Converts every @p step-th word to a double and skips the other words. If the reader then
+/// reports a plain line, it must have found the same count of words as in the decoded text,
+/// and the converted values must be equal to Qt's.
 void checkByteWords(const std::vector<char>& line, const QStringList& expected, int step)
 {
     data::ByteWords words(line.data());
@@ -75,8 +76,8 @@ void checkByteWords(const std::vector<char>& line, const QStringList& expected, 
     }
 }
 
-/// A number read from any position must be equal to Qt's conversion of the consumed
-/// characters.
+/// At every position of the line, a number that data::readDecimal() reads must be equal to
+/// Qt's conversion of the characters that were read.
 void checkDecimals(const std::vector<char>& line)
 {
     for (const char* begin = line.data(); *begin != '\n'; ++begin) {

@@ -143,8 +143,8 @@ void tryLegend(fuzz::ByteReader& in)
     FUZZ_REQUIRE(box.width() >= 0.0 && box.height() >= 0.0);
     const QPoint place(in.number(-10, 2010), in.number(-10, 2010));
     if (legend.isHit(row, place)) {
-        // The hit area is wider than the box by a tenth of the left margin: it ends at
-        // the right edge of the plot area.
+        // The hit area is wider than the text rectangle. It ends at the right edge of the
+        // plot area, a tenth of the left margin to the right of the rectangle.
         FUZZ_REQUIRE(place.x() > box.left() && place.x() < cc.areaX1);
         FUZZ_REQUIRE(!legend.isHit(row + 1, place));
     }
@@ -162,7 +162,8 @@ double nextPlace(fuzz::ByteReader& in)
     }
 }
 
-/// The distance of @p pixel from the infinite line through @p from and @p to.
+/// The distance between @p pixel and the infinite line through @p from and @p to, in
+/// pixels.
 long double distance(const QPointF& from, const QPointF& to, const QPoint& pixel)
 {
     const long double dx = static_cast<long double>(to.x()) - from.x();
@@ -205,7 +206,7 @@ void tryLines(fuzz::ByteReader& in)
     }
 }
 
-using Places = std::set<std::pair<int, int>>; // (row, column) of each pixel
+using Places = std::set<std::pair<int, int>>; // (pixel row, pixel column)
 
 Places pixelsOf(const display::PixelSet& set)
 {
@@ -374,7 +375,8 @@ QImage gathered(const QSize& surface, const display::MarkPlaces& places, int sta
     return image;
 }
 
-/// The picture of marks drawn in layers; nullopt if the layers must be drawn separately.
+/// The picture of marks drawn by LayeredMarks; nullopt if LayeredMarks does not support the
+/// state of the painter, so that each mark must be drawn separately.
 std::optional<QImage> layered(const QSize& surface, const display::MarkPlaces& places, int state,
                               const QList<QColor>& colors, const std::vector<Mark>& marks)
 {

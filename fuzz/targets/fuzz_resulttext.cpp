@@ -21,7 +21,8 @@ using Wanted = std::array<bool, analysis::columnCount>;
 class SmallDevice : public QIODevice
 {
 public:
-    /// @param takesPart  whether the failing write still stores the bytes that fit
+    /// @param capacity    number of bytes after which a write fails
+    /// @param writesPart  whether the failing write still stores the bytes that fit
     SmallDevice(qint64 capacity, bool writesPart)
         : m_capacity(capacity)
         , m_writesPart(writesPart)
@@ -67,7 +68,7 @@ A2DData nextMap(fuzz::ByteReader& in)
     map.extended = in.number(0, 1) == 1;
     const int form = in.number(0, 31);
     if (form == 0) {
-        // The map has no pixels, whatever its height is.
+        // A map without pixels, with any height.
         map.xNum = in.oneOf(QList<int>{0, -1, std::numeric_limits<int>::min()});
         map.yNum = in.number(-2, 300);
     } else if (form == 1) {

@@ -69,7 +69,7 @@ const fuzz::MemoryFile& fileOf(const QByteArray& bytes)
     return file;
 }
 
-/// An empty spectrum with an energy shift that depends on the input.
+/// An empty spectrum. Its energy shift depends on the bytes of the input.
 AMutE recordFor(const QByteArray& bytes)
 {
     static constexpr std::array shifts{0.0, 0.0, 0.0, 1.5, -20.0, 1e300, nan, infinity};

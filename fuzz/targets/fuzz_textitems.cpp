@@ -1,7 +1,7 @@
-// Tests all functions on lines of text against their documented properties.
+// Tests the functions of data/TextItems.h against their documented properties.
 //
-// An input is a byte for a length and the encoding, followed by a line. After a byte of
-// value 1 a second text follows.
+// The first byte of an input determines a length and the encoding. A line of text follows.
+// A byte of value 1 ends the line; a second text follows after this byte.
 #include "data/TextItems.h"
 #include "support/FuzzTarget.h"
 #include "support/InputText.h"
@@ -105,7 +105,7 @@ void checkQuotes(const QString& text, const QString& other)
     FUZZ_REQUIRE(data::joinQuoted({}).isEmpty());
 }
 
-/// A field that was quoted for a comma-separated line must be equal after reading it.
+/// A field that is quoted for a comma-separated line must be unchanged after a round trip.
 void checkFields(const QString& text, const QString& other)
 {
     const QString written = data::quotedIfNeeded(text);
@@ -117,7 +117,7 @@ void checkFields(const QString& text, const QString& other)
     FUZZ_REQUIRE(field == text);
     FUZZ_REQUIRE(data::commaFieldLoose(written + u',' + other, field) == other);
     FUZZ_REQUIRE(field == text);
-    // Reading fields must consume any line, even if the same object is passed as the
+    // Repeated reading must consume every line, also if the same object is passed as the
     // field and as the line.
     QString line = text;
     while (!line.isEmpty()) {

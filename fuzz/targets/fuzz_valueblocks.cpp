@@ -211,7 +211,7 @@ private:
     }
 
     fuzz::ByteReader& m_in;
-    double m_next = 0.0; ///< the latest value; each element has a different one
+    double m_next = 0.0; ///< the latest value; each new element has a new value
     data::ValueBlocks m_blocks;
     std::vector<A2DRow> m_rows; ///< in blocks of maxRows
     std::vector<QList<double>> m_wanted;

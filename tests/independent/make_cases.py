@@ -241,8 +241,8 @@ def two_v_rows():
     case.do("click", "CalcMapB").do("click", "CalcTargetB")
     case.do("check", "TypeTMKisExact", True).do("click", "UseCB.1").do("click", "CalcTargetB").do("click", "CalcMapB")
     case.do("click", "VPointCB.2").do("click", "CalcTargetB").do("click", "CalcMapB")
-    # A row in use without a map is counted in collect(), but not in the choice of the
-    # form.
+    # A row in use without a map counts for the number of rows in collect(), but not for the
+    # choice of the calculation form.
     case.do("click", "VPointCB.2").do("click", "VPointCB.3").do("clear", "Row1").do("click", "CalcMapB")
     return case.do("check", "TypeTMKisLS", True).do("click", "VPointCB.1").do("click", "VPointCB.2").do("click", "VPointCB.3")
 
@@ -645,7 +645,8 @@ def non_equivalent_two_to_four_references():
     case = Case("non-equivalent, two to four references", {**only(files, *FIT_ALL), **HISTOGRAMS})
     load_fit(case, refs=4, rows=8).do("click", "CalcTargetB").do("click", "CalcMapB")
     write_to(case).do("click", "NonEquivBGVic").do("click", "WriteB")
-    # First with as many equations as unknowns, then with one row fewer.
+    # There are seven unknowns: four references and three Victoreen terms. First seven
+    # energy rows are in use, then six.
     case.do("click", "UseCB.8").do("click", "WriteB").do("click", "UseCB.7")
     case.do("click", "Ref4.UseCB").do("click", "WriteB").do("click", "NonEquivBGLinear").do("click", "UseCB.6")
     case.do("click", "Ref3.UseCB").do("click", "NonEquivBGVic").do("click", "WriteB").do("click", "NonEquivBGLinear")

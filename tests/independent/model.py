@@ -213,8 +213,7 @@ def hash_text(text):
 
 def lu_decompose(a):
     """LU decomposition with partial pivoting. The rows are not moved; perm is their
-    order. A zero pivot stays 0 in u; only the
-    elimination divides by 1.0 instead."""
+    order. A zero pivot stays 0 in u, but the elimination divides by 1.0 instead."""
     n = len(a)
     perm = list(range(n))
     work = [list(row) for row in a]
@@ -405,8 +404,8 @@ class Spectrum:
         return self.post(self.edge_energy) - self.pre(self.edge_energy)
 
     def value(self, kind, i):
-        """The absorbance of point i. Kind 1 subtracts the pre-edge line, kind 2 the
-        post-edge line; kind 4 normalises by both lines."""
+        """The absorbance of point i. Kind 1 subtracts the pre-edge line, kind 2 subtracts
+        the post-edge line, and any other kind normalises by both lines."""
         e, m = self.working(i), self.points[i][2]
         if kind == 1:
             return m - self.pre(e)
@@ -426,7 +425,8 @@ class Spectrum:
         return 0
 
     def value_at(self, kind, energy):
-        """Linear interpolation of value(); the first and last segments extrapolate."""
+        """Linear interpolation of value(). Outside the points, the first or last segment is
+        extrapolated. 0 if there are fewer than two points."""
         if len(self.points) < 2:
             return 0.0
         i = self.index_below(energy)
@@ -1393,7 +1393,7 @@ class Panel:
         elif field.endswith(".dE"):
             self.new_shift(field[:-3])
 
-    # the state that the replay compares
+    # the state that tst_independent compares with the state of the panel
 
     def state(self):
         """The state as a dict from field to text, without fields whose text is empty."""

@@ -52,7 +52,8 @@ QJsonObject readJson(const QString& path)
     return QJsonDocument::fromJson(file.readAll()).object();
 }
 
-/// The content of a file in a case, which is stored as a text or as hexadecimal digits.
+/// The content of a file in a case. A case stores the content as a text or as hexadecimal
+/// digits.
 QByteArray contentOf(const QJsonValue& value)
 {
     return value.isString()
@@ -61,7 +62,7 @@ QByteArray contentOf(const QJsonValue& value)
 }
 
 /// FNV-1a hash (Fowler, Noll and Vo) over 64-bit words. The cases contain the first 8
-/// hexadecimal digits.
+/// hexadecimal digits of a hash.
 class Hash
 {
 public:
@@ -448,7 +449,7 @@ QAbstractButton* Replay::button(const QString& name) const
     return qobject_cast<QAbstractButton*>(widget(name));
 }
 
-// The panel's state in the format of the cases. Fields with an empty text are left out.
+// The state of the panel in the format of the cases. Fields with an empty text are omitted.
 
 State Replay::state() const
 {

@@ -1,4 +1,4 @@
-// Records the current action, so that it is known after a crash or a hang.
+// Records the current action, so that a crash or a hang can be assigned to its action.
 #pragma once
 
 #include "random/CrashNote.h"
@@ -11,7 +11,7 @@ namespace tests
 {
 
 /// Writes the current action to a log file and to the crash note. SIGALRM ends the
-/// program if an action does not return.
+/// program if an action does not return within a minute.
 class ActionLog
 {
 public:
@@ -24,7 +24,8 @@ public:
         installCrashNote();
     }
 
-    /// Records the start of an action and restarts the alarm.
+    /// Records the number and the kind of the action that starts now, and restarts the
+    /// alarm.
     void begin(int action, const QString& kind)
     {
         if (m_isLogging) {

@@ -31,7 +31,8 @@ inline double allocatedBytes()
 #endif
 }
 
-/// Approximate factor by which AddressSanitizer slows the process down; 1 without it.
+/// Approximate factor by which AddressSanitizer slows the process down; 1 without
+/// AddressSanitizer.
 #ifdef AELK_WITH_ADDRESS_SANITIZER
 inline constexpr double slowness = 4.0;
 #else

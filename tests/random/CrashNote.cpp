@@ -59,8 +59,8 @@ void onAlarm(int)
     ::_exit(3);
 }
 
-/// Installs @p handler for the first @p signal. Afterwards the default action applies
-/// again.
+/// Installs @p handler for one delivery of @p signal. After that, the default action
+/// applies again.
 void handleOnce(int signal, void (*handler)(int))
 {
     struct sigaction action = {};
@@ -97,8 +97,8 @@ void setCrashNote(const QByteArray& note)
 } // namespace tests
 
 #ifdef AELK_WITH_ADDRESS_SANITIZER
-// UBSan calls this function before each report. It is needed because, with GCC, the death
-// callback does not run when UBSan ends the program.
+// UBSan calls this function before each report. It is needed because GCC's UBSan ends the
+// program without calling the death callback.
 extern "C" void __ubsan_on_report()
 {
     tests::printNote(": undefined behaviour\n");

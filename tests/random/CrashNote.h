@@ -7,8 +7,8 @@ namespace tests
 {
 
 /// Installs handlers for sanitizer reports, crashes, aborts and alarms. They print the
-/// latest note and the cause. The handlers only write existing text and do not allocate,
-/// because the heap may be corrupt.
+/// latest note and the cause. The handlers write only text that is already in memory and
+/// do not allocate, because the heap can be corrupt.
 void installCrashNote();
 
 /// Sets the note, a single line. Only its first 300 bytes are used.

@@ -10,9 +10,9 @@ namespace tests
 {
 
 /// A random number generator for one action. Its seed depends only on the seed of the run
-/// and on the number of the action, so an action draws the same numbers whichever actions
-/// precede it. The distributions of the standard library are not used, because their
-/// results differ between platforms.
+/// and on the number of the action, so an action draws the same numbers even if earlier
+/// actions are omitted. The distributions of the standard library are not used, because
+/// their results differ between platforms.
 class Draw
 {
 public:

@@ -128,9 +128,10 @@ ExpectedResult::Form ExpectedResult::fourPointForm(int selected) const
     return others + 1 < needed ? Form::None : form; // plus 1 for the V row
 }
 
-// The program's rule, reproduced on purpose: if the reference row with index i is in use,
-// the list of references in use must have an entry with index i, and that reference must
-// be valid.
+// Reproduces an odd rule of the program on purpose. For each reference row i in use, the
+// list of the references in use must have an entry at index i, and the reference of this
+// entry must be valid. Example: only row 2 is in use, so the list has the single index 0,
+// and the calculation is refused.
 bool ExpectedResult::hasBrokenReference() const
 {
     const QList<int> used = usedReferences();

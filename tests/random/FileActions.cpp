@@ -39,8 +39,9 @@ FileActions::FileActions(PanelWindows& windows, RandomFiles& files)
     closeDialogs();
 }
 
-// One row for each kind of dialog, because all dialogs of a kind behave alike. A dialog
-// allocates a megabyte when it is opened and keeps it.
+// Returns one row for each kind of dialog, because all dialogs of a kind behave alike. A
+// dialog allocates a megabyte when it is first opened and does not free it when it is
+// closed.
 QList<AFileSelect*> FileActions::rowsWithDialogs() const
 {
     const FourPs& panel = m_windows.panel();
@@ -88,15 +89,15 @@ QString FileActions::loadValid(Draw& draw)
 QString FileActions::loadInvalid(Draw& draw)
 {
     AFileSelect* row = someRow(draw.onceIn(2), draw);
-    // A valid file of the wrong kind is also an invalid input.
+    // Valid files are also used, because a valid map is an invalid spectrum and vice versa.
     const QString path =
         draw.onceIn(8) ? validFile(draw.onceIn(2), draw) : m_files.invalidFile(draw);
     row->newFile(path);
     return PanelWindows::nameOf(row) + " loads " + shortName(path);
 }
 
-// Changes the file after it was loaded. The change must not affect the loaded data. If
-// the file is loaded again, the changed file must be read.
+// Loads a file and then damages it. The damage must not affect the loaded data. If the
+// file is loaded again, the program must read the damaged file.
 QString FileActions::loadThenDamage(Draw& draw)
 {
     const bool ofASpectrum = draw.onceIn(2);
@@ -180,12 +181,12 @@ QString FileActions::useDialog(Draw& draw)
     WidgetActions::click(row->SelectB);
     const QString done = useOpenDialog(row, draw);
     m_boxes.setAccepting(false);
-    closeDialogs(); // an open dialog would follow changes in the folder and move its selection
+    closeDialogs(); // an open dialog can change its selection if the folder changes
     return PanelWindows::nameOf(row) + done;
 }
 
-// The dialog shows a message box if a file is missing or would be overwritten. m_boxes
-// answers it.
+// The dialog shows a message box if the chosen file does not exist or would be
+// overwritten. m_boxes answers this message box.
 QString FileActions::useOpenDialog(AFileSelect* row, Draw& draw)
 {
     QString done;

@@ -19,9 +19,9 @@ namespace tests
 class FileActions
 {
 public:
-    /// Opens each dialog once. A dialog keeps the memory of its first use, which would
-    /// otherwise be counted as memory growth later. @p files must be ready and must
-    /// outlive the actions.
+    /// Opens each dialog once. A dialog allocates memory at its first use and keeps it;
+    /// without this first use the memory would later be counted as growth. @p files must be
+    /// ready and must outlive this object.
     FileActions(PanelWindows& windows, RandomFiles& files);
 
     QList<ActionKind> kinds();

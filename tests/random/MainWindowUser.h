@@ -15,8 +15,9 @@ namespace tests
 {
 
 /// Performs actions by number. The random choices of an action depend only on the seed
-/// and on its number, so a run can omit actions without changing the others. The effect
-/// of an action also depends on the state after the earlier actions.
+/// and on the number of the action, so a run can omit actions without changing the choices
+/// of the other actions. The effect of an action also depends on the state after the
+/// earlier actions.
 class MainWindowUser
 {
 public:
@@ -24,14 +25,15 @@ public:
     /// must outlive this object.
     MainWindowUser(Body& body, RandomFiles& files, unsigned seed);
 
-    /// The name of the kind of action @p action.
+    /// The kind of the action with the number @p action, as a text for the log.
     QString kindOf(int action) const;
 
-    /// Performs an action and processes all resulting events. Returns a description.
+    /// Performs the action with the number @p action and processes all resulting events.
+    /// Returns a description of the action.
     QString act(int action);
 
-    /// Returns and clears the names of the pictures that the latest action leaves
-    /// outdated on purpose.
+    /// Returns and clears the names of the pictures that are outdated after the latest
+    /// action, because the program does not repaint them at once, on purpose.
     QStringList takeStalePictures() { return m_mouse.takeStalePictures(); }
 
     /// Call this after the checks of each action. It limits everything that grows by
@@ -48,7 +50,7 @@ public:
     /// of an action is proportional to this number.
     double pixels() const;
 
-    /// Bytes that text fields do not free after a long text.
+    /// Number of bytes that text fields do not free after a long text.
     double keptByFields() const { return m_widgets.keptByFields(); }
 
 private:

@@ -108,8 +108,8 @@ QString MouseActions::moveAround(Draw& draw)
     return PanelWindows::nameOf(surface);
 }
 
-// A press, up to three moves and a release. The press, the moves or the release can be
-// missing.
+// Sends a press, up to three moves and a release. Each of them can be missing, so that
+// incomplete drags are tested too.
 QString MouseActions::dragFreely(Draw& draw)
 {
     const QList<QWidget*> all = surfaces();

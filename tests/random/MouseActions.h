@@ -22,10 +22,11 @@ public:
 
     QList<ActionKind> kinds();
 
-    /// Returns and clears the names of the pictures that the latest action leaves
-    /// outdated on purpose. There are two cases: a release in the comparison plot changes
-    /// only the colour of later points, and a double click on a colour bar takes effect
-    /// at the next paint of its map.
+    /// Returns and clears the names of the pictures that are outdated after the latest
+    /// action, because the program does not repaint them at once, on purpose. There are two
+    /// cases. A release in the comparison plot changes the current colour; the plot of
+    /// thickness against valence shows this colour only at its next paint. A double click
+    /// on a colour bar changes its map only at the next paint of the map.
     QStringList takeStalePictures();
 
 private:

@@ -16,7 +16,7 @@ inline Qt::MouseButton someButton(Draw& draw)
                                         Qt::BackButton, Qt::ForwardButton});
 }
 
-/// Usually the left button, sometimes another one.
+/// Usually the left button, sometimes another mouse button.
 inline Qt::MouseButton mostlyLeftButton(Draw& draw)
 {
     return draw.onceIn(5) ? someButton(draw) : Qt::LeftButton;

@@ -20,8 +20,8 @@ PanelChecks::PanelChecks(FourPs& panel)
     followLimits();
 }
 
-// Qt calls slots in the order of their connection. The panel connected its slots earlier,
-// so its calculation is complete when these slots run.
+// Qt calls the slots of a signal in the order of their connection. The panel connected its
+// slots earlier, so its calculation is complete when the slots of PanelChecks run.
 void PanelChecks::followCalculations()
 {
     const auto ended = [this] { calculationEnded(); };
@@ -94,7 +94,7 @@ void PanelChecks::checkResult()
     if (const QString difference = differenceOf(found, m_result); !difference.isEmpty()) {
         addError(QStringLiteral("the result differs from the reference implementation: ") +
                  difference);
-        m_result = found; // report each difference only once
+        m_result = found; // so each difference is reported only once
     }
 }
 
@@ -117,9 +117,10 @@ QStringList PanelChecks::afterAction(const QStringList& stalePictures)
     return std::exchange(m_errors, {});
 }
 
-// The limits of the result map can be reversed; they are then displayed reversed. Numbers
-// are compared instead of texts, because a typed text is kept if it does not change the
-// limit.
+// Compares the limits in the fields with the limits of the colour bar. For the result map
+// both fields can also be exchanged, because its lower limit can be above its upper limit.
+// Compares numbers instead of texts, because the program keeps a typed text that does not
+// change the limit.
 void PanelChecks::checkLimits(const DispMBase* map)
 {
     const auto shown = [](const QLineEdit* edit) { return sixDigits(edit->text().toDouble()); };

@@ -1,4 +1,4 @@
-// Checks that a panel and its windows must pass after every action.
+// The checks that a panel and its windows must pass after every action.
 #pragma once
 
 #include "random/ExpectedResult.h"
@@ -17,9 +17,9 @@ class QLineEdit;
 namespace tests
 {
 
-/// Checks a panel. The results of calculations and writes are checked as soon as each one
-/// ends, because the same action can change more afterwards. All other checks run after
-/// the action.
+/// Checks a panel. Results of calculations and written files are checked as soon as the
+/// calculation or the write ends, because the same action can then change the panel
+/// further. All other checks run after the action.
 class PanelChecks : public QObject
 {
 public:
@@ -33,8 +33,9 @@ public:
     /// named in @p stalePictures are allowed to be outdated.
     QStringList afterAction(const QStringList& stalePictures);
 
-    /// The number of calculations so far, and the number of those that produced a result.
+    /// The number of map calculations so far, including the refused ones.
     int calculations() const { return m_calculations; }
+    /// The number of map calculations so far that produced a result.
     int results() const { return m_results; }
 
 private:

@@ -15,8 +15,8 @@ namespace tests
 class PanelWindows
 {
 public:
-    /// Shows every window once and then calls reset(). A window keeps the memory of its
-    /// backing store after it was shown, so this memory does not grow during the actions.
+    /// Shows every window once and then calls reset(). A window that was shown keeps the
+    /// memory of its backing store, so this memory is allocated before the actions.
     explicit PanelWindows(Body& body);
 
     FourPs& panel() const { return m_panel; }

@@ -16,7 +16,8 @@ namespace tests
 namespace
 {
 
-/// A binary map with @p pixels values. Its header states @p width by @p height pixels.
+/// A binary map with @p pixels values that depend on @p seed. Its header states @p width by
+/// @p height pixels, which can be wrong.
 QByteArray binaryMap(const QByteArray& width, const QByteArray& height, int pixels, int seed)
 {
     QByteArray bytes = QByteArrayLiteral("2dData-V0.0 HeaderSize: 512").leftJustified(64, ' ');

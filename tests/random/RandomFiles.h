@@ -10,9 +10,9 @@
 namespace tests
 {
 
-/// Creates files in a temporary folder. Each call replaces anything that has the same
-/// name by a new file, so an action does not depend on files of earlier actions. Only a
-/// few names are used, so the folder stays small.
+/// Creates files in a temporary folder. Each call first removes a file or folder that has
+/// the same name, so an action does not depend on files of earlier actions. The class uses
+/// only a few names, so the folder remains small.
 class RandomFiles
 {
 public:
@@ -26,8 +26,8 @@ public:
     /// Path of a valid spectrum. @p which is 0 to 2.
     QString validSpectrum(int which);
 
-    /// Path of a valid text map. @p which chooses it: 0 to 4 have 8 by 6 pixels, 5 is
-    /// smaller, 6 is larger, 7 and 8 have an energy in the header.
+    /// Path of a valid text map. The maps with @p which = 0 to 4 have 8 by 6 pixels, map 5 is
+    /// smaller, map 6 is larger, and maps 7 and 8 have an energy in the header.
     QString validMap(int which);
 
     /// Path of a valid binary map.
@@ -43,8 +43,8 @@ public:
     /// @return a description of the damage
     QString damage(const QString& path, Draw& draw);
 
-    /// A path for the result file. Some of the paths are writable, and some of these have
-    /// older histogram files in the same folder. The other paths cannot be written.
+    /// A path for the result file. It can be writable or not. For some of the writable
+    /// paths, older histogram files are in the same folder.
     QString placeToWrite(Draw& draw);
 
 private:

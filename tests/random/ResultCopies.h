@@ -9,13 +9,13 @@ namespace tests
 
 /// Keeps implicitly shared copies of a result during the next calculation. A calculation
 /// that reuses the memory of the result must detach from the copies first. In half of the
-/// actions no copy is kept, because the program itself keeps none.
+/// actions no copy is kept, so that the calculation can reuse the memory, as in the
+/// program, which keeps no copies.
 class ResultCopies
 {
 public:
-    /// Keeps a copy of @p result, a copy of its pixels' values, or nothing.
-    ///
-    /// @param round  even rounds keep a copy, alternately of the result and of the values
+    /// Drops the earlier copies. If @p round is even, keeps copies, alternately of the whole
+    /// @p result and of the value lists of its pixels.
     void keep(const A2DData& result, int round)
     {
         *this = {};

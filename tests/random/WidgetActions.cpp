@@ -36,7 +36,7 @@ void pressKey(QWidget* widget, int key, Qt::KeyboardModifiers keys = {}, const Q
 }
 
 /// Sets the keyboard focus to a widget, as a mouse press does, and activates its window,
-/// because shortcuts work only in the active window. No effect on a hidden widget.
+/// because shortcuts work only in the active window. Does nothing if the widget is hidden.
 void focus(QWidget* widget)
 {
     if (widget->isVisible() && !widget->hasFocus()) {
@@ -219,10 +219,11 @@ QString WidgetActions::typeLongText(Draw& draw)
         .arg(isConfirmed ? QStringLiteral(", Enter") : QString());
 }
 
-// Makes the undo history of the field reach its maximum size now and measures its memory.
-// The history has one entry per inserted or deleted character and does not free its
-// memory when it is cleared. Between two calls of shortenTexts() one long text can be
-// deleted and another inserted, hence the factor 2.
+// Inserts a very long text, so that the undo history of the field has its maximum size from
+// the start, and adds the memory of the history to m_fieldMemory. The history has one entry
+// for each inserted or deleted character, and clear() does not free its memory. The text has
+// 2 * longText characters, because between two calls of shortenTexts() the user can delete
+// one long text and insert another long text.
 void WidgetActions::prepareForLongText(QLineEdit* edit)
 {
     if (m_preparedFields.contains(edit)) {
@@ -237,8 +238,8 @@ void WidgetActions::prepareForLongText(QLineEdit* edit)
     m_fieldMemory += allocatedBytes() - before;
 }
 
-// Finds fields with a long text that was not typed into them: the program copies the list
-// of energies to the rows.
+// Also finds long texts that were not typed into their fields: the program copies the items
+// of the typed list of energies to the energy rows.
 void WidgetActions::findLongTexts()
 {
     for (const QWidget* window : m_windows.all()) {
@@ -279,11 +280,13 @@ void WidgetActions::shortenTexts()
         }
     }
     if (QApplication::clipboard()->text().size() > ordinaryText) {
-        QApplication::clipboard()->clear(); // it could be pasted into unprepared fields
+        QApplication::clipboard()
+            ->clear(); // the text could be pasted into a field that is not prepared
     }
 }
 
-// Types a number into a field that calculations read. Most of the numbers are suitable.
+// Types a number into a field that calculations read. Most of the numbers are suitable, so
+// that most calculations are not refused.
 QString WidgetActions::typeUseful(Draw& draw)
 {
     const FourPs& panel = m_windows.panel();
@@ -373,7 +376,8 @@ QString WidgetActions::popOrDock(Draw& draw)
     return buttons.isEmpty() ? QString() : click(draw.oneOf(buttons));
 }
 
-// Large sizes are rare, because the checks paint all pictures twice.
+// Large sizes are rare, because the checks repaint all pictures, and large pictures are
+// slow.
 QString WidgetActions::resizeWindow(Draw& draw)
 {
     QWidget* window = draw.oneOf(m_windows.all());

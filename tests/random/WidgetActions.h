@@ -30,13 +30,13 @@ public:
     /// Enter.
     static void enterText(QLineEdit* edit, const QString& text);
 
-    /// Limits the memory of long texts. At most two fields, the most recent ones, keep a
-    /// very long text, and their undo history is cleared. The other long texts are
-    /// replaced by a short one, which is entered like typed text.
+    /// Limits the memory of long texts. At most two fields keep a very long text: the two
+    /// that received one most recently. Their undo history is cleared. In all other fields
+    /// with a long text, the text "1" is entered instead, like typed text.
     void shortenTexts();
 
-    /// Bytes that text fields do not free after a very long text, because the memory of
-    /// an undo history does not shrink.
+    /// Number of bytes that text fields do not free after a very long text, because the
+    /// memory of an undo history does not shrink.
     double keptByFields() const { return m_fieldMemory; }
 
 private:

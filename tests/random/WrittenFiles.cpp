@@ -42,12 +42,13 @@ QList<QByteArray> numberLines(const QByteArray& written, const A2DData& map)
     const qsizetype heading = 2 + map.headerLines.join(u'\n').count(u'\n') +
                               (map.headerLines.isEmpty() ? 0 : 1) + (map.extended ? 1 : 0);
     lines.remove(0, std::min(heading, lines.size()));
-    lines.removeAll(QByteArray()); // there are empty lines after each pixel row and at the end
+    lines.removeAll(QByteArray()); // empty lines follow each map row and the last line
     return lines;
 }
 
-/// The numbers of a pixel as a line of the file contains them: the simple form without
-/// the valence, the extended form with the columns @p wanted.
+/// The numbers of a pixel in the order of its line in the file. The simple layout has four
+/// numbers (the valence in the file is not included); the extended layout has x, y and the
+/// columns that are true in @p wanted.
 QList<double> numbersOf(const A2DRow& row, bool isExtended, const std::array<bool, 13>& wanted)
 {
     if (!isExtended) {
@@ -62,7 +63,8 @@ QList<double> numbersOf(const A2DRow& row, bool isExtended, const std::array<boo
     return numbers;
 }
 
-/// The numbers of a line as texts with six significant digits.
+/// The numbers in a line of the file, each formatted with six significant digits; "not a
+/// number" for any other word. Omits the valence of the simple layout.
 QStringList readNumbers(const QByteArray& line, bool isExtended)
 {
     QStringList read;
@@ -148,7 +150,7 @@ QString WrittenFiles::check()
     if (written != expectedMap()) {
         return QStringLiteral("the written file differs from the result");
     }
-    constexpr qint64 fewPixels = 10000; // reading is slower than writing
+    constexpr qint64 fewPixels = 10000; // only small maps, because parsing is slower than writing
     const A2DData& map = m_panel.BaseData;
     if (qint64{map.xNum} * map.yNum <= fewPixels &&
         !hasSameNumbers(written, map, wantedColumns())) {

@@ -11,7 +11,7 @@ namespace tests
 {
 
 /// Compares the written files with the result and the histograms of a panel. Call
-/// ignoreOldMessages() before the first write and whenever the message box was cleared.
+/// ignoreOldMessages() before the first write and after each clearing of the message field.
 /// Call check() after each write.
 class WrittenFiles
 {

@@ -3,10 +3,10 @@
 //   random_user SEED ACTIONS [--only 3,17,40] [--log FILE] [--say]
 //
 // --only runs only the listed actions, --log writes the number and kind of the current
-// action to a file, --say prints each action. The exit status is 0 if every check passes,
-// and 1 after the first failure. The actions depend only on SEED, except that
-// threads of Qt influence the file dialogs. scripts/random runs this program and
-// reduces a failing list of actions.
+// action to a file, --say prints each action. The exit status is 0 if every check passes;
+// the program ends with status 1 at the first failure. The actions depend only on SEED, but
+// the timing of Qt's threads can change what an action does in a file dialog.
+// scripts/random runs this program and reduces a failing list of actions.
 
 #include "app/Body.h"
 #include "panel/FourPs.h"
@@ -39,7 +39,7 @@ struct Options {
 struct Measurements {
     double slowest = 0.0; ///< processor time in seconds
     int slowestAction = 0;
-    double memoryBefore = 0.0; ///< in bytes, after a quarter of the actions
+    double memoryBefore = 0.0; ///< bytes in use after the first quarter of the actions
 };
 
 /// Reads the command line; returns false if it is invalid.
@@ -73,8 +73,8 @@ bool readOptions(const QStringList& arguments, Options& options)
     return seedIsGood && countIsGood;
 }
 
-/// Gives up root's rights, because file permissions do not apply to root. The process
-/// must then become dumpable again: otherwise LeakSanitizer cannot inspect it.
+/// Gives up root's rights, because file permissions do not apply to root. Then makes the
+/// process dumpable again, because LeakSanitizer can inspect only a dumpable process.
 void dropRootRights()
 {
     if (::geteuid() == 0) {
@@ -85,9 +85,9 @@ void dropRootRights()
     }
 }
 
-/// The time limit of an action in seconds. It grows with the number of pixels that the
-/// action calculates and paints. It is generous, because the test detects hanging
-/// actions, not slow ones.
+/// The limit of the processor time of an action in seconds: 2 s plus 5 us per pixel,
+/// multiplied by the slowness of the build. The limit is generous, because the test shall
+/// detect hanging actions, not slow actions.
 double longestTime(double pixels)
 {
     return tests::slowness * (2.0 + pixels * 5e-6);
@@ -102,7 +102,8 @@ public:
         , m_checks(*body.findChild<FourPs*>())
         , m_log(options.log, options.seed)
     {
-        m_checks.afterAction({}); // paints every surface once
+        m_checks.afterAction(
+            {}); // paints every surface, which allocates memory, before the first measurement
     }
 
     /// Runs all actions; returns whether all checks passed.
@@ -159,7 +160,7 @@ private:
         m_log.begin(int(m_options.actions.size()), QStringLiteral("the end"));
         m_user.resetToFixedState();
         m_checks.afterAction({});
-        // In bytes. The caches of Qt still grow slowly.
+        // 3 MB plus 1 kB per action, because the caches of Qt grow slowly during the run.
         const double allowed = 3e6 + 1e3 * double(m_options.actions.size());
         const double grown = memoryInUse() - m_measured.memoryBefore;
         std::printf("seed %u: %d actions, %d results of %d calculations, slowest action %d with "

@@ -1,4 +1,4 @@
-# Generates the sample files again. Their names and bytes must be equal to the committed
+# Generates the sample files again. They must have the same names and bytes as the committed
 # files.
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})

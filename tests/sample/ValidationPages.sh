@@ -10,8 +10,8 @@ mkdir -p "$work"
 cd "$work"
 "$program" "$source/examples/nickel/data" -e >printed.txt 2>remarks.txt
 
-# Prints "quantity|numbers" for each result. Skips the column "off by": the tables contain
-# only the bound.
+# Prints "quantity|numbers" for each result. Skips the column "off by" of the output, because
+# the tables contain the bound, but not the difference itself.
 awk '
     / target  .*mixed/ { columns = 5; next }
     / map, errors / { columns = 4; next }
@@ -26,7 +26,7 @@ awk '
         print row
     }' printed.txt >results.txt
 
-# Prints the table rows of a page in the same format: all rows that end with four numbers.
+# Prints the table rows of a page as "quantity|numbers": all rows that end with four numbers.
 rows_of()
 {
     sed -nE 's/^\|[^|]*\| ([^|]*) \| ([0-9.]+) \| ([0-9.]+) \| ([0-9.]+) \| ([0-9.]+) \|$/\1|\2|\3|\4|\5/p' "$1"

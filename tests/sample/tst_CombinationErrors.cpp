@@ -23,8 +23,8 @@ private Q_SLOTS:
 
     void differentBackgroundLinesShiftTheFractions()
     {
-        // expected numbers from a separate solution by normal equations over the same
-        // points
+        // The expected numbers are from a separate calculation, by normal equations for the
+        // same points.
         QVERIFY(near(expectedCombination(combinationForms().at(1)),
                      {0.3967273, 0.2987123, 0.2030649, 0.1014955, 2.5019257, 4.64e-06}, 1e-7));
     }
@@ -43,9 +43,10 @@ private Q_SLOTS:
 
     void manyPointsReduceTheNoiseOfTheFractions()
     {
-        // On the rising edge the references differ by about 0.5, so a single point
-        // determines the fraction to 2.5e-4 / 0.5 = 5e-4. About a dozen points are on the
-        // edge.
+        // A normalised point has a standard deviation of about 2.5e-4. On the rising edge the
+        // references differ by about 0.5, so a single point would determine the fraction to
+        // 2.5e-4 / 0.5 = 5e-4. About 12 points are on the edge, so the error must be below
+        // 5e-4, but above 5e-4 / 12.
         const std::vector<double> sigmas = combinationErrors(combinationForms().at(0));
         QVERIFY(std::abs(sigmas.at(0) - sigmas.at(1)) < 1e-12);
         QVERIFY(sigmas.at(0) > 5e-4 / 12.0);

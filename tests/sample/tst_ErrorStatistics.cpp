@@ -18,7 +18,7 @@ private Q_SLOTS:
         ErrorStatistics statistics;
         statistics.add(3.0, 1.0, 0.0);
         statistics.add(-2.0, 0.5, 0.0);
-        // (3^2 + 4^2) / 2 = 12.5
+        // The errors are 3 / 1 = 3 and -2 / 0.5 = -4 sigma, so rms^2 is (3^2 + 4^2) / 2 = 12.5.
         QCOMPARE(statistics.rms(), std::sqrt(12.5));
         QCOMPARE(statistics.worst(), 4.0);
         QCOMPARE(statistics.meanError(), 0.5);

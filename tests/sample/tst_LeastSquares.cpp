@@ -24,7 +24,7 @@ private Q_SLOTS:
 
     void squareSystemIsSolvedExactly()
     {
-        // values of 3 - 2 t + t^2 at t = 1, 2, 4
+        // The values are 3 - 2 t + t^2 at t = 1, 2, 4.
         const LeastSquares parabola({{1, 1, 1}, {1, 2, 4}, {1, 4, 16}});
         const std::vector<double> found = parabola.coefficients({2, 3, 11});
         QVERIFY(std::abs(found.at(0) - 3.0) < 1e-12);

@@ -45,8 +45,8 @@ private Q_SLOTS:
         const MapForm& form = mapForms().at(static_cast<std::size_t>(index));
         for (const auto& [x, y] : {std::pair{0, 0}, std::pair{8, 12}, std::pair{48, 23}}) {
             const MixtureEstimate estimate = estimateMixture(form, mutAt(x, y));
-            // The tolerance is 1e-8, because the step is not exactly 0 at 8320 eV and 1
-            // at 8385 eV.
+            // The method assumes equal shapes of both references, but the tails of their
+            // white lines differ by 8e-13 at 8320 eV. The tolerance 1e-8 is far above this.
             QVERIFY(near(estimate.fraction, fractionAt(x, y), 1e-8));
             QVERIFY(near(estimate.jump, amountAt(x, y), 1e-8));
         }
@@ -64,10 +64,11 @@ private Q_SLOTS:
         QVERIFY(near(estimateMixture(forms.at(2), mut).jump, amountAt(0, 0), 1e-8));
     }
 
-    void threePointsJumpErrorIsTheErrorOfADifference()
+    void threePointJumpErrorCombinesTheErrorsOfTwoPoints()
     {
-        // jump = (T1 - T0) / (s1 - s0) is linear in T, so the errors add in quadrature
-        // and there is no bias.
+        // T and s are the absorbance and the shape at 8320 eV (index 0) and 8385 eV (index
+        // 1). jump = (T1 - T0) / (s1 - s0) is linear in T, so the errors of T0 and T1 add in
+        // quadrature and there is no bias.
         const Compound& compound = compounds()[niII];
         const double step = shape(compound, 8385) - shape(compound, 8320);
         const double wanted =
@@ -77,11 +78,12 @@ private Q_SLOTS:
         QVERIFY(near(errors.jump.bias, 0.0, 1e-12));
     }
 
-    void exactFourPointsJumpErrorIncludesTheLineBelowTheEdge()
+    void exactFourPointJumpErrorIncludesTheExtrapolation()
     {
-        // The line through the two rows below the edge is extrapolated. With
-        // u = (E2 - E1) / (E1 - E0) the result is
-        // jump = (T2 - T1 - u (T1 - T0)) / (s2 - s1 - u (s1 - s0)).
+        // T and s are the absorbance and the shape at E0 = 8250, E1 = 8320 and E2 = 8385 eV.
+        // The line through the points at E0 and E1, below the edge, is extrapolated to E2.
+        // With u = (E2 - E1) / (E1 - E0) the edge jump is
+        // (T2 - T1 - u (T1 - T0)) / (s2 - s1 - u (s1 - s0)).
         const Compound& compound = compounds()[niII];
         const double u = (8385.0 - 8320.0) / (8320.0 - 8250.0);
         const double divisor =
@@ -99,7 +101,8 @@ private Q_SLOTS:
     {
         QFETCH(int, index);
         const MapForm& form = mapForms().at(static_cast<std::size_t>(index));
-        // A thin and a thick pixel in the same column, so with the same valence.
+        // A thin and a thick pixel with the same valence, because they have the same x and
+        // are not in the ring.
         QCOMPARE(valenceAt(8, 1), valenceAt(8, 4));
         const double thin = expectedErrors(form, 8, 1).fraction.sigma;
         const double thick = expectedErrors(form, 8, 4).fraction.sigma;

@@ -60,8 +60,8 @@ private Q_SLOTS:
         QVERIFY(beamline.readFile(pathOf("ref_ni2_9809.dat")));
         QCOMPARE(beamline.points.size(), plain.points.size());
         for (qsizetype i = 0; i < plain.points.size(); ++i) {
-            // The angles have 8 decimals, which determine an energy of 8900 eV to 4e-6
-            // eV.
+            // The angles are rounded to 8 decimals of a degree, so the energies differ by up
+            // to 4e-6 eV. The tolerance 1e-4 eV is well above this.
             QVERIFY(std::abs(beamline.points.at(i).energy - plain.points.at(i).energy) < 1e-4);
             QVERIFY(std::abs(beamline.points.at(i).mut - plain.points.at(i).mut) < 6e-7);
         }
@@ -97,7 +97,8 @@ private Q_SLOTS:
                             [](bool valid) { return valid; }));
         for (qsizetype i = 0; i < binary.data.size(); ++i) {
             const A2DRow& row = map.rows.at(i);
-            // The binary file has six decimals.
+            // The values in the binary file are rounded to six decimals, so they differ by up
+            // to 5e-7.
             QVERIFY(std::abs(binary.data.at(i) - std::log(row.i0 / row.intensity)) < 6e-7);
         }
     }
@@ -110,7 +111,7 @@ private:
                std::all_of(spectrum.points.begin(), spectrum.points.end(),
                            [&mutAt](const MutPoint& point) {
                                const double mut = mutAt(point.energy);
-                               // six standard deviations plus one unit of the last digit
+                               // six standard deviations plus one unit of the sixth decimal
                                const double allowed =
                                    6.0 * std::sqrt((1.0 + std::exp(mut)) / spectrumPhotons) + 1e-6;
                                return std::abs(point.mut - mut) < allowed;

@@ -13,7 +13,7 @@ class TestNickelTruth : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void referencesAreEqualAtTheEquivalentPointsAndDifferAtTheVPoint()
+    void shapesOfBothReferencesDifferOnlyAtTheVPoint()
     {
         for (std::size_t row = 0; row < mapEnergiesEv.size(); ++row) {
             const double difference = std::abs(shape(compounds()[niII], mapEnergiesEv.at(row)) -
@@ -45,7 +45,7 @@ private Q_SLOTS:
     {
         QCOMPARE(valenceAt(0, 0), 2.1);
         QCOMPARE(valenceAt(63, 47), 2.6);
-        QCOMPARE(valenceAt(31, 6), 2.9); // 17.5 pixels from the centre
+        QCOMPARE(valenceAt(31, 6), 2.9); // 17.5 pixels from the centre, in the ring
         QVERIFY(valenceAt(31, 23) < 2.4);
     }
 
@@ -77,11 +77,11 @@ private Q_SLOTS:
         QCOMPARE(inside.at(3), 10.0 / 31.0 * 6.0 / 23.0);
     }
 
-    void amountOfTheFourCompoundImageIsADisk()
+    void amountOfTheFourCompoundImageIsDoubledInADisk()
     {
         const Image& image = imageOfFour();
         QCOMPARE(image.amountAt(16, 12), 1.4);
-        QCOMPARE(image.amountAt(16, 3), 1.4); // 8.5 pixels above the centre
+        QCOMPARE(image.amountAt(16, 3), 1.4); // 8.5 pixels from the centre, in the disk of radius 9
         QCOMPARE(image.amountAt(16, 2), 0.7);
         QCOMPARE(image.amountAt(0, 0), 0.7);
     }
@@ -89,8 +89,8 @@ private Q_SLOTS:
     void pixelAbsorbanceIsItsMixturePlusTheCommonBackground()
     {
         QCOMPARE(imageOfFour().mutAt(31, 0, 8347.0), 0.05 + 0.7 * shape(compounds()[niIII], 8347));
-        // The valence at the left edge is 2.1, so the pixel is 0.9 Ni(II) and 0.1
-        // Ni(III).
+        // The valence at the left edge is 2.1, so the fractions of the pixel are 0.9 Ni(II)
+        // and 0.1 Ni(III).
         QCOMPARE(imageOfTwo().mutAt(0, 0, 8345.0),
                  0.05 + 0.6 * (0.9 * shape(compounds()[niII], 8345) +
                                0.1 * shape(compounds()[niIII], 8345)));
@@ -120,7 +120,7 @@ private Q_SLOTS:
         }
     }
 
-    void mapNamesSortByEnergy()
+    void alphabeticalOrderOfMapNamesIsTheEnergyOrder()
     {
         const std::vector<double>& four = imageOfFour().energiesEv;
         for (std::size_t row = 1; row < four.size(); ++row) {

@@ -42,10 +42,10 @@ class TestShareErrors : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void equalShapesGiveTheTrueFractions()
+    void referencesWithEqualShapesHaveTheTrueShares()
     {
-        // 0.974884 is the edge jump from the fitted lines divided by the true height of
-        // the step.
+        // 0.974883963 is the edge jump of the fitted lines divided by the true edge jump. Ni(II)
+        // and Ni(III) have the same shape, so the factor is the same for both.
         const ShareFit fit = noiseFreeFit(formAt(0));
         QVERIFY(near(fit.expected({0.35, 0.65, 0.0, 0.0}, 1.2),
                      {0.35, 0.65, 2.65, 1.2 * 0.974883963}, 1e-8));
@@ -62,8 +62,9 @@ private Q_SLOTS:
 
     void sharesAreWeightedByTheFittedEdgeJumps()
     {
-        // The share of compound j is f_j K_j / J_j divided by the sum over all compounds.
-        // The ratios K_j / J_j are the three factors in the tests above.
+        // The share of compound j is f_j K_j / J_j divided by the sum of f_k K_k / J_k over all
+        // compounds k. K_j / J_j is 0.974883963 for Ni(II) and Ni(III), 0.999948462 for Ni(IV)
+        // and 0.996544652 for the metal (see the tests above).
         const ShareFit fit = noiseFreeFit(formAt(2));
         QVERIFY(near(fit.expected({0.4, 0.3, 0.2, 0.1}, 1.2),
                      {0.3970760, 0.2978070, 0.2036424, 0.1014746, 2.5021426, 1.1784755}, 1e-7));
@@ -143,8 +144,9 @@ private Q_SLOTS:
         QFETCH(int, y);
         QFETCH(QList<double>, wanted);
         const ShareForm& form = formAt(index);
-        // The tolerance is 5e-6, because the expected errors neglect the curvature of the
-        // shares.
+        // The wanted errors are from linear error propagation, which neglects the non-linear
+        // terms that the finite differences in pixelErrors() include. The tolerance 5e-6 is
+        // larger than these terms.
         QVERIFY(near(sigmasOf(pixelErrors(form, noiseFreeFit(form), x, y)),
                      {wanted.begin(), wanted.end()}, 5e-6));
     }

@@ -53,7 +53,7 @@ private Q_SLOTS:
         QVERIFY(near(lines.edgeJump(), 0.9 + 0.1 * atEdge));
     }
 
-    void lineIsSubtractedAndPointsAreNormalised()
+    void preEdgeLineIsSubtractedAndPointsAreNormalised()
     {
         const SpectrumLines lines(plainStep(0.9, 0.1));
         const double at8430 = std::pow(12398.424360387684 / 8430.0, 3);
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(std::out_of_range, scanIndex(9000.0));
     }
 
-    void noiseFreeSpectraAreTheReferencesFollowedByTheTarget()
+    void noiseFreeSpectraListReferencesBeforeTheTarget()
     {
         const std::vector<SpectrumLines> spectra = noiseFreeSpectra(3, &targetOfFour());
         QCOMPARE(spectra.size(), std::size_t{4});

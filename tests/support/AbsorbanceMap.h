@@ -8,8 +8,9 @@
 namespace tests
 {
 
-/// A map with the absorbances @p muts: I0 is 0, so the intensity is the absorbance
-/// itself. Pixel i is at x = 10 + i and y = 20.
+/// A map of @p width by @p height pixels with the absorbances @p muts. By the convention
+/// of A2DData, I0 = 0 means that the intensity field stores the absorbance. Pixel i is at
+/// x = 10 + i and y = 20.
 inline A2DData absorbanceMap(int width, int height, const QList<double>& muts)
 {
     A2DData map;

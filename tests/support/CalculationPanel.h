@@ -13,8 +13,8 @@
 namespace tests
 {
 
-/// Sets a button's state. Blocks its signals and suspends autoExclusive, so no slot runs
-/// and the other buttons of its group keep their state.
+/// Checks or unchecks a button. Blocks its signals and switches autoExclusive off
+/// meanwhile, so no slot runs and the other buttons of its group keep their state.
 inline void setWithoutSignals(QAbstractButton* button, bool checked)
 {
     const QSignalBlocker quiet(button);
@@ -24,8 +24,8 @@ inline void setWithoutSignals(QAbstractButton* button, bool checked)
     button->setAutoExclusive(exclusive);
 }
 
-/// All histograms of a panel, in this order: valence, total dMut, then the ratios and the
-/// dMut of the references.
+/// All histograms of a panel, in this order: valence, total dMut, the ratio histograms of
+/// the references, the dMut histograms of the references.
 inline QList<Histgram*> allHistograms(const FourPs& panel)
 {
     return QList<Histgram*>{panel.HistV, panel.HistT} + panel.HistRatio + panel.HistDMut;
@@ -57,8 +57,8 @@ inline void enterChoices(FourPs& panel, const PanelInputs& inputs)
 }
 
 /// Sets all inputs in @p inputs: choices, spectra, maps and numbers. Numbers are written
-/// with 17 digits, so reading the text field returns the same double. Buttons are set
-/// without signals.
+/// with 17 significant digits, so parsing the text returns the same double. Buttons are
+/// set without signals.
 inline void enterInputs(FourPs& panel, const PanelInputs& inputs)
 {
     enterChoices(panel, inputs);

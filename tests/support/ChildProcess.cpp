@@ -130,7 +130,8 @@ bool ChildProcess::canMountDisks()
            process.exitCode() == 0;
 }
 
-/// Runs in the child between fork() and exec(), where only simple system calls are safe.
+/// Runs in the child process between fork() and exec(), so it must call only
+/// async-signal-safe functions.
 void ChildProcess::prepareChild() const
 {
     std::signal(SIGPIPE, SIG_DFL);

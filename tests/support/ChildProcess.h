@@ -24,14 +24,14 @@ struct ChildRun {
     /// The output lines that are JSON objects; system_child prints one per step.
     QList<QJsonObject> steps() const;
 
-    /// The last of steps(); an empty object if there is none.
+    /// The last object in steps(); an empty object if steps() is empty.
     QJsonObject lastStep() const;
 };
 
 /// Starts a program on the offscreen platform, with limits enforced by the kernel, and
 /// waits for it to exit. A program that does not exit in time is killed and reported as
 /// hanging. SIGPIPE and SIGXFSZ have their default actions, as under a shell: they end
-/// the program unless the program itself changes them.
+/// the program unless the program changes the actions.
 class ChildProcess
 {
 public:
@@ -44,20 +44,20 @@ public:
     void setWorkingFolder(const QString& folder);
     void setVariable(const QString& name, const QString& value);
 
-    /// Limits the address space (bytes), like "ulimit -v". Not usable under
-    /// AddressSanitizer; see isUnderAddressSanitizer().
+    /// Limits the address space of the program to @p bytes, like "ulimit -v". Do not use
+    /// it with AddressSanitizer; see isUnderAddressSanitizer().
     void limitAddressSpace(qint64 bytes);
 
-    /// Limits the size (bytes) of each file the program writes, like "ulimit -f". Its
-    /// standard output and standard error are pipes, which the limit does not affect.
+    /// Limits each file that the program writes to @p bytes, like "ulimit -f". The limit
+    /// does not affect standard output and standard error, which are pipes.
     void limitFileSize(qint64 bytes);
 
-    /// Replaces standard error by a pipe without a reader, so writing to it raises
-    /// SIGPIPE.
+    /// Replaces standard error by a pipe without a reader, so every write to standard
+    /// error raises SIGPIPE.
     void closeStandardErrorReader();
 
     /// Mounts a tmpfs of @p bytes on the existing @p folder in the program's own mount
-    /// namespace. No other process sees it, and it disappears after the run.
+    /// namespace. It is not visible to other processes, and it is removed after the run.
     void mountDisk(const QString& folder, qint64 bytes);
 
     /// Whether mountDisk() works on this machine. It needs unprivileged user namespaces.
@@ -84,9 +84,9 @@ private:
     qint64 m_diskSize = 0;
 };
 
-/// Whether this build uses AddressSanitizer. AddressSanitizer reserves terabytes of
-/// address space and delays the reuse of freed memory, so memory limits cannot be tested
-/// with it.
+/// Whether this build uses AddressSanitizer. Memory limits cannot be tested in such a build,
+/// because AddressSanitizer reserves terabytes of address space and delays the reuse of
+/// freed memory.
 constexpr bool isUnderAddressSanitizer()
 {
 #if defined(__SANITIZE_ADDRESS__)

@@ -15,7 +15,7 @@ namespace tests
 /// Drags @p mime over @p widget and drops it there.
 inline void dropMime(QWidget* widget, const QMimeData& mime)
 {
-    // Qt delivers a drop only to a widget that received the drag-enter event before.
+    // Qt delivers a drop event only to a widget that received a drag-enter event before.
     QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(widget, &enter);
     QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);

@@ -7,7 +7,8 @@ namespace tests::fits
 {
 
 /// Normalised references at 1 to 7 eV. They are linearly independent of each other and of
-/// a constant. The first two references are also independent in the range 2 to 6 eV.
+/// a constant. The first two references are also linearly independent of each other and of
+/// a constant if only the points from 2 to 6 eV are used.
 inline const QList<double> energies{1, 2, 3, 4, 5, 6, 7};
 inline const QList<QList<double>> shapes{{9, 1, 0, 0.5, 2, 0.25, 3},
                                          {-9, 0, 1, 0.5, 0.75, 2, 8},
@@ -35,7 +36,8 @@ inline void setReference(PanelInputs& inputs, std::size_t row, int shape)
     inputs.valences.at(row) = valences.at(shape);
 }
 
-/// Normalised values of the weighted sum of the references, plus the constant @p base.
+/// The weighted sum of the normalised references plus the constant @p base, at all seven
+/// energies. @p parts are the weights of the references.
 inline QList<double> mixed(const QList<double>& parts, double base)
 {
     QList<double> values(energies.size(), base);
@@ -52,8 +54,8 @@ inline void setTarget(PanelInputs& inputs, const QList<double>& parts, double ba
     setNormalised(inputs.target, energies, mixed(parts, base), 1, 8);
 }
 
-/// Sets the fit range: marks the last two energy rows and writes the limits into them,
-/// the upper limit first.
+/// Sets the fit range: marks energy rows 7 and 8 and sets their energies to @p to and
+/// @p from. The upper limit is first, because the fit must accept both orders.
 inline void setRange(PanelInputs& inputs, double from, double to)
 {
     inputs.points[6].energy = to;
@@ -62,12 +64,13 @@ inline void setRange(PanelInputs& inputs, double from, double to)
     inputs.points[7].inFit = true;
 }
 
-/// Inputs of a linear combination fit. One reference is in use per part, the target is
-/// the weighted sum of the references plus a constant, and all seven points are in the
-/// fit range.
+/// Inputs of a linear combination fit. One reference is in use for each weight in
+/// @p parts. The target is the weighted sum of these references plus the constant @p base.
+/// All seven points are in the fit range.
 ///
-/// The default parts 0.5 and 0.75 sum to 1.25, so the shares are 0.4 and 0.6. The valence
-/// uses the parts before normalisation: 1/2 * 2 + 3/4 * 4 = 4.
+/// The default weights 0.5 and 0.75 sum to 1.25, so the fractions are 0.5 / 1.25 = 0.4 and
+/// 0.75 / 1.25 = 0.6. The valence is calculated from the weights before this division. With
+/// the valences 2 and 4 of the references it is 0.5 * 2 + 0.75 * 4 = 4.
 inline PanelInputs fitInputs(const QList<double>& parts = {0.5, 0.75}, double base = 0.125)
 {
     PanelInputs inputs;

@@ -10,9 +10,12 @@
 namespace tests
 {
 
-/// A plot frame that paints @p graph, with its axis titles inside the plot, on each call
-/// of picture(). In the default size the plot area spans columns 40 to 380 and rows 15 to
-/// 270. @p graph must outlive the plot.
+/// A plot frame that paints @p graph, with the axis titles inside the plot, on each call
+/// of picture(). @p graph must outlive the plot.
+///
+/// The margins are a tenth of the surface at the left and bottom and a twentieth at the
+/// right and top. On the default surface of 400 by 300 pixels, the plot area spans pixel
+/// columns 40 to 380 and pixel rows 15 to 270.
 class GraphPlot : public DispABase
 {
 public:

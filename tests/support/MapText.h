@@ -6,8 +6,8 @@
 namespace tests
 {
 
-/// A text map whose counts depend on @p seed. Its header has an ENERGY line only if
-/// @p energy is not empty.
+/// The text of a map of @p width by @p height pixels. The counts depend on @p seed. The
+/// header has an ENERGY line only if @p energy is not empty.
 inline QByteArray mapText(int width, int height, int seed, const QByteArray& energy)
 {
     QByteArray text = "# map\n# X-NUM " + QByteArray::number(width) + "\n# Y-NUM " +

@@ -23,14 +23,15 @@ inline bool showWindow(QWidget* window)
 }
 
 /// Moves the surface of a map window into a separate window. The map window must be
-/// visible.
+/// visible. Returns whether the separate window became visible in time.
 inline bool popOut(DispMBase* window)
 {
     window->popDock();
     return QTest::qWaitForWindowExposed(window->pop);
 }
 
-/// The radio button of a quantity; @p quantity is its index in a pixel's value list.
+/// The radio button that displays a quantity. @p quantity is the index of the quantity in
+/// a pixel's value list, 0 to 12.
 inline QRadioButton* mapRadio(const FourPs& panel, int quantity)
 {
     const std::array<QRadioButton*, 13> radios{
@@ -50,8 +51,9 @@ inline void setTwoReferences(FourPs& panel)
     panel.Refs.RefRows.at(1)->Valence->setText(QStringLiteral("3"));
 }
 
-/// Resets a shared panel, chooses the valence and the first row for display, and calls
-/// setTwoReferences().
+/// Resets a shared panel, chooses the valence map and the measured map of the first energy
+/// row for display, switches the grid off, calls setTwoReferences() and puts both
+/// references in use.
 inline void resetMaps(FourPs& panel)
 {
     resetData(panel);
@@ -68,8 +70,8 @@ inline void resetMaps(FourPs& panel)
 }
 
 /// Stores a result of the non-equivalent method: thirteen values per pixel, row-major.
-/// The fields a and thickness belong to the four-points family; their values -77 and -78
-/// must not be read.
+/// The intensity and I0 fields, in which the four-points family stores a and the
+/// thickness, are -77 and -78. The display must not read them.
 inline void setResult(FourPs& panel, int width, int height, const QList<QList<double>>& pixels)
 {
     panel.BaseData.clear();
@@ -115,7 +117,8 @@ inline void setFractions(FourPs& panel, int width, int height, const QList<Fract
 }
 
 /// Index of the colour of @p value in the table of 768 colours, which covers the range
-/// from @p low to @p high. A value that is not finite gets index 0.
+/// from @p low to @p high. Values outside the range have index 0 or 767. If the calculated
+/// index is not finite (NaN, infinity or an empty range), the result is 0.
 inline int plainColorIndex(double value, double low, double high)
 {
     const double place = 768.0 / (high - low) * (value - low);

@@ -14,9 +14,9 @@ namespace tests
 /// A function that changes the state of a painter. It is called before the pen is set.
 using PainterState = std::function<void(QPainter*)>;
 
-/// Adds data rows of a painter state and a device pixel ratio. With @p plain, these are
-/// the states in which a mark has the same shape in pixels at every position; otherwise
-/// all other states.
+/// Adds data rows of a painter state and a device pixel ratio. With @p plain, adds only
+/// the states in which a mark consists of the same pixels at every position. Without
+/// @p plain, adds only the other states, such as a rotated or an antialiased painter.
 inline void addPainterStates(bool plain)
 {
     QTest::addColumn<PainterState>("state");

@@ -18,8 +18,9 @@ inline constexpr int horizontal = 1;
 class MarkedLines
 {
 public:
-    /// Adds a line with its own edit. The value is relative to the value of line @p base,
-    /// or absolute if @p base is -1.
+    /// Adds a marker line with its own line edit, whose text is @p text. The value is
+    /// relative to the value of the marker line with index @p base, or absolute if @p base
+    /// is -1.
     MarkLine* add(const QString& text, int direction = vertical, int base = -1)
     {
         m_edits.push_back(std::make_unique<QLineEdit>(text));
@@ -33,7 +34,7 @@ public:
 
     QString text(int line) const { return set.lines.at(line)->edit->text(); }
 
-    /// Selects a line, as a mouse press close to the line does.
+    /// Selects the marker line with index @p line, as a mouse press close to it does.
     void hold(int line)
     {
         set.selected = true;

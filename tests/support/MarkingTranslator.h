@@ -8,8 +8,8 @@
 namespace tests
 {
 
-/// Returns every text in guillemets, which no source text contains, and records each
-/// request. Install it before the windows are built.
+/// Translates every text into the same text in guillemets, which no source text contains,
+/// and records each request. Install it before the windows are constructed.
 class MarkingTranslator : public QTranslator
 {
 public:

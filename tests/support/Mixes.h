@@ -15,9 +15,9 @@ inline constexpr double hc = AMutE::hcEvAngstrom;
 /// and the division hc / L do not round.
 inline const QList<double> wavelengths{4, 2, 1, 0.5, 0.25, 0.125, 0.0625, 0.03125};
 
-/// Absorbance of the references above their pre-edge lines at the eight rows. The
-/// references and the terms of either background (linear or Victoreen) are linearly
-/// independent. This also holds if only the first rows are used.
+/// Absorbance of the references above their pre-edge lines at the energies of the eight
+/// rows. The references and the terms of the background (linear or Victoreen) are linearly
+/// independent, also if only the first rows are used.
 inline const QList<QList<double>> shapes{{1, 0, 3, 2, 1, 0, 2, 1},
                                          {0, 1, 1, 3, 5, 1, 0, 2},
                                          {2, 0, 1, 0, 1, 3, 1, 0},
@@ -36,8 +36,8 @@ inline QList<double> rowEnergies()
     return energies;
 }
 
-/// A weighted sum of the references plus a background. The unit of the linear term is
-/// E / hc.
+/// A weighted sum of the references plus the background constant + linear * E / hc +
+/// cubic * L^3 + quartic * L^4, where L = hc / E is the wavelength in angstrom.
 struct Mix {
     QList<double> parts;
     double constant = 0.0;
@@ -66,20 +66,25 @@ struct Mix {
     }
 };
 
-/// dMut 1 and 3: shares 1/4 and 3/4, total 4, valence 2/4 + 15/4 = 4.25.
+/// A mix with linear background. dMut is part times edge jump: 0.5 * 2 = 1 and
+/// 0.5 * 6 = 3. So the total is 4, the shares are 1/4 and 3/4, and with the valences 2 and
+/// 5 of the references the valence is 1/4 * 2 + 3/4 * 5 = 4.25.
 inline const Mix quarter{{0.5, 0.5}, 1.25, 0.5};
-/// The same references plus a background of a constant and the Victoreen terms L^3 and
-/// L^4.
+/// The references of `quarter` with the same parts, plus a Victoreen background: a
+/// constant, L^3 and L^4.
 inline const Mix curvedQuarter{{0.5, 0.5}, 1.25, 0, 2, -0.5};
-/// dMut -1 and 6: shares -0.2 and 1.2, total 5, valence -0.4 + 6 = 5.6.
+/// A mix with a negative part. dMut is -0.5 * 2 = -1 and 1 * 6 = 6. So the total is 5, the
+/// shares are -0.2 and 1.2, and the valence is -0.2 * 2 + 1.2 * 5 = 5.6.
 inline const Mix negative{{-0.5, 1}, -2, -1};
 
-/// The thirteen values of a pixel for the mixes above. C1 is in units of 1 / hc.
+/// The thirteen values of a result pixel whose mix is `quarter` or `negative`: four shares,
+/// four dMut, the background coefficients mu0, C1 and C2, the valence and the total. C1 is
+/// in units of 1 / hc.
 inline const QList<double> quarterValues{0.25, 0.75, 0, 0, 1, 3, 0, 0, 1.25, 0.5, 0, 4.25, 4};
 inline const QList<double> negativeValues{-0.2, 1.2, 0, 0, -1, 6, 0, 0, -2, -1, 0, 5.6, 5};
 
-/// Sets the points, the lines and the edge jump of a spectrum to those of the reference
-/// with index @p shape.
+/// Turns @p spectrum into the reference with index @p shape: sets its points, its constant
+/// pre-edge and post-edge lines and, by these lines, its edge jump.
 inline void setReference(AMutE& spectrum, int shape)
 {
     const double pre = preLevels.at(shape);
@@ -113,14 +118,15 @@ inline PanelInputs mixedInputs(const Mix& mix, int references = 2, int rows = 5)
     return inputs;
 }
 
-/// Inputs for which the subtraction of the pre-edge line and of the post-edge line gives
-/// different results. Without line subtraction the shares are 1/4 and 3/4 and the total
-/// is 4.
+/// Inputs whose result depends on the line (pre-edge or post-edge) that is subtracted from
+/// the target and from the references. If the pre-edge lines are subtracted from both, dMut
+/// is 1 and 3, so the shares are 1/4 and 3/4 and the total is 4.
 ///
 /// The second reference is L^3. The post-edge lines of the target and of the first
-/// reference also contain L^3, so subtracting them changes the coefficient of the second
-/// reference. With the target's post-edge line subtracted, dMut is 1 and -3. With the
-/// references' post-edge lines subtracted, dMut is 1 and 6.
+/// reference also contain L^3, so the subtraction of these lines changes the coefficient of
+/// the second reference. If the post-edge line is subtracted only from the target, dMut is
+/// 1 and -3. If the post-edge lines are subtracted only from the references, dMut is 1 and
+/// 6.
 inline PanelInputs inputsWithDifferentLines()
 {
     QList<double> cubes;
@@ -131,14 +137,14 @@ inline PanelInputs inputsWithDifferentLines()
     }
     PanelInputs inputs = mixedInputs(quarter);
     setSpectrum(inputs.spectra[0], rowEnergies(), shapes.at(0), {}, {1, 1, 0});
-    inputs.spectra[0].edgeEnergy = hc; // here L = 1, so the edge jump is 2
+    inputs.spectra[0].edgeEnergy = hc; // L = 1, so the edge jump 1 + L^3 is 2
     setSpectrum(inputs.spectra[1], rowEnergies(), cubes, {0.5, 0, 0}, {6.5, 0, 0});
     setSpectrum(inputs.target, rowEnergies(), muts, {}, {3, 1, 0});
     return inputs;
 }
 
-/// Sets the map of each of the first @p rows energy rows. A map is one line of pixels,
-/// with one pixel per mix.
+/// Sets the map of each of the first @p rows energy rows. A map has the height 1 and one
+/// pixel for each mix in @p pixels.
 inline void setPixels(PanelInputs& inputs, const QList<Mix>& pixels, int rows = 5)
 {
     for (int row = 0; row < rows; ++row) {

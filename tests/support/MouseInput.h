@@ -30,7 +30,8 @@ inline void release(QWidget* widget, const QPointF& at, Qt::MouseButton button =
     sendMouse(widget, QEvent::MouseButtonRelease, at, button, {}, keys);
 }
 
-/// Sends only the double-click event, without the first press and without any release.
+/// Sends only the double-click event, without the press and release events that come
+/// before it in a real double click and without the final release event.
 inline void doubleClick(QWidget* widget, const QPointF& at, Qt::MouseButton button = Qt::LeftButton,
                         Qt::KeyboardModifiers keys = {})
 {
@@ -50,7 +51,7 @@ inline void drag(QWidget* widget, const QPointF& at, Qt::KeyboardModifiers keys 
     move(widget, at, Qt::LeftButton, keys);
 }
 
-/// Turns the wheel by @p delta, in eighths of a degree; a notch is 120.
+/// Turns the wheel by @p delta, in eighths of a degree. One notch of the wheel is 120.
 inline void turnWheel(QWidget* widget, const QPointF& at, const QPoint& delta,
                       Qt::KeyboardModifiers keys = {})
 {

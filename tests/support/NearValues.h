@@ -11,7 +11,8 @@ namespace tests
 {
 
 /// Whether both lists have the same length and each value differs from the wanted value
-/// by at most @p tolerance. NaN never matches. Logs the first value that does not match.
+/// at the same index by at most @p tolerance. NaN never matches. Logs the first value that
+/// does not match.
 inline bool near(const std::vector<double>& values, const std::vector<double>& wanted,
                  double tolerance)
 {

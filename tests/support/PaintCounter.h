@@ -15,7 +15,7 @@ namespace tests
 /// paint events are delivered even on a busy machine.
 inline void waitForPaints(int milliseconds = 20)
 {
-    constexpr int turn = 5; // ms, the interval in which the platform plugin collects updates
+    constexpr int turn = 5; // ms; the platform plugin collects updates for this time
     for (int waited = 0; waited < milliseconds; waited += turn) {
         QTest::qWait(turn);
     }

@@ -32,9 +32,9 @@ struct PanelInputs {
     bool subPostForRef = false;
     bool subPostForTarget = false;
 
-    /// All setters return *this, so calls can be chained. useRows() and useReferences()
-    /// put the given rows in use and all others out of use. markVRows() makes exactly the
-    /// given energy rows V points.
+    /// All setters return *this, so calls can be chained. Row indices start at 0. useRows()
+    /// and useReferences() put the given rows in use and all others out of use. markVRows()
+    /// makes exactly the given energy rows V points.
     PanelInputs& useRows(const QList<int>& rows);
     PanelInputs& useReferences(const QList<int>& rows);
     PanelInputs& markVRows(const QList<int>& rows);
@@ -53,11 +53,11 @@ struct PanelInputs {
     /// reference, the second reference and the target.
     PanelInputs& setPoint(int row, double energy, double r1, double r2, double mutT);
 
-    /// Sets the map of an energy row: one line of pixels with the absorbances @p muts.
+    /// Sets the map of an energy row. The map has the height 1 and the absorbances @p muts.
     PanelInputs& setMap(int row, const QList<double>& muts);
 
-    /// Sets a one-pixel map with the target's absorbance for each of the first @p rows
-    /// energy rows.
+    /// Sets a map for each of the first @p rows energy rows. Each map has one pixel, with
+    /// the absorbance of the target in that row.
     PanelInputs& addMaps(int rows);
 
     /// Removes the map of a row, as if no file had been loaded.
@@ -191,9 +191,9 @@ inline PanelInputs& PanelInputs::removeMap(int row)
     return *this;
 }
 
-/// Inputs of the three-point method with the result a = 1/2 and, for one-pixel maps,
-/// thickness 1. The references have the valences 2 and 3. Rows 1, 2 and the V row 3 are
-/// in use.
+/// Inputs of the three-point method with the fraction a = 1/2 and, if addMaps() adds
+/// one-pixel maps, the thickness 1. The references have the valences 2 and 3. The first
+/// three energy rows are in use; the third row is the V row.
 inline PanelInputs threePointInputs()
 {
     PanelInputs inputs;
@@ -208,8 +208,9 @@ inline PanelInputs threePointInputs()
     return inputs;
 }
 
-/// Inputs of the four-points methods with four rows; row 3 is the V row. The target is
-/// half the sum of the two references, so a = 1/2 and t/ts = 1 in both methods.
+/// Inputs of the four-points methods with four energy rows; the third row is the V row.
+/// The target is half the sum of the two references, so the exact method and the
+/// least-squares method both calculate a = 1/2 and t/ts = 1.
 inline PanelInputs fourPointInputs()
 {
     PanelInputs inputs = threePointInputs();

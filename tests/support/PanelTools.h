@@ -14,7 +14,7 @@
 namespace tests
 {
 
-// Error messages of both the target calculation and the map calculation.
+// Error messages that the target calculation and the map calculation have in common.
 inline const QString fewReferences =
     QStringLiteral("Number of valied Ref Files is %1, which is less than 2.");
 inline const QString wrongCount = QStringLiteral("Number of selected data sets %1 is not %2.");
@@ -48,8 +48,8 @@ inline void enter(QLineEdit* edit, const QString& text)
     Q_EMIT edit->editingFinished();
 }
 
-/// Sets a valid spectrum without points for a reference row. Its lines are constant, so
-/// the edge jump is @p jump at every edge energy.
+/// Sets a valid spectrum without points for a reference row. The pre-edge and post-edge
+/// lines are constant, so the edge jump is @p jump at every edge energy.
 inline void makeReferenceValid(FourPs& panel, int row, double jump = 1.0)
 {
     AMutE& spectrum = *panel.XafsFiles.at(row);
@@ -74,7 +74,7 @@ inline void setPoint(FourPs& panel, int row, const QString& energy, const QStrin
     point->MutT->setText(target);
 }
 
-/// Sets the map of an energy row: one line of pixels with the absorbances @p muts.
+/// Sets the map of an energy row. The map has the height 1 and the absorbances @p muts.
 inline void setMap(FourPs& panel, int row, const QList<double>& muts)
 {
     AEPoint* point = panel.EPoints.at(row);
@@ -122,8 +122,9 @@ inline void chooseFourPoints(FourPs& panel)
     chooseWithoutSignals(panel.ui.radioButton);
 }
 
-/// Sets up the three-point method with the result a = 1/2 and, for maps, thickness 1.
-/// The references have the valences 2 and 3. Rows 1, 2 and the V row 3 are in use.
+/// Sets up the three-point method with the fraction a = 1/2 and, for maps, the thickness
+/// 1. The references have the valences 2 and 3. The first three energy rows are in use; the
+/// third row is the V row.
 inline void prepareThreePoints(FourPs& panel)
 {
     chooseFourPoints(panel);
@@ -148,8 +149,9 @@ inline void prepareThreePointMaps(FourPs& panel)
     setMap(panel, 2, {3});
 }
 
-/// Sets up the four-points methods with four rows; row 3 is the V row. The target is half
-/// the sum of the two references, so a = 1/2 and t/ts = 1 in both methods.
+/// Sets up the four-points methods with four energy rows; the third row is the V row. The
+/// target is half the sum of the two references, so the exact method and the least-squares
+/// method both calculate a = 1/2 and t/ts = 1.
 inline void prepareFourPoints(FourPs& panel)
 {
     prepareThreePoints(panel);

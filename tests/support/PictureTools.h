@@ -56,7 +56,7 @@ inline bool isBlank(const QImage& image)
     return isFilledWith(image, image.rect(), Qt::white);
 }
 
-/// The bounding box of the pixels in @p part for which @p isWanted returns true.
+/// The bounding rectangle of the pixels in @p part for which @p isWanted returns true.
 template <class Predicate>
 QRect boxOf(const QImage& image, const QRect& part, Predicate isWanted)
 {

@@ -18,7 +18,8 @@ struct PlainPoint {
 class PlainComparison : public PlainPlot
 {
 public:
-    /// The range of both axes is @p first - 0.2 to @p second + 0.2.
+    /// @p first and @p second are the lower and the upper valence of the references. Both
+    /// axes show the range from @p first - 0.2 to @p second + 0.2.
     PlainComparison(const QSize& size, double first, double second)
         : PlainComparison(size, first, second,
                           {first - 0.2, first - 0.2, second + 0.2, second + 0.2})

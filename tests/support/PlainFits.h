@@ -17,9 +17,9 @@
 namespace tests
 {
 
-/// Least squares by normal equations: the coefficients of the basis functions that fit
-/// @p y best. The equations are solved by LU decomposition. @p basis writes the values of
-/// all @p unknowns basis functions at @p row to @p phi.
+/// Least squares by normal equations: the coefficients of the basis functions for the
+/// least-squares fit of @p y. The equations are solved by LU decomposition. @p basis writes
+/// the values of all @p unknowns basis functions at the index @p row of @p y to @p phi.
 QList<double> plainCoefficients(int unknowns,
                                 const std::function<void(qsizetype row, double* phi)>& basis,
                                 const QList<double>& y);
@@ -31,7 +31,7 @@ struct PlainNeqStack {
     QList<double> weights;
     double jumpSum = 0.0;
     QList<QString> valences;
-    QList<const A2DData*> maps; ///< size, coordinates and header lines are from the first map
+    QList<const A2DData*> maps; ///< the result has the size, coordinates and header of the first
 };
 
 struct PlainNeqHistograms {

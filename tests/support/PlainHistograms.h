@@ -14,8 +14,9 @@
 namespace tests
 {
 
-/// The spacing of the grid lines: the first number of 1, 2, 5, 10, 20, ... whose width on
-/// the x axis is more than ten pixels.
+/// The spacing of the grid lines in data units: the smallest number in the series 1, 2, 5,
+/// 10, 20, ..., 5e7 that is more than ten pixels wide on the x axis; 1e8 if no number of the
+/// series is.
 inline double plainTick(const PlotPlace& place)
 {
     double decade = 1.0;
@@ -31,7 +32,8 @@ inline double plainTick(const PlotPlace& place)
     return decade;
 }
 
-/// A histogram with the counts @p bins. Its highest count is the maximum of @p bins.
+/// A histogram with the limits @p from and @p to, the counts @p bins, and @p under and
+/// @p over values outside the limits. Its highest count is the maximum of @p bins.
 inline analysis::HistogramCounts readyCounts(double from, double to, const QList<int>& bins,
                                              int under = 0, int over = 0)
 {

@@ -13,7 +13,7 @@
 namespace tests
 {
 
-/// The view of a surface without margins. The y axis points up.
+/// The part of a map that a surface without margins shows. The y axis points up.
 struct PlainMapView {
     QSize surface; ///< size in pixels
     double left = 0.0;

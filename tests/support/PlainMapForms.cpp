@@ -16,8 +16,9 @@ struct Row {
     double E, R1, R2;
 };
 
-// Splits the rows into the V row and the others. The last marked row becomes the V row,
-// earlier marked rows are ignored, and the unmarked rows keep their order.
+// Splits the energy rows into the V row and the other rows. The last row that is marked as
+// a V point becomes the V row; earlier marked rows are ignored. The unmarked rows keep
+// their order.
 void collect(const PlainStack& stack, QList<Row>& others, Row& v)
 {
     for (const PlainPoint& point : stack.points) {

@@ -44,8 +44,8 @@ struct PlainStack {
 /// Counts one value in a histogram. The bin index is the quotient truncated towards zero.
 void plainCount(PlainHistogram& histogram, double value);
 
-/// Converts the inputs to the struct of the fast path. Uses the first two references,
-/// whether they are in use or not.
+/// Converts the inputs to the struct of the fast path. Uses the first two references, even
+/// if they are not in use.
 analysis::MapStack mapStackOf(const PlainStack& plain);
 
 double plainPixelMut(const A2DData& map, int x, int y);

@@ -94,9 +94,9 @@ void takeAllLines(QTextStream& stream, PlainState& state, A2DData& map,
     }
 }
 
-/// Derives the size from the coordinates. The width is the number of rows with the same y
-/// as the first row; the height is the number of rows with the same x. The first row
-/// always counts, even if its x or y is NaN.
+/// Derives the size from the coordinates. The width is the number of pixels with the same y
+/// as the first pixel; the height is the number of pixels with the same x as the first
+/// pixel. The first pixel always counts, even if its x or y is NaN.
 void countSize(A2DData& map)
 {
     map.xNum = map.yNum = 0;
@@ -116,7 +116,7 @@ bool isClaimTooLarge(const A2DData& map)
 {
     const qint64 columns = map.xNum < 1 ? 1 : map.xNum;
     const qint64 lines = map.yNum < 1 ? 1 : map.yNum;
-    const qint64 pixels = columns * lines; // no overflow: 64 bits hold the product of two ints
+    const qint64 pixels = columns * lines; // no overflow: the product of two ints fits in 64 bits
     if (pixels > 1048576 && pixels > 64 * map.rows.size()) {
         return true;
     }

@@ -19,7 +19,8 @@ namespace tests
 ///         False if the file cannot be opened; @p map is then unchanged.
 bool readPlainMap(const QString& path, A2DData& map, const data::EnergyHandler& energyFound);
 
-/// The same for a device that is open for reading in text mode.
+/// Reads a text map like the function above, from a device that is open for reading in text
+/// mode.
 bool readPlainMap(QIODevice& device, A2DData& map, const data::EnergyHandler& energyFound);
 
 } // namespace tests

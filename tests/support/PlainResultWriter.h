@@ -11,7 +11,8 @@ class QIODevice;
 namespace tests
 {
 
-/// The valences as texts of line edits. They are parsed again for each pixel.
+/// The valences of the references as texts of line edits. The writer parses them again for
+/// each pixel.
 struct PlainValences {
     int validReferences = 0;
     QString first;
@@ -21,7 +22,7 @@ struct PlainValences {
 /// Writes a result map through a text stream, line by line in file order. Each number is
 /// formatted separately by QString::arg().
 ///
-/// @return whether the stream's status is still Ok after the last line
+/// @return whether the status of the stream is QTextStream::Ok after the last line
 bool writePlainResultMap(QIODevice& device, const A2DData& map, const PlainValences& valences,
                          const std::array<bool, 13>& wanted);
 

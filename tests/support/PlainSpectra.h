@@ -30,8 +30,9 @@ class PlainSpectra : public PlainPlot
 public:
     using PlainPlot::PlainPlot;
 
-    /// The box of a name in row @p row of the legend. It is twice as wide as the left
-    /// margin and starts 2.1 left margins before the right edge of the plot area.
+    /// The rectangle of the name in line @p row of the legend. It is twice as wide as the
+    /// left margin and starts 2.1 left margins to the left of the right edge of the plot
+    /// area.
     QRectF legendBox(int row) const
     {
         return {place.right - 2.1 * place.left,
@@ -43,7 +44,7 @@ public:
     double from = 0.0;
     double to = 0.0;
     QList<PlainEnergy> energies;
-    QList<PlainCurve> curves; ///< in drawing order; each curve has a legend row
+    QList<PlainCurve> curves; ///< in drawing order; each curve has a line in the legend
     QList<QPointF> fitted;
 
 protected:
@@ -84,8 +85,8 @@ protected:
     }
 
 private:
-    /// The line ends at the pixel row whose number is the widget's width (not its
-    /// height), on purpose, as in the program.
+    /// The line ends at the pixel row whose index is the width of the widget, not its
+    /// height. This is on purpose: the program has this oddity.
     void drawVertical(QStylePainter* p, double energyEv) const
     {
         const int column = place.column(energyEv);

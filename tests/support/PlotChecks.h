@@ -7,7 +7,7 @@
 namespace tests
 {
 
-/// The number of pixels with this colour outside the plot area.
+/// The number of pixels of the colour @p color outside the plot area.
 inline int countInMargins(const QImage& image, const PlotPlace& place, const QColor& color)
 {
     return countOf(image, image.rect(), color) - countOf(image, place.area(), color);

@@ -11,7 +11,7 @@
 namespace tests
 {
 
-/// The data values at the edges of a plot area.
+/// The data values at the edges of a plot area: x0 left, x1 right, y0 bottom, y1 top.
 struct PlotRange {
     double x0 = 0.0;
     double y0 = 0.0;
@@ -28,8 +28,9 @@ inline int plainPixel(double place)
 }
 
 /// The layout of a plot. The left and bottom margins are a tenth of the surface, the
-/// right and top margins a twentieth, each truncated to whole pixels. A text row is a
-/// twentieth of the plot area high, and the text height is 0.85 of a text row.
+/// right and top margins a twentieth, each truncated to whole pixels. A line of text has a
+/// twentieth of the height of the plot area (rowHeight()), and its text has 0.85 of the
+/// height of the line (textHeight()).
 struct PlotPlace {
     PlotPlace(const QSize& surface, const PlotRange& values)
         : size(surface)
@@ -72,8 +73,8 @@ struct PlotPlace {
     int row(double y) const { return plainPixel(rowOf(y)); }
     QPoint pixel(double x, double y) const { return {column(x), row(y)}; }
 
-    /// The plot area including its outline. It is one pixel wider and higher than the
-    /// drawn rectangle, because QPainter's outline includes the right and bottom edge.
+    /// The plot area including its outline, from pixel (left, top) to pixel (right, bottom),
+    /// both included.
     QRect area() const { return {QPoint(left, top), QPoint(right, bottom)}; }
 
     /// The plot area without its outline.

@@ -1,5 +1,5 @@
 // Reads compiled translations (.qm) byte by byte, so that tests check the content of the
-// file itself instead of QTranslator's view of it.
+// file without QTranslator.
 //
 // A file is 16 magic bytes followed by sections. Each section is a one-byte tag, a 32-bit
 // length and that many bytes. All numbers are big-endian. The hash section is a list of
@@ -27,7 +27,7 @@ struct QmMessage {
     QByteArray context;
     QByteArray source;
     QByteArray comment;
-    QString translation;  ///< empty if the message has none
+    QString translation;  ///< empty if the message has no translation
     int translations = 0; ///< number of translation fields, including empty ones
     quint32 place = 0;    ///< byte offset in the message section
 };
@@ -50,8 +50,8 @@ enum QmSection {
 inline constexpr std::array<unsigned char, 16> qmMagic{
     0x3c, 0xb8, 0x64, 0x18, 0xca, 0xef, 0x9c, 0x95, 0xcd, 0x21, 0x1c, 0xbf, 0x60, 0xa1, 0xbd, 0xdd};
 
-/// Reads a byte view from front to back. Reading past the end makes isGood() false and
-/// returns an empty view or 0.
+/// Reads bytes from front to back. After an attempt to read past the end, isGood() is
+/// false; the attempt returns an empty view or 0.
 class QmBytes
 {
 public:
@@ -178,7 +178,7 @@ inline std::optional<QmTable> readQm(QByteArrayView file)
 }
 
 /// The hash of a message, by the ELF hash function of the System V ABI. @p text is the
-/// source text followed by its comment. A hash of 0 is replaced by 1.
+/// source text followed by the disambiguation comment. A hash of 0 is replaced by 1.
 inline quint32 qmHash(const QByteArray& text)
 {
     quint32 hash = 0;

@@ -32,7 +32,9 @@ inline constexpr std::array<double, 16> specialNumbers{0.0,
                                                        1e300,
                                                        -1e-300};
 
-/// The kind of special values that are mixed with the ordinary random numbers of a test.
+/// The special values that numberOf() mixes with ordinary random numbers: no special
+/// values (Random), 1 (Singular, so that linear systems can be singular), +-0 (Zero),
+/// +-infinity (Infinite), NaN, or any of specialNumbers (Odd).
 enum class Kind { Random, Singular, Zero, Infinite, NaN, Odd };
 
 inline constexpr std::array<Kind, 6> allKinds{Kind::Random,   Kind::Singular, Kind::Zero,
@@ -81,8 +83,8 @@ inline double numberOf(Kind kind, std::mt19937_64& random)
     return ordinary;
 }
 
-/// A random map row. Its intensity is a count with an I0 or, if I0 is 0, the absorbance
-/// itself.
+/// A random map pixel. In one of three cases I0 is 0, so the intensity field stores the
+/// absorbance; otherwise intensity and I0 are both random.
 inline A2DRow rowOf(Kind kind, std::mt19937_64& random)
 {
     const bool isReady = onceIn(random, 3);
@@ -93,7 +95,8 @@ inline A2DRow rowOf(Kind kind, std::mt19937_64& random)
             {}};
 }
 
-/// A random map with a stated size of @p width by @p height pixels and with @p rows rows.
+/// A random map whose size fields are @p width and @p height and which has @p rows pixels.
+/// The number of pixels can differ from @p width * @p height.
 inline A2DData mapOf(Kind kind, int width, int height, int rows, std::mt19937_64& random)
 {
     A2DData map;

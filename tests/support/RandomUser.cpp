@@ -38,8 +38,8 @@ RandomUser::RandomUser(FourPs& panel, unsigned seed)
     loadEverything();
 }
 
-// Uses the remainder, because std::uniform_int_distribution returns different numbers in
-// different standard libraries.
+// Uses the remainder, because the numbers of std::uniform_int_distribution differ between
+// standard libraries.
 int RandomUser::upTo(int count)
 {
     return static_cast<int>(m_random() % static_cast<unsigned>(count));

@@ -28,8 +28,8 @@ public:
     /// Performs one action and returns its description.
     QString act();
 
-    /// The title of the one surface that the latest action changes without repainting it.
-    /// This is on purpose. Empty after every other action.
+    /// The title of the plot or map whose picture is outdated after the latest action. The
+    /// program does not repaint it at once, on purpose. Empty if all pictures are current.
     QString staleSurface() const { return m_staleSurface; }
 
 private:

@@ -38,7 +38,8 @@ inline void resetPlots(FourPs& panel)
     }
 }
 
-/// Hides a map window and restores its initial state, but leaves its limits empty.
+/// Hides a map window and restores its initial state, except that the fields of its limits
+/// are empty.
 inline void resetWindow(DispMBase* window)
 {
     resetPlot(window);
@@ -54,7 +55,8 @@ inline void resetWindow(DispMBase* window)
     }
 }
 
-/// Removes all points of the comparison plot; the next point gets the first colour.
+/// Removes all points of the comparison plot. The next point has the first colour of the
+/// colour list.
 inline void resetComparison(FourPs& panel)
 {
     panel.LCFvs4PS.clear();
@@ -62,8 +64,8 @@ inline void resetComparison(FourPs& panel)
     panel.Colors.colors = CColors().colors;
 }
 
-/// Clears the numbers of an energy row and unchecks its boxes. The third row remains the
-/// V point.
+/// Clears the numbers of an energy row and unchecks its check boxes. Exception: the V-point
+/// box of the third row is checked.
 inline void resetRow(FourPs& panel, int index)
 {
     AEPoint* row = panel.EPoints.at(index);
@@ -84,8 +86,8 @@ inline void clearRows(FourPs& panel)
     }
 }
 
-/// Removes all spectra, maps and results. Every plot returns to its automatic range. Both
-/// map windows are hidden and their limits are empty.
+/// Removes all spectra, maps and results. Sets every plot to its automatic range. Hides
+/// both map windows and clears the fields of their limits.
 inline void clearData(FourPs& panel)
 {
     for (AMutE* spectrum : std::as_const(panel.XafsFiles)) {
@@ -206,9 +208,9 @@ inline void resetResults(FourPs& panel)
     panel.scaleX0 = panel.scaleY0 = panel.scaleX1 = panel.scaleY1 = 0.0;
 }
 
-/// Resets all texts and states of a panel to their values after construction. The message
-/// box is empty. Three things do not change: whether the form is visible, whether the
-/// graph window is visible, and sizes that a test fixed.
+/// Resets all texts and states of a panel to their values after construction, and empties
+/// the message box. Does not change whether the form and the graph window are visible, nor
+/// sizes that a test fixed.
 inline void resetPanel(FourPs& panel)
 {
     const QList<QMap<QString, States>>& first = initialStates();

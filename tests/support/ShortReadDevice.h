@@ -11,9 +11,9 @@
 namespace tests
 {
 
-/// A device over the given bytes, sequential or not. Each read returns between 1 and
-/// @p largest bytes; the sizes are a fixed sequence of a linear congruential generator. The
-/// constructor opens the device for reading.
+/// A device whose content is the given bytes. Each read returns between 1 and @p largest
+/// bytes. A linear congruential generator with a fixed seed determines the sizes of the
+/// reads. The constructor opens the device for reading.
 class ShortReadDevice : public QIODevice
 {
 public:

@@ -31,11 +31,11 @@ inline void processPendingEvents()
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();
     if (QGuiApplication::platformName() != QLatin1String("offscreen")) {
-        QTest::qWait(40); // a display server sends some paint events later
+        QTest::qWait(40); // a display server can send paint events with a delay
     }
 }
 
-/// The pixels of the backing store at the position of @p widget; a null image if the
+/// The pixels of the window's backing store in the area of @p widget; a null image if the
 /// widget is hidden or not yet painted.
 inline QImage shownImage(const QWidget* widget)
 {
@@ -86,8 +86,8 @@ inline QList<ShownPicture> repaintedPictures(const FourPs& panel)
     return shownPictures(panel);
 }
 
-/// The names of the surfaces whose pictures differ. Both lists must have the same
-/// surfaces in the same order.
+/// The names of the surfaces whose pictures in the two lists differ. Both lists must have
+/// the same surfaces in the same order.
 inline QStringList differences(const QList<ShownPicture>& some, const QList<ShownPicture>& others)
 {
     QStringList names;

@@ -22,8 +22,8 @@ inline void setSpectrum(AMutE& spectrum, const QList<double>& energies, const QL
     }
 }
 
-/// Sets a spectrum without points. Its lines are constant, so the edge jump is @p jump at
-/// every edge energy.
+/// Sets a spectrum without points. The pre-edge and post-edge lines are constant, so the
+/// edge jump is @p jump at every edge energy.
 inline void setJump(AMutE& spectrum, double jump)
 {
     setSpectrum(spectrum, {}, {}, {}, {jump, 0.0, 0.0});

@@ -7,9 +7,10 @@ namespace tests
 {
 
 /// A spectrum in the plain format, from 8000 to 8850 eV, without background. The
-/// absorbance is 0 below the edge and @p jump far above it. At 8381, 8390 and 8404.5 eV
-/// it has the given values; the value at 8381 eV also applies at 8370 eV. The steepest
-/// rise is from 8320 to 8370 eV, so the proposed edge is 8345 eV.
+/// absorbance is 0 up to 8320 eV and @p jump from 8450 eV. At 8381, 8390 and 8404.5 eV it
+/// has the given values; at 8370 eV it has the value of 8381 eV. If the largest rise
+/// between neighbouring points is from 8320 to 8370 eV, the proposed edge is their midpoint,
+/// 8345 eV.
 inline QByteArray spectrumText(const QByteArray& at8381, const QByteArray& at8390,
                                const QByteArray& at8404, const QByteArray& jump)
 {

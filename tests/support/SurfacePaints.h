@@ -11,7 +11,8 @@
 namespace tests
 {
 
-/// Counts the paint events of every surface. The counts are in the order of the plots.
+/// Counts the paint events of every plot surface of a graph window. The counts are in the
+/// order of Displays::disps.
 class SurfacePaints : public QObject
 {
 public:
@@ -32,8 +33,8 @@ public:
         m_counts.fill(0);
     }
 
-    /// The number of paint events of each surface since restart(). Processes pending ones
-    /// first.
+    /// The number of paint events of each surface since restart(). Processes pending paint
+    /// events first.
     QList<int> counts()
     {
         waitForPaints();

@@ -18,8 +18,8 @@
 namespace tests
 {
 
-/// Creates the widgets that panel::Widgets lists. They are not connected, so no
-/// calculation starts after a change of a widget.
+/// Creates the widgets that panel::Widgets lists. They are not connected to each other, so
+/// the change of a widget starts no calculation.
 class UnconnectedWidgets
 {
 public:

@@ -28,7 +28,8 @@ public:
     Unprivileged(const Unprivileged&) = delete;
     Unprivileged& operator=(const Unprivileged&) = delete;
 
-    /// Whether this process is now subject to file permissions, that is, not root.
+    /// Whether file permissions apply to this process now, that is, whether its user is not
+    /// root.
     bool holds() const { return ::geteuid() != 0; }
 
 private:

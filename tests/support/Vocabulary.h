@@ -1,4 +1,4 @@
-// The source texts of the translation table, sorted by the class that requests them. They
+// The source texts of the translation table, grouped by the class that requests them. They
 // were typed from the design of the forms and messages, so they are independent of the
 // table.
 #pragma once
@@ -156,8 +156,8 @@ inline const QMap<QString, QStringList> sourceTexts{
     {"cBar", {"Frame"}},
 };
 
-/// Texts that the program requests although the table does not contain them. They are in
-/// English in both languages.
+/// Texts that the program requests although the table does not contain them. The program
+/// shows them in English in both languages.
 inline const QSet<SourceText> textsMissingInTable{
     {"Displays", "LCF vs MPS"},
     {"FourPs", "MPs"},

@@ -22,8 +22,8 @@ namespace tests
 using States = QMap<QString, QVariant>;
 
 /// Calls @p visit for @p top and all widgets below it. The second argument of @p visit is
-/// a path that is equal in every window of the same kind. Dialogs and the inner widgets
-/// of lists, scroll areas and line edits are skipped.
+/// a path of class and object names, so it is equal in every window of the same class.
+/// Skips dialogs and the inner widgets of combo boxes, scroll areas and line edits.
 inline void visitWidgets(QWidget* top, const QString& name,
                          const std::function<void(QWidget*, const QString&)>& visit)
 {

@@ -18,9 +18,9 @@ public:
     {
     }
 
-    /// A Poisson distributed number with mean @p mean, by the normal approximation; at
-    /// least 1. The means in the sample are above 10^4, where the two distributions
-    /// differ by less than a hundredth of their width.
+    /// A Poisson-distributed number with the mean @p mean, by the normal approximation; at
+    /// least 1. The means in the sample are above 10^4, so the skewness of the Poisson
+    /// distribution, 1 / sqrt(mean), is below 0.01 and the approximation is sufficient.
     std::int64_t count(double mean);
 
 private:

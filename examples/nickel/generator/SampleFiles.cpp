@@ -16,8 +16,7 @@ namespace
 
 constexpr double crystalSpacing = 3.1355316; // lattice plane spacing of Si(111), angstrom
 constexpr double hcEvAngstrom = 12398.424360387684;
-constexpr double degreesPerRadian =
-    180.0 / 3.1415926535; // with the value of pi that aelk's readers use
+constexpr double degreesPerRadian = 180.0 / 3.1415926535; // aelk's readers use this value of pi
 
 struct Counts {
     std::int64_t incident;
@@ -127,8 +126,8 @@ void appendLittleEndian(std::string& bytes, double value)
     }
 }
 
-/// The absorbances of a map, rounded to six decimals, so that the file does not depend on
-/// the last bit of a logarithm.
+/// The absorbances of a map, rounded to six decimals. The last bit of a logarithm can differ
+/// between machines; after the rounding, the file is equal on all machines.
 std::vector<double> mutValues(const CountMap& pixels)
 {
     std::vector<double> values;

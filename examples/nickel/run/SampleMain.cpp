@@ -36,15 +36,15 @@ bool hasDisplay()
 bool report(const SampleOutcome& outcome)
 {
     outcome.print();
-    // The readers print warnings to stderr, which is unbuffered. The flush keeps the
-    // order of both outputs.
+    // The readers print warnings to stderr, which is unbuffered. Flushing stdout keeps the
+    // results and the warnings in their order.
     std::fflush(stdout);
     return outcome.isGood();
 }
 
 /// Runs all methods: the non-equivalent method, the linear combination fit and the
-/// four-points family. Then restores the initial state of the run. Returns whether all
-/// results are within their bounds.
+/// four-points family. Then calls SampleRun::restart(). Returns whether all results are
+/// within their bounds.
 bool runAllMethods(SampleRun& run)
 {
     const auto& shares = nickel::shareForms();

@@ -11,7 +11,7 @@ namespace
 
 constexpr double meanSigmas = 4.0;
 
-/// Rounds to the printed digits. Adding 0.0 changes -0 to 0.
+/// Rounds to the four printed decimals. Adding 0.0 changes -0 to 0.
 double rounded(double value)
 {
     return std::round(value * 1e4) / 1e4 + 0.0;

@@ -25,20 +25,20 @@ struct TargetCheck {
 
 /// The check of one quantity of a result map over all pixels.
 struct MapCheck {
-    static constexpr double rmsBound = 1.15;  // in expected standard deviations
-    static constexpr double worstBound = 6.0; // in expected standard deviations
+    static constexpr double rmsBound = 1.15;  // largest allowed rms
+    static constexpr double worstBound = 6.0; // largest allowed |error - bias| / sigma
 
     /// @param commonSigma  standard deviation of the error that is common to all pixels
     MapCheck(const QString& quantity, const nickel::ErrorStatistics& statistics,
              double commonSigma);
 
-    /// Whether all three numbers are within their bounds; false for NaN.
+    /// Whether rms, worst and mean are within their bounds; false if one of them is NaN.
     bool isGood() const;
 
     QString what;
     double rms;   ///< rms of (error - bias) / sigma
     double worst; ///< largest |error - bias| / sigma
-    double mean;  ///< absolute value of the mean error
+    double mean;  ///< absolute value of the mean of error - bias
     double meanBound;
 };
 

@@ -32,7 +32,7 @@ constexpr double referenceSigmaThickness = 0.0003; // relative to the thickness
 constexpr double targetSigmaFraction = 0.0011;
 
 constexpr double targetSigmas = 4.0;
-constexpr double fitDigit = 0.0005; // half a unit of the last digit in the fit's result line
+constexpr double fitDigit = 0.0005; // largest rounding error in the result line of the fit
 
 /// Creates an empty file if it does not exist, because the panel only overwrites existing
 /// histogram files.
@@ -86,9 +86,9 @@ SampleRun::SampleRun(FourPs& fourPs, const QDir& sampleFolder, const QDir& outpu
 void SampleRun::load()
 {
     loadReferences();
-    // Each loaded reference proposes an edge energy, so the edge is set after the
-    // references are loaded. The target is loaded last, because a change of the edge does
-    // not update the absorbances of the target in the energy rows.
+    // Each loaded reference changes the edge energy, so the edge energy is set after the
+    // references are loaded. The target is loaded last, because a change of the edge energy
+    // does not update the absorbances of the target in the energy rows.
     typeInto(panel.ui.EdgeE, QString::number(nickel::edgeEv));
     loadFiles(nickel::imageOfTwo(), nickel::targetOfTwo());
 }
@@ -118,8 +118,8 @@ void SampleRun::loadFiles(const nickel::Image& image, const nickel::Target& targ
     }
     panel.MultiFiles->newFiles(maps);
     useRows(rowsOf(image));
-    // Shows the map at the highest energy: well above the edge the absorbance shows the
-    // amount.
+    // Shows the map at the highest energy, because the absorbance far above the edge is
+    // proportional to the amount, apart from the background.
     turn(panel.EPoints.at(maps.size() - 1)->ShowMapB, true);
 }
 
@@ -160,7 +160,8 @@ void SampleRun::recordShares(std::size_t count)
     }
 }
 
-/// Clears the results. Otherwise a refused calculation would leave the previous results.
+/// Clears the results, because the checks must not find the results of an earlier
+/// calculation after a refused calculation.
 void SampleRun::clearResults()
 {
     for (const ARefFile* row : std::as_const(panel.Refs.RefRows)) {
@@ -267,7 +268,7 @@ void SampleRun::restart()
     useReferences(2);
     useRows(rowsOf(nickel::imageOfTwo()));
     recordShares(0);
-    panel.clearLCFvs4PS(nullptr); // removes the points of the other targets
+    panel.clearLCFvs4PS(nullptr); // removes the points of earlier calculations
     panel.calcBoth();
 }
 
@@ -286,11 +287,11 @@ void SampleRun::chooseSolver(const nickel::MapForm& form)
 bool SampleRun::write(const QString& path)
 {
     const QFileInfo info(path);
-    QFile::remove(path); // otherwise a file of an earlier run could pass the check
+    QFile::remove(path); // so that the check cannot find the file of an earlier run
     for (const char* histogram : {"_HGAlpha.", "_HGThick."}) {
         touch(output.filePath(info.completeBaseName() + QLatin1String(histogram) + info.suffix()));
     }
-    panel.BaseData.rows.clear(); // after a refused calculation there is nothing to write
+    panel.BaseData.rows.clear(); // so that nothing is written after a refused calculation
     panel.ui.SaveFSelect->newFile(path);
     panel.ui.WriteB->click();
     return QFileInfo(path).size() > 0;
@@ -339,13 +340,13 @@ QList<MapCheck> SampleRun::checkMap(const nickel::ShareForm& form) const
                 fit.expected(image.fractionsAt(x, y), image.amountAt(x, y));
             const auto errors = nickel::pixelErrors(form, fit, x, y);
             for (std::size_t k = 0; k < quantities; ++k) {
-                // In the panel's list the shares are first, and the valence and the total
-                // are last.
+                // In the panel's value list the shares are at the beginning, and the valence
+                // and the total are the last two values.
                 const qsizetype place =
                     k < form.references
                         ? static_cast<qsizetype>(k)
                         : pixel.values.size() - static_cast<qsizetype>(quantities - k);
-                // The errors of the total are relative to its expected value.
+                // The error of the total is divided by the expected total.
                 const double unit = k + 1 == quantities ? expected[k] : 1.0;
                 statistics[k].add((pixel.values.value(place, std::nan("")) - expected[k]) / unit,
                                   errors[k].sigma / unit, errors[k].bias / unit);
@@ -371,8 +372,9 @@ QList<MapCheck> SampleRun::checkMap(const nickel::MapForm& form) const
         for (int x = 0; x < nickel::mapWidth; ++x) {
             const A2DRow& pixel = panel.BaseData.rows.at(y * nickel::mapWidth + x);
             const nickel::ExpectedErrors expected = nickel::expectedErrors(form, x, y);
-            // The valences of the two references differ by 1, so the errors of the
-            // valence and of the fraction are equal except for the sign.
+            // The intensity field of a result pixel stores the fraction a, and the I0 field
+            // the thickness. The valences of the two references differ by 1, so the error of
+            // the valence is the error of a with the opposite sign.
             valence.add(pixel.intensity - nickel::fractionAt(x, y), expected.fraction.sigma,
                         expected.fraction.bias);
             const double jump = nickel::amountAt(x, y);

@@ -39,8 +39,8 @@ public:
     /// fail.
     void load();
 
-    /// Calculates the target and the maps of @p form by the non-equivalent method, with
-    /// its references and background. Writes the result map and both histograms, and
+    /// Calculates the target and the maps by the non-equivalent method, with the references
+    /// and the background of @p form. Writes the result map and both histogram files, and
     /// checks the results.
     SampleOutcome calculate(const nickel::ShareForm& form);
 
@@ -51,8 +51,8 @@ public:
     /// the results. The first two references and the first image must be in use.
     SampleOutcome calculate(const nickel::MapForm& form);
 
-    /// Loads the first target and image again, uses two references, and chooses the
-    /// program's default method.
+    /// Loads the first target and the first image again, puts two references in use, and
+    /// chooses the default method of the program.
     void restart();
 
     /// The main window, the graph window, the result map, and the window of the measured

@@ -15,16 +15,16 @@ struct CombinationForm {
     const char* name;
     std::size_t references; ///< the number of compounds, counted from Ni(II)
     const Target& target;
-    double lowestEv;  ///< lower limit of the fit range; a point of the scan
-    double highestEv; ///< upper limit of the fit range; a point of the scan
+    double lowestEv;  ///< lower limit of the fit range; one of scanEnergies()
+    double highestEv; ///< upper limit of the fit range; one of scanEnergies()
 };
 
 /// The fits for the sample: with two references and with four.
 const std::vector<CombinationForm>& combinationForms();
 
 /// The results of a fit: the fractions of the references, the valence, and the constant,
-/// in this order. As in aelk, the valence is calculated from the coefficients before they
-/// are divided by their sum.
+/// in this order. The fractions are the coefficients of the fit divided by their sum. As in
+/// aelk, the valence is calculated from the coefficients before this division.
 ///
 /// @param spectra  the references of the form, followed by the target
 std::vector<double> combination(const CombinationForm& form,
@@ -32,14 +32,15 @@ std::vector<double> combination(const CombinationForm& form,
 
 /// The results of the fit for spectra without noise, in the order of combination().
 ///
-/// The normalised mixture is sum_j f_j s_j / sum_j f_j d_j and a normalised reference is
-/// s_j / d_j, where d_j(E) is the difference of the two lines of s_j. If all d_j are
-/// equal, as for Ni(II) and Ni(III), the coefficients are the fractions f_j. With all
-/// four compounds the coefficients are near f_j d_j / sum_k f_k d_k.
+/// Let f_j be the fraction of reference j, s_j(E) its absorbance above the background, and
+/// d_j(E) the difference between its fitted post-edge and pre-edge lines. The normalised
+/// mixture is sum_j f_j s_j / sum_j f_j d_j, and a normalised reference is s_j / d_j. If all
+/// d_j are equal, as for Ni(II) and Ni(III), the coefficients of the fit are the fractions
+/// f_j. With all four compounds they are near f_j d_j / sum_k f_k d_k.
 std::vector<double> expectedCombination(const CombinationForm& form);
 
-/// The standard deviations of the results, in the same order, due to the noise of all
-/// spectra.
+/// The standard deviations of the results due to the noise of all spectra, in the order of
+/// combination().
 std::vector<double> combinationErrors(const CombinationForm& form);
 
 } // namespace nickel

@@ -16,9 +16,9 @@ double product(const std::vector<double>& a, const std::vector<double>& b)
 
 } // namespace
 
-// Gram-Schmidt orthogonalisation with two passes per column. The columns are powers of a
-// wavelength and nearly parallel: a single pass would not make them orthogonal to machine
-// precision.
+// QR decomposition by Gram-Schmidt orthogonalisation with two passes per column. The columns
+// are powers of a wavelength and nearly parallel, so a single pass would not make them
+// orthogonal to machine precision.
 LeastSquares::LeastSquares(std::vector<std::vector<double>> columns)
 {
     for (std::vector<double>& column : columns) {

@@ -1,5 +1,5 @@
-// Least squares by QR decomposition. aelk itself uses normal equations, so the two
-// solutions are independent.
+// Least squares by QR decomposition. aelk itself uses normal equations, so this solution is
+// independent of aelk's.
 #pragma once
 
 #include <vector>

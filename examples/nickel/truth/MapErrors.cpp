@@ -14,7 +14,8 @@ double commonShape(std::size_t row)
     return shape(compounds()[niII], mapEnergiesEv.at(row));
 }
 
-/// The fitted plane s = c0 + c1 E + c2 mut, solved for mut: mut = jump * s + background.
+/// The model of a pixel, mut = jump * s + background, fitted to its absorbances: the edge
+/// jump, and the background at the energy of the V point.
 struct PixelLine {
     double jump;
     double backgroundAtV;
@@ -28,8 +29,8 @@ PixelLine throughTwoPoints(const MapForm& form, const MutValues& mut)
     return {jump, mut.at(below) - jump * commonShape(below)};
 }
 
-// Fits s over (E, mut) by normal equations of the centred values and solves them by Cramer's
-// rule.
+// Least-squares fit of the plane s = c0 + c1 E + c2 mut, then solved for mut. Subtracts the
+// means and solves the normal equations for c1 and c2 by Cramer's rule.
 PixelLine leastSquares(const MapForm& form, const MutValues& mut)
 {
     double meanE = 0.0;
@@ -67,8 +68,8 @@ PixelLine leastSquares(const MapForm& form, const MutValues& mut)
 
 const std::vector<MapForm>& mapForms()
 {
-    // The unit of the thickness is the edge jump of the first reference in the
-    // three-point form, and the mean edge jump of both references in the other forms.
+    // In the three-point form a pixel with the edge jump of the first reference has the
+    // thickness 1; in the other forms, a pixel with the mean edge jump of both references.
     static const double first = compounds()[niII].jump;
     static const double mean = 0.5 * (compounds()[niII].jump + compounds()[niIII].jump);
     static const std::vector<MapForm> forms = {

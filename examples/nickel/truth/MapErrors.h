@@ -22,7 +22,8 @@ struct MapForm {
 /// The forms in the order three points, exact four points, least squares.
 const std::vector<MapForm>& mapForms();
 
-/// The result for one pixel: the fraction of Ni(II) and the edge jump.
+/// The result of the four-points family for one pixel: the fraction of Ni(II) and the edge
+/// jump.
 struct MixtureEstimate {
     double fraction = 0.0;
     double jump = 0.0;
@@ -31,9 +32,10 @@ struct MixtureEstimate {
 /// Solves the model of the four-points family for one pixel, with noise-free references.
 ///
 /// Below and above the edge the absorbance of a pixel is mut = jump * s(E) + mu0 + k E,
-/// where s is the common shape of both references at these energies. The model is fitted
-/// as s over (E, mut) by least squares; a form without slope passes a line through two
-/// points with k = 0. The V point then determines the fractions of the two references.
+/// where s is the common shape of both references at these energies. A form with slope fits
+/// s as a linear function of E and mut by least squares. A form without slope has k = 0 and
+/// uses two points, which determine jump and mu0. The V point then determines the fractions
+/// of the two references.
 ///
 /// @param mut  the absorbance at each of mapEnergiesEv
 /// @return the fraction and the edge jump of the pixel
@@ -45,8 +47,8 @@ struct ExpectedErrors {
     ExpectedError jump;
 };
 
-/// The standard deviations and biases of the results of pixel (@p x, @p y) due to its
-/// noise.
+/// The standard deviations and biases of the results of pixel (@p x, @p y) due to the noise
+/// of this pixel.
 ExpectedErrors expectedErrors(const MapForm& form, int x, int y);
 
 } // namespace nickel

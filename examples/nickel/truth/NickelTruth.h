@@ -20,8 +20,8 @@ inline constexpr double pixelSizeUm = 2.0;
 inline constexpr std::array<double, 6> mapEnergiesEv = {8250, 8320, 8345, 8385, 8430, 8475};
 inline constexpr std::size_t vPoint = 2;
 
-/// The edge energy (eV). The ranges of the pre-edge and post-edge lines are relative to
-/// it.
+/// The edge energy (eV) that is set in aelk. The ranges of the pre-edge and post-edge lines
+/// are relative to this energy.
 inline constexpr double edgeEv = 8340.0;
 
 /// Absorbance of everything except nickel in the maps. It does not depend on the energy,
@@ -44,8 +44,8 @@ struct Compound {
     double valence;
     double edgeEv;         ///< centre of the edge step
     double jump;           ///< edge jump, mu*t
-    double whiteLine;      ///< height of the white line, in units of the edge jump
-    double shellDistance;  ///< radius of the shell of the EXAFS oscillations, angstrom
+    double whiteLine;      ///< height of the white line in units of the edge jump
+    double shellDistance;  ///< radius of the shell that causes the EXAFS oscillations, angstrom
     double exafsAmplitude; ///< amplitude of the EXAFS oscillations at their onset, in units of the
                            ///< edge jump
     double c, a, b;        ///< background c + a L^3 + b L^4, L in angstrom
@@ -63,8 +63,8 @@ double shape(const Compound& compound, double energyEv);
 /// Absorbance of @p compound at @p energyEv, including its background.
 double referenceMut(const Compound& compound, double energyEv);
 
-/// The fractions of the compounds in an edge jump, in the order of compounds(). Their sum
-/// is 1.
+/// The fraction that each compound contributes to an edge jump, in the order of
+/// compounds(). The fractions sum to 1.
 using Fractions = std::array<double, 4>;
 
 /// Absorbance of a mixture at @p energyEv without background, in units of its edge jump.
@@ -85,11 +85,11 @@ const Target& targetOfFour();
 /// Absorbance of @p target at @p energyEv, including its background.
 double targetMut(const Target& target, double energyEv);
 
-/// Energies (eV) of the points of every spectrum. The energies of the maps are among
-/// them.
+/// Energies (eV) of the points of every spectrum. They include the energies of all maps.
 const std::vector<double>& scanEnergies();
 
-/// The true valence of a pixel, 2.1 to 2.9: a ramp from left to right with a ring on it.
+/// The true valence of a pixel: a ramp from 2.1 at the left to 2.6 at the right, and 2.9 in
+/// a ring around the centre of the map.
 /// @param x,y  pixel indices; x is 0 at the left, y is 0 in the first line of the map,
 ///         which is displayed at the bottom
 double valenceAt(int x, int y);
@@ -126,8 +126,8 @@ const Image& imageOfTwo();
 /// The second image, with all four compounds. Each corner is a pure compound: in the
 /// first line Ni(II) at the left and Ni(III) at the right, in the last line Ni(IV) at the
 /// left and the metal at the right. Between the corners the fractions change linearly.
-/// The amount is twice as large inside a disk. At the energies of this image all four
-/// compounds have different absorbances.
+/// Inside a disk the amount is twice the amount outside. The energies of this image on the
+/// rising edge are chosen so that all four compounds have different absorbances.
 const Image& imageOfFour();
 
 } // namespace nickel

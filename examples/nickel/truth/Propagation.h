@@ -17,10 +17,11 @@ using Calculation = std::function<std::vector<double>(const std::vector<double>&
 
 /// The expected error of each result of a calculation, by numerical differentiation.
 ///
-/// Each input is changed up and down by its standard deviation while the other inputs
-/// keep their values. Half the difference of the two results is the contribution of the
-/// input to sigma; the contributions are added in quadrature. Half the second difference
-/// is its contribution to the bias; these contributions are summed.
+/// Each input is increased and then decreased by its standard deviation, while the other
+/// inputs keep their values. This gives a result r+ and a result r-; let r be the result
+/// for unchanged inputs. The contribution of the input to sigma is (r+ - r-) / 2; the
+/// contributions of all inputs are added in quadrature. The contribution of the input to
+/// the bias is (r+ + r-) / 2 - r; the contributions of all inputs are summed.
 std::vector<ExpectedError> propagate(const Calculation& calculation, std::vector<double> inputs,
                                      const std::vector<double>& sigmas);
 

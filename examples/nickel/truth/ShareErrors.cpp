@@ -20,8 +20,9 @@ std::vector<std::vector<double>> columnsOf(const ShareForm& form,
             column.push_back(spectra.at(j).abovePre(scanIndex(energyEv)));
         }
     }
-    // Any three independent combinations of 1, L^3 and L^4 describe the same background;
-    // the same holds for any two of 1 and E.
+    // The background terms are 1, (edgeEv / E)^3 and (edgeEv / E)^4, or 1 and E - edgeEv.
+    // They describe the same backgrounds as aelk's terms 1, L^3 and L^4, or 1 and E, and
+    // their numbers are closer to 1.
     const int powers = form.victoreen ? 3 : 2;
     for (int k = 0; k < powers; ++k) {
         std::vector<double>& column = columns.emplace_back();

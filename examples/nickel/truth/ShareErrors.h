@@ -58,7 +58,7 @@ private:
     LeastSquares fit;
 };
 
-/// The errors of the results of pixel (@p x, @p y) due to its noise.
+/// The errors of the results of pixel (@p x, @p y) due to the noise of this pixel.
 /// @param fit  the solution with noise-free references
 std::vector<ExpectedError> pixelErrors(const ShareForm& form, const ShareFit& fit, int x, int y);
 

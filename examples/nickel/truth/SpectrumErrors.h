@@ -19,9 +19,10 @@ using SpectraCalculation = std::function<std::vector<double>(const std::vector<S
 
 /// The standard deviation of each result of a calculation, by numerical differentiation.
 ///
-/// Each point of each spectrum is increased by its standard deviation while the other
-/// points keep their values. The changes of a result are added in quadrature. The noise
-/// of the spectra is so small that every result is linear enough for this.
+/// Each point of each spectrum is increased by its standard deviation, while the other
+/// points keep their values. The changes of a result are added in quadrature. A one-sided
+/// difference is sufficient, because the results are nearly linear within the small noise
+/// of the spectra.
 std::vector<double> spectrumErrors(const SpectraCalculation& calculation,
                                    std::vector<SpectrumLines> spectra);
 

@@ -12,8 +12,8 @@ namespace nickel
 namespace
 {
 
-// 1, L^3 and L^4, where L is the wavelength divided by the wavelength at the edge. This
-// unit of L has no effect on the fitted line.
+// The terms 1, L^3 and L^4, where L is the wavelength divided by the wavelength at the edge.
+// The fitted line does not depend on the unit of L.
 std::array<double, 3> powers(double energyEv)
 {
     const double ratio = edgeEv / energyEv;

@@ -28,7 +28,8 @@ public:
     /// The absorbance minus the pre-edge line at the point @p index of the scan.
     double abovePre(std::size_t index) const;
 
-    /// abovePre() divided by the difference of the two lines at the same point.
+    /// abovePre() divided by the difference between the post-edge line and the pre-edge line
+    /// at the same point.
     double normalised(std::size_t index) const;
 
 private:
