@@ -62,7 +62,7 @@ void connectGraphs(const Widgets& widgets)
     }
     // Two kinds of input need no repaint. The limits of the histograms are used in the
     // thickness plot only when its view is next fitted to them. A mouse release in the comparison
-    // plot changes only the colour of later points.
+    // plot changes the current colour, which the thickness plot shows at its next paint.
 }
 
 void connectMaps(const Widgets& widgets)

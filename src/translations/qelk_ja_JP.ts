@@ -73,7 +73,7 @@
     </message>
     <message>
         <source>4ps2: a = %1, Valence = %2, t/ts = %3</source>
-        <extracomment>Result of the least-square form. a: fraction of the first reference.</extracomment>
+        <extracomment>Result of the least-squares form. a: fraction of the first reference.</extracomment>
         <translation>4点法(最小二乗): a = %1, 価数 = %2, t/ts = %3</translation>
     </message>
     <message>
