@@ -28,8 +28,8 @@ struct CalculationPlan {
 /// of used rows (with or without a map). A V row is required even for the
 /// non-equivalent method, which does not use it.
 ///
-/// Fewer than two valid references give the warning MessageId::FewReferences, and the
-/// checks continue. A missing first or second reference stops the checks without
+/// With fewer than two valid references, the warning MessageId::FewReferences is added,
+/// and the checks continue. A missing first or second reference stops the checks without
 /// another message, because the warning already reports it. With the non-equivalent
 /// method, all references that the fit uses must be valid.
 CalculationPlan planTarget(const CalculationState& state);

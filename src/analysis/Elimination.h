@@ -125,7 +125,7 @@ template <std::size_t N, class Matrix, class Number>
 }
 
 /// Back substitution: solves upper * y = x in place, where @p upper is an upper
-/// triangular matrix. A zero on its diagonal gives infinities or NaN.
+/// triangular matrix. A zero on its diagonal leads to infinities or NaN.
 template <std::size_t N, class Matrix, class Number>
 [[gnu::always_inline]] inline void substituteBack(const Matrix& upper, std::array<Number, N>& x)
 {

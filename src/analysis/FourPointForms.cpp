@@ -24,7 +24,7 @@ LeastSquarePlane::LeastSquarePlane(const QList<double>& R1, const QList<double>&
     }
 }
 
-/// Solves the four targets that begin at index @p at of the blocks.
+/// Calculates the results of four targets: elements @p at to @p at + 3 of the blocks.
 void LeastSquarePlane::solveAt(std::span<const BlockView> T, const BlockView& TV, int at, Block& a,
                                Block& thickness) const
 {

@@ -2,8 +2,8 @@
 // first reference and the thickness from the absorbance of a target and of two
 // references at a few energies.
 //
-// No form checks for a zero divisor. The results can therefore be infinite or NaN, and
-// the program shows them as they are.
+// The forms do not check for a zero divisor. The results can therefore be infinite or
+// NaN, and the program shows them as they are.
 //
 // A map calculation runs a form on four pixels side by side. Each pixel still gets the
 // operations of the formula in their order, so the result is bit-identical to a loop
@@ -94,10 +94,9 @@ exactFourPointsOf(const Number& T0, const Number& T1, const Number& T2, const Nu
 ///
 /// The model of the target is T = (t/2) S + mu0 + k E with S = R1 + R2. Solved for S, it
 /// is the plane S = c0 + c1 E + c2 T, with t = 2 / c2, mu0 = -c0 / c2 and k = -c1 / c2.
-/// The plane goes through the points of three rows. Cramer's rule gives c2 and the
-/// background B = mu0 + k E_V at the V row. The fraction a then solves
-/// T_V = B + a R1_V / p + (1 - a) R2_V / q with p = r c2 / (r + 1) and
-/// q = c2 / (r + 1).
+/// The plane goes through the points of three rows. Cramer's rule yields c2 and the
+/// background B = mu0 + k E_V at the V row. The fraction a then solves T_V = B + a R1_V /
+/// p + (1 - a) R2_V / q with p = r c2 / (r + 1) and q = c2 / (r + 1).
 ///
 /// @param T0,T1,T2,TV          mut of the target at the three rows and at the V row
 /// @param R1_0,R1_1,R1_2,R1V   mut of the first reference at the same rows
@@ -145,7 +144,8 @@ public:
     ///                        the results from index @p count on are undefined
     /// @param[out] a          fraction of the first reference; not clamped
     /// @param[out] thickness  relative thickness 2 / c2
-    /// @param instructions    one of availableInstructions(); all give identical bits
+    /// @param instructions    one of availableInstructions(); the results are identical
+    ///                        for all
     void solve(std::span<const BlockView> T, const BlockView& TV, int count, Block& a,
                Block& thickness, Instructions instructions = fastestInstructions()) const;
 

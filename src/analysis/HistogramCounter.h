@@ -24,7 +24,8 @@ public:
     explicit HistogramCounter(HistogramCounts& counts);
 
     /// Counts the first @p count elements of @p values.
-    /// @param instructions  one of availableInstructions(); all give the same counts
+    /// @param instructions  one of availableInstructions(); the counts are the same for
+    ///                      all
     void add(const Block& values, int count, Instructions instructions = fastestInstructions());
 
     /// Adds the collected counts to the histogram. Call once, after the last add().

@@ -73,9 +73,10 @@ struct LaneSystem {
 /// and a is overwritten.
 ///
 /// Results are bit-identical to luDecompose(), forwardSolve() and backSolve() of
-/// SmallMatrix, if all NaN count as equal. Pivots are chosen in the same way. A pivot
-/// of 0 is replaced by 1.0 as a divisor of the elimination, but not in the back
-/// substitution, so a singular system gives infinities or NaN and no error.
+/// SmallMatrix, if all NaN count as equal. Pivots are chosen in the same way. A pivot of
+/// 0 is replaced by 1.0 as a divisor of the elimination, but not in the back
+/// substitution, so the solution of a singular system is infinite or NaN, and there is no
+/// error.
 ///
 /// Unlike in SmallMatrix, rows are swapped: each lane has its own pivots, so the lanes cannot
 /// share a permutation.

@@ -16,8 +16,8 @@
 namespace analysis
 {
 
-/// Four doubles, one for each of four pixels; operations apply to each separately.
-/// A comparison gives a mask for the conditional operator.
+/// Four doubles, one for each of four pixels; operations apply to each separately. The
+/// result of a comparison is a mask for the conditional operator.
 ///
 /// Functions with lanes as arguments or results by value must always be inlined,
 /// because the calling convention for lanes depends on the instruction set.

@@ -18,9 +18,9 @@ namespace analysis
 /// factorised once (LU decomposition with partial pivoting). Each set of values then
 /// needs only its right side, a forward substitution and a back substitution.
 ///
-/// SmallMatrix, called to solve the whole system for each set of values, would give
-/// bit-identical results, if all NaN count as equal. A singular basis, for example one
-/// with fewer rows than unknowns, raises no error: a zero pivot is handled as in
+/// The results are bit-identical to solving the whole system with SmallMatrix for each
+/// set of values, if all NaN count as equal. A singular basis, for example one with fewer
+/// rows than unknowns, raises no error: a zero pivot is handled as in
 /// SmallMatrix::luDecompose().
 class LinearCombination
 {

@@ -33,9 +33,9 @@ public:
     {
     }
 
-    /// The value of row @p index of the result; 0.0 if there is no such row, or if the
-    /// row's value list is too short. The function is inline because painting a map
-    /// reads every pixel.
+    /// The value of the pixel at @p index of the result's rows; 0.0 if there is no such
+    /// pixel, or if its value list is too short. The function is inline because painting
+    /// a map reads every pixel.
     double at(qint64 index) const
     {
         const auto position =
@@ -50,8 +50,8 @@ public:
         return m_kind >= 0 && m_kind < row.values.size() ? row.values.at(m_kind) : 0.0;
     }
 
-    /// The value of row y * width + x of the result. Coordinates outside the map are not
-    /// checked: the row at that index is used if it exists.
+    /// The value of the pixel at index y * width + x. The coordinates are not checked:
+    /// outside the map, the pixel at this index is used if it exists.
     double at(int x, int y) const { return at(qint64{y} * m_width + x); }
 
 private:

@@ -24,7 +24,7 @@ class MapResultCache
 public:
     /// Everything that a calculation reads, except the limits of its histograms.
     struct Inputs {
-        QList<double> numbers;      ///< compared bit by bit; write the length of a list before it
+        QList<double> numbers;      ///< compared bit by bit; a list follows its length
         QList<const A2DData*> maps; ///< never null
     };
 

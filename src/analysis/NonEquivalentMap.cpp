@@ -56,7 +56,8 @@ public:
     }
 
 private:
-    /// The first half of the fit for the four pixels that begin at index @p at of the blocks.
+    /// The first half of the fit for four pixels: elements @p at to @p at + 3 of the
+    /// blocks.
     template <class Size>
     [[gnu::always_inline]] inline void beginAt(Size size, std::span<const BlockView> t, int at,
                                                std::array<Block, Size::unknowns>& x) const

@@ -25,13 +25,14 @@ inline constexpr std::size_t generalTextCapacity = 32;
 inline constexpr std::size_t generalTextLength = 13;
 
 /// Writes @p value in general format with 6 significant digits to the beginning of
-/// @p out, with the same bytes as QString::arg(double). Exact halves are rounded away from
-/// zero. -0.0 gives "0". Non-finite values give "nan", "inf" or "-inf".
+/// @p out, with the same bytes as QString::arg(double). Exact halves are rounded away
+/// from zero. -0.0 is written as "0", non-finite values as "nan", "inf" or "-inf".
 /// @return the length of the text, which has no terminating null character
 std::size_t generalText(double value, std::span<char, generalTextCapacity> out);
 
 /// Appends generalText() of @p value, right-aligned in a field of @p width characters. A
-/// longer text is not cut. QString::arg(value, width, 'g', -1, ' ') gives the same bytes.
+/// longer text is not cut. QString::arg(value, width, 'g', -1, ' ') returns the same
+/// text.
 void appendGeneral(QByteArray& text, double value, int width);
 
 /// @p value with three decimals, in the format "% 6.3f". A positive number gets a

@@ -66,7 +66,8 @@ void StackBlocks::read(qint64 first, int count)
     }
 }
 
-/// Copies one image line at a time, because the width of the map can differ from the base.
+/// Copies one image line at a time, because the width of the map can differ from the
+/// width of the base map.
 void StackBlocks::copy(const Source& source, qint64 first, int count, Block& block) const
 {
     block.fill(data::absorbanceOutside);

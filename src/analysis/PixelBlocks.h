@@ -24,9 +24,9 @@ inline qsizetype pixelCount(const A2DData& base)
     return base.xNum > 0 && base.yNum > 0 ? qsizetype{base.xNum} * base.yNum : 0;
 }
 
-/// Gives @p result the size and the comment lines of @p base, and one row per pixel. The
-/// memory of an earlier result is reused where possible, so the fields of the rows have
-/// arbitrary values; the caller sets them.
+/// Copies the size and the comment lines of @p base to @p result, and makes one A2DRow
+/// per pixel. The memory of an earlier result is reused where possible, so the fields of
+/// the rows have arbitrary values; the caller sets them.
 /// @return the rows of @p result, row-major
 std::span<A2DRow> startResult(A2DData& result, const A2DData& base);
 
@@ -51,8 +51,8 @@ public:
     /// Reads @p count pixels, at most blockPixels, from index @p first (row-major).
     void read(qint64 first, int count);
 
-    /// The block of each map that read() filled last. Elements after the number of pixels
-    /// read are undefined.
+    /// For each map, the block that the latest read() filled. Elements after the number
+    /// of pixels read are undefined.
     std::span<const BlockView> values() const { return m_values; }
 
 private:
@@ -80,8 +80,8 @@ struct PixelBlock {
     int count() const { return static_cast<int>(rows.size()); }
 };
 
-/// Fills @p result with one row per pixel of @p base, row-major. No pixel is skipped. The
-/// result gets the size and the comment lines of @p base.
+/// Fills @p result with one A2DRow per pixel of @p base, row-major. No pixel is skipped.
+/// The result gets the size and the comment lines of @p base.
 ///
 /// @param maps,cache  see StackBlocks
 /// @param fill        called as fill(block) for each PixelBlock in order; sets all fields

@@ -51,9 +51,10 @@ public:
     /// The first used row i for which used reference number i does not exist or is not valid;
     /// -1 if there is no such row.
     ///
-    /// On purpose, the row index is used as the number of a reference. The two agree only if
-    /// the used rows are 0, 1, 2, ...; with a gap, a row is always reported. Example: rows 0
-    /// and 2 are used. There is no used reference number 2, so the result is 2.
+    /// On purpose, the row index is used as the number of a reference. Row index and
+    /// number are equal only if the used rows are 0, 1, 2, ...; if a row before a used
+    /// row is not used, a row is always reported. Example: rows 0 and 2 are used. There
+    /// is no used reference number 2, so the result is 2.
     int rowWithoutValidCounterpart() const;
 
     /// Edge jump of the first used reference divided by the edge jump of the second used
@@ -67,9 +68,9 @@ public:
 
     /// Lowest and highest valence of the used references, valid or not.
     ///
-    /// On purpose, the search starts with a lowest valence of 10 and a highest valence of 0,
-    /// because users expect the scales that follow: the low limit is never above 10 and the
-    /// high limit never below 0. Without used references, the limits are 10 and 0.
+    /// On purpose, the search starts with a lowest valence of 10 and a highest valence of
+    /// 0, because users expect the resulting scales: the low limit is never above 10 and
+    /// the high limit never below 0. Without used references, the limits are 10 and 0.
     Limits valenceRange() const;
 
     /// Sum of the edge jumps of the first n used references, where n is validCount().

@@ -23,13 +23,14 @@ QString columnName(int i);
 /// Writes a result map: title line, the map's comment lines, a blank line, and the table in
 /// the extended layout if map.extended is true, otherwise in the simple layout.
 ///
-/// The table has one line per pixel, row-major, and a blank line after each image line. Simple
-/// layout: x, y, fraction, valence and thickness. Extended layout: x, y and the wanted values;
-/// a line of column names precedes the table. These names begin with "y x" although x is
-/// written first; the format is kept on purpose.
+/// The table has one line per pixel, row-major, and a blank line after each image line.
+/// Simple layout: x, y, fraction, valence and thickness. Extended layout: x, y and the
+/// wanted values; a line of column names precedes the table. The line of column names
+/// begins with "y x" although x is written first; the format is kept on purpose.
 ///
-/// A pixel or a value that the map does not contain is written as 0. A height of 0 or less
-/// gives no table lines; a width of 0 or less gives only the blank lines.
+/// A pixel or a value that the map does not contain is written as 0. If the height is 0
+/// or less, the table has no lines; if only the width is 0 or less, it has only the blank
+/// lines.
 ///
 /// Numbers are formatted like QString::arg(value, 10, 'g', -1, ' '), comment lines in UTF-8.
 ///

@@ -74,10 +74,11 @@ public:
     /// LU decomposition of @p a with partial pivoting: row perm[i] of @p a is row i of the
     /// product of both factors.
     ///
-    /// The pivot of a column is the largest absolute value in the remaining rows. Of equal
-    /// values, the first is chosen, and NaN is never chosen over a number. If the pivot is 0, the
-    /// divisor of the elimination is 1.0 instead, but the element of @p u stays 0. A singular
-    /// matrix therefore raises no error, and backSolve() gives infinities or NaN.
+    /// The pivot of a column is the largest absolute value in the remaining rows. Of
+    /// equal values, the first is chosen, and NaN is never chosen over a number. If the
+    /// pivot is 0, the divisor of the elimination is 1.0 instead, but the element of @p u
+    /// stays 0. A singular matrix therefore raises no error, and backSolve() returns
+    /// infinities or NaN.
     ///
     /// @param a          the matrix; left unchanged
     /// @param[out] l     unit lower triangular factor, with row i at l[perm[i]]

@@ -18,8 +18,8 @@ struct ReferencePart {
     double dMut = 0.0;  ///< edge jump that the reference contributes
 };
 
-/// The result for one target spectrum. Values are not clamped; a division by zero gives
-/// infinity or NaN.
+/// The result for one target spectrum. Values are not clamped; after a division by zero
+/// they are infinite or NaN.
 struct TargetResult {
     Variant variant = Variant::ThreePoints;
     double a = 0.0;       ///< fraction (four-points family) or share of the first used reference

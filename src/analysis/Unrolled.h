@@ -12,7 +12,7 @@ namespace analysis
 /// std::integral_constant.
 ///
 /// The optimiser unrolls ordinary loops too late to keep a small matrix in registers.
-/// With this expansion the matrix does stay in registers.
+/// This template is expanded early enough.
 template <std::size_t First, std::size_t Last, class Step>
 [[gnu::always_inline]] inline void forEachIndex(Step step)
 {

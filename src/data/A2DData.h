@@ -1,4 +1,4 @@
-// A two-dimensional map: a flat list of pixels, and a size that can differ from the list.
+// A two-dimensional map: a list of pixels, and a width and height.
 #pragma once
 
 #include <QList>
@@ -35,10 +35,11 @@ public:
     /// @c extended, which the calculation of a result map sets.
     void clear();
 
-    /// Derives the size from the coordinates of the pixels, compared exactly:
-    /// xNum is the number of pixels with the y of the first pixel, yNum the
-    /// number of pixels with its x. The first pixel counts even if its coordinates are
-    /// NaN, so a single pixel gives 1 by 1. Without pixels the size is 0 by 0.
+    /// Derives the size from the coordinates of the pixels, compared exactly: xNum is the
+    /// number of pixels that have the same y as the first pixel; yNum is the number of
+    /// pixels that have the same x as the first pixel. The first pixel counts even if its
+    /// coordinates are NaN, so the size for a single pixel is 1 by 1. Without pixels the
+    /// size is 0 by 0.
     void deriveSize();
 
     /// Copies the value list of pixel @p i to @p out. If @p i is not a valid index,
@@ -58,8 +59,8 @@ namespace data
 /// Largest number of pixels in a map.
 inline constexpr qint64 maxMapPixels = qint64{1} << 25;
 
-/// A map of at most this number of pixels is accepted even if its file stores fewer
-/// pixels.
+/// A map of at most this number of pixels is accepted, however few pixels its file
+/// stores.
 inline constexpr qint64 maxUncheckedPixels = qint64{1} << 20;
 
 /// A map of more than maxUncheckedPixels pixels is accepted if it has at most this number
@@ -80,8 +81,8 @@ bool isSizeTooLarge(qint64 width, qint64 height, qint64 stored);
 /// then contains the absorbance itself); otherwise 1.0 if @c intensity is 0.0;
 /// otherwise ln(i0 / intensity).
 ///
-/// A NaN field gives NaN, except that a NaN @c i0 with intensity 0.0 gives 1.0. A
-/// negative ratio gives NaN.
+/// The result is NaN if @c intensity is NaN, if @c i0 is NaN and @c intensity is not 0.0,
+/// or if the ratio is negative.
 inline double absorbance(const A2DRow& pixel)
 {
     if (pixel.i0 == 0.0) {

@@ -78,8 +78,8 @@ public:
     /// the mode of each channel; mode 1 is the incident intensity I0. The first mode of 2
     /// or more selects the formula: with 2 (transmission), mut is ln(I0 / I) of the first
     /// channel of mode 2; with 3 (fluorescence), mut is the sum of I / I0 over all
-    /// channels of mode 3; with any other mode, mut is 0.0. A data line without a count of
-    /// I0 is skipped, so a file without an I0 channel gives no points.
+    /// channels of mode 3; with any other mode, mut is 0.0. A data line without a count
+    /// of I0 is skipped, so no points are read from a file without an I0 channel.
     bool read9809(const QString& path);
 
     /// read9809() for a device in text mode.
@@ -106,8 +106,9 @@ public:
 
     /// Fits the pre-edge line to the points strictly below @c preEdgeEnd and the
     /// post-edge line to the points strictly above @c postEdgeStart, all in working
-    /// energies, by least squares with the normal equations. Does nothing without
-    /// points. A range without points gives a NaN line. After a change of the limits or of
+    /// energies, by least squares with the normal equations. Does nothing without points.
+    /// If a range contains no points, the coefficients of its line are NaN. After a
+    /// change of the limits or of
     /// @c dE, the caller must call this function again.
     void fitLines();
 
@@ -154,10 +155,9 @@ public:
     /// indicesBelow(), so it is fast for many energies.
     QList<double> normalisedAt(const QList<double>& energies) const;
 
-    /// Extends the range from @p min to @p max so that it contains the values of the given
-    /// kind at all points whose working energies are in the closed interval [from, to]. The caller
-    /// initialises
-    /// @p min and @p max.
+    /// Extends the range from @p min to @p max so that it contains the values of the
+    /// given kind at all points whose working energies are in the closed interval [from,
+    /// to]. The caller initialises @p min and @p max.
     void valueRange(int kind, double from, double to, double* min, double* max) const;
 
     /// The mut of the spectrum at working energy @p E minus the post-edge line if

@@ -18,11 +18,10 @@ inline unsigned digitValue(char c)
 /// Reads a number such as "-12.75" by the fast path of Clinger (1990) and moves
 /// @p text to the character after it.
 ///
-/// The number can have a minus sign and a decimal point, but no exponent. It can have
-/// at most 19 digits, and its digits without the point, read as an integer, must not
-/// exceed 2^53. This integer and the power of ten are then both exact doubles, so
-/// one correctly rounded division gives the nearest double, the same as
-/// QString::toDouble.
+/// The number can have a minus sign and a decimal point, but no exponent. It can have at
+/// most 19 digits, and its digits without the point, read as an integer, must not exceed
+/// 2^53. This integer and the power of ten are then exact as doubles, so one correctly
+/// rounded division yields the nearest double, which QString::toDouble also returns.
 ///
 /// @param text  must contain a character, such as a line feed, that ends any number
 /// @return whether @p text starts with such a number. The caller must check the

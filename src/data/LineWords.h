@@ -105,10 +105,11 @@ public:
     const char* position() const { return m_next; }
 
 private:
-    /// For a number of digits, minus sign, point and exponent, std::from_chars() gives the
-    /// same bits as QString::toDouble(). The two functions differ for overflow, for the
-    /// words of infinity and NaN, for a leading "+" and for characters after the number;
-    /// in these cases QString::toDouble() is called.
+    /// For a number that consists of digits and at most a minus sign, a decimal point and
+    /// an exponent, std::from_chars() returns the same bits as QString::toDouble(). The
+    /// two functions differ for overflow, for the words of infinity and NaN, for a
+    /// leading "+" and for characters after the number; in these cases
+    /// QString::toDouble() is called.
     static double toDouble(std::string_view word)
     {
         const char* const end = word.data() + word.size();

@@ -65,7 +65,7 @@ bool readFourColumns(Words& words, Pixel& pixel)
     return found >= 3;
 }
 
-/// Indices of the words in a data line that contain the intensity and i0.
+/// Indices of the words that contain the intensity and i0 in a data line.
 struct ChannelColumns {
     qint64 intensity = 2;
     qint64 i0 = 2;
@@ -184,8 +184,8 @@ public:
 
     bool isRefused() const { return m_isRefused; }
 
-    /// Determines the size; returns whether both sides are above 0 and the map has a
-    /// pixel.
+    /// Determines the size; returns whether width and height are above 0 and the map has
+    /// a pixel.
     bool finish()
     {
         if (m_kind == MapKind::Channels) {
@@ -328,9 +328,10 @@ private:
         }
     }
 
-    /// Index of the data word of the channel whose number follows the colon of
-    /// @p line. The channels follow the two coordinates, so channel -1 or -2 selects a
-    /// coordinate. An unparsable channel number reads as 0, also if there is no colon.
+    /// Index of the word, in a data line, of the channel whose number follows the colon
+    /// in the comment line @p line. The channels follow the two coordinates, so channel
+    /// -1 or -2 selects a coordinate. An unparsable channel number reads as 0, also if
+    /// there is no colon.
     static qint64 columnAfterColon(const QString& line)
     {
         const int channel = QStringView(line).sliced(line.indexOf(u':') + 1).toInt();
@@ -354,7 +355,7 @@ private:
 
 constexpr auto tooLongLine = "a line is longer than a line may be";
 
-/// Passes all lines of a device that contains UTF-8 text to @p builder.
+/// Reads UTF-8 text from @p device and passes all its lines to @p builder.
 void readBlocks(QIODevice& device, MapBuilder& builder)
 {
     Utf8Blocks blocks(device, static_cast<std::size_t>(mapTextBlockSize));
@@ -365,7 +366,8 @@ void readBlocks(QIODevice& device, MapBuilder& builder)
     }
 }
 
-/// Passes all lines of a device whose text starts with a byte order mark to @p builder.
+/// Reads text that starts with a byte order mark from @p device and passes all its lines
+/// to @p builder.
 void readStream(QIODevice& device, MapBuilder& builder)
 {
     const bool wasTextMode = device.isTextModeEnabled();

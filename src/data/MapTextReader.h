@@ -40,11 +40,11 @@ using EnergyHandler = std::function<void(const QString& text)>;
 /// and the reading fails.
 ///
 /// @param device       open for reading, not in text mode: line ends are handled here
-/// @param energyFound  called for each "ENERGY" line when the line is read, so also if
-///                     the map then has no size or the file is refused later
+/// @param energyFound  called for each "ENERGY" line when the line is read, even if the
+///                     reading fails or the file is refused later
 /// @param maxRows      largest number of pixels in the map
-/// @return whether both sides of the map are above 0 and it has at least one pixel. On
-///         false, the pixels read so far remain in @p map unless the file was refused
+/// @return whether the map's width and height are above 0 and it has at least one pixel.
+///         On false, the pixels read so far remain in @p map unless the file was refused
 bool readMapText(QIODevice& device, A2DData& map, const EnergyHandler& energyFound,
                  qsizetype maxRows = maxMapPixels);
 

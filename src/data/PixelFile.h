@@ -18,8 +18,8 @@ public:
     /// Opens the file and reads its header.
     ///
     /// @return false, with a line in the debug log, if the file does not have this
-    ///         format, if a side of the map is negative, or if data::isSizeTooLarge()
-    ///         is true for the size and the pixels stored in the file
+    ///         format, if width or height is negative, or if data::isSizeTooLarge() is
+    ///         true for the size and the pixels stored in the file
     bool open(const QString& path);
 
     /// The header of the open file.

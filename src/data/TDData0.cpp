@@ -55,7 +55,7 @@ void TDData0::copyBlockTo(TDData0* dest, const QRect& r, bool toOrigin) const
 
 void TDData0::copyMaskItemsTo(TDData0* dest) const
 {
-    const QList<MaskItem*> items = maskItems; // dest can be this map
+    const QList<MaskItem*> items = maskItems; // a copy of the list, because dest can be this map
     for (const MaskItem* item : items) {
         dest->maskItems.append(new MaskItem(*item));
     }

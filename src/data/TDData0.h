@@ -56,7 +56,7 @@ public:
     /// values that this map has at their indices.
     ///
     /// @return false, with this map unchanged and a line in the debug log, if the file
-    ///         does not have this format, if a side is negative, if
+    ///         does not have this format, if width or height is negative, if
     ///         data::isSizeTooLarge() is true for the size and the pixels stored in the
     ///         file, or if there is not enough memory
     bool load(const QString& path);
@@ -72,8 +72,8 @@ public:
     bool save(const QString& path) const;
 
     /// Sets the size to @p w by @p h and all pixels to invalid with the value 0.0. A
-    /// side below 0 counts as 0. If there are pixels, the extremes are extended to
-    /// include 0; they are not reset.
+    /// negative @p w or @p h counts as 0. If there are pixels, the extremes are extended
+    /// to include 0; they are not reset.
     void setSize(int w, int h);
 
     /// Copies the values and flags of the pixels in @p r, including its last column and
@@ -88,13 +88,14 @@ public:
     /// Appends a copy of each mask item to the mask items of @p dest.
     void copyMaskItemsTo(TDData0* dest) const;
 
-    /// Moving average along the lines: for each valid pixel, writes to @p dest the mean
-    /// of the valid pixels at most @p n columns away on the same line. Does nothing if
+    /// Moving average along the image lines: for each valid pixel, writes to @p dest the
+    /// mean of the valid pixels at most @p n columns away on the same line. Does nothing
+    /// if
     /// @p n is below 0.
     ///
     /// The extremes of @p dest are extended by each mean. All other pixels of @p dest are
-    /// left unchanged. The mean uses a running sum, so after a NaN or an infinity
-    /// all further means of the line are not finite.
+    /// left unchanged. The mean uses a running sum, so after a NaN or an infinity all
+    /// later means of the line are NaN or infinite.
     ///
     /// @param dest  a different map
     void smoothAlongX(TDData0* dest, int n) const;

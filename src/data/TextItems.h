@@ -69,7 +69,7 @@ bool startsWithText(const QString& text, const QString& start);
 /// On purpose, k includes the leading blanks. A line without leading blanks therefore
 /// loses its last two characters. A line with one leading blank loses its last character.
 /// A line with two or more leading blanks keeps its text and possibly some trailing
-/// blanks. A negative length counts as 0; a line of blanks gives an empty string.
+/// blanks. A negative length counts as 0; for a line of blanks the result is empty.
 QString trimmed(const QString& line);
 
 /// @p text as a field of a comma-separated line. Text with a double quote is put in
@@ -138,8 +138,8 @@ QString padded(const QString& text, int length);
 QString blanks(int n);
 
 /// A number with commas between groups of three digits, counted to the left from the
-/// first "." or from the end. @p number should have no sign: a sign counts as a digit,
-/// so "-123" gives "-,123".
+/// first "." or from the end. @p number should have no sign: a sign counts as a digit, so
+/// "-123" becomes "-,123".
 QString withThousands(const QString& number);
 
 } // namespace data
