@@ -33,7 +33,7 @@ void repaintOn(Picture* picture, const Inputs*... inputs)
     (follow(picture, inputs), ...);
 }
 
-// Connects only the inputs that concern single plots. The inputs that repaint all plots are
+// Connects only the inputs that affect single plots. The inputs that repaint all plots are
 // connected in Wiring: the buttons of "Disp Select" and of the normalisation, and the list
 // of spectra for display only. The slots of the panel also repaint all plots after a change
 // of spectra or results.
