@@ -74,7 +74,7 @@ void connectMaps(const Widgets& widgets)
                          &DispMBase::update);
     }
     for (const AEPoint* row : widgets.points) {
-        // The signal is also emitted for a file that cannot be read. The row then has no map,
+        // newFilePath() is also emitted for a file that cannot be read. The row then has no map,
         // and the repaint removes the picture of the old map.
         QObject::connect(row->FileSelect, &AFileSelect::newFilePath, widgets.dataMap,
                          &DispMBase::update);
