@@ -9,7 +9,7 @@ add_library(aelk_options INTERFACE)
 target_compile_options(aelk_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion
   -ffp-contract=off -Wno-psabi)
-# For development only: the compiler of a user can give warnings that ours do not give.
+# For development only: the compiler of a user can report warnings that our compilers do not.
 if(AELK_WARNINGS_ARE_ERRORS)
   target_compile_options(aelk_options INTERFACE -Werror)
 endif()

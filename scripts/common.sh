@@ -54,8 +54,8 @@ install_missing()
         fail "could not install ${missing[*]}"
 }
 
-# A small font whose lines of text are not higher than lines of Latin text. Larger fonts have
-# higher lines, so the main window would need a larger screen.
+# A Japanese font whose lines of text are no higher than lines of Latin text. With higher lines,
+# the main window would need a larger screen.
 japanese_font=fonts-vlgothic
 
 # install_japanese_font: installs a Japanese font if the system has none; a font that the user

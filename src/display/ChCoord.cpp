@@ -46,7 +46,7 @@ void ChCoord::setArea(double x0, double y0, double x1, double y1)
 void ChCoord::computeArea()
 {
     const double w = scrX1 - scrX0;
-    const double h = scrY1 - scrY0; // negative on a painting surface
+    const double h = scrY1 - scrY0; // negative on a painting surface, where scrY1 is 0
     areaX0 = std::trunc(marginLeft * w) + scrX0;
     areaX1 = scrX1 - std::trunc(w * marginRight);
     areaY0 = std::trunc(marginBottom * h) + scrY0;

@@ -8,8 +8,8 @@ namespace display
 namespace
 {
 
-/// How the value of a colour channel depends on the step t of a ramp: it is 0 (None), t
-/// (Rising), 255 - t (Falling) or 255 (Full).
+/// The intensity of a colour channel at step t (0 to 255) of a ramp: 0 (None), t (Rising),
+/// 255 - t (Falling) or 255 (Full).
 enum class Channel { None, Rising, Falling, Full };
 enum class Order { Up, Down };
 

@@ -7,8 +7,8 @@
 #include <QString>
 
 /// Contains the painting surface @c DispA of a plot and a strip with the plot's name,
-/// the mouse position and a button that moves surface and strip into a separate window
-/// and back. Clients connect to the signals of the frame, not to the surface.
+/// the mouse position and a button that moves the surface and the strip into a separate
+/// window and back. Clients connect to the signals of the frame, not to the surface.
 class DispABase : public display::DrawingFrame<Ui_DispABase>
 {
     Q_OBJECT

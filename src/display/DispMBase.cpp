@@ -30,7 +30,7 @@ DispMBase::~DispMBase()
 void DispMBase::showEvent(QShowEvent* event)
 {
     QFrame::showEvent(event);
-    // Otherwise a line edit would get the focus when the window opens.
+    // Without this, a line edit would get the focus when the window opens.
     if (!event->spontaneous()) {
         setFocus();
     }

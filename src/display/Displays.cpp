@@ -94,8 +94,8 @@ void Displays::receiveMReleased(MouseC* m)
 void Displays::showEvent(QShowEvent* event)
 {
     QFrame::showEvent(event);
-    // Otherwise the pop-out button of a plot would get the focus, and the space bar would
-    // press it.
+    // Without this, the pop-out button of a plot would get the focus, and the space bar would
+    // press the button.
     if (!event->spontaneous()) {
         setFocus();
     }

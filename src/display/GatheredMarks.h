@@ -13,7 +13,7 @@ namespace display
 
 class MarkPlaces;
 
-/// Fast path for drawing the marks of all points, in the painter's pen.
+/// Fast path for drawing the marks of all points, with the painter's pen.
 ///
 /// It paints exactly the same pixels as display::drawMark() for each point. In one
 /// opaque colour, neither the order of the marks nor the number of marks on a pixel is

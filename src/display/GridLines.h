@@ -30,7 +30,7 @@ inline GridValues valenceGrid(double lower, double upper)
 
 inline constexpr QColor gridColor{200, 200, 255};
 
-/// Draws a vertical line over the whole height of the widget at each value, in the
+/// Draws a vertical line over the whole height of the widget at each value, with the
 /// painter's pen. The position of a line is truncated to a whole pixel.
 ///
 /// Positions are calculated from an integer counter, so that rounding errors do not
@@ -38,7 +38,7 @@ inline constexpr QColor gridColor{200, 200, 255};
 /// line, so the time is limited by the size of the widget for any values.
 void drawVerticalGrid(QPainter* p, const ChCoord& cc, const GridValues& values);
 
-/// Draws a horizontal line over the whole width of the widget at each value, in the
+/// Draws a horizontal line over the whole width of the widget at each value, with the
 /// painter's pen. Truncation and skipped lines are as in drawVerticalGrid().
 void drawHorizontalGrid(QPainter* p, const ChCoord& cc, const GridValues& values);
 

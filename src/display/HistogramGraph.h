@@ -26,13 +26,13 @@ public:
     /// True if no histogram is selected for display, or if nothing has been counted yet.
     bool isEmpty() const override;
 
-    /// Returns the range from @c from to @c to on x, and from -0.1 to 1.1 times the highest
-    /// count of the shown histograms on y. If all bins are empty, y is from 0 to 1 and
+    /// Returns the range: on x from @c from to @c to; on y from -0.1 times to 1.1 times the
+    /// highest count of the shown histograms. If all bins are empty, y is from 0 to 1 and
     /// Range::isFitted is false.
     Range range() const override;
 
-    double from = 0.0; ///< lower limit in the form; the bins can be from an earlier limit
-    double to = 0.0;   ///< upper limit in the form; the bins can be from an earlier limit
+    double from = 0.0; ///< lower limit in its field, which can be newer than the bins
+    double to = 0.0;   ///< upper limit in its field, which can be newer than the bins
     analysis::HistogramCounts main;
     bool mainShown = false;
     QColor mainColor;

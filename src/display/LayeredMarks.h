@@ -21,7 +21,7 @@ class MarkPlaces;
 ///
 /// It paints exactly the same pixels as display::drawMark() for each point from the
 /// oldest to the newest. Only the newest mark on a pixel is visible. The points are
-/// therefore added in the opposite order, newest first, and pixels that are already
+/// therefore added in reverse order, newest first, and pixels that are already
 /// covered are skipped (the reverse painter's algorithm).
 class LayeredMarks
 {
@@ -31,9 +31,9 @@ public:
     /// @param colors  one colour for each layer
     LayeredMarks(const MarkStamp& stamp, const MarkPlaces& places, const QList<QColor>& colors);
 
-    /// Returns the stamp of marks in the colours @p colors. Returns nothing if the fast path
-    /// would give a different picture, so that the marks must be drawn one by one,
-    /// and if @p colors is empty.
+    /// Returns the stamp of marks in the colours @p colors. Returns nothing if @p colors
+    /// is empty, or if the fast path would draw a different picture; the caller must then
+    /// draw the marks one by one.
     static std::optional<MarkStamp> stampOf(const QPainter& p, const QList<QColor>& colors);
 
     /// Adds a mark below all marks added so far.

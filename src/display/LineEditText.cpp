@@ -67,8 +67,8 @@ QString shortened(const QString& text, const QFontMetricsF& metrics, double widt
     const qsizetype e = text.indexOf(u'e', 0, Qt::CaseInsensitive);
     const QString mantissa = text.left(e); // the whole text if there is no exponent
     const QString tail = QChar(0x2026) + (e < 0 ? QString() : text.mid(e));
-    // Starts at the beginning, so that most digits of a very long number are never measured:
-    // a number in a file can have thousands of them.
+    // The loop starts at the beginning, so that most digits of a very long number are never
+    // measured: a number in a file can have thousands of them.
     qsizetype kept = 0;
     while (kept + 1 < mantissa.size() && fits(mantissa.left(kept + 1) + tail)) {
         ++kept;

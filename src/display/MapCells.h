@@ -46,7 +46,7 @@ public:
         }
     }
 
-    /// Draws the outlines of all cells in the painter's pen, including cells that
+    /// Draws the outlines of all cells with the painter's pen, including cells that
     /// cover no pixel.
     void outline(QPainter* p) const;
 

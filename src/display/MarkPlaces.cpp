@@ -10,8 +10,8 @@ namespace display
 namespace
 {
 
-// The centre of a visible mark is less than this number of pixels outside the widget: at most
-// the radius, and less than 1 because the position is truncated.
+// The centre of a visible mark is less than this number of pixels outside the widget:
+// at most outerRadius, plus less than 1 pixel because the position is truncated.
 constexpr int reach = outerRadius + 1;
 
 } // namespace

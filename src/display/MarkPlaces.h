@@ -45,8 +45,8 @@ private:
         bool showsAt(double place) const { return place > low && place < high; }
 
         double scale; ///< pixels per unit of the data
-        double real0; ///< data value at area0
-        double area0; ///< first edge of the plot area, pixels
+        double real0; ///< data value at pixel position area0
+        double area0; ///< areaX0 or areaY0 of ChCoord, pixels
         double low;   ///< marks at or below this pixel position are not visible
         double high;  ///< marks at or above this pixel position are not visible
     };

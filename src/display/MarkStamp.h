@@ -19,14 +19,14 @@ namespace display
 ///
 /// The fast paths copy this pattern instead of drawing circles. This is possible
 /// because Qt draws a circle with integer coordinates as the same pattern at each
-/// position. For a painter for which this is not true, of() returns no stamp.
+/// position. For other painters, of() returns no stamp.
 class MarkStamp
 {
 public:
     /// Number of pixels on each side of the centre pixel.
     static constexpr int reach = outerRadius + 2;
 
-    /// Returns the stamp of the marks that @p p draws in @p pen. The pattern is
+    /// Returns the stamp of the marks that @p p draws with @p pen. The pattern is
     /// found by drawing one mark into an image.
     ///
     /// Returns nothing if the pattern depends on the position or if drawing a pixel
@@ -44,7 +44,7 @@ private:
     std::vector<std::uint64_t> m_rows;
 };
 
-/// Whether drawing a mark in @p pen a second time at the same position is a no-op.
+/// Whether drawing a mark with @p pen a second time at the same position is a no-op.
 bool isRedrawNoOp(const QPainter& p, const QPen& pen);
 
 } // namespace display

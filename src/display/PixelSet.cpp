@@ -89,7 +89,7 @@ void PixelSet::fill(QPainter* p, const QColor& color) const
     p->setPen(Qt::NoPen);
     p->setBrush(color);
     // Draws the runs in batches: with one drawRects() call for each run, the overhead of the
-    // calls would take twice as long as the fills.
+    // calls would cost twice as much time as the fills.
     QVarLengthArray<QRect, 512> runs;
     const auto fillThem = [&] {
         p->drawRects(runs.constData(), static_cast<int>(runs.size()));

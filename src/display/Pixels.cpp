@@ -38,7 +38,7 @@ struct ClipPoint {
 bool clipOnAxis(double from, double to, ClipPoint& begin, ClipPoint& end,
                 std::optional<double> ClipPoint::*axis)
 {
-    // Half the difference, since the difference of two finite numbers can overflow.
+    // Half the difference, because the difference between two finite numbers can overflow.
     const double half = 0.5 * to - 0.5 * from;
     if (half == 0.0) {
         return std::fabs(from) <= clipLimit;

@@ -17,8 +17,8 @@ namespace display
 /// values outside the range of int.
 int truncated(double v);
 
-/// Returns the pixel nearest to @p p, with halves rounded away from zero. Coordinates
-/// that do not fit into an int are handled as in truncated().
+/// Returns the pixel nearest to @p p, with halves rounded away from zero. A coordinate
+/// that is NaN or does not fit into an int becomes the lowest int.
 QPoint nearestPixel(const QPointF& p);
 
 /// Returns the line segment between two positions on the widget (pixels), with
@@ -29,7 +29,7 @@ QPoint nearestPixel(const QPointF& p);
 /// coordinate is not finite or if the whole segment is outside the limits.
 std::optional<QLine> pixelLine(const QPointF& from, const QPointF& to);
 
-/// Draws the segment pixelLine(@p from, @p to) in @p pen. If pixelLine() returns nothing,
+/// Draws the segment pixelLine(@p from, @p to) with @p pen. If pixelLine() returns nothing,
 /// the painter is not changed.
 void drawPixelLine(QPainter* p, const QPen& pen, const QPointF& from, const QPointF& to);
 

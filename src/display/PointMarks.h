@@ -18,10 +18,10 @@ inline constexpr int outerRadius = 2; ///< radius of a mark's outer circle, pixe
 /// outside the widget. See MarkPlaces::at().
 std::optional<QPoint> markPlace(const ChCoord& cc, double x, double y);
 
-/// Draws a circle of @p radius pixels in the painter's pen.
+/// Draws a circle of @p radius pixels with the painter's pen.
 void drawCircle(QPainter* p, const QPoint& centre, int radius);
 
-/// Draws a mark in the painter's pen: two circles around @p centre.
+/// Draws a mark with the painter's pen: two circles around @p centre.
 void drawMark(QPainter* p, const QPoint& centre);
 
 } // namespace display

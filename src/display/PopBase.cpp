@@ -16,7 +16,7 @@ void PopBase::popDock(QWidget* content, QGridLayout* home, bool* docked)
     if (*docked) {
         PopBaseLayout->addWidget(content);
         show();
-        // Otherwise a line edit or the button that docks the drawing would get the focus.
+        // Without this, a line edit or the button that docks the drawing would get the focus.
         setFocus();
     } else {
         home->addWidget(content, 1, 0);

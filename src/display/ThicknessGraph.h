@@ -10,7 +10,7 @@ namespace display
 {
 
 /// The graph of thickness against valence. It has one point for each pixel of the result
-/// map: x is the valence, y the thickness or total dMut.
+/// map: x is the valence, y the thickness (the total dMut).
 class ThicknessGraph : public Graph
 {
 public:

@@ -52,7 +52,7 @@ const QColor& cBar::color(double v) const
 {
     const double place = (imax - imin) / (zmax - zmin) * (v - zmin) + imin;
     if (place >= nColors) {
-        // For equal limits or an infinite value the index is infinite: use the first colour.
+        // The index is infinite for equal limits or an infinite value: use the first colour.
         return entry(std::isinf(place) ? 0 : nColors - 1);
     }
     return entry(place > 0.0 ? static_cast<int>(place) : 0); // also 0 for NaN

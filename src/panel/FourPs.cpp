@@ -187,8 +187,8 @@ FourPs::FourPs(QWidget* parent)
     changedSubBGTypeForTarget(ui.SubPostEforTarget->isChecked());
     m_widgets.normRadios = newGroup({ui.NNone, ui.NBySubPre, ui.NByEJ, ui.NBy2Vics});
     ui.CConds->setVisible(ui.DispCondsB->isChecked());
-    // On purpose the choice of "4 Points Meth." keeps its default: no code enables the buttons
-    // again.
+    // On purpose the user cannot change the default choice of "4 Points Meth.": no code enables
+    // the buttons again.
     ui.CConds3->setEnabled(false);
     // Connected last, so that the initialisation above starts no calculation.
     const panel::Wiring<FourPs> wiring(m_widgets, this);

@@ -120,7 +120,7 @@ void FourPs::receiveNewDir(QString dir)
     for (AXafsFileSelect* row : std::as_const(XafsFiles)) {
         row->setDir(dir);
     }
-    // The save row keeps its own directory.
+    // On purpose, the directory of the save row is not changed.
     ui.DispFSelect->setDir(dir);
     MultiFiles->setDir(dir);
 }

@@ -11,7 +11,7 @@ namespace panel
 /// Limits the height of the rows of a form, so that a form with many rows fits on a
 /// small screen. Line edits, push buttons and combo boxes get at most the height of a
 /// line of text with its frame. Check boxes and radio buttons get at most the
-/// height of a line of text or of their indicator: the larger of the two. The heights are
+/// height of a line of text or the height of their indicator, whichever is larger. The heights are
 /// set again when the font or the style of the form changes. Windows that are children of
 /// the form, such as file dialogs, are not changed.
 class LowRows : public QObject

@@ -33,7 +33,7 @@ void repaintOn(Picture* picture, const Inputs*... inputs)
     (follow(picture, inputs), ...);
 }
 
-// Connects only the inputs that concern single plots. The inputs that repaint all plots are
+// Connects only the inputs that affect single plots. The inputs that repaint all plots are
 // connected in Wiring: the buttons of "Disp Select" and of the normalisation, and the list
 // of spectra for display only. The slots of the panel also repaint all plots after a change
 // of spectra or results.
@@ -74,7 +74,7 @@ void connectMaps(const Widgets& widgets)
                          &DispMBase::update);
     }
     for (const AEPoint* row : widgets.points) {
-        // The signal is also emitted for a file that cannot be read. The row then has no map,
+        // newFilePath() is also emitted for a file that cannot be read. The row then has no map,
         // and the repaint removes the picture of the old map.
         QObject::connect(row->FileSelect, &AFileSelect::newFilePath, widgets.dataMap,
                          &DispMBase::update);

@@ -72,10 +72,10 @@ void ResultMapView::scanLimits(bool onlyRaise) const
     const analysis::MapQuantity scanned = quantity();
     auto limits = analysis::scanMap(m_result, [&](int x, int y) { return scanned.at(x, y); });
     if (!limits) {
-        return; // no pixel has a numeric value: the limits are kept
+        return; // no pixel has a numeric value, so the limits do not change
     }
     if (onlyRaise) {
-        // On purpose the lower limit is also only raised, never lowered.
+        // On purpose the lower limit, like the upper one, is only raised, never lowered.
         const cBar& bar = *m_widgets.resultMap->CBar;
         limits->low = std::max(limits->low, bar.zmin);
         limits->high = std::max(limits->high, bar.zmax);

@@ -66,7 +66,7 @@ Q_SIGNALS:
     void newDir(QString dir);
     /// The energy of the row (eV) was entered or read from a file.
     void newEnergy(double e);
-    /// A map was loaded.
+    /// @c loaded became true, see loadData() and load2dProcData().
     void newData();
     /// One of the three check boxes was clicked.
     void changedCB();

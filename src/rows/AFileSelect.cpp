@@ -54,7 +54,7 @@ AFileSelect::AFileSelect(QWidget* parent, int initialMode)
     setMode(initialMode);
 
     connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::show);
-    // A dialog that is already open can be covered by the main window.
+    // If the dialog is already open, the main window can cover it, so the button also raises it.
     connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::raise);
     connect(SelectB, &QPushButton::clicked, dialog, &QFileDialog::activateWindow);
     connect(ClearB, &QPushButton::clicked, this, &AFileSelect::clearFileName);

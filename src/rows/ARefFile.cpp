@@ -16,6 +16,7 @@ void ARefFile::setUse(bool f)
     if (before == f) {
         return;
     }
-    // In addition to the signal caused by toggled(): receivers run twice on purpose.
+    // setChecked() has already emitted changedUse() through toggled(). On purpose it is emitted
+    // again, so that receivers run twice.
     Q_EMIT changedUse(f);
 }

@@ -20,6 +20,6 @@ public:
 Q_SIGNALS:
     /// A row was switched on or off.
     void changedUse();
-    /// A file was selected in a row, or the row was cleared.
+    /// A file was selected in the file row of a reference, or this file row was cleared.
     void selectedFile();
 };
