@@ -351,8 +351,8 @@ void tst_AbsorbanceCache::memoryThatIsTooSmallIsReplaced()
     }
 }
 
-// The allocator maps the array of the large map separately, so the array of the small map
-// cannot start at the same address.
+// The allocator places a large array in a memory mapping of its own. So the array of the small
+// map has another address once the large array is released.
 void tst_AbsorbanceCache::muchLargerMemoryIsReleased()
 {
     A2DData map = absorbanceMap(10, 1, QList<double>(10, 1.0));
