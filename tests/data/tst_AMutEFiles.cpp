@@ -632,8 +632,8 @@ void tst_AMutEFiles::crystalSpacingIsReadFromTheBeamlineFile()
     QFETCH(double, d);
     AMutE spectrum;
     QVERIFY(read(&spectrum, "9809\n" + line + "\nMode 0 0 1 2\nOffset\n0 30 0 800 100\n"));
-    // At 30 degrees, E = h c / d. The truncated pi changes sin(30 degrees), and so E, by a
-    // factor of 1 + 2.6e-11. For d = 0 both energies are infinite.
+    // At 30 degrees, E = h c / d. The truncated pi makes sin(30 degrees) smaller, and so
+    // E larger, by a relative 2.6e-11. For d = 0 both energies are infinite.
     const double expected = 12398.424360387684 / d;
     QVERIFY(spectrum.points.at(0).energy == expected ||
             std::fabs(spectrum.points.at(0).energy / expected - 1.0) < 3e-11);

@@ -351,8 +351,8 @@ void tst_AbsorbanceCache::memoryThatIsTooSmallIsReplaced()
     }
 }
 
-// The allocator places a large array in a memory mapping of its own. So the array of the small
-// map has another address once the large array is released.
+// The allocator places a large array in its own memory mapping. So the array of the small map
+// has another address, unless it reuses the memory of the large array.
 void tst_AbsorbanceCache::muchLargerMemoryIsReleased()
 {
     A2DData map = absorbanceMap(10, 1, QList<double>(10, 1.0));
