@@ -87,8 +87,8 @@ private Q_SLOTS:
     void mutAtAPointIsItsMut();
     void interpolationDividesBeforeItMultiplies();
 
-    void presentations_data();
-    void presentations();
+    void eachKindSelectsItsPresentation_data();
+    void eachKindSelectsItsPresentation();
     void presentationEvaluatesLinesAtTheWorkingEnergy();
     void unknownKindIsZero();
     void indexOutOfRangeIsZero();
@@ -436,7 +436,7 @@ void tst_AMutELines::interpolationDividesBeforeItMultiplies()
     QVERIFY(differentFromProductFirst > 0);
 }
 
-void tst_AMutELines::presentations_data()
+void tst_AMutELines::eachKindSelectsItsPresentation_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<double>("value");
@@ -451,7 +451,7 @@ void tst_AMutELines::presentations_data()
     QTest::newRow("kind 5 is zero") << 5 << 0.0;
 }
 
-void tst_AMutELines::presentations()
+void tst_AMutELines::eachKindSelectsItsPresentation()
 {
     QFETCH(int, kind);
     QFETCH(double, value);

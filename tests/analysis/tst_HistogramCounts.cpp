@@ -282,7 +282,6 @@ void tst_HistogramCounts::fileWithoutBinsHasTwoLines()
                                            "0.5 0 -0.5  0\n"));
 }
 
-// With one box, the bin width is infinite and the lower edge is minus infinity. Edges and
 // With one bin, the bin width is 1 / 0, which is infinite, and the lower edge is minus
 // infinity. Edges and centres are k * inf - inf, which is -inf for k < 0 and NaN for k >= 0.
 void tst_HistogramCounts::fileOfOneBinShowsInfinityAndNaN()
@@ -295,8 +294,8 @@ void tst_HistogramCounts::fileOfOneBinShowsInfinityAndNaN()
                                            "nan nan nan  0\n"));
 }
 
-// The bin centres are 100000.5 and 100001.5. Each is halfway between two numbers of six
-// digits.
+// The bin centres 100000.5 and 100001.5 are exactly representable. Each is halfway between two
+// six-digit numbers.
 void tst_HistogramCounts::fileRoundsExactHalvesAwayFromZero()
 {
     HistogramCounts counts;

@@ -51,8 +51,8 @@ private Q_SLOTS:
     void storedValuesDoNotNeedTheReferences();
     void valenceFromTheFractionIsZeroWithoutReferences();
     void fractionOutsideZeroToOneIsNotClamped();
-    void pixelsOutsideTheRowsAreZero_data();
-    void pixelsOutsideTheRowsAreZero();
+    void quantitiesOfMissingPixelsAreZero_data();
+    void quantitiesOfMissingPixelsAreZero();
     void rowsBeyondTheSizeAreRead();
     void emptyResultIsZeroEverywhere();
     void missingValuesReadAsZero_data();
@@ -157,7 +157,7 @@ void tst_MapQuantity::fractionOutsideZeroToOneIsNotClamped()
     QCOMPARE(MapQuantity(result, twoToThree, 11).at(1), 5.0);
 }
 
-void tst_MapQuantity::pixelsOutsideTheRowsAreZero_data()
+void tst_MapQuantity::quantitiesOfMissingPixelsAreZero_data()
 {
     QTest::addColumn<qint64>("index");
     QTest::newRow("before the first") << qint64{-1};
@@ -167,7 +167,7 @@ void tst_MapQuantity::pixelsOutsideTheRowsAreZero_data()
     QTest::newRow("beyond 32 bits") << (qint64{1} << 32); // 0 if truncated to 32 bits
 }
 
-void tst_MapQuantity::pixelsOutsideTheRowsAreZero()
+void tst_MapQuantity::quantitiesOfMissingPixelsAreZero()
 {
     QFETCH(qint64, index);
     for (const bool extended : {false, true}) {

@@ -96,7 +96,7 @@ private Q_SLOTS:
     void unchangedInputsDoNotRunTheCalculationAgain();
     void anyChangeRunsTheCalculationAgain_data();
     void anyChangeRunsTheCalculationAgain();
-    void oppositeZerosAreDifferentNumbers();
+    void zerosOfDifferentSignAreDifferentNumbers();
     void equalNaNsAreTheSameNumber();
     void resultIsNotSharedDuringTheCalculation();
     void changingBackCalculatesAgain();
@@ -180,7 +180,7 @@ void tst_MapResultCache::anyChangeRunsTheCalculationAgain()
     QCOMPARE(fake.runs, 2);
 }
 
-void tst_MapResultCache::oppositeZerosAreDifferentNumbers()
+void tst_MapResultCache::zerosOfDifferentSignAreDifferentNumbers()
 {
     FakeCalculation fake;
     fake.numbers = {0.0};

@@ -141,8 +141,8 @@ private Q_SLOTS:
     void shortTextIsRightAligned();
     void longTextLosesNoDigits();
     void appendingKeepsEarlierText();
-    void bothSignsHaveTheSameWidth_data();
-    void bothSignsHaveTheSameWidth();
+    void positiveNumbersStartWithABlankInPlaceOfTheSign_data();
+    void positiveNumbersStartWithABlankInPlaceOfTheSign();
     void severalNumbersAreSeparatedByColons();
 };
 
@@ -206,8 +206,8 @@ void tst_NumberText::limitsMatchQt_data()
     QTest::newRow("largest") << std::numeric_limits<double>::max();
     QTest::newRow("smallest normal") << std::numeric_limits<double>::min();
     QTest::newRow("largest subnormal") << std::nextafter(std::numeric_limits<double>::min(), 0.0);
-    // Numbers halfway between two numbers of six digits, but not exact in binary: the nearest
-    // double is above some of them and below others.
+    // Decimal numbers that are not exactly representable: the nearest double is above some of
+    // them and below others. All except 2.5e-5 are halfway between two six-digit numbers.
     QTest::newRow("0.1234565") << 0.1234565;
     QTest::newRow("0.1234575") << 0.1234575;
     QTest::newRow("1.000005") << 1.000005;
@@ -218,7 +218,8 @@ void tst_NumberText::limitsMatchQt_data()
     QTest::newRow("2.5e-5") << 2.5e-5;
     QTest::newRow("0.0002000005") << 0.0002000005;
     QTest::newRow("0.001234565") << 0.001234565;
-    // Numbers halfway between two numbers of six digits that are exact in binary.
+    // Exactly representable numbers. All except 0.5 and 10000005 are halfway between two
+    // six-digit numbers.
     QTest::newRow("0.5") << 0.5;
     QTest::newRow("1000005") << 1000005.0;
     QTest::newRow("100000.5") << 100000.5;
@@ -226,6 +227,8 @@ void tst_NumberText::limitsMatchQt_data()
     QTest::newRow("12345.75") << 12345.75;
     QTest::newRow("10000005") << 10000005.0;
     QTest::newRow("12345650") << 12345650.0;
+    // Halfway between two six-digit numbers, but too large to be exactly representable: the
+    // nearest double is below the first number and above the second.
     QTest::newRow("1000005e15") << 1000005e15;
     QTest::newRow("9999995e15") << 9999995e15;
 }
@@ -309,7 +312,7 @@ void tst_NumberText::appendingKeepsEarlierText()
     QCOMPARE(text, QByteArray("x= 1.5"));
 }
 
-void tst_NumberText::bothSignsHaveTheSameWidth_data()
+void tst_NumberText::positiveNumbersStartWithABlankInPlaceOfTheSign_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QString>("text");
@@ -320,7 +323,7 @@ void tst_NumberText::bothSignsHaveTheSameWidth_data()
     QTest::newRow("wide and negative") << -12345.5 << "-12345.500";
 }
 
-void tst_NumberText::bothSignsHaveTheSameWidth()
+void tst_NumberText::positiveNumbersStartWithABlankInPlaceOfTheSign()
 {
     QFETCH(double, value);
     QFETCH(QString, text);

@@ -167,8 +167,8 @@ void tst_PixelBlocks::absorbanceThatIsNotCachedIsCalculated()
 
 void tst_PixelBlocks::oldValuesAreDroppedWhenTheResultGrows()
 {
-    // If the list were enlarged, it would keep the old rows with their values. A new result
-    // has no values.
+    // Resizing the list of rows would leave the old values in its first row, so a new list is
+    // needed.
     A2DData result;
     result.rows.append({1.0, 2.0, 3.0, 4.0, {5.0}});
     analysis::startResult(result, tests::absorbanceMap(100, 1, {}));

@@ -37,8 +37,8 @@ private Q_SLOTS:
     void valenceMixIsZeroWithFewerThanTwoValid();
     void valenceMixReadsUsedReferencesEvenIfInvalid();
     void valenceRangeWithoutReferenceIsTenToZero();
-    void valencesAboveTenKeepTheLowerLimitTen();
-    void negativeValencesKeepTheUpperLimitZero();
+    void lowerLimitIsTenForValencesAboveTen();
+    void upperLimitIsZeroForNegativeValences();
     void unusedRowsDoNotEnterTheValenceRange();
     void firstTwoValencesKeepTheirOrderAndMissingOnesAreZero();
     void totalJumpSumsUsedReferences();
@@ -160,7 +160,7 @@ void tst_ReferenceSet::valenceRangeWithoutReferenceIsTenToZero()
     QCOMPARE(range.high, 0.0);
 }
 
-void tst_ReferenceSet::valencesAboveTenKeepTheLowerLimitTen()
+void tst_ReferenceSet::lowerLimitIsTenForValencesAboveTen()
 {
     const Limits range =
         ReferenceSet({reference(true, true, 12), reference(true, true, 14)}).valenceRange();
@@ -168,7 +168,7 @@ void tst_ReferenceSet::valencesAboveTenKeepTheLowerLimitTen()
     QCOMPARE(range.high, 14.0);
 }
 
-void tst_ReferenceSet::negativeValencesKeepTheUpperLimitZero()
+void tst_ReferenceSet::upperLimitIsZeroForNegativeValences()
 {
     const Limits range =
         ReferenceSet({reference(true, true, -3), reference(true, true, -2)}).valenceRange();

@@ -187,8 +187,8 @@ private Q_SLOTS:
     void pixelsBeyondTheRowsAreWrittenAsZero();
     void rowsBeyondTheSizeAreNotWritten();
     void pixelsAreFoundByPositionNotByCoordinate();
-    void sizesWithoutPixels_data();
-    void sizesWithoutPixels();
+    void mapsWithoutPixelsHaveEmptyTables_data();
+    void mapsWithoutPixelsHaveEmptyTables();
 
     void textMatchesTheReferenceImplementation_data();
     void textMatchesTheReferenceImplementation();
@@ -421,7 +421,7 @@ void tst_ResultText::pixelsAreFoundByPositionNotByCoordinate()
                                       "\n");
 }
 
-void tst_ResultText::sizesWithoutPixels_data()
+void tst_ResultText::mapsWithoutPixelsHaveEmptyTables_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -434,7 +434,7 @@ void tst_ResultText::sizesWithoutPixels_data()
     QTest::newRow("largest width without lines") << maxInt << 0 << QByteArray();
 }
 
-void tst_ResultText::sizesWithoutPixels()
+void tst_ResultText::mapsWithoutPixelsHaveEmptyTables()
 {
     QFETCH(int, width);
     QFETCH(int, height);

@@ -197,18 +197,18 @@ private Q_SLOTS:
     // The plain format
     void plainFileIsRead_data();
     void plainFileIsRead();
-    void plainAngleIsCalculatedForTheFixedCrystal();
+    void plainFileAnglesUseTheDefaultCrystal();
     void plainLineOfWordsKeepsTheExtremesOfTheAngle();
     void plainKeepsPointsThatTheCrystalCannotReflect();
 
     // The beamline format
-    void beamlineMut_data();
-    void beamlineMut();
+    void beamlineMutFollowsTheModeLine_data();
+    void beamlineMutFollowsTheModeLine();
     void noOffsetIsSubtracted();
     void beamlineEnergyIsCalculatedFromTheAngle();
     void beamlineWithoutSpacingUsesTheDefaultCrystal();
-    void beamlineSpacing_data();
-    void beamlineSpacing();
+    void crystalSpacingIsReadFromTheBeamlineFile_data();
+    void crystalSpacingIsReadFromTheBeamlineFile();
     void spacingInTheDataChangesLaterRowsOnly();
     void beamlineWithoutUsableRowsFails_data();
     void beamlineWithoutUsableRowsFails();
@@ -222,7 +222,7 @@ private Q_SLOTS:
     void hostileFilesReadLikeTheReference();
     void truncatedFileReadsLikeTheReference_data();
     void truncatedFileReadsLikeTheReference();
-    void binaryNoiseReadsLikeTheReference();
+    void randomBytesReadLikeTheReference();
     void lineOfTwoMegabytesIsHandled_data();
     void lineOfTwoMegabytesIsHandled();
     void lineOf16MiBIsRead_data();
@@ -455,7 +455,7 @@ void tst_AMutEFiles::plainFileIsRead()
     QVERIFY(same(muts(spectrum), mut));
 }
 
-void tst_AMutEFiles::plainAngleIsCalculatedForTheFixedCrystal()
+void tst_AMutEFiles::plainFileAnglesUseTheDefaultCrystal()
 {
     // Bragg's law: sin(angle) = h c / (E 2d) with 2d = 6.2710632 angstrom, which is 1/2 at
     // 3954.169800230265 eV. The conversion to degrees uses pi truncated to 3.1415926535, so 30
@@ -497,7 +497,7 @@ void tst_AMutEFiles::plainKeepsPointsThatTheCrystalCannotReflect()
     QVERIFY(spectrum.points.at(1).angle > 88.0);
 }
 
-void tst_AMutEFiles::beamlineMut_data()
+void tst_AMutEFiles::beamlineMutFollowsTheModeLine_data()
 {
     QTest::addColumn<QByteArray>("modes");
     QTest::addColumn<QByteArray>("rows");
@@ -572,7 +572,7 @@ void tst_AMutEFiles::beamlineMut_data()
         << QByteArray("Mode 0 0 1 2") << QByteArray("Offset 30 0 800 100\n") << Values{ln8};
 }
 
-void tst_AMutEFiles::beamlineMut()
+void tst_AMutEFiles::beamlineMutFollowsTheModeLine()
 {
     QFETCH(QByteArray, modes);
     QFETCH(QByteArray, rows);
@@ -610,7 +610,7 @@ void tst_AMutEFiles::beamlineWithoutSpacingUsesTheDefaultCrystal()
     QVERIFY(std::fabs(spectrum.points.at(0).energy - 8172.4099229207095) < 1e-10);
 }
 
-void tst_AMutEFiles::beamlineSpacing_data()
+void tst_AMutEFiles::crystalSpacingIsReadFromTheBeamlineFile_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<double>("d");
@@ -626,14 +626,14 @@ void tst_AMutEFiles::beamlineSpacing_data()
     QTest::newRow("word reads as 0") << QByteArray("D= x") << 0.0;
 }
 
-void tst_AMutEFiles::beamlineSpacing()
+void tst_AMutEFiles::crystalSpacingIsReadFromTheBeamlineFile()
 {
     QFETCH(QByteArray, line);
     QFETCH(double, d);
     AMutE spectrum;
     QVERIFY(read(&spectrum, "9809\n" + line + "\nMode 0 0 1 2\nOffset\n0 30 0 800 100\n"));
-    // At 30 degrees, E = h c / d. The truncated pi changes sin(30 degrees) by a relative
-    // 2.6e-11.
+    // At 30 degrees, E = h c / d. The truncated pi makes sin(30 degrees) smaller, and so
+    // E larger, by a relative 2.6e-11. For d = 0 both energies are infinite.
     const double expected = 12398.424360387684 / d;
     QVERIFY(spectrum.points.at(0).energy == expected ||
             std::fabs(spectrum.points.at(0).energy / expected - 1.0) < 3e-11);
@@ -780,7 +780,7 @@ void tst_AMutEFiles::truncatedFileReadsLikeTheReference()
     }
 }
 
-void tst_AMutEFiles::binaryNoiseReadsLikeTheReference()
+void tst_AMutEFiles::randomBytesReadLikeTheReference()
 {
     std::mt19937 random(1);
     std::uniform_int_distribution<int> byte(0, 255);

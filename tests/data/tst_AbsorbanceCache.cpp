@@ -351,8 +351,8 @@ void tst_AbsorbanceCache::memoryThatIsTooSmallIsReplaced()
     }
 }
 
-// The allocator maps the array of the large map separately, so the array of the small map
-// cannot start at the same address.
+// The allocator places a large array in its own memory mapping. So the array of the small map
+// has another address, unless it reuses the memory of the large array.
 void tst_AbsorbanceCache::muchLargerMemoryIsReleased()
 {
     A2DData map = absorbanceMap(10, 1, QList<double>(10, 1.0));

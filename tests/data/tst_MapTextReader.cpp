@@ -190,7 +190,7 @@ private Q_SLOTS:
     void readingAClosedDeviceFails();
     void lineOfTwoMegabytesIsHandled_data();
     void lineOfTwoMegabytesIsHandled();
-    void binaryNoiseIsReadWithoutHarm();
+    void randomBytesAreRefusedOrOnlyAddRows();
 };
 
 void tst_MapTextReader::fourColumnsAreXYIntensityAndI0()
@@ -576,8 +576,8 @@ void tst_MapTextReader::readFailsIfTheSizeIsAboveTheBound()
 void tst_MapTextReader::readFailsIfTheCountedSizeIsAboveTheBound()
 {
     // All rows have the same coordinates, so the number of rows becomes both the width and the
-    // height. 1024 * 1024 pixels are allowed without regard to the rows. 1025 * 1025 pixels
-    // are more than this and more than 64 per row.
+    // height. Up to 1024 * 1024 pixels are always allowed. 1025 * 1025 pixels exceed this
+    // limit, and also the limit of 64 pixels per data line of the file.
     const QByteArray row = "1 1 2\n";
     QVERIFY(read("# 2003901\n" + row.repeated(1024)).good);
     const Reading got = read("# 2003901\n" + row.repeated(1025));
@@ -738,7 +738,8 @@ void tst_MapTextReader::largeFileIsRefusedBeforeItIsRead()
     QCOMPARE(got.map.rows.capacity(), 0);
 }
 
-// The quick scan counts lines of UTF-16, which contain zero bytes, as comments.
+// The quick scan does not decode UTF-16. It counts the lines as comments, because they contain
+// zero bytes.
 void tst_MapTextReader::suspectedLargeFileIsReadIfItIsValid()
 {
     QStringEncoder encode(QStringEncoder::Utf16, QStringEncoder::Flag::WriteBom);
@@ -904,7 +905,7 @@ void tst_MapTextReader::lineOfTwoMegabytesIsHandled()
     }
 }
 
-void tst_MapTextReader::binaryNoiseIsReadWithoutHarm()
+void tst_MapTextReader::randomBytesAreRefusedOrOnlyAddRows()
 {
     std::mt19937 random(20230901);
     QByteArray noise(1 << 20, Qt::Uninitialized);

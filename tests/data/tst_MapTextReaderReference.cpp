@@ -206,27 +206,27 @@ class tst_MapTextReaderReference : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void hostileNumberInEveryField_data();
-    void hostileNumberInEveryField();
-    void randomNumbers();
-    void whiteSpace();
-    void lineEndings();
-    void linesWithAnyNumberOfWords();
-    void byteOrderMarks_data();
-    void byteOrderMarks();
-    void unpairedSurrogatesInWords();
-    void truncatedAtEveryByte_data();
-    void truncatedAtEveryByte();
-    void randomBytes();
-    void textLikeBytes();
-    void grammarFuzz();
-    void grammarFuzzInUtf16();
-    void brokenUtf8AtTheBoundariesOfDecodedPieces();
-    void lineEndAtABlockBoundary();
-    void manyBlocksOfData();
-    void lineOfTwoMegabytes_data();
-    void lineOfTwoMegabytes();
-    void longLinesOfOneRepeatedPart();
+    void hostileNumberInEveryFieldReadsLikeTheReference_data();
+    void hostileNumberInEveryFieldReadsLikeTheReference();
+    void randomNumbersReadLikeTheReference();
+    void whiteSpaceReadsLikeTheReference();
+    void lineEndingsReadLikeTheReference();
+    void linesWithAnyNumberOfWordsReadLikeTheReference();
+    void byteOrderMarksReadLikeTheReference_data();
+    void byteOrderMarksReadLikeTheReference();
+    void unpairedSurrogatesInWordsReadLikeTheReference();
+    void textTruncatedAtEveryByteReadsLikeTheReference_data();
+    void textTruncatedAtEveryByteReadsLikeTheReference();
+    void randomBytesReadLikeTheReference();
+    void textLikeBytesReadLikeTheReference();
+    void generatedMapsReadLikeTheReference();
+    void generatedMapsInUtf16ReadLikeTheReference();
+    void brokenUtf8AtTheBoundariesOfDecodedPiecesReadLikeTheReference();
+    void lineEndAtABlockBoundaryReadsLikeTheReference();
+    void manyBlocksOfDataReadLikeTheReference();
+    void lineOfTwoMegabytesReadsLikeTheReference_data();
+    void lineOfTwoMegabytesReadsLikeTheReference();
+    void longLinesOfOneRepeatedPartReadLikeTheReference();
     void missingFileKeepsTheMapOfTheReferenceReader();
 
 private:
@@ -270,7 +270,7 @@ QString tst_MapTextReaderReference::check(const QByteArray& text, qint64 step)
         QVERIFY2(found.isEmpty(), qPrintable(found));                                              \
     } while (false)
 
-void tst_MapTextReaderReference::hostileNumberInEveryField_data()
+void tst_MapTextReaderReference::hostileNumberInEveryFieldReadsLikeTheReference_data()
 {
     QTest::addColumn<QByteArray>("number");
     int i = 0;
@@ -280,7 +280,7 @@ void tst_MapTextReaderReference::hostileNumberInEveryField_data()
     }
 }
 
-void tst_MapTextReaderReference::hostileNumberInEveryField()
+void tst_MapTextReaderReference::hostileNumberInEveryFieldReadsLikeTheReference()
 {
     QFETCH(QByteArray, number);
     const QByteArray head = "# X-NUM 1\n# Y-NUM 1\n";
@@ -292,7 +292,7 @@ void tst_MapTextReaderReference::hostileNumberInEveryField()
     VERIFY_SAME("# 2003901\n# I0 : " + number + "\n# I :" + number + "\n1 2 3 4\n");
 }
 
-void tst_MapTextReaderReference::randomNumbers()
+void tst_MapTextReaderReference::randomNumbersReadLikeTheReference()
 {
     // Doubles with random bit patterns, written with 0 to 19 significant digits.
     Random random(13061306);
@@ -308,7 +308,7 @@ void tst_MapTextReaderReference::randomNumbers()
     VERIFY_SAME(text);
 }
 
-void tst_MapTextReaderReference::whiteSpace()
+void tst_MapTextReaderReference::whiteSpaceReadsLikeTheReference()
 {
     for (const QByteArray& blank : blanks) {
         VERIFY_SAME("# X-NUM" + blank + "2\n#" + blank + "Y-NUM 1\n" + blank + "# z\n1 2" + blank +
@@ -317,7 +317,7 @@ void tst_MapTextReaderReference::whiteSpace()
     }
 }
 
-void tst_MapTextReaderReference::lineEndings()
+void tst_MapTextReaderReference::lineEndingsReadLikeTheReference()
 {
     for (const QByteArray& end : lineEnds) {
         for (const QByteArray& sample : {sampleFour, sampleChannels, sampleOther}) {
@@ -328,7 +328,7 @@ void tst_MapTextReaderReference::lineEndings()
     }
 }
 
-void tst_MapTextReaderReference::linesWithAnyNumberOfWords()
+void tst_MapTextReaderReference::linesWithAnyNumberOfWordsReadLikeTheReference()
 {
     for (int columns = -4; columns < 6; ++columns) {
         QByteArray text = "# 2003901\n# I0 : " + QByteArray::number(columns) + "\n";
@@ -341,7 +341,7 @@ void tst_MapTextReaderReference::linesWithAnyNumberOfWords()
     }
 }
 
-void tst_MapTextReaderReference::byteOrderMarks_data()
+void tst_MapTextReaderReference::byteOrderMarksReadLikeTheReference_data()
 {
     QTest::addColumn<QByteArray>("mark");
     QTest::newRow("UTF-8") << QByteArray("\xef\xbb\xbf");
@@ -354,7 +354,7 @@ void tst_MapTextReaderReference::byteOrderMarks_data()
     QTest::newRow("UTF-8 twice") << QByteArray("\xef\xbb\xbf\xef\xbb\xbf");
 }
 
-void tst_MapTextReaderReference::byteOrderMarks()
+void tst_MapTextReaderReference::byteOrderMarksReadLikeTheReference()
 {
     QFETCH(QByteArray, mark);
     VERIFY_SAME(mark);
@@ -364,7 +364,7 @@ void tst_MapTextReaderReference::byteOrderMarks()
     VERIFY_SAME("#\n" + mark + "# X-NUM 2\n" + mark);
 }
 
-void tst_MapTextReaderReference::unpairedSurrogatesInWords()
+void tst_MapTextReaderReference::unpairedSurrogatesInWordsReadLikeTheReference()
 {
     const auto sample = [](char16_t unit) {
         return QStringLiteral(
@@ -377,7 +377,7 @@ void tst_MapTextReaderReference::unpairedSurrogatesInWords()
     }
 }
 
-void tst_MapTextReaderReference::truncatedAtEveryByte_data()
+void tst_MapTextReaderReference::textTruncatedAtEveryByteReadsLikeTheReference_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::newRow("four columns") << sampleFour;
@@ -388,7 +388,7 @@ void tst_MapTextReaderReference::truncatedAtEveryByte_data()
     QTest::newRow("UTF-32") << encoded(QString::fromUtf8(sampleOther), QStringConverter::Utf32BE);
 }
 
-void tst_MapTextReaderReference::truncatedAtEveryByte()
+void tst_MapTextReaderReference::textTruncatedAtEveryByteReadsLikeTheReference()
 {
     QFETCH(QByteArray, text);
     for (qsizetype size = 0; size <= text.size(); ++size) {
@@ -396,7 +396,7 @@ void tst_MapTextReaderReference::truncatedAtEveryByte()
     }
 }
 
-void tst_MapTextReaderReference::randomBytes()
+void tst_MapTextReaderReference::randomBytesReadLikeTheReference()
 {
     Random random(390120);
     for (int i = 0; i < 1000; ++i) {
@@ -405,7 +405,7 @@ void tst_MapTextReaderReference::randomBytes()
     VERIFY_SAME("# X-NUM 1\n# Y-NUM 1\n1 2 3\n" + noise(1 << 19, random), 1000);
 }
 
-void tst_MapTextReaderReference::textLikeBytes()
+void tst_MapTextReaderReference::textLikeBytesReadLikeTheReference()
 {
     Random random(1306);
     for (int i = 0; i < 2000; ++i) {
@@ -415,7 +415,7 @@ void tst_MapTextReaderReference::textLikeBytes()
     VERIFY_SAME(textLikeNoise(1 << 19, random), 1000);
 }
 
-void tst_MapTextReaderReference::grammarFuzz()
+void tst_MapTextReaderReference::generatedMapsReadLikeTheReference()
 {
     Random random(20230901);
     const QList<QByteArray> numbers = allNumbers();
@@ -424,7 +424,7 @@ void tst_MapTextReaderReference::grammarFuzz()
     }
 }
 
-void tst_MapTextReaderReference::grammarFuzzInUtf16()
+void tst_MapTextReaderReference::generatedMapsInUtf16ReadLikeTheReference()
 {
     Random random(16);
     const QList<QByteArray> numbers = allNumbers();
@@ -438,7 +438,7 @@ void tst_MapTextReaderReference::grammarFuzzInUtf16()
     }
 }
 
-void tst_MapTextReaderReference::brokenUtf8AtTheBoundariesOfDecodedPieces()
+void tst_MapTextReaderReference::brokenUtf8AtTheBoundariesOfDecodedPiecesReadLikeTheReference()
 {
     // A text stream decodes 16384 bytes at a time. An invalid UTF-8 sequence that is split at
     // such a boundary is decoded to other replacement characters than elsewhere in the text.
@@ -454,7 +454,7 @@ void tst_MapTextReaderReference::brokenUtf8AtTheBoundariesOfDecodedPieces()
     }
 }
 
-void tst_MapTextReaderReference::lineEndAtABlockBoundary()
+void tst_MapTextReaderReference::lineEndAtABlockBoundaryReadsLikeTheReference()
 {
     const QByteArray line = "# X-NUM 1\r\n1.25 2.5 3.75\r\n\r\n1 \xc3\xa9 4\n";
     for (qsizetype shift = 0; shift <= line.size(); ++shift) {
@@ -472,7 +472,7 @@ void tst_MapTextReaderReference::lineEndAtABlockBoundary()
     }
 }
 
-void tst_MapTextReaderReference::manyBlocksOfData()
+void tst_MapTextReaderReference::manyBlocksOfDataReadLikeTheReference()
 {
     // Lines of different lengths cross the block boundaries at different offsets.
     Random random(8192);
@@ -485,7 +485,7 @@ void tst_MapTextReaderReference::manyBlocksOfData()
     VERIFY_SAME(text.insert(3 * data::mapTextBlockSize, "\n# \xc3\xa9\xff\n"));
 }
 
-void tst_MapTextReaderReference::lineOfTwoMegabytes_data()
+void tst_MapTextReaderReference::lineOfTwoMegabytesReadsLikeTheReference_data()
 {
     QTest::addColumn<QByteArray>("start");
     QTest::addColumn<QByteArray>("part");
@@ -496,7 +496,7 @@ void tst_MapTextReaderReference::lineOfTwoMegabytes_data()
     QTest::newRow("long words") << QByteArray("# ENERGY : ") << QByteArray("abcdefghijklmno ");
 }
 
-void tst_MapTextReaderReference::lineOfTwoMegabytes()
+void tst_MapTextReaderReference::lineOfTwoMegabytesReadsLikeTheReference()
 {
     QFETCH(QByteArray, start);
     QFETCH(QByteArray, part);
@@ -504,7 +504,7 @@ void tst_MapTextReaderReference::lineOfTwoMegabytes()
     VERIFY_SAME("# X-NUM 1\n# Y-NUM 1\n" + line + "\n1 2 3 4\n");
 }
 
-void tst_MapTextReaderReference::longLinesOfOneRepeatedPart()
+void tst_MapTextReaderReference::longLinesOfOneRepeatedPartReadLikeTheReference()
 {
     for (const QByteArray& part :
          blanks + QList<QByteArray>{"0", ".0", "7 ", "#", QByteArray(1, '\0')}) {

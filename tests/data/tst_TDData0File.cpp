@@ -175,9 +175,9 @@ private Q_SLOTS:
     void otherFilesLeaveTheObjectUnchanged();
     void shortFileKeepsOldValues();
     void fileTruncatedAtEveryByte();
-    void noiseIsReadWithoutHarm();
-    void lineOfTenMegabytes_data();
-    void lineOfTenMegabytes();
+    void damagedFilesAreRefusedOrReadConsistently();
+    void lineOfTenMegabytesIsRead_data();
+    void lineOfTenMegabytesIsRead();
 
     void saveRefuses_data();
     void saveRefuses();
@@ -702,7 +702,7 @@ void TestTDData0File::fileTruncatedAtEveryByte()
     }
 }
 
-void TestTDData0File::noiseIsReadWithoutHarm()
+void TestTDData0File::damagedFilesAreRefusedOrReadConsistently()
 {
     std::mt19937 random(20240917);
     const DebugLog log;
@@ -730,7 +730,7 @@ void TestTDData0File::noiseIsReadWithoutHarm()
     }
 }
 
-void TestTDData0File::lineOfTenMegabytes_data()
+void TestTDData0File::lineOfTenMegabytesIsRead_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<qsizetype>("idLength");
@@ -744,7 +744,7 @@ void TestTDData0File::lineOfTenMegabytes_data()
     row("zeros", QByteArray(10'000'000, '\0'), 0);
 }
 
-void TestTDData0File::lineOfTenMegabytes()
+void TestTDData0File::lineOfTenMegabytesIsRead()
 {
     QFETCH(QByteArray, line);
     const DebugLog log;

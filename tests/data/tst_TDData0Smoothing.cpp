@@ -108,7 +108,7 @@ class TestTDData0Smoothing : public QObject
 private Q_SLOTS:
     void smoothingGivesTheMeanOfTheWindow_data();
     void smoothingGivesTheMeanOfTheWindow();
-    void meanAtTheEdgeIsDividedByThePixelsInTheWindow();
+    void meanAtTheMapBorderUsesOnlyPixelsInsideTheMap();
     void invalidPixelsAreSkipped();
     void invalidPixelsKeepTheValueOfTheTarget();
     void nanRemainsInTheRunningSumToTheEndOfTheLine();
@@ -157,9 +157,9 @@ void TestTDData0Smoothing::smoothingGivesTheMeanOfTheWindow()
     QVERIFY(containsMeans(alongY, *map, 0, n));
 }
 
-void TestTDData0Smoothing::meanAtTheEdgeIsDividedByThePixelsInTheWindow()
+void TestTDData0Smoothing::meanAtTheMapBorderUsesOnlyPixelsInsideTheMap()
 {
-    // Windows of 2, 3, 3 and 2 pixels; all means are exact in binary.
+    // Windows of 2, 3, 3 and 2 pixels; all means are exactly representable.
     const QList<double> values = {2, 4, 12, 32};
     const QList<double> means = {3, 6, 16, 22};
     TDData0 alongX(4, 1);

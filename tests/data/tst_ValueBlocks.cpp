@@ -155,7 +155,7 @@ private Q_SLOTS:
 
     void rowsInAnotherOrderAreFilledCorrectly();
     void copiedRowIsFilledCorrectly();
-    void rowWithTheListOfAnotherRowIsFilledCorrectly();
+    void rowsThatShareAListAreFilledCorrectly();
     void shorterLastBlockIsFilledCorrectly();
     void listsOfAnotherLengthAreFilledCorrectly();
     void twoListsOfRowsAreFilledIndependently();
@@ -454,7 +454,7 @@ void tst_ValueBlocks::copiedRowIsFilledCorrectly()
     QCOMPARE(elsewhere.values, valuesOf(5, 2));
 }
 
-void tst_ValueBlocks::rowWithTheListOfAnotherRowIsFilledCorrectly()
+void tst_ValueBlocks::rowsThatShareAListAreFilledCorrectly()
 {
     ValueBlocks blocks;
     Rows rows(64);
@@ -484,7 +484,7 @@ void tst_ValueBlocks::shorterLastBlockIsFilledCorrectly()
         QVERIFY(areFilled(rows, fill));
         QVERIFY(before.isEmpty() || areFilled(before, fillBefore));
     }
-    // Again, but without a copy of the rows that shares the blocks.
+    // The same test without the copy `before`, so that no other list shares the blocks.
     for (const int number : {70, 64, 65, 128, 129, 1, 63, 64, 0, 100, 90, 100}) {
         rows.resize(number);
         refill(blocks, rows, ++fill);
@@ -494,7 +494,9 @@ void tst_ValueBlocks::shorterLastBlockIsFilledCorrectly()
 
 void tst_ValueBlocks::listsOfAnotherLengthAreFilledCorrectly()
 {
-    for (const int number : {70, 1, 65}) { // the first list of a block keeps its address
+    // With 1 and 65 rows, the last block has a single list. It starts at the same address for
+    // every length, so only its length shows that the block cannot be reused.
+    for (const int number : {70, 1, 65}) {
         ValueBlocks blocks;
         Rows rows(number);
         int fill = 0;
