@@ -71,8 +71,8 @@ private Q_SLOTS:
     void convertsReversedRanges();
     void conversionClampsAtBothEnds_data();
     void conversionClampsAtBothEnds();
-    void emptyRealRangeGivesInfinitiesAndNaN();
-    void emptyPlotAreaGivesInfinitiesAndNaN();
+    void emptyRealRangeYieldsInfiniteOrNaNPixels();
+    void emptyPlotAreaYieldsInfiniteOrNaNValues();
     void edgeBandsAreAtBothEnds_data();
     void edgeBandsAreAtBothEnds();
     void edgeBandsExcludeTheirInnerLimits();
@@ -145,10 +145,10 @@ void tst_ChCoord::marginsAreTruncatedToWholePixels_data()
     QTest::addColumn<QRectF>("screen"); // x0, y0, x1 - x0, y1 - y0
     QTest::addColumn<QRectF>("area");
     // The default margins are 0.1 (left and bottom) and 0.05 (right and top) of the
-    // widget's size: 40, 30, 20 and 15 pixels.
+    // widget's size: 40 (left), 20 (right), 30 (bottom) and 15 (top) pixels.
     QTest::newRow("400 by 300") << QRectF(0, 300, 400, -300) << QRectF(40, 270, 340, -255);
-    // The left, right, bottom and top margins are 39.9, 19.95, 29.9 and 14.95 pixels
-    // before truncation.
+    // Before truncation the margins are 39.9 (left), 19.95 (right), 29.9 (bottom) and
+    // 14.95 (top) pixels.
     QTest::newRow("399 by 299") << QRectF(0, 299, 399, -299) << QRectF(39, 270, 341, -256);
     QTest::newRow("one pixel") << QRectF(0, 1, 1, -1) << QRectF(0, 1, 1, -1);
     QTest::newRow("empty") << QRectF(0, 0, 0, 0) << QRectF(0, 0, 0, 0);
@@ -283,7 +283,7 @@ void tst_ChCoord::conversionClampsAtBothEnds()
     QVERIFY(qAbs(conversion(cc, pixel) - value) < 1e-12);
 }
 
-void tst_ChCoord::emptyRealRangeGivesInfinitiesAndNaN()
+void tst_ChCoord::emptyRealRangeYieldsInfiniteOrNaNPixels()
 {
     PlotSurface cc;
     cc.setReal(5, 5, 5, 5);
@@ -300,7 +300,7 @@ void tst_ChCoord::emptyRealRangeGivesInfinitiesAndNaN()
     QCOMPARE(cc.s2rClampX(123), 5.0);
 }
 
-void tst_ChCoord::emptyPlotAreaGivesInfinitiesAndNaN()
+void tst_ChCoord::emptyPlotAreaYieldsInfiniteOrNaNValues()
 {
     PlotSurface cc;
     cc.setArea(40, 30, 40, 30);

@@ -211,8 +211,9 @@ void tst_ComparisonGraph::highResolutionScreenShowsNewestPointOnTop()
         plot.DispA->render(&picture);
         return picture;
     };
-    // With overlapping marks, the picture depends on the order in which the marks are
-    // drawn. Twenty points share each position.
+    // Each position has twenty points: 19 older points and the newest point, which
+    // usually differ in colour. Older points are visible only through transparent
+    // newer points.
     QList<PlainPoint> newest = randomPoints(200);
     for (PlainPoint& point : newest) {
         point.color.setAlpha(alpha);

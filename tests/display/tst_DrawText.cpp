@@ -99,8 +99,8 @@ private Q_SLOTS:
     void fittedSizeIsLimitedToMaxPoints();
     void returnedBoxIsMeasuredAtTenPoints();
     void emptyTextHasEmptyBox();
-    void otherModesUseTheGivenFont_data();
-    void otherModesUseTheGivenFont();
+    void modesOtherThanOneUseTheGivenFont_data();
+    void modesOtherThanOneUseTheGivenFont();
     void painterKeepsTheGivenFont_data();
     void painterKeepsTheGivenFont();
     void negativeBoxEqualsNormalizedBox_data();
@@ -281,7 +281,7 @@ void tst_DrawText::emptyTextHasEmptyBox()
     QCOMPARE(log.lines(), QStringList());
 }
 
-void tst_DrawText::otherModesUseTheGivenFont_data()
+void tst_DrawText::modesOtherThanOneUseTheGivenFont_data()
 {
     QTest::addColumn<int>("mode");
     QTest::newRow("mode 0") << 0;
@@ -289,7 +289,7 @@ void tst_DrawText::otherModesUseTheGivenFont_data()
     QTest::newRow("mode -1") << -1;
 }
 
-void tst_DrawText::otherModesUseTheGivenFont()
+void tst_DrawText::modesOtherThanOneUseTheGivenFont()
 {
     QFETCH(int, mode);
     QCOMPARE(drawnText({10, 10, 400, 200}, leftMiddle, mode, shortText, 12.0).points, 17.0);

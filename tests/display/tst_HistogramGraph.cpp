@@ -157,7 +157,7 @@ private Q_SLOTS:
     void verticalGridExcludesTheLastInteger();
     void horizontalGridUsesTheScaleOfX_data();
     void horizontalGridUsesTheScaleOfX();
-    void gridIsLimitedToLimitsAndView();
+    void gridIsDrawnOnlyBetweenTheLimitsAndInsideTheView();
     void denseHorizontalGridFillsItsRows();
     void extremeNumbersStillPaint_data();
     void extremeNumbersStillPaint();
@@ -268,8 +268,9 @@ void tst_HistogramGraph::firstBinIsCentredOnTheLowerLimit()
 void tst_HistogramGraph::barsAreShiftedByTheIndexOfTheirSeries_data()
 {
     QTest::addColumn<int>("place");
-    // The bin starts at pixel column 180. The bar of series s (0 to 3) is shifted by 3
-    // s - 3.5 pixels: to 176.5, 179.5, 182.5 and 185.5, truncated.
+    // The bin starts at pixel column 180. The bars of the series 0, 1, 2 and 3 are
+    // shifted by -3.5, -0.5, 2.5 and 5.5 pixels, so they start at 176.5, 179.5, 182.5
+    // and 185.5, truncated.
     QTest::addColumn<int>("column");
     QTest::newRow("first series") << 0 << 176;
     QTest::newRow("second series") << 1 << 179;
@@ -538,7 +539,7 @@ void tst_HistogramGraph::horizontalGridUsesTheScaleOfX()
 }
 
 // Vertical lines exist only between the limits, also in a wider view.
-void tst_HistogramGraph::gridIsLimitedToLimitsAndView()
+void tst_HistogramGraph::gridIsDrawnOnlyBetweenTheLimitsAndInsideTheView()
 {
     // The limits are 0.5 and 5.5. The view is 20 units wide and starts at -8, so one
     // unit is 17 pixels wide and the line at 3 is at pixel column 40 + 17 * 11 = 227.

@@ -29,7 +29,7 @@ class tst_MouseC : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void startsWithEverythingZero();
+    void allFieldsAreInitiallyZero();
     void moveRecordsPositionButtonAndKeys();
     void doubleClickRecordsItsOwnFieldsOnly();
     void eachEventRecordsOnlyItsOwnFields();
@@ -40,7 +40,7 @@ private Q_SLOTS:
     void hasNeitherSignalsNorSlots();
 };
 
-void tst_MouseC::startsWithEverythingZero()
+void tst_MouseC::allFieldsAreInitiallyZero()
 {
     const MouseC mouse;
     for (const QPoint& position :

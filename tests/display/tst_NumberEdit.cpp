@@ -21,7 +21,7 @@ private Q_SLOTS:
     void typingAfterDoubleClickReplacesTheNumber();
     void mouseMoveDuringDoubleClickKeepsTheSelection();
     void laterDragSelectsAPart();
-    void doubleClickInOtherFieldsSelectsAWord();
+    void doubleClickInAFittedEditSelectsOnlyAWord();
     void typingAfterEnterReplacesTheNumber();
     void numberSetByCodeAfterEnterIsSelected();
 
@@ -104,7 +104,7 @@ void tst_NumberEdit::laterDragSelectsAPart()
     QVERIFY(m_edit->selectedText().size() > 2 && m_edit->selectedText().size() < 7);
 }
 
-void tst_NumberEdit::doubleClickInOtherFieldsSelectsAWord()
+void tst_NumberEdit::doubleClickInAFittedEditSelectsOnlyAWord()
 {
     display::FittedEdit list;
     list.setText("8250 8320");

@@ -268,7 +268,7 @@ void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence_data()
     QTest::newRow("upper is infinite") << 2.0 << infinity << 0;
 }
 
-// Row "wider than the view": the view is 1.5 to 3.5, and the outline covers the lines
+// Case "wider than the view": the view is 1.5 to 3.5, and the outline covers the lines
 // at its ends, so the 19 lines from 1.6 to 3.4 are visible.
 void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence()
 {

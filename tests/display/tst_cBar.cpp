@@ -73,10 +73,11 @@ public:
         move(to);
         release(to, button);
     }
-    /// Sends an event for which QTest has no function.
-    void send(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons clamped)
+    /// Sends a mouse event with any position and any pressed buttons. The functions of
+    /// QTest accept only whole pixels.
+    void send(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons pressed)
     {
-        QMouseEvent event(type, at, mapToGlobal(at), button, clamped, Qt::NoModifier);
+        QMouseEvent event(type, at, mapToGlobal(at), button, pressed, Qt::NoModifier);
         QCoreApplication::sendEvent(this, &event);
         QCoreApplication::processEvents();
     }
@@ -152,7 +153,7 @@ private Q_SLOTS:
     void rowsShowTheColoursOfTheirValues();
     void entriesAreOnTheirRows();
     void tallEntriesFillAllTheirRows();
-    void rowsOutsideTheTableHaveTheirOwnColours();
+    void rowsOutsideTheLinesUseTheAboveAndBelowColours();
     void linesAreClampedToTheBar_data();
     void linesAreClampedToTheBar();
     void tinyBarsAreHarmless();
@@ -172,7 +173,7 @@ private Q_SLOTS:
     void lastLineStaysSelected_data();
     void lastLineStaysSelected();
     void dragWithoutASelectedLineEmitsAnUnchangedScale();
-    void draggingALineOntoTheOtherIsIgnored();
+    void draggingOneLineOntoTheOtherLineIsIgnored();
     void linesCanCross();
     void moveWithoutButtonOnlyRepaints();
     void releaseRepaints();
@@ -559,7 +560,7 @@ void tst_cBar::tallEntriesFillAllTheirRows()
     }
 }
 
-void tst_cBar::rowsOutsideTheTableHaveTheirOwnColours()
+void tst_cBar::rowsOutsideTheLinesUseTheAboveAndBelowColours()
 {
     cBar bar;
     bar.setCBarType(11);
@@ -699,7 +700,7 @@ void tst_cBar::lowerLineIsSelectedIfBothAreNear_data()
 }
 
 // The lines are at the pixel rows 128 and 136. A line is near if it is less than 10
-// rows away.
+// pixel rows away.
 void tst_cBar::lowerLineIsSelectedIfBothAreNear()
 {
     QFETCH(int, y);
@@ -882,7 +883,7 @@ void tst_cBar::dragWithoutASelectedLineEmitsAnUnchangedScale()
     QCOMPARE(bar.imin, 0.0);
 }
 
-void tst_cBar::draggingALineOntoTheOtherIsIgnored()
+void tst_cBar::draggingOneLineOntoTheOtherLineIsIgnored()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());

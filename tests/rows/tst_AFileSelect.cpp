@@ -185,7 +185,7 @@ private Q_SLOTS:
 
     void clearKeepsTheDirectoryAndEmitsAnEmptyPath();
 
-    void highlightedFileIsLoadedAtOnceAndAgainOnOpen();
+    void highlightedFileIsLoadedImmediatelyAndAgainOnOpen();
     void openInTheDialogEmitsThePathLast();
     void highlightIsIgnoredWhileTheDialogIsHidden();
     void highlightOfNonRegularFileIsIgnored_data();
@@ -213,8 +213,8 @@ private Q_SLOTS:
     void droppedUrlIsShownAsPath_data();
     void droppedUrlIsShownAsPath();
     void dropOfSeveralFilesUsesTheFirst();
-    void dropOfOtherDataDoesNothing_data();
-    void dropOfOtherDataDoesNothing();
+    void dropIsIgnoredUnlessTheFirstUrlIsALocalFile_data();
+    void dropIsIgnoredUnlessTheFirstUrlIsALocalFile();
     void dropInSaveModeGetsTheSuffix();
     void droppedFileIsCopiedNotMoved();
 
@@ -549,7 +549,7 @@ void tst_AFileSelect::clearKeepsTheDirectoryAndEmitsAnEmptyPath()
     QCOMPARE(recorder.entries, expected);
 }
 
-void tst_AFileSelect::highlightedFileIsLoadedAtOnceAndAgainOnOpen()
+void tst_AFileSelect::highlightedFileIsLoadedImmediatelyAndAgainOnOpen()
 {
     AFileSelect row;
     const QSignalSpy paths(&row, &AFileSelect::newFilePath);
@@ -857,7 +857,7 @@ void tst_AFileSelect::dropOfSeveralFilesUsesTheFirst()
     QCOMPARE(lists.size(), 0);
 }
 
-void tst_AFileSelect::dropOfOtherDataDoesNothing_data()
+void tst_AFileSelect::dropIsIgnoredUnlessTheFirstUrlIsALocalFile_data()
 {
     QTest::addColumn<QList<QUrl>>("urls");
     const QUrl local = QUrl::fromLocalFile(QStringLiteral("/tmp/map.dat"));
@@ -868,7 +868,7 @@ void tst_AFileSelect::dropOfOtherDataDoesNothing_data()
     QTest::newRow("no URL") << QList<QUrl>{};
 }
 
-void tst_AFileSelect::dropOfOtherDataDoesNothing()
+void tst_AFileSelect::dropIsIgnoredUnlessTheFirstUrlIsALocalFile()
 {
     QFETCH(QList<QUrl>, urls);
     AFileSelect row;

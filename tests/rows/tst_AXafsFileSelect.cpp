@@ -49,7 +49,7 @@ private Q_SLOTS:
     void slotsAreCallableByName();
 
     void newFileIsReadAndProposesItsEdge();
-    void edgeIsProposedBeforeOtherSignals();
+    void edgeIsProposedBeforeThePathIsSignalled();
     void fileFromDialogIsRead();
     void secondReadProposesItsEdge();
     void failedReadProposesNoEdge_data();
@@ -61,8 +61,8 @@ private Q_SLOTS:
     void spectrumSlotKeepsTheNameField();
 
     void shiftFieldHasNoEffectBeforeAttach();
-    void attachWithoutFrameIsHarmless();
-    void attachTwiceConnectsTheShiftFieldOnce();
+    void attachingWithoutAFrameIsHarmless();
+    void attachingTwiceConnectsTheShiftFieldOnce();
 
     void shiftOfValidSpectrumIsStoredAndSignalled();
     void shiftWithoutSpectrumIsStoredWithoutSignal();
@@ -122,7 +122,7 @@ void tst_AXafsFileSelect::newFileIsReadAndProposesItsEdge()
     QCOMPARE(edges.at(0).at(0).toDouble(), 8105.0);
 }
 
-void tst_AXafsFileSelect::edgeIsProposedBeforeOtherSignals()
+void tst_AXafsFileSelect::edgeIsProposedBeforeThePathIsSignalled()
 {
     AXafsFileSelect row;
     QStringList received;
@@ -256,7 +256,7 @@ void tst_AXafsFileSelect::shiftFieldHasNoEffectBeforeAttach()
     QCOMPARE(spectrumOf(row).dE, 0.0);
 }
 
-void tst_AXafsFileSelect::attachWithoutFrameIsHarmless()
+void tst_AXafsFileSelect::attachingWithoutAFrameIsHarmless()
 {
     AXafsFileSelect row;
     row.attach(nullptr);
@@ -270,7 +270,7 @@ void tst_AXafsFileSelect::attachWithoutFrameIsHarmless()
     row.draw(nullptr); // no-op without a frame
 }
 
-void tst_AXafsFileSelect::attachTwiceConnectsTheShiftFieldOnce()
+void tst_AXafsFileSelect::attachingTwiceConnectsTheShiftFieldOnce()
 {
     AXafsFileSelect row;
     row.attach(nullptr);

@@ -106,7 +106,7 @@ private Q_SLOTS:
 
     void lastNameIsSelectedOnEachOpening();
     void firstOpeningShowsNameSizeAndDate();
-    void sizeChosenByTheUserIsKept();
+    void dialogAndColumnSizesSetByTheUserAreKept();
     void titleIsKeptInAllModes();
 
 private:
@@ -403,7 +403,7 @@ void tst_FileDialog::firstOpeningShowsNameSizeAndDate()
     QVERIFY(fixture.dialog.width() <= 1200 && fixture.dialog.height() <= 700);
 }
 
-void tst_FileDialog::sizeChosenByTheUserIsKept()
+void tst_FileDialog::dialogAndColumnSizesSetByTheUserAreKept()
 {
     DialogFixture fixture;
     QVERIFY(fixture.open());
