@@ -111,8 +111,8 @@ private Q_SLOTS:
     void emptyEnergyIsDrawnAtZero();
     void targetIsNotShown();
     void invalidSpectrumIsNotDrawnButKeepsItsColor();
-    void singlePointHasALegendRowButNoCurve();
-    void validSpectrumWithoutPointsHasALegendRow();
+    void singlePointHasALegendLineButNoCurve();
+    void validSpectrumWithoutPointsHasALegendLine();
     void displayedFilesHaveThinLinesAndTheNextColors();
     void colorsRepeatAfterTheLastColor();
     void percentSignsInNamesAreKept();
@@ -129,7 +129,7 @@ private Q_SLOTS:
 
     // Clicks in the legend
     void legendClickTogglesItsSpectrum();
-    void legendHasRowsOnlyForValidSpectra();
+    void legendHasLinesOnlyForValidSpectra();
     void pressRepaintsTheGraphs();
     void pressInAnotherPlotTogglesNothing();
 
@@ -411,17 +411,18 @@ void tst_FourPsAllMut::invalidSpectrumIsNotDrawnButKeepsItsColor()
     QCOMPARE(countOf(image, wanted.place.inside(), black), 0);
 }
 
-void tst_FourPsAllMut::singlePointHasALegendRowButNoCurve()
+void tst_FourPsAllMut::singlePointHasALegendLineButNoCurve()
 {
     setPoints(reference(0), "single", {{8330, 1.0}});
     setPoints(reference(1), "falling", falling());
     const QImage image = paint();
     QVERIFY(isSamePicture(image, plain().picture()));
     QCOMPARE(countOf(image, QRect(39, 23, 240, 200), black), 0);
-    QVERIFY(countOf(image, QRect(288, 13, 76, 9), Qt::white) < 76 * 9); // the name in the legend
+    QVERIFY(countOf(image, QRect(288, 13, 76, 9), Qt::white) <
+            76 * 9); // not all white: the name is drawn
 }
 
-void tst_FourPsAllMut::validSpectrumWithoutPointsHasALegendRow()
+void tst_FourPsAllMut::validSpectrumWithoutPointsHasALegendLine()
 {
     setTwoReferences();
     reference(0).points.clear();
@@ -590,7 +591,7 @@ void tst_FourPsAllMut::legendClickTogglesItsSpectrum()
     QCOMPARE(m_panel->ui.PostEStartDE->text(), QStringLiteral("100"));
 }
 
-void tst_FourPsAllMut::legendHasRowsOnlyForValidSpectra()
+void tst_FourPsAllMut::legendHasLinesOnlyForValidSpectra()
 {
     setTwoReferences();
     setPoints(reference(2), "third", rising());

@@ -54,12 +54,12 @@ private Q_SLOTS:
     void pointsOutsideThePlotAreNotDrawn_data();
     void pointsOutsideThePlotAreNotDrawn();
 
-    void extremeValencesAreSafe_data();
-    void extremeValencesAreSafe();
+    void extremeValencesDrawNothingOverTheMargins_data();
+    void extremeValencesDrawNothingOverTheMargins();
 
     void doubleClickClearsThePlot();
     void firstPointAfterClearingFitsTheRange();
-    void clickGivesLaterPointsTheNextColor();
+    void clickSelectsTheNextColorForLaterPoints();
     void releaseOfAnyButtonSelectsTheNextColor_data();
     void releaseOfAnyButtonSelectsTheNextColor();
     void fitShowsItsPointImmediately();
@@ -131,8 +131,9 @@ void tst_FourPsComparison::fitIsOnXAndTargetOnY()
 {
     m_panel->LCFvs4PS = {pointAt(2.1, 2.905)};
     const QImage image = paint();
-    // Both axes are from 1.8 to 3.2, a span of 1.4. So the point is 330 * 0.3 / 1.4 = 70
-    // pixels right of the left edge and 220 * 1.105 / 1.4 = 174 pixels above the bottom edge.
+    // Both axes are from 1.8 to 3.2, a span of 1.4. So the point is 330 * 0.3 / 1.4 = 70.7
+    // pixels right of the left edge and 220 * 1.105 / 1.4 = 173.6 pixels above the bottom edge.
+    // Its coordinates (108.7, 58.4) are rounded down to (108, 58).
     const QPoint centre(38 + 70, 232 - 174);
     QVERIFY(countOf(image, QRect(centre - QPoint(2, 2), QSize(5, 5)), red) >= 8);
     QCOMPARE(countOf(image, image.rect(), red),
@@ -192,7 +193,7 @@ void tst_FourPsComparison::pointsOutsideThePlotAreNotDrawn()
     QVERIFY(countOf(image, wanted.place.inside(), blue) >= 12);
 }
 
-void tst_FourPsComparison::extremeValencesAreSafe_data()
+void tst_FourPsComparison::extremeValencesDrawNothingOverTheMargins_data()
 {
     QTest::addColumn<QString>("first");
     QTest::addColumn<QString>("second");
@@ -207,7 +208,7 @@ void tst_FourPsComparison::extremeValencesAreSafe_data()
 }
 
 // The paint must end in finite time, and it must draw nothing over the margins.
-void tst_FourPsComparison::extremeValencesAreSafe()
+void tst_FourPsComparison::extremeValencesDrawNothingOverTheMargins()
 {
     QFETCH(QString, first);
     QFETCH(QString, second);
@@ -247,7 +248,7 @@ void tst_FourPsComparison::firstPointAfterClearingFitsTheRange()
     QVERIFY(isSamePicture(paint(), plain(1.0, 4.0).picture()));
 }
 
-void tst_FourPsComparison::clickGivesLaterPointsTheNextColor()
+void tst_FourPsComparison::clickSelectsTheNextColorForLaterPoints()
 {
     const auto run = [this](double fit) { // adds a point, as a run of the fit would
         m_panel->LCFvs4PS.append(pointAt(fit, 2.35, m_panel->LCFColor));

@@ -368,7 +368,7 @@ void tst_FourPsGraphs::dragRecalculatesOncePerValidReference_data()
 {
     QTest::addColumn<int>("valid");
     QTest::addColumn<int>("perMove");    // recalculations per mouse move
-    QTest::addColumn<int>("perRelease"); // as for a move, plus as many for the new edge, plus 1
+    QTest::addColumn<int>("perRelease"); // 2 * perMove + 1: drag, new edge, release
     QTest::newRow("no reference") << 0 << 0 << 1;
     QTest::newRow("one reference") << 1 << 1 << 3;
     QTest::newRow("two references") << 2 << 2 << 5;
@@ -408,8 +408,8 @@ void tst_FourPsGraphs::pressWithoutDragRecalculatesOnRelease()
     press(of->DispA, QPointF(start, middle(of)));
     QVERIFY(m_panel->LCFvs4PS.isEmpty());
     release(of->DispA, QPointF(start, middle(of)));
-    // The release moves the line to the mouse position and recalculates 2 + 2 + 1 times: two
-    // references are valid.
+    // The release moves the line to the mouse position. With two valid references it
+    // recalculates 2 times for the move, 2 times for the new edge and once at its end.
     QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(place.valueAt(start)));
     QCOMPARE(m_panel->LCFvs4PS.size(), 5);
 }

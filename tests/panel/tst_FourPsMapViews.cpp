@@ -279,8 +279,8 @@ void tst_FourPsMapViews::zoomedAndPannedViewShowsItsPartOfTheMap()
     QCOMPARE(picture(window()), plainPicture(window(), map, {{}, -2.5, -1.25, 4.0, 5.0}));
 }
 
-// imax, the index of the upper limit 768, is twice the length of the colour table (768). So
-// the colours end at half the upper limit, and every higher value is white.
+// The colour table has 768 entries. With imax = 1536, the upper limit has the index 1536, so
+// half the upper limit already has the last colour, and every higher value is white.
 void tst_FourPsMapViews::squeezedColourBarChangesTheColours()
 {
     setQuantity(*m_panel, C1, 3, 1, {0.0, 192.0, 768.0});

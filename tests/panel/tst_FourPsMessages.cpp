@@ -187,8 +187,8 @@ void tst_FourPsMessages::textIsUpToDateDuringARecalculation()
             [&] { seen = messages(*m_panel); });
     m_panel->calcBoth();
     // A recalculation writes the lines of the map, sets the result field of the target, and
-    // then writes the line of the target. So the
-    // lines that were seen at that moment are only the lines of the map.
+    // then writes the line of the target. So when the field changes, the message box contains
+    // only the lines of the map.
     QVERIFY(!seen.isEmpty());
     QCOMPARE(messages(*m_panel).mid(0, seen.size()), seen);
     QVERIFY(messages(*m_panel).contains(line));

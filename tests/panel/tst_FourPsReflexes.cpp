@@ -113,7 +113,7 @@ private Q_SLOTS:
 
     void displayFilesAreListedAndLoaded();
     void unreadableDisplayFilesAreSkipped();
-    void displayFilesFollowTheEdge();
+    void newEdgeIsSetInTheDisplayFiles();
     void removeAFileRemovesTheSelectedFile();
     void removeAFileOnAnEmptyListDoesNothing();
 
@@ -535,7 +535,7 @@ void tst_FourPsReflexes::unreadableDisplayFilesAreSkipped()
     QVERIFY(messages(panel).isEmpty());
 }
 
-void tst_FourPsReflexes::displayFilesFollowTheEdge()
+void tst_FourPsReflexes::newEdgeIsSetInTheDisplayFiles()
 {
     FourPs& panel = *m_panel;
     panel.receiveNewDispFiles({m_files.ref1});

@@ -121,7 +121,7 @@ void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction_data()
 void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction()
 {
     QFETCH(unsigned, seed);
-    // Each seed uses a new panel, so that the same actions follow when a row of this test is
+    // Each seed uses a new panel, so that the same actions follow when a data row is
     // run alone.
     auto panel = std::make_unique<FourPs>();
     QVERIFY(showAll(*panel));

@@ -21,7 +21,7 @@ namespace
 
 const QString longNumber = QStringLiteral("-9.60021e-05");
 
-/// Fields that contain no single number: paths, a list of numbers, or a result
+/// Fields whose text is not one number: paths, a list of numbers, or a result
 /// sentence.
 const QStringList otherFields{"FileName", "MultiEnergys", "CalcRes", "LCFRes"};
 

@@ -17,8 +17,8 @@
 namespace
 {
 
-/// Whether @p edit is a field for results or selected files, not for typing. The background
-/// colour marks such fields.
+/// Whether @p edit shows a result or a selected file and is not meant for typing. Such fields
+/// have their own background colour.
 bool isResultField(const QLineEdit* edit)
 {
     return edit->styleSheet() == QLatin1String("background-color: rgb(255, 255, 220);");
@@ -82,7 +82,7 @@ private Q_SLOTS:
     void mapWindowOpensWithoutAFocusedField();
     void poppedOutMapOpensWithoutAFocusedField();
     void reopeningAMapWindowClearsTheFocusOfItsFields();
-    void popOutButtonDoesNotTakeTheFocus();
+    void clickOnThePopOutButtonDoesNotFocusIt();
     void keysInANewMapWindowChangeNothing();
     void graphWindowOpensWithoutAFocusedButton();
     void tabMovesFromTheUpperToTheLowerLimit();
@@ -230,7 +230,7 @@ void tst_TabOrder::reopeningAMapWindowClearsTheFocusOfItsFields()
     }
 }
 
-void tst_TabOrder::popOutButtonDoesNotTakeTheFocus()
+void tst_TabOrder::clickOnThePopOutButtonDoesNotFocusIt()
 {
     m_panel->Disps->show();
     m_panel->Disps->activateWindow();

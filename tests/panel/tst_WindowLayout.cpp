@@ -221,7 +221,7 @@ private:
 bool showsCompletely(QLineEdit* edit, const QString& number)
 {
     edit->setText(number);
-    // Qt keeps 2 pixels free on each side of the text, and 1 pixel for the cursor.
+    // Qt reserves 2 pixels on each side of the text and 1 pixel for the cursor.
     const int free = edit->contentsRect().width() - 2 * 2 - 1;
     return edit->toolTip().isEmpty() &&
            QFontMetricsF(edit->font()).horizontalAdvance(number) <= free;
@@ -271,7 +271,7 @@ QStringList outside(const QList<tests::DrawnText>& texts, double from, double to
 /// tenth of the plot's width. Both labels of the y axis must be in the left margin. Each
 /// label of the x axis must be within two margins of its end of the axis, and the edge jump
 /// within three margins of the right end.
-QStringList labelsOutsideTheirBoxes(DispABase* plot)
+QStringList labelsOutsideTheirRectangles(DispABase* plot)
 {
     const ChCoord& cc = plot->DispA->cc;
     const int margin = static_cast<int>(0.1 * plot->DispA->width());
@@ -369,10 +369,10 @@ private Q_SLOTS:
     void graphWindowShowsCompleteNumbers();
     void graphWindowHasEqualColumns_data() { addLanguageRows(); }
     void graphWindowHasEqualColumns();
-    void rotatedTitlesStayInTheirBoxes_data() { addLanguageRows(); }
-    void rotatedTitlesStayInTheirBoxes();
-    void plotLabelsStayInTheirBoxes_data() { addLanguageRows(); }
-    void plotLabelsStayInTheirBoxes();
+    void rotatedTitlesStayInTheirRectangles_data() { addLanguageRows(); }
+    void rotatedTitlesStayInTheirRectangles();
+    void plotLabelsStayInTheirRectangles_data() { addLanguageRows(); }
+    void plotLabelsStayInTheirRectangles();
     void poppedOutWindowsAreTitledLikeTheirPlots_data() { addLanguageRows(); }
     void poppedOutWindowsAreTitledLikeTheirPlots();
     void graphWindowOpensInItsSizeAndCutsOffNothing_data() { addLanguageRows(); }
@@ -591,7 +591,7 @@ void tst_WindowLayout::graphWindowHasEqualColumns()
 // The title of the y axis is rotated, so its rectangle is as wide as the text is high. It
 // begins one text height from the left edge of the plot. The test checks the middle three
 // fifths of the height, because the labels of the axis are at the ends.
-void tst_WindowLayout::rotatedTitlesStayInTheirBoxes()
+void tst_WindowLayout::rotatedTitlesStayInTheirRectangles()
 {
     QFETCH(app::Language, language);
     const QTemporaryDir dir;
@@ -620,7 +620,7 @@ void tst_WindowLayout::rotatedTitlesStayInTheirBoxes()
 
 // Several widths are tested, because font sizes are rounded to whole pixels: at some widths
 // the text is larger than calculated.
-void tst_WindowLayout::plotLabelsStayInTheirBoxes()
+void tst_WindowLayout::plotLabelsStayInTheirRectangles()
 {
     QFETCH(app::Language, language);
     const QTemporaryDir dir;
@@ -637,7 +637,7 @@ void tst_WindowLayout::plotLabelsStayInTheirBoxes()
         for (const auto& [low, high] : {std::pair(-198.8, 2186.4), {0.4684, 2.2546}}) {
             plot->DispA->hasScale = true;
             plot->DispA->cc.setReal(7955.5, low, 8945.5, high);
-            QCOMPARE(labelsOutsideTheirBoxes(plot), QStringList());
+            QCOMPARE(labelsOutsideTheirRectangles(plot), QStringList());
         }
     }
 }

@@ -14,10 +14,10 @@ constexpr qint64 uncheckedPixels = qint64{1} << 20;
 constexpr qint64 maxPixels = qint64{1} << 25;
 /// If a header claims more than uncheckedPixels, the file must contain at least one pixel for
 /// each 64 claimed pixels. This is the smallest number of pixels in the file that allows such
-/// a claim. In a text map, each row is one pixel.
+/// a claim. In a text map, each data line is one pixel.
 constexpr qint64 rowsForLargerClaim = uncheckedPixels / 64 + 1;
 
-/// A text map with @p rows rows whose header claims a size of @p width by 1.
+/// A text map with @p rows data lines, whose header claims a size of @p width by 1.
 QByteArray textMap(qint64 width, qint64 rows, bool isByAxes = false)
 {
     const QByteArray head =

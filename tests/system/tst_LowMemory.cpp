@@ -1,5 +1,5 @@
-// Tests that read files with less and less memory. A file must be either read completely or
-// refused with a reason; a lack of memory must never end the program.
+// Tests that read files under different memory limits. A file must be either read
+// completely or refused with a reason; a lack of memory must never end the program.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -10,7 +10,7 @@ using namespace tests;
 namespace
 {
 
-constexpr int manyRows = 100000; ///< rows of a text map or of a spectrum
+constexpr int manyRows = 100000; ///< data lines of a text file, pixels of a binary map
 
 QByteArray textMap()
 {

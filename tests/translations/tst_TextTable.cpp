@@ -37,7 +37,7 @@ qsizetype leadingBlanks(const QString& text)
            text.cbegin();
 }
 
-/// The trailing colons and spaces of a text; a value is appended after them.
+/// The colons and spaces at the end of a text. The program appends a value to such a text.
 QString ending(const QString& text)
 {
     qsizetype begin = text.size();
@@ -156,8 +156,8 @@ void tst_TextTable::resourceHasFormatVersion3()
 {
     const QString list = QString::fromUtf8(readFile(QStringLiteral(AELK_RESOURCE)));
     QVERIFY(list.contains(QLatin1String("qRegisterResourceData")));
-    // One version is in the function that registers the resource, and one in the function that
-    // unregisters it.
+    // The version occurs twice: in the function that registers the resource and in the function
+    // that unregisters it.
     QCOMPARE(list.count(QLatin1String("int version = ")), 2);
     QCOMPARE(list.count(QLatin1String("int version = 3;")), 2);
 }
@@ -413,8 +413,8 @@ void tst_TextTable::endingsAreKept()
 
 void tst_TextTable::separatorsBeforeNumbersAreKept()
 {
-    // An assignment " = %1" must be kept. A text that is appended to a number must still
-    // begin with a comma.
+    // A translation must contain an assignment such as " = %1" exactly if its source does, and
+    // begin with a comma exactly if its source does: such a source is appended to a number.
     for (const QmMessage& message : std::as_const(m_table.messages)) {
         if (message.translation.isEmpty()) {
             continue;

@@ -17,7 +17,7 @@ void resetPeak();
 class Limit
 {
 public:
-    /// @param more  bytes that the address space can grow; negative for no limit
+    /// @param more  bytes by which the address space can grow; negative for no limit
     explicit Limit(qint64 more);
     ~Limit();
     Limit(const Limit&) = delete;
