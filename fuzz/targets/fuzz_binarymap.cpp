@@ -46,8 +46,8 @@ bool areSame(const QList<double>& a, const QList<double>& b)
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), sameDouble);
 }
 
-/// Used instead of QList's operator==, because operator== uses the data pointers even if the
-/// lists are empty and the pointers are null.
+/// Whether both lists have the same flags. QList's operator== would pass null pointers to
+/// memcmp() if the lists are empty, which UBSan reports.
 bool areSame(const QList<bool>& a, const QList<bool>& b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end());

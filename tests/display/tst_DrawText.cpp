@@ -645,7 +645,7 @@ void tst_DrawText::emptyListsDrawNothing()
         m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 0, {}, -1.0);
         m_dt.drawTexts(p, box, 0, 20, givenFont(), leftMiddle, 1, {}, -1.0);
         m_dt.drawTextPairs(p, box, 0, 20, givenFont(), {}, {}, -1.0);
-        // A font size below one point draws nothing.
+        // The text would fit this box only at less than one point, so nothing is drawn.
         m_dt.drawTexts(p, {20, 30, 0.5, 0.5}, 0, 20, givenFont(), leftMiddle, 0, {shortText}, -1.0);
     });
     QVERIFY(all.isEmpty());

@@ -92,7 +92,7 @@ class tst_Graph : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void frameIsDrawnBetweenDataAndTop();
+    void frameIsDrawnAfterTheDataAndBeforeDrawOnTop();
     void drawOnTopDrawsNothingByDefault();
     void plotAreaIsComputedBeforeTheDataIsDrawn();
     void onlyFirstRangeAfterResetIsUsed();
@@ -104,7 +104,7 @@ private Q_SLOTS:
     void titlesAreDrawnOnlyWhileTheGraphHasData();
 };
 
-void tst_Graph::frameIsDrawnBetweenDataAndTop()
+void tst_Graph::frameIsDrawnAfterTheDataAndBeforeDrawOnTop()
 {
     const FilledGraph graph;
     Plot plot(graph);

@@ -301,7 +301,7 @@ private Q_SLOTS:
     void radiosOfAGroupAreExclusive();
     void autoSwitchesAreIndependent();
     void moreConditionsContainTheThreeBlocks();
-    void gridOfEnergyPointsIsEmptyAndHasItsSpacing();
+    void energyPointGridStartsEmptyWithFixedSpacing();
     void layoutOfTheReferenceRowsIsEmpty();
     void plainContainersHaveNoMargins();
     void innerGridsHaveVerticalSpacing3();
@@ -543,7 +543,7 @@ void tst_FourPsForm::moreConditionsContainTheThreeBlocks()
     QVERIFY(form.ui.frame_4->isAncestorOf(form.ui.NonEquivBGVic));
 }
 
-void tst_FourPsForm::gridOfEnergyPointsIsEmptyAndHasItsSpacing()
+void tst_FourPsForm::energyPointGridStartsEmptyWithFixedSpacing()
 {
     const Form& form = *m_untouched;
     const QGridLayout* grid = form.ui.CLayout;

@@ -117,9 +117,9 @@ private Q_SLOTS:
     void fourPointsRunKeepsViewAndLimits();
     void repeatedFourPointsRunKeepsViewAndLimits();
     void firstFourPointsRunFitsTheView();
-    void resultOfAnotherSizeFitsTheViewAndKeepsTheLimits_data();
-    void resultOfAnotherSizeFitsTheViewAndKeepsTheLimits();
-    void sizeChangedWhileTheWindowWasClosedFitsTheView();
+    void newResultSizeResetsTheViewButKeepsTheColorLimits_data();
+    void newResultSizeResetsTheViewButKeepsTheColorLimits();
+    void sizeChangedWhileTheWindowWasClosedResetsTheView();
     void windowShownForTheFirstTimeFitsViewAndLimits();
     void resultWithoutSizeKeepsTheView();
     void typedLimitsAreKeptForAnotherSize();
@@ -440,12 +440,12 @@ void tst_FourPsMapRepaints::firstFourPointsRunFitsTheView()
     QCOMPARE(picture(result()), plainPicture(result(), {1, 1, {0.5}, -0.1, 1.1}));
 }
 
-void tst_FourPsMapRepaints::resultOfAnotherSizeFitsTheViewAndKeepsTheLimits_data()
+void tst_FourPsMapRepaints::newResultSizeResetsTheViewButKeepsTheColorLimits_data()
 {
     gridCheckBoxRepaintsBothWindows_data();
 }
 
-void tst_FourPsMapRepaints::resultOfAnotherSizeFitsTheViewAndKeepsTheLimits()
+void tst_FourPsMapRepaints::newResultSizeResetsTheViewButKeepsTheColorLimits()
 {
     QFETCH(bool, out);
     prepareThreePointMaps(*m_panel);
@@ -465,7 +465,7 @@ void tst_FourPsMapRepaints::resultOfAnotherSizeFitsTheViewAndKeepsTheLimits()
     QCOMPARE(barLimits(result()), QList<double>({0.25, 0.75}));
 }
 
-void tst_FourPsMapRepaints::sizeChangedWhileTheWindowWasClosedFitsTheView()
+void tst_FourPsMapRepaints::sizeChangedWhileTheWindowWasClosedResetsTheView()
 {
     prepareThreePointMaps(*m_panel);
     m_panel->calcMap();

@@ -67,8 +67,9 @@ inline void plainOutline(QPainter* p, const PlainMapView& view, int width, int h
             if (!cell) {
                 continue;
             }
-            const QRect outline =
-                cell->adjusted(0, 0, 1, 1); // the outline includes right() and bottom()
+            // drawRects() draws the lines at the right and at the bottom one pixel outside the
+            // cell.
+            const QRect outline = cell->adjusted(0, 0, 1, 1);
             if (surface.contains(outline)) {
                 p->drawRects(&*cell, 1);
                 continue;

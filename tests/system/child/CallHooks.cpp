@@ -28,7 +28,8 @@ struct State {
     std::vector<Hook> hooks;
     std::map<int, std::string> files; ///< path by file descriptor
     std::array<int, 4> seen{};
-    bool isActing = false; ///< true while an action runs; calls of the action have no hooks
+    bool isActing =
+        false; ///< true while an action runs; file calls made by the action trigger no hooks
 };
 
 /// Null until the first hook is set, because libraries make these calls before main() starts.
