@@ -207,7 +207,7 @@ void thicknessPlot(benchmark::State& state)
     paint(state, {setup.plot(Displays::DDMutVsA)});
 }
 
-/// Whether the program and the reference implementation paint the same plot.
+/// Whether the product and the reference implementation paint the same plot.
 bool isSameThicknessPlot()
 {
     const SpreadPanel product;

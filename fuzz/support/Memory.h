@@ -18,8 +18,8 @@ inline qint64 freeMemory = plentyOfMemory; // bytes
 inline qint64 peakRequest = -1; // bytes
 
 /// Limits the simulated free memory to @p bytes during the lifetime of this object. A
-/// request to data::canAllocate() includes the reserve of memory that the program does not
-/// allocate, both here and in peakRequestOf(), so their numbers can be compared.
+/// request to data::canAllocate() includes the reserve that the product keeps free, both
+/// here and in peakRequestOf(), so their numbers can be compared.
 class LimitedMemory
 {
 public:

@@ -46,8 +46,8 @@ bool areSame(const QList<double>& a, const QList<double>& b)
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), sameDouble);
 }
 
-/// Used instead of QList's operator==, because operator== can pass a null pointer to memcmp()
-/// if both lists are empty, which UBSan reports.
+/// Used instead of QList's operator==, because operator== uses the data pointers even if the
+/// lists are empty and the pointers are null.
 bool areSame(const QList<bool>& a, const QList<bool>& b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end());
@@ -287,7 +287,7 @@ bool hasValue(const TDData0& map, int x, int y)
 }
 
 /// Reference implementation of smoothing by a moving average: adds all values of each
-/// window. The program updates a running sum. With small integers both sums are exact, so
+/// window. The product updates a running sum. With small integers both sums are exact, so
 /// the results must be equal.
 void setPlainMeans(const TDData0& map, TDData0& dest, bool alongX, qint64 n)
 {

@@ -61,7 +61,7 @@ A2DData deepCopy(const A2DData& map)
     return copy;
 }
 
-/// The counts of one histogram by the program and by the reference implementation.
+/// The counts of one histogram by the product and by the reference implementation.
 struct Histogram {
     double from = 0.0;
     double to = 0.0;
@@ -187,7 +187,7 @@ public:
 
 private:
     struct Kept {
-        A2DData result; ///< implicitly shared copy of the program's result
+        A2DData result; ///< implicitly shared copy of the product's result
         A2DData wanted;
     };
 
@@ -226,7 +226,7 @@ private:
         const int claimed = std::max(map.xNum, 0) * std::max(map.yNum, 0);
         const int rows = m_in.number(0, 3) == 3 ? m_in.number(0, 220) : claimed;
         const bool isUniform =
-            m_in.number(0, 3) == 3; // the program can share lists between identical pixels
+            m_in.number(0, 3) == 3; // the product can share lists between identical pixels
         const A2DRow first{0.0, 0.0, paletteNumber(), paletteNumber(), {}};
         for (int i = 0; i < rows; ++i) {
             map.rows.append(

@@ -1,5 +1,5 @@
 // Reference implementation of map painting: one fillRect() and one drawRects() per map
-// pixel. The rectangle of each pixel is calculated separately.
+// pixel. The edges of each pixel are calculated separately.
 #pragma once
 
 #include "support/PlotPlace.h"
@@ -55,8 +55,8 @@ void plainFill(QPainter* p, const PlainMapView& view, int width, int height, Col
     }
 }
 
-/// Outlines every pixel of a map with the painter's pen. If a rectangle
-/// extends beyond the surface, drawRects() omits its corners, so it is drawn as four lines.
+/// Outlines every pixel of a map with the painter's pen. drawRects() omits corners of
+/// rectangles that reach outside the surface, so such a rectangle is drawn as four lines.
 inline void plainOutline(QPainter* p, const PlainMapView& view, int width, int height)
 {
     const QRect surface({0, 0}, view.surface);
@@ -67,8 +67,8 @@ inline void plainOutline(QPainter* p, const PlainMapView& view, int width, int h
             if (!cell) {
                 continue;
             }
-            // drawRects() draws the right and bottom lines one pixel beyond right() and bottom().
-            const QRect outline = cell->adjusted(0, 0, 1, 1);
+            const QRect outline =
+                cell->adjusted(0, 0, 1, 1); // the outline includes right() and bottom()
             if (surface.contains(outline)) {
                 p->drawRects(&*cell, 1);
                 continue;

@@ -111,7 +111,7 @@ void countSize(A2DData& map)
 }
 
 /// Whether the stated size exceeds the limits of the reader. The limits are repeated here
-/// as literals, so that a test fails if the program's limits change.
+/// as literals, so that a test fails if the product's limits change.
 bool isClaimTooLarge(const A2DData& map)
 {
     const qint64 columns = map.xNum < 1 ? 1 : map.xNum;

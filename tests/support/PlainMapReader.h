@@ -13,7 +13,7 @@ namespace tests
 
 /// Reads the text map at @p path into @p map. Reads a QTextStream in text mode line by
 /// line, simplifies each line, splits it by a regular expression and converts every
-/// number by QString::toDouble(). This is simple but slow; it is not part of the program.
+/// number by QString::toDouble(). This is simple but slow; it is not part of the product.
 ///
 /// @return true if the map has a size and at least one row, like data::readMapText().
 ///         False if the file cannot be opened; @p map is then unchanged.

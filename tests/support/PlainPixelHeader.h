@@ -20,7 +20,7 @@ struct PlainPixelHeader {
 
 /// Reads the header of a binary map. @p bytes is the file's content and must begin with
 /// "2dData". Decodes the whole header at once, then splits it line by line with regular
-/// expressions. This is simple but slow; it is not part of the program.
+/// expressions. This is simple but slow; it is not part of the product.
 PlainPixelHeader readPlainPixelHeader(const QByteArray& bytes);
 
 } // namespace tests
