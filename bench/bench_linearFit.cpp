@@ -14,8 +14,8 @@
 namespace
 {
 
-// A spectrum of `count` points over a range of 1000 eV: an edge at `edgeEv` on a falling
-// background.
+// A spectrum of `count` points over a range of 1000 eV: an absorption edge at
+// `edgeEv` on a falling background.
 AMutE spectrum(double edgeEv, int count)
 {
     AMutE made;

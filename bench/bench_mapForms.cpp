@@ -1,6 +1,6 @@
 // Measures the three forms of the four-points family for maps of 1000 x 1000 pixels. The
 // reference implementation parses texts and looks up references for every pixel. The
-// product is measured without and with cached absorbances.
+// program is measured without and with cached absorbances.
 
 #include "analysis/CalculationMemory.h"
 #include "analysis/HistogramCounts.h"

@@ -1,6 +1,6 @@
 // Measures the non-equivalent method for maps of 1000 x 1000 pixels. For every pixel the
 // reference implementation parses the valences, allocates a matrix, fills it and solves
-// the linear system. The product is measured without and with cached absorbances.
+// the linear system. The program is measured without and with cached absorbances.
 
 #include "analysis/CalculationMemory.h"
 #include "analysis/HistogramCounts.h"

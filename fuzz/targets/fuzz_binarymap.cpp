@@ -287,7 +287,7 @@ bool hasValue(const TDData0& map, int x, int y)
 }
 
 /// Reference implementation of smoothing by a moving average: adds all values of each
-/// window. The product updates a running sum. With small integers both sums are exact, so
+/// window. The program updates a running sum. With small integers both sums are exact, so
 /// the results must be equal.
 void setPlainMeans(const TDData0& map, TDData0& dest, bool alongX, qint64 n)
 {

@@ -74,7 +74,7 @@ void checkCounts(const HistogramCounts& counts, const tests::PlainHistogram& pla
     FUZZ_REQUIRE(counts.total == plain.total);
 }
 
-/// Values near the limits, on the edges of bins, and arbitrary values.
+/// Values near the limits, on bin boundaries, and arbitrary values.
 QList<double> nextValues(fuzz::ByteReader& in, const HistogramCounts& counts)
 {
     QList<double> values;
@@ -84,7 +84,7 @@ QList<double> nextValues(fuzz::ByteReader& in, const HistogramCounts& counts)
             values.append(in.anyDouble());
             break;
         case 1:
-            values.append(counts.minV + counts.step * in.number(-3, 63)); // on the edge of a bin
+            values.append(counts.minV + counts.step * in.number(-3, 63)); // on a bin boundary
             break;
         case 2:
             values.append(in.doubleIn(counts.minV, counts.maxV));

@@ -43,8 +43,7 @@ double nextNumber(fuzz::ByteReader& in)
         value = std::pow(10.0, in.number(-330, 308));
         break;
     default:
-        // Without the power of two (factor 1) this is an exact tie: the midpoint between two
-        // numbers with six digits.
+        // With the factor 2^0 = 1 the value is exactly midway between two six-digit numbers.
         value = (in.number(100'000, 999'999) + 0.5) * std::ldexp(1.0, in.number(0, 4));
         break;
     }

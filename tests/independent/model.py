@@ -121,7 +121,7 @@ def number(text):
         exponent = (exponent or "0").replace("\u2212", "-")
         value = float(mantissa + "e" + exponent)
         if value == 0.0 and mantissa.strip("0."):
-            return 0.0  # an underflow gives 0.0, never -0.0
+            return 0.0  # the result of an underflow is 0.0, never -0.0
     return value if sign in ("", "+") else -value
 
 

@@ -86,7 +86,7 @@ void dropRootRights()
 }
 
 /// The limit of the processor time of an action in seconds: 2 s plus 5 us per pixel,
-/// multiplied by the slowness of the build. The limit is generous, because the test shall
+/// multiplied by the slowness of the build. The limit is generous, because the test must
 /// detect hanging actions, not slow actions.
 double longestTime(double pixels)
 {

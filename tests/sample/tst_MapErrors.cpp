@@ -46,7 +46,8 @@ private Q_SLOTS:
         for (const auto& [x, y] : {std::pair{0, 0}, std::pair{8, 12}, std::pair{48, 23}}) {
             const MixtureEstimate estimate = estimateMixture(form, mutAt(x, y));
             // The method assumes equal shapes of both references, but the tails of their
-            // white lines differ by 8e-13 at 8320 eV. The tolerance 1e-8 is far above this.
+            // white lines differ by 8e-13 at 8320 eV. The tolerance 1e-8 is far above the effect of
+            // this difference.
             QVERIFY(near(estimate.fraction, fractionAt(x, y), 1e-8));
             QVERIFY(near(estimate.jump, amountAt(x, y), 1e-8));
         }

@@ -38,14 +38,14 @@ inline void doubleClick(QWidget* widget, const QPointF& at, Qt::MouseButton butt
     sendMouse(widget, QEvent::MouseButtonDblClick, at, button, button, keys);
 }
 
-/// Moves the mouse with the buttons @p held pressed.
+/// Sends a mouse move while the buttons @p held are pressed.
 inline void move(QWidget* widget, const QPointF& at, Qt::MouseButtons held = {},
                  Qt::KeyboardModifiers keys = {})
 {
     sendMouse(widget, QEvent::MouseMove, at, Qt::NoButton, held, keys);
 }
 
-/// Moves the mouse with the left button pressed.
+/// Sends a mouse move while the left button is pressed.
 inline void drag(QWidget* widget, const QPointF& at, Qt::KeyboardModifiers keys = {})
 {
     move(widget, at, Qt::LeftButton, keys);

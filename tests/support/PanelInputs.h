@@ -39,8 +39,8 @@ struct PanelInputs {
     PanelInputs& useReferences(const QList<int>& rows);
     PanelInputs& markVRows(const QList<int>& rows);
 
-    /// Puts the first @p count references in use. Each gets a spectrum without points and
-    /// edge jump 1.
+    /// Puts the first @p count references in use. Sets a spectrum without points and with the
+    /// edge jump 1 for each of them.
     PanelInputs& useFirstReferences(int count);
 
     PanelInputs& makeInvalid(const QList<int>& references);
@@ -63,8 +63,8 @@ struct PanelInputs {
     /// Removes the map of a row, as if no file had been loaded.
     PanelInputs& removeMap(int row);
 
-    /// The input struct of the calculation functions. It points to the spectra and maps
-    /// of this object, which must outlive it.
+    /// The input struct of the calculation functions. The struct points to the spectra and maps
+    /// of this PanelInputs object, which must outlive the struct.
     analysis::CalculationState state() const
     {
         analysis::CalculationState state;

@@ -28,9 +28,9 @@ inline int plainPixel(double place)
 }
 
 /// The layout of a plot. The left and bottom margins are a tenth of the surface, the
-/// right and top margins a twentieth, each truncated to whole pixels. A line of text has a
-/// twentieth of the height of the plot area (rowHeight()), and its text has 0.85 of the
-/// height of the line (textHeight()).
+/// right and top margins a twentieth, each truncated to whole pixels. A line of text is a
+/// twentieth of the plot area high (rowHeight()), and its characters are 0.85 times as high
+/// as the line (textHeight()).
 struct PlotPlace {
     PlotPlace(const QSize& surface, const PlotRange& values)
         : size(surface)

@@ -18,7 +18,7 @@ using Calculation = std::function<std::vector<double>(const std::vector<double>&
 /// The expected error of each result of a calculation, by numerical differentiation.
 ///
 /// Each input is increased and then decreased by its standard deviation, while the other
-/// inputs keep their values. This gives a result r+ and a result r-; let r be the result
+/// inputs keep their values. The results are r+ and r-; let r be the result
 /// for unchanged inputs. The contribution of the input to sigma is (r+ - r-) / 2; the
 /// contributions of all inputs are added in quadrature. The contribution of the input to
 /// the bias is (r+ + r-) / 2 - r; the contributions of all inputs are summed.
