@@ -59,7 +59,7 @@ if(AELK_LIBFUZZER)
 endif()
 
 # With AELK_PRECOMPILE, precompiles the given headers for all sources of a library. A
-# missing include in a source fails only in builds without AELK_PRECOMPILE.
+# missing include in a source is an error only in builds without AELK_PRECOMPILE.
 function(aelk_precompile target)
   if(AELK_PRECOMPILE)
     target_precompile_headers(${target} PRIVATE ${ARGN})
@@ -74,7 +74,7 @@ endfunction()
 # them.
 set(AELK_TEST_OPTIONS -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
 if(AELK_SANITIZE)
-  # Compiling a test takes longer than running it.
+  # -O0 instead of -O1, because compiling a test takes longer than running it.
   list(APPEND AELK_TEST_OPTIONS -O0)
 endif()
 function(aelk_add_test_headers name library)

@@ -26,7 +26,7 @@ foreach(file IN LISTS changelog pages)
   file(CHMOD ${file}.gz PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 endforeach()
 
-# cpack created the outermost folder with the permissions of the current umask.
+# cpack created the outermost folder, with permissions that depend on the current umask.
 file(CHMOD ${root} PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE
   GROUP_READ GROUP_EXECUTE

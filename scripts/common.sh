@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# Functions that ./run, ./test and the scripts in this folder share. To be sourced by bash;
-# sets `root` to the folder of the project.
+# Functions that ./run, ./test and the scripts in this folder share. Source this file in bash:
+# it sets `root` to the folder of the project.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -89,8 +89,8 @@ build()
 }
 
 # build_program TARGET: builds a program for a user with the release preset. Warnings are not
-# errors, except in a folder in which ./test release has built before: there, a change of this
-# option would compile everything again.
+# errors, unless ./test has configured build/release: a change of this option would then cause
+# everything to be compiled again.
 build_program()
 {
     local warnings=OFF

@@ -25,8 +25,8 @@ void installLanguage(Language language, QTranslator& translator)
         return;
     }
     // A null suffix means ".qm". With an empty suffix that is not null, the translator
-    // would look for a resource without the extension, which does not exist. The
-    // result is ignored: without the translation the program runs in English.
+    // would look for a resource without the extension, which does not exist. The return
+    // value of load() is ignored: without the translation the program runs in English.
     static_cast<void>(translator.load(QStringLiteral(":qelk_ja_JP"),
                                       QCoreApplication::applicationDirPath(), QString(),
                                       QString()));

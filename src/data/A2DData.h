@@ -13,8 +13,8 @@
 /// reference and @c i0 is the thickness. In a result map of the non-equivalent method,
 /// @c intensity is the share of the first reference and @c i0 is the total dMut.
 struct A2DRow {
-    double x = 0.0;         ///< first column of the file
-    double y = 0.0;         ///< second column of the file
+    double x = 0.0;         ///< x coordinate, the first column of a text file
+    double y = 0.0;         ///< y coordinate, the second column of a text file
     double intensity = 0.0; ///< transmitted intensity; by convention the absorbance if i0 is 0
     double i0 = 0.0;        ///< incident intensity
     QList<double> values;   ///< quantities of an extended result map; otherwise empty

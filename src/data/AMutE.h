@@ -108,8 +108,7 @@ public:
     /// post-edge line to the points strictly above @c postEdgeStart, all in working
     /// energies, by least squares with the normal equations. Does nothing without points.
     /// If a range contains no points, the coefficients of its line are NaN. After a
-    /// change of the limits or of
-    /// @c dE, the caller must call this function again.
+    /// change of the limits or of @c dE, the caller must call this function again.
     void fitLines();
 
     /// Energy of the steepest rise, eV: the mean of the working energies of the two

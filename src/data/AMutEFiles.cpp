@@ -52,7 +52,7 @@ public:
         return m_line.sliced(begin, m_ends.at(i) - begin);
     }
 
-    /// Index of the first token equal to @p word; -1 if there is none.
+    /// Index of the first word equal to @p word; -1 if there is none.
     qsizetype indexOf(QStringView word) const
     {
         for (qsizetype i = 0; i < size(); ++i) {
@@ -149,7 +149,7 @@ public:
 
 private:
     enum Mode { Incident = 1, Transmission = 2, Fluorescence = 3 };
-    static constexpr qsizetype firstChannel = 3; ///< token of channel 0
+    static constexpr qsizetype firstChannel = 3; ///< index of the word of channel 0
 
     /// The point on a data line; nullopt if the line has fewer than five words, if no
     /// "Mode" line has stated the I0 column, or if the line does not contain this column.

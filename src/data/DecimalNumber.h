@@ -23,7 +23,8 @@ inline unsigned digitValue(char c)
 /// 2^53. This integer and the power of ten are then exact as doubles, so one correctly
 /// rounded division yields the nearest double, which QString::toDouble also returns.
 ///
-/// @param text  must contain a character, such as a line feed, that ends any number
+/// @param text  must contain, after the number, a character that cannot be part of a
+///              number, such as a line feed
 /// @return whether @p text starts with such a number. The caller must check the
 ///         character after it, which can be the start of an exponent. On false,
 ///         @p text and @p value are unchanged

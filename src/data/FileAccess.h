@@ -16,7 +16,7 @@ namespace data
 ///         a device could have no end
 bool openForReading(QFile& file);
 
-/// Opens @p file write-only. An existing file loses its contents, a missing file is
+/// Opens @p file write-only. An existing file loses its contents; a missing file is
 /// created.
 ///
 /// @param extra  further open flags; the default is the text mode of result files

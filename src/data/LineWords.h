@@ -29,7 +29,7 @@ enum class ByteKind : unsigned char {
     NeedsDecoder, ///< can be classified only after decoding, which can also drop the byte
 };
 
-/// The kind of each byte.
+/// Lookup table: the kind of each of the 256 byte values.
 inline constexpr std::array<ByteKind, 256> byteKinds = [] {
     std::array<ByteKind, 256> kinds{};
     for (const char blank : {' ', '\t', '\v', '\f'}) {

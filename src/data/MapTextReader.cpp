@@ -355,7 +355,8 @@ private:
 
 constexpr auto tooLongLine = "a line is longer than a line may be";
 
-/// Reads UTF-8 text from @p device and passes all its lines to @p builder.
+/// Reads UTF-8 text from @p device and passes its lines to @p builder, until the end of the
+/// text or until the map is refused.
 void readBlocks(QIODevice& device, MapBuilder& builder)
 {
     Utf8Blocks blocks(device, static_cast<std::size_t>(mapTextBlockSize));
@@ -366,8 +367,8 @@ void readBlocks(QIODevice& device, MapBuilder& builder)
     }
 }
 
-/// Reads text that starts with a byte order mark from @p device and passes all its lines
-/// to @p builder.
+/// Reads text that starts with a byte order mark from @p device and passes its lines to
+/// @p builder, until the end of the text or until the map is refused.
 void readStream(QIODevice& device, MapBuilder& builder)
 {
     const bool wasTextMode = device.isTextModeEnabled();

@@ -13,7 +13,7 @@
 class MaskItem
 {
 public:
-    /// The kind of a shape.
+    /// The kinds of shape, in the order of the types in Shape; kind() relies on this order.
     enum class Kind { Points = 1, Rectangles = 2, Rectangle = 3 };
 
     using Points = QList<QPointF>;

@@ -17,9 +17,9 @@ class PixelFile
 public:
     /// Opens the file and reads its header.
     ///
-    /// @return false, with a line in the debug log, if the file does not have this
-    ///         format, if width or height is negative, or if data::isSizeTooLarge() is
-    ///         true for the size and the pixels stored in the file
+    /// @return false, with a line in the debug log, if TDData0::readHeader() fails, if
+    ///         width or height is negative, or if data::isSizeTooLarge() is true for this
+    ///         size and the number of pixels stored in the file
     bool open(const QString& path);
 
     /// The header of the open file.

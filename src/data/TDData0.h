@@ -14,8 +14,8 @@ class MaskItem;
 struct TDData0Header {
     bool valid = false;    ///< whether the other members were read from a file
     qint64 headerSize = 0; ///< bytes before the first pixel; can be negative
-    int width = 0;         ///< can be negative or larger than the file allows
-    int height = 0;        ///< can be negative or larger than the file allows
+    int width = 0;         ///< can be negative or too large for the pixels in the file
+    int height = 0;        ///< can be negative or too large for the pixels in the file
     QString dataId;
     double minVal = data::emptyLimits.low;
     double maxVal = data::emptyLimits.high;
@@ -55,10 +55,10 @@ public:
     /// not changed. If the file is too short, the missing pixels and flags keep the
     /// values that this map has at their indices.
     ///
-    /// @return false, with this map unchanged and a line in the debug log, if the file
-    ///         does not have this format, if width or height is negative, if
-    ///         data::isSizeTooLarge() is true for the size and the pixels stored in the
-    ///         file, or if there is not enough memory
+    /// @return false, with this map unchanged and a line in the debug log, if
+    ///         readHeader() fails, if width or height is negative, if
+    ///         data::isSizeTooLarge() is true for this size and the number of pixels
+    ///         stored in the file, or if there is not enough memory
     bool load(const QString& path);
 
     /// Writes a file, replacing an existing one.
@@ -80,9 +80,9 @@ public:
     /// line, to @p dest: to the same position or, if @p toOrigin, with the top left
     /// corner of @p r at the origin. Pixels outside either map are skipped.
     ///
-    /// The extremes of @p dest are extended by each copied value, valid or not. @p dest
-    /// also gets the identifier and the region; if no region is set, its region
-    /// becomes the rectangle of this whole map.
+    /// The extremes of @p dest are extended by each copied value, valid or not. The
+    /// identifier is also copied. The region of @p dest becomes the region of this map or,
+    /// if none is set, the rectangle of this whole map.
     void copyBlockTo(TDData0* dest, const QRect& r, bool toOrigin) const;
 
     /// Appends a copy of each mask item to the mask items of @p dest.
@@ -90,8 +90,7 @@ public:
 
     /// Moving average along the image lines: for each valid pixel, writes to @p dest the
     /// mean of the valid pixels at most @p n columns away on the same line. Does nothing
-    /// if
-    /// @p n is below 0.
+    /// if @p n is below 0.
     ///
     /// The extremes of @p dest are extended by each mean. All other pixels of @p dest are
     /// left unchanged. The mean uses a running sum, so after a NaN or an infinity all

@@ -86,7 +86,7 @@ QString headerLines(const TDData0& map)
 }
 
 // Writes the size of the header into the first line. The line has a fixed length, so the
-// size does not depend on the number of its digits.
+// size of the header does not depend on how many digits this number has.
 QString withFirstLine(const QString& lines, qint64 headerSize)
 {
     const QString first =

@@ -31,7 +31,7 @@ class Utf8Blocks
 {
 public:
     /// @param blockSize  bytes to request at a time, a multiple of pieceSize
-    /// @param maxBytes   total number of bytes to read
+    /// @param maxBytes   largest number of bytes to read in total
     Utf8Blocks(QIODevice& device, std::size_t blockSize,
                qint64 maxBytes = std::numeric_limits<qint64>::max());
 

@@ -185,12 +185,12 @@ public Q_SLOTS:
     /// of them runs even if the previous one was refused.
     void calcBoth();
 
-    /// Calculates all pixels of the maps in use. Stores the results in BaseData and in the
-    /// histograms.
+    /// Runs the selected calculation for all pixels of the maps in use. Stores the results in
+    /// BaseData and in the histograms.
     void calcMap();
 
     /// Calculates the target and shows the result in CalcRes. The four-points methods use the
-    /// energy rows, the non-equivalent method uses the spectra.
+    /// energy rows; the non-equivalent method uses the spectra.
     void calcTarget();
 
     /// Runs calcMap() and write(). If the calculation is refused, the previous result is
@@ -198,8 +198,8 @@ public Q_SLOTS:
     void calcAndWrite();
 
     /// Writes BaseData to the file named in the save row, and the valence and thickness
-    /// histograms to their files, see Histgram::write(). Files that cannot be written are
-    /// reported in the message box.
+    /// histograms to their files if these exist, see Histgram::write(). Files that cannot be
+    /// written are reported in the message box.
     void write();
 
     void clearLCFvs4PS(MouseC* m);    ///< clears LCFvs4PS, the comparison of the two methods
@@ -218,8 +218,9 @@ public Q_SLOTS:
     /// Shows the value of the measured map at (@p x, @p y) (pixels of the map).
     void receiveNowPosInDMap(double x, double y);
 
-    /// Runs the linear combination fit of the target spectrum by the used references. Shows
-    /// the result in LCFRes, stores the fitted curve in LCFMut and adds a point to LCFvs4PS.
+    /// Fits a linear combination of the used references to the target spectrum. Shows the
+    /// result in LCFRes, stores the fitted curve in LCFMut and adds a point to LCFvs4PS. If
+    /// the fit is refused, only the message box changes.
     void lcf();
 
     void mPressedInAllMut(MouseC* m); ///< see panel::AnalysisGraphs::switchSpectrumAt()

@@ -9,11 +9,11 @@ namespace panel
 {
 
 /// Limits the height of the rows of a form, so that a form with many rows fits on a
-/// small screen. Line edits, push buttons and combo boxes get at most the height of a
-/// line of text with its frame. Check boxes and radio buttons get at most the
-/// height of a line of text or the height of their indicator, whichever is larger. The heights are
-/// set again when the font or the style of the form changes. Windows that are children of
-/// the form, such as file dialogs, are not changed.
+/// small screen. Line edits, push buttons and combo boxes are at most as high as a line of
+/// text with the frame of a line edit. Check boxes and radio buttons are at most as high as
+/// a line of text or their indicator, whichever is larger. A padding of one or two pixels is
+/// added. The heights are set again when the font or the style of the form changes. Windows
+/// that are children of the form, such as file dialogs, are not changed.
 class LowRows : public QObject
 {
 public:

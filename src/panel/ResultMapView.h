@@ -56,8 +56,8 @@ public:
     void showOtherQuantity() const;
 
     /// Repaints after a map calculation and keeps the colour limits.
-    /// @param isSizeNew  whether the size of the map has changed; only then is the view fitted
-    ///                   to the map
+    /// @param isSizeNew  whether the size of the map has changed; if so, the view is fitted to
+    ///                   the map, otherwise it is kept
     void showNewResult(bool isSizeNew) const;
 
     /// Repaints after a map calculation. The next draw() fits the view to the map and sets

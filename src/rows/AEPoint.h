@@ -35,26 +35,29 @@ public:
     using Ui_AEPoint::UseCB;
     using Ui_AEPoint::VPointCB;
 
-    bool loaded = false;         ///< whether the row has a map for calculations
-    bool subBGForRef = false;    ///< subtract the post-edge line from references; never read
-    bool subBGForTarget = false; ///< subtract the post-edge line from the target; never read
-    QList<QLineEdit*> mutEdits;  ///< Mut1 to Mut4
+    bool loaded = false; ///< whether the row has a map for calculations
+    /// Whether the post-edge line is subtracted from the references. Set, but never read.
+    bool subBGForRef = false;
+    /// Whether the post-edge line is subtracted from the target. Set, but never read.
+    bool subBGForTarget = false;
+    QList<QLineEdit*> mutEdits; ///< Mut1 to Mut4
 
 public Q_SLOTS:
-    /// Reads the map file @p path. The first bytes of the file determine its format.
+    /// Reads the map file @p path. A "2dData" file, recognised by its first bytes, is read
+    /// by load2dProcData(); any other file is read as a text map.
     ///
     /// The energy of an "ENERGY" line in a text map is written to @c Energy and
     /// emitted by newEnergy() while the file is still being read. If the map has a
     /// size and pixels, @c loaded becomes true and newData() is emitted. Otherwise
-    /// @c loaded becomes false; the row then keeps its old map if the file cannot be
-    /// opened, and contains the pixels read so far in all other cases.
+    /// @c loaded becomes false. The row then keeps its old map if the file cannot be
+    /// opened, has no pixels if data::readMapText() refuses the file, and contains the
+    /// pixels read so far in all other cases.
     void loadData(QString path);
 
     /// Appends the pixels of a "2dData" file, whose values are mut, and sets the size of
     /// the map to the size in the file. The pixels of earlier files remain in the list, in
     /// front of the new ones, so the map still shows the earlier pixels. Then sets
-    /// @c loaded to true and emits newData(), also if the file is not a "2dData" file; the
-    /// map is then 0 by 0.
+    /// @c loaded to true and emits newData(), even if reading fails; the map is then 0 by 0.
     void load2dProcData(QString path);
 
     /// Emits newEnergy() with the number in @c Energy, even if it is unchanged. An

@@ -19,7 +19,7 @@ public:
     explicit AXafsFileSelect(QWidget* parent = nullptr);
 
     /// Makes @p f the frame in which the spectrum is drawn, instead of the earlier frame;
-    /// it can be null. Also shows the energy shift field and connects it.
+    /// @p f can be null. Also shows the energy shift field and connects it.
     void attach(DispABase* f);
 
     /// Calculates the mut at working energy @p E (eV) minus the post-edge line if @c subPost
@@ -45,8 +45,8 @@ public Q_SLOTS:
 
     /// Draws the spectrum, its two background lines and three vertical lines at
     /// preEdgeEnd, edgeEnergy and postEdgeStart, over the working energy (eV), and writes
-    /// the edge jump as text. A spectrum without points gets a white background only. Does
-    /// nothing without a frame.
+    /// the edge jump as text. If the spectrum has no points, draws only a white background.
+    /// Does nothing without a frame.
     void draw(QStylePainter* p);
 
     /// Does nothing: the marker lines of the frame handle the dragging.

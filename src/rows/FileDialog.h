@@ -30,9 +30,9 @@ public:
     /// Creates a hidden window, owned by @p parent, that opens in the working directory.
     explicit FileDialog(QWidget* parent);
 
-    /// Sets the folder. A visible dialog shows it now, a hidden dialog when it opens. If
-    /// @p folder does not exist when the dialog opens, the dialog shows the nearest existing
-    /// parent folder. Does nothing if @p folder is empty.
+    /// Sets the folder. A visible dialog shows the folder immediately; a hidden dialog shows
+    /// it when it opens. If @p folder does not exist when the dialog opens, the dialog shows
+    /// the nearest existing parent folder. Does nothing if @p folder is empty.
     void setDirectory(const QString& folder);
 
     /// Calls setDirectory() with the absolute path of @p folder.
