@@ -59,8 +59,8 @@ public:
     /// @return whether points were read; both background lines are then fitted
     bool readFile(const QString& path);
 
-    /// readFile() for a device that is open for reading and can seek. The text starts at
-    /// the current position. @c filePath and @c fileName are not changed.
+    /// readFile() for a seekable device that is open for reading. The text starts at the
+    /// current position. @c filePath and @c fileName are not changed.
     bool readDevice(QIODevice& device);
 
     /// Whether the first line of the file starts with "9809" after its white space

@@ -66,7 +66,7 @@ private:
     }
 
     qint64 m_lines = 0;
-    qint64 m_longest = 0;  ///< bytes
+    qint64 m_longest = 0;  ///< bytes of the longest line
     qint64 m_comments = 0; ///< bytes of lines that can be comments, plus commentLineCost per line
     qint64 m_length = 0;   ///< bytes of the current line so far
     bool m_isBeforeText = true;

@@ -149,7 +149,7 @@ public Q_SLOTS:
     void removeAFile();
 
     /// Sets the directory of all file rows except the save row to @p dir. Ignores an empty
-    /// directory, which a file row reports for a file on a network share that is not mounted.
+    /// @p dir, which a file row reports for a file on a network share that is not mounted.
     void receiveNewDir(QString dir);
 
     /// Recalculates the mut fields of the energy row that sent the signal, for the energy in

@@ -1,4 +1,4 @@
-// A row to select a file.
+// A row in which the user selects a file.
 #pragma once
 
 #include "rows/FileDialog.h"
