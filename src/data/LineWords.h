@@ -60,9 +60,9 @@ public:
     {
     }
 
-    /// Whether the first word starts with @p byte. Call it before next(). If the first
-    /// byte needs a decoder, isPlain() is false afterwards, because the decoder can turn
-    /// the byte into a blank or drop it.
+    /// Whether the first word starts with @p byte. Call this before next(). If the first
+    /// byte that is not a blank needs a decoder, isPlain() is false afterwards, because the
+    /// decoder can turn this byte into a blank or drop it.
     bool startsWith(char byte)
     {
         skip(ByteKind::Blank);

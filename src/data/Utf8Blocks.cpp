@@ -106,8 +106,8 @@ bool Utf8Blocks::next()
 }
 
 /// Whether the first line is longer than data::longestLine. Its first @p searched bytes
-/// are known to contain no line feed. The other lines need no check: they are shorter
-/// than a block, and a block is smaller than the bound.
+/// are known to contain no line feed. The lines after the first need no check: each of
+/// them fits into one block, and a block is smaller than the bound.
 bool Utf8Blocks::isFirstLineTooLong(std::size_t searched)
 {
     constexpr auto maxBytes = static_cast<std::size_t>(longestLine);

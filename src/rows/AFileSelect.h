@@ -11,8 +11,9 @@
 #include <optional>
 
 /// A row with a button that opens a file dialog, a field with the name of the selected
-/// file, a button that clears it, and an optional field for the energy shift. Files can
-/// also be dropped on it. It emits the paths as signals and does not read the files.
+/// file, a button that clears this field, and an optional field for the energy shift. Files
+/// can also be dropped on the row. The row emits the paths as signals and does not read the
+/// files.
 class AFileSelect : public QFrame, public Ui_AFileSelect
 {
     Q_OBJECT
