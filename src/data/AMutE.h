@@ -133,8 +133,8 @@ public:
     /// infinite or NaN between points of equal energy.
     double mutAt(double E) const;
 
-    /// Value of point @p i as @p kind (raw to normalisedByLines). 0.0 if @p kind is
-    /// any other number or if @p i is not a valid index.
+    /// Value at point @p i of the kind @p kind (raw to normalisedByLines). 0.0 if @p kind
+    /// is any other number or if @p i is not a valid index.
     ///
     /// In the descriptions of the kinds, m is the absorbance at working energy E, pre(E)
     /// the pre-edge line and post(E) the post-edge line.

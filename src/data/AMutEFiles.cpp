@@ -207,8 +207,8 @@ private:
     }
 
     /// Reads a "Mode" line. A second "Mode" line replaces the list of modes, and also the
-    /// I0 column if it states one. It does not replace a kind of measurement that is
-    /// already known.
+    /// I0 column if it states one. A kind of measurement that is already known is not
+    /// replaced.
     void readModes(const Tokens& tokens)
     {
         if (tokens.indexOf(u"Mode") == -1) {
