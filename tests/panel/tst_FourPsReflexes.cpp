@@ -480,7 +480,7 @@ void tst_FourPsReflexes::receiveNewRefIgnoresInvalidIndices()
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
     for (const int n : {-1, 0, 4, 1000}) {
-        panel.receiveNewRef(n); // no reference is valid
+        panel.receiveNewRef(n); // index 0 exists, but no reference is valid
     }
     QVERIFY(messages(panel).isEmpty());
 }

@@ -52,9 +52,9 @@ void tst_FalseSizes::mapsWithFalseSizesUseLittleMemory_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<bool>("isLoaded"); // a refused binary map is still loaded, as 0 by 0
-    QTest::newRow("sizes") << textMap(maxPixels, 1) << false;
-    QTest::newRow("axes") << textMap(maxPixels, 1, true) << false;
-    QTest::newRow("binary") << binaryMap(maxPixels, 1) << true;
+    QTest::newRow("text map with size lines") << textMap(maxPixels, 1) << false;
+    QTest::newRow("text map with axis lines") << textMap(maxPixels, 1, true) << false;
+    QTest::newRow("binary map") << binaryMap(maxPixels, 1) << true;
 }
 
 void tst_FalseSizes::mapsWithFalseSizesUseLittleMemory()

@@ -1,6 +1,6 @@
-// Tests of paths that do not lead to a regular file, and of files without permissions. A read
-// must keep the data in the row, a write must be refused with a message, and no call may
-// block.
+// Tests of unusual paths: pipes, devices, folders, very long paths, names that are invalid UTF-8,
+// and folders without permissions. A read that fails must keep the data in the row, a write that
+// fails must show a message, and no call may block.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -75,8 +75,8 @@ private Q_SLOTS:
     void readingAnOddPathKeepsTheRowsData();
     void writingToAnOddPathIsReported_data();
     void writingToAnOddPathIsReported();
-    void writableDevicesAreWritten_data();
-    void writableDevicesAreWritten();
+    void writingToAWritableDeviceSucceeds_data();
+    void writingToAWritableDeviceSucceeds();
     void longestPathIsReadAndWritten();
     void folderWithoutPermissionsRefusesReadingAndWriting();
     void nameWithInvalidUtf8IsRefused_data();
@@ -207,14 +207,14 @@ void tst_OddPaths::writingToAnOddPathIsReported()
     QCOMPARE(readFile(m_folder->filePath("map.dat")), map);
 }
 
-void tst_OddPaths::writableDevicesAreWritten_data()
+void tst_OddPaths::writingToAWritableDeviceSucceeds_data()
 {
     QTest::addColumn<QByteArray>("device");
     QTest::newRow("null") << QByteArray("/dev/null");
     QTest::newRow("zero") << QByteArray("/dev/zero");
 }
 
-void tst_OddPaths::writableDevicesAreWritten()
+void tst_OddPaths::writingToAWritableDeviceSucceeds()
 {
     QFETCH(QByteArray, device);
     const ChildRun childRun = run({"calculate", "2", "2", "write", device});
