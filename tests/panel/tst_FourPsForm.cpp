@@ -290,7 +290,7 @@ private Q_SLOTS:
     void controlHasTheExpectedCellAndText();
     void everyControlOfTheFormIsInTheTable();
     void onlyTheExpectedButtonsStartChecked();
-    void maximumWidthsAreAsExpected();
+    void onlyTheExpectedControlsHaveAMaximumWidth();
     void onlyTheExpectedTextsAreRightAligned();
     void onlyTheFitResultAndTheMessagesAreReadOnly();
     void resultFieldsAndMessagesHaveABackgroundColour();
@@ -399,7 +399,7 @@ void tst_FourPsForm::onlyTheExpectedButtonsStartChecked()
     QCOMPARE(checked, expected);
 }
 
-void tst_FourPsForm::maximumWidthsAreAsExpected()
+void tst_FourPsForm::onlyTheExpectedControlsHaveAMaximumWidth()
 {
     const QHash<QString, int> expected = {
         {"HgAFrom", 60},      {"HgATo", 60},     {"HgTFrom", 60},     {"HgTTo", 60},

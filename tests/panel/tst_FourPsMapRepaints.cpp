@@ -122,7 +122,7 @@ private Q_SLOTS:
     void sizeChangedWhileTheWindowWasClosedResetsTheView();
     void windowShownForTheFirstTimeFitsViewAndLimits();
     void resultWithoutSizeKeepsTheView();
-    void typedLimitsAreKeptForAnotherSize();
+    void typedLimitsAreKeptForAResultOfAnotherSize();
     void runsKeepTheDataMap();
 
     void settingLimitsInAPaintNeedsNoSecondPaint_data();
@@ -512,7 +512,7 @@ void tst_FourPsMapRepaints::resultWithoutSizeKeepsTheView()
     QCOMPARE(limitTexts(result()), QStringList({"0.25", "0.75"}));
 }
 
-void tst_FourPsMapRepaints::typedLimitsAreKeptForAnotherSize()
+void tst_FourPsMapRepaints::typedLimitsAreKeptForAResultOfAnotherSize()
 {
     prepareThreePointMaps(*m_panel);
     m_panel->calcMap();

@@ -107,7 +107,7 @@ private Q_SLOTS:
     void methodRadiosRecalculate();
     void shiftOfAValidSpectrumRecalculatesWithoutRefit();
 
-    void receiveNewRefIgnoresInvalidIndices();
+    void receiveNewRefIgnoresInvalidReferences();
     void numberedReferenceSlotsUpdateTheirColumns();
     void receiveNewFileWithoutASenderRecalculates();
 
@@ -475,7 +475,7 @@ void tst_FourPsReflexes::shiftOfAValidSpectrumRecalculatesWithoutRefit()
     QCOMPARE(mut(panel, 2, 0), "1.5"); // an energy shift does not update the mut columns
 }
 
-void tst_FourPsReflexes::receiveNewRefIgnoresInvalidIndices()
+void tst_FourPsReflexes::receiveNewRefIgnoresInvalidReferences()
 {
     FourPs& panel = *m_panel;
     RunCounter counter(panel);

@@ -180,7 +180,7 @@ private Q_SLOTS:
     void savePathGetsTheSuffix();
 
     void newFilesShowsNamesFollowedBySpaces();
-    void newFilesKeepsTheDirectoryOfTheLastPath();
+    void newFilesStoresTheDirectoryOfTheLastPath();
     void newFilesWithEmptyListClearsTheField();
 
     void clearKeepsTheDirectoryAndEmitsAnEmptyPath();
@@ -518,7 +518,7 @@ void tst_AFileSelect::newFilesShowsNamesFollowedBySpaces()
     QCOMPARE(recorder.entries, expected);
 }
 
-void tst_AFileSelect::newFilesKeepsTheDirectoryOfTheLastPath()
+void tst_AFileSelect::newFilesStoresTheDirectoryOfTheLastPath()
 {
     QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("later")));
     AFileSelect row;

@@ -250,7 +250,7 @@ private Q_SLOTS:
     void attachConnectsTheFramesSignals();
     void reattachingStopsDrawingInThePreviousFrame();
     void reattachingTheSameFrameDrawsOnce();
-    void mouseOnTheFrameKeepsTheSpectrum();
+    void mouseActionsOnTheFrameKeepTheSpectrum();
 
     void plotWithoutPointsIsWhiteAndHasNoTitles();
     void plotWithoutPointsOmitsTheLastColumnAndRow();
@@ -337,7 +337,7 @@ void tst_SpectrumPlot::reattachingTheSameFrameDrawsOnce()
     QCOMPARE(other.receiverCount(draw), before + 1);
 }
 
-void tst_SpectrumPlot::mouseOnTheFrameKeepsTheSpectrum()
+void tst_SpectrumPlot::mouseActionsOnTheFrameKeepTheSpectrum()
 {
     Plot plot;
     setStep(plot.spectrum());
