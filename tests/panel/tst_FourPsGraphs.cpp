@@ -206,8 +206,8 @@ void tst_FourPsGraphs::makeValid(int references)
     }
 }
 
-/// Selects an energy range for the fit. Every recalculation still refuses the map and the
-/// target, so it writes linesPerRecalculation lines. If two references are valid, the fit
+/// Selects an energy range for the fit. The map and the target are still refused, so every
+/// recalculation writes linesPerRecalculation lines. If two references are valid, the fit
 /// also adds a point to the comparison.
 void tst_FourPsGraphs::selectFitRange()
 {

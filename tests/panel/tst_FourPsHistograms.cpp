@@ -73,8 +73,8 @@ void checkBoxes(const HistogramPlot& histograms, bool main, const QList<int>& bo
     }
 }
 
-/// Checks "Use" of the references @p used. Only the references @p valid have a valid
-/// spectrum.
+/// Checks the "Use" buttons of the references @p used. Gives a valid spectrum only to the
+/// references @p valid.
 void setReferences(FourPs& panel, const QList<int>& used, const QList<int>& valid)
 {
     useReferences(panel, used);

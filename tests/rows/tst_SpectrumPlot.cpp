@@ -700,9 +700,9 @@ void tst_SpectrumPlot::missingMutDropsOnlyItsTwoSegments()
     spectrum.preLine = level(1.255);
     spectrum.postLine = level(2.755);
     const QImage image = plot.paint();
-    QVERIFY(isFilledWith(image, QRect(103, 121, 51, 1), Qt::black)); // 8050.5 to 8100.5
+    QVERIFY(isFilledWith(image, QRect(103, 121, 51, 1), Qt::black)); // 8050.5 to 8100.5 eV
     QVERIFY(isFilledWith(image, QRect(154, 60, 99, 130), Qt::white));
-    QVERIFY(isFilledWith(image, QRect(253, 121, 51, 1), Qt::black)); // 8200.5 to 8250.5
+    QVERIFY(isFilledWith(image, QRect(253, 121, 51, 1), Qt::black)); // 8200.5 to 8250.5 eV
     // The background lines are not interrupted.
     QVERIFY(isFilledWith(image, QRect(60, 196, 280, 1), preColor));
     QVERIFY(isFilledWith(image, QRect(60, 46, 280, 1), postColor));
