@@ -124,7 +124,7 @@ private Q_SLOTS:
     void rangeIgnoresTheTargetAndTheFit();
     void newEdgeAfterAZoomMovesTheGuidesAndKeepsTheRange();
 
-    // A widget whose height is larger than its width
+    // A widget that is taller than it is wide
     void verticalLinesOnATallWidgetEndAtItsWidth();
 
     // Clicks in the legend

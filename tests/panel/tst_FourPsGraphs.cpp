@@ -279,7 +279,7 @@ void tst_FourPsGraphs::draggingTheEdgeWritesItsField()
     QCOMPARE(edge->cursorPosition(), 0);
     QTest::mouseMove(of->DispA, {start - 20, 3});
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start - 20)));
-    // The release moves the line like another drag step.
+    // The release also moves the line, as a drag step does.
     QTest::mouseRelease(of->DispA, Qt::LeftButton, {}, {start + 11, middle(of)});
     const double wanted = sixDigits(place.valueAt(start + 11)).toDouble();
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start + 11)));

@@ -700,7 +700,7 @@ void tst_FourPsReflexes::energyInAMapFileUpdatesTheRow()
 
 void tst_FourPsReflexes::recalculationSetsTheHistogramLimitsBeforeCounting()
 {
-    // The panel sets the histogram limits from the new valences 2 and 5 before it counts the
+    // The panel sets the histogram limits from the current valences 2 and 5 before it counts the
     // pixels: 2 - 0.5 = 1.5 and 5 + 0.5 = 5.5.
     FourPs& panel = *m_panel;
     prepareThreePointMaps(panel);

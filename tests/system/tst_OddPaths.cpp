@@ -113,8 +113,9 @@ void tst_OddPaths::cleanup()
     std::filesystem::remove_all(QFile::encodeName(m_folder->path()).toStdString(), error);
 }
 
-/// Creates the object that @p what describes, such as "pipe", and returns its path; empty on
-/// failure. If @p what is an absolute path, returns it unchanged.
+/// Returns the path that @p what describes, such as "pipe" or "file as a folder". Creates the
+/// object at this path if it is one that can exist; empty on failure. An absolute path is
+/// returned unchanged.
 QByteArray tst_OddPaths::make(const QByteArray& what) const
 {
     const QByteArray path = inFolder("odd");
