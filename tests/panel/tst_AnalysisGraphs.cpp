@@ -36,8 +36,8 @@ private Q_SLOTS:
 private:
     void fillAllGraphs();
     void makeSpectrum(AMutE& spectrum);
-    /// Sets the range of plot @p id to @p before and paints the plot. Returns the automatic
-    /// range that the paint sets, or @p before if it sets none.
+    /// Paints plot @p id, which has no fixed range. Returns the automatic range that the paint
+    /// calculates, or @p before if it calculates none.
     display::Graph::Range rangeOf(Displays::DispId id, display::Graph::Range before = {});
 
     std::unique_ptr<UnconnectedWidgets> m_loose;

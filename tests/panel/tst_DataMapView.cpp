@@ -19,14 +19,14 @@ private Q_SLOTS:
     void init() { m_loose->reset(); }
     void cleanupTestCase() { m_loose.reset(); }
 
-    void rowWithoutAMapIsWhite();
+    void rowWithoutAMapIsDrawnWhite();
     void firstPaintFitsViewAndLimits();
     void gridIsDrawnIfChecked();
     void checkedRowIsShown();
     void valueIsReadFromThePixel();
     void valueOutsideTheMapIsMinusOne();
     void withoutAMapTheValueIsUnchanged();
-    void otherMapClearsRangeAndValue();
+    void showingAnotherMapClearsRangeAndValue();
 
 private:
     void load(int row, const A2DData& map);
@@ -58,7 +58,7 @@ QImage tst_DataMapView::paint()
     return m_loose->dataMap.DispA->grab().toImage();
 }
 
-void tst_DataMapView::rowWithoutAMapIsWhite()
+void tst_DataMapView::rowWithoutAMapIsDrawnWhite()
 {
     load(0, absorbanceMap(2, 1, {3, 5}));
     m_loose->point(0)->loaded = false;
@@ -127,7 +127,7 @@ void tst_DataMapView::withoutAMapTheValueIsUnchanged()
     QCOMPARE(m_loose->dataMap.Val->text(), QStringLiteral("before"));
 }
 
-void tst_DataMapView::otherMapClearsRangeAndValue()
+void tst_DataMapView::showingAnotherMapClearsRangeAndValue()
 {
     load(0, absorbanceMap(2, 1, {3, 5}));
     paint();

@@ -190,8 +190,9 @@ void tst_FourPs::fourPointsRadiosCannotBeChangedByTheUser()
 
 void tst_FourPs::constructionReplacesTheHistogramLimitsOfTheForm()
 {
-    // The references in use have the valences 0 and 1, and no reference has a spectrum. So
-    // the valence limits are -0.5 to 1.5, and the thickness limits are -0.5 to 0.5.
+    // The valence limits are 0.5 outside the valences of the references in use, 0 and 1. The
+    // thickness limits are 0.5 outside the range from 0 to the sum of the edge jumps, which is 0
+    // without spectra.
     const FourPs& panel = *m_fresh;
     QCOMPARE(panel.ui.HgAFrom->text(), "-0.5");
     QCOMPARE(panel.ui.HgATo->text(), "1.5");

@@ -37,8 +37,8 @@ const PlotRange evenRange{8300.0, -0.1, 8450.0, 2.1};
 
 // The legend at this size. A line of text is trunc(220 / 20) = 11 pixels high, and its text
 // is trunc(0.85 * 11) = 9 pixels high. The hit area of the first line ends 11 pixels below
-// the top of the plot area: 14 < y < 23. It is 2 * 38 pixels wide and ends at the right
-// edge of the plot area: 292 < x < 368.
+// the top of the plot area: 14 < y < 23. It is twice as wide as the left margin of 38 pixels and
+// ends at the right edge of the plot area: 292 < x < 368.
 constexpr QPoint firstRow(320, 18);
 constexpr int rowStep = 11;
 
@@ -124,8 +124,8 @@ private Q_SLOTS:
     void rangeIgnoresTheTargetAndTheFit();
     void newEdgeAfterAZoomMovesTheGuidesAndKeepsTheRange();
 
-    // A widget whose height is larger than its width
-    void verticalLinesEndEarlyOnAHighWidget();
+    // A widget that is taller than it is wide
+    void verticalLinesOnATallWidgetEndAtItsWidth();
 
     // Clicks in the legend
     void legendClickTogglesItsSpectrum();
@@ -165,8 +165,8 @@ private:
 };
 
 /// Sets the edge to 8350 eV, the end of the pre-edge part to -50 eV and the start of the
-/// post-edge part to 100 eV relative to the edge, and no normalisation. The marker lines of the
-/// energy rows are outside the plot.
+/// post-edge part to 100 eV relative to the edge. Selects no normalisation. The energy fields
+/// are empty and read as 0 eV, so the marker lines of the energy rows are outside the plot.
 void tst_FourPsAllMut::init()
 {
     resetPanel(*m_panel);
@@ -381,7 +381,7 @@ void tst_FourPsAllMut::emptyEnergyIsDrawnAtZero()
     for (const AEPoint* row : std::as_const(m_panel->EPoints)) {
         row->Energy->setText("1e9");
     }
-    const QRect line(148, 13, 1, 219); // x of 0 eV: 38 + 50 * 2.2 = 148
+    const QRect line(148, 13, 1, 219); // x of 0 eV in a plot from -50 eV: 38 + 50 * 2.2
     QCOMPARE(countOf(paint(), line, blue), 0);
     m_panel->EPoints.at(6)->Energy->clear();
     QVERIFY(countOf(paint(), line, blue) > 200);
@@ -549,7 +549,7 @@ void tst_FourPsAllMut::newEdgeAfterAZoomMovesTheGuidesAndKeepsTheRange()
     QVERIFY(isSamePicture(image, plain(zoomed).picture()));
 }
 
-void tst_FourPsAllMut::verticalLinesEndEarlyOnAHighWidget()
+void tst_FourPsAllMut::verticalLinesOnATallWidgetEndAtItsWidth()
 {
     setSize({120, 400});
     setPoints(reference(3), "r4", {{8330, 0.0}, {8331, 2.0}});
@@ -633,7 +633,7 @@ void tst_FourPsAllMut::plotsOutsideTheAnalysisDrawNothing_data()
 {
     QTest::addColumn<int>("id");
     for (const int id : {0, 1, 2, 3, 4, 11}) {
-        QTest::addRow("%d", id) << id;
+        QTest::addRow("plot %d", id) << id;
     }
 }
 

@@ -1,5 +1,5 @@
-// Tests of the panel's plot of the LCF valence against the valence of the target
-// calculation: the picture, and mouse actions.
+// Tests of the panel's comparison plot, with the valence of the LCF fit on x and the valence
+// of the target calculation on y: the picture, and mouse actions.
 
 #include "display/Displays.h"
 #include "rows/AXafsFileSelect.h"
@@ -202,12 +202,12 @@ void tst_FourPsComparison::extremeValencesDrawNothingOverTheMargins_data()
     addTexts("less than one ulp per grid line", {"1e17", "1.0000001e17"});
     addTexts("infinite", {"0", "inf"});
     addTexts("both infinite", {"-inf", "inf"});
-    addTexts("NaN", {"nan", "3"});
-    addTexts("NaN above", {"2", "nan"});
-    addTexts("falling", {"1e300", "-1e300"});
+    addTexts("first valence NaN", {"nan", "3"});
+    addTexts("second valence NaN", {"2", "nan"});
+    addTexts("first valence above the second", {"1e300", "-1e300"});
 }
 
-// The paint must end in finite time, and it must draw nothing over the margins.
+// The paint must also terminate: with these valences, a loop over all grid lines might never end.
 void tst_FourPsComparison::extremeValencesDrawNothingOverTheMargins()
 {
     QFETCH(QString, first);

@@ -78,7 +78,7 @@ private Q_SLOTS:
     void doubleClickFitsViewAndLimitsAgain();
 
     void selectingARowFitsViewAndLimits();
-    void selectingAnEmptyRowIsWhiteAndKeepsTheLimits();
+    void selectingAnEmptyRowShowsWhiteAndKeepsTheLimits();
     void loadingAFileFitsViewAndLimits();
     void loadingAnotherRowKeepsThePicture();
     void loadingAllRowsFitsTheShownMap();
@@ -107,7 +107,7 @@ void tst_FourPsDataMap::mapWithoutSizeIsWhite_data()
     QTest::addColumn<int>("height");
     QTest::newRow("no size") << 0 << 0;
     QTest::newRow("no columns") << 0 << 1;
-    QTest::newRow("no lines") << 2 << 0;
+    QTest::newRow("no rows") << 2 << 0;
     QTest::newRow("negative") << -2 << -1;
 }
 
@@ -196,7 +196,7 @@ void tst_FourPsDataMap::selectingARowFitsViewAndLimits()
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
 }
 
-void tst_FourPsDataMap::selectingAnEmptyRowIsWhiteAndKeepsTheLimits()
+void tst_FourPsDataMap::selectingAnEmptyRowShowsWhiteAndKeepsTheLimits()
 {
     setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
     picture(window());

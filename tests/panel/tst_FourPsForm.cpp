@@ -166,8 +166,8 @@ const QStringList checkedAtStart = {
     "RecAmount", "MapValence",       "TypeNonEquiv",    "TypeTMKisLS", "SubPreEforRef",
     "NBy2Vics",  "SubPreEforTarget", "NonEquivBGLinear"};
 
-/// A translator that records the requested texts and returns each text repeated several
-/// times.
+/// A translator that records the texts that the form requests and returns each of them
+/// repeated `factor` times.
 class RecordingTranslator : public QTranslator
 {
 public:
@@ -191,8 +191,8 @@ public:
     mutable QStringList requested;
 };
 
-/// Appends the widgets of the form to @p found. Widgets inside a file row are left out,
-/// because they can have the same names.
+/// Appends all descendants of @p parent to @p found. Widgets inside a file row are left out,
+/// because the names of these widgets are the same in every file row.
 void collectWidgets(const QWidget* parent, QList<QWidget*>& found)
 {
     for (QObject* child : parent->children()) {
@@ -290,11 +290,11 @@ private Q_SLOTS:
     void controlHasTheExpectedCellAndText();
     void everyControlOfTheFormIsInTheTable();
     void onlyTheExpectedButtonsStartChecked();
-    void maximumWidthsAreAsExpected();
+    void onlyTheExpectedControlsHaveAMaximumWidth();
     void onlyTheExpectedTextsAreRightAligned();
     void onlyTheFitResultAndTheMessagesAreReadOnly();
     void resultFieldsAndMessagesHaveABackgroundColour();
-    void messageBoxIsLowWithoutUndo();
+    void messageBoxIsLowAndHasNoUndo();
     void radiosOfAGroupShareAParentWithNoOtherRadios_data();
     void radiosOfAGroupShareAParentWithNoOtherRadios();
     void radiosOfAGroupAreExclusive_data();
@@ -399,7 +399,7 @@ void tst_FourPsForm::onlyTheExpectedButtonsStartChecked()
     QCOMPARE(checked, expected);
 }
 
-void tst_FourPsForm::maximumWidthsAreAsExpected()
+void tst_FourPsForm::onlyTheExpectedControlsHaveAMaximumWidth()
 {
     const QHash<QString, int> expected = {
         {"HgAFrom", 60},      {"HgATo", 60},     {"HgTFrom", 60},     {"HgTTo", 60},
@@ -453,7 +453,7 @@ void tst_FourPsForm::resultFieldsAndMessagesHaveABackgroundColour()
     }
 }
 
-void tst_FourPsForm::messageBoxIsLowWithoutUndo()
+void tst_FourPsForm::messageBoxIsLowAndHasNoUndo()
 {
     const Form& form = *m_untouched;
     QCOMPARE(form.ui.Message->maximumHeight(), 60);

@@ -23,8 +23,8 @@ using namespace tests;
 namespace
 {
 
-// The range of a plot of spectrumText(), which is from 8000 to 8850 eV. On each side, 5 % of
-// the span of 850 eV is added: 42.5 eV.
+// The energy range of a plot of spectrumText(). The spectrum is from 8000 to 8850 eV, and 5 % of
+// this span, 42.5 eV, is added on each side.
 constexpr double lowestEv = 7957.5;
 constexpr double highestEv = 8892.5;
 
@@ -147,7 +147,7 @@ void tst_FourPsGraphs::initTestCase()
     load(m_panel->ui.TargetFile, m_files.target);
 }
 
-/// Loads two references and the target, and sets the edge to 8350 eV, the end of the
+/// Restores two valid references and the target, and sets the edge to 8350 eV, the end of the
 /// pre-edge part to -50 eV and the start of the post-edge part to 100 eV relative to the
 /// edge. Every calculation is refused, and every plot shows its full range.
 void tst_FourPsGraphs::init()
@@ -196,7 +196,7 @@ void tst_FourPsGraphs::resetSpectra()
 }
 
 /// Makes the first @p references reference rows valid and the others invalid. The third
-/// reference copies the points of the first.
+/// reference gets a copy of the spectrum of the first.
 void tst_FourPsGraphs::makeValid(int references)
 {
     AMutE& third = *m_panel->XafsFiles.at(2);
@@ -206,8 +206,8 @@ void tst_FourPsGraphs::makeValid(int references)
     }
 }
 
-/// Selects an energy range for the fit. Every recalculation still refuses the map and the
-/// target, so it writes linesPerRecalculation lines. If two references are valid, the fit
+/// Selects an energy range for the fit. The map and the target are still refused, so every
+/// recalculation writes linesPerRecalculation lines. If two references are valid, the fit
 /// also adds a point to the comparison.
 void tst_FourPsGraphs::selectFitRange()
 {
@@ -215,7 +215,8 @@ void tst_FourPsGraphs::selectFitRange()
     m_panel->EPoints.at(5)->LCFCB->setChecked(true);
 }
 
-/// Loads one-pixel maps into the given rows; the third row is the V row.
+/// Puts the given rows in use, sets a map of one pixel in each, and makes the third row the V
+/// row.
 void tst_FourPsGraphs::prepareMaps(const QList<int>& rows)
 {
     useRows(*m_panel, rows);
@@ -278,7 +279,7 @@ void tst_FourPsGraphs::draggingTheEdgeWritesItsField()
     QCOMPARE(edge->cursorPosition(), 0);
     QTest::mouseMove(of->DispA, {start - 20, 3});
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start - 20)));
-    // The release moves the line like another drag step.
+    // The release also moves the line, as a drag step does.
     QTest::mouseRelease(of->DispA, Qt::LeftButton, {}, {start + 11, middle(of)});
     const double wanted = sixDigits(place.valueAt(start + 11)).toDouble();
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start + 11)));
@@ -368,7 +369,7 @@ void tst_FourPsGraphs::dragRecalculatesOncePerValidReference_data()
 {
     QTest::addColumn<int>("valid");
     QTest::addColumn<int>("perMove");    // recalculations per mouse move
-    QTest::addColumn<int>("perRelease"); // 2 * perMove + 1: drag, new edge, release
+    QTest::addColumn<int>("perRelease"); // 2 * perMove + 1: the move, the new edge, the end
     QTest::newRow("no reference") << 0 << 0 << 1;
     QTest::newRow("one reference") << 1 << 1 << 3;
     QTest::newRow("two references") << 2 << 2 << 5;
@@ -581,7 +582,7 @@ void tst_FourPsGraphs::otherPlotsDoNotChangeTheComparison_data()
     QTest::addColumn<int>("id");
     for (int id = Displays::DRef1; id <= Displays::DM2M3; ++id) {
         if (id != Displays::DLCFvs4PS) {
-            QTest::addRow("%d", id) << id;
+            QTest::addRow("plot %d", id) << id;
         }
     }
 }
@@ -632,8 +633,8 @@ void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale()
 
 void tst_FourPsGraphs::histogramSelectionRepaints_data()
 {
-    QTest::addColumn<QString>(
-        "before"); // the radio button that is checked first; empty for check boxes
+    // The radio button that is checked before the click; empty for check boxes.
+    QTest::addColumn<QString>("before");
     for (const char* box : {"HgValence", "HgRatio1", "HgRatio2", "HgRatio3", "HgRatio4", "HgAmount",
                             "HgdMut1", "HgdMut2", "HgdMut3", "HgdMut4"}) {
         QTest::newRow(box) << QString();
@@ -655,7 +656,7 @@ void tst_FourPsGraphs::histogramSelectionRepaints()
     SurfacePaints paints(*m_panel->Disps);
     {
         // The radio button that becomes unchecked requests a paint, too. Its signals
-        // are blocked, so that its paint cannot hide a missing one.
+        // are blocked, so that its paint cannot hide a missing paint of the clicked button.
         QObject unused;
         QObject* other = before.isEmpty() ? &unused : m_panel->findChild<QObject*>(before);
         const QSignalBlocker quiet(other);
@@ -703,14 +704,14 @@ void tst_FourPsGraphs::actionRepaintsTheGraphs_data()
         panel.lcf();
     });
     add("a map is calculated from three points", {0, 1, 2}, [](FourPs& panel) { panel.calcMap(); });
-    add("a map is calculated from exact four points", {0, 1, 2, 3}, [](FourPs& panel) {
+    add("a map is calculated with the exact four-points method", {0, 1, 2, 3}, [](FourPs& panel) {
         chooseWithoutSignals(panel.ui.TypeTMKisExact);
         panel.calcMap();
         chooseWithoutSignals(panel.ui.TypeTMKisLS);
     });
     add("a map is calculated by least squares", {0, 1, 2, 3},
         [](FourPs& panel) { panel.calcMap(); });
-    add("a map is calculated with a line as background", {0, 1, 2, 3, 4}, [](FourPs& panel) {
+    add("a map is calculated with a linear background", {0, 1, 2, 3, 4}, [](FourPs& panel) {
         chooseWithoutSignals(panel.ui.TypeNonEquiv);
         panel.ui.NonEquivBGLinear->setChecked(true);
         panel.calcMap();

@@ -73,8 +73,8 @@ void checkBoxes(const HistogramPlot& histograms, bool main, const QList<int>& bo
     }
 }
 
-/// Checks "Use" of the references @p used. Only the references @p valid have a valid
-/// spectrum.
+/// Checks the "Use" buttons of the references @p used. Gives a valid spectrum only to the
+/// references @p valid.
 void setReferences(FourPs& panel, const QList<int>& used, const QList<int>& valid)
 {
     useReferences(panel, used);
@@ -403,9 +403,9 @@ void tst_FourPsHistograms::checkBoxOfAnUnusedRowIsIgnored()
     QVERIFY(!m_panel->dMutChecked(-1));
 }
 
-// Rows in use: 0 and 2. The check box of row 2 makes HistRatio.at(2), the histogram with the
-// index of the row, current. The plot still shows HistRatio.at(1), the histogram with the
-// index among the references in use.
+// Rows in use: 0 and 2. With the check box of row 2, currentRatioHist() returns HistRatio.at(2):
+// the index is the row. The plot still shows HistRatio.at(1): the index counts the references in
+// use.
 void tst_FourPsHistograms::currentRatioHistogramDoesNotChangeThePlot()
 {
     setReferences(*m_panel, {0, 2}, {0, 2});

@@ -48,13 +48,13 @@ private Q_SLOTS:
     void doubleClickWithAnyButtonShowsTheWholeMap_data();
     void doubleClickWithAnyButtonShowsTheWholeMap();
     void doubleClickRepaintsThePanel();
-    void doubleClickWorksInThePoppedOutWindow();
+    void doubleClickSetsTheLimitsInThePoppedOutWindow();
     void singleClickKeepsViewAndLimits();
 
     void mouseMoveShowsPositionAndValue();
     void valueHasSixDigitsAndCursorAtStart();
     void nonFiniteValueIsShownAsText();
-    void moveInTheZoomedViewReadsTheRightPixel();
+    void mouseMoveInTheZoomedViewShowsThePixelUnderTheMouse();
     void dragShowsTheValue();
 
 private:
@@ -83,7 +83,7 @@ void tst_FourPsMapMouse::doubleClickSetsTheLimits_data()
     const QStringList scanned{"0.45", "0.9"};
     const QStringList raised{"0.6", "0.9"};
     const QStringList preset{"-0.1", "1.1"};
-    const QStringList left{"0.6", "0.7"};
+    const QStringList unchanged{"0.6", "0.7"};
     add("no key", Qt::NoModifier, scanned);
     add("Shift", Qt::ShiftModifier, raised);
     add("Control", Qt::ControlModifier, preset);
@@ -91,15 +91,16 @@ void tst_FourPsMapMouse::doubleClickSetsTheLimits_data()
     add("keypad alone", Qt::KeypadModifier, scanned);
     add("Shift and Meta", Qt::ShiftModifier | Qt::MetaModifier, raised);
     add("Control and Meta", Qt::ControlModifier | Qt::MetaModifier, preset);
-    add("Alt", Qt::AltModifier, left);
-    add("Shift and Control", Qt::ShiftModifier | Qt::ControlModifier, left);
-    add("Shift and Alt", Qt::ShiftModifier | Qt::AltModifier, left);
-    add("Control and Alt", Qt::ControlModifier | Qt::AltModifier, left);
-    add("all three", Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier, left);
-    add("right button", Qt::NoModifier, left, Qt::RightButton);
-    add("right with Shift", Qt::ShiftModifier, left, Qt::RightButton);
-    add("right with Control", Qt::ControlModifier, left, Qt::RightButton);
-    add("middle button", Qt::NoModifier, left, Qt::MiddleButton);
+    add("Alt", Qt::AltModifier, unchanged);
+    add("Shift and Control", Qt::ShiftModifier | Qt::ControlModifier, unchanged);
+    add("Shift and Alt", Qt::ShiftModifier | Qt::AltModifier, unchanged);
+    add("Control and Alt", Qt::ControlModifier | Qt::AltModifier, unchanged);
+    add("Shift, Control and Alt", Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier,
+        unchanged);
+    add("right button", Qt::NoModifier, unchanged, Qt::RightButton);
+    add("right button with Shift", Qt::ShiftModifier, unchanged, Qt::RightButton);
+    add("right button with Control", Qt::ControlModifier, unchanged, Qt::RightButton);
+    add("middle button", Qt::NoModifier, unchanged, Qt::MiddleButton);
 }
 
 void tst_FourPsMapMouse::doubleClickSetsTheLimits()
@@ -160,11 +161,12 @@ void tst_FourPsMapMouse::nextPaintSetsTheLimitsOfTheQuantity_data()
     QTest::addColumn<int>("quantity");
     QTest::addColumn<Keys>("keys");
     QTest::addColumn<QStringList>("texts");
-    for (const Keys& keys : {Keys(Qt::NoModifier), Keys(Qt::ShiftModifier),
-                             Keys(Qt::ControlModifier), Keys(Qt::AltModifier)}) {
-        QTest::addRow("presets, keys %d", keys.toInt())
-            << ratio1 << keys << QStringList{"-0.1", "1.1"};
-        QTest::addRow("scan, keys %d", keys.toInt()) << c1 << keys << QStringList{"0.45", "0.9"};
+    for (const auto& [name, keys] :
+         {std::pair{"no key", Keys(Qt::NoModifier)}, std::pair{"Shift", Keys(Qt::ShiftModifier)},
+          std::pair{"Control", Keys(Qt::ControlModifier)},
+          std::pair{"Alt", Keys(Qt::AltModifier)}}) {
+        QTest::addRow("preset limits, %s", name) << ratio1 << keys << QStringList{"-0.1", "1.1"};
+        QTest::addRow("scanned limits, %s", name) << c1 << keys << QStringList{"0.45", "0.9"};
     }
 }
 
@@ -225,7 +227,7 @@ void tst_FourPsMapMouse::doubleClickRepaintsThePanel()
     m_panel->hide();
 }
 
-void tst_FourPsMapMouse::doubleClickWorksInThePoppedOutWindow()
+void tst_FourPsMapMouse::doubleClickSetsTheLimitsInThePoppedOutWindow()
 {
     setQuantity(*m_panel, ratio1, 3, 1, {0.5, 0.9, 0.45});
     QVERIFY(popOut(window()));
@@ -284,7 +286,7 @@ void tst_FourPsMapMouse::nonFiniteValueIsShownAsText()
     QCOMPARE(window()->Val->text(), "-inf");
 }
 
-void tst_FourPsMapMouse::moveInTheZoomedViewReadsTheRightPixel()
+void tst_FourPsMapMouse::mouseMoveInTheZoomedViewShowsThePixelUnderTheMouse()
 {
     QList<double> values;
     for (int i = 0; i < 100; ++i) {

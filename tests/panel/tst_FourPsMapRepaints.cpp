@@ -18,8 +18,8 @@ constexpr int c1 = 9;
 constexpr int c2 = 10;
 
 /// Prepares the non-equivalent method with two references, five energies and a linear
-/// background. Each map is one line of pixels, one for each of @p parts. The absorbance of
-/// a pixel is its part times the first reference plus the second reference.
+/// background. Each map is a single row of pixels, with one pixel for each of @p parts. The
+/// absorbance of a pixel is its part times the first reference plus the second reference.
 void prepareNonEquivalent(FourPs& panel, const QList<double>& parts)
 {
     const QList<double> energies{1000, 2000, 3000, 4000, 5000};
@@ -122,7 +122,7 @@ private Q_SLOTS:
     void sizeChangedWhileTheWindowWasClosedResetsTheView();
     void windowShownForTheFirstTimeFitsViewAndLimits();
     void resultWithoutSizeKeepsTheView();
-    void typedLimitsAreKeptForAnotherSize();
+    void typedLimitsAreKeptForAResultOfAnotherSize();
     void runsKeepTheDataMap();
 
     void settingLimitsInAPaintNeedsNoSecondPaint_data();
@@ -217,10 +217,10 @@ void tst_FourPsMapRepaints::selectingAQuantityRepaintsTheResultMap_data()
 {
     QTest::addColumn<bool>("out");
     QTest::addColumn<int>("quantity");
-    QTest::newRow("with limits, docked") << false << ratio1;
-    QTest::newRow("with limits, popped out") << true << ratio1;
-    QTest::newRow("without limits, docked") << false << c1;
-    QTest::newRow("without limits, popped out") << true << c1;
+    QTest::newRow("preset limits, docked") << false << ratio1;
+    QTest::newRow("preset limits, popped out") << true << ratio1;
+    QTest::newRow("no preset limits, docked") << false << c1;
+    QTest::newRow("no preset limits, popped out") << true << c1;
 }
 
 void tst_FourPsMapRepaints::selectingAQuantityRepaintsTheResultMap()
@@ -512,7 +512,7 @@ void tst_FourPsMapRepaints::resultWithoutSizeKeepsTheView()
     QCOMPARE(limitTexts(result()), QStringList({"0.25", "0.75"}));
 }
 
-void tst_FourPsMapRepaints::typedLimitsAreKeptForAnotherSize()
+void tst_FourPsMapRepaints::typedLimitsAreKeptForAResultOfAnotherSize()
 {
     prepareThreePointMaps(*m_panel);
     m_panel->calcMap();

@@ -61,7 +61,7 @@ private Q_SLOTS:
     void everyQuantityOfTheNonEquivalentMethodIsShown();
     void valenceUsesTheCurrentReferences();
     void firstRowIsAtTheBottomAndFirstColumnAtTheLeft();
-    void recordsBeyondTheSizeAreNotShown();
+    void pixelsBeyondTheSizeAreNotShown();
 
     void presetLimitsNeedNoResult();
 
@@ -95,7 +95,7 @@ void tst_FourPsMapViews::resultWithoutSizeIsWhite_data()
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
     QTest::newRow("no columns") << 0 << 1;
-    QTest::newRow("no lines") << 2 << 0;
+    QTest::newRow("no rows") << 2 << 0;
     QTest::newRow("negative width") << -1 << 2;
     QTest::newRow("negative height") << 2 << -1;
 }
@@ -173,7 +173,7 @@ void tst_FourPsMapViews::firstRowIsAtTheBottomAndFirstColumnAtTheLeft()
     QCOMPARE(image.pixelColor(right, 0), QColor(255, 255, 255));
 }
 
-void tst_FourPsMapViews::recordsBeyondTheSizeAreNotShown()
+void tst_FourPsMapViews::pixelsBeyondTheSizeAreNotShown()
 {
     setQuantity(*m_panel, C1, 2, 1, {1.0, 3.0, -50.0, 50.0});
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 3.0}, 1.0, 3.0}));

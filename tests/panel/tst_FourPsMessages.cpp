@@ -102,8 +102,8 @@ void tst_FourPsMessages::newMessageIsScrolledIntoView()
     QCOMPARE(messages(*m_panel).first(), QStringLiteral("0"));
 }
 
-// Compares the panel's box after recalculations with a separate box to which every line
-// is added individually.
+// Compares the panel's message box after recalculations with a separate text box to which
+// every line is added individually.
 void tst_FourPsMessages::messageBoxLooksAsIfLinesWereAddedOneByOne()
 {
     for (int i = 0; i < 4; ++i) {
@@ -150,13 +150,13 @@ void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce_data()
     const auto add = [](const char* name, const std::function<void(FourPs&)>& recalculation) {
         QTest::newRow(name) << recalculation;
     };
-    add("calculation", [](FourPs& panel) { panel.calcBoth(); });
-    add("edge", [](FourPs& panel) { panel.setEdge(); });
-    add("kind of line of the references",
+    add("all calculations", [](FourPs& panel) { panel.calcBoth(); });
+    add("new edge", [](FourPs& panel) { panel.setEdge(); });
+    add("background line of the references",
         [](FourPs& panel) { panel.changedSubBGTypeForRef(false); });
-    add("kind of line of the target",
+    add("background line of the target",
         [](FourPs& panel) { panel.changedSubBGTypeForTarget(false); });
-    add("file",
+    add("new file",
         [](FourPs& panel) { Q_EMIT panel.XafsFiles.first()->newFilePath(QStringLiteral("a")); });
 }
 

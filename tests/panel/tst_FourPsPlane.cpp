@@ -168,13 +168,14 @@ void tst_FourPsPlane::columnsBelongToTheFirstTwoUsedReferences_data()
     QTest::addColumn<QList<int>>("used");
     QTest::addColumn<int>("first");
     QTest::addColumn<int>("second");
-    QTest::addColumn<double>("k1"); // edge jump of the second / of the first reference
-    QTest::newRow("1 and 2") << QList<int>{0, 1} << 0 << 1 << 2.0 / 1.5;
-    QTest::newRow("1 and 3") << QList<int>{0, 2} << 0 << 2 << 2.0;
-    QTest::newRow("2 and 4") << QList<int>{1, 3} << 1 << 3 << 2.0;
-    QTest::newRow("3 and 4") << QList<int>{2, 3} << 2 << 3 << 4.0 / 3.0;
-    QTest::newRow("2 and 3, the first two of three") << QList<int>{1, 2, 3} << 1 << 2 << 1.5;
-    QTest::newRow("1 and 2, the first two of four")
+    QTest::addColumn<double>("k1"); // slope of line k1: second edge jump / first
+    QTest::newRow("references 1 and 2") << QList<int>{0, 1} << 0 << 1 << 2.0 / 1.5;
+    QTest::newRow("references 1 and 3") << QList<int>{0, 2} << 0 << 2 << 2.0;
+    QTest::newRow("references 2 and 4") << QList<int>{1, 3} << 1 << 3 << 2.0;
+    QTest::newRow("references 3 and 4") << QList<int>{2, 3} << 2 << 3 << 4.0 / 3.0;
+    QTest::newRow("references 2 and 3, the first two of three")
+        << QList<int>{1, 2, 3} << 1 << 2 << 1.5;
+    QTest::newRow("references 1 and 2, the first two of four")
         << QList<int>{0, 1, 2, 3} << 0 << 1 << 2.0 / 1.5;
 }
 

@@ -107,7 +107,7 @@ private Q_SLOTS:
     void methodRadiosRecalculate();
     void shiftOfAValidSpectrumRecalculatesWithoutRefit();
 
-    void receiveNewRefIgnoresInvalidIndices();
+    void receiveNewRefIgnoresInvalidReferences();
     void numberedReferenceSlotsUpdateTheirColumns();
     void receiveNewFileWithoutASenderRecalculates();
 
@@ -475,12 +475,12 @@ void tst_FourPsReflexes::shiftOfAValidSpectrumRecalculatesWithoutRefit()
     QCOMPARE(mut(panel, 2, 0), "1.5"); // an energy shift does not update the mut columns
 }
 
-void tst_FourPsReflexes::receiveNewRefIgnoresInvalidIndices()
+void tst_FourPsReflexes::receiveNewRefIgnoresInvalidReferences()
 {
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
     for (const int n : {-1, 0, 4, 1000}) {
-        panel.receiveNewRef(n); // no reference is valid
+        panel.receiveNewRef(n); // index 0 exists, but no reference is valid
     }
     QVERIFY(messages(panel).isEmpty());
 }
@@ -700,7 +700,7 @@ void tst_FourPsReflexes::energyInAMapFileUpdatesTheRow()
 
 void tst_FourPsReflexes::recalculationSetsTheHistogramLimitsBeforeCounting()
 {
-    // The panel sets the histogram limits from the new valences 2 and 5 before it counts the
+    // The panel sets the histogram limits from the current valences 2 and 5 before it counts the
     // pixels: 2 - 0.5 = 1.5 and 5 + 0.5 = 5.5.
     FourPs& panel = *m_panel;
     prepareThreePointMaps(panel);

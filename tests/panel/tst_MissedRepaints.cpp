@@ -121,8 +121,8 @@ void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction_data()
 void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction()
 {
     QFETCH(unsigned, seed);
-    // Each seed uses a new panel, so that the same actions follow when a data row is
-    // run alone.
+    // Each seed uses a new panel, so that a data row that is run alone performs the same actions
+    // as in a run of all rows.
     auto panel = std::make_unique<FourPs>();
     QVERIFY(showAll(*panel));
     popOutSome(*panel, seed % 2 == 0);
@@ -143,7 +143,7 @@ void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction()
     closePanel(panel);
 }
 
-// Sets the panel so that no picture is empty: three references, two of them in use, a point
+// Prepares the panel so that no picture is empty: three references, two of them in use, a point
 // in the comparison, a result, histogram counts, and a measured map. Neither a V row nor an
 // energy range for the fit is selected, so every calculation is refused.
 void tst_MissedRepaints::prepareRefusedPanel()
@@ -343,8 +343,8 @@ void tst_MissedRepaints::poppedOutPicturesAreUpToDate()
     COMPARE_CHANGED_PICTURES([&] { row(0)->FileSelect->ClearB->click(); }, {"Data Map"});
 }
 
-// The thickness plot and both maps can have a million pixels each, so unnecessary
-// repaints would be slow.
+// The thickness plot and the two maps can each show a million map pixels, so unnecessary repaints
+// would be slow.
 void tst_MissedRepaints::energyRepaintsOnlyThePlotOfTheSpectra()
 {
     prepareRefusedPanel();

@@ -159,7 +159,7 @@ void tst_ResultMapView::slopesHaveNoPresetLimits()
 void tst_ResultMapView::valueIsReadFromThePixel()
 {
     m_result = extendedMap(4, 2, 0.0);
-    m_view->showValueAt(1.5, 1.2); // map row 1, column 1: pixel 1 * 4 + 1 = 5
+    m_view->showValueAt(1.5, 1.2); // map row 1, column 1: pixel 1 * 4 + 1 = 5; C1 is 9 + 5
     QCOMPARE(m_loose->resultMap.Val->text(), QStringLiteral("14"));
     choose(m_loose->form.MapValence);
     m_view->showValueAt(3.9, 0.0);
@@ -246,7 +246,7 @@ void tst_ResultMapView::newResultOfAnotherSizeFitsTheView()
     QVERIFY(m_loose->resultMap.DispA->hasScale);
     QCOMPARE(m_loose->resultMap.DispA->cc.realX1, 8.0);
     QCOMPARE(m_loose->resultMap.DispA->cc.realY1, 3.0);
-    // The limits do not change, because the user can have set them.
+    // The limits do not change, because the user might have set them.
     QCOMPARE(m_loose->resultMap.CBar->zmax, 16.0);
 }
 

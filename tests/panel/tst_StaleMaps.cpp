@@ -206,7 +206,7 @@ private:
     void addChoiceActions();
 
     std::unique_ptr<QTemporaryDir> m_folder;
-    const SharedPanel m_panel; ///< calculates in all tests
+    const SharedPanel m_panel; ///< the panel under test
     const SharedPanel m_other; ///< made like new before each of its calculations
 };
 
@@ -223,7 +223,7 @@ void tst_StaleMaps::initTestCase()
 /// Loads the initial state of each test: a text map in each row.
 void tst_StaleMaps::loadAll(FourPs& panel) const
 {
-    file(nameOf(2), textMap(2)); // a test can have overwritten it
+    file(nameOf(2), textMap(2)); // an earlier test might have overwritten this file
     prepareNumbers(panel);
     for (int row = 0; row < panel.EPoints.size(); ++row) {
         panel.EPoints.at(row)->loadData(m_folder->filePath(nameOf(row)));
@@ -318,17 +318,18 @@ void tst_StaleMaps::addChoiceActions()
         panel.EPoints.at(1)->VPointCB->click();
         panel.EPoints.at(2)->VPointCB->click();
     });
-    row("valence", false, [](FourPs& panel) {
+    row("new valence", false, [](FourPs& panel) {
         enter(panel.Refs.RefRows.at(1)->Valence, QStringLiteral("2.25"));
         panel.calcBoth();
     });
-    row("energy", false,
+    row("new energy", false,
         [](FourPs& panel) { enter(panel.EPoints.at(1)->Energy, QStringLiteral("8327")); });
 }
 
 // For each method, the panel calculates before and after the action. A second panel, which
 // has no earlier results and no cached data, then calculates with the same inputs. Both
-// panels must have the same result.
+// panels must have the same result. If the calculation is refused, the first panel must keep
+// its earlier result.
 void tst_StaleMaps::resultIsTheSameOnAResetPanel()
 {
     QFETCH(Action, action);

@@ -73,7 +73,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void programStartsAtTheFirstReference();
+    void programStartsWithTheFocusOnTheFirstReference();
     void tabVisitsTheFieldsInReadingOrder();
     void tabReachesEveryEditableField();
     void tabVisitsMoreConditionsBetweenResultsAndEnergies();
@@ -120,7 +120,7 @@ QList<QLineEdit*> tst_TabOrder::typedFields() const
     return fields;
 }
 
-void tst_TabOrder::programStartsAtTheFirstReference()
+void tst_TabOrder::programStartsWithTheFocusOnTheFirstReference()
 {
     const ARefFile* row = m_panel->Refs.RefRows.first();
     QVERIFY(row->XafsFS->SelectB->hasFocus());

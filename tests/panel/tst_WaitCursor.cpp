@@ -28,7 +28,7 @@ bool isWaiting()
     return cursor && cursor->shape() == Qt::WaitCursor;
 }
 
-/// Records for each emission of a signal whether the wait cursor is shown.
+/// Records, for each emission of a signal, whether the wait cursor is shown.
 class CursorSpy : public QObject
 {
 public:
@@ -219,7 +219,7 @@ void tst_WaitCursor::readingDisplayFilesShowsTheCursor()
     QCOMPARE(inside.waiting, QList<bool>{true}); // the first file is selected during the read
 }
 
-// An empty path cannot be written. The message about it appears during the write, so the test
+// An empty path cannot be written. The error message appears during the write, so the test
 // can check the cursor at that moment.
 void tst_WaitCursor::writingAResultShowsTheCursor()
 {

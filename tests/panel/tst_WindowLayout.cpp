@@ -135,8 +135,8 @@ std::pair<int, int> columnOf(const QWidget* widget)
     return {widget->mapTo(widget->window(), QPoint()).x(), widget->width()};
 }
 
-/// Below the energy rows there are fields that apply to all rows. Returns the names of those
-/// that are not aligned with the same fields of the energy rows.
+/// Returns the names of misaligned fields. The fields below the energy rows, which apply to all
+/// rows, must be aligned with the corresponding fields of each energy row.
 QStringList misaligned(const FourPs* panel)
 {
     QStringList found;
@@ -191,7 +191,7 @@ int paintedRows(QLineEdit* edit, int height)
     return rows;
 }
 
-/// Sets another style and font size for the application during its lifetime.
+/// Sets another style and font size for the application. The destructor restores the earlier ones.
 class ChangedDesktop
 {
 public:
@@ -268,9 +268,9 @@ QStringList outside(const QList<tests::DrawnText>& texts, double from, double to
 }
 
 /// Describes the texts of a spectrum plot that are outside their rectangles. The margin is a
-/// tenth of the plot's width. Both labels of the y axis must be in the left margin. Each
-/// label of the x axis must be within two margins of its end of the axis, and the edge jump
-/// within three margins of the right end.
+/// tenth of the plot's width. Both labels of the y axis must be in the left 95 % of the left
+/// margin. Each label of the x axis must be within two margins of its end of the axis, the edge
+/// jump within three margins of the right end, and the title of the x axis between the ends.
 QStringList labelsOutsideTheirRectangles(DispABase* plot)
 {
     const ChCoord& cc = plot->DispA->cc;
@@ -360,7 +360,7 @@ private Q_SLOTS:
     void pathFieldsGetTheExtraWidthOfAWideWindow();
     void fieldsForAllRowsAreAlignedWithTheRows_data() { addLanguageRows(); }
     void fieldsForAllRowsAreAlignedWithTheRows();
-    void extraHeightOfAHighWindowStaysEmpty();
+    void extraHeightOfATallWindowStaysEmpty();
     void otherStylesAndFontsCutOffNothing_data();
     void otherStylesAndFontsCutOffNothing();
     void moreConditionsCutOffNothing_data() { addLanguageRows(); }
@@ -433,7 +433,7 @@ void tst_WindowLayout::mainWindowFitsOnASmallScreen()
     QVERIFY2(program.body()->height() + windowFrameHeight <= 720,
              qPrintable(QString::number(program.body()->height())));
     QVERIFY(program.body()->width() <= 1366);
-    // The box shows three messages and the empty line that follows them.
+    // The message box shows three messages and the empty line that follows them.
     const QTextEdit* messages = program.panel->ui.Message;
     QVERIFY(messages->viewport()->height() >= 4 * messages->fontMetrics().height());
     QVERIFY(messages->height() <= 60);
@@ -450,8 +450,8 @@ void tst_WindowLayout::mainWindowHasNoOverlaps()
     QCOMPARE(overlaps(program.body()), QString());
 }
 
-// The text contains the highest and the lowest letters. It must fill as many pixel rows in a
-// field of the panel's height as in a field that is high enough for any letter.
+// The text contains tall letters and letters with descenders. It must fill as many pixel rows in
+// a field as low as the panel's fields as in a field that is high enough for any letter.
 void tst_WindowLayout::lowFieldsShowCompleteLetters()
 {
     const Program program(app::Language::English);
@@ -497,7 +497,7 @@ void tst_WindowLayout::fieldsForAllRowsAreAlignedWithTheRows()
     }
 }
 
-void tst_WindowLayout::extraHeightOfAHighWindowStaysEmpty()
+void tst_WindowLayout::extraHeightOfATallWindowStaysEmpty()
 {
     const Program program(app::Language::English);
     QVERIFY(program.show());

@@ -83,7 +83,7 @@ private Q_SLOTS:
     void spectrumRowsAreConnected();
     void rowsOfSeveralFilesAreConnected();
     void buttonsStartTheirCalculation();
-    void conditionsRecalculate();
+    void conditionRadiosRecalculate();
     void edgeFieldsSetTheEdge();
     void backgroundRadiosAreConnected();
     void drawingAndClicksOfGraphsAreConnected();
@@ -201,7 +201,7 @@ void tst_Wiring::buttonsStartTheirCalculation()
     QCOMPARE(m_panel->take(), (QStringList{"calcAndWrite", "calcTarget", "calcMap", "lcf"}));
 }
 
-void tst_Wiring::conditionsRecalculate()
+void tst_Wiring::conditionRadiosRecalculate()
 {
     Q_EMIT m_loose->form.TypeNonEquiv->toggled(true);
     QCOMPARE(m_panel->take(), QStringList{"calcBoth"});

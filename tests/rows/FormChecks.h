@@ -1,4 +1,4 @@
-// Compares the widgets of a form with the expected ones.
+// Helpers that compare the widgets of a form with the expected widgets.
 #pragma once
 
 #include <QFrame>

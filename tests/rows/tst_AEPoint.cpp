@@ -162,8 +162,8 @@ private Q_SLOTS:
 
     void truncatedTextMapIsLoadedOnlyWithSizeAndRows();
     void truncatedBinaryMapIsAlwaysLoaded();
-    void randomBytesAreHarmless();
-    void veryLongLineIsHarmless();
+    void randomBytesAreLoadedOnlyWithSizeAndRows();
+    void veryLongLineIsReadLikeAShortLine();
     void extremeEnergyTextsAreAccepted();
 
 private:
@@ -704,7 +704,7 @@ void tst_AEPoint::truncatedBinaryMapIsAlwaysLoaded()
     QCOMPARE(data::pixelMut(row, 1, 1), 0.4);
 }
 
-void tst_AEPoint::randomBytesAreHarmless()
+void tst_AEPoint::randomBytesAreLoadedOnlyWithSizeAndRows()
 {
     std::mt19937 generator(20240607);
     std::uniform_int_distribution<int> anyByte(0, 255);
@@ -719,7 +719,7 @@ void tst_AEPoint::randomBytesAreHarmless()
     }
 }
 
-void tst_AEPoint::veryLongLineIsHarmless()
+void tst_AEPoint::veryLongLineIsReadLikeAShortLine()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("long.dat"), QByteArray(10'000'000, '7')));

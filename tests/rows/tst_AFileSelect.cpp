@@ -169,18 +169,18 @@ private Q_SLOTS:
 
     void modeConfiguresDialogAndField_data();
     void modeConfiguresDialogAndField();
-    void multiTakesEffectWhenTheModeIsSet();
+    void multiHasNoEffectUntilTheModeIsSet();
 
     void newFileShowsThePathAndEmitsSignalsInOrder();
     void newFileStoresTheCanonicalDirectory();
     void symbolicLinkToAFileKeepsItsOwnFolder();
-    void newFileShowsAnUnreadablePath();
+    void newFileShowsThePathOfAMissingFile();
     void directoryOfAFileNotYetSavedIsStored();
     void savePathGetsTheSuffix_data();
     void savePathGetsTheSuffix();
 
     void newFilesShowsNamesFollowedBySpaces();
-    void newFilesKeepsTheDirectoryOfTheLastPath();
+    void newFilesStoresTheDirectoryOfTheLastPath();
     void newFilesWithEmptyListClearsTheField();
 
     void clearKeepsTheDirectoryAndEmitsAnEmptyPath();
@@ -411,7 +411,7 @@ void tst_AFileSelect::modeConfiguresDialogAndField()
                                                 : "background-color: rgb(255, 255, 220);");
 }
 
-void tst_AFileSelect::multiTakesEffectWhenTheModeIsSet()
+void tst_AFileSelect::multiHasNoEffectUntilTheModeIsSet()
 {
     AFileSelect row;
     row.multi = true;
@@ -456,7 +456,7 @@ void tst_AFileSelect::symbolicLinkToAFileKeepsItsOwnFolder()
     QCOMPARE(row.fileName, QStringLiteral("link.dat"));
 }
 
-void tst_AFileSelect::newFileShowsAnUnreadablePath()
+void tst_AFileSelect::newFileShowsThePathOfAMissingFile()
 {
     AFileSelect row;
     const QSignalSpy paths(&row, &AFileSelect::newFilePath);
@@ -518,7 +518,7 @@ void tst_AFileSelect::newFilesShowsNamesFollowedBySpaces()
     QCOMPARE(recorder.entries, expected);
 }
 
-void tst_AFileSelect::newFilesKeepsTheDirectoryOfTheLastPath()
+void tst_AFileSelect::newFilesStoresTheDirectoryOfTheLastPath()
 {
     QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("later")));
     AFileSelect row;
@@ -769,7 +769,8 @@ void tst_AFileSelect::settingTheSameDirectoryKeepsTheDialog()
 {
     AFileSelect row;
     row.setDir(canonicalFolder);
-    // Before setDir() the user selects another directory in the dialog.
+    // The user selects another directory in the dialog. A second setDir() with the directory of
+    // the row must not undo this.
     row.dialog->setDirectory(QDir::rootPath());
     row.setDir(canonicalFolder);
     QCOMPARE(row.dialog->directory().path(), QDir::rootPath());

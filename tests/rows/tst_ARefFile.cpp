@@ -1,5 +1,5 @@
-// Tests of ARefFile, one row of the reference table: its form, its switch and the
-// signals it forwards.
+// Tests of ARefFile, one row of the reference table: its form, its "Use" button and
+// the signals that it forwards.
 
 #include "rows/ARefFile.h"
 #include "rows/DialogSettings.h"

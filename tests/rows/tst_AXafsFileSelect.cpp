@@ -61,7 +61,7 @@ private Q_SLOTS:
     void spectrumSlotKeepsTheNameField();
 
     void shiftFieldHasNoEffectBeforeAttach();
-    void attachingWithoutAFrameIsHarmless();
+    void attachingWithoutAFrameStillConnectsTheShiftField();
     void attachingTwiceConnectsTheShiftFieldOnce();
 
     void shiftOfValidSpectrumIsStoredAndSignalled();
@@ -256,7 +256,7 @@ void tst_AXafsFileSelect::shiftFieldHasNoEffectBeforeAttach()
     QCOMPARE(spectrumOf(row).dE, 0.0);
 }
 
-void tst_AXafsFileSelect::attachingWithoutAFrameIsHarmless()
+void tst_AXafsFileSelect::attachingWithoutAFrameStillConnectsTheShiftField()
 {
     AXafsFileSelect row;
     row.attach(nullptr);

@@ -84,7 +84,7 @@ private Q_SLOTS:
     void init();
 
     void classNameAllowsTheNativeDialog();
-    void isAHiddenWindowOfItsParent();
+    void newDialogIsAHiddenWindowOfItsParent();
 
     void folderOfAHiddenDialogIsOnlyStored();
     void closedDialogNeitherReadsNorWatchesItsFolder();
@@ -92,9 +92,9 @@ private Q_SLOTS:
     void openDialogFollowsItsFolder();
     void openingReadsTheFolderAgain();
 
-    void opensInTheGivenFolder();
-    void opensInTheFolderChosenByTheUser();
-    void opensInNearestExistingParentFolder();
+    void dialogOpensInTheGivenFolder();
+    void dialogOpensInTheFolderChosenByTheUser();
+    void dialogOpensInTheNearestExistingParentFolder();
     void emptyFolderNameIsIgnored();
     void openingHighlightsNoFile();
     void closingAddsNoHistoryEntry();
@@ -102,7 +102,7 @@ private Q_SLOTS:
 
     void completionListClosesWithItsDialog();
     void matchesFoundAfterClosingOpenNoCompletionList();
-    void completionWorksOnTheNextOpening();
+    void completionListOpensAgainAfterReopening();
 
     void lastNameIsSelectedOnEachOpening();
     void firstOpeningShowsNameSizeAndDate();
@@ -131,7 +131,7 @@ void tst_FileDialog::classNameAllowsTheNativeDialog()
     QCOMPARE(fixture.dialog.metaObject()->className(), "QFileDialog");
 }
 
-void tst_FileDialog::isAHiddenWindowOfItsParent()
+void tst_FileDialog::newDialogIsAHiddenWindowOfItsParent()
 {
     const DialogFixture fixture;
     QCOMPARE(fixture.dialog.parentWidget(), &fixture.window);
@@ -216,7 +216,7 @@ void tst_FileDialog::openingReadsTheFolderAgain()
     QTRY_VERIFY(isWatched(m_path));
 }
 
-void tst_FileDialog::opensInTheGivenFolder()
+void tst_FileDialog::dialogOpensInTheGivenFolder()
 {
     const QString path = file(QStringLiteral("a.dat"));
     DialogFixture fixture;
@@ -230,7 +230,7 @@ void tst_FileDialog::opensInTheGivenFolder()
     QCOMPARE(fixture.model->rootPath(), QDir::rootPath());
 }
 
-void tst_FileDialog::opensInTheFolderChosenByTheUser()
+void tst_FileDialog::dialogOpensInTheFolderChosenByTheUser()
 {
     QVERIFY(QDir(m_path).mkdir(QStringLiteral("below")));
     DialogFixture fixture;
@@ -245,7 +245,7 @@ void tst_FileDialog::opensInTheFolderChosenByTheUser()
     QCOMPARE(fixture.model->rootPath(), m_path + QStringLiteral("/below"));
 }
 
-void tst_FileDialog::opensInNearestExistingParentFolder()
+void tst_FileDialog::dialogOpensInTheNearestExistingParentFolder()
 {
     DialogFixture fixture;
     fixture.dialog.setDirectory(m_path + QStringLiteral("/run/1"));
@@ -355,7 +355,7 @@ void tst_FileDialog::matchesFoundAfterClosingOpenNoCompletionList()
     QVERIFY(!fixture.completer->popup()->isVisible());
 }
 
-void tst_FileDialog::completionWorksOnTheNextOpening()
+void tst_FileDialog::completionListOpensAgainAfterReopening()
 {
     const QString path = file(QStringLiteral("ref_ni2.dat"));
     DialogFixture fixture;

@@ -133,7 +133,7 @@ PlotRange rangeOf(const AMutE& spectrum)
 }
 
 /// The box of the edge jump: three times the left margin wide, at the right end of the
-/// plot area, one gap below its top.
+/// plot area, PlotPlace::gap() below its top.
 QRect jumpBox(const PlotPlace& place)
 {
     return {place.right - 3 * place.left, place.top + place.gap(), 3 * place.left,
@@ -250,7 +250,7 @@ private Q_SLOTS:
     void attachConnectsTheFramesSignals();
     void reattachingStopsDrawingInThePreviousFrame();
     void reattachingTheSameFrameDrawsOnce();
-    void mouseOnTheFrameKeepsTheSpectrum();
+    void mouseActionsOnTheFrameKeepTheSpectrum();
 
     void plotWithoutPointsIsWhiteAndHasNoTitles();
     void plotWithoutPointsOmitsTheLastColumnAndRow();
@@ -271,8 +271,8 @@ private Q_SLOTS:
     void curvesPassThroughTheirPixels_data();
     void curvesPassThroughTheirPixels();
     void curvesAreDrawnOverLimitsInOrder();
-    void pictureMatchesTheReference_data();
-    void pictureMatchesTheReference();
+    void pictureMatchesTheReferenceDrawing_data();
+    void pictureMatchesTheReferenceDrawing();
 
     void onePointCollapsesTheRange();
     void onePointInAFixedRangeHasNoSegments();
@@ -337,7 +337,7 @@ void tst_SpectrumPlot::reattachingTheSameFrameDrawsOnce()
     QCOMPARE(other.receiverCount(draw), before + 1);
 }
 
-void tst_SpectrumPlot::mouseOnTheFrameKeepsTheSpectrum()
+void tst_SpectrumPlot::mouseActionsOnTheFrameKeepTheSpectrum()
 {
     Plot plot;
     setStep(plot.spectrum());
@@ -513,7 +513,7 @@ void tst_SpectrumPlot::limitsAndEdgeAreVerticalLines()
     Plot plot;
     setStep(plot.spectrum());
     const QImage image = plot.paint();
-    // The vertical line extends over all 219 pixel rows of the plot area. The
+    // The vertical line extends over all 219 pixel rows inside the outline. The
     // background lines cover it in two of these rows, the spectrum in one.
     QCOMPARE(countOf(image, QRect(column, 13, 1, 219), color), 216);
     QCOMPARE(image.pixelColor(column, 13), color);
@@ -598,7 +598,7 @@ void tst_SpectrumPlot::curvesAreDrawnOverLimitsInOrder()
     QVERIFY(isFilledWith(image, QRect(160, 121, 80, 1), preColor));
 }
 
-void tst_SpectrumPlot::pictureMatchesTheReference_data()
+void tst_SpectrumPlot::pictureMatchesTheReferenceDrawing_data()
 {
     QTest::addColumn<double>("dE");
     QTest::addColumn<bool>("backwards");
@@ -611,7 +611,7 @@ void tst_SpectrumPlot::pictureMatchesTheReference_data()
     QTest::newRow("tall surface") << 3.3 << false << QSize(211, 503);
 }
 
-void tst_SpectrumPlot::pictureMatchesTheReference()
+void tst_SpectrumPlot::pictureMatchesTheReferenceDrawing()
 {
     QFETCH(double, dE);
     QFETCH(bool, backwards);
@@ -671,8 +671,9 @@ void tst_SpectrumPlot::onePointInAFixedRangeHasNoSegments()
     plot.spectrum().postLine = level(2.755);
     plot.setRange(7985.0, 0.9, 8315.0, 3.1);
     const QImage image = plot.paint();
-    // The vertical lines of the limits and of the edge extend from the lowest to the
-    // highest mut of the spectrum. With one point, they are one pixel long.
+    // The vertical lines of the limits and of the edge extend over the automatic range of
+    // mut, even if the plot shows another range. With one point the automatic range has the
+    // height 0, so the lines are one pixel long.
     QCOMPARE(image.pixelColor(103, 121), limitColor);
     QCOMPARE(image.pixelColor(203, 121), edgeColor);
     QCOMPARE(image.pixelColor(303, 121), limitColor);
@@ -699,9 +700,9 @@ void tst_SpectrumPlot::missingMutDropsOnlyItsTwoSegments()
     spectrum.preLine = level(1.255);
     spectrum.postLine = level(2.755);
     const QImage image = plot.paint();
-    QVERIFY(isFilledWith(image, QRect(103, 121, 51, 1), Qt::black)); // 8050.5 to 8100.5
+    QVERIFY(isFilledWith(image, QRect(103, 121, 51, 1), Qt::black)); // 8050.5 to 8100.5 eV
     QVERIFY(isFilledWith(image, QRect(154, 60, 99, 130), Qt::white));
-    QVERIFY(isFilledWith(image, QRect(253, 121, 51, 1), Qt::black)); // 8200.5 to 8250.5
+    QVERIFY(isFilledWith(image, QRect(253, 121, 51, 1), Qt::black)); // 8200.5 to 8250.5 eV
     // The background lines are not interrupted.
     QVERIFY(isFilledWith(image, QRect(60, 196, 280, 1), preColor));
     QVERIFY(isFilledWith(image, QRect(60, 46, 280, 1), postColor));

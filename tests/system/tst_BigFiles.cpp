@@ -29,7 +29,7 @@ QByteArray utf16(const QByteArray& text)
     return wide;
 }
 
-/// Size in bytes of the test files that are not sparse and therefore occupy disk space.
+/// Size (bytes) of the largest test files that are not sparse, which occupy this much disk space.
 qint64 sizeOnDisk()
 {
     return isFullSize() ? 1500 * mebibyte : 100 * mebibyte;
@@ -127,24 +127,26 @@ void tst_BigFiles::bigMapsAreRefused_data()
     QTest::addColumn<QByteArray>("block");
     QTest::addColumn<qint64>("size");
 
-    const qint64 someLines = 20 * mebibyte;
+    const qint64 aboveLineLimit = 20 * mebibyte;
     QTest::newRow("short comment lines") << QByteArray() << QByteArray("#\n") << 20 * mebibyte;
     QTest::newRow("long comment lines") << onePixel << '#' + QByteArray(100000, 'c') + '\n'
                                         << 100 * mebibyte;
     QTest::newRow("one line of zeros") << QByteArray() << QByteArray("0") << sizeOnDisk();
     QTest::newRow("one line of zero bytes") << QByteArray() << zeroByte << 1500 * mebibyte;
-    QTest::newRow("long line after a valid map") << onePixel << QByteArray("0") << someLines;
+    QTest::newRow("long line after a valid map") << onePixel << QByteArray("0") << aboveLineLimit;
     QTest::newRow("long line after many rows")
         << onePixel + QByteArray("1 2 3\n").repeated(4000000) << QByteArray("0") << 48 * mebibyte;
     QTest::newRow("zero bytes after a valid map") << onePixel << zeroByte << 100 * mebibyte;
-    QTest::newRow("long comment line") << onePixel + "# " << QByteArray("c") << someLines;
-    QTest::newRow("blanks after a pixel") << onePixel + "1 2 3" << QByteArray(" ") << someLines;
+    QTest::newRow("long comment line") << onePixel + "# " << QByteArray("c") << aboveLineLimit;
+    QTest::newRow("blanks after a pixel")
+        << onePixel + "1 2 3" << QByteArray(" ") << aboveLineLimit;
     QTest::newRow("one line of accented letters")
         << QByteArray() << QByteArray("\xc3\xa9") << 40 * mebibyte;
-    QTest::newRow("one line of invalid UTF-8") << QByteArray() << QByteArray("\xff") << someLines;
-    QTest::newRow("one line of 16-bit zeros") << utf16Mark << utf16("0") << sizeOnDisk();
-    QTest::newRow("16-bit zero bytes") << utf16Mark << zeroByte << 100 * mebibyte;
-    QTest::newRow("short comment lines of 16 bits") << utf16Mark << utf16("#\n") << 20 * mebibyte;
+    QTest::newRow("one line of invalid UTF-8")
+        << QByteArray() << QByteArray("\xff") << aboveLineLimit;
+    QTest::newRow("one line of zeros in UTF-16") << utf16Mark << utf16("0") << sizeOnDisk();
+    QTest::newRow("zero bytes in a UTF-16 file") << utf16Mark << zeroByte << 100 * mebibyte;
+    QTest::newRow("short comment lines in UTF-16") << utf16Mark << utf16("#\n") << 20 * mebibyte;
 }
 
 void tst_BigFiles::bigMapsAreRefused()
@@ -251,21 +253,21 @@ void tst_BigFiles::bigSpectraAreRefused_data()
     QTest::addColumn<QByteArray>("block");
     QTest::addColumn<qint64>("size");
 
-    const qint64 someLines = 20 * mebibyte;
+    const qint64 aboveLineLimit = 20 * mebibyte;
     const QByteArray points("8000 1\n8100 2\n");
     QTest::newRow("one line of zeros") << QByteArray() << QByteArray("0") << sizeOnDisk();
     QTest::newRow("one line of zero bytes") << QByteArray() << zeroByte << 1500 * mebibyte;
     QTest::newRow("one beamline header line")
         << QByteArray("9809 ") << QByteArray("0") << sizeOnDisk();
-    QTest::newRow("long line after valid points") << points << QByteArray("0") << someLines;
+    QTest::newRow("long line after valid points") << points << QByteArray("0") << aboveLineLimit;
     QTest::newRow("zero bytes after valid points") << points << zeroByte << 1500 * mebibyte;
-    QTest::newRow("long comment line") << points + '#' << QByteArray("c") << someLines;
+    QTest::newRow("long comment line") << points + '#' << QByteArray("c") << aboveLineLimit;
     QTest::newRow("long line in a header")
-        << QByteArray("9809\n") << QByteArray("Mode ") << someLines;
+        << QByteArray("9809\n") << QByteArray("Mode ") << aboveLineLimit;
     QTest::newRow("long line of counts") << QByteArray("9809\n Mode 0 0 1 2\n Offset\n 1 2 3 4 5\n")
-                                         << QByteArray("1 ") << someLines;
-    QTest::newRow("one line of 16-bit zeros") << utf16Mark << utf16("0") << sizeOnDisk();
-    QTest::newRow("16-bit zero bytes") << utf16Mark << zeroByte << 1500 * mebibyte;
+                                         << QByteArray("1 ") << aboveLineLimit;
+    QTest::newRow("one line of zeros in UTF-16") << utf16Mark << utf16("0") << sizeOnDisk();
+    QTest::newRow("zero bytes in a UTF-16 file") << utf16Mark << zeroByte << 1500 * mebibyte;
 }
 
 void tst_BigFiles::bigSpectraAreRefused()

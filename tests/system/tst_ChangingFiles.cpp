@@ -11,7 +11,7 @@ namespace
 {
 
 constexpr int manyRows = 100000;
-constexpr int maxCalls = 5; ///< calls of each kind to hook; no reader opens a file so often
+constexpr int maxCalls = 5; ///< calls of each kind to hook; no reader opens a file this often
 
 QByteArray textMap(int rows)
 {
@@ -54,8 +54,8 @@ private Q_SLOTS:
     void binaryMapRewrittenWithLargerSizeUsesLittleMemory();
     void spectrumTruncatedDuringReadKeepsThePointsRead();
     void spectrumRemovedBetweenPassesIsCompleteOrRefused();
-    void rowsWorkAfterAnyChangeAtAnyCall_data();
-    void rowsWorkAfterAnyChangeAtAnyCall();
+    void nextFileIsReadAfterAnyChangeAtAnyCall_data();
+    void nextFileIsReadAfterAnyChangeAtAnyCall();
 
 private:
     ChildRun runWith(const char* step, const QByteArray& content, const QList<QByteArray>& hook);
@@ -179,7 +179,7 @@ void tst_ChangingFiles::spectrumRemovedBetweenPassesIsCompleteOrRefused()
     }
 }
 
-void tst_ChangingFiles::rowsWorkAfterAnyChangeAtAnyCall_data()
+void tst_ChangingFiles::nextFileIsReadAfterAnyChangeAtAnyCall_data()
 {
     QTest::addColumn<QByteArray>("step");
     QTest::addColumn<QByteArray>("content");
@@ -193,7 +193,7 @@ void tst_ChangingFiles::rowsWorkAfterAnyChangeAtAnyCall_data()
         << QByteArray("spectrum") << beamlineSpectrum << plainSpectrum;
 }
 
-void tst_ChangingFiles::rowsWorkAfterAnyChangeAtAnyCall()
+void tst_ChangingFiles::nextFileIsReadAfterAnyChangeAtAnyCall()
 {
     QFETCH(QByteArray, step);
     QFETCH(QByteArray, content);

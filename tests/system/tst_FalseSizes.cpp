@@ -13,8 +13,8 @@ namespace
 constexpr qint64 uncheckedPixels = qint64{1} << 20;
 constexpr qint64 maxPixels = qint64{1} << 25;
 /// If a header claims more than uncheckedPixels, the file must contain at least one pixel for
-/// each 64 claimed pixels. This is the smallest number of pixels in the file that allows such
-/// a claim. In a text map, each data line is one pixel.
+/// each 64 claimed pixels. rowsForLargerClaim is the smallest number of pixels in the file that
+/// allows such a claim. In a text map, each data line is one pixel.
 constexpr qint64 rowsForLargerClaim = uncheckedPixels / 64 + 1;
 
 /// A text map with @p rows data lines, whose header claims a size of @p width by 1.
@@ -52,9 +52,9 @@ void tst_FalseSizes::mapsWithFalseSizesUseLittleMemory_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<bool>("isLoaded"); // a refused binary map is still loaded, as 0 by 0
-    QTest::newRow("sizes") << textMap(maxPixels, 1) << false;
-    QTest::newRow("axes") << textMap(maxPixels, 1, true) << false;
-    QTest::newRow("binary") << binaryMap(maxPixels, 1) << true;
+    QTest::newRow("text map with size lines") << textMap(maxPixels, 1) << false;
+    QTest::newRow("text map with axis lines") << textMap(maxPixels, 1, true) << false;
+    QTest::newRow("binary map") << binaryMap(maxPixels, 1) << true;
 }
 
 void tst_FalseSizes::mapsWithFalseSizesUseLittleMemory()

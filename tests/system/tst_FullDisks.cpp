@@ -67,7 +67,7 @@ ChildRun tst_FullDisks::write(const QByteArray& size, const QByteArray& limit,
 void tst_FullDisks::incompleteResultIsReported_data()
 {
     QTest::addColumn<qint64>("limit");
-    QTest::newRow("nothing") << qint64{0};
+    QTest::newRow("no byte") << qint64{0};
     QTest::newRow("part of the title line") << qint64{10};
     QTest::newRow("part of the pixels") << qint64{5000};
     QTest::newRow("part of a later block") << qint64{130000};
@@ -119,10 +119,12 @@ void tst_FullDisks::incompleteHistogramIsReported_data()
     const QByteArray thickness("result_HGThick.dat");
     QTest::newRow("valence") << QByteArray("2000") << QByteArray("11") << QList{alpha};
     QTest::newRow("thickness") << QByteArray("11") << QByteArray("2000") << QList{thickness};
-    QTest::newRow("both") << QByteArray("2000") << QByteArray("2000") << QList{alpha, thickness};
+    QTest::newRow("both histograms")
+        << QByteArray("2000") << QByteArray("2000") << QList{alpha, thickness};
     // This histogram is larger than the write buffer, so the write fails before the file is
     // closed.
-    QTest::newRow("large") << QByteArray("200000") << QByteArray("11") << QList{alpha};
+    QTest::newRow("large valence histogram")
+        << QByteArray("200000") << QByteArray("11") << QList{alpha};
 }
 
 void tst_FullDisks::incompleteHistogramIsReported()

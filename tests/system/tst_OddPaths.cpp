@@ -1,6 +1,6 @@
-// Tests of paths that do not lead to a regular file, and of files without permissions. A read
-// must keep the data in the row, a write must be refused with a message, and no call may
-// block.
+// Tests of unusual paths: pipes, devices, folders, very long paths, names that are invalid UTF-8,
+// and folders without permissions. A read that fails must keep the data in the row, a write that
+// fails must show a message, and no call may block.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -75,8 +75,8 @@ private Q_SLOTS:
     void readingAnOddPathKeepsTheRowsData();
     void writingToAnOddPathIsReported_data();
     void writingToAnOddPathIsReported();
-    void writableDevicesAreWritten_data();
-    void writableDevicesAreWritten();
+    void writingToAWritableDeviceSucceeds_data();
+    void writingToAWritableDeviceSucceeds();
     void longestPathIsReadAndWritten();
     void folderWithoutPermissionsRefusesReadingAndWriting();
     void nameWithInvalidUtf8IsRefused_data();
@@ -113,8 +113,9 @@ void tst_OddPaths::cleanup()
     std::filesystem::remove_all(QFile::encodeName(m_folder->path()).toStdString(), error);
 }
 
-/// Creates the object that @p what describes, such as "pipe", and returns its path; empty on
-/// failure. If @p what is an absolute path, returns it unchanged.
+/// Returns the path that @p what describes, such as "pipe" or "file as a folder". Creates the
+/// object at this path if it is one that can exist; empty on failure. An absolute path is
+/// returned unchanged.
 QByteArray tst_OddPaths::make(const QByteArray& what) const
 {
     const QByteArray path = inFolder("odd");
@@ -207,14 +208,14 @@ void tst_OddPaths::writingToAnOddPathIsReported()
     QCOMPARE(readFile(m_folder->filePath("map.dat")), map);
 }
 
-void tst_OddPaths::writableDevicesAreWritten_data()
+void tst_OddPaths::writingToAWritableDeviceSucceeds_data()
 {
     QTest::addColumn<QByteArray>("device");
     QTest::newRow("null") << QByteArray("/dev/null");
     QTest::newRow("zero") << QByteArray("/dev/zero");
 }
 
-void tst_OddPaths::writableDevicesAreWritten()
+void tst_OddPaths::writingToAWritableDeviceSucceeds()
 {
     QFETCH(QByteArray, device);
     const ChildRun childRun = run({"calculate", "2", "2", "write", device});

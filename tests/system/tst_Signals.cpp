@@ -10,7 +10,7 @@ using namespace tests;
 namespace
 {
 
-/// The program itself, in English; the inspector plugin runs @p steps.
+/// A child process for the program itself, in which the inspector plugin runs @p steps.
 ChildProcess program(const QByteArray& steps)
 {
     ChildProcess child{QStringLiteral(AELK_PROGRAM)};

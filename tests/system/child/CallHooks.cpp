@@ -87,7 +87,7 @@ Function* nextFunction(const char* name)
 void hooks::at(Call call, const std::string& path, int number, bool isRepeated, Action action)
 {
     if (state == nullptr) {
-        state = new State; // never deleted: files are closed even after main()
+        state = new State; // never deleted, because files are closed even after main()
     }
     state->hooks.push_back({call, path, number, isRepeated, std::move(action)});
 }

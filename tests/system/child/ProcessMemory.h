@@ -13,7 +13,7 @@ qint64 peakResident(); ///< highest memory use since resetPeak(), bytes
 /// Resets peakResident() to the current memory use; a no-op if the kernel does not allow it.
 void resetPeak();
 
-/// Limits the address space of the process during its lifetime.
+/// Limits the address space of the process. The destructor removes the limit.
 class Limit
 {
 public:

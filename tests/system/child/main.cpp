@@ -1,8 +1,8 @@
-// Runs the steps in the command-line arguments. Each step is a name followed by its own
+// Runs the steps given as command-line arguments. Each step is a name followed by its own
 // arguments; all words are percent-encoded. Example:
 // system_child map /tmp/a%20map.dat write /tmp/result.dat
 //
-// The parent process sets the limits for memory and files; see
+// The parent process can set limits for memory and file sizes; see
 // tests/support/ChildProcess.h.
 
 #include "Steps.h"
