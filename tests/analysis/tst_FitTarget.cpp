@@ -35,8 +35,8 @@ bool near(const QList<double>& values, const QList<double>& expected)
                       [](double a, double b) { return near(a, b); });
 }
 
-// The result for the default inputs. The parts 1/2 and 3/4 add up to 1.25, so the shares are
-// 0.4 and 0.6. The valence uses the parts: 1/2 * 2 + 3/4 * 4 = 4, not divided by 1.25.
+// Whether `fit` is the result for the default inputs. The parts 1/2 and 3/4 add up to 1.25, so the
+// shares are 0.4 and 0.6. The valence uses the parts: 1/2 * 2 + 3/4 * 4 = 4, not divided by 1.25.
 bool isDefault(const LinearFit& fit)
 {
     return near(fit.fractions, {0.4, 0.6}) && near(fit.valence, 4) && near(fit.base, 0.125);

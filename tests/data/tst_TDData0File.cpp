@@ -174,13 +174,13 @@ private Q_SLOTS:
     void otherFilesLeaveTheObjectUnchanged_data();
     void otherFilesLeaveTheObjectUnchanged();
     void shortFileKeepsOldValues();
-    void fileTruncatedAtEveryByte();
+    void fileTruncatedAtAnyByteIsReadUpToItsEnd();
     void damagedFilesAreRefusedOrReadConsistently();
     void lineOfTenMegabytesIsRead_data();
     void lineOfTenMegabytesIsRead();
 
-    void saveRefuses_data();
-    void saveRefuses();
+    void saveRefusesUnusablePaths_data();
+    void saveRefusesUnusablePaths();
     void saveRefusesAFileWithoutWritePermission();
     void saveReportsAFullDisk_data();
     void saveReportsAFullDisk();
@@ -667,7 +667,7 @@ void TestTDData0File::shortFileKeepsOldValues()
     QCOMPARE(map.dataId, "Ni map");
 }
 
-void TestTDData0File::fileTruncatedAtEveryByte()
+void TestTDData0File::fileTruncatedAtAnyByteIsReadUpToItsEnd()
 {
     const QByteArray whole = nickelFile();
     for (int size = 0; size <= whole.size(); ++size) {
@@ -759,7 +759,7 @@ void TestTDData0File::lineOfTenMegabytesIsRead()
     QVERIFY(timer.elapsed() < 30'000);
 }
 
-void TestTDData0File::saveRefuses_data()
+void TestTDData0File::saveRefusesUnusablePaths_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("missing folder") << "/nowhere/map.2dp";
@@ -769,7 +769,7 @@ void TestTDData0File::saveRefuses_data()
     QTest::newRow("no name") << "";
 }
 
-void TestTDData0File::saveRefuses()
+void TestTDData0File::saveRefusesUnusablePaths()
 {
     QFETCH(QString, path);
     if (path == "pipe") {
