@@ -206,7 +206,8 @@ void tst_FourPsWrite::partlyWrittenHistogramIsReportedByItsName()
 
 void tst_FourPsWrite::histogramsAreWrittenAlthoughTheResultIsNot()
 {
-    // The result cannot be written, because a folder has its name. The histogram file exists.
+    // The result cannot be written, because a folder has its name. The histogram file already
+    // exists.
     QVERIFY(QDir(m_dir->path()).mkdir("result.dat"));
     const QString path = saveTo("result.dat");
     const QString histogram = writeFile(*m_dir, "result_HGAlpha.dat", "old");

@@ -91,7 +91,7 @@ private Q_SLOTS:
     void missingValenceCountsAsZero();
     void matchesTheReferenceImplementationBitForBit_data();
     void matchesTheReferenceImplementationBitForBit();
-    void largeZigzagSpectrumIsFast();
+    void largeZigzagSpectrumIsFittedQuickly();
 };
 
 void tst_LinearFit::rangeSpansMarkedRowsEvenIfUnused()
@@ -338,7 +338,7 @@ void tst_LinearFit::matchesTheReferenceImplementationBitForBit()
     }
 }
 
-void tst_LinearFit::largeZigzagSpectrumIsFast()
+void tst_LinearFit::largeZigzagSpectrumIsFittedQuickly()
 {
     // The energies alternately rise by 3 eV and fall by 2 eV. A linear search for each point
     // would take about 2e10 steps and exceed the time limit of a test.

@@ -86,7 +86,7 @@ private Q_SLOTS:
     void mixtureIsRecoveredWithVictoreenBackground();
     void sharesAreWeightedByTheJumps();
     void sharesAddUpToOneAndCanBeNegative();
-    void thirteenValuesWithTwoReferences();
+    void unusedEntriesOfTheThirteenValuesAreZero();
     void fewerTargetValuesThanEnergiesFitTheFirstRows();
     void fifthReferenceIsIgnored();
     void missingWeightCountsAsZero();
@@ -240,7 +240,7 @@ void tst_NonEquivalent::sharesAddUpToOneAndCanBeNegative()
     QVERIFY(isNear(solved.out.at(0) + solved.out.at(1), 1.0, 1e-15));
 }
 
-void tst_NonEquivalent::thirteenValuesWithTwoReferences()
+void tst_NonEquivalent::unusedEntriesOfTheThirteenValuesAreZero()
 {
     const Solved solved = solve(false, {1, 5, 2, 7, 3}, twoReferences, fiveEnergies, {0.5, 0.5});
     QCOMPARE(neq::count, 13);

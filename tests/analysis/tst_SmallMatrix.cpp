@@ -189,10 +189,10 @@ private Q_SLOTS:
     void multiplyMatrixVectorCalculatesTheProduct();
     void nanIsFoundInAnyElement_data();
     void nanIsFoundInAnyElement();
-    void sizeBelowOneDoesNothing_data();
-    void sizeBelowOneDoesNothing();
+    void functionsDoNothingForASizeBelowOne_data();
+    void functionsDoNothingForASizeBelowOne();
 
-    void identityReturnsTheRightSide();
+    void solutionForTheIdentityIsTheRightSide();
     void largestEntryInRowTwoBecomesTheFirstPivot();
     void factorsAreStoredInPermutedRows();
     void decomposeLeavesTheMatrixUnchanged();
@@ -204,7 +204,7 @@ private Q_SLOTS:
     void nanIsNeverChosenAsPivot();
     void nanPropagatesToTheResult();
     void columnOfNaNKeepsTheRowOrder();
-    void oneUnknownIsADivision();
+    void systemOfOneUnknownIsSolvedByDivision();
     void forwardSolveDividesByTheGivenDiagonal();
     void solvesAKnownSystem();
     void solvesRandomSystems();
@@ -308,7 +308,7 @@ void tst_SmallMatrix::nanIsFoundInAnyElement()
     }
 }
 
-void tst_SmallMatrix::sizeBelowOneDoesNothing_data()
+void tst_SmallMatrix::functionsDoNothingForASizeBelowOne_data()
 {
     QTest::addColumn<int>("n");
 
@@ -317,7 +317,7 @@ void tst_SmallMatrix::sizeBelowOneDoesNothing_data()
     QTest::newRow("smallest int") << std::numeric_limits<std::int32_t>::min();
 }
 
-void tst_SmallMatrix::sizeBelowOneDoesNothing()
+void tst_SmallMatrix::functionsDoNothingForASizeBelowOne()
 {
     QFETCH(int, n);
     QVERIFY(!SmallMatrix::newMatrix(n));
@@ -363,7 +363,7 @@ void tst_SmallMatrix::sizeBelowOneDoesNothing()
     QCOMPARE(perm, Indices{9});
 }
 
-void tst_SmallMatrix::identityReturnsTheRightSide()
+void tst_SmallMatrix::solutionForTheIdentityIsTheRightSide()
 {
     const Solution s = solved({{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {5, -6, 7});
     QVERIFY(same(s.x, Values{5, -6, 7}));
@@ -457,7 +457,7 @@ void tst_SmallMatrix::columnOfNaNKeepsTheRowOrder()
     QVERIFY(std::isnan(s.u[0][0]));
 }
 
-void tst_SmallMatrix::oneUnknownIsADivision()
+void tst_SmallMatrix::systemOfOneUnknownIsSolvedByDivision()
 {
     const Solution s = solved({{4}}, {6});
     QVERIFY(same(s.y, Values{6}));

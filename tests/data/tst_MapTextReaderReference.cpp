@@ -227,7 +227,7 @@ private Q_SLOTS:
     void lineOfTwoMegabytesReadsLikeTheReference_data();
     void lineOfTwoMegabytesReadsLikeTheReference();
     void longLinesOfOneRepeatedPartReadLikeTheReference();
-    void missingFileKeepsTheMapOfTheReferenceReader();
+    void referenceReaderKeepsTheMapIfTheFileIsMissing();
 
 private:
     /// Describes the difference between the reader and the reference implementation for @p
@@ -512,7 +512,7 @@ void tst_MapTextReaderReference::longLinesOfOneRepeatedPartReadLikeTheReference(
     }
 }
 
-void tst_MapTextReaderReference::missingFileKeepsTheMapOfTheReferenceReader()
+void tst_MapTextReaderReference::referenceReaderKeepsTheMapIfTheFileIsMissing()
 {
     Reading reference;
     reference.map.xNum = 7;
