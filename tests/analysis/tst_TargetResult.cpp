@@ -222,10 +222,10 @@ void tst_TargetResult::mixturesOfThreeAndFourReferencesAreRecovered_data()
     // The amounts (dMut) are 1, 3, 4 and 32 with the total 40. The valence is
     // 2 * 1/40 + 5 * 3/40 + 4 * 4/40 + 7 * 32/40 = 6.425.
     const QList<double> four{0.025, 0.075, 0.1, 0.8};
-    QTest::newRow("three, linear") << true << three << 4.125;
-    QTest::newRow("four, linear") << true << four << 6.425;
-    QTest::newRow("three, Victoreen") << false << three << 4.125;
-    QTest::newRow("four, Victoreen") << false << four << 6.425;
+    QTest::newRow("three references, linear") << true << three << 4.125;
+    QTest::newRow("four references, linear") << true << four << 6.425;
+    QTest::newRow("three references, Victoreen") << false << three << 4.125;
+    QTest::newRow("four references, Victoreen") << false << four << 6.425;
 }
 
 void tst_TargetResult::mixturesOfThreeAndFourReferencesAreRecovered()

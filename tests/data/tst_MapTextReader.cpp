@@ -142,9 +142,9 @@ private Q_SLOTS:
     void commentLineSetsTheSize_data();
     void commentLineSetsTheSize();
     void columnLinesAffectOnlyChannelFiles();
-    void energyHandlerIsCalledForEachLine();
+    void energyHandlerIsCalledForEachLineWithAnEnergy();
     void energyHandlerIsCalledDuringTheRead();
-    void energyHandlerCanBeMissing();
+    void mapIsReadWithoutAnEnergyHandler();
     void headerLinesAreUnchangedAndInOrder();
     void hashAfterBlanksIsAComment();
 
@@ -441,7 +441,7 @@ void tst_MapTextReader::columnLinesAffectOnlyChannelFiles()
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}}));
 }
 
-void tst_MapTextReader::energyHandlerIsCalledForEachLine()
+void tst_MapTextReader::energyHandlerIsCalledForEachLineWithAnEnergy()
 {
     const Reading got = read("# ENERGY : 8350.50 eV\n# energy = word\n# ENERGY : \n# ENERGY 8300\n"
                              "#ENERGY : 1\n");
@@ -459,7 +459,7 @@ void tst_MapTextReader::energyHandlerIsCalledDuringTheRead()
     QCOMPARE(rowsAtEnergy, (QList<qsizetype>{1, 2}));
 }
 
-void tst_MapTextReader::energyHandlerCanBeMissing()
+void tst_MapTextReader::mapIsReadWithoutAnEnergyHandler()
 {
     QBuffer device;
     device.setData("# ENERGY : 1\n" + twoByOne + "1 2 3\n");

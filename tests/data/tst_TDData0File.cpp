@@ -455,14 +455,14 @@ void TestTDData0File::headerLinesSetTheFields_data()
                         double max) { QTest::newRow(name) << lines << width << id << max; };
     row("later line wins", "WIDTH: 2\nWIDTH: 3\n", 3, "", none);
     row("lines after the end are read", "END_OF_HEADER:\nWIDTH: 3\nDATA_ID: a\n", 3, "a", none);
-    row("keys are case sensitive", "Width: 2\nwidth: 3\n", 0, "", none);
+    row("keys are case-sensitive", "Width: 2\nwidth: 3\n", 0, "", none);
     row("unknown keys are ignored", "WIDTH 2\nHEIGHTS: 3\n# WIDTH: 4\n", 0, "", none);
     row("blanks before a key", "  WIDTH: 2\n", 2, "", none);
     row("key in quotes", "\"WIDTH:\" 2\n", 2, "", none);
-    row("one character is dropped", "WIDTH:\t2\nDATA_ID:  a\n", 2, " a", none);
+    row("one character after the key is dropped", "WIDTH:\t2\nDATA_ID:  a\n", 2, " a", none);
     row("key without a value", "WIDTH:\nDATA_ID:\n", 0, "", none);
     row("CRLF", "WIDTH: 2\r\nDATA_ID: a\r\nMAX_VAL: 3\r\n", 2, "a", 3.0);
-    row("lone CR is no line end", "DATA_ID: a\rWIDTH: 2\n", 0, "a\rWIDTH: 2", none);
+    row("a lone CR does not end a line", "DATA_ID: a\rWIDTH: 2\n", 0, "a\rWIDTH: 2", none);
     row("a word as size", "WIDTH: two\n", 0, "", none);
     row("a fraction as size", "WIDTH: 2.5\n", 0, "", none);
     row("a size with trailing text", "WIDTH: 2 3\n", 0, "", none);
