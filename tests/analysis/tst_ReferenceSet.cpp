@@ -238,7 +238,7 @@ void tst_ReferenceSet::mapLimitsDependOnTheColumn_data()
         QTest::addRow("share %d", kind) << kind << true << -0.1 << 1.1;
     }
     for (const int kind : {4, 5, 6, 7, 8, 12}) { // limits: -10 % and 110 % of 3, the total jump
-        QTest::addRow("amount %d", kind) << kind << true << -0.3 << 3.3;
+        QTest::addRow("quantity %d", kind) << kind << true << -0.3 << 3.3;
     }
     QTest::addRow("valence") << 11 << true << 1.5 << 3.5;
     QTest::addRow("C1") << 9 << false << 0.0 << 0.0;
