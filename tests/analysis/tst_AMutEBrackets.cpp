@@ -41,7 +41,7 @@ private Q_SLOTS:
     void firstPairThatBracketsWins();
     void fallingPairBracketsNothing();
     void equalNeighboursBracketTheirEnergy();
-    void spectraWithFewerThanTwoPointsAreHandled();
+    void spectrumWithFewerThanTwoPointsBracketsNoEnergy();
     void manyEnergiesGiveTheSameIndicesAsSingleSearches_data();
     void manyEnergiesGiveTheSameIndicesAsSingleSearches();
     void manyNormalisedValuesEqualSingleLookups();
@@ -75,7 +75,7 @@ void tst_AMutEBrackets::equalNeighboursBracketTheirEnergy()
     QCOMPARE(first.indicesBelow({20}), QList<int>{0});
 }
 
-void tst_AMutEBrackets::spectraWithFewerThanTwoPointsAreHandled()
+void tst_AMutEBrackets::spectrumWithFewerThanTwoPointsBracketsNoEnergy()
 {
     QCOMPARE(spectrum({}).indicesBelow({5}), QList<int>{0});
     QCOMPARE(spectrum({10}).indicesBelow({5, 10, 15}), (QList<int>{0, 0, -1}));

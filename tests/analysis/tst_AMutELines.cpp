@@ -78,12 +78,12 @@ private Q_SLOTS:
     void rangeWithoutPointsGivesANaNLine();
     void onlyFitLinesChangesTheLines();
 
-    void findEdge_data();
-    void findEdge();
-    void indexBelow_data();
-    void indexBelow();
-    void mutAt_data();
-    void mutAt();
+    void edgeIsTheMiddleOfTheLargestStep_data();
+    void edgeIsTheMiddleOfTheLargestStep();
+    void indexBelowIsTheStartOfThePairAroundTheEnergy_data();
+    void indexBelowIsTheStartOfThePairAroundTheEnergy();
+    void mutIsInterpolatedOrExtrapolatedLinearly_data();
+    void mutIsInterpolatedOrExtrapolatedLinearly();
     void mutAtAPointIsItsMut();
     void interpolationDividesBeforeItMultiplies();
 
@@ -105,8 +105,8 @@ private Q_SLOTS:
 
     void shiftChangesNoPoint();
 
-    void backgroundSubtracted_data();
-    void backgroundSubtracted();
+    void backgroundIsSubtractedFromTheInterpolatedMut_data();
+    void backgroundIsSubtractedFromTheInterpolatedMut();
     void backgroundIsTheChosenLineAtTheEnergy();
     void backgroundSubtractedUsesTheFirstPointAtOrAboveTheEnergy();
     void backgroundSubtractedInterpolatesFromWorkingEnergyZero();
@@ -307,7 +307,7 @@ void tst_AMutELines::onlyFitLinesChangesTheLines()
     QCOMPARE(spectrum.postLine.c, 2.0);
 }
 
-void tst_AMutELines::findEdge_data()
+void tst_AMutELines::edgeIsTheMiddleOfTheLargestStep_data()
 {
     QTest::addColumn<Pairs>("pairs");
     QTest::addColumn<double>("dE");
@@ -316,7 +316,7 @@ void tst_AMutELines::findEdge_data()
     QTest::newRow("no point") << Pairs{} << 5.0 << 0.0;
     QTest::newRow("one point gives half its energy") << Pairs{{8300, 1}} << 0.0 << 4150.0;
     QTest::newRow("one point, shifted") << Pairs{{8300, 1}} << 10.0 << 4145.0;
-    QTest::newRow("steepest step") << Pairs{{1, 0}, {2, 1}, {4, 5}, {8, 6}} << 0.0 << 3.0;
+    QTest::newRow("largest step") << Pairs{{1, 0}, {2, 1}, {4, 5}, {8, 6}} << 0.0 << 3.0;
     QTest::newRow("last step") << Pairs{{1, 0}, {2, 1}, {4, 5}} << 0.0 << 3.0;
     QTest::newRow("shifted") << Pairs{{10, 0}, {20, 1}, {40, 5}} << 5.0 << 25.0;
     QTest::newRow("first of equal steps") << Pairs{{1, 0}, {2, 1}, {4, 2}} << 0.0 << 1.5;
@@ -332,7 +332,7 @@ void tst_AMutELines::findEdge_data()
     QTest::newRow("descending scan") << Pairs{{9, 5}, {5, 1}, {3, 0.5}} << 0.0 << 4.0;
 }
 
-void tst_AMutELines::findEdge()
+void tst_AMutELines::edgeIsTheMiddleOfTheLargestStep()
 {
     QFETCH(Pairs, pairs);
     QFETCH(double, dE);
@@ -340,7 +340,7 @@ void tst_AMutELines::findEdge()
     QCOMPARE(spectrumOf(pairs, dE).findEdge(), edge);
 }
 
-void tst_AMutELines::indexBelow_data()
+void tst_AMutELines::indexBelowIsTheStartOfThePairAroundTheEnergy_data()
 {
     QTest::addColumn<Pairs>("pairs");
     QTest::addColumn<double>("dE");
@@ -370,10 +370,10 @@ void tst_AMutELines::indexBelow_data()
     QTest::newRow("no point") << Pairs{} << 0.0 << 5.0 << 0;
     QTest::newRow("one point, below") << Pairs{{10, 0}} << 0.0 << 5.0 << 0;
     QTest::newRow("one point, on it") << Pairs{{10, 0}} << 0.0 << 10.0 << 0;
-    QTest::newRow("one point, above: n - 2") << Pairs{{10, 0}} << 0.0 << 15.0 << -1;
+    QTest::newRow("one point, above it: index -1") << Pairs{{10, 0}} << 0.0 << 15.0 << -1;
 }
 
-void tst_AMutELines::indexBelow()
+void tst_AMutELines::indexBelowIsTheStartOfThePairAroundTheEnergy()
 {
     QFETCH(Pairs, pairs);
     QFETCH(double, dE);
@@ -382,7 +382,7 @@ void tst_AMutELines::indexBelow()
     QCOMPARE(spectrumOf(pairs, dE).indexBelow(E), index);
 }
 
-void tst_AMutELines::mutAt_data()
+void tst_AMutELines::mutIsInterpolatedOrExtrapolatedLinearly_data()
 {
     QTest::addColumn<Pairs>("pairs");
     QTest::addColumn<double>("dE");
@@ -406,7 +406,7 @@ void tst_AMutELines::mutAt_data()
         << Pairs{{40, 6}, {20, 2}, {10, 1}} << 0.0 << 15.0 << 1.0;
 }
 
-void tst_AMutELines::mutAt()
+void tst_AMutELines::mutIsInterpolatedOrExtrapolatedLinearly()
 {
     QFETCH(Pairs, pairs);
     QFETCH(double, dE);
@@ -600,7 +600,7 @@ void tst_AMutELines::shiftChangesNoPoint()
     QCOMPARE(spectrum.points.at(3).energy, 8600.0);
 }
 
-void tst_AMutELines::backgroundSubtracted_data()
+void tst_AMutELines::backgroundIsSubtractedFromTheInterpolatedMut_data()
 {
     QTest::addColumn<Pairs>("pairs");
     QTest::addColumn<double>("dE");
@@ -625,7 +625,7 @@ void tst_AMutELines::backgroundSubtracted_data()
         << Pairs{{40, 8}, {20, 2}} << 0.0 << 10.0 << 2.0;
 }
 
-void tst_AMutELines::backgroundSubtracted()
+void tst_AMutELines::backgroundIsSubtractedFromTheInterpolatedMut()
 {
     QFETCH(Pairs, pairs);
     QFETCH(double, dE);

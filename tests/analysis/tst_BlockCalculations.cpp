@@ -191,8 +191,8 @@ HistogramCounts anyHistogram(Random& random)
     return counts;
 }
 
-/// The number of rows (pixels with data) for a map of @p pixels pixels: usually equal,
-/// sometimes smaller or larger.
+/// A number of rows (pixels with data) for a map of @p pixels pixels: usually @p pixels,
+/// sometimes fewer or more.
 int anyRowsFor(int pixels, Random& random)
 {
     switch (wholeNumber(random, 0, 5)) {
@@ -207,8 +207,8 @@ int anyRowsFor(int pixels, Random& random)
     }
 }
 
-/// A map for a calculation together with maps of @p width by @p height pixels. It usually has
-/// the same size; otherwise its size is different or even invalid.
+/// An input map for a calculation whose other maps have @p width by @p height pixels. Its size
+/// is usually equal, but can be different or even invalid.
 A2DData anyMapUsedWith(int width, int height, Kind kind, Random& random)
 {
     int otherWidth = width;
@@ -270,8 +270,8 @@ void tst_BlockCalculations::everySizeMatchesTheReferenceImplementation()
     const auto numbers = static_cast<Kind>(kind);
     Random random(static_cast<unsigned>(1000 * method + 100 * references + 10 * kind) +
                   (victoreen ? 1U : 0U));
-    // The largest sizes need most of the run time, so each kind of numbers is tested with only
-    // one of them.
+    // Large maps need most of the run time, so each kind of numbers is tested with only one of
+    // these six sizes.
     const std::array<std::pair<int, int>, 6> largest{
         {{1000, 1}, {16, 12}, {16, 16}, {20, 16}, {1, 321}, {25, 10}}};
     const std::array<std::pair<int, int>, 22> sizes{
@@ -575,7 +575,7 @@ void tst_BlockCalculations::changedMapIsReadAgain()
     for (int i = 0; i < rows; ++i) {
         maps.append(tests::mapOf(Kind::Random, 26, 5, 130, random));
         for (A2DRow& row : maps.last().rows) {
-            row.i0 = 0.0; // a NaN would hide the change
+            row.i0 = 0.0; // mut is the intensity; a NaN from ln() would hide the change
         }
     }
     for (const A2DData& map : std::as_const(maps)) {

@@ -345,12 +345,12 @@ void tst_CalculationPlan::mapNeedsOneMoreRowPerReference_data()
     QTest::addColumn<bool>("isLinear");
     QTest::addColumn<int>("references");
     QTest::addColumn<int>("bound");
-    QTest::newRow("linear, two") << true << 2 << 4;
-    QTest::newRow("linear, three") << true << 3 << 5;
-    QTest::newRow("linear, four") << true << 4 << 6;
-    QTest::newRow("Victoreen, two") << false << 2 << 5;
-    QTest::newRow("Victoreen, three") << false << 3 << 6;
-    QTest::newRow("Victoreen, four") << false << 4 << 7;
+    QTest::newRow("linear, two references") << true << 2 << 4;
+    QTest::newRow("linear, three references") << true << 3 << 5;
+    QTest::newRow("linear, four references") << true << 4 << 6;
+    QTest::newRow("Victoreen, two references") << false << 2 << 5;
+    QTest::newRow("Victoreen, three references") << false << 3 << 6;
+    QTest::newRow("Victoreen, four references") << false << 4 << 7;
 }
 
 void tst_CalculationPlan::mapNeedsOneMoreRowPerReference()

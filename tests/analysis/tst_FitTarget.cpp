@@ -35,8 +35,8 @@ bool near(const QList<double>& values, const QList<double>& expected)
                       [](double a, double b) { return near(a, b); });
 }
 
-// The result for the default inputs. The parts 1/2 and 3/4 add up to 1.25, so the shares are
-// 0.4 and 0.6. The valence uses the parts: 1/2 * 2 + 3/4 * 4 = 4, not divided by 1.25.
+// Whether `fit` is the result for the default inputs. The parts 1/2 and 3/4 add up to 1.25, so the
+// shares are 0.4 and 0.6. The valence uses the parts: 1/2 * 2 + 3/4 * 4 = 4, not divided by 1.25.
 bool isDefault(const LinearFit& fit)
 {
     return near(fit.fractions, {0.4, 0.6}) && near(fit.valence, 4) && near(fit.base, 0.125);
@@ -91,10 +91,10 @@ void tst_FitTarget::threeAndFourReferencesAreFitted_data()
     QTest::addColumn<QList<double>>("fractions");
     QTest::addColumn<double>("valence");
     // The parts add up to 2. The valence is 0.5 * 2 + 0.25 * 4 + 1.25 * 3 = 5.75.
-    QTest::newRow("three") << QList<double>{0.5, 0.25, 1.25} << QList<double>{0.25, 0.125, 0.625}
-                           << 5.75;
+    QTest::newRow("three references")
+        << QList<double>{0.5, 0.25, 1.25} << QList<double>{0.25, 0.125, 0.625} << 5.75;
     // The parts add up to 1/2. The valence is 0.5 * 2 + 0.25 * 4 - 1 * 3 + 0.75 * 5 = 2.75.
-    QTest::newRow("four, one negative")
+    QTest::newRow("four references, one negative share")
         << QList<double>{0.5, 0.25, -1, 0.75} << QList<double>{1, 0.5, -2, 1.5} << 2.75;
 }
 

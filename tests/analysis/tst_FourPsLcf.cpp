@@ -275,9 +275,10 @@ void tst_FourPsLcf::refusalIsReportedAndChangesNothing()
 
 void tst_FourPsLcf::calcBothRunsRangesMapTargetAndFitInOrder()
 {
-    // Automatic limits of the valence histogram for the valences 2 and 4: the bin centres go
-    // from 2 - 0.5 = 1.5 to 4 + 0.5 = 4.5. With 51 bins, the bin width is 3 / 50 = 0.06, so
-    // the lower edge of bin 0 is 1.5 - 0.03 = 1.47.
+    // calcBoth() replaces the entered limit 70 by the automatic limits of the valence
+    // histogram. For the valences 2 and 4, the bin centres then go from 2 - 0.5 = 1.5 to
+    // 4 + 0.5 = 4.5. With 51 bins, the bin width is 3 / 50 = 0.06, so the lower edge of bin 0
+    // is 1.5 - 0.03 = 1.47.
     PanelInputs inputs = threePointsAndFit();
     inputs.addMaps(3);
     enterInputs(panel, inputs);

@@ -206,7 +206,8 @@ void tst_FourPsWrite::partlyWrittenHistogramIsReportedByItsName()
 
 void tst_FourPsWrite::histogramsAreWrittenAlthoughTheResultIsNot()
 {
-    // The result cannot be written, because a folder has its name. The histogram file exists.
+    // The result cannot be written, because a folder has its name. The histogram file already
+    // exists.
     QVERIFY(QDir(m_dir->path()).mkdir("result.dat"));
     const QString path = saveTo("result.dat");
     const QString histogram = writeFile(*m_dir, "result_HGAlpha.dat", "old");
@@ -239,8 +240,8 @@ void tst_FourPsWrite::saveUpdatesExistingHistogramFiles()
     const QString thick = writeFile(*m_dir, "a.b_HGThick.dat", "old");
     saveTo("a.b.dat");
     panel.calcAndWrite();
-    // The valence 2.5 is in the middle bin of three. The thickness 1 is below both bins, so it
-    // is counted in the first line.
+    // The valence 2.5 is in the middle bin of three. The thickness 1 is below the two bins of
+    // its histogram, so the first line of the file counts it.
     QCOMPARE(readFile(alpha), "1.25 1.5 1.75  0\n"
                               "1.75 2 2.25  0\n"
                               "2.25 2.5 2.75  1\n"

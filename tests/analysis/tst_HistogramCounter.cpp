@@ -146,11 +146,11 @@ void tst_HistogramCounter::countingInBlocksEqualsCountingOneByOne_data()
         {-1e308, 1e308},   {0.0, 5e-324},     {1e15, 1e15 + 8}};
     for (const int boxes : {0, 1, 2, 51, 1023, 1024, 1025}) {
         for (const auto& [from, to] : limits) {
-            QTest::addRow("%d boxes, %g to %g", boxes, from, to) << from << to << boxes;
+            QTest::addRow("%d bins, %g to %g", boxes, from, to) << from << to << boxes;
         }
     }
-    QTest::newRow("1000000 boxes") << 0.0 << 1.0 << 1000000;
-    QTest::newRow("1000000 boxes, descending") << 7.0 << -1.0 << 1000000;
+    QTest::newRow("1000000 bins") << 0.0 << 1.0 << 1000000;
+    QTest::newRow("1000000 bins, descending") << 7.0 << -1.0 << 1000000;
 }
 
 void tst_HistogramCounter::countingInBlocksEqualsCountingOneByOne()
@@ -183,7 +183,7 @@ void tst_HistogramCounter::valuesAfterTheCountAreIgnored_data()
     QTest::addColumn<int>("count");
     for (const int boxes : {11, 2000}) {
         for (int count = 0; count <= blockPixels; ++count) {
-            QTest::addRow("%d boxes, %d values", boxes, count) << boxes << count;
+            QTest::addRow("%d bins, %d values", boxes, count) << boxes << count;
         }
     }
 }

@@ -233,8 +233,8 @@ void tst_HistogramCounts::withoutBinsEveryValueCountsAsOutside()
     HistogramCounts counts;
     counts.start(0.0, 1.0, 0);
     QCOMPARE(counts.step, -1.0);
-    counts.add(0.0);   // bin (0 - 0.5) / -1 = 0, after the last of 0 bins
-    counts.add(100.0); // bin (100 - 0.5) / -1 = -99, before bin 0
+    counts.add(0.0);   // bin trunc((0 - 0.5) / -1) = 0, after the last of 0 bins
+    counts.add(100.0); // bin trunc((100 - 0.5) / -1) = -99, before bin 0
     counts.add(notANumber);
     QCOMPARE(counts.bins.size(), 0);
     QCOMPARE(counts.over, 1);
@@ -246,7 +246,7 @@ void tst_HistogramCounts::fileHasTwoLinesMoreThanBins_data()
 {
     QTest::addColumn<int>("boxes");
     for (const int boxes : {0, 1, 2, 11, 50, 1000}) {
-        QTest::addRow("%d boxes", boxes) << boxes;
+        QTest::addRow("%d bins", boxes) << boxes;
     }
 }
 

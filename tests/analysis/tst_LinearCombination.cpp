@@ -76,7 +76,7 @@ private Q_SLOTS:
     void bestConstantIsTheMean();
     void unusedCoefficientsAreZero();
     void noRowsGiveNaN();
-    void fitWorksForSeveralSetsOfValues();
+    void nanInOneSetOfValuesDoesNotAffectTheNext();
     void matchesTheReferenceImplementationBitForBit_data();
     void matchesTheReferenceImplementationBitForBit();
 };
@@ -118,7 +118,7 @@ void tst_LinearCombination::noRowsGiveNaN()
     }
 }
 
-void tst_LinearCombination::fitWorksForSeveralSetsOfValues()
+void tst_LinearCombination::nanInOneSetOfValuesDoesNotAffectTheNext()
 {
     const LinearCombination fit(1, {1, 1});
     const std::array<double, 2> first{notANumber, 1};

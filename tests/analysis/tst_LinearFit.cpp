@@ -91,7 +91,7 @@ private Q_SLOTS:
     void missingValenceCountsAsZero();
     void matchesTheReferenceImplementationBitForBit_data();
     void matchesTheReferenceImplementationBitForBit();
-    void largeZigzagSpectrumIsFast();
+    void largeZigzagSpectrumIsFittedQuickly();
 };
 
 void tst_LinearFit::rangeSpansMarkedRowsEvenIfUnused()
@@ -170,8 +170,8 @@ void tst_LinearFit::targetEqualToTheFirstReferenceHasShareOne()
 
 void tst_LinearFit::spectraAreNormalisedBetweenTheirLines()
 {
-    // The target of mixtureIsRecovered() with lines at 0.5 and 2.5, and its second reference
-    // with lines at 1 and 5: mut = pre + value * (post - pre).
+    // The spectra of mixtureIsRecovered(), but the target has the constant lines 0.5 and 2.5,
+    // and the second reference the lines 1 and 5: mut = pre + value * (post - pre).
     const AMutE a = spectrum({0, 1, 4, 2});
     AMutE b = spectrum({1 + 2 * 4, 1, 1 + 2 * 4, 1 + 6 * 4});
     b.preLine = {1, 0, 0};
@@ -338,10 +338,10 @@ void tst_LinearFit::matchesTheReferenceImplementationBitForBit()
     }
 }
 
-void tst_LinearFit::largeZigzagSpectrumIsFast()
+void tst_LinearFit::largeZigzagSpectrumIsFittedQuickly()
 {
     // The energies alternately rise by 3 eV and fall by 2 eV. A linear search for each point
-    // would take about 2e10 steps, longer than the time limit of a test.
+    // would take about 2e10 steps and exceed the time limit of a test.
     AMutE spectrum;
     for (int i = 0; i < 200000; ++i) {
         spectrum.points.append({0.0, 8000.0 + i / 2 + (i % 2 == 0 ? 0 : 3), 1.0 / (i + 1)});

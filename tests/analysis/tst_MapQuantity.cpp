@@ -90,7 +90,7 @@ void tst_MapQuantity::quantitiesFollowFromTheFraction_data()
         QTest::addRow("quantity %d", kind) << kind << QList<double>{0.0, 0.0, 0.0, 0.0};
     }
     QTest::newRow("valence") << 11 << QList<double>{3.0, 2.75, 2.5, 2.25};
-    QTest::newRow("amount") << 12 << QList<double>{10.5, 11.5, 12.5, 13.5};
+    QTest::newRow("total dMut") << 12 << QList<double>{10.5, 11.5, 12.5, 13.5};
 }
 
 void tst_MapQuantity::quantitiesFollowFromTheFraction()

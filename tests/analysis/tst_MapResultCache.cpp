@@ -151,16 +151,16 @@ void tst_MapResultCache::anyChangeRunsTheCalculationAgain_data()
         [](FakeCalculation& s) { s.first.headerLines << QStringLiteral("# x"); });
     row("maps exchanged", [](FakeCalculation& s) { std::swap(s.first, s.second); });
     row("a limit of the histogram", [](FakeCalculation& s) { s.from = 1.0; });
-    row("a count", [](FakeCalculation& s) { ++s.histogram.bins[3]; });
-    row("a count above", [](FakeCalculation& s) { ++s.histogram.over; });
-    row("a count below", [](FakeCalculation& s) { ++s.histogram.under; });
-    row("the sum of the counts", [](FakeCalculation& s) { ++s.histogram.total; });
+    row("the count of a bin", [](FakeCalculation& s) { ++s.histogram.bins[3]; });
+    row("the count of values above", [](FakeCalculation& s) { ++s.histogram.over; });
+    row("the count of values below", [](FakeCalculation& s) { ++s.histogram.under; });
+    row("the highest count", [](FakeCalculation& s) { ++s.histogram.total; });
     row("the lower limit of the counts", [](FakeCalculation& s) { s.histogram.minV -= 1.0; });
     row("the upper limit of the counts", [](FakeCalculation& s) { s.histogram.maxV += 1.0; });
     row("the width of a bin", [](FakeCalculation& s) { s.histogram.step *= 2.0; });
     row("the number of bins", [](FakeCalculation& s) { ++s.histogram.boxes; });
     row("a pixel of the result", [](FakeCalculation& s) { s.result.rows[0].intensity = 0.0; });
-    row("the size of the result", [](FakeCalculation& s) { s.result.xNum = 2; });
+    row("the width of the result", [](FakeCalculation& s) { s.result.xNum = 2; });
     row("the height of the result", [](FakeCalculation& s) { s.result.yNum = 2; });
     row("comment lines of the result",
         [](FakeCalculation& s) { s.result.headerLines << QStringLiteral("# x"); });
@@ -251,7 +251,7 @@ void tst_MapResultCache::fourPointsInputsDifferAfterEveryChange_data()
     row("one row fewer", [](Stack& s) { s.others.removeLast(); });
     row("the order of rows", [](Stack& s) { s.others.swapItemsAt(0, 1); });
     row("the ratio of the jumps", [](Stack& s) { s.r = 0.0; });
-    row("enough references", [](Stack& s) { s.mix.enoughReferences = false; });
+    row("the flag for enough references", [](Stack& s) { s.mix.enoughReferences = false; });
     row("the first valence", [](Stack& s) { s.mix.v1 = 0.0; });
     row("the second valence", [](Stack& s) { s.mix.v2 = 0.0; });
 }

@@ -34,21 +34,21 @@ class tst_MapScan : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void extremesOfTheValues_data();
-    void extremesOfTheValues();
-    void noExtremesWithoutANumber_data();
-    void noExtremesWithoutANumber();
+    void scanFindsTheExtremesOfTheNumbers_data();
+    void scanFindsTheExtremesOfTheNumbers();
+    void mapWithoutNumbersHasNoExtremes_data();
+    void mapWithoutNumbersHasNoExtremes();
     void everyPixelIsReadOnce();
     void rowsOfTheMapAreNotRead();
     void linesWithoutColumnsAreSkipped();
 
-    void pixelAtAPosition_data();
-    void pixelAtAPosition();
-    void noPixelOutsideTheMap_data();
-    void noPixelOutsideTheMap();
+    void positionInsideTheMapHasAPixel_data();
+    void positionInsideTheMapHasAPixel();
+    void positionOutsideTheMapHasNoPixel_data();
+    void positionOutsideTheMapHasNoPixel();
 };
 
-void tst_MapScan::extremesOfTheValues_data()
+void tst_MapScan::scanFindsTheExtremesOfTheNumbers_data()
 {
     using Values = QList<double>;
     QTest::addColumn<Values>("values"); // of 2 by 2 pixels, row-major
@@ -68,7 +68,7 @@ void tst_MapScan::extremesOfTheValues_data()
     QTest::newRow("large") << Values{1e299, -1e299, 2, 3} << -1e299 << 1e299;
 }
 
-void tst_MapScan::extremesOfTheValues()
+void tst_MapScan::scanFindsTheExtremesOfTheNumbers()
 {
     QFETCH(QList<double>, values);
     const auto limits = scan(2, 2, values);
@@ -77,7 +77,7 @@ void tst_MapScan::extremesOfTheValues()
     QTEST(limits->high, "high");
 }
 
-void tst_MapScan::noExtremesWithoutANumber_data()
+void tst_MapScan::mapWithoutNumbersHasNoExtremes_data()
 {
     using Values = QList<double>;
     QTest::addColumn<int>("width");
@@ -90,7 +90,7 @@ void tst_MapScan::noExtremesWithoutANumber_data()
     QTest::newRow("negative height") << 2 << -3 << Values{};
 }
 
-void tst_MapScan::noExtremesWithoutANumber()
+void tst_MapScan::mapWithoutNumbersHasNoExtremes()
 {
     QFETCH(int, width);
     QFETCH(int, height);
@@ -125,7 +125,7 @@ void tst_MapScan::linesWithoutColumnsAreSkipped()
     QVERIFY(!scan(-1, std::numeric_limits<int>::max(), {}));
 }
 
-void tst_MapScan::pixelAtAPosition_data()
+void tst_MapScan::positionInsideTheMapHasAPixel_data()
 {
     QTest::addColumn<double>("x");
     QTest::addColumn<double>("y");
@@ -139,7 +139,7 @@ void tst_MapScan::pixelAtAPosition_data()
     QTest::newRow("inside the last pixel") << 2.9999 << 1.9999 << 2 << 1;
 }
 
-void tst_MapScan::pixelAtAPosition()
+void tst_MapScan::positionInsideTheMapHasAPixel()
 {
     QFETCH(double, x);
     QFETCH(double, y);
@@ -149,7 +149,7 @@ void tst_MapScan::pixelAtAPosition()
     QTEST(pixel->y, "line");
 }
 
-void tst_MapScan::noPixelOutsideTheMap_data()
+void tst_MapScan::positionOutsideTheMapHasNoPixel_data()
 {
     QTest::addColumn<double>("x");
     QTest::addColumn<double>("y");
@@ -165,7 +165,7 @@ void tst_MapScan::noPixelOutsideTheMap_data()
     QTest::newRow("minus infinity") << 0.5 << -infinity;
 }
 
-void tst_MapScan::noPixelOutsideTheMap()
+void tst_MapScan::positionOutsideTheMapHasNoPixel()
 {
     QFETCH(double, x);
     QFETCH(double, y);

@@ -86,7 +86,7 @@ private Q_SLOTS:
     void mixtureIsRecoveredWithVictoreenBackground();
     void sharesAreWeightedByTheJumps();
     void sharesAddUpToOneAndCanBeNegative();
-    void thirteenValuesWithTwoReferences();
+    void unusedEntriesOfTheThirteenValuesAreZero();
     void fewerTargetValuesThanEnergiesFitTheFirstRows();
     void fifthReferenceIsIgnored();
     void missingWeightCountsAsZero();
@@ -214,8 +214,8 @@ void tst_NonEquivalent::mixtureIsRecoveredWithVictoreenBackground()
 void tst_NonEquivalent::sharesAreWeightedByTheJumps()
 {
     // The edge jumps 3 and 1 divided by their sum 4 are the weights 3/4 and 1/4. Both
-    // coefficients of T = R1 + R2 are 1. Times the weights they add up to 1, so the shares are
-    // 3/4 and 1/4.
+    // coefficients of T = R1 + R2 are 1. Multiplied by the weights, they add up to 1, so the
+    // shares are 3/4 and 1/4.
     QList<double> T;
     for (int e = 0; e < 5; ++e) {
         T.append(twoReferences.at(0).at(e) + twoReferences.at(1).at(e));
@@ -228,8 +228,8 @@ void tst_NonEquivalent::sharesAreWeightedByTheJumps()
 
 void tst_NonEquivalent::sharesAddUpToOneAndCanBeNegative()
 {
-    // The coefficients of T = -R1 + 3 R2 are -1 and 3. Times the weights of 1/2 they add up to
-    // 1, so the shares are -1/2 and 3/2.
+    // The coefficients of T = -R1 + 3 R2 are -1 and 3. Multiplied by the weights of 1/2, they
+    // add up to 1, so the shares are -1/2 and 3/2.
     QList<double> T;
     for (int e = 0; e < 5; ++e) {
         T.append(-twoReferences.at(0).at(e) + 3 * twoReferences.at(1).at(e));
@@ -240,7 +240,7 @@ void tst_NonEquivalent::sharesAddUpToOneAndCanBeNegative()
     QVERIFY(isNear(solved.out.at(0) + solved.out.at(1), 1.0, 1e-15));
 }
 
-void tst_NonEquivalent::thirteenValuesWithTwoReferences()
+void tst_NonEquivalent::unusedEntriesOfTheThirteenValuesAreZero()
 {
     const Solved solved = solve(false, {1, 5, 2, 7, 3}, twoReferences, fiveEnergies, {0.5, 0.5});
     QCOMPARE(neq::count, 13);

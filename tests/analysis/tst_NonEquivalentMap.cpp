@@ -218,8 +218,8 @@ void tst_NonEquivalentMap::pixelsWithoutDataShareTheirValues()
 
 void tst_NonEquivalentMap::blocksOfEqualPixelsShareTheirValues()
 {
-    // Five blocks of 64 pixels. The pixels of block 0 have the value 1, of blocks 1 and 2 the
-    // value 2, and of block 4 NaN. In block 3 the last pixel is 3 and the others are 2.
+    // Five blocks of 64 pixels with the values 1 (block 0), 2 (blocks 1 and 2) and NaN
+    // (block 4). In block 3, the last pixel is 3 and the other pixels are 2.
     QList<double> muts(64, 1.0);
     muts += QList<double>(191, 2.0) + QList<double>{3.0} + QList<double>(64, notANumber);
     const A2DData base = absorbanceMap(320, 1, muts);

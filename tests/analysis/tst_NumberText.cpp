@@ -94,8 +94,8 @@ double sevenDigitsEndingInFive(Random& random)
 }
 
 /// A number (n + 1/2 + d) / 10^k, where n has six digits, so it is nearly halfway between two
-/// numbers of six significant digits. |d| is at most 2^-24 to 2^-36. This range includes the
-/// safety margin of the fast path, 1e-9 (about 2^-30).
+/// numbers of six significant digits. The bound of |d| is chosen at random from 2^-36 to 2^-24.
+/// This range includes the safety margin of the fast path, 1e-9 (about 2^-30).
 double closeToHalfway(Random& random)
 {
     const double half = integer(random, 100'000, 999'999) + 0.5;
@@ -192,8 +192,8 @@ void tst_NumberText::textFollowsTheGeneralFormat()
 void tst_NumberText::limitsMatchQt_data()
 {
     QTest::addColumn<double>("value");
-    // Numbers near 1e-4 and 1e6, below and above which the text has an exponent, and very
-    // large and very small doubles.
+    // Numbers near 1e-4 and 1e6, the limits of the notation without exponent, and very large
+    // and very small doubles.
     QTest::newRow("1e-4") << 1e-4;
     QTest::newRow("rounds to 1e-4") << 9.9999995e-5;
     QTest::newRow("2^-14") << 0x1p-14;

@@ -44,8 +44,8 @@ private Q_SLOTS:
     void totalJumpSumsUsedReferences();
     void numberOfUsedValencesIsTheNumberOfValidReferences();
     void usedReferenceWithoutSpectrumIsATermOfTheTotal();
-    void mapLimitsByColumn_data();
-    void mapLimitsByColumn();
+    void mapLimitsDependOnTheColumn_data();
+    void mapLimitsDependOnTheColumn();
     void valenceMapWithoutReferencesHasReversedLimits();
     void histogramLimitsFollowTheReferences();
 };
@@ -228,7 +228,7 @@ void tst_ReferenceSet::usedReferenceWithoutSpectrumIsATermOfTheTotal()
              2.0);
 }
 
-void tst_ReferenceSet::mapLimitsByColumn_data()
+void tst_ReferenceSet::mapLimitsDependOnTheColumn_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<bool>("known");
@@ -237,8 +237,8 @@ void tst_ReferenceSet::mapLimitsByColumn_data()
     for (int kind = 0; kind <= 3; ++kind) {
         QTest::addRow("share %d", kind) << kind << true << -0.1 << 1.1;
     }
-    for (const int kind : {4, 5, 6, 7, 8, 12}) { // -10 % and 110 % of the total jump, 3
-        QTest::addRow("amount %d", kind) << kind << true << -0.3 << 3.3;
+    for (const int kind : {4, 5, 6, 7, 8, 12}) { // limits: -10 % and 110 % of 3, the total jump
+        QTest::addRow("quantity %d", kind) << kind << true << -0.3 << 3.3;
     }
     QTest::addRow("valence") << 11 << true << 1.5 << 3.5;
     QTest::addRow("C1") << 9 << false << 0.0 << 0.0;
@@ -247,7 +247,7 @@ void tst_ReferenceSet::mapLimitsByColumn_data()
     QTest::addRow("negative") << -1 << false << 0.0 << 0.0;
 }
 
-void tst_ReferenceSet::mapLimitsByColumn()
+void tst_ReferenceSet::mapLimitsDependOnTheColumn()
 {
     QFETCH(int, kind);
     QFETCH(bool, known);

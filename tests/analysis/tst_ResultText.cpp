@@ -80,7 +80,7 @@ QByteArray difference(const QByteArray& a, const QByteArray& b)
            b.mid(from, 80) + "]";
 }
 
-/// A device that accepts a number of bytes and then fails, with a short write or an error.
+/// A device that accepts @p limit bytes and then fails, with a short write or an error.
 class LimitedDevice : public QIODevice
 {
 public:
@@ -208,7 +208,7 @@ void tst_ResultText::columnsHaveTheirNames_data()
     const QStringList names{"alpha1", "alpha2", "alpha3", "alpha4", "dMut1",   "dMut2",     "dMut3",
                             "dMut4",  "Mut0",   "C1",     "C2",     "Valence", "Total-dMut"};
     for (int i = 0; i < names.size(); ++i) {
-        QTest::addRow("%d", i) << i << names.at(i);
+        QTest::addRow("column %d", i) << i << names.at(i);
     }
     QTest::newRow("past the last") << 13 << "UnKnown";
     QTest::newRow("negative") << -1 << "UnKnown";
@@ -506,7 +506,7 @@ void tst_ResultText::textLongerThanABlockIsComplete()
 
 void tst_ResultText::failingDeviceIsReported_data()
 {
-    QTest::addColumn<qint64>("missing"); // bytes that the device does not accept; -1 for all
+    QTest::addColumn<qint64>("missing"); // bytes that the device does not accept; -1: all
     QTest::addColumn<bool>("shortWrites");
     for (const bool shortWrites : {false, true}) {
         const char* const how = shortWrites ? "short write" : "refused";

@@ -186,13 +186,13 @@ private Q_SLOTS:
     void identityHasOnesOnTheDiagonal();
     void copyCopiesEveryElement();
     void multiplyMatricesWritesTheDiagonalOfTheProductAcrossRows();
-    void multiplyMatrixVector();
-    void hasNaN_data();
-    void hasNaN();
-    void sizeBelowOneDoesNothing_data();
-    void sizeBelowOneDoesNothing();
+    void multiplyMatrixVectorCalculatesTheProduct();
+    void nanIsFoundInAnyElement_data();
+    void nanIsFoundInAnyElement();
+    void functionsDoNothingForASizeBelowOne_data();
+    void functionsDoNothingForASizeBelowOne();
 
-    void identityReturnsTheRightSide();
+    void solutionForTheIdentityIsTheRightSide();
     void largestEntryInRowTwoBecomesTheFirstPivot();
     void factorsAreStoredInPermutedRows();
     void decomposeLeavesTheMatrixUnchanged();
@@ -204,7 +204,7 @@ private Q_SLOTS:
     void nanIsNeverChosenAsPivot();
     void nanPropagatesToTheResult();
     void columnOfNaNKeepsTheRowOrder();
-    void oneUnknownIsADivision();
+    void systemOfOneUnknownIsSolvedByDivision();
     void forwardSolveDividesByTheGivenDiagonal();
     void solvesAKnownSystem();
     void solvesRandomSystems();
@@ -216,11 +216,11 @@ private Q_SLOTS:
     void gaussJordanSkipsAZeroDiagonal();
     void gaussJordanUsesTheFirstUnusedRowAmongNaN();
 
-    void printMatrix();
-    void printMatrixPermuted();
-    void printVector();
-    void printIndexVector();
-    void printVectorPermuted();
+    void printMatrixWritesOneLinePerRow();
+    void printMatrixPermutedWritesTheRowsInPermutedOrder();
+    void printVectorWritesOneLine();
+    void printIndexVectorWritesOneLine();
+    void printVectorPermutedWritesTheElementsInPermutedOrder();
 };
 
 void tst_SmallMatrix::clearSetsZero()
@@ -272,7 +272,7 @@ void tst_SmallMatrix::multiplyMatricesWritesTheDiagonalOfTheProductAcrossRows()
     QVERIFY(same(c.values(), Rows{{19, 19}, {50, 50}}));
 }
 
-void tst_SmallMatrix::multiplyMatrixVector()
+void tst_SmallMatrix::multiplyMatrixVectorCalculatesTheProduct()
 {
     const Matrix a(Rows{{1, 2}, {3, 4}});
     const Values v{5, 6};
@@ -281,7 +281,7 @@ void tst_SmallMatrix::multiplyMatrixVector()
     QVERIFY(same(out, Values{17, 39}));
 }
 
-void tst_SmallMatrix::hasNaN_data()
+void tst_SmallMatrix::nanIsFoundInAnyElement_data()
 {
     QTest::addColumn<double>("element");
     QTest::addColumn<int>("expected");
@@ -292,7 +292,7 @@ void tst_SmallMatrix::hasNaN_data()
     QTest::newRow("negative NaN") << -notANumber << 1;
 }
 
-void tst_SmallMatrix::hasNaN()
+void tst_SmallMatrix::nanIsFoundInAnyElement()
 {
     QFETCH(double, element);
     QFETCH(int, expected);
@@ -308,16 +308,16 @@ void tst_SmallMatrix::hasNaN()
     }
 }
 
-void tst_SmallMatrix::sizeBelowOneDoesNothing_data()
+void tst_SmallMatrix::functionsDoNothingForASizeBelowOne_data()
 {
     QTest::addColumn<int>("n");
 
-    QTest::newRow("0") << 0;
-    QTest::newRow("-1") << -1;
-    QTest::newRow("smallest") << std::numeric_limits<std::int32_t>::min();
+    QTest::newRow("zero") << 0;
+    QTest::newRow("minus one") << -1;
+    QTest::newRow("smallest int") << std::numeric_limits<std::int32_t>::min();
 }
 
-void tst_SmallMatrix::sizeBelowOneDoesNothing()
+void tst_SmallMatrix::functionsDoNothingForASizeBelowOne()
 {
     QFETCH(int, n);
     QVERIFY(!SmallMatrix::newMatrix(n));
@@ -363,7 +363,7 @@ void tst_SmallMatrix::sizeBelowOneDoesNothing()
     QCOMPARE(perm, Indices{9});
 }
 
-void tst_SmallMatrix::identityReturnsTheRightSide()
+void tst_SmallMatrix::solutionForTheIdentityIsTheRightSide()
 {
     const Solution s = solved({{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}, {5, -6, 7});
     QVERIFY(same(s.x, Values{5, -6, 7}));
@@ -457,7 +457,7 @@ void tst_SmallMatrix::columnOfNaNKeepsTheRowOrder()
     QVERIFY(std::isnan(s.u[0][0]));
 }
 
-void tst_SmallMatrix::oneUnknownIsADivision()
+void tst_SmallMatrix::systemOfOneUnknownIsSolvedByDivision()
 {
     const Solution s = solved({{4}}, {6});
     QVERIFY(same(s.y, Values{6}));
@@ -600,14 +600,14 @@ void tst_SmallMatrix::gaussJordanUsesTheFirstUnusedRowAmongNaN()
     QVERIFY(same(b.values()[2], Values{0, 0, 0.5}));
 }
 
-void tst_SmallMatrix::printMatrix()
+void tst_SmallMatrix::printMatrixWritesOneLinePerRow()
 {
     const Matrix m(Rows{{1, 2.5}, {-3, 1e-10}});
     QCOMPARE(printed([&] { SmallMatrix::printMatrix("name", 2, m); }),
              QByteArray("# name = \n# 1 2.5 \n# -3 1e-10 \n# \n"));
 }
 
-void tst_SmallMatrix::printMatrixPermuted()
+void tst_SmallMatrix::printMatrixPermutedWritesTheRowsInPermutedOrder()
 {
     const Matrix m(Rows{{1, 2}, {3, 4}});
     const Indices perm{1, 0};
@@ -615,21 +615,21 @@ void tst_SmallMatrix::printMatrixPermuted()
              QByteArray("# m = \n# 3 4 \n# 1 2 \n# \n"));
 }
 
-void tst_SmallMatrix::printVector()
+void tst_SmallMatrix::printVectorWritesOneLine()
 {
     const Values v{1, 1234567, notANumber};
     QCOMPARE(printed([&] { SmallMatrix::printVector("v", 3, v.data()); }),
              QByteArray("# v = \n# 1 1.23457e+06 nan \n# \n"));
 }
 
-void tst_SmallMatrix::printIndexVector()
+void tst_SmallMatrix::printIndexVectorWritesOneLine()
 {
     const Indices p{2, 0, -1};
     QCOMPARE(printed([&] { SmallMatrix::printIndexVector("p", 3, p.data()); }),
              QByteArray("# p = \n# 2 0 -1 \n# \n"));
 }
 
-void tst_SmallMatrix::printVectorPermuted()
+void tst_SmallMatrix::printVectorPermutedWritesTheElementsInPermutedOrder()
 {
     const Values v{10, 20, 30};
     const Indices perm{2, 0, 1};

@@ -132,8 +132,8 @@ void tst_TargetResult::leastSquareGivesFractionAndThickness()
 
 void tst_TargetResult::leastSquareUsesAllRows()
 {
-    // A fifth row on the plane S = 2 T does not change the result. A row that is not on this plane
-    // does.
+    // S is the sum of the two references. A fifth row on the plane S = 2 T does not change the
+    // result, but a row that is not on this plane does.
     PanelInputs inputs = fourPointInputs();
     inputs.useRows({0, 1, 2, 3, 4});
     inputs.setPoint(4, 7, 3, 5, 4);
@@ -159,8 +159,9 @@ void tst_TargetResult::unusedReferenceIsSkipped()
     inputs.points[1].mut[2] = 4;
     inputs.points[2].mut[2] = 2;
     inputs.useReferences({1, 2});
-    // The calculation uses the second and the third reference. f(T) is 1/2, f of the second
-    // reference 1/4 and f of the third 1/2. So a = (1/2 - 1/2) / (1/4 - 1/2) = 0.
+    // The calculation uses the second and the third reference. f is (value at the V row - value
+    // at row 0) / (value at row 1 - value at row 0): 1/2 for the target, 1/4 for the second
+    // reference and 1/2 for the third reference. So a = (1/2 - 1/2) / (1/4 - 1/2) = 0.
     QCOMPARE(threePoints(inputs).a, 0.0);
     QCOMPARE(threePoints(inputs).valence, 4.0);
 }
@@ -221,10 +222,10 @@ void tst_TargetResult::mixturesOfThreeAndFourReferencesAreRecovered_data()
     // The amounts (dMut) are 1, 3, 4 and 32 with the total 40. The valence is
     // 2 * 1/40 + 5 * 3/40 + 4 * 4/40 + 7 * 32/40 = 6.425.
     const QList<double> four{0.025, 0.075, 0.1, 0.8};
-    QTest::newRow("three, linear") << true << three << 4.125;
-    QTest::newRow("four, linear") << true << four << 6.425;
-    QTest::newRow("three, Victoreen") << false << three << 4.125;
-    QTest::newRow("four, Victoreen") << false << four << 6.425;
+    QTest::newRow("three references, linear") << true << three << 4.125;
+    QTest::newRow("four references, linear") << true << four << 6.425;
+    QTest::newRow("three references, Victoreen") << false << three << 4.125;
+    QTest::newRow("four references, Victoreen") << false << four << 6.425;
 }
 
 void tst_TargetResult::mixturesOfThreeAndFourReferencesAreRecovered()

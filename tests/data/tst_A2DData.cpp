@@ -209,9 +209,9 @@ void tst_A2DData::pixelMutFollowsFromIntensityAndI0_data()
     QTest::newRow("i0 -0: the intensity is mut") << 0.75 << -0.0 << 0.75;
     QTest::newRow("both 0: the intensity is mut") << 0.0 << 0.0 << 0.0;
     QTest::newRow("i0 0: NaN intensity is mut") << NaN << 0.0 << NaN;
-    QTest::newRow("intensity 0 is 1") << 0.0 << 5.0 << 1.0;
-    QTest::newRow("intensity -0 is 1") << -0.0 << 5.0 << 1.0;
-    QTest::newRow("intensity 0 with NaN i0 is 1") << 0.0 << NaN << 1.0;
+    QTest::newRow("intensity 0: mut is 1") << 0.0 << 5.0 << 1.0;
+    QTest::newRow("intensity -0: mut is 1") << -0.0 << 5.0 << 1.0;
+    QTest::newRow("intensity 0 with NaN i0: mut is 1") << 0.0 << NaN << 1.0;
     QTest::newRow("negative ratio") << -1.0 << 5.0 << NaN;
     QTest::newRow("NaN i0") << 1.0 << NaN << NaN;
     QTest::newRow("NaN intensity") << NaN << 1.0 << NaN;

@@ -8,8 +8,8 @@
 #include <limits>
 #include <type_traits>
 
-// The panel's spectrum row AXafsFileSelect inherits from a widget and from this record, so the
-// record has no virtual functions.
+// The record is a plain value that can be copied and has no virtual functions, although the
+// panel's spectrum row AXafsFileSelect inherits from it and from a widget.
 static_assert(!std::is_polymorphic_v<AMutE>);
 static_assert(std::is_copy_constructible_v<AMutE>);
 
@@ -28,8 +28,8 @@ private Q_SLOTS:
     void pointsKeepRawEnergiesWithAShift();
     void readFitsTheLinesWithTheCurrentLimits();
     void failedReadKeepsTheLines();
-    void findToken_data();
-    void findToken();
+    void findTokenReturnsTheFirstIndexOrMinusOne_data();
+    void findTokenReturnsTheFirstIndexOrMinusOne();
 
 private:
     bool read(AMutE* spectrum, const QByteArray& content);
@@ -171,7 +171,7 @@ void tst_AMutE::failedReadKeepsTheLines()
     QCOMPARE(spectrum.preLine.b, 3.0);
 }
 
-void tst_AMutE::findToken_data()
+void tst_AMutE::findTokenReturnsTheFirstIndexOrMinusOne_data()
 {
     QTest::addColumn<QStringList>("tokens");
     QTest::addColumn<QString>("word");
@@ -187,7 +187,7 @@ void tst_AMutE::findToken_data()
     QTest::newRow("empty word") << QStringList{"a", ""} << "" << 1;
 }
 
-void tst_AMutE::findToken()
+void tst_AMutE::findTokenReturnsTheFirstIndexOrMinusOne()
 {
     QFETCH(QStringList, tokens);
     QFETCH(QString, word);

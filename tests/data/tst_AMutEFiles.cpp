@@ -188,9 +188,9 @@ private Q_SLOTS:
     void fileWithoutPermissionChangesNothing();
     void pipeChangesNothing();
     void failedReadSetsTheNewNameAndRemovesThePoints();
-    void is9809_data();
-    void is9809();
-    void is9809ReadsTheFirstLineOnly();
+    void beamlineFormatStartsWith9809_data();
+    void beamlineFormatStartsWith9809();
+    void onlyTheFirstLineDecidesTheFormat();
     void missingFileKeepsThePointsAndIsLogged();
     void formatIsRecognisedByContentNotByName();
 
@@ -223,8 +223,8 @@ private Q_SLOTS:
     void truncatedFileReadsLikeTheReference_data();
     void truncatedFileReadsLikeTheReference();
     void randomBytesReadLikeTheReference();
-    void lineOfTwoMegabytesIsHandled_data();
-    void lineOfTwoMegabytesIsHandled();
+    void lineOfTwoMegabytesGivesAtMostOnePoint_data();
+    void lineOfTwoMegabytesGivesAtMostOnePoint();
     void lineOf16MiBIsRead_data();
     void lineOf16MiBIsRead();
     void longerLineIsRefused_data() { lineOf16MiBIsRead_data(); }
@@ -334,7 +334,7 @@ void tst_AMutEFiles::failedReadSetsTheNewNameAndRemovesThePoints()
     }
 }
 
-void tst_AMutEFiles::is9809_data()
+void tst_AMutEFiles::beamlineFormatStartsWith9809_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<bool>("expected");
@@ -358,18 +358,18 @@ void tst_AMutEFiles::is9809_data()
                                    << false;
 }
 
-void tst_AMutEFiles::is9809()
+void tst_AMutEFiles::beamlineFormatStartsWith9809()
 {
     QFETCH(QByteArray, content);
     QFETCH(bool, expected);
     QCOMPARE(AMutE().is9809(write(content)), expected);
 }
 
-void tst_AMutEFiles::is9809ReadsTheFirstLineOnly()
+void tst_AMutEFiles::onlyTheFirstLineDecidesTheFormat()
 {
-    // Only the first line decides the format, so the file is read in the beamline format. It
-    // has no data rows, because it has no Mode line. The reader of the plain format would read
-    // points from the later lines.
+    // The file is read in the beamline format and has no data rows, because it has neither a
+    // Mode line nor an Offset line. The reader of the plain format would read points from the
+    // later lines.
     AMutE spectrum;
     QVERIFY(!read(&spectrum, "9809\n8300 1\n8400 2\n8300 1 2 3 4 5\n"));
     QVERIFY(spectrum.points.isEmpty());
@@ -795,7 +795,7 @@ void tst_AMutEFiles::randomBytesReadLikeTheReference()
     }
 }
 
-void tst_AMutEFiles::lineOfTwoMegabytesIsHandled_data()
+void tst_AMutEFiles::lineOfTwoMegabytesGivesAtMostOnePoint_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<qsizetype>("points");
@@ -811,7 +811,7 @@ void tst_AMutEFiles::lineOfTwoMegabytesIsHandled_data()
                                      << qsizetype(0); // the row has no I0 column
 }
 
-void tst_AMutEFiles::lineOfTwoMegabytesIsHandled()
+void tst_AMutEFiles::lineOfTwoMegabytesGivesAtMostOnePoint()
 {
     QFETCH(QByteArray, content);
     QFETCH(qsizetype, points);

@@ -170,7 +170,7 @@ void tst_AbsorbanceCache::mapListedTwiceHasOneArray()
         QVERIFY(isCorrect(cache, b));
         QVERIFY(cache.of(a).data() != cache.of(b).data());
     }
-    cache.prepare({}); // a second entry for `a` would still share its rows
+    cache.prepare({}); // if `a` had two entries, one would remain and share its rows
     QVERIFY(a.rows.isDetached());
     QVERIFY(b.rows.isDetached());
 }

@@ -35,7 +35,7 @@ QByteArray digits(int count, Random& random)
 }
 
 /// The text of a random number. Each part (sign, digits, point, exponent) can be missing, and
-/// the sign can be doubled.
+/// there can be two signs.
 QByteArray randomText(Random& random)
 {
     static const QByteArrayList signs = {"", "", "", "-", "-", "+", "--", "-+"};
@@ -74,7 +74,7 @@ double qtValue(const QByteArray& word)
     return QString::fromLatin1(word).toDouble();
 }
 
-/// Whether @p word in a line of a file is read as the same number as by QString::toDouble().
+/// Whether reading @p word from a line of a file gives the same number as QString::toDouble().
 /// If the fast path accepts @p word, its number must also be the same.
 bool sameAsQt(const QByteArray& word)
 {
@@ -186,7 +186,7 @@ void tst_DecimalNumber::limitsMatchQt_data()
           "999999999999999999", "9999999999999999999", "18446744073709551615",
           "18446744073709551616", "18446744073709551621", "36893488147419103237",
           "0.000000000000000001", "0.0000000000000000001", "0.00000000000000000001",
-          // Exactly halfway between two doubles, or nearly so.
+          // Exactly or nearly halfway between two doubles; 2^53 + 0.5 is a quarter of the way.
           "1.00000000000000011102230246251565404236316680908203125",
           "1.00000000000000011102230246251565404236316680908203126", "9007199254740992.5",
           "4503599627370496.5", "4503599627370497.5",
@@ -235,7 +235,7 @@ void tst_DecimalNumber::randomMantissasMatchQt()
 {
     // Without their decimal points, the numbers are integers below or slightly above 2^53. Above
     // 2^53 the conversion to double would round the integer before the division, so the result
-    // could differ from the result of Qt. The fast path must not accept them.
+    // could differ from the result of Qt. The fast path must not accept such a number.
     std::mt19937_64 random(53);
     for (int i = 0; i < randomTexts / 2; ++i) {
         QByteArray text = QByteArray::number(quint64{random() % ((quint64{1} << 53) + 1000)});

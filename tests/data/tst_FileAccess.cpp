@@ -25,8 +25,8 @@ private Q_SLOTS:
     void linkToARegularFileIsRead();
     void readingIsNotInTextMode();
     void openedFileHasASizeAndCanBeMapped();
-    void readingRefuses_data();
-    void readingRefuses();
+    void readingRefusesPathsThatAreNotRegularFiles_data();
+    void readingRefusesPathsThatAreNotRegularFiles();
     void readingRefusesAPipe();
     void readingRefusesAPipeThatHasAWriter();
     void readingRefusesAFileWithoutPermission();
@@ -35,8 +35,8 @@ private Q_SLOTS:
     void writingCreatesTheFile();
     void writingReplacesTheContents();
     void writingIsInTextMode();
-    void writingRefuses_data();
-    void writingRefuses();
+    void writingRefusesUnusablePaths_data();
+    void writingRefusesUnusablePaths();
     void writingRefusesAPipe();
     void writingRefusesAPipeThatHasAReader();
     void fileWithoutWritePermissionKeepsItsContents();
@@ -100,7 +100,7 @@ void tst_FileAccess::openedFileHasASizeAndCanBeMapped()
     QCOMPARE(bytes[9], '9');
 }
 
-void tst_FileAccess::readingRefuses_data()
+void tst_FileAccess::readingRefusesPathsThatAreNotRegularFiles_data()
 {
     QTest::addColumn<QString>("path");
 
@@ -113,7 +113,7 @@ void tst_FileAccess::readingRefuses_data()
     QTest::newRow("empty device") << "/dev/null";
 }
 
-void tst_FileAccess::readingRefuses()
+void tst_FileAccess::readingRefusesPathsThatAreNotRegularFiles()
 {
     QFETCH(QString, path);
     QFile file(path);
@@ -189,7 +189,7 @@ void tst_FileAccess::writingIsInTextMode()
     QVERIFY(file.isTextModeEnabled());
 }
 
-void tst_FileAccess::writingRefuses_data()
+void tst_FileAccess::writingRefusesUnusablePaths_data()
 {
     QTest::addColumn<QString>("path");
 
@@ -200,7 +200,7 @@ void tst_FileAccess::writingRefuses_data()
     QTest::newRow("folder") << QStringLiteral("/");
 }
 
-void tst_FileAccess::writingRefuses()
+void tst_FileAccess::writingRefusesUnusablePaths()
 {
     QFETCH(QString, path);
     QFile file(path);

@@ -1,4 +1,4 @@
-// The quick scan that finds lines that are too long and too many comment lines in a text map.
+// The quick scan of a text map for a line that is too long or for too many comment lines.
 #include "data/LineScan.h"
 
 #include <QBuffer>
@@ -16,7 +16,7 @@ bool mayBeRefused(QByteArray text)
 
 constexpr qsizetype maxLineLength = 16777216; // longest accepted line, characters
 constexpr qsizetype maxOneByteComments =
-    1032444; // 64 MiB / 65 bytes: a line counts as its byte plus 64 bytes of overhead
+    1032444; // 64 MiB / 65 bytes: each line counts as one byte plus 64 bytes of overhead
 
 } // namespace
 

@@ -136,15 +136,15 @@ private Q_SLOTS:
     void columnBelowMinusTwoSkipsTheLine();
     void columnAtTheIntLimitSkipsTheLine();
     void channelSizeIsCountedFromTheRows();
-    void channelSizeOfOneRow();
-    void channelSizeWithoutRepeatedX();
+    void channelFileOfOneRowHasOnePixel();
+    void channelFileWithoutRepeatedXIsOneLine();
 
     void commentLineSetsTheSize_data();
     void commentLineSetsTheSize();
     void columnLinesAffectOnlyChannelFiles();
-    void energyHandlerIsCalledForEachLine();
+    void energyHandlerIsCalledForEachLineWithAnEnergy();
     void energyHandlerIsCalledDuringTheRead();
-    void energyHandlerCanBeMissing();
+    void mapIsReadWithoutAnEnergyHandler();
     void headerLinesAreUnchangedAndInOrder();
     void hashAfterBlanksIsAComment();
 
@@ -188,8 +188,8 @@ private Q_SLOTS:
     void readingAnEmptyDeviceFails();
     void failingDeviceEndsTheText();
     void readingAClosedDeviceFails();
-    void lineOfTwoMegabytesIsHandled_data();
-    void lineOfTwoMegabytesIsHandled();
+    void lineOfTwoMegabytesGivesAtMostOneRow_data();
+    void lineOfTwoMegabytesGivesAtMostOneRow();
     void randomBytesAreRefusedOrOnlyAddRows();
 };
 
@@ -351,7 +351,8 @@ void tst_MapTextReader::columnBelowMinusTwoSkipsTheLine()
     QVERIFY(read("# 2003901\n# I0 : -3\n7 8 9\n").map.rows.isEmpty());
     QVERIFY(read("# 2003901\n# I : -3\n7 8 9\n").map.rows.isEmpty());
     QVERIFY(read("# 2003901\n# I : -2147483648\n7 8 9\n").map.rows.isEmpty());
-    // Comment lines are still read while data lines are skipped, even after a no-break space.
+    // Comment lines are still read while data lines are skipped, even comment lines that start
+    // with a no-break space.
     const Reading got = read("# 2003901\n# I : -3\n7 8 9\n\u00a0# I : 0\n1 2 3\n");
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 3}}));
 }
@@ -371,7 +372,7 @@ void tst_MapTextReader::channelSizeIsCountedFromTheRows()
     QCOMPARE(got.map.yNum, 2);
 }
 
-void tst_MapTextReader::channelSizeOfOneRow()
+void tst_MapTextReader::channelFileOfOneRowHasOnePixel()
 {
     const Reading got = read("# 2003901\n5 6 1\n");
     QVERIFY(got.good);
@@ -379,7 +380,7 @@ void tst_MapTextReader::channelSizeOfOneRow()
     QCOMPARE(got.map.yNum, 1);
 }
 
-void tst_MapTextReader::channelSizeWithoutRepeatedX()
+void tst_MapTextReader::channelFileWithoutRepeatedXIsOneLine()
 {
     const Reading got = read("# 2003901\n0 0 1\n1 0 1\n2 0 1\n");
     QCOMPARE(got.map.xNum, 3);
@@ -440,7 +441,7 @@ void tst_MapTextReader::columnLinesAffectOnlyChannelFiles()
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}}));
 }
 
-void tst_MapTextReader::energyHandlerIsCalledForEachLine()
+void tst_MapTextReader::energyHandlerIsCalledForEachLineWithAnEnergy()
 {
     const Reading got = read("# ENERGY : 8350.50 eV\n# energy = word\n# ENERGY : \n# ENERGY 8300\n"
                              "#ENERGY : 1\n");
@@ -458,7 +459,7 @@ void tst_MapTextReader::energyHandlerIsCalledDuringTheRead()
     QCOMPARE(rowsAtEnergy, (QList<qsizetype>{1, 2}));
 }
 
-void tst_MapTextReader::energyHandlerCanBeMissing()
+void tst_MapTextReader::mapIsReadWithoutAnEnergyHandler()
 {
     QBuffer device;
     device.setData("# ENERGY : 1\n" + twoByOne + "1 2 3\n");
@@ -651,8 +652,8 @@ void tst_MapTextReader::longerLineIsRefused()
     }
 }
 
-// Each line counts as 1 MiB, including 64 bytes of overhead. The 63 lines and the two short
-// size lines are below 64 MiB.
+// Each of the 63 long comment lines counts as 1 MiB, including 64 bytes of overhead. Together
+// with the two short size lines they are below 64 MiB.
 void tst_MapTextReader::commentLinesOf64MiBAreKept()
 {
     const QByteArray line = QByteArray("#").leftJustified(1048576 - 64, ' ') + '\n';
@@ -881,7 +882,7 @@ void tst_MapTextReader::readingAClosedDeviceFails()
     QVERIFY(!data::readMapText(device, map, {}));
 }
 
-void tst_MapTextReader::lineOfTwoMegabytesIsHandled_data()
+void tst_MapTextReader::lineOfTwoMegabytesGivesAtMostOneRow_data()
 {
     QTest::addColumn<QByteArray>("part");
     QTest::addColumn<int>("rows");
@@ -895,7 +896,7 @@ void tst_MapTextReader::lineOfTwoMegabytesIsHandled_data()
     QTest::newRow("comment") << QByteArray("# ") << 0;
 }
 
-void tst_MapTextReader::lineOfTwoMegabytesIsHandled()
+void tst_MapTextReader::lineOfTwoMegabytesGivesAtMostOneRow()
 {
     QFETCH(QByteArray, part);
     const QByteArray line = part.repeated(2'000'000 / part.size());

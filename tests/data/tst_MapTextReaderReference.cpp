@@ -99,8 +99,8 @@ QList<QByteArray> allNumbers()
     all += QByteArray(400, '0') + "1.5";
     all += "1" + QByteArray(400, '0') + "e-400";
     all += "0." + QByteArray(400, '0') + "1e401";
-    // Exactly halfway between two doubles. In the second number, the digit after 800 zeros
-    // must still decide the rounding.
+    // The first number is exactly halfway between two doubles. In the second number, the digit
+    // after 800 zeros must still decide the rounding.
     all += "9007199254740993." + QByteArray(800, '0');
     all += "9007199254740993." + QByteArray(800, '0') + "1";
     all += QByteArray("1\0", 2);
@@ -221,13 +221,13 @@ private Q_SLOTS:
     void textLikeBytesReadLikeTheReference();
     void generatedMapsReadLikeTheReference();
     void generatedMapsInUtf16ReadLikeTheReference();
-    void brokenUtf8AtTheBoundariesOfDecodedPiecesReadLikeTheReference();
+    void brokenUtf8AtTheBoundariesOfDecodedPiecesReadsLikeTheReference();
     void lineEndAtABlockBoundaryReadsLikeTheReference();
     void manyBlocksOfDataReadLikeTheReference();
     void lineOfTwoMegabytesReadsLikeTheReference_data();
     void lineOfTwoMegabytesReadsLikeTheReference();
     void longLinesOfOneRepeatedPartReadLikeTheReference();
-    void missingFileKeepsTheMapOfTheReferenceReader();
+    void referenceReaderKeepsTheMapIfTheFileIsMissing();
 
 private:
     /// Describes the difference between the reader and the reference implementation for @p
@@ -294,7 +294,7 @@ void tst_MapTextReaderReference::hostileNumberInEveryFieldReadsLikeTheReference(
 
 void tst_MapTextReaderReference::randomNumbersReadLikeTheReference()
 {
-    // Doubles with random bit patterns, written with 0 to 19 significant digits.
+    // Doubles with random bit patterns, written with a precision of 0 to 19 digits.
     Random random(13061306);
     QByteArray text = "# X-NUM 1\n# Y-NUM 1\n";
     for (int i = 0; i < 20000; ++i) {
@@ -438,7 +438,7 @@ void tst_MapTextReaderReference::generatedMapsInUtf16ReadLikeTheReference()
     }
 }
 
-void tst_MapTextReaderReference::brokenUtf8AtTheBoundariesOfDecodedPiecesReadLikeTheReference()
+void tst_MapTextReaderReference::brokenUtf8AtTheBoundariesOfDecodedPiecesReadsLikeTheReference()
 {
     // A text stream decodes 16384 bytes at a time. An invalid UTF-8 sequence that is split at
     // such a boundary is decoded to other replacement characters than elsewhere in the text.
@@ -512,7 +512,7 @@ void tst_MapTextReaderReference::longLinesOfOneRepeatedPartReadLikeTheReference(
     }
 }
 
-void tst_MapTextReaderReference::missingFileKeepsTheMapOfTheReferenceReader()
+void tst_MapTextReaderReference::referenceReaderKeepsTheMapIfTheFileIsMissing()
 {
     Reading reference;
     reference.map.xNum = 7;

@@ -68,8 +68,8 @@ private Q_SLOTS:
     void setRegionActivatesTheRegionAndRegionClearedKeepsIt();
     void regionOperationsAreSlots();
 
-    void fileSafeId_data();
-    void fileSafeId();
+    void fileSafeIdReplacesSlashesAndDoubleUnderscores_data();
+    void fileSafeIdReplacesSlashesAndDoubleUnderscores();
 };
 
 void TestTDData0::constructionWithPixelsStartsExtremesAtZero()
@@ -333,7 +333,7 @@ void TestTDData0::regionOperationsAreSlots()
     QVERIFY(!map.regionSet);
 }
 
-void TestTDData0::fileSafeId_data()
+void TestTDData0::fileSafeIdReplacesSlashesAndDoubleUnderscores_data()
 {
     QTest::addColumn<QString>("id");
     QTest::addColumn<QString>("expected");
@@ -346,7 +346,7 @@ void TestTDData0::fileSafeId_data()
     tests::addTexts("empty", {"", ""});
 }
 
-void TestTDData0::fileSafeId()
+void TestTDData0::fileSafeIdReplacesSlashesAndDoubleUnderscores()
 {
     QFETCH(QString, id);
     TDData0 map(0, 0);

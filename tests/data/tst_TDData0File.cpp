@@ -174,13 +174,13 @@ private Q_SLOTS:
     void otherFilesLeaveTheObjectUnchanged_data();
     void otherFilesLeaveTheObjectUnchanged();
     void shortFileKeepsOldValues();
-    void fileTruncatedAtEveryByte();
+    void fileTruncatedAtAnyByteIsReadUpToItsEnd();
     void damagedFilesAreRefusedOrReadConsistently();
     void lineOfTenMegabytesIsRead_data();
     void lineOfTenMegabytesIsRead();
 
-    void saveRefuses_data();
-    void saveRefuses();
+    void saveRefusesUnusablePaths_data();
+    void saveRefusesUnusablePaths();
     void saveRefusesAFileWithoutWritePermission();
     void saveReportsAFullDisk_data();
     void saveReportsAFullDisk();
@@ -455,14 +455,14 @@ void TestTDData0File::headerLinesSetTheFields_data()
                         double max) { QTest::newRow(name) << lines << width << id << max; };
     row("later line wins", "WIDTH: 2\nWIDTH: 3\n", 3, "", none);
     row("lines after the end are read", "END_OF_HEADER:\nWIDTH: 3\nDATA_ID: a\n", 3, "a", none);
-    row("keys are case sensitive", "Width: 2\nwidth: 3\n", 0, "", none);
+    row("keys are case-sensitive", "Width: 2\nwidth: 3\n", 0, "", none);
     row("unknown keys are ignored", "WIDTH 2\nHEIGHTS: 3\n# WIDTH: 4\n", 0, "", none);
     row("blanks before a key", "  WIDTH: 2\n", 2, "", none);
     row("key in quotes", "\"WIDTH:\" 2\n", 2, "", none);
-    row("one character is dropped", "WIDTH:\t2\nDATA_ID:  a\n", 2, " a", none);
+    row("one character after the key is dropped", "WIDTH:\t2\nDATA_ID:  a\n", 2, " a", none);
     row("key without a value", "WIDTH:\nDATA_ID:\n", 0, "", none);
     row("CRLF", "WIDTH: 2\r\nDATA_ID: a\r\nMAX_VAL: 3\r\n", 2, "a", 3.0);
-    row("lone CR is no line end", "DATA_ID: a\rWIDTH: 2\n", 0, "a\rWIDTH: 2", none);
+    row("a lone CR does not end a line", "DATA_ID: a\rWIDTH: 2\n", 0, "a\rWIDTH: 2", none);
     row("a word as size", "WIDTH: two\n", 0, "", none);
     row("a fraction as size", "WIDTH: 2.5\n", 0, "", none);
     row("a size with trailing text", "WIDTH: 2 3\n", 0, "", none);
@@ -667,7 +667,7 @@ void TestTDData0File::shortFileKeepsOldValues()
     QCOMPARE(map.dataId, "Ni map");
 }
 
-void TestTDData0File::fileTruncatedAtEveryByte()
+void TestTDData0File::fileTruncatedAtAnyByteIsReadUpToItsEnd()
 {
     const QByteArray whole = nickelFile();
     for (int size = 0; size <= whole.size(); ++size) {
@@ -759,7 +759,7 @@ void TestTDData0File::lineOfTenMegabytesIsRead()
     QVERIFY(timer.elapsed() < 30'000);
 }
 
-void TestTDData0File::saveRefuses_data()
+void TestTDData0File::saveRefusesUnusablePaths_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("missing folder") << "/nowhere/map.2dp";
@@ -769,7 +769,7 @@ void TestTDData0File::saveRefuses_data()
     QTest::newRow("no name") << "";
 }
 
-void TestTDData0File::saveRefuses()
+void TestTDData0File::saveRefusesUnusablePaths()
 {
     QFETCH(QString, path);
     if (path == "pipe") {

@@ -120,8 +120,8 @@ private Q_SLOTS:
 
     void smoothedWithoutWindowsIsACopy_data();
     void smoothedWithoutWindowsIsACopy();
-    void smoothedInOneDirection_data();
-    void smoothedInOneDirection();
+    void zeroOrNegativeWindowSmoothsOnlyTheOtherDirection_data();
+    void zeroOrNegativeWindowSmoothsOnlyTheOtherDirection();
     void smoothedInBothDirectionsStartsAlongX();
     void smoothedMapHasNoIdentifierRegionOrMaskItems();
     void smoothedExtremesIncludeZero();
@@ -291,7 +291,7 @@ void TestTDData0Smoothing::smoothedWithoutWindowsIsACopy()
     QCOMPARE(copy->maskItems.first()->label(), "c");
 }
 
-void TestTDData0Smoothing::smoothedInOneDirection_data()
+void TestTDData0Smoothing::zeroOrNegativeWindowSmoothsOnlyTheOtherDirection_data()
 {
     QTest::addColumn<int>("nx");
     QTest::addColumn<int>("ny");
@@ -301,7 +301,7 @@ void TestTDData0Smoothing::smoothedInOneDirection_data()
     QTest::newRow("along y, x negative") << -1 << 1;
 }
 
-void TestTDData0Smoothing::smoothedInOneDirection()
+void TestTDData0Smoothing::zeroOrNegativeWindowSmoothsOnlyTheOtherDirection()
 {
     QFETCH(int, nx);
     QFETCH(int, ny);

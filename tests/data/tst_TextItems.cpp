@@ -14,8 +14,8 @@ class TestTextItems : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void nextItem_data();
-    void nextItem();
+    void nextItemSplitsOffTheFirstItem_data();
+    void nextItemSplitsOffTheFirstItem();
     void blanksAreTheWhiteSpaceOfRegularExpressions();
     void lineOfBlanksHasAnEmptyRest();
     void adjacentQuotedItemsAreTwoItems();
@@ -32,43 +32,43 @@ private Q_SLOTS:
     void itemsAfterKeyIgnoresOtherLines();
     void longLineIsReadInOnePass();
 
-    void energiesOfList_data();
-    void energiesOfList();
+    void energiesOfListKeepsThePositiveNumbers_data();
+    void energiesOfListKeepsThePositiveNumbers();
     void energyListIsLogged();
 
-    void stripComment_data();
-    void stripComment();
+    void stripCommentCutsAtTheFirstMarkOutsideQuotes_data();
+    void stripCommentCutsAtTheFirstMarkOutsideQuotes();
     void lineWithoutCommentKeepsTheEarlierComment();
-    void isBlankOrComment_data();
-    void isBlankOrComment();
+    void lineWithoutTextIsBlankOrComment_data();
+    void lineWithoutTextIsBlankOrComment();
     void startsWithTextIsCaseSensitive();
     void trimmedLengthIsTheLastNonBlankIndexMinusOne_data();
     void trimmedLengthIsTheLastNonBlankIndexMinusOne();
 
-    void quotedIfNeeded_data();
-    void quotedIfNeeded();
+    void textWithACommaOrAQuoteIsQuoted_data();
+    void textWithACommaOrAQuoteIsQuoted();
     void quotesAreEscapedWithABackslash();
     void joinQuotedReducesRepeatedBlanks();
-    void commaField_data();
-    void commaField();
-    void fieldAfter_data();
-    void fieldAfter();
+    void commaFieldEndsAtACommaOutsideQuotes_data();
+    void commaFieldEndsAtACommaOutsideQuotes();
+    void fieldAfterReturnsTheTextUpToTheDelimiter_data();
+    void fieldAfterReturnsTheTextUpToTheDelimiter();
 
-    void endsWithBackslash_data();
-    void endsWithBackslash();
+    void endsWithBackslashRemovesTheMark_data();
+    void endsWithBackslashRemovesTheMark();
     void dropBackslashRemovesAtMostTwo_data();
     void dropBackslashRemovesAtMostTwo();
 
-    void numberTests_data();
-    void numberTests();
+    void numberTestsDistinguishRealsIntegersAndDigits_data();
+    void numberTestsDistinguishRealsIntegersAndDigits();
     void paddedAddsAtMost101Blanks_data();
     void paddedAddsAtMost101Blanks();
     void blanksAreAtMost101();
-    void withThousands_data();
-    void withThousands();
+    void withThousandsInsertsCommasBeforeThePoint_data();
+    void withThousandsInsertsCommasBeforeThePoint();
 };
 
-void TestTextItems::nextItem_data()
+void TestTextItems::nextItemSplitsOffTheFirstItem_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("item");
@@ -93,7 +93,7 @@ void TestTextItems::nextItem_data()
     tests::addTexts("lone quote", {"\"", "", ""});
 }
 
-void TestTextItems::nextItem()
+void TestTextItems::nextItemSplitsOffTheFirstItem()
 {
     QFETCH(QString, line);
     const DebugLog log;
@@ -228,7 +228,7 @@ void TestTextItems::longLineIsReadInOnePass()
     QVERIFY2(timer.elapsed() < 30'000, "a pass for every item takes far longer");
 }
 
-void TestTextItems::energiesOfList_data()
+void TestTextItems::energiesOfListKeepsThePositiveNumbers_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("rows");
@@ -252,7 +252,7 @@ void TestTextItems::energiesOfList_data()
     QTest::newRow("commas only") << ",, ," << 8 << QStringList();
 }
 
-void TestTextItems::energiesOfList()
+void TestTextItems::energiesOfListKeepsThePositiveNumbers()
 {
     QFETCH(QString, text);
     QFETCH(int, rows);
@@ -268,7 +268,7 @@ void TestTextItems::energyListIsLogged()
     QCOMPARE(log.lines(), QStringList("1 2 x"));
 }
 
-void TestTextItems::stripComment_data()
+void TestTextItems::stripCommentCutsAtTheFirstMarkOutsideQuotes_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("text");
@@ -284,7 +284,7 @@ void TestTextItems::stripComment_data()
     tests::addTexts("no mark", {"abc", "abc", "untouched"});
 }
 
-void TestTextItems::stripComment()
+void TestTextItems::stripCommentCutsAtTheFirstMarkOutsideQuotes()
 {
     QFETCH(QString, line);
     QString foundComment = "untouched";
@@ -300,7 +300,7 @@ void TestTextItems::lineWithoutCommentKeepsTheEarlierComment()
     QCOMPARE(comment, "of an earlier line");
 }
 
-void TestTextItems::isBlankOrComment_data()
+void TestTextItems::lineWithoutTextIsBlankOrComment_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<bool>("expected");
@@ -311,7 +311,7 @@ void TestTextItems::isBlankOrComment_data()
     QTest::newRow("mark in quotes") << "'#'" << false;
 }
 
-void TestTextItems::isBlankOrComment()
+void TestTextItems::lineWithoutTextIsBlankOrComment()
 {
     QFETCH(QString, line);
     const bool result = data::isBlankOrComment(line);
@@ -353,7 +353,7 @@ void TestTextItems::trimmedLengthIsTheLastNonBlankIndexMinusOne()
     QTEST(result, "expected");
 }
 
-void TestTextItems::quotedIfNeeded_data()
+void TestTextItems::textWithACommaOrAQuoteIsQuoted_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
@@ -364,7 +364,7 @@ void TestTextItems::quotedIfNeeded_data()
     tests::addTexts("empty text is unchanged", {"", ""});
 }
 
-void TestTextItems::quotedIfNeeded()
+void TestTextItems::textWithACommaOrAQuoteIsQuoted()
 {
     QFETCH(QString, text);
     const QString result = data::quotedIfNeeded(text);
@@ -390,7 +390,7 @@ void TestTextItems::joinQuotedReducesRepeatedBlanks()
     QCOMPARE(data::joinQuoted({}), "");
 }
 
-void TestTextItems::commaField_data()
+void TestTextItems::commaFieldEndsAtACommaOutsideQuotes_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("strictField");
@@ -413,7 +413,7 @@ void TestTextItems::commaField_data()
     tests::addTexts("blank before the quote", {" \"a\",b", " \"a\"", "b", " a", "b"});
 }
 
-void TestTextItems::commaField()
+void TestTextItems::commaFieldEndsAtACommaOutsideQuotes()
 {
     QFETCH(QString, line);
     QString strict = "old";
@@ -426,7 +426,7 @@ void TestTextItems::commaField()
     QTEST(looseResult, "looseRest");
 }
 
-void TestTextItems::fieldAfter_data()
+void TestTextItems::fieldAfterReturnsTheTextUpToTheDelimiter_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
@@ -439,14 +439,14 @@ void TestTextItems::fieldAfter_data()
     tests::addTexts("first match wins", {"KEY=a;KEY=b", "a"});
 }
 
-void TestTextItems::fieldAfter()
+void TestTextItems::fieldAfterReturnsTheTextUpToTheDelimiter()
 {
     QFETCH(QString, text);
     const QString result = data::fieldAfter(text, "KEY=", ';');
     QTEST(result, "expected");
 }
 
-void TestTextItems::endsWithBackslash_data()
+void TestTextItems::endsWithBackslashRemovesTheMark_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<bool>("marked");
@@ -461,7 +461,7 @@ void TestTextItems::endsWithBackslash_data()
     QTest::newRow("empty") << "" << false << "";
 }
 
-void TestTextItems::endsWithBackslash()
+void TestTextItems::endsWithBackslashRemovesTheMark()
 {
     QFETCH(QString, line);
     const bool result = data::endsWithBackslash(line);
@@ -486,7 +486,7 @@ void TestTextItems::dropBackslashRemovesAtMostTwo()
     QTEST(result, "expected");
 }
 
-void TestTextItems::numberTests_data()
+void TestTextItems::numberTestsDistinguishRealsIntegersAndDigits_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("real");
@@ -516,7 +516,7 @@ void TestTextItems::numberTests_data()
     QTest::newRow("a letter outside ASCII") << u"\u00e9"_qs << false << false << false;
 }
 
-void TestTextItems::numberTests()
+void TestTextItems::numberTestsDistinguishRealsIntegersAndDigits()
 {
     QFETCH(QString, text);
     const bool isReal = data::isRealNumber(text);
@@ -560,7 +560,7 @@ void TestTextItems::blanksAreAtMost101()
     QCOMPARE(data::blanks(102), QString(101, ' '));
 }
 
-void TestTextItems::withThousands_data()
+void TestTextItems::withThousandsInsertsCommasBeforeThePoint_data()
 {
     QTest::addColumn<QString>("number");
     QTest::addColumn<QString>("expected");
@@ -575,7 +575,7 @@ void TestTextItems::withThousands_data()
     tests::addTexts("empty", {"", ""});
 }
 
-void TestTextItems::withThousands()
+void TestTextItems::withThousandsInsertsCommasBeforeThePoint()
 {
     QFETCH(QString, number);
     const QString result = data::withThousands(number);

@@ -163,8 +163,8 @@ private Q_SLOTS:
     void forgettingABlockReleasesItsMemory();
     void blocksCanBeFilledInAnyOrder();
 
-    void randomChangesAreHandledCorrectly_data();
-    void randomChangesAreHandledCorrectly();
+    void rowsAndCopiesAreCorrectAfterRandomChanges_data();
+    void rowsAndCopiesAreCorrectAfterRandomChanges();
 };
 
 void tst_ValueBlocks::listsHaveTheirLengthAndValues_data()
@@ -173,7 +173,7 @@ void tst_ValueBlocks::listsHaveTheirLengthAndValues_data()
     QTest::addColumn<int>("count");
     for (const int number : {0, 1, 2, 63, 64, 65, 127, 128, 129, 1000}) {
         for (const int count : {1, 13}) {
-            QTest::addRow("%d rows of %d", number, count) << number << count;
+            QTest::addRow("%d rows of %d values", number, count) << number << count;
         }
     }
 }
@@ -566,7 +566,7 @@ void tst_ValueBlocks::blocksCanBeFilledInAnyOrder()
     QVERIFY(blocks.share(7, late, 3).data() == values.data());
 }
 
-void tst_ValueBlocks::randomChangesAreHandledCorrectly_data()
+void tst_ValueBlocks::rowsAndCopiesAreCorrectAfterRandomChanges_data()
 {
     QTest::addColumn<int>("seed");
     for (int seed = 1; seed <= 8; ++seed) {
@@ -574,7 +574,7 @@ void tst_ValueBlocks::randomChangesAreHandledCorrectly_data()
     }
 }
 
-void tst_ValueBlocks::randomChangesAreHandledCorrectly()
+void tst_ValueBlocks::rowsAndCopiesAreCorrectAfterRandomChanges()
 {
     QFETCH(int, seed);
     std::mt19937_64 random(static_cast<unsigned>(seed));
