@@ -100,8 +100,8 @@ private Q_SLOTS:
     void laterPointsAreDrawnOverEarlierOnes();
     void pointsOutsideThePixelRangeAreOmitted_data();
     void pointsOutsideThePixelRangeAreOmitted();
-    void extremeNumbersStillPaint_data();
-    void extremeNumbersStillPaint();
+    void graphWithExtremeNumbersIsPainted_data();
+    void graphWithExtremeNumbersIsPainted();
 };
 
 void tst_PlaneGraph::graphWithoutPointsIsEmpty()
@@ -370,7 +370,7 @@ void tst_PlaneGraph::pointsOutsideThePixelRangeAreOmitted()
     QVERIFY(countOf(image, {198, 148, 5, 5}, blue) >= 8);
 }
 
-void tst_PlaneGraph::extremeNumbersStillPaint_data()
+void tst_PlaneGraph::graphWithExtremeNumbersIsPainted_data()
 {
     addExtremeNumbers();
     QTest::newRow("zero") << 0.0;
@@ -378,7 +378,7 @@ void tst_PlaneGraph::extremeNumbersStillPaint_data()
 
 // Each number is used in turn in a point, in a line and in the view, with an automatic
 // and with a fixed range.
-void tst_PlaneGraph::extremeNumbersStillPaint()
+void tst_PlaneGraph::graphWithExtremeNumbersIsPainted()
 {
     QFETCH(double, number);
     for (int field = 0; field < 10; ++field) {
