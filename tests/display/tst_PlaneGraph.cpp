@@ -133,7 +133,8 @@ void tst_PlaneGraph::rangeHasMarginOfATenthOfEachSpan_data()
     QTest::newRow("no span, one point") << QList<double>{-7.0} << -7.1 << -6.9;
 }
 
-// The tolerance is 4e-16, about two ulps of 1, times the limit if the limit is above 1.
+// The tolerance is 4e-16, about two ulps of 1. It is multiplied by the magnitude of the
+// limit if that is above 1.
 void tst_PlaneGraph::rangeHasMarginOfATenthOfEachSpan()
 {
     QFETCH(QList<double>, numbers);

@@ -235,7 +235,8 @@ void tst_ThicknessGraph::manyMarksMatchMarkByMarkDrawing()
     QVERIFY(showsPoints(extendedResult(points), points));
 }
 
-// The points are from 5 pixels outside to 5 pixels inside each edge of the plot area.
+// The points are from about 5 pixels outside to about 5 pixels inside each edge of the
+// plot area.
 // The marks of points just outside extend into the plot area.
 void tst_ThicknessGraph::marksOutsideAreVisibleAtTheEdges()
 {
