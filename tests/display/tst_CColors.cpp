@@ -42,7 +42,7 @@ void tst_CColors::baseListRepeatsFifteenColoursThreeTimes_data()
                              QColor(0, 0, 160),     QColor(255, 160, 160), QColor(160, 160, 160),
                              QColor(120, 220, 120), QColor(160, 160, 255), QColor(240, 160, 0)};
     for (int i = 0; i < 15; ++i) {
-        QTest::addRow("%d", i) << i << once.at(i);
+        QTest::addRow("colour %d", i) << i << once.at(i);
     }
 }
 

@@ -104,7 +104,7 @@ private Q_SLOTS:
     void horizontalLineStaysLevelWithFarEnds();
     void highSpikeHasBothFlanks_data();
     void highSpikeHasBothFlanks();
-    void extremeNumbersAreHarmless();
+    void extremeNumbersCauseNoInvalidConversions();
 };
 
 void tst_CurvePainter::matchesOneCallPerSegment_data()
@@ -172,8 +172,9 @@ void tst_CurvePainter::nonFinitePointDropsItsSegments_data()
     QTest::newRow("pixel coordinate overflows") << QPointF(20, -huge);
 }
 
-// The non-finite points are at the start, inside a batch, at the border between two
-// batches of 256 segments, at three neighbouring indices, and at the end.
+// The points are dropped at the start and the end of the curve, at the single indices 3,
+// 100, 400 and 512, and at the four neighbouring indices 254 to 257. CurvePainter draws
+// batches of 256 segments, so the curve needs more than one batch.
 void tst_CurvePainter::nonFinitePointDropsItsSegments()
 {
     QFETCH(QPointF, point);
@@ -207,7 +208,7 @@ void tst_CurvePainter::deepZoomKeepsCrossingSegments_data()
 // The line from (-3, -3) to (4, 4) passes through (0.5, 0.5), the centre of the zoom,
 // so it crosses two opposite corners of the plot area: it rises by 255 pixels over 340
 // pixels, which is 0.75 per pixel column. The tolerance is two pixel rows, because the
-// expected row is truncated and the ends of the drawn line are rounded to whole pixels.
+// expected row and the ends of the drawn line are truncated to whole pixels.
 void tst_CurvePainter::deepZoomKeepsCrossingSegments()
 {
     QFETCH(double, half);
@@ -262,7 +263,7 @@ void tst_CurvePainter::highSpikeHasBothFlanks()
 }
 
 // The picture is not checked. The sanitizers report invalid conversions and accesses.
-void tst_CurvePainter::extremeNumbersAreHarmless()
+void tst_CurvePainter::extremeNumbersCauseNoInvalidConversions()
 {
     const QList<double> values{0,    1,       -1,     1e9,   -1e10,      1e20,     -1e20,
                                1e30, -1e300,  1e300,  huge,  -huge,      infinite, -infinite,

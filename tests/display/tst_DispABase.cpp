@@ -95,7 +95,7 @@ private Q_SLOTS:
     void titlesFitOddPlotSizes();
     void titlesOfLargePlotsAreTwelvePointsHigh();
     void titlesAreBlackAndRestoreThePainter();
-    void emptyClientHasNoTitlesButTheReadOutWorks();
+    void clientWithoutDataHasNoTitlesButAReadOut();
     void titlesReturnWhenTheClientDrawsAgain();
 
 private:
@@ -313,7 +313,7 @@ void tst_DispABase::titlesAreBlackAndRestoreThePainter()
     QVERIFY(transformRestored);
 }
 
-void tst_DispABase::emptyClientHasNoTitlesButTheReadOutWorks()
+void tst_DispABase::clientWithoutDataHasNoTitlesButAReadOut()
 {
     connect(m_frame.get(), &DispABase::draw, this,
             [this](QStylePainter*) { m_frame->DispA->cc.drawn = false; });

@@ -91,7 +91,7 @@ private Q_SLOTS:
     void dragKeepsOtherLines();
     void dragRequestsNoRepaint();
     void dragWritesTextThenEmitsMovingThenDragging();
-    void dragWithInvalidSelectedIndexIsHarmless();
+    void dragWithInvalidSelectedIndexMovesNoLine();
 
     void releaseOfAnyButtonMovesTheLineAndEndsTheDrag_data();
     void releaseOfAnyButtonMovesTheLineAndEndsTheDrag();
@@ -633,7 +633,7 @@ void tst_DispArea::dragWritesTextThenEmitsMovingThenDragging()
     QCOMPARE(m_order, (QStringList{"moving 101", "dragging 101", "moving 102", "dragging 102"}));
 }
 
-void tst_DispArea::dragWithInvalidSelectedIndexIsHarmless()
+void tst_DispArea::dragWithInvalidSelectedIndexMovesNoLine()
 {
     m_lines->add("100");
     const QSignalSpy moving(&m_lines->set, &MarkLines::moving);
@@ -835,7 +835,7 @@ void tst_DispArea::doubleClickKeepsRecordedMousePositions()
 }
 
 // The full event sequence is press, release, double click, release. The release after
-// the double click is handled like any other.
+// the double click is handled like any other release.
 void tst_DispArea::fullDoubleClickSequenceLeavesNoLineHeld()
 {
     m_lines->add("100");

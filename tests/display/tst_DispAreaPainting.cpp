@@ -131,10 +131,10 @@ private Q_SLOTS:
     void labelsAreBlackWithAnyPen();
     void labelsHaveDarkPixelsInTheirBoxes();
     void labelsFollowTheTextRowSettings();
-    void labelsOfTinySurfacesAreHarmless_data();
-    void labelsOfTinySurfacesAreHarmless();
-    void invalidRangeIsHarmless_data();
-    void invalidRangeIsHarmless();
+    void labelsCanBeDrawnOnTinySurfaces_data();
+    void labelsCanBeDrawnOnTinySurfaces();
+    void invalidRangeKeepsOutlineAndMargins_data();
+    void invalidRangeKeepsOutlineAndMargins();
 };
 
 void tst_DispAreaPainting::formIsARaisedPanelWithMouseTracking()
@@ -450,7 +450,7 @@ void tst_DispAreaPainting::labelsFollowTheTextRowSettings()
     QCOMPARE(image, expectedFrame(usualSize, QRect(80, 15, 300, 255), labels));
 }
 
-void tst_DispAreaPainting::labelsOfTinySurfacesAreHarmless_data()
+void tst_DispAreaPainting::labelsCanBeDrawnOnTinySurfaces_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("one pixel") << QSize(1, 1);
@@ -459,7 +459,7 @@ void tst_DispAreaPainting::labelsOfTinySurfacesAreHarmless_data()
     QTest::newRow("too small for a row of text") << QSize(50, 20);
 }
 
-void tst_DispAreaPainting::labelsOfTinySurfacesAreHarmless()
+void tst_DispAreaPainting::labelsCanBeDrawnOnTinySurfaces()
 {
     QFETCH(QSize, size);
     const QImage image = paintedBy(size, [](DispArea& area, QStylePainter* p) {
@@ -470,7 +470,7 @@ void tst_DispAreaPainting::labelsOfTinySurfacesAreHarmless()
     QCOMPARE(image.size(), size);
 }
 
-void tst_DispAreaPainting::invalidRangeIsHarmless_data()
+void tst_DispAreaPainting::invalidRangeKeepsOutlineAndMargins_data()
 {
     QTest::addColumn<QList<double>>("range"); // x0, y0, x1, y1
     QTest::newRow("NaN") << QList<double>{notANumber, notANumber, notANumber, notANumber};
@@ -480,7 +480,7 @@ void tst_DispAreaPainting::invalidRangeIsHarmless_data()
 }
 
 // The outline, the margins and the inside are painted as for a valid range.
-void tst_DispAreaPainting::invalidRangeIsHarmless()
+void tst_DispAreaPainting::invalidRangeKeepsOutlineAndMargins()
 {
     QFETCH(QList<double>, range);
     const QImage image = paintedBy(usualSize, [&range](DispArea& area, QStylePainter* p) {

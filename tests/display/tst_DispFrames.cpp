@@ -180,8 +180,8 @@ private Q_SLOTS:
     void popOutKeepsViewAndMarkerLines();
     void stripMovesWithThePlot_data() { frameKinds(); }
     void stripMovesWithThePlot();
-    void mouseWorksInThePopOutWindow_data() { frameKinds(); }
-    void mouseWorksInThePopOutWindow();
+    void mouseSignalsAreEmittedInThePopOutWindow_data() { frameKinds(); }
+    void mouseSignalsAreEmittedInThePopOutWindow();
     void emptyFrameKeepsItsPlaceInTheLayout_data() { frameKinds(); }
     void emptyFrameKeepsItsPlaceInTheLayout();
     void destroyedFrameDestroysItsPoppedOutContent_data() { frameKinds(); }
@@ -510,7 +510,7 @@ void tst_DispFrames::stripMovesWithThePlot()
     }
 }
 
-void tst_DispFrames::mouseWorksInThePopOutWindow()
+void tst_DispFrames::mouseSignalsAreEmittedInThePopOutWindow()
 {
     QVERIFY(m->showPoppedOut());
     m->area->cc.setArea(0.0, 100.0, 100.0, 0.0);

@@ -77,7 +77,7 @@ void tst_DispMBase::init()
 }
 
 // The frame is destroyed at the end of each test. A limit field that still has the
-// focus then emits editingFinished, which must be harmless.
+// focus then emits editingFinished, which the frame must ignore.
 void tst_DispMBase::cleanup()
 {
     m_frame.reset();

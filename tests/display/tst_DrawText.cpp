@@ -225,8 +225,9 @@ void tst_DrawText::fittedSizeFollowsTheTighterSide()
     QVERIFY(drawnMeanwhile.isEmpty());
 }
 
-// The size is calculated in one step, not by trying sizes: a box of twice the size
-// doubles the font size exactly.
+// The size is calculated in one step, not by trying sizes, so a box of twice the size
+// doubles the font size. The tolerance is 0.02 points, because a font stores its size
+// with a precision of 0.01 points.
 void tst_DrawText::fittedSizeIsProportionalToTheBox()
 {
     const double small = drawnText({5, 5, 40, 11}, leftMiddle, 1, shortText, -1.0).points;
@@ -370,8 +371,8 @@ void tst_DrawText::fittedTextStaysInItsBox_data()
     QTest::newRow("narrow") << QRectF(50, 60, 40, 90) << int(Qt::AlignCenter);
 }
 
-// Glyph widths are whole pixels, so a drawn text can be a few pixels narrower than
-// calculated. Letters can overhang the box by one pixel.
+// Glyph widths are whole pixels, so a drawn text can be slightly narrower than calculated;
+// its position has a tolerance of 3 pixels. Letters can overhang the box by one pixel.
 void tst_DrawText::fittedTextStaysInItsBox()
 {
     QFETCH(QRectF, box);

@@ -269,7 +269,7 @@ void tst_FittedEdit::longTextWithoutFocusShowsStartAndEnd()
     QCOMPARE(m_edit->text(), path);
     QCOMPARE(m_edit->toolTip(), path);
     QVERIFY(!inkOf(visible).isEmpty());
-    // A plain line edit would show only the start of the number.
+    // A plain line edit would show only the start of the path.
     QLineEdit plainEdit;
     plainEdit.setFont(m_edit->font());
     plainEdit.resize(m_edit->size());

@@ -117,8 +117,8 @@ void tst_Histgram::countTenValues()
     }
 }
 
-// The tolerance of 1e-15 is about five ulps of 1, the largest number in the
-// calculation.
+// The tolerance of 1e-15 is about five ulps of 1, the upper limit, and far below any
+// visible difference.
 void tst_Histgram::limitsAreReadFromTheEdits()
 {
     m_from.setText("0");

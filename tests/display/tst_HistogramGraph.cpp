@@ -159,8 +159,8 @@ private Q_SLOTS:
     void horizontalGridUsesTheScaleOfX();
     void gridIsDrawnOnlyBetweenTheLimitsAndInsideTheView();
     void denseHorizontalGridFillsItsRows();
-    void extremeNumbersStillPaint_data();
-    void extremeNumbersStillPaint();
+    void graphWithExtremeNumbersIsPainted_data();
+    void graphWithExtremeNumbersIsPainted();
 };
 
 void tst_HistogramGraph::graphWithoutVisibleBinsIsEmpty()
@@ -565,7 +565,7 @@ void tst_HistogramGraph::denseHorizontalGridFillsItsRows()
     QCOMPARE(QList<int>(rows.rbegin(), rows.rend()), valuesFrom(117, 218, 1));
 }
 
-void tst_HistogramGraph::extremeNumbersStillPaint_data()
+void tst_HistogramGraph::graphWithExtremeNumbersIsPainted_data()
 {
     addExtremeNumbers();
     QTest::newRow("zero") << 0.0;
@@ -573,7 +573,7 @@ void tst_HistogramGraph::extremeNumbersStillPaint_data()
 
 // Each number is used in turn as a limit, as the position or width of the bins, and as
 // a limit of the view.
-void tst_HistogramGraph::extremeNumbersStillPaint()
+void tst_HistogramGraph::graphWithExtremeNumbersIsPainted()
 {
     QFETCH(double, number);
     for (int field = 0; field < 8; ++field) {

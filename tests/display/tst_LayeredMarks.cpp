@@ -89,8 +89,8 @@ private Q_SLOTS:
     void scaledPainterHasNoStamp();
 };
 
-// Two marks of radius 2 at (100, 80) and (101, 80). Both cover the pixel (101, 78),
-// which must show the later mark.
+// The two marks have radius 2 and are at (100, 80) and (101, 80). Both cover the pixel
+// (101, 78), which must show the later mark.
 void tst_LayeredMarks::laterMarkCoversEarlierOne()
 {
     const QList<Mark> marks{{{100, 80}, 0}, {{101, 80}, 1}};

@@ -206,7 +206,7 @@ void tst_MapCells::hugeZoomMatchesReference_data()
 {
     QTest::addColumn<double>("span");
     for (const double span : {1e-1, 1e-3, 1e-6, 1e-9, 1e-12}) {
-        QTest::addRow("%g", span) << span;
+        QTest::addRow("%g cells visible", span) << span;
     }
 }
 

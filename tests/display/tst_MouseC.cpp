@@ -37,7 +37,7 @@ private Q_SLOTS:
     void pressedLastsUntilReleaseOfAnyButton();
     void positionsAreRoundedHalfAwayFromZero_data();
     void positionsAreRoundedHalfAwayFromZero();
-    void hasNeitherSignalsNorSlots();
+    void mouseStateHasNeitherSignalsNorSlots();
 };
 
 void tst_MouseC::allFieldsAreInitiallyZero()
@@ -182,7 +182,7 @@ void tst_MouseC::positionsAreRoundedHalfAwayFromZero()
     QCOMPARE(mouse.dClickPos, pixel);
 }
 
-void tst_MouseC::hasNeitherSignalsNorSlots()
+void tst_MouseC::mouseStateHasNeitherSignalsNorSlots()
 {
     QCOMPARE(MouseC::staticMetaObject.methodCount(), QObject::staticMetaObject.methodCount());
 }

@@ -100,8 +100,8 @@ private Q_SLOTS:
     void laterPointsAreDrawnOverEarlierOnes();
     void pointsOutsideThePixelRangeAreOmitted_data();
     void pointsOutsideThePixelRangeAreOmitted();
-    void extremeNumbersStillPaint_data();
-    void extremeNumbersStillPaint();
+    void graphWithExtremeNumbersIsPainted_data();
+    void graphWithExtremeNumbersIsPainted();
 };
 
 void tst_PlaneGraph::graphWithoutPointsIsEmpty()
@@ -133,7 +133,8 @@ void tst_PlaneGraph::rangeHasMarginOfATenthOfEachSpan_data()
     QTest::newRow("no span, one point") << QList<double>{-7.0} << -7.1 << -6.9;
 }
 
-// The tolerance is 4e-16, about two ulps of 1, times the limit if the limit is above 1.
+// The tolerance is 4e-16, about two ulps of 1. It is multiplied by the magnitude of the
+// limit if that is above 1.
 void tst_PlaneGraph::rangeHasMarginOfATenthOfEachSpan()
 {
     QFETCH(QList<double>, numbers);
@@ -370,7 +371,7 @@ void tst_PlaneGraph::pointsOutsideThePixelRangeAreOmitted()
     QVERIFY(countOf(image, {198, 148, 5, 5}, blue) >= 8);
 }
 
-void tst_PlaneGraph::extremeNumbersStillPaint_data()
+void tst_PlaneGraph::graphWithExtremeNumbersIsPainted_data()
 {
     addExtremeNumbers();
     QTest::newRow("zero") << 0.0;
@@ -378,7 +379,7 @@ void tst_PlaneGraph::extremeNumbersStillPaint_data()
 
 // Each number is used in turn in a point, in a line and in the view, with an automatic
 // and with a fixed range.
-void tst_PlaneGraph::extremeNumbersStillPaint()
+void tst_PlaneGraph::graphWithExtremeNumbersIsPainted()
 {
     QFETCH(double, number);
     for (int field = 0; field < 10; ++field) {

@@ -388,8 +388,8 @@ void tst_SpectraGraph::fitUsesItsShiftButNotThePresentation()
     QVERIFY(drawing.matchesExpected());
 }
 
-// The legend has no limit of 12 points as the axis labels have. On a large surface, a
-// short name is drawn larger.
+// Unlike the axis labels, the legend texts are not limited to 12 points: on a large
+// surface, a short name is drawn in a larger font.
 void tst_SpectraGraph::legendTextsHaveNoMaximumSize()
 {
     Drawing drawing(QSize(900, 900));

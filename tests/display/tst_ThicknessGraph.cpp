@@ -119,8 +119,8 @@ private Q_SLOTS:
     void gridEndsHalfAStepAboveTheUpperValence_data();
     void gridEndsHalfAStepAboveTheUpperValence();
     void pointsAreDrawnOverTheGrid();
-    void extremeNumbersStillPaint_data();
-    void extremeNumbersStillPaint();
+    void graphWithExtremeNumbersIsPainted_data();
+    void graphWithExtremeNumbersIsPainted();
 };
 
 void tst_ThicknessGraph::graphWithoutPixelsIsEmpty()
@@ -235,7 +235,8 @@ void tst_ThicknessGraph::manyMarksMatchMarkByMarkDrawing()
     QVERIFY(showsPoints(extendedResult(points), points));
 }
 
-// The points are from 5 pixels outside to 5 pixels inside each edge of the plot area.
+// The points are from about 5 pixels outside to about 5 pixels inside each edge of the
+// plot area.
 // The marks of points just outside extend into the plot area.
 void tst_ThicknessGraph::marksOutsideAreVisibleAtTheEdges()
 {
@@ -268,7 +269,7 @@ void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence_data()
     QTest::newRow("upper is infinite") << 2.0 << infinity << 0;
 }
 
-// Case "wider than the view": the view is 1.5 to 3.5, and the outline covers the lines
+// Row "wider than the view": the view is 1.5 to 3.5, and the outline covers the lines
 // at its ends, so the 19 lines from 1.6 to 3.4 are visible.
 void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence()
 {
@@ -294,13 +295,13 @@ void tst_ThicknessGraph::pointsAreDrawnOverTheGrid()
     QCOMPARE(image.pixelColor(210, 142), plainGrid);
 }
 
-void tst_ThicknessGraph::extremeNumbersStillPaint_data()
+void tst_ThicknessGraph::graphWithExtremeNumbersIsPainted_data()
 {
     addExtremeNumbers();
     QTest::newRow("large") << 1e17;
 }
 
-void tst_ThicknessGraph::extremeNumbersStillPaint()
+void tst_ThicknessGraph::graphWithExtremeNumbersIsPainted()
 {
     QFETCH(double, number);
     for (int field = 0; field < 6; ++field) {

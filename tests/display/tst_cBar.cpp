@@ -156,9 +156,9 @@ private Q_SLOTS:
     void rowsOutsideTheLinesUseTheAboveAndBelowColours();
     void linesAreClampedToTheBar_data();
     void linesAreClampedToTheBar();
-    void tinyBarsAreHarmless();
-    void extremeLinesAreHarmless_data();
-    void extremeLinesAreHarmless();
+    void linesOfTinyBarsStayInOrder();
+    void extremeLinesCauseNoInvalidConversions_data();
+    void extremeLinesCauseNoInvalidConversions();
 
     void pressNearALineSelectsIt_data();
     void pressNearALineSelectsIt();
@@ -229,7 +229,7 @@ void tst_cBar::setCBarTypeBuildsTheTable_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("builtType");
     for (int type = 0; type < 12; ++type) {
-        QTest::addRow("%d", type) << type << type;
+        QTest::addRow("type %d", type) << type << type;
     }
     QTest::newRow("one below the lowest type") << -1 << 0;
     QTest::newRow("one above the highest type") << 12 << 0;
@@ -617,7 +617,7 @@ void tst_cBar::linesAreClampedToTheBar()
     QVERIFY(rowHasColor(image, bar.minLineY, bar.lineColor));
 }
 
-void tst_cBar::tinyBarsAreHarmless()
+void tst_cBar::linesOfTinyBarsStayInOrder()
 {
     cBar bar;
     for (const QSize size : {QSize(1, 1), QSize(1, 2), QSize(5, 1), QSize(1, 5), QSize(0, 0)}) {
@@ -631,7 +631,7 @@ void tst_cBar::tinyBarsAreHarmless()
     }
 }
 
-void tst_cBar::extremeLinesAreHarmless_data()
+void tst_cBar::extremeLinesCauseNoInvalidConversions_data()
 {
     QTest::addColumn<double>("imin");
     QTest::addColumn<double>("imax");
@@ -643,7 +643,7 @@ void tst_cBar::extremeLinesAreHarmless_data()
 }
 
 // The picture is not checked. The sanitizers report invalid conversions and accesses.
-void tst_cBar::extremeLinesAreHarmless()
+void tst_cBar::extremeLinesCauseNoInvalidConversions()
 {
     QFETCH(double, imin);
     QFETCH(double, imax);
@@ -746,7 +746,8 @@ void tst_cBar::everyButtonDrags()
 // The upper line moves from pixel row 0 to 128. The 256 table entries now fill the rows
 // between the lines: 256 / (128 - 256) = -2 entries per row, negative because entries
 // grow upward while pixel rows grow downward. The lower line stays at row 256 at entry
-// 0. The top of the bar, 256 rows above it, is at entry 2 * 256 = 512, which is imax.
+// 0. The top of the bar, 256 rows above this line, is at entry 2 * 256 = 512, which is
+// imax.
 void tst_cBar::draggingTheUpperLineRaisesImax()
 {
     VisibleBar bar;
@@ -802,7 +803,7 @@ void tst_cBar::draggingTheLowerLineLowersImin()
 
 // The lines move to the pixel rows 128 and 192: 256 / (128 - 192) = -4 entries per row.
 // The lower line, at entry 0, is 192 rows below the top of the bar, so
-// imax = 4 * 192 = 768. It is 64 rows above the bottom, so imin = -4 * 64 = -256.
+// imax = 4 * 192 = 768. The line is 64 rows above the bottom, so imin = -4 * 64 = -256.
 void tst_cBar::bothLinesCanBeDragged()
 {
     VisibleBar bar;

@@ -46,8 +46,8 @@ public:
     /// actions, so two measurements can be compared.
     void resetToFixedState();
 
-    /// The number of pixels of all loaded maps and all visible windows. The running time
-    /// of an action is proportional to this number.
+    /// The number of pixels of all loaded maps and all visible windows. The time that an
+    /// action is allowed to take grows with this number.
     double pixels() const;
 
     /// Number of bytes that text fields do not free after a long text.

@@ -117,8 +117,9 @@ QStringList PanelChecks::afterAction(const QStringList& stalePictures)
     return std::exchange(m_errors, {});
 }
 
-// Compares the limits in the fields with the limits of the colour bar. For the result map
-// both fields can also be exchanged, because its lower limit can be above its upper limit.
+// Compares the limits in the fields with the limits of the colour bar. The fields of the
+// result map can also show these limits swapped, because its lower limit can be above its
+// upper limit.
 // Compares numbers instead of texts, because the program keeps a typed text that does not
 // change the limit.
 void PanelChecks::checkLimits(const DispMBase* map)

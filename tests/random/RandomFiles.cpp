@@ -16,8 +16,8 @@ namespace tests
 namespace
 {
 
-/// A binary map with @p pixels values that depend on @p seed. Its header states @p width by
-/// @p height pixels, which can be wrong.
+/// A binary map with @p pixels values that depend on @p seed. Its header states the size
+/// @p width by @p height, which can differ from the number of values.
 QByteArray binaryMap(const QByteArray& width, const QByteArray& height, int pixels, int seed)
 {
     QByteArray bytes = QByteArrayLiteral("2dData-V0.0 HeaderSize: 512").leftJustified(64, ' ');
@@ -30,7 +30,8 @@ QByteArray binaryMap(const QByteArray& width, const QByteArray& height, int pixe
     return bytes + QByteArray(pixels, '\1');
 }
 
-/// A spectrum in the beamline format (9809) with a few points.
+/// A spectrum of 30 points in the beamline format (9809). @p modes is inserted before the
+/// word "Offset"; it can state the crystal spacing, for example "D= 3.13 A".
 QByteArray beamlineText(const QByteArray& modes)
 {
     QByteArray text = "9809     SPring-8\n test\n  Angle(c)  Angle(o)  time\n Mode 0 0 1 2\n" +
@@ -52,7 +53,8 @@ QByteArray manyWords(const QByteArray& words, int times)
     return text;
 }
 
-/// Texts that are neither a valid spectrum nor a valid map. Most of them are small.
+/// Texts with unusual content. Many are neither a valid spectrum nor a valid map; some are
+/// valid, for example a small binary map and a spectrum with CRLF line ends.
 const QList<QByteArray>& invalidTexts()
 {
     static const QList<QByteArray> texts{

@@ -10,9 +10,9 @@
 namespace tests
 {
 
-/// Creates files in a temporary folder. Each call first removes a file or folder that has
-/// the same name, so an action does not depend on files of earlier actions. The class uses
-/// only a few names, so the folder remains small.
+/// Creates files in a temporary folder. Before it creates a file, it removes the file or
+/// folder that has the same name, so an action does not depend on files of earlier actions. The
+/// class uses only a few names, so the folder remains small.
 class RandomFiles
 {
 public:
@@ -30,21 +30,22 @@ public:
     /// smaller, map 6 is larger, and maps 7 and 8 have an energy in the header.
     QString validMap(int which);
 
-    /// Path of a valid binary map.
+    /// Path of a valid binary map: 8 by 6 pixels if @p which is 0, otherwise 5 by 6 pixels.
     QString validBinaryMap(int which);
 
-    /// Path of something that is neither a valid spectrum nor a valid map. It can be a
-    /// missing file, a folder or a device.
+    /// Path of something that is often neither a valid spectrum nor a valid map. It can be
+    /// an unusual file, a damaged map, a missing file, a folder or a device. The path can be
+    /// empty or too long.
     QString invalidFile(Draw& draw);
 
     /// Damages the file at @p path: truncates it, removes its permissions, deletes it, or
-    /// replaces it by a different kind of file, a folder, a pipe or a link to itself.
+    /// replaces it with an unusual file, a folder, a pipe or a link to itself.
     ///
     /// @return a description of the damage
     QString damage(const QString& path, Draw& draw);
 
-    /// A path for the result file. It can be writable or not. For some of the writable
-    /// paths, older histogram files are in the same folder.
+    /// A path for the result file. It can be writable, not writable or empty. For some of
+    /// the writable paths, older histogram files are in the same folder.
     QString placeToWrite(Draw& draw);
 
 private:

@@ -3,9 +3,10 @@
 //   random_user SEED ACTIONS [--only 3,17,40] [--log FILE] [--say]
 //
 // --only runs only the listed actions, --log writes the number and kind of the current
-// action to a file, --say prints each action. The exit status is 0 if every check passes;
-// the program ends with status 1 at the first failure. The actions depend only on SEED, but
-// the timing of Qt's threads can change what an action does in a file dialog.
+// action to a file, --say prints each action. The exit status is 0 if every check passes, 1
+// after the first failed check, 2 for an invalid command line and 3 if an action does not
+// return within a minute. The actions depend only on SEED, but the timing of Qt's threads
+// can change what an action does in a file dialog.
 // scripts/random runs this program and reduces a failing list of actions.
 
 #include "app/Body.h"

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Includes.sh CMAKE SOURCE WORK CASE: tests one behaviour of cmake/CheckIncludes.cmake on a
-# small source tree that the test creates in WORK.
+# Includes.sh CMAKE SOURCE WORK CASE: tests one behaviour of cmake/CheckIncludes.cmake with
+# the program CMAKE. SOURCE is the folder of the project. The case "src_passes" checks its
+# src folder; each other case checks a small source tree that it creates in the folder WORK.
 set -euo pipefail
 cmake=$1 source=$2 work=$3 case=$4
 
