@@ -125,7 +125,8 @@ const Image& imageOfTwo();
 
 /// The second image, with all four compounds. Each corner is a pure compound: in the
 /// first line Ni(II) at the left and Ni(III) at the right, in the last line Ni(IV) at the
-/// left and the metal at the right. Between the corners the fractions change linearly.
+/// left and the metal at the right. Between the corners the fractions are interpolated
+/// bilinearly.
 /// Inside a disk the amount is twice the amount outside. The energies of this image on the
 /// rising edge are chosen so that all four compounds have different absorbances.
 const Image& imageOfFour();
