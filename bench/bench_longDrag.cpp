@@ -1,8 +1,8 @@
 // Measures a drag of the edge marker over 12,000 moves with small maps, from each mouse
 // event to the repainted windows. During the drag the comparison plot collects points and
-// the visible message field collects lines, so late moves could become slower. The program
-// therefore compares the last hundred moves with the first hundred, and prints the memory of
-// the process. The printed time is the median processor time per move in a hundred moves.
+// the visible message field collects lines, so late moves could become slower. This
+// benchmark therefore compares the last hundred moves with the first hundred, and prints the
+// memory of the process. The printed time is the median processor time per move in a hundred moves.
 // The only argument is the number of moves.
 
 #include "support/DragPanel.h"
@@ -35,7 +35,7 @@ double processorTime()
     return 1e3 * static_cast<double>(now.tv_sec) + 1e-6 * static_cast<double>(now.tv_nsec);
 }
 
-/// The entry @p name of /proc/self/status, in MB.
+/// The entry @p name of /proc/self/status, in MB; 0 if there is none.
 double memory(const char* name)
 {
     QFile status(QStringLiteral("/proc/self/status"));

@@ -32,8 +32,8 @@ constexpr PointTexts pointTexts[mapCount] = {
     {"8250", "0.00123", "0.00118"}, {"8320", "0.00345", "0.00351"}, {"8345", "0.612", "0.334"},
     {"8385", "1.0123", "1.0098"},   {"8430", "1.0034", "1.0011"},   {"8475", "0.9987", "0.9992"}};
 
-// The absorbance is 0.05 plus the r1 value of pointTexts times a factor that increases with
-// x from 0.5 to 1.5.
+// Without noise the absorbance is 0.05 plus the product of the r1 value of pointTexts and a
+// factor that increases with x from 0.5 to 1.5.
 const QList<A2DData>& maps()
 {
     static const QList<A2DData> made = bench::measuredMaps(mapCount, side, [](int k, double f) {

@@ -1,8 +1,8 @@
 // Measures one paint on a surface of 800 x 800 pixels: a result map of 1000 x 1000
 // pixels, the histograms of this result, and a plot of thickness against valence whose
 // million points are spread over the plot. The reference implementations fill one
-// rectangle per map pixel and draw two circles per point. Before the measurement, the
-// program checks that both implementations paint the same picture of the plot.
+// rectangle per map pixel and draw two circles per point. Before the measurement, this
+// benchmark checks that both implementations paint the same picture of the plot.
 
 #include "display/ChCoord.h"
 #include "display/DispMBase.h"

@@ -24,8 +24,8 @@ const tests::PlainValences valences{2, QStringLiteral("2"), QStringLiteral("3")}
 constexpr std::array<bool, analysis::columnCount> wanted = {
     true, true, false, false, true, true, false, false, true, true, false, true, true};
 
-/// A result with realistic fractions and thicknesses. Noise is added, so that the numbers
-/// have all six digits.
+/// A result map whose fractions are 0.5 and thicknesses are 1, plus noise. The other values
+/// are only noise. With the noise most numbers have all six digits.
 A2DData makeResult(bool extended)
 {
     std::mt19937_64 random(1);

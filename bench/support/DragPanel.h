@@ -45,7 +45,7 @@ inline void fill(AMutE& spectrum, int number)
     }
 }
 
-/// Loads square maps of @p side pixels into all energy rows of @p panel.
+/// Loads square maps with @p side pixels per axis into all energy rows of @p panel.
 inline void loadMaps(FourPs& panel, int side)
 {
     const QList<A2DData> maps =

@@ -14,8 +14,8 @@ namespace bench
 
 inline constexpr double neqEnergiesEv[] = {8250, 8320, 8338, 8345, 8352, 8385, 8430, 8475};
 
-/// Absorbance of a reference above its background: an edge with a white line.
-/// @p reference is 0 to 3.
+/// Absorbance of a reference above its background: an edge with a white line, whose height
+/// is 0 for the last reference. @p reference is 0 to 3.
 inline double absorbedBy(int reference, double energyEv)
 {
     constexpr double edgesEv[] = {8343.6, 8345.4, 8347.2, 8333.0};

@@ -10,8 +10,8 @@ namespace fuzz
 namespace
 {
 
-// Texts and bytes for insertion: numbers at the limits of ranges, and texts that are not
-// numbers.
+// Texts and bytes for insertion: ordinary numbers, numbers at the limits of ranges, NaN and
+// infinities, special bytes, and invalid UTF-8.
 const std::array numbers{
     Input("0"),           Input("-0"),          Input("1"),          Input("-1"),
     Input("3"),           Input("1e308"),       Input("-1e308"),     Input("1e-320"),

@@ -77,8 +77,8 @@ QString ByteReader::text(int most)
     QString text;
     for (int i = 0; i < count && !atEnd(); ++i) {
         const std::uint8_t low = byte();
-        // A byte below 192 is used as an ASCII character; any other byte starts a 16-bit
-        // character.
+        // A byte below 192 means an ASCII character (modulo 128); any other byte is the lower
+        // half of a UTF-16 code unit.
         text += low < 192 ? QChar(low % 128) : QChar(static_cast<char16_t>(byte() << 8 | low));
     }
     return text;

@@ -43,11 +43,12 @@ public:
     /// A double in the closed interval [low, high].
     double doubleIn(double low, double high);
 
-    /// A byte array. Its length, 0 to @p most, is read from the input first.
+    /// A byte array. Its length, 0 to @p most, is read from the input first; the array is
+    /// shorter if the input ends.
     QByteArray byteArray(int most);
 
-    /// A text. Its length, 0 to @p most UTF-16 code units, is read from the input first. It
-    /// can include unpaired surrogates.
+    /// A text. Its length, 0 to @p most UTF-16 code units, is read from the input first; the
+    /// text is shorter if the input ends. It can include unpaired surrogates.
     QString text(int most);
 
     /// All remaining bytes.

@@ -28,8 +28,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Discards the messages of the program, because millions of invalid inputs produce too
     // many of them.
     [[maybe_unused]] static const auto former = qInstallMessageHandler(dropMessage);
-    // A copy of exactly the input's size, so that a sanitizer detects reading past its
-    // end.
+    // A copy in its own allocation, so that a sanitizer detects reads past the
+    // terminating null that QByteArray adds.
     const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     fuzz::tryInput(bytes);
     return 0;

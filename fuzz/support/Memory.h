@@ -9,17 +9,17 @@ namespace fuzz
 {
 
 /// The free memory in bytes that data::canAllocate() assumes in a fuzz target. It is
-/// simulated, because one query of the sanitizers' allocator is as slow as reading many
-/// files.
+/// simulated, because the allocator of AddressSanitizer is very slow for large blocks, and
+/// ends the process instead of returning null.
 inline constexpr qint64 plentyOfMemory = qint64{1} << 40;
 inline qint64 freeMemory = plentyOfMemory; // bytes
 
 /// The largest request to data::canAllocate() so far; -1 if there was no request.
 inline qint64 peakRequest = -1; // bytes
 
-/// Limits the simulated free memory to @p bytes during the lifetime of this object. A
-/// request to data::canAllocate() includes the reserve that the program keeps free, both
-/// here and in peakRequestOf(), so their numbers can be compared.
+/// Limits the simulated free memory during the lifetime of this object. The limit is
+/// compared with the whole request to data::canAllocate(), which includes the reserve that
+/// the program keeps free, so a result of peakRequestOf() can be used as the limit.
 class LimitedMemory
 {
 public:
@@ -29,8 +29,8 @@ public:
 };
 
 /// Runs @p action with enough free memory and returns its largest request in bytes; -1 if it
-/// requests no memory. With exactly this much free memory the action must succeed; with
-/// less free memory it must fail.
+/// requests no memory. With exactly this much free memory the action must have the same
+/// result; with less free memory it must fail.
 template <typename Action>
 qint64 peakRequestOf(Action&& action)
 {
@@ -39,7 +39,8 @@ qint64 peakRequestOf(Action&& action)
     return peakRequest;
 }
 
-/// A number of bytes below @p most: @p most - 1 if @p isClose, otherwise half of @p most.
+/// A number of bytes below @p most: @p most - 1 if @p isClose or if @p most is below 2,
+/// otherwise half of @p most.
 inline qint64 tooLittle(qint64 most, bool isClose)
 {
     return isClose || most < 2 ? most - 1 : most / 2;

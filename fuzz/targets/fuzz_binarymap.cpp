@@ -46,8 +46,9 @@ bool areSame(const QList<double>& a, const QList<double>& b)
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), sameDouble);
 }
 
-/// Whether both lists have the same flags. QList's operator== would pass null pointers to
-/// memcmp() if the lists are empty, which UBSan reports.
+/// Whether both lists have the same flags. If both are empty and only one of them has
+/// allocated memory, QList's operator== passes a null pointer to memcmp(), which UBSan
+/// reports.
 bool areSame(const QList<bool>& a, const QList<bool>& b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end());
@@ -81,7 +82,9 @@ double roundedToSixDigits(double extreme)
     return QString::number(extreme, 'g', 6).toDouble();
 }
 
-/// Saves the map and loads it again. All properties that the file stores must be equal.
+/// Saves the map and loads it again. Size, values and flags must be unchanged. The smallest
+/// and largest value must be rounded to six digits. If the data ID is printable ASCII, it
+/// must be unchanged, and saving the loaded map must write the same bytes again.
 void checkRoundTrip(const TDData0& map)
 {
     const QString path = savedFile().path();
@@ -106,8 +109,8 @@ void checkRoundTrip(const TDData0& map)
     }
 }
 
-/// The value of pixel @p i in the file, whose values start at byte @p begin; nullopt if the
-/// file ends before the last byte of this value.
+/// The value of pixel @p i in the file, whose values start at byte @p begin; nullopt if
+/// @p begin is negative or the file ends before the last byte of this value.
 std::optional<double> valueInFile(const QByteArray& bytes, qint64 begin, qint64 i)
 {
     const qint64 at = begin + 8 * i;
@@ -136,7 +139,8 @@ void checkPixels(const TDData0& map, const QByteArray& bytes, qint64 begin)
 }
 
 /// Appends the file to a map that already has three pixels. These pixels must not change.
-/// The pixels of the file must follow, stored as absorbances (I0 = 0).
+/// The pixels of the file must follow, stored as absorbances (I0 = 0), up to a total of
+/// @p most pixels.
 void checkAppended(const TDData0& map, bool isLoaded, int most)
 {
     A2DData rows;
@@ -159,8 +163,8 @@ void checkAppended(const TDData0& map, bool isLoaded, int most)
     }
 }
 
-/// With exactly the requested memory the file must load; with less memory the load must fail
-/// and change nothing.
+/// With exactly the memory that the load requests, its result must be the same as with
+/// enough memory. With less memory the load must fail and change nothing.
 void checkLimitedMemory(const QByteArray& bytes, bool isLoaded)
 {
     const QString path = inputFile().path();
@@ -191,7 +195,7 @@ void checkHeader(const TDData0Header& header, const QByteArray& bytes)
 }
 
 /// Loads the file into a map that already has content. A failed load must not change the
-/// map; a successful load must replace its content.
+/// map. A successful load must replace its content, but not its region.
 void checkLoadOver(const TDData0& fresh, bool isLoaded, const QString& path)
 {
     TDData0 map(2, 3);
@@ -246,8 +250,8 @@ void checkFile(const QByteArray& bytes)
     }
 }
 
-/// For a file that is not a binary map, every function must return false and change
-/// nothing.
+/// For a file that is not a binary map, every function must return false and change no
+/// pixels.
 void checkOtherFile(const QByteArray& bytes)
 {
     inputFile().setContents(bytes);

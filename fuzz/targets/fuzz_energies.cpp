@@ -13,8 +13,9 @@
 namespace
 {
 
-/// Reference implementation: splits a simplified line into items. A quoted item ends at
-/// the next quote or at the end of the line; any other item ends at a space.
+/// Reference implementation: splits the result of QString::simplified() into items. A
+/// quoted item ends at the next quote or at the end of the text; any other item ends at a
+/// space or at the end of the text.
 QList<QString> plainItems(QString rest)
 {
     QList<QString> items;

@@ -1,5 +1,6 @@
-// Tests spectra and the calculations on rows and references: pre-edge and post-edge
-// lines, interpolation, linear fits, and the choice of the calculation form.
+// Tests the calculations on spectra (pre-edge and post-edge lines, interpolation, linear
+// fits), the collection of energy rows and references, the non-equivalent method, the
+// choice of the calculation form, and the search for the extremes of a map.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -57,8 +58,9 @@ AMutE nextSpectrum(fuzz::ByteReader& in)
     return spectrum;
 }
 
-/// Reference implementation: the least-squares fit of a Victoreen line c + a L^3 + b L^4 to
-/// the points of the pre-edge range or, if @p pre is false, of the post-edge range.
+/// Reference implementation: the least-squares fit of a Victoreen line c + a L^3 + b L^4,
+/// where L is the wavelength in angstroms, to the points of the pre-edge range or, if @p pre
+/// is false, of the post-edge range.
 VictoreenLine plainLine(const AMutE& spectrum, bool pre)
 {
     QList<double> energies;

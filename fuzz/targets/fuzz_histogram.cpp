@@ -1,4 +1,4 @@
-// Tests histograms: limits, counts and files.
+// Tests histograms: limits, counts and the text of the file.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -33,7 +33,7 @@ void checkBoxesFrom(double number)
 }
 
 /// A number of bins as a caller can pass it, including invalid numbers. Very large numbers
-/// are rare, because many bins are slow.
+/// are rare, because a histogram with many bins is slow.
 int nextBoxes(fuzz::ByteReader& in)
 {
     switch (in.number(0, 255)) {
@@ -74,7 +74,8 @@ void checkCounts(const HistogramCounts& counts, const tests::PlainHistogram& pla
     FUZZ_REQUIRE(counts.total == plain.total);
 }
 
-/// Values near the limits, on bin boundaries, and arbitrary values.
+/// Arbitrary values, values on bin boundaries, values between the limits, and repetitions of
+/// the previous value.
 QList<double> nextValues(fuzz::ByteReader& in, const HistogramCounts& counts)
 {
     QList<double> values;
@@ -107,7 +108,7 @@ HistogramCounts countedInBlocks(const Limits& limits, const QList<double>& value
     analysis::HistogramCounter counter(counts);
     for (qsizetype first = 0; first < values.size(); first += analysis::blockPixels) {
         analysis::Block block;
-        block.fill(values.first()); // a change of the values after counting must have no effect
+        block.fill(values.first()); // elements from index `count` must not be counted
         const qsizetype count = std::min<qsizetype>(values.size() - first, analysis::blockPixels);
         std::copy_n(values.cbegin() + first, count, block.begin());
         counter.add(block, static_cast<int>(count), instructions);

@@ -20,7 +20,7 @@ namespace
 constexpr QChar ellipsis(0x2026);
 
 /// Creates the application object at the first input and keeps it, because its construction
-/// takes more time than thousands of inputs.
+/// is slow.
 void makeApplication()
 {
     static int count = 1;

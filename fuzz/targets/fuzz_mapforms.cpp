@@ -149,8 +149,8 @@ public:
         }
     }
 
-    /// Makes a change that can occur between two calculations: changes a map, keeps a copy
-    /// of the result, drops all copies, or modifies the result.
+    /// Makes at most one change that can occur between two calculations: changes a map,
+    /// keeps a copy of the result, drops all copies, or modifies the result.
     void change()
     {
         switch (m_in.number(0, 7)) {

@@ -103,8 +103,8 @@ void checkPixels(const A2DData& map)
     FUZZ_REQUIRE(values.size() == (map.rows.isEmpty() ? 2 : 0));
 }
 
-/// With exactly the requested memory the file must be read. With less it must be
-/// rejected, and the map must be empty.
+/// With exactly the memory that the reader requests, the result must be @p expected. With
+/// less memory the file must be rejected, and the map must be empty.
 void checkLimitedMemory(const Reading& expected, const QByteArray& bytes)
 {
     Reading found;
@@ -137,8 +137,8 @@ void checkFile(const QByteArray& bytes)
 {
     const Reading expected = plainReading(bytes);
     Reading found;
-    // Skipped for files with a byte order mark, because the decoding of invalid text then
-    // depends on the sizes of the reads.
+    // Files with a byte order mark are not read with short reads, because the decoding of
+    // their invalid text depends on the sizes of the reads.
     const bool hasMark = QStringConverter::encodingForData(bytes.left(4)).has_value();
     if (!hasMark && fuzz::oneIn(4, bytes)) {
         tests::ShortReadDevice device(bytes, 1 + bytes.size() % 9, bytes.size() % 2 == 0);

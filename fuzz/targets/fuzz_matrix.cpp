@@ -299,7 +299,8 @@ void checkProducts(const System& left, const System& right)
     FUZZ_REQUIRE(same(a, c));
 }
 
-/// For a size below 1 all functions must be no-ops.
+/// For a size below 1, functions that allocate must return a null pointer, and the other
+/// functions must do nothing.
 void checkNoSize(int n)
 {
     double** matrix = SmallMatrix::newMatrix(n);
@@ -313,8 +314,8 @@ void checkNoSize(int n)
     SmallMatrix::freeMatrix(n, matrix);
 }
 
-/// Compares a least-squares fit that factorises its matrix once for all sets of values with
-/// fits that factorise the matrix again for each set.
+/// Compares LinearCombination, which factorises the matrix of its least-squares fit once for
+/// all sets of values, with the reference implementation, which factorises it for each set.
 void checkCombination(fuzz::ByteReader& in, int unknowns)
 {
     const int rows = in.number(0, 9);

@@ -1,5 +1,5 @@
-// Tests the conversion of words and numbers in the lines of files against Qt's
-// conversion.
+// Tests the splitting of lines into words against a regular expression, and the conversion
+// of words to numbers against Qt's conversion.
 //
 // An input is a line. Bytes after its first line feed are ignored.
 #include "data/DecimalNumber.h"
@@ -16,8 +16,7 @@
 namespace
 {
 
-/// The line as the file reader receives it. It ends with a line feed, which is the last
-/// byte of the buffer, so that a sanitizer detects reads past it.
+/// The line as the file reader receives it. It ends with a line feed.
 std::vector<char> lineOf(const QByteArray& bytes)
 {
     const auto end = std::find(bytes.begin(), bytes.end(), '\n');
@@ -52,8 +51,8 @@ void checkTextWords(const QString& line, const QStringList& expected)
 }
 
 /// Converts every @p step-th word to a double and skips the other words. If the reader then
-/// reports a plain line, it must have found the same count of words as in the decoded text,
-/// and the converted values must be equal to Qt's.
+/// reports a plain line, it must have found as many words as the decoded text has, and the
+/// numbers must be equal to the results of QString::toDouble().
 void checkByteWords(const std::vector<char>& line, const QStringList& expected, int step)
 {
     data::ByteWords words(line.data());

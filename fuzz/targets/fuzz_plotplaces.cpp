@@ -1,5 +1,6 @@
-// Tests positions in a plot: coordinate conversions with extreme ranges, truncation to
-// pixels, grid lines, and the marks of many points.
+// Tests positions in a plot: coordinate conversions with extreme ranges, the hit test of
+// the legend, the clipping of lines, sets of pixels, grid lines, and the marks of many
+// points.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -143,8 +144,8 @@ void tryLegend(fuzz::ByteReader& in)
     FUZZ_REQUIRE(box.width() >= 0.0 && box.height() >= 0.0);
     const QPoint place(in.number(-10, 2010), in.number(-10, 2010));
     if (legend.isHit(row, place)) {
-        // The hit area is wider than the text rectangle. It ends at the right edge of the
-        // plot area, a tenth of the left margin to the right of the rectangle.
+        // The hit area is as wide as the text rectangle, but is shifted to the right by a
+        // tenth of the left margin, so it ends at the right edge of the plot area.
         FUZZ_REQUIRE(place.x() > box.left() && place.x() < cc.areaX1);
         FUZZ_REQUIRE(!legend.isHit(row + 1, place));
     }
@@ -309,12 +310,12 @@ void tryGrid(fuzz::ByteReader& in)
         display::drawHorizontalGrid(&p, cc, values);
     }
     const double steps = std::floor((values.last - values.first) / values.step);
-    const bool isBelowTrillion =
+    const bool isOrdinary =
         values.step > 0.0 && steps < 300.0 && std::abs(values.first) < 1e3 &&
         std::abs(cc.realX0) < 1e3 && std::abs(cc.realY0) < 1e3 &&
         std::abs(cc.r2sdX(values.step)) >= 1.0 && std::abs(cc.r2sdY(values.step)) >= 1.0 &&
         std::isfinite(cc.r2sdX(values.step)) && std::isfinite(cc.r2sdY(values.step));
-    if (!isBelowTrillion) {
+    if (!isOrdinary) {
         return;
     }
     QImage plain = whiteImage(surface);

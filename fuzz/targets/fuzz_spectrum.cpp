@@ -69,7 +69,7 @@ const fuzz::MemoryFile& fileOf(const QByteArray& bytes)
     return file;
 }
 
-/// An empty spectrum. Its energy shift depends on the bytes of the input.
+/// An empty spectrum. Its energy shift depends on the size of the input.
 AMutE recordFor(const QByteArray& bytes)
 {
     static constexpr std::array shifts{0.0, 0.0, 0.0, 1.5, -20.0, 1e300, nan, infinity};
@@ -111,7 +111,8 @@ void checkSecondRead(const AMutE& first, const QByteArray& bytes)
     AMutE record = recordFor(bytes);
     readDevice(record, bytes.sliced(bytes.size() / 2));
     FUZZ_REQUIRE(readDevice(record, bytes) == first.valid);
-    // After a failed read the lines of the previous spectrum remain; they are not used.
+    // After a failed read the pre-edge and post-edge lines of the previous spectrum remain;
+    // the program does not use them.
     if (!first.valid) {
         record.preLine = first.preLine;
         record.postLine = first.postLine;
@@ -135,8 +136,8 @@ void checkPath(const AMutE& expected, const QByteArray& bytes)
     }
 }
 
-/// With exactly the requested memory the file must be read. With less the read must fail,
-/// and the spectrum must have no points.
+/// With exactly the memory that the reader requests, the result must be @p expected. With
+/// less memory the read must fail, and the spectrum must have no points.
 void checkLimitedMemory(const AMutE& expected, const QByteArray& bytes)
 {
     AMutE record = recordFor(bytes);
@@ -154,7 +155,8 @@ void checkLimitedMemory(const AMutE& expected, const QByteArray& bytes)
     FUZZ_REQUIRE(record.minEnergy == 1e300 && record.maxEnergy == -1e300);
 }
 
-/// Whether the decoded text does not depend on the sizes of the reads.
+/// Whether the input is valid UTF-8 without a byte order mark. The decoded text then does
+/// not depend on the sizes of the reads.
 bool isPlainUtf8(const QByteArray& bytes)
 {
     return !QStringConverter::encodingForData(bytes.left(4)) &&

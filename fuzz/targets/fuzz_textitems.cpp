@@ -1,7 +1,7 @@
 // Tests the functions of data/TextItems.h against their documented properties.
 //
 // The first byte of an input determines a length and the encoding. A line of text follows.
-// A byte of value 1 ends the line; a second text follows after this byte.
+// A character with code 1 ends the line; a second text follows after this character.
 #include "data/TextItems.h"
 #include "support/FuzzTarget.h"
 #include "support/InputText.h"
@@ -56,7 +56,7 @@ void checkKey(const QString& line, const QString& key, int count)
     } else {
         FUZZ_REQUIRE(!isFound && items == before);
     }
-    data::splitItemsAfter(line, key + line); // a prefix longer than the line
+    data::splitItemsAfter(line, key + line); // a prefix that is not shorter than the line
 }
 
 void checkComment(const QString& line)
@@ -77,7 +77,7 @@ void checkComment(const QString& line)
 
 /// The documented formula: leading white space is removed, and the rest is cut to n - 1
 /// characters, where n is the index of the last non-blank character in the untrimmed
-/// line. The formula is odd on purpose.
+/// line. On purpose, n includes the leading white space, so the cut often removes text.
 void checkTrimmed(const QString& line)
 {
     qsizetype first = 0;
@@ -131,7 +131,7 @@ void checkFields(const QString& text, const QString& other)
         line = data::commaField(line, line);
         FUZZ_REQUIRE(line.size() <= before);
         if (line.size() == before) {
-            break; // the last field, which has no comma after it, is not consumed
+            break; // prevents an endless loop; each call consumes at least one character
         }
     }
 }

@@ -33,8 +33,8 @@ QList<double> deepCopy(const QList<double>& list)
     return copy;
 }
 
-/// A list in a shared block, and the expected list with the same operations in separate
-/// memory.
+/// A list that can be in a shared block, and an ordinary list to which the same operations
+/// are applied.
 struct Pair {
     QList<double> list;
     QList<double> wanted;
@@ -211,9 +211,9 @@ private:
     }
 
     fuzz::ByteReader& m_in;
-    double m_next = 0.0; ///< the latest value; each new element has a new value
+    double m_next = 0.0; ///< the latest value; each operation uses a new value
     data::ValueBlocks m_blocks;
-    std::vector<A2DRow> m_rows; ///< in blocks of maxRows
+    std::vector<A2DRow> m_rows; ///< maxRows consecutive rows for each block
     std::vector<QList<double>> m_wanted;
     std::vector<Pair> m_kept;
 };

@@ -16,7 +16,7 @@ namespace
 
 constexpr double crystalSpacing = 3.1355316; // lattice plane spacing of Si(111), angstrom
 constexpr double hcEvAngstrom = 12398.424360387684;
-constexpr double degreesPerRadian = 180.0 / 3.1415926535; // aelk's readers use this value of pi
+constexpr double degreesPerRadian = 180.0 / 3.1415926535; // the value of pi in aelk's reader
 
 struct Counts {
     std::int64_t incident;

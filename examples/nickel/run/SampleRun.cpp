@@ -268,7 +268,7 @@ void SampleRun::restart()
     useReferences(2);
     useRows(rowsOf(nickel::imageOfTwo()));
     recordShares(0);
-    panel.clearLCFvs4PS(nullptr); // removes the points of earlier calculations
+    panel.clearLCFvs4PS(nullptr); // removes the comparison plot's points of earlier calculations
     panel.calcBoth();
 }
 

@@ -47,12 +47,13 @@ public:
     /// Fits the target of @p form by a linear combination and checks the results.
     SampleOutcome calculate(const nickel::CombinationForm& form);
 
-    /// Calculates the target and the maps by a form of the four-points family and checks
-    /// the results. The first two references and the first image must be in use.
+    /// Calculates the target and the maps by a form of the four-points family, with the
+    /// first image, the first target and the first two references. Writes the result map and
+    /// both histogram files, and checks the results.
     SampleOutcome calculate(const nickel::MapForm& form);
 
-    /// Loads the first target and the first image again, puts two references in use, and
-    /// chooses the default method of the program.
+    /// Loads the first target and the first image if they are not loaded, puts the first two
+    /// references in use, chooses the default method of the program, and calculates once.
     void restart();
 
     /// The main window, the graph window, the result map, and the window of the measured

@@ -13,7 +13,7 @@ namespace nickel
 /// A linear combination fit of a target.
 struct CombinationForm {
     const char* name;
-    std::size_t references; ///< the number of compounds, counted from Ni(II)
+    std::size_t references; ///< number of references: the first ones of compounds()
     const Target& target;
     double lowestEv;  ///< lower limit of the fit range; one of scanEnergies()
     double highestEv; ///< upper limit of the fit range; one of scanEnergies()

@@ -20,9 +20,10 @@ public:
     /// Largest |error - bias| / sigma; infinite if any error is NaN.
     double worst() const { return largest; }
 
-    /// meanError() is the mean of error - bias. meanSigma() is the expected standard
-    /// deviation of this mean.
+    /// Mean of error - bias.
     double meanError() const;
+
+    /// Expected standard deviation of meanError(), for independent errors.
     double meanSigma() const;
 
 private:

@@ -16,8 +16,8 @@ double product(const std::vector<double>& a, const std::vector<double>& b)
 
 } // namespace
 
-// QR decomposition by Gram-Schmidt orthogonalisation with two passes per column. The columns
-// are powers of a wavelength and nearly parallel, so a single pass would not make them
+// QR decomposition by Gram-Schmidt orthogonalisation with two passes per column. Columns of
+// powers of the wavelength are nearly parallel, so a single pass would not make them
 // orthogonal to machine precision.
 LeastSquares::LeastSquares(std::vector<std::vector<double>> columns)
 {

@@ -29,8 +29,8 @@ PixelLine throughTwoPoints(const MapForm& form, const MutValues& mut)
     return {jump, mut.at(below) - jump * commonShape(below)};
 }
 
-// Least-squares fit of the plane s = c0 + c1 E + c2 mut, then solved for mut. Subtracts the
-// means and solves the normal equations for c1 and c2 by Cramer's rule.
+// Fits the plane s = c0 + c1 E + c2 mut by least squares and solves its equation for mut.
+// The fit subtracts the means and solves the normal equations for c1 and c2 by Cramer's rule.
 PixelLine leastSquares(const MapForm& form, const MutValues& mut)
 {
     double meanE = 0.0;

@@ -9,15 +9,18 @@
 namespace nickel
 {
 
-/// The size of the first image's maps in pixels, and the size of a pixel in um.
+/// Width of the first image's maps in pixels.
 inline constexpr int mapWidth = 64;
+/// Height of the first image's maps in pixels.
 inline constexpr int mapHeight = 48;
+/// Size of a pixel of both images, um.
 inline constexpr double pixelSizeUm = 2.0;
 
-/// Energies (eV) of the six maps, in the order of aelk's rows. The third energy is on the
-/// rising edge; it is the V point. At the other energies Ni(II) and Ni(III) have the same
-/// shape, as the four-points family requires.
+/// Energies (eV) of the first image's six maps, in the order of aelk's rows. The third
+/// energy is on the rising edge; it is the V point. At the other energies Ni(II) and Ni(III)
+/// have the same shape, as the four-points family requires.
 inline constexpr std::array<double, 6> mapEnergiesEv = {8250, 8320, 8345, 8385, 8430, 8475};
+/// Index of the V point in mapEnergiesEv.
 inline constexpr std::size_t vPoint = 2;
 
 /// The edge energy (eV) that is set in aelk. The ranges of the pre-edge and post-edge lines
@@ -28,9 +31,9 @@ inline constexpr double edgeEv = 8340.0;
 /// so the three-point form, which fits no slope, is also exact.
 inline constexpr double mapBackground = 0.05;
 
-/// Mean number of incident photons, for each pixel of a map and for each point of a
-/// spectrum.
+/// Mean number of incident photons for each pixel of a map.
 inline constexpr double pixelPhotons = 1e5;
+/// Mean number of incident photons for each point of a spectrum.
 inline constexpr double spectrumPhotons = 1e8;
 
 /// The fraction of Ni(II) in the target of two compounds; the rest is Ni(III).
@@ -53,8 +56,8 @@ struct Compound {
 
 /// Ni(II), Ni(III), Ni(IV) and the metal, in the order of aelk's reference rows.
 std::span<const Compound> compounds();
-inline constexpr std::size_t niII = 0;
-inline constexpr std::size_t niIII = 1;
+inline constexpr std::size_t niII = 0;  ///< index of Ni(II) in compounds()
+inline constexpr std::size_t niIII = 1; ///< index of Ni(III) in compounds()
 
 /// Absorbance of @p compound at @p energyEv without background, in units of its edge
 /// jump.
@@ -78,8 +81,10 @@ struct Target {
     double jump; ///< edge jump, mu*t
 };
 
-/// The target of Ni(II) and Ni(III), and the target of all four compounds.
+/// The target of Ni(II) and Ni(III).
 const Target& targetOfTwo();
+
+/// The target of all four compounds.
 const Target& targetOfFour();
 
 /// Absorbance of @p target at @p energyEv, including its background.
@@ -125,7 +130,8 @@ const Image& imageOfTwo();
 
 /// The second image, with all four compounds. Each corner is a pure compound: in the
 /// first line Ni(II) at the left and Ni(III) at the right, in the last line Ni(IV) at the
-/// left and the metal at the right. Between the corners the fractions change linearly.
+/// left and the metal at the right. Between the corners the fractions are interpolated
+/// bilinearly.
 /// Inside a disk the amount is twice the amount outside. The energies of this image on the
 /// rising edge are chosen so that all four compounds have different absorbances.
 const Image& imageOfFour();

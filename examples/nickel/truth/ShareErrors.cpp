@@ -131,8 +131,7 @@ std::vector<ExpectedError> pixelErrors(const ShareForm& form, const ShareFit& fi
 
 std::vector<double> referenceErrors(const ShareForm& form)
 {
-    // The results change smoothly between pixels, so every eighth pixel in x and y is
-    // sufficient.
+    // Every eighth pixel in x and y is a sufficient sample for the mean over all pixels.
     constexpr int step = 8;
     std::vector<std::vector<double>> pixels;
     std::vector<double> jumps;

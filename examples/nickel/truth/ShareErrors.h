@@ -16,7 +16,7 @@ namespace nickel
 struct ShareForm {
     const char* name;
     const char* fileName;   ///< file name of the result map
-    std::size_t references; ///< the number of compounds, counted from Ni(II)
+    std::size_t references; ///< number of references: the first ones of compounds()
     bool victoreen;         ///< background c + a L^3 + b L^4 instead of c + k E
     const Image& image;
     const Target& target;
