@@ -40,7 +40,7 @@ private Q_SLOTS:
     void energyIsFoundBetweenRisingPoints();
     void firstPairThatBracketsWins();
     void fallingPairBracketsNothing();
-    void equalNeighboursBracketTheirEnergy();
+    void firstPairThatContainsTheEnergyIsFound();
     void spectrumWithFewerThanTwoPointsBracketsNoEnergy();
     void manyEnergiesGiveTheSameIndicesAsSingleSearches_data();
     void manyEnergiesGiveTheSameIndicesAsSingleSearches();
@@ -67,7 +67,7 @@ void tst_AMutEBrackets::fallingPairBracketsNothing()
     QCOMPARE(a.indicesBelow({14, 25}), (QList<int>{0, 2}));
 }
 
-void tst_AMutEBrackets::equalNeighboursBracketTheirEnergy()
+void tst_AMutEBrackets::firstPairThatContainsTheEnergyIsFound()
 {
     const AMutE a = spectrum({10, 20, 20, 20, 30});
     QCOMPARE(a.indicesBelow({20, 21}), (QList<int>{0, 3}));

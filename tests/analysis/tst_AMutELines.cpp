@@ -84,7 +84,7 @@ private Q_SLOTS:
     void indexBelowIsTheStartOfThePairAroundTheEnergy();
     void mutIsInterpolatedOrExtrapolatedLinearly_data();
     void mutIsInterpolatedOrExtrapolatedLinearly();
-    void mutAtAPointIsItsMut();
+    void mutAtAPointEqualsTheMutOfThePoint();
     void interpolationDividesBeforeItMultiplies();
 
     void eachKindSelectsItsPresentation_data();
@@ -92,13 +92,13 @@ private Q_SLOTS:
     void presentationEvaluatesLinesAtTheWorkingEnergy();
     void unknownKindIsZero();
     void indexOutOfRangeIsZero();
-    void zeroEdgeJumpMakesKindThreeInfinite();
-    void crossingLinesMakeKindFourInfinite();
+    void divisionByAZeroEdgeJumpGivesInfinityOrNaN();
+    void normalisedValueIsInfiniteWhereTheLinesCross();
     void valueAtInterpolatesThePresentation();
-    void normalisedAtIsKindFour();
+    void normalisedAtEqualsTheNormalisedValue();
     void shortSpectraInterpolateToZero();
 
-    void valueRangeIsClosed();
+    void valueRangeIncludesPointsAtBothLimits();
     void valueRangeOnlyWidens();
     void valueRangeUsesWorkingEnergies();
     void valueRangeIgnoresNaN();
@@ -415,7 +415,7 @@ void tst_AMutELines::mutIsInterpolatedOrExtrapolatedLinearly()
     QVERIFY(tests::sameDouble(spectrumOf(pairs, dE).mutAt(E), mut));
 }
 
-void tst_AMutELines::mutAtAPointIsItsMut()
+void tst_AMutELines::mutAtAPointEqualsTheMutOfThePoint()
 {
     const AMutE spectrum = spectrumOf({{8300.1, 0.123}, {8300.7, 0.456}, {8301.9, 0.789}});
     for (const MutPoint& point : spectrum.points) {
@@ -495,7 +495,7 @@ void tst_AMutELines::indexOutOfRangeIsZero()
     QCOMPARE(AMutE().checkedValue(0, 0), 0.0);
 }
 
-void tst_AMutELines::zeroEdgeJumpMakesKindThreeInfinite()
+void tst_AMutELines::divisionByAZeroEdgeJumpGivesInfinityOrNaN()
 {
     AMutE spectrum = withConstantLines(spectrumOf({{10, 5}, {20, 2}}), 2.0, 2.0);
     spectrum.edgeEnergy = 8333.0;
@@ -503,7 +503,7 @@ void tst_AMutELines::zeroEdgeJumpMakesKindThreeInfinite()
     QVERIFY(std::isnan(spectrum.value(3, 1))); // (2 - 2) / 0
 }
 
-void tst_AMutELines::crossingLinesMakeKindFourInfinite()
+void tst_AMutELines::normalisedValueIsInfiniteWhereTheLinesCross()
 {
     AMutE spectrum = spectrumOf({{hc / 2, 5}, {hc, 5}});
     spectrum.preLine = {8.0, 0.0, 0.0};
@@ -526,7 +526,7 @@ void tst_AMutELines::valueAtInterpolatesThePresentation()
     QCOMPARE(spectrum.valueAt(1, 10.0), 1.0);
 }
 
-void tst_AMutELines::normalisedAtIsKindFour()
+void tst_AMutELines::normalisedAtEqualsTheNormalisedValue()
 {
     AMutE spectrum = spectrumOf({{8000, 1}, {8100, 3}, {8200, 4}});
     spectrum.preLine = {0.5, 0.1, 0.02};
@@ -548,7 +548,7 @@ void tst_AMutELines::shortSpectraInterpolateToZero()
     }
 }
 
-void tst_AMutELines::valueRangeIsClosed()
+void tst_AMutELines::valueRangeIncludesPointsAtBothLimits()
 {
     const AMutE spectrum = spectrumOf({{9, -100}, {10, -1}, {15, 0}, {20, 2}, {21, 100}});
     double min = 1e300;

@@ -136,14 +136,14 @@ class tst_CalculationPlan : public QObject
 private Q_SLOTS:
     void targetIsRefused_data();
     void targetIsRefused();
-    void targetRuns_data();
-    void targetRuns();
+    void planTargetSelectsVariantAndRows_data();
+    void planTargetSelectsVariantAndRows();
     void targetReadsTheNumbersOfTheUsedReferences();
 
     void mapIsRefused_data();
     void mapIsRefused();
-    void mapRuns_data();
-    void mapRuns();
+    void planMapSelectsVariantAndRows_data();
+    void planMapSelectsVariantAndRows();
     void mapNeedsOneMoreRowPerReference_data();
     void mapNeedsOneMoreRowPerReference();
 
@@ -207,7 +207,7 @@ void tst_CalculationPlan::targetIsRefused()
     QVERIFY(!plan.variant);
 }
 
-void tst_CalculationPlan::targetRuns_data()
+void tst_CalculationPlan::planTargetSelectsVariantAndRows_data()
 {
     addRunColumns();
     runs("three rows", four().useRows({0, 2, 3}), Variant::ThreePoints, {0, 3}, 2);
@@ -231,7 +231,7 @@ void tst_CalculationPlan::targetRuns_data()
          linear().useFirstReferences(3).makeInvalid({2}), Variant::NonEquivalentLinear);
 }
 
-void tst_CalculationPlan::targetRuns()
+void tst_CalculationPlan::planTargetSelectsVariantAndRows()
 {
     QFETCH(PanelInputs, inputs);
     const CalculationPlan plan = analysis::planTarget(inputs.state());
@@ -307,7 +307,7 @@ void tst_CalculationPlan::mapIsRefused()
     QVERIFY(!plan.variant);
 }
 
-void tst_CalculationPlan::mapRuns_data()
+void tst_CalculationPlan::planMapSelectsVariantAndRows_data()
 {
     addRunColumns();
     runs("three rows", fourMaps().useRows({0, 2, 3}), Variant::ThreePoints, {0, 3}, 2);
@@ -329,7 +329,7 @@ void tst_CalculationPlan::mapRuns_data()
          Variant::NonEquivalentLinear);
 }
 
-void tst_CalculationPlan::mapRuns()
+void tst_CalculationPlan::planMapSelectsVariantAndRows()
 {
     QFETCH(PanelInputs, inputs);
     const CalculationPlan plan = analysis::planMap(inputs.state());

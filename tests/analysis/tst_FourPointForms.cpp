@@ -78,8 +78,8 @@ private Q_SLOTS:
     void threePointThicknessUsesOnlyTheFirstReferenceAtRowOne();
     void threePointThicknessOfFirstReferenceIsOneOnlyForEqualFirstRows();
     void exactFormOfAnEqualMixtureIsHalfWithThicknessOne();
-    void formsRecoverAMixture_data();
-    void formsRecoverAMixture();
+    void fourPointFormsRecoverFractionAndThickness_data();
+    void fourPointFormsRecoverFractionAndThickness();
     void equalEnergiesMakeTheExactFormNaN();
     void targetLinearInEnergyHasNaNFractionAndZeroThickness();
     void jumpRatioOfMinusOneIsNotFinite();
@@ -154,7 +154,7 @@ void tst_FourPointForms::exactFormOfAnEqualMixtureIsHalfWithThicknessOne()
     QVERIFY2(std::abs(tts - 1.0) < 1e-14, qPrintable(QString::number(tts, 'g', 17)));
 }
 
-void tst_FourPointForms::formsRecoverAMixture_data()
+void tst_FourPointForms::fourPointFormsRecoverFractionAndThickness_data()
 {
     QTest::addColumn<double>("fraction");
     QTest::addColumn<double>("thickness");
@@ -169,7 +169,7 @@ void tst_FourPointForms::formsRecoverAMixture_data()
     QTest::newRow("negative fraction") << -0.2 << 1.0 << 1.0 << 1.1 << 0.1 << 1e-4;
 }
 
-void tst_FourPointForms::formsRecoverAMixture()
+void tst_FourPointForms::fourPointFormsRecoverFractionAndThickness()
 {
     QFETCH(double, fraction);
     QFETCH(double, thickness);

@@ -123,7 +123,7 @@ class tst_FourPsMap : public QObject
 private Q_SLOTS:
     void init() { resetPanel(*m_shared); }
 
-    void buttonCalculatesThreePoints();
+    void buttonRunsTheThreePointForm();
     void fourPointFormsFillResultAndHistograms_data();
     void fourPointFormsFillResultAndHistograms();
     void nonEquivalentMethodFillsAllValues_data();
@@ -147,7 +147,7 @@ private:
     FourPs& panel = *m_shared;
 };
 
-void tst_FourPsMap::buttonCalculatesThreePoints()
+void tst_FourPsMap::buttonRunsTheThreePointForm()
 {
     PanelInputs inputs = threePointMaps();
     inputs.target.valid = false; // not needed for the map

@@ -34,7 +34,7 @@ class tst_FourPsTarget : public QObject
 private Q_SLOTS:
     void init() { resetPanel(*m_shared); }
 
-    void buttonCalculatesThreePoints();
+    void buttonRunsTheThreePointForm();
     void exactFourPointsSendNoMessage();
     void leastSquareIsShownAndSentAsMessage();
     void threePointResultIsShownBeforeTheMessage();
@@ -56,7 +56,7 @@ private:
     FourPs& panel = *m_shared;
 };
 
-void tst_FourPsTarget::buttonCalculatesThreePoints()
+void tst_FourPsTarget::buttonRunsTheThreePointForm()
 {
     QCOMPARE(panel.TargetV, 0.0);
     enterInputs(panel, threePointInputs());

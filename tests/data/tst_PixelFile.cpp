@@ -38,8 +38,8 @@ private Q_SLOTS:
     void fileThatIsNotAMapResetsTheSize_data();
     void fileThatIsNotAMapResetsTheSize();
     void negativeHeaderSizeReadsNoPixels();
-    void largeSizeNeedsOnePixelPer64_data();
-    void largeSizeNeedsOnePixelPer64();
+    void largeSizeNeedsAStoredPixelForEvery64Pixels_data();
+    void largeSizeNeedsAStoredPixelForEvery64Pixels();
 
 private:
     QString path(const QByteArray& content) { return tests::writeFile(m_dir, "map.2dp", content); }
@@ -156,7 +156,7 @@ void tst_PixelFile::negativeHeaderSizeReadsNoPixels()
     QCOMPARE(map.rows.size(), 0); // the header is empty, so the size is unknown
 }
 
-void tst_PixelFile::largeSizeNeedsOnePixelPer64_data()
+void tst_PixelFile::largeSizeNeedsAStoredPixelForEvery64Pixels_data()
 {
     QTest::addColumn<int>("held");
     QTest::addColumn<bool>("good");
@@ -164,7 +164,7 @@ void tst_PixelFile::largeSizeNeedsOnePixelPer64_data()
     QTest::newRow("one pixel too few") << 16384 << false;
 }
 
-void tst_PixelFile::largeSizeNeedsOnePixelPer64()
+void tst_PixelFile::largeSizeNeedsAStoredPixelForEvery64Pixels()
 {
     QFETCH(int, held);
     QFETCH(bool, good);

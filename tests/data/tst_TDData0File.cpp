@@ -165,7 +165,7 @@ private Q_SLOTS:
     void largeHeaderSizeIsNotAllocated();
     void fileWithoutHeaderSizeIsAccepted();
 
-    void loadsTheNickelFile();
+    void nickelFileIsLoaded();
     void everyNonZeroFlagByteReadsAsTrue();
     void versionAndElementSizesAreIgnored();
     void invalidSizesAreRefused_data();
@@ -554,7 +554,7 @@ void TestTDData0File::fileWithoutHeaderSizeIsAccepted()
     QVERIFY(map.data.isEmpty());
 }
 
-void TestTDData0File::loadsTheNickelFile()
+void TestTDData0File::nickelFileIsLoaded()
 {
     const DebugLog log;
     TDData0 map(0, 0);

@@ -77,8 +77,8 @@ private Q_SLOTS:
     void edgeBandsAreAtBothEnds();
     void edgeBandsExcludeTheirInnerLimits();
     void areaAndScreenBandsHaveSeparateFractions();
-    void tickStepIsFirstOneWideEnough_data();
-    void tickStepIsFirstOneWideEnough();
+    void tickStepIsTheFirstOneThatIsWideEnough_data();
+    void tickStepIsTheFirstOneThatIsWideEnough();
     void tickStepSearchEndsAfterEightDecades_data();
     void tickStepSearchEndsAfterEightDecades();
     void emptyRealRangeMakesEveryStepWideEnough();
@@ -386,7 +386,7 @@ void tst_ChCoord::areaAndScreenBandsHaveSeparateFractions()
 
 // The steps tried are 1, 2, 5, 10, 20, 50, ... times the base. One unit of x is 20
 // pixels wide, because 17 units fill the plot area of 340 pixels.
-void tst_ChCoord::tickStepIsFirstOneWideEnough_data()
+void tst_ChCoord::tickStepIsTheFirstOneThatIsWideEnough_data()
 {
     QTest::addColumn<double>("base");
     QTest::addColumn<double>("minPixels");
@@ -404,7 +404,7 @@ void tst_ChCoord::tickStepIsFirstOneWideEnough_data()
     QTest::newRow("last step tried") << 1.0 << 999999999.0 << 5e7;
 }
 
-void tst_ChCoord::tickStepIsFirstOneWideEnough()
+void tst_ChCoord::tickStepIsTheFirstOneThatIsWideEnough()
 {
     QFETCH(double, base);
     QFETCH(double, minPixels);

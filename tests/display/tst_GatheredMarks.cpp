@@ -97,9 +97,9 @@ private Q_SLOTS:
     void marksMatchWithTranslatedOrClippedPainters();
     void marksMatchWithOtherPainterStates_data();
     void marksMatchWithOtherPainterStates();
-    void marksMatchWithUnusualPens_data();
-    void marksMatchWithUnusualPens();
-    void noMarksDrawNothing();
+    void gatheredMarksEqualSingleMarksForUnusualPens_data();
+    void gatheredMarksEqualSingleMarksForUnusualPens();
+    void emptyListOfMarksDrawsNothing();
 };
 
 void tst_GatheredMarks::manyMarksMatchSingleCircles_data()
@@ -208,7 +208,7 @@ void tst_GatheredMarks::marksMatchWithOtherPainterStates()
     QVERIFY(expected != white);
 }
 
-void tst_GatheredMarks::marksMatchWithUnusualPens_data()
+void tst_GatheredMarks::gatheredMarksEqualSingleMarksForUnusualPens_data()
 {
     QTest::addColumn<QPen>("pen");
     QTest::newRow("wide pen") << QPen(Qt::blue, 2);
@@ -217,7 +217,7 @@ void tst_GatheredMarks::marksMatchWithUnusualPens_data()
     QTest::newRow("no pen") << QPen(Qt::NoPen);
 }
 
-void tst_GatheredMarks::marksMatchWithUnusualPens()
+void tst_GatheredMarks::gatheredMarksEqualSingleMarksForUnusualPens()
 {
     QFETCH(QPen, pen);
     const Plot plot(usualSize);
@@ -228,7 +228,7 @@ void tst_GatheredMarks::marksMatchWithUnusualPens()
                           plot.oneByOne(points, pen, white, unchanged)));
 }
 
-void tst_GatheredMarks::noMarksDrawNothing()
+void tst_GatheredMarks::emptyListOfMarksDrawsNothing()
 {
     QVERIFY(isBlank(
         Plot(usualSize).gathered({}, QPen(Qt::blue), whitePicture(usualSize), [](QPainter*) {})));

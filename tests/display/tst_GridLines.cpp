@@ -102,8 +102,8 @@ private Q_SLOTS:
     void linesAreAtTheirValues();
     void linesCrossTheWholeWidget();
     void linesUseThePen();
-    void matchesAPlainLoop_data();
-    void matchesAPlainLoop();
+    void gridLinesEqualTheReferenceLoop_data();
+    void gridLinesEqualTheReferenceLoop();
     void randomGridsMatchAPlainLoop();
     void denseGridHasOneLinePerPixel();
     void millionsOfLinesFillEveryPixel();
@@ -160,7 +160,7 @@ void tst_GridLines::linesUseThePen()
     QCOMPARE(display::gridColor, QColor(200, 200, 255));
 }
 
-void tst_GridLines::matchesAPlainLoop_data()
+void tst_GridLines::gridLinesEqualTheReferenceLoop_data()
 {
     QTest::addColumn<QRectF>("range");         // left = x0, top = y0, right = x1, bottom = y1
     QTest::addColumn<QList<double>>("values"); // first, step, last
@@ -193,7 +193,7 @@ void tst_GridLines::matchesAPlainLoop_data()
     QTest::newRow("dense, from the right edge") << range(0, 0, 1000, 1000) << Values{1057, 1, 1070};
 }
 
-void tst_GridLines::matchesAPlainLoop()
+void tst_GridLines::gridLinesEqualTheReferenceLoop()
 {
     QFETCH(QRectF, range);
     QFETCH(QList<double>, values);
@@ -312,8 +312,8 @@ void tst_GridLines::invalidGridsAreEmpty()
     QVERIFY(isEmpty(PlotSurface(27, 27, 10, 10), grid));
 }
 
-// Every call must return quickly. The picture is checked for invalid grids only: they
-// draw nothing.
+// Every call must return quickly. Invalid grids must draw nothing; of the valid grids, at
+// least one must draw something.
 void tst_GridLines::extremeNumbersReturnQuickly()
 {
     const QList<double> numbers{0,    0.1,      -1,       1e17,      1e300,     -1e300,

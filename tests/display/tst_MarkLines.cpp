@@ -17,7 +17,7 @@ class tst_MarkLines : public QObject
 
 private Q_SLOTS:
     void lineUsesTheGivenEdit();
-    void lineWithoutEditCreatesAHiddenOne();
+    void lineWithoutEditCreatesAHiddenEdit();
     void lineStartsAbsoluteWithoutBase();
     void lineBelongsToItsParent();
 
@@ -46,7 +46,7 @@ void tst_MarkLines::lineUsesTheGivenEdit()
     QCOMPARE(edit.text(), "8333");
 }
 
-void tst_MarkLines::lineWithoutEditCreatesAHiddenOne()
+void tst_MarkLines::lineWithoutEditCreatesAHiddenEdit()
 {
     const MarkLine line(nullptr, vertical);
     const std::unique_ptr<QLineEdit> edit(line.edit);

@@ -11,13 +11,13 @@ class tst_Icon : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void isASquareSvg();
-    void usesOnlyBasicShapes();
-    void rendersAtEverySize_data();
-    void rendersAtEverySize();
+    void iconIsASquareSvg();
+    void iconUsesOnlyBasicShapes();
+    void iconIsRenderedAtEverySize_data();
+    void iconIsRenderedAtEverySize();
 };
 
-void tst_Icon::isASquareSvg()
+void tst_Icon::iconIsASquareSvg()
 {
     QFile file(QStringLiteral(ICON_FILE));
     QVERIFY(file.open(QIODevice::ReadOnly));
@@ -34,7 +34,7 @@ void tst_Icon::isASquareSvg()
 
 // Text would need fonts, and links would need other files. Some renderers do not support
 // styles, clip paths and filters.
-void tst_Icon::usesOnlyBasicShapes()
+void tst_Icon::iconUsesOnlyBasicShapes()
 {
     const QSet<QString> shapes{QStringLiteral("svg"), QStringLiteral("g"), QStringLiteral("path"),
                                QStringLiteral("rect"), QStringLiteral("circle")};
@@ -60,7 +60,7 @@ void tst_Icon::usesOnlyBasicShapes()
     QVERIFY(drawn > 0);
 }
 
-void tst_Icon::rendersAtEverySize_data()
+void tst_Icon::iconIsRenderedAtEverySize_data()
 {
     QTest::addColumn<int>("size");
     for (const int size : {16, 22, 32, 48, 256}) {
@@ -68,7 +68,7 @@ void tst_Icon::rendersAtEverySize_data()
     }
 }
 
-void tst_Icon::rendersAtEverySize()
+void tst_Icon::iconIsRenderedAtEverySize()
 {
     QVERIFY2(QImageReader::supportedImageFormats().contains("svg"),
              "Qt's plugin for SVG is missing; ./test installs it");

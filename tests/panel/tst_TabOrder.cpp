@@ -76,7 +76,7 @@ private Q_SLOTS:
     void programStartsWithTheFocusOnTheFirstReference();
     void tabVisitsTheFieldsInReadingOrder();
     void tabReachesEveryEditableField();
-    void tabVisitsMoreConditionsBetweenResultsAndEnergies();
+    void tabVisitsTheFurtherConditionsBetweenResultsAndEnergies();
     void resultFieldsGetTheFocusOnlyByAClick();
     void tabReachesTheSaveName();
     void mapWindowOpensWithoutAFocusedField();
@@ -153,7 +153,7 @@ void tst_TabOrder::tabReachesEveryEditableField()
     QCOMPARE(reached.size(), typed.size());
 }
 
-void tst_TabOrder::tabVisitsMoreConditionsBetweenResultsAndEnergies()
+void tst_TabOrder::tabVisitsTheFurtherConditionsBetweenResultsAndEnergies()
 {
     m_panel->ui.DispCondsB->click();
     QList<QWidget*> visited;

@@ -68,8 +68,8 @@ private Q_SLOTS:
     void readingDisplayFilesShowsTheCursor();
     void writingAResultShowsTheCursor();
 
-    void longCalculationShowsTheCursor_data();
-    void longCalculationShowsTheCursor();
+    void longCalculationShowsTheWaitCursor_data();
+    void longCalculationShowsTheWaitCursor();
     void longSpectraShowTheCursorDuringFitAndTarget();
     void shortCalculationKeepsTheCursor();
     void draggingTheEdgeWithLittleDataKeepsTheCursor();
@@ -253,7 +253,7 @@ void tst_WaitCursor::prepareLargeMaps()
     m_panel->ui.HgAAuto->setChecked(true);
 }
 
-void tst_WaitCursor::longCalculationShowsTheCursor_data()
+void tst_WaitCursor::longCalculationShowsTheWaitCursor_data()
 {
     using Run = std::function<void(FourPs*)>;
     QTest::addColumn<Run>("run");
@@ -271,7 +271,7 @@ void tst_WaitCursor::longCalculationShowsTheCursor_data()
     });
 }
 
-void tst_WaitCursor::longCalculationShowsTheCursor()
+void tst_WaitCursor::longCalculationShowsTheWaitCursor()
 {
     QFETCH(std::function<void(FourPs*)>, run);
     prepareLargeMaps();

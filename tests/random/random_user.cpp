@@ -212,7 +212,7 @@ int main(int argc, char* argv[])
         std::fputs("random_user SEED ACTIONS [--only 3,17,40] [--log FILE] [--say]\n", stderr);
         return 2;
     }
-    QDir::setCurrent(files.folder()); // relative file names are written there
+    QDir::setCurrent(files.folder()); // files with relative names are written to this folder
     QElapsedTimer timer;
     timer.start();
     Body body;

@@ -254,7 +254,7 @@ private Q_SLOTS:
 
     void plotWithoutPointsIsWhiteAndHasNoTitles();
     void plotWithoutPointsOmitsTheLastColumnAndRow();
-    void rangeWithoutPointsIsNotFitted();
+    void plotWithoutPointsKeepsItsRange();
     void invalidSpectrumWithPointsIsDrawn();
     void titlesAreSetOnEveryDraw();
 
@@ -379,7 +379,7 @@ void tst_SpectrumPlot::plotWithoutPointsOmitsTheLastColumnAndRow()
     QCOMPARE(countOf(plot.paint(), QRect(QPoint(0, 0), usualSize), background), 0);
 }
 
-void tst_SpectrumPlot::rangeWithoutPointsIsNotFitted()
+void tst_SpectrumPlot::plotWithoutPointsKeepsItsRange()
 {
     Plot plot;
     plot.paint();

@@ -116,9 +116,9 @@ private Q_SLOTS:
     void labelsOfPlotFramesHaveNoTranslation();
     void onlyInternationalTextsHaveNoTranslation();
 
-    void placeholdersAreKept();
+    void translationsKeepThePlaceholdersOfTheirSources();
     void leadingBlanksAreKept();
-    void endingsAreKept();
+    void translationsKeepTheEndingsOfTheirSources();
     void separatorsBeforeNumbersAreKept();
     void termsOfTheMethodAreTranslated_data();
     void termsOfTheMethodAreTranslated();
@@ -378,7 +378,7 @@ void tst_TextTable::onlyInternationalTextsHaveNoTranslation()
     }
 }
 
-void tst_TextTable::placeholdersAreKept()
+void tst_TextTable::translationsKeepThePlaceholdersOfTheirSources()
 {
     for (const QmMessage& message : std::as_const(m_table.messages)) {
         if (!message.translation.isEmpty()) {
@@ -400,7 +400,7 @@ void tst_TextTable::leadingBlanksAreKept()
     }
 }
 
-void tst_TextTable::endingsAreKept()
+void tst_TextTable::translationsKeepTheEndingsOfTheirSources()
 {
     QCOMPARE(ending(QStringLiteral("Result of LCF :: ")), QString(" :: "));
     for (const QmMessage& message : std::as_const(m_table.messages)) {
