@@ -13,7 +13,7 @@ double valueOf(const data::VictoreenLine& line, double energyEv)
     return (line.b * L + line.a) * L * L * L + line.c;
 }
 
-/// Linear interpolation through (e0, v0) and (e1, v1); extrapolates outside.
+/// Linear interpolation between (e0, v0) and (e1, v1); extrapolates outside.
 double interpolated(double e0, double v0, double e1, double v1, double E)
 {
     return (v1 - v0) / (e1 - e0) * (E - e0) + v0;

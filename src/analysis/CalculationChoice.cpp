@@ -11,7 +11,8 @@ Choice refuse(MessageId id, int selected, int needed)
     return {std::nullopt, {id, selected, needed}};
 }
 
-// Target and map use the same rule: the number of rows selects the form.
+// The number of rows and the radio buttons select the form, by the same rules for target
+// and map.
 Choice chooseFourPoints(const MethodRadios& radios, int selected)
 {
     if (selected == 3) {

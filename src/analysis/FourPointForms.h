@@ -39,9 +39,8 @@ using ThreeValues = ThreeOf<double>;
 
 /// Fraction of the first reference by the three-point form.
 ///
-/// a = (f(T) - f(R2)) / (f(R1) - f(R2)) with f(X) = (X_V - X_0) / (X_1 - X_0), where f(X)
-/// is the relative height of X at the V row: 0 for the value at row 0 and 1 for the value
-/// at row 1.
+/// a = (f(T) - f(R2)) / (f(R1) - f(R2)) with f(X) = (X_V - X_0) / (X_1 - X_0). f(X) is the
+/// relative height of X at the V row: 0 if X_V equals X_0, and 1 if X_V equals X_1.
 /// @return the fraction; not clamped
 template <class Number = double>
 [[gnu::always_inline]] inline Number

@@ -14,8 +14,8 @@ struct HistogramCounts;
 ///
 /// The final counts are the same as after one call of HistogramCounts::add() per value:
 /// each bin index is calculated by the same operations, and the counts do not depend on
-/// the order of the values. The highest count is searched once, in finish(); this is
-/// correct because counts never decrease.
+/// the order of the values. If the values are counted in tables, the highest count is
+/// determined only in finish(); this is correct because counts never decrease.
 class HistogramCounter
 {
 public:

@@ -19,8 +19,8 @@ namespace analysis
 /// needs only its right side, a forward substitution and a back substitution.
 ///
 /// The results are bit-identical to solving the whole system with SmallMatrix for each
-/// set of values, if all NaN count as equal. A singular basis, for example one with fewer
-/// rows than unknowns, raises no error: a zero pivot is handled as in
+/// set of values, if all NaN count as equal. A singular matrix, for example from a basis with
+/// fewer rows than unknowns, raises no error: a zero pivot is handled as in
 /// SmallMatrix::luDecompose().
 class LinearCombination
 {

@@ -26,8 +26,8 @@ void fillRows(std::span<A2DRow> rows, const Block& a, const Block& thickness)
 }
 
 /// Whether to cache the absorbance of @p maps for the next calculation. Very large maps
-/// are not cached: the cache would need much memory and save little time, because one
-/// calculation needs each logarithm only once.
+/// are not cached, to save memory; each calculation then takes the logarithm of each of
+/// their pixels again.
 bool isWorthCaching(const QList<const A2DData*>& maps)
 {
     constexpr qsizetype maxPixels = qsizetype{1} << 24; // 128 MiB of doubles

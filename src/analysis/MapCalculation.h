@@ -35,7 +35,7 @@ struct MapStack {
 };
 
 /// Calculates a result map by the three-point form from the V row and the first two rows of
-/// MapStack::others. Does nothing if there are fewer than two.
+/// MapStack::others. Does nothing if @c others has fewer than two rows.
 ///
 /// The result gets the size and the comment lines of the V row's map, and one A2DRow
 /// per pixel, row-major: x and y of the pixel in the V row's map (0.0 if this map does
@@ -51,7 +51,7 @@ void mapThreePoints(const MapStack& stack, A2DData& result, HistogramCounts& val
                     HistogramCounts& thickness);
 
 /// Calculates a result map by the exact form from the V row and the first three rows of
-/// MapStack::others. Does nothing if there are fewer than three. The result and the
+/// MapStack::others. Does nothing if @c others has fewer than three rows. The result and the
 /// parameters are as for mapThreePoints().
 void mapExactFourPoints(const MapStack& stack, A2DData& result, HistogramCounts& valence,
                         HistogramCounts& thickness);

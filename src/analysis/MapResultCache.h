@@ -24,7 +24,9 @@ class MapResultCache
 public:
     /// Everything that a calculation reads, except the limits of its histograms.
     struct Inputs {
-        QList<double> numbers;      ///< compared bit by bit; a list follows its length
+        /// Compared bit by bit. If it contains several lists, each list is preceded by its
+        /// length, so that different lists cannot result in the same numbers.
+        QList<double> numbers;
         QList<const A2DData*> maps; ///< never null
     };
 

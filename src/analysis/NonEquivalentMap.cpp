@@ -168,7 +168,8 @@ void fillLists(const BlockValues& values, std::span<double> lists)
     }
 }
 
-/// Shares one list of values between pixels whose absorbances are equal in each of the maps.
+/// Shares one list of values between all pixels of a block if, in each map, they all have
+/// the same absorbance.
 ///
 /// This saves memory for a scan that was stopped early, whose maps contain fewer pixels than
 /// their size states, and for a masked map, in which many pixels have the same value.
@@ -195,7 +196,7 @@ public:
     }
 
     /// Sets the list of values for all rows of a block for which matches() is true. Makes a new
-    /// list if the absorbances differ from the block of the previous call.
+    /// list unless the absorbances are the same as in the previous call.
     void share(const BlockValues& values, const PixelBlock& block)
     {
         bool isNew = m_list.isEmpty();

@@ -3,8 +3,8 @@
 // Most numbers take a fast path: one multiplication or division by an exact power of
 // ten puts the six digits before the decimal point, where they are rounded. The error
 // of this step has a known bound. QString formats all other numbers: those for which
-// the error could change the rounding, magnitudes below 1e-16 or from 1e27 up,
-// infinities and NaN.
+// the error could change the rounding, those that round up to seven digits, magnitudes
+// below 1e-16 or from 1e27 up, infinities and NaN. Zero is always written as "0".
 #pragma once
 
 #include <QByteArray>
@@ -35,8 +35,8 @@ std::size_t generalText(double value, std::span<char, generalTextCapacity> out);
 /// text.
 void appendGeneral(QByteArray& text, double value, int width);
 
-/// @p value with three decimals, in the format "% 6.3f". A positive number gets a
-/// leading blank in place of the minus sign: " 0.250", "-0.250".
+/// @p value with three decimals, in the format "% 6.3f". A number without a minus sign gets
+/// a leading blank in its place: " 0.250", "-0.250".
 QString signedText(double value);
 
 /// The signedText() of each value, separated by " : "; empty without values.

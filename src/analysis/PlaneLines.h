@@ -1,5 +1,5 @@
-// Lines for the plot of one reference against another: the absorbance of the second
-// reference against the absorbance of the first reference.
+// Lines for the plot of the second reference's absorbance against the first reference's
+// absorbance.
 #pragma once
 
 namespace analysis

@@ -61,9 +61,9 @@ public:
     /// reference, valid or not; NaN with fewer than two used references.
     double edgeJumpRatio() const;
 
-    /// Returns the function that converts a fraction of the first used reference to a valence,
-    /// from the valences of the first two used references, valid or not. With fewer than two
-    /// references that are used and valid, the function always returns 0.0.
+    /// Returns a function that converts a fraction of the first used reference to a valence.
+    /// The function uses the valences of the first two used references, valid or not. With
+    /// fewer than two references that are used and valid, it always returns 0.0.
     ValenceMix valenceMix() const;
 
     /// Lowest and highest valence of the used references, valid or not.

@@ -26,7 +26,7 @@ QString columnName(int i);
 /// The table has one line per pixel, row-major, and a blank line after each image line.
 /// Simple layout: x, y, fraction, valence and thickness. Extended layout: x, y and the
 /// wanted values; a line of column names precedes the table. The line of column names
-/// begins with "y x" although x is written first; the format is kept on purpose.
+/// begins with "# y x" although x is written first; the format is kept on purpose.
 ///
 /// A pixel or a value that the map does not contain is written as 0. If the height is 0
 /// or less, the table has no lines; if only the width is 0 or less, it has only the blank

@@ -74,10 +74,10 @@ public:
     /// LU decomposition of @p a with partial pivoting: row perm[i] of @p a is row i of the
     /// product of both factors.
     ///
-    /// The pivot of a column is the largest absolute value in the remaining rows. Of
-    /// equal values, the first is chosen, and NaN is never chosen over a number. If the
-    /// pivot is 0, the divisor of the elimination is 1.0 instead, but the element of @p u
-    /// stays 0. A singular matrix therefore raises no error, and backSolve() returns
+    /// The pivot of a column is the element with the largest absolute value in the remaining
+    /// rows. Of equal values, the first is chosen, and NaN is never chosen over a number. If
+    /// the pivot is 0, the divisor of the elimination is 1.0 instead, but the diagonal element
+    /// of @p u stays 0. A singular matrix therefore raises no error, and backSolve() returns
     /// infinities or NaN.
     ///
     /// @param a          the matrix; left unchanged

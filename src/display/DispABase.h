@@ -26,8 +26,8 @@ public:
     bool yTitleInArea = false; ///< whether the y title is drawn in the plot
 
 public Q_SLOTS:
-    /// Shows the mouse position (data values) in the strip. If a number is too long for
-    /// its field, the field shows the first digits.
+    /// Shows the mouse position (data values) in the strip. A number that is too long for
+    /// its field is shown in a smaller font or shortened, see display::FittedEdit.
     void receiveNowPos(double rx, double ry);
 
     /// Emits draw() for the client, then draws the axis titles unless the client

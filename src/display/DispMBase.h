@@ -36,8 +36,8 @@ public Q_SLOTS:
     void clearScale();
 
     /// Sets the upper limit of the colour bar to the number in its edit; unparsable
-    /// text counts as 0. The bar swaps reversed limits. Afterwards both edits show the
-    /// limits of the bar.
+    /// text counts as 0. The bar swaps reversed limits. If a limit of the bar has changed,
+    /// both edits are set to the limits of the bar.
     ///
     /// Does nothing if neither the text nor the limit of the bar has changed since the
     /// frame wrote the text: the text is rounded, and reading it would replace the limit

@@ -23,7 +23,8 @@ public:
         QColor color;
     };
 
-    /// True if no histogram is selected for display, or if nothing has been counted yet.
+    /// True if no histogram is selected for display, or if the main histogram has no bins,
+    /// as before the first map calculation.
     bool isEmpty() const override;
 
     /// Returns the range: on x from @c from to @c to; on y from -0.1 times to 1.1 times the

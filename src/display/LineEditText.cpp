@@ -14,7 +14,8 @@ QString shortenedItems(const QString& text, const QFontMetricsF& metrics, double
 {
     const qsizetype last = text.contains(u'/') ? 0 : text.size();
     QString front;
-    // Starts at the beginning, so that the rest of a very long text is never measured.
+    // Starts at the beginning: from the end of a very long text, many long candidates would
+    // be measured before one fits.
     for (qsizetype end = 1; end <= last; ++end) {
         if (text.at(end - 1) != u' ' && text.at(end - 1) != u',') {
             continue;
@@ -67,8 +68,8 @@ QString shortened(const QString& text, const QFontMetricsF& metrics, double widt
     const qsizetype e = text.indexOf(u'e', 0, Qt::CaseInsensitive);
     const QString mantissa = text.left(e); // the whole text if there is no exponent
     const QString tail = QChar(0x2026) + (e < 0 ? QString() : text.mid(e));
-    // The loop starts at the beginning, so that most digits of a very long number are never
-    // measured: a number in a file can have thousands of them.
+    // The loop starts at the beginning, because a number in a file can have thousands of
+    // digits: from the end, many long candidates would be measured before one fits.
     qsizetype kept = 0;
     while (kept + 1 < mantissa.size() && fits(mantissa.left(kept + 1) + tail)) {
         ++kept;

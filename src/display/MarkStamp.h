@@ -19,7 +19,7 @@ namespace display
 ///
 /// The fast paths copy this pattern instead of drawing circles. This is possible
 /// because Qt draws a circle with integer coordinates as the same pattern at each
-/// position. For other painters, of() returns no stamp.
+/// position. For a painter whose pattern depends on the position, of() returns no stamp.
 class MarkStamp
 {
 public:

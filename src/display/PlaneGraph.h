@@ -11,8 +11,7 @@ namespace display
 
 /// The graph of two references against each other. It has one point for each energy of
 /// the measurement: x is the mut (absorbance) of the first used reference, y the mut of
-/// the second used reference. The lines of analysis::PlaneLines, which the four-points
-/// methods use, are drawn as well.
+/// the second used reference. The three lines of analysis::PlaneLines are drawn as well.
 class PlaneGraph : public Graph
 {
 public:

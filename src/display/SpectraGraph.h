@@ -29,7 +29,7 @@ public:
     /// One energy of the measurement.
     struct EnergyMark {
         double energy; ///< eV
-        bool inFit;    ///< whether it is an end of the energy range of the linear combination fit
+        bool inFit;    ///< whether it is marked for the range of the linear combination fit
         bool used;     ///< whether the calculations use it
     };
 

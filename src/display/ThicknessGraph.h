@@ -10,7 +10,8 @@ namespace display
 {
 
 /// The graph of thickness against valence. It has one point for each pixel of the result
-/// map: x is the valence, y the thickness (the total dMut).
+/// map: x is the valence; y is the thickness, or the total dMut in a result of the
+/// non-equivalent method.
 class ThicknessGraph : public Graph
 {
 public:

@@ -24,10 +24,11 @@ public:
     /// unchanged.
     void setCBarType(int type);
 
-    /// Returns the colour of value @p v. Values outside the limits get the first or
-    /// the last colour. A value that is not finite gets the first colour. If the limits
-    /// are equal, all values get the first colour. If the bar is inverted, first and
-    /// last colour are exchanged. The reference is valid until the next table is built.
+    /// Returns the colour of value @p v. The table index is linear in @p v: @c imin for
+    /// @c zmin and @c imax for @c zmax. An index outside the table is replaced by the first or
+    /// the last index. If @p v is not finite, or if the value limits are equal, the first index
+    /// is used. If @c invert is set, the indices count from the end of the table. The
+    /// reference is valid until the next table is built.
     const QColor& color(double v) const;
 
     /// Swaps the value limits if they are reversed, and emits newScale().
@@ -70,7 +71,8 @@ public Q_SLOTS:
     void setInvertCBar(bool f);
 
 Q_SIGNALS:
-    /// The mapping from values to colours has changed.
+    /// Emitted after the value limits or @c autoScale were set, or a line was dragged: the
+    /// mapping from values to colours can have changed.
     void newScale();
 
 protected:
