@@ -42,7 +42,8 @@ struct NeqHistograms {
 /// contain a pixel, the pixel's mut counts as -1.0. Each map is read with its own
 /// width.
 ///
-/// @param[out] result  the result map; earlier contents are replaced
+/// @param[out] result  the result map, with A2DData::extended set; earlier contents are
+///                     replaced
 void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistograms& histograms);
 
 /// The inputs for MapResultCache: everything in @p stack that affects the result.

@@ -195,8 +195,8 @@ void writeExtendedTable(BlockWriter& writer, const A2DData& map,
     writePixelLines(writer, map, line);
 }
 
-/// Writes title line, comment lines and a blank line. One encoder converts all lines, so
-/// that broken surrogate pairs are written with the same bytes as by QTextStream.
+/// Writes the title line, the comment lines and a blank line. One encoder converts all
+/// lines, so that unpaired surrogates are written with the same bytes as by QTextStream.
 void writeHeader(BlockWriter& writer, const QStringList& headerLines)
 {
     QStringEncoder encoder(QStringEncoder::Utf8);

@@ -6,8 +6,8 @@
 namespace analysis
 {
 
-/// LU decomposition by Gaussian elimination with partial pivoting, and helper functions for
-/// matrices and vectors.
+/// LU decomposition by Gaussian elimination with partial pivoting, an elimination with
+/// diagonal pivoting, and helper functions for matrices and vectors.
 ///
 /// A matrix is an array of n pointers to rows of n doubles, with element i, j at m[i][j]. A
 /// vector is an array of n doubles. The caller owns the result of a new...() function and
@@ -77,8 +77,8 @@ public:
     /// The pivot of a column is the largest absolute value in the remaining rows. Of
     /// equal values, the first is chosen, and NaN is never chosen over a number. If the
     /// pivot is 0, the divisor of the elimination is 1.0 instead, but the element of @p u
-    /// stays 0. A singular matrix therefore raises no error, and backSolve() returns
-    /// infinities or NaN.
+    /// stays 0. A singular matrix therefore raises no error; backSolve() divides by this 0,
+    /// so its result contains infinities or NaN.
     ///
     /// @param a          the matrix; left unchanged
     /// @param[out] l     unit lower triangular factor, with row i at l[perm[i]]
