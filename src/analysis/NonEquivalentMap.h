@@ -28,8 +28,8 @@ struct NeqStack {
 struct NeqHistograms {
     HistogramCounts* valence = nullptr;
     HistogramCounts* totalDMut = nullptr;
-    QList<HistogramCounts*> share; ///< at least one per reference, in their order
-    QList<HistogramCounts*> dMut;  ///< at least one per reference, in their order
+    QList<HistogramCounts*> share; ///< element i is for reference i of the fit; can be longer
+    QList<HistogramCounts*> dMut;  ///< element i is for reference i of the fit; can be longer
 };
 
 /// Calculates a result map by the non-equivalent method. NeqFit describes the model.
