@@ -11,9 +11,10 @@ namespace analysis
 
 /// Skips a map calculation whose inputs are unchanged.
 ///
-/// While the user drags the edge marker, everything is recalculated once per reference,
-/// and again when the marker is released. Skipping is safe because a calculation depends
-/// only on its inputs, and because the cache also detects changes of the result and the
+/// Each movement of the edge marker runs the map calculation once per reference with a
+/// valid spectrum, and the release of the marker runs it again. Many of these runs have the
+/// same inputs as the run before. Skipping them is safe because a calculation depends only
+/// on its inputs, and because the cache also detects changes of the result and the
 /// histograms.
 ///
 /// Maps and result are kept as implicitly shared lists. Code that modifies such a list
@@ -22,7 +23,8 @@ namespace analysis
 class MapResultCache
 {
 public:
-    /// Everything that a calculation reads, except the limits of its histograms.
+    /// Everything that affects a calculation, except the limits and the numbers of bins of its
+    /// histograms.
     struct Inputs {
         /// Compared bit by bit. If it contains several lists, each list is preceded by its
         /// length, so that different lists cannot result in the same numbers.
@@ -30,11 +32,11 @@ public:
         QList<const A2DData*> maps; ///< never null
     };
 
-    /// Runs the calculation, unless the inputs and the limits of the histograms are the
-    /// same as in the latest run and @p result and the histograms have not changed since.
-    /// In that case it leaves the result and the histograms unchanged.
+    /// Runs the calculation on the first call, if the inputs or the settings of the histograms
+    /// (limits and numbers of bins) differ from the latest run, or if @p result or a histogram
+    /// has changed since. Otherwise leaves the result and the histograms unchanged.
     ///
-    /// @param start      called as start(); sets the current limits of the histograms and
+    /// @param start      called as start(); applies the current settings of the histograms and
     ///                   zeroes their counts
     /// @param calculate  called as calculate(); fills @p result and @p histograms
     template <class Start, class Calculate>
@@ -48,7 +50,7 @@ public:
             restore(histograms, before);
             return;
         }
-        // Releases the shared lists: otherwise the calculation's first write would copy them.
+        // Releases the shared lists, so that the calculation can reuse the result's memory.
         *this = MapResultCache();
         calculate();
         keep(inputs, result, countsOf(histograms), started);

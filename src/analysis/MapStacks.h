@@ -10,13 +10,13 @@ namespace analysis
 struct CalculationState;
 struct CollectedRows;
 
-/// The input of the four-points family for @p rows, which must have a V row. A row without
-/// a loaded map contributes an empty map. The caller sets MapStack::memory if caches are to
-/// be kept for the next run.
+/// The input of the four-points family for @p rows, which must have a V row. A row whose map
+/// is not loaded contributes what its map contains: no pixels, or what remains after a failed
+/// load. The caller can set MapStack::memory to keep caches for the next run.
 MapStack mapStack(const CalculationState& state, const CollectedRows& rows);
 
 /// The input of the non-equivalent method for all used rows, with or without a loaded map.
-/// The caller sets NeqStack::memory if caches are to be kept for the next run.
+/// The caller can set NeqStack::memory to keep caches for the next run.
 ///
 /// @param state      must have at least one energy-point row
 /// @param victoreen  selects the Victoreen background instead of the linear one

@@ -18,9 +18,9 @@ namespace analysis
 struct PointState;
 class ReferenceSet;
 
-/// The input of the fit that does not depend on the target, built once per calculation.
+/// The part of the fit's input that does not depend on the target; built once per calculation.
 struct NeqInputs {
-    QList<QList<double>> refValues; ///< [reference][row]: mut minus the background line
+    QList<QList<double>> refValues; ///< [reference][row]: mut minus pre-edge or post-edge line
     QList<double> energies;         ///< energy of each used row, eV
     QList<double> weights;          ///< per reference: edge jump divided by jumpSum
     QList<double> valences;         ///< valence of each reference
@@ -32,7 +32,8 @@ struct NeqInputs {
 /// Builds the input of the fit for all used energy-point rows, with or without a map.
 ///
 /// If the edge jumps add up to 0, the weights are infinite or NaN. For an energy outside
-/// the range of a spectrum, the first or last segment of the spectrum is extrapolated.
+/// the range of a spectrum, the first or last segment of the spectrum is extrapolated. The
+/// values of a spectrum with fewer than two points are 0.0.
 ///
 /// @param points      the energy-point rows
 /// @param references  the reference rows
@@ -43,7 +44,8 @@ struct NeqInputs {
 NeqInputs neqPrepare(const QList<PointState>& points, const ReferenceSet& references,
                      const QList<const AMutE*>& spectra, bool subPost);
 
-/// The mut of a target spectrum minus a background line, at each of @p energies (eV).
+/// The mut of a target spectrum minus its pre-edge or post-edge line, at each of @p energies
+/// (eV).
 ///
 /// @param subPost  subtract the post-edge line instead of the pre-edge line
 /// @return one value per energy, linearly interpolated between points; 0.0 for a spectrum
@@ -54,8 +56,10 @@ QList<double> neqTargetValues(const AMutE& target, const QList<double>& energies
 ///
 /// The model is T(E) = sum_j x_j R_j(E) + Mut0 + C1 L^3 + C2 L^4 with L = hc / E
 /// (Victoreen's formula plus a constant), or T(E) = sum_j x_j R_j(E) + Mut0 + C1 E
-/// (linear); E in eV, L in angstrom. The share of reference j is its coefficient x_j times
-/// its weight, divided by the sum of these products over all references.
+/// (linear); E in eV, L in angstrom. T is the value of the target: the result of
+/// neqTargetValues() for a spectrum, the absorbance for a pixel. R_j is the value of reference
+/// j, from NeqInputs::refValues. The share of reference j is its coefficient x_j times its
+/// weight, divided by the sum of these products over all references.
 ///
 /// The part that does not depend on the target is calculated once, in the constructor; see
 /// LinearCombination. With the Victoreen background, an energy of 0 makes L infinite and
@@ -89,8 +93,8 @@ public:
     /// the forward substitution. The first argument is the Size of this fit.
     ///
     /// @tparam Number   double for one target, Lanes for four targets side by side
-    /// @param targetAt  called as targetAt(row) for each row below rows(), in order; the
-    ///                  target's mut minus its background line
+    /// @param targetAt  called as targetAt(row) for each row below rows(), in order; returns
+    ///                  the value T of the model
     /// @param[out] x    the intermediate result for finish()
     template <std::size_t References, std::size_t Terms, class Number, class TargetAt>
     [[gnu::always_inline]] inline void begin(Size<References, Terms> /*of this fit*/,
@@ -165,8 +169,8 @@ private:
 
 /// Fits a single target; see NeqFit for the model and the other parameters.
 ///
-/// @param T         the target's mut minus its background line, one value per row. If
-///                  there are fewer values than energies, only the first rows are used.
+/// @param T         the value T of the model for each row. If there are fewer values than
+///                  energies, only the first rows are used.
 /// @param[out] sum  the sum of coefficient times weight over the references
 /// @param[out] out  neq::count values as from NeqFit::finish()
 void neqSolve(bool victoreen, const QList<double>& T, const QList<QList<double>>& refValues,

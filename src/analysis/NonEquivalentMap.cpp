@@ -18,7 +18,7 @@ namespace
 
 using BlockValues = std::array<Block, neq::count>;
 
-/// Calculates the values of a block of pixels from their absorbances at each row.
+/// Calculates the values of a block of pixels from their absorbances in each map.
 class BlockSolver
 {
 public:
@@ -168,8 +168,9 @@ void fillLists(const BlockValues& values, std::span<double> lists)
     }
 }
 
-/// Shares one list of values between all pixels of a block if, in each map, they all have
-/// the same absorbance.
+/// Shares one list of values between all pixels of a uniform block: in each map, these
+/// pixels have the same absorbance. Consecutive uniform blocks with equal absorbances also
+/// share one list.
 ///
 /// This saves memory for a scan that was stopped early, whose maps contain fewer pixels than
 /// their size states, and for a masked map, in which many pixels have the same value.
@@ -181,8 +182,8 @@ public:
     {
     }
 
-    /// Whether all pixels of @p block have the same absorbances, compared bit by bit. If the
-    /// pixels differ, the first two usually differ already, so the check ends early.
+    /// Whether @p block is uniform; the absorbances are compared bit by bit. If the pixels
+    /// differ, the first two usually differ already, so the check ends early.
     bool matches(const PixelBlock& block) const
     {
         const std::size_t others = (block.rows.size() - 1) * sizeof(double);
@@ -196,7 +197,7 @@ public:
     }
 
     /// Sets the list of values for all rows of a block for which matches() is true. Makes a new
-    /// list unless the absorbances are the same as in the previous call.
+    /// list if the absorbances differ from those in the previous call.
     void share(const BlockValues& values, const PixelBlock& block)
     {
         bool isNew = m_list.isEmpty();

@@ -28,8 +28,8 @@ struct NeqStack {
 struct NeqHistograms {
     HistogramCounts* valence = nullptr;
     HistogramCounts* totalDMut = nullptr;
-    QList<HistogramCounts*> share; ///< at least one per reference, in their order
-    QList<HistogramCounts*> dMut;  ///< at least one per reference, in their order
+    QList<HistogramCounts*> share; ///< element i is for reference i of the fit; can be longer
+    QList<HistogramCounts*> dMut;  ///< element i is for reference i of the fit; can be longer
 };
 
 /// Calculates a result map by the non-equivalent method. NeqFit describes the model.
@@ -42,7 +42,8 @@ struct NeqHistograms {
 /// contain a pixel, the pixel's mut counts as -1.0. Each map is read with its own
 /// width.
 ///
-/// @param[out] result  the result map; earlier contents are replaced
+/// @param[out] result  the result map, with A2DData::extended set; earlier contents are
+///                     replaced
 void mapNonEquivalent(const NeqStack& stack, A2DData& result, const NeqHistograms& histograms);
 
 /// The inputs for MapResultCache: everything in @p stack that affects the result.

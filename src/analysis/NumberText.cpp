@@ -78,8 +78,8 @@ std::size_t writeWithoutExponent(const Digits& digits, char* out)
     return digits.count + 1;
 }
 
-/// Range [minScalable, maxScalable) that writeMagnitude() can scale by one exact power of
-/// ten.
+/// writeMagnitude() can scale the magnitudes in [minScalable, maxScalable) by one exact power
+/// of ten.
 constexpr double minScalable = 1e-16;
 constexpr double maxScalable = 1e27;
 

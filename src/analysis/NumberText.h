@@ -1,6 +1,6 @@
-// Formats numbers with the same bytes as QString, but faster.
+// Formats numbers as text. generalText() writes the same bytes as QString, but faster.
 //
-// Most numbers take a fast path: one multiplication or division by an exact power of
+// Most numbers take its fast path: one multiplication or division by an exact power of
 // ten puts the six digits before the decimal point, where they are rounded. The error
 // of this step has a known bound. QString formats all other numbers: those for which
 // the error could change the rounding, those that round up to seven digits, magnitudes
@@ -18,7 +18,7 @@ namespace analysis
 {
 
 /// Size of the buffer for generalText(). The text has at most generalTextLength
-/// characters; the bytes after it can be overwritten.
+/// characters; generalText() can also overwrite the bytes after it.
 inline constexpr std::size_t generalTextCapacity = 32;
 
 /// Length of the longest text of a number, for example "-1.23457e-100".
@@ -30,13 +30,13 @@ inline constexpr std::size_t generalTextLength = 13;
 /// @return the length of the text, which has no terminating null character
 std::size_t generalText(double value, std::span<char, generalTextCapacity> out);
 
-/// Appends generalText() of @p value, right-aligned in a field of @p width characters. A
-/// longer text is not cut. QString::arg(value, width, 'g', -1, ' ') returns the same
-/// text.
+/// Appends generalText() of @p value, right-aligned in a field of @p width characters (0 or
+/// more). A longer text is not cut. QString::arg(value, width, 'g', -1, ' ') returns the
+/// same text.
 void appendGeneral(QByteArray& text, double value, int width);
 
-/// @p value with three decimals, in the format "% 6.3f". A number without a minus sign gets
-/// a leading blank in its place: " 0.250", "-0.250".
+/// @p value with three decimals, in the format "% 6.3f". A number without a minus sign
+/// gets a leading blank instead: " 0.250", "-0.250".
 QString signedText(double value);
 
 /// The signedText() of each value, separated by " : "; empty without values.

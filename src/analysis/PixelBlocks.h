@@ -30,8 +30,8 @@ inline qsizetype pixelCount(const A2DData& base)
 /// @return the rows of @p result, row-major
 std::span<A2DRow> startResult(A2DData& result, const A2DData& base);
 
-/// Copies x and y from the rows of @p base that begin at index @p first to @p rows; sets both
-/// to 0.0 where @p base has no row.
+/// Copies x and y to @p rows from the rows of @p base, starting at index @p first of @p base.
+/// Sets x and y to 0.0 where @p base has no row.
 void copyCoordinates(const A2DData& base, qint64 first, std::span<A2DRow> rows);
 
 /// Reads the absorbances of a stack of maps in blocks of pixels of a base map.
@@ -42,8 +42,8 @@ class StackBlocks
 {
 public:
     /// @param maps   must not contain null pointers; must outlive this object
-    /// @param cache  absorbances of some or all of @p maps; the absorbances of other
-    ///               maps are calculated on request. Must outlive this object.
+    /// @param cache  absorbances of some or all of @p maps; read() calculates those of
+    ///               the other maps. Must outlive this object.
     /// @param base   its width is the number of pixels per image line
     StackBlocks(const QList<const A2DData*>& maps, const data::AbsorbanceCache& cache,
                 const A2DData& base);
@@ -51,8 +51,8 @@ public:
     /// Reads @p count pixels, at most blockPixels, from index @p first (row-major).
     void read(qint64 first, int count);
 
-    /// For each map, the block that the latest read() filled. Elements after the number
-    /// of pixels read are undefined.
+    /// For each map, the absorbances from the latest read(). Elements after the pixels that
+    /// were read are undefined. The span itself remains valid; read() replaces its elements.
     std::span<const BlockView> values() const { return m_values; }
 
 private:

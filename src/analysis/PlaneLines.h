@@ -20,9 +20,10 @@ struct PlaneLines {
 
 /// Calculates the lines from the used rows; the regression line by the normal equations.
 ///
-/// Values that the rows do not determine are infinite or NaN: k1 without two references;
-/// k2 without a V row or with R1_V = 0; a and b with fewer than two rows besides the V row,
-/// or if all of these rows have the same x.
+/// Values that the rows do not determine are infinite or NaN: k1 without two references or
+/// with r = 0; k2 without a V row or with R1_V = 0; a and b with fewer than two rows besides
+/// the V row. If all of these rows have the same x, a and b are also undetermined, but
+/// rounding errors can make them finite.
 PlaneLines planeLines(const CollectedRows& rows);
 
 } // namespace analysis

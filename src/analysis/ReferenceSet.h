@@ -53,15 +53,15 @@ public:
     ///
     /// On purpose, the row index is used as the number of a reference. Row index and
     /// number are equal only if the used rows are 0, 1, 2, ...; if a row before a used
-    /// row is not used, a row is always reported. Example: rows 0 and 2 are used. There
-    /// is no used reference number 2, so the result is 2.
+    /// row is not used, a row is always reported. Example: rows 0 and 2 are used and
+    /// valid. There is no used reference number 2, so the result is 2.
     int rowWithoutValidCounterpart() const;
 
     /// Edge jump of the first used reference divided by the edge jump of the second used
     /// reference, valid or not; NaN with fewer than two used references.
     double edgeJumpRatio() const;
 
-    /// Returns a function that converts a fraction of the first used reference to a valence.
+    /// Returns the function that converts a fraction of the first used reference to a valence.
     /// The function uses the valences of the first two used references, valid or not. With
     /// fewer than two references that are used and valid, it always returns 0.0.
     ValenceMix valenceMix() const;
@@ -98,8 +98,8 @@ private:
 ///         not changed, and for a number that is not a column
 std::optional<Limits> mapLimits(int kind, const ReferenceSet& references);
 
-/// Limits of the valence for the colour scale of maps and for the automatic histogram limits:
-/// ReferenceSet::valenceRange(), extended by 0.5 at both ends.
+/// Limits of the valence for the colour scale of result maps and for the automatic histogram
+/// limits: ReferenceSet::valenceRange(), extended by 0.5 at both ends.
 Limits valenceLimits(const ReferenceSet& references);
 
 /// Automatic limits of the thickness histogram: -0.5 to ReferenceSet::totalJump() + 0.5.

@@ -31,8 +31,8 @@ public:
     {
     }
 
-    /// Returns a buffer for at least @p size bytes (at most blockSize). The caller writes to
-    /// it and passes the end of the text to advance().
+    /// Returns a buffer for @p size bytes; @p size must be at most blockSize. The caller writes
+    /// to it and passes the end of the text to advance().
     char* reserve(std::size_t size)
     {
         if (blockSize - m_used < size) {
@@ -60,8 +60,9 @@ public:
 
     bool failed() const { return m_failed; }
 
-    /// Writes the remaining text, and flushes a file to the operating system.
-    /// @return whether every write succeeded
+    /// Writes the remaining text. If the device is a file, also flushes its buffer to the
+    /// operating system.
+    /// @return whether all writes and the flush succeeded
     bool finish()
     {
         flush();
@@ -92,8 +93,8 @@ private:
 /// Minimum width of a number, in characters.
 constexpr std::size_t numberWidth = 10;
 
-/// Buffer size needed per number: the bytes that putNumber() can write, and the blank before
-/// the number.
+/// Buffer size reserved per number, enough for the bytes that putNumber() can write and the
+/// blank before the number.
 constexpr std::size_t numberCapacity = 32;
 
 /// Writes a number, right-aligned in its field, and returns the end of the text.
@@ -196,7 +197,7 @@ void writeExtendedTable(BlockWriter& writer, const A2DData& map,
 }
 
 /// Writes the title line, the comment lines and a blank line. One encoder converts all
-/// lines, so that broken surrogate pairs are written with the same bytes as by QTextStream.
+/// lines, so that unpaired surrogates are written with the same bytes as by QTextStream.
 void writeHeader(BlockWriter& writer, const QStringList& headerLines)
 {
     QStringEncoder encoder(QStringEncoder::Utf8);

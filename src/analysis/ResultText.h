@@ -28,7 +28,9 @@ QString columnName(int i);
 /// wanted values; a line of column names precedes the table. The line of column names
 /// begins with "# y x" although x is written first; the format is kept on purpose.
 ///
-/// A pixel or a value that the map does not contain is written as 0. If the height is 0
+/// The numbers of a pixel that the map does not contain are written as 0, except the valence
+/// in the simple layout, which is the valence for the fraction 0. In the extended layout, a
+/// value that is missing from a pixel's list is also written as 0. If the height is 0
 /// or less, the table has no lines; if only the width is 0 or less, it has only the blank
 /// lines.
 ///

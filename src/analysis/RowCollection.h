@@ -46,8 +46,8 @@ struct PointNumbers {
 
 /// The input of the four-points family.
 struct CollectedRows {
-    QList<PointNumbers> others; ///< the used rows not marked as V point, in row order
-    PointNumbers v;             ///< the last used row marked as V point
+    QList<PointNumbers> others; ///< used rows not marked as V point, in row order
+    PointNumbers v;             ///< the last used row marked as V point, if any
     double r = 0.0;             ///< edge jump ratio of the first to the second used reference
 
     /// Number of collected rows: @c others and the V row, if there is one.

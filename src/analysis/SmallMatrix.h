@@ -6,8 +6,8 @@
 namespace analysis
 {
 
-/// LU decomposition by Gaussian elimination with partial pivoting, and helper functions for
-/// matrices and vectors.
+/// LU decomposition by Gaussian elimination with partial pivoting, an elimination with
+/// diagonal pivoting, and helper functions for matrices and vectors.
 ///
 /// A matrix is an array of n pointers to rows of n doubles, with element i, j at m[i][j]. A
 /// vector is an array of n doubles. The caller owns the result of a new...() function and

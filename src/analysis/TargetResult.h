@@ -26,7 +26,7 @@ struct TargetResult {
     double valence = 0.0; ///< valence of the mixture
     double thickness =
         0.0; ///< relative thickness, total dMut (non-equivalent), or 0 (three points)
-    QList<ReferencePart> parts; ///< one per reference in the fit; non-equivalent method only
+    QList<ReferencePart> parts; ///< one per reference of the fit; non-equivalent method only
 
     /// Whether the result is also written to the message box; false only for the exact form.
     bool isAnnounced() const { return variant != Variant::ExactFourPoints; }

@@ -7,7 +7,7 @@ namespace analysis
 /// The amount of input of a calculation.
 struct Work {
     double pixels = 0.0; ///< number of pixels of the largest map in use
-    int rows = 0;        ///< number of energy-point rows in use; a pixel has one value per row
+    int rows = 0;        ///< number of used energy rows with a map; a pixel has one value per row
     double points = 0.0; ///< number of points of all spectra together
 };
 
