@@ -87,8 +87,8 @@ public:
     bool read9809(QIODevice& device);
 
     /// Reads a file of two plain columns, energy (eV) and mut. Skips lines that start with
-    /// "#" and lines of fewer than two words. The return value and
-    /// the handling of errors are as for read9809().
+    /// "#" and lines of fewer than two words. The return value and the handling of errors
+    /// are as for read9809().
     bool readPlain(const QString& path);
 
     /// readPlain() for a device in text mode.

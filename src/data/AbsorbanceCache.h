@@ -13,7 +13,7 @@ namespace data
 {
 
 /// Caches the absorbance of each pixel, so that a calculation with unchanged maps need not
-/// calculate their logarithms again.
+/// take the logarithms of their pixels again.
 ///
 /// The cached values equal the results of pixelMut() as long as the rows of the map are
 /// unchanged. The cache detects a change because it keeps an implicitly shared copy of

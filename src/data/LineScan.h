@@ -10,9 +10,9 @@ namespace data
 /// comment text for its reader.
 ///
 /// For UTF-8 text, this is an upper estimate: the function examines only line feeds and
-/// the first non-blank byte of each line, and the line counts as a comment if this byte
-/// must be decoded (see ByteKind). If the result is true, only the reader itself can decide
-/// whether the file is refused.
+/// the first non-blank byte of each line. The line counts as a comment if this byte is "#"
+/// or must be decoded (see ByteKind). If the result is true, only the reader itself can
+/// decide whether the file is refused.
 ///
 /// Reads @p device from its position to its end.
 bool mayBeRefused(QIODevice& device);

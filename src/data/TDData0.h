@@ -96,8 +96,8 @@ public:
     /// if @p n is below 0.
     ///
     /// The extremes of @p dest are extended by each mean. All other pixels of @p dest are
-    /// left unchanged. The mean uses a running sum: once a mean includes a NaN or an
-    /// infinity, this mean and all later means of the line are NaN or infinite.
+    /// left unchanged. The mean uses a running sum: once a valid NaN or infinity has
+    /// entered the sum, all further means of the line are NaN or infinite.
     ///
     /// @param dest  must not be this map
     void smoothAlongX(TDData0* dest, int n) const;
