@@ -51,8 +51,8 @@ bool isSizeTooLarge(qint64 width, qint64 height, qint64 stored)
         return true;
     }
     const qint64 pixels = columns * lines;
-    // The number of stored pixels is clamped, because it comes from a file: its product
-    // with maxPixelsPerStored can overflow, too.
+    // The number of stored pixels is clamped, because it depends on the file: its product
+    // with maxPixelsPerStored could overflow, too.
     return pixels > maxUncheckedPixels &&
            pixels > std::clamp(stored, qint64{0}, maxMapPixels) * maxPixelsPerStored;
 }

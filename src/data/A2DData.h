@@ -1,4 +1,4 @@
-// A two-dimensional map: a list of pixels, and a width and height.
+// A two-dimensional map, the limits of its size, and the absorbance of its pixels.
 #pragma once
 
 #include <QList>
@@ -22,11 +22,11 @@ struct A2DRow {
 // Lets a growing QList move its pixels as one block of memory instead of one by one.
 Q_DECLARE_TYPEINFO(A2DRow, Q_RELOCATABLE_TYPE);
 
-/// A map in memory: its pixels in file order (x varies fastest), the comment
-/// lines of its file and its size. An element of @c rows is one pixel.
+/// A map in memory: its pixels in the order of the file, the comment lines of the file
+/// and the size of the map. An element of @c rows is one pixel.
 ///
-/// Row-major, `index = y * xNum + x`. A pixel is looked up by this index, never
-/// by the coordinates stored in it. The number of pixels in @c rows can differ
+/// The order is taken to be row-major, `index = y * xNum + x`: a pixel is looked up by this
+/// index, not by the coordinates stored in it. The number of pixels in @c rows can differ
 /// from xNum * yNum.
 class A2DData
 {
@@ -67,8 +67,8 @@ inline constexpr qint64 maxUncheckedPixels = qint64{1} << 20;
 /// of pixels for each pixel that its file stores.
 inline constexpr qint64 maxPixelsPerStored = 64;
 
-/// Whether a map of @p width by @p height pixels is too large for a calculation, which
-/// loops over all pixels.
+/// Whether a map of @p width by @p height pixels must be refused: a calculation would loop
+/// over all these pixels, even over pixels that the file does not store.
 ///
 /// True for more than maxMapPixels pixels. Also true for more than maxUncheckedPixels
 /// pixels if there are more than maxPixelsPerStored pixels per stored pixel. A width or
@@ -82,7 +82,7 @@ bool isSizeTooLarge(qint64 width, qint64 height, qint64 stored);
 /// otherwise ln(i0 / intensity).
 ///
 /// The result is NaN if @c intensity is NaN, if @c i0 is NaN and @c intensity is not 0.0,
-/// or if the ratio is negative.
+/// if @c i0 and @c intensity are both infinite, or if i0 / intensity is negative.
 inline double absorbance(const A2DRow& pixel)
 {
     if (pixel.i0 == 0.0) {
@@ -99,7 +99,7 @@ inline constexpr double absorbanceOutside = -1.0;
 
 /// Absorbance of the pixel at column @p x of image line @p y; absorbanceOutside if its
 /// index is outside @c rows. Only the index is checked, so a column outside the map
-/// reads a pixel of another image line.
+/// can read a pixel of another image line.
 inline double pixelMut(const A2DData& map, int x, int y)
 {
     const qint64 i = qint64{y} * map.xNum + x;

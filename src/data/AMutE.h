@@ -1,4 +1,4 @@
-// An XAFS spectrum: points, extremes, pre-edge line and post-edge line.
+// An XAFS spectrum, its background lines, and functions to read and evaluate it.
 #pragma once
 
 #include <QList>
@@ -12,7 +12,7 @@ class QIODevice;
 /// A point of a spectrum.
 struct MutPoint {
     double angle = 0.0;  ///< monochromator angle, degrees; NaN if the energy has no angle
-    double energy = 0.0; ///< photon energy, eV, as read: dE is not subtracted
+    double energy = 0.0; ///< photon energy, eV; dE is not subtracted
     double mut = 0.0;    ///< absorbance mu*t, dimensionless
 };
 
@@ -31,13 +31,13 @@ struct VictoreenLine {
 
 /// An XAFS spectrum in memory.
 ///
-/// The points keep the order and the energies of the file. The working energy of a
-/// point is its energy minus @c dE. Do not use the contents while @c valid is false.
+/// The points keep the order of the file. The working energy of a point is its energy
+/// minus @c dE. Do not use the points or the background lines while @c valid is false.
 class AMutE
 {
 public:
-    // The kinds of value() and valueAt(), for an absorbance m at working energy E
-    // with the pre-edge line pre(E) and the post-edge line post(E).
+    // The values of the parameter kind. m is the absorbance at working energy E, pre(E)
+    // the pre-edge line and post(E) the post-edge line.
     static constexpr int raw = 0;               ///< m
     static constexpr int minusPreEdge = 1;      ///< m - pre(E)
     static constexpr int minusPostEdge = 2;     ///< m - post(E)
@@ -52,9 +52,9 @@ public:
     /// reads as 0.
     ///
     /// If @p path is not a readable file, nothing changes. If the file contains no
-    /// points, or exceeds a bound of data/ReadBounds.h (the debug log then states the
-    /// reason), @c filePath and @c fileName name the file, @c points is empty and
-    /// @c valid is false.
+    /// points, or is refused, @c filePath and @c fileName name the file, @c points is empty
+    /// and @c valid is false. A file is refused, with a line in the debug log, if it exceeds
+    /// a bound of data/ReadBounds.h or does not fit into memory.
     ///
     /// @return whether points were read; both background lines are then fitted
     bool readFile(const QString& path);
@@ -74,18 +74,21 @@ public:
     /// not change @c filePath and @c fileName. A file that cannot be opened changes
     /// nothing and is reported to the debug log.
     ///
-    /// Absorbances are calculated from the counts of the channels. A "Mode" line states
-    /// the mode of each channel; mode 1 is the incident intensity I0. The first mode of 2
-    /// or more selects the formula: with 2 (transmission), mut is ln(I0 / I) of the first
-    /// channel of mode 2; with 3 (fluorescence), mut is the sum of I / I0 over all
-    /// channels of mode 3; with any other mode, mut is 0.0. A data line without a count
-    /// of I0 is skipped, so no points are read from a file without an I0 channel.
+    /// The data lines follow the "Offset" line. The energy is calculated from the angle,
+    /// mut from the counts of the channels. A "Mode" line states the mode of each channel;
+    /// mode 1 is the incident intensity I0. The first mode of 2 or more selects the formula:
+    /// with 2 (transmission), mut is ln(I0 / I) of the first channel of mode 2; with 3
+    /// (fluorescence), mut is the sum of I / I0 over the channels of mode 3; with any other
+    /// mode, mut is 0.0. A data line of fewer than five words or without a count of I0 is
+    /// skipped, so no points are read from a file without an I0 channel.
     bool read9809(const QString& path);
 
     /// read9809() for a device in text mode.
     bool read9809(QIODevice& device);
 
-    /// Reads a file of two plain columns, energy (eV) and mut; otherwise like read9809().
+    /// Reads a file of two plain columns, energy (eV) and mut. Skips lines that start with
+    /// "#" and lines of fewer than two words. The return value and the handling of errors
+    /// are as for read9809().
     bool readPlain(const QString& path);
 
     /// readPlain() for a device in text mode.
@@ -118,9 +121,9 @@ public:
     /// first working energy. Without points the result is 0.0.
     double findEdge() const;
 
-    /// Index of the lower point of the first pair that brackets working energy
-    /// @p E. Below the first point: 0. Above the last of n points: n - 2, which is
-    /// -1 for one point. 0 if no pair brackets @p E or if there are no points.
+    /// Index i of the first pair of points i and i + 1 that brackets working energy @p E.
+    /// If @p E is below the first point: 0. If @p E is above the last of n points: n - 2,
+    /// which is -1 for one point. 0 if no pair brackets @p E or if there are no points.
     int indexBelow(double E) const;
 
     /// The result of indexBelow() for each of @p energies, in their order. For n energies
@@ -130,7 +133,7 @@ public:
 
     /// Raw mut at working energy @p E by linear interpolation; outside the points
     /// the first or the last segment is extrapolated. 0.0 with fewer than 2 points;
-    /// infinite or NaN between points of equal energy.
+    /// infinite or NaN on a segment between two points of equal energy.
     double mutAt(double E) const;
 
     /// Value at point @p i of the kind @p kind (raw to normalisedByLines). 0.0 if @p kind
@@ -181,9 +184,9 @@ public:
     double minMut = 0.0;
     double maxMut = 0.0;
     QList<MutPoint> points;
-    double preEdgeEnd = 8000.0;    ///< eV, absolute
-    double edgeEnergy = 0.0;       ///< eV
-    double postEdgeStart = 8500.0; ///< eV, absolute
+    double preEdgeEnd = 8000.0;    ///< working energy, eV
+    double edgeEnergy = 0.0;       ///< working energy, eV
+    double postEdgeStart = 8500.0; ///< working energy, eV
     double dE = 0.0;               ///< eV, subtracted from each energy when it is used
     data::VictoreenLine preLine;
     data::VictoreenLine postLine;

@@ -15,7 +15,7 @@ void AbsorbanceCache::prepare(const QList<const A2DData*>& maps)
                            [&](const A2DData* map) { return entry.holds(*map); });
     };
     const auto firstFree = std::partition(m_entries.begin(), m_entries.end(), isWanted);
-    // Frees the rows of maps that are no longer wanted before allocating new memory.
+    // Before new memory is allocated, the rows of maps that are no longer wanted are freed.
     std::for_each(firstFree, m_entries.end(), [](Entry& entry) { entry.rows = {}; });
     std::vector<Entry> free(std::make_move_iterator(firstFree),
                             std::make_move_iterator(m_entries.end()));
@@ -55,7 +55,7 @@ void AbsorbanceCache::Entry::fill(const QList<A2DRow>& newRows)
         values = std::make_unique_for_overwrite<double[]>(static_cast<std::size_t>(size));
         capacity = size;
     }
-    clearUpperVectorHalves(); // without this, the loop is slow after a paint
+    clearUpperVectorHalves(); // AVX state left by a paint would slow the loop
     const A2DRow* row = rows.constData();
     for (qsizetype i = 0; i < size; ++i, ++row) {
         values[static_cast<std::size_t>(i)] = absorbance(*row);

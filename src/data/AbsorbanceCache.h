@@ -12,26 +12,27 @@
 namespace data
 {
 
-/// Calculates the logarithm of each pixel once per loaded map, instead of once per
-/// calculation.
+/// Caches the absorbance of each pixel, so that a calculation with unchanged maps need not
+/// take the logarithms of their pixels again.
 ///
 /// The cached values equal the results of pixelMut() as long as the rows of the map are
 /// unchanged. The cache detects a change because it keeps an implicitly shared copy of
 /// the list: code that writes to the rows of the map gets a new list with another
 /// address. Maps that share their rows share their cache entry.
 ///
-/// Memory: eight bytes for each pixel of the cached maps. If a map is changed or deleted,
-/// its old rows remain in memory until the next prepare().
+/// Memory: eight bytes for each pixel of the cached maps, or up to about sixteen if the
+/// array of an earlier map is reused. If a map is changed or deleted, its old rows remain in
+/// memory until the next prepare().
 class AbsorbanceCache
 {
 public:
-    /// Calculates the absorbance of each of @p maps that is not in the cache yet, and
-    /// removes all other maps from the cache.
+    /// Adds each of @p maps that is not in the cache yet, and removes all maps that are not
+    /// in @p maps.
     void prepare(const QList<const A2DData*>& maps);
 
     /// The absorbance of each pixel of @p map, in the order of its rows. Empty if the
-    /// map was not passed to the latest prepare(), or has changed since. The result is
-    /// valid until the next prepare().
+    /// latest prepare() did not cache the current rows of @p map. The result is valid until
+    /// the next prepare().
     std::span<const double> of(const A2DData& map) const;
 
 private:

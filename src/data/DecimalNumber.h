@@ -1,4 +1,4 @@
-// Fast and exact conversion of short decimal numbers.
+// Fast, correctly rounded conversion of short decimal numbers.
 #pragma once
 
 #include <array>

@@ -1,8 +1,9 @@
 // Iterators over the words of a line of a text file.
 //
-// In a line of plain ASCII, the words can be found and converted as bytes. The words are
-// the same as after decoding the line and calling QString::simplified() and split(). A
-// line with any other byte must be decoded.
+// In a line of ASCII without NUL characters and carriage returns, the words can be found
+// and converted as bytes. The words are the same as after decoding the line and calling
+// QString::simplified() and split(). A carriage return directly before the line feed
+// is allowed, too. Other lines must be decoded.
 #pragma once
 
 #include "data/DecimalNumber.h"
@@ -137,7 +138,7 @@ private:
     }
 
     const char* m_word = nullptr; ///< start of the current word
-    const char* m_next;           ///< the next byte, in or after the current word
+    const char* m_next;           ///< the next byte to be examined
     bool m_isPlain = true;
 };
 

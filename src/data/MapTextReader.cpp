@@ -102,8 +102,8 @@ bool readChannels(Words& words, const ChannelColumns& columns, Pixel& pixel)
 
 enum class MapKind {
     FourColumns = 0, ///< the first line starts with "# 1306"
-    /// The first line starts with "# 2003901"; the comment lines "I0" and "I" select two of
-    /// the channels.
+    /// The first line starts with "# 2003901"; the comment lines "I0" and "I" select the
+    /// channels of i0 and intensity.
     Channels = 1,
     Other = 2, ///< the first line starts with neither number; read like FourColumns
 };
@@ -328,10 +328,10 @@ private:
         }
     }
 
-    /// Index of the word, in a data line, of the channel whose number follows the colon
-    /// in the comment line @p line. The channels follow the two coordinates, so channel
-    /// -1 or -2 selects a coordinate. An unparsable channel number reads as 0, also if
-    /// there is no colon.
+    /// Reads the channel number after the first colon of the comment line @p line. Returns
+    /// the index of this channel's word in a data line. The channels follow the two
+    /// coordinates, so channel -1 or -2 selects a coordinate. If the channel number is
+    /// unparsable or there is no colon, channel 0 is used.
     static qint64 columnAfterColon(const QString& line)
     {
         const int channel = QStringView(line).sliced(line.indexOf(u':') + 1).toInt();
@@ -396,9 +396,10 @@ void readLines(QIODevice& device, MapBuilder& builder)
     }
 }
 
-/// Whether a large file will be refused. The check does not store the pixels, which could
-/// fill two gigabytes of memory before the refusal. It returns false for a small file,
-/// which needs no check, and for a sequential device, which cannot be read twice.
+/// Whether a large file will be refused because it exceeds a bound. The check does not store
+/// the pixels, which could fill two gigabytes of memory before the refusal. The result is
+/// false for a small file, which needs no check, and for a sequential device, which cannot
+/// be read twice.
 /// The position of the device is restored.
 bool willBeRefused(QIODevice& device, qsizetype maxRows)
 {

@@ -1,8 +1,8 @@
 // Reads the text format of a map file into an A2DData.
 //
-// Data lines of plain ASCII take a fast path that finds and converts the words in the
-// bytes of the file, without a string for each line. This is correct because ASCII
-// bytes need no decoding in UTF-8. All other lines are decoded first.
+// Most data lines are plain ASCII. They take a fast path that finds and converts the words
+// in the bytes of the file, without a string for each line. This is correct because ASCII
+// bytes need no decoding in UTF-8. Other lines are decoded first.
 #pragma once
 
 #include "data/A2DData.h"
@@ -17,8 +17,8 @@ class QString;
 namespace data
 {
 
-/// Number of bytes that the reader requests from its device at a time. A line that is
-/// longer enlarges the block.
+/// Largest number of bytes that the reader requests from its device at a time. For a
+/// longer line, it reads several blocks into a larger buffer.
 inline constexpr qsizetype mapTextBlockSize = qsizetype{256} * 1024;
 
 /// Receives the energy text of an "ENERGY" comment line.
@@ -40,8 +40,9 @@ using EnergyHandler = std::function<void(const QString& text)>;
 /// and the reading fails.
 ///
 /// @param device       open for reading, not in text mode: line ends are handled here
-/// @param energyFound  called for each "ENERGY" line when the line is read, even if the
-///                     reading fails or the file is refused later
+/// @param energyFound  called when an "ENERGY" line is read, even if the reading fails or
+///                     the file is refused later; not called while a large file is read
+///                     without storing pixels
 /// @param maxRows      largest number of pixels in the map
 /// @return whether the map's width and height are above 0 and it has at least one pixel.
 ///         On false, the pixels read so far remain in @p map unless the file was refused

@@ -11,7 +11,8 @@ class QIODevice;
 namespace data
 {
 
-/// Whether a block of @p bytes bytes can be allocated now.
+/// Whether a block of @p bytes bytes can be allocated now. Always true in a build with
+/// AddressSanitizer.
 bool canAllocate(qint64 bytes);
 
 /// Upper bound of the memory, in bytes, that reading a text needs in addition to the

@@ -1,4 +1,4 @@
-// Reads the pixels of a binary map file.
+// Reads the pixels and valid flags of a binary map file.
 #pragma once
 
 #include "data/A2DData.h"
@@ -11,7 +11,8 @@
 namespace data
 {
 
-/// Reads the pixels of a file in the format of TDData0, in blocks of any size.
+/// Reads the values and valid flags of a file in the format of TDData0, in blocks of any
+/// size.
 class PixelFile
 {
 public:
@@ -29,10 +30,12 @@ public:
     qsizetype pixelCount() const { return qsizetype{m_header.width} * m_header.height; }
 
     /// Fills @p out with the next values of the file. If the file is too short, the
-    /// remaining elements of @p out keep their values.
+    /// remaining bytes of @p out are unchanged.
     void readValues(std::span<double> out);
 
-    /// Fills @p out like readValues(), with the next valid flags. They follow the last value.
+    /// Fills @p out with the next flags, which state whether a pixel is valid. In the file,
+    /// the flags follow the values, so read pixelCount() values first. If the file is too
+    /// short, the remaining elements of @p out are unchanged.
     void readFlags(std::span<bool> out);
 
 private:
@@ -42,7 +45,8 @@ private:
 
 /// Appends the pixels of the file at @p path to the rows of @p map and sets the size of
 /// the map to the size in the file. The values of the file become the intensities, with
-/// i0 = 0, which by convention marks them as absorbances.
+/// i0 = 0, which by convention marks them as absorbances; x and y are the column and the
+/// image line.
 ///
 /// The pixels of earlier files keep their indices, and the new pixels follow them. Valid
 /// flags are ignored: every pixel becomes a row. Pixels missing from the file have the

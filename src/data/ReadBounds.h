@@ -1,4 +1,4 @@
-// Bounds beyond which a reader refuses a file.
+// Bounds beyond which a reader refuses a file, and the report of a refusal.
 #pragma once
 
 #include <QDebug>

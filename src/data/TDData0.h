@@ -25,7 +25,8 @@ struct TDData0Header {
 /// extremes and an optional region of interest.
 ///
 /// Row-major, `index = y * width + x`. Callers can change the members directly, so the
-/// lists can be shorter than width * height; operations skip the missing pixels.
+/// lists can be shorter than width * height; the functions that copy or smooth pixels skip
+/// the missing ones.
 ///
 /// The file consists of a text header, the pixels as little-endian IEEE 754 doubles,
 /// and one byte for each flag. It does not contain the region and the mask items.
@@ -45,15 +46,17 @@ public:
     /// Reads the header of a file into @p h.
     ///
     /// An unparsable number reads as 0 and unknown lines are ignored. The whole header
-    /// block is read: if a key occurs twice, the later line counts.
+    /// block is read: if a key occurs twice, the later line counts. If a key is missing, its
+    /// member of @p h keeps its value.
     ///
-    /// @return false, with @p h unchanged, if the file does not have this format, if a
-    ///         line is longer than data::longestLine, or if there is not enough memory
+    /// @return false, with @p h unchanged, if the file cannot be opened or does not have this
+    ///         format, if a line is longer than data::longestLine bytes, or if there is not
+    ///         enough memory
     static bool readHeader(TDData0Header& h, const QString& path);
 
     /// Reads a file in the format that save() writes. The region and the mask items are
     /// not changed. If the file is too short, the missing pixels and flags keep the
-    /// values that this map has at their indices.
+    /// values that this map has at their indices; if it has none, they are 0.0 and invalid.
     ///
     /// @return false, with this map unchanged and a line in the debug log, if
     ///         readHeader() fails, if width or height is negative, if
@@ -93,10 +96,10 @@ public:
     /// if @p n is below 0.
     ///
     /// The extremes of @p dest are extended by each mean. All other pixels of @p dest are
-    /// left unchanged. The mean uses a running sum, so after a NaN or an infinity all
-    /// later means of the line are NaN or infinite.
+    /// left unchanged. The mean uses a running sum: once a valid NaN or infinity has
+    /// entered the sum, all further means of the line are NaN or infinite.
     ///
-    /// @param dest  a different map
+    /// @param dest  must not be this map
     void smoothAlongX(TDData0* dest, int n) const;
 
     /// Moving average along the columns: for each valid pixel, writes to @p dest the mean
@@ -119,8 +122,8 @@ public:
     int height = 0; ///< number of image lines
     QList<double> data;
     QList<bool> validFlags;                 ///< whether each pixel has data
-    double minVal = data::emptyLimits.low;  ///< smallest value; 1e300 without pixels
-    double maxVal = data::emptyLimits.high; ///< largest value; -1e300 without pixels
+    double minVal = data::emptyLimits.low;  ///< lower extreme; 1e300 if there was no pixel yet
+    double maxVal = data::emptyLimits.high; ///< upper extreme; -1e300 if there was no pixel yet
     QRect region;                           ///< region of interest
     bool regionSet = false;                 ///< whether @c region is in use
     QList<MaskItem*> maskItems;             ///< owned

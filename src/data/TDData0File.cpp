@@ -64,8 +64,8 @@ void readHeaderLine(const QString& line, TDData0Header& header)
     }
 }
 
-/// The ten lines of the header. The first line is filled with blanks, which
-/// withFirstLine() replaces.
+/// The ten lines of the header. The first line consists of blanks; withFirstLine()
+/// overwrites its start.
 QString headerLines(const TDData0& map)
 {
     QString text;

@@ -22,8 +22,7 @@ const QString& sharedBlanks()
 }
 
 // The ASCII blanks, like \s in a regular expression. QChar::isSpace() would also accept
-// blanks outside ASCII, and a regular expression would search to the end of the line at
-// each call.
+// blanks outside ASCII.
 bool isBlank(QChar c)
 {
     return c == u' ' || (c >= u'\t' && c <= u'\r');

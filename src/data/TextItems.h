@@ -1,4 +1,4 @@
-// Functions that split, quote, test and pad the items of a line of text.
+// Functions that split, quote, test and format text.
 #pragma once
 
 #include <QChar>
@@ -57,7 +57,8 @@ QList<QString> energiesOfList(const QString& text, int rows);
 /// @param comment  receives the text after the "#"; unchanged if there is none
 QString stripComment(const QString& line, QString& comment);
 
-/// Whether a line contains only blanks and a comment.
+/// Whether a line contains nothing but white space (QChar::isSpace()), apart from a comment
+/// as found by stripComment().
 bool isBlankOrComment(const QString& line);
 
 /// Whether @p text starts with @p start; case sensitive.
@@ -66,15 +67,16 @@ bool startsWithText(const QString& text, const QString& start);
 /// The line without its leading blanks, cut to k - 1 characters, where k is the index of
 /// the last non-blank in the whole @p line.
 ///
-/// On purpose, k includes the leading blanks. A line without leading blanks therefore
-/// loses its last two characters. A line with one leading blank loses its last character.
-/// A line with two or more leading blanks keeps its text and possibly some trailing
-/// blanks. A negative length counts as 0; for a line of blanks the result is empty.
+/// On purpose, k includes the leading blanks. Without leading blanks, the text up to the
+/// last non-blank therefore loses its last two characters; with one leading blank, it loses
+/// its last character. With two or more leading blanks, the whole text remains, possibly
+/// with some trailing blanks. A negative length counts as 0; for a line of blanks the
+/// result is empty.
 QString trimmed(const QString& line);
 
 /// @p text as a field of a comma-separated line. Text with a double quote is put in
-/// double quotes, with each quote in it doubled. Text with a comma only is put in
-/// double quotes. Other text is returned unchanged.
+/// double quotes, with each quote in it doubled. Text with a comma but no double quote is
+/// put in double quotes. Other text is returned unchanged.
 QString quotedIfNeeded(const QString& text);
 
 /// @p text with a backslash before every double quote.
@@ -87,8 +89,8 @@ QString quoted(const QString& text);
 QString commaQuoted(const QString& text);
 
 /// The texts of a list, each in double quotes, separated by blanks. Quotes in a text are
-/// not escaped. QString::simplified() is applied to the result, so it also changes
-/// blanks within a text.
+/// not escaped. QString::simplified() is applied to the result, so each run of white space
+/// within a text becomes one space.
 QString joinQuoted(const QStringList& texts);
 
 /// Splits the first field off a comma-separated line.
@@ -111,8 +113,8 @@ QString commaFieldLoose(const QString& line, QString& field);
 /// Delimiters directly after @p word are skipped. Empty if @p word is not found.
 QString fieldAfter(const QString& text, const QString& word, QChar delimiter);
 
-/// Whether the last non-blank of @p line is a backslash, which marks a line that
-/// continues. If so, @p line is cut before the backslash.
+/// Whether the last non-blank of @p line is a backslash, which means that the text continues
+/// on the next line. If so, @p line is cut before the backslash.
 bool endsWithBackslash(QString& line);
 
 /// @p line without the backslash at its end (see endsWithBackslash()) and without a second

@@ -43,7 +43,7 @@ std::size_t characterCount(std::string_view text)
     return count;
 }
 
-/// Reads @p size bytes, or fewer if the device ends; returns their number.
+/// Reads @p size bytes, or fewer if the device ends or fails; returns their number.
 std::size_t readFully(QIODevice& device, char* out, std::size_t size)
 {
     std::size_t filled = 0;

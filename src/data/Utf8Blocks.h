@@ -1,8 +1,8 @@
 // Reads the text of a device in blocks of whole lines, as valid UTF-8.
 //
-// The bytes can be split at line feeds before decoding, because in UTF-8 the byte of a
-// line feed occurs only as a line feed. Blocks that are not plain ASCII are decoded with
-// QStringDecoder and encoded again.
+// The caller can split this text at line feeds before it decodes the lines, because in valid
+// UTF-8 the byte of a line feed occurs only as a line feed. Blocks that are not plain ASCII
+// can be invalid, so they are decoded with QStringDecoder and encoded again.
 #pragma once
 
 #include <QByteArray>

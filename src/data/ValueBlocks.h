@@ -12,15 +12,15 @@ namespace data
 {
 
 /// Allocates the value lists of many result pixels in a few blocks of memory, and
-/// reuses the blocks for the next result. This saves one allocation per pixel.
+/// reuses a block for the next result if possible. This saves one allocation per pixel.
 ///
 /// Many lists can share a block because a QList counts the references to its memory and
 /// need not start at the beginning of it. A copy of a list keeps its block in memory and
 /// unchanged; code that writes to a list gets a new allocation for the list.
 ///
 /// Such a list is made with QArrayDataPointer and the QList constructor for it, which are
-/// public in Qt's headers but not documented. This works with Qt 6.4: tst_ValueBlocks
-/// tests each list operation. Run that test with a new version of Qt.
+/// public in Qt's headers but not documented. This works with Qt 6.4; tst_ValueBlocks
+/// tests it. Run that test with a new version of Qt.
 class ValueBlocks
 {
 public:
@@ -31,8 +31,8 @@ public:
     void forget(std::size_t index);
 
     /// Sets the value list of each of @p rows to a list of @p length values in block
-    /// @p index. If the rows already have such lists, and there are no copies of these
-    /// lists, the block is reused.
+    /// @p index. If the block is already used by exactly these lists, in the order of the
+    /// rows, and by no copies of them, its memory is reused.
     ///
     /// @param rows    at least one. Keep a block small: a write to one list can
     ///                allocate as much memory as the whole block

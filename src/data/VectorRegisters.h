@@ -9,10 +9,10 @@ namespace data
 ///
 /// When Qt fills a rectangle, it uses AVX instructions and leaves the upper halves in
 /// use. On many processors, until the halves are cleared, each transition between AVX and
-/// SSE instructions is slower than the calculation of a logarithm. Without this function,
-/// a map calculation after a paint took seven times as long, and a series of small fills
-/// also took seven times as long. Call the function before long loops of arithmetic and
-/// between small fills.
+/// SSE instructions is slower than the calculation of a logarithm. In measurements without
+/// this function, a map calculation after a paint took seven times as long; a series of
+/// small fills also took seven times as long. Call the function before long loops of
+/// arithmetic and between small fills.
 void clearUpperVectorHalves();
 
 } // namespace data
