@@ -1,4 +1,4 @@
-// Tests of the language selection in a program to which the Japanese text is not linked.
+// Tests of the language selection in a program into which the Japanese texts are not linked.
 
 #include "app/Body.h"
 #include "app/Language.h"
@@ -27,8 +27,8 @@ class tst_LanguageWithoutText : public QObject
 
 private Q_SLOTS:
     void japaneseTextIsNotLinked();
-    void japaneseFallsBackToEnglishSilently_data();
-    void japaneseFallsBackToEnglishSilently();
+    void bothLanguagesShowEnglishWithoutMessages_data();
+    void bothLanguagesShowEnglishWithoutMessages();
 };
 
 void tst_LanguageWithoutText::japaneseTextIsNotLinked()
@@ -37,14 +37,14 @@ void tst_LanguageWithoutText::japaneseTextIsNotLinked()
     QVERIFY(!QFile::exists(QStringLiteral(":/qelk_ja_JP")));
 }
 
-void tst_LanguageWithoutText::japaneseFallsBackToEnglishSilently_data()
+void tst_LanguageWithoutText::bothLanguagesShowEnglishWithoutMessages_data()
 {
     QTest::addColumn<app::Language>("language");
     QTest::newRow("Japanese") << app::Language::Japanese;
     QTest::newRow("English") << app::Language::English;
 }
 
-void tst_LanguageWithoutText::japaneseFallsBackToEnglishSilently()
+void tst_LanguageWithoutText::bothLanguagesShowEnglishWithoutMessages()
 {
     QFETCH(app::Language, language);
     messages.clear();

@@ -207,8 +207,8 @@ QString tst_Program::translated(const QString& context, const QString& source) c
     return m_translations.value({context, source}, source);
 }
 
-/// The expected Japanese text for the English @p source. The class that shows the text need
-/// not be known: except for form titles, all classes translate a source text in the same way.
+/// The expected Japanese text for the English @p source. It does not depend on the class that
+/// shows the text: except for form titles, all classes translate a source text in the same way.
 QString tst_Program::expectedInJapanese(const QString& source) const
 {
     for (int n = 1; n <= 4; ++n) {
@@ -249,8 +249,9 @@ void tst_Program::argumentsChooseTheLanguage_data()
     QTest::newRow("a file name is ignored") << QStringList{"map.dat"} << false;
     QTest::newRow("unknown words are ignored")
         << QStringList{"--help", "--version", "-x", "english", "e", ""} << false;
-    QTest::newRow("unknown words around -e") << QStringList{"-x", "-e", "map.dat", "j"} << true;
-    QTest::newRow("unknown words around -e and -j")
+    QTest::newRow("unknown words around -e are ignored")
+        << QStringList{"-x", "-e", "map.dat", "j"} << true;
+    QTest::newRow("unknown words around -e and -j are ignored")
         << QStringList{"one", "-e", "two", "-j", "three"} << false;
     QTest::newRow("similar words are ignored")
         << QStringList{"--e", "-en", "-ej", "-e=1", " -e", "-e "} << false;
@@ -425,9 +426,9 @@ void tst_Program::closingTheLastWindowEndsWithZero()
 void tst_Program::exitStatusIsTheEventLoopsResult_data()
 {
     QTest::addColumn<int>("status");
-    QTest::newRow("0") << 0;
-    QTest::newRow("1") << 1;
-    QTest::newRow("77") << 77;
+    QTest::newRow("status 0") << 0;
+    QTest::newRow("status 1") << 1;
+    QTest::newRow("status 77") << 77;
 }
 
 void tst_Program::exitStatusIsTheEventLoopsResult()

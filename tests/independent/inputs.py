@@ -15,7 +15,9 @@ NUMBERS = (
 
 
 def mu(energy, valence, jump=1.0, base=0.3):
-    """Absorbance: background, an edge whose energy depends on the valence, white line, EXAFS oscillations."""
+    """Absorbance at an energy (eV): background, edge, white line and EXAFS oscillations.
+
+    The energy of the edge and the height of the white line depend on the valence."""
     edge = EDGE + 1.3 * valence
     L = 12398.42 / energy
     background = base + 0.02 * L**3 + 0.03 * L**4
@@ -71,7 +73,7 @@ def beamline(points, rnd, modes=(1, 2), d="3.13551", kind=2, offset=True, tail="
 
 
 def unusual_spectrum(rnd):
-    """An unusual but valid spectrum file, or an invalid one."""
+    """A random choice of an unusual but valid spectrum file or an invalid one."""
     points = spectrum_points(rnd, rnd.uniform(0, 4), rnd.choice((9, 18, 24)))
     variant = rnd.randrange(20)
     if variant == 0:
@@ -181,7 +183,7 @@ def binary_map(width, height, values, header_size=None, cut=None, claim=None, fl
 
 
 def unusual_map(rnd, stack, energy):
-    """An unusual but valid map file, or an invalid one."""
+    """A random choice of an unusual but valid map file or an invalid one."""
     variant = rnd.randrange(22)
     text = stack.text(energy)
     if variant == 0:

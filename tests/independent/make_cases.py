@@ -2,9 +2,11 @@
 
     python3 make_cases.py                        writes the committed cases to cases/
     python3 make_cases.py --random 2000 --seed 7 --out /tmp/cases
-                                                 only random cases, to a folder
+                                                 writes 2000 random users to another folder
+    python3 make_cases.py --numbers 500 --seed 7 --out /tmp/numbers
+                                                 writes 500 cases with random numbers
     python3 make_cases.py --fits 500 --seed 7 --out /tmp/fits
-                                                 unusual numbers for the fits
+                                                 writes 500 cases with unusual numbers for the fits
 
 A case is a list of actions on the panel and the state that model.py calculates
 after each action. A state is written as the difference from the previous state,
@@ -59,7 +61,7 @@ class Case:
         return self
 
     def _indices(self, messages):
-        """The indices of messages in the table. Appends messages that are not in the table."""
+        """The indices of messages in the table of messages. Appends new messages to the table."""
         for text in messages:
             if text not in self.table:
                 self.table.append(text)
@@ -96,7 +98,9 @@ ENERGIES = (8313, 8340, 8352, 8360, 8400, 8460)
 
 
 def measurement(seed, width=5, height=4, count=30):
-    """Files of four references, a target, a beamline spectrum, six maps and a binary map."""
+    """Returns files of four references, a target, a beamline spectrum, six maps and a binary map.
+
+    Also returns the random generator and the sample, for further files."""
     rnd = random.Random(seed)
     files = {}
     for n, valence in enumerate(VALENCES):
@@ -135,7 +139,8 @@ MORE_ENERGIES = (8346, 8420)
 
 
 def fit_measurement(seed, width=2, height=1, count=12):
-    """Like measurement(), but with eight maps, which four references and a background need."""
+    """Like measurement(), but with eight maps: four references with a Victoreen background need
+    at least seven."""
     files, rnd, stack = measurement(seed, width, height, count)
     for n, energy in enumerate(MORE_ENERGIES):
         files["@/in/map%d.dat" % (n + 7)] = stack.text(energy)
@@ -209,7 +214,7 @@ def four_references_and_gaps():
     case.do("click", "Ref4.UseCB").do("click", "Ref3.UseCB").do("click", "Ref4.UseCB")
     case.do("click", "CalcMapB").do("click", "CalcTargetB")  # no reference in use
     case.do("click", "Ref1.UseCB").do("click", "CalcMapB").do("click", "CalcTargetB")  # only reference 1 in use
-    case.do("click", "UseCB.4").do("click", "UseCB.3")  # one reference and too few rows in use
+    case.do("click", "UseCB.4").do("click", "UseCB.3")  # one reference and only two rows in use, without the V row
     case.do("click", "UseCB.3").do("click", "CalcMapB")
     return case.do("setUse", 2, True).do("setUse", 2, True).do("setUse", 1, False).do("setUse", 4, True)
 
@@ -236,13 +241,13 @@ def two_v_rows():
     case.do("click", "radioButton")
     load_all(case, maps=6)
     case.do("click", "CalcMapB")
-    case.do("click", "VPointCB.4")  # least squares with two rows and the V row
+    case.do("click", "VPointCB.4")  # row 4 becomes the V row: least squares with two other rows
     case.do("click", "UseCB.1")  # three rows in use, two of them V rows
     case.do("click", "CalcMapB").do("click", "CalcTargetB")
     case.do("check", "TypeTMKisExact", True).do("click", "UseCB.1").do("click", "CalcTargetB").do("click", "CalcMapB")
     case.do("click", "VPointCB.2").do("click", "CalcTargetB").do("click", "CalcMapB")
-    # A row in use without a map counts for the number of rows in collect(), but not for the
-    # choice of the calculation form.
+    # Row 1 is in use, but its map is removed. collect() counts it, the choice of the
+    # calculation form does not.
     case.do("click", "VPointCB.2").do("click", "VPointCB.3").do("clear", "Row1").do("click", "CalcMapB")
     return case.do("check", "TypeTMKisLS", True).do("click", "VPointCB.1").do("click", "VPointCB.2").do("click", "VPointCB.3")
 
@@ -522,7 +527,7 @@ def valences():
         case.do("type", "Ref%d.Valence" % n, text).do("click", "CalcTargetB").do("click", "WriteB")
     case.do("type", "Ref3.Valence", "7").do("click", "Ref3.UseCB").do("click", "CalcTargetB").do("click", "Ref1.UseCB")
     case.do("click", "CalcTargetB").do("click", "CalcMapB")  # the first reference is not in use: the map is refused
-    # With only one valid reference the column of the valence is 0.
+    # With only one valid reference, all values in the valence column are 0.
     return case.do("click", "Ref3.UseCB").do("slot", "write")
 
 
@@ -660,7 +665,7 @@ def non_equivalent_backgrounds():
     load_fit(case)
     for button in ("SubPostEforRef", "SubPostEforTarget", "NonEquivBGVic", "SubPreEforRef", "SubPreEforTarget"):
         case.do("click", button).do("click", "CalcTargetB")
-    # The calculation reads the radio buttons; the argument of the slot has no effect.
+    # The arguments change only the cells of the rows; the calculation reads the radio buttons.
     case.do("slot", "changedSubBGTypeForRef", True).do("slot", "changedSubBGTypeForTarget", True)
     case.do("text", "MutT.1", "7").do("text", "Mut1.2", "7").do("click", "CalcTargetB").do("click", "CalcMapB")
     case.do("type", "PreEEndDE", "-20").do("type", "PostEStartDE", "40").do("click", "CalcTargetB")
@@ -679,7 +684,7 @@ def non_equivalent_columns():
     case.do("slot", "write").do("click", "NonEquivBGVic").do("slot", "write")
     for box in ("RecRatio2", "RecC1", "RecValence", "RecDMut4"):
         case.do("click", box)
-    case.do("click", "WriteB").do("click", "radioButton").do("click", "WriteB")  # refused: no V row
+    case.do("click", "WriteB").do("click", "radioButton").do("click", "WriteB")
     return case.do("click", "VPointCB.1").do("click", "WriteB").do("click", "TypeNonEquiv").do("slot", "write")
 
 
@@ -695,7 +700,7 @@ def non_equivalent_refusals():
     both().do("click", "Ref2.UseCB")
     both().do("load", "Ref2", "@/in/ref2.txt")
     both().do("load", "Target", "@/in/target.txt")
-    both().do("click", "VPointCB.3")  # only the target needs a V row
+    both().do("click", "VPointCB.3")  # no V row: only the target is refused
     both().do("click", "UseCB.1").do("click", "NonEquivBGLinear")
     both().do("click", "UseCB.2").do("click", "VPointCB.4")
     return both()
@@ -812,7 +817,7 @@ def fit_range():
     points = [line.split()[0] for line in files["@/in/target.txt"].splitlines()]
     case = Case("range of the linear combination fit", only(files, *BASIC[:3]))
     case.do("click", "LCFB").do("click", "LCFCB.2").do("click", "LCFCB.3")  # no valid reference
-    load_all(case, maps=0).do("click", "LCFCB.3").do("click", "LCFCB.1")  # first one marked row, then rows 1 and 2
+    load_all(case, maps=0).do("click", "LCFCB.3").do("click", "LCFCB.1")  # marks only row 2, then rows 1 and 2
     case.do("click", "UseCB.1").do("click", "LCFCB.2").do("check", "LCFCB.8", True).do("click", "LCFB")
     for one, eight in (
         (points[3], points[3]), ("8300.001", "8300.002"), (points[2], points[9]), (points[9], points[2]), ("abc", "8500"),
@@ -830,7 +835,7 @@ def fit_references():
     case.do("check", "LCFCB.1", True).do("check", "LCFCB.6", True)
     for n in range(3):
         case.do("load", "Ref%d" % (n + 1), "@/in/ref%d.txt" % (n + 1))
-    case.do("click", "LCFB").do("load", "Target", "@/in/target.txt")  # the first fit has no target
+    case.do("click", "LCFB").do("load", "Target", "@/in/target.txt")  # the fits until here have no target
     case.do("click", "Ref3.UseCB").do("click", "Ref1.UseCB").do("type", "Ref3.Valence", "abc").do("click", "LCFB")
     case.do("load", "Target", "@/in/ref2.txt").do("load", "Ref1", "@/in/none.txt").do("click", "Ref1.UseCB")
     case.do("load", "Ref3", "@/in/ref2.txt").do("load", "Target", "@/in/none.txt").do("load", "Target", "@/in/target.txt")
@@ -843,7 +848,7 @@ def comparison_points():
     case.do("slot", "newColorLCFvs4PS").do("slot", "clearLCFvs4PS").do("click", "radioButton")
     load_all(case).do("click", "LCFB").do("check", "LCFCB.1", True).do("check", "LCFCB.4", True)
     case.do("click", "LCFB").do("slot", "newColorLCFvs4PS").do("slot", "lcf").do("click", "CalcTargetB").do("slot", "calcBoth")
-    for _ in range(43):  # uses all colours of the list
+    for _ in range(43):  # advances to the last colour of the list
         case.do("slot", "newColorLCFvs4PS")
     case.do("slot", "lcf").do("slot", "newColorLCFvs4PS").do("slot", "lcf").do("slot", "newColorLCFvs4PS")
     case.do("click", "TypeNonEquiv").do("slot", "clearLCFvs4PS")
@@ -1023,7 +1028,7 @@ class RandomCase:
 
 
 def remove_unused_files(case):
-    """Removes the files that no action uses, except those in out/."""
+    """Removes the files that no action names, except those in out/."""
     named = json.dumps([step["do"] for step in case.steps])
     case.files = {p: c for p, c in case.files.items() if p.startswith("@/out/") or json.dumps(p) in named}
 
@@ -1127,10 +1132,10 @@ def start_state():
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--out", type=pathlib.Path, default=HERE / "cases")
-    parser.add_argument("--random", type=int, default=0, help="make that many random cases and no others")
-    parser.add_argument("--numbers", type=int, default=0, help="the same, of the kind that stresses the arithmetic")
-    parser.add_argument("--fits", type=int, default=0, help="the same, for the fits of several references")
-    parser.add_argument("--seed", type=int, default=0, help="the first of the seeds")
+    parser.add_argument("--random", type=int, default=0, help="number of random users; the committed cases are then not written")
+    parser.add_argument("--numbers", type=int, default=0, help="number of cases with random numbers, likewise")
+    parser.add_argument("--fits", type=int, default=0, help="number of cases with unusual numbers for the fits, likewise")
+    parser.add_argument("--seed", type=int, default=0, help="seed of the first case; each further case adds 1")
     arguments = parser.parse_args()
     arguments.out.mkdir(parents=True, exist_ok=True)
     (arguments.out / "start.json").write_text(json.dumps(start_state(), indent=0, sort_keys=True) + "\n")

@@ -21,7 +21,7 @@ from decimal import ROUND_HALF_UP, Context, Decimal
 HC = 12398.424360387684  # Planck constant times speed of light, eV times angstrom
 HC_KEV = 12.398424360387684
 TWO_D = 6.2710632  # 2 d in angstrom, for plain spectrum files
-DEFAULT_D = 3.1355316
+DEFAULT_D = 3.1355316  # d in angstrom, until a "D=" entry of a beamline file sets it
 SHORT_PI = 3.1415926535
 MAX_PIXELS = 1 << 25
 MAX_BOXES = 1_000_000
@@ -126,7 +126,7 @@ def number(text):
 
 
 def integer(text):
-    """Converts a text to a 32-bit integer; 0 if it is not an integer or out of range."""
+    """Converts a text to a 32-bit integer; 0 if it is not an integer or is out of range."""
     match = _INTEGER.fullmatch(text.split("\0")[0])  # a NUL character ends the text
     value = int(match.group(1)) if match else 0
     return value if -(1 << 31) <= value < (1 << 31) else 0
@@ -155,7 +155,9 @@ codecs.register_error("stream", _bad_utf8)
 
 
 def text_lines(content, text_mode=True):
-    """The lines of a file as QTextStream returns them."""
+    """The lines of a file as QTextStream returns them.
+
+    In text mode every carriage return is removed, otherwise only those before a line feed."""
     for bom, codec in (
         (b"\xff\xfe\0\0", "utf-32-le"),
         (b"\0\0\xfe\xff", "utf-32-be"),
@@ -176,7 +178,7 @@ def text_lines(content, text_mode=True):
 
 
 def next_item(line):
-    """Returns the first item of a line and the rest. An item is quoted or ends at white space."""
+    """Returns the first item of a line and the rest of the line. An item is quoted or ends at white space."""
     start = re.search(r"[^\t\n\v\f\r ]", line)
     if not start:
         return "", ""
@@ -212,8 +214,10 @@ def hash_text(text):
 
 
 def lu_decompose(a):
-    """LU decomposition with partial pivoting. The rows are not moved; perm is their
-    order. A zero pivot stays 0 in u, but the elimination divides by 1.0 instead."""
+    """LU decomposition with partial pivoting. Returns L, U and the order of the rows.
+
+    The rows are not moved: row i of the factors is at index perm[i]. A zero pivot stays 0
+    in U, but the elimination divides by 1.0 instead."""
     n = len(a)
     perm = list(range(n))
     work = [list(row) for row in a]
@@ -473,7 +477,8 @@ class Spectrum:
         return 0.5 * (self.working(at) + self.working(at + 1))
 
     def mut_at(self, energy):
-        """The interpolated absorbance minus a line; None if all points are below energy.
+        """The interpolated absorbance minus the post-edge line if sub_post is set, else minus
+        the pre-edge line. None if all points are below energy.
 
         Below the first point it interpolates from the point (0, 0), on purpose."""
         e0 = m0 = 0.0
@@ -568,7 +573,7 @@ class Map:
         return self.x_num > 0 and self.y_num > 0 and bool(self.rows)
 
     def append_binary(self, content):
-        """Appends the pixels of a binary map to the existing rows."""
+        """Appends the pixels of a binary map to the existing rows and sets its size."""
         width, height, values = binary_map(content)
         self.x_num, self.y_num = width, height
         for y in range(height):
@@ -581,7 +586,9 @@ def is_binary_map(content):
 
 
 def binary_map(content):
-    """Returns the width, the height and the pixels; 0 by 0 if the content is invalid."""
+    """Returns the width, the height and the pixels; 0 by 0 if the content is invalid.
+
+    Pixels that the content does not reach are 0."""
     if not is_binary_map(content):
         return 0, 0, []
     head = content[:64].decode("utf-8-sig", "replace")
@@ -644,7 +651,7 @@ class Histogram:
         return "".join(lines)
 
     def numbers(self):
-        """The limits and all counts in one list."""
+        """The limits, the bin width and all counts in one list."""
         counts = [self.under, self.over, max(self.bins, default=0), *self.bins]
         return [self.min, self.max, self.step, *map(float, counts)]
 
@@ -696,7 +703,7 @@ class Files:
         return (base, suffix) if dot else (name, "")
 
     def canonical_folder(self, path):
-        """The folder of an existing path; the working directory if it does not exist."""
+        """The folder that contains an existing path; the working directory if the path does not exist."""
         return posixpath.dirname(self.normal(path)) if self.exists(path) else self.CWD
 
 
@@ -1014,7 +1021,8 @@ class Panel:
         return sum(self.used(n) and self.spectra[n].valid for n in REFS)
 
     def checked_reference(self, position):
-        """The row index of the checked reference at a position in the list; None if there is none."""
+        """The index of the checked reference with this position among all checked references;
+        None if fewer references are checked."""
         checked = [n for n in REFS if self.used(n)]
         return checked[position] if position < len(checked) else None
 
@@ -1037,8 +1045,9 @@ class Panel:
             self.message("Number of valied Ref Files is %d, which is less than 2." % count)
 
     def collect(self, needed):
-        """Returns the rows in use except the V row, the V row, the energies and both
-        references' values of all these rows, and the ratio of the edge jumps."""
+        """Returns the rows in use that are not marked as V rows, the last marked row (the V
+        row), the energies and both references' values of all these rows, and the ratio of the
+        edge jumps."""
         first, second = self.checked_reference(0), self.checked_reference(1)
         if first is None or second is None:
             raise Refused(None)
@@ -1071,7 +1080,8 @@ class Panel:
     NEEDED = {"3ps": 3, "exact": 4, "ls": 0}
 
     def solver(self, form):
-        """Returns the rows, the V row, and the calculation as a function of their absorbances."""
+        """Returns the rows, the V row, and a function that calculates the result from the
+        absorbances of these rows and of the V row."""
         others, v, E, R1, R2, r = self.collect(self.NEEDED[form])
         if form == "3ps":
             rows = others[:2]
@@ -1461,8 +1471,8 @@ def three_points(T, TV, R1, R1V, R2, R2V):
         return div(XV - X[0], X[1] - X[0])
 
     a = div(f(T, TV) - f(R2, R2V), f(R1, R1V) - f(R2, R2V))
-    # The divisor subtracts values of different references, on purpose: the program does
-    # the same.
+    # R1[1] - R2[0] subtracts values of different references. This is on purpose: the panel
+    # is required to use this formula.
     t = div(T[1] - T[0], 0.5 * ((R1[1] - R2[0]) + (R1[1] - R1[0])))
     return a, t
 
@@ -1524,8 +1534,8 @@ class NonEquivalent:
         self.weights = [div(spectrum.jump(), self.jump_sum) for spectrum in spectra]
 
     def solve(self, T):
-        """Returns the columns of the fit, and the sum of the shares before they were
-        divided by it."""
+        """Returns the thirteen columns and the sum by which the shares were divided. The
+        edge jumps, the valence and the total are still 0."""
         n = len(self.refs)
         sums = NormalEquations(n + (2 if self.linear else 3))
         for e, y in enumerate(T):
@@ -1550,6 +1560,7 @@ class NonEquivalent:
         return out, total
 
     def finish(self, out, total):
+        """Stores the valence and the total in the columns. Returns the valence."""
         valence = 0.0
         for i, v in enumerate(self.valences):
             valence += out[i] * v

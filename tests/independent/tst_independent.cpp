@@ -120,7 +120,7 @@ QString countAndHash(const QList<double>& numbers)
     return QStringLiteral("%1 %2").arg(numbers.size()).arg(hash.text());
 }
 
-/// A number with 17 significant digits, for messages about differences.
+/// Formats a number with 17 significant digits, for messages about differences.
 QString allDigits(double value)
 {
     return QString::number(value, 'g', 17);
@@ -319,7 +319,8 @@ QMap<QString, Replay::Operation> Replay::operations()
     };
 }
 
-/// Names the base class explicitly, because spectrum rows have a slot with the same name.
+/// Calls the slot of the base class explicitly, because spectrum rows have a slot with the
+/// same name.
 void Replay::newFile(const QJsonArray& action)
 {
     fileRow(action.at(1).toString())->AFileSelect::newFile(local(action.at(2).toString()));
@@ -375,9 +376,9 @@ void Replay::setBase(const QJsonObject& values)
     }
 }
 
-// Field names: "Energy.3" is a widget of the third energy row; "Ref2.dE" and "Target.dE"
-// are widgets of the row of a spectrum; "Ref1.RatioDisp" is a widget of the row of a
-// reference. Any other name is the object name of the widget.
+// Field names: "Energy.3" is a widget of the third energy row; "Row3.file", "Ref2.dE" and
+// "Target.dE" are widgets of a file row; "Ref1.RatioDisp" is a widget of a reference row. A
+// name without a dot is the object name of the widget.
 
 AEPoint* Replay::energyRow(const QString& field) const
 {

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# InstalledProgram.sh PREFIX: the installed program starts from any folder in both
-# languages, keeps running, and ends on SIGTERM.
+# InstalledProgram.sh PREFIX: checks that the program installed in PREFIX starts in both
+# languages from a folder other than its own, keeps running, and ends on SIGTERM.
 set -euo pipefail
 program=$1/bin/aelk
 cd /

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# ManPages.sh PAGE...: groff formats the pages without a warning, for narrow and wide
-# terminals.
+# ManPages.sh PAGE...: checks that groff formats the pages without a warning, for narrow and
+# wide terminals.
 set -euo pipefail
 
 for page in "$@"; do

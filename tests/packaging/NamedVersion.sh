@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# NamedVersion.sh PACKAGING VERSION: the newest release in the metainfo, the footers of the
-# man pages, a heading of the changelog and CITATION.cff must all contain VERSION and the
-# same release date.
+# NamedVersion.sh PACKAGING VERSION: checks that the newest release in the metainfo, the
+# title lines of the man pages, a heading of the changelog and CITATION.cff all contain
+# VERSION and the same release date.
 set -euo pipefail
 packaging=$1 version=$2
 

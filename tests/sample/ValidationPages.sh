@@ -10,8 +10,8 @@ mkdir -p "$work"
 cd "$work"
 "$program" "$source/examples/nickel/data" -e >printed.txt 2>remarks.txt
 
-# Prints "quantity|numbers" for each result. Skips the column "off by" of the output, because
-# the tables contain the bound, but not the difference itself.
+# Prints "quantity|numbers" for each result. Skips the column "off by" of the targets, because
+# the table contains the bound, but not the difference itself.
 awk '
     / target  .*mixed/ { columns = 5; next }
     / map, errors / { columns = 4; next }

@@ -45,8 +45,8 @@ private Q_SLOTS:
     {
         // A normalised point has a standard deviation of about 2.5e-4. On the rising edge the
         // references differ by about 0.5, so a single point would determine the fraction to
-        // 2.5e-4 / 0.5 = 5e-4. About 12 points are on the edge, so the error must be below
-        // 5e-4, but above 5e-4 / 12.
+        // 2.5e-4 / 0.5 = 5e-4. About 12 points are on the edge, which reduces the error by a
+        // factor of about sqrt(12). So the error must be below 5e-4, but above 5e-4 / 12.
         const std::vector<double> sigmas = combinationErrors(combinationForms().at(0));
         QVERIFY(std::abs(sigmas.at(0) - sigmas.at(1)) < 1e-12);
         QVERIFY(sigmas.at(0) > 5e-4 / 12.0);

@@ -1,4 +1,4 @@
-// Tests of the committed sample files. They are read with the program's readers.
+// Tests of the committed sample files, which are read with the program's readers.
 #include "NickelTruth.h"
 
 #include "data/A2DData.h"

@@ -151,7 +151,7 @@ private Q_SLOTS:
                      {wanted.begin(), wanted.end()}, 5e-6));
     }
 
-    void withTwoReferencesSharesAndValenceHaveEqualErrors()
+    void sharesAndValenceOfTwoReferencesHaveEqualErrors()
     {
         // The two shares sum to 1, so their errors are equal. The valences of the two
         // references differ by 1, so the valence has the same error.

@@ -13,7 +13,7 @@
 namespace tests
 {
 
-/// Checks or unchecks a button. Blocks its signals and switches autoExclusive off
+/// Checks or unchecks a button. Its signals are blocked and its autoExclusive is switched off
 /// meanwhile, so no slot runs and the other buttons of its group keep their state.
 inline void setWithoutSignals(QAbstractButton* button, bool checked)
 {

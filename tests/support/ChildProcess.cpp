@@ -13,7 +13,7 @@ namespace tests
 namespace
 {
 
-// Shell script: mounts a tmpfs of $1 bytes on the folder $2, then replaces the shell by
+// Shell script: mounts a tmpfs of $1 bytes on the folder $2, then replaces the shell with
 // the program (exec).
 const QString mountThenExec =
     QStringLiteral("mount -t tmpfs -o size=\"$1\" none \"$2\" || exit 99; shift 2; exec \"$@\"");
@@ -33,7 +33,7 @@ void limit(decltype(RLIMIT_AS) resource, const std::optional<qint64>& value)
     }
 }
 
-/// Replaces standard error by a pipe whose reading end is closed.
+/// Replaces standard error with a pipe whose reading end is closed.
 void breakStandardError()
 {
     int ends[2];

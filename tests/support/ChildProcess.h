@@ -52,7 +52,7 @@ public:
     /// does not affect standard output and standard error, which are pipes.
     void limitFileSize(qint64 bytes);
 
-    /// Replaces standard error by a pipe without a reader, so every write to standard
+    /// Replaces standard error with a pipe without a reader, so every write to standard
     /// error raises SIGPIPE.
     void closeStandardErrorReader();
 

@@ -18,8 +18,9 @@ inline const QList<double> preLevels{0.5, 0.25, 0.75, 1};
 inline const QList<double> jumps{2, 4, 1, 8};
 inline const QList<double> valences{2, 4, 3, 5};
 
-/// Sets a spectrum whose normalised values are @p values. Its pre-edge line is the
-/// constant @p pre and its post-edge line is the constant @p pre + @p jump.
+/// Sets a spectrum whose normalised values at the energies @p at (eV) are @p values. Its
+/// pre-edge line is the constant @p pre and its post-edge line is the constant @p pre +
+/// @p jump.
 inline void setNormalised(AMutE& spectrum, const QList<double>& at, QList<double> values,
                           double pre, double jump)
 {

@@ -12,8 +12,8 @@ namespace tests
 {
 
 /// The rows, spectra, maps and choices of a panel. By default no row and no reference is
-/// in use, the edge is at 8350 eV, and least squares and the linear background are
-/// chosen.
+/// in use, the edge energy of the references is 8350 eV, and least squares and the linear
+/// background are chosen.
 struct PanelInputs {
     PanelInputs()
     {

@@ -123,8 +123,8 @@ inline void chooseFourPoints(FourPs& panel)
 }
 
 /// Sets up the three-point method with the fraction a = 1/2 and, for maps, the thickness
-/// 1. The references have the valences 2 and 3. The first three energy rows are in use; the
-/// third row is the V row.
+/// 1. The references have the valences 2 and 3. The first three energy rows are in use. The
+/// V row is not changed; it must be the third row, as in a new panel.
 inline void prepareThreePoints(FourPs& panel)
 {
     chooseFourPoints(panel);
@@ -149,9 +149,9 @@ inline void prepareThreePointMaps(FourPs& panel)
     setMap(panel, 2, {3});
 }
 
-/// Sets up the four-points methods with four energy rows; the third row is the V row. The
-/// target is half the sum of the two references, so the exact method and the least-squares
-/// method both calculate a = 1/2 and t/ts = 1.
+/// Sets up the four-points methods with four energy rows. The V row is not changed; it must
+/// be the third row, as in a new panel. The target is half the sum of the two references, so
+/// the exact method and the least-squares method both calculate a = 1/2 and t/ts = 1.
 inline void prepareFourPoints(FourPs& panel)
 {
     prepareThreePoints(panel);

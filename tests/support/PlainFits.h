@@ -1,7 +1,7 @@
 // Reference implementation of the linear combination fit and of the non-equivalent
-// method. For every pixel it parses all texts, allocates a matrix, fills it and solves
-// the linear system. Each interpolation searches from the first point. The fast path must
-// return the same bits.
+// method. For every pixel the method parses the valences, allocates the matrices, fills
+// them and solves the linear system. For every point the fit searches each reference from
+// its first point. The fast paths must return the same bits.
 #pragma once
 
 #include "analysis/NonEquivalentMap.h"
@@ -17,9 +17,9 @@
 namespace tests
 {
 
-/// Least squares by normal equations: the coefficients of the basis functions for the
-/// least-squares fit of @p y. The equations are solved by LU decomposition. @p basis writes
-/// the values of all @p unknowns basis functions at the index @p row of @p y to @p phi.
+/// The coefficients of the basis functions in the least-squares fit of @p y, calculated from
+/// the normal equations by LU decomposition. @p basis writes to @p phi the values that all
+/// @p unknowns basis functions have at the index @p row of @p y.
 QList<double> plainCoefficients(int unknowns,
                                 const std::function<void(qsizetype row, double* phi)>& basis,
                                 const QList<double>& y);

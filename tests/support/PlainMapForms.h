@@ -1,6 +1,6 @@
-// Reference implementation of the map calculation. For every pixel it parses all texts
-// and looks up all references. It allocates matrices for every linear system and appends
-// result rows one at a time. The fast path must return the same bits.
+// Reference implementation of the map calculation. For every pixel it looks up the
+// references and parses their valences. It allocates matrices for every linear system and
+// appends the pixels of the result one at a time. The fast path must return the same bits.
 #pragma once
 
 #include "analysis/MapCalculation.h"

@@ -11,9 +11,10 @@ class QString;
 namespace tests
 {
 
-/// Reads the text map at @p path into @p map. Reads a QTextStream in text mode line by
-/// line, simplifies each line, splits it by a regular expression and converts every
-/// number by QString::toDouble(). This is simple but slow; it is not part of the program.
+/// Reads the text map at @p path into @p map. Opens the file in text mode, reads it line by
+/// line with QTextStream, simplifies each line, splits it by a regular expression and
+/// converts every number by QString::toDouble(). This is simple but slow; it is not part of
+/// the program.
 ///
 /// @return true if the map has a size and at least one row, like data::readMapText().
 ///         False if the file cannot be opened; @p map is then unchanged.

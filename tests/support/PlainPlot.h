@@ -14,7 +14,7 @@ namespace tests
 
 /// Draws in this order: the white background, the data (by the derived class), the white
 /// margins, the outline with its labels, the elements above the data (by the derived
-/// class), and the titles inside the plot.
+/// class), and the axis titles in the margins.
 class PlainPlot
 {
 public:

@@ -11,8 +11,8 @@ namespace tests
 {
 
 /// Reads the points of a spectrum file of either format. Reads line by line, simplifies
-/// each line, splits it by a regular expression and converts every number by
-/// QString::toDouble(). This is simple but slow; it is not part of the program.
+/// each line, splits it at white space and converts every number by QString::toDouble().
+/// This is simple but slow; it is not part of the program.
 ///
 /// @param device  not sequential, open for reading in text mode, positioned at its start
 QList<MutPoint> readPlainSpectrum(QIODevice& device);

@@ -179,8 +179,8 @@ QString RandomUser::loadEverything()
 
 QString RandomUser::click(QAbstractButton* button)
 {
-    // Click on the indicator: a check box or radio button reacts only there and on its
-    // text.
+    // Clicks on the indicator, because a check box or radio button reacts only there and on
+    // its text.
     const QPointF at(std::min(8, button->width() / 2), button->height() / 2);
     press(button, at);
     release(button, at);

@@ -21,8 +21,9 @@ namespace tests
 class RandomUser
 {
 public:
-    /// Writes small files and loads them into all rows, so that every calculation has its
-    /// inputs before the first action.
+    /// Writes small files and loads them into the first three references, the target and the
+    /// first four energy rows, so that every calculation has its inputs before the first
+    /// action.
     RandomUser(FourPs& panel, unsigned seed);
 
     /// Performs one action and returns its description.

@@ -78,7 +78,7 @@ inline void resetRow(FourPs& panel, int index)
     row->VPointCB->setChecked(index == 2);
 }
 
-/// Clears all energy rows. The third row remains the V point.
+/// Clears all energy rows and makes the third row the only V point.
 inline void clearRows(FourPs& panel)
 {
     for (int row = 0; row < panel.EPoints.size(); ++row) {
@@ -175,7 +175,9 @@ inline const QList<QMap<QString, States>>& initialStates()
     return states;
 }
 
-/// Sets the folder of all file rows to the working directory and clears their file names.
+/// Resets all file rows: closes their dialogs, clears their file names and sets their folders
+/// to the working directory, except that the save row has no folder. Also chooses the
+/// pre-edge line for all spectra and energy rows.
 inline void resetFileRows(FourPs& panel)
 {
     const auto rows = panel.findChildren<AFileSelect*>();

@@ -55,8 +55,8 @@ private:
     QList<int> m_counts;
 };
 
-/// The value of counts() if each of the ten plots in the grid was painted @p times and
-/// the plot outside the grid was not painted.
+/// The value of counts() if each of the ten plots in the grid received @p times paint
+/// events and the plot outside the grid received none.
 inline QList<int> paintsOfGridPlots(int times)
 {
     return QList<int>(10, times) + QList<int>{0};

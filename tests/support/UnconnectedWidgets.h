@@ -19,7 +19,7 @@ namespace tests
 {
 
 /// Creates the widgets that panel::Widgets lists. They are not connected to each other, so
-/// the change of a widget starts no calculation.
+/// changing a widget starts no calculation.
 class UnconnectedWidgets
 {
 public:

@@ -22,7 +22,8 @@ namespace tests
 using States = QMap<QString, QVariant>;
 
 /// Calls @p visit for @p top and all widgets below it. The second argument of @p visit is
-/// a path of class and object names, so it is equal in every window of the same class.
+/// the path of the widget, which consists of class and object names, so it is equal in every
+/// window of the same class.
 /// Skips dialogs and the inner widgets of combo boxes, scroll areas and line edits.
 inline void visitWidgets(QWidget* top, const QString& name,
                          const std::function<void(QWidget*, const QString&)>& visit)
@@ -45,7 +46,8 @@ inline void visitWidgets(QWidget* top, const QString& name,
     }
 }
 
-/// Everything that a user can see or change in a widget, except its position and size.
+/// The states of a widget that a user can see or change: whether it is enabled and hidden,
+/// its tool tip, style sheet and text, and the states of fields, buttons and combo boxes.
 inline States statesOf(QWidget* widget)
 {
     States states{{"enabled", widget->isEnabledTo(widget->parentWidget())},
@@ -78,7 +80,8 @@ inline States statesOf(QWidget* widget)
     return states;
 }
 
-/// Restores the states that statesOf() returned.
+/// Restores the states that statesOf() returned, except the tool tip and the exclusivity of a
+/// button group.
 inline void setStates(QWidget* widget, const States& states)
 {
     if (states.contains("hidden") && states["hidden"].toBool() != widget->isHidden()) {
@@ -123,7 +126,7 @@ inline void makeExclusive(QButtonGroup* group)
     group->setExclusive(true);
 }
 
-/// The states of all widgets below @p top, by path.
+/// The states of @p top and of all widgets below it, by path.
 inline QMap<QString, States> statesBelow(QWidget* top)
 {
     QMap<QString, States> all;
@@ -133,8 +136,8 @@ inline QMap<QString, States> statesBelow(QWidget* top)
     return all;
 }
 
-/// Restores the states @p all of the widgets below @p top. The signals of buttons, button
-/// groups and lists are blocked.
+/// Restores the states @p all of @p top and of the widgets below it. Blocks the signals of
+/// buttons, button groups and combo boxes meanwhile.
 inline void setStatesBelow(QWidget* top, const QMap<QString, States>& all)
 {
     std::vector<QSignalBlocker> quiet;

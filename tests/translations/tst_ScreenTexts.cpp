@@ -153,8 +153,8 @@ void tst_ScreenTexts::initTestCase()
     m_body = std::make_unique<Body>();
     m_panel = m_body->findChild<FourPs*>();
     QVERIFY(m_panel);
-    // The translator also marks the numbers in the fields. The marks are removed there, because
-    // the panel could not parse the numbers.
+    // The translator also marks the numbers in the fields. The marks are removed, because the panel
+    // could not parse the numbers with marks.
     const auto fields = m_body->findChildren<QLineEdit*>();
     for (QLineEdit* field : fields) {
         field->setText(field->text().remove(u'«').remove(u'»'));

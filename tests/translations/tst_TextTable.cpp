@@ -66,7 +66,7 @@ bool isJapaneseText(QChar c)
 const QString chineseForms = QStringLiteral(
     "线價价范围圖图选擇择樣样测结无對对计详细开记录值數處处關关轴驗验权试设显邊边际积总");
 
-/// Whether Shift_JIS can encode the whole text; also true if Qt has no codec for it.
+/// Whether Shift_JIS can encode the whole text; also true if Qt has no Shift_JIS codec.
 bool isInShiftJis(const QString& text)
 {
     QStringEncoder encode("Shift_JIS");
@@ -96,7 +96,7 @@ private Q_SLOTS:
     void everyMessageHasTheCorrectHash();
     void hashesAreSortedForBinarySearch();
     void readerDetectsEveryTruncation();
-    void readerHandlesDamagedBytes();
+    void damagedBytesNeverAddMessages();
 
     void tableHas173Messages();
     void contextsHaveTheExpectedMessageCounts_data();
@@ -200,10 +200,10 @@ void tst_TextTable::readerDetectsEveryTruncation()
     }
 }
 
-void tst_TextTable::readerHandlesDamagedBytes()
+void tst_TextTable::damagedBytesNeverAddMessages()
 {
-    // A byte of 255 makes a length huge or a tag unknown. The reader must not return more
-    // messages than the intact file has.
+    // A byte overwritten with 255 can make a length huge or a tag unknown. The reader must not
+    // return more messages than the intact file has.
     for (qsizetype at = 16; at < m_file.size(); at += 3) {
         QByteArray damaged = m_file;
         damaged[at] = '\xff';
@@ -414,7 +414,7 @@ void tst_TextTable::translationsKeepTheEndingsOfTheirSources()
 void tst_TextTable::separatorsBeforeNumbersAreKept()
 {
     // A translation must contain an assignment such as " = %1" exactly if its source does, and
-    // begin with a comma exactly if its source does: such a source is appended to a number.
+    // begin with a comma exactly if its source does, because such a text follows a number.
     for (const QmMessage& message : std::as_const(m_table.messages)) {
         if (message.translation.isEmpty()) {
             continue;

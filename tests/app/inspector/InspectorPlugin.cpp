@@ -6,7 +6,8 @@
 //                          semicolons
 //                            snapshot         adds the state of all widgets to the report
 //                            click NAME       clicks the button with this object name
-//                            type NAME TEXT   sets the text of the field NAME
+//                            type NAME TEXT   sets the text of the field NAME and emits
+//                                             editingFinished()
 //                            print NAME       prints the text of the widget NAME
 //                            close NAME       closes the window with this object name
 //                            exit NUMBER      ends the event loop with this exit status
@@ -100,7 +101,7 @@ public:
         , m_steps(qEnvironmentVariable("AELK_INSPECTOR_STEPS").split(u';', Qt::SkipEmptyParts))
     {
         // A timer with interval 0 fires when the event loop has no other events to process, so
-        // a step starts when the events of the previous step are processed.
+        // each step starts after the events of the previous step have been processed.
         connect(&m_timer, &QTimer::timeout, this, &Inspector::step);
         m_timer.start(0);
     }
