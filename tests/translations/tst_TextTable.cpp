@@ -117,7 +117,7 @@ private Q_SLOTS:
     void onlyInternationalTextsHaveNoTranslation();
 
     void translationsKeepThePlaceholdersOfTheirSources();
-    void leadingBlanksAreKept();
+    void translationsKeepTheLeadingBlanksOfTheirSources();
     void translationsKeepTheEndingsOfTheirSources();
     void separatorsBeforeNumbersAreKept();
     void termsOfTheMethodAreTranslated_data();
@@ -389,7 +389,7 @@ void tst_TextTable::translationsKeepThePlaceholdersOfTheirSources()
     }
 }
 
-void tst_TextTable::leadingBlanksAreKept()
+void tst_TextTable::translationsKeepTheLeadingBlanksOfTheirSources()
 {
     for (const QmMessage& message : std::as_const(m_table.messages)) {
         if (!message.translation.isEmpty()) {
