@@ -49,13 +49,13 @@ public Q_SLOTS:
     /// Does nothing without a frame.
     void draw(QStylePainter* p);
 
-    /// Does nothing: the marker lines of the frame handle the dragging.
+    /// Does nothing: DispArea handles the dragging of marker lines.
     void mPressed(MouseC* m);
 
-    /// Does nothing: the marker lines of the frame handle the dragging.
+    /// Does nothing: DispArea handles the dragging of marker lines.
     void mDragging(MouseC* m);
 
-    /// Does nothing: the marker lines of the frame handle the dragging.
+    /// Does nothing: DispArea handles the dragging of marker lines.
     void mReleased(MouseC* m);
 
 Q_SIGNALS:
