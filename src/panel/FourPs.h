@@ -123,7 +123,7 @@ public:
     double scaleY1 = 0.0;          ///< upper y of the latest automatic range of a graph
 
 public Q_SLOTS:
-    /// Writes the edge energy @p e (eV) with 6 digits to its field and calls setEdge().
+    /// Writes the edge energy @p e (eV) with 6 significant digits to its field and calls setEdge().
     void noticedNewEdge(double e);
 
     /// Sets the edge energy and the limits of the pre-edge and post-edge regions of all

@@ -20,7 +20,7 @@ namespace panel
 class LowRows : public QObject
 {
 public:
-    /// Limits the heights of the widgets that are currently inside @p form.
+    /// Limits the heights of the input widgets that are currently inside @p form.
     /// @param form  becomes the owner of this object
     explicit LowRows(QWidget* form);
 

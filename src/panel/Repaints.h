@@ -7,7 +7,7 @@ namespace panel
 struct Widgets;
 
 /// Connects inputs to the graphs and maps that read them while painting, so that a change
-/// of an input causes a repaint. Wiring contains the connections that repaint all graphs.
+/// of an input causes a repaint. Wiring makes further such connections.
 ///
 /// These connections start no calculation. The repaint is needed even if no calculation
 /// runs after the change or if the calculation is refused. Unnecessary repaints are

@@ -1,4 +1,4 @@
-// The row of an energy point: its map, and the widgets of its inputs.
+// The row of an energy point: its map and its widgets.
 #pragma once
 
 #include "data/A2DData.h"
