@@ -1,4 +1,4 @@
-// The main window, which contains only the analysis panel.
+// The main window with the analysis panel.
 #pragma once
 
 #include "ui_Body.h"
@@ -7,8 +7,7 @@
 
 class FourPs;
 
-/// Contains the analysis panel and grows to the size of the panel. The menu bar and the
-/// status bar are empty.
+/// Contains the analysis panel. The menu bar and the status bar are empty.
 class Body : public QMainWindow
 {
     Q_OBJECT

@@ -24,7 +24,7 @@ Language languageFromArguments(const QStringList& arguments);
 /// The texts in the sources are English, so nothing is installed for English. If the
 /// Japanese translation cannot be loaded, the texts remain English, without a message.
 ///
-/// @param translator  receives the translation; must live as long as the application
+/// @param translator  receives the translation; must exist while texts are translated
 void installLanguage(Language language, QTranslator& translator);
 
 } // namespace app

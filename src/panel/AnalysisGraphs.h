@@ -26,7 +26,7 @@ namespace panel
 class InputReader;
 struct Widgets;
 
-/// The results that the graphs show, in addition to the input fields of the panel.
+/// The data that the graphs show, in addition to the rows and fields of the panel.
 struct GraphData {
     /// The histograms of one quantity (valence or thickness): the main histogram, and
     /// one for each reference.
@@ -38,7 +38,7 @@ struct GraphData {
     const A2DData& result;             ///< result map of the latest map calculation
     const QList<AMutE*>& displayOnly;  ///< spectra loaded for display only
     const AMutE* fitted;               ///< curve of the latest linear combination fit; can be null
-    const QList<LCFPoint>& comparison; ///< points of the graph that compares both methods
+    const QList<LCFPoint>& comparison; ///< pairs of a target result and a fit result
     int pointColor; ///< colour index of the thickness graph and of the next comparison point
     const CColors& colors;
     Histograms valence;
@@ -65,12 +65,12 @@ public:
     void draw(Displays::DispId id, DispABase* frame, QStylePainter* p, const GraphData& data,
               display::Graph::Range* range) const;
 
-    /// Switches a spectrum in the graph of all spectra on or off if its name in the legend is
-    /// at @p pos (pixels of the painting surface).
+    /// Switches a spectrum in the graph of all spectra on or off if @p pos (pixels of the
+    /// painting surface) hits its name in the legend, see display::Legend::isHit().
     void switchSpectrumAt(QPoint pos, const QList<AMutE*>& displayOnly) const;
 
 private:
-    /// The arguments of draw() that are the same for all graphs.
+    /// The arguments of draw() that every graph needs.
     struct Plot {
         DispABase* frame;
         QStylePainter* painter;

@@ -8,8 +8,8 @@ namespace panel
 
 struct Widgets;
 
-/// The two sets of marker lines. The position of each marker line is the number in a line
-/// edit. The sets exist until the process ends.
+/// The two sets of marker lines. The number in a line edit determines the position of each
+/// marker line. The sets exist until the process ends.
 struct EdgeMarks {
     /// Lines at the edge, at the end of the pre-edge region, at the start of the post-edge
     /// region, and at the energy of each energy row.

@@ -14,8 +14,7 @@ namespace panel
 
 /// Places the widgets of the energy rows in a grid: two grid rows of headings, one grid row
 /// for each energy row, and below them the fields that apply to all energy rows. The widgets
-/// become children of the grid's widget; the frames of the energy rows are then empty and
-/// never shown.
+/// become children of the grid's widget; the frames of the energy rows are never shown.
 class EnergyGrid
 {
     Q_DECLARE_TR_FUNCTIONS(FourPs) // the headings are translated in the context of the panel
@@ -27,8 +26,9 @@ public:
     /// Places the headings in the two top rows of the grid.
     void placeHeadings();
 
-    /// Places the widgets of @p row in one row of the grid, below the headings.
-    /// @param index  number of the energy row, from 0
+    /// Places a number label and the widgets of @p row in one row of the grid, below the
+    /// headings.
+    /// @param index  index of the energy row, from 0; the label shows index + 1
     void placeRow(const AEPoint& row, int index);
 
     /// Places the field for a list of energies and the file row for several maps in one row

@@ -10,9 +10,9 @@
 namespace panel
 {
 
-// By default the focus chain has the order in which the widgets were created. The reference
-// rows and the energy rows are created after the widgets of the form, although they are shown
-// above many of these widgets.
+// By default the focus chain has the order in which the widgets were added to the panel. The
+// reference rows and the energy rows are added after the widgets of the form, although they are
+// shown above many of these widgets.
 void orderFocusChain(QWidget* panel, const Widgets& widgets)
 {
     QList<QWidget*> references;

@@ -73,7 +73,7 @@ DispMBase* newMapWindow(const QString& name, const QString& title)
     return window;
 }
 
-/// Makes an exclusive group of buttons, which exists until the process ends.
+/// Makes an exclusive group of @p buttons. The group is never deleted.
 QButtonGroup* newGroup(const QList<QAbstractButton*>& buttons)
 {
     auto* group = new QButtonGroup;
@@ -190,7 +190,9 @@ FourPs::FourPs(QWidget* parent)
     // On purpose the user cannot change the default choice of "4 Points Meth.": no code enables
     // the buttons again.
     ui.CConds3->setEnabled(false);
-    // Connected last, so that the initialisation above starts no calculation.
+    // Connected last, so that no signal of the initialisation above starts a calculation.
+    // (changedSubBGTypeForTarget() calls calcBoth() directly; without spectra, every calculation
+    // is refused.)
     const panel::Wiring<FourPs> wiring(m_widgets, this);
     wiring.connectMarks(panel::makeEdgeMarks(m_widgets));
     panel::orderFocusChain(this, m_widgets);
@@ -199,8 +201,8 @@ FourPs::FourPs(QWidget* parent)
     receiveNewDir(QDir::currentPath());
 }
 
-// Sets the pointers that the parts of the panel use, except for the groups of buttons: the
-// constructor sets these pointers when it creates the groups.
+// Sets the pointers in m_widgets, except those to the groups of buttons: the constructor sets
+// them when it creates the groups.
 void FourPs::listWidgets()
 {
     m_widgets.form = &ui;

@@ -1,4 +1,4 @@
-// The panel of the program: input rows, calculations and result map.
+// The analysis panel, which is the content of the main window.
 #pragma once
 
 #include "analysis/CalculationMemory.h"
@@ -36,14 +36,13 @@ struct TargetResult;
 enum class Variant;
 } // namespace analysis
 
-/// Owns the input rows, the result map, the histograms and the windows, and connects
-/// them with signals and slots. Its parts do the reading, drawing and connecting
-/// (panel::InputReader, panel::AnalysisGraphs, panel::Wiring, ...).
+/// Creates the input rows, the histograms and the windows of the graphs and maps, and
+/// stores the results. Classes in the namespace panel read the inputs, draw, and connect
+/// signals with slots (InputReader, AnalysisGraphs, Wiring, ...).
 ///
-/// The widgets are the state: numbers and choices are read from line edits and
-/// buttons at each use, and unparsable text counts as 0. A slot reads its inputs once,
-/// calls a pure function, and shows the result. If a calculation is refused, the reason
-/// is shown in the message box and earlier results are kept.
+/// Line edits and buttons store the numbers and choices of the user. Calculations and
+/// graphs read them there; unparsable text counts as 0. If a calculation is refused, the
+/// reason is shown in the message box and earlier results are kept.
 class FourPs : public QFrame
 {
     Q_OBJECT
@@ -61,23 +60,24 @@ public:
     /// See panel::InputReader::normMode().
     int NormMode() const;
 
-    /// Sets @p lo and @p hi to the lowest and highest valence of the used references,
-    /// see analysis::ReferenceSet::valenceRange(), and @p span to their difference.
+    /// Sets @p lo and @p hi to the limits of analysis::ReferenceSet::valenceRange(), and
+    /// @p span to hi - lo.
     void ValenceRange(double& lo, double& hi, double& span) const;
 
     /// See panel::ResultMapView::setPresetLimits().
     bool SetMapScale();
 
-    /// Writes the automatic limits of the valence and of the thickness histograms to their
-    /// fields, each if its "Auto" is checked.
+    /// Writes the automatic limits of the valence histograms to their fields if their "Auto"
+    /// is checked, and does the same for the thickness histograms. Without "Auto" the fields
+    /// are not changed.
     void SetHistogramRanges();
 
     int CheckedMapRow() const;      ///< see panel::InputReader::checkedMapRow()
     bool ratioChecked(int n) const; ///< see panel::InputReader::isRatioShown()
     bool dMutChecked(int n) const;  ///< see panel::InputReader::isDMutShown()
 
-    /// Returns the ratio histogram of the last reference whose check box for it is checked,
-    /// or the valence histogram if none of these check boxes is checked.
+    /// Returns the ratio histogram of the last reference row whose check box for the ratio
+    /// histogram is checked, or the valence histogram if no such box is checked.
     Histgram* currentRatioHist() const;
 
     double edgeJumpRatio() const;      ///< see analysis::ReferenceSet::edgeJumpRatio()
@@ -96,25 +96,25 @@ public:
     int kindOfMap() const;
 
     Ui_FourPs ui;
-    QLineEdit* MultiEnergys = nullptr; ///< field for a list of the energies of all rows
+    QLineEdit* MultiEnergys = nullptr; ///< field for a list of energies, one per energy row
     AFileSelect* MultiFiles = nullptr; ///< file row that selects several maps at once
     RefFiles Refs;
     QList<AXafsFileSelect*> XafsFiles; ///< Ref 1 to Ref 4, then the target
-    QList<AEPoint*> EPoints;       ///< the eight energy rows; their frames have no QObject parent
-    A2DData BaseData;              ///< result map of the latest map calculation
-    QList<AMutE*> DispMuts;        ///< spectra for display only, in the order of SelectedFs
-    AMutE* LCFMut = nullptr;       ///< curve of the latest linear combination fit; not marked valid
-    double TargetV = 0.0;          ///< fraction a of the latest target calculation
-    double TargetT = 0.0;          ///< valence of the latest target calculation
-    QList<LCFPoint> LCFvs4PS;      ///< one point for each fit since the list was last cleared
-    int LCFColor = 0;              ///< colour index of the next point of LCFvs4PS
-    bool unusedFlag = false;       ///< not read by any code; kept on purpose
-    CColors Colors;                ///< the colours of the graphs
+    QList<AEPoint*> EPoints;  ///< the eight energy rows; their frames have no QObject parent
+    A2DData BaseData;         ///< result map of the latest map calculation
+    QList<AMutE*> DispMuts;   ///< spectra for display only, in the order of SelectedFs
+    AMutE* LCFMut = nullptr;  ///< curve of the latest linear combination fit; null at first
+    double TargetV = 0.0;     ///< TargetResult::a of the latest target calculation
+    double TargetT = 0.0;     ///< TargetResult::valence of the latest target calculation
+    QList<LCFPoint> LCFvs4PS; ///< one point for each fit since the list was last cleared
+    int LCFColor = 0;        ///< colour index of the next LCFvs4PS point and of the thickness graph
+    bool unusedFlag = false; ///< not read by any code; kept on purpose
+    CColors Colors;          ///< the colours of the graphs
     Displays* Disps = nullptr;     ///< the graph window
     DispMBase* MapDisp = nullptr;  ///< the window of the result map
     DispMBase* DMapDisp = nullptr; ///< the window of the measured map
     Histgram* HistV = nullptr;     ///< histogram of the valence
-    Histgram* HistT = nullptr;     ///< histogram of the total dMut
+    Histgram* HistT = nullptr;     ///< histogram of the thickness or the total dMut
     QList<Histgram*> HistRatio;    ///< ratio histogram of each reference, with the fields of HistV
     QList<Histgram*> HistDMut;     ///< dMut histogram of each reference, with the fields of HistT
     double scaleX0 = 0.0;          ///< lower x of the latest automatic range of a graph
@@ -123,7 +123,7 @@ public:
     double scaleY1 = 0.0;          ///< upper y of the latest automatic range of a graph
 
 public Q_SLOTS:
-    /// Writes the edge energy @p e (eV) with 6 digits to its field and calls setEdge().
+    /// Writes the edge energy @p e (eV) with 6 significant digits to its field and calls setEdge().
     void noticedNewEdge(double e);
 
     /// Sets the edge energy and the limits of the pre-edge and post-edge regions of all
@@ -144,21 +144,21 @@ public Q_SLOTS:
     /// target and runs calcBoth().
     void changedSubBGTypeForTarget(bool f);
 
-    /// Removes the selected spectrum from the list of spectra for display only. Does nothing
+    /// Deletes the selected spectrum from the list of spectra for display only. Does nothing
     /// if none is selected.
     void removeAFile();
 
     /// Sets the directory of all file rows except the save row to @p dir. Ignores an empty
-    /// @p dir, which a file row reports for a file on a network share that is not mounted.
+    /// @p dir, which a file row reports for a file in a directory that does not exist.
     void receiveNewDir(QString dir);
 
-    /// Recalculates the mut fields of the energy row that sent the signal, for the energy in
-    /// its field. Ignores @p e and starts no calculation.
+    /// Refreshes the mut fields of the energy row that sent the signal, for the energy in its
+    /// field. Ignores @p e. Does not run calcBoth().
     void receiveNewEnergy(double e);
 
-    /// A spectrum row has read another file: refreshes the mut column of this spectrum, then
-    /// runs calcBoth(). calcBoth() also runs if the sender is not a spectrum row. @p fname is
-    /// ignored.
+    /// A file was selected in a spectrum row, or the row was cleared: calls receiveNewRef() or
+    /// receiveNewTarget() for the row that sent the signal, then runs calcBoth(). For any other
+    /// sender, only runs calcBoth(). Ignores @p fname.
     void receiveNewFile(QString fname);
 
     /// Refreshes the mut column of reference @p n (from 0): its mut in each energy row with a
@@ -177,16 +177,16 @@ public Q_SLOTS:
     /// Reads the spectra in @p paths for display only. Files that cannot be read are skipped.
     void receiveNewDispFiles(QStringList paths);
 
-    /// Reads one map for each energy row, in order. Surplus paths are ignored.
+    /// Reads the maps in @p paths into the energy rows, in order. Surplus paths are ignored.
     void receiveNewPaths(QStringList paths);
 
     /// The recalculation after a change of input: sets the automatic histogram limits, then
     /// runs the map calculation, the target calculation and the linear combination fit. Each
-    /// of them runs even if the previous one was refused.
+    /// of these runs even if an earlier one was refused.
     void calcBoth();
 
-    /// Runs the selected calculation for all pixels of the maps in use. Stores the results in
-    /// BaseData and in the histograms.
+    /// Runs the selected calculation on the maps of the used energy rows. Stores the results
+    /// in BaseData and in the histograms.
     void calcMap();
 
     /// Calculates the target and shows the result in CalcRes. The four-points methods use the
@@ -198,11 +198,12 @@ public Q_SLOTS:
     void calcAndWrite();
 
     /// Writes BaseData to the file named in the save row, and the valence and thickness
-    /// histograms to their files if these exist, see Histgram::write(). Files that cannot be
-    /// written are reported in the message box.
+    /// histograms to their files if these exist, see Histgram::write(). Write errors are
+    /// reported in the message box, except that a histogram file that cannot be opened is
+    /// skipped without a message.
     void write();
 
-    void clearLCFvs4PS(MouseC* m);    ///< clears LCFvs4PS, the comparison of the two methods
+    void clearLCFvs4PS(MouseC* m);    ///< clears LCFvs4PS and sets LCFColor to 0
     void newColorLCFvs4PS(MouseC* m); ///< selects the next colour for new points of LCFvs4PS
     void updateDMap();                ///< see panel::DataMapView::showOtherMap()
 
@@ -255,7 +256,7 @@ private:
     void RefreshRefColumn(int n);
 
     panel::MessageLines m_messages;
-    analysis::MapResultCache m_latestMap; ///< skips a map calculation whose inputs are unchanged
+    analysis::MapResultCache m_latestMap; ///< used to skip a map calculation with unchanged inputs
     analysis::CalculationMemory m_calculationMemory;
     panel::Widgets m_widgets; ///< the widgets that the parts below use
     panel::InputReader m_inputs{m_widgets};

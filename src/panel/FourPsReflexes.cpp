@@ -1,4 +1,4 @@
-// Slots of the panel that update rows, spectra and limits after a change of input.
+// Slots of the panel that react to changes of the input, and the recalculation.
 
 #include "panel/FourPs.h"
 
@@ -110,7 +110,8 @@ void FourPs::removeAFile()
 
 void FourPs::receiveNewDir(QString dir)
 {
-    // The directory is empty for a file on a network share that is not mounted.
+    // A file row reports an empty directory if the directory of the file does not exist, for
+    // example on a network share that is not mounted.
     if (dir.isEmpty()) {
         return;
     }
@@ -150,8 +151,8 @@ void FourPs::receiveNewFile(QString fname)
         receiveNewTarget(fname);
     }
     calcBoth();
-    // If the file contains no spectrum, its plot has not been repainted yet and still shows
-    // the previous spectrum.
+    // If a reference row has no spectrum, and the map calculation and the fit are refused, the
+    // calls above repaint nothing. The plot of the row would still show the previous spectrum.
     Disps->update();
 }
 

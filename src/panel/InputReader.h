@@ -43,15 +43,15 @@ public:
     /// Returns the state of the reference rows, in order.
     analysis::ReferenceSet references() const;
 
-    /// Returns all inputs of a calculation. Spectra and maps are not copied: the result
-    /// points to the objects in the rows.
+    /// Returns the inputs of the map calculation, the target calculation and the fit. Spectra
+    /// and maps are not copied: the result points to the objects in the rows.
     analysis::CalculationState calculationState() const;
 
-    /// Returns the energies of the edge fields. The user enters the two limits as offsets
-    /// from the edge energy, which are added here.
+    /// Returns the energies of the edge fields. The fields of the two limits contain offsets
+    /// from the edge energy; the returned limits are absolute.
     Edge edge() const;
 
-    /// Returns the selected normalisation of all spectra, a constant of AMutE:
+    /// Returns the normalisation selected for the graph of all spectra, a constant of AMutE:
     /// - 0: raw absorbance;
     /// - 1: minus the pre-edge line;
     /// - 3: minus the pre-edge line, divided by the edge jump;

@@ -1,4 +1,4 @@
-// Limits the height of the rows of a form to the height of their text.
+// Limits the heights of the input widgets of a form.
 #pragma once
 
 #include <QObject>
@@ -8,16 +8,19 @@ class QWidget;
 namespace panel
 {
 
-/// Limits the height of the rows of a form, so that a form with many rows fits on a
-/// small screen. Line edits, push buttons and combo boxes are at most as high as a line of
-/// text with the frame of a line edit. Check boxes and radio buttons are at most as high as
-/// a line of text or their indicator, whichever is larger. A padding of one or two pixels is
-/// added. The heights are set again when the font or the style of the form changes. Windows
-/// that are children of the form, such as file dialogs, are not changed.
+/// Limits the heights of the input widgets of a form, so that a form with many rows fits on
+/// a small screen. The maximum heights are:
+/// - line edits, push buttons and combo boxes: a line of text, plus the frame of a line edit,
+///   plus 2 pixels;
+/// - check boxes and radio buttons: the highest of a line of text, the indicator of a check
+///   box and the indicator of a radio button, plus 1 pixel.
+///
+/// The heights are set again when the font or the style of the form changes. Windows that are
+/// children of the form, such as file dialogs, are not changed.
 class LowRows : public QObject
 {
 public:
-    /// Limits the heights of the widgets that are currently inside @p form.
+    /// Limits the heights of the input widgets that are currently inside @p form.
     /// @param form  becomes the owner of this object
     explicit LowRows(QWidget* form);
 

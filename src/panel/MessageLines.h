@@ -38,8 +38,8 @@ public:
     /// @param box  must outlive this object
     void setBox(QTextEdit* box) { m_box = box; }
 
-    /// Appends a line and moves the cursor to the end of the text. Inside a batch the cursor
-    /// is moved only when the batch ends.
+    /// Appends a line at the end of the text and scrolls to it. Inside a batch, the box scrolls
+    /// to the new lines only when the batch ends.
     /// @pre setBox() was called
     void append(const QString& line);
 

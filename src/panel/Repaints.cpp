@@ -33,10 +33,9 @@ void repaintOn(Picture* picture, const Inputs*... inputs)
     (follow(picture, inputs), ...);
 }
 
-// Connects only the inputs that affect single plots. The inputs that repaint all plots are
-// connected in Wiring: the buttons of "Disp Select" and of the normalisation, and the list
-// of spectra for display only. The slots of the panel also repaint all plots after a change
-// of spectra or results.
+// Connects only inputs that affect some of the plots. Inputs that repaint all plots are
+// connected in Wiring, for example the buttons of the normalisation. Many slots of the panel
+// also repaint all plots, for example after a fit.
 void connectGraphs(const Widgets& widgets)
 {
     const Ui_FourPs& form = *widgets.form;
@@ -60,22 +59,23 @@ void connectGraphs(const Widgets& widgets)
         repaintOn(thickness, row->UseCB, row->Valence);
         repaintOn(plane, row->UseCB);
     }
-    // Two kinds of input need no repaint. The limits of the histograms are used in the
-    // thickness plot only when its view is next fitted to them. A mouse release in the comparison
-    // plot changes the current colour, which the thickness plot shows at its next paint.
+    // On purpose, two inputs of the thickness plot are not connected. It uses the limits of the
+    // histograms only when its view is next fitted to them. The current colour, which changes
+    // at a mouse release in the comparison plot, appears at the next paint.
 }
 
 void connectMaps(const Widgets& widgets)
 {
     for (const ARefFile* row : widgets.references->RefRows) {
-        // The valence of a pixel depends on the valid references in use.
+        // The valence of a pixel depends on which references are used and valid, and on their
+        // valences.
         repaintOn(widgets.resultMap, row->UseCB, row->Valence);
         QObject::connect(row->XafsFS, &AFileSelect::newFilePath, widgets.resultMap,
                          &DispMBase::update);
     }
     for (const AEPoint* row : widgets.points) {
-        // newFilePath() is also emitted for a file that cannot be read. The row then has no map,
-        // and the repaint removes the picture of the old map.
+        // newFilePath() is also emitted for a file that cannot be read. The row then has no map
+        // to draw, and the repaint removes the picture of the old map.
         QObject::connect(row->FileSelect, &AFileSelect::newFilePath, widgets.dataMap,
                          &DispMBase::update);
     }

@@ -1,4 +1,4 @@
-// Repaints graphs and maps when an input field that they read changes.
+// Repaints graphs and maps when an input that they read changes.
 #pragma once
 
 namespace panel
@@ -6,12 +6,12 @@ namespace panel
 
 struct Widgets;
 
-/// Connects each graph and each map to the fields and buttons that it reads while
-/// painting, so that any change repaints it.
+/// Connects inputs to the graphs and maps that read them while painting, so that a change
+/// of an input causes a repaint. Wiring makes further such connections.
 ///
 /// These connections start no calculation. The repaint is needed even if no calculation
-/// runs after the change or if the calculation is refused. A graph or map is not connected
-/// to inputs that it does not read, since painting a large map takes long.
+/// runs after the change or if the calculation is refused. Unnecessary repaints are
+/// avoided, since painting a large map takes long.
 void connectRepaints(const Widgets& widgets);
 
 } // namespace panel

@@ -26,9 +26,9 @@ public:
     ResultMapView(const Widgets& widgets, const InputReader& inputs, const A2DData& result);
 
     /// Paints a white background and, if the map has pixels, its cells. If the painting
-    /// surface has no range, the view is first fitted to the map. The colour limits are then
-    /// also set: to the preset limits of the quantity, or to the range of the values of all
-    /// pixels if it has no preset limits.
+    /// surface has no range, this function first fits the view to the map and sets the colour
+    /// limits: to the preset limits of the quantity, or to the range of the values of all
+    /// pixels if the quantity has no preset limits.
     void draw(QStylePainter* p) const;
 
     /// Sets the colour limits to the preset limits of the selected quantity, see
@@ -40,28 +40,31 @@ public:
     /// map. Does nothing if there is no result.
     void showValueAt(double x, double y) const;
 
-    /// Sets the colour limits after a double click with the left button:
-    /// - without a modifier key to the range of the values of all pixels;
-    /// - with Shift to the range of the values of all pixels, except that no limit is lowered;
-    /// - with Control to the preset limits, or to the range of the values of all pixels if the
-    ///   quantity has no preset limits.
+    /// Sets the colour limits after a double click with the left button. The pressed keys of
+    /// Shift, Control and Alt select the limits:
+    /// - none: the range of the values of all pixels;
+    /// - Shift: the range of the values of all pixels, except that no limit is lowered;
+    /// - Control: the preset limits, or the range of the values of all pixels if the quantity
+    ///   has no preset limits;
+    /// - any other combination: the limits are unchanged.
     ///
     /// These limits are kept only until the next paint: the double click has also reset the
     /// range of the surface, so draw() sets the view and the limits again.
-    /// @return false if there is no result; the double click then has no effect
+    /// @return false if there is no result; the colour limits are then unchanged
     bool handleDoubleClick(const MouseC& mouse) const;
 
     /// Call this if another quantity was selected: clears the shown value, sets the preset
     /// limits of the new quantity if it has any, and repaints.
     void showOtherQuantity() const;
 
-    /// Repaints after a map calculation and keeps the colour limits.
+    /// Clears the shown value and repaints after a map calculation. Keeps the colour limits,
+    /// unless the painting surface has no range: then draw() sets them.
     /// @param isSizeNew  whether the size of the map has changed; if so, the view is fitted to
     ///                   the map, otherwise it is kept
     void showNewResult(bool isSizeNew) const;
 
-    /// Repaints after a map calculation. The next draw() fits the view to the map and sets
-    /// the colour limits again.
+    /// Clears the shown value and repaints after a map calculation. The next draw() fits the
+    /// view to the map and sets the colour limits again.
     void showAndFitNewResult() const;
 
 private:

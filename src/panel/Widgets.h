@@ -24,14 +24,14 @@ struct Widgets {
     const RefFiles* references = nullptr; ///< the four reference rows
     QList<AXafsFileSelect*> spectra;      ///< Ref 1 to Ref 4, then the target
     QList<AEPoint*> points;               ///< the eight energy rows
-    QLineEdit* energyList = nullptr;      ///< field for a list of the energies of all rows
+    QLineEdit* energyList = nullptr;      ///< field for a list of energies, one per energy row
     AFileSelect* mapFiles = nullptr;      ///< file row that selects several maps at once
     Displays* graphs = nullptr;           ///< the graph window
     DispMBase* resultMap = nullptr;       ///< the window of the result map
     DispMBase* dataMap = nullptr;         ///< the window of the measured map
     QButtonGroup* mapRadios = nullptr;    ///< buttons for the quantity of the result map
     QButtonGroup* mapRows = nullptr;      ///< buttons for the energy row of the measured map
-    QButtonGroup* normRadios = nullptr;   ///< buttons for the normalisation of all spectra
+    QButtonGroup* normRadios = nullptr;   ///< normalisation buttons of the graph of all spectra
 };
 
 } // namespace panel

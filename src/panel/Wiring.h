@@ -18,8 +18,8 @@
 namespace panel
 {
 
-/// Connects the widgets to the slots of the panel. The connections are made once and are
-/// never changed.
+/// Connects the signals of the widgets to the slots of the panel and of other widgets. Call
+/// each function once: a second call would make the connections a second time.
 ///
 /// @tparam Panel  the class with the slots: FourPs, or a mock that records slot calls
 template <class Panel>
@@ -27,7 +27,7 @@ class Wiring
 {
 public:
     /// @param widgets  must be complete and must outlive this object
-    /// @param panel    receives the signals
+    /// @param panel    receives the signals in its slots
     Wiring(const Widgets& widgets, Panel* panel)
         : m_widgets(widgets)
         , m_form(*widgets.form)
@@ -46,7 +46,7 @@ public:
         }
     }
 
-    /// Connects all other widgets.
+    /// Makes the connections that do not involve marker lines.
     void connectAll() const
     {
         connectReferences();

@@ -1,4 +1,4 @@
-// The texts that show results and refusals of calculations.
+// The texts of results and messages.
 #pragma once
 
 #include <QCoreApplication>
@@ -13,8 +13,8 @@ struct TargetResult;
 namespace panel
 {
 
-/// Makes the texts that the user reads after a calculation, in the language of the
-/// program. They are translated in the context of the panel.
+/// Makes the texts of results and messages in the language of the user interface. They are
+/// translated in the context of the panel.
 class Wording
 {
     Q_DECLARE_TR_FUNCTIONS(FourPs)

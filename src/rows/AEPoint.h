@@ -1,4 +1,4 @@
-// The row of an energy point: its map, its energy and its mut fields.
+// The row of an energy point: its map and its widgets.
 #pragma once
 
 #include "data/A2DData.h"
@@ -8,8 +8,8 @@
 #include <QList>
 
 /// The row of an energy point of the measurement. It inherits its map (A2DData), and
-/// its widgets contain the numbers of the point. The panel moves these widgets into its
-/// grid.
+/// its widgets contain the numbers of the point. The panel moves most of these widgets
+/// into its grid.
 class AEPoint : public QFrame, public A2DData, private Ui_AEPoint
 {
     Q_OBJECT
@@ -47,7 +47,7 @@ public Q_SLOTS:
     /// by load2dProcData(); any other file is read as a text map.
     ///
     /// The energy of an "ENERGY" line in a text map is written to @c Energy and
-    /// emitted by newEnergy() while the file is still being read. If the map has a
+    /// emitted by newEnergy() while the file is still being read. If the text map has a
     /// size and pixels, @c loaded becomes true and newData() is emitted. Otherwise
     /// @c loaded becomes false. The row then keeps its old map if the file cannot be
     /// opened, has no pixels if data::readMapText() refuses the file, and contains the
@@ -55,9 +55,9 @@ public Q_SLOTS:
     void loadData(QString path);
 
     /// Appends the pixels of a "2dData" file, whose values are mut, and sets the size of
-    /// the map to the size in the file. The pixels of earlier files remain in the list, in
-    /// front of the new ones, so the map still shows the earlier pixels. Then sets
-    /// @c loaded to true and emits newData(), even if reading fails; the map is then 0 by 0.
+    /// the map to the size in the file. Pixels that the row already has remain in front of
+    /// the new ones, so the map starts with the earlier pixels. Then sets @c loaded to true and
+    /// emits newData(), even if reading fails; the map is then 0 by 0.
     void load2dProcData(QString path);
 
     /// Emits newEnergy() with the number in @c Energy, even if it is unchanged. An
@@ -65,11 +65,11 @@ public Q_SLOTS:
     void inNewEnergy();
 
 Q_SIGNALS:
-    /// The user selected a file in the directory @p dir.
+    /// A file in the directory @p dir was selected, see AFileSelect::newDir().
     void newDir(QString dir);
     /// The energy of the row (eV) was entered or read from a file.
     void newEnergy(double e);
-    /// @c loaded became true, see loadData() and load2dProcData().
+    /// A map was loaded and @c loaded is true, see loadData() and load2dProcData().
     void newData();
     /// One of the three check boxes was clicked.
     void changedCB();

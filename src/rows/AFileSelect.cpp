@@ -184,8 +184,8 @@ bool AFileSelect::eventFilter(QObject* watched, QEvent* event)
 
 void AFileSelect::endDialog(int result)
 {
-    // Each highlighted file was written into the name field. After "Cancel" its name
-    // must be removed; otherwise the next result would overwrite that file.
+    // If the user highlights a file, its path is written into the name field. "Cancel" must
+    // restore the old text; otherwise the next result would overwrite the highlighted file.
     if (result == QDialog::Rejected && mode == SaveMode && m_choiceBefore) {
         FileName->setText(m_choiceBefore->text);
         dir = m_choiceBefore->dir;

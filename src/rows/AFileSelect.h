@@ -11,7 +11,7 @@
 #include <optional>
 
 /// A row with a button that opens a file dialog, a field with the name of the selected
-/// file, a button that clears this field, and an optional field for the energy shift. Files
+/// file, a button that clears this field, and an optional field for the energy shift. A file
 /// can also be dropped on the row. The row emits the paths as signals and does not read the
 /// files.
 class AFileSelect : public QFrame, public Ui_AFileSelect
@@ -36,17 +36,18 @@ public:
     QString fileText() const;
 
     int mode = OpenMode;
-    bool multi = false;                     ///< whether several files can be selected at once
-    QString dir;                            ///< the current directory; starts empty
-    QString fileName;                       ///< name of the selected file, without its directory
-    rows::FileDialog* dialog = nullptr;     ///< owned as a child
+    bool multi = false;                 ///< whether several files can be selected at once
+    QString dir;                        ///< the current directory; starts empty
+    QString fileName;                   ///< file name of the latest newFile(), without directory
+    rows::FileDialog* dialog = nullptr; ///< owned as a child
     QString suffix = QStringLiteral("dat"); ///< file name extension in save mode
 
 public Q_SLOTS:
     /// Selects the file @p path: shows the path in the name field and emits newDir(),
     /// newFilePath() and selectedFile(), in this order. The file need not exist. In save
-    /// mode, a dot and @c suffix are appended to a path with another extension. If @p path
-    /// is a symbolic link, newDir() reports the directory that contains the link.
+    /// mode, a dot and @c suffix are appended to a path with another extension, unless
+    /// @c suffix is empty. If @p path is a symbolic link, newDir() reports the directory that
+    /// contains the link.
     void newFile(QString path);
 
     /// Selects several files: shows their names in the name field and emits newDir() with
@@ -98,7 +99,7 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
     /// Saves the current selection when the dialog opens, so that it can be restored if the
-    /// user cancels the dialog.
+    /// user cancels the dialog. In save mode, also writes the file name into the dialog.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

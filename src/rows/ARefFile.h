@@ -5,8 +5,9 @@
 
 #include <QFrame>
 
-/// The row of a reference spectrum: a button that switches it on, a file row, its
-/// valence and two result fields. The numbers are stored only in the widgets.
+/// The row of a reference spectrum: a button that switches the reference on or off, a file
+/// row, a field for its valence and two result fields. The valence and the results are
+/// stored only as text in these fields.
 class ARefFile : public QFrame, public Ui_ARefFile
 {
     Q_OBJECT
@@ -14,12 +15,12 @@ class ARefFile : public QFrame, public Ui_ARefFile
 public:
     explicit ARefFile(QWidget* parent = nullptr);
 
-    /// Switches the row on or off. If this is a change, changedUse() is emitted twice:
+    /// Switches the row on or off. If its state changes, changedUse() is emitted twice:
     /// once because the button toggles, and once directly.
     void setUse(bool f);
 
 Q_SIGNALS:
-    /// The row was switched on or off. Emitted twice for a change by setUse().
+    /// The row was switched on or off. Emitted twice if setUse() changed the state.
     void changedUse(bool f);
     /// A file was selected in the file row, or the file row was cleared.
     void selectedFile();

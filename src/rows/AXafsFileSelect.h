@@ -36,7 +36,7 @@ public Q_SLOTS:
     ///
     /// The slot hides AFileSelect::newFile() but does not override it: that function emits
     /// newFilePath(), which is connected to this slot. To load a file from code, call
-    /// AFileSelect::newFile().
+    /// AFileSelect::newFile(), which also shows the path and emits the signals.
     void newFile(QString path);
 
     /// Reads the energy shift (eV) from its field; an unparsable number counts as 0. The
@@ -49,13 +49,13 @@ public Q_SLOTS:
     /// Does nothing without a frame.
     void draw(QStylePainter* p);
 
-    /// Does nothing: the marker lines of the frame handle the dragging.
+    /// Does nothing: DispArea handles the dragging of marker lines.
     void mPressed(MouseC* m);
 
-    /// Does nothing: the marker lines of the frame handle the dragging.
+    /// Does nothing: DispArea handles the dragging of marker lines.
     void mDragging(MouseC* m);
 
-    /// Does nothing: the marker lines of the frame handle the dragging.
+    /// Does nothing: DispArea handles the dragging of marker lines.
     void mReleased(MouseC* m);
 
 Q_SIGNALS:

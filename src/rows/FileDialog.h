@@ -1,4 +1,4 @@
-// A file dialog that reads and watches no folder while it is hidden.
+// A file dialog that does not watch a folder while it is hidden.
 #pragma once
 
 #include <QDir>
@@ -16,10 +16,10 @@ namespace rows
 
 /// A QFileDialog for an owner that keeps it hidden most of the time.
 ///
-/// A hidden dialog only stores its folder and reads it when the dialog is shown. It
-/// does not read or watch a folder, except that its constructor reads the root folder
-/// once. Call setDirectory() and directory() through this class: the functions of the
-/// base class ignore the stored folder.
+/// A hidden dialog only stores the path of its folder; the folder is read when the dialog
+/// is shown. A hidden dialog does not watch a folder and does not start to read one, except
+/// that the constructor reads the root folder once. Call setDirectory() and directory() through
+/// this class: the functions of the base class ignore the stored folder.
 ///
 /// It has no Q_OBJECT because Qt shows the native dialog of the desktop only if the
 /// meta-object has the class name QFileDialog. A native dialog has no Qt widgets and no
@@ -43,11 +43,13 @@ public:
 
     /// Writes @p name, which can be empty, into the name field of the open dialog and
     /// selects the text. Clears the highlight in the list of files. No signal is emitted.
+    /// Does nothing for a native dialog.
     void showName(const QString& name);
 
     /// Shows or hides the dialog. When it is shown, the text of the name field is
     /// selected, so that typing replaces it. When it is first shown, it is made large
-    /// enough to read the list of files; later it keeps the size that the user set.
+    /// enough to read the list of files, as far as the screen permits; later it keeps the
+    /// size that the user set.
     void setVisible(bool visible) override;
 
 private:

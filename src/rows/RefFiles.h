@@ -6,8 +6,9 @@
 
 class ARefFile;
 
-/// Contains the reference rows in the order of the list. The panel connects the signals
-/// of each row to the two signals here, so that a receiver needs only one connection.
+/// Contains the reference rows in their order on the panel. The panel connects changedUse()
+/// and selectedFile() of each row to the signals of the same name here, so that a receiver
+/// needs only one connection.
 class RefFiles : public QObject
 {
     Q_OBJECT

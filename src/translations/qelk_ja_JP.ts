@@ -1,10 +1,11 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1">
-<!-- The Japanese text. No language attribute on purpose: the compiled table
-     holds hashes and messages alone. A finished message with an empty
-     translation shows its source; an unfinished one would be left out.
-     Edited by hand: lupdate would delete texts that no source uses any more. -->
+<!-- The Japanese text. The language attribute is missing on purpose, so that
+     the compiled table contains only hashes and messages. A finished message
+     with an empty translation shows its source text; lrelease would omit an
+     unfinished one. This file is edited by hand: lupdate would mark texts that
+     no source uses any more as vanished, and lrelease would omit them. -->
 <context>
     <name>FourPs</name>
     <message>
@@ -26,7 +27,7 @@
     </message>
     <message>
         <source>, Valence = %1, t = %2</source>
-        <extracomment>t: sum of the references&apos; edge jumps.</extracomment>
+        <extracomment>t: sum of the edge jumps that the references contribute.</extracomment>
         <translation>, 価数 = %1, t = %2</translation>
     </message>
     <message>
@@ -102,7 +103,7 @@
     </message>
     <message>
         <source>B.G.Line Type: </source>
-        <extracomment>Background of the non-equivalent method; no Victoreen line of a spectrum.</extracomment>
+        <extracomment>Type of the background in the non-equivalent method, not a background line of a spectrum.</extracomment>
         <translation>バックグラウンドの形: </translation>
     </message>
     <message>
@@ -152,7 +153,7 @@
     </message>
     <message>
         <source>Energy Range is not selected, which should by selected by CB of TR.</source>
-        <extracomment>The check boxes are those of the column &quot;LCF F.P.&quot;.</extracomment>
+        <extracomment>The check boxes are in the column &quot;LCF F.P.&quot;.</extracomment>
         <translation>エネルギー範囲が選択されていません。「LCF 範囲」の列のチェックボックスで選択してください。</translation>
     </message>
     <message>
@@ -165,7 +166,7 @@
     </message>
     <message>
         <source>Equiv.</source>
-        <extracomment>Second line of the column in which the V point, a row on the rising edge, is marked.</extracomment>
+        <extracomment>Second line of a column heading. In this column the user marks the V point, a row on the rising edge.</extracomment>
         <translation>点</translation>
     </message>
     <message>
@@ -178,7 +179,7 @@
     </message>
     <message>
         <source>F.P.</source>
-        <extracomment>Second line of the column whose marked rows bound the range of the linear combination fit.</extracomment>
+        <extracomment>Second line of a column heading. The rows marked in this column limit the range of the linear combination fit.</extracomment>
         <translation>範囲</translation>
     </message>
     <message>
@@ -215,7 +216,7 @@
     </message>
     <message>
         <source>Map</source>
-        <extracomment>Second line of the column &quot;Show Map&quot;.</extracomment>
+        <extracomment>Second line of the column heading &quot;Show Map&quot;. Japanese needs the opposite word order.</extracomment>
         <translation>表示</translation>
     </message>
     <message>
@@ -236,7 +237,7 @@
     </message>
     <message>
         <source>Non</source>
-        <extracomment>First line of the column in which the V point is marked. Beside the second line stands that of the next column, and both must not read as one word.</extracomment>
+        <extracomment>First line of the heading of the V point column. The second lines of this heading and of the next one are side by side; they must not read as one word.</extracomment>
         <translation>V</translation>
     </message>
     <message>
@@ -319,7 +320,7 @@
     </message>
     <message>
         <source>Record Select :</source>
-        <extracomment>The quantities that go into the result file.</extracomment>
+        <extracomment>Title of the quantities that can be written to the result file.</extracomment>
         <translation>記録選択 :</translation>
     </message>
     <message>
@@ -352,12 +353,12 @@
     </message>
     <message>
         <source>Refs: Sub.</source>
-        <extracomment>Which of the two background lines is taken off the references.</extracomment>
+        <extracomment>Which of the two background lines is subtracted from the references.</extracomment>
         <translation>参照: 差し引く線</translation>
     </message>
     <message>
         <source>Remove</source>
-        <extracomment>On a button of 50 pixels.</extracomment>
+        <extracomment>On a button that is 50 pixels wide.</extracomment>
         <translation>削除</translation>
     </message>
     <message>
@@ -378,7 +379,7 @@
     </message>
     <message>
         <source>Show</source>
-        <extracomment>First line of the column &quot;Show Map&quot;, in the order of Japanese.</extracomment>
+        <extracomment>First line of the column heading &quot;Show Map&quot;. Japanese needs the opposite word order.</extracomment>
         <translation>マップ</translation>
     </message>
     <message>
@@ -395,7 +396,7 @@
     </message>
     <message>
         <source>Sub pre Vic.</source>
-        <extracomment>Presentation of spectra: less the Victoreen line of the pre-edge.</extracomment>
+        <extracomment>Normalisation of the spectra in the graph: minus the pre-edge line.</extracomment>
         <translation>プリエッジ線を差引</translation>
     </message>
     <message>
@@ -408,7 +409,7 @@
     </message>
     <message>
         <source>Target: Sub.</source>
-        <extracomment>Which of the two background lines is taken off the target.</extracomment>
+        <extracomment>Which of the two background lines is subtracted from the target.</extracomment>
         <translation>対象: 差し引く線</translation>
     </message>
     <message>
@@ -421,7 +422,7 @@
     </message>
     <message>
         <source>Thick.</source>
-        <extracomment>Thickness, or amount, in units of the references&apos; edge jump; axis title.</extracomment>
+        <extracomment>Axis title: thickness or amount, in units of the references&apos; edge jump.</extracomment>
         <translation>元素量</translation>
     </message>
     <message>
@@ -505,7 +506,7 @@
     <name>Displays</name>
     <message>
         <source>Frame</source>
-        <extracomment>Title of the window of graphs.</extracomment>
+        <extracomment>Title of the graph window.</extracomment>
         <translation>グラフ</translation>
     </message>
     <message>
@@ -534,7 +535,7 @@
     </message>
     <message>
         <source>LCF vs 4PS</source>
-        <extracomment>The window asks for &quot;LCF vs MPS&quot;, which shows in both languages.</extracomment>
+        <extracomment>No source uses this text: the graph window uses &quot;LCF vs MPS&quot;, which is not translated.</extracomment>
         <translation>LCF 対 4点法</translation>
     </message>
     <message>
@@ -667,12 +668,12 @@
     </message>
     <message>
         <source>Sel.</source>
-        <extracomment>On a button of 50 pixels.</extracomment>
+        <extracomment>On a button that is 50 pixels wide.</extracomment>
         <translation>選択</translation>
     </message>
     <message>
         <source>Clear</source>
-        <extracomment>On a button of 50 pixels.</extracomment>
+        <extracomment>On a button that is 50 pixels wide.</extracomment>
         <translation>消去</translation>
     </message>
     <message>
@@ -715,7 +716,7 @@
     <name>AXafsFileSelect</name>
     <message>
         <source>Frame</source>
-        <extracomment>Title that the class has from its form.</extracomment>
+        <extracomment>Window title in the form of this class.</extracomment>
         <translation></translation>
     </message>
     <message>
@@ -728,7 +729,7 @@
     </message>
     <message>
         <source>Edge Jump : %1</source>
-        <extracomment>In a small box above a plot: the shorter, the larger its letters.</extracomment>
+        <extracomment>In a small box above a plot. The font size is fitted to the box, so a shorter text is larger.</extracomment>
         <translation>ジャンプ : %1</translation>
     </message>
 </context>
@@ -736,7 +737,7 @@
     <name>Body</name>
     <message>
         <source>MainWindow</source>
-        <extracomment>Never on screen: the title is the name of the program.</extracomment>
+        <extracomment>Never shown: the program replaces this title by its name.</extracomment>
         <translation>メインウィンドウ</translation>
     </message>
 </context>
