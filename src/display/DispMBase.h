@@ -32,12 +32,12 @@ public Q_SLOTS:
     /// Moves the drawing into its separate window, or back into the frame.
     void popDock();
 
-    /// Discards the range of the view. The next paint fits it to the data again.
+    /// Discards the range of the view. The next paint with data sets the automatic range.
     void clearScale();
 
     /// Sets the upper limit of the colour bar to the number in its edit; unparsable
-    /// text counts as 0. The bar swaps reversed limits. Afterwards both edits show the
-    /// limits of the bar.
+    /// text counts as 0. The bar swaps reversed limits. If a limit of the bar changes, both
+    /// edits then show the limits of the bar.
     ///
     /// Does nothing if neither the text nor the limit of the bar has changed since the
     /// frame wrote the text: the text is rounded, and reading it would replace the limit

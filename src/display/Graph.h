@@ -30,10 +30,10 @@ public:
     Graph& operator=(const Graph&) = delete;
     virtual ~Graph() = default;
 
-    /// Paints the whole plot: a white background, the grid and the data, the frame,
-    /// which covers data outside the plot area, and finally drawOnTop(). An empty
-    /// graph paints only the background and clears @c drawn of the surface's
-    /// coordinates, so that no axis titles are drawn.
+    /// Paints the whole plot: a white background, the grid and the data, the frame
+    /// with white margins, which cover data outside the plot area, and finally
+    /// drawOnTop(). An empty graph paints only the background and clears @c drawn of the
+    /// surface's coordinates, so that no axis titles are drawn.
     ///
     /// The automatic range is used only while the plot has no range from a previous
     /// paint or from the user.
