@@ -95,8 +95,8 @@ public:
     double tickStep(double base, double minPixels) const;
 
     /// Returns the result of tickStep() for the y axis, although tickStep() uses the scale
-    /// of the x axis. This is on purpose: both axes have the same tick distance in data
-    /// values.
+    /// of the x axis. This is on purpose: the same arguments give the same tick distance
+    /// (data values) on both axes.
     double tickStepY(double base, double minPixels) const;
 
     /// Returns the height of a line of text: the height of the plot area divided by

@@ -45,7 +45,7 @@ public:
     /// Whether the graph has nothing to draw.
     virtual bool isEmpty() const = 0;
 
-    /// Returns the automatic range. Called only if the graph is not empty.
+    /// Returns the automatic range of a graph that is not empty.
     virtual Range range() const = 0;
 
 protected:
