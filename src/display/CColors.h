@@ -1,4 +1,4 @@
-// The colours in which spectra and references are drawn.
+// The list of drawing colours for graphs.
 #pragma once
 
 #include <QColor>
@@ -17,9 +17,9 @@ public:
 
     /// Copies @p list and extends it to @p n colours if it has fewer.
     ///
-    /// The list is extended in rounds. A round derives one new colour from each
-    /// pair of neighbours in the list as it was before the round; the last colour
-    /// is paired with the first. An empty list stays empty.
+    /// The list is extended in rounds until it has @p n colours. A round derives one
+    /// new colour from each pair of neighbours in the list as it was before the round;
+    /// the last colour is paired with the first. An empty list stays empty.
     CColors(const QList<QColor>& list, int n);
 
     QList<QColor> colors;

@@ -1,4 +1,4 @@
-// Conversions between the data values and the pixels of a plot.
+// The coordinates of a plot: data values, pixels and tick distances.
 #pragma once
 
 #include <QObject>
@@ -11,8 +11,9 @@
 /// @c scrY0 is the height of the widget and @c scrY1 is 0, so that data values grow
 /// upward.
 ///
-/// The conversions do not check for an empty range, for which they return infinities
-/// or NaN.
+/// The conversions do not check for a division by zero. They return infinities or NaN
+/// for an empty data range (data values to pixels) or an empty plot area (pixels to data
+/// values).
 class ChCoord : public QObject
 {
     Q_OBJECT
@@ -63,7 +64,8 @@ public:
 
     /// Converts a signed distance on the x axis from pixels to data values.
     double s2rdX(double d) const;
-    /// Converts a signed distance on the y axis from pixels to data values.
+    /// Converts a signed distance on the y axis from pixels to data values. On a
+    /// painting surface this changes the sign.
     double s2rdY(double d) const;
 
     /// Returns s2rX(), clamped to the range between @c realX0 and @c realX1, which
@@ -92,8 +94,9 @@ public:
     /// none of the first 24 products is wide enough, returns @p base times 10^8.
     double tickStep(double base, double minPixels) const;
 
-    /// Returns tickStep(), which is calculated from the scale of the x axis, also for the
-    /// y axis: on purpose both axes have ticks at the same distance in data values.
+    /// Returns the result of tickStep() for the y axis, although tickStep() uses the scale
+    /// of the x axis. This is on purpose: the same arguments give the same tick distance
+    /// (data values) on both axes.
     double tickStepY(double base, double minPixels) const;
 
     /// Returns the height of a line of text: the height of the plot area divided by
@@ -102,7 +105,7 @@ public:
     int textRow() const;
 
     /// Returns the width of the left margin, truncated to whole pixels. The widths of
-    /// labels and legends are multiples of it.
+    /// labels and legends are proportional to it.
     int labelWidth() const;
 
     double scrX0 = 0.0;

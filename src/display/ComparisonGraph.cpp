@@ -57,9 +57,9 @@ void ComparisonGraph::drawPoints(QPainter* p, const MarkPlaces& places) const
     marks.draw(p);
 }
 
-/// Fallback for painters without a mark stamp, for example a scaled painter on a
-/// high-resolution screen: draws the marks one by one, the oldest first. A mark is skipped
-/// if a newer mark on the same pixel covers it completely.
+/// Fallback if there is no mark stamp, for example for a scaled painter on a
+/// high-resolution screen or for transparent colours: draws the marks one by one, the
+/// oldest first. A mark is skipped if a newer mark on the same pixel covers it completely.
 void ComparisonGraph::drawOneByOne(QPainter* p, const MarkPlaces& places) const
 {
     const auto colorOf = [this](const LCFPoint& point) {

@@ -14,10 +14,10 @@ namespace display
 
 class MarkPlaces;
 
-/// The graph that compares the results of two methods for the target. It has one point
-/// for each run of the linear combination fit: x is the valence from the fit, y the
-/// valence from the latest target calculation at that time. The diagonal line shows
-/// where the two valences are equal.
+/// The graph that compares the results of two methods for the target. Each point shows
+/// one run of the linear combination fit: x is the valence from the fit, y the valence
+/// from the latest target calculation at that time. The diagonal line shows where the
+/// two valences are equal.
 class ComparisonGraph : public Graph
 {
 public:

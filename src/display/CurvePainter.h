@@ -12,7 +12,7 @@ class QPainter;
 namespace display
 {
 
-/// Draws line segments between neighbouring points of a curve, with the painter's
+/// Draws line segments between consecutive points of a curve, with the painter's
 /// pen. The ends of each segment are truncated to whole pixels, see pixelLine().
 ///
 /// If the pixel coordinates of a point are not finite, its adjacent segments are not drawn.

@@ -21,8 +21,8 @@ DispABase::DispABase(QWidget* parent)
     : DrawingFrame(parent)
 {
     setupUi(this);
-    // The button is only as wide as its text, so that the rest of the strip remains for the
-    // mouse position.
+    // The button is only slightly wider than its text, so that the rest of the strip remains
+    // for the mouse position.
     const int textWidth = PopDockB->fontMetrics().horizontalAdvance(PopDockB->text());
     gridLayout_2->setColumnMinimumWidth(
         buttonColumn, std::min(textWidth + buttonPadding, PopDockB->maximumWidth()));

@@ -7,8 +7,9 @@
 #include <QString>
 
 /// Contains the painting surface @c DispA of a plot and a strip with the plot's name,
-/// the mouse position and a button that moves the surface and the strip into a separate
-/// window and back. Clients connect to the signals of the frame, not to the surface.
+/// the mouse position, optional axis titles, and a button that moves the surface and the
+/// strip into a separate window and back. Clients connect to the signals of the frame,
+/// not to the surface.
 class DispABase : public display::DrawingFrame<Ui_DispABase>
 {
     Q_OBJECT
@@ -26,12 +27,12 @@ public:
     bool yTitleInArea = false; ///< whether the y title is drawn in the plot
 
 public Q_SLOTS:
-    /// Shows the mouse position (data values) in the strip. A number that is too long for
-    /// its field is shown in a smaller font or shortened, see display::FittedEdit.
+    /// Shows the mouse position (data values) in the strip. Long numbers are fitted to
+    /// their fields, see display::FittedEdit.
     void receiveNowPos(double rx, double ry);
 
-    /// Emits draw() for the client, then draws the axis titles unless the client
-    /// had nothing to draw.
+    /// Emits draw() for the client, then calls drawXYTitle() unless the client has
+    /// cleared ChCoord::drawn because it has no data.
     void receiveDraw(QStylePainter* p);
 
     /// Moves the drawing into its separate window, or back into the frame.
@@ -40,7 +41,7 @@ public Q_SLOTS:
     /// Draws the axis titles for which @c xTitleInArea or @c yTitleInArea is set.
     void drawXYTitle(QStylePainter* p);
 
-    /// Discards the range of the view. The next paint fits it to the data again.
+    /// Discards the range of the view. The next paint with data sets the automatic range.
     void clearScale();
 
     /// Repaints the frame and its drawing, even if the drawing is in the separate

@@ -113,8 +113,8 @@ void DispArea::mouseDoubleClickEvent(QMouseEvent* event)
 void DispArea::wheelEvent(QWheelEvent* event)
 {
     useWholeWidgetBeforeFirstPaint();
-    // Each event zooms by one step: out if its angle is negative, otherwise in. The size of
-    // the angle is not used.
+    // Each event zooms by one step: out if its vertical angle is negative, otherwise in. The
+    // size of the angle is not used.
     const double turn = event->angleDelta().y() * 0.125 / 15.0;
     zoom(turn < 0.0 ? 1.1 : 1.0 / 1.1);
     event->accept();
@@ -239,8 +239,7 @@ void DispArea::drawRangeLabels(QStylePainter* p)
     const int textHeight = truncated(rowHeight * cc.textFill);
     const double below = cc.areaY0 - truncated((1.0 - cc.textFill) * rowHeight);
     const auto label = [&](double value, int characters, const QRectF& box, Qt::Alignment side) {
-        // The text is cut, not rounded, so an exponent can be lost. This is on purpose: the
-        // labels show the range only approximately.
+        // Characters are cut off at the end, so an exponent can be lost. This is on purpose.
         const QString text = QString::number(value, 'g', 6).left(characters);
         dt.drawText(p, box, QFont(), static_cast<int>(Qt::AlignVCenter | side), DrawText::fit, text,
                     maxPoints);

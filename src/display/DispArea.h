@@ -11,8 +11,8 @@
 class MarkLine;
 class MarkLines;
 
-/// A painting surface. It draws nothing itself: each paint sets up a painter and
-/// the coordinates and emits draw(), in which the connected client draws.
+/// A painting surface. Each paint sets up a painter and the coordinates and emits
+/// draw(), in which the connected client draws.
 ///
 /// The surface stores the view, that is the range of data values in @c cc. The mouse wheel
 /// zooms the view, and dragging with Shift and the left button pans it. The surface
@@ -31,9 +31,9 @@ public:
     void fitTo(double x0, double y0, double x1, double y1);
 
     /// Draws the outline of the plot area and four labels with its range. The numbers are
-    /// cut after 5 (y) or 6 (x) characters, because the labels show the range only
-    /// approximately. With @p maskMargins the margins are filled with white first, which
-    /// covers data outside the plot area. Call this after the data are drawn.
+    /// cut after 5 (y) or 6 (x) characters, so an exponent can be lost. With @p maskMargins the
+    /// margins are filled with white first, which covers data outside the plot area. Call this
+    /// after the data are drawn.
     void drawFrame(QStylePainter* p, bool maskMargins);
 
     MouseC mouse;                   ///< mouse state; the signals pass a pointer to it

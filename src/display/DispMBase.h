@@ -32,7 +32,7 @@ public Q_SLOTS:
     /// Moves the drawing into its separate window, or back into the frame.
     void popDock();
 
-    /// Discards the range of the view. The next paint fits it to the data again.
+    /// Discards the range of the view. The next paint with data sets the automatic range.
     void clearScale();
 
     /// Sets the upper limit of the colour bar to the number in its edit; unparsable

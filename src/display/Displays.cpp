@@ -22,7 +22,8 @@ Displays::Displays(QWidget* parent)
     make("DHistA", DHistA, tr("Histgram of a"), 0, 2, 1);
     make("DHistDMut", DHistDMut, tr("Histgram of dMut"), 1, 2, 1);
     make("DDMutVsA", DDMutVsA, tr("dMut/v or a"), 2, 2, 1);
-    // Not in the grid, on purpose: the user cannot open this plot, but tests and tools paint it.
+    // Not in the grid on purpose: the user cannot open this plot. Tests and tools/pictures
+    // paint it.
     make("DM2M3", DM2M3, tr("M2/M3"), -1, -1, 1);
 }
 
@@ -40,8 +41,8 @@ void Displays::addDisp(DispABase* d, const QString& title, DispId id, int col, i
 {
     d->xTitleInArea = true;
     d->yTitleInArea = true;
-    // The axis titles are still empty. Applying them hides the title labels of the strip, so
-    // that the first paint shows the strip without them.
+    // Hides the title labels of the strip already before the first paint, because the axis
+    // titles are drawn in the plot.
     d->setXYTitle(d->xTitle, d->yTitle);
     d->Title->setText(title);
     if (col >= 0 && row >= 0) {

@@ -7,8 +7,8 @@
 #include <QFrame>
 #include <QList>
 
-/// Shows the plots in a grid, and forwards their draw and mouse signals with the
-/// sending plot as an additional argument.
+/// Shows the plots in a grid. Forwards their signals draw(), mPressed(), mDragging() and
+/// mReleased() with the sending plot as an additional argument.
 class Displays : public QFrame, public Ui_Displays
 {
     Q_OBJECT

@@ -14,8 +14,8 @@ namespace
 
 constexpr double trialPoints = 10.0;
 
-/// Start value for the common size of several texts, in points: larger than any size that
-/// fits. An empty list therefore gets this size.
+/// Start value for the common size of several texts, in points: larger than any
+/// size in practice. An empty list gets this size.
 constexpr double startPoints = 100000.0;
 
 QFont sized(const QFont& font, double points)
@@ -42,7 +42,7 @@ double limited(double points, double maxPoints)
     return maxPoints > 0.0 && points > maxPoints ? maxPoints : points;
 }
 
-/// Returns the distance from the top of the line of @p text to its baseline. This differs
+/// Returns the distance from the top of the line of @p text to its baseline. This can differ
 /// from the ascent of the painter's font if some letters, for example Japanese ones, belong
 /// to a fallback font.
 double ascentOf(const QStylePainter* p, const QString& text)

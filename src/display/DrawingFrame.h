@@ -77,7 +77,7 @@ protected:
         pop->popDock(this->DispABFrame, this->gridLayout, &docked);
     }
 
-    /// Discards the range of the view. The next paint fits it to the data again.
+    /// Discards the range of the view. The next paint with data sets the automatic range.
     void discardRange() { this->DispA->hasScale = false; }
 
     /// Repaints the frame and its drawing, even if the drawing is in the separate window.

@@ -14,15 +14,18 @@ namespace display
 /// too wide is shortened with an ellipsis, see shortened(); a number keeps its whole
 /// exponent. The tool tip then shows the full text. The shortened form is not used
 /// while the user edits the text or has selected a part of it. When the field loses
-/// the focus, the cursor returns to the beginning.
+/// the focus, but not to its context menu or another window, the cursor returns to the
+/// beginning.
 ///
 /// The size hints are always calculated for the ordinary font, which the field inherits
-/// from its parent. A font that is set on the field itself is lost.
+/// from its parent. A font that is set on the field itself is lost after a fitted font
+/// was in use.
 ///
 /// A field with a style sheet is expected to have a light background and gets black
 /// text, independent of the desktop's colours.
 ///
-/// The class has no Q_OBJECT, so that forms and style sheets treat it as a QLineEdit.
+/// The class has no Q_OBJECT, so it has the meta-object of QLineEdit, also for style
+/// sheets.
 class FittedEdit : public QLineEdit
 {
 public:
@@ -52,8 +55,8 @@ private:
     void paintShortened();
 
     bool m_isApplyingFont = false; ///< whether this class itself is changing the font
-    bool m_fitted = false;         ///< whether a smaller font than the ordinary one is in use
-    bool m_overflows = false;      ///< whether the text is too wide even in the smallest font
+    bool m_fitted = false;         ///< whether a smaller or narrower font is in use
+    bool m_overflows = false;      ///< whether the text is too wide even in the last font step
     bool m_hasKeys = false;        ///< whether a key was pressed since the last end of editing
     QSize m_hint;                  ///< size hint of the ordinary font, valid while m_fitted
     QSize m_minimumHint;           ///< minimum size hint of the ordinary font, valid while m_fitted

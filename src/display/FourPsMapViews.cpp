@@ -1,4 +1,4 @@
-// Slots of the panel for the windows of the result map and the measured map.
+// Members of the panel for the windows of the result map and the measured map.
 
 #include "panel/FourPs.h"
 

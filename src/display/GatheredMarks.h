@@ -17,9 +17,10 @@ class MarkPlaces;
 ///
 /// It paints exactly the same pixels as display::drawMark() for each point. In one
 /// opaque colour, neither the order of the marks nor the number of marks on a pixel is
-/// visible. It is therefore enough to collect the pixels that are covered by any
-/// mark, and to fill each of them once. If drawing a mark twice changes the picture
-/// (see isRedrawNoOp()), add() draws each mark immediately.
+/// visible. It is therefore enough to collect the positions of the marks and to fill each
+/// pixel that is covered by any mark once. Without a MarkStamp, one mark is drawn at each
+/// collected position. If drawing a mark twice changes the picture (see isRedrawNoOp()),
+/// add() draws each mark immediately.
 class GatheredMarks
 {
 public:

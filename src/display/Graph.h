@@ -30,10 +30,10 @@ public:
     Graph& operator=(const Graph&) = delete;
     virtual ~Graph() = default;
 
-    /// Paints the whole plot: a white background, the grid and the data, the frame,
-    /// which covers data outside the plot area, and finally drawOnTop(). An empty
-    /// graph paints only the background and clears @c drawn of the surface's
-    /// coordinates, so that no axis titles are drawn.
+    /// Paints the whole plot: a white background, the grid and the data, the frame
+    /// with white margins, which cover data outside the plot area, and finally
+    /// drawOnTop(). An empty graph paints only the background and clears @c drawn of the
+    /// surface's coordinates, so that no axis titles are drawn.
     ///
     /// The automatic range is used only while the plot has no range from a previous
     /// paint or from the user.
@@ -45,7 +45,7 @@ public:
     /// Whether the graph has nothing to draw.
     virtual bool isEmpty() const = 0;
 
-    /// Returns the automatic range. Called only if the graph is not empty.
+    /// Returns the automatic range of a graph that is not empty.
     virtual Range range() const = 0;
 
 protected:

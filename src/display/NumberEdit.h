@@ -10,7 +10,7 @@ namespace display
 /// select it only up to the decimal point, and the rest would remain when the user
 /// types. Enter also selects the whole number, so that the next one replaces it.
 ///
-/// The class has no Q_OBJECT, so that forms and style sheets treat it as a QLineEdit.
+/// The class has no Q_OBJECT, so it has the meta-object of QLineEdit, also for style sheets.
 class NumberEdit : public FittedEdit
 {
 public:
