@@ -73,8 +73,8 @@ void checkBoxes(const HistogramPlot& histograms, bool main, const QList<int>& bo
     }
 }
 
-/// Checks the "Use" buttons of the references @p used. Gives a valid spectrum only to the
-/// references @p valid.
+/// Puts only the references @p used in use. Marks only the spectra of the references @p valid as
+/// valid.
 void setReferences(FourPs& panel, const QList<int>& used, const QList<int>& valid)
 {
     useReferences(panel, used);

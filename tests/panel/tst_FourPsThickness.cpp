@@ -17,14 +17,15 @@ namespace
 
 using Points = QList<QPointF>; // valence and thickness
 
-/// A pixel of the three-points or four-points method: the fraction @p a and the thickness.
+/// A pixel of the three-point method or of a four-points method: the fraction @p a and the
+/// thickness.
 A2DRow fraction(double a, double thickness)
 {
     return {1.0, 2.0, a, thickness, {}};
 }
 
-/// A pixel of the non-equivalent method. The plot shows only the two arguments; all other
-/// numbers of the pixel differ from them.
+/// A pixel of the non-equivalent method with the given valence and thickness. All its other
+/// numbers are arbitrary.
 A2DRow values(double valence, double totalDMut)
 {
     return {
