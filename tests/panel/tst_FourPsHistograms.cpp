@@ -403,9 +403,9 @@ void tst_FourPsHistograms::checkBoxOfAnUnusedRowIsIgnored()
     QVERIFY(!m_panel->dMutChecked(-1));
 }
 
-// Rows in use: 0 and 2. With the check box of row 2, currentRatioHist() returns HistRatio.at(2):
-// the index is the row. The plot still shows HistRatio.at(1): the index counts the references in
-// use.
+// References in use: rows 0 and 2. With the check box of row 2, currentRatioHist() returns
+// HistRatio.at(2): the index is the row. The plot still shows HistRatio.at(1): the index counts the
+// references in use.
 void tst_FourPsHistograms::currentRatioHistogramDoesNotChangeThePlot()
 {
     setReferences(*m_panel, {0, 2}, {0, 2});

@@ -166,8 +166,9 @@ void tst_FourPsReflexes::loadingAReferenceProposesTheEdge()
 
 void tst_FourPsReflexes::loadingAReferenceRecalculatesThreeTimes()
 {
-    // The proposed edge recalculates once for each valid reference: here once. Then the panel
-    // recalculates once for the column of the loaded reference and once for the new file.
+    // After it has set the proposed edge, the panel recalculates once for each valid reference:
+    // here once. Then it recalculates once for the column of the loaded reference and once for the
+    // new file.
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
     load(panel.XafsFiles.at(0), m_files.ref1);

@@ -88,8 +88,9 @@ void tst_FourPsThickness::initTestCase()
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
 }
 
-/// Selects two references with the valences 2 and 3, no result, and the first colour. The
-/// plot shows valences from 1.5 to 3.5 and thicknesses from -0.5 to 2.
+/// Puts two references with the valences 2 and 3 in use. There is no result, and the first
+/// colour is the current one. The plot shows valences from 1.5 to 3.5 and thicknesses from -0.5
+/// to 2.
 void tst_FourPsThickness::init()
 {
     resetPanel(*m_panel);

@@ -79,8 +79,8 @@ private Q_SLOTS:
     void poppedOutPicturesAreUpToDate();
 
     void energyRepaintsOnlyThePlotOfTheSpectra();
-    void fieldsUsedByNoPictureRepaintNothing_data();
-    void fieldsUsedByNoPictureRepaintNothing();
+    void fieldsUnusedInPicturesRepaintNothing_data();
+    void fieldsUnusedInPicturesRepaintNothing();
     void repaintsStartNoCalculation();
     void doubleClickOnTheColourBarDoesNotRepaintItsMap();
 
@@ -362,7 +362,7 @@ void tst_MissedRepaints::energyRepaintsOnlyThePlotOfTheSpectra()
     QCOMPARE(thickness.count() + result.count() + data.count(), others);
 }
 
-void tst_MissedRepaints::fieldsUsedByNoPictureRepaintNothing_data()
+void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNothing_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name : {"CalcRes", "LCFRes", "TargetDMut", "HgABoxes", "MultiEnergys", "MutT",
@@ -371,7 +371,7 @@ void tst_MissedRepaints::fieldsUsedByNoPictureRepaintNothing_data()
     }
 }
 
-void tst_MissedRepaints::fieldsUsedByNoPictureRepaintNothing()
+void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNothing()
 {
     QFETCH(QString, name);
     prepareRefusedPanel();

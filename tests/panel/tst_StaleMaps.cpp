@@ -1,5 +1,5 @@
-// Tests of map calculations whose inputs change in between: each result must equal the result of
-// a panel without results and cached data of earlier calculations.
+// Tests of repeated map calculations with changed inputs: each result must equal the result of a
+// panel without results and cached data of earlier calculations.
 #include "display/Histgram.h"
 #include "display/LineEditText.h"
 #include "rows/AXafsFileSelect.h"
@@ -104,8 +104,8 @@ void choose(FourPs& panel, const Method& method)
     chooseWithoutSignals(method.linear ? panel.ui.NonEquivBGLinear : panel.ui.NonEquivBGVic);
 }
 
-/// Copies the maps, numbers and check boxes that a map calculation reads to another panel. Does not
-/// copy the method, the spectra, or which references are in use.
+/// Copies inputs of a map calculation to another panel: the energy rows, the valences, and the
+/// fields of the histograms. The other inputs must be equal already.
 void copyState(const FourPs& from, FourPs& to)
 {
     for (int row = 0; row < from.EPoints.size(); ++row) {
@@ -151,8 +151,8 @@ Outcome calculate(FourPs& panel)
     return outcome;
 }
 
-/// Removes all results of earlier calculations and all cached data from the panel. The
-/// calculation with empty maps empties the cache.
+/// Removes the maps, the result map and the cached data of earlier calculations from the panel.
+/// The calculation with empty maps empties the cache.
 void makeLikeNew(FourPs& panel)
 {
     panel.BaseData = {};

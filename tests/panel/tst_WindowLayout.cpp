@@ -362,8 +362,8 @@ private Q_SLOTS:
     void fieldsForAllRowsAreAlignedWithTheRows_data() { addLanguageRows(); }
     void fieldsForAllRowsAreAlignedWithTheRows();
     void extraHeightOfATallWindowStaysEmpty();
-    void otherStylesAndFontsCutOffNothing_data();
-    void otherStylesAndFontsCutOffNothing();
+    void widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts_data();
+    void widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts();
     void moreConditionsCutOffNothing_data() { addLanguageRows(); }
     void moreConditionsCutOffNothing();
     void graphWindowShowsCompleteNumbers_data() { addLanguageRows(); }
@@ -515,7 +515,7 @@ void tst_WindowLayout::extraHeightOfATallWindowStaysEmpty()
     }
 }
 
-void tst_WindowLayout::otherStylesAndFontsCutOffNothing_data()
+void tst_WindowLayout::widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts_data()
 {
     QTest::addColumn<QString>("style");
     QTest::addColumn<int>("points");
@@ -527,7 +527,7 @@ void tst_WindowLayout::otherStylesAndFontsCutOffNothing_data()
     QTest::newRow("another style, large font") << "windows" << 14 << app::Language::Japanese;
 }
 
-void tst_WindowLayout::otherStylesAndFontsCutOffNothing()
+void tst_WindowLayout::widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts()
 {
     QFETCH(QString, style);
     QFETCH(int, points);
