@@ -1,5 +1,5 @@
-// Tests of the panel after construction: its initial state, its message box, and the
-// values that it reads from its widgets.
+// Tests of the panel: its initial state, its exclusive buttons, its message box, the values that
+// it reads from its widgets, and the order of its slots.
 
 #include "display/Histgram.h"
 #include "support/MemberOrder.h"
@@ -338,7 +338,7 @@ void tst_FourPs::columnsAreSelectedByIndex()
 {
     FourPs& panel = *m_panel;
     for (int i = 0; i < 13; ++i) {
-        // The form initially checks only the check boxes of columns 11 and 12.
+        // Of the check boxes of the columns, only those of columns 11 and 12 are initially checked.
         QCOMPARE(panel.isColumnWanted(i), i >= 11);
     }
     panel.ui.RecC1->toggle();

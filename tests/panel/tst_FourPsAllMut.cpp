@@ -1,5 +1,5 @@
-// Tests of the panel's plot of all spectra: the picture, clicks in the legend, and the
-// marker lines.
+// Tests of the panel's plot of all spectra: the picture and its range, clicks in the legend,
+// and the marker lines.
 
 #include "display/Displays.h"
 #include "display/MarkLines.h"
@@ -35,8 +35,8 @@ const QColor guideGrey(200, 200, 200);
 const QSize evenSize(387, 257);
 const PlotRange evenRange{8300.0, -0.1, 8450.0, 2.1};
 
-// The legend at this size. A line of text is trunc(220 / 20) = 11 pixels high, and its text
-// is trunc(0.85 * 11) = 9 pixels high. The hit area of the first line ends 11 pixels below
+// The legend at this size. A line is trunc(220 / 20) = 11 pixels high, and its text is
+// trunc(0.85 * 11) = 9 pixels high. The hit area of the first line ends 11 pixels below
 // the top of the plot area: 14 < y < 23. It is twice as wide as the left margin of 38 pixels and
 // ends at the right edge of the plot area: 292 < x < 368.
 constexpr QPoint firstRow(320, 18);
@@ -45,7 +45,7 @@ constexpr int rowStep = 11;
 /// The energy and the normalised value of each point, calculated independently of the
 /// program. @p kind selects the normalisation: 0 none; 1 subtracts the pre-edge line; 3 and
 /// 4 also divide by the edge jump (3) or by the difference between the post-edge line and
-/// the pre-edge line (4).
+/// the pre-edge line (4). The panel never selects kind 2.
 QList<QPointF> normalisedPoints(const AMutE& spectrum, int kind)
 {
     const auto line = [](const data::VictoreenLine& v, double energyEv) {
@@ -65,8 +65,8 @@ QList<QPointF> normalisedPoints(const AMutE& spectrum, int kind)
     return points;
 }
 
-/// Makes @p spectrum valid. It gets these points, the constant pre-edge line 0.25, the
-/// constant post-edge line 2.25, and the edge at 8350 eV.
+/// Makes @p spectrum valid and sets its points to @p energyAndMut, its pre-edge line to the
+/// constant 0.25, its post-edge line to the constant 2.25, and its edge to 8350 eV.
 void setPoints(AMutE& spectrum, const QString& name, const QList<QPointF>& energyAndMut)
 {
     spectrum.valid = true;
@@ -698,7 +698,7 @@ void tst_FourPsAllMut::draggingAMarkerWritesItsField()
     };
     edits.at(line)->setCursorPosition(2);
     press({start, 128});
-    QCOMPARE(edits.at(line)->text(), texts.at(line)); // a press without a drag writes nothing
+    QCOMPARE(edits.at(line)->text(), texts.at(line)); // the press itself writes nothing
     drag(surface(), QPointF(start + 7, 128));
     QVERIFY(isWritten(start + 7));
     drag(surface(), QPointF(start - 13, 3));

@@ -207,7 +207,8 @@ void tst_FourPsComparison::extremeValencesDrawNothingOverTheMargins_data()
     addTexts("first valence above the second", {"1e300", "-1e300"});
 }
 
-// The paint must also terminate: with these valences, a loop over all grid lines might never end.
+// The paint must also terminate: with some of these valences, a loop over all grid lines would
+// not end in a reasonable time.
 void tst_FourPsComparison::extremeValencesDrawNothingOverTheMargins()
 {
     QFETCH(QString, first);

@@ -1,5 +1,5 @@
-// Tests of the window of the measured maps: the picture, its limits, the selection of a
-// row, and the loading of files.
+// Tests of the window of the measured maps: the picture and its limits, the selection of a
+// row, the loading of files, and mouse actions.
 
 #include "support/MapWindows.h"
 #include "support/MouseInput.h"
@@ -45,8 +45,8 @@ void setMuts(FourPs& panel, int row, int width, int height, const QList<double>&
     setCounts(panel, row, width, height, pixels);
 }
 
-/// The text of a map file of @p width by @p height pixels. Each pixel has I0 = 0, so its
-/// intensity is one of @p muts.
+/// The text of a map file of @p width by @p height pixels. Each pixel has I0 = 0, so one of
+/// @p muts replaces its intensity.
 QByteArray mapText(int width, int height, const QList<double>& muts)
 {
     QByteArray text = "# map\n# X-NUM " + QByteArray::number(width) + "\n# Y-NUM " +
@@ -173,8 +173,7 @@ void tst_FourPsDataMap::doubleClickFitsViewAndLimitsAgain()
     surface()->cc.setReal(0.5, 0.25, 1.75, 0.75);
     window()->setZRange(-4.0, 4.0);
     doubleClick(surface(), {30.0, 40.0}, button);
-    // The double-click only resets the view. The next paint fits the view and the
-    // limits.
+    // The double-click only sets hasScale to false. The next paint fits the view and the limits.
     QCOMPARE(limitTexts(window()), QStringList({"-4", "4"}));
     QTest::qWait(20);
     QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));

@@ -1,5 +1,5 @@
-// Tests of the panel's form: name, class, layout cell, text and settings of every
-// control. The program and its users' scripts depend on these properties.
+// Tests of the panel's form: the names, layout cells, texts and settings of its controls, the
+// groups of radio buttons, and whether all texts fit.
 
 #include "rows/AFileSelect.h"
 #include "rows/AXafsFileSelect.h"

@@ -1,5 +1,5 @@
-// Tests of the panel and its graph window: dragging marker lines, actions that repaint
-// the window, opening and closing it.
+// Tests of the panel and its graph window: dragging marker lines and other mouse actions,
+// actions that repaint the window, opening and closing it.
 
 #include "display/DispMBase.h"
 #include "display/Displays.h"
@@ -355,7 +355,7 @@ void tst_FourPsGraphs::pressAwayFromTheMarkerLinesDragsNothing()
 {
     DispABase* of = plot(Displays::DRef1);
     const PlotPlace place = plotAreaOf(of);
-    // One pixel farther from the nearest line than the hit tolerance of 20 pixels.
+    // About one pixel farther from the nearest line than the hit tolerance of 20 pixels.
     const int start = columnNear(place, 8300.0) - 21;
     press(of->DispA, QPointF(start, middle(of)));
     drag(of->DispA, QPointF(start + 25, middle(of)));
@@ -368,8 +368,9 @@ void tst_FourPsGraphs::pressAwayFromTheMarkerLinesDragsNothing()
 void tst_FourPsGraphs::dragRecalculatesOncePerValidReference_data()
 {
     QTest::addColumn<int>("valid");
-    QTest::addColumn<int>("perMove");    // recalculations per mouse move
-    QTest::addColumn<int>("perRelease"); // 2 * perMove + 1: the move, the new edge, the end
+    QTest::addColumn<int>("perMove"); // recalculations per mouse move
+    // 2 * perMove + 1: perMove each for the move and for the new edge, and one at the end
+    QTest::addColumn<int>("perRelease");
     QTest::newRow("no reference") << 0 << 0 << 1;
     QTest::newRow("one reference") << 1 << 1 << 3;
     QTest::newRow("two references") << 2 << 2 << 5;
@@ -521,7 +522,7 @@ void tst_FourPsGraphs::wheelZoomsOnlyItsPlot()
     QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
     QVERIFY(near(of->DispA->cc.realX1, centre + (highestEv - centre) / 1.1));
     QCOMPARE(plot(Displays::DRef2)->DispA->cc.realX0, lowestEv);
-    // A new edge recalculates and repaints the plots, but the zoomed range remains.
+    // A new edge repaints the plots, but the zoomed range remains.
     enter(m_panel->ui.EdgeE, "8360");
     QTest::qWait(30);
     QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));

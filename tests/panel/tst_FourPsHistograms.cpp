@@ -73,8 +73,8 @@ void checkBoxes(const HistogramPlot& histograms, bool main, const QList<int>& bo
     }
 }
 
-/// Checks the "Use" buttons of the references @p used. Gives a valid spectrum only to the
-/// references @p valid.
+/// Puts only the references @p used in use. Marks only the spectra of the references @p valid as
+/// valid.
 void setReferences(FourPs& panel, const QList<int>& used, const QList<int>& valid)
 {
     useReferences(panel, used);
@@ -403,9 +403,9 @@ void tst_FourPsHistograms::checkBoxOfAnUnusedRowIsIgnored()
     QVERIFY(!m_panel->dMutChecked(-1));
 }
 
-// Rows in use: 0 and 2. With the check box of row 2, currentRatioHist() returns HistRatio.at(2):
-// the index is the row. The plot still shows HistRatio.at(1): the index counts the references in
-// use.
+// References in use: rows 0 and 2. With the check box of row 2, currentRatioHist() returns
+// HistRatio.at(2): the index is the row. The plot still shows HistRatio.at(1): the index counts the
+// references in use.
 void tst_FourPsHistograms::currentRatioHistogramDoesNotChangeThePlot()
 {
     setReferences(*m_panel, {0, 2}, {0, 2});

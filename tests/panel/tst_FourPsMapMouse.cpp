@@ -38,10 +38,10 @@ class tst_FourPsMapMouse : public QObject
 private Q_SLOTS:
     void init();
 
-    void doubleClickSetsTheLimits_data();
-    void doubleClickSetsTheLimits();
-    void shiftOnlyRaisesTheLimits_data();
-    void shiftOnlyRaisesTheLimits();
+    void keysOfADoubleClickSelectTheLimits_data();
+    void keysOfADoubleClickSelectTheLimits();
+    void shiftDoubleClickOnlyRaisesTheLimits_data();
+    void shiftDoubleClickOnlyRaisesTheLimits();
     void doubleClickScansTheShownQuantity();
     void nextPaintSetsTheLimitsOfTheQuantity_data();
     void nextPaintSetsTheLimitsOfTheQuantity();
@@ -70,7 +70,7 @@ void tst_FourPsMapMouse::init()
     QVERIFY(showWindow(window()));
 }
 
-void tst_FourPsMapMouse::doubleClickSetsTheLimits_data()
+void tst_FourPsMapMouse::keysOfADoubleClickSelectTheLimits_data()
 {
     using Keys = Qt::KeyboardModifiers;
     QTest::addColumn<Qt::MouseButton>("button");
@@ -103,7 +103,7 @@ void tst_FourPsMapMouse::doubleClickSetsTheLimits_data()
     add("middle button", Qt::NoModifier, unchanged, Qt::MiddleButton);
 }
 
-void tst_FourPsMapMouse::doubleClickSetsTheLimits()
+void tst_FourPsMapMouse::keysOfADoubleClickSelectTheLimits()
 {
     QFETCH(Qt::MouseButton, button);
     QFETCH(Qt::KeyboardModifiers, keys);
@@ -118,7 +118,7 @@ void tst_FourPsMapMouse::doubleClickSetsTheLimits()
     QCOMPARE(window()->MaxV->cursorPosition(), 0);
 }
 
-void tst_FourPsMapMouse::shiftOnlyRaisesTheLimits_data()
+void tst_FourPsMapMouse::shiftDoubleClickOnlyRaisesTheLimits_data()
 {
     QTest::addColumn<double>("low");
     QTest::addColumn<double>("high");
@@ -129,7 +129,7 @@ void tst_FourPsMapMouse::shiftOnlyRaisesTheLimits_data()
     QTest::newRow("both above the values") << 2.0 << 3.0 << QStringList{"2", "3"};
 }
 
-void tst_FourPsMapMouse::shiftOnlyRaisesTheLimits()
+void tst_FourPsMapMouse::shiftDoubleClickOnlyRaisesTheLimits()
 {
     QFETCH(double, low);
     QFETCH(double, high);

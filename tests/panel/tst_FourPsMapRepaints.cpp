@@ -1,4 +1,5 @@
-// Tests of the actions that open and repaint the two map windows.
+// Tests of the actions that open and repaint the two map windows, and of the view and the limits
+// after these actions.
 
 #include "support/MapWindows.h"
 #include "support/MouseInput.h"
@@ -173,7 +174,7 @@ void tst_FourPsMapRepaints::selectingAQuantityKeepsTheZoom()
     tests::move(result()->DispA, at);
     turnWheel(result()->DispA, at, {0, 120});
     // The wheel zooms by 1.1 about the mouse position, which is the centre of the surface,
-    // rounded down to a whole pixel. y values grow upward while pixels grow downward.
+    // rounded down to a whole pixel. y grows upward in the map and downward on the surface.
     const double x = 2.0 * at.x() / size.width();
     const double y = 2.0 * (size.height() - at.y()) / size.height();
     const QList<double> zoomed{x - x / 1.1, y - y / 1.1, x + (2.0 - x) / 1.1, y + (2.0 - y) / 1.1};

@@ -280,7 +280,7 @@ void tst_FourPsMapViews::zoomedAndPannedViewShowsItsPartOfTheMap()
 }
 
 // The colour table has 768 entries. With imax = 1536, the upper limit has the index 1536, so
-// half the upper limit already has the last colour, and every higher value is white.
+// half the upper limit and all higher values have the last colour, which is white.
 void tst_FourPsMapViews::squeezedColourBarChangesTheColours()
 {
     setQuantity(*m_panel, C1, 3, 1, {0.0, 192.0, 768.0});

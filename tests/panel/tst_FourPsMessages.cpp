@@ -1,5 +1,5 @@
-// Tests of the message box with many lines: its text, its scroll position, and the
-// lines that recalculations write.
+// Tests of the message box: its text, its cursor, its scroll position, and the lines that
+// recalculations write.
 
 #include "rows/AXafsFileSelect.h"
 #include "support/PictureTools.h"
@@ -186,9 +186,9 @@ void tst_FourPsMessages::textIsUpToDateDuringARecalculation()
     connect(m_panel->ui.CalcRes, &QLineEdit::textChanged, &context,
             [&] { seen = messages(*m_panel); });
     m_panel->calcBoth();
-    // A recalculation writes the lines of the map, sets the result field of the target, and
-    // then writes the line of the target. So when the field changes, the message box contains
-    // only the lines of the map.
+    // With the three-point method, a recalculation writes the lines of the map, sets the result
+    // field of the target, and then writes the line of the target. So when the field changes, the
+    // message box contains only the lines of the map.
     QVERIFY(!seen.isEmpty());
     QCOMPARE(messages(*m_panel).mid(0, seen.size()), seen);
     QVERIFY(messages(*m_panel).contains(line));

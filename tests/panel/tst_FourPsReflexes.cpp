@@ -1,5 +1,5 @@
-// Tests of the panel's reactions to changes of its inputs: columns, edge, directories,
-// recalculations.
+// Tests of the panel's reactions to changes of its inputs, for example to new files, edges,
+// energies, directories and methods.
 
 #include "display/Histgram.h"
 #include "support/SharedPanel.h"
@@ -122,7 +122,7 @@ private Q_SLOTS:
     void dropFromANetworkShareKeepsTheDialogDirectories();
     void listOfEnergiesIsCopiedToTheRowsAsTyped();
     void listOfEnergiesSkipsInvalidEnergies();
-    void listOfEnergiesEmitsNothing();
+    void listOfEnergiesDoesNotEmitNewEnergy();
 
     void valenceRangeIncludesTheUsedReferences();
     void histogramRangesAreSetOnlyWithAuto();
@@ -166,8 +166,9 @@ void tst_FourPsReflexes::loadingAReferenceProposesTheEdge()
 
 void tst_FourPsReflexes::loadingAReferenceRecalculatesThreeTimes()
 {
-    // The proposed edge recalculates once for each valid reference: here once. Then the panel
-    // recalculates once for the column of the loaded reference and once for the new file.
+    // After it has set the proposed edge, the panel recalculates once for each valid reference:
+    // here once. Then it recalculates once for the column of the loaded reference and once for the
+    // new file.
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
     load(panel.XafsFiles.at(0), m_files.ref1);
@@ -294,7 +295,7 @@ void tst_FourPsReflexes::setEdgeSetsTheLimitsOfAllSpectra()
 void tst_FourPsReflexes::setEdgeRefitsAllLinesBeforeRecalculating()
 {
     // The upper thickness limit is the sum of the edge jumps, 1 + 1, plus 0.5. It is 2.5 only
-    // if the post-edge lines of both spectra are fitted again before the recalculation.
+    // if the post-edge lines of both spectra are fitted again before the last recalculation.
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
     load(panel.XafsFiles.at(1), m_files.ref2);
@@ -652,7 +653,7 @@ void tst_FourPsReflexes::listOfEnergiesSkipsInvalidEnergies()
     QCOMPARE(panel.EPoints.at(2)->Energy->text(), "8390");
 }
 
-void tst_FourPsReflexes::listOfEnergiesEmitsNothing()
+void tst_FourPsReflexes::listOfEnergiesDoesNotEmitNewEnergy()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);

@@ -17,14 +17,15 @@ namespace
 
 using Points = QList<QPointF>; // valence and thickness
 
-/// A pixel of the three-points or four-points method: the fraction @p a and the thickness.
+/// A pixel of the three-point method or of a four-points method: the fraction @p a and the
+/// thickness.
 A2DRow fraction(double a, double thickness)
 {
     return {1.0, 2.0, a, thickness, {}};
 }
 
-/// A pixel of the non-equivalent method. The plot shows only the two arguments; all other
-/// numbers of the pixel differ from them.
+/// A pixel of the non-equivalent method with the given valence and thickness. All its other
+/// numbers are arbitrary.
 A2DRow values(double valence, double totalDMut)
 {
     return {
@@ -87,8 +88,9 @@ void tst_FourPsThickness::initTestCase()
     QVERIFY(QTest::qWaitForWindowExposed(m_panel->Disps));
 }
 
-/// Selects two references with the valences 2 and 3, no result, and the first colour. The
-/// plot shows valences from 1.5 to 3.5 and thicknesses from -0.5 to 2.
+/// Puts two references with the valences 2 and 3 in use. There is no result, and the first
+/// colour is the current one. The plot shows valences from 1.5 to 3.5 and thicknesses from -0.5
+/// to 2.
 void tst_FourPsThickness::init()
 {
     resetPanel(*m_panel);

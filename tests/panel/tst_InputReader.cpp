@@ -1,4 +1,4 @@
-// Tests of the values that are read from each input widget, without the panel.
+// Tests of the values that InputReader reads from the input widgets, without the panel.
 
 #include "analysis/CalculationState.h"
 #include "panel/InputReader.h"

@@ -14,7 +14,7 @@
 namespace
 {
 
-/// A frame with all kinds of controls in a nested widget, and with a dialog as a child.
+/// A frame with one control of each tested kind in a nested widget, and with a dialog as a child.
 struct Form {
     Form()
     {

@@ -1,5 +1,5 @@
-// Tests for missed repaints: after every change, each window must show the picture that
-// a new paint would show.
+// Tests for missed repaints: after a change, each window must show the picture that a new paint
+// would show. The intended exceptions are tested, too.
 
 #include "display/Histgram.h"
 #include "support/MapWindows.h"
@@ -41,8 +41,8 @@ void popOutSome(FourPs& panel, bool many)
     }
 }
 
-/// Replaces the text of @p edit by typing. The focus stays in the field, so editingFinished
-/// is not emitted.
+/// Replaces the text of @p edit by typing. The focus does not change, so editingFinished() is
+/// not emitted.
 void enterText(QLineEdit* edit, const QString& text)
 {
     edit->selectAll();
@@ -79,8 +79,8 @@ private Q_SLOTS:
     void poppedOutPicturesAreUpToDate();
 
     void energyRepaintsOnlyThePlotOfTheSpectra();
-    void fieldsUsedByNoPictureRepaintNothing_data();
-    void fieldsUsedByNoPictureRepaintNothing();
+    void fieldsUnusedInPicturesRepaintNothing_data();
+    void fieldsUnusedInPicturesRepaintNothing();
     void repaintsStartNoCalculation();
     void doubleClickOnTheColourBarDoesNotRepaintItsMap();
 
@@ -143,8 +143,8 @@ void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction()
     closePanel(panel);
 }
 
-// Prepares the panel so that no picture is empty: three references, two of them in use, a point
-// in the comparison, a result, histogram counts, and a measured map. Neither a V row nor an
+// Prepares the panel so that most pictures are not empty: three references, two of them in use, a
+// point in the comparison, a result, histogram counts, and a measured map. Neither a V row nor an
 // energy range for the fit is selected, so every calculation is refused.
 void tst_MissedRepaints::prepareRefusedPanel()
 {
@@ -362,7 +362,7 @@ void tst_MissedRepaints::energyRepaintsOnlyThePlotOfTheSpectra()
     QCOMPARE(thickness.count() + result.count() + data.count(), others);
 }
 
-void tst_MissedRepaints::fieldsUsedByNoPictureRepaintNothing_data()
+void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNothing_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name : {"CalcRes", "LCFRes", "TargetDMut", "HgABoxes", "MultiEnergys", "MutT",
@@ -371,7 +371,7 @@ void tst_MissedRepaints::fieldsUsedByNoPictureRepaintNothing_data()
     }
 }
 
-void tst_MissedRepaints::fieldsUsedByNoPictureRepaintNothing()
+void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNothing()
 {
     QFETCH(QString, name);
     prepareRefusedPanel();

@@ -1,6 +1,5 @@
-// Tests of all input fields of the program's windows: a number that is cut off must not
-// be misread, a double-click must select the whole number, and the number must be
-// readable in a dark theme.
+// Tests of the fields of the program's windows: a number that is cut off must not be misread,
+// a double-click must select the whole number, and the text must be readable in a dark theme.
 
 #include "app/Body.h"
 #include "display/DispMBase.h"

@@ -1,4 +1,4 @@
-// Tests which plots and maps are repainted when a field changes, without the panel.
+// Tests of the repaints of plots and maps when an input changes, without the panel.
 
 #include "panel/Repaints.h"
 #include "support/PaintCounter.h"

@@ -172,7 +172,7 @@ QStringList dataOf(const FourPs& panel)
                        textOf(panel.scaleY1)};
 }
 
-/// The lines of the message box and the texts of the result fields after one recalculation.
+/// The lines of the message box and the texts of CalcRes and HgATo after one recalculation.
 QStringList recalculationOutput(FourPs& panel)
 {
     prepareThreePointMaps(panel);

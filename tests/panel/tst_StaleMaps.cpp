@@ -1,5 +1,5 @@
-// Tests of maps that change between calculations: each result must equal the result of
-// a panel that has calculated nothing before.
+// Tests of repeated map calculations with changed inputs: each result must equal the result of a
+// panel without results and cached data of earlier calculations.
 #include "display/Histgram.h"
 #include "display/LineEditText.h"
 #include "rows/AXafsFileSelect.h"
@@ -22,7 +22,7 @@ namespace
 
 using Action = std::function<void(FourPs&)>;
 
-/// A calculation method and the number of energy rows that are in use in its tests.
+/// A calculation method and a number of energy rows that it accepts.
 struct Method {
     const char* name;
     int rows;
@@ -104,7 +104,8 @@ void choose(FourPs& panel, const Method& method)
     chooseWithoutSignals(method.linear ? panel.ui.NonEquivBGLinear : panel.ui.NonEquivBGVic);
 }
 
-/// Copies all inputs of a map calculation to another panel.
+/// Copies inputs of a map calculation to another panel: the energy rows, the valences, and the
+/// fields of the histograms. The other inputs must be equal already.
 void copyState(const FourPs& from, FourPs& to)
 {
     for (int row = 0; row < from.EPoints.size(); ++row) {
@@ -150,8 +151,8 @@ Outcome calculate(FourPs& panel)
     return outcome;
 }
 
-/// Removes all results of earlier calculations and all cached data from the panel. The
-/// calculation with empty maps empties the cache.
+/// Removes the maps, the result map and the cached data of earlier calculations from the panel.
+/// The calculation with empty maps empties the cache.
 void makeLikeNew(FourPs& panel)
 {
     panel.BaseData = {};
@@ -193,7 +194,7 @@ private Q_SLOTS:
     void resultIsTheSameOnAResetPanel_data();
     void resultIsTheSameOnAResetPanel();
     void resultIsTheSameOnANewPanel();
-    void loadedFileChangesTheResult();
+    void binaryMapLoadedOverATextMapKeepsTheTextPixels();
     void copiedResultIsNotModified();
 
 private:
@@ -220,7 +221,7 @@ void tst_StaleMaps::initTestCase()
     prepareNumbers(*m_other);
 }
 
-/// Loads the initial state of each test: a text map in each row.
+/// Sets the initial state of each test: the numbers of prepareNumbers() and a text map in each row.
 void tst_StaleMaps::loadAll(FourPs& panel) const
 {
     file(nameOf(2), textMap(2)); // an earlier test might have overwritten this file
@@ -389,7 +390,7 @@ void tst_StaleMaps::resultIsTheSameOnANewPanel()
 // Loading a binary map over a text map appends the binary pixels to the text map's pixels,
 // but sets the size of the binary map. Pixels are accessed by index, so the first pixels of
 // the new map are still the pixels of the text map.
-void tst_StaleMaps::loadedFileChangesTheResult()
+void tst_StaleMaps::binaryMapLoadedOverATextMapKeepsTheTextPixels()
 {
     FourPs& panel = *m_panel;
     loadAll(panel);

@@ -1,5 +1,5 @@
-// Tests of the order in which the Tab key moves the focus, in the main window and in
-// the map windows.
+// Tests of the focus: the order in which the Tab key moves it, and the widget that has it when
+// a window opens.
 
 #include "app/Body.h"
 #include "display/DispMBase.h"

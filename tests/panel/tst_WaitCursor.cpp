@@ -1,5 +1,5 @@
 // Tests of the wait cursor: it is shown while files are read or written and during long
-// calculations, and at no other time.
+// calculations, but not during short ones.
 
 #include "display/WaitCursor.h"
 

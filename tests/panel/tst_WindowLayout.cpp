@@ -1,5 +1,5 @@
-// Tests that every window is readable when it opens, in both languages: labels and
-// buttons are not cut off, numbers are complete, and related widgets are aligned.
+// Tests of the layout of the windows, most of them in both languages: labels and buttons are
+// not cut off, numbers are complete, and related widgets are aligned.
 
 #include "app/Body.h"
 #include "app/Language.h"
@@ -90,7 +90,8 @@ QString cutOffTextsWhenShown(QWidget* window)
     return cut;
 }
 
-/// The cut-off texts of @p frame while it is popped out.
+/// The faults of @p frame while it is popped out: cut-off texts, a window that is not shown, and
+/// a window of the wrong size.
 template <class Frame>
 QString cutOffTextsPoppedOut(Frame* frame)
 {
@@ -107,8 +108,8 @@ QString cutOffTextsPoppedOut(Frame* frame)
     return cut;
 }
 
-/// The pairs of visible widgets on @p window that have the same parent and overlap, one
-/// pair per line.
+/// The pairs of visible widgets on @p window that overlap, one pair per line. Compares only
+/// widgets with the same parent, and only if this parent has a layout.
 QString overlaps(const QWidget* window)
 {
     QStringList pairs;
@@ -361,8 +362,8 @@ private Q_SLOTS:
     void fieldsForAllRowsAreAlignedWithTheRows_data() { addLanguageRows(); }
     void fieldsForAllRowsAreAlignedWithTheRows();
     void extraHeightOfATallWindowStaysEmpty();
-    void otherStylesAndFontsCutOffNothing_data();
-    void otherStylesAndFontsCutOffNothing();
+    void widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts_data();
+    void widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts();
     void moreConditionsCutOffNothing_data() { addLanguageRows(); }
     void moreConditionsCutOffNothing();
     void graphWindowShowsCompleteNumbers_data() { addLanguageRows(); }
@@ -383,8 +384,8 @@ private Q_SLOTS:
     void poppedOutPlotsCutOffNothing();
     void poppedOutMapsCutOffNothing_data() { addLanguageRows(); }
     void poppedOutMapsCutOffNothing();
-    void graphWindowCanShrinkToHalfItsSize_data() { addLanguageRows(); }
-    void graphWindowCanShrinkToHalfItsSize();
+    void graphWindowCanShrinkTo425By426Pixels_data() { addLanguageRows(); }
+    void graphWindowCanShrinkTo425By426Pixels();
 };
 
 void tst_WindowLayout::initTestCase()
@@ -514,7 +515,7 @@ void tst_WindowLayout::extraHeightOfATallWindowStaysEmpty()
     }
 }
 
-void tst_WindowLayout::otherStylesAndFontsCutOffNothing_data()
+void tst_WindowLayout::widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts_data()
 {
     QTest::addColumn<QString>("style");
     QTest::addColumn<int>("points");
@@ -526,7 +527,7 @@ void tst_WindowLayout::otherStylesAndFontsCutOffNothing_data()
     QTest::newRow("another style, large font") << "windows" << 14 << app::Language::Japanese;
 }
 
-void tst_WindowLayout::otherStylesAndFontsCutOffNothing()
+void tst_WindowLayout::widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts()
 {
     QFETCH(QString, style);
     QFETCH(int, points);
@@ -691,7 +692,7 @@ void tst_WindowLayout::poppedOutMapsCutOffNothing()
     }
 }
 
-void tst_WindowLayout::graphWindowCanShrinkToHalfItsSize()
+void tst_WindowLayout::graphWindowCanShrinkTo425By426Pixels()
 {
     QFETCH(app::Language, language);
     const Program program(language);
