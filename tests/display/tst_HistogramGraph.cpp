@@ -1,4 +1,4 @@
-// Tests of HistogramGraph: bars, grid and range.
+// Tests of HistogramGraph, the plot of histograms.
 
 #include "display/HistogramGraph.h"
 #include "support/ExtremeNumbers.h"
@@ -27,8 +27,9 @@ const QColor green(0, 160, 0);
 const QColor blue(0, 0, 255);
 const QColor grey(160, 160, 160);
 
-/// Sets ten bins of width 1 in @p graph, centred on 0 to 9, and the x range 0 to 8.5,
-/// so that one unit is 340 / 8.5 = 40 pixels wide. No histogram is made visible.
+/// Sets the main histogram of @p graph, which is not made visible: ten bins of width 1,
+/// centred on 0 to 9, with the counts @p bins. Also sets the x range 0 to 8.5, so that
+/// one unit is 340 / 8.5 = 40 pixels wide.
 void fillGraph(HistogramGraph& graph, const QList<int>& bins, int under = 0, int over = 0)
 {
     graph.from = 0.0;
@@ -496,7 +497,8 @@ void tst_HistogramGraph::verticalGridExcludesTheLastInteger_data()
     QTest::newRow("steps of 10 from an odd number")
         << 6.5 << 306.5 << valuesFrom(17, 297, 10); // the outline covers the line at 7
     QTest::newRow("upper limit on the grid")
-        << -1.0 << 59.0 << valuesFrom(1, 57, 2); // steps of 2, starting at -1; 59 is excluded
+        << -1.0 << 59.0
+        << valuesFrom(1, 57, 2); // the outline covers the line at -1; 59 is excluded
 }
 
 void tst_HistogramGraph::verticalGridExcludesTheLastInteger()

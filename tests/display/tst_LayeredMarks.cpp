@@ -1,5 +1,4 @@
-// Tests of LayeredMarks: where marks of several colours overlap, the newest mark is
-// visible.
+// Tests of LayeredMarks, the fast path for drawing overlapping marks of several colours.
 #include "display/LayeredMarks.h"
 
 #include "display/MarkPlaces.h"

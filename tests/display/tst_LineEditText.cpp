@@ -1,5 +1,5 @@
-// Tests of numbers in line edits: formatting with six digits, reading without
-// validation, and shortening to the available width.
+// Tests of the texts of line edits: formatting and reading numbers, and shortening texts
+// to the available width.
 
 #include "display/LineEditText.h"
 #include "support/DataRows.h"

@@ -115,15 +115,15 @@ private Q_SLOTS:
     void hugeZoomMatchesReference_data();
     void hugeZoomMatchesReference();
     void mapOutsideTheViewDrawsNothing();
-    void tinyMapIsOnePixelOrNothing();
-    void emptyViewHasNoCells_data();
-    void emptyViewHasNoCells();
+    void tinyMapMatchesReference();
+    void emptyOrNonFiniteViewHasNoCells_data();
+    void emptyOrNonFiniteViewHasNoCells();
     void mapWithoutPixelsHasNoCells();
 
     void cellsAreAtTheirPositions();
     void outlineRunsAlongEveryEdge();
     void outlineUsesThePen();
-    void cellsOfOnePixelShowOnlyTheGrid();
+    void cellsSmallerThanAPixelShowOnlyTheGrid();
 
     void coloursAreRequestedForVisibleCellsOnly_data();
     void coloursAreRequestedForVisibleCellsOnly();
@@ -189,8 +189,8 @@ void tst_MapCells::randomViewsMatchReference()
     }
 }
 
-// The view shows 10 cells on 100 pixels and moves in steps of 0.05 cells, which is half
-// a pixel. So the edges of the map are exactly on the border of the surface, just
+// The view shows about 10 cells on 100 pixels and moves in steps of 0.05 cells, which is
+// about half a pixel. So the edges of the map are on the border of the surface, just
 // inside it and just outside it.
 void tst_MapCells::edgesAtTheSurfaceBorderMatchReference()
 {
@@ -237,7 +237,7 @@ void tst_MapCells::mapOutsideTheViewDrawsNothing()
     }
 }
 
-void tst_MapCells::tinyMapIsOnePixelOrNothing()
+void tst_MapCells::tinyMapMatchesReference()
 {
     std::mt19937 random(17);
     const Map map = randomMap(random, 30, 20);
@@ -249,7 +249,7 @@ void tst_MapCells::tinyMapIsOnePixelOrNothing()
     QCOMPARE(drawnMap(map, everything, false), whitePicture(everything.surface));
 }
 
-void tst_MapCells::emptyViewHasNoCells_data()
+void tst_MapCells::emptyOrNonFiniteViewHasNoCells_data()
 {
     QTest::addColumn<double>("left");
     QTest::addColumn<double>("right");
@@ -262,7 +262,7 @@ void tst_MapCells::emptyViewHasNoCells_data()
     QTest::newRow("from minus infinity") << -infinity << 3.0;
 }
 
-void tst_MapCells::emptyViewHasNoCells()
+void tst_MapCells::emptyOrNonFiniteViewHasNoCells()
 {
     QFETCH(double, left);
     QFETCH(double, right);
@@ -340,7 +340,7 @@ void tst_MapCells::outlineUsesThePen()
     QCOMPARE(image.pixelColor(7, 7), QColor(Qt::white));
 }
 
-void tst_MapCells::cellsOfOnePixelShowOnlyTheGrid()
+void tst_MapCells::cellsSmallerThanAPixelShowOnlyTheGrid()
 {
     std::mt19937 random(19);
     const Map map = randomMap(random, 200, 200);
@@ -390,8 +390,8 @@ void tst_MapCells::coloursAreRequestedForVisibleCellsOnly()
     QCOMPARE(requested, expected);
 }
 
-// 300 by 200 cells on 50 by 40 pixels: most cells are drawn on no pixel, so their
-// colours need not be requested.
+// 300 by 200 cells on 50 by 40 pixels: most cells cover no pixel, so their colours need
+// not be requested.
 void tst_MapCells::coloursAreRequestedAtMostOncePerCell()
 {
     const Map map{300, 200, QList<int>(60000, 0)};

@@ -1,5 +1,4 @@
-// Tests of MarkLine and MarkLines: the value of a marker line is the number in its
-// edit.
+// Tests of MarkLine, a marker line, and of MarkLines, a set of marker lines.
 
 #include "support/MarkedLines.h"
 #include "support/MemberOrder.h"

@@ -20,8 +20,8 @@ private Q_SLOTS:
     void placeIsTheTruncatedPixel_data();
     void placeIsTheTruncatedPixel();
     void areaContainsTheOutermostPlaces();
-    void extremeRangesYieldNoPlaceOutsideTheArea_data() { addExtremeNumbers(); }
-    void extremeRangesYieldNoPlaceOutsideTheArea();
+    void extremeRangesYieldOnlyPlacesInsideTheArea_data() { addExtremeNumbers(); }
+    void extremeRangesYieldOnlyPlacesInsideTheArea();
 };
 
 void tst_MarkPlaces::placeIsTheTruncatedPixel_data()
@@ -38,7 +38,7 @@ void tst_MarkPlaces::placeIsTheTruncatedPixel_data()
 }
 
 // Random pixel positions on and around the widget are converted to data values.
-// MarkPlaces must convert these values to the same pixels as ChCoord.
+// MarkPlaces must convert these values to the truncated pixel positions of ChCoord.
 void tst_MarkPlaces::placeIsTheTruncatedPixel()
 {
     QFETCH(double, x0);
@@ -76,7 +76,7 @@ void tst_MarkPlaces::areaContainsTheOutermostPlaces()
     }
 }
 
-void tst_MarkPlaces::extremeRangesYieldNoPlaceOutsideTheArea()
+void tst_MarkPlaces::extremeRangesYieldOnlyPlacesInsideTheArea()
 {
     QFETCH(double, number);
     for (int field = 0; field < 4; ++field) {

@@ -1,5 +1,5 @@
-// Tests of MarkStamp: the pixels of one mark, and the painters for which no stamp
-// exists.
+// Tests of MarkStamp: the pixels of one mark, and the painters and pens that have a
+// stamp.
 #include "display/MarkStamp.h"
 
 #include "support/MarkPainters.h"
@@ -68,8 +68,8 @@ void tst_MarkStamp::stampMatchesTheMarkDrawnByQt()
     }
 }
 
-// The outermost pixel rows of the stamp must be empty: this shows that no part of the
-// mark is cut off.
+// The outermost pixel rows and columns of the stamp must be empty: this shows that no
+// part of the mark is cut off.
 void tst_MarkStamp::stampHasAnEmptyBorder()
 {
     QImage image(9, 9, QImage::Format_RGB32);

@@ -33,7 +33,7 @@ private Q_SLOTS:
     void moveRecordsPositionButtonAndKeys();
     void doubleClickRecordsItsOwnFieldsOnly();
     void eachEventRecordsOnlyItsOwnFields();
-    void everyMouseEventStoresThePreviousPosition();
+    void movePressAndReleaseStoreThePreviousPosition();
     void pressedLastsUntilReleaseOfAnyButton();
     void positionsAreRoundedHalfAwayFromZero_data();
     void positionsAreRoundedHalfAwayFromZero();
@@ -116,7 +116,7 @@ void tst_MouseC::eachEventRecordsOnlyItsOwnFields()
     QCOMPARE(mouse.dClickMods, Qt::MetaModifier);
 }
 
-void tst_MouseC::everyMouseEventStoresThePreviousPosition()
+void tst_MouseC::movePressAndReleaseStoreThePreviousPosition()
 {
     MouseC mouse;
     const QMouseEvent pressing = eventAt({20.0, 2.0}, Qt::LeftButton);

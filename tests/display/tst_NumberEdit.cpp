@@ -90,7 +90,7 @@ void tst_NumberEdit::mouseMoveDuringDoubleClickKeepsTheSelection()
 void tst_NumberEdit::laterDragSelectsAPart()
 {
     QTest::mouseDClick(m_edit, Qt::LeftButton, {}, positionOf(1));
-    // Waits so long that the next press does not count as a triple click.
+    // Waits long enough that the next press does not count as a triple click.
     QTest::qWait(QApplication::doubleClickInterval() + 50);
     m_edit->deselect();
     QTest::mousePress(m_edit, Qt::LeftButton, {}, positionOf(0));

@@ -148,8 +148,8 @@ void tst_Pixels::longLinesAreClipped_data()
         << QLine(-clipLimit, -clipLimit / 2, clipLimit / 2, clipLimit);
 }
 
-// The tolerance is one pixel at the clipped end: the rounding error of its coordinate
-// can change the truncated number by one.
+// The tolerance is one pixel: the rounding error of a clipped coordinate can change the
+// truncated number by one.
 void tst_Pixels::longLinesAreClipped()
 {
     QFETCH(QPointF, from);
@@ -171,7 +171,7 @@ void tst_Pixels::endInsideTheLimitsIsKept()
     QCOMPARE(in->p2(), QPoint(123, 45));
 }
 
-// The tolerance is one pixel at the clipped end, as in longLinesAreClipped().
+// The tolerance is one pixel, as in longLinesAreClipped().
 void tst_Pixels::reversedLineHasTheSameClippedEnds()
 {
     const QPointF from(-7.3e6, -2.1e5);

@@ -1,5 +1,5 @@
 // Tests of PlaneGraph, the plot of one reference's absorbance against another
-// reference's absorbance: points, lines and range.
+// reference's absorbance.
 
 #include "display/PlaneGraph.h"
 #include "support/ExtremeNumbers.h"
@@ -54,8 +54,8 @@ constexpr Graph::Range twentyPixelsPerUnit{0.0, 0.0, 17.0, 12.75};
 /// One point far outside the view, so that the graph is not empty.
 const QList<PlaneGraph::Point> farPoint{{-900.0, -900.0, false}};
 
-/// The only pixel row of @p column that has the colour; -1 if no row or several rows
-/// have it.
+/// The only pixel row of the plot area that has @p color in @p column; -1 if no row or
+/// several rows have it.
 int rowIn(const QImage& image, int column, const QColor& color)
 {
     int row = -1;
@@ -317,7 +317,7 @@ void tst_PlaneGraph::vPointsAreRedAndOthersBlue()
     QCOMPARE(countOf(image, inside, red), 2 * pixelsOfOne);
 }
 
-// M2 is the x coordinate and M3 the y coordinate. One unit is 20 pixels, so (5, 3) is
+// The x coordinate is m2 and the y coordinate m3. One unit is 20 pixels, so (5, 3) is
 // at pixel column 40 + 100 and pixel row 270 - 60.
 void tst_PlaneGraph::pointIsTwoCircles()
 {

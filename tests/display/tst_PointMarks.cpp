@@ -94,10 +94,10 @@ void tst_PointMarks::pointsOutsideTheWidgetHaveNoPlace()
     QVERIFY(!display::markPlace(PlotSurface(), point.x(), point.y()));
 }
 
-// The points are in the middle of pixels, so truncation does not matter. A mark of
-// radius 2 covers the pixels up to 2 away from its centre. So on the picture with the
-// pixel columns 0 to 399, marks at the columns -2 to 401 are at least partly visible,
-// and likewise marks at the rows -2 to 301.
+// The points are in the middle of pixels, so rounding errors do not change the pixels.
+// A mark of radius 2 covers the pixels up to 2 away from its centre. So on the picture
+// with the pixel columns 0 to 399, marks at the columns -2 to 401 are at least partly
+// visible, and likewise marks at the rows -2 to 301.
 void tst_PointMarks::partlyVisibleMarksHaveAPlace()
 {
     const PlotSurface cc;

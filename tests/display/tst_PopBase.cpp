@@ -47,17 +47,17 @@ class tst_PopBase : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void formIsAFrameWithOneLayout();
+    void formIsAFrameWithAnEmptyInnerLayout();
     void startsAsAHiddenWindowOfItsOwner();
     void closingEmitsClosedOnce();
     void secondCloseEmitsNothing();
     void hidingEmitsNothing();
-    void contentMovesInAndBackToRowOne();
+    void contentMovesIntoTheWindowAndBackToRowOne();
     void updateDoesNotRepaintTheContent();
     void closedIsItsOnlySignal();
 };
 
-void tst_PopBase::formIsAFrameWithOneLayout()
+void tst_PopBase::formIsAFrameWithAnEmptyInnerLayout()
 {
     QWidget owner;
     const PopBase pop(&owner);
@@ -120,7 +120,7 @@ void tst_PopBase::hidingEmitsNothing()
     QCOMPARE(shown.closed.size(), 0);
 }
 
-void tst_PopBase::contentMovesInAndBackToRowOne()
+void tst_PopBase::contentMovesIntoTheWindowAndBackToRowOne()
 {
     DockingFrame docking;
     docking.frame.show();

@@ -153,8 +153,8 @@ void tst_SpectraGraph::rangeOfOneValueHasNoHeight()
     QVERIFY(drawing.graph.range().isFitted);
     QCOMPARE(drawing.graph.range().y0, 0.7);
     QCOMPARE(drawing.graph.range().y1, 0.7);
-    // With a range of zero height, the graph draws the frame, the labels and the
-    // legend, but no data.
+    // With a range of zero height, the graph draws no curve, but still draws the frame and
+    // the legend.
     const QImage image = drawing.painted();
     QCOMPARE(image.pixelColor(38, 100), QColor(150, 150, 150));
     QVERIFY(countOf(image, QRect(288, 13, 76, 9), Qt::white) < 76 * 9);
@@ -248,7 +248,7 @@ void tst_SpectraGraph::allGuidesAreVisibleInAWiderView()
     QCOMPARE(columns, QList<int>({38 + 45, 38 + 120, 38 + 270}));
 }
 
-// A horizontal curve, the fit, the green guides and an energy mark share one pixel. Each
+// A horizontal curve, the fit, two guides and an energy mark share one pixel. Each
 // element that is added must be drawn over the earlier ones.
 void tst_SpectraGraph::drawingOrderIsGuidesMarksCurvesFit()
 {
@@ -388,7 +388,7 @@ void tst_SpectraGraph::fitUsesItsShiftButNotThePresentation()
     QVERIFY(drawing.matchesExpected());
 }
 
-// Unlike the axis labels, the legend texts are not limited to 12 points: on a large
+// Unlike the axis titles, the legend texts are not limited to 12 points: on a large
 // surface, a short name is drawn in a larger font.
 void tst_SpectraGraph::legendTextsHaveNoMaximumSize()
 {

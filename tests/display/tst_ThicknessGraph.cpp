@@ -1,4 +1,4 @@
-// Tests of ThicknessGraph: points, grid and range.
+// Tests of ThicknessGraph, the plot of thickness against valence.
 
 #include "display/ThicknessGraph.h"
 #include "support/ExtremeNumbers.h"
@@ -36,8 +36,8 @@ A2DData fractionResult(const QList<QPointF>& pixels)
     return result;
 }
 
-/// A result of the non-equivalent method with these valences and thicknesses; all other
-/// values are -1.
+/// A result of the non-equivalent method with these valences and thicknesses. All other
+/// quantities are -1.
 A2DData extendedResult(const QList<QPointF>& points)
 {
     A2DData result;
@@ -115,7 +115,7 @@ private Q_SLOTS:
     void pointsOutsideThePixelRangeAreOmitted();
     void manyMarksMatchMarkByMarkDrawing_data();
     void manyMarksMatchMarkByMarkDrawing();
-    void marksOutsideAreVisibleAtTheEdges();
+    void marksOfPointsJustOutsideAreVisible();
     void gridEndsHalfAStepAboveTheUpperValence_data();
     void gridEndsHalfAStepAboveTheUpperValence();
     void pointsAreDrawnOverTheGrid();
@@ -236,9 +236,8 @@ void tst_ThicknessGraph::manyMarksMatchMarkByMarkDrawing()
 }
 
 // The points are from about 5 pixels outside to about 5 pixels inside each edge of the
-// plot area.
-// The marks of points just outside extend into the plot area.
-void tst_ThicknessGraph::marksOutsideAreVisibleAtTheEdges()
+// plot area. The marks of points just outside extend into the plot area.
+void tst_ThicknessGraph::marksOfPointsJustOutsideAreVisible()
 {
     QList<QPointF> points;
     for (int i = -5; i <= 5; ++i) {
@@ -256,8 +255,8 @@ void tst_ThicknessGraph::gridEndsHalfAStepAboveTheUpperValence_data()
     QTest::addColumn<double>("upper");
     QTest::addColumn<int>("lines");
     QTest::newRow("one unit") << 2.0 << 3.0 << 11;
-    QTest::newRow("less than half a step above the last line") << 2.0 << 3.04 << 11;
-    QTest::newRow("more than half a step above the last line") << 2.0 << 3.06 << 12;
+    QTest::newRow("less than half a step above a line") << 2.0 << 3.04 << 11;
+    QTest::newRow("more than half a step above a line") << 2.0 << 3.06 << 12;
     QTest::newRow("equal") << 2.2 << 2.2 << 1;
     QTest::newRow("less than half a step below") << 2.2 << 2.16 << 1;
     QTest::newRow("more than half a step below") << 2.2 << 2.14 << 0;

@@ -1,5 +1,4 @@
-// Tests of cBar, the colour bar: the colours of values, the painting of the bar, and
-// its two draggable lines.
+// Tests of cBar, the colour bar of a map.
 #include "display/cBar.h"
 
 #include "display/ColorTables.h"
@@ -177,7 +176,7 @@ private Q_SLOTS:
     void linesCanCross();
     void moveWithoutButtonOnlyRepaints();
     void releaseRepaints();
-    void doubleClickRestoresWithoutSignal();
+    void doubleClickResetsTheLinesWithoutSignal();
     void doubleClickIsNotAPress();
 };
 
@@ -354,8 +353,7 @@ void tst_cBar::extremeLimitsStillMapValues_data()
     QTest::newRow("three quarters") << -1e300 << 1e300 << 5e299 << 576;
     QTest::newRow("upper limit") << -1e300 << 1e300 << 1e300 << 767;
     QTest::newRow("beyond the range of int") << -1e300 << 1e300 << 1.7e308 << 767;
-    // Reversed limits occur, for example, at the start of a search for the minimum and
-    // maximum of a map.
+    // Limits that are set directly can be reversed: only checkOrder() swaps them.
     QTest::newRow("reversed, middle") << 1e300 << -1e300 << 0.0 << 384;
     QTest::newRow("reversed, quarter") << 1e300 << -1e300 << 5e299 << 192;
     QTest::newRow("range overflows") << -huge << huge << 0.0 << 0;
@@ -499,9 +497,10 @@ void tst_cBar::rowsShowTheColoursOfTheirValues_data()
     }
 }
 
-// Pixel row y shows the entry imin + (imax - imin) * (height - y) / height. The
-// tolerance is one entry. The drawn lines can be one pixel row away from the given
-// rows, because their positions are truncated.
+// Between the lines, pixel row y shows the entry
+// imin + (imax - imin) * (height - y) / height. The tolerance is one entry. The drawn
+// lines can be one pixel row away from the given rows, because their positions are
+// truncated.
 void tst_cBar::rowsShowTheColoursOfTheirValues()
 {
     QFETCH(int, type);
@@ -600,8 +599,8 @@ void tst_cBar::linesAreClampedToTheBar_data()
     QTest::newRow("crossed lines") << 192 << 64 << 192 << 64;
 }
 
-// The pixel rows are calculated without rounding errors, because all numbers are
-// multiples of powers of two. So no tolerance is needed.
+// The pixel rows are calculated without rounding errors, because the distances between
+// the lines are powers of two. So no tolerance is needed.
 void tst_cBar::linesAreClampedToTheBar()
 {
     QFETCH(int, upper);
@@ -959,7 +958,7 @@ void tst_cBar::releaseRepaints()
 }
 
 // The full event sequence is press, release, double click, release.
-void tst_cBar::doubleClickRestoresWithoutSignal()
+void tst_cBar::doubleClickResetsTheLinesWithoutSignal()
 {
     VisibleBar bar;
     QVERIFY(bar.isReady());
