@@ -1,5 +1,5 @@
-// From the panel's inputs to the result map of each method. Every pixel is a known mixture, so
-// the expected numbers are the parts of its references.
+// From the panel's inputs to result maps. In most tests each pixel is a known mixture of the
+// references, from which the expected numbers follow.
 #include "analysis/MapStacks.h"
 
 #include "analysis/CalculationPlan.h"
