@@ -574,7 +574,7 @@ void tst_BlockCalculations::changedMapIsReadAgain()
     for (int i = 0; i < rows; ++i) {
         maps.append(tests::mapOf(Kind::Random, 26, 5, 130, random));
         for (A2DRow& row : maps.last().rows) {
-            row.i0 = 0.0; // mut is then the intensity; ln(I0 / I) could be NaN before and after
+            row.i0 = 0.0; // mut is then the intensity; ln(I0 / I) could remain NaN
         }
     }
     for (const A2DData& map : std::as_const(maps)) {

@@ -124,7 +124,7 @@ void tst_FitTarget::unusedReferencesAreSkipped()
 
 void tst_FitTarget::surplusPointsAreFittedByLeastSquares()
 {
-    // The residuals of a least-squares fit are orthogonal to the references and to a
+    // The residuals of this least-squares fit are orthogonal to the references and to a
     // constant.
     PanelInputs inputs = fitInputs();
     const QList<double> values{1, -2, 0.5, 3, -1, 2, 0};

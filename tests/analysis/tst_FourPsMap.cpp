@@ -150,7 +150,7 @@ private:
 void tst_FourPsMap::buttonRunsTheThreePointForm()
 {
     PanelInputs inputs = threePointMaps();
-    inputs.target.valid = false; // not needed for the map
+    inputs.target.valid = false; // the map calculation does not need the target
     inputs.maps[2].headerLines = {"# base row"};
     inputs.maps[2].rows[0].x = 12.5;
     enterInputs(panel, inputs);

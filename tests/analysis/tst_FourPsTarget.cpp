@@ -203,7 +203,7 @@ void tst_FourPsTarget::mapAndHistogramsAreUnchanged()
 void tst_FourPsTarget::rowNumbersAreReadFromTheirFields()
 {
     // The target's value at the V row is changed from 3 to 3.5, so f(T) = (3.5 - 1) / (5 - 1)
-    // = 5/8 and a = (5/8 - 1/4) / (3/4 - 1/4) = 3/4.
+    // = 5/8. With f(R1) = 3/4 and f(R2) = 1/4, a = (5/8 - 1/4) / (3/4 - 1/4) = 3/4.
     enterInputs(panel, threePointInputs());
     panel.EPoints.at(2)->MutT->setText("3.5");
     QVERIFY(panel.ui.CalcRes->text().isEmpty()); // changing the text starts no calculation

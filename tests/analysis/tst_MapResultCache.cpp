@@ -1,5 +1,5 @@
-// When a map calculation is skipped because its inputs are unchanged, and which inputs each method
-// compares.
+// When a map calculation is skipped because its inputs are unchanged, and the list of the inputs of
+// each method.
 
 #include "analysis/MapResultCache.h"
 
@@ -100,7 +100,7 @@ private Q_SLOTS:
     void zerosOfDifferentSignAreDifferentNumbers();
     void equalNaNsAreTheSameNumber();
     void resultIsNotSharedDuringTheCalculation();
-    void changingBackCalculatesAgain();
+    void inputsChangedBackAreCalculatedAgain();
     void inputsOfDifferentMethodsDiffer();
     void fourPointsInputsDifferAfterEveryChange_data();
     void fourPointsInputsDifferAfterEveryChange();
@@ -212,7 +212,7 @@ void tst_MapResultCache::resultIsNotSharedDuringTheCalculation()
     QVERIFY(!shared);
 }
 
-void tst_MapResultCache::changingBackCalculatesAgain()
+void tst_MapResultCache::inputsChangedBackAreCalculatedAgain()
 {
     FakeCalculation fake;
     fake.calculate();

@@ -226,8 +226,8 @@ void tst_NumberText::limitsMatchQt_data()
     QTest::newRow("12345.75") << 12345.75;
     QTest::newRow("10000005") << 10000005.0;
     QTest::newRow("12345650") << 12345650.0;
-    // Halfway between two six-digit numbers, but too large to be exactly representable: the
-    // nearest double is below the first number and above the second.
+    // Large numbers halfway between two six-digit numbers. They are not exactly representable:
+    // the nearest double is below the first number and above the second.
     QTest::newRow("1000005e15") << 1000005e15;
     QTest::newRow("9999995e15") << 9999995e15;
 }
