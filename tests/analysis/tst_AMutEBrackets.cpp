@@ -1,4 +1,4 @@
-// Search for the points around many energies at once, compared with one search per energy.
+// Search for the points around many energies at once, and the normalised values at many energies.
 #include "data/AMutE.h"
 
 #include "support/SameDouble.h"
@@ -38,9 +38,9 @@ class tst_AMutEBrackets : public QObject
 
 private Q_SLOTS:
     void energyIsFoundBetweenRisingPoints();
-    void firstPairThatBracketsWins();
+    void firstOfOverlappingPairsIsFound();
     void fallingPairBracketsNothing();
-    void firstPairThatContainsTheEnergyIsFound();
+    void firstPairIsFoundAmongEqualEnergies();
     void spectrumWithFewerThanTwoPointsBracketsNoEnergy();
     void manyEnergiesGiveTheSameIndicesAsSingleSearches_data();
     void manyEnergiesGiveTheSameIndicesAsSingleSearches();
@@ -53,7 +53,7 @@ void tst_AMutEBrackets::energyIsFoundBetweenRisingPoints()
     QCOMPARE(a.indicesBelow({5, 10, 15, 20, 25, 30, 35}), (QList<int>{0, 0, 0, 0, 1, 1, 1}));
 }
 
-void tst_AMutEBrackets::firstPairThatBracketsWins()
+void tst_AMutEBrackets::firstOfOverlappingPairsIsFound()
 {
     const AMutE a = spectrum({10, 30, 20, 40});
     QCOMPARE(a.indicesBelow({25, 35, 25}), (QList<int>{0, 2, 0}));
@@ -67,7 +67,7 @@ void tst_AMutEBrackets::fallingPairBracketsNothing()
     QCOMPARE(a.indicesBelow({14, 25}), (QList<int>{0, 2}));
 }
 
-void tst_AMutEBrackets::firstPairThatContainsTheEnergyIsFound()
+void tst_AMutEBrackets::firstPairIsFoundAmongEqualEnergies()
 {
     const AMutE a = spectrum({10, 20, 20, 20, 30});
     QCOMPARE(a.indicesBelow({20, 21}), (QList<int>{0, 3}));

@@ -1,4 +1,4 @@
-// Background lines, presentations and interpolation of a spectrum.
+// Background lines, edge energy, presentations, interpolation and value range of a spectrum.
 #include "data/AMutE.h"
 #include "support/SameDouble.h"
 
@@ -76,7 +76,7 @@ private Q_SLOTS:
     void fitUsesWorkingEnergies();
     void fitWithoutPointsKeepsTheLines();
     void rangeWithoutPointsGivesANaNLine();
-    void onlyFitLinesChangesTheLines();
+    void linesAreUnchangedWithoutANewFit();
 
     void edgeIsTheMiddleOfTheLargestStep_data();
     void edgeIsTheMiddleOfTheLargestStep();
@@ -90,8 +90,8 @@ private Q_SLOTS:
     void eachKindSelectsItsPresentation_data();
     void eachKindSelectsItsPresentation();
     void presentationEvaluatesLinesAtTheWorkingEnergy();
-    void unknownKindIsZero();
-    void indexOutOfRangeIsZero();
+    void valueOfAnUnknownKindIsZero();
+    void valueAtAnInvalidIndexIsZero();
     void divisionByAZeroEdgeJumpGivesInfinityOrNaN();
     void normalisedValueIsInfiniteWhereTheLinesCross();
     void valueAtInterpolatesThePresentation();
@@ -132,7 +132,7 @@ void tst_AMutELines::linesAreEvaluatedFromTheHighestPowerDown()
         QVERIFY(tests::sameDouble(spectrum.preValue(E), (-0.3 * L + 0.7) * L * L * L + 0.1));
         differentFromPowers += spectrum.preValue(E) == lineAt(spectrum.preLine, E) ? 0 : 1;
     }
-    QVERIFY(differentFromPowers > 0); // the two orders of evaluation round differently
+    QVERIFY(differentFromPowers > 0); // lineAt() rounds differently
 }
 
 void tst_AMutELines::linesAtEnergyZeroAreNotFinite()
@@ -294,7 +294,7 @@ void tst_AMutELines::rangeWithoutPointsGivesANaNLine()
     }
 }
 
-void tst_AMutELines::onlyFitLinesChangesTheLines()
+void tst_AMutELines::linesAreUnchangedWithoutANewFit()
 {
     AMutE spectrum = withConstantLines(spectrumOf({{7700, 1}, {8600, 2}}), 1.0, 2.0);
     spectrum.dE = 5.0;
@@ -326,7 +326,7 @@ void tst_AMutELines::edgeIsTheMiddleOfTheLargestStep_data()
     QTest::newRow("falling spectrum: the smallest drop")
         << Pairs{{1, 3}, {2, 2.5}, {4, 2.25}} << 0.0 << 3.0;
     QTest::newRow("all steps at or below -1") << Pairs{{6, 3}, {8, 2}, {10, 0}} << 2.0 << 2.0;
-    QTest::newRow("steps from or to NaN are ignored")
+    QTest::newRow("a step from NaN is ignored")
         << Pairs{{6, notANumber}, {8, 2}, {10, 2}} << 0.0 << 9.0;
     QTest::newRow("only NaN") << Pairs{{6, notANumber}, {8, notANumber}} << 0.0 << 3.0;
     QTest::newRow("descending scan") << Pairs{{9, 5}, {5, 1}, {3, 0.5}} << 0.0 << 4.0;
@@ -448,7 +448,7 @@ void tst_AMutELines::eachKindSelectsItsPresentation_data()
     QTest::newRow("minus post-edge line") << 2 << 4.0;
     QTest::newRow("divided by the edge jump") << 3 << 1.5;
     QTest::newRow("normalised between both lines") << 4 << 3.0;
-    QTest::newRow("kind 5 is zero") << 5 << 0.0;
+    QTest::newRow("unknown kind gives zero") << 5 << 0.0;
 }
 
 void tst_AMutELines::eachKindSelectsItsPresentation()
@@ -475,7 +475,7 @@ void tst_AMutELines::presentationEvaluatesLinesAtTheWorkingEnergy()
     QVERIFY(near(spectrum.value(4, 0), 11.5, 1e-11));
 }
 
-void tst_AMutELines::unknownKindIsZero()
+void tst_AMutELines::valueOfAnUnknownKindIsZero()
 {
     const AMutE spectrum = withConstantLines(spectrumOf({{10, 1}, {20, 2}}), 1.0, 3.0);
     for (const int kind : {5, 6, 1000, -1, std::numeric_limits<int>::min()}) {
@@ -485,7 +485,7 @@ void tst_AMutELines::unknownKindIsZero()
     }
 }
 
-void tst_AMutELines::indexOutOfRangeIsZero()
+void tst_AMutELines::valueAtAnInvalidIndexIsZero()
 {
     const AMutE spectrum = withConstantLines(spectrumOf({{10, 1}, {20, 2}}), 1.0, 3.0);
     for (const int i : {-1, 2, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {

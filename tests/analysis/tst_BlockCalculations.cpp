@@ -1,6 +1,5 @@
-// Map calculations in blocks of pixels, compared with their reference implementations: sizes
-// around the block size, and long sequences of calculations that share one memory and one
-// result.
+// Map calculations in blocks of pixels, compared with their reference implementations, and the
+// memory that is shared by successive calculations.
 #include "analysis/CalculationMemory.h"
 #include "analysis/HistogramCounts.h"
 #include "analysis/MapCalculation.h"
@@ -31,7 +30,7 @@ enum class Method { ThreePoints, ExactFourPoints, LeastSquare, NonEquivalent };
 using Maps = std::array<A2DData, 8>;
 using Random = std::mt19937_64;
 
-/// Inputs of one calculation, in the types of the reference implementations.
+/// Inputs of one calculation. The stacks have the types of the reference implementations.
 struct Task {
     Method method = Method::ThreePoints;
     tests::PlainStack points;  ///< for the three- and four-point methods
@@ -52,7 +51,7 @@ QString text(double number)
     return QString::number(number, 'g', 17);
 }
 
-/// A stack of @p maps with random numbers for the energy rows; @p v is the index of the V row.
+/// A stack of @p maps with reference values of @p kind; @p v is the index of the V row.
 tests::PlainStack pointsOf(const QList<const A2DData*>& maps, qsizetype v, Kind kind,
                            Random& random)
 {
@@ -169,7 +168,7 @@ void calculate(const Task& task, Outcome& outcome, CalculationMemory* memory,
     }
 }
 
-/// Describes the first difference; empty if the outcomes are equal bit for bit.
+/// Describes the first difference between the counts or maps; empty if all are equal bit for bit.
 QString differenceOf(const Outcome& outcome, const Outcome& expected)
 {
     for (std::size_t i = 0; i < outcome.counts.size(); ++i) {
@@ -191,8 +190,8 @@ HistogramCounts anyHistogram(Random& random)
     return counts;
 }
 
-/// A number of rows (pixels with data) for a map of @p pixels pixels: usually @p pixels,
-/// sometimes fewer or more.
+/// A number of rows (pixels with data) for a map of @p pixels pixels: often @p pixels, otherwise
+/// a random number near it or below it.
 int anyRowsFor(int pixels, Random& random)
 {
     switch (wholeNumber(random, 0, 5)) {
@@ -331,8 +330,8 @@ Kind anyKind(Random& random)
     return onceIn(random, 2) ? Kind::Random : tests::allKinds[random() % tests::allKinds.size()];
 }
 
-/// Changes one of @p maps, or none. Some of these changes cannot be made by a user of the
-/// program.
+/// Changes or exchanges some of @p maps, or none. Some of these changes cannot be made by a user of
+/// the program.
 void change(Maps& maps, Random& random)
 {
     const auto any = [&]() -> A2DData& { return maps[random() % maps.size()]; };
@@ -395,7 +394,7 @@ void change(Maps& maps, Random& random)
     }
 }
 
-/// Changes a result as other code could change it between two calculations.
+/// Sometimes changes a result, as other code could do between two calculations.
 void modify(A2DData& result, const QList<std::pair<A2DData, A2DData>>& copies, Random& random)
 {
     const int rows = static_cast<int>(result.rows.size());
@@ -564,7 +563,7 @@ void tst_BlockCalculations::changedMapIsReadAgain_data()
     QTest::newRow("non-equivalent") << static_cast<int>(Method::NonEquivalent);
 }
 
-// Changes one pixel of one map at a time. The changed pixels are next to the block boundaries.
+// Changes one pixel of one map at a time. The changed pixels are at or near the block boundaries.
 void tst_BlockCalculations::changedMapIsReadAgain()
 {
     QFETCH(int, method);
@@ -575,7 +574,7 @@ void tst_BlockCalculations::changedMapIsReadAgain()
     for (int i = 0; i < rows; ++i) {
         maps.append(tests::mapOf(Kind::Random, 26, 5, 130, random));
         for (A2DRow& row : maps.last().rows) {
-            row.i0 = 0.0; // mut is then the intensity; ln(I0 / I) could be NaN before and after
+            row.i0 = 0.0; // mut is then the intensity; ln(I0 / I) could remain NaN
         }
     }
     for (const A2DData& map : std::as_const(maps)) {

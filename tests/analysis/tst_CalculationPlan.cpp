@@ -1,5 +1,5 @@
-// Which inputs prevent a calculation, the order of the checks, and the rows that a
-// calculation uses.
+// Checks before a calculation: the inputs that prevent it, the order of the checks, and the
+// variant, the rows and the fit range that a calculation uses.
 #include "analysis/CalculationPlan.h"
 
 #include "support/PanelInputs.h"
@@ -46,7 +46,7 @@ void addRunColumns()
     QTest::addColumn<int>("vRow");
 }
 
-// Rows 1 to 4 are in use and row 3 is the V row; no row has a map.
+// The first four rows are in use and the third row is the V row; no row has a map.
 PanelInputs four()
 {
     return fourPointInputs();
@@ -159,7 +159,7 @@ void tst_CalculationPlan::targetIsRefused_data()
     const Messages noVPoint{{MessageId::NoTargetVPoint}};
     refused("no row: only the V point is reported", four().useRows({}), noVPoint);
     refused("V row not in use", four().useRows({0, 1, 3}), noVPoint);
-    refused("no V row, non-equivalent method too", linear().markVRows({}), noVPoint);
+    refused("non-equivalent method, no V row", linear().markVRows({}), noVPoint);
     refused("the V point is checked before references and target",
             four().markVRows({}).makeInvalid({0, 1}).makeTargetInvalid(), noVPoint);
     refused("invalid first reference", four().makeInvalid({0}), {few(1), firstInvalid});
@@ -172,7 +172,7 @@ void tst_CalculationPlan::targetIsRefused_data()
     refused("one used reference stops after the count", four().useReferences({0}), {few(1)});
     refused("one used reference stops before target and rows",
             four().useReferences({0}).makeTargetInvalid().useRows({2}), {few(1)});
-    refused("one used reference, non-equivalent method too", linear().useReferences({0}), {few(1)});
+    refused("non-equivalent method, one used reference", linear().useReferences({0}), {few(1)});
     refused("no used reference stops after the count", four().useReferences({}), {few(0)});
     refused("invalid target", four().makeTargetInvalid(), {targetInvalid});
     refused("references are checked before the target", four().makeInvalid({1}).makeTargetInvalid(),
@@ -381,7 +381,7 @@ void tst_CalculationPlan::fitIsRefused_data()
     noNumbers.points[6].energy = noNumbers.points[7].energy =
         std::numeric_limits<double>::quiet_NaN();
     refused("no marked row", four(), noRange);
-    refused("one marked row, at the lowest and highest energy", fitOfOneRow(), noRange);
+    refused("one marked row", fitOfOneRow(), noRange);
     refused("NaN energies", noNumbers, noRange);
     refused("the range is checked before the references", fitOfOneRow().useReferences({}), noRange);
     refused("no used reference", fit().useReferences({}), fewReferences(0));

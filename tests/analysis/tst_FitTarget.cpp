@@ -1,5 +1,5 @@
-// The linear combination fit, from the panel's inputs to the result. The target is a known
-// mixture, so the expected numbers are the parts of its references.
+// The linear combination fit, from the panel's inputs to the result. In most tests the target is a
+// known mixture of the references, from which the expected numbers follow.
 #include "analysis/LinearFit.h"
 
 #include "analysis/CalculationPlan.h"
@@ -67,10 +67,10 @@ private Q_SLOTS:
     void rangeOfOneEnergyKeepsThePointAtThatEnergy();
     void zeroTargetHasNaNShares();
     void invalidTargetIsFitted();
-    void invalidReferenceAmongTheFirstIsFittedAsZero();
+    void invalidReferenceAmongTheFirstThreeIsFittedAsZero();
     void invalidReferenceAfterTheFirstTwoIsIgnored();
 
-    void comparisonPointStoresTargetResultShareValenceAndColour();
+    void comparisonPointStoresBothResultsAndTheColour();
 };
 
 void tst_FitTarget::fitRecoversTheMixture()
@@ -124,7 +124,7 @@ void tst_FitTarget::unusedReferencesAreSkipped()
 
 void tst_FitTarget::surplusPointsAreFittedByLeastSquares()
 {
-    // The residuals of a least-squares fit are orthogonal to the references and to a
+    // The residuals of this least-squares fit are orthogonal to the references and to a
     // constant.
     PanelInputs inputs = fitInputs();
     const QList<double> values{1, -2, 0.5, 3, -1, 2, 0};
@@ -178,7 +178,7 @@ void tst_FitTarget::invalidTargetIsFitted()
     QVERIFY(isDefault(fit(fitInputs().makeTargetInvalid())));
 }
 
-void tst_FitTarget::invalidReferenceAmongTheFirstIsFittedAsZero()
+void tst_FitTarget::invalidReferenceAmongTheFirstThreeIsFittedAsZero()
 {
     // Used: references 1 to 4; valid: 1, 2 and 4. There are three valid references, so the fit
     // uses the first three used references: 1, 2 and 3. Reference 3 has no points, so it is 0
@@ -201,7 +201,7 @@ void tst_FitTarget::invalidReferenceAfterTheFirstTwoIsIgnored()
     QVERIFY(isDefault(fit(fitInputs().useReferences({0, 1, 3}))));
 }
 
-void tst_FitTarget::comparisonPointStoresTargetResultShareValenceAndColour()
+void tst_FitTarget::comparisonPointStoresBothResultsAndTheColour()
 {
     const LCFPoint point = analysis::comparisonPoint(0.375, 2.75, fit(fitInputs()), 7);
     QCOMPARE(point.fourPsA, 0.375);

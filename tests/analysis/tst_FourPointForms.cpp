@@ -15,9 +15,9 @@ using analysis::ThreeValues;
 namespace
 {
 
-// A target that follows the model exactly: a mixture of two references with different edge
-// jumps on a background that is linear in energy. After division by their edge jumps, the
-// references are equal at all rows except the V row.
+// A target that follows the model exactly: a mixture of two references on a background that is
+// linear in energy. After division by their edge jumps, the references are equal at all rows
+// except the V row.
 struct Mixture {
     std::array<double, 4> E{8250, 8320, 8385, 8345}; // eV; the V row is the last
     std::array<double, 4> R1{};
@@ -74,7 +74,7 @@ private Q_SLOTS:
     void threePointsGiveZeroForTheSecondReference();
     void threePointsMatchAHandCalculation();
     void threePointsResultIsNotClamped();
-    void equalRowsMakeThreePointsNaNOrInfinite();
+    void zeroDivisorsMakeThreePointsNaNOrInfinite();
     void threePointThicknessUsesOnlyTheFirstReferenceAtRowOne();
     void threePointThicknessOfFirstReferenceIsOneOnlyForEqualFirstRows();
     void exactFormOfAnEqualMixtureIsHalfWithThicknessOne();
@@ -82,7 +82,7 @@ private Q_SLOTS:
     void fourPointFormsRecoverFractionAndThickness();
     void equalEnergiesMakeTheExactFormNaN();
     void targetLinearInEnergyHasNaNFractionAndZeroThickness();
-    void jumpRatioOfMinusOneIsNotFinite();
+    void jumpRatioOfMinusOneGivesNoFiniteFraction();
     void orderOfRowsChangesOnlyTheRounding();
     void leastSquareOfThreeRowsIsNearTheExactForm();
     void leastSquareWithoutRowsIsNaN();
@@ -118,7 +118,7 @@ void tst_FourPointForms::threePointsResultIsNotClamped()
     QCOMPARE(analysis::threePointFraction({1, 5, 5}, {0, 4, 3}, {0, 4, 1}), 1.5);
 }
 
-void tst_FourPointForms::equalRowsMakeThreePointsNaNOrInfinite()
+void tst_FourPointForms::zeroDivisorsMakeThreePointsNaNOrInfinite()
 {
     const ThreeValues r1{0, 4, 3};
     const ThreeValues r2{0, 4, 1};
@@ -209,7 +209,7 @@ void tst_FourPointForms::targetLinearInEnergyHasNaNFractionAndZeroThickness()
     QCOMPARE(tts, 0.0); // 1 / (K / 2)
 }
 
-void tst_FourPointForms::jumpRatioOfMinusOneIsNotFinite()
+void tst_FourPointForms::jumpRatioOfMinusOneGivesNoFiniteFraction()
 {
     double tts = 0.0;
     QVERIFY(!std::isfinite(
@@ -231,8 +231,8 @@ void tst_FourPointForms::orderOfRowsChangesOnlyTheRounding()
 
 void tst_FourPointForms::leastSquareOfThreeRowsIsNearTheExactForm()
 {
-    // These numbers do not follow the model. Both forms still agree, because the least-squares
-    // plane through three rows is exact.
+    // These numbers do not follow the model. Both forms still agree, because a least-squares
+    // plane fitted to three points passes through them.
     Mixture m = mixture(0.35, 1.2, 1.5, 0.8, 0.2, 1e-4);
     m.T[1] += 0.05;
     m.R1[2] -= 0.03;

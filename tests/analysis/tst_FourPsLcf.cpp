@@ -68,7 +68,7 @@ private Q_SLOTS:
 
     void refusalIsReportedAndChangesNothing_data();
     void refusalIsReportedAndChangesNothing();
-    void calcBothRunsRangesMapTargetAndFitInOrder();
+    void calcBothSetsLimitsThenRunsMapTargetAndFit();
     void calcBothFitsAfterMapAndTargetAreRefused();
 
 private:
@@ -273,7 +273,7 @@ void tst_FourPsLcf::refusalIsReportedAndChangesNothing()
     QCOMPARE(curveEnergies(panel).size(), 7);
 }
 
-void tst_FourPsLcf::calcBothRunsRangesMapTargetAndFitInOrder()
+void tst_FourPsLcf::calcBothSetsLimitsThenRunsMapTargetAndFit()
 {
     // calcBoth() replaces the entered limit 70 by the automatic limits of the valence
     // histogram. For the valences 2 and 4, the bin centres then go from 2 - 0.5 = 1.5 to

@@ -61,7 +61,7 @@ void setHistogramLimits(FourPs& panel)
     panel.ui.HgTBoxes->setText("11");
 }
 
-// The rounded centres of the filled bins. A bin with the count n occurs n times.
+// The rounded centres of the filled bins. The centre of a bin with the count n occurs n times.
 QList<int> countedCentres(const Histgram* histogram)
 {
     QList<int> centres;
@@ -78,8 +78,8 @@ bool isEmpty(const Histgram* histogram)
            histogram->total == 0;
 }
 
-// Adds counts to the histograms of the references, as an earlier run of the non-equivalent
-// method would do.
+// Fills the histograms of the references, as an earlier run of the non-equivalent method would
+// do.
 void fillReferenceHistograms(FourPs& panel)
 {
     for (Histgram* histogram : panel.HistRatio + panel.HistDMut) {
@@ -97,7 +97,7 @@ bool isEmptyWithLimitsOf(const Histgram* histogram, const Histgram* main)
            histogram->step == main->step && histogram->boxes == main->boxes && isEmpty(histogram);
 }
 
-// Everything that a map calculation writes, except the message box.
+// The result map and all histograms as text.
 QStringList mapFields(const FourPs& panel)
 {
     QStringList fields{QString::number(panel.BaseData.xNum), QString::number(panel.BaseData.yNum),
@@ -150,7 +150,7 @@ private:
 void tst_FourPsMap::buttonRunsTheThreePointForm()
 {
     PanelInputs inputs = threePointMaps();
-    inputs.target.valid = false; // not needed for the map
+    inputs.target.valid = false; // the map calculation does not need the target
     inputs.maps[2].headerLines = {"# base row"};
     inputs.maps[2].rows[0].x = 12.5;
     enterInputs(panel, inputs);
@@ -197,7 +197,8 @@ void tst_FourPsMap::nonEquivalentMethodFillsAllValues()
 {
     QFETCH(bool, linear);
     PanelInputs inputs = mixedMaps({linear ? mixes::quarter : mixes::curvedQuarter}, 2, 8);
-    inputs.chooseNonEquivalent(linear).makeTargetInvalid().markVRows({}); // not needed for the map
+    // The map calculation needs neither a valid target nor a V row.
+    inputs.chooseNonEquivalent(linear).makeTargetInvalid().markVRows({});
     enterInputs(panel, inputs);
     panel.calcMap();
     QVERIFY(messages(panel).isEmpty());

@@ -1,5 +1,5 @@
-// The target calculation in the panel: the inputs it reads, and the fields that show its
-// results. Its checks are tested in tst_CalculationPlan, its numbers in tst_TargetResult, its
+// The target calculation in the panel: the inputs it reads, and the results it shows and
+// stores. Its checks are tested in tst_CalculationPlan, its numbers in tst_TargetResult, its
 // texts in tst_Wording.
 #include "support/CalculationPanel.h"
 #include "support/Mixes.h"
@@ -203,7 +203,7 @@ void tst_FourPsTarget::mapAndHistogramsAreUnchanged()
 void tst_FourPsTarget::rowNumbersAreReadFromTheirFields()
 {
     // The target's value at the V row is changed from 3 to 3.5, so f(T) = (3.5 - 1) / (5 - 1)
-    // = 5/8 and a = (5/8 - 1/4) / (3/4 - 1/4) = 3/4.
+    // = 5/8. With f(R1) = 3/4 and f(R2) = 1/4, a = (5/8 - 1/4) / (3/4 - 1/4) = 3/4.
     enterInputs(panel, threePointInputs());
     panel.EPoints.at(2)->MutT->setText("3.5");
     QVERIFY(panel.ui.CalcRes->text().isEmpty()); // changing the text starts no calculation
@@ -221,8 +221,8 @@ void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly_data()
     QTest::newRow("both radio buttons off") << false << false;
 }
 
-// Target and pixels have a linear background. The two terms of the Victoreen background, L^3
-// and L^4, cannot fit a straight line at eight points, so they lead to other results.
+// Target and pixels have a linear background. The Victoreen background (a constant, L^3 and L^4)
+// cannot fit a straight line at eight points, so it leads to other results.
 void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly()
 {
     QFETCH(bool, linear);

@@ -1,6 +1,6 @@
-// Result output by the panel: the files it writes, their content, and the messages. The text
-// of a result is tested in tst_ResultText, write errors in tst_ResultFile, the histogram file
-// in tst_Histgram.
+// Result output by the panel: the files it writes, their content, and the messages. See also
+// tst_ResultText (text of a result), tst_ResultFile (write errors) and tst_Histgram (histogram
+// files).
 #include "support/CalculationPanel.h"
 #include "support/Mixes.h"
 #include "support/TestFiles.h"

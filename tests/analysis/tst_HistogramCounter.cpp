@@ -37,8 +37,8 @@ bool sameCounts(const HistogramCounts& a, const tests::PlainHistogram& plain)
            a.total == plain.total;
 }
 
-/// Counts @p values in blocks of @p perBlock values. The unused end of each block contains
-/// numbers that must not be counted.
+/// Counts @p values in blocks of @p perBlock values. Unused elements at the end of a block are
+/// minV or NaN, which must not be counted.
 /// @return whether a copy of @p counts from before the counting is unchanged
 bool countInBlocks(HistogramCounts& counts, const Values& values, int perBlock,
                    Instructions instructions)
@@ -59,7 +59,8 @@ bool countInBlocks(HistogramCounts& counts, const Values& values, int perBlock,
     return before.bins == binsBefore;
 }
 
-/// Values on, next to and between bin edges, values outside all bins, NaN and infinities.
+/// Random values on, next to and between bin edges, values whose bin numbers are near the limits
+/// of int, and values from tests::specialNumbers.
 Values valuesFor(const HistogramCounts& counts, std::mt19937_64& random, int number)
 {
     Values values;
@@ -93,7 +94,8 @@ Values valuesFor(const HistogramCounts& counts, std::mt19937_64& random, int num
 }
 
 /// Whether the counts are equal if @p values are counted one by one, in blocks with each
-/// instruction set, and by the reference implementation.
+/// instruction set, and by the reference implementation. Also checks that counting in blocks does
+/// not change a copy of the histogram.
 bool countsAgree(double from, double to, int boxes, const Values& values, int perBlock)
 {
     HistogramCounts startState;

@@ -76,8 +76,8 @@ void tst_HistogramCounts::numberOfBinsIsTruncatedAndClamped()
     QTEST(HistogramCounts::boxesFrom(number), "boxes");
 }
 
-// Eleven bins with centres from 0 to 1, so the bin width is 0.1. The tolerance 1e-15 is about
-// four ulps of 1 (2.2e-16).
+// Eleven bins with centres from 0 to 1, so the bin width is 0.1. The tolerance 1e-15 is
+// between four and five ulps of 1 (2.2e-16).
 void tst_HistogramCounts::limitsAreCentresOfTheOuterBins()
 {
     HistogramCounts counts;

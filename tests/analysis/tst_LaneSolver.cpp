@@ -1,5 +1,5 @@
-// Solving four linear systems side by side (Gaussian elimination with partial pivoting), compared
-// bit for bit with SmallMatrix.
+// Gaussian elimination with partial pivoting for four linear systems side by side: known
+// solutions, and a bit-for-bit comparison with SmallMatrix.
 #include "analysis/LaneSolver.h"
 
 #include "analysis/SmallMatrix.h"
@@ -89,8 +89,8 @@ Vector<N> solved(const Matrix<N>& a, const Vector<N>& b)
                             analysis::fastestInstructions())[2];
 }
 
-/// Number of random systems of N equations for which the result differs from the result of
-/// SmallMatrix.
+/// Solves random systems of N equations with each instruction set. Returns the number of results
+/// that differ from the results of SmallMatrix.
 template <std::size_t N>
 int differences(const std::function<double()>& element)
 {
@@ -138,16 +138,16 @@ class tst_LaneSolver : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void solvesAKnownSystem();
+    void knownSystemIsSolved();
     void unknownsAreInColumnOrder();
     void firstOfEqualPivotsIsChosen();
     void negativeZeroPivotCountsAsOneInTheMultipliersOnly();
     void zeroMatrixGivesNaN();
-    void matchesSmallMatrixBitForBit_data();
-    void matchesSmallMatrixBitForBit();
+    void resultsMatchSmallMatrixBitForBit_data();
+    void resultsMatchSmallMatrixBitForBit();
 };
 
-void tst_LaneSolver::solvesAKnownSystem()
+void tst_LaneSolver::knownSystemIsSolved()
 {
     // The system 2x + y = 5, x - y = 1 has the solution x = 2, y = 1. All steps are exact.
     const auto x = solved<2>({{{2, 1}, {1, -1}}}, {5, 1});
@@ -175,7 +175,8 @@ void tst_LaneSolver::firstOfEqualPivotsIsChosen()
 
 void tst_LaneSolver::negativeZeroPivotCountsAsOneInTheMultipliersOnly()
 {
-    // Column 0 is all zeros, so the multiplier is 0 / 1 and row 1 does not change: x1 = 2 and
+    // The pivot of column 0 is -0. As a divisor it counts as 1, so the multiplier is 0 / 1 and
+    // row 1 does not change: x1 = 2. The back substitution divides by the pivot itself:
     // x0 = (1 - 2 * 0) / -0 = -inf.
     const auto x = solved<2>({{{-0.0, 0}, {0, 1}}}, {1, 2});
     QCOMPARE(x[1], 2.0);
@@ -190,7 +191,7 @@ void tst_LaneSolver::zeroMatrixGivesNaN()
     }
 }
 
-void tst_LaneSolver::matchesSmallMatrixBitForBit_data()
+void tst_LaneSolver::resultsMatchSmallMatrixBitForBit_data()
 {
     QTest::addColumn<Element>("element");
 
@@ -216,7 +217,7 @@ void tst_LaneSolver::matchesSmallMatrixBitForBit_data()
         << oneOf({notANumber, infinity, -infinity, 0.0, -0.0, 1, -1, 1e308, 5e-324, 0.1});
 }
 
-void tst_LaneSolver::matchesSmallMatrixBitForBit()
+void tst_LaneSolver::resultsMatchSmallMatrixBitForBit()
 {
     QFETCH(Element, element);
     std::mt19937 random(1);

@@ -1,4 +1,4 @@
-// The linear combination fit of a target spectrum.
+// The linear combination fit of a target spectrum, and its energy range.
 #include "analysis/LinearFit.h"
 
 #include "analysis/RowCollection.h"
@@ -20,8 +20,8 @@ namespace
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-// Straight segments through the given mut values at 100, 200, ... eV. The pre-edge line is 0
-// and the post-edge line 1, so the normalised values are equal to mut.
+// A spectrum with the given mut values at 100, 200, ... eV. The pre-edge line is 0 and the
+// post-edge line 1, so the normalised values are equal to mut.
 AMutE spectrum(const QList<double>& muts)
 {
     AMutE made;
@@ -89,8 +89,8 @@ private Q_SLOTS:
     void referenceWithoutPointsCountsAsZeros();
     void fifthReferenceIsIgnored();
     void missingValenceCountsAsZero();
-    void matchesTheReferenceImplementationBitForBit_data();
-    void matchesTheReferenceImplementationBitForBit();
+    void fitMatchesTheReferenceImplementationBitForBit_data();
+    void fitMatchesTheReferenceImplementationBitForBit();
     void largeZigzagSpectrumIsFittedQuickly();
 };
 
@@ -289,7 +289,7 @@ void tst_LinearFit::missingValenceCountsAsZero()
     QVERIFY(isNear(analysis::fitLinearCombination(target, {&a, &b}, {2}, fullRange).valence, 0.5));
 }
 
-void tst_LinearFit::matchesTheReferenceImplementationBitForBit_data()
+void tst_LinearFit::fitMatchesTheReferenceImplementationBitForBit_data()
 {
     QTest::addColumn<QString>("energies");
     for (const char* kind : {"rising", "falling", "equal neighbours", "zigzag", "NaN"}) {
@@ -297,7 +297,7 @@ void tst_LinearFit::matchesTheReferenceImplementationBitForBit_data()
     }
 }
 
-void tst_LinearFit::matchesTheReferenceImplementationBitForBit()
+void tst_LinearFit::fitMatchesTheReferenceImplementationBitForBit()
 {
     QFETCH(QString, energies);
     std::mt19937 random(17);
@@ -341,7 +341,7 @@ void tst_LinearFit::matchesTheReferenceImplementationBitForBit()
 void tst_LinearFit::largeZigzagSpectrumIsFittedQuickly()
 {
     // The energies alternately rise by 3 eV and fall by 2 eV. A linear search for each point
-    // would take about 2e10 steps and exceed the time limit of a test.
+    // would take more than 1e10 steps.
     AMutE spectrum;
     for (int i = 0; i < 200000; ++i) {
         spectrum.points.append({0.0, 8000.0 + i / 2 + (i % 2 == 0 ? 0 : 3), 1.0 / (i + 1)});

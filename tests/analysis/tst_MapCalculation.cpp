@@ -69,7 +69,7 @@ private Q_SLOTS:
     void headerLinesAndSizeAreReadFromTheVRow();
     void earlierResultIsReplacedAndNoLongerExtended();
     void mapOfHeightZeroGivesNoPixels();
-    void mapOfZeroWidthAndHugeHeightTakesNoTime();
+    void mapOfZeroWidthAndHugeHeightGivesNoPixels();
     void nanPixelGivesNaNAndIsCountedBelow();
     void tooFewRowsLeaveTheResultUnchanged();
     void exactFormUsesTheFirstThreeRows();
@@ -197,7 +197,7 @@ void tst_MapCalculation::mapOfHeightZeroGivesNoPixels()
     QCOMPARE(result.map.xNum, 5);
 }
 
-void tst_MapCalculation::mapOfZeroWidthAndHugeHeightTakesNoTime()
+void tst_MapCalculation::mapOfZeroWidthAndHugeHeightGivesNoPixels()
 {
     const A2DData m = absorbanceMap(0, std::numeric_limits<int>::max(), {1});
     Result result;

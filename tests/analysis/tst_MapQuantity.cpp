@@ -17,8 +17,8 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 const ValenceMix twoToThree{true, 2.0, 3.0};
 
-/// A result of 2 by 2 pixels. Value k of pixel i is 100 i + k. As in every result, intensity
-/// is the fraction a and i0 is the thickness.
+/// A result of 2 by 2 pixels. Value k of pixel i is 100 i + k, its intensity (the fraction a) is
+/// 0.25 i, and its i0 (the thickness) is 10.5 + i.
 A2DData usualResult(bool extended)
 {
     A2DData result;
@@ -57,8 +57,8 @@ private Q_SLOTS:
     void emptyResultIsZeroEverywhere();
     void missingValuesReadAsZero_data();
     void missingValuesReadAsZero();
-    void unknownKindsAreZero_data();
-    void unknownKindsAreZero();
+    void valuesOfUnknownKindsAreZero_data();
+    void valuesOfUnknownKindsAreZero();
     void nanAndInfinityAreKept();
 };
 
@@ -172,7 +172,7 @@ void tst_MapQuantity::quantitiesOfMissingPixelsAreZero()
     QFETCH(qint64, index);
     for (const bool extended : {false, true}) {
         A2DData result = usualResult(extended);
-        result.rows[0].intensity = 0.625; // so that no quantity of pixel 0 is 0
+        result.rows[0].intensity = 0.625; // so that the tested quantities of pixel 0 are not 0
         result.rows[0].values.fill(77.0);
         for (const int kind : {0, 1, 11, 12}) {
             const MapQuantity quantity(result, twoToThree, kind);
@@ -225,7 +225,7 @@ void tst_MapQuantity::missingValuesReadAsZero()
     }
 }
 
-void tst_MapQuantity::unknownKindsAreZero_data()
+void tst_MapQuantity::valuesOfUnknownKindsAreZero_data()
 {
     QTest::addColumn<int>("kind");
     QTest::newRow("below") << -1;
@@ -234,7 +234,7 @@ void tst_MapQuantity::unknownKindsAreZero_data()
     QTest::newRow("highest") << std::numeric_limits<int>::max();
 }
 
-void tst_MapQuantity::unknownKindsAreZero()
+void tst_MapQuantity::valuesOfUnknownKindsAreZero()
 {
     QFETCH(int, kind);
     for (const bool extended : {false, true}) {

@@ -1,4 +1,5 @@
-// When a map calculation is skipped because its inputs are unchanged.
+// When a map calculation is skipped because its inputs are unchanged, and the list of the inputs of
+// each method.
 
 #include "analysis/MapResultCache.h"
 
@@ -16,8 +17,8 @@ using analysis::MapResultCache;
 namespace
 {
 
-// A fake calculation. Its result is the sum of `numbers` and of the first pixel of each map.
-// The sum is also counted in one histogram.
+// A fake calculation. Its result has one pixel: the sum of `numbers` and of the first pixels of
+// both maps. The sum is also counted in one histogram.
 struct FakeCalculation {
     A2DData first = tests::absorbanceMap(2, 1, {1.0, 2.0});
     A2DData second = tests::absorbanceMap(2, 1, {3.0, 4.0});
@@ -99,7 +100,7 @@ private Q_SLOTS:
     void zerosOfDifferentSignAreDifferentNumbers();
     void equalNaNsAreTheSameNumber();
     void resultIsNotSharedDuringTheCalculation();
-    void changingBackCalculatesAgain();
+    void inputsChangedBackAreCalculatedAgain();
     void inputsOfDifferentMethodsDiffer();
     void fourPointsInputsDifferAfterEveryChange_data();
     void fourPointsInputsDifferAfterEveryChange();
@@ -211,7 +212,7 @@ void tst_MapResultCache::resultIsNotSharedDuringTheCalculation()
     QVERIFY(!shared);
 }
 
-void tst_MapResultCache::changingBackCalculatesAgain()
+void tst_MapResultCache::inputsChangedBackAreCalculatedAgain()
 {
     FakeCalculation fake;
     fake.calculate();

@@ -118,7 +118,7 @@ void tst_MapScan::rowsOfTheMapAreNotRead()
     QCOMPARE(limits->high, 2.0);
 }
 
-// A loop over the 2^31 - 1 empty lines would take too long.
+// A loop over the 2^31 - 1 empty lines would take seconds.
 void tst_MapScan::linesWithoutColumnsAreSkipped()
 {
     QVERIFY(!scan(0, std::numeric_limits<int>::max(), {}));

@@ -1,5 +1,5 @@
-// From the panel's inputs to the result map of each method. Every pixel is a known mixture, so
-// the expected numbers are the parts of its references.
+// From the panel's inputs to result maps. In most tests each pixel is a known mixture of the
+// references, from which the expected numbers follow.
 #include "analysis/MapStacks.h"
 
 #include "analysis/CalculationPlan.h"
@@ -94,9 +94,10 @@ void tst_MapStacks::stackContainsTheMapsAndNumbersOfItsRows()
 
 void tst_MapStacks::usedRowWithoutMapReadsAsMinusOne()
 {
-    // Used: rows 1 to 4, with row 3 as the V row; with a map: rows 2 to 4. So there are enough
-    // rows. The three-point form still uses row 1 as its first row, with T0 = -1:
-    // f(T) = (3 + 1) / (5 + 1) = 2/3 and a = (2/3 - 1/4) / (3/4 - 1/4) = 5/6.
+    // Used: rows 1 to 4, with row 3 as the V row; with a map: rows 2 to 4. Three rows with a
+    // map select the three-point form. It still uses row 1 as its first row, with T0 = -1:
+    // f(T) = (3 + 1) / (5 + 1) = 2/3. With f(R1) = 3/4 and f(R2) = 1/4,
+    // a = (2/3 - 1/4) / (3/4 - 1/4) = 5/6.
     const auto inputs = threePointInputs().addMaps(4).useRows({0, 1, 2, 3}).removeMap(0);
     const analysis::CalculationState state = inputs.state();
     A2DData map;
@@ -273,7 +274,7 @@ void tst_MapStacks::minimumNumberOfRowsIsEnough_data()
     }
 }
 
-// The smallest number of rows that a plan accepts determines all unknowns.
+// With the smallest number of rows that a plan accepts, the fit determines all unknowns.
 void tst_MapStacks::minimumNumberOfRowsIsEnough()
 {
     QFETCH(bool, victoreen);

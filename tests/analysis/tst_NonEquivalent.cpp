@@ -1,5 +1,4 @@
-// The non-equivalent method for one target: the layout of the result, the order of operations,
-// and mixtures of known shares.
+// The non-equivalent method for one target: the preparation of the inputs, the fit and its result.
 #include "analysis/NonEquivalent.h"
 
 #include "analysis/ReferenceSet.h"
@@ -26,8 +25,8 @@ namespace
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-// Straight segments through the given mut values at 100, 200, ... eV; the pre-edge and
-// post-edge lines are the constants `pre` and `post`.
+// A spectrum with the given mut values at 100, 200, ... eV; the pre-edge and post-edge lines are
+// the constants `pre` and `post`.
 AMutE spectrum(const QList<double>& muts, double pre = 0.0, double post = 1.0)
 {
     AMutE made;
@@ -79,7 +78,7 @@ private Q_SLOTS:
     void preparationUsesRowsWithOrWithoutMap();
     void preparationSubtractsTheChosenLine();
     void preparationSkipsUnusedReferences();
-    void weightsAreJumpsOverTheirSum();
+    void weightsAreInfiniteIfTheJumpsAddUpToZero();
     void preparationWithoutRowsHasBaseRowZero();
     void targetValuesSubtractTheChosenLine();
     void mixtureIsRecoveredWithLinearBackground();
@@ -96,7 +95,7 @@ private Q_SLOTS:
     void valenceIsTheSumOfSharesTimesValences();
     void valenceOfAMissingReferenceCountsAsZero();
     void targetAmountsAreShareTimesTotal();
-    void matchesTheReferenceImplementationBitForBit();
+    void fitMatchesTheReferenceImplementationBitForBit();
 };
 
 void tst_NonEquivalent::preparationUsesRowsWithOrWithoutMap()
@@ -137,7 +136,7 @@ void tst_NonEquivalent::preparationSkipsUnusedReferences()
     QCOMPARE(inputs.valences, (QList<double>{3, 5}));
 }
 
-void tst_NonEquivalent::weightsAreJumpsOverTheirSum()
+void tst_NonEquivalent::weightsAreInfiniteIfTheJumpsAddUpToZero()
 {
     const AMutE a = spectrum({1, 1});
     const ReferenceSet refs({{true, true, 2, 2}, {true, true, 3, -2}, {}, {}});
@@ -358,7 +357,7 @@ void tst_NonEquivalent::targetAmountsAreShareTimesTotal()
     QVERIFY(differentRoundings > 0);
 }
 
-void tst_NonEquivalent::matchesTheReferenceImplementationBitForBit()
+void tst_NonEquivalent::fitMatchesTheReferenceImplementationBitForBit()
 {
     std::mt19937 random(11);
     std::uniform_real_distribution<double> uniform(-1.0, 3.0);

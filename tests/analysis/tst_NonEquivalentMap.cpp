@@ -79,7 +79,7 @@ private Q_SLOTS:
     void baseMapWithoutPixelsGivesAnEmptyExtendedResult();
     void pixelWithoutDataHasAllValues();
     void mapOfAnotherSizeIsReadWithItsWidth();
-    void linearBackgroundHasZeroSecondSlope();
+    void linearBackgroundLeavesC2Zero();
     void everyPixelIsCountedForTheUsedReferencesOnly();
     void pixelsWithoutDataShareTheirValues();
     void blocksOfEqualPixelsShareTheirValues();
@@ -175,7 +175,7 @@ void tst_NonEquivalentMap::mapOfAnotherSizeIsReadWithItsWidth()
     QVERIFY(std::fabs(result.map.rows.at(2).values.at(0) - 0.25) < 1e-12);
 }
 
-void tst_NonEquivalentMap::linearBackgroundHasZeroSecondSlope()
+void tst_NonEquivalentMap::linearBackgroundLeavesC2Zero()
 {
     const A2DData a = absorbanceMap(3, 1, {1, 2, 3});
     const A2DData b = absorbanceMap(3, 1, {5, 1, 0});

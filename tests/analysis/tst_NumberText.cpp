@@ -1,4 +1,4 @@
-// Formatting of numbers as text, compared with QString::arg().
+// Formatting of numbers as text. The general format is compared with QString::arg().
 #include "analysis/NumberText.h"
 
 #include <QTest>
@@ -69,20 +69,19 @@ double zeroToTen(Random& random)
     return uniform(random, 0.0, 10.0);
 }
 
-double anyMagnitudeNearOne(Random& random)
+double moderateMagnitude(Random& random)
 {
     return std::ldexp(uniform(random, -2.0, 2.0), integer(random, -80, 110));
 }
 
-/// Fractions with few binary digits. Many of them are exactly halfway between two numbers of
-/// six significant digits.
+/// An integer divided by a power of two. Some of these numbers are exactly halfway between two
+/// numbers of six significant digits.
 double dyadic(Random& random)
 {
     return std::ldexp(integer(random, -20'000'000, 20'000'000), -integer(random, 0, 24));
 }
 
-/// The double nearest to a decimal number whose seventh and last digit is 5, or one of the two
-/// neighbours of this double.
+/// A double at or very near a decimal number of seven digits whose last digit is 5.
 double sevenDigitsEndingInFive(Random& random)
 {
     const double digits = 10.0 * integer(random, 100'000, 999'999) + 5.0;
@@ -227,8 +226,8 @@ void tst_NumberText::limitsMatchQt_data()
     QTest::newRow("12345.75") << 12345.75;
     QTest::newRow("10000005") << 10000005.0;
     QTest::newRow("12345650") << 12345650.0;
-    // Halfway between two six-digit numbers, but too large to be exactly representable: the
-    // nearest double is below the first number and above the second.
+    // Large numbers halfway between two six-digit numbers. They are not exactly representable:
+    // the nearest double is below the first number and above the second.
     QTest::newRow("1000005e15") << 1000005e15;
     QTest::newRow("9999995e15") << 9999995e15;
 }
@@ -266,7 +265,7 @@ void tst_NumberText::randomNumbersMatchQt_data()
     QTest::addColumn<int>("count");
     QTest::newRow("any bits") << Draw{anyBits} << 100'000;
     QTest::newRow("0 to 10") << Draw{zeroToTen} << 600'000;
-    QTest::newRow("any magnitude near 1") << Draw{anyMagnitudeNearOne} << 400'000;
+    QTest::newRow("about 2^-80 to 2^111") << Draw{moderateMagnitude} << 400'000;
     QTest::newRow("few binary digits") << Draw{dyadic} << 300'000;
     QTest::newRow("seven digits ending in 5") << Draw{sevenDigitsEndingInFive} << 400'000;
     QTest::newRow("close to halfway") << Draw{closeToHalfway} << 400'000;

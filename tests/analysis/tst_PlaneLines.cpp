@@ -50,7 +50,7 @@ private Q_SLOTS:
     void secondSlopeIsR2OverR1OfTheVRow_data();
     void secondSlopeIsR2OverR1OfTheVRow();
     void secondSlopeIsNotFiniteIfTheVRowIsAtXZero();
-    void withoutAVRowTheSecondSlopeIsNaN();
+    void secondSlopeIsNaNWithoutAVRow();
     void firstRowCanBeTheVRow();
     void lineThroughAllRowsIsRecovered_data();
     void lineThroughAllRowsIsRecovered();
@@ -115,8 +115,8 @@ void tst_PlaneLines::secondSlopeIsNotFiniteIfTheVRowIsAtXZero()
     QCOMPARE(planeLines(rows).a, 1.0);
 }
 
-// Only rows.v.row shows that there is no V row. The other numbers of rows.v have no effect.
-void tst_PlaneLines::withoutAVRowTheSecondSlopeIsNaN()
+// If rows.v.row is -1, there is no V row, and the other numbers of rows.v have no effect.
+void tst_PlaneLines::secondSlopeIsNaNWithoutAVRow()
 {
     CollectedRows rows = rowsAt({{0.0, 1.0}, {1.0, 3.0}});
     rows.v.row = -1;
@@ -144,8 +144,8 @@ void tst_PlaneLines::lineThroughAllRowsIsRecovered_data()
     QTest::newRow("level") << 0.0 << -0.75;
 }
 
-// The coordinates have few binary digits, so their sums are exact. Only the divisions round:
-// 1e-14 is about ten ulps of 4 (8.9e-16), the largest slope or intercept.
+// The coordinates have few binary digits, so their sums are exact. 1e-14 is far above the rounding
+// of a division: an ulp of 4, the largest slope or intercept, is 8.9e-16.
 void tst_PlaneLines::lineThroughAllRowsIsRecovered()
 {
     QFETCH(double, a);

@@ -34,7 +34,7 @@ private Q_SLOTS:
     void edgeJumpRatioNeedsTwoUsedReferences();
     void edgeJumpRatioIsInfiniteIfTheSecondJumpIsZero();
     void valenceMixInterpolatesBetweenTheFirstTwoValences();
-    void valenceMixIsZeroWithFewerThanTwoValid();
+    void valenceMixIsZeroWithFewerThanTwoValidReferences();
     void valenceMixReadsUsedReferencesEvenIfInvalid();
     void valenceRangeWithoutReferenceIsTenToZero();
     void lowerLimitIsTenForValencesAboveTen();
@@ -135,7 +135,7 @@ void tst_ReferenceSet::valenceMixInterpolatesBetweenTheFirstTwoValences()
     QCOMPARE(mix(-1.0), 4.0); // not clamped
 }
 
-void tst_ReferenceSet::valenceMixIsZeroWithFewerThanTwoValid()
+void tst_ReferenceSet::valenceMixIsZeroWithFewerThanTwoValidReferences()
 {
     QCOMPARE(ReferenceSet({reference(true, true, 2), reference(true, false, 3)}).valenceMix()(0.5),
              0.0);

@@ -27,8 +27,8 @@ class tst_ResultFile : public QObject
 
 private Q_SLOTS:
     void fileContainsTheSelectedColumns();
-    void unopenableFileIsReported_data();
-    void unopenableFileIsReported();
+    void fileThatCannotBeOpenedIsReported_data();
+    void fileThatCannotBeOpenedIsReported();
     void fullDiskIsReported();
 };
 
@@ -59,7 +59,7 @@ void tst_ResultFile::fileContainsTheSelectedColumns()
                              "\n");
 }
 
-void tst_ResultFile::unopenableFileIsReported_data()
+void tst_ResultFile::fileThatCannotBeOpenedIsReported_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("folder") << "/.";
@@ -69,7 +69,7 @@ void tst_ResultFile::unopenableFileIsReported_data()
     QTest::newRow("no name") << QString();
 }
 
-void tst_ResultFile::unopenableFileIsReported()
+void tst_ResultFile::fileThatCannotBeOpenedIsReported()
 {
     QFETCH(QString, name);
     const QTemporaryDir dir;

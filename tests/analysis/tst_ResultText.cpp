@@ -1,5 +1,5 @@
-// The text of result maps: both layouts, the comparison with the reference implementation, and
-// failing devices.
+// The text of result maps: column names, both layouts, the comparison with the reference
+// implementation, and failing devices.
 #include "analysis/ResultText.h"
 
 #include "data/A2DData.h"
@@ -80,7 +80,7 @@ QByteArray difference(const QByteArray& a, const QByteArray& b)
            b.mid(from, 80) + "]";
 }
 
-/// A device that accepts @p limit bytes and then fails, with a short write or an error.
+/// A device that fails at the write that exceeds `limit` bytes, with a short write or an error.
 class LimitedDevice : public QIODevice
 {
 public:
@@ -135,7 +135,8 @@ double anyBits(std::mt19937_64& random)
     return std::bit_cast<double>(random());
 }
 
-/// A map with all pairs of hostileNumbers(), then random numbers.
+/// A map with hostile and random numbers. In the first 900 pixels, intensity and i0 are all pairs
+/// of hostileNumbers().
 A2DData hostileMap(int width, int height, bool extended)
 {
     std::mt19937_64 random(7);

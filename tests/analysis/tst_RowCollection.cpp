@@ -40,9 +40,9 @@ private Q_SLOTS:
     void usedRowWithoutMapIsSelectedForTheTargetOnly();
     void laterVRowWins();
     void unusedVRowIsIgnored();
-    void collectsUsedRowsInOrderWithOrWithoutMap();
+    void usedRowsAreCollectedInOrderWithOrWithoutMap();
     void exactFormCollectsTheFirstThreeRows();
-    void collectsTheFirstTwoUsedReferences();
+    void firstTwoUsedReferencesAreCollected();
     void earlierOfTwoVRowsIsLeftOut();
     void fewerThanTwoUsedReferencesCollectNothing();
     void withoutVRowOnlyTheOtherRowsAreUsable();
@@ -71,7 +71,7 @@ void tst_RowCollection::unusedVRowIsIgnored()
     QCOMPARE(analysis::selectedMapRows({point(true, true, false)}).vRow, -1);
 }
 
-void tst_RowCollection::collectsUsedRowsInOrderWithOrWithoutMap()
+void tst_RowCollection::usedRowsAreCollectedInOrderWithOrWithoutMap()
 {
     const CollectedRows rows =
         analysis::collectRowsLS({point(true, false, false, 100), point(false, false, true, 200),
@@ -102,7 +102,7 @@ void tst_RowCollection::exactFormCollectsTheFirstThreeRows()
     QCOMPARE(analysis::collectRowsExact(points.first(2), refs).others.size(), 1);
 }
 
-void tst_RowCollection::collectsTheFirstTwoUsedReferences()
+void tst_RowCollection::firstTwoUsedReferencesAreCollected()
 {
     const QList<PointState> points{point(true, true, true, 300)};
     const CollectedRows all = analysis::collectRowsLS(points, references(true, true, true));

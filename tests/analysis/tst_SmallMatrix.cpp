@@ -108,7 +108,7 @@ Solution solved(const Rows& rows, const Values& right)
 }
 
 /// The solution by the textbook form of Gaussian elimination with partial pivoting, which
-/// swaps the rows. The factors are then stored in the row order of the library.
+/// swaps the rows. The factors, y and x are then stored in the row order of the library.
 Solution solvedBySwappingRows(Rows a, Values right)
 {
     const std::size_t n = a.size();
@@ -206,9 +206,9 @@ private Q_SLOTS:
     void columnOfNaNKeepsTheRowOrder();
     void systemOfOneUnknownIsSolvedByDivision();
     void forwardSolveDividesByTheGivenDiagonal();
-    void solvesAKnownSystem();
-    void solvesRandomSystems();
-    void matchesRowSwappingEliminationBitForBit();
+    void knownSystemIsSolved();
+    void randomSystemsAreSolved();
+    void resultsMatchRowSwappingEliminationBitForBit();
 
     void gaussJordanSolvesADiagonalSystem();
     void gaussJordanDoesNotClearEarlierPivotRows();
@@ -476,7 +476,7 @@ void tst_SmallMatrix::forwardSolveDividesByTheGivenDiagonal()
     QVERIFY(same(y, Values{4, -5}));
 }
 
-void tst_SmallMatrix::solvesAKnownSystem()
+void tst_SmallMatrix::knownSystemIsSolved()
 {
     // The determinant is -70. The right side is calculated from the unknowns (1, -2, 3). The
     // tolerance 1e-14 is about twenty ulps of 3 (4.4e-16).
@@ -487,7 +487,7 @@ void tst_SmallMatrix::solvesAKnownSystem()
     }
 }
 
-void tst_SmallMatrix::solvesRandomSystems()
+void tst_SmallMatrix::randomSystemsAreSolved()
 {
     // The residual of a backward stable solution is a few ulps of its terms, so about 1e-15
     // times their size. All |a| are at most 1, so `size`, the sum of |b| and all |x|, is an
@@ -516,7 +516,7 @@ void tst_SmallMatrix::solvesRandomSystems()
     }
 }
 
-void tst_SmallMatrix::matchesRowSwappingEliminationBitForBit()
+void tst_SmallMatrix::resultsMatchRowSwappingEliminationBitForBit()
 {
     std::mt19937 random(11);
     std::uniform_real_distribution<> uniform(-1, 1);

@@ -1,5 +1,5 @@
-// The numbers of a target calculation. The target is a known mixture, and the expected numbers
-// are calculated by hand from the parts of its references.
+// The numbers of a target calculation. In most tests the target is a known mixture of the
+// references, from which the expected numbers are calculated by hand.
 #include "analysis/TargetResult.h"
 
 #include "analysis/CalculationPlan.h"
