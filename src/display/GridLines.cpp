@@ -14,8 +14,8 @@ namespace display
 namespace
 {
 
-/// Calls @p drawAt once for each pixel in the half-open interval [0, @p size) that
-/// contains at least one of the values.
+/// Calls @p drawAt once for each pixel in the half-open interval [0, @p size) to which
+/// the position of at least one value is truncated.
 ///
 /// @param spacing  distance between neighbouring values in pixels, signed
 /// @param toPixel  converts a value to its pixel position

@@ -1,4 +1,4 @@
-// A histogram whose limits are read from line edits of the panel.
+// A histogram whose limits and number of bins are read from line edits of the panel.
 #pragma once
 
 #include "analysis/HistogramCounts.h"
@@ -8,8 +8,8 @@
 class QAbstractButton;
 class QLineEdit;
 
-/// Counts values between the limits that the user has typed. The widgets are not
-/// owned and must exist whenever init() is called.
+/// A histogram with the limits and the number of bins that the user has typed. The
+/// widgets are not owned and must exist whenever init() is called.
 class Histgram : public QObject, public analysis::HistogramCounts
 {
     Q_OBJECT
@@ -18,9 +18,9 @@ public:
     Histgram(QLineEdit* from, QLineEdit* to, QLineEdit* boxCount, QAbstractButton* automatic,
              QObject* parent = nullptr);
 
-    /// Reads the limits and the number of bins from the widgets and sets all counts
-    /// to 0. Unparsable text counts as 0. The number of bins is limited by
-    /// boxesFrom().
+    /// Reads the limits and the number of bins from the widgets and sets all counts to 0.
+    /// Unparsable text counts as 0. The number of bins is limited by boxesFrom(). Also
+    /// updates @c autoMode.
     void init();
 
     /// Writes fileText() to "<complete base name>_<name>.<suffix>" next to the result

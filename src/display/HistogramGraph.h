@@ -12,8 +12,8 @@ class QPainter;
 namespace display
 {
 
-/// The graph of histograms: the main histogram with wide bars, and in front of it the
-/// histograms of single references with narrow bars side by side.
+/// The graph of histograms: the main histogram with bars as wide as its bins, and in front
+/// of it the histograms of single references with narrow bars side by side.
 class HistogramGraph : public Graph
 {
 public:
@@ -32,8 +32,8 @@ public:
     /// Range::isFitted is false.
     Range range() const override;
 
-    double from = 0.0; ///< lower limit in its field, which can be newer than the bins
-    double to = 0.0;   ///< upper limit in its field, which can be newer than the bins
+    double from = 0.0; ///< lower limit now shown on the panel; the bins can be older
+    double to = 0.0;   ///< upper limit now shown on the panel; the bins can be older
     analysis::HistogramCounts main;
     bool mainShown = false;
     QColor mainColor;

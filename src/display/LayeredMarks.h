@@ -19,7 +19,7 @@ class MarkPlaces;
 
 /// Fast path for drawing overlapping marks: each covered pixel is drawn only once.
 ///
-/// It paints exactly the same pixels as display::drawMark() for each point from the
+/// It draws exactly the same picture as display::drawMark() for each point from the
 /// oldest to the newest. Only the newest mark on a pixel is visible. The points are
 /// therefore added in reverse order, newest first, and pixels that are already
 /// covered are skipped (the reverse painter's algorithm).
@@ -32,7 +32,7 @@ public:
     LayeredMarks(const MarkStamp& stamp, const MarkPlaces& places, const QList<QColor>& colors);
 
     /// Returns the stamp of marks in the colours @p colors. Returns nothing if @p colors
-    /// is empty, or if the fast path would draw a different picture; the caller must then
+    /// is empty, or if the fast path could draw a different picture; the caller must then
     /// draw the marks one by one.
     static std::optional<MarkStamp> stampOf(const QPainter& p, const QList<QColor>& colors);
 

@@ -1,4 +1,4 @@
-// Numbers in line edits: how they are written, read and shortened.
+// Functions for the text of line edits: numbers, text colour and shortening.
 #pragma once
 
 class QFontMetricsF;
@@ -9,7 +9,7 @@ class QWidget;
 namespace display
 {
 
-/// Shows @p value with 6 significant digits and scrolls to the first digit.
+/// Shows @p value with at most 6 significant digits and scrolls to the first character.
 void showNumber(QLineEdit* edit, double value);
 
 /// Returns the number in @p edit, or 0 if the text is not a number.
@@ -24,8 +24,9 @@ void setBlackText(QWidget* field);
 /// - In a number, the last digits of the mantissa are omitted. The exponent is always
 ///   kept, even if it does not fit: without it the number would have another magnitude.
 /// - In a path, the middle is omitted.
-/// - Any other text is cut after a whole item, because a list that ends with a part of a
-///   number could be misread.
+/// - Any other text is treated as a list of items, separated by blanks or commas. It is
+///   cut after a whole item, because a list that ends with a part of a number could be
+///   misread. If not even the first item fits, the middle of the text is omitted.
 QString shortened(const QString& text, const QFontMetricsF& metrics, double width);
 
 } // namespace display

@@ -22,5 +22,5 @@ public:
     QLineEdit* edit;       ///< not owned
     int direction;         ///< 0 for a vertical line, otherwise horizontal
     bool relative = false; ///< the text is an offset from another line
-    int baseIndex = -1;    ///< index of the line to which the offset is added
+    int baseIndex = -1;    ///< index of the other line, whose number is added to the offset
 };

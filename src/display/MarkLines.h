@@ -35,7 +35,7 @@ public:
     int selectedIndex = -1; ///< index of the dragged line, or -1
 
 Q_SIGNALS:
-    /// The selected line was dragged; its edit already has the new value.
+    /// The selected line was dragged; its edit already shows the new number.
     void moving();
     /// The selected line was released.
     void newPos();

@@ -19,12 +19,13 @@ namespace display
 class MarkPlaces
 {
 public:
-    /// Copies the scales and the ranges from the coordinates @p cc of the plot.
+    /// Calculates the scales from the current coordinates @p cc of the plot. Later changes of
+    /// @p cc have no effect.
     explicit MarkPlaces(const ChCoord& cc);
 
     /// Returns the pixel of the point (@p x, @p y) (data values), with truncated
-    /// coordinates. Returns nothing if the mark would be outside the widget or if a
-    /// coordinate is NaN.
+    /// coordinates. Returns nothing if a coordinate is NaN, or if the point is at least
+    /// outerRadius + 1 pixels outside the widget, so that its mark is not visible.
     std::optional<QPoint> at(double x, double y) const
     {
         const double column = m_x.toPixel(x);
@@ -35,7 +36,7 @@ public:
         return QPoint(static_cast<int>(column), static_cast<int>(row));
     }
 
-    /// Returns the rectangle of all pixels that at() can return: the widget and a
+    /// Returns a rectangle that contains all pixels that at() can return: the widget and a
     /// narrow border around it.
     QRect area() const { return m_area; }
 

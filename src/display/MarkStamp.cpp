@@ -17,7 +17,7 @@ bool isWhole(double v)
     return v == std::floor(v);
 }
 
-/// Whether @p p maps integer coordinates to whole pixels of the device.
+/// Whether the transformation of @p p is the identity or a shift by whole device pixels.
 bool keepsWholePixels(const QPainter& p)
 {
     const QTransform device = p.deviceTransform();

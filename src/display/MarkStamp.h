@@ -29,9 +29,9 @@ public:
     /// Returns the stamp of the marks that @p p draws with @p pen. The pattern is
     /// found by drawing one mark into an image.
     ///
-    /// Returns nothing if the pattern depends on the position or if drawing a pixel
-    /// twice changes it: for a scaled or rotated painter, antialiasing, a transparent
-    /// or wide pen, a brush, and devices without pixels.
+    /// Returns nothing if the pattern could depend on the position or if drawing a pixel
+    /// twice could change it, for example with a scaled painter, antialiasing, a
+    /// transparent or wide pen, a brush, or any paint engine except the raster engine.
     static std::optional<MarkStamp> of(const QPainter& p, const QPen& pen);
 
     /// Returns the rows of the pattern from the top. The lowest bit of a row is its
@@ -44,7 +44,8 @@ private:
     std::vector<std::uint64_t> m_rows;
 };
 
-/// Whether drawing a mark with @p pen a second time at the same position is a no-op.
+/// Whether drawing a mark a second time at the same position is certain to be a no-op, if
+/// @p p draws it with @p pen.
 bool isRedrawNoOp(const QPainter& p, const QPen& pen);
 
 } // namespace display

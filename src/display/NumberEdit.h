@@ -7,8 +7,8 @@ namespace display
 {
 
 /// A field for a number. A double click selects the whole number; a QLineEdit would
-/// select it only up to the decimal point, and the rest would remain when the user
-/// types. Enter also selects the whole number, so that the next one replaces it.
+/// select only the digits on one side of the decimal point, and the rest would remain when
+/// the user types. Enter also selects the whole number, so that typing replaces it.
 ///
 /// The class has no Q_OBJECT, so it has the meta-object of QLineEdit, also for style sheets.
 class NumberEdit : public FittedEdit
@@ -24,7 +24,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    bool m_selectedWhole = false; ///< true from a double click until its button is released
+    bool m_selectedWhole = false; ///< true from a double click until the next press or release
 };
 
 } // namespace display

@@ -37,14 +37,16 @@ public:
     }
 
     /// Inserts pixels of the pixel row of @p at: for each set bit n of @p bits, the pixel
-    /// n positions to the right of @p at. All these pixels must be inside the area.
+    /// n positions to the right of @p at. The pixel @p at and
+    /// all inserted pixels must be inside the area.
     ///
     /// @return the bits of the pixels that the set did not yet contain
     std::uint64_t insertRow(const QPoint& at, std::uint64_t bits);
 
     /// Returns the morphological dilation of the set: all pixels that are covered
-    /// when @p stamp is centred on each pixel of the set. It is calculated for 64
-    /// pixels at a time.
+    /// when @p stamp is centred on each pixel of the set. The area of the result
+    /// is (n - 1) / 2 pixels larger on each side. The dilation is calculated for 64 pixels
+    /// at a time.
     ///
     /// @param stamp  n pixel rows of n pixels, where n is odd and at most 63; the lowest
     ///               bit of a row is its leftmost pixel

@@ -1,4 +1,4 @@
-// Conversion of floating-point positions to whole pixels.
+// Conversion of floating-point positions and line segments to whole pixels.
 #pragma once
 
 #include <QLine>

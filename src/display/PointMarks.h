@@ -14,8 +14,8 @@ namespace display
 inline constexpr int innerRadius = 1; ///< radius of a mark's inner circle, pixels
 inline constexpr int outerRadius = 2; ///< radius of a mark's outer circle, pixels
 
-/// Returns the pixel of a single point (data values), or nothing if its mark would be
-/// outside the widget. See MarkPlaces::at().
+/// Returns MarkPlaces::at() of a single point (data values): its pixel, or nothing. For many
+/// points, MarkPlaces is faster.
 std::optional<QPoint> markPlace(const ChCoord& cc, double x, double y);
 
 /// Draws a circle of @p radius pixels with the painter's pen.

@@ -36,9 +36,10 @@ public:
     /// True if no spectrum has any points.
     bool isEmpty() const override;
 
-    /// Returns the range from @c from to @c to on x. On y it is the range of all values in
-    /// this interval, extended by a twentieth of its width on both sides. If the interval
-    /// contains no values, y is from 0 to 1 and Range::isFitted is false.
+    /// Returns the range from @c from to @c to on x. On y it is the range of all values of
+    /// @c curves in this interval, including curves that are not drawn, extended by a
+    /// twentieth of its width on both sides. If the interval contains no values, y is from
+    /// 0 to 1 and Range::isFitted is false.
     Range range() const override;
 
     int kind = AMutE::raw; ///< normalisation, see AMutE::value()

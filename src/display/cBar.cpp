@@ -129,8 +129,9 @@ void cBar::fillRows(QPainter* p, int top, int bottom, const QColor& color) const
 
 void cBar::drawTable(QPainter* p) const
 {
-    // r2sdY() is negative, because table indices grow upward while pixels grow downward. The
-    // band of an entry extends upward from the pixel row of its index.
+    // r2sdY() is negative while table indices grow upward, and positive after one line was
+    // dragged past the other. The band of an entry always extends upward from the pixel row of
+    // its index.
     const int band = std::max(display::truncated(std::fabs(cc.r2sdY(1.0)) + 1.0), 1);
     for (int i = 0; i < nColors; ++i) {
         const int row = rowOf(i);

@@ -51,7 +51,7 @@ public:
     double imin = 0.0;     ///< table index at the bottom of the bar, which is the index of zmin
     bool autoScale = true; ///< whether the client calculates the limits from its data
     bool invert = false;   ///< whether the table is read in reverse order
-    int dragHandle = 2;    ///< the dragged line: 0 upper, 1 lower, 2 none
+    int dragHandle = 2;    ///< the line that a drag moves: 0 upper, 1 lower, 2 none yet
 
 public Q_SLOTS:
     /// Sets @c autoScale and emits newScale().
