@@ -1,4 +1,4 @@
-// Tests of AFileSelect, the file row: its form, its open and save modes, and all
+// Tests of AFileSelect, the file row: its form, its open and save modes, and the
 // methods of choosing a path.
 
 #include "rows/AFileSelect.h"

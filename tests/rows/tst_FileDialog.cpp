@@ -1,5 +1,4 @@
-// Tests of FileDialog, the file dialog of a row: it does no work while hidden, and it
-// is ready for typing when it opens.
+// Tests of FileDialog, the file dialog of a row.
 
 #include "rows/DialogSettings.h"
 #include "rows/FileDialog.h"
