@@ -1,4 +1,4 @@
-// Reading spectra in both formats from files and devices, valid and invalid.
+// Reading valid and invalid spectra in both formats from files and devices.
 #include "data/AMutE.h"
 #include "support/SameDouble.h"
 #include "support/TestFiles.h"

@@ -44,7 +44,7 @@ bool isWatched(const QString& folder)
     });
 }
 
-/// A dialog with its parent window, and Qt's widgets inside it.
+/// A dialog, its parent window, and pointers to some of the objects in the dialog.
 struct DialogFixture {
     DialogFixture()
     {
