@@ -28,7 +28,7 @@
 namespace
 {
 
-// Records the directories and paths that a row emits, in the order of emission.
+// Records the signals of a row about selected paths, in the order of emission.
 class SignalRecorder : public QObject
 {
     Q_OBJECT
