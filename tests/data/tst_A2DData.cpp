@@ -1,4 +1,4 @@
-// The map record: its size, its pixels by position, the absorbance of a pixel.
+// Tests of A2DData, the map record, and of the limits of its size.
 #include "data/A2DData.h"
 #include "support/SameDouble.h"
 
@@ -48,7 +48,7 @@ class tst_A2DData : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void startsEmpty();
+    void newMapIsEmpty();
     void clearKeepsExtended();
 
     void deriveSizeCountsTheFirstLineAndColumn_data();
@@ -70,7 +70,7 @@ private Q_SLOTS:
     void pixelPositionIsCalculatedIn64Bits();
 };
 
-void tst_A2DData::startsEmpty()
+void tst_A2DData::newMapIsEmpty()
 {
     const A2DData map;
     QVERIFY(!map.extended);

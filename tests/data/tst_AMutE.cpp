@@ -1,4 +1,4 @@
-// The spectrum record: its initial values, and its state after a read.
+// AMutE, the spectrum record: its initial values, its state after a read, and findToken().
 #include "data/AMutE.h"
 #include "support/SameDouble.h"
 #include "support/TestFiles.h"

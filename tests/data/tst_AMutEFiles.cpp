@@ -1,4 +1,4 @@
-// Reading spectrum files in both formats, valid and invalid.
+// Reading valid and invalid spectra in both formats from files and devices.
 #include "data/AMutE.h"
 #include "support/SameDouble.h"
 #include "support/TestFiles.h"
@@ -61,7 +61,7 @@ bool samePoints(const AMutE& a, const AMutE& b)
     return same(energies(a), energies(b)) && same(muts(a), muts(b)) && same(angles(a), angles(b));
 }
 
-/// A record with a spectrum. After a read, isUnchanged() shows whether the read changed it.
+/// A record with a spectrum of two points.
 AMutE goodSpectrum()
 {
     AMutE spectrum;
@@ -74,7 +74,8 @@ AMutE goodSpectrum()
     return spectrum;
 }
 
-/// Whether @p spectrum still equals goodSpectrum().
+/// Whether @p spectrum has the validity, file names, points and extremes of mut of
+/// goodSpectrum().
 bool isUnchanged(const AMutE& spectrum)
 {
     const AMutE good = goodSpectrum();
@@ -199,7 +200,7 @@ private Q_SLOTS:
     void plainFileIsRead();
     void plainFileAnglesUseTheDefaultCrystal();
     void plainLineOfWordsKeepsTheExtremesOfTheAngle();
-    void plainKeepsPointsThatTheCrystalCannotReflect();
+    void plainFileKeepsPointsThatTheCrystalCannotReflect();
 
     // The beamline format
     void beamlineMutFollowsTheModeLine_data();
@@ -486,7 +487,7 @@ void tst_AMutEFiles::plainLineOfWordsKeepsTheExtremesOfTheAngle()
     QCOMPARE(spectrum.minEnergy, 0.0);
 }
 
-void tst_AMutEFiles::plainKeepsPointsThatTheCrystalCannotReflect()
+void tst_AMutEFiles::plainFileKeepsPointsThatTheCrystalCannotReflect()
 {
     // The largest possible sine is 1, so the crystal reflects only energies above
     // h c / 2d = 1977.08 eV.

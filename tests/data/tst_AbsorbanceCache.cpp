@@ -170,7 +170,7 @@ void tst_AbsorbanceCache::mapListedTwiceHasOneArray()
         QVERIFY(isCorrect(cache, b));
         QVERIFY(cache.of(a).data() != cache.of(b).data());
     }
-    cache.prepare({}); // if `a` had two entries, one would remain and share its rows
+    cache.prepare({}); // must remove every entry, because an entry shares the rows of its map
     QVERIFY(a.rows.isDetached());
     QVERIFY(b.rows.isDetached());
 }

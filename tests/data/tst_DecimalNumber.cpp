@@ -34,8 +34,8 @@ QByteArray digits(int count, Random& random)
     return text;
 }
 
-/// The text of a random number. Each part (sign, digits, point, exponent) can be missing, and
-/// there can be two signs.
+/// A random text that resembles a number. Each part (sign, digits, point, exponent) can be
+/// missing, there can be two signs, and the point can be before the sign.
 QByteArray randomText(Random& random)
 {
     static const QByteArrayList signs = {"", "", "", "-", "-", "+", "--", "-+"};
@@ -96,8 +96,8 @@ private Q_SLOTS:
     void otherTextIsLeftToTheFallback_data();
     void otherTextIsLeftToTheFallback();
     void readingStopsAfterTheNumber();
-    void limitsMatchQt_data();
-    void limitsMatchQt();
+    void numbersAtLimitsMatchQt_data();
+    void numbersAtLimitsMatchQt();
     void everyPositionOfThePointMatchesQt();
     void randomTextsMatchQt();
     void randomMantissasMatchQt();
@@ -163,7 +163,7 @@ void tst_DecimalNumber::readingStopsAfterTheNumber()
     }
 }
 
-void tst_DecimalNumber::limitsMatchQt_data()
+void tst_DecimalNumber::numbersAtLimitsMatchQt_data()
 {
     QTest::addColumn<QByteArray>("text");
     for (const char* const text :
@@ -174,15 +174,17 @@ void tst_DecimalNumber::limitsMatchQt_data()
           // Numbers in unusual notation.
           "+1", "+.5", ".5", "5.", "-.5", "-5.", "1.e5", ".5e1", "-0", "-0.0", "-.0", "00012.50",
           "1E5", "1e+5", "1e-5", "-1.5e-5", "1e0005", "0e400", "-0e400",
-          // Around 2^53, up to which all integers are exact, with and without decimals.
+          // The digits of numbers around 2^53, with and without a decimal point. All integers
+          // up to 2^53 are exact as doubles.
           "9007199254740991", "9007199254740992", "9007199254740993", "9007199254740994",
           "9007199254740995", "-9007199254740993", "900719925474099.1", "900719925474099.3",
           "0.9007199254740993", "0.009007199254740993", "9.007199254740993", "9007199254740993.0",
-          // Around 1e22, the largest power of ten that is exact as a double.
+          // Exponents around 22 and -22. The largest power of ten that is exact as a double is
+          // 1e22.
           "1e21", "1e22", "1e23", "1e24", "10000000000000000000000", "100000000000000000000000",
           "9007199254740992e22", "9007199254740993e22", "123e22", "123e23", "1e-22", "1e-23",
           "7e-22", "7e-23", "0.0000000000000000000001", "0.00000000000000000000001",
-          // Near 2^64, and with about 19 digits, the most that the fast path accepts.
+          // Near 2^64 and 2^65, and with about 19 digits, the most that the fast path accepts.
           "999999999999999999", "9999999999999999999", "18446744073709551615",
           "18446744073709551616", "18446744073709551621", "36893488147419103237",
           "0.000000000000000001", "0.0000000000000000001", "0.00000000000000000001",
@@ -198,7 +200,7 @@ void tst_DecimalNumber::limitsMatchQt_data()
     }
 }
 
-void tst_DecimalNumber::limitsMatchQt()
+void tst_DecimalNumber::numbersAtLimitsMatchQt()
 {
     QFETCH(QByteArray, text);
     QVERIFY(sameAsQt(text));

@@ -60,7 +60,7 @@ void tst_Limits::valuesOnlyWidenTheLimits()
     QTEST(limits.high, "high");
 }
 
-// Every comparison with NaN is false, so no value replaces a NaN limit.
+// No value is less or greater than NaN, so no value replaces a NaN limit.
 void tst_Limits::nanLimitsAreKept()
 {
     data::Limits nanLimits{notANumber, notANumber};

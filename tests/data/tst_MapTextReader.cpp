@@ -1,4 +1,4 @@
-// Reading text maps: the kinds of files, comment lines, data lines and the size.
+// Tests of the reader of text maps.
 #include "data/A2DData.h"
 #include "data/MapTextReader.h"
 #include "support/SameDouble.h"
@@ -146,7 +146,7 @@ private Q_SLOTS:
     void energyHandlerIsCalledDuringTheRead();
     void mapIsReadWithoutAnEnergyHandler();
     void headerLinesAreUnchangedAndInOrder();
-    void hashAfterBlanksIsAComment();
+    void hashAfterBlanksStartsAComment();
 
     void intensityIsTheMutIfI0IsZero();
     void mutIsOneIfTheIntensityIsZero();
@@ -478,7 +478,7 @@ void tst_MapTextReader::headerLinesAreUnchangedAndInOrder()
     QCOMPARE(got.map.rows.size(), 2);
 }
 
-void tst_MapTextReader::hashAfterBlanksIsAComment()
+void tst_MapTextReader::hashAfterBlanksStartsAComment()
 {
     const Reading got = read(" \t# X-NUM 4\n\u00a0# Y-NUM 3\n1 2 3\n");
     QCOMPARE(got.map.xNum, 4);
@@ -620,8 +620,8 @@ void tst_MapTextReader::lineOf16MiBIsRead()
     QVERIFY(read(line + '\n' + twoByOne + "1 2 3\n").good);
 }
 
-// Lengths are counted in UTF-16 code units. A character outside the basic plane counts as two,
-// an invalid byte as one replacement character.
+// Lengths are counted in UTF-16 code units. A character outside the Basic Multilingual Plane
+// counts as two units, and the byte 0xFF, which is never valid in UTF-8, as one.
 void tst_MapTextReader::lineLengthIsCountedInUtf16CodeUnits()
 {
     const auto reads = [](const QByteArray& part, int count) {
@@ -912,7 +912,8 @@ void tst_MapTextReader::randomBytesAreRefusedOrOnlyAddRows()
     QByteArray noise(1 << 20, Qt::Uninitialized);
     std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random() % 256u); });
     QVERIFY(!read(noise).good);
-    // After a valid header, lines of random bytes can only add rows.
+    // After a valid map, these random bytes add only rows and comment lines, because they
+    // contain no line that changes the size.
     const Reading got = read(twoByOne + "1 2 3\n" + noise);
     QVERIFY(got.good);
     QCOMPARE(fields(got.map).first(), (QList<double>{1, 2, 3, 1}));

@@ -463,7 +463,7 @@ void tst_MapTextReaderReference::lineEndAtABlockBoundaryReadsLikeTheReference()
         VERIFY_SAME(comment + line + line.chopped(1));
         VERIFY_SAME(QByteArray(size, ' ') + line);
     }
-    // Line ends at the end of the second block. The second block starts in the middle of a
+    // Line ends around the end of the second block. The second block starts in the middle of a
     // line.
     const QByteArray head = "# Y-NUM 1\n#" + QByteArray(data::mapTextBlockSize, 'x') + '\n';
     for (qsizetype shift = 0; shift <= line.size(); shift += 3) {

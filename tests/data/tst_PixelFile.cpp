@@ -91,7 +91,7 @@ void tst_PixelFile::rowsEqualTheLoadedMap()
     QFETCH(int, bytes);
     QByteArray pixels(bytes, '\0');
     for (int i = 0; i < bytes; ++i) {
-        // This pattern repeats only after 251 bytes, so a value from another position differs.
+        // The pattern repeats only after 251 bytes, so neighbouring pixels differ.
         pixels[i] = static_cast<char>(i * 37 % 251);
     }
     const QString file =

@@ -1,4 +1,4 @@
-// The binary map file: its bytes, damaged files, and files with wrong sizes.
+// Saving and loading binary map files, including damaged files and failed writes.
 #include "data/MaskItem.h"
 #include "data/TDData0.h"
 #include "support/DebugLog.h"
@@ -150,8 +150,8 @@ private Q_SLOTS:
     void extremesAreRestoredWithSixDigits();
     void loadKeepsRegionAndMaskItems();
 
-    void recognisesTheFirstSixBytes_data();
-    void recognisesTheFirstSixBytes();
+    void formatIsRecognisedByItsFirstSixBytes_data();
+    void formatIsRecognisedByItsFirstSixBytes();
     void unopenableFileIsReported_data();
     void unopenableFileIsReported();
     void unreadableFileIsReported();
@@ -174,7 +174,7 @@ private Q_SLOTS:
     void otherFilesLeaveTheObjectUnchanged_data();
     void otherFilesLeaveTheObjectUnchanged();
     void shortFileKeepsOldValues();
-    void fileTruncatedAtAnyByteIsReadUpToItsEnd();
+    void truncatedFileIsReadUpToItsEnd();
     void damagedFilesAreRefusedOrReadConsistently();
     void lineOfTenMegabytesIsRead_data();
     void lineOfTenMegabytesIsRead();
@@ -347,7 +347,7 @@ void TestTDData0File::loadKeepsRegionAndMaskItems()
     QCOMPARE(map.maskItems.size(), 1);
 }
 
-void TestTDData0File::recognisesTheFirstSixBytes_data()
+void TestTDData0File::formatIsRecognisedByItsFirstSixBytes_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<bool>("expected");
@@ -369,7 +369,7 @@ void TestTDData0File::recognisesTheFirstSixBytes_data()
     QTest::newRow("empty") << QByteArray() << false;
 }
 
-void TestTDData0File::recognisesTheFirstSixBytes()
+void TestTDData0File::formatIsRecognisedByItsFirstSixBytes()
 {
     QFETCH(QByteArray, content);
     const DebugLog log;
@@ -667,7 +667,7 @@ void TestTDData0File::shortFileKeepsOldValues()
     QCOMPARE(map.dataId, "Ni map");
 }
 
-void TestTDData0File::fileTruncatedAtAnyByteIsReadUpToItsEnd()
+void TestTDData0File::truncatedFileIsReadUpToItsEnd()
 {
     const QByteArray whole = nickelFile();
     for (int size = 0; size <= whole.size(); ++size) {

@@ -118,15 +118,15 @@ private Q_SLOTS:
     void smallerTargetReceivesThePixelsInsideIt();
     void pixelsMissingInAListAreSkipped();
 
-    void smoothedWithoutWindowsIsACopy_data();
-    void smoothedWithoutWindowsIsACopy();
+    void smoothingWithoutWindowsCopiesTheMap_data();
+    void smoothingWithoutWindowsCopiesTheMap();
     void zeroOrNegativeWindowSmoothsOnlyTheOtherDirection_data();
     void zeroOrNegativeWindowSmoothsOnlyTheOtherDirection();
-    void smoothedInBothDirectionsStartsAlongX();
+    void smoothingInBothDirectionsStartsAlongX();
     void smoothedMapHasNoIdentifierRegionOrMaskItems();
     void smoothedExtremesIncludeZero();
     void intermediateMapIsDeletedLater();
-    void smoothedOfAnEmptyMapIsEmpty();
+    void smoothedEmptyMapIsEmpty();
 };
 
 void TestTDData0Smoothing::smoothingGivesTheMeanOfTheWindow_data()
@@ -263,7 +263,7 @@ void TestTDData0Smoothing::pixelsMissingInAListAreSkipped()
     QCOMPARE(dest.data, QList<double>({2, 3, 0, 0}));
 }
 
-void TestTDData0Smoothing::smoothedWithoutWindowsIsACopy_data()
+void TestTDData0Smoothing::smoothingWithoutWindowsCopiesTheMap_data()
 {
     QTest::addColumn<int>("nx");
     QTest::addColumn<int>("ny");
@@ -271,7 +271,7 @@ void TestTDData0Smoothing::smoothedWithoutWindowsIsACopy_data()
     QTest::newRow("negative") << -1 << -7;
 }
 
-void TestTDData0Smoothing::smoothedWithoutWindowsIsACopy()
+void TestTDData0Smoothing::smoothingWithoutWindowsCopiesTheMap()
 {
     QFETCH(int, nx);
     QFETCH(int, ny);
@@ -310,7 +310,7 @@ void TestTDData0Smoothing::zeroOrNegativeWindowSmoothsOnlyTheOtherDirection()
     QVERIFY(containsMeans(*smooth, *map, std::max(nx, 0), std::max(ny, 0)));
 }
 
-void TestTDData0Smoothing::smoothedInBothDirectionsStartsAlongX()
+void TestTDData0Smoothing::smoothingInBothDirectionsStartsAlongX()
 {
     // The invalid pixel at (1, 1) makes the order of the two passes visible:
     //   2 4    along x   3  3    along y   5.5 3
@@ -362,7 +362,7 @@ void TestTDData0Smoothing::intermediateMapIsDeletedLater()
     QCOMPARE(deletions.count, 1);
 }
 
-void TestTDData0Smoothing::smoothedOfAnEmptyMapIsEmpty()
+void TestTDData0Smoothing::smoothedEmptyMapIsEmpty()
 {
     const TDData0 map(0, 0);
     for (const int n : {0, 1}) {

@@ -1,4 +1,4 @@
-// Splitting a line of text into items. The expected texts are derived from the rules by hand.
+// Tests of the functions for lines of text: items, fields, comments, quotes and numbers.
 #include "data/TextItems.h"
 #include "support/DataRows.h"
 #include "support/DebugLog.h"

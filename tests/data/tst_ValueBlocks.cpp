@@ -435,8 +435,8 @@ void tst_ValueBlocks::rowsInAnotherOrderAreFilledCorrectly()
     QVERIFY(areFilled(rows, 4));
 }
 
-// Exchanging a row with a copied row does not change the number of owners of the block's
-// memory, but one owner is then not in the list of rows.
+// If a row is swapped with a row outside the list, the block's memory keeps its number of
+// owners, but one of them is no longer in the list.
 void tst_ValueBlocks::copiedRowIsFilledCorrectly()
 {
     ValueBlocks blocks;

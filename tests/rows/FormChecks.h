@@ -1,4 +1,4 @@
-// Helpers that compare the widgets of a form with the expected widgets.
+// Helpers that check the widgets of a form.
 #pragma once
 
 #include <QFrame>

@@ -1,4 +1,4 @@
-// Tests of AFileSelect, the file row: its form, its open and save modes, and all
+// Tests of AFileSelect, the file row: its form, its open and save modes, and the
 // methods of choosing a path.
 
 #include "rows/AFileSelect.h"
@@ -28,7 +28,7 @@
 namespace
 {
 
-// Records the signals of a row with their arguments, in the order of emission.
+// Records the signals of a row about selected paths, in the order of emission.
 class SignalRecorder : public QObject
 {
     Q_OBJECT

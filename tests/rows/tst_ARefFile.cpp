@@ -14,8 +14,8 @@
 namespace
 {
 
-// Clicks on the indicator, because a radio button reacts only there, even if the layout
-// makes the button wider.
+// Clicks on the indicator. If the layout makes the button wider than its indicator and its
+// text, a click at its center can have no effect.
 void click(QAbstractButton* button)
 {
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));

@@ -1,5 +1,4 @@
-// Tests of FileDialog, the file dialog of a row: it does no work while hidden, and it
-// is ready for typing when it opens.
+// Tests of FileDialog, the file dialog of a row.
 
 #include "rows/DialogSettings.h"
 #include "rows/FileDialog.h"
@@ -45,7 +44,7 @@ bool isWatched(const QString& folder)
     });
 }
 
-/// A dialog with its parent window, and Qt's widgets inside it.
+/// A dialog, its parent window, and pointers to some of the objects in the dialog.
 struct DialogFixture {
     DialogFixture()
     {

@@ -587,7 +587,7 @@ void tst_SpectrumPlot::curvesAreDrawnOverLimitsInOrder()
     QCOMPARE(image.pixelColor(203, 206), preColor);
     QCOMPARE(image.pixelColor(203, 36), postColor);
     QCOMPARE(image.pixelColor(203, 121), QColor(Qt::black));
-    // With all three curves at the same level, the post-edge line is drawn last.
+    // Where all three curves overlap, the post-edge line is visible, because it is drawn last.
     setPoints(plot.spectrum(), {{8000, 1}, {8100, 2.005}, {8200, 2.005}, {8300, 3}});
     plot.spectrum().preLine = level(2.005);
     plot.spectrum().postLine = level(2.005);
