@@ -479,7 +479,8 @@ void tst_DispAreaPainting::invalidRangeKeepsOutlineAndMargins_data()
     QTest::newRow("huge") << QList<double>{-1e308, -1e308, 1e308, 1e308};
 }
 
-// The outline, the margins and the inside are painted as for a valid range.
+// Checks the inside of the plot, the upper side of the outline, and the part of the bottom
+// margin below the labels.
 void tst_DispAreaPainting::invalidRangeKeepsOutlineAndMargins()
 {
     QFETCH(QList<double>, range);
