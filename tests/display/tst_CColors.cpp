@@ -28,7 +28,7 @@ private Q_SLOTS:
     void newColoursDeriveFromNeighboursAndWrapAround();
     void brightColoursAreDarkened();
     void laterRoundsUseGrownListAndStopAtRequestedSize();
-    void baseListGrowsByTheSameRule();
+    void baseListIsExtendedWithDerivedColours();
     void derivedColoursAreOpaque();
 };
 
@@ -116,7 +116,7 @@ void tst_CColors::laterRoundsUseGrownListAndStopAtRequestedSize()
 }
 
 // Colours 0, 1, 2 and 44 of the base list are black, red, blue and (240, 160, 0).
-void tst_CColors::baseListGrowsByTheSameRule()
+void tst_CColors::baseListIsExtendedWithDerivedColours()
 {
     const CColors colors(91);
     QCOMPARE(colors.colors.size(), 91);

@@ -95,9 +95,9 @@ void tst_ColorTables::tableConsistsOfWholeRamps()
     QCOMPARE(display::colorTable(type).size(), entries);
 }
 
-// The ends of each ramp are known, and they are 255 levels apart over 255 steps. If
-// every step changes a channel by exactly one level, the ramp is linear, so the known
-// ends determine all of its entries.
+// A channel that changes in a ramp changes by 255 levels in 255 steps. If no step is
+// larger than one level, the channel is linear, so its known ends determine all of its
+// values.
 void tst_ColorTables::channelsMoveOneLevelAtATime()
 {
     QFETCH(int, type);

@@ -77,7 +77,7 @@ class tst_ComparisonGraph : public QObject
 
 private Q_SLOTS:
     void graphWithoutPointsIsEmpty();
-    void rangeIsValencesWithMarginOfOneFifth();
+    void rangeExtendsValencesByFixedMargin();
     void matchesReferenceDrawing_data();
     void matchesReferenceDrawing();
     void nonFiniteLastPointHasNoRedCircle();
@@ -101,7 +101,7 @@ void tst_ComparisonGraph::graphWithoutPointsIsEmpty()
     QVERIFY(!graph.isEmpty());
 }
 
-void tst_ComparisonGraph::rangeIsValencesWithMarginOfOneFifth()
+void tst_ComparisonGraph::rangeExtendsValencesByFixedMargin()
 {
     ComparisonGraph graph;
     graph.lower = -1.25;

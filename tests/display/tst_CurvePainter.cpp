@@ -1,5 +1,4 @@
-// Tests of CurvePainter: a curve drawn in batches of segments looks the same as a curve
-// drawn segment by segment.
+// Tests of CurvePainter, which draws a curve as line segments between whole pixels.
 #include "display/CurvePainter.h"
 
 #include "support/PlotSurface.h"
@@ -40,8 +39,7 @@ QImage curve(const ChCoord& cc, const Points& points, const QPen& pen = {})
 }
 
 /// The pixel of a point on PlotSurface, calculated independently of ChCoord; nullopt
-/// for a non-finite point. The point must be near the plot, because its pixel
-/// coordinates must fit an int.
+/// if a pixel coordinate is not finite. Finite pixel coordinates must fit an int.
 std::optional<QPoint> pixelOf(const QPointF& point)
 {
     const double x = 40.0 + 340.0 / 17.0 * (point.x() - 10.0);
@@ -172,8 +170,8 @@ void tst_CurvePainter::nonFinitePointDropsItsSegments_data()
     QTest::newRow("pixel coordinate overflows") << QPointF(20, -huge);
 }
 
-// The points are dropped at the start and the end of the curve, at the single indices 3,
-// 100, 400 and 512, and at the four neighbouring indices 254 to 257. CurvePainter draws
+// The point replaces the first and the last point of the curve, the points at the single
+// indices 3, 100, 400 and 512, and the points at the indices 254 to 257. CurvePainter draws
 // batches of 256 segments, so the curve needs more than one batch.
 void tst_CurvePainter::nonFinitePointDropsItsSegments()
 {
@@ -205,10 +203,11 @@ void tst_CurvePainter::deepZoomKeepsCrossingSegments_data()
     QTest::newRow("near the precision of a double") << 1e-12;
 }
 
-// The line from (-3, -3) to (4, 4) passes through (0.5, 0.5), the centre of the zoom,
-// so it crosses two opposite corners of the plot area: it rises by 255 pixels over 340
-// pixels, which is 0.75 per pixel column. The tolerance is two pixel rows, because the
-// expected row and the ends of the drawn line are truncated to whole pixels.
+// The line from (-3, -3) to (4, 4) passes through (0.5, 0.5), the centre of the zoom.
+// The visible ranges of x and y are equal, so the line crosses two opposite corners of the
+// plot area: it rises by 255 pixels over 340 pixels, which is 0.75 per pixel column. The tolerance
+// is two pixel rows, because the expected row and the ends of the drawn line are truncated to whole
+// pixels.
 void tst_CurvePainter::deepZoomKeepsCrossingSegments()
 {
     QFETCH(double, half);

@@ -83,8 +83,8 @@ private Q_SLOTS:
     void startsDockedWithTitlesInTheStrip();
     void signalsAndSlotsAreDeclaredInOrder();
 
-    void readOutShowsSixDigitsFromTheStart_data();
-    void readOutShowsSixDigitsFromTheStart();
+    void readOutShowsSixDigitsWithCursorAtStart_data();
+    void readOutShowsSixDigitsWithCursorAtStart();
 
     void stripShowsTitlesNotDrawnInThePlot_data();
     void stripShowsTitlesNotDrawnInThePlot();
@@ -114,8 +114,8 @@ void tst_DispABase::cleanup()
     m_frame.reset();
 }
 
-/// The picture of the frame's surface with the titles "Energy" and "mut", drawn by a
-/// client that first fills the surface white.
+/// Sets the titles "Energy" and "mut" and returns the picture of the frame's surface,
+/// which a client fills white. The arguments state which titles are drawn on the surface.
 QImage tst_DispABase::paintedTitles(bool xInArea, bool yInArea)
 {
     DispArea* area = m_frame->DispA;
@@ -167,7 +167,7 @@ void tst_DispABase::signalsAndSlotsAreDeclaredInOrder()
                           "popDock()", "drawXYTitle(QStylePainter*)", "clearScale()"}));
 }
 
-void tst_DispABase::readOutShowsSixDigitsFromTheStart_data()
+void tst_DispABase::readOutShowsSixDigitsWithCursorAtStart_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QString>("text");
@@ -176,7 +176,7 @@ void tst_DispABase::readOutShowsSixDigitsFromTheStart_data()
     QTest::newRow("small") << -0.000012345678 << "-1.23457e-05";
 }
 
-void tst_DispABase::readOutShowsSixDigitsFromTheStart()
+void tst_DispABase::readOutShowsSixDigitsWithCursorAtStart()
 {
     QFETCH(double, value);
     QFETCH(QString, text);

@@ -1,4 +1,5 @@
-// Tests of DispArea's mouse input: marker lines, panning and the wheel.
+// Tests of DispArea's mouse input: positions, marker lines, panning, double click and
+// wheel.
 
 #include "display/DispArea.h"
 #include "support/MarkedLines.h"
@@ -15,7 +16,7 @@
 
 using namespace tests;
 
-// Every surface here is 400 by 300 pixels with the default margins: its plot area spans
+// The surface is 400 by 300 pixels. With the default margins, its plot area spans
 // x = 40 to 380 and y = 15 to 270 in pixels. With the real range 0 to 340 and 0 to 255,
 // one pixel is one unit: x = pixel column - 40, y = 270 - pixel row.
 
@@ -609,7 +610,8 @@ void tst_DispArea::dragKeepsOtherLines()
     QCOMPARE(m_lines->text(1), "90");
 }
 
-// The surface requests no repaint itself: the slots connected to moving() do.
+// During the drag of a line the surface requests no repaint itself: the slots connected to moving()
+// do.
 void tst_DispArea::dragRequestsNoRepaint()
 {
     m_lines->add("100");

@@ -271,7 +271,7 @@ void tst_DispAreaPainting::rangeIsZeroToOneUnlessHasScaleIsSet()
     area.cc.setReal(5.0, 6.0, 7.0, 8.0);
     area.grab();
     QCOMPARE(range, (QList<double>{0.0, 0.0, 1.0, 1.0}));
-    QVERIFY(!area.hasScale); // only a client sets it
+    QVERIFY(!area.hasScale); // painting does not set it
     area.hasScale = true;
     area.cc.setReal(5.0, 6.0, 7.0, 8.0);
     area.grab();
@@ -311,7 +311,7 @@ void tst_DispAreaPainting::frameMasksMarginsOnlyOnRequest_data()
     QTest::newRow("without a mask") << false;
 }
 
-// The outline is not filled, even with a brush.
+// The outline is not filled, even if the painter has a brush.
 void tst_DispAreaPainting::frameMasksMarginsOnlyOnRequest()
 {
     QFETCH(bool, maskMargins);
@@ -479,7 +479,8 @@ void tst_DispAreaPainting::invalidRangeKeepsOutlineAndMargins_data()
     QTest::newRow("huge") << QList<double>{-1e308, -1e308, 1e308, 1e308};
 }
 
-// The outline, the margins and the inside are painted as for a valid range.
+// Checks the inside of the plot, the upper side of the outline, and the part of the bottom
+// margin below the labels.
 void tst_DispAreaPainting::invalidRangeKeepsOutlineAndMargins()
 {
     QFETCH(QList<double>, range);

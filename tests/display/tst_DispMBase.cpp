@@ -55,7 +55,7 @@ private Q_SLOTS:
 
     void setZRangeSetsBarAndTexts_data();
     void setZRangeSetsBarAndTexts();
-    void setZRangeShowsSixDigitsFromTheStart();
+    void setZRangeShowsSixDigitsWithCursorAtStart();
     void nanRangeIsShownAndCanBeReplaced_data();
     void nanRangeIsShownAndCanBeReplaced();
     void setZRangeKeepsTheView();
@@ -400,7 +400,7 @@ void tst_DispMBase::setZRangeSetsBarAndTexts()
     QTEST((QStringList{m_frame->MinV->text(), m_frame->MaxV->text()}), "texts");
 }
 
-void tst_DispMBase::setZRangeShowsSixDigitsFromTheStart()
+void tst_DispMBase::setZRangeShowsSixDigitsWithCursorAtStart()
 {
     m_frame->setZRange(-1.0 / 3.0, 1234567.0);
     QCOMPARE(m_frame->MinV->text(), "-0.333333");

@@ -1,5 +1,4 @@
-// Tests of DrawText: font sizes recorded by a paint device, and positions measured in
-// pictures.
+// Tests of DrawText: font sizes and positions of texts, overlapping boxes, and buttons.
 #include "display/DrawText.h"
 
 #include "support/DebugLog.h"

@@ -86,7 +86,7 @@ private:
     FittedEdit* field(int width);
 
     std::unique_ptr<QWidget> m_window;
-    FittedEdit* m_edit = nullptr; ///< 60 pixels wide, without focus
+    FittedEdit* m_edit = nullptr; ///< initially 60 pixels wide and without focus
     QLineEdit* m_other = nullptr;
 };
 

@@ -61,8 +61,8 @@ QSet<int> pixelRange(int first, int last)
     return pixels;
 }
 
-/// The reference implementation: draws the lines of all values, visible or not. It is
-/// too slow for huge grids.
+/// The reference implementation: a loop over all values, which draws the lines on the
+/// widget. It is too slow for huge grids.
 QImage plainGrid(const ChCoord& cc, const GridValues& values, bool vertical)
 {
     const double slope =
