@@ -131,8 +131,8 @@ class tst_NumberText : public QObject
 private Q_SLOTS:
     void textFollowsTheGeneralFormat_data();
     void textFollowsTheGeneralFormat();
-    void limitsMatchQt_data();
-    void limitsMatchQt();
+    void numbersAtLimitsMatchQt_data();
+    void numbersAtLimitsMatchQt();
     void powersOfTenAndTheirNeighboursMatchQt();
     void powersOfTwoMatchQt();
     void randomNumbersMatchQt_data();
@@ -188,7 +188,7 @@ void tst_NumberText::textFollowsTheGeneralFormat()
     QVERIFY(sameAsQt(value));
 }
 
-void tst_NumberText::limitsMatchQt_data()
+void tst_NumberText::numbersAtLimitsMatchQt_data()
 {
     QTest::addColumn<double>("value");
     // Numbers near 1e-4 and 1e6, the limits of the notation without exponent, and very large
@@ -232,7 +232,7 @@ void tst_NumberText::limitsMatchQt_data()
     QTest::newRow("9999995e15") << 9999995e15;
 }
 
-void tst_NumberText::limitsMatchQt()
+void tst_NumberText::numbersAtLimitsMatchQt()
 {
     QFETCH(double, value);
     for (const double each : {value, std::nextafter(value, inf), std::nextafter(value, -inf)}) {
