@@ -1,5 +1,5 @@
-// Tests of the whole program: each test starts it as a user would, and inspects it with the
-// plugin in inspector/.
+// Tests of the whole program, which runs in its own process and is inspected by the plugin
+// in inspector/.
 
 #include "support/QmReader.h"
 #include "support/TestFiles.h"

@@ -1,4 +1,4 @@
-// Tests of the least-squares solver, on numbers calculated by hand.
+// Tests of the least-squares solver on systems with known solutions.
 #include "LeastSquares.h"
 
 #include <QTest>

@@ -1,4 +1,4 @@
-// Tests of the error estimates for the sample's maps against formulas derived by hand.
+// Tests of the results and errors that are expected for the pixels of the sample's maps.
 #include "MapErrors.h"
 
 #include <QTest>
@@ -45,9 +45,9 @@ private Q_SLOTS:
         const MapForm& form = mapForms().at(static_cast<std::size_t>(index));
         for (const auto& [x, y] : {std::pair{0, 0}, std::pair{8, 12}, std::pair{48, 23}}) {
             const MixtureEstimate estimate = estimateMixture(form, mutAt(x, y));
-            // The method assumes equal shapes of both references, but the tails of their
-            // white lines differ by 8e-13 at 8320 eV. The tolerance 1e-8 is far above the effect of
-            // this difference.
+            // The method assumes that both references have the same shape except at the V
+            // point, but the tails of their white lines differ by 8e-13 at 8320 eV. The
+            // tolerance 1e-8 is far above the effect of this difference.
             QVERIFY(near(estimate.fraction, fractionAt(x, y), 1e-8));
             QVERIFY(near(estimate.jump, amountAt(x, y), 1e-8));
         }

@@ -44,8 +44,9 @@ class TestShareErrors : public QObject
 private Q_SLOTS:
     void referencesWithEqualShapesHaveTheTrueShares()
     {
-        // 0.974883963 is the edge jump of the fitted lines divided by the true edge jump. Ni(II)
-        // and Ni(III) have the same shape, so the factor is the same for both.
+        // 0.974883963 is the edge jump of the fitted lines divided by the true edge jump.
+        // Ni(II) and Ni(III) differ in shape only near the edge, where no line is fitted, so the
+        // factor is the same for both.
         const ShareFit fit = noiseFreeFit(formAt(0));
         QVERIFY(near(fit.expected({0.35, 0.65, 0.0, 0.0}, 1.2),
                      {0.35, 0.65, 2.65, 1.2 * 0.974883963}, 1e-8));
@@ -63,7 +64,8 @@ private Q_SLOTS:
     void sharesAreWeightedByTheFittedEdgeJumps()
     {
         // The share of compound j is f_j K_j / J_j divided by the sum of f_k K_k / J_k over all
-        // compounds k. K_j / J_j is 0.974883963 for Ni(II) and Ni(III), 0.999948462 for Ni(IV)
+        // compounds k. J is the true edge jump of a reference and K is the edge jump between
+        // its fitted lines. K_j / J_j is 0.974883963 for Ni(II) and Ni(III), 0.999948462 for Ni(IV)
         // and 0.996544652 for the metal (see the tests above).
         const ShareFit fit = noiseFreeFit(formAt(2));
         QVERIFY(near(fit.expected({0.4, 0.3, 0.2, 0.1}, 1.2),

@@ -29,9 +29,9 @@ struct ChildRun {
 };
 
 /// Starts a program on the offscreen platform, with limits enforced by the kernel, and
-/// waits for it to exit. A program that does not exit in time is killed and reported as
-/// hanging. SIGPIPE and SIGXFSZ have their default actions, as under a shell: they end
-/// the program unless the program changes the actions.
+/// waits for it to exit. A program that does not exit in time is killed, and the trouble of
+/// its ChildRun is "did not end". SIGPIPE and SIGXFSZ have their default actions, as under a shell:
+/// they end the program unless the program changes the actions.
 class ChildProcess
 {
 public:
@@ -60,7 +60,8 @@ public:
     /// namespace. It is not visible to other processes, and it is removed after the run.
     void mountDisk(const QString& folder, qint64 bytes);
 
-    /// Whether mountDisk() works on this machine. It needs unprivileged user namespaces.
+    /// Whether mountDisk() works on this machine. It needs the permission to
+    /// create user namespaces.
     static bool canMountDisks();
 
     ChildRun run(const QStringList& arguments);

@@ -1,5 +1,4 @@
-// Functions for the two map windows of a panel: set results, and return the painted and
-// the expected pictures.
+// Functions for tests of the two map windows of a panel.
 #pragma once
 
 #include "support/PictureTools.h"
@@ -30,8 +29,8 @@ inline bool popOut(DispMBase* window)
     return QTest::qWaitForWindowExposed(window->pop);
 }
 
-/// The radio button that displays a quantity. @p quantity is the index of the quantity in
-/// a pixel's value list, 0 to 12.
+/// The radio button that chooses a quantity for display. @p quantity is the index of the quantity
+/// in a pixel's value list, 0 to 12.
 inline QRadioButton* mapRadio(const FourPs& panel, int quantity)
 {
     const std::array<QRadioButton*, 13> radios{
@@ -51,7 +50,7 @@ inline void setTwoReferences(FourPs& panel)
     panel.Refs.RefRows.at(1)->Valence->setText(QStringLiteral("3"));
 }
 
-/// Resets a shared panel, chooses the valence map and the measured map of the first energy
+/// Calls resetData(), chooses the valence map and the measured map of the first energy
 /// row for display, switches the grid off, calls setTwoReferences() and puts both
 /// references in use.
 inline void resetMaps(FourPs& panel)
@@ -168,7 +167,7 @@ inline QImage plainPicture(const DispMBase* window, const PlainMap& map, PlainMa
     return image;
 }
 
-/// The expected picture if the view contains the whole map.
+/// The expected picture if the view is exactly the whole map.
 inline QImage plainPicture(const DispMBase* window, const PlainMap& map)
 {
     return plainPicture(window, map, {{}, 0.0, 0.0, double(map.width), double(map.height)});

@@ -15,8 +15,9 @@ namespace tests
 using PainterState = std::function<void(QPainter*)>;
 
 /// Adds data rows of a painter state and a device pixel ratio. With @p plain, adds only
-/// the states in which a mark consists of the same pixels at every position. Without
-/// @p plain, adds only the other states, such as a rotated or an antialiased painter.
+/// states in which, apart from clipping, a mark has the same pixels at every position and
+/// drawing it twice has the same result as drawing it once. Without @p plain, adds only
+/// other states, such as a rotated or an antialiased painter.
 inline void addPainterStates(bool plain)
 {
     QTest::addColumn<PainterState>("state");

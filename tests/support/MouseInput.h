@@ -1,5 +1,5 @@
-// Sends mouse events that QTest cannot send: fractional positions, modifier keys during a
-// move, and wheel turns of any size.
+// Sends mouse and wheel events, including some that QTest cannot send, such as events at
+// fractional positions and moves with modifier keys.
 #pragma once
 
 #include <QCoreApplication>

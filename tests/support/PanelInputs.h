@@ -39,8 +39,8 @@ struct PanelInputs {
     PanelInputs& useReferences(const QList<int>& rows);
     PanelInputs& markVRows(const QList<int>& rows);
 
-    /// Puts the first @p count references in use. Sets a spectrum without points and with the
-    /// edge jump 1 for each of them.
+    /// Puts exactly the first @p count references in use. Sets a spectrum without points and with
+    /// the edge jump 1 for each of them.
     PanelInputs& useFirstReferences(int count);
 
     PanelInputs& makeInvalid(const QList<int>& references);

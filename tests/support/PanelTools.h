@@ -48,8 +48,8 @@ inline void enter(QLineEdit* edit, const QString& text)
     Q_EMIT edit->editingFinished();
 }
 
-/// Sets a valid spectrum without points for a reference row. The pre-edge and post-edge
-/// lines are constant, so the edge jump is @p jump at every edge energy.
+/// Marks the spectrum of a reference row as valid and sets constant pre-edge and post-edge
+/// lines, so the edge jump is @p jump at every edge energy. Does not change the points.
 inline void makeReferenceValid(FourPs& panel, int row, double jump = 1.0)
 {
     AMutE& spectrum = *panel.XafsFiles.at(row);
@@ -104,8 +104,8 @@ inline void useReferences(FourPs& panel, const QList<int>& rows)
     }
 }
 
-/// Checks one button of an exclusive group. Blocks the signals of all buttons with the
-/// same parent.
+/// Checks one button of an exclusive group. Meanwhile, blocks the signals of all buttons
+/// below its parent widget.
 inline void chooseWithoutSignals(QAbstractButton* button)
 {
     std::vector<QSignalBlocker> quiet;
@@ -124,7 +124,8 @@ inline void chooseFourPoints(FourPs& panel)
 
 /// Sets up the three-point method with the fraction a = 1/2 and, for maps, the thickness
 /// 1. The references have the valences 2 and 3. The first three energy rows are in use. The
-/// V row is not changed; it must be the third row, as in a new panel.
+/// V row and the references in use are not changed; they must be the third row and the
+/// first two references, as in a new panel.
 inline void prepareThreePoints(FourPs& panel)
 {
     chooseFourPoints(panel);

@@ -1,4 +1,4 @@
-// Compares pictures pixel by pixel and counts pixels.
+// Functions that create, compare and analyse pictures.
 #pragma once
 
 #include <QColor>
@@ -56,7 +56,8 @@ inline bool isBlank(const QImage& image)
     return isFilledWith(image, image.rect(), Qt::white);
 }
 
-/// The bounding rectangle of the pixels in @p part for which @p isWanted returns true.
+/// The bounding rectangle of the pixels in @p part for which @p isWanted returns true; a
+/// null rectangle if there is none.
 template <class Predicate>
 QRect boxOf(const QImage& image, const QRect& part, Predicate isWanted)
 {

@@ -1,5 +1,5 @@
-// Reference implementation of map painting: one fillRect() and one drawRects() per map
-// pixel. The edges of each pixel are calculated separately.
+// Reference implementation of map painting. Each map pixel is filled and outlined by
+// separate painter calls, and its edges are calculated separately.
 #pragma once
 
 #include "support/PlotPlace.h"
@@ -22,8 +22,8 @@ struct PlainMapView {
     double top = 1.0;
 };
 
-/// The rectangle of map pixel (@p x, @p y) on the surface; nullopt if the view has no
-/// extent.
+/// The rectangle of map pixel (@p x, @p y) on the surface; nullopt if an edge is
+/// not finite, for example because the view has no extent.
 inline std::optional<QRect> plainCell(const PlainMapView& view, int x, int y)
 {
     const PlotPlace place =
@@ -42,7 +42,7 @@ inline std::optional<QRect> plainCell(const PlainMapView& view, int x, int y)
 
 /// Fills every pixel of a map with its colour.
 ///
-/// @param colorAt  called as colorAt(x, y) for every pixel of the map
+/// @param colorAt  returns the colour of a pixel; called as colorAt(x, y)
 template <class ColorAt>
 void plainFill(QPainter* p, const PlainMapView& view, int width, int height, ColorAt colorAt)
 {

@@ -1,6 +1,7 @@
-// Reference implementation of the map calculation. For every pixel it looks up the
-// references and parses their valences. It allocates matrices for every linear system and
-// appends the pixels of the result one at a time. The fast path must return the same bits.
+// Reference implementation of the map calculation of the four-points family. For every
+// pixel it looks up the references and parses their valences. It allocates matrices for every
+// linear system and appends the pixels of the result one at a time. The fast path must return the
+// same bits.
 #pragma once
 
 #include "analysis/MapCalculation.h"
@@ -41,7 +42,8 @@ struct PlainStack {
     double r = 0.0;
 };
 
-/// Counts one value in a histogram. The bin index is the quotient truncated towards zero.
+/// Counts one value in a histogram. The bin index is (value - minV) / step, truncated
+/// towards zero. If the index is NaN or does not fit in an int, the value counts as under.
 void plainCount(PlainHistogram& histogram, double value);
 
 /// Converts the inputs to the struct of the fast path. Uses the first two references, even

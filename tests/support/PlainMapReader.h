@@ -13,8 +13,8 @@ namespace tests
 
 /// Reads the text map at @p path into @p map. Opens the file in text mode, reads it line by
 /// line with QTextStream, simplifies each line, splits it by a regular expression and
-/// converts every number by QString::toDouble(). This is simple but slow; it is not part of
-/// the program.
+/// converts the numbers by QString::toDouble() or toInt(). This is simple but slow; it is not part
+/// of the program.
 ///
 /// @return true if the map has a size and at least one row, like data::readMapText().
 ///         False if the file cannot be opened; @p map is then unchanged.

@@ -10,8 +10,9 @@ class QIODevice;
 namespace tests
 {
 
-/// Reads the points of a spectrum file of either format. Reads line by line, simplifies
-/// each line, splits it at white space and converts every number by QString::toDouble().
+/// Reads the points of a spectrum file in the plain or the beamline (9809) format. Reads
+/// line by line, simplifies each line, splits it at white space and converts the numbers by
+/// QString::toDouble() or toInt().
 /// This is simple but slow; it is not part of the program.
 ///
 /// @param device  not sequential, open for reading in text mode, positioned at its start

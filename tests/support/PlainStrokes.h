@@ -34,7 +34,7 @@ inline void plainMark(QPainter* p, const PlotPlace& place, double x, double y)
     plainCircle(p, place.pixel(x, y), 2);
 }
 
-/// Vertical lines at every tenth of a valence, from @p lower to @p upper.
+/// Vertical lines 0.1 apart, from @p lower up to @p upper + 0.05.
 inline void plainTenths(QPainter* p, const PlotPlace& place, double lower, double upper)
 {
     for (int i = 0; lower + 0.1 * i <= upper + 0.05; ++i) {

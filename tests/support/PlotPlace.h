@@ -68,7 +68,7 @@ struct PlotPlace {
         return (range.x1 - range.x0) / (right - left) * (column - left) + range.x0;
     }
 
-    /// The pixel of a data point. Its coordinates must not be NaN.
+    /// The pixel of a data point. columnOf() and rowOf() must not be NaN.
     int column(double x) const { return plainPixel(columnOf(x)); }
     int row(double y) const { return plainPixel(rowOf(y)); }
     QPoint pixel(double x, double y) const { return {column(x), row(y)}; }

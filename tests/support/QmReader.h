@@ -143,7 +143,7 @@ inline std::optional<QmMessage> qmMessage(QmBytes& bytes)
     }
 }
 
-/// The content of a .qm file; nullopt if the file is damaged.
+/// The content of a .qm file; nullopt if the structure of the file is invalid.
 inline std::optional<QmTable> readQm(QByteArrayView file)
 {
     const QByteArrayView magic(reinterpret_cast<const char*>(qmMagic.data()), qmMagic.size());

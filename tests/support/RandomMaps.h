@@ -1,4 +1,5 @@
-// Random numbers and maps, including NaN, infinite, huge and denormal values.
+// Random numbers and maps, including NaN, infinite, huge and denormal values, and functions
+// that compare and copy maps.
 #pragma once
 
 #include "data/A2DData.h"
@@ -114,8 +115,8 @@ inline bool sameNumbers(const QList<double>& a, const QList<double>& b)
     return std::equal(a.cbegin(), a.cend(), b.cbegin(), b.cend(), sameDouble);
 }
 
-/// Describes the first difference between @p a and @p b; empty if they are equal bit by
-/// bit.
+/// Describes the first difference between @p a and @p b; empty if there is none. Compares
+/// numbers by sameDouble().
 inline QString differenceOf(const A2DData& a, const A2DData& b)
 {
     if (a.xNum != b.xNum || a.yNum != b.yNum || a.extended != b.extended ||

@@ -17,7 +17,7 @@ namespace tests
 {
 
 /// Performs mouse, keyboard, file and drop actions on a panel with visible windows. The
-/// same seed produces the same actions on every platform.
+/// same seed produces the same random numbers on every platform.
 class RandomUser
 {
 public:
@@ -29,8 +29,9 @@ public:
     /// Performs one action and returns its description.
     QString act();
 
-    /// The title of the plot or map whose picture is outdated after the latest action. The
-    /// program does not repaint it at once, on purpose. Empty if all pictures are current.
+    /// The title of the plot or map whose picture can be outdated after the latest action,
+    /// because the program does not repaint it at once, on purpose. Empty if all pictures are
+    /// current.
     QString staleSurface() const { return m_staleSurface; }
 
 private:

@@ -86,8 +86,8 @@ inline void clearRows(FourPs& panel)
     }
 }
 
-/// Removes all spectra, maps and results. Sets every plot to its automatic range. Hides
-/// both map windows and clears the fields of their limits.
+/// Removes all spectra, all maps, the result map and the points of the comparison plot.
+/// Calls resetPlots(), and resetWindow() for both map windows.
 inline void clearData(FourPs& panel)
 {
     for (AMutE* spectrum : std::as_const(panel.XafsFiles)) {
@@ -210,7 +210,7 @@ inline void resetResults(FourPs& panel)
     panel.scaleX0 = panel.scaleY0 = panel.scaleX1 = panel.scaleY1 = 0.0;
 }
 
-/// Resets all texts and states of a panel to their values after construction, and empties
+/// Resets the texts and states of a panel to their values after construction, and empties
 /// the message box. Does not change whether the form and the graph window are visible, nor
 /// sizes that a test fixed.
 inline void resetPanel(FourPs& panel)

@@ -11,8 +11,8 @@
 namespace tests
 {
 
-/// A device whose content is the given bytes. Each read returns between 1 and @p largest
-/// bytes. A linear congruential generator with a fixed seed determines the sizes of the
+/// A device whose content is the given bytes. Each successful read returns 1 to
+/// @p largest bytes. A linear congruential generator with a fixed seed determines the sizes of the
 /// reads. The constructor opens the device for reading.
 class ShortReadDevice : public QIODevice
 {
@@ -27,8 +27,8 @@ public:
         open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
 
-    /// Makes every read at or after byte @p position fail. size() and atEnd() still
-    /// report the full content.
+    /// Makes every read at or after byte @p position fail. Does not change the
+    /// results of size() and atEnd().
     void failAt(qint64 position) { m_failsAt = std::min<qint64>(position, m_bytes.size()); }
 
     bool isSequential() const override { return m_isSequential; }

@@ -7,8 +7,8 @@ namespace tests
 {
 
 /// Sets the points and both lines of a spectrum and marks it valid. Point i has the
-/// energy @p energies[i] (eV), the angle 10 + i degrees, and an absorbance of @p muts[i]
-/// above the pre-edge line.
+/// energy @p energies[i] (eV), the angle 10 + i degrees, and an absorbance that is
+/// @p muts[i] higher than the pre-edge line.
 inline void setSpectrum(AMutE& spectrum, const QList<double>& energies, const QList<double>& muts,
                         const data::VictoreenLine& pre, const data::VictoreenLine& post)
 {
@@ -22,7 +22,7 @@ inline void setSpectrum(AMutE& spectrum, const QList<double>& energies, const QL
     }
 }
 
-/// Sets a spectrum without points. The pre-edge and post-edge lines are constant, so the
+/// Sets a valid spectrum without points. The pre-edge and post-edge lines are constant, so the
 /// edge jump is @p jump at every edge energy.
 inline void setJump(AMutE& spectrum, double jump)
 {

@@ -59,9 +59,10 @@ public:
         list.normRadios = &normRadios;
     }
 
-    /// Resets the widgets for the next test case: empty texts, no button checked, no
-    /// spectrum, no map, and no view range in the map windows. All buttons are
-    /// non-exclusive, so every button of a group can be unchecked.
+    /// Resets the widgets for the next test case: clears the fields and unchecks the buttons
+    /// of the form and of the energy rows, removes the spectra and the measured maps, and
+    /// clears the view ranges of the map windows. The unchecked buttons become non-exclusive,
+    /// so every button of a group can be unchecked.
     void reset()
     {
         for (QObject* parent : parents()) {
@@ -106,7 +107,7 @@ public:
     panel::Widgets list; ///< pointers to the widgets above
 
 private:
-    /// The parent objects of all fields and buttons.
+    /// The parent objects of the fields and buttons that reset() changes.
     QList<QObject*> parents()
     {
         QList<QObject*> all{&frame};

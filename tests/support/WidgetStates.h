@@ -1,4 +1,4 @@
-// Saves and restores the texts and states of all widgets below a widget.
+// Saves and restores the texts and states of a widget and of the widgets below it.
 #pragma once
 
 #include <QAbstractButton>
@@ -22,8 +22,8 @@ namespace tests
 using States = QMap<QString, QVariant>;
 
 /// Calls @p visit for @p top and all widgets below it. The second argument of @p visit is
-/// the path of the widget, which consists of class and object names, so it is equal in every
-/// window of the same class.
+/// the path of the widget, which consists of class names, object names and counters, so it is
+/// equal in every window of the same class.
 /// Skips dialogs and the inner widgets of combo boxes, scroll areas and line edits.
 inline void visitWidgets(QWidget* top, const QString& name,
                          const std::function<void(QWidget*, const QString&)>& visit)
@@ -136,8 +136,8 @@ inline QMap<QString, States> statesBelow(QWidget* top)
     return all;
 }
 
-/// Restores the states @p all of @p top and of the widgets below it. Blocks the signals of
-/// buttons, button groups and combo boxes meanwhile.
+/// Restores the states in @p all, by path, for @p top and the widgets below it. Blocks the signals
+/// of buttons, button groups and combo boxes meanwhile.
 inline void setStatesBelow(QWidget* top, const QMap<QString, States>& all)
 {
     std::vector<QSignalBlocker> quiet;

@@ -258,13 +258,13 @@ void tst_ScreenTexts::axisTitlesAreTranslatable_data()
                                  << "mut";
     QTest::newRow("comparison") << Displays::DLCFvs4PS << "LCF"
                                 << "MPs";
-    QTest::newRow("valences") << Displays::DHistA << "Valence"
-                              << "Num.";
-    QTest::newRow("amounts") << Displays::DHistDMut << "Thick."
-                             << "Num.";
+    QTest::newRow("valence histogram") << Displays::DHistA << "Valence"
+                                       << "Num.";
+    QTest::newRow("amount histogram") << Displays::DHistDMut << "Thick."
+                                      << "Num.";
     QTest::newRow("amount against valence") << Displays::DDMutVsA << "Valence"
                                             << "Thick.";
-    QTest::newRow("plane") << Displays::DM2M3 << "M2"
+    QTest::newRow("M2/M3") << Displays::DM2M3 << "M2"
                            << "M3";
 }
 
@@ -291,11 +291,11 @@ void tst_ScreenTexts::drawnTextsAreNumbersOrTranslatable_data()
                                  << QStringList{"«Eng.[eV]»", "«first.dat»", "«mut»",
                                                 "«second.dat»"};
     QTest::newRow("comparison") << Displays::DLCFvs4PS << QStringList{"«LCF»", "«MPs»"};
-    QTest::newRow("valences") << Displays::DHistA << QStringList{"«Num.»", "«Valence»"};
-    QTest::newRow("amounts") << Displays::DHistDMut << QStringList{"«Num.»", "«Thick.»"};
+    QTest::newRow("valence histogram") << Displays::DHistA << QStringList{"«Num.»", "«Valence»"};
+    QTest::newRow("amount histogram") << Displays::DHistDMut << QStringList{"«Num.»", "«Thick.»"};
     QTest::newRow("amount against valence")
         << Displays::DDMutVsA << QStringList{"«Thick.»", "«Valence»"};
-    QTest::newRow("plane") << Displays::DM2M3 << QStringList{"«M2»", "«M3»"};
+    QTest::newRow("M2/M3") << Displays::DM2M3 << QStringList{"«M2»", "«M3»"};
 }
 
 void tst_ScreenTexts::drawnTextsAreNumbersOrTranslatable()

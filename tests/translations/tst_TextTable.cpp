@@ -61,8 +61,8 @@ bool isJapaneseText(QChar c)
            between(0x4e00, 0x9fff);
 }
 
-/// Simplified and traditional Chinese forms of the Japanese characters 線 価 範 囲 図 選 択 様 測
-/// 結 無 対 計 詳 細 開 記 録 値 数 処 関 軸 験 権 試 設 顕 辺 際 積 総.
+/// Simplified and some traditional Chinese forms of the Japanese characters 線 価 範 囲 図 選 択 様
+/// 測 結 無 対 計 詳 細 開 記 録 値 数 処 関 軸 験 権 試 設 顕 辺 際 積 総.
 const QString chineseForms = QStringLiteral(
     "线價价范围圖图选擇择樣样测结无對对计详细开记录值數處处關关轴驗验权试设显邊边际积总");
 
@@ -95,7 +95,7 @@ private Q_SLOTS:
     void fileHasOnlyHashesAndMessages();
     void everyMessageHasTheCorrectHash();
     void hashesAreSortedForBinarySearch();
-    void readerDetectsEveryTruncation();
+    void truncatedFileNeverReadsAsComplete();
     void damagedBytesNeverAddMessages();
 
     void tableHas173Messages();
@@ -191,7 +191,7 @@ void tst_TextTable::hashesAreSortedForBinarySearch()
     QVERIFY(std::is_sorted(m_table.hashes.cbegin(), m_table.hashes.cend(), isLess));
 }
 
-void tst_TextTable::readerDetectsEveryTruncation()
+void tst_TextTable::truncatedFileNeverReadsAsComplete()
 {
     for (qsizetype size = 0; size < m_file.size(); ++size) {
         const std::optional<QmTable> table = readQm(QByteArrayView(m_file).first(size));
@@ -362,7 +362,7 @@ void tst_TextTable::labelsOfPlotFramesHaveNoTranslation()
 
 void tst_TextTable::onlyInternationalTextsHaveNoTranslation()
 {
-    // Numbers and the labels of plot frames are not listed. The listed texts are default
+    // Numbers, "%1" and the labels of plot frames are not listed. The listed texts are default
     // texts of form widgets ("Frame", "TextLabel"), units, symbols, and abbreviations that are
     // also used in Japanese.
     const QSet<QString> international{"Frame",     "C1",   "C2",   "LCF",  "M2",
