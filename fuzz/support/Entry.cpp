@@ -1,4 +1,4 @@
-// The function that libFuzzer and the driver call for each input.
+// The function that libFuzzer and the driver call for each input, and fuzz::fail().
 
 #include "support/FuzzTarget.h"
 

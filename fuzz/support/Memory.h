@@ -28,9 +28,10 @@ public:
     Q_DISABLE_COPY_MOVE(LimitedMemory)
 };
 
-/// Runs @p action with enough free memory and returns its largest request in bytes; -1 if it
-/// requests no memory. With exactly this much free memory the action must have the same
-/// result; with less free memory it must fail.
+/// Runs @p action and returns its largest request in bytes; -1 if it requests no memory. Does
+/// not change the free memory, so no LimitedMemory may exist during the call. With exactly the
+/// returned amount of free memory, the action must have the same result; with less, it must
+/// fail.
 template <typename Action>
 qint64 peakRequestOf(Action&& action)
 {

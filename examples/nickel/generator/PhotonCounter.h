@@ -1,4 +1,4 @@
-// Generates counting noise that is the same with every compiler and standard library.
+// Generates counting noise without the distributions of the standard library.
 #pragma once
 
 #include <cstdint>

@@ -127,7 +127,7 @@ void appendLittleEndian(std::string& bytes, double value)
 }
 
 /// The absorbances of a map, rounded to six decimals. The last bit of a logarithm can differ
-/// between machines; after the rounding, the file is equal on all machines.
+/// between machines; the rounding removes almost all such differences.
 std::vector<double> mutValues(const CountMap& pixels)
 {
     std::vector<double> values;

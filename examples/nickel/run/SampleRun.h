@@ -1,5 +1,4 @@
-// Operates aelk's panel as a user would: loads the nickel sample and runs the
-// calculations.
+// Loads the nickel sample into aelk's panel, runs the calculations and checks the results.
 #pragma once
 
 #include "SampleOutcome.h"

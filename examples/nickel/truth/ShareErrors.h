@@ -46,7 +46,8 @@ public:
     /// The results without noise for a mixture with edge jump @p jump.
     ///
     /// The model is mut = sum_j x_j R_j + background. R_j = J_j s_j is the absorbance of
-    /// reference j above its background, so x_j = jump f_j / J_j. The method multiplies
+    /// reference j above its background, where J_j is its true edge jump and s_j its
+    /// shape(). With the fractions f_j, x_j = jump f_j / J_j. The method multiplies
     /// x_j by K_j, the edge jump between the two fitted lines of reference j: dMut_j =
     /// jump f_j K_j / J_j. K_j differs slightly from J_j, because the fit of the
     /// post-edge line does not average out the EXAFS oscillations.
