@@ -11,7 +11,7 @@ namespace tests
 {
 
 /// Writes the current action to a log file and to the crash note. SIGALRM ends the
-/// program if an action does not return within a minute.
+/// program one minute after the latest begin().
 class ActionLog
 {
 public:

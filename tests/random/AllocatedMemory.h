@@ -1,4 +1,4 @@
-// Measures the memory that the process has allocated.
+// Memory allocated by the process, and how much AddressSanitizer slows it down.
 #pragma once
 
 #ifdef __SANITIZE_ADDRESS__

@@ -130,8 +130,9 @@ ExpectedResult::Form ExpectedResult::fourPointForm(int selected) const
 
 // Reproduces an odd rule of the program on purpose. For each reference row i in use, the
 // list of the references in use must have an entry at index i, and the reference of this
-// entry must be valid. Example: the rows 0 and 2 are in use, so the list has the entries 0
-// and 1. It has no entry 2 for row 2, so the calculation is refused.
+// entry must be valid. Example: the rows 0 and 2 are in use, so the list has two
+// entries, at the indices 0 and 1. Row 2 needs an entry at index 2, which does not exist, so
+// the calculation is refused.
 bool ExpectedResult::hasBrokenReference() const
 {
     const QList<int> used = usedReferences();

@@ -39,8 +39,8 @@ FileActions::FileActions(PanelWindows& windows, RandomFiles& files)
     closeDialogs();
 }
 
-// Returns one row for each kind of dialog, because all dialogs of a kind behave alike. A
-// dialog allocates a megabyte when it is first opened and does not free it when it is
+// Returns only one row for each kind of dialog: all dialogs of a kind behave alike, and
+// each dialog allocates a megabyte when it is first opened and does not free it when it is
 // closed.
 QList<AFileSelect*> FileActions::rowsWithDialogs() const
 {
@@ -89,15 +89,16 @@ QString FileActions::loadValid(Draw& draw)
 QString FileActions::loadInvalid(Draw& draw)
 {
     AFileSelect* row = someRow(draw.onceIn(2), draw);
-    // Valid files are also used, because a valid map is an invalid spectrum and vice versa.
+    // Sometimes uses a valid file, which can be of the wrong kind: a map for a spectrum row
+    // or a spectrum for a map row.
     const QString path =
         draw.onceIn(8) ? validFile(draw.onceIn(2), draw) : m_files.invalidFile(draw);
     row->newFile(path);
     return PanelWindows::nameOf(row) + " loads " + shortName(path);
 }
 
-// Loads a file and then damages it. The damage must not affect the loaded data. If the
-// file is loaded again, the program must read the damaged file.
+// Loads a file, damages it and calculates. The damage must not affect the loaded data. In
+// half of the cases, also tries to load the damaged file.
 QString FileActions::loadThenDamage(Draw& draw)
 {
     const bool ofASpectrum = draw.onceIn(2);

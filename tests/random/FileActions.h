@@ -19,14 +19,16 @@ namespace tests
 class FileActions
 {
 public:
-    /// Opens each dialog once. A dialog allocates memory at its first use and keeps it;
-    /// without this first use the memory would later be counted as growth. @p files must be
-    /// ready and must outlive this object.
+    /// Opens and closes each dialog that the actions use. A dialog allocates memory when it
+    /// is first opened and keeps it. If an action were the first to open it, this memory would
+    /// be counted as growth. @p windows and @p files must outlive this object, and @p files
+    /// must be ready.
     FileActions(PanelWindows& windows, RandomFiles& files);
 
     QList<ActionKind> kinds();
 
-    /// Loads valid files into the rows and sets the options that a calculation needs.
+    /// Loads valid files, sets the options that a calculation needs, and calculates the result
+    /// map. Spectra are loaded into the target row and at least two of the reference rows.
     QString loadEverything(Draw& draw);
 
     void closeDialogs();

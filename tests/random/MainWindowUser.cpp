@@ -88,8 +88,8 @@ void MainWindowUser::limitGrowth()
     }
 }
 
-// Resets everything whose size affects the allocated memory: windows, bins, loaded files,
-// result, displayed spectra, points of the comparison plot, texts and Qt's pixmap cache.
+// Resets what affects the allocated memory most: dialogs, windows, bins, maps, result,
+// displayed spectra, points of the comparison plot, texts and Qt's pixmap cache.
 void MainWindowUser::resetToFixedState()
 {
     FourPs& panel = m_windows.panel();

@@ -21,8 +21,8 @@ namespace tests
 class MainWindowUser
 {
 public:
-    /// Shows the main window and loads files into all rows. @p files must be ready and
-    /// must outlive this object.
+    /// Shows the main window, loads files and calculates a result. @p files must be ready.
+    /// @p body and @p files must outlive this object.
     MainWindowUser(Body& body, RandomFiles& files, unsigned seed);
 
     /// The kind of the action with the number @p action, as a text for the log.
@@ -32,25 +32,24 @@ public:
     /// Returns a description of the action.
     QString act(int action);
 
-    /// Returns and clears the names of the pictures that are outdated after the latest
-    /// action, because the program does not repaint them at once, on purpose.
+    /// Returns and clears the names of the pictures that the program, on purpose, does not
+    /// repaint at once after the latest action. These pictures can be outdated.
     QStringList takeStalePictures() { return m_mouse.takeStalePictures(); }
 
-    /// Call this after the checks of each action. It limits everything that grows by
-    /// design (lines of the message box, displayed spectra, points of the comparison
-    /// plot, long texts in fields) and everything that slows actions down (window sizes,
-    /// numbers of bins).
+    /// Call this after the checks of each action. It limits what grows by design (lines of
+    /// the message box, displayed spectra, points of the comparison plot, long texts in
+    /// fields) and what slows actions down (window sizes, numbers of bins).
     void tidy();
 
-    /// Resets the panel to a fixed state. Its memory then does not depend on earlier
-    /// actions, so two measurements can be compared.
+    /// Resets what affects the memory of the panel most. Its memory then hardly depends on
+    /// earlier actions, so two measurements can be compared.
     void resetToFixedState();
 
     /// The number of pixels of all loaded maps and all visible windows. The time that an
     /// action is allowed to take grows with this number.
     double pixels() const;
 
-    /// Number of bytes that text fields do not free after a long text.
+    /// Number of bytes that text fields do not free after their first long text.
     double keptByFields() const { return m_widgets.keptByFields(); }
 
 private:

@@ -9,8 +9,8 @@
 namespace tests
 {
 
-/// Answers every message box that opens during the lifetime of this object. Without an
-/// answer a modal message box would block the test for ever.
+/// Answers every modal message box that opens during the lifetime of this object. Without
+/// an answer, the box would block the test for ever.
 class ModalBoxes : public QObject
 {
 public:
@@ -21,8 +21,8 @@ public:
         m_timer.start(interval);
     }
 
-    /// Sets whether to click the "Yes" button of a message box that has one. By default
-    /// "Yes" is not clicked.
+    /// Sets whether to click the "Yes" button of a message box that has one. Otherwise, and
+    /// by default, message boxes are rejected.
     void setAccepting(bool accepts) { m_accepts = accepts; }
 
 private:

@@ -22,8 +22,8 @@ public:
 
     QList<ActionKind> kinds();
 
-    /// Returns and clears the names of the pictures that are outdated after the latest
-    /// action, because the program does not repaint them at once, on purpose. There are two
+    /// Returns and clears the names of the pictures that the program, on purpose, does not
+    /// repaint at once after the latest action. These pictures can be outdated. There are two
     /// cases. A release in the comparison plot changes the current colour; the plot of
     /// thickness against valence shows this colour only at its next paint. A double click
     /// on a colour bar changes its map only at the next paint of the map.

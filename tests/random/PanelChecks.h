@@ -23,7 +23,8 @@ namespace tests
 class PanelChecks : public QObject
 {
 public:
-    /// Connects to the signals of @p panel that start calculations.
+    /// Connects to the signals of @p panel that start calculations and writes, and to the
+    /// limit fields of its maps. @p panel must outlive this object.
     explicit PanelChecks(FourPs& panel);
 
     /// Call this before each action, with its number.

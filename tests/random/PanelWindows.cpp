@@ -39,7 +39,7 @@ void PanelWindows::reset()
         if (isAlwaysShown) {
             window->show();
         } else {
-            window->close(); // closing also docks a popped-out plot
+            window->close(); // closing also docks a popped-out plot or map
         }
         window->resize(ordinarySize(window));
     }

@@ -42,7 +42,7 @@ public:
     }
 
     /// The name of a widget, followed by a number if siblings have the same name, and by
-    /// the title of its plot or map.
+    /// the title of the plot or map that contains it, if any.
     static QString nameOf(const QWidget* widget);
 
     /// Docks all surfaces, resizes all windows to their ordinary size, and shows only the

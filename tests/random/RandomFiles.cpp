@@ -53,8 +53,8 @@ QByteArray manyWords(const QByteArray& words, int times)
     return text;
 }
 
-/// Texts with unusual content. Many are neither a valid spectrum nor a valid map; some are
-/// valid, for example a small binary map and a spectrum with CRLF line ends.
+/// File contents with, for example, wrong sizes, extreme numbers, long lines or unusual
+/// encodings. Some are valid, such as a small binary map and a spectrum with CRLF line ends.
 const QList<QByteArray>& invalidTexts()
 {
     static const QList<QByteArray> texts{

@@ -11,7 +11,7 @@ namespace tests
 {
 
 /// Creates files in a temporary folder. Before it creates a file, it removes the file or
-/// folder that has the same name, so an action does not depend on files of earlier actions. The
+/// folder that has the same name, so the new file does not depend on earlier actions. The
 /// class uses only a few names, so the folder remains small.
 class RandomFiles
 {
@@ -33,9 +33,8 @@ public:
     /// Path of a valid binary map: 8 by 6 pixels if @p which is 0, otherwise 5 by 6 pixels.
     QString validBinaryMap(int which);
 
-    /// Path of something that is often neither a valid spectrum nor a valid map. It can be
-    /// an unusual file, a damaged map, a missing file, a folder or a device. The path can be
-    /// empty or too long.
+    /// Path for a read that often fails: a file with unusual content, a damaged map, a
+    /// missing file, a folder or a device. The path can also be empty or too long.
     QString invalidFile(Draw& draw);
 
     /// Damages the file at @p path: truncates it, removes its permissions, deletes it, or

@@ -7,10 +7,10 @@
 namespace tests
 {
 
-/// Keeps implicitly shared copies of a result during the next calculation. A calculation
-/// that reuses the memory of the result must detach from the copies first. In half of the
-/// actions no copy is kept, so that the calculation can reuse the memory, as in the
-/// program, which keeps no copies.
+/// Keeps implicitly shared copies of a result during the next action. A calculation that
+/// reuses the memory of the result must detach from the copies first. In every second
+/// action no copy is kept, because the program itself keeps none and its calculations can
+/// then reuse the memory.
 class ResultCopies
 {
 public:

@@ -23,7 +23,8 @@ namespace tests
 namespace
 {
 
-// Lengths of texts in characters. Every file path is shorter than ordinaryText.
+// Lengths of texts in characters. QLineEdit truncates longText to its default maximum of
+// 32767 characters. Every file path is shorter than ordinaryText.
 constexpr int longText = 100000;
 constexpr int ordinaryText = 5000;
 
@@ -36,7 +37,8 @@ void pressKey(QWidget* widget, int key, Qt::KeyboardModifiers keys = {}, const Q
 }
 
 /// Sets the keyboard focus to a widget, as a mouse press does, and activates its window,
-/// because shortcuts work only in the active window. Does nothing if the widget is hidden.
+/// because shortcuts work only in the active window. Does nothing if the widget is hidden
+/// or already has the focus.
 void focus(QWidget* widget)
 {
     if (widget->isVisible() && !widget->hasFocus()) {
@@ -219,11 +221,11 @@ QString WidgetActions::typeLongText(Draw& draw)
         .arg(isConfirmed ? QStringLiteral(", Enter") : QString());
 }
 
-// Inserts a very long text, so that the undo history of the field has its maximum size from
-// the start, and adds the memory of the history to m_fieldMemory. The history has one entry
-// for each inserted or deleted character, and clear() does not free its memory. The text has
-// 2 * longText characters, because between two calls of shortenTexts() the user can delete
-// one long text and insert another long text.
+// Inserts a text of the maximum length of the field, restores the earlier text, and adds the
+// memory of the undo history to m_fieldMemory. The history has one entry for each inserted or
+// deleted character, and clearing the history does not free its memory. A history with more
+// entries, such as after a long text is deleted and another is inserted, needs memory that
+// m_fieldMemory does not include.
 void WidgetActions::prepareForLongText(QLineEdit* edit)
 {
     if (m_preparedFields.contains(edit)) {
@@ -285,8 +287,8 @@ void WidgetActions::shortenTexts()
     }
 }
 
-// Types a number into a field that calculations read. Most of the numbers are suitable, so
-// that most calculations are not refused.
+// Types numbers into a field that calculations read. Most of them are suitable, so that many
+// calculations have a result.
 QString WidgetActions::typeUseful(Draw& draw)
 {
     const FourPs& panel = m_windows.panel();

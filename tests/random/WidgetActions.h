@@ -22,12 +22,11 @@ public:
 
     QList<ActionKind> kinds();
 
-    /// Clicks a button with the mouse.
+    /// Clicks a button with the mouse and returns a description of the click.
     static QString click(QAbstractButton* button, Qt::MouseButton mouse = Qt::LeftButton,
                          Qt::KeyboardModifiers keys = {});
 
-    /// Inserts a new text into a field at once, as an input method does, and presses
-    /// Enter.
+    /// Replaces the text of a field at once, as an input method does, and presses Enter.
     static void enterText(QLineEdit* edit, const QString& text);
 
     /// Limits the memory of long texts. At most two fields keep a very long text: the two
@@ -35,8 +34,8 @@ public:
     /// with a long text, the text "1" is entered instead, like typed text.
     void shortenTexts();
 
-    /// Number of bytes that text fields do not free after a very long text, because the
-    /// memory of an undo history does not shrink.
+    /// Number of bytes that text fields do not free after their first long text, because
+    /// the memory of an undo history does not shrink.
     double keptByFields() const { return m_fieldMemory; }
 
 private:
@@ -58,7 +57,7 @@ private:
 
     PanelWindows& m_windows;
     QList<QLineEdit*> m_longTexts; ///< fields that can have a long text, the most recent last
-    QSet<const QLineEdit*> m_preparedFields; ///< fields whose undo history has its maximum size
+    QSet<const QLineEdit*> m_preparedFields; ///< fields that prepareForLongText() prepared
     double m_fieldMemory = 0.0;
 };
 

@@ -68,10 +68,10 @@ QList<double> numbersOf(const A2DRow& row, bool isExtended, const std::array<boo
 QStringList readNumbers(const QByteArray& line, bool isExtended)
 {
     QStringList read;
-    const QStringList words = QString::fromUtf8(line).split(
-        u' ', Qt::SkipEmptyParts); // toDouble() also accepts nan and inf
+    const QStringList words = QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts);
     for (const QString& word : words) {
         bool isNumber = false;
+        // toDouble() also accepts nan and inf.
         const double number = word.toDouble(&isNumber);
         read.append(isNumber ? sixDigits(number) : QStringLiteral("not a number"));
     }

@@ -24,8 +24,9 @@ public:
     /// Makes the next check() ignore the present text of the message box.
     void ignoreOldMessages();
 
-    /// Describes the first error after a write; empty if there is none. If the panel
-    /// reported a failed write, the file must really be unwritable.
+    /// Describes the first error after a write; empty if there is none. It is also an error
+    /// if the panel reported a failed write although the path is a writable regular
+    /// file.
     QString check();
 
 private:

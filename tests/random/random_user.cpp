@@ -4,9 +4,9 @@
 //
 // --only runs only the listed actions, --log writes the number and kind of the current
 // action to a file, --say prints each action. The exit status is 0 if every check passes, 1
-// after the first failed check, 2 for an invalid command line and 3 if an action does not
-// return within a minute. The actions depend only on SEED, but the timing of Qt's threads
-// can change what an action does in a file dialog.
+// after the first failed check, 2 for an invalid command line or if the temporary folder
+// cannot be created, and 3 if an action and its checks take more than a minute. The actions depend
+// only on SEED, but the timing of Qt's threads can change what an action does in a file dialog.
 // scripts/random runs this program and reduces a failing list of actions.
 
 #include "app/Body.h"
@@ -103,8 +103,8 @@ public:
         , m_checks(*body.findChild<FourPs*>())
         , m_log(options.log, options.seed)
     {
-        m_checks.afterAction(
-            {}); // paints every surface, which allocates memory, before the first measurement
+        // Repaints the visible surfaces, so that their memory is allocated before the actions.
+        m_checks.afterAction({});
     }
 
     /// Runs all actions; returns whether all checks passed.
@@ -153,7 +153,7 @@ private:
         return true;
     }
 
-    /// Allocated bytes without the memory that Qt's line edits never free.
+    /// Allocated bytes without the memory that MainWindowUser::keptByFields() returns.
     double memoryInUse() const { return tests::allocatedBytes() - m_user.keptByFields(); }
 
     bool finish()

@@ -257,7 +257,7 @@ run_keeps_the_warning_option_of_an_existing_build)
     grep -q -- '--preset release .*-DAELK_WARNINGS_ARE_ERRORS=ON' "$work/cmake.log" ||
         fail "cmake was called with: $(cat "$work/cmake.log")"
     ;;
-gate_runs_its_stages_in_order)
+ci_run_executes_its_stages_in_order)
     make_tree .ci scripts
     mock_command test 'echo "stage ${1-dev}"'
     mv "$work/test" "$work/tree"
@@ -266,7 +266,7 @@ gate_runs_its_stages_in_order)
     [ "$stages" = "format shell release dev asan tidy packaging " ] || fail "it ran: $stages"
     [[ $said == *"all took 0 min "* ]] || fail "it printed: $said"
     ;;
-gate_stops_at_the_first_failing_stage)
+ci_run_stops_at_the_first_failing_stage)
     make_tree .ci scripts
     mock_command test 'echo "stage ${1-dev}"; [ "$1" != release ]'
     mv "$work/test" "$work/tree"
@@ -379,7 +379,7 @@ hook_checks_only_staged_content)
     ! commit || fail "it was committed"
     [[ $said == *src/one.cpp*src/two.cpp* ]] || fail "it printed: $said"
     ;;
-hook_installs_nothing)
+hook_reports_a_missing_tool_and_installs_nothing)
     make_commits
     put src/one.cpp 'right'
     rm "$work/clang-format"

@@ -89,9 +89,9 @@ inline QString memoryTrouble(const QJsonObject& step, qint64 most = maxExtraMemo
     return {};
 }
 
-/// Makes a file that consists of @p head and as many copies of @p block as fit into @p size
-/// bytes. Returns its path, or an empty string on failure. If the block is a single zero
-/// byte, the file is sparse and occupies no disk space.
+/// Makes the file "large.dat": @p head, then as many copies of @p block as fit into a file of
+/// @p size bytes. Returns the path, or an empty string on failure. If the block is a single
+/// zero byte, the file is sparse and occupies almost no disk space.
 inline QString makeFile(const QTemporaryDir& folder, const QByteArray& head,
                         const QByteArray& block, qint64 size)
 {

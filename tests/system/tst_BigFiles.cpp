@@ -1,4 +1,5 @@
-// Tests that files beyond the size limits are refused without using much memory.
+// Tests of the size limits for files: files at a limit are read, larger files are refused,
+// and the reader uses little memory in addition to the data that it stores.
 #include "system/SystemChild.h"
 
 #include <QTest>
@@ -29,7 +30,8 @@ QByteArray utf16(const QByteArray& text)
     return wide;
 }
 
-/// Size (bytes) of the largest test files that are not sparse, which occupy this much disk space.
+/// Size (bytes) of the largest test files that are not sparse. They occupy this much disk
+/// space.
 qint64 sizeOnDisk()
 {
     return isFullSize() ? 1500 * mebibyte : 100 * mebibyte;

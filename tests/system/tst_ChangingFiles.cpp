@@ -1,5 +1,5 @@
-// Tests of files that change while they are read. In every case the program must keep running,
-// and the row must be able to read the next file.
+// Tests of files that change or cause a read error while they are read. In every case the
+// program must keep running, and the row must be able to read the next file.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -32,7 +32,7 @@ const QByteArray plainSpectrum("8000 1\n8100 2\n8200 3\n");
 const QByteArray beamlineSpectrum("9809\n Mode 0 0 1 2\n Offset 0 0 0\n"
                                   " 1 13.5 1 800 100\n 2 13.4 1 800 100\n");
 
-/// A change that system_child makes to a file: its name and its argument.
+/// A change for the "hook" step of system_child: the name and the argument of the change.
 struct Change {
     const char* name;
     QByteArray argument;
@@ -49,7 +49,7 @@ private Q_SLOTS:
     void mapExtendedDuringReadHasTheNewRows();
     void mapWithReadErrorKeepsTheRowsRead();
     void binaryMapTruncatedDuringReadIsFilledWithZeros();
-    void binaryMapWithReadErrorIsFilledWithZeros();
+    void binaryMapWithReadErrorIsRefusedOrFilledWithZeros();
     void binaryMapReplacedByTextIsRefused();
     void binaryMapRewrittenWithLargerSizeUsesLittleMemory();
     void spectrumTruncatedDuringReadKeepsThePointsRead();
@@ -108,7 +108,7 @@ void tst_ChangingFiles::binaryMapTruncatedDuringReadIsFilledWithZeros()
     QVERIFY(run.lastStep()["sum"].toDouble() <= 12.0);
 }
 
-void tst_ChangingFiles::binaryMapWithReadErrorIsFilledWithZeros()
+void tst_ChangingFiles::binaryMapWithReadErrorIsRefusedOrFilledWithZeros()
 {
     for (int number = 1; number <= maxCalls; ++number) {
         const ChildRun run = runWith("map", binaryMap(),

@@ -17,7 +17,8 @@ constexpr qint64 maxPixels = qint64{1} << 25;
 /// allows such a claim. In a text map, each data line is one pixel.
 constexpr qint64 rowsForLargerClaim = uncheckedPixels / 64 + 1;
 
-/// A text map with @p rows data lines, whose header claims a size of @p width by 1.
+/// A text map with @p rows data lines, whose header claims a size of @p width by 1, in axis
+/// lines if @p isByAxes, otherwise in size lines.
 QByteArray textMap(qint64 width, qint64 rows, bool isByAxes = false)
 {
     const QByteArray head =

@@ -1,5 +1,6 @@
 // Tests of a disk that becomes full while a result or a histogram is written. A message must
-// name each incomplete file, and the result on the panel must not change.
+// name each incomplete file, and the result on the panel must not change. Most of the tests
+// limit the file size instead of filling a disk.
 #include "support/TestFiles.h"
 #include "system/SystemChild.h"
 
@@ -56,7 +57,8 @@ QByteArray tst_FullDisks::path(const char* name) const
     return QFile::encodeName(QFileInfo(m_folder->path()).canonicalFilePath()) + '/' + name;
 }
 
-/// Writes a result of @p size by @p size pixels with a limit of @p limit bytes per file.
+/// Writes a result of @p size by @p size pixels with a limit of @p limit bytes per file; "any"
+/// for no limit.
 ChildRun tst_FullDisks::write(const QByteArray& size, const QByteArray& limit,
                               const QByteArray& alphaBins, const QByteArray& thicknessBins) const
 {

@@ -113,9 +113,9 @@ void tst_OddPaths::cleanup()
     std::filesystem::remove_all(QFile::encodeName(m_folder->path()).toStdString(), error);
 }
 
-/// Returns the path that @p what describes, such as "pipe" or "file as a folder". Creates the
-/// object at this path if it is one that can exist; empty on failure. An absolute path is
-/// returned unchanged.
+/// Creates what @p what describes, such as "pipe", and returns its path; empty on failure. For
+/// "file as a folder" and paths or names that are too long, only returns such a path. An
+/// absolute path is returned unchanged.
 QByteArray tst_OddPaths::make(const QByteArray& what) const
 {
     const QByteArray path = inFolder("odd");

@@ -1,7 +1,7 @@
 // Hooks that run an action at a chosen system call on a chosen file.
 //
-// This executable defines open64(), read(), write() and close(), which replace the C
-// library's functions for all libraries linked to it, including Qt.
+// This executable defines open64(), read(), write() and close(). Calls from Qt and other
+// libraries reach these functions instead of the C library's.
 #pragma once
 
 #include <functional>

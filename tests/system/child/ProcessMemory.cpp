@@ -9,8 +9,8 @@
 namespace
 {
 
-/// A value from /proc/self/status in bytes; 0 if it is missing. Does not use Qt, which
-/// would allocate memory.
+/// A value from /proc/self/status in bytes; 0 if it is missing. Does not use QFile,
+/// which would allocate more memory.
 qint64 statusValue(const char* name)
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen("/proc/self/status", "r"),

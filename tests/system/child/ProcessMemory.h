@@ -1,4 +1,4 @@
-// Memory use of this process as the kernel reports it.
+// Memory use of this process as the kernel reports it, and a limit for its address space.
 #pragma once
 
 #include <QtGlobal>

@@ -35,7 +35,8 @@ QString decodedPath(const QByteArray& bytes)
     return QFile::decodeName(bytes);
 }
 
-/// The lines of the debug log since the last step. They are also printed to standard error.
+/// The lines of the debug log since the start of the current step. They are also printed to
+/// standard error.
 QStringList logLines;
 QtMessageHandler previousHandler = nullptr;
 
@@ -199,7 +200,7 @@ QJsonObject Steps::drop(const Arguments& url)
     return mapState();
 }
 
-/// Passes every entry of a folder, as QDir lists it, to both rows.
+/// Passes every entry of a folder, as QDir lists it, to the energy row and the spectrum row.
 QJsonObject Steps::folder(const Arguments& path)
 {
     const QDir list(decodedPath(path.first()));
@@ -380,8 +381,8 @@ QJsonObject Steps::spectrumState() const
             {"lastMut", points.isEmpty() ? 0.0 : points.last().mut}};
 }
 
-/// A hash of everything that a failed write must not change: the result, the histograms, the
-/// rows and the fields.
+/// A hash of the result, the histograms, the energy rows and the fields of the panel. A failed
+/// write must not change them.
 QByteArray Steps::panelState()
 {
     QByteArray state = stateOf(panel().BaseData) + stateOf({panel().HistV, panel().HistT}) +

@@ -34,8 +34,8 @@ private:
     struct Kind;
     static const QList<Kind>& kinds();
 
-    // Reading. In the report, "peak" is the highest memory use during the read and "left" the
-    // memory use after it, both in bytes more than before the read.
+    // Reading. If a report has "peak" and "left", they are the highest memory use during the
+    // read and the memory use after it, in bytes more than before the read.
     QJsonObject map(const Arguments& path);
     QJsonObject spectrum(const Arguments& path);
     QJsonObject drop(const Arguments& url);
@@ -71,5 +71,5 @@ private:
     int m_newEdges = 0;
     QStringList m_energies;
     qsizetype m_messagesSeen = 0;
-    qint64 m_addressSpaceLeft = -1; ///< bytes available to each read; negative for no limit
+    qint64 m_addressSpaceLeft = -1; ///< bytes for each read or write; negative for no limit
 };
