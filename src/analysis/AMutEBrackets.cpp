@@ -11,8 +11,8 @@ namespace
 
 /// Energies that are not yet assigned to a pair of points.
 ///
-/// The energies are sorted once. A union-find forest with path halving over the
-/// sorted energies skips assigned ones in almost constant time.
+/// The energies are sorted once. A union-find forest with path halving over the sorted
+/// energies skips the assigned ones in amortised logarithmic time.
 class UnassignedEnergies
 {
 public:
@@ -62,7 +62,7 @@ private:
     }
 
     std::vector<Entry> m_entries;
-    std::vector<std::size_t> m_parent; ///< parent link; own index if unassigned
+    std::vector<std::size_t> m_parent; ///< parent links and an end; own index if unassigned
 };
 
 } // namespace

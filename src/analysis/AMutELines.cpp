@@ -1,4 +1,4 @@
-// Background lines, normalisation and interpolation of a spectrum.
+// Calculations on a spectrum, such as background lines, normalisation and interpolation.
 #include "analysis/SmallMatrix.h"
 #include "data/AMutE.h"
 #include "data/Limits.h"

@@ -41,7 +41,7 @@ struct Choice {
 /// of references.
 ///
 /// @param selected  number of used rows
-/// @return the variant; for any other number of rows, a refusal with MessageId::WrongCount
+/// @return the variant, or a refusal with MessageId::WrongCount if no rule applies
 Choice chooseForTarget(const MethodRadios& radios, int selected);
 
 /// Chooses the variant for a stack of maps.
@@ -53,8 +53,8 @@ Choice chooseForTarget(const MethodRadios& radios, int selected);
 ///
 /// @param selected         number of used rows that have a map
 /// @param validReferences  number of references that are used and valid
-/// @return the variant; for any other number of rows, a refusal with MessageId::WrongCount
-///         (four-points family) or MessageId::TooFewRows (non-equivalent method)
+/// @return the variant; if no rule applies, a refusal with MessageId::WrongCount (four-points
+///         family) or MessageId::TooFewRows (non-equivalent method)
 Choice chooseForMap(const MethodRadios& radios, int selected, int validReferences);
 
 } // namespace analysis

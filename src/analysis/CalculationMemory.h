@@ -8,7 +8,7 @@ namespace analysis
 {
 
 /// Cached absorbances and reusable memory, passed from one map calculation to the
-/// next. They affect speed only, never the results.
+/// next. They do not affect the results.
 struct CalculationMemory {
     data::AbsorbanceCache absorbances;
     data::ValueBlocks values; ///< memory of the latest result's value lists

@@ -1,4 +1,4 @@
-// Messages of calculations that are refused or warned about.
+// Refusals and warnings of the checks before a calculation.
 #pragma once
 
 namespace analysis
@@ -19,16 +19,18 @@ enum class MessageId {
     FirstReferenceInvalid,
     /// The second used reference has no spectrum.
     SecondReferenceInvalid,
-    /// A reference has no spectrum. number: index of the reference row, from 0.
+    /// A reference has no spectrum. number: index of the reference row, from 0. The check of
+    /// a map calculation can report a row that has a spectrum, see
+    /// ReferenceSet::rowWithoutValidCounterpart().
     ReferenceInvalid,
     /// The target has no spectrum.
     TargetInvalid,
-    /// The method does not accept the number of rows. number: selected rows; needed: the
-    /// number that the text states.
+    /// The method does not accept the number of rows. number: the selected rows, or the rows
+    /// that remain after surplus V rows are dropped; needed: the number that the text states.
     WrongCount,
     /// The fit has more unknowns than rows. number: selected rows; needed: the minimum.
     TooFewRows,
-    /// Fewer than two rows are marked for the range of the linear combination fit.
+    /// No range for the linear combination fit, see FitRange::isSelected().
     NoFitRange,
     /// Too few references for the linear combination fit. number: references that are used
     /// and valid.

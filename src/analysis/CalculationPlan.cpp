@@ -18,8 +18,9 @@ void countReferences(const ReferenceSet& references, QList<Message>& messages)
     }
 }
 
-// Checks the references and the target. The first check that fails adds its message and
-// ends the checks.
+// Whether the references and the target allow a calculation. The first check that fails
+// ends the checks and adds its message. A missing reference adds none, because
+// countReferences() has already reported it.
 bool targetCanRun(const CalculationState& state, QList<Message>& messages)
 {
     countReferences(state.references, messages);

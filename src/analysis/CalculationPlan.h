@@ -24,22 +24,23 @@ struct CalculationPlan {
 
 /// Plans the target calculation.
 ///
-/// The order of the checks is: V row, first two used references, target, number
-/// of used rows (with or without a map). A V row is required even for the
-/// non-equivalent method, which does not use it.
+/// The order of the checks is: V row, first two used references, target, number of used
+/// rows (with or without a map). Last, the four-points family needs enough rows after
+/// surplus V rows are dropped; for the non-equivalent method, all references that the fit
+/// uses must be valid. A V row is required even for the non-equivalent method, which does
+/// not use it.
 ///
-/// With fewer than two valid references, the warning MessageId::FewReferences is added,
-/// and the checks continue. A missing first or second reference stops the checks without
-/// another message, because the warning already reports it. With the non-equivalent
-/// method, all references that the fit uses must be valid.
+/// If fewer than two references are used and valid, the warning MessageId::FewReferences
+/// is added, and the checks continue. A missing first or second reference stops the checks
+/// without another message, because the warning already reports it.
 CalculationPlan planTarget(const CalculationState& state);
 
 /// Plans the map calculation.
 ///
-/// The checks are the same as in planTarget(), with these differences: rows without a
-/// map are ignored, the non-equivalent method needs no V row, every used reference is
-/// checked (see ReferenceSet::rowWithoutValidCounterpart()), and the target is not
-/// checked.
+/// The checks are the same as in planTarget(), with these differences: rows without a map
+/// do not count as selected (but CalculationPlan::rows contains them), the non-equivalent
+/// method needs no V row, every used reference is checked (see
+/// ReferenceSet::rowWithoutValidCounterpart()), and the target is not checked.
 CalculationPlan planMap(const CalculationState& state);
 
 /// The outcome of the checks before a linear combination fit.

@@ -1,4 +1,4 @@
-// Everything that a calculation reads from the panel.
+// The state of the panel at the start of a calculation.
 #pragma once
 
 #include "analysis/CalculationChoice.h"

@@ -1,10 +1,11 @@
-// The steps of Gaussian elimination with partial pivoting, as templates that all
+// The steps of Gaussian elimination with partial pivoting, as templates that several
 // solvers share. The size of the system is known at compile time or at run time; an
 // element is a double or a vector of lanes; rows are addressed directly or through a
 // permutation.
 //
 // A matrix is any type whose element i, j is m[i][j]. Every instantiation does the
-// same operations in the same order on each number, so all results are bit-identical.
+// same operations in the same order on each number, so all results are bit-identical, if
+// all NaN count as equal.
 #pragma once
 
 #include "analysis/Lanes.h"
@@ -86,8 +87,9 @@ template <class Position, class Column, class Range, class Matrix>
 
 /// One step of the elimination: subtracts multiples of the pivot row, whose index is
 /// @p column, from all later rows. Only the later columns are changed: the elements of
-/// @p column below the pivot would become 0, but keep their values. If the pivot is 0, the
-/// divisor is 1.0 instead, so that a singular matrix is factorised without error.
+/// @p column below the pivot would become 0, but keep their values unless @p keep changes
+/// them. If the pivot is 0, the divisor is 1.0 instead, so that the elimination of a
+/// singular matrix does not divide by 0.
 ///
 /// @param later  the row and column indices after @p column
 /// @param keep   called as keep(row, factor) with the multiplier of each row

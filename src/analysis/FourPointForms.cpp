@@ -72,7 +72,7 @@ double leastSquareFourPoints(double TV, double R1V, double R2V, double EV, const
     const qsizetype count = std::min({T.size(), R1.size(), R2.size(), E.size()});
     const LeastSquarePlane plane(R1.first(count), R2.first(count), E.first(count),
                                  {R1V, R2V, EV, r});
-    // The target is the first element of a block, whose other elements are 0.
+    // The first element of each block belongs to the target; the other elements are 0.
     std::vector<Block> values(static_cast<std::size_t>(count) + 1);
     for (qsizetype i = 0; i < count; ++i) {
         values[static_cast<std::size_t>(i)].front() = T.at(i);

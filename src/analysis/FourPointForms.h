@@ -2,8 +2,8 @@
 // first reference and the thickness from the absorbance of a target and of two
 // references at a few energies.
 //
-// The forms do not check for a zero divisor. The results can therefore be infinite or
-// NaN, and the program shows them as they are.
+// Inputs that lead to a division by 0 are accepted. The results can therefore be infinite
+// or NaN, and the program shows them as they are.
 //
 // A map calculation runs a form on four pixels side by side. Each pixel still gets the
 // operations of the formula in their order, so the result is bit-identical to a loop
@@ -137,7 +137,8 @@ public:
 
     /// Calculates fraction and thickness of the targets in a block.
     ///
-    /// @param T               mut of the targets, one block per row in row order
+    /// @param T               mut of the targets, one block per row in row order; surplus
+    ///                        blocks are ignored
     /// @param TV              mut of the targets at the V row
     /// @param count           number of targets, at most blockPixels; the elements of
     ///                        the results from index @p count on are undefined

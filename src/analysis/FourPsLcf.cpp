@@ -1,4 +1,4 @@
-// FourPs: the linear combination fit of the target spectrum.
+// FourPs: the linear combination fit of the target spectrum, and the plot "LCF vs 4PS".
 
 #include "panel/FourPs.h"
 

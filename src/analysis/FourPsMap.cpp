@@ -81,8 +81,8 @@ void FourPs::runMapForm(Variant variant, MapForm form, analysis::MapStack stack)
             initHistograms({HistV, HistT});
         },
         [&] { form(stack, BaseData, *HistV, *HistT); });
-    // The four-points family calculates no shares of single references, so the
-    // histograms of an earlier non-equivalent run are cleared.
+    // The four-points family does not fill the histograms of single references, so the
+    // counts of an earlier non-equivalent run are cleared.
     initHistograms(HistRatio + HistDMut);
     Disps->update();
     m_resultMap.showNewResult(std::pair(BaseData.xNum, BaseData.yNum) != sizeBefore);

@@ -1,4 +1,4 @@
-// FourPs: writing of result and histogram files.
+// FourPs: writing of result and histogram files, and the selected columns.
 
 #include "panel/FourPs.h"
 

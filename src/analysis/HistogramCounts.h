@@ -11,7 +11,7 @@ namespace analysis
 ///
 /// The user's limits "From" and "To" are the centres of the first and the last bin, so
 /// the outer edges are half a bin further out. Limits have the unit of the counted
-/// quantity: valence, or thickness relative to the references.
+/// quantity, for example valence or thickness relative to the references.
 struct HistogramCounts {
     /// The maximum number of bins.
     static constexpr int maxBoxes = 1'000'000;
@@ -26,8 +26,9 @@ struct HistogramCounts {
     /// Sets limits and bin width, and zeroes all counts.
     ///
     /// The bin width is (to - from) / (boxCount - 1). With one bin, this is a division by
-    /// zero, and every value counts as below the range. Without bins, the width is
-    /// from - to, and every value counts as below or above the range.
+    /// zero, and every value counts as below the range. The same is true if from equals to,
+    /// because the width is then 0. Without bins, the width is from - to, and every value
+    /// counts as below or above the range.
     ///
     /// @param from,to   centres of the first and the last bin
     /// @param boxCount  number of bins, clamped to 0 ... maxBoxes

@@ -2,8 +2,7 @@
 // the fast path for loops over pixels.
 //
 // Each system gets the same operations in the same order as in SmallMatrix, so the
-// results are bit-identical. Branches of SmallMatrix become selections between two
-// values here, because the four systems can need different pivots.
+// results are bit-identical, if all NaN count as equal.
 #pragma once
 
 #include "analysis/Elimination.h"
@@ -56,8 +55,8 @@ struct LaneSystem {
         });
     }
 
-    /// Eliminates column @p C below the diagonal. The zeros are not written, because
-    /// nothing reads them.
+    /// Eliminates column @p C below the diagonal, in @c a and @c b. The zeros are not
+    /// written, because nothing reads them.
     template <std::size_t C>
     [[gnu::always_inline]] void eliminate()
     {
@@ -75,8 +74,7 @@ struct LaneSystem {
 /// Results are bit-identical to luDecompose(), forwardSolve() and backSolve() of
 /// SmallMatrix, if all NaN count as equal. Pivots are chosen in the same way. A pivot of
 /// 0 is replaced by 1.0 as a divisor of the elimination, but not in the back
-/// substitution, so the solution of a singular system is infinite or NaN, and there is no
-/// error.
+/// substitution, so the solution then contains infinities or NaN, and there is no error.
 ///
 /// Unlike in SmallMatrix, rows are swapped: each lane has its own pivots, so the lanes cannot
 /// share a permutation.

@@ -29,7 +29,7 @@ public:
 
     /// @param unknowns  number of basis functions, clamped to 1 ... maxUnknowns
     /// @param basis     values of the basis functions, row-major: one row per value to
-    ///                  be fitted, one column per unknown
+    ///                  be fitted, one column per unknown; an incomplete last row is ignored
     LinearCombination(int unknowns, const std::vector<double>& basis);
 
     /// Fits @p values.

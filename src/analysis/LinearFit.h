@@ -19,8 +19,8 @@ struct FitRange {
     Limits energies = emptyLimits; ///< eV; emptyLimits without marked rows
     int rows = 0;                  ///< number of marked rows
 
-    /// Whether two or more rows are marked. Two rows at the same energy are a valid
-    /// range of zero width.
+    /// Whether two or more rows are marked and their energies are not all NaN. Two rows at
+    /// the same energy are a valid range of zero width.
     bool isSelected() const { return !(energies.low > energies.high) && rows >= 2; }
 };
 

@@ -1,4 +1,4 @@
-// One quantity of a result map, as the map view shows it.
+// One quantity of a result map.
 #pragma once
 
 #include "analysis/NeqColumns.h"
@@ -21,7 +21,7 @@ namespace analysis
 class MapQuantity
 {
 public:
-    /// @param result  must outlive the quantity
+    /// @param result  must neither change nor be destroyed while the quantity is used
     /// @param mix     converts a fraction to a valence; four-points family only
     /// @param kind    column 0 to 12; with any other number all values are 0
     MapQuantity(const A2DData& result, const ValenceMix& mix, int kind)
@@ -34,8 +34,8 @@ public:
     }
 
     /// The value of the pixel at @p index of the result's rows; 0.0 if there is no such
-    /// pixel, or if its value list is too short. The function is inline because painting
-    /// a map reads every pixel.
+    /// pixel, or if its value list is too short. The function is inline because loops over
+    /// the pixels call it.
     double at(qint64 index) const
     {
         const auto position =
