@@ -51,8 +51,9 @@ public:
     /// Reads @p count pixels, at most blockPixels, from index @p first (row-major).
     void read(qint64 first, int count);
 
-    /// For each map, the absorbances from the latest read(). Elements after the pixels that
-    /// were read are undefined. The span itself remains valid; read() replaces its elements.
+    /// One view for each map: the absorbances from the latest read(). If that read() got fewer
+    /// than blockPixels pixels, the remaining numbers of a view are unspecified. The span
+    /// remains valid, but each read() replaces its views.
     std::span<const BlockView> values() const { return m_values; }
 
 private:

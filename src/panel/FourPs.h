@@ -115,12 +115,12 @@ public:
     DispMBase* DMapDisp = nullptr; ///< the window of the measured map
     Histgram* HistV = nullptr;     ///< histogram of the valence
     Histgram* HistT = nullptr;     ///< histogram of the thickness or the total dMut
-    QList<Histgram*> HistRatio;    ///< ratio histogram of each reference, with the fields of HistV
-    QList<Histgram*> HistDMut;     ///< dMut histogram of each reference, with the fields of HistT
-    double scaleX0 = 0.0;          ///< lower x of the latest automatic range of a graph
-    double scaleY0 = 0.0;          ///< lower y of the latest automatic range of a graph
-    double scaleX1 = 0.0;          ///< upper x of the latest automatic range of a graph
-    double scaleY1 = 0.0;          ///< upper y of the latest automatic range of a graph
+    QList<Histgram*> HistRatio; ///< ratio histograms, one per reference; limits and bins like HistV
+    QList<Histgram*> HistDMut;  ///< dMut histograms, one per reference; limits and bins like HistT
+    double scaleX0 = 0.0;       ///< lower x of the latest automatic range of a graph
+    double scaleY0 = 0.0;       ///< lower y of the latest automatic range of a graph
+    double scaleX1 = 0.0;       ///< upper x of the latest automatic range of a graph
+    double scaleY1 = 0.0;       ///< upper y of the latest automatic range of a graph
 
 public Q_SLOTS:
     /// Writes the edge energy @p e (eV) with 6 significant digits to its field and calls setEdge().

@@ -70,8 +70,8 @@ class tst_FourPointForms : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void threePointsGiveOneForTheFirstReference();
-    void threePointsGiveZeroForTheSecondReference();
+    void targetEqualToTheFirstReferenceHasFractionOne();
+    void targetEqualToTheSecondReferenceHasFractionZero();
     void threePointsMatchAHandCalculation();
     void threePointsResultIsNotClamped();
     void zeroDivisorsMakeThreePointsNaNOrInfinite();
@@ -90,14 +90,14 @@ private Q_SLOTS:
     void leastSquareMatchesTheReferenceImplementationExactly();
 };
 
-void tst_FourPointForms::threePointsGiveOneForTheFirstReference()
+void tst_FourPointForms::targetEqualToTheFirstReferenceHasFractionOne()
 {
     const ThreeValues r1{0.1, 1.1, 0.7};
     const ThreeValues r2{0.1, 1.2, 0.4};
     QCOMPARE(analysis::threePointFraction(r1, r1, r2), 1.0);
 }
 
-void tst_FourPointForms::threePointsGiveZeroForTheSecondReference()
+void tst_FourPointForms::targetEqualToTheSecondReferenceHasFractionZero()
 {
     const ThreeValues r1{0.1, 1.1, 0.7};
     const ThreeValues r2{0.1, 1.2, 0.4};

@@ -54,7 +54,7 @@ private Q_SLOTS:
     void initTestCase();
     void init() { resetPanel(*m_shared); }
 
-    void buttonFitsTheTarget();
+    void lcfButtonFitsTheTargetSpectrum();
     void messageIsSentBeforeTheResultIsShown();
     void nonNumericTextCountsAsZero();
     void curveHasDefaultSettingsAndOnePointPerFittedPoint();
@@ -88,7 +88,7 @@ void tst_FourPsLcf::initTestCase()
 }
 
 // The result field shows repeated spaces; the message has single spaces.
-void tst_FourPsLcf::buttonFitsTheTarget()
+void tst_FourPsLcf::lcfButtonFitsTheTargetSpectrum()
 {
     enterInputs(panel, fitInputs());
     QTest::mouseClick(panel.ui.LCFB, Qt::LeftButton);

@@ -44,8 +44,8 @@ private Q_SLOTS:
     void totalJumpSumsUsedReferences();
     void numberOfUsedValencesIsTheNumberOfValidReferences();
     void usedReferenceWithoutSpectrumIsATermOfTheTotal();
-    void mapLimitsDependOnTheColumn_data();
-    void mapLimitsDependOnTheColumn();
+    void eachQuantityHasItsMapLimits_data();
+    void eachQuantityHasItsMapLimits();
     void valenceMapWithoutReferencesHasReversedLimits();
     void histogramLimitsFollowTheReferences();
 };
@@ -228,7 +228,7 @@ void tst_ReferenceSet::usedReferenceWithoutSpectrumIsATermOfTheTotal()
              2.0);
 }
 
-void tst_ReferenceSet::mapLimitsDependOnTheColumn_data()
+void tst_ReferenceSet::eachQuantityHasItsMapLimits_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<bool>("known");
@@ -247,7 +247,7 @@ void tst_ReferenceSet::mapLimitsDependOnTheColumn_data()
     QTest::addRow("negative") << -1 << false << 0.0 << 0.0;
 }
 
-void tst_ReferenceSet::mapLimitsDependOnTheColumn()
+void tst_ReferenceSet::eachQuantityHasItsMapLimits()
 {
     QFETCH(int, kind);
     QFETCH(bool, known);

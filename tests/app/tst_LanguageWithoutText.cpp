@@ -27,8 +27,8 @@ class tst_LanguageWithoutText : public QObject
 
 private Q_SLOTS:
     void japaneseTextIsNotLinked();
-    void bothLanguagesShowEnglishWithoutMessages_data();
-    void bothLanguagesShowEnglishWithoutMessages();
+    void bothLanguagesShowEnglishAndLogNothing_data();
+    void bothLanguagesShowEnglishAndLogNothing();
 };
 
 void tst_LanguageWithoutText::japaneseTextIsNotLinked()
@@ -37,14 +37,14 @@ void tst_LanguageWithoutText::japaneseTextIsNotLinked()
     QVERIFY(!QFile::exists(QStringLiteral(":/qelk_ja_JP")));
 }
 
-void tst_LanguageWithoutText::bothLanguagesShowEnglishWithoutMessages_data()
+void tst_LanguageWithoutText::bothLanguagesShowEnglishAndLogNothing_data()
 {
     QTest::addColumn<app::Language>("language");
     QTest::newRow("Japanese") << app::Language::Japanese;
     QTest::newRow("English") << app::Language::English;
 }
 
-void tst_LanguageWithoutText::bothLanguagesShowEnglishWithoutMessages()
+void tst_LanguageWithoutText::bothLanguagesShowEnglishAndLogNothing()
 {
     QFETCH(app::Language, language);
     messages.clear();

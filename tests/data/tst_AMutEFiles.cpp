@@ -211,19 +211,19 @@ private Q_SLOTS:
     void crystalSpacingIsReadFromTheBeamlineFile_data();
     void crystalSpacingIsReadFromTheBeamlineFile();
     void spacingInTheDataChangesLaterRowsOnly();
-    void beamlineWithoutUsableRowsFails_data();
-    void beamlineWithoutUsableRowsFails();
+    void beamlineFileWithoutUsableRowsFails_data();
+    void beamlineFileWithoutUsableRowsFails();
     void zeroTransmissionIsKeptAndWidensTheExtremes();
-    void beamlineKeepsDescendingEnergies();
+    void beamlineFileKeepsDescendingEnergies();
     void successfulReadFitsTheLines_data();
     void successfulReadFitsTheLines();
 
     // Hostile files
-    void hostileFilesReadLikeTheReference_data();
-    void hostileFilesReadLikeTheReference();
-    void truncatedFileReadsLikeTheReference_data();
-    void truncatedFileReadsLikeTheReference();
-    void randomBytesReadLikeTheReference();
+    void hostileFilesMatchTheReferenceImplementation_data();
+    void hostileFilesMatchTheReferenceImplementation();
+    void truncatedFileMatchesTheReferenceImplementation_data();
+    void truncatedFileMatchesTheReferenceImplementation();
+    void randomBytesMatchTheReferenceImplementation();
     void lineOfTwoMegabytesGivesAtMostOnePoint_data();
     void lineOfTwoMegabytesGivesAtMostOnePoint();
     void lineOf16MiBIsRead_data();
@@ -647,7 +647,7 @@ void tst_AMutEFiles::spacingInTheDataChangesLaterRowsOnly()
     QCOMPARE(spectrum.points.at(0).energy, 2.0 * spectrum.points.at(1).energy);
 }
 
-void tst_AMutEFiles::beamlineWithoutUsableRowsFails_data()
+void tst_AMutEFiles::beamlineFileWithoutUsableRowsFails_data()
 {
     QTest::addColumn<QByteArray>("content");
 
@@ -665,7 +665,7 @@ void tst_AMutEFiles::beamlineWithoutUsableRowsFails_data()
     QTest::newRow("first line only") << QByteArray("9809");
 }
 
-void tst_AMutEFiles::beamlineWithoutUsableRowsFails()
+void tst_AMutEFiles::beamlineFileWithoutUsableRowsFails()
 {
     QFETCH(QByteArray, content);
     AMutE spectrum = goodSpectrum();
@@ -688,7 +688,7 @@ void tst_AMutEFiles::zeroTransmissionIsKeptAndWidensTheExtremes()
     QCOMPARE(spectrum.minMut, ln8);
 }
 
-void tst_AMutEFiles::beamlineKeepsDescendingEnergies()
+void tst_AMutEFiles::beamlineFileKeepsDescendingEnergies()
 {
     AMutE spectrum;
     QVERIFY(read(&spectrum, beamline("Mode 0 0 1 2", "0 28 0 8 1\n0 29 0 8 2\n0 30 0 8 4\n")));
@@ -721,7 +721,7 @@ void tst_AMutEFiles::successfulReadFitsTheLines()
     QVERIFY(std::isnan(spectrum.preLine.c));
 }
 
-void tst_AMutEFiles::hostileFilesReadLikeTheReference_data()
+void tst_AMutEFiles::hostileFilesMatchTheReferenceImplementation_data()
 {
     QTest::addColumn<QByteArray>("content");
 
@@ -759,13 +759,13 @@ void tst_AMutEFiles::hostileFilesReadLikeTheReference_data()
                     "0 30 0 8" + QByteArray(" 1").repeated(60000) + "\n");
 }
 
-void tst_AMutEFiles::hostileFilesReadLikeTheReference()
+void tst_AMutEFiles::hostileFilesMatchTheReferenceImplementation()
 {
     QFETCH(QByteArray, content);
     QVERIFY(readsLikeTheReference(content));
 }
 
-void tst_AMutEFiles::truncatedFileReadsLikeTheReference_data()
+void tst_AMutEFiles::truncatedFileMatchesTheReferenceImplementation_data()
 {
     QTest::addColumn<QByteArray>("content");
 
@@ -773,7 +773,7 @@ void tst_AMutEFiles::truncatedFileReadsLikeTheReference_data()
     QTest::newRow("9809") << beamline("Mode 0 0 1 2 3", "0 30 0 800 100 5\r\n0 29 0 8 1 2\n");
 }
 
-void tst_AMutEFiles::truncatedFileReadsLikeTheReference()
+void tst_AMutEFiles::truncatedFileMatchesTheReferenceImplementation()
 {
     QFETCH(QByteArray, content);
     for (qsizetype length = 0; length <= content.size(); ++length) {
@@ -781,7 +781,7 @@ void tst_AMutEFiles::truncatedFileReadsLikeTheReference()
     }
 }
 
-void tst_AMutEFiles::randomBytesReadLikeTheReference()
+void tst_AMutEFiles::randomBytesMatchTheReferenceImplementation()
 {
     std::mt19937 random(1);
     std::uniform_int_distribution<int> byte(0, 255);

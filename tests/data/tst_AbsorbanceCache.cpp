@@ -62,8 +62,8 @@ class tst_AbsorbanceCache : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cachedValuesEqualThePixels_data();
-    void cachedValuesEqualThePixels();
+    void cachedValuesEqualTheAbsorbanceOfThePixels_data();
+    void cachedValuesEqualTheAbsorbanceOfThePixels();
     void absorbanceMatchesAHandCalculation();
     void sizeOfTheMapHasNoEffect();
     void unpreparedMapHasNoValues();
@@ -85,7 +85,7 @@ private Q_SLOTS:
     void randomChangesKeepTheCacheCorrect();
 };
 
-void tst_AbsorbanceCache::cachedValuesEqualThePixels_data()
+void tst_AbsorbanceCache::cachedValuesEqualTheAbsorbanceOfThePixels_data()
 {
     QTest::addColumn<A2DData>("map");
     std::mt19937_64 random(1);
@@ -98,7 +98,7 @@ void tst_AbsorbanceCache::cachedValuesEqualThePixels_data()
     }
 }
 
-void tst_AbsorbanceCache::cachedValuesEqualThePixels()
+void tst_AbsorbanceCache::cachedValuesEqualTheAbsorbanceOfThePixels()
 {
     QFETCH(A2DData, map);
     AbsorbanceCache cache;

@@ -91,8 +91,8 @@ class tst_DecimalNumber : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void plainDecimalsAreRead_data();
-    void plainDecimalsAreRead();
+    void plainDecimalsAreReadByTheFastPath_data();
+    void plainDecimalsAreReadByTheFastPath();
     void otherTextIsLeftToTheFallback_data();
     void otherTextIsLeftToTheFallback();
     void readingStopsAfterTheNumber();
@@ -103,7 +103,7 @@ private Q_SLOTS:
     void randomMantissasMatchQt();
 };
 
-void tst_DecimalNumber::plainDecimalsAreRead_data()
+void tst_DecimalNumber::plainDecimalsAreReadByTheFastPath_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<double>("value");
@@ -120,7 +120,7 @@ void tst_DecimalNumber::plainDecimalsAreRead_data()
     QTest::newRow("nineteen digits") << QByteArray("0.009007199254740992") << 0.009007199254740992;
 }
 
-void tst_DecimalNumber::plainDecimalsAreRead()
+void tst_DecimalNumber::plainDecimalsAreReadByTheFastPath()
 {
     QFETCH(QByteArray, text);
     QFETCH(double, value);

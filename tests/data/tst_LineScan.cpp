@@ -27,11 +27,11 @@ class tst_LineScan : public QObject
 private Q_SLOTS:
     void smallMapIsNotSuspected();
     void lineOf16MiBIsNotSuspected();
-    void longerLineIsSuspected_data();
-    void longerLineIsSuspected();
-    void manyCommentsAreSuspected_data();
-    void manyCommentsAreSuspected();
-    void manyDataLinesAreNotSuspected();
+    void lineOver16MiBMayBeRefused_data();
+    void lineOver16MiBMayBeRefused();
+    void manyCommentsMayBeRefused_data();
+    void manyCommentsMayBeRefused();
+    void manyDataLinesAreNotRefused();
 };
 
 void tst_LineScan::smallMapIsNotSuspected()
@@ -46,7 +46,7 @@ void tst_LineScan::lineOf16MiBIsNotSuspected()
     QVERIFY(!mayBeRefused("1 2 3\n" + QByteArray(maxLineLength, ' ') + "\n1 2 3\n"));
 }
 
-void tst_LineScan::longerLineIsSuspected_data()
+void tst_LineScan::lineOver16MiBMayBeRefused_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::newRow("only line") << QByteArray(maxLineLength + 1, '1');
@@ -56,13 +56,13 @@ void tst_LineScan::longerLineIsSuspected_data()
     QTest::newRow("comment at the end") << "1 2\n#" + QByteArray(maxLineLength, 'c');
 }
 
-void tst_LineScan::longerLineIsSuspected()
+void tst_LineScan::lineOver16MiBMayBeRefused()
 {
     QFETCH(QByteArray, text);
     QVERIFY(mayBeRefused(text));
 }
 
-void tst_LineScan::manyCommentsAreSuspected_data()
+void tst_LineScan::manyCommentsMayBeRefused_data()
 {
     QTest::addColumn<QByteArray>("start");
     QTest::newRow("number sign") << QByteArray("#");
@@ -71,7 +71,7 @@ void tst_LineScan::manyCommentsAreSuspected_data()
     QTest::newRow("carriage return") << QByteArray("\r");
 }
 
-void tst_LineScan::manyCommentsAreSuspected()
+void tst_LineScan::manyCommentsMayBeRefused()
 {
     QFETCH(QByteArray, start);
     QVERIFY(!mayBeRefused((start + '\n').repeated(maxOneByteComments)));
@@ -80,7 +80,7 @@ void tst_LineScan::manyCommentsAreSuspected()
         (" \t" + start + '\n').repeated(maxOneByteComments))); // leading blanks count too
 }
 
-void tst_LineScan::manyDataLinesAreNotSuspected()
+void tst_LineScan::manyDataLinesAreNotRefused()
 {
     QVERIFY(!mayBeRefused(QByteArray(" 1 2 #\n").repeated(2 * maxOneByteComments)));
 }

@@ -127,7 +127,7 @@ private Q_SLOTS:
     void firstLine2003901SelectsChannels();
 
     void channelNumbersStartAfterTheCoordinates();
-    void channelsWithoutColumnLinesReadTheSameWord();
+    void channelFileWithoutColumnLinesTakesIAndI0FromTheSameWord();
     void tooShortChannelLineIsSkipped();
     void columnLineAffectsTheRowsAfterIt();
     void columnNumberIsReadAfterTheFirstColon_data();
@@ -135,7 +135,7 @@ private Q_SLOTS:
     void columnMinusOneOrMinusTwoReadsACoordinate();
     void columnBelowMinusTwoSkipsTheLine();
     void columnAtTheIntLimitSkipsTheLine();
-    void channelSizeIsCountedFromTheRows();
+    void sizeOfAChannelFileIsCountedFromTheRows();
     void channelFileOfOneRowHasOnePixel();
     void channelFileWithoutRepeatedXIsOneLine();
 
@@ -290,7 +290,7 @@ void tst_MapTextReader::channelNumbersStartAfterTheCoordinates()
     QCOMPARE(fields(got.map), (Fields{{1, 2, 10, 12}}));
 }
 
-void tst_MapTextReader::channelsWithoutColumnLinesReadTheSameWord()
+void tst_MapTextReader::channelFileWithoutColumnLinesTakesIAndI0FromTheSameWord()
 {
     const Reading got = read("# 2003901\n1 2 10 11\n2 2 -0.5 3\n");
     QVERIFY(got.good);
@@ -363,7 +363,7 @@ void tst_MapTextReader::columnAtTheIntLimitSkipsTheLine()
     QVERIFY(read("# 2003901\n# I : 2147483647\n7 8 9\n").map.rows.isEmpty());
 }
 
-void tst_MapTextReader::channelSizeIsCountedFromTheRows()
+void tst_MapTextReader::sizeOfAChannelFileIsCountedFromTheRows()
 {
     const Reading got = read("# 2003901\n# X-NUM 9\n# Y-NUM 8\n# AXIS 0 a b c d 6\n"
                              "0 0 1\n1 0 1\n2 0 1\n0 1 1\n1 1 1\n2 1 1\n");

@@ -206,27 +206,27 @@ class tst_MapTextReaderReference : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void hostileNumberInEveryFieldReadsLikeTheReference_data();
-    void hostileNumberInEveryFieldReadsLikeTheReference();
-    void randomNumbersReadLikeTheReference();
-    void whiteSpaceReadsLikeTheReference();
-    void lineEndingsReadLikeTheReference();
-    void linesWithAnyNumberOfWordsReadLikeTheReference();
-    void byteOrderMarksReadLikeTheReference_data();
-    void byteOrderMarksReadLikeTheReference();
-    void unpairedSurrogatesInWordsReadLikeTheReference();
-    void textTruncatedAtEveryByteReadsLikeTheReference_data();
-    void textTruncatedAtEveryByteReadsLikeTheReference();
-    void randomBytesReadLikeTheReference();
-    void textLikeBytesReadLikeTheReference();
-    void generatedMapsReadLikeTheReference();
-    void generatedMapsInUtf16ReadLikeTheReference();
-    void brokenUtf8AtTheBoundariesOfDecodedPiecesReadsLikeTheReference();
-    void lineEndAtABlockBoundaryReadsLikeTheReference();
-    void manyBlocksOfDataReadLikeTheReference();
-    void lineOfTwoMegabytesReadsLikeTheReference_data();
-    void lineOfTwoMegabytesReadsLikeTheReference();
-    void longLinesOfOneRepeatedPartReadLikeTheReference();
+    void hostileNumberInEveryFieldMatchesTheReferenceImplementation_data();
+    void hostileNumberInEveryFieldMatchesTheReferenceImplementation();
+    void randomNumbersMatchTheReferenceImplementation();
+    void whiteSpaceMatchesTheReferenceImplementation();
+    void lineEndingsMatchTheReferenceImplementation();
+    void linesWithAnyNumberOfWordsMatchTheReferenceImplementation();
+    void byteOrderMarksMatchTheReferenceImplementation_data();
+    void byteOrderMarksMatchTheReferenceImplementation();
+    void unpairedSurrogatesInWordsMatchTheReferenceImplementation();
+    void textTruncatedAtEveryByteMatchesTheReferenceImplementation_data();
+    void textTruncatedAtEveryByteMatchesTheReferenceImplementation();
+    void randomBytesMatchTheReferenceImplementation();
+    void textLikeBytesMatchTheReferenceImplementation();
+    void generatedMapsMatchTheReferenceImplementation();
+    void generatedMapsInUtf16MatchTheReferenceImplementation();
+    void brokenUtf8AtPieceBoundariesMatchesTheReferenceImplementation();
+    void lineEndAtABlockBoundaryMatchesTheReferenceImplementation();
+    void manyBlocksOfDataMatchTheReferenceImplementation();
+    void lineOfTwoMegabytesMatchesTheReferenceImplementation_data();
+    void lineOfTwoMegabytesMatchesTheReferenceImplementation();
+    void longLinesOfOneRepeatedPartMatchTheReferenceImplementation();
     void referenceReaderKeepsTheMapIfTheFileIsMissing();
 
 private:
@@ -270,7 +270,7 @@ QString tst_MapTextReaderReference::check(const QByteArray& text, qint64 step)
         QVERIFY2(found.isEmpty(), qPrintable(found));                                              \
     } while (false)
 
-void tst_MapTextReaderReference::hostileNumberInEveryFieldReadsLikeTheReference_data()
+void tst_MapTextReaderReference::hostileNumberInEveryFieldMatchesTheReferenceImplementation_data()
 {
     QTest::addColumn<QByteArray>("number");
     int i = 0;
@@ -280,7 +280,7 @@ void tst_MapTextReaderReference::hostileNumberInEveryFieldReadsLikeTheReference_
     }
 }
 
-void tst_MapTextReaderReference::hostileNumberInEveryFieldReadsLikeTheReference()
+void tst_MapTextReaderReference::hostileNumberInEveryFieldMatchesTheReferenceImplementation()
 {
     QFETCH(QByteArray, number);
     const QByteArray head = "# X-NUM 1\n# Y-NUM 1\n";
@@ -292,7 +292,7 @@ void tst_MapTextReaderReference::hostileNumberInEveryFieldReadsLikeTheReference(
     VERIFY_SAME("# 2003901\n# I0 : " + number + "\n# I :" + number + "\n1 2 3 4\n");
 }
 
-void tst_MapTextReaderReference::randomNumbersReadLikeTheReference()
+void tst_MapTextReaderReference::randomNumbersMatchTheReferenceImplementation()
 {
     // Doubles with random bit patterns, written with a precision of 0 to 19 digits.
     Random random(13061306);
@@ -308,7 +308,7 @@ void tst_MapTextReaderReference::randomNumbersReadLikeTheReference()
     VERIFY_SAME(text);
 }
 
-void tst_MapTextReaderReference::whiteSpaceReadsLikeTheReference()
+void tst_MapTextReaderReference::whiteSpaceMatchesTheReferenceImplementation()
 {
     for (const QByteArray& blank : blanks) {
         VERIFY_SAME("# X-NUM" + blank + "2\n#" + blank + "Y-NUM 1\n" + blank + "# z\n1 2" + blank +
@@ -317,7 +317,7 @@ void tst_MapTextReaderReference::whiteSpaceReadsLikeTheReference()
     }
 }
 
-void tst_MapTextReaderReference::lineEndingsReadLikeTheReference()
+void tst_MapTextReaderReference::lineEndingsMatchTheReferenceImplementation()
 {
     for (const QByteArray& end : lineEnds) {
         for (const QByteArray& sample : {sampleFour, sampleChannels, sampleOther}) {
@@ -328,7 +328,7 @@ void tst_MapTextReaderReference::lineEndingsReadLikeTheReference()
     }
 }
 
-void tst_MapTextReaderReference::linesWithAnyNumberOfWordsReadLikeTheReference()
+void tst_MapTextReaderReference::linesWithAnyNumberOfWordsMatchTheReferenceImplementation()
 {
     for (int columns = -4; columns < 6; ++columns) {
         QByteArray text = "# 2003901\n# I0 : " + QByteArray::number(columns) + "\n";
@@ -341,7 +341,7 @@ void tst_MapTextReaderReference::linesWithAnyNumberOfWordsReadLikeTheReference()
     }
 }
 
-void tst_MapTextReaderReference::byteOrderMarksReadLikeTheReference_data()
+void tst_MapTextReaderReference::byteOrderMarksMatchTheReferenceImplementation_data()
 {
     QTest::addColumn<QByteArray>("mark");
     QTest::newRow("UTF-8") << QByteArray("\xef\xbb\xbf");
@@ -354,7 +354,7 @@ void tst_MapTextReaderReference::byteOrderMarksReadLikeTheReference_data()
     QTest::newRow("UTF-8 twice") << QByteArray("\xef\xbb\xbf\xef\xbb\xbf");
 }
 
-void tst_MapTextReaderReference::byteOrderMarksReadLikeTheReference()
+void tst_MapTextReaderReference::byteOrderMarksMatchTheReferenceImplementation()
 {
     QFETCH(QByteArray, mark);
     VERIFY_SAME(mark);
@@ -364,7 +364,7 @@ void tst_MapTextReaderReference::byteOrderMarksReadLikeTheReference()
     VERIFY_SAME("#\n" + mark + "# X-NUM 2\n" + mark);
 }
 
-void tst_MapTextReaderReference::unpairedSurrogatesInWordsReadLikeTheReference()
+void tst_MapTextReaderReference::unpairedSurrogatesInWordsMatchTheReferenceImplementation()
 {
     const auto sample = [](char16_t unit) {
         return QStringLiteral(
@@ -377,7 +377,7 @@ void tst_MapTextReaderReference::unpairedSurrogatesInWordsReadLikeTheReference()
     }
 }
 
-void tst_MapTextReaderReference::textTruncatedAtEveryByteReadsLikeTheReference_data()
+void tst_MapTextReaderReference::textTruncatedAtEveryByteMatchesTheReferenceImplementation_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::newRow("four columns") << sampleFour;
@@ -388,7 +388,7 @@ void tst_MapTextReaderReference::textTruncatedAtEveryByteReadsLikeTheReference_d
     QTest::newRow("UTF-32") << encoded(QString::fromUtf8(sampleOther), QStringConverter::Utf32BE);
 }
 
-void tst_MapTextReaderReference::textTruncatedAtEveryByteReadsLikeTheReference()
+void tst_MapTextReaderReference::textTruncatedAtEveryByteMatchesTheReferenceImplementation()
 {
     QFETCH(QByteArray, text);
     for (qsizetype size = 0; size <= text.size(); ++size) {
@@ -396,7 +396,7 @@ void tst_MapTextReaderReference::textTruncatedAtEveryByteReadsLikeTheReference()
     }
 }
 
-void tst_MapTextReaderReference::randomBytesReadLikeTheReference()
+void tst_MapTextReaderReference::randomBytesMatchTheReferenceImplementation()
 {
     Random random(390120);
     for (int i = 0; i < 1000; ++i) {
@@ -405,7 +405,7 @@ void tst_MapTextReaderReference::randomBytesReadLikeTheReference()
     VERIFY_SAME("# X-NUM 1\n# Y-NUM 1\n1 2 3\n" + noise(1 << 19, random), 1000);
 }
 
-void tst_MapTextReaderReference::textLikeBytesReadLikeTheReference()
+void tst_MapTextReaderReference::textLikeBytesMatchTheReferenceImplementation()
 {
     Random random(1306);
     for (int i = 0; i < 2000; ++i) {
@@ -415,7 +415,7 @@ void tst_MapTextReaderReference::textLikeBytesReadLikeTheReference()
     VERIFY_SAME(textLikeNoise(1 << 19, random), 1000);
 }
 
-void tst_MapTextReaderReference::generatedMapsReadLikeTheReference()
+void tst_MapTextReaderReference::generatedMapsMatchTheReferenceImplementation()
 {
     Random random(20230901);
     const QList<QByteArray> numbers = allNumbers();
@@ -424,7 +424,7 @@ void tst_MapTextReaderReference::generatedMapsReadLikeTheReference()
     }
 }
 
-void tst_MapTextReaderReference::generatedMapsInUtf16ReadLikeTheReference()
+void tst_MapTextReaderReference::generatedMapsInUtf16MatchTheReferenceImplementation()
 {
     Random random(16);
     const QList<QByteArray> numbers = allNumbers();
@@ -438,7 +438,7 @@ void tst_MapTextReaderReference::generatedMapsInUtf16ReadLikeTheReference()
     }
 }
 
-void tst_MapTextReaderReference::brokenUtf8AtTheBoundariesOfDecodedPiecesReadsLikeTheReference()
+void tst_MapTextReaderReference::brokenUtf8AtPieceBoundariesMatchesTheReferenceImplementation()
 {
     // A text stream decodes 16384 bytes at a time. An invalid UTF-8 sequence that is split at
     // such a boundary is decoded to other replacement characters than elsewhere in the text.
@@ -454,7 +454,7 @@ void tst_MapTextReaderReference::brokenUtf8AtTheBoundariesOfDecodedPiecesReadsLi
     }
 }
 
-void tst_MapTextReaderReference::lineEndAtABlockBoundaryReadsLikeTheReference()
+void tst_MapTextReaderReference::lineEndAtABlockBoundaryMatchesTheReferenceImplementation()
 {
     const QByteArray line = "# X-NUM 1\r\n1.25 2.5 3.75\r\n\r\n1 \xc3\xa9 4\n";
     for (qsizetype shift = 0; shift <= line.size(); ++shift) {
@@ -472,7 +472,7 @@ void tst_MapTextReaderReference::lineEndAtABlockBoundaryReadsLikeTheReference()
     }
 }
 
-void tst_MapTextReaderReference::manyBlocksOfDataReadLikeTheReference()
+void tst_MapTextReaderReference::manyBlocksOfDataMatchTheReferenceImplementation()
 {
     // Lines of different lengths cross the block boundaries at different offsets.
     Random random(8192);
@@ -485,7 +485,7 @@ void tst_MapTextReaderReference::manyBlocksOfDataReadLikeTheReference()
     VERIFY_SAME(text.insert(3 * data::mapTextBlockSize, "\n# \xc3\xa9\xff\n"));
 }
 
-void tst_MapTextReaderReference::lineOfTwoMegabytesReadsLikeTheReference_data()
+void tst_MapTextReaderReference::lineOfTwoMegabytesMatchesTheReferenceImplementation_data()
 {
     QTest::addColumn<QByteArray>("start");
     QTest::addColumn<QByteArray>("part");
@@ -496,7 +496,7 @@ void tst_MapTextReaderReference::lineOfTwoMegabytesReadsLikeTheReference_data()
     QTest::newRow("long words") << QByteArray("# ENERGY : ") << QByteArray("abcdefghijklmno ");
 }
 
-void tst_MapTextReaderReference::lineOfTwoMegabytesReadsLikeTheReference()
+void tst_MapTextReaderReference::lineOfTwoMegabytesMatchesTheReferenceImplementation()
 {
     QFETCH(QByteArray, start);
     QFETCH(QByteArray, part);
@@ -504,7 +504,7 @@ void tst_MapTextReaderReference::lineOfTwoMegabytesReadsLikeTheReference()
     VERIFY_SAME("# X-NUM 1\n# Y-NUM 1\n" + line + "\n1 2 3 4\n");
 }
 
-void tst_MapTextReaderReference::longLinesOfOneRepeatedPartReadLikeTheReference()
+void tst_MapTextReaderReference::longLinesOfOneRepeatedPartMatchTheReferenceImplementation()
 {
     for (const QByteArray& part :
          blanks + QList<QByteArray>{"0", ".0", "7 ", "#", QByteArray(1, '\0')}) {

@@ -171,8 +171,8 @@ private Q_SLOTS:
     void invalidSizesAreRefused_data();
     void invalidSizesAreRefused();
     void largestSizeIsAccepted();
-    void otherFilesLeaveTheObjectUnchanged_data();
-    void otherFilesLeaveTheObjectUnchanged();
+    void filesOfOtherFormatsLeaveTheObjectUnchanged_data();
+    void filesOfOtherFormatsLeaveTheObjectUnchanged();
     void shortFileKeepsOldValues();
     void truncatedFileIsReadUpToItsEnd();
     void damagedFilesAreRefusedOrReadConsistently();
@@ -636,7 +636,7 @@ void TestTDData0File::largestSizeIsAccepted()
     QCOMPARE(map.data.last(), 0.0);
 }
 
-void TestTDData0File::otherFilesLeaveTheObjectUnchanged_data()
+void TestTDData0File::filesOfOtherFormatsLeaveTheObjectUnchanged_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("empty") << QByteArray();
@@ -644,7 +644,7 @@ void TestTDData0File::otherFilesLeaveTheObjectUnchanged_data()
     QTest::newRow("other case") << QByteArray(nickelFile().replace("2dData", "2DData"));
 }
 
-void TestTDData0File::otherFilesLeaveTheObjectUnchanged()
+void TestTDData0File::filesOfOtherFormatsLeaveTheObjectUnchanged()
 {
     QFETCH(QByteArray, content);
     const DebugLog log;

@@ -54,8 +54,8 @@ private Q_SLOTS:
     void fieldAfterReturnsTheTextUpToTheDelimiter_data();
     void fieldAfterReturnsTheTextUpToTheDelimiter();
 
-    void endsWithBackslashRemovesTheMark_data();
-    void endsWithBackslashRemovesTheMark();
+    void endsWithBackslashCutsTheLineBeforeTheBackslash_data();
+    void endsWithBackslashCutsTheLineBeforeTheBackslash();
     void dropBackslashRemovesAtMostTwo_data();
     void dropBackslashRemovesAtMostTwo();
 
@@ -446,7 +446,7 @@ void TestTextItems::fieldAfterReturnsTheTextUpToTheDelimiter()
     QTEST(result, "expected");
 }
 
-void TestTextItems::endsWithBackslashRemovesTheMark_data()
+void TestTextItems::endsWithBackslashCutsTheLineBeforeTheBackslash_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<bool>("marked");
@@ -461,7 +461,7 @@ void TestTextItems::endsWithBackslashRemovesTheMark_data()
     QTest::newRow("empty") << "" << false << "";
 }
 
-void TestTextItems::endsWithBackslashRemovesTheMark()
+void TestTextItems::endsWithBackslashCutsTheLineBeforeTheBackslash()
 {
     QFETCH(QString, line);
     const bool result = data::endsWithBackslash(line);

@@ -130,8 +130,8 @@ class tst_ValueBlocks : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void listsHaveTheirLengthAndValues_data();
-    void listsHaveTheirLengthAndValues();
+    void filledListsHaveTheRequestedLengthAndValues_data();
+    void filledListsHaveTheRequestedLengthAndValues();
     void listsOfABlockAreContiguous();
     void earlierListsOfTheRowsAreReplaced();
 
@@ -167,7 +167,7 @@ private Q_SLOTS:
     void rowsAndCopiesAreCorrectAfterRandomChanges();
 };
 
-void tst_ValueBlocks::listsHaveTheirLengthAndValues_data()
+void tst_ValueBlocks::filledListsHaveTheRequestedLengthAndValues_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<int>("count");
@@ -178,7 +178,7 @@ void tst_ValueBlocks::listsHaveTheirLengthAndValues_data()
     }
 }
 
-void tst_ValueBlocks::listsHaveTheirLengthAndValues()
+void tst_ValueBlocks::filledListsHaveTheRequestedLengthAndValues()
 {
     QFETCH(int, number);
     QFETCH(int, count);

@@ -95,7 +95,7 @@ private Q_SLOTS:
     void titlesFitOddPlotSizes();
     void titlesOfLargePlotsAreTwelvePointsHigh();
     void titlesAreBlackAndRestoreThePainter();
-    void clientWithoutDataHasNoTitlesButAReadOut();
+    void plotWithoutDataHasNoTitlesButShowsTheMousePosition();
     void titlesReturnWhenTheClientDrawsAgain();
 
 private:
@@ -313,7 +313,7 @@ void tst_DispABase::titlesAreBlackAndRestoreThePainter()
     QVERIFY(transformRestored);
 }
 
-void tst_DispABase::clientWithoutDataHasNoTitlesButAReadOut()
+void tst_DispABase::plotWithoutDataHasNoTitlesButShowsTheMousePosition()
 {
     connect(m_frame.get(), &DispABase::draw, this,
             [this](QStylePainter*) { m_frame->DispA->cc.drawn = false; });

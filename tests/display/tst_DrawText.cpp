@@ -96,7 +96,7 @@ private Q_SLOTS:
     void fittedSizeIsProportionalToTheBox();
     void fittedSizeIsLimitedToMaxPoints_data();
     void fittedSizeIsLimitedToMaxPoints();
-    void returnedBoxIsMeasuredAtTenPoints();
+    void returnedBoxIsMeasuredWithATenPointFont();
     void emptyTextHasEmptyBox();
     void modesOtherThanOneUseTheGivenFont_data();
     void modesOtherThanOneUseTheGivenFont();
@@ -257,7 +257,7 @@ void tst_DrawText::fittedSizeIsLimitedToMaxPoints()
     QVERIFY(near(drawnText(box, leftMiddle, 1, shortText, maxPoints).points, points, 0.01));
 }
 
-void tst_DrawText::returnedBoxIsMeasuredAtTenPoints()
+void tst_DrawText::returnedBoxIsMeasuredWithATenPointFont()
 {
     QRectF fitted;
     textsDrawnBy([&](QStylePainter* p) {

@@ -66,7 +66,7 @@ private Q_SLOTS:
     void fileNameIsDerivedFromTheResult();
     void missingFileIsNotCreated();
     void fileCreatedByTheUserIsWritten();
-    void symbolicLinkToResultUsesItsRealFolder();
+    void histogramIsWrittenToTheFolderOfTheLinkedResult();
     void symbolicLinkToHistogramFileIsFollowed();
     void missingResultUsesTheWorkingFolder();
     void emptyPathUsesTheWorkingFolder();
@@ -243,7 +243,7 @@ void tst_Histgram::fileCreatedByTheUserIsWritten()
 
 // The name of the histogram file is derived from the name of the link. Its folder is
 // the folder of the file to which the link points.
-void tst_Histgram::symbolicLinkToResultUsesItsRealFolder()
+void tst_Histgram::histogramIsWrittenToTheFolderOfTheLinkedResult()
 {
     QVERIFY(QDir(m_folder->path()).mkdir("real"));
     QVERIFY(makeFiles("real/far.txt", "real/near_HGAlpha.dat"));

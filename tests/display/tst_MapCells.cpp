@@ -120,7 +120,7 @@ private Q_SLOTS:
     void emptyOrNonFiniteViewHasNoCells();
     void mapWithoutPixelsHasNoCells();
 
-    void cellsAreAtTheirPositions();
+    void eachCellCoversItsPixels();
     void outlineRunsAlongEveryEdge();
     void outlineUsesThePen();
     void cellsSmallerThanAPixelShowOnlyTheGrid();
@@ -295,7 +295,7 @@ void tst_MapCells::mapWithoutPixelsHasNoCells()
 // 3 by 2 cells on 10 by 5 pixels: a cell is 10 / 3 pixels wide and 2.5 pixels high, and
 // its edges are truncated to whole pixels. So the cells start at the pixel columns 0, 3
 // and 6. The upper cells cover the pixel rows 0 and 1, the lower cells the rows 2 to 4.
-void tst_MapCells::cellsAreAtTheirPositions()
+void tst_MapCells::eachCellCoversItsPixels()
 {
     const Map map{3, 2, {0, 1, 2, 3, 0, 1}};
     const QImage image = drawnMap(map, wholeView(map, {10, 5}), false);

@@ -31,7 +31,7 @@ private Q_SLOTS:
     void lastOfSeveralCheckedQuantitiesIsUsed();
     void columnsHaveTheOrderOfTheFile();
     void histogramsAreIndexedByUsedReferences();
-    void lastCheckedRatioHistogramIsUsed();
+    void checkedRatioHistogramOfTheHighestRowIsUsed();
     void everyReadReturnsTheCurrentText();
 
 private:
@@ -262,7 +262,7 @@ void tst_InputReader::histogramsAreIndexedByUsedReferences()
     }
 }
 
-void tst_InputReader::lastCheckedRatioHistogramIsUsed()
+void tst_InputReader::checkedRatioHistogramOfTheHighestRowIsUsed()
 {
     const UnconnectedWidgets& loose = *m_loose;
     const panel::InputReader reader(loose.list);

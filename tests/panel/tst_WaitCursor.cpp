@@ -59,7 +59,7 @@ private Q_SLOTS:
     void guardRestoresAnEarlierOverrideCursor();
 
     void readingAMapShowsTheCursor();
-    void readingSeveralMapsShowsTheCursorThroughout();
+    void readingSeveralMapsShowsTheWaitCursorThroughout();
     void readingADroppedMapShowsTheCursor();
     void failedReadsRestoreTheCursor_data();
     void failedReadsRestoreTheCursor();
@@ -152,7 +152,7 @@ void tst_WaitCursor::readingAMapShowsTheCursor()
     QCOMPARE(after.waiting, QList<bool>{true});
 }
 
-void tst_WaitCursor::readingSeveralMapsShowsTheCursorThroughout()
+void tst_WaitCursor::readingSeveralMapsShowsTheWaitCursorThroughout()
 {
     const QString path = writeFile(m_dir, "map.dat", mapText);
     const CursorSpy first(row(0)->FileSelect, &AFileSelect::newDir);

@@ -348,8 +348,8 @@ private Q_SLOTS:
     void initTestCase();
 
     void languageSelectsTheTexts();
-    void mainWindowCutsOffNothing_data() { addLanguageRows(); }
-    void mainWindowCutsOffNothing();
+    void mainWindowCutsOffNoText_data() { addLanguageRows(); }
+    void mainWindowCutsOffNoText();
     void panelOpensAtLeastAsWideAsItsDesign_data() { addLanguageRows(); }
     void panelOpensAtLeastAsWideAsItsDesign();
     void mainWindowFitsOnASmallScreen_data() { addLanguageRows(); }
@@ -406,7 +406,7 @@ void tst_WindowLayout::languageSelectsTheTexts()
     QCOMPARE(words(app::Language::English), QString("Valence"));
 }
 
-void tst_WindowLayout::mainWindowCutsOffNothing()
+void tst_WindowLayout::mainWindowCutsOffNoText()
 {
     QFETCH(app::Language, language);
     const Program program(language);

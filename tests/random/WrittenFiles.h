@@ -24,9 +24,9 @@ public:
     /// Makes the next check() ignore the present text of the message box.
     void ignoreOldMessages();
 
-    /// Describes the first error after a write; empty if there is none. It is also an error
-    /// if the panel reported a failed write although the path is a writable regular
-    /// file.
+    /// Checks the files after a write. Returns a description of the first error, or an empty
+    /// text. If the panel reported that it cannot open the result file, it is an error if
+    /// this file exists and is writable; the other files are then not checked.
     QString check();
 
 private:

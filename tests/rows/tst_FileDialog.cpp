@@ -100,7 +100,7 @@ private Q_SLOTS:
     void firstOpeningHasNoHistory();
 
     void completionListClosesWithItsDialog();
-    void matchesFoundAfterClosingOpenNoCompletionList();
+    void noCompletionListOpensForMatchesFoundAfterClosing();
     void completionListOpensAgainAfterReopening();
 
     void lastNameIsSelectedOnEachOpening();
@@ -334,7 +334,7 @@ void tst_FileDialog::completionListClosesWithItsDialog()
     QVERIFY(!QApplication::activePopupWidget());
 }
 
-void tst_FileDialog::matchesFoundAfterClosingOpenNoCompletionList()
+void tst_FileDialog::noCompletionListOpensForMatchesFoundAfterClosing()
 {
     for (int i = 0; i < 300; ++i) {
         file(QStringLiteral("ref_%1.dat").arg(i));

@@ -266,7 +266,7 @@ private Q_SLOTS:
 
     void limitsAndEdgeAreVerticalLines_data();
     void limitsAndEdgeAreVerticalLines();
-    void edgeIsDrawnOverTheLimits();
+    void edgeMarkerHidesLimitMarkersAtTheSamePlace();
     void linesOutsideTheRangeAreMasked();
     void curvesPassThroughTheirPixels_data();
     void curvesPassThroughTheirPixels();
@@ -524,7 +524,7 @@ void tst_SpectrumPlot::limitsAndEdgeAreVerticalLines()
     QCOMPARE(image.pixelColor(column, 232), outlineColor);
 }
 
-void tst_SpectrumPlot::edgeIsDrawnOverTheLimits()
+void tst_SpectrumPlot::edgeMarkerHidesLimitMarkersAtTheSamePlace()
 {
     Plot plot;
     setStep(plot.spectrum());

@@ -47,8 +47,8 @@ class tst_RequestedTexts : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void sourceTextsMissingFromTheTableAreKnown();
-    void tableTextsMissingFromTheSourcesAreKnown();
+    void onlyTheListedSourceTextsAreMissingFromTheTable();
+    void onlyTheListedUnusedTextsAreMissingFromTheSources();
     void sourcesAndVocabularyHaveTheSameTexts();
 
 private:
@@ -81,12 +81,12 @@ void tst_RequestedTexts::initTestCase()
     }
 }
 
-void tst_RequestedTexts::sourceTextsMissingFromTheTableAreKnown()
+void tst_RequestedTexts::onlyTheListedSourceTextsAreMissingFromTheTable()
 {
     QCOMPARE(surplus(m_inSources, m_inTable), surplus(textsMissingInTable, {}));
 }
 
-void tst_RequestedTexts::tableTextsMissingFromTheSourcesAreKnown()
+void tst_RequestedTexts::onlyTheListedUnusedTextsAreMissingFromTheSources()
 {
     QCOMPARE(surplus(m_inTable, m_inSources), surplus(unusedTexts, {}));
 }

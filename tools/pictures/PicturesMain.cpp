@@ -89,8 +89,8 @@ bool grabAll(const QList<QWidget*>& windows, const QDir& output)
     return good;
 }
 
-/// Loads the sample and calculates all results, as the pictures need. The comparison plot
-/// then shows three targets, two of them with a known valence.
+/// Loads the sample and calculates the results that the pictures show. The comparison plot
+/// then shows three targets: the references Ni(II) and Ni(III), and their mixture.
 void runThroughSample(FourPs& panel, SampleRun& run, const QDir& sample)
 {
     run.load();
