@@ -55,10 +55,10 @@ void SampleOutcome::print() const
 {
     std::printf("\n%s: %s\n  \"%s\"\n", qPrintable(title), isGood() ? "good" : "OFF",
                 qPrintable(line));
-    std::printf("  %-20s %9s %9s %9s %9s %9s\n", "target", "mixed", "expected", "result", "off by",
+    std::printf("  %-22s %9s %9s %9s %9s %9s\n", "target", "mixed", "expected", "result", "off by",
                 "allowed");
     for (const TargetCheck& check : target) {
-        std::printf("  %-20s %9.4f %9.4f %9.4f %9.4f %9.4f%s\n", qPrintable(check.what),
+        std::printf("  %-22s %9.4f %9.4f %9.4f %9.4f %9.4f%s\n", qPrintable(check.what),
                     rounded(check.mixed), rounded(check.expected), rounded(check.result),
                     check.off(), check.bound, verdict(check.isGood()));
     }
@@ -66,11 +66,11 @@ void SampleOutcome::print() const
         return;
     }
     if (!map.isEmpty()) {
-        std::printf("  %-20s %9s %9s %9s %9s\n", "map, errors", "rms/sigma", "max/sigma", "mean",
+        std::printf("  %-22s %9s %9s %9s %9s\n", "map, errors", "rms/sigma", "max/sigma", "mean",
                     "allowed");
     }
     for (const MapCheck& check : map) {
-        std::printf("  %-20s %9.3f %9.2f %9.4f %9.4f%s\n", qPrintable(check.what), check.rms,
+        std::printf("  %-22s %9.3f %9.2f %9.4f %9.4f%s\n", qPrintable(check.what), check.rms,
                     check.worst, check.mean, check.meanBound, verdict(check.isGood()));
     }
     std::printf("  %s%s\n", qPrintable(resultPath), written ? "" : "  NOT WRITTEN");
