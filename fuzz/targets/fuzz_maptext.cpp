@@ -169,10 +169,10 @@ void fuzz::tryInput(const QByteArray& bytes)
 {
     checkFile(bytes);
     if (oneIn(64, bytes)) {
-        // The decoder reads 16384 bytes at a time. A comment line of spaces before the input
-        // moves the boundary between two reads into the input.
+        // The decoder reads 16384 bytes at a time. The comment line before the input is as long
+        // as needed for the first read to end inside the input.
         constexpr qsizetype piece = 16384;
-        const qsizetype before = piece - 2 - bytes.size() % 1000;
+        const qsizetype before = piece - 2 - bytes.size() / 2 % 1000;
         checkFile("#" + QByteArray(before, ' ') + "\n" + bytes);
     }
 }

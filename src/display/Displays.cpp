@@ -104,8 +104,8 @@ void Displays::showEvent(QShowEvent* event)
 
 void Displays::update()
 {
-    // This also repaints the docked plots. If they were updated as well, each would be painted
-    // twice.
+    // QFrame::update() also repaints the docked plots. If they were updated as well, each would
+    // be painted twice.
     QFrame::update();
     for (DispABase* d : std::as_const(disps)) {
         if (d->parent()) {

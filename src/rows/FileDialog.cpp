@@ -122,7 +122,7 @@ void FileDialog::setVisible(bool visible)
 {
     const bool wasVisible = isVisible();
     if (visible && !wasVisible) {
-        // Called before the dialog is shown: a visible native dialog accepts no changes.
+        // resume() must run before the dialog is shown: a visible native dialog can ignore it.
         resume();
     } else if (wasVisible && !visible) {
         m_folder = QFileDialog::directory().path();

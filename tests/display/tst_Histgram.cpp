@@ -261,8 +261,8 @@ void tst_Histgram::symbolicLinkToHistogramFileIsFollowed()
     QVERIFY(QFileInfo(pathOf("map_HGAlpha.dat")).isSymLink());
 }
 
-// The histogram file in the folder of the missing result is kept; the file in the
-// working folder is written.
+// The histogram file in the folder of the missing result is not changed; the file
+// in the working folder is written.
 void tst_Histgram::missingResultUsesTheWorkingFolder()
 {
     QVERIFY(QDir(m_folder->path()).mkdir("work"));

@@ -345,7 +345,7 @@ void tst_FourPsAllMut::energyLineShowsWhetherItsRowIsUsedAndInTheFit()
         AEPoint* point = m_panel->EPoints.at(row);
         chooseWithoutSignals(m_panel->EPoints.at(0)->ShowMapB);
         const QSignalBlocker quiet(point);
-        point->Energy->setText("8320.2"); // at pixel 38 + 20.2 * 2.2 = 82.4
+        point->Energy->setText("8320.2"); // x = 38 + 20.2 * 2.2 = 82.4 pixels
         point->LCFCB->setChecked(inFit);
         point->UseCB->setChecked(used);
         const QImage image = paint();

@@ -173,7 +173,7 @@ inline QImage plainPicture(const DispMBase* window, const PlainMap& map)
     return plainPicture(window, map, {{}, 0.0, 0.0, double(map.width), double(map.height)});
 }
 
-/// The limits of the colour bar.
+/// The lower and the upper limit of the colour bar.
 inline QList<double> barLimits(const DispMBase* window)
 {
     return {window->CBar->zmin, window->CBar->zmax};

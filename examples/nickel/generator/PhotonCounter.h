@@ -8,8 +8,8 @@ namespace nickel
 {
 
 /// Draws random photon counts. The C++ standard specifies the random engine exactly, but
-/// not the algorithms of the distributions, so this class generates the normal numbers
-/// itself.
+/// not the algorithms of the distributions, so this class generates normally
+/// distributed numbers itself, with the polar method.
 class PhotonCounter
 {
 public:

@@ -63,8 +63,9 @@ private:
 /// @param fit  the solution with noise-free references
 std::vector<ExpectedError> pixelErrors(const ShareForm& form, const ShareFit& fit, int x, int y);
 
-/// The standard deviations of the mean results over all pixels due to the noise of the
-/// references. The standard deviation of the total dMut is relative to its true value.
+/// The results averaged over all pixels have an error due to the noise of the references.
+/// Returns its standard deviations. The standard deviation of the total dMut is relative to its
+/// true value.
 std::vector<double> referenceErrors(const ShareForm& form);
 
 /// The standard deviations of the target's results due to the noise of all spectra.
