@@ -61,7 +61,7 @@ const QString& folder()
 
 /// The load that an action causes.
 struct Load {
-    double stallMs = 0.0;     ///< longest time in which no events are processed
+    double stallMs = 0.0;     ///< longest single action or call of processEvents()
     double processorMs = 0.0; ///< processor time of all threads
 };
 
@@ -87,8 +87,8 @@ public:
         }
     }
 
-    /// Runs one action. No events are processed meanwhile, so its duration is a stall of the
-    /// event loop.
+    /// Runs one action and measures its duration. The event loop cannot process other events
+    /// during this time.
     template <class Action>
     void runAction(Action action)
     {

@@ -3,7 +3,7 @@
 // the visible message field collects lines, so late moves could become slower. This
 // benchmark therefore compares the last hundred moves with the first hundred, and prints the
 // memory of the process. The printed time is the median processor time per move in a hundred moves.
-// The only argument is the number of moves.
+// The only argument is the number of moves: at least 100, rounded down to full hundreds.
 
 #include "support/DragPanel.h"
 #include "support/Shortest.h"
@@ -69,8 +69,8 @@ int main(int argc, char** argv)
     const int start = setup.edgePixel();
     setup.send(QEvent::MouseButtonPress, start);
     printMemory("before");
-    std::vector<double> times; // median time per move (ms), one value per hundred moves
-    std::vector<double> sums;  // total time of the moves (ms), one value per hundred moves
+    std::vector<double> times; // median processor time per move (ms), one value per hundred moves
+    std::vector<double> sums;  // total processor time (ms), one value per hundred moves
     for (int i = 0; i < moves / hundred; ++i) {
         std::array<double, hundred> single{};
         for (int k = 0; k < hundred; ++k) {

@@ -150,7 +150,8 @@ public:
     }
 
     /// Makes at most one change that can occur between two calculations: changes a map,
-    /// keeps a copy of the result, drops all copies, or modifies the result.
+    /// keeps a copy of the result or of a pixel's list of values, drops all copies, or modifies
+    /// the result.
     void change()
     {
         switch (m_in.number(0, 7)) {

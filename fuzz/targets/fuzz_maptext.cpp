@@ -87,8 +87,11 @@ void checkBounds(const Reading& reading)
 /// pixel. The pixels of a text map must have no value lists.
 void checkPixels(const A2DData& map)
 {
-    for (const int x : {-1, 0, 1, map.xNum - 1, map.xNum, 1 << 30}) {
-        for (const int y : {-1, 0, map.yNum - 1, map.yNum, 1 << 30}) {
+    // After a failed read the size can be any number in the header, even the smallest int.
+    const int lastX = std::max(map.xNum, 0) - 1;
+    const int lastY = std::max(map.yNum, 0) - 1;
+    for (const int x : {-1, 0, 1, lastX, map.xNum, 1 << 30}) {
+        for (const int y : {-1, 0, lastY, map.yNum, 1 << 30}) {
             const qint64 i = qint64{y} * map.xNum + x;
             const bool isInside = i >= 0 && i < map.rows.size();
             const double expected =

@@ -53,8 +53,8 @@ struct System {
     int size() const { return static_cast<int>(b.size()); }
 };
 
-/// A random system of @p n equations. Equal rows and zeros are frequent, so singular
-/// systems occur.
+/// A random system of @p n equations. About one row in 16 repeats the row before it, so
+/// singular systems occur; well-conditioned systems have no repeated rows.
 System nextSystem(fuzz::ByteReader& in, int n)
 {
     System system;
@@ -72,7 +72,7 @@ System nextSystem(fuzz::ByteReader& in, int n)
         system.b.push_back(number());
     }
     if (system.isWellConditioned && n > 1) {
-        // Rotates the rows, so that the solver has to exchange them.
+        // Rotates the rows, usually by at least one, so that the solver has to exchange them.
         const auto shift = static_cast<std::ptrdiff_t>(in.number(0, n - 1));
         std::rotate(system.a.begin(), system.a.begin() + shift, system.a.end());
         std::rotate(system.b.begin(), system.b.begin() + shift, system.b.end());
