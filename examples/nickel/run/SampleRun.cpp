@@ -250,8 +250,9 @@ SampleOutcome SampleRun::calculate(const nickel::MapForm& form)
     SampleOutcome outcome;
     outcome.title = QStringLiteral("Four-points family, ") + QLatin1String(form.name);
     outcome.line = panel.ui.CalcRes->text();
-    outcome.target = {{QStringLiteral("a, fraction of ") + nameOf(nickel::niII), nickel::targetFraction,
-                       nickel::targetFraction, panel.TargetV, targetSigmas * targetSigmaFraction}};
+    outcome.target = {{QStringLiteral("a, fraction of ") + nameOf(nickel::niII),
+                       nickel::targetFraction, nickel::targetFraction, panel.TargetV,
+                       targetSigmas * targetSigmaFraction}};
     outcome.resultPath = output.filePath(QString::fromLatin1(form.fileName));
     outcome.written = write(outcome.resultPath) && isComplete(nickel::imageOfTwo());
     if (outcome.written) {
