@@ -17,7 +17,7 @@
 using namespace tests;
 
 // The surface is 400 by 300 pixels. With the default margins, its plot area spans
-// x = 40 to 380 and y = 15 to 270 in pixels. With the real range 0 to 340 and 0 to 255,
+// x = 40 to 380 and y = 15 to 270 in pixels. With x from 0 to 340 and y from 0 to 255,
 // one pixel is one unit: x = pixel column - 40, y = 270 - pixel row.
 
 namespace
@@ -117,15 +117,15 @@ private Q_SLOTS:
     void wheelZoomsAroundThePointer();
     void wheelStepIsIndependentOfTheAngle_data();
     void wheelStepIsIndependentOfTheAngle();
-    void wheelInAnEdgeBandZoomsOneAxisOnly_data();
-    void wheelInAnEdgeBandZoomsOneAxisOnly();
+    void edgeBandsSelectTheZoomedAxes_data();
+    void edgeBandsSelectTheZoomedAxes();
     void edgeBandIsATenthOfThePlotArea_data();
     void edgeBandIsATenthOfThePlotArea();
     void wheelUsesPositionOfLastMove();
     void wheelBackAndForthRestoresTheRange();
     void wheelRepaintsOnceAndKeepsHasScale();
     void automaticRangeDiscardsWheelStepAtNextPaint();
-    void wheelEmitsNoSignal();
+    void wheelEmitsNoMouseSignal();
 
     void positionsBeforeFirstPaintReferToWholeWidget();
     void signalsAreDeclaredInOrder();
@@ -191,8 +191,8 @@ bool tst_DispArea::rangeIs(const QList<double>& expected) const
     return true;
 }
 
-/// Records in m_order all signals of the surface and of the lines, each with the index
-/// of the selected line (-1 without a selection).
+/// Records in m_order the signals that the surface and the lines emit on mouse input, each
+/// with the index of the selected line (-1 without a selection).
 void tst_DispArea::record()
 {
     const auto note = [this](const char* name) {
@@ -570,7 +570,7 @@ void tst_DispArea::dragOfRelativeLineWritesDistanceFromBase_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("value");
     // The line is dragged to pixel (240, 150), which is x = 200 or y = 120. Its text
-    // becomes the distance from the base line to this position.
+    // becomes the signed distance from the base line to this position.
     QTest::newRow("to the right of the base") << vertical << "150"
                                               << "50" << 200.0;
     QTest::newRow("to the left of the base") << vertical << "300.5"
@@ -610,8 +610,8 @@ void tst_DispArea::dragKeepsOtherLines()
     QCOMPARE(m_lines->text(1), "90");
 }
 
-// During the drag of a line the surface requests no repaint itself: the slots connected to moving()
-// do.
+// The surface requests no repaint while a line is dragged. In the program, slots connected
+// to moving() request it; this test connects none.
 void tst_DispArea::dragRequestsNoRepaint()
 {
     m_lines->add("100");
@@ -905,7 +905,7 @@ void tst_DispArea::wheelStepIsIndependentOfTheAngle()
     QVERIFY2(std::abs(got - width) <= 1e-9, qPrintable(QString::number(got, 'g', 12)));
 }
 
-void tst_DispArea::wheelInAnEdgeBandZoomsOneAxisOnly_data()
+void tst_DispArea::edgeBandsSelectTheZoomedAxes_data()
 {
     QTest::addColumn<QPointF>("at");
     QTest::addColumn<QList<double>>("expected");
@@ -937,7 +937,7 @@ void tst_DispArea::wheelInAnEdgeBandZoomsOneAxisOnly_data()
         << QPointF(370, 265) << QList<double>{-33.0, -0.5, 341.0, 280.0};
 }
 
-void tst_DispArea::wheelInAnEdgeBandZoomsOneAxisOnly()
+void tst_DispArea::edgeBandsSelectTheZoomedAxes()
 {
     QFETCH(QPointF, at);
     QFETCH(QList<double>, expected);
@@ -1017,7 +1017,7 @@ void tst_DispArea::automaticRangeDiscardsWheelStepAtNextPaint()
     QVERIFY(rangeIs({0.0, 0.0, 1.0, 1.0}));
 }
 
-void tst_DispArea::wheelEmitsNoSignal()
+void tst_DispArea::wheelEmitsNoMouseSignal()
 {
     m_lines->add("100");
     tests::move(m_area.get(), {140.0, 170.0});

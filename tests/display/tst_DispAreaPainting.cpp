@@ -418,8 +418,8 @@ void tst_DispAreaPainting::labelsAreBlackWithAnyPen()
     QCOMPARE(image, expectedFrame(usualSize, usualOutline, labels));
 }
 
-// Two pictures without any label are equal too. This check shows that the labels, which
-// the other tests compare, are really drawn.
+// Other tests compare pictures with labels, but two pictures in which all labels are
+// missing would be equal too. This test shows that the labels are really drawn.
 void tst_DispAreaPainting::labelsHaveDarkPixelsInTheirBoxes()
 {
     const QImage image = drawnFrame(usualSize, {8300.0, -1.25, 8400.0, 2.5});

@@ -1,5 +1,5 @@
-// Tests of the common parts of the plot frame and the map frame: form, forwarded
-// signals, automatic range, and the pop-out window.
+// Tests of what the plot frame and the map frame have in common, including the pop-out
+// window.
 
 #include "display/DispABase.h"
 #include "display/DispMBase.h"
@@ -23,8 +23,8 @@ using namespace tests;
 namespace
 {
 
-/// A common interface to a plot frame or a map frame: the members that have the same
-/// names in both classes, and a list of the signals emitted so far.
+/// A common interface to a plot frame or a map frame: members that have the same names in
+/// both classes, and a list of the mouse signals emitted so far.
 struct AnyFrame {
     template <class Frame>
     explicit AnyFrame(Frame* made)
@@ -178,8 +178,8 @@ private Q_SLOTS:
     void closingTheWindowByCodeDocks();
     void popOutKeepsViewAndMarkerLines_data() { frameKinds(); }
     void popOutKeepsViewAndMarkerLines();
-    void stripMovesWithThePlot_data() { frameKinds(); }
-    void stripMovesWithThePlot();
+    void stripMovesWithTheSurface_data() { frameKinds(); }
+    void stripMovesWithTheSurface();
     void mouseSignalsAreEmittedInThePopOutWindow_data() { frameKinds(); }
     void mouseSignalsAreEmittedInThePopOutWindow();
     void emptyFrameKeepsItsPlaceInTheLayout_data() { frameKinds(); }
@@ -261,7 +261,7 @@ void tst_DispFrames::stripHasItsWidgetsFromLeftToRight()
     const QList<FormWidget> plotStrip{
         {"Title", 0, "QLabel", "TextLabel"},   {"label", 1, "QLabel", " x:"},
         {"XTitle", 2, "QLabel", "x-title"},    {"XPos", 3, "QLineEdit"},
-        {"label_2", 4, "QLabel", "y:"}, // on purpose without a space after the colon
+        {"label_2", 4, "QLabel", "y:"}, // on purpose without a leading space
         {"YTitle", 5, "QLabel", "y-title"},    {"YPos", 6, "QLineEdit"},
         {"PopDockB", 7, "QPushButton", "P/D"},
     };
@@ -428,9 +428,9 @@ void tst_DispFrames::popOutWindowIsAHiddenChild()
     QVERIFY(m->isDocked());
 }
 
-// The button belongs to the content, which moves into the pop-out window. So the first
-// click is in the frame and pops the content out; the second click is in the window and
-// docks it.
+// The button belongs to the content, which moves into the pop-out window. So in each
+// round, the first click is in the frame and pops the content out, and the second click is
+// in the window and docks it.
 void tst_DispFrames::buttonPopsOutAndDocks()
 {
     QVERIFY(m->showDocked());
@@ -494,7 +494,7 @@ void tst_DispFrames::popOutKeepsViewAndMarkerLines()
     QVERIFY(m->isDocked());
 }
 
-void tst_DispFrames::stripMovesWithThePlot()
+void tst_DispFrames::stripMovesWithTheSurface()
 {
     m->title->setText("Ref1");
     QVERIFY(m->showPoppedOut());

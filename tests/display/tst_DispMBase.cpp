@@ -207,8 +207,8 @@ void tst_DispMBase::valueFieldIsSetByTheClientOnly()
     QCOMPARE(m_frame->Val->text(), "client's");
 }
 
-// The fields show the end of the number. The read-out fields of a plot differ on
-// purpose: they show the start of the number.
+// The read-out fields of a plot differ on purpose: their cursor is at the start of the
+// number.
 void tst_DispMBase::readOutLeavesTheCursorAtTheEnd()
 {
     m_frame->receiveNowPos(8333.2469, -1.5);
@@ -278,7 +278,7 @@ void tst_DispMBase::unparsableLimitIsZero()
 
 void tst_DispMBase::reversedLimitsAreSwapped_data()
 {
-    // Whether to change the upper limit of the range 1 to 3 or, if false, the lower limit.
+    // True to change the upper limit of the range 1 to 3, false to change the lower limit.
     QTest::addColumn<bool>("upper");
     QTest::addColumn<QString>("text");
     QTest::addColumn<double>("zmin");
@@ -428,7 +428,7 @@ void tst_DispMBase::nanRangeIsShownAndCanBeReplaced()
     QFETCH(double, hi);
     m_frame->setZRange(lo, hi);
     QTEST((QStringList{m_frame->MinV->text(), m_frame->MaxV->text()}), "texts");
-    // With NaN limits there is no table index, so the first colour is used.
+    // If a limit is NaN, the table index is NaN too, and the first colour is used.
     QCOMPARE(m_frame->CBar->color(2.0), QColor(0, 0, 0));
     m_frame->setZRange(3.0, 4.0);
     QCOMPARE(m_frame->CBar->zmin, 3.0);

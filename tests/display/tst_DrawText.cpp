@@ -209,7 +209,7 @@ void tst_DrawText::fittedSizeFollowsTheTighterSide_data()
     QTest::newRow("small") << QSizeF(0.25, 0.75) << 2.5;
 }
 
-// The tolerance is 0.01 points, the precision with which a font stores its size.
+// The tolerance of 0.01 points is far below any visible difference.
 void tst_DrawText::fittedSizeFollowsTheTighterSide()
 {
     QFETCH(QSizeF, space);
@@ -225,8 +225,8 @@ void tst_DrawText::fittedSizeFollowsTheTighterSide()
 }
 
 // The size is calculated in one step, not by trying sizes, so a box of twice the size
-// doubles the font size. The tolerance is 0.02 points, because a font stores its size
-// with a precision of 0.01 points.
+// doubles the font size. The tolerance of 0.02 points is far below any visible
+// difference.
 void tst_DrawText::fittedSizeIsProportionalToTheBox()
 {
     const double small = drawnText({5, 5, 40, 11}, leftMiddle, 1, shortText, -1.0).points;
@@ -247,8 +247,7 @@ void tst_DrawText::fittedSizeIsLimitedToMaxPoints_data()
 }
 
 // The box is three times the size of the text at 10 points, so the text fills it at 30
-// points. The tolerance is 0.01 points, the precision with which a font stores its
-// size.
+// points. The tolerance of 0.01 points is far below any visible difference.
 void tst_DrawText::fittedSizeIsLimitedToMaxPoints()
 {
     QFETCH(double, maxPoints);
@@ -666,7 +665,7 @@ void tst_DrawText::overlappingBoxesAreFound_data()
     QTest::newRow("between the two boxes") << QRectF(60, 60, 100, 30) << false;
 }
 
-// The boxes in use have the corners (10, 10) and (50, 40), and (200, 100) and
+// One box in use extends from (10, 10) to (50, 40), the other from (200, 100) to
 // (210, 110).
 void tst_DrawText::overlappingBoxesAreFound()
 {
@@ -770,14 +769,14 @@ void tst_DrawText::buttonIsHitStrictlyInside_data()
     QTest::newRow("lower edge") << QPointF(20, 50) << false;
     QTest::newRow("upper edge") << QPointF(20, 30) << false;
     QTest::newRow("rounded onto the left edge") << QPointF(10.4, 40) << false;
-    QTest::newRow("rounded off the left edge") << QPointF(10.5, 40) << true;
+    QTest::newRow("rounded away from the left edge") << QPointF(10.5, 40) << true;
     QTest::newRow("rounded onto the right edge") << QPointF(29.5, 40) << false;
-    QTest::newRow("rounded off the right edge") << QPointF(29.4, 40) << true;
+    QTest::newRow("rounded away from the right edge") << QPointF(29.4, 40) << true;
     QTest::newRow("rounded onto the upper edge") << QPointF(20, 30.4) << false;
-    QTest::newRow("rounded off the upper edge") << QPointF(20, 30.5) << true;
+    QTest::newRow("rounded away from the upper edge") << QPointF(20, 30.5) << true;
     QTest::newRow("rounded onto the lower edge") << QPointF(20, 49.5) << false;
-    QTest::newRow("rounded off the lower edge") << QPointF(20, 49.4) << true;
-    QTest::newRow("below the lower left") << QPointF(20, 60) << false;
+    QTest::newRow("rounded away from the lower edge") << QPointF(20, 49.4) << true;
+    QTest::newRow("below the square") << QPointF(20, 60) << false;
 }
 
 // The square has sides of 20 pixels, with the lower left corner (10, 50) and the upper

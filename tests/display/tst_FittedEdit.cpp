@@ -62,8 +62,8 @@ private Q_SLOTS:
     void cleanup() { m_window.reset(); }
 
     void classNameIsQLineEdit();
-    void twelveCharactersAreFullyVisible_data();
-    void twelveCharactersAreFullyVisible();
+    void upToTwelveCharactersAreFullyVisible_data();
+    void upToTwelveCharactersAreFullyVisible();
     void exponentIsVisibleWithStyledBackground();
     void fontShrinksDownToItsLimit();
     void normalFontReturnsWithShortText();
@@ -110,7 +110,7 @@ void tst_FittedEdit::classNameIsQLineEdit()
     QCOMPARE(QByteArray(m_edit->metaObject()->className()), QByteArray("QLineEdit"));
 }
 
-void tst_FittedEdit::twelveCharactersAreFullyVisible_data()
+void tst_FittedEdit::upToTwelveCharactersAreFullyVisible_data()
 {
     QTest::addColumn<QString>("text");
     for (const char* text : {"-9.60021e-05", "3.6918e-05", "0.000224002", "-0.000463358",
@@ -119,7 +119,7 @@ void tst_FittedEdit::twelveCharactersAreFullyVisible_data()
     }
 }
 
-void tst_FittedEdit::twelveCharactersAreFullyVisible()
+void tst_FittedEdit::upToTwelveCharactersAreFullyVisible()
 {
     QFETCH(QString, text);
     m_edit->setText(text);

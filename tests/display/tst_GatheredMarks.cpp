@@ -1,4 +1,4 @@
-// Tests of GatheredMarks, which draws the same picture as one call per circle.
+// Tests of GatheredMarks, which draws the same picture as drawing each mark separately.
 #include "display/GatheredMarks.h"
 
 #include "display/ChCoord.h"
@@ -21,8 +21,8 @@ const QSize usualSize(150, 120);
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-/// Random points with coordinates from -@p around to 1 + @p around. The plot shows the
-/// range 0 to 1.
+/// Random points with coordinates from -@p around to 1 + @p around. The default range of
+/// the plot is 0 to 1.
 QList<QPointF> randomPoints(int count, double around = 0.2)
 {
     std::mt19937_64 random(static_cast<unsigned>(count));
@@ -91,12 +91,12 @@ class tst_GatheredMarks : public QObject
 private Q_SLOTS:
     void manyMarksMatchSingleCircles_data();
     void manyMarksMatchSingleCircles();
-    void marksMatchInEveryImageFormat_data();
-    void marksMatchInEveryImageFormat();
+    void marksMatchInSeveralImageFormats_data();
+    void marksMatchInSeveralImageFormats();
     void marksMatchWithTranslatedOrClippedPainters_data();
     void marksMatchWithTranslatedOrClippedPainters();
-    void marksMatchWithOtherPainterStates_data();
-    void marksMatchWithOtherPainterStates();
+    void marksMatchWithUnusualPainterStates_data();
+    void marksMatchWithUnusualPainterStates();
     void gatheredMarksEqualSingleMarksForUnusualPens_data();
     void gatheredMarksEqualSingleMarksForUnusualPens();
     void emptyListOfMarksDrawsNothing();
@@ -149,7 +149,7 @@ void tst_GatheredMarks::manyMarksMatchSingleCircles()
                           plot.oneByOne(points, pen, white, unchanged)));
 }
 
-void tst_GatheredMarks::marksMatchInEveryImageFormat_data()
+void tst_GatheredMarks::marksMatchInSeveralImageFormats_data()
 {
     QTest::addColumn<QImage::Format>("format");
     QTest::newRow("transparent") << QImage::Format_ARGB32_Premultiplied;
@@ -159,7 +159,7 @@ void tst_GatheredMarks::marksMatchInEveryImageFormat_data()
     QTest::newRow("10 bit") << QImage::Format_BGR30;
 }
 
-void tst_GatheredMarks::marksMatchInEveryImageFormat()
+void tst_GatheredMarks::marksMatchInSeveralImageFormats()
 {
     QFETCH(QImage::Format, format);
     const Plot plot(usualSize);
@@ -189,12 +189,12 @@ void tst_GatheredMarks::marksMatchWithTranslatedOrClippedPainters()
     }
 }
 
-void tst_GatheredMarks::marksMatchWithOtherPainterStates_data()
+void tst_GatheredMarks::marksMatchWithUnusualPainterStates_data()
 {
     addPainterStates(false);
 }
 
-void tst_GatheredMarks::marksMatchWithOtherPainterStates()
+void tst_GatheredMarks::marksMatchWithUnusualPainterStates()
 {
     QFETCH(PainterState, state);
     QFETCH(double, scale);

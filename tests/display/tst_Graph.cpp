@@ -17,7 +17,7 @@ namespace
 // left 38, right 19, bottom 25 and top 12 pixels.
 const QSize plotSize(387, 257);
 
-/// A graph whose data fill the whole surface with one colour and draw a square at
+/// A graph whose drawData() fills the whole surface with one colour and draws a square at
 /// (13, 0.5), and whose drawOnTop() draws a bar.
 class FilledGraph : public Graph
 {

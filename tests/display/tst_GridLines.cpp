@@ -61,8 +61,8 @@ QSet<int> pixelRange(int first, int last)
     return pixels;
 }
 
-/// The reference implementation: a loop over all values, which draws the lines on the
-/// widget. It is too slow for huge grids.
+/// The reference implementation: a loop over all values. It draws each line whose
+/// truncated position is inside the widget. It is too slow for huge grids.
 QImage plainGrid(const ChCoord& cc, const GridValues& values, bool vertical)
 {
     const double slope =
@@ -123,7 +123,7 @@ void tst_GridLines::linesAreAtTheirValues()
     const PlotSurface cc(10, -1, 27, 4);
     QCOMPARE(grid(cc, {12, 2.51, 20}, true), lines({80, 130, 180, 230}, true));
     QCOMPARE(grid(cc, {-0.5, 1.1, 3}, false), lines({244, 188, 132, 76}, false));
-    // Lines also cross the margins up to the widget's edges.
+    // Lines are also drawn in the margins.
     QCOMPARE(grid(cc, {7, 1.5, 29}, true),
              lines({10, 40, 70, 100, 130, 160, 190, 220, 250, 280, 310, 340, 370}, true));
 }
@@ -226,8 +226,9 @@ void tst_GridLines::randomGridsMatchAPlainLoop()
     QVERIFY(nonEmpty > 100);
 }
 
-// One unit is one pixel, so the values are a tenth of a pixel apart. They start at
-// pixel column 40 + 17.05 = 57.05 and end at pixel column 40 + 170.5 = 210.5.
+// One unit is one pixel, so the values are a tenth of a pixel apart. The first
+// value, 17.05, is at pixel column 57.05. The last one, 170.45, is at pixel column
+// 210.45.
 void tst_GridLines::denseGridHasOneLinePerPixel()
 {
     const PlotSurface cc(0, 0, 340, 255);
@@ -255,8 +256,8 @@ void tst_GridLines::positionsTruncatedToZeroShareALine()
 }
 
 // The range is 10 steps long, so one step is 340 / 10 = 34 pixels in x and
-// 255 / 10 = 25.5 pixels in y. The range starts midway between two of the 1e9 lines,
-// far from the first line.
+// 255 / 10 = 25.5 pixels in y. The range starts midway between two lines, far
+// from the first of about 1e9 lines.
 void tst_GridLines::zoomIntoHugeGridKeepsLinePositions()
 {
     const PlotSurface cc(5e8 + 0.5, 5e8 + 0.5, 5e8 + 10.5, 5e8 + 10.5);
@@ -312,8 +313,8 @@ void tst_GridLines::invalidGridsAreEmpty()
     QVERIFY(isEmpty(PlotSurface(27, 27, 10, 10), grid));
 }
 
-// Every call must return quickly. Invalid grids must draw nothing; of the valid grids, at
-// least one must draw something.
+// Every call must return quickly. Grids with a non-finite number or a step of 0 or less
+// must draw nothing; of the other grids, at least one must draw something.
 void tst_GridLines::extremeNumbersReturnQuickly()
 {
     const QList<double> numbers{0,    0.1,      -1,       1e17,      1e300,     -1e300,

@@ -1,5 +1,4 @@
-// Tests of Histgram: reading the panel's edits, and writing the histogram file to the
-// folder of the result file.
+// Tests of Histgram: reading the panel's widgets, and writing the histogram file.
 #include "display/Histgram.h"
 
 #include "support/DataRows.h"
