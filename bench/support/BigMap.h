@@ -14,7 +14,7 @@ namespace bench
 
 /// The text of a map of @p width by @p height pixels in a beamline format: a header and
 /// one line per pixel, row-major. The four columns are x and y (um) and the counts I and
-/// I0. Calls with the same @p seed return the same text.
+/// I0. The same arguments always return the same text.
 inline QByteArray bigMapText(int width, int height, double energyEv = 8360.0, unsigned seed = 1306)
 {
     std::mt19937 random(seed);

@@ -87,7 +87,7 @@ void SampleRun::load()
 {
     loadReferences();
     // Each loaded reference changes the edge energy, so the edge energy is set after the
-    // references are loaded. The target is loaded last, because a change of the edge energy
+    // references are loaded. The target is loaded after that: a change of the edge energy
     // does not update the absorbances of the target in the energy rows.
     typeInto(panel.ui.EdgeE, QString::number(nickel::edgeEv));
     loadFiles(nickel::imageOfTwo(), nickel::targetOfTwo());
@@ -118,7 +118,7 @@ void SampleRun::loadFiles(const nickel::Image& image, const nickel::Target& targ
     }
     panel.MultiFiles->newFiles(maps);
     useRows(rowsOf(image));
-    // Shows the map at the highest energy, because the absorbance far above the edge is
+    // Shows the map at the highest energy, because the absorbance far above the edge is nearly
     // proportional to the amount, apart from the background.
     turn(panel.EPoints.at(maps.size() - 1)->ShowMapB, true);
 }

@@ -43,7 +43,8 @@ public:
     /// checks the results.
     SampleOutcome calculate(const nickel::ShareForm& form);
 
-    /// Fits the target of @p form by a linear combination and checks the results.
+    /// Fits the loaded target, which must be the target of @p form, by a linear combination
+    /// and checks the results. Call load() first.
     SampleOutcome calculate(const nickel::CombinationForm& form);
 
     /// Calculates the target and the maps by a form of the four-points family, with the

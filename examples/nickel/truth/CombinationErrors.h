@@ -32,8 +32,8 @@ std::vector<double> combination(const CombinationForm& form,
 
 /// The results of the fit for spectra without noise, in the order of combination().
 ///
-/// Let f_j be the fraction of reference j, s_j(E) its absorbance above the background, and
-/// d_j(E) the difference between its fitted post-edge and pre-edge lines. The normalised
+/// Let f_j be the fraction of reference j, s_j(E) its shape(), and d_j(E) the difference
+/// between the post-edge and pre-edge lines that are fitted to s_j. The normalised
 /// mixture is sum_j f_j s_j / sum_j f_j d_j, and a normalised reference is s_j / d_j. If all
 /// d_j are equal, as for Ni(II) and Ni(III), the coefficients of the fit are the fractions
 /// f_j. With all four compounds they are near f_j d_j / sum_k f_k d_k.
