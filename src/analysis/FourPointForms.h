@@ -21,12 +21,6 @@
 namespace analysis
 {
 
-/// The result of a form for one target.
-struct FractionAndThickness {
-    double a = 0.0;         ///< fraction of the first reference
-    double thickness = 0.0; ///< relative to the references
-};
-
 /// The mut of a target or a reference at energy rows 0 and 1 and at the V row. With Lanes as
 /// @p Number, it contains four targets side by side.
 template <class Number>

@@ -18,7 +18,7 @@ struct HistogramCounts;
 
 /// One energy-point row of a map calculation.
 struct MapPoint {
-    const A2DData* map = nullptr; ///< never null; read with its own width
+    const A2DData* map = nullptr; ///< never null; its size can differ from the V row's map
     double energy = 0.0;          ///< eV
     double r1 = 0.0;              ///< mut of the first reference
     double r2 = 0.0;              ///< mut of the second reference
@@ -41,8 +41,9 @@ struct MapStack {
 /// per pixel, row-major: x and y of the pixel in the V row's map (0.0 if this map does
 /// not contain it), the fraction a as intensity, the thickness as i0, and no value
 /// list. Valence and thickness of each pixel are added to the histograms. No pixel is
-/// skipped: where a map does not contain a pixel, the pixel's mut counts as -1.0. Each
-/// map is read with its own width. Infinities and NaN are stored as they are.
+/// skipped: where a map does not contain a pixel, the pixel's mut counts as -1.0. In each
+/// map, pixel (x, y) is row y * xNum + x, with xNum of this map. Infinities and NaN are
+/// stored as they are.
 ///
 /// @param stack                      the input
 /// @param[out] result                the result map; earlier contents are replaced

@@ -28,8 +28,8 @@ struct NeqStack {
 struct NeqHistograms {
     HistogramCounts* valence = nullptr;
     HistogramCounts* totalDMut = nullptr;
-    QList<HistogramCounts*> share; ///< element i is for reference i of the fit; can be longer
-    QList<HistogramCounts*> dMut;  ///< element i is for reference i of the fit; can be longer
+    QList<HistogramCounts*> share; ///< element i is for reference i; extra ones are not used
+    QList<HistogramCounts*> dMut;  ///< element i is for reference i; extra ones are not used
 };
 
 /// Calculates a result map by the non-equivalent method. NeqFit describes the model.
@@ -39,8 +39,8 @@ struct NeqHistograms {
 /// contain it), the share of the first reference as intensity, the total dMut as i0,
 /// and all neq::count values as the value list. Valence, total dMut, shares and dMut of
 /// each pixel are added to the histograms. No pixel is skipped: where a map does not
-/// contain a pixel, the pixel's mut counts as -1.0. Each map is read with its own
-/// width.
+/// contain a pixel, the pixel's mut counts as -1.0. In each map, pixel (x, y) is row
+/// y * xNum + x, with xNum of this map.
 ///
 /// @param[out] result  the result map, with A2DData::extended set; earlier contents are
 ///                     replaced

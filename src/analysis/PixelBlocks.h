@@ -36,8 +36,8 @@ void copyCoordinates(const A2DData& base, qint64 first, std::span<A2DRow> rows);
 
 /// Reads the absorbances of a stack of maps in blocks of pixels of a base map.
 ///
-/// The values equal the results of pixelMut(): each map is read with its own width, and
-/// pixels outside its rows have the value data::absorbanceOutside.
+/// The values equal the results of pixelMut(): in each map, pixel (x, y) is row y * xNum + x
+/// with xNum of this map, and pixels outside its rows have the value data::absorbanceOutside.
 class StackBlocks
 {
 public:

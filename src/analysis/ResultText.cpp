@@ -197,7 +197,7 @@ void writeExtendedTable(BlockWriter& writer, const A2DData& map,
 }
 
 /// Writes the title line, the comment lines and a blank line. One encoder converts all
-/// lines, so that unpaired surrogates are written with the same bytes as by QTextStream.
+/// lines, so that it writes unpaired surrogates with the same bytes as QTextStream does.
 void writeHeader(BlockWriter& writer, const QStringList& headerLines)
 {
     QStringEncoder encoder(QStringEncoder::Utf8);

@@ -108,7 +108,7 @@ public:
     double TargetT = 0.0;     ///< TargetResult::valence of the latest target calculation
     QList<LCFPoint> LCFvs4PS; ///< one point for each fit since the list was last cleared
     int LCFColor = 0;        ///< colour index of the next LCFvs4PS point and of the thickness graph
-    bool unusedFlag = false; ///< not read by any code; kept on purpose
+    bool unusedFlag = false; ///< not read by any code; completes the fixed set of members
     CColors Colors;          ///< the colours of the graphs
     Displays* Disps = nullptr;     ///< the graph window
     DispMBase* MapDisp = nullptr;  ///< the window of the result map

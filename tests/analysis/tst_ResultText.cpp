@@ -488,8 +488,8 @@ void tst_ResultText::textMatchesTheReferenceImplementation()
     }
 }
 
-// The text has several blocks of 256 KiB. Each pixel has a different number, and some comment
-// lines are about as long as a block.
+// The text is several blocks of 256 KiB long. Each pixel has a different number, and three
+// comment lines are about as long as a block.
 void tst_ResultText::textLongerThanABlockIsComplete()
 {
     A2DData map = mapOf(150, 130, {});

@@ -49,7 +49,7 @@ class tst_A2DData : public QObject
 
 private Q_SLOTS:
     void newMapIsEmpty();
-    void clearKeepsExtended();
+    void clearKeepsTheExtendedFlag();
 
     void deriveSizeCountsTheFirstLineAndColumn_data();
     void deriveSizeCountsTheFirstLineAndColumn();
@@ -80,7 +80,7 @@ void tst_A2DData::newMapIsEmpty()
     QCOMPARE(map.yNum, 0);
 }
 
-void tst_A2DData::clearKeepsExtended()
+void tst_A2DData::clearKeepsTheExtendedFlag()
 {
     A2DData map = onePixel(1.0, 2.0);
     map.extended = true;

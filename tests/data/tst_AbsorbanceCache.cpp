@@ -75,14 +75,14 @@ private Q_SLOTS:
     void changedMapIsReadAgain();
     void changedMapDoesNotAffectAMapWithTheSameRows();
     void unchangedMapKeepsItsArray();
-    void mapsMissingInTheListAreDropped();
+    void mapsNotInTheListAreDropped();
     void oldRowsOfAChangedMapAreReleased();
     void emptyListDropsAllMaps();
     void memoryOfADroppedMapIsReused();
     void memoryThatIsTooSmallIsReplaced();
     void muchLargerMemoryIsReleased();
-    void randomChangesKeepTheCacheCorrect_data();
-    void randomChangesKeepTheCacheCorrect();
+    void cacheIsUpToDateAfterRandomChanges_data();
+    void cacheIsUpToDateAfterRandomChanges();
 };
 
 void tst_AbsorbanceCache::cachedValuesEqualTheAbsorbanceOfThePixels_data()
@@ -290,7 +290,7 @@ void tst_AbsorbanceCache::unchangedMapKeepsItsArray()
     QVERIFY(isCorrect(cache, b));
 }
 
-void tst_AbsorbanceCache::mapsMissingInTheListAreDropped()
+void tst_AbsorbanceCache::mapsNotInTheListAreDropped()
 {
     const A2DData a = absorbanceMap(2, 1, {1, 2});
     const A2DData b = absorbanceMap(2, 1, {3, 4});
@@ -367,7 +367,7 @@ void tst_AbsorbanceCache::muchLargerMemoryIsReleased()
     QVERIFY(isCorrect(cache, small));
 }
 
-void tst_AbsorbanceCache::randomChangesKeepTheCacheCorrect_data()
+void tst_AbsorbanceCache::cacheIsUpToDateAfterRandomChanges_data()
 {
     QTest::addColumn<int>("seed");
     for (int seed = 1; seed <= 8; ++seed) {
@@ -375,7 +375,7 @@ void tst_AbsorbanceCache::randomChangesKeepTheCacheCorrect_data()
     }
 }
 
-void tst_AbsorbanceCache::randomChangesKeepTheCacheCorrect()
+void tst_AbsorbanceCache::cacheIsUpToDateAfterRandomChanges()
 {
     QFETCH(int, seed);
     std::mt19937_64 random(static_cast<unsigned>(seed));

@@ -93,8 +93,8 @@ class tst_DecimalNumber : public QObject
 private Q_SLOTS:
     void plainDecimalsAreReadByTheFastPath_data();
     void plainDecimalsAreReadByTheFastPath();
-    void otherTextIsLeftToTheFallback_data();
-    void otherTextIsLeftToTheFallback();
+    void textThatIsNotAPlainDecimalUsesTheFallback_data();
+    void textThatIsNotAPlainDecimalUsesTheFallback();
     void readingStopsAfterTheNumber();
     void numbersAtLimitsMatchQt_data();
     void numbersAtLimitsMatchQt();
@@ -129,7 +129,7 @@ void tst_DecimalNumber::plainDecimalsAreReadByTheFastPath()
     QVERIFY(tests::sameDouble(got, value));
 }
 
-void tst_DecimalNumber::otherTextIsLeftToTheFallback_data()
+void tst_DecimalNumber::textThatIsNotAPlainDecimalUsesTheFallback_data()
 {
     QTest::addColumn<QByteArray>("text");
     for (const char* const text :
@@ -140,7 +140,7 @@ void tst_DecimalNumber::otherTextIsLeftToTheFallback_data()
     }
 }
 
-void tst_DecimalNumber::otherTextIsLeftToTheFallback()
+void tst_DecimalNumber::textThatIsNotAPlainDecimalUsesTheFallback()
 {
     QFETCH(QByteArray, text);
     const QByteArray line = text + '\n';

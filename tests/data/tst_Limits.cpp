@@ -26,7 +26,7 @@ private Q_SLOTS:
     void valuesOnlyWidenTheLimits_data();
     void valuesOnlyWidenTheLimits();
     void nanLimitsAreKept();
-    void firstOfEqualZerosIsKept();
+    void zeroLimitKeepsItsSign();
     void separateExtremesAreWidened();
 };
 
@@ -68,7 +68,7 @@ void tst_Limits::nanLimitsAreKept()
     QVERIFY(std::isnan(nanLimits.low) && std::isnan(nanLimits.high));
 }
 
-void tst_Limits::firstOfEqualZerosIsKept()
+void tst_Limits::zeroLimitKeepsItsSign()
 {
     data::Limits limits{-0.0, -0.0};
     limits.widen(0.0);

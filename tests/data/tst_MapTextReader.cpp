@@ -115,21 +115,21 @@ class tst_MapTextReader : public QObject
 
 private Q_SLOTS:
     void fourColumnsAreXYIntensityAndI0();
-    void threeColumnsAreARatioWithI0One();
-    void furtherWordsAreIgnored();
+    void thirdOfThreeColumnsIsTheRatioAndI0IsOne();
+    void wordsAfterTheFourthAreIgnored();
     void lineOfFewerThanThreeWordsIsSkipped();
     void unparsableWordReadsAsZero();
     void blankLineIsSkippedInEveryKind();
     void anyWhiteSpaceSeparatesWords();
 
-    void firstLine1306ReadsLikeAnyOther();
+    void firstLine1306DoesNotSelectAnotherFormat();
     void firstLine2003901SelectsChannels_data();
     void firstLine2003901SelectsChannels();
 
     void channelNumbersStartAfterTheCoordinates();
     void channelFileWithoutColumnLinesTakesIAndI0FromTheSameWord();
     void tooShortChannelLineIsSkipped();
-    void columnLineAffectsTheRowsAfterIt();
+    void columnLineAffectsOnlyLaterRows();
     void columnNumberIsReadAfterTheFirstColon_data();
     void columnNumberIsReadAfterTheFirstColon();
     void columnMinusOneOrMinusTwoReadsACoordinate();
@@ -151,10 +151,10 @@ private Q_SLOTS:
     void intensityIsTheMutIfI0IsZero();
     void mutIsOneIfTheIntensityIsZero();
 
-    void earlierMapIsReplacedExceptForExtended();
+    void earlierMapIsReplacedExceptForTheExtendedFlag();
     void failedReadKeepsTheRowsItRead_data();
     void failedReadKeepsTheRowsItRead();
-    void rowsNeedNotMatchTheSize();
+    void numberOfRowsCanDifferFromTheSize();
     void readFailsIfTheSizeIsAboveTheBound_data();
     void readFailsIfTheSizeIsAboveTheBound();
     void readFailsIfTheCountedSizeIsAboveTheBound();
@@ -166,7 +166,7 @@ private Q_SLOTS:
     void longerLineIsRefused();
     void commentLinesOf64MiBAreKept();
     void moreCommentLinesAreRefused();
-    void shortCommentLinesCountWithTheirOverhead();
+    void memoryOverheadOfShortCommentLinesIsCounted();
     void memoryOfARefusedMapIsReleased();
     void maximumNumberOfRowsIsRead_data();
     void maximumNumberOfRowsIsRead();
@@ -174,7 +174,7 @@ private Q_SLOTS:
     void largeFileIsRefusedBeforeItIsRead_data();
     void largeFileIsRefusedBeforeItIsRead();
     void suspectedLargeFileIsReadIfItIsValid();
-    void largeFileThatChangesAfterTheScanIsReadAsChanged();
+    void fileChangedAfterTheScanIsReadWithItsNewContents();
     void refusalIsLogged();
     void sizeIsLogged();
 
@@ -190,7 +190,7 @@ private Q_SLOTS:
     void readingAClosedDeviceFails();
     void lineOfTwoMegabytesGivesAtMostOneRow_data();
     void lineOfTwoMegabytesGivesAtMostOneRow();
-    void randomBytesAreRefusedOrOnlyAddRows();
+    void randomBytesAfterAMapKeepItsRows();
 };
 
 void tst_MapTextReader::fourColumnsAreXYIntensityAndI0()
@@ -203,14 +203,14 @@ void tst_MapTextReader::fourColumnsAreXYIntensityAndI0()
     QCOMPARE(got.map.yNum, 1);
 }
 
-void tst_MapTextReader::threeColumnsAreARatioWithI0One()
+void tst_MapTextReader::thirdOfThreeColumnsIsTheRatioAndI0IsOne()
 {
     const Reading got = read(twoByOne + "1 2 0.5\n");
     QCOMPARE(fields(got.map), (Fields{{1.0, 2.0, 0.5, 1.0}}));
     QCOMPARE(data::pixelMut(got.map, 0, 0), 0.69314718055994531); // ln 2
 }
 
-void tst_MapTextReader::furtherWordsAreIgnored()
+void tst_MapTextReader::wordsAfterTheFourthAreIgnored()
 {
     const Reading got = read(twoByOne + "1 2 3 4 5 word # 7\n");
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}}));
@@ -245,7 +245,7 @@ void tst_MapTextReader::anyWhiteSpaceSeparatesWords()
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 4}, {1, 2, 3, 4}}));
 }
 
-void tst_MapTextReader::firstLine1306ReadsLikeAnyOther()
+void tst_MapTextReader::firstLine1306DoesNotSelectAnotherFormat()
 {
     const QByteArray rest = "\n# AXIS 0 a b c d 1\n# Y-NUM 1\n1 2 3\n1 2 3 4 5\n";
     const Reading known = read("# 1306" + rest);
@@ -307,7 +307,7 @@ void tst_MapTextReader::tooShortChannelLineIsSkipped()
     QVERIFY(read("# 2003901\n# I0 : 1\n1 2 3\n").map.rows.isEmpty());
 }
 
-void tst_MapTextReader::columnLineAffectsTheRowsAfterIt()
+void tst_MapTextReader::columnLineAffectsOnlyLaterRows()
 {
     const Reading got = read("# 2003901\n1 2 3 4\n# i0 : 1\n1 2 3 4\n# I : 1\n1 2 3 4\n");
     QCOMPARE(fields(got.map), (Fields{{1, 2, 3, 3}, {1, 2, 3, 4}, {1, 2, 4, 4}}));
@@ -500,7 +500,7 @@ void tst_MapTextReader::mutIsOneIfTheIntensityIsZero()
     QCOMPARE(data::pixelMut(got.map, 1, 0), 1.0);
 }
 
-void tst_MapTextReader::earlierMapIsReplacedExceptForExtended()
+void tst_MapTextReader::earlierMapIsReplacedExceptForTheExtendedFlag()
 {
     Reading got = read(twoByOne + "1 2 3\n");
     got.map.extended = true;
@@ -537,7 +537,7 @@ void tst_MapTextReader::failedReadKeepsTheRowsItRead()
     QTEST(static_cast<int>(got.map.rows.size()), "rows");
 }
 
-void tst_MapTextReader::rowsNeedNotMatchTheSize()
+void tst_MapTextReader::numberOfRowsCanDifferFromTheSize()
 {
     const Reading fewer = read("# X-NUM 20\n# Y-NUM 30\n0 0 5 0\n");
     QVERIFY(fewer.good);
@@ -673,7 +673,7 @@ void tst_MapTextReader::moreCommentLinesAreRefused()
 
 // Each line counts as 65 bytes (one character and 64 bytes of overhead), so 64 MiB / 65 bytes
 // = 1,032,444 lines are accepted.
-void tst_MapTextReader::shortCommentLinesCountWithTheirOverhead()
+void tst_MapTextReader::memoryOverheadOfShortCommentLinesIsCounted()
 {
     QCOMPARE(read(QByteArray("#\n").repeated(1032444)).map.headerLines.size(), 1032444);
     QVERIFY(read(QByteArray("#\n").repeated(1032445)).map.headerLines.isEmpty());
@@ -751,7 +751,7 @@ void tst_MapTextReader::suspectedLargeFileIsReadIfItIsValid()
     QCOMPARE(got.map.headerLines.size(), 2);
 }
 
-void tst_MapTextReader::largeFileThatChangesAfterTheScanIsReadAsChanged()
+void tst_MapTextReader::fileChangedAfterTheScanIsReadWithItsNewContents()
 {
     const QByteArray many = twoByOne + largeRows();
     const QByteArray few = twoByOne + "1 2 3\n";
@@ -906,7 +906,7 @@ void tst_MapTextReader::lineOfTwoMegabytesGivesAtMostOneRow()
     }
 }
 
-void tst_MapTextReader::randomBytesAreRefusedOrOnlyAddRows()
+void tst_MapTextReader::randomBytesAfterAMapKeepItsRows()
 {
     std::mt19937 random(20230901);
     QByteArray noise(1 << 20, Qt::Uninitialized);

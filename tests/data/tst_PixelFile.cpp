@@ -31,9 +31,9 @@ class tst_PixelFile : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void pixelsFollowTheEarlierRows();
-    void rowsEqualTheLoadedMap_data();
-    void rowsEqualTheLoadedMap();
+    void pixelsAreAppendedToTheEarlierRows();
+    void rowsHaveTheValuesOfTheLoadedMap_data();
+    void rowsHaveTheValuesOfTheLoadedMap();
     void pixelsStopAtTheMaximumNumberOfRows();
     void fileThatIsNotAMapResetsTheSize_data();
     void fileThatIsNotAMapResetsTheSize();
@@ -47,7 +47,7 @@ private:
     QTemporaryDir m_dir;
 };
 
-void tst_PixelFile::pixelsFollowTheEarlierRows()
+void tst_PixelFile::pixelsAreAppendedToTheEarlierRows()
 {
     TDData0 source(2, 2);
     source.data = {0.5, 1.5, 2.5, 3.5};
@@ -69,7 +69,7 @@ void tst_PixelFile::pixelsFollowTheEarlierRows()
     QCOMPARE(map.rows.at(2).x, 1.0);
 }
 
-void tst_PixelFile::rowsEqualTheLoadedMap_data()
+void tst_PixelFile::rowsHaveTheValuesOfTheLoadedMap_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
@@ -84,7 +84,7 @@ void tst_PixelFile::rowsEqualTheLoadedMap_data()
     QTest::newRow("without pixels") << 100 << 123 << 0;
 }
 
-void tst_PixelFile::rowsEqualTheLoadedMap()
+void tst_PixelFile::rowsHaveTheValuesOfTheLoadedMap()
 {
     QFETCH(int, width);
     QFETCH(int, height);

@@ -148,23 +148,23 @@ private Q_SLOTS:
 
     void writeDoesNotChangeTheNeighbours_data() { addWrites(); }
     void writeDoesNotChangeTheNeighbours();
-    void writeByTheLastOwnerIsCorrect_data() { addWrites(); }
-    void writeByTheLastOwnerIsCorrect();
+    void lastOwnerCanChangeItsList_data() { addWrites(); }
+    void lastOwnerCanChangeItsList();
     void writtenListIsReplacedByTheNextFill_data() { addWrites(); }
     void writtenListIsReplacedByTheNextFill();
 
-    void rowsInAnotherOrderAreFilledCorrectly();
-    void copiedRowIsFilledCorrectly();
-    void rowsThatShareAListAreFilledCorrectly();
-    void shorterLastBlockIsFilledCorrectly();
-    void listsOfAnotherLengthAreFilledCorrectly();
+    void refillSetsRowsInAnotherOrder();
+    void refillSetsARowAfterItWasCopied();
+    void refillSetsRowsThatShareAList();
+    void refillSetsAShorterLastBlock();
+    void refillSetsListsOfAnotherLength();
     void twoListsOfRowsAreFilledIndependently();
     void forgettingBlocksDoesNotChangeTheLists();
     void forgettingABlockReleasesItsMemory();
     void blocksCanBeFilledInAnyOrder();
 
-    void rowsAndCopiesAreCorrectAfterRandomChanges_data();
-    void rowsAndCopiesAreCorrectAfterRandomChanges();
+    void rowsAndCopiesHaveTheirValuesAfterRandomChanges_data();
+    void rowsAndCopiesHaveTheirValuesAfterRandomChanges();
 };
 
 void tst_ValueBlocks::filledListsHaveTheRequestedLengthAndValues_data()
@@ -375,7 +375,7 @@ void tst_ValueBlocks::writeDoesNotChangeTheNeighbours()
 
 // Only one list of the block still exists. The memory before and after it belonged to lists
 // that have been destroyed.
-void tst_ValueBlocks::writeByTheLastOwnerIsCorrect()
+void tst_ValueBlocks::lastOwnerCanChangeItsList()
 {
     QFETCH(Write, write);
     for (const int position : {0, 1, 30, 63}) {
@@ -417,7 +417,7 @@ void tst_ValueBlocks::writtenListIsReplacedByTheNextFill()
     }
 }
 
-void tst_ValueBlocks::rowsInAnotherOrderAreFilledCorrectly()
+void tst_ValueBlocks::refillSetsRowsInAnotherOrder()
 {
     ValueBlocks blocks;
     Rows rows(64);
@@ -437,7 +437,7 @@ void tst_ValueBlocks::rowsInAnotherOrderAreFilledCorrectly()
 
 // If a row is swapped with a row outside the list, the block's memory keeps its number of
 // owners, but one of them is no longer in the list.
-void tst_ValueBlocks::copiedRowIsFilledCorrectly()
+void tst_ValueBlocks::refillSetsARowAfterItWasCopied()
 {
     ValueBlocks blocks;
     Rows rows(64);
@@ -454,7 +454,7 @@ void tst_ValueBlocks::copiedRowIsFilledCorrectly()
     QCOMPARE(elsewhere.values, valuesOf(5, 2));
 }
 
-void tst_ValueBlocks::rowsThatShareAListAreFilledCorrectly()
+void tst_ValueBlocks::refillSetsRowsThatShareAList()
 {
     ValueBlocks blocks;
     Rows rows(64);
@@ -471,7 +471,7 @@ void tst_ValueBlocks::rowsThatShareAListAreFilledCorrectly()
     QVERIFY(areFilled(rows, 4));
 }
 
-void tst_ValueBlocks::shorterLastBlockIsFilledCorrectly()
+void tst_ValueBlocks::refillSetsAShorterLastBlock()
 {
     ValueBlocks blocks;
     Rows rows;
@@ -492,7 +492,7 @@ void tst_ValueBlocks::shorterLastBlockIsFilledCorrectly()
     }
 }
 
-void tst_ValueBlocks::listsOfAnotherLengthAreFilledCorrectly()
+void tst_ValueBlocks::refillSetsListsOfAnotherLength()
 {
     // With 1 and 65 rows, the last block has a single list. It starts at the same address for
     // every length, so only its length shows that the block cannot be reused.
@@ -566,7 +566,7 @@ void tst_ValueBlocks::blocksCanBeFilledInAnyOrder()
     QVERIFY(blocks.share(7, late, 3).data() == values.data());
 }
 
-void tst_ValueBlocks::rowsAndCopiesAreCorrectAfterRandomChanges_data()
+void tst_ValueBlocks::rowsAndCopiesHaveTheirValuesAfterRandomChanges_data()
 {
     QTest::addColumn<int>("seed");
     for (int seed = 1; seed <= 8; ++seed) {
@@ -574,7 +574,7 @@ void tst_ValueBlocks::rowsAndCopiesAreCorrectAfterRandomChanges_data()
     }
 }
 
-void tst_ValueBlocks::rowsAndCopiesAreCorrectAfterRandomChanges()
+void tst_ValueBlocks::rowsAndCopiesHaveTheirValuesAfterRandomChanges()
 {
     QFETCH(int, seed);
     std::mt19937_64 random(static_cast<unsigned>(seed));

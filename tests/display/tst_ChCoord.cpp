@@ -457,9 +457,9 @@ void tst_ChCoord::tickStepOfYUsesScaleOfX()
 }
 
 // On a widget of 399 by 299 pixels, the plot area extends from y = 299 - 29 = 270 up to
-// y = 14. A line of text is a twentieth of this height: (14 - 270) / 20 = -12.8 pixels,
-// negative because y pixels grow downward. The label width is the left margin,
-// 0.1 * 399 = 39.9 pixels. Both numbers are truncated.
+// y = 14. The height of a line of text is a twentieth of the height of the plot area:
+// (14 - 270) / 20 = -12.8 pixels, negative because y pixels grow downward. The label width is the
+// left margin, 0.1 * 399 = 39.9 pixels. Both numbers are truncated.
 void tst_ChCoord::textRowAndLabelWidthAreWholePixels()
 {
     ChCoord cc;

@@ -16,9 +16,10 @@ using namespace tests;
 
 // On a surface of 400 by 300 pixels, the default margins are 40 (left), 20 (right), 30
 // (bottom) and 15 (top) pixels, so the plot area spans x = 40 to 380 and y = 15 to 270.
-// A line of text is a twentieth of this height: trunc((15 - 270) / 20) = -12 pixels,
-// negative because y pixels grow downward. Its text is trunc(0.85 * -12) = -10 pixels
-// high, and the gap below the plot is trunc(0.15 * -12) = -1.
+// The height of a line of text is a twentieth of the height of the plot area:
+// trunc((15 - 270) / 20) = -12 pixels, negative because y pixels grow downward. The
+// characters take trunc(0.85 * -12) = -10 pixels of the line; the gap between the plot and
+// the x title is trunc(0.15 * -12) = -1 pixel.
 
 namespace
 {

@@ -83,8 +83,6 @@ private Q_SLOTS:
     void textWithoutBackgroundUsesThePalette();
 
 private:
-    FittedEdit* field(int width);
-
     std::unique_ptr<QWidget> m_window;
     FittedEdit* m_edit = nullptr; ///< initially 60 pixels wide and without focus
     QLineEdit* m_other = nullptr;

@@ -1,4 +1,4 @@
-// Mixtures of normalised references whose linear combination fit is known.
+// Mixtures of normalised references for which the result of the linear combination fit is known.
 #pragma once
 
 #include "support/PanelInputs.h"
@@ -6,9 +6,9 @@
 namespace tests::fits
 {
 
-/// Normalised references at 1 to 7 eV. They are linearly independent of each other and of
-/// a constant. The first two references are also linearly independent of each other and of
-/// a constant if only the points from 2 to 6 eV are used.
+/// Normalised references at 1 to 7 eV. The references and a constant are linearly
+/// independent. The first two references and a constant are so even if only the points from
+/// 2 to 6 eV are used.
 inline const QList<double> energies{1, 2, 3, 4, 5, 6, 7};
 inline const QList<QList<double>> shapes{{9, 1, 0, 0.5, 2, 0.25, 3},
                                          {-9, 0, 1, 0.5, 0.75, 2, 8},

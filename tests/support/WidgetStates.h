@@ -46,8 +46,8 @@ inline void visitWidgets(QWidget* top, const QString& name,
     }
 }
 
-/// The states of a widget that a user can see or change: whether it is enabled and hidden,
-/// its tool tip, style sheet and text, and the states of fields, buttons and combo boxes.
+/// The states of a widget that a user can see or change. Examples: whether it is enabled,
+/// its tool tip, its text, whether a button is checked, the item of a combo box.
 inline States statesOf(QWidget* widget)
 {
     States states{{"enabled", widget->isEnabledTo(widget->parentWidget())},

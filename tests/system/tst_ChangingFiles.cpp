@@ -105,7 +105,7 @@ void tst_ChangingFiles::binaryMapTruncatedDuringReadIsFilledWithZeros()
     QCOMPARE(run.trouble, QString());
     QVERIFY(run.lastStep()["loaded"].toBool());
     QCOMPARE(run.lastStep()["rows"].toInt(), 12);
-    QVERIFY(run.lastStep()["sum"].toDouble() <= 12.0);
+    QCOMPARE(run.lastStep()["sum"].toDouble(), 5.0);
 }
 
 void tst_ChangingFiles::binaryMapWithReadErrorIsRefusedOrFilledWithZeros()
@@ -117,6 +117,8 @@ void tst_ChangingFiles::binaryMapWithReadErrorIsRefusedOrFilledWithZeros()
         const int rows = run.lastStep()["rows"].toInt();
         QVERIFY(rows == 0 || rows == 12);
         QVERIFY(run.lastStep()["sum"].toDouble() <= rows);
+        // Each number above the calls that the reader makes leaves the map complete.
+        QVERIFY(number > 1 || rows == 0);
     }
 }
 
