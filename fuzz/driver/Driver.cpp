@@ -1,8 +1,8 @@
 // Runs a fuzz target on a corpus and on mutations of it, or on one file, without libFuzzer.
 //
-// A child process runs a corpus and its mutations. If the child ends early (after a failed check, a
-// sanitizer's report, lack of memory or at the time limit), the parent process reports the
-// input that the child was running.
+// A child process runs a corpus and its mutations. If the child ends early (after a failed
+// check, a sanitizer's report, lack of memory or at the time limit), the parent process reports
+// the input that the child was running.
 #include "driver/Mutator.h"
 
 #include <sys/mman.h>

@@ -2,8 +2,8 @@
 // properties.
 //
 // The first byte of an input determines a length, a number of items and the encoding. A line
-// of text follows.
-// A character with code 1 ends the line; a second text follows after this character.
+// of text follows. A character with code 1 ends the line; a second text follows after this
+// character.
 #include "data/TextItems.h"
 #include "support/FuzzTarget.h"
 #include "support/InputText.h"
