@@ -1,8 +1,8 @@
-// Runs a fuzz target on a corpus and on mutations of it, without libFuzzer.
+// Runs a fuzz target on a corpus and on mutations of it, or on one file, without libFuzzer.
 //
-// A child process runs the inputs. If the child ends early (after a failed check, a
-// sanitizer's report, lack of memory or at the time limit), the parent process reports the
-// input that the child was running.
+// A child process runs a corpus and its mutations. If the child ends early (after a failed
+// check, a sanitizer's report, lack of memory or at the time limit), the parent process reports
+// the input that the child was running.
 #include "driver/Mutator.h"
 
 #include <sys/mman.h>
@@ -35,7 +35,7 @@ constexpr std::size_t maxCorpusBytes = std::size_t{1} << 20;
 /// The progress of the child process, in memory shared with the parent.
 struct Progress {
     char name[256];   ///< name of the current input; empty between inputs
-    std::size_t size; ///< size of the current input
+    std::size_t size; ///< size of the current input, at most maxCorpusBytes
     char bytes[maxCorpusBytes];
 };
 

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Driver.sh PROGRAM WORK: tests the driver's reports about failing inputs.
+# Driver.sh PROGRAM WORK: tests the driver's summary, its reports about failing inputs and
+# its checks of arguments. PROGRAM is the failing fuzz target. The folder WORK is replaced.
 set -euo pipefail
 program=$1 work=$2
 

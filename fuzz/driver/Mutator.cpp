@@ -10,7 +10,7 @@ namespace fuzz
 namespace
 {
 
-// Texts and bytes for insertion: ordinary numbers, numbers at the limits of ranges, NaN and
+// Texts and bytes for mutations: ordinary numbers, numbers at the limits of ranges, NaN and
 // infinities, special bytes, and invalid UTF-8.
 const std::array numbers{
     Input("0"),           Input("-0"),          Input("1"),          Input("-1"),

@@ -1,4 +1,4 @@
-// Generates mutations of inputs from a seed.
+// Generates mutations of inputs from a seed, and parses dictionaries.
 #pragma once
 
 #include <cstdint>
@@ -11,9 +11,10 @@ namespace fuzz
 
 using Input = std::string;
 
-/// Generates mutations of the inputs of a corpus. A mutation depends only on the corpus,
-/// the dictionary, the seed and the number of the mutation. It does not depend on the
-/// machine or on earlier mutations.
+/// Generates mutations of the inputs of a corpus. In one build, a mutation depends only on
+/// the corpus, the dictionary, the seed and the number of the mutation, not on earlier
+/// mutations. Compilers can evaluate function arguments in different orders, so builds by
+/// different compilers can generate different mutations.
 class Mutator
 {
 public:
@@ -54,7 +55,7 @@ private:
 
 /// The words of a dictionary in libFuzzer's format. Each line has one word in double
 /// quotes, optionally after "name=". The escapes are \\, \" and \xAB. Lines that begin
-/// with "#" are comments.
+/// with "#" or have fewer than two double quotes are skipped.
 std::vector<Input> wordsOfDictionary(const std::string& text);
 
 } // namespace fuzz

@@ -40,7 +40,8 @@ public:
     /// with three decimals, or eight bytes used as the bit pattern.
     double anyDouble();
 
-    /// A double in the closed interval [low, high].
+    /// One of 65536 evenly spaced doubles from @p low to @p high, apart from rounding. If
+    /// @p high - @p low is not finite, the result can be NaN or infinite.
     double doubleIn(double low, double high);
 
     /// A byte array. Its length, 0 to @p most, is read from the input first; the array is

@@ -28,8 +28,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Discards the messages of the program, because millions of invalid inputs produce too
     // many of them.
     [[maybe_unused]] static const auto former = qInstallMessageHandler(dropMessage);
-    // A copy in its own allocation, so that a sanitizer detects reads past the
-    // terminating null that QByteArray adds.
+    // A copy in its own allocation, so that a sanitizer detects reads past the end of the
+    // allocation. It does not detect reads of the terminating null that QByteArray adds, or of
+    // a spare byte after it.
     const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     fuzz::tryInput(bytes);
     return 0;

@@ -6,9 +6,9 @@
 namespace fuzz
 {
 
-/// Runs one input and checks the properties of the target. Each target defines this
-/// function; libFuzzer and the driver call it through Entry.cpp. Its result must
-/// not depend on earlier calls, so that a single input reproduces a failure.
+/// Runs one input and checks properties of the results. Each target defines this function;
+/// libFuzzer and the driver call it through Entry.cpp. Whether a check fails must not
+/// depend on earlier calls, so that a single input reproduces a failure.
 void tryInput(const QByteArray& bytes);
 
 /// Reports that the condition @p what failed and ends the process.

@@ -9,8 +9,9 @@
 namespace fuzz
 {
 
-/// The bytes decoded as UTF-8 or, with @p isUtf16, used directly as UTF-16 code units,
-/// which can include unpaired surrogates.
+/// The bytes decoded as UTF-8 or, with @p isUtf16, used directly as UTF-16 code units in
+/// the byte order of the machine. These units can include unpaired surrogates; a last odd
+/// byte is ignored.
 inline QString textOf(const QByteArray& bytes, bool isUtf16)
 {
     if (!isUtf16) {

@@ -8,17 +8,19 @@
 namespace fuzz
 {
 
-/// The free memory in bytes that data::canAllocate() assumes in a fuzz target. It is
-/// simulated, because the allocator of AddressSanitizer is very slow for large blocks, and
-/// ends the process instead of returning null.
-inline constexpr qint64 plentyOfMemory = qint64{1} << 40;
-inline qint64 freeMemory = plentyOfMemory; // bytes
+inline constexpr qint64 plentyOfMemory = qint64{1} << 40; // bytes
 
-/// The largest request to data::canAllocate() so far; -1 if there was no request.
+/// The free memory in bytes that data::canAllocate() assumes in a fuzz target. It is
+/// simulated, because the allocator of AddressSanitizer is very slow for large blocks. If it
+/// cannot allocate a block, it ends the process instead of returning null.
+inline qint64 freeMemory = plentyOfMemory;
+
+/// The largest request to data::canAllocate() since the start of the latest
+/// peakRequestOf(); -1 if there was no request.
 inline qint64 peakRequest = -1; // bytes
 
 /// Limits the simulated free memory during the lifetime of this object. The limit is
-/// compared with the whole request to data::canAllocate(), which includes the reserve that
+/// compared with the whole request to data::canAllocate(), which can include a reserve that
 /// the program keeps free, so a result of peakRequestOf() can be used as the limit.
 class LimitedMemory
 {
@@ -28,10 +30,10 @@ public:
     Q_DISABLE_COPY_MOVE(LimitedMemory)
 };
 
-/// Runs @p action and returns its largest request in bytes; -1 if it requests no memory. Does
-/// not change the free memory, so no LimitedMemory may exist during the call. With exactly the
-/// returned amount of free memory, the action must have the same result; with less, it must
-/// fail.
+/// Runs @p action and returns its largest request in bytes; -1 if it makes no request. No
+/// LimitedMemory may exist during the call, because it could refuse a request. With exactly
+/// the returned amount of free memory, no request of the action is refused; with less, its
+/// largest request is refused.
 template <typename Action>
 qint64 peakRequestOf(Action&& action)
 {

@@ -1,7 +1,9 @@
-// Tests binary maps: reading and writing files, smoothing, copying, appending.
+// Tests binary maps: reading and writing files, smoothing, copying, appending, the change of
+// the size, and data IDs in file names.
 //
 // An input that begins with "2dData" is used as a file. Any other input is a sequence of
-// numbers from which maps and operations on them are generated.
+// numbers from which maps and operations on them are generated. About one in eight of these
+// inputs is also used as a file that is not a binary map.
 #include "data/A2DData.h"
 #include "data/PixelFile.h"
 #include "data/TDData0.h"
@@ -46,9 +48,9 @@ bool areSame(const QList<double>& a, const QList<double>& b)
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), sameDouble);
 }
 
-/// Whether both lists have the same flags. If both are empty and only one of them has
-/// allocated memory, QList's operator== passes a null pointer to memcmp(), which UBSan
-/// reports.
+/// Whether both lists have the same flags. Does not use QList's operator==: if both lists are
+/// empty and only one of them has allocated memory, it passes a null pointer to memcmp(),
+/// which UBSan reports.
 bool areSame(const QList<bool>& a, const QList<bool>& b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end());
@@ -83,8 +85,9 @@ double roundedToSixDigits(double extreme)
 }
 
 /// Saves the map and loads it again. Size, values and flags must be unchanged. The smallest
-/// and largest value must be rounded to six digits. If the data ID is printable ASCII, it
-/// must be unchanged, and saving the loaded map must write the same bytes again.
+/// and largest value must be rounded to six digits. If the data ID, converted to Latin-1, is
+/// printable ASCII, the loaded ID must be equal to it, and saving the loaded map must write
+/// the same bytes again.
 void checkRoundTrip(const TDData0& map)
 {
     const QString path = savedFile().path();
@@ -238,7 +241,7 @@ void checkFile(const QByteArray& bytes)
         }
     }
     // The following checks run only for some inputs, because each of them opens the file
-    // several times.
+    // again.
     if (fuzz::oneIn(4, bytes)) {
         checkLoadOver(map, isLoaded, path);
     }
@@ -250,8 +253,8 @@ void checkFile(const QByteArray& bytes)
     }
 }
 
-/// For a file that is not a binary map, every function must return false and change no
-/// pixels.
+/// For a file that is not a binary map, every function that reads it must return false and
+/// change no pixels.
 void checkOtherFile(const QByteArray& bytes)
 {
     inputFile().setContents(bytes);
@@ -263,8 +266,8 @@ void checkOtherFile(const QByteArray& bytes)
     checkAppended(TDData0(0, 0), false, 100);
 }
 
-/// Fills a map with values and flags. With @p isExact all values are small integers. The
-/// lists of values and flags can be made shorter than the number of pixels.
+/// Fills a map with values and flags. With @p isExact all values are small integers. For
+/// some inputs the list of values or flags is then made shorter than the number of pixels.
 void fill(TDData0& map, ByteReader& reader, bool isExact)
 {
     for (qsizetype i = 0; i < map.data.size(); ++i) {
@@ -435,7 +438,7 @@ void fuzz::tryInput(const QByteArray& bytes)
     static int count = 1;
     static char name[] = "fuzz_binarymap";
     static char* names[] = {name, nullptr};
-    // Smoothing calls deleteLater() on a map, which needs an application object.
+    // Smoothing can call deleteLater() on a map; an application object is needed to delete it.
     static const QCoreApplication application(count, names);
     if (QString::fromUtf8(bytes.left(64)).startsWith(QLatin1String("2dData"))) {
         checkFile(bytes);

@@ -1,6 +1,7 @@
-// Tests the calculations on spectra (pre-edge and post-edge lines, interpolation, linear
-// fits), the collection of energy rows and references, the non-equivalent method, the
-// choice of the calculation form, and the search for the extremes of a map.
+// Tests the calculations on spectra (such as pre-edge and post-edge lines, interpolation and
+// linear fits), the collection of energy rows and references, the non-equivalent method, the
+// choice of the calculation form, the search for the extremes of a map, and the search for
+// the pixel at a position.
 
 #include "support/ByteReader.h"
 #include "support/FuzzTarget.h"
@@ -346,8 +347,8 @@ void checkCollection(const QList<analysis::PointState>& points,
     checkPlane(three);
 }
 
-/// Checks the non-equivalent method, first called directly and then as a part of the
-/// complete target calculation.
+/// Checks neqSolve() against the reference implementation, and the results of
+/// neqTargetResult() against the results of both.
 void checkNonEquivalent(fuzz::ByteReader& in, const QList<analysis::PointState>& points,
                         const analysis::ReferenceSet& references)
 {

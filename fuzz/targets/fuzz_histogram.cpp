@@ -74,8 +74,8 @@ void checkCounts(const HistogramCounts& counts, const tests::PlainHistogram& pla
     FUZZ_REQUIRE(counts.total == plain.total);
 }
 
-/// Arbitrary values, values on bin boundaries, values between the limits, and repetitions of
-/// the previous value.
+/// Arbitrary values, values on bin boundaries, values between the outer bin boundaries, and
+/// repetitions of the previous value.
 QList<double> nextValues(fuzz::ByteReader& in, const HistogramCounts& counts)
 {
     QList<double> values;

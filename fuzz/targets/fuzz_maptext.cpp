@@ -141,7 +141,7 @@ void checkFile(const QByteArray& bytes)
     const Reading expected = plainReading(bytes);
     Reading found;
     // Files with a byte order mark are not read with short reads, because the decoding of
-    // their invalid text depends on the sizes of the reads.
+    // invalid text in them depends on the sizes of the reads.
     const bool hasMark = QStringConverter::encodingForData(bytes.left(4)).has_value();
     if (!hasMark && fuzz::oneIn(4, bytes)) {
         tests::ShortReadDevice device(bytes, 1 + bytes.size() % 9, bytes.size() % 2 == 0);
@@ -172,8 +172,8 @@ void fuzz::tryInput(const QByteArray& bytes)
 {
     checkFile(bytes);
     if (oneIn(64, bytes)) {
-        // The decoder reads 16384 bytes at a time. The comment line before the input is as long
-        // as needed for the first read to end inside the input.
+        // The decoder reads 16384 bytes at a time. The length of the comment line before the
+        // input is chosen so that the first read usually ends inside the input.
         constexpr qsizetype piece = 16384;
         const qsizetype before = piece - 2 - bytes.size() / 2 % 1000;
         checkFile("#" + QByteArray(before, ' ') + "\n" + bytes);

@@ -48,7 +48,7 @@ std::vector<double*> rowsOf(Matrix& matrix)
 struct System {
     Matrix a;
     Numbers b;
-    bool isWellConditioned = false; ///< small integers, diagonally dominant before a row rotation
+    bool isWellConditioned = false; ///< integers; diagonally dominant before the rows are rotated
 
     int size() const { return static_cast<int>(b.size()); }
 };
@@ -158,7 +158,8 @@ void checkResidual(const System& system, const Numbers& x)
     }
 }
 
-/// Returns the library's solution and checks all its intermediate results.
+/// Solves @p system with the matrix library, checks the factors and the solution, and returns
+/// the solution.
 Numbers checkLibrary(const System& system)
 {
     const int n = system.size();
@@ -300,7 +301,7 @@ void checkProducts(const System& left, const System& right)
 }
 
 /// For a size below 1, functions that allocate must return a null pointer, and the other
-/// functions must do nothing.
+/// functions called here must not access the matrix.
 void checkNoSize(int n)
 {
     double** matrix = SmallMatrix::newMatrix(n);

@@ -16,7 +16,8 @@
 namespace
 {
 
-/// The line as the file reader receives it. It ends with a line feed.
+/// The bytes before the first line feed, followed by a line feed, which the tested functions
+/// need. A sanitizer can miss reads past it, because the vector can have spare capacity.
 std::vector<char> lineOf(const QByteArray& bytes)
 {
     const auto end = std::find(bytes.begin(), bytes.end(), '\n');
@@ -51,8 +52,9 @@ void checkTextWords(const QString& line, const QStringList& expected)
 }
 
 /// Converts every @p step-th word to a double and skips the other words. If the reader then
-/// reports a plain line, it must have found as many words as the decoded text has, and the
-/// numbers must be equal to the results of QString::toDouble().
+/// reports a plain line, it must have found as many words as the decoded text has, the
+/// numbers must be equal to the results of QString::toDouble(), and startsWith() must be
+/// right.
 void checkByteWords(const std::vector<char>& line, const QStringList& expected, int step)
 {
     data::ByteWords words(line.data());

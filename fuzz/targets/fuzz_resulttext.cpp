@@ -68,7 +68,7 @@ A2DData nextMap(fuzz::ByteReader& in)
     map.extended = in.number(0, 1) == 1;
     const int form = in.number(0, 31);
     if (form == 0) {
-        // A map without pixels, with any height.
+        // A map without pixels, whose height can be above 0.
         map.xNum = in.oneOf(QList<int>{0, -1, std::numeric_limits<int>::min()});
         map.yNum = in.number(-2, 300);
     } else if (form == 1) {
@@ -93,7 +93,9 @@ QString nextNumberText(fuzz::ByteReader& in)
     return in.number(0, 3) == 0 ? in.text(6) : QString::number(in.anyDouble(), 'g', 17);
 }
 
-/// Whether @p text is @p value rounded to six significant digits.
+/// Whether @p text is a number within 5e-6 * |value| of @p value, the largest error of
+/// rounding to six significant digits. NaN and infinities must be spelled "nan", "inf" and
+/// "-inf".
 bool isToSixDigits(const QByteArray& text, double value)
 {
     if (!std::isfinite(value)) {

@@ -1,5 +1,5 @@
-// Tests spectrum files of both formats and interpolation at ordinary and extreme
-// energies.
+// Tests spectrum files of both formats and the values calculated from spectra, at ordinary
+// and extreme energies.
 //
 // An input is used as the file.
 #include "data/AMutE.h"
@@ -111,8 +111,8 @@ void checkSecondRead(const AMutE& first, const QByteArray& bytes)
     AMutE record = recordFor(bytes);
     readDevice(record, bytes.sliced(bytes.size() / 2));
     FUZZ_REQUIRE(readDevice(record, bytes) == first.valid);
-    // After a failed read the pre-edge and post-edge lines of the previous spectrum remain;
-    // the program does not use them.
+    // After a failed read the pre-edge and post-edge lines of the previous spectrum remain,
+    // so they are not compared.
     if (!first.valid) {
         record.preLine = first.preLine;
         record.postLine = first.postLine;
@@ -181,7 +181,8 @@ void checkOtherDevices(const AMutE& expected, const QByteArray& bytes)
     checkPoints(record, isRead, bytes.left(end));
 }
 
-/// Energies at the points, between them and outside their range, and non-finite energies.
+/// Energies at and 0.5 eV above some of the points, a few fixed energies, and non-finite
+/// energies.
 QList<double> energiesAround(const AMutE& record)
 {
     QList<double> energies{nan, infinity, -infinity, 0.0, 8333.0, 1e308};

@@ -1,7 +1,9 @@
-// Tests the functions of data/TextItems.h against their documented properties.
+// Tests the functions of data/TextItems.h, except energiesOfList(), against their documented
+// properties.
 //
-// The first byte of an input determines a length and the encoding. A line of text follows.
-// A character with code 1 ends the line; a second text follows after this character.
+// The first byte of an input determines a length, a number of items and the encoding. A line
+// of text follows. A character with code 1 ends the line; a second text follows after this
+// character.
 #include "data/TextItems.h"
 #include "support/FuzzTarget.h"
 #include "support/InputText.h"
@@ -77,7 +79,8 @@ void checkComment(const QString& line)
 
 /// The documented formula: leading white space is removed, and the rest is cut to n - 1
 /// characters, where n is the index of the last non-blank character in the untrimmed
-/// line. On purpose, n includes the leading white space, so the cut often removes text.
+/// line. On purpose, n counts the leading white space, too: without it, the cut removes the
+/// last two characters of the text; after one blank, the last one; after more, none.
 void checkTrimmed(const QString& line)
 {
     qsizetype first = 0;
@@ -117,8 +120,9 @@ void checkFields(const QString& text, const QString& other)
     FUZZ_REQUIRE(field == text);
     FUZZ_REQUIRE(data::commaFieldLoose(written + u',' + other, field) == other);
     FUZZ_REQUIRE(field == text);
-    // Repeated reading must consume every line, also if the same object is passed as the
-    // field and as the line.
+    // Each call of commaFieldLoose() must consume at least one character. commaField() must
+    // not return more than the line, also if the same object is passed as the field and as
+    // the line.
     QString line = text;
     while (!line.isEmpty()) {
         const qsizetype before = line.size();
@@ -131,7 +135,7 @@ void checkFields(const QString& text, const QString& other)
         line = data::commaField(line, line);
         FUZZ_REQUIRE(line.size() <= before);
         if (line.size() == before) {
-            break; // prevents an endless loop; each call consumes at least one character
+            break; // prevents an endless loop
         }
     }
 }

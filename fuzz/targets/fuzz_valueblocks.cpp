@@ -100,8 +100,8 @@ private:
 
     std::ptrdiff_t keptPlace() { return m_in.number(0, static_cast<int>(m_kept.size()) - 1); }
 
-    /// Moves the value lists of some rows into one memory block and fills them, as a
-    /// calculation does.
+    /// Replaces the value lists of some rows by lists in one memory block and fills them, as
+    /// a calculation does.
     void share()
     {
         const int block = m_in.number(0, maxBlocks - 1);
@@ -211,7 +211,7 @@ private:
     }
 
     fuzz::ByteReader& m_in;
-    double m_next = 0.0; ///< the latest value; each operation uses a new value
+    double m_next = 0.0; ///< the latest value; new values count up
     data::ValueBlocks m_blocks;
     std::vector<A2DRow> m_rows; ///< maxRows consecutive rows for each block
     std::vector<QList<double>> m_wanted;
