@@ -14,7 +14,7 @@ class tst_EnergyGrid : public QObject
 private Q_SLOTS:
     void headingsHaveTwoLines();
     void rowsAreBelowTheHeadings();
-    void pathFillsItsColumnAndOtherWidgetsAreCentred();
+    void pathFieldFillsItsColumnAndOtherWidgetsAreCentred();
     void fieldsForAllRowsAreInTheMatchingColumns();
     void widgetsOfARowMoveIntoTheGridsParent();
 };
@@ -74,7 +74,7 @@ void tst_EnergyGrid::rowsAreBelowTheHeadings()
     }
 }
 
-void tst_EnergyGrid::pathFillsItsColumnAndOtherWidgetsAreCentred()
+void tst_EnergyGrid::pathFieldFillsItsColumnAndOtherWidgetsAreCentred()
 {
     QWidget frame;
     QGridLayout grid(&frame);

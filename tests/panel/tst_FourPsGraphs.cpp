@@ -85,41 +85,41 @@ private Q_SLOTS:
     void init();
 
     void spectrumRowsDrawIntoTheirPlots();
-    void closingTheGraphWindowHidesIt();
+    void reopenedGraphWindowKeepsItsZoom();
 
-    void draggingTheEdgeWritesItsField_data();
-    void draggingTheEdgeWritesItsField();
-    void draggingALimitWritesItsOffset_data();
-    void draggingALimitWritesItsOffset();
-    void thirdAndFourthReferenceHaveNoMarkers_data();
-    void thirdAndFourthReferenceHaveNoMarkers();
-    void pressAwayFromTheMarkerLinesDragsNothing();
-    void dragRecalculatesOncePerValidReference_data();
-    void dragRecalculatesOncePerValidReference();
+    void draggingTheEdgeLineWritesTheEdgeField_data();
+    void draggingTheEdgeLineWritesTheEdgeField();
+    void draggingALimitLineWritesItsOffsetFromTheEdge_data();
+    void draggingALimitLineWritesItsOffsetFromTheEdge();
+    void markersOfThirdAndFourthReferenceCannotBeDragged_data();
+    void markersOfThirdAndFourthReferenceCannotBeDragged();
+    void pressAwayFromTheMarkerLinesDragsNoLine();
+    void eachDragStepRecalculatesOncePerValidReference_data();
+    void eachDragStepRecalculatesOncePerValidReference();
     void pressWithoutDragRecalculatesOnRelease();
     void releasedMarkerSetsTheEdgeBeforeRecalculating();
-    void movingMarkerSetsTheEdgeBeforeRecalculating();
-    void columnsAndResultFollowTheDraggedEdge();
+    void draggedMarkerSetsTheEdgeBeforeRecalculating();
+    void mutColumnsAndTargetResultFollowTheDraggedEdge();
     void plotsFollowTheDraggedEdge();
 
-    void wheelZoomsOnlyItsPlot();
-    void doubleClickFitsOnlyItsPlot();
-    void markersAreDraggedInThePoppedOutWindow();
+    void wheelZoomsOnlyThePlotUnderTheMouse();
+    void doubleClickFitsOnlyTheClickedPlot();
+    void markersCanBeDraggedInAPoppedOutPlot();
 
-    void doubleClickInTheComparisonEndsWithTheSecondColor();
-    void otherPlotsDoNotChangeTheComparison_data();
-    void otherPlotsDoNotChangeTheComparison();
+    void doubleClickInTheComparisonSelectsTheSecondColor();
+    void clicksInOtherPlotsKeepTheComparison_data();
+    void clicksInOtherPlotsKeepTheComparison();
 
-    void normalisationRadioRepaintsAndClearsTheScale_data();
-    void normalisationRadioRepaintsAndClearsTheScale();
-    void histogramSelectionRepaints_data();
-    void histogramSelectionRepaints();
+    void normalisationRadioRepaintsTheGraphsAndClearsTheRange_data();
+    void normalisationRadioRepaintsTheGraphsAndClearsTheRange();
+    void histogramSelectionRepaintsTheGraphs_data();
+    void histogramSelectionRepaintsTheGraphs();
     void actionRepaintsTheGraphs_data();
     void actionRepaintsTheGraphs();
     void actionRepaintsNothing_data();
     void actionRepaintsNothing();
-    void mapWithoutRowsRepaintsTheGraphs();
-    void displayFilesRepaintTheGraphs();
+    void emptyResultMapRepaintsTheGraphs();
+    void loadingADisplayFileRepaintsTheGraphs();
     void selectingADisplayFileRepaintsTheGraphs();
     void removingADisplayFileRepaintsTheGraphs();
 
@@ -244,7 +244,7 @@ void tst_FourPsGraphs::spectrumRowsDrawIntoTheirPlots()
     QVERIFY(showsEdgeAt(plot(Displays::DRef1), 8350.0));
 }
 
-void tst_FourPsGraphs::closingTheGraphWindowHidesIt()
+void tst_FourPsGraphs::reopenedGraphWindowKeepsItsZoom()
 {
     plot(Displays::DRef1)->DispA->cc.setReal(8200.0, 0.0, 8400.0, 1.0);
     QVERIFY(m_panel->Disps->close());
@@ -256,7 +256,7 @@ void tst_FourPsGraphs::closingTheGraphWindowHidesIt()
     QVERIFY(showsEdgeAt(plot(Displays::DRef1), 8350.0, 8200.0, 8400.0));
 }
 
-void tst_FourPsGraphs::draggingTheEdgeWritesItsField_data()
+void tst_FourPsGraphs::draggingTheEdgeLineWritesTheEdgeField_data()
 {
     QTest::addColumn<int>("id");
     QTest::newRow("first reference") << int(Displays::DRef1);
@@ -264,7 +264,7 @@ void tst_FourPsGraphs::draggingTheEdgeWritesItsField_data()
     QTest::newRow("target") << int(Displays::DTarget);
 }
 
-void tst_FourPsGraphs::draggingTheEdgeWritesItsField()
+void tst_FourPsGraphs::draggingTheEdgeLineWritesTheEdgeField()
 {
     QFETCH(int, id);
     DispABase* of = plot(static_cast<Displays::DispId>(id));
@@ -294,7 +294,7 @@ void tst_FourPsGraphs::draggingTheEdgeWritesItsField()
     QCOMPARE(m_panel->ui.PostEStartDE->text(), QStringLiteral("100"));
 }
 
-void tst_FourPsGraphs::draggingALimitWritesItsOffset_data()
+void tst_FourPsGraphs::draggingALimitLineWritesItsOffsetFromTheEdge_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<bool>("post");
@@ -306,7 +306,7 @@ void tst_FourPsGraphs::draggingALimitWritesItsOffset_data()
     }
 }
 
-void tst_FourPsGraphs::draggingALimitWritesItsOffset()
+void tst_FourPsGraphs::draggingALimitLineWritesItsOffsetFromTheEdge()
 {
     QFETCH(int, id);
     QFETCH(bool, post);
@@ -329,14 +329,14 @@ void tst_FourPsGraphs::draggingALimitWritesItsOffset()
              post ? QStringLiteral("-50") : QStringLiteral("100"));
 }
 
-void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoMarkers_data()
+void tst_FourPsGraphs::markersOfThirdAndFourthReferenceCannotBeDragged_data()
 {
     QTest::addColumn<int>("reference");
     QTest::newRow("third reference") << 2;
     QTest::newRow("fourth reference") << 3;
 }
 
-void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoMarkers()
+void tst_FourPsGraphs::markersOfThirdAndFourthReferenceCannotBeDragged()
 {
     QFETCH(int, reference);
     AXafsFileSelect* row = m_panel->XafsFiles.at(reference);
@@ -351,7 +351,7 @@ void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoMarkers()
     QVERIFY(messages(*m_panel).isEmpty());
 }
 
-void tst_FourPsGraphs::pressAwayFromTheMarkerLinesDragsNothing()
+void tst_FourPsGraphs::pressAwayFromTheMarkerLinesDragsNoLine()
 {
     DispABase* of = plot(Displays::DRef1);
     const PlotPlace place = plotAreaOf(of);
@@ -365,7 +365,7 @@ void tst_FourPsGraphs::pressAwayFromTheMarkerLinesDragsNothing()
     QVERIFY(messages(*m_panel).isEmpty());
 }
 
-void tst_FourPsGraphs::dragRecalculatesOncePerValidReference_data()
+void tst_FourPsGraphs::eachDragStepRecalculatesOncePerValidReference_data()
 {
     QTest::addColumn<int>("valid");
     QTest::addColumn<int>("perMove"); // recalculations per mouse move
@@ -377,7 +377,7 @@ void tst_FourPsGraphs::dragRecalculatesOncePerValidReference_data()
     QTest::newRow("three references, two in use") << 3 << 3 << 7;
 }
 
-void tst_FourPsGraphs::dragRecalculatesOncePerValidReference()
+void tst_FourPsGraphs::eachDragStepRecalculatesOncePerValidReference()
 {
     QFETCH(int, valid);
     QFETCH(int, perMove);
@@ -435,7 +435,7 @@ void tst_FourPsGraphs::releasedMarkerSetsTheEdgeBeforeRecalculating()
     }
 }
 
-void tst_FourPsGraphs::movingMarkerSetsTheEdgeBeforeRecalculating()
+void tst_FourPsGraphs::draggedMarkerSetsTheEdgeBeforeRecalculating()
 {
     selectFitRange();
     m_panel->lcf();
@@ -446,7 +446,7 @@ void tst_FourPsGraphs::movingMarkerSetsTheEdgeBeforeRecalculating()
     QVERIFY(m_panel->LCFvs4PS.first().lcfValence != before);
 }
 
-void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
+void tst_FourPsGraphs::mutColumnsAndTargetResultFollowTheDraggedEdge()
 {
     // With the edge at 8440 eV the pre-edge range includes a part of the rise, so the
     // pre-edge line is wrong. With the edge at 8350 eV the pre-edge line is 0, so the mut
@@ -507,7 +507,7 @@ void tst_FourPsGraphs::plotsFollowTheDraggedEdge()
     QCOMPARE(paints.counts(), paintsOfGridPlots(1));
 }
 
-void tst_FourPsGraphs::wheelZoomsOnlyItsPlot()
+void tst_FourPsGraphs::wheelZoomsOnlyThePlotUnderTheMouse()
 {
     SurfacePaints paints(*m_panel->Disps);
     DispABase* of = plot(Displays::DRef1);
@@ -529,7 +529,7 @@ void tst_FourPsGraphs::wheelZoomsOnlyItsPlot()
     QVERIFY(near(m_panel->Disps->frame(Displays::DTarget)->DispA->cc.realX0, lowestEv));
 }
 
-void tst_FourPsGraphs::doubleClickFitsOnlyItsPlot()
+void tst_FourPsGraphs::doubleClickFitsOnlyTheClickedPlot()
 {
     for (const auto id : {Displays::DRef1, Displays::DRef2, Displays::DTarget}) {
         plot(id)->DispA->cc.setReal(8100.0, 0.0, 8200.0, 1.0);
@@ -544,7 +544,7 @@ void tst_FourPsGraphs::doubleClickFitsOnlyItsPlot()
     QCOMPARE(m_panel->LCFvs4PS.size(), 1);
 }
 
-void tst_FourPsGraphs::markersAreDraggedInThePoppedOutWindow()
+void tst_FourPsGraphs::markersCanBeDraggedInAPoppedOutPlot()
 {
     DispABase* of = plot(Displays::DRef1);
     of->popDock();
@@ -562,7 +562,7 @@ void tst_FourPsGraphs::markersAreDraggedInThePoppedOutWindow()
     release(of->DispA, QPointF(start + 33, middle(of)));
 }
 
-void tst_FourPsGraphs::doubleClickInTheComparisonEndsWithTheSecondColor()
+void tst_FourPsGraphs::doubleClickInTheComparisonSelectsTheSecondColor()
 {
     m_panel->LCFvs4PS.append(LCFPoint());
     m_panel->LCFColor = 7;
@@ -578,17 +578,17 @@ void tst_FourPsGraphs::doubleClickInTheComparisonEndsWithTheSecondColor()
     QVERIFY(m_panel->LCFvs4PS.isEmpty());
 }
 
-void tst_FourPsGraphs::otherPlotsDoNotChangeTheComparison_data()
+void tst_FourPsGraphs::clicksInOtherPlotsKeepTheComparison_data()
 {
     QTest::addColumn<int>("id");
     for (int id = Displays::DRef1; id <= Displays::DM2M3; ++id) {
         if (id != Displays::DLCFvs4PS) {
-            QTest::addRow("plot %d", id) << id;
+            QTest::addRow("plot with id %d", id) << id;
         }
     }
 }
 
-void tst_FourPsGraphs::otherPlotsDoNotChangeTheComparison()
+void tst_FourPsGraphs::clicksInOtherPlotsKeepTheComparison()
 {
     QFETCH(int, id);
     m_panel->LCFvs4PS.append(LCFPoint());
@@ -600,7 +600,7 @@ void tst_FourPsGraphs::otherPlotsDoNotChangeTheComparison()
     QCOMPARE(m_panel->LCFColor, 7);
 }
 
-void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale_data()
+void tst_FourPsGraphs::normalisationRadioRepaintsTheGraphsAndClearsTheRange_data()
 {
     QTest::addColumn<QString>("before");
     QTest::newRow("NNone") << "NBy2Vics";
@@ -609,7 +609,7 @@ void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale_data()
     QTest::newRow("NBy2Vics") << "NByEJ";
 }
 
-void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale()
+void tst_FourPsGraphs::normalisationRadioRepaintsTheGraphsAndClearsTheRange()
 {
     QFETCH(QString, before);
     chooseWithoutSignals(m_panel->findChild<QAbstractButton*>(before));
@@ -632,7 +632,7 @@ void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale()
     QCOMPARE(paints.counts(), paintsOfGridPlots(0));
 }
 
-void tst_FourPsGraphs::histogramSelectionRepaints_data()
+void tst_FourPsGraphs::histogramSelectionRepaintsTheGraphs_data()
 {
     // The radio button that is checked before the click; empty for check boxes.
     QTest::addColumn<QString>("before");
@@ -645,7 +645,7 @@ void tst_FourPsGraphs::histogramSelectionRepaints_data()
     QTest::newRow("HgC2") << "HgC1";
 }
 
-void tst_FourPsGraphs::histogramSelectionRepaints()
+void tst_FourPsGraphs::histogramSelectionRepaintsTheGraphs()
 {
     QFETCH(QString, before);
     auto* choice = m_panel->findChild<QAbstractButton*>(QLatin1String(QTest::currentDataTag()));
@@ -761,7 +761,7 @@ void tst_FourPsGraphs::actionRepaintsNothing()
     QCOMPARE(paints.counts(), paintsOfGridPlots(0));
 }
 
-void tst_FourPsGraphs::mapWithoutRowsRepaintsTheGraphs()
+void tst_FourPsGraphs::emptyResultMapRepaintsTheGraphs()
 {
     prepareMaps({0, 1, 2});
     A2DData& map = *m_panel->EPoints.at(2);
@@ -772,7 +772,7 @@ void tst_FourPsGraphs::mapWithoutRowsRepaintsTheGraphs()
     QCOMPARE(paints.counts(), paintsOfGridPlots(1));
 }
 
-void tst_FourPsGraphs::displayFilesRepaintTheGraphs()
+void tst_FourPsGraphs::loadingADisplayFileRepaintsTheGraphs()
 {
     SurfacePaints paints(*m_panel->Disps);
     Q_EMIT m_panel->ui.DispFSelect->newFilePaths({m_files.broken});

@@ -162,16 +162,16 @@ private Q_SLOTS:
 
     void xLimitsAreTheFieldValues_data();
     void xLimitsAreTheFieldValues();
-    void highestCountZeroShowsOnlyTheTitles_data();
-    void highestCountZeroShowsOnlyTheTitles();
+    void histogramWithoutCountsShowsOnlyTheTitles_data();
+    void histogramWithoutCountsShowsOnlyTheTitles();
 
     void reversedLimitsMirrorThePlot();
     void histogramWithOneBinHasNoBars();
 
-    void calculatedMapIsShownImmediately();
+    void histogramsOfACalculatedMapAreShownImmediately();
 
-    void checkBoxOfAnUnusedRowIsIgnored();
-    void currentRatioHistogramDoesNotChangeThePlot();
+    void checkBoxOfAnUnusedReferenceIsIgnored();
+    void plotDoesNotUseTheCurrentRatioHistogram();
 
 private:
     HistogramPlot plotFor(int id) { return plotOf(*m_panel, id); }
@@ -250,21 +250,23 @@ void tst_FourPsHistograms::checkBoxesSelectTheHistograms_data()
     add("main histogram and one reference", {0, 1}, {0, 1}, true, {0}, {{0, 0}});
     add("only one reference", {0, 1}, {0, 1}, false, {0}, {{0, 0}});
     add("only the second reference", {0, 1}, {0, 1}, false, {1}, {{1, 1}});
-    add("two references", {0, 1}, {0, 1}, true, {0, 1}, {{0, 0}, {1, 1}});
-    add("three references", {0, 1, 2}, all, true, {0, 1, 2}, {{0, 0}, {1, 1}, {2, 2}});
-    add("four references", all, all, true, all, {{0, 0}, {1, 1}, {2, 2}, {3, 3}});
+    add("main histogram and two references", {0, 1}, {0, 1}, true, {0, 1}, {{0, 0}, {1, 1}});
+    add("main histogram and three references", {0, 1, 2}, all, true, {0, 1, 2},
+        {{0, 0}, {1, 1}, {2, 2}});
+    add("main histogram and four references", all, all, true, all,
+        {{0, 0}, {1, 1}, {2, 2}, {3, 3}});
     add("only four references", all, all, false, all, {{0, 0}, {1, 1}, {2, 2}, {3, 3}});
-    add("the first and the last reference", all, all, true, {0, 3}, {{0, 0}, {3, 3}});
-    add("unused row between used ones", {0, 2}, all, true, all, {{0, 0}, {1, 2}});
-    add("unused rows before used ones", {2, 3}, all, false, all, {{0, 2}, {1, 3}});
-    add("two unused rows between used ones", {0, 3}, all, true, all, {{0, 0}, {1, 3}});
-    add("invalid row between valid ones", {0, 1, 2}, {0, 2, 3}, true, all, {{0, 0}, {2, 2}});
-    add("invalid row before valid ones", {0, 1, 2}, {1, 2}, true, all, {{1, 1}, {2, 2}});
-    add("unused and invalid rows between others", {0, 2, 3}, {0, 1, 3}, true, all,
+    add("main histogram, first and last reference", all, all, true, {0, 3}, {{0, 0}, {3, 3}});
+    add("unused row between used rows", {0, 2}, all, true, all, {{0, 0}, {1, 2}});
+    add("unused rows before used rows", {2, 3}, all, false, all, {{0, 2}, {1, 3}});
+    add("two unused rows between used rows", {0, 3}, all, true, all, {{0, 0}, {1, 3}});
+    add("invalid row between valid rows", {0, 1, 2}, {0, 2, 3}, true, all, {{0, 0}, {2, 2}});
+    add("invalid row before valid rows", {0, 1, 2}, {1, 2}, true, all, {{1, 1}, {2, 2}});
+    add("an unused and an invalid row between shown rows", {0, 2, 3}, {0, 1, 3}, true, all,
         {{0, 0}, {2, 3}});
-    add("all invalid", all, {}, true, all, {});
+    add("all references invalid", all, {}, true, all, {});
     add("no reference used", {}, all, true, all, {});
-    add("check box of the row, not of the index in use", {1, 3}, all, true, {3}, {{1, 3}});
+    add("check box of row 3, the second row in use", {1, 3}, all, true, {3}, {{1, 3}});
     add("check box of an unused row", {1, 3}, all, true, {0, 2}, {});
     add("check box of row 1, the first row in use", {1, 3}, all, true, {1}, {{0, 1}});
 }
@@ -311,13 +313,13 @@ void tst_FourPsHistograms::xLimitsAreTheFieldValues()
     QCOMPARE(of.from->text(), QStringLiteral("-0.7"));
 }
 
-void tst_FourPsHistograms::highestCountZeroShowsOnlyTheTitles_data()
+void tst_FourPsHistograms::histogramWithoutCountsShowsOnlyTheTitles_data()
 {
     addBothPlots();
 }
 
 // All values are outside the limits, so every bin has the count 0.
-void tst_FourPsHistograms::highestCountZeroShowsOnlyTheTitles()
+void tst_FourPsHistograms::histogramWithoutCountsShowsOnlyTheTitles()
 {
     QFETCH(int, id);
     const HistogramPlot of = plotFor(id);
@@ -360,7 +362,7 @@ void tst_FourPsHistograms::histogramWithOneBinHasNoBars()
 
 // The map has one pixel with a = 1/2, valences 2 and 3, and thickness 1: one count in
 // the bin at valence 2.5 and one in the bin at thickness 1.
-void tst_FourPsHistograms::calculatedMapIsShownImmediately()
+void tst_FourPsHistograms::histogramsOfACalculatedMapAreShownImmediately()
 {
     FourPs& panel = *m_panel;
     resetPanel(panel);
@@ -388,7 +390,7 @@ void tst_FourPsHistograms::calculatedMapIsShownImmediately()
     QVERIFY(showsOnly(thickness, true, {}));
 }
 
-void tst_FourPsHistograms::checkBoxOfAnUnusedRowIsIgnored()
+void tst_FourPsHistograms::checkBoxOfAnUnusedReferenceIsIgnored()
 {
     setReferences(*m_panel, {1, 3}, {});
     checkBoxes(plotFor(Displays::DHistA), false, {0, 3});
@@ -406,7 +408,7 @@ void tst_FourPsHistograms::checkBoxOfAnUnusedRowIsIgnored()
 // References in use: rows 0 and 2. With the check box of row 2, currentRatioHist() returns
 // HistRatio.at(2): the index is the row. The plot still shows HistRatio.at(1): the index counts the
 // references in use.
-void tst_FourPsHistograms::currentRatioHistogramDoesNotChangeThePlot()
+void tst_FourPsHistograms::plotDoesNotUseTheCurrentRatioHistogram()
 {
     setReferences(*m_panel, {0, 2}, {0, 2});
     const HistogramPlot of = plotFor(Displays::DHistA);

@@ -59,16 +59,16 @@ private Q_SLOTS:
 
     void everyQuantityOfTheNonEquivalentMethodIsShown_data();
     void everyQuantityOfTheNonEquivalentMethodIsShown();
-    void valenceUsesTheCurrentReferences();
+    void valenceMapUsesTheCurrentReferences();
     void firstRowIsAtTheBottomAndFirstColumnAtTheLeft();
-    void pixelsBeyondTheSizeAreNotShown();
+    void pixelsBeyondTheMapSizeAreNotShown();
 
-    void presetLimitsNeedNoResult();
+    void presetLimitsAreSetWithoutAResult();
 
     void limitsOfSlopesAreFittedToTheValues_data();
     void limitsOfSlopesAreFittedToTheValues();
     void missingPixelsCountAsZeroForTheLimits();
-    void mapOfOnlyNanKeepsTheLimits();
+    void mapWithOnlyNanPixelsKeepsTheLimits();
     void infinitePixelWidensTheLimits_data();
     void infinitePixelWidensTheLimits();
     void equalValuesHaveTheFirstColour();
@@ -149,7 +149,7 @@ QList<double> tst_FourPsMapViews::shown(int quantity, int pixels) const
     return values;
 }
 
-void tst_FourPsMapViews::valenceUsesTheCurrentReferences()
+void tst_FourPsMapViews::valenceMapUsesTheCurrentReferences()
 {
     setFractions(*m_panel, 1, 1, {{0.25, 1.0}});
     QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {2.75}, 1.5, 3.5}));
@@ -173,14 +173,14 @@ void tst_FourPsMapViews::firstRowIsAtTheBottomAndFirstColumnAtTheLeft()
     QCOMPARE(image.pixelColor(right, 0), QColor(255, 255, 255));
 }
 
-void tst_FourPsMapViews::pixelsBeyondTheSizeAreNotShown()
+void tst_FourPsMapViews::pixelsBeyondTheMapSizeAreNotShown()
 {
     setQuantity(*m_panel, C1, 2, 1, {1.0, 3.0, -50.0, 50.0});
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 3.0}, 1.0, 3.0}));
     QCOMPARE(limitTexts(window()), QStringList({"1", "3"}));
 }
 
-void tst_FourPsMapViews::presetLimitsNeedNoResult()
+void tst_FourPsMapViews::presetLimitsAreSetWithoutAResult()
 {
     mapRadio(*m_panel, Ratio2)->setChecked(true);
     window()->setZRange(40.0, 50.0);
@@ -219,7 +219,7 @@ void tst_FourPsMapViews::missingPixelsCountAsZeroForTheLimits()
     QCOMPARE(barLimits(window()), QList<double>({-5.0, 0.0}));
 }
 
-void tst_FourPsMapViews::mapOfOnlyNanKeepsTheLimits()
+void tst_FourPsMapViews::mapWithOnlyNanPixelsKeepsTheLimits()
 {
     window()->setZRange(40.0, 50.0);
     setQuantity(*m_panel, C1, 2, 1, {notANumber, notANumber});

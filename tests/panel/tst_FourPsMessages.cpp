@@ -25,11 +25,11 @@ private Q_SLOTS:
     void newMessageIsScrolledIntoView_data();
     void newMessageIsScrolledIntoView();
     void messageBoxLooksAsIfLinesWereAddedOneByOne();
-    void recalculationWritesTheSameLinesAsItsParts();
+    void recalculationWritesTheLinesOfItsThreeCalculations();
     void linesOfARecalculationAreInsertedAtOnce_data();
     void linesOfARecalculationAreInsertedAtOnce();
-    void textIsUpToDateDuringARecalculation();
-    void recalculationWithoutLinesKeepsTheCursor();
+    void messageBoxIsUpToDateDuringARecalculation();
+    void recalculationWithoutMessagesKeepsTheCursor();
     void messageAfterARecalculationIsWrittenImmediately();
 
 private:
@@ -132,7 +132,7 @@ void tst_FourPsMessages::messageBoxLooksAsIfLinesWereAddedOneByOne()
     }
 }
 
-void tst_FourPsMessages::recalculationWritesTheSameLinesAsItsParts()
+void tst_FourPsMessages::recalculationWritesTheLinesOfItsThreeCalculations()
 {
     m_panel->calcMap();
     m_panel->calcTarget();
@@ -174,7 +174,7 @@ void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce()
     QVERIFY(showsItsEnd());
 }
 
-void tst_FourPsMessages::textIsUpToDateDuringARecalculation()
+void tst_FourPsMessages::messageBoxIsUpToDateDuringARecalculation()
 {
     prepareThreePoints(*m_panel);
     m_panel->calcTarget();
@@ -194,7 +194,7 @@ void tst_FourPsMessages::textIsUpToDateDuringARecalculation()
     QVERIFY(messages(*m_panel).contains(line));
 }
 
-void tst_FourPsMessages::recalculationWithoutLinesKeepsTheCursor()
+void tst_FourPsMessages::recalculationWithoutMessagesKeepsTheCursor()
 {
     for (int i = 0; i < 50; ++i) {
         m_panel->message(QString::number(i));

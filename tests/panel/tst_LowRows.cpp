@@ -51,10 +51,10 @@ class tst_LowRows : public QObject
 private Q_SLOTS:
     void fieldIsAsHighAsATextLineAndItsFrame();
     void fieldsButtonsAndListsHaveTheSameHeight();
-    void checkBoxesAreLowerThanFields();
+    void checkBoxesHaveASmallerHeightThanFields();
     void otherWidgetsAndDialogsKeepTheirHeights();
     void heightsFollowTheFont();
-    void widthsAreNotLimited();
+    void fieldWidthIsNotLimited();
 };
 
 void tst_LowRows::fieldIsAsHighAsATextLineAndItsFrame()
@@ -73,7 +73,7 @@ void tst_LowRows::fieldsButtonsAndListsHaveTheSameHeight()
     QCOMPARE(form.list->maximumHeight(), form.edit->maximumHeight());
 }
 
-void tst_LowRows::checkBoxesAreLowerThanFields()
+void tst_LowRows::checkBoxesHaveASmallerHeightThanFields()
 {
     const Form form;
     QVERIFY(form.check->maximumHeight() < form.edit->maximumHeight());
@@ -100,7 +100,7 @@ void tst_LowRows::heightsFollowTheFont()
     QVERIFY(form.edit->maximumHeight() > before);
 }
 
-void tst_LowRows::widthsAreNotLimited()
+void tst_LowRows::fieldWidthIsNotLimited()
 {
     const Form form;
     QCOMPARE(form.edit->maximumWidth(), QWIDGETSIZE_MAX);

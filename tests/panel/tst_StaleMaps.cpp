@@ -191,11 +191,11 @@ class tst_StaleMaps : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void resultIsTheSameOnAResetPanel_data();
-    void resultIsTheSameOnAResetPanel();
-    void resultIsTheSameOnANewPanel();
+    void resultEqualsTheResultOfAResetPanel_data();
+    void resultEqualsTheResultOfAResetPanel();
+    void resultEqualsTheResultOfANewPanel();
     void binaryMapLoadedOverATextMapKeepsTheTextPixels();
-    void copiedResultIsNotModified();
+    void copyOfTheResultIsNotModifiedByLaterCalculations();
 
 private:
     QString file(const QString& name, const QByteArray& content) const
@@ -232,7 +232,7 @@ void tst_StaleMaps::loadAll(FourPs& panel) const
     }
 }
 
-void tst_StaleMaps::resultIsTheSameOnAResetPanel_data()
+void tst_StaleMaps::resultEqualsTheResultOfAResetPanel_data()
 {
     QTest::addColumn<Action>("action");
     QTest::addColumn<bool>("changes"); // whether the action changes the result of every method
@@ -245,14 +245,14 @@ void tst_StaleMaps::addFileActions()
     const auto row = [](const char* name, bool changes, const Action& action) {
         QTest::newRow(name) << action << changes;
     };
-    row("another file of the same size", true,
+    row("another map of the same size", true,
         [this](FourPs& panel) { panel.EPoints.at(0)->loadData(file("other.dat", textMap(100))); });
     row("the same file with new content", true,
         [this](FourPs& panel) { panel.EPoints.at(2)->loadData(file("row2.dat", textMap(101))); });
-    row("another file of another size in the first row", true, [this](FourPs& panel) {
+    row("smaller map in the first row", true, [this](FourPs& panel) {
         panel.EPoints.at(0)->loadData(file("small.dat", textMap(102, 7, 10)));
     });
-    row("another file of another size in the V row", true, [this](FourPs& panel) {
+    row("larger map in the V row", true, [this](FourPs& panel) {
         panel.EPoints.at(2)->loadData(file("large.dat", textMap(103, 16, 12)));
     });
     row("path that cannot be read", false,
@@ -299,7 +299,7 @@ void tst_StaleMaps::addChoiceActions()
     const auto row = [](const char* name, bool changes, const Action& action) {
         QTest::newRow(name) << action << changes;
     };
-    row("another method and back", false, [](FourPs& panel) {
+    row("method changed and changed back", false, [](FourPs& panel) {
         const QList<QAbstractButton*> chosen{panel.ui.TypeNonEquiv, panel.ui.radioButton};
         const bool isNonEquivalent = panel.ui.TypeNonEquiv->isChecked();
         chosen.at(isNonEquivalent ? 1 : 0)->click();
@@ -311,7 +311,7 @@ void tst_StaleMaps::addChoiceActions()
         panel.calcMap();
         panel.EPoints.at(1)->UseCB->click();
     });
-    row("one row replaced by another", true, [](FourPs& panel) {
+    row("row in use replaced by another row", true, [](FourPs& panel) {
         panel.EPoints.at(0)->UseCB->click();
         panel.EPoints.at(7)->UseCB->click();
     });
@@ -331,7 +331,7 @@ void tst_StaleMaps::addChoiceActions()
 // has no earlier results and no cached data, then calculates with the same inputs. Both
 // panels must have the same result. If the calculation is refused, the first panel must keep
 // its earlier result.
-void tst_StaleMaps::resultIsTheSameOnAResetPanel()
+void tst_StaleMaps::resultEqualsTheResultOfAResetPanel()
 {
     QFETCH(Action, action);
     QFETCH(bool, changes);
@@ -364,7 +364,7 @@ void tst_StaleMaps::resultIsTheSameOnAResetPanel()
     }
 }
 
-void tst_StaleMaps::resultIsTheSameOnANewPanel()
+void tst_StaleMaps::resultEqualsTheResultOfANewPanel()
 {
     loadAll(*m_panel);
     useRows(*m_panel, {0, 1, 2, 3, 4, 5});
@@ -419,7 +419,7 @@ void tst_StaleMaps::binaryMapLoadedOverATextMapKeepsTheTextPixels()
     QCOMPARE(tests::differenceOf(result, expected), QString());
 }
 
-void tst_StaleMaps::copiedResultIsNotModified()
+void tst_StaleMaps::copyOfTheResultIsNotModifiedByLaterCalculations()
 {
     FourPs& panel = *m_panel;
     loadAll(panel);

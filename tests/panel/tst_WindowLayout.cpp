@@ -364,8 +364,8 @@ private Q_SLOTS:
     void extraHeightOfATallWindowStaysEmpty();
     void widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts_data();
     void widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts();
-    void moreConditionsCutOffNothing_data() { addLanguageRows(); }
-    void moreConditionsCutOffNothing();
+    void moreConditionsSectionCutsOffNoText_data() { addLanguageRows(); }
+    void moreConditionsSectionCutsOffNoText();
     void graphWindowShowsCompleteNumbers_data() { addLanguageRows(); }
     void graphWindowShowsCompleteNumbers();
     void graphWindowHasEqualColumns_data() { addLanguageRows(); }
@@ -376,14 +376,14 @@ private Q_SLOTS:
     void plotLabelsStayInTheirRectangles();
     void poppedOutWindowsAreTitledLikeTheirPlots_data() { addLanguageRows(); }
     void poppedOutWindowsAreTitledLikeTheirPlots();
-    void graphWindowOpensInItsSizeAndCutsOffNothing_data() { addLanguageRows(); }
-    void graphWindowOpensInItsSizeAndCutsOffNothing();
-    void mapWindowsOpenInTheirSizeAndCutOffNothing_data() { addLanguageRows(); }
-    void mapWindowsOpenInTheirSizeAndCutOffNothing();
-    void poppedOutPlotsCutOffNothing_data() { addLanguageRows(); }
-    void poppedOutPlotsCutOffNothing();
-    void poppedOutMapsCutOffNothing_data() { addLanguageRows(); }
-    void poppedOutMapsCutOffNothing();
+    void graphWindowOpensInItsDesignSizeAndCutsOffNoText_data() { addLanguageRows(); }
+    void graphWindowOpensInItsDesignSizeAndCutsOffNoText();
+    void mapWindowsOpenInTheirDesignSizeAndCutOffNoText_data() { addLanguageRows(); }
+    void mapWindowsOpenInTheirDesignSizeAndCutOffNoText();
+    void poppedOutPlotsCutOffNoText_data() { addLanguageRows(); }
+    void poppedOutPlotsCutOffNoText();
+    void poppedOutMapsCutOffNoText_data() { addLanguageRows(); }
+    void poppedOutMapsCutOffNoText();
     void graphWindowCanShrinkTo425By426Pixels_data() { addLanguageRows(); }
     void graphWindowCanShrinkTo425By426Pixels();
 };
@@ -539,7 +539,7 @@ void tst_WindowLayout::widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts(
     QCOMPARE(overlaps(program.body()), QString());
 }
 
-void tst_WindowLayout::moreConditionsCutOffNothing()
+void tst_WindowLayout::moreConditionsSectionCutsOffNoText()
 {
     QFETCH(app::Language, language);
     const Program program(language);
@@ -548,7 +548,7 @@ void tst_WindowLayout::moreConditionsCutOffNothing()
     QCOMPARE(cutOffTextsWhenShown(program.body()), QString());
 }
 
-void tst_WindowLayout::graphWindowOpensInItsSizeAndCutsOffNothing()
+void tst_WindowLayout::graphWindowOpensInItsDesignSizeAndCutsOffNoText()
 {
     QFETCH(app::Language, language);
     const Program program(language);
@@ -664,7 +664,7 @@ void tst_WindowLayout::poppedOutWindowsAreTitledLikeTheirPlots()
              english ? QString("Target") : QStringLiteral("対象"));
 }
 
-void tst_WindowLayout::mapWindowsOpenInTheirSizeAndCutOffNothing()
+void tst_WindowLayout::mapWindowsOpenInTheirDesignSizeAndCutOffNoText()
 {
     QFETCH(app::Language, language);
     const Program program(language);
@@ -674,7 +674,7 @@ void tst_WindowLayout::mapWindowsOpenInTheirSizeAndCutOffNothing()
     }
 }
 
-void tst_WindowLayout::poppedOutPlotsCutOffNothing()
+void tst_WindowLayout::poppedOutPlotsCutOffNoText()
 {
     QFETCH(app::Language, language);
     const Program program(language);
@@ -683,7 +683,7 @@ void tst_WindowLayout::poppedOutPlotsCutOffNothing()
     }
 }
 
-void tst_WindowLayout::poppedOutMapsCutOffNothing()
+void tst_WindowLayout::poppedOutMapsCutOffNoText()
 {
     QFETCH(app::Language, language);
     const Program program(language);
