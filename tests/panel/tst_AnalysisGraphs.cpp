@@ -21,8 +21,8 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase() { m_loose.reset(); }
 
-    void emptyGraphsDoNotChangeTheRange_data();
-    void emptyGraphsDoNotChangeTheRange();
+    void emptyGraphsKeepTheirRange_data();
+    void emptyGraphsKeepTheirRange();
     void allSpectraPlotShowsTheEnergyWindowAroundTheEdge();
     void comparisonRangeIsSetByTheFirstTwoUsedReferences();
     void histogramRangeIsSetByItsLimitFields();
@@ -119,7 +119,7 @@ display::Graph::Range tst_AnalysisGraphs::rangeOf(Displays::DispId id, display::
     return before;
 }
 
-void tst_AnalysisGraphs::emptyGraphsDoNotChangeTheRange_data()
+void tst_AnalysisGraphs::emptyGraphsKeepTheirRange_data()
 {
     QTest::addColumn<Displays::DispId>("id");
     QTest::newRow("all spectra") << Displays::DMuts;
@@ -129,7 +129,7 @@ void tst_AnalysisGraphs::emptyGraphsDoNotChangeTheRange_data()
     QTest::newRow("thickness against valence") << Displays::DDMutVsA;
 }
 
-void tst_AnalysisGraphs::emptyGraphsDoNotChangeTheRange()
+void tst_AnalysisGraphs::emptyGraphsKeepTheirRange()
 {
     QFETCH(const Displays::DispId, id);
     const display::Graph::Range range = rangeOf(id, {1.0, 2.0, 3.0, 4.0});

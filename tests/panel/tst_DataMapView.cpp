@@ -20,7 +20,7 @@ private Q_SLOTS:
     void cleanupTestCase() { m_loose.reset(); }
 
     void unloadedMapIsDrawnWhite();
-    void firstPaintFitsViewAndLimits();
+    void firstPaintFitsViewAndLimitsToTheMap();
     void gridIsDrawnIfItsBoxIsChecked();
     void valueIsReadFromTheMapOfTheCheckedRow();
     void valueIsReadFromThePixelAtThePosition();
@@ -67,7 +67,7 @@ void tst_DataMapView::unloadedMapIsDrawnWhite()
     QVERIFY(!m_loose->dataMap.DispA->hasScale);
 }
 
-void tst_DataMapView::firstPaintFitsViewAndLimits()
+void tst_DataMapView::firstPaintFitsViewAndLimitsToTheMap()
 {
     load(0, absorbanceMap(3, 1, {3, 5, 4}));
     const QImage picture = paint();

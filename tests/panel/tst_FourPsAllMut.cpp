@@ -109,7 +109,7 @@ private Q_SLOTS:
     void energyLineIsWideIfUsedAndRedIfInTheFit();
     void energyLinesOfLaterRowsAreDrawnOnTop();
     void emptyEnergyFieldIsDrawnAsALineAtZero();
-    void targetIsNotShown();
+    void targetSpectrumIsNotShown();
     void invalidSpectrumIsNotDrawnButKeepsItsColor();
     void spectrumWithOnePointHasALegendLineButNoCurve();
     void validSpectrumWithoutPointsHasALegendLine();
@@ -156,8 +156,8 @@ private:
     void press(const QPoint& at) const { tests::press(surface(), at); }
     void click(const QPoint& at) const;
     PlainSpectra plain(const PlotRange& range = evenRange, int kind = 0) const;
-    bool isAutomatic(double y0, double y1) const;
-    QList<bool> on() const;
+    bool hasAutomaticRange(double y0, double y1) const;
+    QList<bool> switchedOnReferences() const;
 
     const SharedPanel m_panel;
     std::vector<std::unique_ptr<AMutE>> m_displayed;
@@ -236,7 +236,7 @@ PlainSpectra tst_FourPsAllMut::plain(const PlotRange& range, int kind) const
 
 /// Whether the plot has its automatic range: the energy window around the edge on x,
 /// and the given limits on y.
-bool tst_FourPsAllMut::isAutomatic(double y0, double y1) const
+bool tst_FourPsAllMut::hasAutomaticRange(double y0, double y1) const
 {
     paint();
     const double off = std::abs(cc().realY0 - y0) + std::abs(cc().realY1 - y1);
@@ -247,7 +247,7 @@ bool tst_FourPsAllMut::isAutomatic(double y0, double y1) const
 }
 
 /// Whether each of the four references is switched on.
-QList<bool> tst_FourPsAllMut::on() const
+QList<bool> tst_FourPsAllMut::switchedOnReferences() const
 {
     return {reference(0).switchedOn, reference(1).switchedOn, reference(2).switchedOn,
             reference(3).switchedOn};
@@ -319,7 +319,7 @@ void tst_FourPsAllMut::spectraAreShownInTheChosenNormalisation()
     }
     const PlotRange range{8300.0, lo - 0.05 * (hi - lo), 8450.0, hi + 0.05 * (hi - lo)};
     QVERIFY(isSamePicture(paint(), plain(range, kind).picture()));
-    QVERIFY(isAutomatic(range.y0, range.y1));
+    QVERIFY(hasAutomaticRange(range.y0, range.y1));
 }
 
 void tst_FourPsAllMut::energyLineIsWideIfUsedAndRedIfInTheFit_data()
@@ -389,7 +389,7 @@ void tst_FourPsAllMut::emptyEnergyFieldIsDrawnAsALineAtZero()
     QCOMPARE(countOf(paint(), line, blue), 0);
 }
 
-void tst_FourPsAllMut::targetIsNotShown()
+void tst_FourPsAllMut::targetSpectrumIsNotShown()
 {
     setTwoReferences();
     const QImage without = paint();
@@ -518,7 +518,7 @@ void tst_FourPsAllMut::rangeIncludesAllSpectraWithPoints()
     spectrum.valid = valid;
     spectrum.switchedOn = on;
     // The values are 0 to 4, and 5 % of this span is added on each side.
-    QVERIFY(isAutomatic(-0.2, 4.2));
+    QVERIFY(hasAutomaticRange(-0.2, 4.2));
 }
 
 void tst_FourPsAllMut::rangeIgnoresTheTargetAndTheFit()
@@ -526,7 +526,7 @@ void tst_FourPsAllMut::rangeIgnoresTheTargetAndTheFit()
     setTwoReferences();
     setPoints(*m_panel->ui.TargetFile, "target.dat", {{8300, -9.0}, {8400, 9.0}});
     setFit({{8310.0, -7.0}, {8440.0, 7.0}});
-    QVERIFY(isAutomatic(-0.1, 2.1));
+    QVERIFY(hasAutomaticRange(-0.1, 2.1));
 }
 
 void tst_FourPsAllMut::newEdgeMovesTheEdgeLineAndKeepsTheZoom()
@@ -598,11 +598,11 @@ void tst_FourPsAllMut::legendHasLinesOnlyForValidSpectra()
     reference(0).valid = false;
     paint();
     click(firstRow);
-    QCOMPARE(on(), QList<bool>({true, false, true, true}));
+    QCOMPARE(switchedOnReferences(), QList<bool>({true, false, true, true}));
     click(firstRow + QPoint(0, rowStep));
-    QCOMPARE(on(), QList<bool>({true, false, false, true}));
+    QCOMPARE(switchedOnReferences(), QList<bool>({true, false, false, true}));
     click(firstRow + QPoint(0, 2 * rowStep)); // below the last line of the legend
-    QCOMPARE(on(), QList<bool>({true, false, false, true}));
+    QCOMPARE(switchedOnReferences(), QList<bool>({true, false, false, true}));
 }
 
 void tst_FourPsAllMut::mousePressRepaintsTheGraphs()
@@ -626,7 +626,7 @@ void tst_FourPsAllMut::pressInAnotherPlotTogglesNoSpectrum()
             tests::press(m_panel->Disps->frame(static_cast<Displays::DispId>(id))->DispA, firstRow);
         }
     }
-    QCOMPARE(on(), QList<bool>({true, true, true, true}));
+    QCOMPARE(switchedOnReferences(), QList<bool>({true, true, true, true}));
 }
 
 void tst_FourPsAllMut::spectrumRowPlotsAndUnknownPlotsAreNotDrawn_data()

@@ -58,7 +58,7 @@ private Q_SLOTS:
     void extremeValencesLeaveTheMarginsWhite();
 
     void doubleClickClearsThePlot();
-    void firstPointAfterClearingFitsTheRange();
+    void rangeIsFittedAgainAfterThePlotIsCleared();
     void clickSelectsTheNextColorForLaterPoints();
     void releaseOfAMouseButtonSelectsTheNextColor_data();
     void releaseOfAMouseButtonSelectsTheNextColor();
@@ -237,7 +237,7 @@ void tst_FourPsComparison::doubleClickClearsThePlot()
     QVERIFY(!surface()->hasScale);
 }
 
-void tst_FourPsComparison::firstPointAfterClearingFitsTheRange()
+void tst_FourPsComparison::rangeIsFittedAgainAfterThePlotIsCleared()
 {
     m_panel->LCFvs4PS = {pointAt(2.5, 2.35, 2)};
     paint();

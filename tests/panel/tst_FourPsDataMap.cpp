@@ -77,11 +77,11 @@ private Q_SLOTS:
     void doubleClickFitsViewAndLimitsAgain_data();
     void doubleClickFitsViewAndLimitsAgain();
 
-    void selectingARowFitsViewAndLimits();
+    void selectingARowFitsViewAndLimitsToItsMap();
     void selectingARowWithoutAMapShowsWhiteAndKeepsTheLimits();
     void loadingTheShownRowFitsViewAndLimits();
     void loadingAnotherRowKeepsThePicture();
-    void loadingAllRowsFitsTheShownMap();
+    void loadingAllRowsFitsViewAndLimitsToTheShownMap();
 
     void mouseMoveShowsPositionAndValue();
     void valueIsShownWithSixDigitsAndCursorAtStart();
@@ -180,7 +180,7 @@ void tst_FourPsDataMap::doubleClickFitsViewAndLimitsAgain()
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
 }
 
-void tst_FourPsDataMap::selectingARowFitsViewAndLimits()
+void tst_FourPsDataMap::selectingARowFitsViewAndLimitsToItsMap()
 {
     setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
     setMuts(*m_panel, 5, 3, 2, {6.0, 5.0, 4.0, 3.0, 8.0, 9.0});
@@ -229,7 +229,7 @@ void tst_FourPsDataMap::loadingAnotherRowKeepsThePicture()
     QCOMPARE(picture(window()), plainPicture(window(), {3, 1, {10.0, 20.0, 30.0}, 10.0, 30.0}));
 }
 
-void tst_FourPsDataMap::loadingAllRowsFitsTheShownMap()
+void tst_FourPsDataMap::loadingAllRowsFitsViewAndLimitsToTheShownMap()
 {
     QStringList paths;
     for (int row = 0; row < 8; ++row) {

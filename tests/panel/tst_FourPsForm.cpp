@@ -286,8 +286,8 @@ class tst_FourPsForm : public QObject
 private Q_SLOTS:
     void initTestCase();
     void frameHasTheDesignedStyleAndSize();
-    void controlHasTheExpectedCellAndText_data();
-    void controlHasTheExpectedCellAndText();
+    void controlHasTheExpectedLayoutCellAndText_data();
+    void controlHasTheExpectedLayoutCellAndText();
     void formContainsOnlyTheExpectedControls();
     void onlyTheExpectedButtonsStartChecked();
     void onlyTheExpectedControlsHaveAMaximumWidth();
@@ -303,7 +303,7 @@ private Q_SLOTS:
     void moreConditionsSectionContainsItsThreeBlocks();
     void energyPointGridStartsEmptyWithFixedSpacing();
     void referenceRowLayoutStartsEmpty();
-    void plainContainersHaveNoMargins();
+    void layoutsOfPlainWidgetsHaveNoMargins();
     void gridLayoutsOfTheFormHaveVerticalSpacing3();
     void formCreatesNoButtonGroup();
     void formRequestsTheExpectedTranslations();
@@ -332,7 +332,7 @@ void tst_FourPsForm::frameHasTheDesignedStyleAndSize()
     QCOMPARE(form.frame.layout()->objectName(), QString("gridLayout"));
 }
 
-void tst_FourPsForm::controlHasTheExpectedCellAndText_data()
+void tst_FourPsForm::controlHasTheExpectedLayoutCellAndText_data()
 {
     QTest::addColumn<int>("index");
     for (int i = 0; i < int(std::size(controls)); ++i) {
@@ -340,7 +340,7 @@ void tst_FourPsForm::controlHasTheExpectedCellAndText_data()
     }
 }
 
-void tst_FourPsForm::controlHasTheExpectedCellAndText()
+void tst_FourPsForm::controlHasTheExpectedLayoutCellAndText()
 {
     QFETCH(int, index);
     const Control& expected = controls[index];
@@ -566,7 +566,7 @@ void tst_FourPsForm::referenceRowLayoutStartsEmpty()
     QVERIFY(form.ui.widget_10->children().isEmpty());
 }
 
-void tst_FourPsForm::plainContainersHaveNoMargins()
+void tst_FourPsForm::layoutsOfPlainWidgetsHaveNoMargins()
 {
     const Form& form = *m_untouched;
     for (const QWidget* w : form.widgets) {

@@ -116,14 +116,14 @@ private Q_SLOTS:
     void histogramSelectionRepaintsTheGraphs();
     void actionRepaintsTheGraphs_data();
     void actionRepaintsTheGraphs();
-    void actionRepaintsNothing_data();
-    void actionRepaintsNothing();
+    void actionWithoutVisibleEffectRepaintsNoGraph_data();
+    void actionWithoutVisibleEffectRepaintsNoGraph();
     void emptyResultMapRepaintsTheGraphs();
     void loadingADisplayFileRepaintsTheGraphs();
     void selectingADisplayFileRepaintsTheGraphs();
     void removingADisplayFileRepaintsTheGraphs();
 
-    void leavingTheEdgeFieldByTabMovesTheMarkerLine();
+    void leavingTheEdgeFieldByTabMovesTheEdgeLine();
     void energyShiftMovesTheCurveAndKeepsTheRange();
     void fileWithoutASpectrumClearsItsPlot();
 
@@ -735,7 +735,7 @@ void tst_FourPsGraphs::actionRepaintsTheGraphs()
     m_panel->ui.NonEquivBGLinear->setChecked(linear);
 }
 
-void tst_FourPsGraphs::actionRepaintsNothing_data()
+void tst_FourPsGraphs::actionWithoutVisibleEffectRepaintsNoGraph_data()
 {
     QTest::addColumn<std::function<void(FourPs&)>>("action");
     const auto add = [](const char* name, const std::function<void(FourPs&)>& action) {
@@ -753,7 +753,7 @@ void tst_FourPsGraphs::actionRepaintsNothing_data()
         [](FourPs& panel) { panel.receiveNewEnergy(8313.0); });
 }
 
-void tst_FourPsGraphs::actionRepaintsNothing()
+void tst_FourPsGraphs::actionWithoutVisibleEffectRepaintsNoGraph()
 {
     QFETCH(std::function<void(FourPs&)>, action);
     SurfacePaints paints(*m_panel->Disps);
@@ -812,7 +812,7 @@ void tst_FourPsGraphs::removingADisplayFileRepaintsTheGraphs()
     QVERIFY(m_panel->DispMuts.isEmpty());
 }
 
-void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheMarkerLine()
+void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheEdgeLine()
 {
     m_panel->show();
     m_panel->activateWindow();

@@ -157,11 +157,11 @@ private Q_SLOTS:
     void initTestCase();
     void init();
 
-    void checkBoxesSelectTheHistograms_data();
-    void checkBoxesSelectTheHistograms();
+    void checkBoxesSelectTheShownHistograms_data();
+    void checkBoxesSelectTheShownHistograms();
 
-    void xLimitsAreTheFieldValues_data();
-    void xLimitsAreTheFieldValues();
+    void xLimitsOfThePlotAreTheFieldValues_data();
+    void xLimitsOfThePlotAreTheFieldValues();
     void histogramWithoutCountsShowsOnlyTheTitles_data();
     void histogramWithoutCountsShowsOnlyTheTitles();
 
@@ -230,7 +230,7 @@ void tst_FourPsHistograms::fillHistograms(const HistogramPlot& of)
     }
 }
 
-void tst_FourPsHistograms::checkBoxesSelectTheHistograms_data()
+void tst_FourPsHistograms::checkBoxesSelectTheShownHistograms_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<QList<int>>("used");
@@ -271,7 +271,7 @@ void tst_FourPsHistograms::checkBoxesSelectTheHistograms_data()
     add("check box of row 1, the first row in use", {1, 3}, all, true, {1}, {{0, 1}});
 }
 
-void tst_FourPsHistograms::checkBoxesSelectTheHistograms()
+void tst_FourPsHistograms::checkBoxesSelectTheShownHistograms()
 {
     QFETCH(int, id);
     QFETCH(QList<int>, used);
@@ -285,7 +285,7 @@ void tst_FourPsHistograms::checkBoxesSelectTheHistograms()
     QVERIFY(showsOnly(of, main, shown));
 }
 
-void tst_FourPsHistograms::xLimitsAreTheFieldValues_data()
+void tst_FourPsHistograms::xLimitsOfThePlotAreTheFieldValues_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<bool>("automatic");
@@ -297,7 +297,7 @@ void tst_FourPsHistograms::xLimitsAreTheFieldValues_data()
 
 // The x limits of the plot follow the fields, while the bins keep the limits 1 and 4
 // with which they were counted.
-void tst_FourPsHistograms::xLimitsAreTheFieldValues()
+void tst_FourPsHistograms::xLimitsOfThePlotAreTheFieldValues()
 {
     QFETCH(int, id);
     QFETCH(bool, automatic);

@@ -92,11 +92,11 @@ class tst_FourPsMapRepaints : public QObject
 private Q_SLOTS:
     void init();
 
-    void reopenedWindowKeepsZoomAndLimits();
+    void reopenedMapWindowKeepsZoomAndLimits();
 
     void selectingAQuantityKeepsTheZoom();
     void selectingAQuantitySetsItsLimitsImmediately();
-    void selectingASlopeKeepsTheLimits();
+    void selectingQuantityC2KeepsTheLimits();
     void selectingAQuantityRepaintsTheResultMap_data();
     void selectingAQuantityRepaintsTheResultMap();
     void quantityRadiosSetTheirPresetLimits();
@@ -121,7 +121,7 @@ private Q_SLOTS:
     void newResultSizeResetsTheViewButKeepsTheColorLimits_data();
     void newResultSizeResetsTheViewButKeepsTheColorLimits();
     void newResultSizeInAClosedWindowResetsTheView();
-    void windowShownForTheFirstTimeFitsViewAndLimits();
+    void mapWindowShownForTheFirstTimeFitsViewAndLimits();
     void resultWithoutSizeKeepsTheView();
     void typedLimitsAreKeptForAResultOfAnotherSize();
     void mapCalculationKeepsTheDataMap();
@@ -148,7 +148,7 @@ bool tst_FourPsMapRepaints::showBoth(bool out)
            (!out || (popOut(result()) && popOut(data())));
 }
 
-void tst_FourPsMapRepaints::reopenedWindowKeepsZoomAndLimits()
+void tst_FourPsMapRepaints::reopenedMapWindowKeepsZoomAndLimits()
 {
     setQuantity(*m_panel, ratio1, 3, 2, QList<double>(6, 0.5));
     QVERIFY(showWindow(result()));
@@ -206,7 +206,7 @@ void tst_FourPsMapRepaints::selectingAQuantitySetsItsLimitsImmediately()
 
 // A paint fits the limits only if no range is fixed. The first paint fixes the range, and
 // the selection of a quantity does not release it.
-void tst_FourPsMapRepaints::selectingASlopeKeepsTheLimits()
+void tst_FourPsMapRepaints::selectingQuantityC2KeepsTheLimits()
 {
     setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
     picture(result());
@@ -235,7 +235,7 @@ void tst_FourPsMapRepaints::selectingAQuantityRepaintsTheResultMap()
     QCOMPARE(paints.counts(), QList<int>({1, 0}));
 }
 
-// Selecting a quantity sets its preset limits. The slopes C1 and C2 have no preset limits, so
+// Selecting a quantity sets its preset limits. The quantities C1 and C2 have no preset limits, so
 // the current limits remain.
 void tst_FourPsMapRepaints::quantityRadiosSetTheirPresetLimits()
 {
@@ -483,7 +483,7 @@ void tst_FourPsMapRepaints::newResultSizeInAClosedWindowResetsTheView()
     QCOMPARE(picture(result()), plainPicture(result(), {2, 1, {0.5, 0.5}, 0.25, 0.75}));
 }
 
-void tst_FourPsMapRepaints::windowShownForTheFirstTimeFitsViewAndLimits()
+void tst_FourPsMapRepaints::mapWindowShownForTheFirstTimeFitsViewAndLimits()
 {
     prepareThreePointMaps(*m_panel);
     m_panel->calcMap();

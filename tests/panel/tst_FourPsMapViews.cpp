@@ -65,8 +65,8 @@ private Q_SLOTS:
 
     void presetLimitsAreSetWithoutAResult();
 
-    void limitsOfSlopesAreFittedToTheValues_data();
-    void limitsOfSlopesAreFittedToTheValues();
+    void limitsOfC1AndC2AreFittedToTheValues_data();
+    void limitsOfC1AndC2AreFittedToTheValues();
     void missingPixelsCountAsZeroForTheLimits();
     void mapWithOnlyNanPixelsKeepsTheLimits();
     void infinitePixelWidensTheLimits_data();
@@ -75,7 +75,7 @@ private Q_SLOTS:
 
     void typedLimitChangesTheColours();
     void zoomedAndPannedViewShowsItsPartOfTheMap();
-    void squeezedColourBarChangesTheColours();
+    void newTopIndexOfTheColourBarChangesTheMapColours();
 
 private:
     DispMBase* window() const { return m_panel->MapDisp; }
@@ -190,14 +190,14 @@ void tst_FourPsMapViews::presetLimitsAreSetWithoutAResult()
     QVERIFY(!window()->DispA->hasScale);
 }
 
-void tst_FourPsMapViews::limitsOfSlopesAreFittedToTheValues_data()
+void tst_FourPsMapViews::limitsOfC1AndC2AreFittedToTheValues_data()
 {
     QTest::addColumn<int>("quantity");
     QTest::newRow("c1") << int(C1);
     QTest::newRow("c2") << int(C2);
 }
 
-void tst_FourPsMapViews::limitsOfSlopesAreFittedToTheValues()
+void tst_FourPsMapViews::limitsOfC1AndC2AreFittedToTheValues()
 {
     QFETCH(int, quantity);
     setQuantity(*m_panel, quantity, 2, 2, {3.0, -1234567.0, 7.5, 4.0});
@@ -281,7 +281,7 @@ void tst_FourPsMapViews::zoomedAndPannedViewShowsItsPartOfTheMap()
 
 // The colour table has 768 entries. With imax = 1536, the upper limit has the index 1536, so
 // half the upper limit and all higher values have the last colour, which is white.
-void tst_FourPsMapViews::squeezedColourBarChangesTheColours()
+void tst_FourPsMapViews::newTopIndexOfTheColourBarChangesTheMapColours()
 {
     setQuantity(*m_panel, C1, 3, 1, {0.0, 192.0, 768.0});
     picture(window());

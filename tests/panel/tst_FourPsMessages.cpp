@@ -26,8 +26,8 @@ private Q_SLOTS:
     void newMessageIsScrolledIntoView();
     void messageBoxLooksAsIfLinesWereAddedOneByOne();
     void recalculationWritesTheLinesOfItsThreeCalculations();
-    void linesOfARecalculationAreInsertedAtOnce_data();
-    void linesOfARecalculationAreInsertedAtOnce();
+    void linesOfARecalculationAreInsertedTogether_data();
+    void linesOfARecalculationAreInsertedTogether();
     void messageBoxIsUpToDateDuringARecalculation();
     void recalculationWithoutMessagesKeepsTheCursor();
     void messageAfterARecalculationIsWrittenImmediately();
@@ -144,7 +144,7 @@ void tst_FourPsMessages::recalculationWritesTheLinesOfItsThreeCalculations()
     QCOMPARE(messages(*m_panel), parts);
 }
 
-void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce_data()
+void tst_FourPsMessages::linesOfARecalculationAreInsertedTogether_data()
 {
     QTest::addColumn<std::function<void(FourPs&)>>("recalculation");
     const auto add = [](const char* name, const std::function<void(FourPs&)>& recalculation) {
@@ -160,7 +160,7 @@ void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce_data()
         [](FourPs& panel) { Q_EMIT panel.XafsFiles.first()->newFilePath(QStringLiteral("a")); });
 }
 
-void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce()
+void tst_FourPsMessages::linesOfARecalculationAreInsertedTogether()
 {
     QFETCH(std::function<void(FourPs&)>, recalculation);
     for (int i = 0; i < 4; ++i) {

@@ -117,7 +117,7 @@ private Q_SLOTS:
     void removeAFileRemovesTheSelectedFile();
     void removeAFileWithoutDisplayFilesKeepsTheList();
 
-    void pathsAreAssignedToRowsInOrderAndExtraPathsIgnored();
+    void pathsFillTheRowsInOrderAndExtraPathsAreIgnored();
     void newDirectoryIsSetInAllRowsButTheSaveRow();
     void dropFromANetworkShareKeepsTheDialogDirectories();
     void listOfEnergiesIsCopiedToTheRowsAsTyped();
@@ -568,7 +568,7 @@ void tst_FourPsReflexes::removeAFileWithoutDisplayFilesKeepsTheList()
     QCOMPARE(panel.ui.SelectedFs->count(), 1);
 }
 
-void tst_FourPsReflexes::pathsAreAssignedToRowsInOrderAndExtraPathsIgnored()
+void tst_FourPsReflexes::pathsFillTheRowsInOrderAndExtraPathsAreIgnored()
 {
     QTemporaryDir dir;
     QStringList paths;

@@ -17,7 +17,7 @@ private Q_SLOTS:
     void init() { m_loose->reset(); }
     void cleanupTestCase() { m_loose.reset(); }
 
-    void pointsAreReadFromTheirRows();
+    void energyPointsAreReadFromTheirRows();
     void unparsableTextIsReadAsZero();
     void loadedMapIsReported();
     void referencesAreReadFromTheirRows();
@@ -26,7 +26,7 @@ private Q_SLOTS:
     void limitFieldsAreRelativeToTheEdge();
     void checkedRadioSelectsTheNormMode_data();
     void checkedRadioSelectsTheNormMode();
-    void shownMapIsTheFirstCheckedRowOrRowZero();
+    void shownMapRowIsTheFirstCheckedRowOrZero();
     void quantityIsTheIndexOfTheCheckedRadioOrZero();
     void lastOfSeveralCheckedQuantitiesIsUsed();
     void wantedColumnsAreInTheOrderOfTheOutputFile();
@@ -38,7 +38,7 @@ private:
     std::unique_ptr<UnconnectedWidgets> m_loose;
 };
 
-void tst_InputReader::pointsAreReadFromTheirRows()
+void tst_InputReader::energyPointsAreReadFromTheirRows()
 {
     const UnconnectedWidgets& loose = *m_loose;
     const AEPoint* row = loose.point(5);
@@ -184,7 +184,7 @@ void tst_InputReader::checkedRadioSelectsTheNormMode()
     QTEST(panel::InputReader(loose.list).normMode(), "mode");
 }
 
-void tst_InputReader::shownMapIsTheFirstCheckedRowOrRowZero()
+void tst_InputReader::shownMapRowIsTheFirstCheckedRowOrZero()
 {
     const UnconnectedWidgets& loose = *m_loose;
     const panel::InputReader reader(loose.list);

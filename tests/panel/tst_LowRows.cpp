@@ -49,15 +49,15 @@ class tst_LowRows : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void fieldIsAsHighAsATextLineAndItsFrame();
+    void fieldHeightIsLimitedToATextLineAndItsFrame();
     void fieldsButtonsAndListsHaveTheSameHeight();
     void checkBoxesHaveASmallerHeightThanFields();
     void otherWidgetsAndDialogsKeepTheirHeights();
-    void heightsFollowTheFont();
+    void fieldHeightFollowsTheFontSize();
     void fieldWidthIsNotLimited();
 };
 
-void tst_LowRows::fieldIsAsHighAsATextLineAndItsFrame()
+void tst_LowRows::fieldHeightIsLimitedToATextLineAndItsFrame()
 {
     const Form form;
     const int line = form.frame.fontMetrics().height();
@@ -88,7 +88,7 @@ void tst_LowRows::otherWidgetsAndDialogsKeepTheirHeights()
     QCOMPARE(form.dialogButton->maximumHeight(), QWIDGETSIZE_MAX);
 }
 
-void tst_LowRows::heightsFollowTheFont()
+void tst_LowRows::fieldHeightFollowsTheFontSize()
 {
     Form form;
     const int before = form.edit->maximumHeight();

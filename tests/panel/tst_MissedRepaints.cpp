@@ -28,7 +28,7 @@ bool showAll(FourPs& panel)
            showWindow(panel.DMapDisp);
 }
 
-void popOutSome(FourPs& panel, bool many)
+void popOutWindows(FourPs& panel, bool many)
 {
     for (const auto id : {Displays::DHistA, Displays::DDMutVsA}) {
         panel.Disps->frame(id)->pop->resize(300, 250);
@@ -61,8 +61,8 @@ private Q_SLOTS:
     void picturesAreUpToDateAfterRandomActions_data();
     void picturesAreUpToDateAfterRandomActions();
 
-    void useCheckBoxOfARowWidensItsMarkerLineWithoutACalculation();
-    void fitCheckBoxOfARowColorsItsMarkerLineWithoutACalculation();
+    void togglingUseOfARowChangesOnlyThePlotOfAllSpectra();
+    void togglingTheFitBoxOfARowChangesOnlyThePlotOfAllSpectra();
     void listOfEnergiesMovesTheMarkerLines();
     void typedEnergyMovesItsMarkerLineImmediately();
     void typedEdgeMovesItsMarkerLineImmediately();
@@ -125,7 +125,7 @@ void tst_MissedRepaints::picturesAreUpToDateAfterRandomActions()
     // as in a run of all rows.
     auto panel = std::make_unique<FourPs>();
     QVERIFY(showAll(*panel));
-    popOutSome(*panel, seed % 2 == 0);
+    popOutWindows(*panel, seed % 2 == 0);
     RandomUser user(*panel, seed);
     repaintedPictures(*panel);
     constexpr int steps = 80;
@@ -196,14 +196,14 @@ QStringList tst_MissedRepaints::changedBy(const Action& action, QStringList* out
     return differences(before, after);
 }
 
-void tst_MissedRepaints::useCheckBoxOfARowWidensItsMarkerLineWithoutACalculation()
+void tst_MissedRepaints::togglingUseOfARowChangesOnlyThePlotOfAllSpectra()
 {
     prepareRefusedPanel();
     COMPARE_CHANGED_PICTURES([&] { row(1)->UseCB->click(); }, {"Muts"});
     COMPARE_CHANGED_PICTURES([&] { row(1)->UseCB->setChecked(true); }, {"Muts"});
 }
 
-void tst_MissedRepaints::fitCheckBoxOfARowColorsItsMarkerLineWithoutACalculation()
+void tst_MissedRepaints::togglingTheFitBoxOfARowChangesOnlyThePlotOfAllSpectra()
 {
     prepareRefusedPanel();
     COMPARE_CHANGED_PICTURES([&] { row(1)->LCFCB->click(); }, {"Muts"});

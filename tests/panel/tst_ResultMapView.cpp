@@ -21,9 +21,9 @@ private Q_SLOTS:
     void cleanupTestCase();
 
     void mapWithoutAResultIsWhite();
-    void firstPaintFitsViewAndLimits();
+    void firstPaintFitsViewAndLimitsToTheMap();
     void laterPaintsKeepViewAndLimits();
-    void slopesHaveNoPresetLimits();
+    void quantityC1HasNoPresetLimits();
     void valueIsReadFromThePixelAtThePosition();
     void valueOutsideTheMapIsZero();
     void mouseHasNoEffectWithoutAResult();
@@ -120,7 +120,7 @@ void tst_ResultMapView::mapWithoutAResultIsWhite()
     QVERIFY(!m_loose->resultMap.DispA->hasScale);
 }
 
-void tst_ResultMapView::firstPaintFitsViewAndLimits()
+void tst_ResultMapView::firstPaintFitsViewAndLimitsToTheMap()
 {
     m_result = extendedMap(4, 2, 100.0);
     const QImage picture = paint();
@@ -144,7 +144,7 @@ void tst_ResultMapView::laterPaintsKeepViewAndLimits()
     QCOMPARE(m_loose->resultMap.CBar->zmax, 116.0);
 }
 
-void tst_ResultMapView::slopesHaveNoPresetLimits()
+void tst_ResultMapView::quantityC1HasNoPresetLimits()
 {
     m_result = extendedMap(2, 1, 0.0);
     m_loose->resultMap.setZRange(-3.0, 3.0);

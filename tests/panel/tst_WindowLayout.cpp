@@ -169,7 +169,7 @@ QList<QWidget*> pathFields(const FourPs* panel)
     return fields;
 }
 
-bool resized(QWidget* window, int width, int height)
+bool resizeTo(QWidget* window, int width, int height)
 {
     window->resize(width, height);
     QCoreApplication::processEvents();
@@ -354,8 +354,8 @@ private Q_SLOTS:
     void panelOpensAtLeastAsWideAsItsDesign();
     void mainWindowFitsOnASmallScreen_data() { addLanguageRows(); }
     void mainWindowFitsOnASmallScreen();
-    void mainWindowHasNoOverlaps_data() { addLanguageRows(); }
-    void mainWindowHasNoOverlaps();
+    void widgetsOfTheMainWindowDoNotOverlap_data() { addLanguageRows(); }
+    void widgetsOfTheMainWindowDoNotOverlap();
     void lowFieldsShowCompleteLetters();
     void pathFieldsGetTheExtraWidthOfAWideWindow_data() { addLanguageRows(); }
     void pathFieldsGetTheExtraWidthOfAWideWindow();
@@ -368,8 +368,8 @@ private Q_SLOTS:
     void moreConditionsSectionCutsOffNoText();
     void graphWindowShowsCompleteNumbers_data() { addLanguageRows(); }
     void graphWindowShowsCompleteNumbers();
-    void graphWindowHasEqualColumns_data() { addLanguageRows(); }
-    void graphWindowHasEqualColumns();
+    void graphWindowColumnsHaveEqualWidths_data() { addLanguageRows(); }
+    void graphWindowColumnsHaveEqualWidths();
     void rotatedTitlesStayInTheirRectangles_data() { addLanguageRows(); }
     void rotatedTitlesStayInTheirRectangles();
     void plotLabelsStayInTheirRectangles_data() { addLanguageRows(); }
@@ -440,7 +440,7 @@ void tst_WindowLayout::mainWindowFitsOnASmallScreen()
     QVERIFY(messages->height() <= 60);
 }
 
-void tst_WindowLayout::mainWindowHasNoOverlaps()
+void tst_WindowLayout::widgetsOfTheMainWindowDoNotOverlap()
 {
     QFETCH(app::Language, language);
     const Program program(language);
@@ -478,7 +478,7 @@ void tst_WindowLayout::pathFieldsGetTheExtraWidthOfAWideWindow()
         widths << field->width();
     }
     for (const int width : {1600, 3840}) {
-        QVERIFY(resized(program.body(), width, height));
+        QVERIFY(resizeTo(program.body(), width, height));
         for (qsizetype i = 0; i < fields.size(); ++i) {
             QCOMPARE(fields.at(i)->width() - widths.at(i), width - opening);
         }
@@ -493,7 +493,7 @@ void tst_WindowLayout::fieldsForAllRowsAreAlignedWithTheRows()
     QVERIFY(program.show());
     QCOMPARE(misaligned(program.panel), QStringList());
     for (const int width : {1600, 3840}) {
-        QVERIFY(resized(program.body(), width, program.body()->height()));
+        QVERIFY(resizeTo(program.body(), width, program.body()->height()));
         QCOMPARE(misaligned(program.panel), QStringList());
     }
 }
@@ -509,7 +509,7 @@ void tst_WindowLayout::extraHeightOfATallWindowStaysEmpty()
     for (const QWidget* block : blocks) {
         places << block->geometry();
     }
-    QVERIFY(resized(program.body(), program.body()->width(), 1000));
+    QVERIFY(resizeTo(program.body(), program.body()->width(), 1000));
     for (qsizetype i = 0; i < blocks.size(); ++i) {
         QCOMPARE(blocks.at(i)->geometry(), places.at(i));
     }
@@ -572,7 +572,7 @@ void tst_WindowLayout::graphWindowShowsCompleteNumbers()
     }
 }
 
-void tst_WindowLayout::graphWindowHasEqualColumns()
+void tst_WindowLayout::graphWindowColumnsHaveEqualWidths()
 {
     QFETCH(app::Language, language);
     const Program program(language);

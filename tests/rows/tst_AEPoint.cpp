@@ -121,7 +121,7 @@ private Q_SLOTS:
     void formHasTheExpectedFrameAndSpacings();
     void fieldsHaveTheExpectedWidthsAndSizePolicies();
     void separatorsAreVerticalAndSunken();
-    void fileRowFillsTheWidth();
+    void fileRowExpandsHorizontally();
     void rowStartsEmpty();
     void slotsAreCallableByName();
 
@@ -260,7 +260,7 @@ void tst_AEPoint::separatorsAreVerticalAndSunken()
     }
 }
 
-void tst_AEPoint::fileRowFillsTheWidth()
+void tst_AEPoint::fileRowExpandsHorizontally()
 {
     const AEPoint row;
     QCOMPARE(row.FileSelect->frameShape(), QFrame::NoFrame);

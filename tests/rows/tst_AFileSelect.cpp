@@ -175,7 +175,7 @@ private Q_SLOTS:
     void newFileStoresTheCanonicalDirectory();
     void symbolicLinkToAFileKeepsItsOwnFolder();
     void newFileShowsThePathOfAMissingFile();
-    void directoryOfAFileNotYetSavedIsStored();
+    void directoryOfAnUnsavedFileIsStored();
     void savePathGetsTheSuffix_data();
     void savePathGetsTheSuffix();
 
@@ -468,7 +468,7 @@ void tst_AFileSelect::newFileShowsThePathOfAMissingFile()
     QCOMPARE(paths.size(), 1);
 }
 
-void tst_AFileSelect::directoryOfAFileNotYetSavedIsStored()
+void tst_AFileSelect::directoryOfAnUnsavedFileIsStored()
 {
     AFileSelect row(nullptr, AFileSelect::SaveMode);
     row.newFile(folder->filePath(QStringLiteral("result.dat")));

@@ -72,7 +72,7 @@ private Q_SLOTS:
 
     void mutIsInterpolatedAndThePreEdgeLineIsSubtracted_data();
     void mutIsInterpolatedAndThePreEdgeLineIsSubtracted();
-    void subPostSubtractsThePostEdgeLine();
+    void subPostFlagSubtractsThePostEdgeLine();
     void mutAtFailsAboveTheSpectrumAndKeepsTheOutput();
     void mutAtFailsForAnEmptySpectrum();
     void mutAtUsesTheShiftedEnergies();
@@ -381,7 +381,7 @@ void tst_AXafsFileSelect::mutIsInterpolatedAndThePreEdgeLineIsSubtracted()
     QVERIFY2(qAbs(out - mut) < 1e-12, qPrintable(QString::number(out, 'g', 17)));
 }
 
-void tst_AXafsFileSelect::subPostSubtractsThePostEdgeLine()
+void tst_AXafsFileSelect::subPostFlagSubtractsThePostEdgeLine()
 {
     AXafsFileSelect row;
     setSpectrum(row);
