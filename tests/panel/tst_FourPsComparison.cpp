@@ -174,7 +174,7 @@ void tst_FourPsComparison::pointsOutsideThePlotAreNotDrawn_data()
     QTest::newRow("infinite target") << 2.5 << -infinite;
     QTest::newRow("huge fit") << -1e300 << 2.5;
     QTest::newRow("huge target") << 2.5 << 1e300;
-    QTest::newRow("beyond the range of int") << 1e10 << -1e10;
+    QTest::newRow("values beyond the range of int") << 1e10 << -1e10;
 }
 
 void tst_FourPsComparison::pointsOutsideThePlotAreNotDrawn()
@@ -251,17 +251,17 @@ void tst_FourPsComparison::rangeIsFittedAgainAfterThePlotIsCleared()
 
 void tst_FourPsComparison::clickSelectsTheNextColorForLaterPoints()
 {
-    const auto run = [this](double fit) { // adds a point, as a run of the fit would
+    const auto addPoint = [this](double fit) { // adds a point, as a run of the fit would
         m_panel->LCFvs4PS.append(pointAt(fit, 2.35, m_panel->LCFColor));
     };
-    run(2.05);
-    run(2.15);
+    addPoint(2.05);
+    addPoint(2.15);
     QTest::mouseClick(surface(), Qt::LeftButton, {}, {100, 100});
-    run(2.25);
+    addPoint(2.25);
     QTest::mouseClick(surface(), Qt::LeftButton, {}, {200, 150});
-    run(2.35);
-    run(2.45);
-    run(2.55);
+    addPoint(2.35);
+    addPoint(2.45);
+    addPoint(2.55);
     PlainComparison wanted(evenSize, 2.0, 3.0);
     wanted.points = {{2.05, 2.35, black}, {2.15, 2.35, black}, {2.25, 2.35, red},
                      {2.35, 2.35, blue},  {2.45, 2.35, blue},  {2.55, 2.35, blue}};

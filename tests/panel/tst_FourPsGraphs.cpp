@@ -134,7 +134,7 @@ private:
     void makeValid(int references);
     void selectFitRange();
     void prepareMaps(const QList<int>& rows);
-    int middle(const DispABase* of) const { return of->DispA->height() / 2; }
+    int middle(const DispABase* graph) const { return graph->DispA->height() / 2; }
 
     const Files m_files;
     const SharedPanel m_panel;
@@ -267,20 +267,20 @@ void tst_FourPsGraphs::draggingTheEdgeLineWritesTheEdgeField_data()
 void tst_FourPsGraphs::draggingTheEdgeLineWritesTheEdgeField()
 {
     QFETCH(int, id);
-    DispABase* of = plot(static_cast<Displays::DispId>(id));
-    const PlotPlace place = plotAreaOf(of);
+    DispABase* graph = plot(static_cast<Displays::DispId>(id));
+    const PlotPlace place = plotAreaOf(graph);
     const int start = columnNear(place, 8350.0);
     QLineEdit* edge = m_panel->ui.EdgeE;
     edge->setCursorPosition(4);
-    QTest::mousePress(of->DispA, Qt::LeftButton, {}, {start, middle(of)});
+    QTest::mousePress(graph->DispA, Qt::LeftButton, {}, {start, middle(graph)});
     QCOMPARE(edge->text(), QStringLiteral("8350"));
-    QTest::mouseMove(of->DispA, {start + 3, middle(of)});
+    QTest::mouseMove(graph->DispA, {start + 3, middle(graph)});
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start + 3)));
     QCOMPARE(edge->cursorPosition(), 0);
-    QTest::mouseMove(of->DispA, {start - 20, 3});
+    QTest::mouseMove(graph->DispA, {start - 20, 3});
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start - 20)));
     // The release also moves the line, as a drag step does.
-    QTest::mouseRelease(of->DispA, Qt::LeftButton, {}, {start + 11, middle(of)});
+    QTest::mouseRelease(graph->DispA, Qt::LeftButton, {}, {start + 11, middle(graph)});
     const double wanted = sixDigits(place.valueAt(start + 11)).toDouble();
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start + 11)));
     for (const AXafsFileSelect* row : std::as_const(m_panel->XafsFiles)) {
@@ -288,7 +288,7 @@ void tst_FourPsGraphs::draggingTheEdgeLineWritesTheEdgeField()
         QCOMPARE(row->preEdgeEnd, wanted - 50.0);
         QCOMPARE(row->postEdgeStart, wanted + 100.0);
     }
-    QTest::mouseMove(of->DispA, {start, middle(of)});
+    QTest::mouseMove(graph->DispA, {start, middle(graph)});
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start + 11)));
     QCOMPARE(m_panel->ui.PreEEndDE->text(), QStringLiteral("-50"));
     QCOMPARE(m_panel->ui.PostEStartDE->text(), QStringLiteral("100"));
@@ -310,17 +310,17 @@ void tst_FourPsGraphs::draggingALimitLineWritesItsOffsetFromTheEdge()
 {
     QFETCH(int, id);
     QFETCH(bool, post);
-    DispABase* of = plot(static_cast<Displays::DispId>(id));
-    const PlotPlace place = plotAreaOf(of);
+    DispABase* graph = plot(static_cast<Displays::DispId>(id));
+    const PlotPlace place = plotAreaOf(graph);
     QLineEdit* edit = post ? m_panel->ui.PostEStartDE : m_panel->ui.PreEEndDE;
     const int start = columnNear(place, post ? 8450.0 : 8300.0);
     const int end = start + (post ? 9 : -9);
-    press(of->DispA, QPointF(start, middle(of)));
-    drag(of->DispA, QPointF(end, middle(of)));
+    press(graph->DispA, QPointF(start, middle(graph)));
+    drag(graph->DispA, QPointF(end, middle(graph)));
     const QString wanted = sixDigits(place.valueAt(end) - 8350.0);
     QCOMPARE(edit->text(), wanted);
     QCOMPARE(edit->cursorPosition(), 0);
-    release(of->DispA, QPointF(end, middle(of)));
+    release(graph->DispA, QPointF(end, middle(graph)));
     QCOMPARE(edit->text(), wanted);
     const AXafsFileSelect* row = m_panel->XafsFiles.at(0);
     QCOMPARE(post ? row->postEdgeStart : row->preEdgeEnd, 8350.0 + wanted.toDouble());
@@ -341,25 +341,25 @@ void tst_FourPsGraphs::markersOfThirdAndFourthReferenceCannotBeDragged()
     QFETCH(int, reference);
     AXafsFileSelect* row = m_panel->XafsFiles.at(reference);
     static_cast<AMutE&>(*row) = *m_panel->XafsFiles.at(0);
-    DispABase* of = plot(static_cast<Displays::DispId>(reference));
-    QVERIFY(showsEdgeAt(of, 8350.0)); // the edge line is drawn but cannot be dragged
-    const int start = columnNear(plotAreaOf(of), 8350.0);
-    press(of->DispA, QPointF(start, middle(of)));
-    drag(of->DispA, QPointF(start + 10, middle(of)));
-    release(of->DispA, QPointF(start + 10, middle(of)));
+    DispABase* graph = plot(static_cast<Displays::DispId>(reference));
+    QVERIFY(showsEdgeAt(graph, 8350.0)); // the edge line is drawn but cannot be dragged
+    const int start = columnNear(plotAreaOf(graph), 8350.0);
+    press(graph->DispA, QPointF(start, middle(graph)));
+    drag(graph->DispA, QPointF(start + 10, middle(graph)));
+    release(graph->DispA, QPointF(start + 10, middle(graph)));
     QCOMPARE(m_panel->ui.EdgeE->text(), QStringLiteral("8350"));
     QVERIFY(messages(*m_panel).isEmpty());
 }
 
 void tst_FourPsGraphs::pressAwayFromTheMarkerLinesDragsNoLine()
 {
-    DispABase* of = plot(Displays::DRef1);
-    const PlotPlace place = plotAreaOf(of);
+    DispABase* graph = plot(Displays::DRef1);
+    const PlotPlace place = plotAreaOf(graph);
     // About one pixel farther from the nearest line than the hit tolerance of 20 pixels.
     const int start = columnNear(place, 8300.0) - 21;
-    press(of->DispA, QPointF(start, middle(of)));
-    drag(of->DispA, QPointF(start + 25, middle(of)));
-    release(of->DispA, QPointF(start + 25, middle(of)));
+    press(graph->DispA, QPointF(start, middle(graph)));
+    drag(graph->DispA, QPointF(start + 25, middle(graph)));
+    release(graph->DispA, QPointF(start + 25, middle(graph)));
     QCOMPARE(m_panel->ui.EdgeE->text(), QStringLiteral("8350"));
     QCOMPARE(m_panel->ui.PreEEndDE->text(), QStringLiteral("-50"));
     QVERIFY(messages(*m_panel).isEmpty());
@@ -384,19 +384,19 @@ void tst_FourPsGraphs::eachDragStepRecalculatesOncePerValidReference()
     QFETCH(int, perRelease);
     selectFitRange();
     makeValid(valid);
-    DispABase* of = plot(Displays::DTarget);
-    const int start = columnNear(plotAreaOf(of), 8350.0);
+    DispABase* graph = plot(Displays::DTarget);
+    const int start = columnNear(plotAreaOf(graph), 8350.0);
     const bool fits = valid >= 2;
-    press(of->DispA, QPointF(start, middle(of)));
+    press(graph->DispA, QPointF(start, middle(graph)));
     QVERIFY(messages(*m_panel).isEmpty());
     for (int step = 1; step <= 2; ++step) {
-        drag(of->DispA, QPointF(start + step, middle(of)));
+        drag(graph->DispA, QPointF(start + step, middle(graph)));
         QCOMPARE(messages(*m_panel).size(), step * perMove * linesPerRecalculation);
         QCOMPARE(m_panel->LCFvs4PS.size(), fits ? step * perMove : 0);
     }
     clearMessages(*m_panel);
     m_panel->LCFvs4PS.clear();
-    release(of->DispA, QPointF(start + 2, middle(of)));
+    release(graph->DispA, QPointF(start + 2, middle(graph)));
     QCOMPARE(messages(*m_panel).size(), perRelease * linesPerRecalculation);
     QCOMPARE(m_panel->LCFvs4PS.size(), fits ? perRelease : 0);
 }
@@ -404,12 +404,12 @@ void tst_FourPsGraphs::eachDragStepRecalculatesOncePerValidReference()
 void tst_FourPsGraphs::pressWithoutDragRecalculatesOnRelease()
 {
     selectFitRange();
-    DispABase* of = plot(Displays::DRef2);
-    const PlotPlace place = plotAreaOf(of);
+    DispABase* graph = plot(Displays::DRef2);
+    const PlotPlace place = plotAreaOf(graph);
     const int start = columnNear(place, 8350.0) + 2;
-    press(of->DispA, QPointF(start, middle(of)));
+    press(graph->DispA, QPointF(start, middle(graph)));
     QVERIFY(m_panel->LCFvs4PS.isEmpty());
-    release(of->DispA, QPointF(start, middle(of)));
+    release(graph->DispA, QPointF(start, middle(graph)));
     // The release moves the line to the mouse position. With two valid references it
     // recalculates 2 times for the move, 2 times for the new edge and once at its end.
     QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(place.valueAt(start)));
@@ -466,10 +466,10 @@ void tst_FourPsGraphs::mutColumnsAndTargetResultFollowTheDraggedEdge()
     panel.EPoints.at(0)->MutT->setText("1");
     panel.EPoints.at(1)->MutT->setText("5");
     panel.EPoints.at(2)->MutT->setText("5");
-    DispABase* of = plot(Displays::DRef1);
-    const PlotPlace place = plotAreaOf(of);
-    press(of->DispA, QPointF(columnNear(place, 8440.0), middle(of)));
-    drag(of->DispA, QPointF(columnNear(place, 8350.0), middle(of)));
+    DispABase* graph = plot(Displays::DRef1);
+    const PlotPlace place = plotAreaOf(graph);
+    press(graph->DispA, QPointF(columnNear(place, 8440.0), middle(graph)));
+    drag(graph->DispA, QPointF(columnNear(place, 8350.0), middle(graph)));
     const QList<QList<double>> wanted{{0.0, 0.0}, {1.0, 1.0}, {1.5, 0.5}};
     // Above the numerical error of the three-term fit, and far below any real difference.
     constexpr double tolerance = 1e-3;
@@ -485,48 +485,48 @@ void tst_FourPsGraphs::mutColumnsAndTargetResultFollowTheDraggedEdge()
     QVERIFY(std::abs(found.captured(2).toDouble() - 2.5) < tolerance);
     // The drag does not overwrite the target's column.
     QCOMPARE(panel.EPoints.at(1)->MutT->text(), QStringLiteral("5"));
-    release(of->DispA, QPointF(columnNear(place, 8350.0), middle(of)));
+    release(graph->DispA, QPointF(columnNear(place, 8350.0), middle(graph)));
     QVERIFY(std::abs(cell(2, 0) - 1.5) < tolerance);
 }
 
 void tst_FourPsGraphs::plotsFollowTheDraggedEdge()
 {
     SurfacePaints paints(*m_panel->Disps);
-    DispABase* of = plot(Displays::DRef1);
-    const PlotPlace place = plotAreaOf(of);
+    DispABase* graph = plot(Displays::DRef1);
+    const PlotPlace place = plotAreaOf(graph);
     const int start = columnNear(place, 8350.0);
-    press(of->DispA, QPointF(start, middle(of)));
+    press(graph->DispA, QPointF(start, middle(graph)));
     QCOMPARE(paints.counts(), paintsOfGridPlots(0));
-    drag(of->DispA, QPointF(start + 13, middle(of)));
+    drag(graph->DispA, QPointF(start + 13, middle(graph)));
     QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     const double edge = m_panel->ui.EdgeE->text().toDouble();
-    QVERIFY(showsEdgeAt(of, edge));
+    QVERIFY(showsEdgeAt(graph, edge));
     QVERIFY(showsEdgeAt(plot(Displays::DTarget), edge));
     paints.restart();
-    release(of->DispA, QPointF(start + 13, middle(of)));
+    release(graph->DispA, QPointF(start + 13, middle(graph)));
     QCOMPARE(paints.counts(), paintsOfGridPlots(1));
 }
 
 void tst_FourPsGraphs::wheelZoomsOnlyThePlotUnderTheMouse()
 {
     SurfacePaints paints(*m_panel->Disps);
-    DispABase* of = plot(Displays::DRef1);
-    const int column = of->DispA->width() / 2;
-    const double centre = plotAreaOf(of).valueAt(column);
-    move(of->DispA, QPointF(column, middle(of)));
-    turnWheel(of->DispA, QPointF(column, middle(of)), {0, 120});
+    DispABase* graph = plot(Displays::DRef1);
+    const int column = graph->DispA->width() / 2;
+    const double centre = plotAreaOf(graph).valueAt(column);
+    move(graph->DispA, QPointF(column, middle(graph)));
+    turnWheel(graph->DispA, QPointF(column, middle(graph)), {0, 120});
     QList<int> wanted(11, 0);
     wanted[Displays::DRef1] = 1;
     QCOMPARE(paints.counts(), wanted);
-    const auto near = [](double value, double other) { return std::abs(value - other) < 1e-6; };
-    QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
-    QVERIFY(near(of->DispA->cc.realX1, centre + (highestEv - centre) / 1.1));
+    const auto isNear = [](double value, double other) { return std::abs(value - other) < 1e-6; };
+    QVERIFY(isNear(graph->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
+    QVERIFY(isNear(graph->DispA->cc.realX1, centre + (highestEv - centre) / 1.1));
     QCOMPARE(plot(Displays::DRef2)->DispA->cc.realX0, lowestEv);
     // A new edge repaints the plots, but the zoomed range remains.
     enter(m_panel->ui.EdgeE, "8360");
     QTest::qWait(30);
-    QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
-    QVERIFY(near(m_panel->Disps->frame(Displays::DTarget)->DispA->cc.realX0, lowestEv));
+    QVERIFY(isNear(graph->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
+    QVERIFY(isNear(m_panel->Disps->frame(Displays::DTarget)->DispA->cc.realX0, lowestEv));
 }
 
 void tst_FourPsGraphs::doubleClickFitsOnlyTheClickedPlot()
@@ -546,20 +546,20 @@ void tst_FourPsGraphs::doubleClickFitsOnlyTheClickedPlot()
 
 void tst_FourPsGraphs::markersCanBeDraggedInAPoppedOutPlot()
 {
-    DispABase* of = plot(Displays::DRef1);
-    of->popDock();
-    QVERIFY(QTest::qWaitForWindowExposed(of->pop));
+    DispABase* graph = plot(Displays::DRef1);
+    graph->popDock();
+    QVERIFY(QTest::qWaitForWindowExposed(graph->pop));
     QTest::qWait(20);
-    const PlotPlace place = plotAreaOf(of);
+    const PlotPlace place = plotAreaOf(graph);
     QVERIFY(place.right - place.left > 600); // wider than in the graph window
     SurfacePaints paints(*m_panel->Disps);
     const int start = columnNear(place, 8350.0);
-    press(of->DispA, QPointF(start, middle(of)));
-    drag(of->DispA, QPointF(start + 33, middle(of)));
+    press(graph->DispA, QPointF(start, middle(graph)));
+    drag(graph->DispA, QPointF(start + 33, middle(graph)));
     QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(place.valueAt(start + 33)));
     QCOMPARE(paints.counts(), paintsOfGridPlots(1));
-    QVERIFY(showsEdgeAt(of, m_panel->ui.EdgeE->text().toDouble()));
-    release(of->DispA, QPointF(start + 33, middle(of)));
+    QVERIFY(showsEdgeAt(graph, m_panel->ui.EdgeE->text().toDouble()));
+    release(graph->DispA, QPointF(start + 33, middle(graph)));
 }
 
 void tst_FourPsGraphs::doubleClickInTheComparisonSelectsTheSecondColor()
@@ -746,7 +746,8 @@ void tst_FourPsGraphs::actionWithoutVisibleEffectRepaintsNoGraph_data()
     add("the recalculation is refused", [](FourPs& panel) { panel.calcBoth(); });
     add("the column of an invalid reference is written",
         [](FourPs& panel) { panel.receiveNewRef(3); });
-    add("another colour is selected", [](FourPs& panel) { panel.newColorLCFvs4PS(nullptr); });
+    add("the next comparison colour is selected",
+        [](FourPs& panel) { panel.newColorLCFvs4PS(nullptr); });
     add("a file is removed from an empty list",
         [](FourPs& panel) { panel.ui.RemoveAFile->click(); });
     add("an energy is received without a sender",
@@ -836,15 +837,15 @@ void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheEdgeLine()
 void tst_FourPsGraphs::energyShiftMovesTheCurveAndKeepsTheRange()
 {
     selectFitRange();
-    DispABase* of = plot(Displays::DRef1);
-    const QImage before = of->DispA->grab().toImage();
+    DispABase* graph = plot(Displays::DRef1);
+    const QImage before = graph->DispA->grab().toImage();
     enter(m_panel->XafsFiles.at(0)->Ui_AFileSelect::dE, "40");
     QCOMPARE(m_panel->LCFvs4PS.size(), 1); // each recalculation adds one point
     QTest::qWait(30);
-    QCOMPARE(of->DispA->cc.realX0, lowestEv);
-    QCOMPARE(of->DispA->cc.realX1, highestEv);
-    QVERIFY(of->DispA->grab().toImage() != before);
-    QVERIFY(showsEdgeAt(of, 8350.0));
+    QCOMPARE(graph->DispA->cc.realX0, lowestEv);
+    QCOMPARE(graph->DispA->cc.realX1, highestEv);
+    QVERIFY(graph->DispA->grab().toImage() != before);
+    QVERIFY(showsEdgeAt(graph, 8350.0));
 }
 
 void tst_FourPsGraphs::fileWithoutASpectrumClearsItsPlot()

@@ -166,7 +166,8 @@ void tst_FourPsMapMouse::paintAfterADoubleClickSetsTheLimitsOfTheQuantity_data()
           std::pair{"Control", Keys(Qt::ControlModifier)},
           std::pair{"Alt", Keys(Qt::AltModifier)}}) {
         QTest::addRow("preset limits, %s", name) << ratio1 << keys << QStringList{"-0.1", "1.1"};
-        QTest::addRow("scanned limits, %s", name) << c1 << keys << QStringList{"0.45", "0.9"};
+        QTest::addRow("limits fitted to the values, %s", name)
+            << c1 << keys << QStringList{"0.45", "0.9"};
     }
 }
 

@@ -167,9 +167,9 @@ void tst_InputReader::checkedRadioSelectsTheNormMode_data()
     QTest::addColumn<int>("radio");
     QTest::addColumn<int>("mode");
     QTest::newRow("no normalisation") << 0 << 0;
-    QTest::newRow("minus pre-edge line") << 1 << 1;
-    QTest::newRow("by edge jump") << 2 << 3;
-    QTest::newRow("by two lines") << 3 << 4;
+    QTest::newRow("pre-edge line subtracted") << 1 << 1;
+    QTest::newRow("divided by the edge jump") << 2 << 3;
+    QTest::newRow("divided by the difference of the lines") << 3 << 4;
     QTest::newRow("no radio button is checked") << -1 << 5;
 }
 

@@ -212,11 +212,11 @@ void tst_MissedRepaints::togglingTheFitBoxOfARowChangesOnlyThePlotOfAllSpectra()
 void tst_MissedRepaints::listOfEnergiesMovesTheMarkerLines()
 {
     prepareRefusedPanel();
-    const auto spread = [&] {
+    const auto typeEnergies = [&] {
         QTest::keyClicks(m_panel->MultiEnergys, "8345 8360");
         QTest::keyClick(m_panel->MultiEnergys, Qt::Key_Return);
     };
-    COMPARE_CHANGED_PICTURES(spread, {"Muts"});
+    COMPARE_CHANGED_PICTURES(typeEnergies, {"Muts"});
 }
 
 void tst_MissedRepaints::typedEnergyMovesItsMarkerLineImmediately()

@@ -398,12 +398,12 @@ void tst_WindowLayout::initTestCase()
 
 void tst_WindowLayout::languageSelectsTheTexts()
 {
-    const auto words = [](app::Language language) {
+    const auto labelText = [](app::Language language) {
         return Program(language).panel->ui.label_10->text();
     };
-    QCOMPARE(words(app::Language::English), QString("Valence"));
-    QCOMPARE(words(app::Language::Japanese), QStringLiteral("価数"));
-    QCOMPARE(words(app::Language::English), QString("Valence"));
+    QCOMPARE(labelText(app::Language::English), QString("Valence"));
+    QCOMPARE(labelText(app::Language::Japanese), QStringLiteral("価数"));
+    QCOMPARE(labelText(app::Language::English), QString("Valence"));
 }
 
 void tst_WindowLayout::mainWindowCutsOffNoText()

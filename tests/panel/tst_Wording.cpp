@@ -47,13 +47,14 @@ void tst_Wording::errorMessagesHaveTheExpectedText_data()
         << Message{MessageId::NoMapVPoint} << "V Point is not selected";
     QTest::newRow("too few references") << Message{MessageId::FewReferences, 1}
                                         << "Number of valied Ref Files is 1, which is less than 2.";
-    QTest::newRow("first reference")
+    QTest::newRow("first reference invalid")
         << Message{MessageId::FirstReferenceInvalid} << "The 1st Ref File is not valid.";
-    QTest::newRow("second reference")
+    QTest::newRow("second reference invalid")
         << Message{MessageId::SecondReferenceInvalid} << "The 2nd Ref File is not valid.";
-    QTest::newRow("reference with index 0")
+    QTest::newRow("reference with index 0 invalid")
         << Message{MessageId::ReferenceInvalid, 0} << "Ref File 0 is not valid.";
-    QTest::newRow("target") << Message{MessageId::TargetInvalid} << "Target File1 is not valid.";
+    QTest::newRow("target invalid")
+        << Message{MessageId::TargetInvalid} << "Target File1 is not valid.";
     QTest::newRow("wrong number of rows")
         << Message{MessageId::WrongCount, 3, 4} << "Number of selected data sets 3 is not 4.";
     QTest::newRow("fewer rows than unknowns")

@@ -387,10 +387,10 @@ void tst_AFileSelect::modeConfiguresDialogAndField_data()
         row->setMode(1);
         return row;
     }) << true << QFileDialog::AnyFile;
-    QTest::newRow("saves from the start")
+    QTest::newRow("constructed in save mode")
         << MakeRow([] { return new AFileSelect(nullptr, AFileSelect::SaveMode); }) << true
         << QFileDialog::AnyFile;
-    QTest::newRow("opens after save mode") << MakeRow([] {
+    QTest::newRow("opens a file after save mode") << MakeRow([] {
         auto* row = new AFileSelect(nullptr, AFileSelect::SaveMode);
         row->setMode(0);
         return row;
