@@ -79,9 +79,9 @@ private Q_SLOTS:
     void poppedOutPlotsAndMapsAreUpToDate();
 
     void energyChangeRepaintsTheSpectraButNotThicknessOrMaps();
-    void fieldsUnusedInPicturesRepaintNothing_data();
-    void fieldsUnusedInPicturesRepaintNothing();
-    void repaintsStartNoCalculation();
+    void fieldsUnusedInPicturesRepaintNoPicture_data();
+    void fieldsUnusedInPicturesRepaintNoPicture();
+    void editsThatRepaintStartNoCalculation();
     void doubleClickOnTheColourBarDoesNotRepaintItsMap();
 
 private:
@@ -362,7 +362,7 @@ void tst_MissedRepaints::energyChangeRepaintsTheSpectraButNotThicknessOrMaps()
     QCOMPARE(thickness.count() + result.count() + data.count(), others);
 }
 
-void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNothing_data()
+void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNoPicture_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name : {"CalcRes", "LCFRes", "TargetDMut", "HgABoxes", "MultiEnergys", "MutT",
@@ -371,7 +371,7 @@ void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNothing_data()
     }
 }
 
-void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNothing()
+void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNoPicture()
 {
     QFETCH(QString, name);
     prepareRefusedPanel();
@@ -389,7 +389,7 @@ void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNothing()
     }
 }
 
-void tst_MissedRepaints::repaintsStartNoCalculation()
+void tst_MissedRepaints::editsThatRepaintStartNoCalculation()
 {
     prepareRefusedPanel();
     clearMessages(*m_panel);
