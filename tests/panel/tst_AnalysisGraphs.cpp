@@ -21,17 +21,17 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase() { m_loose.reset(); }
 
-    void emptyGraphsDoNotChangeTheRange_data();
-    void emptyGraphsDoNotChangeTheRange();
-    void spectraRangeIsTheWindowAroundTheEdge();
-    void comparisonRangeIsSetByTheFirstTwoValences();
-    void histogramRangeIsSetByItsFields();
-    void thicknessAgainstValenceUsesTheFieldsOfBothHistograms();
-    void planeUsesTheColumnsOfTheFirstTwoUsedReferences();
-    void titlesNameTheAxes_data();
-    void titlesNameTheAxes();
+    void emptyGraphsKeepTheirRange_data();
+    void emptyGraphsKeepTheirRange();
+    void allSpectraPlotShowsTheEnergyWindowAroundTheEdge();
+    void comparisonRangeIsSetByTheFirstTwoUsedReferences();
+    void histogramRangeIsSetByItsLimitFields();
+    void thicknessPlotUsesTheLimitFieldsOfBothHistograms();
+    void referencePlaneUsesTheFirstTwoUsedReferences();
+    void axisTitlesNameTheirQuantities_data();
+    void axisTitlesNameTheirQuantities();
     void plotsOfTheSpectrumRowsAreNotDrawn();
-    void pressInTheLegendTogglesItsSpectrum();
+    void pressOnALegendLineTogglesItsSpectrum();
 
 private:
     void fillAllGraphs();
@@ -119,7 +119,7 @@ display::Graph::Range tst_AnalysisGraphs::rangeOf(Displays::DispId id, display::
     return before;
 }
 
-void tst_AnalysisGraphs::emptyGraphsDoNotChangeTheRange_data()
+void tst_AnalysisGraphs::emptyGraphsKeepTheirRange_data()
 {
     QTest::addColumn<Displays::DispId>("id");
     QTest::newRow("all spectra") << Displays::DMuts;
@@ -129,7 +129,7 @@ void tst_AnalysisGraphs::emptyGraphsDoNotChangeTheRange_data()
     QTest::newRow("thickness against valence") << Displays::DDMutVsA;
 }
 
-void tst_AnalysisGraphs::emptyGraphsDoNotChangeTheRange()
+void tst_AnalysisGraphs::emptyGraphsKeepTheirRange()
 {
     QFETCH(const Displays::DispId, id);
     const display::Graph::Range range = rangeOf(id, {1.0, 2.0, 3.0, 4.0});
@@ -138,7 +138,7 @@ void tst_AnalysisGraphs::emptyGraphsDoNotChangeTheRange()
     QVERIFY(!m_loose->graphs.frame(id)->DispA->cc.drawn);
 }
 
-void tst_AnalysisGraphs::spectraRangeIsTheWindowAroundTheEdge()
+void tst_AnalysisGraphs::allSpectraPlotShowsTheEnergyWindowAroundTheEdge()
 {
     fillAllGraphs();
     const display::Graph::Range range = rangeOf(Displays::DMuts);
@@ -148,7 +148,7 @@ void tst_AnalysisGraphs::spectraRangeIsTheWindowAroundTheEdge()
     QCOMPARE(range.y1, 2.1);
 }
 
-void tst_AnalysisGraphs::comparisonRangeIsSetByTheFirstTwoValences()
+void tst_AnalysisGraphs::comparisonRangeIsSetByTheFirstTwoUsedReferences()
 {
     fillAllGraphs();
     const display::Graph::Range range = rangeOf(Displays::DLCFvs4PS);
@@ -157,7 +157,7 @@ void tst_AnalysisGraphs::comparisonRangeIsSetByTheFirstTwoValences()
     QCOMPARE(range.y1, 3.2);
 }
 
-void tst_AnalysisGraphs::histogramRangeIsSetByItsFields()
+void tst_AnalysisGraphs::histogramRangeIsSetByItsLimitFields()
 {
     fillAllGraphs();
     display::Graph::Range range = rangeOf(Displays::DHistA);
@@ -171,7 +171,7 @@ void tst_AnalysisGraphs::histogramRangeIsSetByItsFields()
     QVERIFY(!m_loose->graphs.frame(Displays::DHistDMut)->DispA->cc.drawn);
 }
 
-void tst_AnalysisGraphs::thicknessAgainstValenceUsesTheFieldsOfBothHistograms()
+void tst_AnalysisGraphs::thicknessPlotUsesTheLimitFieldsOfBothHistograms()
 {
     fillAllGraphs();
     const display::Graph::Range range = rangeOf(Displays::DDMutVsA);
@@ -179,7 +179,7 @@ void tst_AnalysisGraphs::thicknessAgainstValenceUsesTheFieldsOfBothHistograms()
     QCOMPARE(range.y1, 7.0);
 }
 
-void tst_AnalysisGraphs::planeUsesTheColumnsOfTheFirstTwoUsedReferences()
+void tst_AnalysisGraphs::referencePlaneUsesTheFirstTwoUsedReferences()
 {
     m_loose->point(0)->Mut2->setText("10");
     m_loose->point(0)->Mut3->setText("100");
@@ -191,7 +191,7 @@ void tst_AnalysisGraphs::planeUsesTheColumnsOfTheFirstTwoUsedReferences()
     QVERIFY(!m_loose->graphs.frame(Displays::DM2M3)->DispA->cc.drawn);
 }
 
-void tst_AnalysisGraphs::titlesNameTheAxes_data()
+void tst_AnalysisGraphs::axisTitlesNameTheirQuantities_data()
 {
     QTest::addColumn<Displays::DispId>("id");
     QTest::addColumn<QString>("x");
@@ -206,11 +206,11 @@ void tst_AnalysisGraphs::titlesNameTheAxes_data()
                                << "Num.";
     QTest::newRow("thickness against valence") << Displays::DDMutVsA << "Valence"
                                                << "Thick.";
-    QTest::newRow("plane") << Displays::DM2M3 << "M2"
-                           << "M3";
+    QTest::newRow("plane of two references") << Displays::DM2M3 << "M2"
+                                             << "M3";
 }
 
-void tst_AnalysisGraphs::titlesNameTheAxes()
+void tst_AnalysisGraphs::axisTitlesNameTheirQuantities()
 {
     QFETCH(const Displays::DispId, id);
     fillAllGraphs();
@@ -227,7 +227,7 @@ void tst_AnalysisGraphs::plotsOfTheSpectrumRowsAreNotDrawn()
     }
 }
 
-void tst_AnalysisGraphs::pressInTheLegendTogglesItsSpectrum()
+void tst_AnalysisGraphs::pressOnALegendLineTogglesItsSpectrum()
 {
     fillAllGraphs();
     AMutE shownOnly;

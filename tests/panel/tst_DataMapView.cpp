@@ -19,13 +19,13 @@ private Q_SLOTS:
     void init() { m_loose->reset(); }
     void cleanupTestCase() { m_loose.reset(); }
 
-    void rowWithoutAMapIsDrawnWhite();
-    void firstPaintFitsViewAndLimits();
-    void gridIsDrawnIfChecked();
-    void checkedRowIsShown();
-    void valueIsReadFromThePixel();
+    void unloadedMapIsDrawnWhite();
+    void firstPaintFitsViewAndLimitsToTheMap();
+    void gridIsDrawnIfItsBoxIsChecked();
+    void valueIsReadFromTheMapOfTheCheckedRow();
+    void valueIsReadFromThePixelAtThePosition();
     void valueOutsideTheMapIsMinusOne();
-    void withoutAMapTheValueIsUnchanged();
+    void valueIsUnchangedWithoutAMap();
     void showingAnotherMapClearsRangeAndValue();
 
 private:
@@ -58,7 +58,7 @@ QImage tst_DataMapView::paint()
     return m_loose->dataMap.DispA->grab().toImage();
 }
 
-void tst_DataMapView::rowWithoutAMapIsDrawnWhite()
+void tst_DataMapView::unloadedMapIsDrawnWhite()
 {
     load(0, absorbanceMap(2, 1, {3, 5}));
     m_loose->point(0)->loaded = false;
@@ -67,7 +67,7 @@ void tst_DataMapView::rowWithoutAMapIsDrawnWhite()
     QVERIFY(!m_loose->dataMap.DispA->hasScale);
 }
 
-void tst_DataMapView::firstPaintFitsViewAndLimits()
+void tst_DataMapView::firstPaintFitsViewAndLimitsToTheMap()
 {
     load(0, absorbanceMap(3, 1, {3, 5, 4}));
     const QImage picture = paint();
@@ -83,7 +83,7 @@ void tst_DataMapView::firstPaintFitsViewAndLimits()
     QCOMPARE(window.CBar->zmax, 5.0); // not 50: the first paint fixed the range
 }
 
-void tst_DataMapView::gridIsDrawnIfChecked()
+void tst_DataMapView::gridIsDrawnIfItsBoxIsChecked()
 {
     load(0, absorbanceMap(2, 1, {3, 5}));
     const QImage plain = paint();
@@ -94,7 +94,7 @@ void tst_DataMapView::gridIsDrawnIfChecked()
     QCOMPARE(withGrid.pixelColor(plain.width() / 2, plain.height() / 2), grid);
 }
 
-void tst_DataMapView::checkedRowIsShown()
+void tst_DataMapView::valueIsReadFromTheMapOfTheCheckedRow()
 {
     load(0, absorbanceMap(1, 1, {3}));
     load(6, absorbanceMap(1, 1, {7}));
@@ -103,7 +103,7 @@ void tst_DataMapView::checkedRowIsShown()
     QCOMPARE(m_loose->dataMap.Val->text(), QStringLiteral("7"));
 }
 
-void tst_DataMapView::valueIsReadFromThePixel()
+void tst_DataMapView::valueIsReadFromThePixelAtThePosition()
 {
     load(0, absorbanceMap(2, 2, {1, 2, 3, 4.5}));
     m_view->showValueAt(1.9, 1.0);
@@ -120,7 +120,7 @@ void tst_DataMapView::valueOutsideTheMapIsMinusOne()
     }
 }
 
-void tst_DataMapView::withoutAMapTheValueIsUnchanged()
+void tst_DataMapView::valueIsUnchangedWithoutAMap()
 {
     m_loose->dataMap.Val->setText("before");
     m_view->showValueAt(0.0, 0.0);

@@ -13,9 +13,9 @@ class tst_EnergyGrid : public QObject
 
 private Q_SLOTS:
     void headingsHaveTwoLines();
-    void rowsAreBelowTheHeadings();
-    void pathFillsItsColumnAndOtherWidgetsAreCentred();
-    void fieldsForAllRowsAreInTheMatchingColumns();
+    void rowWidgetsArePlacedBelowTheHeadings();
+    void pathFieldFillsItsColumnAndOtherWidgetsAreCentred();
+    void fieldsForAllRowsAreBelowTheirColumns();
     void widgetsOfARowMoveIntoTheGridsParent();
 };
 
@@ -58,7 +58,7 @@ void tst_EnergyGrid::headingsHaveTwoLines()
     QCOMPARE(grid.columnCount(), upper.size());
 }
 
-void tst_EnergyGrid::rowsAreBelowTheHeadings()
+void tst_EnergyGrid::rowWidgetsArePlacedBelowTheHeadings()
 {
     QWidget frame;
     QGridLayout grid(&frame);
@@ -74,7 +74,7 @@ void tst_EnergyGrid::rowsAreBelowTheHeadings()
     }
 }
 
-void tst_EnergyGrid::pathFillsItsColumnAndOtherWidgetsAreCentred()
+void tst_EnergyGrid::pathFieldFillsItsColumnAndOtherWidgetsAreCentred()
 {
     QWidget frame;
     QGridLayout grid(&frame);
@@ -87,7 +87,7 @@ void tst_EnergyGrid::pathFillsItsColumnAndOtherWidgetsAreCentred()
     }
 }
 
-void tst_EnergyGrid::fieldsForAllRowsAreInTheMatchingColumns()
+void tst_EnergyGrid::fieldsForAllRowsAreBelowTheirColumns()
 {
     QWidget frame;
     QGridLayout grid(&frame);

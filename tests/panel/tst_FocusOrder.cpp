@@ -12,10 +12,10 @@ class tst_FocusOrder : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void chainVisitsReferencesSpectraRowsAndActionsInThisOrder();
+    void focusChainVisitsTheWidgetGroupsFromTopToBottom();
 };
 
-void tst_FocusOrder::chainVisitsReferencesSpectraRowsAndActionsInThisOrder()
+void tst_FocusOrder::focusChainVisitsTheWidgetGroupsFromTopToBottom()
 {
     UnconnectedWidgets loose;
     loose.energyList.setParent(loose.form.FourPsFiles);

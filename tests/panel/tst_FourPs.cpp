@@ -21,33 +21,33 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase();
 
-    void rowsMadeInCodeHaveObjectNames();
+    void panelAndItsWidgetsHaveTheirObjectNames();
     void referencesStartWithTwoInUseAndValences0To3();
-    void energyRowsStartWithDefaults();
+    void energyRowsStartWithSixEnergiesAndFourRowsInUse();
     void energiesOfRows7And8StartEmpty();
-    void thirdRowIsVPointAndFirstRowIsShown();
-    void gridContainsTheWidgetsOfTheRows();
-    void onlyTheHeadingOfTheFilesIsLeftAligned();
-    void moreConditionsAreHiddenAtStart();
-    void buttonShowsAndHidesMoreConditions();
+    void thirdRowStartsAsTheVPointAndFirstMapIsShown();
+    void energyGridContainsTheWidgetsOfTheEnergyRows();
+    void onlyTheFileColumnHeadingIsLeftAligned();
+    void moreConditionsSectionIsHiddenAtStart();
+    void moreConditionsBoxShowsAndHidesItsSection();
     void fourPointsRadiosCannotBeChangedByTheUser();
-    void constructionReplacesTheHistogramLimitsOfTheForm();
+    void constructorCalculatesTheHistogramLimits();
     void constructorRunsTheCalculationsOnce();
     void windowsStartHiddenAndTheirPlotsDocked();
     void showMapButtonsAreExclusive();
     void mapRadiosAreExclusive();
     void normalisationRadiosAreExclusive();
-    void saveRowIsEditableAndMultiRowsAcceptSeveralFiles();
+    void saveNameIsEditableAndTwoFileRowsAcceptSeveralFiles();
     void dialogTitlesNameTheirRows();
     void onlySpectrumRowsShowAnEnergyShift();
-    void allFileRowsButSaveStartInTheWorkingDirectory();
-    void histogramsShareTheirFields();
+    void fileRowsExceptTheSaveRowStartInTheWorkingDirectory();
+    void histogramsOfOnePlotShareTheirFields();
 
-    void messageCollapsesWhiteSpaceAndEndsItsLine();
+    void messageCollapsesWhiteSpaceAndEndsWithANewline();
 
-    void columnsAreSelectedByIndex();
-    void kindOfMapIsTheCheckedRadio();
-    void valuesAreReadFromTheReferencesAndTheForm();
+    void columnNameAndSelectionAreReadByIndex();
+    void kindOfMapIsTheIndexOfTheCheckedRadio();
+    void edgeJumpRatioAndValenceMixUseTheReferences();
     void slotsHaveTheExpectedOrder();
 
 private:
@@ -72,7 +72,7 @@ void tst_FourPs::cleanupTestCase()
     closePanel(m_panel);
 }
 
-void tst_FourPs::rowsMadeInCodeHaveObjectNames()
+void tst_FourPs::panelAndItsWidgetsHaveTheirObjectNames()
 {
     const FourPs& panel = *m_fresh;
     QCOMPARE(panel.objectName(), "FourPs");
@@ -100,7 +100,7 @@ void tst_FourPs::referencesStartWithTwoInUseAndValences0To3()
     }
 }
 
-void tst_FourPs::energyRowsStartWithDefaults()
+void tst_FourPs::energyRowsStartWithSixEnergiesAndFourRowsInUse()
 {
     const FourPs& panel = *m_fresh;
     const QStringList energies{"8313", "8381", "8390", "8404.5", "8460", "8475"};
@@ -121,7 +121,7 @@ void tst_FourPs::energiesOfRows7And8StartEmpty()
     QVERIFY(panel.EPoints.at(7)->Energy->text().isEmpty());
 }
 
-void tst_FourPs::thirdRowIsVPointAndFirstRowIsShown()
+void tst_FourPs::thirdRowStartsAsTheVPointAndFirstMapIsShown()
 {
     const FourPs& panel = *m_fresh;
     for (int i = 0; i < 8; ++i) {
@@ -131,7 +131,7 @@ void tst_FourPs::thirdRowIsVPointAndFirstRowIsShown()
     }
 }
 
-void tst_FourPs::gridContainsTheWidgetsOfTheRows()
+void tst_FourPs::energyGridContainsTheWidgetsOfTheEnergyRows()
 {
     const FourPs& panel = *m_fresh;
     for (int i = 0; i < 8; ++i) {
@@ -151,7 +151,7 @@ void tst_FourPs::gridContainsTheWidgetsOfTheRows()
     }
 }
 
-void tst_FourPs::onlyTheHeadingOfTheFilesIsLeftAligned()
+void tst_FourPs::onlyTheFileColumnHeadingIsLeftAligned()
 {
     for (int column = 0; column < 12; ++column) {
         const QWidget* heading = m_fresh->ui.CLayout->itemAtPosition(0, column)->widget();
@@ -161,13 +161,13 @@ void tst_FourPs::onlyTheHeadingOfTheFilesIsLeftAligned()
     }
 }
 
-void tst_FourPs::moreConditionsAreHiddenAtStart()
+void tst_FourPs::moreConditionsSectionIsHiddenAtStart()
 {
     const FourPs& panel = *m_fresh;
     QVERIFY(panel.ui.CConds->isHidden());
 }
 
-void tst_FourPs::buttonShowsAndHidesMoreConditions()
+void tst_FourPs::moreConditionsBoxShowsAndHidesItsSection()
 {
     FourPs& panel = *m_panel;
     panel.ui.DispCondsB->click();
@@ -188,7 +188,7 @@ void tst_FourPs::fourPointsRadiosCannotBeChangedByTheUser()
     QVERIFY(!panel.ui.CConds3->isEnabled());
 }
 
-void tst_FourPs::constructionReplacesTheHistogramLimitsOfTheForm()
+void tst_FourPs::constructorCalculatesTheHistogramLimits()
 {
     // The valence limits are 0.5 outside the valences of the references in use, 0 and 1. The
     // thickness limits are 0.5 outside the range from 0 to the sum of the edge jumps, which is 0
@@ -258,7 +258,7 @@ void tst_FourPs::normalisationRadiosAreExclusive()
     QVERIFY(!panel.ui.NBy2Vics->isChecked());
 }
 
-void tst_FourPs::saveRowIsEditableAndMultiRowsAcceptSeveralFiles()
+void tst_FourPs::saveNameIsEditableAndTwoFileRowsAcceptSeveralFiles()
 {
     const FourPs& panel = *m_fresh;
     QVERIFY(!panel.ui.SaveFSelect->FileName->isReadOnly());
@@ -299,7 +299,7 @@ void tst_FourPs::onlySpectrumRowsShowAnEnergyShift()
     }
 }
 
-void tst_FourPs::allFileRowsButSaveStartInTheWorkingDirectory()
+void tst_FourPs::fileRowsExceptTheSaveRowStartInTheWorkingDirectory()
 {
     const FourPs& panel = *m_fresh;
     QCOMPARE(panel.EPoints.at(7)->FileSelect->dir, QDir::currentPath());
@@ -310,7 +310,7 @@ void tst_FourPs::allFileRowsButSaveStartInTheWorkingDirectory()
     QVERIFY(panel.ui.SaveFSelect->dir.isEmpty());
 }
 
-void tst_FourPs::histogramsShareTheirFields()
+void tst_FourPs::histogramsOfOnePlotShareTheirFields()
 {
     const FourPs& panel = *m_fresh;
     QCOMPARE(panel.HistV->fromEdit, panel.ui.HgAFrom);
@@ -325,7 +325,7 @@ void tst_FourPs::histogramsShareTheirFields()
     }
 }
 
-void tst_FourPs::messageCollapsesWhiteSpaceAndEndsItsLine()
+void tst_FourPs::messageCollapsesWhiteSpaceAndEndsWithANewline()
 {
     FourPs& panel = *m_panel;
     clearMessages(panel);
@@ -334,7 +334,7 @@ void tst_FourPs::messageCollapsesWhiteSpaceAndEndsItsLine()
     QCOMPARE(panel.ui.Message->toPlainText(), "one two three\nfour\n");
 }
 
-void tst_FourPs::columnsAreSelectedByIndex()
+void tst_FourPs::columnNameAndSelectionAreReadByIndex()
 {
     FourPs& panel = *m_panel;
     for (int i = 0; i < 13; ++i) {
@@ -350,7 +350,7 @@ void tst_FourPs::columnsAreSelectedByIndex()
     }
 }
 
-void tst_FourPs::kindOfMapIsTheCheckedRadio()
+void tst_FourPs::kindOfMapIsTheIndexOfTheCheckedRadio()
 {
     FourPs& panel = *m_panel;
     QCOMPARE(panel.kindOfMap(), 11);
@@ -358,7 +358,7 @@ void tst_FourPs::kindOfMapIsTheCheckedRadio()
     QCOMPARE(panel.kindOfMap(), 2);
 }
 
-void tst_FourPs::valuesAreReadFromTheReferencesAndTheForm()
+void tst_FourPs::edgeJumpRatioAndValenceMixUseTheReferences()
 {
     FourPs& panel = *m_panel;
     makeReferenceValid(panel, 0, 3.0);

@@ -101,46 +101,46 @@ private Q_SLOTS:
     void cleanup();
 
     // Drawing
-    void withoutSpectraThePlotIsBlank();
-    void showsSpectraGuidesAndLegend();
+    void plotWithoutSpectraIsBlank();
+    void plotShowsSpectraGuideLinesAndLegend();
     void spectraAreShownInTheChosenNormalisation_data();
     void spectraAreShownInTheChosenNormalisation();
-    void energyLineShowsWhetherItsRowIsUsedAndInTheFit_data();
-    void energyLineShowsWhetherItsRowIsUsedAndInTheFit();
-    void laterEnergyLinesCoverEarlierOnes();
-    void emptyEnergyIsDrawnAtZero();
-    void targetIsNotShown();
+    void energyLineIsWideIfUsedAndRedIfInTheFit_data();
+    void energyLineIsWideIfUsedAndRedIfInTheFit();
+    void energyLinesOfLaterRowsAreDrawnOnTop();
+    void emptyEnergyFieldIsDrawnAsALineAtZero();
+    void targetSpectrumIsNotShown();
     void invalidSpectrumIsNotDrawnButKeepsItsColor();
-    void singlePointHasALegendLineButNoCurve();
+    void spectrumWithOnePointHasALegendLineButNoCurve();
     void validSpectrumWithoutPointsHasALegendLine();
-    void displayedFilesHaveThinLinesAndTheNextColors();
+    void displayFilesHaveThinLinesInTheColorsAfterTheReferences();
     void colorsRepeatAfterTheLastColor();
-    void percentSignsInNamesAreKept();
+    void percentSignsInLegendTextsAreKept();
     void fittedCurveIsDrawnLastWithoutNormalisation();
 
     // Automatic range
     void rangeIncludesAllSpectraWithPoints_data();
     void rangeIncludesAllSpectraWithPoints();
     void rangeIgnoresTheTargetAndTheFit();
-    void newEdgeAfterAZoomMovesTheGuidesAndKeepsTheRange();
+    void newEdgeMovesTheEdgeLineAndKeepsTheZoom();
 
     // A widget that is taller than it is wide
-    void verticalLinesOnATallWidgetEndAtItsWidth();
+    void verticalLinesEndWhereYEqualsTheWidgetWidth();
 
     // Clicks in the legend
-    void legendClickTogglesItsSpectrum();
+    void clickOnALegendLineTogglesItsSpectrum();
     void legendHasLinesOnlyForValidSpectra();
-    void pressRepaintsTheGraphs();
-    void pressInAnotherPlotTogglesNothing();
+    void mousePressRepaintsTheGraphs();
+    void pressInAnotherPlotTogglesNoSpectrum();
 
     // Plots that the analysis does not draw
-    void plotsOutsideTheAnalysisDrawNothing_data();
-    void plotsOutsideTheAnalysisDrawNothing();
+    void spectrumRowPlotsAndUnknownPlotsAreNotDrawn_data();
+    void spectrumRowPlotsAndUnknownPlotsAreNotDrawn();
 
     // Dragging the marker lines
-    void draggingAMarkerWritesItsField_data();
-    void draggingAMarkerWritesItsField();
-    void draggedEnergyUpdatesItsMutFields();
+    void draggingAMarkerLineWritesItsField_data();
+    void draggingAMarkerLineWritesItsField();
+    void draggedEnergyLineUpdatesTheMutFieldsOfItsRow();
     void draggedMarkerLineFollowsTheMouse();
 
 private:
@@ -156,8 +156,8 @@ private:
     void press(const QPoint& at) const { tests::press(surface(), at); }
     void click(const QPoint& at) const;
     PlainSpectra plain(const PlotRange& range = evenRange, int kind = 0) const;
-    bool isAutomatic(double y0, double y1) const;
-    QList<bool> on() const;
+    bool hasAutomaticRange(double y0, double y1) const;
+    QList<bool> switchedOnReferences() const;
 
     const SharedPanel m_panel;
     std::vector<std::unique_ptr<AMutE>> m_displayed;
@@ -236,7 +236,7 @@ PlainSpectra tst_FourPsAllMut::plain(const PlotRange& range, int kind) const
 
 /// Whether the plot has its automatic range: the energy window around the edge on x,
 /// and the given limits on y.
-bool tst_FourPsAllMut::isAutomatic(double y0, double y1) const
+bool tst_FourPsAllMut::hasAutomaticRange(double y0, double y1) const
 {
     paint();
     const double off = std::abs(cc().realY0 - y0) + std::abs(cc().realY1 - y1);
@@ -247,7 +247,7 @@ bool tst_FourPsAllMut::isAutomatic(double y0, double y1) const
 }
 
 /// Whether each of the four references is switched on.
-QList<bool> tst_FourPsAllMut::on() const
+QList<bool> tst_FourPsAllMut::switchedOnReferences() const
 {
     return {reference(0).switchedOn, reference(1).switchedOn, reference(2).switchedOn,
             reference(3).switchedOn};
@@ -262,7 +262,7 @@ void tst_FourPsAllMut::setFit(const QList<QPointF>& energyAndMut)
     m_panel->LCFMut = m_fitted.get();
 }
 
-void tst_FourPsAllMut::withoutSpectraThePlotIsBlank()
+void tst_FourPsAllMut::plotWithoutSpectraIsBlank()
 {
     m_panel->EPoints.at(0)->Energy->setText("8320");
     QVERIFY(isBlank(paint())); // no lines, titles or labels
@@ -271,7 +271,7 @@ void tst_FourPsAllMut::withoutSpectraThePlotIsBlank()
     QCOMPARE(frame()->yTitle, QStringLiteral("mut"));
 }
 
-void tst_FourPsAllMut::showsSpectraGuidesAndLegend()
+void tst_FourPsAllMut::plotShowsSpectraGuideLinesAndLegend()
 {
     setTwoReferences();
     useRows(*m_panel, {0});
@@ -319,22 +319,22 @@ void tst_FourPsAllMut::spectraAreShownInTheChosenNormalisation()
     }
     const PlotRange range{8300.0, lo - 0.05 * (hi - lo), 8450.0, hi + 0.05 * (hi - lo)};
     QVERIFY(isSamePicture(paint(), plain(range, kind).picture()));
-    QVERIFY(isAutomatic(range.y0, range.y1));
+    QVERIFY(hasAutomaticRange(range.y0, range.y1));
 }
 
-void tst_FourPsAllMut::energyLineShowsWhetherItsRowIsUsedAndInTheFit_data()
+void tst_FourPsAllMut::energyLineIsWideIfUsedAndRedIfInTheFit_data()
 {
     QTest::addColumn<bool>("inFit");
     QTest::addColumn<bool>("used");
     QTest::addColumn<QColor>("color");
     QTest::addColumn<QList<int>>("columns"); // x of each pixel in this colour, relative to the line
     QTest::newRow("neither used nor in the fit") << false << false << blue << QList<int>{0};
-    QTest::newRow("in the fit") << true << false << red << QList<int>{0};
-    QTest::newRow("used") << false << true << blue << QList<int>{-1, 0, 1};
+    QTest::newRow("in the fit but not used") << true << false << red << QList<int>{0};
+    QTest::newRow("used but not in the fit") << false << true << blue << QList<int>{-1, 0, 1};
     QTest::newRow("used and in the fit") << true << true << red << QList<int>{-1, 0, 1};
 }
 
-void tst_FourPsAllMut::energyLineShowsWhetherItsRowIsUsedAndInTheFit()
+void tst_FourPsAllMut::energyLineIsWideIfUsedAndRedIfInTheFit()
 {
     QFETCH(bool, inFit);
     QFETCH(bool, used);
@@ -357,7 +357,7 @@ void tst_FourPsAllMut::energyLineShowsWhetherItsRowIsUsedAndInTheFit()
     }
 }
 
-void tst_FourPsAllMut::laterEnergyLinesCoverEarlierOnes()
+void tst_FourPsAllMut::energyLinesOfLaterRowsAreDrawnOnTop()
 {
     setTwoReferences();
     useRows(*m_panel, {4, 5});
@@ -374,7 +374,7 @@ void tst_FourPsAllMut::laterEnergyLinesCoverEarlierOnes()
     QVERIFY(isSamePicture(image, plain().picture()));
 }
 
-void tst_FourPsAllMut::emptyEnergyIsDrawnAtZero()
+void tst_FourPsAllMut::emptyEnergyFieldIsDrawnAsALineAtZero()
 {
     setPoints(reference(0), "r1", {{-40, 0.0}, {90, 2.0}});
     m_panel->ui.EdgeE->setText("0");
@@ -389,7 +389,7 @@ void tst_FourPsAllMut::emptyEnergyIsDrawnAtZero()
     QCOMPARE(countOf(paint(), line, blue), 0);
 }
 
-void tst_FourPsAllMut::targetIsNotShown()
+void tst_FourPsAllMut::targetSpectrumIsNotShown()
 {
     setTwoReferences();
     const QImage without = paint();
@@ -411,7 +411,7 @@ void tst_FourPsAllMut::invalidSpectrumIsNotDrawnButKeepsItsColor()
     QCOMPARE(countOf(image, wanted.place.inside(), black), 0);
 }
 
-void tst_FourPsAllMut::singlePointHasALegendLineButNoCurve()
+void tst_FourPsAllMut::spectrumWithOnePointHasALegendLineButNoCurve()
 {
     setPoints(reference(0), "single", {{8330, 1.0}});
     setPoints(reference(1), "falling", falling());
@@ -433,7 +433,7 @@ void tst_FourPsAllMut::validSpectrumWithoutPointsHasALegendLine()
     QVERIFY(isSamePicture(paint(), wanted.picture()));
 }
 
-void tst_FourPsAllMut::displayedFilesHaveThinLinesAndTheNextColors()
+void tst_FourPsAllMut::displayFilesHaveThinLinesInTheColorsAfterTheReferences()
 {
     setTwoReferences();
     const AMutE& first = displayed("first.dat", {{8300, 0.1}, {8449, 1.8}});
@@ -466,7 +466,7 @@ void tst_FourPsAllMut::colorsRepeatAfterTheLastColor()
     }
 }
 
-void tst_FourPsAllMut::percentSignsInNamesAreKept()
+void tst_FourPsAllMut::percentSignsInLegendTextsAreKept()
 {
     setTwoReferences();
     reference(0).fileName = "50%1 %L2 %n%%";
@@ -503,8 +503,8 @@ void tst_FourPsAllMut::rangeIncludesAllSpectraWithPoints_data()
     QTest::newRow("fourth reference") << 3 << true << true;
     QTest::newRow("displayed file") << 4 << true << true;
     QTest::newRow("invalid reference") << 2 << false << true;
-    QTest::newRow("switched off reference") << 2 << true << false;
-    QTest::newRow("switched off file") << 4 << true << false;
+    QTest::newRow("switched-off reference") << 2 << true << false;
+    QTest::newRow("switched-off file") << 4 << true << false;
 }
 
 void tst_FourPsAllMut::rangeIncludesAllSpectraWithPoints()
@@ -518,7 +518,7 @@ void tst_FourPsAllMut::rangeIncludesAllSpectraWithPoints()
     spectrum.valid = valid;
     spectrum.switchedOn = on;
     // The values are 0 to 4, and 5 % of this span is added on each side.
-    QVERIFY(isAutomatic(-0.2, 4.2));
+    QVERIFY(hasAutomaticRange(-0.2, 4.2));
 }
 
 void tst_FourPsAllMut::rangeIgnoresTheTargetAndTheFit()
@@ -526,10 +526,10 @@ void tst_FourPsAllMut::rangeIgnoresTheTargetAndTheFit()
     setTwoReferences();
     setPoints(*m_panel->ui.TargetFile, "target.dat", {{8300, -9.0}, {8400, 9.0}});
     setFit({{8310.0, -7.0}, {8440.0, 7.0}});
-    QVERIFY(isAutomatic(-0.1, 2.1));
+    QVERIFY(hasAutomaticRange(-0.1, 2.1));
 }
 
-void tst_FourPsAllMut::newEdgeAfterAZoomMovesTheGuidesAndKeepsTheRange()
+void tst_FourPsAllMut::newEdgeMovesTheEdgeLineAndKeepsTheZoom()
 {
     setTwoReferences();
     paint();
@@ -549,7 +549,7 @@ void tst_FourPsAllMut::newEdgeAfterAZoomMovesTheGuidesAndKeepsTheRange()
     QVERIFY(isSamePicture(image, plain(zoomed).picture()));
 }
 
-void tst_FourPsAllMut::verticalLinesOnATallWidgetEndAtItsWidth()
+void tst_FourPsAllMut::verticalLinesEndWhereYEqualsTheWidgetWidth()
 {
     setSize({120, 400});
     setPoints(reference(3), "r4", {{8330, 0.0}, {8331, 2.0}});
@@ -571,7 +571,7 @@ void tst_FourPsAllMut::verticalLinesOnATallWidgetEndAtItsWidth()
     QVERIFY(countOf(image, QRect(13, place.pixel(0, 0.5).y(), 101, 1), guideGrey) > 90);
 }
 
-void tst_FourPsAllMut::legendClickTogglesItsSpectrum()
+void tst_FourPsAllMut::clickOnALegendLineTogglesItsSpectrum()
 {
     QList<AMutE*> spectra;
     for (int i = 0; i < 4; ++i) {
@@ -598,14 +598,14 @@ void tst_FourPsAllMut::legendHasLinesOnlyForValidSpectra()
     reference(0).valid = false;
     paint();
     click(firstRow);
-    QCOMPARE(on(), QList<bool>({true, false, true, true}));
+    QCOMPARE(switchedOnReferences(), QList<bool>({true, false, true, true}));
     click(firstRow + QPoint(0, rowStep));
-    QCOMPARE(on(), QList<bool>({true, false, false, true}));
+    QCOMPARE(switchedOnReferences(), QList<bool>({true, false, false, true}));
     click(firstRow + QPoint(0, 2 * rowStep)); // below the last line of the legend
-    QCOMPARE(on(), QList<bool>({true, false, false, true}));
+    QCOMPARE(switchedOnReferences(), QList<bool>({true, false, false, true}));
 }
 
-void tst_FourPsAllMut::pressRepaintsTheGraphs()
+void tst_FourPsAllMut::mousePressRepaintsTheGraphs()
 {
     setTwoReferences();
     SurfacePaints paints(*m_panel->Disps);
@@ -617,7 +617,7 @@ void tst_FourPsAllMut::pressRepaintsTheGraphs()
     QVERIFY(messages(*m_panel).isEmpty());
 }
 
-void tst_FourPsAllMut::pressInAnotherPlotTogglesNothing()
+void tst_FourPsAllMut::pressInAnotherPlotTogglesNoSpectrum()
 {
     setTwoReferences();
     paint();
@@ -626,18 +626,18 @@ void tst_FourPsAllMut::pressInAnotherPlotTogglesNothing()
             tests::press(m_panel->Disps->frame(static_cast<Displays::DispId>(id))->DispA, firstRow);
         }
     }
-    QCOMPARE(on(), QList<bool>({true, true, true, true}));
+    QCOMPARE(switchedOnReferences(), QList<bool>({true, true, true, true}));
 }
 
-void tst_FourPsAllMut::plotsOutsideTheAnalysisDrawNothing_data()
+void tst_FourPsAllMut::spectrumRowPlotsAndUnknownPlotsAreNotDrawn_data()
 {
     QTest::addColumn<int>("id");
     for (const int id : {0, 1, 2, 3, 4, 11}) {
-        QTest::addRow("plot %d", id) << id;
+        QTest::addRow("plot with id %d", id) << id;
     }
 }
 
-void tst_FourPsAllMut::plotsOutsideTheAnalysisDrawNothing()
+void tst_FourPsAllMut::spectrumRowPlotsAndUnknownPlotsAreNotDrawn()
 {
     QFETCH(int, id);
     setTwoReferences();
@@ -658,7 +658,7 @@ void tst_FourPsAllMut::plotsOutsideTheAnalysisDrawNothing()
     QCOMPARE(plot.DispA->cc.realX1, 3.0);
 }
 
-void tst_FourPsAllMut::draggingAMarkerWritesItsField_data()
+void tst_FourPsAllMut::draggingAMarkerLineWritesItsField_data()
 {
     QTest::addColumn<int>("line");
     QTest::newRow("edge") << 0;
@@ -669,7 +669,7 @@ void tst_FourPsAllMut::draggingAMarkerWritesItsField_data()
     }
 }
 
-void tst_FourPsAllMut::draggingAMarkerWritesItsField()
+void tst_FourPsAllMut::draggingAMarkerLineWritesItsField()
 {
     QFETCH(int, line);
     displayed("file", falling());
@@ -709,7 +709,7 @@ void tst_FourPsAllMut::draggingAMarkerWritesItsField()
     QVERIFY(isWritten(start + 5)); // the line stays at its position after the release
 }
 
-void tst_FourPsAllMut::draggedEnergyUpdatesItsMutFields()
+void tst_FourPsAllMut::draggedEnergyLineUpdatesTheMutFieldsOfItsRow()
 {
     // The absorption is 0 up to 8310 eV, then rises by 0.01 per eV to 1 at 8410 eV.
     setPoints(reference(0), "line",

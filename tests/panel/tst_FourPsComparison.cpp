@@ -46,22 +46,22 @@ class tst_FourPsComparison : public QObject
 private Q_SLOTS:
     void init();
 
-    void withoutPointsThePlotIsBlank();
-    void showsPointsOverGridAndDiagonal();
-    void fitIsOnXAndTargetOnY();
-    void pointsHaveTheColorsOfTheirRuns();
+    void plotWithoutPointsIsBlank();
+    void plotShowsPointsOverGridAndDiagonal();
+    void fitValenceIsOnXAndTargetValenceOnY();
+    void pointsAreDrawnInTheirStoredColors();
     void lastPointHasARedOuterCircle();
     void pointsOutsideThePlotAreNotDrawn_data();
     void pointsOutsideThePlotAreNotDrawn();
 
-    void extremeValencesDrawNothingOverTheMargins_data();
-    void extremeValencesDrawNothingOverTheMargins();
+    void extremeValencesLeaveTheMarginsWhite_data();
+    void extremeValencesLeaveTheMarginsWhite();
 
     void doubleClickClearsThePlot();
-    void firstPointAfterClearingFitsTheRange();
+    void rangeIsFittedAgainAfterThePlotIsCleared();
     void clickSelectsTheNextColorForLaterPoints();
-    void releaseOfAnyButtonSelectsTheNextColor_data();
-    void releaseOfAnyButtonSelectsTheNextColor();
+    void releaseOfAMouseButtonSelectsTheNextColor_data();
+    void releaseOfAMouseButtonSelectsTheNextColor();
     void fitShowsItsPointImmediately();
 
 private:
@@ -104,7 +104,7 @@ PlainComparison tst_FourPsComparison::plain(double first, double second) const
     return picture;
 }
 
-void tst_FourPsComparison::withoutPointsThePlotIsBlank()
+void tst_FourPsComparison::plotWithoutPointsIsBlank()
 {
     QVERIFY(isBlank(paint()));
     QVERIFY(!surface()->cc.drawn);
@@ -113,7 +113,7 @@ void tst_FourPsComparison::withoutPointsThePlotIsBlank()
     QCOMPARE(frame()->yTitle, QStringLiteral("MPs"));
 }
 
-void tst_FourPsComparison::showsPointsOverGridAndDiagonal()
+void tst_FourPsComparison::plotShowsPointsOverGridAndDiagonal()
 {
     m_panel->LCFvs4PS = {pointAt(2.03, 2.87), pointAt(2.5, 2.35, 2), pointAt(2.77, 2.71)};
     const QImage image = paint();
@@ -127,7 +127,7 @@ void tst_FourPsComparison::showsPointsOverGridAndDiagonal()
     QVERIFY(countOf(image, inside, red) >= 8);
 }
 
-void tst_FourPsComparison::fitIsOnXAndTargetOnY()
+void tst_FourPsComparison::fitValenceIsOnXAndTargetValenceOnY()
 {
     m_panel->LCFvs4PS = {pointAt(2.1, 2.905)};
     const QImage image = paint();
@@ -140,7 +140,7 @@ void tst_FourPsComparison::fitIsOnXAndTargetOnY()
              countOf(image, QRect(centre - QPoint(2, 2), QSize(5, 5)), red));
 }
 
-void tst_FourPsComparison::pointsHaveTheColorsOfTheirRuns()
+void tst_FourPsComparison::pointsAreDrawnInTheirStoredColors()
 {
     m_panel->LCFColor = 4; // applies to the next point, not to existing points
     m_panel->LCFvs4PS = {pointAt(2.15, 2.25, 2), pointAt(2.35, 2.15, 8), pointAt(2.75, 2.45, 2)};
@@ -174,7 +174,7 @@ void tst_FourPsComparison::pointsOutsideThePlotAreNotDrawn_data()
     QTest::newRow("infinite target") << 2.5 << -infinite;
     QTest::newRow("huge fit") << -1e300 << 2.5;
     QTest::newRow("huge target") << 2.5 << 1e300;
-    QTest::newRow("beyond the range of int") << 1e10 << -1e10;
+    QTest::newRow("values beyond the range of int") << 1e10 << -1e10;
 }
 
 void tst_FourPsComparison::pointsOutsideThePlotAreNotDrawn()
@@ -193,15 +193,15 @@ void tst_FourPsComparison::pointsOutsideThePlotAreNotDrawn()
     QVERIFY(countOf(image, wanted.place.inside(), blue) >= 12);
 }
 
-void tst_FourPsComparison::extremeValencesDrawNothingOverTheMargins_data()
+void tst_FourPsComparison::extremeValencesLeaveTheMarginsWhite_data()
 {
     QTest::addColumn<QString>("first");
     QTest::addColumn<QString>("second");
     addTexts("millions of grid lines", {"0", "1e9"});
-    addTexts("huge", {"-1e300", "1e300"});
+    addTexts("both valences huge", {"-1e300", "1e300"});
     addTexts("less than one ulp per grid line", {"1e17", "1.0000001e17"});
-    addTexts("infinite", {"0", "inf"});
-    addTexts("both infinite", {"-inf", "inf"});
+    addTexts("second valence infinite", {"0", "inf"});
+    addTexts("both valences infinite", {"-inf", "inf"});
     addTexts("first valence NaN", {"nan", "3"});
     addTexts("second valence NaN", {"2", "nan"});
     addTexts("first valence above the second", {"1e300", "-1e300"});
@@ -209,7 +209,7 @@ void tst_FourPsComparison::extremeValencesDrawNothingOverTheMargins_data()
 
 // The paint must also terminate: with some of these valences, a loop over all grid lines would
 // not end in a reasonable time.
-void tst_FourPsComparison::extremeValencesDrawNothingOverTheMargins()
+void tst_FourPsComparison::extremeValencesLeaveTheMarginsWhite()
 {
     QFETCH(QString, first);
     QFETCH(QString, second);
@@ -237,7 +237,7 @@ void tst_FourPsComparison::doubleClickClearsThePlot()
     QVERIFY(!surface()->hasScale);
 }
 
-void tst_FourPsComparison::firstPointAfterClearingFitsTheRange()
+void tst_FourPsComparison::rangeIsFittedAgainAfterThePlotIsCleared()
 {
     m_panel->LCFvs4PS = {pointAt(2.5, 2.35, 2)};
     paint();
@@ -251,24 +251,24 @@ void tst_FourPsComparison::firstPointAfterClearingFitsTheRange()
 
 void tst_FourPsComparison::clickSelectsTheNextColorForLaterPoints()
 {
-    const auto run = [this](double fit) { // adds a point, as a run of the fit would
+    const auto addPoint = [this](double fit) { // adds a point, as a run of the fit would
         m_panel->LCFvs4PS.append(pointAt(fit, 2.35, m_panel->LCFColor));
     };
-    run(2.05);
-    run(2.15);
+    addPoint(2.05);
+    addPoint(2.15);
     QTest::mouseClick(surface(), Qt::LeftButton, {}, {100, 100});
-    run(2.25);
+    addPoint(2.25);
     QTest::mouseClick(surface(), Qt::LeftButton, {}, {200, 150});
-    run(2.35);
-    run(2.45);
-    run(2.55);
+    addPoint(2.35);
+    addPoint(2.45);
+    addPoint(2.55);
     PlainComparison wanted(evenSize, 2.0, 3.0);
     wanted.points = {{2.05, 2.35, black}, {2.15, 2.35, black}, {2.25, 2.35, red},
                      {2.35, 2.35, blue},  {2.45, 2.35, blue},  {2.55, 2.35, blue}};
     QVERIFY(isSamePicture(paint(), wanted.picture()));
 }
 
-void tst_FourPsComparison::releaseOfAnyButtonSelectsTheNextColor_data()
+void tst_FourPsComparison::releaseOfAMouseButtonSelectsTheNextColor_data()
 {
     QTest::addColumn<int>("button");
     QTest::addColumn<int>("keys");
@@ -277,7 +277,7 @@ void tst_FourPsComparison::releaseOfAnyButtonSelectsTheNextColor_data()
     QTest::newRow("left button with Shift") << int(Qt::LeftButton) << int(Qt::ShiftModifier);
 }
 
-void tst_FourPsComparison::releaseOfAnyButtonSelectsTheNextColor()
+void tst_FourPsComparison::releaseOfAMouseButtonSelectsTheNextColor()
 {
     QFETCH(int, button);
     QFETCH(int, keys);

@@ -69,22 +69,22 @@ private Q_SLOTS:
     void mapWithoutSizeIsWhite_data();
     void mapWithoutSizeIsWhite();
 
-    void countsAreShownAsLogarithm();
+    void countsAreShownAsAbsorbance();
     void missingPixelIsShownAsMinusOne();
     void nanPixelHasTheFirstColour();
 
-    void mapOfOnlyNanKeepsTheLimits();
+    void mapWithOnlyNanPixelsKeepsTheLimits();
     void doubleClickFitsViewAndLimitsAgain_data();
     void doubleClickFitsViewAndLimitsAgain();
 
-    void selectingARowFitsViewAndLimits();
-    void selectingAnEmptyRowShowsWhiteAndKeepsTheLimits();
-    void loadingAFileFitsViewAndLimits();
+    void selectingARowFitsViewAndLimitsToItsMap();
+    void selectingARowWithoutAMapShowsWhiteAndKeepsTheLimits();
+    void loadingTheShownRowFitsViewAndLimits();
     void loadingAnotherRowKeepsThePicture();
-    void loadingAllRowsFitsTheShownMap();
+    void loadingAllRowsFitsViewAndLimitsToTheShownMap();
 
     void mouseMoveShowsPositionAndValue();
-    void valueHasSixDigitsAndCursorAtStart();
+    void valueIsShownWithSixDigitsAndCursorAtStart();
 
 private:
     DispMBase* window() const { return m_panel->DMapDisp; }
@@ -108,7 +108,7 @@ void tst_FourPsDataMap::mapWithoutSizeIsWhite_data()
     QTest::newRow("no size") << 0 << 0;
     QTest::newRow("no columns") << 0 << 1;
     QTest::newRow("no rows") << 2 << 0;
-    QTest::newRow("negative") << -2 << -1;
+    QTest::newRow("negative size") << -2 << -1;
 }
 
 void tst_FourPsDataMap::mapWithoutSizeIsWhite()
@@ -121,7 +121,7 @@ void tst_FourPsDataMap::mapWithoutSizeIsWhite()
     QCOMPARE(barLimits(window()), QList<double>({0.0, 1.0}));
 }
 
-void tst_FourPsDataMap::countsAreShownAsLogarithm()
+void tst_FourPsDataMap::countsAreShownAsAbsorbance()
 {
     setCounts(*m_panel, 0, 2, 2, {{1.0, 2.0}, {4.0, 2.0}, {1.0, 8.0}, {3.0, 3.0}});
     const QList<double> values{std::log(2.0), std::log(0.5), std::log(8.0), 0.0};
@@ -148,7 +148,7 @@ void tst_FourPsDataMap::nanPixelHasTheFirstColour()
     QCOMPARE(limitTexts(window()), QStringList({"1", "2"}));
 }
 
-void tst_FourPsDataMap::mapOfOnlyNanKeepsTheLimits()
+void tst_FourPsDataMap::mapWithOnlyNanPixelsKeepsTheLimits()
 {
     window()->setZRange(40.0, 50.0);
     setMuts(*m_panel, 0, 2, 1, {notANumber, notANumber});
@@ -180,7 +180,7 @@ void tst_FourPsDataMap::doubleClickFitsViewAndLimitsAgain()
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
 }
 
-void tst_FourPsDataMap::selectingARowFitsViewAndLimits()
+void tst_FourPsDataMap::selectingARowFitsViewAndLimitsToItsMap()
 {
     setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
     setMuts(*m_panel, 5, 3, 2, {6.0, 5.0, 4.0, 3.0, 8.0, 9.0});
@@ -195,7 +195,7 @@ void tst_FourPsDataMap::selectingARowFitsViewAndLimits()
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 2.0}, 1.0, 2.0}));
 }
 
-void tst_FourPsDataMap::selectingAnEmptyRowShowsWhiteAndKeepsTheLimits()
+void tst_FourPsDataMap::selectingARowWithoutAMapShowsWhiteAndKeepsTheLimits()
 {
     setMuts(*m_panel, 0, 2, 1, {1.0, 2.0});
     picture(window());
@@ -206,7 +206,7 @@ void tst_FourPsDataMap::selectingAnEmptyRowShowsWhiteAndKeepsTheLimits()
     QCOMPARE(barLimits(window()), QList<double>({1.0, 2.0}));
 }
 
-void tst_FourPsDataMap::loadingAFileFitsViewAndLimits()
+void tst_FourPsDataMap::loadingTheShownRowFitsViewAndLimits()
 {
     setMuts(*m_panel, 0, 3, 1, {10.0, 20.0, 30.0});
     picture(window());
@@ -229,7 +229,7 @@ void tst_FourPsDataMap::loadingAnotherRowKeepsThePicture()
     QCOMPARE(picture(window()), plainPicture(window(), {3, 1, {10.0, 20.0, 30.0}, 10.0, 30.0}));
 }
 
-void tst_FourPsDataMap::loadingAllRowsFitsTheShownMap()
+void tst_FourPsDataMap::loadingAllRowsFitsViewAndLimitsToTheShownMap()
 {
     QStringList paths;
     for (int row = 0; row < 8; ++row) {
@@ -258,7 +258,7 @@ void tst_FourPsDataMap::mouseMoveShowsPositionAndValue()
     }
 }
 
-void tst_FourPsDataMap::valueHasSixDigitsAndCursorAtStart()
+void tst_FourPsDataMap::valueIsShownWithSixDigitsAndCursorAtStart()
 {
     setMuts(*m_panel, 0, 1, 1, {-1.0 / 3.0});
     m_panel->receiveNowPosInDMap(0.5, 0.5);

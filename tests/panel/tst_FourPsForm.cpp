@@ -286,29 +286,29 @@ class tst_FourPsForm : public QObject
 private Q_SLOTS:
     void initTestCase();
     void frameHasTheDesignedStyleAndSize();
-    void controlHasTheExpectedCellAndText_data();
-    void controlHasTheExpectedCellAndText();
-    void everyControlOfTheFormIsInTheTable();
+    void controlHasTheExpectedLayoutCellAndText_data();
+    void controlHasTheExpectedLayoutCellAndText();
+    void formContainsOnlyTheExpectedControls();
     void onlyTheExpectedButtonsStartChecked();
     void onlyTheExpectedControlsHaveAMaximumWidth();
     void onlyTheExpectedTextsAreRightAligned();
     void onlyTheFitResultAndTheMessagesAreReadOnly();
     void resultFieldsAndMessagesHaveABackgroundColour();
-    void messageBoxIsLowAndHasNoUndo();
-    void radiosOfAGroupShareAParentWithNoOtherRadios_data();
-    void radiosOfAGroupShareAParentWithNoOtherRadios();
+    void messageBoxHasAMaximumHeightAndNoUndo();
+    void radiosOfAGroupAreTheOnlyRadiosOfTheirParent_data();
+    void radiosOfAGroupAreTheOnlyRadiosOfTheirParent();
     void radiosOfAGroupAreExclusive_data();
     void radiosOfAGroupAreExclusive();
-    void autoSwitchesAreIndependent();
-    void moreConditionsContainTheThreeBlocks();
+    void autoRadiosOfTheHistogramsAreIndependent();
+    void moreConditionsSectionContainsItsThreeBlocks();
     void energyPointGridStartsEmptyWithFixedSpacing();
-    void layoutOfTheReferenceRowsIsEmpty();
-    void plainContainersHaveNoMargins();
-    void innerGridsHaveVerticalSpacing3();
-    void formMakesNoButtonGroup();
-    void translatableTextsAreInTheVocabulary();
-    void nothingIsCutOffAtTheDesignedSize();
-    void textsOfDoubleWidthFit();
+    void referenceRowLayoutStartsEmpty();
+    void layoutsOfPlainWidgetsHaveNoMargins();
+    void gridLayoutsOfTheFormHaveVerticalSpacing3();
+    void formCreatesNoButtonGroup();
+    void formRequestsTheExpectedTranslations();
+    void noTextIsCutOffAtTheDesignedSize();
+    void textsOfDoubleLengthAreNotCutOff();
 
 private:
     static void addGroups();
@@ -332,7 +332,7 @@ void tst_FourPsForm::frameHasTheDesignedStyleAndSize()
     QCOMPARE(form.frame.layout()->objectName(), QString("gridLayout"));
 }
 
-void tst_FourPsForm::controlHasTheExpectedCellAndText_data()
+void tst_FourPsForm::controlHasTheExpectedLayoutCellAndText_data()
 {
     QTest::addColumn<int>("index");
     for (int i = 0; i < int(std::size(controls)); ++i) {
@@ -340,7 +340,7 @@ void tst_FourPsForm::controlHasTheExpectedCellAndText_data()
     }
 }
 
-void tst_FourPsForm::controlHasTheExpectedCellAndText()
+void tst_FourPsForm::controlHasTheExpectedLayoutCellAndText()
 {
     QFETCH(int, index);
     const Control& expected = controls[index];
@@ -366,7 +366,7 @@ void tst_FourPsForm::controlHasTheExpectedCellAndText()
     QCOMPARE(widget->property("text").toString(), QString(expected.text));
 }
 
-void tst_FourPsForm::everyControlOfTheFormIsInTheTable()
+void tst_FourPsForm::formContainsOnlyTheExpectedControls()
 {
     const Form& form = *m_untouched;
     QStringList unknown;
@@ -453,7 +453,7 @@ void tst_FourPsForm::resultFieldsAndMessagesHaveABackgroundColour()
     }
 }
 
-void tst_FourPsForm::messageBoxIsLowAndHasNoUndo()
+void tst_FourPsForm::messageBoxHasAMaximumHeightAndNoUndo()
 {
     const Form& form = *m_untouched;
     QCOMPARE(form.ui.Message->maximumHeight(), 60);
@@ -476,12 +476,12 @@ void tst_FourPsForm::addGroups()
     QTest::newRow("background line type") << QStringList{"NonEquivBGLinear", "NonEquivBGVic"};
 }
 
-void tst_FourPsForm::radiosOfAGroupShareAParentWithNoOtherRadios_data()
+void tst_FourPsForm::radiosOfAGroupAreTheOnlyRadiosOfTheirParent_data()
 {
     addGroups();
 }
 
-void tst_FourPsForm::radiosOfAGroupShareAParentWithNoOtherRadios()
+void tst_FourPsForm::radiosOfAGroupAreTheOnlyRadiosOfTheirParent()
 {
     QFETCH(QStringList, members);
     const Form& form = *m_untouched;
@@ -516,7 +516,7 @@ void tst_FourPsForm::radiosOfAGroupAreExclusive()
     }
 }
 
-void tst_FourPsForm::autoSwitchesAreIndependent()
+void tst_FourPsForm::autoRadiosOfTheHistogramsAreIndependent()
 {
     const Form form;
     QVERIFY(!form.ui.HgAAuto->autoExclusive());
@@ -531,7 +531,7 @@ void tst_FourPsForm::autoSwitchesAreIndependent()
     QVERIFY(!form.ui.HgTAuto->isChecked());
 }
 
-void tst_FourPsForm::moreConditionsContainTheThreeBlocks()
+void tst_FourPsForm::moreConditionsSectionContainsItsThreeBlocks()
 {
     const Form& form = *m_untouched;
     QCOMPARE(form.ui.CConds2->parentWidget(), form.ui.CConds);
@@ -558,7 +558,7 @@ void tst_FourPsForm::energyPointGridStartsEmptyWithFixedSpacing()
     QCOMPARE(grid->contentsMargins().right(), style->pixelMetric(QStyle::PM_LayoutRightMargin));
 }
 
-void tst_FourPsForm::layoutOfTheReferenceRowsIsEmpty()
+void tst_FourPsForm::referenceRowLayoutStartsEmpty()
 {
     const Form& form = *m_untouched;
     QCOMPARE(form.ui.RefFileLayout->parentWidget(), form.ui.frame_11);
@@ -566,7 +566,7 @@ void tst_FourPsForm::layoutOfTheReferenceRowsIsEmpty()
     QVERIFY(form.ui.widget_10->children().isEmpty());
 }
 
-void tst_FourPsForm::plainContainersHaveNoMargins()
+void tst_FourPsForm::layoutsOfPlainWidgetsHaveNoMargins()
 {
     const Form& form = *m_untouched;
     for (const QWidget* w : form.widgets) {
@@ -576,7 +576,7 @@ void tst_FourPsForm::plainContainersHaveNoMargins()
     }
 }
 
-void tst_FourPsForm::innerGridsHaveVerticalSpacing3()
+void tst_FourPsForm::gridLayoutsOfTheFormHaveVerticalSpacing3()
 {
     const Form& form = *m_untouched;
     for (const QWidget* w : form.widgets) {
@@ -587,13 +587,13 @@ void tst_FourPsForm::innerGridsHaveVerticalSpacing3()
     }
 }
 
-void tst_FourPsForm::formMakesNoButtonGroup()
+void tst_FourPsForm::formCreatesNoButtonGroup()
 {
     const Form& form = *m_untouched;
     QVERIFY(form.frame.findChildren<QButtonGroup*>().isEmpty());
 }
 
-void tst_FourPsForm::translatableTextsAreInTheVocabulary()
+void tst_FourPsForm::formRequestsTheExpectedTranslations()
 {
     RecordingTranslator translator(1);
     QVERIFY(QCoreApplication::installTranslator(&translator));
@@ -612,7 +612,7 @@ void tst_FourPsForm::translatableTextsAreInTheVocabulary()
     }
 }
 
-void tst_FourPsForm::nothingIsCutOffAtTheDesignedSize()
+void tst_FourPsForm::noTextIsCutOffAtTheDesignedSize()
 {
     Form form;
     form.frame.show();
@@ -620,7 +620,7 @@ void tst_FourPsForm::nothingIsCutOffAtTheDesignedSize()
     QVERIFY(form.frame.height() == 673);
 }
 
-void tst_FourPsForm::textsOfDoubleWidthFit()
+void tst_FourPsForm::textsOfDoubleLengthAreNotCutOff()
 {
     RecordingTranslator doubled(2);
     QVERIFY(QCoreApplication::installTranslator(&doubled));

@@ -85,45 +85,45 @@ private Q_SLOTS:
     void init();
 
     void spectrumRowsDrawIntoTheirPlots();
-    void closingTheGraphWindowHidesIt();
+    void reopenedGraphWindowKeepsItsZoom();
 
-    void draggingTheEdgeWritesItsField_data();
-    void draggingTheEdgeWritesItsField();
-    void draggingALimitWritesItsOffset_data();
-    void draggingALimitWritesItsOffset();
-    void thirdAndFourthReferenceHaveNoMarkers_data();
-    void thirdAndFourthReferenceHaveNoMarkers();
-    void pressAwayFromTheMarkerLinesDragsNothing();
-    void dragRecalculatesOncePerValidReference_data();
-    void dragRecalculatesOncePerValidReference();
+    void draggingTheEdgeLineWritesTheEdgeField_data();
+    void draggingTheEdgeLineWritesTheEdgeField();
+    void draggingALimitLineWritesItsOffsetFromTheEdge_data();
+    void draggingALimitLineWritesItsOffsetFromTheEdge();
+    void markersOfThirdAndFourthReferenceCannotBeDragged_data();
+    void markersOfThirdAndFourthReferenceCannotBeDragged();
+    void pressAwayFromTheMarkerLinesDragsNoLine();
+    void eachDragStepRecalculatesOncePerValidReference_data();
+    void eachDragStepRecalculatesOncePerValidReference();
     void pressWithoutDragRecalculatesOnRelease();
     void releasedMarkerSetsTheEdgeBeforeRecalculating();
-    void movingMarkerSetsTheEdgeBeforeRecalculating();
-    void columnsAndResultFollowTheDraggedEdge();
+    void draggedMarkerSetsTheEdgeBeforeRecalculating();
+    void mutColumnsAndTargetResultFollowTheDraggedEdge();
     void plotsFollowTheDraggedEdge();
 
-    void wheelZoomsOnlyItsPlot();
-    void doubleClickFitsOnlyItsPlot();
-    void markersAreDraggedInThePoppedOutWindow();
+    void wheelZoomsOnlyThePlotUnderTheMouse();
+    void doubleClickFitsOnlyTheClickedPlot();
+    void markersCanBeDraggedInAPoppedOutPlot();
 
-    void doubleClickInTheComparisonEndsWithTheSecondColor();
-    void otherPlotsDoNotChangeTheComparison_data();
-    void otherPlotsDoNotChangeTheComparison();
+    void doubleClickInTheComparisonSelectsTheSecondColor();
+    void clicksInOtherPlotsKeepTheComparison_data();
+    void clicksInOtherPlotsKeepTheComparison();
 
-    void normalisationRadioRepaintsAndClearsTheScale_data();
-    void normalisationRadioRepaintsAndClearsTheScale();
-    void histogramSelectionRepaints_data();
-    void histogramSelectionRepaints();
+    void normalisationRadioRepaintsTheGraphsAndClearsTheRange_data();
+    void normalisationRadioRepaintsTheGraphsAndClearsTheRange();
+    void histogramSelectionRepaintsTheGraphs_data();
+    void histogramSelectionRepaintsTheGraphs();
     void actionRepaintsTheGraphs_data();
     void actionRepaintsTheGraphs();
-    void actionRepaintsNothing_data();
-    void actionRepaintsNothing();
-    void mapWithoutRowsRepaintsTheGraphs();
-    void displayFilesRepaintTheGraphs();
+    void actionWithoutVisibleEffectRepaintsNoGraph_data();
+    void actionWithoutVisibleEffectRepaintsNoGraph();
+    void emptyResultMapRepaintsTheGraphs();
+    void loadingADisplayFileRepaintsTheGraphs();
     void selectingADisplayFileRepaintsTheGraphs();
     void removingADisplayFileRepaintsTheGraphs();
 
-    void leavingTheEdgeFieldByTabMovesTheMarkerLine();
+    void leavingTheEdgeFieldByTabMovesTheEdgeLine();
     void energyShiftMovesTheCurveAndKeepsTheRange();
     void fileWithoutASpectrumClearsItsPlot();
 
@@ -134,7 +134,7 @@ private:
     void makeValid(int references);
     void selectFitRange();
     void prepareMaps(const QList<int>& rows);
-    int middle(const DispABase* of) const { return of->DispA->height() / 2; }
+    int middle(const DispABase* graph) const { return graph->DispA->height() / 2; }
 
     const Files m_files;
     const SharedPanel m_panel;
@@ -244,7 +244,7 @@ void tst_FourPsGraphs::spectrumRowsDrawIntoTheirPlots()
     QVERIFY(showsEdgeAt(plot(Displays::DRef1), 8350.0));
 }
 
-void tst_FourPsGraphs::closingTheGraphWindowHidesIt()
+void tst_FourPsGraphs::reopenedGraphWindowKeepsItsZoom()
 {
     plot(Displays::DRef1)->DispA->cc.setReal(8200.0, 0.0, 8400.0, 1.0);
     QVERIFY(m_panel->Disps->close());
@@ -256,7 +256,7 @@ void tst_FourPsGraphs::closingTheGraphWindowHidesIt()
     QVERIFY(showsEdgeAt(plot(Displays::DRef1), 8350.0, 8200.0, 8400.0));
 }
 
-void tst_FourPsGraphs::draggingTheEdgeWritesItsField_data()
+void tst_FourPsGraphs::draggingTheEdgeLineWritesTheEdgeField_data()
 {
     QTest::addColumn<int>("id");
     QTest::newRow("first reference") << int(Displays::DRef1);
@@ -264,23 +264,23 @@ void tst_FourPsGraphs::draggingTheEdgeWritesItsField_data()
     QTest::newRow("target") << int(Displays::DTarget);
 }
 
-void tst_FourPsGraphs::draggingTheEdgeWritesItsField()
+void tst_FourPsGraphs::draggingTheEdgeLineWritesTheEdgeField()
 {
     QFETCH(int, id);
-    DispABase* of = plot(static_cast<Displays::DispId>(id));
-    const PlotPlace place = plotAreaOf(of);
+    DispABase* graph = plot(static_cast<Displays::DispId>(id));
+    const PlotPlace place = plotAreaOf(graph);
     const int start = columnNear(place, 8350.0);
     QLineEdit* edge = m_panel->ui.EdgeE;
     edge->setCursorPosition(4);
-    QTest::mousePress(of->DispA, Qt::LeftButton, {}, {start, middle(of)});
+    QTest::mousePress(graph->DispA, Qt::LeftButton, {}, {start, middle(graph)});
     QCOMPARE(edge->text(), QStringLiteral("8350"));
-    QTest::mouseMove(of->DispA, {start + 3, middle(of)});
+    QTest::mouseMove(graph->DispA, {start + 3, middle(graph)});
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start + 3)));
     QCOMPARE(edge->cursorPosition(), 0);
-    QTest::mouseMove(of->DispA, {start - 20, 3});
+    QTest::mouseMove(graph->DispA, {start - 20, 3});
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start - 20)));
     // The release also moves the line, as a drag step does.
-    QTest::mouseRelease(of->DispA, Qt::LeftButton, {}, {start + 11, middle(of)});
+    QTest::mouseRelease(graph->DispA, Qt::LeftButton, {}, {start + 11, middle(graph)});
     const double wanted = sixDigits(place.valueAt(start + 11)).toDouble();
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start + 11)));
     for (const AXafsFileSelect* row : std::as_const(m_panel->XafsFiles)) {
@@ -288,13 +288,13 @@ void tst_FourPsGraphs::draggingTheEdgeWritesItsField()
         QCOMPARE(row->preEdgeEnd, wanted - 50.0);
         QCOMPARE(row->postEdgeStart, wanted + 100.0);
     }
-    QTest::mouseMove(of->DispA, {start, middle(of)});
+    QTest::mouseMove(graph->DispA, {start, middle(graph)});
     QCOMPARE(edge->text(), sixDigits(place.valueAt(start + 11)));
     QCOMPARE(m_panel->ui.PreEEndDE->text(), QStringLiteral("-50"));
     QCOMPARE(m_panel->ui.PostEStartDE->text(), QStringLiteral("100"));
 }
 
-void tst_FourPsGraphs::draggingALimitWritesItsOffset_data()
+void tst_FourPsGraphs::draggingALimitLineWritesItsOffsetFromTheEdge_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<bool>("post");
@@ -306,21 +306,21 @@ void tst_FourPsGraphs::draggingALimitWritesItsOffset_data()
     }
 }
 
-void tst_FourPsGraphs::draggingALimitWritesItsOffset()
+void tst_FourPsGraphs::draggingALimitLineWritesItsOffsetFromTheEdge()
 {
     QFETCH(int, id);
     QFETCH(bool, post);
-    DispABase* of = plot(static_cast<Displays::DispId>(id));
-    const PlotPlace place = plotAreaOf(of);
+    DispABase* graph = plot(static_cast<Displays::DispId>(id));
+    const PlotPlace place = plotAreaOf(graph);
     QLineEdit* edit = post ? m_panel->ui.PostEStartDE : m_panel->ui.PreEEndDE;
     const int start = columnNear(place, post ? 8450.0 : 8300.0);
     const int end = start + (post ? 9 : -9);
-    press(of->DispA, QPointF(start, middle(of)));
-    drag(of->DispA, QPointF(end, middle(of)));
+    press(graph->DispA, QPointF(start, middle(graph)));
+    drag(graph->DispA, QPointF(end, middle(graph)));
     const QString wanted = sixDigits(place.valueAt(end) - 8350.0);
     QCOMPARE(edit->text(), wanted);
     QCOMPARE(edit->cursorPosition(), 0);
-    release(of->DispA, QPointF(end, middle(of)));
+    release(graph->DispA, QPointF(end, middle(graph)));
     QCOMPARE(edit->text(), wanted);
     const AXafsFileSelect* row = m_panel->XafsFiles.at(0);
     QCOMPARE(post ? row->postEdgeStart : row->preEdgeEnd, 8350.0 + wanted.toDouble());
@@ -329,43 +329,43 @@ void tst_FourPsGraphs::draggingALimitWritesItsOffset()
              post ? QStringLiteral("-50") : QStringLiteral("100"));
 }
 
-void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoMarkers_data()
+void tst_FourPsGraphs::markersOfThirdAndFourthReferenceCannotBeDragged_data()
 {
     QTest::addColumn<int>("reference");
     QTest::newRow("third reference") << 2;
     QTest::newRow("fourth reference") << 3;
 }
 
-void tst_FourPsGraphs::thirdAndFourthReferenceHaveNoMarkers()
+void tst_FourPsGraphs::markersOfThirdAndFourthReferenceCannotBeDragged()
 {
     QFETCH(int, reference);
     AXafsFileSelect* row = m_panel->XafsFiles.at(reference);
     static_cast<AMutE&>(*row) = *m_panel->XafsFiles.at(0);
-    DispABase* of = plot(static_cast<Displays::DispId>(reference));
-    QVERIFY(showsEdgeAt(of, 8350.0)); // the edge line is drawn but cannot be dragged
-    const int start = columnNear(plotAreaOf(of), 8350.0);
-    press(of->DispA, QPointF(start, middle(of)));
-    drag(of->DispA, QPointF(start + 10, middle(of)));
-    release(of->DispA, QPointF(start + 10, middle(of)));
+    DispABase* graph = plot(static_cast<Displays::DispId>(reference));
+    QVERIFY(showsEdgeAt(graph, 8350.0)); // the edge line is drawn but cannot be dragged
+    const int start = columnNear(plotAreaOf(graph), 8350.0);
+    press(graph->DispA, QPointF(start, middle(graph)));
+    drag(graph->DispA, QPointF(start + 10, middle(graph)));
+    release(graph->DispA, QPointF(start + 10, middle(graph)));
     QCOMPARE(m_panel->ui.EdgeE->text(), QStringLiteral("8350"));
     QVERIFY(messages(*m_panel).isEmpty());
 }
 
-void tst_FourPsGraphs::pressAwayFromTheMarkerLinesDragsNothing()
+void tst_FourPsGraphs::pressAwayFromTheMarkerLinesDragsNoLine()
 {
-    DispABase* of = plot(Displays::DRef1);
-    const PlotPlace place = plotAreaOf(of);
+    DispABase* graph = plot(Displays::DRef1);
+    const PlotPlace place = plotAreaOf(graph);
     // About one pixel farther from the nearest line than the hit tolerance of 20 pixels.
     const int start = columnNear(place, 8300.0) - 21;
-    press(of->DispA, QPointF(start, middle(of)));
-    drag(of->DispA, QPointF(start + 25, middle(of)));
-    release(of->DispA, QPointF(start + 25, middle(of)));
+    press(graph->DispA, QPointF(start, middle(graph)));
+    drag(graph->DispA, QPointF(start + 25, middle(graph)));
+    release(graph->DispA, QPointF(start + 25, middle(graph)));
     QCOMPARE(m_panel->ui.EdgeE->text(), QStringLiteral("8350"));
     QCOMPARE(m_panel->ui.PreEEndDE->text(), QStringLiteral("-50"));
     QVERIFY(messages(*m_panel).isEmpty());
 }
 
-void tst_FourPsGraphs::dragRecalculatesOncePerValidReference_data()
+void tst_FourPsGraphs::eachDragStepRecalculatesOncePerValidReference_data()
 {
     QTest::addColumn<int>("valid");
     QTest::addColumn<int>("perMove"); // recalculations per mouse move
@@ -377,26 +377,26 @@ void tst_FourPsGraphs::dragRecalculatesOncePerValidReference_data()
     QTest::newRow("three references, two in use") << 3 << 3 << 7;
 }
 
-void tst_FourPsGraphs::dragRecalculatesOncePerValidReference()
+void tst_FourPsGraphs::eachDragStepRecalculatesOncePerValidReference()
 {
     QFETCH(int, valid);
     QFETCH(int, perMove);
     QFETCH(int, perRelease);
     selectFitRange();
     makeValid(valid);
-    DispABase* of = plot(Displays::DTarget);
-    const int start = columnNear(plotAreaOf(of), 8350.0);
+    DispABase* graph = plot(Displays::DTarget);
+    const int start = columnNear(plotAreaOf(graph), 8350.0);
     const bool fits = valid >= 2;
-    press(of->DispA, QPointF(start, middle(of)));
+    press(graph->DispA, QPointF(start, middle(graph)));
     QVERIFY(messages(*m_panel).isEmpty());
     for (int step = 1; step <= 2; ++step) {
-        drag(of->DispA, QPointF(start + step, middle(of)));
+        drag(graph->DispA, QPointF(start + step, middle(graph)));
         QCOMPARE(messages(*m_panel).size(), step * perMove * linesPerRecalculation);
         QCOMPARE(m_panel->LCFvs4PS.size(), fits ? step * perMove : 0);
     }
     clearMessages(*m_panel);
     m_panel->LCFvs4PS.clear();
-    release(of->DispA, QPointF(start + 2, middle(of)));
+    release(graph->DispA, QPointF(start + 2, middle(graph)));
     QCOMPARE(messages(*m_panel).size(), perRelease * linesPerRecalculation);
     QCOMPARE(m_panel->LCFvs4PS.size(), fits ? perRelease : 0);
 }
@@ -404,12 +404,12 @@ void tst_FourPsGraphs::dragRecalculatesOncePerValidReference()
 void tst_FourPsGraphs::pressWithoutDragRecalculatesOnRelease()
 {
     selectFitRange();
-    DispABase* of = plot(Displays::DRef2);
-    const PlotPlace place = plotAreaOf(of);
+    DispABase* graph = plot(Displays::DRef2);
+    const PlotPlace place = plotAreaOf(graph);
     const int start = columnNear(place, 8350.0) + 2;
-    press(of->DispA, QPointF(start, middle(of)));
+    press(graph->DispA, QPointF(start, middle(graph)));
     QVERIFY(m_panel->LCFvs4PS.isEmpty());
-    release(of->DispA, QPointF(start, middle(of)));
+    release(graph->DispA, QPointF(start, middle(graph)));
     // The release moves the line to the mouse position. With two valid references it
     // recalculates 2 times for the move, 2 times for the new edge and once at its end.
     QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(place.valueAt(start)));
@@ -435,7 +435,7 @@ void tst_FourPsGraphs::releasedMarkerSetsTheEdgeBeforeRecalculating()
     }
 }
 
-void tst_FourPsGraphs::movingMarkerSetsTheEdgeBeforeRecalculating()
+void tst_FourPsGraphs::draggedMarkerSetsTheEdgeBeforeRecalculating()
 {
     selectFitRange();
     m_panel->lcf();
@@ -446,7 +446,7 @@ void tst_FourPsGraphs::movingMarkerSetsTheEdgeBeforeRecalculating()
     QVERIFY(m_panel->LCFvs4PS.first().lcfValence != before);
 }
 
-void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
+void tst_FourPsGraphs::mutColumnsAndTargetResultFollowTheDraggedEdge()
 {
     // With the edge at 8440 eV the pre-edge range includes a part of the rise, so the
     // pre-edge line is wrong. With the edge at 8350 eV the pre-edge line is 0, so the mut
@@ -466,10 +466,10 @@ void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
     panel.EPoints.at(0)->MutT->setText("1");
     panel.EPoints.at(1)->MutT->setText("5");
     panel.EPoints.at(2)->MutT->setText("5");
-    DispABase* of = plot(Displays::DRef1);
-    const PlotPlace place = plotAreaOf(of);
-    press(of->DispA, QPointF(columnNear(place, 8440.0), middle(of)));
-    drag(of->DispA, QPointF(columnNear(place, 8350.0), middle(of)));
+    DispABase* graph = plot(Displays::DRef1);
+    const PlotPlace place = plotAreaOf(graph);
+    press(graph->DispA, QPointF(columnNear(place, 8440.0), middle(graph)));
+    drag(graph->DispA, QPointF(columnNear(place, 8350.0), middle(graph)));
     const QList<QList<double>> wanted{{0.0, 0.0}, {1.0, 1.0}, {1.5, 0.5}};
     // Above the numerical error of the three-term fit, and far below any real difference.
     constexpr double tolerance = 1e-3;
@@ -485,51 +485,51 @@ void tst_FourPsGraphs::columnsAndResultFollowTheDraggedEdge()
     QVERIFY(std::abs(found.captured(2).toDouble() - 2.5) < tolerance);
     // The drag does not overwrite the target's column.
     QCOMPARE(panel.EPoints.at(1)->MutT->text(), QStringLiteral("5"));
-    release(of->DispA, QPointF(columnNear(place, 8350.0), middle(of)));
+    release(graph->DispA, QPointF(columnNear(place, 8350.0), middle(graph)));
     QVERIFY(std::abs(cell(2, 0) - 1.5) < tolerance);
 }
 
 void tst_FourPsGraphs::plotsFollowTheDraggedEdge()
 {
     SurfacePaints paints(*m_panel->Disps);
-    DispABase* of = plot(Displays::DRef1);
-    const PlotPlace place = plotAreaOf(of);
+    DispABase* graph = plot(Displays::DRef1);
+    const PlotPlace place = plotAreaOf(graph);
     const int start = columnNear(place, 8350.0);
-    press(of->DispA, QPointF(start, middle(of)));
+    press(graph->DispA, QPointF(start, middle(graph)));
     QCOMPARE(paints.counts(), paintsOfGridPlots(0));
-    drag(of->DispA, QPointF(start + 13, middle(of)));
+    drag(graph->DispA, QPointF(start + 13, middle(graph)));
     QCOMPARE(paints.counts(), paintsOfGridPlots(1));
     const double edge = m_panel->ui.EdgeE->text().toDouble();
-    QVERIFY(showsEdgeAt(of, edge));
+    QVERIFY(showsEdgeAt(graph, edge));
     QVERIFY(showsEdgeAt(plot(Displays::DTarget), edge));
     paints.restart();
-    release(of->DispA, QPointF(start + 13, middle(of)));
+    release(graph->DispA, QPointF(start + 13, middle(graph)));
     QCOMPARE(paints.counts(), paintsOfGridPlots(1));
 }
 
-void tst_FourPsGraphs::wheelZoomsOnlyItsPlot()
+void tst_FourPsGraphs::wheelZoomsOnlyThePlotUnderTheMouse()
 {
     SurfacePaints paints(*m_panel->Disps);
-    DispABase* of = plot(Displays::DRef1);
-    const int column = of->DispA->width() / 2;
-    const double centre = plotAreaOf(of).valueAt(column);
-    move(of->DispA, QPointF(column, middle(of)));
-    turnWheel(of->DispA, QPointF(column, middle(of)), {0, 120});
+    DispABase* graph = plot(Displays::DRef1);
+    const int column = graph->DispA->width() / 2;
+    const double centre = plotAreaOf(graph).valueAt(column);
+    move(graph->DispA, QPointF(column, middle(graph)));
+    turnWheel(graph->DispA, QPointF(column, middle(graph)), {0, 120});
     QList<int> wanted(11, 0);
     wanted[Displays::DRef1] = 1;
     QCOMPARE(paints.counts(), wanted);
-    const auto near = [](double value, double other) { return std::abs(value - other) < 1e-6; };
-    QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
-    QVERIFY(near(of->DispA->cc.realX1, centre + (highestEv - centre) / 1.1));
+    const auto isNear = [](double value, double other) { return std::abs(value - other) < 1e-6; };
+    QVERIFY(isNear(graph->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
+    QVERIFY(isNear(graph->DispA->cc.realX1, centre + (highestEv - centre) / 1.1));
     QCOMPARE(plot(Displays::DRef2)->DispA->cc.realX0, lowestEv);
     // A new edge repaints the plots, but the zoomed range remains.
     enter(m_panel->ui.EdgeE, "8360");
     QTest::qWait(30);
-    QVERIFY(near(of->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
-    QVERIFY(near(m_panel->Disps->frame(Displays::DTarget)->DispA->cc.realX0, lowestEv));
+    QVERIFY(isNear(graph->DispA->cc.realX0, centre + (lowestEv - centre) / 1.1));
+    QVERIFY(isNear(m_panel->Disps->frame(Displays::DTarget)->DispA->cc.realX0, lowestEv));
 }
 
-void tst_FourPsGraphs::doubleClickFitsOnlyItsPlot()
+void tst_FourPsGraphs::doubleClickFitsOnlyTheClickedPlot()
 {
     for (const auto id : {Displays::DRef1, Displays::DRef2, Displays::DTarget}) {
         plot(id)->DispA->cc.setReal(8100.0, 0.0, 8200.0, 1.0);
@@ -544,25 +544,25 @@ void tst_FourPsGraphs::doubleClickFitsOnlyItsPlot()
     QCOMPARE(m_panel->LCFvs4PS.size(), 1);
 }
 
-void tst_FourPsGraphs::markersAreDraggedInThePoppedOutWindow()
+void tst_FourPsGraphs::markersCanBeDraggedInAPoppedOutPlot()
 {
-    DispABase* of = plot(Displays::DRef1);
-    of->popDock();
-    QVERIFY(QTest::qWaitForWindowExposed(of->pop));
+    DispABase* graph = plot(Displays::DRef1);
+    graph->popDock();
+    QVERIFY(QTest::qWaitForWindowExposed(graph->pop));
     QTest::qWait(20);
-    const PlotPlace place = plotAreaOf(of);
+    const PlotPlace place = plotAreaOf(graph);
     QVERIFY(place.right - place.left > 600); // wider than in the graph window
     SurfacePaints paints(*m_panel->Disps);
     const int start = columnNear(place, 8350.0);
-    press(of->DispA, QPointF(start, middle(of)));
-    drag(of->DispA, QPointF(start + 33, middle(of)));
+    press(graph->DispA, QPointF(start, middle(graph)));
+    drag(graph->DispA, QPointF(start + 33, middle(graph)));
     QCOMPARE(m_panel->ui.EdgeE->text(), sixDigits(place.valueAt(start + 33)));
     QCOMPARE(paints.counts(), paintsOfGridPlots(1));
-    QVERIFY(showsEdgeAt(of, m_panel->ui.EdgeE->text().toDouble()));
-    release(of->DispA, QPointF(start + 33, middle(of)));
+    QVERIFY(showsEdgeAt(graph, m_panel->ui.EdgeE->text().toDouble()));
+    release(graph->DispA, QPointF(start + 33, middle(graph)));
 }
 
-void tst_FourPsGraphs::doubleClickInTheComparisonEndsWithTheSecondColor()
+void tst_FourPsGraphs::doubleClickInTheComparisonSelectsTheSecondColor()
 {
     m_panel->LCFvs4PS.append(LCFPoint());
     m_panel->LCFColor = 7;
@@ -578,17 +578,17 @@ void tst_FourPsGraphs::doubleClickInTheComparisonEndsWithTheSecondColor()
     QVERIFY(m_panel->LCFvs4PS.isEmpty());
 }
 
-void tst_FourPsGraphs::otherPlotsDoNotChangeTheComparison_data()
+void tst_FourPsGraphs::clicksInOtherPlotsKeepTheComparison_data()
 {
     QTest::addColumn<int>("id");
     for (int id = Displays::DRef1; id <= Displays::DM2M3; ++id) {
         if (id != Displays::DLCFvs4PS) {
-            QTest::addRow("plot %d", id) << id;
+            QTest::addRow("plot with id %d", id) << id;
         }
     }
 }
 
-void tst_FourPsGraphs::otherPlotsDoNotChangeTheComparison()
+void tst_FourPsGraphs::clicksInOtherPlotsKeepTheComparison()
 {
     QFETCH(int, id);
     m_panel->LCFvs4PS.append(LCFPoint());
@@ -600,7 +600,7 @@ void tst_FourPsGraphs::otherPlotsDoNotChangeTheComparison()
     QCOMPARE(m_panel->LCFColor, 7);
 }
 
-void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale_data()
+void tst_FourPsGraphs::normalisationRadioRepaintsTheGraphsAndClearsTheRange_data()
 {
     QTest::addColumn<QString>("before");
     QTest::newRow("NNone") << "NBy2Vics";
@@ -609,7 +609,7 @@ void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale_data()
     QTest::newRow("NBy2Vics") << "NByEJ";
 }
 
-void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale()
+void tst_FourPsGraphs::normalisationRadioRepaintsTheGraphsAndClearsTheRange()
 {
     QFETCH(QString, before);
     chooseWithoutSignals(m_panel->findChild<QAbstractButton*>(before));
@@ -632,7 +632,7 @@ void tst_FourPsGraphs::normalisationRadioRepaintsAndClearsTheScale()
     QCOMPARE(paints.counts(), paintsOfGridPlots(0));
 }
 
-void tst_FourPsGraphs::histogramSelectionRepaints_data()
+void tst_FourPsGraphs::histogramSelectionRepaintsTheGraphs_data()
 {
     // The radio button that is checked before the click; empty for check boxes.
     QTest::addColumn<QString>("before");
@@ -645,7 +645,7 @@ void tst_FourPsGraphs::histogramSelectionRepaints_data()
     QTest::newRow("HgC2") << "HgC1";
 }
 
-void tst_FourPsGraphs::histogramSelectionRepaints()
+void tst_FourPsGraphs::histogramSelectionRepaintsTheGraphs()
 {
     QFETCH(QString, before);
     auto* choice = m_panel->findChild<QAbstractButton*>(QLatin1String(QTest::currentDataTag()));
@@ -735,7 +735,7 @@ void tst_FourPsGraphs::actionRepaintsTheGraphs()
     m_panel->ui.NonEquivBGLinear->setChecked(linear);
 }
 
-void tst_FourPsGraphs::actionRepaintsNothing_data()
+void tst_FourPsGraphs::actionWithoutVisibleEffectRepaintsNoGraph_data()
 {
     QTest::addColumn<std::function<void(FourPs&)>>("action");
     const auto add = [](const char* name, const std::function<void(FourPs&)>& action) {
@@ -746,14 +746,15 @@ void tst_FourPsGraphs::actionRepaintsNothing_data()
     add("the recalculation is refused", [](FourPs& panel) { panel.calcBoth(); });
     add("the column of an invalid reference is written",
         [](FourPs& panel) { panel.receiveNewRef(3); });
-    add("another colour is selected", [](FourPs& panel) { panel.newColorLCFvs4PS(nullptr); });
+    add("the next comparison colour is selected",
+        [](FourPs& panel) { panel.newColorLCFvs4PS(nullptr); });
     add("a file is removed from an empty list",
         [](FourPs& panel) { panel.ui.RemoveAFile->click(); });
     add("an energy is received without a sender",
         [](FourPs& panel) { panel.receiveNewEnergy(8313.0); });
 }
 
-void tst_FourPsGraphs::actionRepaintsNothing()
+void tst_FourPsGraphs::actionWithoutVisibleEffectRepaintsNoGraph()
 {
     QFETCH(std::function<void(FourPs&)>, action);
     SurfacePaints paints(*m_panel->Disps);
@@ -761,7 +762,7 @@ void tst_FourPsGraphs::actionRepaintsNothing()
     QCOMPARE(paints.counts(), paintsOfGridPlots(0));
 }
 
-void tst_FourPsGraphs::mapWithoutRowsRepaintsTheGraphs()
+void tst_FourPsGraphs::emptyResultMapRepaintsTheGraphs()
 {
     prepareMaps({0, 1, 2});
     A2DData& map = *m_panel->EPoints.at(2);
@@ -772,7 +773,7 @@ void tst_FourPsGraphs::mapWithoutRowsRepaintsTheGraphs()
     QCOMPARE(paints.counts(), paintsOfGridPlots(1));
 }
 
-void tst_FourPsGraphs::displayFilesRepaintTheGraphs()
+void tst_FourPsGraphs::loadingADisplayFileRepaintsTheGraphs()
 {
     SurfacePaints paints(*m_panel->Disps);
     Q_EMIT m_panel->ui.DispFSelect->newFilePaths({m_files.broken});
@@ -812,7 +813,7 @@ void tst_FourPsGraphs::removingADisplayFileRepaintsTheGraphs()
     QVERIFY(m_panel->DispMuts.isEmpty());
 }
 
-void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheMarkerLine()
+void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheEdgeLine()
 {
     m_panel->show();
     m_panel->activateWindow();
@@ -836,15 +837,15 @@ void tst_FourPsGraphs::leavingTheEdgeFieldByTabMovesTheMarkerLine()
 void tst_FourPsGraphs::energyShiftMovesTheCurveAndKeepsTheRange()
 {
     selectFitRange();
-    DispABase* of = plot(Displays::DRef1);
-    const QImage before = of->DispA->grab().toImage();
+    DispABase* graph = plot(Displays::DRef1);
+    const QImage before = graph->DispA->grab().toImage();
     enter(m_panel->XafsFiles.at(0)->Ui_AFileSelect::dE, "40");
     QCOMPARE(m_panel->LCFvs4PS.size(), 1); // each recalculation adds one point
     QTest::qWait(30);
-    QCOMPARE(of->DispA->cc.realX0, lowestEv);
-    QCOMPARE(of->DispA->cc.realX1, highestEv);
-    QVERIFY(of->DispA->grab().toImage() != before);
-    QVERIFY(showsEdgeAt(of, 8350.0));
+    QCOMPARE(graph->DispA->cc.realX0, lowestEv);
+    QCOMPARE(graph->DispA->cc.realX1, highestEv);
+    QVERIFY(graph->DispA->grab().toImage() != before);
+    QVERIFY(showsEdgeAt(graph, 8350.0));
 }
 
 void tst_FourPsGraphs::fileWithoutASpectrumClearsItsPlot()

@@ -157,21 +157,21 @@ private Q_SLOTS:
     void initTestCase();
     void init();
 
-    void checkBoxesSelectTheHistograms_data();
-    void checkBoxesSelectTheHistograms();
+    void checkBoxesSelectTheShownHistograms_data();
+    void checkBoxesSelectTheShownHistograms();
 
-    void xLimitsAreTheFieldValues_data();
-    void xLimitsAreTheFieldValues();
-    void highestCountZeroShowsOnlyTheTitles_data();
-    void highestCountZeroShowsOnlyTheTitles();
+    void xLimitsOfThePlotAreTheFieldValues_data();
+    void xLimitsOfThePlotAreTheFieldValues();
+    void histogramWithoutCountsShowsOnlyTheTitles_data();
+    void histogramWithoutCountsShowsOnlyTheTitles();
 
     void reversedLimitsMirrorThePlot();
     void histogramWithOneBinHasNoBars();
 
-    void calculatedMapIsShownImmediately();
+    void histogramsOfACalculatedMapAreShownImmediately();
 
-    void checkBoxOfAnUnusedRowIsIgnored();
-    void currentRatioHistogramDoesNotChangeThePlot();
+    void checkBoxOfAnUnusedReferenceIsIgnored();
+    void plotDoesNotUseTheCurrentRatioHistogram();
 
 private:
     HistogramPlot plotFor(int id) { return plotOf(*m_panel, id); }
@@ -195,12 +195,12 @@ void tst_FourPsHistograms::init()
     clearRows(*m_panel);
     setReferences(*m_panel, {0, 1, 2, 3}, {0, 1, 2, 3});
     for (const int id : {Displays::DHistA, Displays::DHistDMut}) {
-        const HistogramPlot of = plotFor(id);
-        of.from->setText("1");
-        of.to->setText("4");
-        of.number->setText("11");
-        checkBoxes(of, false, {});
-        fillHistograms(of);
+        const HistogramPlot histograms = plotFor(id);
+        histograms.from->setText("1");
+        histograms.to->setText("4");
+        histograms.number->setText("11");
+        checkBoxes(histograms, false, {});
+        fillHistograms(histograms);
     }
     QTest::qWait(10);
 }
@@ -209,16 +209,16 @@ void tst_FourPsHistograms::init()
 /// histograms have their bins in reverse order. The highest counts are 40 for the main
 /// histogram and 50, 35, 60 and 20 for the references. The main histogram has more than 40
 /// values below and above its limits; they must not affect the range of the plot.
-void tst_FourPsHistograms::fillHistograms(const HistogramPlot& of)
+void tst_FourPsHistograms::fillHistograms(const HistogramPlot& histograms)
 {
-    const bool reversed = of.from->objectName() == QLatin1String("HgTFrom");
-    const auto counted = [reversed](QList<int> bins, int under, int over) {
+    const bool reversed = histograms.from->objectName() == QLatin1String("HgTFrom");
+    const auto makeCounts = [reversed](QList<int> bins, int under, int over) {
         if (reversed) {
             std::reverse(bins.begin(), bins.end());
         }
         return readyCounts(1.0, 4.0, bins, under, over - (reversed ? 7 : 0));
     };
-    *of.main = counted({3, 40, 7, 0, 12, 31, 25, 1, 9, 38, 22}, 90, 75);
+    *histograms.main = makeCounts({3, 40, 7, 0, 12, 31, 25, 1, 9, 38, 22}, 90, 75);
     const QList<int> highest{50, 35, 60, 20};
     for (int k = 0; k < 4; ++k) {
         QList<int> bins;
@@ -226,11 +226,11 @@ void tst_FourPsHistograms::fillHistograms(const HistogramPlot& of)
             bins.append((7 * i + 5 * k * i + 3 * k) % highest.at(k));
         }
         bins[2 * k + 1] = highest.at(k);
-        *of.ofReferences.at(k) = counted(bins, 30 + 5 * k, 55 - 5 * k);
+        *histograms.ofReferences.at(k) = makeCounts(bins, 30 + 5 * k, 55 - 5 * k);
     }
 }
 
-void tst_FourPsHistograms::checkBoxesSelectTheHistograms_data()
+void tst_FourPsHistograms::checkBoxesSelectTheShownHistograms_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<QList<int>>("used");
@@ -250,26 +250,28 @@ void tst_FourPsHistograms::checkBoxesSelectTheHistograms_data()
     add("main histogram and one reference", {0, 1}, {0, 1}, true, {0}, {{0, 0}});
     add("only one reference", {0, 1}, {0, 1}, false, {0}, {{0, 0}});
     add("only the second reference", {0, 1}, {0, 1}, false, {1}, {{1, 1}});
-    add("two references", {0, 1}, {0, 1}, true, {0, 1}, {{0, 0}, {1, 1}});
-    add("three references", {0, 1, 2}, all, true, {0, 1, 2}, {{0, 0}, {1, 1}, {2, 2}});
-    add("four references", all, all, true, all, {{0, 0}, {1, 1}, {2, 2}, {3, 3}});
+    add("main histogram and two references", {0, 1}, {0, 1}, true, {0, 1}, {{0, 0}, {1, 1}});
+    add("main histogram and three references", {0, 1, 2}, all, true, {0, 1, 2},
+        {{0, 0}, {1, 1}, {2, 2}});
+    add("main histogram and four references", all, all, true, all,
+        {{0, 0}, {1, 1}, {2, 2}, {3, 3}});
     add("only four references", all, all, false, all, {{0, 0}, {1, 1}, {2, 2}, {3, 3}});
-    add("the first and the last reference", all, all, true, {0, 3}, {{0, 0}, {3, 3}});
-    add("unused row between used ones", {0, 2}, all, true, all, {{0, 0}, {1, 2}});
-    add("unused rows before used ones", {2, 3}, all, false, all, {{0, 2}, {1, 3}});
-    add("two unused rows between used ones", {0, 3}, all, true, all, {{0, 0}, {1, 3}});
-    add("invalid row between valid ones", {0, 1, 2}, {0, 2, 3}, true, all, {{0, 0}, {2, 2}});
-    add("invalid row before valid ones", {0, 1, 2}, {1, 2}, true, all, {{1, 1}, {2, 2}});
-    add("unused and invalid rows between others", {0, 2, 3}, {0, 1, 3}, true, all,
+    add("main histogram, first and last reference", all, all, true, {0, 3}, {{0, 0}, {3, 3}});
+    add("unused row between used rows", {0, 2}, all, true, all, {{0, 0}, {1, 2}});
+    add("unused rows before used rows", {2, 3}, all, false, all, {{0, 2}, {1, 3}});
+    add("two unused rows between used rows", {0, 3}, all, true, all, {{0, 0}, {1, 3}});
+    add("invalid row between valid rows", {0, 1, 2}, {0, 2, 3}, true, all, {{0, 0}, {2, 2}});
+    add("invalid row before valid rows", {0, 1, 2}, {1, 2}, true, all, {{1, 1}, {2, 2}});
+    add("an unused and an invalid row between shown rows", {0, 2, 3}, {0, 1, 3}, true, all,
         {{0, 0}, {2, 3}});
-    add("all invalid", all, {}, true, all, {});
+    add("all references invalid", all, {}, true, all, {});
     add("no reference used", {}, all, true, all, {});
-    add("check box of the row, not of the index in use", {1, 3}, all, true, {3}, {{1, 3}});
+    add("check box of row 3, the second row in use", {1, 3}, all, true, {3}, {{1, 3}});
     add("check box of an unused row", {1, 3}, all, true, {0, 2}, {});
     add("check box of row 1, the first row in use", {1, 3}, all, true, {1}, {{0, 1}});
 }
 
-void tst_FourPsHistograms::checkBoxesSelectTheHistograms()
+void tst_FourPsHistograms::checkBoxesSelectTheShownHistograms()
 {
     QFETCH(int, id);
     QFETCH(QList<int>, used);
@@ -278,12 +280,12 @@ void tst_FourPsHistograms::checkBoxesSelectTheHistograms()
     QFETCH(QList<int>, boxes);
     QFETCH(QList<Shown>, shown);
     setReferences(*m_panel, used, valid);
-    const HistogramPlot of = plotFor(id);
-    checkBoxes(of, main, boxes);
-    QVERIFY(showsOnly(of, main, shown));
+    const HistogramPlot histograms = plotFor(id);
+    checkBoxes(histograms, main, boxes);
+    QVERIFY(showsOnly(histograms, main, shown));
 }
 
-void tst_FourPsHistograms::xLimitsAreTheFieldValues_data()
+void tst_FourPsHistograms::xLimitsOfThePlotAreTheFieldValues_data()
 {
     QTest::addColumn<int>("id");
     QTest::addColumn<bool>("automatic");
@@ -295,64 +297,64 @@ void tst_FourPsHistograms::xLimitsAreTheFieldValues_data()
 
 // The x limits of the plot follow the fields, while the bins keep the limits 1 and 4
 // with which they were counted.
-void tst_FourPsHistograms::xLimitsAreTheFieldValues()
+void tst_FourPsHistograms::xLimitsOfThePlotAreTheFieldValues()
 {
     QFETCH(int, id);
     QFETCH(bool, automatic);
-    const HistogramPlot of = plotFor(id);
-    of.automatic->setChecked(automatic);
-    static_cast<Histgram*>(of.main)->autoMode = automatic;
-    of.from->setText("-0.7");
-    of.to->setText("3.25");
-    checkBoxes(of, true, {1});
-    QVERIFY(showsOnly(of, true, {{1, 1}}));
-    QCOMPARE(of.plot->DispA->cc.realX0, -0.7);
-    QCOMPARE(of.plot->DispA->cc.realX1, 3.25);
-    QCOMPARE(of.from->text(), QStringLiteral("-0.7"));
+    const HistogramPlot histograms = plotFor(id);
+    histograms.automatic->setChecked(automatic);
+    static_cast<Histgram*>(histograms.main)->autoMode = automatic;
+    histograms.from->setText("-0.7");
+    histograms.to->setText("3.25");
+    checkBoxes(histograms, true, {1});
+    QVERIFY(showsOnly(histograms, true, {{1, 1}}));
+    QCOMPARE(histograms.plot->DispA->cc.realX0, -0.7);
+    QCOMPARE(histograms.plot->DispA->cc.realX1, 3.25);
+    QCOMPARE(histograms.from->text(), QStringLiteral("-0.7"));
 }
 
-void tst_FourPsHistograms::highestCountZeroShowsOnlyTheTitles_data()
+void tst_FourPsHistograms::histogramWithoutCountsShowsOnlyTheTitles_data()
 {
     addBothPlots();
 }
 
 // All values are outside the limits, so every bin has the count 0.
-void tst_FourPsHistograms::highestCountZeroShowsOnlyTheTitles()
+void tst_FourPsHistograms::histogramWithoutCountsShowsOnlyTheTitles()
 {
     QFETCH(int, id);
-    const HistogramPlot of = plotFor(id);
-    checkBoxes(of, true, {});
-    *of.main = readyCounts(1.0, 4.0, QList<int>(11, 0), 30, 20);
-    const QImage shown = pictureOf(of);
-    QVERIFY(of.plot->DispA->cc.drawn);
+    const HistogramPlot histograms = plotFor(id);
+    checkBoxes(histograms, true, {});
+    *histograms.main = readyCounts(1.0, 4.0, QList<int>(11, 0), 30, 20);
+    const QImage shown = pictureOf(histograms);
+    QVERIFY(histograms.plot->DispA->cc.drawn);
     QVERIFY(!isBlank(shown));
-    QCOMPARE(countOf(shown, automaticPlot(of, 1).inside(), mainColor), 0);
+    QCOMPARE(countOf(shown, automaticPlot(histograms, 1).inside(), mainColor), 0);
 }
 
 // With From = 4 and To = 1, bin 0 belongs to the value 4 and is at the left. No vertical grid
 // line is drawn, because the loop over the grid lines runs upward from From and ends at To.
 void tst_FourPsHistograms::reversedLimitsMirrorThePlot()
 {
-    const HistogramPlot of = plotFor(Displays::DHistA);
-    of.from->setText("4");
-    of.to->setText("1");
-    checkBoxes(of, true, {1});
-    *of.main = readyCounts(4.0, 1.0, {5, 1, 2, 40});
-    *of.ofReferences.at(1) = readyCounts(4.0, 1.0, {2, 30, 0, 1});
-    QVERIFY(showsOnly(of, true, {{1, 1}}));
+    const HistogramPlot histograms = plotFor(Displays::DHistA);
+    histograms.from->setText("4");
+    histograms.to->setText("1");
+    checkBoxes(histograms, true, {1});
+    *histograms.main = readyCounts(4.0, 1.0, {5, 1, 2, 40});
+    *histograms.ofReferences.at(1) = readyCounts(4.0, 1.0, {2, 30, 0, 1});
+    QVERIFY(showsOnly(histograms, true, {{1, 1}}));
 }
 
 // The bin width is (To - From) / (bins - 1). With one bin this is a division by zero, so the
 // bar has no finite position and is not drawn.
 void tst_FourPsHistograms::histogramWithOneBinHasNoBars()
 {
-    const HistogramPlot of = plotFor(Displays::DHistA);
-    checkBoxes(of, true, {1});
-    *of.main = readyCounts(1.0, 4.0, {8}, 20, 30);
-    *of.ofReferences.at(1) = readyCounts(1.0, 4.0, {8}, 20, 30);
-    const QImage shown = pictureOf(of);
-    QVERIFY(of.plot->DispA->cc.drawn);
-    const QRect inside = automaticPlot(of, 8).inside();
+    const HistogramPlot histograms = plotFor(Displays::DHistA);
+    checkBoxes(histograms, true, {1});
+    *histograms.main = readyCounts(1.0, 4.0, {8}, 20, 30);
+    *histograms.ofReferences.at(1) = readyCounts(1.0, 4.0, {8}, 20, 30);
+    const QImage shown = pictureOf(histograms);
+    QVERIFY(histograms.plot->DispA->cc.drawn);
+    const QRect inside = automaticPlot(histograms, 8).inside();
     QCOMPARE(countOf(shown, inside, mainColor), 0);
     QCOMPARE(countOf(shown, inside, rowColors.at(1)), 0);
     QVERIFY(countOf(shown, inside, plainGrid) > 0);
@@ -360,7 +362,7 @@ void tst_FourPsHistograms::histogramWithOneBinHasNoBars()
 
 // The map has one pixel with a = 1/2, valences 2 and 3, and thickness 1: one count in
 // the bin at valence 2.5 and one in the bin at thickness 1.
-void tst_FourPsHistograms::calculatedMapIsShownImmediately()
+void tst_FourPsHistograms::histogramsOfACalculatedMapAreShownImmediately()
 {
     FourPs& panel = *m_panel;
     resetPanel(panel);
@@ -388,7 +390,7 @@ void tst_FourPsHistograms::calculatedMapIsShownImmediately()
     QVERIFY(showsOnly(thickness, true, {}));
 }
 
-void tst_FourPsHistograms::checkBoxOfAnUnusedRowIsIgnored()
+void tst_FourPsHistograms::checkBoxOfAnUnusedReferenceIsIgnored()
 {
     setReferences(*m_panel, {1, 3}, {});
     checkBoxes(plotFor(Displays::DHistA), false, {0, 3});
@@ -406,14 +408,14 @@ void tst_FourPsHistograms::checkBoxOfAnUnusedRowIsIgnored()
 // References in use: rows 0 and 2. With the check box of row 2, currentRatioHist() returns
 // HistRatio.at(2): the index is the row. The plot still shows HistRatio.at(1): the index counts the
 // references in use.
-void tst_FourPsHistograms::currentRatioHistogramDoesNotChangeThePlot()
+void tst_FourPsHistograms::plotDoesNotUseTheCurrentRatioHistogram()
 {
     setReferences(*m_panel, {0, 2}, {0, 2});
-    const HistogramPlot of = plotFor(Displays::DHistA);
+    const HistogramPlot histograms = plotFor(Displays::DHistA);
     QCOMPARE(m_panel->currentRatioHist(), m_panel->HistV);
-    checkBoxes(of, false, {2});
+    checkBoxes(histograms, false, {2});
     QCOMPARE(m_panel->currentRatioHist(), m_panel->HistRatio.at(2));
-    QVERIFY(showsOnly(of, false, {{1, 2}}));
+    QVERIFY(showsOnly(histograms, false, {{1, 2}}));
 }
 
 QTEST_MAIN(tst_FourPsHistograms)

@@ -38,13 +38,13 @@ class tst_FourPsMapMouse : public QObject
 private Q_SLOTS:
     void init();
 
-    void keysOfADoubleClickSelectTheLimits_data();
-    void keysOfADoubleClickSelectTheLimits();
+    void doubleClickSetsLimitsByButtonAndModifierKeys_data();
+    void doubleClickSetsLimitsByButtonAndModifierKeys();
     void shiftDoubleClickOnlyRaisesTheLimits_data();
     void shiftDoubleClickOnlyRaisesTheLimits();
-    void doubleClickScansTheShownQuantity();
-    void nextPaintSetsTheLimitsOfTheQuantity_data();
-    void nextPaintSetsTheLimitsOfTheQuantity();
+    void doubleClickFitsTheLimitsToTheShownQuantity();
+    void paintAfterADoubleClickSetsTheLimitsOfTheQuantity_data();
+    void paintAfterADoubleClickSetsTheLimitsOfTheQuantity();
     void doubleClickWithAnyButtonShowsTheWholeMap_data();
     void doubleClickWithAnyButtonShowsTheWholeMap();
     void doubleClickRepaintsThePanel();
@@ -52,10 +52,10 @@ private Q_SLOTS:
     void singleClickKeepsViewAndLimits();
 
     void mouseMoveShowsPositionAndValue();
-    void valueHasSixDigitsAndCursorAtStart();
+    void valueIsShownWithSixDigitsAndCursorAtStart();
     void nonFiniteValueIsShownAsText();
-    void mouseMoveInTheZoomedViewShowsThePixelUnderTheMouse();
-    void dragShowsTheValue();
+    void mouseMoveInAZoomedViewShowsTheValueUnderTheMouse();
+    void mouseDragShowsTheValueUnderTheMouse();
 
 private:
     DispMBase* window() const { return m_panel->MapDisp; }
@@ -70,7 +70,7 @@ void tst_FourPsMapMouse::init()
     QVERIFY(showWindow(window()));
 }
 
-void tst_FourPsMapMouse::keysOfADoubleClickSelectTheLimits_data()
+void tst_FourPsMapMouse::doubleClickSetsLimitsByButtonAndModifierKeys_data()
 {
     using Keys = Qt::KeyboardModifiers;
     QTest::addColumn<Qt::MouseButton>("button");
@@ -103,7 +103,7 @@ void tst_FourPsMapMouse::keysOfADoubleClickSelectTheLimits_data()
     add("middle button", Qt::NoModifier, unchanged, Qt::MiddleButton);
 }
 
-void tst_FourPsMapMouse::keysOfADoubleClickSelectTheLimits()
+void tst_FourPsMapMouse::doubleClickSetsLimitsByButtonAndModifierKeys()
 {
     QFETCH(Qt::MouseButton, button);
     QFETCH(Qt::KeyboardModifiers, keys);
@@ -123,10 +123,10 @@ void tst_FourPsMapMouse::shiftDoubleClickOnlyRaisesTheLimits_data()
     QTest::addColumn<double>("low");
     QTest::addColumn<double>("high");
     QTest::addColumn<QStringList>("texts");
-    QTest::newRow("both below the values") << 0.1 << 0.2 << QStringList{"0.45", "0.9"};
-    QTest::newRow("within the values") << 0.6 << 0.7 << QStringList{"0.6", "0.9"};
-    QTest::newRow("around the values") << -1.0 << 3.0 << QStringList{"0.45", "3"};
-    QTest::newRow("both above the values") << 2.0 << 3.0 << QStringList{"2", "3"};
+    QTest::newRow("both limits below the values") << 0.1 << 0.2 << QStringList{"0.45", "0.9"};
+    QTest::newRow("both limits within the values") << 0.6 << 0.7 << QStringList{"0.6", "0.9"};
+    QTest::newRow("limits around the values") << -1.0 << 3.0 << QStringList{"0.45", "3"};
+    QTest::newRow("both limits above the values") << 2.0 << 3.0 << QStringList{"2", "3"};
 }
 
 void tst_FourPsMapMouse::shiftDoubleClickOnlyRaisesTheLimits()
@@ -140,7 +140,7 @@ void tst_FourPsMapMouse::shiftDoubleClickOnlyRaisesTheLimits()
     QTEST(limitTexts(window()), "texts");
 }
 
-void tst_FourPsMapMouse::doubleClickScansTheShownQuantity()
+void tst_FourPsMapMouse::doubleClickFitsTheLimitsToTheShownQuantity()
 {
     setFractions(*m_panel, 2, 1, {{0.25, 1.0}, {0.75, 5.0}});
     for (const auto& [quantity, texts] : {std::pair<int, QStringList>{ratio1, {"0.25", "0.75"}},
@@ -155,7 +155,7 @@ void tst_FourPsMapMouse::doubleClickScansTheShownQuantity()
     }
 }
 
-void tst_FourPsMapMouse::nextPaintSetsTheLimitsOfTheQuantity_data()
+void tst_FourPsMapMouse::paintAfterADoubleClickSetsTheLimitsOfTheQuantity_data()
 {
     using Keys = Qt::KeyboardModifiers;
     QTest::addColumn<int>("quantity");
@@ -166,11 +166,12 @@ void tst_FourPsMapMouse::nextPaintSetsTheLimitsOfTheQuantity_data()
           std::pair{"Control", Keys(Qt::ControlModifier)},
           std::pair{"Alt", Keys(Qt::AltModifier)}}) {
         QTest::addRow("preset limits, %s", name) << ratio1 << keys << QStringList{"-0.1", "1.1"};
-        QTest::addRow("scanned limits, %s", name) << c1 << keys << QStringList{"0.45", "0.9"};
+        QTest::addRow("limits fitted to the values, %s", name)
+            << c1 << keys << QStringList{"0.45", "0.9"};
     }
 }
 
-void tst_FourPsMapMouse::nextPaintSetsTheLimitsOfTheQuantity()
+void tst_FourPsMapMouse::paintAfterADoubleClickSetsTheLimitsOfTheQuantity()
 {
     QFETCH(int, quantity);
     QFETCH(Qt::KeyboardModifiers, keys);
@@ -265,7 +266,7 @@ void tst_FourPsMapMouse::mouseMoveShowsPositionAndValue()
     }
 }
 
-void tst_FourPsMapMouse::valueHasSixDigitsAndCursorAtStart()
+void tst_FourPsMapMouse::valueIsShownWithSixDigitsAndCursorAtStart()
 {
     setQuantity(*m_panel, ratio1, 1, 1, {-1.0 / 3.0});
     window()->Val->setText("a long text");
@@ -286,7 +287,7 @@ void tst_FourPsMapMouse::nonFiniteValueIsShownAsText()
     QCOMPARE(window()->Val->text(), "-inf");
 }
 
-void tst_FourPsMapMouse::mouseMoveInTheZoomedViewShowsThePixelUnderTheMouse()
+void tst_FourPsMapMouse::mouseMoveInAZoomedViewShowsTheValueUnderTheMouse()
 {
     QList<double> values;
     for (int i = 0; i < 100; ++i) {
@@ -305,7 +306,7 @@ void tst_FourPsMapMouse::mouseMoveInTheZoomedViewShowsThePixelUnderTheMouse()
     QCOMPARE(window()->Val->text(), "0.84");
 }
 
-void tst_FourPsMapMouse::dragShowsTheValue()
+void tst_FourPsMapMouse::mouseDragShowsTheValueUnderTheMouse()
 {
     setQuantity(*m_panel, ratio1, 2, 1, {0.125, 0.25});
     picture(window());

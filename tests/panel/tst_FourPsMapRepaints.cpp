@@ -92,39 +92,39 @@ class tst_FourPsMapRepaints : public QObject
 private Q_SLOTS:
     void init();
 
-    void reopenedWindowKeepsZoomAndLimits();
+    void reopenedMapWindowKeepsZoomAndLimits();
 
     void selectingAQuantityKeepsTheZoom();
     void selectingAQuantitySetsItsLimitsImmediately();
-    void selectingASlopeKeepsTheLimits();
+    void selectingQuantityC2KeepsTheLimits();
     void selectingAQuantityRepaintsTheResultMap_data();
     void selectingAQuantityRepaintsTheResultMap();
-    void everyQuantityRadioIsConnected();
+    void quantityRadiosSetTheirPresetLimits();
 
-    void gridCheckBoxRepaintsBothWindows_data();
-    void gridCheckBoxRepaintsBothWindows();
+    void gridCheckBoxRepaintsBothMapWindows_data();
+    void gridCheckBoxRepaintsBothMapWindows();
     void gridCheckBoxKeepsZoomAndLimits();
     void updateMapsIgnoresItsArgument();
 
     void selectingARowRepaintsOnlyTheDataMap_data();
     void selectingARowRepaintsOnlyTheDataMap();
-    void everyRowRadioIsConnected();
+    void everyShowMapRadioSelectsItsRow();
 
-    void nonEquivalentRunFitsViewAndLimits_data();
-    void nonEquivalentRunFitsViewAndLimits();
-    void repeatedNonEquivalentRunFitsViewAndLimits();
-    void refusedRunKeepsTheResultMap();
-    void fourPointsRunKeepsViewAndLimits_data();
-    void fourPointsRunKeepsViewAndLimits();
-    void repeatedFourPointsRunKeepsViewAndLimits();
-    void firstFourPointsRunFitsTheView();
+    void nonEquivalentCalculationFitsViewAndLimits_data();
+    void nonEquivalentCalculationFitsViewAndLimits();
+    void repeatedNonEquivalentCalculationFitsViewAndLimits();
+    void refusedCalculationKeepsTheResultMap();
+    void threePointCalculationKeepsViewAndLimits_data();
+    void threePointCalculationKeepsViewAndLimits();
+    void repeatedThreePointCalculationKeepsViewAndLimits();
+    void firstThreePointCalculationFitsTheView();
     void newResultSizeResetsTheViewButKeepsTheColorLimits_data();
     void newResultSizeResetsTheViewButKeepsTheColorLimits();
-    void sizeChangedWhileTheWindowWasClosedResetsTheView();
-    void windowShownForTheFirstTimeFitsViewAndLimits();
+    void newResultSizeInAClosedWindowResetsTheView();
+    void mapWindowShownForTheFirstTimeFitsViewAndLimits();
     void resultWithoutSizeKeepsTheView();
     void typedLimitsAreKeptForAResultOfAnotherSize();
-    void runsKeepTheDataMap();
+    void mapCalculationKeepsTheDataMap();
 
     void settingLimitsInAPaintNeedsNoSecondPaint_data();
     void settingLimitsInAPaintNeedsNoSecondPaint();
@@ -148,7 +148,7 @@ bool tst_FourPsMapRepaints::showBoth(bool out)
            (!out || (popOut(result()) && popOut(data())));
 }
 
-void tst_FourPsMapRepaints::reopenedWindowKeepsZoomAndLimits()
+void tst_FourPsMapRepaints::reopenedMapWindowKeepsZoomAndLimits()
 {
     setQuantity(*m_panel, ratio1, 3, 2, QList<double>(6, 0.5));
     QVERIFY(showWindow(result()));
@@ -206,7 +206,7 @@ void tst_FourPsMapRepaints::selectingAQuantitySetsItsLimitsImmediately()
 
 // A paint fits the limits only if no range is fixed. The first paint fixes the range, and
 // the selection of a quantity does not release it.
-void tst_FourPsMapRepaints::selectingASlopeKeepsTheLimits()
+void tst_FourPsMapRepaints::selectingQuantityC2KeepsTheLimits()
 {
     setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
     picture(result());
@@ -235,9 +235,9 @@ void tst_FourPsMapRepaints::selectingAQuantityRepaintsTheResultMap()
     QCOMPARE(paints.counts(), QList<int>({1, 0}));
 }
 
-// Selecting a quantity sets its preset limits. The slopes C1 and C2 have no preset limits, so
+// Selecting a quantity sets its preset limits. The quantities C1 and C2 have no preset limits, so
 // the current limits remain.
-void tst_FourPsMapRepaints::everyQuantityRadioIsConnected()
+void tst_FourPsMapRepaints::quantityRadiosSetTheirPresetLimits()
 {
     for (int quantity = 12; quantity >= 0; --quantity) {
         result()->setZRange(40.0, 50.0);
@@ -250,14 +250,14 @@ void tst_FourPsMapRepaints::everyQuantityRadioIsConnected()
     }
 }
 
-void tst_FourPsMapRepaints::gridCheckBoxRepaintsBothWindows_data()
+void tst_FourPsMapRepaints::gridCheckBoxRepaintsBothMapWindows_data()
 {
     QTest::addColumn<bool>("out");
     QTest::newRow("docked") << false;
     QTest::newRow("popped out") << true;
 }
 
-void tst_FourPsMapRepaints::gridCheckBoxRepaintsBothWindows()
+void tst_FourPsMapRepaints::gridCheckBoxRepaintsBothMapWindows()
 {
     QFETCH(bool, out);
     setQuantity(*m_panel, ratio1, 2, 1, {0.5, 0.6});
@@ -304,7 +304,7 @@ void tst_FourPsMapRepaints::updateMapsIgnoresItsArgument()
 
 void tst_FourPsMapRepaints::selectingARowRepaintsOnlyTheDataMap_data()
 {
-    gridCheckBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothMapWindows_data();
 }
 
 void tst_FourPsMapRepaints::selectingARowRepaintsOnlyTheDataMap()
@@ -319,7 +319,7 @@ void tst_FourPsMapRepaints::selectingARowRepaintsOnlyTheDataMap()
     QCOMPARE(picture(data()), plainPicture(data(), {3, 1, {5.0, 7.0, 6.0}, 5.0, 7.0}));
 }
 
-void tst_FourPsMapRepaints::everyRowRadioIsConnected()
+void tst_FourPsMapRepaints::everyShowMapRadioSelectsItsRow()
 {
     for (const int row : {1, 2, 3, 4, 5, 6, 7, 0}) {
         data()->DispA->hasScale = true;
@@ -329,12 +329,12 @@ void tst_FourPsMapRepaints::everyRowRadioIsConnected()
     }
 }
 
-void tst_FourPsMapRepaints::nonEquivalentRunFitsViewAndLimits_data()
+void tst_FourPsMapRepaints::nonEquivalentCalculationFitsViewAndLimits_data()
 {
-    gridCheckBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothMapWindows_data();
 }
 
-void tst_FourPsMapRepaints::nonEquivalentRunFitsViewAndLimits()
+void tst_FourPsMapRepaints::nonEquivalentCalculationFitsViewAndLimits()
 {
     QFETCH(bool, out);
     prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});
@@ -353,7 +353,7 @@ void tst_FourPsMapRepaints::nonEquivalentRunFitsViewAndLimits()
              plainPicture(result(), {3, 1, storedValues(*m_panel, ratio1), -0.1, 1.1}));
 }
 
-void tst_FourPsMapRepaints::repeatedNonEquivalentRunFitsViewAndLimits()
+void tst_FourPsMapRepaints::repeatedNonEquivalentCalculationFitsViewAndLimits()
 {
     prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});
     mapRadio(*m_panel, ratio1)->setChecked(true);
@@ -373,7 +373,7 @@ void tst_FourPsMapRepaints::repeatedNonEquivalentRunFitsViewAndLimits()
     QCOMPARE(limitTexts(result()), QStringList({"-0.1", "1.1"}));
 }
 
-void tst_FourPsMapRepaints::refusedRunKeepsTheResultMap()
+void tst_FourPsMapRepaints::refusedCalculationKeepsTheResultMap()
 {
     prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});
     m_panel->calcMap();
@@ -391,12 +391,12 @@ void tst_FourPsMapRepaints::refusedRunKeepsTheResultMap()
     QCOMPARE(limitTexts(result()), QStringList({"0.25", "0.5"}));
 }
 
-void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits_data()
+void tst_FourPsMapRepaints::threePointCalculationKeepsViewAndLimits_data()
 {
-    gridCheckBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothMapWindows_data();
 }
 
-void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits()
+void tst_FourPsMapRepaints::threePointCalculationKeepsViewAndLimits()
 {
     QFETCH(bool, out);
     // The only pixel of the calculated map has a = 1/2.
@@ -415,7 +415,7 @@ void tst_FourPsMapRepaints::fourPointsRunKeepsViewAndLimits()
     QCOMPARE(limitTexts(result()), QStringList({"0.25", "0.75"}));
 }
 
-void tst_FourPsMapRepaints::repeatedFourPointsRunKeepsViewAndLimits()
+void tst_FourPsMapRepaints::repeatedThreePointCalculationKeepsViewAndLimits()
 {
     prepareThreePointMaps(*m_panel);
     m_panel->calcMap();
@@ -428,7 +428,7 @@ void tst_FourPsMapRepaints::repeatedFourPointsRunKeepsViewAndLimits()
     QCOMPARE(limitTexts(result()), QStringList({"0.25", "0.75"}));
 }
 
-void tst_FourPsMapRepaints::firstFourPointsRunFitsTheView()
+void tst_FourPsMapRepaints::firstThreePointCalculationFitsTheView()
 {
     prepareThreePointMaps(*m_panel);
     mapRadio(*m_panel, ratio1)->setChecked(true);
@@ -443,7 +443,7 @@ void tst_FourPsMapRepaints::firstFourPointsRunFitsTheView()
 
 void tst_FourPsMapRepaints::newResultSizeResetsTheViewButKeepsTheColorLimits_data()
 {
-    gridCheckBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothMapWindows_data();
 }
 
 void tst_FourPsMapRepaints::newResultSizeResetsTheViewButKeepsTheColorLimits()
@@ -466,7 +466,7 @@ void tst_FourPsMapRepaints::newResultSizeResetsTheViewButKeepsTheColorLimits()
     QCOMPARE(barLimits(result()), QList<double>({0.25, 0.75}));
 }
 
-void tst_FourPsMapRepaints::sizeChangedWhileTheWindowWasClosedResetsTheView()
+void tst_FourPsMapRepaints::newResultSizeInAClosedWindowResetsTheView()
 {
     prepareThreePointMaps(*m_panel);
     m_panel->calcMap();
@@ -483,7 +483,7 @@ void tst_FourPsMapRepaints::sizeChangedWhileTheWindowWasClosedResetsTheView()
     QCOMPARE(picture(result()), plainPicture(result(), {2, 1, {0.5, 0.5}, 0.25, 0.75}));
 }
 
-void tst_FourPsMapRepaints::windowShownForTheFirstTimeFitsViewAndLimits()
+void tst_FourPsMapRepaints::mapWindowShownForTheFirstTimeFitsViewAndLimits()
 {
     prepareThreePointMaps(*m_panel);
     m_panel->calcMap();
@@ -530,7 +530,7 @@ void tst_FourPsMapRepaints::typedLimitsAreKeptForAResultOfAnotherSize()
     QCOMPARE(barLimits(result()), QList<double>({lower, 2.75}));
 }
 
-void tst_FourPsMapRepaints::runsKeepTheDataMap()
+void tst_FourPsMapRepaints::mapCalculationKeepsTheDataMap()
 {
     prepareNonEquivalent(*m_panel, {0.5, 1.0, 3.0});
     picture(data());
@@ -546,7 +546,7 @@ void tst_FourPsMapRepaints::runsKeepTheDataMap()
 
 void tst_FourPsMapRepaints::settingLimitsInAPaintNeedsNoSecondPaint_data()
 {
-    gridCheckBoxRepaintsBothWindows_data();
+    gridCheckBoxRepaintsBothMapWindows_data();
 }
 
 // The limits that a paint sets are visible in the same paint, which requests no second paint.

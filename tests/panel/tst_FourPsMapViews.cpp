@@ -59,23 +59,23 @@ private Q_SLOTS:
 
     void everyQuantityOfTheNonEquivalentMethodIsShown_data();
     void everyQuantityOfTheNonEquivalentMethodIsShown();
-    void valenceUsesTheCurrentReferences();
+    void valenceMapUsesTheCurrentReferences();
     void firstRowIsAtTheBottomAndFirstColumnAtTheLeft();
-    void pixelsBeyondTheSizeAreNotShown();
+    void pixelsBeyondTheMapSizeAreNotShown();
 
-    void presetLimitsNeedNoResult();
+    void presetLimitsAreSetWithoutAResult();
 
-    void limitsOfSlopesAreFittedToTheValues_data();
-    void limitsOfSlopesAreFittedToTheValues();
+    void limitsOfC1AndC2AreFittedToTheValues_data();
+    void limitsOfC1AndC2AreFittedToTheValues();
     void missingPixelsCountAsZeroForTheLimits();
-    void mapOfOnlyNanKeepsTheLimits();
+    void mapWithOnlyNanPixelsKeepsTheLimits();
     void infinitePixelWidensTheLimits_data();
     void infinitePixelWidensTheLimits();
     void equalValuesHaveTheFirstColour();
 
     void typedLimitChangesTheColours();
     void zoomedAndPannedViewShowsItsPartOfTheMap();
-    void squeezedColourBarChangesTheColours();
+    void newTopIndexOfTheColourBarChangesTheMapColours();
 
 private:
     DispMBase* window() const { return m_panel->MapDisp; }
@@ -149,7 +149,7 @@ QList<double> tst_FourPsMapViews::shown(int quantity, int pixels) const
     return values;
 }
 
-void tst_FourPsMapViews::valenceUsesTheCurrentReferences()
+void tst_FourPsMapViews::valenceMapUsesTheCurrentReferences()
 {
     setFractions(*m_panel, 1, 1, {{0.25, 1.0}});
     QCOMPARE(picture(window()), plainPicture(window(), {1, 1, {2.75}, 1.5, 3.5}));
@@ -173,14 +173,14 @@ void tst_FourPsMapViews::firstRowIsAtTheBottomAndFirstColumnAtTheLeft()
     QCOMPARE(image.pixelColor(right, 0), QColor(255, 255, 255));
 }
 
-void tst_FourPsMapViews::pixelsBeyondTheSizeAreNotShown()
+void tst_FourPsMapViews::pixelsBeyondTheMapSizeAreNotShown()
 {
     setQuantity(*m_panel, C1, 2, 1, {1.0, 3.0, -50.0, 50.0});
     QCOMPARE(picture(window()), plainPicture(window(), {2, 1, {1.0, 3.0}, 1.0, 3.0}));
     QCOMPARE(limitTexts(window()), QStringList({"1", "3"}));
 }
 
-void tst_FourPsMapViews::presetLimitsNeedNoResult()
+void tst_FourPsMapViews::presetLimitsAreSetWithoutAResult()
 {
     mapRadio(*m_panel, Ratio2)->setChecked(true);
     window()->setZRange(40.0, 50.0);
@@ -190,14 +190,14 @@ void tst_FourPsMapViews::presetLimitsNeedNoResult()
     QVERIFY(!window()->DispA->hasScale);
 }
 
-void tst_FourPsMapViews::limitsOfSlopesAreFittedToTheValues_data()
+void tst_FourPsMapViews::limitsOfC1AndC2AreFittedToTheValues_data()
 {
     QTest::addColumn<int>("quantity");
     QTest::newRow("c1") << int(C1);
     QTest::newRow("c2") << int(C2);
 }
 
-void tst_FourPsMapViews::limitsOfSlopesAreFittedToTheValues()
+void tst_FourPsMapViews::limitsOfC1AndC2AreFittedToTheValues()
 {
     QFETCH(int, quantity);
     setQuantity(*m_panel, quantity, 2, 2, {3.0, -1234567.0, 7.5, 4.0});
@@ -219,7 +219,7 @@ void tst_FourPsMapViews::missingPixelsCountAsZeroForTheLimits()
     QCOMPARE(barLimits(window()), QList<double>({-5.0, 0.0}));
 }
 
-void tst_FourPsMapViews::mapOfOnlyNanKeepsTheLimits()
+void tst_FourPsMapViews::mapWithOnlyNanPixelsKeepsTheLimits()
 {
     window()->setZRange(40.0, 50.0);
     setQuantity(*m_panel, C1, 2, 1, {notANumber, notANumber});
@@ -281,7 +281,7 @@ void tst_FourPsMapViews::zoomedAndPannedViewShowsItsPartOfTheMap()
 
 // The colour table has 768 entries. With imax = 1536, the upper limit has the index 1536, so
 // half the upper limit and all higher values have the last colour, which is white.
-void tst_FourPsMapViews::squeezedColourBarChangesTheColours()
+void tst_FourPsMapViews::newTopIndexOfTheColourBarChangesTheMapColours()
 {
     setQuantity(*m_panel, C1, 3, 1, {0.0, 192.0, 768.0});
     picture(window());

@@ -25,11 +25,11 @@ private Q_SLOTS:
     void newMessageIsScrolledIntoView_data();
     void newMessageIsScrolledIntoView();
     void messageBoxLooksAsIfLinesWereAddedOneByOne();
-    void recalculationWritesTheSameLinesAsItsParts();
-    void linesOfARecalculationAreInsertedAtOnce_data();
-    void linesOfARecalculationAreInsertedAtOnce();
-    void textIsUpToDateDuringARecalculation();
-    void recalculationWithoutLinesKeepsTheCursor();
+    void recalculationWritesTheLinesOfItsThreeCalculations();
+    void linesOfARecalculationAreInsertedTogether_data();
+    void linesOfARecalculationAreInsertedTogether();
+    void messageBoxIsUpToDateDuringARecalculation();
+    void recalculationWithoutMessagesKeepsTheCursor();
     void messageAfterARecalculationIsWrittenImmediately();
 
 private:
@@ -132,7 +132,7 @@ void tst_FourPsMessages::messageBoxLooksAsIfLinesWereAddedOneByOne()
     }
 }
 
-void tst_FourPsMessages::recalculationWritesTheSameLinesAsItsParts()
+void tst_FourPsMessages::recalculationWritesTheLinesOfItsThreeCalculations()
 {
     m_panel->calcMap();
     m_panel->calcTarget();
@@ -144,7 +144,7 @@ void tst_FourPsMessages::recalculationWritesTheSameLinesAsItsParts()
     QCOMPARE(messages(*m_panel), parts);
 }
 
-void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce_data()
+void tst_FourPsMessages::linesOfARecalculationAreInsertedTogether_data()
 {
     QTest::addColumn<std::function<void(FourPs&)>>("recalculation");
     const auto add = [](const char* name, const std::function<void(FourPs&)>& recalculation) {
@@ -160,7 +160,7 @@ void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce_data()
         [](FourPs& panel) { Q_EMIT panel.XafsFiles.first()->newFilePath(QStringLiteral("a")); });
 }
 
-void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce()
+void tst_FourPsMessages::linesOfARecalculationAreInsertedTogether()
 {
     QFETCH(std::function<void(FourPs&)>, recalculation);
     for (int i = 0; i < 4; ++i) {
@@ -174,7 +174,7 @@ void tst_FourPsMessages::linesOfARecalculationAreInsertedAtOnce()
     QVERIFY(showsItsEnd());
 }
 
-void tst_FourPsMessages::textIsUpToDateDuringARecalculation()
+void tst_FourPsMessages::messageBoxIsUpToDateDuringARecalculation()
 {
     prepareThreePoints(*m_panel);
     m_panel->calcTarget();
@@ -194,7 +194,7 @@ void tst_FourPsMessages::textIsUpToDateDuringARecalculation()
     QVERIFY(messages(*m_panel).contains(line));
 }
 
-void tst_FourPsMessages::recalculationWithoutLinesKeepsTheCursor()
+void tst_FourPsMessages::recalculationWithoutMessagesKeepsTheCursor()
 {
     for (int i = 0; i < 50; ++i) {
         m_panel->message(QString::number(i));

@@ -82,15 +82,15 @@ private Q_SLOTS:
     void initTestCase();
     void init();
 
-    void pointsAndLinesOfTheRowsAreDrawn();
-    void columnsBelongToTheFirstTwoUsedReferences_data();
-    void columnsBelongToTheFirstTwoUsedReferences();
-    void planeIsDrawnWithInvalidSpectra();
-    void unusedRowsHaveAPoint();
-    void targetColumnIsIgnored();
+    void pointsAndLinesOfTheEnergyRowsAreDrawn();
+    void axesShowTheFirstTwoUsedReferences_data();
+    void axesShowTheFirstTwoUsedReferences();
+    void plotIsDrawnEvenIfTheSpectraAreInvalid();
+    void unusedRowsHaveAPointButNoLines();
+    void targetColumnAndEnergiesAreIgnored();
 
-    void unusedVPointIsRedWithoutALine();
-    void lastUsedVPointDefinesTheLineK2();
+    void unusedVPointIsRedAndHasNoLine();
+    void lineK2PassesThroughTheLastUsedVPoint();
 
 private:
     DispABase* plot() const { return m_panel->Disps->frame(Displays::DM2M3); }
@@ -158,12 +158,12 @@ void tst_FourPsPlane::init()
     markVPoints({2});
 }
 
-void tst_FourPsPlane::pointsAndLinesOfTheRowsAreDrawn()
+void tst_FourPsPlane::pointsAndLinesOfTheEnergyRowsAreDrawn()
 {
     QVERIFY(shows(usualPlane(), usualView()));
 }
 
-void tst_FourPsPlane::columnsBelongToTheFirstTwoUsedReferences_data()
+void tst_FourPsPlane::axesShowTheFirstTwoUsedReferences_data()
 {
     QTest::addColumn<QList<int>>("used");
     QTest::addColumn<int>("first");
@@ -179,7 +179,7 @@ void tst_FourPsPlane::columnsBelongToTheFirstTwoUsedReferences_data()
         << QList<int>{0, 1, 2, 3} << 0 << 1 << 2.0 / 1.5;
 }
 
-void tst_FourPsPlane::columnsBelongToTheFirstTwoUsedReferences()
+void tst_FourPsPlane::axesShowTheFirstTwoUsedReferences()
 {
     QFETCH(QList<int>, used);
     QFETCH(int, first);
@@ -195,7 +195,7 @@ void tst_FourPsPlane::columnsBelongToTheFirstTwoUsedReferences()
     QVERIFY(shows(plain, usualView()));
 }
 
-void tst_FourPsPlane::planeIsDrawnWithInvalidSpectra()
+void tst_FourPsPlane::plotIsDrawnEvenIfTheSpectraAreInvalid()
 {
     for (int i = 0; i < 4; ++i) {
         m_panel->XafsFiles.at(i)->valid = false;
@@ -203,7 +203,7 @@ void tst_FourPsPlane::planeIsDrawnWithInvalidSpectra()
     QVERIFY(shows(usualPlane(), usualView()));
 }
 
-void tst_FourPsPlane::unusedRowsHaveAPoint()
+void tst_FourPsPlane::unusedRowsHaveAPointButNoLines()
 {
     useRows(*m_panel, {});
     PlainPlane plain = usualPlane();
@@ -214,7 +214,7 @@ void tst_FourPsPlane::unusedRowsHaveAPoint()
     QVERIFY(countOf(shown(), usualView().inside(), blue) >= 7 * 8);
 }
 
-void tst_FourPsPlane::targetColumnIsIgnored()
+void tst_FourPsPlane::targetColumnAndEnergiesAreIgnored()
 {
     for (AEPoint* row : std::as_const(m_panel->EPoints)) {
         row->MutT->setText("-9");
@@ -223,7 +223,7 @@ void tst_FourPsPlane::targetColumnIsIgnored()
     QVERIFY(shows(usualPlane(), usualView()));
 }
 
-void tst_FourPsPlane::unusedVPointIsRedWithoutALine()
+void tst_FourPsPlane::unusedVPointIsRedAndHasNoLine()
 {
     useRows(*m_panel, {0, 1, 3});
     PlainPlane plain = usualPlane();
@@ -233,7 +233,7 @@ void tst_FourPsPlane::unusedVPointIsRedWithoutALine()
 
 // All V points are red, and line ab is not fitted to any of them. Line k2 passes through the
 // last V point in use.
-void tst_FourPsPlane::lastUsedVPointDefinesTheLineK2()
+void tst_FourPsPlane::lineK2PassesThroughTheLastUsedVPoint()
 {
     useRows(*m_panel, {0, 1, 2, 3, 6, 7});
     markVPoints({2, 6, 7});

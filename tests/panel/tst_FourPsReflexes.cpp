@@ -77,33 +77,33 @@ private Q_SLOTS:
     void loadingAReferenceRecalculatesThreeTimes();
     void loadingASecondReferenceRecalculatesFourTimes();
     void loadingTheTargetFillsItsColumnAndProposesNoEdge();
-    void loadingKeepsTheMutOfARowWithoutEnergy();
-    void loadingKeepsTheMutOfARowWithAnInvalidEnergy();
-    void loadingClearsTheMutOfARowAboveTheSpectrum();
+    void loadingAReferenceKeepsTheMutOfARowWithoutEnergy();
+    void loadingAReferenceKeepsTheMutOfARowWithAnInvalidEnergy();
+    void loadingAReferenceClearsTheMutOfARowAboveTheSpectrum();
     void targetColumnIsWrittenWithoutAnEnergyCheck();
     void missingFileKeepsTheSpectrumButRecalculates();
     void brokenFileInvalidatesTheReference();
-    void clearingARowKeepsItsSpectrum();
+    void clearingAReferenceRowKeepsItsSpectrum();
 
     void newEdgeIsWrittenWithSixDigits();
     void setEdgeSetsTheLimitsOfAllSpectra();
-    void setEdgeRefitsAllLinesBeforeRecalculating();
-    void setEdgeUpdatesOnlyValidReferences();
+    void setEdgeRefitsThePostEdgeLinesBeforeRecalculating();
+    void setEdgeUpdatesOnlyColumnsOfValidReferences();
     void newEdgeKeepsTheTargetColumn();
 
     void newEnergyUpdatesOnlyItsRow();
     void newEnergyStartsNoCalculation();
-    void newEnergyUpdatesTheMutFieldsEvenIfItIsEmpty();
-    void newEnergyFromAnotherSenderDoesNothing();
+    void emptyEnergyUpdatesTheMutFieldsOfItsRow();
+    void newEnergyFromAnUnknownSenderIsIgnored();
 
-    void postEdgeForReferencesChangesColumnsAndFlags();
-    void postEdgeForTheTargetChangesItsColumnAndRecalculatesOnce();
-    void preEdgeRadioClickRecalculates();
+    void referencePostEdgeRadioChangesColumnsAndFlags();
+    void targetPostEdgeRadioChangesItsColumnAndRecalculatesOnce();
+    void targetPreEdgeRadioRecalculatesOnce();
 
-    void togglingUseRecalculatesOnce();
-    void setUseRecalculatesTwice();
+    void togglingUseOfAReferenceRecalculatesOnce();
+    void setUseRecalculatesTwiceOnChange();
     void clickingACheckBoxOfARowRecalculatesOnce();
-    void setCheckedOnARowDoesNotRecalculate();
+    void setCheckedOnACheckBoxOfARowDoesNotRecalculate();
     void methodRadiosRecalculate();
     void shiftOfAValidSpectrumRecalculatesWithoutRefit();
 
@@ -115,9 +115,9 @@ private Q_SLOTS:
     void unreadableDisplayFilesAreSkipped();
     void newEdgeIsSetInTheDisplayFiles();
     void removeAFileRemovesTheSelectedFile();
-    void removeAFileOnAnEmptyListDoesNothing();
+    void removeAFileWithoutDisplayFilesKeepsTheList();
 
-    void pathsAreAssignedToRowsInOrderAndExtraPathsIgnored();
+    void pathsFillTheRowsInOrderAndExtraPathsAreIgnored();
     void newDirectoryIsSetInAllRowsButTheSaveRow();
     void dropFromANetworkShareKeepsTheDialogDirectories();
     void listOfEnergiesIsCopiedToTheRowsAsTyped();
@@ -125,7 +125,7 @@ private Q_SLOTS:
     void listOfEnergiesDoesNotEmitNewEnergy();
 
     void valenceRangeIncludesTheUsedReferences();
-    void histogramRangesAreSetOnlyWithAuto();
+    void histogramRangeIsSetOnlyIfAutoIsChecked();
     void energyInAMapFileUpdatesTheRow();
     void recalculationSetsTheHistogramLimitsBeforeCounting();
 
@@ -196,7 +196,7 @@ void tst_FourPsReflexes::loadingTheTargetFillsItsColumnAndProposesNoEdge()
     QCOMPARE(counter.runs(), 1);
 }
 
-void tst_FourPsReflexes::loadingKeepsTheMutOfARowWithoutEnergy()
+void tst_FourPsReflexes::loadingAReferenceKeepsTheMutOfARowWithoutEnergy()
 {
     FourPs& panel = *m_panel;
     panel.EPoints.at(6)->Mut1->setText("typed");
@@ -204,7 +204,7 @@ void tst_FourPsReflexes::loadingKeepsTheMutOfARowWithoutEnergy()
     QCOMPARE(mut(panel, 6, 0), "typed");
 }
 
-void tst_FourPsReflexes::loadingKeepsTheMutOfARowWithAnInvalidEnergy()
+void tst_FourPsReflexes::loadingAReferenceKeepsTheMutOfARowWithAnInvalidEnergy()
 {
     FourPs& panel = *m_panel;
     panel.EPoints.at(0)->Energy->setText("edge");
@@ -216,7 +216,7 @@ void tst_FourPsReflexes::loadingKeepsTheMutOfARowWithAnInvalidEnergy()
     QCOMPARE(mut(panel, 1, 0), "typed");
 }
 
-void tst_FourPsReflexes::loadingClearsTheMutOfARowAboveTheSpectrum()
+void tst_FourPsReflexes::loadingAReferenceClearsTheMutOfARowAboveTheSpectrum()
 {
     FourPs& panel = *m_panel;
     panel.EPoints.at(0)->Energy->setText("8851");
@@ -261,7 +261,7 @@ void tst_FourPsReflexes::brokenFileInvalidatesTheReference()
     QCOMPARE(counter.runs(), 1);
 }
 
-void tst_FourPsReflexes::clearingARowKeepsItsSpectrum()
+void tst_FourPsReflexes::clearingAReferenceRowKeepsItsSpectrum()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
@@ -292,7 +292,7 @@ void tst_FourPsReflexes::setEdgeSetsTheLimitsOfAllSpectra()
     }
 }
 
-void tst_FourPsReflexes::setEdgeRefitsAllLinesBeforeRecalculating()
+void tst_FourPsReflexes::setEdgeRefitsThePostEdgeLinesBeforeRecalculating()
 {
     // The upper thickness limit is the sum of the edge jumps, 1 + 1, plus 0.5. It is 2.5 only
     // if the post-edge lines of both spectra are fitted again before the last recalculation.
@@ -305,7 +305,7 @@ void tst_FourPsReflexes::setEdgeRefitsAllLinesBeforeRecalculating()
     QVERIFY(std::abs(panel.ui.HgTTo->text().toDouble() - 2.5) < 1e-4);
 }
 
-void tst_FourPsReflexes::setEdgeUpdatesOnlyValidReferences()
+void tst_FourPsReflexes::setEdgeUpdatesOnlyColumnsOfValidReferences()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
@@ -347,7 +347,7 @@ void tst_FourPsReflexes::newEnergyStartsNoCalculation()
     QVERIFY(messages(panel).isEmpty());
 }
 
-void tst_FourPsReflexes::newEnergyUpdatesTheMutFieldsEvenIfItIsEmpty()
+void tst_FourPsReflexes::emptyEnergyUpdatesTheMutFieldsOfItsRow()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
@@ -358,7 +358,7 @@ void tst_FourPsReflexes::newEnergyUpdatesTheMutFieldsEvenIfItIsEmpty()
     QVERIFY(mut(panel, 0, 1).isEmpty());
 }
 
-void tst_FourPsReflexes::newEnergyFromAnotherSenderDoesNothing()
+void tst_FourPsReflexes::newEnergyFromAnUnknownSenderIsIgnored()
 {
     FourPs& panel = *m_panel;
     AEPoint outsider;
@@ -369,7 +369,7 @@ void tst_FourPsReflexes::newEnergyFromAnotherSenderDoesNothing()
     QCOMPARE(mut(panel, 0, 0), "typed");
 }
 
-void tst_FourPsReflexes::postEdgeForReferencesChangesColumnsAndFlags()
+void tst_FourPsReflexes::referencePostEdgeRadioChangesColumnsAndFlags()
 {
     FourPs& panel = *m_panel;
     load(panel.XafsFiles.at(0), m_files.ref1);
@@ -389,7 +389,7 @@ void tst_FourPsReflexes::postEdgeForReferencesChangesColumnsAndFlags()
     QVERIFY(!panel.EPoints.at(0)->subBGForRef);
 }
 
-void tst_FourPsReflexes::postEdgeForTheTargetChangesItsColumnAndRecalculatesOnce()
+void tst_FourPsReflexes::targetPostEdgeRadioChangesItsColumnAndRecalculatesOnce()
 {
     FourPs& panel = *m_panel;
     load(panel.ui.TargetFile, m_files.target);
@@ -402,7 +402,7 @@ void tst_FourPsReflexes::postEdgeForTheTargetChangesItsColumnAndRecalculatesOnce
     QCOMPARE(counter.runs(), 1);
 }
 
-void tst_FourPsReflexes::preEdgeRadioClickRecalculates()
+void tst_FourPsReflexes::targetPreEdgeRadioRecalculatesOnce()
 {
     FourPs& panel = *m_panel;
     panel.ui.SubPostEforTarget->click();
@@ -411,7 +411,7 @@ void tst_FourPsReflexes::preEdgeRadioClickRecalculates()
     QCOMPARE(counter.runs(), 1);
 }
 
-void tst_FourPsReflexes::togglingUseRecalculatesOnce()
+void tst_FourPsReflexes::togglingUseOfAReferenceRecalculatesOnce()
 {
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
@@ -421,7 +421,7 @@ void tst_FourPsReflexes::togglingUseRecalculatesOnce()
     QCOMPARE(counter.runs(), 2);
 }
 
-void tst_FourPsReflexes::setUseRecalculatesTwice()
+void tst_FourPsReflexes::setUseRecalculatesTwiceOnChange()
 {
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
@@ -443,7 +443,7 @@ void tst_FourPsReflexes::clickingACheckBoxOfARowRecalculatesOnce()
     QCOMPARE(counter.runs(), 3);
 }
 
-void tst_FourPsReflexes::setCheckedOnARowDoesNotRecalculate()
+void tst_FourPsReflexes::setCheckedOnACheckBoxOfARowDoesNotRecalculate()
 {
     FourPs& panel = *m_panel;
     RunCounter counter(panel);
@@ -558,7 +558,7 @@ void tst_FourPsReflexes::removeAFileRemovesTheSelectedFile()
     QCOMPARE(panel.DispMuts.at(1)->fileName, "target.dat");
 }
 
-void tst_FourPsReflexes::removeAFileOnAnEmptyListDoesNothing()
+void tst_FourPsReflexes::removeAFileWithoutDisplayFilesKeepsTheList()
 {
     FourPs& panel = *m_panel;
     panel.ui.RemoveAFile->click();
@@ -568,7 +568,7 @@ void tst_FourPsReflexes::removeAFileOnAnEmptyListDoesNothing()
     QCOMPARE(panel.ui.SelectedFs->count(), 1);
 }
 
-void tst_FourPsReflexes::pathsAreAssignedToRowsInOrderAndExtraPathsIgnored()
+void tst_FourPsReflexes::pathsFillTheRowsInOrderAndExtraPathsAreIgnored()
 {
     QTemporaryDir dir;
     QStringList paths;
@@ -675,7 +675,7 @@ void tst_FourPsReflexes::valenceRangeIncludesTheUsedReferences()
     QCOMPARE(span, 2.5);
 }
 
-void tst_FourPsReflexes::histogramRangesAreSetOnlyWithAuto()
+void tst_FourPsReflexes::histogramRangeIsSetOnlyIfAutoIsChecked()
 {
     FourPs& panel = *m_panel;
     panel.ui.HgAAuto->setChecked(false);

@@ -43,15 +43,15 @@ private Q_SLOTS:
     void init();
 
     void pointsAreAtValenceAndTotalThickness();
-    void extendedFlagSelectsTheStoredNumbers();
-    void selectedMapIsIgnored();
+    void resultWithoutExtendedFlagUsesFractionAndThickness();
+    void selectedMapQuantityIsIgnored();
     void valenceUsesTheFieldsOfTheReferences();
 
     void pointsHaveTheCurrentColor_data();
     void pointsHaveTheCurrentColor();
-    void releaseInTheComparisonChangesTheColor();
+    void releaseInTheComparisonPlotChangesThePointColor();
 
-    void calculatedMapIsShownImmediately();
+    void pointsOfACalculatedMapAreShownImmediately();
 
 private:
     DispABase* plot() const { return m_panel->Disps->frame(Displays::DDMutVsA); }
@@ -113,13 +113,13 @@ void tst_FourPsThickness::pointsAreAtValenceAndTotalThickness()
     QVERIFY(showsPoints({{2.1, 0.9}, {3.3, -0.4}, {1.7, 1.9}}));
 }
 
-void tst_FourPsThickness::extendedFlagSelectsTheStoredNumbers()
+void tst_FourPsThickness::resultWithoutExtendedFlagUsesFractionAndThickness()
 {
     setResult({values(2.1, 0.9)}, false);
     QVERIFY(showsPoints({{2.75, 0.75}}));
 }
 
-void tst_FourPsThickness::selectedMapIsIgnored()
+void tst_FourPsThickness::selectedMapQuantityIsIgnored()
 {
     setResult({values(2.1, 0.9)}, true);
     m_panel->ui.MapDMut2->setChecked(true);
@@ -163,7 +163,7 @@ void tst_FourPsThickness::pointsHaveTheCurrentColor()
     QVERIFY(shows(plain, automaticPlot()));
 }
 
-void tst_FourPsThickness::releaseInTheComparisonChangesTheColor()
+void tst_FourPsThickness::releaseInTheComparisonPlotChangesThePointColor()
 {
     setResult({values(2.1, 0.9)}, true);
     DispArea* comparison = m_panel->Disps->frame(Displays::DLCFvs4PS)->DispA;
@@ -176,7 +176,7 @@ void tst_FourPsThickness::releaseInTheComparisonChangesTheColor()
 }
 
 // The map has one pixel with a = 1/2, valences 2 and 3, and thickness 1.
-void tst_FourPsThickness::calculatedMapIsShownImmediately()
+void tst_FourPsThickness::pointsOfACalculatedMapAreShownImmediately()
 {
     prepareThreePointMaps(*m_panel);
     SurfacePaints paints(*m_panel->Disps);

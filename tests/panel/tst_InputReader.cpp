@@ -17,28 +17,28 @@ private Q_SLOTS:
     void init() { m_loose->reset(); }
     void cleanupTestCase() { m_loose.reset(); }
 
-    void pointsAreReadFromTheirRows();
-    void unparsableTextReadsAsZero();
+    void energyPointsAreReadFromTheirRows();
+    void unparsableTextIsReadAsZero();
     void loadedMapIsReported();
     void referencesAreReadFromTheirRows();
     void methodsAreReadFromTheRadios();
-    void calculationStatePointsToTheRowsData();
-    void limitsAreRelativeToTheEdge();
-    void normModeIsTheCheckedRadio_data();
-    void normModeIsTheCheckedRadio();
-    void shownMapIsTheFirstCheckedRowOrRowZero();
-    void quantityIsTheCheckedRadioOrZero();
+    void calculationStatePointsToTheDataOfTheRows();
+    void limitFieldsAreRelativeToTheEdge();
+    void checkedRadioSelectsTheNormMode_data();
+    void checkedRadioSelectsTheNormMode();
+    void shownMapRowIsTheFirstCheckedRowOrZero();
+    void quantityIsTheIndexOfTheCheckedRadioOrZero();
     void lastOfSeveralCheckedQuantitiesIsUsed();
-    void columnsHaveTheOrderOfTheFile();
+    void wantedColumnsAreInTheOrderOfTheOutputFile();
     void histogramsAreIndexedByUsedReferences();
     void checkedRatioHistogramOfTheHighestRowIsUsed();
-    void everyReadReturnsTheCurrentText();
+    void repeatedReadReturnsTheChangedText();
 
 private:
     std::unique_ptr<UnconnectedWidgets> m_loose;
 };
 
-void tst_InputReader::pointsAreReadFromTheirRows()
+void tst_InputReader::energyPointsAreReadFromTheirRows()
 {
     const UnconnectedWidgets& loose = *m_loose;
     const AEPoint* row = loose.point(5);
@@ -65,7 +65,7 @@ void tst_InputReader::pointsAreReadFromTheirRows()
     QCOMPARE(other.energy, 0.0);
 }
 
-void tst_InputReader::unparsableTextReadsAsZero()
+void tst_InputReader::unparsableTextIsReadAsZero()
 {
     const UnconnectedWidgets& loose = *m_loose;
     loose.point(0)->Energy->setText("8313 eV");
@@ -135,7 +135,7 @@ void tst_InputReader::methodsAreReadFromTheRadios()
     QVERIFY(radios.leastSquare && radios.linearBackground);
 }
 
-void tst_InputReader::calculationStatePointsToTheRowsData()
+void tst_InputReader::calculationStatePointsToTheDataOfTheRows()
 {
     const UnconnectedWidgets& loose = *m_loose;
     loose.form.SubPostEforTarget->setChecked(true);
@@ -150,7 +150,7 @@ void tst_InputReader::calculationStatePointsToTheRowsData()
     QVERIFY(!state.subPostForRef);
 }
 
-void tst_InputReader::limitsAreRelativeToTheEdge()
+void tst_InputReader::limitFieldsAreRelativeToTheEdge()
 {
     const UnconnectedWidgets& loose = *m_loose;
     loose.form.EdgeE->setText("8350");
@@ -162,18 +162,18 @@ void tst_InputReader::limitsAreRelativeToTheEdge()
     QCOMPARE(edge.postEdgeStart, 8450.0);
 }
 
-void tst_InputReader::normModeIsTheCheckedRadio_data()
+void tst_InputReader::checkedRadioSelectsTheNormMode_data()
 {
     QTest::addColumn<int>("radio");
     QTest::addColumn<int>("mode");
     QTest::newRow("no normalisation") << 0 << 0;
-    QTest::newRow("minus pre-edge line") << 1 << 1;
-    QTest::newRow("by edge jump") << 2 << 3;
-    QTest::newRow("by two lines") << 3 << 4;
+    QTest::newRow("pre-edge line subtracted") << 1 << 1;
+    QTest::newRow("divided by the edge jump") << 2 << 3;
+    QTest::newRow("divided by the difference of the lines") << 3 << 4;
     QTest::newRow("no radio button is checked") << -1 << 5;
 }
 
-void tst_InputReader::normModeIsTheCheckedRadio()
+void tst_InputReader::checkedRadioSelectsTheNormMode()
 {
     QFETCH(const int, radio);
     const UnconnectedWidgets& loose = *m_loose;
@@ -184,7 +184,7 @@ void tst_InputReader::normModeIsTheCheckedRadio()
     QTEST(panel::InputReader(loose.list).normMode(), "mode");
 }
 
-void tst_InputReader::shownMapIsTheFirstCheckedRowOrRowZero()
+void tst_InputReader::shownMapRowIsTheFirstCheckedRowOrZero()
 {
     const UnconnectedWidgets& loose = *m_loose;
     const panel::InputReader reader(loose.list);
@@ -195,7 +195,7 @@ void tst_InputReader::shownMapIsTheFirstCheckedRowOrRowZero()
     }
 }
 
-void tst_InputReader::quantityIsTheCheckedRadioOrZero()
+void tst_InputReader::quantityIsTheIndexOfTheCheckedRadioOrZero()
 {
     const UnconnectedWidgets& loose = *m_loose;
     const Ui_FourPs& form = loose.form;
@@ -223,7 +223,7 @@ void tst_InputReader::lastOfSeveralCheckedQuantitiesIsUsed()
     QCOMPARE(panel::InputReader(loose.list).kindOfMap(), 8);
 }
 
-void tst_InputReader::columnsHaveTheOrderOfTheFile()
+void tst_InputReader::wantedColumnsAreInTheOrderOfTheOutputFile()
 {
     const UnconnectedWidgets& loose = *m_loose;
     const Ui_FourPs& form = loose.form;
@@ -273,7 +273,7 @@ void tst_InputReader::checkedRatioHistogramOfTheHighestRowIsUsed()
     QCOMPARE(reader.shownRatioRow(), 2);
 }
 
-void tst_InputReader::everyReadReturnsTheCurrentText()
+void tst_InputReader::repeatedReadReturnsTheChangedText()
 {
     const UnconnectedWidgets& loose = *m_loose;
     const panel::InputReader reader(loose.list);

@@ -49,15 +49,15 @@ class tst_LowRows : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void fieldIsAsHighAsATextLineAndItsFrame();
+    void fieldHeightIsLimitedToATextLineAndItsFrame();
     void fieldsButtonsAndListsHaveTheSameHeight();
-    void checkBoxesAreLowerThanFields();
+    void checkBoxesHaveASmallerHeightThanFields();
     void otherWidgetsAndDialogsKeepTheirHeights();
-    void heightsFollowTheFont();
-    void widthsAreNotLimited();
+    void fieldHeightFollowsTheFontSize();
+    void fieldWidthIsNotLimited();
 };
 
-void tst_LowRows::fieldIsAsHighAsATextLineAndItsFrame()
+void tst_LowRows::fieldHeightIsLimitedToATextLineAndItsFrame()
 {
     const Form form;
     const int line = form.frame.fontMetrics().height();
@@ -73,7 +73,7 @@ void tst_LowRows::fieldsButtonsAndListsHaveTheSameHeight()
     QCOMPARE(form.list->maximumHeight(), form.edit->maximumHeight());
 }
 
-void tst_LowRows::checkBoxesAreLowerThanFields()
+void tst_LowRows::checkBoxesHaveASmallerHeightThanFields()
 {
     const Form form;
     QVERIFY(form.check->maximumHeight() < form.edit->maximumHeight());
@@ -88,7 +88,7 @@ void tst_LowRows::otherWidgetsAndDialogsKeepTheirHeights()
     QCOMPARE(form.dialogButton->maximumHeight(), QWIDGETSIZE_MAX);
 }
 
-void tst_LowRows::heightsFollowTheFont()
+void tst_LowRows::fieldHeightFollowsTheFontSize()
 {
     Form form;
     const int before = form.edit->maximumHeight();
@@ -100,7 +100,7 @@ void tst_LowRows::heightsFollowTheFont()
     QVERIFY(form.edit->maximumHeight() > before);
 }
 
-void tst_LowRows::widthsAreNotLimited()
+void tst_LowRows::fieldWidthIsNotLimited()
 {
     const Form form;
     QCOMPARE(form.edit->maximumWidth(), QWIDGETSIZE_MAX);

@@ -28,7 +28,7 @@ bool showAll(FourPs& panel)
            showWindow(panel.DMapDisp);
 }
 
-void popOutSome(FourPs& panel, bool many)
+void popOutWindows(FourPs& panel, bool many)
 {
     for (const auto id : {Displays::DHistA, Displays::DDMutVsA}) {
         panel.Disps->frame(id)->pop->resize(300, 250);
@@ -58,30 +58,30 @@ class tst_MissedRepaints : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void everyPictureIsUpToDateAfterEveryAction_data();
-    void everyPictureIsUpToDateAfterEveryAction();
+    void picturesAreUpToDateAfterRandomActions_data();
+    void picturesAreUpToDateAfterRandomActions();
 
-    void useOfARowWidensItsMarkerLineWithoutACalculation();
-    void fitCheckBoxOfARowColorsItsMarkerLineWithoutACalculation();
+    void togglingUseOfARowChangesOnlyThePlotOfAllSpectra();
+    void togglingTheFitBoxOfARowChangesOnlyThePlotOfAllSpectra();
     void listOfEnergiesMovesTheMarkerLines();
     void typedEnergyMovesItsMarkerLineImmediately();
     void typedEdgeMovesItsMarkerLineImmediately();
-    void valenceChangesTheGridsAndTheMap();
-    void useOfAReferenceChangesItsPlotsAndTheMap();
+    void typedValenceChangesTheGridsAndTheResultMap();
+    void useOfAReferenceChangesFourPlotsAndTheResultMap();
     void limitsOfTheValenceHistogramMoveItsGrid();
     void limitsOfTheThicknessHistogramMoveItsGrid();
-    void checkBoxShowsItsHistogram();
+    void histogramCheckBoxUpdatesOnlyItsPlot();
     void failedReadOfAReferenceChangesTheResultMap();
     void failedReadOfTheShownRowClearsTheDataMap();
     void clearingTheShownRowClearsTheDataMap();
-    void releaseInTheComparisonDoesNotRepaintTheThickness();
-    void mutFieldsMoveThePointsOfThePlane();
-    void poppedOutPicturesAreUpToDate();
+    void releaseInTheComparisonDoesNotRepaintTheThicknessPlot();
+    void mutFieldMovesItsPointInTheReferencePlane();
+    void poppedOutPlotsAndMapsAreUpToDate();
 
-    void energyRepaintsOnlyThePlotOfTheSpectra();
-    void fieldsUnusedInPicturesRepaintNothing_data();
-    void fieldsUnusedInPicturesRepaintNothing();
-    void repaintsStartNoCalculation();
+    void energyChangeRepaintsTheSpectraButNotThicknessOrMaps();
+    void fieldsUnusedInPicturesRepaintNoPicture_data();
+    void fieldsUnusedInPicturesRepaintNoPicture();
+    void editsThatRepaintStartNoCalculation();
     void doubleClickOnTheColourBarDoesNotRepaintItsMap();
 
 private:
@@ -110,7 +110,7 @@ void tst_MissedRepaints::initTestCase()
     QVERIFY(showAll(*m_panel));
 }
 
-void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction_data()
+void tst_MissedRepaints::picturesAreUpToDateAfterRandomActions_data()
 {
     QTest::addColumn<unsigned>("seed");
     for (unsigned seed = 1; seed <= 3; ++seed) {
@@ -118,14 +118,14 @@ void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction_data()
     }
 }
 
-void tst_MissedRepaints::everyPictureIsUpToDateAfterEveryAction()
+void tst_MissedRepaints::picturesAreUpToDateAfterRandomActions()
 {
     QFETCH(unsigned, seed);
     // Each seed uses a new panel, so that a data row that is run alone performs the same actions
     // as in a run of all rows.
     auto panel = std::make_unique<FourPs>();
     QVERIFY(showAll(*panel));
-    popOutSome(*panel, seed % 2 == 0);
+    popOutWindows(*panel, seed % 2 == 0);
     RandomUser user(*panel, seed);
     repaintedPictures(*panel);
     constexpr int steps = 80;
@@ -196,14 +196,14 @@ QStringList tst_MissedRepaints::changedBy(const Action& action, QStringList* out
     return differences(before, after);
 }
 
-void tst_MissedRepaints::useOfARowWidensItsMarkerLineWithoutACalculation()
+void tst_MissedRepaints::togglingUseOfARowChangesOnlyThePlotOfAllSpectra()
 {
     prepareRefusedPanel();
     COMPARE_CHANGED_PICTURES([&] { row(1)->UseCB->click(); }, {"Muts"});
     COMPARE_CHANGED_PICTURES([&] { row(1)->UseCB->setChecked(true); }, {"Muts"});
 }
 
-void tst_MissedRepaints::fitCheckBoxOfARowColorsItsMarkerLineWithoutACalculation()
+void tst_MissedRepaints::togglingTheFitBoxOfARowChangesOnlyThePlotOfAllSpectra()
 {
     prepareRefusedPanel();
     COMPARE_CHANGED_PICTURES([&] { row(1)->LCFCB->click(); }, {"Muts"});
@@ -212,11 +212,11 @@ void tst_MissedRepaints::fitCheckBoxOfARowColorsItsMarkerLineWithoutACalculation
 void tst_MissedRepaints::listOfEnergiesMovesTheMarkerLines()
 {
     prepareRefusedPanel();
-    const auto spread = [&] {
+    const auto typeEnergies = [&] {
         QTest::keyClicks(m_panel->MultiEnergys, "8345 8360");
         QTest::keyClick(m_panel->MultiEnergys, Qt::Key_Return);
     };
-    COMPARE_CHANGED_PICTURES(spread, {"Muts"});
+    COMPARE_CHANGED_PICTURES(typeEnergies, {"Muts"});
 }
 
 void tst_MissedRepaints::typedEnergyMovesItsMarkerLineImmediately()
@@ -235,7 +235,7 @@ void tst_MissedRepaints::typedEdgeMovesItsMarkerLineImmediately()
                              {"Muts"});
 }
 
-void tst_MissedRepaints::valenceChangesTheGridsAndTheMap()
+void tst_MissedRepaints::typedValenceChangesTheGridsAndTheResultMap()
 {
     prepareRefusedPanel();
     QLineEdit* valence = m_panel->Refs.RefRows.at(1)->Valence;
@@ -243,7 +243,7 @@ void tst_MissedRepaints::valenceChangesTheGridsAndTheMap()
                              ({"LCF vs MPS", "dMut/v or a", "Result Map"}));
 }
 
-void tst_MissedRepaints::useOfAReferenceChangesItsPlotsAndTheMap()
+void tst_MissedRepaints::useOfAReferenceChangesFourPlotsAndTheResultMap()
 {
     prepareRefusedPanel();
     COMPARE_CHANGED_PICTURES(
@@ -265,7 +265,7 @@ void tst_MissedRepaints::limitsOfTheThicknessHistogramMoveItsGrid()
     COMPARE_CHANGED_PICTURES([&] { enterText(m_panel->ui.HgTFrom, "2"); }, {"Histgram of dMut"});
 }
 
-void tst_MissedRepaints::checkBoxShowsItsHistogram()
+void tst_MissedRepaints::histogramCheckBoxUpdatesOnlyItsPlot()
 {
     prepareRefusedPanel();
     COMPARE_CHANGED_PICTURES([&] { m_panel->ui.HgRatio2->click(); }, {"Histgram of a"});
@@ -299,7 +299,7 @@ void tst_MissedRepaints::clearingTheShownRowClearsTheDataMap()
     QVERIFY(isBlank(shownImage(m_panel->DMapDisp->DispA)));
 }
 
-void tst_MissedRepaints::releaseInTheComparisonDoesNotRepaintTheThickness()
+void tst_MissedRepaints::releaseInTheComparisonDoesNotRepaintTheThicknessPlot()
 {
     prepareRefusedPanel();
     QStringList outdated;
@@ -313,7 +313,7 @@ void tst_MissedRepaints::releaseInTheComparisonDoesNotRepaintTheThickness()
 }
 
 // The program itself never shows this plot.
-void tst_MissedRepaints::mutFieldsMoveThePointsOfThePlane()
+void tst_MissedRepaints::mutFieldMovesItsPointInTheReferencePlane()
 {
     prepareRefusedPanel();
     QVERIFY(showWindow(m_panel->Disps->frame(Displays::DM2M3)));
@@ -328,7 +328,7 @@ void tst_MissedRepaints::mutFieldsMoveThePointsOfThePlane()
     QCOMPARE(paints.count(), before + 1);
 }
 
-void tst_MissedRepaints::poppedOutPicturesAreUpToDate()
+void tst_MissedRepaints::poppedOutPlotsAndMapsAreUpToDate()
 {
     prepareRefusedPanel();
     for (const auto id : {Displays::DMuts, Displays::DDMutVsA}) {
@@ -345,7 +345,7 @@ void tst_MissedRepaints::poppedOutPicturesAreUpToDate()
 
 // The thickness plot and the two maps can each show a million map pixels, so unnecessary repaints
 // would be slow.
-void tst_MissedRepaints::energyRepaintsOnlyThePlotOfTheSpectra()
+void tst_MissedRepaints::energyChangeRepaintsTheSpectraButNotThicknessOrMaps()
 {
     prepareRefusedPanel();
     const PaintCounter spectra(surface(Displays::DMuts));
@@ -362,7 +362,7 @@ void tst_MissedRepaints::energyRepaintsOnlyThePlotOfTheSpectra()
     QCOMPARE(thickness.count() + result.count() + data.count(), others);
 }
 
-void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNothing_data()
+void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNoPicture_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name : {"CalcRes", "LCFRes", "TargetDMut", "HgABoxes", "MultiEnergys", "MutT",
@@ -371,7 +371,7 @@ void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNothing_data()
     }
 }
 
-void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNothing()
+void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNoPicture()
 {
     QFETCH(QString, name);
     prepareRefusedPanel();
@@ -389,7 +389,7 @@ void tst_MissedRepaints::fieldsUnusedInPicturesRepaintNothing()
     }
 }
 
-void tst_MissedRepaints::repaintsStartNoCalculation()
+void tst_MissedRepaints::editsThatRepaintStartNoCalculation()
 {
     prepareRefusedPanel();
     clearMessages(*m_panel);

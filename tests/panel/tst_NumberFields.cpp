@@ -50,10 +50,10 @@ private Q_SLOTS:
 
     void everyFieldWithANumberIsANumberEdit();
     void everyFieldShowsTheExponentOfANumber();
-    void longNumberFitsInto60Pixels();
+    void longNumberFitsIntoFieldsOf60Pixels();
     void doubleClickSelectsTheWholeEdgeEnergy();
     void fieldsWithABackgroundHaveBlackTextInADarkTheme();
-    void messagesAreBlackInADarkTheme();
+    void messageTextIsBlackInADarkTheme();
 
 private:
     QList<QLineEdit*> fields() const;
@@ -123,7 +123,7 @@ void tst_NumberFields::everyFieldShowsTheExponentOfANumber()
     }
 }
 
-void tst_NumberFields::longNumberFitsInto60Pixels()
+void tst_NumberFields::longNumberFitsIntoFieldsOf60Pixels()
 {
     const QList<QLineEdit*> all = fields();
     for (QLineEdit* edit : all) {
@@ -170,7 +170,7 @@ void tst_NumberFields::fieldsWithABackgroundHaveBlackTextInADarkTheme()
     QCOMPARE(coloured, 16 + 9 + 2 + 20 + 6);
 }
 
-void tst_NumberFields::messagesAreBlackInADarkTheme()
+void tst_NumberFields::messageTextIsBlackInADarkTheme()
 {
     const QPalette before = QApplication::palette();
     QPalette dark(before);

@@ -51,7 +51,7 @@ const QList<Case> cases{
     {"use of a reference",
      switchReference,
      {Displays::DLCFvs4PS, Displays::DHistA, Displays::DHistDMut, Displays::DDMutVsA}},
-    {"bins", [](const UnconnectedWidgets& l) { l.form.HgABoxes->setText("7"); }, {}},
+    {"number of bins", [](const UnconnectedWidgets& l) { l.form.HgABoxes->setText("7"); }, {}},
     {"target column", [](const UnconnectedWidgets& l) { l.point(0)->MutT->setText("1"); }, {}},
 };
 

@@ -20,14 +20,14 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase();
 
-    void withoutAResultTheMapIsWhite();
-    void firstPaintFitsViewAndLimits();
+    void mapWithoutAResultIsWhite();
+    void firstPaintFitsViewAndLimitsToTheMap();
     void laterPaintsKeepViewAndLimits();
-    void slopesHaveNoPresetLimits();
-    void valueIsReadFromThePixel();
+    void quantityC1HasNoPresetLimits();
+    void valueIsReadFromThePixelAtThePosition();
     void valueOutsideTheMapIsZero();
-    void withoutAResultTheMouseHasNoEffect();
-    void doubleClickScansAndShiftOnlyRaisesTheLimits();
+    void mouseHasNoEffectWithoutAResult();
+    void doubleClickFitsTheLimitsAndShiftOnlyRaisesThem();
     void controlDoubleClickSetsThePresetLimits();
     void selectingAnotherQuantityClearsTheValueAndSetsItsLimits();
     void newResultOfTheSameSizeKeepsTheView();
@@ -110,7 +110,7 @@ QImage tst_ResultMapView::paint()
     return m_loose->resultMap.DispA->grab().toImage();
 }
 
-void tst_ResultMapView::withoutAResultTheMapIsWhite()
+void tst_ResultMapView::mapWithoutAResultIsWhite()
 {
     const QImage picture = paint();
     QCOMPARE(picture.pixelColor(picture.width() / 2, picture.height() / 2), QColor(Qt::white));
@@ -120,7 +120,7 @@ void tst_ResultMapView::withoutAResultTheMapIsWhite()
     QVERIFY(!m_loose->resultMap.DispA->hasScale);
 }
 
-void tst_ResultMapView::firstPaintFitsViewAndLimits()
+void tst_ResultMapView::firstPaintFitsViewAndLimitsToTheMap()
 {
     m_result = extendedMap(4, 2, 100.0);
     const QImage picture = paint();
@@ -144,7 +144,7 @@ void tst_ResultMapView::laterPaintsKeepViewAndLimits()
     QCOMPARE(m_loose->resultMap.CBar->zmax, 116.0);
 }
 
-void tst_ResultMapView::slopesHaveNoPresetLimits()
+void tst_ResultMapView::quantityC1HasNoPresetLimits()
 {
     m_result = extendedMap(2, 1, 0.0);
     m_loose->resultMap.setZRange(-3.0, 3.0);
@@ -156,7 +156,7 @@ void tst_ResultMapView::slopesHaveNoPresetLimits()
     QCOMPARE(m_loose->resultMap.CBar->zmax, 1.1);
 }
 
-void tst_ResultMapView::valueIsReadFromThePixel()
+void tst_ResultMapView::valueIsReadFromThePixelAtThePosition()
 {
     m_result = extendedMap(4, 2, 0.0);
     m_view->showValueAt(1.5, 1.2); // map row 1, column 1: pixel 1 * 4 + 1 = 5; C1 is 9 + 5
@@ -177,7 +177,7 @@ void tst_ResultMapView::valueOutsideTheMapIsZero()
     }
 }
 
-void tst_ResultMapView::withoutAResultTheMouseHasNoEffect()
+void tst_ResultMapView::mouseHasNoEffectWithoutAResult()
 {
     m_loose->resultMap.Val->setText("before");
     m_loose->resultMap.setZRange(-3.0, 3.0);
@@ -187,7 +187,7 @@ void tst_ResultMapView::withoutAResultTheMouseHasNoEffect()
     QCOMPARE(m_loose->resultMap.CBar->zmax, 3.0);
 }
 
-void tst_ResultMapView::doubleClickScansAndShiftOnlyRaisesTheLimits()
+void tst_ResultMapView::doubleClickFitsTheLimitsAndShiftOnlyRaisesThem()
 {
     m_result = extendedMap(4, 2, 0.0); // C1 is quantity 9: 9 to 16 in the eight pixels
     const cBar& bar = *m_loose->resultMap.CBar;

@@ -191,11 +191,11 @@ class tst_StaleMaps : public QObject
 private Q_SLOTS:
     void initTestCase();
 
-    void resultIsTheSameOnAResetPanel_data();
-    void resultIsTheSameOnAResetPanel();
-    void resultIsTheSameOnANewPanel();
+    void resultEqualsTheResultOfAResetPanel_data();
+    void resultEqualsTheResultOfAResetPanel();
+    void resultEqualsTheResultOfANewPanel();
     void binaryMapLoadedOverATextMapKeepsTheTextPixels();
-    void copiedResultIsNotModified();
+    void copyOfTheResultIsNotModifiedByLaterCalculations();
 
 private:
     QString file(const QString& name, const QByteArray& content) const
@@ -232,7 +232,7 @@ void tst_StaleMaps::loadAll(FourPs& panel) const
     }
 }
 
-void tst_StaleMaps::resultIsTheSameOnAResetPanel_data()
+void tst_StaleMaps::resultEqualsTheResultOfAResetPanel_data()
 {
     QTest::addColumn<Action>("action");
     QTest::addColumn<bool>("changes"); // whether the action changes the result of every method
@@ -242,53 +242,53 @@ void tst_StaleMaps::resultIsTheSameOnAResetPanel_data()
 
 void tst_StaleMaps::addFileActions()
 {
-    const auto row = [](const char* name, bool changes, const Action& action) {
+    const auto add = [](const char* name, bool changes, const Action& action) {
         QTest::newRow(name) << action << changes;
     };
-    row("another file of the same size", true,
+    add("another map of the same size", true,
         [this](FourPs& panel) { panel.EPoints.at(0)->loadData(file("other.dat", textMap(100))); });
-    row("the same file with new content", true,
+    add("the same file with new content", true,
         [this](FourPs& panel) { panel.EPoints.at(2)->loadData(file("row2.dat", textMap(101))); });
-    row("another file of another size in the first row", true, [this](FourPs& panel) {
+    add("smaller map in the first row", true, [this](FourPs& panel) {
         panel.EPoints.at(0)->loadData(file("small.dat", textMap(102, 7, 10)));
     });
-    row("another file of another size in the V row", true, [this](FourPs& panel) {
+    add("larger map in the V row", true, [this](FourPs& panel) {
         panel.EPoints.at(2)->loadData(file("large.dat", textMap(103, 16, 12)));
     });
-    row("path that cannot be read", false,
+    add("path that cannot be read", false,
         [](FourPs& panel) { panel.EPoints.at(1)->loadData(QStringLiteral("/nowhere/map.dat")); });
-    row("file without rows", false, [this](FourPs& panel) {
+    add("file without rows", false, [this](FourPs& panel) {
         panel.EPoints.at(1)->loadData(file("empty.dat", "# X-NUM 13\n# Y-NUM 11\n"));
     });
-    row("file without a size", false, [this](FourPs& panel) {
+    add("file without a size", false, [this](FourPs& panel) {
         panel.EPoints.at(1)->loadData(file("sizeless.dat", "1 2 300 1000\n2 2 400 1000\n"));
     });
-    row("failed load, then a successful load", true, [this](FourPs& panel) {
+    add("failed load, then a successful load", true, [this](FourPs& panel) {
         panel.EPoints.at(1)->loadData(QStringLiteral("/nowhere/map.dat"));
         panel.calcMap();
         panel.EPoints.at(1)->loadData(file("other.dat", textMap(104)));
     });
-    row("larger binary map loaded over a text map", true, [this](FourPs& panel) {
+    add("larger binary map loaded over a text map", true, [this](FourPs& panel) {
         panel.EPoints.at(2)->loadData(file("map.2dp", binaryMap(105, 20, 10)));
     });
-    row("binary maps loaded over all text maps", true, [this](FourPs& panel) {
+    add("binary maps loaded over all text maps", true, [this](FourPs& panel) {
         for (int i = 0; i < panel.EPoints.size(); ++i) {
             panel.EPoints.at(i)->loadData(file("map.2dp", binaryMap(120 + i, 20, 10)));
         }
     });
-    row("text map after a binary map", true, [this](FourPs& panel) {
+    add("text map after a binary map", true, [this](FourPs& panel) {
         panel.EPoints.at(1)->loadData(file("map.2dp", binaryMap(107, width, height)));
         panel.calcMap();
         panel.EPoints.at(1)->loadData(file("other.dat", textMap(108)));
     });
-    row("binary map loaded twice", true, [this](FourPs& panel) {
+    add("binary map loaded twice", true, [this](FourPs& panel) {
         for (int round = 0; round < 2; ++round) {
             panel.EPoints.at(0)->loadData(file("map.2dp", binaryMap(109 + round, 20, 12)));
             panel.EPoints.at(2)->loadData(file("map.2dp", binaryMap(111 + round, 20, 20)));
             panel.calcMap();
         }
     });
-    row("the same map in two rows", true, [this](FourPs& panel) {
+    add("the same map in two rows", true, [this](FourPs& panel) {
         panel.EPoints.at(0)->loadData(file("both.dat", textMap(113)));
         panel.EPoints.at(1)->loadData(file("both.dat", textMap(113)));
     });
@@ -296,34 +296,34 @@ void tst_StaleMaps::addFileActions()
 
 void tst_StaleMaps::addChoiceActions()
 {
-    const auto row = [](const char* name, bool changes, const Action& action) {
+    const auto add = [](const char* name, bool changes, const Action& action) {
         QTest::newRow(name) << action << changes;
     };
-    row("another method and back", false, [](FourPs& panel) {
+    add("method changed and changed back", false, [](FourPs& panel) {
         const QList<QAbstractButton*> chosen{panel.ui.TypeNonEquiv, panel.ui.radioButton};
         const bool isNonEquivalent = panel.ui.TypeNonEquiv->isChecked();
         chosen.at(isNonEquivalent ? 1 : 0)->click();
         panel.calcMap();
         chosen.at(isNonEquivalent ? 0 : 1)->click();
     });
-    row("row unchecked and checked again", false, [](FourPs& panel) {
+    add("row unchecked and checked again", false, [](FourPs& panel) {
         panel.EPoints.at(1)->UseCB->click();
         panel.calcMap();
         panel.EPoints.at(1)->UseCB->click();
     });
-    row("one row replaced by another", true, [](FourPs& panel) {
+    add("row in use replaced by another row", true, [](FourPs& panel) {
         panel.EPoints.at(0)->UseCB->click();
         panel.EPoints.at(7)->UseCB->click();
     });
-    row("V point in another row", false, [](FourPs& panel) {
+    add("V point in another row", false, [](FourPs& panel) {
         panel.EPoints.at(1)->VPointCB->click();
         panel.EPoints.at(2)->VPointCB->click();
     });
-    row("new valence", false, [](FourPs& panel) {
+    add("new valence", false, [](FourPs& panel) {
         enter(panel.Refs.RefRows.at(1)->Valence, QStringLiteral("2.25"));
         panel.calcBoth();
     });
-    row("new energy", false,
+    add("new energy", false,
         [](FourPs& panel) { enter(panel.EPoints.at(1)->Energy, QStringLiteral("8327")); });
 }
 
@@ -331,7 +331,7 @@ void tst_StaleMaps::addChoiceActions()
 // has no earlier results and no cached data, then calculates with the same inputs. Both
 // panels must have the same result. If the calculation is refused, the first panel must keep
 // its earlier result.
-void tst_StaleMaps::resultIsTheSameOnAResetPanel()
+void tst_StaleMaps::resultEqualsTheResultOfAResetPanel()
 {
     QFETCH(Action, action);
     QFETCH(bool, changes);
@@ -364,7 +364,7 @@ void tst_StaleMaps::resultIsTheSameOnAResetPanel()
     }
 }
 
-void tst_StaleMaps::resultIsTheSameOnANewPanel()
+void tst_StaleMaps::resultEqualsTheResultOfANewPanel()
 {
     loadAll(*m_panel);
     useRows(*m_panel, {0, 1, 2, 3, 4, 5});
@@ -419,7 +419,7 @@ void tst_StaleMaps::binaryMapLoadedOverATextMapKeepsTheTextPixels()
     QCOMPARE(tests::differenceOf(result, expected), QString());
 }
 
-void tst_StaleMaps::copiedResultIsNotModified()
+void tst_StaleMaps::copyOfTheResultIsNotModifiedByLaterCalculations()
 {
     FourPs& panel = *m_panel;
     loadAll(panel);

@@ -76,14 +76,14 @@ private Q_SLOTS:
     void programStartsWithTheFocusOnTheFirstReference();
     void tabVisitsTheFieldsInReadingOrder();
     void tabReachesEveryEditableField();
-    void tabVisitsTheFurtherConditionsBetweenResultsAndEnergies();
+    void tabVisitsTheConditionsBetweenResultsAndEnergyRows();
     void resultFieldsGetTheFocusOnlyByAClick();
     void tabReachesTheSaveName();
     void mapWindowOpensWithoutAFocusedField();
     void poppedOutMapOpensWithoutAFocusedField();
     void reopeningAMapWindowClearsTheFocusOfItsFields();
     void clickOnThePopOutButtonDoesNotFocusIt();
-    void keysInANewMapWindowChangeNothing();
+    void typingInANewMapWindowChangesNoField();
     void graphWindowOpensWithoutAFocusedButton();
     void tabMovesFromTheUpperToTheLowerLimit();
 
@@ -153,7 +153,7 @@ void tst_TabOrder::tabReachesEveryEditableField()
     QCOMPARE(reached.size(), typed.size());
 }
 
-void tst_TabOrder::tabVisitsTheFurtherConditionsBetweenResultsAndEnergies()
+void tst_TabOrder::tabVisitsTheConditionsBetweenResultsAndEnergyRows()
 {
     m_panel->ui.DispCondsB->click();
     QList<QWidget*> visited;
@@ -243,7 +243,7 @@ void tst_TabOrder::clickOnThePopOutButtonDoesNotFocusIt()
     QVERIFY(!plot->PopDockB->hasFocus());
 }
 
-void tst_TabOrder::keysInANewMapWindowChangeNothing()
+void tst_TabOrder::typingInANewMapWindowChangesNoField()
 {
     DispMBase* window = m_panel->MapDisp;
     window->show();

@@ -53,26 +53,26 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void guardShowsTheCursorDuringItsLifetime();
-    void nestedGuardsSetTheCursorOnce();
-    void guardConstructedWithFalseDoesNothing();
+    void guardShowsTheWaitCursorDuringItsLifetime();
+    void nestedGuardsSetTheWaitCursorOnce();
+    void guardConstructedWithFalseKeepsTheCursor();
     void guardRestoresAnEarlierOverrideCursor();
 
-    void readingAMapShowsTheCursor();
+    void readingAMapShowsTheWaitCursor();
     void readingSeveralMapsShowsTheWaitCursorThroughout();
-    void readingADroppedMapShowsTheCursor();
+    void readingADroppedMapShowsTheWaitCursor();
     void failedReadsRestoreTheCursor_data();
     void failedReadsRestoreTheCursor();
-    void readingASpectrumShowsTheCursor_data();
-    void readingASpectrumShowsTheCursor();
-    void readingDisplayFilesShowsTheCursor();
-    void writingAResultShowsTheCursor();
+    void readingASpectrumShowsTheWaitCursor_data();
+    void readingASpectrumShowsTheWaitCursor();
+    void readingDisplayFilesShowsTheWaitCursor();
+    void writingAResultShowsTheWaitCursor();
 
     void longCalculationShowsTheWaitCursor_data();
     void longCalculationShowsTheWaitCursor();
-    void longSpectraShowTheCursorDuringFitAndTarget();
-    void shortCalculationKeepsTheCursor();
-    void draggingTheEdgeWithLittleDataKeepsTheCursor();
+    void fitAndTargetOfLongSpectraShowTheWaitCursor();
+    void shortCalculationShowsNoWaitCursor();
+    void draggingTheEdgeWithSmallMapsShowsNoWaitCursor();
     void refusedCalculationRestoresTheCursor();
 
 private:
@@ -94,7 +94,7 @@ void tst_WaitCursor::cleanup()
     QVERIFY(!QGuiApplication::overrideCursor());
 }
 
-void tst_WaitCursor::guardShowsTheCursorDuringItsLifetime()
+void tst_WaitCursor::guardShowsTheWaitCursorDuringItsLifetime()
 {
     QVERIFY(!isWaiting());
     {
@@ -104,7 +104,7 @@ void tst_WaitCursor::guardShowsTheCursorDuringItsLifetime()
     QVERIFY(!QGuiApplication::overrideCursor());
 }
 
-void tst_WaitCursor::nestedGuardsSetTheCursorOnce()
+void tst_WaitCursor::nestedGuardsSetTheWaitCursorOnce()
 {
     const auto nested = [] {
         const WaitCursor inner;
@@ -120,7 +120,7 @@ void tst_WaitCursor::nestedGuardsSetTheCursorOnce()
     QVERIFY(!QGuiApplication::overrideCursor());
 }
 
-void tst_WaitCursor::guardConstructedWithFalseDoesNothing()
+void tst_WaitCursor::guardConstructedWithFalseKeepsTheCursor()
 {
     const WaitCursor unwanted(false);
     QVERIFY(!isWaiting());
@@ -143,7 +143,7 @@ void tst_WaitCursor::guardRestoresAnEarlierOverrideCursor()
     QGuiApplication::restoreOverrideCursor();
 }
 
-void tst_WaitCursor::readingAMapShowsTheCursor()
+void tst_WaitCursor::readingAMapShowsTheWaitCursor()
 {
     const CursorSpy inside(row(0), &AEPoint::newEnergy);
     const CursorSpy after(row(0), &AEPoint::newData);
@@ -162,7 +162,7 @@ void tst_WaitCursor::readingSeveralMapsShowsTheWaitCursorThroughout()
     QCOMPARE(last.waiting, QList<bool>{true});
 }
 
-void tst_WaitCursor::readingADroppedMapShowsTheCursor()
+void tst_WaitCursor::readingADroppedMapShowsTheWaitCursor()
 {
     const CursorSpy inside(row(0), &AEPoint::newEnergy);
     dropFile(row(0)->FileSelect, writeFile(m_dir, "map.dat", mapText));
@@ -192,14 +192,14 @@ void tst_WaitCursor::failedReadsRestoreTheCursor()
     QVERIFY(!isWaiting());
 }
 
-void tst_WaitCursor::readingASpectrumShowsTheCursor_data()
+void tst_WaitCursor::readingASpectrumShowsTheWaitCursor_data()
 {
     QTest::addColumn<int>("index");
     QTest::newRow("reference") << 0;
     QTest::newRow("target") << 4;
 }
 
-void tst_WaitCursor::readingASpectrumShowsTheCursor()
+void tst_WaitCursor::readingASpectrumShowsTheWaitCursor()
 {
     QFETCH(int, index);
     const CursorSpy read(m_panel->XafsFiles.at(index), &AXafsFileSelect::foundNewEdge);
@@ -211,7 +211,7 @@ void tst_WaitCursor::readingASpectrumShowsTheCursor()
     QVERIFY(!used.waiting.contains(false));
 }
 
-void tst_WaitCursor::readingDisplayFilesShowsTheCursor()
+void tst_WaitCursor::readingDisplayFilesShowsTheWaitCursor()
 {
     const QString path = writeFile(m_dir, "a.dat", spectrumText("0.5", "2", "1.5", "1"));
     const CursorSpy inside(m_panel->ui.SelectedFs, &QComboBox::currentIndexChanged);
@@ -221,7 +221,7 @@ void tst_WaitCursor::readingDisplayFilesShowsTheCursor()
 
 // An empty path cannot be written. The error message appears during the write, so the test
 // can check the cursor at that moment.
-void tst_WaitCursor::writingAResultShowsTheCursor()
+void tst_WaitCursor::writingAResultShowsTheWaitCursor()
 {
     m_panel->ui.SaveFSelect->FileName->clear();
     const CursorSpy inside(m_panel->ui.Message, &QTextEdit::textChanged);
@@ -258,8 +258,8 @@ void tst_WaitCursor::longCalculationShowsTheWaitCursor_data()
     using Run = std::function<void(FourPs*)>;
     QTest::addColumn<Run>("run");
     QTest::newRow("all calculations") << Run(&FourPs::calcBoth);
-    QTest::newRow("edge") << Run(&FourPs::setEdge);
-    QTest::newRow("click on a row") << Run([](FourPs* panel) {
+    QTest::newRow("edge is set") << Run(&FourPs::setEdge);
+    QTest::newRow("click on the check box of a row") << Run([](FourPs* panel) {
         panel->EPoints.at(7)->UseCB->click();
         panel->EPoints.at(7)->UseCB->click();
     });
@@ -286,7 +286,7 @@ void tst_WaitCursor::longCalculationShowsTheWaitCursor()
     QVERIFY(!isWaiting());
 }
 
-void tst_WaitCursor::longSpectraShowTheCursorDuringFitAndTarget()
+void tst_WaitCursor::fitAndTargetOfLongSpectraShowTheWaitCursor()
 {
     prepareThreePoints(*m_panel);
     row(0)->LCFCB->setChecked(true);
@@ -303,7 +303,7 @@ void tst_WaitCursor::longSpectraShowTheCursorDuringFitAndTarget()
     QCOMPARE(target.waiting, QList<bool>{true});
 }
 
-void tst_WaitCursor::shortCalculationKeepsTheCursor()
+void tst_WaitCursor::shortCalculationShowsNoWaitCursor()
 {
     prepareThreePointMaps(*m_panel);
     row(0)->LCFCB->setChecked(true);
@@ -317,7 +317,7 @@ void tst_WaitCursor::shortCalculationKeepsTheCursor()
     QCOMPARE(fit.waiting, QList<bool>{false});
 }
 
-void tst_WaitCursor::draggingTheEdgeWithLittleDataKeepsTheCursor()
+void tst_WaitCursor::draggingTheEdgeWithSmallMapsShowsNoWaitCursor()
 {
     prepareThreePointMaps(*m_panel);
     const CursorSpy messages(m_panel->ui.Message, &QTextEdit::textChanged);

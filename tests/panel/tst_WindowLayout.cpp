@@ -169,7 +169,7 @@ QList<QWidget*> pathFields(const FourPs* panel)
     return fields;
 }
 
-bool resized(QWidget* window, int width, int height)
+bool resizeTo(QWidget* window, int width, int height)
 {
     window->resize(width, height);
     QCoreApplication::processEvents();
@@ -354,8 +354,8 @@ private Q_SLOTS:
     void panelOpensAtLeastAsWideAsItsDesign();
     void mainWindowFitsOnASmallScreen_data() { addLanguageRows(); }
     void mainWindowFitsOnASmallScreen();
-    void mainWindowHasNoOverlaps_data() { addLanguageRows(); }
-    void mainWindowHasNoOverlaps();
+    void widgetsOfTheMainWindowDoNotOverlap_data() { addLanguageRows(); }
+    void widgetsOfTheMainWindowDoNotOverlap();
     void lowFieldsShowCompleteLetters();
     void pathFieldsGetTheExtraWidthOfAWideWindow_data() { addLanguageRows(); }
     void pathFieldsGetTheExtraWidthOfAWideWindow();
@@ -364,26 +364,26 @@ private Q_SLOTS:
     void extraHeightOfATallWindowStaysEmpty();
     void widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts_data();
     void widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts();
-    void moreConditionsCutOffNothing_data() { addLanguageRows(); }
-    void moreConditionsCutOffNothing();
+    void moreConditionsSectionCutsOffNoText_data() { addLanguageRows(); }
+    void moreConditionsSectionCutsOffNoText();
     void graphWindowShowsCompleteNumbers_data() { addLanguageRows(); }
     void graphWindowShowsCompleteNumbers();
-    void graphWindowHasEqualColumns_data() { addLanguageRows(); }
-    void graphWindowHasEqualColumns();
+    void graphWindowColumnsHaveEqualWidths_data() { addLanguageRows(); }
+    void graphWindowColumnsHaveEqualWidths();
     void rotatedTitlesStayInTheirRectangles_data() { addLanguageRows(); }
     void rotatedTitlesStayInTheirRectangles();
     void plotLabelsStayInTheirRectangles_data() { addLanguageRows(); }
     void plotLabelsStayInTheirRectangles();
     void poppedOutWindowsAreTitledLikeTheirPlots_data() { addLanguageRows(); }
     void poppedOutWindowsAreTitledLikeTheirPlots();
-    void graphWindowOpensInItsSizeAndCutsOffNothing_data() { addLanguageRows(); }
-    void graphWindowOpensInItsSizeAndCutsOffNothing();
-    void mapWindowsOpenInTheirSizeAndCutOffNothing_data() { addLanguageRows(); }
-    void mapWindowsOpenInTheirSizeAndCutOffNothing();
-    void poppedOutPlotsCutOffNothing_data() { addLanguageRows(); }
-    void poppedOutPlotsCutOffNothing();
-    void poppedOutMapsCutOffNothing_data() { addLanguageRows(); }
-    void poppedOutMapsCutOffNothing();
+    void graphWindowOpensInItsDesignSizeAndCutsOffNoText_data() { addLanguageRows(); }
+    void graphWindowOpensInItsDesignSizeAndCutsOffNoText();
+    void mapWindowsOpenInTheirDesignSizeAndCutOffNoText_data() { addLanguageRows(); }
+    void mapWindowsOpenInTheirDesignSizeAndCutOffNoText();
+    void poppedOutPlotsCutOffNoText_data() { addLanguageRows(); }
+    void poppedOutPlotsCutOffNoText();
+    void poppedOutMapsCutOffNoText_data() { addLanguageRows(); }
+    void poppedOutMapsCutOffNoText();
     void graphWindowCanShrinkTo425By426Pixels_data() { addLanguageRows(); }
     void graphWindowCanShrinkTo425By426Pixels();
 };
@@ -398,12 +398,12 @@ void tst_WindowLayout::initTestCase()
 
 void tst_WindowLayout::languageSelectsTheTexts()
 {
-    const auto words = [](app::Language language) {
+    const auto labelText = [](app::Language language) {
         return Program(language).panel->ui.label_10->text();
     };
-    QCOMPARE(words(app::Language::English), QString("Valence"));
-    QCOMPARE(words(app::Language::Japanese), QStringLiteral("価数"));
-    QCOMPARE(words(app::Language::English), QString("Valence"));
+    QCOMPARE(labelText(app::Language::English), QString("Valence"));
+    QCOMPARE(labelText(app::Language::Japanese), QStringLiteral("価数"));
+    QCOMPARE(labelText(app::Language::English), QString("Valence"));
 }
 
 void tst_WindowLayout::mainWindowCutsOffNoText()
@@ -440,7 +440,7 @@ void tst_WindowLayout::mainWindowFitsOnASmallScreen()
     QVERIFY(messages->height() <= 60);
 }
 
-void tst_WindowLayout::mainWindowHasNoOverlaps()
+void tst_WindowLayout::widgetsOfTheMainWindowDoNotOverlap()
 {
     QFETCH(app::Language, language);
     const Program program(language);
@@ -478,7 +478,7 @@ void tst_WindowLayout::pathFieldsGetTheExtraWidthOfAWideWindow()
         widths << field->width();
     }
     for (const int width : {1600, 3840}) {
-        QVERIFY(resized(program.body(), width, height));
+        QVERIFY(resizeTo(program.body(), width, height));
         for (qsizetype i = 0; i < fields.size(); ++i) {
             QCOMPARE(fields.at(i)->width() - widths.at(i), width - opening);
         }
@@ -493,7 +493,7 @@ void tst_WindowLayout::fieldsForAllRowsAreAlignedWithTheRows()
     QVERIFY(program.show());
     QCOMPARE(misaligned(program.panel), QStringList());
     for (const int width : {1600, 3840}) {
-        QVERIFY(resized(program.body(), width, program.body()->height()));
+        QVERIFY(resizeTo(program.body(), width, program.body()->height()));
         QCOMPARE(misaligned(program.panel), QStringList());
     }
 }
@@ -509,7 +509,7 @@ void tst_WindowLayout::extraHeightOfATallWindowStaysEmpty()
     for (const QWidget* block : blocks) {
         places << block->geometry();
     }
-    QVERIFY(resized(program.body(), program.body()->width(), 1000));
+    QVERIFY(resizeTo(program.body(), program.body()->width(), 1000));
     for (qsizetype i = 0; i < blocks.size(); ++i) {
         QCOMPARE(blocks.at(i)->geometry(), places.at(i));
     }
@@ -539,7 +539,7 @@ void tst_WindowLayout::widgetsAreHighEnoughAndDoNotOverlapInOtherStylesAndFonts(
     QCOMPARE(overlaps(program.body()), QString());
 }
 
-void tst_WindowLayout::moreConditionsCutOffNothing()
+void tst_WindowLayout::moreConditionsSectionCutsOffNoText()
 {
     QFETCH(app::Language, language);
     const Program program(language);
@@ -548,7 +548,7 @@ void tst_WindowLayout::moreConditionsCutOffNothing()
     QCOMPARE(cutOffTextsWhenShown(program.body()), QString());
 }
 
-void tst_WindowLayout::graphWindowOpensInItsSizeAndCutsOffNothing()
+void tst_WindowLayout::graphWindowOpensInItsDesignSizeAndCutsOffNoText()
 {
     QFETCH(app::Language, language);
     const Program program(language);
@@ -572,7 +572,7 @@ void tst_WindowLayout::graphWindowShowsCompleteNumbers()
     }
 }
 
-void tst_WindowLayout::graphWindowHasEqualColumns()
+void tst_WindowLayout::graphWindowColumnsHaveEqualWidths()
 {
     QFETCH(app::Language, language);
     const Program program(language);
@@ -664,7 +664,7 @@ void tst_WindowLayout::poppedOutWindowsAreTitledLikeTheirPlots()
              english ? QString("Target") : QStringLiteral("対象"));
 }
 
-void tst_WindowLayout::mapWindowsOpenInTheirSizeAndCutOffNothing()
+void tst_WindowLayout::mapWindowsOpenInTheirDesignSizeAndCutOffNoText()
 {
     QFETCH(app::Language, language);
     const Program program(language);
@@ -674,7 +674,7 @@ void tst_WindowLayout::mapWindowsOpenInTheirSizeAndCutOffNothing()
     }
 }
 
-void tst_WindowLayout::poppedOutPlotsCutOffNothing()
+void tst_WindowLayout::poppedOutPlotsCutOffNoText()
 {
     QFETCH(app::Language, language);
     const Program program(language);
@@ -683,7 +683,7 @@ void tst_WindowLayout::poppedOutPlotsCutOffNothing()
     }
 }
 
-void tst_WindowLayout::poppedOutMapsCutOffNothing()
+void tst_WindowLayout::poppedOutMapsCutOffNoText()
 {
     QFETCH(app::Language, language);
     const Program program(language);

@@ -78,21 +78,21 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase();
 
-    void referencesAreConnected();
-    void energyRowsAreConnected();
-    void spectrumRowsAreConnected();
-    void rowsOfSeveralFilesAreConnected();
+    void signalsOfReferencesCallTheirSlots();
+    void signalsOfEnergyRowsCallTheirSlots();
+    void signalsOfSpectrumRowsCallTheirSlots();
+    void signalsOfRowsWithSeveralFilesCallTheirSlots();
     void buttonsStartTheirCalculation();
-    void conditionRadiosRecalculate();
+    void methodRadiosRecalculateExceptTheFourPointsRadios();
     void edgeFieldsSetTheEdge();
-    void backgroundRadiosAreConnected();
-    void drawingAndClicksOfGraphsAreConnected();
+    void backgroundRadiosAndConditionsBoxCallTheirSlots();
+    void signalsOfGraphsCallTheirSlots();
     void buttonsOpenTheirWindows();
-    void drawingAndClicksOfMapsAreConnected();
-    void mapSelectionsAreConnected();
-    void normalisationClearsTheRangeOfAllSpectra();
+    void signalsOfMapWindowsCallTheirSlots();
+    void mapControlsCallTheirSlots();
+    void normalisationClearsOnlyTheRangeOfTheAllSpectraPlot();
     void movedMarkerLinesSetTheEdgeAndReleaseRecalculates();
-    void markerLinesBelongToTheirPlots();
+    void plotsHaveTheExpectedMarkerLines();
     void limitMarkerLinesAreRelativeToTheEdge();
 
 private:
@@ -131,7 +131,7 @@ void tst_Wiring::cleanupTestCase()
     delete m_marks.singleSpectrum;
 }
 
-void tst_Wiring::referencesAreConnected()
+void tst_Wiring::signalsOfReferencesCallTheirSlots()
 {
     for (int i = 0; i < 4; ++i) {
         ARefFile* row = m_loose->reference(i);
@@ -149,7 +149,7 @@ void tst_Wiring::referencesAreConnected()
     }
 }
 
-void tst_Wiring::energyRowsAreConnected()
+void tst_Wiring::signalsOfEnergyRowsCallTheirSlots()
 {
     for (int i = 0; i < 8; ++i) {
         AEPoint* row = m_loose->point(i);
@@ -164,7 +164,7 @@ void tst_Wiring::energyRowsAreConnected()
     QCOMPARE(m_panel->take(), QStringList{"newMultiEnergys"});
 }
 
-void tst_Wiring::spectrumRowsAreConnected()
+void tst_Wiring::signalsOfSpectrumRowsCallTheirSlots()
 {
     QCOMPARE(m_loose->list.spectra.size(), 5);
     for (AXafsFileSelect* row : m_loose->list.spectra) {
@@ -177,7 +177,7 @@ void tst_Wiring::spectrumRowsAreConnected()
     }
 }
 
-void tst_Wiring::rowsOfSeveralFilesAreConnected()
+void tst_Wiring::signalsOfRowsWithSeveralFilesCallTheirSlots()
 {
     Q_EMIT m_loose->form.DispFSelect->newDir("/a");
     Q_EMIT m_loose->form.DispFSelect->newFilePaths({"x", "y"});
@@ -201,7 +201,7 @@ void tst_Wiring::buttonsStartTheirCalculation()
     QCOMPARE(m_panel->take(), (QStringList{"calcAndWrite", "calcTarget", "calcMap", "lcf"}));
 }
 
-void tst_Wiring::conditionRadiosRecalculate()
+void tst_Wiring::methodRadiosRecalculateExceptTheFourPointsRadios()
 {
     Q_EMIT m_loose->form.TypeNonEquiv->toggled(true);
     QCOMPARE(m_panel->take(), QStringList{"calcBoth"});
@@ -223,7 +223,7 @@ void tst_Wiring::edgeFieldsSetTheEdge()
     }
 }
 
-void tst_Wiring::backgroundRadiosAreConnected()
+void tst_Wiring::backgroundRadiosAndConditionsBoxCallTheirSlots()
 {
     Q_EMIT m_loose->form.SubPostEforRef->toggled(true);
     Q_EMIT m_loose->form.SubPostEforTarget->toggled(false);
@@ -232,7 +232,7 @@ void tst_Wiring::backgroundRadiosAreConnected()
                                            "changedSubBGTypeForTarget 0", "dispCalcConditions 1"}));
 }
 
-void tst_Wiring::drawingAndClicksOfGraphsAreConnected()
+void tst_Wiring::signalsOfGraphsCallTheirSlots()
 {
     Q_EMIT m_loose->graphs.draw(Displays::DHistA, nullptr, nullptr);
     QCOMPARE(m_panel->take(), QStringList{QStringLiteral("draw %1").arg(Displays::DHistA)});
@@ -259,7 +259,7 @@ void tst_Wiring::buttonsOpenTheirWindows()
     }
 }
 
-void tst_Wiring::drawingAndClicksOfMapsAreConnected()
+void tst_Wiring::signalsOfMapWindowsCallTheirSlots()
 {
     m_panel->take();
     Q_EMIT m_loose->resultMap.draw(nullptr);
@@ -272,7 +272,7 @@ void tst_Wiring::drawingAndClicksOfMapsAreConnected()
     QCOMPARE(m_panel->take(), (QStringList{"drawDMap", "receiveNowPosInDMap 4"}));
 }
 
-void tst_Wiring::mapSelectionsAreConnected()
+void tst_Wiring::mapControlsCallTheirSlots()
 {
     Q_EMIT m_loose->form.MapWGrid->toggled(true);
     QCOMPARE(m_panel->take(), QStringList{"updateMaps"});
@@ -282,7 +282,7 @@ void tst_Wiring::mapSelectionsAreConnected()
     QCOMPARE(m_panel->take(), QStringList{"updateDMap"});
 }
 
-void tst_Wiring::normalisationClearsTheRangeOfAllSpectra()
+void tst_Wiring::normalisationClearsOnlyTheRangeOfTheAllSpectraPlot()
 {
     for (DispABase* plot : std::as_const(m_loose->graphs.disps)) {
         plot->DispA->hasScale = true;
@@ -305,7 +305,7 @@ void tst_Wiring::movedMarkerLinesSetTheEdgeAndReleaseRecalculates()
     }
 }
 
-void tst_Wiring::markerLinesBelongToTheirPlots()
+void tst_Wiring::plotsHaveTheExpectedMarkerLines()
 {
     const QList<Displays::DispId> withEdge{Displays::DRef1, Displays::DRef2, Displays::DTarget};
     for (int i = 0; i < m_loose->graphs.disps.size(); ++i) {

@@ -29,10 +29,10 @@ class tst_Wording : public QObject
 private Q_SLOTS:
     void errorMessagesHaveTheExpectedText_data();
     void errorMessagesHaveTheExpectedText();
-    void fourPointsNumbersHaveSixDigits_data();
-    void fourPointsNumbersHaveSixDigits();
-    void nonEquivalentNumbersHaveThreeDecimalsAndSpaceForASign();
-    void fitNumbersHaveThreeDecimalsAndSpaceForASign();
+    void fourPointsResultsHaveSixDigits_data();
+    void fourPointsResultsHaveSixDigits();
+    void nonEquivalentResultsHaveThreeDecimalsAndSpaceForASign();
+    void fitResultsHaveThreeDecimalsAndSpaceForASign();
     void nonFiniteNumbersAreShownAsText();
     void errorMessageNamesTheFileThatCannotBeOpened();
 };
@@ -47,13 +47,14 @@ void tst_Wording::errorMessagesHaveTheExpectedText_data()
         << Message{MessageId::NoMapVPoint} << "V Point is not selected";
     QTest::newRow("too few references") << Message{MessageId::FewReferences, 1}
                                         << "Number of valied Ref Files is 1, which is less than 2.";
-    QTest::newRow("first reference")
+    QTest::newRow("first reference invalid")
         << Message{MessageId::FirstReferenceInvalid} << "The 1st Ref File is not valid.";
-    QTest::newRow("second reference")
+    QTest::newRow("second reference invalid")
         << Message{MessageId::SecondReferenceInvalid} << "The 2nd Ref File is not valid.";
-    QTest::newRow("reference with index 0")
+    QTest::newRow("reference with index 0 invalid")
         << Message{MessageId::ReferenceInvalid, 0} << "Ref File 0 is not valid.";
-    QTest::newRow("target") << Message{MessageId::TargetInvalid} << "Target File1 is not valid.";
+    QTest::newRow("target invalid")
+        << Message{MessageId::TargetInvalid} << "Target File1 is not valid.";
     QTest::newRow("wrong number of rows")
         << Message{MessageId::WrongCount, 3, 4} << "Number of selected data sets 3 is not 4.";
     QTest::newRow("fewer rows than unknowns")
@@ -72,7 +73,7 @@ void tst_Wording::errorMessagesHaveTheExpectedText()
     QTEST(Wording::of(refusal), "sentence");
 }
 
-void tst_Wording::fourPointsNumbersHaveSixDigits_data()
+void tst_Wording::fourPointsResultsHaveSixDigits_data()
 {
     QTest::addColumn<Variant>("variant");
     QTest::addColumn<QString>("line");
@@ -84,13 +85,13 @@ void tst_Wording::fourPointsNumbersHaveSixDigits_data()
         << Variant::LeastSquare << "4ps2: a = 0.111111, Valence = 2.88889, t/ts = 1e+07";
 }
 
-void tst_Wording::fourPointsNumbersHaveSixDigits()
+void tst_Wording::fourPointsResultsHaveSixDigits()
 {
     QFETCH(Variant, variant);
     QTEST(Wording::of({variant, 1.0 / 9.0, 3.0 - 1.0 / 9.0, 1e7, {}}), "line");
 }
 
-void tst_Wording::nonEquivalentNumbersHaveThreeDecimalsAndSpaceForASign()
+void tst_Wording::nonEquivalentResultsHaveThreeDecimalsAndSpaceForASign()
 {
     analysis::TargetResult result{
         Variant::NonEquivalentLinear, -0.2, 5.6, 40.0, {{0, -0.2, -1.0}, {3, 1.2, 6.0}}};
@@ -104,7 +105,7 @@ void tst_Wording::nonEquivalentNumbersHaveThreeDecimalsAndSpaceForASign()
         "Result of NEQ :: -0.200 :  1.200 :  0.250 :  0.000, Valence"));
 }
 
-void tst_Wording::fitNumbersHaveThreeDecimalsAndSpaceForASign()
+void tst_Wording::fitResultsHaveThreeDecimalsAndSpaceForASign()
 {
     QCOMPARE(Wording::of(analysis::LinearFit{{1.25, -0.25}, 1.5, -0.375, {}}),
              "Result of LCF ::  1.250 : -0.250, Valence =  1.500, Base = -0.375");

@@ -117,54 +117,54 @@ class tst_AEPoint : public QObject
 private Q_SLOTS:
     void init();
 
-    void formHasTheWidgetsOfItsRow();
-    void formHasItsFrameAndSpacings();
-    void fieldsHaveTheirMaximumWidths();
+    void formContainsTheExpectedWidgets();
+    void formHasTheExpectedFrameAndSpacings();
+    void fieldsHaveTheExpectedWidthsAndSizePolicies();
     void separatorsAreVerticalAndSunken();
-    void fileRowFillsTheWidth();
+    void fileRowExpandsHorizontally();
     void rowStartsEmpty();
     void slotsAreCallableByName();
 
-    void onlyClickedBoxesRequestACalculation_data();
-    void onlyClickedBoxesRequestACalculation();
+    void checkBoxRequestsACalculationOnlyIfClicked_data();
+    void checkBoxRequestsACalculationOnlyIfClicked();
     void showMapButtonRequestsNoCalculation();
-    void typedMutEmitsNothingAndIsReadLater();
-    void leavingTheEnergyFieldAlwaysEmitsTheEnergy();
-    void unparsableEnergyIsZero();
+    void typedMutEmitsNoSignalAndIsReadOnDemand();
+    void leavingTheEnergyFieldEmitsTheEnergy();
+    void unparsableEnergyIsReadAsZero();
     void energyAndMutsAreReadFromTheFields();
-    void mutOfInvalidReferenceIsZero();
+    void mutOfAnInvalidReferenceIndexIsZero();
 
     void newDirectoryIsForwarded();
     void fileRowLoadsTheMap();
     void textMapFillsTheRow();
     void energyIsEmittedBeforeTheData();
-    void everyEnergyLineIsEmittedAndTheLastIsKept();
-    void energyIsKeptIfTheFileHasNone();
-    void mapWithoutLoadableRowsIsNotLoaded_data();
-    void mapWithoutLoadableRowsIsNotLoaded();
-    void failedReloadKeepsThePixelsJustRead();
+    void everyEnergyLineIsEmittedAndTheLastEnergyIsKept();
+    void energyIsKeptIfTheFileHasNoEnergy();
+    void mapWithoutAValidSizeOrRowsIsNotLoaded_data();
+    void mapWithoutAValidSizeOrRowsIsNotLoaded();
+    void failedReloadKeepsThePixelsOfTheNewFile();
     void oldMapIsKeptIfTheFileCannotBeOpened_data();
     void oldMapIsKeptIfTheFileCannotBeOpened();
     void oldMapIsKeptIfTheFileCannotBeRead();
-    void clearingTheFileRowUnloadsButKeepsTheOldMap();
-    void sizeIsWrittenToTheDebugLog();
+    void clearingTheFileRowUnloadsTheMapButKeepsItsPixels();
+    void mapSizeIsWrittenToTheDebugLog();
 
     void binaryMapFillsTheRowWithMut();
     void formatIsDetectedByFirstBytesNotSuffix();
     void textWithBinarySignatureIsReadAsBinaryMap();
     void secondBinaryMapIsAppendedToTheOldPixels();
-    void binaryMapAfterTextMapKeepsRowsAndHeader();
-    void textMapAfterBinaryMapReplacesIt();
+    void binaryMapKeepsPixelsAndHeaderOfAnEarlierTextMap();
+    void textMapReplacesAnEarlierBinaryMap();
     void unreadableBinaryMapIsLoadedWithSizeZero_data();
     void unreadableBinaryMapIsLoadedWithSizeZero();
     void binaryMapOverTheSizeLimitHasSizeZero();
     void truncatedBinaryMapIsPaddedWithZeros();
 
-    void truncatedTextMapIsLoadedOnlyWithSizeAndRows();
+    void truncatedTextMapIsLoadedOnlyIfItHasSizeAndRows();
     void truncatedBinaryMapIsAlwaysLoaded();
-    void randomBytesAreLoadedOnlyWithSizeAndRows();
+    void randomBytesAreLoadedOnlyIfTheyHaveSizeAndRows();
     void veryLongLineIsReadLikeAShortLine();
-    void extremeEnergyTextsAreAccepted();
+    void veryLongEnergyIsReadAsZeroAndInfAsInfinity();
 
 private:
     QString file(const QString& name, const QByteArray& content) const
@@ -182,7 +182,7 @@ void tst_AEPoint::init()
     QVERIFY(folder->isValid());
 }
 
-void tst_AEPoint::formHasTheWidgetsOfItsRow()
+void tst_AEPoint::formContainsTheExpectedWidgets()
 {
     const AEPoint row;
     const QList<tests::FormWidget> expectedForm{
@@ -211,7 +211,7 @@ void tst_AEPoint::formHasTheWidgetsOfItsRow()
     QCOMPARE(tests::formDifferences(&row, expectedForm), QStringList());
 }
 
-void tst_AEPoint::formHasItsFrameAndSpacings()
+void tst_AEPoint::formHasTheExpectedFrameAndSpacings()
 {
     const AEPoint row;
     QCOMPARE(row.objectName(), QStringLiteral("AEPoint"));
@@ -228,7 +228,7 @@ void tst_AEPoint::formHasItsFrameAndSpacings()
     QCOMPARE(grid->rowCount(), 1);
 }
 
-void tst_AEPoint::fieldsHaveTheirMaximumWidths()
+void tst_AEPoint::fieldsHaveTheExpectedWidthsAndSizePolicies()
 {
     const AEPoint row;
     QCOMPARE(row.NumDisp->sizePolicy().horizontalPolicy(), QSizePolicy::Maximum);
@@ -260,7 +260,7 @@ void tst_AEPoint::separatorsAreVerticalAndSunken()
     }
 }
 
-void tst_AEPoint::fileRowFillsTheWidth()
+void tst_AEPoint::fileRowExpandsHorizontally()
 {
     const AEPoint row;
     QCOMPARE(row.FileSelect->frameShape(), QFrame::NoFrame);
@@ -295,7 +295,7 @@ void tst_AEPoint::slotsAreCallableByName()
     }
 }
 
-void tst_AEPoint::onlyClickedBoxesRequestACalculation_data()
+void tst_AEPoint::checkBoxRequestsACalculationOnlyIfClicked_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name : {"UseCB", "VPointCB", "LCFCB"}) {
@@ -303,7 +303,7 @@ void tst_AEPoint::onlyClickedBoxesRequestACalculation_data()
     }
 }
 
-void tst_AEPoint::onlyClickedBoxesRequestACalculation()
+void tst_AEPoint::checkBoxRequestsACalculationOnlyIfClicked()
 {
     QFETCH(QString, name);
     AEPoint row;
@@ -331,7 +331,7 @@ void tst_AEPoint::showMapButtonRequestsNoCalculation()
     QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AEPoint::typedMutEmitsNothingAndIsReadLater()
+void tst_AEPoint::typedMutEmitsNoSignalAndIsReadOnDemand()
 {
     AEPoint row;
     const SignalRecorder recorder(&row);
@@ -346,7 +346,7 @@ void tst_AEPoint::typedMutEmitsNothingAndIsReadLater()
     QCOMPARE(energyAndMuts(row, 0, 3), (Values{0.0, 0.25, 0.25}));
 }
 
-void tst_AEPoint::leavingTheEnergyFieldAlwaysEmitsTheEnergy()
+void tst_AEPoint::leavingTheEnergyFieldEmitsTheEnergy()
 {
     AEPoint row;
     const QSignalSpy energies(&row, &AEPoint::newEnergy);
@@ -360,7 +360,7 @@ void tst_AEPoint::leavingTheEnergyFieldAlwaysEmitsTheEnergy()
     QCOMPARE(energies.at(1).at(0).toDouble(), 8404.5);
 }
 
-void tst_AEPoint::unparsableEnergyIsZero()
+void tst_AEPoint::unparsableEnergyIsReadAsZero()
 {
     AEPoint row;
     const QSignalSpy energies(&row, &AEPoint::newEnergy);
@@ -383,7 +383,7 @@ void tst_AEPoint::energyAndMutsAreReadFromTheFields()
     QCOMPARE(energyAndMuts(row, 2, 3), (Values{8381.25, 0.0, 0.4}));
 }
 
-void tst_AEPoint::mutOfInvalidReferenceIsZero()
+void tst_AEPoint::mutOfAnInvalidReferenceIndexIsZero()
 {
     AEPoint row;
     row.Mut1->setText(QStringLiteral("1"));
@@ -437,7 +437,7 @@ void tst_AEPoint::energyIsEmittedBeforeTheData()
     QCOMPARE(row.Energy->cursorPosition(), 0);
 }
 
-void tst_AEPoint::everyEnergyLineIsEmittedAndTheLastIsKept()
+void tst_AEPoint::everyEnergyLineIsEmittedAndTheLastEnergyIsKept()
 {
     AEPoint row;
     const QSignalSpy energies(&row, &AEPoint::newEnergy);
@@ -449,7 +449,7 @@ void tst_AEPoint::everyEnergyLineIsEmittedAndTheLastIsKept()
     QCOMPARE(row.Energy->text(), QStringLiteral("8460.50"));
 }
 
-void tst_AEPoint::energyIsKeptIfTheFileHasNone()
+void tst_AEPoint::energyIsKeptIfTheFileHasNoEnergy()
 {
     AEPoint row;
     row.Energy->setText(QStringLiteral("8404.5"));
@@ -460,18 +460,18 @@ void tst_AEPoint::energyIsKeptIfTheFileHasNone()
     QCOMPARE(energies.size(), 0);
 }
 
-void tst_AEPoint::mapWithoutLoadableRowsIsNotLoaded_data()
+void tst_AEPoint::mapWithoutAValidSizeOrRowsIsNotLoaded_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<qsizetype>("rowCount");
-    QTest::newRow("empty") << QByteArray() << qsizetype(0);
+    QTest::newRow("empty file") << QByteArray() << qsizetype(0);
     QTest::newRow("no size") << QByteArray("0 0 1 2\n1 0 1 2\n") << qsizetype(2);
     QTest::newRow("no rows") << QByteArray("# X-NUM 2\n# Y-NUM 2\n") << qsizetype(0);
     QTest::newRow("size over the limit")
         << QByteArray("# X-NUM 100000\n# Y-NUM 100000\n0 0 1 2\n") << qsizetype(1);
 }
 
-void tst_AEPoint::mapWithoutLoadableRowsIsNotLoaded()
+void tst_AEPoint::mapWithoutAValidSizeOrRowsIsNotLoaded()
 {
     QFETCH(QByteArray, content);
     AEPoint row;
@@ -482,7 +482,7 @@ void tst_AEPoint::mapWithoutLoadableRowsIsNotLoaded()
     QTEST(row.rows.size(), "rowCount");
 }
 
-void tst_AEPoint::failedReloadKeepsThePixelsJustRead()
+void tst_AEPoint::failedReloadKeepsThePixelsOfTheNewFile()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("map.dat"), textMap));
@@ -496,7 +496,7 @@ void tst_AEPoint::failedReloadKeepsThePixelsJustRead()
 void tst_AEPoint::oldMapIsKeptIfTheFileCannotBeOpened_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("missing") << "missing.dat";
+    QTest::newRow("missing file") << "missing.dat";
     QTest::newRow("a folder") << ".";
     QTest::newRow("a pipe") << "pipe";
 }
@@ -534,7 +534,7 @@ void tst_AEPoint::oldMapIsKeptIfTheFileCannotBeRead()
     QCOMPARE(maps.size(), 0);
 }
 
-void tst_AEPoint::clearingTheFileRowUnloadsButKeepsTheOldMap()
+void tst_AEPoint::clearingTheFileRowUnloadsTheMapButKeepsItsPixels()
 {
     AEPoint row;
     row.FileSelect->newFile(file(QStringLiteral("map.dat"), textMap));
@@ -545,7 +545,7 @@ void tst_AEPoint::clearingTheFileRowUnloadsButKeepsTheOldMap()
     QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AEPoint::sizeIsWrittenToTheDebugLog()
+void tst_AEPoint::mapSizeIsWrittenToTheDebugLog()
 {
     AEPoint row;
     const QString good = file(QStringLiteral("map.dat"), textMap);
@@ -607,7 +607,7 @@ void tst_AEPoint::secondBinaryMapIsAppendedToTheOldPixels()
     QCOMPARE(data::pixelMut(row, 2, 0), 0.7);
 }
 
-void tst_AEPoint::binaryMapAfterTextMapKeepsRowsAndHeader()
+void tst_AEPoint::binaryMapKeepsPixelsAndHeaderOfAnEarlierTextMap()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("a.dat"), textMap));
@@ -619,7 +619,7 @@ void tst_AEPoint::binaryMapAfterTextMapKeepsRowsAndHeader()
     QCOMPARE(data::pixelMut(row, 0, 0), std::log(20.0 / 10.0));
 }
 
-void tst_AEPoint::textMapAfterBinaryMapReplacesIt()
+void tst_AEPoint::textMapReplacesAnEarlierBinaryMap()
 {
     AEPoint row;
     row.loadData(file(QStringLiteral("a.2dp"), binaryMap(2, 1, {0.1, 0.2})));
@@ -631,7 +631,7 @@ void tst_AEPoint::textMapAfterBinaryMapReplacesIt()
 void tst_AEPoint::unreadableBinaryMapIsLoadedWithSizeZero_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("missing") << "missing.2dp";
+    QTest::newRow("missing file") << "missing.2dp";
     QTest::newRow("a text map") << "map.dat";
     QTest::newRow("a folder") << ".";
 }
@@ -677,7 +677,7 @@ void tst_AEPoint::truncatedBinaryMapIsPaddedWithZeros()
     QCOMPARE(data::pixelMut(row, 1, 1), 0.0);
 }
 
-void tst_AEPoint::truncatedTextMapIsLoadedOnlyWithSizeAndRows()
+void tst_AEPoint::truncatedTextMapIsLoadedOnlyIfItHasSizeAndRows()
 {
     AEPoint row;
     int loads = 0;
@@ -704,7 +704,7 @@ void tst_AEPoint::truncatedBinaryMapIsAlwaysLoaded()
     QCOMPARE(data::pixelMut(row, 1, 1), 0.4);
 }
 
-void tst_AEPoint::randomBytesAreLoadedOnlyWithSizeAndRows()
+void tst_AEPoint::randomBytesAreLoadedOnlyIfTheyHaveSizeAndRows()
 {
     std::mt19937 generator(20240607);
     std::uniform_int_distribution<int> anyByte(0, 255);
@@ -730,7 +730,7 @@ void tst_AEPoint::veryLongLineIsReadLikeAShortLine()
     QCOMPARE(row.rows.size(), 1);
 }
 
-void tst_AEPoint::extremeEnergyTextsAreAccepted()
+void tst_AEPoint::veryLongEnergyIsReadAsZeroAndInfAsInfinity()
 {
     AEPoint row;
     const QSignalSpy energies(&row, &AEPoint::newEnergy);

@@ -155,27 +155,27 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void formHasTheWidgetsOfItsRow();
-    void formHasItsWidthsAndSpacings();
+    void formContainsTheExpectedWidgets();
+    void formHasTheExpectedWidthsAndSpacings();
     void shiftFieldIsInItsContainer();
-    void fieldsStartEmpty();
+    void rowStartsEmptyInOpenMode();
     void slotsAreCallableByName();
 
     void dialogIsAWindowOwnedByTheRow();
     void dialogOffersItsFiltersInOrder();
-    void firstDialogOpensInTheWorkingDirectory();
+    void newDialogStartsInTheWorkingDirectory();
     void selectButtonShowsTheDialogWithoutBlocking();
     void selectButtonRaisesAnOpenDialog();
 
     void modeConfiguresDialogAndField_data();
     void modeConfiguresDialogAndField();
-    void multiHasNoEffectUntilTheModeIsSet();
+    void multiFlagHasNoEffectUntilTheModeIsSet();
 
     void newFileShowsThePathAndEmitsSignalsInOrder();
     void newFileStoresTheCanonicalDirectory();
     void symbolicLinkToAFileKeepsItsOwnFolder();
     void newFileShowsThePathOfAMissingFile();
-    void directoryOfAFileNotYetSavedIsStored();
+    void directoryOfAnUnsavedFileIsStored();
     void savePathGetsTheSuffix_data();
     void savePathGetsTheSuffix();
 
@@ -186,40 +186,40 @@ private Q_SLOTS:
     void clearKeepsTheDirectoryAndEmitsAnEmptyPath();
 
     void highlightedFileIsLoadedImmediatelyAndAgainOnOpen();
-    void openInTheDialogEmitsThePathLast();
+    void acceptingTheDialogEmitsTheSelectedPath();
     void highlightIsIgnoredWhileTheDialogIsHidden();
     void highlightOfNonRegularFileIsIgnored_data();
     void highlightOfNonRegularFileIsIgnored();
     void highlightedUnreadableFileIsIgnored();
     void severalSelectedFilesAreEmittedTogether();
-    void openingTheDialogLoadsNothing();
+    void openingTheDialogLoadsNoFile();
 
     void cancelRestoresTheNameOfTheSaveRow_data();
     void cancelRestoresTheNameOfTheSaveRow();
-    void selectButtonWithOpenDialogStoresNoName();
-    void eachOpeningStoresTheNameAgain();
-    void savedNameIsKept();
-    void cancelOfHiddenDialogChangesNothing();
-    void cancelInOpenModeKeepsThePreview();
+    void secondClickOnSelectKeepsTheNameToRestore();
+    void cancelRestoresTheNameOfTheLatestOpening();
+    void nameConfirmedInTheDialogIsKept();
+    void cancelOfAHiddenDialogKeepsTheName();
+    void cancelInOpenModeKeepsTheHighlightedFile();
 
     void saveDialogOpensWithTheNameOfItsRow();
-    void settingTheSameDirectoryKeepsTheDialog();
+    void settingTheSameDirectoryKeepsTheDialogDirectory();
     void newDirectoryIsSetWithoutSignals();
 
-    void everyDragIsAccepted();
-    void saveFieldPassesDropsToTheRow();
+    void dragWithoutFilesIsAcceptedButItsDropIsIgnored();
+    void nameFieldOfASaveRowAcceptsNoDrops();
     void droppedLocalFileIsLoaded_data();
     void droppedLocalFileIsLoaded();
     void droppedUrlIsShownAsPath_data();
     void droppedUrlIsShownAsPath();
-    void dropOfSeveralFilesUsesTheFirst();
+    void dropOfSeveralFilesUsesTheFirstFile();
     void dropIsIgnoredUnlessTheFirstUrlIsALocalFile_data();
     void dropIsIgnoredUnlessTheFirstUrlIsALocalFile();
-    void dropInSaveModeGetsTheSuffix();
-    void droppedFileIsCopiedNotMoved();
+    void fileDroppedInSaveModeGetsTheSuffix();
+    void dropActionIsCopyInsteadOfMove();
 
     void showDEShowsAndHidesTheShiftField();
-    void leavingTheShiftFieldEmitsNewDE();
+    void returnInTheShiftFieldEmitsNewDE();
 
 private:
     const tests::DialogSettings m_settings;
@@ -241,7 +241,7 @@ void tst_AFileSelect::cleanup()
     folder.reset();
 }
 
-void tst_AFileSelect::formHasTheWidgetsOfItsRow()
+void tst_AFileSelect::formContainsTheExpectedWidgets()
 {
     const AFileSelect row;
     const QList<tests::FormWidget> expectedForm{
@@ -255,7 +255,7 @@ void tst_AFileSelect::formHasTheWidgetsOfItsRow()
     QCOMPARE(tests::formDifferences(&row, expectedForm), QStringList());
 }
 
-void tst_AFileSelect::formHasItsWidthsAndSpacings()
+void tst_AFileSelect::formHasTheExpectedWidthsAndSpacings()
 {
     const AFileSelect row;
     QCOMPARE(row.objectName(), QStringLiteral("AFileSelect"));
@@ -293,7 +293,7 @@ void tst_AFileSelect::shiftFieldIsInItsContainer()
     QVERIFY(tests::isRightAligned(row.dE));
 }
 
-void tst_AFileSelect::fieldsStartEmpty()
+void tst_AFileSelect::rowStartsEmptyInOpenMode()
 {
     const AFileSelect row;
     QCOMPARE(row.mode, 0);
@@ -333,7 +333,7 @@ void tst_AFileSelect::dialogOffersItsFiltersInOrder()
     QCOMPARE(row.dialog->nameFilters(), filters);
 }
 
-void tst_AFileSelect::firstDialogOpensInTheWorkingDirectory()
+void tst_AFileSelect::newDialogStartsInTheWorkingDirectory()
 {
     // By default QFileDialog starts in the directory of the previous dialog. The row
     // must override this.
@@ -387,10 +387,10 @@ void tst_AFileSelect::modeConfiguresDialogAndField_data()
         row->setMode(1);
         return row;
     }) << true << QFileDialog::AnyFile;
-    QTest::newRow("saves from the start")
+    QTest::newRow("constructed in save mode")
         << MakeRow([] { return new AFileSelect(nullptr, AFileSelect::SaveMode); }) << true
         << QFileDialog::AnyFile;
-    QTest::newRow("opens after save mode") << MakeRow([] {
+    QTest::newRow("opens a file after save mode") << MakeRow([] {
         auto* row = new AFileSelect(nullptr, AFileSelect::SaveMode);
         row->setMode(0);
         return row;
@@ -411,7 +411,7 @@ void tst_AFileSelect::modeConfiguresDialogAndField()
                                                 : "background-color: rgb(255, 255, 220);");
 }
 
-void tst_AFileSelect::multiHasNoEffectUntilTheModeIsSet()
+void tst_AFileSelect::multiFlagHasNoEffectUntilTheModeIsSet()
 {
     AFileSelect row;
     row.multi = true;
@@ -468,7 +468,7 @@ void tst_AFileSelect::newFileShowsThePathOfAMissingFile()
     QCOMPARE(paths.size(), 1);
 }
 
-void tst_AFileSelect::directoryOfAFileNotYetSavedIsStored()
+void tst_AFileSelect::directoryOfAnUnsavedFileIsStored()
 {
     AFileSelect row(nullptr, AFileSelect::SaveMode);
     row.newFile(folder->filePath(QStringLiteral("result.dat")));
@@ -482,7 +482,7 @@ void tst_AFileSelect::savePathGetsTheSuffix_data()
     QTest::addColumn<QString>("saved");
     tests::addTexts("no suffix", {"dat", "result", "result.dat"});
     tests::addTexts("another suffix", {"dat", "result.txt", "result.txt.dat"});
-    tests::addTexts("has the suffix", {"dat", "result.dat", "result.dat"});
+    tests::addTexts("suffix already present", {"dat", "result.dat", "result.dat"});
     tests::addTexts("suffix in upper case", {"dat", "result.DAT", "result.DAT.dat"});
     tests::addTexts("only the last suffix counts", {"dat", "a.dat.gz", "a.dat.gz.dat"});
     tests::addTexts("trailing dot", {"dat", "result.", "result..dat"});
@@ -563,7 +563,7 @@ void tst_AFileSelect::highlightedFileIsLoadedImmediatelyAndAgainOnOpen()
     QCOMPARE(paths.at(1).at(0).toString(), path);
 }
 
-void tst_AFileSelect::openInTheDialogEmitsThePathLast()
+void tst_AFileSelect::acceptingTheDialogEmitsTheSelectedPath()
 {
     AFileSelect row;
     row.dialog->setOption(QFileDialog::DontUseNativeDialog);
@@ -638,7 +638,7 @@ void tst_AFileSelect::severalSelectedFilesAreEmittedTogether()
     QCOMPARE(lists.at(0).at(0).toStringList(), paths);
 }
 
-void tst_AFileSelect::openingTheDialogLoadsNothing()
+void tst_AFileSelect::openingTheDialogLoadsNoFile()
 {
     const QString path = file(QStringLiteral("first.dat"));
     AFileSelect row;
@@ -705,7 +705,7 @@ void tst_AFileSelect::saveDialogOpensWithTheNameOfItsRow()
     QCOMPARE(row->dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text(), QString());
 }
 
-void tst_AFileSelect::selectButtonWithOpenDialogStoresNoName()
+void tst_AFileSelect::secondClickOnSelectKeepsTheNameToRestore()
 {
     const SaveRow row(canonicalFolder);
     QTest::mouseClick(row->SelectB, Qt::LeftButton);
@@ -715,7 +715,7 @@ void tst_AFileSelect::selectButtonWithOpenDialogStoresNoName()
     QCOMPARE(row->fileText(), row.text);
 }
 
-void tst_AFileSelect::eachOpeningStoresTheNameAgain()
+void tst_AFileSelect::cancelRestoresTheNameOfTheLatestOpening()
 {
     const SaveRow row(canonicalFolder);
     row->dialog->show();
@@ -727,7 +727,7 @@ void tst_AFileSelect::eachOpeningStoresTheNameAgain()
     QCOMPARE(row->fileText(), QStringLiteral("typed.dat"));
 }
 
-void tst_AFileSelect::savedNameIsKept()
+void tst_AFileSelect::nameConfirmedInTheDialogIsKept()
 {
     const SaveRow row(canonicalFolder);
     QTest::mouseClick(row->SelectB, Qt::LeftButton);
@@ -742,7 +742,7 @@ void tst_AFileSelect::savedNameIsKept()
     QCOMPARE(row->fileName, QStringLiteral("result.dat"));
 }
 
-void tst_AFileSelect::cancelOfHiddenDialogChangesNothing()
+void tst_AFileSelect::cancelOfAHiddenDialogKeepsTheName()
 {
     const SaveRow row(canonicalFolder);
     row->dialog->show();
@@ -752,7 +752,7 @@ void tst_AFileSelect::cancelOfHiddenDialogChangesNothing()
     QCOMPARE(row->fileText(), QStringLiteral("typed.dat"));
 }
 
-void tst_AFileSelect::cancelInOpenModeKeepsThePreview()
+void tst_AFileSelect::cancelInOpenModeKeepsTheHighlightedFile()
 {
     const QString path = file(QStringLiteral("map.dat"));
     AFileSelect row;
@@ -765,7 +765,7 @@ void tst_AFileSelect::cancelInOpenModeKeepsThePreview()
     QCOMPARE(row.fileText(), path);
 }
 
-void tst_AFileSelect::settingTheSameDirectoryKeepsTheDialog()
+void tst_AFileSelect::settingTheSameDirectoryKeepsTheDialogDirectory()
 {
     AFileSelect row;
     row.setDir(canonicalFolder);
@@ -786,7 +786,7 @@ void tst_AFileSelect::newDirectoryIsSetWithoutSignals()
     QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AFileSelect::everyDragIsAccepted()
+void tst_AFileSelect::dragWithoutFilesIsAcceptedButItsDropIsIgnored()
 {
     AFileSelect row;
     QMimeData mime;
@@ -799,7 +799,7 @@ void tst_AFileSelect::everyDragIsAccepted()
     QCOMPARE(recorder.entries, QStringList());
 }
 
-void tst_AFileSelect::saveFieldPassesDropsToTheRow()
+void tst_AFileSelect::nameFieldOfASaveRowAcceptsNoDrops()
 {
     const AFileSelect row(nullptr, AFileSelect::SaveMode);
     QVERIFY(!row.FileName->acceptDrops());
@@ -843,7 +843,7 @@ void tst_AFileSelect::droppedUrlIsShownAsPath()
     QTEST(row.fileText(), "text");
 }
 
-void tst_AFileSelect::dropOfSeveralFilesUsesTheFirst()
+void tst_AFileSelect::dropOfSeveralFilesUsesTheFirstFile()
 {
     AFileSelect row;
     row.multi = true;
@@ -881,7 +881,7 @@ void tst_AFileSelect::dropIsIgnoredUnlessTheFirstUrlIsALocalFile()
     QCOMPARE(row.fileText(), before);
 }
 
-void tst_AFileSelect::dropInSaveModeGetsTheSuffix()
+void tst_AFileSelect::fileDroppedInSaveModeGetsTheSuffix()
 {
     AFileSelect row(nullptr, AFileSelect::SaveMode);
     const QString path = file(QStringLiteral("result"));
@@ -889,7 +889,7 @@ void tst_AFileSelect::dropInSaveModeGetsTheSuffix()
     QCOMPARE(row.fileText(), path + QStringLiteral(".dat"));
 }
 
-void tst_AFileSelect::droppedFileIsCopiedNotMoved()
+void tst_AFileSelect::dropActionIsCopyInsteadOfMove()
 {
     AFileSelect row;
     const QString path = file(QStringLiteral("map.dat"));
@@ -906,7 +906,7 @@ void tst_AFileSelect::showDEShowsAndHidesTheShiftField()
     QVERIFY(row.dEBase->isHidden());
 }
 
-void tst_AFileSelect::leavingTheShiftFieldEmitsNewDE()
+void tst_AFileSelect::returnInTheShiftFieldEmitsNewDE()
 {
     AFileSelect row;
     const QSignalSpy shifts(&row, &AFileSelect::newDE);

@@ -29,12 +29,12 @@ class tst_ARefFile : public QObject
 
 private Q_SLOTS:
 
-    void formHasTheWidgetsOfItsRow();
-    void formHasItsWidthsAndStyles();
+    void formContainsTheExpectedWidgets();
+    void formHasTheExpectedWidthsAndStyles();
     void rowIsInitiallySwitchedOff();
 
-    void clickTogglesTheRowAndEmitsOnce();
-    void setUseEmitsTwiceOnChangeAndNeverOtherwise();
+    void clickTogglesTheRowAndEmitsChangedUseOnce();
+    void setUseEmitsChangedUseTwiceButOnlyOnChange();
     void rowsAreNotMutuallyExclusive();
 
     void signalsOfTheSpectrumRowAreForwarded();
@@ -44,7 +44,7 @@ private:
     const tests::DialogSettings m_settings;
 };
 
-void tst_ARefFile::formHasTheWidgetsOfItsRow()
+void tst_ARefFile::formContainsTheExpectedWidgets()
 {
     const ARefFile row;
     const QList<tests::FormWidget> expectedForm{
@@ -57,7 +57,7 @@ void tst_ARefFile::formHasTheWidgetsOfItsRow()
     QCOMPARE(tests::formDifferences(&row, expectedForm), QStringList());
 }
 
-void tst_ARefFile::formHasItsWidthsAndStyles()
+void tst_ARefFile::formHasTheExpectedWidthsAndStyles()
 {
     const ARefFile row;
     QCOMPARE(row.objectName(), QStringLiteral("ARefFile"));
@@ -83,7 +83,7 @@ void tst_ARefFile::rowIsInitiallySwitchedOff()
     QVERIFY(!row.XafsFS->valid);
 }
 
-void tst_ARefFile::clickTogglesTheRowAndEmitsOnce()
+void tst_ARefFile::clickTogglesTheRowAndEmitsChangedUseOnce()
 {
     ARefFile row;
     row.show();
@@ -98,7 +98,7 @@ void tst_ARefFile::clickTogglesTheRowAndEmitsOnce()
     QCOMPARE(uses.at(1).at(0).toBool(), false);
 }
 
-void tst_ARefFile::setUseEmitsTwiceOnChangeAndNeverOtherwise()
+void tst_ARefFile::setUseEmitsChangedUseTwiceButOnlyOnChange()
 {
     ARefFile row;
     for (const bool on : {true, false, true}) {

@@ -45,20 +45,20 @@ class tst_AXafsFileSelect : public QObject
 private Q_SLOTS:
     void init();
 
-    void rowStartsWithoutFrameAndWithSubPostOff();
+    void rowStartsWithoutFrameSpectrumOrShiftField();
     void slotsAreCallableByName();
 
     void newFileIsReadAndProposesItsEdge();
     void edgeIsProposedBeforeThePathIsSignalled();
-    void fileFromDialogIsRead();
-    void secondReadProposesItsEdge();
+    void fileSelectedInTheDialogIsRead();
+    void secondFileProposesItsEdge();
     void failedReadProposesNoEdge_data();
     void failedReadProposesNoEdge();
     void unreadableFileProposesNoEdge();
     void missingFileKeepsTheSpectrumAndProposesNoEdge_data();
     void missingFileKeepsTheSpectrumAndProposesNoEdge();
     void fileWithoutPointsInvalidatesTheSpectrum();
-    void spectrumSlotKeepsTheNameField();
+    void newFileSlotReadsTheSpectrumButKeepsTheNameField();
 
     void shiftFieldHasNoEffectBeforeAttach();
     void attachingWithoutAFrameStillConnectsTheShiftField();
@@ -66,17 +66,17 @@ private Q_SLOTS:
 
     void shiftOfValidSpectrumIsStoredAndSignalled();
     void shiftWithoutSpectrumIsStoredWithoutSignal();
-    void unparsableShiftIsZero();
+    void unparsableShiftIsReadAsZero();
     void shiftDoesNotRefitTheBackgroundLines();
     void shiftIsKeptForANewFile();
 
-    void mutIsInterpolatedMinusThePreEdgeLine_data();
-    void mutIsInterpolatedMinusThePreEdgeLine();
-    void subPostSubtractsThePostEdgeLine();
-    void mutAboveTheSpectrumFailsAndKeepsTheValue();
-    void mutOfEmptySpectrumFails();
-    void mutUsesTheShiftedEnergies();
-    void mutOfDescendingScanUsesTheFirstPoint();
+    void mutIsInterpolatedAndThePreEdgeLineIsSubtracted_data();
+    void mutIsInterpolatedAndThePreEdgeLineIsSubtracted();
+    void subPostFlagSubtractsThePostEdgeLine();
+    void mutAtFailsAboveTheSpectrumAndKeepsTheOutput();
+    void mutAtFailsForAnEmptySpectrum();
+    void mutAtUsesTheShiftedEnergies();
+    void mutAtUsesTheFirstPointOfADescendingScan();
 
 private:
     const tests::DialogSettings m_settings;
@@ -89,7 +89,7 @@ void tst_AXafsFileSelect::init()
     QVERIFY(folder->isValid());
 }
 
-void tst_AXafsFileSelect::rowStartsWithoutFrameAndWithSubPostOff()
+void tst_AXafsFileSelect::rowStartsWithoutFrameSpectrumOrShiftField()
 {
     const AXafsFileSelect row;
     QVERIFY(row.frame == nullptr);
@@ -141,7 +141,7 @@ void tst_AXafsFileSelect::edgeIsProposedBeforeThePathIsSignalled()
     QCOMPARE(received, expected);
 }
 
-void tst_AXafsFileSelect::fileFromDialogIsRead()
+void tst_AXafsFileSelect::fileSelectedInTheDialogIsRead()
 {
     AXafsFileSelect row;
     const QString path = tests::writeFile(*folder, QStringLiteral("ni.dat"), goodSpectrum);
@@ -153,7 +153,7 @@ void tst_AXafsFileSelect::fileFromDialogIsRead()
     QCOMPARE(row.AMutE::fileName, QStringLiteral("ni.dat"));
 }
 
-void tst_AXafsFileSelect::secondReadProposesItsEdge()
+void tst_AXafsFileSelect::secondFileProposesItsEdge()
 {
     AXafsFileSelect row;
     const QSignalSpy edges(&row, &AXafsFileSelect::foundNewEdge);
@@ -168,7 +168,7 @@ void tst_AXafsFileSelect::secondReadProposesItsEdge()
 void tst_AXafsFileSelect::failedReadProposesNoEdge_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("empty file") << QByteArray();
     QTest::newRow("comments only") << QByteArray("# nothing\n# at all\n");
     QTest::newRow("beamline form without rows") << QByteArray("9809 Ni\nMode 0 0 1 2\nOffset 0\n");
 }
@@ -238,7 +238,7 @@ void tst_AXafsFileSelect::fileWithoutPointsInvalidatesTheSpectrum()
     QCOMPARE(edges.size(), 0);
 }
 
-void tst_AXafsFileSelect::spectrumSlotKeepsTheNameField()
+void tst_AXafsFileSelect::newFileSlotReadsTheSpectrumButKeepsTheNameField()
 {
     AXafsFileSelect row;
     const QSignalSpy paths(&row, &AFileSelect::newFilePath);
@@ -309,7 +309,7 @@ void tst_AXafsFileSelect::shiftWithoutSpectrumIsStoredWithoutSignal()
     QCOMPARE(log.lines(), QStringList(QStringLiteral("set new de")));
 }
 
-void tst_AXafsFileSelect::unparsableShiftIsZero()
+void tst_AXafsFileSelect::unparsableShiftIsReadAsZero()
 {
     AXafsFileSelect row;
     spectrumOf(row).dE = 4.0;
@@ -355,7 +355,7 @@ void tst_AXafsFileSelect::shiftIsKeptForANewFile()
     QCOMPARE(edges.at(0).at(0).toDouble(), 8100.0); // 8105 eV minus the shift of 5 eV
 }
 
-void tst_AXafsFileSelect::mutIsInterpolatedMinusThePreEdgeLine_data()
+void tst_AXafsFileSelect::mutIsInterpolatedAndThePreEdgeLineIsSubtracted_data()
 {
     QTest::addColumn<double>("energy"); // eV
     QTest::addColumn<double>("mut");
@@ -368,7 +368,7 @@ void tst_AXafsFileSelect::mutIsInterpolatedMinusThePreEdgeLine_data()
         << 4000.0 << 0.05 - 0.25;
 }
 
-void tst_AXafsFileSelect::mutIsInterpolatedMinusThePreEdgeLine()
+void tst_AXafsFileSelect::mutIsInterpolatedAndThePreEdgeLineIsSubtracted()
 {
     QFETCH(double, energy);
     QFETCH(double, mut);
@@ -381,7 +381,7 @@ void tst_AXafsFileSelect::mutIsInterpolatedMinusThePreEdgeLine()
     QVERIFY2(qAbs(out - mut) < 1e-12, qPrintable(QString::number(out, 'g', 17)));
 }
 
-void tst_AXafsFileSelect::subPostSubtractsThePostEdgeLine()
+void tst_AXafsFileSelect::subPostFlagSubtractsThePostEdgeLine()
 {
     AXafsFileSelect row;
     setSpectrum(row);
@@ -391,7 +391,7 @@ void tst_AXafsFileSelect::subPostSubtractsThePostEdgeLine()
     QVERIFY2(qAbs(out - (0.6 - 1.5)) < 1e-12, qPrintable(QString::number(out, 'g', 17)));
 }
 
-void tst_AXafsFileSelect::mutAboveTheSpectrumFailsAndKeepsTheValue()
+void tst_AXafsFileSelect::mutAtFailsAboveTheSpectrumAndKeepsTheOutput()
 {
     AXafsFileSelect row;
     setSpectrum(row);
@@ -400,7 +400,7 @@ void tst_AXafsFileSelect::mutAboveTheSpectrumFailsAndKeepsTheValue()
     QCOMPARE(out, -7.0);
 }
 
-void tst_AXafsFileSelect::mutOfEmptySpectrumFails()
+void tst_AXafsFileSelect::mutAtFailsForAnEmptySpectrum()
 {
     const AXafsFileSelect row;
     double out = -7.0;
@@ -408,7 +408,7 @@ void tst_AXafsFileSelect::mutOfEmptySpectrumFails()
     QCOMPARE(out, -7.0);
 }
 
-void tst_AXafsFileSelect::mutUsesTheShiftedEnergies()
+void tst_AXafsFileSelect::mutAtUsesTheShiftedEnergies()
 {
     AXafsFileSelect row;
     setSpectrum(row);
@@ -420,7 +420,7 @@ void tst_AXafsFileSelect::mutUsesTheShiftedEnergies()
     QVERIFY(!row.MutAt(8016.0, &out));
 }
 
-void tst_AXafsFileSelect::mutOfDescendingScanUsesTheFirstPoint()
+void tst_AXafsFileSelect::mutAtUsesTheFirstPointOfADescendingScan()
 {
     AXafsFileSelect row;
     setSpectrum(row);

@@ -85,11 +85,11 @@ private Q_SLOTS:
     void classNameAllowsTheNativeDialog();
     void newDialogIsAHiddenWindowOfItsParent();
 
-    void folderOfAHiddenDialogIsOnlyStored();
+    void folderOfAHiddenDialogIsStoredButNotRead();
     void closedDialogNeitherReadsNorWatchesItsFolder();
-    void dialogClosedWhileReadingWatchesNothing();
-    void openDialogFollowsItsFolder();
-    void openingReadsTheFolderAgain();
+    void dialogClosedWhileReadingWatchesNoFolder();
+    void openDialogListsNewFilesInItsFolder();
+    void reopeningReadsTheFolderAgain();
 
     void dialogOpensInTheGivenFolder();
     void dialogOpensInTheFolderChosenByTheUser();
@@ -103,7 +103,7 @@ private Q_SLOTS:
     void noCompletionListOpensForMatchesFoundAfterClosing();
     void completionListOpensAgainAfterReopening();
 
-    void lastNameIsSelectedOnEachOpening();
+    void lastTypedNameIsSelectedOnReopening();
     void firstOpeningShowsNameSizeAndDate();
     void dialogAndColumnSizesSetByTheUserAreKept();
     void titleIsKeptInAllModes();
@@ -139,7 +139,7 @@ void tst_FileDialog::newDialogIsAHiddenWindowOfItsParent()
     QCOMPARE(fixture.dialog.directory().path(), QDir::currentPath());
 }
 
-void tst_FileDialog::folderOfAHiddenDialogIsOnlyStored()
+void tst_FileDialog::folderOfAHiddenDialogIsStoredButNotRead()
 {
     file(QStringLiteral("a.dat"));
     DialogFixture fixture;
@@ -172,7 +172,7 @@ void tst_FileDialog::closedDialogNeitherReadsNorWatchesItsFolder()
     QCOMPARE(fixture.list->model()->rowCount(fixture.list->rootIndex()), 0);
 }
 
-void tst_FileDialog::dialogClosedWhileReadingWatchesNothing()
+void tst_FileDialog::dialogClosedWhileReadingWatchesNoFolder()
 {
     for (int i = 0; i < 500; ++i) {
         file(QStringLiteral("%1.dat").arg(i));
@@ -189,7 +189,7 @@ void tst_FileDialog::dialogClosedWhileReadingWatchesNothing()
     QCOMPARE(loads.size(), 0);
 }
 
-void tst_FileDialog::openDialogFollowsItsFolder()
+void tst_FileDialog::openDialogListsNewFilesInItsFolder()
 {
     DialogFixture fixture;
     fixture.dialog.setDirectory(m_path);
@@ -199,7 +199,7 @@ void tst_FileDialog::openDialogFollowsItsFolder()
     QTRY_VERIFY(fixture.lists(path));
 }
 
-void tst_FileDialog::openingReadsTheFolderAgain()
+void tst_FileDialog::reopeningReadsTheFolderAgain()
 {
     const QString removed = file(QStringLiteral("removed.dat"));
     DialogFixture fixture;
@@ -369,7 +369,7 @@ void tst_FileDialog::completionListOpensAgainAfterReopening()
     }
 }
 
-void tst_FileDialog::lastNameIsSelectedOnEachOpening()
+void tst_FileDialog::lastTypedNameIsSelectedOnReopening()
 {
     file(QStringLiteral("target.dat"));
     DialogFixture fixture;

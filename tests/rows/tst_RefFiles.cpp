@@ -15,7 +15,7 @@ class tst_RefFiles : public QObject
 private Q_SLOTS:
     void listStartsEmpty();
     void signalsOfAllRowsAreForwarded();
-    void rowsAreNotOwned();
+    void listDoesNotOwnItsRows();
 
 private:
     const tests::DialogSettings m_settings;
@@ -47,7 +47,7 @@ void tst_RefFiles::signalsOfAllRowsAreForwarded()
     QCOMPARE(files.size(), 1);
 }
 
-void tst_RefFiles::rowsAreNotOwned()
+void tst_RefFiles::listDoesNotOwnItsRows()
 {
     ARefFile row;
     {

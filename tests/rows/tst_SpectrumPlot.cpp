@@ -249,35 +249,35 @@ private Q_SLOTS:
 
     void attachConnectsTheFramesSignals();
     void reattachingStopsDrawingInThePreviousFrame();
-    void reattachingTheSameFrameDrawsOnce();
+    void reattachingTheSameFrameConnectsDrawOnce();
     void mouseActionsOnTheFrameKeepTheSpectrum();
 
-    void plotWithoutPointsIsWhiteAndHasNoTitles();
-    void plotWithoutPointsOmitsTheLastColumnAndRow();
+    void plotWithoutPointsIsWhite();
+    void plotWithoutPointsOmitsTheLastPixelColumnAndRow();
     void plotWithoutPointsKeepsItsRange();
     void invalidSpectrumWithPointsIsDrawn();
-    void titlesAreSetOnEveryDraw();
+    void axisTitlesAreSetOnEveryDraw();
 
-    void rangeHasMarginOfATwentiethAroundUnshiftedEnergies();
+    void rangeAddsFivePercentOnEachSideOfTheUnshiftedSpectrum();
     void rangeIsFittedOnceAndKept();
     void shiftMovesTheCurveAndKeepsTheRange();
     void newFileResetsTheRange();
     void resizedFrameKeepsTheRange();
 
-    void limitsAndEdgeAreVerticalLines_data();
-    void limitsAndEdgeAreVerticalLines();
-    void edgeMarkerHidesLimitMarkersAtTheSamePlace();
-    void linesOutsideTheRangeAreMasked();
-    void curvesPassThroughTheirPixels_data();
-    void curvesPassThroughTheirPixels();
-    void curvesAreDrawnOverLimitsInOrder();
+    void limitsAndEdgeAreDrawnAsVerticalLines_data();
+    void limitsAndEdgeAreDrawnAsVerticalLines();
+    void edgeMarkerHidesLimitMarkersAtTheSameEnergy();
+    void markerLinesOutsideTheRangeAreNotDrawn();
+    void curvesPassThroughTheExpectedPixels_data();
+    void curvesPassThroughTheExpectedPixels();
+    void curvesAreDrawnInOrderOverTheMarkerLines();
     void pictureMatchesTheReferenceDrawing_data();
     void pictureMatchesTheReferenceDrawing();
 
-    void onePointCollapsesTheRange();
-    void onePointInAFixedRangeHasNoSegments();
-    void missingMutDropsOnlyItsTwoSegments();
-    void unfittedLinesAreNotDrawn();
+    void singlePointCollapsesTheRangeToThePoint();
+    void singlePointInAFixedRangeHasNoCurve();
+    void nanMutDropsOnlyItsTwoSegments();
+    void nonFiniteBackgroundLinesAreNotDrawn();
     void segmentIsVisibleInADeepZoom();
     void markerIsVisibleInADeepZoom();
 
@@ -322,7 +322,7 @@ void tst_SpectrumPlot::reattachingStopsDrawingInThePreviousFrame()
     QCOMPARE(image.pixelColor(203, 40), edgeColor);
 }
 
-void tst_SpectrumPlot::reattachingTheSameFrameDrawsOnce()
+void tst_SpectrumPlot::reattachingTheSameFrameConnectsDrawOnce()
 {
     CountingFrame frame;
     const char* const draw = SIGNAL(draw(QStylePainter*));
@@ -349,7 +349,7 @@ void tst_SpectrumPlot::mouseActionsOnTheFrameKeepTheSpectrum()
     QVERIFY(isSamePicture(plot.paint(), before));
 }
 
-void tst_SpectrumPlot::plotWithoutPointsIsWhiteAndHasNoTitles()
+void tst_SpectrumPlot::plotWithoutPointsIsWhite()
 {
     Plot plot;
     const QImage image = plot.paint();
@@ -362,7 +362,7 @@ void tst_SpectrumPlot::plotWithoutPointsIsWhiteAndHasNoTitles()
     QVERIFY(plot.cc().drawn);
 }
 
-void tst_SpectrumPlot::plotWithoutPointsOmitsTheLastColumnAndRow()
+void tst_SpectrumPlot::plotWithoutPointsOmitsTheLastPixelColumnAndRow()
 {
     Plot plot;
     const QColor background(10, 20, 30);
@@ -399,7 +399,7 @@ void tst_SpectrumPlot::invalidSpectrumWithPointsIsDrawn()
     QCOMPARE(plot.paint().pixelColor(203, 40), edgeColor);
 }
 
-void tst_SpectrumPlot::titlesAreSetOnEveryDraw()
+void tst_SpectrumPlot::axisTitlesAreSetOnEveryDraw()
 {
     Plot plot;
     plot.frame.setXYTitle(QStringLiteral("a"), QStringLiteral("b"));
@@ -413,7 +413,7 @@ void tst_SpectrumPlot::titlesAreSetOnEveryDraw()
     QCOMPARE(plot.frame.yTitle, QStringLiteral("mut"));
 }
 
-void tst_SpectrumPlot::rangeHasMarginOfATwentiethAroundUnshiftedEnergies()
+void tst_SpectrumPlot::rangeAddsFivePercentOnEachSideOfTheUnshiftedSpectrum()
 {
     Plot plot;
     setStep(plot.spectrum());
@@ -497,7 +497,7 @@ void tst_SpectrumPlot::resizedFrameKeepsTheRange()
     QCOMPARE(image.pixelColor(408, 60), QColor(Qt::white));
 }
 
-void tst_SpectrumPlot::limitsAndEdgeAreVerticalLines_data()
+void tst_SpectrumPlot::limitsAndEdgeAreDrawnAsVerticalLines_data()
 {
     QTest::addColumn<int>("column");
     QTest::addColumn<QColor>("color");
@@ -506,7 +506,7 @@ void tst_SpectrumPlot::limitsAndEdgeAreVerticalLines_data()
     QTest::newRow("start of the post-edge part") << 233 << limitColor;
 }
 
-void tst_SpectrumPlot::limitsAndEdgeAreVerticalLines()
+void tst_SpectrumPlot::limitsAndEdgeAreDrawnAsVerticalLines()
 {
     QFETCH(int, column);
     QFETCH(QColor, color);
@@ -524,7 +524,7 @@ void tst_SpectrumPlot::limitsAndEdgeAreVerticalLines()
     QCOMPARE(image.pixelColor(column, 232), outlineColor);
 }
 
-void tst_SpectrumPlot::edgeMarkerHidesLimitMarkersAtTheSamePlace()
+void tst_SpectrumPlot::edgeMarkerHidesLimitMarkersAtTheSameEnergy()
 {
     Plot plot;
     setStep(plot.spectrum());
@@ -534,7 +534,7 @@ void tst_SpectrumPlot::edgeMarkerHidesLimitMarkersAtTheSamePlace()
     QCOMPARE(countOf(plot.paint(), usualInside(), limitColor), 0);
 }
 
-void tst_SpectrumPlot::linesOutsideTheRangeAreMasked()
+void tst_SpectrumPlot::markerLinesOutsideTheRangeAreNotDrawn()
 {
     Plot plot;
     setStep(plot.spectrum());
@@ -546,7 +546,7 @@ void tst_SpectrumPlot::linesOutsideTheRangeAreMasked()
     QCOMPARE(countOf(image, QRect(QPoint(0, 0), usualSize), edgeColor), 0);
 }
 
-void tst_SpectrumPlot::curvesPassThroughTheirPixels_data()
+void tst_SpectrumPlot::curvesPassThroughTheExpectedPixels_data()
 {
     QTest::addColumn<QPoint>("pixel");
     QTest::addColumn<QColor>("color");
@@ -571,7 +571,7 @@ void tst_SpectrumPlot::curvesPassThroughTheirPixels_data()
     QTest::newRow("post-edge line ends with the points") << QPoint(360, 36) << QColor(Qt::white);
 }
 
-void tst_SpectrumPlot::curvesPassThroughTheirPixels()
+void tst_SpectrumPlot::curvesPassThroughTheExpectedPixels()
 {
     QFETCH(QPoint, pixel);
     Plot plot;
@@ -579,7 +579,7 @@ void tst_SpectrumPlot::curvesPassThroughTheirPixels()
     QTEST(plot.paint().pixelColor(pixel), "color");
 }
 
-void tst_SpectrumPlot::curvesAreDrawnOverLimitsInOrder()
+void tst_SpectrumPlot::curvesAreDrawnInOrderOverTheMarkerLines()
 {
     Plot plot;
     setStep(plot.spectrum());
@@ -639,7 +639,7 @@ void tst_SpectrumPlot::pictureMatchesTheReferenceDrawing()
     QVERIFY(isSamePicture(plot.paint(), expected.picture()));
 }
 
-void tst_SpectrumPlot::onePointCollapsesTheRange()
+void tst_SpectrumPlot::singlePointCollapsesTheRangeToThePoint()
 {
     Plot plot;
     setPoints(plot.spectrum(), {{8100, 1}});
@@ -660,7 +660,7 @@ void tst_SpectrumPlot::onePointCollapsesTheRange()
     QVERIFY(showsJump(plot, QStringLiteral("Edge Jump : 1.25")));
 }
 
-void tst_SpectrumPlot::onePointInAFixedRangeHasNoSegments()
+void tst_SpectrumPlot::singlePointInAFixedRangeHasNoCurve()
 {
     Plot plot;
     setPoints(plot.spectrum(), {{8100, 2.005}});
@@ -685,7 +685,7 @@ void tst_SpectrumPlot::onePointInAFixedRangeHasNoSegments()
     QCOMPARE(countOf(image, belowTheText, Qt::black), 0);
 }
 
-void tst_SpectrumPlot::missingMutDropsOnlyItsTwoSegments()
+void tst_SpectrumPlot::nanMutDropsOnlyItsTwoSegments()
 {
     Plot plot;
     AMutE& spectrum = plot.spectrum();
@@ -708,7 +708,7 @@ void tst_SpectrumPlot::missingMutDropsOnlyItsTwoSegments()
     QVERIFY(isFilledWith(image, QRect(60, 46, 280, 1), postColor));
 }
 
-void tst_SpectrumPlot::unfittedLinesAreNotDrawn()
+void tst_SpectrumPlot::nonFiniteBackgroundLinesAreNotDrawn()
 {
     Plot plot;
     setStep(plot.spectrum());
