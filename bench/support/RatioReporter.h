@@ -51,8 +51,8 @@ public:
         }
     }
 
-    /// The median time of the benchmark @p name, in the time unit of this benchmark; 0 if the
-    /// benchmark did not run.
+    /// The median time of the benchmark @p name, in the unit that the benchmark has set; 0 if
+    /// the benchmark did not run or failed.
     double medianOf(const std::string& name) const
     {
         const auto times = m_times.find(name);
@@ -85,6 +85,7 @@ private:
 /// and prints the ratios. The command line can override these settings.
 ///
 /// @param more  called with the reporter at the end, for additional lines
+/// @return the exit status of the program: 1 for an unknown argument, otherwise 0
 template <class More>
 int runWithRatios(int argc, char** argv, More more)
 {
