@@ -39,12 +39,12 @@ class tst_AMutEBrackets : public QObject
 private Q_SLOTS:
     void energyIsFoundBetweenRisingPoints();
     void firstOfOverlappingPairsIsFound();
-    void fallingPairBracketsNothing();
-    void firstPairIsFoundAmongEqualEnergies();
+    void fallingPairIsSkipped();
+    void repeatedEnergyIsFoundInItsFirstPair();
     void spectrumWithFewerThanTwoPointsBracketsNoEnergy();
     void manyEnergiesGiveTheSameIndicesAsSingleSearches_data();
     void manyEnergiesGiveTheSameIndicesAsSingleSearches();
-    void manyNormalisedValuesEqualSingleLookups();
+    void manyEnergiesGiveTheSameNormalisedValuesAsSingleLookups();
 };
 
 void tst_AMutEBrackets::energyIsFoundBetweenRisingPoints()
@@ -59,7 +59,7 @@ void tst_AMutEBrackets::firstOfOverlappingPairsIsFound()
     QCOMPARE(a.indicesBelow({25, 35, 25}), (QList<int>{0, 2, 0}));
 }
 
-void tst_AMutEBrackets::fallingPairBracketsNothing()
+void tst_AMutEBrackets::fallingPairIsSkipped()
 {
     // Only the pairs (10, 15) and (12, 40) rise. Energy 14 is inside the pair of points 0 and
     // 1, energy 25 inside the pair of points 2 and 3.
@@ -67,7 +67,7 @@ void tst_AMutEBrackets::fallingPairBracketsNothing()
     QCOMPARE(a.indicesBelow({14, 25}), (QList<int>{0, 2}));
 }
 
-void tst_AMutEBrackets::firstPairIsFoundAmongEqualEnergies()
+void tst_AMutEBrackets::repeatedEnergyIsFoundInItsFirstPair()
 {
     const AMutE a = spectrum({10, 20, 20, 20, 30});
     QCOMPARE(a.indicesBelow({20, 21}), (QList<int>{0, 3}));
@@ -130,7 +130,7 @@ void tst_AMutEBrackets::manyEnergiesGiveTheSameIndicesAsSingleSearches()
     }
 }
 
-void tst_AMutEBrackets::manyNormalisedValuesEqualSingleLookups()
+void tst_AMutEBrackets::manyEnergiesGiveTheSameNormalisedValuesAsSingleLookups()
 {
     const AMutE a = spectrum({10, 30, 20, 20, 40});
     const QList<double> energies{5, 15, 20, 25, 35, 45, notANumber};

@@ -76,7 +76,7 @@ private Q_SLOTS:
     void fitUsesWorkingEnergies();
     void fitWithoutPointsKeepsTheLines();
     void rangeWithoutPointsGivesANaNLine();
-    void linesAreUnchangedWithoutANewFit();
+    void changedSettingsDoNotRefitTheLines();
 
     void edgeIsTheMiddleOfTheLargestStep_data();
     void edgeIsTheMiddleOfTheLargestStep();
@@ -84,7 +84,7 @@ private Q_SLOTS:
     void indexBelowIsTheStartOfThePairAroundTheEnergy();
     void mutIsInterpolatedOrExtrapolatedLinearly_data();
     void mutIsInterpolatedOrExtrapolatedLinearly();
-    void mutAtAPointEqualsTheMutOfThePoint();
+    void interpolationAtAPointGivesItsMut();
     void interpolationDividesBeforeItMultiplies();
 
     void eachKindSelectsItsPresentation_data();
@@ -94,16 +94,16 @@ private Q_SLOTS:
     void valueAtAnInvalidIndexIsZero();
     void divisionByAZeroEdgeJumpGivesInfinityOrNaN();
     void normalisedValueIsInfiniteWhereTheLinesCross();
-    void valueAtInterpolatesThePresentation();
-    void normalisedAtEqualsTheNormalisedValue();
-    void shortSpectraInterpolateToZero();
+    void valueAtInterpolatesEachKindOfValue();
+    void normalisedAtAndValueAtGiveEqualNormalisedValues();
+    void fewerThanTwoPointsInterpolateToZero();
 
     void valueRangeIncludesPointsAtBothLimits();
-    void valueRangeOnlyWidens();
+    void valueRangeDoesNotNarrowTheGivenLimits();
     void valueRangeUsesWorkingEnergies();
     void valueRangeIgnoresNaN();
 
-    void shiftChangesNoPoint();
+    void energyShiftLeavesTheStoredEnergiesUnchanged();
 
     void backgroundIsSubtractedFromTheInterpolatedMut_data();
     void backgroundIsSubtractedFromTheInterpolatedMut();
@@ -294,7 +294,7 @@ void tst_AMutELines::rangeWithoutPointsGivesANaNLine()
     }
 }
 
-void tst_AMutELines::linesAreUnchangedWithoutANewFit()
+void tst_AMutELines::changedSettingsDoNotRefitTheLines()
 {
     AMutE spectrum = withConstantLines(spectrumOf({{7700, 1}, {8600, 2}}), 1.0, 2.0);
     spectrum.dE = 5.0;
@@ -415,7 +415,7 @@ void tst_AMutELines::mutIsInterpolatedOrExtrapolatedLinearly()
     QVERIFY(tests::sameDouble(spectrumOf(pairs, dE).mutAt(E), mut));
 }
 
-void tst_AMutELines::mutAtAPointEqualsTheMutOfThePoint()
+void tst_AMutELines::interpolationAtAPointGivesItsMut()
 {
     const AMutE spectrum = spectrumOf({{8300.1, 0.123}, {8300.7, 0.456}, {8301.9, 0.789}});
     for (const MutPoint& point : spectrum.points) {
@@ -512,7 +512,7 @@ void tst_AMutELines::normalisedValueIsInfiniteWhereTheLinesCross()
     QVERIFY(std::isfinite(spectrum.value(4, 1)));
 }
 
-void tst_AMutELines::valueAtInterpolatesThePresentation()
+void tst_AMutELines::valueAtInterpolatesEachKindOfValue()
 {
     AMutE spectrum = withConstantLines(spectrumOf({{10, 1}, {20, 3}}), 1.0, 5.0);
     spectrum.edgeEnergy = 8333.0;
@@ -526,7 +526,7 @@ void tst_AMutELines::valueAtInterpolatesThePresentation()
     QCOMPARE(spectrum.valueAt(1, 10.0), 1.0);
 }
 
-void tst_AMutELines::normalisedAtEqualsTheNormalisedValue()
+void tst_AMutELines::normalisedAtAndValueAtGiveEqualNormalisedValues()
 {
     AMutE spectrum = spectrumOf({{8000, 1}, {8100, 3}, {8200, 4}});
     spectrum.preLine = {0.5, 0.1, 0.02};
@@ -536,7 +536,7 @@ void tst_AMutELines::normalisedAtEqualsTheNormalisedValue()
     }
 }
 
-void tst_AMutELines::shortSpectraInterpolateToZero()
+void tst_AMutELines::fewerThanTwoPointsInterpolateToZero()
 {
     for (const Pairs& pairs : {Pairs{}, Pairs{{10, 1}}}) {
         const AMutE spectrum = withConstantLines(spectrumOf(pairs), 0.5, 3.0);
@@ -558,7 +558,7 @@ void tst_AMutELines::valueRangeIncludesPointsAtBothLimits()
     QCOMPARE(max, 2.0);
 }
 
-void tst_AMutELines::valueRangeOnlyWidens()
+void tst_AMutELines::valueRangeDoesNotNarrowTheGivenLimits()
 {
     const AMutE spectrum = withConstantLines(spectrumOf({{10, 1}, {20, 3}}), 1.0, 5.0);
     double min = -10.0;
@@ -591,7 +591,7 @@ void tst_AMutELines::valueRangeIgnoresNaN()
     QCOMPARE(max, 3.0);
 }
 
-void tst_AMutELines::shiftChangesNoPoint()
+void tst_AMutELines::energyShiftLeavesTheStoredEnergiesUnchanged()
 {
     AMutE spectrum = spectrumOf({{7700, 1}, {7800, 2}, {7900, 2.5}, {8600, 4}}, 5.0);
     spectrum.fitLines();

@@ -225,17 +225,17 @@ class tst_BlockCalculations : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everySizeMatchesTheReferenceImplementation_data();
-    void everySizeMatchesTheReferenceImplementation();
+    void mapsOfManySizesMatchTheReferenceImplementation_data();
+    void mapsOfManySizesMatchTheReferenceImplementation();
     void reusedMemoryAndResultMatchTheReferenceImplementation_data();
     void reusedMemoryAndResultMatchTheReferenceImplementation();
-    void changedMapIsReadAgain_data();
-    void changedMapIsReadAgain();
+    void changedPixelIsRecalculated_data();
+    void changedPixelIsRecalculated();
     void resultMemoryIsReused();
     void nextCalculationReleasesUnusedMaps();
 };
 
-void tst_BlockCalculations::everySizeMatchesTheReferenceImplementation_data()
+void tst_BlockCalculations::mapsOfManySizesMatchTheReferenceImplementation_data()
 {
     QTest::addColumn<int>("method");
     QTest::addColumn<int>("references");
@@ -260,7 +260,7 @@ void tst_BlockCalculations::everySizeMatchesTheReferenceImplementation_data()
     }
 }
 
-void tst_BlockCalculations::everySizeMatchesTheReferenceImplementation()
+void tst_BlockCalculations::mapsOfManySizesMatchTheReferenceImplementation()
 {
     QFETCH(int, method);
     QFETCH(int, references);
@@ -554,7 +554,7 @@ void tst_BlockCalculations::reusedMemoryAndResultMatchTheReferenceImplementation
     QVERIFY(copies.areUnchanged());
 }
 
-void tst_BlockCalculations::changedMapIsReadAgain_data()
+void tst_BlockCalculations::changedPixelIsRecalculated_data()
 {
     QTest::addColumn<int>("method");
     QTest::newRow("three points") << static_cast<int>(Method::ThreePoints);
@@ -564,7 +564,7 @@ void tst_BlockCalculations::changedMapIsReadAgain_data()
 }
 
 // Changes one pixel of one map at a time. The changed pixels are at or near the block boundaries.
-void tst_BlockCalculations::changedMapIsReadAgain()
+void tst_BlockCalculations::changedPixelIsRecalculated()
 {
     QFETCH(int, method);
     Random random(7);

@@ -134,26 +134,26 @@ class tst_CalculationPlan : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void targetIsRefused_data();
-    void targetIsRefused();
+    void targetWithUnusableInputsIsRefused_data();
+    void targetWithUnusableInputsIsRefused();
     void planTargetSelectsVariantAndRows_data();
     void planTargetSelectsVariantAndRows();
     void targetReadsTheNumbersOfTheUsedReferences();
 
-    void mapIsRefused_data();
-    void mapIsRefused();
+    void mapWithUnusableInputsIsRefused_data();
+    void mapWithUnusableInputsIsRefused();
     void planMapSelectsVariantAndRows_data();
     void planMapSelectsVariantAndRows();
-    void mapNeedsOneMoreRowPerReference_data();
-    void mapNeedsOneMoreRowPerReference();
+    void mapNeedsOneMoreRowForEachAddedReference_data();
+    void mapNeedsOneMoreRowForEachAddedReference();
 
-    void fitIsRefused_data();
-    void fitIsRefused();
+    void fitWithUnusableInputsIsRefused_data();
+    void fitWithUnusableInputsIsRefused();
     void fitRangeSpansTheMarkedRows();
-    void fitRunsWithAnInvalidTarget();
+    void fitWithAnInvalidTargetIsAccepted();
 };
 
-void tst_CalculationPlan::targetIsRefused_data()
+void tst_CalculationPlan::targetWithUnusableInputsIsRefused_data()
 {
     addRefusalColumns();
     const Messages noVPoint{{MessageId::NoTargetVPoint}};
@@ -199,7 +199,7 @@ void tst_CalculationPlan::targetIsRefused_data()
             victoreen().useFirstReferences(4).makeInvalid({2}), {wrongCount(4, 5)});
 }
 
-void tst_CalculationPlan::targetIsRefused()
+void tst_CalculationPlan::targetWithUnusableInputsIsRefused()
 {
     QFETCH(PanelInputs, inputs);
     const CalculationPlan plan = analysis::planTarget(inputs.state());
@@ -255,7 +255,7 @@ void tst_CalculationPlan::targetReadsTheNumbersOfTheUsedReferences()
     QCOMPARE(plan.rows.r, 0.25);
 }
 
-void tst_CalculationPlan::mapIsRefused_data()
+void tst_CalculationPlan::mapWithUnusableInputsIsRefused_data()
 {
     addRefusalColumns();
     const Messages noVPoint{{MessageId::NoMapVPoint}};
@@ -299,7 +299,7 @@ void tst_CalculationPlan::mapIsRefused_data()
             linearMaps().useReferences({}).useRows({3}), {few(0), tooFewRows(1, 2)});
 }
 
-void tst_CalculationPlan::mapIsRefused()
+void tst_CalculationPlan::mapWithUnusableInputsIsRefused()
 {
     QFETCH(PanelInputs, inputs);
     const CalculationPlan plan = analysis::planMap(inputs.state());
@@ -340,7 +340,7 @@ void tst_CalculationPlan::planMapSelectsVariantAndRows()
     QTEST(plan.rows.v.row, "vRow");
 }
 
-void tst_CalculationPlan::mapNeedsOneMoreRowPerReference_data()
+void tst_CalculationPlan::mapNeedsOneMoreRowForEachAddedReference_data()
 {
     QTest::addColumn<bool>("isLinear");
     QTest::addColumn<int>("references");
@@ -353,7 +353,7 @@ void tst_CalculationPlan::mapNeedsOneMoreRowPerReference_data()
     QTest::newRow("Victoreen, four references") << false << 4 << 7;
 }
 
-void tst_CalculationPlan::mapNeedsOneMoreRowPerReference()
+void tst_CalculationPlan::mapNeedsOneMoreRowForEachAddedReference()
 {
     QFETCH(bool, isLinear);
     QFETCH(int, references);
@@ -370,7 +370,7 @@ void tst_CalculationPlan::mapNeedsOneMoreRowPerReference()
             (isLinear ? Variant::NonEquivalentLinear : Variant::NonEquivalentVictoreen));
 }
 
-void tst_CalculationPlan::fitIsRefused_data()
+void tst_CalculationPlan::fitWithUnusableInputsIsRefused_data()
 {
     addRefusalColumns();
     const Messages noRange{{MessageId::NoFitRange}};
@@ -391,7 +391,7 @@ void tst_CalculationPlan::fitIsRefused_data()
             fewReferences(1));
 }
 
-void tst_CalculationPlan::fitIsRefused()
+void tst_CalculationPlan::fitWithUnusableInputsIsRefused()
 {
     QFETCH(PanelInputs, inputs);
     const FitPlan plan = analysis::planFit(inputs.state());
@@ -413,7 +413,7 @@ void tst_CalculationPlan::fitRangeSpansTheMarkedRows()
     QCOMPARE(plan.range->energies.high, 5.0);
 }
 
-void tst_CalculationPlan::fitRunsWithAnInvalidTarget()
+void tst_CalculationPlan::fitWithAnInvalidTargetIsAccepted()
 {
     QVERIFY(analysis::planFit(fit().makeTargetInvalid().state()).range.has_value());
 }

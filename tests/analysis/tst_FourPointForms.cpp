@@ -75,16 +75,16 @@ private Q_SLOTS:
     void threePointsMatchAHandCalculation();
     void threePointsResultIsNotClamped();
     void zeroDivisorsMakeThreePointsNaNOrInfinite();
-    void threePointThicknessUsesOnlyTheFirstReferenceAtRowOne();
-    void threePointThicknessOfFirstReferenceIsOneOnlyForEqualFirstRows();
-    void exactFormOfAnEqualMixtureIsHalfWithThicknessOne();
+    void threePointThicknessIgnoresTheSecondReferenceAtRowOne();
+    void thicknessOfTheFirstReferenceIsOneIfTheFirstRowsAreEqual();
+    void exactFormGivesFractionHalfAndThicknessOneForEqualParts();
     void fourPointFormsRecoverFractionAndThickness_data();
     void fourPointFormsRecoverFractionAndThickness();
     void equalEnergiesMakeTheExactFormNaN();
     void targetLinearInEnergyHasNaNFractionAndZeroThickness();
-    void jumpRatioOfMinusOneGivesNoFiniteFraction();
+    void jumpRatioOfMinusOneMakesTheFractionNonFinite();
     void orderOfRowsChangesOnlyTheRounding();
-    void leastSquareOfThreeRowsIsNearTheExactForm();
+    void leastSquareOfThreeRowsAgreesWithTheExactForm();
     void leastSquareWithoutRowsIsNaN();
     void leastSquareUsesTheLengthOfTheShortestList();
     void leastSquareMatchesTheReferenceImplementationExactly();
@@ -127,7 +127,7 @@ void tst_FourPointForms::zeroDivisorsMakeThreePointsNaNOrInfinite()
     QVERIFY(std::isnan(analysis::threePointFraction({1, 5, 4}, r1, r1))); // 0 / 0
 }
 
-void tst_FourPointForms::threePointThicknessUsesOnlyTheFirstReferenceAtRowOne()
+void tst_FourPointForms::threePointThicknessIgnoresTheSecondReferenceAtRowOne()
 {
     // T rises by 9 - 1 = 8. Both terms of the divisor use R1 at row 1, which is 5, so the
     // divisor is 0.5 * ((5 - 3) + (5 - 1)) = 3. With R2 at row 1 (7) in the first term, the
@@ -136,14 +136,14 @@ void tst_FourPointForms::threePointThicknessUsesOnlyTheFirstReferenceAtRowOne()
     QCOMPARE(analysis::threePointThickness({1, 9, 0}, {1, 5, 0}, {3, 7, 0}), 8.0 / 3.0);
 }
 
-void tst_FourPointForms::threePointThicknessOfFirstReferenceIsOneOnlyForEqualFirstRows()
+void tst_FourPointForms::thicknessOfTheFirstReferenceIsOneIfTheFirstRowsAreEqual()
 {
     const ThreeValues r1{1, 5, 0};
     QCOMPARE(analysis::threePointThickness(r1, r1, {1, 9, 0}), 1.0);
     QVERIFY(analysis::threePointThickness(r1, r1, {2, 9, 0}) != 1.0);
 }
 
-void tst_FourPointForms::exactFormOfAnEqualMixtureIsHalfWithThicknessOne()
+void tst_FourPointForms::exactFormGivesFractionHalfAndThicknessOneForEqualParts()
 {
     // R1 is 1, 2, 4 and 8 (V row), R2 is 3, 3, 9 and 2 (V row), T is (R1 + R2) / 2. The
     // energies are 0, 1, 5 and 2 (V row).
@@ -209,7 +209,7 @@ void tst_FourPointForms::targetLinearInEnergyHasNaNFractionAndZeroThickness()
     QCOMPARE(tts, 0.0); // 1 / (K / 2)
 }
 
-void tst_FourPointForms::jumpRatioOfMinusOneGivesNoFiniteFraction()
+void tst_FourPointForms::jumpRatioOfMinusOneMakesTheFractionNonFinite()
 {
     double tts = 0.0;
     QVERIFY(!std::isfinite(
@@ -229,7 +229,7 @@ void tst_FourPointForms::orderOfRowsChangesOnlyTheRounding()
     QVERIFY(std::abs(leastSquare(m, &tts) - leastSquare(swapped, &tts)) < leastSquareTolerance);
 }
 
-void tst_FourPointForms::leastSquareOfThreeRowsIsNearTheExactForm()
+void tst_FourPointForms::leastSquareOfThreeRowsAgreesWithTheExactForm()
 {
     // These numbers do not follow the model. Both forms still agree, because a least-squares
     // plane fitted to three points passes through them.

@@ -126,17 +126,17 @@ private Q_SLOTS:
     void buttonRunsTheThreePointForm();
     void fourPointFormsFillResultAndHistograms_data();
     void fourPointFormsFillResultAndHistograms();
-    void nonEquivalentMethodFillsAllValues_data();
-    void nonEquivalentMethodFillsAllValues();
-    void rowWithoutMapCountsForTheTargetOnly();
+    void nonEquivalentMethodFillsAllPixelValues_data();
+    void nonEquivalentMethodFillsAllPixelValues();
+    void rowWithoutMapIsCountedForTheTargetButNotTheMap();
     void mapOfHeightZeroHasNoPixels();
     void secondRunReplacesTheResult();
 
-    void limitsAreReadAtTheStartOfEachRun();
+    void histogramLimitsAreReadAtTheStartOfEachRun();
     void histogramsCountValenceTotalSharesAndAmounts();
-    void everyRunRestartsAllHistograms();
-    void pointMethodsEmptyTheReferenceHistograms_data();
-    void pointMethodsEmptyTheReferenceHistograms();
+    void secondRunRestartsAllHistograms();
+    void threeAndFourPointFormsEmptyTheReferenceHistograms_data();
+    void threeAndFourPointFormsEmptyTheReferenceHistograms();
 
     void refusalIsReportedAndChangesNothing_data();
     void refusalIsReportedAndChangesNothing();
@@ -186,14 +186,14 @@ void tst_FourPsMap::fourPointFormsFillResultAndHistograms()
     QVERIFY(panel.BaseData.rows.at(0).values.isEmpty());
 }
 
-void tst_FourPsMap::nonEquivalentMethodFillsAllValues_data()
+void tst_FourPsMap::nonEquivalentMethodFillsAllPixelValues_data()
 {
     QTest::addColumn<bool>("linear");
     QTest::newRow("linear") << true;
     QTest::newRow("Victoreen") << false;
 }
 
-void tst_FourPsMap::nonEquivalentMethodFillsAllValues()
+void tst_FourPsMap::nonEquivalentMethodFillsAllPixelValues()
 {
     QFETCH(bool, linear);
     PanelInputs inputs = mixedMaps({linear ? mixes::quarter : mixes::curvedQuarter}, 2, 8);
@@ -213,7 +213,7 @@ void tst_FourPsMap::nonEquivalentMethodFillsAllValues()
     QVERIFY(panel.Refs.RefRows.at(0)->RatioDisp->text().isEmpty());
 }
 
-void tst_FourPsMap::rowWithoutMapCountsForTheTargetOnly()
+void tst_FourPsMap::rowWithoutMapIsCountedForTheTargetButNotTheMap()
 {
     enterInputs(panel, threePointMaps());
     panel.EPoints.at(0)->loaded = false;
@@ -254,7 +254,7 @@ void tst_FourPsMap::secondRunReplacesTheResult()
     QCOMPARE(panel.HistT->total + panel.HistT->under + panel.HistT->over, 1);
 }
 
-void tst_FourPsMap::limitsAreReadAtTheStartOfEachRun()
+void tst_FourPsMap::histogramLimitsAreReadAtTheStartOfEachRun()
 {
     enterInputs(panel, threePointMaps());
     panel.ui.HgTFrom->setText("2");
@@ -285,7 +285,7 @@ void tst_FourPsMap::histogramsCountValenceTotalSharesAndAmounts()
     }
 }
 
-void tst_FourPsMap::everyRunRestartsAllHistograms()
+void tst_FourPsMap::secondRunRestartsAllHistograms()
 {
     enterInputs(panel, mixedMaps({mixes::quarter}));
     setHistogramLimits(panel);
@@ -311,7 +311,7 @@ void tst_FourPsMap::everyRunRestartsAllHistograms()
     }
 }
 
-void tst_FourPsMap::pointMethodsEmptyTheReferenceHistograms_data()
+void tst_FourPsMap::threeAndFourPointFormsEmptyTheReferenceHistograms_data()
 {
     QTest::addColumn<int>("maps");
     QTest::addColumn<bool>("exact");
@@ -326,7 +326,7 @@ void tst_FourPsMap::pointMethodsEmptyTheReferenceHistograms_data()
 
 // A repeated run with unchanged inputs skips the calculation, but it still resets the
 // histograms of the references.
-void tst_FourPsMap::pointMethodsEmptyTheReferenceHistograms()
+void tst_FourPsMap::threeAndFourPointFormsEmptyTheReferenceHistograms()
 {
     QFETCH(int, maps);
     QFETCH(bool, exact);

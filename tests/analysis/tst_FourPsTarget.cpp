@@ -40,13 +40,13 @@ private Q_SLOTS:
     void threePointResultIsShownBeforeTheMessage();
     void nonEquivalentResultFillsItsFields();
     void nonEquivalentMessageIsSentBeforeTheResultIsShown();
-    void resultsAreShownAtTheUsedReferences();
-    void resultFieldsShowSixDigitsFromTheirStart();
-    void mapAndHistogramsAreUnchanged();
+    void resultsAreShownInTheRowsOfUsedReferences();
+    void resultFieldsShowSixDigitsWithTheCursorAtTheStart();
+    void targetRunLeavesMapAndHistogramsUnchanged();
 
     void rowNumbersAreReadFromTheirFields();
-    void backgroundDependsOnTheLinearRadioOnly_data();
-    void backgroundDependsOnTheLinearRadioOnly();
+    void linearRadioAloneSelectsTheBackground_data();
+    void linearRadioAloneSelectsTheBackground();
 
     void refusalIsReportedAndChangesNothing_data();
     void refusalIsReportedAndChangesNothing();
@@ -138,7 +138,7 @@ void tst_FourPsTarget::nonEquivalentMessageIsSentBeforeTheResultIsShown()
     QCOMPARE(totalByThen, "4");
 }
 
-void tst_FourPsTarget::resultsAreShownAtTheUsedReferences()
+void tst_FourPsTarget::resultsAreShownInTheRowsOfUsedReferences()
 {
     // References 1 and 2 of the mixture are in rows 2 and 3; row 1 is valid, but not used.
     PanelInputs inputs = mixes::mixedInputs(mixes::quarter, 3);
@@ -163,7 +163,7 @@ void tst_FourPsTarget::resultsAreShownAtTheUsedReferences()
     QCOMPARE(panel.ui.CalcRes->text(), quarterText);
 }
 
-void tst_FourPsTarget::resultFieldsShowSixDigitsFromTheirStart()
+void tst_FourPsTarget::resultFieldsShowSixDigitsWithTheCursorAtTheStart()
 {
     // The amounts (dMut) are 1/3 and 2, with a total of 7/3.
     enterInputs(panel, mixes::mixedInputs({{1.0 / 6.0, 1.0 / 3.0}}));
@@ -180,7 +180,7 @@ void tst_FourPsTarget::resultFieldsShowSixDigitsFromTheirStart()
     }
 }
 
-void tst_FourPsTarget::mapAndHistogramsAreUnchanged()
+void tst_FourPsTarget::targetRunLeavesMapAndHistogramsUnchanged()
 {
     PanelInputs inputs = mixes::mixedInputs(mixes::quarter);
     mixes::setPixels(inputs, {mixes::negative});
@@ -211,7 +211,7 @@ void tst_FourPsTarget::rowNumbersAreReadFromTheirFields()
     QCOMPARE(panel.ui.CalcRes->text(), "3ps: a = 0.75, Valence = 2.25");
 }
 
-void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly_data()
+void tst_FourPsTarget::linearRadioAloneSelectsTheBackground_data()
 {
     QTest::addColumn<bool>("linear");
     QTest::addColumn<bool>("victoreen");
@@ -223,7 +223,7 @@ void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly_data()
 
 // Target and pixels have a linear background. The Victoreen background (a constant, L^3 and L^4)
 // cannot fit a straight line at eight points, so it leads to other results.
-void tst_FourPsTarget::backgroundDependsOnTheLinearRadioOnly()
+void tst_FourPsTarget::linearRadioAloneSelectsTheBackground()
 {
     QFETCH(bool, linear);
     QFETCH(bool, victoreen);

@@ -41,12 +41,12 @@ private Q_SLOTS:
     void buttonWritesTheExtendedLayout();
     void valenceIsCalculatedWhenWriting();
     void refusedRunWritesTheEarlierResult();
-    void saveRowAddsItsSuffix();
+    void resultFileNameGetsTheDatSuffix();
     void existingFileIsOverwrittenWithoutAMessage();
     void fileThatCannotBeWrittenIsReported_data();
     void fileThatCannotBeWrittenIsReported();
-    void partlyWrittenHistogramIsReportedByItsName();
-    void histogramsAreWrittenAlthoughTheResultIsNot();
+    void partlyWrittenHistogramLinkIsReportedByItsTarget();
+    void histogramsAreWrittenIfTheResultCannotBeWritten();
     void saveCreatesNoHistogramFile();
     void saveUpdatesExistingHistogramFiles();
 
@@ -155,7 +155,7 @@ void tst_FourPsWrite::refusedRunWritesTheEarlierResult()
     QVERIFY(readFile(path).contains("  0.5        2.5          1\n"));
 }
 
-void tst_FourPsWrite::saveRowAddsItsSuffix()
+void tst_FourPsWrite::resultFileNameGetsTheDatSuffix()
 {
     panel.ui.SaveFSelect->newFile(m_dir->filePath("map.txt"));
     panel.write();
@@ -190,7 +190,7 @@ void tst_FourPsWrite::fileThatCannotBeWrittenIsReported()
     QCOMPARE(messages(panel), QStringList{cannotOpen.arg(path)});
 }
 
-void tst_FourPsWrite::partlyWrittenHistogramIsReportedByItsName()
+void tst_FourPsWrite::partlyWrittenHistogramLinkIsReportedByItsTarget()
 {
     if (!QFileInfo::exists("/dev/full")) {
         QSKIP("needs /dev/full, the device that is always full");
@@ -204,7 +204,7 @@ void tst_FourPsWrite::partlyWrittenHistogramIsReportedByItsName()
     QVERIFY(!QFileInfo::exists(m_dir->filePath("map_HGAlpha.dat")));
 }
 
-void tst_FourPsWrite::histogramsAreWrittenAlthoughTheResultIsNot()
+void tst_FourPsWrite::histogramsAreWrittenIfTheResultCannotBeWritten()
 {
     // The result cannot be written, because a folder has its name. The histogram file already
     // exists.

@@ -125,15 +125,15 @@ private Q_SLOTS:
     void countingInBlocksEqualsCountingOneByOne_data();
     void countingInBlocksEqualsCountingOneByOne();
     void blocksOfEveryLengthAreCounted();
-    void valuesAfterTheCountAreIgnored_data();
-    void valuesAfterTheCountAreIgnored();
-    void edgesBelongToTheBinAbove();
-    void valuesLessThanOneBinWidthBelowCountInBinZero();
-    void binNumbersBeyondIntAreCountedBelow();
+    void valuesBeyondTheGivenBlockLengthAreIgnored_data();
+    void valuesBeyondTheGivenBlockLengthAreIgnored();
+    void valueOnABinEdgeCountsInTheBinAbove();
+    void valuesLessThanOneBinBelowTheRangeCountInBinZero();
+    void valuesWithBinNumbersBeyondIntCountAsBelow();
     void valuesInOneBinAreAllCounted();
     void earlierCountsAreKept();
     void higherEarlierCountRemainsTheMaximum();
-    void finishAddsAllCounts();
+    void finishAddsTheBlockCountsToTheHistogram();
     void finishWithoutBlocksChangesNothing();
 };
 
@@ -179,7 +179,7 @@ void tst_HistogramCounter::blocksOfEveryLengthAreCounted()
     }
 }
 
-void tst_HistogramCounter::valuesAfterTheCountAreIgnored_data()
+void tst_HistogramCounter::valuesBeyondTheGivenBlockLengthAreIgnored_data()
 {
     QTest::addColumn<int>("boxes");
     QTest::addColumn<int>("count");
@@ -190,7 +190,7 @@ void tst_HistogramCounter::valuesAfterTheCountAreIgnored_data()
     }
 }
 
-void tst_HistogramCounter::valuesAfterTheCountAreIgnored()
+void tst_HistogramCounter::valuesBeyondTheGivenBlockLengthAreIgnored()
 {
     QFETCH(int, boxes);
     QFETCH(int, count);
@@ -212,7 +212,7 @@ void tst_HistogramCounter::valuesAfterTheCountAreIgnored()
 }
 
 // Four bins of width 2; the edges 0, 2, 4, 6 and 8 are exact in binary.
-void tst_HistogramCounter::edgesBelongToTheBinAbove()
+void tst_HistogramCounter::valueOnABinEdgeCountsInTheBinAbove()
 {
     for (const Instructions instructions : analysis::availableInstructions()) {
         HistogramCounts counts;
@@ -229,7 +229,7 @@ void tst_HistogramCounter::edgesBelongToTheBinAbove()
     }
 }
 
-void tst_HistogramCounter::valuesLessThanOneBinWidthBelowCountInBinZero()
+void tst_HistogramCounter::valuesLessThanOneBinBelowTheRangeCountInBinZero()
 {
     for (const Instructions instructions : analysis::availableInstructions()) {
         HistogramCounts counts;
@@ -248,7 +248,7 @@ void tst_HistogramCounter::valuesLessThanOneBinWidthBelowCountInBinZero()
 // The bins start at 0 and have the width 2. 4294967294 and 4294967295.9 have the bin number
 // 2^31 - 1, the largest int, and count as above. From 4294967296 on the bin number is not an
 // int: these values, infinities and NaN count as below.
-void tst_HistogramCounter::binNumbersBeyondIntAreCountedBelow()
+void tst_HistogramCounter::valuesWithBinNumbersBeyondIntCountAsBelow()
 {
     for (const Instructions instructions : analysis::availableInstructions()) {
         HistogramCounts counts;
@@ -309,7 +309,7 @@ void tst_HistogramCounter::higherEarlierCountRemainsTheMaximum()
     QCOMPARE(counts.total, 10);
 }
 
-void tst_HistogramCounter::finishAddsAllCounts()
+void tst_HistogramCounter::finishAddsTheBlockCountsToTheHistogram()
 {
     for (const int boxes : {11, 5001}) {
         HistogramCounts counts;

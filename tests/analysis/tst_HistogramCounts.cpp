@@ -39,7 +39,7 @@ private Q_SLOTS:
     void valueHalfABinBelowTheLowerLimitIsInBinZero();
     void totalIsTheHighestCount();
     void valuesOutsideDoNotRaiseTheHighestCount();
-    void descendingLimitsCountDownward();
+    void valuesAreCountedBetweenDescendingLimits();
     void withOneBinEveryValueCountsAsBelow_data();
     void withOneBinEveryValueCountsAsBelow();
     void withoutBinsEveryValueCountsAsOutside();
@@ -189,7 +189,7 @@ void tst_HistogramCounts::valuesOutsideDoNotRaiseTheHighestCount()
 
 // Limits from 7 to 1 with four bins: the bin width is -2 and bin 0 extends from 8 down to 6.
 // So 11 is before bin 0 and -1 after the last bin.
-void tst_HistogramCounts::descendingLimitsCountDownward()
+void tst_HistogramCounts::valuesAreCountedBetweenDescendingLimits()
 {
     HistogramCounts counts;
     counts.start(7.0, 1.0, 4);

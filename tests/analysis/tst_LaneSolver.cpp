@@ -141,7 +141,7 @@ private Q_SLOTS:
     void knownSystemIsSolved();
     void unknownsAreInColumnOrder();
     void firstOfEqualPivotsIsChosen();
-    void negativeZeroPivotCountsAsOneInTheMultipliersOnly();
+    void negativeZeroPivotDividesAsOneExceptInBackSubstitution();
     void zeroMatrixGivesNaN();
     void resultsMatchSmallMatrixBitForBit_data();
     void resultsMatchSmallMatrixBitForBit();
@@ -173,7 +173,7 @@ void tst_LaneSolver::firstOfEqualPivotsIsChosen()
     QVERIFY(tests::sameDouble(x[0], -1e-20));
 }
 
-void tst_LaneSolver::negativeZeroPivotCountsAsOneInTheMultipliersOnly()
+void tst_LaneSolver::negativeZeroPivotDividesAsOneExceptInBackSubstitution()
 {
     // The pivot of column 0 is -0. As a divisor it counts as 1, so the multiplier is 0 / 1 and
     // row 1 does not change: x1 = 2. The back substitution divides by the pivot itself:

@@ -73,10 +73,10 @@ class tst_LinearCombination : public QObject
 
 private Q_SLOTS:
     void lineThroughTwoPointsIsExact();
-    void bestConstantIsTheMean();
+    void constantFitGivesTheMean();
     void unusedCoefficientsAreZero();
     void fitWithoutRowsGivesNaN();
-    void nanInOneSetOfValuesDoesNotAffectTheNext();
+    void nanInOneFitDoesNotAffectTheNextFit();
     void coefficientsMatchTheReferenceImplementationBitForBit_data();
     void coefficientsMatchTheReferenceImplementationBitForBit();
 };
@@ -91,7 +91,7 @@ void tst_LinearCombination::lineThroughTwoPointsIsExact()
     QCOMPARE(x[1], 2.0);
 }
 
-void tst_LinearCombination::bestConstantIsTheMean()
+void tst_LinearCombination::constantFitGivesTheMean()
 {
     const LinearCombination fit(1, {1, 1, 1, 1});
     const std::array<double, 4> y{1, 2, 3, 10};
@@ -118,7 +118,7 @@ void tst_LinearCombination::fitWithoutRowsGivesNaN()
     }
 }
 
-void tst_LinearCombination::nanInOneSetOfValuesDoesNotAffectTheNext()
+void tst_LinearCombination::nanInOneFitDoesNotAffectTheNextFit()
 {
     const LinearCombination fit(1, {1, 1});
     const std::array<double, 2> first{notANumber, 1};

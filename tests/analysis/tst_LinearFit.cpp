@@ -75,8 +75,8 @@ class tst_LinearFit : public QObject
 private Q_SLOTS:
     void rangeSpansMarkedRowsEvenIfUnused();
     void unmarkedRowsAreIgnored();
-    void oneMarkedRowIsNotARange();
-    void twoMarkedRowsAtOneEnergyAreARange();
+    void oneMarkedRowSelectsNoRange();
+    void twoMarkedRowsAtOneEnergySelectARange();
     void rowWithNaNEnergyCountsButSetsNoLimit();
     void mixtureIsRecovered();
     void targetEqualToTheFirstReferenceHasShareOne();
@@ -116,12 +116,12 @@ void tst_LinearFit::unmarkedRowsAreIgnored()
     QVERIFY(!none.isSelected());
 }
 
-void tst_LinearFit::oneMarkedRowIsNotARange()
+void tst_LinearFit::oneMarkedRowSelectsNoRange()
 {
     QVERIFY(!analysis::fitRange({marked(100)}).isSelected());
 }
 
-void tst_LinearFit::twoMarkedRowsAtOneEnergyAreARange()
+void tst_LinearFit::twoMarkedRowsAtOneEnergySelectARange()
 {
     const FitRange range = analysis::fitRange({marked(200), marked(200)});
     QVERIFY(range.isSelected());

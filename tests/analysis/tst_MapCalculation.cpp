@@ -65,7 +65,7 @@ private Q_SLOTS:
     void threePointsMatchAHandCalculation();
     void coordinatesAreReadFromTheVRowsMap();
     void pixelMissingInTheVRowsMapHasZeroCoordinates();
-    void mapsOfAnotherSizeAreReadWithTheirWidth();
+    void mapOfAnotherSizeIsIndexedWithItsOwnWidth();
     void headerLinesAndSizeAreReadFromTheVRow();
     void earlierResultIsReplacedAndNoLongerExtended();
     void mapOfHeightZeroGivesNoPixels();
@@ -136,7 +136,7 @@ void tst_MapCalculation::pixelMissingInTheVRowsMapHasZeroCoordinates()
     QCOMPARE(result.map.rows.at(1).y, 0.0);
 }
 
-void tst_MapCalculation::mapsOfAnotherSizeAreReadWithTheirWidth()
+void tst_MapCalculation::mapOfAnotherSizeIsIndexedWithItsOwnWidth()
 {
     // The maps of the V row and of row 0 have 20 by 20 pixels. The map of row 1 has 10 by 10
     // pixels with the values 1000 + index. T0 is 0, so the thickness T1 / 4 shows which value
@@ -232,9 +232,9 @@ void tst_MapCalculation::tooFewRowsLeaveTheResultUnchanged()
 
 void tst_MapCalculation::exactFormUsesTheFirstThreeRows()
 {
-    // The numbers of exactFormOfAnEqualMixtureIsHalfWithThicknessOne() in tst_FourPointForms:
-    // the target is half the sum of the references, so a = 0.5 and t/ts = 1. A fourth row must
-    // be ignored.
+    // The numbers of exactFormGivesFractionHalfAndThicknessOneForEqualParts() in
+    // tst_FourPointForms: the target is half the sum of the references, so a = 0.5 and t/ts = 1. A
+    // fourth row must be ignored.
     const A2DData t0 = absorbanceMap(1, 1, {2});
     const A2DData t1 = absorbanceMap(1, 1, {2.5});
     const A2DData t2 = absorbanceMap(1, 1, {6.5});

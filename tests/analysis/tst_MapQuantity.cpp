@@ -45,16 +45,16 @@ private Q_SLOTS:
     void storedValuesAreReadByIndex_data();
     void storedValuesAreReadByIndex();
     void pixelIsFoundByItsPosition();
-    void quantitiesFollowFromTheFraction_data();
-    void quantitiesFollowFromTheFraction();
+    void quantitiesAreCalculatedFromTheFraction_data();
+    void quantitiesAreCalculatedFromTheFraction();
     void quantitiesFromTheFractionIgnoreStoredValues();
     void storedValuesDoNotNeedTheReferences();
     void valenceFromTheFractionIsZeroWithoutReferences();
     void fractionOutsideZeroToOneIsNotClamped();
     void quantitiesOfMissingPixelsAreZero_data();
     void quantitiesOfMissingPixelsAreZero();
-    void rowsBeyondTheSizeAreRead();
-    void emptyResultIsZeroEverywhere();
+    void pixelRowsBeyondTheMapSizeAreRead();
+    void quantitiesOfAnEmptyResultAreZero();
     void missingValuesReadAsZero_data();
     void missingValuesReadAsZero();
     void valuesOfUnknownKindsAreZero_data();
@@ -80,7 +80,7 @@ void tst_MapQuantity::storedValuesAreReadByIndex()
     }
 }
 
-void tst_MapQuantity::quantitiesFollowFromTheFraction_data()
+void tst_MapQuantity::quantitiesAreCalculatedFromTheFraction_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<QList<double>>("values"); // for a = 0, 1/4, 1/2, 3/4
@@ -93,7 +93,7 @@ void tst_MapQuantity::quantitiesFollowFromTheFraction_data()
     QTest::newRow("total dMut") << 12 << QList<double>{10.5, 11.5, 12.5, 13.5};
 }
 
-void tst_MapQuantity::quantitiesFollowFromTheFraction()
+void tst_MapQuantity::quantitiesAreCalculatedFromTheFraction()
 {
     QFETCH(int, kind);
     QFETCH(QList<double>, values);
@@ -183,7 +183,7 @@ void tst_MapQuantity::quantitiesOfMissingPixelsAreZero()
 }
 
 // A pixel exists if it has a row, even if it is outside the size of the result.
-void tst_MapQuantity::rowsBeyondTheSizeAreRead()
+void tst_MapQuantity::pixelRowsBeyondTheMapSizeAreRead()
 {
     A2DData result = usualResult(true);
     result.xNum = 1;
@@ -194,7 +194,7 @@ void tst_MapQuantity::rowsBeyondTheSizeAreRead()
     QCOMPARE(MapQuantity(result, twoToThree, 5).at(4), 0.0);
 }
 
-void tst_MapQuantity::emptyResultIsZeroEverywhere()
+void tst_MapQuantity::quantitiesOfAnEmptyResultAreZero()
 {
     for (const bool extended : {false, true}) {
         A2DData result;

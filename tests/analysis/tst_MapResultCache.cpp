@@ -95,10 +95,10 @@ class tst_MapResultCache : public QObject
 private Q_SLOTS:
     void firstCalculationRuns();
     void unchangedInputsDoNotRunTheCalculationAgain();
-    void anyChangeRunsTheCalculationAgain_data();
-    void anyChangeRunsTheCalculationAgain();
-    void zerosOfDifferentSignAreDifferentNumbers();
-    void equalNaNsAreTheSameNumber();
+    void changedInputOrResultRunsTheCalculationAgain_data();
+    void changedInputOrResultRunsTheCalculationAgain();
+    void changedSignOfZeroRunsTheCalculationAgain();
+    void equalNaNInputsDoNotRunTheCalculationAgain();
     void resultIsNotSharedDuringTheCalculation();
     void inputsChangedBackAreCalculatedAgain();
     void inputsOfDifferentMethodsDiffer();
@@ -131,7 +131,7 @@ void tst_MapResultCache::unchangedInputsDoNotRunTheCalculationAgain()
     QCOMPARE(fake.histogram.total, 1);
 }
 
-void tst_MapResultCache::anyChangeRunsTheCalculationAgain_data()
+void tst_MapResultCache::changedInputOrResultRunsTheCalculationAgain_data()
 {
     QTest::addColumn<Change>("change");
     const auto row = [](const char* name, const Change& change) { QTest::newRow(name) << change; };
@@ -169,7 +169,7 @@ void tst_MapResultCache::anyChangeRunsTheCalculationAgain_data()
     row("the result emptied", [](FakeCalculation& s) { s.result.clear(); });
 }
 
-void tst_MapResultCache::anyChangeRunsTheCalculationAgain()
+void tst_MapResultCache::changedInputOrResultRunsTheCalculationAgain()
 {
     QFETCH(Change, change);
     FakeCalculation fake;
@@ -181,7 +181,7 @@ void tst_MapResultCache::anyChangeRunsTheCalculationAgain()
     QCOMPARE(fake.runs, 2);
 }
 
-void tst_MapResultCache::zerosOfDifferentSignAreDifferentNumbers()
+void tst_MapResultCache::changedSignOfZeroRunsTheCalculationAgain()
 {
     FakeCalculation fake;
     fake.numbers = {0.0};
@@ -191,7 +191,7 @@ void tst_MapResultCache::zerosOfDifferentSignAreDifferentNumbers()
     QCOMPARE(fake.runs, 2);
 }
 
-void tst_MapResultCache::equalNaNsAreTheSameNumber()
+void tst_MapResultCache::equalNaNInputsDoNotRunTheCalculationAgain()
 {
     FakeCalculation fake;
     fake.numbers = {std::numeric_limits<double>::quiet_NaN()};

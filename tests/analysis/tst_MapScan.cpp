@@ -39,7 +39,7 @@ private Q_SLOTS:
     void mapWithoutNumbersHasNoExtremes_data();
     void mapWithoutNumbersHasNoExtremes();
     void everyPixelIsReadOnce();
-    void rowsOfTheMapAreNotRead();
+    void scanReadsTheGivenNumbersInsteadOfTheMapRows();
     void linesWithoutColumnsAreSkipped();
 
     void positionInsideTheMapHasAPixel_data();
@@ -108,7 +108,7 @@ void tst_MapScan::everyPixelIsReadOnce()
     QCOMPARE(reads, QList<int>(3 * 4, 1));
 }
 
-void tst_MapScan::rowsOfTheMapAreNotRead()
+void tst_MapScan::scanReadsTheGivenNumbersInsteadOfTheMapRows()
 {
     A2DData map = sized(2, 1);
     map.rows.append({0.0, 0.0, 99.0, -99.0, {}});

@@ -57,7 +57,7 @@ private Q_SLOTS:
     void vRowWithoutMapGivesAnEmptyResult();
 
     void nonEquivalentMapHasThirteenValuesPerPixel();
-    void fourReferencesFillEveryEntry();
+    void fourReferencesFillAllThirteenValues();
     void victoreenFitOfFiveRowsPassesThroughAllPoints();
     void postEdgeLineIsSubtractedFromReferencesOnRequest();
     void countsAreConvertedToMutBeforeTheFit();
@@ -65,9 +65,9 @@ private Q_SLOTS:
     void baseRowWithoutMapGivesNoPixels();
     void rowWithoutMapIsFittedAsMinusOne();
     void rowWithAFailedReloadKeepsItsOldPixels();
-    void mutsOfTheRowsAreNotUsed();
-    void minimumNumberOfRowsIsEnough_data();
-    void minimumNumberOfRowsIsEnough();
+    void mutsOfTheRowsDoNotAffectTheMap();
+    void minimumNumberOfRowsDeterminesTheFit_data();
+    void minimumNumberOfRowsDeterminesTheFit();
 };
 
 void tst_MapStacks::stackContainsTheMapsAndNumbersOfItsRows()
@@ -139,7 +139,7 @@ void tst_MapStacks::nonEquivalentMapHasThirteenValuesPerPixel()
     }
 }
 
-void tst_MapStacks::fourReferencesFillEveryEntry()
+void tst_MapStacks::fourReferencesFillAllThirteenValues()
 {
     // The amounts (dMut) are 1, 3, 4 and 8 with the total 16, so the shares are 1/16, 3/16,
     // 4/16 and 8/16. The valence is 2/16 + 5 * 3/16 + 4 * 4/16 + 7 * 8/16 = 5.5625.
@@ -252,7 +252,7 @@ void tst_MapStacks::rowWithAFailedReloadKeepsItsOldPixels()
     QVERIFY(!isQuarter(nonEquivalentMap(inputs)));
 }
 
-void tst_MapStacks::mutsOfTheRowsAreNotUsed()
+void tst_MapStacks::mutsOfTheRowsDoNotAffectTheMap()
 {
     PanelInputs inputs = mixedMaps({quarter});
     for (analysis::PointState& point : inputs.points) {
@@ -262,7 +262,7 @@ void tst_MapStacks::mutsOfTheRowsAreNotUsed()
     QVERIFY(isQuarter(nonEquivalentMap(inputs)));
 }
 
-void tst_MapStacks::minimumNumberOfRowsIsEnough_data()
+void tst_MapStacks::minimumNumberOfRowsDeterminesTheFit_data()
 {
     QTest::addColumn<bool>("victoreen");
     QTest::addColumn<int>("references");
@@ -275,7 +275,7 @@ void tst_MapStacks::minimumNumberOfRowsIsEnough_data()
 }
 
 // With the smallest number of rows that a plan accepts, the fit determines all unknowns.
-void tst_MapStacks::minimumNumberOfRowsIsEnough()
+void tst_MapStacks::minimumNumberOfRowsDeterminesTheFit()
 {
     QFETCH(bool, victoreen);
     QFETCH(int, references);

@@ -79,7 +79,7 @@ private Q_SLOTS:
     void preparationSubtractsTheChosenLine();
     void preparationSkipsUnusedReferences();
     void weightsAreInfiniteIfTheJumpsAddUpToZero();
-    void preparationWithoutRowsHasBaseRowZero();
+    void preparationWithoutUsedRowsHasBaseRowZero();
     void targetValuesSubtractTheChosenLine();
     void mixtureIsRecoveredWithLinearBackground();
     void mixtureIsRecoveredWithVictoreenBackground();
@@ -146,7 +146,7 @@ void tst_NonEquivalent::weightsAreInfiniteIfTheJumpsAddUpToZero()
     QVERIFY(std::isinf(inputs.weights.at(1)) && inputs.weights.at(1) < 0);
 }
 
-void tst_NonEquivalent::preparationWithoutRowsHasBaseRowZero()
+void tst_NonEquivalent::preparationWithoutUsedRowsHasBaseRowZero()
 {
     const AMutE a = spectrum({1, 1});
     const ReferenceSet refs({{true, true, 2, 1}, {true, true, 3, 1}, {}, {}});

@@ -77,12 +77,12 @@ private Q_SLOTS:
     void mixtureOfAPixelIsRecovered();
     void baseMapSetsSizeCoordinatesAndHeader();
     void baseMapWithoutPixelsGivesAnEmptyExtendedResult();
-    void pixelWithoutDataHasAllValues();
-    void mapOfAnotherSizeIsReadWithItsWidth();
+    void pixelWithoutDataHasAllThirteenValues();
+    void mapOfAnotherSizeIsIndexedWithItsOwnWidth();
     void linearBackgroundLeavesC2Zero();
-    void everyPixelIsCountedForTheUsedReferencesOnly();
-    void pixelsWithoutDataShareTheirValues();
-    void blocksOfEqualPixelsShareTheirValues();
+    void pixelsAreCountedForUsedButNotUnusedReferences();
+    void pixelsWithoutDataShareOneValueList();
+    void pixelsOfAUniformBlockShareOneValueList();
     void amountsAreMultipliedFromLeftToRight();
 };
 
@@ -143,7 +143,7 @@ void tst_NonEquivalentMap::baseMapWithoutPixelsGivesAnEmptyExtendedResult()
     QVERIFY(result.map.extended);
 }
 
-void tst_NonEquivalentMap::pixelWithoutDataHasAllValues()
+void tst_NonEquivalentMap::pixelWithoutDataHasAllThirteenValues()
 {
     // A pixel without data has the absorbance -1 at all rows, which is a constant background.
     // The coefficients of the references are about 0 and the shares have no meaning, but the
@@ -161,7 +161,7 @@ void tst_NonEquivalentMap::pixelWithoutDataHasAllValues()
     QCOMPARE(counted(result.counts[0]), 3);
 }
 
-void tst_NonEquivalentMap::mapOfAnotherSizeIsReadWithItsWidth()
+void tst_NonEquivalentMap::mapOfAnotherSizeIsIndexedWithItsOwnWidth()
 {
     // Pixel (0, 1) has the index 1 in the map of width 1 and the index 2 in the base map of
     // width 2. Its values 3, 1, 6 and 16 are the mixture of mixtureOfAPixelIsRecovered().
@@ -188,7 +188,7 @@ void tst_NonEquivalentMap::linearBackgroundLeavesC2Zero()
     }
 }
 
-void tst_NonEquivalentMap::everyPixelIsCountedForTheUsedReferencesOnly()
+void tst_NonEquivalentMap::pixelsAreCountedForUsedButNotUnusedReferences()
 {
     const A2DData a = absorbanceMap(3, 1, {1, 2, notANumber});
     const A2DData b = absorbanceMap(3, 1, {5, 1, 0});
@@ -202,7 +202,7 @@ void tst_NonEquivalentMap::everyPixelIsCountedForTheUsedReferencesOnly()
     QVERIFY(result.counts[0].under >= 1); // the NaN pixel
 }
 
-void tst_NonEquivalentMap::pixelsWithoutDataShareTheirValues()
+void tst_NonEquivalentMap::pixelsWithoutDataShareOneValueList()
 {
     const A2DData base = absorbanceMap(1000, 1, {1, 2});
     Result result;
@@ -216,7 +216,7 @@ void tst_NonEquivalentMap::pixelsWithoutDataShareTheirValues()
     QVERIFY(result.map.rows.at(0).values.constData() != result.map.rows.at(1).values.constData());
 }
 
-void tst_NonEquivalentMap::blocksOfEqualPixelsShareTheirValues()
+void tst_NonEquivalentMap::pixelsOfAUniformBlockShareOneValueList()
 {
     // Five blocks of 64 pixels with the values 1 (block 0), 2 (blocks 1 and 2) and NaN
     // (block 4). In block 3, the last pixel is 3 and the other pixels are 2.

@@ -138,10 +138,10 @@ private Q_SLOTS:
     void randomNumbersMatchQt_data();
     void randomNumbersMatchQt();
     void shortTextIsRightAligned();
-    void longTextLosesNoDigits();
+    void textLongerThanTheWidthKeepsItsDigits();
     void appendingKeepsEarlierText();
-    void positiveNumbersStartWithABlankInPlaceOfTheSign_data();
-    void positiveNumbersStartWithABlankInPlaceOfTheSign();
+    void signedTextStartsWithABlankOrAMinusSign_data();
+    void signedTextStartsWithABlankOrAMinusSign();
     void severalNumbersAreSeparatedByColons();
 };
 
@@ -294,7 +294,7 @@ void tst_NumberText::shortTextIsRightAligned()
     QCOMPARE(text, QByteArray("       8.5"));
 }
 
-void tst_NumberText::longTextLosesNoDigits()
+void tst_NumberText::textLongerThanTheWidthKeepsItsDigits()
 {
     QByteArray text;
     analysis::appendGeneral(text, -1.23456e-5, 10);
@@ -311,7 +311,7 @@ void tst_NumberText::appendingKeepsEarlierText()
     QCOMPARE(text, QByteArray("x= 1.5"));
 }
 
-void tst_NumberText::positiveNumbersStartWithABlankInPlaceOfTheSign_data()
+void tst_NumberText::signedTextStartsWithABlankOrAMinusSign_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QString>("text");
@@ -322,7 +322,7 @@ void tst_NumberText::positiveNumbersStartWithABlankInPlaceOfTheSign_data()
     QTest::newRow("wide and negative") << -12345.5 << "-12345.500";
 }
 
-void tst_NumberText::positiveNumbersStartWithABlankInPlaceOfTheSign()
+void tst_NumberText::signedTextStartsWithABlankOrAMinusSign()
 {
     QFETCH(double, value);
     QFETCH(QString, text);

@@ -34,8 +34,8 @@ private Q_SLOTS:
     void memoryOfAMuchLargerEarlierResultIsReleased();
     void memoryOfASimilarEarlierResultIsReused();
     void copyOfAnEarlierResultIsUnchanged();
-    void pixelsBeyondTheRowsReadAsMinusOne();
-    void absorbanceThatIsNotCachedIsCalculated();
+    void pixelsWithoutDataReadAsMinusOne();
+    void uncachedAbsorbanceIsCalculated();
     void oldValuesAreDroppedWhenTheResultGrows();
 };
 
@@ -129,7 +129,7 @@ void tst_PixelBlocks::copyOfAnEarlierResultIsUnchanged()
     QCOMPARE(copy.first().x, 1.0);
 }
 
-void tst_PixelBlocks::pixelsBeyondTheRowsReadAsMinusOne()
+void tst_PixelBlocks::pixelsWithoutDataReadAsMinusOne()
 {
     const A2DData base = tests::absorbanceMap(100, 2, QList<double>(65, 3.0));
     A2DData result;
@@ -140,7 +140,7 @@ void tst_PixelBlocks::pixelsBeyondTheRowsReadAsMinusOne()
     QCOMPARE(last, (QList<double>{3.0, -1.0, -1.0, -1.0}));
 }
 
-void tst_PixelBlocks::absorbanceThatIsNotCachedIsCalculated()
+void tst_PixelBlocks::uncachedAbsorbanceIsCalculated()
 {
     A2DData base = tests::absorbanceMap(70, 1, {});
     A2DData narrow = tests::absorbanceMap(7, 20, {});

@@ -60,7 +60,7 @@ private Q_SLOTS:
     void fewerThanTwoRowsGiveNoFiniteLine_data();
     void fewerThanTwoRowsGiveNoFiniteLine();
     void rowsWithEqualXGiveNoFiniteLine();
-    void nonFiniteNumberSpoilsOnlyTheFittedLine();
+    void nonFiniteRowMakesOnlyTheFittedLineNonFinite();
     void emptyCollectionGivesNoFiniteLine();
 };
 
@@ -193,9 +193,9 @@ void tst_PlaneLines::vRowIsNotPartOfTheFit()
 void tst_PlaneLines::fewerThanTwoRowsGiveNoFiniteLine_data()
 {
     QTest::addColumn<Points>("points");
-    QTest::newRow("none") << Points{};
-    QTest::newRow("one") << Points{{1.0, 2.0}};
-    QTest::newRow("one at the origin") << Points{{0.0, 0.0}};
+    QTest::newRow("no row") << Points{};
+    QTest::newRow("one row") << Points{{1.0, 2.0}};
+    QTest::newRow("one row at the origin") << Points{{0.0, 0.0}};
 }
 
 void tst_PlaneLines::fewerThanTwoRowsGiveNoFiniteLine()
@@ -215,7 +215,7 @@ void tst_PlaneLines::rowsWithEqualXGiveNoFiniteLine()
     QVERIFY(!std::isfinite(lines.b));
 }
 
-void tst_PlaneLines::nonFiniteNumberSpoilsOnlyTheFittedLine()
+void tst_PlaneLines::nonFiniteRowMakesOnlyTheFittedLineNonFinite()
 {
     for (const double odd : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
         const PlaneLines lines = planeLines(rowsAt({{0.0, 1.0}, {odd, 3.0}, {2.0, 5.0}}));

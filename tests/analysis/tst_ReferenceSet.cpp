@@ -27,7 +27,7 @@ class tst_ReferenceSet : public QObject
 private Q_SLOTS:
     void invalidReferencesCountAsUsed();
     void unusedReferenceIsSkippedByRatioAndValenceMix();
-    void referencesWithoutGapHaveNoRowWithoutCounterpart();
+    void rowsWithoutGapAllHaveCounterparts();
     void gapLeavesALaterRowWithoutCounterpart();
     void rowWithInvalidCounterpartIsReturned();
     void edgeJumpRatioIgnoresValidity();
@@ -36,14 +36,14 @@ private Q_SLOTS:
     void valenceMixInterpolatesBetweenTheFirstTwoValences();
     void valenceMixIsZeroWithFewerThanTwoValidReferences();
     void valenceMixReadsUsedReferencesEvenIfInvalid();
-    void valenceRangeWithoutReferenceIsTenToZero();
+    void valenceRangeWithoutUsedReferencesIsTenToZero();
     void lowerLimitIsTenForValencesAboveTen();
     void upperLimitIsZeroForNegativeValences();
     void unusedRowsDoNotEnterTheValenceRange();
-    void firstTwoValencesKeepTheirOrderAndMissingOnesAreZero();
+    void firstTwoValencesKeepTheirOrderAndAreZeroIfMissing();
     void totalJumpSumsUsedReferences();
     void numberOfUsedValencesIsTheNumberOfValidReferences();
-    void usedReferenceWithoutSpectrumIsATermOfTheTotal();
+    void totalJumpIncludesUsedReferenceWithoutSpectrum();
     void eachQuantityHasItsMapLimits_data();
     void eachQuantityHasItsMapLimits();
     void valenceMapWithoutReferencesHasReversedLimits();
@@ -71,7 +71,7 @@ void tst_ReferenceSet::unusedReferenceIsSkippedByRatioAndValenceMix()
     QCOMPARE(ReferenceSet(rows).valenceMix()(1.0), 2.0);
 }
 
-void tst_ReferenceSet::referencesWithoutGapHaveNoRowWithoutCounterpart()
+void tst_ReferenceSet::rowsWithoutGapAllHaveCounterparts()
 {
     QCOMPARE(ReferenceSet({reference(true, true), reference(true, true), reference(false, false)})
                  .rowWithoutValidCounterpart(),
@@ -153,7 +153,7 @@ void tst_ReferenceSet::valenceMixReadsUsedReferencesEvenIfInvalid()
     QCOMPARE(refs.valenceMix()(0.0), 2.0);
 }
 
-void tst_ReferenceSet::valenceRangeWithoutReferenceIsTenToZero()
+void tst_ReferenceSet::valenceRangeWithoutUsedReferencesIsTenToZero()
 {
     const Limits range = ReferenceSet({reference(false, true, 5)}).valenceRange();
     QCOMPARE(range.low, 10.0);
@@ -196,7 +196,7 @@ void tst_ReferenceSet::numberOfUsedValencesIsTheNumberOfValidReferences()
     QCOMPARE(ReferenceSet(QList<ReferenceState>()).usedValences(), QList<double>{});
 }
 
-void tst_ReferenceSet::firstTwoValencesKeepTheirOrderAndMissingOnesAreZero()
+void tst_ReferenceSet::firstTwoValencesKeepTheirOrderAndAreZeroIfMissing()
 {
     const ReferenceSet refs(
         {{false, true, 9, 1}, {true, false, 3, 1}, {true, true, 2, 1}, {true, true, 5, 1}});
@@ -217,7 +217,7 @@ void tst_ReferenceSet::totalJumpSumsUsedReferences()
     QCOMPARE(ReferenceSet(QList<ReferenceState>()).totalJump(), 0.0);
 }
 
-void tst_ReferenceSet::usedReferenceWithoutSpectrumIsATermOfTheTotal()
+void tst_ReferenceSet::totalJumpIncludesUsedReferenceWithoutSpectrum()
 {
     // Used: rows 0, 1 and 2; valid: rows 1 and 2. There are two valid references, so the total
     // has two terms: the edge jumps of the first two used references, 0.0 for row 0 and 2.0

@@ -38,14 +38,14 @@ class tst_RowCollection : public QObject
 
 private Q_SLOTS:
     void usedRowWithoutMapIsSelectedForTheTargetOnly();
-    void laterVRowWins();
+    void laterOfTwoVRowsIsSelected();
     void unusedVRowIsIgnored();
     void usedRowsAreCollectedInOrderWithOrWithoutMap();
     void exactFormCollectsTheFirstThreeRows();
     void firstTwoUsedReferencesAreCollected();
     void earlierOfTwoVRowsIsLeftOut();
     void fewerThanTwoUsedReferencesCollectNothing();
-    void withoutVRowOnlyTheOtherRowsAreUsable();
+    void missingVRowIsNotCountedAsUsable();
 };
 
 void tst_RowCollection::usedRowWithoutMapIsSelectedForTheTargetOnly()
@@ -56,7 +56,7 @@ void tst_RowCollection::usedRowWithoutMapIsSelectedForTheTargetOnly()
     QCOMPARE(analysis::selectedMapRows(points).count, 1);
 }
 
-void tst_RowCollection::laterVRowWins()
+void tst_RowCollection::laterOfTwoVRowsIsSelected()
 {
     const QList<PointState> points{point(true, true, true), point(true, false, true),
                                    point(true, true, true)};
@@ -136,7 +136,7 @@ void tst_RowCollection::fewerThanTwoUsedReferencesCollectNothing()
     }
 }
 
-void tst_RowCollection::withoutVRowOnlyTheOtherRowsAreUsable()
+void tst_RowCollection::missingVRowIsNotCountedAsUsable()
 {
     const CollectedRows rows =
         analysis::collectRowsLS({point(true, false, true, 100)}, references(true, true, false));

@@ -199,9 +199,9 @@ private Q_SLOTS:
     void pivotHasTheLargestAbsoluteValue();
     void firstOfEqualPivotsIsChosen();
     void zeroPivotCountsAsOneInTheFactors();
-    void zeroPivotRemainsZeroInTheSolution();
+    void zeroPivotGivesAnInfiniteUnknown();
     void zeroMatrixWithZeroRightSideGivesNaN();
-    void nanIsNeverChosenAsPivot();
+    void numberIsChosenAsPivotInsteadOfNaN();
     void nanPropagatesToTheResult();
     void columnOfNaNKeepsTheRowOrder();
     void systemOfOneUnknownIsSolvedByDivision();
@@ -419,7 +419,7 @@ void tst_SmallMatrix::zeroPivotCountsAsOneInTheFactors()
     QVERIFY(same(s.u, Rows{{0, 1}, {0, 3}}));
 }
 
-void tst_SmallMatrix::zeroPivotRemainsZeroInTheSolution()
+void tst_SmallMatrix::zeroPivotGivesAnInfiniteUnknown()
 {
     // y = 6 / 3 = 2; x = (5 - 2 * 1) / 0.
     const Solution s = solved({{0, 1}, {0, 3}}, {5, 6});
@@ -434,7 +434,7 @@ void tst_SmallMatrix::zeroMatrixWithZeroRightSideGivesNaN()
     QVERIFY(same(s.unknowns, Values{notANumber, notANumber, notANumber}));
 }
 
-void tst_SmallMatrix::nanIsNeverChosenAsPivot()
+void tst_SmallMatrix::numberIsChosenAsPivotInsteadOfNaN()
 {
     QCOMPARE(solved({{notANumber, 0}, {0.5, 1}}, {0, 0}).perm, (Indices{1, 0}));
     QCOMPARE(solved({{0.5, 0}, {notANumber, 1}}, {0, 0}).perm, (Indices{0, 1}));

@@ -92,13 +92,13 @@ private Q_SLOTS:
     void mixturesOfThreeAndFourReferencesAreRecovered_data();
     void mixturesOfThreeAndFourReferencesAreRecovered();
     void targetEqualToTheFirstReferenceHasShareOne();
-    void victoreenBackgroundIsSeparated();
-    void mutsOfTheRowsAreNotUsed();
+    void victoreenBackgroundIsSeparatedFromTheMixture();
+    void mutsOfTheRowsDoNotAffectTheTarget();
     void chosenLinesAreSubtractedFromTheSpectra();
     void vRowIsFittedLikeTheOtherRows();
     void zeroEnergyGivesNaN();
     void zeroTargetHasNaNShares();
-    void cancellingJumpsGiveNaN();
+    void edgeJumpsWithSumZeroGiveNaN();
     void invalidReferenceAfterTheFirstTwoIsIgnored();
 };
 
@@ -250,7 +250,7 @@ void tst_TargetResult::targetEqualToTheFirstReferenceHasShareOne()
     QVERIFY(near(result.thickness, 2)); // the edge jump of the first reference
 }
 
-void tst_TargetResult::victoreenBackgroundIsSeparated()
+void tst_TargetResult::victoreenBackgroundIsSeparatedFromTheMixture()
 {
     const TargetResult result = victoreen(mixedInputs(curvedQuarter));
     QCOMPARE(result.variant, Variant::NonEquivalentVictoreen);
@@ -261,7 +261,7 @@ void tst_TargetResult::victoreenBackgroundIsSeparated()
     QVERIFY(!isQuarter(linear(mixedInputs(curvedQuarter, 2, 8))));
 }
 
-void tst_TargetResult::mutsOfTheRowsAreNotUsed()
+void tst_TargetResult::mutsOfTheRowsDoNotAffectTheTarget()
 {
     PanelInputs inputs = mixedInputs(quarter);
     for (analysis::PointState& point : inputs.points) {
@@ -317,7 +317,7 @@ void tst_TargetResult::zeroTargetHasNaNShares()
     QCOMPARE(result.thickness, 0.0);
 }
 
-void tst_TargetResult::cancellingJumpsGiveNaN()
+void tst_TargetResult::edgeJumpsWithSumZeroGiveNaN()
 {
     // The edge jumps 2 and -2 add up to 0, so the weights are plus and minus infinity.
     PanelInputs inputs = mixedInputs(quarter);

@@ -11,8 +11,8 @@ class tst_WorkEstimate : public QObject
 
 private Q_SLOTS:
     void estimateWithoutWorkIsShort();
-    void estimateDependsOnPixelsRowsAndPoints_data();
-    void estimateDependsOnPixelsRowsAndPoints();
+    void estimateIsLongForManyPixelsOrPoints_data();
+    void estimateIsLongForManyPixelsOrPoints();
 };
 
 void tst_WorkEstimate::estimateWithoutWorkIsShort()
@@ -22,7 +22,7 @@ void tst_WorkEstimate::estimateWithoutWorkIsShort()
     QVERIFY(!mayTakeLong({0.0, 8, 0.0}));
 }
 
-void tst_WorkEstimate::estimateDependsOnPixelsRowsAndPoints_data()
+void tst_WorkEstimate::estimateIsLongForManyPixelsOrPoints_data()
 {
     QTest::addColumn<double>("pixels");
     QTest::addColumn<int>("rows");
@@ -37,7 +37,7 @@ void tst_WorkEstimate::estimateDependsOnPixelsRowsAndPoints_data()
     QTest::newRow("short in total") << 3072.0 << 6 << 4500.0 << false;
 }
 
-void tst_WorkEstimate::estimateDependsOnPixelsRowsAndPoints()
+void tst_WorkEstimate::estimateIsLongForManyPixelsOrPoints()
 {
     QFETCH(double, pixels);
     QFETCH(int, rows);

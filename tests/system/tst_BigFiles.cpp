@@ -207,7 +207,7 @@ void tst_BigFiles::commentLimitIs64Mebibytes_data()
     QTest::addColumn<qint64>("characters");
     QTest::addColumn<bool>("isAccepted");
     QTest::newRow("at the limit") << maxComments << true;
-    QTest::newRow("one above the limit") << maxComments + 1 << false;
+    QTest::newRow("one character above the limit") << maxComments + 1 << false;
 }
 
 void tst_BigFiles::commentLimitIs64Mebibytes()

@@ -54,8 +54,8 @@ private Q_SLOTS:
     void binaryMapRewrittenWithLargerSizeUsesLittleMemory();
     void spectrumTruncatedDuringReadKeepsThePointsRead();
     void spectrumRemovedBetweenPassesIsCompleteOrRefused();
-    void nextFileIsReadAfterAnyChangeAtAnyCall_data();
-    void nextFileIsReadAfterAnyChangeAtAnyCall();
+    void nextFileIsReadAfterAFileChangesDuringReading_data();
+    void nextFileIsReadAfterAFileChangesDuringReading();
 
 private:
     ChildRun runWith(const char* step, const QByteArray& content, const QList<QByteArray>& hook);
@@ -181,7 +181,7 @@ void tst_ChangingFiles::spectrumRemovedBetweenPassesIsCompleteOrRefused()
     }
 }
 
-void tst_ChangingFiles::nextFileIsReadAfterAnyChangeAtAnyCall_data()
+void tst_ChangingFiles::nextFileIsReadAfterAFileChangesDuringReading_data()
 {
     QTest::addColumn<QByteArray>("step");
     QTest::addColumn<QByteArray>("content");
@@ -195,7 +195,7 @@ void tst_ChangingFiles::nextFileIsReadAfterAnyChangeAtAnyCall_data()
         << QByteArray("spectrum") << beamlineSpectrum << plainSpectrum;
 }
 
-void tst_ChangingFiles::nextFileIsReadAfterAnyChangeAtAnyCall()
+void tst_ChangingFiles::nextFileIsReadAfterAFileChangesDuringReading()
 {
     QFETCH(QByteArray, step);
     QFETCH(QByteArray, content);

@@ -97,17 +97,19 @@ void tst_FalseSizes::claimedSizeIsCheckedAgainstTheFile_data()
     QTest::newRow("small claim") << textMap(uncheckedPixels, 1) << size(uncheckedPixels);
     QTest::newRow("small claim, axes")
         << textMap(uncheckedPixels, 1, true) << size(uncheckedPixels);
-    QTest::newRow("one above the small claim") << textMap(uncheckedPixels + 1, 1) << 0;
-    QTest::newRow("one above the small claim, axes") << textMap(uncheckedPixels + 1, 1, true) << 0;
+    QTest::newRow("one pixel above the small claim") << textMap(uncheckedPixels + 1, 1) << 0;
+    QTest::newRow("one pixel above the small claim, axes")
+        << textMap(uncheckedPixels + 1, 1, true) << 0;
     QTest::newRow("64 times the rows")
         << textMap(largestClaim, rowsForLargerClaim) << size(largestClaim);
-    QTest::newRow("one above 64 times the rows")
+    QTest::newRow("one pixel above 64 times the rows")
         << textMap(largestClaim + 1, rowsForLargerClaim) << 0;
     QTest::newRow("binary, small claim") << binaryMap(uncheckedPixels, 0) << size(uncheckedPixels);
-    QTest::newRow("binary, one above the small claim") << binaryMap(uncheckedPixels + 1, 0) << 0;
+    QTest::newRow("binary, one pixel above the small claim")
+        << binaryMap(uncheckedPixels + 1, 0) << 0;
     QTest::newRow("binary, 64 times the pixels")
         << binaryMap(largestClaim, rowsForLargerClaim) << size(largestClaim);
-    QTest::newRow("binary, one above 64 times the pixels")
+    QTest::newRow("binary, one pixel above 64 times the pixels")
         << binaryMap(largestClaim + 1, rowsForLargerClaim) << 0;
 }
 

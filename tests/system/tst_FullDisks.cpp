@@ -34,7 +34,7 @@ private Q_SLOTS:
     void incompleteHistogramIsReported();
     void missingHistogramFileIsNotReported();
     void everyIncompleteFileIsReported();
-    void writingAgainWithMoreSpaceIsComplete();
+    void fileWrittenAgainWithMoreSpaceIsComplete();
     void fullDiskIsReportedForResultAndHistogram();
 
 private:
@@ -174,7 +174,7 @@ void tst_FullDisks::everyIncompleteFileIsReported()
     QVERIFY(run.lastStep()["isPanelUnchanged"].toBool());
 }
 
-void tst_FullDisks::writingAgainWithMoreSpaceIsComplete()
+void tst_FullDisks::fileWrittenAgainWithMoreSpaceIsComplete()
 {
     const QByteArray result = path("result.dat");
     const ChildRun run = systemChild().runSteps(

@@ -71,10 +71,10 @@ class tst_OddPaths : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void readingAnOddPathKeepsTheRowsData_data();
-    void readingAnOddPathKeepsTheRowsData();
-    void writingToAnOddPathIsReported_data();
-    void writingToAnOddPathIsReported();
+    void failedReadOfAnOddPathKeepsTheEarlierData_data();
+    void failedReadOfAnOddPathKeepsTheEarlierData();
+    void failedWriteToAnOddPathIsReported_data();
+    void failedWriteToAnOddPathIsReported();
     void writingToAWritableDeviceSucceeds_data();
     void writingToAWritableDeviceSucceeds();
     void longestPathIsReadAndWritten();
@@ -152,7 +152,7 @@ ChildRun tst_OddPaths::run(const QList<QByteArray>& steps) const
     return child.runSteps(steps);
 }
 
-void tst_OddPaths::readingAnOddPathKeepsTheRowsData_data()
+void tst_OddPaths::failedReadOfAnOddPathKeepsTheEarlierData_data()
 {
     QTest::addColumn<QByteArray>("what");
     for (const char* what :
@@ -163,7 +163,7 @@ void tst_OddPaths::readingAnOddPathKeepsTheRowsData_data()
     }
 }
 
-void tst_OddPaths::readingAnOddPathKeepsTheRowsData()
+void tst_OddPaths::failedReadOfAnOddPathKeepsTheEarlierData()
 {
     QFETCH(QByteArray, what);
     const QByteArray odd = make(what);
@@ -186,7 +186,7 @@ void tst_OddPaths::readingAnOddPathKeepsTheRowsData()
     QCOMPARE(childRun.steps().at(5)["newEdges"].toInt(), 1);
 }
 
-void tst_OddPaths::writingToAnOddPathIsReported_data()
+void tst_OddPaths::failedWriteToAnOddPathIsReported_data()
 {
     QTest::addColumn<QByteArray>("what");
     for (const char* what : {"pipe", "socket", "folder", "link to itself", "link to a folder",
@@ -196,7 +196,7 @@ void tst_OddPaths::writingToAnOddPathIsReported_data()
     }
 }
 
-void tst_OddPaths::writingToAnOddPathIsReported()
+void tst_OddPaths::failedWriteToAnOddPathIsReported()
 {
     QFETCH(QByteArray, what);
     const QByteArray odd = make(what);

@@ -136,7 +136,7 @@ private Q_SLOTS:
     void resultTextsAreTranslatable_data();
     void resultTextsAreTranslatable();
 
-    void requestedTextsAreExactlyTheVocabulary();
+    void requestedTextsEqualTheVocabulary();
     void untranslatedAxisTitlesOfTheComparisonStayEnglish();
 
 private:
@@ -436,7 +436,7 @@ void tst_ScreenTexts::resultTextsAreTranslatable()
 
 // Must be the last test that uses this translator: it checks the texts requested by all
 // tests above.
-void tst_ScreenTexts::requestedTextsAreExactlyTheVocabulary()
+void tst_ScreenTexts::requestedTextsEqualTheVocabulary()
 {
     QSet<SourceText> requested = m_translator.requested();
     requested.removeIf([](const SourceText& text) {

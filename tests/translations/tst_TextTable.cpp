@@ -96,7 +96,7 @@ private Q_SLOTS:
     void everyMessageHasTheCorrectHash();
     void hashesAreSortedForBinarySearch();
     void truncatedFileNeverReadsAsComplete();
-    void damagedBytesNeverAddMessages();
+    void overwrittenByteDoesNotAddMessages();
 
     void tableHas173Messages();
     void contextsHaveTheExpectedMessageCounts_data();
@@ -114,15 +114,15 @@ private Q_SLOTS:
 
     void numbersAndBarePlaceholdersHaveNoTranslation();
     void labelsOfPlotFramesHaveNoTranslation();
-    void onlyInternationalTextsHaveNoTranslation();
+    void allButInternationalTextsAreTranslated();
 
     void translationsKeepThePlaceholdersOfTheirSources();
     void translationsKeepTheLeadingBlanksOfTheirSources();
     void translationsKeepTheEndingsOfTheirSources();
-    void separatorsBeforeNumbersAreKept();
+    void translationsKeepTheSeparatorsBeforeNumbers();
     void termsOfTheMethodAreTranslated_data();
     void termsOfTheMethodAreTranslated();
-    void sameSourceHasSameTranslation();
+    void equalSourcesHaveEqualTranslations();
     void translationsUseOnlyJapaneseCharacters();
 
 private:
@@ -200,7 +200,7 @@ void tst_TextTable::truncatedFileNeverReadsAsComplete()
     }
 }
 
-void tst_TextTable::damagedBytesNeverAddMessages()
+void tst_TextTable::overwrittenByteDoesNotAddMessages()
 {
     // A byte overwritten with 255 can make a length huge or a tag unknown. The reader must not
     // return more messages than the intact file has.
@@ -360,7 +360,7 @@ void tst_TextTable::labelsOfPlotFramesHaveNoTranslation()
     }
 }
 
-void tst_TextTable::onlyInternationalTextsHaveNoTranslation()
+void tst_TextTable::allButInternationalTextsAreTranslated()
 {
     // Numbers, "%1" and the labels of plot frames are not listed. The listed texts are default
     // texts of form widgets ("Frame", "TextLabel"), units, symbols, and abbreviations that are
@@ -411,7 +411,7 @@ void tst_TextTable::translationsKeepTheEndingsOfTheirSources()
     }
 }
 
-void tst_TextTable::separatorsBeforeNumbersAreKept()
+void tst_TextTable::translationsKeepTheSeparatorsBeforeNumbers()
 {
     // A translation must contain an assignment such as " = %1" exactly if its source does, and
     // begin with a comma exactly if its source does, because such a text follows a number.
@@ -455,7 +455,7 @@ void tst_TextTable::termsOfTheMethodAreTranslated()
     QVERIFY2(shown.contains(term), qPrintable(shown));
 }
 
-void tst_TextTable::sameSourceHasSameTranslation()
+void tst_TextTable::equalSourcesHaveEqualTranslations()
 {
     // All classes must translate a source text in the same way; only window titles differ.
     QMap<QByteArray, QString> translations;
