@@ -1,7 +1,7 @@
 // Measures the file dialogs of a panel in a folder of 5,000 files: the choice of the
 // first file, a click of "Write" that writes into the folder, and new files that appear in
-// the folder as if another program created them. For comparison, also measures one dialog of
-// Qt in this folder, and the construction of a panel and of a file row.
+// the folder as if another program created them. Also measures the construction of a panel and
+// of a file row and, for comparison, a plain QFileDialog in this folder.
 
 #include "panel/FourPs.h"
 #include "rows/ARefFile.h"
@@ -65,8 +65,9 @@ struct Load {
     double processorMs = 0.0; ///< processor time of all threads
 };
 
-/// Runs the event loop and measures its load since the construction of this object. run()
-/// continues for at least @p spanMs and until the process has been idle for half a second.
+/// Runs the event loop and measures the load since the construction of this object. run()
+/// continues for at least @p spanMs and until the process has been nearly idle for half a
+/// second.
 class Watch
 {
 public:

@@ -1,6 +1,6 @@
 // Compares the time per pixel of the non-equivalent method in a large and in a small map.
-// The absorbances of the maps are not cached. Also prints the memory use of the calculation
-// with large maps.
+// The absorbances of the maps are not cached. Also prints the peak memory of the process
+// after the first calculations with large maps.
 
 #include "analysis/CalculationMemory.h"
 #include "analysis/HistogramCounts.h"
@@ -74,7 +74,8 @@ void calculateFourPoints(const QList<A2DData>& maps, analysis::CalculationMemory
     analysis::mapExactFourPoints(stack, result, counts[0], counts[1]);
 }
 
-/// Deep copies of the maps. No absorbances are cached for them.
+/// Copies of the maps with separate lists of rows. The cache compares the addresses of the
+/// lists, so it contains no absorbances for the copies.
 QList<A2DData> copiesOf(const QList<A2DData>& maps)
 {
     QList<A2DData> copies = maps;

@@ -1,6 +1,6 @@
 // Measures the linear combination fit of a target by four references, which runs at the
 // end of every recalculation. For every point of the target the reference implementation
-// searches each spectrum from its first point.
+// searches each reference from its first point.
 
 #include "analysis/LinearFit.h"
 #include "data/AMutE.h"

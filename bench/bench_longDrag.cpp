@@ -2,8 +2,9 @@
 // event to the repainted windows. During the drag the comparison plot collects points and
 // the visible message field collects lines, so late moves could become slower. This
 // benchmark therefore compares the last hundred moves with the first hundred, and prints the
-// memory of the process. The printed time is the median processor time per move in a hundred moves.
-// The only argument is the number of moves: at least 100, rounded down to full hundreds.
+// memory of the process. Each printed time is the median processor time of a move, taken over a
+// hundred moves. The only argument is the number of moves. It is rounded down to full hundreds;
+// less than 100 counts as 100.
 
 #include "support/DragPanel.h"
 #include "support/Shortest.h"

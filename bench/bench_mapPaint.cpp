@@ -187,7 +187,8 @@ private:
     const FourPs& m_panel;
 };
 
-/// A panel that paints its plot with the reference implementation.
+/// A panel that paints the plot of thickness against valence with the reference
+/// implementation.
 struct PlainSpreadPanel : SpreadPanel {
     PlainSpreadPanel()
     {
@@ -207,7 +208,7 @@ void thicknessPlot(benchmark::State& state)
     paint(state, {setup.plot(Displays::DDMutVsA)});
 }
 
-/// Whether the program and the reference implementation paint the same plot.
+/// Whether the program and the reference implementation paint the same picture of the plot.
 bool isSameThicknessPlot()
 {
     const SpreadPanel product;

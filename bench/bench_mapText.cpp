@@ -20,8 +20,8 @@ const QString& mapPath()
     return path;
 }
 
-/// Measures @p read, a function that reads into a new map and returns whether it is
-/// valid.
+/// Measures @p read(path, map), which reads the file into an empty map and returns whether
+/// the file is valid.
 template <typename Read>
 void measure(benchmark::State& state, Read read)
 {

@@ -1,8 +1,7 @@
 // Measures one move and one release of a dragged edge marker, from the mouse event to the
 // repainted graph window: without data, and with four references, a target and eight maps
-// of 1000 x 1000 pixels. A move triggers the complete recalculation once per valid
-// reference. The reference implementation of a move is one calculation and one paint of
-// the plots.
+// of 1000 x 1000 pixels. A move triggers the recalculation once per valid reference. The
+// reference implementation of a move is one map calculation and one paint of most plots.
 
 #include "support/DragPanel.h"
 #include "support/PlainFits.h"
@@ -53,7 +52,7 @@ tests::PlainCurve curveOf(const AMutE& spectrum)
     return curve;
 }
 
-/// Paints each plot with data once: the plots of the single spectra, the plot of all
+/// Paints each of these plots once: the plots of the single spectra, the plot of all
 /// spectra, the histograms, and the plot of thickness against valence.
 void paintPlainPlots(const FourPs& panel, const A2DData& result,
                      const tests::PlainNeqHistograms& counts)
@@ -84,7 +83,7 @@ void paintPlainPlots(const FourPs& panel, const A2DData& result,
         thickness.picture({sizeOf(Displays::DDMutVsA), {-0.5, -0.5, 4.5, 4.5}}));
 }
 
-/// Reference implementation of a move: one calculation and one paint.
+/// Reference implementation of a move: one map calculation and one paint.
 void movePlain(benchmark::State& state)
 {
     const bench::DragPanel setup(true, side);

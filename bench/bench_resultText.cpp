@@ -20,12 +20,12 @@ const int side = bench::amount(1000, 50);
 constexpr analysis::ValenceMix mix{true, 2.0, 3.0};
 const tests::PlainValences valences{2, QStringLiteral("2"), QStringLiteral("3")};
 
-/// The columns that a result with two references has.
+/// The columns of a result with two references and a linear background.
 constexpr std::array<bool, analysis::columnCount> wanted = {
     true, true, false, false, true, true, false, false, true, true, false, true, true};
 
 /// A result map whose fractions are 0.5 and thicknesses are 1, plus noise. The other values
-/// are only noise. With the noise most numbers have all six digits.
+/// are only noise. With the noise, most numbers have six significant digits.
 A2DData makeResult(bool extended)
 {
     std::mt19937_64 random(1);

@@ -2,7 +2,7 @@
 
 # Compiler options for our own code. They turn on many warnings and keep the arithmetic
 # as written in the source (no contraction into fused operations, no fast-math), so that
-# results are bit-identical with every compiler. -Wno-psabi turns off warnings about the
+# the optimiser does not change results. -Wno-psabi turns off warnings about the
 # calling convention for vectors: it does not matter, because functions with vectors are
 # inlined.
 add_library(aelk_options INTERFACE)
@@ -58,8 +58,8 @@ if(AELK_LIBFUZZER)
   target_compile_options(aelk_uninstrumented INTERFACE -fno-sanitize=fuzzer-no-link)
 endif()
 
-# With AELK_PRECOMPILE, precompiles the given headers for all sources of a library. A
-# missing include in a source is an error only in builds without AELK_PRECOMPILE.
+# With AELK_PRECOMPILE, precompiles the given headers for all sources of a library. If a
+# source lacks the include of such a header, only builds without AELK_PRECOMPILE fail.
 function(aelk_precompile target)
   if(AELK_PRECOMPILE)
     target_precompile_headers(${target} PRIVATE ${ARGN})

@@ -58,9 +58,8 @@ install_missing()
 # the main window would need a larger screen.
 japanese_font=fonts-vlgothic
 
-# install_japanese_font: installs a Japanese font if the system has none; a font that the user
-# has chosen is sufficient. The program also runs without such a font, so a failure only prints
-# a message.
+# install_japanese_font: installs a Japanese font if the system has none. The program also runs
+# without such a font, so a failure only prints a message.
 install_japanese_font()
 {
     (

@@ -1,5 +1,5 @@
-// A panel with a visible graph window whose edge marker can be dragged. It is empty or
-// has four references, a target and eight maps.
+// A panel with a visible graph window, for benchmarks that drag the edge marker. The panel
+// has either no data, or four references, a target and eight maps.
 #pragma once
 
 #include "display/Displays.h"

@@ -36,6 +36,7 @@ inline QList<A2DData> neqMaps(int side, const QList<int>& rows)
 
 /// The inputs of the non-equivalent method at the energies neqEnergiesEv[i] for each i in
 /// @p rows. @p maps has one map for each energy and must outlive the inputs.
+/// @p references is the number of references, 1 to 4.
 inline tests::PlainNeqStack neqStack(const QList<A2DData>& maps, bool victoreen, int references,
                                      const QList<int>& rows)
 {

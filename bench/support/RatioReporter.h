@@ -18,8 +18,9 @@ namespace bench
 {
 
 /// Prints the ratios of processor times. Each time is the median of all repetitions.
-/// Processor time is used because wall time is unreliable on a busy machine; the program
-/// calculates in one thread.
+/// The library measures the processor time of the main thread. This time includes all
+/// calculations, because the program calculates in the main thread. Wall time would be
+/// unreliable on a busy machine.
 class RatioReporter : public benchmark::ConsoleReporter
 {
 public:
@@ -51,8 +52,8 @@ public:
         }
     }
 
-    /// The median time of the benchmark @p name, in the unit that the benchmark has set; 0 if
-    /// the benchmark did not run or failed.
+    /// The median time per iteration of the benchmark @p name, in the time unit of this
+    /// benchmark; 0 if the benchmark did not run or all its runs failed.
     double medianOf(const std::string& name) const
     {
         const auto times = m_times.find(name);
@@ -67,8 +68,8 @@ private:
         return times.size() % 2 == 1 ? times[middle] : 0.5 * (times[middle - 1] + times[middle]);
     }
 
-    /// The time of the reference implementation of a benchmark. A variant "NAME/again"
-    /// has the same reference implementation as "NAME".
+    /// The time of the reference implementation of a benchmark; 0 if there is none. A variant
+    /// "NAME/again" has the same reference implementation as "NAME".
     double plainTime(const std::string& name) const
     {
         const double time = medianOf(name + "/plain");
@@ -85,7 +86,8 @@ private:
 /// and prints the ratios. The command line can override these settings.
 ///
 /// @param more  called with the reporter at the end, for additional lines
-/// @return the exit status of the program: 1 for an unknown argument, otherwise 0
+/// @return 1, without running a benchmark, if an argument is unknown; otherwise 0, even if a
+///         benchmark failed
 template <class More>
 int runWithRatios(int argc, char** argv, More more)
 {

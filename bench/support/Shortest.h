@@ -6,8 +6,8 @@
 namespace bench
 {
 
-/// Whether the environment variable AELK_BENCH_SHORTEST is set. The benchmarks then do
-/// less work, and the printed times are meaningless.
+/// Whether the environment variable AELK_BENCH_SHORTEST is set. Most benchmarks then do
+/// less work, so the printed times are meaningless.
 inline bool isShortest()
 {
     return std::getenv("AELK_BENCH_SHORTEST") != nullptr;

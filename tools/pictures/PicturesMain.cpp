@@ -1,8 +1,9 @@
 // Loads the sample and saves pictures of the program's windows.
 //   aelk_pictures SAMPLE-FOLDER OUTPUT-FOLDER [all] [-e | -j]
-// By default it makes the pictures for the documents. With "all" it saves every window at
-// half, normal and double size, for checks of the layout after a change. The pictures
-// show the path SAMPLE-FOLDER exactly as it is given on the command line.
+// By default it makes the pictures for the documents. With "all" it saves the main
+// window, the graph window, both map windows and the M2/M3 plot at half, normal and double
+// size, for checks of the layout after a change. The pictures show the path SAMPLE-FOLDER
+// exactly as it is given on the command line.
 
 #include "CombinationErrors.h"
 #include "SampleRun.h"
@@ -26,7 +27,8 @@
 namespace
 {
 
-/// Moves a plot into a separate window and saves a picture of this window.
+/// Moves a plot into a separate window, saves a picture of this window and moves the plot
+/// back.
 bool grabPlot(DispABase* plot, const QString& path)
 {
     plot->popDock();
