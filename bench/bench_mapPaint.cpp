@@ -36,7 +36,7 @@ constexpr int totalDMut = 12;
 A2DData resultMap(double noise)
 {
     std::mt19937_64 random(5);
-    std::normal_distribution<double> error(0.0, noise);
+    std::normal_distribution<double> error; // its standard deviation must be above 0
     A2DData map;
     map.extended = true;
     map.xNum = side;
@@ -44,8 +44,8 @@ A2DData resultMap(double noise)
     map.rows.reserve(qsizetype{side} * side);
     for (int i = 0; i < side * side; ++i) {
         QList<double> values(13, 0.0);
-        values[valence] = 2.0 + (i % side) / static_cast<double>(side) + error(random);
-        values[totalDMut] = 1.0 + 0.5 * std::sin(0.02 * (i / side)) + error(random);
+        values[valence] = 2.0 + (i % side) / static_cast<double>(side) + noise * error(random);
+        values[totalDMut] = 1.0 + 0.5 * std::sin(0.02 * (i / side)) + noise * error(random);
         map.rows.append({0.0, 0.0, 0.0, values[totalDMut], values});
     }
     return map;
