@@ -126,8 +126,8 @@ inline void closePanel(std::unique_ptr<FourPs>& panel)
 }
 
 /// The panel shared by the tests of a program. Make it a member of the test class:
-/// QTEST_MAIN creates the test object after the application. The destructor hides the
-/// windows first.
+/// QTEST_MAIN creates the test object after the application. The destructor calls
+/// closePanel().
 class SharedPanel
 {
 public:
