@@ -2,7 +2,7 @@
 
     python3 make_cases.py                        writes the committed cases to cases/
     python3 make_cases.py --random 2000 --seed 7 --out /tmp/cases
-                                                 writes 2000 random users to another folder
+                                                 writes 2000 cases with random actions to another folder
     python3 make_cases.py --numbers 500 --seed 7 --out /tmp/numbers
                                                  writes 500 cases with random numbers
     python3 make_cases.py --fits 500 --seed 7 --out /tmp/fits
@@ -246,8 +246,8 @@ def two_v_rows():
     case.do("click", "CalcMapB").do("click", "CalcTargetB")
     case.do("check", "TypeTMKisExact", True).do("click", "UseCB.1").do("click", "CalcTargetB").do("click", "CalcMapB")
     case.do("click", "VPointCB.2").do("click", "CalcTargetB").do("click", "CalcMapB")
-    # Row 1 is in use, but its map is removed. collect() counts it, the choice of the
-    # calculation form does not.
+    # Row 1 is in use, but its map is removed. collect() in model.py counts this row; the
+    # choice of the calculation form does not.
     case.do("click", "VPointCB.2").do("click", "VPointCB.3").do("clear", "Row1").do("click", "CalcMapB")
     return case.do("check", "TypeTMKisLS", True).do("click", "VPointCB.1").do("click", "VPointCB.2").do("click", "VPointCB.3")
 

@@ -1,4 +1,4 @@
-// Prints a note about the current action when the program crashes.
+// Prints a note about the current action when the program crashes or hangs.
 #pragma once
 
 #include <QByteArray>

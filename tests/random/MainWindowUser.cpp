@@ -114,7 +114,7 @@ void MainWindowUser::resetToFixedState()
     QPixmapCache::clear();
 }
 
-// setText() clears the undo history of a field.
+// setText() clears the undo history of a field. Also cuts each text to 200 characters.
 void MainWindowUser::clearUndo()
 {
     for (const QWidget* window : m_windows.all()) {

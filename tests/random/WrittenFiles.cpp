@@ -42,7 +42,8 @@ QList<QByteArray> numberLines(const QByteArray& written, const A2DData& map)
     const qsizetype heading = 2 + map.headerLines.join(u'\n').count(u'\n') +
                               (map.headerLines.isEmpty() ? 0 : 1) + (map.extended ? 1 : 0);
     lines.remove(0, std::min(heading, lines.size()));
-    lines.removeAll(QByteArray()); // empty lines follow each map row and the last line
+    // Removes the blank line after each image line, and the empty end of split().
+    lines.removeAll(QByteArray());
     return lines;
 }
 

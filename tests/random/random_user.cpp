@@ -107,7 +107,7 @@ public:
         m_checks.afterAction({});
     }
 
-    /// Runs all actions; returns whether all checks passed.
+    /// Runs the actions until a check fails; returns whether all checks passed.
     bool run()
     {
         const qsizetype first = m_options.actions.size() / 4;
@@ -200,7 +200,7 @@ int main(int argc, char* argv[])
     dropRootRights();
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    // Warnings about unreadable files are expected and not printed.
+    // Prints no warnings, because warnings about unreadable files are expected.
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
         if (type == QtCriticalMsg || type == QtFatalMsg) {
             std::fprintf(stderr, "%s\n", qPrintable(text));

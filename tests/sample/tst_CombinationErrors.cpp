@@ -16,12 +16,12 @@ class TestCombinationErrors : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void equalBackgroundLinesKeepTheTrueFractions()
+    void equallyNormalisedReferencesKeepTheTrueFractions()
     {
         QVERIFY(near(expectedCombination(combinationForms().at(0)), {0.35, 0.65, 2.65, 0.0}, 1e-8));
     }
 
-    void differentBackgroundLinesShiftTheFractions()
+    void differentlyNormalisedReferencesShiftTheFractions()
     {
         // The expected numbers are from a separate calculation, by normal equations for the
         // same points.

@@ -13,7 +13,7 @@ class TestNickelTruth : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void shapesOfBothReferencesDifferOnlyAtTheVPoint()
+    void shapesOfNi2AndNi3DifferOnlyAtTheVPoint()
     {
         for (std::size_t row = 0; row < mapEnergiesEv.size(); ++row) {
             const double difference = std::abs(shape(compounds()[niII], mapEnergiesEv.at(row)) -

@@ -36,7 +36,8 @@ inline QString allDigits(double value)
     return QString::number(value, 'g', 17);
 }
 
-/// Sets only the radio buttons and check boxes of the calculation. Emits no signals.
+/// Sets only the radio buttons that choose the method, the background and the pre-edge or
+/// post-edge subtraction. Emits no signals.
 inline void enterChoices(FourPs& panel, const PanelInputs& inputs)
 {
     const Ui_FourPs& ui = panel.ui;

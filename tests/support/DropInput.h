@@ -30,8 +30,8 @@ inline void dropFile(QWidget* widget, const QString& path)
     dropMime(widget, mime);
 }
 
-/// Drops @p list as text/uri-list. As other programs send it, @p list must contain one URL
-/// per line, and each line must end in CR LF.
+/// Drops @p list as text/uri-list, the MIME type of dragged files. @p list must contain one
+/// URL per line, and each line must end in CR LF.
 inline void dropUrls(QWidget* widget, const QByteArray& list)
 {
     QMimeData mime;

@@ -17,7 +17,7 @@ inline const QList<double> wavelengths{4, 2, 1, 0.5, 0.25, 0.125, 0.0625, 0.0312
 
 /// Absorbance of the references above their pre-edge lines at the energies of the eight
 /// rows. The references and the terms of the background (linear or Victoreen) are linearly
-/// independent, also if only the first rows are used.
+/// independent, even if only the first n rows are used, where n is the number of unknowns.
 inline const QList<QList<double>> shapes{{1, 0, 3, 2, 1, 0, 2, 1},
                                          {0, 1, 1, 3, 5, 1, 0, 2},
                                          {2, 0, 1, 0, 1, 3, 1, 0},

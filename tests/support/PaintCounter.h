@@ -1,4 +1,4 @@
-// Counts the paint events of a widget.
+// Counts the paint events of a widget and records the painted region.
 #pragma once
 
 #include <QEvent>
@@ -21,13 +21,13 @@ inline void waitForPaints(int milliseconds = 20)
     }
 }
 
-/// Counts the paint events of a widget.
+/// Counts the paint events of a widget and records the painted region.
 class PaintCounter : public QObject
 {
 public:
     explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
 
-    /// Processes pending paint events, then sets the count to 0.
+    /// Processes pending paint events, then resets the count and the region.
     void restart()
     {
         waitForPaints();

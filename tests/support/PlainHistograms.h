@@ -33,7 +33,8 @@ inline double plainTick(const PlotPlace& place)
 }
 
 /// A histogram with the limits @p from and @p to, the counts @p bins, and @p under and
-/// @p over values outside the limits. Its highest count is the maximum of @p bins.
+/// @p over values outside the limits. Its highest count is the maximum of @p bins, which must
+/// not be empty.
 inline analysis::HistogramCounts readyCounts(double from, double to, const QList<int>& bins,
                                              int under = 0, int over = 0)
 {

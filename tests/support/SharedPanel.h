@@ -105,8 +105,8 @@ inline void clearData(FourPs& panel)
     resetWindow(panel.DMapDisp);
 }
 
-/// Calls clearData(), clears the energy rows and empties the message box. All other
-/// fields keep their values.
+/// Calls clearData(), clears the energy rows and empties the message box. The
+/// other fields of the form keep their values.
 inline void resetData(FourPs& panel)
 {
     clearData(panel);
@@ -126,8 +126,8 @@ inline void closePanel(std::unique_ptr<FourPs>& panel)
 }
 
 /// The panel shared by the tests of a program. Make it a member of the test class:
-/// QTEST_MAIN creates the test object after the application. The destructor hides the
-/// windows first.
+/// QTEST_MAIN creates the test object after the application. The destructor calls
+/// closePanel().
 class SharedPanel
 {
 public:
@@ -196,7 +196,8 @@ inline void resetFileRows(FourPs& panel)
     }
 }
 
-/// Clears all histograms, fit results and calculated numbers.
+/// Clears all histograms and switches their Auto mode off. Resets the fit, the results of the
+/// target and the latest automatic range of a graph.
 inline void resetResults(FourPs& panel)
 {
     for (Histgram* histogram :

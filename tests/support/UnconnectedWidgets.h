@@ -61,8 +61,8 @@ public:
 
     /// Resets the widgets for the next test case: clears the fields and unchecks the buttons
     /// of the form and of the energy rows, removes the spectra and the measured maps, and
-    /// clears the view ranges of the map windows. The unchecked buttons become non-exclusive,
-    /// so every button of a group can be unchecked.
+    /// resets the view ranges, limits and value fields of the map windows. The unchecked
+    /// buttons become non-exclusive, so every button of a group can be unchecked.
     void reset()
     {
         for (QObject* parent : parents()) {

@@ -1,6 +1,5 @@
-// The source texts of the translation table, grouped by the class that requests them. They
-// were typed from the design of the forms and messages, so they are independent of the
-// table.
+// The source texts of the translation table, grouped by context, which is a class name. They
+// were typed from the design of the forms and messages, so they are independent of the table.
 #pragma once
 
 #include <QMap>

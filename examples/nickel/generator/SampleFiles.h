@@ -13,8 +13,9 @@ struct SampleFile {
     std::string content;
 };
 
-/// All files of the sample, with noise from @p seed: the references, the targets, the
-/// text maps of both images, and one of the maps in the binary format.
+/// All files of the sample, with noise from @p seed: the references, Ni(II) also in the
+/// beamline format, the targets, the text maps of both images, and one of the maps also in
+/// the binary format.
 std::vector<SampleFile> sampleFiles(std::uint64_t seed);
 
 } // namespace nickel

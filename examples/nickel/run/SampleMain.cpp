@@ -1,9 +1,9 @@
 // Analyses the nickel sample with aelk. Usage: aelk_sample FOLDER [-e | -j]
 //
-// With a display it opens all windows and waits. Without a display it saves pictures of
-// them to out/. In both cases it writes the result maps to out/ and prints the
-// differences between the results and their expected values. The exit status is 0 if all
-// results are within their bounds.
+// With a display it shows the windows of SampleRun::windows() and waits. Without a display
+// it saves pictures of them to out/. In both cases it writes the result maps to out/ and
+// prints the differences between the results and their expected values. The exit status is
+// 0 if all results are within their bounds and all result maps and pictures are written.
 #include "CombinationErrors.h"
 #include "MapErrors.h"
 #include "SampleRun.h"
@@ -43,8 +43,8 @@ bool report(const SampleOutcome& outcome)
 }
 
 /// Runs all methods: the non-equivalent method, the linear combination fit and the
-/// four-points family. Then calls SampleRun::restart(). Returns whether all results are
-/// within their bounds.
+/// four-points family. Then calls SampleRun::restart(). Returns whether all checks passed
+/// and all result maps were written.
 bool runAllMethods(SampleRun& run)
 {
     const auto& shares = nickel::shareForms();
@@ -79,7 +79,7 @@ int main(int argc, char** argv)
     }
     const QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
-    if (arguments.size() < 2) { // further arguments are ignored, as in aelk
+    if (arguments.size() < 2) { // unknown arguments after FOLDER are ignored
         std::fputs("usage: aelk_sample FOLDER [-e | -j]\n", stderr);
         return EXIT_FAILURE;
     }

@@ -63,7 +63,7 @@ std::vector<std::size_t> rowsOf(const nickel::Image& image)
     return rows;
 }
 
-/// The numbers in a result line, in their order.
+/// The numbers with a decimal point in a result line, and nan and inf, in their order.
 QList<double> numbersIn(const QString& line)
 {
     static const QRegularExpression number(QStringLiteral("-?\\d+\\.\\d+|nan|inf"));

@@ -52,8 +52,10 @@ public:
     /// both histogram files, and checks the results.
     SampleOutcome calculate(const nickel::MapForm& form);
 
-    /// Loads the first target and the first image if they are not loaded, puts the first two
-    /// references in use, chooses the default method of the program, and calculates once.
+    /// Loads the first target and the first image if they are not loaded. Chooses the default
+    /// method and background, puts the first two references and all maps of the image in use,
+    /// and unchecks the record boxes of the shares. Removes the points of the comparison plot.
+    /// Finally calculates the target and the maps.
     void restart();
 
     /// The main window, the graph window, the result map, and the window of the measured

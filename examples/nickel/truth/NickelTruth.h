@@ -17,8 +17,8 @@ inline constexpr int mapHeight = 48;
 inline constexpr double pixelSizeUm = 2.0;
 
 /// Energies (eV) of the first image's six maps, in the order of aelk's rows. The third
-/// energy is on the rising edge; it is the V point. At the other energies Ni(II) and Ni(III)
-/// have the same shape, as the four-points family requires.
+/// energy is on the rising edge; it is the V point. At the other energies shape() is equal
+/// for Ni(II) and Ni(III) within 1e-12. The four-points family requires this.
 inline constexpr std::array<double, 6> mapEnergiesEv = {8250, 8320, 8345, 8385, 8430, 8475};
 /// Index of the V point in mapEnergiesEv.
 inline constexpr std::size_t vPoint = 2;
@@ -124,8 +124,8 @@ struct Image {
     double mutAt(int x, int y, double energyEv) const;
 };
 
-/// The first image: the letters "Ni", made of Ni(II) and Ni(III). valenceAt() and
-/// amountAt() define it.
+/// The first image, a mixture of Ni(II) and Ni(III): the letters "Ni" on a thinner
+/// background. valenceAt() and amountAt() define it.
 const Image& imageOfTwo();
 
 /// The second image, with all four compounds. Each corner is a pure compound: in the

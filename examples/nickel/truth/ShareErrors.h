@@ -63,9 +63,8 @@ private:
 /// @param fit  the solution with noise-free references
 std::vector<ExpectedError> pixelErrors(const ShareForm& form, const ShareFit& fit, int x, int y);
 
-/// The results averaged over all pixels have an error due to the noise of the references.
-/// Returns its standard deviations. The standard deviation of the total dMut is relative to its
-/// true value.
+/// The standard deviations, due to the noise of the references, of the results averaged over
+/// the image. The total dMut of each pixel is divided by its true value before averaging.
 std::vector<double> referenceErrors(const ShareForm& form);
 
 /// The standard deviations of the target's results due to the noise of all spectra.
