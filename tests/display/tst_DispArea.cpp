@@ -69,8 +69,8 @@ private Q_SLOTS:
     void modifiersAtPressSelectTheDragAction_data();
     void modifiersAtPressSelectTheDragAction();
 
-    void moveWithoutRecordedLeftPressNeitherDragsNorPans_data();
-    void moveWithoutRecordedLeftPressNeitherDragsNorPans();
+    void dragAndPanNeedARecordedLeftPress_data();
+    void dragAndPanNeedARecordedLeftPress();
 
     void pressLessThanTwentyPixelsAwaySelectsTheLine_data();
     void pressLessThanTwentyPixelsAwaySelectsTheLine();
@@ -343,7 +343,7 @@ void tst_DispArea::modifiersAtPressSelectTheDragAction()
     QVERIFY(rangeIs(action == Pan ? QList<double>{-20.0, -20.0, 320.0, 235.0} : unitRange));
 }
 
-void tst_DispArea::moveWithoutRecordedLeftPressNeitherDragsNorPans_data()
+void tst_DispArea::dragAndPanNeedARecordedLeftPress_data()
 {
     QTest::addColumn<QList<Qt::MouseButton>>("presses");
     QTest::addColumn<bool>("released");
@@ -356,7 +356,7 @@ void tst_DispArea::moveWithoutRecordedLeftPressNeitherDragsNorPans_data()
 
 // Only the recorded press decides; the buttons in the move event are ignored. With
 // Shift, a move that is not ignored would pan.
-void tst_DispArea::moveWithoutRecordedLeftPressNeitherDragsNorPans()
+void tst_DispArea::dragAndPanNeedARecordedLeftPress()
 {
     QFETCH(QList<Qt::MouseButton>, presses);
     QFETCH(bool, released);

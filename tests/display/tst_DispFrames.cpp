@@ -150,8 +150,8 @@ private Q_SLOTS:
 
     void readOutFollowsTheMouse_data() { frameKinds(); }
     void readOutFollowsTheMouse();
-    void drawPassesTheSurfacesPainter_data() { frameKinds(); }
-    void drawPassesTheSurfacesPainter();
+    void drawSignalPassesThePainterOfTheSurface_data() { frameKinds(); }
+    void drawSignalPassesThePainterOfTheSurface();
     void mouseSignalsAreForwardedFromTheSurface_data() { frameKinds(); }
     void mouseSignalsAreForwardedFromTheSurface();
 
@@ -320,7 +320,7 @@ void tst_DispFrames::readOutFollowsTheMouse()
     QCOMPARE(m_frame->yPos->text(), "-0.25");
 }
 
-void tst_DispFrames::drawPassesTheSurfacesPainter()
+void tst_DispFrames::drawSignalPassesThePainterOfTheSurface()
 {
     QList<QPaintDevice*> devices;
     m_frame->client = [&devices](QStylePainter* p) { devices << p->device(); };

@@ -100,8 +100,8 @@ private Q_SLOTS:
     void emptyTextHasEmptyBox();
     void modesOtherThanOneUseTheGivenFont_data();
     void modesOtherThanOneUseTheGivenFont();
-    void painterHasTheGivenFontAfterTheCall_data();
-    void painterHasTheGivenFontAfterTheCall();
+    void textFunctionsLeaveTheGivenFontOnThePainter_data();
+    void textFunctionsLeaveTheGivenFontOnThePainter();
     void boxOfNegativeSizeDrawsLikeTheNormalizedBox_data();
     void boxOfNegativeSizeDrawsLikeTheNormalizedBox();
     void fittedTextStaysInItsBox_data();
@@ -295,7 +295,7 @@ void tst_DrawText::modesOtherThanOneUseTheGivenFont()
     QCOMPARE(drawnText({10, 10, 40, 5}, leftMiddle, mode, shortText, -1.0).points, 17.0);
 }
 
-void tst_DrawText::painterHasTheGivenFontAfterTheCall_data()
+void tst_DrawText::textFunctionsLeaveTheGivenFontOnThePainter_data()
 {
     using Operation = std::function<void(DrawText&, QStylePainter*)>;
     QTest::addColumn<Operation>("operation");
@@ -320,7 +320,7 @@ void tst_DrawText::painterHasTheGivenFontAfterTheCall_data()
     });
 }
 
-void tst_DrawText::painterHasTheGivenFontAfterTheCall()
+void tst_DrawText::textFunctionsLeaveTheGivenFontOnThePainter()
 {
     using Operation = std::function<void(DrawText&, QStylePainter*)>;
     QFETCH(Operation, operation);

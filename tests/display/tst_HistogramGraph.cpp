@@ -139,8 +139,8 @@ private Q_SLOTS:
     void mainBarFillsItsBin();
     void mainBarIsAtLeastOnePixelWide();
     void firstBinIsCentredOnTheLowerLimit();
-    void barsAreShiftedByTheIndexOfTheirSeries_data();
-    void barsAreShiftedByTheIndexOfTheirSeries();
+    void barsAreShiftedAccordingToTheirSeriesIndex_data();
+    void barsAreShiftedAccordingToTheirSeriesIndex();
     void barsOfFourSeriesAreSideBySide();
     void laterSeriesAreDrawnOverEarlierSeries();
     void countsOutsideTheLimitsAreDrawnBesideTheBins();
@@ -266,7 +266,7 @@ void tst_HistogramGraph::firstBinIsCentredOnTheLowerLimit()
     QCOMPARE(boxOf(grey, plot.picture()), QRect(60, 36, 40, 248 - 36));
 }
 
-void tst_HistogramGraph::barsAreShiftedByTheIndexOfTheirSeries_data()
+void tst_HistogramGraph::barsAreShiftedAccordingToTheirSeriesIndex_data()
 {
     QTest::addColumn<int>("place");
     // The bin starts at pixel column 180. The bars of the series 0, 1, 2 and 3 are
@@ -279,7 +279,7 @@ void tst_HistogramGraph::barsAreShiftedByTheIndexOfTheirSeries_data()
     QTest::newRow("fourth series") << 3 << 185;
 }
 
-void tst_HistogramGraph::barsAreShiftedByTheIndexOfTheirSeries()
+void tst_HistogramGraph::barsAreShiftedAccordingToTheirSeriesIndex()
 {
     QFETCH(int, place);
     QFETCH(int, column);

@@ -112,8 +112,8 @@ private Q_SLOTS:
     void randomMapsMatchReference();
     void randomViewsMatchReference();
     void mapEdgesAtTheSurfaceBorderMatchReference();
-    void hugeZoomMatchesReference_data();
-    void hugeZoomMatchesReference();
+    void mapZoomedFarInMatchesReference_data();
+    void mapZoomedFarInMatchesReference();
     void mapOutsideTheViewDrawsNothing();
     void mapZoomedFarOutMatchesReference();
     void emptyOrNonFiniteViewHasNoCells_data();
@@ -202,7 +202,7 @@ void tst_MapCells::mapEdgesAtTheSurfaceBorderMatchReference()
     }
 }
 
-void tst_MapCells::hugeZoomMatchesReference_data()
+void tst_MapCells::mapZoomedFarInMatchesReference_data()
 {
     QTest::addColumn<double>("span");
     for (const double span : {1e-1, 1e-3, 1e-6, 1e-9, 1e-12}) {
@@ -210,7 +210,7 @@ void tst_MapCells::hugeZoomMatchesReference_data()
     }
 }
 
-void tst_MapCells::hugeZoomMatchesReference()
+void tst_MapCells::mapZoomedFarInMatchesReference()
 {
     QFETCH(double, span);
     std::mt19937 random(15);
